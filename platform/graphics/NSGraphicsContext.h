@@ -31,6 +31,7 @@ class NSGraphicsContext : public NSObject {
   platform::CGContext& CGContext() const { return context_; }
   platform::CGContext& graphicsPort() const { return context_; }  // the same under its older name
   bool isFlipped() const { return isFlipped_; }
+  void setFlipped(bool isFlipped) { isFlipped_ = isFlipped; }  // follows the view that draws
 
   NSGraphicsContext(platform::CGContext& context, bool flipped) : context_(context), isFlipped_(flipped) {}
 
