@@ -10,6 +10,7 @@ class NSButton;
 class NSButtonCell;
 class NSCell;
 class NSControl;
+class NSCursor;
 class NSEvent;
 class NSResponder;
 class NSTrackingArea;

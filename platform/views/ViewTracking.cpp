@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/events/NSCursor.h"
 #include "platform/events/NSTrackingArea.h"
 #include "platform/views/NSView.h"
 
@@ -24,8 +25,17 @@ void ViewTracking::removeTrackingArea(const Ref<NSTrackingArea>& area) {
   if (found != trackingAreas_.end()) trackingAreas_.erase(found);
 }
 
+void ViewTracking::addCursorRect(CGRect rect, const Ref<NSCursor>& cursor) { cursorRects_.push_back({rect, cursor}); }
+
+Ref<NSCursor> ViewTracking::cursorAt(CGPoint point) const {
+  for (auto entry = cursorRects_.rbegin(); entry != cursorRects_.rend(); ++entry)
+    if (NSPointInRect(point, entry->rect)) return entry->cursor;
+  return nullptr;
+}
+
 void ViewTracking::geometryDidChange() {
   ViewDrawing::geometryDidChange();
+  areCursorRectsValid_ = false;
   if (window()) updateTrackingAreas();
 }
 

@@ -23,11 +23,26 @@ class ViewTracking : public ViewDrawing {
   // Called when the view comes into a window and when its visible rectangle changes; an override calls its base's first.
   virtual void updateTrackingAreas() {}
 
+  // Where the pointer changes its look. The window asks for the rectangles again, all of them, when the view has changed
+  // its place or invalidateCursorRectsForView was called; resetCursorRects adds them. Later ones lie over earlier ones.
+  virtual void resetCursorRects() {}
+  void addCursorRect(CGRect rect, const Ref<NSCursor>& cursor);
+  void discardCursorRects() { cursorRects_.clear(); }
+  Ref<NSCursor> cursorAt(CGPoint point) const;  // absent outside all rectangles
+
  protected:
   void geometryDidChange() override;
 
  private:
+  friend class NSWindow;
+  struct CursorRect {
+    CGRect rect;
+    Ref<NSCursor> cursor;
+  };
+
   std::vector<Ref<NSTrackingArea>> trackingAreas_;
+  std::vector<CursorRect> cursorRects_;
+  bool areCursorRectsValid_ = false;
 };
 
 }  // namespace platform

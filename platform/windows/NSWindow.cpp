@@ -1,5 +1,8 @@
 #include "platform/windows/NSWindow.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/events/NSEvent.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSGraphicsContext.h"
@@ -170,8 +173,8 @@ void NSWindow::viewWillLeave(NSView& view) {
     view.resignFirstResponder();
     firstResponder_ = this;
   }
-  for (WeakRef<NSView>& pressed : pressed_)
-    if (pressed.lock().get() == &view) pressed.reset();
+  for (Press& press : pressed_)
+    if (press.view.lock().get() == &view) press.view.reset();
 }
 
 void NSWindow::intrinsicContentSizeDidChange(NSView&) {}
@@ -219,22 +222,38 @@ void NSWindow::dispatchMouse(const Ref<NSEvent>& event) {
     NSView* hit = contentView_ ? contentView_->hitTest(event->locationInWindow()) : nullptr;
     return hit ? refTo(*hit) : nullptr;
   };
-  if (event->type() == NSEventType::ScrollWheel) {
-    if (const Ref<NSView> view = viewUnderPointer()) view->scrollWheel(event);
-    return;
+  const auto isButtonDown = [&] {
+    return std::any_of(std::begin(pressed_), std::end(pressed_), [](const Press& press) { return press.isDown; });
+  };
+  switch (event->type()) {
+    case NSEventType::ScrollWheel:
+      if (const Ref<NSView> view = viewUnderPointer()) view->scrollWheel(event);
+      return;
+    // A backend tells with these, without an area, that the pointer has come into the window or gone.
+    case NSEventType::MouseExited:
+      if (!isButtonDown()) tracking_.pointerLeft(event);
+      return;
+    case NSEventType::MouseEntered:
+    case NSEventType::MouseMoved: tracking_.pointerMoved(event, isButtonDown()); return;
+    default: break;
   }
-  const std::optional<ButtonHandlers> press = buttonHandlers(event->type());
-  if (!press) return;
+  const std::optional<ButtonHandlers> handlers = buttonHandlers(event->type());
+  if (!handlers) return;
 
-  WeakRef<NSView>& pressed = pressed_[press->button];
-  Ref<NSView> receiver = pressed.lock();
-  if (press->phase == Phase::Down) {
-    receiver = viewUnderPointer();
-    pressed = receiver;
-    if (receiver && press->button == 0 && receiver->acceptsFirstResponder()) makeFirstResponder(receiver.get());
+  Press& press = pressed_[handlers->button];
+  Ref<NSView> receiver = press.view.lock();
+  switch (handlers->phase) {
+    case Phase::Down:
+      receiver = viewUnderPointer();
+      press = {.view = receiver, .isDown = true};
+      if (receiver && handlers->button == 0 && receiver->acceptsFirstResponder()) makeFirstResponder(receiver.get());
+      break;
+    case Phase::Dragged: tracking_.pointerMoved(event, true); break;
+    case Phase::Up: press = {}; break;
   }
-  if (press->phase == Phase::Up) pressed.reset();
-  if (receiver) (receiver.get()->*press->handler)(event);
+  if (receiver && receiver->window() == this) (receiver.get()->*handlers->handler)(event);
+  // Entries that the press held back come with its release.
+  if (handlers->phase == Phase::Up) tracking_.pointerMoved(event, isButtonDown());
 }
 
 void NSWindow::dispatchKey(const Ref<NSEvent>& event) {
@@ -248,6 +267,22 @@ void NSWindow::dispatchKey(const Ref<NSEvent>& event) {
     default: receiver->flagsChanged(event);
   }
 }
+
+void NSWindow::resetCursorRects() {
+  if (contentView_) resetCursorRectsBelow(*contentView_);
+}
+
+void NSWindow::resetCursorRectsBelow(NSView& view) {
+  if (view.isHidden()) return;
+  ViewTracking& tracking = view;
+  if (!std::exchange(tracking.areCursorRectsValid_, true)) {
+    view.discardCursorRects();
+    view.resetCursorRects();
+  }
+  for (const Ref<NSView>& subview : view.subviews()) resetCursorRectsBelow(*subview);
+}
+
+void NSWindow::invalidateCursorRectsForView(NSView& view) { static_cast<ViewTracking&>(view).areCursorRectsValid_ = false; }
 
 void NSWindow::invalidateRect(CGRect rect) {
   dirty_.add(rect, backingScaleFactor());

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/backend/Backend.h"
+#include "platform/events/PointerTracking.h"
 #include "platform/events/NSResponder.h"
 #include "platform/foundation/Geometry.h"
 #include "platform/graphics/Forward.h"
@@ -76,6 +77,10 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   // An event whose window is this one. Called by NSApp.
   virtual void sendEvent(const Ref<NSEvent>& event);
 
+  // Brings the cursor rectangles of all views up to date: those that are no longer valid are discarded and asked for again.
+  void resetCursorRects();
+  void invalidateCursorRectsForView(NSView& view);
+
   // Asks for a redraw of a part of base space, and draws what was asked for.
   void invalidateRect(CGRect rect);
   void displayIfNeeded();
@@ -102,6 +107,7 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   void dispatchMouse(const Ref<NSEvent>& event);
   void dispatchKey(const Ref<NSEvent>& event);
   bool selectKeyView(int step);
+  void resetCursorRectsBelow(NSView& view);
 
   std::unique_ptr<backend::NativeWindow> native_;
   Ref<NSView> contentView_;
@@ -110,7 +116,12 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   std::string title_;
   Ref<NSColor> backgroundColor_;
   NSResponder* firstResponder_ = nullptr;
-  WeakRef<NSView> pressed_[3];  // for left, right and other buttons, the view that has the press
+  struct Press {
+    WeakRef<NSView> view;  // gets the drags and the release, as long as it is in the window
+    bool isDown = false;
+  };
+  Press pressed_[3];  // of the left, the right and any other button
+  PointerTracking tracking_{*this};
   DirtyRegion dirty_;
   bool isVisible_ = false, isKey_ = false, isOpaque_ = true, hasShadow_ = true;
 };
