@@ -96,6 +96,11 @@ void VirtualUser::moveTo(NSWindow& window, CGPoint point) {
   send({.type = MouseMoved, .location = point, .window = refTo(window)});
 }
 
+void VirtualUser::leave(NSWindow& window) {
+  constexpr CGPoint outside{-1, -1};
+  send({.type = MouseExited, .location = outside, .window = refTo(window)});
+}
+
 void VirtualUser::scroll(NSWindow& window, CGPoint point, CGSize delta) {
   send({.type = ScrollWheel, .location = point, .window = refTo(window), .scrollingDelta = delta});
 }

@@ -30,8 +30,9 @@ class VirtualUser {
   // On another application's window; the point is in screen space.
   void pressElsewhere(CGPoint screenPoint);
 
-  // With no button down.
+  // With no button down. Into a window, within it, and out of it to nowhere.
   void moveTo(platform::NSWindow& window, CGPoint point);
+  void leave(platform::NSWindow& window);
   void scroll(platform::NSWindow& window, CGPoint point, CGSize delta);
 
   // To the key window; without one only the monitors see it.
