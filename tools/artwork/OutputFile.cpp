@@ -63,7 +63,7 @@ void OutputFile::commit() {
 }
 
 void OutputFile::fail(const std::string& reason) const {
-  throw Failure("cannot write " + quoted(path_) + ": " + reason);
+  throw Failure("cannot write " + inQuotes(path_) + ": " + reason);
 }
 
 }  // namespace artwork
