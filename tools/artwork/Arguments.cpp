@@ -16,7 +16,7 @@ bool isOptionLike(std::string_view word) { return word.starts_with("--"); }
 [[noreturn]] void failOnUnknownOption(std::string_view word, std::span<const Option> options) {
   std::vector<std::string_view> names = {"--help"};
   for (const Option& option : options) names.push_back(option.name);
-  throw UsageFailure("there is no option " + quoted(word) + suggestion(word, names));
+  throw UsageFailure("there is no option " + inQuotes(word) + suggestion(word, names));
 }
 
 }  // namespace
@@ -51,12 +51,12 @@ Arguments Arguments::parse(std::span<char* const> words, std::span<const Option>
 
 std::string_view Arguments::onlyWord(std::string_view what) const {
   if (words_.empty()) throw UsageFailure(std::string(what) + " is missing");
-  if (words_.size() > 1) throw UsageFailure(quoted(words_[1]) + " is one word too many");
+  if (words_.size() > 1) throw UsageFailure(inQuotes(words_[1]) + " is one word too many");
   return words_[0];
 }
 
 void Arguments::rejectWords() const {
-  if (!words_.empty()) throw UsageFailure(quoted(words_[0]) + " is one word too many");
+  if (!words_.empty()) throw UsageFailure(inQuotes(words_[0]) + " is one word too many");
 }
 
 std::optional<std::string_view> Arguments::value(std::string_view option) const {

@@ -38,7 +38,7 @@ std::string nameSuggestion(std::string_view wrong) {
   std::vector<std::string_view> names(flags.begin(), flags.end());
   for (const Option& option : options) names.push_back(option.name);
 
-  std::string text = routine.member() + " has no flag " + quoted(wrong);
+  std::string text = routine.member() + " has no flag " + inQuotes(wrong);
   const std::string nearest = suggestion(wrong, names);
   if (!nearest.empty()) throw UsageFailure(text + nearest);
   if (flags.empty()) throw UsageFailure(text + "; it has none");
@@ -53,7 +53,7 @@ Figure Figure::parse(const Arguments& arguments) {
   const std::string_view name = arguments.onlyWord("the NAME of a routine");
   Figure figure;
   figure.routine_ = TessalunaUIKit::findRoutine(name);
-  if (!figure.routine_) throw UsageFailure("there is no routine " + quoted(name) + nameSuggestion(name));
+  if (!figure.routine_) throw UsageFailure("there is no routine " + inQuotes(name) + nameSuggestion(name));
   figure.setFlags(arguments);
   figure.frame_ = figure.routine_->defaultFrame;
   if (const auto frame = arguments.value("--frame")) figure.frame_ = parseFrame({"--frame", *frame});

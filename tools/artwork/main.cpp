@@ -39,7 +39,7 @@ void run(std::span<char* const> words) {
   if (command == std::ranges::end(commands)) {
     std::vector<std::string_view> names;
     for (const Command* known : commands) names.push_back(known->name);
-    throw UsageFailure("there is no command " + quoted(words[0]) + suggestion(words[0], names));
+    throw UsageFailure("there is no command " + inQuotes(words[0]) + suggestion(words[0], names));
   }
   words = words.subspan(1);
   if (std::ranges::find(words, std::string_view("--help")) != words.end()) return printUsage(**command);

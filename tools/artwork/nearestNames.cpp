@@ -62,7 +62,7 @@ std::string suggestion(std::string_view wrong, std::span<const std::string_view>
   return text + "?";
 }
 
-std::string quoted(std::string_view word) {
+std::string inQuotes(std::string_view word) {
   std::string text = "'";
   for (const char c : word) text += static_cast<unsigned char>(c) < 0x20 || c == 0x7f ? '?' : c;
   return text + "'";

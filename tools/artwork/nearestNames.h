@@ -18,6 +18,6 @@ std::vector<std::string_view> nearestNames(std::string_view wrong, std::span<con
 std::string suggestion(std::string_view wrong, std::span<const std::string_view> names);
 
 // In single quotes; what would break the line or the terminal becomes a question mark.
-std::string quoted(std::string_view word);
+std::string inQuotes(std::string_view word);
 
 }  // namespace artwork

@@ -28,7 +28,7 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 double parseCoordinate(OptionText value) {
   const double number = parseNumber(value);
   if (std::abs(number) > largestCoordinate)
-    throw UsageFailure(std::string(value.option) + ": " + quoted(value.text) + " is too large");
+    throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is too large");
   return number;
 }
 
@@ -40,34 +40,34 @@ double parseNumber(OptionText value) {
   const auto [read, error] = std::from_chars(value.text.data(), end, number);
   // from_chars takes "nan" and "inf" for numbers.
   if (error != std::errc() || read != end || !std::isfinite(number))
-    throw UsageFailure(std::string(value.option) + ": " + quoted(value.text) + " is no finite number");
+    throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is no finite number");
   return number;
 }
 
 platform::CGRect parseFrame(OptionText value) {
   const std::vector<std::string_view> parts = split(value.text, ',');
   if (parts.size() != 4)
-    throw UsageFailure(std::string(value.option) + ": " + quoted(value.text) + " is no X,Y,W,H");
+    throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is no X,Y,W,H");
   double numbers[4];
   for (int i = 0; i < 4; ++i) numbers[i] = parseCoordinate({value.option, parts[i]});
   if (numbers[2] < 0 || numbers[3] < 0)
-    throw UsageFailure(std::string(value.option) + ": " + quoted(value.text) + " has a negative width or height");
+    throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " has a negative width or height");
   return {numbers[0], numbers[1], numbers[2], numbers[3]};
 }
 
 platform::CGSize parseSize(OptionText value) {
   const std::vector<std::string_view> parts = split(value.text, 'x');
-  if (parts.size() != 2) throw UsageFailure(std::string(value.option) + ": " + quoted(value.text) + " is no WxH");
+  if (parts.size() != 2) throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is no WxH");
   const platform::CGSize size = {parseCoordinate({value.option, parts[0]}), parseCoordinate({value.option, parts[1]})};
   if (!(size.width > 0 && size.height > 0))
-    throw UsageFailure(std::string(value.option) + ": " + quoted(value.text) + " needs a width and height above 0");
+    throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " needs a width and height above 0");
   return size;
 }
 
 bool parseBool(OptionText value) {
   if (value.text == "true") return true;
   if (value.text == "false") return false;
-  throw UsageFailure(std::string(value.option) + ": " + quoted(value.text) + " is neither true nor false");
+  throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is neither true nor false");
 }
 
 }  // namespace artwork

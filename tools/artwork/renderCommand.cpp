@@ -37,7 +37,7 @@ CGRect areaAround(CGRect frame) {
 
 double parseScale(std::string_view text) {
   const double scale = parseNumber({"--scale", text});
-  if (scale < 0.1 || scale > 16) throw UsageFailure("--scale: " + quoted(text) + " is not between 0.1 and 16");
+  if (scale < 0.1 || scale > 16) throw UsageFailure("--scale: " + inQuotes(text) + " is not between 0.1 and 16");
   return scale;
 }
 
@@ -48,7 +48,7 @@ std::optional<backend::Color> parseBackground(std::string_view text) {
   unsigned rgb = 0;
   const char* const end = text.data() + text.size();
   const bool isColor = text.size() == 7 && text[0] == '#' && std::from_chars(text.data() + 1, end, rgb, 16).ptr == end;
-  if (!isColor) throw UsageFailure("--background: " + quoted(text) + " is none of none, light, dark and #rrggbb");
+  if (!isColor) throw UsageFailure("--background: " + inQuotes(text) + " is none of none, light, dark and #rrggbb");
   return backend::Color{(rgb >> 16) / 255.0, (rgb >> 8 & 255) / 255.0, (rgb & 255) / 255.0, 1};
 }
 
