@@ -176,4 +176,14 @@ void RecordingCanvas::fillGradient(const Path& path, FillRule rule, const Linear
                                              numberText(gradient.angle)));
 }
 
+void RecordingCanvas::drawGlyphs(const GlyphRun& run, CGPoint origin) {
+  std::string glyphs;
+  for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+    if (i > 0) glyphs += ',';
+    const CGPoint place{origin.x + run.positions[i].x, origin.y + run.positions[i].y};
+    glyphs += "[" + numberText(run.glyphs[i]) + "," + pointText(place) + "]";
+  }
+  lines_.push_back(operation("glyphs", ",\"glyphs\":[" + glyphs + "]"));
+}
+
 }  // namespace backend::recording

@@ -81,6 +81,8 @@ class Backend {
   virtual CGPoint mouseLocation() const = 0;        // screen space
   virtual Color systemColor(SystemColor color) const { return defaultSystemColor(color); }
 
+  virtual const TextEngine& textEngine() const = 0;
+
   // The main queue, on this backend's clock.
   virtual double now() const = 0;  // seconds since some moment
   virtual void callAfter(double seconds, std::function<void()> block) = 0;

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "platform/backend/Path.h"
+#include "platform/backend/TextEngine.h"
 
 namespace backend {
 
@@ -103,6 +104,8 @@ class Canvas {
   virtual void fillPath(const Path& path, FillRule rule) = 0;
   virtual void strokePath(const Path& path, const StrokeStyle& style) = 0;
   virtual void fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) = 0;
+  // In the fill color, the run's positions counted from the origin. Stands upright in a space with y up.
+  virtual void drawGlyphs(const GlyphRun& run, CGPoint origin) = 0;
 };
 
 }  // namespace backend

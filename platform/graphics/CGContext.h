@@ -41,6 +41,7 @@ class CGContext {
   void fillGradient(const backend::Path& path, backend::FillRule rule, const backend::LinearGradient& gradient) {
     canvas_.fillGradient(path, rule, gradient);
   }
+  void drawGlyphs(const backend::GlyphRun& run, CGPoint origin) { canvas_.drawGlyphs(run, origin); }
 
  private:
   backend::Canvas& canvas_;
