@@ -26,22 +26,12 @@ struct FontMetrics {
   double leading = 0;  // between two lines
 };
 
-// The look of a glyph on the pixel grid: one byte of coverage a pixel, rows from the top, its corner relative to the pixel
-// that the glyph's origin lies in; y counts downward.
-struct GlyphCoverage {
-  int left = 0, top = 0, width = 0, height = 0;
-  std::vector<std::uint8_t> alpha;
-};
-
 // One font at one size, after fallback. Lives as long as somebody holds it.
 class Typeface {
  public:
   virtual ~Typeface() = default;
   // In points, the origin on the baseline.
   virtual Path outline(std::uint32_t glyph) const = 0;
-  // At a device scale, the origin `quarter` quarters of a pixel to the right of a pixel's edge. Kept by the typeface, within
-  // bounds; valid until the next call. Absent where the size is better served by the outline.
-  virtual const GlyphCoverage* coverage(std::uint32_t glyph, double scale, int quarter) const = 0;
 };
 
 struct GlyphRun {
@@ -55,7 +45,6 @@ struct TextCluster {
   std::size_t start = 0, length = 0;  // UTF-16 units
   double left = 0, right = 0;         // from the start of the line
   bool isRightToLeft = false;
-  std::size_t run = 0;                // of the line's runs, or past them for what has no glyph
 };
 
 struct ShapedLine {
@@ -77,8 +66,8 @@ class TextEngine {
   // Whether exactly this family is installed.
   virtual bool hasFamily(std::string_view family) const = 0;
   virtual FontMetrics metrics(const FontDescription& font) const = 0;
-  // One line, without a break. The spans cover the text in order.
-  virtual ShapedLine shape(std::u16string_view text, std::span<const FontSpan> fonts) const = 0;
+  // One line, without a break. The spans cover the text in order. An engine may hand out a line that it has shaped before.
+  virtual std::shared_ptr<const ShapedLine> shape(std::u16string_view text, std::span<const FontSpan> fonts) const = 0;
   // Where a line may end: ascending offsets behind which a break is allowed, the text's length last.
   virtual std::vector<std::size_t> breakOpportunities(std::u16string_view text) const = 0;
 };

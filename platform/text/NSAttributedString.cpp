@@ -102,7 +102,7 @@ CGSize NSAttributedString::size() const { return TextLayout(*this, {.wrapsLines 
 CGRect NSAttributedString::boundingRectWithSize(CGSize size, std::uint32_t options) const {
   const bool usesLines = options & NSStringDrawingUsesLineFragmentOrigin;
   const TextLayout layout(*this, {.width = size.width, .wrapsLines = usesLines});
-  const CGFloat bottom = usesLines || layout.lines().empty() ? 0 : -layout.lines().back().descent();
+  const CGFloat bottom = usesLines || layout.lines().empty() ? 0 : -layout.lines().back().metrics.descent;
   return {{0, bottom}, layout.size()};
 }
 

@@ -25,7 +25,7 @@ Ref<NSParagraphStyle> styleOf(const NSAttributes& attributes) {
   return style ? style : NSParagraphStyle::defaultParagraphStyle();
 }
 
-backend::ShapedLine shape(const NSAttributedString& text) {
+std::shared_ptr<const backend::ShapedLine> shape(const NSAttributedString& text) {
   std::vector<backend::FontSpan> spans;
   spans.reserve(text.runs().size());
   for (const NSAttributedString::Run& run : text.runs()) spans.push_back({fontOf(run.attributes), run.length});
@@ -56,7 +56,7 @@ Ref<NSAttributedString> shortenedToWidth(const NSAttributedString& text, CGFloat
   std::size_t low = 0, high = borders.size() - 1;
   while (low < high) {
     const std::size_t middle = (low + high + 1) / 2;
-    if (shape(*shortened(text, borders, middle, mode)).advance <= width) low = middle;
+    if (shape(*shortened(text, borders, middle, mode))->advance <= width) low = middle;
     else high = middle - 1;
   }
   return shortened(text, borders, low, mode);
@@ -89,8 +89,8 @@ void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std
       paragraph->length() > 0 ? styleOf(paragraph->attributesAtIndex(0)) : NSParagraphStyle::defaultParagraphStyle();
   const NSLineBreakMode mode = style->lineBreakMode();
 
-  backend::ShapedLine shaped = shape(*paragraph);
-  const bool fits = shaped.advance <= width_ || paragraph->length() == 0;
+  auto shaped = shape(*paragraph);
+  const bool fits = shaped->advance <= width_ || paragraph->length() == 0;
   if (fits || mode == NSLineBreakByClipping || !options.wrapsLines) {
     addLine({range.location, lineEnd - range.location}, paragraph, std::move(shaped));
   } else if (wraps(mode)) {
@@ -107,14 +107,14 @@ void TextLayout::addWrapped(const Ref<NSAttributedString>& paragraph, std::size_
   const std::u16string& units = paragraph->text();
   const std::vector<std::size_t> words =
       mode == NSLineBreakByCharWrapping ? characterBorders(units) : textEngine().breakOpportunities(units);
-  const backend::ShapedLine whole = shape(*paragraph);
+  const auto whole = shape(*paragraph);
   std::size_t from = 0;
   while (from < units.size()) {
     // Widths of the whole paragraph's clusters stand in for those of the line: kerning across a break is not counted. Blanks
     // at a line's end may hang over.
     std::size_t fitting = from, breakAt = from;
     CGFloat width = 0;
-    for (const backend::TextCluster& cluster : whole.clusters) {
+    for (const backend::TextCluster& cluster : whole->clusters) {
       if (cluster.start < from) continue;
       width += cluster.right - cluster.left;
       const bool isBlank = units[cluster.start] == ' ' || units[cluster.start] == '\t';
@@ -141,13 +141,14 @@ void TextLayout::addWrapped(const Ref<NSAttributedString>& paragraph, std::size_
   }
 }
 
-void TextLayout::addLine(NSRange range, Ref<NSAttributedString> shown, backend::ShapedLine shaped) {
+void TextLayout::addLine(NSRange range, Ref<NSAttributedString> shown,
+                         std::shared_ptr<const backend::ShapedLine> shaped) {
   Line line;
   line.start = range.location;
   line.length = range.length;
   line.shown = std::move(shown);
   line.shaped = std::move(shaped);
-  if (line.shown->length() == 0) line.shaped.metrics = textEngine().metrics(fontOf({}));
+  line.metrics = line.shown->length() == 0 ? textEngine().metrics(fontOf({})) : line.shaped->metrics;
   lines_.push_back(std::move(line));
 }
 
@@ -156,15 +157,15 @@ void TextLayout::place() {
   for (std::size_t i = 0; i < lines_.size(); ++i) {
     Line& line = lines_[i];
     line.y = y;
-    line.baseline = y + line.shaped.metrics.ascent;
+    line.baseline = y + line.metrics.ascent;
     y += line.height();
-    const CGFloat spare = width_ - line.shaped.advance;
+    const CGFloat spare = width_ - line.shaped->advance;
     // A text too long for its width starts at the left whatever its alignment.
     if (std::isfinite(spare) && spare > 0) {
       if (alignments_[i] == NSTextAlignmentCenter) line.x = spare * 0.5;
       if (alignments_[i] == NSTextAlignmentRight) line.x = spare;
     }
-    size_.width = std::max(size_.width, line.shaped.advance);
+    size_.width = std::max(size_.width, line.shaped->advance);
   }
   size_.height = y;
 }
@@ -191,9 +192,9 @@ void TextLayout::drawLine(const Line& line, CGContext& context) {
     const auto color = attributeObject<NSColor>(attributes, NSForegroundColorAttributeName);
     (color ? color : NSColor::blackColor())->setFill();
   };
-  for (std::size_t i = 0; i < line.shaped.runs.size(); ++i) {
-    setColorOf(runs[line.shaped.runFonts[i]].attributes);
-    context.drawGlyphs(line.shaped.runs[i], {0, 0});
+  for (std::size_t i = 0; i < line.shaped->runs.size(); ++i) {
+    setColorOf(runs[line.shaped->runFonts[i]].attributes);
+    context.drawGlyphs(line.shaped->runs[i], {0, 0});
   }
   std::size_t start = 0;
   for (const NSAttributedString::Run& run : runs) {
@@ -202,7 +203,7 @@ void TextLayout::drawLine(const Line& line, CGContext& context) {
     const auto* style = found == run.attributes.end() ? nullptr : std::get_if<std::int64_t>(&found->second);
     if (style && *style != NSUnderlineStyleNone) {
       setColorOf(run.attributes);
-      for (const backend::TextCluster& cluster : line.shaped.clusters) {
+      for (const backend::TextCluster& cluster : line.shaped->clusters) {
         if (cluster.start < start || cluster.start >= end) continue;
         const CGFloat thickness = static_cast<CGFloat>(*style);
         NSRectFillUsingOperation({cluster.left, -1 - thickness, cluster.right - cluster.left, thickness},
@@ -224,7 +225,7 @@ std::size_t TextLayout::characterAt(CGPoint point) const {
   const CGFloat x = point.x - line.x;
   const backend::TextCluster* nearest = nullptr;
   CGFloat least = std::numeric_limits<CGFloat>::infinity();
-  for (const backend::TextCluster& cluster : line.shaped.clusters) {
+  for (const backend::TextCluster& cluster : line.shaped->clusters) {
     const CGFloat distance = x < cluster.left ? cluster.left - x : x >= cluster.right ? x - cluster.right : -1;
     if (distance >= least) continue;
     least = distance;
@@ -243,7 +244,7 @@ std::size_t TextLayout::insertionIndexAt(CGPoint point) const {
     least = std::abs(x - place);
     result = line.start + index;
   };
-  for (const backend::TextCluster& cluster : line.shaped.clusters) {
+  for (const backend::TextCluster& cluster : line.shaped->clusters) {
     const std::size_t end = cluster.start + cluster.length;
     consider(cluster.left, cluster.isRightToLeft ? end : cluster.start);
     consider(cluster.right, cluster.isRightToLeft ? cluster.start : end);
@@ -256,7 +257,7 @@ std::vector<CGRect> TextLayout::rectsOf(NSRange range) const {
   const std::size_t end = range.location + range.length;
   for (const Line& line : lines_) {
     const std::size_t firstOfLine = rects.size();
-    for (const backend::TextCluster& cluster : line.shaped.clusters) {
+    for (const backend::TextCluster& cluster : line.shaped->clusters) {
       const std::size_t start = line.start + cluster.start;
       if (start + cluster.length <= range.location || start >= end) continue;
       const CGRect box{line.x + cluster.left, line.y, cluster.right - cluster.left, line.height()};
@@ -274,8 +275,8 @@ CGRect TextLayout::caretRectAt(std::size_t index) const {
   const Line* line = &lines_.front();
   for (const Line& candidate : lines_)
     if (index >= candidate.start) line = &candidate;
-  CGFloat x = line->shown->length() == 0 ? 0 : line->shaped.advance;
-  for (const backend::TextCluster& cluster : line->shaped.clusters) {
+  CGFloat x = line->shown->length() == 0 ? 0 : line->shaped->advance;
+  for (const backend::TextCluster& cluster : line->shaped->clusters) {
     if (line->start + cluster.start < index) continue;
     x = cluster.isRightToLeft ? cluster.right : cluster.left;
     break;

@@ -27,10 +27,10 @@ class TextLayout {
     CGFloat x = 0, y = 0;               // of its upper left corner
     CGFloat baseline = 0;               // y of its baseline
     Ref<NSAttributedString> shown;      // shortened, without the line's end
-    backend::ShapedLine shaped;
+    std::shared_ptr<const backend::ShapedLine> shaped;
+    backend::FontMetrics metrics;
 
-    CGFloat height() const { return shaped.metrics.ascent + shaped.metrics.descent + shaped.metrics.leading; }
-    CGFloat descent() const { return shaped.metrics.descent; }
+    CGFloat height() const { return metrics.ascent + metrics.descent + metrics.leading; }
   };
 
   TextLayout(const NSAttributedString& text, Options options);
@@ -54,7 +54,7 @@ class TextLayout {
   const Line& lineAt(CGFloat y) const;
   void addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd, const Options& options);
   void addWrapped(const Ref<NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd, NSLineBreakMode mode);
-  void addLine(NSRange range, Ref<NSAttributedString> shown, backend::ShapedLine shaped);
+  void addLine(NSRange range, Ref<NSAttributedString> shown, std::shared_ptr<const backend::ShapedLine> shaped);
   void place();
   static void drawLine(const Line& line, CGContext& context);
 
