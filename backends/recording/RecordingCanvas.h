@@ -31,6 +31,7 @@ class RecordingCanvas : public Canvas {
   void strokePath(const Path& path, const StrokeStyle& style) override;
   void fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) override;
   void drawGlyphs(const GlyphRun& run, CGPoint origin) override;
+  void drawImage(const ImagePixels& image, CGRect source, CGRect destination) override;
 
  private:
   std::vector<std::string> lines_;

@@ -2,6 +2,7 @@
 // Everything is called on the main thread.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -82,6 +83,8 @@ class Backend {
   virtual Color systemColor(SystemColor color) const { return defaultSystemColor(color); }
 
   virtual const TextEngine& textEngine() const = 0;
+  // The picture that the bytes hold; absent if they hold none, are cut off, or claim too many pixels.
+  virtual std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const = 0;
 
   // The main queue, on this backend's clock.
   virtual double now() const = 0;  // seconds since some moment

@@ -42,6 +42,9 @@ class CGContext {
     canvas_.fillGradient(path, rule, gradient);
   }
   void drawGlyphs(const backend::GlyphRun& run, CGPoint origin) { canvas_.drawGlyphs(run, origin); }
+  void drawImage(const backend::ImagePixels& image, CGRect source, CGRect destination) {
+    canvas_.drawImage(image, source, destination);
+  }
 
  private:
   backend::Canvas& canvas_;
