@@ -6,3 +6,7 @@
 #include "uikit/trackrow/CloseButton.h"
 #include "uikit/trackrow/PlaybackStatusIcon.h"
 #include "uikit/trackrow/PrevNextButton.h"
+#include "uikit/trackrow/TrackListRowActionTarget.h"
+#include "uikit/trackrow/TrackRowFavoriteButton.h"
+#include "uikit/trackrow/TrackRowMoreButton.h"
+#include "uikit/trackrow/TrackRowPlayButton.h"
