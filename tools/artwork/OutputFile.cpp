@@ -11,13 +11,23 @@ namespace artwork {
 
 namespace fs = std::filesystem;
 
-OutputFile::OutputFile(const std::string& path) : path_(path), target_(path) {
+namespace {
+
+// What a link leads to, whether or not that exists yet: a file that is moved over a link would replace the link.
+fs::path resolved(fs::path path) {
   std::error_code error;
-  // Moving a file over a link would replace the link.
-  if (fs::is_symlink(target_, error)) {
-    const fs::path resolved = fs::weakly_canonical(target_, error);
-    if (!error) target_ = resolved;
+  for (int links = 0; links < 40 && fs::is_symlink(path, error); ++links) {
+    const fs::path next = fs::read_symlink(path, error);
+    if (error) break;
+    path = path.parent_path() / next;  // next alone where that is absolute
   }
+  return path;
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const std::string& path) : path_(path), target_(resolved(path)) {
+  std::error_code error;
   const fs::file_status status = fs::status(target_, error);
   if (fs::is_directory(status)) fail("it is a directory");
   if (fs::exists(status)) {
