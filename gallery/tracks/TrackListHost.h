@@ -24,7 +24,10 @@ class TrackListHost : public platform::NSObject,
   explicit TrackListHost(std::vector<Track> tracks);
   void didInit() override;
 
-  // What is embedded. The host must live as long as it is shown.
+  // The rows hold their host as their target, and the host holds the rows: whoever made the host ends that.
+  void close();
+
+  // What is embedded. Absent once the host is closed.
   const platform::Ref<platform::NSScrollView>& view() const { return scrollView_; }
   const platform::Ref<platform::NSTableView>& table() const { return table_; }
   // Hears in a few words of what the user did.
