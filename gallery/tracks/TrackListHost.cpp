@@ -25,11 +25,16 @@ TrackListHost::TrackListHost(std::vector<Track> tracks)
 
 void TrackListHost::didInit() {
   NSObject::didInit();
-  // The rows hold this host as their target, and this host the table: taking the list out of its window lets
-  // the rows go.
   table_->setDataSource(refTo(*this));
   table_->setDelegate(refTo(*this));
   table_->reloadData();
+}
+
+void TrackListHost::close() {
+  scrollView_->setDocumentView(nullptr);
+  scrollView_->removeFromSuperview();
+  scrollView_ = nullptr;
+  table_ = nullptr;
 }
 
 std::size_t TrackListHost::numberOfRowsInTableView(NSTableView&) { return tracks_.size(); }
