@@ -2,12 +2,12 @@
 from drawing import HOLE, OUTLINE, Drawing
 from geometry import Pen
 from offset import offset, ring, stroke
-from region import Ink
-from shapes import capsule, circle, ellipse, polygon, polyline, rounded_rectangle, through
+from region import Ink, united
+from shapes import capsule, circle, ellipse, polygon, polyline, rounded_rectangle, symmetric
 
 
 def drawings():
-    return [love()]
+    return [relax(), party(), workout(), love(), focus(), dinner(), celebrities()]
 
 
 # The heart's numbers are given, so it is not drawn but written down. Its inner line comes first.
@@ -88,3 +88,94 @@ def love():
     # The given outline is a run of short curves that meet a little off smooth.
     heart.allow(kink=(0, 0))
     return heart.want(subpaths=3, lines=10, curves=60, extent=(13, 188, 19, 182))
+
+
+def relax():
+    axis, ink = 100.5, Ink()
+    leg = polygon([(27, 40), (46, 40), (42, 15.5), (31, 15.5)])
+    ink.outline(leg).outline(leg.mirrored(axis))
+    back = symmetric(Pen(axis, 70).line(150, 70).line(154, 138)
+                     .curve((axis, 185.5), (157, 174), (134, 185.5)).open(), axis)
+    ink.outline(back)
+    ink.outline(polygon([(40, 39), (161, 39), (161, 70), (40, 70)]))
+    ink.outline(rounded_rectangle(38, 163, 61, 90, 10))
+    arm = united(circle((37, 102), 21.5), polygon([(22, 33), (50, 33), (50, 100), (22, 100)]))[0]
+    ink.outline(arm).outline(arm.mirrored(axis))
+    scroll = Pen(27, 100).arc((37, 102), 20).open()
+    ink.stroke(scroll, width=3).stroke(scroll.mirrored(axis), width=3)
+    for x in (80, 121):
+        ink.draw(circle((x, 138), 4))
+    chair = Drawing("moodRelax").add_region(ink)
+    return chair.want(subpaths=12, lines=47, curves=180, extent=(13, 188, 13, 188))
+
+
+def party():
+    ink = Ink()
+    ink.outline(polygon([(44.5, 160), (156.5, 160), (100, 92)]))
+    ink.stroke(polyline([(60, 141), (140, 141)]))
+    ink.stroke(polyline([(112, 128), (142, 185)]))
+    ink.outline(circle((108, 124), 9))
+    ink.stroke(polyline([(100, 92), (100, 18)]), ends="butt")
+    ink.draw(symmetric(Pen(100, 13).line(134, 13).line(134, 17).line(102, 22).line(100, 22).open(), 100))
+    return Drawing("moodParty").add_region(ink).want(subpaths=5, lines=41, curves=48, extent=(42, 158, 13, 188))
+
+
+def focus():
+    axis, ink = 100, Ink()
+    glass = symmetric(Pen(axis, 66).line(122, 66).smooth((100 + 55.5 * 0.788, 129.5 - 55.5 * 0.6157), 90, 52)
+                      .arc((100, 129.5), 90).open(), axis)
+    ink.outline(glass)
+    ink.stroke(polyline([(88, 66), (81, 112), (90.5, 124), (100, 112), (109.5, 124), (119, 112), (112, 66)]), ends="butt")
+    bands = rounded_rectangle(73, 127, 57, 71, 7)
+    for i in range(3):
+        bands = united(bands, rounded_rectangle(73, 127, 57 - 12 * i, 71 - 12 * i, 7).rotated(4, about=(100, 64 - 12 * i)))[0]
+    ink.draw(bands)
+    for i in range(3):
+        ink.cover(rounded_rectangle(79, 121, 61 - 12 * i, 67 - 12 * i, 3).rotated(4, about=(100, 64 - 12 * i)))
+    ink.outline(Pen(84, 34).line(116, 34).arc((100, 34), -180).close())
+    shine = Pen(63, 130).arc((100, 129.5), 110).open()
+    ink.stroke(shine, width=3)
+    return Drawing("moodFocus").add_region(ink).want(subpaths=9, lines=45, curves=144, extent=(42, 158, 13, 188))
+
+
+def dinner():
+    ink = Ink()
+    ink.outline(circle((100.5, 100), 51)).outline(circle((100.5, 100), 33))
+    for x in (15.5, 23, 30.5, 38):
+        ink.stroke(polyline([(x, 157.5), (x, 120)]))
+    ink.stroke(polyline([(15.5, 130), (15.5, 110), (38, 110), (38, 130)], 11))
+    ink.stroke(polyline([(26.75, 110), (26.75, 80)]))
+    ink.outline(rounded_rectangle(22, 31.5, 42.5, 85, 4.7))
+    ink.outline(Pen(166, 90).line(185.5, 90).line(185.5, 157.5).curve((166, 90), (168, 150), (164, 120)).close())
+    ink.outline(rounded_rectangle(171, 184, 42.5, 90, 5))
+    return Drawing("moodDinner").add_region(ink).want(subpaths=10, lines=36, curves=234, extent=(13, 188, 40, 160))
+
+
+def celebrities():
+    axis, ink = 100, Ink()
+    shoulders = symmetric(Pen(axis, 15.5).line(174.5, 15.5).line(174.5, 32)
+                          .curve((128, 62), (174.5, 52), (150, 56)).line(axis, 62).open(), axis)
+    ink.outline(shoulders)
+    ink.outline(polygon([(84, 90), (84, 58), (100, 44), (116, 58), (116, 90)]))
+    ink.outline(circle((100, 122), 63.5))
+    ink.outline(circle((100, 122), 51))
+    ink.outline(ellipse((100, 117), 38, 46))
+    for x in (51, 149):
+        ink.outline(rounded_rectangle(x - 11, x + 11, 92, 136, 8))
+    return Drawing("moodCelebrities").add_region(ink).want(subpaths=8, lines=36, curves=104, extent=(23, 177, 13, 188))
+
+
+def workout():
+    ink = Ink()
+    upper = (Pen(20, 62).line(182, 62).curve((140, 98), (182, 86), (164, 92))
+             .curve((92, 150), (122, 104), (108, 124)).line(82, 162.5).line(66, 158)
+             .curve((40, 128), (64, 142), (56, 128)).curve((22, 146), (32, 128), (30, 144))
+             .curve((20, 62), (16, 122), (26, 96)).close())
+    ink.outline(upper)
+    sole = (Pen(26, 35.5).line(150, 35.5).curve((185.5, 64), (172, 35.5), (185.5, 48))
+            .curve((110, 58), (160, 66), (134, 58)).curve((15.5, 66), (74, 58), (50, 66))
+            .curve((26, 35.5), (15.5, 50), (18, 35.5)).close())
+    ink.outline(sole)
+    for i in range(3):
+        ink.stroke(polyline([(98 + 12 * i, 142 - 14 * i), (82 + 12 * i, 130 - 14 * i)]))
+    return Drawing("moodWorkout").add_region(ink).want(subpaths=8, lines=30, curves=220, extent=(13, 188, 33, 165))

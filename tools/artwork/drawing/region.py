@@ -2,10 +2,10 @@
 
 The usual way to a line drawing: start an Ink, draw strokes and rings into it, and cover what lies behind a shape before
 drawing that shape's ring. What comes out is one clean set of outlines and holes, without overlaps.
-Outlines that lie exactly upon each other are not supported: let shapes overlap a little or stand apart.
+Straight sides may lie upon each other; curves may not, unless they are the same curve.
 """
 from crossing import crossings
-from geometry import Path
+from geometry import Line, Path, cross, dot
 from offset import ring, stroke, tidy
 
 
@@ -33,14 +33,30 @@ def combine(a, b, keep):
     a, b = as_region(a), as_region(b)
     kept = []
     pieces_a, pieces_b = cut_up(a, b)
+    shared = set()
     # The paint of a region lies to the left of its own paths; only the other region has to be asked.
     for piece in pieces_a:
-        other = inside(b, piece.at(0.5))
-        take(piece, keep(True, other), keep(False, other), kept)
-    for piece in pieces_b:
-        other = inside(a, piece.at(0.5))
-        take(piece, keep(other, True), keep(other, False), kept)
+        twin = next((i for i, other in enumerate(pieces_b) if same_place(piece, other)), None)
+        if twin is None:
+            other = inside(b, piece.at(0.5))
+            take(piece, keep(True, other), keep(False, other), kept)
+        else:
+            shared.add(twin)
+            along = abs(pieces_b[twin].start - piece.start) < abs(pieces_b[twin].end - piece.start)
+            take(piece, keep(True, along), keep(False, not along), kept)
+    for i, piece in enumerate(pieces_b):
+        if i not in shared:
+            other = inside(a, piece.at(0.5))
+            take(piece, keep(other, True), keep(other, False), kept)
     return chained(kept)
+
+
+def same_place(a, b):
+    near = 1e-4
+    if abs(a.at(0.5) - b.at(0.5)) > near:
+        return False
+    return (abs(a.start - b.start) < near and abs(a.end - b.end) < near
+            or abs(a.start - b.end) < near and abs(a.end - b.start) < near)
 
 
 def take(piece, left_painted, right_painted, kept):
@@ -60,7 +76,23 @@ def cut_up(a, b):
                 where = first.at(s)
                 cuts_a[i].append((s, where))
                 cuts_b[j].append((t, where))
+            if isinstance(first, Line) and isinstance(second, Line):
+                cuts_a[i] += ends_on(first, second)
+                cuts_b[j] += ends_on(second, first)
     return pieces_of(segments_a, cuts_a), pieces_of(segments_b, cuts_b)
+
+
+def ends_on(line, other):
+    """Where the other line, lying along this one, starts and ends within it."""
+    along, size = line.direction(), line.length()
+    if abs(cross(along, other.direction())) > 1e-6:
+        return []
+    found = []
+    for p in (other.start, other.end):
+        reach = dot(along, p - line.start)
+        if abs(cross(along, p - line.start)) < 1e-5 and 1e-5 < reach < size - 1e-5:
+            found.append((reach / size, p))
+    return found
 
 
 def pieces_of(segments, cuts):

@@ -70,3 +70,8 @@ def through(points, closed=False, tension=0.5):
         pull = abs(b - a) * tension * 2 / 3
         curves.append(Curve(a, a + tangents[i] * pull, b - tangents[(i + 1) % count] * pull, b))
     return Path(curves, closed)
+
+
+def symmetric(half, axis_x):
+    """A closed path from its right half, an open path that starts and ends on the axis."""
+    return Path(half.segments + half.mirrored(axis_x).reverse().segments)
