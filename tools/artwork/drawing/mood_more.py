@@ -1,5 +1,5 @@
-"""The mood icons of themes: a television, a sun, a record player, a trophy and a stage curtain, drawn like those of
-mood.py with lines five points wide."""
+"""The mood icons of themes: a television, a sun, a record player, a trophy and a stage curtain. Like those of mood.py
+they are line art on a canvas of 200 points, every line about five points wide."""
 import cmath
 import math
 
@@ -36,7 +36,8 @@ def media():
     for side in (-1, 1):
         tip = (axis + side * 25, 154.5)
         ink.stroke(polyline([(axis + side * 5, 136), tip])).outline(circle(tip, 5))
-        ink.outline(polygon([(axis + side * 40, 60), (axis + side * 66, 60), (axis + side * 66, 40.5, 3), (axis + side * 40, 40.5, 3)]))
+        inner, outer = axis + side * 40, axis + side * 66
+        ink.outline(polygon([(inner, 60), (outer, 60), (outer, 40.5, 3), (inner, 40.5, 3)]))
     ink.outline(rounded_rectangle(15.5, 185.5, 49.5, 139, 13))
     ink.stroke(polyline([(134.5, 49.5), (134.5, 139)]), ends="butt")
     ink.outline(bulged(28.5, 121.5, 62, 126.5, 3, 12))
@@ -106,9 +107,10 @@ def charts():
     handle = (Pen(140, 166).line(176, 166).curve((185.5, 156.5), (181, 166), (185.5, 162))
               .curve((132, 101), (185.5, 126), (166, 108)).open())
     ink.stroke(handle).stroke(handle.mirrored(axis))
-    foot = symmetric(Pen(axis, 90).line(110.5, 90).curve((125, 47), (110.5, 64), (114, 47)).line(134, 47).line(134, 31)
-                     .line(147, 31).line(147, 15.5).line(axis, 15.5).open(), axis)
-    ink.outline(foot.rounded({(134, 47): 4, (67, 47): 4, (147, 31): 4, (54, 31): 4, (147, 15.5): 4, (54, 15.5): 4}))
+    foot = symmetric(Pen(axis, 90).line(110.5, 90).curve((125, 47), (110.5, 64), (114, 47))
+                     .line(134, 47).line(134, 31).line(147, 31).line(147, 15.5).line(axis, 15.5).open(), axis)
+    outer_corners = [(134, 47), (67, 47), (147, 31), (54, 31), (147, 15.5), (54, 15.5)]
+    ink.outline(foot.rounded({corner: 4 for corner in outer_corners}))
     bowl = symmetric(Pen(axis, 185.5).line(150, 185.5).curve((axis, 82), (150, 120), (134, 82)).open(), axis)
     ink.outline(bowl)
     ink.draw(capsule((axis - 56, 185.5), (axis + 56, 185.5), 5))
@@ -121,10 +123,13 @@ def charts():
 
 def events():
     ink, axis = Ink(), 100.5
+    # The wavy hem, up the gathered edge to the waist, and on to the middle of the stage.
     left = (Pen(15.5, 49).smooth((27, 46.5), -20, 0).smooth((39, 49), 0, 0).smooth((51, 46.5), 0, 0)
-            .smooth((62, 49), 0, 20).smooth((45, 84), 100, 100).smooth((98, 150), 20, 80).line(15.5, 150).close())
+            .smooth((62, 49), 0, 20).smooth((45, 84), 100, 100).smooth((98, 150), 20, 80)
+            .line(15.5, 150).close())
     left = left.rounded({(62, 49): 4, (45, 84): 4, (15.5, 49): 4})
-    folds = [Pen(38, 140).smooth((29.5, 92), -88, -108).open(), Pen(62, 140).smooth((41, 98), -95, -140).open(),
+    folds = [Pen(38, 140).smooth((29.5, 92), -88, -108).open(),
+             Pen(62, 140).smooth((41, 98), -95, -140).open(),
              Pen(33, 48).smooth((29, 74), 85, 105).open()]
     ink.outline(left).outline(left.mirrored(axis))
     for fold in folds:
