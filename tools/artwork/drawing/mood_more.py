@@ -1,5 +1,5 @@
-"""The mood icons of themes: a television, a sun, a record player, a trophy and a stage curtain. Like those of mood.py
-they are line art on a canvas of 200 points, every line about five points wide."""
+"""The mood icons of themes: a television, a sun, a record player, a trophy and a stage curtain. Like
+those of mood.py they are line art on a canvas of 200 points, every line about five points wide."""
 import cmath
 import math
 
