@@ -100,7 +100,7 @@ def segment_faults(drawing, name, path):
         turn = math.degrees(abs(angle_between(segment.direction(1), following.direction(0))))
         if low < turn < high:
             faults.append(f"{place(segment.end)}: a joint {turn:.1f} degrees off smooth")
-        if turn > 170:
+        if turn > drawing.allowed.get("turn", 170):
             faults.append(f"{place(segment.end)}: the outline turns back on itself")
         if isinstance(segment, Line) and isinstance(following, Line) and turn < 0.2:
             faults.append(f"{place(segment.end)}: a node in the middle of a straight side")

@@ -123,7 +123,7 @@ class Drawing:
 
     def allow(self, **limits):
         """Loosens a check of this drawing, with the reason in a comment beside the call: kink=(low, high) degrees,
-        straight_curves=True, doubled=True, shortest=points, speck=square points."""
+        straight_curves=True, doubled=True, turn=degrees, shortest=points, speck=square points."""
         self.allowed.update(limits)
         return self
 

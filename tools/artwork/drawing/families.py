@@ -4,7 +4,8 @@ import pathlib
 
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parents[2]
-KIT = {"geometry", "shapes", "offset", "crossing", "region", "drawing", "families", "check", "preview", "freeze"}
+KIT = {"geometry", "shapes", "offset", "crossing", "region", "drawing", "letters", "families", "check", "preview",
+       "freeze"}
 
 
 def family_names():

@@ -4,6 +4,7 @@
 Refuses to write a family of which a drawing fails its check. With --check writes nothing and exits non-zero when a
 header differs from what would be written.
 """
+import re
 import sys
 
 from check import faults_of
@@ -16,7 +17,7 @@ def header_text(family, drawings):
     lines = [f"// Made by tools/artwork/drawing/freeze.py from {family}.py. Change the drawing there, then run it again.",
              "#pragma once", '#include "uikit/stylekit/Listing.h"', "namespace TessalunaUIKit::listings {"]
     for drawing in drawings:
-        lines += ["", f"inline constexpr auto {drawing.name} = listing<"]
+        lines += ["", f"inline constexpr auto {identifier(drawing.name)} = listing<"]
         subpaths = drawing.listed_subpaths()
         for n, (name, role, parts) in enumerate(subpaths):
             suffix = "" if role in name else f", {role}"
@@ -26,6 +27,11 @@ def header_text(family, drawings):
             lines += literals(pieces, last)
     lines += ["", "}  // namespace TessalunaUIKit::listings"]
     return "\n".join(lines) + "\n"
+
+
+def identifier(name):
+    """The layer tidalLogo__word is tidalLogoWord in the header: C++ keeps double underscores to itself."""
+    return re.sub("__(.)", lambda found: found.group(1).upper(), name)
 
 
 def literals(pieces, last):
