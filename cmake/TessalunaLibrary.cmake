@@ -1,0 +1,60 @@
+# How every target of the project compiles, and what a library of it is.
+
+# Flags that the project's own code needs and its users need not share.
+add_library(tessaluna_build_flags INTERFACE)
+target_compile_features(tessaluna_build_flags INTERFACE cxx_std_20)
+# A fused multiply-add would move a vertex by one unit in the last place, and pictures and expected texts with it.
+target_compile_options(tessaluna_build_flags INTERFACE -Wall -Wextra -Wpedantic -ffp-contract=off)
+if(TESSALUNA_SANITIZE)
+  target_compile_options(tessaluna_build_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+                                                         -fno-omit-frame-pointer)
+  target_link_options(tessaluna_build_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# tessaluna_library(NAME FOLDERS dir... [EXCEPT dir...] [LINKS target...] [PRIVATE_LINKS target...])
+# A static library of all sources below the folders, installed with the headers beside them. LINKS names libraries of the
+# project without their namespace, or targets of others.
+function(tessaluna_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "FOLDERS;EXCEPT;LINKS;PRIVATE_LINKS")
+  set(sources)
+  set(headers)
+  foreach(folder IN LISTS arg_FOLDERS)
+    file(GLOB_RECURSE folder_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.cpp")
+    file(GLOB_RECURSE folder_headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.h")
+    list(APPEND sources ${folder_sources})
+    list(APPEND headers ${folder_headers})
+  endforeach()
+  foreach(folder IN LISTS arg_EXCEPT)
+    list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/${folder}/")
+    list(FILTER headers EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/${folder}/")
+  endforeach()
+
+  if(NOT sources)
+    message(FATAL_ERROR "no sources for ${name} below ${arg_FOLDERS}")
+  endif()
+  add_library(${name} STATIC ${sources})
+  add_library(TessalunaUIKit::${name} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES OUTPUT_NAME "Tessaluna${name}" POSITION_INDEPENDENT_CODE ON)
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
+                                            "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/tessaluna>")
+  target_link_libraries(${name} PRIVATE "$<BUILD_INTERFACE:tessaluna_build_flags>")
+  foreach(link IN LISTS arg_LINKS)
+    if(TARGET TessalunaUIKit::${link})
+      target_link_libraries(${name} PUBLIC TessalunaUIKit::${link})
+    else()
+      target_link_libraries(${name} PUBLIC ${link})
+    endif()
+  endforeach()
+  # Of another's library that stays behind a source file, users need the library when they link and no more.
+  foreach(link IN LISTS arg_PRIVATE_LINKS)
+    target_link_libraries(${name} PRIVATE ${link})
+  endforeach()
+
+  install(TARGETS ${name} EXPORT TessalunaUIKitTargets ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+  foreach(header IN LISTS headers)
+    cmake_path(RELATIVE_PATH header BASE_DIRECTORY "${PROJECT_SOURCE_DIR}" OUTPUT_VARIABLE relative)
+    cmake_path(GET relative PARENT_PATH folder)
+    install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tessaluna/${folder}")
+  endforeach()
+endfunction()

@@ -1,0 +1,31 @@
+#include "platform/cells/NSButtonCell.h"
+
+#include "platform/graphics/NSBezierPath.h"
+#include "platform/graphics/NSColor.h"
+
+namespace platform {
+
+const ClassInfo NSButtonCell::staticClassInfo{.name = "NSButtonCell", .base = &NSCell::staticClassInfo};
+
+NSButtonCell::NSButtonCell(NSCoder& coder) : NSCell(coder) {
+  title_ = coder.decodeStringForKey("title").value_or("");
+  keyEquivalent_ = coder.decodeStringForKey("keyEquivalent").value_or("");
+  keyEquivalentModifierMask_ = static_cast<std::uint32_t>(coder.decodeIntegerForKey("keyEquivalentModifierMask"));
+  if (coder.decodeStringForKey("buttonType") == "toggle") buttonType_ = NSButtonType::Toggle;
+}
+
+void NSButtonCell::drawWithFrame(CGRect frame, NSView& view) {
+  constexpr CGFloat radius = 5;
+  const bool isDown = isHighlighted() || state() == NSControlStateValueOn;
+  const auto face = NSColor::controlColor()->blendedColorWithFraction(isDown ? 0.2 : 0, NSColor::blackColor());
+  const auto edge = NSColor::controlTextColor()->colorWithAlphaComponent(isEnabled() ? 0.35 : 0.15);
+  // Half a point inside, so that the outline of one point falls on whole points.
+  const auto box = NSBezierPath::bezierPathWithRoundedRect(NSInsetRect(frame, 0.5, 0.5), radius, radius);
+  face->setFill();
+  box->fill();
+  edge->setStroke();
+  box->stroke();
+  drawInteriorWithFrame(frame, view);
+}
+
+}  // namespace platform

@@ -1,0 +1,39 @@
+// The look of a push button: a rounded box that darkens while it is pressed.
+#pragma once
+
+#include <string>
+
+#include "platform/cells/NSCell.h"
+
+namespace platform {
+
+enum class NSButtonType { MomentaryPushIn, Toggle };
+
+class NSButtonCell : public NSCell {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  NSButtonCell() = default;
+  // Keys besides the cell's: "title", "keyEquivalent", "keyEquivalentModifierMask", "buttonType" ("toggle").
+  explicit NSButtonCell(NSCoder& coder);
+
+  const std::string& title() const { return title_; }
+  void setTitle(std::string title) { title_ = std::move(title); }
+  // The characters that press the button, and the modifiers that must be held with them; none if empty.
+  const std::string& keyEquivalent() const { return keyEquivalent_; }
+  void setKeyEquivalent(std::string characters) { keyEquivalent_ = std::move(characters); }
+  std::uint32_t keyEquivalentModifierMask() const { return keyEquivalentModifierMask_; }
+  void setKeyEquivalentModifierMask(std::uint32_t mask) { keyEquivalentModifierMask_ = mask; }
+  NSButtonType buttonType() const { return buttonType_; }
+  void setButtonType(NSButtonType type) { buttonType_ = type; }
+
+  void drawWithFrame(CGRect frame, NSView& view) override;
+
+ private:
+  std::string title_, keyEquivalent_;
+  std::uint32_t keyEquivalentModifierMask_ = 0;
+  NSButtonType buttonType_ = NSButtonType::MomentaryPushIn;
+};
+
+}  // namespace platform

@@ -1,0 +1,45 @@
+// A window's knowledge of where the pointer is: which tracking areas it has entered, and which cursor it wears. Things happen
+// only when the pointer moves or a button goes up: an area that appears, goes or scrolls under a still pointer sends nothing.
+//
+// While a button is down an entry is sent only to areas that ask for that; the others get it at the release. The exit of an
+// entry that was sent comes at once in any case. An area that was taken from its view gets nothing more.
+#pragma once
+
+#include <vector>
+
+#include "platform/events/NSTrackingArea.h"
+#include "platform/foundation/Geometry.h"
+#include "platform/views/Forward.h"
+
+namespace platform {
+
+class PointerTracking {
+ public:
+  explicit PointerTracking(NSWindow& window) : window_(window) {}
+
+  // The pointer is at the event's place. Exits go first, then entries, then moves, in the order of the view tree.
+  void pointerMoved(const Ref<NSEvent>& event, bool isButtonDown);
+  // The pointer has left the window.
+  void pointerLeft(const Ref<NSEvent>& event);
+
+ private:
+  struct Place {
+    Ref<NSView> view;
+    Ref<NSTrackingArea> area;
+    friend bool operator==(const Place&, const Place&) = default;
+  };
+  struct Entered {
+    WeakRef<NSView> view;
+    WeakRef<NSTrackingArea> area;
+  };
+
+  void collect(const Ref<NSView>& view, CGPoint inSuperview, std::vector<Place>& places) const;
+  bool isActive(const NSTrackingArea& area, const NSView& view) const;
+  void sendExits(const Ref<NSEvent>& event, const std::vector<Place>& staying);
+  void updateCursor(CGPoint point);
+
+  NSWindow& window_;
+  std::vector<Entered> entered_;
+};
+
+}  // namespace platform

@@ -1,0 +1,11 @@
+// Names of the foundation, for headers that only pass them on.
+#pragma once
+
+namespace platform {
+
+class NSCoder;
+class NSObject;
+struct ClassInfo;
+struct Selector;
+
+}  // namespace platform

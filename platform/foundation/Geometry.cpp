@@ -1,0 +1,37 @@
+#include "platform/foundation/Geometry.h"
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+CGRect fromEdges(CGFloat minX, CGFloat minY, CGFloat maxX, CGFloat maxY) {
+  return {minX, minY, maxX - minX, maxY - minY};
+}
+
+}  // namespace
+
+CGRect NSUnionRect(CGRect a, CGRect b) {
+  if (NSIsEmptyRect(a)) return NSIsEmptyRect(b) ? NSZeroRect : b;
+  if (NSIsEmptyRect(b)) return a;
+  return fromEdges(std::min(CGRectGetMinX(a), CGRectGetMinX(b)), std::min(CGRectGetMinY(a), CGRectGetMinY(b)),
+                   std::max(CGRectGetMaxX(a), CGRectGetMaxX(b)), std::max(CGRectGetMaxY(a), CGRectGetMaxY(b)));
+}
+
+CGRect NSIntersectionRect(CGRect a, CGRect b) {
+  if (NSIsEmptyRect(a) || NSIsEmptyRect(b)) return NSZeroRect;
+  const CGRect common =
+      fromEdges(std::max(CGRectGetMinX(a), CGRectGetMinX(b)), std::max(CGRectGetMinY(a), CGRectGetMinY(b)),
+                std::min(CGRectGetMaxX(a), CGRectGetMaxX(b)), std::min(CGRectGetMaxY(a), CGRectGetMaxY(b)));
+  return NSIsEmptyRect(common) ? NSZeroRect : common;
+}
+
+bool NSIntersectsRect(CGRect a, CGRect b) { return !NSIsEmptyRect(NSIntersectionRect(a, b)); }
+
+bool NSContainsRect(CGRect a, CGRect b) {
+  return !NSIsEmptyRect(b) && CGRectGetMinX(b) >= CGRectGetMinX(a) && CGRectGetMinY(b) >= CGRectGetMinY(a) &&
+         CGRectGetMaxX(b) <= CGRectGetMaxX(a) && CGRectGetMaxY(b) <= CGRectGetMaxY(a);
+}
+
+}  // namespace platform

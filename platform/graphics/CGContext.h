@@ -1,0 +1,71 @@
+// A drawing context. It keeps no pixels: it forwards to a canvas, which outlives it. What a canvas does not know, such as
+// a pattern in place of a fill color, is derived here.
+#pragma once
+
+#include <vector>
+
+#include "platform/backend/Canvas.h"
+#include "platform/graphics/Forward.h"
+
+namespace platform {
+
+using CGBlendMode = backend::BlendMode;
+inline constexpr CGBlendMode kCGBlendModeNormal = CGBlendMode::Normal;
+inline constexpr CGBlendMode kCGBlendModeCopy = CGBlendMode::Copy;
+inline constexpr CGBlendMode kCGBlendModeSourceOut = CGBlendMode::SourceOut;
+
+class CGContext {
+ public:
+  explicit CGContext(backend::Canvas& canvas) : canvas_(canvas) {}
+  CGContext(const CGContext&) = delete;
+  CGContext& operator=(const CGContext&) = delete;
+
+  void saveState();
+  void restoreState();  // without a save: nothing
+
+  void concat(const CGAffineTransform& transform) { canvas_.concat(transform); }
+  void clipRect(CGRect rect) { canvas_.clipRect(rect); }
+  void clipPath(const backend::Path& path, backend::FillRule rule) { canvas_.clipPath(path, rule); }
+
+  void setFillColor(const backend::Color& color);
+  void setFillPattern(Ref<NSImage> image);  // laid side by side from the origin
+  void setStrokeColor(const backend::Color& color) { canvas_.setStrokeColor(color); }
+  void setShadow(const backend::Shadow& shadow) { canvas_.setShadow(shadow); }
+  void setAlpha(CGFloat alpha) { canvas_.setAlpha(alpha); }
+  void setBlendMode(CGBlendMode mode) { canvas_.setBlendMode(mode); }
+  void beginTransparencyLayer() { canvas_.beginTransparencyLayer(); }
+  void endTransparencyLayer() { canvas_.endTransparencyLayer(); }
+
+  void fillPath(const backend::Path& path, backend::FillRule rule);
+  void strokePath(const backend::Path& path, const backend::StrokeStyle& style) { canvas_.strokePath(path, style); }
+  void fillGradient(const backend::Path& path, backend::FillRule rule, const backend::LinearGradient& gradient) {
+    canvas_.fillGradient(path, rule, gradient);
+  }
+
+ private:
+  backend::Canvas& canvas_;
+  Ref<NSImage> fillPattern_;
+  std::vector<Ref<NSImage>> savedPatterns_;
+};
+
+// State that is saved at once and restored at the closing brace.
+class GraphicsStateScope {
+ public:
+  explicit GraphicsStateScope(CGContext& context) : context_(context) { context_.saveState(); }
+  ~GraphicsStateScope() { context_.restoreState(); }
+  GraphicsStateScope(const GraphicsStateScope&) = delete;
+  GraphicsStateScope& operator=(const GraphicsStateScope&) = delete;
+
+ private:
+  CGContext& context_;
+};
+
+// The calls under their published names. Offset and blur count in base space; no color means no shadow.
+void CGContextSetShadowWithColor(CGContext& context, CGSize offset, CGFloat blur, const NSColor* color);
+inline void CGContextSetAlpha(CGContext& context, CGFloat alpha) { context.setAlpha(alpha); }
+inline void CGContextSetBlendMode(CGContext& context, CGBlendMode mode) { context.setBlendMode(mode); }
+// Auxiliary information is not supported; there is none to pass.
+inline void CGContextBeginTransparencyLayer(CGContext& context) { context.beginTransparencyLayer(); }
+inline void CGContextEndTransparencyLayer(CGContext& context) { context.endTransparencyLayer(); }
+
+}  // namespace platform

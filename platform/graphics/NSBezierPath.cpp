@@ -1,0 +1,60 @@
+#include "platform/graphics/NSBezierPath.h"
+
+#include "platform/graphics/CGContext.h"
+#include "platform/graphics/NSGraphicsContext.h"
+
+namespace platform {
+
+const ClassInfo NSBezierPath::staticClassInfo{.name = "NSBezierPath", .base = &NSObject::staticClassInfo};
+
+Ref<NSBezierPath> NSBezierPath::bezierPath() { return make<NSBezierPath>(); }
+
+Ref<NSBezierPath> NSBezierPath::bezierPathWithRect(CGRect rect) { return make<NSBezierPath>(backend::Path::rect(rect)); }
+
+Ref<NSBezierPath> NSBezierPath::bezierPathWithOvalInRect(CGRect rect) {
+  return make<NSBezierPath>(backend::Path::oval(rect));
+}
+
+Ref<NSBezierPath> NSBezierPath::bezierPathWithRoundedRect(CGRect rect, CGFloat xRadius, CGFloat yRadius) {
+  return make<NSBezierPath>(backend::Path::roundedRect(rect, {xRadius, yRadius}));
+}
+
+void NSBezierPath::lineToPoint(CGPoint point) {
+  if (!path_.hasCurrentPoint()) stopProgram("NSBezierPath: lineToPoint: without a current point");
+  path_.lineTo(point);
+}
+
+void NSBezierPath::curveToPoint(CGPoint point, CGPoint controlPoint1, CGPoint controlPoint2) {
+  if (!path_.hasCurrentPoint()) stopProgram("NSBezierPath: curveToPoint: without a current point");
+  path_.curveTo(point, controlPoint1, controlPoint2);
+}
+
+void NSBezierPath::setLineDash(std::span<const CGFloat> pattern, CGFloat phase) {
+  dash_.assign(pattern.begin(), pattern.end());
+  dashPhase_ = phase;
+}
+
+backend::FillRule NSBezierPath::fillRule() const {
+  return windingRule_ == NSEvenOddWindingRule ? backend::FillRule::EvenOdd : backend::FillRule::NonZero;
+}
+
+void NSBezierPath::fill() const {
+  if (CGContext* context = NSGraphicsContext::currentCGContextIfAny()) context->fillPath(path_, fillRule());
+}
+
+void NSBezierPath::stroke() const {
+  CGContext* context = NSGraphicsContext::currentCGContextIfAny();
+  if (!context) return;
+  context->strokePath(path_, {.width = lineWidth_,
+                              .cap = static_cast<backend::LineCap>(lineCapStyle_),
+                              .join = static_cast<backend::LineJoin>(lineJoinStyle_),
+                              .miterLimit = miterLimit_,
+                              .dash = dash_,
+                              .dashPhase = dashPhase_});
+}
+
+void NSBezierPath::addClip() const {
+  if (CGContext* context = NSGraphicsContext::currentCGContextIfAny()) context->clipPath(path_, fillRule());
+}
+
+}  // namespace platform

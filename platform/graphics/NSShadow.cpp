@@ -1,0 +1,25 @@
+#include "platform/graphics/NSShadow.h"
+
+#include "platform/graphics/CGContext.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSGraphicsContext.h"
+
+namespace platform {
+
+const ClassInfo NSShadow::staticClassInfo{.name = "NSShadow", .base = &NSObject::staticClassInfo};
+
+NSShadow::NSShadow() : shadowColor_(NSColor::blackColor()->colorWithAlphaComponent(1.0 / 3)) {}
+
+NSShadow::NSShadow(Ref<NSColor> color, CGSize offset, CGFloat blurRadius) : NSShadow() {
+  setShadowColor(std::move(color));
+  setShadowOffset(offset);
+  setShadowBlurRadius(blurRadius);
+}
+
+void NSShadow::set() const {
+  CGContext* context = NSGraphicsContext::currentCGContextIfAny();
+  if (!context) return;
+  CGContextSetShadowWithColor(*context, shadowOffset_, shadowBlurRadius_, shadowColor_.get());
+}
+
+}  // namespace platform

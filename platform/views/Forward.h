@@ -1,0 +1,20 @@
+// Names of events, views, cells and windows, for headers that only pass them on.
+#pragma once
+
+#include "platform/foundation/Reference.h"
+
+namespace platform {
+
+class NSApplication;
+class NSButton;
+class NSButtonCell;
+class NSCell;
+class NSControl;
+class NSCursor;
+class NSEvent;
+class NSResponder;
+class NSTrackingArea;
+class NSView;
+class NSWindow;
+
+}  // namespace platform

@@ -1,0 +1,97 @@
+#include "platform/views/NSControl.h"
+
+#include "platform/events/NSEvent.h"
+#include "platform/windows/NSApplication.h"
+#include "platform/windows/NSWindow.h"
+
+namespace platform {
+
+const ClassInfo NSControl::staticClassInfo{.name = "NSControl", .base = &NSView::staticClassInfo};
+
+NSControl::NSControl(NSCoder& coder) : NSView(coder) {
+  cellCoder_ = coder.decodeCoderForKey("cell");
+  action_ = coder.decodeStringForKey("action").value_or("");
+}
+
+NSControl::~NSControl() {
+  if (cell_) cell_->setControlView(nullptr);
+}
+
+void NSControl::didInit() {
+  NSView::didInit();
+  if (!cell_) setCell(cellCoder_ ? makeCell(*cellCoder_) : makeCell());
+  cellCoder_.reset();
+}
+
+void NSControl::setCell(Ref<NSCell> cell) {
+  if (cell_) cell_->setControlView(nullptr);
+  cell_ = std::move(cell);
+  if (cell_) cell_->setControlView(this);
+  setNeedsDisplay(true);
+}
+
+void NSControl::setEnabled(bool isEnabled) {
+  if (!cell_) return;
+  cell_->setEnabled(isEnabled);
+  setNeedsDisplay(true);
+}
+
+void NSControl::setHighlighted(bool isHighlighted) {
+  if (!cell_ || cell_->isHighlighted() == isHighlighted) return;
+  cell_->setHighlighted(isHighlighted);
+  setNeedsDisplay(true);
+}
+
+bool NSControl::sendActionTo(std::string_view action, const Ref<NSObject>& target) {
+  if (NSApp) return NSApp->sendAction(action, target.get(), this);
+  return target && target->performSelector(action, this);
+}
+
+void NSControl::drawRect(CGRect) {
+  if (cell_) cell_->drawWithFrame(bounds(), *this);
+}
+
+void NSControl::mouseDown(const Ref<NSEvent>& event) {
+  if (!isEnabled()) return;
+  const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
+  cell_->setMouseDownFlags(event->modifierFlags() & 0xFFFF0000u);
+  lastPoint_ = point;
+  setHighlighted(true);
+  isTracking_ = cell_->startTrackingAt(point, *this);
+  if (!isTracking_) setHighlighted(false);
+  setNeedsDisplay(true);
+}
+
+void NSControl::mouseDragged(const Ref<NSEvent>& event) {
+  if (!isTracking_ || !cell_) return;
+  const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
+  setHighlighted(NSPointInRect(point, bounds()));
+  const bool goesOn = cell_->continueTracking(lastPoint_, point, *this);
+  const CGPoint last = std::exchange(lastPoint_, point);
+  if (!goesOn) endTracking(last, false);
+}
+
+void NSControl::mouseUp(const Ref<NSEvent>& event) {
+  if (!isTracking_) return;
+  const Ref<NSObject> held = shared_from_this();  // an action may let the control go
+  const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
+  const bool isOver = NSPointInRect(point, bounds());
+  endTracking(point, isOver);
+  if (isOver) wasClicked();
+}
+
+void NSControl::endTracking(CGPoint point, bool isMouseUp) {
+  isTracking_ = false;
+  if (cell_) cell_->stopTracking(lastPoint_, point, *this, isMouseUp);
+  setHighlighted(false);
+  setNeedsDisplay(true);
+}
+
+void NSControl::wasClicked() { sendActionTo(action_, target()); }
+
+void NSControl::windowWillChange() {
+  if (isTracking_) endTracking(lastPoint_, false);
+  NSView::windowWillChange();
+}
+
+}  // namespace platform

@@ -1,0 +1,42 @@
+#include "platform/views/ViewTracking.h"
+
+#include <algorithm>
+
+#include "platform/events/NSCursor.h"
+#include "platform/events/NSTrackingArea.h"
+#include "platform/views/NSView.h"
+
+namespace platform {
+
+NSView* ViewTracking::hitTest(CGPoint point) {
+  if (isHidden()) return nullptr;
+  const CGPoint own = transformToSuperview().inverted()->apply(point);
+  if (!NSPointInRect(own, bounds())) return nullptr;
+  const std::vector<Ref<NSView>>& views = subviews();
+  for (auto view = views.rbegin(); view != views.rend(); ++view)
+    if (NSView* hit = (*view)->hitTest(own)) return hit;
+  return &asView();
+}
+
+void ViewTracking::addTrackingArea(const Ref<NSTrackingArea>& area) { trackingAreas_.push_back(area); }
+
+void ViewTracking::removeTrackingArea(const Ref<NSTrackingArea>& area) {
+  const auto found = std::find(trackingAreas_.begin(), trackingAreas_.end(), area);
+  if (found != trackingAreas_.end()) trackingAreas_.erase(found);
+}
+
+void ViewTracking::addCursorRect(CGRect rect, const Ref<NSCursor>& cursor) { cursorRects_.push_back({rect, cursor}); }
+
+Ref<NSCursor> ViewTracking::cursorAt(CGPoint point) const {
+  for (auto entry = cursorRects_.rbegin(); entry != cursorRects_.rend(); ++entry)
+    if (NSPointInRect(point, entry->rect)) return entry->cursor;
+  return nullptr;
+}
+
+void ViewTracking::geometryDidChange() {
+  ViewDrawing::geometryDidChange();
+  areCursorRectsValid_ = false;
+  if (window()) updateTrackingAreas();
+}
+
+}  // namespace platform

@@ -1,0 +1,54 @@
+// The application: the one way of all events, first through the local monitors and then to their windows, and the list of
+// windows. NSApp is absent until sharedApplication makes it.
+#pragma once
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "platform/events/NSEvent.h"
+#include "platform/events/NSResponder.h"
+
+namespace platform {
+
+class NSApplication : public NSResponder {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  // Made at the first call and kept in NSApp.
+  static Ref<NSApplication> sharedApplication();
+
+  // Every event of the application goes through here. An event without a window is seen by the monitors alone.
+  virtual void sendEvent(const Ref<NSEvent>& event);
+
+  bool isActive() const { return isActive_; }
+  void setActive(bool isActive) { isActive_ = isActive; }  // told by the backend
+
+  Ref<NSWindow> keyWindow() const { return keyWindow_.lock(); }
+  std::vector<Ref<NSWindow>> windows() const;
+
+  // Performs the action on the target, or with none on the first that has it of the key window's responder chain and the
+  // application. False if nobody has it.
+  bool sendAction(std::string_view action, NSObject* target, NSObject* sender);
+
+ private:
+  friend class NSEvent;
+  friend class NSWindow;
+  Ref<NSObject> addMonitor(NSEventMask mask, NSEvent::MonitorHandler handler);
+  void removeMonitor(const Ref<NSObject>& token);
+  void windowWasMade(const Ref<NSWindow>& window) { windows_.push_back(window); }
+  void windowWasClosed(NSWindow&) {}
+  void windowKeyStatusChanged(NSWindow& window, bool isKey);
+
+  class Monitor;
+  std::vector<Ref<Monitor>> monitors_;
+  std::vector<WeakRef<NSWindow>> windows_;
+  WeakRef<NSWindow> keyWindow_;
+  bool isActive_ = true;
+};
+
+// The one application. Tests take it away by setting it absent.
+extern Ref<NSApplication> NSApp;
+
+}  // namespace platform

@@ -1,0 +1,313 @@
+#include "platform/windows/NSWindow.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/events/NSEvent.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSGraphicsContext.h"
+#include "platform/graphics/NSRect.h"
+#include "platform/views/NSView.h"
+#include "platform/windows/NSApplication.h"
+
+namespace platform {
+
+const ClassInfo NSWindow::staticClassInfo{.name = "NSWindow", .base = &NSResponder::staticClassInfo};
+
+NSWindow::NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreType, bool defer)
+    : frame_(contentRect), styleMask_(styleMask), backgroundColor_(NSColor::windowBackgroundColor()) {
+  firstResponder_ = this;
+  if (!defer) makeNative();
+}
+
+NSWindow::~NSWindow() {
+  if (contentView_) contentView_->moveToWindow(nullptr);
+}
+
+void NSWindow::didInit() {
+  NSResponder::didInit();
+  if (!contentView_) setContentView(make<NSView>(CGRect{{0, 0}, frame_.size}));
+  if (NSApp) NSApp->windowWasMade(refTo(*this));
+}
+
+void NSWindow::makeNative() {
+  if (native_) return;
+  backend::Backend* backend = backend::Backend::current();
+  if (!backend) stopProgram("NSWindow: a window was shown without a backend");
+  const bool isTitled = styleMask_ & NSWindowStyleMaskTitled;
+  adoptNativeWindow(backend->makeWindow(
+      *this, {.kind = isTitled ? backend::WindowKind::Titled
+                               : canBecomeKeyWindow() ? backend::WindowKind::Borderless : backend::WindowKind::Popup,
+              .content = frame_,
+              .isOpaque = isOpaque_,
+              .hasShadow = hasShadow_,
+              .canBecomeKey = canBecomeKeyWindow()}));
+}
+
+void NSWindow::adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native) {
+  native_ = std::move(native);
+  if (!title_.empty()) native_->setTitle(title_);
+  if (contentView_) contentView_->setNeedsDisplay(true);
+}
+
+void NSWindow::setContentView(Ref<NSView> view) {
+  if (contentView_) {
+    contentView_->moveToWindow(nullptr);
+  }
+  contentView_ = std::move(view);
+  if (contentView_) {
+    contentView_->removeFromSuperview();
+    contentView_->setFrame({{0, 0}, frame_.size});
+    contentView_->moveToWindow(this);
+    contentView_->updateTrackingAreas();
+    contentView_->setNeedsDisplay(true);
+  } else {
+    invalidateRect({{0, 0}, frame_.size});
+  }
+}
+
+void NSWindow::setFrame(CGRect frame, bool display) {
+  if (native_ && frame != frame_) native_->setFrame(frame);
+  nativeFrameChanged(frame);
+  if (display) displayIfNeeded();
+}
+
+void NSWindow::nativeFrameChanged(CGRect content) {
+  const bool isResized = content.size != frame_.size;
+  frame_ = content;
+  if (!isResized) return;
+  if (contentView_) contentView_->setFrame({{0, 0}, frame_.size});
+  invalidateRect({{0, 0}, frame_.size});
+}
+
+void NSWindow::nativeScaleChanged() { invalidateRect({{0, 0}, frame_.size}); }
+
+CGPoint NSWindow::convertPointToScreen(CGPoint p) const { return {p.x + frame_.origin.x, p.y + frame_.origin.y}; }
+CGPoint NSWindow::convertPointFromScreen(CGPoint p) const { return {p.x - frame_.origin.x, p.y - frame_.origin.y}; }
+CGRect NSWindow::convertRectToScreen(CGRect r) const { return {convertPointToScreen(r.origin), r.size}; }
+CGRect NSWindow::convertRectFromScreen(CGRect r) const { return {convertPointFromScreen(r.origin), r.size}; }
+CGFloat NSWindow::backingScaleFactor() const { return native_ ? native_->scale() : 1; }
+
+void NSWindow::orderFront(NSObject*) {
+  makeNative();
+  isVisible_ = true;
+  native_->show();
+  native_->raise();
+  displayIfNeeded();
+}
+
+void NSWindow::orderOut(NSObject*) {
+  isVisible_ = false;
+  if (native_) native_->hide();
+  nativeKeyStatusChanged(false);
+}
+
+void NSWindow::makeKeyAndOrderFront(NSObject* sender) {
+  orderFront(sender);
+  if (canBecomeKeyWindow()) native_->requestKey();
+}
+
+void NSWindow::close() {
+  const Ref<NSWindow> held = refTo(*this);
+  orderOut(nullptr);
+  if (NSApp) NSApp->windowWasClosed(*this);
+}
+
+void NSWindow::nativeKeyStatusChanged(bool isKey) {
+  if (isKey && !canBecomeKeyWindow()) return;
+  if (isKey == isKey_) return;
+  isKey_ = isKey;
+  if (NSApp) NSApp->windowKeyStatusChanged(*this, isKey);
+}
+
+void NSWindow::setTitle(std::string title) {
+  title_ = std::move(title);
+  if (native_) native_->setTitle(title_);
+}
+
+void NSWindow::setBackgroundColor(Ref<NSColor> color) {
+  backgroundColor_ = std::move(color);
+  invalidateRect({{0, 0}, frame_.size});
+}
+
+bool NSWindow::makeFirstResponder(NSResponder* responder) {
+  NSResponder* wanted = responder ? responder : this;
+  if (wanted == firstResponder_) return true;
+  const Ref<NSResponder> held = refTo(*wanted), heldEarlier = refTo(*firstResponder_);
+  if (firstResponder_ != this && !firstResponder_->resignFirstResponder()) return false;
+  firstResponder_ = this;
+  if (wanted == this) return true;
+  if (!wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
+  firstResponder_ = wanted;
+  return true;
+}
+
+namespace {
+
+void collectKeyViews(const Ref<NSView>& view, std::vector<Ref<NSView>>& result) {
+  if (view->isHidden()) return;
+  if (view->canBecomeKeyView()) result.push_back(view);
+  for (const Ref<NSView>& subview : view->subviews()) collectKeyViews(subview, result);
+}
+
+}  // namespace
+
+bool NSWindow::selectKeyView(int step) {
+  if (!contentView_) return false;
+  std::vector<Ref<NSView>> views;
+  collectKeyViews(contentView_, views);
+  const auto count = static_cast<std::ptrdiff_t>(views.size());
+  std::ptrdiff_t now = step > 0 ? -1 : count;
+  for (std::ptrdiff_t i = 0; i < count; ++i)
+    if (views[i].get() == firstResponder_) now = i;
+  for (std::ptrdiff_t next = now + step; next >= 0 && next < count; next += step)
+    if (makeFirstResponder(views[next].get())) return true;
+  return false;
+}
+
+bool NSWindow::selectNextKeyView() { return selectKeyView(1); }
+bool NSWindow::selectPreviousKeyView() { return selectKeyView(-1); }
+
+void NSWindow::viewWillLeave(NSView& view) {
+  if (firstResponder_ == &view) {
+    view.resignFirstResponder();
+    firstResponder_ = this;
+  }
+  for (Press& press : pressed_)
+    if (press.view.lock().get() == &view) press.view.reset();
+}
+
+void NSWindow::intrinsicContentSizeDidChange(NSView&) {}
+
+void NSWindow::sendEvent(const Ref<NSEvent>& event) {
+  const Ref<NSWindow> held = refTo(*this);
+  switch (event->type()) {
+    case NSEventType::KeyDown:
+    case NSEventType::KeyUp:
+    case NSEventType::FlagsChanged: dispatchKey(event); break;
+    default: dispatchMouse(event);
+  }
+}
+
+namespace {
+
+enum class Phase { Down, Dragged, Up };
+
+struct ButtonHandlers {
+  int button;
+  Phase phase;
+  void (NSResponder::*handler)(const Ref<NSEvent>&);
+};
+
+// What of a press an event type is, and whom it calls.
+std::optional<ButtonHandlers> buttonHandlers(NSEventType type) {
+  switch (type) {
+    case NSEventType::LeftMouseDown: return {{0, Phase::Down, &NSResponder::mouseDown}};
+    case NSEventType::LeftMouseDragged: return {{0, Phase::Dragged, &NSResponder::mouseDragged}};
+    case NSEventType::LeftMouseUp: return {{0, Phase::Up, &NSResponder::mouseUp}};
+    case NSEventType::RightMouseDown: return {{1, Phase::Down, &NSResponder::rightMouseDown}};
+    case NSEventType::RightMouseDragged: return {{1, Phase::Dragged, &NSResponder::rightMouseDragged}};
+    case NSEventType::RightMouseUp: return {{1, Phase::Up, &NSResponder::rightMouseUp}};
+    case NSEventType::OtherMouseDown: return {{2, Phase::Down, &NSResponder::otherMouseDown}};
+    case NSEventType::OtherMouseDragged: return {{2, Phase::Dragged, &NSResponder::otherMouseDragged}};
+    case NSEventType::OtherMouseUp: return {{2, Phase::Up, &NSResponder::otherMouseUp}};
+    default: return std::nullopt;
+  }
+}
+
+}  // namespace
+
+void NSWindow::dispatchMouse(const Ref<NSEvent>& event) {
+  const auto viewUnderPointer = [&]() -> Ref<NSView> {
+    NSView* hit = contentView_ ? contentView_->hitTest(event->locationInWindow()) : nullptr;
+    return hit ? refTo(*hit) : nullptr;
+  };
+  const auto isButtonDown = [&] {
+    return std::any_of(std::begin(pressed_), std::end(pressed_), [](const Press& press) { return press.isDown; });
+  };
+  switch (event->type()) {
+    case NSEventType::ScrollWheel:
+      if (const Ref<NSView> view = viewUnderPointer()) view->scrollWheel(event);
+      return;
+    // A backend tells with these, without an area, that the pointer has come into the window or gone.
+    case NSEventType::MouseExited:
+      if (!isButtonDown()) tracking_.pointerLeft(event);
+      return;
+    case NSEventType::MouseEntered:
+    case NSEventType::MouseMoved: tracking_.pointerMoved(event, isButtonDown()); return;
+    default: break;
+  }
+  const std::optional<ButtonHandlers> handlers = buttonHandlers(event->type());
+  if (!handlers) return;
+
+  Press& press = pressed_[handlers->button];
+  Ref<NSView> receiver = press.view.lock();
+  switch (handlers->phase) {
+    case Phase::Down:
+      receiver = viewUnderPointer();
+      press = {.view = receiver, .isDown = true};
+      if (receiver && handlers->button == 0 && receiver->acceptsFirstResponder()) makeFirstResponder(receiver.get());
+      break;
+    case Phase::Dragged: tracking_.pointerMoved(event, true); break;
+    case Phase::Up: press = {}; break;
+  }
+  if (receiver && receiver->window() == this) (receiver.get()->*handlers->handler)(event);
+  // Entries that the press held back come with its release.
+  if (handlers->phase == Phase::Up) tracking_.pointerMoved(event, isButtonDown());
+}
+
+void NSWindow::dispatchKey(const Ref<NSEvent>& event) {
+  const Ref<NSResponder> receiver = refTo(*firstResponder_);
+  switch (event->type()) {
+    case NSEventType::KeyDown:
+      if (contentView_ && Ref<NSView>(contentView_)->performKeyEquivalent(event)) return;
+      receiver->keyDown(event);
+      break;
+    case NSEventType::KeyUp: receiver->keyUp(event); break;
+    default: receiver->flagsChanged(event);
+  }
+}
+
+void NSWindow::resetCursorRects() {
+  if (contentView_) resetCursorRectsBelow(*contentView_);
+}
+
+void NSWindow::resetCursorRectsBelow(NSView& view) {
+  if (view.isHidden()) return;
+  ViewTracking& tracking = view;
+  if (!std::exchange(tracking.areCursorRectsValid_, true)) {
+    view.discardCursorRects();
+    view.resetCursorRects();
+  }
+  for (const Ref<NSView>& subview : view.subviews()) resetCursorRectsBelow(*subview);
+}
+
+void NSWindow::invalidateCursorRectsForView(NSView& view) { static_cast<ViewTracking&>(view).areCursorRectsValid_ = false; }
+
+void NSWindow::invalidateRect(CGRect rect) {
+  dirty_.add(rect, backingScaleFactor());
+  if (native_ && isVisible_ && !dirty_.isEmpty()) native_->scheduleDisplay();
+}
+
+void NSWindow::displayIfNeeded() {
+  if (!native_ || !isVisible_ || dirty_.isEmpty()) return;
+  const std::vector<CGRect> rects = dirty_.take({{0, 0}, frame_.size});
+  if (rects.empty()) return;
+  native_->paint(rects, [&](backend::Canvas& canvas) {
+    for (const CGRect& rect : rects) drawContents(rect, canvas);
+  });
+}
+
+void NSWindow::drawContents(CGRect rect, backend::Canvas& canvas) {
+  CGContext context(canvas);
+  const auto graphics = NSGraphicsContext::graphicsContextWithCGContext(context, false);
+  const CurrentContextScope current(graphics);
+  const GraphicsStateScope state(context);
+  context.clipRect(rect);
+  // The picture is kept: what was there goes first, also under a translucent background.
+  (backgroundColor_ ? backgroundColor_ : NSColor::clearColor())->setFill();
+  NSRectFill(rect);
+  if (contentView_) contentView_->displayRectInContext(rect, *graphics);
+}
+
+}  // namespace platform

@@ -1,0 +1,129 @@
+// A window: a content view, the view tree's way to the desktop, and the first stop of events. Frames are in screen space,
+// whose origin is the lower left of the primary screen; the window's base space has its origin at the lower left of the
+// content. A window keeps its picture, so that drawing happens only where something changed.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/backend/Backend.h"
+#include "platform/events/PointerTracking.h"
+#include "platform/events/NSResponder.h"
+#include "platform/foundation/Geometry.h"
+#include "platform/graphics/Forward.h"
+#include "platform/views/Forward.h"
+#include "platform/windows/DirtyRegion.h"
+
+namespace platform {
+
+enum NSWindowStyleMask : std::uint32_t {
+  NSWindowStyleMaskBorderless = 0,
+  NSWindowStyleMaskTitled = 1,
+  NSWindowStyleMaskClosable = 2,
+  NSWindowStyleMaskMiniaturizable = 4,
+  NSWindowStyleMaskResizable = 8,
+  NSWindowStyleMaskTexturedBackground = 0x100,
+};
+enum NSBackingStoreType { NSBackingStoreBuffered = 2 };
+
+class NSWindow : public NSResponder, private backend::WindowClient {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  // With `defer` true the native window is made when the window is first shown. Needs a backend by then, or the program stops.
+  NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreType backing, bool defer);
+  ~NSWindow() override;
+  void didInit() override;
+
+  const Ref<NSView>& contentView() const { return contentView_; }
+  void setContentView(Ref<NSView> view);  // takes the size of the window's content
+
+  CGRect frame() const { return frame_; }
+  void setFrame(CGRect frame, bool display);
+  CGPoint convertPointToScreen(CGPoint point) const;
+  CGPoint convertPointFromScreen(CGPoint point) const;
+  CGRect convertRectToScreen(CGRect rect) const;
+  CGRect convertRectFromScreen(CGRect rect) const;
+  CGFloat backingScaleFactor() const;
+
+  bool isVisible() const { return isVisible_; }
+  void orderFront(NSObject* sender);
+  void orderOut(NSObject* sender);
+  void makeKeyAndOrderFront(NSObject* sender);
+  virtual void close();
+
+  // Only a window that can has key status; a borderless one cannot unless it is overridden.
+  virtual bool canBecomeKeyWindow() const { return styleMask_ & NSWindowStyleMaskTitled; }
+  bool isKeyWindow() const { return isKey_; }
+
+  NSResponder* firstResponder() const { return firstResponder_; }
+  // Absent makes the window itself the first responder. False if the earlier one or the new one refuses.
+  bool makeFirstResponder(NSResponder* responder);
+  // Go on to the next or previous view that the Tab key may stop at, in the order of the tree. False at the end.
+  bool selectNextKeyView();
+  bool selectPreviousKeyView();
+
+  const std::string& title() const { return title_; }
+  void setTitle(std::string title);
+  std::uint32_t styleMask() const { return styleMask_; }
+  void setOpaque(bool isOpaque) { isOpaque_ = isOpaque; }
+  bool isOpaque() const { return isOpaque_; }
+  void setHasShadow(bool has) { hasShadow_ = has; }
+  bool hasShadow() const { return hasShadow_; }
+  void setBackgroundColor(Ref<NSColor> color);
+  const Ref<NSColor>& backgroundColor() const { return backgroundColor_; }
+
+  // An event whose window is this one. Called by NSApp.
+  virtual void sendEvent(const Ref<NSEvent>& event);
+
+  // Brings the cursor rectangles of all views up to date: those that are no longer valid are discarded and asked for again.
+  void resetCursorRects();
+  void invalidateCursorRectsForView(NSView& view);
+
+  // Asks for a redraw of a part of base space, and draws what was asked for.
+  void invalidateRect(CGRect rect);
+  void displayIfNeeded();
+
+  // A backend that already has the native side of a window, such as a widget of a host, gives it here.
+  void adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native);
+  backend::NativeWindow* nativeWindow() const { return native_.get(); }
+  backend::WindowClient& windowClient() { return *this; }
+
+ private:
+  friend class ViewGeometry;
+  friend class NSView;
+  void viewWillLeave(NSView& view);
+  void intrinsicContentSizeDidChange(NSView& view);
+
+  void nativeDisplay() override { displayIfNeeded(); }
+  void nativeFrameChanged(CGRect content) override;
+  void nativeScaleChanged() override;
+  void nativeKeyStatusChanged(bool isKey) override;
+  void nativeCloseRequested() override { close(); }
+
+  void makeNative();
+  void drawContents(CGRect rect, backend::Canvas& canvas);
+  void dispatchMouse(const Ref<NSEvent>& event);
+  void dispatchKey(const Ref<NSEvent>& event);
+  bool selectKeyView(int step);
+  void resetCursorRectsBelow(NSView& view);
+
+  std::unique_ptr<backend::NativeWindow> native_;
+  Ref<NSView> contentView_;
+  CGRect frame_;
+  std::uint32_t styleMask_;
+  std::string title_;
+  Ref<NSColor> backgroundColor_;
+  NSResponder* firstResponder_ = nullptr;
+  struct Press {
+    WeakRef<NSView> view;  // gets the drags and the release, as long as it is in the window
+    bool isDown = false;
+  };
+  Press pressed_[3];  // of the left, the right and any other button
+  PointerTracking tracking_{*this};
+  DirtyRegion dirty_;
+  bool isVisible_ = false, isKey_ = false, isOpaque_ = true, hasShadow_ = true;
+};
+
+}  // namespace platform

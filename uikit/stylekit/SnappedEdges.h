@@ -1,0 +1,33 @@
+// Edges that sit on the point grid. An edge lies at a fraction of the frame's size, moved to a grid position by a constant
+// that is the design's own distance from the grid: floor(size * fraction + constant) + (0.5 - constant). The rounding sees
+// the scaled size only, never the frame's origin.
+//
+//   constexpr SnappedEdges disc{.left = {0.01316, 0.5}, .right = {0.98684, 0.5},
+//                               .bottom = {0.01316, 0.5}, .top = {0.98684, 0.5}};
+//   NSBezierPath::bezierPathWithOvalInRect(snappedRect(frame, disc));
+#pragma once
+
+#include <cmath>
+
+#include "platform/foundation/Geometry.h"
+
+namespace TessalunaUIKit {
+
+struct SnappedEdge {
+  double fraction = 0;
+  double constant = 0.5;  // 0.5 rounds to the nearest point, 0 puts the edge on a half point
+
+  double in(double size) const { return std::floor(size * fraction + constant) + (0.5 - constant); }
+};
+
+struct SnappedEdges {
+  SnappedEdge left, right, bottom, top;
+};
+
+inline platform::CGRect snappedRect(platform::CGRect frame, const SnappedEdges& edges) {
+  const double left = edges.left.in(frame.size.width), bottom = edges.bottom.in(frame.size.height);
+  return {frame.origin.x + left, frame.origin.y + bottom, edges.right.in(frame.size.width) - left,
+          edges.top.in(frame.size.height) - bottom};
+}
+
+}  // namespace TessalunaUIKit
