@@ -212,6 +212,12 @@ def arc(center, radius, from_degrees, to_degrees, per_curve=90):
     return curves
 
 
+def on_circle(center, radius, degrees):
+    """The point of the circle in the compass direction, as a pair."""
+    p = point(center) + radius * cmath.exp(1j * math.radians(degrees))
+    return p.real, p.imag
+
+
 class Path:
     def __init__(self, segments, closed=True):
         self.segments = [s for s in segments if s.length() > 1e-7]

@@ -1,9 +1,8 @@
 """The mood icons: line art on a canvas of 200 points, every line about five points wide."""
 from drawing import HOLE, OUTLINE, Drawing
-from geometry import Pen
-from offset import offset, ring, stroke
+from geometry import Pen, on_circle
 from region import Ink, united
-from shapes import capsule, circle, ellipse, polygon, polyline, rounded_rectangle, symmetric
+from shapes import circle, polygon, polyline, rounded_rectangle, symmetric
 
 
 def drawings():
@@ -91,91 +90,139 @@ def love():
 
 
 def relax():
+    """An armchair from the front: what stands nearer is drawn later and hides what is behind."""
     axis, ink = 100.5, Ink()
     leg = polygon([(27, 40), (46, 40), (42, 15.5), (31, 15.5)])
     ink.outline(leg).outline(leg.mirrored(axis))
-    back = symmetric(Pen(axis, 70).line(150, 70).line(154, 138)
-                     .curve((axis, 185.5), (157, 174), (134, 185.5)).open(), axis)
+    back = symmetric(Pen(axis, 80).line(150, 80).line(153.5, 136)
+                     .curve((axis, 185.5), (155.75, 172), (136, 185.5)).open(), axis)
     ink.outline(back)
-    ink.outline(polygon([(40, 39), (161, 39), (161, 70), (40, 70)]))
-    ink.outline(rounded_rectangle(38, 163, 61, 90, 10))
-    arm = united(circle((37, 102), 21.5), polygon([(22, 33), (50, 33), (50, 100), (22, 100)]))[0]
+    ink.outline(polygon([(40, 39), (161, 39), (161, 75), (40, 75)]))
+    cushion = symmetric(Pen(axis, 62).line(161, 62).line(161, 84).curve((axis, 92), (141, 90), (120, 92)).open(), axis)
+    ink.outline(cushion)
+    arm = united(circle((36, 102), 20.5), polygon([(22, 33), (50, 33), (50, 100), (22, 100)]))[0]
     ink.outline(arm).outline(arm.mirrored(axis))
-    scroll = Pen(27, 100).arc((37, 102), 20).open()
-    ink.stroke(scroll, width=3).stroke(scroll.mirrored(axis), width=3)
-    for x in (80, 121):
-        ink.draw(circle((x, 138), 4))
-    chair = Drawing("moodRelax").add_region(ink)
-    return chair.want(subpaths=12, lines=47, curves=180, extent=(13, 188, 13, 188))
+    scroll = Pen(*on_circle((36, 102), 11.5, 50)).arc((36, 102), 220).open()
+    ink.stroke(scroll, "butt", width=3).stroke(scroll.mirrored(axis), "butt", width=3)
+    seam = Pen(116, 106).curve((118, 166), (119, 126), (120, 146)).open()
+    ink.stroke(seam, "butt", width=3).stroke(seam.mirrored(axis), "butt", width=3)
+    chair = Drawing("moodRelax").add_region(ink, [
+        "chair", "back, hole", "seat cushion, hole", "left arm, hole", "right arm, hole", "apron, hole",
+        "left leg, hole", "right leg, hole", "left seam", "right seam", "left scroll", "right scroll"])
+    chair.fit_counts(lines=47, curves=180)
+    return chair.want(subpaths=12, extent=(13, 188, 13, 188))
 
 
 def party():
-    ink = Ink()
-    ink.outline(polygon([(44.5, 160), (156.5, 160), (100, 92)]))
-    ink.stroke(polyline([(60, 141), (140, 141)]))
-    ink.stroke(polyline([(112, 128), (142, 185)]))
-    ink.outline(circle((108, 124), 9))
-    ink.stroke(polyline([(100, 92), (100, 18)]), ends="butt")
-    ink.draw(symmetric(Pen(100, 13).line(134, 13).line(134, 17).line(102, 22).line(100, 22).open(), 100))
-    return Drawing("moodParty").add_region(ink).want(subpaths=5, lines=41, curves=48, extent=(42, 158, 13, 188))
+    """A cocktail with an olive on a pick."""
+    axis, ink = 100, Ink()
+    bowl = symmetric(Pen(axis, 88).line(106, 88).line(155.5, 150).line(155.5, 162).line(axis, 162).open(), axis)
+    ink.outline(bowl)
+    ink.stroke(polyline([(54, 137), (146, 137)]), ends="butt")
+    ink.stroke(polyline([(111, 122), (140, 185.5)]))
+    ink.outline(circle((109, 118), 9.5))
+    stem = symmetric(Pen(axis, 13).line(135, 13).line(135, 18).line(108, 18).line(108, 20).line(102.5, 27)
+                     .line(102.5, 78).line(106, 84).line(106, 90).line(axis, 90).open(), axis)
+    ink.draw(stem)
+    glass = Drawing("moodParty").add_region(ink, [
+        "glass", "drink, hole", "left of the pick, hole", "right of the pick, hole", "olive, hole"])
+    glass.fit_counts(lines=41, curves=48)
+    return glass.want(subpaths=5, extent=(42, 158, 13, 188))
 
 
 def focus():
+    """A light bulb. The thread is drawn solid and its bands are cut out, so that the lines between stay even."""
     axis, ink = 100, Ink()
-    glass = symmetric(Pen(axis, 66).line(122, 66).smooth((100 + 55.5 * 0.788, 129.5 - 55.5 * 0.6157), 90, 52)
-                      .arc((100, 129.5), 90).open(), axis)
+    glass = symmetric(Pen(axis, 58).line(121.5, 58).line(121.5, 71)
+                      .smooth(on_circle((100, 130), 55.5, -44), 90, 46).arc((100, 130), 90).open(), axis)
     ink.outline(glass)
-    ink.stroke(polyline([(88, 66), (81, 112), (90.5, 124), (100, 112), (109.5, 124), (119, 112), (112, 66)]), ends="butt")
-    bands = rounded_rectangle(73, 127, 57, 71, 7)
-    for i in range(3):
-        bands = united(bands, rounded_rectangle(73, 127, 57 - 12 * i, 71 - 12 * i, 7).rotated(4, about=(100, 64 - 12 * i)))[0]
-    ink.draw(bands)
-    for i in range(3):
-        ink.cover(rounded_rectangle(79, 121, 61 - 12 * i, 67 - 12 * i, 3).rotated(4, about=(100, 64 - 12 * i)))
-    ink.outline(Pen(84, 34).line(116, 34).arc((100, 34), -180).close())
-    shine = Pen(63, 130).arc((100, 129.5), 110).open()
-    ink.stroke(shine, width=3)
-    return Drawing("moodFocus").add_region(ink).want(subpaths=9, lines=45, curves=144, extent=(42, 158, 13, 188))
+    ink.stroke(polyline([(92, 60), (81, 112), (90.5, 124), (100, 112), (109.5, 124), (119, 112), (108, 60)]), "butt")
+    foot = Pen(axis, 15.5).line(104, 15.5).curve((116, 34), (112, 15.5), (116, 24)).line(axis, 34).open()
+    ink.outline(symmetric(foot, axis))
+    tilt, middle = 4, [59.5, 47, 34.5]
+    thread = None
+    for y in middle:
+        band = rounded_rectangle(72, 128, y - 8, y + 8, 6).rotated(tilt, about=(axis, y))
+        thread = band if thread is None else united(thread, band)[0]
+    ink.draw(thread)
+    for y in middle:
+        ink.cover(rounded_rectangle(77, 123, y - 3.5, y + 3.5, 1.5).rotated(tilt, about=(axis, y)))
+    ink.stroke(Pen(61, 130).arc((100, 130), 130).open(), "butt", width=3)
+    ink.stroke(Pen(*on_circle((100, 130), 39, 120)).arc((100, 130), 105).open(), "butt", width=3)
+    bulb = Drawing("moodFocus").add_region(ink, [
+        "bulb", "glass, hole", "filament, hole", "upper thread, hole", "lower thread, hole",
+        "middle thread, hole", "foot, hole", "long light", "short light"])
+    bulb.fit_counts(lines=45, curves=144)
+    return bulb.want(subpaths=9, extent=(42, 158, 13, 188))
 
 
 def dinner():
+    """A plate between fork and knife."""
     ink = Ink()
-    ink.outline(circle((100.5, 100), 51)).outline(circle((100.5, 100), 33))
-    for x in (15.5, 23, 30.5, 38):
-        ink.stroke(polyline([(x, 157.5), (x, 120)]))
-    ink.stroke(polyline([(15.5, 130), (15.5, 110), (38, 110), (38, 130)], 11))
-    ink.stroke(polyline([(26.75, 110), (26.75, 80)]))
-    ink.outline(rounded_rectangle(22, 31.5, 42.5, 85, 4.7))
-    ink.outline(Pen(166, 90).line(185.5, 90).line(185.5, 157.5).curve((166, 90), (168, 150), (164, 120)).close())
-    ink.outline(rounded_rectangle(171, 184, 42.5, 90, 5))
-    return Drawing("moodDinner").add_region(ink).want(subpaths=10, lines=36, curves=234, extent=(13, 188, 40, 160))
+    ink.outline(circle((100.5, 100), 50)).outline(circle((100.5, 100), 32))
+    ink.stroke(Pen(*on_circle((100.5, 100), 41, 60)).arc((100.5, 100), 5).open(), "butt", width=3)
+    tines = polyline([(15.5, 160), (15.5, 112, 9), (35.5, 112, 9), (35.5, 160)])
+    ink.stroke(tines, "butt").stroke(polyline([(25.5, 160), (25.5, 80)]), "butt")
+    # The tines end a little narrower than they are.
+    for side in ((18, 15.8), (23, 24.6), (28, 26.4), (33, 35.2)):
+        ink.cover(polygon([(side[0], 152), (side[0], 161), (side[1], 161)]))
+    ink.outline(rounded_rectangle(20, 31, 42.5, 86, 4))
+    ink.outline(Pen(168, 90).line(185.5, 90).line(185.5, 156).curve((168, 90), (171, 150), (165, 122)).close())
+    ink.outline(polygon([(174.5, 42.5, 4), (185.5, 42.5, 4), (185.5, 90), (174.5, 90)]))
+    table = Drawing("moodDinner").add_region(ink, [
+        "plate", "rim, hole", "well", "well, hole", "knife", "blade, hole", "knife's handle, hole", "fork",
+        "fork's handle, hole", "light on the rim"])
+    table.fit_counts(lines=36, curves=234)
+    return table.want(subpaths=10, extent=(13, 188, 40, 160))
 
 
 def celebrities():
+    """A head with headphones. The skull runs behind the band, where nobody sees it."""
     axis, ink = 100, Ink()
-    shoulders = symmetric(Pen(axis, 15.5).line(174.5, 15.5).line(174.5, 32)
-                          .curve((128, 62), (174.5, 52), (150, 56)).line(axis, 62).open(), axis)
+    shoulders = symmetric(Pen(axis, 15.5).line(174.5, 15.5).line(174.5, 22)
+                          .curve((127, 55), (174.5, 45), (154, 55)).line(axis, 55).open(), axis)
     ink.outline(shoulders)
-    ink.outline(polygon([(84, 90), (84, 58), (100, 44), (116, 58), (116, 90)]))
-    ink.outline(circle((100, 122), 63.5))
-    ink.outline(circle((100, 122), 51))
-    ink.outline(ellipse((100, 117), 38, 46))
-    for x in (51, 149):
-        ink.outline(rounded_rectangle(x - 11, x + 11, 92, 136, 8))
-    return Drawing("moodCelebrities").add_region(ink).want(subpaths=8, lines=36, curves=104, extent=(23, 177, 13, 188))
+    neck = symmetric(Pen(axis, 37).line(118, 56).line(118, 90).line(axis, 90).open(), axis)
+    ink.outline(neck)
+    head = symmetric(Pen(axis, 61).curve((155, 124), (130, 61), (155, 88)).arc((100, 124), 90).open(), axis)
+    ink.outline(head)
+    ink.stroke(Pen(56, 120).curve((112, 152), (66, 148), (92, 146)).curve((144, 120), (126, 148), (138, 138)).open())
+    band = symmetric(Pen(axis, 173.5).arc((100, 124), -8).line(161, 116).arc((100, 124), 90).open(), axis)
+    ink.outline(band)
+    for x in (50, 150):
+        ink.outline(rounded_rectangle(x - 12, x + 12, 92, 138, 8))
+    bust = Drawing("moodCelebrities").add_region(ink, [
+        "head and shoulders", "face, hole", "shirt, hole", "hair, hole", "headband, hole",
+        "left cup, hole", "right cup, hole", "neck, hole"])
+    bust.fit_counts(lines=36, curves=104)
+    return bust.want(subpaths=8, extent=(23, 177, 13, 188))
 
 
 def workout():
+    """A running shoe on its toe. Drawn flat, 160 points long, and then tilted."""
     ink = Ink()
-    upper = (Pen(20, 62).line(182, 62).curve((140, 98), (182, 86), (164, 92))
-             .curve((92, 150), (122, 104), (108, 124)).line(82, 162.5).line(66, 158)
-             .curve((40, 128), (64, 142), (56, 128)).curve((22, 146), (32, 128), (30, 144))
-             .curve((20, 62), (16, 122), (26, 96)).close())
-    ink.outline(upper)
-    sole = (Pen(26, 35.5).line(150, 35.5).curve((185.5, 64), (172, 35.5), (185.5, 48))
-            .curve((110, 58), (160, 66), (134, 58)).curve((15.5, 66), (74, 58), (50, 66))
-            .curve((26, 35.5), (15.5, 50), (18, 35.5)).close())
-    ink.outline(sole)
+
+    def tilted(path):
+        return path.scaled(1.11).rotated(-13).moved(9, 62)
+
+    ink.outline(tilted(polygon([(36, 60), (41, 94), (58, 100), (80, 66)], 6)))
+    upper = (Pen(10, 14).line(136, 14).line(154, 30).curve((106, 57), (153, 49), (134, 55)).line(64, 87).line(46, 76)
+             .curve((3, 97), (29, 62), (16, 72)).line(-6, 90).curve((10, 14), (10, 64), (4, 44)).close()
+             .rounded({(106, 57): 26, (64, 87): 4, (46, 76): 6, (3, 97): 5, (-6, 90): 5}))
+    ink.outline(tilted(upper))
+    ink.stroke(tilted(Pen(30, 16).curve((29.5, 70), (43, 40), (42, 56)).open()), "butt")
+    ink.stroke(tilted(Pen(118, 16).curve((126, 53), (106, 34), (112, 48)).open()), ends="butt")
+    sole = (Pen(12, 2.5).line(112, 2.5).curve((160, 31), (142, 2.5), (157, 14))
+            .curve((92, 22), (138, 28), (116, 22)).curve((1, 34), (60, 22), (30, 28))
+            .curve((12, 2.5), (3, 20), (2, 2.5)).close().rounded({(160, 31): 5, (1, 34): 5}))
+    ink.outline(tilted(sole))
     for i in range(3):
-        ink.stroke(polyline([(98 + 12 * i, 142 - 14 * i), (82 + 12 * i, 130 - 14 * i)]))
-    return Drawing("moodWorkout").add_region(ink).want(subpaths=8, lines=30, curves=220, extent=(13, 188, 33, 165))
+        ink.stroke(tilted(polyline([(74 + 11 * i, 79.86 - 7.86 * i), (64.5 + 11 * i, 67 - 7.86 * i)])), "butt")
+    for i in range(2):
+        ink.stroke(tilted(Pen(54 + 16 * i, 34).smooth((65 + 16 * i, 56 - 4 * i), 30, 85).open()), "butt", width=3)
+    shoe = Drawing("moodWorkout").add_region(ink, [
+        "shoe", "side, hole", "sole, hole", "heel, hole", "toe cap, hole", "tongue, hole", "left stripe",
+        "right stripe"])
+    shoe.fit_extents(13, 188, 33, 165)
+    shoe.fit_counts(lines=30, curves=220)
+    return shoe.want(subpaths=8, extent=(13, 188, 33, 165))

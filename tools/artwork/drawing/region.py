@@ -158,8 +158,10 @@ class Ink:
 
     def outlines(self):
         """Outer outlines with their holes behind each, the largest first."""
-        outer = sorted((p for p in self.region if p.area() > 0), key=lambda p: -p.area())
-        holes = sorted((p for p in self.region if p.area() < 0), key=lambda p: p.area())
+        # Twins of one size stand from left to right.
+        ordered = sorted(self.region, key=lambda p: (-round(abs(p.area()), 2), p.bounds()[0]))
+        outer = [p for p in ordered if p.area() > 0]
+        holes = [p for p in ordered if p.area() < 0]
         result = []
         for path in outer:
             result.append(path)
