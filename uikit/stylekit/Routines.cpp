@@ -43,6 +43,9 @@ constexpr RoutineFlag enabledPressed[] = {{"enabled", true}, {"isPressed", false
 constexpr RoutineFlag enabledPressedWhite[] = {{"enabled", true}, {"isPressed", false}, {"isWhite", false}};
 constexpr RoutineFlag pressed[] = {{"isPressed", false}};
 constexpr RoutineFlag selectedPressed[] = {{"isSelected", true}, {"isPressed", false}};
+constexpr RoutineFlag pressedOver[] = {{"isPressed", false}, {"isOver", true}};
+constexpr RoutineFlag pressedOverPlaying[] = {{"isPressed", false}, {"isOver", true}, {"isPlaying", true}};
+constexpr RoutineFlag selectedPressedOver[] = {{"isSelected", true}, {"isPressed", false}, {"isOver", true}};
 constexpr std::span<const RoutineFlag> noFlags;
 
 using enum RoutineFamily;
@@ -83,6 +86,36 @@ constexpr Routine table[] = {
      drawing<&Kit::drawShuffleWithButtonFrame>, nullptr, [] { Kit::drawShuffle(); }, nullptr},
     {"InvertPolarity", Transport, "buttonFrame", {0, 0, 32, 32}, noFlags,
      drawing<&Kit::drawInvertPolarityWithButtonFrame>, nullptr, [] { Kit::drawInvertPolarity(); }, nullptr},
+
+    {"PlayPauseAlbumOverlay", AlbumOverlays, "frame", {0, 0, 76, 76}, pressedOverPlaying,
+     drawing<&Kit::drawPlayPauseAlbumOverlayWithFrame>, imaging<&Kit::drawPlayPauseAlbumOverlayWithFrame>,
+     [] { Kit::drawPlayPauseAlbumOverlay(); }, [] { return Kit::imageOfPlayPauseAlbumOverlay(); }},
+    {"PlayingAlbumOverlay", AlbumOverlays, "frame", {0, 0, 76, 76}, pressedOver,
+     drawing<&Kit::drawPlayingAlbumOverlayWithFrame>, imaging<&Kit::drawPlayingAlbumOverlayWithFrame>,
+     [] { Kit::drawPlayingAlbumOverlay(); }, [] { return Kit::imageOfPlayingAlbumOverlay(); }},
+    {"FavoriteAlbumOverlay", AlbumOverlays, "frame", {0, 0, 38, 38}, selectedPressedOver,
+     drawing<&Kit::drawFavoriteAlbumOverlayWithFrame>, imaging<&Kit::drawFavoriteAlbumOverlayWithFrame>,
+     [] { Kit::drawFavoriteAlbumOverlay(); }, [] { return Kit::imageOfFavoriteAlbumOverlay(); }},
+    {"MoreAlbumOverlay", AlbumOverlays, "frame", {0, 0, 44, 22}, pressedOver,
+     drawing<&Kit::drawMoreAlbumOverlayWithFrame>, imaging<&Kit::drawMoreAlbumOverlayWithFrame>,
+     [] { Kit::drawMoreAlbumOverlay(); }, [] { return Kit::imageOfMoreAlbumOverlay(); }},
+
+    {"TrackRowPlayPause", TrackRow, "frame", {0, 0, 15, 15}, pressedOverPlaying,
+     drawing<&Kit::drawTrackRowPlayPauseWithFrame>, nullptr, [] { Kit::drawTrackRowPlayPause(); }, nullptr},
+    {"TrackRowPlaying", TrackRow, "frame", {0, 0, 15, 15}, noFlags,
+     drawing<&Kit::drawTrackRowPlayingWithFrame>, nullptr, [] { Kit::drawTrackRowPlaying(); }, nullptr},
+    {"TrackMore", TrackRow, "frame", {0, 0, 15, 15}, pressedOver,
+     drawing<&Kit::drawTrackMoreWithFrame>, nullptr, [] { Kit::drawTrackMore(); }, nullptr},
+
+    {"BookButton", InfoButtonGlyphs, "frame", {0, 0, 16, 16}, pressed,
+     drawing<&Kit::drawBookButtonWithFrame>, imaging<&Kit::drawBookButtonWithFrame>,
+     [] { Kit::drawBookButton(); }, [] { return Kit::imageOfBookButton(); }},
+    {"SimilarArtists", InfoButtonGlyphs, "frame", {0, 0, 15, 15}, pressed,
+     drawing<&Kit::drawSimilarArtistsWithFrame>, imaging<&Kit::drawSimilarArtistsWithFrame>,
+     [] { Kit::drawSimilarArtists(); }, [] { return Kit::imageOfSimilarArtists(); }},
+    {"CreditsButton", InfoButtonGlyphs, "frame", {0, 0, 20, 20}, pressed,
+     drawing<&Kit::drawCreditsButtonWithFrame>, imaging<&Kit::drawCreditsButtonWithFrame>,
+     [] { Kit::drawCreditsButton(); }, [] { return Kit::imageOfCreditsButton(); }},
 };
 // clang-format on
 
@@ -99,6 +132,9 @@ std::string_view familyName(RoutineFamily family) {
   switch (family) {
     case ArrowsAndCrosses: return "Arrows and crosses";
     case Transport: return "Transport";
+    case AlbumOverlays: return "Album overlays";
+    case TrackRow: return "Track row";
+    case InfoButtonGlyphs: return "Info buttons";
   }
   unreachable();
 }

@@ -13,7 +13,7 @@
 namespace TessalunaUIKit {
 
 // Which glyphs belong together; one source file each.
-enum class RoutineFamily { ArrowsAndCrosses, Transport };
+enum class RoutineFamily { ArrowsAndCrosses, Transport, AlbumOverlays, TrackRow, InfoButtonGlyphs };
 std::string_view familyName(RoutineFamily family);  // "Arrows and crosses"
 
 struct RoutineFlag {

@@ -12,7 +12,10 @@
 #pragma once
 
 #include "platform/foundation/NSObject.h"
+#include "uikit/stylekit/AlbumOverlayGlyphs.h"
 #include "uikit/stylekit/ArrowAndCloseGlyphs.h"
+#include "uikit/stylekit/InfoButtons.h"
+#include "uikit/stylekit/TrackRowGlyphs.h"
 #include "uikit/stylekit/TransportGlyphs.h"
 #include "uikit/stylekit/image_factory.h"
 #include "uikit/stylekit/palette.h"
@@ -23,7 +26,10 @@ class TessalunaStyleKit : public platform::NSObject,
                           public Palette,
                           public ImageFactory,
                           public ArrowAndCloseGlyphs,
-                          public TransportGlyphs {
+                          public TransportGlyphs,
+                          public AlbumOverlayGlyphs,
+                          public TrackRowGlyphs,
+                          public InfoButtons {
  public:
   using CGRect = platform::CGRect;
   using CGSize = platform::CGSize;
