@@ -1,0 +1,115 @@
+#include "tests/uikit/stylekit/Outline.h"
+
+#include "platform/foundation/numberText.h"
+
+namespace harness {
+
+using namespace platform;
+using backend::PathVerb;
+
+namespace {
+
+constexpr int stepsOfCurve = 64;
+
+// Calls visit(from, to) for each straight piece of the flattened outline, closing lines included.
+template <class Visit>
+void forEachPiece(const backend::Path& path, Visit visit) {
+  CGPoint start, here;
+  const CGPoint* point = path.points().data();
+  const auto goTo = [&](CGPoint to) {
+    visit(here, to);
+    here = to;
+  };
+  for (const PathVerb verb : path.verbs()) {
+    switch (verb) {
+      case PathVerb::Move:
+        start = here = point[0];
+        break;
+      case PathVerb::Line:
+        goTo(point[0]);
+        break;
+      case PathVerb::Curve: {
+        const CGPoint a = here, b = point[0], c = point[1], d = point[2];
+        for (int i = 1; i <= stepsOfCurve; ++i) {
+          const double t = double(i) / stepsOfCurve, u = 1 - t;
+          const double wa = u * u * u, wb = 3 * u * u * t, wc = 3 * u * t * t, wd = t * t * t;
+          goTo({wa * a.x + wb * b.x + wc * c.x + wd * d.x, wa * a.y + wb * b.y + wc * c.y + wd * d.y});
+        }
+        break;
+      }
+      case PathVerb::Close:
+        goTo(start);
+        break;
+    }
+    point += pointCount(verb);
+  }
+}
+
+}  // namespace
+
+std::vector<Subpath> subpathsOf(const backend::Path& path) {
+  std::vector<Subpath> result;
+  const CGPoint* point = path.points().data();
+  for (const PathVerb verb : path.verbs()) {
+    if (verb == PathVerb::Move) result.emplace_back();
+    Subpath& subpath = result.back();
+    switch (verb) {
+      case PathVerb::Move:
+        subpath.path.moveTo(point[0]);
+        break;
+      case PathVerb::Line:
+        subpath.path.lineTo(point[0]);
+        ++subpath.lines;
+        break;
+      case PathVerb::Curve:
+        subpath.path.curveTo(point[2], point[0], point[1]);
+        ++subpath.curves;
+        break;
+      case PathVerb::Close:
+        subpath.path.close();
+        subpath.isClosed = true;
+        break;
+    }
+    point += pointCount(verb);
+  }
+  for (Subpath& subpath : result)
+    forEachPiece(subpath.path, [&](CGPoint a, CGPoint b) { subpath.area += (a.x * b.y - a.y * b.x) / 2; });
+  return result;
+}
+
+int windingAt(const backend::Path& path, CGPoint point) {
+  int winding = 0;
+  forEachPiece(path, [&](CGPoint a, CGPoint b) {
+    const double side = (b.x - a.x) * (point.y - a.y) - (b.y - a.y) * (point.x - a.x);
+    if (a.y <= point.y && b.y > point.y && side > 0) ++winding;
+    if (b.y <= point.y && a.y > point.y && side < 0) --winding;
+  });
+  return winding;
+}
+
+std::string listingOf(const backend::Path& path) {
+  std::string text;
+  const auto pair = [](CGPoint p) { return numberText(p.x) + ", " + numberText(p.y); };
+  const CGPoint* point = path.points().data();
+  for (const PathVerb verb : path.verbs()) {
+    if (!text.empty()) text += ", ";
+    switch (verb) {
+      case PathVerb::Move:
+        text += "M (" + pair(point[0]) + ")";
+        break;
+      case PathVerb::Line:
+        text += "L (" + pair(point[0]) + ")";
+        break;
+      case PathVerb::Curve:
+        text += "C (" + pair(point[2]) + "; " + pair(point[0]) + "; " + pair(point[1]) + ")";
+        break;
+      case PathVerb::Close:
+        text += "Z";
+        break;
+    }
+    point += pointCount(verb);
+  }
+  return text;
+}
+
+}  // namespace harness
