@@ -68,6 +68,10 @@ void Path::append(const Path& other) {
     *this = other;
     return;
   }
+  if (&other == this) {
+    append(Path(other));
+    return;
+  }
   verbs_.insert(verbs_.end(), other.verbs_.begin(), other.verbs_.end());
   points_.insert(points_.end(), other.points_.begin(), other.points_.end());
   start_ = other.start_;
