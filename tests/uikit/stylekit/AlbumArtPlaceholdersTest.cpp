@@ -9,6 +9,7 @@ namespace {
 
 using namespace platform;
 using harness::Lines;
+using harness::operationsOf;
 using harness::paintedBy;
 using harness::recordingOf;
 using harness::Subpath;
@@ -20,12 +21,6 @@ using testing::HasSubstr;
 using Kit = TessalunaUIKit::AlbumArtPlaceholders;
 
 constexpr CGRect unitFrame{0, 0, 1, 1};
-
-std::vector<std::string> operationsOf(const Lines& lines) {
-  std::vector<std::string> names;
-  for (const std::string& line : lines) names.push_back(line.substr(7, line.find('"', 7) - 7));
-  return names;
-}
 
 TEST(EmptyAlbumImage, PaintsAPaleSquareWithADashedGrayLine) {
   const Lines lines = recordingOf([] { Kit::drawEmptyAlbumImage({0, 0, 200, 200}); });

@@ -1,5 +1,8 @@
 #include "tests/uikit/stylekit/Outline.h"
 
+#include <cmath>
+#include <string_view>
+
 #include "platform/foundation/numberText.h"
 
 namespace harness {
@@ -110,6 +113,43 @@ std::string listingOf(const backend::Path& path) {
     point += pointCount(verb);
   }
   return text;
+}
+
+std::string listingIn(CGRect frame, const backend::Path& path) {
+  backend::Path inUnits = path;
+  inUnits.transform({.a = 1 / frame.size.width,
+                     .d = 1 / frame.size.height,
+                     .tx = -frame.origin.x / frame.size.width,
+                     .ty = -frame.origin.y / frame.size.height});
+  backend::Path rounded;
+  const auto at = [](CGPoint p) { return CGPoint{std::round(p.x * 1e5) / 1e5, std::round(p.y * 1e5) / 1e5}; };
+  const CGPoint* point = inUnits.points().data();
+  for (const PathVerb verb : inUnits.verbs()) {
+    switch (verb) {
+      case PathVerb::Move:
+        rounded.moveTo(at(point[0]));
+        break;
+      case PathVerb::Line:
+        rounded.lineTo(at(point[0]));
+        break;
+      case PathVerb::Curve:
+        rounded.curveTo(at(point[2]), at(point[0]), at(point[1]));
+        break;
+      case PathVerb::Close:
+        rounded.close();
+        break;
+    }
+    point += pointCount(verb);
+  }
+  return listingOf(rounded);
+}
+
+std::vector<std::string> operationsOf(const std::vector<std::string>& lines) {
+  constexpr std::string_view start = "{\"op\":\"";
+  std::vector<std::string> names;
+  for (const std::string& line : lines)
+    names.push_back(line.substr(start.size(), line.find('"', start.size()) - start.size()));
+  return names;
 }
 
 }  // namespace harness

@@ -28,12 +28,17 @@ int windingAt(const backend::Path& path, platform::CGPoint point);
 // "M (0.5, 1), L (0.25, 0), Z": of a routine called with the frame (0, 0, 1, 1) this is the listing that it
 // was written with.
 std::string listingOf(const backend::Path& path);
+// The same in fractions of a frame, to five decimals.
+std::string listingIn(platform::CGRect frame, const backend::Path& path);
 
 // The paths of all fills, or of all strokes, of a drawing.
 struct Painted {
   std::vector<backend::Path> filled, stroked;
   std::vector<std::string> lines;  // of the whole recording
 };
+
+// The names of a recording's operations, in their order.
+std::vector<std::string> operationsOf(const std::vector<std::string>& lines);
 
 class OutlineCanvas : public backend::recording::RecordingCanvas {
  public:
