@@ -147,7 +147,7 @@ TEST(SimilarArtists, HeadsHavePlainLineEndsAndBodiesRoundOnes) {
                {1, R"(["oval",6,5,3,4])"},
                {3, R"(["oval",10,7,3,3])"},
                {5, R"(["oval",2,7,3,3])"},
-               {8, R"(["oval",7.8,11,3)"}};
+               {8, R"(["oval",7.8,11,3,3])"}};
   for (const auto& head : heads) {
     EXPECT_THAT(strokes[head.place], HasSubstr(head.oval));
     EXPECT_THAT(strokes[head.place], HasSubstr(R"("cap":"butt","join":"miter")"));
