@@ -32,23 +32,25 @@ DIAMONDS_CANVAS = (150, 150)
 
 
 def allow_given_oddities(drawing):
-    # The given outline draws most sides as straight curves, and comes back to its start by a line of no visible length.
+    # The given outline draws most sides as straight curves, and its last line is too short to be seen.
     return drawing.allow(turn=180, straight_curves=True, shortest=0.0001, kink=(0, 0), doubled=True)
 
 
 def tidal_small():
     mark = Drawing("tidalLogoSmall", DIAMONDS_CANVAS, outlines="clockwise")
     mark.listing_of("four diamonds", DIAMONDS, OUTLINE)
-    return allow_given_oddities(mark).want(subpaths=1, lines=6, curves=12, extent=(5.27, 144.58, 28.77, 121.68))
+    return allow_given_oddities(mark).want(subpaths=1, lines=6, curves=12,
+                                           extent=(5.27, 144.58, 28.77, 121.68))
 
 
 def tidal_tall_mark():
-    """The same diamonds, no larger. They stand where the line back to the start keeps a length in five decimals."""
+    """The same diamonds, no larger. They stand where their last line keeps a length in five decimals."""
     mark = Drawing("tidalLogoTall__mark", (586, 354), outlines="clockwise")
     small = Drawing("small", DIAMONDS_CANVAS)
     for path in parse_listing(DIAMONDS):
         mark.add("four diamonds", path.mapped(small.from_frame).moved(218.031, 195.0335))
-    return allow_given_oddities(mark).want(subpaths=1, lines=6, curves=12, extent=(223.3, 362.6, 223.8, 316.7),
+    return allow_given_oddities(mark).want(subpaths=1, lines=6, curves=12,
+                                           extent=(223.3, 362.6, 223.8, 316.7),
                                            tolerance=0.05)
 
 
@@ -97,8 +99,9 @@ def tidal_wide_line():
 
 
 def tidal_wide_mark():
-    """Diamonds in three pieces: a left one, a right one, and between them two joined by a neck. Sides that run to a
-    neck or to a neighbor's blunted corner are drawn in a little, so that the small gaps stay open to the eye."""
+    """Diamonds in three pieces: a left one, a right one, and between them two joined by a neck. Sides that
+    run to a neck or to a neighbor's blunted corner are drawn in a little, which keeps the gaps open to the
+    eye."""
     left, right, bottom, top = 44.8, 194.1, 177.4, 277.0
     x0, half = (left + right) / 2, (right - left) / 6
     y0 = top - (top - bottom) / 4
@@ -107,7 +110,8 @@ def tidal_wide_mark():
     def drawn_in(pen, end, inward):
         """A side that bends towards `inward`, a direction of compass, by a small share of its length."""
         start, end = pen.here, point(end)
-        push = abs(end - start) * hollow * 4 / 3 * complex(math.cos(math.radians(inward)), math.sin(math.radians(inward)))
+        push = abs(end - start) * hollow * 4 / 3 * complex(math.cos(math.radians(inward)),
+                                                           math.sin(math.radians(inward)))
         return pen.curve(end, start + (end - start) / 3 + push, end - (end - start) / 3 + push)
 
     def outer(side):
@@ -137,7 +141,7 @@ def tidal_wide_mark():
     return mark.want(subpaths=3, lines=10, curves=10, extent=(left, right, bottom, top), tolerance=0.05)
 
 
-# MQA. All of it lies in a frame that is snapped to the points of the badge; at the size of the canvas it is this one.
+# MQA. All of it lies in a frame that is snapped to the points of the badge; on the whole canvas it is this.
 MQA_CANVAS, MQA_FRAME = (65, 18), (0, 0, 50.32, 17.81)
 # The feet of the letters stand on the tail of the Q, which is a bar with round ends.
 MQA_FEET, MQA_HEIGHT, MQA_STROKE, MQA_SOFT = 4.95, 7.9, 1.5, 0.42
@@ -216,7 +220,8 @@ def mqa_a():
     a = mqa("mqaA")
     a.hole("counter of A", soft(counter, 0.16)).add("A", soft(outline))
     a.fit_extents(41.6, 50.3, MQA_FEET, MQA_FEET + MQA_HEIGHT)
-    return a.want(subpaths=2, lines=12, curves=16, extent=(41.6, 50.3, MQA_FEET, MQA_FEET + MQA_HEIGHT), tolerance=0.02)
+    return a.want(subpaths=2, lines=12, curves=16, extent=(41.6, 50.3, MQA_FEET, MQA_FEET + MQA_HEIGHT),
+                  tolerance=0.02)
 
 
 # Hi-Res. Its frame, too, is snapped to points.
@@ -254,7 +259,8 @@ def high_res():
     size = 4.5 - 0.12
     tag_face = Face(size, stem=1.02, bar=0.92, overshoot=0.06, bend=0.58, spine=0.35, straight_d=0.5)
     tag_widths = {"M": {"width": 5.1, "flat": 0.7}, "U": 4.0, "S": 3.5, "C": 4.2}
-    tag = high_res_word("highResAudioLogo__tag", "MUSIC", tag_face, tag_widths, (86.2, 106.7, 66.2, 70.7), 24, 24)
+    tag = high_res_word("highResAudioLogo__tag", "MUSIC", tag_face, tag_widths,
+                        (86.2, 106.7, 66.2, 70.7), 24, 24)
     audio = high_res_word("highResAudioLogo__audio", "AUDIO", face, widths, (114.7, 193.0, low, high), 23, 24)
     res = high_res_word("highResAudioLogo__res", "RES", face, widths, (75.1, 108.0, low, high), 22, 14)
     hi = high_res_word("highResAudioLogo__high", "HIGH", face, widths, (8.4, 65.9, low, high), 30, 8)

@@ -1,7 +1,7 @@
 """Capitals of a plain sans serif, built from a few weights, for the words in the badges.
 
-A letter is a list of outlines and holes with its left edge at 0 and its feet at 0. `set_in_line` puts letters side by
-side so that the word has an exact width.
+A letter is a list of outlines and holes with its left edge at 0 and its feet at 0. `set_in_line` puts letters
+side by side so that the word has an exact width.
 """
 import cmath
 import math
@@ -16,8 +16,9 @@ MOUTH = 43
 
 
 class Face:
-    """The weights of one alphabet, in points. `bend` is the handle of a quarter curve in radii: above 0.552 it is fuller
-    than a circle. `upright` is how long the straight side of C, G and O is, `spine` that of the S, 0 for none."""
+    """The weights of one alphabet, in points. `bend` is the handle of a quarter curve in radii: above 0.552
+    it is fuller than a circle. `upright` is how long the straight side of C, G and O is, `spine` that of the
+    S and `straight_d` that of the D's bowl, 0 for none."""
 
     def __init__(self, height, stem, bar, overshoot=0.0, bend=0.58, upright=0.0, spine=0.0, straight_d=0.0):
         self.height, self.stem, self.bar, self.overshoot = height, stem, bar, overshoot
@@ -40,7 +41,8 @@ class Face:
 
     def T(self, width):
         s, h, b, c = self.stem, self.height, self.bar, width / 2
-        return [polygon([(c - s / 2, 0), (c + s / 2, 0), (c + s / 2, h - b), (width, h - b), (width, h), (0, h),
+        return [polygon([(c - s / 2, 0), (c + s / 2, 0), (c + s / 2, h - b), (width, h - b), (width, h),
+                         (0, h),
                          (0, h - b), (c - s / 2, h - b)])]
 
     def L(self, width):
@@ -50,7 +52,8 @@ class Face:
     def E(self, width):
         s, h, b = self.stem, self.height, self.bar
         low, high, inner = h * 0.52 - b / 2, h * 0.52 + b / 2, width * 0.93
-        return [polygon([(0, 0), (width, 0), (width, b), (s, b), (s, low), (inner, low), (inner, high), (s, high),
+        return [polygon([(0, 0), (width, 0), (width, b), (s, b), (s, low), (inner, low), (inner, high),
+                         (s, high),
                          (s, h - b), (width, h - b), (width, h), (0, h)])]
 
     def F(self, width):
@@ -63,7 +66,8 @@ class Face:
         s, h = self.stem, self.height
         d = s * 1.25
         drop = s * h / (width - d)
-        return [polygon([(0, 0), (s, 0), (s, h - drop), (width - d, 0), (width, 0), (width, h), (width - s, h),
+        return [polygon([(0, 0), (s, 0), (s, h - drop), (width - d, 0), (width, 0), (width, h),
+                         (width - s, h),
                          (width - s, drop), (d, h), (0, h)])]
 
     def M(self, width, valley=0.0, flat=0.0):
@@ -86,7 +90,8 @@ class Face:
         d = self.slanted(h - low, c - s / 2)
         slope = (h - low) / (c - s / 2)
         crotch = h - slope * (c - d)
-        return [polygon([(c - s / 2, 0), (c + s / 2, 0), (c + s / 2, low), (width, h), (width - d, h), (c, crotch),
+        return [polygon([(c - s / 2, 0), (c + s / 2, 0), (c + s / 2, low), (width, h), (width - d, h),
+                         (c, crotch),
                          (d, h), (0, h), (c - s / 2, low)])]
 
     def A(self, width, apex=1.2, bar_at=0.22, roof=0.0):
@@ -96,7 +101,8 @@ class Face:
         slope = h / side
         d = self.slanted(h, side)
         low, high = h * bar_at, h * bar_at + b
-        outline = polygon([(0, 0), (d, 0), (d + low / slope, low), (width - d - low / slope, low), (width - d, 0),
+        outline = polygon([(0, 0), (d, 0), (d + low / slope, low), (width - d - low / slope, low),
+                           (width - d, 0),
                            (width, 0), (c + apex * s / 2, h), (c - apex * s / 2, h)])
         top = slope * (c - roof / 2 - d)
         peak = [(c + roof / 2, top), (c - roof / 2, top)] if roof else [(c, top)]
@@ -111,7 +117,7 @@ class Face:
         return Curve(here, here + (corner - here) * k, end - (end - corner) * k, end)
 
     def oval(self, left, right, bottom, top, upright):
-        """Counterclockwise from the top: quarters with straight uprights between them where these have a length."""
+        """Counterclockwise from the top: quarters, and between them uprights if these have a length."""
         cx, cy = (left + right) / 2, (bottom + top) / 2
         low, high = cy - upright / 2, cy + upright / 2
         sides = [self.quarter((cx, top), (left, high), "x"), Line((left, high), (left, low)),
@@ -135,7 +141,8 @@ class Face:
         return [Path([Line((0, h), (0, turn)), self.quarter((0, turn), (c, -o), "y"),
                       self.quarter((c, -o), (width, turn), "x"), Line((width, turn), (width, h)),
                       Line((width, h), (width - s, h)), Line((width - s, h), (width - s, inner)),
-                      self.quarter((width - s, inner), (c, b - o), "y"), self.quarter((c, b - o), (s, inner), "x"),
+                      self.quarter((width - s, inner), (c, b - o), "y"),
+                      self.quarter((c, b - o), (s, inner), "x"),
                       Line((s, inner), (s, h)), Line((s, h), (0, h))])]
 
     def D(self, width):
@@ -145,13 +152,15 @@ class Face:
         side = s * 1.04
 
         def bowl(left, right, bottom, top, straight):
-            sides = [Line((left, bottom), (straight, bottom)), self.quarter((straight, bottom), (right, low), "x"),
+            sides = [Line((left, bottom), (straight, bottom)),
+                     self.quarter((straight, bottom), (right, low), "x"),
                      Line((right, low), (right, high)), self.quarter((right, high), (straight, top), "y"),
                      Line((straight, top), (left, top)), Line((left, top), (left, bottom))]
             return Path([x for x in sides if x.length() > 1e-9])
 
         straight = width - h * 0.5
-        return [bowl(0, width, 0, h, straight), bowl(s, width - side, b, h - b, max(straight, s + 0.3 * b)).reverse()]
+        return [bowl(0, width, 0, h, straight),
+                bowl(s, width - side, b, h - b, max(straight, s + 0.3 * b)).reverse()]
 
     def R(self, width, waist=0.44):
         """Where stem and leg leave no room for the underside of the bowl, the leg starts at the stem."""
@@ -160,13 +169,18 @@ class Face:
         middle, radius = (low + h) / 2, (h - low) / 2
         turn = right - radius
         d = self.slanted(low, width - turn) * 0.92
-        notch = [(s, low), (turn - d, low)] if turn - d > s * 1.15 else [(s, low * (width - d - s) / (width - turn))]
+        notch = [(s, low), (turn - d, low)]
+        if turn - d < s * 1.15:
+            notch = [(s, low * (width - d - s) / (width - turn))]
         feet = [(0, 0), (s, 0)] + notch + [(width - d, 0), (width, 0), (turn, low)]
         outline = Path([Line(p, q) for p, q in zip(feet, feet[1:])]
-                       + [self.quarter((turn, low), (right, middle), "x"), self.quarter((right, middle), (turn, h), "y"),
+                       + [self.quarter((turn, low), (right, middle), "x"),
+                          self.quarter((right, middle), (turn, h), "y"),
                           Line((turn, h), (0, h)), Line((0, h), (0, 0))])
-        hole = Path([Line((s, low + b), (turn, low + b)), self.quarter((turn, low + b), (right - side, middle), "x"),
-                     self.quarter((right - side, middle), (turn, h - b), "y"), Line((turn, h - b), (s, h - b)),
+        hole = Path([Line((s, low + b), (turn, low + b)),
+                     self.quarter((turn, low + b), (right - side, middle), "x"),
+                     self.quarter((right - side, middle), (turn, h - b), "y"),
+                     Line((turn, h - b), (s, h - b)),
                      Line((s, h - b), (s, low + b))])
         return [outline, hole.reverse()]
 
@@ -193,7 +207,7 @@ class Face:
         return [Path(run)]
 
     def mouth_of(self, width):
-        """The sides of C and G: the arms cut off at the mouth, the whole lower quarters, and what lies between them."""
+        """The sides of C and G: the arms as the mouth leaves them, the lower quarters whole, the rest."""
         outer, inner = self.ring_ovals(width)
         low_outer, high_outer = [q for q in outer if self.is_right_quarter(q, width)]
         low_inner, high_inner = [q for q in inner if self.is_right_quarter(q, width)]
@@ -211,8 +225,10 @@ class Face:
         s, h, b = self.stem, self.height, self.bar
         head, inner_head, _, _, outer, inner = self.mouth_of(width)
         high, turn, bar_end = h * bar_at + b * 0.5, h * 0.31, width * 0.54
-        run = [head] + outer + [self.quarter(outer[-1].end, (width, turn), "x"), Line((width, turn), (width, high)),
-                                Line((width, high), (bar_end, high)), Line((bar_end, high), (bar_end, high - b)),
+        run = [head] + outer + [self.quarter(outer[-1].end, (width, turn), "x"),
+                                Line((width, turn), (width, high)),
+                                Line((width, high), (bar_end, high)),
+                                Line((bar_end, high), (bar_end, high - b)),
                                 Line((bar_end, high - b), (width - s, high - b)),
                                 Line((width - s, high - b), (width - s, turn)),
                                 self.quarter((width - s, turn), inner[-1].end, "y")]
@@ -220,7 +236,7 @@ class Face:
         run.append(Line(run[-1].end, head.start))
         return [Path(run)]
 
-    def S(self, width, tilt=24, mouth=0.93):
+    def S(self, width, tilt=24):
         h, o, s, b = self.height, self.overshoot, self.stem * 1.02, self.bar * 0.95
         center = complex(width / 2, h / 2)
         along = cmath.exp(-1j * math.radians(tilt))
@@ -240,7 +256,7 @@ class Face:
         head = self.cut(self.quarter((width * 0.985, left_at), top, "y"), width * 0.93)[1]
         left = complex(0, left_at)
         inner_right = complex(width - s, right_at)
-        tail = self.cut(self.quarter(bottom, (s * 0.9, right_at), "x"), width * 0.07 / mouth * 0.93 + width * 0.045)[0]
+        tail = self.cut(self.quarter(bottom, (s * 0.9, right_at), "x"), width * 0.115)[0]
         belly = self.quarter(inner_right, bottom, "y")
         edge = [head, self.quarter(top, left, "x"), bent(left, first, -1j, along)]
         if self.spine:
@@ -313,8 +329,8 @@ def width_of(letter):
 
 
 def set_in_line(text, letters, left, right, bottom, word_gap=2.6):
-    """[(character, path, role)] of a text whose ink runs from left to right exactly. `letters` makes the letter of a
-    character; a space is `word_gap` times the air between two stems."""
+    """[(character, path, role)] of a text whose ink runs from left to right exactly. `letters` makes the
+    letter of a character; a space is `word_gap` times the air between two stems."""
     made = [(c, letters(c)) for c in text if c != " "]
     shares, previous = [], None
     words = text.split(" ")

@@ -1,7 +1,7 @@
 """The application's name as one word in a flowing script.
 
-A letter is the union of a few strokes of a pen whose pressure changes on the way; the letters run into each other.
-They are drawn upright and then slanted. The initial is drawn by its outline.
+A letter is the union of a few strokes of a pen whose pressure changes on the way; the letters run into each
+other. They are drawn upright and then slanted. The initial is drawn by its outline.
 """
 import cmath
 import math
@@ -49,8 +49,8 @@ def piece(a, b, place):
 
 
 def handle(theta, phi):
-    """The length of the handle, in lengths of the chord, of a curve that leaves the chord by one angle and comes back to
-    it by the other: Hobby's formula, by which curves that follow each other bend alike where they meet."""
+    """The length of the handle, in lengths of the chord, of a curve that leaves the chord by one angle and
+    comes back to it by the other: Hobby's formula, by which curves in a row bend alike where they meet."""
     a = math.sqrt(2) * (math.sin(theta) - math.sin(phi) / 16) * (math.sin(phi) - math.sin(theta) / 16)
     a *= math.cos(theta) - math.cos(phi)
     b = 1 + (math.sqrt(5) - 1) / 2 * math.cos(theta) + (3 - math.sqrt(5)) / 2 * math.cos(phi)
@@ -72,7 +72,8 @@ def edge(run, side):
     lengths = [0.0]
     for a, b in zip(places, places[1:]):
         lengths.append(lengths[-1] + abs(b - a))
-    return [fitted(places, [v / lengths[-1] for v in lengths], middle.direction(0), middle.direction(1), rounds=30)]
+    return [fitted(places, [v / lengths[-1] for v in lengths], middle.direction(0), middle.direction(1),
+                   rounds=30)]
 
 
 def cap(before, after, kind):
@@ -117,12 +118,14 @@ def s(left, to):
 
 
 def bowl(width):
-    return Stroke((width, 40.2, 149, THIN), (13.5, HEAD, 180, FLAT), (0, 28, 270, BROAD), (10.5, FEET, 0, FLAT),
+    return Stroke((width, 40.2, 149, THIN), (13.5, HEAD, 180, FLAT), (0, 28, 270, BROAD),
+                  (10.5, FEET, 0, FLAT),
                   (width, 34, 68, THIN))
 
 
 def a(left, to, end="butt"):
-    return letter(left, Stroke((24, 44.8, 270, BROAD), (24, 25.5, 270, BROAD), (32.4, FEET, 0, FLAT), to, start="level",
+    return letter(left, Stroke((24, 44.8, 270, BROAD), (24, 25.5, 270, BROAD), (32.4, FEET, 0, FLAT), to,
+                               start="level",
                                end=end), bowl(24))
 
 
@@ -133,14 +136,17 @@ def l(left, to):
 
 
 def u(left, to):
-    return letter(left, Stroke((0, 46.4, 270, BROAD), (0, 26.5, 270, BROAD), (8.8, FEET, 0, FLAT), (24, 36, 70, THIN),
+    return letter(left, Stroke((0, 46.4, 270, BROAD), (0, 26.5, 270, BROAD), (8.8, FEET, 0, FLAT),
+                               (24, 36, 70, THIN),
                                start="level"),
-                  Stroke((24, 46.4, 270, BROAD), (24, 25.5, 270, BROAD), (32.4, FEET, 0, FLAT), to, start="level"))
+                  Stroke((24, 46.4, 270, BROAD), (24, 25.5, 270, BROAD), (32.4, FEET, 0, FLAT), to,
+                         start="level"))
 
 
 def n(left, to):
     return letter(left, Stroke((0, 46.4, 270, BROAD), (0, 13, 270, BROAD), start="level", end="level"),
-                  Stroke((0, 22, 70, THIN), (15.5, HEAD, 0, FLAT), (24, 33.5, 270, BROAD), (24, 26.5, 270, BROAD),
+                  Stroke((0, 22, 70, THIN), (15.5, HEAD, 0, FLAT), (24, 33.5, 270, BROAD),
+                         (24, 26.5, 270, BROAD),
                          (32.4, FEET, 0, FLAT), to))
 
 
@@ -158,11 +164,13 @@ def initial():
     counter = (Pen(66.5, 31.5).curve((93.8, 55.6), (80.5, 35.1), (86.5, 38.2))
                .curve((104.6, 86.7), (102, 75), (107.6, 86.7))
                .curve((66.5, 31.5), (98.8, 86.7), (82.5, 55.5)).close())
-    bar = Stroke((10.13, 64, 62, 8), (41, 80.5, 0, 8.6), (104, 73.5, -3, 9), (164, 84.5, 28, 3.6), start="round", end="round")
+    bar = Stroke((10.13, 64, 62, 8), (41, 80.5, 0, 8.6), (104, 73.5, -3, 9), (164, 84.5, 28, 3.6),
+                 start="round", end="round")
     return outline, counter, bar
 
 
-WORD = [("e", e, 93.5, "s"), ("s", s, 128, "s"), ("s", s, 158, "a"), ("a", a, 191.5, "l"), ("l", l, 236.5, "u"),
+WORD = [("e", e, 93.5, "s"), ("s", s, 128, "s"), ("s", s, 158, "a"), ("a", a, 191.5, "l"),
+        ("l", l, 236.5, "u"),
         ("u", u, 266, "n"), ("n", n, 312.5, "a"), ("a", a, 357, None)]
 # Where the stroke from the letter before ends, within the letter.
 JOIN = {"s": (12.4, 43.2, 58, THIN), "a": (0, 28, 60, THIN), "l": (0, 33, 68, THIN), "u": (0, 38, 68, THIN),
@@ -202,7 +210,8 @@ def with_node_at(path, farthest):
     pieces = path.segments[i].split(t)
     # A handle of each piece stands upright there, so that the grid does not tilt it.
     x = pieces[0].end.real
-    pieces[0].control2, pieces[1].control1 = complex(x, pieces[0].control2.imag), complex(x, pieces[1].control1.imag)
+    pieces[0].control2 = complex(x, pieces[0].control2.imag)
+    pieces[1].control1 = complex(x, pieces[1].control1.imag)
     return Path(path.segments[:i] + pieces + path.segments[i + 1:])
 
 
@@ -219,8 +228,8 @@ STEP = 0.1
 
 
 def on_grid(path):
-    """Every point on the grid of the design. At a smooth joint those two handles are chosen, among the places near by,
-    that lie most nearly on one line."""
+    """Every point on the grid of the design. At a smooth joint those two handles are chosen, among the places
+    near by, that lie most nearly on one line."""
     segments = path.segments
     count = len(segments)
     ends = [snapped(segment.start) for segment in segments]
@@ -231,15 +240,19 @@ def on_grid(path):
         smooth = math.degrees(turn) < 3
         # Beside a line only one handle has to be chosen, so that it can be looked for farther off.
         reach = 4 if isinstance(before, Curve) and isinstance(after, Curve) else 9
-        back = choices(before.control2 - before.end, reach) if isinstance(before, Curve) else [ends[i - 1] - here]
-        ahead = choices(after.control1 - after.start, reach) if isinstance(after, Curve) else [ends[(i + 1) % count] - here]
+        back, ahead = [ends[i - 1] - here], [ends[(i + 1) % count] - here]
+        if isinstance(before, Curve):
+            back = choices(before.control2 - before.end, reach)
+        if isinstance(after, Curve):
+            ahead = choices(after.control1 - after.start, reach)
         wish = [before.control2 - before.end if isinstance(before, Curve) else None,
                 after.control1 - after.start if isinstance(after, Curve) else None]
 
         def cost(pair):
             off = sum(abs(vector - w) ** 2 for vector, w in zip(pair, wish) if w is not None)
             # The shape of each curve is worth as much as the smoothness once that cannot be seen.
-            aim = sum(abs(math.degrees(angle_between(vector, w))) ** 2 for vector, w in zip(pair, wish) if w is not None)
+            aim = sum(abs(math.degrees(angle_between(vector, w))) ** 2 for vector, w in zip(pair, wish)
+                      if w is not None)
             bend = math.degrees(abs(angle_between(-pair[0], pair[1]))) if smooth else 0
             return off + 0.02 * aim + (60 * max(0, bend - 0.5) + 0.1 * bend)
 
