@@ -36,7 +36,15 @@ Ref<NSCursor> ViewTracking::cursorAt(CGPoint point) const {
 void ViewTracking::geometryDidChange() {
   ViewDrawing::geometryDidChange();
   areCursorRectsValid_ = false;
-  if (window()) updateTrackingAreas();
+  if (window()) updateTrackingAreasOfTree();
+}
+
+void ViewTracking::updateTrackingAreasOfTree() {
+  const Ref<NSView> held = refTo(asView());
+  updateTrackingAreas();
+  const std::vector<Ref<NSView>> copy = subviews();
+  for (const Ref<NSView>& view : copy)
+    if (view->window()) static_cast<ViewTracking&>(*view).updateTrackingAreasOfTree();
 }
 
 }  // namespace platform

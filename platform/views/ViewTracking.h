@@ -40,6 +40,9 @@ class ViewTracking : public ViewDrawing {
     Ref<NSCursor> cursor;
   };
 
+  // A change of a view's place changes what is visible of all views below it.
+  void updateTrackingAreasOfTree();
+
   std::vector<Ref<NSTrackingArea>> trackingAreas_;
   std::vector<CursorRect> cursorRects_;
   bool areCursorRectsValid_ = false;
