@@ -59,7 +59,7 @@ void NSWindow::setContentView(Ref<NSView> view) {
     contentView_->removeFromSuperview();
     contentView_->setFrame({{0, 0}, frame_.size});
     contentView_->moveToWindow(this);
-    contentView_->updateTrackingAreas();
+    static_cast<ViewTracking&>(*contentView_).visibleAreaDidChange();
     contentView_->setNeedsDisplay(true);
   } else {
     invalidateRect({{0, 0}, frame_.size});
