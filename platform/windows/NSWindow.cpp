@@ -279,7 +279,8 @@ void NSWindow::resetCursorRectsBelow(NSView& view) {
     view.discardCursorRects();
     view.resetCursorRects();
   }
-  for (const Ref<NSView>& subview : view.subviews()) resetCursorRectsBelow(*subview);
+  const std::vector<Ref<NSView>> copy = view.subviews();
+  for (const Ref<NSView>& subview : copy) resetCursorRectsBelow(*subview);
 }
 
 void NSWindow::invalidateCursorRectsForView(NSView& view) { static_cast<ViewTracking&>(view).areCursorRectsValid_ = false; }
