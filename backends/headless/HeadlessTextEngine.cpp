@@ -40,7 +40,7 @@ std::shared_ptr<const ShapedLine> HeadlessTextEngine::shape(std::u16string_view 
     for (; next + 1 < borders.size() && borders[next] < spanEnd; ++next) {
       const std::size_t start = borders[next], length = borders[next + 1] - start;
       const double right = line.advance + font.size * 0.5;
-      run.glyphs.push_back(text[start]);
+      run.glyphs.push_back(platform::firstScalar(platform::utf8FromUtf16(text.substr(start, length))));
       run.positions.push_back({line.advance, 0});
       line.clusters.push_back({.start = start, .length = length, .left = line.advance, .right = right});
       line.advance = right;

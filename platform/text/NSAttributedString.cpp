@@ -141,8 +141,10 @@ void NSMutableAttributedString::removeAttribute(NSAttributedStringKey key, NSRan
 }
 
 void NSMutableAttributedString::appendAttributedString(const NSAttributedString& other) {
+  // By a copy: it may be appended to itself.
+  const std::vector<Run> runs = other.runs();
   text_ += other.text();
-  runs_.insert(runs_.end(), other.runs().begin(), other.runs().end());
+  runs_.insert(runs_.end(), runs.begin(), runs.end());
 }
 
 void NSMutableAttributedString::setAttributedString(const NSAttributedString& other) {

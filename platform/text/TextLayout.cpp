@@ -15,6 +15,9 @@ namespace {
 
 constexpr char16_t ellipsis = 0x2026;
 
+// A width that went through a few sums and differences still holds the text that it was measured for.
+constexpr CGFloat noise = 1e-6;
+
 backend::FontDescription fontOf(const NSAttributes& attributes) {
   const auto font = attributeObject<NSFont>(attributes, NSFontAttributeName);
   return font ? font->description() : backend::FontDescription{.family = "", .size = NSFont::systemFontSize()};
@@ -33,10 +36,16 @@ std::shared_ptr<const backend::ShapedLine> shape(const NSAttributedString& text)
 }
 
 bool isLineEnd(char16_t unit) { return unit == '\n' || unit == '\r' || unit == 0x2028 || unit == 0x2029; }
+bool isBlank(char16_t unit) { return unit == ' ' || unit == '\t'; }
+
+struct Shortened {
+  Ref<NSAttributedString> shown;
+  NSRange leftOut;
+};
 
 // What is left of a text that keeps so many of its characters, at its head, its tail or both, and "…" for the rest.
-Ref<NSAttributedString> shortened(const NSAttributedString& text, const std::vector<std::size_t>& borders,
-                                  std::size_t kept, NSLineBreakMode mode) {
+Shortened shortened(const NSAttributedString& text, const std::vector<std::size_t>& borders, std::size_t kept,
+                    NSLineBreakMode mode) {
   const std::size_t count = borders.size() - 1;
   const std::size_t head = mode == NSLineBreakByTruncatingTail   ? kept
                            : mode == NSLineBreakByTruncatingHead ? 0
@@ -47,16 +56,16 @@ Ref<NSAttributedString> shortened(const NSAttributedString& text, const std::vec
   const NSAttributes& around = text.attributesAtIndex(head > 0 ? borders[head - 1] : 0);
   result->appendAttributedString(NSAttributedString(std::u16string(1, ellipsis), around));
   result->appendAttributedString(*text.attributedSubstring({tailStart, text.length() - tailStart}));
-  return result;
+  return {result, {borders[head], tailStart - borders[head]}};
 }
 
 // The most characters that fit beside the ellipsis; the ellipsis alone stays even where it does not fit.
-Ref<NSAttributedString> shortenedToWidth(const NSAttributedString& text, CGFloat width, NSLineBreakMode mode) {
+Shortened shortenedToWidth(const NSAttributedString& text, CGFloat width, NSLineBreakMode mode) {
   const std::vector<std::size_t> borders = characterBorders(text.text());
   std::size_t low = 0, high = borders.size() - 1;
   while (low < high) {
     const std::size_t middle = (low + high + 1) / 2;
-    if (shape(*shortened(text, borders, middle, mode))->advance <= width) low = middle;
+    if (shape(*shortened(text, borders, middle, mode).shown)->advance <= width + noise) low = middle;
     else high = middle - 1;
   }
   return shortened(text, borders, low, mode);
@@ -85,19 +94,32 @@ void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std
   const bool isWhole = range.location == 0 && range.length == text.length();
   const Ref<NSAttributedString> paragraph =
       isWhole ? text.mutableCopy() : text.attributedSubstring(range);
-  const Ref<NSParagraphStyle> style =
-      paragraph->length() > 0 ? styleOf(paragraph->attributesAtIndex(0)) : NSParagraphStyle::defaultParagraphStyle();
+  // A paragraph without characters stands as the line's end behind it says, and the last one as that before it.
+  static const NSAttributes none;
+  const NSAttributes& attributes =
+      text.length() > 0 ? text.attributesAtIndex(std::min(range.location, text.length() - 1)) : none;
+  const Ref<NSParagraphStyle> style = styleOf(attributes);
   const NSLineBreakMode mode = style->lineBreakMode();
 
   auto shaped = shape(*paragraph);
-  const bool fits = shaped->advance <= width_ || paragraph->length() == 0;
-  if (fits || mode == NSLineBreakByClipping || !options.wrapsLines) {
-    addLine({range.location, lineEnd - range.location}, paragraph, std::move(shaped));
+  Line line;
+  line.start = range.location;
+  line.length = lineEnd - range.location;
+  if (paragraph->length() == 0) line.metrics = textEngine().metrics(fontOf(attributes));
+  if (paragraph->length() == 0 || shaped->advance <= width_ + noise || !options.wrapsLines ||
+      mode == NSLineBreakByClipping) {
+    line.isCut = options.wrapsLines && shaped->advance > width_ + noise;
+    line.shown = paragraph;
+    line.shaped = std::move(shaped);
+    addLine(std::move(line));
   } else if (wraps(mode)) {
     addWrapped(paragraph, range.location, lineEnd, mode);
   } else {
-    const Ref<NSAttributedString> shown = shortenedToWidth(*paragraph, width_, mode);
-    addLine({range.location, lineEnd - range.location}, shown, shape(*shown));
+    Shortened result = shortenedToWidth(*paragraph, width_, mode);
+    line.leftOut = result.leftOut;
+    line.shaped = shape(*result.shown);
+    line.shown = std::move(result.shown);
+    addLine(std::move(line));
   }
   alignments_.resize(lines_.size(), style->alignment());
 }
@@ -105,51 +127,54 @@ void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std
 void TextLayout::addWrapped(const Ref<NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd,
                             NSLineBreakMode mode) {
   const std::u16string& units = paragraph->text();
-  const std::vector<std::size_t> words =
+  const std::vector<std::size_t> breaks =
       mode == NSLineBreakByCharWrapping ? characterBorders(units) : textEngine().breakOpportunities(units);
   const auto whole = shape(*paragraph);
-  std::size_t from = 0;
+  const std::vector<backend::TextCluster>& clusters = whole->clusters;
+  std::size_t from = 0, firstCluster = 0;
   while (from < units.size()) {
     // Widths of the whole paragraph's clusters stand in for those of the line: kerning across a break is not counted. Blanks
     // at a line's end may hang over.
-    std::size_t fitting = from, breakAt = from;
+    std::size_t fitting = from;
     CGFloat width = 0;
-    for (const backend::TextCluster& cluster : whole->clusters) {
-      if (cluster.start < from) continue;
-      width += cluster.right - cluster.left;
-      const bool isBlank = units[cluster.start] == ' ' || units[cluster.start] == '\t';
-      if (width > width_ && !isBlank) break;
-      fitting = cluster.start + cluster.length;
+    for (std::size_t i = firstCluster; i < clusters.size(); ++i) {
+      width += clusters[i].right - clusters[i].left;
+      if (width > width_ + noise && !isBlank(units[clusters[i].start])) break;
+      fitting = clusters[i].start + clusters[i].length;
     }
-    if (fitting >= units.size()) {
-      breakAt = units.size();
-    } else {
-      for (const std::size_t word : words)
-        if (word > from && word <= fitting) breakAt = word;
-      if (breakAt == from) breakAt = fitting;  // no word ends here: within one
+    std::size_t breakAt = fitting;
+    if (fitting < units.size()) {
+      // At the last word that fits; where none does, within one, and of that at least a character.
+      const auto behind = std::upper_bound(breaks.begin(), breaks.end(), fitting);
+      if (behind != breaks.begin() && *std::prev(behind) > from) breakAt = *std::prev(behind);
+      else if (fitting == from) breakAt = clusters[firstCluster].start + clusters[firstCluster].length;
     }
-    if (breakAt == from) {  // not even one character fits: one it is
-      const std::vector<std::size_t> borders = characterBorders(units);
-      breakAt = *std::upper_bound(borders.begin(), borders.end(), from);
-    }
+    const bool isLast = breakAt >= units.size();
     std::size_t shownEnd = breakAt;
-    while (shownEnd > from && breakAt < units.size() && units[shownEnd - 1] == ' ') --shownEnd;
-    const Ref<NSAttributedString> shown = paragraph->attributedSubstring({from, shownEnd - from});
-    const std::size_t end = breakAt == units.size() ? lineEnd : start + breakAt;
-    addLine({start + from, end - start - from}, shown, shape(*shown));
+    if (!isLast || width > width_ + noise)
+      while (shownEnd > from && isBlank(units[shownEnd - 1])) --shownEnd;
+
+    Line line;
+    line.start = start + from;
+    line.length = (isLast ? lineEnd : start + breakAt) - line.start;
+    line.shown = paragraph->attributedSubstring({from, shownEnd - from});
+    line.shaped = shape(*line.shown);
+    if (shownEnd == from) line.metrics = textEngine().metrics(fontOf(paragraph->attributesAtIndex(from)));
+    addLine(std::move(line));
     from = breakAt;
+    while (firstCluster < clusters.size() && clusters[firstCluster].start < from) ++firstCluster;
   }
 }
 
-void TextLayout::addLine(NSRange range, Ref<NSAttributedString> shown,
-                         std::shared_ptr<const backend::ShapedLine> shaped) {
-  Line line;
-  line.start = range.location;
-  line.length = range.length;
-  line.shown = std::move(shown);
-  line.shaped = std::move(shaped);
-  line.metrics = line.shown->length() == 0 ? textEngine().metrics(fontOf({})) : line.shaped->metrics;
+void TextLayout::addLine(Line line) {
+  if (line.shown->length() > 0) line.metrics = line.shaped->metrics;
   lines_.push_back(std::move(line));
+}
+
+NSRange TextLayout::Line::rangeOf(const backend::TextCluster& cluster) const {
+  if (leftOut.length == 0 || cluster.start < leftOut.location) return {start + cluster.start, cluster.length};
+  if (cluster.start == leftOut.location) return {start + leftOut.location, leftOut.length};
+  return {start + cluster.start - 1 + leftOut.length, cluster.length};  // the "…" is one unit
 }
 
 void TextLayout::place() {
@@ -165,7 +190,7 @@ void TextLayout::place() {
       if (alignments_[i] == NSTextAlignmentCenter) line.x = spare * 0.5;
       if (alignments_[i] == NSTextAlignmentRight) line.x = spare;
     }
-    size_.width = std::max(size_.width, line.shaped->advance);
+    size_.width = std::max(size_.width, line.isCut ? std::max(0.0, width_) : line.shaped->advance);
   }
   size_.height = y;
 }
@@ -176,7 +201,7 @@ void TextLayout::drawInRect(CGRect rect) const {
   CGContext& context = graphics->CGContext();
   const GraphicsStateScope state(context);
   for (const Line& line : lines_) {
-    if (line.y > rect.size.height && line.y > 0) break;
+    if (line.y > 0 && line.y >= rect.size.height - noise) break;
     // The line in a space of its own, with the origin at its start on the baseline and y up.
     const GraphicsStateScope lineState(context);
     const CGFloat x = CGRectGetMinX(rect) + line.x;
@@ -186,7 +211,30 @@ void TextLayout::drawInRect(CGRect rect) const {
   }
 }
 
-void TextLayout::drawLine(const Line& line, CGContext& context) {
+namespace {
+
+struct Span {
+  CGFloat left, right;
+};
+
+// Where the clusters that start in the stretch of the shown text stand, neighbours as one, so that a line under them has no
+// seams.
+std::vector<Span> spansOf(const backend::ShapedLine& line, std::size_t start, std::size_t end) {
+  std::vector<Span> spans;
+  for (const backend::TextCluster& cluster : line.clusters) {
+    if (cluster.start < start || cluster.start >= end) continue;
+    if (!spans.empty() && std::abs(spans.back().right - cluster.left) < noise) spans.back().right = cluster.right;
+    else if (!spans.empty() && std::abs(spans.back().left - cluster.right) < noise) spans.back().left = cluster.left;
+    else spans.push_back({cluster.left, cluster.right});
+  }
+  return spans;
+}
+
+}  // namespace
+
+void TextLayout::drawLine(const Line& line, CGContext& context) const {
+  // The edge cuts to the right only: accents and tails may be higher and deeper than their line.
+  if (line.isCut) context.clipRect({0, -line.height(), width_, 3 * line.height()});
   const auto& runs = line.shown->runs();
   const auto setColorOf = [&](const NSAttributes& attributes) {
     const auto color = attributeObject<NSColor>(attributes, NSForegroundColorAttributeName);
@@ -203,10 +251,9 @@ void TextLayout::drawLine(const Line& line, CGContext& context) {
     const auto* style = found == run.attributes.end() ? nullptr : std::get_if<std::int64_t>(&found->second);
     if (style && *style != NSUnderlineStyleNone) {
       setColorOf(run.attributes);
-      for (const backend::TextCluster& cluster : line.shaped->clusters) {
-        if (cluster.start < start || cluster.start >= end) continue;
+      for (const Span& span : spansOf(*line.shaped, start, end)) {
         const CGFloat thickness = static_cast<CGFloat>(*style);
-        NSRectFillUsingOperation({cluster.left, -1 - thickness, cluster.right - cluster.left, thickness},
+        NSRectFillUsingOperation({span.left, -1 - thickness, span.right - span.left, thickness},
                                  NSCompositingOperationSourceOver);
       }
     }
@@ -231,7 +278,7 @@ std::size_t TextLayout::characterAt(CGPoint point) const {
     least = distance;
     nearest = &cluster;
   }
-  return line.start + (nearest ? nearest->start : 0);
+  return nearest ? line.rangeOf(*nearest).location : line.start;
 }
 
 std::size_t TextLayout::insertionIndexAt(CGPoint point) const {
@@ -242,12 +289,13 @@ std::size_t TextLayout::insertionIndexAt(CGPoint point) const {
   const auto consider = [&](CGFloat place, std::size_t index) {
     if (std::abs(x - place) >= least) return;
     least = std::abs(x - place);
-    result = line.start + index;
+    result = index;
   };
   for (const backend::TextCluster& cluster : line.shaped->clusters) {
-    const std::size_t end = cluster.start + cluster.length;
-    consider(cluster.left, cluster.isRightToLeft ? end : cluster.start);
-    consider(cluster.right, cluster.isRightToLeft ? cluster.start : end);
+    const NSRange range = line.rangeOf(cluster);
+    const std::size_t end = range.location + range.length;
+    consider(cluster.left, cluster.isRightToLeft ? end : range.location);
+    consider(cluster.right, cluster.isRightToLeft ? range.location : end);
   }
   return result;
 }
@@ -258,8 +306,8 @@ std::vector<CGRect> TextLayout::rectsOf(NSRange range) const {
   for (const Line& line : lines_) {
     const std::size_t firstOfLine = rects.size();
     for (const backend::TextCluster& cluster : line.shaped->clusters) {
-      const std::size_t start = line.start + cluster.start;
-      if (start + cluster.length <= range.location || start >= end) continue;
+      const NSRange own = line.rangeOf(cluster);
+      if (own.location + own.length <= range.location || own.location >= end) continue;
       const CGRect box{line.x + cluster.left, line.y, cluster.right - cluster.left, line.height()};
       // Neighbours join; text that runs the other way starts a rectangle of its own.
       const bool follows = rects.size() > firstOfLine && std::abs(CGRectGetMaxX(rects.back()) - box.origin.x) < 0.01;
@@ -277,7 +325,7 @@ CGRect TextLayout::caretRectAt(std::size_t index) const {
     if (index >= candidate.start) line = &candidate;
   CGFloat x = line->shown->length() == 0 ? 0 : line->shaped->advance;
   for (const backend::TextCluster& cluster : line->shaped->clusters) {
-    if (line->start + cluster.start < index) continue;
+    if (line->rangeOf(cluster).location < index) continue;
     x = cluster.isRightToLeft ? cluster.right : cluster.left;
     break;
   }

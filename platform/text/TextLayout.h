@@ -28,9 +28,13 @@ class TextLayout {
     CGFloat baseline = 0;               // y of its baseline
     Ref<NSAttributedString> shown;      // shortened, without the line's end
     std::shared_ptr<const backend::ShapedLine> shaped;
+    NSRange leftOut;                    // counted from the line's start: what the "…" at its location stands for
+    bool isCut = false;                 // by the edge of the width
     backend::FontMetrics metrics;
 
     CGFloat height() const { return metrics.ascent + metrics.descent + metrics.leading; }
+    // Of the text, what the cluster of the shaped line shows.
+    NSRange rangeOf(const backend::TextCluster& cluster) const;
   };
 
   TextLayout(const NSAttributedString& text, Options options);
@@ -54,9 +58,9 @@ class TextLayout {
   const Line& lineAt(CGFloat y) const;
   void addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd, const Options& options);
   void addWrapped(const Ref<NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd, NSLineBreakMode mode);
-  void addLine(NSRange range, Ref<NSAttributedString> shown, std::shared_ptr<const backend::ShapedLine> shaped);
+  void addLine(Line line);
   void place();
-  static void drawLine(const Line& line, CGContext& context);
+  void drawLine(const Line& line, CGContext& context) const;
 
   std::vector<Line> lines_;
   std::vector<NSTextAlignment> alignments_;  // of each line

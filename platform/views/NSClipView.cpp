@@ -17,7 +17,7 @@ void NSClipView::setDocumentView(const Ref<NSView>& view) {
   scrollToPoint({0, countsUp ? std::max(0.0, view->frame().size.height - bounds().size.height) : 0});
 }
 
-CGPoint NSClipView::constrained(CGPoint point) const {
+CGPoint NSClipView::constrainScrollPoint(CGPoint point) const {
   if (!documentView_) return {0, 0};
   const CGRect document = documentView_->frame();
   const auto along = [](CGFloat wanted, CGFloat start, CGFloat length, CGFloat shown) {
@@ -28,7 +28,7 @@ CGPoint NSClipView::constrained(CGPoint point) const {
 }
 
 void NSClipView::scrollToPoint(CGPoint point) {
-  setBoundsOrigin(constrained(point));
+  setBoundsOrigin(constrainScrollPoint(point));
   contentDidChange();
 }
 

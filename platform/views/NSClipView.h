@@ -19,13 +19,13 @@ class NSClipView : public NSView {
 
   // As near to the point as the document reaches. What it then shows is told to the document and the scroll view.
   void scrollToPoint(CGPoint point);
+  CGPoint constrainScrollPoint(CGPoint point) const;  // where scrollToPoint would go
   CGRect documentVisibleRect() const;
 
   void setFrame(CGRect frame) override;
   void subviewFrameDidChange(NSView& view) override;
 
  private:
-  CGPoint constrained(CGPoint point) const;
   void contentDidChange();
 
   Ref<NSView> documentView_;

@@ -70,15 +70,25 @@ void NSScrollView::tile() {
   // Laying out the clip view reports back to reflectScrolledClipView, which may come here again.
   if (isTiling_) return;
   isTiling_ = true;
+  layOut();
+  // A document that follows the clip view's size may no longer need the bar that it made room for.
+  if (areScrollersOutdated()) layOut();
+  isTiling_ = false;
+  updateScrollers();
+}
+
+void NSScrollView::layOut() {
   const CGFloat border = borderType_ == NSNoBorder ? 0 : 1, bar = NSScroller::scrollerWidth();
   const CGRect inside = NSInsetRect(bounds(), border, border);
   const CGSize document = documentView() ? documentView()->frame().size : CGSize{};
   const auto needs = [&](const Ref<NSScroller>& scroller, CGFloat length, CGFloat room) {
     return scroller && (!autohidesScrollers_ || length > room);
   };
-  const bool showsVertical = needs(verticalScroller_, document.height, inside.size.height);
+  // Each bar takes room from the other's way.
+  bool showsVertical = needs(verticalScroller_, document.height, inside.size.height);
   const bool showsHorizontal =
       needs(horizontalScroller_, document.width, inside.size.width - (showsVertical ? bar : 0));
+  if (showsHorizontal) showsVertical = needs(verticalScroller_, document.height, inside.size.height - bar);
   CGRect content = inside;
   if (showsVertical) content.size.width = std::max(0.0, content.size.width - bar);
   if (showsHorizontal) content.size.height = std::max(0.0, content.size.height - bar);
@@ -91,8 +101,16 @@ void NSScrollView::tile() {
     horizontalScroller_->setFrame({content.origin.x, CGRectGetMaxY(content), content.size.width, bar});
   }
   clipView_->setFrame(content);
-  isTiling_ = false;
-  updateScrollers();
+}
+
+bool NSScrollView::areScrollersOutdated() const {
+  const CGSize document = documentView() ? documentView()->frame().size : CGSize{};
+  const CGSize shown = clipView_->bounds().size;
+  const auto isOutdated = [&](const Ref<NSScroller>& scroller, CGFloat length, CGFloat room) {
+    return scroller && autohidesScrollers_ && scroller->isHidden() == (length > room);
+  };
+  return isOutdated(verticalScroller_, document.height, shown.height) ||
+         isOutdated(horizontalScroller_, document.width, shown.width);
 }
 
 namespace {
@@ -106,17 +124,10 @@ void reflect(const Ref<NSScroller>& scroller, CGFloat start, CGFloat length, CGF
 
 }  // namespace
 
-void NSScrollView::reflectScrolledClipView(NSClipView& clipView) {
+void NSScrollView::reflectScrolledClipView(NSClipView&) {
   if (isTiling_) return;
-  const CGSize document = documentView() ? documentView()->frame().size : CGSize{}, shown = clipView.bounds().size;
-  const auto isOutdated = [&](const Ref<NSScroller>& scroller, CGFloat length, CGFloat room) {
-    return scroller && autohidesScrollers_ && scroller->isHidden() == (length > room);
-  };
-  if (isOutdated(verticalScroller_, document.height, shown.height) ||
-      isOutdated(horizontalScroller_, document.width, shown.width))
-    tile();
-  else
-    updateScrollers();
+  if (areScrollersOutdated()) tile();
+  else updateScrollers();
 }
 
 void NSScrollView::updateScrollers() {
@@ -149,10 +160,18 @@ void NSScrollView::scrollerMoved(NSObject* sender) {
 void NSScrollView::scrollWheel(const Ref<NSEvent>& event) {
   const CGPoint before = clipView_->bounds().origin;
   const CGFloat down = clipView_->isFlipped() ? -event->scrollingDeltaY() : event->scrollingDeltaY();
-  // To whole points, so that what stands on them stays sharp.
-  clipView_->scrollToPoint({std::round(before.x - event->scrollingDeltaX()), std::round(before.y + down)});
+  const CGPoint reached = clipView_->constrainScrollPoint(
+      {before.x - event->scrollingDeltaX() + wheelRest_.width, before.y + down + wheelRest_.height});
   // At the end of its way a scroll view leaves the wheel to the one around it.
-  if (clipView_->bounds().origin == before) NSView::scrollWheel(event);
+  if (reached == before) {
+    wheelRest_ = {};
+    NSView::scrollWheel(event);
+    return;
+  }
+  // To whole points, so that what stands on them stays sharp; a wheel that turns in smaller steps adds up.
+  const CGPoint whole{std::round(reached.x), std::round(reached.y)};
+  wheelRest_ = {reached.x - whole.x, reached.y - whole.y};
+  clipView_->scrollToPoint(whole);
 }
 
 void NSScrollView::drawRect(CGRect) {

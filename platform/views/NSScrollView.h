@@ -44,6 +44,8 @@ class NSScrollView : public NSView {
 
  private:
   void setHas(bool has, Ref<NSScroller>& scroller);
+  void layOut();
+  bool areScrollersOutdated() const;
   void updateScrollers();
   void scrollerMoved(NSObject* sender);
   static const Selector selectors_[];
@@ -52,6 +54,7 @@ class NSScrollView : public NSView {
   Ref<NSScroller> verticalScroller_, horizontalScroller_;
   NSBorderType borderType_ = NSNoBorder;
   bool autohidesScrollers_ = false;
+  CGSize wheelRest_;  // of the way that the wheel asked for, what is less than a point
   bool isTiling_ = false;
 };
 

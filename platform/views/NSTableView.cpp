@@ -40,7 +40,7 @@ void NSTableView::reloadData() {
     rowEnds_.reserve(rowCount_);
     CGFloat y = 0;
     for (std::size_t row = 0; row < rowCount_; ++row)
-      rowEnds_.push_back(y += delegate->tableViewHeightOfRow(*this, row));
+      rowEnds_.push_back(y += std::max(0.0, delegate->tableViewHeightOfRow(*this, row)));
   }
   while (!visible_.empty()) takeRowView(visible_.begin()->first);
   const std::size_t end = selection_.isEmpty() ? 0 : selection_.last() + 1;
@@ -137,8 +137,9 @@ void NSTableView::prepareContentInRect(CGRect rect) {
   }
   if (!delegate || NSIsEmptyRect(rect)) return;
   const std::optional<std::size_t> first = rowAtPoint({rect.origin.x, std::max(0.0, rect.origin.y)});
-  for (std::size_t row = first.value_or(rowCount_); isShown(row); ++row) {
-    if (visible_.contains(row)) continue;
+  for (std::size_t row = first.value_or(rowCount_); row < rowCount_; ++row) {
+    if (rectOfRow(row).origin.y >= CGRectGetMaxY(rect)) break;
+    if (visible_.contains(row) || !isShown(row)) continue;  // a row without height has nothing to show
     const Ref<NSView> view = delegate->tableViewViewForRow(*this, row);
     if (!view) continue;
     view->setFrame(rectOfRow(row));
@@ -219,7 +220,11 @@ void NSTableView::moveSelection(std::ptrdiff_t step, bool extends) {
   const auto last = static_cast<std::ptrdiff_t>(rowCount_) - 1;
   const std::optional<std::size_t> from = selectedRow();
   const std::ptrdiff_t wanted = from ? static_cast<std::ptrdiff_t>(*from) + step : step > 0 ? 0 : last;
-  const auto row = static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(wanted, 0, last));
+  selectByKey(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(wanted, 0, last)), extends);
+}
+
+void NSTableView::selectByKey(std::size_t row, bool extends) {
+  if (row >= rowCount_) return;
   if (extends && anchor_ && allowsMultipleSelection_) {
     const std::size_t anchor = *anchor_, first = std::min(anchor, row);
     selectRowIndexes(NSIndexSet(NSRange{first, std::max(anchor, row) - first + 1}), Selecting::Replaces);
@@ -234,15 +239,18 @@ void NSTableView::moveSelection(std::ptrdiff_t step, bool extends) {
 
 void NSTableView::keyDown(const Ref<NSEvent>& event) {
   const bool extends = event->modifierFlags() & NSEventModifierFlagShift;
-  const auto page = std::max<std::ptrdiff_t>(1, static_cast<std::ptrdiff_t>(visibleRect().size.height / rowHeight_) - 1);
-  const auto all = static_cast<std::ptrdiff_t>(rowCount_);
+  const CGRect shown = visibleRect();
+  const auto wholeRows = std::count_if(visible_.begin(), visible_.end(), [&](const auto& entry) {
+    return NSContainsRect(shown, rectOfRow(entry.first));
+  });
+  const std::ptrdiff_t page = std::max<std::ptrdiff_t>(1, wholeRows - 1);
   switch (firstScalar(event->characters())) {
     case NSUpArrowFunctionKey: moveSelection(-1, extends); return;
     case NSDownArrowFunctionKey: moveSelection(1, extends); return;
     case NSPageUpFunctionKey: moveSelection(-page, extends); return;
     case NSPageDownFunctionKey: moveSelection(page, extends); return;
-    case NSHomeFunctionKey: moveSelection(-all, extends); return;
-    case NSEndFunctionKey: moveSelection(all, extends); return;
+    case NSHomeFunctionKey: selectByKey(0, extends); return;
+    case NSEndFunctionKey: selectByKey(rowCount_ - 1, extends); return;
     default: NSView::keyDown(event);
   }
 }

@@ -93,6 +93,7 @@ class NSTableView : public NSView {
   void updateRowLook(std::size_t row);
   void setHoveredRow(std::optional<std::size_t> row);
   void moveSelection(std::ptrdiff_t step, bool extends);
+  void selectByKey(std::size_t row, bool extends);
 
   WeakRef<NSTableViewDataSource> dataSource_;
   WeakRef<NSTableViewDelegate> delegate_;

@@ -29,6 +29,7 @@ void NSTextField::changeTextCell(Change change) {
   NSTextFieldCell* cell = textCell();
   if (!cell) return;
   change(*cell);
+  invalidateIntrinsicContentSize();
   setNeedsDisplay(true);
 }
 
