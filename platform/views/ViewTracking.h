@@ -43,7 +43,6 @@ class ViewTracking : public ViewDrawing {
     Ref<NSCursor> cursor;
   };
 
-
   std::vector<Ref<NSTrackingArea>> trackingAreas_;
   std::vector<CursorRect> cursorRects_;
   bool areCursorRectsValid_ = false;
