@@ -59,7 +59,7 @@ void NSWindow::setContentView(Ref<NSView> view) {
     contentView_->removeFromSuperview();
     contentView_->setFrame({{0, 0}, frame_.size});
     contentView_->moveToWindow(this);
-    contentView_->updateTrackingAreas();
+    static_cast<ViewTracking&>(*contentView_).visibleAreaDidChange();
     contentView_->setNeedsDisplay(true);
   } else {
     invalidateRect({{0, 0}, frame_.size});
@@ -320,7 +320,8 @@ void NSWindow::resetCursorRectsBelow(NSView& view) {
     view.discardCursorRects();
     view.resetCursorRects();
   }
-  for (const Ref<NSView>& subview : view.subviews()) resetCursorRectsBelow(*subview);
+  const std::vector<Ref<NSView>> copy = view.subviews();
+  for (const Ref<NSView>& subview : copy) resetCursorRectsBelow(*subview);
 }
 
 void NSWindow::invalidateCursorRectsForView(NSView& view) { static_cast<ViewTracking&>(view).areCursorRectsValid_ = false; }
@@ -332,7 +333,7 @@ void NSWindow::invalidateRect(CGRect rect) {
 
 void NSWindow::displayIfNeeded() {
   if (!native_ || !isVisible_ || dirty_.isEmpty()) return;
-  const std::vector<CGRect> rects = dirty_.take({{0, 0}, frame_.size});
+  const std::vector<CGRect> rects = dirty_.take({{0, 0}, frame_.size}, backingScaleFactor());
   if (rects.empty()) return;
   native_->paint(rects, [&](backend::Canvas& canvas) {
     for (const CGRect& rect : rects) drawContents(rect, canvas);
