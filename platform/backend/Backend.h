@@ -2,6 +2,7 @@
 // Everything is called on the main thread.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -66,6 +67,13 @@ struct WindowOptions {
   bool canBecomeKey = true;
 };
 
+struct MenuEntry {
+  std::string title;
+  bool isEnabled = true;
+  bool isChecked = false;
+  bool isSeparator = false;
+};
+
 class Backend {
  public:
   Backend();
@@ -80,6 +88,15 @@ class Backend {
   virtual std::vector<Screen> screens() const = 0;  // the primary one first
   virtual CGPoint mouseLocation() const = 0;        // screen space
   virtual Color systemColor(SystemColor color) const { return defaultSystemColor(color); }
+
+  // Opens a menu with its upper left corner at a point of the window's base space, and returns at once. `chosen` is called
+  // later, with the number of the entry, or absent if none was chosen.
+  virtual void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
+                         std::function<void(std::optional<std::size_t>)> chosen) = 0;
+
+  virtual const TextEngine& textEngine() const = 0;
+  // The picture that the bytes hold; absent if they hold none, are cut off, or claim too many pixels.
+  virtual std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const = 0;
 
   // The main queue, on this backend's clock.
   virtual double now() const = 0;  // seconds since some moment

@@ -35,16 +35,18 @@ Ref<NSCursor> ViewTracking::cursorAt(CGPoint point) const {
 
 void ViewTracking::geometryDidChange() {
   ViewDrawing::geometryDidChange();
-  areCursorRectsValid_ = false;
-  if (window()) updateTrackingAreasOfTree();
+  visibleAreaDidChange();
 }
 
-void ViewTracking::updateTrackingAreasOfTree() {
+void ViewTracking::visibleAreaDidChange() {
+  areCursorRectsValid_ = false;
+  if (!window()) return;
   const Ref<NSView> held = refTo(asView());
   updateTrackingAreas();
+  // What shows of the views below changes with what shows of this one.
   const std::vector<Ref<NSView>> copy = subviews();
   for (const Ref<NSView>& view : copy)
-    if (view->window()) static_cast<ViewTracking&>(*view).updateTrackingAreasOfTree();
+    if (view->window()) static_cast<ViewTracking&>(*view).visibleAreaDidChange();
 }
 
 }  // namespace platform

@@ -59,7 +59,7 @@ void NSWindow::setContentView(Ref<NSView> view) {
     contentView_->removeFromSuperview();
     contentView_->setFrame({{0, 0}, frame_.size});
     contentView_->moveToWindow(this);
-    static_cast<ViewTracking&>(*contentView_).updateTrackingAreasOfTree();
+    static_cast<ViewTracking&>(*contentView_).visibleAreaDidChange();
     contentView_->setNeedsDisplay(true);
   } else {
     invalidateRect({{0, 0}, frame_.size});
@@ -279,7 +279,8 @@ void NSWindow::resetCursorRectsBelow(NSView& view) {
     view.discardCursorRects();
     view.resetCursorRects();
   }
-  for (const Ref<NSView>& subview : view.subviews()) resetCursorRectsBelow(*subview);
+  const std::vector<Ref<NSView>> copy = view.subviews();
+  for (const Ref<NSView>& subview : copy) resetCursorRectsBelow(*subview);
 }
 
 void NSWindow::invalidateCursorRectsForView(NSView& view) { static_cast<ViewTracking&>(view).areCursorRectsValid_ = false; }
