@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "backends/headless/netpbm.h"
+
 namespace backend::headless {
 
 namespace {
@@ -53,6 +55,10 @@ Color HeadlessBackend::systemColor(SystemColor color) const {
   return found == systemColors_.end() ? Backend::systemColor(color) : found->second;
 }
 
+std::shared_ptr<const ImagePixels> HeadlessBackend::decodeImage(std::span<const std::byte> bytes) const {
+  return decodeNetpbm(bytes);
+}
+
 void HeadlessBackend::raise(HeadlessWindow& window) {
   std::erase(windows_, &window);
   windows_.push_back(&window);
@@ -73,6 +79,17 @@ void HeadlessBackend::windowGoes(HeadlessWindow& window) {
   for (HeadlessWindow* other : windows_)
     if (other->parent_ == &window) other->parent_ = nullptr;
   if (keyWindow_ == &window) keyWindow_ = nullptr;
+}
+
+void HeadlessBackend::popUpMenu(NativeWindow&, CGPoint at, std::vector<MenuEntry> entries,
+                                std::function<void(std::optional<std::size_t>)> chosen) {
+  openMenu_ = OpenMenu{at, std::move(entries), std::move(chosen)};
+}
+
+void HeadlessBackend::chooseFromMenu(std::optional<std::size_t> entry) {
+  if (!openMenu_) return;
+  const OpenMenu menu = *std::exchange(openMenu_, std::nullopt);
+  menu.chosen(entry);
 }
 
 }  // namespace backend::headless

@@ -22,6 +22,8 @@ std::string numbers(std::span<const double> values) {
 
 std::string numbers(std::initializer_list<double> values) { return numbers(std::span(values.begin(), values.size())); }
 
+std::string rectText(CGRect r) { return numbers({r.origin.x, r.origin.y, r.size.width, r.size.height}); }
+
 std::string colorText(const Color& color) { return numbers({color.red, color.green, color.blue, color.alpha}); }
 
 std::string pointText(CGPoint point) { return numberText(point.x) + "," + numberText(point.y); }
@@ -121,8 +123,7 @@ void RecordingCanvas::concat(const CGAffineTransform& t) {
 }
 
 void RecordingCanvas::clipRect(CGRect r) {
-  lines_.push_back(operation(
-      "clipRect", ",\"rect\":" + numbers({r.origin.x, r.origin.y, r.size.width, r.size.height})));
+  lines_.push_back(operation("clipRect", ",\"rect\":" + rectText(r)));
 }
 
 void RecordingCanvas::clipPath(const Path& path, FillRule rule) {
@@ -174,6 +175,22 @@ void RecordingCanvas::fillGradient(const Path& path, FillRule rule, const Linear
   }
   lines_.push_back(operation("gradient", pathFields(path, rule) + ",\"stops\":[" + stops + "],\"angle\":" +
                                              numberText(gradient.angle)));
+}
+
+void RecordingCanvas::drawImage(const ImagePixels& image, CGRect source, CGRect destination) {
+  lines_.push_back(operation(
+      "image", ",\"pixels\":" + numbers({double(image.width), double(image.height)}) + ",\"from\":" + rectText(source) +
+                   ",\"rect\":" + rectText(destination)));
+}
+
+void RecordingCanvas::drawGlyphs(const GlyphRun& run, CGPoint origin) {
+  std::string glyphs;
+  for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+    if (i > 0) glyphs += ',';
+    const CGPoint place{origin.x + run.positions[i].x, origin.y + run.positions[i].y};
+    glyphs += "[" + numberText(run.glyphs[i]) + "," + pointText(place) + "]";
+  }
+  lines_.push_back(operation("glyphs", ",\"glyphs\":[" + glyphs + "]"));
 }
 
 }  // namespace backend::recording

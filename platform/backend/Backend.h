@@ -2,6 +2,7 @@
 // Everything is called on the main thread.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,6 +12,13 @@
 
 #include "platform/backend/Canvas.h"
 #include "platform/backend/SystemColor.h"
+
+namespace platform {
+
+class NSView;
+class NSWindow;
+
+}  // namespace platform
 
 namespace backend {
 
@@ -32,7 +40,11 @@ class WindowClient {
   virtual void nativeScaleChanged() = 0;
   virtual void nativeKeyStatusChanged(bool isKey) = 0;
   virtual void nativeCloseRequested() = 0;
+  // The window that the events of the native one name; absent while it goes.
+  virtual std::shared_ptr<platform::NSWindow> eventWindow() = 0;
 };
+
+enum class FocusStep { Next, Previous };
 
 // A window of the desktop. It keeps its picture: an expose copies it and asks for nothing.
 class NativeWindow {
@@ -54,6 +66,14 @@ class NativeWindow {
   // Opens the kept picture for painting; base space is the content, in points. The rectangles, in whole device pixels,
   // are all that the painter changes; they are on screen afterwards.
   virtual void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) = 0;
+
+  // What a program wants to know that has the window's views among widgets of its own. Others leave these as they are.
+  virtual void eventWasNotTaken() {}  // the key down or scroll that is being sent found nobody
+  virtual void firstResponderDidChange() {}
+  virtual void intrinsicContentSizeDidChange(platform::NSView&) {}
+  // Takes the keyboard focus on from the first responder, in the order of the program's widgets. False: the window goes
+  // along its key views.
+  virtual bool moveFocus(FocusStep) { return false; }
 };
 
 enum class WindowKind { Titled, Borderless, Popup };
@@ -64,6 +84,13 @@ struct WindowOptions {
   bool isOpaque = true;
   bool hasShadow = true;
   bool canBecomeKey = true;
+};
+
+struct MenuEntry {
+  std::string title;
+  bool isEnabled = true;
+  bool isChecked = false;
+  bool isSeparator = false;
 };
 
 class Backend {
@@ -80,6 +107,15 @@ class Backend {
   virtual std::vector<Screen> screens() const = 0;  // the primary one first
   virtual CGPoint mouseLocation() const = 0;        // screen space
   virtual Color systemColor(SystemColor color) const { return defaultSystemColor(color); }
+
+  // Opens a menu with its upper left corner at a point of the window's base space, and returns at once. `chosen` is called
+  // later, with the number of the entry, or absent if none was chosen.
+  virtual void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
+                         std::function<void(std::optional<std::size_t>)> chosen) = 0;
+
+  virtual const TextEngine& textEngine() const = 0;
+  // The picture that the bytes hold; absent if they hold none, are cut off, or claim too many pixels.
+  virtual std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const = 0;
 
   // The main queue, on this backend's clock.
   virtual double now() const = 0;  // seconds since some moment

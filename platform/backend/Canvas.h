@@ -9,7 +9,9 @@
 #include <span>
 #include <string_view>
 
+#include "platform/backend/ImagePixels.h"
 #include "platform/backend/Path.h"
+#include "platform/backend/TextEngine.h"
 
 namespace backend {
 
@@ -103,6 +105,11 @@ class Canvas {
   virtual void fillPath(const Path& path, FillRule rule) = 0;
   virtual void strokePath(const Path& path, const StrokeStyle& style) = 0;
   virtual void fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) = 0;
+  // In the fill color, the run's positions counted from the origin. Stands upright in a space with y up.
+  virtual void drawGlyphs(const GlyphRun& run, CGPoint origin) = 0;
+  // The source rectangle, in pixels from the upper left corner, scaled into the destination with its first row at the
+  // destination's greatest y. What is shrunk is averaged, what is enlarged is interpolated.
+  virtual void drawImage(const ImagePixels& image, CGRect source, CGRect destination) = 0;
 };
 
 }  // namespace backend

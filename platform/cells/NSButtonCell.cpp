@@ -5,10 +5,18 @@
 
 namespace platform {
 
+namespace {
+
+// Between the title and the box, on each side.
+constexpr CGFloat titleMarginX = 10, titleMarginY = 4;
+
+}  // namespace
+
 const ClassInfo NSButtonCell::staticClassInfo{.name = "NSButtonCell", .base = &NSCell::staticClassInfo};
 
 NSButtonCell::NSButtonCell(NSCoder& coder) : NSCell(coder) {
-  title_ = coder.decodeStringForKey("title").value_or("");
+  setAlignment(NSTextAlignmentCenter);
+  if (const auto title = coder.decodeStringForKey("title")) setTitle(*title);
   keyEquivalent_ = coder.decodeStringForKey("keyEquivalent").value_or("");
   keyEquivalentModifierMask_ = static_cast<std::uint32_t>(coder.decodeIntegerForKey("keyEquivalentModifierMask"));
   if (coder.decodeStringForKey("buttonType") == "toggle") buttonType_ = NSButtonType::Toggle;
@@ -26,6 +34,18 @@ void NSButtonCell::drawWithFrame(CGRect frame, NSView& view) {
   edge->setStroke();
   box->stroke();
   drawInteriorWithFrame(frame, view);
+}
+
+CGSize NSButtonCell::cellSize() const {
+  const CGSize text = NSCell::cellSize();
+  return {text.width + 2 * titleMarginX, text.height + 2 * titleMarginY};
+}
+
+void NSButtonCell::drawInteriorWithFrame(CGRect frame, NSView&) {
+  const auto title = attributedStringValue();
+  if (title->length() == 0) return;
+  const CGFloat height = title->size().height;
+  title->drawInRect({frame.origin.x, frame.origin.y + (frame.size.height - height) * 0.5, frame.size.width, height});
 }
 
 }  // namespace platform

@@ -14,12 +14,10 @@ class NSButtonCell : public NSCell {
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  NSButtonCell() = default;
+  NSButtonCell() { setAlignment(NSTextAlignmentCenter); }
   // Keys besides the cell's: "title", "keyEquivalent", "keyEquivalentModifierMask", "buttonType" ("toggle").
   explicit NSButtonCell(NSCoder& coder);
 
-  const std::string& title() const { return title_; }
-  void setTitle(std::string title) { title_ = std::move(title); }
   // The characters that press the button, and the modifiers that must be held with them; none if empty.
   const std::string& keyEquivalent() const { return keyEquivalent_; }
   void setKeyEquivalent(std::string characters) { keyEquivalent_ = std::move(characters); }
@@ -28,10 +26,12 @@ class NSButtonCell : public NSCell {
   NSButtonType buttonType() const { return buttonType_; }
   void setButtonType(NSButtonType type) { buttonType_ = type; }
 
+  CGSize cellSize() const override;
   void drawWithFrame(CGRect frame, NSView& view) override;
+  void drawInteriorWithFrame(CGRect frame, NSView& view) override;
 
  private:
-  std::string title_, keyEquivalent_;
+  std::string keyEquivalent_;
   std::uint32_t keyEquivalentModifierMask_ = 0;
   NSButtonType buttonType_ = NSButtonType::MomentaryPushIn;
 };

@@ -3,14 +3,22 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "platform/foundation/Geometry.h"
 #include "platform/foundation/NSObject.h"
+#include "platform/graphics/Forward.h"
+#include "platform/text/Forward.h"
+#include "platform/text/NSAttributedString.h"
+#include "platform/text/NSParagraphStyle.h"
 #include "platform/views/Forward.h"
 
 namespace platform {
 
 enum NSControlStateValue { NSControlStateValueMixed = -1, NSControlStateValueOff = 0, NSControlStateValueOn = 1 };
+
+// The ground that a cell stands on. On a dark one a text in the system's color shows in that of selected rows.
+enum NSBackgroundStyle { NSBackgroundStyleLight = 0, NSBackgroundStyleDark = 1 };
 
 class NSCell : public NSObject {
  public:
@@ -18,8 +26,12 @@ class NSCell : public NSObject {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   NSCell() = default;
-  // Keys: "enabled" (true if missing), "highlighted", "state", "tag".
+  explicit NSCell(std::string text);    // initTextCell:
+  explicit NSCell(Ref<NSImage> image);  // initImageCell:
+  // Keys: "enabled" (true if missing), "highlighted", "state", "tag", "stringValue", "fontSize", "isBold", "alignment",
+  // "lineBreakMode" (the last two as their numbers).
   explicit NSCell(NSCoder& coder);
+  ~NSCell() override;
 
   NSView* controlView() const { return controlView_; }
   void setControlView(NSView* view) { controlView_ = view; }
@@ -33,6 +45,29 @@ class NSCell : public NSObject {
   void setState(NSControlStateValue state) { state_ = state; }
   std::int64_t tag() const { return tag_; }
   void setTag(std::int64_t tag) { tag_ = tag; }
+
+  // The text, in UTF-8, and how it stands; title is another name for it. Setting a plain text drops the attributes of an
+  // attributed one. An absent font means the system's.
+  virtual std::string stringValue() const;
+  virtual void setStringValue(std::string_view text);
+  std::string title() const { return stringValue(); }
+  void setTitle(std::string_view title) { setStringValue(title); }
+  // What is drawn: the attributed text, or the plain one in the cell's font, color, alignment and line break mode.
+  virtual Ref<NSAttributedString> attributedStringValue() const;
+  virtual void setAttributedStringValue(Ref<NSAttributedString> text);
+  const Ref<NSFont>& font() const { return font_; }
+  void setFont(Ref<NSFont> font) { font_ = std::move(font); }
+  NSTextAlignment alignment() const { return alignment_; }
+  void setAlignment(NSTextAlignment alignment) { alignment_ = alignment; }
+  NSLineBreakMode lineBreakMode() const { return lineBreakMode_; }
+  void setLineBreakMode(NSLineBreakMode mode) { lineBreakMode_ = mode; }
+  NSBackgroundStyle backgroundStyle() const { return backgroundStyle_; }
+  virtual void setBackgroundStyle(NSBackgroundStyle style) { backgroundStyle_ = style; }
+  const Ref<NSImage>& image() const { return image_; }
+  void setImage(Ref<NSImage> image) { image_ = std::move(image); }
+
+  // The size that the cell's content needs.
+  virtual CGSize cellSize() const;
 
   // In the control view's coordinates. The first draws the whole cell, border included; the second what is inside.
   virtual void drawWithFrame(CGRect frame, NSView& view) { drawInteriorWithFrame(frame, view); }
@@ -48,8 +83,20 @@ class NSCell : public NSObject {
   std::uint32_t mouseDownFlags() const { return mouseDownFlags_; }
   void setMouseDownFlags(std::uint32_t flags) { mouseDownFlags_ = flags; }  // for the control that tracks
 
+ protected:
+  // The attributes of a plain text; a cell with a color of its own says so here.
+  virtual Ref<NSColor> plainTextColor() const;
+  NSAttributes plainAttributes() const;
+
  private:
   NSView* controlView_ = nullptr;
+  std::string stringValue_;
+  Ref<NSAttributedString> attributed_;
+  Ref<NSFont> font_;
+  Ref<NSImage> image_;
+  NSTextAlignment alignment_ = NSTextAlignmentNatural;
+  NSLineBreakMode lineBreakMode_ = NSLineBreakByWordWrapping;
+  NSBackgroundStyle backgroundStyle_ = NSBackgroundStyleLight;
   std::int64_t tag_ = 0;
   std::uint32_t mouseDownFlags_ = 0;
   NSControlStateValue state_ = NSControlStateValueOff;

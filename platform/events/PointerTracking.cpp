@@ -71,21 +71,25 @@ void PointerTracking::pointerMoved(const Ref<NSEvent>& event, bool isButtonDown)
   std::vector<Place> places;
   if (window_.contentView()) collect(window_.contentView(), event->locationInWindow(), places);
   sendExits(event, places);
+  // A handler before may have taken an area away, or its view.
+  const auto isThere = [&](const Place& place) {
+    return place.view->window() == &window_ && stillHas(*place.view, place.area);
+  };
   for (const Place& place : places) {
-    // A handler before may have taken this area away, or its view.
-    if (place.view->window() != &window_ || !stillHas(*place.view, place.area)) continue;
     const std::uint32_t options = place.area->options();
+    const bool isWanted = (options & NSTrackingMouseEnteredAndExited) &&
+                          (!isButtonDown || (options & NSTrackingEnabledDuringMouseDrag));
     const bool isEntered = std::any_of(entered_.begin(), entered_.end(), [&](const Entered& entered) {
       return entered.area.lock() == place.area && entered.view.lock() == place.view;
     });
-    if (!isEntered && (options & NSTrackingMouseEnteredAndExited) &&
-        (!isButtonDown || (options & NSTrackingEnabledDuringMouseDrag))) {
-      entered_.push_back({place.view, place.area});
-      send(place.area, NSEventType::MouseEntered, &NSResponder::mouseEntered, event);
-    }
-    if (event->type() == NSEventType::MouseMoved && (options & NSTrackingMouseMoved))
-      send(place.area, NSEventType::MouseMoved, &NSResponder::mouseMoved, event);
+    if (!isWanted || isEntered || !isThere(place)) continue;
+    entered_.push_back({place.view, place.area});
+    send(place.area, NSEventType::MouseEntered, &NSResponder::mouseEntered, event);
   }
+  if (event->type() == NSEventType::MouseMoved)
+    for (const Place& place : places)
+      if ((place.area->options() & NSTrackingMouseMoved) && isThere(place))
+        send(place.area, NSEventType::MouseMoved, &NSResponder::mouseMoved, event);
   if (!isButtonDown) updateCursor(event->locationInWindow());
 }
 

@@ -12,6 +12,20 @@ CGRect fromEdges(CGFloat minX, CGFloat minY, CGFloat maxX, CGFloat maxY) {
 
 }  // namespace
 
+void NSDivideRect(CGRect rect, CGRect& slice, CGRect& remainder, CGFloat amount, NSRectEdge edge) {
+  const bool isAcross = edge == NSMinXEdge || edge == NSMaxXEdge, isAtEnd = edge == NSMaxXEdge || edge == NSMaxYEdge;
+  const CGFloat length = isAcross ? rect.size.width : rect.size.height;
+  const CGFloat taken = std::clamp(amount, 0.0, std::max(0.0, length));
+  // The part from `start` on, `size` long.
+  const auto part = [&](CGFloat start, CGFloat size) {
+    return isAcross ? CGRect{rect.origin.x + start, rect.origin.y, size, rect.size.height}
+                    : CGRect{rect.origin.x, rect.origin.y + start, rect.size.width, size};
+  };
+  const CGRect cut = part(isAtEnd ? length - taken : 0, taken);
+  remainder = part(isAtEnd ? 0 : taken, length - taken);
+  slice = cut;
+}
+
 CGRect NSUnionRect(CGRect a, CGRect b) {
   if (NSIsEmptyRect(a)) return NSIsEmptyRect(b) ? NSZeroRect : b;
   if (NSIsEmptyRect(b)) return a;

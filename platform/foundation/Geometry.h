@@ -69,6 +69,8 @@ constexpr CGRect NSOffsetRect(CGRect r, CGFloat dx, CGFloat dy) {
   return {r.origin.x + dx, r.origin.y + dy, r.size.width, r.size.height};
 }
 
+// Cuts a slice of `amount` points off the rectangle at one edge; the rest is the remainder. More than there is takes all.
+void NSDivideRect(CGRect rect, CGRect& slice, CGRect& remainder, CGFloat amount, NSRectEdge edge);
 // The smallest rectangle around both. An empty one adds nothing; of two empty ones the result is zero.
 CGRect NSUnionRect(CGRect a, CGRect b);
 // The common area, or zero where there is none.

@@ -41,6 +41,10 @@ class CGContext {
   void fillGradient(const backend::Path& path, backend::FillRule rule, const backend::LinearGradient& gradient) {
     canvas_.fillGradient(path, rule, gradient);
   }
+  void drawGlyphs(const backend::GlyphRun& run, CGPoint origin) { canvas_.drawGlyphs(run, origin); }
+  void drawImage(const backend::ImagePixels& image, CGRect source, CGRect destination) {
+    canvas_.drawImage(image, source, destination);
+  }
 
  private:
   backend::Canvas& canvas_;

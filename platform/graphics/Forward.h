@@ -6,12 +6,14 @@
 namespace platform {
 
 class CGContext;
+class NSAffineTransform;
 class NSBezierPath;
 class NSColor;
 class NSColorSpace;
 class NSGradient;
 class NSGraphicsContext;
 class NSImage;
+class NSImageRep;
 class NSShadow;
 
 }  // namespace platform

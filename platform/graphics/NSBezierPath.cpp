@@ -1,6 +1,7 @@
 #include "platform/graphics/NSBezierPath.h"
 
 #include "platform/graphics/CGContext.h"
+#include "platform/graphics/NSAffineTransform.h"
 #include "platform/graphics/NSGraphicsContext.h"
 
 namespace platform {
@@ -27,6 +28,22 @@ void NSBezierPath::lineToPoint(CGPoint point) {
 void NSBezierPath::curveToPoint(CGPoint point, CGPoint controlPoint1, CGPoint controlPoint2) {
   if (!path_.hasCurrentPoint()) stopProgram("NSBezierPath: curveToPoint: without a current point");
   path_.curveTo(point, controlPoint1, controlPoint2);
+}
+
+void NSBezierPath::transformUsingAffineTransform(const NSAffineTransform& transform) {
+  path_.transform(transform.matrix());
+}
+
+Ref<NSBezierPath> NSBezierPath::copy() const {
+  auto copy = make<NSBezierPath>(path_);
+  copy->dash_ = dash_;
+  copy->dashPhase_ = dashPhase_;
+  copy->lineWidth_ = lineWidth_;
+  copy->miterLimit_ = miterLimit_;
+  copy->lineCapStyle_ = lineCapStyle_;
+  copy->lineJoinStyle_ = lineJoinStyle_;
+  copy->windingRule_ = windingRule_;
+  return copy;
 }
 
 void NSBezierPath::setLineDash(std::span<const CGFloat> pattern, CGFloat phase) {

@@ -37,6 +37,9 @@ class NSBezierPath : public NSObject {
   void closePath() { path_.close(); }
   void appendBezierPath(const NSBezierPath& path) { path_.append(path.path_); }
 
+  void transformUsingAffineTransform(const NSAffineTransform& transform);
+  Ref<NSBezierPath> copy() const;
+
   void setWindingRule(NSWindingRule rule) { windingRule_ = rule; }
   void setLineWidth(CGFloat width) { lineWidth_ = width; }                // points; 1 at the start
   void setLineCapStyle(NSLineCapStyle style) { lineCapStyle_ = style; }    // butt

@@ -22,14 +22,6 @@ const ClassInfo NSButton::staticClassInfo{
 
 NSButtonCell* NSButton::buttonCell() const { return dynamic_cast<NSButtonCell*>(cell().get()); }
 
-std::string NSButton::title() const { return buttonCell() ? buttonCell()->title() : ""; }
-
-void NSButton::setTitle(std::string title) {
-  if (!buttonCell()) return;
-  buttonCell()->setTitle(std::move(title));
-  setNeedsDisplay(true);
-}
-
 void NSButton::setKeyEquivalent(std::string characters) {
   if (buttonCell()) buttonCell()->setKeyEquivalent(std::move(characters));
 }

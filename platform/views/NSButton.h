@@ -15,9 +15,9 @@ class NSButton : public NSControl {
   explicit NSButton(CGRect frame) : NSControl(frame) {}
   explicit NSButton(NSCoder& coder) : NSControl(coder) {}
 
-  // Of the cell; a button whose cell was taken away, or is none of a button, has no title and no key equivalent.
-  std::string title() const;
-  void setTitle(std::string title);
+  // Of the cell; a button whose cell was taken away has no title, and no key equivalent with a cell of another class.
+  std::string title() const { return stringValue(); }
+  void setTitle(std::string_view title) { setStringValue(title); }
   void setKeyEquivalent(std::string characters);
   void setKeyEquivalentModifierMask(std::uint32_t mask);
   void setButtonType(NSButtonType type);

@@ -42,6 +42,44 @@ void NSControl::setHighlighted(bool isHighlighted) {
   setNeedsDisplay(true);
 }
 
+void NSControl::setTag(std::int64_t tag) {
+  if (cell_) cell_->setTag(tag);
+}
+
+template <class Change>
+void NSControl::changeCell(Change change) {
+  if (!cell_) return;
+  change(*cell_);
+  invalidateIntrinsicContentSize();
+  setNeedsDisplay(true);
+}
+
+void NSControl::setStringValue(std::string_view text) {
+  changeCell([&](NSCell& cell) { cell.setStringValue(text); });
+}
+
+Ref<NSAttributedString> NSControl::attributedStringValue() const {
+  return cell_ ? cell_->attributedStringValue() : make<NSAttributedString>();
+}
+
+void NSControl::setAttributedStringValue(Ref<NSAttributedString> text) {
+  changeCell([&](NSCell& cell) { cell.setAttributedStringValue(std::move(text)); });
+}
+
+void NSControl::setFont(Ref<NSFont> font) {
+  changeCell([&](NSCell& cell) { cell.setFont(std::move(font)); });
+}
+
+void NSControl::setAlignment(NSTextAlignment alignment) {
+  changeCell([&](NSCell& cell) { cell.setAlignment(alignment); });
+}
+
+void NSControl::setLineBreakMode(NSLineBreakMode mode) {
+  changeCell([&](NSCell& cell) { cell.setLineBreakMode(mode); });
+}
+
+CGSize NSControl::intrinsicContentSize() const { return cell_ ? cell_->cellSize() : NSView::intrinsicContentSize(); }
+
 bool NSControl::sendActionTo(std::string_view action, const Ref<NSObject>& target) {
   if (NSApp) return NSApp->sendAction(action, target.get(), this);
   return target && target->performSelector(action, this);
@@ -66,9 +104,8 @@ void NSControl::mouseDragged(const Ref<NSEvent>& event) {
   if (!isTracking_ || !cell_) return;
   const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
   setHighlighted(NSPointInRect(point, bounds()));
-  const bool goesOn = cell_->continueTracking(lastPoint_, point, *this);
-  const CGPoint last = std::exchange(lastPoint_, point);
-  if (!goesOn) endTracking(last, false);
+  if (!cell_->continueTracking(lastPoint_, point, *this)) endTracking(point, false);
+  lastPoint_ = point;
 }
 
 void NSControl::mouseUp(const Ref<NSEvent>& event) {

@@ -16,7 +16,7 @@ class NSControl : public NSView {
 
   // The class says which cell it starts with: makeCell, called when the control is made.
   explicit NSControl(CGRect frame) : NSView(frame) {}
-  // Keys besides the view's: "cell" (an object, read by the cell), "action", "tag".
+  // Keys besides the view's: "cell" (an object, read by the cell), "action".
   explicit NSControl(NSCoder& coder);
   ~NSControl() override;
   void didInit() override;
@@ -29,6 +29,18 @@ class NSControl : public NSView {
   bool isHighlighted() const { return cell_ && cell_->isHighlighted(); }
   void setHighlighted(bool isHighlighted);
   std::int64_t tag() const { return cell_ ? cell_->tag() : 0; }
+  void setTag(std::int64_t tag);
+
+  // Of the cell. Setting one asks for a redraw.
+  virtual std::string stringValue() const { return cell_ ? cell_->stringValue() : std::string(); }
+  virtual void setStringValue(std::string_view text);
+  virtual Ref<NSAttributedString> attributedStringValue() const;
+  virtual void setAttributedStringValue(Ref<NSAttributedString> text);
+  Ref<NSFont> font() const { return cell_ ? cell_->font() : nullptr; }
+  void setFont(Ref<NSFont> font);
+  void setAlignment(NSTextAlignment alignment);
+  void setLineBreakMode(NSLineBreakMode mode);
+  CGSize intrinsicContentSize() const override;
 
   Ref<NSObject> target() const { return target_.lock(); }
   void setTarget(const Ref<NSObject>& target) { target_ = target; }
@@ -53,6 +65,8 @@ class NSControl : public NSView {
 
  private:
   void endTracking(CGPoint point, bool isMouseUp);
+  template <class Change>
+  void changeCell(Change change);
 
   Ref<NSCell> cell_;
   WeakRef<NSObject> target_;

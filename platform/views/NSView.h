@@ -18,6 +18,14 @@ class NSView : public ViewTracking {
   // Called on all objects of an interface file once its outlets are connected.
   virtual void awakeFromNib() {}
 
+  // Scrolling. The first clip view above is asked; without one nothing happens and the answer is false.
+  NSScrollView* enclosingScrollView() const;
+  bool scrollRectToVisible(CGRect rect);  // the least way that shows it; true if anything moved
+  void scrollPoint(CGPoint point);        // to the clip view's origin corner
+  // Called by a clip view with what shows of its document, whenever that changes: a view that makes its content as it is
+  // needed does so here.
+  virtual void prepareContentInRect(CGRect) {}
+
   // A key equivalent goes down the tree, to the first view that takes it.
   bool performKeyEquivalent(const Ref<NSEvent>& event) override;
 

@@ -78,6 +78,7 @@ void ViewGeometry::setFrame(CGRect frame) {
   bounds_.size = frame.size;
   geometryDidChange();
   if (autoresizesSubviews_ && frame.size != oldSize) resizeSubviewsWithOldSize(oldSize);
+  if (superview_) superview_->subviewFrameDidChange(asView());
 }
 
 void ViewGeometry::setBoundsOrigin(CGPoint origin) {

@@ -61,6 +61,7 @@ class ViewGeometry : public NSResponder {
   std::uint32_t autoresizingMask() const { return autoresizingMask_; }
   void setAutoresizingMask(std::uint32_t mask) { autoresizingMask_ = mask; }
   virtual void resizeSubviewsWithOldSize(CGSize oldSize);
+  virtual void subviewFrameDidChange(NSView&) {}
   void resizeWithOldSuperviewSize(CGSize oldSize);
 
   virtual CGSize intrinsicContentSize() const { return {noIntrinsicMetric, noIntrinsicMetric}; }

@@ -35,8 +35,18 @@ Ref<NSCursor> ViewTracking::cursorAt(CGPoint point) const {
 
 void ViewTracking::geometryDidChange() {
   ViewDrawing::geometryDidChange();
+  visibleAreaDidChange();
+}
+
+void ViewTracking::visibleAreaDidChange() {
   areCursorRectsValid_ = false;
-  if (window()) updateTrackingAreas();
+  if (!window()) return;
+  const Ref<NSView> held = refTo(asView());
+  updateTrackingAreas();
+  // What shows of the views below changes with what shows of this one.
+  const std::vector<Ref<NSView>> copy = subviews();
+  for (const Ref<NSView>& view : copy)
+    if (view->window()) static_cast<ViewTracking&>(*view).visibleAreaDidChange();
 }
 
 }  // namespace platform

@@ -20,7 +20,8 @@ class ViewTracking : public ViewDrawing {
   const std::vector<Ref<NSTrackingArea>>& trackingAreas() const { return trackingAreas_; }
   void addTrackingArea(const Ref<NSTrackingArea>& area);
   void removeTrackingArea(const Ref<NSTrackingArea>& area);
-  // Called when the view comes into a window and when its visible rectangle changes; an override calls its base's first.
+  // Called when the view comes into a window and when its visible rectangle changes, also by what happens to a view above;
+  // an override calls its base's first.
   virtual void updateTrackingAreas() {}
 
   // Where the pointer changes its look. The window asks for the rectangles again, all of them, when the view has changed
@@ -35,6 +36,8 @@ class ViewTracking : public ViewDrawing {
 
  private:
   friend class NSWindow;
+  void visibleAreaDidChange();
+
   struct CursorRect {
     CGRect rect;
     Ref<NSCursor> cursor;

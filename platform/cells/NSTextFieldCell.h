@@ -1,0 +1,50 @@
+// The look of a text field or a label: a text on its background, with or without a frame around it.
+#pragma once
+
+#include "platform/cells/NSCell.h"
+
+namespace platform {
+
+class NSTextFieldCell : public NSCell {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  NSTextFieldCell() = default;
+  explicit NSTextFieldCell(std::string text) : NSCell(std::move(text)) {}
+  // Keys besides the cell's: "bezeled", "editable", "selectable", "drawsBackground", "placeholder".
+  explicit NSTextFieldCell(NSCoder& coder);
+
+  // Plain stores.
+  const Ref<NSColor>& textColor() const { return textColor_; }  // absent: the system's
+  void setTextColor(Ref<NSColor> color) { textColor_ = std::move(color); }
+  bool drawsBackground() const { return drawsBackground_; }
+  void setDrawsBackground(bool draws) { drawsBackground_ = draws; }
+  const Ref<NSColor>& backgroundColor() const { return backgroundColor_; }  // absent: the system's for texts
+  void setBackgroundColor(Ref<NSColor> color) { backgroundColor_ = std::move(color); }
+  bool isBezeled() const { return isBezeled_; }
+  void setBezeled(bool isBezeled) { isBezeled_ = isBezeled; }
+  bool isEditable() const { return isEditable_; }
+  void setEditable(bool isEditable) { isEditable_ = isEditable; }
+  bool isSelectable() const { return isSelectable_ || isEditable_; }
+  void setSelectable(bool isSelectable) { isSelectable_ = isSelectable; }
+  const std::string& placeholderString() const { return placeholder_; }
+  void setPlaceholderString(std::string text) { placeholder_ = std::move(text); }
+
+  CGSize cellSize() const override;
+  // Where the text stands within a frame, in the frame's coordinates.
+  virtual CGRect titleRectForBounds(CGRect bounds) const;
+
+  void drawWithFrame(CGRect frame, NSView& view) override;
+  void drawInteriorWithFrame(CGRect frame, NSView& view) override;
+
+ protected:
+  Ref<NSColor> plainTextColor() const override;
+
+ private:
+  Ref<NSColor> textColor_, backgroundColor_;
+  std::string placeholder_;
+  bool drawsBackground_ = false, isBezeled_ = false, isEditable_ = false, isSelectable_ = false;
+};
+
+}  // namespace platform

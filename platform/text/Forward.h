@@ -1,0 +1,14 @@
+// Names of text, for headers that only pass them on.
+#pragma once
+
+#include "platform/foundation/Reference.h"
+
+namespace platform {
+
+class NSAttributedString;
+class NSFont;
+class NSMutableAttributedString;
+class NSParagraphStyle;
+class TextLayout;
+
+}  // namespace platform

@@ -1,0 +1,16 @@
+#include "uikit/trackrow/TrackRowMoreButton.h"
+
+#include "uikit/stylekit/TessalunaStyleKit.h"
+
+namespace TessalunaUIKit {
+
+using namespace platform;
+
+const ClassInfo TrackRowMoreButton::staticClassInfo{.name = "TessalunaUIKit.TrackRowMoreButton",
+                                                    .base = &NSView::staticClassInfo};
+
+void TrackRowMoreButton::drawRect(CGRect) {
+  if (hasMouseOnRow()) TessalunaStyleKit::drawTrackMore(bounds(), isPressed(), mouseInside());
+}
+
+}  // namespace TessalunaUIKit
