@@ -2,6 +2,7 @@
 #pragma once
 
 #include "uikit/stylekit/Routines.h"
+#include "uikit/stylekit/TessalunaLogo.h"
 #include "uikit/stylekit/TessalunaStyleKit.h"
 #include "uikit/trackrow/CloseButton.h"
 #include "uikit/trackrow/PlaybackStatusIcon.h"

@@ -48,4 +48,12 @@ void TeeCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradie
   both([&](Canvas& c) { c.fillGradient(path, rule, gradient); });
 }
 
+void TeeCanvas::drawGlyphs(const GlyphRun& run, CGPoint origin) {
+  both([&](Canvas& canvas) { canvas.drawGlyphs(run, origin); });
+}
+
+void TeeCanvas::drawImage(const ImagePixels& image, CGRect source, CGRect destination) {
+  both([&](Canvas& canvas) { canvas.drawImage(image, source, destination); });
+}
+
 }  // namespace backend::headless

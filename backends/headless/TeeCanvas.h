@@ -25,6 +25,8 @@ class TeeCanvas : public Canvas {
   void fillPath(const Path& path, FillRule rule) override;
   void strokePath(const Path& path, const StrokeStyle& style) override;
   void fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) override;
+  void drawGlyphs(const GlyphRun& run, CGPoint origin) override;
+  void drawImage(const ImagePixels& image, CGRect source, CGRect destination) override;
 
  private:
   template <class Operation>
