@@ -104,9 +104,8 @@ void NSControl::mouseDragged(const Ref<NSEvent>& event) {
   if (!isTracking_ || !cell_) return;
   const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
   setHighlighted(NSPointInRect(point, bounds()));
-  const bool goesOn = cell_->continueTracking(lastPoint_, point, *this);
-  const CGPoint last = std::exchange(lastPoint_, point);
-  if (!goesOn) endTracking(last, false);
+  if (!cell_->continueTracking(lastPoint_, point, *this)) endTracking(point, false);
+  lastPoint_ = point;
 }
 
 void NSControl::mouseUp(const Ref<NSEvent>& event) {

@@ -16,7 +16,7 @@ class NSControl : public NSView {
 
   // The class says which cell it starts with: makeCell, called when the control is made.
   explicit NSControl(CGRect frame) : NSView(frame) {}
-  // Keys besides the view's: "cell" (an object, read by the cell), "action", "tag".
+  // Keys besides the view's: "cell" (an object, read by the cell), "action".
   explicit NSControl(NSCoder& coder);
   ~NSControl() override;
   void didInit() override;

@@ -1,5 +1,7 @@
 #include "platform/views/ViewDrawing.h"
 
+#include <utility>
+
 #include "platform/graphics/NSGraphicsContext.h"
 #include "platform/views/NSView.h"
 #include "platform/windows/NSWindow.h"
@@ -12,7 +14,7 @@ ViewDrawing::ViewDrawing(NSCoder& coder) : ViewGeometry(coder) {
 }
 
 void ViewDrawing::setNeedsDisplay(bool needsDisplay) {
-  needsDisplay_ = needsDisplay;
+  needsDisplay_ = needsWholeDisplay_ = needsDisplay;
   if (needsDisplay) setNeedsDisplayInRect(bounds());
 }
 
@@ -43,6 +45,16 @@ void ViewDrawing::geometryWillChange() {
 
 void ViewDrawing::geometryDidChange() { setNeedsDisplay(true); }
 
+namespace {
+
+// Whether the part is the whole but for the noise of the way through the superviews' spaces.
+bool isAllOf(CGRect part, CGRect whole) {
+  constexpr CGFloat noise = 1e-6;
+  return NSContainsRect(NSInsetRect(part, -noise, -noise), whole);
+}
+
+}  // namespace
+
 void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& context) {
   if (isHidden_) return;
   const CGAffineTransform toSuperview = transformToSuperview();
@@ -62,12 +74,14 @@ void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& context) 
     if (view.isOpaque() && !view.isHidden() && NSContainsRect(view.frame(), dirty)) break;
     --first;
   }
+  // The wish ends before it is granted: one that drawRect: makes is a new one.
+  needsDisplay_ = false;
+  const bool isWhole = std::exchange(needsWholeDisplay_, false) || isAllOf(dirty, bounds());
   if (first == 0) {
     const GraphicsStateScope own(context.CGContext());
     context.setFlipped(asView().isFlipped());
-    drawRect(dirty);
+    drawRect(isWhole ? bounds() : dirty);
   }
-  needsDisplay_ = false;
   for (std::size_t i = first == 0 ? 0 : first - 1; i < copy.size(); ++i) copy[i]->displayRectInContext(dirty, context);
 }
 

@@ -42,6 +42,7 @@ class ViewDrawing : public ViewGeometry {
 
  private:
   bool needsDisplay_ = false;
+  bool needsWholeDisplay_ = false;  // as setNeedsDisplay(true) asks, also where a superview cuts the view off
   bool isHidden_ = false;
   bool wantsLayer_ = false;
 };

@@ -55,10 +55,11 @@ void DirtyRegion::add(CGRect rect, double scale) {
   add(joined, scale);
 }
 
-std::vector<CGRect> DirtyRegion::take(CGRect area) {
+std::vector<CGRect> DirtyRegion::take(CGRect area, double scale) {
+  const CGRect pixels = roundedOutward(area, scale);
   std::vector<CGRect> result;
   for (const CGRect& rect : std::exchange(rects_, {})) {
-    const CGRect visible = NSIntersectionRect(rect, area);
+    const CGRect visible = NSIntersectionRect(rect, pixels);
     if (!NSIsEmptyRect(visible)) result.push_back(visible);
   }
   return result;

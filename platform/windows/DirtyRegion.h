@@ -14,8 +14,8 @@ class DirtyRegion {
   void add(CGRect rect, double scale);
   bool isEmpty() const { return rects_.empty(); }
   void clear() { rects_.clear(); }
-  // The rectangles, cut to the window's area; the region is empty afterwards.
-  std::vector<CGRect> take(CGRect area);
+  // The rectangles, cut to the device pixels that the window's area touches; the region is empty afterwards.
+  std::vector<CGRect> take(CGRect area, double scale);
 
  private:
   std::vector<CGRect> rects_;

@@ -55,6 +55,12 @@ std::vector<Ref<NSWindow>> NSApplication::windows() const {
   return result;
 }
 
+void NSApplication::windowWasMade(const Ref<NSWindow>& window) {
+  // A weak reference to a window that has gone still holds its memory.
+  std::erase_if(windows_, [](const WeakRef<NSWindow>& other) { return other.expired(); });
+  windows_.push_back(window);
+}
+
 void NSApplication::windowKeyStatusChanged(NSWindow& window, bool isKey) {
   if (isKey) {
     keyWindow_ = refTo(window);

@@ -37,7 +37,7 @@ class NSApplication : public NSResponder {
   friend class NSWindow;
   Ref<NSObject> addMonitor(NSEventMask mask, NSEvent::MonitorHandler handler);
   void removeMonitor(const Ref<NSObject>& token);
-  void windowWasMade(const Ref<NSWindow>& window) { windows_.push_back(window); }
+  void windowWasMade(const Ref<NSWindow>& window);
   void windowWasClosed(NSWindow&) {}
   void windowKeyStatusChanged(NSWindow& window, bool isKey);
 

@@ -292,7 +292,7 @@ void NSWindow::invalidateRect(CGRect rect) {
 
 void NSWindow::displayIfNeeded() {
   if (!native_ || !isVisible_ || dirty_.isEmpty()) return;
-  const std::vector<CGRect> rects = dirty_.take({{0, 0}, frame_.size});
+  const std::vector<CGRect> rects = dirty_.take({{0, 0}, frame_.size}, backingScaleFactor());
   if (rects.empty()) return;
   native_->paint(rects, [&](backend::Canvas& canvas) {
     for (const CGRect& rect : rects) drawContents(rect, canvas);

@@ -1,0 +1,201 @@
+#include "platform/views/NSControl.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+
+using namespace platform;
+using testing::ElementsAre;
+
+namespace {
+
+class LoggingCell : public NSCell {
+ public:
+  std::vector<std::string> log;
+  bool starts = true, goesOn = true;
+  std::vector<CGPoint> points;
+
+  bool startTrackingAt(CGPoint start, NSView&) override {
+    log.push_back("start");
+    points.push_back(start);
+    return starts;
+  }
+  bool continueTracking(CGPoint last, CGPoint current, NSView&) override {
+    log.push_back("continue");
+    points.insert(points.end(), {last, current});
+    return goesOn;
+  }
+  void stopTracking(CGPoint last, CGPoint stop, NSView&, bool mouseIsUp) override {
+    log.push_back(mouseIsUp ? "stop, up" : "stop");
+    points.insert(points.end(), {last, stop});
+  }
+};
+
+class Target : public NSObject {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+  void act(NSObject*) { ++acts; }
+  int acts = 0;
+};
+constexpr Selector targetSelectors[] = {action<&Target::act>("act:")};
+const ClassInfo Target::staticClassInfo{
+    .name = "Tests.Target", .base = &NSObject::staticClassInfo, .selectors = targetSelectors};
+
+// A control of 40 by 40 at (10, 10) with a cell that logs; (0, 0) of the control is its upper left corner.
+class NSControlTest : public harness::StillWorld {
+ protected:
+  NSControlTest() : cell(make<LoggingCell>()), target(make<Target>()) {
+    control = make<NSControl>(CGRect{10, 10, 40, 40});
+    control->setCell(cell);
+    control->setTarget(target);
+    control->setAction("act:");
+    window = showWindowWith(control);
+  }
+  Ref<LoggingCell> cell;
+  Ref<Target> target;
+  Ref<NSControl> control;
+  Ref<NSWindow> window;
+};
+
+}  // namespace
+
+TEST_F(NSControlTest, IsFlippedAndHasACellFromTheStart) {
+  const auto fresh = make<NSControl>(NSZeroRect);
+  EXPECT_TRUE(fresh->isFlipped());
+  ASSERT_NE(fresh->cell(), nullptr);
+  EXPECT_EQ(fresh->cell()->controlView(), fresh.get());
+  EXPECT_TRUE(fresh->isEnabled());
+}
+
+TEST_F(NSControlTest, IsDecodedWithItsCell) {
+  NSCoder coder(R"({"frame": [1, 2, 3, 4], "action": "act:",
+                    "cell": {"enabled": false, "state": 1, "tag": 7, "highlighted": true}})");
+  const auto decoded = make<NSControl>(coder);
+  EXPECT_EQ(decoded->frame(), (CGRect{1, 2, 3, 4}));
+  EXPECT_EQ(decoded->action(), "act:");
+  EXPECT_FALSE(decoded->isEnabled());
+  EXPECT_TRUE(decoded->isHighlighted());
+  EXPECT_EQ(decoded->tag(), 7);
+  EXPECT_EQ(decoded->cell()->state(), NSControlStateValueOn);
+}
+
+TEST_F(NSControlTest, ADecodedStateBeyondTheRangeIsCutToIt) {
+  NSCoder coder(R"({"cell": {"state": 99}})");
+  EXPECT_EQ(make<NSControl>(coder)->cell()->state(), NSControlStateValueOn);
+  NSCoder other(R"({"cell": {"state": -99}})");
+  EXPECT_EQ(make<NSControl>(other)->cell()->state(), NSControlStateValueMixed);
+}
+
+TEST_F(NSControlTest, ACellThatWasTakenAwayKnowsNoControl) {
+  control->setCell(nullptr);
+  EXPECT_EQ(cell->controlView(), nullptr);
+  EXPECT_FALSE(control->isEnabled());
+  EXPECT_FALSE(control->isHighlighted());
+  user.click(*window, {20, 20});
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, ACellThatOutlivesItsControlKnowsNone) {
+  control->removeFromSuperview();
+  control.reset();
+  EXPECT_EQ(cell->controlView(), nullptr);
+}
+
+TEST_F(NSControlTest, APressIsTrackedFromStartToStopInTheControlsSpace) {
+  user.press(*window, {15, 45});
+  user.dragTo({20, 40});
+  user.dragTo({25, 35});
+  user.release();
+  EXPECT_THAT(cell->log, ElementsAre("start", "continue", "continue", "stop, up"));
+  EXPECT_THAT(cell->points, ElementsAre(CGPoint{5, 5}, CGPoint{5, 5}, CGPoint{10, 10}, CGPoint{10, 10},
+                                        CGPoint{15, 15}, CGPoint{15, 15}, CGPoint{15, 15}));
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSControlTest, AReleaseOutsideIsNoClick) {
+  user.press(*window, {15, 45});
+  user.dragTo({100, 100});
+  user.release();
+  EXPECT_EQ(cell->log.back(), "stop");
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, ACellThatDoesNotStartIsNotTracked) {
+  cell->starts = false;
+  user.press(*window, {15, 45});
+  EXPECT_FALSE(control->isHighlighted());
+  user.dragTo({16, 45});
+  user.release();
+  EXPECT_THAT(cell->log, ElementsAre("start"));
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, ACellThatDoesNotGoOnEndsThePress) {
+  user.press(*window, {15, 45});
+  cell->goesOn = false;
+  user.dragTo({20, 40});
+  EXPECT_FALSE(control->isHighlighted());
+  user.dragTo({25, 35});
+  user.release();
+  EXPECT_THAT(cell->log, ElementsAre("start", "continue", "stop"));
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, ACellThatEndsThePressIsToldFromWhereAndWhere) {
+  user.press(*window, {15, 45});
+  cell->goesOn = false;
+  user.dragTo({20, 40});
+  ASSERT_EQ(cell->points.size(), 5u);
+  EXPECT_EQ(cell->points[3], (CGPoint{5, 5}));
+  EXPECT_EQ(cell->points[4], (CGPoint{10, 10}));
+}
+
+TEST_F(NSControlTest, MouseDownFlagsAreZeroBeforeAPress) { EXPECT_EQ(cell->mouseDownFlags(), 0u); }
+
+TEST_F(NSControlTest, MouseDownFlagsAreTheModifiersOfTheLastPress) {
+  user.click(*window, {15, 45}, {.modifiers = NSEventModifierFlagShift | NSEventModifierFlagCommand});
+  EXPECT_EQ(cell->mouseDownFlags(), std::uint32_t{NSEventModifierFlagShift | NSEventModifierFlagCommand});
+  user.click(*window, {15, 45});
+  EXPECT_EQ(cell->mouseDownFlags(), 0u);
+}
+
+TEST_F(NSControlTest, MouseDownFlagsHoldNoBitsOfADevice) {
+  user.click(*window, {15, 45}, {.modifiers = NSEventModifierFlagShift | 0x102});
+  EXPECT_EQ(cell->mouseDownFlags(), NSEventModifierFlagShift);
+}
+
+TEST_F(NSControlTest, MouseDownFlagsAreNotThoseOfARightPress) {
+  user.click(*window, {15, 45}, {.button = 1, .modifiers = NSEventModifierFlagShift});
+  EXPECT_EQ(cell->mouseDownFlags(), 0u);
+}
+
+TEST_F(NSControlTest, AControlThatLeavesItsWindowStopsTracking) {
+  user.press(*window, {15, 45});
+  control->removeFromSuperview();
+  EXPECT_EQ(cell->log.back(), "stop");
+  EXPECT_FALSE(control->isHighlighted());
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, WithoutAnApplicationTheActionStillReachesItsTarget) {
+  NSApp.reset();
+  EXPECT_TRUE(control->sendActionTo("act:", target));
+  EXPECT_FALSE(control->sendActionTo("act:", nullptr));
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSControlTest, EnablingAndHighlightingAskForARedraw) {
+  nativeOf(*window).forgetPaints();
+  control->setEnabled(false);
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
+  control->setHighlighted(true);
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 2u);
+  control->setHighlighted(true);
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 2u);
+}
