@@ -36,6 +36,7 @@ class ViewTracking : public ViewDrawing {
 
  private:
   friend class NSWindow;
+  // A change of a view's place changes what is visible of all views below it.
   void visibleAreaDidChange();
 
   struct CursorRect {
