@@ -68,6 +68,10 @@ void Path::append(const Path& other) {
     *this = other;
     return;
   }
+  if (&other == this) {
+    append(Path(other));
+    return;
+  }
   verbs_.insert(verbs_.end(), other.verbs_.begin(), other.verbs_.end());
   points_.insert(points_.end(), other.points_.begin(), other.points_.end());
   start_ = other.start_;
@@ -126,8 +130,8 @@ Path Path::roundedRect(CGRect rect, CGSize radii) {
   const double x0 = CGRectGetMinX(rect), y0 = CGRectGetMinY(rect);
   const double x1 = CGRectGetMaxX(rect), y1 = CGRectGetMaxY(rect);
   // A radius never passes the middle of its side, so that the corners do not cross.
-  const double rx = std::clamp(radii.width, 0.0, std::abs(rect.size.width) * 0.5) * (x1 < x0 ? -1 : 1);
-  const double ry = std::clamp(radii.height, 0.0, std::abs(rect.size.height) * 0.5) * (y1 < y0 ? -1 : 1);
+  const double rx = std::clamp(radii.width, 0.0, std::abs(rect.size.width) * 0.5);
+  const double ry = std::clamp(radii.height, 0.0, std::abs(rect.size.height) * 0.5);
   const double kx = rx * (1 - quarterCircle), ky = ry * (1 - quarterCircle);
   path.verbs_.reserve(10);
   path.points_.reserve(17);

@@ -1,5 +1,5 @@
 // Points, sizes, rectangles and ranges: plain values in double-precision points, the y axis upward unless a
-// view says that it is flipped. Nothing here normalizes: a rectangle of negative width keeps it.
+// view says that it is flipped.
 #pragma once
 
 #include <cstddef>
@@ -42,16 +42,17 @@ enum NSRectEdge { NSMinXEdge = 0, NSMinYEdge = 1, NSMaxXEdge = 2, NSMaxYEdge = 3
 
 inline constexpr CGRect NSZeroRect{};
 
-constexpr CGFloat CGRectGetMinX(CGRect r) { return r.origin.x; }
-constexpr CGFloat CGRectGetMinY(CGRect r) { return r.origin.y; }
-constexpr CGFloat CGRectGetMaxX(CGRect r) { return r.origin.x + r.size.width; }
-constexpr CGFloat CGRectGetMaxY(CGRect r) { return r.origin.y + r.size.height; }
+// Of the area that the rectangle covers: one of negative size has its origin at the other edge, and a positive width.
+constexpr CGFloat CGRectGetMinX(CGRect r) { return r.size.width < 0 ? r.origin.x + r.size.width : r.origin.x; }
+constexpr CGFloat CGRectGetMinY(CGRect r) { return r.size.height < 0 ? r.origin.y + r.size.height : r.origin.y; }
+constexpr CGFloat CGRectGetMaxX(CGRect r) { return r.size.width < 0 ? r.origin.x : r.origin.x + r.size.width; }
+constexpr CGFloat CGRectGetMaxY(CGRect r) { return r.size.height < 0 ? r.origin.y : r.origin.y + r.size.height; }
 constexpr CGFloat CGRectGetMidX(CGRect r) { return r.origin.x + r.size.width * 0.5; }
 constexpr CGFloat CGRectGetMidY(CGRect r) { return r.origin.y + r.size.height * 0.5; }
-constexpr CGFloat CGRectGetWidth(CGRect r) { return r.size.width; }
-constexpr CGFloat CGRectGetHeight(CGRect r) { return r.size.height; }
+constexpr CGFloat CGRectGetWidth(CGRect r) { return r.size.width < 0 ? -r.size.width : r.size.width; }
+constexpr CGFloat CGRectGetHeight(CGRect r) { return r.size.height < 0 ? -r.size.height : r.size.height; }
 
-// True for a rectangle that covers no area; one of non-finite size counts as empty.
+// True unless both sizes are positive; a size that is no number counts as empty.
 constexpr bool NSIsEmptyRect(CGRect r) { return !(r.size.width > 0 && r.size.height > 0); }
 
 // The edges at the minimum belong to the rectangle, those at the maximum do not. Knows nothing of flipped views.

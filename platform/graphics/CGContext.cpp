@@ -1,5 +1,6 @@
 #include "platform/graphics/CGContext.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/graphics/NSColor.h"
@@ -8,15 +9,33 @@
 namespace platform {
 
 void CGContext::saveState() {
-  savedPatterns_.push_back(fillPattern_);
+  saved_.push_back({fillPattern_, Saved::By::State});
   canvas_.saveState();
 }
 
 void CGContext::restoreState() {
-  if (savedPatterns_.empty()) return;
-  fillPattern_ = std::move(savedPatterns_.back());
-  savedPatterns_.pop_back();
-  canvas_.restoreState();
+  if (takeBack(Saved::By::State)) canvas_.restoreState();
+}
+
+void CGContext::beginTransparencyLayer() {
+  saved_.push_back({fillPattern_, Saved::By::Layer});
+  canvas_.beginTransparencyLayer();
+}
+
+void CGContext::endTransparencyLayer() {
+  // What was saved within the layer ends with it.
+  const auto isLayer = [](const Saved& saved) { return saved.by == Saved::By::Layer; };
+  if (std::none_of(saved_.begin(), saved_.end(), isLayer)) return;
+  while (!isLayer(saved_.back())) restoreState();
+  takeBack(Saved::By::Layer);
+  canvas_.endTransparencyLayer();
+}
+
+bool CGContext::takeBack(Saved::By by) {
+  if (saved_.empty() || saved_.back().by != by) return false;
+  fillPattern_ = std::move(saved_.back().fillPattern);
+  saved_.pop_back();
+  return true;
 }
 
 void CGContext::setFillColor(const backend::Color& color) {

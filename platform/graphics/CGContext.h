@@ -21,7 +21,7 @@ class CGContext {
   CGContext& operator=(const CGContext&) = delete;
 
   void saveState();
-  void restoreState();  // without a save: nothing
+  void restoreState();  // without a save, or before the begin of the current layer: nothing
 
   void concat(const CGAffineTransform& transform) { canvas_.concat(transform); }
   void clipRect(CGRect rect) { canvas_.clipRect(rect); }
@@ -33,8 +33,8 @@ class CGContext {
   void setShadow(const backend::Shadow& shadow) { canvas_.setShadow(shadow); }
   void setAlpha(CGFloat alpha) { canvas_.setAlpha(alpha); }
   void setBlendMode(CGBlendMode mode) { canvas_.setBlendMode(mode); }
-  void beginTransparencyLayer() { canvas_.beginTransparencyLayer(); }
-  void endTransparencyLayer() { canvas_.endTransparencyLayer(); }
+  void beginTransparencyLayer();
+  void endTransparencyLayer();  // without a begin: nothing
 
   void fillPath(const backend::Path& path, backend::FillRule rule);
   void strokePath(const backend::Path& path, const backend::StrokeStyle& style) { canvas_.strokePath(path, style); }
@@ -49,7 +49,13 @@ class CGContext {
  private:
   backend::Canvas& canvas_;
   Ref<NSImage> fillPattern_;
-  std::vector<Ref<NSImage>> savedPatterns_;
+  struct Saved {
+    enum class By { State, Layer };
+    Ref<NSImage> fillPattern;
+    By by;
+  };
+  bool takeBack(Saved::By by);
+  std::vector<Saved> saved_;
 };
 
 // State that is saved at once and restored at the closing brace.

@@ -149,7 +149,8 @@ inline constexpr auto listing = listing_parser::compile<text>();
 
 // The point at the fractions of a frame: minX + width * x, minY + height * y, without rounding.
 constexpr platform::CGPoint pointInFrame(platform::CGRect frame, platform::CGPoint fraction) {
-  return {frame.origin.x + frame.size.width * fraction.x, frame.origin.y + frame.size.height * fraction.y};
+  return {CGRectGetMinX(frame) + CGRectGetWidth(frame) * fraction.x,
+          CGRectGetMinY(frame) + CGRectGetHeight(frame) * fraction.y};
 }
 
 // Adds the outline to a path, or makes a path of it.

@@ -25,9 +25,10 @@ struct SnappedEdges {
 };
 
 inline platform::CGRect snappedRect(platform::CGRect frame, const SnappedEdges& edges) {
-  const double left = edges.left.in(frame.size.width), bottom = edges.bottom.in(frame.size.height);
-  return {frame.origin.x + left, frame.origin.y + bottom, edges.right.in(frame.size.width) - left,
-          edges.top.in(frame.size.height) - bottom};
+  const double width = CGRectGetWidth(frame), height = CGRectGetHeight(frame);
+  const double left = edges.left.in(width), bottom = edges.bottom.in(height);
+  return {CGRectGetMinX(frame) + left, CGRectGetMinY(frame) + bottom, edges.right.in(width) - left,
+          edges.top.in(height) - bottom};
 }
 
 }  // namespace TessalunaUIKit

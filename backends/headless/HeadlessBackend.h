@@ -1,0 +1,67 @@
+// A desktop in memory, for tests: screens, a pointer, windows and a clock that only a test moves. Nothing happens by
+// itself: a display that was asked for and a block that fell due come with the next settle or advance.
+//
+//   HeadlessBackend desktop;
+//   VirtualUser user(desktop);
+//   user.click(*window, {10, 10});
+//   desktop.advance(0.25);
+//   HeadlessWindow::of(*window).paints().back().lines
+#pragma once
+
+#include <map>
+
+#include "backends/headless/HeadlessWindow.h"
+#include "backends/headless/VirtualClock.h"
+#include "platform/backend/Backend.h"
+
+namespace backend::headless {
+
+class HeadlessBackend : public Backend {
+ public:
+  HeadlessBackend();
+  ~HeadlessBackend() override;
+
+  // Lets time pass; see VirtualClock. The windows that asked for a display are painted whenever a moment's blocks are
+  // through, once each.
+  void advance(double seconds);
+  // The same for what is due now, without time passing.
+  void settle() { advance(0); }
+
+  // One screen of 1440 by 900 points at scale 1, unless set. A window learns of its new scale at once.
+  void setScreens(std::vector<Screen> screens);
+  // For the only screen there is.
+  void setScale(double scale);
+  void setSystemColor(SystemColor which, Color color) { systemColors_[which] = color; }
+  void setMouseLocation(CGPoint location) { mouseLocation_ = location; }  // sends nothing
+
+  // Whether windows made from now on also keep pixels; only recordings at the start.
+  void setPictures(Pictures pictures) { pictures_ = pictures; }
+
+  // All that exist, hidden ones too, from back to front.
+  const std::vector<HeadlessWindow*>& windows() const { return windows_; }
+  HeadlessWindow* keyWindow() const { return keyWindow_; }
+
+  std::unique_ptr<NativeWindow> makeWindow(WindowClient& client, const WindowOptions& options) override;
+  std::vector<Screen> screens() const override { return screens_; }
+  CGPoint mouseLocation() const override { return mouseLocation_; }
+  Color systemColor(SystemColor color) const override;
+  double now() const override { return clock_.now(); }
+  void callAfter(double seconds, std::function<void()> block) override { clock_.callAfter(seconds, std::move(block)); }
+
+ private:
+  friend class HeadlessWindow;
+  void raise(HeadlessWindow& window);
+  void setKeyWindow(HeadlessWindow* window);
+  void windowGoes(HeadlessWindow& window);
+  void displayWindows();
+
+  VirtualClock clock_;
+  std::vector<Screen> screens_;
+  std::map<SystemColor, Color> systemColors_;
+  CGPoint mouseLocation_;
+  Pictures pictures_ = Pictures::RecordedOnly;
+  std::vector<HeadlessWindow*> windows_;
+  HeadlessWindow* keyWindow_ = nullptr;
+};
+
+}  // namespace backend::headless

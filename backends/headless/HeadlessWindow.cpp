@@ -1,0 +1,73 @@
+#include "backends/headless/HeadlessWindow.h"
+
+#include "backends/headless/HeadlessBackend.h"
+#include "backends/recording/RecordingCanvas.h"
+#include "platform/foundation/stopProgram.h"
+#include "platform/windows/NSWindow.h"
+
+namespace backend::headless {
+
+HeadlessWindow& HeadlessWindow::of(const platform::NSWindow& window) {
+  auto* native = dynamic_cast<HeadlessWindow*>(window.nativeWindow());
+  if (!native) platform::stopProgram("headless: the window has not been shown");
+  return *native;
+}
+
+HeadlessWindow::HeadlessWindow(HeadlessBackend& backend, WindowClient& client, const WindowOptions& options,
+                               Pictures pictures)
+    : backend_(&backend), client_(client), options_(options), pictures_(pictures), frame_(options.content) {
+  if (const std::optional<Screen> place = screen()) scale_ = place->scale;
+}
+
+HeadlessWindow::~HeadlessWindow() {
+  if (backend_) backend_->windowGoes(*this);
+}
+
+std::optional<Screen> HeadlessWindow::screen() const {
+  if (!backend_) return std::nullopt;
+  const CGPoint middle{CGRectGetMidX(frame_), CGRectGetMidY(frame_)};
+  for (const Screen& screen : backend_->screens())
+    if (platform::NSPointInRect(middle, screen.frame)) return screen;
+  return std::nullopt;
+}
+
+// Off all screens a window keeps the scale that it had.
+void HeadlessWindow::placeDidChange() {
+  const std::optional<Screen> place = screen();
+  if (!place || place->scale == scale_) return;
+  scale_ = place->scale;
+  client_.nativeScaleChanged();
+}
+
+void HeadlessWindow::setFrame(CGRect content) {
+  frame_ = content;
+  placeDidChange();
+}
+
+void HeadlessWindow::moveByUser(CGRect content) {
+  setFrame(content);
+  client_.nativeFrameChanged(content);
+}
+
+void HeadlessWindow::closeByUser() { client_.nativeCloseRequested(); }
+
+void HeadlessWindow::hide() {
+  isVisible_ = false;
+  if (backend_ && backend_->keyWindow() == this) backend_->setKeyWindow(nullptr);
+}
+
+void HeadlessWindow::raise() {
+  if (backend_) backend_->raise(*this);
+}
+
+void HeadlessWindow::requestKey() {
+  if (backend_ && isVisible_ && options_.canBecomeKey) backend_->setKeyWindow(this);
+}
+
+void HeadlessWindow::paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) {
+  recording::RecordingCanvas canvas;
+  painter(canvas);
+  paints_.push_back({{dirty.begin(), dirty.end()}, canvas.lines()});
+}
+
+}  // namespace backend::headless

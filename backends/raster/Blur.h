@@ -1,0 +1,43 @@
+// The Gaussian of shadows, on a plane of single values.
+#pragma once
+
+#include <vector>
+
+#include "backends/raster/PixelRect.h"
+#include "backends/raster/WorkBuffer.h"
+
+namespace backend::raster {
+
+// Values for the pixels of a box; everything outside it counts as 0.
+struct Plane {
+  PixelRect box;
+  WorkBuffer<float> memory;
+
+  // Makes room for the box, all values 0. False when memory is short.
+  bool begin(const PixelRect& newBox);
+  float* row(int y) { return memory.data() + std::size_t(y - box.top) * std::size_t(box.width()); }
+};
+
+class Blur {
+ public:
+  // How far, in pixels, a blur of this deviation carries a value that can be seen.
+  static int reach(double deviation);
+
+  // Fills the box of `to`, which has been begun, with the values of `from`, moved by (dx, dy) and blurred.
+  // Weights are those of the Gaussian at whole pixels, their sum 1. False when memory is short.
+  bool apply(Plane& from, Plane& to, double deviation, double dx, double dy);
+
+ private:
+  // Weights of neighbours first...first + size - 1 pixels on, for one direction.
+  struct Kernel {
+    int first = 0;
+    std::vector<float> weights;
+  };
+  static void makeKernel(Kernel& kernel, double deviation, double move);
+
+  Kernel across_, down_;
+  Plane rows_;
+  WorkBuffer<float> padded_;
+};
+
+}  // namespace backend::raster

@@ -1,0 +1,47 @@
+// The part of a picture that painting may change. A rectangle on whole pixels is kept as such and costs
+// nothing; other upright rectangles by their edges, all else as coverage within the box.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "backends/raster/CoverageBuffer.h"
+
+namespace backend::raster {
+
+struct ClipMask {
+  PixelRect box;
+  float* values = nullptr;  // row by row, those of the box
+  WorkBuffer<float> memory;
+
+  const float* row(int y) const { return values + std::size_t(y - box.top) * std::size_t(box.width()); }
+  float* row(int y) { return values + std::size_t(y - box.top) * std::size_t(box.width()); }
+};
+
+// Hands out masks, again those that no clip holds any more.
+class ClipMaskPool {
+ public:
+  // Its values are undefined. Null when memory is short.
+  std::shared_ptr<ClipMask> take(const PixelRect& box);
+
+ private:
+  std::vector<std::shared_ptr<ClipMask>> masks_;
+};
+
+struct Clip {
+  PixelRect box;                              // nothing outside is painted
+  std::optional<DeviceRect> edges = {};       // pixels are covered as far as they lie within these
+  std::shared_ptr<const ClipMask> mask = {};  // contains the box
+
+  // True where every pixel of the box may be painted fully.
+  bool isPlain() const { return !edges && !mask; }
+
+  void intersectRect(const DeviceRect& rect);
+  void intersectCoverage(CoverageBuffer& coverage, const PixelRect& coveredBox, ClipMaskPool& pool);
+  void makeEmpty() { *this = {}; }
+
+  // Lessens the coverage of `count` pixels inside the box.
+  void multiply(int x, int y, int count, float* coverage) const;
+};
+
+}  // namespace backend::raster

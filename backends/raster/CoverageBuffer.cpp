@@ -1,0 +1,169 @@
+#include "backends/raster/CoverageBuffer.h"
+
+#include <cstring>
+
+#include "backends/raster/Float4.h"
+
+namespace backend::raster {
+
+bool CoverageBuffer::begin(const PixelRect& box) {
+  box_ = box;
+  stride_ = (box.width() + blockSize - 1) / blockSize * blockSize + blockSize;
+  words_ = (stride_ / blockSize + 63) / 64;
+  firstRow_ = box.height();
+  lastRow_ = -1;
+  // All blocks stay zero between uses: a sweep takes back what it read.
+  const std::size_t rows = std::size_t(box.height());
+  const bool ready = values_.prepare(rows * std::size_t(stride_)) &&
+                     touched_.prepare(rows * std::size_t(words_)) &&
+                     coverages_.prepare(std::size_t(words_) * 64 * blockSize);
+  if (!ready) box_ = {};
+  return ready;
+}
+
+void CoverageBuffer::add(const Polygons& polygons, CGPoint moved) {
+  polygons.forEachEdge([&](CGPoint from, CGPoint to) {
+    addEdge({from.x + moved.x, from.y + moved.y}, {to.x + moved.x, to.y + moved.y});
+  });
+}
+
+void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
+  float direction = 1;
+  if (from.y > to.y) {
+    std::swap(from, to);
+    direction = -1;
+  }
+  const double height = box_.height(), width = box_.width();
+  const double fromY = from.y - box_.top, toY = to.y - box_.top;
+  if (!(fromY < toY) || fromY >= height || toY <= 0) return;
+  const double fromX = from.x - box_.left, toX = to.x - box_.left;
+  const double slope = (toX - fromX) / (toY - fromY);
+  if (!std::isfinite(slope)) return;  // as good as level
+
+  double x0 = fromX, y0 = fromY, x1 = toX, y1 = toY;
+  if (y0 < 0) {
+    y0 = 0;
+    x0 = fromX - fromY * slope;
+  }
+  if (y1 > height) {
+    y1 = height;
+    x1 = fromX + (height - fromY) * slope;
+  }
+  if (x0 >= width && x1 >= width) return;
+  if (x0 <= 0 && x1 <= 0) return addUpright(0, y0, y1, direction);
+  if (x0 >= 0 && x1 >= 0 && x0 <= width && x1 <= width) return addClipped(x0, y0, x1, y1, slope, direction);
+
+  // The part left of the box covers as much as the same height of its left edge; the part right of it
+  // nothing.
+  const auto heightAt = [&](double x) { return std::min(std::max(y0, fromY + (x - fromX) / slope), y1); };
+  const double atLeft = heightAt(0), atRight = heightAt(width);
+  if (x0 < 0) {
+    addUpright(0, y0, atLeft, direction);
+    x0 = 0;
+    y0 = atLeft;
+  } else if (x1 < 0) {
+    addUpright(0, atLeft, y1, direction);
+    x1 = 0;
+    y1 = atLeft;
+  }
+  if (x0 > width) {
+    x0 = width;
+    y0 = atRight;
+  } else if (x1 > width) {
+    x1 = width;
+    y1 = atRight;
+  }
+  if (y0 < y1) addClipped(x0, y0, x1, y1, slope, direction);
+}
+
+void CoverageBuffer::touch(int row, int first, int last) {
+  std::uint64_t* words = touched_.data() + std::size_t(row) * std::size_t(words_);
+  for (int block = first / blockSize; block <= last / blockSize; ++block) {
+    words[block / 64] |= std::uint64_t(1) << (block % 64);
+  }
+}
+
+void CoverageBuffer::addUpright(double x, double y0, double y1, float direction) {
+  const int column = int(x);
+  const float right = float(x - column), left = 1 - right;
+  const int first = int(y0), last = std::min(int(y1), box_.height() - 1);
+  firstRow_ = std::min(firstRow_, first);
+  lastRow_ = std::max(lastRow_, last);
+  for (int row = first; row <= last; ++row) {
+    const float cover = direction * float(std::min(y1, row + 1.0) - std::max(y0, double(row)));
+    float* value = values_.data() + std::size_t(row) * std::size_t(stride_) + column;
+    value[0] += cover * left;
+    value[1] += cover * right;
+    touch(row, column, column + 1);
+  }
+}
+
+void CoverageBuffer::addClipped(double x0, double y0, double x1, double y1, double slope, float direction) {
+  if (x0 == x1) return addUpright(x0, y0, y1, direction);
+  const double least = std::min(x0, x1), most = std::max(x0, x1);
+  const int first = int(y0), last = std::min(int(y1), box_.height() - 1);
+  firstRow_ = std::min(firstRow_, first);
+  lastRow_ = std::max(lastRow_, last);
+  double x = x0, y = y0;
+  for (int row = first; row <= last; ++row) {
+    const double bottom = std::min(y1, row + 1.0);
+    // From the start every time, so that errors do not add up; held between the ends, for what rounding does
+    // there.
+    const double next = std::min(std::max(x0 + (bottom - y0) * slope, least), most);
+    addToRow(row, x, next, direction * float(bottom - y));
+    x = next;
+    y = bottom;
+  }
+}
+
+// A piece of a side that crosses `cover` of a row's height while it goes from one column to another.
+void CoverageBuffer::addToRow(int row, double from, double to, float cover) {
+  const double left = std::min(from, to), right = std::max(from, to);
+  const int first = int(left), last = int(right);
+  float* value = values_.data() + std::size_t(row) * std::size_t(stride_) + first;
+  if (last == first) {
+    const float f = float((left + right) * 0.5 - first);
+    value[0] += cover - cover * f;
+    value[1] += cover * f;
+    return touch(row, first, first + 1);
+  }
+  // The area right of the piece grows quadratically in its first and last pixel, linearly between. Each pixel
+  // gets its area less what the pixels before it got.
+  const int pixels = last - first;
+  const float perPixel = float(1 / (right - left));
+  const float in = float(first + 1 - left), out = float(right - last);
+  const float area = 0.5f * perPixel * in * in;  // in the first pixel
+  value[0] += cover * area;
+  float before = area, level = perPixel * in;
+  for (int i = 1; i < pixels; ++i) {
+    const float here = level + 0.5f * perPixel;
+    value[i] += cover * (here - before);
+    before = here;
+    level += perPixel;
+  }
+  const float lastArea = level + (1 - level) * (1 - 0.5f * out);
+  value[pixels] += cover * (lastArea - before);
+  value[pixels + 1] += cover * (1 - lastArea);
+  touch(row, first, last + 1);
+}
+
+// Turns whole blocks of changes into coverages and clears them; returns the sum behind them.
+float CoverageBuffer::sumBlocks(float* values, int blocks, float sum) {
+  float* coverage = coverages_.data();
+  const Float4 zero{}, one = splat(1);
+  Float4 before = splat(sum);
+  for (int i = 0; i < blocks * blockSize; i += 4) {
+    Float4 v;
+    std::memcpy(&v, values + i, sizeof v);
+    std::memcpy(values + i, &zero, sizeof zero);
+    v += __builtin_shuffle(zero, v, Int4{0, 4, 5, 6});
+    v += __builtin_shuffle(zero, v, Int4{0, 1, 4, 5});
+    v += before;
+    before = __builtin_shuffle(v, Int4{3, 3, 3, 3});
+    const Float4 c = smaller(larger(v, -v), one);
+    std::memcpy(coverage + i, &c, sizeof c);
+  }
+  return before[0];
+}
+
+}  // namespace backend::raster

@@ -1,0 +1,149 @@
+// Turns a path into polylines: applies a transform, replaces curves by chords that stay within a tolerance,
+// and leaves out what is not finite. What it finds it tells a sink:
+//   moveTo(p), lineTo(p, Corner), close()
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+#include "backends/raster/PixelRect.h"
+#include "platform/backend/Path.h"
+
+namespace backend::raster {
+
+// What the end of a chord is: a point of the path, or one inside a curve, where a stroke turns without a
+// join.
+enum class Corner { Sharp, Smooth };
+
+// Fills may cut a curve's ends short as they like; a stroke needs its true directions there, for caps and
+// joins.
+enum class CurveEnds { Plain, WithTangents };
+
+struct FlattenSettings {
+  DeviceRect visible;       // where chords must be accurate, in the space that the points are transformed to
+  double tolerance = 0.02;  // largest distance of a chord from its curve
+  CurveEnds ends = CurveEnds::Plain;
+};
+
+// Points farther out than this are as good as infinite: products of two still fit a double.
+constexpr double farthestPoint = 1e100;
+
+inline bool isUsable(CGPoint p) { return std::abs(p.x) <= farthestPoint && std::abs(p.y) <= farthestPoint; }
+
+template <class Sink>
+class Flattener {
+ public:
+  Flattener(const FlattenSettings& settings, Sink& sink) : settings_(settings), sink_(sink) {}
+
+  void add(const Path& path, const CGAffineTransform& transform) {
+    const CGPoint* point = path.points().data();
+    for (const PathVerb verb : path.verbs()) {
+      switch (verb) {
+        case PathVerb::Move:
+          move(transform.apply(point[0]));
+          break;
+        case PathVerb::Line:
+          line(transform.apply(point[0]));
+          break;
+        case PathVerb::Curve:
+          curve(transform.apply(point[0]), transform.apply(point[1]), transform.apply(point[2]));
+          break;
+        case PathVerb::Close:
+          if (isOpen_) sink_.close();
+          isOpen_ = false;
+          current_ = start_;
+          break;
+      }
+      point += pointCount(verb);
+    }
+  }
+
+ private:
+  static constexpr int mostSteps = 64;
+  static constexpr int deepestSplit = 48;
+
+  void move(CGPoint to) {
+    hasStart_ = isUsable(to);
+    if (!hasStart_) return;
+    start_ = current_ = to;
+    sink_.moveTo(to);
+    isOpen_ = true;
+  }
+
+  // After a close the next segment begins a subpath at the old start; after a lost start, at its own end.
+  bool begin(CGPoint to) {
+    if (!hasStart_) {
+      move(to);
+      return false;
+    }
+    if (!isOpen_) move(current_);
+    return true;
+  }
+
+  void line(CGPoint to) {
+    if (!isUsable(to) || !begin(to)) return;
+    sink_.lineTo(to, Corner::Sharp);
+    current_ = to;
+  }
+
+  void curve(CGPoint p1, CGPoint p2, CGPoint p3) {
+    if (!isUsable(p1) || !isUsable(p2) || !isUsable(p3) || !begin(p3)) return;
+    const CGPoint p0 = current_;
+    current_ = p3;
+    split(p0, p1, p2, p3, Corner::Sharp, 0);
+  }
+
+  // True if the whole curve lies beyond one side, where its chord covers what it covers.
+  bool isBeside(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3) const {
+    const DeviceRect& v = settings_.visible;
+    return std::max(std::max(p0.x, p1.x), std::max(p2.x, p3.x)) < v.left ||
+           std::min(std::min(p0.x, p1.x), std::min(p2.x, p3.x)) > v.right ||
+           std::max(std::max(p0.y, p1.y), std::max(p2.y, p3.y)) < v.top ||
+           std::min(std::min(p0.y, p1.y), std::min(p2.y, p3.y)) > v.bottom;
+  }
+
+  void split(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, Corner end, int depth) {
+    if (isBeside(p0, p1, p2, p3)) return sink_.lineTo(p3, end);
+
+    // A sixth of the second derivative at either end; between them it is linear.
+    const double ax = p0.x - 2 * p1.x + p2.x, ay = p0.y - 2 * p1.y + p2.y;
+    const double bx = p1.x - 2 * p2.x + p3.x, by = p1.y - 2 * p2.y + p3.y;
+    const double bend = std::sqrt(std::max(ax * ax + ay * ay, bx * bx + by * by));
+    const double wanted = std::sqrt(bend / (2 * settings_.tolerance));
+    if (wanted > mostSteps && depth < deepestSplit) {
+      const auto middle = [](CGPoint a, CGPoint b) { return CGPoint{(a.x + b.x) * 0.5, (a.y + b.y) * 0.5}; };
+      const CGPoint p01 = middle(p0, p1), p12 = middle(p1, p2), p23 = middle(p2, p3);
+      const CGPoint p012 = middle(p01, p12), p123 = middle(p12, p23), half = middle(p012, p123);
+      split(p0, p01, p012, half, Corner::Smooth, depth + 1);
+      split(half, p123, p23, p3, end, depth + 1);
+      return;
+    }
+    step(p0, p1, p2, p3, std::clamp(int(std::ceil(wanted)), 1, mostSteps), end);
+  }
+
+  // Chords between evenly spaced parameters. A chord of step h lies h^2/12 |B''| inside its curve on average;
+  // moving every inner point outward by that much leaves no area out, so that a third of the chords do. The
+  // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients.
+  void step(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, int count, Corner end) {
+    const double h = 1.0 / count;
+    const CGPoint a{p3.x - p0.x + 3 * (p1.x - p2.x), p3.y - p0.y + 3 * (p1.y - p2.y)};
+    const CGPoint b{3 * (p0.x - 2 * p1.x + p2.x), 3 * (p0.y - 2 * p1.y + p2.y)};
+    const CGPoint c{3 * (p1.x - p0.x), 3 * (p1.y - p0.y)};
+    const auto at = [&](double t, CGPoint c, CGPoint d) {
+      return CGPoint{((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y};
+    };
+    const double half = h * h / 2, sixth = h * h / 6;
+    const CGPoint movedC{c.x - half * a.x, c.y - half * a.y}, movedD{p0.x - sixth * b.x, p0.y - sixth * b.y};
+    if (settings_.ends == CurveEnds::WithTangents) sink_.lineTo(at(h / 64, c, p0), Corner::Smooth);
+    for (int i = 1; i < count; ++i) sink_.lineTo(at(i * h, movedC, movedD), Corner::Smooth);
+    if (settings_.ends == CurveEnds::WithTangents) sink_.lineTo(at(1 - h / 64, c, p0), Corner::Smooth);
+    sink_.lineTo(p3, end);
+  }
+
+  const FlattenSettings settings_;
+  Sink& sink_;
+  CGPoint start_, current_;
+  bool hasStart_ = false, isOpen_ = false;
+};
+
+}  // namespace backend::raster

@@ -1,0 +1,15 @@
+// Four floats worked on at once: the channels of a pixel (blue, green, red, alpha, as they lie in memory,
+// premultiplied, 0...1), or four neighbours in a row.
+#pragma once
+
+namespace backend::raster {
+
+using Float4 = float __attribute__((vector_size(16)));
+using Int4 = int __attribute__((vector_size(16)));
+
+inline Float4 splat(float v) { return Float4{v, v, v, v}; }
+
+inline Float4 smaller(Float4 a, Float4 b) { return a < b ? a : b; }
+inline Float4 larger(Float4 a, Float4 b) { return a > b ? a : b; }
+
+}  // namespace backend::raster

@@ -1,0 +1,35 @@
+// The colors along a linear gradient, for device pixels. Colors are mixed as they are, before they are
+// premultiplied.
+#pragma once
+
+#include <vector>
+
+#include "backends/raster/Blend.h"
+
+namespace backend::raster {
+
+class GradientRamp {
+ public:
+  // False where there is nothing to paint: no stops, or a transform that flattens the plane.
+  bool begin(const LinearGradient& gradient, const CGAffineTransform& toDevice, double alpha);
+
+  // True if all pixels of a row have one color.
+  bool isEvenAlongRows() const { return perColumn_ == 0; }
+  Float4 colorAt(int x, int y) const { return colorAt(position(x, y)); }
+  void row(int x, int y, int count, Float4* out) const;
+
+ private:
+  struct Stop {
+    double location;
+    Float4 color;  // not premultiplied
+  };
+
+  double position(int x, int y) const { return start_ + perColumn_ * x + perRow_ * y; }
+  Float4 colorAt(double position) const;
+
+  std::vector<Stop> stops_;
+  double alpha_ = 1;
+  double start_ = 0, perColumn_ = 0, perRow_ = 0;  // position on the axis of pixel centers
+};
+
+}  // namespace backend::raster

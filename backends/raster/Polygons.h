@@ -1,0 +1,66 @@
+// Closed polygons in device pixels, y down: what coverage is computed from. Their points lie in one list; a
+// polygon runs from its start to the next one's, and from its last point back to its first.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "backends/raster/Flattener.h"
+
+namespace backend::raster {
+
+class Polygons {
+ public:
+  void clear() {
+    points_.clear();
+    starts_.clear();
+  }
+  bool isEmpty() const { return points_.empty(); }
+
+  void moveTo(CGPoint p) {
+    starts_.push_back(points_.size());
+    points_.push_back(p);
+  }
+  void lineTo(CGPoint p, Corner = Corner::Sharp) { points_.push_back(p); }
+  void close() {}
+
+  std::size_t count() const { return starts_.size(); }
+  std::span<const CGPoint> polygon(std::size_t index) const {
+    const std::size_t end = index + 1 < starts_.size() ? starts_[index + 1] : points_.size();
+    return std::span(points_).subspan(starts_[index], end - starts_[index]);
+  }
+  std::span<CGPoint> points() { return points_; }
+
+  // Calls edge(from, to) for all sides of all polygons.
+  template <class Function>
+  void forEachEdge(Function edge) const {
+    for (std::size_t i = 0; i < count(); ++i) {
+      const std::span<const CGPoint> points = polygon(i);
+      CGPoint from = points.back();
+      for (const CGPoint to : points) {
+        edge(from, to);
+        from = to;
+      }
+    }
+  }
+
+  // Empty bounds when there are no points.
+  DeviceRect bounds() const {
+    if (points_.empty()) return {};
+    DeviceRect r{points_[0].x, points_[0].y, points_[0].x, points_[0].y};
+    for (const CGPoint& p : points_) {
+      r.left = std::min(r.left, p.x);
+      r.right = std::max(r.right, p.x);
+      r.top = std::min(r.top, p.y);
+      r.bottom = std::max(r.bottom, p.y);
+    }
+    return r;
+  }
+
+ private:
+  std::vector<CGPoint> points_;
+  std::vector<std::size_t> starts_;
+};
+
+}  // namespace backend::raster

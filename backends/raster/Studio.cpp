@@ -1,0 +1,239 @@
+#include "backends/raster/Studio.h"
+
+namespace backend::raster {
+
+namespace {
+
+constexpr double chordTolerance = 0.015;  // of flattened curves, in device pixels
+constexpr double largestDeviation = 256;  // of a shadow's blur, in device pixels
+
+// The rectangle that a path is, when the transform keeps it upright.
+std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform& t) {
+  if (path.shape().kind != PathShape::Kind::Rect) return std::nullopt;
+  const bool keepsAxes = (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
+  if (!keepsAxes) return std::nullopt;
+  const CGRect r = path.shape().rect;
+  const CGPoint a = t.apply({CGRectGetMinX(r), CGRectGetMinY(r)}),
+                b = t.apply({CGRectGetMaxX(r), CGRectGetMaxY(r)});
+  if (!isUsable(a) || !isUsable(b)) return std::nullopt;
+  return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+}
+
+class PlaneWriter {
+ public:
+  explicit PlaneWriter(Plane& plane) : plane_(plane) {}
+  void even(int x, int y, int count, float coverage) {
+    std::fill_n(plane_.row(y) + (x - plane_.box.left), count, coverage);
+  }
+  void varied(int x, int y, int count, const float* coverage) {
+    std::copy_n(coverage, count, plane_.row(y) + (x - plane_.box.left));
+  }
+
+ private:
+  Plane& plane_;
+};
+
+}  // namespace
+
+void RasterCanvas::Studio::begin(Bitmap& bitmap, const View& view) {
+  bitmap_ = &bitmap;
+  saved_.clear();
+  openLayers_ = 0;
+  state_ = {};
+  scale_ = view.scale;
+  const double s = view.scale;
+  const bool isUsableView = s > 0 && std::isfinite(s) && isUsable(view.origin);
+  state_.toDevice = {s, 0, 0, -s, -view.origin.x * s, bitmap.height() + view.origin.y * s};
+  state_.clip.box = isUsableView ? bitmap.bounds() : PixelRect{};
+}
+
+void RasterCanvas::Studio::saveState() { saved_.push_back(state_); }
+
+void RasterCanvas::Studio::restoreState() {
+  // What was saved before the innermost layer began comes back when it ends.
+  const std::size_t kept = openLayers_ ? layers_[openLayers_ - 1]->savedStates : 0;
+  if (saved_.size() <= kept) return;
+  state_ = std::move(saved_.back());
+  saved_.pop_back();
+}
+
+Surface RasterCanvas::Studio::surface() {
+  if (openLayers_ == 0) return {.bitmap = bitmap_};
+  return {.layer = &layers_[openLayers_ - 1]->pixels};
+}
+
+std::optional<RasterCanvas::Studio::CastShadow> RasterCanvas::Studio::castShadow() const {
+  const Shadow& shadow = state_.shadow;
+  if (!shadow.color) return std::nullopt;
+  CastShadow cast;
+  cast.color = premultiplied(*shadow.color, 1);
+  cast.dx = shadow.offset.width * scale_;
+  cast.dy = -shadow.offset.height * scale_;
+  const double deviation = shadow.blur * scale_ / 2;
+  cast.deviation = deviation > 0 ? std::min(deviation, largestDeviation) : 0;
+  // Farther than any picture is wide, it falls on nothing.
+  if (cast.color[3] == 0 || !(std::abs(cast.dx) < 1e6) || !(std::abs(cast.dy) < 1e6)) return std::nullopt;
+  return cast;
+}
+
+// Where a shape's pixels matter: in the clip, and where its shadow falls into the clip from.
+PixelRect RasterCanvas::Studio::neededBox(const std::optional<CastShadow>& shadow) const {
+  const PixelRect& clip = state_.clip.box;
+  if (!shadow || clip.isEmpty()) return clip;
+  const int reach = Blur::reach(shadow->deviation) + 1;
+  const int dx = int(std::floor(shadow->dx)), dy = int(std::floor(shadow->dy));
+  const PixelRect source{clip.left - dx - reach - 1, clip.top - dy - reach - 1, clip.right - dx + reach,
+                         clip.bottom - dy + reach};
+  return clip.united(source);
+}
+
+void RasterCanvas::Studio::flatten(const Path& path, const DeviceRect& visible) {
+  Flattener<Polygons>({.visible = visible, .tolerance = chordTolerance}, polygons_)
+      .add(path, state_.toDevice);
+}
+
+void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
+  Clip& clip = state_.clip;
+  if (clip.box.isEmpty()) return;
+  if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice))
+    return clip.intersectRect(*rect);
+  polygons_.clear();
+  flatten(path, DeviceRect::of(clip.box));
+  const PixelRect covered = clip.box.intersected(polygons_.bounds().roundedOut());
+  if (covered.isEmpty() || !addPolygons(covered, {}, rule)) return clip.makeEmpty();
+  clip.intersectCoverage(coverage_, covered, masks_);
+}
+
+bool RasterCanvas::Studio::addPolygons(const PixelRect& box, CGPoint moved, FillRule) {
+  if (!coverage_.begin(box)) return false;
+  coverage_.add(polygons_, moved);
+  return true;
+}
+
+void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
+  if (state_.clip.box.isEmpty()) return;
+  const std::optional<CastShadow> shadow = castShadow();
+  polygons_.clear();
+  flatten(path, DeviceRect::of(neededBox(shadow)));
+  paintPolygons(rule, {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
+}
+
+void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
+  if (state_.clip.box.isEmpty()) return;
+  const std::optional<CastShadow> shadow = castShadow();
+  polygons_.clear();
+  stroker_.stroke(path, style, state_.toDevice, DeviceRect::of(neededBox(shadow)), polygons_);
+  paintPolygons(FillRule::NonZero, {.color = premultiplied(state_.strokeColor, state_.alpha)}, shadow);
+}
+
+void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
+  if (state_.clip.box.isEmpty() || !ramp_.begin(gradient, state_.toDevice, state_.alpha)) return;
+  const std::optional<CastShadow> shadow = castShadow();
+  polygons_.clear();
+  flatten(path, DeviceRect::of(neededBox(shadow)));
+  paintPolygons(rule, {.gradient = &ramp_}, shadow);
+}
+
+void RasterCanvas::Studio::paintPolygons(FillRule rule, const Source& source,
+                                         const std::optional<CastShadow>& shadow) {
+  if (shadow) paintShadowOfPolygons(rule, source, *shadow);
+  const PixelRect shape = polygons_.bounds().roundedOut().intersected(state_.clip.box);
+  const Painting painting{surface(), source, state_.blendMode, state_.clip};
+  Painter painter(painting, shape, painterMemory_);
+  if (painter.box().isEmpty()) return;
+  if (!shape.isEmpty() && addPolygons(shape, {}, rule)) coverage_.sweep(painter);
+  painter.finish();
+}
+
+void RasterCanvas::Studio::paintShadowOfPolygons(FillRule rule, const Source& source,
+                                                 const CastShadow& shadow) {
+  // The shape itself is moved, not its pixels: an offset by a part of a pixel stays exact.
+  DeviceRect bounds = polygons_.bounds();
+  bounds = {bounds.left + shadow.dx, bounds.top + shadow.dy, bounds.right + shadow.dx,
+            bounds.bottom + shadow.dy};
+  const int reach = Blur::reach(shadow.deviation);
+  const PixelRect box = bounds.roundedOut().intersected(state_.clip.box.grown(reach));
+  const PixelRect shaded = box.isEmpty() ? box : box.grown(reach).intersected(state_.clip.box);
+  if (shaded.isEmpty() || !cast_.begin(box) || !addPolygons(box, {shadow.dx, shadow.dy}, rule)) {
+    return paintPlane(blurred_, Float4{});
+  }
+  PlaneWriter writer(cast_);
+  coverage_.sweep(writer);
+  Float4 color = shadow.color;
+  if (source.gradient) {
+    for (int y = box.top; y < box.bottom; ++y) {
+      float* row = cast_.row(y);
+      const int sourceY = y - int(std::floor(shadow.dy)), sourceX = box.left - int(std::floor(shadow.dx));
+      for (int i = 0; i < box.width(); ++i) row[i] *= source.gradient->colorAt(sourceX + i, sourceY)[3];
+    }
+  } else {
+    color *= splat(source.color[3]);
+  }
+  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, shadow.deviation, 0, 0)) return;
+  paintPlane(blurred_, color);
+}
+
+// Paints one color by the coverage that the plane holds.
+void RasterCanvas::Studio::paintPlane(Plane& plane, Float4 color) {
+  const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
+  const Painting painting{surface(), {.color = color}, state_.blendMode, state_.clip};
+  Painter painter(painting, box, painterMemory_);
+  if (painter.box().isEmpty()) return;
+  for (int y = box.top; y < box.bottom; ++y) painter.varied(box.left, y, box.width(), plane.row(y));
+  painter.finish();
+}
+
+void RasterCanvas::Studio::beginLayer() {
+  saveState();
+  if (openLayers_ == layers_.size()) layers_.push_back(std::make_unique<OpenLayer>());
+  OpenLayer& layer = *layers_[openLayers_++];
+  layer.savedStates = saved_.size();
+  const PixelRect most = neededBox(castShadow());
+  layer.pixels.begin(most);
+  // The clip in force is applied once, when the layer is composited.
+  state_.clip = {.box = most};
+  state_.alpha = 1;
+  state_.blendMode = BlendMode::Normal;
+  state_.shadow = {};
+}
+
+void RasterCanvas::Studio::endLayer() {
+  if (openLayers_ == 0) return;
+  OpenLayer& layer = *layers_[--openLayers_];
+  saved_.resize(layer.savedStates);
+  state_ = std::move(saved_.back());
+  saved_.pop_back();
+  if (state_.clip.box.isEmpty()) return;
+
+  if (const std::optional<CastShadow> shadow = castShadow()) paintShadowOfLayer(layer.pixels, *shadow);
+  const double alpha = state_.alpha > 0 ? std::min(state_.alpha, 1.0) : 0;
+  const Source source{.layer = &layer.pixels, .layerAlpha = float(alpha)};
+  const Painting painting{surface(), source, state_.blendMode, state_.clip};
+  const PixelRect content = layer.pixels.content();
+  Painter painter(painting, content, painterMemory_);
+  if (painter.box().isEmpty()) return;
+  const PixelRect box = content.intersected(state_.clip.box);
+  for (int y = box.top; y < box.bottom; ++y) painter.even(box.left, y, box.width(), 1);
+  painter.finish();
+}
+
+void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {
+  const PixelRect& content = layer.content();
+  const int reach = Blur::reach(shadow.deviation) + 1;
+  const int dx = int(std::floor(shadow.dx)), dy = int(std::floor(shadow.dy));
+  const PixelRect fallen{content.left + dx - reach, content.top + dy - reach, content.right + dx + reach + 1,
+                         content.bottom + dy + reach + 1};
+  const PixelRect shaded = content.isEmpty() ? PixelRect{} : fallen.intersected(state_.clip.box);
+  if (shaded.isEmpty() || !cast_.begin(content)) return paintPlane(blurred_, Float4{});
+  for (int y = content.top; y < content.bottom; ++y) {
+    const Float4* pixels = layer.pixel(content.left, y);
+    float* row = cast_.row(y);
+    for (int i = 0; i < content.width(); ++i) row[i] = pixels[i][3];
+  }
+  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, shadow.deviation, shadow.dx, shadow.dy))
+    return;
+  const double alpha = state_.alpha > 0 ? std::min(state_.alpha, 1.0) : 0;
+  paintPlane(blurred_, shadow.color * splat(float(alpha)));
+}
+
+}  // namespace backend::raster

@@ -1,0 +1,75 @@
+// The inside of a raster canvas: graphics states, open layers and working memory, and how an operation goes
+// through them. A shape becomes polygons in device pixels, these become coverage, first for its shadow and
+// then for itself, and a painter puts color where the coverage is.
+#pragma once
+
+#include "backends/raster/Blur.h"
+#include "backends/raster/Painter.h"
+#include "backends/raster/RasterCanvas.h"
+#include "backends/raster/Stroker.h"
+
+namespace backend::raster {
+
+class RasterCanvas::Studio {
+ public:
+  struct State {
+    CGAffineTransform toDevice;
+    Clip clip;
+    Color fillColor, strokeColor;
+    Shadow shadow;
+    double alpha = 1;
+    BlendMode blendMode = BlendMode::Normal;
+  };
+
+  void begin(Bitmap& bitmap, const View& view);
+  State& state() { return state_; }
+
+  void saveState();
+  void restoreState();
+  void clip(const Path& path, FillRule rule);
+  void beginLayer();
+  void endLayer();
+  void fill(const Path& path, FillRule rule);
+  void stroke(const Path& path, const StrokeStyle& style);
+  void fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient);
+
+ private:
+  struct OpenLayer {
+    Layer pixels;
+    std::size_t savedStates = 0;  // at its begin, with the state that it was begun in as the last
+  };
+  // The state's shadow in device pixels.
+  struct CastShadow {
+    double dx = 0, dy = 0, deviation = 0;
+    Float4 color{};
+  };
+
+  Surface surface();
+  std::optional<CastShadow> castShadow() const;
+  PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
+  void flatten(const Path& path, const DeviceRect& visible);
+  void paintPolygons(FillRule rule, const Source& source, const std::optional<CastShadow>& shadow);
+  void paintShadowOfPolygons(FillRule rule, const Source& source, const CastShadow& shadow);
+  void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
+  void paintPlane(Plane& plane, Float4 color);
+  bool addPolygons(const PixelRect& box, CGPoint moved, FillRule rule);
+
+  Bitmap* bitmap_ = nullptr;
+  double scale_ = 1;
+  State state_;
+  std::vector<State> saved_;
+  std::vector<std::unique_ptr<OpenLayer>>
+      layers_;  // the first openLayers_ are in use, the rest keep their memory
+  std::size_t openLayers_ = 0;
+
+  Polygons polygons_;
+  Stroker stroker_;
+  CoverageBuffer coverage_;
+  GradientRamp ramp_;
+  Blur blur_;
+  Plane cast_, blurred_;
+  ClipMaskPool masks_;
+  Painter::Memory painterMemory_;
+};
+
+}  // namespace backend::raster

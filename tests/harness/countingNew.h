@@ -1,0 +1,23 @@
+// Counts the memory that this thread allocates. It replaces the program's operator new, so that exactly one source of a
+// test program includes it.
+#pragma once
+
+#include <cstdlib>
+#include <new>
+
+namespace harness {
+
+inline thread_local int allocations = 0;
+
+}  // namespace harness
+
+void* operator new(std::size_t size) {
+  ++harness::allocations;
+  if (void* memory = std::malloc(size ? size : 1)) return memory;
+  std::abort();
+}
+void* operator new[](std::size_t size) { return operator new(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }

@@ -1,0 +1,33 @@
+// What some drawing does, as the recording canvas writes it down: one line for each operation.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "backends/recording/RecordingCanvas.h"
+#include "platform/graphics/NSGraphicsContext.h"
+
+namespace harness {
+
+using Lines = std::vector<std::string>;
+
+template <class Draw>
+Lines recordingOf(Draw draw) {
+  backend::recording::RecordingCanvas canvas;
+  {
+    const platform::CanvasScope scope(canvas);
+    draw();
+  }
+  return canvas.lines();
+}
+
+// Those of one operation.
+inline Lines only(std::string_view operation, const Lines& lines) {
+  const std::string start = "{\"op\":\"" + std::string(operation) + "\"";
+  Lines result;
+  for (const std::string& line : lines)
+    if (line.starts_with(start + ",") || line.starts_with(start + "}")) result.push_back(line);
+  return result;
+}
+
+}  // namespace harness

@@ -1,0 +1,133 @@
+#include "platform/foundation/NSCoder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "tests/harness/printing.h"
+
+using namespace platform;
+
+TEST(NSCoder, ReadsEachKindOfValueByItsKey) {
+  NSCoder coder(R"({"b": true, "i": -7, "d": 2.5, "s": "hé", "p": [1, 2.5], "z": [3, 4], "r": [1, 2, 3, 4.5]})");
+  EXPECT_FALSE(coder.failed());
+  EXPECT_TRUE(coder.decodeBoolForKey("b"));
+  EXPECT_EQ(coder.decodeIntegerForKey("i"), -7);
+  EXPECT_EQ(coder.decodeDoubleForKey("d"), 2.5);
+  EXPECT_EQ(coder.decodeStringForKey("s"), "hé");
+  EXPECT_EQ(coder.decodePointForKey("p"), (CGPoint{1, 2.5}));
+  EXPECT_EQ(coder.decodeSizeForKey("z"), (CGSize{3, 4}));
+  EXPECT_EQ(coder.decodeRectForKey("r"), (CGRect{1, 2, 3, 4.5}));
+}
+
+TEST(NSCoder, AMissingKeyReadsAsZeroFalseOrAbsent) {
+  const NSCoder coder("{}");
+  EXPECT_FALSE(coder.containsValueForKey("x"));
+  EXPECT_FALSE(coder.decodeBoolForKey("x"));
+  EXPECT_EQ(coder.decodeIntegerForKey("x"), 0);
+  EXPECT_EQ(coder.decodeDoubleForKey("x"), 0);
+  EXPECT_EQ(coder.decodeStringForKey("x"), std::nullopt);
+  EXPECT_EQ(coder.decodeRectForKey("x"), NSZeroRect);
+  EXPECT_FALSE(coder.decodeCoderForKey("x").has_value());
+  EXPECT_FALSE(coder.failed());
+}
+
+TEST(NSCoder, AValueOfAnotherKindReadsAsMissing) {
+  const NSCoder coder(R"({"x": "1", "n": 1, "list": [1, 2, "3", 4], "short": [1, 2, 3], "object": {}, "null": null})");
+  EXPECT_TRUE(coder.containsValueForKey("x"));
+  EXPECT_FALSE(coder.decodeBoolForKey("n"));
+  EXPECT_EQ(coder.decodeIntegerForKey("x"), 0);
+  EXPECT_EQ(coder.decodeDoubleForKey("x"), 0);
+  EXPECT_EQ(coder.decodeStringForKey("n"), std::nullopt);
+  EXPECT_EQ(coder.decodeRectForKey("list"), NSZeroRect);
+  EXPECT_EQ(coder.decodeRectForKey("short"), NSZeroRect);
+  EXPECT_EQ(coder.decodeRectForKey("object"), NSZeroRect);
+  EXPECT_EQ(coder.decodePointForKey("n"), CGPoint{});
+  EXPECT_FALSE(coder.decodeCoderForKey("list").has_value());
+  EXPECT_EQ(coder.decodeStringForKey("null"), std::nullopt);
+  EXPECT_EQ(coder.decodeDoubleForKey("null"), 0);
+}
+
+TEST(NSCoder, AnIntegerOutOfRangeReadsAsZero) {
+  const NSCoder coder(R"({"unsigned": 18446744073709551615, "large": 1e300, "beyond": 9223372036854775808,
+                          "longest": 123456789012345678901234567890})");
+  EXPECT_EQ(coder.decodeIntegerForKey("unsigned"), 0);
+  EXPECT_EQ(coder.decodeIntegerForKey("large"), 0);
+  EXPECT_EQ(coder.decodeIntegerForKey("beyond"), 0);
+  EXPECT_EQ(coder.decodeIntegerForKey("longest"), 0);
+  EXPECT_EQ(coder.decodeDoubleForKey("large"), 1e300);
+  EXPECT_EQ(coder.decodeDoubleForKey("unsigned"), 18446744073709551615.0);
+}
+
+TEST(NSCoder, TheLargestAndSmallestIntegersAreRead) {
+  const NSCoder coder(R"({"most": 9223372036854775807, "least": -9223372036854775808})");
+  EXPECT_EQ(coder.decodeIntegerForKey("most"), INT64_MAX);
+  EXPECT_EQ(coder.decodeIntegerForKey("least"), INT64_MIN);
+}
+
+TEST(NSCoder, AFractionIsNoIntegerButAWholeDoubleIs) {
+  const NSCoder coder(R"({"half": 1.5, "whole": 3.0})");
+  EXPECT_EQ(coder.decodeIntegerForKey("half"), 0);
+  EXPECT_EQ(coder.decodeIntegerForKey("whole"), 3);
+}
+
+TEST(NSCoder, ANumberBeyondADoubleFailsTheArchive) { EXPECT_TRUE(NSCoder(R"({"x": 1e999})").failed()); }
+
+TEST(NSCoder, ATextThatIsNotJsonFailsAndSaysSo) {
+  for (const char* text : {"", "{", "{\"a\": }", "nonsense", "{\"a\": \"\xff\"}", "{} {}"}) {
+    const NSCoder coder(text);
+    EXPECT_EQ(coder.failure(), "the archive is not JSON") << text;
+    EXPECT_FALSE(coder.containsValueForKey("a"));
+  }
+}
+
+TEST(NSCoder, AJsonTextThatIsNoObjectFailsAndSaysSo) {
+  for (const char* text : {"[1, 2]", "3", "null", "\"text\""})
+    EXPECT_EQ(NSCoder(text).failure(), "the archive is not a JSON object") << text;
+}
+
+TEST(NSCoder, ADeeplyNestedTextDoesNoHarm) {
+  std::string text = "{\"a\": ";
+  for (int i = 0; i < 100000; ++i) text += '[';
+  for (int i = 0; i < 100000; ++i) text += ']';
+  const NSCoder coder(text + "}");
+  EXPECT_EQ(coder.decodeRectForKey("a"), NSZeroRect);
+}
+
+TEST(NSCoder, AnObjectBelowAKeyIsACoderOfItsOwn) {
+  NSCoder coder(R"({"cell": {"title": "Play", "inner": {"tag": 3}}})");
+  auto cell = coder.decodeCoderForKey("cell");
+  ASSERT_TRUE(cell.has_value());
+  EXPECT_EQ(cell->decodeStringForKey("title"), "Play");
+  EXPECT_EQ(cell->decodeCoderForKey("inner")->decodeIntegerForKey("tag"), 3);
+  EXPECT_FALSE(cell->containsValueForKey("cell"));
+}
+
+TEST(NSCoder, WhatIsBuiltInCodeReadsBack) {
+  NSCoder inner, coder;
+  inner.encode("Play", "title");
+  coder.encode(true, "b").encode(3, "i").encode(2.5, "d").encode(CGPoint{1, 2}, "p").encode(CGSize{3, 4}, "z");
+  coder.encode(CGRect{1, 2, 3, 4}, "r").encode(inner, "cell");
+  EXPECT_TRUE(coder.decodeBoolForKey("b"));
+  EXPECT_EQ(coder.decodeIntegerForKey("i"), 3);
+  EXPECT_EQ(coder.decodeDoubleForKey("i"), 3);
+  EXPECT_EQ(coder.decodeDoubleForKey("d"), 2.5);
+  EXPECT_EQ(coder.decodePointForKey("p"), (CGPoint{1, 2}));
+  EXPECT_EQ(coder.decodeSizeForKey("z"), (CGSize{3, 4}));
+  EXPECT_EQ(coder.decodeRectForKey("r"), (CGRect{1, 2, 3, 4}));
+  EXPECT_EQ(coder.decodeCoderForKey("cell")->decodeStringForKey("title"), "Play");
+}
+
+TEST(NSCoder, ALaterValueReplacesAnEarlierOne) {
+  NSCoder coder;
+  coder.encode(1, "x").encode("text", "x");
+  EXPECT_EQ(coder.decodeIntegerForKey("x"), 0);
+  EXPECT_EQ(coder.decodeStringForKey("x"), "text");
+}
+
+TEST(NSCoder, TheFirstFailureStays) {
+  NSCoder coder;
+  coder.fail("first");
+  coder.fail("second");
+  EXPECT_EQ(coder.failure(), "first");
+}
