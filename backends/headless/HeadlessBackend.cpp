@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "backends/headless/netpbm.h"
+
 namespace backend::headless {
 
 namespace {
@@ -51,6 +53,10 @@ std::unique_ptr<NativeWindow> HeadlessBackend::makeWindow(WindowClient& client, 
 Color HeadlessBackend::systemColor(SystemColor color) const {
   const auto found = systemColors_.find(color);
   return found == systemColors_.end() ? Backend::systemColor(color) : found->second;
+}
+
+std::shared_ptr<const ImagePixels> HeadlessBackend::decodeImage(std::span<const std::byte> bytes) const {
+  return decodeNetpbm(bytes);
 }
 
 void HeadlessBackend::raise(HeadlessWindow& window) {

@@ -10,6 +10,7 @@
 
 #include <map>
 
+#include "backends/headless/HeadlessTextEngine.h"
 #include "backends/headless/HeadlessWindow.h"
 #include "backends/headless/VirtualClock.h"
 #include "platform/backend/Backend.h"
@@ -45,6 +46,10 @@ class HeadlessBackend : public Backend {
   std::vector<Screen> screens() const override { return screens_; }
   CGPoint mouseLocation() const override { return mouseLocation_; }
   Color systemColor(SystemColor color) const override;
+  const HeadlessTextEngine& textEngine() const override { return textEngine_; }
+  HeadlessTextEngine& textEngine() { return textEngine_; }
+  // Binary "netpbm" pictures of eight bits: P6, and P7 (PAM) with the tuple types RGB and RGB_ALPHA.
+  std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
   double now() const override { return clock_.now(); }
   void callAfter(double seconds, std::function<void()> block) override { clock_.callAfter(seconds, std::move(block)); }
 
@@ -56,6 +61,7 @@ class HeadlessBackend : public Backend {
   void displayWindows();
 
   VirtualClock clock_;
+  HeadlessTextEngine textEngine_;
   std::vector<Screen> screens_;
   std::map<SystemColor, Color> systemColors_;
   CGPoint mouseLocation_;
