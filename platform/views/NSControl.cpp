@@ -1,15 +1,25 @@
 #include "platform/views/NSControl.h"
 
 #include "platform/events/NSEvent.h"
+#include "platform/foundation/memberTables.h"
+#include "platform/interface_files/classRegistry.h"
 #include "platform/windows/NSApplication.h"
 #include "platform/windows/NSWindow.h"
 
 namespace platform {
 
-const ClassInfo NSControl::staticClassInfo{.name = "NSControl", .base = &NSView::staticClassInfo};
+const Outlet NSControl::outlets_[] = {outlet<&NSControl::setTarget>("target")};
+const ClassInfo NSControl::staticClassInfo{
+    .name = "NSControl", .base = &NSView::staticClassInfo, .outlets = NSControl::outlets_};
 
 NSControl::NSControl(NSCoder& coder) : NSView(coder) {
   cellCoder_ = coder.decodeCoderForKey("cell");
+  if (const auto className = cellCoder_ ? cellCoder_->decodeStringForKey("class") : std::nullopt) {
+    const Ref<NSObject> object = makeObjectOfClass(*className, *cellCoder_);
+    cell_ = std::dynamic_pointer_cast<NSCell>(object);
+    if (!object) coder.fail("its cell: " + cellCoder_->failure().value_or("could not be made"));
+    else if (!cell_) coder.fail("its cell: " + object->className() + " is no cell");
+  }
   action_ = coder.decodeStringForKey("action").value_or("");
 }
 
@@ -19,7 +29,8 @@ NSControl::~NSControl() {
 
 void NSControl::didInit() {
   NSView::didInit();
-  if (!cell_) setCell(cellCoder_ ? makeCell(*cellCoder_) : makeCell());
+  if (cell_) cell_->setControlView(this);
+  else setCell(cellCoder_ ? makeCell(*cellCoder_) : makeCell());
   cellCoder_.reset();
 }
 

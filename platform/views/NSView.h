@@ -15,9 +15,6 @@ class NSView : public ViewTracking {
   // Keys: "frame", "hidden", "autoresizingMask", "autoresizesSubviews", "wantsLayer".
   explicit NSView(NSCoder& coder) : ViewTracking(coder) {}
 
-  // Called on all objects of an interface file once its outlets are connected.
-  virtual void awakeFromNib() {}
-
   // Scrolling. The first clip view above is asked; without one nothing happens and the answer is false.
   NSScrollView* enclosingScrollView() const;
   bool scrollRectToVisible(CGRect rect);  // the least way that shows it; true if anything moved

@@ -12,7 +12,9 @@
 #include "platform/foundation/Geometry.h"
 #include "platform/graphics/Forward.h"
 #include "platform/views/Forward.h"
+#include "platform/windows/ChildWindows.h"
 #include "platform/windows/DirtyRegion.h"
+#include "platform/windows/NSWindowDelegate.h"
 
 namespace platform {
 
@@ -25,6 +27,7 @@ enum NSWindowStyleMask : std::uint32_t {
   NSWindowStyleMaskTexturedBackground = 0x100,
 };
 enum NSBackingStoreType { NSBackingStoreBuffered = 2 };
+enum NSWindowOrderingMode { NSWindowBelow = -1, NSWindowOut = 0, NSWindowAbove = 1 };
 
 class NSWindow : public NSResponder, private backend::WindowClient {
  public:
@@ -33,6 +36,8 @@ class NSWindow : public NSResponder, private backend::WindowClient {
 
   // With `defer` true the native window is made when the window is first shown. Needs a backend by then, or the program stops.
   NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreType backing, bool defer);
+  // Keys: "contentRect", "styleMask", "title". Deferred.
+  explicit NSWindow(NSCoder& coder);
   ~NSWindow() override;
   void didInit() override;
 
@@ -41,6 +46,7 @@ class NSWindow : public NSResponder, private backend::WindowClient {
 
   CGRect frame() const { return frame_; }
   void setFrame(CGRect frame, bool display);
+  void setFrameTopLeftPoint(CGPoint point);  // keeps the size
   CGPoint convertPointToScreen(CGPoint point) const;
   CGPoint convertPointFromScreen(CGPoint point) const;
   CGRect convertRectToScreen(CGRect rect) const;
@@ -52,6 +58,20 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   void orderOut(NSObject* sender);
   void makeKeyAndOrderFront(NSObject* sender);
   virtual void close();
+
+  // Children stand above their window, which keeps them alive; they move with its upper left corner and are shown and
+  // hidden with it. A child of a visible window is shown at once. Below it is not offered.
+  void addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode ordered);
+  void removeChildWindow(NSWindow& child) { children_.remove(child); }  // stays where it is, and visible
+  NSWindow* parentWindow() const { return children_.parent(); }
+  std::vector<Ref<NSWindow>> childWindows() const { return children_.windows(); }
+
+  // Neither is kept alive. The controller stands behind the window in the responder chain.
+  Ref<NSWindowController> windowController() const;
+  void setWindowController(const Ref<NSWindowController>& controller);
+  NSResponder* nextResponder() const override;
+  Ref<NSWindowDelegate> delegate() const { return delegate_.lock(); }
+  void setDelegate(const Ref<NSWindowDelegate>& delegate) { delegate_ = delegate; }
 
   // Only a window that can has key status; a borderless one cannot unless it is overridden.
   virtual bool canBecomeKeyWindow() const { return styleMask_ & NSWindowStyleMaskTitled; }
@@ -91,6 +111,7 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   backend::WindowClient& windowClient() { return *this; }
 
  private:
+  friend class ChildWindows;
   friend class ViewGeometry;
   friend class NSView;
   void viewWillLeave(NSView& view);
@@ -103,6 +124,7 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   void nativeCloseRequested() override { close(); }
 
   void makeNative();
+  void notify(std::string_view name, void (NSWindowDelegate::*operation)(const Ref<NSNotification>&));
   void drawContents(CGRect rect, backend::Canvas& canvas);
   void dispatchMouse(const Ref<NSEvent>& event);
   void dispatchKey(const Ref<NSEvent>& event);
@@ -123,6 +145,10 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   Press pressed_[3];  // of the left, the right and any other button
   PointerTracking tracking_{*this};
   DirtyRegion dirty_;
+  ChildWindows children_{*this};
+  WeakRef<NSWindowController> controller_;
+  WeakRef<NSWindowDelegate> delegate_;
+  bool isDeferred_ = true;
   bool isVisible_ = false, isKey_ = false, isOpaque_ = true, hasShadow_ = true;
 };
 
