@@ -67,6 +67,7 @@ void NSControl::changeCell(Change change) {
 
 void NSControl::setStringValue(std::string_view text) {
   changeCell([&](NSCell& cell) { cell.setStringValue(text); });
+  NSAccessibilityPostNotification(cell_, NSAccessibilityValueChangedNotification);
 }
 
 Ref<NSAttributedString> NSControl::attributedStringValue() const {
@@ -75,6 +76,7 @@ Ref<NSAttributedString> NSControl::attributedStringValue() const {
 
 void NSControl::setAttributedStringValue(Ref<NSAttributedString> text) {
   changeCell([&](NSCell& cell) { cell.setAttributedStringValue(std::move(text)); });
+  NSAccessibilityPostNotification(cell_, NSAccessibilityValueChangedNotification);
 }
 
 void NSControl::setFont(Ref<NSFont> font) {
@@ -137,6 +139,14 @@ void NSControl::endTracking(CGPoint point, bool isMouseUp) {
 }
 
 void NSControl::wasClicked() { sendActionTo(action_, target()); }
+
+std::optional<AccessibilityElements> NSControl::accessibilityOwnChildren() const {
+  AccessibilityElements result;
+  if (cell_) result.push_back(cell_);
+  const AccessibilityElements views = NSView::accessibilityOwnChildren().value_or(AccessibilityElements());
+  result.insert(result.end(), views.begin(), views.end());
+  return result;
+}
 
 void NSControl::windowWillChange() {
   if (isTracking_) endTracking(lastPoint_, false);

@@ -57,6 +57,8 @@ class NSControl : public NSView {
   void mouseUp(const Ref<NSEvent>& event) override;
 
  protected:
+  // The cell stands for the control.
+  std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
   virtual Ref<NSCell> makeCell() { return make<NSCell>(); }
   virtual Ref<NSCell> makeCell(NSCoder& coder) { return make<NSCell>(coder); }
   // A press that the cell tracked has ended over the control.

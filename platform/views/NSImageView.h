@@ -46,6 +46,8 @@ class NSImageView : public NSView {
   CGRect imageRectForSize(CGSize size) const;
   CGSize intrinsicContentSize() const override;
   void drawRect(CGRect rect) override;
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(NSAccessibilityImageRole); }
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;

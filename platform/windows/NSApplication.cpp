@@ -55,6 +55,13 @@ std::vector<Ref<NSWindow>> NSApplication::windows() const {
   return result;
 }
 
+std::optional<AccessibilityElements> NSApplication::accessibilityOwnChildren() const {
+  AccessibilityElements result;
+  for (const Ref<NSWindow>& window : windows())
+    if (window->isVisible() && window->accessibilityParent().get() == this) result.push_back(window);
+  return result;
+}
+
 void NSApplication::windowKeyStatusChanged(NSWindow& window, bool isKey) {
   if (isKey) {
     keyWindow_ = refTo(window);

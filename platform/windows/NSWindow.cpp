@@ -125,7 +125,10 @@ void NSWindow::orderFront(NSObject*) {
 void NSWindow::orderOut(NSObject*) {
   const Ref<NSWindow> held = refTo(*this);
   if (NSWindow* parent = parentWindow(); parent && parent->isVisible()) parent->children_.childWasShown(*this, false);
-  if (std::exchange(isVisible_, false)) children_.parentWasHidden();
+  if (std::exchange(isVisible_, false)) {
+    children_.parentWasHidden();
+    NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held), NSAccessibilityUIElementDestroyedNotification);
+  }
   if (native_) native_->hide();
   nativeKeyStatusChanged(false);
 }
@@ -169,6 +172,12 @@ NSResponder* NSWindow::nextResponder() const {
   return controller_.lock().get();
 }
 
+Ref<NSObject> NSWindow::accessibilityParent() const { return NSApp; }
+
+std::optional<AccessibilityElements> NSWindow::accessibilityOwnChildren() const {
+  return contentView_ ? AccessibilityElements{contentView_} : AccessibilityElements{};
+}
+
 void NSWindow::setTitle(std::string title) {
   title_ = std::move(title);
   if (native_) native_->setTitle(title_);
@@ -188,6 +197,9 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
   if (wanted == this) return true;
   if (!wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
   firstResponder_ = wanted;
+  // A control's element is its cell.
+  NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held),
+                                  NSAccessibilityFocusedUIElementChangedNotification);
   return true;
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/accessibility/NSAccessibility.h"
 #include "platform/backend/Backend.h"
 #include "platform/events/PointerTracking.h"
 #include "platform/events/NSResponder.h"
@@ -29,7 +30,7 @@ enum NSWindowStyleMask : std::uint32_t {
 enum NSBackingStoreType { NSBackingStoreBuffered = 2 };
 enum NSWindowOrderingMode { NSWindowBelow = -1, NSWindowOut = 0, NSWindowAbove = 1 };
 
-class NSWindow : public NSResponder, private backend::WindowClient {
+class NSWindow : public NSResponder, public NSAccessibility, private backend::WindowClient {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -105,10 +106,20 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   void invalidateRect(CGRect rect);
   void displayIfNeeded();
 
+  // Its parent is the application, its child the content view.
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(NSAccessibilityWindowRole); }
+  std::string accessibilityTitle() const override { return title_; }
+  CGRect accessibilityFrame() const override { return frame_; }
+  Ref<NSObject> accessibilityParent() const override;
+
   // A backend that already has the native side of a window, such as a widget of a host, gives it here.
   void adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native);
   backend::NativeWindow* nativeWindow() const { return native_.get(); }
   backend::WindowClient& windowClient() { return *this; }
+
+ protected:
+  std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
 
  private:
   friend class ChildWindows;
