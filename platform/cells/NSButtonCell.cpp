@@ -42,7 +42,7 @@ std::string NSButtonCell::accessibilityRole() const {
 }
 
 AccessibilityValue NSButtonCell::accessibilityValue() const {
-  return buttonType_ == NSButtonType::Toggle ? AccessibilityValue(double{state()}) : AccessibilityValue();
+  return buttonType_ == NSButtonType::Toggle ? AccessibilityValue(static_cast<double>(state())) : AccessibilityValue();
 }
 
 std::vector<std::string> NSButtonCell::accessibilityActionNames() const {

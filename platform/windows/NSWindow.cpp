@@ -125,6 +125,7 @@ void NSWindow::orderFront(NSObject*) {
 void NSWindow::orderOut(NSObject*) {
   const Ref<NSWindow> held = refTo(*this);
   if (NSWindow* parent = parentWindow(); parent && parent->isVisible()) parent->children_.childWasShown(*this, false);
+  tracking_.windowWasHidden();
   if (std::exchange(isVisible_, false)) {
     children_.parentWasHidden();
     NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held), NSAccessibilityUIElementDestroyedNotification);
@@ -301,6 +302,7 @@ void NSWindow::dispatchMouse(const Ref<NSEvent>& event) {
   const std::optional<ButtonHandlers> handlers = buttonHandlers(event->type());
   if (!handlers) return;
 
+  const bool wasVisible = isVisible_;
   Press& press = pressed_[handlers->button];
   Ref<NSView> receiver = press.view.lock();
   switch (handlers->phase) {
@@ -313,8 +315,8 @@ void NSWindow::dispatchMouse(const Ref<NSEvent>& event) {
     case Phase::Up: press = {}; break;
   }
   if (receiver && receiver->window() == this) (receiver.get()->*handlers->handler)(event);
-  // Entries that the press held back come with its release.
-  if (handlers->phase == Phase::Up) tracking_.pointerMoved(event, isButtonDown());
+  // Entries that the press held back come with its release, unless that has hidden the window.
+  if (handlers->phase == Phase::Up && isVisible_ == wasVisible) tracking_.pointerMoved(event, isButtonDown());
 }
 
 void NSWindow::dispatchKey(const Ref<NSEvent>& event) {
