@@ -3,6 +3,7 @@
 
 #include "uikit/interfaceFileClasses.h"
 #include "uikit/stylekit/Routines.h"
+#include "uikit/stylekit/TessalunaLogo.h"
 #include "uikit/stylekit/TessalunaStyleKit.h"
 #include "uikit/suggestions/FlatTextFieldCell.h"
 #include "uikit/suggestions/HighlightingView.h"

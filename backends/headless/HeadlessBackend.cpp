@@ -81,4 +81,15 @@ void HeadlessBackend::windowGoes(HeadlessWindow& window) {
   if (keyWindow_ == &window) keyWindow_ = nullptr;
 }
 
+void HeadlessBackend::popUpMenu(NativeWindow&, CGPoint at, std::vector<MenuEntry> entries,
+                                std::function<void(std::optional<std::size_t>)> chosen) {
+  openMenu_ = OpenMenu{at, std::move(entries), std::move(chosen)};
+}
+
+void HeadlessBackend::chooseFromMenu(std::optional<std::size_t> entry) {
+  if (!openMenu_) return;
+  const OpenMenu menu = *std::exchange(openMenu_, std::nullopt);
+  menu.chosen(entry);
+}
+
 }  // namespace backend::headless

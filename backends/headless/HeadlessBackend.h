@@ -50,6 +50,17 @@ class HeadlessBackend : public Backend {
   HeadlessTextEngine& textEngine() { return textEngine_; }
   // Binary "netpbm" pictures of eight bits: P6, and P7 (PAM) with the tuple types RGB and RGB_ALPHA.
   std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
+  // The menu that is open, until a test chooses from it; absent if none was opened.
+  struct OpenMenu {
+    CGPoint at;  // in the base space of its window
+    std::vector<MenuEntry> entries;
+    std::function<void(std::optional<std::size_t>)> chosen;
+  };
+  const std::optional<OpenMenu>& openMenu() const { return openMenu_; }
+  void chooseFromMenu(std::optional<std::size_t> entry);
+  void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
+                 std::function<void(std::optional<std::size_t>)> chosen) override;
+
   double now() const override { return clock_.now(); }
   void callAfter(double seconds, std::function<void()> block) override { clock_.callAfter(seconds, std::move(block)); }
 
@@ -62,6 +73,7 @@ class HeadlessBackend : public Backend {
 
   VirtualClock clock_;
   HeadlessTextEngine textEngine_;
+  std::optional<OpenMenu> openMenu_;
   std::vector<Screen> screens_;
   std::map<SystemColor, Color> systemColors_;
   CGPoint mouseLocation_;

@@ -1,6 +1,10 @@
 #include "backends/headless/HeadlessWindow.h"
 
+#include <cmath>
+
 #include "backends/headless/HeadlessBackend.h"
+#include "backends/headless/TeeCanvas.h"
+#include "backends/raster/RasterCanvas.h"
 #include "backends/recording/RecordingCanvas.h"
 #include "platform/foundation/stopProgram.h"
 #include "platform/windows/NSWindow.h"
@@ -17,6 +21,7 @@ HeadlessWindow::HeadlessWindow(HeadlessBackend& backend, WindowClient& client, c
                                Pictures pictures)
     : backend_(&backend), client_(client), options_(options), pictures_(pictures), frame_(options.content) {
   if (const std::optional<Screen> place = screen()) scale_ = place->scale;
+  makePicture();
 }
 
 HeadlessWindow::~HeadlessWindow() {
@@ -31,16 +36,26 @@ std::optional<Screen> HeadlessWindow::screen() const {
   return std::nullopt;
 }
 
+void HeadlessWindow::makePicture() {
+  if (pictures_ == Pictures::RecordedOnly) return;
+  constexpr double noise = 1e-6;  // of a size that is whole device pixels
+  const auto pixels = [this](double points) { return static_cast<int>(std::ceil(points * scale_ - noise)); };
+  picture_ = raster::Bitmap::make(pixels(frame_.size.width), pixels(frame_.size.height));
+}
+
 // Off all screens a window keeps the scale that it had.
 void HeadlessWindow::placeDidChange() {
   const std::optional<Screen> place = screen();
   if (!place || place->scale == scale_) return;
   scale_ = place->scale;
+  makePicture();
   client_.nativeScaleChanged();
 }
 
 void HeadlessWindow::setFrame(CGRect content) {
+  const bool isResized = content.size != frame_.size;
   frame_ = content;
+  if (isResized) makePicture();
   placeDidChange();
 }
 
@@ -65,9 +80,15 @@ void HeadlessWindow::requestKey() {
 }
 
 void HeadlessWindow::paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) {
-  recording::RecordingCanvas canvas;
-  painter(canvas);
-  paints_.push_back({{dirty.begin(), dirty.end()}, canvas.lines()});
+  recording::RecordingCanvas recording;
+  if (picture_) {
+    raster::RasterCanvas pixels(*picture_, {.scale = scale_});
+    TeeCanvas both(pixels, recording);
+    painter(both);
+  } else {
+    painter(recording);
+  }
+  paints_.push_back({{dirty.begin(), dirty.end()}, recording.lines()});
 }
 
 }  // namespace backend::headless

@@ -2,9 +2,11 @@
 // the desktop was asked for pictures, as pixels.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "backends/raster/Bitmap.h"
 #include "platform/backend/Backend.h"
 #include "platform/views/Forward.h"
 
@@ -40,6 +42,9 @@ class HeadlessWindow : public NativeWindow {
   // What was painted, the earliest first.
   const std::vector<Paint>& paints() const { return paints_; }
   void forgetPaints() { paints_.clear(); }
+  // The kept picture, as large as the content in whole device pixels; transparent where nothing was painted yet. Absent
+  // where only recordings were asked for.
+  const raster::Bitmap* picture() const { return picture_ ? &*picture_ : nullptr; }
 
   // What the user or the desktop does to it.
   void moveByUser(CGRect content);
@@ -61,6 +66,7 @@ class HeadlessWindow : public NativeWindow {
  private:
   friend class HeadlessBackend;
   void placeDidChange();
+  void makePicture();
 
   HeadlessBackend* backend_;  // absent when it has gone first
   WindowClient& client_;
@@ -73,6 +79,7 @@ class HeadlessWindow : public NativeWindow {
   HeadlessWindow* parent_ = nullptr;
   bool isVisible_ = false, isDisplayScheduled_ = false;
   std::vector<Paint> paints_;
+  std::optional<raster::Bitmap> picture_;
 };
 
 }  // namespace backend::headless

@@ -38,4 +38,9 @@ void RasterCanvas::fillGradient(const Path& path, FillRule rule, const LinearGra
   studio_->fillGradient(path, rule, gradient);
 }
 
+void RasterCanvas::drawGlyphs(const GlyphRun& run, CGPoint origin) { studio_->drawGlyphs(run, origin); }
+void RasterCanvas::drawImage(const ImagePixels& image, CGRect source, CGRect destination) {
+  studio_->drawImage(image, source, destination);
+}
+
 }  // namespace backend::raster

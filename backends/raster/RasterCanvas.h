@@ -47,6 +47,9 @@ class RasterCanvas final : public Canvas {
   void fillPath(const Path& path, FillRule rule) override;
   void strokePath(const Path& path, const StrokeStyle& style) override;
   void fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) override;
+  // Glyphs stand on whole rows of pixels and to a quarter of a pixel across.
+  void drawGlyphs(const GlyphRun& run, CGPoint origin) override;
+  void drawImage(const ImagePixels& image, CGRect source, CGRect destination) override;
 
  private:
   class Studio;

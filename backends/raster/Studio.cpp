@@ -87,9 +87,8 @@ PixelRect RasterCanvas::Studio::neededBox(const std::optional<CastShadow>& shado
   return clip.united(source);
 }
 
-void RasterCanvas::Studio::flatten(const Path& path, const DeviceRect& visible) {
-  Flattener<Polygons>({.visible = visible, .tolerance = chordTolerance}, polygons_)
-      .add(path, state_.toDevice);
+void RasterCanvas::Studio::flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible) {
+  Flattener<Polygons>({.visible = visible, .tolerance = chordTolerance}, polygons_).add(path, transform);
 }
 
 void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {

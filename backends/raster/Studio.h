@@ -4,8 +4,10 @@
 #pragma once
 
 #include "backends/raster/Blur.h"
+#include "backends/raster/GlyphCache.h"
 #include "backends/raster/Painter.h"
 #include "backends/raster/RasterCanvas.h"
+#include "backends/raster/Resampler.h"
 #include "backends/raster/Stroker.h"
 
 namespace backend::raster {
@@ -32,6 +34,8 @@ class RasterCanvas::Studio {
   void fill(const Path& path, FillRule rule);
   void stroke(const Path& path, const StrokeStyle& style);
   void fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient);
+  void drawGlyphs(const GlyphRun& run, CGPoint origin);
+  void drawImage(const ImagePixels& image, CGRect source, CGRect destination);
 
  private:
   struct OpenLayer {
@@ -47,7 +51,13 @@ class RasterCanvas::Studio {
   Surface surface();
   std::optional<CastShadow> castShadow() const;
   PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
-  void flatten(const Path& path, const DeviceRect& visible);
+  void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
+  void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
+  void fillGlyphs(const GlyphRun& run, CGPoint origin);
+  const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
+  void resample(const ImagePixels& image, const PixelRect& box, Layer& pixels);
+  static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source,
+                           const PixelRect& box, Layer& pixels);
   void paintPolygons(FillRule rule, const Source& source, const std::optional<CastShadow>& shadow);
   void paintShadowOfPolygons(FillRule rule, const Source& source, const CastShadow& shadow);
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
@@ -69,6 +79,8 @@ class RasterCanvas::Studio {
   Blur blur_;
   Plane cast_, blurred_;
   ClipMaskPool masks_;
+  GlyphCache glyphs_;
+  Resampler across_, down_;
   Painter::Memory painterMemory_;
 };
 

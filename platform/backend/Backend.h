@@ -67,6 +67,13 @@ struct WindowOptions {
   bool canBecomeKey = true;
 };
 
+struct MenuEntry {
+  std::string title;
+  bool isEnabled = true;
+  bool isChecked = false;
+  bool isSeparator = false;
+};
+
 class Backend {
  public:
   Backend();
@@ -81,6 +88,11 @@ class Backend {
   virtual std::vector<Screen> screens() const = 0;  // the primary one first
   virtual CGPoint mouseLocation() const = 0;        // screen space
   virtual Color systemColor(SystemColor color) const { return defaultSystemColor(color); }
+
+  // Opens a menu with its upper left corner at a point of the window's base space, and returns at once. `chosen` is called
+  // later, with the number of the entry, or absent if none was chosen.
+  virtual void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
+                         std::function<void(std::optional<std::size_t>)> chosen) = 0;
 
   virtual const TextEngine& textEngine() const = 0;
   // The picture that the bytes hold; absent if they hold none, are cut off, or claim too many pixels.

@@ -60,20 +60,24 @@ void NSImage::drawInRect(CGRect rect, const Drawing& drawing) {
   const Ref<NSGraphicsContext> graphics = NSGraphicsContext::currentContext();
   if (!graphics || NSIsEmptyRect(rect) || NSIsEmptyRect({{}, size_})) return;
   CGContext& context = graphics->CGContext();
+  const bool isWhole = drawing.fromRect == NSZeroRect;
+  const bool isTurned = graphics->isFlipped() && drawing.respectFlipped;
+  // Where it does not simply lie over what is there, it is drawn as one picture.
+  const bool isPlain = drawing.operation == NSCompositingOperationSourceOver && drawing.fraction >= 1;
+  if (isWhole && isPlain && !isTurned) {
+    drawInContext(context, rect);
+    return;
+  }
   const GraphicsStateScope state(context);
-  if (graphics->isFlipped() && drawing.respectFlipped)
-    context.concat({1, 0, 0, -1, 0, 2 * rect.origin.y + rect.size.height});
+  if (isTurned) context.concat({1, 0, 0, -1, 0, 2 * rect.origin.y + rect.size.height});
 
   // The part fills the rectangle, so the whole image fills a larger one around it.
-  const bool isWhole = drawing.fromRect == NSZeroRect;
   const CGRect part = isWhole ? CGRect{{}, size_} : drawing.fromRect;
   if (NSIsEmptyRect(part)) return;
   const CGFloat xScale = rect.size.width / part.size.width, yScale = rect.size.height / part.size.height;
   const CGRect whole{rect.origin.x - part.origin.x * xScale, rect.origin.y - part.origin.y * yScale,
                      size_.width * xScale, size_.height * yScale};
 
-  // As one picture where it does not simply lie over what is there.
-  const bool isPlain = drawing.operation == NSCompositingOperationSourceOver && drawing.fraction >= 1;
   if (!isWhole || !isPlain) context.clipRect(rect);
   if (isPlain) {
     drawInContext(context, whole);

@@ -46,6 +46,8 @@ constexpr RoutineFlag selectedPressed[] = {{"isSelected", true}, {"isPressed", f
 constexpr RoutineFlag pressedOver[] = {{"isPressed", false}, {"isOver", true}};
 constexpr RoutineFlag pressedOverPlaying[] = {{"isPressed", false}, {"isOver", true}, {"isPlaying", true}};
 constexpr RoutineFlag selectedPressedOver[] = {{"isSelected", true}, {"isPressed", false}, {"isOver", true}};
+constexpr RoutineFlag enabledOnly[] = {{"enabled", true}};
+constexpr RoutineFlag white[] = {{"isWhite", false}};
 constexpr std::span<const RoutineFlag> noFlags;
 
 using enum RoutineFamily;
@@ -116,6 +118,99 @@ constexpr Routine table[] = {
     {"CreditsButton", InfoButtonGlyphs, "frame", {0, 0, 20, 20}, pressed,
      drawing<&Kit::drawCreditsButtonWithFrame>, imaging<&Kit::drawCreditsButtonWithFrame>,
      [] { Kit::drawCreditsButton(); }, [] { return Kit::imageOfCreditsButton(); }},
+
+    {"EmptyAlbumImage", Placeholders, "frame", {5, 3, 200, 200}, noFlags,
+     drawing<&Kit::drawEmptyAlbumImageWithFrame>, nullptr, [] { Kit::drawEmptyAlbumImage(); }, nullptr},
+    {"MissingAlbumArt", Placeholders, "frame", {0, 0, 200, 200}, noFlags,
+     drawing<&Kit::drawMissingAlbumArtWithFrame>, imaging<&Kit::drawMissingAlbumArtWithFrame>,
+     [] { Kit::drawMissingAlbumArt(); }, [] { return Kit::imageOfMissingAlbumArt(); }},
+    {"LoadingAlbumArt", Placeholders, "frame", {0, 0, 200, 200}, noFlags,
+     drawing<&Kit::drawLoadingAlbumArtWithFrame>, imaging<&Kit::drawLoadingAlbumArtWithFrame>,
+     [] { Kit::drawLoadingAlbumArt(); }, [] { return Kit::imageOfLoadingAlbumArt(); }},
+    {"IconAlbum", Placeholders, "frame", {0, 0, 50, 50}, noFlags,
+     drawing<&Kit::drawIconAlbumWithFrame>, imaging<&Kit::drawIconAlbumWithFrame>,
+     [] { Kit::drawIconAlbum(); }, [] { return Kit::imageOfIconAlbum(); }},
+
+    {"MqaLogo", FormatAndServiceBadges, "buttonFrame", {0, 0, 65, 18}, enabledOnly,
+     drawing<&Kit::drawMqaLogoWithButtonFrame>, imaging<&Kit::drawMqaLogoWithButtonFrame>,
+     [] { Kit::drawMqaLogo(); }, [] { return Kit::imageOfMqaLogo(); }},
+    {"HighResAudioLogo", FormatAndServiceBadges, "frame", {0, 0, 200, 200}, noFlags,
+     drawing<&Kit::drawHighResAudioLogoWithFrame>, imaging<&Kit::drawHighResAudioLogoWithFrame>,
+     [] { Kit::drawHighResAudioLogo(); }, [] { return Kit::imageOfHighResAudioLogo(); }},
+    {"TidalLogoWide", FormatAndServiceBadges, "frame", {0, 0, 835, 332}, noFlags,
+     drawing<&Kit::drawTidalLogoWideWithFrame>, imaging<&Kit::drawTidalLogoWideWithFrame>,
+     [] { Kit::drawTidalLogoWide(); }, [] { return Kit::imageOfTidalLogoWide(); }},
+    {"TidalLogoTall", FormatAndServiceBadges, "frame", {0, 0, 586, 354}, noFlags,
+     drawing<&Kit::drawTidalLogoTallWithFrame>, imaging<&Kit::drawTidalLogoTallWithFrame>,
+     [] { Kit::drawTidalLogoTall(); }, [] { return Kit::imageOfTidalLogoTall(); }},
+    {"TidalLogoSmall", FormatAndServiceBadges, "frame", {0, 0, 150, 150}, noFlags,
+     drawing<&Kit::drawTidalLogoSmallWithFrame>, imaging<&Kit::drawTidalLogoSmallWithFrame>,
+     [] { Kit::drawTidalLogoSmall(); }, [] { return Kit::imageOfTidalLogoSmall(); }},
+
+    {"TidalIconNew", Browse, "frame", {0, 0, 50, 50}, noFlags,
+     drawing<&Kit::drawTidalIconNewWithFrame>, imaging<&Kit::drawTidalIconNewWithFrame>,
+     [] { Kit::drawTidalIconNew(); }, [] { return Kit::imageOfTidalIconNew(); }},
+    {"TidalIconGenres", Browse, "frame", {0, 0, 50, 50}, noFlags,
+     drawing<&Kit::drawTidalIconGenresWithFrame>, imaging<&Kit::drawTidalIconGenresWithFrame>,
+     [] { Kit::drawTidalIconGenres(); }, [] { return Kit::imageOfTidalIconGenres(); }},
+    {"TidalIconMyMusic", Browse, "frame", {0, 0, 50, 50}, noFlags,
+     drawing<&Kit::drawTidalIconMyMusicWithFrame>, imaging<&Kit::drawTidalIconMyMusicWithFrame>,
+     [] { Kit::drawTidalIconMyMusic(); }, [] { return Kit::imageOfTidalIconMyMusic(); }},
+    {"TidalIconRising", Browse, "frame", {0, 0, 50, 50}, noFlags,
+     drawing<&Kit::drawTidalIconRisingWithFrame>, imaging<&Kit::drawTidalIconRisingWithFrame>,
+     [] { Kit::drawTidalIconRising(); }, [] { return Kit::imageOfTidalIconRising(); }},
+    {"TidalIconDiscovery", Browse, "frame", {0, 0, 50, 50}, noFlags,
+     drawing<&Kit::drawTidalIconDiscoveryWithFrame>, imaging<&Kit::drawTidalIconDiscoveryWithFrame>,
+     [] { Kit::drawTidalIconDiscovery(); }, [] { return Kit::imageOfTidalIconDiscovery(); }},
+    {"TidalIconSearch", Browse, "frame", {0, 0, 50, 50}, noFlags,
+     drawing<&Kit::drawTidalIconSearchWithFrame>, imaging<&Kit::drawTidalIconSearchWithFrame>,
+     [] { Kit::drawTidalIconSearch(); }, [] { return Kit::imageOfTidalIconSearch(); }},
+    {"TidalIconPlaylist", Browse, "frame", {0, 0, 50, 50}, noFlags,
+     drawing<&Kit::drawTidalIconPlaylistWithFrame>, imaging<&Kit::drawTidalIconPlaylistWithFrame>,
+     [] { Kit::drawTidalIconPlaylist(); }, [] { return Kit::imageOfTidalIconPlaylist(); }},
+    {"TidalIconAlbum", Browse, "frame", {0, 0, 50, 50}, noFlags,
+     drawing<&Kit::drawTidalIconAlbumWithFrame>, imaging<&Kit::drawTidalIconAlbumWithFrame>,
+     [] { Kit::drawTidalIconAlbum(); }, [] { return Kit::imageOfTidalIconAlbum(); }},
+    {"TidalMusicIcon", Browse, "frame", {0, 0, 100, 100}, noFlags,
+     drawing<&Kit::drawTidalMusicIconWithFrame>, imaging<&Kit::drawTidalMusicIconWithFrame>,
+     [] { Kit::drawTidalMusicIcon(); }, [] { return Kit::imageOfTidalMusicIcon(); }},
+
+    {"MoodRelax", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodRelaxWithFrame>, imaging<&Kit::drawMoodRelaxWithFrame>,
+     [] { Kit::drawMoodRelax(); }, [] { return Kit::imageOfMoodRelax(); }},
+    {"MoodParty", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodPartyWithFrame>, imaging<&Kit::drawMoodPartyWithFrame>,
+     [] { Kit::drawMoodParty(); }, [] { return Kit::imageOfMoodParty(); }},
+    {"MoodWorkout", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodWorkoutWithFrame>, imaging<&Kit::drawMoodWorkoutWithFrame>,
+     [] { Kit::drawMoodWorkout(); }, [] { return Kit::imageOfMoodWorkout(); }},
+    {"MoodLove", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodLoveWithFrame>, imaging<&Kit::drawMoodLoveWithFrame>,
+     [] { Kit::drawMoodLove(); }, [] { return Kit::imageOfMoodLove(); }},
+    {"MoodFocus", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodFocusWithFrame>, imaging<&Kit::drawMoodFocusWithFrame>,
+     [] { Kit::drawMoodFocus(); }, [] { return Kit::imageOfMoodFocus(); }},
+    {"MoodDinner", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodDinnerWithFrame>, imaging<&Kit::drawMoodDinnerWithFrame>,
+     [] { Kit::drawMoodDinner(); }, [] { return Kit::imageOfMoodDinner(); }},
+    {"MoodCelebrities", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodCelebritiesWithFrame>, imaging<&Kit::drawMoodCelebritiesWithFrame>,
+     [] { Kit::drawMoodCelebrities(); }, [] { return Kit::imageOfMoodCelebrities(); }},
+    {"MoodMedia", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodMediaWithFrame>, imaging<&Kit::drawMoodMediaWithFrame>,
+     [] { Kit::drawMoodMedia(); }, [] { return Kit::imageOfMoodMedia(); }},
+    {"MoodSeasonal", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodSeasonalWithFrame>, imaging<&Kit::drawMoodSeasonalWithFrame>,
+     [] { Kit::drawMoodSeasonal(); }, [] { return Kit::imageOfMoodSeasonal(); }},
+    {"MoodHistory", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodHistoryWithFrame>, imaging<&Kit::drawMoodHistoryWithFrame>,
+     [] { Kit::drawMoodHistory(); }, [] { return Kit::imageOfMoodHistory(); }},
+    {"MoodCharts", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodChartsWithFrame>, imaging<&Kit::drawMoodChartsWithFrame>,
+     [] { Kit::drawMoodCharts(); }, [] { return Kit::imageOfMoodCharts(); }},
+    {"MoodEvents", Mood, "frame", {0, 0, 200, 200}, white,
+     drawing<&Kit::drawMoodEventsWithFrame>, imaging<&Kit::drawMoodEventsWithFrame>,
+     [] { Kit::drawMoodEvents(); }, [] { return Kit::imageOfMoodEvents(); }},
 };
 // clang-format on
 
@@ -135,6 +230,10 @@ std::string_view familyName(RoutineFamily family) {
     case AlbumOverlays: return "Album overlays";
     case TrackRow: return "Track row";
     case InfoButtonGlyphs: return "Info buttons";
+    case Placeholders: return "Cover placeholders";
+    case FormatAndServiceBadges: return "Badges";
+    case Browse: return "Browse icons";
+    case Mood: return "Mood icons";
   }
   unreachable();
 }

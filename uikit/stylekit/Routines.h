@@ -1,5 +1,5 @@
-// The description of all draw routines of the kit, one table: tools, the gallery and tests read it, so that a new glyph
-// shows up everywhere with its one row.
+// The description of all draw routines of the kit, one table: tools, the gallery and tests read it, so that a
+// new glyph shows up everywhere with its one row.
 #pragma once
 
 #include <optional>
@@ -13,7 +13,17 @@
 namespace TessalunaUIKit {
 
 // Which glyphs belong together; one source file each.
-enum class RoutineFamily { ArrowsAndCrosses, Transport, AlbumOverlays, TrackRow, InfoButtonGlyphs };
+enum class RoutineFamily {
+  ArrowsAndCrosses,
+  Transport,
+  AlbumOverlays,
+  TrackRow,
+  InfoButtonGlyphs,
+  Placeholders,
+  FormatAndServiceBadges,
+  Browse,
+  Mood
+};
 std::string_view familyName(RoutineFamily family);  // "Arrows and crosses"
 
 struct RoutineFlag {
@@ -29,15 +39,16 @@ struct Routine {
   std::span<const RoutineFlag> flags;  // in the order of the arguments
   // With one value for each flag.
   void (*draw)(platform::CGRect frame, std::span<const bool> flags) = nullptr;
-  platform::Ref<platform::NSImage> (*image)(platform::CGSize size, std::span<const bool> flags) = nullptr;  // or absent
+  platform::Ref<platform::NSImage> (*image)(platform::CGSize size,
+                                            std::span<const bool> flags) = nullptr;  // or absent
   // With all arguments left to their defaults.
   void (*drawByDefault)() = nullptr;
   platform::Ref<platform::NSImage> (*imageByDefault)() = nullptr;
 
-  std::string member() const;                         // "drawLeftArrow"
-  std::string selector() const;                       // "drawLeftArrowWithFrame:enabled:isPressed:"
-  std::optional<std::string> imageMember() const;     // "imageOfLeftArrow"
-  std::optional<std::string> imageSelector() const;   // "imageOfLeftArrowWithImageSize:enabled:isPressed:"
+  std::string member() const;                        // "drawLeftArrow"
+  std::string selector() const;                      // "drawLeftArrowWithFrame:enabled:isPressed:"
+  std::optional<std::string> imageMember() const;    // "imageOfLeftArrow"
+  std::optional<std::string> imageSelector() const;  // "imageOfLeftArrowWithImageSize:enabled:isPressed:"
 };
 
 // In the order of their families.

@@ -17,7 +17,14 @@ struct SnappedEdge {
   double fraction = 0;
   double constant = 0.5;  // 0.5 rounds to the nearest point, 0 puts the edge on a half point
 
-  double in(double size) const { return std::floor(size * fraction + constant) + (0.5 - constant); }
+  double wholePart(double size) const { return std::floor(size * fraction + constant); }
+  double rest() const { return 0.5 - constant; }
+  double in(double size) const { return wholePart(size) + rest(); }
+
+  // The distance to another edge. Whole points are taken from whole points first, which is exact.
+  double distanceTo(const SnappedEdge& other, double size) const {
+    return (other.wholePart(size) - wholePart(size)) + (other.rest() - rest());
+  }
 };
 
 struct SnappedEdges {
@@ -26,9 +33,8 @@ struct SnappedEdges {
 
 inline platform::CGRect snappedRect(platform::CGRect frame, const SnappedEdges& edges) {
   const double width = CGRectGetWidth(frame), height = CGRectGetHeight(frame);
-  const double left = edges.left.in(width), bottom = edges.bottom.in(height);
-  return {CGRectGetMinX(frame) + left, CGRectGetMinY(frame) + bottom, edges.right.in(width) - left,
-          edges.top.in(height) - bottom};
+  return {CGRectGetMinX(frame) + edges.left.in(width), CGRectGetMinY(frame) + edges.bottom.in(height),
+          edges.left.distanceTo(edges.right, width), edges.bottom.distanceTo(edges.top, height)};
 }
 
 }  // namespace TessalunaUIKit

@@ -1,5 +1,5 @@
-// The artwork of the player as code. Each picture is a static routine that takes a frame and state flags and paints vector
-// shapes into the current graphics context:
+// The artwork of the player as code. Each picture is a static routine that takes a frame and state flags and
+// paints vector shapes into the current graphics context:
 //
 //   TessalunaStyleKit::drawLeftArrow({10, 20, 24, 24}, /*enabled=*/true, /*isPressed=*/false);
 //
@@ -7,14 +7,19 @@
 //
 //   auto image = TessalunaStyleKit::imageOfLeftArrow();
 //
-// Frames are in points and never checked or clamped; the y axis grows upward. A routine keeps nothing and looks at nothing
-// but its arguments. The routines stand in one header for each family; Routines.h describes them all.
+// Frames are in points and never checked or clamped; the y axis grows upward. A routine keeps nothing and
+// looks at nothing but its arguments. The routines stand in one header for each family; Routines.h describes
+// them all.
 #pragma once
 
 #include "platform/foundation/NSObject.h"
+#include "uikit/stylekit/AlbumArtPlaceholders.h"
 #include "uikit/stylekit/AlbumOverlayGlyphs.h"
 #include "uikit/stylekit/ArrowAndCloseGlyphs.h"
+#include "uikit/stylekit/Badges.h"
+#include "uikit/stylekit/BrowseIcons.h"
 #include "uikit/stylekit/InfoButtons.h"
+#include "uikit/stylekit/MoodIcons.h"
 #include "uikit/stylekit/TrackRowGlyphs.h"
 #include "uikit/stylekit/TransportGlyphs.h"
 #include "uikit/stylekit/image_factory.h"
@@ -29,7 +34,11 @@ class TessalunaStyleKit : public platform::NSObject,
                           public TransportGlyphs,
                           public AlbumOverlayGlyphs,
                           public TrackRowGlyphs,
-                          public InfoButtons {
+                          public InfoButtons,
+                          public AlbumArtPlaceholders,
+                          public Badges,
+                          public BrowseIcons,
+                          public MoodIcons {
  public:
   using CGRect = platform::CGRect;
   using CGSize = platform::CGSize;

@@ -1,0 +1,93 @@
+#include "backends/raster/Studio.h"
+
+namespace backend::raster {
+
+namespace {
+
+class MaskWriter {
+ public:
+  explicit MaskWriter(GlyphMask& mask) : mask_(mask) {}
+  void even(int x, int y, int count, float coverage) { std::fill_n(at(x, y), count, coverage); }
+  void varied(int x, int y, int count, const float* coverage) { std::copy_n(coverage, count, at(x, y)); }
+
+ private:
+  float* at(int x, int y) {
+    return mask_.coverage.data() + std::size_t(y - mask_.box.top) * std::size_t(mask_.box.width()) +
+           (x - mask_.box.left);
+  }
+  GlyphMask& mask_;
+};
+
+// The scale of a transform under which text stands upright and undistorted; 0 for any other.
+double uprightScale(const CGAffineTransform& t) {
+  const bool isUpright = t.b == 0 && t.c == 0 && t.a > 0 && std::abs(t.a + t.d) <= 1e-9 * t.a;
+  return isUpright ? t.a : 0;
+}
+
+}  // namespace
+
+void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
+  const PixelRect& clip = state_.clip.box;
+  if (clip.isEmpty() || !run.typeface) return;
+  const double scale = uprightScale(state_.toDevice);
+  // A shadow is that of the whole run, and a glyph that is turned or stretched is as good as any other shape.
+  if (scale == 0 || castShadow() || state_.blendMode != BlendMode::Normal) return fillGlyphs(run, origin);
+
+  const Source source{.color = premultiplied(state_.fillColor, state_.alpha)};
+  const Painting painting{surface(), source, state_.blendMode, state_.clip};
+  for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+    const CGPoint place =
+        state_.toDevice.apply({origin.x + run.positions[i].x, origin.y + run.positions[i].y});
+    if (!(std::abs(place.x) < 1e8 && std::abs(place.y) < 1e8)) continue;
+    const int quarters = int(std::floor(place.x * 4 + 0.5)), column = quarters >> 2;
+    const int row = int(std::floor(place.y + 0.5));
+    const GlyphMask* mask = maskOf({run.typeface.get(), run.glyphs[i], quarters & 3, scale}, run.typeface);
+    if (!mask) return fillGlyphs(run, origin);
+    const PixelRect box{mask->box.left + column, mask->box.top + row, mask->box.right + column,
+                        mask->box.bottom + row};
+    if (box.intersected(clip).isEmpty()) continue;
+    Painter painter(painting, box, painterMemory_);
+    const PixelRect& painted = painter.box();
+    for (int y = painted.top; y < painted.bottom; ++y) {
+      const float* coverage = mask->coverage.data() + std::size_t(y - box.top) * std::size_t(box.width());
+      painter.varied(painted.left, y, painted.width(), coverage + (painted.left - box.left));
+    }
+    painter.finish();
+  }
+}
+
+// Null for a glyph too large to be kept.
+const GlyphMask* RasterCanvas::Studio::maskOf(const GlyphPlace& place,
+                                              const std::shared_ptr<const Typeface>& typeface) {
+  if (const GlyphMask* kept = glyphs_.find(place)) return kept;
+  const Path outline = typeface->outline(place.glyph);
+  const CGAffineTransform toPixels{place.scale, 0, 0, -place.scale, place.quarter * 0.25, 0};
+  const double most = GlyphCache::mostMaskSide;
+  const DeviceRect around{-most, -most, most, most};
+  polygons_.clear();
+  flatten(outline, toPixels, around);
+  GlyphMask mask;
+  mask.box = polygons_.bounds().roundedOut();
+  if (!mask.box.isEmpty()) {
+    if (mask.box.width() > GlyphCache::mostMaskSide || mask.box.height() > GlyphCache::mostMaskSide) return nullptr;
+    mask.coverage.assign(std::size_t(mask.box.width()) * std::size_t(mask.box.height()), 0.0f);
+    if (!addPolygons(mask.box, {}, FillRule::NonZero)) return nullptr;
+    MaskWriter writer(mask);
+    coverage_.sweep(writer);
+  }
+  return &glyphs_.keep(place, typeface, std::move(mask));
+}
+
+void RasterCanvas::Studio::fillGlyphs(const GlyphRun& run, CGPoint origin) {
+  const std::optional<CastShadow> shadow = castShadow();
+  const DeviceRect needed = DeviceRect::of(neededBox(shadow));
+  polygons_.clear();
+  for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+    const CGPoint place{origin.x + run.positions[i].x, origin.y + run.positions[i].y};
+    flatten(run.typeface->outline(run.glyphs[i]),
+            CGAffineTransform::translation(place.x, place.y).then(state_.toDevice), needed);
+  }
+  paintPolygons(FillRule::NonZero, {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
+}
+
+}  // namespace backend::raster

@@ -1,0 +1,20 @@
+// Tracks that nobody has recorded: titles, artists and lengths made up from a seed, the same at every start.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+struct Track {
+  std::string title;
+  std::string artists;
+  int seconds = 0;
+  bool isFavorite = false;
+};
+
+std::vector<Track> generatedTracks(std::size_t count, std::uint32_t seed = 1);
+std::string lengthText(int seconds);  // "3:07"
+
+}  // namespace gallery

@@ -1,0 +1,125 @@
+#include "gallery/tracks/TrackListHost.h"
+
+#include "platform/menus/NSMenu.h"
+
+namespace gallery {
+
+using namespace platform;
+using namespace TessalunaUIKit;
+
+const Selector TrackListHost::selectors_[] = {
+    action<&TrackListHost::playFromMenu>("playFromMenu:"),
+    action<&TrackListHost::toggleFavoriteFromMenu>("toggleFavoriteFromMenu:")};
+const ClassInfo TrackListHost::staticClassInfo{.name = "gallery.TrackListHost",
+                                               .base = &NSObject::staticClassInfo,
+                                               .selectors = TrackListHost::selectors_};
+
+TrackListHost::TrackListHost(std::vector<Track> tracks)
+    : tracks_(std::move(tracks)),
+      scrollView_(make<NSScrollView>(CGRect{0, 0, 900, 600})),
+      table_(make<NSTableView>(CGRect{0, 0, 888, 0})) {
+  scrollView_->setHasVerticalScroller(true);
+  table_->setAutoresizingMask(NSViewWidthSizable);
+  scrollView_->setDocumentView(table_);
+}
+
+void TrackListHost::didInit() {
+  NSObject::didInit();
+  table_->setDataSource(refTo(*this));
+  table_->setDelegate(refTo(*this));
+  table_->reloadData();
+}
+
+void TrackListHost::close() {
+  scrollView_->setDocumentView(nullptr);
+  scrollView_->removeFromSuperview();
+  scrollView_ = nullptr;
+  table_ = nullptr;
+}
+
+std::size_t TrackListHost::numberOfRowsInTableView(NSTableView&) { return tracks_.size(); }
+
+Ref<NSView> TrackListHost::tableViewViewForRow(NSTableView& table, std::size_t row) {
+  auto view = std::dynamic_pointer_cast<TrackRowView>(table.makeViewWithIdentifier("track"));
+  if (!view) {
+    view = make<TrackRowView>(refTo(*this));
+    table.setIdentifier(view, "track");
+  }
+  view->show(row + 1, tracks_[row]);
+  view->setHasMouse(hovered_ == row);
+  view->setPlaying(current_ == row, current_ == row && isPlaying_);
+  return view;
+}
+
+void TrackListHost::updateRow(std::size_t row) {
+  const auto view = std::dynamic_pointer_cast<TrackRowView>(table_->viewAtRow(row));
+  if (!view) return;
+  view->setHasMouse(hovered_ == row);
+  view->setPlaying(current_ == row, current_ == row && isPlaying_);
+  view->setFavorite(tracks_[row].isFavorite);
+}
+
+void TrackListHost::tableViewHoveredRowDidChange(NSTableView&, std::optional<std::size_t> row) {
+  const std::optional<std::size_t> earlier = std::exchange(hovered_, row);
+  if (earlier) updateRow(*earlier);
+  if (row) updateRow(*row);
+}
+
+void TrackListHost::tableViewSelectionDidChange(NSTableView& table) {
+  report(std::to_string(table.selectedRowIndexes().count()) + " selected");
+}
+
+void TrackListHost::tableViewRowWasDoubleClicked(NSTableView&, std::size_t row) { play(row); }
+
+void TrackListHost::trackRowPlayButtonClicked(TrackRowPlayButton& button) {
+  if (const auto row = table_->rowForView(button)) play(*row);
+}
+
+void TrackListHost::trackRowFavoriteButtonClicked(TrackRowFavoriteButton& button) {
+  if (const auto row = table_->rowForView(button)) toggleFavorite(*row);
+}
+
+void TrackListHost::trackRowMoreButtonClicked(TrackRowMoreButton& button) {
+  menuRow_ = table_->rowForView(button);
+  if (!menuRow_) return;
+  const auto menu = make<NSMenu>();
+  const WeakRef<NSObject> self = shared_from_this();
+  menu->addItem({.title = current_ == menuRow_ && isPlaying_ ? "Pause" : "Play",
+                 .action = "playFromMenu:",
+                 .target = self});
+  menu->addItem({.title = "Favorite",
+                 .action = "toggleFavoriteFromMenu:",
+                 .target = self,
+                 .isOn = tracks_[*menuRow_].isFavorite});
+  menu->popUpInView(button, {0, 0});
+  report("more of track " + std::to_string(*menuRow_ + 1));
+}
+
+void TrackListHost::playFromMenu(NSObject*) {
+  if (menuRow_) play(*menuRow_);
+}
+
+void TrackListHost::toggleFavoriteFromMenu(NSObject*) {
+  if (menuRow_) toggleFavorite(*menuRow_);
+}
+
+void TrackListHost::play(std::size_t row) {
+  const std::optional<std::size_t> earlier = current_;
+  isPlaying_ = earlier == row ? !isPlaying_ : true;
+  current_ = row;
+  if (earlier) updateRow(*earlier);
+  updateRow(row);
+  report((isPlaying_ ? "playing " : "paused ") + tracks_[row].title);
+}
+
+void TrackListHost::toggleFavorite(std::size_t row) {
+  tracks_[row].isFavorite = !tracks_[row].isFavorite;
+  updateRow(row);
+  report((tracks_[row].isFavorite ? "favorite " : "no favorite ") + tracks_[row].title);
+}
+
+void TrackListHost::report(const std::string& what) const {
+  if (report_) report_(what);
+}
+
+}  // namespace gallery

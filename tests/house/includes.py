@@ -1,0 +1,139 @@
+#!/usr/bin/env python3
+"""Reads the include lines of all sources and tells each that points the wrong way: includes.py SOURCE_FOLDER
+
+The arrows of the house: uikit -> platform -> platform/backend, backends -> platform; gallery, tools, tests, bench and
+examples stand on top. Exits with 1 and one line for each wrong arrow.
+"""
+import os
+import re
+import sys
+
+STANDARD = set("""
+algorithm array atomic bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits clocale cmath compare
+complex concepts condition_variable coroutine csetjmp csignal cstdarg cstddef cstdint cstdio cstdlib cstring ctime cwchar
+cwctype deque exception execution filesystem format forward_list fstream functional future initializer_list iomanip ios
+iosfwd iostream istream iterator latch limits list locale map memory memory_resource mutex new numbers numeric optional
+ostream queue random ranges ratio regex scoped_allocator semaphore set shared_mutex source_location span sstream stack
+stdexcept stop_token streambuf string string_view strstream syncstream system_error thread tuple type_traits typeindex
+typeinfo unordered_map unordered_set utility valarray variant vector version
+""".split())
+
+# Folder of the includer -> what it may include of the project. The longest folder that fits is the one that counts.
+PROJECT = {
+    "uikit": ["uikit/", "platform/"],
+    "platform": ["platform/"],
+    "platform/foundation": ["platform/foundation/"],
+    "platform/backend": ["platform/backend/", "platform/foundation/"],
+    "backends": ["backends/", "platform/"],
+    "backends/recording": ["backends/recording/", "platform/"],
+    "backends/raster": ["backends/raster/", "platform/"],
+    "backends/svg": ["backends/svg/", "platform/"],
+}
+TOP = ["gallery", "tools", "tests", "bench", "examples"]
+
+# What else a folder may include, by the start of the name. Whoever includes a header of the library must not need more
+# than the library, so all but the backend on Qt keep these to their sources.
+OTHERS_IN_SOURCES = {
+    "platform": ["nlohmann/", "utf8proc.h"],
+    "backends/raster": ["agg_"],
+    "backends/qt": ["Q", "qpa/"],
+}
+OTHERS_IN_HEADERS = {"backends/qt": ["Q"]}
+# A vector instruction is the compiler's, not the system's.
+COMPILER_HEADERS = {"backends/raster": ["immintrin.h", "emmintrin.h", "arm_neon.h"]}
+
+# The nine folders of uikit know each other only where one class derives from another, or draws with it.
+KIT_FOLDERS = {
+    "stylekit": [],
+    "suggestions": [],
+    "links": [],
+    "trackrow": ["stylekit"],
+    "coverart": [],
+    "containers": [],
+    "cells": [],
+    "transport": [],
+    "startup": [],
+}
+
+INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+
+def longest(table, folder):
+    """The entry of the nearest folder above, or None."""
+    while folder:
+        if folder in table:
+            return table[folder]
+        folder = os.path.dirname(folder)
+    return None
+
+
+def wrong_arrows(path, text):
+    """What is wrong in one file: a list of lines. The path is relative to the root."""
+    folder = os.path.dirname(path)
+    top = path.split("/")[0]
+    if top in TOP:
+        return []
+    wrong = []
+    for line, (quote, name) in ((text.count("\n", 0, m.start()) + 1, m.groups()) for m in INCLUDE.finditer(text)):
+        reason = reason_against(path, folder, quote, name)
+        if reason:
+            wrong.append(f"{path}:{line}: {name}: {reason}")
+    return wrong
+
+
+def reason_against(path, folder, quote, name):
+    if quote == "<" and name in STANDARD:
+        return None
+    others = OTHERS_IN_SOURCES if path.endswith(".cpp") else OTHERS_IN_HEADERS
+    if quote == "<":
+        allowed = (longest(others, folder) or []) + (longest(COMPILER_HEADERS, folder) or [])
+        if any(name.startswith(start) for start in allowed):
+            return None
+        return f"{folder} may not include it"
+    if any(part in (".", "..") for part in name.split("/")) or "/" not in name:
+        return "the project's headers are named from its root"
+    # The one header of all public headers knows all folders.
+    if folder == "uikit":
+        return None if name.startswith(("uikit/", "platform/")) else "uikit may not include it"
+    if folder.startswith("uikit/") and name.startswith("uikit/"):
+        own, other = folder.split("/")[1], name.split("/")[1]
+        if own == other or other in KIT_FOLDERS.get(own, []):
+            return None
+        return f"uikit/{own} does not know uikit/{other}"
+    if not any(name.startswith(start) for start in longest(PROJECT, folder) or []):
+        return f"{folder} may not include it"
+    return None
+
+
+def sources(root):
+    for top in ["uikit", "platform", "backends"] + TOP:
+        for folder, _, names in os.walk(os.path.join(root, top)):
+            for name in sorted(names):
+                if name.endswith((".h", ".cpp")):
+                    yield os.path.relpath(os.path.join(folder, name), root)
+
+
+def unknown_folders(root):
+    """Sources in folders that the house does not have would escape every rule."""
+    known = set(KIT_FOLDERS)
+    path = os.path.join(root, "uikit")
+    return [f"uikit/{name}: the house has no such folder"
+            for name in sorted(os.listdir(path)) if os.path.isdir(os.path.join(path, name)) and name not in known]
+
+
+def main(root):
+    wrong = unknown_folders(root)
+    count = 0
+    for path in sources(root):
+        count += 1
+        with open(os.path.join(root, path), encoding="utf-8") as file:
+            wrong += wrong_arrows(path, file.read())
+    for line in wrong:
+        print(line)
+    if not count:
+        print(f"no sources below {root}")
+    return 1 if wrong or not count else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))

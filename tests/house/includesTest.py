@@ -1,0 +1,94 @@
+#!/usr/bin/env python3
+"""Shows the check of the include lines small samples, right and wrong."""
+import os
+import tempfile
+import unittest
+
+import includes
+
+
+def arrows(path, *lines):
+    return includes.wrong_arrows(path, "\n".join(lines) + "\n")
+
+
+class Includes(unittest.TestCase):
+    def assertRight(self, path, line):
+        self.assertEqual(arrows(path, line), [])
+
+    def assertWrong(self, path, line):
+        self.assertEqual(len(arrows(path, line)), 1, f"{path} may include {line}")
+
+    def test_uikit_includes_platform_and_the_standard_only(self):
+        self.assertRight("uikit/stylekit/Play.cpp", '#include "platform/graphics/NSColor.h"')
+        self.assertRight("uikit/stylekit/Play.cpp", "#include <vector>")
+        self.assertWrong("uikit/stylekit/Play.cpp", '#include "backends/raster/RasterCanvas.h"')
+        self.assertWrong("uikit/stylekit/Play.cpp", "#include <QWidget>")
+        self.assertWrong("uikit/stylekit/Play.cpp", "#include <unistd.h>")
+        self.assertWrong("uikit/stylekit/Play.cpp", "#include <nlohmann/json.hpp>")
+        self.assertWrong("uikit/stylekit/Play.cpp", '#include "gallery/Page.h"')
+
+    def test_platform_includes_neither_kit_nor_backends(self):
+        self.assertRight("platform/views/NSView.h", '#include "platform/backend/Canvas.h"')
+        self.assertWrong("platform/views/NSView.h", '#include "uikit/trackrow/CloseButton.h"')
+        self.assertWrong("platform/views/NSView.cpp", '#include "backends/qt/QtBackend.h"')
+        self.assertWrong("platform/views/NSView.cpp", "#include <QtGlobal>")
+
+    def test_platform_keeps_other_libraries_to_its_sources(self):
+        self.assertRight("platform/foundation/NSCoder.cpp", "#include <nlohmann/json.hpp>")
+        self.assertWrong("platform/foundation/NSCoder.h", "#include <nlohmann/json.hpp>")
+        self.assertRight("platform/text/characters.cpp", "#include <utf8proc.h>")
+        self.assertWrong("platform/text/characters.h", "#include <utf8proc.h>")
+
+    def test_the_seam_knows_foundation_only(self):
+        self.assertRight("platform/backend/Path.h", '#include "platform/foundation/Geometry.h"')
+        self.assertWrong("platform/backend/Path.h", '#include "platform/graphics/NSColor.h"')
+
+    def test_foundation_knows_itself_only(self):
+        self.assertWrong("platform/foundation/NSObject.h", '#include "platform/views/NSView.h"')
+
+    def test_backends_never_include_the_kit(self):
+        self.assertRight("backends/qt/QtBackend.cpp", '#include "platform/backend/Backend.h"')
+        self.assertRight("backends/qt/QtBackend.cpp", "#include <QWindow>")
+        self.assertWrong("backends/qt/QtBackend.cpp", '#include "uikit/stylekit/Routines.h"')
+        self.assertWrong("backends/raster/RasterCanvas.cpp", "#include <QImage>")
+        self.assertRight("backends/raster/Stroker.cpp", "#include <agg_conv_stroke.h>")
+        self.assertWrong("backends/raster/Stroker.h", "#include <agg_conv_stroke.h>")
+        self.assertWrong("backends/recording/RecordingCanvas.cpp", '#include "backends/raster/Bitmap.h"')
+
+    def test_the_folders_of_the_kit_know_each_other_only_where_listed(self):
+        self.assertRight("uikit/trackrow/CloseButton.cpp", '#include "uikit/stylekit/TessalunaStyleKit.h"')
+        self.assertRight("uikit/trackrow/CloseButton.cpp", '#include "uikit/trackrow/pressedLook.h"')
+        self.assertWrong("uikit/stylekit/Play.cpp", '#include "uikit/trackrow/CloseButton.h"')
+        self.assertWrong("uikit/containers/BorderedView.cpp", '#include "uikit/stylekit/TessalunaStyleKit.h"')
+        self.assertRight("uikit/TessalunaUIKit.h", '#include "uikit/trackrow/CloseButton.h"')
+        self.assertWrong("uikit/TessalunaUIKit.h", '#include "backends/qt/QtBackend.h"')
+
+    def test_the_programs_on_top_may_include_everything(self):
+        self.assertRight("gallery/main.cpp", "#include <QApplication>")
+        self.assertRight("tests/uikit/PlayTest.cpp", '#include "backends/recording/RecordingCanvas.h"')
+
+    def test_headers_are_named_from_the_root(self):
+        self.assertWrong("platform/views/NSView.cpp", '#include "NSView.h"')
+        self.assertWrong("platform/views/NSView.cpp", '#include "../../uikit/stylekit/Routines.h"')
+        self.assertWrong("platform/views/NSView.cpp", '#include "platform/../uikit/stylekit/Routines.h"')
+
+    def test_spaces_do_not_hide_an_include(self):
+        self.assertWrong("uikit/stylekit/Play.cpp", "  #  include   <QWidget>")
+
+    def test_the_line_of_the_wrong_arrow_is_told(self):
+        self.assertEqual(arrows("uikit/links/Link.h", "#pragma once", "", "#include <QWidget>"),
+                         ["uikit/links/Link.h:3: QWidget: uikit/links may not include it"])
+
+    def test_a_tree_with_a_wrong_arrow_or_an_unknown_folder_fails(self):
+        for path, line, status in [("uikit/links/Link.h", "#include <string>", 0),
+                                   ("uikit/links/Link.h", "#include <QWidget>", 1),
+                                   ("uikit/utils/Link.h", "#include <string>", 1)]:
+            with tempfile.TemporaryDirectory() as root:
+                os.makedirs(os.path.join(root, os.path.dirname(path)))
+                with open(os.path.join(root, path), "w", encoding="utf-8") as file:
+                    file.write(line + "\n")
+                self.assertEqual(includes.main(root), status, path)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,35 @@
+# Installs the built project into a folder of its own, builds the outside program against that, and runs it. The source
+# and the build folder are named nowhere: whatever the program needs must have been installed.
+file(REMOVE_RECURSE "${WORK}")
+set(prefix "${WORK}/prefix")
+
+function(step)
+  execute_process(COMMAND ${ARGV} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "${ARGV}\nended with ${status}:\n${output}")
+  endif()
+endfunction()
+
+step("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${prefix}")
+
+# Headers that name the source tree, or targets that do, would work here and nowhere else.
+file(STRINGS "${BUILD}/CMakeCache.txt" home REGEX "^CMAKE_HOME_DIRECTORY:")
+string(REGEX REPLACE "^[^=]*=" "" home "${home}")
+file(GLOB_RECURSE installed "${prefix}/*.cmake")
+foreach(file IN LISTS installed)
+  file(READ "${file}" content)
+  string(FIND "${content}" "${home}/" place)
+  if(NOT place EQUAL -1)
+    message(FATAL_ERROR "${file} names the source tree ${home}")
+  endif()
+endforeach()
+
+step("${CMAKE_COMMAND}" -G Ninja -S "${SOURCE}" -B "${WORK}/build" "-DCMAKE_PREFIX_PATH=${prefix}"
+     "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}" -DCMAKE_BUILD_TYPE=Release)
+step("${CMAKE_COMMAND}" --build "${WORK}/build")
+step("${WORK}/build/outside")
+
+step("${prefix}/bin/tessaluna-artwork" render drawPlay -o "${WORK}/play.png")
+if(NOT EXISTS "${WORK}/play.png")
+  message(FATAL_ERROR "the installed tessaluna-artwork wrote no picture")
+endif()

@@ -1,0 +1,23 @@
+"""Finds the picture families: a module beside this one that has drawings() -> [Drawing, ...]."""
+import importlib
+import pathlib
+
+HERE = pathlib.Path(__file__).resolve().parent
+ROOT = HERE.parents[2]
+KIT = {"geometry", "shapes", "offset", "crossing", "region", "drawing", "letters", "families", "check", "preview",
+       "freeze"}
+
+
+def family_names():
+    return sorted(p.stem for p in HERE.glob("*.py") if p.stem not in KIT)
+
+
+def drawings_of(family):
+    if family not in family_names():
+        raise SystemExit(f"there is no family '{family}'; there are: {', '.join(family_names())}")
+    return importlib.import_module(family).drawings()
+
+
+def header_of(family):
+    title = "".join(word.capitalize() for word in family.split("_"))
+    return ROOT / "uikit" / "stylekit" / "listings" / f"{title}Listings.h"

@@ -1,0 +1,13 @@
+// PNG files of pictures in memory.
+#pragma once
+
+#include <string>
+
+#include "backends/raster/Bitmap.h"
+
+namespace artwork {
+
+// Eight bits a channel, with alpha, not premultiplied. The bitmap's pixels are changed on the way. Throws a Failure.
+void writePng(const std::string& path, backend::raster::Bitmap& bitmap);
+
+}  // namespace artwork
