@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "platform/cells/NSTextFieldCell.h"
 #include "platform/foundation/memberTables.h"
 #include "platform/interface_files/classRegistry.h"
@@ -156,6 +158,38 @@ TEST_F(Nib, DeepNestingIsAnErrorAndNoCrash) {
   for (int i = 0; i < 5000; ++i) json += "]}";
   json += "]}";
   EXPECT_EQ(errorOf(json), "the NSView that is number 102 is nested too deep");
+}
+
+// Pieces of good documents put together at random: whatever comes of it is objects or an error.
+TEST_F(Nib, RandomDocumentsAreObjectsOrErrors) {
+  const std::vector<std::string> pieces = {
+      "{", "}", "[", "]", ":", ",", "\"", "\\u0000", "\"objects\"", "\"owner\"", "\"id\"", "\"class\"", "\"NSView\"",
+      "\"NSWindow\"", "\"NSScrollView\"", "\"NSTextField\"", "\"NSTableView\"", "\"cell\"", "\"frame\"",
+      "[0, 0, 1e308, -1e308]", "[1, 2]", "\"subviews\"", "\"contentView\"", "\"documentView\"", "\"outlets\"",
+      "\"properties\"", "\"target\"", "\"view\"", "\"a\"", "1e400", "-0", "true", "null", "\"styleMask\"",
+      "\"contentRect\"", "\"autoresizingMask\"", "99999999999999999999", "\xff"};
+  const std::string good = R"({"owner": {"view": "a"}, "objects": [{"id": "a", "class": "NSView", "frame": [0, 0, 200, 24],
+      "autoresizingMask": 63, "subviews": [{"class": "NSTextField", "outlets": {"target": "a"},
+      "cell": {"class": "NSTextFieldCell", "fontSize": 13}}, {"class": "NSScrollView", "frame": [1, 2, 3, 4],
+      "hasVerticalScroller": true, "documentView": {"class": "NSTableView"}}]},
+      {"class": "NSWindow", "contentRect": [0, 0, 10, 10], "contentView": {"class": "NSImageView", "imageScaling": 9}}]})";
+  std::mt19937 random(11);
+  int loaded = 0, refused = 0;
+  for (int round = 0; round < 20000; ++round) {
+    std::string json = good;
+    for (unsigned change = random() % 4; change > 0; --change) {
+      const std::size_t at = random() % json.size();
+      const std::string& piece = pieces[random() % pieces.size()];
+      // Over what stands there, from one quotation mark to the next if there are any.
+      const std::size_t start = std::min(json.find('"', at), json.size()), end = std::min(json.find('"', start + 1), json.size());
+      if (random() % 2) json.replace(start, end - start + 1, piece);
+      else json.replace(at, random() % 4, piece);
+    }
+    const auto contents = make<NSNib>(json)->instantiateWithOwner(make<Owner>());
+    ++(contents.error ? refused : loaded);
+  }
+  EXPECT_GT(loaded, 5000);
+  EXPECT_GT(refused, 5000);
 }
 
 TEST_F(Nib, IsFoundByItsName) {
