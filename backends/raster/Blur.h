@@ -20,12 +20,21 @@ struct Plane {
 
 class Blur {
  public:
+  struct Style {
+    double deviation = 0;
+    double dx = 0, dy = 0;  // by which values are moved
+  };
+
   // How far, in pixels, a blur of this deviation carries a value that can be seen.
   static int reach(double deviation);
+  // A wide blur takes its values from square cells of this many pixels a side, which hold the mean of their
+  // pixels. Cell (0, 0) begins at pixel (0, 0).
+  static int cellSize(double deviation);
 
-  // Fills the box of `to`, which has been begun, with the values of `from`, moved by (dx, dy) and blurred.
-  // Weights are those of the Gaussian at whole pixels, their sum 1. False when memory is short.
-  bool apply(Plane& from, Plane& to, double deviation, double dx, double dy);
+  // Fills the box of `to`, which has been begun, with the values of `from`, moved and blurred. Weights are
+  // those of the Gaussian at whole pixels, their sum 1. `from` holds cells when these are larger than a
+  // pixel. False when memory is short.
+  bool apply(Plane& from, Plane& to, const Style& style);
 
  private:
   // Weights of neighbours first...first + size - 1 pixels on, for one direction.
@@ -33,10 +42,13 @@ class Blur {
     int first = 0;
     std::vector<float> weights;
   };
+
   static void makeKernel(Kernel& kernel, double deviation, double move);
+  bool convolve(Plane& from, Plane& to, const Style& style);
+  bool enlarge(Plane& cells, Plane& to, int cell, const Style& style);
 
   Kernel across_, down_;
-  Plane rows_;
+  Plane rows_, cells_;
   WorkBuffer<float> padded_;
 };
 

@@ -24,10 +24,13 @@ bool CoverageBuffer::begin(const PixelRect& box) {
 }
 
 void CoverageBuffer::add(const Shape& shape) {
-  const CGPoint moved = shape.moved;
-  shape.polygons.forEachEdge([&](CGPoint from, CGPoint to) {
-    addEdge({from.x + moved.x, from.y + moved.y}, {to.x + moved.x, to.y + moved.y});
-  });
+  if (shape.moved == CGPoint{} && shape.scale == 1) {
+    return shape.polygons.forEachEdge([this](CGPoint from, CGPoint to) { addEdge(from, to); });
+  }
+  const auto place = [&](CGPoint p) {
+    return CGPoint{(p.x + shape.moved.x) * shape.scale, (p.y + shape.moved.y) * shape.scale};
+  };
+  shape.polygons.forEachEdge([&](CGPoint from, CGPoint to) { addEdge(place(from), place(to)); });
 }
 
 void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
@@ -36,6 +39,7 @@ void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
             last = lastRow_ < 0 ? box_.height() - 1 : lastRow_;
   resolver_.resolve({.polygons = shape.polygons,
                      .moved = shape.moved,
+                     .scale = shape.scale,
                      .rule = shape.rule,
                      .top = double(box_.top + first),
                      .bottom = double(box_.top + last + 1),

@@ -29,6 +29,7 @@ class CoverageBuffer {
     const Polygons& polygons;
     FillRule rule = FillRule::NonZero;
     CGPoint moved = {};
+    double scale = 1;  // after moving
     Overlaps overlaps = Overlaps::Unlikely;
   };
 

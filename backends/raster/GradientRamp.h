@@ -15,7 +15,8 @@ class GradientRamp {
 
   // True if all pixels of a row have one color.
   bool isEvenAlongRows() const { return perColumn_ == 0; }
-  Float4 colorAt(int x, int y) const { return colorAt(position(x, y)); }
+  // Of the pixel in this column and row; a fraction asks for a place between centers.
+  Float4 colorAt(double x, double y) const { return colorAt(start_ + perColumn_ * x + perRow_ * y); }
   void row(int x, int y, int count, Float4* out) const;
 
  private:
@@ -24,7 +25,6 @@ class GradientRamp {
     Float4 color;  // not premultiplied
   };
 
-  double position(int x, int y) const { return start_ + perColumn_ * x + perRow_ * y; }
   Float4 colorAt(double position) const;
 
   std::vector<Stop> stops_;

@@ -6,9 +6,10 @@ namespace {
 
 // Distances, in pixels, that no coverage shows.
 constexpr double sameHeight = 1e-5, samePlace = 1e-4;
-// Of a row's strips. Where more sides end and cross in one row than that, strips stay as they are and the
-// order in their middle counts.
-constexpr int mostStrips = 192, deepestSplit = 12;
+// Of a row. Where more sides end and cross than strips may be made, these stay as they are and the order in
+// their middle counts; so a tangle of very many sides costs time in proportion to their number.
+constexpr int mostStrips = 192, fewestStrips = 4, mostSidesOfAllStrips = 60000;
+constexpr int deepestSplit = 12;
 
 }  // namespace
 
@@ -17,8 +18,8 @@ void OverlapResolver::collect(const Task& task) {
   active_.clear();
   next_ = 0;
   task.polygons.forEachEdge([&](CGPoint from, CGPoint to) {
-    from = {from.x + task.moved.x, from.y + task.moved.y};
-    to = {to.x + task.moved.x, to.y + task.moved.y};
+    from = {(from.x + task.moved.x) * task.scale, (from.y + task.moved.y) * task.scale};
+    to = {(to.x + task.moved.x) * task.scale, (to.y + task.moved.y) * task.scale};
     const int direction = from.y < to.y ? 1 : -1;
     if (direction < 0) std::swap(from, to);
     if (!(from.y < to.y) || to.y <= task.top || from.y >= task.bottom || std::min(from.x, to.x) >= task.right)
@@ -42,11 +43,11 @@ void OverlapResolver::addRow(double top, double bottom, FillRule rule) {
     if (side->top > top) cuts_.push_back(side->top);
     if (side->bottom < bottom) cuts_.push_back(side->bottom);
   }
-  stripsLeft_ = mostStrips;
-  if (cuts_.size() > mostStrips) {
+  const int strips = std::clamp(mostSidesOfAllStrips / int(active_.size()), fewestStrips, mostStrips);
+  stripsLeft_ = strips - int(std::min(cuts_.size(), std::size_t(strips)));
+  if (stripsLeft_ == 0) {
     cuts_.clear();
-    for (int i = 1; i < mostStrips; ++i) cuts_.push_back(top + (bottom - top) * i / mostStrips);
-    stripsLeft_ = 0;
+    for (int i = 1; i < strips; ++i) cuts_.push_back(top + (bottom - top) * i / strips);
   }
   cuts_.push_back(bottom);
   std::sort(cuts_.begin(), cuts_.end());

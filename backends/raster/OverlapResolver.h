@@ -14,10 +14,11 @@ namespace backend::raster {
 
 class OverlapResolver {
  public:
-  // What to resolve: these polygons, moved, between two heights and left of a column.
+  // What to resolve: these polygons, moved and scaled, between two heights and left of a column.
   struct Task {
     const Polygons& polygons;
     CGPoint moved;
+    double scale = 1;  // after moving
     FillRule rule = FillRule::NonZero;
     double top = 0, bottom = 0, right = 0;
   };

@@ -41,6 +41,8 @@ struct DeviceRect {
             std::min(bottom, other.bottom)};
   }
   DeviceRect grown(double by) const { return {left - by, top - by, right + by, bottom + by}; }
+  DeviceRect moved(double dx, double dy) const { return {left + dx, top + dy, right + dx, bottom + dy}; }
+  DeviceRect scaled(double f) const { return {left * f, top * f, right * f, bottom * f}; }
   static DeviceRect of(const PixelRect& rect) {
     return {double(rect.left), double(rect.top), double(rect.right), double(rect.bottom)};
   }

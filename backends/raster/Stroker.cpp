@@ -142,63 +142,79 @@ void Stroker::walkContour(Contour contour) {
   if (!moved && isOn_) outline(points_, contour);
 }
 
+// The part of a segment within reach.
+struct Stroker::Visible {
+  CGPoint start, end;
+  double before = 0, length = 0, after = 0;  // of the parts
+};
+
 void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
-  double enter = 0, leave = from.dist;
-  if (!clipToReach(from, to, enter, leave)) {
+  const std::optional<Visible> seen = visiblePart(from, to);
+  if (!seen) {
     finishPiece();
     return skip(from.dist);
   }
+  if (seen->before > 0) {
+    finishPiece();
+    skip(seen->before);
+  }
   const double dx = (to.x - from.x) / from.dist, dy = (to.y - from.y) / from.dist;
   const auto add = [&](double at) {
-    piece_.push_back({{from.x + dx * at, from.y + dy * at}, Corner::Sharp});
+    piece_.push_back({{seen->start.x + dx * at, seen->start.y + dy * at}, Corner::Sharp});
   };
-  if (enter > 0) {
-    finishPiece();
-    skip(enter);
-  }
-  double at = enter;
   if (isOn_ && piece_.empty()) {
-    add(at);
-    if (at == 0) piece_.back().out = from.out;
+    add(0);
+    if (seen->before == 0) piece_.back().out = from.out;
   }
-  while (at + rest_ < leave) {
+  double at = 0;
+  while (at + rest_ < seen->length) {
     at += rest_;
     if (isOn_) {
       // A dash of no length has its direction all the same.
-      add(dashes_[dash_] > 0 ? at : at + tolerance_ * 100);
+      add(rest_ == infinite || dashes_[dash_] > 0 ? at : at + tolerance_ * 100);
       finishPiece();
     }
     nextDash();
     if (isOn_) add(at);
   }
-  rest_ -= leave - at;
-  if (leave < from.dist) {
-    if (isOn_) add(leave);
+  rest_ -= seen->length - at;
+  if (seen->after > 0) {
+    if (isOn_) piece_.push_back({seen->end, Corner::Sharp});
     finishPiece();
-    skip(from.dist - leave);
+    skip(seen->after);
   } else if (isOn_) {
     piece_.push_back(to);
   }
 }
 
-// Liang and Barsky's way: the part of the segment inside, as distances from its start.
-bool Stroker::clipToReach(const StrokePoint& from, const StrokePoint& to, double& enter,
-                          double& leave) const {
-  double t0 = 0, t1 = 1;
-  const auto cut = [&](double start, double end, double low, double high) {
-    const double d = end - start;
-    if (d == 0) return start >= low && start <= high;
-    double a = (low - start) / d, b = (high - start) / d;
-    if (a > b) std::swap(a, b);
-    t0 = std::max(t0, a);
-    t1 = std::min(t1, b);
-    return t0 < t1;
+// Liang and Barsky's way, but with coordinates: where both ends are very far, a fraction of the length is no
+// place.
+std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, const StrokePoint& to) const {
+  CGPoint a{from.x, from.y}, b{to.x, to.y};
+  const CGPoint start = a, end = b;
+  const auto cut = [&](double CGPoint::*axis, double CGPoint::*other, double low, double high) {
+    const double slope = (end.*other - start.*other) / (end.*axis - start.*axis);
+    const auto moveTo = [&](CGPoint& p, double edge) {
+      // From the nearer end.
+      const CGPoint& origin = std::abs(edge - start.*axis) < std::abs(edge - end.*axis) ? start : end;
+      p.*other = origin.*other + (edge - origin.*axis) * slope;
+      p.*axis = edge;
+    };
+    if (std::max(a.*axis, b.*axis) < low || std::min(a.*axis, b.*axis) > high) return false;
+    if (a.*axis < low) moveTo(a, low);
+    if (b.*axis < low) moveTo(b, low);
+    if (a.*axis > high) moveTo(a, high);
+    if (b.*axis > high) moveTo(b, high);
+    return true;
   };
-  if (!cut(from.x, to.x, reach_.left, reach_.right) || !cut(from.y, to.y, reach_.top, reach_.bottom))
-    return false;
-  enter = t0 > 0 ? t0 * from.dist : 0;
-  leave = t1 < 1 ? t1 * from.dist : from.dist;
-  return true;
+  if (!cut(&CGPoint::x, &CGPoint::y, reach_.left, reach_.right) ||
+      !cut(&CGPoint::y, &CGPoint::x, reach_.top, reach_.bottom)) {
+    return std::nullopt;
+  }
+  const auto distance = [](CGPoint p, CGPoint q) { return std::hypot(q.x - p.x, q.y - p.y); };
+  Visible seen{a, b, distance(start, a), distance(a, b), distance(b, end)};
+  if (seen.before == 0 && seen.after == 0) seen.length = from.dist;
+  return seen;
 }
 
 void Stroker::nextDash() {

@@ -65,7 +65,8 @@ class Stroker {
   void finishContour(Contour contour);
   void walkContour(Contour contour);
   void walkSegment(const StrokePoint& from, const StrokePoint& to);
-  bool clipToReach(const StrokePoint& from, const StrokePoint& to, double& enter, double& leave) const;
+  struct Visible;
+  std::optional<Visible> visiblePart(const StrokePoint& from, const StrokePoint& to) const;
   void skip(double length);
   void nextDash();
   void finishPiece();

@@ -4,8 +4,10 @@ namespace backend::raster {
 
 namespace {
 
-constexpr double chordTolerance = 0.010;  // of flattened curves, in device pixels
-constexpr double largestDeviation = 256;  // of a shadow's blur, in device pixels
+constexpr double chordTolerance = 0.010;   // of flattened curves, in device pixels
+constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixels
+// How far outside a clip, in pixels, a layer keeps what casts a shadow into it.
+constexpr int farthestCast = 512;
 
 // The rectangle that a path is, when the transform keeps it upright.
 std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform& t) {
@@ -80,7 +82,7 @@ std::optional<RasterCanvas::Studio::CastShadow> RasterCanvas::Studio::castShadow
 PixelRect RasterCanvas::Studio::neededBox(const std::optional<CastShadow>& shadow) const {
   const PixelRect& clip = state_.clip.box;
   if (!shadow || clip.isEmpty()) return clip;
-  const int reach = Blur::reach(shadow->deviation) + 1;
+  const int reach = std::min(Blur::reach(shadow->deviation), farthestCast) + 1;
   const int dx = int(std::floor(shadow->dx)), dy = int(std::floor(shadow->dy));
   const PixelRect source{clip.left - dx - reach - 1, clip.top - dy - reach - 1, clip.right - dx + reach,
                          clip.bottom - dy + reach};
@@ -136,38 +138,53 @@ void RasterCanvas::Studio::paintPolygons(const CoverageBuffer::Shape& shape, con
   const PixelRect box = polygons_.bounds().roundedOut().intersected(state_.clip.box);
   const Painting painting{surface(), source, state_.blendMode, state_.clip};
   Painter painter(painting, box, painterMemory_);
-  if (painter.box().isEmpty()) return;
+  if (painter.box().isEmpty()) return noteInLayer(shape, source, shadow);
   if (!box.isEmpty()) coverage_.sweep(shape, box, painter);
   painter.finish();
+  noteInLayer(shape, source, shadow);
 }
 
 void RasterCanvas::Studio::paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source,
                                                  const CastShadow& shadow) {
   // The shape itself is moved, not its pixels: an offset by a part of a pixel stays exact.
-  DeviceRect bounds = polygons_.bounds();
-  bounds = {bounds.left + shadow.dx, bounds.top + shadow.dy, bounds.right + shadow.dx,
-            bounds.bottom + shadow.dy};
-  const int reach = Blur::reach(shadow.deviation);
-  const PixelRect box = bounds.roundedOut().intersected(state_.clip.box.grown(reach));
-  const PixelRect shaded = box.isEmpty() ? box : box.grown(reach).intersected(state_.clip.box);
-  if (shaded.isEmpty() || !cast_.begin(box)) {
-    return paintPlane(blurred_, Float4{});
-  }
-  PlaneWriter writer(cast_);
   shape.moved = {shadow.dx, shadow.dy};
+  const int cell = Blur::cellSize(shadow.deviation), reach = Blur::reach(shadow.deviation);
+  shape.scale = 1.0 / cell;
+  const DeviceRect bounds = shape.polygons.bounds().moved(shadow.dx, shadow.dy);
+  const DeviceRect needed = bounds.intersected(DeviceRect::of(state_.clip.box.grown(reach)));
+  const PixelRect shaded = needed.grown(reach).roundedOut().intersected(state_.clip.box);
+  const PixelRect box = needed.scaled(shape.scale).roundedOut();
+  if (box.isEmpty() || shaded.isEmpty() || !cast_.begin(box)) return paintPlane(blurred_, Float4{});
+  PlaneWriter writer(cast_);
   coverage_.sweep(shape, box, writer);
   Float4 color = shadow.color;
   if (source.gradient) {
     for (int y = box.top; y < box.bottom; ++y) {
       float* row = cast_.row(y);
-      const int sourceY = y - int(std::floor(shadow.dy)), sourceX = box.left - int(std::floor(shadow.dx));
-      for (int i = 0; i < box.width(); ++i) row[i] *= source.gradient->colorAt(sourceX + i, sourceY)[3];
+      for (int i = 0; i < box.width(); ++i) {
+        const double pixelX = (box.left + i + 0.5) * cell - 0.5, pixelY = (y + 0.5) * cell - 0.5;
+        row[i] *= source.gradient->colorAt(pixelX - shadow.dx, pixelY - shadow.dy)[3];
+      }
     }
   } else {
     color *= splat(source.color[3]);
   }
-  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, shadow.deviation, 0, 0)) return;
+  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, {.deviation = shadow.deviation})) return;
   paintPlane(blurred_, color);
+}
+
+void RasterCanvas::Studio::noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
+                                       const std::optional<CastShadow>& shadow) {
+  if (openLayers_ == 0) return;
+  OpenLayer& layer = *layers_[openLayers_ - 1];
+  const bool isAlone = layer.operations++ == 0 && !shadow && source.isEven() &&
+                       state_.blendMode == BlendMode::Normal && state_.clip.box == layer.pixels.most() &&
+                       state_.clip.isPlain();
+  layer.shapeAlpha = isAlone ? source.color[3] : 0;
+  if (!isAlone) return;
+  layer.rule = shape.rule;
+  layer.overlaps = shape.overlaps;
+  layer.shape.swap(polygons_);
 }
 
 // Paints one color by the coverage that the plane holds.
@@ -185,6 +202,8 @@ void RasterCanvas::Studio::beginLayer() {
   if (openLayers_ == layers_.size()) layers_.push_back(std::make_unique<OpenLayer>());
   OpenLayer& layer = *layers_[openLayers_++];
   layer.savedStates = saved_.size();
+  layer.operations = 0;
+  layer.shapeAlpha = 0;
   const PixelRect most = neededBox(castShadow());
   layer.pixels.begin(most);
   // The clip in force is applied once, when the layer is composited.
@@ -202,33 +221,50 @@ void RasterCanvas::Studio::endLayer() {
   saved_.pop_back();
   if (state_.clip.box.isEmpty()) return;
 
-  if (const std::optional<CastShadow> shadow = castShadow()) paintShadowOfLayer(layer.pixels, *shadow);
   const double alpha = state_.alpha > 0 ? std::min(state_.alpha, 1.0) : 0;
+  if (const std::optional<CastShadow> shadow = castShadow()) {
+    if (layer.shapeAlpha > 0) {
+      const CoverageBuffer::Shape shape{
+          .polygons = layer.shape, .rule = layer.rule, .overlaps = layer.overlaps};
+      paintShadowOfPolygons(shape, {.color = splat(layer.shapeAlpha * float(alpha))}, *shadow);
+    } else {
+      paintShadowOfLayer(layer.pixels, *shadow);
+    }
+  }
+  if (openLayers_ > 0) {
+    ++layers_[openLayers_ - 1]->operations;
+    layers_[openLayers_ - 1]->shapeAlpha = 0;
+  }
   const Source source{.layer = &layer.pixels, .layerAlpha = float(alpha)};
   const Painting painting{surface(), source, state_.blendMode, state_.clip};
-  const PixelRect content = layer.pixels.content();
-  Painter painter(painting, content, painterMemory_);
+  // A picture is as large as the clip, even where it is empty; but only these two operators can tell.
+  const bool showsEmptyParts = state_.blendMode == BlendMode::Copy || state_.blendMode == BlendMode::Clear;
+  const PixelRect& clip = state_.clip.box;
+  const PixelRect box = showsEmptyParts ? clip : layer.pixels.content().intersected(clip);
+  Painter painter(painting, box, painterMemory_);
   if (painter.box().isEmpty()) return;
-  const PixelRect box = content.intersected(state_.clip.box);
   for (int y = box.top; y < box.bottom; ++y) painter.even(box.left, y, box.width(), 1);
   painter.finish();
 }
 
 void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {
   const PixelRect& content = layer.content();
-  const int reach = Blur::reach(shadow.deviation) + 1;
-  const int dx = int(std::floor(shadow.dx)), dy = int(std::floor(shadow.dy));
-  const PixelRect fallen{content.left + dx - reach, content.top + dy - reach, content.right + dx + reach + 1,
-                         content.bottom + dy + reach + 1};
-  const PixelRect shaded = content.isEmpty() ? PixelRect{} : fallen.intersected(state_.clip.box);
-  if (shaded.isEmpty() || !cast_.begin(content)) return paintPlane(blurred_, Float4{});
+  const int cell = Blur::cellSize(shadow.deviation);
+  const DeviceRect fallen =
+      DeviceRect::of(content).moved(shadow.dx, shadow.dy).grown(Blur::reach(shadow.deviation) + 1);
+  const PixelRect shaded = content.isEmpty() ? PixelRect{} : fallen.roundedOut().intersected(state_.clip.box);
+  const PixelRect box = DeviceRect::of(content).scaled(1.0 / cell).roundedOut();
+  if (shaded.isEmpty() || !cast_.begin(box)) return paintPlane(blurred_, Float4{});
+  const float share = 1.0f / float(cell * cell);
+  const auto cellOf = [cell](int pixel) { return (pixel >= 0 ? pixel : pixel - cell + 1) / cell; };
   for (int y = content.top; y < content.bottom; ++y) {
     const Float4* pixels = layer.pixel(content.left, y);
-    float* row = cast_.row(y);
-    for (int i = 0; i < content.width(); ++i) row[i] = pixels[i][3];
+    float* row = cast_.row(cellOf(y));
+    for (int i = 0; i < content.width(); ++i)
+      row[cellOf(content.left + i) - box.left] += pixels[i][3] * share;
   }
-  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, shadow.deviation, shadow.dx, shadow.dy))
-    return;
+  const Blur::Style style{.deviation = shadow.deviation, .dx = shadow.dx, .dy = shadow.dy};
+  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, style)) return;
   const double alpha = state_.alpha > 0 ? std::min(state_.alpha, 1.0) : 0;
   paintPlane(blurred_, shadow.color * splat(float(alpha)));
 }

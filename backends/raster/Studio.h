@@ -41,6 +41,13 @@ class RasterCanvas::Studio {
   struct OpenLayer {
     Layer pixels;
     std::size_t savedStates = 0;  // at its begin, with the state that it was begun in as the last
+    // The one shape that the layer holds, when it holds no more: its shadow can then be made from the shape
+    // itself.
+    int operations = 0;
+    Polygons shape;
+    FillRule rule = FillRule::NonZero;
+    Overlaps overlaps = Overlaps::Unlikely;
+    float shapeAlpha = 0;  // 0 when the layer holds something else
   };
   // The state's shadow in device pixels.
   struct CastShadow {
@@ -61,6 +68,8 @@ class RasterCanvas::Studio {
   void paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                      const std::optional<CastShadow>& shadow);
   void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
+  void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
+                   const std::optional<CastShadow>& shadow);
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
   void paintPlane(Plane& plane, Float4 color);
 

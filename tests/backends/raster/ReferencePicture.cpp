@@ -108,6 +108,11 @@ void ReferencePicture::paintPixel(int x, int y, Channels source, double coverage
   const auto isPartial = [](double v) { return v > 1e-4 && v < 1 - 1e-4; };
   if (isPartial(coverage) || isPartial(clip))
     isEdge_[std::size_t(y) * std::size_t(side) + std::size_t(x)] = 1;
+  if (style.mode == BlendMode::PlusLighter) {
+    // The one operator for which it matters that a clip lessens the source, not the result.
+    d = composed(style.mode, source * coverage * clip, d);
+    return;
+  }
   const bool isLocal = style.mode == BlendMode::Clear || style.mode == BlendMode::Copy;
   const Channels r = isLocal ? composed(style.mode, source, d) * coverage + d * (1 - coverage)
                              : composed(style.mode, source * coverage, d);

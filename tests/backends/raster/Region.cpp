@@ -9,6 +9,8 @@ namespace backend::raster::test {
 namespace {
 
 constexpr int chordsOfCurve = 600;
+// Dashes end anywhere in a curve, in the direction of a chord.
+constexpr int chordsOfDashedCurve = 2500;
 constexpr int linesOfRow = 512;
 
 struct Point : CGPoint {
@@ -29,7 +31,7 @@ double length(CGPoint a) { return std::hypot(a.x, a.y); }
 CGPoint unit(CGPoint a) { return a * (1 / length(a)); }
 CGPoint normal(CGPoint a) { return {-a.y, a.x}; }
 
-std::vector<Line> linesOf(const Path& path) {
+std::vector<Line> linesOf(const Path& path, int chords) {
   std::vector<Line> lines;
   const CGPoint* p = path.points().data();
   const auto start = [&](CGPoint at) { lines.push_back({{{at, false}}, false}); };
@@ -45,11 +47,11 @@ std::vector<Line> linesOf(const Path& path) {
       case PathVerb::Curve: {
         const CGPoint p0 = lines.back().points.back();
         // Shorter and shorter towards the ends, where caps and joins go by the direction of the last chord.
-        for (int i = 1; i <= chordsOfCurve; ++i) {
-          const double s = double(i) / chordsOfCurve, t = s * s * (3 - 2 * s), u = 1 - t;
+        for (int i = 1; i <= chords; ++i) {
+          const double s = double(i) / chords, t = s * s * (3 - 2 * s), u = 1 - t;
           const CGPoint at =
               p0 * (u * u * u) + p[0] * (3 * u * u * t) + p[1] * (3 * u * t * t) + p[2] * (t * t * t);
-          lines.back().points.push_back({at, i < chordsOfCurve});
+          lines.back().points.push_back({at, i < chords});
         }
         break;
       }
@@ -162,7 +164,7 @@ void Region::add(std::vector<CGPoint> points, const CGAffineTransform& toDevice)
 Region Region::filled(const Path& path, FillRule rule, const CGAffineTransform& toDevice) {
   Region region;
   region.rule_ = rule == FillRule::NonZero ? Rule::NonZero : Rule::EvenOdd;
-  for (const Line& line : linesOf(path)) {
+  for (const Line& line : linesOf(path, chordsOfCurve)) {
     CGPoint from = line.points.back();
     for (const CGPoint to : line.points) {
       region.add({from, to}, toDevice);
@@ -176,7 +178,7 @@ Region Region::stroked(const Path& path, const StrokeStyle& style, const CGAffin
   Region region;
   region.rule_ = Rule::Union;
   const double half = style.width / 2;
-  for (const Line& whole : linesOf(path)) {
+  for (const Line& whole : linesOf(path, style.dash.empty() ? chordsOfCurve : chordsOfDashedCurve)) {
     if (whole.points.size() < 2 && !whole.isClosed) continue;
     for (const Line& dash : dashesOf(whole, style)) {
       const Line line = withoutRepeats(dash);
