@@ -89,7 +89,7 @@ void NSWindow::setFrameTopLeftPoint(CGPoint point) {
 }
 
 void NSWindow::nativeFrameChanged(CGRect content) {
-  const Ref<NSWindow> held = refTo(*this);
+  const Ref<NSObject> held = weak_from_this().lock();  // absent while the window is being made
   const CGRect earlier = std::exchange(frame_, content);
   const CGPoint moved{content.origin.x - earlier.origin.x, CGRectGetMaxY(content) - CGRectGetMaxY(earlier)};
   if (content.size != earlier.size) {
@@ -157,7 +157,8 @@ void NSWindow::nativeKeyStatusChanged(bool isKey) {
 }
 
 void NSWindow::notify(std::string_view name, void (NSWindowDelegate::*operation)(const Ref<NSNotification>&)) {
-  const Ref<NSWindow> held = refTo(*this);
+  const Ref<NSObject> held = weak_from_this().lock();
+  if (!held) return;
   if (const Ref<NSWindowDelegate> delegate = delegate_.lock())
     (delegate.get()->*operation)(make<NSNotification>(std::string(name), held));
   NSNotificationCenter::defaultCenter().postNotificationName(name, held);

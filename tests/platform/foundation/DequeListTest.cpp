@@ -41,5 +41,33 @@ TEST(DequeList, LetsGoOfWhatIsRemoved) {
   EXPECT_TRUE(list.empty());
 }
 
+struct Counted {
+  static inline int moves = 0;
+  int value = -1;
+  Counted() = default;
+  explicit Counted(int value) : value(value) {}
+  Counted(const Counted&) = default;
+  Counted& operator=(const Counted&) = default;
+  Counted(Counted&& other) noexcept : value(other.value) { ++moves; }
+  Counted& operator=(Counted&& other) noexcept {
+    value = other.value;
+    ++moves;
+    return *this;
+  }
+  friend bool operator==(const Counted& a, const Counted& b) { return a.value == b.value; }
+};
+
+TEST(DequeList, IsEmptiedFromEitherEndInAFewMovesForEachItem) {
+  constexpr int count = 4096;
+  for (const bool fromFront : {true, false}) {
+    DequeList<Counted> list;
+    for (int i = 0; i < count; ++i) list.push_back(Counted(i));
+    Counted::moves = 0;
+    for (int i = 0; i < count; ++i) list.remove(Counted(fromFront ? i : count - 1 - i));
+    EXPECT_TRUE(list.empty());
+    EXPECT_LT(Counted::moves, 4 * count) << fromFront;
+  }
+}
+
 }  // namespace
 }  // namespace platform

@@ -649,14 +649,14 @@ double secondsToReplace(SuggestionsWindowController& controller, const std::vect
 
 using Effort = harness::PopUpWorld;
 
-TEST_F(Effort, ReplacingTenTimesTheRowsIsNotQuadratic) {
+TEST_F(Effort, ReplacingAHundredTimesTheRowsIsNotQuadratic) {
   NSNib::registerFactory("row", [](NSObject&) { return make<HighlightingView>(CGRect{0, 0, 50, 20}); });
   show({});
-  const double few = secondsToReplace(*controller, suggestionsCounting(2000));
-  const double many = secondsToReplace(*controller, suggestionsCounting(20000));
-  EXPECT_LT(many, few * 40);  // linear is 10, quadratic 100
-  RecordProperty("milliseconds_for_2000", static_cast<int>(few * 1e3));
-  RecordProperty("milliseconds_for_20000", static_cast<int>(many * 1e3));
+  const double few = secondsToReplace(*controller, suggestionsCounting(400));
+  const double many = secondsToReplace(*controller, suggestionsCounting(40000));
+  // In proportion it is 100, and with memory that no cache holds some 250; with removals that move all that is behind it is
+  // in the thousands.
+  EXPECT_LT(many, few * 700);
 }
 
 using SuggestionsWindowControllerDeathTest = harness::PopUpWorld;
