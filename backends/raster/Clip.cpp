@@ -20,11 +20,11 @@ float shared(double low, double high, double otherLow, double otherHigh) {
 class MaskWriter {
  public:
   explicit MaskWriter(ClipMask& mask) : mask_(mask) {}
-  void even(int x, int y, int count, float coverage) {
-    std::fill_n(mask_.row(y) + (x - mask_.box.left), count, coverage);
+  void even(int x, int y, int count, float winding) {
+    std::fill_n(mask_.row(y) + (x - mask_.box.left), count, coverageOf(winding));
   }
-  void varied(int x, int y, int count, const float* coverage) {
-    std::copy_n(coverage, count, mask_.row(y) + (x - mask_.box.left));
+  void varied(int x, int y, int count, const float* windings) {
+    std::transform(windings, windings + count, mask_.row(y) + (x - mask_.box.left), coverageOf);
   }
 
  private:
@@ -59,13 +59,14 @@ void Clip::intersectRect(const DeviceRect& rect) {
   else edges.reset();
 }
 
-void Clip::intersectCoverage(CoverageBuffer& coverage, const PixelRect& coveredBox, ClipMaskPool& pool) {
-  const std::shared_ptr<ClipMask> made = pool.take(coveredBox);
+void Clip::intersectShape(const CoverageBuffer::Shape& shape, const PixelRect& shapeBox,
+                          CoverageBuffer& buffer, ClipMaskPool& pool) {
+  const std::shared_ptr<ClipMask> made = pool.take(shapeBox);
   if (!made) return makeEmpty();
-  std::fill_n(made->values, std::size_t(coveredBox.width()) * std::size_t(coveredBox.height()), 0.0f);
+  std::fill_n(made->values, std::size_t(shapeBox.width()) * std::size_t(shapeBox.height()), 0.0f);
   MaskWriter writer(*made);
-  coverage.sweep(writer);
-  box = coveredBox;
+  buffer.sweep(shape, shapeBox, writer);
+  box = shapeBox;
   if (mask) {
     for (int y = box.top; y < box.bottom; ++y) {
       const float* before = mask->row(y) + (box.left - mask->box.left);

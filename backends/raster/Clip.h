@@ -37,7 +37,9 @@ struct Clip {
   bool isPlain() const { return !edges && !mask; }
 
   void intersectRect(const DeviceRect& rect);
-  void intersectCoverage(CoverageBuffer& coverage, const PixelRect& coveredBox, ClipMaskPool& pool);
+  // With a shape; the box is the part of it that lies in the clip's box.
+  void intersectShape(const CoverageBuffer::Shape& shape, const PixelRect& shapeBox, CoverageBuffer& buffer,
+                      ClipMaskPool& pool);
   void makeEmpty() { *this = {}; }
 
   // Lessens the coverage of `count` pixels inside the box.

@@ -6,25 +6,41 @@
 
 namespace backend::raster {
 
+bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
+  const float low = std::min(least, before.least), high = std::max(most, before.most);
+  return high > 1 + leastCoverage || low < -1 - leastCoverage ||
+         (high > leastCoverage && low < -leastCoverage);
+}
+
 bool CoverageBuffer::begin(const PixelRect& box) {
   box_ = box;
   stride_ = (box.width() + blockSize - 1) / blockSize * blockSize + blockSize;
   words_ = (stride_ / blockSize + 63) / 64;
   firstRow_ = box.height();
   lastRow_ = -1;
-  // All blocks stay zero between uses: a sweep takes back what it read.
+  // Both stay all zero between uses: a row is cleared when it has been told.
   const std::size_t rows = std::size_t(box.height());
-  const bool ready = values_.prepare(rows * std::size_t(stride_)) &&
-                     touched_.prepare(rows * std::size_t(words_)) &&
-                     coverages_.prepare(std::size_t(words_) * 64 * blockSize);
-  if (!ready) box_ = {};
-  return ready;
+  return values_.prepare(rows * std::size_t(stride_)) && touched_.prepare(rows * std::size_t(words_));
 }
 
-void CoverageBuffer::add(const Polygons& polygons, CGPoint moved) {
-  polygons.forEachEdge([&](CGPoint from, CGPoint to) {
+void CoverageBuffer::add(const Shape& shape) {
+  const CGPoint moved = shape.moved;
+  shape.polygons.forEachEdge([&](CGPoint from, CGPoint to) {
     addEdge({from.x + moved.x, from.y + moved.y}, {to.x + moved.x, to.y + moved.y});
   });
+}
+
+void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
+  for (int row = firstRow; row <= lastRow_; ++row) clearRow(row);
+  const int first = std::max(firstRow, lastRow_ < 0 ? 0 : firstRow_),
+            last = lastRow_ < 0 ? box_.height() - 1 : lastRow_;
+  resolver_.resolve({.polygons = shape.polygons,
+                     .moved = shape.moved,
+                     .rule = shape.rule,
+                     .top = double(box_.top + first),
+                     .bottom = double(box_.top + last + 1),
+                     .right = double(box_.right)},
+                    [this](CGPoint from, CGPoint to) { addEdge(from, to); });
 }
 
 void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
@@ -77,7 +93,7 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
 }
 
 void CoverageBuffer::touch(int row, int first, int last) {
-  std::uint64_t* words = touched_.data() + std::size_t(row) * std::size_t(words_);
+  std::uint64_t* words = rowTouched(row);
   for (int block = first / blockSize; block <= last / blockSize; ++block) {
     words[block / 64] |= std::uint64_t(1) << (block % 64);
   }
@@ -91,7 +107,7 @@ void CoverageBuffer::addUpright(double x, double y0, double y1, float direction)
   lastRow_ = std::max(lastRow_, last);
   for (int row = first; row <= last; ++row) {
     const float cover = direction * float(std::min(y1, row + 1.0) - std::max(y0, double(row)));
-    float* value = values_.data() + std::size_t(row) * std::size_t(stride_) + column;
+    float* value = rowValues(row) + column;
     value[0] += cover * left;
     value[1] += cover * right;
     touch(row, column, column + 1);
@@ -120,7 +136,7 @@ void CoverageBuffer::addClipped(double x0, double y0, double x1, double y1, doub
 void CoverageBuffer::addToRow(int row, double from, double to, float cover) {
   const double left = std::min(from, to), right = std::max(from, to);
   const int first = int(left), last = int(right);
-  float* value = values_.data() + std::size_t(row) * std::size_t(stride_) + first;
+  float* value = rowValues(row) + first;
   if (last == first) {
     const float f = float((left + right) * 0.5 - first);
     value[0] += cover - cover * f;
@@ -147,23 +163,34 @@ void CoverageBuffer::addToRow(int row, double from, double to, float cover) {
   touch(row, first, last + 1);
 }
 
-// Turns whole blocks of changes into coverages and clears them; returns the sum behind them.
-float CoverageBuffer::sumBlocks(float* values, int blocks, float sum) {
-  float* coverage = coverages_.data();
-  const Float4 zero{}, one = splat(1);
-  Float4 before = splat(sum);
-  for (int i = 0; i < blocks * blockSize; i += 4) {
-    Float4 v;
-    std::memcpy(&v, values + i, sizeof v);
-    std::memcpy(values + i, &zero, sizeof zero);
-    v += __builtin_shuffle(zero, v, Int4{0, 4, 5, 6});
-    v += __builtin_shuffle(zero, v, Int4{0, 1, 4, 5});
-    v += before;
-    before = __builtin_shuffle(v, Int4{3, 3, 3, 3});
-    const Float4 c = smaller(larger(v, -v), one);
-    std::memcpy(coverage + i, &c, sizeof c);
-  }
-  return before[0];
+// Turns the changes of a row into sums.
+CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
+  float* values = rowValues(row);
+  const Float4 zero{};
+  Float4 before{}, least{}, most{};
+  forEachRun(row, [&](int block, int count) {
+    float* const end = values + (block + count) * blockSize;
+    for (float* four = values + block * blockSize; four < end; four += 4) {
+      Float4 v;
+      std::memcpy(&v, four, sizeof v);
+      v += __builtin_shuffle(zero, v, Int4{0, 4, 5, 6});
+      v += __builtin_shuffle(zero, v, Int4{0, 1, 4, 5});
+      v += before;
+      before = __builtin_shuffle(v, Int4{3, 3, 3, 3});
+      least = smaller(least, v);
+      most = larger(most, v);
+      std::memcpy(four, &v, sizeof v);
+    }
+  });
+  return {std::min(std::min(least[0], least[1]), std::min(least[2], least[3])),
+          std::max(std::max(most[0], most[1]), std::max(most[2], most[3]))};
+}
+
+void CoverageBuffer::clearRow(int row) {
+  forEachRun(row, [&](int block, int count) {
+    std::fill_n(rowValues(row) + block * blockSize, count * blockSize, 0.0f);
+  });
+  std::fill_n(rowTouched(row), words_, 0);
 }
 
 }  // namespace backend::raster

@@ -5,42 +5,70 @@
 // One bit a block of eight pixels notes where anything was added: between such blocks the sum stands still,
 // and the row needs no look at pixels.
 //
-// The average is the coverage wherever a pixel holds windings of 0 and 1 (or -1) only; OverlapResolver makes
-// such polygons of others.
+// That average is the coverage wherever windings are 0 and 1, or 0 and -1, as they are in nearly all artwork.
+// Where a sum shows others, the polygons overlap; the rest of the rows, from the one above, is then made anew
+// from polygons that an OverlapResolver has freed of overlaps. An overlap that fills no pixel may stay
+// unseen: so callers say where they expect one.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 
+#include "backends/raster/OverlapResolver.h"
 #include "backends/raster/Polygons.h"
 #include "backends/raster/WorkBuffer.h"
 
 namespace backend::raster {
 
+// The coverage of a pixel with this average winding.
+inline float coverageOf(float winding) { return std::min(std::abs(winding), 1.0f); }
+
 class CoverageBuffer {
  public:
-  // What follows is added within this box. False when memory is short: then nothing may be added.
-  bool begin(const PixelRect& box);
+  struct Shape {
+    const Polygons& polygons;
+    FillRule rule = FillRule::NonZero;
+    CGPoint moved = {};
+    Overlaps overlaps = Overlaps::Unlikely;
+  };
 
-  void add(const Polygons& polygons, CGPoint moved = {});
-  void addEdge(CGPoint from, CGPoint to);
-
-  // Tells the coverage of all rows, from the top, and empties the buffer:
-  //   sink.even(x, y, count, coverage)     a run of pixels covered alike; none for no coverage
-  //   sink.varied(x, y, count, coverages)  a run of single values, some of which may be 0
+  // Tells the coverage of the pixels in the box, row by row from the top:
+  //   sink.even(x, y, count, winding)     a run of pixels with one winding, none where it is 0
+  //   sink.varied(x, y, count, windings)  a run of single ones, some of which may be 0
+  // A pixel's coverage is the winding's amount, at most 1. When memory is short nothing is told.
   template <class Sink>
-  void sweep(Sink& sink);
+  void sweep(const Shape& shape, const PixelRect& box, Sink& sink);
 
  private:
   static constexpr int blockSize = 8;
   // Below this a pixel's 8-bit value cannot change; rounding leaves such rests where a sum should be 0.
   static constexpr float leastCoverage = 1.0f / 1024;
 
+  // What sums of a row and the row before it have shown.
+  struct Range {
+    float least = 0, most = 0;
+    bool showsOverlap(const Range& before) const;
+  };
+
+  bool begin(const PixelRect& box);
+  void add(const Shape& shape);
+  void addResolved(const Shape& shape, int firstRow);
+  void addEdge(CGPoint from, CGPoint to);
   void addClipped(double x0, double y0, double x1, double y1, double slope, float direction);
   void addUpright(double x, double y0, double y1, float direction);
   void addToRow(int row, double x0, double x1, float cover);
   void touch(int row, int first, int last);
-  float sumBlocks(float* values, int blocks, float sum);
+  Range sumRow(int row);
+  void clearRow(int row);
+  template <class Sink>
+  void tellRow(int row, Sink& sink);
+
+  float* rowValues(int row) { return values_.data() + std::size_t(row) * std::size_t(stride_); }
+  std::uint64_t* rowTouched(int row) { return touched_.data() + std::size_t(row) * std::size_t(words_); }
+  // Calls run(first, count) for the runs of touched blocks in a row, which do not go on from one word to the
+  // next.
+  template <class Function>
+  void forEachRun(int row, Function run);
 
   PixelRect box_;
   int stride_ =
@@ -49,41 +77,62 @@ class CoverageBuffer {
   int firstRow_ = 0, lastRow_ = -1;
   WorkBuffer<float> values_;
   WorkBuffer<std::uint64_t> touched_;
-  WorkBuffer<float> coverages_;
+  OverlapResolver resolver_;
 };
 
 template <class Sink>
-void CoverageBuffer::sweep(Sink& sink) {
-  const int width = box_.width();
+void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {
+  if (!begin(box)) return;
+  bool mayOverlap = shape.overlaps == Overlaps::Unlikely;
+  if (mayOverlap) add(shape);
+  else addResolved(shape, 0);
+  // A row is told when the next one has been looked at: its own part of an overlap may have been too small to
+  // show.
+  Range before;
   for (int row = firstRow_; row <= lastRow_; ++row) {
-    std::uint64_t* words = touched_.data() + std::size_t(row) * std::size_t(words_);
-    float* values = values_.data() + std::size_t(row) * std::size_t(stride_);
-    const int y = box_.top + row;
-    float sum = 0;
-    int done = 0;  // pixels told
-    for (int word = 0; word < words_; ++word) {
-      std::uint64_t bits = words[word];
-      words[word] = 0;
-      while (bits) {
-        const int first = std::countr_zero(bits);
-        const int blocks = std::countr_one(bits >> first);
-        const int x = (word * 64 + first) * blockSize;
-        const float even = std::min(std::abs(sum), 1.0f);
-        if (x > done && done < width && even > leastCoverage) {
-          sink.even(box_.left + done, y, std::min(x, width) - done, even);
-        }
-        sum = sumBlocks(values + x, blocks, sum);
-        if (x < width)
-          sink.varied(box_.left + x, y, std::min(blocks * blockSize, width - x), coverages_.data());
-        done = x + blocks * blockSize;
-        bits = blocks == 64 ? 0 : bits & ~(((std::uint64_t(1) << blocks) - 1) << first);
-      }
+    const Range range = sumRow(row);
+    if (mayOverlap && range.showsOverlap(before)) {
+      mayOverlap = false;
+      const int redone = std::max(row - 1, firstRow_);
+      addResolved(shape, redone);
+      for (int again = redone; again < row; ++again) sumRow(again);
+      sumRow(row);
     }
-    const float even = std::min(std::abs(sum), 1.0f);
-    if (done < width && even > leastCoverage) sink.even(box_.left + done, y, width - done, even);
+    before = range;
+    if (row > firstRow_) tellRow(row - 1, sink);
   }
-  firstRow_ = 0;
-  lastRow_ = -1;
+  if (firstRow_ <= lastRow_) tellRow(lastRow_, sink);
+}
+
+template <class Function>
+void CoverageBuffer::forEachRun(int row, Function run) {
+  const std::uint64_t* words = rowTouched(row);
+  for (int word = 0; word < words_; ++word) {
+    for (std::uint64_t bits = words[word]; bits;) {
+      const int first = std::countr_zero(bits), count = std::countr_one(bits >> first);
+      run(word * 64 + first, count);
+      bits = first + count == 64 ? 0 : bits >> (first + count) << (first + count);
+    }
+  }
+}
+
+template <class Sink>
+void CoverageBuffer::tellRow(int row, Sink& sink) {
+  const int width = box_.width(), y = box_.top + row;
+  const float* values = rowValues(row);
+  int done = 0;  // pixels told
+  const auto tellEven = [&](int end) {
+    const float even = done ? values[done - 1] : 0;
+    if (done < end && std::abs(even) > leastCoverage) sink.even(box_.left + done, y, end - done, even);
+  };
+  forEachRun(row, [&](int block, int count) {
+    const int x = block * blockSize;
+    tellEven(std::min(x, width));
+    if (x < width) sink.varied(box_.left + x, y, std::min(count * blockSize, width - x), values + x);
+    done = x + count * blockSize;
+  });
+  tellEven(width);
+  clearRow(row);
 }
 
 }  // namespace backend::raster

@@ -1,6 +1,7 @@
 // Turns a path into polylines: applies a transform, replaces curves by chords that stay within a tolerance,
 // and leaves out what is not finite. What it finds it tells a sink:
-//   moveTo(p), lineTo(p, Corner), close()
+//   moveTo(p), lineTo(p, Corner), close(), and around the chords of a whole curve leave(direction),
+//   arrive(direction)
 #pragma once
 
 #include <algorithm>
@@ -15,14 +16,9 @@ namespace backend::raster {
 // join.
 enum class Corner { Sharp, Smooth };
 
-// Fills may cut a curve's ends short as they like; a stroke needs its true directions there, for caps and
-// joins.
-enum class CurveEnds { Plain, WithTangents };
-
 struct FlattenSettings {
   DeviceRect visible;       // where chords must be accurate, in the space that the points are transformed to
   double tolerance = 0.02;  // largest distance of a chord from its curve
-  CurveEnds ends = CurveEnds::Plain;
 };
 
 // Points farther out than this are as good as infinite: products of two still fit a double.
@@ -90,7 +86,11 @@ class Flattener {
     if (!isUsable(p1) || !isUsable(p2) || !isUsable(p3) || !begin(p3)) return;
     const CGPoint p0 = current_;
     current_ = p3;
+    const auto direction = [](CGPoint a, CGPoint b) { return CGPoint{b.x - a.x, b.y - a.y}; };
+    // Controls that lie on an end say nothing of the direction there; the next one does.
+    sink_.leave(direction(p0, p1 != p0 ? p1 : p2 != p0 ? p2 : p3));
     split(p0, p1, p2, p3, Corner::Sharp, 0);
+    sink_.arrive(direction(p2 != p3 ? p2 : p1 != p3 ? p1 : p0, p3));
   }
 
   // True if the whole curve lies beyond one side, where its chord covers what it covers.
@@ -128,15 +128,15 @@ class Flattener {
     const double h = 1.0 / count;
     const CGPoint a{p3.x - p0.x + 3 * (p1.x - p2.x), p3.y - p0.y + 3 * (p1.y - p2.y)};
     const CGPoint b{3 * (p0.x - 2 * p1.x + p2.x), 3 * (p0.y - 2 * p1.y + p2.y)};
-    const CGPoint c{3 * (p1.x - p0.x), 3 * (p1.y - p0.y)};
-    const auto at = [&](double t, CGPoint c, CGPoint d) {
-      return CGPoint{((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y};
-    };
+    CGPoint c{3 * (p1.x - p0.x), 3 * (p1.y - p0.y)};
     const double half = h * h / 2, sixth = h * h / 6;
-    const CGPoint movedC{c.x - half * a.x, c.y - half * a.y}, movedD{p0.x - sixth * b.x, p0.y - sixth * b.y};
-    if (settings_.ends == CurveEnds::WithTangents) sink_.lineTo(at(h / 64, c, p0), Corner::Smooth);
-    for (int i = 1; i < count; ++i) sink_.lineTo(at(i * h, movedC, movedD), Corner::Smooth);
-    if (settings_.ends == CurveEnds::WithTangents) sink_.lineTo(at(1 - h / 64, c, p0), Corner::Smooth);
+    c = {c.x - half * a.x, c.y - half * a.y};
+    const CGPoint d{p0.x - sixth * b.x, p0.y - sixth * b.y};
+    for (int i = 1; i < count; ++i) {
+      const double t = i * h;
+      sink_.lineTo({((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y},
+                   Corner::Smooth);
+    }
     sink_.lineTo(p3, end);
   }
 

@@ -29,16 +29,16 @@ void Painter::goToRow(int y) {
   for (; row_ < y; ++row_) paintRow();
 }
 
-void Painter::even(int x, int y, int count, float coverage) {
+void Painter::even(int x, int y, int count, float winding) {
   goToRow(y);
-  std::fill_n(coverage_ + (x - box_.left), count, coverage);
+  std::fill_n(coverage_ + (x - box_.left), count, coverageOf(winding));
   left_ = std::min(left_, x);
   right_ = std::max(right_, x + count);
 }
 
-void Painter::varied(int x, int y, int count, const float* coverage) {
+void Painter::varied(int x, int y, int count, const float* windings) {
   goToRow(y);
-  std::copy_n(coverage, count, coverage_ + (x - box_.left));
+  std::transform(windings, windings + count, coverage_ + (x - box_.left), coverageOf);
   left_ = std::min(left_, x);
   right_ = std::max(right_, x + count);
 }

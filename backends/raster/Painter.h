@@ -47,8 +47,8 @@ class Painter {
   // Where coverage matters; empty when nothing will be painted.
   const PixelRect& box() const { return box_; }
 
-  void even(int x, int y, int count, float coverage);
-  void varied(int x, int y, int count, const float* coverage);
+  void even(int x, int y, int count, float winding);
+  void varied(int x, int y, int count, const float* windings);
   // Must be called once, behind the last row.
   void finish();
 

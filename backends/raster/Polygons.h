@@ -10,6 +10,10 @@
 
 namespace backend::raster {
 
+// Whether polygons are expected to overlap, themselves or each other, where it would not show in coverage
+// sums.
+enum class Overlaps { Unlikely, Likely };
+
 class Polygons {
  public:
   void clear() {
@@ -24,6 +28,8 @@ class Polygons {
   }
   void lineTo(CGPoint p, Corner = Corner::Sharp) { points_.push_back(p); }
   void close() {}
+  void leave(CGPoint) {}
+  void arrive(CGPoint) {}
 
   std::size_t count() const { return starts_.size(); }
   std::span<const CGPoint> polygon(std::size_t index) const {

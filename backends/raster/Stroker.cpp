@@ -8,11 +8,14 @@ namespace backend::raster {
 namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
-constexpr double chordTolerance = 0.012;  // of flattened curves and round joins, in device pixels
+constexpr double chordTolerance = 0.006;  // of flattened curves and round joins, in device pixels
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
 constexpr int mostDashes = 200000;
 constexpr double widestPen = 1e9;  // half a pen's width, in pixels; what AGG computes of it stays finite
+
+// A line narrower than this, in pixels, may cross another and leave no pixel that is covered twice all over.
+constexpr double thinPen = 2.5;
 
 double largestScale(const CGAffineTransform& t) {
   // The larger singular value.
@@ -32,11 +35,11 @@ void Stroker::Outline::add(const value_type& p) {
   isNew_ = false;
 }
 
-void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice,
-                     const DeviceRect& visible, Polygons& polygons) {
+Overlaps Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice,
+                         const DeviceRect& visible, Polygons& polygons) {
   const double scale = largestScale(toDevice);
   const std::optional<CGAffineTransform> toPath = toDevice.inverted();
-  if (!toPath || !std::isfinite(scale) || !(scale > 0) || !(style.width >= 0)) return;
+  if (!toPath || !std::isfinite(scale) || !(scale > 0) || !(style.width >= 0)) return Overlaps::Unlikely;
 
   setPen(style, scale);
   const CGRect seen = toPath->applyToRect(
@@ -46,15 +49,18 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   reach_ =
       DeviceRect{CGRectGetMinX(seen), CGRectGetMinY(seen), CGRectGetMaxX(seen), CGRectGetMaxY(seen)}.grown(
           margin);
-  if (reach_.isEmpty()) return;
+  if (reach_.isEmpty()) return Overlaps::Unlikely;
   setDashes(style, scale);
+  isThin_ = halfWidth_ * 2 * scale < thinPen;
+  near_.clear();
 
   outline_.toDevice = toDevice;
   outline_.polygons = &polygons;
-  Flattener<Stroker>(
-      {.visible = reach_, .tolerance = chordTolerance / scale, .ends = CurveEnds::WithTangents}, *this)
-      .add(path, {});
+  // The ends of a dash inside a curve go by its chord; finer ones turn them right.
+  const double tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 100) / scale;
+  Flattener<Stroker>({.visible = reach_, .tolerance = tolerance}, *this).add(path, {});
   finishContour(Contour::Open);
+  return isThin_ && near_.find(halfWidth_ * 2) ? Overlaps::Likely : Overlaps::Unlikely;
 }
 
 void Stroker::setPen(const StrokeStyle& style, double deviceScale) {
@@ -67,7 +73,7 @@ void Stroker::setPen(const StrokeStyle& style, double deviceScale) {
   join_ = joins[int(style.join)];
   constexpr agg::line_cap_e caps[] = {agg::butt_cap, agg::round_cap, agg::square_cap};
   pen_.line_cap(caps[int(style.cap)]);
-  miterLimit_ = style.miterLimit;
+  pen_.miter_limit(style.miterLimit);
   arcTolerance_ = chordTolerance / deviceScale;
   // The inner side of a join goes by the point itself where the line is shorter than its pen is wide, so that
   // windings stay of one sign.
@@ -151,7 +157,10 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
     skip(enter);
   }
   double at = enter;
-  if (isOn_ && piece_.empty()) add(at);
+  if (isOn_ && piece_.empty()) {
+    add(at);
+    if (at == 0) piece_.back().out = from.out;
+  }
   while (at + rest_ < leave) {
     at += rest_;
     if (isOn_) {
@@ -218,64 +227,116 @@ void Stroker::finishPiece() {
   piece_.clear();
 }
 
+CGPoint Stroker::unit(CGPoint v) {
+  const double length = std::sqrt(v.x * v.x + v.y * v.y);
+  return length > 0 ? CGPoint{v.x / length, v.y / length} : CGPoint{};
+}
+
 void Stroker::outline(std::vector<StrokePoint>& line, Contour contour) {
   // Leaves out points too near to the one before to give a direction.
   std::size_t count = 1;
   const auto isNear = [this](StrokePoint& a, const StrokePoint& b) { return !a(b) || a.dist < tolerance_; };
   for (std::size_t i = 1; i < line.size(); ++i) {
-    if (isNear(line[count - 1], line[i])) {
-      if (line[i].corner == Corner::Sharp) line[count - 1].corner = Corner::Sharp;
-    } else {
+    StrokePoint& last = line[count - 1];
+    if (!isNear(last, line[i])) {
       line[count++] = line[i];
+    } else {
+      if (line[i].corner == Corner::Sharp) last.corner = Corner::Sharp;
+      last.out = line[i].out;
     }
   }
   if (contour == Contour::Closed) {
-    while (count > 1 && isNear(line[count - 1], line[0])) --count;
+    while (count > 1 && isNear(line[count - 1], line[0])) {
+      line[0].in = line[count - 1].in;
+      --count;
+    }
   }
   if (count == 1) return outlineDot({line[0].x, line[0].y});
+  if (isThin_) {
+    near_.moveTo({line[0].x, line[0].y});
+    for (std::size_t i = 1; i < count; ++i) near_.lineTo({line[i].x, line[i].y});
+    if (contour == Contour::Closed) near_.lineTo({line[0].x, line[0].y});
+  }
 
+  // In an open line the last point's distance and chord are of no use.
+  for (std::size_t i = 0; i < count; ++i) {
+    StrokePoint &from = line[i], &to = line[(i + 1) % count];
+    from.chord = {(to.x - from.x) / from.dist, (to.y - from.y) / from.dist};
+    if (from.out == CGPoint{} || from.corner == Corner::Smooth) from.out = from.chord;
+    if (to.in == CGPoint{} || to.corner == Corner::Smooth) to.in = from.chord;
+  }
+  const auto negative = [](CGPoint v) { return CGPoint{-v.x, -v.y}; };
+  const auto forth = [&](std::size_t i) {
+    const StrokePoint &p = line[i], &before = line[(i + count - 1) % count];
+    turn(p, before.chord, p.in, before.dist);
+    addJoin({{p.x, p.y}, p.in, p.out, before.dist, p.dist, p.corner});
+    turn(p, p.out, p.chord, p.dist);
+  };
+  const auto back = [&](std::size_t i) {
+    const StrokePoint &p = line[i], &before = line[(i + count - 1) % count];
+    turn(p, negative(p.chord), negative(p.out), p.dist);
+    addJoin({{p.x, p.y}, negative(p.out), negative(p.in), p.dist, before.dist, p.corner});
+    turn(p, negative(p.in), negative(before.chord), before.dist);
+  };
   outline_.begin();
   if (contour == Contour::Open) {
-    const StrokePoint &first = line[0], &last = line[count - 1];
-    pen_.calc_cap(outline_, first, line[1], first.dist);
-    for (std::size_t i = 1; i + 1 < count; ++i) addJoin(line[i - 1], line[i], line[i + 1]);
-    pen_.calc_cap(outline_, last, line[count - 2], line[count - 2].dist);
-    for (std::size_t i = count - 2; i > 0; --i) addJoin(line[i + 1], line[i], line[i - 1]);
+    const StrokePoint &first = line[0], &last = line[count - 1], &before = line[count - 2];
+    addCap({first.x, first.y}, first.out);
+    turn(first, first.out, first.chord, first.dist);
+    for (std::size_t i = 1; i + 1 < count; ++i) forth(i);
+    turn(last, before.chord, last.in, before.dist);
+    addCap({last.x, last.y}, negative(last.in));
+    turn(last, negative(last.in), negative(before.chord), before.dist);
+    for (std::size_t i = count - 2; i > 0; --i) back(i);
+    turn(first, negative(first.chord), negative(first.out), first.dist);
     return;
   }
-  for (std::size_t i = 0; i < count; ++i)
-    addJoin(line[(i + count - 1) % count], line[i], line[(i + 1) % count]);
+  for (std::size_t i = 0; i < count; ++i) forth(i);
   if (count == 2) return;  // there and back: the one ring is all
   outline_.begin();
-  for (std::size_t i = count; i-- > 0;)
-    addJoin(line[(i + 1) % count], line[i], line[(i + count - 1) % count]);
+  for (std::size_t i = count; i-- > 0;) back(i);
 }
 
 // Only round ends have a shape without a direction.
 void Stroker::outlineDot(CGPoint at) {
   if (cap_ != LineCap::Round) return;
-  StrokePoint from(at, Corner::Sharp), to({at.x + halfWidth_, at.y}, Corner::Sharp);
   outline_.begin();
-  pen_.calc_cap(outline_, from, to, halfWidth_);
-  to.x = at.x - halfWidth_;
-  pen_.calc_cap(outline_, from, to, halfWidth_);
+  addCap(at, {1, 0});
+  addCap(at, {-1, 0});
 }
 
-void Stroker::addJoin(const StrokePoint& before, const StrokePoint& at, const StrokePoint& after) {
-  const double inX = at.x - before.x, inY = at.y - before.y, outX = after.x - at.x, outY = after.y - at.y;
-  const double inLength = std::sqrt(inX * inX + inY * inY), outLength = std::sqrt(outX * outX + outY * outY);
-  if (at.corner == Corner::Sharp) {
-    pen_.line_join(join_);
-    pen_.miter_limit(miterLimit_);
-  } else {
-    // Inside a curve the outline bends with the pen's radius. For a small turn a point in the middle will do:
-    // it lies outside the arc by about radius * (1 - cos(turn)) / 4.
-    const double cosine = (inX * outX + inY * outY) / (inLength * outLength);
-    const bool isSmall = halfWidth_ * (1 - cosine) < 4 * arcTolerance_;
-    pen_.line_join(isSmall ? agg::miter_join_revert : agg::round_join);
-    pen_.miter_limit(2);
+void Stroker::addCap(CGPoint at, CGPoint inward) {
+  pen_.calc_cap(outline_, {at.x, at.y}, {at.x + inward.x, at.y + inward.y}, 1);
+}
+
+// The first chord of a curve leaves in another direction than the curve itself. Where the bend is narrower
+// than the pen the outline goes round it, by a join without a corner.
+void Stroker::turn(const StrokePoint& at, CGPoint in, CGPoint out, double length) {
+  const double x = in.x - out.x, y = in.y - out.y;
+  if (halfWidth_ * halfWidth_ * (x * x + y * y) < 0.1 * length * length) return;
+  addJoin({{at.x, at.y}, in, out, length, length, Corner::Smooth});
+}
+
+void Stroker::addJoin(const Bend& bend) {
+  const CGPoint at = bend.at, in = bend.in, out = bend.out;
+  const double cosine = in.x * out.x + in.y * out.y;
+  // One point between the normals of both chords does where the line goes straight on, and where it bends
+  // little in comparison to its chords, inside a curve or too little to tell the joins apart. Its distance
+  // from the line is a trifle more than half the pen's width: chords then cut off the curve outside as much
+  // as they add.
+  const double least = bend.corner == Corner::Smooth ? 0.8 : 0.9999;
+  const double shorter = std::min(bend.inLength, bend.outLength);
+  const bool isGentle = cosine > least && halfWidth_ * (1 - cosine) < 6 * arcTolerance_ &&
+                        halfWidth_ * halfWidth_ * 2 * (1 - cosine) < 0.8 * shorter * shorter;
+  if (isGentle || cosine > 1 - 1e-10) {
+    const double f = halfWidth_ * (0.5 + 5.0 / 24 * (1 - cosine));
+    return outline_.add({at.x + f * (in.y + out.y), at.y - f * (in.x + out.x)});
   }
-  pen_.calc_join(outline_, before, at, after, inLength, outLength);
+  pen_.line_join(bend.corner == Corner::Smooth ? agg::round_join : join_);
+  // AGG takes directions from points.
+  const agg::vertex_dist before(at.x - in.x * bend.inLength, at.y - in.y * bend.inLength), here(at.x, at.y),
+      after(at.x + out.x * bend.outLength, at.y + out.y * bend.outLength);
+  pen_.calc_join(outline_, before, here, after, bend.inLength, bend.outLength);
 }
 
 }  // namespace backend::raster

@@ -7,6 +7,7 @@
 
 #include "agg_math_stroke.h"
 #include "backends/raster/Flattener.h"
+#include "backends/raster/NearLines.h"
 #include "backends/raster/Polygons.h"
 #include "platform/backend/Canvas.h"
 
@@ -15,14 +16,21 @@ namespace backend::raster {
 // A point of the line to stroke, with the distance to the next one.
 struct StrokePoint : agg::vertex_dist {
   StrokePoint(CGPoint p, Corner corner) : vertex_dist(p.x, p.y), corner(corner) {}
+
   Corner corner = Corner::Sharp;
+  // The directions, of length 1, in which the line arrives and leaves. Zero until it is known: as the chord
+  // goes.
+  CGPoint in, out;
+  CGPoint chord;  // to the next point
 };
 
 class Stroker {
  public:
   // Adds the outline to `polygons`, in device pixels. What lies outside the visible rectangle may be missing.
-  void stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice,
-              const DeviceRect& visible, Polygons& polygons);
+  //
+  // Overlaps are likely where a thin line comes near itself.
+  Overlaps stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice,
+                  const DeviceRect& visible, Polygons& polygons);
 
  private:
   friend class Flattener<Stroker>;
@@ -49,7 +57,10 @@ class Stroker {
   // Told by the flattener.
   void moveTo(CGPoint p);
   void lineTo(CGPoint p, Corner corner);
+  void leave(CGPoint direction) { points_.back().out = unit(direction); }
+  void arrive(CGPoint direction) { points_.back().in = unit(direction); }
   void close() { finishContour(Contour::Closed); }
+  static CGPoint unit(CGPoint v);
 
   void finishContour(Contour contour);
   void walkContour(Contour contour);
@@ -61,16 +72,26 @@ class Stroker {
 
   void outline(std::vector<StrokePoint>& line, Contour contour);
   void outlineDot(CGPoint at);
-  void addJoin(const StrokePoint& before, const StrokePoint& at, const StrokePoint& after);
+  // A corner of the outline's left side, for a line that comes in and goes out in these directions.
+  struct Bend {
+    CGPoint at, in, out;
+    double inLength, outLength;
+    Corner corner;
+  };
+  void addJoin(const Bend& bend);
+  void turn(const StrokePoint& at, CGPoint in, CGPoint out, double length);
+  void addCap(CGPoint at, CGPoint inward);
 
   agg::math_stroke<Outline> pen_;
   Outline outline_;
   LineCap cap_ = LineCap::Butt;
   agg::line_join_e join_ = agg::miter_join_revert;
-  double halfWidth_ = 0, miterLimit_ = 10, arcTolerance_ = 0;
+  double halfWidth_ = 0, arcTolerance_ = 0;
   double tolerance_ = 0;  // a distance too short to be seen, in the path's space
   DeviceRect reach_;      // what lies outside cannot be seen, in the path's space
   std::vector<StrokePoint> points_, piece_;
+  bool isThin_ = false;  // a stroke that may overlap itself without filling a pixel
+  NearLines near_;       // all of its lines
 
   std::vector<double> dashes_;  // on and off in turn; empty for a solid line
   double dashTotal_ = 0, dashPhase_ = 0;

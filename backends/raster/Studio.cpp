@@ -4,7 +4,7 @@ namespace backend::raster {
 
 namespace {
 
-constexpr double chordTolerance = 0.015;  // of flattened curves, in device pixels
+constexpr double chordTolerance = 0.010;  // of flattened curves, in device pixels
 constexpr double largestDeviation = 256;  // of a shadow's blur, in device pixels
 
 // The rectangle that a path is, when the transform keeps it upright.
@@ -22,11 +22,11 @@ std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform&
 class PlaneWriter {
  public:
   explicit PlaneWriter(Plane& plane) : plane_(plane) {}
-  void even(int x, int y, int count, float coverage) {
-    std::fill_n(plane_.row(y) + (x - plane_.box.left), count, coverage);
+  void even(int x, int y, int count, float winding) {
+    std::fill_n(plane_.row(y) + (x - plane_.box.left), count, coverageOf(winding));
   }
-  void varied(int x, int y, int count, const float* coverage) {
-    std::copy_n(coverage, count, plane_.row(y) + (x - plane_.box.left));
+  void varied(int x, int y, int count, const float* windings) {
+    std::transform(windings, windings + count, plane_.row(y) + (x - plane_.box.left), coverageOf);
   }
 
  private:
@@ -99,14 +99,8 @@ void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
   polygons_.clear();
   flatten(path, DeviceRect::of(clip.box));
   const PixelRect covered = clip.box.intersected(polygons_.bounds().roundedOut());
-  if (covered.isEmpty() || !addPolygons(covered, {}, rule)) return clip.makeEmpty();
-  clip.intersectCoverage(coverage_, covered, masks_);
-}
-
-bool RasterCanvas::Studio::addPolygons(const PixelRect& box, CGPoint moved, FillRule) {
-  if (!coverage_.begin(box)) return false;
-  coverage_.add(polygons_, moved);
-  return true;
+  if (covered.isEmpty()) return clip.makeEmpty();
+  clip.intersectShape({.polygons = polygons_, .rule = rule}, covered, coverage_, masks_);
 }
 
 void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
@@ -114,15 +108,18 @@ void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));
-  paintPolygons(rule, {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
+  paintPolygons({.polygons = polygons_, .rule = rule},
+                {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
 }
 
 void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
   if (state_.clip.box.isEmpty()) return;
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
-  stroker_.stroke(path, style, state_.toDevice, DeviceRect::of(neededBox(shadow)), polygons_);
-  paintPolygons(FillRule::NonZero, {.color = premultiplied(state_.strokeColor, state_.alpha)}, shadow);
+  const Overlaps overlaps =
+      stroker_.stroke(path, style, state_.toDevice, DeviceRect::of(neededBox(shadow)), polygons_);
+  paintPolygons({.polygons = polygons_, .overlaps = overlaps},
+                {.color = premultiplied(state_.strokeColor, state_.alpha)}, shadow);
 }
 
 void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
@@ -130,21 +127,21 @@ void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const L
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));
-  paintPolygons(rule, {.gradient = &ramp_}, shadow);
+  paintPolygons({.polygons = polygons_, .rule = rule}, {.gradient = &ramp_}, shadow);
 }
 
-void RasterCanvas::Studio::paintPolygons(FillRule rule, const Source& source,
+void RasterCanvas::Studio::paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                                          const std::optional<CastShadow>& shadow) {
-  if (shadow) paintShadowOfPolygons(rule, source, *shadow);
-  const PixelRect shape = polygons_.bounds().roundedOut().intersected(state_.clip.box);
+  if (shadow) paintShadowOfPolygons(shape, source, *shadow);
+  const PixelRect box = polygons_.bounds().roundedOut().intersected(state_.clip.box);
   const Painting painting{surface(), source, state_.blendMode, state_.clip};
-  Painter painter(painting, shape, painterMemory_);
+  Painter painter(painting, box, painterMemory_);
   if (painter.box().isEmpty()) return;
-  if (!shape.isEmpty() && addPolygons(shape, {}, rule)) coverage_.sweep(painter);
+  if (!box.isEmpty()) coverage_.sweep(shape, box, painter);
   painter.finish();
 }
 
-void RasterCanvas::Studio::paintShadowOfPolygons(FillRule rule, const Source& source,
+void RasterCanvas::Studio::paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source,
                                                  const CastShadow& shadow) {
   // The shape itself is moved, not its pixels: an offset by a part of a pixel stays exact.
   DeviceRect bounds = polygons_.bounds();
@@ -153,11 +150,12 @@ void RasterCanvas::Studio::paintShadowOfPolygons(FillRule rule, const Source& so
   const int reach = Blur::reach(shadow.deviation);
   const PixelRect box = bounds.roundedOut().intersected(state_.clip.box.grown(reach));
   const PixelRect shaded = box.isEmpty() ? box : box.grown(reach).intersected(state_.clip.box);
-  if (shaded.isEmpty() || !cast_.begin(box) || !addPolygons(box, {shadow.dx, shadow.dy}, rule)) {
+  if (shaded.isEmpty() || !cast_.begin(box)) {
     return paintPlane(blurred_, Float4{});
   }
   PlaneWriter writer(cast_);
-  coverage_.sweep(writer);
+  shape.moved = {shadow.dx, shadow.dy};
+  coverage_.sweep(shape, box, writer);
   Float4 color = shadow.color;
   if (source.gradient) {
     for (int y = box.top; y < box.bottom; ++y) {

@@ -58,11 +58,11 @@ class RasterCanvas::Studio {
   void resample(const ImagePixels& image, const PixelRect& box, Layer& pixels);
   static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source,
                            const PixelRect& box, Layer& pixels);
-  void paintPolygons(FillRule rule, const Source& source, const std::optional<CastShadow>& shadow);
-  void paintShadowOfPolygons(FillRule rule, const Source& source, const CastShadow& shadow);
+  void paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
+                     const std::optional<CastShadow>& shadow);
+  void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
   void paintPlane(Plane& plane, Float4 color);
-  bool addPolygons(const PixelRect& box, CGPoint moved, FillRule rule);
 
   Bitmap* bitmap_ = nullptr;
   double scale_ = 1;

@@ -7,8 +7,10 @@ namespace {
 class MaskWriter {
  public:
   explicit MaskWriter(GlyphMask& mask) : mask_(mask) {}
-  void even(int x, int y, int count, float coverage) { std::fill_n(at(x, y), count, coverage); }
-  void varied(int x, int y, int count, const float* coverage) { std::copy_n(coverage, count, at(x, y)); }
+  void even(int x, int y, int count, float winding) { std::fill_n(at(x, y), count, coverageOf(winding)); }
+  void varied(int x, int y, int count, const float* windings) {
+    std::transform(windings, windings + count, at(x, y), coverageOf);
+  }
 
  private:
   float* at(int x, int y) {
@@ -71,9 +73,8 @@ const GlyphMask* RasterCanvas::Studio::maskOf(const GlyphPlace& place,
   if (!mask.box.isEmpty()) {
     if (mask.box.width() > GlyphCache::mostMaskSide || mask.box.height() > GlyphCache::mostMaskSide) return nullptr;
     mask.coverage.assign(std::size_t(mask.box.width()) * std::size_t(mask.box.height()), 0.0f);
-    if (!addPolygons(mask.box, {}, FillRule::NonZero)) return nullptr;
     MaskWriter writer(mask);
-    coverage_.sweep(writer);
+    coverage_.sweep({.polygons = polygons_}, mask.box, writer);
   }
   return &glyphs_.keep(place, typeface, std::move(mask));
 }
@@ -87,7 +88,7 @@ void RasterCanvas::Studio::fillGlyphs(const GlyphRun& run, CGPoint origin) {
     flatten(run.typeface->outline(run.glyphs[i]),
             CGAffineTransform::translation(place.x, place.y).then(state_.toDevice), needed);
   }
-  paintPolygons(FillRule::NonZero, {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
+  paintPolygons({.polygons = polygons_}, {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
 }
 
 }  // namespace backend::raster

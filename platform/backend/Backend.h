@@ -13,6 +13,13 @@
 #include "platform/backend/Canvas.h"
 #include "platform/backend/SystemColor.h"
 
+namespace platform {
+
+class NSView;
+class NSWindow;
+
+}  // namespace platform
+
 namespace backend {
 
 // Screen space: points, the origin at the lower left of the primary screen, y up.
@@ -33,7 +40,11 @@ class WindowClient {
   virtual void nativeScaleChanged() = 0;
   virtual void nativeKeyStatusChanged(bool isKey) = 0;
   virtual void nativeCloseRequested() = 0;
+  // The window that the events of the native one name; absent while it goes.
+  virtual std::shared_ptr<platform::NSWindow> eventWindow() = 0;
 };
+
+enum class FocusStep { Next, Previous };
 
 // A window of the desktop. It keeps its picture: an expose copies it and asks for nothing.
 class NativeWindow {
@@ -55,6 +66,14 @@ class NativeWindow {
   // Opens the kept picture for painting; base space is the content, in points. The rectangles, in whole device pixels,
   // are all that the painter changes; they are on screen afterwards.
   virtual void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) = 0;
+
+  // What a program wants to know that has the window's views among widgets of its own. Others leave these as they are.
+  virtual void eventWasNotTaken() {}  // the key down or scroll that is being sent found nobody
+  virtual void firstResponderDidChange() {}
+  virtual void intrinsicContentSizeDidChange(platform::NSView&) {}
+  // Takes the keyboard focus on from the first responder, in the order of the program's widgets. False: the window goes
+  // along its key views.
+  virtual bool moveFocus(FocusStep) { return false; }
 };
 
 enum class WindowKind { Titled, Borderless, Popup };

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "platform/foundation/Geometry.h"
 #include "platform/foundation/NSObject.h"
@@ -44,6 +45,10 @@ enum NSEventModifierFlags : std::uint32_t {
   NSEventModifierFlagNumericPad = 0x200000,
   NSEventModifierFlagFunction = 0x800000,
 };
+
+// What the Tab key types, and with Shift.
+inline constexpr std::string_view NSTabCharacter = "\t";
+inline constexpr std::string_view NSBackTabCharacter = "\x19";
 
 // Characters of keys that type none.
 inline constexpr char32_t NSUpArrowFunctionKey = 0xF700;

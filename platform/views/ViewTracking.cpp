@@ -45,7 +45,8 @@ void ViewTracking::visibleAreaDidChange() {
   updateTrackingAreas();
   // What shows of the views below changes with what shows of this one.
   const std::vector<Ref<NSView>> copy = subviews();
-  for (const Ref<NSView>& view : copy) static_cast<ViewTracking&>(*view).visibleAreaDidChange();
+  for (const Ref<NSView>& view : copy)
+    if (view->window()) static_cast<ViewTracking&>(*view).visibleAreaDidChange();
 }
 
 }  // namespace platform

@@ -135,11 +135,16 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
   if (wanted == firstResponder_) return true;
   const Ref<NSResponder> held = refTo(*wanted), heldEarlier = refTo(*firstResponder_);
   if (firstResponder_ != this && !firstResponder_->resignFirstResponder()) return false;
-  firstResponder_ = this;
+  setFirstResponder(*this);
   if (wanted == this) return true;
   if (!wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
-  firstResponder_ = wanted;
+  setFirstResponder(*wanted);
   return true;
+}
+
+void NSWindow::setFirstResponder(NSResponder& responder) {
+  firstResponder_ = &responder;
+  if (native_) native_->firstResponderDidChange();
 }
 
 namespace {
@@ -152,32 +157,67 @@ void collectKeyViews(const Ref<NSView>& view, std::vector<Ref<NSView>>& result) 
 
 }  // namespace
 
-bool NSWindow::selectKeyView(int step) {
-  if (!contentView_) return false;
+bool NSWindow::selectKeyViewWithin(NSView& view, backend::FocusStep step) {
+  const std::ptrdiff_t direction = step == backend::FocusStep::Next ? 1 : -1;
   std::vector<Ref<NSView>> views;
-  collectKeyViews(contentView_, views);
+  collectKeyViews(refTo(view), views);
   const auto count = static_cast<std::ptrdiff_t>(views.size());
-  std::ptrdiff_t now = step > 0 ? -1 : count;
+  std::ptrdiff_t now = direction > 0 ? -1 : count;
   for (std::ptrdiff_t i = 0; i < count; ++i)
     if (views[i].get() == firstResponder_) now = i;
-  for (std::ptrdiff_t next = now + step; next >= 0 && next < count; next += step)
+  for (std::ptrdiff_t next = now + direction; next >= 0 && next < count; next += direction)
     if (makeFirstResponder(views[next].get())) return true;
   return false;
 }
 
-bool NSWindow::selectNextKeyView() { return selectKeyView(1); }
-bool NSWindow::selectPreviousKeyView() { return selectKeyView(-1); }
+bool NSWindow::selectNextKeyView() {
+  return contentView_ && selectKeyViewWithin(*contentView_, backend::FocusStep::Next);
+}
+
+bool NSWindow::selectPreviousKeyView() {
+  return contentView_ && selectKeyViewWithin(*contentView_, backend::FocusStep::Previous);
+}
+
+namespace {
+
+std::optional<backend::FocusStep> focusStepOf(const NSEvent& event) {
+  if (event.modifierFlags() & (NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand))
+    return std::nullopt;
+  if (event.characters() == NSBackTabCharacter) return backend::FocusStep::Previous;
+  if (event.characters() != NSTabCharacter) return std::nullopt;
+  return event.modifierFlags() & NSEventModifierFlagShift ? backend::FocusStep::Previous : backend::FocusStep::Next;
+}
+
+}  // namespace
+
+void NSWindow::keyDown(const Ref<NSEvent>& event) {
+  if (const std::optional<backend::FocusStep> step = focusStepOf(*event)) {
+    if ((native_ && native_->moveFocus(*step)) || !contentView_ || selectKeyViewWithin(*contentView_, *step)) return;
+    if (makeFirstResponder(nullptr)) selectKeyViewWithin(*contentView_, *step);
+  } else if (nextResponder()) {
+    NSResponder::keyDown(event);
+  } else if (native_) {
+    native_->eventWasNotTaken();
+  }
+}
+
+void NSWindow::scrollWheel(const Ref<NSEvent>& event) {
+  if (nextResponder()) NSResponder::scrollWheel(event);
+  else if (native_) native_->eventWasNotTaken();
+}
 
 void NSWindow::viewWillLeave(NSView& view) {
   if (firstResponder_ == &view) {
     view.resignFirstResponder();
-    firstResponder_ = this;
+    setFirstResponder(*this);
   }
   for (Press& press : pressed_)
     if (press.view.lock().get() == &view) press.view.reset();
 }
 
-void NSWindow::intrinsicContentSizeDidChange(NSView&) {}
+void NSWindow::intrinsicContentSizeDidChange(NSView& view) {
+  if (native_) native_->intrinsicContentSizeDidChange(view);
+}
 
 void NSWindow::sendEvent(const Ref<NSEvent>& event) {
   const Ref<NSWindow> held = refTo(*this);
@@ -228,6 +268,7 @@ void NSWindow::dispatchMouse(const Ref<NSEvent>& event) {
   switch (event->type()) {
     case NSEventType::ScrollWheel:
       if (const Ref<NSView> view = viewUnderPointer()) view->scrollWheel(event);
+      else scrollWheel(event);
       return;
     // A backend tells with these, without an area, that the pointer has come into the window or gone.
     case NSEventType::MouseExited:

@@ -63,6 +63,12 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   // Go on to the next or previous view that the Tab key may stop at, in the order of the tree. False at the end.
   bool selectNextKeyView();
   bool selectPreviousKeyView();
+  // The same among one view and those below it.
+  bool selectKeyViewWithin(NSView& view, backend::FocusStep step);
+
+  // Of the keys that no view takes, Tab and Shift-Tab go along the key views, round at the ends.
+  void keyDown(const Ref<NSEvent>& event) override;
+  void scrollWheel(const Ref<NSEvent>& event) override;
 
   const std::string& title() const { return title_; }
   void setTitle(std::string title);
@@ -101,12 +107,13 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   void nativeScaleChanged() override;
   void nativeKeyStatusChanged(bool isKey) override;
   void nativeCloseRequested() override { close(); }
+  Ref<NSWindow> eventWindow() override { return std::static_pointer_cast<NSWindow>(weak_from_this().lock()); }
 
   void makeNative();
   void drawContents(CGRect rect, backend::Canvas& canvas);
   void dispatchMouse(const Ref<NSEvent>& event);
   void dispatchKey(const Ref<NSEvent>& event);
-  bool selectKeyView(int step);
+  void setFirstResponder(NSResponder& responder);
   void resetCursorRectsBelow(NSView& view);
 
   std::unique_ptr<backend::NativeWindow> native_;

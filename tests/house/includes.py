@@ -2,7 +2,8 @@
 """Reads the include lines of all sources and tells each that points the wrong way: includes.py SOURCE_FOLDER
 
 The arrows of the house: uikit -> platform -> platform/backend, backends -> platform; gallery, tools, tests, bench and
-examples stand on top. Exits with 1 and one line for each wrong arrow.
+examples stand on top. A source begins with its own header, which so is compiled alone by every build; the headers that
+have no source are compiled by another test. Exits with 1 and one line for each mistake.
 """
 import os
 import re
@@ -31,14 +32,14 @@ PROJECT = {
 }
 TOP = ["gallery", "tools", "tests", "bench", "examples"]
 
-# What else a folder may include, by the start of the name. Whoever includes a header of the library must not need more
-# than the library, so all but the backend on Qt keep these to their sources.
+# What else a folder may include, by the start of the name. Whoever includes a header of platform must not need more than
+# the library.
 OTHERS_IN_SOURCES = {
     "platform": ["nlohmann/", "utf8proc.h"],
     "backends/raster": ["agg_"],
     "backends/qt": ["Q", "qpa/"],
 }
-OTHERS_IN_HEADERS = {"backends/qt": ["Q"]}
+OTHERS_IN_HEADERS = {"backends/raster": ["agg_"], "backends/qt": ["Q"]}
 # A vector instruction is the compiler's, not the system's.
 COMPILER_HEADERS = {"backends/raster": ["immintrin.h", "emmintrin.h", "arm_neon.h"]}
 
@@ -85,10 +86,10 @@ def reason_against(path, folder, quote, name):
     if quote == "<" and name in STANDARD:
         return None
     others = OTHERS_IN_SOURCES if path.endswith(".cpp") else OTHERS_IN_HEADERS
+    allowed = (longest(others, folder) or []) + (longest(COMPILER_HEADERS, folder) or [])
+    if any(name.startswith(start) for start in allowed):
+        return None
     if quote == "<":
-        allowed = (longest(others, folder) or []) + (longest(COMPILER_HEADERS, folder) or [])
-        if any(name.startswith(start) for start in allowed):
-            return None
         return f"{folder} may not include it"
     if any(part in (".", "..") for part in name.split("/")) or "/" not in name:
         return "the project's headers are named from its root"
@@ -113,6 +114,17 @@ def sources(root):
                     yield os.path.relpath(os.path.join(folder, name), root)
 
 
+def wrong_start(path, text, has_header):
+    """A header that is not guarded, or a source that does not begin with its header."""
+    if path.endswith(".h"):
+        return [] if re.search(r"^#pragma once$", text, re.MULTILINE) else [f"{path}:1: #pragma once is missing"]
+    own = path[:-len(".cpp")] + ".h"
+    first = INCLUDE.search(text)
+    if has_header and not (first and first.group(2) == own):
+        return [f"{path}:1: its first include must be {own}"]
+    return []
+
+
 def unknown_folders(root):
     """Sources in folders that the house does not have would escape every rule."""
     known = set(KIT_FOLDERS)
@@ -127,7 +139,9 @@ def main(root):
     for path in sources(root):
         count += 1
         with open(os.path.join(root, path), encoding="utf-8") as file:
-            wrong += wrong_arrows(path, file.read())
+            text = file.read()
+        wrong += wrong_arrows(path, text)
+        wrong += wrong_start(path, text, os.path.exists(os.path.join(root, path[:-len(".cpp")] + ".h")))
     for line in wrong:
         print(line)
     if not count:

@@ -52,7 +52,8 @@ class Includes(unittest.TestCase):
         self.assertWrong("backends/qt/QtBackend.cpp", '#include "uikit/stylekit/Routines.h"')
         self.assertWrong("backends/raster/RasterCanvas.cpp", "#include <QImage>")
         self.assertRight("backends/raster/Stroker.cpp", "#include <agg_conv_stroke.h>")
-        self.assertWrong("backends/raster/Stroker.h", "#include <agg_conv_stroke.h>")
+        self.assertRight("backends/raster/Stroker.h", '#include "agg_math_stroke.h"')
+        self.assertWrong("platform/graphics/NSBezierPath.cpp", '#include "agg_math_stroke.h"')
         self.assertWrong("backends/recording/RecordingCanvas.cpp", '#include "backends/raster/Bitmap.h"')
 
     def test_the_folders_of_the_kit_know_each_other_only_where_listed(self):
@@ -75,6 +76,19 @@ class Includes(unittest.TestCase):
     def test_spaces_do_not_hide_an_include(self):
         self.assertWrong("uikit/stylekit/Play.cpp", "  #  include   <QWidget>")
 
+    def test_a_source_begins_with_its_header(self):
+        def wrong(path, text, has_header=True):
+            return len(includes.wrong_start(path, text, has_header))
+        own, other = '#include "uikit/links/Link.h"\n', "#include <string>\n"
+        self.assertEqual(wrong("uikit/links/Link.cpp", own + other), 0)
+        self.assertEqual(wrong("uikit/links/Link.cpp", other + own), 1)
+        self.assertEqual(wrong("uikit/links/Link.cpp", ""), 1)
+        self.assertEqual(wrong("uikit/links/Link.cpp", other, has_header=False), 0)
+
+    def test_a_header_is_guarded(self):
+        self.assertEqual(includes.wrong_start("a/B.h", "// What it is.\n#pragma once\n", True), [])
+        self.assertEqual(len(includes.wrong_start("a/B.h", "// #pragma once\n", True)), 1)
+
     def test_the_line_of_the_wrong_arrow_is_told(self):
         self.assertEqual(arrows("uikit/links/Link.h", "#pragma once", "", "#include <QWidget>"),
                          ["uikit/links/Link.h:3: QWidget: uikit/links may not include it"])
@@ -86,7 +100,7 @@ class Includes(unittest.TestCase):
             with tempfile.TemporaryDirectory() as root:
                 os.makedirs(os.path.join(root, os.path.dirname(path)))
                 with open(os.path.join(root, path), "w", encoding="utf-8") as file:
-                    file.write(line + "\n")
+                    file.write("#pragma once\n" + line + "\n")
                 self.assertEqual(includes.main(root), status, path)
 
 

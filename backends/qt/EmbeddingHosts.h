@@ -1,0 +1,28 @@
+// The top-level widgets with embedded views, each with its host, from the first view's coming until the widget goes.
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "backends/qt/EmbeddingHost.h"
+
+class QEvent;
+
+namespace backend::qt {
+
+class EmbeddingHosts {
+ public:
+  explicit EmbeddingHosts(KeysSentEarly& keysSentEarly) : keysSentEarly_(keysSentEarly) {}
+
+  EmbeddingHost& hostOf(QWidget& topLevel);  // made where there is none
+  EmbeddingHost* hostIfAny(const QWidget& topLevel) const;
+
+  // An event that some widget of the program is about to get.
+  void observe(const QWidget& widget, const QEvent& event);
+
+ private:
+  KeysSentEarly& keysSentEarly_;
+  std::map<const QObject*, std::unique_ptr<EmbeddingHost>> hosts_;
+};
+
+}  // namespace backend::qt

@@ -1,0 +1,19 @@
+// Keys and modifiers as the platform layer names them.
+#pragma once
+
+#include <QKeyEvent>
+#include <cstdint>
+#include <optional>
+
+#include "platform/events/NSEvent.h"
+
+namespace backend::qt {
+
+// Qt's Meta is Command, Control is Control, Alt is Option.
+std::uint32_t modifierFlagsOf(Qt::KeyboardModifiers modifiers);
+
+// The fields that a key event brings; window, location and time are the sender's. A modifier key is a change of flags.
+// Absent for what is no event here: the releases between the repeats of a key that is held.
+std::optional<platform::NSEvent::Fields> keyFieldsOf(const QKeyEvent& event);
+
+}  // namespace backend::qt

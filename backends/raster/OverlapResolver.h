@@ -1,0 +1,67 @@
+// Replaces polygons that overlap each other or themselves by others that do not and that bound the same area:
+// what a fill rule says is inside gets the winding number 1, all else 0.
+//
+// It cuts the plane into strips at every corner and every crossing. In a strip all sides are straight lines
+// from top to bottom that keep their order, so walking through them from the left finds those where inside
+// and outside meet.
+#pragma once
+
+#include <vector>
+
+#include "backends/raster/Polygons.h"
+
+namespace backend::raster {
+
+class OverlapResolver {
+ public:
+  // What to resolve: these polygons, moved, between two heights and left of a column.
+  struct Task {
+    const Polygons& polygons;
+    CGPoint moved;
+    FillRule rule = FillRule::NonZero;
+    double top = 0, bottom = 0, right = 0;
+  };
+
+  // Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends.
+  template <class Function>
+  void resolve(const Task& task, Function edge);
+
+ private:
+  struct Side {
+    double top, bottom, x, slope;  // x at the top, and its change by height
+    int direction;
+    double at(double y) const { return x + (y - top) * slope; }
+  };
+  struct Crossing {
+    double top, bottom;  // x at the top and the bottom of a strip
+    int direction;
+  };
+  struct Bound {
+    CGPoint from, to;
+  };
+
+  void collect(const Task& task);
+  void addRow(double top, double bottom, FillRule rule);
+  void addStrip(double top, double bottom, FillRule rule, int depth);
+
+  std::vector<Side> sides_;  // by their tops
+  std::vector<const Side*> active_;
+  std::vector<double> cuts_;
+  std::vector<Crossing> crossings_;
+  std::vector<Bound> bounds_;
+  std::size_t next_ = 0;  // of the sides, not yet active
+  int stripsLeft_ = 0;    // in this row
+};
+
+template <class Function>
+void OverlapResolver::resolve(const Task& task, Function edge) {
+  collect(task);
+  // Row by row, so that little needs to be looked at at once.
+  for (double top = task.top; top < task.bottom; ++top) {
+    bounds_.clear();
+    addRow(top, top + 1, task.rule);
+    for (const Bound& bound : bounds_) edge(bound.from, bound.to);
+  }
+}
+
+}  // namespace backend::raster

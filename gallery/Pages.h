@@ -1,0 +1,29 @@
+// The pages of the gallery, one table: a new page is a row in Pages.cpp and a source of its own.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+class QWidget;
+
+namespace gallery {
+
+// What a page tells of what the user did with it; shown at the window's foot.
+using Report = std::function<void(const std::string&)>;
+
+struct Page {
+  std::string_view name;
+  QWidget* (*make)(Report report) = nullptr;  // owned by whoever shows it
+};
+
+std::span<const Page> pages();
+// Absent if there is no page of this name.
+const Page* findPage(std::string_view name);
+
+QWidget* makeArtworkPage(Report report);
+QWidget* makeSmallControlsPage(Report report);
+QWidget* makeTrackListPage(Report report);
+
+}  // namespace gallery

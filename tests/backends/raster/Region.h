@@ -1,0 +1,58 @@
+// Exact regions of the plane, for references: what a path fills or a pen covers, told line by line. Slow and
+// independent of the canvas: curves are hundreds of chords, strokes a union of rectangles, join wedges and
+// caps.
+#pragma once
+
+#include <vector>
+
+#include "platform/backend/Canvas.h"
+
+namespace backend::raster::test {
+
+struct Interval {
+  double low, high;
+};
+
+class Region {
+ public:
+  static Region filled(const Path& path, FillRule rule, const CGAffineTransform& toDevice);
+  static Region stroked(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice);
+
+  // The parts of the line at height y that lie in the region, in order and apart from each other.
+  std::vector<Interval> at(double y) const;
+  // The same region between two heights, with less to look at.
+  Region between(double top, double bottom) const;
+
+ private:
+  struct Polygon {  // or, of a fill, a single side
+    std::vector<CGPoint> points;
+    double top, bottom;
+  };
+  enum class Rule { NonZero, EvenOdd, Union };  // the last: of convex polygons, of either direction
+
+  void add(std::vector<CGPoint> points, const CGAffineTransform& toDevice);
+
+  Rule rule_ = Rule::NonZero;
+  std::vector<Polygon> polygons_;
+};
+
+// The area of each pixel that a region covers, by many lines a pixel row, each exact.
+class Coverage {
+ public:
+  Coverage(int width, int height)
+      : width(width), height(height), values(std::size_t(width) * std::size_t(height)) {}
+  Coverage(const Region& region, int width, int height);
+
+  double& at(int x, int y) { return values[std::size_t(y) * std::size_t(width) + std::size_t(x)]; }
+  double at(int x, int y) const { return values[std::size_t(y) * std::size_t(width) + std::size_t(x)]; }
+
+  // The direct convolution with a Gaussian at whole pixels, its weights' sum 1. Outside the picture all is 0.
+  Coverage blurred(double deviation) const;
+  Coverage times(const Coverage& other) const;
+  Coverage cropped(int left, int top, int newWidth, int newHeight) const;
+
+  int width, height;
+  std::vector<double> values;
+};
+
+}  // namespace backend::raster::test

@@ -1,0 +1,32 @@
+// Recordings that are kept in files beside the tests, one line for each operation, so that a change of a picture shows in a
+// review as the lines that changed. tests/write-expected writes them anew.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace harness {
+
+// Compares with the file tests/<path>; the first line that differs is told. While they are written anew, writes it instead.
+inline void expectSameAsFile(const std::string& path, const std::vector<std::string>& lines) {
+  if (const char* folder = std::getenv("TESSALUNA_WRITE_EXPECTED")) {
+    std::ofstream file(std::string(folder) + "/" + path);
+    for (const std::string& line : lines) file << line << "\n";
+    file.close();
+    ASSERT_TRUE(file) << "could not write " << path;
+    return;
+  }
+  std::ifstream file(std::string(TESSALUNA_SOURCE_DIR) + "/tests/" + path);
+  ASSERT_TRUE(file) << "no file " << path;
+  std::vector<std::string> expected;
+  for (std::string line; std::getline(file, line);) expected.push_back(line);
+  for (std::size_t i = 0; i < std::min(lines.size(), expected.size()); ++i)
+    ASSERT_EQ(lines[i], expected[i]) << path << ":" << i + 1;
+  EXPECT_EQ(lines.size(), expected.size()) << path;
+}
+
+}  // namespace harness

@@ -1,0 +1,43 @@
+// What some drawing looks like: a bitmap of the base space from (0, 0), painted with one pixel a point unless told otherwise.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <utility>
+
+#include "backends/raster/Bitmap.h"
+#include "backends/raster/RasterCanvas.h"
+#include "platform/graphics/NSGraphicsContext.h"
+
+namespace harness {
+
+struct PictureSize {
+  int width = 0, height = 0;  // points
+  double scale = 1;
+};
+
+template <class Draw>
+backend::raster::Bitmap pixelsOf(PictureSize size, Draw draw) {
+  auto bitmap = backend::raster::Bitmap::make(static_cast<int>(size.width * size.scale),
+                                              static_cast<int>(size.height * size.scale));
+  if (!bitmap) std::abort();
+  {
+    backend::raster::RasterCanvas canvas(*bitmap, {.scale = size.scale});
+    const platform::CanvasScope scope(canvas);
+    draw();
+  }
+  return std::move(*bitmap);
+}
+
+inline bool arePixelsEqual(const backend::raster::Bitmap& a, const backend::raster::Bitmap& b) {
+  if (a.width() != b.width() || a.height() != b.height()) return false;
+  for (int y = 0; y < a.height(); ++y)
+    for (int x = 0; x < a.width(); ++x)
+      if (a.pixel(x, y) != b.pixel(x, y)) return false;
+  return true;
+}
+
+inline int alphaOf(std::uint32_t pixel) { return static_cast<int>(pixel >> 24); }
+
+}  // namespace harness

@@ -1,0 +1,43 @@
+#include "uikit/stylekit/palette.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "platform/graphics/NSColor.h"
+#include "uikit/stylekit/TessalunaStyleKit.h"
+
+using namespace platform;
+using TessalunaUIKit::TessalunaStyleKit;
+
+namespace {
+
+void expectCalibrated(const Ref<NSColor>& color, double red, double green, double blue) {
+  EXPECT_TRUE(color->isEqual(NSColor::colorWithCalibratedRed(red, green, blue, 1).get()));
+}
+
+}  // namespace
+
+TEST(palette, HoldsThreeCalibratedColors) {
+  expectCalibrated(TessalunaStyleKit::qobuzColor(), 0.196, 0.595, 0.713);
+  expectCalibrated(TessalunaStyleKit::tessalunaBlue(), 0.136, 0.507, 0.968);
+  expectCalibrated(TessalunaStyleKit::highResAudioColor(), 0.304, 0.304, 0.304);
+}
+
+TEST(palette, TwoReadsOfTessalunaBlueYieldTheIdenticalObject) {
+  EXPECT_EQ(TessalunaStyleKit::tessalunaBlue(), TessalunaStyleKit::tessalunaBlue());
+  EXPECT_EQ(TessalunaStyleKit::qobuzColor(), TessalunaStyleKit::qobuzColor());
+  EXPECT_EQ(TessalunaStyleKit::highResAudioColor(), TessalunaStyleKit::highResAudioColor());
+}
+
+TEST(palette, EveryThreadReadsTheSameObject) {
+  Ref<NSColor> there;
+  std::thread([&] { there = TessalunaStyleKit::tessalunaBlue(); }).join();
+  EXPECT_EQ(there, TessalunaStyleKit::tessalunaBlue());
+}
+
+TEST(palette, HighResAudioColorIsAGray) {
+  const auto color = TessalunaStyleKit::highResAudioColor();
+  EXPECT_EQ(color->redComponent(), color->greenComponent());
+  EXPECT_EQ(color->greenComponent(), color->blueComponent());
+}
