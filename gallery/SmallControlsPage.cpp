@@ -28,8 +28,9 @@ class Clicks : public NSObject {
   void clicked(NSObject* sender) {
     const auto* button = dynamic_cast<const NSButton*>(sender);
     if (!button) return;
+    ++count_;
     report_(button->className() + " " + std::to_string(button->tag()) + " clicked, " +
-            std::to_string(++count_) + (count_ == 1 ? " click" : " clicks") + " in all");
+            std::to_string(count_) + (count_ == 1 ? " click" : " clicks") + " in all");
   }
 
  private:

@@ -14,7 +14,9 @@
 #include "backends/qt/EmbeddingHosts.h"
 #include "backends/qt/QtViewWidget.h"
 #include "backends/qt/QtWindow.h"
+#include "backends/qt/imageDecoding.h"
 #include "backends/qt/keyTranslation.h"
+#include "backends/qt/popUpMenu.h"
 #include "backends/qt/screenSpace.h"
 #include "backends/qt/systemColors.h"
 #include "platform/foundation/stopProgram.h"
@@ -52,7 +54,9 @@ class QtBackend::ApplicationFilter : public QObject {
         break;
       case QEvent::ApplicationPaletteChange:
       case QEvent::ApplicationFontChange:
-        if (receiver == qApp) redrawAllWindows();
+        if (receiver != qApp) break;
+        backend_.textEngine_.forgetFonts();
+        redrawAllWindows();
         break;
       default:
         if (receiver->isWidgetType()) backend_.hosts_->observe(static_cast<QWidget&>(*receiver), *event);
@@ -113,6 +117,16 @@ std::vector<Screen> QtBackend::screens() const { return allScreens(); }
 CGPoint QtBackend::mouseLocation() const { return pointOnScreen(QCursor::pos()); }
 
 Color QtBackend::systemColor(SystemColor color) const { return systemColorOf(color); }
+
+void QtBackend::popUpMenu(NativeWindow&, CGPoint at, std::vector<MenuEntry> entries,
+                          std::function<void(std::optional<std::size_t>)> chosen) {
+  // The point is the upper left corner of what hangs below it.
+  popUpMenuAt(qtRectOf({at.x, at.y - 1, 1, 1}).topLeft(), entries, std::move(chosen));
+}
+
+std::shared_ptr<const ImagePixels> QtBackend::decodeImage(std::span<const std::byte> bytes) const {
+  return imageFromBytes(bytes);
+}
 
 double QtBackend::now() const {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
