@@ -72,45 +72,52 @@ void NSScrollView::tile() {
   isTiling_ = true;
   layOut();
   // A document that follows the clip view's size may no longer need the bar that it made room for.
-  if (areScrollersOutdated()) layOut();
+  if (areBarsOutdated()) layOut();
   isTiling_ = false;
   updateScrollers();
 }
 
-void NSScrollView::layOut() {
-  const CGFloat border = borderType_ == NSNoBorder ? 0 : 1, bar = NSScroller::scrollerWidth();
-  const CGRect inside = NSInsetRect(bounds(), border, border);
-  const CGSize document = documentView() ? documentView()->frame().size : CGSize{};
-  const auto needs = [&](const Ref<NSScroller>& scroller, CGFloat length, CGFloat room) {
-    return scroller && (!autohidesScrollers_ || length > room);
+CGRect NSScrollView::inside() const {
+  const CGFloat border = borderType_ == NSNoBorder ? 0 : 1;
+  return NSInsetRect(bounds(), border, border);
+}
+
+NSScrollView::Bars NSScrollView::neededBars() const {
+  const CGSize room = inside().size, document = documentView() ? documentView()->frame().size : CGSize{};
+  const auto needs = [&](const Ref<NSScroller>& scroller, CGFloat length, CGFloat shown) {
+    return scroller && (!autohidesScrollers_ || length > shown);
   };
   // Each bar takes room from the other's way.
-  bool showsVertical = needs(verticalScroller_, document.height, inside.size.height);
-  const bool showsHorizontal =
-      needs(horizontalScroller_, document.width, inside.size.width - (showsVertical ? bar : 0));
-  if (showsHorizontal) showsVertical = needs(verticalScroller_, document.height, inside.size.height - bar);
-  CGRect content = inside;
-  if (showsVertical) content.size.width = std::max(0.0, content.size.width - bar);
-  if (showsHorizontal) content.size.height = std::max(0.0, content.size.height - bar);
+  Bars bars;
+  bars.vertical = needs(verticalScroller_, document.height, room.height);
+  bars.horizontal = needs(horizontalScroller_, document.width,
+                          room.width - (bars.vertical ? NSScroller::scrollerWidth() : 0));
+  if (bars.horizontal)
+    bars.vertical = needs(verticalScroller_, document.height, room.height - NSScroller::scrollerWidth());
+  return bars;
+}
+
+bool NSScrollView::areBarsOutdated() const {
+  const Bars needed = neededBars();
+  return (verticalScroller_ && verticalScroller_->isHidden() == needed.vertical) ||
+         (horizontalScroller_ && horizontalScroller_->isHidden() == needed.horizontal);
+}
+
+void NSScrollView::layOut() {
+  const Bars needed = neededBars();
+  const CGFloat bar = NSScroller::scrollerWidth();
+  CGRect content = inside();
+  if (needed.vertical) content.size.width = std::max(0.0, content.size.width - bar);
+  if (needed.horizontal) content.size.height = std::max(0.0, content.size.height - bar);
   if (verticalScroller_) {
-    verticalScroller_->setHidden(!showsVertical);
+    verticalScroller_->setHidden(!needed.vertical);
     verticalScroller_->setFrame({CGRectGetMaxX(content), content.origin.y, bar, content.size.height});
   }
   if (horizontalScroller_) {
-    horizontalScroller_->setHidden(!showsHorizontal);
+    horizontalScroller_->setHidden(!needed.horizontal);
     horizontalScroller_->setFrame({content.origin.x, CGRectGetMaxY(content), content.size.width, bar});
   }
   clipView_->setFrame(content);
-}
-
-bool NSScrollView::areScrollersOutdated() const {
-  const CGSize document = documentView() ? documentView()->frame().size : CGSize{};
-  const CGSize shown = clipView_->bounds().size;
-  const auto isOutdated = [&](const Ref<NSScroller>& scroller, CGFloat length, CGFloat room) {
-    return scroller && autohidesScrollers_ && scroller->isHidden() == (length > room);
-  };
-  return isOutdated(verticalScroller_, document.height, shown.height) ||
-         isOutdated(horizontalScroller_, document.width, shown.width);
 }
 
 namespace {
@@ -126,7 +133,7 @@ void reflect(const Ref<NSScroller>& scroller, CGFloat start, CGFloat length, CGF
 
 void NSScrollView::reflectScrolledClipView(NSClipView&) {
   if (isTiling_) return;
-  if (areScrollersOutdated()) tile();
+  if (areBarsOutdated()) tile();
   else updateScrollers();
 }
 

@@ -44,8 +44,13 @@ class NSScrollView : public NSView {
 
  private:
   void setHas(bool has, Ref<NSScroller>& scroller);
+  struct Bars {
+    bool vertical = false, horizontal = false;
+  };
+  CGRect inside() const;  // the border
+  Bars neededBars() const;
+  bool areBarsOutdated() const;
   void layOut();
-  bool areScrollersOutdated() const;
   void updateScrollers();
   void scrollerMoved(NSObject* sender);
   static const Selector selectors_[];

@@ -9,6 +9,7 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSRect.h"
 #include "platform/text/unicode.h"
+#include "platform/views/NSClipView.h"
 #include "platform/views/NSControl.h"
 #include "platform/windows/NSWindow.h"
 
@@ -51,8 +52,15 @@ void NSTableView::reloadData() {
   }
   if (hoveredRow_ && *hoveredRow_ >= rowCount_) setHoveredRow(std::nullopt);
   fitHeight();
-  prepareContentInRect(visibleRect());
+  prepareContentInRect(shownRect());
   setNeedsDisplay(true);
+}
+
+CGRect NSTableView::shownRect() const {
+  // Alone it shows no rows: it makes none before it has come to its place.
+  if (!superview()) return NSZeroRect;
+  const auto* clipView = dynamic_cast<const NSClipView*>(superview());
+  return clipView ? clipView->documentVisibleRect() : visibleRect();
 }
 
 void NSTableView::setRowHeight(CGFloat height) {
@@ -269,6 +277,7 @@ void NSTableView::mouseExited(const Ref<NSEvent>&) { setHoveredRow(std::nullopt)
 
 void NSTableView::updateTrackingAreas() {
   NSView::updateTrackingAreas();
+  prepareContentInRect(shownRect());
   if (trackingArea_) return;
   trackingArea_ = make<NSTrackingArea>(
       NSZeroRect,

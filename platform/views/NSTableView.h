@@ -91,6 +91,7 @@ class NSTableView : public NSView {
 
  private:
   void fitHeight();
+  CGRect shownRect() const;
   void takeRowView(std::size_t row);
   void updateRowLook(std::size_t row);
   void setHoveredRow(std::optional<std::size_t> row);

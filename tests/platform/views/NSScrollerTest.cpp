@@ -1,0 +1,49 @@
+#include "platform/views/NSScroller.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
+
+using namespace platform;
+using harness::only;
+using harness::recordingOf;
+
+TEST(NSScroller, TheKnobIsItsShareOfTheSlotAndNotTooShortToGrab) {
+  const auto scroller = make<NSScroller>(CGRect{0, 0, 12, 200});
+  scroller->setKnobProportion(0.5);
+  EXPECT_EQ(scroller->knobRect(), (CGRect{0, 0, 12, 100}));
+  scroller->setDoubleValue(1);
+  EXPECT_EQ(scroller->knobRect(), (CGRect{0, 100, 12, 100}));
+  scroller->setKnobProportion(0.001);
+  EXPECT_EQ(scroller->knobRect(), (CGRect{0, 176, 12, 24}));
+}
+
+TEST(NSScroller, TheKnobOfAShortSlotFillsIt) {
+  const auto scroller = make<NSScroller>(CGRect{0, 0, 12, 15});
+  scroller->setKnobProportion(0.1);
+  EXPECT_EQ(scroller->knobRect(), (CGRect{0, 0, 12, 15}));
+}
+
+TEST(NSScroller, LiesAlongItsLongerSide) {
+  const auto scroller = make<NSScroller>(CGRect{0, 0, 200, 12});
+  EXPECT_FALSE(scroller->isVertical());
+  scroller->setKnobProportion(0.25);
+  scroller->setDoubleValue(0.5);
+  EXPECT_EQ(scroller->knobRect(), (CGRect{75, 0, 50, 12}));
+}
+
+TEST(NSScroller, ValuesAreCutToTheirRange) {
+  const auto scroller = make<NSScroller>(CGRect{0, 0, 12, 200});
+  scroller->setDoubleValue(7);
+  scroller->setKnobProportion(-1);
+  EXPECT_EQ(scroller->doubleValue(), 1);
+  EXPECT_EQ(scroller->knobProportion(), 0);
+}
+
+TEST(NSScroller, DrawsNoKnobWhereThereIsNothingToScroll) {
+  const auto scroller = make<NSScroller>(CGRect{0, 0, 12, 200});
+  EXPECT_TRUE(recordingOf([&] { scroller->drawRect({}); }).empty());
+  scroller->setKnobProportion(0.5);
+  EXPECT_EQ(only("fill", recordingOf([&] { scroller->drawRect({}); })).size(), 1u);
+}
