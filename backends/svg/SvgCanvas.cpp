@@ -70,15 +70,15 @@ bool keepsShape(const CGAffineTransform& t) {
 
 }  // namespace
 
-SvgCanvas::SvgCanvas(CGRect area) : area_(area) {
+SvgCanvas::SvgCanvas(CGRect area, double scale) : area_(area), scale_(scale) {
   state_.transform = {1, 0, 0, -1, -area.origin.x, CGRectGetMaxY(area)};
   layers_.emplace_back();
 }
 
 std::string SvgCanvas::document() const {
   const std::string width = number(area_.size.width), height = number(area_.size.height);
-  std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\"" + attribute("width", width) +
-                     attribute("height", height) + attribute("viewBox", "0 0 " + width + " " + height) + ">\n";
+  std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\"" + attribute("width", number(area_.size.width * scale_)) +
+                     attribute("height", number(area_.size.height * scale_)) + attribute("viewBox", "0 0 " + width + " " + height) + ">\n";
   if (!definitions_.empty()) text += "<defs>\n" + definitions_ + "</defs>\n";
   return text + layers_.front().body + "</svg>\n";
 }

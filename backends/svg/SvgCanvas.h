@@ -15,8 +15,8 @@ namespace backend::svg {
 
 class SvgCanvas : public Canvas {
  public:
-  // A picture of an area of base space, in points.
-  explicit SvgCanvas(CGRect area);
+  // A picture of an area of base space, in points. The scale changes the size it is shown at, and nothing in it.
+  explicit SvgCanvas(CGRect area, double scale = 1);
 
   // The whole document. What is open is closed.
   std::string document() const;
@@ -68,6 +68,7 @@ class SvgCanvas : public Canvas {
   void fail(std::string what);
 
   CGRect area_;
+  double scale_;
   State state_;
   std::vector<State> saved_;
   std::vector<Layer> layers_;

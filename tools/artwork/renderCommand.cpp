@@ -1,15 +1,14 @@
-#include <charconv>
 #include <cmath>
-#include <optional>
+#include <cstdio>
 #include <string>
 
-#include "backends/raster/Bitmap.h"
 #include "backends/raster/RasterCanvas.h"
-#include "platform/foundation/numberText.h"
+#include "backends/svg/SvgCanvas.h"
 #include "tools/artwork/Command.h"
 #include "tools/artwork/Failure.h"
 #include "tools/artwork/Figure.h"
-#include "tools/artwork/nearestNames.h"
+#include "tools/artwork/OutputFile.h"
+#include "tools/artwork/Picture.h"
 #include "tools/artwork/numbers.h"
 #include "tools/artwork/pngFile.h"
 
@@ -17,14 +16,9 @@ namespace artwork {
 
 namespace {
 
-using backend::raster::Bitmap;
 using platform::CGRect;
 
-struct Picture {
-  CGRect area;  // what of the drawing's space is seen, in points
-  double scale = 1;
-  std::optional<backend::Color> background;  // absent: transparent
-};
+enum class Source { Routine, Image };
 
 // Half of the widest stroke of the kit, so that no end of a line is cut off.
 constexpr double margin = 2;
@@ -35,43 +29,26 @@ CGRect areaAround(CGRect frame) {
   return {left, bottom, right - left, top - bottom};
 }
 
-double parseScale(std::string_view text) {
-  const double scale = parseNumber({"--scale", text});
-  if (scale < 0.1 || scale > 16) throw UsageFailure("--scale: " + inQuotes(text) + " is not between 0.1 and 16");
-  return scale;
+void paint(backend::Canvas& canvas, const Figure& figure, const Picture& picture, Source source) {
+  fillBackground(canvas, picture);
+  source == Source::Image ? figure.drawImage(canvas) : figure.draw(canvas);
 }
 
-std::optional<backend::Color> parseBackground(std::string_view text) {
-  if (text == "none") return std::nullopt;
-  if (text == "light") return backend::Color{1, 1, 1, 1};
-  if (text == "dark") return backend::Color{0.125, 0.125, 0.125, 1};
-  unsigned rgb = 0;
-  const char* const end = text.data() + text.size();
-  const bool isColor = text.size() == 7 && text[0] == '#' && std::from_chars(text.data() + 1, end, rgb, 16).ptr == end;
-  if (!isColor) throw UsageFailure("--background: " + inQuotes(text) + " is none of none, light, dark and #rrggbb");
-  return backend::Color{(rgb >> 16) / 255.0, (rgb >> 8 & 255) / 255.0, (rgb & 255) / 255.0, 1};
-}
-
-Bitmap makeBitmap(const Picture& picture) {
-  // A product such as 100 * 1.1 lies a little above the whole number that is meant.
-  const auto pixels = [&](double points) { return std::ceil(points * picture.scale - 1e-6); };
-  const double width = pixels(picture.area.size.width), height = pixels(picture.area.size.height);
-  std::optional<Bitmap> bitmap;
-  if (width <= Bitmap::maximumSide && height <= Bitmap::maximumSide) bitmap = Bitmap::make(int(width), int(height));
-  if (!bitmap)
-    throw Failure("a picture of " + platform::numberText(width) + " by " + platform::numberText(height) +
-                  " pixels is too large");
-  return std::move(*bitmap);
+void writeText(const std::string& path, const std::string& text) {
+  OutputFile file(path);
+  // What could not be written shows when the file is committed.
+  std::fwrite(text.data(), 1, text.size(), file.stream());
+  file.commit();
 }
 
 void render(const Arguments& arguments) {
   Figure figure = Figure::parse(arguments);
-  const bool isImage = arguments.has("--image");
-  const auto path = arguments.value("-o");
-  if (!path) throw UsageFailure("-o FILE.png is missing");
-  if (isImage && !figure.routine().image)
+  const Source source = arguments.has("--image") ? Source::Image : Source::Routine;
+  const auto givenPath = arguments.value("-o");
+  if (!givenPath) throw UsageFailure("-o FILE.png or -o FILE.svg is missing");
+  if (source == Source::Image && !figure.routine().image)
     throw UsageFailure("--image: " + figure.routine().member() + " has no image routine");
-  if (isImage && arguments.has("--frame")) throw UsageFailure("--image takes a --size and no --frame");
+  if (source == Source::Image && arguments.has("--frame")) throw UsageFailure("--image takes a --size and no --frame");
 
   Picture picture;
   if (const auto size = arguments.value("--size")) {
@@ -80,25 +57,26 @@ void render(const Arguments& arguments) {
     picture.area = figure.frame();
   } else {
     // An image has a size and no place.
-    if (isImage) figure.setFrame({{0, 0}, figure.frame().size});
+    if (source == Source::Image) figure.setFrame({{0, 0}, figure.frame().size});
     picture.area = areaAround(figure.frame());
   }
   if (const auto scale = arguments.value("--scale")) picture.scale = parseScale(*scale);
   if (const auto background = arguments.value("--background")) picture.background = parseBackground(*background);
 
-  Bitmap bitmap = makeBitmap(picture);
-  {
-    backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale, .origin = picture.area.origin});
-    if (picture.background) {
-      canvas.saveState();
-      canvas.setFillColor(*picture.background);
-      // A little more than seen: a fraction of a point at the edge is a whole pixel.
-      canvas.fillPath(backend::Path::rect(NSInsetRect(picture.area, -16, -16)), backend::FillRule::NonZero);
-      canvas.restoreState();
+  const std::string path(*givenPath);
+  if (path.ends_with(".svg")) {
+    backend::svg::SvgCanvas canvas(picture.area, picture.scale);
+    paint(canvas, figure, picture, source);
+    if (canvas.error()) throw Failure(figure.routine().member() + ": " + *canvas.error());
+    writeText(path, canvas.document());
+  } else {
+    backend::raster::Bitmap bitmap = makeBitmap(picture);
+    {
+      backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale, .origin = picture.area.origin});
+      paint(canvas, figure, picture, source);
     }
-    isImage ? figure.drawImage(canvas) : figure.draw(canvas);
+    writePng(path, bitmap);
   }
-  writePng(std::string(*path), bitmap);
 }
 
 constexpr Option options[] = {
@@ -110,11 +88,12 @@ constexpr Option options[] = {
 const Command renderCommand = {
     .name = "render",
     .usage =
-        "NAME -o FILE.png [--frame X,Y,W,H | --size WxH] [--scale S]\n"
+        "NAME -o FILE.png|FILE.svg [--frame X,Y,W,H | --size WxH] [--scale S]\n"
         "                         [--background none|light|dark|#rrggbb] [--FLAG true|false]... [--image]",
     .summary =
-        "Paints a routine into a PNG file: its frame with 2 points around it, with --size exactly (0, 0, W, H).\n"
-        "--scale is pixels a point, 0.1 to 16. --image draws through the routine's image.",
+        "Paints a routine into a PNG file, or into an SVG file where the name ends in .svg: its frame with 2 points\n"
+        "around it, with --size exactly (0, 0, W, H). --scale is pixels a point, 0.1 to 16. --image draws through\n"
+        "the routine's image.",
     .options = options,
     .routineFlags = RoutineFlags::Accepted,
     .run = render,

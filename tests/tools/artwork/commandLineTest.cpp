@@ -68,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{{"ops", "LeftArrow", "--enabled", "true", "--enabled", "true"}, "--enabled is given twice"},
         Mistake{{"ops", "Play", "--frame"}, "--frame needs a value"},
         Mistake{{"ops", "Play", "--frame", "0,0,1,1", "--frame", "0,0,1,1"}, "--frame is given twice"},
-        Mistake{{"render", "Play"}, "-o FILE.png is missing"},
+        Mistake{{"render", "Play"}, "-o FILE.png or -o FILE.svg is missing"},
         Mistake{{"render", "Play", "-o"}, "-o needs a value"},
         Mistake{{"render", "Play", "-o", "--image"}, "-o needs a value"},
         Mistake{render({"Play", "--frame", "0,0,1,1", "--size", "1x1"}), "--size and --frame exclude each other"},

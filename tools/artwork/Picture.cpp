@@ -1,0 +1,53 @@
+#include "tools/artwork/Picture.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "platform/foundation/numberText.h"
+#include "tools/artwork/Failure.h"
+#include "tools/artwork/nearestNames.h"
+#include "tools/artwork/numbers.h"
+
+namespace artwork {
+
+using backend::raster::Bitmap;
+
+double parseScale(std::string_view text) {
+  const double scale = parseNumber({"--scale", text});
+  if (scale < 0.1 || scale > 16) throw UsageFailure("--scale: " + inQuotes(text) + " is not between 0.1 and 16");
+  return scale;
+}
+
+std::optional<backend::Color> parseBackground(std::string_view text) {
+  if (text == "none") return std::nullopt;
+  if (text == "light") return backend::Color{1, 1, 1, 1};
+  if (text == "dark") return backend::Color{0.125, 0.125, 0.125, 1};
+  unsigned rgb = 0;
+  const char* const end = text.data() + text.size();
+  const bool isColor = text.size() == 7 && text[0] == '#' && std::from_chars(text.data() + 1, end, rgb, 16).ptr == end;
+  if (!isColor) throw UsageFailure("--background: " + inQuotes(text) + " is none of none, light, dark and #rrggbb");
+  return backend::Color{(rgb >> 16) / 255.0, (rgb >> 8 & 255) / 255.0, (rgb & 255) / 255.0, 1};
+}
+
+Bitmap makeBitmap(const Picture& picture) {
+  // A product such as 10 * 1.1 lies a little above the whole number that is meant.
+  const auto pixels = [&](double points) { return std::ceil(points * picture.scale - 1e-6); };
+  const double width = pixels(picture.area.size.width), height = pixels(picture.area.size.height);
+  std::optional<Bitmap> bitmap;
+  if (width <= Bitmap::maximumSide && height <= Bitmap::maximumSide) bitmap = Bitmap::make(int(width), int(height));
+  if (!bitmap)
+    throw Failure("a picture of " + platform::numberText(width) + " by " + platform::numberText(height) +
+                  " pixels is too large");
+  return std::move(*bitmap);
+}
+
+void fillBackground(backend::Canvas& canvas, const Picture& picture) {
+  if (!picture.background) return;
+  canvas.saveState();
+  canvas.setFillColor(*picture.background);
+  // A little more than seen: a fraction of a point at the edge is a whole pixel.
+  canvas.fillPath(backend::Path::rect(NSInsetRect(picture.area, -16, -16)), backend::FillRule::NonZero);
+  canvas.restoreState();
+}
+
+}  // namespace artwork
