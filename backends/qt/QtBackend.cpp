@@ -14,6 +14,7 @@
 #include "backends/qt/EmbeddingHosts.h"
 #include "backends/qt/QtViewWidget.h"
 #include "backends/qt/QtWindow.h"
+#include "backends/qt/decodeImage.h"
 #include "backends/qt/keyTranslation.h"
 #include "backends/qt/screenSpace.h"
 #include "backends/qt/systemColors.h"
@@ -50,8 +51,10 @@ class QtBackend::ApplicationFilter : public QObject {
         if (receiver->isWidgetType() && !dynamic_cast<QtViewWidget*>(receiver))
           pressedElsewhere(static_cast<const QMouseEvent&>(*event));
         break;
-      case QEvent::ApplicationPaletteChange:
       case QEvent::ApplicationFontChange:
+        if (receiver == qApp) backend_.textEngine_.forgetFonts();
+        [[fallthrough]];
+      case QEvent::ApplicationPaletteChange:
         if (receiver == qApp) redrawAllWindows();
         break;
       default:
@@ -113,6 +116,16 @@ std::vector<Screen> QtBackend::screens() const { return allScreens(); }
 CGPoint QtBackend::mouseLocation() const { return pointOnScreen(QCursor::pos()); }
 
 Color QtBackend::systemColor(SystemColor color) const { return systemColorOf(color); }
+
+void QtBackend::popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
+                          std::function<void(std::optional<std::size_t>)> chosen) {
+  const auto* native = dynamic_cast<const QtNativeWindow*>(&window);
+  if (native && native->qWindow()) menu_.open(*native->qWindow(), at, entries, std::move(chosen));
+}
+
+std::shared_ptr<const ImagePixels> QtBackend::decodeImage(std::span<const std::byte> bytes) const {
+  return qt::decodeImage(bytes);
+}
 
 double QtBackend::now() const {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();

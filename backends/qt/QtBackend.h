@@ -14,6 +14,8 @@
 #include <memory>
 
 #include "backends/qt/InputRelay.h"
+#include "backends/qt/PopUpMenu.h"
+#include "backends/qt/QtTextEngine.h"
 #include "platform/backend/Backend.h"
 
 class QWidget;
@@ -35,6 +37,10 @@ class QtBackend : public Backend {
   std::vector<Screen> screens() const override;
   CGPoint mouseLocation() const override;
   Color systemColor(SystemColor color) const override;
+  void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
+                 std::function<void(std::optional<std::size_t>)> chosen) override;
+  const TextEngine& textEngine() const override { return textEngine_; }
+  std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
   double now() const override;
   void callAfter(double seconds, std::function<void()> block) override;
 
@@ -45,6 +51,8 @@ class QtBackend : public Backend {
   class ApplicationFilter;
 
   KeysSentEarly keysSentEarly_;
+  QtTextEngine textEngine_;
+  PopUpMenu menu_;
   QObject clock_;  // what is still to be called is forgotten with it
   std::unique_ptr<EmbeddingHosts> hosts_;
   std::unique_ptr<ApplicationFilter> filter_;
