@@ -20,6 +20,7 @@ QString textOf(std::string_view text) { return QString::fromUtf8(text.data(), st
 QLabel* makeLabel(std::string_view text, const char* role) {
   auto* label = new QLabel(textOf(text));
   label->setObjectName(role);
+  label->setIndent(0);
   return label;
 }
 

@@ -11,8 +11,8 @@ namespace {
 
 constexpr auto styleSheet = R"(
 #sidebar { background: #f3f3f6; border: none; border-right: 1px solid #e2e2e8; }
-#brand { font-size: 17px; font-weight: 600; color: #26262c; padding: 20px 20px 1px 22px; }
-#brandLine { font-size: 11px; color: #8b8b96; padding: 0 20px 16px 22px; }
+#brand { font-size: 17px; font-weight: 600; color: #26262c; padding: 20px 20px 1px 20px; }
+#brandLine { font-size: 11px; color: #8b8b96; padding: 0 20px 16px 20px; }
 #pageList { background: transparent; border: none; outline: none; padding: 0 10px; font-size: 13px; }
 #pageList::item { color: #3c3c44; padding: 8px 10px; border-radius: 7px; margin: 1px 0; }
 #pageList::item:hover { background: #e9e9ee; }

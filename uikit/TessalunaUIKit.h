@@ -1,9 +1,19 @@
 // All public headers of the library.
 #pragma once
 
+#include "uikit/interfaceFileClasses.h"
 #include "uikit/stylekit/Routines.h"
 #include "uikit/stylekit/TessalunaLogo.h"
 #include "uikit/stylekit/TessalunaStyleKit.h"
+#include "uikit/suggestions/FlatTextFieldCell.h"
+#include "uikit/suggestions/HighlightingView.h"
+#include "uikit/suggestions/SuggestibleTextFieldCell.h"
+#include "uikit/suggestions/Suggestion.h"
+#include "uikit/suggestions/SuggestionItemViewController.h"
+#include "uikit/suggestions/SuggestionsContentView.h"
+#include "uikit/suggestions/SuggestionsWindow.h"
+#include "uikit/suggestions/SuggestionsWindowController.h"
+#include "uikit/suggestions/SuggestionsWindowTarget.h"
 #include "uikit/trackrow/CloseButton.h"
 #include "uikit/trackrow/PlaybackStatusIcon.h"
 #include "uikit/trackrow/PrevNextButton.h"

@@ -52,7 +52,7 @@ class HeadlessBackend : public Backend {
   std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
   // The menu that is open, until a test chooses from it; absent if none was opened.
   struct OpenMenu {
-    CGPoint at;  // in the base space of its window
+    CGPoint at;  // on the screen
     std::vector<MenuEntry> entries;
     std::function<void(std::optional<std::size_t>)> chosen;
   };

@@ -15,7 +15,7 @@ QString qtTitle(const std::string& title) { return QString::fromStdString(title)
 
 PopUpMenu::~PopUpMenu() { delete menu_; }
 
-void PopUpMenu::open(QWindow& window, CGPoint at, const std::vector<MenuEntry>& entries, Chosen chosen) {
+void PopUpMenu::open(QWindow& window, QPoint place, const std::vector<MenuEntry>& entries, Chosen chosen) {
   if (menu_) menu_->hide();
   auto* menu = new QMenu;
   menu_ = menu;
@@ -44,7 +44,7 @@ void PopUpMenu::open(QWindow& window, CGPoint at, const std::vector<MenuEntry>& 
   });
   menu->winId();  // makes its window, which the one below it needs to be told of
   menu->windowHandle()->setTransientParent(&window);
-  menu->popup(window.mapToGlobal(QPointF(at.x, window.height() - at.y)).toPoint());
+  menu->popup(place);
 }
 
 }  // namespace backend::qt

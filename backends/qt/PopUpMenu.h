@@ -1,6 +1,7 @@
 // A menu of the desktop at a place of a window. One is open at a time; opening another closes the first, as a choice of nothing.
 #pragma once
 
+#include <QPoint>
 #include <QPointer>
 #include <functional>
 #include <optional>
@@ -22,8 +23,8 @@ class PopUpMenu {
   PopUpMenu(const PopUpMenu&) = delete;
   PopUpMenu& operator=(const PopUpMenu&) = delete;
 
-  // The upper left corner is at the point, in the window's base space. The choice is told once the menu has gone.
-  void open(QWindow& window, CGPoint at, const std::vector<MenuEntry>& entries, Chosen chosen);
+  // The upper left corner is at the place, in Qt's screen space. The choice is told once the menu has gone.
+  void open(QWindow& window, QPoint place, const std::vector<MenuEntry>& entries, Chosen chosen);
 
  private:
   QPointer<QMenu> menu_;

@@ -120,7 +120,7 @@ Color QtBackend::systemColor(SystemColor color) const { return systemColorOf(col
 void QtBackend::popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
                           std::function<void(std::optional<std::size_t>)> chosen) {
   const auto* native = dynamic_cast<const QtNativeWindow*>(&window);
-  if (native && native->qWindow()) menu_.open(*native->qWindow(), at, entries, std::move(chosen));
+  if (native && native->qWindow()) menu_.open(*native->qWindow(), qtPointOf(at), entries, std::move(chosen));
 }
 
 std::shared_ptr<const ImagePixels> QtBackend::decodeImage(std::span<const std::byte> bytes) const {

@@ -108,7 +108,7 @@ class Backend {
   virtual CGPoint mouseLocation() const = 0;        // screen space
   virtual Color systemColor(SystemColor color) const { return defaultSystemColor(color); }
 
-  // Opens a menu with its upper left corner at a point of the window's base space, and returns at once. `chosen` is called
+  // Opens a menu for a window with its upper left corner at a point of the screen, and returns at once. `chosen` is called
   // later, with the number of the entry, or absent if none was chosen.
   virtual void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
                          std::function<void(std::optional<std::size_t>)> chosen) = 0;

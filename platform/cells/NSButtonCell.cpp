@@ -2,6 +2,7 @@
 
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
+#include "platform/views/NSButton.h"
 
 namespace platform {
 
@@ -34,6 +35,23 @@ void NSButtonCell::drawWithFrame(CGRect frame, NSView& view) {
   edge->setStroke();
   box->stroke();
   drawInteriorWithFrame(frame, view);
+}
+
+std::string NSButtonCell::accessibilityRole() const {
+  return std::string(buttonType_ == NSButtonType::Toggle ? NSAccessibilityCheckBoxRole : NSAccessibilityButtonRole);
+}
+
+AccessibilityValue NSButtonCell::accessibilityValue() const {
+  return buttonType_ == NSButtonType::Toggle ? AccessibilityValue(static_cast<double>(state())) : AccessibilityValue();
+}
+
+std::vector<std::string> NSButtonCell::accessibilityActionNames() const {
+  return {std::string(NSAccessibilityPressAction)};
+}
+
+void NSButtonCell::accessibilityPerformAction(std::string_view action) {
+  auto* button = dynamic_cast<NSButton*>(controlView());
+  if (action == NSAccessibilityPressAction && button) button->performClick(nullptr);
 }
 
 CGSize NSButtonCell::cellSize() const {

@@ -30,6 +30,14 @@ class NSButtonCell : public NSCell {
   void drawWithFrame(CGRect frame, NSView& view) override;
   void drawInteriorWithFrame(CGRect frame, NSView& view) override;
 
+  // One that toggles is a check box, whose value is its state. Pressing it is what a click does.
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override;
+  std::string accessibilityTitle() const override { return title(); }
+  AccessibilityValue accessibilityValue() const override;
+  std::vector<std::string> accessibilityActionNames() const override;
+  void accessibilityPerformAction(std::string_view action) override;
+
  private:
   std::string keyEquivalent_;
   std::uint32_t keyEquivalentModifierMask_ = 0;

@@ -5,6 +5,7 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSImage.h"
 #include "platform/text/NSFont.h"
+#include "platform/views/NSView.h"
 
 namespace platform {
 
@@ -62,5 +63,25 @@ CGSize NSCell::cellSize() const { return attributedStringValue()->size(); }
 bool NSCell::startTrackingAt(CGPoint, NSView&) { return true; }
 bool NSCell::continueTracking(CGPoint, CGPoint, NSView&) { return true; }
 void NSCell::stopTracking(CGPoint, CGPoint, NSView&, bool) {}
+
+bool NSCell::isAccessibilityFocused() const { return controlView_ && controlView_->isAccessibilityFocused(); }
+
+CGRect NSCell::accessibilityFrame() const { return controlView_ ? controlView_->accessibilityFrame() : CGRect{}; }
+
+Ref<NSObject> NSCell::accessibilityParent() const {
+  return controlView_ ? NSAccessibilityUnignoredAncestor(refTo<NSObject>(*controlView_)) : nullptr;
+}
+
+std::optional<AccessibilityElements> NSCell::accessibilityOwnChildren() const {
+  return controlView_ ? std::optional(AccessibilityElements()) : std::nullopt;
+}
+
+bool NSCell::accessibilityIsAttributeSettable(std::string_view attribute) const {
+  return controlView_ && controlView_->accessibilityIsAttributeSettable(attribute);
+}
+
+void NSCell::accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) {
+  if (controlView_) controlView_->accessibilitySetValue(value, forAttribute);
+}
 
 }  // namespace platform

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/accessibility/NSAccessibility.h"
 #include "platform/foundation/Geometry.h"
 #include "platform/foundation/NSObject.h"
 #include "platform/graphics/Forward.h"
@@ -20,7 +21,7 @@ enum NSControlStateValue { NSControlStateValueMixed = -1, NSControlStateValueOff
 // The ground that a cell stands on. On a dark one a text in the system's color shows in that of selected rows.
 enum NSBackgroundStyle { NSBackgroundStyleLight = 0, NSBackgroundStyleDark = 1 };
 
-class NSCell : public NSObject {
+class NSCell : public NSObject, public NSAccessibility {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -83,7 +84,17 @@ class NSCell : public NSObject {
   std::uint32_t mouseDownFlags() const { return mouseDownFlags_; }
   void setMouseDownFlags(std::uint32_t flags) { mouseDownFlags_ = flags; }  // for the control that tracks
 
+  // A cell that stands in a view is the element in the view's place, if its class says that it is one. It has no children;
+  // one that stands in no view has no list of them either.
+  bool isAccessibilityEnabled() const override { return isEnabled_; }
+  bool isAccessibilityFocused() const override;
+  CGRect accessibilityFrame() const override;
+  Ref<NSObject> accessibilityParent() const override;
+  bool accessibilityIsAttributeSettable(std::string_view attribute) const override;
+  void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override;
+
  protected:
+  std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
   // The attributes of a plain text; a cell with a color of its own says so here.
   virtual Ref<NSColor> plainTextColor() const;
   NSAttributes plainAttributes() const;

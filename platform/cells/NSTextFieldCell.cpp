@@ -3,6 +3,7 @@
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSRect.h"
+#include "platform/views/NSControl.h"
 
 namespace platform {
 
@@ -26,6 +27,23 @@ NSTextFieldCell::NSTextFieldCell(NSCoder& coder) : NSCell(coder) {
 Ref<NSColor> NSTextFieldCell::plainTextColor() const {
   // A color of one's own stays on any ground.
   return textColor_ && isEnabled() ? textColor_ : NSCell::plainTextColor();
+}
+
+std::string NSTextFieldCell::accessibilityRole() const {
+  return std::string(isEditable_ ? NSAccessibilityTextFieldRole : NSAccessibilityStaticTextRole);
+}
+
+bool NSTextFieldCell::accessibilityIsAttributeSettable(std::string_view attribute) const {
+  if (attribute == NSAccessibilityValueAttribute) return isEditable_ && isEnabled();
+  return NSCell::accessibilityIsAttributeSettable(attribute);
+}
+
+void NSTextFieldCell::accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) {
+  if (forAttribute != NSAccessibilityValueAttribute) return NSCell::accessibilitySetValue(value, forAttribute);
+  const auto* text = value.as<std::string>();
+  if (!text || !accessibilityIsAttributeSettable(forAttribute)) return;
+  if (auto* control = dynamic_cast<NSControl*>(controlView())) control->setStringValue(*text);
+  else setStringValue(*text);
 }
 
 CGSize NSTextFieldCell::cellSize() const {

@@ -38,6 +38,13 @@ class NSTextFieldCell : public NSCell {
   void drawWithFrame(CGRect frame, NSView& view) override;
   void drawInteriorWithFrame(CGRect frame, NSView& view) override;
 
+  // The value of one that is editable can be set.
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override;
+  AccessibilityValue accessibilityValue() const override { return stringValue(); }
+  bool accessibilityIsAttributeSettable(std::string_view attribute) const override;
+  void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override;
+
  protected:
   Ref<NSColor> plainTextColor() const override;
 

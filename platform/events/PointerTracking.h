@@ -21,6 +21,8 @@ class PointerTracking {
   void pointerMoved(const Ref<NSEvent>& event, bool isButtonDown);
   // The pointer has left the window.
   void pointerLeft(const Ref<NSEvent>& event);
+  // It is nowhere in the window any more, and nothing is sent.
+  void windowWasHidden() { entered_.clear(); }
 
  private:
   struct Place {

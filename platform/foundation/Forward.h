@@ -4,6 +4,8 @@
 namespace platform {
 
 class NSCoder;
+class NSNotification;
+class NSNotificationCenter;
 class NSObject;
 struct ClassInfo;
 struct Selector;

@@ -8,12 +8,29 @@ namespace platform {
 
 using Json = nlohmann::json;
 
+// A coder of an inner object shares the text's one tree with the coder that it came from. Whoever writes gets a tree of
+// his own first.
 struct NSCoder::Archive {
-  Json object = Json::object();
+  std::shared_ptr<Json> tree = std::make_shared<Json>(Json::object());
+  Json* object = tree.get();
 
   const Json* find(std::string_view key) const {
-    const auto found = object.find(std::string(key));
-    return found == object.end() ? nullptr : &*found;
+    const auto found = object->find(std::string(key));
+    return found == object->end() ? nullptr : &*found;
+  }
+
+  Json& writable(std::string_view key) {
+    if (object != tree.get() || tree.use_count() > 1) {
+      tree = std::make_shared<Json>(*object);
+      object = tree.get();
+    }
+    return (*object)[std::string(key)];
+  }
+
+  std::unique_ptr<Archive> inner(const Json& value) const {
+    auto archive = std::make_unique<Archive>(*this);
+    archive->object = const_cast<Json*>(&value);  // read only, see writable
+    return archive;
   }
 
   // The N numbers of the array below the key; all zero if there is no such array.
@@ -42,9 +59,11 @@ NSCoder::NSCoder(std::string_view json) : NSCoder() {
   } else if (!parsed.is_object()) {
     fail("the archive is not a JSON object");
   } else {
-    archive_->object = std::move(parsed);
+    *archive_->object = std::move(parsed);
   }
 }
+
+NSCoder NSCoder::copy() const { return NSCoder(std::make_unique<Archive>(*archive_)); }
 
 bool NSCoder::containsValueForKey(std::string_view key) const { return archive_->find(key) != nullptr; }
 
@@ -92,48 +111,74 @@ CGRect NSCoder::decodeRectForKey(std::string_view key) const {
 std::optional<NSCoder> NSCoder::decodeCoderForKey(std::string_view key) const {
   const Json* value = archive_->find(key);
   if (!value || !value->is_object()) return std::nullopt;
-  auto archive = std::make_unique<Archive>();
-  archive->object = *value;
-  return NSCoder(std::move(archive));
+  return NSCoder(archive_->inner(*value));
+}
+
+std::optional<std::vector<NSCoder>> NSCoder::decodeCodersForKey(std::string_view key) const {
+  const Json* value = archive_->find(key);
+  if (!value || !value->is_array()) return std::nullopt;
+  std::vector<NSCoder> result;
+  for (const Json& element : *value) {
+    if (!element.is_object()) return std::nullopt;
+    result.push_back(NSCoder(archive_->inner(element)));
+  }
+  return result;
+}
+
+std::optional<bool> NSCoder::boolForKey(std::string_view key) const {
+  const Json* value = archive_->find(key);
+  return value && value->is_boolean() ? std::optional(value->get<bool>()) : std::nullopt;
+}
+
+std::optional<double> NSCoder::numberForKey(std::string_view key) const {
+  const Json* value = archive_->find(key);
+  return value && value->is_number() ? std::optional(value->get<double>()) : std::nullopt;
+}
+
+std::vector<std::string> NSCoder::allKeys() const {
+  std::vector<std::string> result;
+  for (const auto& [key, value] : archive_->object->items()) result.push_back(key);
+  return result;
 }
 
 NSCoder& NSCoder::encode(bool value, std::string_view key) {
-  archive_->object[std::string(key)] = value;
+  archive_->writable(key) = value;
   return *this;
 }
 
 NSCoder& NSCoder::encode(std::int64_t value, std::string_view key) {
-  archive_->object[std::string(key)] = value;
+  archive_->writable(key) = value;
   return *this;
 }
 
 NSCoder& NSCoder::encode(double value, std::string_view key) {
-  archive_->object[std::string(key)] = value;
+  archive_->writable(key) = value;
   return *this;
 }
 
 NSCoder& NSCoder::encode(std::string_view value, std::string_view key) {
-  archive_->object[std::string(key)] = std::string(value);
+  archive_->writable(key) = std::string(value);
   return *this;
 }
 
 NSCoder& NSCoder::encode(CGPoint value, std::string_view key) {
-  archive_->object[std::string(key)] = {value.x, value.y};
+  archive_->writable(key) = {value.x, value.y};
   return *this;
 }
 
 NSCoder& NSCoder::encode(CGSize value, std::string_view key) {
-  archive_->object[std::string(key)] = {value.width, value.height};
+  archive_->writable(key) = {value.width, value.height};
   return *this;
 }
 
 NSCoder& NSCoder::encode(CGRect value, std::string_view key) {
-  archive_->object[std::string(key)] = {value.origin.x, value.origin.y, value.size.width, value.size.height};
+  archive_->writable(key) = {value.origin.x, value.origin.y, value.size.width, value.size.height};
   return *this;
 }
 
 NSCoder& NSCoder::encode(const NSCoder& value, std::string_view key) {
-  archive_->object[std::string(key)] = value.archive_->object;
+  const Json copy = *value.archive_->object;  // the value may be a part of this archive
+  archive_->writable(key) = copy;
   return *this;
 }
 

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/foundation/Geometry.h"
 
@@ -25,6 +26,9 @@ class NSCoder {
   NSCoder(NSCoder&&) noexcept;
   NSCoder& operator=(NSCoder&&) noexcept;
 
+  // The same values, without a failure; a write to one is not seen by the other.
+  NSCoder copy() const;
+
   bool containsValueForKey(std::string_view key) const;
   bool decodeBoolForKey(std::string_view key) const;
   std::int64_t decodeIntegerForKey(std::string_view key) const;  // of a fraction or a number out of range: 0
@@ -35,6 +39,12 @@ class NSCoder {
   CGRect decodeRectForKey(std::string_view key) const;
   // The object below the key as a coder of its own; absent if there is none.
   std::optional<NSCoder> decodeCoderForKey(std::string_view key) const;
+  // The objects of the array below the key; absent if there is no array, or one with anything else in it.
+  std::optional<std::vector<NSCoder>> decodeCodersForKey(std::string_view key) const;
+  // Those that tell a value of another kind from false and zero.
+  std::optional<bool> boolForKey(std::string_view key) const;
+  std::optional<double> numberForKey(std::string_view key) const;
+  std::vector<std::string> allKeys() const;
 
   // Return the coder, so that calls chain.
   NSCoder& encode(bool value, std::string_view key);

@@ -22,10 +22,25 @@ struct Selector {
   void (*perform)(NSObject& receiver, NSObject* sender) = nullptr;
 };
 
+// A member that an interface file connects to another of its objects. False, and nothing done, for an object of a class
+// that the member cannot hold.
+struct Outlet {
+  std::string_view name;
+  bool (*connect)(NSObject& owner, const Ref<NSObject>& object) = nullptr;
+};
+
+// A member that an interface file sets to a plain value. False, and nothing done, for a value of another kind.
+struct Property {
+  std::string_view name;
+  bool (*set)(NSObject& owner, const NSCoder& values) = nullptr;  // the value is below the property's name
+};
+
 struct ClassInfo {
   std::string_view name;  // with its module for classes of the library: "TessalunaUIKit.BorderedView"
   const ClassInfo* base = nullptr;
   std::span<const Selector> selectors = {};
+  std::span<const Outlet> outlets = {};
+  std::span<const Property> properties = {};
 };
 
 class NSObject : public std::enable_shared_from_this<NSObject> {
@@ -50,6 +65,9 @@ class NSObject : public std::enable_shared_from_this<NSObject> {
 
   // What needs a Ref to the object itself. Called by make, once; an override calls its base's first.
   virtual void didInit() {}
+
+  // Called on all objects of an interface file, and on its owner, once all outlets are connected.
+  virtual void awakeFromNib() {}
 };
 
 // Two absent values count as equal.

@@ -18,7 +18,8 @@ void NSMenu::popUpInView(NSView& view, CGPoint location) {
                        .isEnabled = item.isEnabled,
                        .isChecked = item.isOn,
                        .isSeparator = item.isSeparator});
-  backend->popUpMenu(*view.window()->nativeWindow(), view.convertPointToView(location, nullptr), std::move(entries),
+  const CGPoint onScreen = view.window()->convertPointToScreen(view.convertPointToView(location, nullptr));
+  backend->popUpMenu(*view.window()->nativeWindow(), onScreen, std::move(entries),
                      [menu = refTo(*this)](std::optional<std::size_t> chosen) {
                        if (!chosen || *chosen >= menu->items_.size() || !NSApp) return;
                        const NSMenuItem& item = menu->items_[*chosen];

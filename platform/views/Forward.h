@@ -13,6 +13,7 @@ class NSClipView;
 class NSControl;
 class NSCursor;
 class NSEvent;
+class NSImageView;
 class NSResponder;
 class NSScroller;
 class NSScrollView;
@@ -20,6 +21,9 @@ class NSTableView;
 class NSTextField;
 class NSTrackingArea;
 class NSView;
+class NSViewController;
 class NSWindow;
+class NSWindowController;
+class NSWindowDelegate;
 
 }  // namespace platform

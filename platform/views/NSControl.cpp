@@ -1,15 +1,25 @@
 #include "platform/views/NSControl.h"
 
 #include "platform/events/NSEvent.h"
+#include "platform/foundation/memberTables.h"
+#include "platform/interface_files/classRegistry.h"
 #include "platform/windows/NSApplication.h"
 #include "platform/windows/NSWindow.h"
 
 namespace platform {
 
-const ClassInfo NSControl::staticClassInfo{.name = "NSControl", .base = &NSView::staticClassInfo};
+const Outlet NSControl::outlets_[] = {outlet<&NSControl::setTarget>("target")};
+const ClassInfo NSControl::staticClassInfo{
+    .name = "NSControl", .base = &NSView::staticClassInfo, .outlets = NSControl::outlets_};
 
 NSControl::NSControl(NSCoder& coder) : NSView(coder) {
   cellCoder_ = coder.decodeCoderForKey("cell");
+  if (const auto className = cellCoder_ ? cellCoder_->decodeStringForKey("class") : std::nullopt) {
+    const Ref<NSObject> object = makeObjectOfClass(*className, *cellCoder_);
+    cell_ = std::dynamic_pointer_cast<NSCell>(object);
+    if (!object) coder.fail("its cell: " + cellCoder_->failure().value_or("could not be made"));
+    else if (!cell_) coder.fail("its cell: " + object->className() + " is no cell");
+  }
   action_ = coder.decodeStringForKey("action").value_or("");
 }
 
@@ -19,7 +29,8 @@ NSControl::~NSControl() {
 
 void NSControl::didInit() {
   NSView::didInit();
-  if (!cell_) setCell(cellCoder_ ? makeCell(*cellCoder_) : makeCell());
+  if (cell_) cell_->setControlView(this);
+  else setCell(cellCoder_ ? makeCell(*cellCoder_) : makeCell());
   cellCoder_.reset();
 }
 
@@ -56,6 +67,7 @@ void NSControl::changeCell(Change change) {
 
 void NSControl::setStringValue(std::string_view text) {
   changeCell([&](NSCell& cell) { cell.setStringValue(text); });
+  NSAccessibilityPostNotification(cell_, NSAccessibilityValueChangedNotification);
 }
 
 Ref<NSAttributedString> NSControl::attributedStringValue() const {
@@ -64,6 +76,7 @@ Ref<NSAttributedString> NSControl::attributedStringValue() const {
 
 void NSControl::setAttributedStringValue(Ref<NSAttributedString> text) {
   changeCell([&](NSCell& cell) { cell.setAttributedStringValue(std::move(text)); });
+  NSAccessibilityPostNotification(cell_, NSAccessibilityValueChangedNotification);
 }
 
 void NSControl::setFont(Ref<NSFont> font) {
@@ -125,6 +138,14 @@ void NSControl::endTracking(CGPoint point, bool isMouseUp) {
 }
 
 void NSControl::wasClicked() { sendActionTo(action_, target()); }
+
+std::optional<AccessibilityElements> NSControl::accessibilityOwnChildren() const {
+  AccessibilityElements result;
+  if (cell_) result.push_back(cell_);
+  const AccessibilityElements views = NSView::accessibilityOwnChildren().value_or(AccessibilityElements());
+  result.insert(result.end(), views.begin(), views.end());
+  return result;
+}
 
 void NSControl::windowWillChange() {
   if (isTracking_) endTracking(lastPoint_, false);

@@ -16,7 +16,8 @@ class NSControl : public NSView {
 
   // The class says which cell it starts with: makeCell, called when the control is made.
   explicit NSControl(CGRect frame) : NSView(frame) {}
-  // Keys besides the view's: "cell" (an object, read by the cell), "action".
+  // Keys besides the view's: "cell" (an object, read by the cell; with "class" one of another class than the control's own),
+  // "action". Outlet: "target".
   explicit NSControl(NSCoder& coder);
   ~NSControl() override;
   void didInit() override;
@@ -47,7 +48,7 @@ class NSControl : public NSView {
   const std::string& action() const { return action_; }
   void setAction(std::string selector) { action_ = std::move(selector); }
   // False if nobody took it.
-  bool sendActionTo(std::string_view action, const Ref<NSObject>& target);
+  virtual bool sendActionTo(std::string_view action, const Ref<NSObject>& target);
 
   bool isFlipped() const override { return true; }
   void drawRect(CGRect rect) override;
@@ -56,6 +57,8 @@ class NSControl : public NSView {
   void mouseUp(const Ref<NSEvent>& event) override;
 
  protected:
+  // The cell stands for the control.
+  std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
   virtual Ref<NSCell> makeCell() { return make<NSCell>(); }
   virtual Ref<NSCell> makeCell(NSCoder& coder) { return make<NSCell>(coder); }
   // A press that the cell tracked has ended over the control.
@@ -64,6 +67,7 @@ class NSControl : public NSView {
   void windowWillChange() override;
 
  private:
+  static const Outlet outlets_[];
   void endTracking(CGPoint point, bool isMouseUp);
   template <class Change>
   void changeCell(Change change);

@@ -76,6 +76,8 @@ class NSTableView : public NSView {
   bool isFlipped() const override { return true; }
   bool acceptsFirstResponder() const override { return true; }
   void drawRect(CGRect rect) override;
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(NSAccessibilityTableRole); }
   void mouseDown(const Ref<NSEvent>& event) override;
   void keyDown(const Ref<NSEvent>& event) override;
   void mouseMoved(const Ref<NSEvent>& event) override;

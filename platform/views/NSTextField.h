@@ -29,6 +29,12 @@ class NSTextField : public NSControl {
   bool isSelectable() const;
   void setPlaceholderString(std::string text);
 
+  // The view that edits the field's text now; absent when none does. The first operation takes over what was typed, the
+  // second one throws it away and ends the editing; it is true if there was any.
+  virtual Ref<NSView> currentEditor() const { return nullptr; }
+  virtual void validateEditing() {}
+  virtual bool abortEditing() { return false; }
+
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;

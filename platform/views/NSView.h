@@ -1,22 +1,20 @@
 // A rectangle of a window that draws and takes events. Its parts stand in headers of their own: ViewGeometry (tree and
-// space), ViewDrawing (what it shows), ViewTracking (what is under the pointer).
+// space), ViewDrawing (what it shows), ViewTracking (what is under the pointer), ViewAccessibility
+// (what assistive clients see).
 #pragma once
 
-#include "platform/views/ViewTracking.h"
+#include "platform/views/ViewAccessibility.h"
 
 namespace platform {
 
-class NSView : public ViewTracking {
+class NSView : public ViewAccessibility {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  explicit NSView(CGRect frame) : ViewTracking(frame) {}
+  explicit NSView(CGRect frame) : ViewAccessibility(frame) {}
   // Keys: "frame", "hidden", "autoresizingMask", "autoresizesSubviews", "wantsLayer".
-  explicit NSView(NSCoder& coder) : ViewTracking(coder) {}
-
-  // Called on all objects of an interface file once its outlets are connected.
-  virtual void awakeFromNib() {}
+  explicit NSView(NSCoder& coder) : ViewAccessibility(coder) {}
 
   // Scrolling. The first clip view above is asked; without one nothing happens and the answer is false.
   NSScrollView* enclosingScrollView() const;

@@ -44,7 +44,7 @@ void ViewGeometry::removeFromSuperview() {
   geometryWillChange();
   moveToWindow(nullptr);
   if (!superview_) return;  // a callback was first
-  std::erase(static_cast<ViewGeometry&>(*superview_).subviews_, held);
+  static_cast<ViewGeometry&>(*superview_).subviews_.remove(held);
   superview_ = nullptr;
 }
 

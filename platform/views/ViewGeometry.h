@@ -3,10 +3,10 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "platform/events/NSResponder.h"
 #include "platform/foundation/AffineTransform.h"
+#include "platform/foundation/DequeList.h"
 #include "platform/foundation/Geometry.h"
 
 namespace platform {
@@ -29,7 +29,7 @@ class ViewGeometry : public NSResponder {
 
   // The tree. A superview keeps its subviews alive, front last; a view knows its superview and window without that.
   NSView* superview() const { return superview_; }
-  const std::vector<Ref<NSView>>& subviews() const { return subviews_; }
+  const DequeList<Ref<NSView>>& subviews() const { return subviews_; }
   NSWindow* window() const { return window_; }
   void addSubview(const Ref<NSView>& view);  // in front; out of its earlier superview first
   void removeFromSuperview();
@@ -82,7 +82,7 @@ class ViewGeometry : public NSResponder {
 
   NSView* superview_ = nullptr;
   NSWindow* window_ = nullptr;
-  std::vector<Ref<NSView>> subviews_;
+  DequeList<Ref<NSView>> subviews_;
   CGRect frame_, bounds_;
   std::uint32_t autoresizingMask_ = NSViewNotSizable;
   bool autoresizesSubviews_ = true;

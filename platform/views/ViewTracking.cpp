@@ -1,7 +1,5 @@
 #include "platform/views/ViewTracking.h"
 
-#include <algorithm>
-
 #include "platform/events/NSCursor.h"
 #include "platform/events/NSTrackingArea.h"
 #include "platform/views/NSView.h"
@@ -12,8 +10,7 @@ NSView* ViewTracking::hitTest(CGPoint point) {
   if (isHidden()) return nullptr;
   const CGPoint own = transformToSuperview().inverted()->apply(point);
   if (!NSPointInRect(own, bounds())) return nullptr;
-  const std::vector<Ref<NSView>>& views = subviews();
-  for (auto view = views.rbegin(); view != views.rend(); ++view)
+  for (auto view = subviews().rbegin(); view != subviews().rend(); ++view)
     if (NSView* hit = (*view)->hitTest(own)) return hit;
   return &asView();
 }
@@ -21,8 +18,7 @@ NSView* ViewTracking::hitTest(CGPoint point) {
 void ViewTracking::addTrackingArea(const Ref<NSTrackingArea>& area) { trackingAreas_.push_back(area); }
 
 void ViewTracking::removeTrackingArea(const Ref<NSTrackingArea>& area) {
-  const auto found = std::find(trackingAreas_.begin(), trackingAreas_.end(), area);
-  if (found != trackingAreas_.end()) trackingAreas_.erase(found);
+  trackingAreas_.remove(area);
 }
 
 void ViewTracking::addCursorRect(CGRect rect, const Ref<NSCursor>& cursor) { cursorRects_.push_back({rect, cursor}); }

@@ -1,6 +1,8 @@
 // The third part of a view: which view is under a point, and where the pointer's coming and going is told.
 #pragma once
 
+#include <vector>
+
 #include "platform/views/ViewDrawing.h"
 
 namespace platform {
@@ -17,7 +19,7 @@ class ViewTracking : public ViewDrawing {
   virtual bool mouseDownCanMoveWindow() const { return !isOpaque(); }
 
   // Areas may come and go at any time; under a pointer that does not move nothing is sent.
-  const std::vector<Ref<NSTrackingArea>>& trackingAreas() const { return trackingAreas_; }
+  const DequeList<Ref<NSTrackingArea>>& trackingAreas() const { return trackingAreas_; }
   void addTrackingArea(const Ref<NSTrackingArea>& area);
   void removeTrackingArea(const Ref<NSTrackingArea>& area);
   // Called when the view comes into a window and when its visible rectangle changes, also by what happens to a view above;
@@ -36,6 +38,7 @@ class ViewTracking : public ViewDrawing {
 
  private:
   friend class NSWindow;
+  // A change of a view's place changes what is visible of all views below it.
   void visibleAreaDidChange();
 
   struct CursorRect {
@@ -43,7 +46,7 @@ class ViewTracking : public ViewDrawing {
     Ref<NSCursor> cursor;
   };
 
-  std::vector<Ref<NSTrackingArea>> trackingAreas_;
+  DequeList<Ref<NSTrackingArea>> trackingAreas_;
   std::vector<CursorRect> cursorRects_;
   bool areCursorRectsValid_ = false;
 };

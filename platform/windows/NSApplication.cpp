@@ -61,6 +61,13 @@ void NSApplication::windowWasMade(const Ref<NSWindow>& window) {
   windows_.push_back(window);
 }
 
+std::optional<AccessibilityElements> NSApplication::accessibilityOwnChildren() const {
+  AccessibilityElements result;
+  for (const Ref<NSWindow>& window : windows())
+    if (window->isVisible() && window->accessibilityParent().get() == this) result.push_back(window);
+  return result;
+}
+
 void NSApplication::windowKeyStatusChanged(NSWindow& window, bool isKey) {
   if (isKey) {
     keyWindow_ = refTo(window);

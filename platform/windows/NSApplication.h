@@ -6,12 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/accessibility/NSAccessibility.h"
 #include "platform/events/NSEvent.h"
 #include "platform/events/NSResponder.h"
 
 namespace platform {
 
-class NSApplication : public NSResponder {
+class NSApplication : public NSResponder, public NSAccessibility {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -31,6 +32,13 @@ class NSApplication : public NSResponder {
   // Performs the action on the target, or with none on the first that has it of the key window's responder chain and the
   // application. False if nobody has it.
   bool sendAction(std::string_view action, NSObject* target, NSObject* sender);
+
+  // Its children are the visible windows, but for those that say that they belong elsewhere.
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(NSAccessibilityApplicationRole); }
+
+ protected:
+  std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
 
  private:
   friend class NSEvent;

@@ -9,6 +9,7 @@
 #include "platform/graphics/NSRect.h"
 #include "platform/views/NSView.h"
 #include "platform/windows/NSApplication.h"
+#include "platform/windows/NSWindowController.h"
 
 namespace platform {
 
@@ -17,7 +18,16 @@ const ClassInfo NSWindow::staticClassInfo{.name = "NSWindow", .base = &NSRespond
 NSWindow::NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreType, bool defer)
     : frame_(contentRect), styleMask_(styleMask), backgroundColor_(NSColor::windowBackgroundColor()) {
   firstResponder_ = this;
-  if (!defer) makeNative();
+  isDeferred_ = defer;
+}
+
+NSWindow::NSWindow(NSCoder& coder)
+    : NSResponder(coder),
+      frame_(coder.decodeRectForKey("contentRect")),
+      styleMask_(static_cast<std::uint32_t>(coder.decodeIntegerForKey("styleMask"))),
+      title_(coder.decodeStringForKey("title").value_or("")),
+      backgroundColor_(NSColor::windowBackgroundColor()) {
+  firstResponder_ = this;
 }
 
 NSWindow::~NSWindow() {
@@ -28,6 +38,8 @@ void NSWindow::didInit() {
   NSResponder::didInit();
   if (!contentView_) setContentView(make<NSView>(CGRect{{0, 0}, frame_.size}));
   if (NSApp) NSApp->windowWasMade(refTo(*this));
+  // Only now: what a derived class says of its window counts for the native one as well.
+  if (!isDeferred_) makeNative();
 }
 
 void NSWindow::makeNative() {
@@ -72,12 +84,21 @@ void NSWindow::setFrame(CGRect frame, bool display) {
   if (display) displayIfNeeded();
 }
 
+void NSWindow::setFrameTopLeftPoint(CGPoint point) {
+  setFrame({{point.x, point.y - frame_.size.height}, frame_.size}, false);
+}
+
 void NSWindow::nativeFrameChanged(CGRect content) {
-  const bool isResized = content.size != frame_.size;
-  frame_ = content;
-  if (!isResized) return;
-  if (contentView_) contentView_->setFrame({{0, 0}, frame_.size});
-  invalidateRect({{0, 0}, frame_.size});
+  const Ref<NSWindow> held = refTo(*this);
+  const CGRect earlier = std::exchange(frame_, content);
+  const CGPoint moved{content.origin.x - earlier.origin.x, CGRectGetMaxY(content) - CGRectGetMaxY(earlier)};
+  if (content.size != earlier.size) {
+    if (contentView_) contentView_->setFrame({{0, 0}, frame_.size});
+    invalidateRect({{0, 0}, frame_.size});
+  }
+  if (moved != CGPoint{}) children_.parentMoved(moved);
+  if (content.origin != earlier.origin) notify(NSWindowDidMoveNotification, &NSWindowDelegate::windowDidMove);
+  if (content.size != earlier.size) notify(NSWindowDidResizeNotification, &NSWindowDelegate::windowDidResize);
 }
 
 void NSWindow::nativeScaleChanged() { invalidateRect({{0, 0}, frame_.size}); }
@@ -91,13 +112,24 @@ CGFloat NSWindow::backingScaleFactor() const { return native_ ? native_->scale()
 void NSWindow::orderFront(NSObject*) {
   makeNative();
   isVisible_ = true;
+  if (NSWindow* parent = parentWindow()) {
+    parent->children_.childWasShown(*this, true);
+    native_->setParent(parent->nativeWindow());
+  }
   native_->show();
   native_->raise();
   displayIfNeeded();
+  children_.parentWasShown();
 }
 
 void NSWindow::orderOut(NSObject*) {
-  isVisible_ = false;
+  const Ref<NSWindow> held = refTo(*this);
+  if (NSWindow* parent = parentWindow(); parent && parent->isVisible()) parent->children_.childWasShown(*this, false);
+  tracking_.windowWasHidden();
+  if (std::exchange(isVisible_, false)) {
+    children_.parentWasHidden();
+    NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held), NSAccessibilityUIElementDestroyedNotification);
+  }
   if (native_) native_->hide();
   nativeKeyStatusChanged(false);
 }
@@ -109,6 +141,8 @@ void NSWindow::makeKeyAndOrderFront(NSObject* sender) {
 
 void NSWindow::close() {
   const Ref<NSWindow> held = refTo(*this);
+  notify(NSWindowWillCloseNotification, &NSWindowDelegate::windowWillClose);
+  if (parentWindow()) parentWindow()->removeChildWindow(*this);
   orderOut(nullptr);
   if (NSApp) NSApp->windowWasClosed(*this);
 }
@@ -118,6 +152,31 @@ void NSWindow::nativeKeyStatusChanged(bool isKey) {
   if (isKey == isKey_) return;
   isKey_ = isKey;
   if (NSApp) NSApp->windowKeyStatusChanged(*this, isKey);
+  if (isKey) notify(NSWindowDidBecomeKeyNotification, &NSWindowDelegate::windowDidBecomeKey);
+  else notify(NSWindowDidResignKeyNotification, &NSWindowDelegate::windowDidResignKey);
+}
+
+void NSWindow::notify(std::string_view name, void (NSWindowDelegate::*operation)(const Ref<NSNotification>&)) {
+  const Ref<NSWindow> held = refTo(*this);
+  if (const Ref<NSWindowDelegate> delegate = delegate_.lock())
+    (delegate.get()->*operation)(make<NSNotification>(std::string(name), held));
+  NSNotificationCenter::defaultCenter().postNotificationName(name, held);
+}
+
+void NSWindow::addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode) { children_.add(child); }
+
+Ref<NSWindowController> NSWindow::windowController() const { return controller_.lock(); }
+void NSWindow::setWindowController(const Ref<NSWindowController>& controller) { controller_ = controller; }
+
+NSResponder* NSWindow::nextResponder() const {
+  if (NSResponder* set = NSResponder::nextResponder()) return set;
+  return controller_.lock().get();
+}
+
+Ref<NSObject> NSWindow::accessibilityParent() const { return NSApp; }
+
+std::optional<AccessibilityElements> NSWindow::accessibilityOwnChildren() const {
+  return contentView_ ? AccessibilityElements{contentView_} : AccessibilityElements{};
 }
 
 void NSWindow::setTitle(std::string title) {
@@ -139,6 +198,9 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
   if (wanted == this) return true;
   if (!wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
   setFirstResponder(*wanted);
+  // A control's element is its cell.
+  NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held),
+                                  NSAccessibilityFocusedUIElementChangedNotification);
   return true;
 }
 
@@ -281,6 +343,7 @@ void NSWindow::dispatchMouse(const Ref<NSEvent>& event) {
   const std::optional<ButtonHandlers> handlers = buttonHandlers(event->type());
   if (!handlers) return;
 
+  const bool wasVisible = isVisible_;
   Press& press = pressed_[handlers->button];
   Ref<NSView> receiver = press.view.lock();
   switch (handlers->phase) {
@@ -293,8 +356,8 @@ void NSWindow::dispatchMouse(const Ref<NSEvent>& event) {
     case Phase::Up: press = {}; break;
   }
   if (receiver && receiver->window() == this) (receiver.get()->*handlers->handler)(event);
-  // Entries that the press held back come with its release.
-  if (handlers->phase == Phase::Up) tracking_.pointerMoved(event, isButtonDown());
+  // Entries that the press held back come with its release, unless that has hidden the window.
+  if (handlers->phase == Phase::Up && isVisible_ == wasVisible) tracking_.pointerMoved(event, isButtonDown());
 }
 
 void NSWindow::dispatchKey(const Ref<NSEvent>& event) {

@@ -6,13 +6,16 @@
 #include <memory>
 #include <string>
 
+#include "platform/accessibility/NSAccessibility.h"
 #include "platform/backend/Backend.h"
 #include "platform/events/PointerTracking.h"
 #include "platform/events/NSResponder.h"
 #include "platform/foundation/Geometry.h"
 #include "platform/graphics/Forward.h"
 #include "platform/views/Forward.h"
+#include "platform/windows/ChildWindows.h"
 #include "platform/windows/DirtyRegion.h"
+#include "platform/windows/NSWindowDelegate.h"
 
 namespace platform {
 
@@ -25,14 +28,17 @@ enum NSWindowStyleMask : std::uint32_t {
   NSWindowStyleMaskTexturedBackground = 0x100,
 };
 enum NSBackingStoreType { NSBackingStoreBuffered = 2 };
+enum NSWindowOrderingMode { NSWindowBelow = -1, NSWindowOut = 0, NSWindowAbove = 1 };
 
-class NSWindow : public NSResponder, private backend::WindowClient {
+class NSWindow : public NSResponder, public NSAccessibility, private backend::WindowClient {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   // With `defer` true the native window is made when the window is first shown. Needs a backend by then, or the program stops.
   NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreType backing, bool defer);
+  // Keys: "contentRect", "styleMask", "title". Deferred.
+  explicit NSWindow(NSCoder& coder);
   ~NSWindow() override;
   void didInit() override;
 
@@ -41,6 +47,7 @@ class NSWindow : public NSResponder, private backend::WindowClient {
 
   CGRect frame() const { return frame_; }
   void setFrame(CGRect frame, bool display);
+  void setFrameTopLeftPoint(CGPoint point);  // keeps the size
   CGPoint convertPointToScreen(CGPoint point) const;
   CGPoint convertPointFromScreen(CGPoint point) const;
   CGRect convertRectToScreen(CGRect rect) const;
@@ -52,6 +59,20 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   void orderOut(NSObject* sender);
   void makeKeyAndOrderFront(NSObject* sender);
   virtual void close();
+
+  // Children stand above their window, which keeps them alive; they move with its upper left corner and are shown and
+  // hidden with it. A child of a visible window is shown at once. Below it is not offered.
+  void addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode ordered);
+  void removeChildWindow(NSWindow& child) { children_.remove(child); }  // stays where it is, and visible
+  NSWindow* parentWindow() const { return children_.parent(); }
+  std::vector<Ref<NSWindow>> childWindows() const { return children_.windows(); }
+
+  // Neither is kept alive. The controller stands behind the window in the responder chain.
+  Ref<NSWindowController> windowController() const;
+  void setWindowController(const Ref<NSWindowController>& controller);
+  NSResponder* nextResponder() const override;
+  Ref<NSWindowDelegate> delegate() const { return delegate_.lock(); }
+  void setDelegate(const Ref<NSWindowDelegate>& delegate) { delegate_ = delegate; }
 
   // Only a window that can has key status; a borderless one cannot unless it is overridden.
   virtual bool canBecomeKeyWindow() const { return styleMask_ & NSWindowStyleMaskTitled; }
@@ -91,12 +112,23 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   void invalidateRect(CGRect rect);
   void displayIfNeeded();
 
+  // Its parent is the application, its child the content view.
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(NSAccessibilityWindowRole); }
+  std::string accessibilityTitle() const override { return title_; }
+  CGRect accessibilityFrame() const override { return frame_; }
+  Ref<NSObject> accessibilityParent() const override;
+
   // A backend that already has the native side of a window, such as a widget of a host, gives it here.
   void adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native);
   backend::NativeWindow* nativeWindow() const { return native_.get(); }
   backend::WindowClient& windowClient() { return *this; }
 
+ protected:
+  std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
+
  private:
+  friend class ChildWindows;
   friend class ViewGeometry;
   friend class NSView;
   void viewWillLeave(NSView& view);
@@ -110,6 +142,7 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   Ref<NSWindow> eventWindow() override { return std::static_pointer_cast<NSWindow>(weak_from_this().lock()); }
 
   void makeNative();
+  void notify(std::string_view name, void (NSWindowDelegate::*operation)(const Ref<NSNotification>&));
   void drawContents(CGRect rect, backend::Canvas& canvas);
   void dispatchMouse(const Ref<NSEvent>& event);
   void dispatchKey(const Ref<NSEvent>& event);
@@ -130,6 +163,10 @@ class NSWindow : public NSResponder, private backend::WindowClient {
   Press pressed_[3];  // of the left, the right and any other button
   PointerTracking tracking_{*this};
   DirtyRegion dirty_;
+  ChildWindows children_{*this};
+  WeakRef<NSWindowController> controller_;
+  WeakRef<NSWindowDelegate> delegate_;
+  bool isDeferred_ = true;
   bool isVisible_ = false, isKey_ = false, isOpaque_ = true, hasShadow_ = true;
 };
 

@@ -53,7 +53,7 @@ std::optional<backend::Color> parseBackground(std::string_view text) {
 }
 
 Bitmap makeBitmap(const Picture& picture) {
-  // A product such as 10 * 1.1 lies a little above the whole number that is meant.
+  // A product such as 100 * 1.1 lies a little above the whole number that is meant.
   const auto pixels = [&](double points) { return std::ceil(points * picture.scale - 1e-6); };
   const double width = pixels(picture.area.size.width), height = pixels(picture.area.size.height);
   std::optional<Bitmap> bitmap;

@@ -131,3 +131,44 @@ TEST(NSCoder, TheFirstFailureStays) {
   coder.fail("second");
   EXPECT_EQ(coder.failure(), "first");
 }
+
+TEST(NSCoder, TellsAMissingValueFromFalseAndZero) {
+  const NSCoder coder(R"({"no": false, "zero": 0, "text": "0"})");
+  EXPECT_EQ(coder.boolForKey("no"), false);
+  EXPECT_EQ(coder.boolForKey("zero"), std::nullopt);
+  EXPECT_EQ(coder.boolForKey("missing"), std::nullopt);
+  EXPECT_EQ(coder.numberForKey("zero"), 0.0);
+  EXPECT_EQ(coder.numberForKey("no"), std::nullopt);
+  EXPECT_EQ(coder.numberForKey("text"), std::nullopt);
+  EXPECT_EQ(coder.allKeys(), (std::vector<std::string>{"no", "text", "zero"}));
+}
+
+TEST(NSCoder, AnArrayOfObjectsIsSeveralCoders) {
+  const NSCoder coder(R"({"all": [{"n": 1}, {"n": 2}], "none": [], "mixed": [{}, 1], "object": {}})");
+  const auto all = coder.decodeCodersForKey("all");
+  ASSERT_TRUE(all && all->size() == 2);
+  EXPECT_EQ((*all)[1].decodeIntegerForKey("n"), 2);
+  EXPECT_TRUE(coder.decodeCodersForKey("none")->empty());
+  for (const char* key : {"mixed", "object", "missing"}) EXPECT_FALSE(coder.decodeCodersForKey(key)) << key;
+}
+
+TEST(NSCoder, AWriteIsSeenByNoOther) {
+  NSCoder outer(R"({"inner": {"n": 1}})");
+  NSCoder inner = *outer.decodeCoderForKey("inner"), copy = outer.copy();
+  inner.encode(2, "n");
+  outer.encode(3, "m");
+  EXPECT_EQ(outer.decodeCoderForKey("inner")->decodeIntegerForKey("n"), 1);
+  EXPECT_FALSE(copy.containsValueForKey("m"));
+  EXPECT_EQ(inner.decodeIntegerForKey("n"), 2);
+  inner.encode(inner, "self");
+  EXPECT_EQ(inner.decodeCoderForKey("self")->decodeIntegerForKey("n"), 2);
+}
+
+TEST(NSCoder, AnInnerCoderOutlivesTheOuterOne) {
+  std::optional<NSCoder> inner;
+  {
+    NSCoder outer(R"({"inner": {"text": "kept"}})");
+    inner = outer.decodeCoderForKey("inner");
+  }
+  EXPECT_EQ(inner->decodeStringForKey("text"), "kept");
+}

@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/tools/artwork/ToolRun.h"
 
 namespace artwork {
@@ -13,6 +15,9 @@ struct Mistake {
   std::vector<std::string> arguments;
   std::string message;
 };
+
+// Shown where a case fails.
+void PrintTo(const Mistake& mistake, std::ostream* stream) { *stream << mistake.message; }
 
 class MistakenCommandLine : public testing::TestWithParam<Mistake> {};
 

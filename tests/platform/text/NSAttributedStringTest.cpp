@@ -1,0 +1,164 @@
+#include "platform/text/NSAttributedString.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/graphics/NSColor.h"
+#include "platform/text/NSFont.h"
+#include "platform/text/NSParagraphStyle.h"
+
+using namespace platform;
+
+namespace {
+
+constexpr auto underline = NSUnderlineStyleAttributeName;
+constexpr auto linkKey = NSLinkAttributeName;
+
+std::optional<std::int64_t> numberAt(const NSAttributedString& text, std::size_t index) {
+  const auto value = text.attributeAtIndex(underline, index);
+  return value ? std::optional(std::get<std::int64_t>(*value)) : std::nullopt;
+}
+
+}  // namespace
+
+TEST(NSAttributedString, InvalidBytesEnterAsTheReplacementCharacter) {
+  const NSAttributedString text("a\xFF", {});
+  EXPECT_EQ(text.length(), 2u);
+  EXPECT_EQ(text.string(), "a\xEF\xBF\xBD");
+}
+
+TEST(NSAttributedString, CountsUtf16Units) { EXPECT_EQ(NSAttributedString("\xF0\x9F\x8E\xB5", {}).length(), 2u); }
+
+TEST(NSAttributedString, AnAttributeHoldsForItsRangeOnly) {
+  NSMutableAttributedString text("abcdef");
+  text.addAttribute(underline, std::int64_t{1}, {2, 3});
+  EXPECT_EQ(numberAt(text, 1), std::nullopt);
+  EXPECT_EQ(numberAt(text, 2), 1);
+  EXPECT_EQ(numberAt(text, 4), 1);
+  EXPECT_EQ(numberAt(text, 5), std::nullopt);
+}
+
+TEST(NSAttributedString, TheEffectiveRangeReachesOverRunsThatDifferInOtherAttributes) {
+  NSMutableAttributedString text("abcdef");
+  text.addAttribute(underline, std::int64_t{1}, {1, 4});
+  text.addAttribute(linkKey, std::string("x"), {3, 3});
+  NSRange range;
+  text.attributeAtIndex(underline, 2, &range);
+  EXPECT_EQ(range, (NSRange{1, 4}));
+  text.attributeAtIndex(underline, 0, &range);
+  EXPECT_EQ(range, (NSRange{0, 1}));
+  text.attributeAtIndex(linkKey, 0, &range);
+  EXPECT_EQ(range, (NSRange{0, 3}));
+}
+
+TEST(NSAttributedString, EnumerationVisitsStretchesWithoutTheAttributeToo) {
+  NSMutableAttributedString text("abcdef");
+  text.addAttribute(linkKey, std::string("x"), {1, 2});
+  text.addAttribute(linkKey, std::string("y"), {3, 1});
+  std::vector<std::pair<std::string, NSRange>> seen;
+  text.enumerateAttribute(linkKey, {0, 5}, [&](const std::optional<NSAttributeValue>& value, NSRange range) {
+    seen.emplace_back(value ? std::get<std::string>(*value) : "-", range);
+  });
+  EXPECT_EQ(seen, (std::vector<std::pair<std::string, NSRange>>{{"-", {0, 1}}, {"x", {1, 2}}, {"y", {3, 1}}, {"-", {4, 1}}}));
+}
+
+TEST(NSAttributedString, ASubstringKeepsItsAttributes) {
+  NSMutableAttributedString text("abcdef");
+  text.addAttribute(underline, std::int64_t{2}, {2, 2});
+  const auto part = text.attributedSubstring({1, 2});
+  EXPECT_EQ(part->string(), "bc");
+  EXPECT_EQ(numberAt(*part, 0), std::nullopt);
+  EXPECT_EQ(numberAt(*part, 1), 2);
+}
+
+TEST(NSAttributedString, RemovingAnAttributeLeavesTheOthers) {
+  NSMutableAttributedString text("abc", {{underline, std::int64_t{1}}, {linkKey, std::string("x")}});
+  text.removeAttribute(underline, {0, 2});
+  EXPECT_EQ(numberAt(text, 1), std::nullopt);
+  EXPECT_EQ(numberAt(text, 2), 1);
+  EXPECT_TRUE(text.attributeAtIndex(linkKey, 0));
+}
+
+TEST(NSAttributedString, AppendedTextBringsItsAttributes) {
+  NSMutableAttributedString text("ab");
+  text.appendAttributedString(NSAttributedString("cd", {{underline, std::int64_t{1}}}));
+  EXPECT_EQ(text.string(), "abcd");
+  EXPECT_EQ(numberAt(text, 1), std::nullopt);
+  EXPECT_EQ(numberAt(text, 2), 1);
+}
+
+TEST(NSAttributedString, MayBeAppendedToItself) {
+  NSMutableAttributedString text("ab", {{underline, std::int64_t{1}}});
+  text.appendAttributedString(NSAttributedString("c"));
+  text.appendAttributedString(text);
+  EXPECT_EQ(text.string(), "abcabc");
+  EXPECT_EQ(numberAt(text, 4), 1);
+  EXPECT_EQ(numberAt(text, 5), std::nullopt);
+}
+
+TEST(NSAttributedString, NewTextTakesTheAttributesOfWhatItReplaces) {
+  NSMutableAttributedString text("abcd");
+  text.addAttribute(underline, std::int64_t{1}, {1, 2});
+  text.replaceCharactersInRange({1, 1}, u"xyz");
+  EXPECT_EQ(text.string(), "axyzcd");
+  EXPECT_EQ(numberAt(text, 0), std::nullopt);
+  EXPECT_EQ(numberAt(text, 3), 1);
+  EXPECT_EQ(numberAt(text, 4), 1);
+  EXPECT_EQ(numberAt(text, 5), std::nullopt);
+}
+
+TEST(NSAttributedString, InsertedTextTakesTheAttributesOfTheCharacterBefore) {
+  NSMutableAttributedString text("ab");
+  text.addAttribute(underline, std::int64_t{1}, {0, 1});
+  text.replaceCharactersInRange({1, 0}, u"x");
+  EXPECT_EQ(numberAt(text, 1), 1);
+  EXPECT_EQ(numberAt(text, 2), std::nullopt);
+}
+
+TEST(NSAttributedString, TextsAreEqualHoweverTheirRunsAreCut) {
+  NSMutableAttributedString cut("abcd", {{underline, std::int64_t{1}}});
+  cut.addAttribute(linkKey, std::string("x"), {1, 2});
+  cut.removeAttribute(linkKey, {1, 2});
+  EXPECT_EQ(cut.runs().size(), 3u);
+  EXPECT_TRUE(cut.isEqual(make<NSAttributedString>("abcd", NSAttributes{{underline, std::int64_t{1}}}).get()));
+  EXPECT_FALSE(cut.isEqual(make<NSAttributedString>("abcd").get()));
+  EXPECT_FALSE(cut.isEqual(make<NSAttributedString>("abce", NSAttributes{{underline, std::int64_t{1}}}).get()));
+}
+
+TEST(NSAttributedString, AttributeObjectsAreComparedByWhatTheyAre) {
+  const NSAttributes a{{NSFontAttributeName, NSFont::systemFontOfSize(12)}};
+  const NSAttributes b{{NSFontAttributeName, NSFont::systemFontOfSize(12)}};
+  const NSAttributes c{{NSFontAttributeName, NSFont::systemFontOfSize(14)}};
+  EXPECT_TRUE(areEqual(a, b));
+  EXPECT_FALSE(areEqual(a, c));
+}
+
+TEST(NSAttributedString, AnAttributeOfAnotherKindIsAbsent) {
+  const NSAttributes attributes{{NSFontAttributeName, NSColor::blackColor()}};
+  EXPECT_EQ(attributeObject<NSFont>(attributes, NSFontAttributeName), nullptr);
+  EXPECT_NE(attributeObject<NSColor>(attributes, NSFontAttributeName), nullptr);
+}
+
+TEST(NSAttributedStringDeathTest, AnIndexAtTheEndStopsTheProgram) {
+  EXPECT_DEATH(NSAttributedString("ab").attributeAtIndex(underline, 2), "past the end");
+}
+
+TEST(NSAttributedStringDeathTest, ARangePastTheEndStopsTheProgram) {
+  NSMutableAttributedString text("ab");
+  EXPECT_DEATH(text.addAttribute(underline, std::int64_t{1}, {1, 2}), "past the end");
+  EXPECT_DEATH(text.replaceCharactersInRange({3, 0}, u"x"), "past the end");
+}
+
+TEST(NSParagraphStyle, StartsNaturalAndWrappedAtWords) {
+  const auto style = NSParagraphStyle::defaultParagraphStyle();
+  EXPECT_EQ(style->alignment(), NSTextAlignmentNatural);
+  EXPECT_EQ(style->lineBreakMode(), NSLineBreakByWordWrapping);
+}
+
+TEST(NSParagraphStyle, ACopyIsChangedAlone) {
+  const auto copy = NSParagraphStyle::defaultParagraphStyle()->mutableCopy();
+  EXPECT_TRUE(copy->isEqual(NSParagraphStyle::defaultParagraphStyle().get()));
+  copy->setAlignment(NSTextAlignmentRight);
+  copy->setLineBreakMode(NSLineBreakByClipping);
+  EXPECT_FALSE(copy->isEqual(NSParagraphStyle::defaultParagraphStyle().get()));
+  EXPECT_EQ(NSParagraphStyle::defaultParagraphStyle()->alignment(), NSTextAlignmentNatural);
+}

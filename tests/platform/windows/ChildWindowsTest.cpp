@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+
+namespace platform {
+namespace {
+
+struct ChildWindow : harness::StillWorld {
+  Ref<NSWindow> parent = showWindow({100, 100, 200, 150});
+  Ref<NSWindow> child = popup({120, 50, 80, 40});
+
+  static Ref<NSWindow> popup(CGRect frame) {
+    return make<NSWindow>(frame, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, /*defer=*/true);
+  }
+  std::ptrdiff_t level(const NSWindow& window) {
+    const auto& all = desktop.windows();
+    return std::find(all.begin(), all.end(), &nativeOf(window)) - all.begin();
+  }
+};
+
+TEST_F(ChildWindow, IsShownAtOnceAndAboveItsParent) {
+  parent->addChildWindow(child, NSWindowAbove);
+  EXPECT_TRUE(child->isVisible());
+  EXPECT_EQ(child->parentWindow(), parent.get());
+  EXPECT_EQ(parent->childWindows(), std::vector<Ref<NSWindow>>{child});
+  EXPECT_EQ(nativeOf(*child).parent(), &nativeOf(*parent));
+  parent->orderFront(nullptr);
+  EXPECT_GT(level(*child), level(*parent));
+}
+
+TEST_F(ChildWindow, DoesNotTakeTheKeyStatus) {
+  parent->addChildWindow(child, NSWindowAbove);
+  EXPECT_TRUE(parent->isKeyWindow());
+  user.click(*child, {5, 5});
+  EXPECT_TRUE(parent->isKeyWindow());
+}
+
+TEST_F(ChildWindow, MovesWithTheUpperLeftCornerOfItsParent) {
+  parent->addChildWindow(child, NSWindowAbove);
+  nativeOf(*parent).moveByUser({110, 130, 200, 150});
+  EXPECT_EQ(child->frame(), (CGRect{130, 80, 80, 40}));
+  EXPECT_EQ(nativeOf(*child).frame(), child->frame());
+  parent->setFrame({110, 80, 300, 200}, true);  // larger downward and to the right
+  EXPECT_EQ(child->frame(), (CGRect{130, 80, 80, 40}));
+  child->setFrame({0, 0, 10, 10}, false);
+  EXPECT_EQ(parent->frame(), (CGRect{110, 80, 300, 200}));
+}
+
+TEST_F(ChildWindow, IsHiddenAndShownWithItsParent) {
+  parent->addChildWindow(child, NSWindowAbove);
+  parent->orderOut(nullptr);
+  EXPECT_FALSE(child->isVisible());
+  parent->orderFront(nullptr);
+  EXPECT_TRUE(child->isVisible());
+}
+
+TEST_F(ChildWindow, ThatWasHiddenByItselfStaysHidden) {
+  parent->addChildWindow(child, NSWindowAbove);
+  child->orderOut(nullptr);
+  parent->orderOut(nullptr);
+  parent->orderFront(nullptr);
+  EXPECT_FALSE(child->isVisible());
+}
+
+TEST_F(ChildWindow, OfAHiddenWindowIsShownWithIt) {
+  parent->orderOut(nullptr);
+  parent->addChildWindow(child, NSWindowAbove);
+  EXPECT_FALSE(child->isVisible());
+  parent->orderFront(nullptr);
+  EXPECT_TRUE(child->isVisible());
+  EXPECT_EQ(nativeOf(*child).parent(), &nativeOf(*parent));
+}
+
+TEST_F(ChildWindow, ThatIsRemovedStaysWhereItIs) {
+  parent->addChildWindow(child, NSWindowAbove);
+  parent->removeChildWindow(*child);
+  EXPECT_TRUE(child->isVisible());
+  EXPECT_EQ(child->parentWindow(), nullptr);
+  EXPECT_TRUE(parent->childWindows().empty());
+  EXPECT_EQ(nativeOf(*child).parent(), nullptr);
+  nativeOf(*parent).moveByUser({0, 0, 200, 150});
+  EXPECT_EQ(child->frame(), (CGRect{120, 50, 80, 40}));
+}
+
+TEST_F(ChildWindow, ChangesItsParent) {
+  const Ref<NSWindow> other = showWindow({400, 100, 200, 150});
+  parent->addChildWindow(child, NSWindowAbove);
+  other->addChildWindow(child, NSWindowAbove);
+  EXPECT_TRUE(parent->childWindows().empty());
+  EXPECT_EQ(child->parentWindow(), other.get());
+}
+
+TEST_F(ChildWindow, IsNeverItsOwnAncestor) {
+  parent->addChildWindow(child, NSWindowAbove);
+  child->addChildWindow(parent, NSWindowAbove);
+  parent->addChildWindow(parent, NSWindowAbove);
+  EXPECT_EQ(parent->parentWindow(), nullptr);
+  EXPECT_TRUE(child->childWindows().empty());
+}
+
+TEST_F(ChildWindow, OutlivesItsParent) {
+  parent->addChildWindow(child, NSWindowAbove);
+  parent = nullptr;
+  EXPECT_EQ(child->parentWindow(), nullptr);
+}
+
+TEST_F(ChildWindow, KeepsItsUpperLeftCornerAtThePointThatItIsGiven) {
+  child->setFrameTopLeftPoint({300, 200});
+  EXPECT_EQ(child->frame(), (CGRect{300, 160, 80, 40}));
+}
+
+struct WindowNews : harness::StillWorld, NSWindowDelegate {
+  std::vector<std::string> heard;
+  Ref<NSWindow> window = showWindow();
+
+  void windowDidBecomeKey(const Ref<NSNotification>& n) override { heard.push_back("delegate " + n->name()); }
+  void windowDidResignKey(const Ref<NSNotification>& n) override { heard.push_back("delegate " + n->name()); }
+  void windowDidMove(const Ref<NSNotification>& n) override { heard.push_back("delegate " + n->name()); }
+  void windowDidResize(const Ref<NSNotification>& n) override { heard.push_back("delegate " + n->name()); }
+  void windowWillClose(const Ref<NSNotification>& n) override { heard.push_back("delegate " + n->name()); }
+};
+
+TEST_F(WindowNews, GoToTheDelegateAndThenToTheObservers) {
+  const Ref<NSWindowDelegate> delegate(this, [](NSWindowDelegate*) {});
+  window->setDelegate(delegate);
+  auto& center = NSNotificationCenter::defaultCenter();
+  const Ref<NSObject> token = center.addObserverForName(
+      "", window, nullptr, [&](const Ref<NSNotification>& n) { heard.push_back("observer " + n->name()); });
+  nativeOf(*window).moveByUser({0, 0, 200, 150});
+  window->setFrame({0, 0, 300, 150}, false);
+  const Ref<NSWindow> other = showWindow();
+  window->makeKeyAndOrderFront(nullptr);
+  window->close();
+  center.removeObserver(token);
+  std::vector<std::string> expected;
+  for (const char* name : {"NSWindowDidMoveNotification", "NSWindowDidResizeNotification",
+                           "NSWindowDidResignKeyNotification", "NSWindowDidBecomeKeyNotification",
+                           "NSWindowWillCloseNotification", "NSWindowDidResignKeyNotification"}) {
+    expected.push_back(std::string("delegate ") + name);
+    expected.push_back(std::string("observer ") + name);
+  }
+  EXPECT_EQ(heard, expected);
+}
+
+}  // namespace
+}  // namespace platform

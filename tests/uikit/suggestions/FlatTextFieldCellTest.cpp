@@ -1,0 +1,110 @@
+#include "uikit/suggestions/FlatTextFieldCell.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSImage.h"
+#include "platform/views/NSTextField.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/recordingOf.h"
+#include "tests/harness/printing.h"
+
+namespace TessalunaUIKit {
+namespace {
+
+using namespace platform;
+using harness::Lines;
+
+// Writes down what it is to draw inside, and where the drawing stood then.
+class ProbeFlatCell : public FlatTextFieldCell {
+ public:
+  using FlatTextFieldCell::FlatTextFieldCell;
+  std::vector<CGRect> interiors;
+  void drawInteriorWithFrame(CGRect frame, NSView&) override { interiors.push_back(frame); }
+};
+
+struct FlatCell : harness::StillWorld {
+  Ref<NSTextField> field = make<NSTextField>(CGRect{0, 0, 100, 24});
+  NSCoder coder{R"({"drawsBackground": true})"};
+  Ref<ProbeFlatCell> cell = make<ProbeFlatCell>(coder);
+
+  Lines drawn(CGRect frame) {
+    return harness::recordingOf([&] { cell->drawWithFrame(frame, *field); });
+  }
+  // The shapes of the rounded rectangles that were filled.
+  static Lines shapes(const Lines& lines) {
+    Lines result;
+    for (const std::string& line : harness::only("fill", lines)) {
+      const std::size_t start = line.find("\"shape\":");
+      if (start == line.npos) continue;
+      result.push_back(line.substr(start + 8, line.size() - start - 9));
+    }
+    return result;
+  }
+};
+
+TEST_F(FlatCell, StartsBlackAndWithoutABackgroundOfItsOwn) {
+  EXPECT_TRUE(areEqual(cell->borderColor().get(), NSColor::blackColor().get()));
+  EXPECT_FALSE(cell->drawsBackground());
+}
+
+TEST_F(FlatCell, PaintsAFrameAroundAWhiteShapeAndThenTheTextOnTheWholeFrame) {
+  const Lines lines = drawn({0, 0, 100, 24});
+  EXPECT_EQ(shapes(lines), (Lines{R"(["roundedRect",0,1,100,23,3.6,3.6])", R"(["roundedRect",1,2,98,21,2.6,2.6])"}));
+  EXPECT_EQ(cell->interiors, (std::vector<CGRect>{{0, 0, 100, 24}}));
+}
+
+TEST_F(FlatCell, StaysAtTheCornerWhateverTheFramesOrigin) {
+  const Lines moved = shapes(drawn({30, 40, 100, 24}));
+  EXPECT_EQ(cell->interiors, (std::vector<CGRect>{{30, 40, 100, 24}}));
+  EXPECT_EQ(moved, shapes(drawn({0, 0, 100, 24})));
+}
+
+TEST_F(FlatCell, PassesTheSizesOfAnEmptyFrameOnAsComputed) {
+  const Lines shapesOfEmpty = shapes(drawn({0, 0, 100, 1}));
+  EXPECT_EQ(shapesOfEmpty, (Lines{R"(["roundedRect",0,1,100,0,3.6,3.6])", R"(["roundedRect",1,2,98,-2,2.6,2.6])"}));
+}
+
+TEST_F(FlatCell, FadesItsFrameTowardLightGrayWhileTheApplicationIsInTheBackground) {
+  cell->setBorderColor(NSColor::colorWithCalibratedRed(1, 0, 0, 1));
+  const Lines active = harness::only("setFillColor", drawn({0, 0, 10, 10}));
+  NSApp->setActive(false);
+  const Lines inactive = harness::only("setFillColor", drawn({0, 0, 10, 10}));
+  const auto faded = NSColor::colorWithCalibratedRed(1, 0, 0, 1)->blendedColorWithFraction(0.7, NSColor::lightGrayColor());
+  const Lines expected = harness::only("setFillColor", harness::recordingOf([&] {
+    faded->setFill();
+    NSColor::whiteColor()->set();
+  }));
+  EXPECT_NE(active, inactive);
+  EXPECT_EQ(inactive, expected);
+}
+
+TEST_F(FlatCell, LeavesTheFillColorAsItWasWhenThereIsNoBlend) {
+  NSApp->setActive(false);
+  cell->setBorderColor(NSColor::colorWithPatternImage(make<NSImage>(CGSize{2, 2})));
+  EXPECT_EQ(harness::only("setFillColor", drawn({0, 0, 10, 10})).size(), 1u);  // the white one
+}
+
+TEST_F(FlatCell, SettingTheColorAsksForNoRedraw) {
+  const auto window = showWindowWith(field);
+  field->setCell(cell);
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  cell->setBorderColor(NSColor::redColor());
+  desktop.settle();
+  EXPECT_TRUE(nativeOf(*window).paints().empty());
+}
+
+using FlatCellDeathTest = FlatCell;
+
+TEST_F(FlatCellDeathTest, InitTextCellIsNotSupported) {
+  EXPECT_DEATH(make<FlatTextFieldCell>(std::string("text")), "TessalunaUIKit.FlatTextFieldCell.*init\\(textCell:\\)");
+}
+
+TEST_F(FlatCellDeathTest, DrawingWithoutTheApplicationStopsTheProgram) {
+  NSApp = nullptr;
+  EXPECT_DEATH(drawn({0, 0, 10, 10}), "drawn without NSApp");
+}
+
+}  // namespace
+}  // namespace TessalunaUIKit

@@ -1,0 +1,131 @@
+// A window with a search field, a controller, and rows whose every change is written down.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/interface_files/NSNib.h"
+#include "platform/views/NSScrollView.h"
+#include "platform/views/NSTextField.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+#include "uikit/suggestions/HighlightingView.h"
+#include "uikit/suggestions/SuggestibleTextFieldCell.h"
+#include "uikit/suggestions/SuggestionsContentView.h"
+#include "uikit/suggestions/SuggestionsWindowController.h"
+
+namespace harness {
+
+using Calls = std::vector<std::string>;
+
+// Writes down on what ground it is told to stand.
+class ProbeCell : public platform::NSTextFieldCell {
+ public:
+  ProbeCell(std::string name, Calls& calls) : name_(std::move(name)), calls_(calls) {}
+  void setBackgroundStyle(platform::NSBackgroundStyle style) override {
+    calls_.push_back(name_ + " style " + std::to_string(style));
+    NSTextFieldCell::setBackgroundStyle(style);
+  }
+
+ private:
+  std::string name_;
+  Calls& calls_;
+};
+
+// A field whose editing the test decides.
+class ProbeField : public platform::NSTextField {
+ public:
+  using NSTextField::NSTextField;
+  platform::Ref<platform::NSView> editor;
+  Calls calls;
+  platform::Ref<platform::NSView> currentEditor() const override { return editor; }
+  void validateEditing() override { calls.push_back("validateEditing"); }
+  bool abortEditing() override {
+    calls.push_back("abortEditing");
+    return false;
+  }
+  bool sendActionTo(std::string_view action, const platform::Ref<platform::NSObject>& target) override {
+    calls.push_back("sendAction " + std::string(action) + (target ? " to a target" : " to nobody"));
+    if (onAction) onAction();
+    return NSTextField::sendActionTo(action, target);
+  }
+  std::function<void()> onAction;
+};
+
+struct ProbeTarget : TessalunaUIKit::SuggestionsWindowTarget {
+  Calls calls;
+  std::function<void()> onCall;
+  void suggestionSelectionChanged(std::optional<TessalunaUIKit::Suggestion> suggestion) override {
+    calls.push_back(suggestion ? suggestion->label : "none");
+    if (onCall) onCall();
+  }
+};
+
+class PopUpWorld : public StillWorld {
+ protected:
+  template <class T>
+  using Ref = platform::Ref<T>;
+  using Controller = TessalunaUIKit::SuggestionsWindowController;
+  using Row = TessalunaUIKit::HighlightingView;
+
+  PopUpWorld() {
+    field->setCell(platform::make<TessalunaUIKit::SuggestibleTextFieldCell>("query"));
+    field->setAction("search:");
+    window->contentView()->addSubview(field);
+    platform::NSNib::registerFactory("row", [this](platform::NSObject& owner) { return makeRow(owner); });
+    controller->setSuggestionPrototype("row");
+    controller->setTarget(target);
+  }
+  ~PopUpWorld() override { controller->cancelSuggestions(); }
+
+  // A row of the height `rowHeight` with one text field.
+  Ref<platform::NSObject> makeRow(platform::NSObject& owner) {
+    auto row = platform::make<Row>(platform::CGRect{0, 0, 50, rowHeight});
+    auto label = platform::make<platform::NSTextField>(platform::CGRect{0, 0, 50, 10});
+    label->setCell(platform::make<ProbeCell>("row " + std::to_string(items.size()), styleCalls));
+    row->addSubview(label);
+    auto& item = dynamic_cast<TessalunaUIKit::SuggestionItemViewController&>(owner);
+    item.setLabelTextField(label);
+    items.push_back(platform::refTo(item));
+    return row;
+  }
+
+  static std::vector<TessalunaUIKit::Suggestion> suggestionsNamed(const Calls& labels) {
+    std::vector<TessalunaUIKit::Suggestion> result;
+    for (const std::string& label : labels) result.emplace_back(label, std::nullopt);
+    return result;
+  }
+  static std::vector<TessalunaUIKit::Suggestion> suggestionsCounting(int count) {
+    Calls labels;
+    for (int i = 0; i < count; ++i) labels.push_back(std::to_string(i));
+    return suggestionsNamed(labels);
+  }
+  // A visible pop-up with the rows.
+  void show(const Calls& labels) {
+    controller->setSuggestions(suggestionsNamed(labels));
+    controller->beginForTextField(field);
+    desktop.settle();
+    styleCalls.clear();
+    target->calls.clear();
+  }
+  Ref<Row> row(std::size_t index) { return std::dynamic_pointer_cast<Row>(items.at(index)->view()); }
+  Ref<platform::NSWindow> popUp() { return controller->window(); }
+  Ref<platform::NSScrollView> scrollView() {
+    return std::dynamic_pointer_cast<platform::NSScrollView>(popUp()->contentView());
+  }
+  Ref<platform::NSView> content() { return scrollView()->documentView(); }
+  std::string selectedLabel() {
+    const auto suggestion = controller->selectedSuggestion();
+    return suggestion ? suggestion->label : "none";
+  }
+
+  platform::CGFloat rowHeight = 20;
+  Calls styleCalls;
+  std::vector<Ref<TessalunaUIKit::SuggestionItemViewController>> items;  // all that were ever made
+  Ref<platform::NSWindow> window = showWindow({100, 300, 400, 300});
+  Ref<ProbeField> field = platform::make<ProbeField>(platform::CGRect{50, 100, 200, 24});
+  Ref<ProbeTarget> target = std::make_shared<ProbeTarget>();
+  Ref<Controller> controller = platform::make<Controller>();
+};
+
+}  // namespace harness

@@ -1,0 +1,93 @@
+#include "uikit/suggestions/SuggestibleTextFieldCell.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/uikit/suggestions/PopUpWorld.h"
+
+namespace TessalunaUIKit {
+namespace {
+
+using namespace platform;
+
+struct SuggestibleCell : harness::PopUpWorld {
+  Ref<SuggestibleTextFieldCell> cell = make<SuggestibleTextFieldCell>("text");
+  Ref<NSImageView> one = make<NSImageView>(CGRect{}), two = make<NSImageView>(CGRect{});
+
+  std::optional<AccessibilityElements> attribute() {
+    const AccessibilityValue value = cell->accessibilityAttributeValue(NSAccessibilityChildrenAttribute);
+    const auto* elements = value.as<AccessibilityElements>();
+    return elements ? std::optional(*elements) : std::nullopt;
+  }
+  void setBase(AccessibilityValue value) {
+    cell->accessibilitySetOverrideValue(std::move(value), NSAccessibilityChildrenAttribute);
+  }
+};
+
+TEST_F(SuggestibleCell, StartsWithItsTextAndWithoutAPopUp) {
+  EXPECT_EQ(cell->stringValue(), "text");
+  EXPECT_EQ(cell->suggestionsWindow(), nullptr);
+  NSCoder coder(R"({"stringValue": "coded"})");
+  const auto coded = make<SuggestibleTextFieldCell>(coder);
+  EXPECT_EQ(coded->stringValue(), "coded");
+  EXPECT_EQ(coded->suggestionsWindow(), nullptr);
+}
+
+TEST_F(SuggestibleCell, WithoutAPopUpHasTheChildrenOfTheStockCellAlsoAbsentOnes) {
+  EXPECT_EQ(cell->accessibilityChildren(), std::nullopt);
+  EXPECT_EQ(attribute(), std::nullopt);
+  setBase(AccessibilityElements{one, two});
+  EXPECT_EQ(cell->accessibilityChildren(), (AccessibilityElements{one, two}));
+  EXPECT_EQ(attribute(), (AccessibilityElements{one, two}));
+}
+
+TEST_F(SuggestibleCell, WithAPopUpItsListIsTheLastChild) {
+  setBase(AccessibilityElements{one, two});
+  cell->setSuggestionsWindow(popUp());
+  EXPECT_EQ(cell->accessibilityChildren(), (AccessibilityElements{one, two, content()}));
+  EXPECT_EQ(attribute(), (AccessibilityElements{one, two, content()}));
+  EXPECT_EQ(cell->accessibilityAttributeValue(NSAccessibilityValueAttribute), "text");
+}
+
+TEST_F(SuggestibleCell, WithAPopUpAndNoOtherChildrenTheListIsTheOnlyOne) {
+  cell->setSuggestionsWindow(popUp());
+  EXPECT_EQ(cell->accessibilityChildren(), AccessibilityElements{content()});
+}
+
+TEST_F(SuggestibleCell, OnASystemBefore1010AsksTheStockCellsAttribute) {
+  for (const NSOperatingSystemVersion version : {NSOperatingSystemVersion{10, 9, 5}, NSOperatingSystemVersion{10, 10, 0},
+                                                NSOperatingSystemVersion{11, 0, 0}}) {
+    setOperatingSystemVersion(version);
+    cell->setSuggestionsWindow(nullptr);
+    setBase(AccessibilityElements{one});
+    EXPECT_EQ(cell->accessibilityChildren(), AccessibilityElements{one});
+    setBase(true);  // of another kind: counts as absent
+    EXPECT_EQ(cell->accessibilityChildren(), std::nullopt);
+    cell->setSuggestionsWindow(popUp());
+    EXPECT_EQ(cell->accessibilityChildren(), AccessibilityElements{content()});
+  }
+}
+
+TEST_F(SuggestibleCell, DoesNotKeepThePopUpAlive) {
+  cell->setSuggestionsWindow(make<NSWindow>(CGRect{}, 0u, NSBackingStoreBuffered, true));
+  EXPECT_EQ(cell->suggestionsWindow(), nullptr);
+}
+
+using SuggestibleCellDeathTest = SuggestibleCell;
+
+TEST_F(SuggestibleCellDeathTest, APopUpWithoutAnyElementStopsTheProgram) {
+  setBase(AccessibilityElements{});
+  popUp()->setContentView(make<NSView>(CGRect{}));
+  cell->setSuggestionsWindow(popUp());
+  EXPECT_DEATH(cell->accessibilityChildren(), "no accessibility element");
+  EXPECT_DEATH(attribute(), "no accessibility element");
+}
+
+TEST_F(SuggestibleCellDeathTest, ChildrenThatAreNoListStopTheProgramWhileThereIsAPopUp) {
+  cell->setSuggestionsWindow(popUp());
+  EXPECT_DEATH(attribute(), "children are no list");
+  setBase("text");
+  EXPECT_DEATH(attribute(), "children are no list");
+}
+
+}  // namespace
+}  // namespace TessalunaUIKit

@@ -1,0 +1,111 @@
+#include "uikit/suggestions/SuggestionsContentView.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/harness/recordingOf.h"
+#include "tests/uikit/suggestions/PopUpWorld.h"
+
+namespace TessalunaUIKit {
+namespace {
+
+using namespace platform;
+
+struct SuggestionsList : harness::PopUpWorld {
+  AccessibilityValue valueOf(std::string_view attribute) { return content()->accessibilityAttributeValue(attribute); }
+  AccessibilityValue selected() { return valueOf(NSAccessibilitySelectedChildrenAttribute); }
+};
+
+TEST_F(SuggestionsList, IsFlippedAndPaintsTheWindowsBackground) {
+  EXPECT_TRUE(content()->isFlipped());
+  const harness::Lines lines = harness::recordingOf([&] { content()->drawRect({1, 2, 3, 4}); });
+  ASSERT_EQ(harness::only("fill", lines).size(), 1u);
+  std::string all;
+  for (const std::string& line : lines) all += line;
+  EXPECT_NE(all.find("windowBackgroundColor"), all.npos) << all;
+  EXPECT_NE(all.find("[\"rect\",1,2,3,4]"), all.npos) << all;
+}
+
+TEST_F(SuggestionsList, IsAVerticalListOfTheRowsUnderTheFieldsCell) {
+  show({"a", "b"});
+  EXPECT_TRUE(content()->isAccessibilityElement());
+  EXPECT_FALSE(content()->accessibilityIsIgnored());
+  EXPECT_EQ(valueOf(NSAccessibilityRoleAttribute), "AXList");
+  EXPECT_EQ(valueOf(NSAccessibilityOrientationAttribute), "AXVerticalOrientation");
+  EXPECT_EQ(valueOf(NSAccessibilityEnabledAttribute), true);
+  EXPECT_EQ(valueOf(NSAccessibilityChildrenAttribute), (AccessibilityElements{row(0), row(1)}));
+  EXPECT_EQ(valueOf(NSAccessibilityVisibleChildrenAttribute), (AccessibilityElements{row(0), row(1)}));
+  EXPECT_EQ(NSAccessibilityUnignoredDescendant(popUp()), content());
+  EXPECT_EQ(content()->accessibilityParent(), field->cell());
+  EXPECT_EQ(row(1)->accessibilityParent(), content());
+  EXPECT_EQ(accessibilityOf(items[1]->labelTextField()->cell())->accessibilityParent(), row(1));
+  EXPECT_EQ(accessibilityOf(NSApp)->accessibilityChildren(), AccessibilityElements{window});
+  EXPECT_EQ(accessibilityOf(field->cell())->accessibilityChildren(), AccessibilityElements{content()});
+}
+
+TEST_F(SuggestionsList, SaysWhichRowIsSelected) {
+  show({"a", "b"});
+  EXPECT_EQ(selected(), AccessibilityElements{row(0)});
+  controller->moveDown(nullptr);
+  EXPECT_EQ(selected(), AccessibilityElements{row(1)});
+}
+
+TEST_F(SuggestionsList, WithoutAHighlightedRowTheSelectionIsAnEmptyList) {
+  show({"a"});
+  controller->setSelectedView(nullptr);
+  EXPECT_EQ(selected(), AccessibilityElements{});
+  EXPECT_FALSE(selected().isAbsent());
+}
+
+TEST_F(SuggestionsList, SaysThatItsAttributesCannotBeSetTheSelectionIncluded) {
+  for (const auto attribute : {NSAccessibilityOrientationAttribute, NSAccessibilityEnabledAttribute,
+                               NSAccessibilityVisibleChildrenAttribute, NSAccessibilitySelectedChildrenAttribute})
+    EXPECT_FALSE(content()->accessibilityIsAttributeSettable(attribute)) << attribute;
+}
+
+TEST_F(SuggestionsList, SelectsTheRowThatItIsGivenAndTellsNoTarget) {
+  show({"a", "b"});
+  content()->accessibilitySetValue(row(1), NSAccessibilitySelectedChildrenAttribute);
+  EXPECT_EQ(selectedLabel(), "b");
+  EXPECT_TRUE(target->calls.empty());
+}
+
+TEST_F(SuggestionsList, AnythingElseThanARowClearsTheSelection) {
+  show({"a", "b"});
+  const std::vector<AccessibilityValue> others = {AccessibilityElements{row(1)}, field, true, {}};
+  for (const AccessibilityValue& value : others) {
+    controller->setSelectedView(row(0));
+    content()->accessibilitySetValue(value, NSAccessibilitySelectedChildrenAttribute);
+    EXPECT_EQ(controller->selectedView(), nullptr);
+  }
+}
+
+TEST_F(SuggestionsList, WithoutItsControllerNothingCanBeSet) {
+  show({"a", "b"});
+  popUp()->setWindowController(nullptr);
+  content()->accessibilitySetValue(row(1), NSAccessibilitySelectedChildrenAttribute);
+  EXPECT_EQ(selectedLabel(), "a");
+  content()->accessibilitySetValue(true, NSAccessibilityFocusedAttribute);
+  make<SuggestionsContentView>(CGRect{})->accessibilitySetValue(row(1), NSAccessibilitySelectedChildrenAttribute);
+}
+
+TEST_F(SuggestionsList, TellsAssistiveClientsOfEachChangeAndOfItsEnd) {
+  show({"a", "b"});
+  harness::Calls heard;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      "", content(), nullptr, [&](const Ref<NSNotification>& n) { heard.push_back(n->name()); });
+  controller->moveDown(nullptr);
+  controller->cancelSuggestions();
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_EQ(heard, (harness::Calls{"AXSelectedChildrenChanged", "AXUIElementDestroyed"}));
+}
+
+using SuggestionsListDeathTest = SuggestionsList;
+
+TEST_F(SuggestionsListDeathTest, ChildrenThatAreNoListStopTheProgram) {
+  show({"a"});
+  content()->accessibilitySetOverrideValue(true, NSAccessibilityChildrenAttribute);
+  EXPECT_DEATH(selected(), "the children are no list");
+}
+
+}  // namespace
+}  // namespace TessalunaUIKit

@@ -1,0 +1,741 @@
+#include "uikit/suggestions/SuggestionsWindowController.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "platform/events/NSTrackingArea.h"
+#include "platform/views/NSScroller.h"
+#include "tests/harness/ProbeView.h"
+#include "tests/uikit/suggestions/PopUpWorld.h"
+
+namespace TessalunaUIKit {
+namespace {
+
+using namespace platform;
+using harness::Calls;
+
+using Construction = harness::PopUpWorld;
+
+TEST_F(Construction, MakesAWindowWithAScrollViewAndAnEmptyList) {
+  EXPECT_EQ(popUp()->frame(), (CGRect{0, 0, 20, 20}));
+  EXPECT_EQ(popUp()->styleMask(), NSWindowStyleMaskBorderless);
+  EXPECT_FALSE(popUp()->isVisible());
+  EXPECT_EQ(popUp()->windowController(), controller);
+  ASSERT_TRUE(scrollView());
+  EXPECT_TRUE(scrollView()->hasVerticalScroller());
+  EXPECT_FALSE(scrollView()->hasHorizontalScroller());
+  EXPECT_TRUE(scrollView()->autohidesScrollers());
+  EXPECT_EQ(scrollView()->autoresizingMask(), 18u);
+  ASSERT_TRUE(std::dynamic_pointer_cast<SuggestionsContentView>(content()));
+  EXPECT_FALSE(content()->autoresizesSubviews());
+  EXPECT_EQ(content()->autoresizingMask(), 2u);
+  EXPECT_EQ(controller->suggestions(), std::nullopt);
+  EXPECT_EQ(controller->selectedView(), nullptr);
+}
+
+TEST_F(Construction, FromACoderBuildsNothing) {
+  NSCoder coder;
+  const auto empty = make<SuggestionsWindowController>(coder);
+  EXPECT_EQ(empty->window(), nullptr);
+  EXPECT_EQ(empty->suggestionPrototype(), std::nullopt);
+  empty->setSuggestions(suggestionsNamed({"a"}));
+  empty->setSelectedView(nullptr);
+  empty->parentControlMoved();
+  empty->cancelSuggestions();
+  EXPECT_EQ(empty->selectedSuggestion(), std::nullopt);
+}
+
+TEST_F(Construction, TheKeyOfTheRowInATrackingArea) { EXPECT_EQ(SuggestionsWindowController::trackerKey(), "whichImageView"); }
+
+using Selection = harness::PopUpWorld;
+
+// What each operation does with three rows of which the given one is selected: the rows whose fields are told of their
+// ground, in order, what the target hears, and what is selected then.
+TEST_F(Selection, EveryWayOfChangingIt) {
+  const auto same = [](int row) {
+    const std::string name = "row " + std::to_string(row);
+    return Calls{name + " style 0", name + " style 0", name + " style 1", name + " style 1"};
+  };
+  const auto from = [](int a, int b) {
+    const std::string before = "row " + std::to_string(a), after = "row " + std::to_string(b);
+    return Calls{before + " style 0", before + " style 0", after + " style 1", after + " style 1"};
+  };
+  const auto none = [](int a) { return Calls{"row " + std::to_string(a) + " style 0", "row " + std::to_string(a) + " style 0"}; };
+  const auto only = [](int a) { return Calls{"row " + std::to_string(a) + " style 1", "row " + std::to_string(a) + " style 1"}; };
+  constexpr int nothing = -1;
+  const struct {
+    const char* what;
+    int selected;
+    std::function<void()> change;
+    Calls styles, told;
+    std::string then;
+  } cases[] = {
+      {"setSelectedView of another", 0, [&] { controller->setSelectedView(row(2)); }, from(0, 2), {}, "c"},
+      {"setSelectedView of the same", 1, [&] { controller->setSelectedView(row(1)); }, same(1), {}, "b"},
+      {"setSelectedView of none", 1, [&] { controller->setSelectedView(nullptr); }, none(1), {}, "none"},
+      {"userSetSelectedView of another", 0, [&] { controller->userSetSelectedView(row(1)); }, from(0, 1), {"b"}, "b"},
+      {"userSetSelectedView of the same", 2, [&] { controller->userSetSelectedView(row(2)); }, same(2), {"c"}, "c"},
+      {"userSetSelectedView of none", 0, [&] { controller->userSetSelectedView(nullptr); }, none(0), {"none"}, "none"},
+      {"moveUp from the first", 0, [&] { controller->moveUp(nullptr); }, {}, {}, "a"},
+      {"moveUp from the second", 1, [&] { controller->moveUp(nullptr); }, from(1, 0), {"a"}, "a"},
+      {"moveUp from the third", 2, [&] { controller->moveUp(nullptr); }, from(2, 1), {"b"}, "b"},
+      {"moveUp from nothing", nothing, [&] { controller->moveUp(nullptr); }, {}, {}, "none"},
+      {"moveDown from the first", 0, [&] { controller->moveDown(nullptr); }, from(0, 1), {"b"}, "b"},
+      {"moveDown from the third", 2, [&] { controller->moveDown(nullptr); }, {}, {}, "c"},
+      {"moveDown from nothing", nothing, [&] { controller->moveDown(nullptr); }, {}, {}, "none"},
+      {"index 0", 1, [&] { controller->setSelectedSuggestionIndex(0); }, from(1, 0), {}, "a"},
+      {"index 0 from nothing", nothing, [&] { controller->setSelectedSuggestionIndex(0); }, only(0), {}, "a"},
+      {"index 1", 1, [&] { controller->setSelectedSuggestionIndex(1); }, {}, {}, "b"},
+      {"index 2 with three rows", 1, [&] { controller->setSelectedSuggestionIndex(2); }, {}, {}, "b"},
+      {"index 3", 1, [&] { controller->setSelectedSuggestionIndex(3); }, {}, {}, "b"},
+      {"mouseExited", 1, [&] { controller->mouseExited(nullptr); }, none(1), {"none"}, "none"},
+      {"mouseExited from nothing", nothing, [&] { controller->mouseExited(nullptr); }, {}, {"none"}, "none"},
+  };
+  show({"a", "b", "c"});
+  for (const auto& c : cases) {
+    controller->setSelectedView(c.selected == nothing ? nullptr : row(static_cast<std::size_t>(c.selected)));
+    styleCalls.clear();
+    target->calls.clear();
+    c.change();
+    EXPECT_EQ(styleCalls, c.styles) << c.what;
+    EXPECT_EQ(target->calls, c.told) << c.what;
+    EXPECT_EQ(selectedLabel(), c.then) << c.what;
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(row(i)->isHighlighted(), row(i) == controller->selectedView()) << c.what;
+  }
+}
+
+TEST_F(Selection, SettingTheSelectedRowAgainTellsEachTextField0Then1) {
+  show({"a"});
+  controller->setSelectedView(row(0));
+  EXPECT_EQ(styleCalls, (Calls{"row 0 style 0", "row 0 style 0", "row 0 style 1", "row 0 style 1"}));
+}
+
+TEST_F(Selection, IndexOneOfFiveRowsChangesNothing) {
+  show({"a", "b", "c", "d", "e"});
+  controller->setSelectedView(row(3));
+  controller->setSelectedSuggestionIndex(1);
+  EXPECT_EQ(selectedLabel(), "d");
+  controller->setSelectedSuggestionIndex(0);
+  EXPECT_EQ(selectedLabel(), "a");
+  EXPECT_TRUE(target->calls.empty());
+}
+
+TEST_F(Selection, AnIndexBeforeTheFirstLayout) {
+  const auto stray = make<HighlightingView>(CGRect{0, 0, 10, 10});
+  controller->setSelectedView(stray);
+  controller->setSelectedSuggestionIndex(0);
+  EXPECT_EQ(controller->selectedView(), stray);
+  controller->setSelectedSuggestionIndex(-1);
+  EXPECT_EQ(controller->selectedView(), nullptr);
+}
+
+TEST_F(Selection, Index0OfAnEmptyListChangesNothing) {
+  show({});
+  const auto stray = make<HighlightingView>(CGRect{0, 0, 10, 10});
+  controller->setSelectedView(stray);
+  controller->setSelectedSuggestionIndex(0);
+  EXPECT_EQ(controller->selectedView(), stray);
+}
+
+TEST_F(Selection, ATargetThatHasGoneIsSkipped) {
+  show({"a", "b"});
+  target = nullptr;
+  controller->userSetSelectedView(row(1));
+  EXPECT_TRUE(row(1)->isHighlighted());
+  EXPECT_FALSE(row(0)->isHighlighted());
+}
+
+TEST_F(Selection, OfAViewThatIsNoRowMovesToTheFarEnd) {
+  show({"a", "b", "c"});
+  const auto stray = make<HighlightingView>(CGRect{0, 0, 10, 10});
+  controller->setSelectedView(stray);
+  EXPECT_EQ(selectedLabel(), "none");
+  controller->moveUp(nullptr);
+  EXPECT_EQ(selectedLabel(), "c");
+  controller->setSelectedView(stray);
+  controller->moveDown(nullptr);
+  EXPECT_EQ(selectedLabel(), "a");
+}
+
+TEST_F(Selection, ARowWhoseViewIsOfAnotherClassIsPassedOver) {
+  show({"a", "b", "c"});
+  controller->setSelectedView(row(2));
+  items[1]->setView(make<NSView>(CGRect{}));
+  controller->moveUp(nullptr);  // the view before is no row: nothing to select
+  EXPECT_EQ(selectedLabel(), "c");
+  items[0]->setView(make<NSView>(CGRect{}));
+  controller->setSelectedSuggestionIndex(0);
+  EXPECT_EQ(controller->selectedView(), nullptr);
+  EXPECT_TRUE(target->calls.empty());
+}
+
+TEST_F(Selection, WithNoneOfThemSelectedTheFirstRowWhoseViewIsAbsentIsNoneEither) {
+  show({"a"});
+  controller->setSelectedView(nullptr);
+  EXPECT_EQ(controller->selectedSuggestion(), std::nullopt);
+}
+
+TEST_F(Selection, ScrollsToTheRow) {
+  rowHeight = 100;
+  show({"a", "b", "c", "d", "e", "f", "g", "h"});
+  ASSERT_GT(content()->frame().size.height, popUp()->frame().size.height);
+  const auto shown = [&](std::size_t i) {
+    return NSContainsRect(scrollView()->contentView()->documentVisibleRect(), NSInsetRect(row(i)->frame(), 12, 0));
+  };
+  EXPECT_TRUE(shown(0));
+  EXPECT_FALSE(shown(7));
+  for (std::size_t i = 1; i < 8; ++i) {
+    controller->moveDown(nullptr);
+    EXPECT_TRUE(shown(i)) << i;
+  }
+  EXPECT_FALSE(shown(0));
+  controller->setSelectedSuggestionIndex(0);
+  EXPECT_TRUE(shown(0));
+}
+
+TEST_F(Selection, ALongListShrinksBackToItsTopWithNewSuggestions) {
+  rowHeight = 100;
+  show({"a", "b", "c", "d", "e", "f", "g", "h"});
+  for (int i = 0; i < 7; ++i) controller->moveDown(nullptr);
+  controller->setSuggestions(suggestionsNamed({"x", "y", "z"}));
+  EXPECT_EQ(scrollView()->contentView()->bounds().origin, (CGPoint{0, 0}));
+}
+
+TEST_F(Selection, MovingByOneRowRepaintsTwoRowsAndNoMore) {
+  show({"a", "b", "c", "d", "e"});
+  harness::StillWorld::nativeOf(*popUp()).forgetPaints();
+  controller->moveDown(nullptr);
+  desktop.settle();
+  const auto& paints = nativeOf(*popUp()).paints();
+  ASSERT_EQ(paints.size(), 1u);
+  CGFloat area = 0;
+  for (const CGRect& rect : paints[0].dirty) area += rect.size.width * rect.size.height;
+  EXPECT_EQ(area, 200 * 40);
+}
+
+using Mouse = harness::PopUpWorld;
+
+TEST_F(Mouse, EnteringARowSelectsItAndLeavingClears) {
+  show({"a", "b", "c"});
+  user.moveTo(*popUp(), {10, 30});
+  EXPECT_EQ(selectedLabel(), "b");
+  user.moveTo(*popUp(), {10, 10});
+  user.leave(*popUp());
+  EXPECT_EQ(target->calls, (Calls{"b", "none", "c", "none"}));
+  controller->moveDown(nullptr);  // keys do not bring the selection back
+  EXPECT_EQ(target->calls.size(), 4u);
+  EXPECT_EQ(controller->selectedView(), nullptr);
+}
+
+TEST_F(Mouse, ATrackingAreaWithoutTheRowClearsTheSelectionAndReportsThat) {
+  show({"a", "b"});
+  const auto entered = [](Ref<NSTrackingArea> area) {
+    return make<NSEvent>(NSEvent::Fields{.type = NSEventType::MouseEntered, .trackingArea = std::move(area)});
+  };
+  const auto areaWith = [&](NSTrackingArea::UserInfo info) {
+    return make<NSTrackingArea>(CGRect{}, 0u, refTo<NSResponder>(*controller), std::move(info));
+  };
+  controller->mouseEntered(entered(areaWith({{"whichImageView", row(1)}})));
+  controller->mouseEntered(entered(areaWith({})));
+  controller->mouseEntered(entered(areaWith({{"whichImageView", field}})));
+  controller->mouseEntered(entered(nullptr));
+  EXPECT_EQ(target->calls, (Calls{"b", "none", "none", "none"}));
+}
+
+TEST_F(Mouse, AChosenRowEndsTheEditingSendsTheFieldsActionAndClosesThePopUp) {
+  const auto receiver = make<NSObject>();
+  field->setTarget(receiver);
+  show({"a", "b"});
+  user.moveTo(*popUp(), {10, 10});
+  target->calls.clear();
+  bool wasVisible = false;
+  field->onAction = [&] { wasVisible = popUp()->isVisible(); };
+  user.click(*popUp(), {10, 10});
+  EXPECT_EQ(field->calls, (Calls{"validateEditing", "abortEditing", "sendAction search: to a target"}));
+  EXPECT_TRUE(wasVisible);
+  EXPECT_FALSE(popUp()->isVisible());
+  EXPECT_TRUE(target->calls.empty());
+  EXPECT_EQ(selectedLabel(), "b");  // a cancel leaves it
+}
+
+TEST_F(Mouse, AReleaseWithoutAFieldSendsNothingAndStillCancels) {
+  controller->setSuggestions(suggestionsNamed({"a"}));
+  popUp()->orderFront(nullptr);
+  controller->mouseUp(nullptr);
+  EXPECT_FALSE(popUp()->isVisible());
+  EXPECT_TRUE(field->calls.empty());
+}
+
+TEST_F(Mouse, RowsThrownAwayWithinTheirOwnEventsAreHarmless) {
+  show({"a", "b", "c"});
+  target->onCall = [&] {
+    items.clear();
+    controller->setSuggestions(suggestionsNamed({"x", "y"}));
+  };
+  user.moveTo(*popUp(), {10, 10});
+  EXPECT_EQ(selectedLabel(), "x");
+  target->onCall = nullptr;
+  field->onAction = [&] {
+    items.clear();
+    controller->setSuggestions(suggestionsNamed({"1", "2", "3"}));
+  };
+  user.click(*popUp(), {10, 10});
+  EXPECT_FALSE(popUp()->isVisible());
+  EXPECT_EQ(selectedLabel(), "1");
+}
+
+TEST_F(Mouse, TheTargetMayGoWithinItsCall) {
+  show({"a", "b"});
+  target->onCall = [&] { target = nullptr; };
+  controller->moveDown(nullptr);
+  EXPECT_EQ(target, nullptr);
+  EXPECT_EQ(selectedLabel(), "b");
+}
+
+using Keys = harness::PopUpWorld;
+
+TEST_F(Keys, TheArrowCommandsAreFoundByName) {
+  show({"a", "b"});
+  EXPECT_TRUE(controller->performSelector("moveDown:", nullptr));
+  EXPECT_EQ(selectedLabel(), "b");
+  EXPECT_TRUE(controller->performSelector("moveUp:", nullptr));
+  EXPECT_EQ(selectedLabel(), "a");
+}
+
+using Begin = harness::PopUpWorld;
+
+TEST_F(Begin, PlacesThePopUpTwoPointsBelowTheFieldAndAsWideAsIt) {
+  show({"a", "b", "c"});
+  // The field's lower left corner is at (150, 400) on the screen.
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 338, 200, 60}));
+  EXPECT_EQ(popUp()->parentWindow(), window.get());
+  EXPECT_TRUE(popUp()->isVisible());
+  EXPECT_TRUE(window->isKeyWindow());
+  EXPECT_EQ(nativeOf(*popUp()).options().kind, backend::WindowKind::Popup);
+  EXPECT_FALSE(nativeOf(*popUp()).options().isOpaque);
+}
+
+TEST_F(Begin, TakesTheFramesOriginAsItStandsInAFlippedSuperview) {
+  const auto flipped = make<harness::ProbeView>(CGRect{0, 0, 400, 300});
+  flipped->flipped = true;
+  window->contentView()->addSubview(flipped);
+  flipped->addSubview(field);
+  show({"a"});
+  // The origin is the upper left corner there: y 100 from the top of 300.
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 300 + 200 - 2 - 20, 200, 20}));
+}
+
+TEST_F(Begin, StacksTheRowsFromTheTopWithoutMargins) {
+  show({"a", "b", "c"});
+  EXPECT_EQ(row(0)->frame(), (CGRect{0, 0, 200, 20}));
+  EXPECT_EQ(row(1)->frame(), (CGRect{0, 20, 200, 20}));
+  EXPECT_EQ(row(2)->frame(), (CGRect{0, 40, 200, 20}));
+  EXPECT_EQ(content()->frame(), (CGRect{0, 0, 200, 60}));
+  const std::vector<Ref<NSTrackingArea>> areas = content()->trackingAreas();
+  ASSERT_EQ(areas.size(), 3u);
+  EXPECT_EQ(areas[1]->rect(), (CGRect{0, 20, 200, 20}));
+  EXPECT_EQ(areas[1]->options(), 0x441u);
+  EXPECT_EQ(areas[1]->owner(), controller);
+  EXPECT_EQ(areas[1]->userInfo().at("whichImageView"), row(1));
+  EXPECT_EQ(items[1]->labelTextField()->stringValue(), "b");
+}
+
+TEST_F(Begin, EachRowHasTheHeightOfItsPrototype) {
+  NSNib::registerFactory("row", [this](NSObject& owner) {
+    rowHeight += 10;
+    return makeRow(owner);
+  });
+  show({"a", "b", "c"});
+  EXPECT_EQ(row(0)->frame().size.height, 30);
+  EXPECT_EQ(row(1)->frame(), (CGRect{0, 30, 200, 40}));
+  EXPECT_EQ(row(2)->frame(), (CGRect{0, 70, 200, 50}));
+  EXPECT_EQ(popUp()->frame().size.height, 120);
+}
+
+TEST_F(Begin, SelectsTheFirstRowAndTellsNobody) {
+  controller->setSuggestions(suggestionsNamed({"a", "b"}));
+  controller->beginForTextField(field);
+  EXPECT_EQ(selectedLabel(), "a");
+  EXPECT_TRUE(row(0)->isHighlighted());
+  EXPECT_TRUE(target->calls.empty());
+}
+
+TEST_F(Begin, APopUpThatIsNotOnTheScreenIsNotLaidOut) {
+  controller->setSuggestions(suggestionsNamed({"a", "b"}));
+  EXPECT_TRUE(items.empty());
+  controller->beginForTextField(field);
+  EXPECT_EQ(items.size(), 2u);
+  controller->cancelSuggestions();
+  controller->setSuggestions(suggestionsNamed({"c"}));
+  EXPECT_EQ(items.size(), 2u);
+}
+
+TEST_F(Begin, WithoutSuggestionsTheHeightIs0AndNothingIsSelected) {
+  show({});
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 398, 200, 0}));
+  EXPECT_EQ(controller->selectedView(), nullptr);
+  EXPECT_EQ(controller->selectedSuggestion(), std::nullopt);
+  controller->setSuggestions(std::nullopt);
+  EXPECT_EQ(popUp()->frame().size.height, 0);
+}
+
+TEST_F(Begin, TheTopEdgeStaysWhenTheListGrowsOrShrinks) {
+  show({"a", "b"});
+  for (const int count : {7, 1, 0, 3}) {
+    controller->setSuggestions(suggestionsCounting(count));
+    EXPECT_EQ(popUp()->frame(), (CGRect{150, 398.0 - 20 * count, 200, 20.0 * count}));
+  }
+}
+
+TEST_F(Begin, TheWindowStopsAtTheScreensLowerEdgeAndScrolls) {
+  window->setFrame({100, 2, 400, 300}, false);  // the pop-up's top is at 100
+  rowHeight = 30;
+  show({"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 0, 200, 100}));
+  EXPECT_EQ(content()->frame().size.height, 300);
+  EXPECT_FALSE(scrollView()->verticalScroller()->isHidden());
+  controller->setSuggestions(suggestionsCounting(2));
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 40, 200, 60}));
+  EXPECT_TRUE(scrollView()->verticalScroller()->isHidden());
+}
+
+TEST_F(Begin, EachLayoutMakesAllRowsAnew) {
+  show({"a", "b"});
+  const Ref<HighlightingView> first = row(0);
+  controller->setSuggestions(suggestionsNamed({"a", "b"}));
+  EXPECT_EQ(items.size(), 4u);
+  EXPECT_EQ(first->superview(), nullptr);
+  EXPECT_EQ(content()->subviews().size(), 2u);
+  EXPECT_EQ(content()->trackingAreas().size(), 2u);
+  EXPECT_EQ(controller->selectedView(), row(2));
+}
+
+TEST_F(Begin, LinksTheFieldsCellWithThePopUpUntilItIsCancelled) {
+  const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
+  const auto window = std::dynamic_pointer_cast<SuggestionsWindow>(popUp());
+  show({"a"});
+  EXPECT_EQ(cell->suggestionsWindow(), window);
+  EXPECT_EQ(window->parentElement(), cell);
+  controller->cancelSuggestions();
+  EXPECT_EQ(cell->suggestionsWindow(), nullptr);
+  EXPECT_EQ(window->parentElement(), nullptr);
+}
+
+TEST_F(Begin, AFieldWithAStockCellIsNotLinked) {
+  field->setCell(make<NSTextFieldCell>());
+  show({"a"});
+  EXPECT_EQ(std::dynamic_pointer_cast<SuggestionsWindow>(popUp())->parentElement(), nullptr);
+}
+
+TEST_F(Begin, TellsAssistiveClientsOfTheListWhenItIsThere) {
+  Calls heard;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityCreatedNotification, nullptr, nullptr, [&](const Ref<NSNotification>& n) {
+        EXPECT_EQ(n->object(), content());
+        EXPECT_TRUE(popUp()->isVisible());
+        EXPECT_EQ(accessibilityOf(field->cell())->accessibilityChildren(), AccessibilityElements{content()});
+        heard.push_back(n->name());
+      });
+  show({"a"});
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_EQ(heard, Calls{"AXCreated"});
+}
+
+TEST_F(Begin, IsPaintedAsSoonAsItIsShown) {
+  controller->setSuggestions(suggestionsNamed({"a"}));
+  controller->beginForTextField(field);
+  ASSERT_EQ(nativeOf(*popUp()).paints().size(), 1u);
+  EXPECT_EQ(nativeOf(*popUp()).paints()[0].dirty, (std::vector<CGRect>{{0, 0, 200, 20}}));
+}
+
+using Moved = harness::PopUpWorld;
+
+TEST_F(Moved, AHiddenPopUpStaysWhereItIsAlsoWithoutAField) {
+  controller->parentControlMoved();
+  EXPECT_EQ(popUp()->frame(), (CGRect{0, 0, 20, 20}));
+}
+
+// The field's window moves by itself, then the host says so. 200 points of rows, the pop-up's top 98 above the window's y.
+TEST_F(Moved, FollowsTheFieldAndIsCutOffAtTheScreensLowerEdge) {
+  const struct {
+    CGFloat windowY;
+    CGRect popUp;
+  } steps[] = {
+      {300, {150, 198, 200, 200}}, {102, {150, 0, 200, 200}},   {62, {150, 0, 200, 160}},  // y -40 and height 200
+      {82, {150, 0, 200, 180}},    {12, {150, 0, 200, 110}},    {400, {150, 298, 200, 200}},
+      {-98, {150, 0, 200, 0}},     {102, {150, 0, 200, 200}},
+  };
+  show({"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
+  for (const auto& [y, expected] : steps) {
+    nativeOf(*window).moveByUser({100, y, 400, 300});
+    controller->parentControlMoved();
+    EXPECT_EQ(popUp()->frame(), expected) << y;
+  }
+}
+
+TEST_F(Moved, FollowsAFieldThatMovedWithinItsWindow) {
+  show({"a"});
+  field->setFrameOrigin({70, 80});
+  controller->parentControlMoved();
+  EXPECT_EQ(popUp()->frame(), (CGRect{170, 358, 200, 20}));
+}
+
+using Cancel = harness::PopUpWorld;
+
+TEST_F(Cancel, HidesThePopUpAndLeavesItsContent) {
+  show({"a", "b"});
+  const Ref<HighlightingView> selected = controller->selectedView();
+  controller->cancelSuggestions();
+  EXPECT_FALSE(popUp()->isVisible());
+  EXPECT_EQ(popUp()->parentWindow(), nullptr);
+  EXPECT_EQ(controller->selectedView(), selected);
+  EXPECT_EQ(content()->subviews().size(), 2u);
+  EXPECT_EQ(controller->suggestions()->size(), 2u);
+  controller->cancelSuggestions();
+  controller->beginForTextField(field);
+  EXPECT_TRUE(popUp()->isVisible());
+}
+
+TEST_F(Cancel, WithoutABeginDoesNothing) {
+  controller->setSuggestions(suggestionsNamed({"a"}));
+  controller->cancelSuggestions();
+  EXPECT_EQ(controller->target(), target);
+  EXPECT_EQ(controller->suggestions()->size(), 1u);
+}
+
+TEST_F(Cancel, ComesWhenTheFieldsWindowLosesTheKeyStatus) {
+  show({"a"});
+  const Ref<NSWindow> other = showWindow({600, 100, 100, 100});
+  EXPECT_FALSE(popUp()->isVisible());
+}
+
+TEST_F(Cancel, DoesNotComeWhenAnotherWindowLosesTheKeyStatus) {
+  show({"a"});
+  NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidResignKeyNotification, popUp());
+  EXPECT_TRUE(popUp()->isVisible());
+}
+
+TEST_F(Cancel, AThousandTimesLeavesNoMonitorAndNoObserver) {
+  controller->setSuggestions(suggestionsNamed({"a", "b"}));
+  const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
+  for (int i = 0; i < 1000; ++i) {
+    controller->beginForTextField(field);
+    controller->cancelSuggestions();
+  }
+  items.clear();
+  const WeakRef<NSWindow> window = popUp();
+  const WeakRef<SuggestionsWindowController> weak = controller;
+  const Ref<SuggestionsWindowController> empty = make<SuggestionsWindowController>();
+  controller = empty;
+  // What a monitor or observer held would still be there, and using it would stop the program.
+  EXPECT_TRUE(weak.expired());
+  EXPECT_TRUE(window.expired());
+  EXPECT_EQ(field.use_count(), 2);
+  user.click(*this->window, {5, 5});
+  const Ref<NSWindow> other = showWindow({600, 100, 100, 100});
+  EXPECT_EQ(desktop.windows().size(), 2u);
+}
+
+using MouseMonitor = harness::PopUpWorld;
+
+// Where a press goes that the pop-up sees first: on, or nowhere; and whether the pop-up ends.
+TEST_F(MouseMonitor, PassesOnOrSwallowsAndCancels) {
+  const auto other = showWindow({600, 100, 100, 100});
+  window->makeKeyAndOrderFront(nullptr);
+  const auto inParent = make<harness::ProbeView>(CGRect{0, 0, 400, 300});
+  const auto inOther = make<harness::ProbeView>(CGRect{0, 0, 100, 100});
+  window->contentView()->addSubview(inParent);
+  other->contentView()->addSubview(inOther);
+  window->contentView()->addSubview(field);
+  enum class On { PopUp, Parent, Field, Other, Nothing };
+  enum class Press { Passes, IsSwallowed };
+  enum class PopUp { Stays, Ends };
+  const struct {
+    const char* what;
+    On on;
+    int button;
+    bool isEdited;
+    Press press;
+    PopUp popUp;
+  } cases[] = {
+      {"right, in the pop-up", On::PopUp, 1, true, Press::Passes, PopUp::Stays},
+      {"middle, in the pop-up", On::PopUp, 2, true, Press::Passes, PopUp::Stays},
+      {"left, in another window", On::Other, 0, true, Press::Passes, PopUp::Ends},
+      {"right, in another window", On::Other, 1, false, Press::Passes, PopUp::Ends},
+      {"left, nowhere in the application", On::Nothing, 0, true, Press::Passes, PopUp::Ends},
+      {"left, beside the edited field", On::Parent, 0, true, Press::IsSwallowed, PopUp::Ends},
+      {"right, beside the edited field", On::Parent, 1, true, Press::IsSwallowed, PopUp::Ends},
+      {"middle, beside the edited field", On::Parent, 2, true, Press::IsSwallowed, PopUp::Ends},
+      {"left, on the edited field", On::Field, 0, true, Press::IsSwallowed, PopUp::Ends},
+      {"left, beside a field that is not edited", On::Parent, 0, false, Press::Passes, PopUp::Stays},
+      {"left, on a field that is not edited", On::Field, 0, false, Press::Passes, PopUp::Stays},
+  };
+  Ref<NSEvent> passed;
+  for (const auto& c : cases) {
+    field->editor = c.isEdited ? make<NSView>(CGRect{}) : nullptr;
+    window->makeKeyAndOrderFront(nullptr);
+    show({"a", "b"});
+    // A monitor that was added later sees what the pop-up's leaves.
+    passed = nullptr;
+    const Ref<NSObject> token = NSEvent::addLocalMonitorForEventsMatchingMask(NSEventMaskAny, [&](const Ref<NSEvent>& event) {
+      passed = event;
+      return nullptr;
+    });
+    const NSEventType down[] = {NSEventType::LeftMouseDown, NSEventType::RightMouseDown, NSEventType::OtherMouseDown};
+    const Ref<NSWindow> windows[] = {popUp(), window, window, other, nullptr};
+    const CGPoint point = c.on == On::Field ? CGPoint{60, 110} : CGPoint{5, 5};
+    const auto event = make<NSEvent>(NSEvent::Fields{
+        .type = down[c.button], .location = point, .window = windows[static_cast<int>(c.on)], .buttonNumber = c.button});
+    NSApp->sendEvent(event);
+    NSEvent::removeMonitor(token);
+    EXPECT_EQ(passed, c.press == Press::Passes ? event : nullptr) << c.what;
+    EXPECT_EQ(popUp()->isVisible(), c.popUp == PopUp::Stays) << c.what;
+    controller->cancelSuggestions();
+  }
+}
+
+TEST_F(MouseMonitor, APressThatTheTestAmongTheRowsResolvesToTheEditorPasses) {
+  show({"a", "b"});
+  // Wanted: a place in the field's window is looked for in the pop-up's content.
+  field->editor = row(1);
+  const auto press = [&](CGPoint point) {
+    Ref<NSEvent> passed;
+    const Ref<NSObject> token = NSEvent::addLocalMonitorForEventsMatchingMask(
+        NSEventMaskAny, [&](const Ref<NSEvent>& event) { return passed = event, nullptr; });
+    NSApp->sendEvent(make<NSEvent>(
+        NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = point, .window = window}));
+    NSEvent::removeMonitor(token);
+    return passed != nullptr;
+  };
+  EXPECT_TRUE(press({150, 15}));  // on the row beside its label, in the pop-up's base space
+  EXPECT_TRUE(popUp()->isVisible());
+  EXPECT_FALSE(press({150, 35}));
+  EXPECT_FALSE(popUp()->isVisible());
+}
+
+TEST_F(MouseMonitor, APressInAnotherWindowStillDoesItsWorkThere) {
+  const auto other = showWindow({600, 100, 100, 100});
+  const auto view = make<harness::ProbeView>(CGRect{0, 0, 100, 100});
+  other->contentView()->addSubview(view);
+  window->makeKeyAndOrderFront(nullptr);
+  show({"a"});
+  user.press(*other, {5, 5});
+  EXPECT_EQ(view->calls.back(), "mouseDown");
+  EXPECT_FALSE(popUp()->isVisible());
+}
+
+TEST_F(MouseMonitor, ASecondBeginLeavesTheFirstOnesBehind) {
+  show({"a"});
+  controller->beginForTextField(field);
+  controller->cancelSuggestions();
+  controller->setSuggestions(suggestionsNamed({"a"}));
+  popUp()->orderFront(nullptr);
+  // The first monitor is still there and cancels.
+  NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown}));
+  EXPECT_FALSE(popUp()->isVisible());
+  NSApp = nullptr;  // with what it holds; the observer goes with the test's process
+}
+
+double secondsToReplace(SuggestionsWindowController& controller, const std::vector<Suggestion>& suggestions) {
+  double best = 1e9;
+  for (int i = 0; i < 3; ++i) {
+    const auto start = std::chrono::steady_clock::now();
+    controller.setSuggestions(suggestions);
+    best = std::min(best, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+  }
+  return best;
+}
+
+using Effort = harness::PopUpWorld;
+
+TEST_F(Effort, ReplacingTenTimesTheRowsIsNotQuadratic) {
+  NSNib::registerFactory("row", [](NSObject&) { return make<HighlightingView>(CGRect{0, 0, 50, 20}); });
+  show({});
+  const double few = secondsToReplace(*controller, suggestionsCounting(2000));
+  const double many = secondsToReplace(*controller, suggestionsCounting(20000));
+  EXPECT_LT(many, few * 40);  // linear is 10, quadratic 100
+  RecordProperty("milliseconds_for_2000", static_cast<int>(few * 1e3));
+  RecordProperty("milliseconds_for_20000", static_cast<int>(many * 1e3));
+}
+
+using SuggestionsWindowControllerDeathTest = harness::PopUpWorld;
+
+TEST_F(SuggestionsWindowControllerDeathTest, InitWithWindowIsNotSupported) {
+  EXPECT_DEATH(make<SuggestionsWindowController>(window), "TessalunaUIKit.SuggestionsWindowController.*init\\(window:\\)");
+  EXPECT_DEATH(make<SuggestionsWindowController>(Ref<NSWindow>()), "init\\(window:\\)");
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, ARowOfANegativeIndex) {
+  show({"a"});
+  EXPECT_DEATH(controller->setSelectedSuggestionIndex(-1), "negative index");
+  show({});
+  EXPECT_DEATH(controller->setSelectedSuggestionIndex(-1), "negative index");
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, ASelectionInAControllerFromACoder) {
+  NSCoder coder;
+  const auto empty = make<SuggestionsWindowController>(coder);
+  EXPECT_DEATH(empty->setSelectedView(make<HighlightingView>(CGRect{})), "used while absent: fullContentView");
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, AFieldInNoWindow) {
+  field->removeFromSuperview();
+  EXPECT_DEATH(controller->beginForTextField(field), "used while absent: the field's window");
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, AFieldInNoView) {
+  field->removeFromSuperview();
+  window->setContentView(field);
+  EXPECT_DEATH(controller->beginForTextField(field), "used while absent: the field's superview");
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, APopUpWithoutAnAccessibilityElement) {
+  popUp()->setContentView(make<NSView>(CGRect{}));
+  EXPECT_DEATH(controller->beginForTextField(field), "used while absent: the pop-up's accessibility element");
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, AFieldThatHasGoneFromItsWindowWhenThePopUpIsToMove) {
+  show({"a"});
+  field->removeFromSuperview();
+  EXPECT_DEATH(controller->parentControlMoved(), "used while absent: the field's window");
+  window->setContentView(field);
+  EXPECT_DEATH(controller->parentControlMoved(), "used while absent: the field's superview");
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, AVisiblePopUpWithoutAFieldThatIsToMove) {
+  popUp()->orderFront(nullptr);
+  EXPECT_DEATH(controller->parentControlMoved(), "used while absent: parentTextField");
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, ARowOfAnotherClass) {
+  NSNib::registerFactory("row", [](NSObject&) { return make<NSView>(CGRect{}); });
+  controller->setSuggestions(suggestionsNamed({"a"}));
+  EXPECT_DEATH(controller->beginForTextField(field), "the root of a row is no HighlightingView but a NSView");
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, WithoutAPrototypeTheRowsNameIsThatOfTheirControllersClass) {
+  const auto bare = make<SuggestionsWindowController>();
+  bare->setSuggestions(suggestionsNamed({"a"}));
+  EXPECT_DEATH(bare->beginForTextField(field),
+               "no interface file \"TessalunaUIKit.SuggestionItemViewController\"");
+  NSNib::registerFactory("SuggestionItemViewController",
+                         [](NSObject&) { return make<HighlightingView>(CGRect{0, 0, 5, 7}); });
+  bare->beginForTextField(field);
+  EXPECT_EQ(bare->window()->frame().size.height, 7);
+  bare->cancelSuggestions();
+}
+
+TEST_F(SuggestionsWindowControllerDeathTest, AControllerThatWentWithoutACancel) {
+  show({"a"});
+  EXPECT_DEATH(
+      {
+        items.clear();
+        controller = make<SuggestionsWindowController>();
+        NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown}));
+      },
+      "an unowned reference was used after its object had gone");
+}
+
+}  // namespace
+}  // namespace TessalunaUIKit

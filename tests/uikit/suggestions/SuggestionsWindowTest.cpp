@@ -1,0 +1,45 @@
+#include "uikit/suggestions/SuggestionsWindow.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/graphics/NSColor.h"
+#include "tests/harness/StillWorld.h"
+
+namespace TessalunaUIKit {
+namespace {
+
+using namespace platform;
+
+using PopUpWindow = harness::StillWorld;
+
+TEST_F(PopUpWindow, IsBorderlessWhateverStyleMaskItIsGiven) {
+  const auto window = make<SuggestionsWindow>(CGRect{0, 0, 20, 20},
+                                              std::uint32_t{NSWindowStyleMaskTitled | NSWindowStyleMaskClosable},
+                                              NSBackingStoreBuffered, true);
+  EXPECT_EQ(window->styleMask(), 0u);
+  EXPECT_FALSE(window->canBecomeKeyWindow());
+}
+
+TEST_F(PopUpWindow, HasAShadowAndAClearBackground) {
+  const auto window = make<SuggestionsWindow>(CGRect{0, 0, 20, 20}, false);
+  EXPECT_TRUE(window->hasShadow());
+  EXPECT_FALSE(window->isOpaque());
+  EXPECT_TRUE(areEqual(window->backgroundColor().get(), NSColor::clearColor().get()));
+  // Made at once, and yet it knows what it is to look like.
+  EXPECT_FALSE(nativeOf(*window).options().isOpaque);
+}
+
+TEST_F(PopUpWindow, HangsUnderTheCellForAssistiveClientsAsLongAsThatLives) {
+  const auto window = make<SuggestionsWindow>(CGRect{0, 0, 20, 20}, true);
+  EXPECT_FALSE(window->isAccessibilityElement());
+  EXPECT_EQ(window->accessibilityParent(), NSApp);
+  auto cell = make<SuggestibleTextFieldCell>("");
+  window->setParentElement(cell);
+  EXPECT_EQ(window->accessibilityParent(), cell);
+  cell = nullptr;
+  EXPECT_EQ(window->parentElement(), nullptr);
+  EXPECT_EQ(window->accessibilityParent(), NSApp);
+}
+
+}  // namespace
+}  // namespace TessalunaUIKit

@@ -1,0 +1,76 @@
+// A window with a row, one control of a track list's row in it, and a target that remembers its clicks.
+#pragma once
+
+#include "tests/harness/ProbeView.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
+#include "uikit/trackrow/TrackListRowActionTarget.h"
+#include "uikit/trackrow/TrackRowFavoriteButton.h"
+#include "uikit/trackrow/TrackRowMoreButton.h"
+#include "uikit/trackrow/TrackRowPlayButton.h"
+
+namespace harness {
+
+class RecordingTarget : public TessalunaUIKit::TrackListRowActionTarget {
+ public:
+  std::vector<std::string> clicks;
+  std::vector<platform::NSView*> senders;
+  std::function<void()> onClick;
+
+  void trackRowPlayButtonClicked(TessalunaUIKit::TrackRowPlayButton& button) override { got("play", button); }
+  void trackRowFavoriteButtonClicked(TessalunaUIKit::TrackRowFavoriteButton& button) override { got("favorite", button); }
+  void trackRowMoreButtonClicked(TessalunaUIKit::TrackRowMoreButton& button) override { got("more", button); }
+
+ private:
+  void got(const char* what, platform::NSView& button) {
+    clicks.push_back(what);
+    senders.push_back(&button);
+    if (onClick) onClick();
+  }
+};
+
+template <class Button>
+class TrackRowWorld : public StillWorld {
+ protected:
+  static constexpr platform::CGRect frame{50, 60, 15, 15};  // in the window
+  static constexpr platform::CGRect bounds{0, 0, 15, 15};
+
+  TrackRowWorld() { newButton(); }
+
+  void newButton() {
+    if (window) window->close();
+    row = platform::make<ProbeView>(platform::CGRect{0, 40, 200, 50});
+    button = platform::make<Button>(platform::CGRect{50, 20, 15, 15});
+    target = std::make_shared<RecordingTarget>();
+    button->setTarget(target);
+    row->addSubview(button);
+    window = showWindowWith(row);
+  }
+
+  // Calls one handler of the button, as a window would.
+  void send(void (Button::*handler)(const platform::Ref<platform::NSEvent>&), platform::CGPoint location) {
+    const auto event =
+        platform::make<platform::NSEvent>(platform::NSEvent::Fields{.location = location, .window = window});
+    (button.get()->*handler)(event);
+  }
+
+  void press() { send(&Button::mouseDown, {57, 67}); }
+
+  // Everything that was asked for is painted, and forgotten.
+  void settleAll() {
+    desktop.settle();
+    nativeOf(*window).forgetPaints();
+  }
+
+  Lines drawn() const {
+    return recordingOf([&] { button->drawRect(button->bounds()); });
+  }
+
+  platform::Ref<ProbeView> row;
+  platform::Ref<Button> button;
+  platform::Ref<RecordingTarget> target;
+  platform::Ref<platform::NSWindow> window;
+};
+
+}  // namespace harness

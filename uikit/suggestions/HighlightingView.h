@@ -1,0 +1,33 @@
+// The background of one row of a completion pop-up, in the selection's color while it is highlighted.
+#pragma once
+
+#include "platform/views/NSView.h"
+
+namespace TessalunaUIKit {
+
+class HighlightingView : public platform::NSView {
+ public:
+  static const platform::ClassInfo staticClassInfo;
+  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit HighlightingView(platform::CGRect frame) : NSView(frame) {}
+  explicit HighlightingView(platform::NSCoder& coder) : NSView(coder) {}
+
+  // The row is the selected one. Each assignment tells the cells of the text fields in the row on what ground they stand,
+  // and asks for a redraw.
+  bool isHighlighted() const { return isHighlighted_; }
+  void setIsHighlighted(bool isHighlighted);
+
+  void drawRect(platform::CGRect dirtyRect) override;
+
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(platform::NSAccessibilityGroupRole); }
+
+ private:
+  bool isHighlighted_ = false;
+};
+
+// What of a change of the selection a row's text fields are told. Only those that stand in the row itself.
+void setBackgroundStyleOfTextFields(const HighlightingView& row, bool isHighlighted);
+
+}  // namespace TessalunaUIKit
