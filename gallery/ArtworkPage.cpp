@@ -1,122 +1,134 @@
-// All glyphs of the style kit by family, with their flags to switch, at any size and on three grounds.
-#include <QCheckBox>
-#include <QComboBox>
+// All glyphs of the style kit by family, as its table of routines lists them, with one size and one ground for all.
+#include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
 #include <QSlider>
+#include <QToolButton>
 #include <QVBoxLayout>
-#include <memory>
-#include <optional>
 #include <vector>
 
-#include "backends/qt/QtViewWidget.h"
 #include "gallery/FlowLayout.h"
-#include "gallery/GlyphView.h"
 #include "gallery/Pages.h"
+#include "gallery/artwork/GlyphCard.h"
 
 namespace gallery {
 
-using namespace platform;
-using namespace TessalunaUIKit;
-
 namespace {
 
-constexpr int smallestSize = 12, largestSize = 512, firstSize = 64;
+using TessalunaUIKit::Routine;
+using TessalunaUIKit::RoutineFamily;
 
-// A glyph with its name and the check boxes of its flags.
-struct Card {
-  Ref<GlyphView> view;
-  QWidget* shown = nullptr;
+constexpr int smallestGlyph = 12, largestGlyph = 512, firstGlyph = 40;
 
-  void setGlyphSize(int size) const {
-    view->setGlyphSize(size);
-    shown->setFixedSize(static_cast<int>(view->frame().size.width),
-                        static_cast<int>(view->frame().size.height));
-  }
+struct GroundChoice {
+  const char* name;
+  GroundKind kind;
 };
+constexpr GroundChoice groundChoices[] = {
+    {"Light", GroundKind::Light}, {"Dark", GroundKind::Dark}, {"Transparent", GroundKind::Checkered}};
 
-QWidget* makeCard(const Routine& routine, std::vector<Card>& cards) {
-  auto* widget = new QWidget;
-  auto* column = new QVBoxLayout(widget);
-  column->setContentsMargins(8, 8, 8, 8);
-  column->setSpacing(4);
-  Card card{.view = make<GlyphView>(routine)};
-  card.shown = new backend::qt::QtViewWidget(card.view);
-  card.setGlyphSize(firstSize);
-  column->addWidget(card.shown, 0, Qt::AlignHCenter);
-  auto* name = new QLabel(QString::fromStdString(routine.member()));
-  name->setAlignment(Qt::AlignHCenter);
-  name->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  column->addWidget(name);
-  for (std::size_t i = 0; i < routine.flags.size(); ++i) {
-    const RoutineFlag& flag = routine.flags[i];
-    auto* box = new QCheckBox(QString::fromUtf8(flag.name.data(), static_cast<qsizetype>(flag.name.size())));
-    box->setChecked(flag.isOnByDefault);
-    QObject::connect(box, &QCheckBox::toggled, widget,
-                     [view = card.view, i](bool isOn) { view->setFlag(i, isOn); });
-    column->addWidget(box, 0, Qt::AlignHCenter);
+using Cards = std::vector<GlyphCard*>;
+
+QLabel* makeLabel(const QString& text, const char* role) {
+  auto* label = new QLabel(text);
+  label->setObjectName(role);
+  return label;
+}
+
+QWidget* makeSizeControl(const Cards& cards) {
+  auto* control = new QWidget;
+  auto* row = new QHBoxLayout(control);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* slider = new QSlider(Qt::Horizontal);
+  slider->setRange(smallestGlyph, largestGlyph);
+  slider->setFixedWidth(220);
+  auto* value = makeLabel({}, "label");
+  value->setFixedWidth(60);
+  row->addWidget(makeLabel("Size", "label"));
+  row->addWidget(slider);
+  row->addWidget(value);
+  QObject::connect(slider, &QSlider::valueChanged, control, [cards, value](int size) {
+    value->setText(QString("%1 pt").arg(size));
+    for (GlyphCard* card : cards) card->setGlyphSize(size);
+  });
+  slider->setValue(firstGlyph);
+  return control;
+}
+
+QWidget* makeGroundControl(const Cards& cards) {
+  auto* control = new QWidget;
+  auto* row = new QHBoxLayout(control);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(4);
+  row->addWidget(makeLabel("Ground", "label"));
+  row->addSpacing(4);
+  auto* group = new QButtonGroup(control);
+  for (const GroundChoice& choice : groundChoices) {
+    auto* button = new QToolButton;
+    button->setObjectName("ground");
+    button->setText(choice.name);
+    button->setCheckable(true);
+    group->addButton(button);
+    row->addWidget(button);
+    QObject::connect(button, &QToolButton::toggled, control, [cards, kind = choice.kind](bool isOn) {
+      if (!isOn) return;
+      for (GlyphCard* card : cards) card->setGround(kind);
+    });
   }
-  column->addStretch();
-  cards.push_back(std::move(card));
-  return widget;
+  group->buttons().first()->setChecked(true);
+  return control;
+}
+
+QWidget* makeFamilyHeading(RoutineFamily family, int count) {
+  auto* heading = new QWidget;
+  auto* row = new QHBoxLayout(heading);
+  row->setContentsMargins(0, 14, 0, 4);
+  row->addWidget(makeLabel(QString::fromStdString(std::string(familyName(family))), "family"));
+  row->addWidget(makeLabel(QString::number(count), "familyCount"));
+  row->addStretch();
+  return heading;
 }
 
 }  // namespace
 
 QWidget* makeArtworkPage(Report) {
+  Cards cards;
+  auto* glyphs = new QWidget;
+  auto* sections = new QVBoxLayout(glyphs);
+  sections->setContentsMargins(0, 0, 26, 26);
+  sections->setSpacing(0);
+  const std::span<const Routine> all = TessalunaUIKit::routines();
+  for (std::size_t i = 0; i < all.size();) {
+    auto* section = new QWidget;
+    auto* flow = new FlowLayout(section);
+    const RoutineFamily family = all[i].family;
+    for (; i < all.size() && all[i].family == family; ++i) {
+      cards.push_back(new GlyphCard(all[i]));
+      flow->addWidget(cards.back());
+    }
+    sections->addWidget(makeFamilyHeading(family, flow->count()));
+    sections->addWidget(section);
+  }
+  sections->addStretch();
+
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
-
-  auto* bar = new QHBoxLayout;
-  auto* slider = new QSlider(Qt::Horizontal);
-  slider->setRange(smallestSize, largestSize);
-  slider->setValue(firstSize);
-  auto* size = new QLabel;
-  size->setMinimumWidth(64);
-  auto* ground = new QComboBox;
-  ground->addItems({"Light ground", "Dark ground", "Checkered ground"});
-  bar->addWidget(new QLabel("Size"));
-  bar->addWidget(slider, 1);
-  bar->addWidget(size);
-  bar->addWidget(ground);
-  column->addLayout(bar);
-
-  auto* content = new QWidget;
-  auto* families = new QVBoxLayout(content);
-  const auto cards = std::make_shared<std::vector<Card>>();
-  FlowLayout* flow = nullptr;
-  std::optional<RoutineFamily> family;
-  for (const Routine& routine : routines()) {
-    if (family != routine.family) {
-      family = routine.family;
-      const std::string_view name = familyName(routine.family);
-      auto* heading = new QLabel(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
-      heading->setProperty("isHeading", true);
-      families->addWidget(heading);
-      auto* holder = new QWidget;
-      flow = new FlowLayout(8);
-      holder->setLayout(flow);
-      families->addWidget(holder);
-    }
-    flow->addWidget(makeCard(routine, *cards));
-  }
-  families->addStretch();
-  auto* scroll = new QScrollArea;
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidget(content);
-  column->addWidget(scroll, 1);
-
-  const auto showSize = [size, cards](int points) {
-    size->setText(QString::number(points) + " points");
-    for (const Card& card : *cards) card.setGlyphSize(points);
-  };
-  QObject::connect(slider, &QSlider::valueChanged, page, showSize);
-  QObject::connect(ground, &QComboBox::currentIndexChanged, page, [cards](int index) {
-    for (const Card& card : *cards) card.view->setGround(static_cast<Ground>(index));
-  });
-  showSize(firstSize);
+  column->setContentsMargins(0, 0, 0, 0);
+  auto* controls = new QHBoxLayout;
+  controls->addWidget(makeSizeControl(cards));
+  controls->addSpacing(24);
+  controls->addWidget(makeGroundControl(cards));
+  controls->addStretch();
+  column->addLayout(controls);
+  auto* scroller = new QScrollArea;
+  scroller->setWidgetResizable(true);
+  scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  scroller->viewport()->setAutoFillBackground(false);
+  glyphs->setAutoFillBackground(false);
+  scroller->setWidget(glyphs);
+  glyphs->setAutoFillBackground(false);
+  column->addWidget(scroller, 1);
   return page;
 }
 

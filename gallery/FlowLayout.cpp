@@ -4,19 +4,22 @@
 
 namespace gallery {
 
-FlowLayout::FlowLayout(int spacing) {
-  setSpacing(spacing);
-  setContentsMargins(0, 0, 0, 0);
-}
+namespace {
+
+constexpr int gap = 12;
+
+}  // namespace
+
+FlowLayout::FlowLayout(QWidget* parent) : QLayout(parent) { setContentsMargins(0, 0, 0, 0); }
 
 FlowLayout::~FlowLayout() {
   for (QLayoutItem* item : items_) delete item;
 }
 
 void FlowLayout::addItem(QLayoutItem* item) { items_.push_back(item); }
-int FlowLayout::count() const { return static_cast<int>(items_.size()); }
+
 QLayoutItem* FlowLayout::itemAt(int index) const {
-  return index >= 0 && index < count() ? items_[index] : nullptr;
+  return index >= 0 && index < count() ? items_[static_cast<std::size_t>(index)] : nullptr;
 }
 
 QLayoutItem* FlowLayout::takeAt(int index) {
@@ -25,33 +28,42 @@ QLayoutItem* FlowLayout::takeAt(int index) {
   return item;
 }
 
-int FlowLayout::heightForWidth(int width) const { return layOut({0, 0, width, 0}, Moving::No); }
+template <class Visit>
+int FlowLayout::arrange(const QRect& place, Visit visit) const {
+  int y = place.y();
+  for (std::size_t first = 0; first < items_.size();) {
+    // A row: as many as fit, at least one.
+    std::size_t end = first;
+    int width = 0, height = 0;
+    for (; end < items_.size(); ++end) {
+      const QSize size = items_[end]->sizeHint();
+      if (end > first && width + gap + size.width() > place.width()) break;
+      width += size.width() + (end > first ? gap : 0);
+      height = std::max(height, size.height());
+    }
+    int x = place.x();
+    for (; first < end; ++first) {
+      visit(*items_[first], QRect(x, y, items_[first]->sizeHint().width(), height));
+      x += items_[first]->sizeHint().width() + gap;
+    }
+    y += height + (end < items_.size() ? gap : 0);
+  }
+  return y - place.y();
+}
+
+int FlowLayout::heightForWidth(int width) const {
+  return arrange({0, 0, width, 0}, [](QLayoutItem&, const QRect&) {});
+}
 
 QSize FlowLayout::minimumSize() const {
   QSize size;
-  for (const QLayoutItem* item : items_) size = size.expandedTo(item->minimumSize());
+  for (QLayoutItem* item : items_) size = size.expandedTo(item->sizeHint());
   return size;
 }
 
-void FlowLayout::setGeometry(const QRect& rect) {
-  QLayout::setGeometry(rect);
-  layOut(rect, Moving::Yes);
-}
-
-int FlowLayout::layOut(const QRect& rect, Moving moving) const {
-  int x = rect.x(), y = rect.y(), lineHeight = 0;
-  for (QLayoutItem* item : items_) {
-    const QSize size = item->sizeHint();
-    if (x > rect.x() && x + size.width() > rect.x() + rect.width()) {
-      x = rect.x();
-      y += lineHeight + spacing();
-      lineHeight = 0;
-    }
-    if (moving == Moving::Yes) item->setGeometry({{x, y}, size});
-    x += size.width() + spacing();
-    lineHeight = std::max(lineHeight, size.height());
-  }
-  return y + lineHeight - rect.y();
+void FlowLayout::setGeometry(const QRect& place) {
+  QLayout::setGeometry(place);
+  arrange(place, [](QLayoutItem& item, const QRect& where) { item.setGeometry(where); });
 }
 
 }  // namespace gallery

@@ -1,4 +1,5 @@
-// Lays widgets out in lines, as words in a paragraph: as many a line as its width holds.
+// Widgets side by side at their hinted sizes, in as many rows as the width asks for. All of a row are as high as
+// its highest.
 #pragma once
 
 #include <QLayout>
@@ -8,23 +9,25 @@ namespace gallery {
 
 class FlowLayout : public QLayout {
  public:
-  explicit FlowLayout(int spacing);
+  explicit FlowLayout(QWidget* parent);
   ~FlowLayout() override;
 
   void addItem(QLayoutItem* item) override;
-  int count() const override;
+  int count() const override { return static_cast<int>(items_.size()); }
   QLayoutItem* itemAt(int index) const override;
   QLayoutItem* takeAt(int index) override;
+
+  Qt::Orientations expandingDirections() const override { return {}; }
   bool hasHeightForWidth() const override { return true; }
   int heightForWidth(int width) const override;
   QSize sizeHint() const override { return minimumSize(); }
   QSize minimumSize() const override;
-  void setGeometry(const QRect& rect) override;
-  Qt::Orientations expandingDirections() const override { return {}; }
+  void setGeometry(const QRect& place) override;
 
  private:
-  enum class Moving { No, Yes };
-  int layOut(const QRect& rect, Moving moving) const;  // the height that it takes
+  // Calls visit(item, its place) for all items; the height that they take.
+  template <class Visit>
+  int arrange(const QRect& place, Visit visit) const;
 
   std::vector<QLayoutItem*> items_;
 };

@@ -1,92 +1,136 @@
 #include "gallery/GalleryWindow.h"
 
-#include <QApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QSaveFile>
 #include <QStackedWidget>
-#include <QStatusBar>
+#include <QTimer>
+#include <QVBoxLayout>
 #include <cstdio>
 
 namespace gallery {
 
 namespace {
 
-constexpr const char* look = R"(
-  QMainWindow, QStackedWidget, QScrollArea, QScrollArea > QWidget > QWidget { background: #ffffff; color: #1d1d22; }
-  QListWidget { background: #f2f3f6; color: #1d1d22; border: none; padding: 12px 8px; font-size: 14px; }
-  QListWidget::item { padding: 7px 10px; border-radius: 6px; }
-  QListWidget::item:selected { background: #2281f7; color: #ffffff; }
-  QLabel { color: #1d1d22; }
-  QLabel[isTitle="true"] { font-size: 20px; font-weight: 600; }
-  QLabel[isHeading="true"] { font-size: 14px; font-weight: 600; color: #60626b; padding-top: 10px; }
-  QStatusBar { background: #f2f3f6; } QStatusBar QLabel { color: #60626b; }
-)";
+constexpr int sidebarWidth = 208, contentMargin = 32;
 
-QString toQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+QString textOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+QLabel* makeLabel(std::string_view text, const char* role) {
+  auto* label = new QLabel(textOf(text));
+  label->setObjectName(role);
+  label->setIndent(0);
+  return label;
+}
+
+QWidget* framedPage(const Page& page, Report report) {
+  auto* frame = new QWidget;
+  auto* column = new QVBoxLayout(frame);
+  column->setContentsMargins(contentMargin, 24, 0, 0);
+  column->setSpacing(4);
+  column->addWidget(makeLabel(page.name, "pageTitle"));
+  column->addWidget(makeLabel(page.summary, "pageSummary"));
+  column->addSpacing(14);
+  column->addWidget(page.make(std::move(report)), 1);
+  return frame;
 }
 
 }  // namespace
 
 GalleryWindow::GalleryWindow(ActionLog log) : log_(log), made_(pages().size()) {
   setWindowTitle("TessalunaUIKit gallery");
-  setStyleSheet(look);
-  resize(1120, 760);
-  list_ = new QListWidget;
-  list_->setFixedWidth(180);
-  stack_ = new QStackedWidget;
-  foot_ = new QLabel;
-  statusBar()->addWidget(foot_, 1);
-  statusBar()->setSizeGripEnabled(false);
-
-  auto* central = new QWidget;
-  auto* row = new QHBoxLayout(central);
+  resize(1180, 760);
+  auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(0);
-  row->addWidget(list_);
-  row->addWidget(stack_, 1);
-  setCentralWidget(central);
-
-  for (const Page& page : pages()) list_->addItem(toQString(page.name));
-  connect(list_, &QListWidget::currentRowChanged, this, [this](int index) {
-    if (index >= 0) showPage(pages()[static_cast<std::size_t>(index)]);
-  });
+  row->addWidget(makeSidebar());
+  row->addWidget(makeContent(), 1);
+  connect(list_, &QListWidget::currentRowChanged, this, &GalleryWindow::showRow);
 }
 
-// The pages go while the desktop still lives.
-GalleryWindow::~GalleryWindow() { delete takeCentralWidget(); }
+QWidget* GalleryWindow::makeSidebar() {
+  auto* sidebar = new QFrame;
+  sidebar->setObjectName("sidebar");
+  sidebar->setFixedWidth(sidebarWidth);
+  auto* column = new QVBoxLayout(sidebar);
+  column->setContentsMargins(0, 0, 0, 12);
+  column->setSpacing(0);
+  column->addWidget(makeLabel("Tessaluna", "brand"));
+  column->addWidget(makeLabel("the kit, page by page", "brandLine"));
+  list_ = new QListWidget;
+  list_->setObjectName("pageList");
+  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  for (const Page& page : pages()) list_->addItem(textOf(page.name));
+  column->addWidget(list_, 1);
+  return sidebar;
+}
 
-void GalleryWindow::showPage(const Page& page) {
-  const auto index = static_cast<std::size_t>(&page - pages().data());
+QWidget* GalleryWindow::makeContent() {
+  auto* content = new QFrame;
+  content->setObjectName("content");
+  auto* column = new QVBoxLayout(content);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  stack_ = new QStackedWidget;
+  foot_ = makeLabel("", "foot");
+  foot_->setTextFormat(Qt::PlainText);
+  column->addWidget(stack_, 1);
+  column->addWidget(foot_);
+  return content;
+}
+
+void GalleryWindow::showPage(const Page& page) { list_->setCurrentRow(static_cast<int>(&page - pages().data())); }
+
+void GalleryWindow::showRow(int row) {
+  if (row < 0) return;
+  const auto index = static_cast<std::size_t>(row);
   if (!made_[index]) {
-    auto* framed = new QWidget;
-    auto* column = new QVBoxLayout(framed);
-    column->setContentsMargins(20, 16, 20, 12);
-    auto* title = new QLabel(toQString(page.name));
-    title->setProperty("isTitle", true);
-    column->addWidget(title);
-    column->addWidget(page.make([this](const std::string& what) { report(what); }), 1);
-    stack_->addWidget(framed);
-    made_[index] = framed;
+    made_[index] = framedPage(pages()[index], [this](const std::string& what) { report(what); });
+    stack_->addWidget(made_[index]);
   }
   stack_->setCurrentWidget(made_[index]);
-  list_->setCurrentRow(static_cast<int>(index));
+  foot_->clear();
+  tellPlaces();
 }
 
 void GalleryWindow::report(const std::string& what) {
   foot_->setText(QString::fromStdString(what));
-  if (log_ == ActionLog::Off) return;
-  std::printf("%s\n", what.c_str());
-  std::fflush(stdout);
+  printLine("action " + QString::fromStdString(what));
 }
 
-bool GalleryWindow::saveScreenshot(const QString& file) {
-  // What was asked to be drawn comes with the events that wait.
-  for (int i = 0; i < 3; ++i) QApplication::processEvents();
-  QSaveFile out(file);
-  return out.open(QIODevice::WriteOnly) && grab().save(&out, "PNG") && out.commit();
+bool GalleryWindow::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::Move:
+    case QEvent::Resize: tellPlaces(); break;
+    default: break;
+  }
+  return QWidget::event(event);
+}
+
+// For programs that use the controls: "place NAME X Y WIDTH HEIGHT" for each named control of the page that shows, on the
+// screen and y from the top, once the layouts have come to rest.
+void GalleryWindow::tellPlaces() const {
+  if (log_ == ActionLog::Off) return;
+  QTimer::singleShot(0, this, [this] {
+    for (const QWidget* control : findChildren<QWidget*>()) {
+      if (control->accessibleName().isEmpty() || !control->isVisible()) continue;
+      const QPoint origin = control->mapToGlobal(QPoint(0, 0));
+      printLine(QString("place %1 %2 %3 %4 %5")
+                    .arg(control->accessibleName())
+                    .arg(origin.x())
+                    .arg(origin.y())
+                    .arg(control->width())
+                    .arg(control->height()));
+    }
+  });
+}
+
+void GalleryWindow::printLine(const QString& line) const {
+  if (log_ == ActionLog::Off) return;
+  std::printf("%s\n", qUtf8Printable(line));
+  std::fflush(stdout);  // whoever reads it waits for it
 }
 
 }  // namespace gallery

@@ -1,8 +1,7 @@
-// The gallery's window: a list of pages at the side, the chosen page beside it, and at the foot what the page
-// reports.
+// The gallery's window: a list of pages at the side, the chosen page beside it, and at the foot what the page reports.
 #pragma once
 
-#include <QMainWindow>
+#include <QWidget>
 #include <vector>
 
 #include "gallery/Pages.h"
@@ -15,23 +14,29 @@ namespace gallery {
 
 enum class ActionLog { Off, StandardOutput };
 
-class GalleryWindow : public QMainWindow {
+class GalleryWindow : public QWidget {
  public:
   explicit GalleryWindow(ActionLog log);
-  ~GalleryWindow() override;
 
+  // A page is made when it is first shown.
   void showPage(const Page& page);
-  // A picture of the window as it stands, at its device scale. False if the file could not be written.
-  bool saveScreenshot(const QString& file);
+
+ protected:
+  bool event(QEvent* event) override;
 
  private:
+  QWidget* makeSidebar();
+  QWidget* makeContent();
+  void showRow(int row);
   void report(const std::string& what);
+  void printLine(const QString& line) const;
+  void tellPlaces() const;
 
   ActionLog log_;
-  QListWidget* list_;
-  QStackedWidget* stack_;
-  QLabel* foot_;
-  std::vector<QWidget*> made_;  // for each page its widget, once it has been shown
+  QListWidget* list_ = nullptr;
+  QStackedWidget* stack_ = nullptr;
+  QLabel* foot_ = nullptr;
+  std::vector<QWidget*> made_;  // for each page, or absent
 };
 
 }  // namespace gallery

@@ -1,13 +1,15 @@
 #include "gallery/Pages.h"
 
+#include <QString>
+
 namespace gallery {
 
 namespace {
 
 constexpr Page table[] = {
-    {"Artwork", makeArtworkPage},
-    {"Small controls", makeSmallControlsPage},
-    {"Track list", makeTrackListPage},
+    {"Artwork", "Every glyph of the style kit, drawn as vectors at any size.", makeArtworkPage},
+    {"Small controls", "Glyph buttons and a status mark, and what they report.", makeSmallControlsPage},
+    {"Track list", "Ten thousand tracks, each row with its play, favorite and more controls.", makeTrackListPage},
 };
 
 }  // namespace
@@ -15,8 +17,11 @@ constexpr Page table[] = {
 std::span<const Page> pages() { return table; }
 
 const Page* findPage(std::string_view name) {
+  const auto folded = [](std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toCaseFolded();
+  };
   for (const Page& page : table)
-    if (page.name == name) return &page;
+    if (folded(page.name) == folded(name)) return &page;
   return nullptr;
 }
 

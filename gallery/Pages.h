@@ -1,4 +1,5 @@
-// The pages of the gallery, one table: a new page is a row in Pages.cpp and a source of its own.
+// The pages of the gallery, one table: a new page is a row in Pages.cpp and a source of its own. A page shows one or more
+// classes of the library at work.
 #pragma once
 
 #include <functional>
@@ -14,12 +15,13 @@ namespace gallery {
 using Report = std::function<void(const std::string&)>;
 
 struct Page {
-  std::string_view name;
+  std::string_view name;     // at the side, and for --page
+  std::string_view summary;  // one sentence below the title
   QWidget* (*make)(Report report) = nullptr;  // owned by whoever shows it
 };
 
 std::span<const Page> pages();
-// Absent if there is no page of this name.
+// Capitals do not count. Absent if there is no page of this name.
 const Page* findPage(std::string_view name);
 
 QWidget* makeArtworkPage(Report report);

@@ -1,11 +1,14 @@
-// The small glyph controls, alive: press them, drag out and back, let go, or walk to them with the Tab key
-// and press space.
-#include <QGridLayout>
+// The small glyph controls, alive: press them, drag out and back, let go, or walk to them with the Tab key and press space.
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QListWidget>
 #include <QVBoxLayout>
 
 #include "backends/qt/QtViewWidget.h"
+#include "gallery/FlowLayout.h"
+#include "gallery/Ground.h"
 #include "gallery/Pages.h"
+#include "gallery/small_controls/ControlReporter.h"
 #include "uikit/trackrow/CloseButton.h"
 #include "uikit/trackrow/PlaybackStatusIcon.h"
 #include "uikit/trackrow/PrevNextButton.h"
@@ -17,98 +20,124 @@ using namespace TessalunaUIKit;
 
 namespace {
 
-// The target of the buttons: an action is a selector's name, found in this class's table.
-class Clicks : public NSObject {
+enum class Ability { Enabled, Disabled };
+
+Ref<NSControl> makePrevNext(CGRect frame, bool isNext) {
+  const auto button = make<PrevNextButton>(frame);
+  button->setNext(isNext);
+  button->setAction(isNext ? "showNext:" : "showPrevious:");
+  return button;
+}
+Ref<NSView> makePrevious(CGRect frame) { return makePrevNext(frame, false); }
+Ref<NSView> makeNext(CGRect frame) { return makePrevNext(frame, true); }
+Ref<NSView> makeClose(CGRect frame) {
+  const auto button = make<CloseButton>(frame);
+  button->setAction("closeItem:");
+  return button;
+}
+Ref<NSView> makeStatus(CGRect frame) { return make<PlaybackStatusIcon>(frame); }
+
+struct Exhibit {
+  const char* name;  // in what is reported; one word
+  const char* title;
+  const char* note;
+  Ref<NSView> (*make)(CGRect frame);
+  CGFloat smallSize;
+  Ability ability = Ability::Enabled;
+};
+
+constexpr CGFloat largeSize = 56;
+constexpr Exhibit exhibits[] = {
+    {"previous", "PrevNextButton", "to the left", makePrevious, 16},
+    {"next", "PrevNextButton", "to the right", makeNext, 16},
+    {"previous-disabled", "PrevNextButton", "to the left, disabled", makePrevious, 16, Ability::Disabled},
+    {"next-disabled", "PrevNextButton", "to the right, disabled", makeNext, 16, Ability::Disabled},
+    {"close", "CloseButton", "", makeClose, 16},
+    {"close-disabled", "CloseButton", "disabled: it looks the same", makeClose, 16, Ability::Disabled},
+    {"status", "PlaybackStatusIcon", "inverted polarity", makeStatus, 20},
+};
+
+// The last lines, the newest first.
+class Journal : public QListWidget {
  public:
-  static const ClassInfo staticClassInfo;
-  const ClassInfo& classInfo() const override { return staticClassInfo; }
+  Journal() {
+    setObjectName("journal");
+    setFocusPolicy(Qt::NoFocus);
+    setSelectionMode(QAbstractItemView::NoSelection);
+  }
 
-  explicit Clicks(Report report) : report_(std::move(report)) {}
-
-  void clicked(NSObject* sender) {
-    const auto* button = dynamic_cast<const NSButton*>(sender);
-    if (!button) return;
-    ++count_;
-    report_(button->className() + " " + std::to_string(button->tag()) + " clicked, " +
-            std::to_string(count_) + (count_ == 1 ? " click" : " clicks") + " in all");
+  void add(const std::string& line) {
+    constexpr int mostLines = 200;
+    insertItem(0, QString("%1   %2").arg(++count_).arg(QString::fromStdString(line)));
+    if (count() > mostLines) delete takeItem(mostLines);
   }
 
  private:
-  static const Selector selectors_[];
-  Report report_;
   int count_ = 0;
 };
 
-const Selector Clicks::selectors_[] = {action<&Clicks::clicked>("clicked:")};
-const ClassInfo Clicks::staticClassInfo{
-    .name = "gallery.Clicks", .base = &NSObject::staticClassInfo, .selectors = Clicks::selectors_};
-
-class Shelf {
- public:
-  explicit Shelf(Report report) : clicks_(make<Clicks>(std::move(report))) {
-    widget_ = new QWidget;
-    grid_ = new QGridLayout(widget_);
-    grid_->setHorizontalSpacing(28);
-    grid_->setVerticalSpacing(20);
-    // A target is not kept alive by its buttons: the page keeps it.
-    QObject::connect(widget_, &QObject::destroyed, [clicks = clicks_] {});
+QWidget* makeControl(const Exhibit& exhibit, CGFloat size, const std::string& name,
+                     const Ref<ControlReporter>& reporter) {
+  const Ref<NSView> view = exhibit.make({0, 0, size, size});
+  if (const auto control = std::dynamic_pointer_cast<NSControl>(view)) {
+    control->setTarget(reporter);
+    control->setEnabled(exhibit.ability == Ability::Enabled);
+    reporter->nameControl(*control, name);
   }
+  auto* widget = new backend::qt::QtViewWidget(view);
+  widget->setFixedSize(static_cast<int>(size), static_cast<int>(size));
+  widget->setAccessibleName(QString::fromStdString(name));
+  return widget;
+}
 
-  void beginRow(const QString& name) {
-    ++row_;
-    column_ = 1;
-    grid_->addWidget(new QLabel(name), row_, 0);
-  }
-
-  void add(const Ref<NSView>& view) {
-    auto* shown = new backend::qt::QtViewWidget(view);
-    shown->setFixedSize(static_cast<int>(view->frame().size.width),
-                        static_cast<int>(view->frame().size.height));
-    grid_->addWidget(shown, row_, column_++, Qt::AlignCenter);
-  }
-
-  template <class Button>
-  Ref<Button> addButton(CGFloat size) {
-    const auto button = make<Button>(CGRect{0, 0, size, size});
-    button->setTag(++lastTag_);
-    button->setTarget(clicks_);
-    button->setAction("clicked:");
-    add(button);
-    return button;
-  }
-
-  QWidget* finish() {
-    grid_->setColumnStretch(7, 1);
-    grid_->setRowStretch(row_ + 1, 1);
-    return widget_;
-  }
-
- private:
-  Ref<Clicks> clicks_;
-  QWidget* widget_;
-  QGridLayout* grid_;
-  int row_ = -1, column_ = 1;
-  std::int64_t lastTag_ = 0;
-};
+QWidget* makeCard(const Exhibit& exhibit, const Ref<ControlReporter>& reporter) {
+  auto* card = new QFrame;
+  card->setObjectName("card");
+  auto* column = new QVBoxLayout(card);
+  column->setContentsMargins(8, 8, 8, 12);
+  column->setSpacing(3);
+  auto* controls = new QWidget;
+  auto* row = new QHBoxLayout(controls);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(28);
+  row->addWidget(makeControl(exhibit, largeSize, exhibit.name + std::string("-large"), reporter));
+  row->addWidget(makeControl(exhibit, exhibit.smallSize, exhibit.name, reporter));
+  auto* ground = new Ground(controls);
+  ground->setMinimumSize(186, 100);
+  column->addWidget(ground);
+  auto* title = new QLabel(exhibit.title);
+  title->setObjectName("cardName");
+  auto* note = new QLabel(exhibit.note);
+  note->setObjectName("cardNote");
+  column->addSpacing(5);
+  column->addWidget(title);
+  column->addWidget(note);
+  return card;
+}
 
 }  // namespace
 
 QWidget* makeSmallControlsPage(Report report) {
-  Shelf shelf(std::move(report));
-  shelf.beginRow("Previous");
-  for (const CGFloat size : {14, 24, 48}) shelf.addButton<PrevNextButton>(size);
-  shelf.beginRow("Next");
-  for (const CGFloat size : {14, 24, 48}) shelf.addButton<PrevNextButton>(size)->setNext(true);
-  shelf.beginRow("Previous and next, disabled");
-  shelf.addButton<PrevNextButton>(24)->setEnabled(false);
-  const auto next = shelf.addButton<PrevNextButton>(24);
-  next->setNext(true);
-  next->setEnabled(false);
-  shelf.beginRow("Close");
-  for (const CGFloat size : {16, 24, 48}) shelf.addButton<CloseButton>(size);
-  shelf.beginRow("Inverted polarity");
-  for (const CGFloat size : {32, 48, 96}) shelf.add(make<PlaybackStatusIcon>(CGRect{0, 0, size, size}));
-  return shelf.finish();
+  auto* journal = new Journal;
+  const auto reporter = make<ControlReporter>([report = std::move(report), journal](const std::string& what) {
+    journal->add(what);
+    report(what);
+  });
+  auto* page = new QWidget;
+  // A target is not kept alive by its controls: the page keeps it.
+  QObject::connect(page, &QObject::destroyed, [reporter] {});
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 32, 24);
+  column->setSpacing(14);
+  auto* cards = new QWidget;
+  auto* flow = new FlowLayout(cards);
+  for (const Exhibit& exhibit : exhibits) flow->addWidget(makeCard(exhibit, reporter));
+  column->addWidget(cards);
+  auto* heading = new QLabel("Reported");
+  heading->setObjectName("family");
+  column->addWidget(heading);
+  column->addWidget(journal, 1);
+  return page;
 }
 
 }  // namespace gallery

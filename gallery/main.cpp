@@ -1,111 +1,90 @@
-// tessaluna-gallery: a small music player's window in which every class of the library is alive.
 #include <QApplication>
-#include <QDir>
 #include <cstdio>
-#include <optional>
+#include <vector>
 
 #include "backends/qt/QtBackend.h"
+#include "gallery/Arguments.h"
 #include "gallery/GalleryWindow.h"
+#include "gallery/look.h"
+#include "gallery/screenshots.h"
 #include "platform/windows/NSApplication.h"
 
 namespace {
 
-constexpr const char* usage =
-    "usage: tessaluna-gallery [--page NAME] [--list-pages] [--screenshot FILE.png] [--screenshots DIR]\n"
-    "                         [--scale S] [--log-actions]\n";
+using gallery::Arguments;
 
-struct Options {
-  const gallery::Page* page = nullptr;
-  std::optional<QString> screenshot, screenshots;
-  std::optional<double> scale;
-  bool listsPages = false, logsActions = false;
-};
-
-int fail(const QString& what) {
-  std::fprintf(stderr, "tessaluna-gallery: %s\n", qPrintable(what));
-  return 2;
+int complain(const std::string& complaint) {
+  std::fprintf(stderr, "tessaluna-gallery: %s\n", complaint.c_str());
+  return 1;
 }
 
-// What is wrong with the arguments, or absent.
-std::optional<QString> read(int argc, char** argv, Options& options) {
-  for (int i = 1; i < argc; ++i) {
-    const QString name = QString::fromLocal8Bit(argv[i]);
-    if (name == "--list-pages") {
-      options.listsPages = true;
-      continue;
-    }
-    if (name == "--log-actions") {
-      options.logsActions = true;
-      continue;
-    }
-    const bool isKnown =
-        name == "--page" || name == "--screenshot" || name == "--screenshots" || name == "--scale";
-    if (!isKnown) return "there is no option '" + name + "'";
-    if (++i == argc) return name + " needs a value";
-    const QString value = QString::fromLocal8Bit(argv[i]);
-    if (name == "--page") {
-      options.page = gallery::findPage(value.toStdString());
-      if (!options.page) return "there is no page '" + value + "'; --list-pages tells which there are";
-    } else if (name == "--scale") {
-      bool isNumber = false;
-      options.scale = value.toDouble(&isNumber);
-      if (!isNumber || !(*options.scale >= 0.5 && *options.scale <= 4))
-        return "--scale takes a number from 0.5 to 4";
-    } else {
-      (name == "--screenshot" ? options.screenshot : options.screenshots) = value;
-    }
-  }
-  if (options.screenshot && options.screenshots)
-    return QString("--screenshot and --screenshots do not go together");
-  return std::nullopt;
-}
+void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
-QString fileNameOf(const gallery::Page& page) {
-  return QString::fromUtf8(page.name.data(), static_cast<qsizetype>(page.name.size()))
-             .toLower()
-             .replace(' ', '-') +
-         ".png";
-}
-
-int takeScreenshots(gallery::GalleryWindow& window, const Options& options) {
-  if (options.screenshot)
-    return window.saveScreenshot(*options.screenshot) ? 0
-                                                      : fail("cannot write '" + *options.screenshot + "'");
-  const QDir folder(*options.screenshots);
-  if (!folder.mkpath(".")) return fail("cannot make the folder '" + folder.path() + "'");
+void listPages() {
   for (const gallery::Page& page : gallery::pages()) {
-    if (options.page && options.page != &page) continue;
-    window.showPage(page);
-    const QString file = folder.filePath(fileNameOf(page));
-    if (!window.saveScreenshot(file)) return fail("cannot write '" + file + "'");
-    std::printf("%s\n", qPrintable(file));
+    print(page.name);
+    print("\n");
   }
-  return 0;
+}
+
+#ifdef Q_OS_LINUX
+bool hasDisplay() {
+  return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+         qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+#else
+bool hasDisplay() { return true; }
+#endif
+
+int run(const Arguments& arguments, int argc, char** argv) {
+  const bool needsDisplay = arguments.task == Arguments::Task::ShowWindow;
+  if (!hasDisplay()) {
+    if (needsDisplay) return complain("there is no display; --screenshots DIR writes pictures of the pages instead");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  }
+  // Read by Qt when the application is made.
+  if (arguments.scale != 1) qputenv("QT_SCALE_FACTOR", QByteArray::number(arguments.scale));
+
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("tessaluna-gallery");
+  gallery::applyLook(application);
+  const backend::qt::QtBackend desktop;
+  const auto nsApplication = platform::NSApplication::sharedApplication();
+  gallery::GalleryWindow window(arguments.logsActions ? gallery::ActionLog::StandardOutput : gallery::ActionLog::Off);
+  const gallery::Page& page = arguments.page ? *arguments.page : gallery::pages().front();
+
+  switch (arguments.task) {
+    case Arguments::Task::OneScreenshot:
+      if (const auto failure = gallery::writeScreenshot(window, page, arguments.output)) return complain(*failure);
+      return 0;
+    case Arguments::Task::AllScreenshots:
+      if (const auto failure = gallery::writeScreenshots(window, arguments.output)) return complain(*failure);
+      return 0;
+    case Arguments::Task::ShowWindow:
+    case Arguments::Task::ListPages:
+    case Arguments::Task::ShowHelp: break;
+  }
+  window.showPage(page);
+  window.show();
+  return QApplication::exec();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  for (int i = 1; i < argc; ++i) {
-    if (qstrcmp(argv[i], "--help") != 0) continue;
-    std::fputs(usage, stdout);
+  const std::span given(argv + 1, argv + argc);
+  const std::vector<const char*> arguments(given.begin(), given.end());
+  const auto parsed = gallery::parseArguments(arguments);
+  if (const auto* bad = std::get_if<gallery::BadArguments>(&parsed)) return complain(bad->complaint);
+  const Arguments& wanted = std::get<Arguments>(parsed);
+  if (wanted.task == Arguments::Task::ListPages) {
+    listPages();
     return 0;
   }
-  Options options;
-  if (const std::optional<QString> wrong = read(argc, argv, options)) return fail(*wrong);
-  if (options.listsPages) {
-    for (const gallery::Page& page : gallery::pages()) std::printf("%s\n", std::string(page.name).c_str());
+  if (wanted.task == Arguments::Task::ShowHelp) {
+    print(gallery::helpText());
     return 0;
   }
-  if (options.scale) qputenv("QT_SCALE_FACTOR", QByteArray::number(*options.scale));
-
-  QApplication qt(argc, argv);
-  backend::qt::QtBackend desktop;
-  const auto application = platform::NSApplication::sharedApplication();
-  gallery::GalleryWindow window(options.logsActions ? gallery::ActionLog::StandardOutput
-                                                    : gallery::ActionLog::Off);
-  window.showPage(options.page ? *options.page : gallery::pages().front());
-  window.show();
-  if (options.screenshot || options.screenshots) return takeScreenshots(window, options);
-  return QApplication::exec();
+  // Qt has options of its own that ours do not let through.
+  return run(wanted, 1, argv);
 }

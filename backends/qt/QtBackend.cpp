@@ -14,9 +14,8 @@
 #include "backends/qt/EmbeddingHosts.h"
 #include "backends/qt/QtViewWidget.h"
 #include "backends/qt/QtWindow.h"
-#include "backends/qt/imageDecoding.h"
+#include "backends/qt/decodeImage.h"
 #include "backends/qt/keyTranslation.h"
-#include "backends/qt/popUpMenu.h"
 #include "backends/qt/screenSpace.h"
 #include "backends/qt/systemColors.h"
 #include "platform/foundation/stopProgram.h"
@@ -52,11 +51,11 @@ class QtBackend::ApplicationFilter : public QObject {
         if (receiver->isWidgetType() && !dynamic_cast<QtViewWidget*>(receiver))
           pressedElsewhere(static_cast<const QMouseEvent&>(*event));
         break;
-      case QEvent::ApplicationPaletteChange:
       case QEvent::ApplicationFontChange:
-        if (receiver != qApp) break;
-        backend_.textEngine_.forgetFonts();
-        redrawAllWindows();
+        if (receiver == qApp) backend_.textEngine_.forgetFonts();
+        [[fallthrough]];
+      case QEvent::ApplicationPaletteChange:
+        if (receiver == qApp) redrawAllWindows();
         break;
       default:
         if (receiver->isWidgetType()) backend_.hosts_->observe(static_cast<QWidget&>(*receiver), *event);
@@ -118,14 +117,14 @@ CGPoint QtBackend::mouseLocation() const { return pointOnScreen(QCursor::pos());
 
 Color QtBackend::systemColor(SystemColor color) const { return systemColorOf(color); }
 
-void QtBackend::popUpMenu(NativeWindow&, CGPoint at, std::vector<MenuEntry> entries,
+void QtBackend::popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
                           std::function<void(std::optional<std::size_t>)> chosen) {
-  // The point is the upper left corner of what hangs below it.
-  popUpMenuAt(qtRectOf({at.x, at.y - 1, 1, 1}).topLeft(), entries, std::move(chosen));
+  const auto* native = dynamic_cast<const QtNativeWindow*>(&window);
+  if (native && native->qWindow()) menu_.open(*native->qWindow(), qtPointOf(at), entries, std::move(chosen));
 }
 
 std::shared_ptr<const ImagePixels> QtBackend::decodeImage(std::span<const std::byte> bytes) const {
-  return imageFromBytes(bytes);
+  return qt::decodeImage(bytes);
 }
 
 double QtBackend::now() const {

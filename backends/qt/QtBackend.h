@@ -14,6 +14,7 @@
 #include <memory>
 
 #include "backends/qt/InputRelay.h"
+#include "backends/qt/PopUpMenu.h"
 #include "backends/qt/QtTextEngine.h"
 #include "platform/backend/Backend.h"
 
@@ -49,8 +50,9 @@ class QtBackend : public Backend {
  private:
   class ApplicationFilter;
 
-  QtTextEngine textEngine_;
   KeysSentEarly keysSentEarly_;
+  QtTextEngine textEngine_;
+  PopUpMenu menu_;
   QObject clock_;  // what is still to be called is forgotten with it
   std::unique_ptr<EmbeddingHosts> hosts_;
   std::unique_ptr<ApplicationFilter> filter_;

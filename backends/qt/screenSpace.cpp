@@ -24,6 +24,11 @@ CGPoint pointOnScreen(QPointF qtPoint) {
   return {qtPoint.x() - origin.x(), origin.y() - qtPoint.y()};
 }
 
+QPoint qtPointOf(CGPoint point) {
+  const QPoint origin = lowerLeftOfPrimaryScreen();
+  return QPointF(origin.x() + point.x, origin.y() - point.y).toPoint();
+}
+
 CGRect rectOnScreen(const QRect& qtRect) {
   const CGPoint lowerLeft = pointOnScreen(QPointF(qtRect.x(), qtRect.y() + qtRect.height()));
   return {lowerLeft, {double(qtRect.width()), double(qtRect.height())}};

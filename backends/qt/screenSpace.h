@@ -14,6 +14,7 @@ class QScreen;
 namespace backend::qt {
 
 CGPoint pointOnScreen(QPointF qtPoint);
+QPoint qtPointOf(CGPoint pointOnScreen);  // the nearest whole one
 CGRect rectOnScreen(const QRect& qtRect);
 // Rounded outward to what Qt can place a window at; no side is shorter than a point.
 QRect qtRectOf(CGRect rectOnScreen);

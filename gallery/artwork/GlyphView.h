@@ -1,4 +1,5 @@
-// One glyph of the style kit on a ground, in a frame of the glyph's own proportion.
+// A view that shows one routine of the style kit. Its frame argument is the view's bounds without a margin, so that strokes
+// on the frame's edge show whole.
 #pragma once
 
 #include <vector>
@@ -8,24 +9,22 @@
 
 namespace gallery {
 
-enum class Ground { Light, Dark, Checkered };
-
 class GlyphView : public platform::NSView {
  public:
   explicit GlyphView(const TessalunaUIKit::Routine& routine);
 
-  // Each asks for a redraw.
-  void setGround(Ground ground);
+  bool flag(std::size_t index) const { return flags_[index]; }
   void setFlag(std::size_t index, bool isOn);
-  // The longer side of the glyph's frame, in points. The view's size follows.
+  // The longer side of the frame argument; the other follows the default frame.
   void setGlyphSize(double size);
 
+  platform::CGSize intrinsicContentSize() const override;
   void drawRect(platform::CGRect rect) override;
 
  private:
   const TessalunaUIKit::Routine& routine_;
-  std::vector<char> flags_;  // one for each flag of the routine; a vector of bool has no span
-  Ground ground_ = Ground::Light;
+  std::vector<char> flags_;  // one bool each; a span of them is passed on
+  double size_;
 };
 
 }  // namespace gallery

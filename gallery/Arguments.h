@@ -1,0 +1,29 @@
+// The gallery's command line.
+#pragma once
+
+#include <span>
+#include <string>
+#include <variant>
+
+#include "gallery/Pages.h"
+
+namespace gallery {
+
+struct Arguments {
+  enum class Task { ShowWindow, ListPages, ShowHelp, OneScreenshot, AllScreenshots };
+  Task task = Task::ShowWindow;
+  const Page* page = nullptr;  // absent: the first
+  std::string output;          // the file of one screenshot, or the folder of all
+  double scale = 1;            // times the desktop's own
+  bool logsActions = false;    // on standard output
+};
+
+// What is wrong with a command line, in one line.
+struct BadArguments {
+  std::string complaint;
+};
+
+std::variant<Arguments, BadArguments> parseArguments(std::span<const char* const> arguments);
+std::string_view helpText();
+
+}  // namespace gallery

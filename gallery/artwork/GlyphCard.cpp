@@ -1,0 +1,50 @@
+#include "gallery/artwork/GlyphCard.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "backends/qt/QtViewWidget.h"
+#include "gallery/artwork/GlyphView.h"
+
+namespace gallery {
+
+namespace {
+
+constexpr int leastWidth = 168, leastStage = 76;
+
+}  // namespace
+
+GlyphCard::GlyphCard(const TessalunaUIKit::Routine& routine) : glyph_(platform::make<GlyphView>(routine)) {
+  setObjectName("card");
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(8, 8, 8, 10);
+  column->setSpacing(6);
+  auto* glyph = new backend::qt::QtViewWidget(glyph_);
+  glyph->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  ground_ = new Ground(glyph);
+  ground_->setMinimumSize(leastWidth - 18, leastStage);
+  column->addWidget(ground_);
+
+  auto* name = new QLabel(QString::fromStdString(routine.member()));
+  name->setObjectName("cardName");
+  name->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  name->setFocusPolicy(Qt::NoFocus);
+  column->addWidget(name);
+
+  for (std::size_t i = 0; i < routine.flags.size(); ++i) {
+    const TessalunaUIKit::RoutineFlag& flag = routine.flags[i];
+    auto* box = new QCheckBox(QString::fromUtf8(flag.name.data(), static_cast<qsizetype>(flag.name.size())));
+    box->setChecked(flag.isOnByDefault);
+    connect(box, &QCheckBox::toggled, this, [this, i](bool isOn) { glyph_->setFlag(i, isOn); });
+    column->addWidget(box);
+  }
+  column->addStretch();
+}
+
+void GlyphCard::setGlyphSize(int size) {
+  glyph_->setGlyphSize(size);
+  updateGeometry();
+}
+
+}  // namespace gallery

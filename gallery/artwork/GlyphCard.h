@@ -1,0 +1,26 @@
+// One glyph with its name and a check box for each of its flags.
+#pragma once
+
+#include <QFrame>
+
+#include "gallery/Ground.h"
+#include "platform/foundation/Reference.h"
+#include "uikit/stylekit/Routines.h"
+
+namespace gallery {
+
+class GlyphView;
+
+class GlyphCard : public QFrame {
+ public:
+  explicit GlyphCard(const TessalunaUIKit::Routine& routine);
+
+  void setGlyphSize(int size);
+  void setGround(GroundKind kind) { ground_->setKind(kind); }
+
+ private:
+  platform::Ref<GlyphView> glyph_;
+  Ground* ground_;
+};
+
+}  // namespace gallery

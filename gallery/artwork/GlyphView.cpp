@@ -1,0 +1,45 @@
+#include "gallery/artwork/GlyphView.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace gallery {
+
+using namespace platform;
+
+namespace {
+
+constexpr CGFloat margin = 3;
+
+CGFloat longerSide(CGSize size) { return std::max(size.width, size.height); }
+
+}  // namespace
+
+GlyphView::GlyphView(const TessalunaUIKit::Routine& routine)
+    : NSView(CGRect{}), routine_(routine), size_(longerSide(routine.defaultFrame.size)) {
+  for (const TessalunaUIKit::RoutineFlag& flag : routine.flags) flags_.push_back(flag.isOnByDefault);
+}
+
+void GlyphView::setFlag(std::size_t index, bool isOn) {
+  flags_[index] = isOn;
+  setNeedsDisplay(true);
+}
+
+void GlyphView::setGlyphSize(double size) {
+  size_ = size;
+  invalidateIntrinsicContentSize();
+}
+
+CGSize GlyphView::intrinsicContentSize() const {
+  const CGSize standard = routine_.defaultFrame.size;
+  const CGFloat scale = size_ / longerSide(standard);
+  return {standard.width * scale + 2 * margin, standard.height * scale + 2 * margin};
+}
+
+void GlyphView::drawRect(CGRect) {
+  const auto flags = std::make_unique<bool[]>(flags_.size());
+  std::copy(flags_.begin(), flags_.end(), flags.get());
+  routine_.draw(NSInsetRect(bounds(), margin, margin), {flags.get(), flags_.size()});
+}
+
+}  // namespace gallery
