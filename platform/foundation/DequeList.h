@@ -4,6 +4,9 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -11,7 +14,12 @@ namespace platform {
 template <class T>
 class DequeList {
  public:
+  using value_type = T;
+  using const_reference = const T&;
   using const_iterator = typename std::vector<T>::const_iterator;
+  using iterator = const_iterator;
+  using size_type = std::size_t;
+  using difference_type = std::ptrdiff_t;
 
   const_iterator begin() const { return items_.begin() + first_; }
   const_iterator end() const { return items_.end(); }

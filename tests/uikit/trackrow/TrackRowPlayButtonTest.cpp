@@ -372,7 +372,7 @@ TEST_F(TrackRowPlayButtonTest, OneAreaThatFollowsTheVisibleRectangleServesForLif
 }
 
 TEST_F(TrackRowPlayButtonTest, AnAreaThatSomebodyTookAwayIsAddedAgain) {
-  const auto area = button->trackingAreas().at(0);
+  const auto area = button->trackingAreas()[0];
   button->removeTrackingArea(area);
   button->updateTrackingAreas();
   EXPECT_EQ(button->trackingAreas(), std::vector<Ref<NSTrackingArea>>{area});

@@ -1,0 +1,60 @@
+// A Qt backend with its application, for one test, and waiting for what comes through the window system.
+#pragma once
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include "backends/qt/QtBackend.h"
+#include "platform/windows/NSApplication.h"
+
+namespace harness {
+
+class QtDesktop : public testing::Test {
+ protected:
+  QtDesktop() { platform::NSApplication::sharedApplication(); }
+  ~QtDesktop() override { platform::NSApp = nullptr; }
+
+  // Whether the condition comes true while events are handled, within a few seconds.
+  template <class Condition>
+  static bool eventually(Condition condition) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+      if (timer.elapsed() > 5000) return false;
+      QApplication::processEvents();
+      QThread::msleep(2);
+    }
+    return true;
+  }
+  // Lets everything happen that is under way.
+  static void settle() {
+    for (int i = 0; i < 20; ++i) {
+      QApplication::processEvents();
+      QThread::msleep(2);
+    }
+  }
+
+ private:
+  backend::qt::QtBackend desktop_;
+};
+
+// The target of a button: counts its clicks.
+class ClickCount : public platform::NSObject {
+ public:
+  static const platform::ClassInfo staticClassInfo;
+  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  void clicked(platform::NSObject*) { ++count; }
+  int count = 0;
+};
+
+inline constexpr platform::Selector clickCountSelectors[] = {
+    platform::action<&ClickCount::clicked>("clicked:")};
+inline const platform::ClassInfo ClickCount::staticClassInfo{.name = "harness.ClickCount",
+                                                             .base = &platform::NSObject::staticClassInfo,
+                                                             .selectors = clickCountSelectors};
+
+}  // namespace harness

@@ -1,0 +1,115 @@
+// The small controls under a real pointer: the X server's, moved and pressed by xdotool.
+#include <QProcess>
+#include <QWidget>
+
+#include "backends/qt/QtViewWidget.h"
+#include "tests/backends/qt/QtDesktop.h"
+#include "uikit/trackrow/CloseButton.h"
+#include "uikit/trackrow/PlaybackStatusIcon.h"
+#include "uikit/trackrow/PrevNextButton.h"
+
+using namespace platform;
+using namespace TessalunaUIKit;
+
+namespace {
+
+class RealPointer : public harness::QtDesktop {
+ protected:
+  RealPointer() {
+    top_.setWindowFlags(Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint);
+    top_.setGeometry(100, 100, 300, 200);
+  }
+
+  // Shows the view at a place of the window.
+  void show(const Ref<NSView>& view, QPoint place) {
+    auto* widget = new backend::qt::QtViewWidget(view, &top_);
+    widget->setGeometry({place, QSize(40, 40)});
+    top_.show();
+    ASSERT_TRUE(eventually([&] { return view->window() != nullptr; }));
+    settle();
+  }
+
+  template <class Button>
+  Ref<Button> showButton(const Ref<harness::ClickCount>& clicks) {
+    const auto button = make<Button>(CGRect{0, 0, 40, 40});
+    button->setTarget(clicks);
+    button->setAction("clicked:");
+    show(button, {50, 60});
+    return button;
+  }
+
+  static void xdotool(const QStringList& arguments) {
+    ASSERT_EQ(QProcess::execute("xdotool", arguments), 0);
+    settle();
+  }
+  static void movePointerTo(int x, int y) {
+    xdotool({"mousemove", QString::number(100 + x), QString::number(100 + y)});
+  }
+
+  template <class Button>
+  void pressDragOutAndBackAndRelease() {
+    const auto clicks = make<harness::ClickCount>();
+    const auto button = showButton<Button>(clicks);
+    movePointerTo(70, 80);
+    EXPECT_FALSE(button->isHighlighted());
+    xdotool({"mousedown", "1"});
+    EXPECT_TRUE(eventually([&] { return button->isHighlighted(); })) << "pressed";
+    movePointerTo(250, 180);
+    EXPECT_TRUE(eventually([&] { return !button->isHighlighted(); })) << "dragged out";
+    movePointerTo(75, 85);
+    EXPECT_TRUE(eventually([&] { return button->isHighlighted(); })) << "dragged back";
+    EXPECT_EQ(clicks->count, 0);
+    xdotool({"mouseup", "1"});
+    EXPECT_TRUE(eventually([&] { return clicks->count == 1; })) << "released";
+    EXPECT_FALSE(button->isHighlighted());
+  }
+
+  QWidget top_;
+};
+
+TEST_F(RealPointer, PrevNextButtonFollowsPressDragOutBackAndRelease) {
+  pressDragOutAndBackAndRelease<PrevNextButton>();
+}
+
+TEST_F(RealPointer, CloseButtonFollowsPressDragOutBackAndRelease) {
+  pressDragOutAndBackAndRelease<CloseButton>();
+}
+
+TEST_F(RealPointer, ReleaseOutsideTellsNobody) {
+  const auto clicks = make<harness::ClickCount>();
+  const auto button = showButton<CloseButton>(clicks);
+  movePointerTo(70, 80);
+  xdotool({"mousedown", "1"});
+  ASSERT_TRUE(eventually([&] { return button->isHighlighted(); }));
+  movePointerTo(250, 180);
+  xdotool({"mouseup", "1"});
+  EXPECT_FALSE(button->isHighlighted());
+  EXPECT_EQ(clicks->count, 0);
+}
+
+TEST_F(RealPointer, PlaybackStatusIconTakesAPressWithoutHarm) {
+  const auto icon = make<PlaybackStatusIcon>(CGRect{0, 0, 40, 40});
+  show(icon, {50, 60});
+  movePointerTo(70, 80);
+  xdotool({"mousedown", "1"});
+  movePointerTo(250, 180);
+  movePointerTo(70, 80);
+  xdotool({"mouseup", "1"});
+  EXPECT_NE(icon->window(), nullptr);
+}
+
+TEST_F(RealPointer, AButtonThatGoesWhilePressedIsHarmless) {
+  const auto clicks = make<harness::ClickCount>();
+  auto button = showButton<CloseButton>(clicks);
+  movePointerTo(70, 80);
+  xdotool({"mousedown", "1"});
+  ASSERT_TRUE(eventually([&] { return button->isHighlighted(); }));
+  const WeakRef<CloseButton> weak = button;
+  button = nullptr;
+  delete top_.findChild<QWidget*>();
+  EXPECT_TRUE(weak.expired());
+  xdotool({"mouseup", "1"});
+  EXPECT_EQ(clicks->count, 0);
+}
+
+}  // namespace
