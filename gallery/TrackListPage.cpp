@@ -15,8 +15,12 @@ QWidget* makeTrackListPage(Report report) {
   const auto host = make<TrackListHost>(generatedTracks(trackCount));
   host->setReport(std::move(report));
   auto* page = new QWidget;
+  // The controls at rest are half-transparent white: they want a ground that is not.
+  page->setObjectName("trackList");
+  page->setAttribute(Qt::WA_StyledBackground);
+  page->setStyleSheet("#trackList { background: #d8dae0; border-radius: 8px; }");
   auto* column = new QVBoxLayout(page);
-  column->setContentsMargins(0, 0, 0, 0);
+  column->setContentsMargins(4, 4, 4, 4);
   auto* list = new backend::qt::QtViewWidget(host->view());
   list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   column->addWidget(list);

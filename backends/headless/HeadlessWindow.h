@@ -38,6 +38,7 @@ class HeadlessWindow : public NativeWindow {
   CursorShape cursor() const { return cursor_; }
   HeadlessWindow* parent() const { return parent_; }
   bool isDisplayScheduled() const { return isDisplayScheduled_; }
+  int eventsNotTaken() const { return eventsNotTaken_; }  // key downs and scrolls that found nobody
 
   // What was painted, the earliest first.
   const std::vector<Paint>& paints() const { return paints_; }
@@ -61,6 +62,7 @@ class HeadlessWindow : public NativeWindow {
   double scale() const override { return scale_; }
   std::optional<Screen> screen() const override;  // that with the window's middle
   void scheduleDisplay() override { isDisplayScheduled_ = true; }
+  void eventWasNotTaken() override { ++eventsNotTaken_; }
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override;
 
  private:
@@ -78,6 +80,7 @@ class HeadlessWindow : public NativeWindow {
   CursorShape cursor_ = CursorShape::Arrow;
   HeadlessWindow* parent_ = nullptr;
   bool isVisible_ = false, isDisplayScheduled_ = false;
+  int eventsNotTaken_ = 0;
   std::vector<Paint> paints_;
   std::optional<raster::Bitmap> picture_;
 };

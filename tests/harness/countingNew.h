@@ -11,13 +11,14 @@ inline thread_local int allocations = 0;
 
 }  // namespace harness
 
-void* operator new(std::size_t size) {
+// Not inlined: the compiler would see memory of new go to free and warn.
+[[gnu::noinline]] void* operator new(std::size_t size) {
   ++harness::allocations;
   if (void* memory = std::malloc(size ? size : 1)) return memory;
   std::abort();
 }
-void* operator new[](std::size_t size) { return operator new(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+[[gnu::noinline]] void* operator new[](std::size_t size) { return operator new(size); }
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete[](void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }

@@ -20,5 +20,6 @@ struct Command {
 extern const Command listCommand;
 extern const Command opsCommand;
 extern const Command renderCommand;
+extern const Command sheetCommand;
 
 }  // namespace artwork

@@ -12,7 +12,7 @@
 namespace artwork {
 namespace {
 
-constexpr const Command* commands[] = {&listCommand, &opsCommand, &renderCommand};
+constexpr const Command* commands[] = {&listCommand, &opsCommand, &renderCommand, &sheetCommand};
 
 void printUsage(const Command& command) {
   std::printf("tessaluna-artwork %s %s\n", std::string(command.name).c_str(), std::string(command.usage).c_str());
@@ -32,7 +32,7 @@ void printHelp() {
 bool isHelp(std::string_view word) { return word == "--help" || word == "-h" || word == "help"; }
 
 void run(std::span<char* const> words) {
-  if (words.empty()) throw UsageFailure("a command is missing: list, ops or render; --help tells more");
+  if (words.empty()) throw UsageFailure("a command is missing: list, ops, render or sheet; --help tells more");
   if (isHelp(words[0])) return printHelp();
 
   const auto command = std::ranges::find(commands, std::string_view(words[0]), &Command::name);

@@ -1,9 +1,10 @@
-#include <QApplication>
-
 #include <gtest/gtest.h>
 
+#include <QApplication>
+
 int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
   testing::InitGoogleTest(&argc, argv);
-  const QApplication qt(argc, argv);
+  const QApplication application(argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -28,6 +28,16 @@ Ref<ProbeView> keyView(CGRect frame = {0, 0, 10, 10}) {
   return v;
 }
 
+// Accepts the first responder and leaves all keys to the chain.
+Ref<NSView> passingKeyView() {
+  class PassingKeyView : public NSView {
+   public:
+    using NSView::NSView;
+    bool acceptsFirstResponder() const override { return true; }
+  };
+  return make<PassingKeyView>(CGRect{0, 0, 10, 10});
+}
+
 Ref<NSWindow> unshownWindow(std::uint32_t style = NSWindowStyleMaskTitled) {
   return make<NSWindow>(CGRect{100, 100, 200, 150}, style, NSBackingStoreBuffered, true);
 }
@@ -535,6 +545,41 @@ TEST_F(NSWindowTest, TheKeyViewLoopGoesThroughTheTreeInItsOrder) {
   EXPECT_THAT(stops, ElementsAre(a.get(), b.get(), c.get()));
   EXPECT_TRUE(window->selectPreviousKeyView());
   EXPECT_EQ(window->firstResponder(), b.get());
+}
+
+TEST_F(NSWindowTest, TabGoesAlongTheKeyViewsAndRoundAtTheEnds) {
+  const auto a = passingKeyView(), b = passingKeyView();
+  const auto window = showWindow();
+  window->contentView()->addSubview(a);
+  window->contentView()->addSubview(b);
+  const auto afterKey = [&](std::string_view character, std::uint32_t modifiers = 0) {
+    user.pressKey(std::string(character), modifiers);
+    return window->firstResponder();
+  };
+  EXPECT_EQ(afterKey(NSTabCharacter), a.get());
+  EXPECT_EQ(afterKey(NSTabCharacter), b.get());
+  EXPECT_EQ(afterKey(NSTabCharacter), a.get());
+  EXPECT_EQ(afterKey(NSBackTabCharacter, NSEventModifierFlagShift), b.get());
+  EXPECT_EQ(afterKey(NSTabCharacter, NSEventModifierFlagShift), a.get());
+  EXPECT_EQ(afterKey(NSTabCharacter, NSEventModifierFlagControl), a.get());
+}
+
+TEST_F(NSWindowTest, AKeyOrAScrollThatNobodyTakesIsToldToTheDesktop) {
+  const auto window = showWindow();
+  user.pressKey("a");
+  user.scroll(*window, {10, 10}, {0, 1});
+  EXPECT_EQ(nativeOf(*window).eventsNotTaken(), 2);
+  user.pressKey(std::string(NSTabCharacter));
+  EXPECT_EQ(nativeOf(*window).eventsNotTaken(), 2);
+}
+
+TEST_F(NSWindowTest, AKeyOrAScrollThatAViewTakesIsNotToldToTheDesktop) {
+  const auto v = keyView();
+  const auto window = showWindowWith(v);
+  window->makeFirstResponder(v.get());
+  user.pressKey("a");
+  user.scroll(*window, {5, 5}, {0, 1});
+  EXPECT_EQ(nativeOf(*window).eventsNotTaken(), 0);
 }
 
 TEST_F(NSWindowTest, BackwardsTheKeyViewLoopBeginsAtTheEnd) {

@@ -2,8 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 #include "tests/tools/artwork/ToolRun.h"
 
 namespace artwork {
@@ -15,9 +13,6 @@ struct Mistake {
   std::vector<std::string> arguments;
   std::string message;
 };
-
-// Shown where a case fails.
-void PrintTo(const Mistake& mistake, std::ostream* stream) { *stream << mistake.message; }
 
 class MistakenCommandLine : public testing::TestWithParam<Mistake> {};
 
@@ -38,7 +33,7 @@ std::vector<std::string> render(std::vector<std::string> more) {
 INSTANTIATE_TEST_SUITE_P(
     Words, MistakenCommandLine,
     testing::Values(
-        Mistake{{}, "a command is missing: list, ops or render; --help tells more"},
+        Mistake{{}, "a command is missing: list, ops, render or sheet; --help tells more"},
         Mistake{{"rendr", "Play"}, "there is no command 'rendr'; did you mean render?"},
         Mistake{{"ops"}, "the NAME of a routine is missing"},
         Mistake{{"ops", "Play", "Stop"}, "'Stop' is one word too many"},

@@ -3,7 +3,7 @@
 #include <QWidget>
 
 #include "backends/qt/QtViewWidget.h"
-#include "tests/backends/qt/QtDesktop.h"
+#include "tests/desktop/QtDesktop.h"
 #include "uikit/trackrow/CloseButton.h"
 #include "uikit/trackrow/PlaybackStatusIcon.h"
 #include "uikit/trackrow/PrevNextButton.h"

@@ -1,0 +1,243 @@
+#include "backends/qt/QtWindow.h"
+
+#include <QExposeEvent>
+
+#include "backends/qt/screenSpace.h"
+#include "platform/events/NSEvent.h"
+#include "uikit/trackrow/PrevNextButton.h"
+#include "tests/backends/qt/QtTest.h"
+
+namespace backend::qt {
+
+using namespace platform;
+using TessalunaUIKit::PrevNextButton;
+
+namespace {
+
+class QtWindowTest : public QtTest {
+ protected:
+  static Ref<NSWindow> makeWindow(std::uint32_t style = NSWindowStyleMaskTitled) {
+    const auto window = make<NSWindow>(CGRect{100, 200, 120, 80}, style, NSBackingStoreBuffered, true);
+    window->makeKeyAndOrderFront(nullptr);
+    settle();
+    return window;
+  }
+
+  Ref<PrevNextButton> addButton(NSWindow& window) {
+    const auto button = make<PrevNextButton>(CGRect{10, 20, 24, 24});
+    button->setTarget(clicks);
+    button->setAction("clicked:");
+    window.contentView()->addSubview(button);
+    settle();
+    return button;
+  }
+
+  // The content is 80 points high, and Qt counts y from its top.
+  static constexpr QPoint onButton{20, 50}, offButton{100, 10};
+  Ref<Clicks> clicks = make<Clicks>();
+};
+
+using QtWindowDeathTest = QtWindowTest;
+
+}  // namespace
+
+TEST_F(QtWindowTest, ClickOnAButtonSendsItsAction) {
+  const auto window = makeWindow();
+  const auto button = addButton(*window);
+  QTest::mousePress(&qWindowOf(*window), Qt::LeftButton, {}, onButton);
+  EXPECT_TRUE(button->isHighlighted());
+  EXPECT_EQ(clicks->count, 0);
+  QTest::mouseRelease(&qWindowOf(*window), Qt::LeftButton, {}, onButton);
+  EXPECT_FALSE(button->isHighlighted());
+  EXPECT_EQ(clicks->count, 1);
+}
+
+TEST_F(QtWindowTest, DragOutAndReleaseSendsNothing) {
+  const auto window = makeWindow();
+  const auto button = addButton(*window);
+  QTest::mousePress(&qWindowOf(*window), Qt::LeftButton, {}, onButton);
+  QTest::mouseMove(&qWindowOf(*window), offButton);
+  settle();
+  EXPECT_FALSE(button->isHighlighted());
+  QTest::mouseRelease(&qWindowOf(*window), Qt::LeftButton, {}, offButton);
+  EXPECT_EQ(clicks->count, 0);
+}
+
+TEST_F(QtWindowTest, DragOutAndBackAndReleaseSendsTheAction) {
+  const auto window = makeWindow();
+  const auto button = addButton(*window);
+  QTest::mousePress(&qWindowOf(*window), Qt::LeftButton, {}, onButton);
+  QTest::mouseMove(&qWindowOf(*window), offButton);
+  QTest::mouseMove(&qWindowOf(*window), onButton);
+  settle();
+  EXPECT_TRUE(button->isHighlighted());
+  QTest::mouseRelease(&qWindowOf(*window), Qt::LeftButton, {}, onButton);
+  EXPECT_EQ(clicks->count, 1);
+}
+
+TEST_F(QtWindowTest, ActionMayThrowTheWindowAway) {
+  auto window = makeWindow();
+  const auto button = addButton(*window);
+  const WeakRef<NSWindow> weak = window;
+  QWindow* const native = &qWindowOf(*window);
+  clicks->then = [&] {
+    window->close();
+    window = nullptr;
+  };
+  QTest::mousePress(native, Qt::LeftButton, {}, onButton);
+  QTest::mouseRelease(native, Qt::LeftButton, {}, onButton);
+  EXPECT_EQ(clicks->count, 1);
+  settle();
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(QtWindowTest, PressesInQuickSuccessionAreCounted) {
+  const auto window = makeWindow();
+  const auto witness = make<Witness>(CGRect{0, 0, 120, 80});
+  window->contentView()->addSubview(witness);
+  settle();
+  for (int i = 0; i < 3; ++i) {
+    QTest::mousePress(&qWindowOf(*window), Qt::LeftButton, {}, {20, 50});
+    QTest::mouseRelease(&qWindowOf(*window), Qt::LeftButton, {}, {20, 50});
+  }
+  const std::vector<std::string> expected{"down 1 (20, 30)", "up 1 (20, 30)",  "down 2 (20, 30)",
+                                          "up 2 (20, 30)",   "down 3 (20, 30)", "up 3 (20, 30)"};
+  EXPECT_EQ(witness->mouse, expected);
+}
+
+TEST_F(QtWindowTest, KeyReachesTheFirstResponder) {
+  const auto window = makeWindow();
+  const auto witness = make<Witness>(CGRect{0, 0, 120, 80});
+  window->contentView()->addSubview(witness);
+  ASSERT_TRUE(window->makeFirstResponder(witness.get()));
+  QTest::keyClick(&qWindowOf(*window), 'a');
+  QTest::keyClick(&qWindowOf(*window), Qt::Key_Up);
+  const std::vector<std::string> expected{"a", "\uF700"};
+  EXPECT_EQ(witness->keys, expected);
+}
+
+TEST_F(QtWindowTest, TabGoesRoundTheKeyViews) {
+  const auto window = makeWindow();
+  const auto first = make<Witness>(CGRect{0, 0, 20, 20}), second = make<Witness>(CGRect{20, 0, 20, 20});
+  first->takesKeys = second->takesKeys = false;
+  window->contentView()->addSubview(first);
+  window->contentView()->addSubview(second);
+  std::vector<const NSResponder*> visited;
+  for (int i = 0; i < 3; ++i) {
+    QTest::keyClick(&qWindowOf(*window), Qt::Key_Tab);
+    visited.push_back(window->firstResponder());
+  }
+  QTest::keyClick(&qWindowOf(*window), Qt::Key_Backtab, Qt::ShiftModifier);
+  visited.push_back(window->firstResponder());
+  const std::vector<const NSResponder*> expected{first.get(), second.get(), first.get(), second.get()};
+  EXPECT_EQ(visited, expected);
+}
+
+TEST_F(QtWindowTest, ExposeDrawsNothing) {
+  const auto window = makeWindow();
+  const auto witness = make<Witness>(CGRect{0, 0, 120, 80});
+  window->contentView()->addSubview(witness);
+  settle();
+  ASSERT_EQ(witness->draws.size(), 1u);
+  QExposeEvent expose(QRegion(0, 0, 120, 80));
+  QCoreApplication::sendEvent(&qWindowOf(*window), &expose);
+  settle();
+  EXPECT_EQ(witness->draws.size(), 1u);
+}
+
+TEST_F(QtWindowTest, RedrawsThatAreAskedForTogetherComeTogether) {
+  const auto window = makeWindow();
+  const auto witness = make<Witness>(CGRect{0, 0, 120, 80});
+  window->contentView()->addSubview(witness);
+  settle();
+  for (int i = 0; i < 10; ++i) witness->setNeedsDisplay(true);
+  EXPECT_EQ(witness->draws.size(), 1u);
+  settle();
+  ASSERT_EQ(witness->draws.size(), 2u);
+  EXPECT_EQ(witness->draws.back(), witness->bounds());
+}
+
+TEST_F(QtWindowTest, PlaceIsCountedFromTheLowerLeftOfThePrimaryScreen) {
+  const auto window = makeWindow(NSWindowStyleMaskBorderless);
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  const QRect place = qWindowOf(*window).geometry();
+  EXPECT_EQ(place.size(), QSize(120, 80));
+  EXPECT_EQ(place.x(), 100);
+  EXPECT_EQ(place.y() + place.height(), screen->geometry().height() - 200);
+}
+
+TEST_F(QtWindowTest, MoveByTheDesktopIsTold) {
+  const auto window = makeWindow(NSWindowStyleMaskBorderless);
+  QWindow& native = qWindowOf(*window);
+  native.setGeometry(native.x() + 5, native.y() - 7, 140, 90);
+  settle();
+  EXPECT_EQ(window->frame(), (CGRect{105, 197, 140, 90}));
+  EXPECT_EQ(window->contentView()->frame(), (CGRect{0, 0, 140, 90}));
+}
+
+TEST_F(QtWindowTest, PlaceBetweenPointsStaysWhatItIs) {
+  const auto window = make<NSWindow>(CGRect{100.5, 200.25, 120.5, 80}, NSWindowStyleMaskBorderless,
+                                     NSBackingStoreBuffered, true);
+  window->orderFront(nullptr);
+  settle();
+  EXPECT_EQ(window->frame(), (CGRect{100.5, 200.25, 120.5, 80}));
+  EXPECT_EQ(qWindowOf(*window).geometry().size(), QSize(121, 81));
+}
+
+TEST_F(QtWindowTest, BorderlessWindowIsAPopUpWithoutFocus) {
+  const auto parent = makeWindow();
+  const auto popUp = makeWindow(NSWindowStyleMaskBorderless);
+  popUp->nativeWindow()->setParent(parent->nativeWindow());
+  const QWindow& native = qWindowOf(*popUp);
+  EXPECT_EQ(native.type(), Qt::ToolTip);
+  EXPECT_TRUE(native.flags() & Qt::WindowDoesNotAcceptFocus);
+  EXPECT_EQ(native.transientParent(), &qWindowOf(*parent));
+  EXPECT_FALSE(popUp->isKeyWindow());
+}
+
+TEST_F(QtWindowTest, ClosedByTheUserItHides) {
+  const auto window = makeWindow();
+  QWindow& native = qWindowOf(*window);
+  ASSERT_TRUE(native.isVisible());
+  native.close();
+  settle();
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(QtWindowTest, LostReleaseEndsThePressWithoutAClick) {
+  const auto window = makeWindow();
+  const auto button = addButton(*window);
+  QWindow& native = qWindowOf(*window);
+  const auto send = [&](QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons buttons) {
+    QMouseEvent event(type, place, native.mapToGlobal(place), button, buttons, {});
+    QCoreApplication::sendEvent(&native, &event);
+  };
+  send(QEvent::MouseButtonPress, onButton, Qt::LeftButton, Qt::LeftButton);
+  ASSERT_TRUE(button->isHighlighted());
+  send(QEvent::MouseMove, onButton, Qt::NoButton, Qt::NoButton);
+  EXPECT_FALSE(button->isHighlighted());
+  EXPECT_EQ(clicks->count, 0);
+  send(QEvent::MouseButtonPress, onButton, Qt::LeftButton, Qt::LeftButton);
+  send(QEvent::MouseButtonRelease, onButton, Qt::LeftButton, Qt::NoButton);
+  EXPECT_EQ(clicks->count, 1);
+}
+
+TEST_F(QtWindowTest, LeavesNothingBehind) {
+  auto window = makeWindow();
+  const auto witness = make<Witness>(CGRect{0, 0, 120, 80});
+  window->contentView()->addSubview(witness);
+  settle();
+  const WeakRef<NSWindow> weak = window;
+  const auto before = QGuiApplication::allWindows().size();
+  window->close();
+  window = nullptr;
+  settle();
+  EXPECT_TRUE(weak.expired());
+  EXPECT_EQ(QGuiApplication::allWindows().size(), before - 1);
+}
+
+TEST_F(QtWindowDeathTest, SecondBackendStopsTheProgram) {
+  EXPECT_DEATH(QtBackend(), "second backend");
+}
+
+}  // namespace backend::qt

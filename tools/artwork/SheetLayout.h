@@ -1,0 +1,41 @@
+// Where everything stands on a contact sheet: every routine in every combination of its flags, below the heading of its
+// family. In points from the lower left corner of the sheet.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/artwork/strokeLetters.h"
+#include "uikit/stylekit/Routines.h"
+
+namespace artwork {
+
+struct SheetCell {
+  const TessalunaUIKit::Routine* routine = nullptr;
+  std::vector<char> flags = {};  // 0 or 1 for each flag of the routine; contiguous, which a vector of bool is not
+  platform::CGRect picture = {};
+  std::string name = {}, flagsThatAreOn = {};  // the two lines below the picture
+  platform::CGPoint nameBaseline = {}, flagsBaseline = {};  // of their middle
+
+  void draw(platform::CGRect frame) const;
+};
+
+struct SheetHeading {
+  std::string text;
+  platform::CGPoint baseline;
+};
+
+struct SheetLayout {
+  static constexpr LetterStyle labelStyle = {.size = 9, .lineWidth = 0.9};
+  static constexpr LetterStyle headingStyle = {.size = 15, .lineWidth = 1.6};
+
+  std::vector<SheetHeading> headings;
+  std::vector<SheetCell> cells;
+  platform::CGSize size;
+
+  // Of one family, or of all.
+  static SheetLayout make(std::optional<TessalunaUIKit::RoutineFamily> family);
+};
+
+}  // namespace artwork

@@ -1,0 +1,53 @@
+#include "tools/artwork/inkOfDrawing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+
+#include "backends/raster/Bitmap.h"
+#include "backends/raster/RasterCanvas.h"
+#include "platform/graphics/NSGraphicsContext.h"
+
+namespace artwork {
+
+using backend::raster::Bitmap;
+using platform::CGRect;
+using platform::CGSize;
+
+std::optional<Ink> inkOfDrawing(CGRect frame, CGSize reference, const std::function<void(CGRect)>& draw) {
+  const double scale = 64 / std::max(reference.width, reference.height);
+  auto bitmap = Bitmap::make(int(std::ceil(frame.size.width * scale)), int(std::ceil(frame.size.height * scale)));
+  if (!bitmap) return std::nullopt;
+  {
+    backend::raster::RasterCanvas canvas(*bitmap, {.scale = scale, .origin = frame.origin});
+    const platform::CanvasScope scope(canvas);
+    draw(frame);
+  }
+  int left = bitmap->width(), right = -1, top = bitmap->height(), bottom = -1;
+  double coverage = 0, light = 0;
+  for (int y = 0; y < bitmap->height(); ++y) {
+    for (int x = 0; x < bitmap->width(); ++x) {
+      const std::uint32_t pixel = bitmap->pixel(x, y);
+      if (pixel >> 24 == 0) continue;
+      left = std::min(left, x), right = std::max(right, x), top = std::min(top, y), bottom = std::max(bottom, y);
+      coverage += pixel >> 24;
+      light += 0.2126 * (pixel >> 16 & 255) + 0.7152 * (pixel >> 8 & 255) + 0.0722 * (pixel & 255);
+    }
+  }
+  if (right < 0) return std::nullopt;
+  return Ink{.width = right - left + 1, .height = bottom - top + 1, .lightness = light / coverage};
+}
+
+bool isOfFixedSize(const TessalunaUIKit::Routine& routine) {
+  const auto flags = std::make_unique<bool[]>(routine.flags.size());
+  for (std::size_t i = 0; i < routine.flags.size(); ++i) flags[i] = routine.flags[i].isOnByDefault;
+  const auto draw = [&](CGRect frame) { routine.draw(frame, {flags.get(), routine.flags.size()}); };
+  const CGSize size = routine.defaultFrame.size;
+  const auto once = inkOfDrawing({{0, 0}, size}, size, draw);
+  const auto twice = inkOfDrawing({0, 0, 2 * size.width, 2 * size.height}, size, draw);
+  // A pixel more or less is a matter of where the edges fall.
+  return once && twice && std::abs(once->width - twice->width) <= 1 && std::abs(once->height - twice->height) <= 1;
+}
+
+}  // namespace artwork

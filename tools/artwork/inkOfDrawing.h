@@ -1,0 +1,23 @@
+// What a drawing looks like, found by painting it small.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "uikit/stylekit/Routines.h"
+
+namespace artwork {
+
+struct Ink {
+  int width = 0, height = 0;  // of all that is painted, in pixels
+  double lightness = 0;       // 0 black to 1 white, the mean by coverage
+};
+
+// Of what is painted into the frame, at a scale that makes `reference` 64 pixels long. Absent where nothing is painted.
+std::optional<Ink> inkOfDrawing(platform::CGRect frame, platform::CGSize reference,
+                                const std::function<void(platform::CGRect)>& draw);
+
+// Whether the routine draws at one size, however large its frame is.
+bool isOfFixedSize(const TessalunaUIKit::Routine& routine);
+
+}  // namespace artwork

@@ -1,0 +1,130 @@
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "backends/raster/RasterCanvas.h"
+#include "platform/graphics/NSBezierPath.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSGraphicsContext.h"
+#include "tools/artwork/Command.h"
+#include "tools/artwork/Failure.h"
+#include "tools/artwork/Picture.h"
+#include "tools/artwork/SheetLayout.h"
+#include "tools/artwork/inkOfDrawing.h"
+#include "tools/artwork/nearestNames.h"
+#include "tools/artwork/pngFile.h"
+
+namespace artwork {
+
+namespace {
+
+using platform::CGPoint;
+using platform::CGRect;
+using platform::NSBezierPath;
+using platform::NSColor;
+using platform::Ref;
+using TessalunaUIKit::RoutineFamily;
+
+RoutineFamily parseFamily(std::string_view text) {
+  std::vector<std::string_view> names;
+  for (const TessalunaUIKit::Routine& routine : TessalunaUIKit::routines()) {
+    const std::string_view name = familyName(routine.family);
+    if (editDistance(name, text) == 0) return routine.family;
+    if (names.empty() || names.back() != name) names.push_back(name);
+  }
+  std::string message = "--family: there is no family " + inQuotes(text);
+  const std::string nearest = suggestion(text, names);
+  if (!nearest.empty()) throw UsageFailure(message + nearest);
+  message += "; there are ";
+  for (std::size_t i = 0; i < names.size(); ++i) message += (i ? ", " : "") + std::string(names[i]);
+  throw UsageFailure(message);
+}
+
+// The ground of a sheet and what can be seen on it.
+class Ground {
+ public:
+  explicit Ground(const std::optional<backend::Color>& color) {
+    if (color) lightness_ = 0.2126 * color->red + 0.7152 * color->green + 0.0722 * color->blue;
+  }
+
+  // On no ground at all a middle gray, which shows on white and on black.
+  double inkWhite() const { return !lightness_ ? 0.5 : isLight() ? 0.15 : 0.9; }
+  double tileWhite() const { return isLight() ? 0.2 : 0.88; }
+  bool hides(const Ink& ink) const { return lightness_ && std::abs(ink.lightness - *lightness_) < 0.3; }
+
+ private:
+  bool isLight() const { return *lightness_ > 0.45; }
+
+  std::optional<double> lightness_;
+};
+
+void drawText(const std::string& text, CGPoint baseline, const LetterStyle& style) {
+  pathOfLetters(text, baseline, style)->stroke();
+}
+
+void drawCentered(const std::string& text, CGPoint baseline) {
+  const double width = widthOfLetters(text, SheetLayout::labelStyle);
+  drawText(text, {std::round(baseline.x - width / 2), baseline.y}, SheetLayout::labelStyle);
+}
+
+void drawCell(const SheetCell& cell, const Ground& ground) {
+  const auto draw = [&](CGRect frame) { cell.draw(frame); };
+  const auto ink = inkOfDrawing(cell.picture, cell.picture.size, draw);
+  if (ink && ground.hides(*ink)) {
+    NSColor::colorWithSRGBRed(ground.tileWhite(), ground.tileWhite(), ground.tileWhite(), 1)->setFill();
+    NSBezierPath::bezierPathWithRoundedRect(NSInsetRect(cell.picture, -6, -6), 5, 5)->fill();
+  }
+  platform::NSGraphicsContext::saveGraphicsState();
+  cell.draw(cell.picture);
+  platform::NSGraphicsContext::restoreGraphicsState();
+  NSColor::colorWithSRGBRed(ground.inkWhite(), ground.inkWhite(), ground.inkWhite(), 1)->setStroke();
+  drawCentered(cell.name, cell.nameBaseline);
+  drawCentered(cell.flagsThatAreOn, cell.flagsBaseline);
+}
+
+void drawSheet(const SheetLayout& layout, const Ground& ground) {
+  const Ref<NSColor> ink = NSColor::colorWithSRGBRed(ground.inkWhite(), ground.inkWhite(), ground.inkWhite(), 1);
+  for (const SheetHeading& heading : layout.headings) {
+    ink->setStroke();
+    drawText(heading.text, heading.baseline, SheetLayout::headingStyle);
+  }
+  for (const SheetCell& cell : layout.cells) drawCell(cell, ground);
+}
+
+void sheet(const Arguments& arguments) {
+  arguments.rejectWords();
+  const auto path = arguments.value("-o");
+  if (!path) throw UsageFailure("-o FILE.png is missing");
+  std::optional<RoutineFamily> family;
+  if (const auto name = arguments.value("--family")) family = parseFamily(*name);
+  Picture picture;
+  if (const auto scale = arguments.value("--scale")) picture.scale = parseScale(*scale);
+  if (const auto background = arguments.value("--background")) picture.background = parseBackground(*background);
+
+  const SheetLayout layout = SheetLayout::make(family);
+  picture.area = {{0, 0}, layout.size};
+  backend::raster::Bitmap bitmap = makeBitmap(picture);
+  {
+    backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale});
+    fillBackground(canvas, picture);
+    const platform::CanvasScope scope(canvas);
+    drawSheet(layout, Ground(picture.background));
+  }
+  writePng(std::string(*path), bitmap);
+}
+
+constexpr Option options[] = {{"-o"}, {"--family"}, {"--scale"}, {"--background"}};
+
+}  // namespace
+
+const Command sheetCommand = {
+    .name = "sheet",
+    .usage = "-o FILE.png [--family NAME] [--scale S] [--background none|light|dark|#rrggbb]",
+    .summary =
+        "Paints a contact sheet: every routine in every combination of its flags, by families, or one family alone,\n"
+        "such as \"Mood icons\". What the ground would hide stands on a tile.",
+    .options = options,
+    .run = sheet,
+};
+
+}  // namespace artwork

@@ -1,0 +1,25 @@
+// Plain letters of single strokes, for labels where there is no font: ASCII letters, digits, space and a few signs. A
+// character that there is not shows as an empty box.
+#pragma once
+
+#include <string_view>
+
+#include "platform/foundation/Geometry.h"
+#include "platform/graphics/Forward.h"
+#include "platform/graphics/NSBezierPath.h"
+
+namespace artwork {
+
+struct LetterStyle {
+  double size = 9;      // points from the foot of a "g" to the top of an "H", with the line
+  double lineWidth = 1;
+};
+
+// From the left edge of the first letter to the right edge of the last.
+double widthOfLetters(std::string_view text, const LetterStyle& style);
+
+// To be stroked; the baseline begins at the point. Empty for a text of spaces.
+platform::Ref<platform::NSBezierPath> pathOfLetters(std::string_view text, platform::CGPoint baseline,
+                                                    const LetterStyle& style);
+
+}  // namespace artwork
