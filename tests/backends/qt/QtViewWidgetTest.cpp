@@ -305,31 +305,6 @@ TEST_F(QtViewWidgetTest, KeyThatNobodyTakesGoesOnToTheParentWidget) {
   EXPECT_EQ(parent.keys, std::vector<int>{Qt::Key_Escape});
 }
 
-TEST_F(QtViewWidgetTest, ScrollThatNobodyTakesGoesOnToTheScrollArea) {
-  auto* area = new QScrollArea;
-  const auto view = make<Witness>(CGRect{0, 0, 50, 2000});
-  auto* widget = new QtViewWidget(view);
-  widget->setFixedSize(50, 2000);
-  area->setWidget(widget);
-  top.layout()->addWidget(area);
-  top.resize(200, 300);
-  show();
-  const auto turn = [&] {
-    const QPoint place = inTop(*area, {20, 20});
-    QWheelEvent event(place, top.mapToGlobal(place), {}, {0, -120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(top.windowHandle(), &event);
-    settle();
-  };
-  turn();
-  ASSERT_EQ(view->scrolls.size(), 1u);
-  EXPECT_LT(view->scrolls[0].height, 0);
-  EXPECT_EQ(area->verticalScrollBar()->value(), 0);
-  view->takesScrolls = false;
-  turn();
-  EXPECT_EQ(view->scrolls.size(), 2u);
-  EXPECT_GT(area->verticalScrollBar()->value(), 0);
-}
-
 TEST_F(QtViewWidgetTest, ScrolledViewIsCutToWhatShows) {
   auto* area = new QScrollArea;
   const auto view = make<Witness>(CGRect{0, 0, 50, 2000});
@@ -384,22 +359,6 @@ TEST_F(QtViewWidgetTest, ActionMayDeleteTheWidgetAndItsTopLevel) {
   settle();
   EXPECT_EQ(clicks->count, 1);
   EXPECT_EQ(button->window(), nullptr);
-}
-
-TEST_F(QtViewWidgetTest, HiddenWhilePressedItMakesNoClick) {
-  const auto button = makeButton<PrevNextButton>();
-  QtViewWidget* widget = embed(button);
-  const auto other = makeButton<PrevNextButton>();
-  const QtViewWidget* otherWidget = embed(other);
-  show();
-  const QPoint on = inTop(*widget, {10, 10});
-  press(on);
-  widget->hide();
-  settle();
-  release(on);
-  move(inTop(*otherWidget, {10, 10}));
-  EXPECT_EQ(clicks->count, 0);
-  EXPECT_FALSE(button->isHighlighted());
 }
 
 TEST_F(QtViewWidgetTest, ExposeDrawsNothing) {

@@ -91,20 +91,6 @@ TEST_F(QtWindowTest, ActionMayThrowTheWindowAway) {
   EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(QtWindowTest, PressesInQuickSuccessionAreCounted) {
-  const auto window = makeWindow();
-  const auto witness = make<Witness>(CGRect{0, 0, 120, 80});
-  window->contentView()->addSubview(witness);
-  settle();
-  for (int i = 0; i < 3; ++i) {
-    QTest::mousePress(&qWindowOf(*window), Qt::LeftButton, {}, {20, 50});
-    QTest::mouseRelease(&qWindowOf(*window), Qt::LeftButton, {}, {20, 50});
-  }
-  const std::vector<std::string> expected{"down 1 (20, 30)", "up 1 (20, 30)",  "down 2 (20, 30)",
-                                          "up 2 (20, 30)",   "down 3 (20, 30)", "up 3 (20, 30)"};
-  EXPECT_EQ(witness->mouse, expected);
-}
-
 TEST_F(QtWindowTest, KeyReachesTheFirstResponder) {
   const auto window = makeWindow();
   const auto witness = make<Witness>(CGRect{0, 0, 120, 80});
