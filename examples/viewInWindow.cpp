@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
   const auto button = platform::make<TessalunaUIKit::PrevNextButton>(platform::CGRect{0, 0, 48, 48});
   button->setNext(true);
   backend::qt::QtViewWidget widget(button);
+  widget.resize(48, 48);
   widget.show();
   return QApplication::exec();
 }
