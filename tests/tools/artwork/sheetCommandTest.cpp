@@ -1,0 +1,83 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <set>
+#include <string>
+
+#include "tests/tools/artwork/PngPicture.h"
+#include "tests/tools/artwork/ToolRun.h"
+#include "uikit/stylekit/Routines.h"
+
+namespace artwork {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TEST(SheetCommand, EveryFamilyGivesAPictureWithSomethingOnIt) {
+  std::set<TessalunaUIKit::RoutineFamily> families;
+  for (const TessalunaUIKit::Routine& routine : TessalunaUIKit::routines()) families.insert(routine.family);
+  for (const TessalunaUIKit::RoutineFamily family : families) {
+    const ToolFolder folder;
+    const std::string name(TessalunaUIKit::familyName(family));
+    const ToolRun run = folder.run({"sheet", "-o", "a.png", "--family", name});
+    EXPECT_EQ(run.status, 0) << name << ": " << run.errors;
+    const std::optional<PngPicture> picture = readPng(folder / "a.png");
+    ASSERT_TRUE(picture) << name;
+    EXPECT_FALSE(picture->isEmpty()) << name;
+  }
+}
+
+TEST(SheetCommand, AScaleMakesMorePixels) {
+  const ToolFolder folder;
+  folder.run({"sheet", "-o", "one.png", "--family", "Transport"});
+  folder.run({"sheet", "-o", "two.png", "--family", "Transport", "--scale", "2"});
+  const auto one = readPng(folder / "one.png"), two = readPng(folder / "two.png");
+  ASSERT_TRUE(one && two);
+  EXPECT_EQ(two->width, 2 * one->width);
+  EXPECT_EQ(two->height, 2 * one->height);
+}
+
+TEST(SheetCommand, ADarkGroundIsInEveryCorner) {
+  const ToolFolder folder;
+  folder.run({"sheet", "-o", "a.png", "--family", "Transport", "--background", "#102030"});
+  const auto picture = readPng(folder / "a.png");
+  ASSERT_TRUE(picture);
+  EXPECT_EQ(picture->at(0, 0), (PngPicture::Pixel{0x10, 0x20, 0x30, 255}));
+  EXPECT_EQ(picture->at(picture->width - 1, picture->height - 1), (PngPicture::Pixel{0x10, 0x20, 0x30, 255}));
+}
+
+TEST(SheetCommand, AnUnknownFamilyGetsTheNearestNamesAndNoFile) {
+  const ToolFolder folder;
+  const ToolRun run = folder.run({"sheet", "-o", "a.png", "--family", "Mod icons"});
+  EXPECT_NE(run.status, 0);
+  EXPECT_THAT(run.errors, HasSubstr("Mood icons"));
+  EXPECT_THAT(folder.files(), IsEmpty());
+}
+
+TEST(RenderCommand, EveryRoutineAsSvgLooksLikeItsPng) {
+  for (const TessalunaUIKit::Routine& routine : TessalunaUIKit::routines()) {
+    const ToolFolder folder;
+    const std::string name = routine.member();
+    const ToolRun svg = folder.run({"render", name, "-o", "a.svg", "--background", "light"});
+    ASSERT_EQ(svg.status, 0) << name << ": " << svg.errors;
+    ASSERT_EQ(folder.run({"render", name, "-o", "a.png", "--background", "light"}).status, 0) << name;
+    const std::string convert =
+        "rsvg-convert -o '" + (folder / "b.png").string() + "' '" + (folder / "a.svg").string() + "'";
+    ASSERT_EQ(std::system(convert.c_str()), 0) << name;
+    const auto ours = readPng(folder / "a.png"), theirs = readPng(folder / "b.png");
+    ASSERT_TRUE(ours && theirs) << name;
+    ASSERT_EQ(ours->width, theirs->width) << name;
+    ASSERT_EQ(ours->height, theirs->height) << name;
+    double sum = 0;
+    for (std::size_t i = 0; i < ours->pixels.size(); ++i) {
+      const PngPicture::Pixel a = ours->pixels[i], b = theirs->pixels[i];
+      sum += std::abs(a.red - b.red) + std::abs(a.green - b.green) + std::abs(a.blue - b.blue);
+    }
+    EXPECT_LE(sum / (3.0 * static_cast<double>(ours->pixels.size())), 2) << name;
+  }
+}
+
+}  // namespace
+}  // namespace artwork
