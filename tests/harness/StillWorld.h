@@ -17,6 +17,10 @@ class StillWorld : public testing::Test {
  protected:
   StillWorld() { platform::NSApplication::sharedApplication(); }
   ~StillWorld() override {
+    // A view that remembers its events remembers its window with them: the two let go of each other here.
+    if (platform::NSApp)
+      for (const platform::Ref<platform::NSWindow>& window : platform::NSApp->windows())
+        window->setContentView(nullptr);
     platform::NSApp.reset();
     platform::setOperatingSystemVersion(systemVersion_);
     platform::NSAppKitVersionNumber = kitVersion_;

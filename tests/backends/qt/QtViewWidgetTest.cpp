@@ -1,5 +1,6 @@
 #include "backends/qt/QtViewWidget.h"
 
+#include <cmath>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QScrollArea>
@@ -453,6 +454,7 @@ TEST_F(QtViewWidgetTest, ShowsAtDevicePixelsWhatTheViewDraws) {
   show();
   const QImage shown = top.grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
   const double scale = top.devicePixelRatioF();
+  if (scale != std::floor(scale)) GTEST_SKIP() << "Qt blends what it copies to a part of a pixel";
   ASSERT_EQ(shown.devicePixelRatio(), scale);
 
   KeptPicture expected;

@@ -58,7 +58,8 @@ TEST(TessalunaLogo, LeavesItsMargins) {
 }
 
 TEST(TessalunaLogo, EveryVertexSitsOnTheGridOfTheDesign) {
-  for (const CGPoint point : drawnWith(design).points()) {
+  const backend::Path path = drawnWith(design);
+  for (const CGPoint point : path.points()) {
     // A fraction of five decimals is up to two thousandths of a point off the grid.
     EXPECT_NEAR(point.x, std::round(point.x * 10) / 10, 0.0021);
     EXPECT_NEAR(point.y, std::round(point.y * 10) / 10, 1e-9);
