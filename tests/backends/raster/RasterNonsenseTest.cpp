@@ -280,7 +280,7 @@ TEST(RasterNonsense, EveryStrangeNumberEverywhere) {
   const auto point = [&] { return CGPoint{number(), number()}; };
   Bitmap bitmap = canvasBitmap();
   RasterCanvas canvas(bitmap);
-  for (int i = 0; i < 500; ++i) {
+  for (int i = 0; i < 60; ++i) {
     Path path;
     path.moveTo(point());
     for (unsigned n = random() % 5; n > 0; --n)
