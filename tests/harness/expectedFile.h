@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/harness/sourceFolder.h"
+
 namespace harness {
 
 // Compares with the file tests/<path>; the first line that differs is told. While they are written anew, writes it instead.
@@ -20,7 +22,7 @@ inline void expectSameAsFile(const std::string& path, const std::vector<std::str
     ASSERT_TRUE(file) << "could not write " << path;
     return;
   }
-  std::ifstream file(std::string(TESSALUNA_SOURCE_DIR) + "/tests/" + path);
+  std::ifstream file(sourceFolder() + "/tests/" + path);
   ASSERT_TRUE(file) << "no file " << path;
   std::vector<std::string> expected;
   for (std::string line; std::getline(file, line);) expected.push_back(line);
