@@ -1,9 +1,5 @@
 #include "backends/raster/CoverageBuffer.h"
 
-#include <cstring>
-
-#include "backends/raster/Float4.h"
-
 namespace backend::raster {
 
 bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
@@ -203,9 +199,7 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
 }
 
 void CoverageBuffer::clearRow(int row) {
-  forEachRun(row, [&](int block, int count) {
-    std::fill_n(rowValues(row) + block * blockSize, count * blockSize, 0.0f);
-  });
+  forEachRun(row, [&](int block, int count) { clearBlocks(rowValues(row) + block * blockSize, count); });
   std::fill_n(rowTouched(row), words_, 0);
 }
 

@@ -13,7 +13,9 @@
 
 #include <bit>
 #include <cstdint>
+#include <cstring>
 
+#include "backends/raster/Float4.h"
 #include "backends/raster/OverlapResolver.h"
 #include "backends/raster/Polygons.h"
 #include "backends/raster/WorkBuffer.h"
@@ -62,6 +64,7 @@ class CoverageBuffer {
   void touch(int row, int first, int last);
   Range sumRow(int row);
   void clearRow(int row);
+  static void clearBlocks(float* values, int count);
   template <class Sink>
   void tellRow(int row, Sink& sink);
 
@@ -107,13 +110,15 @@ void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
 }
 
 template <class Function>
-void CoverageBuffer::forEachRun(int row, Function run) {
+inline void CoverageBuffer::forEachRun(int row, Function run) {
   const std::uint64_t* words = rowTouched(row);
   for (int word = 0; word < words_; ++word) {
-    for (std::uint64_t bits = words[word]; bits;) {
-      const int first = std::countr_zero(bits), count = std::countr_one(bits >> first);
-      run(word * 64 + first, count);
-      bits = first + count == 64 ? 0 : bits >> (first + count) << (first + count);
+    std::uint64_t bits = words[word];
+    while (bits != 0) {
+      const int first = std::countr_zero(bits);
+      const std::uint64_t others = bits & (bits + (std::uint64_t(1) << first));  // the sum carries over the run
+      run(word * 64 + first, std::countr_one(bits >> first));
+      bits = others;
     }
   }
 }
@@ -121,20 +126,27 @@ void CoverageBuffer::forEachRun(int row, Function run) {
 template <class Sink>
 void CoverageBuffer::tellRow(int row, Sink& sink) {
   const int width = box_.width(), y = box_.top + row;
-  const float* values = rowValues(row);
+  float* const values = rowValues(row);
   int done = 0;  // pixels told
+  float winding = 0;  // of the last of them
   const auto tellEven = [&](int end) {
-    const float even = done ? values[done - 1] : 0;
-    if (done < end && std::abs(even) > leastCoverage) sink.even(box_.left + done, y, end - done, even);
+    if (done < end && std::abs(winding) > leastCoverage) sink.even(box_.left + done, y, end - done, winding);
   };
   forEachRun(row, [&](int block, int count) {
     const int x = block * blockSize;
     tellEven(std::min(x, width));
     if (x < width) sink.varied(box_.left + x, y, std::min(count * blockSize, width - x), values + x);
     done = x + count * blockSize;
+    winding = values[done - 1];
+    clearBlocks(values + x, count);
   });
   tellEven(width);
-  clearRow(row);
+  std::fill_n(rowTouched(row), words_, 0);
+}
+
+inline void CoverageBuffer::clearBlocks(float* values, int count) {
+  const Float4 zero{};
+  for (; count > 0; --count, values += blockSize) std::memcpy(values, &zero, sizeof zero);
 }
 
 }  // namespace backend::raster

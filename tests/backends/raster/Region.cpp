@@ -210,30 +210,76 @@ Region Region::stroked(const Path& path, const StrokeStyle& style, const CGAffin
   return region;
 }
 
+namespace {
+
+// Intervals that become one where they overlap. Neighbours in a line come one after the other, so that most of them only
+// make the one before longer.
+class Union {
+ public:
+  void add(Interval interval) {
+    if (!intervals_.empty()) {
+      Interval& last = intervals_.back();
+      if (interval.low <= last.high && interval.high >= last.low) {
+        last = {std::min(last.low, interval.low), std::max(last.high, interval.high)};
+        return;
+      }
+    }
+    intervals_.push_back(interval);
+  }
+  std::vector<Interval> take() {
+    std::sort(intervals_.begin(), intervals_.end(), [](Interval a, Interval b) { return a.low < b.low; });
+    std::vector<Interval> merged;
+    for (const Interval& interval : intervals_) {
+      if (merged.empty() || interval.low > merged.back().high) merged.push_back(interval);
+      else merged.back().high = std::max(merged.back().high, interval.high);
+    }
+    return merged;
+  }
+
+ private:
+  std::vector<Interval> intervals_;
+};
+
+// Where a line crosses a convex polygon; upside down where it does not.
+Interval spanAt(const std::vector<CGPoint>& points, double y) {
+  Interval span{INFINITY, -INFINITY};
+  CGPoint from = points.back();
+  for (const CGPoint to : points) {
+    if ((from.y <= y) != (to.y <= y)) {
+      const double x = from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y);
+      span = {std::min(span.low, x), std::max(span.high, x)};
+    }
+    from = to;
+  }
+  return span;
+}
+
+}  // namespace
+
 std::vector<Interval> Region::at(double y) const {
+  if (rule_ == Rule::Union) {
+    Union all;
+    for (const Slab& slab : slabs_) {
+      const double t = (y - slab.top) / (slab.bottom - slab.top);
+      all.add({slab.above.low + (slab.below.low - slab.above.low) * t,
+               slab.above.high + (slab.below.high - slab.above.high) * t});
+    }
+    for (const Polygon& polygon : polygons_) {
+      if (y < polygon.top || y > polygon.bottom) continue;
+      const Interval span = spanAt(polygon.points, y);
+      if (span.low < span.high) all.add(span);
+    }
+    return all.take();
+  }
   struct Crossing {
     double x;
     int direction;
   };
   std::vector<Crossing> crossings;
-  for (const Polygon& polygon : polygons_) {
-    if (y < polygon.top || y > polygon.bottom) continue;
-    double low = INFINITY, high = -INFINITY;
-    // Of a fill these are single sides, which only go one way.
-    CGPoint from = rule_ == Rule::Union ? polygon.points.back() : polygon.points.front();
-    for (const CGPoint to : polygon.points) {
-      if ((from.y <= y) != (to.y <= y)) {
-        const double x = from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y);
-        low = std::min(low, x);
-        high = std::max(high, x);
-        if (rule_ != Rule::Union) crossings.push_back({x, from.y <= y ? 1 : -1});
-      }
-      from = to;
-    }
-    if (rule_ == Rule::Union && low < high) {
-      crossings.push_back({low, 1});
-      crossings.push_back({high, -1});
-    }
+  for (const Polygon& side : polygons_) {
+    const CGPoint from = side.points.front(), to = side.points.back();
+    if ((from.y <= y) == (to.y <= y)) continue;
+    crossings.push_back({from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y), from.y <= y ? 1 : -1});
   }
   std::sort(crossings.begin(), crossings.end(),
             [](const Crossing& a, const Crossing& b) { return a.x < b.x; });
@@ -253,7 +299,13 @@ Region Region::between(double top, double bottom) const {
   Region part;
   part.rule_ = rule_;
   for (const Polygon& polygon : polygons_) {
-    if (polygon.top <= bottom && polygon.bottom >= top) part.polygons_.push_back(polygon);
+    if (polygon.top > bottom || polygon.bottom < top) continue;
+    const bool hasCorner = std::any_of(polygon.points.begin(), polygon.points.end(),
+                                       [&](CGPoint p) { return p.y >= top && p.y <= bottom; });
+    if (rule_ == Rule::Union && !hasCorner)
+      part.slabs_.push_back({top, bottom, spanAt(polygon.points, top), spanAt(polygon.points, bottom)});
+    else
+      part.polygons_.push_back(polygon);
   }
   return part;
 }
