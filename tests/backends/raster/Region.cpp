@@ -197,13 +197,13 @@ Region Region::stroked(const Path& path, const StrokeStyle& style, const CGAffin
           if (i + 1 == segments) to = to + along * half;
         }
         region.add({from + aside, to + aside, to - aside, from - aside}, toDevice);
+        // The join right behind its segment, so that each piece touches the one before.
+        if (line.isClosed || i + 1 < segments)
+          region.add(joinPiece(p[i], p[(i + 1) % n], p[(i + 2) % n], style), toDevice);
       }
-      for (std::size_t i = 0; i < n; ++i) {
-        if (!line.isClosed && (i == 0 || i + 1 == n)) {
-          if (style.cap == LineCap::Round) region.add(disc(p[i], half), toDevice);
-          continue;
-        }
-        region.add(joinPiece(p[(i + n - 1) % n], p[i], p[(i + 1) % n], style), toDevice);
+      if (!line.isClosed && style.cap == LineCap::Round) {
+        region.add(disc(p.front(), half), toDevice);
+        region.add(disc(p.back(), half), toDevice);
       }
     }
   }
@@ -311,16 +311,28 @@ Region Region::between(double top, double bottom) const {
 }
 
 Coverage::Coverage(const Region& whole, int width, int height) : Coverage(width, height) {
+  std::vector<double> changes(std::size_t(width) + 1);  // from pixel to pixel, of those that are covered from side to side
   for (int y = 0; y < height; ++y) {
     const Region region = whole.between(y, y + 1);
+    std::fill(changes.begin(), changes.end(), 0.0);
     for (int line = 0; line < linesOfRow; ++line) {
       for (const Interval& part : region.at(y + (line + 0.5) / linesOfRow)) {
         const int first = std::clamp(int(std::floor(part.low)), 0, width);
         const int last = std::clamp(int(std::ceil(part.high)), 0, width);
-        for (int x = first; x < last; ++x) {
+        const auto addPart = [&](int x) {
           at(x, y) += (std::min(part.high, x + 1.0) - std::max(part.low, double(x))) / linesOfRow;
-        }
+        };
+        if (first < last) addPart(first);
+        if (first + 1 < last) addPart(last - 1);
+        if (first + 2 >= last) continue;
+        changes[std::size_t(first) + 1] += 1;
+        changes[std::size_t(last) - 1] -= 1;
       }
+    }
+    double covered = 0;  // of the lines
+    for (int x = 0; x < width; ++x) {
+      covered += changes[std::size_t(x)];
+      at(x, y) += covered / linesOfRow;
     }
   }
 }
