@@ -6,6 +6,7 @@
 // and outside meet.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "backends/raster/Polygons.h"
@@ -28,14 +29,14 @@ class OverlapResolver {
   void resolve(const Task& task, Function edge);
 
  private:
+  // A side of a polygon, and what is known of it while strips go over it.
   struct Side {
     double top, bottom, x, slope;  // x at the top, and its change by height
     int direction;
+    double above = 0, below = 0, place = 0;  // x at the strip's top and bottom, and that which gives the order
+    int bound = 0;                           // 1 where the inside begins behind it, -1 where it ends, 0 elsewhere
+    double since = 0;                        // the height from which on it is a bound
     double at(double y) const { return x + (y - top) * slope; }
-  };
-  struct Crossing {
-    double top, bottom;  // x at the top and the bottom of a strip
-    int direction;
   };
   struct Bound {
     CGPoint from, to;
@@ -44,25 +45,27 @@ class OverlapResolver {
   void collect(const Task& task);
   void addRow(double top, double bottom, FillRule rule);
   void addStrip(double top, double bottom, FillRule rule, int depth);
+  void goToStrip(double top, double bottom);
+  std::optional<double> firstCrossing(double top, double bottom) const;
+  void sortByPlace();
+  void endBound(Side& side, double y);
 
-  std::vector<Side> sides_;  // by their tops
-  std::vector<const Side*> active_;
+  std::vector<Side> sides_;    // by their tops
+  std::vector<Side*> across_;  // those that go through the strip, from the left
   std::vector<double> cuts_;
-  std::vector<Crossing> crossings_;
   std::vector<Bound> bounds_;
-  std::size_t next_ = 0;  // of the sides, not yet active
+  std::size_t next_ = 0;  // of the sides, not yet reached
   int stripsLeft_ = 0;    // in this row
 };
 
 template <class Function>
 void OverlapResolver::resolve(const Task& task, Function edge) {
   collect(task);
+  bounds_.clear();
   // Row by row, so that little needs to be looked at at once.
-  for (double top = task.top; top < task.bottom; ++top) {
-    bounds_.clear();
-    addRow(top, top + 1, task.rule);
-    for (const Bound& bound : bounds_) edge(bound.from, bound.to);
-  }
+  for (double top = task.top; top < task.bottom; ++top) addRow(top, top + 1, task.rule);
+  for (Side* side : across_) endBound(*side, task.bottom);
+  for (const Bound& bound : bounds_) edge(bound.from, bound.to);
 }
 
 }  // namespace backend::raster
