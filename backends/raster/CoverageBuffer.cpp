@@ -8,6 +8,16 @@ bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
          (high > leastCoverage && low < -leastCoverage);
 }
 
+namespace {
+
+// The row above a height, to which something reaches down: rows that it only borders on are not touched.
+int lastRowOf(double y) {
+  const int row = int(y);
+  return row == y ? row - 1 : row;
+}
+
+}  // namespace
+
 bool CoverageBuffer::begin(const PixelRect& box) {
   box_ = box;
   stride_ = (box.width() + blockSize - 1) / blockSize * blockSize + blockSize;
@@ -16,7 +26,8 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   lastRow_ = -1;
   // Both stay all zero between uses: a row is cleared when it has been told.
   const std::size_t rows = std::size_t(box.height());
-  return values_.prepare(rows * std::size_t(stride_)) && touched_.prepare(rows * std::size_t(words_));
+  return values_.prepare(rows * std::size_t(stride_)) && touched_.prepare(rows * std::size_t(words_)) &&
+         overlaps_.prepare(rows);
 }
 
 void CoverageBuffer::add(const Shape& shape) {
@@ -29,18 +40,24 @@ void CoverageBuffer::add(const Shape& shape) {
   shape.polygons.forEachEdge([&](CGPoint from, CGPoint to) { addEdge(place(from), place(to)); });
 }
 
-void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
-  for (int row = firstRow; row <= lastRow_; ++row) clearRow(row);
-  const int first = std::max(firstRow, lastRow_ < 0 ? 0 : firstRow_),
-            last = lastRow_ < 0 ? box_.height() - 1 : lastRow_;
+// Makes the rows with overlaps anew.
+void CoverageBuffer::addResolved(const Shape& shape) {
+  const std::uint8_t* const overlaps = overlaps_.data();
+  for (int row = firstRow_; row <= lastRow_; ++row) {
+    if (overlaps[row]) clearRow(row);
+  }
+  const int first = firstRow_, last = lastRow_;
   resolver_.resolve({.polygons = shape.polygons,
                      .moved = shape.moved,
                      .scale = shape.scale,
                      .rule = shape.rule,
                      .top = double(box_.top + first),
-                     .bottom = double(box_.top + last + 1),
+                     .rows = std::span(overlaps + first, std::size_t(last - first + 1)),
                      .right = double(box_.right)},
                     [this](CGPoint from, CGPoint to) { addEdge(from, to); });
+  for (int row = first; row <= last; ++row) {
+    if (overlaps[row]) sumRow(row);
+  }
 }
 
 void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
@@ -107,7 +124,7 @@ inline void CoverageBuffer::addToPixel(int row, int column, float middle, float 
 }
 
 void CoverageBuffer::addUpright(double x, double y0, double y1, float direction) {
-  const int column = int(x), first = int(y0), last = std::min(int(y1), box_.height() - 1);
+  const int column = int(x), first = int(y0), last = lastRowOf(y1);
   firstRow_ = std::min(firstRow_, first);
   lastRow_ = std::max(lastRow_, last);
   const float middle = float(x - column);
@@ -119,7 +136,7 @@ void CoverageBuffer::addUpright(double x, double y0, double y1, float direction)
 
 // A side within the box, downwards.
 void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float direction) {
-  const int first = int(y0), last = std::min(int(y1), box_.height() - 1);
+  const int first = int(y0), last = lastRowOf(y1);
   const int column = int(x0);
   const bool isInColumn = column == int(x1);
   // Most chords of a curve are shorter than a pixel.
@@ -173,6 +190,29 @@ void CoverageBuffer::addToRow(int row, double from, double to, float coverPerPix
   value[pixels] += lastArea - before;
   value[pixels + 1] += cover - lastArea;
   touch(row, first, last + 1);
+}
+
+// Turns all changes into sums and finds the rows with overlaps; true if there are any.
+bool CoverageBuffer::sumRows() {
+  std::uint8_t* const overlaps = overlaps_.data();
+  bool hasOverlaps = false;
+  Range before;
+  for (int row = firstRow_; row <= lastRow_; ++row) {
+    const Range range = sumRow(row);
+    overlaps[row] = 0;
+    if (range.showsOverlap(before)) {
+      hasOverlaps = true;
+      overlaps[row] = 2;
+    }
+    before = range;
+  }
+  if (!hasOverlaps) return false;
+  // The parts of an overlap in the rows next to these may have been too small to show.
+  for (int row = firstRow_; row <= lastRow_; ++row) {
+    const bool isNext = (row > firstRow_ && overlaps[row - 1] == 2) || (row < lastRow_ && overlaps[row + 1] == 2);
+    if (isNext && overlaps[row] == 0) overlaps[row] = 1;
+  }
+  return true;
 }
 
 // Turns the changes of a row into sums.

@@ -6,9 +6,9 @@
 // and the row needs no look at pixels.
 //
 // That average is the coverage wherever windings are 0 and 1, or 0 and -1, as they are in nearly all artwork.
-// Where a sum shows others, the polygons overlap; the rest of the rows, from the one above, is then made anew
-// from polygons that an OverlapResolver has freed of overlaps. An overlap that fills no pixel may stay
-// unseen: so callers say where they expect one.
+// Where a sum shows others, the polygons overlap; such rows, and those next to them, are made anew from polygons that
+// an OverlapResolver has freed of overlaps. An overlap that fills no pixel may stay unseen: so callers say where
+// they expect one.
 #pragma once
 
 #include <bit>
@@ -55,13 +55,14 @@ class CoverageBuffer {
 
   bool begin(const PixelRect& box);
   void add(const Shape& shape);
-  void addResolved(const Shape& shape, int firstRow);
+  void addResolved(const Shape& shape);
   void addEdge(CGPoint from, CGPoint to);
   void addInside(double x0, double y0, double x1, double y1, float direction);
   void addUpright(double x, double y0, double y1, float direction);
   void addToPixel(int row, int column, float middle, float cover);
   void addToRow(int row, double from, double to, float coverPerPixel);
   void touch(int row, int first, int last);
+  bool sumRows();
   Range sumRow(int row);
   void clearRow(int row);
   static void clearBlocks(float* values, int count);
@@ -82,31 +83,23 @@ class CoverageBuffer {
   int firstRow_ = 0, lastRow_ = -1;
   WorkBuffer<float> values_;
   WorkBuffer<std::uint64_t> touched_;
+  WorkBuffer<std::uint8_t> overlaps_;  // one a row, 1 where polygons overlap
   OverlapResolver resolver_;
 };
 
 template <class Sink>
 void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {
   if (!begin(box)) return;
-  bool mayOverlap = shape.overlaps == Overlaps::Unlikely;
-  if (mayOverlap) add(shape);
-  else addResolved(shape, 0);
-  // A row is told when the next one has been looked at: its own part of an overlap may have been too small to
-  // show.
-  Range before;
-  for (int row = firstRow_; row <= lastRow_; ++row) {
-    const Range range = sumRow(row);
-    if (mayOverlap && range.showsOverlap(before)) {
-      mayOverlap = false;
-      const int redone = std::max(row - 1, firstRow_);
-      addResolved(shape, redone);
-      for (int again = redone; again < row; ++again) sumRow(again);
-      sumRow(row);
-    }
-    before = range;
-    if (row > firstRow_) tellRow(row - 1, sink);
+  if (shape.overlaps == Overlaps::Unlikely) {
+    add(shape);
+    if (sumRows()) addResolved(shape);
+  } else {
+    firstRow_ = 0;
+    lastRow_ = box.height() - 1;
+    std::fill_n(overlaps_.data(), box.height(), std::uint8_t(1));
+    addResolved(shape);
   }
-  if (firstRow_ <= lastRow_) tellRow(lastRow_, sink);
+  for (int row = firstRow_; row <= lastRow_; ++row) tellRow(row, sink);
 }
 
 template <class Function>

@@ -18,18 +18,19 @@ void OverlapResolver::collect(const Task& task) {
   sides_.clear();
   across_.clear();
   next_ = 0;
+  const double bottom = task.bottom();
   task.polygons.forEachEdge([&](CGPoint from, CGPoint to) {
     from = {(from.x + task.moved.x) * task.scale, (from.y + task.moved.y) * task.scale};
     to = {(to.x + task.moved.x) * task.scale, (to.y + task.moved.y) * task.scale};
     const int direction = from.y < to.y ? 1 : -1;
     if (direction < 0) std::swap(from, to);
-    if (!(from.y < to.y) || to.y <= task.top || from.y >= task.bottom || std::min(from.x, to.x) >= task.right)
+    if (!(from.y < to.y) || to.y <= task.top || from.y >= bottom || std::min(from.x, to.x) >= task.right)
       return;
     const double slope = (to.x - from.x) / (to.y - from.y);
     if (!std::isfinite(slope)) return;
     // Cut to the rows, so that a far end does not cost the near one its precision.
     if (from.y < task.top) from = {from.x + (task.top - from.y) * slope, task.top};
-    sides_.push_back({from.y, std::min(to.y, task.bottom), from.x, slope, direction});
+    sides_.push_back({from.y, std::min(to.y, bottom), from.x, slope, direction});
   });
   std::sort(sides_.begin(), sides_.end(), [](const Side& a, const Side& b) { return a.top < b.top; });
 }

@@ -6,7 +6,9 @@
 // and outside meet.
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "backends/raster/Polygons.h"
@@ -15,13 +17,16 @@ namespace backend::raster {
 
 class OverlapResolver {
  public:
-  // What to resolve: these polygons, moved and scaled, between two heights and left of a column.
+  // What to resolve: these polygons, moved and scaled, in those rows from a height on that are not 0, and left of a column.
   struct Task {
     const Polygons& polygons;
     CGPoint moved;
     double scale = 1;  // after moving
     FillRule rule = FillRule::NonZero;
-    double top = 0, bottom = 0, right = 0;
+    double top = 0;
+    std::span<const std::uint8_t> rows;
+    double right = 0;
+    double bottom() const { return top + double(rows.size()); }
   };
 
   // Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends.
@@ -63,8 +68,13 @@ void OverlapResolver::resolve(const Task& task, Function edge) {
   collect(task);
   bounds_.clear();
   // Row by row, so that little needs to be looked at at once.
-  for (double top = task.top; top < task.bottom; ++top) addRow(top, top + 1, task.rule);
-  for (Side* side : across_) endBound(*side, task.bottom);
+  double top = task.top;
+  for (const std::uint8_t isWanted : task.rows) {
+    if (isWanted) addRow(top, top + 1, task.rule);
+    else for (Side* side : across_) endBound(*side, top);
+    ++top;
+  }
+  for (Side* side : across_) endBound(*side, top);
   for (const Bound& bound : bounds_) edge(bound.from, bound.to);
 }
 
