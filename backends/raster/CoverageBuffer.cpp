@@ -41,12 +41,12 @@ void CoverageBuffer::add(const Shape& shape) {
 }
 
 // Makes the rows with overlaps anew.
-void CoverageBuffer::addResolved(const Shape& shape) {
+void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
   const std::uint8_t* const overlaps = overlaps_.data();
-  for (int row = firstRow_; row <= lastRow_; ++row) {
+  const int first = firstRow, last = lastRow_;
+  for (int row = first; row <= last; ++row) {
     if (overlaps[row]) clearRow(row);
   }
-  const int first = firstRow_, last = lastRow_;
   resolver_.resolve({.polygons = shape.polygons,
                      .moved = shape.moved,
                      .scale = shape.scale,
@@ -109,18 +109,18 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   if (y0 < y1) addInside(x0, y0, x1, y1, direction);
 }
 
-inline void CoverageBuffer::touch(int row, int first, int last) {
-  std::uint64_t* words = rowTouched(row);
+inline void CoverageBuffer::Row::touch(int first, int last) {
   const int from = first / blockSize, to = last / blockSize;
-  for (int block = from; block <= to; ++block) words[block / 64] |= std::uint64_t(1) << (block % 64);
+  touched[from / 64] |= std::uint64_t(1) << (from % 64);
+  for (int block = from + 1; block <= to; ++block) touched[block / 64] |= std::uint64_t(1) << (block % 64);
 }
 
 // Of a side that stays in one pixel of a row: `middle` is how far from the pixel's left edge its middle lies.
-inline void CoverageBuffer::addToPixel(int row, int column, float middle, float cover) {
-  float* value = rowValues(row) + column;
-  value[0] += cover - cover * middle;
-  value[1] += cover * middle;
-  touch(row, column, column + 1);
+inline void CoverageBuffer::Row::addToPixel(int column, float middle, float cover) {
+  const float later = cover * middle;
+  values[column] += cover - later;
+  values[column + 1] += later;
+  touch(column, column + 1);
 }
 
 void CoverageBuffer::addUpright(double x, double y0, double y1, float direction) {
@@ -128,50 +128,56 @@ void CoverageBuffer::addUpright(double x, double y0, double y1, float direction)
   firstRow_ = std::min(firstRow_, first);
   lastRow_ = std::max(lastRow_, last);
   const float middle = float(x - column);
-  for (int row = first; row <= last; ++row) {
-    const double covered = std::min(y1, row + 1.0) - std::max(y0, double(row));
-    addToPixel(row, column, middle, direction * float(covered));
+  Row row = rowAt(first);
+  double y = y0;
+  for (int i = first; i < last; ++i, goDown(row)) {
+    const double bottom = i + 1;
+    row.addToPixel(column, middle, direction * float(bottom - y));
+    y = bottom;
   }
+  row.addToPixel(column, middle, direction * float(y1 - y));
 }
 
 // A side within the box, downwards.
 void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float direction) {
   const int first = int(y0), last = lastRowOf(y1);
-  const int column = int(x0);
-  const bool isInColumn = column == int(x1);
+  int column = int(x0);
+  const int lastColumn = int(x1);
+  Row row = rowAt(first);
   // Most chords of a curve are shorter than a pixel.
-  if (first == last && isInColumn) {
+  if (first == last && column == lastColumn) {
     firstRow_ = std::min(firstRow_, first);
     lastRow_ = std::max(lastRow_, last);
-    return addToPixel(first, column, float((x0 + x1) * 0.5 - column), direction * float(y1 - y0));
+    return row.addToPixel(column, float((x0 + x1) * 0.5 - column), direction * float(y1 - y0));
   }
   const double slope = (x1 - x0) / (y1 - y0);
   if (!std::isfinite(slope)) return;  // as good as level
   if (slope == 0) return addUpright(x0, y0, y1, direction);
   firstRow_ = std::min(firstRow_, first);
   lastRow_ = std::max(lastRow_, last);
-  const float coverPerPixel = direction * float(std::abs(1 / slope));
-  const double least = std::min(x0, x1), most = std::max(x0, x1);
+  const float coverPerPixel = direction * float(std::abs((y1 - y0) / (x1 - x0)));
   double x = x0, y = y0;
-  for (int row = first; row <= last; ++row) {
-    const double bottom = std::min(y1, row + 1.0);
-    // From the start every time, so that errors do not add up; held between the ends, for what rounding does
-    // there.
-    const double next = std::min(std::max(x0 + (bottom - y0) * slope, least), most);
-    const int here = int(x);
-    if (isInColumn || here == int(next)) addToPixel(row, here, float((x + next) * 0.5 - here), direction * float(bottom - y));
-    else addToRow(row, x, next, coverPerPixel);
+  for (int i = first; i < last; ++i, goDown(row)) {
+    const double bottom = i + 1;
+    // From the start every time, so that errors do not add up.
+    const double next = x0 + (bottom - y0) * slope;
+    const int nextColumn = int(next);
+    if (column == nextColumn) row.addToPixel(column, float((x + next) * 0.5 - column), direction * float(bottom - y));
+    else row.addToPixels(x, next, coverPerPixel);
     x = next;
     y = bottom;
+    column = nextColumn;
   }
+  if (column == lastColumn) row.addToPixel(column, float((x + x1) * 0.5 - column), direction * float(y1 - y));
+  else row.addToPixels(x, x1, coverPerPixel);
 }
 
 // Of a side that crosses several pixels of a row: it covers so much of the row's height while it goes over one of
 // them.
-void CoverageBuffer::addToRow(int row, double from, double to, float coverPerPixel) {
+void CoverageBuffer::Row::addToPixels(double from, double to, float coverPerPixel) {
   const double left = std::min(from, to), right = std::max(from, to);
   const int first = int(left), last = int(right);
-  float* value = rowValues(row) + first;
+  float* const value = values + first;
   // The area right of the side grows quadratically in its first and last pixel, linearly between. Each pixel
   // gets its area less what the pixels before it got.
   const int pixels = last - first;
@@ -189,30 +195,25 @@ void CoverageBuffer::addToRow(int row, double from, double to, float coverPerPix
   const float lastArea = level + (cover - level) * (1 - 0.5f * out);
   value[pixels] += lastArea - before;
   value[pixels + 1] += cover - lastArea;
-  touch(row, first, last + 1);
+  touch(first, last + 1);
 }
 
-// Turns all changes into sums and finds the rows with overlaps; true if there are any.
-bool CoverageBuffer::sumRows() {
+// From the first row that shows an overlap, which is summed up, to the last one.
+void CoverageBuffer::findOverlaps(int firstRow) {
   std::uint8_t* const overlaps = overlaps_.data();
-  bool hasOverlaps = false;
+  std::fill(overlaps + firstRow_, overlaps + lastRow_ + 1, std::uint8_t(0));
+  overlaps[firstRow] = 2;
   Range before;
-  for (int row = firstRow_; row <= lastRow_; ++row) {
+  for (int row = firstRow + 1; row <= lastRow_; ++row) {
     const Range range = sumRow(row);
-    overlaps[row] = 0;
-    if (range.showsOverlap(before)) {
-      hasOverlaps = true;
-      overlaps[row] = 2;
-    }
+    if (range.showsOverlap(before)) overlaps[row] = 2;
     before = range;
   }
-  if (!hasOverlaps) return false;
   // The parts of an overlap in the rows next to these may have been too small to show.
   for (int row = firstRow_; row <= lastRow_; ++row) {
     const bool isNext = (row > firstRow_ && overlaps[row - 1] == 2) || (row < lastRow_ && overlaps[row + 1] == 2);
     if (isNext && overlaps[row] == 0) overlaps[row] = 1;
   }
-  return true;
 }
 
 // Turns the changes of a row into sums.

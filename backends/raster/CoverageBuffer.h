@@ -53,16 +53,22 @@ class CoverageBuffer {
     bool showsOverlap(const Range& before) const;
   };
 
+  // A row to which sides are added.
+  struct Row {
+    float* values;
+    std::uint64_t* touched;
+    void addToPixel(int column, float middle, float cover);
+    void addToPixels(double from, double to, float coverPerPixel);
+    void touch(int first, int last);
+  };
+
   bool begin(const PixelRect& box);
   void add(const Shape& shape);
-  void addResolved(const Shape& shape);
+  void addResolved(const Shape& shape, int firstRow);
   void addEdge(CGPoint from, CGPoint to);
   void addInside(double x0, double y0, double x1, double y1, float direction);
   void addUpright(double x, double y0, double y1, float direction);
-  void addToPixel(int row, int column, float middle, float cover);
-  void addToRow(int row, double from, double to, float coverPerPixel);
-  void touch(int row, int first, int last);
-  bool sumRows();
+  void findOverlaps(int firstRow);
   Range sumRow(int row);
   void clearRow(int row);
   static void clearBlocks(float* values, int count);
@@ -71,6 +77,11 @@ class CoverageBuffer {
 
   float* rowValues(int row) { return values_.data() + std::size_t(row) * std::size_t(stride_); }
   std::uint64_t* rowTouched(int row) { return touched_.data() + std::size_t(row) * std::size_t(words_); }
+  Row rowAt(int row) { return {rowValues(row), rowTouched(row)}; }
+  void goDown(Row& row) const {
+    row.values += stride_;
+    row.touched += words_;
+  }
   // Calls run(first, count) for the runs of touched blocks in a row, which do not go on from one word to the
   // next.
   template <class Function>
@@ -90,16 +101,29 @@ class CoverageBuffer {
 template <class Sink>
 void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {
   if (!begin(box)) return;
-  if (shape.overlaps == Overlaps::Unlikely) {
-    add(shape);
-    if (sumRows()) addResolved(shape);
-  } else {
+  int told = 0;
+  if (shape.overlaps == Overlaps::Likely) {
     firstRow_ = 0;
     lastRow_ = box.height() - 1;
     std::fill_n(overlaps_.data(), box.height(), std::uint8_t(1));
-    addResolved(shape);
+    addResolved(shape, 0);
+  } else {
+    add(shape);
+    // A row is told when the next one has been looked at: its own part of an overlap may have been too small to show.
+    told = firstRow_;
+    Range before;
+    for (int row = firstRow_; row <= lastRow_; ++row) {
+      const Range range = sumRow(row);
+      if (range.showsOverlap(before)) {
+        findOverlaps(row);
+        addResolved(shape, told);
+        break;
+      }
+      before = range;
+      if (row > told) tellRow(told++, sink);
+    }
   }
-  for (int row = firstRow_; row <= lastRow_; ++row) tellRow(row, sink);
+  while (told <= lastRow_) tellRow(told++, sink);
 }
 
 template <class Function>
