@@ -107,11 +107,35 @@ void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
 
 void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
   if (state_.clip.box.isEmpty()) return;
+  const Source color{.color = premultiplied(state_.fillColor, state_.alpha)};
+  if (paintsColor(color) && !castShadow()) {
+    if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color.color);
+  }
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));
   paintPolygons({.polygons = polygons_, .rule = rule},
                 {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
+}
+
+// Row by row, with no need to work out coverage from sides.
+void RasterCanvas::Studio::fillRect(const DeviceRect& rect, Float4 color) {
+  const PixelRect box = rect.roundedOut().intersected(state_.clip.box);
+  if (box.isEmpty()) return;
+  // How much of a pixel lies between two edges.
+  const auto share = [](int pixel, double low, double high) {
+    return float(std::max(0.0, std::min(pixel + 1.0, high) - std::max(double(pixel), low)));
+  };
+  const int last = box.right - 1;
+  const float leftShare = share(box.left, rect.left, rect.right), rightShare = share(last, rect.left, rect.right);
+  const int from = leftShare < 1 ? box.left + 1 : box.left, to = rightShare < 1 ? last : box.right;
+  ColorPainter painter(*bitmap_, color);
+  for (int y = box.top; y < box.bottom; ++y) {
+    const float height = share(y, rect.top, rect.bottom);
+    if (from > box.left) painter.even(box.left, y, 1, height * leftShare);
+    if (from < to) painter.even(from, y, to - from, height);
+    if (to < box.right && last >= from) painter.even(last, y, 1, height * rightShare);
+  }
 }
 
 void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
