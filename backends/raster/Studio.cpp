@@ -9,16 +9,18 @@ constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixe
 // How far outside a clip, in pixels, a layer keeps what casts a shadow into it.
 constexpr int farthestCast = 512;
 
-// The rectangle that a path is, when the transform keeps it upright.
-std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform& t) {
-  if (path.shape().kind != PathShape::Kind::Rect) return std::nullopt;
+// The rectangle in device pixels, when the transform keeps it upright.
+std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
   const bool keepsAxes = (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
   if (!keepsAxes) return std::nullopt;
-  const CGRect r = path.shape().rect;
   const CGPoint a = t.apply({CGRectGetMinX(r), CGRectGetMinY(r)}),
                 b = t.apply({CGRectGetMaxX(r), CGRectGetMaxY(r)});
   if (!isUsable(a) || !isUsable(b)) return std::nullopt;
   return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+}
+
+std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform& t) {
+  return path.shape().kind == PathShape::Kind::Rect ? uprightRect(path.shape().rect, t) : std::nullopt;
 }
 
 class PlaneWriter {
@@ -91,6 +93,12 @@ PixelRect RasterCanvas::Studio::neededBox(const std::optional<CastShadow>& shado
 
 void RasterCanvas::Studio::flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible) {
   Flattener<Polygons>({.visible = visible, .tolerance = chordTolerance}, polygons_).add(path, transform);
+}
+
+void RasterCanvas::Studio::clip(CGRect rect) {
+  if (state_.clip.box.isEmpty()) return;
+  if (const auto upright = uprightRect(rect, state_.toDevice)) return state_.clip.intersectRect(*upright);
+  clip(Path::rect(rect), FillRule::NonZero);
 }
 
 void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
@@ -220,7 +228,7 @@ void RasterCanvas::Studio::noteInLayer(const CoverageBuffer::Shape& shape, const
   if (!isAlone) return;
   layer.rule = shape.rule;
   layer.overlaps = shape.overlaps;
-  layer.shape.swap(polygons_);
+  layer.shape = polygons_;
 }
 
 // Paints one color by the coverage that the plane holds.
@@ -245,7 +253,10 @@ void RasterCanvas::Studio::beginLayer() {
   layer.savedStates = saved_.size();
   layer.operations = 0;
   layer.shapeAlpha = 0;
-  const PixelRect most = neededBox(castShadow());
+  // A layer that will not be seen need not be painted.
+  const bool isUnseen = !(state_.alpha > 0) && !isUnbounded(state_.blendMode) && state_.blendMode != BlendMode::Copy &&
+                        state_.blendMode != BlendMode::Clear;
+  const PixelRect most = isUnseen ? PixelRect{} : neededBox(castShadow());
   layer.pixels.begin(most);
   // The clip in force is applied once, when the layer is composited.
   state_.clip = {.box = most};

@@ -29,6 +29,7 @@ class RasterCanvas::Studio {
 
   void saveState();
   void restoreState();
+  void clip(CGRect rect);
   void clip(const Path& path, FillRule rule);
   void beginLayer();
   void endLayer();
