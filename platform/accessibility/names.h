@@ -35,6 +35,7 @@ inline constexpr std::string_view NSAccessibilityListRole = "AXList";
 inline constexpr std::string_view NSAccessibilitySliderRole = "AXSlider";
 inline constexpr std::string_view NSAccessibilityStaticTextRole = "AXStaticText";
 inline constexpr std::string_view NSAccessibilityTableRole = "AXTable";
+inline constexpr std::string_view NSAccessibilityTextAreaRole = "AXTextArea";
 inline constexpr std::string_view NSAccessibilityTextFieldRole = "AXTextField";
 
 inline constexpr std::string_view NSAccessibilityVerticalOrientationValue = "AXVerticalOrientation";
