@@ -49,7 +49,7 @@ int main(int argc, char** argv) {
     return 1;
   }
   const int changes = arguments.size() > 1 ? std::atoi(arguments[1].c_str()) : 50;
-  std::vector<std::filesystem::path> paths(std::filesystem::directory_iterator(arguments[0]), {});
+  std::vector<std::filesystem::path> paths(std::filesystem::directory_iterator{arguments[0]}, {});
   std::ranges::sort(paths);
   for (const std::filesystem::path& path : paths) {
     std::printf("%s\n", path.filename().c_str());
