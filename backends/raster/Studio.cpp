@@ -21,6 +21,25 @@ std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform&
   return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
+// Whether what is painted in the color leaves everything as it is; no shadow falls from it either.
+bool leavesNoMark(const Color& color, double alpha, BlendMode mode) {
+  switch (mode) {
+    case BlendMode::Normal:
+    case BlendMode::SourceAtop:
+    case BlendMode::DestinationOver:
+    case BlendMode::DestinationOut:
+    case BlendMode::Xor:
+    case BlendMode::PlusLighter: return premultiplied(color, alpha)[3] == 0;
+    case BlendMode::Clear:
+    case BlendMode::Copy:
+    case BlendMode::SourceIn:
+    case BlendMode::SourceOut:
+    case BlendMode::DestinationIn:
+    case BlendMode::DestinationAtop: break;
+  }
+  return false;
+}
+
 class PlaneWriter {
  public:
   explicit PlaneWriter(Plane& plane) : plane_(plane) {}
@@ -106,7 +125,7 @@ void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
 }
 
 void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
-  if (state_.clip.box.isEmpty()) return;
+  if (state_.clip.box.isEmpty() || leavesNoMark(state_.fillColor, state_.alpha, state_.blendMode)) return;
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));
@@ -115,7 +134,7 @@ void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
 }
 
 void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
-  if (state_.clip.box.isEmpty()) return;
+  if (state_.clip.box.isEmpty() || leavesNoMark(state_.strokeColor, state_.alpha, state_.blendMode)) return;
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
   const Overlaps overlaps =
