@@ -77,7 +77,10 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
     const int quarters = int(std::floor(place.x * 4 + 0.5)), column = quarters >> 2;
     const int row = int(std::floor(place.y + 0.5));
     const GlyphMask* mask = maskOf({run.typeface.get(), run.glyphs[i], quarters & 3, scale}, run.typeface);
-    if (!mask) return fillGlyphs(run, origin);
+    if (!mask) {
+      fillGlyphs({.typeface = run.typeface, .glyphs = {run.glyphs[i]}, .positions = {run.positions[i]}}, origin);
+      continue;
+    }
     const PixelRect box{mask->box.left + column, mask->box.top + row, mask->box.right + column,
                         mask->box.bottom + row};
     const PixelRect inClip = box.intersected(clip);
@@ -97,6 +100,7 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
     }
     painter.finish();
   }
+  noteMixtureInLayer();
 }
 
 // Null for a glyph too large to be kept.
