@@ -1,7 +1,6 @@
 #include "bench/tracklist/KitList.h"
 
 #include "backends/qt/QtViewWidget.h"
-#include "bench/tracklist/frames.h"
 
 namespace bench {
 
@@ -33,6 +32,7 @@ KitList::KitList(std::vector<gallery::Track> tracks, Controls controls)
   list->setGeometry(0, 0, width, height);
   window_.show();
   letEventsHappen();
+  paints_.watch(*list);
 }
 
 KitList::~KitList() { host_->close(); }

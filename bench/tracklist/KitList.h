@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "bench/tracklist/ScrollingList.h"
+#include "bench/tracklist/frames.h"
 #include "gallery/tracks/TrackListHost.h"
 
 namespace bench {
@@ -15,10 +16,12 @@ class KitList : public ScrollingList {
 
   const char* name() const override { return "kit"; }
   void showFrameAt(int y) override;
+  int framesPainted() const override { return paints_.count; }
   QImage picture() override { return window_.grab().toImage(); }
 
  private:
   platform::Ref<gallery::TrackListHost> host_;
+  PaintCount paints_;
   QWidget window_;
 };
 

@@ -8,9 +8,9 @@
 #include <functional>
 
 #include "backends/svg/SvgCanvas.h"
-#include "bench/tracklist/frames.h"
 #include "gallery/tracks/TrackRowView.h"
 #include "platform/graphics/NSGraphicsContext.h"
+#include "platform/text/NSFont.h"
 #include "uikit/stylekit/TessalunaStyleKit.h"
 
 namespace bench {
@@ -110,8 +110,12 @@ QtList::QtList(std::vector<Track> tracks, Controls controls)
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list_->setModel(model_.get());
   list_->setItemDelegate(delegate_.get());
+  QFont font = list_->font();
+  font.setPixelSize(int(platform::NSFont::systemFontSize()));
+  list_->setFont(font);
   window_.show();
   letEventsHappen();
+  paints_.watch(*list_->viewport());
 }
 
 QtList::~QtList() { delete list_; }

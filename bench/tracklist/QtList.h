@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "bench/tracklist/ScrollingList.h"
+#include "bench/tracklist/frames.h"
 #include "gallery/tracks/GeneratedTracks.h"
 
 namespace bench {
@@ -17,11 +18,13 @@ class QtList : public ScrollingList {
 
   const char* name() const override { return "QListView"; }
   void showFrameAt(int y) override;
+  int framesPainted() const override { return paints_.count; }
   QImage picture() override { return window_.grab().toImage(); }
 
  private:
   std::unique_ptr<QAbstractListModel> model_;
   std::unique_ptr<QAbstractItemDelegate> delegate_;
+  PaintCount paints_;
   QWidget window_;
   QListView* list_;
 };

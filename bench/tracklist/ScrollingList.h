@@ -16,6 +16,7 @@ class ScrollingList {
   virtual const char* name() const = 0;
   // In points from the top. Ends when the frame is on the screen.
   virtual void showFrameAt(int y) = 0;
+  virtual int framesPainted() const = 0;
   virtual QImage picture() = 0;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QPalette>
 #include <QWidget>
 
@@ -17,6 +18,17 @@ inline void dressWindow(QWidget& window) {
   window.setAutoFillBackground(true);
   window.resize(ScrollingList::width, ScrollingList::height);
 }
+
+// Counts how often a widget was painted: a list that skipped a frame, or painted one twice, has not been measured.
+class PaintCount : public QObject {
+ public:
+  void watch(QWidget& widget) { widget.installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count;
+    return false;
+  }
+  int count = 0;
+};
 
 // A redraw takes a timer that asks for it, an update that it asks for, and the painting.
 inline void letEventsHappen() {
