@@ -177,10 +177,10 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
     for (float* four = values + block * blockSize; four < end; four += 4) {
       Float4 v;
       std::memcpy(&v, four, sizeof v);
-      v += __builtin_shuffle(zero, v, Int4{0, 4, 5, 6});
-      v += __builtin_shuffle(zero, v, Int4{0, 1, 4, 5});
+      v += __builtin_shufflevector(zero, v, 0, 4, 5, 6);
+      v += __builtin_shufflevector(zero, v, 0, 1, 4, 5);
       v += before;
-      before = __builtin_shuffle(v, Int4{3, 3, 3, 3});
+      before = __builtin_shufflevector(v, v, 3, 3, 3, 3);
       least = smaller(least, v);
       most = larger(most, v);
       std::memcpy(four, &v, sizeof v);

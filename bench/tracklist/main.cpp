@@ -1,13 +1,14 @@
 // Scrolls a list of 10,000 tracks through one screen of 900 by 600 points, everything drawn in every frame: the kit's list and
 // one of Qt's, in turns, so that whatever else the machine does meets both. Prints the CPU time for a frame.
 //
-//   bench-tracklist [--frames N] [--pictures DIR]
+//   bench_tracklist [--frames N] [--pictures DIR]
 #include <QApplication>
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 
 #include "backends/qt/QtBackend.h"
+#include "bench/harness/cpuTime.h"
+#include "bench/harness/statistics.h"
 #include "bench/tracklist/KitList.h"
 #include "bench/tracklist/QtList.h"
 #include "platform/windows/NSApplication.h"
@@ -21,32 +22,17 @@ constexpr int trackCount = 10000;
 constexpr int step = 60;             // two rows and a half: edges cut rows
 constexpr int framesInTurn = 20;
 
-double cpuMilliseconds() {
-  timespec time{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-  return double(time.tv_sec) * 1e3 + double(time.tv_nsec) * 1e-6;
-}
-
-struct Spread {
-  double low = 0, median = 0, high = 0;  // tenth, fiftieth and ninetieth of a hundred
-};
-
-Spread spreadOf(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  const auto at = [&](double part) { return values[static_cast<std::size_t>(part * double(values.size() - 1) + 0.5)]; };
-  return {at(0.1), at(0.5), at(0.9)};
-}
-
 // The CPU time of a frame, on average over one turn.
 double turn(ScrollingList& list, int firstFrame) {
   constexpr int way = trackCount * ScrollingList::rowHeight - ScrollingList::height;
-  const double start = cpuMilliseconds();
+  const double start = bench::cpuSeconds();
   for (int frame = firstFrame; frame < firstFrame + framesInTurn; ++frame) list.showFrameAt(frame * step % way);
-  return (cpuMilliseconds() - start) / framesInTurn;
+  return (bench::cpuSeconds() - start) * 1e3 / framesInTurn;
 }
 
-void print(const char* what, const Spread& spread, const char* unit) {
-  std::printf("  %-10s %6.2f%s  (%.2f to %.2f)\n", what, spread.median, unit, spread.low, spread.high);
+void print(const char* what, const std::vector<double>& values, const char* unit) {
+  std::printf("  %-10s %6.2f%s  (%.2f to %.2f)\n", what, bench::median(values), unit, bench::quantile(values, 0.1),
+              bench::quantile(values, 0.9));
 }
 
 struct Run {
@@ -69,13 +55,13 @@ bool compare(const Run& run, int frames, const QString& pictures) {
     ratios.push_back(kitTimes.back() / qtTimes.back());
   }
   std::printf("%s\n", run.title);
-  print(kit.name(), spreadOf(kitTimes), " ms");
-  print(qt.name(), spreadOf(qtTimes), " ms");
-  print("ratio", spreadOf(ratios), "   ");
+  print(kit.name(), kitTimes, " ms");
+  print(qt.name(), qtTimes, " ms");
+  print("ratio", ratios, "   ");
   const int wanted = static_cast<int>(ratios.size() + 1) * framesInTurn;
   for (const ScrollingList* list : {static_cast<ScrollingList*>(&kit), static_cast<ScrollingList*>(&qt)}) {
     if (list->framesPainted() == wanted) continue;
-    std::fprintf(stderr, "bench-tracklist: %s painted %d times for %d frames\n", list->name(), list->framesPainted(), wanted);
+    std::fprintf(stderr, "bench_tracklist: %s painted %d times for %d frames\n", list->name(), list->framesPainted(), wanted);
     return false;
   }
   if (pictures.isEmpty()) return true;
