@@ -74,7 +74,9 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
     const CGPoint place =
         state_.toDevice.apply({origin.x + run.positions[i].x, origin.y + run.positions[i].y});
     if (!(std::abs(place.x) < 1e8 && std::abs(place.y) < 1e8)) continue;
-    const int quarters = int(std::floor(place.x * 4 + 0.5)), column = quarters >> 2;
+    // The quarter that the place lies in, not the nearest, as other text on the desktop stands.
+    constexpr double noise = 1e-3;
+    const int quarters = int(std::floor(place.x * 4 + noise)), column = quarters >> 2;
     const int row = int(std::floor(place.y + 0.5));
     const GlyphMask* mask = maskOf({run.typeface.get(), run.glyphs[i], quarters & 3, scale}, run.typeface);
     if (!mask) {

@@ -208,7 +208,8 @@ TEST(RasterGlyphs, StandToAQuarterOfAPixelAcrossAndOnWholeRows) {
     return true;
   };
   EXPECT_TRUE(same(drawn({10.3, 20.4}), drawn({10.25, 20})));
-  EXPECT_TRUE(same(drawn({10.9, 19.6}), drawn({11, 20})));
+  EXPECT_TRUE(same(drawn({10.9, 19.6}), drawn({10.75, 20})));
+  EXPECT_TRUE(same(drawn({10.9999, 20}), drawn({11, 20})));
   EXPECT_FALSE(same(drawn({10.5, 20}), drawn({10.25, 20})));
   EXPECT_FALSE(same(drawn({10, 21}), drawn({10, 20})));
 }
