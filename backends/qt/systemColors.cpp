@@ -16,7 +16,7 @@ Color selectionBehindText(const QPalette& palette, QPalette::ColorRole role) {
   const double share = role == QPalette::Highlight ? 0.35 : 0.15;
   const QColor ground = palette.color(QPalette::Active, QPalette::Base);
   const QColor highlight = palette.color(QPalette::Active, role);
-  const auto mixed = [](double a, double b) { return a + share * (b - a); };
+  const auto mixed = [share](double a, double b) { return a + share * (b - a); };
   return {mixed(ground.redF(), highlight.redF()), mixed(ground.greenF(), highlight.greenF()),
           mixed(ground.blueF(), highlight.blueF()), 1};
 }
