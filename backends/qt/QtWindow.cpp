@@ -6,8 +6,10 @@
 #include <QRasterWindow>
 #include <QTimer>
 
+#include "backends/qt/AccessibilityBridge.h"
 #include "backends/qt/InputRelay.h"
 #include "backends/qt/KeptPicture.h"
+#include "backends/qt/QtBackend.h"
 #include "backends/qt/cursorShapes.h"
 #include "backends/qt/screenSpace.h"
 #include "platform/windows/NSWindow.h"
@@ -84,6 +86,12 @@ class QtWindow::Surface : public QRasterWindow {
     update(picture_.paint(dirty, painter));
   }
 
+  QAccessibleInterface* accessibleRoot() const override {
+    AccessibilityBridge* accessibility = QtBackend::accessibility();
+    const platform::Ref<platform::NSWindow> window = client_ ? client_->eventWindow() : nullptr;
+    return accessibility && window ? accessibility->rootOf(window) : nullptr;
+  }
+
   void eventWasNotTaken() { relay_.eventWasNotTaken(); }
 
  protected:
@@ -130,6 +138,8 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::ShortcutOverride:
         event->setAccepted(relay_.key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
         return true;
+      case QEvent::Show: tellClients(&AccessibilityBridge::windowWasShown); return false;
+      case QEvent::Hide: tellClients(&AccessibilityBridge::windowWasHidden); return false;
       case QEvent::FocusIn: client_->nativeKeyStatusChanged(true); return false;
       case QEvent::FocusOut: client_->nativeKeyStatusChanged(false); return false;
       case QEvent::Move:
@@ -140,6 +150,12 @@ class QtWindow::Surface : public QRasterWindow {
         return true;
       default: return false;
     }
+  }
+
+  void tellClients(void (AccessibilityBridge::*change)(const platform::Ref<platform::NSWindow>&)) {
+    AccessibilityBridge* accessibility = QtBackend::accessibility();
+    const platform::Ref<platform::NSWindow> window = client_->eventWindow();
+    if (accessibility && window) (accessibility->*change)(window);
   }
 
   void placeMayHaveChanged() {
@@ -183,6 +199,9 @@ void QtWindow::setTitle(const std::string& title) { surface_->setTitle(QString::
 void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(shape)); }
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
+void QtWindow::firstResponderDidChange() {
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
+}
 void QtWindow::eventWasNotTaken() { surface_->eventWasNotTaken(); }
 QWindow* QtWindow::qWindow() const { return surface_.get(); }
 

@@ -29,6 +29,7 @@ class QtWindow : public QtNativeWindow {
   void scheduleDisplay() override;
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override;
   void eventWasNotTaken() override;
+  void firstResponderDidChange() override;
   QWindow* qWindow() const override;
 
  private:
