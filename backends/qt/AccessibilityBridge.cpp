@@ -135,11 +135,9 @@ void AccessibilityBridge::changed(const NSNotification& told) {
 }
 
 void AccessibilityBridge::windowWasShown(const Ref<NSWindow>& window) {
-  if (QAccessible::isActive() && isSeen(*window)) send(interfaceOf(window), QAccessible::ObjectShow);
-}
-
-void AccessibilityBridge::windowWasHidden(const Ref<NSWindow>& window) {
-  if (QAccessible::isActive()) send(AccessibleElement::ofIfAny(*window), QAccessible::ObjectHide);
+  if (!QAccessible::isActive() || !window || !isSeen(*window)) return;
+  send(interfaceOf(window), QAccessible::ObjectCreated);
+  send(interfaceOf(window), QAccessible::ObjectShow);
 }
 
 void AccessibilityBridge::focusMayHaveChanged() {

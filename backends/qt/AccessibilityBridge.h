@@ -37,10 +37,9 @@ class AccessibilityBridge : public QObject {
   // What Qt sees of a window of our own. The window is an element below the application, and shown.
   QAccessibleInterface* rootOf(const platform::Ref<platform::NSWindow>& window);
 
-  // Told by the native windows. Qt tells of a widget's focus by itself, and is told of the element's after that.
+  // Told by the native windows; that one is hidden, the window tells by itself. Qt tells of a widget's focus by itself, and is told of the element's after that.
   void focusMayHaveChanged();
   void windowWasShown(const platform::Ref<platform::NSWindow>& window);
-  void windowWasHidden(const platform::Ref<platform::NSWindow>& window);
 
   // Told by the elements' interfaces.
   void elementWasMade(AccessibleElement& interface) { interfaces_.insert(&interface); }

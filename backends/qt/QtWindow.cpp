@@ -12,6 +12,7 @@
 #include "backends/qt/QtBackend.h"
 #include "backends/qt/cursorShapes.h"
 #include "backends/qt/screenSpace.h"
+#include "backends/qt/textInput.h"
 #include "platform/windows/NSWindow.h"
 
 namespace backend::qt {
@@ -138,8 +139,16 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::ShortcutOverride:
         event->setAccepted(relay_.key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
         return true;
-      case QEvent::Show: tellClients(&AccessibilityBridge::windowWasShown); return false;
-      case QEvent::Hide: tellClients(&AccessibilityBridge::windowWasHidden); return false;
+      case QEvent::Show:
+        if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->windowWasShown(client_->eventWindow());
+        return false;
+      case QEvent::InputMethodQuery:
+        if (const auto window = client_->eventWindow())
+          answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), *window, geometry().topLeft());
+        return true;
+      case QEvent::InputMethod:
+        if (const auto window = client_->eventWindow()) sendToText(static_cast<QInputMethodEvent&>(*event), *window);
+        return true;
       case QEvent::FocusIn: client_->nativeKeyStatusChanged(true); return false;
       case QEvent::FocusOut: client_->nativeKeyStatusChanged(false); return false;
       case QEvent::Move:
@@ -150,12 +159,6 @@ class QtWindow::Surface : public QRasterWindow {
         return true;
       default: return false;
     }
-  }
-
-  void tellClients(void (AccessibilityBridge::*change)(const platform::Ref<platform::NSWindow>&)) {
-    AccessibilityBridge* accessibility = QtBackend::accessibility();
-    const platform::Ref<platform::NSWindow> window = client_->eventWindow();
-    if (accessibility && window) (accessibility->*change)(window);
   }
 
   void placeMayHaveChanged() {
@@ -200,9 +203,12 @@ void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(sha
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
 void QtWindow::firstResponderDidChange() {
+  tellInputMethodOfChange();
   if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
 }
 void QtWindow::eventWasNotTaken() { surface_->eventWasNotTaken(); }
+void QtWindow::textInputDidChange() { tellInputMethodOfChange(); }
+void QtWindow::discardMarkedText() { resetInputMethod(); }
 QWindow* QtWindow::qWindow() const { return surface_.get(); }
 
 void QtWindow::setParent(NativeWindow* parent) {

@@ -148,6 +148,11 @@ std::optional<AccessibilityElements> NSControl::accessibilityOwnChildren() const
   return result;
 }
 
+void NSControl::viewDidHide() {
+  if (isTracking_) endTracking(lastPoint_, false);
+  NSView::viewDidHide();
+}
+
 void NSControl::windowWillChange() {
   if (isTracking_) endTracking(lastPoint_, false);
   NSView::windowWillChange();
