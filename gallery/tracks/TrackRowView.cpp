@@ -40,36 +40,31 @@ TrackRowView::TrackRowView(Ref<TrackListRowActionTarget> target)
     addSubview(view);
 }
 
-void TrackRowView::show(std::size_t number, const Track& track) {
+void TrackRowView::showTrack(std::size_t number, const Track& track) {
   number_->setStringValue(std::to_string(number));
   title_->setStringValue(track.title);
   artists_->setStringValue(track.artists);
   length_->setStringValue(lengthText(track.seconds));
-  setFavorite(track.isFavorite);
 }
 
-void TrackRowView::setHasMouse(bool has) {
-  const auto tell = [&](TrackRowControl& control) {
-    if (control.hasMouseOnRow() == has) return;
-    control.setHasMouseOnRow(has);
-    control.setNeedsDisplay(true);
-  };
-  tell(*play_);
-  tell(*favorite_);
-  tell(*more_);
-}
-
-void TrackRowView::setPlaying(bool isPlayingTrack, bool isPlaying) {
-  if (play_->isPlayingTrack() == isPlayingTrack && play_->isPlaying() == isPlaying) return;
-  play_->setIsPlayingTrack(isPlayingTrack);
-  play_->setIsPlaying(isPlaying);
-  play_->setNeedsDisplay(true);
-}
-
-void TrackRowView::setFavorite(bool isFavorite) {
-  if (favorite_->isFavorite() == isFavorite) return;
-  favorite_->setIsFavorite(isFavorite);
-  favorite_->setNeedsDisplay(true);
+// The controls only store what they are told. Whoever tells them asks for the redraw: of those alone that changed.
+void TrackRowView::showState(const TrackRowState& state) {
+  if (play_->hasMouseOnRow() != state.hasMouse || play_->isPlayingTrack() != state.isCurrent ||
+      play_->isPlaying() != state.isPlaying) {
+    play_->setHasMouseOnRow(state.hasMouse);
+    play_->setIsPlayingTrack(state.isCurrent);
+    play_->setIsPlaying(state.isPlaying);
+    play_->setNeedsDisplay(true);
+  }
+  if (favorite_->hasMouseOnRow() != state.hasMouse || favorite_->isFavorite() != state.isFavorite) {
+    favorite_->setHasMouseOnRow(state.hasMouse);
+    favorite_->setIsFavorite(state.isFavorite);
+    favorite_->setNeedsDisplay(true);
+  }
+  if (more_->hasMouseOnRow() != state.hasMouse) {
+    more_->setHasMouseOnRow(state.hasMouse);
+    more_->setNeedsDisplay(true);
+  }
 }
 
 void TrackRowView::setFrame(CGRect frame) {
