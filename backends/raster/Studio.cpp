@@ -169,10 +169,22 @@ void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const L
   paintPolygons({.polygons = polygons_, .rule = rule}, {.gradient = &ramp_}, shadow);
 }
 
+// True if nothing is wanted but a color on the bitmap's own pixels.
+bool RasterCanvas::Studio::paintsColor(const Source& source) const {
+  const bool isPlainMode =
+      state_.blendMode == BlendMode::Normal || (state_.blendMode == BlendMode::Copy && source.color[3] == 1);
+  return openLayers_ == 0 && source.isEven() && isPlainMode && state_.clip.isPlain();
+}
+
 void RasterCanvas::Studio::paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                                          const std::optional<CastShadow>& shadow) {
   if (shadow) paintShadowOfPolygons(shape, source, *shadow);
   const PixelRect box = polygons_.bounds().roundedOut().intersected(state_.clip.box);
+  if (paintsColor(source)) {
+    ColorPainter painter(*bitmap_, source.color);
+    if (!box.isEmpty()) coverage_.sweep(shape, box, painter);
+    return;
+  }
   const Painting painting{surface(), source, state_.blendMode, state_.clip};
   Painter painter(painting, box, painterMemory_);
   if (painter.box().isEmpty()) return noteInLayer(shape, source, shadow);
@@ -234,6 +246,11 @@ void RasterCanvas::Studio::noteMixtureInLayer() {
 // Paints one color by the coverage that the plane holds.
 void RasterCanvas::Studio::paintPlane(Plane& plane, Float4 color) {
   const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
+  if (paintsColor({.color = color})) {
+    ColorPainter painter(*bitmap_, color);
+    for (int y = box.top; y < box.bottom; ++y) painter.varied(box.left, y, box.width(), plane.row(y));
+    return;
+  }
   const Painting painting{surface(), {.color = color}, state_.blendMode, state_.clip};
   Painter painter(painting, box, painterMemory_);
   if (painter.box().isEmpty()) return;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "backends/raster/Blur.h"
+#include "backends/raster/ColorPainter.h"
 #include "backends/raster/GlyphCache.h"
 #include "backends/raster/Painter.h"
 #include "backends/raster/RasterCanvas.h"
@@ -66,6 +67,7 @@ class RasterCanvas::Studio {
   void resample(const ImagePixels& image, const PixelRect& box, Layer& pixels);
   static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source,
                            const PixelRect& box, Layer& pixels);
+  bool paintsColor(const Source& source) const;
   void paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                      const std::optional<CastShadow>& shadow);
   void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
