@@ -132,6 +132,13 @@ TEST_F(NSTableViewTest, ViewsThatScrollOutOfSightAreUsedForOtherRows) {
   EXPECT_LE(table->subviews().size(), 6u);
 }
 
+TEST_F(NSTableViewTest, AScreenOfRowsThatGoesServesTheNextScreen) {
+  scrollView->setFrame({0, 0, 200, 900});  // thirty rows
+  const std::size_t before = host->made;
+  for (CGFloat y = 0; y <= 9000; y += 900) scrollTo(y);
+  EXPECT_EQ(host->made, before);
+}
+
 TEST_F(NSTableViewTest, ATallListThatShrinksDoesNotHoldOnToItsViews) {
   std::vector<WeakRef<NSView>> views;
   scrollView->setFrame({0, 0, 200, 3000});
