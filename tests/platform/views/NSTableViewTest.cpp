@@ -425,6 +425,15 @@ TEST_F(NSTableViewTest, RowsThatScrollUnderAStillPointerAreToldWithTheNextMove) 
   EXPECT_EQ(host->hovered, (Hovered{2, 12}));
 }
 
+TEST_F(NSTableViewTest, TheRowUnderThePointerAtTheEndOfADragIsTold) {
+  user.moveTo(*window, at(1));
+  user.press(*window, at(1));
+  user.dragTo(at(3));
+  EXPECT_EQ(host->hovered, Hovered{1});
+  user.release();
+  EXPECT_EQ(host->hovered, (Hovered{1, 3}));
+}
+
 TEST_F(NSTableViewTest, AHoverChangeRedrawsNothingByItself) {
   user.moveTo(*window, at(1));
   desktop.settle();
