@@ -12,7 +12,7 @@ using namespace TessalunaUIKit;
 
 namespace {
 
-constexpr CGFloat margin = 8, numberWidth = 44, glyph = 15, lengthWidth = 48, textHeight = 17;
+constexpr CGFloat margin = 8, numberWidth = 48, glyph = 15, lengthWidth = 48, textHeight = 17;
 
 Ref<NSTextField> label(NSTextAlignment alignment) {
   const auto field = NSTextField::labelWithString("");
@@ -80,9 +80,10 @@ void TrackRowView::setFrame(CGRect frame) {
 }
 
 TrackRowPlaces placesInTrackRow(CGSize row) {
-  // On whole points, so that glyphs and letters stay sharp.
+  // On whole points, so that glyphs and letters stay sharp. The middle of a line of text lies below that of its capitals,
+  // which is what the eye takes for its middle.
   const CGFloat glyphY = std::floor((row.height - glyph) * 0.5);
-  const CGFloat textY = std::floor((row.height - textHeight) * 0.5);
+  const CGFloat textY = std::ceil((row.height - textHeight) * 0.5);
   TrackRowPlaces places;
   CGFloat x = margin;
   places.number = {x, textY, numberWidth, textHeight};
@@ -94,7 +95,7 @@ TrackRowPlaces placesInTrackRow(CGSize row) {
   const CGFloat end = row.width - margin;
   const CGFloat textEnd = end - lengthWidth - glyph - 2 * margin;
   const CGFloat titleWidth = std::max(0.0, std::floor((textEnd - x) * 0.55));
-  places.title = {x, textY, titleWidth, textHeight};
+  places.title = {x, textY, std::max(0.0, titleWidth - margin), textHeight};
   places.artists = {x + titleWidth, textY, std::max(0.0, textEnd - x - titleWidth), textHeight};
   places.more = {textEnd + margin, glyphY, glyph, glyph};
   places.length = {end - lengthWidth, textY, lengthWidth, textHeight};

@@ -115,6 +115,11 @@ TEST_F(TrackListHostTest, PartsOfARowDoNotOverlapAndStayInsideAtAnyWidth) {
   }
 }
 
+TEST_F(TrackListHostTest, TheNumberOfTheLastTrackHasRoom) {
+  // Digits of the desktop's fonts are up to two thirds of the size wide; two points are free on each side.
+  EXPECT_GE(placesInTrackRow({900, 24}).number.size.width, 5 * 13 * 2 / 3.0 + 4);
+}
+
 TEST_F(TrackListHostTest, OnlyTheRowUnderThePointerShowsItsControls) {
   user.moveTo(*window, beside(2));
   EXPECT_THAT(rowsThatShowControls(), ElementsAre(2));
