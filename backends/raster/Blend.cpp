@@ -7,7 +7,7 @@ namespace backend::raster {
 
 namespace {
 
-Float4 alphaOf(Float4 v) { return __builtin_shuffle(v, Int4{3, 3, 3, 3}); }
+Float4 alphaOf(Float4 v) { return __builtin_shufflevector(v, v, 3, 3, 3, 3); }
 
 // R = f(S, D) for a source that already holds its coverage.
 template <BlendMode mode>

@@ -54,12 +54,13 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
     direction = -1;
   }
   const double height = box_.height(), width = box_.width();
-  const double fromY = from.y - box_.top, toY = to.y - box_.top;
+  const double fromX = from.x - box_.left, fromY = from.y - box_.top, toX = to.x - box_.left, toY = to.y - box_.top;
   if (!(fromY < toY) || fromY >= height || toY <= 0) return;
-  const double fromX = from.x - box_.left, toX = to.x - box_.left;
+  const bool isInside = fromY >= 0 && toY <= height && std::min(fromX, toX) >= 0 && std::max(fromX, toX) <= width;
+  if (isInside) return addInside(fromX, fromY, toX, toY, direction);
+
   const double slope = (toX - fromX) / (toY - fromY);
   if (!std::isfinite(slope)) return;  // as good as level
-
   double x0 = fromX, y0 = fromY, x1 = toX, y1 = toY;
   if (y0 < 0) {
     y0 = 0;
@@ -71,7 +72,6 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   }
   if (x0 >= width && x1 >= width) return;
   if (x0 <= 0 && x1 <= 0) return addUpright(0, y0, y1, direction);
-  if (x0 >= 0 && x1 >= 0 && x0 <= width && x1 <= width) return addClipped(x0, y0, x1, y1, slope, direction);
 
   // The part left of the box covers as much as the same height of its left edge; the part right of it
   // nothing.
@@ -93,77 +93,89 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
     x1 = width;
     y1 = atRight;
   }
-  if (y0 < y1) addClipped(x0, y0, x1, y1, slope, direction);
+  if (y0 < y1) addInside(x0, y0, x1, y1, direction);
 }
 
-void CoverageBuffer::touch(int row, int first, int last) {
+inline void CoverageBuffer::touch(int row, int first, int last) {
   std::uint64_t* words = rowTouched(row);
-  for (int block = first / blockSize; block <= last / blockSize; ++block) {
-    words[block / 64] |= std::uint64_t(1) << (block % 64);
-  }
+  const int from = first / blockSize, to = last / blockSize;
+  for (int block = from; block <= to; ++block) words[block / 64] |= std::uint64_t(1) << (block % 64);
+}
+
+// Of a side that stays in one pixel of a row: `middle` is how far from the pixel's left edge its middle lies.
+inline void CoverageBuffer::addToPixel(int row, int column, float middle, float cover) {
+  float* value = rowValues(row) + column;
+  value[0] += cover - cover * middle;
+  value[1] += cover * middle;
+  touch(row, column, column + 1);
 }
 
 void CoverageBuffer::addUpright(double x, double y0, double y1, float direction) {
-  const int column = int(x);
-  const float right = float(x - column), left = 1 - right;
-  const int first = int(y0), last = std::min(int(y1), box_.height() - 1);
+  const int column = int(x), first = int(y0), last = std::min(int(y1), box_.height() - 1);
   firstRow_ = std::min(firstRow_, first);
   lastRow_ = std::max(lastRow_, last);
+  const float middle = float(x - column);
   for (int row = first; row <= last; ++row) {
-    const float cover = direction * float(std::min(y1, row + 1.0) - std::max(y0, double(row)));
-    float* value = rowValues(row) + column;
-    value[0] += cover * left;
-    value[1] += cover * right;
-    touch(row, column, column + 1);
+    const double covered = std::min(y1, row + 1.0) - std::max(y0, double(row));
+    addToPixel(row, column, middle, direction * float(covered));
   }
 }
 
-void CoverageBuffer::addClipped(double x0, double y0, double x1, double y1, double slope, float direction) {
-  if (x0 == x1) return addUpright(x0, y0, y1, direction);
-  const double least = std::min(x0, x1), most = std::max(x0, x1);
+// A side within the box, downwards.
+void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float direction) {
   const int first = int(y0), last = std::min(int(y1), box_.height() - 1);
+  const int column = int(x0);
+  const bool isInColumn = column == int(x1);
+  // Most chords of a curve are shorter than a pixel.
+  if (first == last && isInColumn) {
+    firstRow_ = std::min(firstRow_, first);
+    lastRow_ = std::max(lastRow_, last);
+    return addToPixel(first, column, float((x0 + x1) * 0.5 - column), direction * float(y1 - y0));
+  }
+  const double slope = (x1 - x0) / (y1 - y0);
+  if (!std::isfinite(slope)) return;  // as good as level
+  if (slope == 0) return addUpright(x0, y0, y1, direction);
   firstRow_ = std::min(firstRow_, first);
   lastRow_ = std::max(lastRow_, last);
+  const float coverPerPixel = direction * float(std::abs(1 / slope));
+  const double least = std::min(x0, x1), most = std::max(x0, x1);
   double x = x0, y = y0;
   for (int row = first; row <= last; ++row) {
     const double bottom = std::min(y1, row + 1.0);
     // From the start every time, so that errors do not add up; held between the ends, for what rounding does
     // there.
     const double next = std::min(std::max(x0 + (bottom - y0) * slope, least), most);
-    addToRow(row, x, next, direction * float(bottom - y));
+    const int here = int(x);
+    if (isInColumn || here == int(next)) addToPixel(row, here, float((x + next) * 0.5 - here), direction * float(bottom - y));
+    else addToRow(row, x, next, coverPerPixel);
     x = next;
     y = bottom;
   }
 }
 
-// A piece of a side that crosses `cover` of a row's height while it goes from one column to another.
-void CoverageBuffer::addToRow(int row, double from, double to, float cover) {
+// Of a side that crosses several pixels of a row: it covers so much of the row's height while it goes over one of
+// them.
+void CoverageBuffer::addToRow(int row, double from, double to, float coverPerPixel) {
   const double left = std::min(from, to), right = std::max(from, to);
   const int first = int(left), last = int(right);
   float* value = rowValues(row) + first;
-  if (last == first) {
-    const float f = float((left + right) * 0.5 - first);
-    value[0] += cover - cover * f;
-    value[1] += cover * f;
-    return touch(row, first, first + 1);
-  }
-  // The area right of the piece grows quadratically in its first and last pixel, linearly between. Each pixel
+  // The area right of the side grows quadratically in its first and last pixel, linearly between. Each pixel
   // gets its area less what the pixels before it got.
   const int pixels = last - first;
-  const float perPixel = float(1 / (right - left));
   const float in = float(first + 1 - left), out = float(right - last);
-  const float area = 0.5f * perPixel * in * in;  // in the first pixel
-  value[0] += cover * area;
-  float before = area, level = perPixel * in;
+  const float cover = coverPerPixel * float(right - left);
+  float level = coverPerPixel * in;
+  float before = 0.5f * level * in;
+  value[0] += before;
   for (int i = 1; i < pixels; ++i) {
-    const float here = level + 0.5f * perPixel;
-    value[i] += cover * (here - before);
+    const float here = level + 0.5f * coverPerPixel;
+    value[i] += here - before;
     before = here;
-    level += perPixel;
+    level += coverPerPixel;
   }
-  const float lastArea = level + (1 - level) * (1 - 0.5f * out);
-  value[pixels] += cover * (lastArea - before);
-  value[pixels + 1] += cover * (1 - lastArea);
+  const float lastArea = level + (cover - level) * (1 - 0.5f * out);
+  value[pixels] += lastArea - before;
+  value[pixels + 1] += cover - lastArea;
   touch(row, first, last + 1);
 }
 
@@ -177,10 +189,10 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
     for (float* four = values + block * blockSize; four < end; four += 4) {
       Float4 v;
       std::memcpy(&v, four, sizeof v);
-      v += __builtin_shuffle(zero, v, Int4{0, 4, 5, 6});
-      v += __builtin_shuffle(zero, v, Int4{0, 1, 4, 5});
+      v += __builtin_shufflevector(zero, v, 0, 4, 5, 6);
+      v += __builtin_shufflevector(zero, v, 0, 1, 4, 5);
       v += before;
-      before = __builtin_shuffle(v, Int4{3, 3, 3, 3});
+      before = __builtin_shufflevector(v, v, 3, 3, 3, 3);
       least = smaller(least, v);
       most = larger(most, v);
       std::memcpy(four, &v, sizeof v);

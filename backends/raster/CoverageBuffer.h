@@ -2,7 +2,7 @@
 //
 // Every side adds to each pixel that it crosses the change of covered area from the pixel's left neighbour;
 // the sum of a row from the left up to a pixel is then that pixel's winding number averaged over its area.
-// One bit a block of eight pixels notes where anything was added: between such blocks the sum stands still,
+// One bit a block of four pixels notes where anything was added: between such blocks the sum stands still,
 // and the row needs no look at pixels.
 //
 // That average is the coverage wherever windings are 0 and 1, or 0 and -1, as they are in nearly all artwork.
@@ -19,6 +19,9 @@
 #include "backends/raster/WorkBuffer.h"
 
 namespace backend::raster {
+
+// Below this a pixel's 8-bit value cannot change; rounding leaves such rests where a sum should be 0.
+inline constexpr float leastCoverage = 1.0f / 1024;
 
 // The coverage of a pixel with this average winding.
 inline float coverageOf(float winding) { return std::min(std::abs(winding), 1.0f); }
@@ -41,10 +44,7 @@ class CoverageBuffer {
   void sweep(const Shape& shape, const PixelRect& box, Sink& sink);
 
  private:
-  static constexpr int blockSize = 8;
-  // Below this a pixel's 8-bit value cannot change; rounding leaves such rests where a sum should be 0.
-  static constexpr float leastCoverage = 1.0f / 1024;
-
+  static constexpr int blockSize = 4;
   // What sums of a row and the row before it have shown.
   struct Range {
     float least = 0, most = 0;
@@ -55,9 +55,10 @@ class CoverageBuffer {
   void add(const Shape& shape);
   void addResolved(const Shape& shape, int firstRow);
   void addEdge(CGPoint from, CGPoint to);
-  void addClipped(double x0, double y0, double x1, double y1, double slope, float direction);
+  void addInside(double x0, double y0, double x1, double y1, float direction);
   void addUpright(double x, double y0, double y1, float direction);
-  void addToRow(int row, double x0, double x1, float cover);
+  void addToPixel(int row, int column, float middle, float cover);
+  void addToRow(int row, double from, double to, float coverPerPixel);
   void touch(int row, int first, int last);
   Range sumRow(int row);
   void clearRow(int row);

@@ -21,6 +21,25 @@ std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform&
   return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
+// Whether what is painted in the color leaves everything as it is; no shadow falls from it either.
+bool leavesNoMark(const Color& color, double alpha, BlendMode mode) {
+  switch (mode) {
+    case BlendMode::Normal:
+    case BlendMode::SourceAtop:
+    case BlendMode::DestinationOver:
+    case BlendMode::DestinationOut:
+    case BlendMode::Xor:
+    case BlendMode::PlusLighter: return premultiplied(color, alpha)[3] == 0;
+    case BlendMode::Clear:
+    case BlendMode::Copy:
+    case BlendMode::SourceIn:
+    case BlendMode::SourceOut:
+    case BlendMode::DestinationIn:
+    case BlendMode::DestinationAtop: break;
+  }
+  return false;
+}
+
 class PlaneWriter {
  public:
   explicit PlaneWriter(Plane& plane) : plane_(plane) {}
@@ -106,16 +125,34 @@ void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
 }
 
 void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
-  if (state_.clip.box.isEmpty()) return;
+  if (state_.clip.box.isEmpty() || leavesNoMark(state_.fillColor, state_.alpha, state_.blendMode)) return;
   const std::optional<CastShadow> shadow = castShadow();
+  if (!shadow && fillWholePixels(path)) return;
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));
   paintPolygons({.polygons = polygons_, .rule = rule},
                 {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
 }
 
+// A rectangle of whole pixels that replaces what is there, as the ground of a window is: nothing to work out.
+bool RasterCanvas::Studio::fillWholePixels(const Path& path) {
+  const Float4 color = premultiplied(state_.fillColor, state_.alpha);
+  const bool replaces = state_.blendMode == BlendMode::Copy || (state_.blendMode == BlendMode::Normal && color[3] == 1);
+  if (!replaces || openLayers_ > 0 || !state_.clip.isPlain()) return false;
+  const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice);
+  if (!rect) return false;
+  Clip filled = state_.clip;
+  filled.intersectRect(*rect);
+  if (!filled.isPlain()) return false;
+  std::uint32_t pixel = 0;
+  storeRow(&color, &pixel, 1);
+  for (int y = filled.box.top; y < filled.box.bottom; ++y)
+    std::fill_n(bitmap_->row(y) + filled.box.left, filled.box.width(), pixel);
+  return true;
+}
+
 void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
-  if (state_.clip.box.isEmpty()) return;
+  if (state_.clip.box.isEmpty() || leavesNoMark(state_.strokeColor, state_.alpha, state_.blendMode)) return;
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
   const Overlaps overlaps =
@@ -132,10 +169,22 @@ void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const L
   paintPolygons({.polygons = polygons_, .rule = rule}, {.gradient = &ramp_}, shadow);
 }
 
+// True if nothing is wanted but a color on the bitmap's own pixels.
+bool RasterCanvas::Studio::paintsColor(const Source& source) const {
+  const bool isPlainMode =
+      state_.blendMode == BlendMode::Normal || (state_.blendMode == BlendMode::Copy && source.color[3] == 1);
+  return openLayers_ == 0 && source.isEven() && isPlainMode && state_.clip.isPlain();
+}
+
 void RasterCanvas::Studio::paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                                          const std::optional<CastShadow>& shadow) {
   if (shadow) paintShadowOfPolygons(shape, source, *shadow);
   const PixelRect box = polygons_.bounds().roundedOut().intersected(state_.clip.box);
+  if (paintsColor(source)) {
+    ColorPainter painter(*bitmap_, source.color);
+    if (!box.isEmpty()) coverage_.sweep(shape, box, painter);
+    return;
+  }
   const Painting painting{surface(), source, state_.blendMode, state_.clip};
   Painter painter(painting, box, painterMemory_);
   if (painter.box().isEmpty()) return noteInLayer(shape, source, shadow);
@@ -187,9 +236,21 @@ void RasterCanvas::Studio::noteInLayer(const CoverageBuffer::Shape& shape, const
   layer.shape.swap(polygons_);
 }
 
+// The open layer, if there is one, holds something else than one shape.
+void RasterCanvas::Studio::noteMixtureInLayer() {
+  if (openLayers_ == 0) return;
+  ++layers_[openLayers_ - 1]->operations;
+  layers_[openLayers_ - 1]->shapeAlpha = 0;
+}
+
 // Paints one color by the coverage that the plane holds.
 void RasterCanvas::Studio::paintPlane(Plane& plane, Float4 color) {
   const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
+  if (paintsColor({.color = color})) {
+    ColorPainter painter(*bitmap_, color);
+    for (int y = box.top; y < box.bottom; ++y) painter.varied(box.left, y, box.width(), plane.row(y));
+    return;
+  }
   const Painting painting{surface(), {.color = color}, state_.blendMode, state_.clip};
   Painter painter(painting, box, painterMemory_);
   if (painter.box().isEmpty()) return;
@@ -231,10 +292,7 @@ void RasterCanvas::Studio::endLayer() {
       paintShadowOfLayer(layer.pixels, *shadow);
     }
   }
-  if (openLayers_ > 0) {
-    ++layers_[openLayers_ - 1]->operations;
-    layers_[openLayers_ - 1]->shapeAlpha = 0;
-  }
+  noteMixtureInLayer();
   const Source source{.layer = &layer.pixels, .layerAlpha = float(alpha)};
   const Painting painting{surface(), source, state_.blendMode, state_.clip};
   // A picture is as large as the clip, even where it is empty; but only these two operators can tell.

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "backends/raster/Blur.h"
+#include "backends/raster/ColorPainter.h"
 #include "backends/raster/GlyphCache.h"
 #include "backends/raster/Painter.h"
 #include "backends/raster/RasterCanvas.h"
@@ -60,16 +61,19 @@ class RasterCanvas::Studio {
   PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
   void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
   void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
+  bool fillWholePixels(const Path& path);
   void fillGlyphs(const GlyphRun& run, CGPoint origin);
   const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
   void resample(const ImagePixels& image, const PixelRect& box, Layer& pixels);
   static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source,
                            const PixelRect& box, Layer& pixels);
+  bool paintsColor(const Source& source) const;
   void paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                      const std::optional<CastShadow>& shadow);
   void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
   void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
                    const std::optional<CastShadow>& shadow);
+  void noteMixtureInLayer();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
   void paintPlane(Plane& plane, Float4 color);
 

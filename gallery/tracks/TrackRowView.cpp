@@ -12,7 +12,7 @@ using namespace TessalunaUIKit;
 
 namespace {
 
-constexpr CGFloat margin = 8, numberWidth = 44, glyph = 15, lengthWidth = 48;
+constexpr CGFloat margin = 8, numberWidth = 44, glyph = 15, lengthWidth = 48, textHeight = 17;
 
 Ref<NSTextField> label(NSTextAlignment alignment) {
   const auto field = NSTextField::labelWithString("");
@@ -74,23 +74,36 @@ void TrackRowView::setFavorite(bool isFavorite) {
 
 void TrackRowView::setFrame(CGRect frame) {
   NSView::setFrame(frame);
+  const TrackRowPlaces places = placesInTrackRow(frame.size);
+  number_->setFrame(places.number);
+  play_->setFrame(places.play);
+  favorite_->setFrame(places.favorite);
+  title_->setFrame(places.title);
+  artists_->setFrame(places.artists);
+  more_->setFrame(places.more);
+  length_->setFrame(places.length);
+}
+
+TrackRowPlaces placesInTrackRow(CGSize row) {
   // On whole points, so that glyphs and letters stay sharp.
-  const CGFloat middle = std::floor((frame.size.height - glyph) * 0.5);
-  const CGFloat textHeight = 17, textY = std::floor((frame.size.height - textHeight) * 0.5);
+  const CGFloat glyphY = std::floor((row.height - glyph) * 0.5);
+  const CGFloat textY = std::floor((row.height - textHeight) * 0.5);
+  TrackRowPlaces places;
   CGFloat x = margin;
-  number_->setFrame({x, textY, numberWidth, textHeight});
+  places.number = {x, textY, numberWidth, textHeight};
   x += numberWidth + margin;
-  play_->setFrame({x, middle, glyph, glyph});
+  places.play = {x, glyphY, glyph, glyph};
   x += glyph + margin;
-  favorite_->setFrame({x, middle, glyph, glyph});
+  places.favorite = {x, glyphY, glyph, glyph};
   x += glyph + 2 * margin;
-  const CGFloat end = frame.size.width - margin;
+  const CGFloat end = row.width - margin;
   const CGFloat textEnd = end - lengthWidth - glyph - 2 * margin;
   const CGFloat titleWidth = std::max(0.0, std::floor((textEnd - x) * 0.55));
-  title_->setFrame({x, textY, titleWidth, textHeight});
-  artists_->setFrame({x + titleWidth, textY, std::max(0.0, textEnd - x - titleWidth), textHeight});
-  more_->setFrame({textEnd + margin, middle, glyph, glyph});
-  length_->setFrame({end - lengthWidth, textY, lengthWidth, textHeight});
+  places.title = {x, textY, titleWidth, textHeight};
+  places.artists = {x + titleWidth, textY, std::max(0.0, textEnd - x - titleWidth), textHeight};
+  places.more = {textEnd + margin, glyphY, glyph, glyph};
+  places.length = {end - lengthWidth, textY, lengthWidth, textHeight};
+  return places;
 }
 
 }  // namespace gallery

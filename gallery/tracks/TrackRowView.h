@@ -10,6 +10,12 @@
 
 namespace gallery {
 
+// Where each part stands in a row of this size, y down.
+struct TrackRowPlaces {
+  platform::CGRect number, play, favorite, title, artists, more, length;
+};
+TrackRowPlaces placesInTrackRow(platform::CGSize row);
+
 class TrackRowView : public platform::NSView {
  public:
   explicit TrackRowView(platform::Ref<TessalunaUIKit::TrackListRowActionTarget> target);

@@ -45,6 +45,7 @@ void NSControl::setEnabled(bool isEnabled) {
   if (!cell_) return;
   cell_->setEnabled(isEnabled);
   setNeedsDisplay(true);
+  NSAccessibilityPostNotification(cell_, NSAccessibilityEnabledChangedNotification);
 }
 
 void NSControl::setHighlighted(bool isHighlighted) {

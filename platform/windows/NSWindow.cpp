@@ -183,6 +183,7 @@ std::optional<AccessibilityElements> NSWindow::accessibilityOwnChildren() const 
 void NSWindow::setTitle(std::string title) {
   title_ = std::move(title);
   if (native_) native_->setTitle(title_);
+  NSAccessibilityPostNotification(weak_from_this().lock(), NSAccessibilityTitleChangedNotification);
 }
 
 void NSWindow::setBackgroundColor(Ref<NSColor> color) {

@@ -1,0 +1,42 @@
+// A routine's picture as the plain shapes that any painting library knows, taken down while the routine draws.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "platform/backend/Canvas.h"
+#include "uikit/stylekit/Routines.h"
+
+namespace bench {
+
+struct Pen {
+  double width = 1;  // in device pixels, as the lengths of dashes
+  backend::LineCap cap{};
+  backend::LineJoin join{};
+  double miterLimit = 10;
+  std::vector<double> dash = {};
+  double dashPhase = 0;
+};
+
+struct Outline {
+  backend::Path path = {};  // in device pixels, y down
+  backend::Color color;
+  backend::FillRule rule{};
+  std::optional<Pen> pen = {};  // stroked with it; absent when the outline is filled
+};
+
+struct Drawing {
+  int width = 0, height = 0;  // in device pixels
+  std::vector<Outline> outlines = {};
+  // The routine also paints gradients or inner shadows. Its outlines are then less than its picture: a gradient counts as
+  // its first color, an inner shadow is left out.
+  bool hasRecipe = false;
+};
+
+// The routine with its default flags, in its default frame, at a device scale.
+Drawing drawingOf(const TessalunaUIKit::Routine& routine, double scale);
+
+// Calls the routine with its default flags and frame, for the current context.
+void drawRoutine(const TessalunaUIKit::Routine& routine);
+
+}  // namespace bench

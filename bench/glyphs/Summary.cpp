@@ -1,0 +1,135 @@
+#include "bench/glyphs/Summary.h"
+
+#include <cstdio>
+
+#include "bench/harness/statistics.h"
+
+namespace bench {
+
+namespace {
+
+// Where the project wants to be.
+constexpr double wantedMean = 0.6, wantedMost = 1.0;
+
+std::vector<double> timesOf(const Entry& entry, std::size_t peer) {
+  std::vector<double> times;
+  for (const Round& round : entry.rounds) times.push_back(round.ofPeers[peer]);
+  return times;
+}
+
+std::size_t fastestPeer(const Entry& entry) {
+  std::size_t fastest = 0;
+  for (std::size_t i = 1; i < std::size(peers); ++i)
+    if (median(timesOf(entry, i)) < median(timesOf(entry, fastest))) fastest = i;
+  return fastest;
+}
+
+// What is compared: the routine itself, or only its outlines where it does what peers cannot.
+double ours(const Entry& entry, const Round& round) { return entry.hasRecipe ? round.outlines : round.routine; }
+
+// One of each round: numbers that were measured close to each other.
+std::vector<double> ratiosOf(const Entry& entry) {
+  const std::size_t fastest = fastestPeer(entry);
+  std::vector<double> ratios;
+  for (const Round& round : entry.rounds) ratios.push_back(ours(entry, round) / round.ofPeers[fastest]);
+  return ratios;
+}
+
+double medianMicroseconds(const Entry& entry, double (*time)(const Entry&, const Round&)) {
+  std::vector<double> times;
+  for (const Round& round : entry.rounds) times.push_back(time(entry, round) * 1e6);
+  return median(times);
+}
+
+void printSpread(const std::vector<double>& ratios) {
+  std::printf("%5.2f  %5.2f-%.2f", median(ratios), quantile(ratios, 0.25), quantile(ratios, 0.75));
+}
+
+void printRow(const Entry& entry) {
+  std::printf("  %-24.*s %8.2f", int(entry.routine.size()), entry.routine.data(), medianMicroseconds(entry, ours));
+  for (std::size_t i = 0; i < std::size(peers); ++i) std::printf(" %8.2f", median(timesOf(entry, i)) * 1e6);
+  std::printf("   ");
+  const std::vector<double> ratios = ratiosOf(entry);
+  printSpread(ratios);
+  std::printf("  %s\n", peers[fastestPeer(entry)].name.data());
+}
+
+void printHeading(const char* text) {
+  std::printf("\n%s\n  %-24s %8s", text, "microseconds", "ours");
+  for (const Peer& peer : peers) std::printf(" %8s", peer.name.data());
+  std::printf("   ours/fastest, quartiles\n");
+}
+
+}  // namespace
+
+void Summary::Finalize() {
+  for (const double scale : {1.0, 4.0}) {
+    printSize(scale);
+    printRecipes(scale);
+  }
+  printAllocations();
+}
+
+void Summary::printSize(double scale) {
+  printHeading(scale == 1 ? "Default size: routines of plain fills and strokes, called as a program calls them"
+                          : "Four times the default size");
+  std::vector<std::vector<double>> rounds;  // by round, the ratios of all routines
+  std::vector<double> medians;
+  const Entry* worst = nullptr;
+  int above = 0;
+  for (const Entry& entry : entries_) {
+    if (entry.scale != scale || entry.hasRecipe || entry.rounds.empty()) continue;
+    printRow(entry);
+    const std::vector<double> ratios = ratiosOf(entry);
+    rounds.resize(std::max(rounds.size(), ratios.size()));
+    for (std::size_t i = 0; i < ratios.size(); ++i) rounds[i].push_back(ratios[i]);
+    medians.push_back(median(ratios));
+    if (medians.back() > wantedMost) ++above;
+    if (!worst || medians.back() > median(ratiosOf(*worst))) worst = &entry;
+  }
+  if (!worst) return;
+  std::vector<double> means;
+  for (const std::vector<double>& ratios : rounds) means.push_back(geometricMean(ratios));
+  std::printf("  Geometric mean of %zu routines: ", medians.size());
+  printSpread(means);
+  std::printf("; wanted %.2f\n  Worst: %.*s, %.2f; above %.1f: %d routines\n", wantedMean, int(worst->routine.size()),
+              worst->routine.data(), median(ratiosOf(*worst)), wantedMost, above);
+}
+
+void Summary::printRecipes(double scale) {
+  const auto isShown = [&](const Entry& entry) {
+    return entry.scale == scale && entry.hasRecipe && !entry.rounds.empty();
+  };
+  if (std::none_of(entries_.begin(), entries_.end(), isShown)) return;
+  printHeading(scale == 1 ? "Default size: routines with inner shadow or gradient, their outlines only"
+                          : "Four times the default size: outlines only of those with inner shadow or gradient");
+  std::vector<double> medians;
+  for (const Entry& entry : entries_) {
+    if (!isShown(entry)) continue;
+    printRow(entry);
+    medians.push_back(median(ratiosOf(entry)));
+  }
+  std::printf("  Geometric mean of %zu routines: %5.2f\n", medians.size(), geometricMean(medians));
+  std::printf("  The whole routine, with its gradients and inner shadows, and what these cost:\n");
+  const auto whole = [](const Entry&, const Round& round) { return round.routine; };
+  const auto recipe = [](const Entry&, const Round& round) { return round.routine - round.outlines; };
+  for (const Entry& entry : entries_) {
+    if (!isShown(entry)) continue;
+    std::printf("  %-24.*s %8.2f %8.2f\n", int(entry.routine.size()), entry.routine.data(),
+                medianMicroseconds(entry, whole), medianMicroseconds(entry, recipe));
+  }
+}
+
+void Summary::printAllocations() {
+  std::printf(
+      "\nBlocks of memory that the routine asks for: in the first drawing on a new canvas, in each later one, of these for\n"
+      "its own colors and path objects, and by the canvas\n");
+  for (const Entry& entry : entries_) {
+    if (entry.rounds.empty()) continue;
+    const Allocations& a = entry.allocations;
+    std::printf("  %-24.*s %gx %6zu %6zu %6zu %6zu\n", int(entry.routine.size()), entry.routine.data(), entry.scale,
+                a.first, a.later, a.itsOwn, a.later - a.itsOwn);
+  }
+}
+
+}  // namespace bench

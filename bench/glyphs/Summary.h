@@ -1,0 +1,54 @@
+// What the runs of the benchmark are gathered in, and the tables that are printed of it.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bench/glyphs/Contestant.h"
+
+namespace bench {
+
+// Of one routine at one size, once: seconds for one drawing.
+struct Round {
+  double routine = 0, outlines = 0;
+  std::array<double, std::size(peers)> ofPeers{};
+};
+
+// How often a routine allocates.
+struct Allocations {
+  std::size_t first = 0;   // in its first drawing on a new canvas
+  std::size_t later = 0;   // in each later one
+  std::size_t itsOwn = 0;  // of the later ones, by colors and path objects: also on a canvas that does nothing
+};
+
+struct Entry {
+  std::string_view routine;
+  double scale = 1;
+  bool hasRecipe = false;
+  Allocations allocations = {};
+  std::vector<Round> rounds = {};
+};
+
+// Prints nothing as runs come in. What they measured is in the entries, which are printed at the end.
+class Summary final : public benchmark::BenchmarkReporter {
+ public:
+  explicit Summary(const std::vector<Entry>& entries) : entries_(entries) {}
+
+  bool ReportContext(const Context&) override { return true; }
+  void ReportRuns(const std::vector<Run>&) override {}
+  void Finalize() override;
+
+ private:
+  void printSize(double scale);
+  void printRecipes(double scale);
+  void printAllocations();
+
+  const std::vector<Entry>& entries_;
+};
+
+}  // namespace bench

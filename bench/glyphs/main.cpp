@@ -1,0 +1,150 @@
+// Each routine of the kit at its default size and at four times it, beside what people would use instead. One round
+// draws a routine with everybody in turn, so that what is compared was measured within milliseconds; rounds of all
+// routines come in random order.
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "bench/glyphs/Summary.h"
+#include "bench/harness/countedAllocations.h"
+#include "bench/harness/cpuTime.h"
+#include "platform/graphics/NSGraphicsContext.h"
+
+namespace bench {
+
+namespace {
+
+constexpr double secondsOfOne = 0.0005;  // for one contestant in one round
+
+class DoesNothing final : public backend::Canvas {
+ public:
+  void saveState() override {}
+  void restoreState() override {}
+  void concat(const backend::CGAffineTransform&) override {}
+  void clipRect(backend::CGRect) override {}
+  void clipPath(const backend::Path&, backend::FillRule) override {}
+  void setFillColor(const backend::Color&) override {}
+  void setStrokeColor(const backend::Color&) override {}
+  void setShadow(const backend::Shadow&) override {}
+  void setAlpha(double) override {}
+  void setBlendMode(backend::BlendMode) override {}
+  void beginTransparencyLayer() override {}
+  void endTransparencyLayer() override {}
+  void fillPath(const backend::Path&, backend::FillRule) override {}
+  void strokePath(const backend::Path&, const backend::StrokeStyle&) override {}
+  void fillGradient(const backend::Path&, backend::FillRule, const backend::LinearGradient&) override {}
+  void drawGlyphs(const backend::GlyphRun&, backend::CGPoint) override {}
+  void drawImage(const backend::ImagePixels&, backend::CGRect, backend::CGRect) override {}
+};
+
+Allocations allocationsOf(const Subject& subject) {
+  Allocations counted;
+  {
+    DoesNothing canvas;
+    const platform::CanvasScope scope(canvas);
+    drawRoutine(subject.routine);  // what is made once in a program's life is made here
+    counted.itsOwn = bench::allocationsOf([&] { drawRoutine(subject.routine); });
+  }
+  const std::unique_ptr<Contestant> canvas = makeRoutineContestant(subject);
+  counted.first = bench::allocationsOf([&] { canvas->draw(); });
+  counted.later = bench::allocationsOf([&] { canvas->draw(); });
+  return counted;
+}
+
+// The mean difference of two pictures' channels, of 255.
+double difference(const Contestant& a, const Contestant& b, const Drawing& drawing) {
+  double sum = 0;
+  for (int y = 0; y < drawing.height; ++y) {
+    for (int x = 0; x < drawing.width; ++x) {
+      for (int shift = 0; shift < 32; shift += 8)
+        sum += std::abs(int(a.row(y)[x] >> shift & 255) - int(b.row(y)[x] >> shift & 255));
+    }
+  }
+  return sum / (4.0 * drawing.width * drawing.height);
+}
+
+// A comparison is one only if everybody draws the same.
+void checkPictures(const Subject& subject) {
+  // Mean over all pixels, of 255. Edges differ by a little, and of a small picture they are the most.
+  const double allowed = 8 / subject.scale;
+  const std::unique_ptr<Contestant> outlines = makeOutlinesContestant(subject);
+  outlines->draw();
+  const auto check = [&](std::string_view name, std::unique_ptr<Contestant> other) {
+    other->draw();
+    const double off = difference(*outlines, *other, subject.drawing);
+    if (off <= allowed) return;
+    std::fprintf(stderr, "bench: %s at %gx by %s differs by %.2f of 255\n", subject.routine.name.data(), subject.scale,
+                 name.data(), off);
+    std::exit(1);
+  };
+  if (!subject.drawing.hasRecipe) check("the routine itself", makeRoutineContestant(subject));
+  for (const Peer& peer : peers) check(peer.name, peer.make(subject));
+}
+
+// Everybody once, beginning with another one each time.
+Round playRound(const Subject& subject, std::size_t turn) {
+  constexpr std::size_t ownCount = 2, count = ownCount + std::size(peers);
+  Round round;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t who = (i + turn) % count;
+    const std::unique_ptr<Contestant> contestant = who == 0   ? makeRoutineContestant(subject)
+                                                   : who == 1 ? makeOutlinesContestant(subject)
+                                                              : peers[who - ownCount].make(subject);
+    double& seconds = who == 0 ? round.routine : who == 1 ? round.outlines : round.ofPeers[who - ownCount];
+    seconds = secondsOf([&] { contestant->draw(); }, secondsOfOne);
+  }
+  return round;
+}
+
+void measure(benchmark::State& state, const Subject& subject, Entry& entry) {
+  for (auto _ : state) {
+    entry.rounds.push_back(playRound(subject, entry.rounds.size()));
+    const Round& round = entry.rounds.back();
+    state.SetIterationTime(round.routine);
+    state.counters["outlines"] = round.outlines * 1e9;
+    for (std::size_t i = 0; i < std::size(peers); ++i) state.counters[std::string(peers[i].name)] = round.ofPeers[i] * 1e9;
+  }
+}
+
+int runAll(int argc, char** argv) {
+  // Before what was asked for, so that it can be asked for otherwise.
+  std::string interleaving = "--benchmark_enable_random_interleaving=true", repetitions = "--benchmark_repetitions=15";
+  std::vector<char*> arguments{argv[0], interleaving.data(), repetitions.data()};
+  arguments.insert(arguments.end(), argv + 1, argv + argc);
+  int count = int(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 1;
+
+  const auto routines = TessalunaUIKit::routines();
+  std::vector<Entry> entries;
+  std::vector<Drawing> drawings;
+  for (const double scale : {1.0, 4.0}) {
+    for (const TessalunaUIKit::Routine& routine : routines) {
+      drawings.push_back(drawingOf(routine, scale));
+      entries.push_back({.routine = routine.name, .scale = scale, .hasRecipe = drawings.back().hasRecipe});
+    }
+  }
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    const Subject subject{routines[i % routines.size()], entries[i].scale, drawings[i]};
+    // One routine draws nothing by default; there is nothing to compare.
+    if (subject.drawing.outlines.empty()) continue;
+    Entry& entry = entries[i];
+    checkPictures(subject);
+    entry.allocations = allocationsOf(subject);
+    const std::string name = std::string(entry.routine) + (entry.scale == 1 ? "/1x" : "/4x");
+    benchmark::RegisterBenchmark(name.c_str(), [subject, &entry](benchmark::State& state) { measure(state, subject, entry); })
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Unit(benchmark::kMicrosecond);
+  }
+  Summary summary(entries);
+  benchmark::RunSpecifiedBenchmarks(&summary);
+  return 0;
+}
+
+}  // namespace
+
+}  // namespace bench
+
+int main(int argc, char** argv) { return bench::runAll(argc, argv); }
