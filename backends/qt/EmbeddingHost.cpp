@@ -12,6 +12,7 @@
 #include "backends/qt/QtViewWidget.h"
 #include "backends/qt/cursorShapes.h"
 #include "backends/qt/screenSpace.h"
+#include "backends/qt/textInput.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/views/NSView.h"
 #include "platform/windows/NSWindow.h"
@@ -90,7 +91,10 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
   }
   void firstResponderDidChange() override {
     if (host_) host_->followFirstResponder();
+    tellInputMethodOfChange();
   }
+  void textInputDidChange() override { tellInputMethodOfChange(); }
+  void discardMarkedText() override { resetInputMethod(); }
   void intrinsicContentSizeDidChange(NSView& view) override {
     if (host_) host_->sizeHintChanged(view);
   }

@@ -1,5 +1,6 @@
 #include "backends/qt/QtBackend.h"
 
+#include <QClipboard>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -121,6 +122,12 @@ void QtBackend::popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntr
                           std::function<void(std::optional<std::size_t>)> chosen) {
   const auto* native = dynamic_cast<const QtNativeWindow*>(&window);
   if (native && native->qWindow()) menu_.open(*native->qWindow(), qtPointOf(at), entries, std::move(chosen));
+}
+
+std::string QtBackend::clipboardText() const { return QGuiApplication::clipboard()->text().toStdString(); }
+
+void QtBackend::setClipboardText(const std::string& text) {
+  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
 std::shared_ptr<const ImagePixels> QtBackend::decodeImage(std::span<const std::byte> bytes) const {

@@ -39,6 +39,8 @@ class QtBackend : public Backend {
   Color systemColor(SystemColor color) const override;
   void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
                  std::function<void(std::optional<std::size_t>)> chosen) override;
+  std::string clipboardText() const override;
+  void setClipboardText(const std::string& text) override;
   const TextEngine& textEngine() const override { return textEngine_; }
   std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
   double now() const override;

@@ -10,6 +10,7 @@
 #include "backends/qt/KeptPicture.h"
 #include "backends/qt/cursorShapes.h"
 #include "backends/qt/screenSpace.h"
+#include "backends/qt/textInput.h"
 #include "platform/windows/NSWindow.h"
 
 namespace backend::qt {
@@ -130,6 +131,13 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::ShortcutOverride:
         event->setAccepted(relay_.key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
         return true;
+      case QEvent::InputMethodQuery:
+        if (const auto window = client_->eventWindow())
+          answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), *window, geometry().topLeft());
+        return true;
+      case QEvent::InputMethod:
+        if (const auto window = client_->eventWindow()) sendToText(static_cast<QInputMethodEvent&>(*event), *window);
+        return true;
       case QEvent::FocusIn: client_->nativeKeyStatusChanged(true); return false;
       case QEvent::FocusOut: client_->nativeKeyStatusChanged(false); return false;
       case QEvent::Move:
@@ -184,6 +192,9 @@ void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(sha
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
 void QtWindow::eventWasNotTaken() { surface_->eventWasNotTaken(); }
+void QtWindow::firstResponderDidChange() { tellInputMethodOfChange(); }
+void QtWindow::textInputDidChange() { tellInputMethodOfChange(); }
+void QtWindow::discardMarkedText() { resetInputMethod(); }
 QWindow* QtWindow::qWindow() const { return surface_.get(); }
 
 void QtWindow::setParent(NativeWindow* parent) {
