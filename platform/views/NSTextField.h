@@ -87,6 +87,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
   void textDidBeginEditing(const Ref<NSNotification>& notification) override;
   void textDidChange(const Ref<NSNotification>& notification) override;
   void textDidEndEditing(const Ref<NSNotification>& notification) override;
+  void textViewDidChangeSelection(const Ref<NSNotification>& notification) override;
   bool textViewDoCommandBySelector(NSTextView& editor, std::string_view selector) override;
 
  protected:
@@ -100,8 +101,10 @@ class NSTextField : public NSControl, public NSTextDelegate {
   void changeTextCell(Change change);
   void notify(std::string_view name, void (NSTextFieldDelegate::*operation)(const Ref<NSNotification>&));
   void takeOver(const NSText& editor);
+  void tellAssistiveClientsOfText();
 
   WeakRef<NSTextFieldDelegate> delegate_;
+  std::string toldText_;  // what assistive clients know to be in the editor
 };
 
 }  // namespace platform
