@@ -108,8 +108,8 @@ void NSTextFieldCell::placeEditor(CGRect frame, NSView& view, const Ref<NSText>&
 void NSTextFieldCell::selectWithFrame(CGRect frame, NSView& view, const Ref<NSText>& editor,
                                       const Ref<NSTextDelegate>& delegate, std::size_t start, std::size_t length) {
   placeEditor(frame, view, editor, delegate);
-  editor->setSelectedRange({start, length});
   if (view.window()) view.window()->makeFirstResponder(editor.get());
+  editor->setSelectedRange({start, length});
 }
 
 void NSTextFieldCell::editWithFrame(CGRect frame, NSView& view, const Ref<NSText>& editor,

@@ -2,13 +2,16 @@
 
 #include "platform/events/NSCursor.h"
 #include "platform/events/NSTextInputClient.h"
+#include "platform/foundation/memberTables.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/windows/NSWindow.h"
 
 namespace platform {
 
-const ClassInfo NSTextField::staticClassInfo{.name = "NSTextField", .base = &NSControl::staticClassInfo};
+const Outlet NSTextField::outlets_[] = {outlet<&NSTextField::setDelegate>("delegate")};
+const ClassInfo NSTextField::staticClassInfo{
+    .name = "NSTextField", .base = &NSControl::staticClassInfo, .outlets = NSTextField::outlets_};
 
 Ref<NSCell> NSTextField::makeCell() {
   const auto cell = make<NSTextFieldCell>();

@@ -36,6 +36,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
 
   // Framed and with a background, as a field to write in.
   explicit NSTextField(CGRect frame) : NSControl(frame) {}
+  // Outlet besides the control's: "delegate".
   explicit NSTextField(NSCoder& coder) : NSControl(coder) {}
   // Without frame and background, as wide as its text.
   static Ref<NSTextField> labelWithString(std::string_view text);
@@ -96,6 +97,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
   void windowWillChange() override;
 
  private:
+  static const Outlet outlets_[];
   NSTextFieldCell* textCell() const { return dynamic_cast<NSTextFieldCell*>(cell().get()); }
   template <class Change>
   void changeTextCell(Change change);

@@ -45,7 +45,17 @@ void TextViewSelection::scrollRangeToVisible(NSRange range) {
 }
 
 bool TextViewSelection::hasKeys() const {
-  return window() && window()->isKeyWindow() && window()->firstResponder() == this;
+  return isFirstResponder_ && window() && window()->isKeyWindow();
+}
+
+void TextViewSelection::becameFirstResponder() {
+  isFirstResponder_ = true;
+  keyStatusDidChange();
+}
+
+void TextViewSelection::resignedFirstResponder() {
+  isFirstResponder_ = false;
+  keyStatusDidChange();
 }
 
 void TextViewSelection::keyStatusDidChange() {
@@ -200,7 +210,7 @@ void TextViewSelection::resetCursorRects() {
 // The look.
 
 void TextViewSelection::drawRect(CGRect) {
-  if (selection_.anchor != selection_.head && window() && window()->firstResponder() == this) {
+  if (selection_.anchor != selection_.head && isFirstResponder_) {
     (hasKeys() ? NSColor::selectedTextBackgroundColor() : NSColor::unemphasizedSelectedTextBackgroundColor())->setFill();
     for (const CGRect& rect : rectsForRange(selectedRange()))
       NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);

@@ -208,6 +208,14 @@ TEST_F(Composition, StaysWhenTheKeysOrThePointerGoElsewhere) {
   EXPECT_EQ(nativeOf(*window).discardsOfMarkedText(), 2);
 }
 
+TEST_F(Composition, AKeyThatTheInputMethodLeavesComesBehindIt) {
+  begin();
+  user.compose("k");
+  user.type("x");
+  EXPECT_EQ(field->stringValue(), "kx");
+  EXPECT_FALSE(editor()->hasMarkedText());
+}
+
 TEST_F(Composition, AReplacementRangeIsReplaced) {
   begin("teh end", 3);
   editor()->insertText("the", {0, 3});
