@@ -87,7 +87,7 @@ std::size_t TextViewSelection::lineBelow(std::size_t from) const {
 std::size_t TextViewSelection::destination(TextMotion motion, std::size_t from) const {
   const std::u16string& text = textStorage()->text();
   const auto lineRange = [&]() -> NSRange {
-    const TextLayout layout = layoutManager()->layout();
+    const TextLayout& layout = layoutManager()->layout();
     NSRange range = paragraphRangeAt(text, from);
     for (const TextLayout::Line& line : layout.lines()) {
       if (from < line.start || from >= line.start + line.length) continue;
@@ -210,6 +210,8 @@ void TextViewSelection::resetCursorRects() {
 // The look.
 
 void TextViewSelection::drawRect(CGRect) {
+  // The redraw may have been asked for because the desktop's font is another one.
+  layoutManager()->invalidateLayout();
   if (selection_.anchor != selection_.head && isFirstResponder_) {
     (hasKeys() ? NSColor::selectedTextBackgroundColor() : NSColor::unemphasizedSelectedTextBackgroundColor())->setFill();
     for (const CGRect& rect : rectsForRange(selectedRange()))
