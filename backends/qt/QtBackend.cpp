@@ -12,6 +12,7 @@
 #include <cmath>
 #include <utility>
 
+#include "backends/qt/AccessibilityBridge.h"
 #include "backends/qt/EmbeddingHosts.h"
 #include "backends/qt/QtViewWidget.h"
 #include "backends/qt/QtWindow.h"
@@ -97,15 +98,22 @@ QtBackend::QtBackend() {
   if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
     stopProgram("QtBackend: made before the QApplication");
   hosts_ = std::make_unique<EmbeddingHosts>(keysSentEarly_);
+  accessibility_ = std::make_unique<AccessibilityBridge>(*hosts_);
   filter_ = std::make_unique<ApplicationFilter>(*this);
 }
 
-QtBackend::~QtBackend() = default;
+// The hosts' windows close with them, and would tell of it.
+QtBackend::~QtBackend() { accessibility_.reset(); }
 
 QtBackend& QtBackend::current() {
   auto* backend = dynamic_cast<QtBackend*>(Backend::current());
   if (!backend) stopProgram("QtBackend: there is none");
   return *backend;
+}
+
+AccessibilityBridge* QtBackend::accessibility() {
+  auto* backend = dynamic_cast<QtBackend*>(Backend::current());
+  return backend ? backend->accessibility_.get() : nullptr;
 }
 
 std::unique_ptr<NativeWindow> QtBackend::makeWindow(WindowClient& client, const WindowOptions& options) {

@@ -22,7 +22,7 @@ class QWidget;
 
 namespace backend::qt {
 
-class EmbeddingHost;
+class AccessibilityBridge;
 class EmbeddingHosts;
 
 class QtBackend : public Backend {
@@ -48,6 +48,8 @@ class QtBackend : public Backend {
 
   KeysSentEarly& keysSentEarly() { return keysSentEarly_; }
   EmbeddingHosts& hosts() { return *hosts_; }
+  // That of the backend that lives now; absent without one, and while it goes.
+  static AccessibilityBridge* accessibility();
 
  private:
   class ApplicationFilter;
@@ -57,6 +59,7 @@ class QtBackend : public Backend {
   PopUpMenu menu_;
   QObject clock_;  // what is still to be called is forgotten with it
   std::unique_ptr<EmbeddingHosts> hosts_;
+  std::unique_ptr<AccessibilityBridge> accessibility_;
   std::unique_ptr<ApplicationFilter> filter_;
 };
 

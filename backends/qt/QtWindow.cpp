@@ -6,8 +6,10 @@
 #include <QRasterWindow>
 #include <QTimer>
 
+#include "backends/qt/AccessibilityBridge.h"
 #include "backends/qt/InputRelay.h"
 #include "backends/qt/KeptPicture.h"
+#include "backends/qt/QtBackend.h"
 #include "backends/qt/cursorShapes.h"
 #include "backends/qt/screenSpace.h"
 #include "backends/qt/textInput.h"
@@ -85,6 +87,12 @@ class QtWindow::Surface : public QRasterWindow {
     update(picture_.paint(dirty, painter));
   }
 
+  QAccessibleInterface* accessibleRoot() const override {
+    AccessibilityBridge* accessibility = QtBackend::accessibility();
+    const platform::Ref<platform::NSWindow> window = client_ ? client_->eventWindow() : nullptr;
+    return accessibility && window ? accessibility->rootOf(window) : nullptr;
+  }
+
   void eventWasNotTaken() { relay_.eventWasNotTaken(); }
 
  protected:
@@ -131,6 +139,9 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::ShortcutOverride:
         event->setAccepted(relay_.key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
         return true;
+      case QEvent::Show:
+        if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->windowWasShown(client_->eventWindow());
+        return false;
       case QEvent::InputMethodQuery:
         if (const auto window = client_->eventWindow())
           answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), *window, geometry().topLeft());
@@ -191,8 +202,11 @@ void QtWindow::setTitle(const std::string& title) { surface_->setTitle(QString::
 void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(shape)); }
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
+void QtWindow::firstResponderDidChange() {
+  tellInputMethodOfChange();
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
+}
 void QtWindow::eventWasNotTaken() { surface_->eventWasNotTaken(); }
-void QtWindow::firstResponderDidChange() { tellInputMethodOfChange(); }
 void QtWindow::textInputDidChange() { tellInputMethodOfChange(); }
 void QtWindow::discardMarkedText() { resetInputMethod(); }
 QWindow* QtWindow::qWindow() const { return surface_.get(); }

@@ -90,7 +90,8 @@ void TextViewLayout::sizeToFit() {
   if (!isHorizontallyResizable_) return;
   const CGFloat text = layoutManager_->usedRectForTextContainer(*container_).size.width + 2 * inset_.width + caretWidth;
   const NSView* around = superview();
-  setFrameSize({std::max(text, around ? around->bounds().size.width : 0), frame().size.height});
+  const CGFloat width = std::max(text, around ? around->bounds().size.width : 0);
+  if (width != frame().size.width) setFrameSize({width, frame().size.height});
 }
 
 void TextViewLayout::setFrame(CGRect frame) {
