@@ -11,10 +11,12 @@ namespace {
 class HostWithControlsOnEveryRow : public gallery::TrackListHost {
  public:
   using TrackListHost::TrackListHost;
-  Ref<NSView> tableViewViewForRow(NSTableView& table, std::size_t row) override {
-    Ref<NSView> view = TrackListHost::tableViewViewForRow(table, row);
-    static_cast<gallery::TrackRowView&>(*view).setHasMouse(true);
-    return view;
+
+ protected:
+  gallery::TrackRowState stateOf(std::size_t row) const override {
+    gallery::TrackRowState state = TrackListHost::stateOf(row);
+    state.hasMouse = true;
+    return state;
   }
 };
 

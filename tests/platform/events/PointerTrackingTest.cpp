@@ -210,6 +210,19 @@ TEST_F(PointerTrackingTest, MovesAreNotSentWhileAButtonIsDown) {
   EXPECT_EQ(taken(), Log{"left mouseDragged"});
 }
 
+TEST_F(PointerTrackingTest, TheReleaseOfADragIsAMoveForThoseWhoAskForMoves) {
+  addArea(*left, always | NSTrackingMouseMoved | NSTrackingInVisibleRect);
+  user.moveTo(*window, inLeft);
+  user.press(*window, inLeft);
+  user.dragTo({60, 60});
+  taken();
+  user.release();
+  EXPECT_EQ(taken(), (Log{"left mouseUp", "left mouseMoved"}));
+  user.press(*window, {60, 60});
+  user.release();
+  EXPECT_EQ(taken(), (Log{"left mouseDown", "left mouseUp"})) << "a click is no move";
+}
+
 TEST_F(PointerTrackingTest, APressUnderAStillPointerEntersNothing) {
   addArea(*left);
   user.press(*window, inLeft);

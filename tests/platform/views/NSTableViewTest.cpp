@@ -132,6 +132,13 @@ TEST_F(NSTableViewTest, ViewsThatScrollOutOfSightAreUsedForOtherRows) {
   EXPECT_LE(table->subviews().size(), 6u);
 }
 
+TEST_F(NSTableViewTest, AScreenOfRowsThatGoesServesTheNextScreen) {
+  scrollView->setFrame({0, 0, 200, 900});  // thirty rows
+  const std::size_t before = host->made;
+  for (CGFloat y = 0; y <= 9000; y += 900) scrollTo(y);
+  EXPECT_EQ(host->made, before);
+}
+
 TEST_F(NSTableViewTest, ATallListThatShrinksDoesNotHoldOnToItsViews) {
   std::vector<WeakRef<NSView>> views;
   scrollView->setFrame({0, 0, 200, 3000});
@@ -416,6 +423,15 @@ TEST_F(NSTableViewTest, RowsThatScrollUnderAStillPointerAreToldWithTheNextMove) 
   EXPECT_EQ(host->hovered, Hovered{2});
   user.moveTo(*window, {101, 75});
   EXPECT_EQ(host->hovered, (Hovered{2, 12}));
+}
+
+TEST_F(NSTableViewTest, TheRowUnderThePointerAtTheEndOfADragIsTold) {
+  user.moveTo(*window, at(1));
+  user.press(*window, at(1));
+  user.dragTo(at(3));
+  EXPECT_EQ(host->hovered, Hovered{1});
+  user.release();
+  EXPECT_EQ(host->hovered, (Hovered{1, 3}));
 }
 
 TEST_F(NSTableViewTest, AHoverChangeRedrawsNothingByItself) {
