@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "platform/text/unicode.h"
 #include "platform/windows/NSApplication.h"
 #include "platform/windows/NSWindow.h"
 
@@ -124,6 +125,18 @@ void VirtualUser::keyUp(const std::string& characters, std::uint32_t modifiers) 
 void VirtualUser::pressKey(const std::string& characters, std::uint32_t modifiers) {
   keyDown(characters, modifiers);
   keyUp(characters, modifiers);
+}
+
+void VirtualUser::pressKey(char32_t functionKey, std::uint32_t modifiers) {
+  pressKey(utf8FromScalar(functionKey), modifiers);
+}
+
+void VirtualUser::type(std::string_view text) {
+  while (!text.empty()) {
+    const std::string key = utf8FromScalar(firstScalar(text));
+    text.remove_prefix(std::min(key.size(), text.size()));
+    pressKey(key);
+  }
 }
 
 }  // namespace backend::headless

@@ -8,10 +8,13 @@
 #include <cmath>
 #include <utility>
 
+#include "backends/qt/AccessibilityBridge.h"
+#include "backends/qt/QtBackend.h"
 #include "backends/qt/QtNativeWindow.h"
 #include "backends/qt/QtViewWidget.h"
 #include "backends/qt/cursorShapes.h"
 #include "backends/qt/screenSpace.h"
+#include "backends/qt/textInput.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/views/NSView.h"
 #include "platform/windows/NSWindow.h"
@@ -90,7 +93,10 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
   }
   void firstResponderDidChange() override {
     if (host_) host_->followFirstResponder();
+    tellInputMethodOfChange();
   }
+  void textInputDidChange() override { tellInputMethodOfChange(); }
+  void discardMarkedText() override { resetInputMethod(); }
   void intrinsicContentSizeDidChange(NSView& view) override {
     if (host_) host_->sizeHintChanged(view);
   }
@@ -211,13 +217,17 @@ void EmbeddingHost::paintWidget(QtViewWidget& widget, QPainter& painter) {
 
 QtViewWidget* EmbeddingHost::widgetOf(const NSResponder* responder) const {
   const auto* view = dynamic_cast<const NSView*>(responder);
-  if (!view) return nullptr;
+  return view ? widgetOf(*view) : nullptr;
+}
+
+QtViewWidget* EmbeddingHost::widgetOf(const NSView& view) const {
   for (const Embedded& embedded : embedded_)
-    if (view->isDescendantOf(embedded.widget->view().get())) return embedded.widget;
+    if (view.isDescendantOf(embedded.widget->view().get())) return embedded.widget;
   return nullptr;
 }
 
 void EmbeddingHost::followFirstResponder() {
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
   // Where there is none for now, Qt's focus stays: the keys find the window.
   QtViewWidget* widget = widgetOf(window_->firstResponder());
   if (!widget || widget->hasFocus() || isFollowing_) return;
@@ -229,6 +239,7 @@ void EmbeddingHost::followFirstResponder() {
 void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
   if (isFollowing_) return;
   const bool isTab = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
   if (!isTab && widgetOf(window_->firstResponder()) == &widget) return;
   if (!window_->makeFirstResponder(nullptr)) return;
   const FocusStep step = reason == Qt::BacktabFocusReason ? FocusStep::Previous : FocusStep::Next;
@@ -259,7 +270,7 @@ bool EmbeddingHost::moveFocus(FocusStep step) {
 }
 
 void EmbeddingHost::sizeHintChanged(NSView& view) {
-  if (QtViewWidget* widget = widgetOf(&view)) widget->updateGeometry();
+  if (QtViewWidget* widget = widgetOf(view)) widget->updateGeometry();
 }
 
 }  // namespace backend::qt

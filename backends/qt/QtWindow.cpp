@@ -6,10 +6,13 @@
 #include <QRasterWindow>
 #include <QTimer>
 
+#include "backends/qt/AccessibilityBridge.h"
 #include "backends/qt/InputRelay.h"
 #include "backends/qt/KeptPicture.h"
+#include "backends/qt/QtBackend.h"
 #include "backends/qt/cursorShapes.h"
 #include "backends/qt/screenSpace.h"
+#include "backends/qt/textInput.h"
 #include "platform/windows/NSWindow.h"
 
 namespace backend::qt {
@@ -84,6 +87,12 @@ class QtWindow::Surface : public QRasterWindow {
     update(picture_.paint(dirty, painter));
   }
 
+  QAccessibleInterface* accessibleRoot() const override {
+    AccessibilityBridge* accessibility = QtBackend::accessibility();
+    const platform::Ref<platform::NSWindow> window = client_ ? client_->eventWindow() : nullptr;
+    return accessibility && window ? accessibility->rootOf(window) : nullptr;
+  }
+
   void eventWasNotTaken() { relay_.eventWasNotTaken(); }
 
  protected:
@@ -129,6 +138,16 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::KeyRelease:
       case QEvent::ShortcutOverride:
         event->setAccepted(relay_.key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
+        return true;
+      case QEvent::Show:
+        if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->windowWasShown(client_->eventWindow());
+        return false;
+      case QEvent::InputMethodQuery:
+        if (const auto window = client_->eventWindow())
+          answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), *window, geometry().topLeft());
+        return true;
+      case QEvent::InputMethod:
+        if (const auto window = client_->eventWindow()) sendToText(static_cast<QInputMethodEvent&>(*event), *window);
         return true;
       case QEvent::FocusIn: client_->nativeKeyStatusChanged(true); return false;
       case QEvent::FocusOut: client_->nativeKeyStatusChanged(false); return false;
@@ -183,7 +202,13 @@ void QtWindow::setTitle(const std::string& title) { surface_->setTitle(QString::
 void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(shape)); }
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
+void QtWindow::firstResponderDidChange() {
+  tellInputMethodOfChange();
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
+}
 void QtWindow::eventWasNotTaken() { surface_->eventWasNotTaken(); }
+void QtWindow::textInputDidChange() { tellInputMethodOfChange(); }
+void QtWindow::discardMarkedText() { resetInputMethod(); }
 QWindow* QtWindow::qWindow() const { return surface_.get(); }
 
 void QtWindow::setParent(NativeWindow* parent) {

@@ -3,7 +3,12 @@
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSRect.h"
+#include "platform/events/NSEvent.h"
+#include "platform/text/NSFont.h"
+#include "platform/views/NSClipView.h"
 #include "platform/views/NSControl.h"
+#include "platform/views/NSText.h"
+#include "platform/windows/NSWindow.h"
 
 namespace platform {
 
@@ -52,9 +57,65 @@ CGSize NSTextFieldCell::cellSize() const {
   return {text.width + 2 * (sideMargin + margin), text.height + 2 * margin};
 }
 
-CGRect NSTextFieldCell::titleRectForBounds(CGRect bounds) const {
+CGRect NSTextFieldCell::drawingRectForBounds(CGRect bounds) const {
   const CGFloat margin = isBezeled_ ? bezelMargin : 0;
   return NSInsetRect(bounds, sideMargin + margin, margin);
+}
+
+void NSTextFieldCell::placeEditor(CGRect frame, NSView& view, const Ref<NSText>& editor,
+                                  const Ref<NSTextDelegate>& delegate) {
+  const CGRect box = drawingRectForBounds(frame);
+  const auto clip = make<NSClipView>(box);
+  clip->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+  view.addSubview(clip);
+  editor->setFrame({{0, 0}, box.size});
+  editor->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+  clip->setDocumentView(editor);
+  editor_ = editor;
+  const Ref<NSText> ready = setUpFieldEditorAttributes(editor);
+  ready->setString(stringValue());
+  ready->setDelegate(delegate);
+  view.setNeedsDisplay(true);
+}
+
+void NSTextFieldCell::selectWithFrame(CGRect frame, NSView& view, const Ref<NSText>& editor,
+                                      const Ref<NSTextDelegate>& delegate, std::size_t start, std::size_t length) {
+  placeEditor(frame, view, editor, delegate);
+  editor->setSelectedRange({start, length});
+  if (view.window()) view.window()->makeFirstResponder(editor.get());
+}
+
+void NSTextFieldCell::editWithFrame(CGRect frame, NSView& view, const Ref<NSText>& editor,
+                                    const Ref<NSTextDelegate>& delegate, const Ref<NSEvent>& event) {
+  placeEditor(frame, view, editor, delegate);
+  if (view.window()) view.window()->makeFirstResponder(editor.get());
+  if (event && event->type() == NSEventType::LeftMouseDown) editor->mouseDown(event);
+}
+
+Ref<NSText> NSTextFieldCell::setUpFieldEditorAttributes(const Ref<NSText>& editor) {
+  const NSAttributes attributes = attributesOfText();
+  editor->setFont(attributeObject<NSFont>(attributes, NSFontAttributeName));
+  editor->setTextColor(attributeObject<NSColor>(attributes, NSForegroundColorAttributeName));
+  const auto style = attributeObject<NSParagraphStyle>(attributes, NSParagraphStyleAttributeName);
+  editor->setAlignment(style ? style->alignment() : alignment());
+  editor->setEditable(isEditable() && isEnabled());
+  editor->setSelectable(isSelectable() && isEnabled());
+  return editor;
+}
+
+void NSTextFieldCell::endEditing(const Ref<NSText>& editor) {
+  editor_.reset();
+  editor->setDelegate(nullptr);
+  const auto clip = editor->superview() ? refTo(*editor->superview()) : nullptr;
+  if (clip) clip->removeFromSuperview();
+  editor->removeFromSuperview();
+  if (controlView()) controlView()->setNeedsDisplay(true);
+}
+
+// As the text's first character stands.
+NSAttributes NSTextFieldCell::attributesOfText() const {
+  const auto text = attributedStringValue();
+  return text->length() > 0 ? text->attributesAtIndex(0) : plainAttributes();
 }
 
 void NSTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {
@@ -72,9 +133,11 @@ void NSTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {
 
 void NSTextFieldCell::drawInteriorWithFrame(CGRect frame, NSView&) {
   const CGRect box = titleRectForBounds(frame);
+  Ref<NSText> editor = editor_.lock();
+  if (editor && !editor->delegate()) editor = nullptr;  // its window has gone
   const auto text = attributedStringValue();
-  if (text->length() > 0) {
-    text->drawInRect(box);
+  if (editor ? !editor->string().empty() : text->length() > 0) {
+    if (!editor) text->drawInRect(box);
   } else if (!placeholder_.empty()) {
     NSAttributes attributes = plainAttributes();
     attributes[NSForegroundColorAttributeName] = NSColor::disabledControlTextColor();

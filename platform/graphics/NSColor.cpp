@@ -21,6 +21,7 @@ constexpr SystemColorName systemColorNames[] = {
     {"alternateSelectedControlColor", AlternateSelectedControl},
     {"alternateSelectedControlTextColor", AlternateSelectedControlText},
     {"selectedTextBackgroundColor", SelectedTextBackground},
+    {"unemphasizedSelectedTextBackgroundColor", UnemphasizedSelectedTextBackground},
     {"controlColor", Control},
     {"controlBackgroundColor", ControlBackground},
     {"windowBackgroundColor", WindowBackground},
@@ -136,6 +137,10 @@ Ref<NSColor> NSColor::alternateSelectedControlTextColor() {
 }
 Ref<NSColor> NSColor::selectedTextBackgroundColor() {
   static const Ref<NSColor> color = systemColor("selectedTextBackgroundColor");
+  return color;
+}
+Ref<NSColor> NSColor::unemphasizedSelectedTextBackgroundColor() {
+  static const Ref<NSColor> color = systemColor("unemphasizedSelectedTextBackgroundColor");
   return color;
 }
 Ref<NSColor> NSColor::controlColor() {

@@ -192,6 +192,7 @@ TEST_F(NSColorOnADesktop, EverySystemColorAsksTheDesktopForItself) {
       {AlternateSelectedControl, NSColor::alternateSelectedControlColor()},
       {AlternateSelectedControlText, NSColor::alternateSelectedControlTextColor()},
       {SelectedTextBackground, NSColor::selectedTextBackgroundColor()},
+      {UnemphasizedSelectedTextBackground, NSColor::unemphasizedSelectedTextBackgroundColor()},
       {Control, NSColor::controlColor()},
       {ControlBackground, NSColor::controlBackgroundColor()},
       {WindowBackground, NSColor::windowBackgroundColor()},

@@ -373,3 +373,31 @@ TEST_F(TextLayoutTest, WithoutACurrentContextDrawingDoesNothing) {
   drawInRect("ab", {0, 0, 10, 10}, attributes());
   EXPECT_EQ(NSGraphicsContext::currentContext(), nullptr);
 }
+
+// Both directions. Three letters of Hebrew are three of five points, the first at the right.
+
+TEST_F(TextLayoutTest, InTextFromRightToLeftTheCaretStandsRightOfALetterAndAtTheEndLeftOfTheLast) {
+  const TextLayout layout = layOut("\u05D0\u05D1\u05D2", 100);
+  const auto x = [&](std::size_t index) { return layout.caretRectAt(index).origin.x; };
+  EXPECT_EQ(x(0), 15);
+  EXPECT_EQ(x(1), 10);
+  EXPECT_EQ(x(2), 5);
+  EXPECT_EQ(x(3), 0);
+}
+
+TEST_F(TextLayoutTest, BehindTheLastLetterTheCaretFollowsThatLettersDirection) {
+  const TextLayout mixed = layOut("ab \u05D0\u05D1", 100);
+  EXPECT_EQ(mixed.caretRectAt(2).origin.x, 10);
+  EXPECT_EQ(mixed.caretRectAt(3).origin.x, 25);
+  EXPECT_EQ(mixed.caretRectAt(5).origin.x, 15);
+  const TextLayout back = layOut("\u05D0\u05D1 c", 100);
+  EXPECT_EQ(back.caretRectAt(4).origin.x, 20);
+}
+
+TEST_F(TextLayoutTest, ARangeOfBothDirectionsIsSeveralRectangles) {
+  const TextLayout mixed = layOut("ab\u05D0\u05D1\u05D2", 100);
+  EXPECT_EQ(mixed.rectsOf({1, 2}), (std::vector<CGRect>{{5, 0, 5, 12}, {20, 0, 5, 12}}));
+  EXPECT_EQ(mixed.insertionIndexAt({24, 5}), 2u);
+  EXPECT_EQ(mixed.insertionIndexAt({12, 5}), 2u);  // the place between both directions is that of the first
+  EXPECT_EQ(mixed.characterAt({12, 5}), 4u);
+}
