@@ -11,8 +11,7 @@ namespace {
 constexpr float fullCoverage = 1 - leastCoverage;
 
 bool isAnySet(Int4 flags) {
-  std::uint64_t halves[2];
-  std::memcpy(halves, &flags, sizeof halves);
+  const Long2 halves = reinterpret_cast<Long2>(flags);
   return (halves[0] | halves[1]) != 0;
 }
 

@@ -1,9 +1,5 @@
 #include "backends/raster/CoverageBuffer.h"
 
-#include <cstring>
-
-#include "backends/raster/Float4.h"
-
 namespace backend::raster {
 
 bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
@@ -11,6 +7,16 @@ bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
   return high > 1 + leastCoverage || low < -1 - leastCoverage ||
          (high > leastCoverage && low < -leastCoverage);
 }
+
+namespace {
+
+// The row above a height, to which something reaches down: rows that it only borders on are not touched.
+int lastRowOf(double y) {
+  const int row = int(y);
+  return row == y ? row - 1 : row;
+}
+
+}  // namespace
 
 bool CoverageBuffer::begin(const PixelRect& box) {
   box_ = box;
@@ -20,7 +26,8 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   lastRow_ = -1;
   // Both stay all zero between uses: a row is cleared when it has been told.
   const std::size_t rows = std::size_t(box.height());
-  return values_.prepare(rows * std::size_t(stride_)) && touched_.prepare(rows * std::size_t(words_));
+  return values_.prepare(rows * std::size_t(stride_)) && touched_.prepare(rows * std::size_t(words_)) &&
+         overlaps_.prepare(rows);
 }
 
 void CoverageBuffer::add(const Shape& shape) {
@@ -33,18 +40,24 @@ void CoverageBuffer::add(const Shape& shape) {
   shape.polygons.forEachEdge([&](CGPoint from, CGPoint to) { addEdge(place(from), place(to)); });
 }
 
+// Makes the rows with overlaps anew.
 void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
-  for (int row = firstRow; row <= lastRow_; ++row) clearRow(row);
-  const int first = std::max(firstRow, lastRow_ < 0 ? 0 : firstRow_),
-            last = lastRow_ < 0 ? box_.height() - 1 : lastRow_;
+  const std::uint8_t* const overlaps = overlaps_.data();
+  const int first = firstRow, last = lastRow_;
+  for (int row = first; row <= last; ++row) {
+    if (overlaps[row]) clearRow(row);
+  }
   resolver_.resolve({.polygons = shape.polygons,
                      .moved = shape.moved,
                      .scale = shape.scale,
                      .rule = shape.rule,
                      .top = double(box_.top + first),
-                     .bottom = double(box_.top + last + 1),
+                     .rows = std::span(overlaps + first, std::size_t(last - first + 1)),
                      .right = double(box_.right)},
                     [this](CGPoint from, CGPoint to) { addEdge(from, to); });
+  for (int row = first; row <= last; ++row) {
+    if (overlaps[row]) sumRow(row);
+  }
 }
 
 void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
@@ -96,69 +109,75 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   if (y0 < y1) addInside(x0, y0, x1, y1, direction);
 }
 
-inline void CoverageBuffer::touch(int row, int first, int last) {
-  std::uint64_t* words = rowTouched(row);
+inline void CoverageBuffer::Row::touch(int first, int last) {
   const int from = first / blockSize, to = last / blockSize;
-  for (int block = from; block <= to; ++block) words[block / 64] |= std::uint64_t(1) << (block % 64);
+  touched[from / 64] |= std::uint64_t(1) << (from % 64);
+  for (int block = from + 1; block <= to; ++block) touched[block / 64] |= std::uint64_t(1) << (block % 64);
 }
 
 // Of a side that stays in one pixel of a row: `middle` is how far from the pixel's left edge its middle lies.
-inline void CoverageBuffer::addToPixel(int row, int column, float middle, float cover) {
-  float* value = rowValues(row) + column;
-  value[0] += cover - cover * middle;
-  value[1] += cover * middle;
-  touch(row, column, column + 1);
+inline void CoverageBuffer::Row::addToPixel(int column, float middle, float cover) {
+  const float later = cover * middle;
+  values[column] += cover - later;
+  values[column + 1] += later;
+  touch(column, column + 1);
 }
 
 void CoverageBuffer::addUpright(double x, double y0, double y1, float direction) {
-  const int column = int(x), first = int(y0), last = std::min(int(y1), box_.height() - 1);
+  const int column = int(x), first = int(y0), last = lastRowOf(y1);
   firstRow_ = std::min(firstRow_, first);
   lastRow_ = std::max(lastRow_, last);
   const float middle = float(x - column);
-  for (int row = first; row <= last; ++row) {
-    const double covered = std::min(y1, row + 1.0) - std::max(y0, double(row));
-    addToPixel(row, column, middle, direction * float(covered));
+  Row row = rowAt(first);
+  double y = y0;
+  for (int i = first; i < last; ++i, goDown(row)) {
+    const double bottom = i + 1;
+    row.addToPixel(column, middle, direction * float(bottom - y));
+    y = bottom;
   }
+  row.addToPixel(column, middle, direction * float(y1 - y));
 }
 
 // A side within the box, downwards.
 void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float direction) {
-  const int first = int(y0), last = std::min(int(y1), box_.height() - 1);
-  const int column = int(x0);
-  const bool isInColumn = column == int(x1);
+  const int first = int(y0), last = lastRowOf(y1);
+  int column = int(x0);
+  const int lastColumn = int(x1);
+  Row row = rowAt(first);
   // Most chords of a curve are shorter than a pixel.
-  if (first == last && isInColumn) {
+  if (first == last && column == lastColumn) {
     firstRow_ = std::min(firstRow_, first);
     lastRow_ = std::max(lastRow_, last);
-    return addToPixel(first, column, float((x0 + x1) * 0.5 - column), direction * float(y1 - y0));
+    return row.addToPixel(column, float((x0 + x1) * 0.5 - column), direction * float(y1 - y0));
   }
   const double slope = (x1 - x0) / (y1 - y0);
   if (!std::isfinite(slope)) return;  // as good as level
   if (slope == 0) return addUpright(x0, y0, y1, direction);
   firstRow_ = std::min(firstRow_, first);
   lastRow_ = std::max(lastRow_, last);
-  const float coverPerPixel = direction * float(std::abs(1 / slope));
-  const double least = std::min(x0, x1), most = std::max(x0, x1);
+  const float coverPerPixel = direction * float(std::abs((y1 - y0) / (x1 - x0)));
   double x = x0, y = y0;
-  for (int row = first; row <= last; ++row) {
-    const double bottom = std::min(y1, row + 1.0);
-    // From the start every time, so that errors do not add up; held between the ends, for what rounding does
-    // there.
-    const double next = std::min(std::max(x0 + (bottom - y0) * slope, least), most);
-    const int here = int(x);
-    if (isInColumn || here == int(next)) addToPixel(row, here, float((x + next) * 0.5 - here), direction * float(bottom - y));
-    else addToRow(row, x, next, coverPerPixel);
+  for (int i = first; i < last; ++i, goDown(row)) {
+    const double bottom = i + 1;
+    // From the start every time, so that errors do not add up.
+    const double next = x0 + (bottom - y0) * slope;
+    const int nextColumn = int(next);
+    if (column == nextColumn) row.addToPixel(column, float((x + next) * 0.5 - column), direction * float(bottom - y));
+    else row.addToPixels(x, next, coverPerPixel);
     x = next;
     y = bottom;
+    column = nextColumn;
   }
+  if (column == lastColumn) row.addToPixel(column, float((x + x1) * 0.5 - column), direction * float(y1 - y));
+  else row.addToPixels(x, x1, coverPerPixel);
 }
 
 // Of a side that crosses several pixels of a row: it covers so much of the row's height while it goes over one of
 // them.
-void CoverageBuffer::addToRow(int row, double from, double to, float coverPerPixel) {
+void CoverageBuffer::Row::addToPixels(double from, double to, float coverPerPixel) {
   const double left = std::min(from, to), right = std::max(from, to);
   const int first = int(left), last = int(right);
-  float* value = rowValues(row) + first;
+  float* const value = values + first;
   // The area right of the side grows quadratically in its first and last pixel, linearly between. Each pixel
   // gets its area less what the pixels before it got.
   const int pixels = last - first;
@@ -176,7 +195,25 @@ void CoverageBuffer::addToRow(int row, double from, double to, float coverPerPix
   const float lastArea = level + (cover - level) * (1 - 0.5f * out);
   value[pixels] += lastArea - before;
   value[pixels + 1] += cover - lastArea;
-  touch(row, first, last + 1);
+  touch(first, last + 1);
+}
+
+// From the first row that shows an overlap, which is summed up, to the last one.
+void CoverageBuffer::findOverlaps(int firstRow) {
+  std::uint8_t* const overlaps = overlaps_.data();
+  std::fill(overlaps + firstRow_, overlaps + lastRow_ + 1, std::uint8_t(0));
+  overlaps[firstRow] = 2;
+  Range before;
+  for (int row = firstRow + 1; row <= lastRow_; ++row) {
+    const Range range = sumRow(row);
+    if (range.showsOverlap(before)) overlaps[row] = 2;
+    before = range;
+  }
+  // The parts of an overlap in the rows next to these may have been too small to show.
+  for (int row = firstRow_; row <= lastRow_; ++row) {
+    const bool isNext = (row > firstRow_ && overlaps[row - 1] == 2) || (row < lastRow_ && overlaps[row + 1] == 2);
+    if (isNext && overlaps[row] == 0) overlaps[row] = 1;
+  }
 }
 
 // Turns the changes of a row into sums.
@@ -203,9 +240,7 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
 }
 
 void CoverageBuffer::clearRow(int row) {
-  forEachRun(row, [&](int block, int count) {
-    std::fill_n(rowValues(row) + block * blockSize, count * blockSize, 0.0f);
-  });
+  forEachRun(row, [&](int block, int count) { clearBlocks(rowValues(row) + block * blockSize, count); });
   std::fill_n(rowTouched(row), words_, 0);
 }
 

@@ -6,14 +6,16 @@
 // and the row needs no look at pixels.
 //
 // That average is the coverage wherever windings are 0 and 1, or 0 and -1, as they are in nearly all artwork.
-// Where a sum shows others, the polygons overlap; the rest of the rows, from the one above, is then made anew
-// from polygons that an OverlapResolver has freed of overlaps. An overlap that fills no pixel may stay
-// unseen: so callers say where they expect one.
+// Where a sum shows others, the polygons overlap; such rows, and those next to them, are made anew from polygons that
+// an OverlapResolver has freed of overlaps. An overlap that fills no pixel may stay unseen: so callers say where
+// they expect one.
 #pragma once
 
 #include <bit>
 #include <cstdint>
+#include <cstring>
 
+#include "backends/raster/Float4.h"
 #include "backends/raster/OverlapResolver.h"
 #include "backends/raster/Polygons.h"
 #include "backends/raster/WorkBuffer.h"
@@ -51,22 +53,35 @@ class CoverageBuffer {
     bool showsOverlap(const Range& before) const;
   };
 
+  // A row to which sides are added.
+  struct Row {
+    float* values;
+    std::uint64_t* touched;
+    void addToPixel(int column, float middle, float cover);
+    void addToPixels(double from, double to, float coverPerPixel);
+    void touch(int first, int last);
+  };
+
   bool begin(const PixelRect& box);
   void add(const Shape& shape);
   void addResolved(const Shape& shape, int firstRow);
   void addEdge(CGPoint from, CGPoint to);
   void addInside(double x0, double y0, double x1, double y1, float direction);
   void addUpright(double x, double y0, double y1, float direction);
-  void addToPixel(int row, int column, float middle, float cover);
-  void addToRow(int row, double from, double to, float coverPerPixel);
-  void touch(int row, int first, int last);
+  void findOverlaps(int firstRow);
   Range sumRow(int row);
   void clearRow(int row);
+  static void clearBlocks(float* values, int count);
   template <class Sink>
   void tellRow(int row, Sink& sink);
 
   float* rowValues(int row) { return values_.data() + std::size_t(row) * std::size_t(stride_); }
   std::uint64_t* rowTouched(int row) { return touched_.data() + std::size_t(row) * std::size_t(words_); }
+  Row rowAt(int row) { return {rowValues(row), rowTouched(row)}; }
+  void goDown(Row& row) const {
+    row.values += stride_;
+    row.touched += words_;
+  }
   // Calls run(first, count) for the runs of touched blocks in a row, which do not go on from one word to the
   // next.
   template <class Function>
@@ -79,41 +94,48 @@ class CoverageBuffer {
   int firstRow_ = 0, lastRow_ = -1;
   WorkBuffer<float> values_;
   WorkBuffer<std::uint64_t> touched_;
+  WorkBuffer<std::uint8_t> overlaps_;  // one a row, 1 where polygons overlap
   OverlapResolver resolver_;
 };
 
 template <class Sink>
 void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {
   if (!begin(box)) return;
-  bool mayOverlap = shape.overlaps == Overlaps::Unlikely;
-  if (mayOverlap) add(shape);
-  else addResolved(shape, 0);
-  // A row is told when the next one has been looked at: its own part of an overlap may have been too small to
-  // show.
-  Range before;
-  for (int row = firstRow_; row <= lastRow_; ++row) {
-    const Range range = sumRow(row);
-    if (mayOverlap && range.showsOverlap(before)) {
-      mayOverlap = false;
-      const int redone = std::max(row - 1, firstRow_);
-      addResolved(shape, redone);
-      for (int again = redone; again < row; ++again) sumRow(again);
-      sumRow(row);
+  int told = 0;
+  if (shape.overlaps == Overlaps::Likely) {
+    firstRow_ = 0;
+    lastRow_ = box.height() - 1;
+    std::fill_n(overlaps_.data(), box.height(), std::uint8_t(1));
+    addResolved(shape, 0);
+  } else {
+    add(shape);
+    // A row is told when the next one has been looked at: its own part of an overlap may have been too small to show.
+    told = firstRow_;
+    Range before;
+    for (int row = firstRow_; row <= lastRow_; ++row) {
+      const Range range = sumRow(row);
+      if (range.showsOverlap(before)) {
+        findOverlaps(row);
+        addResolved(shape, told);
+        break;
+      }
+      before = range;
+      if (row > told) tellRow(told++, sink);
     }
-    before = range;
-    if (row > firstRow_) tellRow(row - 1, sink);
   }
-  if (firstRow_ <= lastRow_) tellRow(lastRow_, sink);
+  while (told <= lastRow_) tellRow(told++, sink);
 }
 
 template <class Function>
-void CoverageBuffer::forEachRun(int row, Function run) {
+inline void CoverageBuffer::forEachRun(int row, Function run) {
   const std::uint64_t* words = rowTouched(row);
   for (int word = 0; word < words_; ++word) {
-    for (std::uint64_t bits = words[word]; bits;) {
-      const int first = std::countr_zero(bits), count = std::countr_one(bits >> first);
-      run(word * 64 + first, count);
-      bits = first + count == 64 ? 0 : bits >> (first + count) << (first + count);
+    std::uint64_t bits = words[word];
+    while (bits != 0) {
+      const int first = std::countr_zero(bits);
+      const std::uint64_t others = bits & (bits + (std::uint64_t(1) << first));  // the sum carries over the run
+      run(word * 64 + first, std::countr_one(bits >> first));
+      bits = others;
     }
   }
 }
@@ -121,20 +143,27 @@ void CoverageBuffer::forEachRun(int row, Function run) {
 template <class Sink>
 void CoverageBuffer::tellRow(int row, Sink& sink) {
   const int width = box_.width(), y = box_.top + row;
-  const float* values = rowValues(row);
+  float* const values = rowValues(row);
   int done = 0;  // pixels told
+  float winding = 0;  // of the last of them
   const auto tellEven = [&](int end) {
-    const float even = done ? values[done - 1] : 0;
-    if (done < end && std::abs(even) > leastCoverage) sink.even(box_.left + done, y, end - done, even);
+    if (done < end && std::abs(winding) > leastCoverage) sink.even(box_.left + done, y, end - done, winding);
   };
   forEachRun(row, [&](int block, int count) {
     const int x = block * blockSize;
     tellEven(std::min(x, width));
     if (x < width) sink.varied(box_.left + x, y, std::min(count * blockSize, width - x), values + x);
     done = x + count * blockSize;
+    winding = values[done - 1];
+    clearBlocks(values + x, count);
   });
   tellEven(width);
-  clearRow(row);
+  std::fill_n(rowTouched(row), words_, 0);
+}
+
+inline void CoverageBuffer::clearBlocks(float* values, int count) {
+  const Float4 zero{};
+  for (; count > 0; --count, values += blockSize) std::memcpy(values, &zero, sizeof zero);
 }
 
 }  // namespace backend::raster

@@ -10,7 +10,8 @@ namespace {
 double distanceToChord(CGPoint p, CGPoint a, CGPoint b) {
   const double dx = b.x - a.x, dy = b.y - a.y, squares = dx * dx + dy * dy;
   const double t = squares > 0 ? std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / squares, 0.0, 1.0) : 0;
-  return std::hypot(p.x - a.x - t * dx, p.y - a.y - t * dy);
+  const double x = p.x - a.x - t * dx, y = p.y - a.y - t * dy;
+  return std::sqrt(x * x + y * y);
 }
 
 bool cross(CGPoint a, CGPoint b, CGPoint c, CGPoint d) {
@@ -24,17 +25,19 @@ bool cross(CGPoint a, CGPoint b, CGPoint c, CGPoint d) {
 
 void NearLines::clear() {
   points_.clear();
-  lines_ = 0;
+  lines_.clear();
 }
 
 void NearLines::moveTo(CGPoint p) {
-  ++lines_;
-  points_.push_back({p, points_.empty() ? 0 : points_.back().along, lines_});
+  const double along = points_.empty() ? 0 : points_.back().along;
+  points_.push_back({p, along, lines_.size()});
+  lines_.push_back({along, along});
 }
 
-void NearLines::lineTo(CGPoint p) {
-  const Point& last = points_.back();
-  points_.push_back({p, last.along + std::hypot(p.x - last.at.x, p.y - last.at.y), lines_});
+void NearLines::lineTo(CGPoint p, double length) {
+  Line& line = lines_.back();
+  line.end += length;
+  points_.push_back({p, line.end, lines_.size() - 1});
 }
 
 void NearLines::makeRuns() {
@@ -99,9 +102,13 @@ bool NearLines::areChordsNear(std::size_t i, std::size_t j, double distance) con
   // leads to in a few pens' widths.
   if (a == d || b == c || a == c || b == d) return false;
   if (points_[i].line == points_[j].line) {
-    const double between =
-        i < j ? points_[j].along - points_[i + 1].along : points_[i].along - points_[j + 1].along;
+    const std::size_t first = std::min(i, j), second = std::max(i, j);
+    const double between = points_[second].along - points_[first + 1].along;
     if (between < 4 * distance) return false;
+    // The other way round, through the start.
+    const Line& line = lines_[points_[i].line];
+    const double around = (line.end - points_[second + 1].along) + (points_[first].along - line.start);
+    if (line.isClosed && around < 4 * distance) return false;
   }
   return cross(a, b, c, d) ||
          std::min(std::min(distanceToChord(a, c, d), distanceToChord(b, c, d)),

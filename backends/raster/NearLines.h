@@ -15,7 +15,9 @@ class NearLines {
  public:
   void clear();
   void moveTo(CGPoint p);
-  void lineTo(CGPoint p);
+  void lineTo(CGPoint p, double length);  // of the line from the point before
+  // Tells that the line led back to its start.
+  void close() { lines_.back().isClosed = true; }
 
   // True if two parts are nearer than `distance`, apart from those that are near because the line leads from
   // one to the other. Also true where finding out would take long.
@@ -37,9 +39,13 @@ class NearLines {
     double along;  // the length of all lines up to here
     std::size_t line;
   };
+  struct Line {
+    double start = 0, end = 0;  // along all lines
+    bool isClosed = false;
+  };
   std::vector<Point> points_;
   std::vector<Run> runs_;
-  std::size_t lines_ = 0;
+  std::vector<Line> lines_;
   long testsLeft_ = 0;
 };
 

@@ -10,40 +10,45 @@ constexpr double sameHeight = 1e-5, samePlace = 1e-4;
 // their middle counts; so a tangle of very many sides costs time in proportion to their number.
 constexpr int mostStrips = 192, fewestStrips = 4, mostSidesOfAllStrips = 60000;
 constexpr int deepestSplit = 12;
+constexpr std::size_t fewSides = 64;
 
 }  // namespace
 
 void OverlapResolver::collect(const Task& task) {
   sides_.clear();
-  active_.clear();
+  across_.clear();
   next_ = 0;
+  const double bottom = task.bottom();
   task.polygons.forEachEdge([&](CGPoint from, CGPoint to) {
     from = {(from.x + task.moved.x) * task.scale, (from.y + task.moved.y) * task.scale};
     to = {(to.x + task.moved.x) * task.scale, (to.y + task.moved.y) * task.scale};
     const int direction = from.y < to.y ? 1 : -1;
     if (direction < 0) std::swap(from, to);
-    if (!(from.y < to.y) || to.y <= task.top || from.y >= task.bottom || std::min(from.x, to.x) >= task.right)
+    if (!(from.y < to.y) || to.y <= task.top || from.y >= bottom || std::min(from.x, to.x) >= task.right)
       return;
     const double slope = (to.x - from.x) / (to.y - from.y);
     if (!std::isfinite(slope)) return;
     // Cut to the rows, so that a far end does not cost the near one its precision.
     if (from.y < task.top) from = {from.x + (task.top - from.y) * slope, task.top};
-    sides_.push_back({from.y, std::min(to.y, task.bottom), from.x, slope, direction});
+    sides_.push_back({from.y, std::min(to.y, bottom), from.x, slope, direction});
   });
   std::sort(sides_.begin(), sides_.end(), [](const Side& a, const Side& b) { return a.top < b.top; });
 }
 
 void OverlapResolver::addRow(double top, double bottom, FillRule rule) {
-  std::erase_if(active_, [&](const Side* side) { return side->bottom <= top; });
-  while (next_ < sides_.size() && sides_[next_].top < bottom) active_.push_back(&sides_[next_++]);
-  if (active_.empty()) return;
+  const bool isEmpty = across_.empty() && (next_ == sides_.size() || sides_[next_].top >= bottom);
+  if (isEmpty) return;
 
   cuts_.clear();
-  for (const Side* side : active_) {
-    if (side->top > top) cuts_.push_back(side->top);
+  std::size_t count = across_.size();
+  for (const Side* side : across_) {
     if (side->bottom < bottom) cuts_.push_back(side->bottom);
   }
-  const int strips = std::clamp(mostSidesOfAllStrips / int(active_.size()), fewestStrips, mostStrips);
+  for (std::size_t i = next_; i < sides_.size() && sides_[i].top < bottom; ++i, ++count) {
+    if (sides_[i].top > top) cuts_.push_back(sides_[i].top);
+    if (sides_[i].bottom < bottom) cuts_.push_back(sides_[i].bottom);
+  }
+  const int strips = std::clamp(mostSidesOfAllStrips / int(count), fewestStrips, mostStrips);
   stripsLeft_ = strips - int(std::min(cuts_.size(), std::size_t(strips)));
   if (stripsLeft_ == 0) {
     cuts_.clear();
@@ -60,46 +65,85 @@ void OverlapResolver::addRow(double top, double bottom, FillRule rule) {
 }
 
 void OverlapResolver::addStrip(double top, double bottom, FillRule rule, int depth) {
-  const double middle = (top + bottom) * 0.5;
-  crossings_.clear();
-  for (const Side* side : active_) {
-    if (side->top <= middle && side->bottom > middle) {
-      crossings_.push_back({side->at(top), side->at(bottom), side->direction});
-    }
-  }
-  const bool maySplit = depth < deepestSplit && stripsLeft_ > 0 && bottom - top > sameHeight;
-  if (maySplit) {
-    // In their order a little below the top, since at the top itself sides meet that have just crossed.
-    std::sort(crossings_.begin(), crossings_.end(), [](const Crossing& a, const Crossing& b) {
-      constexpr double little = 1e-4;
-      return a.top + (a.bottom - a.top) * little < b.top + (b.bottom - b.top) * little;
-    });
-    for (std::size_t i = 0; i + 1 < crossings_.size(); ++i) {
-      const Crossing &a = crossings_[i], &b = crossings_[i + 1];
-      if (a.bottom <= b.bottom + samePlace || b.top - a.top < samePlace) continue;
-      const double t = (b.top - a.top) / ((b.top - a.top) + (a.bottom - b.bottom));
-      const double crossing = top + t * (bottom - top);
-      if (crossing - top < sameHeight || bottom - crossing < sameHeight) continue;
+  goToStrip(top, bottom);
+  if (depth < deepestSplit && stripsLeft_ > 0 && bottom - top > sameHeight) {
+    if (const std::optional<double> crossing = firstCrossing(top, bottom)) {
       --stripsLeft_;
-      addStrip(top, crossing, rule, depth + 1);
-      addStrip(crossing, bottom, rule, depth + 1);
+      addStrip(top, *crossing, rule, depth + 1);
+      addStrip(*crossing, bottom, rule, depth + 1);
       return;
     }
   }
-  std::sort(crossings_.begin(), crossings_.end(),
-            [](const Crossing& a, const Crossing& b) { return a.top + a.bottom < b.top + b.bottom; });
+  for (Side* side : across_) side->place = side->above + side->below;
+  sortByPlace();
   const auto isInside = [rule](int winding) {
     return rule == FillRule::EvenOdd ? winding % 2 != 0 : winding != 0;
   };
   int winding = 0;
-  for (const Crossing& crossing : crossings_) {
+  for (Side* side : across_) {
     const bool was = isInside(winding);
-    winding += crossing.direction;
-    if (isInside(winding) == was) continue;
-    const CGPoint above{crossing.top, top}, below{crossing.bottom, bottom};
-    if (was) bounds_.push_back({below, above});
-    else bounds_.push_back({above, below});
+    winding += side->direction;
+    const bool is = isInside(winding);
+    const int bound = int(is) - int(was);
+    if (bound == side->bound) continue;
+    endBound(*side, top);
+    side->bound = bound;
+    side->since = top;
   }
+}
+
+// Brings the sides that go through the middle of a strip into their order a little below its top, since at the top itself
+// sides meet that have just crossed.
+void OverlapResolver::goToStrip(double top, double bottom) {
+  constexpr double little = 1e-4;
+  const double middle = (top + bottom) * 0.5;
+  std::size_t kept = 0;
+  for (Side* side : across_) {
+    if (side->bottom > middle) across_[kept++] = side;
+    else endBound(*side, top);
+  }
+  across_.resize(kept);
+  for (; next_ < sides_.size() && sides_[next_].top <= middle; ++next_) {
+    if (sides_[next_].bottom > middle) across_.push_back(&sides_[next_]);
+  }
+  for (Side* side : across_) {
+    side->above = side->at(top);
+    side->below = side->at(bottom);
+    side->place = side->above + (side->below - side->above) * little;
+  }
+  sortByPlace();
+}
+
+// Of two sides that are neighbours at the top.
+std::optional<double> OverlapResolver::firstCrossing(double top, double bottom) const {
+  for (std::size_t i = 0; i + 1 < across_.size(); ++i) {
+    const Side &a = *across_[i], &b = *across_[i + 1];
+    if (a.below <= b.below + samePlace || b.above - a.above < samePlace) continue;
+    const double t = (b.above - a.above) / ((b.above - a.above) + (a.below - b.below));
+    const double crossing = top + t * (bottom - top);
+    if (crossing - top >= sameHeight && bottom - crossing >= sameHeight) return crossing;
+  }
+  return std::nullopt;
+}
+
+void OverlapResolver::sortByPlace() {
+  const auto isLeft = [](const Side* a, const Side* b) { return a->place < b->place; };
+  if (across_.size() > fewSides) return std::sort(across_.begin(), across_.end(), isLeft);
+  // From strip to strip hardly any change places.
+  for (std::size_t i = 1; i < across_.size(); ++i) {
+    Side* const side = across_[i];
+    std::size_t to = i;
+    for (; to > 0 && isLeft(side, across_[to - 1]); --to) across_[to] = across_[to - 1];
+    across_[to] = side;
+  }
+}
+
+void OverlapResolver::endBound(Side& side, double y) {
+  if (side.bound == 0) return;
+  const CGPoint above{side.at(side.since), side.since}, below{side.at(y), y};
+  if (side.bound > 0) bounds_.push_back({above, below});
+  else bounds_.push_back({below, above});
+  side.bound = 0;
 }
 
 }  // namespace backend::raster

@@ -6,6 +6,9 @@
 // and outside meet.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "backends/raster/Polygons.h"
@@ -14,13 +17,16 @@ namespace backend::raster {
 
 class OverlapResolver {
  public:
-  // What to resolve: these polygons, moved and scaled, between two heights and left of a column.
+  // What to resolve: these polygons, moved and scaled, in those rows from a height on that are not 0, and left of a column.
   struct Task {
     const Polygons& polygons;
     CGPoint moved;
     double scale = 1;  // after moving
     FillRule rule = FillRule::NonZero;
-    double top = 0, bottom = 0, right = 0;
+    double top = 0;
+    std::span<const std::uint8_t> rows;
+    double right = 0;
+    double bottom() const { return top + double(rows.size()); }
   };
 
   // Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends.
@@ -28,14 +34,14 @@ class OverlapResolver {
   void resolve(const Task& task, Function edge);
 
  private:
+  // A side of a polygon, and what is known of it while strips go over it.
   struct Side {
     double top, bottom, x, slope;  // x at the top, and its change by height
     int direction;
+    double above = 0, below = 0, place = 0;  // x at the strip's top and bottom, and that which gives the order
+    int bound = 0;                           // 1 where the inside begins behind it, -1 where it ends, 0 elsewhere
+    double since = 0;                        // the height from which on it is a bound
     double at(double y) const { return x + (y - top) * slope; }
-  };
-  struct Crossing {
-    double top, bottom;  // x at the top and the bottom of a strip
-    int direction;
   };
   struct Bound {
     CGPoint from, to;
@@ -44,25 +50,32 @@ class OverlapResolver {
   void collect(const Task& task);
   void addRow(double top, double bottom, FillRule rule);
   void addStrip(double top, double bottom, FillRule rule, int depth);
+  void goToStrip(double top, double bottom);
+  std::optional<double> firstCrossing(double top, double bottom) const;
+  void sortByPlace();
+  void endBound(Side& side, double y);
 
-  std::vector<Side> sides_;  // by their tops
-  std::vector<const Side*> active_;
+  std::vector<Side> sides_;    // by their tops
+  std::vector<Side*> across_;  // those that go through the strip, from the left
   std::vector<double> cuts_;
-  std::vector<Crossing> crossings_;
   std::vector<Bound> bounds_;
-  std::size_t next_ = 0;  // of the sides, not yet active
+  std::size_t next_ = 0;  // of the sides, not yet reached
   int stripsLeft_ = 0;    // in this row
 };
 
 template <class Function>
 void OverlapResolver::resolve(const Task& task, Function edge) {
   collect(task);
+  bounds_.clear();
   // Row by row, so that little needs to be looked at at once.
-  for (double top = task.top; top < task.bottom; ++top) {
-    bounds_.clear();
-    addRow(top, top + 1, task.rule);
-    for (const Bound& bound : bounds_) edge(bound.from, bound.to);
+  double top = task.top;
+  for (const std::uint8_t isWanted : task.rows) {
+    if (isWanted) addRow(top, top + 1, task.rule);
+    else for (Side* side : across_) endBound(*side, top);
+    ++top;
   }
+  for (Side* side : across_) endBound(*side, top);
+  for (const Bound& bound : bounds_) edge(bound.from, bound.to);
 }
 
 }  // namespace backend::raster

@@ -8,7 +8,8 @@ namespace backend::raster {
 namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
-constexpr double chordTolerance = 0.006;  // of flattened curves and round joins, in device pixels
+// Of flattened curves and of round joins and caps, in device pixels. The latter's chords all lie inside.
+constexpr double chordTolerance = 0.010, arcTolerance = 0.006;
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
 constexpr int mostDashes = 200000;
@@ -57,7 +58,7 @@ Overlaps Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAff
   outline_.toDevice = toDevice;
   outline_.polygons = &polygons;
   // The ends of a dash inside a curve go by its chord; finer ones turn them right.
-  const double tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 100) / scale;
+  const double tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 200) / scale;
   Flattener<Stroker>({.visible = reach_, .tolerance = tolerance}, *this).add(path, {});
   finishContour(Contour::Open);
   return isThin_ && near_.find(halfWidth_ * 2) ? Overlaps::Likely : Overlaps::Unlikely;
@@ -74,13 +75,13 @@ void Stroker::setPen(const StrokeStyle& style, double deviceScale) {
   constexpr agg::line_cap_e caps[] = {agg::butt_cap, agg::round_cap, agg::square_cap};
   pen_.line_cap(caps[int(style.cap)]);
   pen_.miter_limit(style.miterLimit);
-  arcTolerance_ = chordTolerance / deviceScale;
+  arcTolerance_ = arcTolerance / deviceScale;
   // The inner side of a join goes by the point itself where the line is shorter than its pen is wide, so that
   // windings stay of one sign.
   pen_.inner_join(agg::inner_jag);
   pen_.width(halfWidth_ * 2);
   // AGG keeps the chords of an arc within 1/8 of this scale's unit; no arc needs more than a few hundred.
-  pen_.approximation_scale(std::min(0.125 / chordTolerance * deviceScale, 3e4 / halfWidth_));
+  pen_.approximation_scale(std::min(0.125 / arcTolerance * deviceScale, 3e4 / halfWidth_));
 }
 
 void Stroker::setDashes(const StrokeStyle& style, double deviceScale) {
@@ -191,6 +192,10 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
 // place.
 std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, const StrokePoint& to) const {
   CGPoint a{from.x, from.y}, b{to.x, to.y};
+  const auto isWithin = [this](CGPoint p) {
+    return p.x >= reach_.left && p.x <= reach_.right && p.y >= reach_.top && p.y <= reach_.bottom;
+  };
+  if (isWithin(a) && isWithin(b)) return Visible{.start = a, .end = b, .length = from.dist};
   const CGPoint start = a, end = b;
   const auto cut = [&](double CGPoint::*axis, double CGPoint::*other, double low, double high) {
     const double slope = (end.*other - start.*other) / (end.*axis - start.*axis);
@@ -211,7 +216,9 @@ std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, co
       !cut(&CGPoint::y, &CGPoint::x, reach_.top, reach_.bottom)) {
     return std::nullopt;
   }
-  const auto distance = [](CGPoint p, CGPoint q) { return std::hypot(q.x - p.x, q.y - p.y); };
+  const auto distance = [](CGPoint p, CGPoint q) { 
+    return std::sqrt((q.x - p.x) * (q.x - p.x) + (q.y - p.y) * (q.y - p.y));
+  };
   Visible seen{a, b, distance(start, a), distance(a, b), distance(b, end)};
   if (seen.before == 0 && seen.after == 0) seen.length = from.dist;
   return seen;
@@ -270,26 +277,33 @@ void Stroker::outline(std::vector<StrokePoint>& line, Contour contour) {
   if (count == 1) return outlineDot({line[0].x, line[0].y});
   if (isThin_) {
     near_.moveTo({line[0].x, line[0].y});
-    for (std::size_t i = 1; i < count; ++i) near_.lineTo({line[i].x, line[i].y});
-    if (contour == Contour::Closed) near_.lineTo({line[0].x, line[0].y});
+    for (std::size_t i = 1; i < count; ++i) near_.lineTo({line[i].x, line[i].y}, line[i - 1].dist);
+    if (contour == Contour::Closed) {
+      near_.lineTo({line[0].x, line[0].y}, line[count - 1].dist);
+      near_.close();
+    }
   }
 
   // In an open line the last point's distance and chord are of no use.
   for (std::size_t i = 0; i < count; ++i) {
-    StrokePoint &from = line[i], &to = line[(i + 1) % count];
-    from.chord = {(to.x - from.x) / from.dist, (to.y - from.y) / from.dist};
+    StrokePoint &from = line[i], &to = line[i + 1 < count ? i + 1 : 0];
+    const double perLength = 1 / from.dist;
+    from.chord = {(to.x - from.x) * perLength, (to.y - from.y) * perLength};
     if (from.out == CGPoint{} || from.corner == Corner::Smooth) from.out = from.chord;
     if (to.in == CGPoint{} || to.corner == Corner::Smooth) to.in = from.chord;
   }
   const auto negative = [](CGPoint v) { return CGPoint{-v.x, -v.y}; };
   const auto forth = [&](std::size_t i) {
-    const StrokePoint &p = line[i], &before = line[(i + count - 1) % count];
+    StrokePoint &p = line[i], &before = line[i > 0 ? i - 1 : count - 1];
+    findSide(before, p);
+    if (p.side) return outline_.add({p.x + p.side->x, p.y + p.side->y});
     turn(p, before.chord, p.in, before.dist);
     addJoin({{p.x, p.y}, p.in, p.out, before.dist, p.dist, p.corner});
     turn(p, p.out, p.chord, p.dist);
   };
   const auto back = [&](std::size_t i) {
-    const StrokePoint &p = line[i], &before = line[(i + count - 1) % count];
+    const StrokePoint &p = line[i], &before = line[i > 0 ? i - 1 : count - 1];
+    if (p.side) return outline_.add({p.x - p.side->x, p.y - p.side->y});
     turn(p, negative(p.chord), negative(p.out), p.dist);
     addJoin({{p.x, p.y}, negative(p.out), negative(p.in), p.dist, before.dist, p.corner});
     turn(p, negative(p.in), negative(before.chord), before.dist);
@@ -325,29 +339,44 @@ void Stroker::addCap(CGPoint at, CGPoint inward) {
   pen_.calc_cap(outline_, {at.x, at.y}, {at.x + inward.x, at.y + inward.y}, 1);
 }
 
+// True where the outline goes round a bend that is narrower than the pen.
+bool Stroker::turns(CGPoint in, CGPoint out, double length) const {
+  const double x = in.x - out.x, y = in.y - out.y;
+  return halfWidth_ * halfWidth_ * (x * x + y * y) >= 0.1 * length * length;
+}
+
 // The first chord of a curve leaves in another direction than the curve itself. Where the bend is narrower
 // than the pen the outline goes round it, by a join without a corner.
 void Stroker::turn(const StrokePoint& at, CGPoint in, CGPoint out, double length) {
-  const double x = in.x - out.x, y = in.y - out.y;
-  if (halfWidth_ * halfWidth_ * (x * x + y * y) < 0.1 * length * length) return;
-  addJoin({{at.x, at.y}, in, out, length, length, Corner::Smooth});
+  if (turns(in, out, length)) addJoin({{at.x, at.y}, in, out, length, length, Corner::Smooth});
 }
 
-void Stroker::addJoin(const Bend& bend) {
-  const CGPoint at = bend.at, in = bend.in, out = bend.out;
-  const double cosine = in.x * out.x + in.y * out.y;
-  // One point between the normals of both chords does where the line goes straight on, and where it bends
-  // little in comparison to its chords, inside a curve or too little to tell the joins apart. Its distance
-  // from the line is a trifle more than half the pen's width: chords then cut off the curve outside as much
-  // as they add.
+// One point between the normals of both chords does where the line goes straight on, and where it bends little in
+// comparison to its chords, inside a curve or too little to tell the joins apart. By how far it lies along the sum of the
+// two normals; absent where it does not do.
+std::optional<double> Stroker::gentleFactor(const Bend& bend) const {
+  const double cosine = bend.in.x * bend.out.x + bend.in.y * bend.out.y;
   const double least = bend.corner == Corner::Smooth ? 0.8 : 0.9999;
   const double shorter = std::min(bend.inLength, bend.outLength);
   const bool isGentle = cosine > least && halfWidth_ * (1 - cosine) < 6 * arcTolerance_ &&
                         halfWidth_ * halfWidth_ * 2 * (1 - cosine) < 0.8 * shorter * shorter;
-  if (isGentle || cosine > 1 - 1e-10) {
-    const double f = halfWidth_ * (0.5 + 5.0 / 24 * (1 - cosine));
-    return outline_.add({at.x + f * (in.y + out.y), at.y - f * (in.x + out.x)});
-  }
+  if (!isGentle && !(cosine > 1 - 1e-10)) return std::nullopt;
+  // Its distance from the line is a trifle more than half the pen's width: chords then cut off the curve outside as much
+  // as they add.
+  return halfWidth_ * (0.5 + 5.0 / 24 * (1 - cosine));
+}
+
+void Stroker::findSide(const StrokePoint& before, StrokePoint& at) const {
+  at.side.reset();
+  if (turns(before.chord, at.in, before.dist) || turns(at.out, at.chord, at.dist)) return;
+  if (const auto f = gentleFactor({{at.x, at.y}, at.in, at.out, before.dist, at.dist, at.corner}))
+    at.side = CGPoint{*f * (at.in.y + at.out.y), -*f * (at.in.x + at.out.x)};
+}
+
+void Stroker::addJoin(const Bend& bend) {
+  const CGPoint at = bend.at, in = bend.in, out = bend.out;
+  if (const std::optional<double> f = gentleFactor(bend))
+    return outline_.add({at.x + *f * (in.y + out.y), at.y - *f * (in.x + out.x)});
   pen_.line_join(bend.corner == Corner::Smooth ? agg::round_join : join_);
   // AGG takes directions from points.
   const agg::vertex_dist before(at.x - in.x * bend.inLength, at.y - in.y * bend.inLength), here(at.x, at.y),

@@ -22,6 +22,9 @@ struct StrokePoint : agg::vertex_dist {
   // goes.
   CGPoint in, out;
   CGPoint chord;  // to the next point
+  // From the point to the outline's corner on the left of the line. That on the right lies opposite; where one corner a
+  // side does not do, it is not known.
+  std::optional<CGPoint> side;
 };
 
 class Stroker {
@@ -79,6 +82,9 @@ class Stroker {
     double inLength, outLength;
     Corner corner;
   };
+  bool turns(CGPoint in, CGPoint out, double length) const;
+  std::optional<double> gentleFactor(const Bend& bend) const;
+  void findSide(const StrokePoint& before, StrokePoint& at) const;
   void addJoin(const Bend& bend);
   void turn(const StrokePoint& at, CGPoint in, CGPoint out, double length);
   void addCap(CGPoint at, CGPoint inward);

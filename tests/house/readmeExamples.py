@@ -16,7 +16,8 @@ def main(root):
         with open(os.path.join(root, *names), encoding="utf-8") as file:
             return file.read()
 
-    examples = [read("examples", name) for name in os.listdir(os.path.join(root, "examples")) if name.endswith(".cpp")]
+    examples = [read(folder, name) for folder, _, names in os.walk(os.path.join(root, "examples"))
+                for name in names if name.endswith(".cpp")]
     wrong, count = missing(read("README.md"), examples)
     for block in wrong:
         print(f"README.md: no example holds this code:\n{block}")

@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
@@ -63,6 +64,43 @@ class QtViewWidgetTest : public QtTest {
     settle();
   }
   void release(QPoint point) { QTest::mouseRelease(top.windowHandle(), Qt::LeftButton, {}, point); }
+
+  // What is shown of the top-level widget, in which only the witness draws, is what the engine makes of the same.
+  void expectDevicePixelsOf(const Witness& view) {
+    QPalette white;
+    white.setColor(QPalette::Window, Qt::white);
+    top.setPalette(white);
+    const QImage shown = top.grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const double scale = top.devicePixelRatioF();
+    ASSERT_EQ(shown.devicePixelRatio(), scale);
+
+    KeptPicture expected;
+    expected.setSize(view.window()->frame().size, scale);
+    const CGRect everything{{0, 0}, view.window()->frame().size};
+    expected.paint(std::span(&everything, 1), [&](Canvas& canvas) {
+      CGContext context(canvas);
+      const auto graphics = NSGraphicsContext::graphicsContextWithCGContext(context, false);
+      const CurrentContextScope current(graphics);
+      NSColor::whiteColor()->setFill();
+      NSRectFill(everything);
+      view.window()->contentView()->displayRectInContext(everything, *graphics);
+    });
+    // Of a last row or column that the widget fills only in part, there may be none.
+    ASSERT_LE(expected.image().width() - shown.width(), 1);
+    ASSERT_LE(expected.image().height() - shown.height(), 1);
+    int different = 0, red = 0;
+    for (int y = 0; y < shown.height(); ++y) {
+      for (int x = 0; x < shown.width(); ++x) {
+        const QColor a = shown.pixelColor(x, y), b = expected.image().pixelColor(x, y);
+        const int away =
+            std::max({std::abs(a.red() - b.red()), std::abs(a.green() - b.green()), std::abs(a.blue() - b.blue())});
+        different += away > 1;
+        red += a == QColor(Qt::red);
+      }
+    }
+    EXPECT_EQ(different, 0);
+    EXPECT_GT(red, 0.7 * view.bounds().size.width * view.bounds().size.height * scale * scale);
+  }
 
   Ref<Clicks> clicks = make<Clicks>();
   QWidget top;
@@ -710,41 +748,34 @@ TEST_F(QtViewWidgetTest, GoesToTheWindowOfItsNewTopLevel) {
 
 TEST_F(QtViewWidgetTest, ShowsAtDevicePixelsWhatTheViewDraws) {
   top.layout()->setContentsMargins(7, 5, 3, 9);  // no whole pixels at scale 1.5
-  QPalette white;
-  white.setColor(QPalette::Window, Qt::white);
-  top.setPalette(white);
   const auto view = make<Witness>(CGRect{0, 0, 33, 31});
   embed(view)->setFixedSize(33, 31);
   show();
-  const QImage shown = top.grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
-  const double scale = top.devicePixelRatioF();
-  ASSERT_EQ(shown.devicePixelRatio(), scale);
+  expectDevicePixelsOf(*view);
+}
 
-  KeptPicture expected;
-  expected.setSize(view->window()->frame().size, scale);
-  const CGRect everything{{0, 0}, view->window()->frame().size};
-  expected.paint(std::span(&everything, 1), [&](Canvas& canvas) {
-    CGContext context(canvas);
-    const auto graphics = NSGraphicsContext::graphicsContextWithCGContext(context, false);
-    const CurrentContextScope current(graphics);
-    NSColor::whiteColor()->setFill();
-    NSRectFill(everything);
-    view->window()->contentView()->displayRectInContext(everything, *graphics);
-  });
-  // Of a last row or column that the widget fills only in part, there may be none.
-  ASSERT_LE(expected.image().width() - shown.width(), 1);
-  ASSERT_LE(expected.image().height() - shown.height(), 1);
-  int different = 0, red = 0;
-  for (int y = 0; y < shown.height(); ++y) {
-    for (int x = 0; x < shown.width(); ++x) {
-      const QColor a = shown.pixelColor(x, y), b = expected.image().pixelColor(x, y);
-      const int away = std::max({std::abs(a.red() - b.red()), std::abs(a.green() - b.green()), std::abs(a.blue() - b.blue())});
-      different += away > 1;
-      red += a == QColor(Qt::red);
-    }
-  }
-  EXPECT_EQ(different, 0);
-  EXPECT_GT(red, 0.7 * 33 * 31 * scale * scale);
+TEST_F(QtViewWidgetTest, ScaleOfAnotherScreenIsTakenUp) {
+  ASSERT_GE(QGuiApplication::screens().size(), 2);
+  const QScreen* finer = QGuiApplication::screens().back();
+  top.layout()->setContentsMargins(7, 5, 3, 9);
+  const auto view = make<Witness>(CGRect{0, 0, 33, 31});
+  embed(view)->setFixedSize(33, 31);
+  top.move(20, 20);
+  show();
+  const double scale = view->window()->backingScaleFactor();
+  view->draws.clear();
+
+  top.move(finer->geometry().topLeft() + QPoint(20, 20));
+  settle();
+  EXPECT_EQ(view->window()->backingScaleFactor(), 2 * scale);
+  ASSERT_FALSE(view->draws.empty());
+  EXPECT_EQ(view->draws.back(), view->bounds());
+  expectDevicePixelsOf(*view);
+
+  top.move(20, 20);
+  settle();
+  EXPECT_EQ(view->window()->backingScaleFactor(), scale);
+  expectDevicePixelsOf(*view);
 }
 
 TEST_F(QtViewWidgetTest, LeavesNothingBehind) {

@@ -197,43 +197,89 @@ Region Region::stroked(const Path& path, const StrokeStyle& style, const CGAffin
           if (i + 1 == segments) to = to + along * half;
         }
         region.add({from + aside, to + aside, to - aside, from - aside}, toDevice);
+        // The join right behind its segment, so that each piece touches the one before.
+        if (line.isClosed || i + 1 < segments)
+          region.add(joinPiece(p[i], p[(i + 1) % n], p[(i + 2) % n], style), toDevice);
       }
-      for (std::size_t i = 0; i < n; ++i) {
-        if (!line.isClosed && (i == 0 || i + 1 == n)) {
-          if (style.cap == LineCap::Round) region.add(disc(p[i], half), toDevice);
-          continue;
-        }
-        region.add(joinPiece(p[(i + n - 1) % n], p[i], p[(i + 1) % n], style), toDevice);
+      if (!line.isClosed && style.cap == LineCap::Round) {
+        region.add(disc(p.front(), half), toDevice);
+        region.add(disc(p.back(), half), toDevice);
       }
     }
   }
   return region;
 }
 
+namespace {
+
+// Intervals that become one where they overlap. Neighbours in a line come one after the other, so that most of them only
+// make the one before longer.
+class Union {
+ public:
+  void add(Interval interval) {
+    if (!intervals_.empty()) {
+      Interval& last = intervals_.back();
+      if (interval.low <= last.high && interval.high >= last.low) {
+        last = {std::min(last.low, interval.low), std::max(last.high, interval.high)};
+        return;
+      }
+    }
+    intervals_.push_back(interval);
+  }
+  std::vector<Interval> take() {
+    std::sort(intervals_.begin(), intervals_.end(), [](Interval a, Interval b) { return a.low < b.low; });
+    std::vector<Interval> merged;
+    for (const Interval& interval : intervals_) {
+      if (merged.empty() || interval.low > merged.back().high) merged.push_back(interval);
+      else merged.back().high = std::max(merged.back().high, interval.high);
+    }
+    return merged;
+  }
+
+ private:
+  std::vector<Interval> intervals_;
+};
+
+// Where a line crosses a convex polygon; upside down where it does not.
+Interval spanAt(const std::vector<CGPoint>& points, double y) {
+  Interval span{INFINITY, -INFINITY};
+  CGPoint from = points.back();
+  for (const CGPoint to : points) {
+    if ((from.y <= y) != (to.y <= y)) {
+      const double x = from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y);
+      span = {std::min(span.low, x), std::max(span.high, x)};
+    }
+    from = to;
+  }
+  return span;
+}
+
+}  // namespace
+
 std::vector<Interval> Region::at(double y) const {
+  if (rule_ == Rule::Union) {
+    Union all;
+    for (const Slab& slab : slabs_) {
+      const double t = (y - slab.top) / (slab.bottom - slab.top);
+      all.add({slab.above.low + (slab.below.low - slab.above.low) * t,
+               slab.above.high + (slab.below.high - slab.above.high) * t});
+    }
+    for (const Polygon& polygon : polygons_) {
+      if (y < polygon.top || y > polygon.bottom) continue;
+      const Interval span = spanAt(polygon.points, y);
+      if (span.low < span.high) all.add(span);
+    }
+    return all.take();
+  }
   struct Crossing {
     double x;
     int direction;
   };
   std::vector<Crossing> crossings;
-  for (const Polygon& polygon : polygons_) {
-    if (y < polygon.top || y > polygon.bottom) continue;
-    double low = INFINITY, high = -INFINITY;
-    // Of a fill these are single sides, which only go one way.
-    CGPoint from = rule_ == Rule::Union ? polygon.points.back() : polygon.points.front();
-    for (const CGPoint to : polygon.points) {
-      if ((from.y <= y) != (to.y <= y)) {
-        const double x = from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y);
-        low = std::min(low, x);
-        high = std::max(high, x);
-        if (rule_ != Rule::Union) crossings.push_back({x, from.y <= y ? 1 : -1});
-      }
-      from = to;
-    }
-    if (rule_ == Rule::Union && low < high) {
-      crossings.push_back({low, 1});
-      crossings.push_back({high, -1});
-    }
+  for (const Polygon& side : polygons_) {
+    const CGPoint from = side.points.front(), to = side.points.back();
+    if ((from.y <= y) == (to.y <= y)) continue;
+    crossings.push_back({from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y), from.y <= y ? 1 : -1});
   }
   std::sort(crossings.begin(), crossings.end(),
             [](const Crossing& a, const Crossing& b) { return a.x < b.x; });
@@ -253,22 +299,40 @@ Region Region::between(double top, double bottom) const {
   Region part;
   part.rule_ = rule_;
   for (const Polygon& polygon : polygons_) {
-    if (polygon.top <= bottom && polygon.bottom >= top) part.polygons_.push_back(polygon);
+    if (polygon.top > bottom || polygon.bottom < top) continue;
+    const bool hasCorner = std::any_of(polygon.points.begin(), polygon.points.end(),
+                                       [&](CGPoint p) { return p.y >= top && p.y <= bottom; });
+    if (rule_ == Rule::Union && !hasCorner)
+      part.slabs_.push_back({top, bottom, spanAt(polygon.points, top), spanAt(polygon.points, bottom)});
+    else
+      part.polygons_.push_back(polygon);
   }
   return part;
 }
 
 Coverage::Coverage(const Region& whole, int width, int height) : Coverage(width, height) {
+  std::vector<double> changes(std::size_t(width) + 1);  // from pixel to pixel, of those that are covered from side to side
   for (int y = 0; y < height; ++y) {
     const Region region = whole.between(y, y + 1);
+    std::fill(changes.begin(), changes.end(), 0.0);
     for (int line = 0; line < linesOfRow; ++line) {
       for (const Interval& part : region.at(y + (line + 0.5) / linesOfRow)) {
         const int first = std::clamp(int(std::floor(part.low)), 0, width);
         const int last = std::clamp(int(std::ceil(part.high)), 0, width);
-        for (int x = first; x < last; ++x) {
+        const auto addPart = [&](int x) {
           at(x, y) += (std::min(part.high, x + 1.0) - std::max(part.low, double(x))) / linesOfRow;
-        }
+        };
+        if (first < last) addPart(first);
+        if (first + 1 < last) addPart(last - 1);
+        if (first + 2 >= last) continue;
+        changes[std::size_t(first) + 1] += 1;
+        changes[std::size_t(last) - 1] -= 1;
       }
+    }
+    double covered = 0;  // of the lines
+    for (int x = 0; x < width; ++x) {
+      covered += changes[std::size_t(x)];
+      at(x, y) += covered / linesOfRow;
     }
   }
 }

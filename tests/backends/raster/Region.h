@@ -28,12 +28,18 @@ class Region {
     std::vector<CGPoint> points;
     double top, bottom;
   };
+  // The part of a convex polygon between two heights with no corner of it between them: its sides are straight there.
+  struct Slab {
+    double top, bottom;
+    Interval above, below;
+  };
   enum class Rule { NonZero, EvenOdd, Union };  // the last: of convex polygons, of either direction
 
   void add(std::vector<CGPoint> points, const CGAffineTransform& toDevice);
 
   Rule rule_ = Rule::NonZero;
   std::vector<Polygon> polygons_;
+  std::vector<Slab> slabs_;
 };
 
 // The area of each pixel that a region covers, by many lines a pixel row, each exact.

@@ -165,6 +165,11 @@ TEST_F(Caret, IsNotShownBesideASelectionNorAfterTheEditing) {
   EXPECT_FALSE(former->isCaretShown());
 }
 
+TEST_F(Caret, IsThereAsSoonAsAnEmptyFieldHasTheKeys) {
+  begin("");
+  EXPECT_TRUE(editor()->isCaretShown());
+}
+
 TEST_F(Caret, ASelectionsColorTellsWhetherTheKeysGoThere) {
   begin("abc");
   const auto colors = [&] {
@@ -225,6 +230,7 @@ TEST_F(Caret, StandsWhereTheTextsAlignmentPutsIt) {
   user.pressKey(NSEndFunctionKey);
   const CGFloat width = editor()->frame().size.width;
   EXPECT_EQ(editor()->caretRectForIndex(0).origin.x, width - 13);
+  EXPECT_EQ(editor()->caretRectForIndex(2).origin.x, width - 1);  // not behind the edge
   field->setAlignment(NSTextAlignmentCenter);
   begin("ab");
   field->abortEditing();
