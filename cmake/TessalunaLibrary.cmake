@@ -15,6 +15,10 @@ if(TESSALUNA_SANITIZE)
   target_link_options(tessaluna_build_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(TESSALUNA_FUZZ)
+  target_compile_options(tessaluna_build_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # tessaluna_library(NAME FOLDERS dir... [EXCEPT dir...] [LINKS target...] [PRIVATE_LINKS target...])
 # A static library of all sources below the folders, installed with the headers beside them. LINKS names libraries of the
 # project without their namespace, or targets of others.

@@ -1,12 +1,12 @@
 // The small glyph controls, alive: press them, drag out and back, let go, or walk to them with the Tab key and press space.
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
 #include <QVBoxLayout>
 
 #include "backends/qt/QtViewWidget.h"
 #include "gallery/FlowLayout.h"
 #include "gallery/Ground.h"
+#include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/small_controls/ControlReporter.h"
 #include "uikit/trackrow/CloseButton.h"
@@ -55,25 +55,6 @@ constexpr Exhibit exhibits[] = {
     {"close", "CloseButton", "", makeClose, 16},
     {"close-disabled", "CloseButton", "disabled: it looks the same", makeClose, 16, Ability::Disabled},
     {"status", "PlaybackStatusIcon", "inverted polarity", makeStatus, 20},
-};
-
-// The last lines, the newest first.
-class Journal : public QListWidget {
- public:
-  Journal() {
-    setObjectName("journal");
-    setFocusPolicy(Qt::NoFocus);
-    setSelectionMode(QAbstractItemView::NoSelection);
-  }
-
-  void add(const std::string& line) {
-    constexpr int mostLines = 200;
-    insertItem(0, QString("%1   %2").arg(++count_).arg(QString::fromStdString(line)));
-    if (count() > mostLines) delete takeItem(mostLines);
-  }
-
- private:
-  int count_ = 0;
 };
 
 QWidget* makeControl(const Exhibit& exhibit, CGFloat size, const std::string& name,

@@ -14,16 +14,22 @@ QWidget* makeTrackListPage(Report report) {
   constexpr std::size_t trackCount = 10000;
   const auto host = make<TrackListHost>(generatedTracks(trackCount));
   host->setReport(std::move(report));
-  auto* page = new QWidget;
-  // The controls at rest are half-transparent white: they want a ground that is not.
-  page->setObjectName("trackList");
-  page->setAttribute(Qt::WA_StyledBackground);
-  page->setStyleSheet("#trackList { background: #d8dae0; border-radius: 8px; }");
-  auto* column = new QVBoxLayout(page);
-  column->setContentsMargins(4, 4, 4, 4);
   auto* list = new backend::qt::QtViewWidget(host->view());
   list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  column->addWidget(list);
+  list->setAccessibleName("track list");
+  // The controls at rest are half-transparent white: they want a ground that is not.
+  auto* ground = new QWidget;
+  ground->setObjectName("trackList");
+  ground->setAttribute(Qt::WA_StyledBackground);
+  ground->setStyleSheet("#trackList { background: #d8dae0; border-radius: 8px; }");
+  auto* inGround = new QVBoxLayout(ground);
+  inGround->setContentsMargins(4, 4, 4, 4);
+  inGround->addWidget(list);
+
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 32, 24);
+  column->addWidget(ground);
   QObject::connect(page, &QObject::destroyed, [host] { host->close(); });
   return page;
 }

@@ -61,6 +61,9 @@ class HeadlessBackend : public Backend {
   void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
                  std::function<void(std::optional<std::size_t>)> chosen) override;
 
+  std::string clipboardText() const override { return clipboard_; }
+  void setClipboardText(const std::string& text) override { clipboard_ = text; }
+
   double now() const override { return clock_.now(); }
   void callAfter(double seconds, std::function<void()> block) override { clock_.callAfter(seconds, std::move(block)); }
 
@@ -74,6 +77,7 @@ class HeadlessBackend : public Backend {
   VirtualClock clock_;
   HeadlessTextEngine textEngine_;
   std::optional<OpenMenu> openMenu_;
+  std::string clipboard_;
   std::vector<Screen> screens_;
   std::map<SystemColor, Color> systemColors_;
   CGPoint mouseLocation_;

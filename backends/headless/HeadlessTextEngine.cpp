@@ -1,7 +1,9 @@
 #include "backends/headless/HeadlessTextEngine.h"
 
 #include <algorithm>
+#include <tuple>
 
+#include "platform/text/textBoundaries.h"
 #include "platform/text/unicode.h"
 
 namespace backend::headless {
@@ -19,6 +21,31 @@ class BoxTypeface : public Typeface {
  private:
   double size_;
 };
+
+// Turns the clusters from one letter that runs to the left to the last one that does before a letter of the other kind.
+void turnRightToLeft(ShapedLine& line, std::u16string_view text) {
+  const auto letters = [&](const TextCluster& cluster) { return text.substr(cluster.start, cluster.length); };
+  std::vector<TextCluster>& clusters = line.clusters;
+  for (std::size_t first = 0; first < clusters.size(); ++first) {
+    if (!platform::isRightToLeft(letters(clusters[first]))) continue;
+    std::size_t last = first;
+    for (std::size_t i = first + 1; i < clusters.size(); ++i) {
+      if (platform::isRightToLeft(letters(clusters[i]))) last = i;
+      else if (text[clusters[i].start] != ' ') break;
+    }
+    const double left = clusters[first].left, right = clusters[last].right;
+    for (std::size_t i = first; i <= last; ++i) {
+      TextCluster& cluster = clusters[i];
+      std::tie(cluster.left, cluster.right) = std::pair(left + right - cluster.right, left + right - cluster.left);
+      cluster.isRightToLeft = true;
+    }
+    first = last;
+  }
+  // A glyph stands where its cluster does.
+  std::size_t next = 0;
+  for (GlyphRun& run : line.runs)
+    for (CGPoint& position : run.positions) position.x = clusters[next++].left;
+}
 
 }  // namespace
 
@@ -54,6 +81,7 @@ std::shared_ptr<const ShapedLine> HeadlessTextEngine::shape(std::u16string_view 
     line.metrics.descent = std::max(line.metrics.descent, own.descent);
     spanStart = spanEnd;
   }
+  turnRightToLeft(line, text);
   return result;
 }
 

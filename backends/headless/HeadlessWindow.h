@@ -38,6 +38,8 @@ class HeadlessWindow : public NativeWindow {
   CursorShape cursor() const { return cursor_; }
   HeadlessWindow* parent() const { return parent_; }
   bool isDisplayScheduled() const { return isDisplayScheduled_; }
+  int textInputChanges() const { return textInputChanges_; }
+  int discardsOfMarkedText() const { return discardsOfMarkedText_; }
   int eventsNotTaken() const { return eventsNotTaken_; }  // key downs and scrolls that found nobody
 
   // What was painted, the earliest first.
@@ -63,6 +65,8 @@ class HeadlessWindow : public NativeWindow {
   std::optional<Screen> screen() const override;  // that with the window's middle
   void scheduleDisplay() override { isDisplayScheduled_ = true; }
   void eventWasNotTaken() override { ++eventsNotTaken_; }
+  void textInputDidChange() override { ++textInputChanges_; }
+  void discardMarkedText() override { ++discardsOfMarkedText_; }
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override;
 
  private:
@@ -80,7 +84,7 @@ class HeadlessWindow : public NativeWindow {
   CursorShape cursor_ = CursorShape::Arrow;
   HeadlessWindow* parent_ = nullptr;
   bool isVisible_ = false, isDisplayScheduled_ = false;
-  int eventsNotTaken_ = 0;
+  int eventsNotTaken_ = 0, textInputChanges_ = 0, discardsOfMarkedText_ = 0;
   std::vector<Paint> paints_;
   std::optional<raster::Bitmap> picture_;
 };

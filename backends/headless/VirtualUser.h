@@ -39,6 +39,13 @@ class VirtualUser {
   void keyDown(const std::string& characters, std::uint32_t modifiers = 0);
   void keyUp(const std::string& characters, std::uint32_t modifiers = 0);
   void pressKey(const std::string& characters, std::uint32_t modifiers = 0);
+  void pressKey(char32_t functionKey, std::uint32_t modifiers = 0);
+  // A key for each scalar of the text.
+  void type(std::string_view text);
+  // As an input method does: the text is composed in place of what is being composed, and stays when it is committed. Where
+  // no text has the keys, nothing happens.
+  void compose(std::string_view text);
+  void commit(std::string_view text);
 
  private:
   void send(platform::NSEvent::Fields fields);

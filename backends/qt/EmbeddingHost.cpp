@@ -5,12 +5,16 @@
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
+#include "backends/qt/AccessibilityBridge.h"
+#include "backends/qt/QtBackend.h"
 #include "backends/qt/QtNativeWindow.h"
 #include "backends/qt/QtViewWidget.h"
 #include "backends/qt/cursorShapes.h"
 #include "backends/qt/screenSpace.h"
+#include "backends/qt/textInput.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/views/NSView.h"
 #include "platform/windows/NSWindow.h"
@@ -28,8 +32,12 @@ class FlippedView : public NSView {
   bool isFlipped() const override { return true; }
 };
 
-CGRect rectOf(const QRect& rect) {
-  return {double(rect.x()), double(rect.y()), double(rect.width()), double(rect.height())};
+// Of the rectangle, the device pixels that Qt gives a widget there. At a scale like 1.5 not every point begins with a pixel,
+// and a view that began inside one would lose the part that Qt cuts off.
+CGRect shownPixels(const QRect& rect, double scale) {
+  const auto edge = [scale](int points) { return std::floor(points * scale + 0.5) / scale; };
+  const double left = edge(rect.x()), top = edge(rect.y());
+  return {left, top, edge(rect.x() + rect.width()) - left, edge(rect.y() + rect.height()) - top};
 }
 
 // What of the widget its ancestors do not cut off, in the top-level widget's space.
@@ -85,7 +93,10 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
   }
   void firstResponderDidChange() override {
     if (host_) host_->followFirstResponder();
+    tellInputMethodOfChange();
   }
+  void textInputDidChange() override { tellInputMethodOfChange(); }
+  void discardMarkedText() override { resetInputMethod(); }
   void intrinsicContentSizeDidChange(NSView& view) override {
     if (host_) host_->sizeHintChanged(view);
   }
@@ -151,7 +162,11 @@ void EmbeddingHost::placeChanged(const QWidget& widget) {
 
 void EmbeddingHost::placeTopLevel() {
   const bool isVisible = topLevel_.isVisible();
-  const CGRect content = rectOnScreen(topLevel_.geometry());
+  CGRect content = rectOnScreen(topLevel_.geometry());
+  // Widgets count their pixels from above, windows theirs from below: both agree on a height of whole pixels.
+  const double scale = topLevel_.devicePixelRatioF();
+  const double height = std::ceil(content.size.height * scale - 1e-6) / scale;
+  content = {content.origin.x, content.origin.y + content.size.height - height, content.size.width, height};
   if (content != window_->frame()) static_cast<WindowClient&>(window_->windowClient()).nativeFrameChanged(content);
   if (isVisible == window_->isVisible()) return;
   if (isVisible) window_->orderFront(nullptr);
@@ -163,9 +178,11 @@ void EmbeddingHost::place(const Embedded& embedded) {
   const QRect visible = widget.isVisible() ? visibleRectOf(widget, topLevel_) : QRect();
   embedded.clip->setHidden(visible.isEmpty());
   if (visible.isEmpty()) return;
-  const QPoint inClip = widget.mapTo(&topLevel_, QPoint(0, 0)) - visible.topLeft();
-  embedded.clip->setFrame(rectOf(visible));
-  widget.view()->setFrame(rectOf({inClip, widget.size()}));
+  const double scale = topLevel_.devicePixelRatioF();
+  const CGRect clip = shownPixels(visible, scale);
+  const CGRect whole = shownPixels({widget.mapTo(&topLevel_, QPoint(0, 0)), widget.size()}, scale);
+  embedded.clip->setFrame(clip);
+  widget.view()->setFrame({{whole.origin.x - clip.origin.x, whole.origin.y - clip.origin.y}, whole.size});
 }
 
 void EmbeddingHost::activationChanged() { window_->windowClient().nativeKeyStatusChanged(topLevel_.isActiveWindow()); }
@@ -174,7 +191,9 @@ void EmbeddingHost::redrawAll() { window_->contentView()->setNeedsDisplay(true);
 
 void EmbeddingHost::scaleMayHaveChanged() {
   const double scale = topLevel_.devicePixelRatioF();
-  if (std::exchange(knownScale_, scale) != scale) window_->windowClient().nativeScaleChanged();
+  if (std::exchange(knownScale_, scale) == scale) return;
+  placeChanged(topLevel_);
+  window_->windowClient().nativeScaleChanged();
 }
 
 void EmbeddingHost::display() { window_->displayIfNeeded(); }
@@ -198,13 +217,17 @@ void EmbeddingHost::paintWidget(QtViewWidget& widget, QPainter& painter) {
 
 QtViewWidget* EmbeddingHost::widgetOf(const NSResponder* responder) const {
   const auto* view = dynamic_cast<const NSView*>(responder);
-  if (!view) return nullptr;
+  return view ? widgetOf(*view) : nullptr;
+}
+
+QtViewWidget* EmbeddingHost::widgetOf(const NSView& view) const {
   for (const Embedded& embedded : embedded_)
-    if (view->isDescendantOf(embedded.widget->view().get())) return embedded.widget;
+    if (view.isDescendantOf(embedded.widget->view().get())) return embedded.widget;
   return nullptr;
 }
 
 void EmbeddingHost::followFirstResponder() {
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
   // Where there is none for now, Qt's focus stays: the keys find the window.
   QtViewWidget* widget = widgetOf(window_->firstResponder());
   if (!widget || widget->hasFocus() || isFollowing_) return;
@@ -216,10 +239,16 @@ void EmbeddingHost::followFirstResponder() {
 void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
   if (isFollowing_) return;
   const bool isTab = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
   if (!isTab && widgetOf(window_->firstResponder()) == &widget) return;
   if (!window_->makeFirstResponder(nullptr)) return;
-  window_->selectKeyViewWithin(*widget.view(),
-                               reason == Qt::BacktabFocusReason ? FocusStep::Previous : FocusStep::Next);
+  const FocusStep step = reason == Qt::BacktabFocusReason ? FocusStep::Previous : FocusStep::Next;
+  if (window_->selectKeyViewWithin(*widget.view(), step) || !isTab) return;
+  // Nothing in this view takes keys: the chain goes on, unless it has gone round already.
+  if (passedOver_ >= embedded_.size()) return;
+  ++passedOver_;
+  widget.passFocusOn(step);
+  --passedOver_;
 }
 
 void EmbeddingHost::focusLeft(QtViewWidget& widget, Qt::FocusReason reason) {
@@ -241,7 +270,7 @@ bool EmbeddingHost::moveFocus(FocusStep step) {
 }
 
 void EmbeddingHost::sizeHintChanged(NSView& view) {
-  if (QtViewWidget* widget = widgetOf(&view)) widget->updateGeometry();
+  if (QtViewWidget* widget = widgetOf(view)) widget->updateGeometry();
 }
 
 }  // namespace backend::qt

@@ -35,6 +35,8 @@ class EmbeddingHost : public QObject {
   void activationChanged();
   void redrawAll();
 
+  QtViewWidget* widgetOf(const platform::NSView& view) const;  // absent if in none of ours
+
   // Brings the picture up to date and copies what lies under the widget.
   void paintWidget(QtViewWidget& widget, QPainter& painter);
 
@@ -54,10 +56,10 @@ class EmbeddingHost : public QObject {
   void scaleMayHaveChanged();
   void display();
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter);
-  QtViewWidget* widgetOf(const platform::NSResponder* responder) const;
   void followFirstResponder();
   bool moveFocus(FocusStep step);
   void sizeHintChanged(platform::NSView& view);
+  QtViewWidget* widgetOf(const platform::NSResponder* responder) const;
 
   QWidget& topLevel_;
   platform::Ref<platform::NSWindow> window_;
@@ -68,6 +70,7 @@ class EmbeddingHost : public QObject {
   std::vector<Embedded> embedded_;
   QTimer displayTimer_;
   bool isFollowing_ = false;  // Qt's focus is being moved after the first responder
+  std::size_t passedOver_ = 0;  // widgets that handed on the focus that is being moved
 };
 
 }  // namespace backend::qt

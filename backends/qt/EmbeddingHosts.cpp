@@ -3,6 +3,9 @@
 #include <QEvent>
 #include <QWidget>
 
+#include "platform/views/NSView.h"
+#include "platform/windows/NSWindow.h"
+
 namespace backend::qt {
 
 EmbeddingHost& EmbeddingHosts::hostOf(QWidget& topLevel) {
@@ -18,6 +21,12 @@ EmbeddingHost& EmbeddingHosts::hostOf(QWidget& topLevel) {
 EmbeddingHost* EmbeddingHosts::hostIfAny(const QWidget& topLevel) const {
   const auto found = hosts_.find(&topLevel);
   return found == hosts_.end() ? nullptr : found->second.get();
+}
+
+QtViewWidget* EmbeddingHosts::widgetOf(const platform::NSView& view) const {
+  for (const auto& [topLevel, host] : hosts_)
+    if (view.window() == &host->window()) return host->widgetOf(view);
+  return nullptr;
 }
 
 void EmbeddingHosts::observe(const QWidget& widget, const QEvent& event) {

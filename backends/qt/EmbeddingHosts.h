@@ -17,6 +17,9 @@ class EmbeddingHosts {
   EmbeddingHost& hostOf(QWidget& topLevel);  // made where there is none
   EmbeddingHost* hostIfAny(const QWidget& topLevel) const;
 
+  // That which the view is embedded in; absent if in none.
+  QtViewWidget* widgetOf(const platform::NSView& view) const;
+
   // An event that some widget of the program is about to get.
   void observe(const QWidget& widget, const QEvent& event);
 

@@ -1,5 +1,6 @@
 #include "backends/qt/QtBackend.h"
 
+#include <QClipboard>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -11,6 +12,7 @@
 #include <cmath>
 #include <utility>
 
+#include "backends/qt/AccessibilityBridge.h"
 #include "backends/qt/EmbeddingHosts.h"
 #include "backends/qt/QtViewWidget.h"
 #include "backends/qt/QtWindow.h"
@@ -96,15 +98,22 @@ QtBackend::QtBackend() {
   if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
     stopProgram("QtBackend: made before the QApplication");
   hosts_ = std::make_unique<EmbeddingHosts>(keysSentEarly_);
+  accessibility_ = std::make_unique<AccessibilityBridge>(*hosts_);
   filter_ = std::make_unique<ApplicationFilter>(*this);
 }
 
-QtBackend::~QtBackend() = default;
+// The hosts' windows close with them, and would tell of it.
+QtBackend::~QtBackend() { accessibility_.reset(); }
 
 QtBackend& QtBackend::current() {
   auto* backend = dynamic_cast<QtBackend*>(Backend::current());
   if (!backend) stopProgram("QtBackend: there is none");
   return *backend;
+}
+
+AccessibilityBridge* QtBackend::accessibility() {
+  auto* backend = dynamic_cast<QtBackend*>(Backend::current());
+  return backend ? backend->accessibility_.get() : nullptr;
 }
 
 std::unique_ptr<NativeWindow> QtBackend::makeWindow(WindowClient& client, const WindowOptions& options) {
@@ -121,6 +130,12 @@ void QtBackend::popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntr
                           std::function<void(std::optional<std::size_t>)> chosen) {
   const auto* native = dynamic_cast<const QtNativeWindow*>(&window);
   if (native && native->qWindow()) menu_.open(*native->qWindow(), qtPointOf(at), entries, std::move(chosen));
+}
+
+std::string QtBackend::clipboardText() const { return QGuiApplication::clipboard()->text().toStdString(); }
+
+void QtBackend::setClipboardText(const std::string& text) {
+  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
 std::shared_ptr<const ImagePixels> QtBackend::decodeImage(std::span<const std::byte> bytes) const {

@@ -22,7 +22,7 @@ class QWidget;
 
 namespace backend::qt {
 
-class EmbeddingHost;
+class AccessibilityBridge;
 class EmbeddingHosts;
 
 class QtBackend : public Backend {
@@ -39,6 +39,8 @@ class QtBackend : public Backend {
   Color systemColor(SystemColor color) const override;
   void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
                  std::function<void(std::optional<std::size_t>)> chosen) override;
+  std::string clipboardText() const override;
+  void setClipboardText(const std::string& text) override;
   const TextEngine& textEngine() const override { return textEngine_; }
   std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
   double now() const override;
@@ -46,6 +48,8 @@ class QtBackend : public Backend {
 
   KeysSentEarly& keysSentEarly() { return keysSentEarly_; }
   EmbeddingHosts& hosts() { return *hosts_; }
+  // That of the backend that lives now; absent without one, and while it goes.
+  static AccessibilityBridge* accessibility();
 
  private:
   class ApplicationFilter;
@@ -55,6 +59,7 @@ class QtBackend : public Backend {
   PopUpMenu menu_;
   QObject clock_;  // what is still to be called is forgotten with it
   std::unique_ptr<EmbeddingHosts> hosts_;
+  std::unique_ptr<AccessibilityBridge> accessibility_;
   std::unique_ptr<ApplicationFilter> filter_;
 };
 

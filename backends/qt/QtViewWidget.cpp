@@ -8,7 +8,9 @@
 
 #include "backends/qt/EmbeddingHosts.h"
 #include "backends/qt/QtBackend.h"
+#include "backends/qt/textInput.h"
 #include "platform/views/NSView.h"
+#include "platform/windows/NSWindow.h"
 
 namespace backend::qt {
 
@@ -89,6 +91,13 @@ bool QtViewWidget::event(QEvent* event) {
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride:
       event->setAccepted(host_->relay().key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
+      return true;
+    case QEvent::InputMethodQuery:
+      answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), host_->window(), mapToGlobal(QPoint(0, 0)));
+      return true;
+    case QEvent::InputMethod:
+      event->accept();
+      sendToText(static_cast<const QInputMethodEvent&>(*event), *refTo(host_->window()));
       return true;
     default: return QWidget::event(event);
   }

@@ -29,6 +29,9 @@ class QtWindow : public QtNativeWindow {
   void scheduleDisplay() override;
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override;
   void eventWasNotTaken() override;
+  void firstResponderDidChange() override;
+  void textInputDidChange() override;
+  void discardMarkedText() override;
   QWindow* qWindow() const override;
 
  private:

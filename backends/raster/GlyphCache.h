@@ -2,6 +2,7 @@
 // across. Bounded: when it is full it starts anew.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -12,8 +13,8 @@
 namespace backend::raster {
 
 struct GlyphMask {
-  PixelRect box;                // relative to the pixel that the glyph's origin lies in
-  std::vector<float> coverage;  // row by row
+  PixelRect box;                       // relative to the pixel that the glyph's origin lies in
+  std::vector<std::uint8_t> coverage;  // row by row, 255 for a pixel that is all covered
 };
 
 struct GlyphPlace {

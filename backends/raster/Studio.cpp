@@ -22,6 +22,25 @@ std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
   return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
+// Whether what is painted in the color leaves everything as it is; no shadow falls from it either.
+bool leavesNoMark(const Color& color, double alpha, BlendMode mode) {
+  switch (mode) {
+    case BlendMode::Normal:
+    case BlendMode::SourceAtop:
+    case BlendMode::DestinationOver:
+    case BlendMode::DestinationOut:
+    case BlendMode::Xor:
+    case BlendMode::PlusLighter: return premultiplied(color, alpha)[3] == 0;
+    case BlendMode::Clear:
+    case BlendMode::Copy:
+    case BlendMode::SourceIn:
+    case BlendMode::SourceOut:
+    case BlendMode::DestinationIn:
+    case BlendMode::DestinationAtop: break;
+  }
+  return false;
+}
+
 std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform& t) {
   return path.shape().kind == PathShape::Kind::Rect ? uprightRect(path.shape().rect, t) : std::nullopt;
 }
@@ -117,7 +136,7 @@ void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
 }
 
 void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
-  if (state_.clip.box.isEmpty()) return;
+  if (state_.clip.box.isEmpty() || leavesNoMark(state_.fillColor, state_.alpha, state_.blendMode)) return;
   const Source color{.color = premultiplied(state_.fillColor, state_.alpha)};
   if (paintsColor(color) && !castShadow()) {
     if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color.color);
@@ -125,8 +144,7 @@ void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));
-  paintPolygons({.polygons = polygons_, .rule = rule},
-                {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
+  paintPolygons({.polygons = polygons_, .rule = rule}, color, shadow);
 }
 
 // Row by row, with no need to work out coverage from sides.
@@ -150,7 +168,7 @@ void RasterCanvas::Studio::fillRect(const DeviceRect& rect, Float4 color) {
 }
 
 void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
-  if (state_.clip.box.isEmpty()) return;
+  if (state_.clip.box.isEmpty() || leavesNoMark(state_.strokeColor, state_.alpha, state_.blendMode)) return;
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
   const Overlaps overlaps =
@@ -234,6 +252,13 @@ void RasterCanvas::Studio::noteInLayer(const CoverageBuffer::Shape& shape, const
   layer.shape = polygons_;
 }
 
+// The open layer, if there is one, holds something else than one shape.
+void RasterCanvas::Studio::noteMixtureInLayer() {
+  if (openLayers_ == 0) return;
+  ++layers_[openLayers_ - 1]->operations;
+  layers_[openLayers_ - 1]->shapeAlpha = 0;
+}
+
 // Paints one color by the coverage that the plane holds.
 void RasterCanvas::Studio::paintPlane(Plane& plane, Float4 color) {
   const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
@@ -288,10 +313,7 @@ void RasterCanvas::Studio::endLayer() {
     }
   }
   if (openLayers_ == 0) giveBackLayers();
-  if (openLayers_ > 0) {
-    ++layers_[openLayers_ - 1]->operations;
-    layers_[openLayers_ - 1]->shapeAlpha = 0;
-  }
+  noteMixtureInLayer();
   const Source source{.layer = &layer.pixels, .layerAlpha = float(alpha)};
   const Painting painting{surface(), source, state_.blendMode, state_.clip};
   // A picture is as large as the clip, even where it is empty; but only these two operators can tell.

@@ -75,6 +75,7 @@ class RasterCanvas::Studio {
   void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
                    const std::optional<CastShadow>& shadow);
   void giveBackLayers();
+  void noteMixtureInLayer();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
   void paintPlane(Plane& plane, Float4 color);
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/foundation/numberText.h"
+#include "platform/foundation/stopProgram.h"
 
 namespace backend::svg {
 
@@ -63,6 +64,39 @@ std::string ruleAttribute(std::string_view name, FillRule rule) {
   return rule == FillRule::EvenOdd ? attribute(name, "evenodd") : "";
 }
 
+bool isFinite(const Path& path, const CGAffineTransform& transform) {
+  return std::all_of(path.points().begin(), path.points().end(), [&](CGPoint point) {
+    const CGPoint p = transform.apply(point);
+    return std::isfinite(p.x) && std::isfinite(p.y);
+  });
+}
+
+std::string matrixText(const CGAffineTransform& t) {
+  std::string text = "matrix(";
+  for (const double value : {t.a, t.b, t.c, t.d, t.tx, t.ty}) text += numberText(value) + " ";
+  text.back() = ')';
+  return text;
+}
+
+const char* nameOf(BlendMode mode) {
+  switch (mode) {
+    case BlendMode::Normal: return "normal";
+    case BlendMode::Clear: return "clear";
+    case BlendMode::Copy: return "copy";
+    case BlendMode::SourceIn: return "source in";
+    case BlendMode::SourceOut: return "source out";
+    case BlendMode::SourceAtop: return "source atop";
+    case BlendMode::DestinationOver: return "destination over";
+    case BlendMode::DestinationIn: return "destination in";
+    case BlendMode::DestinationOut: return "destination out";
+    case BlendMode::DestinationAtop: return "destination atop";
+    case BlendMode::Xor: return "xor";
+    case BlendMode::PlusLighter: return "plus lighter";
+  }
+  platform::unreachable();
+}
+
+// Whether circles stay circles.
 bool keepsShape(const CGAffineTransform& t) {
   const double across = std::hypot(t.a, t.b), along = std::hypot(t.c, t.d);
   return std::abs(across - along) < 1e-9 * across && std::abs(t.a * t.c + t.b * t.d) < 1e-9 * across * along;
@@ -100,12 +134,12 @@ void SvgCanvas::concat(const CGAffineTransform& transform) { state_.transform = 
 void SvgCanvas::clipRect(CGRect rect) { clipPath(Path::rect(rect), FillRule::NonZero); }
 
 void SvgCanvas::clipPath(const Path& path, FillRule rule) {
+  if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
   const int id = ++lastId_;
-  definitions_ += "<clipPath" + attribute("id", "c" + std::to_string(id)) +
-                  (state_.clip ? attribute("clip-path", reference('c', state_.clip)) : "") + "><path" +
+  definitions_ += "<clipPath" + attribute("id", "c" + std::to_string(id)) + "><path" +
                   attribute("d", pathData(path, state_.transform)) + ruleAttribute("clip-rule", rule) +
                   "/></clipPath>\n";
-  state_.clip = id;
+  state_.clips.push_back(id);
 }
 
 // A filter that puts the shadow under what it is applied to, or with `keepsOutside` leaves of that only what the shadow does
@@ -154,20 +188,18 @@ std::optional<SvgCanvas::Composite> SvgCanvas::compositeFor(const State& state, 
         return std::nullopt;
       }
       break;
-    default: fail("this blend mode"); return std::nullopt;
+    default: fail(std::string("the blend mode \"") + nameOf(state.mode) + "\""); return std::nullopt;
   }
   Composite result;
-  if (state.clip) {
-    result.open += "<g" + attribute("clip-path", reference('c', state.clip)) + ">";
+  const auto open = [&](const std::string& attributes) {
+    result.open += "<g" + attributes + ">";
     result.close = "</g>" + result.close;
-  }
-  if (state.alpha != 1 || hasShadow) {
-    result.open += "<g";
-    if (state.alpha != 1) result.open += attribute("opacity", number(std::clamp(state.alpha, 0.0, 1.0)));
-    if (hasShadow) result.open += attribute("filter", reference('f', addShadowFilter(state.shadow, keepsOutside)));
-    result.open += ">";
-    result.close = "</g>" + result.close;
-  }
+  };
+  // A group for each: not every program cuts a clip path by another one.
+  for (const int clip : state.clips) open(attribute("clip-path", reference('c', clip)));
+  // The alpha is in the shape that throws the shadow: each of the two is drawn with it.
+  if (hasShadow) open(attribute("filter", reference('f', addShadowFilter(state.shadow, keepsOutside))));
+  if (state.alpha != 1) open(attribute("opacity", number(std::clamp(state.alpha, 0.0, 1.0))));
   return result;
 }
 
@@ -186,7 +218,7 @@ void SvgCanvas::beginTransparencyLayer() {
   state_.alpha = 1;
   state_.mode = BlendMode::Normal;
   state_.shadow = {};
-  state_.clip = 0;  // the clip cuts the layer as a whole, when it ends
+  state_.clips.clear();  // they cut the layer as a whole, when it ends
 }
 
 void SvgCanvas::endTransparencyLayer() {
@@ -203,23 +235,21 @@ void SvgCanvas::endTransparencyLayer() {
 }
 
 void SvgCanvas::fillPath(const Path& path, FillRule rule) {
+  if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
   paint("<path" + attribute("d", pathData(path, state_.transform)) + paintAttributes("fill", state_.fill) +
             ruleAttribute("fill-rule", rule) + "/>",
         state_.fill.alpha >= 1 && state_.alpha >= 1);
 }
 
 void SvgCanvas::strokePath(const Path& path, const StrokeStyle& style) {
+  if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
   // Where the space is not stretched the line is as well told in the file's own.
   const bool isPlain = keepsShape(state_.transform);
   const double scale = isPlain ? std::hypot(state_.transform.a, state_.transform.b) : 1;
   std::string element = "<path" + attribute("d", pathData(path, isPlain ? state_.transform : CGAffineTransform{})) +
                         attribute("fill", "none") + paintAttributes("stroke", state_.stroke);
   if (!isPlain) {
-    const CGAffineTransform& t = state_.transform;
-    std::string matrix = "matrix(";
-    for (const double value : {t.a, t.b, t.c, t.d, t.tx, t.ty}) matrix += numberText(value) + " ";
-    matrix.back() = ')';
-    element += attribute("transform", matrix);
+    element += attribute("transform", matrixText(state_.transform));
   }
   element += attribute("stroke-width", number(style.width * scale));
   if (style.cap != LineCap::Butt)
@@ -236,10 +266,15 @@ void SvgCanvas::strokePath(const Path& path, const StrokeStyle& style) {
 }
 
 void SvgCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
+  if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
   const int id = ++lastId_;
-  const CGPoint start = state_.transform.apply(gradient.start), end = state_.transform.apply(gradient.end);
+  // A stretched space leans the lines of one color against their axis, which only the space itself can tell.
+  const bool isPlain = keepsShape(state_.transform);
+  const CGAffineTransform space = isPlain ? state_.transform : CGAffineTransform{};
+  const CGPoint start = space.apply(gradient.start), end = space.apply(gradient.end);
   definitions_ += "<linearGradient" + attribute("id", "g" + std::to_string(id)) +
-                  attribute("gradientUnits", "userSpaceOnUse") + attribute("x1", number(start.x)) +
+                  attribute("gradientUnits", "userSpaceOnUse") +
+                  (isPlain ? "" : attribute("gradientTransform", matrixText(state_.transform))) + attribute("x1", number(start.x)) +
                   attribute("y1", number(start.y)) + attribute("x2", number(end.x)) + attribute("y2", number(end.y)) +
                   ">";
   for (const GradientStop& stop : gradient.stops) {

@@ -44,7 +44,7 @@ class SvgCanvas : public Canvas {
  private:
   struct State {
     CGAffineTransform transform;  // from the current space to the file's
-    int clip = 0;                 // number of a clip path; 0: none
+    std::vector<int> clips;       // numbers of clip paths; what all of them leave shows
     Color fill, stroke;
     Shadow shadow;
     double alpha = 1;

@@ -19,6 +19,7 @@ TrackListHost::TrackListHost(std::vector<Track> tracks)
       scrollView_(make<NSScrollView>(CGRect{0, 0, 900, 600})),
       table_(make<NSTableView>(CGRect{0, 0, 888, 0})) {
   scrollView_->setHasVerticalScroller(true);
+  scrollView_->setDrawsBackground(false);  // the page's own shows
   table_->setAutoresizingMask(NSViewWidthSizable);
   scrollView_->setDocumentView(table_);
 }
@@ -45,18 +46,21 @@ Ref<NSView> TrackListHost::tableViewViewForRow(NSTableView& table, std::size_t r
     view = make<TrackRowView>(refTo(*this));
     table.setIdentifier(view, "track");
   }
-  view->show(row + 1, tracks_[row]);
-  view->setHasMouse(hovered_ == row);
-  view->setPlaying(current_ == row, current_ == row && isPlaying_);
+  view->showTrack(row + 1, tracks_[row]);
+  view->showState(stateOf(row));
   return view;
 }
 
+TrackRowState TrackListHost::stateOf(std::size_t row) const {
+  return {.hasMouse = hovered_ == row,
+          .isCurrent = current_ == row,
+          .isPlaying = current_ == row && isPlaying_,
+          .isFavorite = tracks_[row].isFavorite};
+}
+
 void TrackListHost::updateRow(std::size_t row) {
-  const auto view = std::dynamic_pointer_cast<TrackRowView>(table_->viewAtRow(row));
-  if (!view) return;
-  view->setHasMouse(hovered_ == row);
-  view->setPlaying(current_ == row, current_ == row && isPlaying_);
-  view->setFavorite(tracks_[row].isFavorite);
+  // A row that does not show now is filled when it comes into sight.
+  if (const auto view = std::dynamic_pointer_cast<TrackRowView>(table_->viewAtRow(row))) view->showState(stateOf(row));
 }
 
 void TrackListHost::tableViewHoveredRowDidChange(NSTableView&, std::optional<std::size_t> row) {

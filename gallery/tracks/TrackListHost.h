@@ -1,6 +1,12 @@
-// The host of a track list: it owns the tracks, fills the rows that show, knows which row the mouse is on and
-// which track plays, and decides what a click on a control does. This is what a player writes around the
-// kit's controls.
+// The host of a track list: it owns the tracks, fills the rows that show, knows which row the mouse is on and which track
+// plays, and decides what a click on a control does. This is what a player writes around the kit's controls:
+//
+//   1. It is the target of every row's controls (tableViewViewForRow makes the rows).
+//   2. It tells a row's controls what to show, and asks them for the redraw, whenever that changes: when the mouse comes
+//      to another row, when another track plays, when a favorite is made (updateRow, which TrackRowView::showState ends).
+//   3. A click names the control that was clicked; the table knows which row that stands in (rowForView).
+//
+// The controls follow the pointer and a press by themselves.
 #pragma once
 
 #include <functional>
@@ -24,7 +30,7 @@ class TrackListHost : public platform::NSObject,
   explicit TrackListHost(std::vector<Track> tracks);
   void didInit() override;
 
-  // The rows hold their host as their target, and the host holds the rows: whoever made the host ends that.
+  // The controls keep their target alive, and the host its rows: whoever made the host ends that.
   void close();
 
   // What is embedded. Absent once the host is closed.
@@ -46,6 +52,10 @@ class TrackListHost : public platform::NSObject,
   // Chosen from the menu of the more control.
   void playFromMenu(platform::NSObject* sender);
   void toggleFavoriteFromMenu(platform::NSObject* sender);
+
+ protected:
+  // What a row's controls show.
+  virtual TrackRowState stateOf(std::size_t row) const;
 
  private:
   void play(std::size_t row);

@@ -12,7 +12,7 @@ using namespace TessalunaUIKit;
 
 namespace {
 
-constexpr CGFloat margin = 8, numberWidth = 44, glyph = 15, lengthWidth = 48;
+constexpr CGFloat margin = 8, numberWidth = 48, glyph = 15, lengthWidth = 48, textHeight = 17;
 
 Ref<NSTextField> label(NSTextAlignment alignment) {
   const auto field = NSTextField::labelWithString("");
@@ -40,57 +40,66 @@ TrackRowView::TrackRowView(Ref<TrackListRowActionTarget> target)
     addSubview(view);
 }
 
-void TrackRowView::show(std::size_t number, const Track& track) {
+void TrackRowView::showTrack(std::size_t number, const Track& track) {
   number_->setStringValue(std::to_string(number));
   title_->setStringValue(track.title);
   artists_->setStringValue(track.artists);
   length_->setStringValue(lengthText(track.seconds));
-  setFavorite(track.isFavorite);
 }
 
-void TrackRowView::setHasMouse(bool has) {
-  const auto tell = [&](TrackRowControl& control) {
-    if (control.hasMouseOnRow() == has) return;
-    control.setHasMouseOnRow(has);
-    control.setNeedsDisplay(true);
-  };
-  tell(*play_);
-  tell(*favorite_);
-  tell(*more_);
-}
-
-void TrackRowView::setPlaying(bool isPlayingTrack, bool isPlaying) {
-  if (play_->isPlayingTrack() == isPlayingTrack && play_->isPlaying() == isPlaying) return;
-  play_->setIsPlayingTrack(isPlayingTrack);
-  play_->setIsPlaying(isPlaying);
-  play_->setNeedsDisplay(true);
-}
-
-void TrackRowView::setFavorite(bool isFavorite) {
-  if (favorite_->isFavorite() == isFavorite) return;
-  favorite_->setIsFavorite(isFavorite);
-  favorite_->setNeedsDisplay(true);
+// The controls only store what they are told. Whoever tells them asks for the redraw: of those alone that changed.
+void TrackRowView::showState(const TrackRowState& state) {
+  if (play_->hasMouseOnRow() != state.hasMouse || play_->isPlayingTrack() != state.isCurrent ||
+      play_->isPlaying() != state.isPlaying) {
+    play_->setHasMouseOnRow(state.hasMouse);
+    play_->setIsPlayingTrack(state.isCurrent);
+    play_->setIsPlaying(state.isPlaying);
+    play_->setNeedsDisplay(true);
+  }
+  if (favorite_->hasMouseOnRow() != state.hasMouse || favorite_->isFavorite() != state.isFavorite) {
+    favorite_->setHasMouseOnRow(state.hasMouse);
+    favorite_->setIsFavorite(state.isFavorite);
+    favorite_->setNeedsDisplay(true);
+  }
+  if (more_->hasMouseOnRow() != state.hasMouse) {
+    more_->setHasMouseOnRow(state.hasMouse);
+    more_->setNeedsDisplay(true);
+  }
 }
 
 void TrackRowView::setFrame(CGRect frame) {
   NSView::setFrame(frame);
-  // On whole points, so that glyphs and letters stay sharp.
-  const CGFloat middle = std::floor((frame.size.height - glyph) * 0.5);
-  const CGFloat textHeight = 17, textY = std::floor((frame.size.height - textHeight) * 0.5);
+  const TrackRowPlaces places = placesInTrackRow(frame.size);
+  number_->setFrame(places.number);
+  play_->setFrame(places.play);
+  favorite_->setFrame(places.favorite);
+  title_->setFrame(places.title);
+  artists_->setFrame(places.artists);
+  more_->setFrame(places.more);
+  length_->setFrame(places.length);
+}
+
+TrackRowPlaces placesInTrackRow(CGSize row) {
+  // On whole points, so that glyphs and letters stay sharp. The middle of a line of text lies below that of its capitals,
+  // which is what the eye takes for its middle.
+  const CGFloat glyphY = std::floor((row.height - glyph) * 0.5);
+  const CGFloat textY = std::ceil((row.height - textHeight) * 0.5);
+  TrackRowPlaces places;
   CGFloat x = margin;
-  number_->setFrame({x, textY, numberWidth, textHeight});
+  places.number = {x, textY, numberWidth, textHeight};
   x += numberWidth + margin;
-  play_->setFrame({x, middle, glyph, glyph});
+  places.play = {x, glyphY, glyph, glyph};
   x += glyph + margin;
-  favorite_->setFrame({x, middle, glyph, glyph});
+  places.favorite = {x, glyphY, glyph, glyph};
   x += glyph + 2 * margin;
-  const CGFloat end = frame.size.width - margin;
+  const CGFloat end = row.width - margin;
   const CGFloat textEnd = end - lengthWidth - glyph - 2 * margin;
   const CGFloat titleWidth = std::max(0.0, std::floor((textEnd - x) * 0.55));
-  title_->setFrame({x, textY, titleWidth, textHeight});
-  artists_->setFrame({x + titleWidth, textY, std::max(0.0, textEnd - x - titleWidth), textHeight});
-  more_->setFrame({textEnd + margin, middle, glyph, glyph});
-  length_->setFrame({end - lengthWidth, textY, lengthWidth, textHeight});
+  places.title = {x, textY, std::max(0.0, titleWidth - margin), textHeight};
+  places.artists = {x + titleWidth, textY, std::max(0.0, textEnd - x - titleWidth), textHeight};
+  places.more = {textEnd + margin, glyphY, glyph, glyph};
+  places.length = {end - lengthWidth, textY, lengthWidth, textHeight};
+  return places;
 }
 
 }  // namespace gallery

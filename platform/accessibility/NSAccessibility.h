@@ -48,6 +48,14 @@ class NSAccessibility {
   // What the host says of an attribute goes before what the object knows; absent takes that back.
   void accessibilitySetOverrideValue(AccessibilityValue value, std::string_view forAttribute);
 
+  // What a backend keeps of the element. It ends with the element at the latest.
+  class Companion {
+   public:
+    virtual ~Companion() = default;
+  };
+  Companion* accessibilityCompanion() const { return companion_.get(); }
+  void setAccessibilityCompanion(std::unique_ptr<Companion> companion) { companion_ = std::move(companion); }
+
  protected:
   // Before a host's word, and with the ignored ones among them.
   virtual std::optional<AccessibilityElements> accessibilityOwnChildren() const { return std::nullopt; }
@@ -55,6 +63,7 @@ class NSAccessibility {
  private:
   const AccessibilityValue* overrideValue(std::string_view attribute) const;
   std::unique_ptr<std::map<std::string, AccessibilityValue, std::less<>>> overrides_;
+  std::unique_ptr<Companion> companion_;
 };
 
 // Absent for an object that has nothing to do with accessibility.

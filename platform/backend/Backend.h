@@ -71,6 +71,10 @@ class NativeWindow {
   virtual void eventWasNotTaken() {}  // the key down or scroll that is being sent found nobody
   virtual void firstResponderDidChange() {}
   virtual void intrinsicContentSizeDidChange(platform::NSView&) {}
+  // What an input method knows of the text that takes the keys no longer holds: another text, another selection or place.
+  virtual void textInputDidChange() {}
+  // The text has let go of what was being composed in it.
+  virtual void discardMarkedText() {}
   // Takes the keyboard focus on from the first responder, in the order of the program's widgets. False: the window goes
   // along its key views.
   virtual bool moveFocus(FocusStep) { return false; }
@@ -112,6 +116,10 @@ class Backend {
   // later, with the number of the entry, or absent if none was chosen.
   virtual void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
                          std::function<void(std::optional<std::size_t>)> chosen) = 0;
+
+  // The text that was copied last, here or elsewhere, in UTF-8; empty where there is none.
+  virtual std::string clipboardText() const = 0;
+  virtual void setClipboardText(const std::string& text) = 0;
 
   virtual const TextEngine& textEngine() const = 0;
   // The picture that the bytes hold; absent if they hold none, are cut off, or claim too many pixels.

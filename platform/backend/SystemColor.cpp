@@ -11,6 +11,7 @@ Color defaultSystemColor(SystemColor color) {
     case SystemColor::AlternateSelectedControl: return {0.02, 0.39, 0.85, 1};
     case SystemColor::AlternateSelectedControlText: return {1, 1, 1, 1};
     case SystemColor::SelectedTextBackground: return {0.7, 0.84, 1, 1};
+    case SystemColor::UnemphasizedSelectedTextBackground: return {0.86, 0.86, 0.86, 1};
     case SystemColor::Control: return {0.97, 0.97, 0.97, 1};
     case SystemColor::ControlBackground: return {1, 1, 1, 1};
     case SystemColor::WindowBackground: return {0.93, 0.93, 0.93, 1};

@@ -12,6 +12,7 @@ enum class SystemColor {
   AlternateSelectedControl,
   AlternateSelectedControlText,
   SelectedTextBackground,
+  UnemphasizedSelectedTextBackground,
   Control,
   ControlBackground,
   WindowBackground,

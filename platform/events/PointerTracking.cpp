@@ -1,6 +1,7 @@
 #include "platform/events/PointerTracking.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/events/NSCursor.h"
 #include "platform/events/NSEvent.h"
@@ -86,7 +87,9 @@ void PointerTracking::pointerMoved(const Ref<NSEvent>& event, bool isButtonDown)
     entered_.push_back({place.view, place.area});
     send(place.area, NSEventType::MouseEntered, &NSResponder::mouseEntered, event);
   }
-  if (event->type() == NSEventType::MouseMoved)
+  const bool endsDrag = !isButtonDown && std::exchange(hasDragged_, false);
+  if (isButtonDown) hasDragged_ = true;
+  if (event->type() == NSEventType::MouseMoved || endsDrag)
     for (const Place& place : places)
       if ((place.area->options() & NSTrackingMouseMoved) && isThere(place))
         send(place.area, NSEventType::MouseMoved, &NSResponder::mouseMoved, event);

@@ -1,8 +1,8 @@
 // A window's knowledge of where the pointer is: which tracking areas it has entered, and which cursor it wears. Things happen
 // only when the pointer moves or a button goes up: an area that appears, goes or scrolls under a still pointer sends nothing.
 //
-// While a button is down an entry is sent only to areas that ask for that; the others get it at the release. The exit of an
-// entry that was sent comes at once in any case. An area that was taken from its view gets nothing more.
+// While a button is down an entry is sent only to areas that ask for that, and no move; the others get the entry, and a drag's
+// end one move, at the release. The exit of an entry that was sent comes at once in any case. An area that was taken from its view gets nothing more.
 #pragma once
 
 #include <vector>
@@ -42,6 +42,7 @@ class PointerTracking {
 
   NSWindow& window_;
   std::vector<Entered> entered_;
+  bool hasDragged_ = false;  // since the last press
 };
 
 }  // namespace platform

@@ -46,11 +46,15 @@ void NSNotificationCenter::removeObserver(const Ref<NSObject>& token) {
 }
 
 void NSNotificationCenter::postNotificationName(std::string_view name, const Ref<NSObject>& object) {
+  const auto hears = [&](const Ref<Observer>& observer) { return observer->hearsOf(name, object.get()); };
+  if (std::any_of(observers_.begin(), observers_.end(), hears))
+    postNotification(make<NSNotification>(std::string(name), object));
+}
+
+void NSNotificationCenter::postNotification(const Ref<NSNotification>& notification) {
   std::vector<Ref<Observer>> hearing;
   for (const Ref<Observer>& observer : observers_)
-    if (observer->hearsOf(name, object.get())) hearing.push_back(observer);
-  if (hearing.empty()) return;
-  const auto notification = make<NSNotification>(std::string(name), object);
+    if (observer->hearsOf(notification->name(), notification->object().get())) hearing.push_back(observer);
   for (const Ref<Observer>& observer : hearing)
     if (!observer->isRemoved) observer->block(notification);
 }

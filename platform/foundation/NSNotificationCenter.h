@@ -45,6 +45,7 @@ class NSNotificationCenter : public NSObject {
 
   // Tells the observers that there are now. One that a block before it removed is not called any more.
   void postNotificationName(std::string_view name, const Ref<NSObject>& object);
+  void postNotification(const Ref<NSNotification>& notification);
 
  private:
   class Observer;

@@ -21,6 +21,7 @@ constexpr SystemColorName systemColorNames[] = {
     {"alternateSelectedControlColor", AlternateSelectedControl},
     {"alternateSelectedControlTextColor", AlternateSelectedControlText},
     {"selectedTextBackgroundColor", SelectedTextBackground},
+    {"unemphasizedSelectedTextBackgroundColor", UnemphasizedSelectedTextBackground},
     {"controlColor", Control},
     {"controlBackgroundColor", ControlBackground},
     {"windowBackgroundColor", WindowBackground},
@@ -138,6 +139,10 @@ Ref<NSColor> NSColor::selectedTextBackgroundColor() {
   static const Ref<NSColor> color = systemColor("selectedTextBackgroundColor");
   return color;
 }
+Ref<NSColor> NSColor::unemphasizedSelectedTextBackgroundColor() {
+  static const Ref<NSColor> color = systemColor("unemphasizedSelectedTextBackgroundColor");
+  return color;
+}
 Ref<NSColor> NSColor::controlColor() {
   static const Ref<NSColor> color = systemColor("controlColor");
   return color;
@@ -181,7 +186,10 @@ void NSColor::setFill() const {
 }
 
 void NSColor::setStroke() const {
-  if (CGContext* context = NSGraphicsContext::currentCGContextIfAny()) context->setStrokeColor(components());
+  CGContext* context = NSGraphicsContext::currentCGContextIfAny();
+  if (!context) return;
+  if (isPattern()) context->setStrokePattern(pattern_);
+  else context->setStrokeColor(components());
 }
 
 void NSColor::set() const {

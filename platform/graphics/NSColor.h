@@ -46,6 +46,7 @@ class NSColor : public NSObject {
   static Ref<NSColor> alternateSelectedControlColor();
   static Ref<NSColor> alternateSelectedControlTextColor();
   static Ref<NSColor> selectedTextBackgroundColor();
+  static Ref<NSColor> unemphasizedSelectedTextBackgroundColor();  // in a window that is not the key window
   static Ref<NSColor> controlColor();
   static Ref<NSColor> controlBackgroundColor();
   static Ref<NSColor> windowBackgroundColor();

@@ -7,8 +7,11 @@ namespace platform {
 
 class NSAttributedString;
 class NSFont;
+class NSLayoutManager;
 class NSMutableAttributedString;
 class NSParagraphStyle;
+class NSTextContainer;
+class NSTextStorage;
 class TextLayout;
 
 }  // namespace platform

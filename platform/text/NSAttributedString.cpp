@@ -131,6 +131,7 @@ void NSMutableAttributedString::addAttribute(NSAttributedStringKey key, NSAttrib
   if (range.location + range.length > text_.size()) stopProgram("NSAttributedString: a range reaches past the end");
   const std::size_t first = splitAt(range.location), end = splitAt(range.location + range.length);
   for (std::size_t run = first; run < end; ++run) runs_[run].attributes[key] = value;
+  edited(range, 0);
 }
 
 void NSMutableAttributedString::removeAttribute(NSAttributedStringKey key, NSRange range) {
@@ -138,18 +139,23 @@ void NSMutableAttributedString::removeAttribute(NSAttributedStringKey key, NSRan
   if (range.location + range.length > text_.size()) stopProgram("NSAttributedString: a range reaches past the end");
   const std::size_t first = splitAt(range.location), end = splitAt(range.location + range.length);
   for (std::size_t run = first; run < end; ++run) runs_[run].attributes.erase(key);
+  edited(range, 0);
 }
 
 void NSMutableAttributedString::appendAttributedString(const NSAttributedString& other) {
   // By a copy: it may be appended to itself.
   const std::vector<Run> runs = other.runs();
+  const NSRange added{text_.size(), other.length()};
   text_ += other.text();
   runs_.insert(runs_.end(), runs.begin(), runs.end());
+  edited(added, static_cast<std::ptrdiff_t>(added.length));
 }
 
 void NSMutableAttributedString::setAttributedString(const NSAttributedString& other) {
+  const auto before = static_cast<std::ptrdiff_t>(text_.size());
   text_ = other.text();
   runs_ = other.runs();
+  edited({0, text_.size()}, static_cast<std::ptrdiff_t>(text_.size()) - before);
 }
 
 void NSMutableAttributedString::replaceCharactersInRange(NSRange range, std::u16string_view text) {
@@ -163,7 +169,9 @@ void NSMutableAttributedString::replaceCharactersInRange(NSRange range, std::u16
   runs_.erase(runs_.begin() + static_cast<std::ptrdiff_t>(first), runs_.begin() + static_cast<std::ptrdiff_t>(end));
   if (!text.empty())
     runs_.insert(runs_.begin() + static_cast<std::ptrdiff_t>(first), Run{text.size(), std::move(attributes)});
+  const std::size_t inserted = text.size();
   text_.replace(range.location, range.length, text);
+  edited({range.location, inserted}, static_cast<std::ptrdiff_t>(inserted) - static_cast<std::ptrdiff_t>(range.length));
 }
 
 }  // namespace platform

@@ -103,6 +103,10 @@ class NSMutableAttributedString : public NSAttributedString {
   // The new text takes the attributes of the first character that it replaces, or of the one before.
   void replaceCharactersInRange(NSRange range, std::u16string_view text);
 
+ protected:
+  // Called after each of the operations above that changed something; the range is of the text as it is now.
+  virtual void edited(NSRange /*range*/, std::ptrdiff_t /*changeInLength*/) {}
+
  private:
   std::size_t splitAt(std::size_t index);
 };

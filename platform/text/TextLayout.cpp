@@ -97,7 +97,9 @@ void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std
   // A paragraph without characters stands as the line's end behind it says, and the last one as that before it.
   static const NSAttributes none;
   const NSAttributes& attributes =
-      text.length() > 0 ? text.attributesAtIndex(std::min(range.location, text.length() - 1)) : none;
+      text.length() > 0             ? text.attributesAtIndex(std::min(range.location, text.length() - 1))
+      : options.attributesOfNothing ? *options.attributesOfNothing
+                                    : none;
   const Ref<NSParagraphStyle> style = styleOf(attributes);
   const NSLineBreakMode mode = style->lineBreakMode();
 
@@ -323,11 +325,13 @@ CGRect TextLayout::caretRectAt(std::size_t index) const {
   const Line* line = &lines_.front();
   for (const Line& candidate : lines_)
     if (index >= candidate.start) line = &candidate;
-  CGFloat x = line->shown->length() == 0 ? 0 : line->shaped->advance;
+  CGFloat x = 0;
   for (const backend::TextCluster& cluster : line->shaped->clusters) {
-    if (line->rangeOf(cluster).location < index) continue;
-    x = cluster.isRightToLeft ? cluster.right : cluster.left;
-    break;
+    if (line->rangeOf(cluster).location >= index) {
+      x = cluster.isRightToLeft ? cluster.right : cluster.left;
+      break;
+    }
+    x = cluster.isRightToLeft ? cluster.left : cluster.right;
   }
   return {line->x + x, line->y, 1, line->height()};
 }

@@ -20,6 +20,7 @@ class TextLayout {
   struct Options {
     CGFloat width = std::numeric_limits<CGFloat>::infinity();
     bool wrapsLines = true;  // false: a line for each paragraph, whatever the width
+    const NSAttributes* attributesOfNothing = nullptr;  // how high a text without characters is, and where it stands
   };
 
   struct Line {
@@ -52,6 +53,8 @@ class TextLayout {
   std::size_t insertionIndexAt(CGPoint point) const;
   // The boxes of a range, one or more a line, in the order of the lines.
   std::vector<CGRect> rectsOf(NSRange range) const;
+  // One point wide, at the leading edge of the character at the index; at the end of a line at the trailing edge of the
+  // last one, which in text from right to left is its left.
   CGRect caretRectAt(std::size_t index) const;
 
  private:

@@ -38,6 +38,7 @@ void NSButton::setState(NSControlStateValue state) {
   if (!cell()) return;
   cell()->setState(state);
   setNeedsDisplay(true);
+  NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
 }
 
 void NSButton::wasClicked() {

@@ -45,6 +45,7 @@ void NSControl::setEnabled(bool isEnabled) {
   if (!cell_) return;
   cell_->setEnabled(isEnabled);
   setNeedsDisplay(true);
+  NSAccessibilityPostNotification(cell_, NSAccessibilityEnabledChangedNotification);
 }
 
 void NSControl::setHighlighted(bool isHighlighted) {
@@ -145,6 +146,11 @@ std::optional<AccessibilityElements> NSControl::accessibilityOwnChildren() const
   const AccessibilityElements views = NSView::accessibilityOwnChildren().value_or(AccessibilityElements());
   result.insert(result.end(), views.begin(), views.end());
   return result;
+}
+
+void NSControl::viewDidHide() {
+  if (isTracking_) endTracking(lastPoint_, false);
+  NSView::viewDidHide();
 }
 
 void NSControl::windowWillChange() {

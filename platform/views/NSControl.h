@@ -55,6 +55,7 @@ class NSControl : public NSView {
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;
+  void viewDidHide() override;  // a press ends there, without an action
 
  protected:
   // The cell stands for the control.

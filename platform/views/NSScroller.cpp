@@ -1,5 +1,7 @@
 #include "platform/views/NSScroller.h"
 
+#include <utility>
+
 #include <algorithm>
 
 #include "platform/events/NSEvent.h"
@@ -75,9 +77,20 @@ void NSScroller::mouseDragged(const Ref<NSEvent>& event) {
   sendActionTo(action(), target());
 }
 
-void NSScroller::mouseUp(const Ref<NSEvent>&) {
-  isDragging_ = false;
-  setNeedsDisplay(true);
+void NSScroller::mouseUp(const Ref<NSEvent>&) { letGoOfKnob(); }
+
+void NSScroller::viewDidHide() {
+  letGoOfKnob();
+  NSControl::viewDidHide();
+}
+
+void NSScroller::windowWillChange() {
+  letGoOfKnob();
+  NSControl::windowWillChange();
+}
+
+void NSScroller::letGoOfKnob() {
+  if (std::exchange(isDragging_, false)) setNeedsDisplay(true);
 }
 
 }  // namespace platform

@@ -30,8 +30,13 @@ class NSScroller : public NSControl {
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;
+  void viewDidHide() override;
+
+ protected:
+  void windowWillChange() override;
 
  private:
+  void letGoOfKnob();
   CGFloat alongSlot(const Ref<NSEvent>& event) const;
   CGFloat slotLength() const { return isVertical() ? bounds().size.height : bounds().size.width; }
   CGFloat knobLength() const;

@@ -131,9 +131,16 @@ void NSTableView::takeRowView(std::size_t row) {
   view->removeFromSuperview();
   const auto identifier = identifiers_.find(view.get());
   if (identifier == identifiers_.end()) return;
-  std::vector<Ref<NSView>>& kind = reserve_[identifier->second];
-  if (kind.size() < mostInReserve) kind.push_back(view);
-  else identifiers_.erase(identifier);
+  reserve_[identifier->second].push_back(view);
+}
+
+void NSTableView::trimReserve() {
+  for (auto& [identifier, views] : reserve_) {
+    while (views.size() > mostInReserve) {
+      identifiers_.erase(views.back().get());
+      views.pop_back();
+    }
+  }
 }
 
 void NSTableView::prepareContentInRect(CGRect rect) {
@@ -143,12 +150,18 @@ void NSTableView::prepareContentInRect(CGRect rect) {
     const std::size_t row = (entry++)->first;
     if (!isShown(row)) takeRowView(row);
   }
-  if (!delegate || NSIsEmptyRect(rect)) return;
+  if (delegate && !NSIsEmptyRect(rect)) makeRowsIn(rect, *delegate);
+  // Only now: a whole screen of rows that went serves the one that came.
+  trimReserve();
+}
+
+void NSTableView::makeRowsIn(CGRect rect, NSTableViewDelegate& delegate) {
   const std::optional<std::size_t> first = rowAtPoint({rect.origin.x, std::max(0.0, rect.origin.y)});
   for (std::size_t row = first.value_or(rowCount_); row < rowCount_; ++row) {
     if (rectOfRow(row).origin.y >= CGRectGetMaxY(rect)) break;
-    if (visible_.contains(row) || !isShown(row)) continue;  // a row without height has nothing to show
-    const Ref<NSView> view = delegate->tableViewViewForRow(*this, row);
+    // A row without height has nothing to show.
+    if (visible_.contains(row) || !NSIntersectsRect(rectOfRow(row), rect)) continue;
+    const Ref<NSView> view = delegate.tableViewViewForRow(*this, row);
     if (!view) continue;
     view->setFrame(rectOfRow(row));
     visible_[row] = view;

@@ -93,6 +93,8 @@ class NSTableView : public NSView {
   void fitHeight();
   CGRect shownRect() const;
   void takeRowView(std::size_t row);
+  void makeRowsIn(CGRect rect, NSTableViewDelegate& delegate);
+  void trimReserve();
   void updateRowLook(std::size_t row);
   void setHoveredRow(std::optional<std::size_t> row);
   void moveSelection(std::ptrdiff_t step, bool extends);

@@ -1,10 +1,17 @@
 #include "platform/views/NSTextField.h"
 
+#include "platform/events/NSCursor.h"
+#include "platform/events/NSTextInputClient.h"
+#include "platform/foundation/memberTables.h"
+#include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
+#include "platform/windows/NSWindow.h"
 
 namespace platform {
 
-const ClassInfo NSTextField::staticClassInfo{.name = "NSTextField", .base = &NSControl::staticClassInfo};
+const Outlet NSTextField::outlets_[] = {outlet<&NSTextField::setDelegate>("delegate")};
+const ClassInfo NSTextField::staticClassInfo{
+    .name = "NSTextField", .base = &NSControl::staticClassInfo, .outlets = NSTextField::outlets_};
 
 Ref<NSCell> NSTextField::makeCell() {
   const auto cell = make<NSTextFieldCell>();
@@ -58,15 +65,170 @@ void NSTextField::setPlaceholderString(std::string text) {
   changeTextCell([&](NSTextFieldCell& cell) { cell.setPlaceholderString(std::move(text)); });
 }
 
-// A label is no control to the pointer: what lies behind it is.
+// Editing.
+
+std::string NSTextField::stringValue() const {
+  const Ref<NSText> editor = currentEditor();
+  return editor ? editor->string() : NSControl::stringValue();
+}
+
+void NSTextField::setStringValue(std::string_view text) {
+  const Ref<NSText> editor = currentEditor();
+  if (editor) {
+    toldText_ = text;
+    editor->setString(text);
+  }
+  NSControl::setStringValue(text);
+}
+
+void NSTextField::setEnabled(bool isEnabled) {
+  if (!isEnabled && window() && currentEditor()) window()->endEditingFor(this);
+  NSControl::setEnabled(isEnabled);
+}
+
+void NSTextField::setHidden(bool isHidden) {
+  if (isHidden && window() && currentEditor()) window()->endEditingFor(this);
+  NSControl::setHidden(isHidden);
+}
+
+void NSTextField::windowWillChange() {
+  if (currentEditor()) window()->endEditingFor(this);
+  NSControl::windowWillChange();
+}
+
+Ref<NSText> NSTextField::currentEditor() const {
+  const Ref<NSText> editor = window() ? window()->fieldEditor(false, nullptr) : nullptr;
+  return editor && editor->delegate().get() == this ? editor : nullptr;
+}
+
+void NSTextField::takeOver(const NSText& editor) {
+  // Attributes of a text that was not changed stay.
+  if (editor.string() != NSControl::stringValue()) NSControl::setStringValue(editor.string());
+}
+
+void NSTextField::validateEditing() {
+  if (const Ref<NSText> editor = currentEditor()) takeOver(*editor);
+}
+
+bool NSTextField::abortEditing() {
+  const Ref<NSText> editor = currentEditor();
+  if (!editor || !textCell()) return false;
+  const Ref<NSWindow> held = refTo(*window());
+  textCell()->endEditing(editor);
+  held->makeFirstResponder(nullptr);
+  return true;
+}
+
+void NSTextField::selectText(NSObject*) {
+  if (!window() || !acceptsFirstResponder()) return;
+  if (const Ref<NSText> editor = currentEditor()) editor->setSelectedRange({0, NSNotFound});
+  else window()->makeFirstResponder(this);
+}
+
+bool NSTextField::becomeFirstResponder() {
+  if (!textCell() || !window()) return false;
+  // It may still be lent to somebody who has lost the keys without a word.
+  window()->endEditingFor(nullptr);
+  toldText_ = NSControl::stringValue();
+  textCell()->selectWithFrame(bounds(), *this, window()->fieldEditor(true, this), refTo(*this), 0, NSNotFound);
+  return true;
+}
+
+void NSTextField::notify(std::string_view name, void (NSTextFieldDelegate::*operation)(const Ref<NSNotification>&)) {
+  const auto notification = make<NSNotification>(std::string(name), refTo<NSObject>(*this));
+  if (const Ref<NSTextFieldDelegate> delegate = delegate_.lock()) (delegate.get()->*operation)(notification);
+  NSNotificationCenter::defaultCenter().postNotification(notification);
+}
+
+bool NSTextField::textShouldBeginEditing(NSText& editor) {
+  const Ref<NSTextFieldDelegate> delegate = delegate_.lock();
+  return !delegate || delegate->controlTextShouldBeginEditing(*this, editor);
+}
+
+bool NSTextField::textShouldEndEditing(NSText& editor) {
+  const Ref<NSTextFieldDelegate> delegate = delegate_.lock();
+  return !delegate || delegate->controlTextShouldEndEditing(*this, editor);
+}
+
+void NSTextField::textDidBeginEditing(const Ref<NSNotification>&) {
+  notify(NSControlTextDidBeginEditingNotification, &NSTextFieldDelegate::controlTextDidBeginEditing);
+}
+
+void NSTextField::tellAssistiveClientsOfText() {
+  const Ref<NSText> editor = currentEditor();
+  if (!editor || editor->string() == toldText_) return;
+  toldText_ = editor->string();
+  NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
+}
+
+void NSTextField::textViewDidChangeSelection(const Ref<NSNotification>&) {
+  // The caret moves within the text that it stands in.
+  tellAssistiveClientsOfText();
+  NSAccessibilityPostNotification(cell(), NSAccessibilitySelectedTextChangedNotification);
+}
+
+void NSTextField::textDidChange(const Ref<NSNotification>&) {
+  tellAssistiveClientsOfText();
+  notify(NSControlTextDidChangeNotification, &NSTextFieldDelegate::controlTextDidChange);
+}
+
+void NSTextField::textDidEndEditing(const Ref<NSNotification>&) {
+  const Ref<NSText> editor = currentEditor();
+  if (!editor || !textCell()) return;
+  const Ref<NSWindow> held = refTo(*window());
+  const bool isReturn = editor->movement() == NSTextMovementReturn;
+  takeOver(*editor);
+  textCell()->endEditing(editor);
+  notify(NSControlTextDidEndEditingNotification, &NSTextFieldDelegate::controlTextDidEndEditing);
+  if (!isReturn) return;
+  sendActionTo(action(), target());
+  // The keys stay here, unless the action took them elsewhere.
+  if (window() == held.get() && held->firstResponder() == held.get()) selectText(nullptr);
+}
+
+bool NSTextField::textViewDoCommandBySelector(NSTextView& editor, std::string_view selector) {
+  const Ref<NSTextFieldDelegate> delegate = delegate_.lock();
+  return delegate && delegate->controlTextViewDoCommandBySelector(*this, editor, selector);
+}
+
+// The pointer.
+
+NSView* NSTextField::hitTest(CGPoint point) {
+  NSView* hit = NSControl::hitTest(point);
+  // A click beside the text, on the frame, is one into the text.
+  const Ref<NSText> editor = hit == this ? currentEditor() : nullptr;
+  return editor ? editor.get() : hit;
+}
+
+// A label is no control to the pointer: what lies behind it is. A first click has made the field the first responder, so
+// that there is an editor for it to go on in.
 void NSTextField::mouseDown(const Ref<NSEvent>& event) {
-  if (!isSelectable()) NSView::mouseDown(event);
+  if (!isSelectable()) return NSView::mouseDown(event);
+  if (const Ref<NSText> editor = currentEditor()) editor->mouseDown(event);
 }
 void NSTextField::mouseDragged(const Ref<NSEvent>& event) {
-  if (!isSelectable()) NSView::mouseDragged(event);
+  if (!isSelectable()) return NSView::mouseDragged(event);
+  if (const Ref<NSText> editor = currentEditor()) editor->mouseDragged(event);
 }
 void NSTextField::mouseUp(const Ref<NSEvent>& event) {
-  if (!isSelectable()) NSView::mouseUp(event);
+  if (!isSelectable()) return NSView::mouseUp(event);
+  if (const Ref<NSText> editor = currentEditor()) editor->mouseUp(event);
+}
+
+void NSTextField::resetCursorRects() {
+  NSControl::resetCursorRects();
+  if (acceptsFirstResponder()) addCursorRect(bounds(), NSCursor::IBeamCursor());
+}
+
+void NSTextField::drawRect(CGRect rect) {
+  NSControl::drawRect(rect);
+  if (!isEditable() || !currentEditor() || !window()->isKeyWindow()) return;
+  // The ring of the focus, inside of the view's edge.
+  constexpr CGFloat width = 2, radius = 3;
+  const auto ring = NSBezierPath::bezierPathWithRoundedRect(NSInsetRect(bounds(), width / 2, width / 2), radius, radius);
+  ring->setLineWidth(width);
+  NSColor::keyboardFocusIndicatorColor()->setStroke();
+  ring->stroke();
 }
 
 }  // namespace platform

@@ -31,6 +31,16 @@ void ViewDrawing::setHidden(bool isHidden) {
   if (isHidden) setNeedsDisplay(true);
   isHidden_ = isHidden;
   if (!isHidden) setNeedsDisplay(true);
+  const bool wasHiddenBefore = superview() && superview()->isHiddenOrHasHiddenAncestor();
+  if (isHidden && !wasHiddenBefore) tellHidden(asView());
+}
+
+void ViewDrawing::tellHidden(NSView& view) {
+  const Ref<NSObject> held = view.weak_from_this().lock();  // absent while the view is being made
+  const std::vector<Ref<NSView>> copy = view.subviews();
+  view.viewDidHide();
+  for (const Ref<NSView>& subview : copy)
+    if (!subview->isHidden()) tellHidden(*subview);
 }
 
 bool ViewDrawing::isHiddenOrHasHiddenAncestor() const {

@@ -28,6 +28,8 @@ class ViewDrawing : public ViewGeometry {
   bool isHidden() const { return isHidden_; }
   virtual void setHidden(bool isHidden);
   bool isHiddenOrHasHiddenAncestor() const;
+  // The view has become hidden, by itself or with a view above it.
+  virtual void viewDidHide() {}
 
   // Kept for those who ask for it; a view here never has a layer.
   bool wantsLayer() const { return wantsLayer_; }
@@ -41,6 +43,8 @@ class ViewDrawing : public ViewGeometry {
   void geometryDidChange() override;
 
  private:
+  static void tellHidden(NSView& view);
+
   bool needsDisplay_ = false;
   bool needsWholeDisplay_ = false;  // as setNeedsDisplay(true) asks, also where a superview cuts the view off
   bool isHidden_ = false;

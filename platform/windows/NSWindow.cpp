@@ -7,7 +7,7 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSGraphicsContext.h"
 #include "platform/graphics/NSRect.h"
-#include "platform/views/NSView.h"
+#include "platform/views/NSTextView.h"
 #include "platform/windows/NSApplication.h"
 #include "platform/windows/NSWindowController.h"
 
@@ -31,6 +31,12 @@ NSWindow::NSWindow(NSCoder& coder)
 }
 
 NSWindow::~NSWindow() {
+  // Nobody is told of an editing that ends with the window.
+  if (fieldEditor_) {
+    fieldEditor_->setDelegate(nullptr);
+    if (NSView* clip = fieldEditor_->superview()) clip->removeFromSuperview();
+    fieldEditor_->removeFromSuperview();
+  }
   if (contentView_) contentView_->moveToWindow(nullptr);
 }
 
@@ -141,6 +147,7 @@ void NSWindow::makeKeyAndOrderFront(NSObject* sender) {
 
 void NSWindow::close() {
   const Ref<NSWindow> held = refTo(*this);
+  endEditingFor(nullptr);
   notify(NSWindowWillCloseNotification, &NSWindowDelegate::windowWillClose);
   if (parentWindow()) parentWindow()->removeChildWindow(*this);
   orderOut(nullptr);
@@ -183,6 +190,7 @@ std::optional<AccessibilityElements> NSWindow::accessibilityOwnChildren() const 
 void NSWindow::setTitle(std::string title) {
   title_ = std::move(title);
   if (native_) native_->setTitle(title_);
+  NSAccessibilityPostNotification(weak_from_this().lock(), NSAccessibilityTitleChangedNotification);
 }
 
 void NSWindow::setBackgroundColor(Ref<NSColor> color) {
@@ -193,12 +201,18 @@ void NSWindow::setBackgroundColor(Ref<NSColor> color) {
 bool NSWindow::makeFirstResponder(NSResponder* responder) {
   NSResponder* wanted = responder ? responder : this;
   if (wanted == firstResponder_) return true;
-  const Ref<NSResponder> held = refTo(*wanted), heldEarlier = refTo(*firstResponder_);
-  if (firstResponder_ != this && !firstResponder_->resignFirstResponder()) return false;
-  setFirstResponder(*this);
+  const Ref<NSResponder> held = refTo(*wanted);
+  while (firstResponder_ != this) {
+    const Ref<NSResponder> earlier = refTo(*firstResponder_);
+    const std::size_t changes = firstResponderChanges_;
+    if (!earlier->resignFirstResponder()) return false;
+    // Whoever was told of the end may have made another one the first responder: that one is asked as well.
+    if (firstResponderChanges_ == changes) setFirstResponder(*this);
+  }
   if (wanted == this) return true;
   if (!wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
-  setFirstResponder(*wanted);
+  // A text field has given the status on to its editor by now.
+  if (firstResponder_ == this) setFirstResponder(*wanted);
   // A control's element is its cell.
   NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held),
                                   NSAccessibilityFocusedUIElementChangedNotification);
@@ -207,6 +221,7 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
 
 void NSWindow::setFirstResponder(NSResponder& responder) {
   firstResponder_ = &responder;
+  ++firstResponderChanges_;
   if (native_) native_->firstResponderDidChange();
 }
 
@@ -226,8 +241,10 @@ bool NSWindow::selectKeyViewWithin(NSView& view, backend::FocusStep step) {
   collectKeyViews(refTo(view), views);
   const auto count = static_cast<std::ptrdiff_t>(views.size());
   std::ptrdiff_t now = direction > 0 ? -1 : count;
+  // A field is edited in a view inside of it.
+  const auto* first = dynamic_cast<const NSView*>(firstResponder_);
   for (std::ptrdiff_t i = 0; i < count; ++i)
-    if (views[i].get() == firstResponder_) now = i;
+    if (first && first->isDescendantOf(views[i].get())) now = i;
   for (std::ptrdiff_t next = now + direction; next >= 0 && next < count; next += direction)
     if (makeFirstResponder(views[next].get())) return true;
   return false;
@@ -253,10 +270,29 @@ std::optional<backend::FocusStep> focusStepOf(const NSEvent& event) {
 
 }  // namespace
 
+void NSWindow::moveKeyView(backend::FocusStep step) {
+  if ((native_ && native_->moveFocus(step)) || !contentView_ || selectKeyViewWithin(*contentView_, step)) return;
+  if (makeFirstResponder(nullptr)) selectKeyViewWithin(*contentView_, step);
+}
+
+Ref<NSText> NSWindow::fieldEditor(bool createFlag, NSObject*) {
+  if (!fieldEditor_ && createFlag) {
+    fieldEditor_ = make<NSTextView>(CGRect{});
+    fieldEditor_->setFieldEditor(true);
+  }
+  return fieldEditor_;
+}
+
+void NSWindow::endEditingFor(NSObject* object) {
+  const Ref<NSText> editor = fieldEditor_;
+  if (!editor || !editor->delegate() || (object && dynamic_cast<NSObject*>(editor->delegate().get()) != object)) return;
+  editor->endEditing();
+  if (firstResponder_ == editor.get()) setFirstResponder(*this);
+}
+
 void NSWindow::keyDown(const Ref<NSEvent>& event) {
   if (const std::optional<backend::FocusStep> step = focusStepOf(*event)) {
-    if ((native_ && native_->moveFocus(*step)) || !contentView_ || selectKeyViewWithin(*contentView_, *step)) return;
-    if (makeFirstResponder(nullptr)) selectKeyViewWithin(*contentView_, *step);
+    moveKeyView(*step);
   } else if (nextResponder()) {
     NSResponder::keyDown(event);
   } else if (native_) {

@@ -87,6 +87,16 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   // The same among one view and those below it.
   bool selectKeyViewWithin(NSView& view, backend::FocusStep step);
 
+  // What the Tab key does: on to the next or previous view that it may stop at, round at the ends, and where a program has
+  // the window's views among its own widgets, out to those.
+  void moveKeyView(backend::FocusStep step);
+
+  // The text view in which the window's text fields are edited, one after the other. Absent before it was first asked for
+  // with `createFlag` true; whom it is for makes no difference.
+  virtual Ref<NSText> fieldEditor(bool createFlag, NSObject* object);
+  // Ends the editing of the object's text, or with none of any, without asking. What was typed is taken over.
+  void endEditingFor(NSObject* object);
+
   // Of the keys that no view takes, Tab and Shift-Tab go along the key views, round at the ends.
   void keyDown(const Ref<NSEvent>& event) override;
   void scrollWheel(const Ref<NSEvent>& event) override;
@@ -156,6 +166,8 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   std::string title_;
   Ref<NSColor> backgroundColor_;
   NSResponder* firstResponder_ = nullptr;
+  std::size_t firstResponderChanges_ = 0;
+  Ref<NSText> fieldEditor_;
   struct Press {
     WeakRef<NSView> view;  // gets the drags and the release, as long as it is in the window
     bool isDown = false;

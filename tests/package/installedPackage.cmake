@@ -1,5 +1,5 @@
-# Installs the built project into a folder of its own, builds the outside program against that, and runs it. The source
-# and the build folder are named nowhere: whatever the program needs must have been installed.
+# Installs the built project into a folder of its own, builds the outside programs against that, and runs them. The source
+# and the build folder are named nowhere: whatever the programs need must have been installed.
 file(REMOVE_RECURSE "${WORK}")
 set(prefix "${WORK}/prefix")
 
@@ -24,10 +24,25 @@ foreach(file IN LISTS installed)
   endif()
 endforeach()
 
-step("${CMAKE_COMMAND}" -G Ninja -S "${SOURCE}" -B "${WORK}/build" "-DCMAKE_PREFIX_PATH=${prefix}"
-     "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}" -DCMAKE_BUILD_TYPE=Release)
-step("${CMAKE_COMMAND}" --build "${WORK}/build")
+function(build source folder)
+  step("${CMAKE_COMMAND}" -G Ninja -S "${source}" -B "${folder}" "-DCMAKE_PREFIX_PATH=${prefix}"
+       "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}" -DCMAKE_BUILD_TYPE=Release)
+  step("${CMAKE_COMMAND}" --build "${folder}")
+endfunction()
+
+build("${SOURCE}" "${WORK}/build")
 step("${WORK}/build/outside")
+
+# It clicks on a view of its own and says whether that was heard.
+if(QT_EXAMPLE)
+  file(COPY "${QT_EXAMPLE}" DESTINATION "${WORK}")
+  build("${WORK}/qt-embed" "${WORK}/qt-embed-build")
+  set(ENV{QT_QPA_PLATFORM} offscreen)
+  step("${WORK}/qt-embed-build/qt-embed" --picture "${WORK}/qt-embed.png")
+  if(NOT EXISTS "${WORK}/qt-embed.png")
+    message(FATAL_ERROR "qt-embed wrote no picture")
+  endif()
+endif()
 
 step("${prefix}/bin/tessaluna-artwork" render drawPlay -o "${WORK}/play.png")
 if(NOT EXISTS "${WORK}/play.png")

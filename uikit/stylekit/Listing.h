@@ -43,31 +43,32 @@ struct Listing {
 
 namespace listing_parser {
 
-// Reached only while compiling, and then it is the error.
+// Reached only while compiling, and then it is the error. (What calls it below is constexpr and not consteval only because
+// older compilers refuse variables in the latter; `count` and `compile` see to it that nothing of it runs later.)
 void notInListingNotation();
 
 class Reader {
  public:
-  consteval explicit Reader(std::string_view text) : rest_(text) {}
+  constexpr explicit Reader(std::string_view text) : rest_(text) {}
 
-  consteval bool atEnd() const { return rest_.empty(); }
-  consteval bool accept(char expected) {
+  constexpr bool atEnd() const { return rest_.empty(); }
+  constexpr bool accept(char expected) {
     if (atEnd() || rest_.front() != expected) return false;
     rest_.remove_prefix(1);
     return true;
   }
-  consteval void expect(std::string_view expected) {
+  constexpr void expect(std::string_view expected) {
     for (const char character : expected)
       if (!accept(character)) notInListingNotation();
   }
-  consteval backend::PathVerb verb() {
+  constexpr backend::PathVerb verb() {
     if (accept('M')) return backend::PathVerb::Move;
     if (accept('L')) return backend::PathVerb::Line;
     if (accept('C')) return backend::PathVerb::Curve;
     if (!accept('Z')) notInListingNotation();
     return backend::PathVerb::Close;
   }
-  consteval platform::CGPoint pair() {
+  constexpr platform::CGPoint pair() {
     const double x = number();
     expect(", ");
     return {x, number()};
@@ -75,7 +76,7 @@ class Reader {
 
  private:
   // Digits and a power of ten are exact doubles here, so their one division rounds to the nearest.
-  consteval double number() {
+  constexpr double number() {
     const bool isNegative = accept('-');
     double digits = 0, scale = 1;
     bool hasPoint = false, hasDigit = false;
@@ -99,7 +100,7 @@ class Reader {
 
 // Calls add(verb, points) for each segment.
 template <class Add>
-consteval void parse(std::string_view text, Add add) {
+constexpr void parse(std::string_view text, Add add) {
   Reader reader(text);
   while (true) {
     const backend::PathVerb verb = reader.verb();

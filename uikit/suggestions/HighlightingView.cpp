@@ -3,6 +3,8 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSRect.h"
 #include "platform/views/NSTextField.h"
+#include "platform/windows/NSWindow.h"
+#include "uikit/suggestions/SuggestionsWindowController.h"
 
 namespace TessalunaUIKit {
 
@@ -29,6 +31,25 @@ void HighlightingView::setIsHighlighted(bool isHighlighted) {
 void HighlightingView::drawRect(CGRect dirtyRect) {
   (isHighlighted_ ? NSColor::alternateSelectedControlColor() : NSColor::clearColor())->set();
   NSRectFillUsingOperation(dirtyRect, NSCompositingOperationSourceOver);
+}
+
+std::vector<std::string> HighlightingView::accessibilityActionNames() const {
+  return {std::string(NSAccessibilityPressAction), std::string(chooseAction)};
+}
+
+void HighlightingView::accessibilityPerformAction(std::string_view action) {
+  const auto self = refTo(*this);
+  if (action == NSAccessibilityPressAction) {
+    const Ref<NSObject> list = accessibilityParent();
+    if (list) accessibilityOf(list)->accessibilitySetValue(self, NSAccessibilitySelectedChildrenAttribute);
+  } else if (action == chooseAction) {
+    const Ref<NSWindowController> found = window() ? window()->windowController() : nullptr;
+    const auto controller = std::dynamic_pointer_cast<SuggestionsWindowController>(found);
+    if (!controller) return;
+    // A pointer would have come over the row before it was clicked.
+    if (controller->selectedView() != self) controller->userSetSelectedView(self);
+    controller->mouseUp(nullptr);
+  }
 }
 
 }  // namespace TessalunaUIKit

@@ -22,6 +22,11 @@ class HighlightingView : public platform::NSView {
 
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(platform::NSAccessibilityGroupRole); }
+  // To press a row of a pop-up selects it, and the controller's target is not told. To choose it does what a click does: the
+  // row is selected first if it is not, which the target is told, and the pop-up ends with the field's action.
+  static constexpr std::string_view chooseAction = "choose";
+  std::vector<std::string> accessibilityActionNames() const override;
+  void accessibilityPerformAction(std::string_view action) override;
 
  private:
   bool isHighlighted_ = false;

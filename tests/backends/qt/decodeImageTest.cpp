@@ -1,6 +1,7 @@
 #include "backends/qt/decodeImage.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QBuffer>
 #include <QImage>
@@ -22,6 +23,31 @@ QByteArray encoded(const char* format, QSize size = {3, 2}) {
 
 std::shared_ptr<const ImagePixels> decode(const QByteArray& bytes) {
   return decodeImage(std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
+}
+
+// Of a PNG chunk's name and content.
+quint32 crcOf(const QByteArray& bytes) {
+  quint32 sum = ~0u;
+  for (const char byte : bytes) {
+    sum ^= static_cast<unsigned char>(byte);
+    for (int i = 0; i < 8; ++i) sum = sum & 1 ? sum >> 1 ^ 0xEDB88320u : sum >> 1;
+  }
+  return ~sum;
+}
+
+// The same PNG file with another width and height, eight hexadecimal digits each, and a checksum that fits.
+QByteArray claiming(QByteArray png, const char* size) {
+  png.replace(16, 8, QByteArray::fromHex(size));
+  const quint32 sum = crcOf(png.mid(12, 17));
+  for (int i = 0; i < 4; ++i) png[29 + i] = char(sum >> (24 - 8 * i));
+  return png;
+}
+
+// Of the process, in kibibytes.
+long peakMemory() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
 }
 
 }  // namespace
@@ -46,26 +72,54 @@ TEST(decodeImage, NoPictureIsAbsent) {
   EXPECT_FALSE(decode("no picture at all"));
 }
 
-TEST(decodeImage, CutOffPictureIsAbsent) {
-  for (const char* format : {"PNG", "JPG"}) {
-    const QByteArray whole = encoded(format, {64, 64});
-    ASSERT_TRUE(decode(whole));
-    for (const int part : {2, 3, 10}) EXPECT_FALSE(decode(whole.left(whole.size() * (part - 1) / part))) << format;
+TEST(decodeImage, CutOffPictureIsAbsentWhereverItIsCut) {
+  for (const char* format : {"PNG", "JPG", "BMP"}) {
+    const QByteArray whole = encoded(format, {24, 16});
+    ASSERT_TRUE(decode(whole)) << format;
+    for (qsizetype length = 0; length < whole.size(); ++length)
+      ASSERT_FALSE(decode(whole.left(length))) << format << " cut to " << length << " of " << whole.size() << " bytes";
   }
 }
 
-TEST(decodeImage, GiganticClaimIsAbsent) {
-  QByteArray bytes = encoded("PNG");
-  // Width and height stand after the signature and the header chunk's length and name; the checksum is then wrong, so
-  // that what refuses it first does not matter: nothing may be allocated.
-  bytes.replace(16, 8, QByteArray::fromHex("7fffffff7fffffff"));
-  EXPECT_FALSE(decode(bytes));
-  // A format without checksums that claims 30000 by 30000 pixels.
+// Cameras put a small picture, a whole file of its own, into the head of the large one.
+TEST(decodeImage, EndOfAPictureWithinAPictureIsNotItsOwn) {
+  const QByteArray small = encoded("JPG", {8, 8}), large = encoded("JPG", {64, 48});
+  const qsizetype length = small.size() + 8;
+  QByteArray head("\xFF\xE1");
+  head += char(length >> 8);
+  head += char(length & 255);
+  head += "inside" + small;
+  const QByteArray whole = large.left(2) + head + large.mid(2);
+  const auto pixels = decode(whole);
+  ASSERT_TRUE(pixels);
+  EXPECT_EQ(pixels->width, 64);
+  EXPECT_FALSE(decode(whole.left(whole.size() - 20)));
+  EXPECT_TRUE(decode(whole + QByteArray(100, 0))) << "stuffing behind the end harms nobody";
+}
+
+TEST(decodeImage, GiganticClaimIsAbsentAtOnceAndTakesNoMemory) {
+  const long before = peakMemory();
+  const QByteArray bytes = encoded("PNG");
+  ASSERT_TRUE(decode(claiming(bytes, "0000000300000002")));  // its own
+  for (const char* size : {"7fffffff7fffffff", "0000ffff0000ffff", "00002000000f0000", "7fffffff00000001"})
+    EXPECT_FALSE(decode(claiming(bytes, size))) << size;
+  // One that claims 30000 by 30000 pixels in a format without checksums, and one in a JPEG's frame header.
   const QByteArray bitmap = encoded("BMP");
   QByteArray huge = bitmap;
   huge.replace(18, 8, QByteArray::fromHex("3075000030750000"));
   ASSERT_TRUE(decode(bitmap));
   EXPECT_FALSE(decode(huge));
+  QByteArray photo = encoded("JPG");
+  const qsizetype frame = photo.indexOf("\xFF\xC0");
+  ASSERT_GT(frame, 0);
+  photo.replace(frame + 5, 4, QByteArray::fromHex("fffffff0"));
+  EXPECT_FALSE(decode(photo));
+  EXPECT_LT(peakMemory() - before, 16 << 10);
+}
+
+TEST(decodeImage, ClaimThatTheBytesDoNotFillIsAbsent) {
+  // As many pixels as are allowed, of which there is nothing.
+  EXPECT_FALSE(decode(claiming(encoded("PNG"), "0000200000002000")));
 }
 
 }  // namespace backend::qt

@@ -76,6 +76,37 @@ TEST_F(Accessibility, FindsTheNearestElementAboveAndBelow) {
   EXPECT_EQ(NSAccessibilityUnignoredAncestor(make<NSView>(CGRect{})), nullptr);
 }
 
+TEST_F(Accessibility, CompanionEndsWithItsElement) {
+  struct Companion : NSAccessibility::Companion {
+    explicit Companion(bool& hasEnded) : hasEnded(hasEnded) {}
+    ~Companion() override { hasEnded = true; }
+    bool& hasEnded;
+  };
+  bool hasEnded = false;
+  auto view = make<NSView>(CGRect{});
+  EXPECT_EQ(view->accessibilityCompanion(), nullptr);
+  view->setAccessibilityCompanion(std::make_unique<Companion>(hasEnded));
+  EXPECT_NE(view->accessibilityCompanion(), nullptr);
+  EXPECT_FALSE(hasEnded);
+  view = nullptr;
+  EXPECT_TRUE(hasEnded);
+}
+
+TEST_F(Accessibility, TitlesStatesAndEnabledControlsTellTheirChanges) {
+  std::vector<std::string> heard;
+  const auto token = accessibilityNotificationCenter().addObserverForName(
+      "", nullptr, nullptr, [&](const Ref<NSNotification>& told) {
+        heard.push_back(told->name() + " of " + told->object()->className());
+      });
+  window->setTitle("Player");
+  button->setEnabled(false);
+  button->setState(NSControlStateValueOn);
+  accessibilityNotificationCenter().removeObserver(token);
+  const std::vector<std::string> expected{"AXTitleChanged of NSWindow", "AXEnabledChanged of NSButtonCell",
+                                          "AXValueChanged of NSButtonCell"};
+  EXPECT_EQ(heard, expected);
+}
+
 TEST_F(Accessibility, TellsRolesTitlesAndValues) {
   field->setStringValue("text");
   button->setTitle("Play");

@@ -180,6 +180,27 @@ TEST_F(NSControlTest, AControlThatLeavesItsWindowStopsTracking) {
   EXPECT_EQ(target->acts, 0);
 }
 
+TEST_F(NSControlTest, AControlThatIsHiddenStopsTracking) {
+  user.press(*window, {15, 45});
+  control->setHidden(true);
+  EXPECT_EQ(cell->log, (std::vector<std::string>{"start", "stop"}));
+  EXPECT_FALSE(control->isHighlighted());
+  control->setHidden(false);
+  user.dragTo({16, 44});
+  EXPECT_FALSE(control->isHighlighted());
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, AControlThatIsHiddenWithAViewAboveItStopsTracking) {
+  user.press(*window, {15, 45});
+  window->contentView()->setHidden(true);
+  EXPECT_EQ(cell->log.back(), "stop");
+  EXPECT_FALSE(control->isHighlighted());
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+}
+
 TEST_F(NSControlTest, WithoutAnApplicationTheActionStillReachesItsTarget) {
   NSApp.reset();
   EXPECT_TRUE(control->sendActionTo("act:", target));

@@ -217,6 +217,34 @@ TEST_F(ViewDrawingTest, AHiddenViewAndAllBelowItDrawNothing) {
   EXPECT_FALSE(child->isHidden());
 }
 
+TEST_F(ViewDrawingTest, HidingIsToldToAllThatWereShownBefore) {
+  class Listener : public NSView {
+   public:
+    using NSView::NSView;
+    void viewDidHide() override {
+      ++hidings;
+      if (leaves) removeFromSuperview();
+    }
+    int hidings = 0;
+    bool leaves = false;
+  };
+  const auto outer = make<Listener>(CGRect{0, 0, 50, 50}), inner = make<Listener>(CGRect{0, 0, 20, 20});
+  const auto second = make<Listener>(CGRect{20, 20, 20, 20});
+  outer->addSubview(inner);
+  outer->addSubview(second);
+  const auto hidings = [&] { return std::vector<int>{outer->hidings, inner->hidings, second->hidings}; };
+  outer->setHidden(true);
+  EXPECT_EQ(hidings(), (std::vector<int>{1, 1, 1}));
+  outer->setHidden(true);
+  inner->setHidden(true);  // was hidden with its superview
+  EXPECT_EQ(hidings(), (std::vector<int>{1, 1, 1}));
+  outer->setHidden(false);
+  inner->leaves = second->leaves = true;
+  outer->setHidden(true);  // inner was not shown
+  EXPECT_EQ(hidings(), (std::vector<int>{2, 1, 2}));
+  EXPECT_EQ(second->superview(), nullptr);
+}
+
 TEST_F(ViewDrawingTest, HidingAndShowingRedrawTheArea) {
   const auto v = view({0, 0, 100, 100}), child = view({20, 30, 10, 10});
   v->addSubview(child);

@@ -36,9 +36,9 @@ class ProbeCell : public platform::NSTextFieldCell {
 class ProbeField : public platform::NSTextField {
  public:
   using NSTextField::NSTextField;
-  platform::Ref<platform::NSView> editor;
+  platform::Ref<platform::NSText> editor;
   Calls calls;
-  platform::Ref<platform::NSView> currentEditor() const override { return editor; }
+  platform::Ref<platform::NSText> currentEditor() const override { return editor; }
   void validateEditing() override { calls.push_back("validateEditing"); }
   bool abortEditing() override {
     calls.push_back("abortEditing");

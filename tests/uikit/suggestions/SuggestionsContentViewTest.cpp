@@ -88,6 +88,43 @@ TEST_F(SuggestionsList, WithoutItsControllerNothingCanBeSet) {
   make<SuggestionsContentView>(CGRect{})->accessibilitySetValue(row(1), NSAccessibilitySelectedChildrenAttribute);
 }
 
+TEST_F(SuggestionsList, PressingARowSelectsItAndTellsNoTarget) {
+  show({"a", "b"});
+  EXPECT_EQ(row(1)->accessibilityActionNames(), (std::vector<std::string>{"AXPress", "choose"}));
+  row(1)->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_EQ(selectedLabel(), "b");
+  EXPECT_TRUE(target->calls.empty());
+  EXPECT_TRUE(field->calls.empty());
+  EXPECT_TRUE(popUp()->isVisible());
+}
+
+TEST_F(SuggestionsList, ChoosingTheSelectedRowDoesWhatAReleaseOfTheMouseDoes) {
+  show({"a", "b"});
+  row(0)->accessibilityPerformAction("choose");
+  EXPECT_TRUE(target->calls.empty());
+  EXPECT_EQ(field->calls, (harness::Calls{"validateEditing", "abortEditing", "sendAction search: to nobody"}));
+  EXPECT_FALSE(popUp()->isVisible());
+}
+
+TEST_F(SuggestionsList, ChoosingAnotherRowSelectsItFirstAsThePointerWould) {
+  show({"a", "b"});
+  row(1)->accessibilityPerformAction("choose");
+  EXPECT_EQ(target->calls, harness::Calls{"b"});
+  EXPECT_EQ(field->calls.size(), 3u);
+  EXPECT_EQ(selectedLabel(), "b");
+  EXPECT_FALSE(popUp()->isVisible());
+}
+
+TEST_F(SuggestionsList, ARowThatWasThrownAwayDoesNothing) {
+  show({"a", "b"});
+  const auto gone = row(1);
+  controller->setSuggestions(suggestionsNamed({"c"}));
+  gone->accessibilityPerformAction(NSAccessibilityPressAction);
+  gone->accessibilityPerformAction("choose");
+  EXPECT_EQ(selectedLabel(), "c");
+  EXPECT_TRUE(popUp()->isVisible());
+}
+
 TEST_F(SuggestionsList, TellsAssistiveClientsOfEachChangeAndOfItsEnd) {
   show({"a", "b"});
   harness::Calls heard;

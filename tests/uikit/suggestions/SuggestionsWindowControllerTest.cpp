@@ -6,6 +6,7 @@
 
 #include "platform/events/NSTrackingArea.h"
 #include "platform/views/NSScroller.h"
+#include "platform/views/NSTextView.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/uikit/suggestions/PopUpWorld.h"
 
@@ -573,7 +574,7 @@ TEST_F(MouseMonitor, PassesOnOrSwallowsAndCancels) {
   };
   Ref<NSEvent> passed;
   for (const auto& c : cases) {
-    field->editor = c.isEdited ? make<NSView>(CGRect{}) : nullptr;
+    field->editor = c.isEdited ? make<NSTextView>(CGRect{}) : nullptr;
     window->makeKeyAndOrderFront(nullptr);
     show({"a", "b"});
     // A monitor that was added later sees what the pop-up's leaves.
@@ -598,7 +599,8 @@ TEST_F(MouseMonitor, PassesOnOrSwallowsAndCancels) {
 TEST_F(MouseMonitor, APressThatTheTestAmongTheRowsResolvesToTheEditorPasses) {
   show({"a", "b"});
   // Wanted: a place in the field's window is looked for in the pop-up's content.
-  field->editor = row(1);
+  field->editor = make<NSTextView>(CGRect{100, 0, 100, 20});
+  row(1)->addSubview(field->editor);
   const auto press = [&](CGPoint point) {
     Ref<NSEvent> passed;
     const Ref<NSObject> token = NSEvent::addLocalMonitorForEventsMatchingMask(
@@ -608,7 +610,7 @@ TEST_F(MouseMonitor, APressThatTheTestAmongTheRowsResolvesToTheEditorPasses) {
     NSEvent::removeMonitor(token);
     return passed != nullptr;
   };
-  EXPECT_TRUE(press({150, 15}));  // on the row beside its label, in the pop-up's base space
+  EXPECT_TRUE(press({150, 15}));  // in the pop-up's base space
   EXPECT_TRUE(popUp()->isVisible());
   EXPECT_FALSE(press({150, 35}));
   EXPECT_FALSE(popUp()->isVisible());

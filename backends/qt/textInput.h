@@ -1,0 +1,24 @@
+// Qt's input methods and dead keys, and the text that takes a window's keys. Both are asked and told here; neither the
+// native window nor the widget knows more of it than the event.
+#pragma once
+
+#include <QRect>
+
+#include "platform/views/Forward.h"
+
+class QInputMethodEvent;
+class QInputMethodQueryEvent;
+
+namespace backend::qt {
+
+// Each place is told relative to the origin, which is on Qt's screen.
+void answerInputMethod(QInputMethodQueryEvent& query, const platform::NSWindow& window, QPoint origin);
+
+// What was composed or committed goes into the text; where none takes it nothing happens.
+void sendToText(const QInputMethodEvent& event, platform::NSWindow& window);
+
+// What Qt's input method knows of the text no longer holds, or is to be dropped.
+void tellInputMethodOfChange();
+void resetInputMethod();
+
+}  // namespace backend::qt

@@ -1,0 +1,17 @@
+#include "gallery/Journal.h"
+
+namespace gallery {
+
+Journal::Journal() {
+  setObjectName("journal");
+  setFocusPolicy(Qt::NoFocus);
+  setSelectionMode(QAbstractItemView::NoSelection);
+}
+
+void Journal::add(const std::string& line) {
+  constexpr int mostLines = 200;
+  insertItem(0, QString("%1   %2").arg(++count_).arg(QString::fromStdString(line)));
+  if (count() > mostLines) delete takeItem(mostLines);
+}
+
+}  // namespace gallery

@@ -1,0 +1,88 @@
+#include "gallery/search/SearchIndex.h"
+
+#include <QString>
+#include <algorithm>
+#include <tuple>
+
+namespace gallery {
+
+namespace {
+
+// Letters that stay whole when accents are taken off, but that people type in another way.
+QString plainLetter(QChar letter) {
+  switch (letter.unicode()) {
+    case u'ø': return "o";
+    case u'æ': return "ae";
+    case u'œ': return "oe";
+    case u'ß': return "ss";
+    case u'ł': return "l";
+    case u'đ':
+    case u'ð': return "d";
+    case u'ı': return "i";
+    default: return letter;
+  }
+}
+
+std::vector<std::string> wordsOf(const std::string& folded) {
+  std::vector<std::string> words;
+  for (std::size_t start = 0; start < folded.size();) {
+    const std::size_t end = std::min(folded.find(' ', start + 1), folded.size());
+    words.push_back(folded.substr(start, end - start));
+    start = end;
+  }
+  return words;
+}
+
+bool hasAll(const std::string& text, const std::vector<std::string>& words) {
+  return std::ranges::all_of(words, [&](const std::string& word) { return text.find(word) != std::string::npos; });
+}
+
+}  // namespace
+
+std::string folded(std::string_view text) {
+  const QString parts = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
+                            .normalized(QString::NormalizationForm_KD)
+                            .toCaseFolded();
+  QString result;
+  bool isInWord = false;
+  for (qsizetype i = 0; i < parts.size(); ++i) {
+    const QChar letter = parts[i];
+    if (letter.isMark() || letter == u'\'' || letter == u'’') continue;  // "don't" is one word
+    const bool isOfWord = letter.isLetterOrNumber() || letter.isSurrogate();
+    if (isOfWord && !isInWord) result += ' ';
+    if (isOfWord) result += plainLetter(letter);
+    isInWord = isOfWord;
+  }
+  return result.toStdString();
+}
+
+SearchIndex::SearchIndex(std::span<const LibraryItem> items) {
+  entries_.reserve(items.size());
+  for (const LibraryItem& item : items) {
+    std::string label = folded(item.label);
+    std::string all = label + folded(item.detail);
+    entries_.push_back({std::move(label), std::move(all), item.kind});
+  }
+}
+
+std::vector<std::size_t> SearchIndex::bestMatches(std::string_view query, std::size_t most) const {
+  const std::string wanted = folded(query);
+  const std::vector<std::string> words = wordsOf(wanted);
+  if (words.empty()) return {};
+
+  using Rank = std::tuple<int, LibraryItem::Kind, std::size_t>;
+  std::vector<Rank> found;
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    const Entry& entry = entries_[i];
+    if (!hasAll(entry.all, words)) continue;
+    const int farness = entry.label.starts_with(wanted) ? 0 : hasAll(entry.label, words) ? 1 : 2;
+    found.emplace_back(farness, entry.kind, i);
+  }
+  const std::size_t count = std::min(most, found.size());
+  std::partial_sort(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(count), found.end());
+  std::vector<std::size_t> best(count);
+  std::ranges::transform(std::span(found).first(count), best.begin(), [](const Rank& rank) { return std::get<2>(rank); });
+  return best;
+}
+
+}  // namespace gallery

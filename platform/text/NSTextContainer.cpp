@@ -1,0 +1,7 @@
+#include "platform/text/NSTextContainer.h"
+
+namespace platform {
+
+const ClassInfo NSTextContainer::staticClassInfo{.name = "NSTextContainer", .base = &NSObject::staticClassInfo};
+
+}  // namespace platform

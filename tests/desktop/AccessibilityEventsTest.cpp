@@ -1,0 +1,209 @@
+// What assistive clients are told of changes. Qt tells nobody on a platform without a bridge to them.
+#include <QWidget>
+#include <algorithm>
+#include <utility>
+
+#include "backends/qt/AccessibleElement.h"
+#include "backends/qt/QtViewWidget.h"
+#include "tests/desktop/QtDesktop.h"
+#include "tests/harness/AccessiblePlayer.h"
+
+using namespace platform;
+using backend::qt::AccessibleElement;
+using backend::qt::QtViewWidget;
+using Heard = std::vector<std::string>;
+
+namespace {
+
+// What a client would hear, in words.
+std::vector<std::string> heard;
+
+std::string wordFor(QAccessibleEvent& event) {
+  const auto as = [&](auto* kind) -> auto& { return static_cast<decltype(*kind)&>(event); };
+  const auto state = event.accessibleInterface()->state();
+  switch (event.type()) {
+    case QAccessible::Focus: return "focus";
+    case QAccessible::ObjectCreated: return "created";
+    case QAccessible::ObjectDestroyed: return "destroyed";
+    case QAccessible::ObjectShow: return "shown";
+    case QAccessible::ObjectHide: return "hidden";
+    case QAccessible::NameChanged: return "named";
+    case QAccessible::SelectionAdd: return state.selected ? "selected" : "selected without the state";
+    case QAccessible::SelectionRemove: return state.selected ? "deselected without the state" : "deselected";
+    case QAccessible::ValueChanged:
+      return "value " + as(static_cast<QAccessibleValueChangeEvent*>(nullptr)).value().toString().toStdString();
+    case QAccessible::StateChanged: {
+      const QAccessible::State changed = as(static_cast<QAccessibleStateChangeEvent*>(nullptr)).changedStates();
+      if (changed.checked) return state.checked ? "checked" : "not checked";
+      if (changed.disabled) return state.disabled ? "disabled" : "enabled";
+      return changed.active ? "active" : "state";
+    }
+    case QAccessible::TextInserted: {
+      auto& text = as(static_cast<QAccessibleTextInsertEvent*>(nullptr));
+      return "inserted " + text.textInserted().toStdString() + " at " + std::to_string(text.changePosition());
+    }
+    case QAccessible::TextRemoved: {
+      auto& text = as(static_cast<QAccessibleTextRemoveEvent*>(nullptr));
+      return "removed " + text.textRemoved().toStdString() + " at " + std::to_string(text.changePosition());
+    }
+    case QAccessible::TextUpdated: {
+      auto& text = as(static_cast<QAccessibleTextUpdateEvent*>(nullptr));
+      return "replaced " + text.textRemoved().toStdString() + " by " + text.textInserted().toStdString() + " at " +
+             std::to_string(text.changePosition());
+    }
+    case QAccessible::TextSelectionChanged: {
+      auto& text = as(static_cast<QAccessibleTextSelectionEvent*>(nullptr));
+      return "text selected from " + std::to_string(text.selectionStart()) + " to " + std::to_string(text.selectionEnd());
+    }
+    case QAccessible::TextCaretMoved:
+      return "caret at " + std::to_string(as(static_cast<QAccessibleTextCursorEvent*>(nullptr)).cursorPosition());
+    default: return "event " + std::to_string(event.type());
+  }
+}
+
+void hear(QAccessibleEvent* event) {
+  QAccessibleInterface* interface = event->accessibleInterface();
+  if (interface && (dynamic_cast<AccessibleElement*>(interface) || event->type() == QAccessible::Focus))
+    heard.push_back(interface->text(QAccessible::Name).toStdString() + ": " + wordFor(*event));
+}
+
+class AccessibilityEvents : public harness::QtDesktop, protected harness::AccessiblePlayer {
+ protected:
+  AccessibilityEvents() {
+    setTarget(clicks);
+    window->makeKeyAndOrderFront(nullptr);
+    earlierHandler = QAccessible::installUpdateHandler(hear);
+  }
+  void SetUp() override {
+    ASSERT_TRUE(eventually([] { return QAccessible::isActive(); }));
+    ASSERT_TRUE(eventually([&] { return window->isKeyWindow(); }));
+    of(field->cell());
+    of(button->cell());
+    settle();
+    heard.clear();
+  }
+  ~AccessibilityEvents() override {
+    settle();
+    QAccessible::installUpdateHandler(earlierHandler);
+  }
+
+  static Heard whatIsHeard() {
+    settle();
+    return std::exchange(heard, {});
+  }
+
+  Ref<harness::ClickCount> clicks = make<harness::ClickCount>();
+  QAccessible::UpdateHandler earlierHandler;
+};
+
+using PopUpEvents = AccessibilityEvents;
+
+TEST_F(AccessibilityEvents, FocusThatMovesIsTold) {
+  window->makeFirstResponder(button.get());
+  EXPECT_EQ(whatIsHeard(), Heard{"Play: focus"});
+  window->makeFirstResponder(nullptr);
+  EXPECT_EQ(whatIsHeard(), Heard{"Player: focus"});
+}
+
+TEST_F(AccessibilityEvents, AWindowThatComesAndGoesIsTold) {
+  window->orderOut(nullptr);
+  const Heard gone = whatIsHeard();
+  EXPECT_EQ(Heard(gone.begin(), gone.begin() + 2), (Heard{"Player: hidden", "Player: destroyed"}));
+  window->makeKeyAndOrderFront(nullptr);
+  EXPECT_TRUE(eventually([] { return std::count(heard.begin(), heard.end(), "Player: focus") == 1; }));
+  EXPECT_EQ(Heard(heard.begin(), heard.begin() + 2), (Heard{"Player: created", "Player: shown"}));
+  EXPECT_EQ(heard.back(), "Player: focus");
+}
+
+TEST_F(AccessibilityEvents, AToggleTellsThatItIsChecked) {
+  button->setButtonType(NSButtonType::Toggle);
+  button->setState(NSControlStateValueOn);
+  button->setState(NSControlStateValueOff);
+  EXPECT_EQ(whatIsHeard(), (Heard{"Play: checked", "Play: not checked"}));
+}
+
+TEST_F(AccessibilityEvents, AQuantityTellsItsValue) {
+  const auto cell = make<harness::QuantityCell>();
+  of(cell);
+  cell->value = 7;
+  NSAccessibilityPostNotification(cell, NSAccessibilityValueChangedNotification);
+  EXPECT_EQ(whatIsHeard(), Heard{": value 7"});
+}
+
+TEST_F(AccessibilityEvents, ATextTellsTheDifference) {
+  field->setStringValue("quüxery");
+  field->setStringValue("quoery");
+  field->setStringValue("uoery");
+  field->setStringValue("uoery");
+  field->setStringValue("");
+  field->setStringValue("aa");
+  field->setStringValue("aaa");
+  EXPECT_EQ(whatIsHeard(), (Heard{": inserted üx at 2", ": replaced üx by o at 2", ": removed q at 0",
+                                  ": removed uoery at 0", ": inserted aa at 0", ": inserted a at 2"}));
+}
+
+TEST_F(AccessibilityEvents, ATextTellsItsSelection) {
+  const auto cell = make<harness::SelectingCell>();
+  of(cell);
+  NSAccessibilityPostNotification(cell, NSAccessibilitySelectedTextChangedNotification);
+  EXPECT_EQ(whatIsHeard(), (Heard{": text selected from 5 to 10", ": caret at 10"}));
+  cell->range = {4, 0};
+  NSAccessibilityPostNotification(cell, NSAccessibilitySelectedTextChangedNotification);
+  EXPECT_EQ(whatIsHeard(), Heard{": caret at 4"});
+}
+
+TEST_F(AccessibilityEvents, AnEmbeddedViewTellsItsFocusAfterItsWidget) {
+  QWidget top;
+  Ref<NSButton> buttons[2];
+  QtViewWidget* widgets[2];
+  for (int i = 0; i < 2; ++i) {
+    buttons[i] = make<NSButton>(CGRect{0, 0, 80, 24});
+    buttons[i]->setTitle(i == 0 ? "Previous" : "Next");
+    widgets[i] = new QtViewWidget(buttons[i], &top);
+    widgets[i]->setGeometry(20, 30 + 40 * i, 80, 24);
+    widgets[i]->setAccessibleName("widget");
+  }
+  top.show();
+  top.activateWindow();
+  ASSERT_TRUE(eventually([&] { return top.isActiveWindow(); }));
+  settle();
+  heard.clear();
+  widgets[1]->setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(whatIsHeard(), (Heard{"widget: focus", "Next: focus"}));
+}
+
+TEST_F(AccessibilityEvents, NamesAndEnabledControlsTellTheirChanges) {
+  const auto label = NSTextField::labelWithString("one");
+  window->contentView()->addSubview(label);
+  of(label->cell());
+  label->setStringValue("two");
+  window->setTitle("Other");
+  button->setEnabled(false);
+  EXPECT_EQ(whatIsHeard(), (Heard{"two: named", "Other: named", "Play: disabled"}));
+}
+
+TEST_F(AccessibilityEvents, WhatNoClientHasMetTellsNothing) {
+  const auto label = NSTextField::labelWithString("one");
+  window->contentView()->addSubview(label);
+  label->setStringValue("two");
+  EXPECT_EQ(whatIsHeard(), Heard{});
+  EXPECT_EQ(label->cell()->accessibilityCompanion(), nullptr);
+}
+
+TEST_F(PopUpEvents, ItsComingSelectionAndEndAreTold) {
+  begin({"a", "b"});
+  EXPECT_EQ(whatIsHeard(), (Heard{": created", ": shown", "a, by a: selected"}));
+  EXPECT_TRUE(window->isKeyWindow());
+  controller->moveDown(nullptr);
+  EXPECT_EQ(whatIsHeard(), (Heard{"a, by a: deselected", "b, by b: selected"}));
+  controller->setSelectedView(nullptr);
+  EXPECT_EQ(whatIsHeard(), Heard{"b, by b: deselected"});
+  suggest({"c"});
+  EXPECT_EQ(whatIsHeard(), Heard{"c, by c: selected"});
+  controller->cancelSuggestions();
+  EXPECT_EQ(whatIsHeard(), (Heard{": hidden", ": destroyed"}));
+  controller->beginForTextField(field);
+  EXPECT_EQ(whatIsHeard(), (Heard{": created", ": shown", "c, by c: selected"}));
+}
+
+}  // namespace

@@ -1,0 +1,48 @@
+// Whatever a document holds, reading it ends with objects or with an error that says something; what it made can be shown.
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "backends/headless/HeadlessBackend.h"
+#include "platform/foundation/stopProgram.h"
+#include "platform/interface_files/NSNib.h"
+#include "platform/windows/NSApplication.h"
+#include "platform/windows/NSWindow.h"
+#include "uikit/interfaceFileClasses.h"
+#include "uikit/suggestions/SuggestionItemViewController.h"
+
+namespace {
+
+using namespace platform;
+
+struct World {
+  World() {
+    NSApplication::sharedApplication();
+    TessalunaUIKit::registerInterfaceFileClasses();
+  }
+  backend::headless::HeadlessBackend desktop;
+};
+
+void show(const Ref<NSView>& view, World& world) {
+  const auto window =
+      make<NSWindow>(CGRect{0, 0, 100, 100}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, /*defer=*/true);
+  window->contentView()->addSubview(view);
+  window->orderFront(nullptr);
+  world.desktop.settle();
+  window->orderOut(nullptr);
+  window->setContentView(nullptr);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static World world;
+  const std::string_view json(reinterpret_cast<const char*>(data), size);
+  const auto owner = make<TessalunaUIKit::SuggestionItemViewController>(std::nullopt);
+  const NSNib::Contents contents = make<NSNib>(json)->instantiateWithOwner(owner);
+  if (contents.error && (contents.error->empty() || !contents.topLevelObjects.empty()))
+    stopProgram("an error without a word, or with objects");
+  for (const Ref<NSObject>& object : contents.topLevelObjects)
+    if (const auto view = std::dynamic_pointer_cast<NSView>(object); view && !view->superview()) show(view, world);
+  return 0;
+}

@@ -1,0 +1,103 @@
+// A window with two text fields, and a delegate and a target that write down what they hear.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/views/NSTextField.h"
+#include "platform/views/NSTextView.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+
+namespace platform {
+
+inline void PrintTo(NSRange r, std::ostream* out) { *out << "{" << r.location << ", " << r.length << "}"; }
+
+}  // namespace platform
+
+namespace harness {
+
+using Calls = std::vector<std::string>;
+
+class ProbeFieldDelegate : public platform::NSObject, public platform::NSTextFieldDelegate {
+ public:
+  Calls calls;
+  bool refusesToBegin = false, refusesToEnd = false;
+  std::function<bool(std::string_view)> onCommand;
+  std::function<void()> onChange, onEnd;
+
+  void controlTextDidBeginEditing(const platform::Ref<platform::NSNotification>&) override { calls.push_back("begin"); }
+  void controlTextDidChange(const platform::Ref<platform::NSNotification>& notification) override {
+    calls.push_back("change " + dynamic_cast<platform::NSTextField&>(*notification->object()).stringValue());
+    if (onChange) onChange();
+  }
+  void controlTextDidEndEditing(const platform::Ref<platform::NSNotification>&) override {
+    calls.push_back("end");
+    if (onEnd) onEnd();
+  }
+  bool controlTextShouldBeginEditing(platform::NSControl&, platform::NSText&) override { return !refusesToBegin; }
+  bool controlTextShouldEndEditing(platform::NSControl&, platform::NSText&) override { return !refusesToEnd; }
+  bool controlTextViewDoCommandBySelector(platform::NSControl&, platform::NSTextView&,
+                                          std::string_view selector) override {
+    calls.push_back(std::string(selector));
+    return onCommand && onCommand(selector);
+  }
+};
+
+class ProbeFieldTarget : public platform::NSObject {
+ public:
+  static const platform::ClassInfo staticClassInfo;
+  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+  void search(platform::NSObject* sender) {
+    values.push_back(dynamic_cast<platform::NSTextField&>(*sender).stringValue());
+    if (onAction) onAction();
+  }
+  Calls values;
+  std::function<void()> onAction;
+};
+
+inline constexpr platform::Selector probeFieldTargetSelectors[] = {
+    platform::action<&ProbeFieldTarget::search>("search:")};
+inline const platform::ClassInfo ProbeFieldTarget::staticClassInfo{.name = "ProbeFieldTarget",
+                                                                   .base = &platform::NSObject::staticClassInfo,
+                                                                   .selectors = probeFieldTargetSelectors};
+
+// A character of the fields' font is 6.5 points wide and a line 15.6 high; their text starts 5 points from the left.
+class FieldWorld : public StillWorld {
+ protected:
+  FieldWorld() {
+    for (const auto& each : {field, other}) window->contentView()->addSubview(each);
+    field->setDelegate(delegate);
+    field->setTarget(target);
+    field->setAction("search:");
+    desktop.settle();
+  }
+
+  // The editor of the first field, which must be edited.
+  platform::Ref<platform::NSTextView> editor() const {
+    return std::dynamic_pointer_cast<platform::NSTextView>(field->currentEditor());
+  }
+  void begin(std::string_view text = "") {
+    field->setStringValue(text);
+    field->selectText(nullptr);
+    delegate->calls.clear();
+  }
+  // The same with the caret at the index.
+  void begin(std::string_view text, std::size_t caret) {
+    begin(text);
+    editor()->setSelectedRange({caret, 0});
+  }
+  // In the window, where the caret stands at the index of a text that is not scrolled, half down the line.
+  static platform::CGPoint placeOf(std::size_t index) {
+    return {20 + 5 + 6.5 * static_cast<double>(index), 100 + 12};
+  }
+
+  platform::Ref<platform::NSWindow> window = showWindow();
+  platform::Ref<platform::NSTextField> field = platform::make<platform::NSTextField>(platform::CGRect{20, 100, 110, 24});
+  platform::Ref<platform::NSTextField> other = platform::make<platform::NSTextField>(platform::CGRect{20, 60, 110, 24});
+  platform::Ref<ProbeFieldDelegate> delegate = platform::make<ProbeFieldDelegate>();
+  platform::Ref<ProbeFieldTarget> target = platform::make<ProbeFieldTarget>();
+};
+
+}  // namespace harness

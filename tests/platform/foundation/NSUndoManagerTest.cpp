@@ -1,0 +1,80 @@
+#include "platform/foundation/NSUndoManager.h"
+
+#include <gtest/gtest.h>
+
+using namespace platform;
+
+namespace {
+
+// A number whose changes can be taken back.
+class NSUndoManagerTest : public testing::Test {
+ protected:
+  void set(int value) {
+    manager->registerUndo([this, before = number] { set(before); });
+    number = value;
+  }
+  int number = 0;
+  Ref<NSUndoManager> manager = make<NSUndoManager>();
+};
+
+}  // namespace
+
+TEST_F(NSUndoManagerTest, StepsAreTakenBackAndMadeAgainOneByOne) {
+  set(1);
+  set(2);
+  manager->undo();
+  EXPECT_EQ(number, 1);
+  manager->undo();
+  EXPECT_EQ(number, 0);
+  EXPECT_FALSE(manager->canUndo());
+  manager->undo();
+  EXPECT_EQ(number, 0);
+  manager->redo();
+  manager->redo();
+  EXPECT_EQ(number, 2);
+  EXPECT_FALSE(manager->canRedo());
+  manager->undo();
+  EXPECT_EQ(number, 1);
+}
+
+TEST_F(NSUndoManagerTest, AGroupIsOneStep) {
+  manager->beginUndoGrouping();
+  set(1);
+  manager->beginUndoGrouping();
+  set(2);
+  manager->endUndoGrouping();
+  manager->endUndoGrouping();
+  set(3);
+  manager->undo();
+  EXPECT_EQ(number, 2);
+  manager->undo();
+  EXPECT_EQ(number, 0);
+  manager->redo();
+  EXPECT_EQ(number, 2);
+}
+
+TEST_F(NSUndoManagerTest, AnEmptyGroupIsNoStep) {
+  manager->beginUndoGrouping();
+  manager->endUndoGrouping();
+  EXPECT_FALSE(manager->canUndo());
+  manager->endUndoGrouping();  // one too many
+  set(1);
+  EXPECT_TRUE(manager->canUndo());
+}
+
+TEST_F(NSUndoManagerTest, ANewChangeForgetsWhatCouldBeRedone) {
+  set(1);
+  manager->undo();
+  EXPECT_TRUE(manager->canRedo());
+  set(5);
+  EXPECT_FALSE(manager->canRedo());
+  manager->removeAllActions();
+  EXPECT_FALSE(manager->canUndo());
+}
+
+TEST_F(NSUndoManagerTest, AnActionMayLetTheManagerGo) {
+  NSUndoManager& bare = *manager;
+  manager->registerUndo([this] { manager = nullptr; });
+  bare.undo();
+  EXPECT_EQ(manager, nullptr);
+}

@@ -1,0 +1,350 @@
+#include "platform/events/NSEvent.h"
+#include "platform/views/NSButton.h"
+#include "platform/views/NSClipView.h"
+#include "tests/harness/FieldWorld.h"
+#include "tests/harness/recordingOf.h"
+
+using namespace platform;
+using harness::Calls;
+
+namespace {
+
+using FieldEditing = harness::FieldWorld;
+
+constexpr const char* returnKey = "\r";
+constexpr const char* escape = "\x1B";
+constexpr const char* backspace = "\x7F";
+
+}  // namespace
+
+// Coming and going of the editor.
+
+TEST_F(FieldEditing, ALabelTakesNoKeys) {
+  const auto label = NSTextField::labelWithString("x");
+  window->contentView()->addSubview(label);
+  EXPECT_FALSE(label->acceptsFirstResponder());
+  EXPECT_FALSE(window->makeFirstResponder(label.get()));
+  EXPECT_EQ(label->currentEditor(), nullptr);
+}
+
+TEST_F(FieldEditing, TheFirstResponderIsTheWindowsFieldEditorWithAllOfTheTextSelected) {
+  field->setStringValue("abc");
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  ASSERT_TRUE(window->makeFirstResponder(field.get()));
+  ASSERT_TRUE(editor());
+  EXPECT_EQ(window->firstResponder(), editor().get());
+  EXPECT_EQ(window->fieldEditor(false, nullptr), editor());
+  EXPECT_TRUE(editor()->isFieldEditor());
+  EXPECT_EQ(editor()->delegate().get(), field.get());
+  EXPECT_EQ(editor()->string(), "abc");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+}
+
+TEST_F(FieldEditing, TheFieldsOfAWindowShareTheEditor) {
+  begin("abc");
+  const auto shared = editor();
+  window->makeFirstResponder(other.get());
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  EXPECT_EQ(other->currentEditor(), shared);
+  EXPECT_TRUE(shared->isDescendantOf(other.get()));
+}
+
+TEST_F(FieldEditing, WhatWasTypedIsTakenOverWhenTheKeysGoElsewhere) {
+  begin("abc");
+  user.type("xy");
+  EXPECT_EQ(field->stringValue(), "xy");
+  EXPECT_EQ(field->cell()->stringValue(), "abc");
+  EXPECT_TRUE(window->makeFirstResponder(nullptr));
+  EXPECT_EQ(field->cell()->stringValue(), "xy");
+  EXPECT_TRUE(field->subviews().empty());
+  EXPECT_EQ(delegate->calls, (Calls{"begin", "change x", "change xy", "end"}));
+}
+
+TEST_F(FieldEditing, NobodyIsToldOfABeginBeforeTheFirstChange) {
+  begin("abc");
+  user.pressKey(NSLeftArrowFunctionKey);
+  EXPECT_EQ(delegate->calls, (Calls{"moveLeft:"}));
+}
+
+TEST_F(FieldEditing, ObserversHearTheSameAsTheDelegate) {
+  Calls heard;
+  std::vector<Ref<NSObject>> tokens;
+  for (const auto name : {NSControlTextDidBeginEditingNotification, NSControlTextDidChangeNotification,
+                          NSControlTextDidEndEditingNotification})
+    tokens.push_back(NSNotificationCenter::defaultCenter().addObserverForName(
+        name, field, nullptr, [&](const Ref<NSNotification>& notification) { heard.push_back(notification->name()); }));
+  begin();
+  user.type("a");
+  window->makeFirstResponder(nullptr);
+  for (const auto& token : tokens) NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_EQ(heard, (Calls{"NSControlTextDidBeginEditingNotification", "NSControlTextDidChangeNotification",
+                          "NSControlTextDidEndEditingNotification"}));
+}
+
+TEST_F(FieldEditing, ADelegateMayRefuseTheBeginOrTheEnd) {
+  begin("abc");
+  delegate->refusesToBegin = true;
+  user.type("x");
+  EXPECT_EQ(field->stringValue(), "abc");
+  delegate->refusesToBegin = false;
+  delegate->refusesToEnd = true;
+  user.type("x");
+  EXPECT_FALSE(window->makeFirstResponder(other.get()));
+  EXPECT_EQ(window->firstResponder(), editor().get());
+  EXPECT_EQ(other->currentEditor(), nullptr);
+}
+
+TEST_F(FieldEditing, ValidateTakesTheTextOverAndGoesOn) {
+  begin("abc");
+  user.type("x");
+  field->validateEditing();
+  EXPECT_EQ(field->cell()->stringValue(), "x");
+  EXPECT_TRUE(field->currentEditor());
+}
+
+TEST_F(FieldEditing, AbortThrowsTheTextAwayWithoutAWord) {
+  EXPECT_FALSE(field->abortEditing());
+  begin("abc");
+  user.type("x");
+  delegate->calls.clear();
+  EXPECT_TRUE(field->abortEditing());
+  EXPECT_EQ(field->stringValue(), "abc");
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  EXPECT_EQ(window->firstResponder(), window.get());
+  EXPECT_TRUE(delegate->calls.empty());
+}
+
+TEST_F(FieldEditing, ATextThatIsSetMeanwhileIsTheEditors) {
+  begin("abc");
+  user.type("x");
+  field->setStringValue("set");
+  EXPECT_EQ(editor()->string(), "set");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
+  window->makeFirstResponder(nullptr);
+  EXPECT_EQ(field->stringValue(), "set");
+}
+
+TEST_F(FieldEditing, AnAttributedTextThatIsNotChangedKeepsItsAttributes) {
+  const auto text = make<NSAttributedString>("ab", NSAttributes{{NSUnderlineStyleAttributeName, std::int64_t{1}}});
+  field->setAttributedStringValue(text);
+  field->selectText(nullptr);
+  window->makeFirstResponder(nullptr);
+  EXPECT_TRUE(field->attributedStringValue()->isEqual(text.get()));
+}
+
+TEST_F(FieldEditing, AFieldThatIsDisabledHiddenOrTakenAwayEndsItsEditing) {
+  const auto endsWhen = [&](auto change) {
+    begin("abc");
+    user.type("x");
+    change();
+    EXPECT_EQ(field->currentEditor(), nullptr);
+    EXPECT_EQ(window->firstResponder(), window.get());
+    EXPECT_EQ(delegate->calls.back(), "end");
+    return field->cell()->stringValue();
+  };
+  EXPECT_EQ(endsWhen([&] { field->setEnabled(false); }), "x");
+  EXPECT_FALSE(window->makeFirstResponder(field.get()));
+  field->setEnabled(true);
+  EXPECT_EQ(endsWhen([&] { field->setHidden(true); }), "x");
+  field->setHidden(false);
+  EXPECT_EQ(endsWhen([&] { field->removeFromSuperview(); }), "x");
+}
+
+TEST_F(FieldEditing, AWindowThatClosesEndsTheEditing) {
+  begin("abc");
+  user.type("x");
+  window->close();
+  EXPECT_EQ(field->stringValue(), "x");
+  EXPECT_EQ(delegate->calls.back(), "end");
+}
+
+TEST_F(FieldEditing, AWindowThatGoesLeavesAFieldThatCanBeEditedElsewhere) {
+  const auto lonely = make<NSTextField>(CGRect{0, 0, 50, 22});
+  auto passing = showWindow({300, 100, 100, 50});
+  passing->contentView()->addSubview(lonely);
+  lonely->selectText(nullptr);
+  user.type("x");
+  passing->contentView()->removeTrackingArea(nullptr);
+  NSApp.reset();
+  passing = nullptr;
+  NSApplication::sharedApplication();
+  EXPECT_EQ(lonely->currentEditor(), nullptr);
+  EXPECT_TRUE(lonely->subviews().empty());
+  window->contentView()->addSubview(lonely);
+  lonely->selectText(nullptr);
+  EXPECT_TRUE(lonely->currentEditor());
+}
+
+TEST_F(FieldEditing, OneThatEndsMayGiveTheKeysToAThird) {
+  const auto third = make<NSTextField>(CGRect{20, 20, 110, 24});
+  window->contentView()->addSubview(third);
+  begin("abc");
+  user.type("x");
+  delegate->onEnd = [&] { third->selectText(nullptr); };
+  EXPECT_TRUE(window->makeFirstResponder(other.get()));
+  EXPECT_EQ(third->currentEditor(), nullptr);
+  EXPECT_TRUE(other->currentEditor());
+  EXPECT_EQ(window->firstResponder(), other->currentEditor().get());
+}
+
+// Commands.
+
+TEST_F(FieldEditing, EveryCommandIsOfferedToTheDelegateFirst) {
+  begin("abc");
+  delegate->onCommand = [](std::string_view selector) { return selector == "moveDown:" || selector == "moveLeft:"; };
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(NSUpArrowFunctionKey);
+  user.pressKey(NSLeftArrowFunctionKey);
+  user.pressKey(escape);
+  user.pressKey(returnKey);
+  EXPECT_EQ(delegate->calls, (Calls{"moveDown:", "moveUp:", "moveLeft:", "cancelOperation:", "insertNewline:", "end"}));
+}
+
+TEST_F(FieldEditing, ACommandThatTheDelegateTookHasNoOtherEffect) {
+  begin("abc", 1);
+  delegate->onCommand = [](std::string_view) { return true; };
+  for (const char32_t key : {NSDownArrowFunctionKey, NSRightArrowFunctionKey, NSEndFunctionKey}) user.pressKey(key);
+  user.pressKey(returnKey);
+  user.pressKey("\t");
+  user.pressKey(backspace);
+  EXPECT_EQ(field->stringValue(), "abc");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));
+  EXPECT_TRUE(target->values.empty());
+}
+
+TEST_F(FieldEditing, ReturnTakesTheTextOverSendsTheActionAndSelectsTheText) {
+  begin("abc");
+  user.type("xy");
+  user.pressKey(returnKey);
+  EXPECT_EQ(target->values, (Calls{"xy"}));
+  EXPECT_EQ(field->cell()->stringValue(), "xy");
+  ASSERT_TRUE(editor());
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 2}));
+  user.type("z");
+  EXPECT_EQ(field->stringValue(), "z");
+  EXPECT_EQ(delegate->calls, (Calls{"begin", "change x", "change xy", "insertNewline:", "end", "begin", "change z"}));
+}
+
+TEST_F(FieldEditing, AnActionMayTakeTheKeysElsewhereOrTheFieldAway) {
+  begin("abc");
+  target->onAction = [&] { other->selectText(nullptr); };
+  user.pressKey(returnKey);
+  EXPECT_TRUE(other->currentEditor());
+  begin("abc");
+  target->onAction = [&] {
+    field->removeFromSuperview();
+    field = nullptr;
+  };
+  user.pressKey(returnKey);
+  EXPECT_EQ(window->firstResponder(), window.get());
+}
+
+TEST_F(FieldEditing, TabAndBacktabGoToTheNextAndThePreviousKeyView) {
+  begin("abc");
+  user.type("x");
+  user.pressKey("\t");
+  EXPECT_EQ(field->stringValue(), "x");
+  EXPECT_TRUE(other->currentEditor());
+  user.pressKey("\x19", NSEventModifierFlagShift);
+  EXPECT_TRUE(field->currentEditor());
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 1}));
+  user.pressKey("\x19", NSEventModifierFlagShift);
+  EXPECT_TRUE(other->currentEditor());  // round
+}
+
+TEST_F(FieldEditing, TabInTheOnlyFieldSelectsItsText) {
+  other->removeFromSuperview();
+  begin("abc", 1);
+  user.pressKey("\t");
+  ASSERT_TRUE(editor());
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+}
+
+TEST_F(FieldEditing, AKeyThatIsNoCommandOfTheTextGoesOn) {
+  begin("abc");
+  const int before = nativeOf(*window).eventsNotTaken();
+  user.pressKey(escape);
+  user.pressKey(NSF1FunctionKey);
+  user.pressKey("g", NSEventModifierFlagControl);
+  user.pressKey("f", NSEventModifierFlagOption);
+  EXPECT_EQ(nativeOf(*window).eventsNotTaken(), before + 4);
+  EXPECT_EQ(field->stringValue(), "abc");
+}
+
+TEST_F(FieldEditing, AThousandKeysAllArrive) {
+  begin();
+  std::string all;
+  for (int i = 0; i < 1000; ++i) {
+    const std::string key(1, static_cast<char>('a' + i % 26));
+    user.pressKey(key);
+    desktop.advance(0.005);
+    all += key;
+  }
+  EXPECT_EQ(field->stringValue(), all);
+}
+
+// The look.
+
+TEST_F(FieldEditing, TheTextIsDrawnOnceAndWhereItWasBefore) {
+  desktop.setPictures(backend::headless::Pictures::Painted);
+  const auto pictured = showWindow({300, 100, 200, 150});
+  pictured->contentView()->addSubview(field);
+  field->setStringValue("abc");
+  other->selectText(nullptr);
+  // What of the text is black, in device pixels of the window's picture.
+  const auto dark = [&] {
+    desktop.settle();
+    std::vector<std::pair<int, int>> pixels;
+    const auto& picture = *nativeOf(*pictured).picture();
+    for (int y = 0; y < picture.height(); ++y)
+      for (int x = 25; x < 60; ++x)
+        if (y > 28 && y < 48 && (picture.pixel(x, y) & 0xFF) < 0x40) pixels.push_back({x, y});
+    return pixels;
+  };
+  const auto before = dark();
+  EXPECT_FALSE(before.empty());
+  field->selectText(nullptr);
+  editor()->setSelectedRange({3, 0});
+  desktop.advance(0.6);  // the caret is off
+  EXPECT_EQ(dark(), before);
+}
+
+TEST_F(FieldEditing, ARingShowsWhereTheKeysGo) {
+  const auto rings = [&] {
+    std::size_t count = 0;
+    for (const auto& paint : nativeOf(*window).paints())
+      for (const std::string& line : paint.lines)
+        if (line.find("keyboardFocusIndicatorColor") != std::string::npos) ++count;
+    nativeOf(*window).forgetPaints();
+    return count;
+  };
+  desktop.settle();
+  EXPECT_EQ(rings(), 0u);
+  begin("abc");
+  desktop.settle();
+  EXPECT_EQ(rings(), 1u);
+  const auto second = showWindow({400, 100, 100, 100});
+  desktop.settle();
+  ASSERT_FALSE(nativeOf(*window).paints().empty());
+  EXPECT_EQ(rings(), 0u);
+  window->makeKeyAndOrderFront(nullptr);
+  desktop.settle();
+  EXPECT_EQ(rings(), 1u);
+}
+
+TEST_F(FieldEditing, ThePlaceholderShowsAsLongAsNothingIsTyped) {
+  field->setPlaceholderString("Q");
+  begin();
+  const auto shows = [&](const char* glyph) {
+    nativeOf(*window).forgetPaints();
+    field->setNeedsDisplay(true);
+    desktop.settle();
+    for (const std::string& line : nativeOf(*window).paints().at(0).lines)
+      if (line.find("\"glyphs\":[[" + std::string(glyph) + ",") != std::string::npos) return true;
+    return false;
+  };
+  EXPECT_TRUE(shows("81"));
+  user.type("z");
+  EXPECT_FALSE(shows("81"));
+  EXPECT_TRUE(shows("122"));
+}

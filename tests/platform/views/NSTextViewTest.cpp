@@ -1,0 +1,264 @@
+#include "platform/views/NSTextView.h"
+
+#include "platform/events/NSEvent.h"
+#include "tests/harness/FieldWorld.h"
+
+using namespace platform;
+using harness::Calls;
+
+namespace {
+
+// Keys and commands of the editor of a field.
+class Keys : public harness::FieldWorld {
+ protected:
+  static constexpr std::uint32_t shift = NSEventModifierFlagShift, control = NSEventModifierFlagControl,
+                                 option = NSEventModifierFlagOption, command = NSEventModifierFlagCommand;
+  static constexpr char32_t left = NSLeftArrowFunctionKey, right = NSRightArrowFunctionKey, home = NSHomeFunctionKey,
+                            end = NSEndFunctionKey, up = NSUpArrowFunctionKey, down = NSDownArrowFunctionKey,
+                            forwardDelete = NSDeleteFunctionKey, insert = NSInsertFunctionKey;
+  static constexpr char32_t backspace = 0x7F;
+};
+
+using NSTextViewTest = harness::StillWorld;
+
+}  // namespace
+
+TEST_F(Keys, MoveTheCaret) {
+  const struct {
+    const char* what;
+    std::size_t from;
+    char32_t key;
+    std::uint32_t modifiers;
+    std::size_t to;
+  } cases[] = {
+      {"left", 5, left, 0, 4},
+      {"left at the start", 0, left, 0, 0},
+      {"right", 5, right, 0, 6},
+      {"right at the end", 13, right, 0, 13},
+      {"word left within a word", 5, left, control, 4},
+      {"word left behind a word", 4, left, control, 0},
+      {"word left, the other system's", 5, left, option, 4},
+      {"word right", 4, right, control, 7},
+      {"word right from a blank", 7, right, control, 13},
+      {"word right, the other system's", 4, right, option, 7},
+      {"home", 5, home, 0, 0},
+      {"end", 5, end, 0, 13},
+      {"home of all", 5, home, control, 0},
+      {"end of all", 5, end, control, 13},
+      {"command left", 5, left, command, 0},
+      {"command right", 5, right, command, 13},
+      {"up, on the only line", 5, up, 0, 0},
+      {"down, on the only line", 5, down, 0, 13},
+  };
+  for (const auto& c : cases) {
+    begin("one two three", c.from);
+    user.pressKey(c.key, c.modifiers);
+    EXPECT_EQ(editor()->selectedRange(), (NSRange{c.to, 0})) << c.what;
+    begin("one two three", c.from);
+    user.pressKey(c.key, c.modifiers | shift);
+    const auto [start, stop] = std::minmax(c.from, c.to);
+    EXPECT_EQ(editor()->selectedRange(), (NSRange{start, stop - start})) << c.what << ", with Shift";
+    EXPECT_EQ(field->stringValue(), "one two three") << c.what;
+  }
+}
+
+TEST_F(Keys, ShiftGoesOnFromWhereTheSelectionBegan) {
+  begin("abcdef", 3);
+  user.pressKey(right, shift);
+  user.pressKey(right, shift);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 2}));
+  for (int i = 0; i < 3; ++i) user.pressKey(left, shift);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{2, 1}));
+  user.pressKey(home, shift);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+}
+
+TEST_F(Keys, AStepToASideGivesUpTheSelectionAtThatSide) {
+  begin("abcdef");
+  editor()->setSelectedRange({2, 3});
+  user.pressKey(left);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{2, 0}));
+  editor()->setSelectedRange({2, 3});
+  user.pressKey(right);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{5, 0}));
+  editor()->setSelectedRange({0, 6});
+  user.pressKey(left);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 0}));
+  editor()->setSelectedRange({0, 6});
+  user.pressKey(right);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{6, 0}));
+}
+
+TEST_F(Keys, DeleteCharactersWordsAndTheSelection) {
+  const struct {
+    const char* what;
+    NSRange selected;
+    char32_t key;
+    std::uint32_t modifiers;
+    const char* left;
+  } cases[] = {
+      {"backward", {5, 0}, backspace, 0, "one wo three"},
+      {"backward at the start", {0, 0}, backspace, 0, "one two three"},
+      {"forward", {5, 0}, forwardDelete, 0, "one to three"},
+      {"forward at the end", {13, 0}, forwardDelete, 0, "one two three"},
+      {"word backward", {7, 0}, backspace, control, "one  three"},
+      {"word backward, the other system's", {7, 0}, backspace, option, "one  three"},
+      {"word forward", {4, 0}, forwardDelete, control, "one  three"},
+      {"to the start", {4, 0}, backspace, command, "two three"},
+      {"the selection backward", {0, 4}, backspace, 0, "two three"},
+      {"the selection forward", {0, 4}, forwardDelete, 0, "two three"},
+      {"the selection and not the word", {0, 1}, backspace, control, "ne two three"},
+  };
+  for (const auto& c : cases) {
+    begin("one two three");
+    editor()->setSelectedRange(c.selected);
+    user.pressKey(c.key, c.modifiers);
+    EXPECT_EQ(field->stringValue(), c.left) << c.what;
+  }
+}
+
+TEST_F(Keys, StepOverWholeCharactersAsTheUserSeesThem) {
+  // An e with an accent of its own, a family of three, a flag.
+  begin("e\u0301x\U0001F468\u200D\U0001F469\u200D\U0001F467\U0001F1EB\U0001F1F7", 0);
+  std::vector<std::size_t> stops;
+  for (int i = 0; i < 4; ++i) {
+    user.pressKey(right);
+    stops.push_back(editor()->selectedRange().location);
+  }
+  EXPECT_EQ(stops, (std::vector<std::size_t>{2, 3, 11, 15}));
+  user.pressKey(backspace);
+  user.pressKey(backspace);
+  EXPECT_EQ(field->stringValue(), "e\u0301x");
+  user.pressKey(home);
+  user.pressKey(forwardDelete);
+  EXPECT_EQ(field->stringValue(), "x");
+}
+
+TEST_F(Keys, TypedTextReplacesTheSelection) {
+  begin("abc");
+  editor()->setSelectedRange({1, 1});
+  user.type("X\u00E9");
+  EXPECT_EQ(field->stringValue(), "aX\u00E9" "c");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
+}
+
+TEST_F(Keys, ALetterWithOptionIsTypedOnlyWhereOptionMadeItAnother) {
+  begin();
+  const auto press = [&](const char* characters, const char* ignoring, std::uint32_t modifiers) {
+    NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                   .modifiers = modifiers,
+                                                   .window = window,
+                                                   .characters = characters,
+                                                   .charactersIgnoringModifiers = ignoring}));
+  };
+  press("f", "f", option);
+  press("\u00DF", "s", option);
+  press("@", "q", control | option);
+  press("\x06", "f", control);
+  press("f", "f", command);
+  EXPECT_EQ(field->stringValue(), "\u00DF@");
+}
+
+TEST_F(Keys, AllIsSelectedByEitherSystemsKey) {
+  for (const std::uint32_t modifier : {control, command}) {
+    begin("abc", 1);
+    user.pressKey("a", modifier);
+    EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+  }
+}
+
+TEST_F(Keys, CommandsAreFoundByNameAsActionsAre) {
+  begin("abc", 1);
+  EXPECT_TRUE(NSApp->sendAction("moveToEndOfLine:", nullptr, window.get()));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
+  EXPECT_TRUE(editor()->respondsToSelector("moveToBeginningOfLineAndModifySelection:"));
+  editor()->doCommandBySelector("moveToBeginningOfLineAndModifySelection:");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+  editor()->doCommandBySelector("noSuchCommand:");
+}
+
+TEST_F(Keys, InATextThatIsOnlySelectableNothingIsTyped) {
+  field->setEditable(false);
+  field->setSelectable(true);
+  begin("abc");
+  ASSERT_TRUE(editor());
+  user.type("x");
+  user.pressKey(backspace);
+  user.pressKey("x", control);
+  user.pressKey("v", control);
+  EXPECT_EQ(field->stringValue(), "abc");
+  user.pressKey("c", control);
+  EXPECT_EQ(desktop.clipboardText(), "abc");
+  EXPECT_FALSE(field->canBecomeKeyView());
+}
+
+TEST_F(Keys, LeftIsForwardInATextThatBeginsFromRightToLeft) {
+  begin("\u05D0\u05D1 \u05D2\u05D3", 0);
+  user.pressKey(left);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));
+  user.pressKey(left, control);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{2, 0}));
+  user.pressKey(left, command);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{5, 0}));
+  user.pressKey(right, shift);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{4, 1}));
+  user.pressKey(home);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 0}));
+}
+
+// A text view that is no field editor.
+
+TEST_F(NSTextViewTest, ALongTextStandsOnSeveralLinesAndTheCaretKeepsItsColumn) {
+  const auto text = make<NSTextView>(CGRect{0, 0, 50, 100});  // 40 points beside the padding: six characters
+  const auto window = showWindowWith(text);
+  window->makeFirstResponder(text.get());
+  text->setString("aaaa bbbb\ncc dddd");
+  ASSERT_EQ(text->layoutManager()->layout().lines().size(), 4u);
+  text->setSelectedRange({9, 0});
+  user.pressKey(NSDownArrowFunctionKey);
+  EXPECT_EQ(text->selectedRange().location, 12u);  // behind "cc": that line is shorter
+  user.pressKey(NSDownArrowFunctionKey);
+  EXPECT_EQ(text->selectedRange().location, 17u);
+  user.pressKey(NSHomeFunctionKey);
+  EXPECT_EQ(text->selectedRange().location, 13u);
+  user.pressKey(NSUpArrowFunctionKey);
+  user.pressKey(NSUpArrowFunctionKey);
+  EXPECT_EQ(text->selectedRange().location, 5u);
+  user.pressKey(NSEndFunctionKey);
+  EXPECT_EQ(text->selectedRange().location, 9u);
+}
+
+TEST_F(NSTextViewTest, ReturnAndTabAreTyped) {
+  const auto text = make<NSTextView>(CGRect{0, 0, 200, 100});
+  const auto window = showWindowWith(text);
+  window->makeFirstResponder(text.get());
+  user.type("a");
+  user.pressKey("\r");
+  user.pressKey("\t");
+  EXPECT_EQ(text->string(), "a\n\t");
+}
+
+TEST_F(NSTextViewTest, ATextThatIsNoFieldEditorIsAnElement) {
+  const auto text = make<NSTextView>(CGRect{0, 0, 200, 100});
+  EXPECT_TRUE(text->isAccessibilityElement());
+  EXPECT_EQ(text->accessibilityRole(), "AXTextArea");
+  text->setFieldEditor(true);
+  EXPECT_TRUE(text->accessibilityIsIgnored());
+}
+
+TEST_F(NSTextViewTest, PlacesCountFromTheViewsCornerWithThePadding) {
+  const auto text = make<NSTextView>(CGRect{0, 0, 200, 100});
+  text->setString("abcd");
+  EXPECT_EQ(text->characterIndexForInsertionAtPoint({5 + 6.5 * 2 + 4, 5}), 3u);
+  EXPECT_EQ(text->caretRectForIndex(2).origin, (CGPoint{18, 0}));
+  CGFloat fraction = 0;
+  EXPECT_EQ(text->layoutManager()->characterIndexForPoint({5 + 6.5 * 1.5, 5}, *text->textContainer(), &fraction), 1u);
+  EXPECT_DOUBLE_EQ(fraction, 0.5);
+  std::vector<CGRect> rects;
+  const NSRange glyphs = text->layoutManager()->glyphRangeForCharacterRange({1, 2}, nullptr);
+  text->layoutManager()->enumerateEnclosingRectsForGlyphRange(glyphs, glyphs, *text->textContainer(),
+                                                              [&](CGRect rect, bool&) { rects.push_back(rect); });
+  ASSERT_EQ(rects.size(), 1u);
+  EXPECT_EQ(rects[0].origin.x, 11.5);
+  EXPECT_EQ(rects[0].size.width, 13);
+}

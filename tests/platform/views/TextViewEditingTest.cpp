@@ -1,0 +1,236 @@
+#include "platform/views/TextViewEditing.h"
+
+#include "platform/text/unicode.h"
+#include "platform/windows/NSPasteboard.h"
+#include "tests/harness/FieldWorld.h"
+
+using namespace platform;
+using harness::Calls;
+
+namespace {
+
+constexpr std::uint32_t shift = NSEventModifierFlagShift, control = NSEventModifierFlagControl,
+                        command = NSEventModifierFlagCommand;
+
+using Undo = harness::FieldWorld;
+using Clipboard = harness::FieldWorld;
+
+class Composition : public harness::FieldWorld {
+ protected:
+  bool isUnderlined(std::size_t index) const {
+    return editor()->textStorage()->attributeAtIndex(NSUnderlineStyleAttributeName, index).has_value();
+  }
+};
+
+}  // namespace
+
+// Undo.
+
+TEST_F(Undo, WhatWasTypedInOneGoIsOneStep) {
+  begin("abc", 3);
+  user.type("def");
+  user.pressKey("z", control);
+  EXPECT_EQ(field->stringValue(), "abc");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
+  user.pressKey("z", control | shift);
+  EXPECT_EQ(field->stringValue(), "abcdef");
+  user.pressKey("z", command);
+  user.pressKey("y", control);
+  EXPECT_EQ(field->stringValue(), "abcdef");
+}
+
+TEST_F(Undo, TypingElsewhereDeletingAndPastingAreStepsOfTheirOwn) {
+  begin("abc", 3);
+  user.type("de");
+  user.pressKey(NSHomeFunctionKey);
+  user.type("xy");
+  user.pressKey("\x7F");
+  user.pressKey("\x7F");
+  desktop.setClipboardText("pasted");
+  user.pressKey("v", control);
+  Calls states;
+  for (int i = 0; i < 5; ++i) {
+    states.push_back(field->stringValue());
+    user.pressKey("z", control);
+  }
+  EXPECT_EQ(states, (Calls{"pastedabcde", "abcde", "xyabcde", "abcde", "abc"}));
+  EXPECT_EQ(field->stringValue(), "abc");
+}
+
+TEST_F(Undo, TypingOverASelectionIsOneStepAndBringsTheSelectionBack) {
+  begin("one two");
+  editor()->setSelectedRange({0, 3});
+  user.type("three");
+  EXPECT_EQ(field->stringValue(), "three two");
+  user.pressKey("z", control);
+  EXPECT_EQ(field->stringValue(), "one two");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+}
+
+TEST_F(Undo, WhatWasUndoneCanNoLongerBeRedoneOnceSomethingIsTyped) {
+  begin();
+  user.type("a");
+  user.pressKey("z", control);
+  user.type("b");
+  user.pressKey("y", control);
+  EXPECT_EQ(field->stringValue(), "b");
+}
+
+TEST_F(Undo, IsToldAsAChange) {
+  begin();
+  user.type("a");
+  delegate->calls.clear();
+  user.pressKey("z", control);
+  EXPECT_EQ(delegate->calls, (Calls{"undo:", "change "}));
+}
+
+TEST_F(Undo, WhatWasTypedInAnotherFieldStaysThere) {
+  begin();
+  user.type("a");
+  other->selectText(nullptr);
+  user.pressKey("z", control);
+  EXPECT_EQ(field->stringValue(), "a");
+  EXPECT_EQ(other->stringValue(), "");
+  field->selectText(nullptr);
+  user.pressKey("z", control);
+  EXPECT_EQ(field->stringValue(), "a");
+}
+
+// The clipboard.
+
+TEST_F(Clipboard, CopyCutAndPaste) {
+  begin("one two");
+  editor()->setSelectedRange({0, 4});
+  user.pressKey("c", control);
+  EXPECT_EQ(desktop.clipboardText(), "one ");
+  EXPECT_EQ(NSPasteboard::generalPasteboard()->stringForType(NSPasteboardTypeString), "one ");
+  user.pressKey(NSEndFunctionKey);
+  user.pressKey("v", control);
+  EXPECT_EQ(field->stringValue(), "one twoone ");
+  user.pressKey("a", control);
+  user.pressKey("x", control);
+  EXPECT_EQ(field->stringValue(), "");
+  EXPECT_EQ(desktop.clipboardText(), "one twoone ");
+}
+
+TEST_F(Clipboard, TheOlderKeysDoTheSame) {
+  begin("abc");
+  user.pressKey(NSInsertFunctionKey, control);
+  EXPECT_EQ(desktop.clipboardText(), "abc");
+  user.pressKey(NSDeleteFunctionKey, shift);
+  EXPECT_EQ(field->stringValue(), "");
+  user.pressKey(NSInsertFunctionKey, shift);
+  EXPECT_EQ(field->stringValue(), "abc");
+}
+
+TEST_F(Clipboard, CopyingNothingLeavesItAsItWas) {
+  desktop.setClipboardText("kept");
+  begin("abc", 1);
+  user.pressKey("c", control);
+  user.pressKey("x", control);
+  EXPECT_EQ(desktop.clipboardText(), "kept");
+  EXPECT_EQ(field->stringValue(), "abc");
+}
+
+TEST_F(Clipboard, PastedLinesBecomeOne) {
+  desktop.setClipboardText("one\r\ntwo\nthree\u2028" "four");
+  begin();
+  user.pressKey("v", control);
+  EXPECT_EQ(field->stringValue(), "one two three four");
+}
+
+TEST_F(Clipboard, PastingNothingChangesNothing) {
+  begin("abc");
+  user.pressKey("v", control);
+  EXPECT_EQ(field->stringValue(), "abc");
+  EXPECT_EQ(delegate->calls, (Calls{"paste:"}));
+}
+
+// What is being composed.
+
+TEST_F(Composition, StandsUnderlinedInTheTextUntilItIsCommitted) {
+  begin("ab", 1);
+  user.compose("\u00B4");
+  EXPECT_TRUE(editor()->hasMarkedText());
+  EXPECT_EQ(editor()->markedRange(), (NSRange{1, 1}));
+  EXPECT_EQ(field->stringValue(), "a\u00B4" "b");
+  EXPECT_TRUE(isUnderlined(1));
+  EXPECT_FALSE(isUnderlined(0));
+  EXPECT_FALSE(isUnderlined(2));
+  user.commit("\u00E9");
+  EXPECT_FALSE(editor()->hasMarkedText());
+  EXPECT_EQ(editor()->markedRange(), noRange);
+  EXPECT_EQ(field->stringValue(), "a\u00E9" "b");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{2, 0}));
+  EXPECT_FALSE(isUnderlined(1));
+}
+
+TEST_F(Composition, EachStateReplacesTheOneBefore) {
+  begin("x", 1);
+  user.compose("k");
+  user.compose("ka");
+  editor()->setMarkedText("\u304B", {0, 1}, noRange);
+  EXPECT_EQ(field->stringValue(), "x\u304B");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 1}));
+  EXPECT_EQ(delegate->calls, (Calls{"begin", "change xk", "change xka", "change x\u304B"}));
+}
+
+TEST_F(Composition, GivenUpItLeavesTheTextAsItWas) {
+  begin("ab", 1);
+  user.compose("k");
+  user.compose("");
+  EXPECT_EQ(field->stringValue(), "ab");
+  EXPECT_FALSE(editor()->hasMarkedText());
+  EXPECT_FALSE(editor()->undoManager()->canUndo());
+}
+
+TEST_F(Composition, IsOneStepToUndo) {
+  begin("ab");
+  user.compose("k");
+  user.compose("ka");
+  user.commit("\u304B");
+  EXPECT_EQ(field->stringValue(), "\u304B");
+  user.pressKey("z", control);
+  EXPECT_EQ(field->stringValue(), "ab");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 2}));
+}
+
+TEST_F(Composition, StaysWhenTheKeysOrThePointerGoElsewhere) {
+  begin("ab", 2);
+  user.compose("k");
+  user.click(*window, placeOf(0));
+  EXPECT_FALSE(editor()->hasMarkedText());
+  EXPECT_EQ(field->stringValue(), "abk");
+  EXPECT_EQ(nativeOf(*window).discardsOfMarkedText(), 1);
+  user.compose("m");
+  window->makeFirstResponder(nullptr);
+  EXPECT_EQ(field->stringValue(), "mabk");
+  EXPECT_EQ(nativeOf(*window).discardsOfMarkedText(), 2);
+}
+
+TEST_F(Composition, AKeyThatTheInputMethodLeavesComesBehindIt) {
+  begin();
+  user.compose("k");
+  user.type("x");
+  EXPECT_EQ(field->stringValue(), "kx");
+  EXPECT_FALSE(editor()->hasMarkedText());
+}
+
+TEST_F(Composition, AReplacementRangeIsReplaced) {
+  begin("teh end", 3);
+  editor()->insertText("the", {0, 3});
+  EXPECT_EQ(field->stringValue(), "the end");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
+}
+
+TEST_F(Composition, TellsTheDesktopWhereTheCaretIs) {
+  begin("abc", 2);
+  const CGRect rect = editor()->firstRectForCharacterRange({2, 0});
+  const CGPoint corner = window->convertPointToScreen({20 + 5 + 13, 0});
+  EXPECT_EQ(rect.origin.x, corner.x);
+  EXPECT_EQ(editor()->firstRectForCharacterRange({0, 2}).size.width, 13);
+  EXPECT_EQ(editor()->characterIndexForPoint({CGRectGetMidX(rect), CGRectGetMidY(rect)}), 2u);
+  const int before = nativeOf(*window).textInputChanges();
+  user.pressKey(NSLeftArrowFunctionKey);
+  EXPECT_GT(nativeOf(*window).textInputChanges(), before);
+}

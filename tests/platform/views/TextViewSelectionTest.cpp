@@ -1,0 +1,239 @@
+#include "platform/views/TextViewSelection.h"
+
+#include "platform/graphics/NSColor.h"
+#include "platform/views/NSClipView.h"
+#include "tests/harness/FieldWorld.h"
+#include "tests/harness/recordingOf.h"
+
+using namespace platform;
+
+namespace {
+
+using Mouse = harness::FieldWorld;
+
+class Caret : public harness::FieldWorld {
+ protected:
+  // What was filled while the clock went on by the time.
+  harness::Lines fills(double seconds) {
+    desktop.settle();
+    nativeOf(*window).forgetPaints();
+    desktop.advance(seconds);
+    harness::Lines all;
+    for (const auto& paint : nativeOf(*window).paints())
+      for (const std::string& line : paint.lines)
+        if (line.starts_with(R"({"op":"fill",)")) all.push_back(line);
+    return all;
+  }
+  CGRect clip() const { return editor()->superview()->bounds(); }
+};
+
+}  // namespace
+
+TEST_F(Mouse, TheFirstClickPlacesTheCaret) {
+  field->setStringValue("one two");
+  user.click(*window, placeOf(3));
+  ASSERT_TRUE(editor());
+  EXPECT_EQ(window->firstResponder(), editor().get());
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
+  desktop.advance(1);
+  user.click(*window, placeOf(5));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{5, 0}));
+}
+
+TEST_F(Mouse, AClickBesideTheTextGoesToItsNearerEnd) {
+  field->setStringValue("abc");
+  user.click(*window, {125, 112});
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
+  desktop.advance(1);
+  user.click(*window, {21, 101});  // on the frame
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 0}));
+  EXPECT_TRUE(delegate->calls.empty());
+}
+
+TEST_F(Mouse, ADragSelectsFromWhereItBegan) {
+  field->setStringValue("one two");
+  user.press(*window, placeOf(3));
+  user.dragTo(placeOf(6));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 3}));
+  user.dragTo(placeOf(1));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 2}));
+  user.dragTo({500, 10});
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 4}));
+  user.release();
+  user.dragTo(placeOf(1));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 4}));
+}
+
+TEST_F(Mouse, ADoubleClickSelectsAWordAndItsDragGoesOnByWords) {
+  field->setStringValue("one two thr");
+  user.click(*window, placeOf(5));
+  user.press(*window, placeOf(5));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{4, 3}));
+  user.dragTo(placeOf(9));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{4, 7}));
+  user.dragTo(placeOf(1));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 7}));
+  user.release();
+}
+
+TEST_F(Mouse, ADoubleClickBetweenWordsSelectsTheBlanks) {
+  field->setStringValue("a   b");
+  user.click(*window, placeOf(2));
+  user.click(*window, placeOf(2));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 3}));
+}
+
+TEST_F(Mouse, AThirdClickSelectsAll) {
+  field->setStringValue("one two");
+  for (int i = 0; i < 3; ++i) user.click(*window, placeOf(2));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 7}));
+}
+
+TEST_F(Mouse, AShiftClickGoesOnFromTheAnchor) {
+  field->setStringValue("one two");
+  user.click(*window, placeOf(2));
+  desktop.advance(1);
+  user.press(*window, placeOf(6), {.modifiers = NSEventModifierFlagShift});
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{2, 4}));
+  user.dragTo(placeOf(0));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 2}));
+}
+
+TEST_F(Mouse, ThePointerOverATextIsAnIBeam) {
+  user.moveTo(*window, {60, 110});
+  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::IBeam);
+  user.moveTo(*window, {190, 10});
+  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::Arrow);
+  begin("abc");
+  user.moveTo(*window, {60, 110});
+  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::IBeam);
+}
+
+// The caret and what is selected, as they are drawn.
+
+TEST_F(Caret, BlinksOnTheBackendsClock) {
+  begin("abc", 1);
+  EXPECT_TRUE(editor()->isCaretShown());
+  desktop.advance(0.5);
+  EXPECT_FALSE(editor()->isCaretShown());
+  desktop.advance(0.5);
+  EXPECT_TRUE(editor()->isCaretShown());
+}
+
+TEST_F(Caret, ABlinkRedrawsItsPlaceAndNoMore) {
+  begin("abc", 1);
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  desktop.advance(0.5);
+  ASSERT_EQ(nativeOf(*window).paints().size(), 1u);
+  const auto& dirty = nativeOf(*window).paints()[0].dirty;
+  ASSERT_EQ(dirty.size(), 1u);
+  EXPECT_LE(dirty[0].size.width, 2);
+  EXPECT_LE(dirty[0].size.height, 17);
+}
+
+TEST_F(Caret, ShowsAnewWithEveryKey) {
+  begin("abc", 1);
+  desktop.advance(0.5);
+  user.type("x");
+  EXPECT_TRUE(editor()->isCaretShown());
+  desktop.advance(0.4);
+  user.type("y");
+  desktop.advance(0.4);
+  EXPECT_TRUE(editor()->isCaretShown());
+}
+
+TEST_F(Caret, RestsWhileTheWindowIsNotTheKeyWindow) {
+  begin("abc", 1);
+  const auto second = showWindow({400, 100, 100, 100});
+  EXPECT_FALSE(editor()->isCaretShown());
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  desktop.advance(3);
+  EXPECT_TRUE(nativeOf(*window).paints().empty());
+  window->makeKeyAndOrderFront(nullptr);
+  EXPECT_TRUE(editor()->isCaretShown());
+}
+
+TEST_F(Caret, IsNotShownBesideASelectionNorAfterTheEditing) {
+  begin("abc");
+  EXPECT_FALSE(editor()->isCaretShown());
+  editor()->setSelectedRange({1, 0});
+  const auto former = editor();
+  EXPECT_TRUE(former->isCaretShown());
+  window->makeFirstResponder(nullptr);
+  EXPECT_FALSE(former->isCaretShown());
+}
+
+TEST_F(Caret, IsThereAsSoonAsAnEmptyFieldHasTheKeys) {
+  begin("");
+  EXPECT_TRUE(editor()->isCaretShown());
+}
+
+TEST_F(Caret, ASelectionsColorTellsWhetherTheKeysGoThere) {
+  begin("abc");
+  const auto colors = [&] {
+    nativeOf(*window).forgetPaints();
+    field->setNeedsDisplay(true);
+    desktop.settle();
+    harness::Lines all;
+    for (const std::string& line : nativeOf(*window).paints().at(0).lines)
+      if (line.find("electedTextBackgroundColor") != std::string::npos) all.push_back(line);
+    return all;
+  };
+  const harness::Lines key = colors();
+  ASSERT_EQ(key.size(), 1u);
+  EXPECT_NE(key[0].find("\"selectedTextBackgroundColor"), std::string::npos);
+  showWindow({400, 100, 100, 100});
+  const harness::Lines resting = colors();
+  ASSERT_EQ(resting.size(), 1u);
+  EXPECT_NE(resting[0].find("unemphasizedSelectedTextBackgroundColor"), std::string::npos);
+}
+
+TEST_F(Caret, IsAlwaysInSight) {
+  begin();
+  const auto isInSight = [&] {
+    return NSContainsRect(clip(), editor()->caretRectForIndex(editor()->selectedRange().location));
+  };
+  for (int i = 0; i < 40; ++i) {
+    user.type("x");
+    ASSERT_TRUE(isInSight()) << i;
+  }
+  EXPECT_GT(clip().origin.x, 100);
+  user.pressKey(NSHomeFunctionKey);
+  EXPECT_TRUE(isInSight());
+  EXPECT_EQ(clip().origin.x, 0);
+  user.pressKey(NSEndFunctionKey);
+  EXPECT_TRUE(isInSight());
+  for (int i = 0; i < 40; ++i) {
+    user.pressKey("\x7F");
+    ASSERT_TRUE(isInSight()) << i;
+  }
+  EXPECT_EQ(clip().origin.x, 0);
+}
+
+TEST_F(Caret, StaysInSightWhenTheFieldIsResized) {
+  begin("a text that is longer than its field is wide");
+  user.pressKey(NSEndFunctionKey);
+  field->setFrame({20, 100, 60, 24});
+  EXPECT_EQ(clip().size.width, 50);
+  user.type("x");
+  EXPECT_TRUE(NSContainsRect(clip(), editor()->caretRectForIndex(editor()->length())));
+  field->setFrame({20, 100, 160, 24});
+  EXPECT_EQ(clip().size.width, 150);
+  EXPECT_GE(editor()->frame().size.width, 150);
+}
+
+TEST_F(Caret, StandsWhereTheTextsAlignmentPutsIt) {
+  field->setAlignment(NSTextAlignmentRight);
+  begin("ab");
+  user.pressKey(NSEndFunctionKey);
+  const CGFloat width = editor()->frame().size.width;
+  EXPECT_EQ(editor()->caretRectForIndex(0).origin.x, width - 13);
+  EXPECT_EQ(editor()->caretRectForIndex(2).origin.x, width - 1);  // not behind the edge
+  field->setAlignment(NSTextAlignmentCenter);
+  begin("ab");
+  field->abortEditing();
+  field->selectText(nullptr);
+  EXPECT_EQ(editor()->caretRectForIndex(0).origin.x, (width - 13) / 2);
+}
