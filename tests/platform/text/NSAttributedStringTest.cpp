@@ -162,3 +162,15 @@ TEST(NSParagraphStyle, ACopyIsChangedAlone) {
   EXPECT_FALSE(copy->isEqual(NSParagraphStyle::defaultParagraphStyle().get()));
   EXPECT_EQ(NSParagraphStyle::defaultParagraphStyle()->alignment(), NSTextAlignmentNatural);
 }
+
+TEST(NSAttributedString, WhatIsTypedBetweenItsLikeIsOneRunWithIt) {
+  const auto text = make<NSMutableAttributedString>("ad", NSAttributes{{NSUnderlineStyleAttributeName, std::int64_t{1}}});
+  text->replaceCharactersInRange({1, 0}, u"b");
+  text->replaceCharactersInRange({2, 0}, u"c");
+  EXPECT_EQ(text->string(), "abcd");
+  EXPECT_EQ(text->runs().size(), 1u);
+  text->removeAttribute(NSUnderlineStyleAttributeName, {1, 2});
+  EXPECT_EQ(text->runs().size(), 3u);
+  text->addAttribute(NSUnderlineStyleAttributeName, std::int64_t{1}, {1, 2});
+  EXPECT_EQ(text->runs().size(), 1u);
+}
