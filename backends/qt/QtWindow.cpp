@@ -31,10 +31,10 @@ Qt::WindowFlags flagsOf(const WindowOptions& options) {
   return flags;
 }
 
+bool isOnWayland() { return QGuiApplication::platformName().startsWith("wayland"); }
+
 // A Wayland compositor places a pop-up when it appears and never again.
-bool movesOnlyWhenHidden(const QWindow& window) {
-  return window.type() == Qt::ToolTip && QGuiApplication::platformName().startsWith("wayland");
-}
+bool movesOnlyWhenHidden(const QWindow& window) { return window.type() == Qt::ToolTip && isOnWayland(); }
 
 }  // namespace
 
@@ -76,6 +76,21 @@ class QtWindow::Surface : public QRasterWindow {
     if (reappears) show();
   }
 
+  void disappear() {
+    hide();
+    sizeOnScreen_ = QSize();
+  }
+  void appear() {
+    show();
+    bringToScreen(QRect(QPoint(0, 0), size()));
+  }
+
+  void requestFocus() {
+    requestActivate();
+    // To Qt a window that was hidden may still be the one with the focus, and then nothing changes.
+    if (client_ && QGuiApplication::focusWindow() == this) client_->nativeKeyStatusChanged(true);
+  }
+
   void scheduleDisplay() {
     if (!displayTimer_.isActive()) displayTimer_.start(0);
   }
@@ -84,7 +99,7 @@ class QtWindow::Surface : public QRasterWindow {
     const platform::Ref<platform::NSWindow> window = client_->eventWindow();
     if (!window) return;
     picture_.setSize(window->frame().size, devicePixelRatio());
-    update(picture_.paint(dirty, painter));
+    bringToScreen(picture_.paint(dirty, painter));
   }
 
   QAccessibleInterface* accessibleRoot() const override {
@@ -109,6 +124,7 @@ class QtWindow::Surface : public QRasterWindow {
       scaleMayHaveChanged();
       client_->nativeDisplay();
     }
+    sizeOnScreen_ = size();
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     if (!picture_.image().isNull()) painter.drawImage(QPointF(0, 0), picture_.image());
@@ -161,6 +177,15 @@ class QtWindow::Surface : public QRasterWindow {
     }
   }
 
+  // A pop-up that has just appeared or changed its size shows something else until it is painted. Nobody sees that if the
+  // picture follows in the same breath; Wayland shows nothing before there is a picture, and does not want it so early.
+  void bringToScreen(const QRegion& changed) {
+    const bool isNew = type() == Qt::ToolTip && isVisible() && sizeOnScreen_ != size() && !isOnWayland();
+    if (!isNew) return update(changed);
+    QPaintEvent all(QRect(QPoint(0, 0), size()));
+    QCoreApplication::sendEvent(this, &all);
+  }
+
   void placeMayHaveChanged() {
     if (geometry() == qtRectOf(wanted_)) return;
     wanted_ = rectOnScreen(geometry());
@@ -183,6 +208,7 @@ class QtWindow::Surface : public QRasterWindow {
   KeptPicture picture_;
   CGRect wanted_;  // as it was asked for, or as the user or the desktop made it since
   QTimer displayTimer_;
+  QSize sizeOnScreen_;  // that the window had when it was painted last; empty since it was hidden
   double knownScale_ = devicePixelRatio();
   int depth_ = 0;  // of events that are being handled
 };
@@ -194,10 +220,10 @@ QtWindow::QtWindow(WindowClient& client, const WindowOptions& options, KeysSentE
 QtWindow::~QtWindow() = default;
 
 void QtWindow::setFrame(CGRect content) { surface_->setWantedFrame(content); }
-void QtWindow::show() { surface_->show(); }
-void QtWindow::hide() { surface_->hide(); }
+void QtWindow::show() { surface_->appear(); }
+void QtWindow::hide() { surface_->disappear(); }
 void QtWindow::raise() { surface_->raise(); }
-void QtWindow::requestKey() { surface_->requestActivate(); }
+void QtWindow::requestKey() { surface_->requestFocus(); }
 void QtWindow::setTitle(const std::string& title) { surface_->setTitle(QString::fromStdString(title)); }
 void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(shape)); }
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }

@@ -20,10 +20,6 @@ class Polygons {
     points_.clear();
     starts_.clear();
   }
-  void swap(Polygons& other) {
-    points_.swap(other.points_);
-    starts_.swap(other.starts_);
-  }
   bool isEmpty() const { return points_.empty(); }
 
   void moveTo(CGPoint p) {

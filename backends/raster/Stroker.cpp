@@ -57,9 +57,8 @@ Overlaps Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAff
 
   outline_.toDevice = toDevice;
   outline_.polygons = &polygons;
-  // The ends of a dash inside a curve go by its chord; finer ones turn them right.
-  const double tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 200) / scale;
-  Flattener<Stroker>({.visible = reach_, .tolerance = tolerance}, *this).add(path, {});
+  // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
+  Flattener<Stroker>({.visible = reach_, .tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 60) / scale}, *this).add(path, {});
   finishContour(Contour::Open);
   return isThin_ && near_.find(halfWidth_ * 2) ? Overlaps::Likely : Overlaps::Unlikely;
 }
@@ -128,6 +127,7 @@ void Stroker::finishContour(Contour contour) {
 // Cuts the line into dashes and leaves out what lies beyond reach, before anything is computed from its
 // length: a line to the end of the world has no more dashes than fit into the picture.
 void Stroker::walkContour(Contour contour) {
+  if (!dashes_.empty()) findDirections(contour);
   dash_ = 0;
   isOn_ = true;
   rest_ = dashes_.empty() ? infinite : dashes_[0];
@@ -149,6 +149,21 @@ struct Stroker::Visible {
   double before = 0, length = 0, after = 0;  // of the parts
 };
 
+// Of all points, inside curves as well, so that a dash that ends between two of them ends in the direction of the curve.
+void Stroker::findDirections(Contour contour) {
+  const std::size_t count = points_.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    StrokePoint &from = points_[i], &to = points_[i + 1 < count ? i + 1 : 0];
+    const bool isLast = i + 1 == count && contour == Contour::Open;
+    from.chord = isLast ? from.in : unit({to.x - from.x, to.y - from.y});
+    if (from.out == CGPoint{}) from.out = from.chord;
+    if (to.in == CGPoint{} && !isLast) to.in = from.chord;
+  }
+  for (StrokePoint& p : points_) {
+    if (p.corner == Corner::Smooth) p.in = p.out = unit({p.in.x + p.chord.x, p.in.y + p.chord.y});
+  }
+}
+
 void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
   const std::optional<Visible> seen = visiblePart(from, to);
   if (!seen) {
@@ -161,7 +176,12 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
   }
   const double dx = (to.x - from.x) / from.dist, dy = (to.y - from.y) / from.dist;
   const auto add = [&](double at) {
-    piece_.push_back({{seen->start.x + dx * at, seen->start.y + dy * at}, Corner::Sharp});
+    StrokePoint p({seen->start.x + dx * at, seen->start.y + dy * at}, Corner::Sharp);
+    if (!dashes_.empty()) {
+      const double t = (seen->before + at) / from.dist;
+      p.in = p.out = unit({from.out.x + (to.in.x - from.out.x) * t, from.out.y + (to.in.y - from.out.y) * t});
+    }
+    piece_.push_back(p);
   };
   if (isOn_ && piece_.empty()) {
     add(0);

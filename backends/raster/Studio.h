@@ -29,6 +29,7 @@ class RasterCanvas::Studio {
 
   void saveState();
   void restoreState();
+  void clip(CGRect rect);
   void clip(const Path& path, FillRule rule);
   void beginLayer();
   void endLayer();
@@ -61,12 +62,12 @@ class RasterCanvas::Studio {
   PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
   void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
   void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
-  bool fillWholePixels(const Path& path);
   void fillGlyphs(const GlyphRun& run, CGPoint origin);
   const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
   void resample(const ImagePixels& image, const PixelRect& box, Layer& pixels);
   static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source,
                            const PixelRect& box, Layer& pixels);
+  void fillRect(const DeviceRect& rect, Float4 color);
   bool paintsColor(const Source& source) const;
   void paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                      const std::optional<CastShadow>& shadow);

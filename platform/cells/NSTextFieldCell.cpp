@@ -1,5 +1,8 @@
 #include "platform/cells/NSTextFieldCell.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSRect.h"
@@ -17,8 +20,10 @@ const ClassInfo NSTextFieldCell::staticClassInfo{.name = "NSTextFieldCell", .bas
 
 namespace {
 
-// Between the text and the cell's edge: beside every text, and around one in a frame.
-constexpr CGFloat sideMargin = 2, bezelMargin = 3;
+// Between the text and the cell's edge: beside every text, more beside one to write in, and around one in a frame.
+constexpr CGFloat sideMargin = 2, editableSideMargin = 4, bezelMargin = 3;
+
+CGFloat sideMarginOf(const NSTextFieldCell& cell) { return cell.isEditable() ? editableSideMargin : sideMargin; }
 
 }  // namespace
 
@@ -81,12 +86,16 @@ void NSTextFieldCell::accessibilitySetValue(const AccessibilityValue& value, std
 CGSize NSTextFieldCell::cellSize() const {
   const CGSize text = NSCell::cellSize();
   const CGFloat margin = isBezeled_ ? bezelMargin : 0;
-  return {text.width + 2 * (sideMargin + margin), text.height + 2 * margin};
+  return {text.width + 2 * (sideMarginOf(*this) + margin), text.height + 2 * margin};
 }
 
 CGRect NSTextFieldCell::drawingRectForBounds(CGRect bounds) const {
   const CGFloat margin = isBezeled_ ? bezelMargin : 0;
-  return NSInsetRect(bounds, sideMargin + margin, margin);
+  const CGRect inside = NSInsetRect(bounds, sideMarginOf(*this) + margin, margin);
+  if (!isEditable_) return inside;
+  // What is edited is one line, and stands in the middle.
+  const CGFloat spare = std::floor((inside.size.height - NSAttributedString("x", plainAttributes()).size().height) / 2);
+  return NSInsetRect(inside, 0, std::max(spare, 0.0));
 }
 
 void NSTextFieldCell::placeEditor(CGRect frame, NSView& view, const Ref<NSText>& editor,

@@ -1,9 +1,11 @@
 #include "backends/qt/QtWindow.h"
 
 #include <QExposeEvent>
+#include <QScreen>
 
 #include "backends/qt/screenSpace.h"
 #include "platform/events/NSEvent.h"
+#include "platform/graphics/NSColor.h"
 #include "uikit/trackrow/PrevNextButton.h"
 #include "tests/backends/qt/QtTest.h"
 
@@ -179,6 +181,27 @@ TEST_F(QtWindowTest, BorderlessWindowIsAPopUpWithoutFocus) {
   EXPECT_TRUE(native.flags() & Qt::WindowDoesNotAcceptFocus);
   EXPECT_EQ(native.transientParent(), &qWindowOf(*parent));
   EXPECT_FALSE(popUp->isKeyWindow());
+}
+
+TEST_F(QtWindowTest, PopUpIsPaintedBeforeAnybodySeesIt) {
+  const auto parent = makeWindow();
+  const auto popUp = make<NSWindow>(CGRect{20, 30, 40, 50}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
+  popUp->setBackgroundColor(NSColor::redColor());
+  const auto isRed = [&] {
+    QWindow& native = qWindowOf(*popUp);
+    const QImage seen = native.screen()->grabWindow(native.winId()).toImage();
+    return seen.size() == native.size() * native.devicePixelRatio() && seen.pixelColor(1, 1) == QColor(Qt::red) &&
+           seen.pixelColor(seen.width() - 2, seen.height() - 2) == QColor(Qt::red);
+  };
+  // No event is handled in between.
+  parent->addChildWindow(popUp, NSWindowAbove);
+  EXPECT_TRUE(isRed());
+  popUp->setFrame({20, 10, 60, 70}, true);
+  EXPECT_TRUE(isRed());
+  popUp->orderOut(nullptr);
+  popUp->setFrame({20, 10, 80, 30}, false);
+  popUp->orderFront(nullptr);
+  EXPECT_TRUE(isRed());
 }
 
 TEST_F(QtWindowTest, ClosedByTheUserItHides) {

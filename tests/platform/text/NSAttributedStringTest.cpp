@@ -50,6 +50,15 @@ TEST(NSAttributedString, TheEffectiveRangeReachesOverRunsThatDifferInOtherAttrib
   EXPECT_EQ(range, (NSRange{0, 3}));
 }
 
+TEST(NSAttributedString, TheEffectiveRangeBeginsInAnEarlierRunOfTheSameValue) {
+  NSMutableAttributedString text("abcdef");
+  text.addAttribute(underline, std::int64_t{1}, {1, 4});
+  text.addAttribute(linkKey, std::string("x"), {3, 3});
+  NSRange range;
+  text.attributeAtIndex(underline, 4, &range);
+  EXPECT_EQ(range, (NSRange{1, 4}));
+}
+
 TEST(NSAttributedString, EnumerationVisitsStretchesWithoutTheAttributeToo) {
   NSMutableAttributedString text("abcdef");
   text.addAttribute(linkKey, std::string("x"), {1, 2});

@@ -1,0 +1,147 @@
+// A completion pop-up as a real client of the accessibility bus meets it, from a process of its own.
+#include <QProcess>
+
+#include <algorithm>
+
+#include "tests/desktop/QtDesktop.h"
+#include "tests/harness/AccessiblePlayer.h"
+#include "tests/harness/sourceFolder.h"
+
+using namespace platform;
+
+namespace {
+
+class AssistiveClient : public harness::QtDesktop, protected harness::AccessiblePlayer {
+ protected:
+  AssistiveClient() {
+    setTarget(clicks);
+    window->makeKeyAndOrderFront(nullptr);
+    listener.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  }
+  void SetUp() override {
+    ASSERT_TRUE(eventually([] { return QAccessible::isActive(); }));
+    ASSERT_TRUE(eventually([&] { return window->isKeyWindow(); }));
+    window->makeFirstResponder(field.get());
+    settle();
+  }
+  ~AssistiveClient() override {
+    listener.closeWriteChannel();
+    if (!waitFor(listener)) listener.kill();
+  }
+
+  static bool waitFor(QProcess& process) {
+    QElapsedTimer timer;
+    timer.start();
+    while (process.state() != QProcess::NotRunning && timer.elapsed() < 30000) {
+      QApplication::processEvents();
+      QThread::msleep(2);
+    }
+    return process.state() == QProcess::NotRunning;
+  }
+  static QStringList arguments(QString command, const QStringList& rest) {
+    const std::string script = harness::sourceFolder() + "/tests/desktop/assistiveClient.py";
+    return QStringList{QString::fromStdString(script), command, QCoreApplication::applicationName()} + rest;
+  }
+  // What the client prints.
+  static std::string client(const QString& command, const QStringList& rest = {}) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start("/usr/bin/python3", arguments(command, rest));
+    EXPECT_TRUE(waitFor(process)) << command.toStdString();
+    EXPECT_EQ(process.exitCode(), 0) << command.toStdString();
+    return process.readAllStandardOutput().toStdString();
+  }
+
+  void startListening() {
+    listener.start("/usr/bin/python3", arguments("listen", {}));
+    EXPECT_TRUE(eventuallyHears("listening"));
+  }
+  bool eventuallyHears(const std::string& line) {
+    return eventually([&] {
+      while (listener.canReadLine()) heard.push_back(listener.readLine().trimmed().toStdString());
+      return std::find(heard.begin(), heard.end(), line) != heard.end();
+    });
+  }
+
+  Ref<harness::ClickCount> clicks = make<harness::ClickCount>();
+  QProcess listener;
+  std::vector<std::string> heard;
+};
+
+TEST_F(AssistiveClient, FindsTheListBelowTheFieldWhileItIsShown) {
+  const std::string without =
+      "application \"desktop_tests\"\n"
+      "  frame \"Player\" active\n"
+      "    text \"\" editable focusable focused\n"
+      "    push button \"Play\" focusable\n";
+  EXPECT_EQ(client("tree"), without);
+  begin({"Abba", "Can"});
+  EXPECT_EQ(client("tree"),
+            "application \"desktop_tests\"\n"
+            "  frame \"Player\" active\n"
+            "    text \"\" editable focusable focused\n"
+            "      list \"\"\n"
+            "        list item \"Abba, by Abba\" selectable selected\n"
+            "          label \"Abba\"\n"
+            "          label \"by Abba\"\n"
+            "        list item \"Can, by Can\" selectable\n"
+            "          label \"Can\"\n"
+            "          label \"by Can\"\n"
+            "    push button \"Play\" focusable\n");
+  controller->cancelSuggestions();
+  EXPECT_EQ(client("tree"), without);
+}
+
+TEST_F(AssistiveClient, FindsARowWhereItIsOnTheScreen) {
+  begin({"Abba", "Can"});
+  const QRect row = list()->child(1)->rect();
+  const std::string expected = std::to_string(row.x()) + " " + std::to_string(row.y()) + " 200 20\n";
+  EXPECT_EQ(client("place", {"Can, by Can"}), expected);
+  // The rows hang 2 points below the field, the first one 20 points high.
+  EXPECT_EQ(row.topLeft(), of(field->cell())->rect().bottomLeft() + QPoint(0, 1 + 2 + 20));
+}
+
+TEST_F(AssistiveClient, SelectsARowByPressingAndChoosesIt) {
+  begin({"Abba", "Can"});
+  EXPECT_EQ(client("actions", {"Can, by Can"}), "Press\nchoose\n");
+  client("do", {"Can, by Can", "Press"});
+  EXPECT_EQ(controller->selectedSuggestion()->label, "Can");
+  EXPECT_EQ(clicks->count, 0);
+  const std::string tree = client("tree");
+  EXPECT_NE(tree.find("list item \"Can, by Can\" selectable selected\n"), tree.npos) << tree;
+  EXPECT_NE(tree.find("list item \"Abba, by Abba\" selectable\n"), tree.npos) << tree;
+  client("do", {"Can, by Can", "choose"});
+  EXPECT_TRUE(eventually([&] { return !controller->window()->isVisible(); }));
+  EXPECT_EQ(clicks->count, 1);
+  EXPECT_EQ(client("tree").find("list"), std::string::npos);
+}
+
+TEST_F(AssistiveClient, HearsOfTheSelectionWhileTheKeyboardStaysInTheField) {
+  startListening();
+  begin({"Abba", "Can"});
+  EXPECT_TRUE(eventuallyHears("object:children-changed:add 1 text \"\" of list \"\""));
+  EXPECT_TRUE(eventuallyHears("object:state-changed:selected 1 list item \"Abba, by Abba\""));
+  heard.clear();
+  controller->moveDown(nullptr);
+  EXPECT_TRUE(eventuallyHears("object:state-changed:selected 1 list item \"Can, by Can\""));
+  EXPECT_EQ(heard, (std::vector<std::string>{"object:state-changed:selected 0 list item \"Abba, by Abba\"",
+                                             "object:state-changed:selected 1 list item \"Can, by Can\""}));
+  suggest({"Queen"});
+  EXPECT_TRUE(eventuallyHears("object:state-changed:selected 1 list item \"Queen, by Queen\""));
+  controller->cancelSuggestions();
+  EXPECT_TRUE(eventuallyHears("object:children-changed:remove -1 text \"\" of list \"\""));
+  EXPECT_EQ(std::count_if(heard.begin(), heard.end(), [](const std::string& line) {
+              return line.find("focused") != line.npos;
+            }), 0) << testing::PrintToString(heard);
+}
+
+TEST_F(AssistiveClient, HearsOfTheFocusAndWritesIntoTheField) {
+  startListening();
+  window->makeFirstResponder(button.get());
+  EXPECT_TRUE(eventuallyHears("object:state-changed:focused 1 push button \"Play\""));
+  client("write", {"text", "new words"});
+  EXPECT_EQ(field->stringValue(), "new words");
+  EXPECT_TRUE(eventuallyHears("object:text-changed:insert 0 text \"\""));
+}
+
+}  // namespace

@@ -1,0 +1,139 @@
+#!/usr/bin/python3
+"""A client of the bus on which applications speak to screen readers.
+
+  assistiveClient.py tree APPLICATION              a line for each object: role, name in quotes, states that stand out
+  assistiveClient.py place APPLICATION NAME        x, y, width and height on the screen
+  assistiveClient.py actions APPLICATION NAME      the actions of the object
+  assistiveClient.py do APPLICATION NAME ACTION    does one of them
+  assistiveClient.py write APPLICATION ROLE TEXT   puts the text into the first object of the role
+  assistiveClient.py listen APPLICATION            "listening", then a line for each change until the input ends
+
+Debian's packages of the bus are for the system's own Python.
+"""
+import os
+import sys
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+import pyatspi  # noqa: E402
+
+STATES = {
+    pyatspi.STATE_ACTIVE: "active",
+    pyatspi.STATE_CHECKED: "checked",
+    pyatspi.STATE_EDITABLE: "editable",
+    pyatspi.STATE_FOCUSABLE: "focusable",
+    pyatspi.STATE_FOCUSED: "focused",
+    pyatspi.STATE_SELECTABLE: "selectable",
+    pyatspi.STATE_SELECTED: "selected",
+}
+EVENTS = [
+    "object:active-descendant-changed",
+    "object:children-changed",
+    "object:property-change:accessible-name",
+    "object:property-change:accessible-value",
+    "object:selection-changed",
+    "object:state-changed:focused",
+    "object:state-changed:selected",
+    "object:text-caret-moved",
+    "object:text-changed",
+]
+
+
+def application_named(name):
+    for _ in range(100):
+        for application in pyatspi.Registry.getDesktop(0):
+            if application and application.name == name:
+                return application
+        time.sleep(0.05)
+    sys.exit(f"no application is called {name}")
+
+
+def line(thing):
+    states = thing.getState().getStates()
+    words = [word for state, word in STATES.items() if state in states]
+    if pyatspi.STATE_SHOWING not in states:
+        words.append("not showing")
+    return " ".join([thing.getRoleName(), f'"{thing.name}"', *words])
+
+
+def print_tree(thing, depth):
+    print("  " * depth + line(thing))
+    for child in thing:
+        if child is None:
+            sys.exit(f"an absent child of {line(thing)}")
+        if child.parent != thing:
+            sys.exit(f"{line(child)} does not name its parent")
+        print_tree(child, depth + 1)
+
+
+def find(thing, fits):
+    if fits(thing):
+        return thing
+    for child in thing:
+        found = find(child, fits)
+        if found:
+            return found
+    return None
+
+
+def required(application, fits, what):
+    return find(application, fits) or sys.exit(f"nothing is called {what}")
+
+
+def do(thing, wanted):
+    actions = thing.queryAction()
+    for index in range(actions.nActions):
+        if actions.getName(index) == wanted:
+            if not actions.doAction(index):
+                sys.exit(f"{wanted} was refused")
+            return
+    sys.exit(f"there is no action {wanted}")
+
+
+def listen(application):
+    def heard(event):
+        if event.host_application != application:
+            return
+        about = event.any_data if event.type.is_subtype(pyatspi.EventType("object:children-changed")) else None
+        child = f' of {about.getRoleName()} "{about.name}"' if about else ""
+        print(event.type, event.detail1, event.source.getRoleName(), f'"{event.source.name}"{child}', flush=True)
+
+    pyatspi.Registry.registerEventListener(heard, *EVENTS)
+    GLib.io_add_watch(sys.stdin, GLib.PRIORITY_DEFAULT, GLib.IO_IN | GLib.IO_HUP, lambda *_: os._exit(0))
+    # The application is asked once more, so that it has heard of the listening when this is told.
+    print("listening" if application.childCount >= 0 else "", flush=True)
+    pyatspi.Registry.start()
+
+
+def main():
+    Atspi.set_timeout(5000, 15000)
+    if len(sys.argv) < 3:
+        sys.exit(__doc__)
+    command, name, *rest = sys.argv[1:]
+    application = application_named(name)
+    if command == "tree":
+        print_tree(application, 0)
+    elif command == "listen":
+        listen(application)
+    elif command == "write":
+        role, text = rest
+        field = required(application, lambda thing: thing.getRoleName() == role, role)
+        field.queryEditableText().setTextContents(text)
+    else:
+        thing = required(application, lambda thing: thing.name == rest[0], rest[0])
+        if command == "place":
+            place = thing.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+            print(place.x, place.y, place.width, place.height)
+        elif command == "actions":
+            actions = thing.queryAction()
+            print(*[actions.getName(index) for index in range(actions.nActions)], sep="\n")
+        elif command == "do":
+            do(thing, rest[1])
+        else:
+            sys.exit(__doc__)
+
+
+main()

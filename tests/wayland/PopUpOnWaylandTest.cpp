@@ -1,0 +1,102 @@
+// A completion pop-up on Wayland, by what passes between the program and the compositor: a program is not told where its
+// windows are.
+#include <unistd.h>
+
+#include <QTemporaryFile>
+#include <regex>
+
+#include "tests/desktop/QtDesktop.h"
+#include "tests/harness/AccessiblePlayer.h"
+
+using namespace platform;
+
+namespace {
+
+// Everything that is written to standard error while it lives.
+class StandardError {
+ public:
+  StandardError() : earlier_(dup(STDERR_FILENO)) {
+    EXPECT_TRUE(file_.open());
+    dup2(file_.handle(), STDERR_FILENO);
+  }
+  ~StandardError() {
+    dup2(earlier_, STDERR_FILENO);
+    close(earlier_);
+  }
+  std::string text() {
+    QFile copy(file_.fileName());
+    return copy.open(QIODevice::ReadOnly) ? copy.readAll().toStdString() : std::string();
+  }
+
+ private:
+  QTemporaryFile file_;
+  int earlier_;
+};
+
+class PopUpOnWayland : public harness::QtDesktop, protected harness::AccessiblePlayer {
+ protected:
+  PopUpOnWayland() {
+    window->makeKeyAndOrderFront(nullptr);
+    EXPECT_TRUE(eventually([&] { return qWindowOf(*window).isExposed(); }));
+  }
+
+  // What the expression finds in the traffic, once it is there; its groups.
+  std::vector<std::string> eventuallySent(const std::string& expression) {
+    std::smatch found;
+    std::string text;
+    EXPECT_TRUE(eventually([&] {
+      text = wire.text();
+      return std::regex_search(text, found, std::regex(expression));
+    })) << expression << "\n" << text;
+    return {found.begin(), found.end()};
+  }
+  // As the compositor counts, from the corner of the window with its title bar.
+  std::string placeBelowField() const {
+    const QMargins frame = qWindowOf(*window).frameMargins();
+    const CGPoint corner = field->superview()->convertPointToView(field->frame().origin, nullptr);
+    const int left = static_cast<int>(corner.x), top = static_cast<int>(window->frame().size.height - (corner.y - 2));
+    return std::to_string(left + frame.left()) + ", " + std::to_string(top + frame.top());
+  }
+
+  StandardError wire;
+};
+
+TEST_F(PopUpOnWayland, IsAChildOfTheFieldsWindowAndOpensBelowTheField) {
+  const std::string parent = eventuallySent(R"((xdg_surface@\d+)\.get_toplevel)").at(1);
+  begin({"Abba", "Can"});
+  const auto popUp = eventuallySent(R"((xdg_surface@\d+)\.get_popup\(new id (xdg_popup@\d+), (xdg_surface@\d+), )");
+  EXPECT_EQ(popUp.at(3), parent);
+  // The compositor has put it where it was asked to.
+  EXPECT_EQ(eventuallySent(popUp.at(2) + R"(\.configure\((\d+, \d+), (\d+, \d+)\))").at(1), placeBelowField());
+  EXPECT_TRUE(eventually([&] { return qWindowOf(*controller->window()).isExposed(); }));
+  // It takes no grab: the keyboard stays in the field's window.
+  EXPECT_EQ(wire.text().find(popUp.at(2) + ".grab"), std::string::npos);
+  EXPECT_TRUE(qWindowOf(*controller->window()).flags() & Qt::WindowDoesNotAcceptFocus);
+
+  controller->cancelSuggestions();
+  eventuallySent(popUp.at(2) + R"(\.destroy\(\))");
+}
+
+TEST_F(PopUpOnWayland, GrowsInItsPlace) {
+  begin({"Abba"});
+  eventuallySent(R"(create_buffer\(new id wl_buffer@\d+, \d+, 200, 20, )");
+  suggest({"Abba", "Can", "Queen"});
+  eventuallySent(R"(create_buffer\(new id wl_buffer@\d+, \d+, 200, 60, )");
+  const std::string text = wire.text();
+  EXPECT_EQ(text.find("get_popup"), text.rfind("get_popup"));
+}
+
+TEST_F(PopUpOnWayland, MovesByComingAnew) {
+  begin({"Abba"});
+  const std::string first = eventuallySent(R"(get_popup\(new id (xdg_popup@\d+))").at(1);
+  field->setFrame({40, 10, 200, 24});
+  controller->parentControlMoved();
+  eventuallySent(first + R"(\.destroy\(\)[^]*get_popup\(new id)");
+  const std::string text = wire.text(), since = text.substr(text.rfind("get_popup"));
+  std::smatch found;
+  ASSERT_TRUE(std::regex_search(since, found, std::regex(R"(new id (xdg_popup@\d+))")));
+  EXPECT_EQ(eventuallySent(R"(get_popup[^]*get_popup[^]*)" + found[1].str() + R"(\.configure\((\d+, \d+), \d+, \d+\))").at(1),
+            placeBelowField());
+}
+
+}  // namespace
