@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "platform/events/NSTextInputClient.h"
 #include "platform/text/unicode.h"
 #include "platform/windows/NSApplication.h"
 #include "platform/windows/NSWindow.h"
@@ -22,6 +23,12 @@ constexpr ButtonTypes typesOfButton[] = {{LeftMouseDown, LeftMouseDragged, LeftM
 
 constexpr double longestDoubleClick = 0.5;  // seconds
 constexpr double widestDoubleClick = 4;     // points
+
+NSTextInputClient* textWithKeys() {
+  const Ref<NSWindow> window = NSApp ? NSApp->keyWindow() : nullptr;
+  auto* text = window ? dynamic_cast<NSTextInputClient*>(window->firstResponder()) : nullptr;
+  return text && text->acceptsTextInput() ? text : nullptr;
+}
 
 }  // namespace
 
@@ -129,6 +136,15 @@ void VirtualUser::pressKey(const std::string& characters, std::uint32_t modifier
 
 void VirtualUser::pressKey(char32_t functionKey, std::uint32_t modifiers) {
   pressKey(utf8FromScalar(functionKey), modifiers);
+}
+
+void VirtualUser::compose(std::string_view text) {
+  if (NSTextInputClient* client = textWithKeys())
+    client->setMarkedText(text, {utf16FromUtf8(text).size(), 0}, noRange);
+}
+
+void VirtualUser::commit(std::string_view text) {
+  if (NSTextInputClient* client = textWithKeys()) client->insertText(text, noRange);
 }
 
 void VirtualUser::type(std::string_view text) {

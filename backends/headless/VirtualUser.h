@@ -42,6 +42,10 @@ class VirtualUser {
   void pressKey(char32_t functionKey, std::uint32_t modifiers = 0);
   // A key for each scalar of the text.
   void type(std::string_view text);
+  // As an input method does: the text is composed in place of what is being composed, and stays when it is committed. Where
+  // no text has the keys, nothing happens.
+  void compose(std::string_view text);
+  void commit(std::string_view text);
 
  private:
   void send(platform::NSEvent::Fields fields);

@@ -83,8 +83,9 @@ void blendRow(BlendMode mode, Float4* destination, const Float4* source, const f
 
 void loadRow(const std::uint32_t* pixels, Float4* out, int count) {
   for (int i = 0; i < count; ++i) {
-    const std::uint32_t p = pixels[i];
-    const Int4 channels{int(p & 0xff), int(p >> 8 & 0xff), int(p >> 16 & 0xff), int(p >> 24)};
+    // Two channels in each half, of which the second goes to the half's upper word.
+    const Long2 halves{static_cast<long long>(pixels[i] & 0xffff), static_cast<long long>(pixels[i] >> 16)};
+    const Int4 channels = reinterpret_cast<Int4>((halves | halves << 24) & 0x000000ff000000ff);
     out[i] = __builtin_convertvector(channels, Float4) * splat(1.0f / 255);
   }
 }
@@ -92,9 +93,9 @@ void loadRow(const std::uint32_t* pixels, Float4* out, int count) {
 void storeRow(const Float4* row, std::uint32_t* pixels, int count) {
   for (int i = 0; i < count; ++i) {
     const Float4 held = smaller(larger(row[i], splat(0)), splat(1));
-    const Int4 c = __builtin_convertvector(held * splat(255) + splat(0.5f), Int4);
-    pixels[i] = std::uint32_t(c[0]) | std::uint32_t(c[1]) << 8 | std::uint32_t(c[2]) << 16 |
-                std::uint32_t(c[3]) << 24;
+    const Long2 halves = reinterpret_cast<Long2>(__builtin_convertvector(held * splat(255) + splat(0.5f), Int4));
+    const Long2 pairs = halves | halves >> 24;
+    pixels[i] = std::uint32_t(pairs[0] & 0xffff) | std::uint32_t(pairs[1] & 0xffff) << 16;
   }
 }
 

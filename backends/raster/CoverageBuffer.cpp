@@ -2,12 +2,6 @@
 
 namespace backend::raster {
 
-bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
-  const float low = std::min(least, before.least), high = std::max(most, before.most);
-  return high > 1 + leastCoverage || low < -1 - leastCoverage ||
-         (high > leastCoverage && low < -leastCoverage);
-}
-
 namespace {
 
 // The row above a height, to which something reaches down: rows that it only borders on are not touched.
@@ -235,8 +229,7 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
       std::memcpy(four, &v, sizeof v);
     }
   });
-  return {std::min(std::min(least[0], least[1]), std::min(least[2], least[3])),
-          std::max(std::max(most[0], most[1]), std::max(most[2], most[3]))};
+  return {least, most};
 }
 
 void CoverageBuffer::clearRow(int row) {

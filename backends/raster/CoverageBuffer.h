@@ -49,7 +49,7 @@ class CoverageBuffer {
   static constexpr int blockSize = 4;
   // What sums of a row and the row before it have shown.
   struct Range {
-    float least = 0, most = 0;
+    Float4 least{}, most{};
     bool showsOverlap(const Range& before) const;
   };
 
@@ -97,6 +97,12 @@ class CoverageBuffer {
   WorkBuffer<std::uint8_t> overlaps_;  // one a row, 1 where polygons overlap
   OverlapResolver resolver_;
 };
+
+inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
+  const Float4 low = smaller(least, before.least), high = larger(most, before.most);
+  const Float4 one = splat(1 + leastCoverage), none = splat(leastCoverage);
+  return isAnySet((high > one) | (low < -one)) || (isAnySet(high > none) && isAnySet(low < -none));
+}
 
 template <class Sink>
 void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {

@@ -20,7 +20,7 @@ void RasterCanvas::concat(const CGAffineTransform& transform) {
   toDevice = transform.then(toDevice);
 }
 
-void RasterCanvas::clipRect(CGRect rect) { studio_->clip(Path::rect(rect), FillRule::NonZero); }
+void RasterCanvas::clipRect(CGRect rect) { studio_->clip(rect); }
 void RasterCanvas::clipPath(const Path& path, FillRule rule) { studio_->clip(path, rule); }
 
 void RasterCanvas::setFillColor(const Color& color) { studio_->state().fillColor = color; }

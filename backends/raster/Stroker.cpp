@@ -13,6 +13,9 @@ constexpr double chordTolerance = 0.010, arcTolerance = 0.006;
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
 constexpr int mostDashes = 200000;
+// Of an outline. Behind so many the rest of a dashed line stays solid, so that a wide pen with a fine pattern, each dash of
+// which reaches all over the picture, ends in time.
+constexpr std::size_t mostPointsOfDashes = 400000;
 constexpr double widestPen = 1e9;  // half a pen's width, in pixels; what AGG computes of it stays finite
 
 // A line narrower than this, in pixels, may cross another and leave no pixel that is covered twice all over.
@@ -57,9 +60,8 @@ Overlaps Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAff
 
   outline_.toDevice = toDevice;
   outline_.polygons = &polygons;
-  // The ends of a dash inside a curve go by its chord; finer ones turn them right.
-  const double tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 200) / scale;
-  Flattener<Stroker>({.visible = reach_, .tolerance = tolerance}, *this).add(path, {});
+  // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
+  Flattener<Stroker>({.visible = reach_, .tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 60) / scale}, *this).add(path, {});
   finishContour(Contour::Open);
   return isThin_ && near_.find(halfWidth_ * 2) ? Overlaps::Likely : Overlaps::Unlikely;
 }
@@ -122,12 +124,13 @@ void Stroker::finishContour(Contour contour) {
       walkContour(contour);
     }
   }
-  points_.clear();
+  clearForReuse(points_);
 }
 
 // Cuts the line into dashes and leaves out what lies beyond reach, before anything is computed from its
 // length: a line to the end of the world has no more dashes than fit into the picture.
 void Stroker::walkContour(Contour contour) {
+  if (!dashes_.empty()) findDirections(contour);
   dash_ = 0;
   isOn_ = true;
   rest_ = dashes_.empty() ? infinite : dashes_[0];
@@ -149,6 +152,21 @@ struct Stroker::Visible {
   double before = 0, length = 0, after = 0;  // of the parts
 };
 
+// Of all points, inside curves as well, so that a dash that ends between two of them ends in the direction of the curve.
+void Stroker::findDirections(Contour contour) {
+  const std::size_t count = points_.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    StrokePoint &from = points_[i], &to = points_[i + 1 < count ? i + 1 : 0];
+    const bool isLast = i + 1 == count && contour == Contour::Open;
+    from.chord = isLast ? from.in : unit({to.x - from.x, to.y - from.y});
+    if (from.out == CGPoint{}) from.out = from.chord;
+    if (to.in == CGPoint{} && !isLast) to.in = from.chord;
+  }
+  for (StrokePoint& p : points_) {
+    if (p.corner == Corner::Smooth) p.in = p.out = unit({p.in.x + p.chord.x, p.in.y + p.chord.y});
+  }
+}
+
 void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
   const std::optional<Visible> seen = visiblePart(from, to);
   if (!seen) {
@@ -161,7 +179,12 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
   }
   const double dx = (to.x - from.x) / from.dist, dy = (to.y - from.y) / from.dist;
   const auto add = [&](double at) {
-    piece_.push_back({{seen->start.x + dx * at, seen->start.y + dy * at}, Corner::Sharp});
+    StrokePoint p({seen->start.x + dx * at, seen->start.y + dy * at}, Corner::Sharp);
+    if (!dashes_.empty()) {
+      const double t = (seen->before + at) / from.dist;
+      p.in = p.out = unit({from.out.x + (to.in.x - from.out.x) * t, from.out.y + (to.in.y - from.out.y) * t});
+    }
+    piece_.push_back(p);
   };
   if (isOn_ && piece_.empty()) {
     add(0);
@@ -225,7 +248,7 @@ std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, co
 }
 
 void Stroker::nextDash() {
-  if (--dashesLeft_ <= 0) {
+  if (--dashesLeft_ <= 0 || outline_.polygons->pointCount() > mostPointsOfDashes) {
     isOn_ = true;
     rest_ = infinite;
     return;

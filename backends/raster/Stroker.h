@@ -67,6 +67,7 @@ class Stroker {
 
   void finishContour(Contour contour);
   void walkContour(Contour contour);
+  void findDirections(Contour contour);
   void walkSegment(const StrokePoint& from, const StrokePoint& to);
   struct Visible;
   std::optional<Visible> visiblePart(const StrokePoint& from, const StrokePoint& to) const;

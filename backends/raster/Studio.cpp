@@ -8,13 +8,14 @@ constexpr double chordTolerance = 0.010;   // of flattened curves, in device pix
 constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixels
 // How far outside a clip, in pixels, a layer keeps what casts a shadow into it.
 constexpr int farthestCast = 512;
+// Deeper nests of layers do not keep their memory, and others not for ever.
+constexpr std::size_t mostLayersKept = 8;
+constexpr int nestsBetweenChecks = 1024;
 
-// The rectangle that a path is, when the transform keeps it upright.
-std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform& t) {
-  if (path.shape().kind != PathShape::Kind::Rect) return std::nullopt;
+// The rectangle in device pixels, when the transform keeps it upright.
+std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
   const bool keepsAxes = (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
   if (!keepsAxes) return std::nullopt;
-  const CGRect r = path.shape().rect;
   const CGPoint a = t.apply({CGRectGetMinX(r), CGRectGetMinY(r)}),
                 b = t.apply({CGRectGetMaxX(r), CGRectGetMaxY(r)});
   if (!isUsable(a) || !isUsable(b)) return std::nullopt;
@@ -40,6 +41,10 @@ bool leavesNoMark(const Color& color, double alpha, BlendMode mode) {
   return false;
 }
 
+std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform& t) {
+  return path.shape().kind == PathShape::Kind::Rect ? uprightRect(path.shape().rect, t) : std::nullopt;
+}
+
 class PlaneWriter {
  public:
   explicit PlaneWriter(Plane& plane) : plane_(plane) {}
@@ -58,7 +63,7 @@ class PlaneWriter {
 
 void RasterCanvas::Studio::begin(Bitmap& bitmap, const View& view) {
   bitmap_ = &bitmap;
-  saved_.clear();
+  clearForReuse(saved_);
   openLayers_ = 0;
   state_ = {};
   scale_ = view.scale;
@@ -112,6 +117,12 @@ void RasterCanvas::Studio::flatten(const Path& path, const CGAffineTransform& tr
   Flattener<Polygons>({.visible = visible, .tolerance = chordTolerance}, polygons_).add(path, transform);
 }
 
+void RasterCanvas::Studio::clip(CGRect rect) {
+  if (state_.clip.box.isEmpty()) return;
+  if (const auto upright = uprightRect(rect, state_.toDevice)) return state_.clip.intersectRect(*upright);
+  clip(Path::rect(rect), FillRule::NonZero);
+}
+
 void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
   Clip& clip = state_.clip;
   if (clip.box.isEmpty()) return;
@@ -126,29 +137,34 @@ void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
 
 void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
   if (state_.clip.box.isEmpty() || leavesNoMark(state_.fillColor, state_.alpha, state_.blendMode)) return;
+  const Source color{.color = premultiplied(state_.fillColor, state_.alpha)};
+  if (paintsColor(color) && !castShadow()) {
+    if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color.color);
+  }
   const std::optional<CastShadow> shadow = castShadow();
-  if (!shadow && fillWholePixels(path)) return;
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));
-  paintPolygons({.polygons = polygons_, .rule = rule},
-                {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
+  paintPolygons({.polygons = polygons_, .rule = rule}, color, shadow);
 }
 
-// A rectangle of whole pixels that replaces what is there, as the ground of a window is: nothing to work out.
-bool RasterCanvas::Studio::fillWholePixels(const Path& path) {
-  const Float4 color = premultiplied(state_.fillColor, state_.alpha);
-  const bool replaces = state_.blendMode == BlendMode::Copy || (state_.blendMode == BlendMode::Normal && color[3] == 1);
-  if (!replaces || openLayers_ > 0 || !state_.clip.isPlain()) return false;
-  const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice);
-  if (!rect) return false;
-  Clip filled = state_.clip;
-  filled.intersectRect(*rect);
-  if (!filled.isPlain()) return false;
-  std::uint32_t pixel = 0;
-  storeRow(&color, &pixel, 1);
-  for (int y = filled.box.top; y < filled.box.bottom; ++y)
-    std::fill_n(bitmap_->row(y) + filled.box.left, filled.box.width(), pixel);
-  return true;
+// Row by row, with no need to work out coverage from sides.
+void RasterCanvas::Studio::fillRect(const DeviceRect& rect, Float4 color) {
+  const PixelRect box = rect.roundedOut().intersected(state_.clip.box);
+  if (box.isEmpty()) return;
+  // How much of a pixel lies between two edges.
+  const auto share = [](int pixel, double low, double high) {
+    return float(std::max(0.0, std::min(pixel + 1.0, high) - std::max(double(pixel), low)));
+  };
+  const int last = box.right - 1;
+  const float leftShare = share(box.left, rect.left, rect.right), rightShare = share(last, rect.left, rect.right);
+  const int from = leftShare < 1 ? box.left + 1 : box.left, to = rightShare < 1 ? last : box.right;
+  ColorPainter painter(*bitmap_, color);
+  for (int y = box.top; y < box.bottom; ++y) {
+    const float height = share(y, rect.top, rect.bottom);
+    if (from > box.left) painter.even(box.left, y, 1, height * leftShare);
+    if (from < to) painter.even(from, y, to - from, height);
+    if (to < box.right && last >= from) painter.even(last, y, 1, height * rightShare);
+  }
 }
 
 void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
@@ -233,7 +249,7 @@ void RasterCanvas::Studio::noteInLayer(const CoverageBuffer::Shape& shape, const
   if (!isAlone) return;
   layer.rule = shape.rule;
   layer.overlaps = shape.overlaps;
-  layer.shape.swap(polygons_);
+  layer.shape = polygons_;
 }
 
 // The open layer, if there is one, holds something else than one shape.
@@ -262,10 +278,14 @@ void RasterCanvas::Studio::beginLayer() {
   saveState();
   if (openLayers_ == layers_.size()) layers_.push_back(std::make_unique<OpenLayer>());
   OpenLayer& layer = *layers_[openLayers_++];
+  deepestNest_ = std::max(deepestNest_, openLayers_);
   layer.savedStates = saved_.size();
   layer.operations = 0;
   layer.shapeAlpha = 0;
-  const PixelRect most = neededBox(castShadow());
+  // A layer that will not be seen need not be painted.
+  const bool isUnseen = !(state_.alpha > 0) && !isUnbounded(state_.blendMode) && state_.blendMode != BlendMode::Copy &&
+                        state_.blendMode != BlendMode::Clear;
+  const PixelRect most = isUnseen ? PixelRect{} : neededBox(castShadow());
   layer.pixels.begin(most);
   // The clip in force is applied once, when the layer is composited.
   state_.clip = {.box = most};
@@ -292,6 +312,7 @@ void RasterCanvas::Studio::endLayer() {
       paintShadowOfLayer(layer.pixels, *shadow);
     }
   }
+  if (openLayers_ == 0) giveBackLayers();
   noteMixtureInLayer();
   const Source source{.layer = &layer.pixels, .layerAlpha = float(alpha)};
   const Painting painting{surface(), source, state_.blendMode, state_.clip};
@@ -303,6 +324,15 @@ void RasterCanvas::Studio::endLayer() {
   if (painter.box().isEmpty()) return;
   for (int y = box.top; y < box.bottom; ++y) painter.even(box.left, y, box.width(), 1);
   painter.finish();
+}
+
+// Behind an outermost layer.
+void RasterCanvas::Studio::giveBackLayers() {
+  if (layers_.size() > mostLayersKept) layers_.resize(mostLayersKept);
+  if (++nests_ < nestsBetweenChecks) return;
+  layers_.resize(std::min(layers_.size(), deepestNest_));
+  nests_ = 0;
+  deepestNest_ = 1;
 }
 
 void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {

@@ -29,6 +29,7 @@ class RasterCanvas::Studio {
 
   void saveState();
   void restoreState();
+  void clip(CGRect rect);
   void clip(const Path& path, FillRule rule);
   void beginLayer();
   void endLayer();
@@ -61,18 +62,19 @@ class RasterCanvas::Studio {
   PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
   void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
   void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
-  bool fillWholePixels(const Path& path);
   void fillGlyphs(const GlyphRun& run, CGPoint origin);
   const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
   void resample(const ImagePixels& image, const PixelRect& box, Layer& pixels);
   static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source,
                            const PixelRect& box, Layer& pixels);
+  void fillRect(const DeviceRect& rect, Float4 color);
   bool paintsColor(const Source& source) const;
   void paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                      const std::optional<CastShadow>& shadow);
   void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
   void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
                    const std::optional<CastShadow>& shadow);
+  void giveBackLayers();
   void noteMixtureInLayer();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
   void paintPlane(Plane& plane, Float4 color);
@@ -84,6 +86,8 @@ class RasterCanvas::Studio {
   std::vector<std::unique_ptr<OpenLayer>>
       layers_;  // the first openLayers_ are in use, the rest keep their memory
   std::size_t openLayers_ = 0;
+  std::size_t deepestNest_ = 1;  // of layers, since the last check of what is kept
+  int nests_ = 0;                // since then
 
   Polygons polygons_;
   Stroker stroker_;

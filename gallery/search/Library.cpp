@@ -17,10 +17,13 @@ std::vector<LibraryItem> inventedLibrary(std::size_t count, std::uint32_t seed) 
     return items[first + names.below(number)];
   };
 
-  // There are not so many names that none would come twice; the last ones then differ by a number.
+  // Some say who they are only by a number, when all names are taken.
   std::set<std::string> taken;
   while (items.size() < artistCount && items.size() < count) {
-    std::string name = names.below(3) == 0 ? names.person() : names.ensemble();
+    std::string name;
+    int tries = 0;
+    do name = names.below(6) == 0 ? names.person() : names.ensemble();
+    while (taken.contains(name) && ++tries < 20);
     while (!taken.insert(name).second) name += " " + std::to_string(2 + names.below(8));
     items.push_back({Kind::Artist, std::move(name), "Artist"});
   }

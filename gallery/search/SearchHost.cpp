@@ -5,6 +5,11 @@
 #include "gallery/search/SuggestionRow.h"
 #include "platform/foundation/NSCoder.h"
 #include "platform/foundation/memberTables.h"
+#include "platform/foundation/stopProgram.h"
+#include "platform/graphics/NSBezierPath.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSImage.h"
+#include "platform/graphics/NSRect.h"
 #include "platform/views/NSText.h"
 #include "platform/windows/NSWindow.h"
 #include "uikit/interfaceFileClasses.h"
@@ -35,14 +40,26 @@ Ref<NSTextField> makeField(CGRect frame) {
   return field;
 }
 
+// A white glyph on a tile of its kind's color.
 Ref<NSImage> pictureOf(LibraryItem::Kind kind) {
-  constexpr CGSize size{28, 28};
-  switch (kind) {
-    case LibraryItem::Kind::Artist: return ImageFactory::imageOfSimilarArtists(size);
-    case LibraryItem::Kind::Album: return ImageFactory::imageOfIconAlbum(size);
-    case LibraryItem::Kind::Track: return ImageFactory::imageOfTidalMusicIcon(size);
-  }
-  return nullptr;
+  struct Look {
+    CGFloat red, green, blue;
+    Ref<NSImage> glyph;
+  };
+  const auto look = [kind]() -> Look {
+    switch (kind) {
+      case LibraryItem::Kind::Artist: return {0.82, 0.42, 0.36, ImageFactory::imageOfMoodCelebrities()};
+      case LibraryItem::Kind::Album: return {0.33, 0.45, 0.76, ImageFactory::imageOfIconAlbum()};
+      case LibraryItem::Kind::Track: return {0.27, 0.58, 0.49, ImageFactory::imageOfTidalMusicIcon()};
+    }
+    unreachable();
+  }();
+  return NSImage::imageWithSize({28, 28}, false, [look](CGRect frame) {
+    NSColor::colorWithCalibratedRed(look.red, look.green, look.blue, 1)->setFill();
+    NSBezierPath::bezierPathWithRoundedRect(frame, 5, 5)->fill();
+    look.glyph->drawInRect(NSInsetRect(frame, 4, 4));
+    return true;
+  });
 }
 
 }  // namespace

@@ -22,7 +22,9 @@ constexpr std::array firstNames{"Maren"sv, "Ilya"sv,  "Tove"sv,  "Jonas"sv, "Am√
 constexpr std::array lastNames{"Velde"sv,   "Okafor"sv, "Lindqvist"sv, "Marais"sv,
                                "Duarte"sv,  "Hale"sv,   "Petrosyan"sv, "Quill"sv,
                                "Ashdown"sv, "Niemi"sv,  "Calloway"sv,  "Brandt"sv};
-constexpr std::array companies{" Trio"sv, " Quartet"sv, " & the Lanterns"sv, " Ensemble"sv, " Sextet"sv, " & Friends"sv};
+constexpr std::array companies{" Trio"sv,       " Quartet"sv,   " Quintet"sv, " Sextet"sv,  " Octet"sv,
+                               " Ensemble"sv,   " & Friends"sv, " Orchestra"sv, " Band"sv,  " & the Lanterns"sv,
+                               " & the Tides"sv, " Collective"sv};
 
 }  // namespace
 

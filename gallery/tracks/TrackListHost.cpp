@@ -19,6 +19,7 @@ TrackListHost::TrackListHost(std::vector<Track> tracks)
       scrollView_(make<NSScrollView>(CGRect{0, 0, 900, 600})),
       table_(make<NSTableView>(CGRect{0, 0, 888, 0})) {
   scrollView_->setHasVerticalScroller(true);
+  scrollView_->setDrawsBackground(false);  // the page's own shows
   table_->setAutoresizingMask(NSViewWidthSizable);
   scrollView_->setDocumentView(table_);
 }

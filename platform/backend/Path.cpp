@@ -34,6 +34,11 @@ void growByTurningPoints(double p0, double p1, double p2, double p3, double& low
 }  // namespace
 
 void Path::add(PathVerb verb) {
+  // Growing from nothing, one by one, takes longer than a short outline's drawing.
+  if (verbs_.capacity() == 0) {
+    verbs_.reserve(32);
+    points_.reserve(48);
+  }
   verbs_.push_back(verb);
   shape_.kind = PathShape::Kind::None;
 }

@@ -1,10 +1,14 @@
 #include "platform/cells/NSTextFieldCell.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSRect.h"
 #include "platform/events/NSEvent.h"
 #include "platform/text/NSFont.h"
+#include "platform/text/unicode.h"
 #include "platform/views/NSClipView.h"
 #include "platform/views/NSControl.h"
 #include "platform/views/NSText.h"
@@ -16,8 +20,10 @@ const ClassInfo NSTextFieldCell::staticClassInfo{.name = "NSTextFieldCell", .bas
 
 namespace {
 
-// Between the text and the cell's edge: beside every text, and around one in a frame.
-constexpr CGFloat sideMargin = 2, bezelMargin = 3;
+// Between the text and the cell's edge: beside every text, more beside one to write in, and around one in a frame.
+constexpr CGFloat sideMargin = 2, editableSideMargin = 4, bezelMargin = 3;
+
+CGFloat sideMarginOf(const NSTextFieldCell& cell) { return cell.isEditable() ? editableSideMargin : sideMargin; }
 
 }  // namespace
 
@@ -38,12 +44,38 @@ std::string NSTextFieldCell::accessibilityRole() const {
   return std::string(isEditable_ ? NSAccessibilityTextFieldRole : NSAccessibilityStaticTextRole);
 }
 
+AccessibilityValue NSTextFieldCell::accessibilityValue() const {
+  const Ref<NSText> editor = this->editor();
+  return editor ? editor->string() : stringValue();
+}
+
+AccessibilityValue NSTextFieldCell::accessibilityAttributeValue(std::string_view attribute) const {
+  if (attribute == NSAccessibilityPlaceholderValueAttribute && !placeholder_.empty()) return placeholder_;
+  const Ref<NSText> editor = this->editor();
+  const auto text = [&] { return utf16FromUtf8(editor ? editor->string() : stringValue()); };
+  if (attribute == NSAccessibilityNumberOfCharactersAttribute) return static_cast<double>(text().size());
+  if (editor) {
+    const NSRange selected = editor->selectedRange();
+    if (attribute == NSAccessibilitySelectedTextRangeAttribute) return selected;
+    if (attribute == NSAccessibilitySelectedTextAttribute)
+      return utf8FromUtf16(text().substr(selected.location, selected.length));
+    if (attribute == NSAccessibilityInsertionPointLineNumberAttribute) return 0.0;  // an edited text has one line
+  }
+  return NSCell::accessibilityAttributeValue(attribute);
+}
+
 bool NSTextFieldCell::accessibilityIsAttributeSettable(std::string_view attribute) const {
+  if (attribute == NSAccessibilitySelectedTextRangeAttribute) return editor() != nullptr;
   if (attribute == NSAccessibilityValueAttribute) return isEditable_ && isEnabled();
   return NSCell::accessibilityIsAttributeSettable(attribute);
 }
 
 void NSTextFieldCell::accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) {
+  if (forAttribute == NSAccessibilitySelectedTextRangeAttribute) {
+    const auto* range = value.as<NSRange>();
+    if (const Ref<NSText> editor = this->editor(); editor && range) editor->setSelectedRange(*range);
+    return;
+  }
   if (forAttribute != NSAccessibilityValueAttribute) return NSCell::accessibilitySetValue(value, forAttribute);
   const auto* text = value.as<std::string>();
   if (!text || !accessibilityIsAttributeSettable(forAttribute)) return;
@@ -54,12 +86,16 @@ void NSTextFieldCell::accessibilitySetValue(const AccessibilityValue& value, std
 CGSize NSTextFieldCell::cellSize() const {
   const CGSize text = NSCell::cellSize();
   const CGFloat margin = isBezeled_ ? bezelMargin : 0;
-  return {text.width + 2 * (sideMargin + margin), text.height + 2 * margin};
+  return {text.width + 2 * (sideMarginOf(*this) + margin), text.height + 2 * margin};
 }
 
 CGRect NSTextFieldCell::drawingRectForBounds(CGRect bounds) const {
   const CGFloat margin = isBezeled_ ? bezelMargin : 0;
-  return NSInsetRect(bounds, sideMargin + margin, margin);
+  const CGRect inside = NSInsetRect(bounds, sideMarginOf(*this) + margin, margin);
+  if (!isEditable_) return inside;
+  // What is edited is one line, and stands in the middle.
+  const CGFloat spare = std::floor((inside.size.height - NSAttributedString("x", plainAttributes()).size().height) / 2);
+  return NSInsetRect(inside, 0, std::max(spare, 0.0));
 }
 
 void NSTextFieldCell::placeEditor(CGRect frame, NSView& view, const Ref<NSText>& editor,
@@ -81,8 +117,8 @@ void NSTextFieldCell::placeEditor(CGRect frame, NSView& view, const Ref<NSText>&
 void NSTextFieldCell::selectWithFrame(CGRect frame, NSView& view, const Ref<NSText>& editor,
                                       const Ref<NSTextDelegate>& delegate, std::size_t start, std::size_t length) {
   placeEditor(frame, view, editor, delegate);
-  editor->setSelectedRange({start, length});
   if (view.window()) view.window()->makeFirstResponder(editor.get());
+  editor->setSelectedRange({start, length});
 }
 
 void NSTextFieldCell::editWithFrame(CGRect frame, NSView& view, const Ref<NSText>& editor,
@@ -112,6 +148,12 @@ void NSTextFieldCell::endEditing(const Ref<NSText>& editor) {
   if (controlView()) controlView()->setNeedsDisplay(true);
 }
 
+// One that is still here after its window has gone edits nothing.
+Ref<NSText> NSTextFieldCell::editor() const {
+  Ref<NSText> editor = editor_.lock();
+  return editor && editor->delegate() ? editor : nullptr;
+}
+
 // As the text's first character stands.
 NSAttributes NSTextFieldCell::attributesOfText() const {
   const auto text = attributedStringValue();
@@ -133,8 +175,7 @@ void NSTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {
 
 void NSTextFieldCell::drawInteriorWithFrame(CGRect frame, NSView&) {
   const CGRect box = titleRectForBounds(frame);
-  Ref<NSText> editor = editor_.lock();
-  if (editor && !editor->delegate()) editor = nullptr;  // its window has gone
+  const Ref<NSText> editor = this->editor();
   const auto text = attributedStringValue();
   if (editor ? !editor->string().empty() : text->length() > 0) {
     if (!editor) text->drawInRect(box);

@@ -52,10 +52,12 @@ class NSTextFieldCell : public NSCell {
   void drawWithFrame(CGRect frame, NSView& view) override;
   void drawInteriorWithFrame(CGRect frame, NSView& view) override;
 
-  // The value of one that is editable can be set.
+  // The value of one that is editable can be set, and while it is edited the selected range. A cell that is not edited has
+  // no selection. The value is what is on screen: while it is edited, the text in the editor.
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override;
-  AccessibilityValue accessibilityValue() const override { return stringValue(); }
+  AccessibilityValue accessibilityValue() const override;
+  AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
   bool accessibilityIsAttributeSettable(std::string_view attribute) const override;
   void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override;
 
@@ -63,6 +65,7 @@ class NSTextFieldCell : public NSCell {
   Ref<NSColor> plainTextColor() const override;
 
  private:
+  Ref<NSText> editor() const;  // absent while the cell is not edited
   NSAttributes attributesOfText() const;
   void placeEditor(CGRect frame, NSView& view, const Ref<NSText>& editor, const Ref<NSTextDelegate>& delegate);
 

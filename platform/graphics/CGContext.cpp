@@ -9,7 +9,7 @@
 namespace platform {
 
 void CGContext::saveState() {
-  saved_.push_back({fillPattern_, Saved::By::State});
+  saved_.push_back({patterns_, Saved::By::State});
   canvas_.saveState();
 }
 
@@ -18,7 +18,7 @@ void CGContext::restoreState() {
 }
 
 void CGContext::beginTransparencyLayer() {
-  saved_.push_back({fillPattern_, Saved::By::Layer});
+  saved_.push_back({patterns_, Saved::By::Layer});
   canvas_.beginTransparencyLayer();
 }
 
@@ -33,34 +33,79 @@ void CGContext::endTransparencyLayer() {
 
 bool CGContext::takeBack(Saved::By by) {
   if (saved_.empty() || saved_.back().by != by) return false;
-  fillPattern_ = std::move(saved_.back().fillPattern);
+  patterns_ = std::move(saved_.back().patterns);
   saved_.pop_back();
   return true;
 }
 
 void CGContext::setFillColor(const backend::Color& color) {
-  fillPattern_ = nullptr;
+  patterns_.fill = nullptr;
   canvas_.setFillColor(color);
 }
 
-void CGContext::setFillPattern(Ref<NSImage> image) { fillPattern_ = std::move(image); }
+void CGContext::setFillPattern(Ref<NSImage> image) { patterns_.fill = std::move(image); }
+
+void CGContext::setStrokeColor(const backend::Color& color) {
+  patterns_.stroke = nullptr;
+  canvas_.setStrokeColor(color);
+}
+
+void CGContext::setStrokePattern(Ref<NSImage> image) { patterns_.stroke = std::move(image); }
+
+namespace {
+
+// Which tiles touch the area, counted in columns and rows from the origin. Empty where nothing is to be seen, and for more
+// tiles than any screen has room for.
+CGRect tilesUnder(CGRect area, CGSize tile) {
+  constexpr double most = 1 << 20;
+  if (NSIsEmptyRect({{}, tile}) || NSIsEmptyRect(area)) return {};
+  const double left = std::floor(area.origin.x / tile.width), bottom = std::floor(area.origin.y / tile.height);
+  const double right = std::ceil(CGRectGetMaxX(area) / tile.width), top = std::ceil(CGRectGetMaxY(area) / tile.height);
+  const double count = (right - left) * (top - bottom);
+  return count <= most ? CGRect{left, bottom, right - left, top - bottom} : CGRect{};  // no for what is no number
+}
+
+}  // namespace
 
 void CGContext::fillPath(const backend::Path& path, backend::FillRule rule) {
-  if (!fillPattern_) {
+  const Ref<NSImage> tile = patterns_.fill;
+  if (!tile) {
     canvas_.fillPath(path, rule);
     return;
   }
-  const Ref<NSImage> tile = fillPattern_;
-  const CGSize size = tile->size();
-  const CGRect area = path.bounds();
-  if (NSIsEmptyRect({{}, size}) || NSIsEmptyRect(area)) return;
+  const CGRect tiles = tilesUnder(path.bounds(), tile->size());
+  if (NSIsEmptyRect(tiles)) return;
   const GraphicsStateScope scope(*this);
-  fillPattern_ = nullptr;
   clipPath(path, rule);
-  const double firstColumn = std::floor(area.origin.x / size.width), firstRow = std::floor(area.origin.y / size.height);
-  for (double row = firstRow; row * size.height < CGRectGetMaxY(area); ++row)
-    for (double column = firstColumn; column * size.width < CGRectGetMaxX(area); ++column)
-      tile->drawInContext(*this, {column * size.width, row * size.height, size.width, size.height});
+  drawTiles(*tile, tiles);
+}
+
+void CGContext::strokePath(const backend::Path& path, const backend::StrokeStyle& style) {
+  const Ref<NSImage> tile = patterns_.stroke;
+  if (!tile) {
+    canvas_.strokePath(path, style);
+    return;
+  }
+  const double reach = style.width / 2 * std::max(style.miterLimit, 2.0);
+  const CGRect tiles = tilesUnder(NSInsetRect(path.bounds(), -reach, -reach), tile->size());
+  if (NSIsEmptyRect(tiles)) return;
+  // A line is no clip: it is drawn first, and what is laid over it stays where the line is.
+  beginTransparencyLayer();
+  setStrokeColor({});
+  canvas_.strokePath(path, style);
+  setBlendMode(CGBlendMode::SourceIn);
+  beginTransparencyLayer();
+  drawTiles(*tile, tiles);
+  endTransparencyLayer();
+  endTransparencyLayer();
+}
+
+void CGContext::drawTiles(NSImage& tile, CGRect tiles) {
+  patterns_ = {};
+  const CGSize size = tile.size();
+  for (double row = CGRectGetMinY(tiles); row < CGRectGetMaxY(tiles); ++row)
+    for (double column = CGRectGetMinX(tiles); column < CGRectGetMaxX(tiles); ++column)
+      tile.drawInContext(*this, {column * size.width, row * size.height, size.width, size.height});
 }
 
 void CGContextSetShadowWithColor(CGContext& context, CGSize offset, CGFloat blur, const NSColor* color) {

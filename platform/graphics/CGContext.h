@@ -1,5 +1,5 @@
 // A drawing context. It keeps no pixels: it forwards to a canvas, which outlives it. What a canvas does not know, such as
-// a pattern in place of a fill color, is derived here.
+// a pattern in place of a color, is derived here.
 #pragma once
 
 #include <vector>
@@ -29,7 +29,8 @@ class CGContext {
 
   void setFillColor(const backend::Color& color);
   void setFillPattern(Ref<NSImage> image);  // laid side by side from the origin
-  void setStrokeColor(const backend::Color& color) { canvas_.setStrokeColor(color); }
+  void setStrokeColor(const backend::Color& color);
+  void setStrokePattern(Ref<NSImage> image);
   void setShadow(const backend::Shadow& shadow) { canvas_.setShadow(shadow); }
   void setAlpha(CGFloat alpha) { canvas_.setAlpha(alpha); }
   void setBlendMode(CGBlendMode mode) { canvas_.setBlendMode(mode); }
@@ -37,7 +38,7 @@ class CGContext {
   void endTransparencyLayer();  // without a begin: nothing
 
   void fillPath(const backend::Path& path, backend::FillRule rule);
-  void strokePath(const backend::Path& path, const backend::StrokeStyle& style) { canvas_.strokePath(path, style); }
+  void strokePath(const backend::Path& path, const backend::StrokeStyle& style);
   void fillGradient(const backend::Path& path, backend::FillRule rule, const backend::LinearGradient& gradient) {
     canvas_.fillGradient(path, rule, gradient);
   }
@@ -47,14 +48,20 @@ class CGContext {
   }
 
  private:
-  backend::Canvas& canvas_;
-  Ref<NSImage> fillPattern_;
+  // Absent where a color is in force.
+  struct Patterns {
+    Ref<NSImage> fill, stroke;
+  };
   struct Saved {
     enum class By { State, Layer };
-    Ref<NSImage> fillPattern;
+    Patterns patterns;
     By by;
   };
+  void drawTiles(NSImage& tile, CGRect tiles);
   bool takeBack(Saved::By by);
+
+  backend::Canvas& canvas_;
+  Patterns patterns_;
   std::vector<Saved> saved_;
 };
 

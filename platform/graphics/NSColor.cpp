@@ -186,7 +186,10 @@ void NSColor::setFill() const {
 }
 
 void NSColor::setStroke() const {
-  if (CGContext* context = NSGraphicsContext::currentCGContextIfAny()) context->setStrokeColor(components());
+  CGContext* context = NSGraphicsContext::currentCGContextIfAny();
+  if (!context) return;
+  if (isPattern()) context->setStrokePattern(pattern_);
+  else context->setStrokeColor(components());
 }
 
 void NSColor::set() const {

@@ -6,10 +6,22 @@ namespace platform {
 
 const ClassInfo NSLayoutManager::staticClassInfo{.name = "NSLayoutManager", .base = &NSObject::staticClassInfo};
 
-TextLayout NSLayoutManager::layout() const {
-  return TextLayout(*storage_, {.width = container_->size().width - 2 * container_->lineFragmentPadding(),
-                                .wrapsLines = container_->maximumNumberOfLines() != 1,
-                                .attributesOfNothing = &attributesOfNothing_});
+void NSLayoutManager::setAttributesOfNothing(NSAttributes attributes) {
+  attributesOfNothing_ = std::move(attributes);
+  invalidateLayout();
+}
+
+const TextLayout& NSLayoutManager::layout() const {
+  const Setting setting{.editCount = storage_->editCount(),
+                        .width = container_->size().width - 2 * container_->lineFragmentPadding(),
+                        .wrapsLines = container_->maximumNumberOfLines() != 1};
+  if (!kept_ || keptFor_ != setting) {
+    kept_.emplace(*storage_, TextLayout::Options{.width = setting.width,
+                                                 .wrapsLines = setting.wrapsLines,
+                                                 .attributesOfNothing = &attributesOfNothing_});
+    keptFor_ = setting;
+  }
+  return *kept_;
 }
 
 CGRect NSLayoutManager::usedRectForTextContainer(const NSTextContainer& container) const {
@@ -19,7 +31,7 @@ CGRect NSLayoutManager::usedRectForTextContainer(const NSTextContainer& containe
 
 std::size_t NSLayoutManager::characterIndexForPoint(CGPoint point, const NSTextContainer& container,
                                                     CGFloat* fraction) const {
-  const TextLayout now = layout();
+  const TextLayout& now = layout();
   const CGPoint inText{point.x - container.lineFragmentPadding(), point.y};
   const std::size_t index = now.characterAt(inText);
   if (fraction) {

@@ -1,9 +1,10 @@
 // Which character of a text stands where in its container. A glyph here is what one UTF-16 unit shows: ranges of glyphs
-// and of characters are the same. Coordinates are the container's, from its upper left corner, y down. Nothing is kept
-// between two questions; both directions and font fallback are the text engine's.
+// and of characters are the same. Coordinates are the container's, from its upper left corner, y down. Both directions and
+// font fallback are the text engine's. The lines are kept until the text or the container changes.
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "platform/text/NSTextContainer.h"
@@ -23,10 +24,12 @@ class NSLayoutManager : public NSObject {
   const Ref<NSTextStorage>& textStorage() const { return storage_; }
   const Ref<NSTextContainer>& textContainer() const { return container_; }
   // How a text without characters would look: it is one line high in them.
-  void setAttributesOfNothing(NSAttributes attributes) { attributesOfNothing_ = std::move(attributes); }
+  void setAttributesOfNothing(NSAttributes attributes);
 
-  // The text as it stands now. Its coordinates are the container's without the padding.
-  TextLayout layout() const;
+  // The text as it stands now, until the next change. Its coordinates are the container's without the padding.
+  const TextLayout& layout() const;
+  // The engine's fonts may be others than before: the lines are set anew.
+  void invalidateLayout() { kept_.reset(); }
   CGRect usedRectForTextContainer(const NSTextContainer& container) const;
 
   // The character whose box holds the point, or the nearest one; how far into the box the point lies, from 0 to 1 in the
@@ -50,6 +53,15 @@ class NSLayoutManager : public NSObject {
   Ref<NSTextStorage> storage_;
   Ref<NSTextContainer> container_;
   NSAttributes attributesOfNothing_;
+  // What the lines were set from.
+  struct Setting {
+    std::size_t editCount = 0;
+    CGFloat width = 0;
+    bool wrapsLines = true;
+    friend bool operator==(const Setting&, const Setting&) = default;
+  };
+  mutable std::optional<TextLayout> kept_;
+  mutable Setting keptFor_;
 };
 
 }  // namespace platform

@@ -8,6 +8,7 @@ namespace platform {
 const ClassInfo NSTextStorage::staticClassInfo{.name = "NSTextStorage", .base = &NSAttributedString::staticClassInfo};
 
 void NSTextStorage::edited(NSRange range, std::ptrdiff_t changeInLength) {
+  ++editCount_;
   if (!std::exchange(wasEdited_, true)) {
     editedRange_ = range;
     changeInLength_ = changeInLength;

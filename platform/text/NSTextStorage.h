@@ -28,6 +28,9 @@ class NSTextStorage : public NSMutableAttributedString {
   void beginEditing() { ++depth_; }
   void endEditing();
 
+  // Grows with each edit, also within such a pair.
+  std::size_t editCount() const { return editCount_; }
+
  protected:
   void edited(NSRange range, std::ptrdiff_t changeInLength) override;
 
@@ -35,6 +38,7 @@ class NSTextStorage : public NSMutableAttributedString {
   void tell();
 
   WeakRef<NSTextStorageDelegate> delegate_;
+  std::size_t editCount_ = 0;
   int depth_ = 0;
   bool wasEdited_ = false;
   NSRange editedRange_;

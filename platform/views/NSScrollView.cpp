@@ -6,6 +6,7 @@
 #include "platform/events/NSEvent.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSRect.h"
 #include "platform/views/NSScroller.h"
 
 namespace platform {
@@ -25,6 +26,7 @@ NSScrollView::NSScrollView(NSCoder& coder)
   setHasVerticalScroller(coder.decodeBoolForKey("hasVerticalScroller"));
   setHasHorizontalScroller(coder.decodeBoolForKey("hasHorizontalScroller"));
   autohidesScrollers_ = coder.decodeBoolForKey("autohidesScrollers");
+  drawsBackground_ = !coder.containsValueForKey("drawsBackground") || coder.decodeBoolForKey("drawsBackground");
 }
 
 void NSScrollView::didInit() {
@@ -181,7 +183,16 @@ void NSScrollView::scrollWheel(const Ref<NSEvent>& event) {
   clipView_->scrollToPoint(whole);
 }
 
-void NSScrollView::drawRect(CGRect) {
+void NSScrollView::setDrawsBackground(bool draws) {
+  drawsBackground_ = draws;
+  setNeedsDisplay(true);
+}
+
+void NSScrollView::drawRect(CGRect rect) {
+  if (drawsBackground_) {
+    NSColor::controlBackgroundColor()->setFill();
+    NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);
+  }
   if (borderType_ == NSNoBorder) return;
   NSColor::controlTextColor()->colorWithAlphaComponent(0.2)->setStroke();
   NSBezierPath::bezierPathWithRect(NSInsetRect(bounds(), 0.5, 0.5))->stroke();

@@ -13,6 +13,7 @@ class NSScrollView : public NSView {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit NSScrollView(CGRect frame);
+  // Keys besides the view's: "hasVerticalScroller", "hasHorizontalScroller", "autohidesScrollers", "drawsBackground".
   explicit NSScrollView(NSCoder& coder);
   void didInit() override;
 
@@ -31,6 +32,9 @@ class NSScrollView : public NSView {
   bool autohidesScrollers() const { return autohidesScrollers_; }
   void setAutohidesScrollers(bool hides);
   void setBorderType(NSBorderType type);
+  // True at the start: the color behind texts, where neither the document nor a scroll bar paints.
+  bool drawsBackground() const { return drawsBackground_; }
+  void setDrawsBackground(bool draws);
 
   bool isFlipped() const override { return true; }
   void drawRect(CGRect rect) override;
@@ -58,7 +62,7 @@ class NSScrollView : public NSView {
   Ref<NSClipView> clipView_;
   Ref<NSScroller> verticalScroller_, horizontalScroller_;
   NSBorderType borderType_ = NSNoBorder;
-  bool autohidesScrollers_ = false;
+  bool autohidesScrollers_ = false, drawsBackground_ = true;
   CGSize wheelRest_;  // of the way that the wheel asked for, what is less than a point
   bool isTiling_ = false;
 };

@@ -2,13 +2,16 @@
 
 #include "platform/events/NSCursor.h"
 #include "platform/events/NSTextInputClient.h"
+#include "platform/foundation/memberTables.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/windows/NSWindow.h"
 
 namespace platform {
 
-const ClassInfo NSTextField::staticClassInfo{.name = "NSTextField", .base = &NSControl::staticClassInfo};
+const Outlet NSTextField::outlets_[] = {outlet<&NSTextField::setDelegate>("delegate")};
+const ClassInfo NSTextField::staticClassInfo{
+    .name = "NSTextField", .base = &NSControl::staticClassInfo, .outlets = NSTextField::outlets_};
 
 Ref<NSCell> NSTextField::makeCell() {
   const auto cell = make<NSTextFieldCell>();
@@ -70,8 +73,12 @@ std::string NSTextField::stringValue() const {
 }
 
 void NSTextField::setStringValue(std::string_view text) {
+  const Ref<NSText> editor = currentEditor();
+  if (editor) {
+    toldText_ = text;
+    editor->setString(text);
+  }
   NSControl::setStringValue(text);
-  if (const Ref<NSText> editor = currentEditor()) editor->setString(text);
 }
 
 void NSTextField::setEnabled(bool isEnabled) {
@@ -122,6 +129,7 @@ bool NSTextField::becomeFirstResponder() {
   if (!textCell() || !window()) return false;
   // It may still be lent to somebody who has lost the keys without a word.
   window()->endEditingFor(nullptr);
+  toldText_ = NSControl::stringValue();
   textCell()->selectWithFrame(bounds(), *this, window()->fieldEditor(true, this), refTo(*this), 0, NSNotFound);
   return true;
 }
@@ -146,7 +154,21 @@ void NSTextField::textDidBeginEditing(const Ref<NSNotification>&) {
   notify(NSControlTextDidBeginEditingNotification, &NSTextFieldDelegate::controlTextDidBeginEditing);
 }
 
+void NSTextField::tellAssistiveClientsOfText() {
+  const Ref<NSText> editor = currentEditor();
+  if (!editor || editor->string() == toldText_) return;
+  toldText_ = editor->string();
+  NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
+}
+
+void NSTextField::textViewDidChangeSelection(const Ref<NSNotification>&) {
+  // The caret moves within the text that it stands in.
+  tellAssistiveClientsOfText();
+  NSAccessibilityPostNotification(cell(), NSAccessibilitySelectedTextChangedNotification);
+}
+
 void NSTextField::textDidChange(const Ref<NSNotification>&) {
+  tellAssistiveClientsOfText();
   notify(NSControlTextDidChangeNotification, &NSTextFieldDelegate::controlTextDidChange);
 }
 

@@ -36,6 +36,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
 
   // Framed and with a background, as a field to write in.
   explicit NSTextField(CGRect frame) : NSControl(frame) {}
+  // Outlet besides the control's: "delegate".
   explicit NSTextField(NSCoder& coder) : NSControl(coder) {}
   // Without frame and background, as wide as its text.
   static Ref<NSTextField> labelWithString(std::string_view text);
@@ -87,6 +88,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
   void textDidBeginEditing(const Ref<NSNotification>& notification) override;
   void textDidChange(const Ref<NSNotification>& notification) override;
   void textDidEndEditing(const Ref<NSNotification>& notification) override;
+  void textViewDidChangeSelection(const Ref<NSNotification>& notification) override;
   bool textViewDoCommandBySelector(NSTextView& editor, std::string_view selector) override;
 
  protected:
@@ -95,13 +97,16 @@ class NSTextField : public NSControl, public NSTextDelegate {
   void windowWillChange() override;
 
  private:
+  static const Outlet outlets_[];
   NSTextFieldCell* textCell() const { return dynamic_cast<NSTextFieldCell*>(cell().get()); }
   template <class Change>
   void changeTextCell(Change change);
   void notify(std::string_view name, void (NSTextFieldDelegate::*operation)(const Ref<NSNotification>&));
   void takeOver(const NSText& editor);
+  void tellAssistiveClientsOfText();
 
   WeakRef<NSTextFieldDelegate> delegate_;
+  std::string toldText_;  // what assistive clients know to be in the editor
 };
 
 }  // namespace platform

@@ -93,6 +93,8 @@ void NSTextView::setFieldEditor(bool isFieldEditor) {
 
 void NSTextView::keyDown(const Ref<NSEvent>& event) {
   const Ref<NSObject> held = shared_from_this();
+  // A key that the input method has left ends what was composed.
+  unmarkText();
   if (const std::string_view command = commandForKey(*event); !command.empty()) {
     if (!performCommand(command)) TextViewEditing::keyDown(event);
   } else if (const std::string_view typed = textOfKey(*event); !typed.empty() && isEditable()) {
@@ -137,12 +139,13 @@ void NSTextView::moveToKeyView(NSTextMovement movement) {
 
 bool NSTextView::becomeFirstResponder() {
   editingDidEnd();
+  becameFirstResponder();
   return true;
 }
 
 bool NSTextView::resignFirstResponder() {
   if (!finishEditing(wantedMovement_, Asking::Delegate)) return false;
-  keyStatusDidChange();
+  resignedFirstResponder();
   return true;
 }
 
@@ -176,8 +179,13 @@ void NSTextView::viewDidMoveToWindow() {
   if (window())
     for (const std::string_view name : {NSWindowDidBecomeKeyNotification, NSWindowDidResignKeyNotification})
       observers_.push_back(NSNotificationCenter::defaultCenter().addObserverForName(
-          name, refTo(*window()), nullptr, [this](const Ref<NSNotification>&) { keyStatusDidChange(); }));
+          name, refTo(*window()), nullptr, [this](const Ref<NSNotification>&) { keyWindowDidChange(); }));
+}
+
+void NSTextView::keyWindowDidChange() {
   keyStatusDidChange();
+  // The ring around the field says the same.
+  if (auto* field = dynamic_cast<NSView*>(delegate().get())) field->setNeedsDisplay(true);
 }
 
 std::string NSTextView::accessibilityRole() const { return std::string(NSAccessibilityTextAreaRole); }

@@ -49,6 +49,7 @@ class NSTextView : public TextViewEditing {
   bool performCommand(std::string_view selector);
   void moveToKeyView(NSTextMovement movement);
   void stopObserving();
+  void keyWindowDidChange();
 
   std::vector<Ref<NSObject>> observers_;  // of the window's key status
   NSTextMovement wantedMovement_ = NSTextMovementOther;

@@ -130,7 +130,8 @@ void TextViewEditing::deleteTo(TextMotion motion) {
     change({.range = selected, .text = {}});
     return;
   }
-  const auto [start, end] = std::minmax(selected.location, destination(motion, selected.location));
+  const std::size_t to = destination(motion, selected.location);
+  const auto [start, end] = std::minmax(selected.location, to);
   if (start == end) return;
   const EditKind kind = motion == TextMotion::Backward  ? EditKind::DeletingBackward
                         : motion == TextMotion::Forward ? EditKind::DeletingForward

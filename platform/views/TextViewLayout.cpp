@@ -72,7 +72,10 @@ std::size_t TextViewLayout::characterIndexForInsertionAtPoint(CGPoint point) con
 }
 
 CGRect TextViewLayout::caretRectForIndex(std::size_t index) const {
-  return NSOffsetRect(layoutManager_->caretRectForIndex(index), textOrigin().x, textOrigin().y);
+  CGRect caret = NSOffsetRect(layoutManager_->caretRectForIndex(index), textOrigin().x, textOrigin().y);
+  // Behind a text that ends at the right edge it would be cut off.
+  caret.origin.x = std::min(caret.origin.x, std::max(0.0, frame().size.width - caretWidth));
+  return caret;
 }
 
 std::vector<CGRect> TextViewLayout::rectsForRange(NSRange range) const {

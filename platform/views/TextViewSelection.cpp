@@ -45,7 +45,17 @@ void TextViewSelection::scrollRangeToVisible(NSRange range) {
 }
 
 bool TextViewSelection::hasKeys() const {
-  return window() && window()->isKeyWindow() && window()->firstResponder() == this;
+  return isFirstResponder_ && window() && window()->isKeyWindow();
+}
+
+void TextViewSelection::becameFirstResponder() {
+  isFirstResponder_ = true;
+  keyStatusDidChange();
+}
+
+void TextViewSelection::resignedFirstResponder() {
+  isFirstResponder_ = false;
+  keyStatusDidChange();
 }
 
 void TextViewSelection::keyStatusDidChange() {
@@ -77,7 +87,7 @@ std::size_t TextViewSelection::lineBelow(std::size_t from) const {
 std::size_t TextViewSelection::destination(TextMotion motion, std::size_t from) const {
   const std::u16string& text = textStorage()->text();
   const auto lineRange = [&]() -> NSRange {
-    const TextLayout layout = layoutManager()->layout();
+    const TextLayout& layout = layoutManager()->layout();
     NSRange range = paragraphRangeAt(text, from);
     for (const TextLayout::Line& line : layout.lines()) {
       if (from < line.start || from >= line.start + line.length) continue;
@@ -200,7 +210,9 @@ void TextViewSelection::resetCursorRects() {
 // The look.
 
 void TextViewSelection::drawRect(CGRect) {
-  if (selection_.anchor != selection_.head && window() && window()->firstResponder() == this) {
+  // The redraw may have been asked for because the desktop's font is another one.
+  layoutManager()->invalidateLayout();
+  if (selection_.anchor != selection_.head && isFirstResponder_) {
     (hasKeys() ? NSColor::selectedTextBackgroundColor() : NSColor::unemphasizedSelectedTextBackgroundColor())->setFill();
     for (const CGRect& rect : rectsForRange(selectedRange()))
       NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);

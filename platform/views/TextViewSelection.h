@@ -47,8 +47,9 @@ class TextViewSelection : public TextViewLayout {
  protected:
   // Whether the keys go to this text: it is the first responder of the key window.
   bool hasKeys() const;
-  // The first responder, the key status or the editability is another one.
-  void keyStatusDidChange();
+  void becameFirstResponder();
+  void resignedFirstResponder();
+  void keyStatusDidChange();  // of the window
   struct Selection {
     std::size_t anchor = 0, head = 0;
     friend bool operator==(const Selection&, const Selection&) = default;
@@ -72,7 +73,7 @@ class TextViewSelection : public TextViewLayout {
   Selection selection_;
   Step step_ = Step::Character;  // of the press that is going on
   NSRange pressed_;              // what it first selected
-  bool isPressed_ = false;
+  bool isPressed_ = false, isFirstResponder_ = false;
   std::optional<CGFloat> column_;  // where a series of moves up and down began
   CaretBlink blink_{[this] { setNeedsDisplayInRect(caretRectForIndex(selection_.head)); }};
 };

@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""The code in the README is the code of the examples, which every build compiles: readmeExamples.py SOURCE_FOLDER"""
+"""The C++ that the README and the pages in docs/ show is code of the examples, which every build compiles:
+readmeExamples.py SOURCE_FOLDER"""
 import os
 import re
 import sys
 
 
-def missing(readme, examples):
-    """The code blocks of the README that stand in none of the texts."""
-    blocks = re.findall(r"^```cpp\n(.*?)^```", readme, re.MULTILINE | re.DOTALL)
+def missing(page, examples):
+    """The code blocks of the page that stand in none of the texts, and how many it has."""
+    blocks = re.findall(r"^```cpp\n(.*?)^```", page, re.MULTILINE | re.DOTALL)
     return [block for block in blocks if not any(block in example for example in examples)], len(blocks)
 
 
@@ -18,10 +19,15 @@ def main(root):
 
     examples = [read(folder, name) for folder, _, names in os.walk(os.path.join(root, "examples"))
                 for name in names if name.endswith(".cpp")]
-    wrong, count = missing(read("README.md"), examples)
-    for block in wrong:
-        print(f"README.md: no example holds this code:\n{block}")
-    return 1 if wrong or not count else 0
+    pages = ["README.md"] + [os.path.join("docs", name) for name in sorted(os.listdir(os.path.join(root, "docs")))
+                             if name.endswith(".md")]
+    failed = False
+    for name in pages:
+        wrong, count = missing(read(name), examples)
+        for block in wrong:
+            print(f"{name}: no example holds this code:\n{block}")
+        failed = failed or bool(wrong) or (name == "README.md" and not count)
+    return 1 if failed else 0
 
 
 if __name__ == "__main__":

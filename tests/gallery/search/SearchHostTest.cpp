@@ -59,6 +59,18 @@ TEST_F(SearchHostTest, ShowsWhatMatchesAsOneTypesWithTheFirstRowSelected) {
   EXPECT_FALSE(isOpen());
 }
 
+TEST_F(SearchHostTest, TheTextsOfTheSelectedRowStandOnItsColorFromTheStart) {
+  user.type("am");
+  const auto rows = host->popUp()->selectedView()->superview()->subviews();
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    for (const Ref<NSView>& view : rows[i]->subviews()) {
+      const auto* field = dynamic_cast<NSTextField*>(view.get());
+      if (!field) continue;
+      EXPECT_EQ(field->cell()->backgroundStyle(), i == 0 ? NSBackgroundStyleDark : NSBackgroundStyleLight) << i;
+    }
+  }
+}
+
 TEST_F(SearchHostTest, HangsTwoPointsBelowItsFieldAndIsAsWide) {
   user.type("a");
   const CGRect frame = host->popUp()->window()->frame();

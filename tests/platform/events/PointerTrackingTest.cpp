@@ -146,6 +146,29 @@ TEST_F(PointerTrackingTest, AnAreaThatAHandlerTakesAwayGetsNoEntry) {
   EXPECT_EQ(taken(), Log{"left mouseEntered"});
 }
 
+TEST_F(PointerTrackingTest, AViewThatAHandlerTakesOutGetsNoEntry) {
+  addArea(*right);
+  right->setFrame({0, 0, 100, 100});  // in front of the left one
+  addArea(*left);
+  left->onCall = [&](const std::string& call) {
+    log.push_back("left " + call);
+    right->removeFromSuperview();
+  };
+  user.moveTo(*window, inLeft);
+  EXPECT_EQ(taken(), Log{"left mouseEntered"});
+}
+
+TEST_F(PointerTrackingTest, AnAreaThatAHandlerTakesAwayGetsNoMove) {
+  addArea(*left);
+  const auto area = addArea(*left, NSTrackingActiveAlways | NSTrackingMouseMoved | NSTrackingInVisibleRect);
+  left->onCall = [&](const std::string& call) {
+    log.push_back("left " + call);
+    left->removeTrackingArea(area);
+  };
+  user.moveTo(*window, inLeft);
+  EXPECT_EQ(taken(), Log{"left mouseEntered"});
+}
+
 TEST_F(PointerTrackingTest, AnAreaInTheVisibleRectEndsWhereASuperviewCutsItOff) {
   const auto hole = make<NSView>(CGRect{0, 0, 30, 30});
   const auto large = make<ProbeView>(CGRect{0, 0, 100, 100});

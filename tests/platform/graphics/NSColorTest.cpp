@@ -4,7 +4,9 @@
 
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSImage.h"
+#include "platform/graphics/NSRect.h"
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/pixelsOf.h"
 #include "tests/harness/recordingOf.h"
 
 using namespace platform;
@@ -159,6 +161,42 @@ TEST(NSColor, APatternOfAnEmptyImagePaintsNothing) {
                 NSColor::colorWithPatternImage(chequer({0, 4}))->setFill();
                 NSBezierPath::bezierPathWithRect({0, 0, 8, 8})->fill();
               }).empty());
+}
+
+TEST(NSColor, APatternOfEndlesslyManyTilesPaintsNothing) {
+  EXPECT_TRUE(recordingOf([] {
+                NSColor::colorWithPatternImage(chequer({4, 4}))->set();
+                NSBezierPath::bezierPathWithRect({0, 0, 1e300, 8})->fill();
+                NSBezierPath::bezierPathWithRect({0, 0, 1e9, 1e9})->stroke();
+              }).empty());
+}
+
+TEST(NSColor, APatternTilesALineAndNothingBesideIt) {
+  const auto image = NSImage::imageWithSize({4, 4}, false, [](CGRect) {
+    NSColor::redColor()->setFill();
+    NSRectFill({0, 0, 2, 4});
+    NSColor::blueColor()->setFill();
+    NSRectFill({2, 0, 2, 4});
+    return true;
+  });
+  const backend::raster::Bitmap picture = harness::pixelsOf({.width = 16, .height = 16}, [&] {
+    NSColor::greenColor()->setFill();
+    NSRectFill({0, 0, 16, 16});
+    NSColor::colorWithPatternImage(image)->setStroke();
+    const auto line = NSBezierPath::bezierPath();
+    line->moveToPoint({0, 8});
+    line->lineToPoint({16, 8});
+    line->setLineWidth(4);
+    line->stroke();
+    NSColor::blackColor()->setStroke();  // ends the pattern
+    NSBezierPath::bezierPathWithRect({0.5, 0.5, 15, 1})->stroke();
+  });
+  for (int x = 0; x < 16; ++x) {
+    const std::uint32_t expected = x % 4 < 2 ? 0xFFFF0000 : 0xFF0000FF;
+    for (const int y : {6, 9}) EXPECT_EQ(picture.pixel(x, y), expected) << x << ", " << y;
+    for (const int y : {5, 10}) EXPECT_EQ(picture.pixel(x, y), 0xFF00FF00) << x << ", " << y;
+    EXPECT_EQ(picture.pixel(x, 15), 0xFF000000) << x;
+  }
 }
 
 TEST(NSColor, SettingWithoutAContextDoesNothing) {

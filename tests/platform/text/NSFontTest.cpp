@@ -31,6 +31,7 @@ TEST_F(NSFontTest, AFamilyCanBeInstalled) {
   EXPECT_EQ(NSFont::fontWithName("Tall", 12), nullptr);
   desktop.textEngine().addFamily("Tall");
   EXPECT_NE(NSFont::fontWithName("Tall", 12), nullptr);
+  EXPECT_EQ(NSFont::fontWithName("Tall", 0)->pointSize(), 12) << "the usual size of a family";
 }
 
 TEST_F(NSFontTest, TheDescenderIsBelowTheBaseline) {

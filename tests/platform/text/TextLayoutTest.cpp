@@ -401,3 +401,55 @@ TEST_F(TextLayoutTest, ARangeOfBothDirectionsIsSeveralRectangles) {
   EXPECT_EQ(mixed.insertionIndexAt({12, 5}), 2u);  // the place between both directions is that of the first
   EXPECT_EQ(mixed.characterAt({12, 5}), 4u);
 }
+
+TEST_F(TextLayoutTest, AnUnderlineOfTextFromRightToLeftHasNoSeams) {
+  NSAttributes underlined = attributes();
+  underlined[NSUnderlineStyleAttributeName] = std::int64_t{NSUnderlineStyleSingle};
+  const Lines fills = only("fill", drawn("\u05D0\u05D1\u05D2", {0, 0, 100, 12}, underlined));
+  ASSERT_EQ(fills.size(), 1u);
+  EXPECT_NE(fills[0].find("[\"rect\",0,-2,15,1]"), std::string::npos) << fills[0];
+}
+
+TEST_F(TextLayoutTest, ARangeOfTextFromRightToLeftIsOneRectangle) {
+  EXPECT_EQ(layOut("\u05D0\u05D1\u05D2", 100).rectsOf({0, 2}), (std::vector<CGRect>{{5, 0, 10, 12}}));
+}
+
+TEST_F(TextLayoutTest, TheCaretPlaceAtTheRightOfTextFromRightToLeftIsItsStart) {
+  const TextLayout layout = layOut("\u05D0\u05D1\u05D2", 100);
+  EXPECT_EQ(layout.insertionIndexAt({15, 5}), 0u);
+  EXPECT_EQ(layout.insertionIndexAt({0, 5}), 3u);
+  EXPECT_EQ(layout.insertionIndexAt({9, 5}), 1u);
+}
+
+// Paragraphs and runs.
+
+TEST_F(TextLayoutTest, EachParagraphHasItsOwnAlignment) {
+  NSMutableAttributedString text("ab\n", attributes());
+  text.appendAttributedString(
+      NSAttributedString("cd", attributes(NSLineBreakByWordWrapping, NSTextAlignmentRight)));
+  const TextLayout layout(text, {.width = 50});
+  ASSERT_EQ(layout.lines().size(), 2u);
+  EXPECT_EQ(layout.lines()[0].x, 0);
+  EXPECT_EQ(layout.lines()[1].x, 40);
+}
+
+TEST_F(TextLayoutTest, ALineOfBlanksAloneIsAsHighAsItsFont) {
+  const TextLayout layout = layOut("    ", 5);
+  ASSERT_EQ(layout.lines().size(), 1u);
+  EXPECT_EQ(layout.size().height, 12);
+}
+
+TEST_F(TextLayoutTest, AnEllipsisLooksLikeTheTextBeforeIt) {
+  NSMutableAttributedString text("ab", attributes(NSLineBreakByTruncatingTail));
+  NSAttributes red = attributes(NSLineBreakByTruncatingTail);
+  red[NSForegroundColorAttributeName] = NSColor::redColor();
+  text.appendAttributedString(NSAttributedString("cdefgh", red));
+  const TextLayout layout(text, {.width = 20});
+  ASSERT_EQ(shown(layout), Texts{"abc…"});
+  EXPECT_TRUE(layout.lines()[0].shown->attributeAtIndex(NSForegroundColorAttributeName, 3));
+}
+
+TEST_F(TextLayoutTest, WrappedByCharactersALineBreaksInsideAWordThoughABlankIsNear) {
+  EXPECT_EQ(shown(layOut("aa bbb", 20, NSLineBreakByCharWrapping)), (Texts{"aa b", "bb"}));
+  EXPECT_EQ(shown(layOut("aa bbb", 20, NSLineBreakByWordWrapping)), (Texts{"aa", "bbb"}));
+}

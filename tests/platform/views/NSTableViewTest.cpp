@@ -183,6 +183,16 @@ TEST_F(NSTableViewTest, ARowWithoutHeightHidesNoneBehindIt) {
   EXPECT_EQ(table->frame().size.height, 60);
 }
 
+TEST_F(NSTableViewTest, RowsMayBeAllAlikeAgain) {
+  host->rows = 4;
+  host->heights = {10, 100, 20, 5};
+  table->reloadData();
+  host->heights.clear();
+  table->reloadData();
+  EXPECT_EQ(table->rectOfRow(2), (CGRect{0, 60, 200, 30}));
+  EXPECT_EQ(table->frame().size.height, 120);
+}
+
 TEST_F(NSTableViewTest, RowsFollowTheWidth) {
   scrollView->setFrame({0, 0, 160, 150});
   EXPECT_EQ(table->frame().size.width, 160);
@@ -212,6 +222,18 @@ TEST_F(NSTableViewTest, FewerRowsCutTheSelectionAndTheHover) {
   EXPECT_EQ(selected(), (Rows{1, 2}));
   EXPECT_EQ(table->hoveredRow(), std::nullopt);
   EXPECT_EQ(rowsWithViews(), (Rows{0, 1, 2}));
+}
+
+TEST_F(NSTableViewTest, ACutSelectionIsToldAndForgetsWhereItBegan) {
+  table->selectRowIndexes(NSIndexSet(NSRange{1, 5}), NSTableView::Selecting::Replaces);
+  const int before = host->selectionChanges;
+  host->rows = 3;
+  table->reloadData();
+  EXPECT_EQ(host->selectionChanges, before + 1);
+  table->reloadData();
+  EXPECT_EQ(host->selectionChanges, before + 1) << "nothing was cut";
+  click(0, NSEventModifierFlagShift);
+  EXPECT_EQ(selected(), Rows{0});
 }
 
 TEST_F(NSTableViewTest, NeitherHostIsKeptAlive) {
@@ -262,6 +284,14 @@ TEST_F(NSTableViewTest, ShiftExtendsFromWhereTheSelectionBegan) {
   EXPECT_EQ(selected(), (Rows{0, 1, 2}));
 }
 
+TEST_F(NSTableViewTest, ArrowsGoOnFromTheEndThatAShiftClickMoved) {
+  click(2);
+  click(0, NSEventModifierFlagShift);
+  EXPECT_EQ(table->selectedRow(), 0u);
+  key(NSDownArrowFunctionKey);
+  EXPECT_EQ(selected(), Rows{1});
+}
+
 TEST_F(NSTableViewTest, WithoutMultipleSelectionModifiersSelectOneRow) {
   table->setAllowsMultipleSelection(false);
   click(1);
@@ -273,11 +303,40 @@ TEST_F(NSTableViewTest, WithoutMultipleSelectionModifiersSelectOneRow) {
   EXPECT_EQ(selected(), Rows{2});
 }
 
-TEST_F(NSTableViewTest, AClickBelowTheRowsOfATableDeselects) {
+TEST_F(NSTableViewTest, DeselectingLeavesNoSelectedRow) {
   table->selectRowIndexes(NSIndexSet(1), NSTableView::Selecting::Replaces);
   table->deselectAll();
   EXPECT_EQ(selected(), Rows{});
   EXPECT_EQ(table->selectedRow(), std::nullopt);
+}
+
+TEST_F(NSTableViewTest, APressBelowTheRowsDeselects) {
+  host->rows = 3;
+  table->reloadData();
+  table->selectRowIndexes(NSIndexSet(1), NSTableView::Selecting::Replaces);
+  NSEvent::Fields press{.type = NSEventType::LeftMouseDown};
+  press.location = {100, 20};
+  press.clickCount = 1;
+  table->mouseDown(make<NSEvent>(press));  // as one that a view below it has passed on
+  EXPECT_EQ(selected(), Rows{});
+}
+
+TEST_F(NSTableViewTest, ControlTogglesAsCommandDoes) {
+  click(1);
+  click(3, NSEventModifierFlagControl);
+  click(1, NSEventModifierFlagControl);
+  EXPECT_EQ(selected(), Rows{3});
+}
+
+TEST_F(NSTableViewTest, ShiftExtendsFromTheFirstRowOfASelectionMadeByTheProgram) {
+  table->selectRowIndexes(NSIndexSet(NSRange{1, 2}), NSTableView::Selecting::Replaces);
+  click(4, NSEventModifierFlagShift);
+  EXPECT_EQ(selected(), (Rows{1, 2, 3, 4}));
+}
+
+TEST_F(NSTableViewTest, AThirdClickIsNoSecondDoubleClick) {
+  for (int i = 0; i < 3; ++i) user.click(*window, at(2));
+  EXPECT_EQ(host->doubleClicked, Rows{2});
 }
 
 TEST_F(NSTableViewTest, ADoubleClickIsToldOnceAndKeepsTheSelection) {
@@ -344,6 +403,31 @@ TEST_F(NSTableViewTest, PagesAreWhatShowsLessOneRow) {
   EXPECT_EQ(selected(), Rows{4});
 }
 
+TEST_F(NSTableViewTest, RowsThatShowInPartAreNoneOfAPage) {
+  click(2);
+  scrollTo(15);
+  key(NSPageDownFunctionKey);
+  EXPECT_EQ(selected(), Rows{5});
+}
+
+TEST_F(NSTableViewTest, APageThatReachesPastTheEndsGoesToTheEnds) {
+  click(1);
+  key(NSPageUpFunctionKey);
+  EXPECT_EQ(selected(), Rows{0});
+  key(NSEndFunctionKey);
+  key(NSUpArrowFunctionKey);
+  key(NSPageDownFunctionKey);
+  EXPECT_EQ(selected(), Rows{9999});
+}
+
+TEST_F(NSTableViewTest, OtherKeysGoUpTheChain) {
+  click(1);
+  const int before = nativeOf(*window).eventsNotTaken();
+  key('x');
+  EXPECT_EQ(nativeOf(*window).eventsNotTaken(), before + 1);
+  EXPECT_EQ(selected(), Rows{1});
+}
+
 TEST_F(NSTableViewTest, ShiftAndArrowsExtendAndShrink) {
   click(2);
   key(NSDownArrowFunctionKey, NSEventModifierFlagShift);
@@ -385,6 +469,14 @@ TEST_F(NSTableViewTest, SelectedRowsArePaintedBehindTheirViews) {
   EXPECT_TRUE(fills({0, 0, 200, 30}).empty());
 }
 
+TEST_F(NSTableViewTest, ASelectionIsPalerWhileTheKeysAreElsewhere) {
+  const auto colors = [&] { return only("setFillColor", recordingOf([&] { table->drawRect(table->bounds()); })); };
+  click(1);
+  const auto active = colors();
+  window->makeFirstResponder(nullptr);
+  EXPECT_NE(colors(), active);
+}
+
 TEST_F(NSTableViewTest, SelectingRedrawsTheRowsThatChangeOnly) {
   click(1);
   desktop.settle();
@@ -396,6 +488,14 @@ TEST_F(NSTableViewTest, SelectingRedrawsTheRowsThatChangeOnly) {
   auto dirty = nativeOf(*window).paints()[0].dirty;
   std::sort(dirty.begin(), dirty.end(), [](CGRect a, CGRect b) { return a.origin.y > b.origin.y; });
   EXPECT_EQ(dirty, (std::vector<CGRect>{{0, 90, 200, 30}, {0, 30, 200, 30}}));
+}
+
+TEST_F(NSTableViewTest, GettingTheKeysRedrawsTheSelection) {
+  table->selectRowIndexes(NSIndexSet(1), NSTableView::Selecting::Replaces);
+  desktop.settle();
+  ASSERT_FALSE(table->needsDisplay());
+  window->makeFirstResponder(table.get());
+  EXPECT_TRUE(table->needsDisplay());
 }
 
 TEST_F(NSTableViewTest, LosingTheKeysGraysTheSelection) {
@@ -432,6 +532,19 @@ TEST_F(NSTableViewTest, TheRowUnderThePointerAtTheEndOfADragIsTold) {
   EXPECT_EQ(host->hovered, Hovered{1});
   user.release();
   EXPECT_EQ(host->hovered, (Hovered{1, 3}));
+}
+
+TEST_F(NSTableViewTest, RowsHoverInAWindowThatIsNotKey) {
+  const auto other = showWindow({400, 100, 50, 50});
+  ASSERT_FALSE(window->isKeyWindow());
+  user.moveTo(*window, at(1));
+  EXPECT_EQ(host->hovered, Hovered{1});
+}
+
+TEST_F(NSTableViewTest, OneTrackingAreaServesForLife) {
+  for (CGFloat y = 0; y <= 300; y += 30) scrollTo(y);
+  scrollView->setFrame({0, 0, 160, 150});
+  EXPECT_EQ(table->trackingAreas().size(), 1u);
 }
 
 TEST_F(NSTableViewTest, AHoverChangeRedrawsNothingByItself) {

@@ -285,25 +285,51 @@ TEST_F(FieldEditing, AThousandKeysAllArrive) {
 
 // The look.
 
-TEST_F(FieldEditing, TheTextStandsWhereItWasDrawn) {
+TEST_F(FieldEditing, TheTextIsDrawnOnceAndWhereItWasBefore) {
+  desktop.setPictures(backend::headless::Pictures::Painted);
+  const auto pictured = showWindow({300, 100, 200, 150});
+  pictured->contentView()->addSubview(field);
   field->setStringValue("abc");
-  desktop.settle();
-  const auto glyphs = [&] {
-    nativeOf(*window).forgetPaints();
-    field->setNeedsDisplay(true);
+  other->selectText(nullptr);
+  // What of the text is black, in device pixels of the window's picture.
+  const auto dark = [&] {
     desktop.settle();
-    std::vector<CGPoint> origins;
-    CGAffineTransform transform;
-    for (const std::string& line : nativeOf(*window).paints().at(0).lines)
-      if (line.starts_with(R"({"op":"glyphs")")) origins.push_back({});
-    return origins.size();
+    std::vector<std::pair<int, int>> pixels;
+    const auto& picture = *nativeOf(*pictured).picture();
+    for (int y = 0; y < picture.height(); ++y)
+      for (int x = 25; x < 60; ++x)
+        if (y > 28 && y < 48 && (picture.pixel(x, y) & 0xFF) < 0x40) pixels.push_back({x, y});
+    return pixels;
   };
-  EXPECT_EQ(glyphs(), 1u);
+  const auto before = dark();
+  EXPECT_FALSE(before.empty());
   field->selectText(nullptr);
-  EXPECT_EQ(glyphs(), 1u);
-  // Five points of margin at the left and three above, in the field's own space.
-  EXPECT_EQ(editor()->convertRectToView(editor()->bounds(), field.get()), (CGRect{5, 3, 100, 18}));
-  EXPECT_EQ(editor()->caretRectForIndex(0).origin, (CGPoint{0, 0}));
+  editor()->setSelectedRange({3, 0});
+  desktop.advance(0.6);  // the caret is off
+  EXPECT_EQ(dark(), before);
+}
+
+TEST_F(FieldEditing, ARingShowsWhereTheKeysGo) {
+  const auto rings = [&] {
+    std::size_t count = 0;
+    for (const auto& paint : nativeOf(*window).paints())
+      for (const std::string& line : paint.lines)
+        if (line.find("keyboardFocusIndicatorColor") != std::string::npos) ++count;
+    nativeOf(*window).forgetPaints();
+    return count;
+  };
+  desktop.settle();
+  EXPECT_EQ(rings(), 0u);
+  begin("abc");
+  desktop.settle();
+  EXPECT_EQ(rings(), 1u);
+  const auto second = showWindow({400, 100, 100, 100});
+  desktop.settle();
+  ASSERT_FALSE(nativeOf(*window).paints().empty());
+  EXPECT_EQ(rings(), 0u);
+  window->makeKeyAndOrderFront(nullptr);
+  desktop.settle();
+  EXPECT_EQ(rings(), 1u);
 }
 
 TEST_F(FieldEditing, ThePlaceholderShowsAsLongAsNothingIsTyped) {

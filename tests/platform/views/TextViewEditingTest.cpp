@@ -150,14 +150,14 @@ TEST_F(Clipboard, PastingNothingChangesNothing) {
 
 TEST_F(Composition, StandsUnderlinedInTheTextUntilItIsCommitted) {
   begin("ab", 1);
-  editor()->setMarkedText("\u00B4", {1, 0}, noRange);
+  user.compose("\u00B4");
   EXPECT_TRUE(editor()->hasMarkedText());
   EXPECT_EQ(editor()->markedRange(), (NSRange{1, 1}));
   EXPECT_EQ(field->stringValue(), "a\u00B4" "b");
   EXPECT_TRUE(isUnderlined(1));
   EXPECT_FALSE(isUnderlined(0));
   EXPECT_FALSE(isUnderlined(2));
-  editor()->insertText("\u00E9", noRange);
+  user.commit("\u00E9");
   EXPECT_FALSE(editor()->hasMarkedText());
   EXPECT_EQ(editor()->markedRange(), noRange);
   EXPECT_EQ(field->stringValue(), "a\u00E9" "b");
@@ -167,8 +167,8 @@ TEST_F(Composition, StandsUnderlinedInTheTextUntilItIsCommitted) {
 
 TEST_F(Composition, EachStateReplacesTheOneBefore) {
   begin("x", 1);
-  editor()->setMarkedText("k", {1, 0}, noRange);
-  editor()->setMarkedText("ka", {2, 0}, noRange);
+  user.compose("k");
+  user.compose("ka");
   editor()->setMarkedText("\u304B", {0, 1}, noRange);
   EXPECT_EQ(field->stringValue(), "x\u304B");
   EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 1}));
@@ -177,8 +177,8 @@ TEST_F(Composition, EachStateReplacesTheOneBefore) {
 
 TEST_F(Composition, GivenUpItLeavesTheTextAsItWas) {
   begin("ab", 1);
-  editor()->setMarkedText("k", {1, 0}, noRange);
-  editor()->setMarkedText("", {0, 0}, noRange);
+  user.compose("k");
+  user.compose("");
   EXPECT_EQ(field->stringValue(), "ab");
   EXPECT_FALSE(editor()->hasMarkedText());
   EXPECT_FALSE(editor()->undoManager()->canUndo());
@@ -186,9 +186,9 @@ TEST_F(Composition, GivenUpItLeavesTheTextAsItWas) {
 
 TEST_F(Composition, IsOneStepToUndo) {
   begin("ab");
-  editor()->setMarkedText("k", {1, 0}, noRange);
-  editor()->setMarkedText("ka", {2, 0}, noRange);
-  editor()->insertText("\u304B", noRange);
+  user.compose("k");
+  user.compose("ka");
+  user.commit("\u304B");
   EXPECT_EQ(field->stringValue(), "\u304B");
   user.pressKey("z", control);
   EXPECT_EQ(field->stringValue(), "ab");
@@ -197,15 +197,23 @@ TEST_F(Composition, IsOneStepToUndo) {
 
 TEST_F(Composition, StaysWhenTheKeysOrThePointerGoElsewhere) {
   begin("ab", 2);
-  editor()->setMarkedText("k", {1, 0}, noRange);
+  user.compose("k");
   user.click(*window, placeOf(0));
   EXPECT_FALSE(editor()->hasMarkedText());
   EXPECT_EQ(field->stringValue(), "abk");
   EXPECT_EQ(nativeOf(*window).discardsOfMarkedText(), 1);
-  editor()->setMarkedText("m", {1, 0}, noRange);
+  user.compose("m");
   window->makeFirstResponder(nullptr);
   EXPECT_EQ(field->stringValue(), "mabk");
   EXPECT_EQ(nativeOf(*window).discardsOfMarkedText(), 2);
+}
+
+TEST_F(Composition, AKeyThatTheInputMethodLeavesComesBehindIt) {
+  begin();
+  user.compose("k");
+  user.type("x");
+  EXPECT_EQ(field->stringValue(), "kx");
+  EXPECT_FALSE(editor()->hasMarkedText());
 }
 
 TEST_F(Composition, AReplacementRangeIsReplaced) {
@@ -218,7 +226,7 @@ TEST_F(Composition, AReplacementRangeIsReplaced) {
 TEST_F(Composition, TellsTheDesktopWhereTheCaretIs) {
   begin("abc", 2);
   const CGRect rect = editor()->firstRectForCharacterRange({2, 0});
-  const CGPoint corner = window->convertPointToScreen({20 + 5 + 13, 0});
+  const CGPoint corner = window->convertPointToScreen({20 + 7 + 13, 0});
   EXPECT_EQ(rect.origin.x, corner.x);
   EXPECT_EQ(editor()->firstRectForCharacterRange({0, 2}).size.width, 13);
   EXPECT_EQ(editor()->characterIndexForPoint({CGRectGetMidX(rect), CGRectGetMidY(rect)}), 2u);

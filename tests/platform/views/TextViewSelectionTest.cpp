@@ -165,6 +165,11 @@ TEST_F(Caret, IsNotShownBesideASelectionNorAfterTheEditing) {
   EXPECT_FALSE(former->isCaretShown());
 }
 
+TEST_F(Caret, IsThereAsSoonAsAnEmptyFieldHasTheKeys) {
+  begin("");
+  EXPECT_TRUE(editor()->isCaretShown());
+}
+
 TEST_F(Caret, ASelectionsColorTellsWhetherTheKeysGoThere) {
   begin("abc");
   const auto colors = [&] {
@@ -211,12 +216,12 @@ TEST_F(Caret, StaysInSightWhenTheFieldIsResized) {
   begin("a text that is longer than its field is wide");
   user.pressKey(NSEndFunctionKey);
   field->setFrame({20, 100, 60, 24});
-  EXPECT_EQ(clip().size.width, 50);
+  EXPECT_EQ(clip().size.width, 46);
   user.type("x");
   EXPECT_TRUE(NSContainsRect(clip(), editor()->caretRectForIndex(editor()->length())));
   field->setFrame({20, 100, 160, 24});
-  EXPECT_EQ(clip().size.width, 150);
-  EXPECT_GE(editor()->frame().size.width, 150);
+  EXPECT_EQ(clip().size.width, 146);
+  EXPECT_GE(editor()->frame().size.width, 146);
 }
 
 TEST_F(Caret, StandsWhereTheTextsAlignmentPutsIt) {
@@ -225,6 +230,7 @@ TEST_F(Caret, StandsWhereTheTextsAlignmentPutsIt) {
   user.pressKey(NSEndFunctionKey);
   const CGFloat width = editor()->frame().size.width;
   EXPECT_EQ(editor()->caretRectForIndex(0).origin.x, width - 13);
+  EXPECT_EQ(editor()->caretRectForIndex(2).origin.x, width - 1);  // not behind the edge
   field->setAlignment(NSTextAlignmentCenter);
   begin("ab");
   field->abortEditing();

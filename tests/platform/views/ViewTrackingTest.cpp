@@ -256,6 +256,15 @@ TEST_F(ViewTrackingTest, ThePointerWearsTheCursorOfTheRectangleUnderIt) {
   EXPECT_EQ(v->resets, 1);
 }
 
+TEST_F(ViewTrackingTest, OfCursorRectanglesThatOverlapTheLaterOneCounts) {
+  const auto view = make<NSView>(CGRect{0, 0, 100, 100});
+  view->addCursorRect({0, 0, 50, 50}, NSCursor::pointingHandCursor());
+  view->addCursorRect({20, 20, 50, 50}, NSCursor::arrowCursor());
+  EXPECT_EQ(view->cursorAt({10, 10}), NSCursor::pointingHandCursor());
+  EXPECT_EQ(view->cursorAt({30, 30}), NSCursor::arrowCursor());
+  EXPECT_EQ(view->cursorAt({90, 90}), nullptr);
+}
+
 TEST_F(ViewTrackingTest, CursorRectanglesAreAskedForAgainWhenTheyAreInvalid) {
   const auto v = make<HandView>(CGRect{50, 50, 40, 40});
   window = showWindowWith(v);

@@ -1,0 +1,214 @@
+#include "backends/qt/textInput.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QInputMethodEvent>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "backends/qt/QtViewWidget.h"
+#include "platform/events/NSTextInputClient.h"
+#include "platform/views/NSTextField.h"
+#include "platform/views/NSTextView.h"
+#include "tests/backends/qt/QtTest.h"
+
+namespace backend::qt {
+
+using namespace platform;
+
+namespace {
+
+// A field in a window of ours, or in a widget of a program.
+class TextInput : public QtTest {
+ protected:
+  QWindow& showInWindow() {
+    window = make<NSWindow>(CGRect{100, 200, 200, 100}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+    window->contentView()->addSubview(field);
+    window->makeKeyAndOrderFront(nullptr);
+    settle();
+    field->selectText(nullptr);
+    return qWindowOf(*window);
+  }
+  QtViewWidget& showInWidget() {
+    topLevel = std::make_unique<QWidget>();
+    auto* layout = new QVBoxLayout(topLevel.get());
+    auto* widget = new QtViewWidget(field);
+    layout->addWidget(widget);
+    topLevel->show();
+    topLevel->activateWindow();
+    settle();
+    field->selectText(nullptr);
+    settle();
+    return *widget;
+  }
+
+  static void compose(QObject& receiver, const QString& preedit, const QString& commit = {}) {
+    QInputMethodEvent event(preedit, {});
+    if (!commit.isNull()) event.setCommitString(commit);
+    QCoreApplication::sendEvent(&receiver, &event);
+  }
+  static QVariant asked(QObject& receiver, Qt::InputMethodQuery query) {
+    QInputMethodQueryEvent event(query);
+    QCoreApplication::sendEvent(&receiver, &event);
+    return event.value(query);
+  }
+
+  Ref<NSTextView> editor() const { return std::dynamic_pointer_cast<NSTextView>(field->currentEditor()); }
+
+  Ref<NSWindow> window;
+  std::unique_ptr<QWidget> topLevel;
+  Ref<NSTextField> field = make<NSTextField>(CGRect{10, 20, 150, 24});
+};
+
+}  // namespace
+
+TEST_F(TextInput, KeysAreTyped) {
+  QWindow& native = showInWindow();
+  for (const char key : std::string("Abc 1")) QTest::keyClick(&native, key, key == 'A' ? Qt::ShiftModifier : Qt::NoModifier);
+  QTest::keyClick(&native, Qt::Key_Backspace);
+  QTest::keyClick(&native, Qt::Key_Home);
+  QTest::keyClick(&native, Qt::Key_Delete);
+  EXPECT_EQ(field->stringValue(), "bc ");
+}
+
+TEST_F(TextInput, KeysAreTypedIntoAnEmbeddedField) {
+  QtViewWidget& widget = showInWidget();
+  ASSERT_TRUE(widget.hasFocus());
+  QTest::keyClicks(&widget, "abc");
+  QTest::keyClick(&widget, Qt::Key_Left, Qt::ControlModifier);
+  QTest::keyClicks(&widget, "x");
+  EXPECT_EQ(field->stringValue(), "xabc");
+}
+
+TEST_F(TextInput, AThousandKeysAllArrive) {
+  QWindow& native = showInWindow();
+  std::string all;
+  for (int i = 0; i < 1000; ++i) {
+    const char key = static_cast<char>('a' + (i % 7 == 0 ? 0 : i % 26));
+    QTest::keyClick(&native, key);
+    if (i % 10 == 0) settle();
+    all += key;
+  }
+  EXPECT_EQ(field->stringValue(), all);
+}
+
+TEST_F(TextInput, TheClipboardIsTheDesktops) {
+  QWindow& native = showInWindow();
+  QApplication::clipboard()->setText("caf\u00E9");
+  QTest::keyClick(&native, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(field->stringValue(), "caf\u00E9");
+  QTest::keyClick(&native, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&native, Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(field->stringValue(), "");
+  EXPECT_EQ(QApplication::clipboard()->text(), "caf\u00E9");
+  QTest::keyClick(&native, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(field->stringValue(), "caf\u00E9");
+  QTest::keyClick(&native, Qt::Key_Insert, Qt::ControlModifier);
+  QTest::keyClick(&native, Qt::Key_End);
+  QTest::keyClick(&native, Qt::Key_Insert, Qt::ShiftModifier);
+  EXPECT_EQ(field->stringValue(), "caf\u00E9" "caf\u00E9");
+}
+
+TEST_F(TextInput, WhatIsComposedStandsInTheTextUntilItIsCommitted) {
+  QWindow& native = showInWindow();
+  compose(native, QString::fromUtf8("\u00B4"));
+  EXPECT_TRUE(editor()->hasMarkedText());
+  EXPECT_EQ(field->stringValue(), "\u00B4");
+  compose(native, {}, QString::fromUtf8("\u00E9"));
+  EXPECT_FALSE(editor()->hasMarkedText());
+  EXPECT_EQ(field->stringValue(), "\u00E9");
+  compose(native, QString::fromUtf8("ka"));
+  compose(native, QString::fromUtf8(""));
+  EXPECT_EQ(field->stringValue(), "\u00E9");
+}
+
+TEST_F(TextInput, AnEmbeddedFieldIsComposedInAsWell) {
+  QtViewWidget& widget = showInWidget();
+  compose(widget, "n", "\u304B");
+  EXPECT_EQ(field->stringValue(), "\u304B" "n");
+  EXPECT_EQ(editor()->markedRange(), (NSRange{1, 1}));
+  EXPECT_EQ(asked(widget, Qt::ImEnabled), QVariant(true));
+}
+
+TEST_F(TextInput, ACommitMayReplaceTextAroundTheCaret) {
+  QWindow& native = showInWindow();
+  field->setStringValue("teh end");
+  editor()->setSelectedRange({3, 0});
+  QInputMethodEvent event({}, {});
+  event.setCommitString("the", -3, 3);
+  QCoreApplication::sendEvent(&native, &event);
+  EXPECT_EQ(field->stringValue(), "the end");
+}
+
+TEST_F(TextInput, InputMethodsAreToldOfTheTextWithoutWhatIsComposed) {
+  QWindow& native = showInWindow();
+  field->setStringValue("abcd");
+  editor()->setSelectedRange({1, 2});
+  EXPECT_EQ(asked(native, Qt::ImEnabled), QVariant(true));
+  EXPECT_EQ(asked(native, Qt::ImSurroundingText), QVariant("abcd"));
+  EXPECT_EQ(asked(native, Qt::ImAnchorPosition), QVariant(1));
+  EXPECT_EQ(asked(native, Qt::ImCursorPosition), QVariant(3));
+  EXPECT_EQ(asked(native, Qt::ImCurrentSelection), QVariant("bc"));
+  editor()->setSelectedRange({1, 0});
+  compose(native, "xy");
+  EXPECT_EQ(asked(native, Qt::ImSurroundingText), QVariant("abcd"));
+  EXPECT_EQ(asked(native, Qt::ImCursorPosition), QVariant(1));
+}
+
+TEST_F(TextInput, TheCaretsPlaceIsToldInTheWindowAndInTheWidget) {
+  QWindow& native = showInWindow();
+  // The field's text starts 5 points in, 3 below its top; the content is 100 points high.
+  const QRectF inWindow = asked(native, Qt::ImCursorRectangle).toRectF();
+  EXPECT_EQ(inWindow.left(), 15);
+  EXPECT_EQ(inWindow.top(), 100 - 20 - 24 + 3);
+  EXPECT_GT(inWindow.height(), 10);
+  window->close();
+  const QRectF inWidget = asked(showInWidget(), Qt::ImCursorRectangle).toRectF();
+  EXPECT_EQ(inWidget.left(), 5);
+  EXPECT_EQ(inWidget.top(), 3);
+}
+
+TEST_F(TextInput, InputMethodsRestWhereNoTextIsEdited) {
+  QWindow& native = showInWindow();
+  window->makeFirstResponder(nullptr);
+  EXPECT_EQ(asked(native, Qt::ImEnabled), QVariant(false));
+  EXPECT_FALSE(asked(native, Qt::ImSurroundingText).isValid());
+  compose(native, "x", "y");
+  EXPECT_EQ(field->stringValue(), "");
+}
+
+TEST_F(TextInput, AProgramsShortcutsGetOnlyWhatTheTextDoesNotTake) {
+  QtViewWidget& widget = showInWidget();
+  int selectAll = 0, find = 0;
+  QObject::connect(new QShortcut(QKeySequence("Ctrl+A"), topLevel.get()), &QShortcut::activated, [&] { ++selectAll; });
+  QObject::connect(new QShortcut(QKeySequence("Ctrl+F"), topLevel.get()), &QShortcut::activated, [&] { ++find; });
+  QTest::keyClicks(&widget, "abc");
+  QTest::keyClick(&widget, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&widget, Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(selectAll, 0);
+  EXPECT_EQ(find, 1);
+  EXPECT_EQ(field->stringValue(), "abc");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+}
+
+TEST_F(TextInput, TabLeavesAnEmbeddedFieldForTheProgramsNextWidget) {
+  QtViewWidget& widget = showInWidget();
+  auto* next = new QWidget;
+  next->setFocusPolicy(Qt::StrongFocus);
+  topLevel->layout()->addWidget(next);
+  next->show();
+  settle();
+  QTest::keyClicks(&widget, "abc");
+  QTest::keyClick(&widget, Qt::Key_Tab);
+  settle();
+  EXPECT_TRUE(next->hasFocus());
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  EXPECT_EQ(field->cell()->stringValue(), "abc");
+  QTest::keyClick(next, Qt::Key_Backtab, Qt::ShiftModifier);
+  settle();
+  EXPECT_TRUE(widget.hasFocus());
+  ASSERT_TRUE(editor());
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+}
+
+}  // namespace backend::qt

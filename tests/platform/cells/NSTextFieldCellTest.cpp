@@ -1,0 +1,129 @@
+#include "platform/cells/NSTextFieldCell.h"
+
+#include "platform/events/NSEvent.h"
+#include "platform/text/NSFont.h"
+#include "platform/views/NSClipView.h"
+#include "tests/harness/FieldWorld.h"
+
+using namespace platform;
+using harness::Calls;
+
+namespace {
+
+// What assistive clients are told of a field's cell.
+class TextFieldAccessibility : public harness::FieldWorld {
+ protected:
+  AccessibilityValue asked(std::string_view attribute) const {
+    return accessibilityOf(field->cell())->accessibilityAttributeValue(attribute);
+  }
+  std::string value() const { return *asked(NSAccessibilityValueAttribute).as<std::string>(); }
+};
+
+// Edits a bit further to the right than a stock one draws.
+class ShiftedCell : public NSTextFieldCell {
+ public:
+  using NSTextFieldCell::NSTextFieldCell;
+  CGRect titleRectForBounds(CGRect bounds) const override { return NSInsetRect(bounds, 10, 0); }
+  void selectWithFrame(CGRect frame, NSView& view, const Ref<NSText>& editor, const Ref<NSTextDelegate>& delegate,
+                       std::size_t start, std::size_t length) override {
+    NSTextFieldCell::selectWithFrame(titleRectForBounds(frame), view, editor, delegate, start, length);
+  }
+};
+
+using CellEditing = harness::FieldWorld;
+
+}  // namespace
+
+TEST_F(CellEditing, ACellThatMovesItsFrameMovesTheEditor) {
+  const auto cell = make<ShiftedCell>(std::string("abc"));
+  cell->setEditable(true);
+  field->setCell(cell);
+  field->selectText(nullptr);
+  // Ten points of the class's own and four of margin; a line of 15.6 points in the middle of 24.
+  EXPECT_EQ(editor()->superview()->frame(), (CGRect{14, 4, 82, 16}));
+}
+
+TEST_F(CellEditing, APressThatBeginsTheEditingIsTheEditors) {
+  const auto cell = std::dynamic_pointer_cast<NSTextFieldCell>(field->cell());
+  field->setStringValue("abc");
+  const auto press = make<NSEvent>(NSEvent::Fields{
+      .type = NSEventType::LeftMouseDown, .location = placeOf(2), .window = window, .clickCount = 1});
+  cell->editWithFrame(field->bounds(), *field, window->fieldEditor(true, field.get()), field, press);
+  ASSERT_TRUE(editor());
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{2, 0}));
+  EXPECT_EQ(window->firstResponder(), editor().get());
+}
+
+TEST_F(CellEditing, TheEditorLooksLikeTheCell) {
+  field->setFont(NSFont::systemFontOfSize(20));
+  field->setAlignment(NSTextAlignmentRight);
+  begin("");
+  EXPECT_EQ(editor()->font()->pointSize(), 20);
+  EXPECT_EQ(editor()->caretRectForIndex(0).size.height, 24);  // also without a character
+  user.type("a");
+  EXPECT_EQ(editor()->caretRectForIndex(0).origin.x, editor()->frame().size.width - 10);
+  other->selectText(nullptr);
+  EXPECT_EQ(std::dynamic_pointer_cast<NSTextView>(other->currentEditor())->font()->pointSize(), 13);
+}
+
+TEST_F(TextFieldAccessibility, TheValueIsWhatIsInTheEditor) {
+  begin("abc");
+  user.type("xy");
+  EXPECT_EQ(value(), "xy");
+  EXPECT_EQ(*asked(NSAccessibilityNumberOfCharactersAttribute).as<double>(), 2);
+  EXPECT_EQ(*asked(NSAccessibilityRoleAttribute).as<std::string>(), "AXTextField");
+  EXPECT_EQ(*asked(NSAccessibilityFocusedAttribute).as<bool>(), true);
+}
+
+TEST_F(TextFieldAccessibility, TheSelectionIsThereOnlyWhileTheFieldIsEdited) {
+  EXPECT_TRUE(asked(NSAccessibilitySelectedTextRangeAttribute).isAbsent());
+  const auto& cell = *accessibilityOf(field->cell());
+  EXPECT_FALSE(cell.accessibilityIsAttributeSettable(NSAccessibilitySelectedTextRangeAttribute));
+  begin("one two");
+  editor()->setSelectedRange({4, 3});
+  EXPECT_EQ(*asked(NSAccessibilitySelectedTextRangeAttribute).as<NSRange>(), (NSRange{4, 3}));
+  EXPECT_EQ(*asked(NSAccessibilitySelectedTextAttribute).as<std::string>(), "two");
+  EXPECT_EQ(*asked(NSAccessibilityInsertionPointLineNumberAttribute).as<double>(), 0);
+  EXPECT_TRUE(cell.accessibilityIsAttributeSettable(NSAccessibilitySelectedTextRangeAttribute));
+  accessibilityOf(field->cell())->accessibilitySetValue(NSRange{1, 2}, NSAccessibilitySelectedTextRangeAttribute);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 2}));
+  accessibilityOf(field->cell())->accessibilitySetValue(NSRange{90, 2}, NSAccessibilitySelectedTextRangeAttribute);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{7, 0}));
+}
+
+TEST_F(TextFieldAccessibility, AValueThatIsSetMeanwhileIsInTheEditor) {
+  begin("abc");
+  accessibilityOf(field->cell())->accessibilitySetValue("set", NSAccessibilityValueAttribute);
+  EXPECT_EQ(editor()->string(), "set");
+  EXPECT_EQ(value(), "set");
+}
+
+TEST_F(TextFieldAccessibility, ThePlaceholderIsAnAttributeOfItsOwn) {
+  EXPECT_TRUE(asked(NSAccessibilityPlaceholderValueAttribute).isAbsent());
+  field->setPlaceholderString("Search");
+  EXPECT_EQ(*asked(NSAccessibilityPlaceholderValueAttribute).as<std::string>(), "Search");
+  EXPECT_EQ(value(), "");
+}
+
+TEST_F(TextFieldAccessibility, ClientsHearOfTheTextFirstAndThenOfTheCaret) {
+  begin("ab", 2);
+  Calls heard;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      "", field->cell(), nullptr, [&](const Ref<NSNotification>& notification) { heard.push_back(notification->name()); });
+  user.type("c");
+  EXPECT_EQ(heard, (Calls{"AXValueChanged", "AXSelectedTextChanged"}));
+  heard.clear();
+  user.pressKey(NSLeftArrowFunctionKey);
+  EXPECT_EQ(heard, (Calls{"AXSelectedTextChanged"}));
+  heard.clear();
+  user.pressKey(NSDeleteFunctionKey);  // the caret stays
+  EXPECT_EQ(heard, (Calls{"AXValueChanged"}));
+  accessibilityNotificationCenter().removeObserver(token);
+}
+
+TEST_F(TextFieldAccessibility, TheEditorItselfIsNotSeen) {
+  begin("abc");
+  const AccessibilityElements expected{field->cell(), other->cell()};
+  EXPECT_EQ(*asked(NSAccessibilityChildrenAttribute).as<AccessibilityElements>(), AccessibilityElements());
+  EXPECT_EQ(*window->accessibilityChildren(), expected);
+}

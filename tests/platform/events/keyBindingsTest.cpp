@@ -1,0 +1,53 @@
+#include "platform/events/keyBindings.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/text/unicode.h"
+
+using namespace platform;
+
+namespace {
+
+Ref<NSEvent> key(std::string characters, std::uint32_t modifiers = 0, std::string ignoring = {}) {
+  if (ignoring.empty()) ignoring = characters;
+  return make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                       .modifiers = modifiers,
+                                       .characters = std::move(characters),
+                                       .charactersIgnoringModifiers = std::move(ignoring)});
+}
+
+}  // namespace
+
+TEST(KeyBindings, OnlyTheFourModifiersCount) {
+  const std::uint32_t others = NSEventModifierFlagFunction | NSEventModifierFlagNumericPad | NSEventModifierFlagCapsLock;
+  EXPECT_EQ(commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey), others)), "moveLeft:");
+  EXPECT_EQ(commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey), NSEventModifierFlagControl | others)),
+            "moveWordLeft:");
+  EXPECT_EQ(commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey),
+                               NSEventModifierFlagControl | NSEventModifierFlagCommand)),
+            "");
+}
+
+TEST(KeyBindings, ALetterIsFoundWhateverControlMakesOfItAndWithShift) {
+  EXPECT_EQ(commandForKey(*key("\x03", NSEventModifierFlagControl, "c")), "copy:");
+  EXPECT_EQ(commandForKey(*key("\x1A", NSEventModifierFlagControl | NSEventModifierFlagShift, "Z")), "redo:");
+  EXPECT_EQ(commandForKey(*key("a")), "");
+  EXPECT_EQ(commandForKey(*key("A", NSEventModifierFlagShift)), "");
+}
+
+TEST(KeyBindings, EnterOfTheKeypadIsReturn) {
+  EXPECT_EQ(commandForKey(*key("\x03")), "insertNewline:");
+  EXPECT_EQ(commandForKey(*key("\r")), "insertNewline:");
+}
+
+TEST(KeyBindings, OnlyCharactersAreTyped) {
+  EXPECT_EQ(textOfKey(*key("a")), "a");
+  EXPECT_EQ(textOfKey(*key("\u00E9")), "\u00E9");
+  EXPECT_EQ(textOfKey(*key(" ")), " ");
+  EXPECT_EQ(textOfKey(*key("")), "");
+  EXPECT_EQ(textOfKey(*key("\x1B")), "");
+  EXPECT_EQ(textOfKey(*key("\x7F")), "");
+  EXPECT_EQ(textOfKey(*key(utf8FromScalar(NSF1FunctionKey))), "");
+  EXPECT_EQ(textOfKey(*key("a", NSEventModifierFlagCommand)), "");
+  EXPECT_EQ(textOfKey(*key("A", NSEventModifierFlagShift)), "A");
+}
