@@ -160,7 +160,7 @@ class QtWindow::Surface : public QRasterWindow {
         return false;
       case QEvent::InputMethodQuery:
         if (const auto window = client_->eventWindow())
-          answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), *window, geometry().topLeft());
+          answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), *window, QPoint(0, 0));
         return true;
       case QEvent::InputMethod:
         if (const auto window = client_->eventWindow()) sendToText(static_cast<QInputMethodEvent&>(*event), *window);
