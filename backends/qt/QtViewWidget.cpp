@@ -93,7 +93,8 @@ bool QtViewWidget::event(QEvent* event) {
       event->setAccepted(host_->relay().key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
       return true;
     case QEvent::InputMethodQuery:
-      answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), host_->window(), mapToGlobal(QPoint(0, 0)));
+      answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), host_->window(),
+                        mapTo(&host_->topLevel(), QPoint(0, 0)));
       return true;
     case QEvent::InputMethod:
       event->accept();

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <string>
 
-#include "backends/qt/screenSpace.h"
 #include "platform/events/NSTextInputClient.h"
 #include "platform/windows/NSWindow.h"
 
@@ -43,13 +42,17 @@ Surroundings surroundingsOf(const NSTextInputClient& client) {
   return result;
 }
 
-QVariant answer(Qt::InputMethodQuery query, const NSTextInputClient* client, QPoint origin) {
+QRectF placeOf(const NSTextInputClient& client, std::size_t index, const NSWindow& window) {
+  const CGRect rect = window.convertRectFromScreen(client.firstRectForCharacterRange({index, 0}));
+  return {rect.origin.x, window.frame().size.height - CGRectGetMaxY(rect), rect.size.width, rect.size.height};
+}
+
+QVariant answer(Qt::InputMethodQuery query, const NSWindow& window, QPoint origin) {
+  const NSTextInputClient* client = textOf(window);
   if (query == Qt::ImEnabled) return client != nullptr;
   if (!client) return {};
   const Surroundings around = surroundingsOf(*client);
-  const auto rectAt = [&](std::size_t index) {
-    return QRectF(qtRectOf(client->firstRectForCharacterRange({index, 0})).translated(-origin));
-  };
+  const auto rectAt = [&](std::size_t index) { return placeOf(*client, index, window).translated(-origin); };
   const NSRange selected = client->selectedRange();
   switch (query) {
     case Qt::ImCursorRectangle: return rectAt(selected.location + selected.length);
@@ -67,10 +70,10 @@ QVariant answer(Qt::InputMethodQuery query, const NSTextInputClient* client, QPo
 }  // namespace
 
 void answerInputMethod(QInputMethodQueryEvent& query, const NSWindow& window, QPoint origin) {
-  const NSTextInputClient* client = textOf(window);
-  for (unsigned bit = 1; bit != 0; bit <<= 1)
-    if (static_cast<unsigned>(query.queries()) & bit)
-      query.setValue(static_cast<Qt::InputMethodQuery>(bit), answer(static_cast<Qt::InputMethodQuery>(bit), client, origin));
+  for (unsigned bit = 1; bit != 0; bit <<= 1) {
+    const auto one = static_cast<Qt::InputMethodQuery>(bit);
+    if (query.queries().testFlag(one)) query.setValue(one, answer(one, window, origin));
+  }
   query.accept();
 }
 

@@ -2,7 +2,7 @@
 // native window nor the widget knows more of it than the event.
 #pragma once
 
-#include <QRect>
+#include <QPoint>
 
 #include "platform/views/Forward.h"
 
@@ -11,7 +11,7 @@ class QInputMethodQueryEvent;
 
 namespace backend::qt {
 
-// Each place is told relative to the origin, which is on Qt's screen.
+// Places are told relative to the origin, which is counted from the upper left corner of the window's content.
 void answerInputMethod(QInputMethodQueryEvent& query, const platform::NSWindow& window, QPoint origin);
 
 // What was composed or committed goes into the text; where none takes it nothing happens.

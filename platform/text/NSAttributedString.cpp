@@ -126,11 +126,26 @@ std::size_t NSMutableAttributedString::splitAt(std::size_t index) {
   return run + 1;
 }
 
+namespace {
+
+// A run is shaped by itself: letters that were typed one after the other must not stand apart, nor be kept apart.
+void joinAlike(std::vector<NSAttributedString::Run>& runs) {
+  std::size_t last = 0;
+  for (std::size_t run = 1; run < runs.size(); ++run) {
+    if (areEqual(runs[last].attributes, runs[run].attributes)) runs[last].length += runs[run].length;
+    else if (++last != run) runs[last] = std::move(runs[run]);
+  }
+  if (!runs.empty()) runs.resize(last + 1);
+}
+
+}  // namespace
+
 void NSMutableAttributedString::addAttribute(NSAttributedStringKey key, NSAttributeValue value, NSRange range) {
   if (range.length == 0) return;
   if (range.location + range.length > text_.size()) stopProgram("NSAttributedString: a range reaches past the end");
   const std::size_t first = splitAt(range.location), end = splitAt(range.location + range.length);
   for (std::size_t run = first; run < end; ++run) runs_[run].attributes[key] = value;
+  joinAlike(runs_);
   edited(range, 0);
 }
 
@@ -139,6 +154,7 @@ void NSMutableAttributedString::removeAttribute(NSAttributedStringKey key, NSRan
   if (range.location + range.length > text_.size()) stopProgram("NSAttributedString: a range reaches past the end");
   const std::size_t first = splitAt(range.location), end = splitAt(range.location + range.length);
   for (std::size_t run = first; run < end; ++run) runs_[run].attributes.erase(key);
+  joinAlike(runs_);
   edited(range, 0);
 }
 
@@ -169,6 +185,7 @@ void NSMutableAttributedString::replaceCharactersInRange(NSRange range, std::u16
   runs_.erase(runs_.begin() + static_cast<std::ptrdiff_t>(first), runs_.begin() + static_cast<std::ptrdiff_t>(end));
   if (!text.empty())
     runs_.insert(runs_.begin() + static_cast<std::ptrdiff_t>(first), Run{text.size(), std::move(attributes)});
+  joinAlike(runs_);
   const std::size_t inserted = text.size();
   text_.replace(range.location, range.length, text);
   edited({range.location, inserted}, static_cast<std::ptrdiff_t>(inserted) - static_cast<std::ptrdiff_t>(range.length));

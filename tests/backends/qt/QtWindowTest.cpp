@@ -190,7 +190,8 @@ TEST_F(QtWindowTest, PopUpIsPaintedBeforeAnybodySeesIt) {
   const auto isRed = [&] {
     QWindow& native = qWindowOf(*popUp);
     const QImage seen = native.screen()->grabWindow(native.winId()).toImage();
-    return seen.size() == native.size() * native.devicePixelRatio() && seen.pixelColor(1, 1) == QColor(Qt::red) &&
+    // At other scales the offscreen platform gives as many pixels as the window has points.
+    return seen.size() == native.size() && seen.pixelColor(1, 1) == QColor(Qt::red) &&
            seen.pixelColor(seen.width() - 2, seen.height() - 2) == QColor(Qt::red);
   };
   // No event is handled in between.

@@ -5,6 +5,7 @@
 #include <QInputMethodEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <cmath>
 
 #include "backends/qt/QtViewWidget.h"
 #include "platform/events/NSTextInputClient.h"
@@ -157,15 +158,21 @@ TEST_F(TextInput, InputMethodsAreToldOfTheTextWithoutWhatIsComposed) {
 
 TEST_F(TextInput, TheCaretsPlaceIsToldInTheWindowAndInTheWidget) {
   QWindow& native = showInWindow();
-  // The field's text starts 5 points in, 3 below its top; the content is 100 points high.
+  const auto& cell = dynamic_cast<NSTextFieldCell&>(*field->cell());
+  const CGPoint inField = cell.drawingRectForBounds(field->bounds()).origin;
+  ASSERT_GT(inField.x, 0);
+  // The field stands at (10, 20), its height is 24, and the content is 100 points high.
   const QRectF inWindow = asked(native, Qt::ImCursorRectangle).toRectF();
-  EXPECT_EQ(inWindow.left(), 15);
-  EXPECT_EQ(inWindow.top(), 100 - 20 - 24 + 3);
+  EXPECT_EQ(inWindow.left(), 10 + inField.x);
+  EXPECT_EQ(inWindow.top(), 100 - 20 - 24 + inField.y);
   EXPECT_GT(inWindow.height(), 10);
   window->close();
-  const QRectF inWidget = asked(showInWidget(), Qt::ImCursorRectangle).toRectF();
-  EXPECT_EQ(inWidget.left(), 5);
-  EXPECT_EQ(inWidget.top(), 3);
+  QtViewWidget& widget = showInWidget();
+  const QRectF inWidget = asked(widget, Qt::ImCursorRectangle).toRectF();
+  // Up to half a device pixel away, where the view begins with the next whole one.
+  const double scale = widget.devicePixelRatioF(), away = scale == std::floor(scale) ? 0 : 0.5 / scale + 1e-9;
+  EXPECT_NEAR(inWidget.left(), cell.drawingRectForBounds(field->bounds()).origin.x, away);
+  EXPECT_NEAR(inWidget.top(), cell.drawingRectForBounds(field->bounds()).origin.y, away);
 }
 
 TEST_F(TextInput, InputMethodsRestWhereNoTextIsEdited) {

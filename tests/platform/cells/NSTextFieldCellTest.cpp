@@ -39,8 +39,8 @@ TEST_F(CellEditing, ACellThatMovesItsFrameMovesTheEditor) {
   cell->setEditable(true);
   field->setCell(cell);
   field->selectText(nullptr);
-  // Ten points of the class's own and two of margin.
-  EXPECT_EQ(editor()->superview()->frame(), (CGRect{12, 0, 86, 24}));
+  // Ten points of the class's own and four of margin; a line of 15.6 points in the middle of 24.
+  EXPECT_EQ(editor()->superview()->frame(), (CGRect{14, 4, 82, 16}));
 }
 
 TEST_F(CellEditing, APressThatBeginsTheEditingIsTheEditors) {

@@ -124,9 +124,9 @@ TEST(NSAttributedString, InsertedTextTakesTheAttributesOfTheCharacterBefore) {
 }
 
 TEST(NSAttributedString, TextsAreEqualHoweverTheirRunsAreCut) {
-  NSMutableAttributedString cut("abcd", {{underline, std::int64_t{1}}});
-  cut.addAttribute(linkKey, std::string("x"), {1, 2});
-  cut.removeAttribute(linkKey, {1, 2});
+  NSMutableAttributedString cut;
+  for (const char* part : {"a", "bc", "d"})
+    cut.appendAttributedString(NSAttributedString(part, {{underline, std::int64_t{1}}}));
   EXPECT_EQ(cut.runs().size(), 3u);
   EXPECT_TRUE(cut.isEqual(make<NSAttributedString>("abcd", NSAttributes{{underline, std::int64_t{1}}}).get()));
   EXPECT_FALSE(cut.isEqual(make<NSAttributedString>("abcd").get()));
@@ -170,4 +170,16 @@ TEST(NSParagraphStyle, ACopyIsChangedAlone) {
   copy->setLineBreakMode(NSLineBreakByClipping);
   EXPECT_FALSE(copy->isEqual(NSParagraphStyle::defaultParagraphStyle().get()));
   EXPECT_EQ(NSParagraphStyle::defaultParagraphStyle()->alignment(), NSTextAlignmentNatural);
+}
+
+TEST(NSAttributedString, WhatIsTypedBetweenItsLikeIsOneRunWithIt) {
+  const auto text = make<NSMutableAttributedString>("ad", NSAttributes{{NSUnderlineStyleAttributeName, std::int64_t{1}}});
+  text->replaceCharactersInRange({1, 0}, u"b");
+  text->replaceCharactersInRange({2, 0}, u"c");
+  EXPECT_EQ(text->string(), "abcd");
+  EXPECT_EQ(text->runs().size(), 1u);
+  text->removeAttribute(NSUnderlineStyleAttributeName, {1, 2});
+  EXPECT_EQ(text->runs().size(), 3u);
+  text->addAttribute(NSUnderlineStyleAttributeName, std::int64_t{1}, {1, 2});
+  EXPECT_EQ(text->runs().size(), 1u);
 }

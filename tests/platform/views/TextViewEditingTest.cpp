@@ -226,7 +226,7 @@ TEST_F(Composition, AReplacementRangeIsReplaced) {
 TEST_F(Composition, TellsTheDesktopWhereTheCaretIs) {
   begin("abc", 2);
   const CGRect rect = editor()->firstRectForCharacterRange({2, 0});
-  const CGPoint corner = window->convertPointToScreen({20 + 5 + 13, 0});
+  const CGPoint corner = window->convertPointToScreen({20 + 7 + 13, 0});
   EXPECT_EQ(rect.origin.x, corner.x);
   EXPECT_EQ(editor()->firstRectForCharacterRange({0, 2}).size.width, 13);
   EXPECT_EQ(editor()->characterIndexForPoint({CGRectGetMidX(rect), CGRectGetMidY(rect)}), 2u);
