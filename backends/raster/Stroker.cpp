@@ -274,8 +274,10 @@ void Stroker::finishPiece() {
 }
 
 CGPoint Stroker::unit(CGPoint v) {
-  const double length = std::sqrt(v.x * v.x + v.y * v.y);
-  return length > 0 ? CGPoint{v.x / length, v.y / length} : CGPoint{};
+  const double squares = v.x * v.x + v.y * v.y;
+  if (!(squares > 0)) return {};
+  const double perLength = 1 / std::sqrt(squares);
+  return {v.x * perLength, v.y * perLength};
 }
 
 void Stroker::outline(std::vector<StrokePoint>& line, Contour contour) {
