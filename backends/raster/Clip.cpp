@@ -35,6 +35,8 @@ class MaskWriter {
 
 std::shared_ptr<ClipMask> ClipMaskPool::take(const PixelRect& box) {
   const auto isFree = [](const std::shared_ptr<ClipMask>& mask) { return mask.use_count() == 1; };
+  // What only a deeper nest of clips needed is given back in time.
+  std::erase_if(masks_, [&](const std::shared_ptr<ClipMask>& mask) { return isFree(mask) && ++mask->passedBy > mostPassedBy; });
   auto found = std::find_if(masks_.begin(), masks_.end(), isFree);
   if (found == masks_.end()) {
     masks_.push_back(std::make_shared<ClipMask>());
@@ -42,6 +44,7 @@ std::shared_ptr<ClipMask> ClipMaskPool::take(const PixelRect& box) {
   }
   ClipMask& mask = **found;
   mask.box = box;
+  mask.passedBy = 0;
   mask.values = mask.memory.prepare(std::size_t(box.width()) * std::size_t(box.height()));
   return mask.values ? *found : nullptr;
 }

@@ -13,6 +13,7 @@ struct ClipMask {
   PixelRect box;
   float* values = nullptr;  // row by row, those of the box
   WorkBuffer<float> memory;
+  int passedBy = 0;  // times that another one was taken while nobody held this one
 
   const float* row(int y) const { return values + std::size_t(y - box.top) * std::size_t(box.width()); }
   float* row(int y) { return values + std::size_t(y - box.top) * std::size_t(box.width()); }
@@ -25,6 +26,7 @@ class ClipMaskPool {
   std::shared_ptr<ClipMask> take(const PixelRect& box);
 
  private:
+  static constexpr int mostPassedBy = 1000;
   std::vector<std::shared_ptr<ClipMask>> masks_;
 };
 

@@ -57,6 +57,9 @@ class Flattener {
  private:
   static constexpr int mostSteps = 64;
   static constexpr int deepestSplit = 48;
+  // Of one curve, and of a path. A curve that is seen as a part of a huge one needs two for each level; only where almost
+  // all of a huge one counts, as for a pen of that size, are there more, and then a coarse one does.
+  static constexpr int mostSplitsOfCurve = 256, mostSplits = 8192;
 
   void move(CGPoint to) {
     hasStart_ = isUsable(to);
@@ -88,6 +91,7 @@ class Flattener {
     current_ = p3;
     const auto direction = [](CGPoint a, CGPoint b) { return CGPoint{b.x - a.x, b.y - a.y}; };
     // Controls that lie on an end say nothing of the direction there; the next one does.
+    splitsLeftOfCurve_ = mostSplitsOfCurve;
     sink_.leave(direction(p0, p1 != p0 ? p1 : p2 != p0 ? p2 : p3));
     split(p0, p1, p2, p3, Corner::Sharp, 0);
     sink_.arrive(direction(p2 != p3 ? p2 : p1 != p3 ? p1 : p0, p3));
@@ -116,7 +120,9 @@ class Flattener {
     // Single precision does for a number of chords, and takes half the time.
     const float bend = std::sqrt(float(std::max(ax * ax + ay * ay, bx * bx + by * by)));
     const float wanted = std::sqrt(bend * perTolerance_);
-    if (wanted > mostSteps && depth < deepestSplit) {
+    if (wanted > mostSteps && depth < deepestSplit && splitsLeftOfCurve_ > 0 && splitsLeft_ > 0) {
+      --splitsLeftOfCurve_;
+      --splitsLeft_;
       const auto middle = [](CGPoint a, CGPoint b) { return CGPoint{(a.x + b.x) * 0.5, (a.y + b.y) * 0.5}; };
       const CGPoint p01 = middle(p0, p1), p12 = middle(p1, p2), p23 = middle(p2, p3);
       const CGPoint p012 = middle(p01, p12), p123 = middle(p12, p23), half = middle(p012, p123);
@@ -151,6 +157,7 @@ class Flattener {
   Sink& sink_;
   CGPoint start_, current_;
   bool hasStart_ = false, isOpen_ = false;
+  int splitsLeftOfCurve_ = 0, splitsLeft_ = mostSplits;
 };
 
 }  // namespace backend::raster

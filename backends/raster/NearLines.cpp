@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "backends/raster/WorkBuffer.h"
+
 namespace backend::raster {
 
 namespace {
@@ -24,8 +26,8 @@ bool cross(CGPoint a, CGPoint b, CGPoint c, CGPoint d) {
 }  // namespace
 
 void NearLines::clear() {
-  points_.clear();
-  lines_.clear();
+  clearForReuse(points_);
+  clearForReuse(lines_);
 }
 
 void NearLines::moveTo(CGPoint p) {
@@ -41,7 +43,7 @@ void NearLines::lineTo(CGPoint p, double length) {
 }
 
 void NearLines::makeRuns() {
-  runs_.clear();
+  clearForReuse(runs_);
   const auto quarter = [this](std::size_t i) {
     const CGPoint a = points_[i].at, b = points_[i + 1].at;
     return (b.x < a.x ? 1 : 0) | (b.y < a.y ? 2 : 0);

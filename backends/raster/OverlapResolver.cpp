@@ -15,8 +15,8 @@ constexpr std::size_t fewSides = 64;
 }  // namespace
 
 void OverlapResolver::collect(const Task& task) {
-  sides_.clear();
-  across_.clear();
+  clearForReuse(sides_);
+  clearForReuse(across_);
   next_ = 0;
   const double bottom = task.bottom();
   task.polygons.forEachEdge([&](CGPoint from, CGPoint to) {
@@ -39,7 +39,7 @@ void OverlapResolver::addRow(double top, double bottom, FillRule rule) {
   const bool isEmpty = across_.empty() && (next_ == sides_.size() || sides_[next_].top >= bottom);
   if (isEmpty) return;
 
-  cuts_.clear();
+  clearForReuse(cuts_);
   std::size_t count = across_.size();
   for (const Side* side : across_) {
     if (side->bottom < bottom) cuts_.push_back(side->bottom);

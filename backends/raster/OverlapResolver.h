@@ -66,7 +66,7 @@ class OverlapResolver {
 template <class Function>
 void OverlapResolver::resolve(const Task& task, Function edge) {
   collect(task);
-  bounds_.clear();
+  clearForReuse(bounds_);
   // Row by row, so that little needs to be looked at at once.
   double top = task.top;
   for (const std::uint8_t isWanted : task.rows) {

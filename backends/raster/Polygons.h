@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "backends/raster/Flattener.h"
+#include "backends/raster/WorkBuffer.h"
 
 namespace backend::raster {
 
@@ -17,10 +18,11 @@ enum class Overlaps { Unlikely, Likely };
 class Polygons {
  public:
   void clear() {
-    points_.clear();
-    starts_.clear();
+    clearForReuse(points_);
+    clearForReuse(starts_);
   }
   bool isEmpty() const { return points_.empty(); }
+  std::size_t pointCount() const { return points_.size(); }
 
   void moveTo(CGPoint p) {
     starts_.push_back(points_.size());

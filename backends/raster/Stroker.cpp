@@ -13,6 +13,9 @@ constexpr double chordTolerance = 0.010, arcTolerance = 0.006;
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
 constexpr int mostDashes = 200000;
+// Of an outline. Behind so many the rest of a dashed line stays solid, so that a wide pen with a fine pattern, each dash of
+// which reaches all over the picture, ends in time.
+constexpr std::size_t mostPointsOfDashes = 400000;
 constexpr double widestPen = 1e9;  // half a pen's width, in pixels; what AGG computes of it stays finite
 
 // A line narrower than this, in pixels, may cross another and leave no pixel that is covered twice all over.
@@ -121,7 +124,7 @@ void Stroker::finishContour(Contour contour) {
       walkContour(contour);
     }
   }
-  points_.clear();
+  clearForReuse(points_);
 }
 
 // Cuts the line into dashes and leaves out what lies beyond reach, before anything is computed from its
@@ -245,7 +248,7 @@ std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, co
 }
 
 void Stroker::nextDash() {
-  if (--dashesLeft_ <= 0) {
+  if (--dashesLeft_ <= 0 || outline_.polygons->pointCount() > mostPointsOfDashes) {
     isOn_ = true;
     rest_ = infinite;
     return;

@@ -8,6 +8,9 @@ constexpr double chordTolerance = 0.010;   // of flattened curves, in device pix
 constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixels
 // How far outside a clip, in pixels, a layer keeps what casts a shadow into it.
 constexpr int farthestCast = 512;
+// Deeper nests of layers do not keep their memory, and others not for ever.
+constexpr std::size_t mostLayersKept = 8;
+constexpr int nestsBetweenChecks = 1024;
 
 // The rectangle in device pixels, when the transform keeps it upright.
 std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
@@ -60,7 +63,7 @@ class PlaneWriter {
 
 void RasterCanvas::Studio::begin(Bitmap& bitmap, const View& view) {
   bitmap_ = &bitmap;
-  saved_.clear();
+  clearForReuse(saved_);
   openLayers_ = 0;
   state_ = {};
   scale_ = view.scale;
@@ -275,6 +278,7 @@ void RasterCanvas::Studio::beginLayer() {
   saveState();
   if (openLayers_ == layers_.size()) layers_.push_back(std::make_unique<OpenLayer>());
   OpenLayer& layer = *layers_[openLayers_++];
+  deepestNest_ = std::max(deepestNest_, openLayers_);
   layer.savedStates = saved_.size();
   layer.operations = 0;
   layer.shapeAlpha = 0;
@@ -308,6 +312,7 @@ void RasterCanvas::Studio::endLayer() {
       paintShadowOfLayer(layer.pixels, *shadow);
     }
   }
+  if (openLayers_ == 0) giveBackLayers();
   noteMixtureInLayer();
   const Source source{.layer = &layer.pixels, .layerAlpha = float(alpha)};
   const Painting painting{surface(), source, state_.blendMode, state_.clip};
@@ -319,6 +324,15 @@ void RasterCanvas::Studio::endLayer() {
   if (painter.box().isEmpty()) return;
   for (int y = box.top; y < box.bottom; ++y) painter.even(box.left, y, box.width(), 1);
   painter.finish();
+}
+
+// Behind an outermost layer.
+void RasterCanvas::Studio::giveBackLayers() {
+  if (layers_.size() > mostLayersKept) layers_.resize(mostLayersKept);
+  if (++nests_ < nestsBetweenChecks) return;
+  layers_.resize(std::min(layers_.size(), deepestNest_));
+  nests_ = 0;
+  deepestNest_ = 1;
 }
 
 void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {

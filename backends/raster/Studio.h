@@ -74,6 +74,7 @@ class RasterCanvas::Studio {
   void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
   void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
                    const std::optional<CastShadow>& shadow);
+  void giveBackLayers();
   void noteMixtureInLayer();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
   void paintPlane(Plane& plane, Float4 color);
@@ -85,6 +86,8 @@ class RasterCanvas::Studio {
   std::vector<std::unique_ptr<OpenLayer>>
       layers_;  // the first openLayers_ are in use, the rest keep their memory
   std::size_t openLayers_ = 0;
+  std::size_t deepestNest_ = 1;  // of layers, since the last check of what is kept
+  int nests_ = 0;                // since then
 
   Polygons polygons_;
   Stroker stroker_;

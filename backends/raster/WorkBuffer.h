@@ -7,8 +7,17 @@
 #include <cstdlib>
 #include <memory>
 #include <type_traits>
+#include <vector>
 
 namespace backend::raster {
+
+// Empties a list for its next use. It keeps its memory, unless that is large and its last use needed little of it.
+template <class T>
+void clearForReuse(std::vector<T>& list) {
+  constexpr std::size_t keptBytes = std::size_t(256) * 1024;
+  if (list.capacity() * sizeof(T) > keptBytes && list.size() < list.capacity() / 4) list = std::vector<T>();
+  else list.clear();
+}
 
 template <class T>
 class WorkBuffer {
