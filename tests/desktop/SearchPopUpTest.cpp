@@ -1,5 +1,6 @@
 // The gallery's search field under a real keyboard, pointer and window manager.
 #include <QProcess>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <QWindow>
