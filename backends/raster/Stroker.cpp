@@ -285,7 +285,8 @@ void Stroker::outline(std::vector<StrokePoint>& line, Contour contour) {
   for (std::size_t i = 1; i < line.size(); ++i) {
     StrokePoint& last = line[count - 1];
     if (!isNear(last, line[i])) {
-      line[count++] = line[i];
+      if (count != i) line[count] = line[i];
+      ++count;
     } else {
       if (line[i].corner == Corner::Sharp) last.corner = Corner::Sharp;
       last.out = line[i].out;
@@ -391,7 +392,9 @@ std::optional<double> Stroker::gentleFactor(const Bend& bend) const {
 
 void Stroker::findSide(const StrokePoint& before, StrokePoint& at) const {
   at.side.reset();
-  if (turns(before.chord, at.in, before.dist) || turns(at.out, at.chord, at.dist)) return;
+  // Inside a curve the line arrives and leaves as the chords do.
+  const bool isInside = at.corner == Corner::Smooth;
+  if (!isInside && (turns(before.chord, at.in, before.dist) || turns(at.out, at.chord, at.dist))) return;
   if (const auto f = gentleFactor({{at.x, at.y}, at.in, at.out, before.dist, at.dist, at.corner}))
     at.side = CGPoint{*f * (at.in.y + at.out.y), -*f * (at.in.x + at.out.x)};
 }

@@ -145,6 +145,29 @@ TEST_F(QtWindowTest, RedrawsThatAreAskedForTogetherComeTogether) {
   EXPECT_EQ(witness->draws.back(), witness->bounds());
 }
 
+TEST_F(QtWindowTest, PaletteAndFontOfTheProgramRedraw) {
+  const auto window = makeWindow();
+  const auto witness = make<Witness>(CGRect{0, 0, 120, 80});
+  window->contentView()->addSubview(witness);
+  settle();
+  std::size_t drawn = witness->draws.size();
+  QPalette palette;
+  palette.setColor(QPalette::Base, QColor(1, 2, 3));
+  QApplication::setPalette(palette);
+  settle();
+  EXPECT_GT(witness->draws.size(), drawn);
+  QApplication::setPalette(QPalette());
+  settle();
+  drawn = witness->draws.size();
+  const QFont before = QApplication::font();
+  QFont larger = before;
+  larger.setPointSize(before.pointSize() + 5);
+  QApplication::setFont(larger);
+  settle();
+  EXPECT_GT(witness->draws.size(), drawn);
+  QApplication::setFont(before);
+}
+
 TEST_F(QtWindowTest, PlaceIsCountedFromTheLowerLeftOfThePrimaryScreen) {
   const auto window = makeWindow(NSWindowStyleMaskBorderless);
   const QScreen* screen = QGuiApplication::primaryScreen();

@@ -184,6 +184,23 @@ TEST_F(TextInput, InputMethodsRestWhereNoTextIsEdited) {
   EXPECT_EQ(field->stringValue(), "");
 }
 
+TEST_F(TextInput, InTextFromRightToLeftTheCaretStandsAtTheLeftOfItsEnd) {
+  QWindow& native = showInWindow();
+  field->setStringValue("\u05D0\u05D1\u05D2");
+  const auto caret = [&](std::size_t index) { return editor()->caretRectForIndex(index).origin.x; };
+  EXPECT_GT(caret(0), caret(1));
+  EXPECT_GT(caret(1), caret(2));
+  EXPECT_GT(caret(2), caret(3));
+  EXPECT_EQ(caret(3), 0);
+  QTest::keyClick(&native, Qt::Key_Home);
+  QTest::keyClick(&native, Qt::Key_Left);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));
+  // Text of the other direction in a line that begins from left to right.
+  field->setStringValue("ab \u05D0\u05D1");
+  EXPECT_EQ(editor()->characterIndexForInsertionAtPoint({caret(4) + 0.1, 5}), 4u);
+  EXPECT_LT(caret(5), caret(4));
+}
+
 TEST_F(TextInput, AProgramsShortcutsGetOnlyWhatTheTextDoesNotTake) {
   QtViewWidget& widget = showInWidget();
   int selectAll = 0, find = 0;
