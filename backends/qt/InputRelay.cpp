@@ -55,20 +55,31 @@ CGSize scrollingDeltaOf(const QWheelEvent& event) {
 }  // namespace
 
 void KeysSentEarly::sent(const QKeyEvent& event, Taken taken) {
-  key_ = event.key();
-  time_ = event.timestamp();
-  taken_ = taken;
+  // A press may never come, where a shortcut took the key or a widget the focus.
+  constexpr std::size_t most = 64;
+  std::erase_if(keys_, [&](const Key& key) { return key.key == event.key() && key.taken == Taken::No; });
+  if (keys_.size() == most) keys_.erase(keys_.begin());
+  keys_.push_back({event.key(), event.timestamp(), taken});
 }
 
-bool KeysSentEarly::isSame(const QKeyEvent& event) const {
-  return key_ != 0 && event.key() == key_ && event.timestamp() == time_;
+std::vector<KeysSentEarly::Key>::const_iterator KeysSentEarly::find(const QKeyEvent& event) const {
+  return std::find_if(keys_.begin(), keys_.end(), [&](const Key& key) {
+    return key.key == event.key() && (event.timestamp() == key.time || event.timestamp() == 0);
+  });
+}
+
+bool KeysSentEarly::wasTaken(const QKeyEvent& event) const {
+  const auto found = find(event);
+  return found != keys_.end() && found->taken == Taken::Yes;
 }
 
 std::optional<Taken> KeysSentEarly::resultOf(const QKeyEvent& event) {
-  const bool same = isSame(event);
-  key_ = 0;
-  if (same) return taken_;
-  return std::nullopt;
+  const auto found = find(event);
+  if (found == keys_.end()) return std::nullopt;
+  const Taken taken = found->taken;
+  // Presses come in order: those before it come no more.
+  keys_.erase(keys_.begin(), found + 1);
+  return taken;
 }
 
 // Shared by the calls that are running, so that the last of them ends it.

@@ -7,6 +7,8 @@
 #include <QEvent>
 #include <QPointF>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "platform/backend/Backend.h"
 
@@ -20,20 +22,24 @@ enum class Taken { No, Yes };
 enum class Crossing { Entered, Left };
 
 // What Qt asks for shortcuts first, it sends again as a key press. The key goes to its window at the first asking, as only
-// the window's views can tell whether they take it; this is remembered for the second.
+// the window's views can tell whether they take it; this is remembered for the second. While a screen reader listens, Qt shows
+// it the key press and sends us a copy, later and without its time; the next keys may have been asked for by then.
 class KeysSentEarly {
  public:
   void sent(const QKeyEvent& event, Taken taken);
   // What became of the key press when it was sent early; absent if it was not. Then it is forgotten.
   std::optional<Taken> resultOf(const QKeyEvent& event);
-  bool wasTaken(const QKeyEvent& event) const { return isSame(event) && taken_ == Taken::Yes; }
+  bool wasTaken(const QKeyEvent& event) const;
 
  private:
-  bool isSame(const QKeyEvent& event) const;
+  struct Key {
+    int key;
+    quint64 time;
+    Taken taken;
+  };
+  std::vector<Key>::const_iterator find(const QKeyEvent& event) const;
 
-  int key_ = 0;
-  quint64 time_ = 0;
-  Taken taken_ = Taken::No;
+  std::vector<Key> keys_;  // the earliest first
 };
 
 class InputRelay {

@@ -1,15 +1,18 @@
 #include "backends/qt/QtWindow.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QRasterWindow>
 #include <QTimer>
+#include <optional>
 
 #include "backends/qt/AccessibilityBridge.h"
 #include "backends/qt/InputRelay.h"
 #include "backends/qt/KeptPicture.h"
 #include "backends/qt/QtBackend.h"
+#include "backends/qt/UnseenChange.h"
 #include "backends/qt/cursorShapes.h"
 #include "backends/qt/screenSpace.h"
 #include "backends/qt/textInput.h"
@@ -69,20 +72,26 @@ class QtWindow::Surface : public QRasterWindow {
   void setWantedFrame(CGRect content) {
     wanted_ = content;
     const QRect place = qtRectOf(content);
+    growsWithPicture_ = false;
     if (place == geometry()) return;
-    const bool reappears = isVisible() && place.topLeft() != geometry().topLeft() && movesOnlyWhenHidden(*this);
-    if (reappears) hide();
-    setGeometry(place);
-    if (reappears) show();
+    pointerMayRest();
+    if (isVisible() && movesOnlyWhenHidden(*this) && place.topLeft() != geometry().topLeft()) {
+      hide();
+      setGeometry(place);
+      show();
+    } else if (isShownPopUp() && place.size() != size()) {
+      growsWithPicture_ = place.width() > width() || place.height() > height();
+      if (!growsWithPicture_) changeUnseen([&] { setGeometry(place); });
+    } else {
+      setGeometry(place);
+    }
   }
 
-  void disappear() {
-    hide();
-    sizeOnScreen_ = QSize();
-  }
   void appear() {
-    show();
-    bringToScreen(QRect(QPoint(0, 0), size()));
+    pointerMayRest();
+    if (type() != Qt::ToolTip || isOnWayland()) return show();
+    client_->nativeDisplay();
+    changeUnseen([&] { show(); });
   }
 
   void requestFocus() {
@@ -99,7 +108,9 @@ class QtWindow::Surface : public QRasterWindow {
     const platform::Ref<platform::NSWindow> window = client_->eventWindow();
     if (!window) return;
     picture_.setSize(window->frame().size, devicePixelRatio());
-    bringToScreen(picture_.paint(dirty, painter));
+    const QRegion changed = picture_.paint(dirty, painter);
+    if (std::exchange(growsWithPicture_, false)) changeUnseen([&] { setGeometry(qtRectOf(wanted_)); });
+    else update(changed);
   }
 
   QAccessibleInterface* accessibleRoot() const override {
@@ -124,7 +135,6 @@ class QtWindow::Surface : public QRasterWindow {
       scaleMayHaveChanged();
       client_->nativeDisplay();
     }
-    sizeOnScreen_ = size();
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     if (!picture_.image().isNull()) painter.drawImage(QPointF(0, 0), picture_.image());
@@ -138,10 +148,13 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::MouseButtonRelease:
       case QEvent::MouseMove: {
         const auto& mouse = static_cast<const QMouseEvent&>(*event);
+        if (mouse.type() != QEvent::MouseMove) restingPointer_.reset();
+        if (pointerRestsAt(mouse.globalPosition())) return true;
         relay_.mouse(mouse, mouse.position());
         return true;
       }
       case QEvent::Enter:
+        if (pointerRestsAt(static_cast<QEnterEvent*>(event)->globalPosition())) return true;
         relay_.pointerCrossed(Crossing::Entered, static_cast<QEnterEvent*>(event)->position());
         return true;
       case QEvent::Leave: relay_.pointerCrossed(Crossing::Left, mapFromGlobal(QCursor::pos())); return true;
@@ -177,17 +190,33 @@ class QtWindow::Surface : public QRasterWindow {
     }
   }
 
-  // A pop-up that has just appeared or changed its size shows something else until it is painted. Nobody sees that if the
-  // picture follows in the same breath; Wayland shows nothing before there is a picture, and does not want it so early.
-  void bringToScreen(const QRegion& changed) {
-    const bool isNew = type() == Qt::ToolTip && isVisible() && sizeOnScreen_ != size() && !isOnWayland();
-    if (!isNew) return update(changed);
-    QPaintEvent all(QRect(QPoint(0, 0), size()));
-    QCoreApplication::sendEvent(this, &all);
+  // The desktop says that the pointer enters a window that appears, moves or grows under it. As long as the pointer has not
+  // been moved since, that is not so to the views.
+  void pointerMayRest() { restingPointer_ = QCursor::pos(); }
+  bool pointerRestsAt(QPointF place) {
+    constexpr double rounding = 1;  // a place is told in whole points, or not
+    if (restingPointer_ && (place - *restingPointer_).manhattanLength() <= rounding) return true;
+    restingPointer_.reset();
+    return false;
+  }
+
+  // Wayland shows a window together with its first picture, and resizes it with its next one.
+  bool isShownPopUp() const { return type() == Qt::ToolTip && isVisible() && !isOnWayland(); }
+
+  // A pop-up that appears or changes its size has its picture at once: nobody sees it without.
+  template <class Change>
+  void changeUnseen(Change change) {
+    create();
+    const UnseenChange unseen;
+    change();
+    const QRect all(QPoint(0, 0), size());
+    update(all);
+    QPaintEvent paint(all);
+    QCoreApplication::sendEvent(this, &paint);
   }
 
   void placeMayHaveChanged() {
-    if (geometry() == qtRectOf(wanted_)) return;
+    if (growsWithPicture_ || geometry() == qtRectOf(wanted_)) return;
     wanted_ = rectOnScreen(geometry());
     client_->nativeFrameChanged(wanted_);
   }
@@ -207,8 +236,9 @@ class QtWindow::Surface : public QRasterWindow {
   InputRelay relay_;
   KeptPicture picture_;
   CGRect wanted_;  // as it was asked for, or as the user or the desktop made it since
+  std::optional<QPoint> restingPointer_;  // absent once it has moved
   QTimer displayTimer_;
-  QSize sizeOnScreen_;  // that the window had when it was painted last; empty since it was hidden
+  bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted
   double knownScale_ = devicePixelRatio();
   int depth_ = 0;  // of events that are being handled
 };
@@ -221,7 +251,7 @@ QtWindow::~QtWindow() = default;
 
 void QtWindow::setFrame(CGRect content) { surface_->setWantedFrame(content); }
 void QtWindow::show() { surface_->appear(); }
-void QtWindow::hide() { surface_->disappear(); }
+void QtWindow::hide() { surface_->hide(); }
 void QtWindow::raise() { surface_->raise(); }
 void QtWindow::requestKey() { surface_->requestFocus(); }
 void QtWindow::setTitle(const std::string& title) { surface_->setTitle(QString::fromStdString(title)); }

@@ -6,6 +6,7 @@
   assistiveClient.py actions APPLICATION NAME      the actions of the object
   assistiveClient.py do APPLICATION NAME ACTION    does one of them
   assistiveClient.py write APPLICATION ROLE TEXT   puts the text into the first object of the role
+  assistiveClient.py text APPLICATION ROLE         the text of the first object of the role, its caret and selection
   assistiveClient.py listen APPLICATION            "listening", then a line for each change until the input ends
 
 Debian's packages of the bus are for the system's own Python.
@@ -122,6 +123,11 @@ def main():
         role, text = rest
         field = required(application, lambda thing: thing.getRoleName() == role, role)
         field.queryEditableText().setTextContents(text)
+    elif command == "text":
+        text = required(application, lambda thing: thing.getRoleName() == rest[0], rest[0]).queryText()
+        print(text.getText(0, -1), f"caret at {text.caretOffset}", sep="\n")
+        for index in range(text.getNSelections()):
+            print("selected {} to {}".format(*text.getSelection(index)))
     else:
         thing = required(application, lambda thing: thing.name == rest[0], rest[0])
         if command == "place":
