@@ -71,6 +71,7 @@ class QtWindow::Surface : public QRasterWindow {
     wanted_ = content;
     const QRect place = qtRectOf(content);
     growsWithPicture_ = false;
+    pointerAtChange_ = QCursor::pos();
     if (place == geometry()) return;
     if (isVisible() && movesOnlyWhenHidden(*this) && place.topLeft() != geometry().topLeft()) {
       hide();
@@ -85,6 +86,7 @@ class QtWindow::Surface : public QRasterWindow {
   }
 
   void appear() {
+    pointerAtChange_ = QCursor::pos();
     if (type() != Qt::ToolTip || isOnWayland()) return show();
     client_->nativeDisplay();
     changeUnseen([&] { show(); });
@@ -148,6 +150,8 @@ class QtWindow::Surface : public QRasterWindow {
         return true;
       }
       case QEvent::Enter:
+        // What comes under a still pointer is not what the user points at; the next move tells.
+        if (static_cast<QEnterEvent*>(event)->globalPosition().toPoint() == pointerAtChange_) return true;
         relay_.pointerCrossed(Crossing::Entered, static_cast<QEnterEvent*>(event)->position());
         return true;
       case QEvent::Leave: relay_.pointerCrossed(Crossing::Left, mapFromGlobal(QCursor::pos())); return true;
@@ -221,6 +225,7 @@ class QtWindow::Surface : public QRasterWindow {
   CGRect wanted_;  // as it was asked for, or as the user or the desktop made it since
   QTimer displayTimer_;
   bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted
+  QPoint pointerAtChange_;  // on the screen, when the program last showed or placed the window
   double knownScale_ = devicePixelRatio();
   int depth_ = 0;  // of events that are being handled
 };
