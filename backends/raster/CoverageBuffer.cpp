@@ -121,6 +121,7 @@ inline void CoverageBuffer::Row::addToPixel(int column, float middle, float cove
 }
 
 void CoverageBuffer::addUpright(double x, double y0, double y1, float direction) {
+  if (!(y0 < y1)) return;  // at the box's last edge there would be no row for it
   const int column = int(x), first = int(y0), last = lastRowOf(y1);
   firstRow_ = std::min(firstRow_, first);
   lastRow_ = std::max(lastRow_, last);

@@ -137,7 +137,7 @@ class Flattener {
       split(half, p123, p23, p3, end, depth + 1);
       return;
     }
-    step(p0, p1, p2, p3, int(std::min(wanted, float(mostSteps - 1))) + 1, end);
+    step(p0, p1, p2, p3, wanted < mostSteps ? int(wanted) + 1 : mostSteps, end);
   }
 
   // Chords between evenly spaced parameters. A chord of step h lies h^2/12 |B''| inside its curve on average;
