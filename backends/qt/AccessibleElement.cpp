@@ -220,12 +220,21 @@ QAccessible::State AccessibleElement::state() const {
   return state;
 }
 
+// That of the widget in which there is nothing but this element.
+QString AccessibleElement::nameOfWidget() const {
+  const QAccessibleInterface* widget = bridge_.widgetAround(viewOf(element()));
+  return widget && widget->childCount() == 1 && widget->child(0) == this ? widget->text(QAccessible::Name) : QString();
+}
+
 QString AccessibleElement::text(QAccessible::Text which) const {
   const Ref<NSObject> held = element();
   if (!held) return {};
   const NSAccessibility& asked = *accessibilityOf(held);
   switch (which) {
-    case QAccessible::Name: return nameOf(asked);
+    case QAccessible::Name: {
+      const QString name = nameOf(asked);
+      return name.isEmpty() ? nameOfWidget() : name;
+    }
     case QAccessible::Value: return textOf(asked, NSAccessibilityValueAttribute);
     case QAccessible::Description: {
       const QString help = textOf(asked, NSAccessibilityHelpAttribute);

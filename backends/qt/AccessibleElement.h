@@ -59,6 +59,7 @@ class AccessibleElement : public QAccessibleInterface,
 
  private:
   class Link;
+  QString nameOfWidget() const;
 
   AccessibilityBridge& bridge_;
   platform::WeakRef<platform::NSObject> element_;

@@ -194,8 +194,7 @@ class QtWindow::Surface : public QRasterWindow {
   // been moved since, that is not so to the views.
   void pointerMayRest() { restingPointer_ = QCursor::pos(); }
   bool pointerRestsAt(QPointF place) {
-    constexpr double rounding = 1;  // a place is told in whole points, or not
-    if (restingPointer_ && (place - *restingPointer_).manhattanLength() <= rounding) return true;
+    if (restingPointer_ && (place - *restingPointer_).manhattanLength() < 1) return true;
     restingPointer_.reset();
     return false;
   }

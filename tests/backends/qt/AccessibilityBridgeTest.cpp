@@ -329,6 +329,10 @@ TEST_F(AccessibilityBridgeTest, AViewHangsBelowTheWidgetThatItIsEmbeddedIn) {
   EXPECT_FALSE(outer->state().focused || outer->state().focusable);
   EXPECT_EQ(outer->focusChild(), outer->child(0));
 
+  EXPECT_EQ(outer->child(0)->text(QAccessible::Name), "Next");
+  embedded->setTitle("");
+  EXPECT_EQ(outer->child(0)->text(QAccessible::Name), "transport") << "without a name it has that of its widget";
+
   const QAccessible::Id id = QAccessible::uniqueId(outer->child(0));
   delete widget;
   EXPECT_EQ(of(embedded->cell())->parent(), nullptr);
