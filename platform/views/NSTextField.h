@@ -6,28 +6,9 @@
 #include "platform/cells/NSTextFieldCell.h"
 #include "platform/views/NSControl.h"
 #include "platform/views/NSText.h"
+#include "platform/views/NSTextFieldDelegate.h"
 
 namespace platform {
-
-inline constexpr std::string_view NSControlTextDidBeginEditingNotification = "NSControlTextDidBeginEditingNotification";
-inline constexpr std::string_view NSControlTextDidChangeNotification = "NSControlTextDidChangeNotification";
-inline constexpr std::string_view NSControlTextDidEndEditingNotification = "NSControlTextDidEndEditingNotification";
-
-// Told of the editing before the observers of the notifications are, whose object is the field.
-class NSTextFieldDelegate {
- public:
-  virtual ~NSTextFieldDelegate() = default;
-  virtual void controlTextDidBeginEditing(const Ref<NSNotification>&) {}  // before the first change
-  virtual void controlTextDidChange(const Ref<NSNotification>&) {}        // by the user
-  virtual void controlTextDidEndEditing(const Ref<NSNotification>&) {}
-  // control:textShouldBeginEditing: and control:textShouldEndEditing: False refuses.
-  virtual bool controlTextShouldBeginEditing(NSControl&, NSText&) { return true; }
-  virtual bool controlTextShouldEndEditing(NSControl&, NSText&) { return true; }
-  // control:textView:doCommandBySelector: is offered every command of the editor first. True if it was done here.
-  virtual bool controlTextViewDoCommandBySelector(NSControl&, NSTextView&, std::string_view /*selector*/) {
-    return false;
-  }
-};
 
 class NSTextField : public NSControl, public NSTextDelegate {
  public:
