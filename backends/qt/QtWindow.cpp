@@ -1,10 +1,12 @@
 #include "backends/qt/QtWindow.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QRasterWindow>
 #include <QTimer>
+#include <optional>
 
 #include "backends/qt/AccessibilityBridge.h"
 #include "backends/qt/InputRelay.h"
@@ -71,8 +73,8 @@ class QtWindow::Surface : public QRasterWindow {
     wanted_ = content;
     const QRect place = qtRectOf(content);
     growsWithPicture_ = false;
-    pointerAtChange_ = QCursor::pos();
     if (place == geometry()) return;
+    pointerMayRest();
     if (isVisible() && movesOnlyWhenHidden(*this) && place.topLeft() != geometry().topLeft()) {
       hide();
       setGeometry(place);
@@ -86,7 +88,7 @@ class QtWindow::Surface : public QRasterWindow {
   }
 
   void appear() {
-    pointerAtChange_ = QCursor::pos();
+    pointerMayRest();
     if (type() != Qt::ToolTip || isOnWayland()) return show();
     client_->nativeDisplay();
     changeUnseen([&] { show(); });
@@ -146,12 +148,13 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::MouseButtonRelease:
       case QEvent::MouseMove: {
         const auto& mouse = static_cast<const QMouseEvent&>(*event);
+        if (mouse.type() != QEvent::MouseMove) restingPointer_.reset();
+        if (pointerRestsAt(mouse.globalPosition())) return true;
         relay_.mouse(mouse, mouse.position());
         return true;
       }
       case QEvent::Enter:
-        // What comes under a still pointer is not what the user points at; the next move tells.
-        if (static_cast<QEnterEvent*>(event)->globalPosition().toPoint() == pointerAtChange_) return true;
+        if (pointerRestsAt(static_cast<QEnterEvent*>(event)->globalPosition())) return true;
         relay_.pointerCrossed(Crossing::Entered, static_cast<QEnterEvent*>(event)->position());
         return true;
       case QEvent::Leave: relay_.pointerCrossed(Crossing::Left, mapFromGlobal(QCursor::pos())); return true;
@@ -185,6 +188,16 @@ class QtWindow::Surface : public QRasterWindow {
         return true;
       default: return false;
     }
+  }
+
+  // The desktop says that the pointer enters a window that appears, moves or grows under it. As long as the pointer has not
+  // been moved since, that is not so to the views.
+  void pointerMayRest() { restingPointer_ = QCursor::pos(); }
+  bool pointerRestsAt(QPointF place) {
+    constexpr double rounding = 1;  // a place is told in whole points, or not
+    if (restingPointer_ && (place - *restingPointer_).manhattanLength() <= rounding) return true;
+    restingPointer_.reset();
+    return false;
   }
 
   // Wayland shows a window together with its first picture, and resizes it with its next one.
@@ -223,9 +236,9 @@ class QtWindow::Surface : public QRasterWindow {
   InputRelay relay_;
   KeptPicture picture_;
   CGRect wanted_;  // as it was asked for, or as the user or the desktop made it since
+  std::optional<QPoint> restingPointer_;  // absent once it has moved
   QTimer displayTimer_;
   bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted
-  QPoint pointerAtChange_;  // on the screen, when the program last showed or placed the window
   double knownScale_ = devicePixelRatio();
   int depth_ = 0;  // of events that are being handled
 };

@@ -14,6 +14,10 @@ int lastRowOf(double y) {
 
 bool CoverageBuffer::begin(const PixelRect& box) {
   box_ = box;
+  left_ = box.left;
+  top_ = box.top;
+  width_ = box.width();
+  height_ = box.height();
   stride_ = (box.width() + blockSize - 1) / blockSize * blockSize + blockSize;
   words_ = (stride_ / blockSize + 63) / 64;
   firstRow_ = box.height();
@@ -55,13 +59,12 @@ void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
 }
 
 void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
-  float direction = 1;
-  if (from.y > to.y) {
-    std::swap(from, to);
-    direction = -1;
-  }
-  const double height = box_.height(), width = box_.width();
-  const double fromX = from.x - box_.left, fromY = from.y - box_.top, toX = to.x - box_.left, toY = to.y - box_.top;
+  // Downwards, in numbers of its own: points that change places go through memory, and this is called for every chord.
+  const bool isDown = from.y < to.y;
+  const float direction = isDown ? 1.0f : -1.0f;
+  const double fromX = (isDown ? from.x : to.x) - left_, fromY = (isDown ? from.y : to.y) - top_;
+  const double toX = (isDown ? to.x : from.x) - left_, toY = (isDown ? to.y : from.y) - top_;
+  const double height = height_, width = width_;
   if (!(fromY < toY) || fromY >= height || toY <= 0) return;
   const bool isInside = fromY >= 0 && toY <= height && std::min(fromX, toX) >= 0 && std::max(fromX, toX) <= width;
   if (isInside) return addInside(fromX, fromY, toX, toY, direction);
@@ -149,13 +152,14 @@ void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float
   if (slope == 0) return addUpright(x0, y0, y1, direction);
   firstRow_ = std::min(firstRow_, first);
   lastRow_ = std::max(lastRow_, last);
-  const float coverPerPixel = direction * float(std::abs((y1 - y0) / (x1 - x0)));
+  const bool isInColumn = column == lastColumn;
+  const float coverPerPixel = isInColumn ? 0 : direction * float(std::abs((y1 - y0) / (x1 - x0)));
   double x = x0, y = y0;
   for (int i = first; i < last; ++i, goDown(row)) {
     const double bottom = i + 1;
     // From the start every time, so that errors do not add up.
     const double next = x0 + (bottom - y0) * slope;
-    const int nextColumn = int(next);
+    const int nextColumn = isInColumn ? column : int(next);  // which rounding must not leave
     if (column == nextColumn) row.addToPixel(column, float((x + next) * 0.5 - column), direction * float(bottom - y));
     else row.addToPixels(x, next, coverPerPixel);
     x = next;

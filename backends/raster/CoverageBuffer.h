@@ -88,6 +88,7 @@ class CoverageBuffer {
   void forEachRun(int row, Function run);
 
   PixelRect box_;
+  double left_ = 0, top_ = 0, width_ = 0, height_ = 0;  // of the box
   int stride_ =
       0;  // values a row: the width in whole blocks and one more, for what falls right of the last pixel
   int words_ = 0;  // of touched bits a row

@@ -93,7 +93,10 @@ class Flattener {
     // Controls that lie on an end say nothing of the direction there; the next one does.
     splitsLeftOfCurve_ = mostSplitsOfCurve;
     sink_.leave(direction(p0, p1 != p0 ? p1 : p2 != p0 ? p2 : p3));
-    split(p0, p1, p2, p3, Corner::Sharp, 0);
+    // Nearly all curves are in the picture and need no splitting: the short way is open to the compiler.
+    const float wanted = isVisible(p0) ? wantedChords(p0, p1, p2, p3) : mostSteps + 1;
+    if (wanted < mostSteps) step(p0, p1, p2, p3, int(wanted) + 1, Corner::Sharp);
+    else split(p0, p1, p2, p3, Corner::Sharp, 0);
     sink_.arrive(direction(p2 != p3 ? p2 : p1 != p3 ? p1 : p0, p3));
   }
 
@@ -111,15 +114,19 @@ class Flattener {
            std::min(std::min(p0.y, p1.y), std::min(p2.y, p3.y)) > v.bottom;
   }
 
-  void split(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, Corner end, int depth) {
-    if (!isVisible(p0) && !isVisible(p3) && isBeside(p0, p1, p2, p3)) return sink_.lineTo(p3, end);
-
+  // How many chords stay within the tolerance.
+  float wantedChords(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3) const {
     // A sixth of the second derivative at either end; between them it is linear.
     const double ax = p0.x - 2 * p1.x + p2.x, ay = p0.y - 2 * p1.y + p2.y;
     const double bx = p1.x - 2 * p2.x + p3.x, by = p1.y - 2 * p2.y + p3.y;
     // Single precision does for a number of chords, and takes half the time.
     const float bend = std::sqrt(float(std::max(ax * ax + ay * ay, bx * bx + by * by)));
-    const float wanted = std::sqrt(bend * perTolerance_);
+    return std::sqrt(bend * perTolerance_);
+  }
+
+  void split(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, Corner end, int depth) {
+    if (!isVisible(p0) && !isVisible(p3) && isBeside(p0, p1, p2, p3)) return sink_.lineTo(p3, end);
+    const float wanted = wantedChords(p0, p1, p2, p3);
     if (wanted > mostSteps && depth < deepestSplit && splitsLeftOfCurve_ > 0 && splitsLeft_ > 0) {
       --splitsLeftOfCurve_;
       --splitsLeft_;
@@ -141,7 +148,7 @@ class Flattener {
     const CGPoint a{p3.x - p0.x + 3 * (p1.x - p2.x), p3.y - p0.y + 3 * (p1.y - p2.y)};
     const CGPoint b{3 * (p0.x - 2 * p1.x + p2.x), 3 * (p0.y - 2 * p1.y + p2.y)};
     CGPoint c{3 * (p1.x - p0.x), 3 * (p1.y - p0.y)};
-    const double half = h * h / 2, sixth = h * h / 6;
+    const double half = h * h * 0.5, sixth = h * h * (1.0 / 6);
     c = {c.x - half * a.x, c.y - half * a.y};
     const CGPoint d{p0.x - sixth * b.x, p0.y - sixth * b.y};
     for (int i = 1; i < count; ++i) {

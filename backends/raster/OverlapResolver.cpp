@@ -74,8 +74,12 @@ void OverlapResolver::addStrip(double top, double bottom, FillRule rule, int dep
       return;
     }
   }
-  for (Side* side : across_) side->place = side->above + side->below;
-  sortByPlace();
+  // Those that are in order at the bottom as well are in order in the middle.
+  const auto isOutOfOrder = [](const Side* a, const Side* b) { return a->below > b->below; };
+  if (std::adjacent_find(across_.begin(), across_.end(), isOutOfOrder) != across_.end()) {
+    for (Side* side : across_) side->place = side->above + side->below;
+    sortByPlace();
+  }
   const auto isInside = [rule](int winding) {
     return rule == FillRule::EvenOdd ? winding % 2 != 0 : winding != 0;
   };

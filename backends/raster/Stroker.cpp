@@ -130,7 +130,6 @@ void Stroker::finishContour(Contour contour) {
 // Cuts the line into dashes and leaves out what lies beyond reach, before anything is computed from its
 // length: a line to the end of the world has no more dashes than fit into the picture.
 void Stroker::walkContour(Contour contour) {
-  if (!dashes_.empty()) findDirections(contour);
   dash_ = 0;
   isOn_ = true;
   rest_ = dashes_.empty() ? infinite : dashes_[0];
@@ -138,10 +137,10 @@ void Stroker::walkContour(Contour contour) {
   bool moved = false;
   for (std::size_t i = 0; i + 1 < points_.size(); ++i) {
     StrokePoint& from = points_[i];
-    if (from(points_[i + 1])) walkSegment(from, points_[i + 1]), moved = true;
+    if (from(points_[i + 1])) walkSegment(i), moved = true;
   }
   StrokePoint& last = points_.back();
-  if (contour == Contour::Closed && last(points_.front())) walkSegment(last, points_.front()), moved = true;
+  if (contour == Contour::Closed && last(points_.front())) walkSegment(points_.size() - 1), moved = true;
   finishPiece();
   if (!moved && isOn_) outline(points_, contour);
 }
@@ -152,22 +151,26 @@ struct Stroker::Visible {
   double before = 0, length = 0, after = 0;  // of the parts
 };
 
-// Of all points, inside curves as well, so that a dash that ends between two of them ends in the direction of the curve.
-void Stroker::findDirections(Contour contour) {
+// At a part of the way from a point to the next one. Inside a curve it is the curve's and not the chord's, so that dashes
+// end right.
+CGPoint Stroker::directionAt(std::size_t point, double part) const {
   const std::size_t count = points_.size();
-  for (std::size_t i = 0; i < count; ++i) {
-    StrokePoint &from = points_[i], &to = points_[i + 1 < count ? i + 1 : 0];
-    const bool isLast = i + 1 == count && contour == Contour::Open;
-    from.chord = isLast ? from.in : unit({to.x - from.x, to.y - from.y});
-    if (from.out == CGPoint{}) from.out = from.chord;
-    if (to.in == CGPoint{} && !isLast) to.in = from.chord;
-  }
-  for (StrokePoint& p : points_) {
-    if (p.corner == Corner::Smooth) p.in = p.out = unit({p.in.x + p.chord.x, p.in.y + p.chord.y});
-  }
+  const auto at = [&](std::size_t i) -> const StrokePoint& { return points_[i % count]; };
+  const auto chord = [&](std::size_t i) {
+    const StrokePoint &from = at(i), &to = at(i + 1);
+    return unit({to.x - from.x, to.y - from.y});
+  };
+  const CGPoint here = chord(point);
+  const auto between = [&](CGPoint other) { return unit({here.x + other.x, here.y + other.y}); };
+  const StrokePoint &from = at(point), &to = at(point + 1);
+  const CGPoint start = from.corner == Corner::Smooth ? between(chord(point + count - 1)) : from.out;
+  const CGPoint end = to.corner == Corner::Smooth ? between(chord(point + 1)) : to.in;
+  const CGPoint first = start == CGPoint{} ? here : start, last = end == CGPoint{} ? here : end;
+  return unit({first.x + (last.x - first.x) * part, first.y + (last.y - first.y) * part});
 }
 
-void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
+void Stroker::walkSegment(std::size_t point) {
+  const StrokePoint &from = points_[point], &to = points_[point + 1 < points_.size() ? point + 1 : 0];
   const std::optional<Visible> seen = visiblePart(from, to);
   if (!seen) {
     finishPiece();
@@ -180,10 +183,7 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
   const double dx = (to.x - from.x) / from.dist, dy = (to.y - from.y) / from.dist;
   const auto add = [&](double at) {
     StrokePoint p({seen->start.x + dx * at, seen->start.y + dy * at}, Corner::Sharp);
-    if (!dashes_.empty()) {
-      const double t = (seen->before + at) / from.dist;
-      p.in = p.out = unit({from.out.x + (to.in.x - from.out.x) * t, from.out.y + (to.in.y - from.out.y) * t});
-    }
+    if (!dashes_.empty()) p.in = p.out = directionAt(point, (seen->before + at) / from.dist);
     piece_.push_back(p);
   };
   if (isOn_ && piece_.empty()) {
@@ -274,8 +274,10 @@ void Stroker::finishPiece() {
 }
 
 CGPoint Stroker::unit(CGPoint v) {
-  const double length = std::sqrt(v.x * v.x + v.y * v.y);
-  return length > 0 ? CGPoint{v.x / length, v.y / length} : CGPoint{};
+  const double squares = v.x * v.x + v.y * v.y;
+  if (!(squares > 0)) return {};
+  const double perLength = 1 / std::sqrt(squares);
+  return {v.x * perLength, v.y * perLength};
 }
 
 void Stroker::outline(std::vector<StrokePoint>& line, Contour contour) {
@@ -285,7 +287,8 @@ void Stroker::outline(std::vector<StrokePoint>& line, Contour contour) {
   for (std::size_t i = 1; i < line.size(); ++i) {
     StrokePoint& last = line[count - 1];
     if (!isNear(last, line[i])) {
-      line[count++] = line[i];
+      if (count != i) line[count] = line[i];
+      ++count;
     } else {
       if (line[i].corner == Corner::Sharp) last.corner = Corner::Sharp;
       last.out = line[i].out;
@@ -391,7 +394,9 @@ std::optional<double> Stroker::gentleFactor(const Bend& bend) const {
 
 void Stroker::findSide(const StrokePoint& before, StrokePoint& at) const {
   at.side.reset();
-  if (turns(before.chord, at.in, before.dist) || turns(at.out, at.chord, at.dist)) return;
+  // Inside a curve the line arrives and leaves as the chords do.
+  const bool isInside = at.corner == Corner::Smooth;
+  if (!isInside && (turns(before.chord, at.in, before.dist) || turns(at.out, at.chord, at.dist))) return;
   if (const auto f = gentleFactor({{at.x, at.y}, at.in, at.out, before.dist, at.dist, at.corner}))
     at.side = CGPoint{*f * (at.in.y + at.out.y), -*f * (at.in.x + at.out.x)};
 }

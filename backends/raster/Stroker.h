@@ -67,8 +67,8 @@ class Stroker {
 
   void finishContour(Contour contour);
   void walkContour(Contour contour);
-  void findDirections(Contour contour);
-  void walkSegment(const StrokePoint& from, const StrokePoint& to);
+  void walkSegment(std::size_t point);  // from it to the next one
+  CGPoint directionAt(std::size_t point, double part) const;
   struct Visible;
   std::optional<Visible> visiblePart(const StrokePoint& from, const StrokePoint& to) const;
   void skip(double length);

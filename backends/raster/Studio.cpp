@@ -142,9 +142,25 @@ void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
     if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color.color);
   }
   const std::optional<CastShadow> shadow = castShadow();
+  if (!shadow && replaceWholePixels(path, color.color)) return;
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));
   paintPolygons({.polygons = polygons_, .rule = rule}, color, shadow);
+}
+
+// Every window begins its redraws with a clear ground: a rectangle of whole pixels, translucent, that replaces what is there.
+bool RasterCanvas::Studio::replaceWholePixels(const Path& path, Float4 color) {
+  if (state_.blendMode != BlendMode::Copy || openLayers_ > 0 || !state_.clip.isPlain()) return false;
+  const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice);
+  if (!rect) return false;
+  Clip filled = state_.clip;
+  filled.intersectRect(*rect);
+  if (!filled.isPlain()) return false;
+  std::uint32_t pixel = 0;
+  storeRow(&color, &pixel, 1);
+  for (int y = filled.box.top; y < filled.box.bottom; ++y)
+    std::fill_n(bitmap_->row(y) + filled.box.left, filled.box.width(), pixel);
+  return true;
 }
 
 // Row by row, with no need to work out coverage from sides.

@@ -68,6 +68,7 @@ class RasterCanvas::Studio {
   static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source,
                            const PixelRect& box, Layer& pixels);
   void fillRect(const DeviceRect& rect, Float4 color);
+  bool replaceWholePixels(const Path& path, Float4 color);
   bool paintsColor(const Source& source) const;
   void paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                      const std::optional<CastShadow>& shadow);

@@ -57,7 +57,7 @@ void Path::lineTo(CGPoint to) {
 
 void Path::curveTo(CGPoint to, CGPoint control1, CGPoint control2) {
   add(PathVerb::Curve);
-  points_.insert(points_.end(), {control1, control2, to});
+  for (const CGPoint p : {control1, control2, to}) points_.push_back(p);
   current_ = to;
 }
 

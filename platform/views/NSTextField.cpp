@@ -18,6 +18,7 @@ Ref<NSCell> NSTextField::makeCell() {
   cell->setBezeled(true);
   cell->setDrawsBackground(true);
   cell->setEditable(true);
+  cell->setLineBreakMode(NSLineBreakByClipping);  // as it is edited: on one line
   return cell;
 }
 
@@ -26,6 +27,7 @@ Ref<NSTextField> NSTextField::labelWithString(std::string_view text) {
   label->setBezeled(false);
   label->setDrawsBackground(false);
   label->setEditable(false);
+  label->setLineBreakMode(NSLineBreakByWordWrapping);
   label->setStringValue(text);
   label->setFrameSize(label->intrinsicContentSize());
   return label;

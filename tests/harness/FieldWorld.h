@@ -63,7 +63,7 @@ inline const platform::ClassInfo ProbeFieldTarget::staticClassInfo{.name = "Prob
                                                                    .base = &platform::NSObject::staticClassInfo,
                                                                    .selectors = probeFieldTargetSelectors};
 
-// A character of the fields' font is 6.5 points wide and a line 15.6 high; their text starts 5 points from the left.
+// A character of the fields' font is 6.5 points wide and a line 15.6 high; their text starts 7 points from the left.
 class FieldWorld : public StillWorld {
  protected:
   FieldWorld() {
@@ -90,7 +90,7 @@ class FieldWorld : public StillWorld {
   }
   // In the window, where the caret stands at the index of a text that is not scrolled, half down the line.
   static platform::CGPoint placeOf(std::size_t index) {
-    return {20 + 5 + 6.5 * static_cast<double>(index), 100 + 12};
+    return {20 + 7 + 6.5 * static_cast<double>(index), 100 + 12};
   }
 
   platform::Ref<platform::NSWindow> window = showWindow();

@@ -1,16 +1,14 @@
 #include <cmath>
-#include <cstdio>
 #include <string>
 
 #include "backends/raster/RasterCanvas.h"
-#include "backends/svg/SvgCanvas.h"
 #include "tools/artwork/Command.h"
 #include "tools/artwork/Failure.h"
 #include "tools/artwork/Figure.h"
-#include "tools/artwork/OutputFile.h"
 #include "tools/artwork/Picture.h"
 #include "tools/artwork/numbers.h"
 #include "tools/artwork/pngFile.h"
+#include "tools/artwork/svgFile.h"
 
 namespace artwork {
 
@@ -32,13 +30,6 @@ CGRect areaAround(CGRect frame) {
 void paint(backend::Canvas& canvas, const Figure& figure, const Picture& picture, Source source) {
   fillBackground(canvas, picture);
   source == Source::Image ? figure.drawImage(canvas) : figure.draw(canvas);
-}
-
-void writeText(const std::string& path, const std::string& text) {
-  OutputFile file(path);
-  // What could not be written shows when the file is committed.
-  std::fwrite(text.data(), 1, text.size(), file.stream());
-  file.commit();
 }
 
 void render(const Arguments& arguments) {
@@ -67,8 +58,7 @@ void render(const Arguments& arguments) {
   if (path.ends_with(".svg")) {
     backend::svg::SvgCanvas canvas(picture.area, picture.scale);
     paint(canvas, figure, picture, source);
-    if (canvas.error()) throw Failure(figure.routine().member() + ": " + *canvas.error());
-    writeText(path, canvas.document());
+    writeSvg(path, canvas);
   } else {
     backend::raster::Bitmap bitmap = makeBitmap(picture);
     {

@@ -5,6 +5,7 @@
 #include <QInputMethodEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <cmath>
 
 #include "backends/qt/QtViewWidget.h"
 #include "platform/events/NSTextInputClient.h"
@@ -157,15 +158,21 @@ TEST_F(TextInput, InputMethodsAreToldOfTheTextWithoutWhatIsComposed) {
 
 TEST_F(TextInput, TheCaretsPlaceIsToldInTheWindowAndInTheWidget) {
   QWindow& native = showInWindow();
-  // The field's text starts 5 points in, 3 below its top; the content is 100 points high.
+  const auto& cell = dynamic_cast<NSTextFieldCell&>(*field->cell());
+  const CGPoint inField = cell.drawingRectForBounds(field->bounds()).origin;
+  ASSERT_GT(inField.x, 0);
+  // The field stands at (10, 20), its height is 24, and the content is 100 points high.
   const QRectF inWindow = asked(native, Qt::ImCursorRectangle).toRectF();
-  EXPECT_EQ(inWindow.left(), 15);
-  EXPECT_EQ(inWindow.top(), 100 - 20 - 24 + 3);
+  EXPECT_EQ(inWindow.left(), 10 + inField.x);
+  EXPECT_EQ(inWindow.top(), 100 - 20 - 24 + inField.y);
   EXPECT_GT(inWindow.height(), 10);
   window->close();
-  const QRectF inWidget = asked(showInWidget(), Qt::ImCursorRectangle).toRectF();
-  EXPECT_EQ(inWidget.left(), 5);
-  EXPECT_EQ(inWidget.top(), 3);
+  QtViewWidget& widget = showInWidget();
+  const QRectF inWidget = asked(widget, Qt::ImCursorRectangle).toRectF();
+  // Up to half a device pixel away, where the view begins with the next whole one.
+  const double scale = widget.devicePixelRatioF(), away = scale == std::floor(scale) ? 0 : 0.5 / scale + 1e-9;
+  EXPECT_NEAR(inWidget.left(), cell.drawingRectForBounds(field->bounds()).origin.x, away);
+  EXPECT_NEAR(inWidget.top(), cell.drawingRectForBounds(field->bounds()).origin.y, away);
 }
 
 TEST_F(TextInput, InputMethodsRestWhereNoTextIsEdited) {
@@ -175,6 +182,23 @@ TEST_F(TextInput, InputMethodsRestWhereNoTextIsEdited) {
   EXPECT_FALSE(asked(native, Qt::ImSurroundingText).isValid());
   compose(native, "x", "y");
   EXPECT_EQ(field->stringValue(), "");
+}
+
+TEST_F(TextInput, InTextFromRightToLeftTheCaretStandsAtTheLeftOfItsEnd) {
+  QWindow& native = showInWindow();
+  field->setStringValue("\u05D0\u05D1\u05D2");
+  const auto caret = [&](std::size_t index) { return editor()->caretRectForIndex(index).origin.x; };
+  EXPECT_GT(caret(0), caret(1));
+  EXPECT_GT(caret(1), caret(2));
+  EXPECT_GT(caret(2), caret(3));
+  EXPECT_EQ(caret(3), 0);
+  QTest::keyClick(&native, Qt::Key_Home);
+  QTest::keyClick(&native, Qt::Key_Left);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));
+  // Text of the other direction in a line that begins from left to right.
+  field->setStringValue("ab \u05D0\u05D1");
+  EXPECT_EQ(editor()->characterIndexForInsertionAtPoint({caret(4) + 0.1, 5}), 4u);
+  EXPECT_LT(caret(5), caret(4));
 }
 
 TEST_F(TextInput, AProgramsShortcutsGetOnlyWhatTheTextDoesNotTake) {

@@ -248,37 +248,56 @@ TEST(RasterRectangles, OfWholePixelsReplaceWhatIsThereAndOthersMixAtTheirEdges) 
   }
 }
 
-TEST(RasterRectangles, InALayerOrWithAShadowAreNoShortcut) {
-  const Path rect = Path::rect({8, 8, 16, 16});
+TEST(RasterRectangles, InALayerACurvedClipOrWithAShadowAreNoShortcut) {
+  const Path rect = Path::rect({8, 8, 16, 16}), round = Path::oval({4, 4, 18, 22});
   const Shadow shadow{{4, -4}, 3, Color{0, 0, 0, 0.9}};
   const auto filled = [&](const CGAffineTransform& toDevice) { return Region::filled(rect, nonZero, toDevice); };
-  expectRight({.draw =
-                   [&](RasterCanvas& canvas) {
-                     paintGround(canvas);
-                     canvas.setShadow(shadow);
-                     canvas.setFillColor(ink);
-                     canvas.fillPath(rect, nonZero);
-                   },
-               .expect =
-                   [&](ReferencePicture& picture) {
-                     paintGround(picture);
-                     picture.paint(*shadow.color, picture.shadow(filled, shadow));
-                     picture.paint(ink, picture.fill(rect));
-                   }});
-  expectRight({.draw =
-                   [&](RasterCanvas& canvas) {
-                     paintGround(canvas);
-                     canvas.setAlpha(0.5);
-                     canvas.beginTransparencyLayer();
-                     canvas.setFillColor(ink);
-                     canvas.fillPath(rect, nonZero);
-                     canvas.endTransparencyLayer();
-                   },
-               .expect =
-                   [&](ReferencePicture& picture) {
-                     paintGround(picture);
-                     picture.paint(ink, picture.fill(rect), {.alpha = 0.5});
-                   }});
+  for (const BlendMode mode : {BlendMode::Copy, BlendMode::Normal}) {
+    SCOPED_TRACE(int(mode));
+    expectRight({.draw =
+                     [&](RasterCanvas& canvas) {
+                       paintGround(canvas);
+                       canvas.setBlendMode(mode);
+                       canvas.setShadow(shadow);
+                       canvas.setFillColor(ink);
+                       canvas.fillPath(rect, nonZero);
+                     },
+                 .expect =
+                     [&](ReferencePicture& picture) {
+                       paintGround(picture);
+                       picture.paint(*shadow.color, picture.shadow(filled, shadow), {.mode = mode});
+                       picture.paint(ink, picture.fill(rect), {.mode = mode});
+                     }});
+    expectRight({.draw =
+                     [&](RasterCanvas& canvas) {
+                       paintGround(canvas);
+                       canvas.setAlpha(0.5);
+                       canvas.beginTransparencyLayer();
+                       canvas.setBlendMode(mode);
+                       canvas.setFillColor(glass);
+                       canvas.fillPath(rect, nonZero);
+                       canvas.endTransparencyLayer();
+                     },
+                 .expect =
+                     [&](ReferencePicture& picture) {
+                       paintGround(picture);
+                       picture.paint(glass, picture.fill(rect), {.alpha = 0.5});
+                     }});
+    expectRight({.draw =
+                     [&](RasterCanvas& canvas) {
+                       paintGround(canvas);
+                       canvas.clipPath(round, nonZero);
+                       canvas.setBlendMode(mode);
+                       canvas.setFillColor(glass);
+                       canvas.fillPath(rect, nonZero);
+                     },
+                 .expect =
+                     [&](ReferencePicture& picture) {
+                       paintGround(picture);
+                       const Coverage clip = picture.fill(round);
+                       picture.paint(glass, picture.fill(rect), {.mode = mode, .clip = &clip});
+                     }});
+  }
 }
 
 }  // namespace backend::raster::test

@@ -148,6 +148,15 @@ TEST_F(TrackListHostTest, ThePointerOnAControlRepaintsThatControlOnly) {
   EXPECT_THAT(repainted(), ElementsAre(inWindow(favoriteOf(2))));
 }
 
+TEST_F(TrackListHostTest, AClickOnTheHeartRepaintsTheHeartOnly) {
+  user.moveTo(*window, middleOf(favoriteOf(2)));
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  user.click(*window, middleOf(favoriteOf(2)));
+  desktop.settle();
+  EXPECT_THAT(repainted(), ElementsAre(inWindow(favoriteOf(2))));
+}
+
 TEST_F(TrackListHostTest, AClickOnPlaySwitchesThePlayingRow) {
   click(playOf(2));
   EXPECT_TRUE(playOf(2).isPlayingTrack());

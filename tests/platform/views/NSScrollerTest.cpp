@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
@@ -46,4 +47,33 @@ TEST(NSScroller, DrawsNoKnobWhereThereIsNothingToScroll) {
   EXPECT_TRUE(recordingOf([&] { scroller->drawRect({}); }).empty());
   scroller->setKnobProportion(0.5);
   EXPECT_EQ(only("fill", recordingOf([&] { scroller->drawRect({}); })).size(), 1u);
+}
+
+class ScrollerInAWindow : public harness::StillWorld {};
+
+TEST_F(ScrollerInAWindow, LetsGoOfItsKnobWhenItIsHiddenOrTakenAway) {
+  const auto scroller = make<NSScroller>(CGRect{0, 0, 12, 100});
+  scroller->setKnobProportion(0.5);
+  const auto window = showWindowWith(scroller);
+  const auto dragAfter = [&](auto disturb) {
+    scroller->setDoubleValue(0);
+    user.press(*window, {6, 90});
+    user.dragTo({6, 80});
+    disturb();
+    const CGFloat value = scroller->doubleValue();
+    user.dragTo({6, 60});
+    user.release();
+    return scroller->doubleValue() - value;
+  };
+  EXPECT_GT(dragAfter([] {}), 0.3);
+  EXPECT_EQ(dragAfter([&] {
+              scroller->setHidden(true);
+              scroller->setHidden(false);
+            }),
+            0);
+  EXPECT_EQ(dragAfter([&] {
+              scroller->removeFromSuperview();
+              window->contentView()->addSubview(scroller);
+            }),
+            0);
 }

@@ -1,8 +1,7 @@
+#include <algorithm>
+
 #include "platform/events/NSEvent.h"
-#include "platform/views/NSButton.h"
-#include "platform/views/NSClipView.h"
 #include "tests/harness/FieldWorld.h"
-#include "tests/harness/recordingOf.h"
 
 using namespace platform;
 using harness::Calls;
@@ -309,6 +308,21 @@ TEST_F(FieldEditing, TheTextIsDrawnOnceAndWhereItWasBefore) {
   EXPECT_EQ(dark(), before);
 }
 
+TEST_F(FieldEditing, ALongTextStaysOnOneLineAfterTheEditing) {
+  begin("a long text that is wider than its field");
+  window->makeFirstResponder(nullptr);
+  nativeOf(*window).forgetPaints();
+  field->setNeedsDisplay(true);
+  desktop.settle();
+  std::size_t lines = 0;
+  for (const std::string& line : nativeOf(*window).paints().at(0).lines)
+    if (line.starts_with(R"({"op":"glyphs")")) {
+      ++lines;
+      EXPECT_EQ(std::count(line.begin(), line.end(), '['), 41);  // one for each character, and one around them
+    }
+  EXPECT_EQ(lines, 1u);
+}
+
 TEST_F(FieldEditing, ARingShowsWhereTheKeysGo) {
   const auto rings = [&] {
     std::size_t count = 0;
@@ -323,12 +337,19 @@ TEST_F(FieldEditing, ARingShowsWhereTheKeysGo) {
   begin("abc");
   desktop.settle();
   EXPECT_EQ(rings(), 1u);
+  const auto isWholeFieldDrawn = [&] {
+    for (const auto& paint : nativeOf(*window).paints())
+      for (const CGRect& rect : paint.dirty)
+        if (NSContainsRect(rect, field->frame())) return true;
+    return false;
+  };
   const auto second = showWindow({400, 100, 100, 100});
   desktop.settle();
-  ASSERT_FALSE(nativeOf(*window).paints().empty());
+  EXPECT_TRUE(isWholeFieldDrawn());
   EXPECT_EQ(rings(), 0u);
   window->makeKeyAndOrderFront(nullptr);
   desktop.settle();
+  EXPECT_TRUE(isWholeFieldDrawn());
   EXPECT_EQ(rings(), 1u);
 }
 

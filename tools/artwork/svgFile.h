@@ -1,0 +1,13 @@
+// SVG files of what a canvas was told.
+#pragma once
+
+#include <string>
+
+#include "backends/svg/SvgCanvas.h"
+
+namespace artwork {
+
+// Throws a Failure, and writes no file, where SVG cannot say some of it.
+void writeSvg(const std::string& path, const backend::svg::SvgCanvas& canvas);
+
+}  // namespace artwork
