@@ -131,8 +131,8 @@ std::optional<double> OverlapResolver::firstCrossing(double top, double bottom) 
 }
 
 void OverlapResolver::sortByPlace() {
+  if (across_.size() > fewSides) return sortManyByPlace();
   const auto isLeft = [](const Side* a, const Side* b) { return a->place < b->place; };
-  if (across_.size() > fewSides) return std::sort(across_.begin(), across_.end(), isLeft);
   // From strip to strip hardly any change places.
   for (std::size_t i = 1; i < across_.size(); ++i) {
     Side* const side = across_[i];
@@ -140,6 +140,14 @@ void OverlapResolver::sortByPlace() {
     for (; to > 0 && isLeft(side, across_[to - 1]); --to) across_[to] = across_[to - 1];
     across_[to] = side;
   }
+}
+
+// With what is compared side by side in memory.
+void OverlapResolver::sortManyByPlace() {
+  clearForReuse(placed_);
+  for (Side* side : across_) placed_.push_back({side->place, side});
+  std::sort(placed_.begin(), placed_.end(), [](const Placed& a, const Placed& b) { return a.place < b.place; });
+  for (std::size_t i = 0; i < placed_.size(); ++i) across_[i] = placed_[i].side;
 }
 
 void OverlapResolver::endBound(Side& side, double y) {

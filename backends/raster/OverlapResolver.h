@@ -43,6 +43,10 @@ class OverlapResolver {
     double since = 0;                        // the height from which on it is a bound
     double at(double y) const { return x + (y - top) * slope; }
   };
+  struct Placed {
+    double place;
+    Side* side;
+  };
   struct Bound {
     CGPoint from, to;
   };
@@ -53,10 +57,12 @@ class OverlapResolver {
   void goToStrip(double top, double bottom);
   std::optional<double> firstCrossing(double top, double bottom) const;
   void sortByPlace();
+  void sortManyByPlace();
   void endBound(Side& side, double y);
 
   std::vector<Side> sides_;    // by their tops
   std::vector<Side*> across_;  // those that go through the strip, from the left
+  std::vector<Placed> placed_;
   std::vector<double> cuts_;
   std::vector<Bound> bounds_;
   std::size_t next_ = 0;  // of the sides, not yet reached

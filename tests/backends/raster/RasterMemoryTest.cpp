@@ -22,7 +22,7 @@ Path manyLines() {
   std::uniform_real_distribution<double> place(0, 600);
   Path path;
   path.moveTo({0, 0});
-  for (int i = 0; i < 1500; ++i) path.lineTo({place(random), place(random)});
+  for (int i = 0; i < 300; ++i) path.lineTo({place(random), place(random)});
   return path;
 }
 

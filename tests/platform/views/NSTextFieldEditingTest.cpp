@@ -2,6 +2,7 @@
 
 #include "platform/events/NSEvent.h"
 #include "tests/harness/FieldWorld.h"
+#include "tests/harness/ProbeView.h"
 
 using namespace platform;
 using harness::Calls;
@@ -183,6 +184,18 @@ TEST_F(FieldEditing, OneThatEndsMayGiveTheKeysToAThird) {
   EXPECT_TRUE(window->makeFirstResponder(other.get()));
   EXPECT_EQ(third->currentEditor(), nullptr);
   EXPECT_TRUE(other->currentEditor());
+  EXPECT_EQ(window->firstResponder(), other->currentEditor().get());
+}
+
+TEST_F(FieldEditing, AViewThatGotTheKeysInBetweenIsAskedToGiveThemUp) {
+  const auto third = make<harness::ProbeView>(CGRect{20, 20, 10, 10});
+  third->acceptsFirst = true;
+  window->contentView()->addSubview(third);
+  begin("abc");
+  delegate->onEnd = [&] { window->makeFirstResponder(third.get()); };
+  third->calls.clear();
+  EXPECT_TRUE(window->makeFirstResponder(other.get()));
+  EXPECT_EQ(third->calls, (Calls{"become", "resign"}));
   EXPECT_EQ(window->firstResponder(), other->currentEditor().get());
 }
 

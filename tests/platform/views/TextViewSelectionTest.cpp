@@ -229,6 +229,7 @@ TEST_F(Caret, StandsWhereTheTextsAlignmentPutsIt) {
   begin("ab");
   user.pressKey(NSEndFunctionKey);
   const CGFloat width = editor()->frame().size.width;
+  EXPECT_EQ(width, clip().size.width);
   EXPECT_EQ(editor()->caretRectForIndex(0).origin.x, width - 13);
   EXPECT_EQ(editor()->caretRectForIndex(2).origin.x, width - 1);  // not behind the edge
   field->setAlignment(NSTextAlignmentCenter);
