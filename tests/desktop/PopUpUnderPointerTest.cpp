@@ -39,7 +39,7 @@ TEST_F(PopUpUnderPointer, AStillPointerSelectsNothingUntilItMoves) {
   suggest({"a", "b", "c"});
   settle();
   EXPECT_EQ(selected(), "a") << "nor when the pop-up grows";
-  movePointerToRow(2, 1);
+  movePointerToRow(2, 10);
   EXPECT_TRUE(eventually([&] { return selected() == "c"; })) << selected();
 }
 
