@@ -50,6 +50,8 @@ void applyLook(QApplication& application) {
   palette.setColor(QPalette::Text, QColor(0x2a2a30));
   palette.setColor(QPalette::Button, QColor(0xf3f3f6));
   palette.setColor(QPalette::ButtonText, QColor(0x2a2a30));
+  for (const QPalette::ColorRole text : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, text, QColor(0x9a9aa6));
   palette.setColor(QPalette::Highlight, QColor(0x3f68e0));
   palette.setColor(QPalette::HighlightedText, Qt::white);
   application.setPalette(palette);

@@ -32,7 +32,7 @@ constexpr CGFloat fieldHeight = 26;
 // The flat cell comes from interface files only: from one that stands in the code, here.
 Ref<NSTextField> makeField(CGRect frame) {
   registerInterfaceFileClasses();
-  NSCoder coder(R"({"cell": {"class": "TessalunaUIKit.FlatTextFieldCell", "editable": true,
+  NSCoder coder(R"({"cell": {"class": "TessalunaUIKit.FlatTextFieldCell", "editable": true, "lineBreakMode": 2,
                              "placeholder": "Search tracks, albums and artists"}})");
   const auto field = make<NSTextField>(coder);
   field->setFrame(frame);
