@@ -28,7 +28,9 @@ QWindow* ownQWindowOf(const NSWindow& window) {
   return native ? native->qWindow() : nullptr;
 }
 
-bool isSeen(const NSWindow& window) { return !window.accessibilityIsIgnored() && window.accessibilityParent() == NSApp; }
+bool isSeen(const NSWindow& window) {
+  return !window.accessibilityIsIgnored() && window.accessibilityParent() == NSApp;
+}
 
 void send(QAccessibleInterface* interface, QAccessible::Event what) {
   if (!interface) return;
@@ -43,7 +45,8 @@ AccessibilityBridge::AccessibilityBridge(EmbeddingHosts& hosts) : hosts_(hosts) 
   changes_ = accessibilityNotificationCenter().addObserverForName(
       "", nullptr, nullptr, [this](const Ref<NSNotification>& told) { changed(*told); });
   keyWindows_ = NSNotificationCenter::defaultCenter().addObserverForName(
-      NSWindowDidBecomeKeyNotification, nullptr, nullptr, [this](const Ref<NSNotification>&) { focusMayHaveChanged(); });
+      NSWindowDidBecomeKeyNotification, nullptr, nullptr,
+      [this](const Ref<NSNotification>&) { focusMayHaveChanged(); });
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, &AccessibilityBridge::tell);
 }

@@ -1,5 +1,5 @@
-// Between the platform's accessibility tree and Qt: gives each element its interface, one and the same as long as the element
-// lives, and tells Qt what changes. Nobody is told anything while no client listens.
+// Between the platform's accessibility tree and Qt: gives each element its interface, one and the same as long as the
+// element lives, and tells Qt what changes. Nobody is told anything while no client listens.
 //
 //   qApp > a window of our own > its elements
 //   qApp > a program's widgets > a QtViewWidget > the elements of its view
@@ -37,7 +37,8 @@ class AccessibilityBridge : public QObject {
   // What Qt sees of a window of our own. The window is an element below the application, and shown.
   QAccessibleInterface* rootOf(const platform::Ref<platform::NSWindow>& window);
 
-  // Told by the native windows; that one is hidden, the window tells by itself. Qt tells of a widget's focus by itself, and is told of the element's after that.
+  // Told by the native windows. The focus is told a little later: Qt tells of a widget's by itself, and that of an
+  // element in it has to follow. Of being hidden a window tells as an element.
   void focusMayHaveChanged();
   void windowWasShown(const platform::Ref<platform::NSWindow>& window);
 

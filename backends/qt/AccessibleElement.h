@@ -1,5 +1,5 @@
-// One element of the platform's accessibility tree, as Qt shows it to assistive clients. It asks the element anew at each
-// question and keeps nothing but what it has told last, so that a change can be told as a difference.
+// One element of the platform's accessibility tree, as Qt shows it to assistive clients. It asks the element anew at
+// each question and keeps nothing but what it has told last, so that a change can be told as a difference.
 #pragma once
 
 #include <QAccessible>

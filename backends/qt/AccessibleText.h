@@ -1,4 +1,5 @@
-// The text of an element that is written in: its value, and the range that is selected in it. Positions count UTF-16 units.
+// The text of an element that is written in: its value, and the range that is selected in it. Positions count UTF-16
+// units.
 #pragma once
 
 #include <QAccessible>

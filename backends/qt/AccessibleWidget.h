@@ -1,5 +1,5 @@
-// A QtViewWidget to assistive clients: a widget of the program like others, which has the elements of its view for children
-// and leaves the keyboard to them.
+// A QtViewWidget to assistive clients: a widget of the program like others, which has the elements of its view for
+// children and leaves the keyboard to them.
 #pragma once
 
 #include <QAccessibleWidget>
