@@ -17,6 +17,7 @@ endif()
 
 if(TESSALUNA_FUZZ)
   target_compile_options(tessaluna_build_flags INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(tessaluna_build_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # tessaluna_library(NAME FOLDERS dir... [EXCEPT dir...] [LINKS target...] [PRIVATE_LINKS target...])

@@ -81,7 +81,10 @@ class QtWindow::Surface : public QRasterWindow {
       show();
     } else if (isShownPopUp() && place.size() != size()) {
       growsWithPicture_ = place.width() > width() || place.height() > height();
-      if (!growsWithPicture_) changeUnseen([&] { setGeometry(place); });
+      if (!growsWithPicture_) {
+        client_->nativeDisplay();
+        changeUnseen([&] { setGeometry(place); });
+      }
     } else {
       setGeometry(place);
     }

@@ -60,7 +60,9 @@ Placement turned(CGSize image, const QRectF& rect, const QTransform& toPixels) {
 }
 
 QImage render(NSImage& image, const Placement& placement) {
-  QImage picture(placement.pixels.size(), QImage::Format_ARGB32_Premultiplied);
+  const QSize size = placement.pixels.size();
+  if (std::max(size.width(), size.height()) > raster::Bitmap::maximumSide) return {};
+  QImage picture(size, QImage::Format_ARGB32_Premultiplied);
   if (picture.isNull()) return picture;
   picture.fill(Qt::transparent);
   auto bitmap = raster::Bitmap::borrow(reinterpret_cast<std::uint32_t*>(picture.bits()), picture.width(),

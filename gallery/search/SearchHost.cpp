@@ -14,6 +14,7 @@
 #include "platform/windows/NSWindow.h"
 #include "uikit/interfaceFileClasses.h"
 #include "uikit/stylekit/image_factory.h"
+#include "uikit/suggestions/FlatTextFieldCell.h"
 
 namespace gallery {
 
@@ -36,6 +37,7 @@ Ref<NSTextField> makeField(CGRect frame) {
                              "placeholder": "Search tracks, albums and artists"}})");
   const auto field = make<NSTextField>(coder);
   field->setFrame(frame);
+  dynamic_cast<FlatTextFieldCell&>(*field->cell()).setBorderColor(NSColor::colorWithCalibratedWhite(0.72, 1));
   field->setAutoresizingMask(NSViewWidthSizable);
   return field;
 }

@@ -35,7 +35,6 @@ std::shared_ptr<const backend::ShapedLine> shape(const NSAttributedString& text)
   return textEngine().shape(text.text(), spans);
 }
 
-bool isLineEnd(char16_t unit) { return unit == '\n' || unit == '\r' || unit == 0x2028 || unit == 0x2029; }
 bool isBlank(char16_t unit) { return unit == ' ' || unit == '\t'; }
 
 struct Shortened {

@@ -12,14 +12,6 @@ namespace {
 
 enum class Sort { Word, Blank, Other };
 
-char32_t scalarAt(std::u16string_view text, std::size_t index) {
-  const char16_t unit = text[index];
-  const bool isPair = (unit & 0xFC00) == 0xD800 && index + 1 < text.size() && (text[index + 1] & 0xFC00) == 0xDC00;
-  return isPair ? 0x10000 + ((unit - 0xD800u) << 10) + (text[index + 1] - 0xDC00u) : unit;
-}
-
-bool isLineEnd(char16_t unit) { return unit == '\n' || unit == '\r' || unit == 0x2028 || unit == 0x2029; }
-
 Sort sortOfScalar(char32_t scalar) {
   switch (utf8proc_category(static_cast<utf8proc_int32_t>(scalar))) {
     case UTF8PROC_CATEGORY_LU:

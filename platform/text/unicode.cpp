@@ -63,16 +63,15 @@ void appendUtf8(std::string& text, char32_t scalar) {
   }
 }
 
-// The scalar at the offset and its length in units. A lone surrogate is itself.
-char32_t scalarAt(std::u16string_view text, std::size_t offset, std::size_t& length) {
-  const char16_t unit = text[offset];
-  length = 1;
-  if (!isHighSurrogate(unit) || offset + 1 >= text.size() || !isLowSurrogate(text[offset + 1])) return unit;
-  length = 2;
-  return 0x10000 + ((unit - 0xD800u) << 10) + (text[offset + 1] - 0xDC00u);
+}  // namespace
+
+char32_t scalarAt(std::u16string_view text, std::size_t index) {
+  const char16_t unit = text[index];
+  if (!isHighSurrogate(unit) || index + 1 >= text.size() || !isLowSurrogate(text[index + 1])) return unit;
+  return 0x10000 + ((unit - 0xD800u) << 10) + (text[index + 1] - 0xDC00u);
 }
 
-}  // namespace
+bool isLineEnd(char16_t unit) { return unit == '\n' || unit == '\r' || unit == 0x2028 || unit == 0x2029; }
 
 std::u16string utf16FromUtf8(std::string_view text) {
   std::u16string result;
@@ -93,7 +92,8 @@ std::string utf8FromUtf16(std::u16string_view text) {
   std::string result;
   result.reserve(text.size());
   for (std::size_t i = 0, length; i < text.size(); i += length) {
-    const char32_t scalar = scalarAt(text, i, length);
+    const char32_t scalar = scalarAt(text, i);
+    length = unitsOf(scalar);
     appendUtf8(result, scalar >= 0xD800 && scalar < 0xE000 ? replacement : scalar);
   }
   return result;
@@ -112,7 +112,8 @@ std::vector<std::size_t> characterBorders(std::u16string_view text) {
   utf8proc_int32_t state = 0;
   char32_t previous = 0;
   for (std::size_t i = 0, length; i < text.size(); i += length) {
-    const char32_t scalar = scalarAt(text, i, length);
+    const char32_t scalar = scalarAt(text, i);
+    length = unitsOf(scalar);
     const bool isBorder = i == 0 || utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(previous),
                                                                      static_cast<utf8proc_int32_t>(scalar), &state);
     if (isBorder) borders.push_back(i);

@@ -16,6 +16,12 @@ std::string utf8FromScalar(char32_t scalar);
 // The first scalar of a UTF-8 text; absent characters give 0.
 char32_t firstScalar(std::string_view text);
 
+// The scalar at the index, which is that of its first unit. A lone surrogate is itself.
+char32_t scalarAt(std::u16string_view text, std::size_t index);
+constexpr std::size_t unitsOf(char32_t scalar) { return scalar > 0xFFFF ? 2 : 1; }
+// Whether a line or paragraph ends with the unit.
+bool isLineEnd(char16_t unit);
+
 // The offsets in UTF-16 units at which user-perceived characters (extended grapheme clusters) start, and the length last. A
 // lone surrogate is a character.
 std::vector<std::size_t> characterBorders(std::u16string_view text);

@@ -13,7 +13,6 @@ class CaretBlink {
 
   void start();  // from a shown caret, also when it blinks already
   void stop();   // the caret is not shown
-  bool isRunning() const { return run_ != nullptr; }
   bool isShown() const { return isShown_; }
 
  private:

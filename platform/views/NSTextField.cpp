@@ -88,9 +88,9 @@ void NSTextField::setEnabled(bool isEnabled) {
   NSControl::setEnabled(isEnabled);
 }
 
-void NSTextField::setHidden(bool isHidden) {
-  if (isHidden && window() && currentEditor()) window()->endEditingFor(this);
-  NSControl::setHidden(isHidden);
+void NSTextField::viewDidHide() {
+  if (window() && currentEditor()) window()->endEditingFor(this);
+  NSControl::viewDidHide();
 }
 
 void NSTextField::windowWillChange() {
@@ -184,8 +184,9 @@ void NSTextField::textDidEndEditing(const Ref<NSNotification>&) {
   notify(NSControlTextDidEndEditingNotification, &NSTextFieldDelegate::controlTextDidEndEditing);
   if (!isReturn) return;
   sendActionTo(action(), target());
-  // The keys stay here, unless the action took them elsewhere.
-  if (window() == held.get() && held->firstResponder() == held.get()) selectText(nullptr);
+  // The keys stay here, unless the action took them elsewhere or the field away.
+  const bool isThere = window() == held.get() && !isHiddenOrHasHiddenAncestor();
+  if (isThere && held->firstResponder() == held.get()) selectText(nullptr);
 }
 
 bool NSTextField::textViewDoCommandBySelector(NSTextView& editor, std::string_view selector) {

@@ -38,7 +38,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
   std::string stringValue() const override;
   void setStringValue(std::string_view text) override;
   void setEnabled(bool isEnabled) override;  // disabling ends the editing
-  void setHidden(bool isHidden) override;    // so does hiding
+  void viewDidHide() override;               // so does hiding, also of a view above it
 
   // Not kept alive.
   Ref<NSTextFieldDelegate> delegate() const { return delegate_.lock(); }

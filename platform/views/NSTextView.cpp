@@ -81,6 +81,12 @@ const ClassInfo NSTextView::staticClassInfo{
 
 NSTextView::~NSTextView() { stopObserving(); }
 
+void NSTextView::setDelegate(const Ref<NSTextDelegate>& delegate) {
+  TextViewEditing::setDelegate(delegate);
+  // Lent anew, perhaps by whoever is being told of the last end: an editing of its own.
+  if (delegate) isFinishing_ = false;
+}
+
 void NSTextView::setFieldEditor(bool isFieldEditor) {
   TextViewEditing::setFieldEditor(isFieldEditor);
   // Its text stands where the field draws it, on one line that scrolls.
@@ -138,14 +144,17 @@ void NSTextView::moveToKeyView(NSTextMovement movement) {
 // First responder and the end of editing.
 
 bool NSTextView::becomeFirstResponder() {
+  ++timesFirstResponder_;
   editingDidEnd();
   becameFirstResponder();
   return true;
 }
 
 bool NSTextView::resignFirstResponder() {
+  const std::size_t times = timesFirstResponder_;
   if (!finishEditing(wantedMovement_, Asking::Delegate)) return false;
-  resignedFirstResponder();
+  // Unless whoever was told of the end has lent it anew.
+  if (times == timesFirstResponder_) resignedFirstResponder();
   return true;
 }
 
@@ -179,7 +188,8 @@ void NSTextView::viewDidMoveToWindow() {
   if (window())
     for (const std::string_view name : {NSWindowDidBecomeKeyNotification, NSWindowDidResignKeyNotification})
       observers_.push_back(NSNotificationCenter::defaultCenter().addObserverForName(
-          name, refTo(*window()), nullptr, [this](const Ref<NSNotification>&) { keyWindowDidChange(); }));
+          // A window that is still being made is no object yet; then of all windows.
+          name, window()->weak_from_this().lock(), nullptr, [this](const Ref<NSNotification>&) { keyWindowDidChange(); }));
 }
 
 void NSTextView::keyWindowDidChange() {

@@ -19,6 +19,7 @@ class NSTextView : public TextViewEditing {
   ~NSTextView() override;
 
   void setFieldEditor(bool isFieldEditor) override;
+  void setDelegate(const Ref<NSTextDelegate>& delegate) override;
   void endEditing() override;
 
   void keyDown(const Ref<NSEvent>& event) override;
@@ -53,6 +54,7 @@ class NSTextView : public TextViewEditing {
 
   std::vector<Ref<NSObject>> observers_;  // of the window's key status
   NSTextMovement wantedMovement_ = NSTextMovementOther;
+  std::size_t timesFirstResponder_ = 0;
   bool isFinishing_ = false;
 };
 

@@ -41,8 +41,7 @@ std::u16string TextViewEditing::typedText(std::string_view text) const {
   for (std::size_t i = 0; i < units.size(); ++i) {
     const char16_t unit = units[i];
     if (unit == '\r' && i + 1 < units.size() && units[i + 1] == '\n') continue;
-    const bool isLineEnd = unit == '\n' || unit == '\r' || unit == 0x2028 || unit == 0x2029;
-    line += isLineEnd ? u' ' : unit;
+    line += isLineEnd(unit) ? u' ' : unit;
   }
   return line;
 }
@@ -86,10 +85,12 @@ void TextViewEditing::replace(NSRange range, std::u16string_view text) {
 bool TextViewEditing::change(const Change& change) {
   const Ref<NSObject> held = shared_from_this();
   if (!shouldChangeText()) return false;
+  // Whoever was asked may have changed the text.
+  const NSRange range = withinText(change.range);
   const bool goesOn = change.kind != EditKind::Other && change.kind == lastKind_ && selection() == lastSelection_;
   if (!goesOn) registerUndo({textStorage()->text(), selection()});
-  replace(change.range, change.text);
-  const std::size_t caret = change.range.location + change.text.size();
+  replace(range, change.text);
+  const std::size_t caret = range.location + change.text.size();
   setSelection({caret, caret});
   lastKind_ = change.kind;
   lastSelection_ = selection();
@@ -99,12 +100,17 @@ bool TextViewEditing::change(const Change& change) {
 
 NSRange TextViewEditing::replacedBy(NSRange replacementRange) const {
   if (replacementRange.location == NSNotFound) return hasMarkedText() ? marked_ : selectedRange();
-  const std::size_t start = std::min(replacementRange.location, length());
-  return {start, std::min(replacementRange.length, length() - start)};
+  return withinText(replacementRange);
+}
+
+NSRange TextViewEditing::withinText(NSRange range) const {
+  const std::size_t start = std::min(range.location, length());
+  return {start, std::min(range.length, length() - start)};
 }
 
 void TextViewEditing::insertText(std::string_view text, NSRange replacementRange) {
-  const NSRange range = replacedBy(replacementRange);
+  const Ref<NSObject> held = shared_from_this();
+  NSRange range = replacedBy(replacementRange);
   const std::u16string typed = typedText(text);
   if (hasMarkedText()) {
     // One step from before the composition began.
@@ -112,6 +118,7 @@ void TextViewEditing::insertText(std::string_view text, NSRange replacementRange
     setMarkedRange(noRange);
     breakUndoCoalescing();
     if (!shouldChangeText()) return;
+    range = withinText(range);
     replace(range, typed);
     registerUndo(std::move(before));
     const std::size_t caret = range.location + typed.size();
@@ -159,10 +166,11 @@ void TextViewEditing::setMarkedRange(NSRange range) {
 
 void TextViewEditing::setMarkedText(std::string_view text, NSRange selected, NSRange replacementRange) {
   const Ref<NSObject> held = shared_from_this();
-  const NSRange range = replacedBy(replacementRange);
+  NSRange range = replacedBy(replacementRange);
   const std::u16string composed = typedText(text);
   if (!hasMarkedText() && composed.empty() && range.length == 0) return;
   if (!shouldChangeText()) return;
+  range = withinText(range);
   if (!hasMarkedText()) beforeMarking_ = Snapshot{textStorage()->text(), selection()};
   const std::optional<Snapshot> before = beforeMarking_;
   setMarkedRange(noRange);

@@ -63,6 +63,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   bool change(const Change& change);
   void replace(NSRange range, std::u16string_view text);
   NSRange replacedBy(NSRange replacementRange) const;
+  NSRange withinText(NSRange range) const;
   std::u16string typedText(std::string_view text) const;
   void registerUndo(Snapshot before);
   void bringBack(const Snapshot& snapshot);

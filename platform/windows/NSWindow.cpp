@@ -202,7 +202,10 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
   NSResponder* wanted = responder ? responder : this;
   if (wanted == firstResponder_) return true;
   const Ref<NSResponder> held = refTo(*wanted);
-  while (firstResponder_ != this) {
+  // One that takes the keys back whenever they go keeps them.
+  constexpr int mostAsked = 3;
+  for (int asked = 0; firstResponder_ != this; ++asked) {
+    if (asked == mostAsked) return false;
     const Ref<NSResponder> earlier = refTo(*firstResponder_);
     const std::size_t changes = firstResponderChanges_;
     if (!earlier->resignFirstResponder()) return false;

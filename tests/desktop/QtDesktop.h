@@ -17,13 +17,13 @@ class QtDesktop : public testing::Test {
   QtDesktop() { platform::NSApplication::sharedApplication(); }
   ~QtDesktop() override { platform::NSApp = nullptr; }
 
-  // Whether the condition comes true while events are handled, within a few seconds.
+  // Whether the condition comes true while events are handled, within half a minute.
   template <class Condition>
   static bool eventually(Condition condition) {
     QElapsedTimer timer;
     timer.start();
     while (!condition()) {
-      if (timer.elapsed() > 5000) return false;
+      if (timer.elapsed() > 30000) return false;
       QApplication::processEvents();
       QThread::msleep(2);
     }

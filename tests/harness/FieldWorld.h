@@ -25,9 +25,12 @@ class ProbeFieldDelegate : public platform::NSObject, public platform::NSTextFie
   Calls calls;
   bool refusesToBegin = false, refusesToEnd = false;
   std::function<bool(std::string_view)> onCommand;
-  std::function<void()> onChange, onEnd;
+  std::function<void()> onBegin, onChange, onEnd;
 
-  void controlTextDidBeginEditing(const platform::Ref<platform::NSNotification>&) override { calls.push_back("begin"); }
+  void controlTextDidBeginEditing(const platform::Ref<platform::NSNotification>&) override {
+    calls.push_back("begin");
+    if (onBegin) onBegin();
+  }
   void controlTextDidChange(const platform::Ref<platform::NSNotification>& notification) override {
     calls.push_back("change " + dynamic_cast<platform::NSTextField&>(*notification->object()).stringValue());
     if (onChange) onChange();

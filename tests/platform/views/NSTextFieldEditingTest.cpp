@@ -382,3 +382,51 @@ TEST_F(FieldEditing, ThePlaceholderShowsAsLongAsNothingIsTyped) {
   EXPECT_FALSE(shows("81"));
   EXPECT_TRUE(shows("122"));
 }
+
+// Delegates that interfere.
+
+TEST_F(FieldEditing, ADelegateThatReplacesTheTextWhenEditingBeginsIsTypedInto) {
+  begin("abc", 3);
+  delegate->onBegin = [&] { field->setStringValue("x"); };
+  user.type("y");
+  EXPECT_EQ(field->stringValue(), "xy");
+}
+
+TEST_F(FieldEditing, ADelegateThatClearsTheTextWhenACompositionBeginsLosesNothing) {
+  begin("abc", 3);
+  delegate->onBegin = [&] { field->setStringValue(""); };
+  editor()->setMarkedText("k", {1, 0}, {NSNotFound, 0});
+  editor()->insertText("か");
+  EXPECT_EQ(field->stringValue(), "か");
+}
+
+TEST_F(FieldEditing, ADelegateThatAlwaysTakesTheKeysBackKeepsThem) {
+  begin("abc");
+  delegate->onEnd = [&] { field->selectText(nullptr); };
+  EXPECT_FALSE(window->makeFirstResponder(other.get()));
+  EXPECT_NE(field->currentEditor(), nullptr);
+  user.type("z");
+  EXPECT_EQ(field->stringValue(), "z");
+  delegate->onEnd = nullptr;
+}
+
+TEST_F(FieldEditing, AFieldThatIsEditedAnewWithinItsActionAndThenHiddenLetsGoOfTheEditor) {
+  begin("abc");
+  target->onAction = [&] {
+    field->selectText(nullptr);
+    field->setHidden(true);
+  };
+  user.type("q");
+  user.pressKey(returnKey);
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  EXPECT_EQ(field->stringValue(), "q");
+  EXPECT_TRUE(field->subviews().empty());
+}
+
+TEST_F(FieldEditing, HidingAViewAboveTheFieldEndsItsEditing) {
+  begin("abc");
+  user.type("q");
+  window->contentView()->setHidden(true);
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  EXPECT_EQ(field->stringValue(), "q");
+}
