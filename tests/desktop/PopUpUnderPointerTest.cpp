@@ -1,5 +1,4 @@
 // A completion pop-up that opens where the pointer happens to rest.
-#include <QProcess>
 
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/AccessiblePlayer.h"
@@ -19,8 +18,7 @@ class PopUpUnderPointer : public harness::QtDesktop, protected harness::Accessib
   // A place in the middle of a row of 20 points, as if the pop-up were open already.
   void movePointerToRow(int row, int right = 0) {
     const QPoint corner = of(field->cell())->rect().bottomLeft() + QPoint(30 + right, 1 + 2 + 20 * row + 10);
-    ASSERT_EQ(QProcess::execute("xdotool", {"mousemove", QString::number(corner.x()), QString::number(corner.y())}), 0);
-    settle();
+    xdotool({"mousemove", QString::number(corner.x()), QString::number(corner.y())});
   }
   std::string selected() const {
     const auto suggestion = controller->selectedSuggestion();

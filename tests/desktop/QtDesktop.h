@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QThread>
 
 #include <gtest/gtest.h>
@@ -35,6 +36,15 @@ class QtDesktop : public testing::Test {
       QApplication::processEvents();
       QThread::msleep(2);
     }
+  }
+
+  // The hands of a user: has the X server move, press and type. When it returns all has been sent, and most has arrived.
+  static void xdotool(const QStringList& arguments) {
+    QProcess hands;
+    hands.start("xdotool", arguments);
+    ASSERT_TRUE(eventually([&] { return hands.state() == QProcess::NotRunning; }));
+    ASSERT_EQ(hands.exitCode(), 0);
+    settle();
   }
 
  private:

@@ -1,5 +1,4 @@
 // The small controls under a real pointer: the X server's, moved and pressed by xdotool.
-#include <QProcess>
 #include <QWidget>
 
 #include "backends/qt/QtViewWidget.h"
@@ -38,10 +37,6 @@ class RealPointer : public harness::QtDesktop {
     return button;
   }
 
-  static void xdotool(const QStringList& arguments) {
-    ASSERT_EQ(QProcess::execute("xdotool", arguments), 0);
-    settle();
-  }
   static void movePointerTo(int x, int y) {
     xdotool({"mousemove", QString::number(100 + x), QString::number(100 + y)});
   }

@@ -1,5 +1,4 @@
 // The gallery's search field under a real keyboard, pointer and window manager.
-#include <QProcess>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -38,13 +37,6 @@ class SearchPopUp : public harness::QtDesktop {
     xdotool({"mousemove", "5", "5"});
   }
 
-  static void xdotool(const QStringList& arguments) {
-    QProcess hands;
-    hands.start("xdotool", arguments);
-    ASSERT_TRUE(eventually([&] { return hands.state() == QProcess::NotRunning; }));
-    ASSERT_EQ(hands.exitCode(), 0);
-    settle();
-  }
   static void moveTo(QPoint place) { xdotool({"mousemove", QString::number(place.x()), QString::number(place.y())}); }
   static void clickAt(QPoint place) {
     moveTo(place);

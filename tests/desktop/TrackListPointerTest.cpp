@@ -1,5 +1,4 @@
 // The gallery's track list under a real pointer: the X server's, moved, pressed and wheeled by xdotool.
-#include <QProcess>
 #include <QWidget>
 #include <QWindow>
 
@@ -40,10 +39,6 @@ class TrackListPointer : public harness::QtDesktop {
     settle();
   }
 
-  static void xdotool(const QStringList& arguments) {
-    ASSERT_EQ(QProcess::execute("xdotool", arguments), 0);
-    settle();
-  }
   // To a place of the list's window, counted from its lower left corner as the views do.
   void movePointerTo(CGPoint place) {
     const QPoint onScreen = window_.mapToGlobal(QPoint(int(place.x), height - int(place.y)));

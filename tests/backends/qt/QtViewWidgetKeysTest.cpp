@@ -1,0 +1,181 @@
+// Keys in embedded views, and where the Tab key leads among them and the widgets around.
+#include <QLineEdit>
+#include <QShortcut>
+
+#include "platform/events/NSEvent.h"
+#include "uikit/trackrow/CloseButton.h"
+#include "uikit/trackrow/PrevNextButton.h"
+#include "tests/backends/qt/EmbeddedViews.h"
+
+namespace backend::qt {
+
+using namespace platform;
+using namespace TessalunaUIKit;
+
+namespace {
+
+using QtViewWidgetKeys = EmbeddedViews;
+
+}  // namespace
+
+TEST_F(QtViewWidgetKeys, TabGoesInAlongTheViewsAndOut) {
+  auto* before = new QLineEdit;
+  top.layout()->addWidget(before);
+  const auto box = make<NSView>(CGRect{0, 0, 60, 30});
+  const auto left = make<Witness>(CGRect{0, 0, 30, 30}), right = make<Witness>(CGRect{30, 0, 30, 30});
+  left->takesKeys = right->takesKeys = false;
+  box->addSubview(left);
+  box->addSubview(right);
+  embed(box);
+  auto* after = new QLineEdit;
+  top.layout()->addWidget(after);
+  show();
+  before->setFocus();
+
+  const auto place = [&]() -> std::string {
+    if (before->hasFocus()) return "before";
+    if (after->hasFocus()) return "after";
+    if (box->window()->firstResponder() == left.get()) return "left";
+    if (box->window()->firstResponder() == right.get()) return "right";
+    return "nowhere";
+  };
+  std::vector<std::string> places;
+  for (int i = 0; i < 3; ++i) {
+    QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
+    places.push_back(place());
+  }
+  for (int i = 0; i < 3; ++i) {
+    QTest::keyClick(top.windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
+    places.push_back(place());
+  }
+  const std::vector<std::string> expected{"left", "right", "after", "right", "left", "before"};
+  EXPECT_EQ(places, expected);
+}
+
+TEST_F(QtViewWidgetKeys, TabGoesThroughSeveralViewsAndForeignWidgetsBothWays) {
+  auto* first = new QLineEdit;
+  top.layout()->addWidget(first);
+  const auto button = makeButton<PrevNextButton>();
+  embed(button);
+  embed(make<NSView>(CGRect{0, 0, 20, 20}));  // takes no keys
+  const auto box = make<NSView>(CGRect{0, 0, 60, 30});
+  const auto left = make<Witness>(CGRect{0, 0, 30, 30}), right = make<Witness>(CGRect{30, 0, 30, 30});
+  left->takesKeys = right->takesKeys = false;
+  box->addSubview(left);
+  box->addSubview(right);
+  embed(box);
+  auto* middle = new QLineEdit;
+  top.layout()->addWidget(middle);
+  const auto last = makeButton<CloseButton>();
+  embed(last);
+  show();
+  first->setFocus();
+
+  const auto place = [&]() -> std::string {
+    if (first->hasFocus()) return "first";
+    if (middle->hasFocus()) return "middle";
+    const NSResponder* responder = button->window()->firstResponder();
+    if (responder == button.get()) return "button";
+    if (responder == left.get()) return "left";
+    if (responder == right.get()) return "right";
+    if (responder == last.get()) return "last";
+    return "nowhere";
+  };
+  const std::vector<std::string> chain{"first", "button", "left", "right", "middle", "last"};
+  std::vector<std::string> forward, backward;
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    forward.push_back(place());
+    QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(forward, chain);
+  EXPECT_EQ(place(), "first") << "round again";
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    QTest::keyClick(top.windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
+    backward.insert(backward.begin(), place());
+  }
+  EXPECT_EQ(backward, chain);
+}
+
+TEST_F(QtViewWidgetKeys, TabAmongViewsThatTakeNoKeysComesToAnEnd) {
+  embed(make<NSView>(CGRect{0, 0, 20, 20}));
+  embed(make<NSView>(CGRect{0, 0, 20, 20}));
+  show();
+  for (int i = 0; i < 3; ++i) QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
+  auto* edit = new QLineEdit;
+  top.layout()->addWidget(edit);
+  settle();
+  QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
+  EXPECT_TRUE(edit->hasFocus());
+}
+
+TEST_F(QtViewWidgetKeys, TabGoesRoundWhereNothingElseTakesIt) {
+  const auto button = makeButton<CloseButton>();
+  embed(button);
+  show();
+  button->window()->makeFirstResponder(button.get());
+  QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
+  EXPECT_EQ(button->window()->firstResponder(), button.get());
+}
+
+TEST_F(QtViewWidgetKeys, TakenKeyOverridesAShortcut) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  embed(view);
+  QShortcut shortcut(QKeySequence(Qt::Key_K), &top);
+  int fired = 0;
+  QObject::connect(&shortcut, &QShortcut::activated, &top, [&] { ++fired; });
+  show();
+  view->window()->makeFirstResponder(view.get());
+  QTest::keyClick(top.windowHandle(), 'k');
+  EXPECT_EQ(fired, 0);
+  EXPECT_EQ(view->keys, std::vector<std::string>{"k"});
+  view->takesKeys = false;
+  QTest::keyClick(top.windowHandle(), 'k');
+  EXPECT_EQ(fired, 1);
+  EXPECT_EQ(view->keys.size(), 2u);  // asked once more, and no more than once
+}
+
+TEST_F(QtViewWidgetKeys, TakenKeyHasNoSecondEffectOnWhereTheFocusWent) {
+  auto* edit = new QLineEdit;
+  top.layout()->addWidget(edit);
+  class Mover : public Witness {
+   public:
+    using Witness::Witness;
+    void keyDown(const Ref<NSEvent>& event) override {
+      Witness::keyDown(event);
+      target->setFocus();
+    }
+    QLineEdit* target = nullptr;
+  };
+  const auto view = make<Mover>(CGRect{0, 0, 50, 50});
+  view->target = edit;
+  embed(view);
+  show();
+  view->window()->makeFirstResponder(view.get());
+  QTest::keyClick(top.windowHandle(), 'q');
+  EXPECT_TRUE(edit->hasFocus());
+  EXPECT_EQ(edit->text(), "");
+  QTest::keyClick(top.windowHandle(), 'q');
+  EXPECT_EQ(edit->text(), "q");
+}
+
+TEST_F(QtViewWidgetKeys, KeyThatNobodyTakesGoesOnToTheParentWidget) {
+  class Parent : public QWidget {
+   public:
+    void keyPressEvent(QKeyEvent* event) override { keys.push_back(event->key()); }
+    std::vector<int> keys;
+  };
+  Parent parent;
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  auto* widget = new QtViewWidget(view, &parent);
+  parent.show();
+  parent.activateWindow();
+  settle();
+  widget->setFocus();
+  QTest::keyClick(parent.windowHandle(), Qt::Key_Escape);
+  EXPECT_TRUE(parent.keys.empty());
+  view->takesKeys = false;
+  QTest::keyClick(parent.windowHandle(), Qt::Key_Escape);
+  EXPECT_EQ(parent.keys, std::vector<int>{Qt::Key_Escape});
+}
+
+}  // namespace backend::qt
