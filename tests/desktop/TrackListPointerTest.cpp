@@ -5,6 +5,7 @@
 #include "backends/qt/QtViewWidget.h"
 #include "gallery/tracks/TrackListHost.h"
 #include "tests/desktop/QtDesktop.h"
+#include "tests/harness/rowParts.h"
 
 using namespace platform;
 using namespace TessalunaUIKit;
@@ -56,14 +57,8 @@ class TrackListPointer : public harness::QtDesktop {
 
   NSTableView& table() { return *host_->table(); }
   CGFloat scrolledBy() { return host_->view()->contentView()->bounds().origin.y; }
-  template <class View>
-  View& partOf(std::size_t row) {
-    for (const Ref<NSView>& part : table().viewAtRow(row)->subviews())
-      if (auto* found = dynamic_cast<View*>(part.get())) return *found;
-    throw std::logic_error("the row has no such part");
-  }
-  TrackRowPlayButton& playOf(std::size_t row) { return partOf<TrackRowPlayButton>(row); }
-  TrackRowFavoriteButton& favoriteOf(std::size_t row) { return partOf<TrackRowFavoriteButton>(row); }
+  TrackRowPlayButton& playOf(std::size_t row) { return harness::partOfRow<TrackRowPlayButton>(table(), row); }
+  TrackRowFavoriteButton& favoriteOf(std::size_t row) { return harness::partOfRow<TrackRowFavoriteButton>(table(), row); }
   bool isHovered(std::size_t row) { return table().viewAtRow(row) && playOf(row).hasMouseOnRow(); }
 
   const std::vector<gallery::Track> tracks_ = gallery::generatedTracks(1000);

@@ -28,6 +28,18 @@ namespace {
 
 class QtViewWidgetTest : public EmbeddedViews {
  protected:
+  // The view, higher than the window, in a scroll area of Qt's.
+  QScrollArea* showScrolling(const Ref<NSView>& view) {
+    auto* area = new QScrollArea;
+    auto* widget = new QtViewWidget(view);
+    widget->setFixedSize(widget->sizeHint());
+    area->setWidget(widget);
+    top.layout()->addWidget(area);
+    top.resize(200, 300);
+    show();
+    return area;
+  }
+
   // What is shown of the top-level widget, in which only the witness draws, is what the engine makes of the same.
   void expectDevicePixelsOf(const Witness& view) {
     QPalette white;
@@ -156,14 +168,8 @@ TEST_F(QtViewWidgetTest, FocusFollowsTheFirstResponder) {
 }
 
 TEST_F(QtViewWidgetTest, ScrolledViewIsCutToWhatShows) {
-  auto* area = new QScrollArea;
   const auto view = make<Witness>(CGRect{0, 0, 50, 2000});
-  auto* widget = new QtViewWidget(view);
-  widget->setFixedSize(50, 2000);
-  area->setWidget(widget);
-  top.layout()->addWidget(area);
-  top.resize(200, 300);
-  show();
+  QScrollArea* area = showScrolling(view);
   area->verticalScrollBar()->setValue(500);
   settle();
   const double shown = area->viewport()->height();
@@ -266,14 +272,8 @@ TEST_F(QtViewWidgetTest, FontOfTheProgramReachesLabelsAndTheirSizes) {
 }
 
 TEST_F(QtViewWidgetTest, ScrollThatNoViewTakesScrollsTheHost) {
-  auto* area = new QScrollArea;
   const auto view = make<Witness>(CGRect{0, 0, 50, 2000});
-  auto* widget = new QtViewWidget(view);
-  widget->setFixedSize(50, 2000);
-  area->setWidget(widget);
-  top.layout()->addWidget(area);
-  top.resize(200, 300);
-  show();
+  QScrollArea* area = showScrolling(view);
   const auto turnWheel = [&] {
     const QPointF place = inTop(*area->viewport(), {20, 10});
     QWheelEvent event(place, top.mapToGlobal(place), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,

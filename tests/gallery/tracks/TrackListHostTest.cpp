@@ -7,6 +7,7 @@
 #include <set>
 
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/rowParts.h"
 #include "tests/harness/countingNew.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
@@ -44,15 +45,9 @@ class TrackListHostTest : public harness::StillWorld {
     host->view()->contentView()->scrollToPoint({0, y});
     desktop.settle();
   }
-  template <class View>
-  View& partOf(std::size_t row) {
-    for (const Ref<NSView>& part : table().viewAtRow(row)->subviews())
-      if (auto* found = dynamic_cast<View*>(part.get())) return *found;
-    throw std::logic_error("the row has no such part");
-  }
-  TrackRowPlayButton& playOf(std::size_t row) { return partOf<TrackRowPlayButton>(row); }
-  TrackRowFavoriteButton& favoriteOf(std::size_t row) { return partOf<TrackRowFavoriteButton>(row); }
-  TrackRowMoreButton& moreOf(std::size_t row) { return partOf<TrackRowMoreButton>(row); }
+  TrackRowPlayButton& playOf(std::size_t row) { return harness::partOfRow<TrackRowPlayButton>(table(), row); }
+  TrackRowFavoriteButton& favoriteOf(std::size_t row) { return harness::partOfRow<TrackRowFavoriteButton>(table(), row); }
+  TrackRowMoreButton& moreOf(std::size_t row) { return harness::partOfRow<TrackRowMoreButton>(table(), row); }
 
   static CGRect inWindow(const NSView& view) { return view.convertRectToView(view.bounds(), nullptr); }
   static CGPoint middleOf(const NSView& view) {
