@@ -4,6 +4,8 @@ namespace backend::raster {
 
 namespace {
 
+constexpr std::size_t mostPatches = 16;  // where there would be more, one is as good
+
 // The row above a height, to which something reaches down: rows that it only borders on are not touched.
 int lastRowOf(double y) {
   const int row = int(y);
@@ -49,9 +51,8 @@ void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
                      .moved = shape.moved,
                      .scale = shape.scale,
                      .rule = shape.rule,
-                     .top = double(box_.top + first),
-                     .rows = std::span(overlaps + first, std::size_t(last - first + 1)),
-                     .right = double(box_.right)},
+                     .box = {-farthestPoint, double(box_.top + first), double(box_.right), double(box_.top + last + 1)},
+                     .rows = std::span(overlaps + first, std::size_t(last - first + 1))},
                     [this](CGPoint from, CGPoint to) { addEdge(from, to); });
   for (int row = first; row <= last; ++row) {
     if (overlaps[row]) sumRow(row);
@@ -212,6 +213,61 @@ void CoverageBuffer::findOverlaps(int firstRow) {
   for (int row = firstRow_; row <= lastRow_; ++row) {
     const bool isNext = (row > firstRow_ && overlaps[row - 1] == 2) || (row < lastRow_ && overlaps[row + 1] == 2);
     if (isNext && overlaps[row] == 0) overlaps[row] = 1;
+  }
+}
+
+// The places where overlaps are expected as rectangles of whole pixels.
+void CoverageBuffer::findPatches(const Shape& shape) {
+  clearForReuse(patches_);
+  const PixelRect rows{box_.left, box_.top + firstRow_, box_.right, box_.top + lastRow_ + 1};
+  for (const DeviceRect& place : shape.polygons.expectedOverlaps()) {
+    PixelRect patch = place.moved(shape.moved.x, shape.moved.y).scaled(shape.scale).roundedOut().intersected(rows);
+    if (patch.isEmpty()) continue;
+    for (std::size_t i = patches_.size(); i-- > 0;) {
+      if (patches_[i].grown(1).intersected(patch).isEmpty() && patches_.size() < mostPatches) continue;
+      patch = patch.united(patches_[i]);
+      patches_.erase(patches_.begin() + std::ptrdiff_t(i));
+      i = patches_.size();  // it is larger now
+    }
+    patches_.push_back(patch);
+  }
+}
+
+void CoverageBuffer::replacePatches(const Shape& shape) {
+  if (firstRow_ > lastRow_) return;
+  findPatches(shape);
+  std::uint8_t* const isSummed = overlaps_.data();
+  std::fill(isSummed + firstRow_, isSummed + lastRow_ + 1, std::uint8_t(0));
+  for (const PixelRect& patch : patches_) {
+    for (int y = patch.top; y < patch.bottom; ++y) {
+      isSummed[y - box_.top] = 1;
+      // What follows in the row counts from the pixel behind the patch.
+      rowAt(y - box_.top).touch(patch.left - box_.left, patch.right - box_.left);
+    }
+  }
+  for (int row = firstRow_; row <= lastRow_; ++row) {
+    if (isSummed[row]) sumRow(row);
+  }
+  for (const PixelRect& patch : patches_) replacePatch(shape, patch);
+}
+
+void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch) {
+  if (!patch_) patch_ = std::make_unique<CoverageBuffer>();
+  CoverageBuffer& buffer = *patch_;
+  if (!buffer.begin(patch)) return;
+  const std::size_t rows = std::size_t(patch.height());
+  resolver_.resolve({.polygons = shape.polygons,
+                     .moved = shape.moved,
+                     .scale = shape.scale,
+                     .rule = shape.rule,
+                     .box = DeviceRect::of(patch),
+                     .rows = std::span(overlaps_.data() + (patch.top - box_.top), rows)},
+                    [&buffer](CGPoint from, CGPoint to) { buffer.addEdge(from, to); });
+  for (int row = 0; row < patch.height(); ++row) {
+    buffer.rowAt(row).touch(0, patch.width());
+    buffer.sumRow(row);
+    std::copy_n(buffer.rowValues(row), patch.width(), rowValues(patch.top - box_.top + row) + (patch.left - box_.left));
+    buffer.clearRow(row);
   }
 }
 

@@ -7,13 +7,15 @@
 //
 // That average is the coverage wherever windings are 0 and 1, or 0 and -1, as they are in nearly all artwork.
 // Where a sum shows others, the polygons overlap; such rows, and those next to them, are made anew from polygons that
-// an OverlapResolver has freed of overlaps. An overlap that fills no pixel may stay unseen: so callers say where
-// they expect one.
+// an OverlapResolver has freed of overlaps. An overlap that fills no pixel may stay unseen: so polygons tell where
+// they expect one, and the pixels there are replaced by what the resolver finds.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <memory>
+#include <vector>
 
 #include "backends/raster/Float4.h"
 #include "backends/raster/OverlapResolver.h"
@@ -35,7 +37,6 @@ class CoverageBuffer {
     FillRule rule = FillRule::NonZero;
     CGPoint moved = {};
     double scale = 1;  // after moving
-    Overlaps overlaps = Overlaps::Unlikely;
   };
 
   // Tells the coverage of the pixels in the box, row by row from the top:
@@ -69,6 +70,9 @@ class CoverageBuffer {
   void addInside(double x0, double y0, double x1, double y1, float direction);
   void addUpright(double x, double y0, double y1, float direction);
   void findOverlaps(int firstRow);
+  void findPatches(const Shape& shape);
+  void replacePatches(const Shape& shape);
+  void replacePatch(const Shape& shape, const PixelRect& patch);
   Range sumRow(int row);
   void clearRow(int row);
   static void clearBlocks(float* values, int count);
@@ -97,6 +101,8 @@ class CoverageBuffer {
   WorkBuffer<std::uint64_t> touched_;
   WorkBuffer<std::uint8_t> overlaps_;  // one a row, 1 where polygons overlap
   OverlapResolver resolver_;
+  std::vector<PixelRect> patches_;  // apart from each other, within the box
+  std::unique_ptr<CoverageBuffer> patch_;
 };
 
 inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
@@ -108,27 +114,21 @@ inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
 template <class Sink>
 void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {
   if (!begin(box)) return;
-  int told = 0;
-  if (shape.overlaps == Overlaps::Likely) {
-    firstRow_ = 0;
-    lastRow_ = box.height() - 1;
-    std::fill_n(overlaps_.data(), box.height(), std::uint8_t(1));
-    addResolved(shape, 0);
-  } else {
-    add(shape);
-    // A row is told when the next one has been looked at: its own part of an overlap may have been too small to show.
-    told = firstRow_;
-    Range before;
-    for (int row = firstRow_; row <= lastRow_; ++row) {
-      const Range range = sumRow(row);
-      if (range.showsOverlap(before)) {
-        findOverlaps(row);
-        addResolved(shape, told);
-        break;
-      }
-      before = range;
-      if (row > told) tellRow(told++, sink);
+  add(shape);
+  const bool hasPatches = !shape.polygons.expectedOverlaps().empty();
+  if (hasPatches) replacePatches(shape);
+  // A row is told when the next one has been looked at: its own part of an overlap may have been too small to show.
+  int told = firstRow_;
+  Range before;
+  for (int row = firstRow_; row <= lastRow_; ++row) {
+    const Range range = hasPatches && overlaps_.data()[row] != 0 ? Range() : sumRow(row);
+    if (range.showsOverlap(before)) {
+      findOverlaps(row);
+      addResolved(shape, told);
+      break;
     }
+    before = range;
+    if (row > told) tellRow(told++, sink);
   }
   while (told <= lastRow_) tellRow(told++, sink);
 }

@@ -2,6 +2,7 @@
 // and leaves out what is not finite. What it finds it tells a sink:
 //   moveTo(p), lineTo(p, Corner), close(), and around the chords of a whole curve leave(direction),
 //   arrive(direction)
+// A sink with `wantsDirections` is told the points inside a curve by curvePoint(p, direction) instead.
 #pragma once
 
 #include <algorithm>
@@ -19,6 +20,7 @@ enum class Corner { Sharp, Smooth };
 struct FlattenSettings {
   DeviceRect visible;       // where chords must be accurate, in the space that the points are transformed to
   double tolerance = 0.02;  // largest distance of a chord from its curve
+  double reach = 0;         // of a pen that will go along the curve: what it draws there must be as accurate
 };
 
 // Points farther out than this are as good as infinite: products of two still fit a double.
@@ -120,7 +122,12 @@ class Flattener {
     const double ax = p0.x - 2 * p1.x + p2.x, ay = p0.y - 2 * p1.y + p2.y;
     const double bx = p1.x - 2 * p2.x + p3.x, by = p1.y - 2 * p2.y + p3.y;
     // Single precision does for a number of chords, and takes half the time.
-    const float bend = std::sqrt(float(std::max(ax * ax + ay * ay, bx * bx + by * by)));
+    float bend = std::sqrt(float(std::max(ax * ax + ay * ay, bx * bx + by * by)));
+    if constexpr (requires { Sink::wantsDirections; }) {
+      // The pen's far edge is as much longer as it lies farther out than the curve.
+      const float x = float(p3.x - p0.x), y = float(p3.y - p0.y);
+      bend *= 1 + std::min(6 * bend * float(settings_.reach) / (x * x + y * y + 1e-30f), 8.0f);
+    }
     return std::sqrt(bend * perTolerance_);
   }
 
@@ -153,8 +160,12 @@ class Flattener {
     const CGPoint d{p0.x - sixth * b.x, p0.y - sixth * b.y};
     for (int i = 1; i < count; ++i) {
       const double t = i * h;
-      sink_.lineTo({((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y},
-                   Corner::Smooth);
+      const CGPoint p{((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y};
+      if constexpr (requires { Sink::wantsDirections; }) {
+        sink_.curvePoint(p, {(3 * a.x * t + 2 * b.x) * t + c.x, (3 * a.y * t + 2 * b.y) * t + c.y});
+      } else {
+        sink_.lineTo(p, Corner::Smooth);
+      }
     }
     sink_.lineTo(p3, end);
   }

@@ -9,112 +9,149 @@ namespace backend::raster {
 
 namespace {
 
-double distanceToChord(CGPoint p, CGPoint a, CGPoint b) {
-  const double dx = b.x - a.x, dy = b.y - a.y, squares = dx * dx + dy * dy;
-  const double t = squares > 0 ? std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / squares, 0.0, 1.0) : 0;
-  const double x = p.x - a.x - t * dx, y = p.y - a.y - t * dy;
-  return std::sqrt(x * x + y * y);
-}
-
-bool cross(CGPoint a, CGPoint b, CGPoint c, CGPoint d) {
-  const auto side = [](CGPoint p, CGPoint q, CGPoint r) {
-    return (q.x - p.x) * (r.y - p.y) - (q.y - p.y) * (r.x - p.x);
-  };
-  return (side(a, b, c) > 0) != (side(a, b, d) > 0) && (side(c, d, a) > 0) != (side(c, d, b) > 0);
-}
+constexpr DeviceRect everything{-farthestPoint, -farthestPoint, farthestPoint, farthestPoint};
 
 }  // namespace
+
+struct NearLines::Chord {
+  CGPoint from, to, direction;
+  double length;
+
+  Chord(CGPoint from, CGPoint to) : from(from), to(to) {
+    const double dx = to.x - from.x, dy = to.y - from.y;
+    length = std::sqrt(dx * dx + dy * dy);
+    direction = length > 0 ? CGPoint{dx / length, dy / length} : CGPoint{1, 0};
+  }
+  // How far the point lies left of the line that the chord is a part of.
+  double distanceOf(CGPoint p) const { return direction.x * (p.y - from.y) - direction.y * (p.x - from.x); }
+  CGPoint at(double way) const { return {from.x + direction.x * way, from.y + direction.y * way}; }
+};
 
 void NearLines::clear() {
   clearForReuse(points_);
   clearForReuse(lines_);
-}
-
-void NearLines::moveTo(CGPoint p) {
-  const double along = points_.empty() ? 0 : points_.back().along;
-  points_.push_back({p, along, lines_.size()});
-  lines_.push_back({along, along});
-}
-
-void NearLines::lineTo(CGPoint p, double length) {
-  Line& line = lines_.back();
-  line.end += length;
-  points_.push_back({p, line.end, lines_.size() - 1});
-}
-
-void NearLines::makeRuns() {
   clearForReuse(runs_);
-  const auto quarter = [this](std::size_t i) {
-    const CGPoint a = points_[i].at, b = points_[i + 1].at;
-    return (b.x < a.x ? 1 : 0) | (b.y < a.y ? 2 : 0);
+}
+
+void NearLines::add(std::span<const StrokePoint> line, Contour contour) {
+  const std::size_t first = points_.size();
+  for (const StrokePoint& p : line) points_.push_back(p.at);
+  if (contour == Contour::Closed) points_.push_back(line[0].at);
+  lines_.push_back({.first = first, .last = points_.size() - 1, .contour = contour});
+  makeRuns(lines_.size() - 1);
+}
+
+void NearLines::makeRuns(std::size_t index) {
+  Line& line = lines_[index];
+  const CGPoint* const points = points_.data();
+  const auto quarter = [points](std::size_t i) {
+    return (points[i + 1].x < points[i].x ? 1 : 0) | (points[i + 1].y < points[i].y ? 2 : 0);
   };
-  for (std::size_t i = 0; i + 1 < points_.size();) {
-    if (points_[i + 1].line != points_[i].line) {
-      ++i;
-      continue;
-    }
+  for (std::size_t i = line.first; i < line.last;) {
+    const int here = quarter(i);
     std::size_t end = i + 1;
-    while (end + 1 < points_.size() && points_[end + 1].line == points_[i].line && quarter(end) == quarter(i))
-      ++end;
-    const CGPoint a = points_[i].at, b = points_[end].at;
-    runs_.push_back({i, end, std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y)});
+    while (end < line.last && quarter(end) == here) ++end;
+    const CGPoint a = points[i], b = points[end];
+    runs_.push_back({.first = i, .last = end, .left = std::min(a.x, b.x), .right = std::max(a.x, b.x),
+                     .top = std::min(a.y, b.y), .bottom = std::max(a.y, b.y), .line = index, .number = line.runs++,
+                     .quarter = here});
     i = end;
   }
 }
 
-bool NearLines::find(double distance) {
-  makeRuns();
+// Runs of which one goes on where the other ends, and that go the same way at least along one axis, move away from each
+// other behind the point where they meet.
+bool NearLines::followEachOther(const Run& a, const Run& b) const {
+  if (a.line != b.line || (a.quarter ^ b.quarter) == 3) return false;
+  const std::size_t way = a.number > b.number ? a.number - b.number : b.number - a.number;
+  const Line& line = lines_[a.line];
+  return way == 1 || (line.contour == Contour::Closed && way == line.runs - 1 && line.runs > 2);
+}
+
+void NearLines::find(double reach, std::vector<DeviceRect>& places) {
+  reach_ = reach;
   std::sort(runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.left < b.left; });
   testsLeft_ = 4000 + 40 * long(points_.size());
   for (std::size_t i = 0; i < runs_.size(); ++i) {
     const Run& a = runs_[i];
-    for (std::size_t j = i + 1; j < runs_.size() && runs_[j].left < a.right + distance; ++j) {
+    const double right = a.right + 2 * reach, top = a.top - 2 * reach, bottom = a.bottom + 2 * reach;
+    for (std::size_t j = i + 1; j < runs_.size() && runs_[j].left < right; ++j) {
       const Run& b = runs_[j];
-      if (--testsLeft_ < 0) return true;
-      if (b.top < a.bottom + distance && b.bottom > a.top - distance && areNear(a, b, distance)) return true;
+      --testsLeft_;
+      if (b.top < bottom && b.bottom > top && !followEachOther(a, b)) compare(a, b, places);
+      if (testsLeft_ < 0) return places.push_back(everything);
     }
   }
-  return false;
 }
 
-bool NearLines::areNear(const Run& a, const Run& b, double distance) {
+void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& places) {
+  const double distance = 2 * reach_;
+  const auto isBeside = [distance](CGPoint p, CGPoint q, double left, double right, double top, double bottom) {
+    return std::max(p.x, q.x) < left - distance || std::min(p.x, q.x) > right + distance ||
+           std::max(p.y, q.y) < top - distance || std::min(p.y, q.y) > bottom + distance;
+  };
   for (std::size_t i = a.first; i < a.last; ++i) {
-    const CGPoint from = points_[i].at, to = points_[i + 1].at;
-    if (std::max(from.x, to.x) < b.left - distance || std::min(from.x, to.x) > b.right + distance ||
-        std::max(from.y, to.y) < b.top - distance || std::min(from.y, to.y) > b.bottom + distance) {
-      continue;
-    }
+    const CGPoint from = points_[i], to = points_[i + 1];
+    if (isBeside(from, to, b.left, b.right, b.top, b.bottom)) continue;
+    const double left = std::min(from.x, to.x), right = std::max(from.x, to.x);
+    const double top = std::min(from.y, to.y), bottom = std::max(from.y, to.y);
     for (std::size_t j = b.first; j < b.last; ++j) {
-      if (--testsLeft_ < 0) return true;
-      if (areChordsNear(i, j, distance)) return true;
+      if (--testsLeft_ < 0) return;
+      if (isBeside(points_[j], points_[j + 1], left, right, top, bottom)) continue;
+      if (a.line == b.line && isNearAlong(std::min(i, j), std::max(i, j), lines_[a.line])) continue;
+      const DeviceRect place = overlapOf({from, to}, {points_[j], points_[j + 1]});
+      if (!place.isEmpty()) places.push_back(place);
     }
   }
-  return false;
 }
 
-bool NearLines::areChordsNear(std::size_t i, std::size_t j, double distance) const {
-  const CGPoint a = points_[i].at, b = points_[i + 1].at, c = points_[j].at, d = points_[j + 1].at;
-  if (std::max(a.x, b.x) < std::min(c.x, d.x) - distance ||
-      std::max(c.x, d.x) < std::min(a.x, b.x) - distance ||
-      std::max(a.y, b.y) < std::min(c.y, d.y) - distance ||
-      std::max(c.y, d.y) < std::min(a.y, b.y) - distance) {
-    return false;
+// True if the line leads from one chord to the other by a way too short to come back on. Ways are taken as a little shorter
+// than they are.
+bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& line) const {
+  double left = 3 * reach_;
+  const auto pass = [&](std::size_t i) {
+    left -= std::max(std::abs(points_[i + 1].x - points_[i].x), std::abs(points_[i + 1].y - points_[i].y));
+    return left > 0;
+  };
+  std::size_t i = first + 1;
+  while (i < second && pass(i)) ++i;
+  if (i == second) return true;
+  if (line.contour == Contour::Open) return false;
+  // The other way round, through the start.
+  left = 3 * reach_;
+  for (i = second + 1; i < line.last; ++i) {
+    if (!pass(i)) return false;
   }
-  // Ends that meet, as those of neighbours and of a closed line do, are near by nature. So is what the line
-  // leads to in a few pens' widths.
-  if (a == d || b == c || a == c || b == d) return false;
-  if (points_[i].line == points_[j].line) {
-    const std::size_t first = std::min(i, j), second = std::max(i, j);
-    const double between = points_[second].along - points_[first + 1].along;
-    if (between < 4 * distance) return false;
-    // The other way round, through the start.
-    const Line& line = lines_[points_[i].line];
-    const double around = (line.end - points_[second + 1].along) + (points_[first].along - line.start);
-    if (line.isClosed && around < 4 * distance) return false;
+  for (i = line.first; i < first; ++i) {
+    if (!pass(i)) return false;
   }
-  return cross(a, b, c, d) ||
-         std::min(std::min(distanceToChord(a, c, d), distanceToChord(b, c, d)),
-                  std::min(distanceToChord(c, a, b), distanceToChord(d, a, b))) < distance;
+  return true;
+}
+
+DeviceRect NearLines::overlapOf(const Chord& a, const Chord& b) const {
+  const DeviceRect ofA = strokeWithin(a, b);
+  if (ofA.isEmpty()) return ofA;
+  return ofA.intersected(strokeWithin(b, a));
+}
+
+// The part of the first one's stroke that the second one's may cover.
+DeviceRect NearLines::strokeWithin(const Chord& a, const Chord& b) const {
+  // Of the strip beside the line of b; a point of the stroke is as far from it as the line's point below it, give or take.
+  const double cosine = std::abs(a.direction.x * b.direction.x + a.direction.y * b.direction.y);
+  const double width = reach_ * (1 + cosine);
+  const double start = b.distanceOf(a.from), end = b.distanceOf(a.to);
+  double first = -reach_, last = a.length + reach_;
+  if (const double slope = end - start; std::abs(slope) > 1e-9 * a.length) {
+    const double one = (-width - start) / slope * a.length, other = (width - start) / slope * a.length;
+    first = std::max(first, std::min(one, other));
+    last = std::min(last, std::max(one, other));
+  } else if (std::abs(start) > width) {
+    return {};
+  }
+  if (!(first < last)) return {};
+  const CGPoint p = a.at(first), q = a.at(last);
+  const double x = std::abs(a.direction.y) * reach_, y = std::abs(a.direction.x) * reach_;
+  return {std::min(p.x, q.x) - x, std::min(p.y, q.y) - y, std::max(p.x, q.x) + x, std::max(p.y, q.y) + y};
 }
 
 }  // namespace backend::raster

@@ -1,51 +1,52 @@
-// Tells whether lines come as near to each other, or to themselves, as a pen is wide: then their strokes
-// overlap. A thin stroke may do so without filling a pixel, and coverage sums would not show it.
+// Finds where lines come as near to each other, or to themselves, as a pen is wide: there their strokes overlap. Left out is
+// what is near because the line leads there within a few pens' widths; the outline sees to that by itself.
 #pragma once
 
 #include <span>
 #include <vector>
 
-#include "platform/foundation/Geometry.h"
+#include "backends/raster/PixelRect.h"
+#include "backends/raster/StrokePoint.h"
 
 namespace backend::raster {
-
-using platform::CGPoint;
 
 class NearLines {
  public:
   void clear();
-  void moveTo(CGPoint p);
-  void lineTo(CGPoint p, double length);  // of the line from the point before
-  // Tells that the line led back to its start.
-  void close() { lines_.back().isClosed = true; }
+  void add(std::span<const StrokePoint> line, Contour contour);
 
-  // True if two parts are nearer than `distance`, apart from those that are near because the line leads from
-  // one to the other. Also true where finding out would take long.
-  bool find(double distance);
+  // Adds to `places` rectangles that hold all overlaps of strokes that reach so far from their lines. Where finding them
+  // would take long, one that holds everything.
+  void find(double reach, std::vector<DeviceRect>& places);
 
  private:
   // A run of chords that all go into the same quarter of directions: it cannot cross itself.
   struct Run {
     std::size_t first, last;  // points
     double left, right, top, bottom;
-  };
-
-  void makeRuns();
-  bool areNear(const Run& a, const Run& b, double distance);
-  bool areChordsNear(std::size_t a, std::size_t b, double distance) const;
-
-  struct Point {
-    CGPoint at;
-    double along;  // the length of all lines up to here
     std::size_t line;
+    std::size_t number;  // in the line
+    int quarter;
   };
   struct Line {
-    double start = 0, end = 0;  // along all lines
-    bool isClosed = false;
+    std::size_t first, last;  // points; the first one again as the last where it is closed
+    std::size_t runs = 0;
+    Contour contour = Contour::Open;
   };
-  std::vector<Point> points_;
+  // A chord, of length 1 its direction.
+  struct Chord;
+
+  void makeRuns(std::size_t line);
+  bool followEachOther(const Run& a, const Run& b) const;
+  bool isNearAlong(std::size_t first, std::size_t second, const Line& line) const;
+  void compare(const Run& a, const Run& b, std::vector<DeviceRect>& places);
+  DeviceRect overlapOf(const Chord& a, const Chord& b) const;
+  DeviceRect strokeWithin(const Chord& a, const Chord& b) const;
+
+  std::vector<CGPoint> points_;
   std::vector<Run> runs_;
   std::vector<Line> lines_;
+  double reach_ = 0;
   long testsLeft_ = 0;
 };
 

@@ -18,21 +18,50 @@ void OverlapResolver::collect(const Task& task) {
   clearForReuse(sides_);
   clearForReuse(across_);
   next_ = 0;
-  const double bottom = task.bottom();
-  task.polygons.forEachEdge([&](CGPoint from, CGPoint to) {
-    from = {(from.x + task.moved.x) * task.scale, (from.y + task.moved.y) * task.scale};
-    to = {(to.x + task.moved.x) * task.scale, (to.y + task.moved.y) * task.scale};
-    const int direction = from.y < to.y ? 1 : -1;
-    if (direction < 0) std::swap(from, to);
-    if (!(from.y < to.y) || to.y <= task.top || from.y >= bottom || std::min(from.x, to.x) >= task.right)
-      return;
-    const double slope = (to.x - from.x) / (to.y - from.y);
-    if (!std::isfinite(slope)) return;
-    // Cut to the rows, so that a far end does not cost the near one its precision.
-    if (from.y < task.top) from = {from.x + (task.top - from.y) * slope, task.top};
-    sides_.push_back({from.y, std::min(to.y, bottom), from.x, slope, direction});
-  });
+  const DeviceRect& box = task.box;
+  const auto place = [&](CGPoint p) {
+    return CGPoint{(p.x + task.moved.x) * task.scale, (p.y + task.moved.y) * task.scale};
+  };
+  for (std::size_t i = 0; i < task.polygons.count(); ++i) {
+    const std::span<const CGPoint> points = task.polygons.polygon(i);
+    // Of a stretch left of the box only the heights matter where it begins and ends.
+    CGPoint from = place(points.back());
+    CGPoint last = from.x < box.left ? CGPoint{box.left, from.y} : from;
+    for (const CGPoint& point : points) {
+      const CGPoint to = place(point);
+      if (from.x < box.left && to.x < box.left) {
+        from = to;
+        continue;
+      }
+      if (from.x < box.left) {
+        const CGPoint in{box.left, from.y + (box.left - from.x) * (to.y - from.y) / (to.x - from.x)};
+        collectSide(last, in, box);
+        last = in;
+      }
+      from = to;
+      if (to.x < box.left) {
+        const CGPoint out{box.left, last.y + (box.left - last.x) * (to.y - last.y) / (to.x - last.x)};
+        collectSide(last, out, box);
+        last = out;
+      } else {
+        collectSide(last, to, box);
+        last = to;
+      }
+    }
+    if (from.x < box.left) collectSide(last, {box.left, from.y}, box);
+  }
   std::sort(sides_.begin(), sides_.end(), [](const Side& a, const Side& b) { return a.top < b.top; });
+}
+
+void OverlapResolver::collectSide(CGPoint from, CGPoint to, const DeviceRect& box) {
+  const int direction = from.y < to.y ? 1 : -1;
+  if (direction < 0) std::swap(from, to);
+  if (!(from.y < to.y) || to.y <= box.top || from.y >= box.bottom || std::min(from.x, to.x) >= box.right) return;
+  const double slope = (to.x - from.x) / (to.y - from.y);
+  if (!std::isfinite(slope)) return;
+  // Cut to the rows, so that a far end does not cost the near one its precision.
+  if (from.y < box.top) from = {from.x + (box.top - from.y) * slope, box.top};
+  sides_.push_back({from.y, std::min(to.y, box.bottom), from.x, slope, direction});
 }
 
 void OverlapResolver::addRow(double top, double bottom, FillRule rule) {

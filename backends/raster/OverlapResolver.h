@@ -17,19 +17,17 @@ namespace backend::raster {
 
 class OverlapResolver {
  public:
-  // What to resolve: these polygons, moved and scaled, in those rows from a height on that are not 0, and left of a column.
+  // What to resolve: these polygons, moved and scaled, in those rows of a box that are not 0.
   struct Task {
     const Polygons& polygons;
     CGPoint moved;
     double scale = 1;  // after moving
     FillRule rule = FillRule::NonZero;
-    double top = 0;
+    DeviceRect box;  // as many pixels high as there are rows
     std::span<const std::uint8_t> rows;
-    double right = 0;
-    double bottom() const { return top + double(rows.size()); }
   };
 
-  // Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends.
+  // What lies left of the box counts as if it ran along its left side. Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends.
   template <class Function>
   void resolve(const Task& task, Function edge);
 
@@ -52,6 +50,7 @@ class OverlapResolver {
   };
 
   void collect(const Task& task);
+  void collectSide(CGPoint from, CGPoint to, const DeviceRect& box);
   void addRow(double top, double bottom, FillRule rule);
   void addStrip(double top, double bottom, FillRule rule, int depth);
   void goToStrip(double top, double bottom);
@@ -74,7 +73,7 @@ void OverlapResolver::resolve(const Task& task, Function edge) {
   collect(task);
   clearForReuse(bounds_);
   // Row by row, so that little needs to be looked at at once.
-  double top = task.top;
+  double top = task.box.top;
   for (const std::uint8_t isWanted : task.rows) {
     if (isWanted) addRow(top, top + 1, task.rule);
     else for (Side* side : across_) endBound(*side, top);

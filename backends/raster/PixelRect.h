@@ -40,6 +40,10 @@ struct DeviceRect {
     return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
             std::min(bottom, other.bottom)};
   }
+  static DeviceRect around(double x, double y) { return {x, y, x, y}; }
+  DeviceRect including(double x, double y) const {
+    return {std::min(left, x), std::min(top, y), std::max(right, x), std::max(bottom, y)};
+  }
   DeviceRect grown(double by) const { return {left - by, top - by, right + by, bottom + by}; }
   DeviceRect moved(double dx, double dy) const { return {left + dx, top + dy, right + dx, bottom + dy}; }
   DeviceRect scaled(double f) const { return {left * f, top * f, right * f, bottom * f}; }

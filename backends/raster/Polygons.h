@@ -11,15 +11,12 @@
 
 namespace backend::raster {
 
-// Whether polygons are expected to overlap, themselves or each other, where it would not show in coverage
-// sums.
-enum class Overlaps { Unlikely, Likely };
-
 class Polygons {
  public:
   void clear() {
     clearForReuse(points_);
     clearForReuse(starts_);
+    clearForReuse(overlaps_);
   }
   bool isEmpty() const { return points_.empty(); }
   std::size_t pointCount() const { return points_.size(); }
@@ -39,6 +36,14 @@ class Polygons {
     return std::span(points_).subspan(starts_[index], end - starts_[index]);
   }
   std::span<CGPoint> points() { return points_; }
+  CGPoint lastPoint() const { return points_.back(); }
+  // Takes away the last polygon's points from this one of all on.
+  void cutTo(std::size_t end) { points_.resize(end); }
+
+  // Where polygons may overlap each other or themselves, by less than would show in coverage sums.
+  void expectOverlap(const DeviceRect& place) { overlaps_.push_back(place); }
+  std::vector<DeviceRect>& expectedOverlaps() { return overlaps_; }
+  const std::vector<DeviceRect>& expectedOverlaps() const { return overlaps_; }
 
   // Calls edge(from, to) for all sides of all polygons.
   template <class Function>
@@ -69,6 +74,7 @@ class Polygons {
  private:
   std::vector<CGPoint> points_;
   std::vector<std::size_t> starts_;
+  std::vector<DeviceRect> overlaps_;
 };
 
 }  // namespace backend::raster

@@ -8,8 +8,8 @@ namespace backend::raster {
 namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
-// Of flattened curves and of round joins and caps, in device pixels. The latter's chords all lie inside.
-constexpr double chordTolerance = 0.010, arcTolerance = 0.006;
+// Of flattened curves, in device pixels.
+constexpr double chordTolerance = 0.010;
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
 constexpr int mostDashes = 200000;
@@ -17,9 +17,6 @@ constexpr int mostDashes = 200000;
 // which reaches all over the picture, ends in time.
 constexpr std::size_t mostPointsOfDashes = 400000;
 constexpr double widestPen = 1e9;  // half a pen's width, in pixels; what AGG computes of it stays finite
-
-// A line narrower than this, in pixels, may cross another and leave no pixel that is covered twice all over.
-constexpr double thinPen = 2.5;
 
 double largestScale(const CGAffineTransform& t) {
   // The larger singular value.
@@ -29,75 +26,81 @@ double largestScale(const CGAffineTransform& t) {
                    (squares + std::sqrt(std::max(0.0, squares * squares - 4 * determinant * determinant))));
 }
 
+double distance(CGPoint a, CGPoint b) {
+  const CGPoint way = b - a;
+  return std::sqrt(dot(way, way));
+}
+
+// True where a circle stays one.
+bool keepsCircles(const CGAffineTransform& t) {
+  const double largest = t.a * t.a + t.b * t.b;
+  return std::abs(largest - (t.c * t.c + t.d * t.d)) <= 1e-12 * largest && std::abs(t.a * t.c + t.b * t.d) <= 1e-12 * largest;
+}
+
 }  // namespace
 
-void Stroker::Outline::add(const value_type& p) {
-  const CGPoint point = toDevice.apply({p.x, p.y});
-  if (!isUsable(point)) return;
-  if (isNew_) polygons->moveTo(point);
-  else polygons->lineTo(point);
-  isNew_ = false;
-}
-
-Overlaps Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice,
-                         const DeviceRect& visible, Polygons& polygons) {
+void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice,
+                     const DeviceRect& visible, Polygons& polygons) {
   const double scale = largestScale(toDevice);
   const std::optional<CGAffineTransform> toPath = toDevice.inverted();
-  if (!toPath || !std::isfinite(scale) || !(scale > 0) || !(style.width >= 0)) return Overlaps::Unlikely;
+  if (!toPath || !std::isfinite(scale) || !(scale > 0) || !(style.width >= 0)) return;
 
-  setPen(style, scale);
-  const CGRect seen = toPath->applyToRect(
-      {visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top});
+  const bool isInDevice = keepsCircles(toDevice);
+  perLength_ = isInDevice ? scale : 1;
+  pen_.pixel = isInDevice ? 1 : 1 / scale;
+  setPen(style);
+  const CGRect seen{visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top};
+  const CGRect inLine = isInDevice ? seen : toPath->applyToRect(seen);
   const double miter = style.join == LineJoin::Miter && style.miterLimit > 1.5 ? style.miterLimit : 1.5;
-  const double margin = std::min(halfWidth_ * miter + 2 / scale, 1e7 / scale + 2 * halfWidth_);
-  reach_ =
-      DeviceRect{CGRectGetMinX(seen), CGRectGetMinY(seen), CGRectGetMaxX(seen), CGRectGetMaxY(seen)}.grown(
-          margin);
-  if (reach_.isEmpty()) return Overlaps::Unlikely;
-  setDashes(style, scale);
-  isThin_ = halfWidth_ * 2 * scale < thinPen;
+  const double margin = std::min(pen_.halfWidth * miter + 2 * pen_.pixel, 1e7 * pen_.pixel + 2 * pen_.halfWidth);
+  reach_ = DeviceRect{CGRectGetMinX(inLine), CGRectGetMinY(inLine), CGRectGetMaxX(inLine), CGRectGetMaxY(inLine)}.grown(margin);
+  if (reach_.isEmpty()) return;
+  setDashes(style);
   near_.clear();
 
-  outline_.toDevice = toDevice;
-  outline_.polygons = &polygons;
+  polygons_ = &polygons;
+  outline_.begin(pen_, polygons);
   // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
-  Flattener<Stroker>({.visible = reach_, .tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 60) / scale}, *this).add(path, {});
+  const double tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 60) * pen_.pixel;
+  Flattener<Stroker>({.visible = reach_, .tolerance = tolerance, .reach = pen_.halfWidth}, *this)
+      .add(path, isInDevice ? toDevice : CGAffineTransform{});
   finishContour(Contour::Open);
-  return isThin_ && near_.find(halfWidth_ * 2) ? Overlaps::Likely : Overlaps::Unlikely;
+  near_.find(pen_.halfWidth, polygons.expectedOverlaps());
+  if (!isInDevice) finishPolygons(toDevice);
 }
 
-void Stroker::setPen(const StrokeStyle& style, double deviceScale) {
+void Stroker::finishPolygons(const CGAffineTransform& toDevice) {
+  for (CGPoint& p : polygons_->points()) p = toDevice.apply(p);
+  for (DeviceRect& place : polygons_->expectedOverlaps()) {
+    const CGRect r = toDevice.applyToRect({place.left, place.top, place.right - place.left, place.bottom - place.top});
+    place = {CGRectGetMinX(r), CGRectGetMinY(r), CGRectGetMaxX(r), CGRectGetMaxY(r)};
+  }
+}
+
+void Stroker::setPen(const StrokeStyle& style) {
   // A line of no width is the thinnest that can be seen.
-  const double width = style.width > 0 ? style.width : 1 / deviceScale;
-  halfWidth_ = std::min(width * 0.5, widestPen / deviceScale);
-  tolerance_ = 1e-7 / deviceScale;
-  cap_ = style.cap;
-  constexpr agg::line_join_e joins[] = {agg::miter_join_revert, agg::round_join, agg::bevel_join};
-  join_ = joins[int(style.join)];
-  constexpr agg::line_cap_e caps[] = {agg::butt_cap, agg::round_cap, agg::square_cap};
-  pen_.line_cap(caps[int(style.cap)]);
-  pen_.miter_limit(style.miterLimit);
-  arcTolerance_ = arcTolerance / deviceScale;
-  // The inner side of a join goes by the point itself where the line is shorter than its pen is wide, so that
-  // windings stay of one sign.
-  pen_.inner_join(agg::inner_jag);
-  pen_.width(halfWidth_ * 2);
-  // AGG keeps the chords of an arc within 1/8 of this scale's unit; no arc needs more than a few hundred.
-  pen_.approximation_scale(std::min(0.125 / arcTolerance * deviceScale, 3e4 / halfWidth_));
+  const double width = style.width > 0 ? style.width * perLength_ : pen_.pixel;
+  pen_.halfWidth = std::min(width * 0.5, widestPen * pen_.pixel);
+  pen_.cap = style.cap;
+  pen_.join = style.join;
+  pen_.miterLimit = style.miterLimit;
+  nearest_ = 1e-7 * pen_.pixel;
 }
 
-void Stroker::setDashes(const StrokeStyle& style, double deviceScale) {
+void Stroker::setDashes(const StrokeStyle& style) {
   dashes_.clear();
   dashTotal_ = 0;
   for (const double length : style.dash) {
     if (!(length >= 0) || !std::isfinite(length)) return dashes_.clear();
-    dashes_.push_back(length);
+    dashes_.push_back(length * perLength_);
   }
   // An odd pattern takes its lengths as gaps the second time round.
-  if (dashes_.size() % 2 == 1) dashes_.insert(dashes_.end(), style.dash.begin(), style.dash.end());
+  if (dashes_.size() % 2 == 1) {
+    for (const double length : style.dash) dashes_.push_back(length * perLength_);
+  }
   dashTotal_ = std::accumulate(dashes_.begin(), dashes_.end(), 0.0);
-  if (!(dashTotal_ * deviceScale > finestPattern) || !std::isfinite(dashTotal_)) return dashes_.clear();
-  dashPhase_ = std::isfinite(style.dashPhase) ? std::fmod(style.dashPhase, dashTotal_) : 0;
+  if (!(dashTotal_ > finestPattern * pen_.pixel) || !std::isfinite(dashTotal_)) return dashes_.clear();
+  dashPhase_ = std::isfinite(style.dashPhase) ? std::fmod(style.dashPhase * perLength_, dashTotal_) : 0;
   if (dashPhase_ < 0) dashPhase_ += dashTotal_;
   dashesLeft_ = mostDashes;
 }
@@ -107,13 +110,16 @@ void Stroker::moveTo(CGPoint p) {
   points_.push_back({p, Corner::Sharp});
 }
 
-void Stroker::lineTo(CGPoint p, Corner corner) { points_.push_back({p, corner}); }
+void Stroker::curvePoint(CGPoint p, CGPoint direction) {
+  const CGPoint along = unit(direction);
+  points_.push_back({p, Corner::Smooth, along, along});
+}
 
 void Stroker::finishContour(Contour contour) {
   // A lone point that is not closed draws nothing.
   if (points_.size() > 1 || (contour == Contour::Closed && !points_.empty())) {
     const auto isFar = [this](const StrokePoint& p) {
-      return p.x < reach_.left || p.x > reach_.right || p.y < reach_.top || p.y > reach_.bottom;
+      return p.at.x < reach_.left || p.at.x > reach_.right || p.at.y < reach_.top || p.at.y > reach_.bottom;
     };
     const auto far = std::find_if(points_.begin(), points_.end(), isFar);
     if (dashes_.empty() && far == points_.end()) {
@@ -135,12 +141,13 @@ void Stroker::walkContour(Contour contour) {
   rest_ = dashes_.empty() ? infinite : dashes_[0];
   if (!dashes_.empty()) skip(dashPhase_);
   bool moved = false;
-  for (std::size_t i = 0; i + 1 < points_.size(); ++i) {
-    StrokePoint& from = points_[i];
-    if (from(points_[i + 1])) walkSegment(i), moved = true;
-  }
-  StrokePoint& last = points_.back();
-  if (contour == Contour::Closed && last(points_.front())) walkSegment(points_.size() - 1), moved = true;
+  const auto walk = [&](const StrokePoint& from, const StrokePoint& to) {
+    if (distance(from.at, to.at) <= nearest_) return;
+    walkSegment(from, to);
+    moved = true;
+  };
+  for (std::size_t i = 0; i + 1 < points_.size(); ++i) walk(points_[i], points_[i + 1]);
+  if (contour == Contour::Closed) walk(points_.back(), points_.front());
   finishPiece();
   if (!moved && isOn_) outline(points_, contour);
 }
@@ -151,39 +158,23 @@ struct Stroker::Visible {
   double before = 0, length = 0, after = 0;  // of the parts
 };
 
-// At a part of the way from a point to the next one. Inside a curve it is the curve's and not the chord's, so that dashes
-// end right.
-CGPoint Stroker::directionAt(std::size_t point, double part) const {
-  const std::size_t count = points_.size();
-  const auto at = [&](std::size_t i) -> const StrokePoint& { return points_[i % count]; };
-  const auto chord = [&](std::size_t i) {
-    const StrokePoint &from = at(i), &to = at(i + 1);
-    return unit({to.x - from.x, to.y - from.y});
-  };
-  const CGPoint here = chord(point);
-  const auto between = [&](CGPoint other) { return unit({here.x + other.x, here.y + other.y}); };
-  const StrokePoint &from = at(point), &to = at(point + 1);
-  const CGPoint start = from.corner == Corner::Smooth ? between(chord(point + count - 1)) : from.out;
-  const CGPoint end = to.corner == Corner::Smooth ? between(chord(point + 1)) : to.in;
-  const CGPoint first = start == CGPoint{} ? here : start, last = end == CGPoint{} ? here : end;
-  return unit({first.x + (last.x - first.x) * part, first.y + (last.y - first.y) * part});
-}
-
-void Stroker::walkSegment(std::size_t point) {
-  const StrokePoint &from = points_[point], &to = points_[point + 1 < points_.size() ? point + 1 : 0];
+void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
   const std::optional<Visible> seen = visiblePart(from, to);
+  const double whole = distance(from.at, to.at);
   if (!seen) {
     finishPiece();
-    return skip(from.dist);
+    return skip(whole);
   }
   if (seen->before > 0) {
     finishPiece();
     skip(seen->before);
   }
-  const double dx = (to.x - from.x) / from.dist, dy = (to.y - from.y) / from.dist;
+  const CGPoint chord = (to.at - from.at) * (1 / whole);
+  // Inside a curve the direction is the curve's and not the chord's, so that dashes end right.
+  const CGPoint first = from.out == CGPoint{} ? chord : from.out, last = to.in == CGPoint{} ? chord : to.in;
   const auto add = [&](double at) {
-    StrokePoint p({seen->start.x + dx * at, seen->start.y + dy * at}, Corner::Sharp);
-    if (!dashes_.empty()) p.in = p.out = directionAt(point, (seen->before + at) / from.dist);
+    StrokePoint p{seen->start + chord * at};
+    if (!dashes_.empty()) p.in = p.out = unit(first + (last - first) * ((seen->before + at) / whole));
     piece_.push_back(p);
   };
   if (isOn_ && piece_.empty()) {
@@ -195,7 +186,7 @@ void Stroker::walkSegment(std::size_t point) {
     at += rest_;
     if (isOn_) {
       // A dash of no length has its direction all the same.
-      add(rest_ == infinite || dashes_[dash_] > 0 ? at : at + tolerance_ * 100);
+      add(rest_ == infinite || dashes_[dash_] > 0 ? at : at + nearest_ * 100);
       finishPiece();
     }
     nextDash();
@@ -203,7 +194,7 @@ void Stroker::walkSegment(std::size_t point) {
   }
   rest_ -= seen->length - at;
   if (seen->after > 0) {
-    if (isOn_) piece_.push_back({seen->end, Corner::Sharp});
+    if (isOn_) piece_.push_back({seen->end});
     finishPiece();
     skip(seen->after);
   } else if (isOn_) {
@@ -214,11 +205,12 @@ void Stroker::walkSegment(std::size_t point) {
 // Liang and Barsky's way, but with coordinates: where both ends are very far, a fraction of the length is no
 // place.
 std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, const StrokePoint& to) const {
-  CGPoint a{from.x, from.y}, b{to.x, to.y};
+  CGPoint a = from.at, b = to.at;
   const auto isWithin = [this](CGPoint p) {
     return p.x >= reach_.left && p.x <= reach_.right && p.y >= reach_.top && p.y <= reach_.bottom;
   };
-  if (isWithin(a) && isWithin(b)) return Visible{.start = a, .end = b, .length = from.dist};
+  const double whole = distance(a, b);
+  if (isWithin(a) && isWithin(b)) return Visible{.start = a, .end = b, .length = whole};
   const CGPoint start = a, end = b;
   const auto cut = [&](double CGPoint::*axis, double CGPoint::*other, double low, double high) {
     const double slope = (end.*other - start.*other) / (end.*axis - start.*axis);
@@ -239,16 +231,13 @@ std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, co
       !cut(&CGPoint::y, &CGPoint::x, reach_.top, reach_.bottom)) {
     return std::nullopt;
   }
-  const auto distance = [](CGPoint p, CGPoint q) { 
-    return std::sqrt((q.x - p.x) * (q.x - p.x) + (q.y - p.y) * (q.y - p.y));
-  };
   Visible seen{a, b, distance(start, a), distance(a, b), distance(b, end)};
-  if (seen.before == 0 && seen.after == 0) seen.length = from.dist;
+  if (seen.before == 0 && seen.after == 0) seen.length = whole;
   return seen;
 }
 
 void Stroker::nextDash() {
-  if (--dashesLeft_ <= 0 || outline_.polygons->pointCount() > mostPointsOfDashes) {
+  if (--dashesLeft_ <= 0 || polygons_->pointCount() > mostPointsOfDashes) {
     isOn_ = true;
     rest_ = infinite;
     return;
@@ -273,17 +262,14 @@ void Stroker::finishPiece() {
   piece_.clear();
 }
 
-CGPoint Stroker::unit(CGPoint v) {
-  const double squares = v.x * v.x + v.y * v.y;
-  if (!(squares > 0)) return {};
-  const double perLength = 1 / std::sqrt(squares);
-  return {v.x * perLength, v.y * perLength};
-}
-
+// Leaves out points too near to the one before to give a direction.
 void Stroker::outline(std::vector<StrokePoint>& line, Contour contour) {
-  // Leaves out points too near to the one before to give a direction.
+  const double nearest = nearest_ * nearest_;
+  const auto isNear = [nearest](const StrokePoint& a, const StrokePoint& b) {
+    const CGPoint way = b.at - a.at;
+    return dot(way, way) <= nearest;
+  };
   std::size_t count = 1;
-  const auto isNear = [this](StrokePoint& a, const StrokePoint& b) { return !a(b) || a.dist < tolerance_; };
   for (std::size_t i = 1; i < line.size(); ++i) {
     StrokePoint& last = line[count - 1];
     if (!isNear(last, line[i])) {
@@ -300,116 +286,10 @@ void Stroker::outline(std::vector<StrokePoint>& line, Contour contour) {
       --count;
     }
   }
-  if (count == 1) return outlineDot({line[0].x, line[0].y});
-  if (isThin_) {
-    near_.moveTo({line[0].x, line[0].y});
-    for (std::size_t i = 1; i < count; ++i) near_.lineTo({line[i].x, line[i].y}, line[i - 1].dist);
-    if (contour == Contour::Closed) {
-      near_.lineTo({line[0].x, line[0].y}, line[count - 1].dist);
-      near_.close();
-    }
-  }
-
-  // In an open line the last point's distance and chord are of no use.
-  for (std::size_t i = 0; i < count; ++i) {
-    StrokePoint &from = line[i], &to = line[i + 1 < count ? i + 1 : 0];
-    const double perLength = 1 / from.dist;
-    from.chord = {(to.x - from.x) * perLength, (to.y - from.y) * perLength};
-    if (from.out == CGPoint{} || from.corner == Corner::Smooth) from.out = from.chord;
-    if (to.in == CGPoint{} || to.corner == Corner::Smooth) to.in = from.chord;
-  }
-  const auto negative = [](CGPoint v) { return CGPoint{-v.x, -v.y}; };
-  const auto forth = [&](std::size_t i) {
-    StrokePoint &p = line[i], &before = line[i > 0 ? i - 1 : count - 1];
-    findSide(before, p);
-    if (p.side) return outline_.add({p.x + p.side->x, p.y + p.side->y});
-    turn(p, before.chord, p.in, before.dist);
-    addJoin({{p.x, p.y}, p.in, p.out, before.dist, p.dist, p.corner});
-    turn(p, p.out, p.chord, p.dist);
-  };
-  const auto back = [&](std::size_t i) {
-    const StrokePoint &p = line[i], &before = line[i > 0 ? i - 1 : count - 1];
-    if (p.side) return outline_.add({p.x - p.side->x, p.y - p.side->y});
-    turn(p, negative(p.chord), negative(p.out), p.dist);
-    addJoin({{p.x, p.y}, negative(p.out), negative(p.in), p.dist, before.dist, p.corner});
-    turn(p, negative(p.in), negative(before.chord), before.dist);
-  };
-  outline_.begin();
-  if (contour == Contour::Open) {
-    const StrokePoint &first = line[0], &last = line[count - 1], &before = line[count - 2];
-    addCap({first.x, first.y}, first.out);
-    turn(first, first.out, first.chord, first.dist);
-    for (std::size_t i = 1; i + 1 < count; ++i) forth(i);
-    turn(last, before.chord, last.in, before.dist);
-    addCap({last.x, last.y}, negative(last.in));
-    turn(last, negative(last.in), negative(before.chord), before.dist);
-    for (std::size_t i = count - 2; i > 0; --i) back(i);
-    turn(first, negative(first.chord), negative(first.out), first.dist);
-    return;
-  }
-  for (std::size_t i = 0; i < count; ++i) forth(i);
-  if (count == 2) return;  // there and back: the one ring is all
-  outline_.begin();
-  for (std::size_t i = count; i-- > 0;) back(i);
-}
-
-// Only round ends have a shape without a direction.
-void Stroker::outlineDot(CGPoint at) {
-  if (cap_ != LineCap::Round) return;
-  outline_.begin();
-  addCap(at, {1, 0});
-  addCap(at, {-1, 0});
-}
-
-void Stroker::addCap(CGPoint at, CGPoint inward) {
-  pen_.calc_cap(outline_, {at.x, at.y}, {at.x + inward.x, at.y + inward.y}, 1);
-}
-
-// True where the outline goes round a bend that is narrower than the pen.
-bool Stroker::turns(CGPoint in, CGPoint out, double length) const {
-  const double x = in.x - out.x, y = in.y - out.y;
-  return halfWidth_ * halfWidth_ * (x * x + y * y) >= 0.1 * length * length;
-}
-
-// The first chord of a curve leaves in another direction than the curve itself. Where the bend is narrower
-// than the pen the outline goes round it, by a join without a corner.
-void Stroker::turn(const StrokePoint& at, CGPoint in, CGPoint out, double length) {
-  if (turns(in, out, length)) addJoin({{at.x, at.y}, in, out, length, length, Corner::Smooth});
-}
-
-// One point between the normals of both chords does where the line goes straight on, and where it bends little in
-// comparison to its chords, inside a curve or too little to tell the joins apart. By how far it lies along the sum of the
-// two normals; absent where it does not do.
-std::optional<double> Stroker::gentleFactor(const Bend& bend) const {
-  const double cosine = bend.in.x * bend.out.x + bend.in.y * bend.out.y;
-  const double least = bend.corner == Corner::Smooth ? 0.8 : 0.9999;
-  const double shorter = std::min(bend.inLength, bend.outLength);
-  const bool isGentle = cosine > least && halfWidth_ * (1 - cosine) < 6 * arcTolerance_ &&
-                        halfWidth_ * halfWidth_ * 2 * (1 - cosine) < 0.8 * shorter * shorter;
-  if (!isGentle && !(cosine > 1 - 1e-10)) return std::nullopt;
-  // Its distance from the line is a trifle more than half the pen's width: chords then cut off the curve outside as much
-  // as they add.
-  return halfWidth_ * (0.5 + 5.0 / 24 * (1 - cosine));
-}
-
-void Stroker::findSide(const StrokePoint& before, StrokePoint& at) const {
-  at.side.reset();
-  // Inside a curve the line arrives and leaves as the chords do.
-  const bool isInside = at.corner == Corner::Smooth;
-  if (!isInside && (turns(before.chord, at.in, before.dist) || turns(at.out, at.chord, at.dist))) return;
-  if (const auto f = gentleFactor({{at.x, at.y}, at.in, at.out, before.dist, at.dist, at.corner}))
-    at.side = CGPoint{*f * (at.in.y + at.out.y), -*f * (at.in.x + at.out.x)};
-}
-
-void Stroker::addJoin(const Bend& bend) {
-  const CGPoint at = bend.at, in = bend.in, out = bend.out;
-  if (const std::optional<double> f = gentleFactor(bend))
-    return outline_.add({at.x + *f * (in.y + out.y), at.y - *f * (in.x + out.x)});
-  pen_.line_join(bend.corner == Corner::Smooth ? agg::round_join : join_);
-  // AGG takes directions from points.
-  const agg::vertex_dist before(at.x - in.x * bend.inLength, at.y - in.y * bend.inLength), here(at.x, at.y),
-      after(at.x + out.x * bend.outLength, at.y + out.y * bend.outLength);
-  pen_.calc_join(outline_, before, here, after, bend.inLength, bend.outLength);
+  if (count == 1) return outline_.addDot(line[0].at);
+  const std::span<StrokePoint> points = std::span(line).first(count);
+  outline_.add(points, contour);
+  near_.add(points, contour);
 }
 
 }  // namespace backend::raster

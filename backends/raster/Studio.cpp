@@ -187,10 +187,8 @@ void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
   if (state_.clip.box.isEmpty() || leavesNoMark(state_.strokeColor, state_.alpha, state_.blendMode)) return;
   const std::optional<CastShadow> shadow = castShadow();
   polygons_.clear();
-  const Overlaps overlaps =
-      stroker_.stroke(path, style, state_.toDevice, DeviceRect::of(neededBox(shadow)), polygons_);
-  paintPolygons({.polygons = polygons_, .overlaps = overlaps},
-                {.color = premultiplied(state_.strokeColor, state_.alpha)}, shadow);
+  stroker_.stroke(path, style, state_.toDevice, DeviceRect::of(neededBox(shadow)), polygons_);
+  paintPolygons({.polygons = polygons_}, {.color = premultiplied(state_.strokeColor, state_.alpha)}, shadow);
 }
 
 void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
@@ -264,7 +262,6 @@ void RasterCanvas::Studio::noteInLayer(const CoverageBuffer::Shape& shape, const
   layer.shapeAlpha = isAlone ? source.color[3] : 0;
   if (!isAlone) return;
   layer.rule = shape.rule;
-  layer.overlaps = shape.overlaps;
   layer.shape = polygons_;
 }
 
@@ -321,8 +318,7 @@ void RasterCanvas::Studio::endLayer() {
   const double alpha = state_.alpha > 0 ? std::min(state_.alpha, 1.0) : 0;
   if (const std::optional<CastShadow> shadow = castShadow()) {
     if (layer.shapeAlpha > 0) {
-      const CoverageBuffer::Shape shape{
-          .polygons = layer.shape, .rule = layer.rule, .overlaps = layer.overlaps};
+      const CoverageBuffer::Shape shape{.polygons = layer.shape, .rule = layer.rule};
       paintShadowOfPolygons(shape, {.color = splat(layer.shapeAlpha * float(alpha))}, *shadow);
     } else {
       paintShadowOfLayer(layer.pixels, *shadow);

@@ -48,7 +48,6 @@ class RasterCanvas::Studio {
     int operations = 0;
     Polygons shape;
     FillRule rule = FillRule::NonZero;
-    Overlaps overlaps = Overlaps::Unlikely;
     float shapeAlpha = 0;  // 0 when the layer holds something else
   };
   // The state's shadow in device pixels.

@@ -1,0 +1,241 @@
+#include "backends/raster/StrokeOutline.h"
+
+namespace backend::raster {
+
+namespace {
+
+constexpr double arcTolerance = 0.006;  // of round joins and caps, in device pixels; their chords all lie inside
+// So many sides on either side of a fold are looked at for the place where they meet.
+constexpr std::size_t mostSidesOfFold = 24;
+
+// From a direction to that of the side that is being made.
+CGPoint aside(CGPoint direction) { return {direction.y, -direction.x}; }
+
+}  // namespace
+
+void StrokeOutline::begin(const Pen& pen, Polygons& polygons) {
+  pen_ = pen;
+  polygons_ = &polygons;
+  constexpr agg::line_cap_e caps[] = {agg::butt_cap, agg::round_cap, agg::square_cap};
+  agg_.line_cap(caps[int(pen.cap)]);
+  agg_.miter_limit(pen.miterLimit);
+  agg_.width(pen.halfWidth * 2);
+  // AGG keeps the chords of an arc within 1/8 of this scale's unit; no arc needs more than a few hundred.
+  agg_.approximation_scale(std::min(0.125 / (arcTolerance * pen.pixel), 3e4 / pen.halfWidth));
+}
+
+void StrokeOutline::add(std::span<StrokePoint> line, Contour contour) {
+  completeDirections(line, contour);
+  if (contour == Contour::Open) addOpen(line);
+  else addRings(line);
+}
+
+// Whether the line turns so much from one point to the next that the pen's edge is no chord any more.
+bool StrokeOutline::isBent(double turn) const {
+  const double pixels = pen_.halfWidth / pen_.pixel;
+  if (turn * pixels < 0.12) return turn > 0.5;
+  return turn > 0.5 || pixels * pixels * turn * std::sqrt(turn) > 0.25;
+}
+
+void StrokeOutline::completeDirections(std::span<StrokePoint> line, Contour contour) const {
+  const std::size_t count = line.size(), chords = contour == Contour::Open ? count - 1 : count;
+  for (std::size_t i = 0; i < chords; ++i) {
+    StrokePoint &from = line[i], &to = line[i + 1 < count ? i + 1 : 0];
+    from.chord = {};
+    if (from.out != CGPoint{} && to.in != CGPoint{}) {
+      const CGPoint difference = to.in - from.out;
+      to.turn = dot(difference, difference);
+      if (!isBent(to.turn)) continue;
+    }
+    const CGPoint chord = unit(to.at - from.at);
+    if (from.out == CGPoint{}) from.out = chord;
+    if (to.in == CGPoint{}) to.in = chord;
+    to.turn = 0;
+    if (from.out != chord || to.in != chord) from.chord = chord;
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    StrokePoint& p = line[i];
+    const bool isEnd = contour == Contour::Open && (i == 0 || i + 1 == count);
+    const bool isStraight = p.chord == CGPoint{} && line[i > 0 ? i - 1 : count - 1].chord == CGPoint{};
+    const std::optional<CGPoint> side = isEnd || !isStraight ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
+    p.side = side ? *side * (1 + p.turn / 12) : CGPoint{};
+  }
+}
+
+// To one point that lies on both edges, where the line goes straight on or bends too little to tell the joins apart.
+std::optional<CGPoint> StrokeOutline::sideOf(const Bend& bend) const {
+  if (bend.in == bend.out) return aside(bend.in) * pen_.halfWidth;
+  const double cosine = dot(bend.in, bend.out);
+  const double least = bend.corner == Corner::Smooth ? 0.8 : 0.9999;
+  const bool isGentle = cosine > least && pen_.halfWidth * (1 - cosine) < 6 * arcTolerance * pen_.pixel;
+  if (!isGentle && !(cosine > 1 - 1e-10)) return std::nullopt;
+  return aside(bend.in + bend.out) * (pen_.halfWidth / (1 + cosine));
+}
+
+void StrokeOutline::addOpen(std::span<const StrokePoint> line) {
+  const std::size_t last = line.size() - 1;
+  const auto startEnd = [&](const StrokePoint& end, CGPoint inward, CGPoint chord) {
+    addCap(end.at, inward);
+    beginSide();
+    if (chord != CGPoint{}) addBend({end.at, inward, chord, Corner::Smooth});
+  };
+  const auto finishSide = [&](const StrokePoint& end, CGPoint chord, CGPoint outward) {
+    if (chord != CGPoint{}) addBend({end.at, chord, outward, Corner::Smooth});
+    else addSidePoint(end.at + aside(outward) * pen_.halfWidth, outward);
+    giveUpFold();
+  };
+  beginRing();
+  startEnd(line[0], line[0].out, line[0].chord);
+  for (std::size_t i = 1; i < last; ++i) pass(line[i - 1], line[i]);
+  finishSide(line[last], line[last - 1].chord, line[last].in);
+  startEnd(line[last], -line[last].in, -line[last - 1].chord);
+  for (std::size_t i = last; --i > 0;) passBack(line[i - 1], line[i]);
+  finishSide(line[0], -line[0].chord, -line[0].out);
+}
+
+void StrokeOutline::addRings(std::span<const StrokePoint> line) {
+  const std::size_t count = line.size();
+  const auto before = [&](std::size_t i) -> const StrokePoint& { return line[i > 0 ? i - 1 : count - 1]; };
+  // A ring begins in the middle of its longest chord, unless its first point is as good: what the ring does at its own start
+  // cannot be cut.
+  std::size_t first = 0;
+  CGPoint start, direction;
+  const bool startsInChord = line[0].side == CGPoint{};
+  if (startsInChord) {
+    double longest = -1;
+    for (std::size_t i = 0; i < count; ++i) {
+      const CGPoint chord = line[i].at - before(i).at;
+      if (const double squares = dot(chord, chord); squares > longest) longest = squares, first = i;
+    }
+    start = (line[first].at + before(first).at) * 0.5;
+    direction = unit(line[first].at - before(first).at);
+  }
+  beginRing();
+  if (startsInChord) addPoint(start + aside(direction) * pen_.halfWidth);
+  for (std::size_t i = first; i < count; ++i) pass(before(i), line[i]);
+  for (std::size_t i = 0; i < first; ++i) pass(before(i), line[i]);
+  giveUpFold();
+  if (count == 2) return;  // there and back: the one ring is all
+  beginRing();
+  if (startsInChord) addPoint(start - aside(direction) * pen_.halfWidth);
+  for (std::size_t i = first; i-- > 0;) passBack(before(i), line[i]);
+  for (std::size_t i = count; i-- > first;) passBack(before(i), line[i]);
+  giveUpFold();
+}
+
+void StrokeOutline::pass(const StrokePoint& before, const StrokePoint& p) {
+  if (p.side != CGPoint{}) return addSidePoint(p.at + p.side, p.in);
+  goThrough({p.at, before.chord, p.in, p.out, p.chord, p.corner});
+}
+
+void StrokeOutline::passBack(const StrokePoint& before, const StrokePoint& p) {
+  if (p.side != CGPoint{}) return addSidePoint(p.at - p.side, -p.out);
+  goThrough({p.at, -p.chord, -p.out, -p.in, -before.chord, p.corner});
+}
+
+// Where the pen follows a chord, it turns between that and the line's own direction without a join.
+void StrokeOutline::goThrough(const Passage& p) {
+  const bool comesByChord = p.chordIn != CGPoint{}, goesByChord = p.chordOut != CGPoint{};
+  if (p.corner == Corner::Smooth)
+    return addBend({p.at, comesByChord ? p.chordIn : p.in, goesByChord ? p.chordOut : p.out, p.corner});
+  if (comesByChord) addBend({p.at, p.chordIn, p.in, Corner::Smooth});
+  addBend({p.at, p.in, p.out, p.corner});
+  if (goesByChord) addBend({p.at, p.out, p.chordOut, Corner::Smooth});
+}
+
+void StrokeOutline::addBend(const Bend& bend) {
+  const CGPoint at = bend.at, in = bend.in, out = bend.out;
+  if (const std::optional<CGPoint> side = sideOf(bend)) return addSidePoint(at + *side, in);
+  if (cross(in, out) < 0) return addInnerBend(bend);
+  constexpr agg::line_join_e joins[] = {agg::miter_join_revert, agg::round_join, agg::bevel_join};
+  agg_.line_join(bend.corner == Corner::Smooth ? agg::round_join : joins[int(pen_.join)]);
+  // AGG takes directions from points.
+  const double length = pen_.halfWidth;
+  const CGPoint from = at - in * length, to = at + out * length;
+  Consumer consumer{*this};
+  agg_.calc_join(consumer, {from.x, from.y}, {at.x, at.y}, {to.x, to.y}, length, length);
+}
+
+// By the point itself, so that windings stay of one sign even where that cannot be cut off.
+void StrokeOutline::addInnerBend(const Bend& bend) {
+  addSidePoint(bend.at + aside(bend.in) * pen_.halfWidth, bend.in);
+  fold();
+  putPoint(bend.at);
+  putPoint(bend.at + aside(bend.out) * pen_.halfWidth);
+}
+
+void StrokeOutline::addCap(CGPoint at, CGPoint inward) {
+  const CGPoint to = at + inward;
+  Consumer consumer{*this};
+  agg_.calc_cap(consumer, {at.x, at.y}, {to.x, to.y}, 1);
+}
+
+void StrokeOutline::addDot(CGPoint at) {
+  if (pen_.cap != LineCap::Round) return;
+  beginRing();
+  addCap(at, {1, 0});
+  addCap(at, {-1, 0});
+}
+
+void StrokeOutline::beginRing() {
+  isNewRing_ = true;
+  isFolded_ = false;
+  sideStart_ = polygons_->pointCount();
+}
+
+void StrokeOutline::beginSide() { sideStart_ = polygons_->pointCount() - 1; }
+
+void StrokeOutline::putPoint(CGPoint p) {
+  if (isNewRing_) polygons_->moveTo(p);
+  else polygons_->lineTo(p);
+  isNewRing_ = false;
+}
+
+void StrokeOutline::addPoint(CGPoint p) {
+  if (isFolded_) cutFold(p);
+  putPoint(p);
+}
+
+void StrokeOutline::addSidePoint(CGPoint p, CGPoint direction) {
+  const bool goesBack = !isNewRing_ && dot(p - polygons_->lastPoint(), direction) < 0;
+  if (goesBack) fold();
+  else if (isFolded_) cutFold(p);
+  putPoint(p);
+}
+
+void StrokeOutline::fold() {
+  if (isFolded_) return;
+  isFolded_ = true;
+  sidesBehindFold_ = 0;
+  foldStart_ = polygons_->pointCount() - 1;
+}
+
+// On the way to a point. The two sides of the fold are cut where they meet.
+void StrokeOutline::cutFold(CGPoint to) {
+  const CGPoint from = polygons_->lastPoint(), way = to - from;
+  const std::size_t least = foldStart_ - std::min(foldStart_ - sideStart_, mostSidesOfFold);
+  for (std::size_t end = foldStart_; end > least; --end) {
+    const CGPoint a = polygons_->points()[end - 1], b = polygons_->points()[end];
+    const CGPoint side = b - a, between = from - a;
+    const double turn = cross(side, way);
+    if (!(turn < 0)) continue;  // they meet as the bend turns
+    const double onSide = cross(between, way) / turn, onWay = cross(between, side) / turn;
+    if (onSide < 0 || onSide > 1 || onWay < 0 || onWay > 1) continue;
+    polygons_->cutTo(end);
+    polygons_->lineTo(a + side * onSide);
+    isFolded_ = false;
+    return;
+  }
+  if (++sidesBehindFold_ == mostSidesOfFold) giveUpFold();
+}
+
+void StrokeOutline::giveUpFold() {
+  if (!isFolded_) return;
+  isFolded_ = false;
+  const std::span<const CGPoint> points = polygons_->points().subspan(foldStart_);
+  DeviceRect place = DeviceRect::around(points[0].x, points[0].y);
+  for (const CGPoint& p : points) place = place.including(p.x, p.y);
+  polygons_->expectOverlap(place.grown(2 * pen_.halfWidth));
+}
+
+}  // namespace backend::raster

@@ -1,0 +1,85 @@
+// Makes polygons of lines that a pen is moved along: filled by the non-zero rule they cover what the pen covers. Their sides
+// overlap nowhere but where the line comes near itself: behind a corner, and in a bend narrower than the pen, the inner side is
+// cut off where it meets itself. What cannot be cut in that way is told as a place where overlaps are expected.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "agg_math_stroke.h"
+#include "backends/raster/Polygons.h"
+#include "backends/raster/StrokePoint.h"
+#include "platform/backend/Canvas.h"
+
+namespace backend::raster {
+
+class StrokeOutline {
+ public:
+  // Lengths are in the line's space.
+  struct Pen {
+    double halfWidth = 0, pixel = 1;  // half its width, and the size of a device pixel
+    LineCap cap = LineCap::Butt;
+    LineJoin join = LineJoin::Miter;
+    double miterLimit = 10;
+  };
+
+  // What follows goes to these polygons, in the line's space.
+  void begin(const Pen& pen, Polygons& polygons);
+
+  // At least two points, all of them apart from the next; their directions are completed.
+  void add(std::span<StrokePoint> line, Contour contour);
+  // A line without a direction: only round ends have a shape.
+  void addDot(CGPoint at);
+
+ private:
+  // A corner of the side that is being made, for a line that comes in and goes out in these directions.
+  struct Bend {
+    CGPoint at, in, out;
+    Corner corner;
+  };
+  // How the pen comes to a point and goes on; the chords are zero where it does not follow them.
+  struct Passage {
+    CGPoint at, chordIn, in, out, chordOut;
+    Corner corner;
+  };
+  // Where AGG puts what it computes.
+  struct Consumer {
+    using value_type = agg::point_d;
+    StrokeOutline& outline;
+    void remove_all() {}
+    void add(const value_type& p) { outline.addPoint({p.x, p.y}); }
+  };
+
+  void completeDirections(std::span<StrokePoint> line, Contour contour) const;
+  bool isBent(double turn) const;
+  std::optional<CGPoint> sideOf(const Bend& bend) const;
+  void addOpen(std::span<const StrokePoint> line);
+  void addRings(std::span<const StrokePoint> line);
+  void pass(const StrokePoint& before, const StrokePoint& p);
+  void passBack(const StrokePoint& before, const StrokePoint& p);
+  void goThrough(const Passage& passage);
+  void addBend(const Bend& bend);
+  void addInnerBend(const Bend& bend);
+  void addCap(CGPoint at, CGPoint inward);
+
+  void beginRing();
+  void beginSide();  // what was made before is not cut any more
+  void putPoint(CGPoint p);
+  void addPoint(CGPoint p);
+  void addSidePoint(CGPoint p, CGPoint direction);
+  void fold();
+  void cutFold(CGPoint to);
+  void giveUpFold();
+
+  Pen pen_;
+  agg::math_stroke<Consumer> agg_;
+  Polygons* polygons_ = nullptr;
+  bool isNewRing_ = true;
+  std::size_t sideStart_ = 0;  // index of its first point
+  // A fold is what the side does from the point on behind which it first goes back, until it is cut.
+  bool isFolded_ = false;
+  std::size_t foldStart_ = 0, sidesBehindFold_ = 0;
+};
+
+}  // namespace backend::raster

@@ -1,0 +1,38 @@
+// What the parts of a stroke's making hand on to each other: a line as points with the directions in which it passes them.
+#pragma once
+
+#include "backends/raster/Flattener.h"
+
+namespace backend::raster {
+
+inline CGPoint operator+(CGPoint a, CGPoint b) { return {a.x + b.x, a.y + b.y}; }
+inline CGPoint operator-(CGPoint a, CGPoint b) { return {a.x - b.x, a.y - b.y}; }
+inline CGPoint operator-(CGPoint v) { return {-v.x, -v.y}; }
+inline CGPoint operator*(CGPoint v, double factor) { return {v.x * factor, v.y * factor}; }
+inline double dot(CGPoint a, CGPoint b) { return a.x * b.x + a.y * b.y; }
+inline double cross(CGPoint a, CGPoint b) { return a.x * b.y - a.y * b.x; }
+// Of the same direction and of length 1; zero stays zero.
+inline CGPoint unit(CGPoint v) {
+  const double squares = dot(v, v);
+  return squares > 0 ? v * (1 / std::sqrt(squares)) : CGPoint{};
+}
+
+enum class Contour { Open, Closed };
+
+struct StrokePoint {
+  CGPoint at;
+  Corner corner = Corner::Sharp;
+  // The directions, of length 1, in which the line arrives and leaves. Zero until it is known: as the chord goes.
+  CGPoint in = {}, out = {};
+
+  // Of use to the outline only. The direction of the chord to the next point, where the line turns so much between the
+  // two that the pen has to follow the chord; else zero.
+  CGPoint chord = {};
+  // The square of the turn from the point before to this one.
+  double turn = 0;
+  // From the point to the outline's corner on the left of the line, that on the right lies opposite. Zero where one corner a
+  // side does not do.
+  CGPoint side = {};
+};
+
+}  // namespace backend::raster
