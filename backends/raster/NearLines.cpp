@@ -16,8 +16,9 @@ constexpr DeviceRect everything{-farthestPoint, -farthestPoint, farthestPoint, f
 struct NearLines::Chord {
   CGPoint from, to, direction;
   double length;
+  double before, after;  // how far the stroke goes on before and behind it
 
-  Chord(CGPoint from, CGPoint to) : from(from), to(to) {
+  Chord(CGPoint from, CGPoint to, double before, double after) : from(from), to(to), before(before), after(after) {
     const double dx = to.x - from.x, dy = to.y - from.y;
     length = std::sqrt(dx * dx + dy * dy);
     direction = length > 0 ? CGPoint{dx / length, dy / length} : CGPoint{1, 0};
@@ -68,8 +69,9 @@ bool NearLines::followEachOther(const Run& a, const Run& b) const {
   return way == 1 || (line.contour == Contour::Closed && way == line.runs - 1 && line.runs > 2);
 }
 
-void NearLines::find(double reach, std::vector<DeviceRect>& places) {
+void NearLines::find(double reach, double beyondEnds, std::vector<DeviceRect>& places) {
   reach_ = reach;
+  beyondEnds_ = beyondEnds;
   std::sort(runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.left < b.left; });
   testsLeft_ = 4000 + 40 * long(points_.size());
   for (std::size_t i = 0; i < runs_.size(); ++i) {
@@ -99,7 +101,7 @@ void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& pla
       if (--testsLeft_ < 0) return;
       if (isBeside(points_[j], points_[j + 1], left, right, top, bottom)) continue;
       if (a.line == b.line && isNearAlong(std::min(i, j), std::max(i, j), lines_[a.line])) continue;
-      const DeviceRect place = overlapOf({from, to}, {points_[j], points_[j + 1]});
+      const DeviceRect place = overlapOf(chordAt(i, lines_[a.line]), chordAt(j, lines_[b.line]));
       if (!place.isEmpty()) places.push_back(place);
     }
   }
@@ -115,7 +117,7 @@ bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& l
   };
   std::size_t i = first + 1;
   while (i < second && pass(i)) ++i;
-  if (i == second) return true;
+  if (i == second) return !turnsBack(first, second);
   if (line.contour == Contour::Open) return false;
   // The other way round, through the start.
   left = 3 * reach_;
@@ -126,6 +128,17 @@ bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& l
     if (!pass(i)) return false;
   }
   return true;
+}
+
+NearLines::Chord NearLines::chordAt(std::size_t i, const Line& line) const {
+  const auto beyond = [&](bool isEnd) { return isEnd && line.contour == Contour::Open ? beyondEnds_ : reach_; };
+  return {points_[i], points_[i + 1], beyond(i == line.first), beyond(i + 1 == line.last)};
+}
+
+// Of neighbours: the second chord lies on the first.
+bool NearLines::turnsBack(std::size_t first, std::size_t second) const {
+  const CGPoint a = points_[first + 1] - points_[first], b = points_[second + 1] - points_[second];
+  return second == first + 1 && dot(a, b) < 0 && std::abs(cross(a, b)) < -1e-3 * dot(a, b);
 }
 
 DeviceRect NearLines::overlapOf(const Chord& a, const Chord& b) const {
@@ -140,7 +153,7 @@ DeviceRect NearLines::strokeWithin(const Chord& a, const Chord& b) const {
   const double cosine = std::abs(a.direction.x * b.direction.x + a.direction.y * b.direction.y);
   const double width = reach_ * (1 + cosine);
   const double start = b.distanceOf(a.from), end = b.distanceOf(a.to);
-  double first = -reach_, last = a.length + reach_;
+  double first = -a.before, last = a.length + a.after;
   if (const double slope = end - start; std::abs(slope) > 1e-9 * a.length) {
     const double one = (-width - start) / slope * a.length, other = (width - start) / slope * a.length;
     first = std::max(first, std::min(one, other));

@@ -15,9 +15,9 @@ class NearLines {
   void clear();
   void add(std::span<const StrokePoint> line, Contour contour);
 
-  // Adds to `places` rectangles that hold all overlaps of strokes that reach so far from their lines. Where finding them
-  // would take long, one that holds everything.
-  void find(double reach, std::vector<DeviceRect>& places);
+  // Adds to `places` rectangles that hold all overlaps of strokes that reach so far from their lines, and beyond the ends
+  // of open ones. Where finding them would take long, one that holds everything.
+  void find(double reach, double beyondEnds, std::vector<DeviceRect>& places);
 
  private:
   // A run of chords that all go into the same quarter of directions: it cannot cross itself.
@@ -40,13 +40,15 @@ class NearLines {
   bool followEachOther(const Run& a, const Run& b) const;
   bool isNearAlong(std::size_t first, std::size_t second, const Line& line) const;
   void compare(const Run& a, const Run& b, std::vector<DeviceRect>& places);
+  bool turnsBack(std::size_t first, std::size_t second) const;
+  Chord chordAt(std::size_t i, const Line& line) const;
   DeviceRect overlapOf(const Chord& a, const Chord& b) const;
   DeviceRect strokeWithin(const Chord& a, const Chord& b) const;
 
   std::vector<CGPoint> points_;
   std::vector<Run> runs_;
   std::vector<Line> lines_;
-  double reach_ = 0;
+  double reach_ = 0, beyondEnds_ = 0;
   long testsLeft_ = 0;
 };
 

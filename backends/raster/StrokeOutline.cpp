@@ -30,8 +30,10 @@ void StrokeOutline::add(std::span<StrokePoint> line, Contour contour) {
   else addRings(line);
 }
 
-// Whether the line turns so much from one point to the next that the pen's edge is no chord any more.
-bool StrokeOutline::isBent(double turn) const {
+// Whether the line turns so much from one point to the next that the pen's outer edge is no chord any more, or that the
+// inner one goes back.
+bool StrokeOutline::isBent(double turn, double squaredLength) const {
+  if (turn * pen_.halfWidth * pen_.halfWidth > 0.8 * squaredLength) return true;
   const double pixels = pen_.halfWidth / pen_.pixel;
   if (turn * pixels < 0.12) return turn > 0.5;
   return turn > 0.5 || pixels * pixels * turn * std::sqrt(turn) > 0.25;
@@ -42,12 +44,13 @@ void StrokeOutline::completeDirections(std::span<StrokePoint> line, Contour cont
   for (std::size_t i = 0; i < chords; ++i) {
     StrokePoint &from = line[i], &to = line[i + 1 < count ? i + 1 : 0];
     from.chord = {};
+    const CGPoint way = to.at - from.at;
     if (from.out != CGPoint{} && to.in != CGPoint{}) {
       const CGPoint difference = to.in - from.out;
       to.turn = dot(difference, difference);
-      if (!isBent(to.turn)) continue;
+      if (!isBent(to.turn, dot(way, way))) continue;
     }
-    const CGPoint chord = unit(to.at - from.at);
+    const CGPoint chord = unit(way);
     if (from.out == CGPoint{}) from.out = chord;
     if (to.in == CGPoint{}) to.in = chord;
     to.turn = 0;
@@ -111,13 +114,13 @@ void StrokeOutline::addRings(std::span<const StrokePoint> line) {
     direction = unit(line[first].at - before(first).at);
   }
   beginRing();
-  if (startsInChord) addPoint(start + aside(direction) * pen_.halfWidth);
+  if (startsInChord) putPoint(start + aside(direction) * pen_.halfWidth);
   for (std::size_t i = first; i < count; ++i) pass(before(i), line[i]);
   for (std::size_t i = 0; i < first; ++i) pass(before(i), line[i]);
   giveUpFold();
   if (count == 2) return;  // there and back: the one ring is all
   beginRing();
-  if (startsInChord) addPoint(start - aside(direction) * pen_.halfWidth);
+  if (startsInChord) putPoint(start - aside(direction) * pen_.halfWidth);
   for (std::size_t i = first; i-- > 0;) passBack(before(i), line[i]);
   for (std::size_t i = count; i-- > first;) passBack(before(i), line[i]);
   giveUpFold();
@@ -145,8 +148,11 @@ void StrokeOutline::goThrough(const Passage& p) {
 
 void StrokeOutline::addBend(const Bend& bend) {
   const CGPoint at = bend.at, in = bend.in, out = bend.out;
+  if (cross(in, out) < 0 && dot(in, out) < 1 - 1e-10) return addInnerBend(bend);
   if (const std::optional<CGPoint> side = sideOf(bend)) return addSidePoint(at + *side, in);
-  if (cross(in, out) < 0) return addInnerBend(bend);
+  // What goes round an outer corner is no part of a fold, before it nor behind.
+  if (isFolded_) cutFold(at + aside(in) * pen_.halfWidth);
+  giveUpFold();
   constexpr agg::line_join_e joins[] = {agg::miter_join_revert, agg::round_join, agg::bevel_join};
   agg_.line_join(bend.corner == Corner::Smooth ? agg::round_join : joins[int(pen_.join)]);
   // AGG takes directions from points.
@@ -154,6 +160,8 @@ void StrokeOutline::addBend(const Bend& bend) {
   const CGPoint from = at - in * length, to = at + out * length;
   Consumer consumer{*this};
   agg_.calc_join(consumer, {from.x, from.y}, {at.x, at.y}, {to.x, to.y}, length, length);
+  putPoint(at + aside(out) * pen_.halfWidth);
+  beginSide();
 }
 
 // By the point itself, so that windings stay of one sign even where that cannot be cut off.
@@ -189,11 +197,6 @@ void StrokeOutline::putPoint(CGPoint p) {
   if (isNewRing_) polygons_->moveTo(p);
   else polygons_->lineTo(p);
   isNewRing_ = false;
-}
-
-void StrokeOutline::addPoint(CGPoint p) {
-  if (isFolded_) cutFold(p);
-  putPoint(p);
 }
 
 void StrokeOutline::addSidePoint(CGPoint p, CGPoint direction) {

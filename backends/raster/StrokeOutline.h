@@ -48,11 +48,11 @@ class StrokeOutline {
     using value_type = agg::point_d;
     StrokeOutline& outline;
     void remove_all() {}
-    void add(const value_type& p) { outline.addPoint({p.x, p.y}); }
+    void add(const value_type& p) { outline.putPoint({p.x, p.y}); }
   };
 
   void completeDirections(std::span<StrokePoint> line, Contour contour) const;
-  bool isBent(double turn) const;
+  bool isBent(double turn, double squaredLength) const;
   std::optional<CGPoint> sideOf(const Bend& bend) const;
   void addOpen(std::span<const StrokePoint> line);
   void addRings(std::span<const StrokePoint> line);
@@ -66,7 +66,6 @@ class StrokeOutline {
   void beginRing();
   void beginSide();  // what was made before is not cut any more
   void putPoint(CGPoint p);
-  void addPoint(CGPoint p);
   void addSidePoint(CGPoint p, CGPoint direction);
   void fold();
   void cutFold(CGPoint to);
