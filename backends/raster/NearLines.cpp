@@ -18,7 +18,8 @@ struct NearLines::Chord {
   double length;
   double before, after;  // how far the stroke goes on before and behind it
 
-  Chord(CGPoint from, CGPoint to, double before, double after) : from(from), to(to), before(before), after(after) {
+  Chord(const Point& start, const Point& end)
+      : from(start.at), to(end.at), before(start.beyond), after(end.beyond) {
     const double dx = to.x - from.x, dy = to.y - from.y;
     length = std::sqrt(dx * dx + dy * dy);
     direction = length > 0 ? CGPoint{dx / length, dy / length} : CGPoint{1, 0};
@@ -28,7 +29,9 @@ struct NearLines::Chord {
   CGPoint at(double way) const { return {from.x + direction.x * way, from.y + direction.y * way}; }
 };
 
-void NearLines::clear() {
+void NearLines::begin(double reach, double beyondEnds) {
+  reach_ = reach;
+  beyondEnds_ = beyondEnds;
   clearForReuse(points_);
   clearForReuse(lines_);
   clearForReuse(runs_);
@@ -36,23 +39,25 @@ void NearLines::clear() {
 
 void NearLines::add(std::span<const StrokePoint> line, Contour contour) {
   const std::size_t first = points_.size();
-  for (const StrokePoint& p : line) points_.push_back(p.at);
-  if (contour == Contour::Closed) points_.push_back(line[0].at);
+  // Beyond a point inside the line the stroke goes on by the next chord's, apart from the join at a corner.
+  for (const StrokePoint& p : line) points_.push_back({p.at, p.side == CGPoint{} ? reach_ : 0});
+  if (contour == Contour::Closed) points_.push_back(points_[first]);
+  else points_[first].beyond = points_.back().beyond = beyondEnds_;
   lines_.push_back({.first = first, .last = points_.size() - 1, .contour = contour});
   makeRuns(lines_.size() - 1);
 }
 
 void NearLines::makeRuns(std::size_t index) {
   Line& line = lines_[index];
-  const CGPoint* const points = points_.data();
+  const Point* const points = points_.data();
   const auto quarter = [points](std::size_t i) {
-    return (points[i + 1].x < points[i].x ? 1 : 0) | (points[i + 1].y < points[i].y ? 2 : 0);
+    return (points[i + 1].at.x < points[i].at.x ? 1 : 0) | (points[i + 1].at.y < points[i].at.y ? 2 : 0);
   };
   for (std::size_t i = line.first; i < line.last;) {
     const int here = quarter(i);
     std::size_t end = i + 1;
     while (end < line.last && quarter(end) == here) ++end;
-    const CGPoint a = points[i], b = points[end];
+    const CGPoint a = points[i].at, b = points[end].at;
     runs_.push_back({.first = i, .last = end, .left = std::min(a.x, b.x), .right = std::max(a.x, b.x),
                      .top = std::min(a.y, b.y), .bottom = std::max(a.y, b.y), .line = index, .number = line.runs++,
                      .quarter = here});
@@ -69,14 +74,12 @@ bool NearLines::followEachOther(const Run& a, const Run& b) const {
   return way == 1 || (line.contour == Contour::Closed && way == line.runs - 1 && line.runs > 2);
 }
 
-void NearLines::find(double reach, double beyondEnds, std::vector<DeviceRect>& places) {
-  reach_ = reach;
-  beyondEnds_ = beyondEnds;
+void NearLines::find(std::vector<DeviceRect>& places) {
   std::sort(runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.left < b.left; });
   testsLeft_ = 4000 + 40 * long(points_.size());
   for (std::size_t i = 0; i < runs_.size(); ++i) {
     const Run& a = runs_[i];
-    const double right = a.right + 2 * reach, top = a.top - 2 * reach, bottom = a.bottom + 2 * reach;
+    const double right = a.right + 2 * reach_, top = a.top - 2 * reach_, bottom = a.bottom + 2 * reach_;
     for (std::size_t j = i + 1; j < runs_.size() && runs_[j].left < right; ++j) {
       const Run& b = runs_[j];
       --testsLeft_;
@@ -92,19 +95,22 @@ void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& pla
     return std::max(p.x, q.x) < left - distance || std::min(p.x, q.x) > right + distance ||
            std::max(p.y, q.y) < top - distance || std::min(p.y, q.y) > bottom + distance;
   };
+  std::optional<DeviceRect> whole;
   for (std::size_t i = a.first; i < a.last; ++i) {
-    const CGPoint from = points_[i], to = points_[i + 1];
+    const CGPoint from = points_[i].at, to = points_[i + 1].at;
     if (isBeside(from, to, b.left, b.right, b.top, b.bottom)) continue;
     const double left = std::min(from.x, to.x), right = std::max(from.x, to.x);
     const double top = std::min(from.y, to.y), bottom = std::max(from.y, to.y);
     for (std::size_t j = b.first; j < b.last; ++j) {
-      if (--testsLeft_ < 0) return;
-      if (isBeside(points_[j], points_[j + 1], left, right, top, bottom)) continue;
+      --testsLeft_;
+      if (isBeside(points_[j].at, points_[j + 1].at, left, right, top, bottom)) continue;
       if (a.line == b.line && isNearAlong(std::min(i, j), std::max(i, j), lines_[a.line])) continue;
-      const DeviceRect place = overlapOf(chordAt(i, lines_[a.line]), chordAt(j, lines_[b.line]));
-      if (!place.isEmpty()) places.push_back(place);
+      const DeviceRect place = overlapOf({points_[i], points_[i + 1]}, {points_[j], points_[j + 1]});
+      if (!place.isEmpty()) whole = whole ? whole->including(place) : place;
     }
   }
+  const double leastSide = 1e-3;  // what is narrower shows nowhere
+  if (whole && whole->right - whole->left > leastSide && whole->bottom - whole->top > leastSide) places.push_back(*whole);
 }
 
 // True if the line leads from one chord to the other by a way too short to come back on. Ways are taken as a little shorter
@@ -112,7 +118,7 @@ void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& pla
 bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& line) const {
   double left = 3 * reach_;
   const auto pass = [&](std::size_t i) {
-    left -= std::max(std::abs(points_[i + 1].x - points_[i].x), std::abs(points_[i + 1].y - points_[i].y));
+    left -= std::max(std::abs(points_[i + 1].at.x - points_[i].at.x), std::abs(points_[i + 1].at.y - points_[i].at.y));
     return left > 0;
   };
   std::size_t i = first + 1;
@@ -130,14 +136,9 @@ bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& l
   return true;
 }
 
-NearLines::Chord NearLines::chordAt(std::size_t i, const Line& line) const {
-  const auto beyond = [&](bool isEnd) { return isEnd && line.contour == Contour::Open ? beyondEnds_ : reach_; };
-  return {points_[i], points_[i + 1], beyond(i == line.first), beyond(i + 1 == line.last)};
-}
-
 // Of neighbours: the second chord lies on the first.
 bool NearLines::turnsBack(std::size_t first, std::size_t second) const {
-  const CGPoint a = points_[first + 1] - points_[first], b = points_[second + 1] - points_[second];
+  const CGPoint a = points_[first + 1].at - points_[first].at, b = points_[second + 1].at - points_[second].at;
   return second == first + 1 && dot(a, b) < 0 && std::abs(cross(a, b)) < -1e-3 * dot(a, b);
 }
 

@@ -2,6 +2,7 @@
 // what is near because the line leads there within a few pens' widths; the outline sees to that by itself.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -12,14 +13,18 @@ namespace backend::raster {
 
 class NearLines {
  public:
-  void clear();
+  // For strokes that reach so far from their lines, and beyond the ends of open ones.
+  void begin(double reach, double beyondEnds);
   void add(std::span<const StrokePoint> line, Contour contour);
 
-  // Adds to `places` rectangles that hold all overlaps of strokes that reach so far from their lines, and beyond the ends
-  // of open ones. Where finding them would take long, one that holds everything.
-  void find(double reach, double beyondEnds, std::vector<DeviceRect>& places);
+  // Adds to `places` rectangles that hold all overlaps. Where finding them would take long, one that holds everything.
+  void find(std::vector<DeviceRect>& places);
 
  private:
+  struct Point {
+    CGPoint at;
+    double beyond;  // how far the stroke of a chord that ends here goes on
+  };
   // A run of chords that all go into the same quarter of directions: it cannot cross itself.
   struct Run {
     std::size_t first, last;  // points
@@ -41,11 +46,10 @@ class NearLines {
   bool isNearAlong(std::size_t first, std::size_t second, const Line& line) const;
   void compare(const Run& a, const Run& b, std::vector<DeviceRect>& places);
   bool turnsBack(std::size_t first, std::size_t second) const;
-  Chord chordAt(std::size_t i, const Line& line) const;
   DeviceRect overlapOf(const Chord& a, const Chord& b) const;
   DeviceRect strokeWithin(const Chord& a, const Chord& b) const;
 
-  std::vector<CGPoint> points_;
+  std::vector<Point> points_;
   std::vector<Run> runs_;
   std::vector<Line> lines_;
   double reach_ = 0, beyondEnds_ = 0;

@@ -44,6 +44,9 @@ struct DeviceRect {
   DeviceRect including(double x, double y) const {
     return {std::min(left, x), std::min(top, y), std::max(right, x), std::max(bottom, y)};
   }
+  DeviceRect including(const DeviceRect& other) const {
+    return including(other.left, other.top).including(other.right, other.bottom);
+  }
   DeviceRect grown(double by) const { return {left - by, top - by, right + by, bottom + by}; }
   DeviceRect moved(double dx, double dy) const { return {left + dx, top + dy, right + dx, bottom + dy}; }
   DeviceRect scaled(double f) const { return {left * f, top * f, right * f, bottom * f}; }

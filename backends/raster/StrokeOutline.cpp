@@ -117,13 +117,13 @@ void StrokeOutline::addRings(std::span<const StrokePoint> line) {
   if (startsInChord) putPoint(start + aside(direction) * pen_.halfWidth);
   for (std::size_t i = first; i < count; ++i) pass(before(i), line[i]);
   for (std::size_t i = 0; i < first; ++i) pass(before(i), line[i]);
-  giveUpFold();
+  finishRing();
   if (count == 2) return;  // there and back: the one ring is all
   beginRing();
   if (startsInChord) putPoint(start - aside(direction) * pen_.halfWidth);
   for (std::size_t i = first; i-- > 0;) passBack(before(i), line[i]);
   for (std::size_t i = count; i-- > first;) passBack(before(i), line[i]);
-  giveUpFold();
+  finishRing();
 }
 
 void StrokeOutline::pass(const StrokePoint& before, const StrokePoint& p) {
@@ -150,9 +150,11 @@ void StrokeOutline::addBend(const Bend& bend) {
   const CGPoint at = bend.at, in = bend.in, out = bend.out;
   if (cross(in, out) < 0 && dot(in, out) < 1 - 1e-10) return addInnerBend(bend);
   if (const std::optional<CGPoint> side = sideOf(bend)) return addSidePoint(at + *side, in);
-  // What goes round an outer corner is no part of a fold, before it nor behind.
+  // What goes round an outer corner is no part of a fold, before it nor behind, unless it is next to nothing.
+  const double pixels = pen_.halfWidth / pen_.pixel;
+  const bool bounds = bend.corner == Corner::Sharp && cross(in, out) * pixels * pixels > 0.04;
   if (isFolded_) cutFold(at + aside(in) * pen_.halfWidth);
-  giveUpFold();
+  if (bounds) giveUpFold();
   constexpr agg::line_join_e joins[] = {agg::miter_join_revert, agg::round_join, agg::bevel_join};
   agg_.line_join(bend.corner == Corner::Smooth ? agg::round_join : joins[int(pen_.join)]);
   // AGG takes directions from points.
@@ -161,7 +163,7 @@ void StrokeOutline::addBend(const Bend& bend) {
   Consumer consumer{*this};
   agg_.calc_join(consumer, {from.x, from.y}, {at.x, at.y}, {to.x, to.y}, length, length);
   putPoint(at + aside(out) * pen_.halfWidth);
-  beginSide();
+  if (bounds) beginSide();
 }
 
 // By the point itself, so that windings stay of one sign even where that cannot be cut off.
@@ -188,7 +190,12 @@ void StrokeOutline::addDot(CGPoint at) {
 void StrokeOutline::beginRing() {
   isNewRing_ = true;
   isFolded_ = false;
-  sideStart_ = polygons_->pointCount();
+  sideStart_ = ringStart_ = polygons_->pointCount();
+}
+
+void StrokeOutline::finishRing() {
+  if (isFolded_) cutFold(polygons_->points()[ringStart_]);
+  giveUpFold();
 }
 
 void StrokeOutline::beginSide() { sideStart_ = polygons_->pointCount() - 1; }

@@ -64,6 +64,7 @@ class StrokeOutline {
   void addCap(CGPoint at, CGPoint inward);
 
   void beginRing();
+  void finishRing();
   void beginSide();  // what was made before is not cut any more
   void putPoint(CGPoint p);
   void addSidePoint(CGPoint p, CGPoint direction);
@@ -75,7 +76,7 @@ class StrokeOutline {
   agg::math_stroke<Consumer> agg_;
   Polygons* polygons_ = nullptr;
   bool isNewRing_ = true;
-  std::size_t sideStart_ = 0;  // index of its first point
+  std::size_t ringStart_ = 0, sideStart_ = 0;  // indices of their first points
   // A fold is what the side does from the point on behind which it first goes back, until it is cut.
   bool isFolded_ = false;
   std::size_t foldStart_ = 0, sidesBehindFold_ = 0;

@@ -56,7 +56,7 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   reach_ = DeviceRect{CGRectGetMinX(inLine), CGRectGetMinY(inLine), CGRectGetMaxX(inLine), CGRectGetMaxY(inLine)}.grown(margin);
   if (reach_.isEmpty()) return;
   setDashes(style);
-  near_.clear();
+  near_.begin(pen_.halfWidth, style.cap == LineCap::Butt ? 0 : pen_.halfWidth);
 
   polygons_ = &polygons;
   outline_.begin(pen_, polygons);
@@ -65,7 +65,7 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   Flattener<Stroker>({.visible = reach_, .tolerance = tolerance, .reach = pen_.halfWidth}, *this)
       .add(path, isInDevice ? toDevice : CGAffineTransform{});
   finishContour(Contour::Open);
-  near_.find(pen_.halfWidth, style.cap == LineCap::Butt ? 0 : pen_.halfWidth, polygons.expectedOverlaps());
+  near_.find(polygons.expectedOverlaps());
   if (!isInDevice) finishPolygons(toDevice);
 }
 
