@@ -9,7 +9,7 @@ namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
 // Of flattened curves and of round joins and caps, in device pixels. The latter's chords all lie inside.
-constexpr double chordTolerance = 0.010, arcTolerance = 0.006;
+constexpr double chordTolerance = 0.014, dashTolerance = 3e-5, arcTolerance = 0.006;
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
 constexpr int mostDashes = 200000;
@@ -61,7 +61,7 @@ Overlaps Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAff
   outline_.toDevice = toDevice;
   outline_.polygons = &polygons;
   // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
-  Flattener<Stroker>({.visible = reach_, .tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 60) / scale}, *this).add(path, {});
+  Flattener<Stroker>({.visible = reach_, .tolerance = (dashes_.empty() ? chordTolerance : dashTolerance) / scale}, *this).add(path, {});
   finishContour(Contour::Open);
   return isThin_ && near_.find(halfWidth_ * 2) ? Overlaps::Likely : Overlaps::Unlikely;
 }
