@@ -9,7 +9,7 @@ namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
 // Of flattened curves, in device pixels.
-constexpr double chordTolerance = 0.010;
+constexpr double chordTolerance = 0.014, areaTolerance = 0.006, dashTolerance = 3e-5;
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
 constexpr int mostDashes = 200000;
@@ -61,9 +61,12 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   polygons_ = &polygons;
   outline_.begin(pen_, polygons);
   // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
-  const double tolerance = (dashes_.empty() ? chordTolerance : chordTolerance / 60) * pen_.pixel;
-  Flattener<Stroker>({.visible = reach_, .tolerance = tolerance, .reach = pen_.halfWidth}, *this)
-      .add(path, isInDevice ? toDevice : CGAffineTransform{});
+  FlattenSettings settings{.visible = reach_, .tolerance = dashTolerance * pen_.pixel, .reach = pen_.halfWidth};
+  if (dashes_.empty()) {
+    settings.tolerance = chordTolerance * pen_.pixel;
+    settings.areaTolerance = areaTolerance * pen_.pixel * pen_.pixel;
+  }
+  Flattener<Stroker>(settings, *this).add(path, isInDevice ? toDevice : CGAffineTransform{});
   finishContour(Contour::Open);
   near_.find(polygons.expectedOverlaps());
   if (!isInDevice) finishPolygons(toDevice);
