@@ -5,6 +5,8 @@ namespace backend::raster {
 namespace {
 
 constexpr double arcTolerance = 0.006;  // of round joins and caps, in device pixels; their chords all lie inside
+// A corner of the outline shorter than this, in pixels, is none.
+constexpr double leastJoin = 0.04;
 // So many sides on either side of a fold are looked at for the place where they meet.
 constexpr std::size_t mostSidesOfFold = 24;
 
@@ -68,9 +70,8 @@ void StrokeOutline::completeDirections(std::span<StrokePoint> line, Contour cont
 // To one point that lies on both edges, where the line goes straight on or bends too little to tell the joins apart.
 std::optional<CGPoint> StrokeOutline::sideOf(const Bend& bend) const {
   if (bend.in == bend.out) return aside(bend.in) * pen_.halfWidth;
-  const double cosine = dot(bend.in, bend.out);
-  const double least = bend.corner == Corner::Smooth ? 0.8 : 0.9999;
-  const bool isGentle = cosine > least && pen_.halfWidth * (1 - cosine) < 6 * arcTolerance * pen_.pixel;
+  const double cosine = dot(bend.in, bend.out), across = std::abs(cross(bend.in, bend.out)) * pen_.halfWidth;
+  const bool isGentle = cosine > 0.5 && across < leastJoin * pen_.pixel;
   if (!isGentle && !(cosine > 1 - 1e-10)) return std::nullopt;
   return aside(bend.in + bend.out) * (pen_.halfWidth / (1 + cosine));
 }
@@ -148,8 +149,8 @@ void StrokeOutline::goThrough(const Passage& p) {
 
 void StrokeOutline::addBend(const Bend& bend) {
   const CGPoint at = bend.at, in = bend.in, out = bend.out;
-  if (cross(in, out) < 0 && dot(in, out) < 1 - 1e-10) return addInnerBend(bend);
   if (const std::optional<CGPoint> side = sideOf(bend)) return addSidePoint(at + *side, in);
+  if (cross(in, out) < 0) return addInnerBend(bend);
   // What goes round an outer corner is no part of a fold, before it nor behind, unless it is next to nothing.
   const double pixels = pen_.halfWidth / pen_.pixel;
   const bool bounds = bend.corner == Corner::Sharp && cross(in, out) * pixels * pixels > 0.04;
@@ -207,7 +208,7 @@ void StrokeOutline::putPoint(CGPoint p) {
 }
 
 void StrokeOutline::addSidePoint(CGPoint p, CGPoint direction) {
-  const bool goesBack = !isNewRing_ && dot(p - polygons_->lastPoint(), direction) < 0;
+  const bool goesBack = !isNewRing_ && dot(p - polygons_->lastPoint(), direction) < -leastJoin * pen_.pixel;
   if (goesBack) fold();
   else if (isFolded_) cutFold(p);
   putPoint(p);
