@@ -99,12 +99,4 @@ void storeRow(const Float4* row, std::uint32_t* pixels, int count) {
   }
 }
 
-Float4 premultiplied(const Color& color, double alpha) {
-  // The comparison that fails for a number that is none decides.
-  const auto held = [](double v) { return v > 0 ? std::min(v, 1.0) : 0.0; };
-  const double a = held(color.alpha) * held(alpha);
-  return Float4{float(held(color.blue) * a), float(held(color.green) * a), float(held(color.red) * a),
-                float(a)};
-}
-
 }  // namespace backend::raster

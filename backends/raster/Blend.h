@@ -1,6 +1,8 @@
 // The Porter-Duff operators on rows of pixels.
 #pragma once
 
+#include <algorithm>
+
 #include "backends/raster/Float4.h"
 #include "platform/backend/Canvas.h"
 
@@ -19,6 +21,14 @@ void blendRow(BlendMode mode, Float4* destination, const Float4* source, const f
 void loadRow(const std::uint32_t* pixels, Float4* out, int count);
 void storeRow(const Float4* row, std::uint32_t* pixels, int count);
 
-Float4 premultiplied(const Color& color, double alpha);
+// Held within 0...1; the comparison that fails for a number that is none decides.
+inline double held(double v) { return v > 0 ? std::min(v, 1.0) : 0.0; }
+
+inline float premultipliedAlpha(const Color& color, double alpha) { return float(held(color.alpha) * held(alpha)); }
+
+inline Float4 premultiplied(const Color& color, double alpha) {
+  const double a = held(color.alpha) * held(alpha);
+  return Float4{float(held(color.blue) * a), float(held(color.green) * a), float(held(color.red) * a), float(a)};
+}
 
 }  // namespace backend::raster

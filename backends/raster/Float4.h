@@ -6,6 +6,7 @@ namespace backend::raster {
 
 using Float4 = float __attribute__((vector_size(16)));
 using Int4 = int __attribute__((vector_size(16)));
+using Double2 = double __attribute__((vector_size(16)));
 using Long2 = long long __attribute__((vector_size(16)));
 
 inline Float4 splat(float v) { return Float4{v, v, v, v}; }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "backends/raster/Flattener.h"
+#include "backends/raster/Float4.h"
 #include "backends/raster/WorkBuffer.h"
 
 namespace backend::raster {
@@ -61,17 +62,18 @@ class Polygons {
   // Empty bounds when there are no points.
   DeviceRect bounds() const {
     if (points_.empty()) return {};
-    DeviceRect r{points_[0].x, points_[0].y, points_[0].x, points_[0].y};
+    Double2 low = both(points_[0]), high = low;
     for (const CGPoint& p : points_) {
-      r.left = std::min(r.left, p.x);
-      r.right = std::max(r.right, p.x);
-      r.top = std::min(r.top, p.y);
-      r.bottom = std::max(r.bottom, p.y);
+      const Double2 at = both(p);
+      low = at < low ? at : low;
+      high = at > high ? at : high;
     }
-    return r;
+    return {low[0], low[1], high[0], high[1]};
   }
 
  private:
+  static Double2 both(const CGPoint& p) { return Double2{p.x, p.y}; }
+
   std::vector<CGPoint> points_;
   std::vector<std::size_t> starts_;
   std::vector<DeviceRect> overlaps_;

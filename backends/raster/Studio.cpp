@@ -30,7 +30,7 @@ bool leavesNoMark(const Color& color, double alpha, BlendMode mode) {
     case BlendMode::DestinationOver:
     case BlendMode::DestinationOut:
     case BlendMode::Xor:
-    case BlendMode::PlusLighter: return premultiplied(color, alpha)[3] == 0;
+    case BlendMode::PlusLighter: return premultipliedAlpha(color, alpha) == 0;
     case BlendMode::Clear:
     case BlendMode::Copy:
     case BlendMode::SourceIn:
@@ -139,10 +139,10 @@ void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
 void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
   if (state_.clip.box.isEmpty() || leavesNoMark(state_.fillColor, state_.alpha, state_.blendMode)) return;
   const Source color{.color = premultiplied(state_.fillColor, state_.alpha)};
-  if (paintsColor(color) && !castShadow()) {
+  const std::optional<CastShadow> shadow = castShadow();
+  if (!shadow && paintsColor(color)) {
     if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color.color);
   }
-  const std::optional<CastShadow> shadow = castShadow();
   if (!shadow && replaceWholePixels(path, color.color)) return;
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));

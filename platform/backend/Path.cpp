@@ -33,38 +33,13 @@ void growByTurningPoints(double p0, double p1, double p2, double p3, double& low
 
 }  // namespace
 
-void Path::add(PathVerb verb) {
-  // Growing from nothing, one by one, takes longer than a short outline's drawing.
-  if (verbs_.capacity() == 0) {
-    verbs_.reserve(32);
-    points_.reserve(48);
+std::span<CGPoint> Path::append(std::span<const PathVerb> verbs, std::size_t pointCount) {
+  if (isEmpty()) {
+    while (!verbs.empty() && verbs.front() == PathVerb::Close) verbs = verbs.subspan(1);
   }
-  verbs_.push_back(verb);
+  std::copy(verbs.begin(), verbs.end(), verbs_.extend(verbs.size()));
   shape_.kind = PathShape::Kind::None;
-}
-
-void Path::moveTo(CGPoint to) {
-  add(PathVerb::Move);
-  points_.push_back(to);
-  start_ = current_ = to;
-}
-
-void Path::lineTo(CGPoint to) {
-  add(PathVerb::Line);
-  points_.push_back(to);
-  current_ = to;
-}
-
-void Path::curveTo(CGPoint to, CGPoint control1, CGPoint control2) {
-  add(PathVerb::Curve);
-  for (const CGPoint p : {control1, control2, to}) points_.push_back(p);
-  current_ = to;
-}
-
-void Path::close() {
-  if (verbs_.empty()) return;
-  add(PathVerb::Close);
-  current_ = start_;
+  return {points_.extend(pointCount), pointCount};
 }
 
 void Path::append(const Path& other) {
@@ -77,17 +52,11 @@ void Path::append(const Path& other) {
     append(Path(other));
     return;
   }
-  verbs_.insert(verbs_.end(), other.verbs_.begin(), other.verbs_.end());
-  points_.insert(points_.end(), other.points_.begin(), other.points_.end());
-  start_ = other.start_;
-  current_ = other.current_;
-  shape_ = {};
+  std::copy(other.points_.begin(), other.points_.end(), append(other.verbs(), other.points_.size()).begin());
 }
 
 void Path::transform(const CGAffineTransform& transform) {
   for (CGPoint& point : points_) point = transform.apply(point);
-  start_ = transform.apply(start_);
-  current_ = transform.apply(current_);
   shape_ = {};
 }
 
@@ -95,15 +64,24 @@ void Path::clear() {
   verbs_.clear();
   points_.clear();
   shape_ = {};
-  start_ = current_ = {};
+}
+
+CGPoint Path::currentPoint() const {
+  if (isEmpty()) return {};
+  if (verbs_.back() != PathVerb::Close) return points_.back();
+  CGPoint start;
+  const CGPoint* point = points_.data();
+  for (const PathVerb verb : verbs_) {
+    if (verb == PathVerb::Move) start = *point;
+    point += pointCount(verb);
+  }
+  return start;
 }
 
 Path Path::rect(CGRect rect) {
   Path path;
   const double x0 = CGRectGetMinX(rect), y0 = CGRectGetMinY(rect);
   const double x1 = CGRectGetMaxX(rect), y1 = CGRectGetMaxY(rect);
-  path.verbs_.reserve(5);
-  path.points_.reserve(4);
   path.moveTo({x0, y0});
   path.lineTo({x1, y0});
   path.lineTo({x1, y1});
@@ -118,8 +96,6 @@ Path Path::oval(CGRect rect) {
   const double x = CGRectGetMidX(rect), y = CGRectGetMidY(rect);
   const double rx = rect.size.width * 0.5, ry = rect.size.height * 0.5;
   const double kx = rx * quarterCircle, ky = ry * quarterCircle;
-  path.verbs_.reserve(6);
-  path.points_.reserve(13);
   path.moveTo({x + rx, y});
   path.curveTo({x, y + ry}, {x + rx, y + ky}, {x + kx, y + ry});
   path.curveTo({x - rx, y}, {x - kx, y + ry}, {x - rx, y + ky});
@@ -138,8 +114,6 @@ Path Path::roundedRect(CGRect rect, CGSize radii) {
   const double rx = std::clamp(radii.width, 0.0, std::abs(rect.size.width) * 0.5);
   const double ry = std::clamp(radii.height, 0.0, std::abs(rect.size.height) * 0.5);
   const double kx = rx * (1 - quarterCircle), ky = ry * (1 - quarterCircle);
-  path.verbs_.reserve(10);
-  path.points_.reserve(17);
   path.moveTo({x0 + rx, y0});
   path.lineTo({x1 - rx, y0});
   path.curveTo({x1, y0 + ry}, {x1 - kx, y0}, {x1, y0 + ky});

@@ -5,10 +5,10 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 #include "platform/foundation/AffineTransform.h"
 #include "platform/foundation/Geometry.h"
+#include "platform/foundation/ShortList.h"
 
 namespace backend {
 
@@ -18,10 +18,8 @@ using platform::CGRect;
 using platform::CGSize;
 
 enum class PathVerb : std::uint8_t { Move, Line, Curve, Close };
-constexpr int pointCount(PathVerb verb) {
-  constexpr int counts[] = {1, 1, 3, 0};
-  return counts[static_cast<int>(verb)];
-}
+inline constexpr int pointCounts[] = {1, 1, 3, 0};
+constexpr int pointCount(PathVerb verb) { return pointCounts[static_cast<int>(verb)]; }
 
 enum class FillRule : std::uint8_t { NonZero, EvenOdd };
 
@@ -39,11 +37,20 @@ class Path {
   static Path oval(CGRect rect);
   static Path roundedRect(CGRect rect, CGSize radii);
 
-  void moveTo(CGPoint to);
-  void lineTo(CGPoint to);
-  void curveTo(CGPoint to, CGPoint control1, CGPoint control2);
-  void close();
+  void moveTo(CGPoint to) { *add(PathVerb::Move, 1) = to; }
+  void lineTo(CGPoint to) { *add(PathVerb::Line, 1) = to; }
+  void curveTo(CGPoint to, CGPoint control1, CGPoint control2) {
+    CGPoint* const points = add(PathVerb::Curve, 3);
+    points[0] = control1;
+    points[1] = control2;
+    points[2] = to;
+  }
+  void close() {
+    if (!isEmpty()) add(PathVerb::Close, 0);
+  }
   void append(const Path& other);
+  // Many segments at once. Gives their points, in the order of points(), for the caller to fill in.
+  std::span<CGPoint> append(std::span<const PathVerb> verbs, std::size_t pointCount);
   void transform(const CGAffineTransform& transform);
   void clear();
 
@@ -54,18 +61,21 @@ class Path {
   const PathShape& shape() const { return shape_; }
   bool isEmpty() const { return verbs_.empty(); }
   bool hasCurrentPoint() const { return !verbs_.empty(); }
-  CGPoint currentPoint() const { return current_; }
+  CGPoint currentPoint() const;
 
   // The tight box of the lines and curves, zero for an empty path. A lone point counts.
   CGRect bounds() const;
 
  private:
-  void add(PathVerb verb);
+  CGPoint* add(PathVerb verb, std::size_t pointCount) {
+    verbs_.push_back(verb);
+    shape_.kind = PathShape::Kind::None;
+    return points_.extend(pointCount);
+  }
 
-  std::vector<PathVerb> verbs_;
-  std::vector<CGPoint> points_;
+  platform::ShortList<PathVerb, 24> verbs_;
+  platform::ShortList<CGPoint, 24> points_;
   PathShape shape_;
-  CGPoint start_, current_;
 };
 
 }  // namespace backend

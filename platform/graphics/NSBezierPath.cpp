@@ -8,16 +8,19 @@ namespace platform {
 
 const ClassInfo NSBezierPath::staticClassInfo{.name = "NSBezierPath", .base = &NSObject::staticClassInfo};
 
+// Not in the class: there it would let a maker clear the whole object first, with the room for its points.
+NSBezierPath::NSBezierPath() = default;
+
 Ref<NSBezierPath> NSBezierPath::bezierPath() { return make<NSBezierPath>(); }
 
-Ref<NSBezierPath> NSBezierPath::bezierPathWithRect(CGRect rect) { return make<NSBezierPath>(backend::Path::rect(rect)); }
+Ref<NSBezierPath> NSBezierPath::bezierPathWithRect(CGRect rect) { return make<NSBezierPath>(backend::Path::rect, rect); }
 
 Ref<NSBezierPath> NSBezierPath::bezierPathWithOvalInRect(CGRect rect) {
-  return make<NSBezierPath>(backend::Path::oval(rect));
+  return make<NSBezierPath>(backend::Path::oval, rect);
 }
 
 Ref<NSBezierPath> NSBezierPath::bezierPathWithRoundedRect(CGRect rect, CGFloat xRadius, CGFloat yRadius) {
-  return make<NSBezierPath>(backend::Path::roundedRect(rect, {xRadius, yRadius}));
+  return make<NSBezierPath>(backend::Path::roundedRect, rect, CGSize{xRadius, yRadius});
 }
 
 void NSBezierPath::lineToPoint(CGPoint point) {
@@ -28,6 +31,14 @@ void NSBezierPath::lineToPoint(CGPoint point) {
 void NSBezierPath::curveToPoint(CGPoint point, CGPoint controlPoint1, CGPoint controlPoint2) {
   if (!path_.hasCurrentPoint()) stopProgram("NSBezierPath: curveToPoint: without a current point");
   path_.curveTo(point, controlPoint1, controlPoint2);
+}
+
+std::span<CGPoint> NSBezierPath::appendSegments(std::span<const backend::PathVerb> verbs, std::size_t pointCount) {
+  const bool hadCurrentPoint = path_.hasCurrentPoint();
+  const std::span<CGPoint> points = path_.append(verbs, pointCount);
+  if (!hadCurrentPoint && !path_.isEmpty() && path_.verbs().front() != backend::PathVerb::Move)
+    stopProgram("NSBezierPath: appendSegments: without a current point");
+  return points;
 }
 
 void NSBezierPath::transformUsingAffineTransform(const NSAffineTransform& transform) {

@@ -26,8 +26,12 @@ class NSBezierPath : public NSObject {
   // A radius beyond half of its side is cut to that half.
   static Ref<NSBezierPath> bezierPathWithRoundedRect(CGRect rect, CGFloat xRadius, CGFloat yRadius);
 
-  NSBezierPath() = default;
+  NSBezierPath();
   explicit NSBezierPath(backend::Path path) : path_(std::move(path)) {}
+  // Of a figure that is made in its place: make<NSBezierPath>(backend::Path::oval, rect).
+  template <class... Arguments>
+  explicit NSBezierPath(backend::Path (&figure)(Arguments...), const Arguments&... arguments)
+      : path_(figure(arguments...)) {}
 
   // A line or a curve needs a current point: on an empty path it stops the program. After closePath the current point is
   // the start of the subpath that was closed.
@@ -36,6 +40,8 @@ class NSBezierPath : public NSObject {
   void curveToPoint(CGPoint point, CGPoint controlPoint1, CGPoint controlPoint2);
   void closePath() { path_.close(); }
   void appendBezierPath(const NSBezierPath& path) { path_.append(path.path_); }
+  // Many segments at once. Gives their points, in the order of path().points(), for the caller to fill in.
+  std::span<CGPoint> appendSegments(std::span<const backend::PathVerb> verbs, std::size_t pointCount);
 
   void transformUsingAffineTransform(const NSAffineTransform& transform);
   Ref<NSBezierPath> copy() const;

@@ -10,11 +10,8 @@ const ClassInfo NSShadow::staticClassInfo{.name = "NSShadow", .base = &NSObject:
 
 NSShadow::NSShadow() : shadowColor_(NSColor::blackColor()->colorWithAlphaComponent(1.0 / 3)) {}
 
-NSShadow::NSShadow(Ref<NSColor> color, CGSize offset, CGFloat blurRadius) : NSShadow() {
-  setShadowColor(std::move(color));
-  setShadowOffset(offset);
-  setShadowBlurRadius(blurRadius);
-}
+NSShadow::NSShadow(Ref<NSColor> color, CGSize offset, CGFloat blurRadius)
+    : shadowColor_(std::move(color)), shadowOffset_(offset), shadowBlurRadius_(blurRadius) {}
 
 void NSShadow::set() const {
   CGContext* context = NSGraphicsContext::currentCGContextIfAny();

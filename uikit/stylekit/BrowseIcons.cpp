@@ -17,6 +17,7 @@ namespace {
 Ref<NSBezierPath> pathFromUpperLeft(CGRect frame, ListingView outline) {
   const double left = CGRectGetMinX(frame), top = CGRectGetMaxY(frame);
   std::vector<CGPoint> points;
+  points.reserve(outline.fractions.size());
   for (const CGPoint& offset : outline.fractions) points.push_back({left + offset.x, top - offset.y});
   return pathInFrame({0, 0, 1, 1}, {outline.verbs, points});
 }

@@ -5,18 +5,24 @@ namespace TessalunaUIKit {
 using namespace platform;
 
 void appendListing(NSBezierPath& path, CGRect frame, ListingView outline) {
+  // pointInFrame, with what is the same for all points found once.
+  const CGPoint low{CGRectGetMinX(frame), CGRectGetMinY(frame)};
+  const CGSize size{CGRectGetWidth(frame), CGRectGetHeight(frame)};
+  const auto place = [&](CGPoint p) { return CGPoint{low.x + size.width * p.x, low.y + size.height * p.y}; };
   const CGPoint* fraction = outline.fractions.data();
+  CGPoint* point = path.appendSegments(outline.verbs, outline.fractions.size()).data();
   for (const backend::PathVerb verb : outline.verbs) {
-    switch (verb) {
-      case backend::PathVerb::Move: path.moveToPoint(pointInFrame(frame, fraction[0])); break;
-      case backend::PathVerb::Line: path.lineToPoint(pointInFrame(frame, fraction[0])); break;
-      case backend::PathVerb::Curve:
-        path.curveToPoint(pointInFrame(frame, fraction[0]), pointInFrame(frame, fraction[1]),
-                          pointInFrame(frame, fraction[2]));
-        break;
-      case backend::PathVerb::Close: path.closePath(); break;
+    if (verb == backend::PathVerb::Curve) {
+      // A path has the end behind the controls.
+      const CGPoint end = place(fraction[0]), control1 = place(fraction[1]), control2 = place(fraction[2]);
+      point[0] = control1;
+      point[1] = control2;
+      point[2] = end;
+      fraction += 3;
+      point += 3;
+    } else if (verb != backend::PathVerb::Close) {
+      *point++ = place(*fraction++);
     }
-    fraction += backend::pointCount(verb);
   }
 }
 

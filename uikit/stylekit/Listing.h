@@ -146,7 +146,11 @@ consteval auto compile() {
 }  // namespace listing_parser
 
 template <ListingText text>
-inline constexpr auto listing = listing_parser::compile<text>();
+inline constexpr auto compiledListing = listing_parser::compile<text>();
+
+// A view of the one table, so that a constant of a function is no copy that every call makes.
+template <ListingText text>
+inline constexpr ListingView listing = compiledListing<text>;
 
 // The point at the fractions of a frame: minX + width * x, minY + height * y, without rounding.
 constexpr platform::CGPoint pointInFrame(platform::CGRect frame, platform::CGPoint fraction) {

@@ -139,3 +139,30 @@ TEST(Path, ALonePointCountsForTheBounds) {
   path.moveTo({10, 2});
   EXPECT_EQ(path.bounds(), (CGRect{0, 0, 10, 4}));
 }
+
+TEST(Path, ManySegmentsAddedAtOnceMakeAFigureAnOrdinaryPath) {
+  Path path = Path::rect({0, 0, 4, 4});
+  constexpr PathVerb verbs[] = {Move, Curve, Close};
+  const std::span<CGPoint> points = path.append(verbs, 4);
+  for (int i = 0; i < 4; ++i) points[i] = {10.0 + i, 0};
+  EXPECT_EQ(verbsOf(path), (std::vector{Move, Line, Line, Line, Close, Move, Curve, Close}));
+  EXPECT_EQ(path.points()[7], (CGPoint{13, 0}));
+  EXPECT_EQ(path.currentPoint(), (CGPoint{10, 0}));
+  EXPECT_EQ(path.shape().kind, PathShape::Kind::None);
+}
+
+TEST(Path, WhatClosesNothingIsLeftOut) {
+  Path path;
+  constexpr PathVerb verbs[] = {Close, Move, Close};
+  path.append(verbs, 1)[0] = {1, 2};
+  EXPECT_EQ(verbsOf(path), (std::vector{Move, Close}));
+}
+
+TEST(Path, AnEmptiedPathStartsAnew) {
+  Path path = Path::oval({0, 0, 4, 4});
+  path.clear();
+  EXPECT_FALSE(path.hasCurrentPoint());
+  EXPECT_EQ(path.shape().kind, PathShape::Kind::None);
+  path.moveTo({1, 2});
+  EXPECT_EQ(path.currentPoint(), (CGPoint{1, 2}));
+}

@@ -120,3 +120,19 @@ TEST(NSBezierPath, ALineMayFollowAClose) {
   EXPECT_EQ(recordingOf([&] { path->fill(); }),
             (Lines{R"({"op":"fill","path":[["M",0,0],["L",8,4],["Z"],["L",1,1]]})"}));
 }
+
+TEST(NSBezierPath, SegmentsAreAddedManyAtOnce) {
+  constexpr backend::PathVerb verbs[] = {backend::PathVerb::Move, backend::PathVerb::Line, backend::PathVerb::Close};
+  const auto path = diagonal();
+  const std::span<CGPoint> points = path->appendSegments(verbs, 2);
+  points[0] = {1, 2};
+  points[1] = {3, 4};
+  path->lineToPoint({5, 6});
+  EXPECT_EQ(recordingOf([&] { path->fill(); }),
+            (Lines{R"({"op":"fill","path":[["M",0,0],["L",8,4],["M",1,2],["L",3,4],["Z"],["L",5,6]]})"}));
+}
+
+TEST(NSBezierPathDeathTest, SegmentsWithoutACurrentPointStopTheProgram) {
+  constexpr backend::PathVerb verbs[] = {backend::PathVerb::Close, backend::PathVerb::Line};
+  EXPECT_DEATH(NSBezierPath::bezierPath()->appendSegments(verbs, 1), "appendSegments: without a current point");
+}
