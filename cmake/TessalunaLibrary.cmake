@@ -5,11 +5,6 @@ add_library(tessaluna_build_flags INTERFACE)
 target_compile_features(tessaluna_build_flags INTERFACE cxx_std_20)
 # A fused multiply-add would move a vertex by one unit in the last place, and pictures and expected texts with it.
 target_compile_options(tessaluna_build_flags INTERFACE -Wall -Wextra -Wpedantic -ffp-contract=off)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # A point whose two numbers were stored one after the other and are then loaded at once waits until both have reached the
-  # cache: making a stroke takes twice as long.
-  target_compile_options(tessaluna_build_flags INTERFACE -fno-tree-slp-vectorize)
-endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # This compiler sees overlapping copies in the plain sum of two strings.
   target_compile_options(tessaluna_build_flags INTERFACE -Wno-restrict)
@@ -54,6 +49,11 @@ function(tessaluna_library name)
   target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
                                             "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/tessaluna>")
   target_link_libraries(${name} PRIVATE "$<BUILD_INTERFACE:tessaluna_build_flags>")
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # A point whose two numbers were stored one after the other and are then loaded at once waits until both have reached
+    # the cache: making a stroke takes twice as long.
+    target_compile_options(${name} PRIVATE -fno-tree-slp-vectorize)
+  endif()
   foreach(link IN LISTS arg_LINKS)
     if(TARGET TessalunaUIKit::${link})
       target_link_libraries(${name} PUBLIC TessalunaUIKit::${link})

@@ -233,7 +233,13 @@ void CoverageBuffer::findPatches(const Shape& shape) {
   }
 }
 
+void CoverageBuffer::givePatchBack() {
+  patch_.reset();
+  resolver_ = {};
+}
+
 void CoverageBuffer::replacePatches(const Shape& shape) {
+  sweepsSincePatch_ = 0;
   if (firstRow_ > lastRow_) return;
   findPatches(shape);
   std::uint8_t* const isSummed = overlaps_.data();
