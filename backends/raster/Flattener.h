@@ -5,7 +5,10 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 #include "backends/raster/PixelRect.h"
 #include "platform/backend/Path.h"
@@ -19,6 +22,10 @@ enum class Corner { Sharp, Smooth };
 struct FlattenSettings {
   DeviceRect visible;       // where chords must be accurate, in the space that the points are transformed to
   double tolerance = 0.02;  // largest distance of a chord from its curve
+  // Chords that are farther off will do where no more than this area lies between them and the curve in one place and to
+  // one side. None for a curve whose length counts.
+  double areaTolerance = 0;
+  double endStep = 1;  // of a curve's first and last chord, in steps of its parameter
 };
 
 // Points farther out than this are as good as infinite: products of two still fit a double.
@@ -114,15 +121,21 @@ class Flattener {
            std::min(std::min(p0.y, p1.y), std::min(p2.y, p3.y)) > v.bottom;
   }
 
-  // How many chords stay within the tolerance.
+  // How many chords stay within the tolerances.
   float wantedChords(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3) const {
+    const CGPoint d0{p1.x - p0.x, p1.y - p0.y}, d1{p2.x - p1.x, p2.y - p1.y}, d2{p3.x - p2.x, p3.y - p2.y};
     // A sixth of the second derivative at either end; between them it is linear.
-    const double ax = p0.x - 2 * p1.x + p2.x, ay = p0.y - 2 * p1.y + p2.y;
-    const double bx = p1.x - 2 * p2.x + p3.x, by = p1.y - 2 * p2.y + p3.y;
+    const double ax = d1.x - d0.x, ay = d1.y - d0.y, bx = d2.x - d1.x, by = d2.y - d1.y;
     // Single precision does for a number of chords, and takes half the time.
     const float bend = std::sqrt(float(std::max(ax * ax + ay * ay, bx * bx + by * by)));
-    return std::sqrt(bend * perTolerance_);
+    // The first derivative times the second one is quadratic, with these coefficients of Bernstein's form times 18.
+    const auto cross = [](CGPoint a, CGPoint b) { return std::abs(float(a.x * b.y - a.y * b.x)); };
+    const float sweep = std::max(std::max(cross(d0, d1), cross(d1, d2)), 0.5f * cross(d0, d2));
+    return std::min(std::sqrt(bend * perTolerance_), roughCubeRoot(sweep * perArea_)) + float(saved_);
   }
+
+  // By its logarithm, to a few hundredths.
+  static float roughCubeRoot(float v) { return std::bit_cast<float>(std::bit_cast<std::uint32_t>(v) / 3 + 0x2a5137a0); }
 
   void split(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, Corner end, int depth) {
     if (!isVisible(p0) && !isVisible(p3) && isBeside(p0, p1, p2, p3)) return sink_.lineTo(p3, end);
@@ -142,9 +155,10 @@ class Flattener {
 
   // Chords between evenly spaced parameters. A chord of step h lies h^2/12 |B''| inside its curve on average;
   // moving every inner point outward by that much leaves no area out, so that a third of the chords do. The
-  // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients.
+  // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients. At a curve's ends, which
+  // cannot be moved, that needs shorter chords.
   void step(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, int count, Corner end) {
-    const double h = 1.0 / count;
+    const double h = 1.0 / (count - saved_);
     const CGPoint a{p3.x - p0.x + 3 * (p1.x - p2.x), p3.y - p0.y + 3 * (p1.y - p2.y)};
     const CGPoint b{3 * (p0.x - 2 * p1.x + p2.x), 3 * (p0.y - 2 * p1.y + p2.y)};
     CGPoint c{3 * (p1.x - p0.x), 3 * (p1.y - p0.y)};
@@ -152,7 +166,7 @@ class Flattener {
     c = {c.x - half * a.x, c.y - half * a.y};
     const CGPoint d{p0.x - sixth * b.x, p0.y - sixth * b.y};
     for (int i = 1; i < count; ++i) {
-      const double t = i * h;
+      const double t = (i - saved_ * 0.5) * h;
       sink_.lineTo({((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y},
                    Corner::Smooth);
     }
@@ -161,6 +175,9 @@ class Flattener {
 
   const FlattenSettings settings_;
   const float perTolerance_ = float(1 / (2 * settings_.tolerance));
+  // A chord of length L on radius r has at most L^3 / 60 r to one side of it in one place.
+  const float perArea_ = settings_.areaTolerance > 0 ? float(0.3 / settings_.areaTolerance) : std::numeric_limits<float>::max();
+  const double saved_ = 2 - 2 * settings_.endStep;  // steps, at both ends
   Sink& sink_;
   CGPoint start_, current_;
   bool hasStart_ = false, isOpen_ = false;
