@@ -25,8 +25,9 @@ struct FlattenSettings {
   double tolerance = 0.02;  // largest distance of a chord from its curve
   double reach = 0;         // of a pen that will go along the curve: what it draws there must be as accurate
   // Chords that are farther off will do where no more than this area lies between them and the curve in one place and to
-  // one side. It is of no use for lengths.
+  // one side. None for a curve whose length counts.
   double areaTolerance = 0;
+  double endStep = 1;  // of a curve's first and last chord, in steps of its parameter
 };
 
 // Points farther out than this are as good as infinite: products of two still fit a double.
@@ -65,7 +66,6 @@ class Flattener {
  private:
   static constexpr int mostSteps = 64;
   static constexpr int deepestSplit = 48;
-  static constexpr double endStep = 2.0 / 3;  // of a curve's first and last chord, in steps of its parameter
   // Of one curve, and of a path. A curve that is seen as a part of a huge one needs two for each level; only where almost
   // all of a huge one counts, as for a pen of that size, are there more, and then a coarse one does.
   static constexpr int mostSplitsOfCurve = 256, mostSplits = 8192;
@@ -140,7 +140,7 @@ class Flattener {
       bend *= longer;
       sweep *= longer * longer;
     }
-    return std::min(std::sqrt(bend * perTolerance_), roughCubeRoot(sweep * perArea_)) + 2 * (1 - endStep);
+    return std::min(std::sqrt(bend * perTolerance_), roughCubeRoot(sweep * perArea_)) + float(saved_);
   }
 
   // By its logarithm, to a few hundredths.
@@ -164,10 +164,10 @@ class Flattener {
 
   // Chords between evenly spaced parameters. A chord of step h lies h^2/12 |B''| inside its curve on average;
   // moving every inner point outward by that much leaves no area out, so that a third of the chords do. The
-  // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients. The ends, which cannot
-  // be moved, get shorter steps.
+  // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients. At a curve's ends, which
+  // cannot be moved, that needs shorter chords.
   void step(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, int count, Corner end) {
-    const double h = 1.0 / (count - 2 * (1 - endStep));
+    const double h = 1.0 / (count - saved_);
     const CGPoint a{p3.x - p0.x + 3 * (p1.x - p2.x), p3.y - p0.y + 3 * (p1.y - p2.y)};
     const CGPoint b{3 * (p0.x - 2 * p1.x + p2.x), 3 * (p0.y - 2 * p1.y + p2.y)};
     CGPoint c{3 * (p1.x - p0.x), 3 * (p1.y - p0.y)};
@@ -175,7 +175,7 @@ class Flattener {
     c = {c.x - half * a.x, c.y - half * a.y};
     const CGPoint d{p0.x - sixth * b.x, p0.y - sixth * b.y};
     for (int i = 1; i < count; ++i) {
-      const double t = (i - (1 - endStep)) * h;
+      const double t = (i - saved_ * 0.5) * h;
       const CGPoint p{((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y};
       if constexpr (requires { Sink::wantsDirections; }) {
         sink_.curvePoint(p, {(3 * a.x * t + 2 * b.x) * t + c.x, (3 * a.y * t + 2 * b.y) * t + c.y});
@@ -190,6 +190,7 @@ class Flattener {
   const float perTolerance_ = float(1 / (2 * settings_.tolerance));
   // A chord of length L on radius r has at most L^3 / 60 r to one side of it in one place.
   const float perArea_ = settings_.areaTolerance > 0 ? float(0.3 / settings_.areaTolerance) : std::numeric_limits<float>::max();
+  const double saved_ = 2 - 2 * settings_.endStep;  // steps, at both ends
   Sink& sink_;
   CGPoint start_, current_;
   bool hasStart_ = false, isOpen_ = false;

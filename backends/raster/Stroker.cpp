@@ -10,6 +10,7 @@ namespace {
 constexpr double infinite = std::numeric_limits<double>::infinity();
 // Of flattened curves, in device pixels.
 constexpr double chordTolerance = 0.014, areaTolerance = 0.006, dashTolerance = 0.002;
+constexpr double endStep = 2.0 / 3;  // at which no area is lost at a curve's ends either
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
 constexpr int mostDashes = 200000;
@@ -65,6 +66,7 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   if (dashes_.empty()) {
     settings.tolerance = chordTolerance * pen_.pixel;
     settings.areaTolerance = areaTolerance * pen_.pixel * pen_.pixel;
+    settings.endStep = endStep;
   }
   Flattener<Stroker>(settings, *this).add(path, isInDevice ? toDevice : CGAffineTransform{});
   finishContour(Contour::Open);

@@ -5,6 +5,7 @@ namespace backend::raster {
 namespace {
 
 constexpr double chordTolerance = 0.012, areaTolerance = 0.006;  // of flattened curves, in device pixels
+constexpr double endStep = 2.0 / 3;        // at which no area is lost at the ends either
 constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixels
 // How far outside a clip, in pixels, a layer keeps what casts a shadow into it.
 constexpr int farthestCast = 512;
@@ -114,8 +115,9 @@ PixelRect RasterCanvas::Studio::neededBox(const std::optional<CastShadow>& shado
 }
 
 void RasterCanvas::Studio::flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible) {
-  const FlattenSettings settings{.visible = visible, .tolerance = chordTolerance, .areaTolerance = areaTolerance};
-  Flattener<Polygons>(settings, polygons_).add(path, transform);
+  Flattener<Polygons>({.visible = visible, .tolerance = chordTolerance, .areaTolerance = areaTolerance, .endStep = endStep},
+                      polygons_)
+      .add(path, transform);
 }
 
 void RasterCanvas::Studio::clip(CGRect rect) {
