@@ -13,10 +13,16 @@ constexpr std::size_t mostSidesOfFold = 24;
 // From a direction to that of the side that is being made.
 CGPoint aside(CGPoint direction) { return {direction.y, -direction.x}; }
 
+// Zero if the pen's edge does not follow it on that side.
+CGPoint chordOn(StrokePoint::Sides side, const StrokePoint& p) {
+  return (int(p.chordSides) & int(side)) != 0 ? p.chord : CGPoint{};
+}
+
 }  // namespace
 
 void StrokeOutline::begin(const Pen& pen, Polygons& polygons) {
   pen_ = pen;
+  pixelsPerLength_ = 1 / pen.pixel;
   polygons_ = &polygons;
   constexpr agg::line_cap_e caps[] = {agg::butt_cap, agg::round_cap, agg::square_cap};
   agg_.line_cap(caps[int(pen.cap)]);
@@ -32,43 +38,53 @@ void StrokeOutline::add(std::span<StrokePoint> line, Contour contour) {
   else addRings(line);
 }
 
-// Whether the line turns so much from one point to the next that the pen's outer edge is no chord any more, or that the
-// inner one goes back.
-bool StrokeOutline::isBent(double turn, double squaredLength) const {
-  if (turn * pen_.halfWidth * pen_.halfWidth > 0.8 * squaredLength) return true;
-  const double pixels = pen_.halfWidth / pen_.pixel;
-  if (turn * pixels < 0.12) return turn > 0.5;
-  return turn > 0.5 || pixels * pixels * turn * std::sqrt(turn) > 0.25;
+// The sides on which a chord, of this squared length, is better followed than the directions at its ends, between which lies
+// this turn, squared: both where the outer edge is no chord any more, the inner one where it would go back.
+inline StrokePoint::Sides StrokeOutline::sidesAlongChord(double turn, double squaredLength, double across) const {
+  const double reach = pen_.halfWidth, pixels = reach * pixelsPerLength_;
+  bool isWide = turn > 0.5;
+  if (turn * pixels >= 0.12 && !isWide) {
+    // By the area beside a chord of the outer edge, of which so much does not show.
+    const double angle = std::sqrt(turn), radius = pixels + std::sqrt(squaredLength) * pixelsPerLength_ / angle;
+    isWide = radius * radius * turn * angle > 0.2;
+  }
+  if (isWide) return StrokePoint::Sides::Both;
+  if (turn * reach * reach <= 0.8 * squaredLength) return StrokePoint::Sides::None;
+  return across < 0 ? StrokePoint::Sides::Near : StrokePoint::Sides::Far;
 }
 
 void StrokeOutline::completeDirections(std::span<StrokePoint> line, Contour contour) const {
   const std::size_t count = line.size(), chords = contour == Contour::Open ? count - 1 : count;
   for (std::size_t i = 0; i < chords; ++i) {
     StrokePoint &from = line[i], &to = line[i + 1 < count ? i + 1 : 0];
-    from.chord = {};
+    from.chordSides = StrokePoint::Sides::None;
     const CGPoint way = to.at - from.at;
-    if (from.out != CGPoint{} && to.in != CGPoint{}) {
+    const bool isCurve = from.out != CGPoint{} && to.in != CGPoint{};
+    if (isCurve) {
       const CGPoint difference = to.in - from.out;
       to.turn = dot(difference, difference);
-      if (!isBent(to.turn, dot(way, way))) continue;
+      from.chordSides = sidesAlongChord(to.turn, dot(way, way), cross(from.out, to.in));
+      if (from.chordSides == StrokePoint::Sides::None) continue;
     }
-    const CGPoint chord = unit(way);
-    if (from.out == CGPoint{}) from.out = chord;
-    if (to.in == CGPoint{}) to.in = chord;
+    from.chord = unit(way);
+    if (isCurve) continue;
+    if (from.out == CGPoint{}) from.out = from.chord;
+    if (to.in == CGPoint{}) to.in = from.chord;
+    if (from.out != from.chord || to.in != from.chord) from.chordSides = StrokePoint::Sides::Both;
     to.turn = 0;
-    if (from.out != chord || to.in != chord) from.chord = chord;
   }
   for (std::size_t i = 0; i < count; ++i) {
     StrokePoint& p = line[i];
+    const StrokePoint& before = line[i > 0 ? i - 1 : count - 1];
     const bool isEnd = contour == Contour::Open && (i == 0 || i + 1 == count);
-    const bool isStraight = p.chord == CGPoint{} && line[i > 0 ? i - 1 : count - 1].chord == CGPoint{};
-    const std::optional<CGPoint> side = isEnd || !isStraight ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
+    const bool isBent = p.chordSides == StrokePoint::Sides::Both || before.chordSides == StrokePoint::Sides::Both;
+    const std::optional<CGPoint> side = isEnd || isBent ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
     p.side = side ? *side * (1 + p.turn / 12) : CGPoint{};
   }
 }
 
 // To one point that lies on both edges, where the line goes straight on or bends too little to tell the joins apart.
-std::optional<CGPoint> StrokeOutline::sideOf(const Bend& bend) const {
+inline std::optional<CGPoint> StrokeOutline::sideOf(const Bend& bend) const {
   if (bend.in == bend.out) return aside(bend.in) * pen_.halfWidth;
   const double cosine = dot(bend.in, bend.out), across = std::abs(cross(bend.in, bend.out)) * pen_.halfWidth;
   const bool isGentle = cosine > 0.5 && across < leastJoin * pen_.pixel;
@@ -89,12 +105,13 @@ void StrokeOutline::addOpen(std::span<const StrokePoint> line) {
     giveUpFold();
   };
   beginRing();
-  startEnd(line[0], line[0].out, line[0].chord);
+  using enum StrokePoint::Sides;
+  startEnd(line[0], line[0].out, chordOn(Near, line[0]));
   for (std::size_t i = 1; i < last; ++i) pass(line[i - 1], line[i]);
-  finishSide(line[last], line[last - 1].chord, line[last].in);
-  startEnd(line[last], -line[last].in, -line[last - 1].chord);
+  finishSide(line[last], chordOn(Near, line[last - 1]), line[last].in);
+  startEnd(line[last], -line[last].in, -chordOn(Far, line[last - 1]));
   for (std::size_t i = last; --i > 0;) passBack(line[i - 1], line[i]);
-  finishSide(line[0], -line[0].chord, -line[0].out);
+  finishSide(line[0], -chordOn(Far, line[0]), -line[0].out);
 }
 
 void StrokeOutline::addRings(std::span<const StrokePoint> line) {
@@ -127,14 +144,16 @@ void StrokeOutline::addRings(std::span<const StrokePoint> line) {
   finishRing();
 }
 
-void StrokeOutline::pass(const StrokePoint& before, const StrokePoint& p) {
-  if (p.side != CGPoint{}) return addSidePoint(p.at + p.side, p.in);
-  goThrough({p.at, before.chord, p.in, p.out, p.chord, p.corner});
+inline void StrokeOutline::pass(const StrokePoint& before, const StrokePoint& p) {
+  const CGPoint chordIn = chordOn(StrokePoint::Sides::Near, before), chordOut = chordOn(StrokePoint::Sides::Near, p);
+  if (p.side != CGPoint{} && chordIn == CGPoint{} && chordOut == CGPoint{}) return addSidePoint(p.at + p.side, p.in);
+  goThrough({p.at, chordIn, p.in, p.out, chordOut, p.corner});
 }
 
-void StrokeOutline::passBack(const StrokePoint& before, const StrokePoint& p) {
-  if (p.side != CGPoint{}) return addSidePoint(p.at - p.side, -p.out);
-  goThrough({p.at, -p.chord, -p.out, -p.in, -before.chord, p.corner});
+inline void StrokeOutline::passBack(const StrokePoint& before, const StrokePoint& p) {
+  const CGPoint chordIn = chordOn(StrokePoint::Sides::Far, before), chordOut = chordOn(StrokePoint::Sides::Far, p);
+  if (p.side != CGPoint{} && chordIn == CGPoint{} && chordOut == CGPoint{}) return addSidePoint(p.at - p.side, -p.out);
+  goThrough({p.at, -chordOut, -p.out, -p.in, -chordIn, p.corner});
 }
 
 // Where the pen follows a chord, it turns between that and the line's own direction without a join.
@@ -152,7 +171,7 @@ void StrokeOutline::addBend(const Bend& bend) {
   if (const std::optional<CGPoint> side = sideOf(bend)) return addSidePoint(at + *side, in);
   if (cross(in, out) < 0) return addInnerBend(bend);
   // What goes round an outer corner is no part of a fold, before it nor behind, unless it is next to nothing.
-  const double pixels = pen_.halfWidth / pen_.pixel;
+  const double pixels = pen_.halfWidth * pixelsPerLength_;
   const bool bounds = bend.corner == Corner::Sharp && cross(in, out) * pixels * pixels > 0.04;
   if (isFolded_) cutFold(at + aside(in) * pen_.halfWidth);
   if (bounds) giveUpFold();
@@ -201,13 +220,13 @@ void StrokeOutline::finishRing() {
 
 void StrokeOutline::beginSide() { sideStart_ = polygons_->pointCount() - 1; }
 
-void StrokeOutline::putPoint(CGPoint p) {
+inline void StrokeOutline::putPoint(CGPoint p) {
   if (isNewRing_) polygons_->moveTo(p);
   else polygons_->lineTo(p);
   isNewRing_ = false;
 }
 
-void StrokeOutline::addSidePoint(CGPoint p, CGPoint direction) {
+inline void StrokeOutline::addSidePoint(CGPoint p, CGPoint direction) {
   const bool goesBack = !isNewRing_ && dot(p - polygons_->lastPoint(), direction) < -leastJoin * pen_.pixel;
   if (goesBack) fold();
   else if (isFolded_) cutFold(p);

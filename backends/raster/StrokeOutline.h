@@ -52,7 +52,7 @@ class StrokeOutline {
   };
 
   void completeDirections(std::span<StrokePoint> line, Contour contour) const;
-  bool isBent(double turn, double squaredLength) const;
+  StrokePoint::Sides sidesAlongChord(double turn, double squaredLength, double across) const;
   std::optional<CGPoint> sideOf(const Bend& bend) const;
   void addOpen(std::span<const StrokePoint> line);
   void addRings(std::span<const StrokePoint> line);
@@ -73,6 +73,7 @@ class StrokeOutline {
   void giveUpFold();
 
   Pen pen_;
+  double pixelsPerLength_ = 1;
   agg::math_stroke<Consumer> agg_;
   Polygons* polygons_ = nullptr;
   bool isNewRing_ = true;

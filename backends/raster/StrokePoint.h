@@ -25,13 +25,15 @@ struct StrokePoint {
   // The directions, of length 1, in which the line arrives and leaves. Zero until it is known: as the chord goes.
   CGPoint in = {}, out = {};
 
-  // Of use to the outline only. The direction of the chord to the next point, where the line turns so much between the
-  // two that the pen has to follow the chord; else zero.
+  // Of use to the outline only. On these sides the pen's edge follows the chord to the next point, of this direction, since
+  // the line turns too much between the two.
+  enum class Sides : std::uint8_t { None = 0, Near = 1, Far = 2, Both = 3 };
+  Sides chordSides = Sides::None;
   CGPoint chord = {};
   // The square of the turn from the point before to this one.
   double turn = 0;
-  // From the point to the outline's corner on the left of the line, that on the right lies opposite. Zero where one corner a
-  // side does not do.
+  // From the point to the outline's corner on the near side of the line, that on the far side lies opposite. Zero where one
+  // corner a side does not do.
   CGPoint side = {};
 };
 
