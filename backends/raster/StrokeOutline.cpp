@@ -6,7 +6,7 @@ namespace {
 
 constexpr double arcTolerance = 0.006;  // of round joins and caps, in device pixels; their chords all lie inside
 // A corner of the outline shorter than this, in pixels, is none.
-constexpr double leastJoin = 0.04;
+constexpr double leastJoin = 0.1;
 // So many sides on either side of a fold are looked at for the place where they meet.
 constexpr std::size_t mostSidesOfFold = 24;
 
