@@ -238,8 +238,8 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
 }
 
 void CoverageBuffer::clearRow(int row) {
-  forEachRun(row, [&](int block, int count) { clearBlocks(rowValues(row) + block * blockSize, count); });
-  std::fill_n(rowTouched(row), words_, 0);
+  float* const values = rowValues(row);
+  forEachRun<Touched::Clear>(row, [values](int block, int count) { clearBlocks(values + block * blockSize, count); });
 }
 
 }  // namespace backend::raster

@@ -84,7 +84,8 @@ class CoverageBuffer {
   }
   // Calls run(first, count) for the runs of touched blocks in a row, which do not go on from one word to the
   // next.
-  template <class Function>
+  enum class Touched { Keep, Clear };
+  template <Touched after = Touched::Keep, class Function>
   void forEachRun(int row, Function run);
 
   PixelRect box_;
@@ -133,11 +134,12 @@ void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   while (told <= lastRow_) tellRow(told++, sink);
 }
 
-template <class Function>
+template <CoverageBuffer::Touched after, class Function>
 inline void CoverageBuffer::forEachRun(int row, Function run) {
-  const std::uint64_t* words = rowTouched(row);
+  std::uint64_t* words = rowTouched(row);
   for (int word = 0; word < words_; ++word) {
     std::uint64_t bits = words[word];
+    if constexpr (after == Touched::Clear) words[word] = 0;
     while (bits != 0) {
       const int first = std::countr_zero(bits);
       const std::uint64_t others = bits & (bits + (std::uint64_t(1) << first));  // the sum carries over the run
@@ -156,7 +158,7 @@ void CoverageBuffer::tellRow(int row, Sink& sink) {
   const auto tellEven = [&](int end) {
     if (done < end && std::abs(winding) > leastCoverage) sink.even(box_.left + done, y, end - done, winding);
   };
-  forEachRun(row, [&](int block, int count) {
+  forEachRun<Touched::Clear>(row, [&](int block, int count) {
     const int x = block * blockSize;
     tellEven(std::min(x, width));
     if (x < width) sink.varied(box_.left + x, y, std::min(count * blockSize, width - x), values + x);
@@ -165,7 +167,6 @@ void CoverageBuffer::tellRow(int row, Sink& sink) {
     clearBlocks(values + x, count);
   });
   tellEven(width);
-  std::fill_n(rowTouched(row), words_, 0);
 }
 
 inline void CoverageBuffer::clearBlocks(float* values, int count) {
