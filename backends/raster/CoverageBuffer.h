@@ -53,12 +53,21 @@ class CoverageBuffer {
     bool showsOverlap(const Range& before) const;
   };
 
+  struct Place {
+    double x;
+    int column;  // that it is in
+  };
+  // How much of a row's height a side covers: on its way through the row, and while it goes over one pixel.
+  struct Cover {
+    float whole, perPixel;
+  };
+
   // A row to which sides are added.
   struct Row {
     float* values;
     std::uint64_t* touched;
     void addToPixel(int column, float middle, float cover);
-    void addToPixels(double from, double to, float coverPerPixel);
+    void addToPixels(Place from, Place to, Cover cover);
     void touch(int first, int last);
   };
 
