@@ -28,10 +28,7 @@ class ColorPainter {
   void even(int x, int y, int count, float winding) {
     std::uint32_t* pixels = bitmap_.row(y) + x;
     const float coverage = coverageOf(winding);
-    if (isOpaque_ && coverage > fullCoverage) {
-      std::fill_n(pixels, count, pixel_);
-      return;
-    }
+    if (isOpaque_ && coverage > fullCoverage) return replace(pixels, count);
     for (; count >= 4; pixels += 4, count -= 4) paintFour(pixels, splat(coverage));
     if (count > 0) paintLast(pixels, splat(coverage), count);
   }
@@ -52,7 +49,15 @@ class ColorPainter {
   static Float4 coverageOfFour(const float* windings) {
     Float4 v;
     std::memcpy(&v, windings, sizeof v);
-    return smaller(larger(v, -v), splat(1));
+    return smaller(magnitude(v), splat(1));
+  }
+
+  // Most runs are too short for what fills of the library begin with.
+  void replace(std::uint32_t* pixels, int count) const {
+    const int p = int(pixel_);
+    const Int4 full{p, p, p, p};
+    for (; count >= 4; pixels += 4, count -= 4) std::memcpy(pixels, &full, sizeof full);
+    for (; count > 0; ++pixels, --count) *pixels = pixel_;
   }
 
   // In fixed point: shares are of 65535, channels have eight bits behind the point. A pixel's half holds two channels.

@@ -22,8 +22,8 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   height_ = box.height();
   stride_ = (box.width() + blockSize - 1) / blockSize * blockSize + blockSize;
   words_ = (stride_ / blockSize + 63) / 64;
-  firstRow_ = box.height();
-  lastRow_ = -1;
+  firstRow_ = 0;
+  lastRow_ = box.height() - 1;
   // Both stay all zero between uses: a row is cleared when it has been told.
   const std::size_t rows = std::size_t(box.height());
   return values_.prepare(rows * std::size_t(stride_)) && touched_.prepare(rows * std::size_t(words_)) &&
@@ -109,8 +109,16 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
 
 inline void CoverageBuffer::Row::touch(int first, int last) {
   const int from = first / blockSize, to = last / blockSize;
-  touched[from / 64] |= std::uint64_t(1) << (from % 64);
-  for (int block = from + 1; block <= to; ++block) touched[block / 64] |= std::uint64_t(1) << (block % 64);
+  const std::uint64_t firstBits = ~std::uint64_t(0) << (from % 64), lastBits = ~std::uint64_t(0) >> (63 - to % 64);
+  std::uint64_t* const word = touched + from / 64;
+  const int others = to / 64 - from / 64;
+  if (others == 0) {
+    *word |= firstBits & lastBits;
+    return;
+  }
+  *word |= firstBits;
+  for (int i = 1; i < others; ++i) word[i] = ~std::uint64_t(0);
+  word[others] |= lastBits;
 }
 
 // Of a side that stays in one pixel of a row: `middle` is how far from the pixel's left edge its middle lies.
@@ -124,8 +132,6 @@ inline void CoverageBuffer::Row::addToPixel(int column, float middle, float cove
 void CoverageBuffer::addUpright(double x, double y0, double y1, float direction) {
   if (!(y0 < y1)) return;  // at the box's last edge there would be no row for it
   const int column = int(x), first = int(y0), last = lastRowOf(y1);
-  firstRow_ = std::min(firstRow_, first);
-  lastRow_ = std::max(lastRow_, last);
   const float middle = float(x - column);
   Row row = rowAt(first);
   double y = y0;
@@ -140,62 +146,58 @@ void CoverageBuffer::addUpright(double x, double y0, double y1, float direction)
 // A side within the box, downwards.
 void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float direction) {
   const int first = int(y0), last = lastRowOf(y1);
-  int column = int(x0);
-  const int lastColumn = int(x1);
+  const int column = int(x0), lastColumn = int(x1);
   Row row = rowAt(first);
-  // Most chords of a curve are shorter than a pixel.
-  if (first == last && column == lastColumn) {
-    firstRow_ = std::min(firstRow_, first);
-    lastRow_ = std::max(lastRow_, last);
-    return row.addToPixel(column, float((x0 + x1) * 0.5 - column), direction * float(y1 - y0));
+  const float cover = direction * float(y1 - y0);
+  // Most chords of a curve are about as long as a pixel.
+  if (first == last) {
+    if (column == lastColumn) row.addToPixel(column, float((x0 + x1) * 0.5 - column), cover);
+    else row.addToPixels({x0, column}, {x1, lastColumn}, {cover, cover / float(std::abs(x1 - x0))});
+    return;
   }
   const double slope = (x1 - x0) / (y1 - y0);
-  if (!std::isfinite(slope)) return;  // as good as level
   if (slope == 0) return addUpright(x0, y0, y1, direction);
-  firstRow_ = std::min(firstRow_, first);
-  lastRow_ = std::max(lastRow_, last);
   const bool isInColumn = column == lastColumn;
-  const float coverPerPixel = isInColumn ? 0 : direction * float(std::abs((y1 - y0) / (x1 - x0)));
-  double x = x0, y = y0;
-  for (int i = first; i < last; ++i, goDown(row)) {
-    const double bottom = i + 1;
-    // From the start every time, so that errors do not add up.
-    const double next = x0 + (bottom - y0) * slope;
-    const int nextColumn = isInColumn ? column : int(next);  // which rounding must not leave
-    if (column == nextColumn) row.addToPixel(column, float((x + next) * 0.5 - column), direction * float(bottom - y));
-    else row.addToPixels(x, next, coverPerPixel);
-    x = next;
+  const float perPixel = isInColumn ? 0 : direction * float(1 / std::abs(slope));
+  Place at{x0, column};
+  double y = y0;
+  const auto addTo = [&](Place next, double bottom) {
+    const float part = direction * float(bottom - y);
+    if (at.column == next.column) row.addToPixel(at.column, float((at.x + next.x) * 0.5 - at.column), part);
+    else row.addToPixels(at, next, {part, perPixel});
+    at = next;
     y = bottom;
-    column = nextColumn;
+  };
+  for (int i = first; i < last; ++i, goDown(row)) {
+    // From the start every time, so that errors do not add up.
+    const double next = x0 + (i + 1 - y0) * slope;
+    addTo({next, isInColumn ? column : int(next)}, i + 1);  // which rounding must not leave
   }
-  if (column == lastColumn) row.addToPixel(column, float((x + x1) * 0.5 - column), direction * float(y1 - y));
-  else row.addToPixels(x, x1, coverPerPixel);
+  addTo({x1, lastColumn}, y1);
 }
 
-// Of a side that crosses several pixels of a row: it covers so much of the row's height while it goes over one of
-// them.
-void CoverageBuffer::Row::addToPixels(double from, double to, float coverPerPixel) {
-  const double left = std::min(from, to), right = std::max(from, to);
-  const int first = int(left), last = int(right);
-  float* const value = values + first;
+// Of a side that crosses several pixels of a row.
+inline void CoverageBuffer::Row::addToPixels(Place from, Place to, Cover cover) {
+  const bool isRightwards = from.column < to.column;
+  const Place left = isRightwards ? from : to, right = isRightwards ? to : from;
+  float* const value = values + left.column;
   // The area right of the side grows quadratically in its first and last pixel, linearly between. Each pixel
   // gets its area less what the pixels before it got.
-  const int pixels = last - first;
-  const float in = float(first + 1 - left), out = float(right - last);
-  const float cover = coverPerPixel * float(right - left);
-  float level = coverPerPixel * in;
+  const int pixels = right.column - left.column;
+  const float in = float(left.column + 1 - left.x), out = float(right.x - right.column);
+  float level = cover.perPixel * in;
   float before = 0.5f * level * in;
   value[0] += before;
   for (int i = 1; i < pixels; ++i) {
-    const float here = level + 0.5f * coverPerPixel;
+    const float here = level + 0.5f * cover.perPixel;
     value[i] += here - before;
     before = here;
-    level += coverPerPixel;
+    level += cover.perPixel;
   }
-  const float lastArea = level + (cover - level) * (1 - 0.5f * out);
+  const float lastArea = level + (cover.whole - level) * (1 - 0.5f * out);
   value[pixels] += lastArea - before;
-  value[pixels + 1] += cover - lastArea;
-  touch(first, last + 1);
+  value[pixels + 1] += cover.whole - lastArea;
+  touch(left.column, right.column + 1);
 }
 
 // From the first row that shows an overlap, which is summed up, to the last one.
@@ -300,8 +302,8 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
 }
 
 void CoverageBuffer::clearRow(int row) {
-  forEachRun(row, [&](int block, int count) { clearBlocks(rowValues(row) + block * blockSize, count); });
-  std::fill_n(rowTouched(row), words_, 0);
+  float* const values = rowValues(row);
+  forEachRun<Touched::Clear>(row, [values](int block, int count) { clearBlocks(values + block * blockSize, count); });
 }
 
 }  // namespace backend::raster

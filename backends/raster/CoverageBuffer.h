@@ -54,12 +54,21 @@ class CoverageBuffer {
     bool showsOverlap(const Range& before) const;
   };
 
+  struct Place {
+    double x;
+    int column;  // that it is in
+  };
+  // How much of a row's height a side covers: on its way through the row, and while it goes over one pixel.
+  struct Cover {
+    float whole, perPixel;
+  };
+
   // A row to which sides are added.
   struct Row {
     float* values;
     std::uint64_t* touched;
     void addToPixel(int column, float middle, float cover);
-    void addToPixels(double from, double to, float coverPerPixel);
+    void addToPixels(Place from, Place to, Cover cover);
     void touch(int first, int last);
   };
 
@@ -89,7 +98,8 @@ class CoverageBuffer {
   }
   // Calls run(first, count) for the runs of touched blocks in a row, which do not go on from one word to the
   // next.
-  template <class Function>
+  enum class Touched { Keep, Clear };
+  template <Touched after = Touched::Keep, class Function>
   void forEachRun(int row, Function run);
 
   PixelRect box_;
@@ -138,11 +148,12 @@ void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   while (told <= lastRow_) tellRow(told++, sink);
 }
 
-template <class Function>
+template <CoverageBuffer::Touched after, class Function>
 inline void CoverageBuffer::forEachRun(int row, Function run) {
-  const std::uint64_t* words = rowTouched(row);
+  std::uint64_t* words = rowTouched(row);
   for (int word = 0; word < words_; ++word) {
     std::uint64_t bits = words[word];
+    if constexpr (after == Touched::Clear) words[word] = 0;
     while (bits != 0) {
       const int first = std::countr_zero(bits);
       const std::uint64_t others = bits & (bits + (std::uint64_t(1) << first));  // the sum carries over the run
@@ -161,7 +172,7 @@ void CoverageBuffer::tellRow(int row, Sink& sink) {
   const auto tellEven = [&](int end) {
     if (done < end && std::abs(winding) > leastCoverage) sink.even(box_.left + done, y, end - done, winding);
   };
-  forEachRun(row, [&](int block, int count) {
+  forEachRun<Touched::Clear>(row, [&](int block, int count) {
     const int x = block * blockSize;
     tellEven(std::min(x, width));
     if (x < width) sink.varied(box_.left + x, y, std::min(count * blockSize, width - x), values + x);
@@ -170,7 +181,6 @@ void CoverageBuffer::tellRow(int row, Sink& sink) {
     clearBlocks(values + x, count);
   });
   tellEven(width);
-  std::fill_n(rowTouched(row), words_, 0);
 }
 
 inline void CoverageBuffer::clearBlocks(float* values, int count) {

@@ -29,13 +29,19 @@ inline Short8 highHalf(Short8 a, Short8 b) {
 #endif
 }
 
+#ifdef __SSE2__
 // Of the flags that a comparison gives.
+inline bool isAnySet(Int4 flags) { return _mm_movemask_ps(reinterpret_cast<Float4>(flags)) != 0; }
+inline Float4 smaller(Float4 a, Float4 b) { return _mm_min_ps(a, b); }
+inline Float4 larger(Float4 a, Float4 b) { return _mm_max_ps(a, b); }
+#else
 inline bool isAnySet(Int4 flags) {
   const Long2 halves = reinterpret_cast<Long2>(flags);
   return (halves[0] | halves[1]) != 0;
 }
-
 inline Float4 smaller(Float4 a, Float4 b) { return a < b ? a : b; }
 inline Float4 larger(Float4 a, Float4 b) { return a > b ? a : b; }
+#endif
+inline Float4 magnitude(Float4 v) { return reinterpret_cast<Float4>(reinterpret_cast<Int4>(v) & 0x7fffffff); }
 
 }  // namespace backend::raster
