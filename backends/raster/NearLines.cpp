@@ -37,32 +37,37 @@ void NearLines::begin(double reach, double beyondEnds) {
   clearForReuse(runs_);
 }
 
-void NearLines::add(std::span<const StrokePoint> line, Contour contour) {
-  const std::size_t first = points_.size();
-  // Beyond a point inside the line the stroke goes on by the next chord's, apart from the join at a corner.
-  for (const StrokePoint& p : line) points_.push_back({p.at, p.side == CGPoint{} ? reach_ : 0});
-  if (contour == Contour::Closed) points_.push_back(points_[first]);
-  else points_[first].beyond = points_.back().beyond = beyondEnds_;
-  lines_.push_back({.first = first, .last = points_.size() - 1, .contour = contour});
-  makeRuns(lines_.size() - 1);
+void NearLines::add(std::span<const StrokePoint> points, Contour contour) {
+  const std::size_t first = points_.size(), count = points.size() + (contour == Contour::Closed ? 1 : 0);
+  Line line{.first = first, .last = first + count - 1, .contour = contour};
+  points_.resize(first + count);
+  Point* const to = points_.data() + first;
+  std::size_t runStart = 0;
+  int quarter = -1;
+  for (std::size_t i = 0; i < count; ++i) {
+    const StrokePoint& p = points[i < points.size() ? i : 0];
+    // Beyond a point inside the line the stroke goes on by the next chord's, apart from the join at a corner.
+    to[i].at.x = p.at.x;
+    to[i].at.y = p.at.y;
+    to[i].beyond = p.side == CGPoint{} ? reach_ : 0;
+    if (i == 0) continue;
+    const int way = (to[i].at.x < to[i - 1].at.x ? 1 : 0) | (to[i].at.y < to[i - 1].at.y ? 2 : 0);
+    if (way != quarter && i > 1) {
+      addRun(line, first + runStart, first + i - 1, quarter);
+      runStart = i - 1;
+    }
+    quarter = way;
+  }
+  addRun(line, first + runStart, line.last, quarter);
+  if (contour == Contour::Open) to[0].beyond = to[count - 1].beyond = beyondEnds_;
+  lines_.push_back(line);
 }
 
-void NearLines::makeRuns(std::size_t index) {
-  Line& line = lines_[index];
-  const Point* const points = points_.data();
-  const auto quarter = [points](std::size_t i) {
-    return (points[i + 1].at.x < points[i].at.x ? 1 : 0) | (points[i + 1].at.y < points[i].at.y ? 2 : 0);
-  };
-  for (std::size_t i = line.first; i < line.last;) {
-    const int here = quarter(i);
-    std::size_t end = i + 1;
-    while (end < line.last && quarter(end) == here) ++end;
-    const CGPoint a = points[i].at, b = points[end].at;
-    runs_.push_back({.first = i, .last = end, .left = std::min(a.x, b.x), .right = std::max(a.x, b.x),
-                     .top = std::min(a.y, b.y), .bottom = std::max(a.y, b.y), .line = index, .number = line.runs++,
-                     .quarter = here});
-    i = end;
-  }
+void NearLines::addRun(Line& line, std::size_t first, std::size_t last, int quarter) {
+  const CGPoint a = points_[first].at, b = points_[last].at;
+  runs_.push_back({.first = first, .last = last, .left = std::min(a.x, b.x), .right = std::max(a.x, b.x),
+                   .top = std::min(a.y, b.y), .bottom = std::max(a.y, b.y), .line = lines_.size(),
+                   .number = line.runs++, .quarter = quarter});
 }
 
 // Runs of which one goes on where the other ends, and that go the same way at least along one axis, move away from each
@@ -75,6 +80,7 @@ bool NearLines::followEachOther(const Run& a, const Run& b) const {
 }
 
 void NearLines::find(std::vector<DeviceRect>& places) {
+  if (runs_.size() < 2) return;
   std::sort(runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.left < b.left; });
   testsLeft_ = 4000 + 40 * long(points_.size());
   for (std::size_t i = 0; i < runs_.size(); ++i) {

@@ -15,7 +15,7 @@ class NearLines {
  public:
   // For strokes that reach so far from their lines, and beyond the ends of open ones.
   void begin(double reach, double beyondEnds);
-  void add(std::span<const StrokePoint> line, Contour contour);
+  void add(std::span<const StrokePoint> points, Contour contour);
 
   // Adds to `places` rectangles that hold all overlaps. Where finding them would take long, one that holds everything.
   void find(std::vector<DeviceRect>& places);
@@ -41,7 +41,7 @@ class NearLines {
   // A chord, of length 1 its direction.
   struct Chord;
 
-  void makeRuns(std::size_t line);
+  void addRun(Line& line, std::size_t first, std::size_t last, int quarter);
   bool followEachOther(const Run& a, const Run& b) const;
   bool isNearAlong(std::size_t first, std::size_t second, const Line& line) const;
   void compare(const Run& a, const Run& b, std::vector<DeviceRect>& places);

@@ -53,36 +53,6 @@ inline StrokePoint::Sides StrokeOutline::sidesAlongChord(double turn, double squ
   return across < 0 ? StrokePoint::Sides::Near : StrokePoint::Sides::Far;
 }
 
-void StrokeOutline::completeDirections(std::span<StrokePoint> line, Contour contour) const {
-  const std::size_t count = line.size(), chords = contour == Contour::Open ? count - 1 : count;
-  for (std::size_t i = 0; i < chords; ++i) {
-    StrokePoint &from = line[i], &to = line[i + 1 < count ? i + 1 : 0];
-    from.chordSides = StrokePoint::Sides::None;
-    const CGPoint way = to.at - from.at;
-    const bool isCurve = from.out != CGPoint{} && to.in != CGPoint{};
-    if (isCurve) {
-      const CGPoint difference = to.in - from.out;
-      to.turn = dot(difference, difference);
-      from.chordSides = sidesAlongChord(to.turn, dot(way, way), cross(from.out, to.in));
-      if (from.chordSides == StrokePoint::Sides::None) continue;
-    }
-    from.chord = unit(way);
-    if (isCurve) continue;
-    if (from.out == CGPoint{}) from.out = from.chord;
-    if (to.in == CGPoint{}) to.in = from.chord;
-    if (from.out != from.chord || to.in != from.chord) from.chordSides = StrokePoint::Sides::Both;
-    to.turn = 0;
-  }
-  for (std::size_t i = 0; i < count; ++i) {
-    StrokePoint& p = line[i];
-    const StrokePoint& before = line[i > 0 ? i - 1 : count - 1];
-    const bool isEnd = contour == Contour::Open && (i == 0 || i + 1 == count);
-    const bool isBent = p.chordSides == StrokePoint::Sides::Both || before.chordSides == StrokePoint::Sides::Both;
-    const std::optional<CGPoint> side = isEnd || isBent ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
-    p.side = side ? *side * (1 + p.turn / 12) : CGPoint{};
-  }
-}
-
 // To one point that lies on both edges, where the line goes straight on or bends too little to tell the joins apart.
 inline std::optional<CGPoint> StrokeOutline::sideOf(const Bend& bend) const {
   if (bend.in == bend.out) return aside(bend.in) * pen_.halfWidth;
@@ -90,6 +60,43 @@ inline std::optional<CGPoint> StrokeOutline::sideOf(const Bend& bend) const {
   const bool isGentle = cosine > 0.5 && across < leastJoin * pen_.pixel;
   if (!isGentle && !(cosine > 1 - 1e-10)) return std::nullopt;
   return aside(bend.in + bend.out) * (pen_.halfWidth / (1 + cosine));
+}
+
+void StrokeOutline::completeDirections(std::span<StrokePoint> line, Contour contour) const {
+  const std::size_t last = line.size() - 1;
+  completeChord(line[0], line[1]);
+  for (std::size_t i = 1; i < last; ++i) {
+    completeChord(line[i], line[i + 1]);
+    findSide(line[i - 1], line[i]);
+  }
+  line[0].side = line[last].side = {};
+  if (contour == Contour::Open) return;
+  completeChord(line[last], line[0]);
+  findSide(line[last - 1], line[last]);
+  findSide(line[last], line[0]);
+}
+
+inline void StrokeOutline::completeChord(StrokePoint& from, StrokePoint& to) const {
+  using enum StrokePoint::Sides;
+  const CGPoint way = to.at - from.at;
+  if (from.out != CGPoint{} && to.in != CGPoint{}) {
+    const CGPoint difference = to.in - from.out;
+    to.turn = dot(difference, difference);
+    from.chordSides = sidesAlongChord(to.turn, dot(way, way), cross(from.out, to.in));
+    if (from.chordSides != None) from.chord = unit(way);
+    return;
+  }
+  to.turn = 0;
+  from.chord = unit(way);
+  if (from.out == CGPoint{}) from.out = from.chord;
+  if (to.in == CGPoint{}) to.in = from.chord;
+  from.chordSides = from.out == from.chord && to.in == from.chord ? None : Both;
+}
+
+inline void StrokeOutline::findSide(const StrokePoint& before, StrokePoint& p) const {
+  const bool isBent = p.chordSides == StrokePoint::Sides::Both || before.chordSides == StrokePoint::Sides::Both;
+  const std::optional<CGPoint> side = isBent ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
+  p.side = side ? *side * (1 + p.turn * (1.0 / 12)) : CGPoint{};
 }
 
 void StrokeOutline::addOpen(std::span<const StrokePoint> line) {

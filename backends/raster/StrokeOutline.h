@@ -52,6 +52,8 @@ class StrokeOutline {
   };
 
   void completeDirections(std::span<StrokePoint> line, Contour contour) const;
+  void completeChord(StrokePoint& from, StrokePoint& to) const;
+  void findSide(const StrokePoint& before, StrokePoint& p) const;
   StrokePoint::Sides sidesAlongChord(double turn, double squaredLength, double across) const;
   std::optional<CGPoint> sideOf(const Bend& bend) const;
   void addOpen(std::span<const StrokePoint> line);

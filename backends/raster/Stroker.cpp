@@ -112,30 +112,46 @@ void Stroker::setDashes(const StrokeStyle& style) {
 
 void Stroker::moveTo(CGPoint p) {
   finishContour(Contour::Open);
-  points_.push_back({p, Corner::Sharp});
+  add({p});
 }
 
 void Stroker::curvePoint(CGPoint p, CGPoint direction) {
   const CGPoint along = unit(direction);
-  points_.push_back({p, Corner::Smooth, along, along});
+  add({p, Corner::Smooth, along, along});
+}
+
+inline void Stroker::add(const StrokePoint& p) {
+  isDouble_ = !points_.empty() && mergeDouble(points_.back(), p);
+  if (isDouble_) return;
+  const bool isFar = p.at.x < reach_.left || p.at.x > reach_.right || p.at.y < reach_.top || p.at.y > reach_.bottom;
+  if (isFar && !firstFar_) firstFar_ = points_.size();
+  points_.push_back(p);
+}
+
+// True if a point is too near to the one before to give a direction, which then does for both.
+inline bool Stroker::mergeDouble(StrokePoint& last, const StrokePoint& p) const {
+  const CGPoint way = p.at - last.at;
+  if (dot(way, way) > nearest_ * nearest_) return false;
+  if (p.corner == Corner::Sharp) last.corner = Corner::Sharp;
+  last.out = p.out;
+  return true;
 }
 
 void Stroker::finishContour(Contour contour) {
   // A lone point that is not closed draws nothing.
-  if (points_.size() > 1 || (contour == Contour::Closed && !points_.empty())) {
-    const auto isFar = [this](const StrokePoint& p) {
-      return p.at.x < reach_.left || p.at.x > reach_.right || p.at.y < reach_.top || p.at.y > reach_.bottom;
-    };
-    const auto far = std::find_if(points_.begin(), points_.end(), isFar);
-    if (dashes_.empty() && far == points_.end()) {
+  if (points_.size() > 1 || isDouble_ || (contour == Contour::Closed && !points_.empty())) {
+    if (dashes_.empty() && !firstFar_) {
       outline(points_, contour);
     } else {
       // A solid ring that is cut starts outside, so that its own start keeps its join.
-      if (dashes_.empty() && contour == Contour::Closed) std::rotate(points_.begin(), far, points_.end());
+      const bool turns = dashes_.empty() && contour == Contour::Closed;
+      if (turns) std::rotate(points_.begin(), points_.begin() + std::ptrdiff_t(*firstFar_), points_.end());
       walkContour(contour);
     }
   }
   clearForReuse(points_);
+  firstFar_.reset();
+  isDouble_ = false;
 }
 
 // Cuts the line into dashes and leaves out what lies beyond reach, before anything is computed from its
@@ -263,38 +279,23 @@ void Stroker::skip(double length) {
 }
 
 void Stroker::finishPiece() {
-  if (piece_.size() > 1) outline(piece_, Contour::Open);
+  if (piece_.size() > 1) {
+    const auto isDouble = [this](StrokePoint& last, const StrokePoint& p) { return mergeDouble(last, p); };
+    outline(std::span(piece_.begin(), std::unique(piece_.begin(), piece_.end(), isDouble)), Contour::Open);
+  }
   piece_.clear();
 }
 
-// Leaves out points too near to the one before to give a direction.
-void Stroker::outline(std::vector<StrokePoint>& line, Contour contour) {
-  const double nearest = nearest_ * nearest_;
-  const auto isNear = [nearest](const StrokePoint& a, const StrokePoint& b) {
-    const CGPoint way = b.at - a.at;
-    return dot(way, way) <= nearest;
-  };
-  std::size_t count = 1;
-  for (std::size_t i = 1; i < line.size(); ++i) {
-    StrokePoint& last = line[count - 1];
-    if (!isNear(last, line[i])) {
-      if (count != i) line[count] = line[i];
-      ++count;
-    } else {
-      if (line[i].corner == Corner::Sharp) last.corner = Corner::Sharp;
-      last.out = line[i].out;
-    }
-  }
+void Stroker::outline(std::span<StrokePoint> line, Contour contour) {
   if (contour == Contour::Closed) {
-    while (count > 1 && isNear(line[count - 1], line[0])) {
-      line[0].in = line[count - 1].in;
-      --count;
+    while (line.size() > 1 && distance(line.back().at, line[0].at) <= nearest_) {
+      line[0].in = line.back().in;
+      line = line.first(line.size() - 1);
     }
   }
-  if (count == 1) return outline_.addDot(line[0].at);
-  const std::span<StrokePoint> points = std::span(line).first(count);
-  outline_.add(points, contour);
-  near_.add(points, contour);
+  if (line.size() == 1) return outline_.addDot(line[0].at);
+  outline_.add(line, contour);
+  near_.add(line, contour);
 }
 
 }  // namespace backend::raster

@@ -24,12 +24,16 @@ class Stroker {
 
   // Told by the flattener.
   void moveTo(CGPoint p);
-  void lineTo(CGPoint p, Corner corner) { points_.push_back({p, corner}); }
+  void lineTo(CGPoint p, Corner corner) { add({p, corner}); }
   void curvePoint(CGPoint p, CGPoint direction);
   void leave(CGPoint direction) { points_.back().out = unit(direction); }
-  void arrive(CGPoint direction) { points_.back().in = unit(direction); }
+  void arrive(CGPoint direction) {
+    if (!isDouble_) points_.back().in = unit(direction);
+  }
   void close() { finishContour(Contour::Closed); }
 
+  void add(const StrokePoint& p);
+  bool mergeDouble(StrokePoint& last, const StrokePoint& p) const;
   void finishContour(Contour contour);
   void walkContour(Contour contour);
   void walkSegment(const StrokePoint& from, const StrokePoint& to);
@@ -38,7 +42,7 @@ class Stroker {
   void skip(double length);
   void nextDash();
   void finishPiece();
-  void outline(std::vector<StrokePoint>& line, Contour contour);
+  void outline(std::span<StrokePoint> line, Contour contour);
   void finishPolygons(const CGAffineTransform& toDevice);
 
   StrokeOutline outline_;
@@ -48,6 +52,8 @@ class Stroker {
   double nearest_ = 0;    // a distance too short to be seen
   DeviceRect reach_;      // what lies outside cannot be seen
   std::vector<StrokePoint> points_, piece_;
+  bool isDouble_ = false;                // the point added last was merged with the one before
+  std::optional<std::size_t> firstFar_;  // of the points, out of reach
   NearLines near_;
 
   std::vector<double> dashes_;  // on and off in turn; empty for a solid line
