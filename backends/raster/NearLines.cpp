@@ -96,27 +96,29 @@ void NearLines::find(std::vector<DeviceRect>& places) {
 }
 
 void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& places) {
-  const double distance = 2 * reach_;
-  const auto isBeside = [distance](CGPoint p, CGPoint q, double left, double right, double top, double bottom) {
-    return std::max(p.x, q.x) < left - distance || std::min(p.x, q.x) > right + distance ||
-           std::max(p.y, q.y) < top - distance || std::min(p.y, q.y) > bottom + distance;
-  };
-  std::optional<DeviceRect> whole;
+  const DeviceRect aroundB = DeviceRect{b.left, b.top, b.right, b.bottom}.grown(reach_);
+  std::optional<DeviceRect> place;
   for (std::size_t i = a.first; i < a.last; ++i) {
-    const CGPoint from = points_[i].at, to = points_[i + 1].at;
-    if (isBeside(from, to, b.left, b.right, b.top, b.bottom)) continue;
-    const double left = std::min(from.x, to.x), right = std::max(from.x, to.x);
-    const double top = std::min(from.y, to.y), bottom = std::max(from.y, to.y);
+    const DeviceRect aroundI = boxOf(i).grown(reach_);
+    if (aroundI.intersected(aroundB).isEmpty()) continue;
+    std::optional<Chord> chord;
     for (std::size_t j = b.first; j < b.last; ++j) {
       --testsLeft_;
-      if (isBeside(points_[j].at, points_[j + 1].at, left, right, top, bottom)) continue;
+      const DeviceRect common = boxOf(j).grown(reach_).intersected(aroundI);
+      if (common.isEmpty() || (place && place->contains(common))) continue;
       if (a.line == b.line && isNearAlong(std::min(i, j), std::max(i, j), lines_[a.line])) continue;
-      const DeviceRect place = overlapOf({points_[i], points_[i + 1]}, {points_[j], points_[j + 1]});
-      if (!place.isEmpty()) whole = whole ? whole->including(place) : place;
+      if (!chord) chord = Chord(points_[i], points_[i + 1]);
+      const DeviceRect overlap = overlapOf(*chord, {points_[j], points_[j + 1]});
+      if (!overlap.isEmpty()) place = place ? place->including(overlap) : overlap;
     }
   }
   const double leastSide = 1e-3;  // what is narrower shows nowhere
-  if (whole && whole->right - whole->left > leastSide && whole->bottom - whole->top > leastSide) places.push_back(*whole);
+  if (place && place->right - place->left > leastSide && place->bottom - place->top > leastSide) places.push_back(*place);
+}
+
+inline DeviceRect NearLines::boxOf(std::size_t i) const {
+  const CGPoint a = points_[i].at, b = points_[i + 1].at;
+  return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
 // True if the line leads from one chord to the other by a way too short to come back on. Ways are taken as a little shorter

@@ -45,6 +45,7 @@ class NearLines {
   bool followEachOther(const Run& a, const Run& b) const;
   bool isNearAlong(std::size_t first, std::size_t second, const Line& line) const;
   void compare(const Run& a, const Run& b, std::vector<DeviceRect>& places);
+  DeviceRect boxOf(std::size_t chord) const;
   bool turnsBack(std::size_t first, std::size_t second) const;
   DeviceRect overlapOf(const Chord& a, const Chord& b) const;
   DeviceRect strokeWithin(const Chord& a, const Chord& b) const;

@@ -47,6 +47,9 @@ struct DeviceRect {
   DeviceRect including(const DeviceRect& other) const {
     return including(other.left, other.top).including(other.right, other.bottom);
   }
+  bool contains(const DeviceRect& other) const {
+    return other.left >= left && other.top >= top && other.right <= right && other.bottom <= bottom;
+  }
   DeviceRect grown(double by) const { return {left - by, top - by, right + by, bottom + by}; }
   DeviceRect moved(double dx, double dy) const { return {left + dx, top + dy, right + dx, bottom + dy}; }
   DeviceRect scaled(double f) const { return {left * f, top * f, right * f, bottom * f}; }
