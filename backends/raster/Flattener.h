@@ -164,8 +164,8 @@ class Flattener {
 
   // Chords between evenly spaced parameters. A chord of step h lies h^2/12 |B''| inside its curve on average;
   // moving every inner point outward by that much leaves no area out, so that a third of the chords do. The
-  // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients. At a curve's ends, which
-  // cannot be moved, that needs shorter chords.
+  // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients. At a
+  // curve's ends, which cannot be moved, that needs shorter chords.
   void step(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, int count, Corner end) {
     const double h = 1.0 / (count - saved_);
     const CGPoint a{p3.x - p0.x + 3 * (p1.x - p2.x), p3.y - p0.y + 3 * (p1.y - p2.y)};
@@ -189,7 +189,8 @@ class Flattener {
   const FlattenSettings settings_;
   const float perTolerance_ = float(1 / (2 * settings_.tolerance));
   // A chord of length L on radius r has at most L^3 / 60 r to one side of it in one place.
-  const float perArea_ = settings_.areaTolerance > 0 ? float(0.3 / settings_.areaTolerance) : std::numeric_limits<float>::max();
+  const float perArea_ =
+      settings_.areaTolerance > 0 ? float(0.3 / settings_.areaTolerance) : std::numeric_limits<float>::max();
   const double saved_ = 2 - 2 * settings_.endStep;  // steps, at both ends
   Sink& sink_;
   CGPoint start_, current_;
