@@ -136,7 +136,7 @@ class Flattener {
     if constexpr (requires { Sink::wantsDirections; }) {
       // The pen's far edge is as much longer as it lies farther out than the curve.
       const float x = float(p3.x - p0.x), y = float(p3.y - p0.y);
-      const float longer = 1 + std::min(6 * bend * float(settings_.reach) / (x * x + y * y + 1e-30f), 8.0f);
+      const float longer = 1 + std::min(6 * bend * float(settings_.reach) / (x * x + y * y + 1e-30f), 32.0f);
       bend *= longer;
       sweep *= longer * longer;
     }

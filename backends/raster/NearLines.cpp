@@ -29,17 +29,21 @@ struct NearLines::Chord {
   CGPoint at(double way) const { return {from.x + direction.x * way, from.y + direction.y * way}; }
 };
 
-void NearLines::begin(double reach, double beyondEnds) {
-  reach_ = reach;
-  beyondEnds_ = beyondEnds;
+void NearLines::begin(const Pen& pen) {
+  reach_ = pen.halfWidth;
+  beyondEnds_ = pen.cap == LineCap::Butt ? 0 : reach_;
+  miterLimit_ = pen.join == LineJoin::Miter ? pen.miterLimit : 1;
+  // The corners of a square end.
+  farthest_ = reach_ * std::sqrt(2.0);
   clearForReuse(points_);
   clearForReuse(lines_);
   clearForReuse(runs_);
 }
 
-void NearLines::add(std::span<const StrokePoint> points, Contour contour) {
-  const std::size_t first = points_.size(), count = points.size() + (contour == Contour::Closed ? 1 : 0);
-  Line line{.first = first, .last = first + count - 1, .contour = contour};
+void NearLines::add(const Added& added) {
+  const std::span<const StrokePoint> points = added.points;
+  const std::size_t first = points_.size(), count = points.size() + (added.contour == Contour::Closed ? 1 : 0);
+  Line line{.first = first, .last = first + count - 1, .contour = added.contour, .partsBehindBends = added.partsBehindBends};
   points_.resize(first + count);
   Point* const to = points_.data() + first;
   std::size_t runStart = 0;
@@ -49,7 +53,8 @@ void NearLines::add(std::span<const StrokePoint> points, Contour contour) {
     // Beyond a point inside the line the stroke goes on by the next chord's, apart from the join at a corner.
     to[i].at.x = p.at.x;
     to[i].at.y = p.at.y;
-    to[i].beyond = p.side == CGPoint{} ? reach_ : 0;
+    to[i].beyond = p.side == CGPoint{} ? beyondCorner(p) : 0;
+    farthest_ = std::max(farthest_, to[i].beyond);
     if (i == 0) continue;
     const int way = (to[i].at.x < to[i - 1].at.x ? 1 : 0) | (to[i].at.y < to[i - 1].at.y ? 2 : 0);
     if (way != quarter && i > 1) {
@@ -59,8 +64,14 @@ void NearLines::add(std::span<const StrokePoint> points, Contour contour) {
     quarter = way;
   }
   addRun(line, first + runStart, line.last, quarter);
-  if (contour == Contour::Open) to[0].beyond = to[count - 1].beyond = beyondEnds_;
+  if (added.contour == Contour::Open) to[0].beyond = to[count - 1].beyond = beyondEnds_;
   lines_.push_back(line);
+}
+
+// As far as a miter reaches, if it may.
+double NearLines::beyondCorner(const StrokePoint& p) const {
+  const double cosine = dot(p.in, p.out), least = 1e-6;
+  return std::max(reach_, reach_ * std::min(std::sqrt((1 - cosine) / std::max(1 + cosine, least)), miterLimit_));
 }
 
 void NearLines::addRun(Line& line, std::size_t first, std::size_t last, int quarter) {
@@ -76,6 +87,7 @@ bool NearLines::followEachOther(const Run& a, const Run& b) const {
   if (a.line != b.line || (a.quarter ^ b.quarter) == 3) return false;
   const std::size_t way = a.number > b.number ? a.number - b.number : b.number - a.number;
   const Line& line = lines_[a.line];
+  if (!line.partsBehindBends) return false;
   return way == 1 || (line.contour == Contour::Closed && way == line.runs - 1 && line.runs > 2);
 }
 
@@ -85,7 +97,7 @@ void NearLines::find(std::vector<DeviceRect>& places) {
   testsLeft_ = 4000 + 40 * long(points_.size());
   for (std::size_t i = 0; i < runs_.size(); ++i) {
     const Run& a = runs_[i];
-    const double right = a.right + 2 * reach_, top = a.top - 2 * reach_, bottom = a.bottom + 2 * reach_;
+    const double right = a.right + 2 * farthest_, top = a.top - 2 * farthest_, bottom = a.bottom + 2 * farthest_;
     for (std::size_t j = i + 1; j < runs_.size() && runs_[j].left < right; ++j) {
       const Run& b = runs_[j];
       --testsLeft_;
@@ -96,15 +108,15 @@ void NearLines::find(std::vector<DeviceRect>& places) {
 }
 
 void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& places) {
-  const DeviceRect aroundB = DeviceRect{b.left, b.top, b.right, b.bottom}.grown(reach_);
+  const DeviceRect aroundB = DeviceRect{b.left, b.top, b.right, b.bottom}.grown(farthest_);
   std::optional<DeviceRect> place;
   for (std::size_t i = a.first; i < a.last; ++i) {
-    const DeviceRect aroundI = boxOf(i).grown(reach_);
+    const DeviceRect aroundI = boxOf(i).grown(farthest_);
     if (aroundI.intersected(aroundB).isEmpty()) continue;
     std::optional<Chord> chord;
     for (std::size_t j = b.first; j < b.last; ++j) {
       --testsLeft_;
-      const DeviceRect common = boxOf(j).grown(reach_).intersected(aroundI);
+      const DeviceRect common = boxOf(j).grown(farthest_).intersected(aroundI);
       if (common.isEmpty() || (place && place->contains(common))) continue;
       if (a.line == b.line && isNearAlong(std::min(i, j), std::max(i, j), lines_[a.line])) continue;
       if (!chord) chord = Chord(points_[i], points_[i + 1]);

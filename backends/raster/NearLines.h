@@ -13,9 +13,13 @@ namespace backend::raster {
 
 class NearLines {
  public:
-  // For strokes that reach so far from their lines, and beyond the ends of open ones.
-  void begin(double reach, double beyondEnds);
-  void add(std::span<const StrokePoint> points, Contour contour);
+  void begin(const Pen& pen);
+  struct Added {
+    std::span<const StrokePoint> points;
+    Contour contour;
+    bool partsBehindBends;  // as far as neighbouring parts are concerned it does not come near itself
+  };
+  void add(const Added& line);
 
   // Adds to `places` rectangles that hold all overlaps. Where finding them would take long, one that holds everything.
   void find(std::vector<DeviceRect>& places);
@@ -37,6 +41,7 @@ class NearLines {
     std::size_t first, last;  // points; the first one again as the last where it is closed
     std::size_t runs = 0;
     Contour contour = Contour::Open;
+    bool partsBehindBends = true;
   };
   // A chord, of length 1 its direction.
   struct Chord;
@@ -45,6 +50,7 @@ class NearLines {
   bool followEachOther(const Run& a, const Run& b) const;
   bool isNearAlong(std::size_t first, std::size_t second, const Line& line) const;
   void compare(const Run& a, const Run& b, std::vector<DeviceRect>& places);
+  double beyondCorner(const StrokePoint& p) const;
   DeviceRect boxOf(std::size_t chord) const;
   bool turnsBack(std::size_t first, std::size_t second) const;
   DeviceRect overlapOf(const Chord& a, const Chord& b) const;
@@ -53,7 +59,9 @@ class NearLines {
   std::vector<Point> points_;
   std::vector<Run> runs_;
   std::vector<Line> lines_;
-  double reach_ = 0, beyondEnds_ = 0;
+  double reach_ = 0;  // of the stroke from the line
+  double beyondEnds_ = 0, miterLimit_ = 1;
+  double farthest_ = 0;  // that any part of a stroke lies from its chord
   long testsLeft_ = 0;
 };
 

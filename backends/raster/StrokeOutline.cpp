@@ -32,10 +32,12 @@ void StrokeOutline::begin(const Pen& pen, Polygons& polygons) {
   agg_.approximation_scale(std::min(0.125 / (arcTolerance * pen.pixel), 3e4 / pen.halfWidth));
 }
 
-void StrokeOutline::add(std::span<StrokePoint> line, Contour contour) {
+bool StrokeOutline::add(std::span<StrokePoint> line, Contour contour) {
+  hasAllFoldsCut_ = true;
   completeDirections(line, contour);
   if (contour == Contour::Open) addOpen(line);
   else addRings(line);
+  return hasAllFoldsCut_;
 }
 
 // The sides on which a chord, of this squared length, is better followed than the directions at its ends, between which lies
@@ -96,7 +98,9 @@ inline void StrokeOutline::completeChord(StrokePoint& from, StrokePoint& to) con
 inline void StrokeOutline::findSide(const StrokePoint& before, StrokePoint& p) const {
   const bool isBent = p.chordSides == StrokePoint::Sides::Both || before.chordSides == StrokePoint::Sides::Both;
   const std::optional<CGPoint> side = isBent ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
-  p.side = side ? *side * (1 + p.turn * (1.0 / 12)) : CGPoint{};
+  if (!side) return void(p.side = {});
+  // Points inside a curve lie a little outside it, so that its chords leave no area out; those of the edge as well.
+  p.side = p.corner == Corner::Smooth ? *side * (1 + p.turn * (1.0 / 12)) : *side;
 }
 
 void StrokeOutline::addOpen(std::span<const StrokePoint> line) {
@@ -128,7 +132,8 @@ void StrokeOutline::addRings(std::span<const StrokePoint> line) {
   // cannot be cut.
   std::size_t first = 0;
   CGPoint start, direction;
-  const bool startsInChord = line[0].side == CGPoint{};
+  const auto isStraight = [](const StrokePoint& p) { return p.chordSides == StrokePoint::Sides::None; };
+  const bool startsInChord = line[0].side == CGPoint{} || !isStraight(line[0]) || !isStraight(before(0));
   if (startsInChord) {
     double longest = -1;
     for (std::size_t i = 0; i < count; ++i) {
@@ -258,8 +263,12 @@ void StrokeOutline::cutFold(CGPoint to) {
     if (!(turn < 0)) continue;  // they meet as the bend turns
     const double onSide = cross(between, way) / turn, onWay = cross(between, side) / turn;
     if (onSide < 0 || onSide > 1 || onWay < 0 || onWay > 1) continue;
+    const CGPoint meeting = a + side * onSide, away = meeting - polygons_->points()[foldStart_];
+    // Next to the fold they may meet anywhere, farther on only as near as a fold reaches.
+    const bool isNext = end == foldStart_ && sidesBehindFold_ == 0;
+    if (!isNext && dot(away, away) > 36 * pen_.halfWidth * pen_.halfWidth) continue;
     polygons_->cutTo(end);
-    polygons_->lineTo(a + side * onSide);
+    polygons_->lineTo(meeting);
     isFolded_ = false;
     return;
   }
@@ -268,7 +277,7 @@ void StrokeOutline::cutFold(CGPoint to) {
 
 void StrokeOutline::giveUpFold() {
   if (!isFolded_) return;
-  isFolded_ = false;
+  isFolded_ = hasAllFoldsCut_ = false;
   const std::span<const CGPoint> points = polygons_->points().subspan(foldStart_);
   DeviceRect place = DeviceRect::around(points[0].x, points[0].y);
   for (const CGPoint& p : points) place = place.including(p.x, p.y);

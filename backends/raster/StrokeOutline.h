@@ -10,25 +10,17 @@
 #include "agg_math_stroke.h"
 #include "backends/raster/Polygons.h"
 #include "backends/raster/StrokePoint.h"
-#include "platform/backend/Canvas.h"
 
 namespace backend::raster {
 
 class StrokeOutline {
  public:
-  // Lengths are in the line's space.
-  struct Pen {
-    double halfWidth = 0, pixel = 1;  // half its width, and the size of a device pixel
-    LineCap cap = LineCap::Butt;
-    LineJoin join = LineJoin::Miter;
-    double miterLimit = 10;
-  };
-
   // What follows goes to these polygons, in the line's space.
   void begin(const Pen& pen, Polygons& polygons);
 
-  // At least two points, all of them apart from the next; their directions are completed.
-  void add(std::span<StrokePoint> line, Contour contour);
+  // At least two points, all of them apart from the next; their directions are completed. False if the line does not part
+  // from itself behind a bend.
+  bool add(std::span<StrokePoint> line, Contour contour);
   // A line without a direction: only round ends have a shape.
   void addDot(CGPoint at);
 
@@ -81,7 +73,7 @@ class StrokeOutline {
   bool isNewRing_ = true;
   std::size_t ringStart_ = 0, sideStart_ = 0;  // indices of their first points
   // A fold is what the side does from the point on behind which it first goes back, until it is cut.
-  bool isFolded_ = false;
+  bool isFolded_ = false, hasAllFoldsCut_ = true;
   std::size_t foldStart_ = 0, sidesBehindFold_ = 0;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "backends/raster/Flattener.h"
+#include "platform/backend/Canvas.h"
 
 namespace backend::raster {
 
@@ -18,6 +19,14 @@ inline CGPoint unit(CGPoint v) {
 }
 
 enum class Contour { Open, Closed };
+
+// Lengths are in the line's space.
+struct Pen {
+  double halfWidth = 0, pixel = 1;  // half its width, and the size of a device pixel
+  LineCap cap = LineCap::Butt;
+  LineJoin join = LineJoin::Miter;
+  double miterLimit = 10;
+};
 
 struct StrokePoint {
   CGPoint at;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
 // Of flattened curves, in device pixels.
-constexpr double chordTolerance = 0.012, areaTolerance = 0.005, dashTolerance = 0.002;
+constexpr double chordTolerance = 0.012, areaTolerance = 0.005, dashTolerance = 0.0003;
 constexpr double endStep = 2.0 / 3;  // at which no area is lost at a curve's ends either
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
@@ -57,7 +57,7 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   reach_ = DeviceRect{CGRectGetMinX(inLine), CGRectGetMinY(inLine), CGRectGetMaxX(inLine), CGRectGetMaxY(inLine)}.grown(margin);
   if (reach_.isEmpty()) return;
   setDashes(style);
-  near_.begin(pen_.halfWidth, style.cap == LineCap::Butt ? 0 : pen_.halfWidth);
+  near_.begin(pen_);
 
   polygons_ = &polygons;
   outline_.begin(pen_, polygons);
@@ -294,8 +294,8 @@ void Stroker::outline(std::span<StrokePoint> line, Contour contour) {
     }
   }
   if (line.size() == 1) return outline_.addDot(line[0].at);
-  outline_.add(line, contour);
-  near_.add(line, contour);
+  const bool partsBehindBends = outline_.add(line, contour);
+  near_.add({.points = line, .contour = contour, .partsBehindBends = partsBehindBends});
 }
 
 }  // namespace backend::raster

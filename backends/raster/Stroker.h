@@ -46,7 +46,7 @@ class Stroker {
   void finishPolygons(const CGAffineTransform& toDevice);
 
   StrokeOutline outline_;
-  StrokeOutline::Pen pen_;
+  Pen pen_;
   Polygons* polygons_ = nullptr;
   double perLength_ = 1;  // of the path's space in that of the line
   double nearest_ = 0;    // a distance too short to be seen
