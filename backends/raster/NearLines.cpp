@@ -33,8 +33,6 @@ void NearLines::begin(const Pen& pen) {
   reach_ = pen.halfWidth;
   beyondEnds_ = pen.cap == LineCap::Butt ? 0 : reach_;
   miterLimit_ = pen.join == LineJoin::Miter ? pen.miterLimit : 1;
-  // The corners of a square end.
-  farthest_ = reach_ * std::sqrt(2.0);
   clearForReuse(points_);
   clearForReuse(lines_);
   clearForReuse(runs_);
@@ -53,8 +51,11 @@ void NearLines::add(const Added& added) {
     // Beyond a point inside the line the stroke goes on by the next chord's, apart from the join at a corner.
     to[i].at.x = p.at.x;
     to[i].at.y = p.at.y;
-    to[i].beyond = p.side == CGPoint{} ? beyondCorner(p) : 0;
-    farthest_ = std::max(farthest_, to[i].beyond);
+    to[i].beyond = 0;
+    to[i].spread = reach_;
+    const bool isEnd = added.contour == Contour::Open && (i == 0 || i + 1 == count);
+    if (isEnd) setBeyond(to[i], beyondEnds_);
+    else if (p.side == CGPoint{}) setBeyond(to[i], beyondCorner(p));
     if (i == 0) continue;
     const int way = (to[i].at.x < to[i - 1].at.x ? 1 : 0) | (to[i].at.y < to[i - 1].at.y ? 2 : 0);
     if (way != quarter && i > 1) {
@@ -64,8 +65,12 @@ void NearLines::add(const Added& added) {
     quarter = way;
   }
   addRun(line, first + runStart, line.last, quarter);
-  if (added.contour == Contour::Open) to[0].beyond = to[count - 1].beyond = beyondEnds_;
   lines_.push_back(line);
+}
+
+void NearLines::setBeyond(Point& p, double beyond) const {
+  p.beyond = beyond;
+  p.spread = std::sqrt(beyond * beyond + reach_ * reach_);
 }
 
 // As far as a miter reaches, if it may.
@@ -75,10 +80,12 @@ double NearLines::beyondCorner(const StrokePoint& p) const {
 }
 
 void NearLines::addRun(Line& line, std::size_t first, std::size_t last, int quarter) {
+  double spread = 0;
+  for (std::size_t i = first; i <= last; ++i) spread = std::max(spread, points_[i].spread);
   const CGPoint a = points_[first].at, b = points_[last].at;
-  runs_.push_back({.first = first, .last = last, .left = std::min(a.x, b.x), .right = std::max(a.x, b.x),
-                   .top = std::min(a.y, b.y), .bottom = std::max(a.y, b.y), .line = lines_.size(),
-                   .number = line.runs++, .quarter = quarter});
+  const DeviceRect box{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+  runs_.push_back({.first = first, .last = last, .box = box.grown(spread), .line = lines_.size(), .number = line.runs++,
+                   .quarter = quarter});
 }
 
 // Runs of which one goes on where the other ends, and that go the same way at least along one axis, move away from each
@@ -93,30 +100,28 @@ bool NearLines::followEachOther(const Run& a, const Run& b) const {
 
 void NearLines::find(std::vector<DeviceRect>& places) {
   if (runs_.size() < 2) return;
-  std::sort(runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.left < b.left; });
+  std::sort(runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.box.left < b.box.left; });
   testsLeft_ = 4000 + 40 * long(points_.size());
   for (std::size_t i = 0; i < runs_.size(); ++i) {
     const Run& a = runs_[i];
-    const double right = a.right + 2 * farthest_, top = a.top - 2 * farthest_, bottom = a.bottom + 2 * farthest_;
-    for (std::size_t j = i + 1; j < runs_.size() && runs_[j].left < right; ++j) {
+    for (std::size_t j = i + 1; j < runs_.size() && runs_[j].box.left < a.box.right; ++j) {
       const Run& b = runs_[j];
       --testsLeft_;
-      if (b.top < bottom && b.bottom > top && !followEachOther(a, b)) compare(a, b, places);
+      if (b.box.top < a.box.bottom && b.box.bottom > a.box.top && !followEachOther(a, b)) compare(a, b, places);
       if (testsLeft_ < 0) return places.push_back(everything);
     }
   }
 }
 
 void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& places) {
-  const DeviceRect aroundB = DeviceRect{b.left, b.top, b.right, b.bottom}.grown(farthest_);
   std::optional<DeviceRect> place;
   for (std::size_t i = a.first; i < a.last; ++i) {
-    const DeviceRect aroundI = boxOf(i).grown(farthest_);
-    if (aroundI.intersected(aroundB).isEmpty()) continue;
+    const DeviceRect aroundI = boxOf(i);
+    if (aroundI.intersected(b.box).isEmpty()) continue;
     std::optional<Chord> chord;
     for (std::size_t j = b.first; j < b.last; ++j) {
       --testsLeft_;
-      const DeviceRect common = boxOf(j).grown(farthest_).intersected(aroundI);
+      const DeviceRect common = boxOf(j).intersected(aroundI);
       if (common.isEmpty() || (place && place->contains(common))) continue;
       if (a.line == b.line && isNearAlong(std::min(i, j), std::max(i, j), lines_[a.line])) continue;
       if (!chord) chord = Chord(points_[i], points_[i + 1]);
@@ -130,7 +135,8 @@ void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& pla
 
 inline DeviceRect NearLines::boxOf(std::size_t i) const {
   const CGPoint a = points_[i].at, b = points_[i + 1].at;
-  return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+  return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)}.grown(
+      std::max(points_[i].spread, points_[i + 1].spread));
 }
 
 // True if the line leads from one chord to the other by a way too short to come back on. Ways are taken as a little shorter

@@ -28,11 +28,12 @@ class NearLines {
   struct Point {
     CGPoint at;
     double beyond;  // how far the stroke of a chord that ends here goes on
+    double spread;  // and how far from the point its corners lie
   };
   // A run of chords that all go into the same quarter of directions: it cannot cross itself.
   struct Run {
     std::size_t first, last;  // points
-    double left, right, top, bottom;
+    DeviceRect box;             // of the stroke
     std::size_t line;
     std::size_t number;  // in the line
     int quarter;
@@ -50,8 +51,9 @@ class NearLines {
   bool followEachOther(const Run& a, const Run& b) const;
   bool isNearAlong(std::size_t first, std::size_t second, const Line& line) const;
   void compare(const Run& a, const Run& b, std::vector<DeviceRect>& places);
+  void setBeyond(Point& p, double beyond) const;
   double beyondCorner(const StrokePoint& p) const;
-  DeviceRect boxOf(std::size_t chord) const;
+  DeviceRect boxOf(std::size_t chord) const;  // of its stroke
   bool turnsBack(std::size_t first, std::size_t second) const;
   DeviceRect overlapOf(const Chord& a, const Chord& b) const;
   DeviceRect strokeWithin(const Chord& a, const Chord& b) const;
@@ -61,7 +63,6 @@ class NearLines {
   std::vector<Line> lines_;
   double reach_ = 0;  // of the stroke from the line
   double beyondEnds_ = 0, miterLimit_ = 1;
-  double farthest_ = 0;  // that any part of a stroke lies from its chord
   long testsLeft_ = 0;
 };
 
