@@ -24,18 +24,37 @@ struct NearLines::Chord {
     length = std::sqrt(dx * dx + dy * dy);
     direction = length > 0 ? CGPoint{dx / length, dy / length} : CGPoint{1, 0};
   }
-  // How far the point lies left of the line that the chord is a part of.
-  double distanceOf(CGPoint p) const { return direction.x * (p.y - from.y) - direction.y * (p.x - from.x); }
   CGPoint at(double way) const { return {from.x + direction.x * way, from.y + direction.y * way}; }
+};
+
+// A part of a line, by lengths from its start.
+struct NearLines::Stretch {
+  double first, last;
+
+  struct Linear {
+    double start, slope;
+  };
+  // To where a linear function lies between -before and after.
+  void limit(const Linear& f, double before, double after) {
+    if (std::abs(f.slope) < 1e-9) {
+      if (f.start < -before || f.start > after) last = first;
+      return;
+    }
+    const double perSlope = 1 / f.slope, one = (-before - f.start) * perSlope, other = (after - f.start) * perSlope;
+    first = std::max(first, std::min(one, other));
+    last = std::min(last, std::max(one, other));
+  }
 };
 
 void NearLines::begin(const Pen& pen) {
   reach_ = pen.halfWidth;
+  pixel_ = pen.pixel;
   beyondEnds_ = pen.cap == LineCap::Butt ? 0 : reach_;
   miterLimit_ = pen.join == LineJoin::Miter ? pen.miterLimit : 1;
   clearForReuse(points_);
   clearForReuse(lines_);
   clearForReuse(runs_);
+  clearForReuse(boxes_);
 }
 
 void NearLines::add(const Added& added) {
@@ -107,7 +126,11 @@ void NearLines::find(std::vector<DeviceRect>& places) {
     for (std::size_t j = i + 1; j < runs_.size() && runs_[j].box.left < a.box.right; ++j) {
       const Run& b = runs_[j];
       --testsLeft_;
-      if (b.box.top < a.box.bottom && b.box.bottom > a.box.top && !followEachOther(a, b)) compare(a, b, places);
+      if (b.box.top < a.box.bottom && b.box.bottom > a.box.top && !followEachOther(a, b)) {
+        prepareBoxes(runs_[i]);
+        prepareBoxes(runs_[j]);
+        compare(a, b, places);
+      }
       if (testsLeft_ < 0) return places.push_back(everything);
     }
   }
@@ -116,12 +139,12 @@ void NearLines::find(std::vector<DeviceRect>& places) {
 void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& places) {
   std::optional<DeviceRect> place;
   for (std::size_t i = a.first; i < a.last; ++i) {
-    const DeviceRect aroundI = boxOf(i);
+    const DeviceRect aroundI = boxes_[i];
     if (aroundI.intersected(b.box).isEmpty()) continue;
     std::optional<Chord> chord;
     for (std::size_t j = b.first; j < b.last; ++j) {
       --testsLeft_;
-      const DeviceRect common = boxOf(j).intersected(aroundI);
+      const DeviceRect common = boxes_[j].intersected(aroundI);
       if (common.isEmpty() || (place && place->contains(common))) continue;
       if (a.line == b.line && isNearAlong(std::min(i, j), std::max(i, j), lines_[a.line])) continue;
       if (!chord) chord = Chord(points_[i], points_[i + 1]);
@@ -129,14 +152,19 @@ void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& pla
       if (!overlap.isEmpty()) place = place ? place->including(overlap) : overlap;
     }
   }
-  const double leastSide = 1e-3;  // what is narrower shows nowhere
+  const double leastSide = 0.004 * pixel_;  // what is narrower shows nowhere
   if (place && place->right - place->left > leastSide && place->bottom - place->top > leastSide) places.push_back(*place);
 }
 
-inline DeviceRect NearLines::boxOf(std::size_t i) const {
-  const CGPoint a = points_[i].at, b = points_[i + 1].at;
-  return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)}.grown(
-      std::max(points_[i].spread, points_[i + 1].spread));
+void NearLines::prepareBoxes(Run& run) {
+  if (run.hasBoxes) return;
+  run.hasBoxes = true;
+  if (boxes_.size() < points_.size()) boxes_.resize(points_.size());
+  for (std::size_t i = run.first; i < run.last; ++i) {
+    const CGPoint a = points_[i].at, b = points_[i + 1].at;
+    boxes_[i] = DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)}.grown(
+        std::max(points_[i].spread, points_[i + 1].spread));
+  }
 }
 
 // True if the line leads from one chord to the other by a way too short to come back on. Ways are taken as a little shorter
@@ -176,20 +204,15 @@ DeviceRect NearLines::overlapOf(const Chord& a, const Chord& b) const {
 
 // The part of the first one's stroke that the second one's may cover.
 DeviceRect NearLines::strokeWithin(const Chord& a, const Chord& b) const {
-  // Of the strip beside the line of b; a point of the stroke is as far from it as the line's point below it, give or take.
-  const double cosine = std::abs(a.direction.x * b.direction.x + a.direction.y * b.direction.y);
-  const double width = reach_ * (1 + cosine);
-  const double start = b.distanceOf(a.from), end = b.distanceOf(a.to);
-  double first = -a.before, last = a.length + a.after;
-  if (const double slope = end - start; std::abs(slope) > 1e-9 * a.length) {
-    const double one = (-width - start) / slope * a.length, other = (width - start) / slope * a.length;
-    first = std::max(first, std::min(one, other));
-    last = std::min(last, std::max(one, other));
-  } else if (std::abs(start) > width) {
-    return {};
-  }
-  if (!(first < last)) return {};
-  const CGPoint p = a.at(first), q = a.at(last);
+  const double cosine = dot(a.direction, b.direction), sine = cross(b.direction, a.direction);
+  const CGPoint between = a.from - b.from;
+  // Where the line of a, a point of whose stroke lies no farther aside than the pen reaches, is beside b and along it.
+  Stretch on{-a.before, a.length + a.after};
+  on.limit({.start = cross(b.direction, between), .slope = sine}, reach_ * (1 + std::abs(cosine)), reach_ * (1 + std::abs(cosine)));
+  const double aside = reach_ * std::abs(sine);
+  on.limit({.start = dot(b.direction, between), .slope = cosine}, b.before + aside, b.length + b.after + aside);
+  if (!(on.first < on.last)) return {};
+  const CGPoint p = a.at(on.first), q = a.at(on.last);
   const double x = std::abs(a.direction.y) * reach_, y = std::abs(a.direction.x) * reach_;
   return {std::min(p.x, q.x) - x, std::min(p.y, q.y) - y, std::max(p.x, q.x) + x, std::max(p.y, q.y) + y};
 }

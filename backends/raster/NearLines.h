@@ -37,6 +37,7 @@ class NearLines {
     std::size_t line;
     std::size_t number;  // in the line
     int quarter;
+    bool hasBoxes = false;
   };
   struct Line {
     std::size_t first, last;  // points; the first one again as the last where it is closed
@@ -46,6 +47,7 @@ class NearLines {
   };
   // A chord, of length 1 its direction.
   struct Chord;
+  struct Stretch;
 
   void addRun(Line& line, std::size_t first, std::size_t last, int quarter);
   bool followEachOther(const Run& a, const Run& b) const;
@@ -53,14 +55,16 @@ class NearLines {
   void compare(const Run& a, const Run& b, std::vector<DeviceRect>& places);
   void setBeyond(Point& p, double beyond) const;
   double beyondCorner(const StrokePoint& p) const;
-  DeviceRect boxOf(std::size_t chord) const;  // of its stroke
+  void prepareBoxes(Run& run);
   bool turnsBack(std::size_t first, std::size_t second) const;
   DeviceRect overlapOf(const Chord& a, const Chord& b) const;
   DeviceRect strokeWithin(const Chord& a, const Chord& b) const;
 
   std::vector<Point> points_;
+  std::vector<DeviceRect> boxes_;  // of the stroke of the chord that begins at the point, where its run has them
   std::vector<Run> runs_;
   std::vector<Line> lines_;
+  double pixel_ = 1;  // its size
   double reach_ = 0;  // of the stroke from the line
   double beyondEnds_ = 0, miterLimit_ = 1;
   long testsLeft_ = 0;
