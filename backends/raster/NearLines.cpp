@@ -126,21 +126,24 @@ void NearLines::find(std::vector<DeviceRect>& places) {
     for (std::size_t j = i + 1; j < runs_.size() && runs_[j].box.left < a.box.right; ++j) {
       const Run& b = runs_[j];
       --testsLeft_;
-      if (b.box.top < a.box.bottom && b.box.bottom > a.box.top && !followEachOther(a, b)) {
-        prepareBoxes(runs_[i]);
-        prepareBoxes(runs_[j]);
-        compare(a, b, places);
-      }
+      if (b.box.top < a.box.bottom && b.box.bottom > a.box.top && !followEachOther(a, b)) compare(a, runs_[j], places);
       if (testsLeft_ < 0) return places.push_back(everything);
     }
   }
 }
 
-void NearLines::compare(const Run& a, const Run& b, std::vector<DeviceRect>& places) {
+inline DeviceRect NearLines::boxOf(std::size_t i) const {
+  const Point &a = points_[i], &b = points_[i + 1];
+  return DeviceRect{std::min(a.at.x, b.at.x), std::min(a.at.y, b.at.y), std::max(a.at.x, b.at.x), std::max(a.at.y, b.at.y)}
+      .grown(std::max(a.spread, b.spread));
+}
+
+void NearLines::compare(const Run& a, Run& b, std::vector<DeviceRect>& places) {
   std::optional<DeviceRect> place;
   for (std::size_t i = a.first; i < a.last; ++i) {
-    const DeviceRect aroundI = boxes_[i];
+    const DeviceRect aroundI = boxOf(i);
     if (aroundI.intersected(b.box).isEmpty()) continue;
+    prepareBoxes(b);
     std::optional<Chord> chord;
     for (std::size_t j = b.first; j < b.last; ++j) {
       --testsLeft_;
@@ -160,11 +163,7 @@ void NearLines::prepareBoxes(Run& run) {
   if (run.hasBoxes) return;
   run.hasBoxes = true;
   if (boxes_.size() < points_.size()) boxes_.resize(points_.size());
-  for (std::size_t i = run.first; i < run.last; ++i) {
-    const CGPoint a = points_[i].at, b = points_[i + 1].at;
-    boxes_[i] = DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)}.grown(
-        std::max(points_[i].spread, points_[i + 1].spread));
-  }
+  for (std::size_t i = run.first; i < run.last; ++i) boxes_[i] = boxOf(i);
 }
 
 // True if the line leads from one chord to the other by a way too short to come back on. Ways are taken as a little shorter

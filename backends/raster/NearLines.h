@@ -52,16 +52,17 @@ class NearLines {
   void addRun(Line& line, std::size_t first, std::size_t last, int quarter);
   bool followEachOther(const Run& a, const Run& b) const;
   bool isNearAlong(std::size_t first, std::size_t second, const Line& line) const;
-  void compare(const Run& a, const Run& b, std::vector<DeviceRect>& places);
+  void compare(const Run& a, Run& b, std::vector<DeviceRect>& places);
   void setBeyond(Point& p, double beyond) const;
   double beyondCorner(const StrokePoint& p) const;
+  DeviceRect boxOf(std::size_t chord) const;  // of its stroke
   void prepareBoxes(Run& run);
   bool turnsBack(std::size_t first, std::size_t second) const;
   DeviceRect overlapOf(const Chord& a, const Chord& b) const;
   DeviceRect strokeWithin(const Chord& a, const Chord& b) const;
 
   std::vector<Point> points_;
-  std::vector<DeviceRect> boxes_;  // of the stroke of the chord that begins at the point, where its run has them
+  std::vector<DeviceRect> boxes_;  // of the chords that begin at the points, where their runs have them
   std::vector<Run> runs_;
   std::vector<Line> lines_;
   double pixel_ = 1;  // its size

@@ -26,6 +26,13 @@ class Polygons {
     starts_.push_back(points_.size());
     points_.push_back(p);
   }
+  // Room for the points of a whole polygon, which the caller fills in before anything else is added.
+  CGPoint* addPolygon(std::size_t count) {
+    const std::size_t start = points_.size();
+    starts_.push_back(start);
+    points_.resize(start + count);
+    return points_.data() + start;
+  }
   void lineTo(CGPoint p, Corner = Corner::Sharp) { points_.push_back(p); }
   void close() {}
   void leave(CGPoint) {}

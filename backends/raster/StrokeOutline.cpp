@@ -64,9 +64,10 @@ inline std::optional<CGPoint> StrokeOutline::sideOf(const Bend& bend) const {
   return aside(bend.in + bend.out) * (pen_.halfWidth / (1 + cosine));
 }
 
-void StrokeOutline::completeDirections(std::span<StrokePoint> line, Contour contour) const {
+void StrokeOutline::completeDirections(std::span<StrokePoint> line, Contour contour) {
   const std::size_t last = line.size() - 1;
   completeChord(line[0], line[1]);
+  isSmooth_ = true;
   for (std::size_t i = 1; i < last; ++i) {
     completeChord(line[i], line[i + 1]);
     findSide(line[i - 1], line[i]);
@@ -95,9 +96,11 @@ inline void StrokeOutline::completeChord(StrokePoint& from, StrokePoint& to) con
   from.chordSides = from.out == from.chord && to.in == from.chord ? None : Both;
 }
 
-inline void StrokeOutline::findSide(const StrokePoint& before, StrokePoint& p) const {
-  const bool isBent = p.chordSides == StrokePoint::Sides::Both || before.chordSides == StrokePoint::Sides::Both;
+inline void StrokeOutline::findSide(const StrokePoint& before, StrokePoint& p) {
+  using enum StrokePoint::Sides;
+  const bool isBent = p.chordSides == Both || before.chordSides == Both;
   const std::optional<CGPoint> side = isBent ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
+  if (!side || p.chordSides != None) isSmooth_ = false;
   if (!side) return void(p.side = {});
   // Points inside a curve lie a little outside it, so that its chords leave no area out; those of the edge as well.
   p.side = p.corner == Corner::Smooth ? *side * (1 + p.turn * (1.0 / 12)) : *side;
@@ -125,8 +128,17 @@ void StrokeOutline::addOpen(std::span<const StrokePoint> line) {
   finishSide(line[0], -chordOn(Far, line[0]), -line[0].out);
 }
 
+// With one corner a side at every point.
+void StrokeOutline::addSmoothRings(std::span<const StrokePoint> line) {
+  CGPoint* to = polygons_->addPolygon(line.size());
+  for (const StrokePoint& p : line) *to++ = p.at + p.side;
+  to = polygons_->addPolygon(line.size());
+  for (std::size_t i = line.size(); i-- > 0;) *to++ = line[i].at - line[i].side;
+}
+
 void StrokeOutline::addRings(std::span<const StrokePoint> line) {
   const std::size_t count = line.size();
+  if (isSmooth_ && count > 2) return addSmoothRings(line);
   const auto before = [&](std::size_t i) -> const StrokePoint& { return line[i > 0 ? i - 1 : count - 1]; };
   // A ring begins in the middle of its longest chord, unless its first point is as good: what the ring does at its own start
   // cannot be cut.

@@ -43,12 +43,13 @@ class StrokeOutline {
     void add(const value_type& p) { outline.putPoint({p.x, p.y}); }
   };
 
-  void completeDirections(std::span<StrokePoint> line, Contour contour) const;
+  void completeDirections(std::span<StrokePoint> line, Contour contour);
   void completeChord(StrokePoint& from, StrokePoint& to) const;
-  void findSide(const StrokePoint& before, StrokePoint& p) const;
+  void findSide(const StrokePoint& before, StrokePoint& p);
   StrokePoint::Sides sidesAlongChord(double turn, double squaredLength, double across) const;
   std::optional<CGPoint> sideOf(const Bend& bend) const;
   void addOpen(std::span<const StrokePoint> line);
+  void addSmoothRings(std::span<const StrokePoint> line);
   void addRings(std::span<const StrokePoint> line);
   void pass(const StrokePoint& before, const StrokePoint& p);
   void passBack(const StrokePoint& before, const StrokePoint& p);
@@ -70,6 +71,7 @@ class StrokeOutline {
   double pixelsPerLength_ = 1;
   agg::math_stroke<Consumer> agg_;
   Polygons* polygons_ = nullptr;
+  bool isSmooth_ = true;  // the line has one corner a side at every point
   bool isNewRing_ = true;
   std::size_t ringStart_ = 0, sideStart_ = 0;  // indices of their first points
   // A fold is what the side does from the point on behind which it first goes back, until it is cut.
