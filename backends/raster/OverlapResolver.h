@@ -32,17 +32,17 @@ class OverlapResolver {
   void resolve(const Task& task, Function edge);
 
  private:
-  // A side of a polygon, and what is known of it while strips go over it.
+  // A side of a polygon, downwards.
   struct Side {
     double top, bottom, x, slope;  // x at the top, and its change by height
     int direction;
-    double above = 0, below = 0, place = 0;  // x at the strip's top and bottom, and that which gives the order
-    int bound = 0;                           // 1 where the inside begins behind it, -1 where it ends, 0 elsewhere
-    double since = 0;                        // the height from which on it is a bound
+    int bound = 0;     // 1 where the inside begins behind it, -1 where it ends, 0 elsewhere
+    double since = 0;  // the height from which on it is a bound
     double at(double y) const { return x + (y - top) * slope; }
   };
-  struct Placed {
-    double place;
+  // A side that goes through a strip: x at the strip's top and bottom, and that which gives the order.
+  struct Across {
+    double above, below, place;
     Side* side;
   };
   struct Bound {
@@ -50,36 +50,38 @@ class OverlapResolver {
   };
 
   void collect(const Task& task);
+  void collectPolygon(std::span<const CGPoint> points, const Task& task);
   void collectSide(CGPoint from, CGPoint to, const DeviceRect& box);
-  void addRow(double top, double bottom, FillRule rule);
-  void addStrip(double top, double bottom, FillRule rule, int depth);
-  void goToStrip(double top, double bottom);
-  std::optional<double> firstCrossing(double top, double bottom) const;
+  void collectLeft(double from, double to, const DeviceRect& box);
+  void addRows(double top, double bottom, FillRule rule);
+  double goTo(double top, double least, double bottom);
+  void addStrip(double top, double bottom, double least, FillRule rule);
+  void place(double top, double bottom);
   void sortByPlace();
-  void sortManyByPlace();
+  double firstCrossing(double top, double bottom, double least);
+  void sortByMiddle(double bottom);
+  void findBounds(double top, FillRule rule);
+  void endBounds(double y);
   void endBound(Side& side, double y);
 
-  std::vector<Side> sides_;    // by their tops
-  std::vector<Side*> across_;  // those that go through the strip, from the left
-  std::vector<Placed> placed_;
-  std::vector<double> cuts_;
+  std::vector<Side> sides_;     // by their tops
+  std::vector<Across> across_;  // from the left
   std::vector<Bound> bounds_;
   std::size_t next_ = 0;  // of the sides, not yet reached
-  int stripsLeft_ = 0;    // in this row
+  bool isInOrder_ = true;  // at the strip's bottom as well, apart from a crossing there
 };
 
 template <class Function>
 void OverlapResolver::resolve(const Task& task, Function edge) {
   collect(task);
   clearForReuse(bounds_);
-  // Row by row, so that little needs to be looked at at once.
-  double top = task.box.top;
-  for (const std::uint8_t isWanted : task.rows) {
-    if (isWanted) addRow(top, top + 1, task.rule);
-    else for (Side* side : across_) endBound(*side, top);
-    ++top;
+  const std::span<const std::uint8_t> rows = task.rows;
+  for (std::size_t row = 0; row < rows.size();) {
+    std::size_t end = row;
+    while (end < rows.size() && rows[end] != 0) ++end;
+    if (end > row) addRows(task.box.top + double(row), task.box.top + double(end), task.rule);
+    row = end + 1;
   }
-  for (Side* side : across_) endBound(*side, top);
   for (const Bound& bound : bounds_) edge(bound.from, bound.to);
 }
 
