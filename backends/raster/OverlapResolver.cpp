@@ -22,9 +22,13 @@ double leastHeight(std::size_t sides) {
 void OverlapResolver::collect(const Task& task) {
   clearForReuse(sides_);
   clearForReuse(across_);
-  next_ = 0;
+  clearForReuse(leftChanges_);
+  next_ = nextLeftChange_ = 0;
+  leftWinding_ = 0;
+  left_ = {.top = task.box.top, .bottom = task.box.bottom, .x = task.box.left, .slope = 0, .direction = 0};
   for (std::size_t i = 0; i < task.polygons.count(); ++i) collectPolygon(task.polygons.polygon(i), task);
   std::sort(sides_.begin(), sides_.end(), [](const Side& a, const Side& b) { return a.top < b.top; });
+  std::sort(leftChanges_.begin(), leftChanges_.end(), [](const LeftChange& a, const LeftChange& b) { return a.y < b.y; });
 }
 
 void OverlapResolver::collectPolygon(std::span<const CGPoint> points, const Task& task) {
@@ -52,7 +56,11 @@ void OverlapResolver::collectPolygon(std::span<const CGPoint> points, const Task
 }
 
 void OverlapResolver::collectLeft(double from, double to, const DeviceRect& box) {
-  collectSide({box.left, from}, {box.left, to}, box);
+  from = std::clamp(from, box.top, box.bottom);
+  to = std::clamp(to, box.top, box.bottom);
+  if (from == to) return;
+  leftChanges_.push_back({from, 1});
+  leftChanges_.push_back({to, -1});
 }
 
 inline void OverlapResolver::collectSide(CGPoint from, CGPoint to, const DeviceRect& box) {
@@ -101,12 +109,20 @@ double OverlapResolver::goTo(double top, double least, double bottom) {
     end = std::min(end, side.bottom);
   }
   if (next_ < sides_.size()) end = std::min(end, sides_[next_].top);
+  end = passLeftChanges(middle, end);
   return end - top < least || bottom - end < sameHeight ? std::min(std::max(end, top + least), bottom) : end;
+}
+
+double OverlapResolver::passLeftChanges(double middle, double end) {
+  const std::size_t count = leftChanges_.size();
+  while (nextLeftChange_ < count && leftChanges_[nextLeftChange_].y <= middle) {
+    leftWinding_ += leftChanges_[nextLeftChange_++].winding;
+  }
+  return nextLeftChange_ < count ? std::min(end, leftChanges_[nextLeftChange_].y) : end;
 }
 
 // Cuts the strip where sides cross.
 void OverlapResolver::addStrip(double top, double bottom, double least, FillRule rule) {
-  if (across_.empty()) return;
   for (double y = top; y < bottom;) {
     place(y, bottom);
     const double end = firstCrossing(y, bottom, least);
@@ -168,20 +184,27 @@ void OverlapResolver::sortByMiddle(double bottom) {
 
 void OverlapResolver::findBounds(double top, FillRule rule) {
   const int relevant = rule == FillRule::EvenOdd ? 1 : ~0;
-  int winding = 0;
+  int winding = leftWinding_;
+  bool isInside = (winding & relevant) != 0;
+  setBound(left_, isInside, top);
   for (const Across& across : across_) {
     Side& side = *across.side;
-    const bool was = (winding & relevant) != 0;
+    const bool was = isInside;
     winding += side.direction;
-    const int bound = int((winding & relevant) != 0) - int(was);
-    if (bound == side.bound) continue;
-    endBound(side, top);
-    side.bound = bound;
-    side.since = top;
+    isInside = (winding & relevant) != 0;
+    setBound(side, int(isInside) - int(was), top);
   }
 }
 
+inline void OverlapResolver::setBound(Side& side, int bound, double top) {
+  if (bound == side.bound) return;
+  endBound(side, top);
+  side.bound = bound;
+  side.since = top;
+}
+
 void OverlapResolver::endBounds(double y) {
+  endBound(left_, y);
   for (const Across& across : across_) endBound(*across.side, y);
 }
 

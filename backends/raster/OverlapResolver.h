@@ -45,6 +45,11 @@ class OverlapResolver {
     double above, below, place;
     Side* side;
   };
+  // Where the winding number at the left side of the box changes.
+  struct LeftChange {
+    double y;
+    int winding;
+  };
   struct Bound {
     CGPoint from, to;
   };
@@ -55,19 +60,24 @@ class OverlapResolver {
   void collectLeft(double from, double to, const DeviceRect& box);
   void addRows(double top, double bottom, FillRule rule);
   double goTo(double top, double least, double bottom);
+  double passLeftChanges(double middle, double end);
   void addStrip(double top, double bottom, double least, FillRule rule);
   void place(double top, double bottom);
   void sortByPlace();
   double firstCrossing(double top, double bottom, double least);
   void sortByMiddle(double bottom);
   void findBounds(double top, FillRule rule);
+  void setBound(Side& side, int bound, double top);
   void endBounds(double y);
   void endBound(Side& side, double y);
 
   std::vector<Side> sides_;     // by their tops
   std::vector<Across> across_;  // from the left
+  std::vector<LeftChange> leftChanges_;  // by height
   std::vector<Bound> bounds_;
-  std::size_t next_ = 0;  // of the sides, not yet reached
+  std::size_t next_ = 0, nextLeftChange_ = 0;  // not yet reached
+  Side left_{};  // the left side of the box
+  int leftWinding_ = 0;
   bool isInOrder_ = true;  // at the strip's bottom as well, apart from a crossing there
 };
 
