@@ -13,11 +13,86 @@ constexpr double mostSidesOfARow = 60000, highestStrip = 0.25;
 // More are sorted by another way.
 constexpr std::size_t sortedByInsertion = 64;
 
+constexpr double farthestRight = 1e9;  // of what is still looked at, in pixels
+
 double leastHeight(std::size_t sides) {
   return sides <= fewSides ? sameHeight : std::min(double(sides) / mostSidesOfARow, highestStrip);
 }
 
 }  // namespace
+
+void OverlapResolver::findAllBounds(const Task& task) {
+  collect(task);
+  clearForReuse(bounds_);
+  const std::span<const std::uint8_t> rows = task.rows;
+  for (std::size_t row = 0; row < rows.size();) {
+    std::size_t end = row;
+    while (end < rows.size() && rows[end] != 0) ++end;
+    if (end > row) addRows(task.box.top + double(row), task.box.top + double(end), task.rule);
+    row = end + 1;
+  }
+}
+
+void OverlapResolver::cover(const Task& task, Coverage coverage) {
+  findAllBounds(task);
+  const auto inBox = [&](CGPoint p) { return CGPoint{p.x - task.box.left, p.y - task.box.top}; };
+  const int rows = int(task.rows.size());
+  Pixels pixels{coverage, int(task.box.right - task.box.left)};
+  for (int row = 0; row < rows; ++row) std::fill_n(coverage.values + row * coverage.stride, pixels.width, 0.0f);
+  for (const Bound& bound : bounds_) pixels.add(inBox(bound.from), inBox(bound.to));
+  pixels.sum(rows);
+}
+
+void OverlapResolver::Pixels::add(CGPoint from, CGPoint to) {
+  const float direction = from.y < to.y ? 1.0f : -1.0f;
+  if (direction < 0) std::swap(from, to);
+  if (!(from.y < to.y) || std::min(from.x, to.x) >= width) return;
+  const double slope = (to.x - from.x) / (to.y - from.y);
+  int row = int(from.y);
+  float* values = rows.values + row * rows.stride;
+  double x = from.x;
+  for (double y = from.y; y < to.y; values += rows.stride) {
+    const double bottom = std::min(double(++row), to.y);
+    const double next = from.x + (bottom - from.y) * slope;
+    addToRow(values, x, next, direction * float(bottom - y));
+    x = next;
+    y = bottom;
+  }
+}
+
+// Of a part of a bound within a row.
+inline void OverlapResolver::Pixels::addToRow(float* values, double from, double to, float cover) const {
+  const double left = std::max(std::min(from, to), 0.0), right = std::min(std::max(from, to), farthestRight);
+  if (left >= width) return;
+  const int first = int(left), last = int(right);
+  if (first == last) {
+    const float later = cover * float((left + right) * 0.5 - first);
+    values[first] += cover - later;
+    if (first + 1 < width) values[first + 1] += later;
+    return;
+  }
+  // The area right of it in the pixels that it goes over, each less what the pixels before it got.
+  const float perPixel = cover / float(right - left), in = float(first + 1 - left);
+  float level = perPixel * in, before = 0.5f * level * in;
+  values[first] += before;
+  for (int column = first + 1; column < std::min(last, width); ++column) {
+    const float here = level + 0.5f * perPixel;
+    values[column] += here - before;
+    before = here;
+    level += perPixel;
+  }
+  if (last >= width) return;
+  const float here = level + (cover - level) * (1 - 0.5f * float(right - last));
+  values[last] += here - before;
+  if (last + 1 < width) values[last + 1] += cover - here;
+}
+
+void OverlapResolver::Pixels::sum(int rowCount) {
+  for (int row = 0; row < rowCount; ++row) {
+    float* const values = rows.values + row * rows.stride;
+    for (int column = 1; column < width; ++column) values[column] += values[column - 1];
+  }
+}
 
 void OverlapResolver::collect(const Task& task) {
   clearForReuse(sides_);

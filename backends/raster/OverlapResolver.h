@@ -31,6 +31,14 @@ class OverlapResolver {
   template <class Function>
   void resolve(const Task& task, Function edge);
 
+  // Coverage in rows that lie so many values apart.
+  struct Coverage {
+    float* values;
+    std::ptrdiff_t stride;
+  };
+  // Writes the coverage of a box of whole pixels.
+  void cover(const Task& task, Coverage coverage);
+
  private:
   // A side of a polygon, downwards.
   struct Side {
@@ -53,7 +61,16 @@ class OverlapResolver {
   struct Bound {
     CGPoint from, to;
   };
+  // Pixels to which bounds add, each the change of coverage from the pixel's left neighbour; what lies right of them is left out.
+  struct Pixels {
+    Coverage rows;
+    int width;
+    void add(CGPoint from, CGPoint to);
+    void addToRow(float* values, double from, double to, float cover) const;
+    void sum(int rowCount);
+  };
 
+  void findAllBounds(const Task& task);
   void collect(const Task& task);
   void collectPolygon(std::span<const CGPoint> points, const Task& task);
   void collectSide(CGPoint from, CGPoint to, const DeviceRect& box);
@@ -83,15 +100,7 @@ class OverlapResolver {
 
 template <class Function>
 void OverlapResolver::resolve(const Task& task, Function edge) {
-  collect(task);
-  clearForReuse(bounds_);
-  const std::span<const std::uint8_t> rows = task.rows;
-  for (std::size_t row = 0; row < rows.size();) {
-    std::size_t end = row;
-    while (end < rows.size() && rows[end] != 0) ++end;
-    if (end > row) addRows(task.box.top + double(row), task.box.top + double(end), task.rule);
-    row = end + 1;
-  }
+  findAllBounds(task);
   for (const Bound& bound : bounds_) edge(bound.from, bound.to);
 }
 
