@@ -42,6 +42,7 @@ void CoverageBuffer::add(const Shape& shape) {
 
 // Makes the rows with overlaps anew.
 void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
+  sweepsSinceResolver_ = 0;
   const std::uint8_t* const overlaps = overlaps_.data();
   const int first = firstRow, last = lastRow_;
   for (int row = first; row <= last; ++row) {
@@ -235,13 +236,13 @@ void CoverageBuffer::findPatches(const Shape& shape) {
   }
 }
 
-void CoverageBuffer::givePatchBack() {
-  patch_.reset();
+void CoverageBuffer::giveResolverBack() {
   resolver_ = {};
+  sweepsSinceResolver_ = 0;
 }
 
 void CoverageBuffer::replacePatches(const Shape& shape) {
-  sweepsSincePatch_ = 0;
+  sweepsSinceResolver_ = 0;
   if (firstRow_ > lastRow_) return;
   findPatches(shape);
   std::uint8_t* const isSummed = overlaps_.data();
@@ -260,23 +261,14 @@ void CoverageBuffer::replacePatches(const Shape& shape) {
 }
 
 void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch) {
-  if (!patch_) patch_ = std::make_unique<CoverageBuffer>();
-  CoverageBuffer& buffer = *patch_;
-  if (!buffer.begin(patch)) return;
-  const std::size_t rows = std::size_t(patch.height());
-  resolver_.resolve({.polygons = shape.polygons,
-                     .moved = shape.moved,
-                     .scale = shape.scale,
-                     .rule = shape.rule,
-                     .box = DeviceRect::of(patch),
-                     .rows = std::span(overlaps_.data() + (patch.top - box_.top), rows)},
-                    [&buffer](CGPoint from, CGPoint to) { buffer.addEdge(from, to); });
-  for (int row = 0; row < patch.height(); ++row) {
-    buffer.rowAt(row).touch(0, patch.width());
-    buffer.sumRow(row);
-    std::copy_n(buffer.rowValues(row), patch.width(), rowValues(patch.top - box_.top + row) + (patch.left - box_.left));
-    buffer.clearRow(row);
-  }
+  const int row = patch.top - box_.top, rows = patch.height();
+  resolver_.cover({.polygons = shape.polygons,
+                   .moved = shape.moved,
+                   .scale = shape.scale,
+                   .rule = shape.rule,
+                   .box = DeviceRect::of(patch),
+                   .rows = std::span(overlaps_.data() + row, std::size_t(rows))},
+                  {rowValues(row) + (patch.left - box_.left), stride_});
 }
 
 // Turns the changes of a row into sums.

@@ -14,7 +14,6 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <memory>
 #include <vector>
 
 #include "backends/raster/Float4.h"
@@ -82,7 +81,7 @@ class CoverageBuffer {
   void findPatches(const Shape& shape);
   void replacePatches(const Shape& shape);
   void replacePatch(const Shape& shape, const PixelRect& patch);
-  void givePatchBack();
+  void giveResolverBack();
   Range sumRow(int row);
   void clearRow(int row);
   static void clearBlocks(float* values, int count);
@@ -111,12 +110,10 @@ class CoverageBuffer {
   WorkBuffer<float> values_;
   WorkBuffer<std::uint64_t> touched_;
   WorkBuffer<std::uint8_t> overlaps_;  // one a row, 1 where polygons overlap
-  OverlapResolver resolver_;
+  OverlapResolver resolver_;  // keeps its memory while it is wanted now and then
+  static constexpr int sweepsWithResolver = 1000;
+  int sweepsSinceResolver_ = 0;
   std::vector<PixelRect> patches_;  // apart from each other, within the box
-  // What a patch is made in. It is kept while patches are wanted now and then.
-  static constexpr int sweepsWithPatch = 1000;
-  std::unique_ptr<CoverageBuffer> patch_;
-  int sweepsSincePatch_ = 0;
 };
 
 inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
@@ -131,7 +128,7 @@ void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   add(shape);
   const bool hasPatches = !shape.polygons.expectedOverlaps().empty();
   if (hasPatches) replacePatches(shape);
-  else if (patch_ && ++sweepsSincePatch_ == sweepsWithPatch) givePatchBack();
+  else if (++sweepsSinceResolver_ == sweepsWithResolver) giveResolverBack();
   // A row is told when the next one has been looked at: its own part of an overlap may have been too small to show.
   int told = firstRow_;
   Range before;

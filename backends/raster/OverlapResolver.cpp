@@ -6,57 +6,144 @@ namespace {
 
 // Distances, in pixels, that no coverage shows.
 constexpr double sameHeight = 1e-5, samePlace = 1e-4;
-// Of a row. Where more sides end and cross than strips may be made, these stay as they are and the order in
-// their middle counts; so a tangle of very many sides costs time in proportion to their number.
-constexpr int mostStrips = 192, fewestStrips = 4, mostSidesOfAllStrips = 60000;
-constexpr int deepestSplit = 12;
-constexpr std::size_t fewSides = 64;
+// Through strips of the least height go at most so many sides. More make strips higher, so that a tangle of very many
+// costs time in proportion to their number: what ends and crosses in a strip stays as it is, and the order in its middle counts.
+constexpr std::size_t fewSides = 16;
+constexpr double mostSidesOfARow = 60000, highestStrip = 0.25;
+// More are sorted by another way.
+constexpr std::size_t sortedByInsertion = 64;
+
+constexpr double farthestRight = 1e9;  // of what is still looked at, in pixels
+
+double leastHeight(std::size_t sides) {
+  return sides <= fewSides ? sameHeight : std::min(double(sides) / mostSidesOfARow, highestStrip);
+}
 
 }  // namespace
+
+void OverlapResolver::findAllBounds(const Task& task) {
+  collect(task);
+  clearForReuse(bounds_);
+  const std::span<const std::uint8_t> rows = task.rows;
+  for (std::size_t row = 0; row < rows.size();) {
+    std::size_t end = row;
+    while (end < rows.size() && rows[end] != 0) ++end;
+    if (end > row) addRows(task.box.top + double(row), task.box.top + double(end), task.rule);
+    row = end + 1;
+  }
+}
+
+void OverlapResolver::cover(const Task& task, Coverage coverage) {
+  findAllBounds(task);
+  const auto inBox = [&](CGPoint p) { return CGPoint{p.x - task.box.left, p.y - task.box.top}; };
+  const int rows = int(task.rows.size());
+  Pixels pixels{coverage, int(task.box.right - task.box.left)};
+  for (int row = 0; row < rows; ++row) std::fill_n(coverage.values + row * coverage.stride, pixels.width, 0.0f);
+  for (const Bound& bound : bounds_) pixels.add(inBox(bound.from), inBox(bound.to));
+  pixels.sum(rows);
+}
+
+void OverlapResolver::Pixels::add(CGPoint from, CGPoint to) {
+  const float direction = from.y < to.y ? 1.0f : -1.0f;
+  if (direction < 0) std::swap(from, to);
+  if (!(from.y < to.y) || std::min(from.x, to.x) >= width) return;
+  const double slope = (to.x - from.x) / (to.y - from.y);
+  int row = int(from.y);
+  float* values = rows.values + row * rows.stride;
+  double x = from.x;
+  for (double y = from.y; y < to.y; values += rows.stride) {
+    const double bottom = std::min(double(++row), to.y);
+    const double next = from.x + (bottom - from.y) * slope;
+    addToRow(values, x, next, direction * float(bottom - y));
+    x = next;
+    y = bottom;
+  }
+}
+
+// Of a part of a bound within a row.
+inline void OverlapResolver::Pixels::addToRow(float* values, double from, double to, float cover) const {
+  const double left = std::max(std::min(from, to), 0.0), right = std::min(std::max(from, to), farthestRight);
+  if (left >= width) return;
+  const int first = int(left), last = int(right);
+  if (first == last) {
+    const float later = cover * float((left + right) * 0.5 - first);
+    values[first] += cover - later;
+    if (first + 1 < width) values[first + 1] += later;
+    return;
+  }
+  // The area right of it in the pixels that it goes over, each less what the pixels before it got.
+  const float perPixel = cover / float(right - left), in = float(first + 1 - left);
+  float level = perPixel * in, before = 0.5f * level * in;
+  values[first] += before;
+  for (int column = first + 1; column < std::min(last, width); ++column) {
+    const float here = level + 0.5f * perPixel;
+    values[column] += here - before;
+    before = here;
+    level += perPixel;
+  }
+  if (last >= width) return;
+  const float here = level + (cover - level) * (1 - 0.5f * float(right - last));
+  values[last] += here - before;
+  if (last + 1 < width) values[last + 1] += cover - here;
+}
+
+void OverlapResolver::Pixels::sum(int rowCount) {
+  for (int row = 0; row < rowCount; ++row) {
+    float* const values = rows.values + row * rows.stride;
+    for (int column = 1; column < width; ++column) values[column] += values[column - 1];
+  }
+}
 
 void OverlapResolver::collect(const Task& task) {
   clearForReuse(sides_);
   clearForReuse(across_);
-  next_ = 0;
-  const DeviceRect& box = task.box;
-  const auto place = [&](CGPoint p) {
-    return CGPoint{(p.x + task.moved.x) * task.scale, (p.y + task.moved.y) * task.scale};
-  };
-  for (std::size_t i = 0; i < task.polygons.count(); ++i) {
-    const std::span<const CGPoint> points = task.polygons.polygon(i);
-    // Of a stretch left of the box only the heights matter where it begins and ends.
-    CGPoint from = place(points.back());
-    CGPoint last = from.x < box.left ? CGPoint{box.left, from.y} : from;
-    for (const CGPoint& point : points) {
-      const CGPoint to = place(point);
-      if (from.x < box.left && to.x < box.left) {
-        from = to;
-        continue;
-      }
-      if (from.x < box.left) {
-        const CGPoint in{box.left, from.y + (box.left - from.x) * (to.y - from.y) / (to.x - from.x)};
-        collectSide(last, in, box);
-        last = in;
-      }
-      from = to;
-      if (to.x < box.left) {
-        const CGPoint out{box.left, last.y + (box.left - last.x) * (to.y - last.y) / (to.x - last.x)};
-        collectSide(last, out, box);
-        last = out;
-      } else {
-        collectSide(last, to, box);
-        last = to;
-      }
-    }
-    if (from.x < box.left) collectSide(last, {box.left, from.y}, box);
-  }
+  clearForReuse(leftChanges_);
+  next_ = nextLeftChange_ = 0;
+  leftWinding_ = 0;
+  left_ = {.top = task.box.top, .bottom = task.box.bottom, .x = task.box.left, .slope = 0, .direction = 0};
+  for (std::size_t i = 0; i < task.polygons.count(); ++i) collectPolygon(task.polygons.polygon(i), task);
   std::sort(sides_.begin(), sides_.end(), [](const Side& a, const Side& b) { return a.top < b.top; });
+  std::sort(leftChanges_.begin(), leftChanges_.end(), [](const LeftChange& a, const LeftChange& b) { return a.y < b.y; });
 }
 
-void OverlapResolver::collectSide(CGPoint from, CGPoint to, const DeviceRect& box) {
+void OverlapResolver::collectPolygon(std::span<const CGPoint> points, const Task& task) {
+  const DeviceRect box = task.box;
+  const CGPoint moved = task.moved;
+  const double scale = task.scale;
+  const auto place = [&](CGPoint p) { return CGPoint{(p.x + moved.x) * scale, (p.y + moved.y) * scale}; };
+  CGPoint from = place(points.back());
+  // Of a stretch left of the box only the heights matter where it begins and ends.
+  double leftFrom = from.y;
+  for (const CGPoint& point : points) {
+    const CGPoint to = place(point);
+    const bool wasLeft = from.x < box.left, isLeft = to.x < box.left;
+    if (wasLeft != isLeft) {
+      const CGPoint entry{box.left, from.y + (box.left - from.x) * (to.y - from.y) / (to.x - from.x)};
+      if (wasLeft) collectLeft(leftFrom, entry.y, box);
+      collectSide(wasLeft ? entry : from, wasLeft ? to : entry, box);
+      leftFrom = entry.y;
+    } else if (!isLeft) {
+      collectSide(from, to, box);
+    }
+    from = to;
+  }
+  if (from.x < box.left) collectLeft(leftFrom, from.y, box);
+}
+
+void OverlapResolver::collectLeft(double from, double to, const DeviceRect& box) {
+  from = std::clamp(from, box.top, box.bottom);
+  to = std::clamp(to, box.top, box.bottom);
+  if (from == to) return;
+  leftChanges_.push_back({from, 1});
+  leftChanges_.push_back({to, -1});
+}
+
+inline void OverlapResolver::collectSide(CGPoint from, CGPoint to, const DeviceRect& box) {
+  const bool isBeside = std::max(from.y, to.y) <= box.top || std::min(from.y, to.y) >= box.bottom ||
+                        std::min(from.x, to.x) >= box.right;
+  if (isBeside || from.y == to.y) return;
   const int direction = from.y < to.y ? 1 : -1;
   if (direction < 0) std::swap(from, to);
-  if (!(from.y < to.y) || to.y <= box.top || from.y >= box.bottom || std::min(from.x, to.x) >= box.right) return;
   const double slope = (to.x - from.x) / (to.y - from.y);
   if (!std::isfinite(slope)) return;
   // Cut to the rows, so that a far end does not cost the near one its precision.
@@ -64,119 +151,136 @@ void OverlapResolver::collectSide(CGPoint from, CGPoint to, const DeviceRect& bo
   sides_.push_back({from.y, std::min(to.y, box.bottom), from.x, slope, direction});
 }
 
-void OverlapResolver::addRow(double top, double bottom, FillRule rule) {
-  const bool isEmpty = across_.empty() && (next_ == sides_.size() || sides_[next_].top >= bottom);
-  if (isEmpty) return;
-
-  clearForReuse(cuts_);
-  std::size_t count = across_.size();
-  for (const Side* side : across_) {
-    if (side->bottom < bottom) cuts_.push_back(side->bottom);
+void OverlapResolver::addRows(double top, double bottom, FillRule rule) {
+  for (double y = top; y < bottom;) {
+    const double least = std::min(leastHeight(across_.size()), bottom - y);
+    const double end = goTo(y, least, bottom);
+    addStrip(y, end, least, rule);
+    y = end;
   }
-  for (std::size_t i = next_; i < sides_.size() && sides_[i].top < bottom; ++i, ++count) {
-    if (sides_[i].top > top) cuts_.push_back(sides_[i].top);
-    if (sides_[i].bottom < bottom) cuts_.push_back(sides_[i].bottom);
-  }
-  const int strips = std::clamp(mostSidesOfAllStrips / int(count), fewestStrips, mostStrips);
-  stripsLeft_ = strips - int(std::min(cuts_.size(), std::size_t(strips)));
-  if (stripsLeft_ == 0) {
-    cuts_.clear();
-    for (int i = 1; i < strips; ++i) cuts_.push_back(top + (bottom - top) * i / strips);
-  }
-  cuts_.push_back(bottom);
-  std::sort(cuts_.begin(), cuts_.end());
-  double from = top;
-  for (const double cut : cuts_) {
-    if (cut - from < sameHeight && cut != bottom) continue;
-    addStrip(from, cut, rule, 0);
-    from = cut;
-  }
+  endBounds(bottom);
 }
 
-void OverlapResolver::addStrip(double top, double bottom, FillRule rule, int depth) {
-  goToStrip(top, bottom);
-  if (depth < deepestSplit && stripsLeft_ > 0 && bottom - top > sameHeight) {
-    if (const std::optional<double> crossing = firstCrossing(top, bottom)) {
-      --stripsLeft_;
-      addStrip(top, *crossing, rule, depth + 1);
-      addStrip(*crossing, bottom, rule, depth + 1);
-      return;
-    }
-  }
-  // Those that are in order at the bottom as well are in order in the middle.
-  const auto isOutOfOrder = [](const Side* a, const Side* b) { return a->below > b->below; };
-  if (std::adjacent_find(across_.begin(), across_.end(), isOutOfOrder) != across_.end()) {
-    for (Side* side : across_) side->place = side->above + side->below;
-    sortByPlace();
-  }
-  const auto isInside = [rule](int winding) {
-    return rule == FillRule::EvenOdd ? winding % 2 != 0 : winding != 0;
-  };
-  int winding = 0;
-  for (Side* side : across_) {
-    const bool was = isInside(winding);
-    winding += side->direction;
-    const bool is = isInside(winding);
-    const int bound = int(is) - int(was);
-    if (bound == side->bound) continue;
-    endBound(*side, top);
-    side->bound = bound;
-    side->since = top;
-  }
-}
-
-// Brings the sides that go through the middle of a strip into their order a little below its top, since at the top itself
-// sides meet that have just crossed.
-void OverlapResolver::goToStrip(double top, double bottom) {
-  constexpr double little = 1e-4;
-  const double middle = (top + bottom) * 0.5;
+// Takes the sides that go through the strip which begins at `top`. It ends where one of them does or another begins, but is
+// not lower than the least.
+double OverlapResolver::goTo(double top, double least, double bottom) {
+  const double middle = top + least * 0.5;
+  double end = bottom;
   std::size_t kept = 0;
-  for (Side* side : across_) {
-    if (side->bottom > middle) across_[kept++] = side;
-    else endBound(*side, top);
+  for (const Across& across : across_) {
+    Side& side = *across.side;
+    if (side.bottom > middle) {
+      across_[kept++].side = &side;
+      end = std::min(end, side.bottom);
+    } else {
+      endBound(side, top);
+    }
   }
   across_.resize(kept);
   for (; next_ < sides_.size() && sides_[next_].top <= middle; ++next_) {
-    if (sides_[next_].bottom > middle) across_.push_back(&sides_[next_]);
+    Side& side = sides_[next_];
+    if (side.bottom <= middle) continue;
+    across_.push_back({0, 0, 0, &side});
+    end = std::min(end, side.bottom);
   }
-  for (Side* side : across_) {
-    side->above = side->at(top);
-    side->below = side->at(bottom);
-    side->place = side->above + (side->below - side->above) * little;
+  if (next_ < sides_.size()) end = std::min(end, sides_[next_].top);
+  end = passLeftChanges(middle, end);
+  return end - top < least || bottom - end < sameHeight ? std::min(std::max(end, top + least), bottom) : end;
+}
+
+double OverlapResolver::passLeftChanges(double middle, double end) {
+  const std::size_t count = leftChanges_.size();
+  while (nextLeftChange_ < count && leftChanges_[nextLeftChange_].y <= middle) {
+    leftWinding_ += leftChanges_[nextLeftChange_++].winding;
+  }
+  return nextLeftChange_ < count ? std::min(end, leftChanges_[nextLeftChange_].y) : end;
+}
+
+// Cuts the strip where sides cross.
+void OverlapResolver::addStrip(double top, double bottom, double least, FillRule rule) {
+  for (double y = top; y < bottom;) {
+    place(y, bottom);
+    const double end = firstCrossing(y, bottom, least);
+    if (!isInOrder_) sortByMiddle(end);
+    findBounds(y, rule);
+    y = end;
+  }
+}
+
+// Brings the sides into their order a little below the top, since at the top itself sides meet that have just crossed.
+void OverlapResolver::place(double top, double bottom) {
+  constexpr double little = 1e-4;
+  for (Across& across : across_) {
+    across.above = across.side->at(top);
+    across.below = across.side->at(bottom);
+    across.place = across.above + (across.below - across.above) * little;
   }
   sortByPlace();
 }
 
-// Of two sides that are neighbours at the top.
-std::optional<double> OverlapResolver::firstCrossing(double top, double bottom) const {
-  for (std::size_t i = 0; i + 1 < across_.size(); ++i) {
-    const Side &a = *across_[i], &b = *across_[i + 1];
-    if (a.below <= b.below + samePlace || b.above - a.above < samePlace) continue;
-    const double t = (b.above - a.above) / ((b.above - a.above) + (a.below - b.below));
-    const double crossing = top + t * (bottom - top);
-    if (crossing - top >= sameHeight && bottom - crossing >= sameHeight) return crossing;
-  }
-  return std::nullopt;
-}
-
 void OverlapResolver::sortByPlace() {
-  if (across_.size() > fewSides) return sortManyByPlace();
-  const auto isLeft = [](const Side* a, const Side* b) { return a->place < b->place; };
+  if (across_.size() > sortedByInsertion) {
+    std::sort(across_.begin(), across_.end(), [](const Across& a, const Across& b) { return a.place < b.place; });
+    return;
+  }
   // From strip to strip hardly any change places.
+  Across* const all = across_.data();
   for (std::size_t i = 1; i < across_.size(); ++i) {
-    Side* const side = across_[i];
+    if (!(all[i].place < all[i - 1].place)) continue;
+    const Across across = all[i];
     std::size_t to = i;
-    for (; to > 0 && isLeft(side, across_[to - 1]); --to) across_[to] = across_[to - 1];
-    across_[to] = side;
+    for (; to > 0 && across.place < all[to - 1].place; --to) all[to] = all[to - 1];
+    all[to] = across;
   }
 }
 
-// With what is compared side by side in memory.
-void OverlapResolver::sortManyByPlace() {
-  clearForReuse(placed_);
-  for (Side* side : across_) placed_.push_back({side->place, side});
-  std::sort(placed_.begin(), placed_.end(), [](const Placed& a, const Placed& b) { return a.place < b.place; });
-  for (std::size_t i = 0; i < placed_.size(); ++i) across_[i] = placed_[i].side;
+// The height of the first crossing, which is one of two neighbours, or the bottom.
+double OverlapResolver::firstCrossing(double top, double bottom, double least) {
+  isInOrder_ = true;
+  double first = bottom;
+  for (std::size_t i = 0; i + 1 < across_.size(); ++i) {
+    const Across &a = across_[i], &b = across_[i + 1];
+    if (a.below <= b.below) continue;
+    const double before = b.above - a.above, behind = a.below - b.below;
+    const double crossing = top + before / (before + behind) * (bottom - top);
+    if (behind > samePlace && before >= samePlace && crossing - top >= least && bottom - crossing >= least) {
+      first = std::min(first, crossing);
+    } else {
+      isInOrder_ = false;
+    }
+  }
+  return first;
+}
+
+void OverlapResolver::sortByMiddle(double bottom) {
+  for (Across& across : across_) across.place = across.above + across.side->at(bottom);
+  sortByPlace();
+}
+
+void OverlapResolver::findBounds(double top, FillRule rule) {
+  const int relevant = rule == FillRule::EvenOdd ? 1 : ~0;
+  int winding = leftWinding_;
+  bool isInside = (winding & relevant) != 0;
+  setBound(left_, isInside, top);
+  for (const Across& across : across_) {
+    Side& side = *across.side;
+    const bool was = isInside;
+    winding += side.direction;
+    isInside = (winding & relevant) != 0;
+    setBound(side, int(isInside) - int(was), top);
+  }
+}
+
+inline void OverlapResolver::setBound(Side& side, int bound, double top) {
+  if (bound == side.bound) return;
+  endBound(side, top);
+  side.bound = bound;
+  side.since = top;
+}
+
+void OverlapResolver::endBounds(double y) {
+  endBound(left_, y);
+  for (const Across& across : across_) endBound(*across.side, y);
 }
 
 void OverlapResolver::endBound(Side& side, double y) {

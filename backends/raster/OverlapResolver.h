@@ -31,55 +31,76 @@ class OverlapResolver {
   template <class Function>
   void resolve(const Task& task, Function edge);
 
+  // Coverage in rows that lie so many values apart.
+  struct Coverage {
+    float* values;
+    std::ptrdiff_t stride;
+  };
+  // Writes the coverage of a box of whole pixels.
+  void cover(const Task& task, Coverage coverage);
+
  private:
-  // A side of a polygon, and what is known of it while strips go over it.
+  // A side of a polygon, downwards.
   struct Side {
     double top, bottom, x, slope;  // x at the top, and its change by height
     int direction;
-    double above = 0, below = 0, place = 0;  // x at the strip's top and bottom, and that which gives the order
-    int bound = 0;                           // 1 where the inside begins behind it, -1 where it ends, 0 elsewhere
-    double since = 0;                        // the height from which on it is a bound
+    int bound = 0;     // 1 where the inside begins behind it, -1 where it ends, 0 elsewhere
+    double since = 0;  // the height from which on it is a bound
     double at(double y) const { return x + (y - top) * slope; }
   };
-  struct Placed {
-    double place;
+  // A side that goes through a strip: x at the strip's top and bottom, and that which gives the order.
+  struct Across {
+    double above, below, place;
     Side* side;
+  };
+  // Where the winding number at the left side of the box changes.
+  struct LeftChange {
+    double y;
+    int winding;
   };
   struct Bound {
     CGPoint from, to;
   };
+  // Pixels to which bounds add, each the change of coverage from the pixel's left neighbour; what lies right of them is left out.
+  struct Pixels {
+    Coverage rows;
+    int width;
+    void add(CGPoint from, CGPoint to);
+    void addToRow(float* values, double from, double to, float cover) const;
+    void sum(int rowCount);
+  };
 
+  void findAllBounds(const Task& task);
   void collect(const Task& task);
+  void collectPolygon(std::span<const CGPoint> points, const Task& task);
   void collectSide(CGPoint from, CGPoint to, const DeviceRect& box);
-  void addRow(double top, double bottom, FillRule rule);
-  void addStrip(double top, double bottom, FillRule rule, int depth);
-  void goToStrip(double top, double bottom);
-  std::optional<double> firstCrossing(double top, double bottom) const;
+  void collectLeft(double from, double to, const DeviceRect& box);
+  void addRows(double top, double bottom, FillRule rule);
+  double goTo(double top, double least, double bottom);
+  double passLeftChanges(double middle, double end);
+  void addStrip(double top, double bottom, double least, FillRule rule);
+  void place(double top, double bottom);
   void sortByPlace();
-  void sortManyByPlace();
+  double firstCrossing(double top, double bottom, double least);
+  void sortByMiddle(double bottom);
+  void findBounds(double top, FillRule rule);
+  void setBound(Side& side, int bound, double top);
+  void endBounds(double y);
   void endBound(Side& side, double y);
 
-  std::vector<Side> sides_;    // by their tops
-  std::vector<Side*> across_;  // those that go through the strip, from the left
-  std::vector<Placed> placed_;
-  std::vector<double> cuts_;
+  std::vector<Side> sides_;     // by their tops
+  std::vector<Across> across_;  // from the left
+  std::vector<LeftChange> leftChanges_;  // by height
   std::vector<Bound> bounds_;
-  std::size_t next_ = 0;  // of the sides, not yet reached
-  int stripsLeft_ = 0;    // in this row
+  std::size_t next_ = 0, nextLeftChange_ = 0;  // not yet reached
+  Side left_{};  // the left side of the box
+  int leftWinding_ = 0;
+  bool isInOrder_ = true;  // at the strip's bottom as well, apart from a crossing there
 };
 
 template <class Function>
 void OverlapResolver::resolve(const Task& task, Function edge) {
-  collect(task);
-  clearForReuse(bounds_);
-  // Row by row, so that little needs to be looked at at once.
-  double top = task.box.top;
-  for (const std::uint8_t isWanted : task.rows) {
-    if (isWanted) addRow(top, top + 1, task.rule);
-    else for (Side* side : across_) endBound(*side, top);
-    ++top;
-  }
-  for (Side* side : across_) endBound(*side, top);
+  findAllBounds(task);
   for (const Bound& bound : bounds_) edge(bound.from, bound.to);
 }
 
