@@ -48,8 +48,8 @@ void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
   for (int row = first; row <= last; ++row) {
     if (overlaps[row]) clearRow(row);
   }
-  resolver_.resolve({.polygons = shape.polygons,
-                     .moved = shape.moved,
+  resolver_.take(shape.polygons);
+  resolver_.resolve({.moved = shape.moved,
                      .scale = shape.scale,
                      .rule = shape.rule,
                      .box = {-farthestPoint, double(box_.top + first), double(box_.right), double(box_.top + last + 1)},
@@ -257,13 +257,13 @@ void CoverageBuffer::replacePatches(const Shape& shape) {
   for (int row = firstRow_; row <= lastRow_; ++row) {
     if (isSummed[row]) sumRow(row);
   }
+  if (!patches_.empty()) resolver_.take(shape.polygons);
   for (const PixelRect& patch : patches_) replacePatch(shape, patch);
 }
 
 void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch) {
   const int row = patch.top - box_.top, rows = patch.height();
-  resolver_.cover({.polygons = shape.polygons,
-                   .moved = shape.moved,
+  resolver_.cover({.moved = shape.moved,
                    .scale = shape.scale,
                    .rule = shape.rule,
                    .box = DeviceRect::of(patch),

@@ -21,6 +21,28 @@ double leastHeight(std::size_t sides) {
 
 }  // namespace
 
+void OverlapResolver::take(const Polygons& polygons) {
+  constexpr std::ptrdiff_t sides = 8;
+  clearForReuse(stretches_);
+  for (std::size_t i = 0; i < polygons.count(); ++i) {
+    const std::span<const CGPoint> points = polygons.polygon(i);
+    const CGPoint* const end = points.data() + points.size();
+    const CGPoint* before = end - 1;
+    for (const CGPoint* first = points.data(); first < end;) {
+      const CGPoint* const next = end - first > sides ? first + sides : end;
+      Double2 low{before->x, before->y}, high = low;
+      for (const CGPoint* p = first; p < next; ++p) {
+        const Double2 at{p->x, p->y};
+        low = at < low ? at : low;
+        high = at > high ? at : high;
+      }
+      stretches_.push_back({before, first, next, low, high, first == points.data(), next == end});
+      before = next - 1;
+      first = next;
+    }
+  }
+}
+
 void OverlapResolver::findAllBounds(const Task& task) {
   collect(task);
   clearForReuse(bounds_);
@@ -101,33 +123,53 @@ void OverlapResolver::collect(const Task& task) {
   next_ = nextLeftChange_ = 0;
   leftWinding_ = 0;
   left_ = {.top = task.box.top, .bottom = task.box.bottom, .x = task.box.left, .slope = 0, .direction = 0};
-  for (std::size_t i = 0; i < task.polygons.count(); ++i) collectPolygon(task.polygons.polygon(i), task);
+  const double perPixel = 1 / task.scale;
+  const DeviceRect box = task.box.scaled(perPixel).moved(-task.moved.x, -task.moved.y).grown(1e-6 * perPixel);
+  const auto placed = [&task](CGPoint p) {
+    return CGPoint{(p.x + task.moved.x) * task.scale, (p.y + task.moved.y) * task.scale};
+  };
+  LeftPart part;
+  const auto goOnAt = [&](CGPoint p) { part = {p.x < task.box.left, p.y}; };
+  for (const Stretch& stretch : stretches_) {
+    if (stretch.isFirst) goOnAt(placed(*stretch.before));
+    if (stretch.high[0] < box.left) {
+      if (!part.isLeft) part = {true, placed(*stretch.before).y};
+    } else if (stretch.low[0] > box.right || stretch.low[1] > box.bottom || stretch.high[1] < box.top) {
+      if (part.isLeft) collectLeft(part.since, placed(*stretch.before).y, task.box);
+      goOnAt(placed(stretch.end[-1]));
+    } else {
+      collectStretch(stretch, task, part);
+    }
+    if (stretch.isLast && part.isLeft) collectLeft(part.since, placed(stretch.end[-1]).y, task.box);
+  }
   std::sort(sides_.begin(), sides_.end(), [](const Side& a, const Side& b) { return a.top < b.top; });
   std::sort(leftChanges_.begin(), leftChanges_.end(), [](const LeftChange& a, const LeftChange& b) { return a.y < b.y; });
 }
 
-void OverlapResolver::collectPolygon(std::span<const CGPoint> points, const Task& task) {
+// Of what lies left of the box only the heights matter where it begins and ends.
+void OverlapResolver::collectStretch(const Stretch& stretch, const Task& task, LeftPart& part) {
   const DeviceRect box = task.box;
   const CGPoint moved = task.moved;
   const double scale = task.scale;
-  const auto place = [&](CGPoint p) { return CGPoint{(p.x + moved.x) * scale, (p.y + moved.y) * scale}; };
-  CGPoint from = place(points.back());
-  // Of a stretch left of the box only the heights matter where it begins and ends.
-  double leftFrom = from.y;
-  for (const CGPoint& point : points) {
-    const CGPoint to = place(point);
-    const bool wasLeft = from.x < box.left, isLeft = to.x < box.left;
-    if (wasLeft != isLeft) {
+  const auto placed = [&](CGPoint p) { return CGPoint{(p.x + moved.x) * scale, (p.y + moved.y) * scale}; };
+  CGPoint from = placed(*stretch.before);
+  for (const CGPoint* p = stretch.first; p < stretch.end; ++p) {
+    const CGPoint to = placed(*p);
+    const bool isLeft = to.x < box.left;
+    if (part.isLeft != isLeft) {
       const CGPoint entry{box.left, from.y + (box.left - from.x) * (to.y - from.y) / (to.x - from.x)};
-      if (wasLeft) collectLeft(leftFrom, entry.y, box);
-      collectSide(wasLeft ? entry : from, wasLeft ? to : entry, box);
-      leftFrom = entry.y;
+      if (isLeft) {
+        collectSide(from, entry, box);
+      } else {
+        collectLeft(part.since, entry.y, box);
+        collectSide(entry, to, box);
+      }
+      part = {isLeft, entry.y};
     } else if (!isLeft) {
       collectSide(from, to, box);
     }
     from = to;
   }
-  if (from.x < box.left) collectLeft(leftFrom, from.y, box);
 }
 
 void OverlapResolver::collectLeft(double from, double to, const DeviceRect& box) {

@@ -17,9 +17,11 @@ namespace backend::raster {
 
 class OverlapResolver {
  public:
-  // What to resolve: these polygons, moved and scaled, in those rows of a box that are not 0.
+  // Looks at the polygons that are to be resolved, which stay as they are meanwhile.
+  void take(const Polygons& polygons);
+
+  // Where to resolve them, moved and scaled: in those rows of a box that are not 0.
   struct Task {
-    const Polygons& polygons;
     CGPoint moved;
     double scale = 1;  // after moving
     FillRule rule = FillRule::NonZero;
@@ -40,6 +42,17 @@ class OverlapResolver {
   void cover(const Task& task, Coverage coverage);
 
  private:
+  // Some sides of a polygon that follow each other, in its own space.
+  struct Stretch {
+    const CGPoint *before, *first, *end;  // the point where the first side begins, and those where sides end
+    Double2 low, high;
+    bool isFirst, isLast;  // of its polygon
+  };
+  // What is left of the box while sides are collected.
+  struct LeftPart {
+    bool isLeft = false;
+    double since = 0;
+  };
   // A side of a polygon, downwards.
   struct Side {
     double top, bottom, x, slope;  // x at the top, and its change by height
@@ -72,7 +85,7 @@ class OverlapResolver {
 
   void findAllBounds(const Task& task);
   void collect(const Task& task);
-  void collectPolygon(std::span<const CGPoint> points, const Task& task);
+  void collectStretch(const Stretch& stretch, const Task& task, LeftPart& part);
   void collectSide(CGPoint from, CGPoint to, const DeviceRect& box);
   void collectLeft(double from, double to, const DeviceRect& box);
   void addRows(double top, double bottom, FillRule rule);
@@ -88,6 +101,7 @@ class OverlapResolver {
   void endBounds(double y);
   void endBound(Side& side, double y);
 
+  std::vector<Stretch> stretches_;
   std::vector<Side> sides_;     // by their tops
   std::vector<Across> across_;  // from the left
   std::vector<LeftChange> leftChanges_;  // by height
