@@ -31,6 +31,7 @@ bool CoverageBuffer::begin(const PixelRect& box) {
 }
 
 void CoverageBuffer::add(const Shape& shape) {
+  if (shape.liesInBox) return addWhole(shape.polygons);
   if (shape.moved == CGPoint{} && shape.scale == 1) {
     return shape.polygons.forEachEdge([this](CGPoint from, CGPoint to) { addEdge(from, to); });
   }
@@ -38,6 +39,21 @@ void CoverageBuffer::add(const Shape& shape) {
     return CGPoint{(p.x + shape.moved.x) * shape.scale, (p.y + shape.moved.y) * shape.scale};
   };
   shape.polygons.forEachEdge([&](CGPoint from, CGPoint to) { addEdge(place(from), place(to)); });
+}
+
+void CoverageBuffer::addWhole(const Polygons& polygons) {
+  const double left = left_, top = top_;
+  for (std::size_t i = 0; i < polygons.count(); ++i) {
+    const std::span<const CGPoint> points = polygons.polygon(i);
+    double x = points.back().x - left, y = points.back().y - top;
+    for (const CGPoint& p : points) {
+      const double toX = p.x - left, toY = p.y - top;
+      if (y < toY) addInside(x, y, toX, toY, 1);
+      else if (y > toY) addInside(toX, toY, x, y, -1);
+      x = toX;
+      y = toY;
+    }
+  }
 }
 
 // Makes the rows with overlaps anew.

@@ -35,7 +35,8 @@ class CoverageBuffer {
     const Polygons& polygons;
     FillRule rule = FillRule::NonZero;
     CGPoint moved = {};
-    double scale = 1;  // after moving
+    double scale = 1;       // after moving
+    bool liesInBox = false;  // as it is, neither moved nor scaled; else it may
   };
 
   // Tells the coverage of the pixels in the box, row by row from the top:
@@ -73,6 +74,7 @@ class CoverageBuffer {
 
   bool begin(const PixelRect& box);
   void add(const Shape& shape);
+  void addWhole(const Polygons& polygons);
   void addResolved(const Shape& shape, int firstRow);
   void addEdge(CGPoint from, CGPoint to);
   void addInside(double x0, double y0, double x1, double y1, float direction);

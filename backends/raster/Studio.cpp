@@ -209,10 +209,11 @@ bool RasterCanvas::Studio::paintsColor(const Source& source) const {
   return openLayers_ == 0 && source.isEven() && isPlainMode && state_.clip.isPlain();
 }
 
-void RasterCanvas::Studio::paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
+void RasterCanvas::Studio::paintPolygons(CoverageBuffer::Shape shape, const Source& source,
                                          const std::optional<CastShadow>& shadow) {
   if (shadow) paintShadowOfPolygons(shape, source, *shadow);
-  const PixelRect box = polygons_.bounds().roundedOut().intersected(state_.clip.box);
+  const PixelRect whole = polygons_.bounds().roundedOut(), box = whole.intersected(state_.clip.box);
+  shape.liesInBox = box == whole;
   if (paintsColor(source)) {
     ColorPainter painter(*bitmap_, source.color);
     if (!box.isEmpty()) coverage_.sweep(shape, box, painter);

@@ -69,7 +69,7 @@ class RasterCanvas::Studio {
   void fillRect(const DeviceRect& rect, Float4 color);
   bool replaceWholePixels(const Path& path, Float4 color);
   bool paintsColor(const Source& source) const;
-  void paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
+  void paintPolygons(CoverageBuffer::Shape shape, const Source& source,
                      const std::optional<CastShadow>& shadow);
   void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
   void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
