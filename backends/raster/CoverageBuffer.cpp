@@ -6,6 +6,9 @@ namespace {
 
 constexpr std::size_t mostPatches = 16;  // where there would be more, one is as good
 
+// What it takes to resolve polygons there, roughly.
+double costOf(const PixelRect& patch) { return (patch.width() + 3.0) * (patch.height() + 4.0); }
+
 // The row above a height, to which something reaches down: rows that it only borders on are not touched.
 int lastRowOf(double y) {
   const int row = int(y);
@@ -243,8 +246,9 @@ void CoverageBuffer::findPatches(const Shape& shape) {
     PixelRect patch = place.moved(shape.moved.x, shape.moved.y).scaled(shape.scale).roundedOut().intersected(rows);
     if (patch.isEmpty()) continue;
     for (std::size_t i = patches_.size(); i-- > 0;) {
-      if (patches_[i].grown(1).intersected(patch).isEmpty() && patches_.size() < mostPatches) continue;
-      patch = patch.united(patches_[i]);
+      const PixelRect both = patch.united(patches_[i]);
+      if (costOf(both) > costOf(patch) + costOf(patches_[i]) && patches_.size() < mostPatches) continue;
+      patch = both;
       patches_.erase(patches_.begin() + std::ptrdiff_t(i));
       i = patches_.size();  // it is larger now
     }

@@ -115,7 +115,7 @@ class CoverageBuffer {
   OverlapResolver resolver_;  // keeps its memory while it is wanted now and then
   static constexpr int sweepsWithResolver = 1000;
   int sweepsSinceResolver_ = 0;
-  std::vector<PixelRect> patches_;  // apart from each other, within the box
+  std::vector<PixelRect> patches_;  // within the box
 };
 
 inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
