@@ -206,10 +206,10 @@ DeviceRect NearLines::strokeWithin(const Chord& a, const Chord& b) const {
   const double cosine = dot(a.direction, b.direction), sine = cross(b.direction, a.direction);
   const CGPoint between = a.from - b.from;
   // Where the line of a, a point of whose stroke lies no farther aside than the pen reaches, is beside b and along it.
+  const double across = reach_ * (1 + std::abs(cosine)), along = reach_ * std::abs(sine);
   Stretch on{-a.before, a.length + a.after};
-  on.limit({.start = cross(b.direction, between), .slope = sine}, reach_ * (1 + std::abs(cosine)), reach_ * (1 + std::abs(cosine)));
-  const double aside = reach_ * std::abs(sine);
-  on.limit({.start = dot(b.direction, between), .slope = cosine}, b.before + aside, b.length + b.after + aside);
+  on.limit({.start = cross(b.direction, between), .slope = sine}, across, across);
+  on.limit({.start = dot(b.direction, between), .slope = cosine}, b.before + along, b.length + b.after + along);
   if (!(on.first < on.last)) return {};
   const CGPoint p = a.at(on.first), q = a.at(on.last);
   const double x = std::abs(a.direction.y) * reach_, y = std::abs(a.direction.x) * reach_;

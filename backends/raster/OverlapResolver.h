@@ -29,7 +29,8 @@ class OverlapResolver {
     std::span<const std::uint8_t> rows;
   };
 
-  // What lies left of the box counts as if it ran along its left side. Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends.
+  // What lies left of the box counts as if it ran along its left side. Tells the sides to edge(from, to), downwards where
+  // the inside begins and upwards where it ends.
   template <class Function>
   void resolve(const Task& task, Function edge);
 
