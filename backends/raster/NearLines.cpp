@@ -176,7 +176,7 @@ bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& l
   };
   std::size_t i = first + 1;
   while (i < second && pass(i)) ++i;
-  if (i == second) return !turnsBack(first, second);
+  if (i == second) return !turnsBack(first, second, line);
   if (line.contour == Contour::Open) return false;
   // The other way round, through the start.
   left = 3 * reach_;
@@ -189,10 +189,10 @@ bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& l
   return true;
 }
 
-// Of neighbours: the second chord lies on the first.
-bool NearLines::turnsBack(std::size_t first, std::size_t second) const {
+// Of neighbours: the second chord lies on the first, or leads back so close to it that they do not part.
+bool NearLines::turnsBack(std::size_t first, std::size_t second, const Line& line) const {
   const CGPoint a = points_[first + 1].at - points_[first].at, b = points_[second + 1].at - points_[second].at;
-  return second == first + 1 && dot(a, b) < 0 && std::abs(cross(a, b)) < -1e-3 * dot(a, b);
+  return second == first + 1 && dot(a, b) < 0 && (!line.partsBehindBends || std::abs(cross(a, b)) < -1e-3 * dot(a, b));
 }
 
 DeviceRect NearLines::overlapOf(const Chord& a, const Chord& b) const {
