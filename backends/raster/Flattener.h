@@ -134,9 +134,15 @@ class Flattener {
     const auto cross = [](CGPoint a, CGPoint b) { return std::abs(float(a.x * b.y - a.y * b.x)); };
     float sweep = std::max(std::max(cross(d0, d1), cross(d1, d2)), 0.5f * cross(d0, d2));
     if constexpr (requires { Sink::wantsDirections; }) {
-      // The pen's far edge is as much longer as it lies farther out than the curve.
-      const float x = float(p3.x - p0.x), y = float(p3.y - p0.y);
-      const float longer = 1 + std::min(6 * bend * float(settings_.reach) / (x * x + y * y + 1e-30f), 32.0f);
+      // The pen's far edge is as much longer as it lies farther out than the curve: in the middle, and where a curve begins or
+      // ends by a bend as sharp as its control points make it.
+      const float x = float(p3.x - p0.x), y = float(p3.y - p0.y), reach = float(settings_.reach);
+      const auto atEnd = [&](float turn, CGPoint leg) {
+        const float squares = float(leg.x * leg.x + leg.y * leg.y);
+        return squares > 0 ? std::min(turn * reach / (1.5f * squares * std::sqrt(squares)), 12.0f) : 0;
+      };
+      const float inMiddle = std::min(6 * bend * reach / (x * x + y * y + 1e-30f), 32.0f);
+      const float longer = 1 + std::max(inMiddle, std::max(atEnd(cross(d0, d1), d0), atEnd(cross(d1, d2), d2)));
       bend *= longer;
       sweep *= longer * longer;
     }

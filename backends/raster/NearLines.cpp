@@ -176,7 +176,7 @@ bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& l
   };
   std::size_t i = first + 1;
   while (i < second && pass(i)) ++i;
-  if (i == second) return !turnsBack(first, second);
+  if (i == second) return !turnsBack(first, second, line);
   if (line.contour == Contour::Open) return false;
   // The other way round, through the start.
   left = 3 * reach_;
@@ -189,10 +189,10 @@ bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& l
   return true;
 }
 
-// Of neighbours: the second chord lies on the first.
-bool NearLines::turnsBack(std::size_t first, std::size_t second) const {
+// Of neighbours: the second chord lies on the first, or leads back so close to it that they do not part.
+bool NearLines::turnsBack(std::size_t first, std::size_t second, const Line& line) const {
   const CGPoint a = points_[first + 1].at - points_[first].at, b = points_[second + 1].at - points_[second].at;
-  return second == first + 1 && dot(a, b) < 0 && std::abs(cross(a, b)) < -1e-3 * dot(a, b);
+  return second == first + 1 && dot(a, b) < 0 && (!line.partsBehindBends || std::abs(cross(a, b)) < -1e-3 * dot(a, b));
 }
 
 DeviceRect NearLines::overlapOf(const Chord& a, const Chord& b) const {
@@ -206,10 +206,10 @@ DeviceRect NearLines::strokeWithin(const Chord& a, const Chord& b) const {
   const double cosine = dot(a.direction, b.direction), sine = cross(b.direction, a.direction);
   const CGPoint between = a.from - b.from;
   // Where the line of a, a point of whose stroke lies no farther aside than the pen reaches, is beside b and along it.
+  const double across = reach_ * (1 + std::abs(cosine)), along = reach_ * std::abs(sine);
   Stretch on{-a.before, a.length + a.after};
-  on.limit({.start = cross(b.direction, between), .slope = sine}, reach_ * (1 + std::abs(cosine)), reach_ * (1 + std::abs(cosine)));
-  const double aside = reach_ * std::abs(sine);
-  on.limit({.start = dot(b.direction, between), .slope = cosine}, b.before + aside, b.length + b.after + aside);
+  on.limit({.start = cross(b.direction, between), .slope = sine}, across, across);
+  on.limit({.start = dot(b.direction, between), .slope = cosine}, b.before + along, b.length + b.after + along);
   if (!(on.first < on.last)) return {};
   const CGPoint p = a.at(on.first), q = a.at(on.last);
   const double x = std::abs(a.direction.y) * reach_, y = std::abs(a.direction.x) * reach_;

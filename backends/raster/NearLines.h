@@ -57,7 +57,7 @@ class NearLines {
   double beyondCorner(const StrokePoint& p) const;
   DeviceRect boxOf(std::size_t chord) const;  // of its stroke
   void prepareBoxes(Run& run);
-  bool turnsBack(std::size_t first, std::size_t second) const;
+  bool turnsBack(std::size_t first, std::size_t second, const Line& line) const;
   DeviceRect overlapOf(const Chord& a, const Chord& b) const;
   DeviceRect strokeWithin(const Chord& a, const Chord& b) const;
 

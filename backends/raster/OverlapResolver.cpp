@@ -21,6 +21,15 @@ double leastHeight(std::size_t sides) {
 
 }  // namespace
 
+// To these bounds add the change of coverage from each pixel's left neighbour. What lies right of them is left out.
+struct OverlapResolver::Pixels {
+  Coverage rows;
+  int width;
+  void add(CGPoint from, CGPoint to);
+  void addToRow(float* values, double from, double to, float cover) const;
+  void sum(int rowCount);
+};
+
 void OverlapResolver::take(const Polygons& polygons) {
   constexpr std::ptrdiff_t sides = 8;
   clearForReuse(stretches_);
@@ -70,6 +79,7 @@ void OverlapResolver::Pixels::add(CGPoint from, CGPoint to) {
   if (direction < 0) std::swap(from, to);
   if (!(from.y < to.y) || std::min(from.x, to.x) >= width) return;
   const double slope = (to.x - from.x) / (to.y - from.y);
+  if (!std::isfinite(slope)) return;  // as good as level
   int row = int(from.y);
   float* values = rows.values + row * rows.stride;
   double x = from.x;
@@ -187,7 +197,7 @@ inline void OverlapResolver::collectSide(CGPoint from, CGPoint to, const DeviceR
   const int direction = from.y < to.y ? 1 : -1;
   if (direction < 0) std::swap(from, to);
   const double slope = (to.x - from.x) / (to.y - from.y);
-  if (!std::isfinite(slope)) return;
+  if (!std::isfinite(slope)) return;  // as good as level
   // Cut to the rows, so that a far end does not cost the near one its precision.
   if (from.y < box.top) from = {from.x + (box.top - from.y) * slope, box.top};
   sides_.push_back({from.y, std::min(to.y, box.bottom), from.x, slope, direction});

@@ -6,8 +6,8 @@
 // and outside meet.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -29,7 +29,8 @@ class OverlapResolver {
     std::span<const std::uint8_t> rows;
   };
 
-  // What lies left of the box counts as if it ran along its left side. Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends.
+  // Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends. What lies left of the box
+  // counts as if it ran along its left side.
   template <class Function>
   void resolve(const Task& task, Function edge);
 
@@ -74,14 +75,7 @@ class OverlapResolver {
   struct Bound {
     CGPoint from, to;
   };
-  // Pixels to which bounds add, each the change of coverage from the pixel's left neighbour; what lies right of them is left out.
-  struct Pixels {
-    Coverage rows;
-    int width;
-    void add(CGPoint from, CGPoint to);
-    void addToRow(float* values, double from, double to, float cover) const;
-    void sum(int rowCount);
-  };
+  struct Pixels;
 
   void findAllBounds(const Task& task);
   void collect(const Task& task);
@@ -102,12 +96,12 @@ class OverlapResolver {
   void endBound(Side& side, double y);
 
   std::vector<Stretch> stretches_;
-  std::vector<Side> sides_;     // by their tops
-  std::vector<Across> across_;  // from the left
+  std::vector<Side> sides_;              // by their tops
+  std::vector<Across> across_;           // from the left
   std::vector<LeftChange> leftChanges_;  // by height
   std::vector<Bound> bounds_;
   std::size_t next_ = 0, nextLeftChange_ = 0;  // not yet reached
-  Side left_{};  // the left side of the box
+  Side left_{};                                // the left side of the box
   int leftWinding_ = 0;
   bool isInOrder_ = true;  // at the strip's bottom as well, apart from a crossing there
 };

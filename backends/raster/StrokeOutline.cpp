@@ -262,11 +262,13 @@ void StrokeOutline::fold() {
   isFolded_ = true;
   sidesBehindFold_ = 0;
   foldStart_ = polygons_->pointCount() - 1;
+  foldBox_ = DeviceRect::around(polygons_->lastPoint().x, polygons_->lastPoint().y);
 }
 
 // On the way to a point. The two sides of the fold are cut where they meet.
 void StrokeOutline::cutFold(CGPoint to) {
   const CGPoint from = polygons_->lastPoint(), way = to - from;
+  foldBox_ = foldBox_.including(from.x, from.y).including(to.x, to.y);
   const std::size_t least = foldStart_ - std::min(foldStart_ - sideStart_, mostSidesOfFold);
   for (std::size_t end = foldStart_; end > least; --end) {
     const CGPoint a = polygons_->points()[end - 1], b = polygons_->points()[end];
@@ -290,10 +292,8 @@ void StrokeOutline::cutFold(CGPoint to) {
 void StrokeOutline::giveUpFold() {
   if (!isFolded_) return;
   isFolded_ = hasAllFoldsCut_ = false;
-  const std::span<const CGPoint> points = polygons_->points().subspan(foldStart_);
-  DeviceRect place = DeviceRect::around(points[0].x, points[0].y);
-  for (const CGPoint& p : points) place = place.including(p.x, p.y);
-  polygons_->expectOverlap(place.grown(2 * pen_.halfWidth));
+  for (const CGPoint& p : polygons_->points().subspan(foldStart_)) foldBox_ = foldBox_.including(p.x, p.y);
+  polygons_->expectOverlap(foldBox_.grown(2 * pen_.halfWidth));
 }
 
 }  // namespace backend::raster

@@ -77,6 +77,7 @@ class StrokeOutline {
   // A fold is what the side does from the point on behind which it first goes back, until it is cut.
   bool isFolded_ = false, hasAllFoldsCut_ = true;
   std::size_t foldStart_ = 0, sidesBehindFold_ = 0;
+  DeviceRect foldBox_;  // of what was tried to cut it
 };
 
 }  // namespace backend::raster
