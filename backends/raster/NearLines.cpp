@@ -9,6 +9,8 @@ namespace backend::raster {
 
 namespace {
 
+constexpr std::size_t mostPlaces = 4096;
+constexpr long testsOfOverlap = 4;  // that take as long as working out one
 constexpr DeviceRect everything{-farthestPoint, -farthestPoint, farthestPoint, farthestPoint};
 
 }  // namespace
@@ -120,14 +122,14 @@ bool NearLines::followEachOther(const Run& a, const Run& b) const {
 void NearLines::find(std::vector<DeviceRect>& places) {
   if (runs_.size() < 2) return;
   std::sort(runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.box.left < b.box.left; });
-  testsLeft_ = 4000 + 40 * long(points_.size());
+  testsLeft_ = 10000 + 10 * long(points_.size());
   for (std::size_t i = 0; i < runs_.size(); ++i) {
     const Run& a = runs_[i];
     for (std::size_t j = i + 1; j < runs_.size() && runs_[j].box.left < a.box.right; ++j) {
       const Run& b = runs_[j];
       --testsLeft_;
       if (b.box.top < a.box.bottom && b.box.bottom > a.box.top && !followEachOther(a, b)) compare(a, runs_[j], places);
-      if (testsLeft_ < 0) return places.push_back(everything);
+      if (testsLeft_ < 0 || places.size() > mostPlaces) return places.push_back(everything);
     }
   }
 }
@@ -146,10 +148,11 @@ void NearLines::compare(const Run& a, Run& b, std::vector<DeviceRect>& places) {
     prepareBoxes(b);
     std::optional<Chord> chord;
     for (std::size_t j = b.first; j < b.last; ++j) {
-      --testsLeft_;
+      if (--testsLeft_ < 0) return;
       const DeviceRect common = boxes_[j].intersected(aroundI);
       if (common.isEmpty() || (place && place->contains(common))) continue;
       if (a.line == b.line && isNearAlong(std::min(i, j), std::max(i, j), lines_[a.line])) continue;
+      testsLeft_ -= testsOfOverlap;
       if (!chord) chord = Chord(points_[i], points_[i + 1]);
       const DeviceRect overlap = overlapOf(*chord, {points_[j], points_[j + 1]});
       if (!overlap.isEmpty()) place = place ? place->including(overlap) : overlap;
@@ -168,9 +171,10 @@ void NearLines::prepareBoxes(Run& run) {
 
 // True if the line leads from one chord to the other by a way too short to come back on. Ways are taken as a little shorter
 // than they are.
-bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& line) const {
+bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& line) {
   double left = 3 * reach_;
   const auto pass = [&](std::size_t i) {
+    --testsLeft_;
     left -= std::max(std::abs(points_[i + 1].at.x - points_[i].at.x), std::abs(points_[i + 1].at.y - points_[i].at.y));
     return left > 0;
   };

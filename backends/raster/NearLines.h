@@ -51,7 +51,7 @@ class NearLines {
 
   void addRun(Line& line, std::size_t first, std::size_t last, int quarter);
   bool followEachOther(const Run& a, const Run& b) const;
-  bool isNearAlong(std::size_t first, std::size_t second, const Line& line) const;
+  bool isNearAlong(std::size_t first, std::size_t second, const Line& line);
   void compare(const Run& a, Run& b, std::vector<DeviceRect>& places);
   void setBeyond(Point& p, double beyond) const;
   double beyondCorner(const StrokePoint& p) const;
