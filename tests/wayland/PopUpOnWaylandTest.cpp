@@ -92,6 +92,7 @@ TEST_F(PopUpOnWayland, MovesByComingAnew) {
   field->setFrame({40, 10, 200, 24});
   controller->parentControlMoved();
   eventuallySent(first + R"(\.destroy\(\))");
+  ASSERT_FALSE(HasFailure());
   // Another one comes after it, and is placed. What is still heard of the first one by then does not count.
   std::string place;
   EXPECT_TRUE(eventually([&] {
