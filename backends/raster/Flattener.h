@@ -25,8 +25,10 @@ struct FlattenSettings {
   double tolerance = 0.02;  // largest distance of a chord from its curve
   double reach = 0;         // of a pen that will go along the curve: what it draws there must be as accurate
   // Chords that are farther off will do where no more than this area lies between them and the curve in one place and to
-  // one side. None for a curve whose length counts.
+  // one side.
   double areaTolerance = 0;
+  // Lengths count: what is not visible gets its chords as well, unless the curve is huge.
+  bool keepsLengths = false;
   double endStep = 1;  // of a curve's first and last chord, in steps of its parameter
 };
 
@@ -69,6 +71,7 @@ class Flattener {
   // Of one curve, and of a path. A curve that is seen as a part of a huge one needs two for each level; only where almost
   // all of a huge one counts, as for a pen of that size, are there more, and then a coarse one does.
   static constexpr int mostSplitsOfCurve = 256, mostSplits = 8192;
+  static constexpr float mostWithLength = mostSteps * 64;  // chords of a curve whose length is kept: splits for as many do
 
   void move(CGPoint to) {
     hasStart_ = isUsable(to);
@@ -103,7 +106,9 @@ class Flattener {
     splitsLeftOfCurve_ = mostSplitsOfCurve;
     sink_.leave(direction(p0, p1 != p0 ? p1 : p2 != p0 ? p2 : p3));
     // Nearly all curves are in the picture and need no splitting: the short way is open to the compiler.
-    const float wanted = isVisible(p0) ? wantedChords(p0, p1, p2, p3) : mostSteps + 1;
+    const bool isNeeded = settings_.keepsLengths || isVisible(p0);
+    const float wanted = isNeeded ? wantedChords(p0, p1, p2, p3) : mostSteps + 1;
+    leavesOut_ = !settings_.keepsLengths || !(wanted < mostWithLength);
     if (wanted < mostSteps) step(p0, p1, p2, p3, int(wanted) + 1, Corner::Sharp);
     else split(p0, p1, p2, p3, Corner::Sharp, 0);
     sink_.arrive(direction(p2 != p3 ? p2 : p1 != p3 ? p1 : p0, p3));
@@ -153,7 +158,7 @@ class Flattener {
   static float roughCubeRoot(float v) { return std::bit_cast<float>(std::bit_cast<std::uint32_t>(v) / 3 + 0x2a5137a0); }
 
   void split(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, Corner end, int depth) {
-    if (!isVisible(p0) && !isVisible(p3) && isBeside(p0, p1, p2, p3)) return sink_.lineTo(p3, end);
+    if (leavesOut_ && !isVisible(p0) && !isVisible(p3) && isBeside(p0, p1, p2, p3)) return sink_.lineTo(p3, end);
     const float wanted = wantedChords(p0, p1, p2, p3);
     if (wanted > mostSteps && depth < deepestSplit && splitsLeftOfCurve_ > 0 && splitsLeft_ > 0) {
       --splitsLeftOfCurve_;
@@ -201,6 +206,7 @@ class Flattener {
   Sink& sink_;
   CGPoint start_, current_;
   bool hasStart_ = false, isOpen_ = false;
+  bool leavesOut_ = true;  // of a curve, what lies beside the visible rectangle
   int splitsLeftOfCurve_ = 0, splitsLeft_ = mostSplits;
 };
 

@@ -62,8 +62,10 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   polygons_ = &polygons;
   outline_.begin(pen_, polygons);
   // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
-  FlattenSettings settings{.visible = reach_, .tolerance = dashTolerance * pen_.pixel, .reach = pen_.halfWidth};
+  FlattenSettings settings{
+      .visible = reach_, .tolerance = dashTolerance * pen_.pixel, .reach = pen_.halfWidth, .keepsLengths = true};
   if (dashes_.empty()) {
+    settings.keepsLengths = false;
     settings.tolerance = chordTolerance * pen_.pixel;
     settings.areaTolerance = areaTolerance * pen_.pixel * pen_.pixel;
     settings.endStep = endStep;

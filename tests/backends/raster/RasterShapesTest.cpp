@@ -298,6 +298,28 @@ TEST(RasterDash, FollowsCurves) {
   expectStroke(wave(), {.width = 2, .dash = dash});
 }
 
+TEST(RasterDash, CountsTheCurvesThatCannotBeSeen) {
+  const double dash[] = {7, 4};
+  const auto draw = [&](CGRect seen) {
+    Bitmap bitmap = *Bitmap::make(400, 400);
+    RasterCanvas canvas(bitmap);
+    canvas.clipRect(seen);
+    canvas.strokePath(Path::oval({10, 10, 380, 380}), {.width = 3, .dash = dash});
+    return bitmap;
+  };
+  const Bitmap whole = draw({0, 0, 400, 400});
+  for (const double x : {0.0, 350.0}) {
+    for (const double y : {0.0, 180.0, 360.0}) {
+      const CGRect seen{x, y, 50, 40};
+      const Bitmap part = draw(seen);
+      for (int row = int(360 - y); row < int(400 - y); ++row) {
+        for (int column = int(x); column < int(x + 50); ++column)
+          ASSERT_NEAR(int(part.pixel(column, row) >> 24), int(whole.pixel(column, row) >> 24), 1) << column << ", " << row;
+      }
+    }
+  }
+}
+
 TEST(RasterDash, IsMeasuredBeforeTheTransform) {
   const double dash[] = {4, 3};
   expectStroke(polyline({{2, 6}, {9, 38}, {17, 12}}), {.width = 2, .dash = dash}, skewed);
