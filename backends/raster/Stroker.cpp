@@ -9,7 +9,7 @@ namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
 // Of flattened curves, in device pixels.
-constexpr double chordTolerance = 0.012, areaTolerance = 0.005, dashTolerance = 0.001;
+constexpr double chordTolerance = 0.0083, areaTolerance = 0.005, dashTolerance = 0.001;
 constexpr double endStep = 2.0 / 3;  // at which no area is lost at a curve's ends either
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;

@@ -4,7 +4,8 @@ namespace backend::raster {
 
 namespace {
 
-constexpr double chordTolerance = 0.012, areaTolerance = 0.006;  // of flattened curves, in device pixels
+// Of flattened curves, in device pixels. In a pixel that a chord crosses from corner to corner its distance counts 1.4 times.
+constexpr double chordTolerance = 0.0083, areaTolerance = 0.006;
 constexpr double endStep = 2.0 / 3;        // at which no area is lost at the ends either
 constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixels
 // How far outside a clip, in pixels, a layer keeps what casts a shadow into it.
