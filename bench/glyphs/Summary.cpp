@@ -54,10 +54,20 @@ void printRow(const Entry& entry) {
   std::printf("  %s\n", peers[fastestPeer(entry)].name.data());
 }
 
-void printHeading(const char* text) {
-  std::printf("\n%s\n  %-24s %8s", text, "microseconds", "ours");
+void printColumns(const char* text, const char* unit) {
+  std::printf("\n%s\n  %-24s %8s", text, unit, "ours");
   for (const Peer& peer : peers) std::printf(" %8s", peer.name.data());
+}
+
+void printHeading(const char* text) {
+  printColumns(text, "microseconds");
   std::printf("   ours/fastest, quartiles\n");
+}
+
+void printOffBy(std::string_view name, const OffBy& off) {
+  std::printf("  %-24.*s %8.1f", int(name.size()), name.data(), off.ours);
+  for (const double ofPeer : off.ofPeers) std::printf(" %8.1f", ofPeer);
+  std::printf("\n");
 }
 
 }  // namespace
@@ -67,6 +77,7 @@ void Summary::Finalize() {
     printSize(scale);
     printRecipes(scale);
   }
+  for (const double scale : {1.0, 4.0}) printExactness(scale);
   printAllocations();
 }
 
@@ -118,6 +129,31 @@ void Summary::printRecipes(double scale) {
     std::printf("  %-24.*s %8.2f %8.2f\n", int(entry.routine.size()), entry.routine.data(),
                 medianMicroseconds(entry, whole), medianMicroseconds(entry, recipe));
   }
+}
+
+void Summary::printExactness(double scale) {
+  printColumns(scale == 1 ? "Default size: the largest difference from the exact picture of the outlines"
+                          : "Four times the default size: the largest difference from the exact picture of the outlines",
+               "of 255");
+  std::printf("\n");
+  OffBy most;
+  std::vector<double> ours;
+  std::array<std::vector<double>, std::size(peers)> ofPeers;
+  for (const Entry& entry : entries_) {
+    if (entry.scale != scale || entry.rounds.empty()) continue;
+    printOffBy(entry.routine, entry.offBy);
+    ours.push_back(entry.offBy.ours);
+    most.ours = std::max(most.ours, entry.offBy.ours);
+    for (std::size_t i = 0; i < std::size(peers); ++i) {
+      ofPeers[i].push_back(entry.offBy.ofPeers[i]);
+      most.ofPeers[i] = std::max(most.ofPeers[i], entry.offBy.ofPeers[i]);
+    }
+  }
+  if (ours.empty()) return;
+  OffBy half{.ours = median(ours)};
+  for (std::size_t i = 0; i < std::size(peers); ++i) half.ofPeers[i] = median(ofPeers[i]);
+  printOffBy("median", half);
+  printOffBy("most", most);
 }
 
 void Summary::printAllocations() {

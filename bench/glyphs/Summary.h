@@ -26,10 +26,17 @@ struct Allocations {
   std::size_t itsOwn = 0;  // of the later ones, by colors and path objects: also on a canvas that does nothing
 };
 
+// The largest difference of a pixel's opacity from the exact picture of the outlines, of 255.
+struct OffBy {
+  double ours = 0;
+  std::array<double, std::size(peers)> ofPeers{};
+};
+
 struct Entry {
   std::string_view routine;
   double scale = 1;
   bool hasRecipe = false;
+  OffBy offBy = {};
   Allocations allocations = {};
   std::vector<Round> rounds = {};
 };
@@ -46,6 +53,7 @@ class Summary final : public benchmark::BenchmarkReporter {
  private:
   void printSize(double scale);
   void printRecipes(double scale);
+  void printExactness(double scale);
   void printAllocations();
 
   const std::vector<Entry>& entries_;

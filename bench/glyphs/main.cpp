@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "bench/glyphs/Exactness.h"
 #include "bench/glyphs/Summary.h"
 #include "bench/harness/countedAllocations.h"
 #include "bench/harness/cpuTime.h"
@@ -82,6 +83,17 @@ void checkPictures(const Subject& subject) {
   for (const Peer& peer : peers) check(peer.name, peer.make(subject));
 }
 
+OffBy offByOf(const Subject& subject) {
+  const ExactPicture exact = exactPictureOf(subject.drawing);
+  const auto offBy = [&](const std::unique_ptr<Contestant>& contestant) {
+    contestant->draw();
+    return largestDifference(*contestant, exact);
+  };
+  OffBy off{.ours = offBy(makeOutlinesContestant(subject))};
+  for (std::size_t i = 0; i < std::size(peers); ++i) off.ofPeers[i] = offBy(peers[i].make(subject));
+  return off;
+}
+
 // Everybody once, beginning with another one each time.
 Round playRound(const Subject& subject, std::size_t turn) {
   constexpr std::size_t ownCount = 2, count = ownCount + std::size(peers);
@@ -131,6 +143,7 @@ int runAll(int argc, char** argv) {
     if (subject.drawing.outlines.empty()) continue;
     Entry& entry = entries[i];
     checkPictures(subject);
+    entry.offBy = offByOf(subject);
     entry.allocations = allocationsOf(subject);
     const std::string name = std::string(entry.routine) + (entry.scale == 1 ? "/1x" : "/4x");
     benchmark::RegisterBenchmark(name.c_str(), [subject, &entry](benchmark::State& state) { measure(state, subject, entry); })
