@@ -1,5 +1,9 @@
 #include "backends/raster/OverlapResolver.h"
 
+#include <array>
+#include <bit>
+#include <utility>
+
 namespace backend::raster {
 
 namespace {
@@ -10,8 +14,8 @@ constexpr double sameHeight = 1e-5, samePlace = 1e-4;
 // costs time in proportion to their number: what ends and crosses in a strip stays as it is, and the order in its middle counts.
 constexpr std::size_t fewSides = 16;
 constexpr double mostSidesOfARow = 60000, highestStrip = 0.25;
-// More are sorted by another way.
-constexpr std::size_t sortedByInsertion = 64;
+// More are sorted by other ways.
+constexpr std::size_t sortedByInsertion = 64, sortedByComparison = 512;
 
 constexpr double farthestRight = 1e9;  // of what is still looked at, in pixels
 
@@ -271,6 +275,7 @@ void OverlapResolver::place(double top, double bottom) {
 }
 
 void OverlapResolver::sortByPlace() {
+  if (across_.size() > sortedByComparison) return sortByDigits();
   if (across_.size() > sortedByInsertion) {
     std::sort(across_.begin(), across_.end(), [](const Across& a, const Across& b) { return a.place < b.place; });
     return;
@@ -284,6 +289,32 @@ void OverlapResolver::sortByPlace() {
     for (; to > 0 && across.place < all[to - 1].place; --to) all[to] = all[to - 1];
     all[to] = across;
   }
+}
+
+// From the last digit to the first. Places count in single precision, which is finer than what can be seen.
+void OverlapResolver::sortByDigits() {
+  constexpr int digits = 3, bitsOfDigit = 11;
+  constexpr std::size_t values = std::size_t(1) << bitsOfDigit;
+  const std::size_t count = across_.size();
+  const auto digitOf = [](std::uint32_t key, int digit) { return key >> (digit * bitsOfDigit) & (values - 1); };
+  std::array<std::array<std::uint32_t, values>, digits> starts{};
+  keys_.resize(2 * count);
+  Key *from = keys_.data(), *to = from + count;
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto bits = std::bit_cast<std::uint32_t>(float(across_[i].place));
+    // In the order of the numbers: negative ones before positive ones, and from their other end.
+    const std::uint32_t key = bits ^ (bits >> 31 ? ~0u : 1u << 31);
+    from[i] = {key, std::uint32_t(i)};
+    for (int digit = 0; digit < digits; ++digit) ++starts[digit][digitOf(key, digit)];
+  }
+  for (int digit = 0; digit < digits; ++digit, std::swap(from, to)) {
+    std::uint32_t start = 0;
+    for (std::uint32_t& of : starts[digit]) start += std::exchange(of, start);
+    for (std::size_t i = 0; i < count; ++i) to[starts[digit][digitOf(from[i].place, digit)]++] = from[i];
+  }
+  unsorted_.swap(across_);
+  across_.resize(count);
+  for (std::size_t i = 0; i < count; ++i) across_[i] = unsorted_[from[i].index];
 }
 
 // The height of the first crossing, which is one of two neighbours, or the bottom.

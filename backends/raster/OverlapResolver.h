@@ -67,6 +67,9 @@ class OverlapResolver {
     double above, below, place;
     Side* side;
   };
+  struct Key {
+    std::uint32_t place, index;
+  };
   // Where the winding number at the left side of the box changes.
   struct LeftChange {
     double y;
@@ -88,6 +91,7 @@ class OverlapResolver {
   void addStrip(double top, double bottom, double least, FillRule rule);
   void place(double top, double bottom);
   void sortByPlace();
+  void sortByDigits();
   double firstCrossing(double top, double bottom, double least);
   void sortByMiddle(double bottom);
   void findBounds(double top, FillRule rule);
@@ -98,6 +102,8 @@ class OverlapResolver {
   std::vector<Stretch> stretches_;
   std::vector<Side> sides_;              // by their tops
   std::vector<Across> across_;           // from the left
+  std::vector<Across> unsorted_;         // what was in its stead before it was sorted by digits
+  std::vector<Key> keys_;
   std::vector<LeftChange> leftChanges_;  // by height
   std::vector<Bound> bounds_;
   std::size_t next_ = 0, nextLeftChange_ = 0;  // not yet reached
