@@ -25,8 +25,7 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   height_ = box.height();
   stride_ = (box.width() + blockSize - 1) / blockSize * blockSize + blockSize;
   words_ = (stride_ / blockSize + 63) / 64;
-  firstRow_ = 0;
-  lastRow_ = box.height() - 1;
+  rows_ = box.height();
   // Both stay all zero between uses: a row is cleared when it has been told.
   const std::size_t rows = std::size_t(box.height());
   return values_.prepare(rows * std::size_t(stride_)) && touched_.prepare(rows * std::size_t(words_)) &&
@@ -63,18 +62,17 @@ void CoverageBuffer::addWhole(const Polygons& polygons) {
 void CoverageBuffer::addResolved(const Shape& shape, int firstRow) {
   sweepsSinceResolver_ = 0;
   const std::uint8_t* const overlaps = overlaps_.data();
-  const int first = firstRow, last = lastRow_;
-  for (int row = first; row <= last; ++row) {
+  for (int row = firstRow; row < rows_; ++row) {
     if (overlaps[row]) clearRow(row);
   }
   resolver_.take(shape.polygons);
   resolver_.resolve({.moved = shape.moved,
                      .scale = shape.scale,
                      .rule = shape.rule,
-                     .box = {-farthestPoint, double(box_.top + first), double(box_.right), double(box_.top + last + 1)},
-                     .rows = std::span(overlaps + first, std::size_t(last - first + 1))},
+                     .box = {-farthestPoint, double(box_.top + firstRow), double(box_.right), double(box_.bottom)},
+                     .rows = std::span(overlaps + firstRow, std::size_t(rows_ - firstRow))},
                     [this](CGPoint from, CGPoint to) { addEdge(from, to); });
-  for (int row = first; row <= last; ++row) {
+  for (int row = firstRow; row < rows_; ++row) {
     if (overlaps[row]) sumRow(row);
   }
 }
@@ -221,19 +219,19 @@ inline void CoverageBuffer::Row::addToPixels(Place from, Place to, Cover cover) 
 }
 
 // From the first row that shows an overlap, which is summed up, to the last one.
-void CoverageBuffer::findOverlaps(int firstRow) {
+void CoverageBuffer::findOverlaps(int firstRow, bool hasPatches) {
   std::uint8_t* const overlaps = overlaps_.data();
-  std::fill(overlaps + firstRow_, overlaps + lastRow_ + 1, std::uint8_t(0));
+  std::fill(overlaps, overlaps + rows_, std::uint8_t(0));
   overlaps[firstRow] = 2;
   Range before;
-  for (int row = firstRow + 1; row <= lastRow_; ++row) {
-    const Range range = sumRow(row);
+  for (int row = firstRow + 1; row < rows_; ++row) {
+    const Range range = rangeOf(row, hasPatches);
     if (range.showsOverlap(before)) overlaps[row] = 2;
     before = range;
   }
   // The parts of an overlap in the rows next to these may have been too small to show.
-  for (int row = firstRow_; row <= lastRow_; ++row) {
-    const bool isNext = (row > firstRow_ && overlaps[row - 1] == 2) || (row < lastRow_ && overlaps[row + 1] == 2);
+  for (int row = 0; row < rows_; ++row) {
+    const bool isNext = (row > 0 && overlaps[row - 1] == 2) || (row + 1 < rows_ && overlaps[row + 1] == 2);
     if (isNext && overlaps[row] == 0) overlaps[row] = 1;
   }
 }
@@ -241,9 +239,8 @@ void CoverageBuffer::findOverlaps(int firstRow) {
 // The places where overlaps are expected as rectangles of whole pixels.
 void CoverageBuffer::findPatches(const Shape& shape) {
   clearForReuse(patches_);
-  const PixelRect rows{box_.left, box_.top + firstRow_, box_.right, box_.top + lastRow_ + 1};
   for (const DeviceRect& place : shape.polygons.expectedOverlaps()) {
-    PixelRect patch = place.moved(shape.moved.x, shape.moved.y).scaled(shape.scale).roundedOut().intersected(rows);
+    PixelRect patch = place.moved(shape.moved.x, shape.moved.y).scaled(shape.scale).roundedOut().intersected(box_);
     if (patch.isEmpty()) continue;
     for (std::size_t i = patches_.size(); i-- > 0;) {
       const PixelRect both = patch.united(patches_[i]);
@@ -261,34 +258,54 @@ void CoverageBuffer::giveResolverBack() {
   sweepsSinceResolver_ = 0;
 }
 
-void CoverageBuffer::replacePatches(const Shape& shape) {
+bool CoverageBuffer::replacePatches(const Shape& shape) {
   sweepsSinceResolver_ = 0;
-  if (firstRow_ > lastRow_) return;
   findPatches(shape);
-  std::uint8_t* const isSummed = overlaps_.data();
-  std::fill(isSummed + firstRow_, isSummed + lastRow_ + 1, std::uint8_t(0));
+  if (patches_.empty()) return false;
+  std::uint8_t* const patched = patched_.prepare(std::size_t(rows_));
+  if (!patched) return false;
+  std::fill(patched, patched + rows_, std::uint8_t(0));
   for (const PixelRect& patch : patches_) {
     for (int y = patch.top; y < patch.bottom; ++y) {
-      isSummed[y - box_.top] = 1;
+      patched[y - box_.top] = 1;
       // What follows in the row counts from the pixel behind the patch.
       rowAt(y - box_.top).touch(patch.left - box_.left, patch.right - box_.left);
     }
   }
-  for (int row = firstRow_; row <= lastRow_; ++row) {
-    if (isSummed[row]) sumRow(row);
+  Range range;
+  for (int row = 0; row < rows_; ++row) {
+    if (patched[row]) range = range.including(sumRow(row));
   }
-  if (!patches_.empty()) resolver_.take(shape.polygons);
-  for (const PixelRect& patch : patches_) replacePatch(shape, patch);
+  resolver_.take(shape.polygons);
+  // Of the same sign as what lies beside them, which else would look like an overlap.
+  for (const PixelRect& patch : patches_) replacePatch(shape, patch, range.isNegative() ? -1 : 1);
+  return true;
 }
 
-void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch) {
+void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch, float winding) {
   const int row = patch.top - box_.top, rows = patch.height();
   resolver_.cover({.moved = shape.moved,
                    .scale = shape.scale,
                    .rule = shape.rule,
                    .box = DeviceRect::of(patch),
-                   .rows = std::span(overlaps_.data() + row, std::size_t(rows))},
-                  {rowValues(row) + (patch.left - box_.left), stride_});
+                   .rows = std::span(patched_.data() + row, std::size_t(rows))},
+                  {rowValues(row) + (patch.left - box_.left), stride_, winding});
+}
+
+// Of a row with patches, which is summed up.
+CoverageBuffer::Range CoverageBuffer::rangeOfSums(int row) {
+  const float* const values = rowValues(row);
+  Float4 least{}, most{};
+  forEachRun(row, [&](int block, int count) {
+    const float* const end = values + (block + count) * blockSize;
+    for (const float* four = values + block * blockSize; four < end; four += 4) {
+      Float4 v;
+      std::memcpy(&v, four, sizeof v);
+      least = smaller(least, v);
+      most = larger(most, v);
+    }
+  });
+  return {least, most};
 }
 
 // Turns the changes of a row into sums.

@@ -52,6 +52,8 @@ class CoverageBuffer {
   struct Range {
     Float4 least{}, most{};
     bool showsOverlap(const Range& before) const;
+    Range including(const Range& other) const;
+    bool isNegative() const;  // for the larger part
   };
 
   struct Place {
@@ -79,11 +81,14 @@ class CoverageBuffer {
   void addEdge(CGPoint from, CGPoint to);
   void addInside(double x0, double y0, double x1, double y1, float direction);
   void addUpright(double x, double y0, double y1, float direction);
-  void findOverlaps(int firstRow);
+  void findOverlaps(int firstRow, bool hasPatches);
   void findPatches(const Shape& shape);
-  void replacePatches(const Shape& shape);
-  void replacePatch(const Shape& shape, const PixelRect& patch);
+  bool replacePatches(const Shape& shape);  // false if there are none
+  void replacePatch(const Shape& shape, const PixelRect& patch, float winding);
   void giveResolverBack();
+  // Of a row, which is summed up unless it has been.
+  Range rangeOf(int row, bool hasPatches) { return hasPatches && patched_.data()[row] ? rangeOfSums(row) : sumRow(row); }
+  Range rangeOfSums(int row);
   Range sumRow(int row);
   void clearRow(int row);
   static void clearBlocks(float* values, int count);
@@ -105,21 +110,31 @@ class CoverageBuffer {
 
   PixelRect box_;
   double left_ = 0, top_ = 0, width_ = 0, height_ = 0;  // of the box
-  int stride_ =
-      0;  // values a row: the width in whole blocks and one more, for what falls right of the last pixel
+  int rows_ = 0;
+  // Values a row: the width in whole blocks, and one more block for what falls right of the last pixel.
+  int stride_ = 0;
   int words_ = 0;  // of touched bits a row
-  int firstRow_ = 0, lastRow_ = -1;
   WorkBuffer<float> values_;
   WorkBuffer<std::uint64_t> touched_;
-  WorkBuffer<std::uint8_t> overlaps_;  // one a row, 1 where polygons overlap
+  // One a row. Overlaps: 2 where they show, 1 next to such a row. Patched: not 0 where pixels were replaced.
+  WorkBuffer<std::uint8_t> overlaps_, patched_;
   OverlapResolver resolver_;  // keeps its memory while it is wanted now and then
   static constexpr int sweepsWithResolver = 1000;
   int sweepsSinceResolver_ = 0;
   std::vector<PixelRect> patches_;  // within the box
 };
 
+inline CoverageBuffer::Range CoverageBuffer::Range::including(const Range& other) const {
+  return {smaller(least, other.least), larger(most, other.most)};
+}
+
+inline bool CoverageBuffer::Range::isNegative() const {
+  return std::min(std::min(least[0], least[1]), std::min(least[2], least[3])) <
+         -std::max(std::max(most[0], most[1]), std::max(most[2], most[3]));
+}
+
 inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
-  const Float4 low = smaller(least, before.least), high = larger(most, before.most);
+  const auto [low, high] = including(before);
   const Float4 one = splat(1 + leastCoverage), none = splat(leastCoverage);
   return isAnySet((high > one) | (low < -one)) || (isAnySet(high > none) && isAnySet(low < -none));
 }
@@ -128,23 +143,22 @@ template <class Sink>
 void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {
   if (!begin(box)) return;
   add(shape);
-  const bool hasPatches = !shape.polygons.expectedOverlaps().empty();
-  if (hasPatches) replacePatches(shape);
-  else if (++sweepsSinceResolver_ == sweepsWithResolver) giveResolverBack();
+  const bool hasPatches = !shape.polygons.expectedOverlaps().empty() && replacePatches(shape);
+  if (!hasPatches && ++sweepsSinceResolver_ == sweepsWithResolver) giveResolverBack();
   // A row is told when the next one has been looked at: its own part of an overlap may have been too small to show.
-  int told = firstRow_;
+  int told = 0;
   Range before;
-  for (int row = firstRow_; row <= lastRow_; ++row) {
-    const Range range = hasPatches && overlaps_.data()[row] != 0 ? Range() : sumRow(row);
+  for (int row = 0; row < rows_; ++row) {
+    const Range range = rangeOf(row, hasPatches);
     if (range.showsOverlap(before)) {
-      findOverlaps(row);
+      findOverlaps(row, hasPatches);
       addResolved(shape, told);
       break;
     }
     before = range;
     if (row > told) tellRow(told++, sink);
   }
-  while (told <= lastRow_) tellRow(told++, sink);
+  while (told < rows_) tellRow(told++, sink);
 }
 
 template <CoverageBuffer::Touched after, class Function>

@@ -173,30 +173,30 @@ void NearLines::prepareBoxes(Run& run) {
 // than they are.
 bool NearLines::isNearAlong(std::size_t first, std::size_t second, const Line& line) {
   double left = 3 * reach_;
-  const auto pass = [&](std::size_t i) {
-    --testsLeft_;
-    left -= std::max(std::abs(points_[i + 1].at.x - points_[i].at.x), std::abs(points_[i + 1].at.y - points_[i].at.y));
+  int corners = 0;
+  const auto go = [&](std::size_t from, std::size_t to) {
+    for (std::size_t i = from; i < to && left > 0; ++i) {
+      --testsLeft_;
+      left -= std::max(std::abs(points_[i + 1].at.x - points_[i].at.x), std::abs(points_[i + 1].at.y - points_[i].at.y));
+      if (isCorner(i)) ++corners;
+    }
     return left > 0;
   };
-  std::size_t i = first + 1;
-  while (i < second && pass(i)) ++i;
-  if (i == second) return !turnsBack(first, second, line);
+  if (go(first + 1, second)) return !turnsBack(first, second, isCorner(second) ? corners + 1 : corners, line);
   if (line.contour == Contour::Open) return false;
   // The other way round, through the start.
   left = 3 * reach_;
-  for (i = second + 1; i < line.last; ++i) {
-    if (!pass(i)) return false;
-  }
-  for (i = line.first; i < first; ++i) {
-    if (!pass(i)) return false;
-  }
-  return true;
+  corners = 0;
+  if (!go(second + 1, line.last) || !go(line.first, first)) return false;
+  return !turnsBack(second, first, isCorner(first) ? corners + 1 : corners, line);
 }
 
-// Of neighbours: the second chord lies on the first, or leads back so close to it that they do not part.
-bool NearLines::turnsBack(std::size_t first, std::size_t second, const Line& line) const {
+// The second chord leads back, behind so many corners, and need not part from the first by itself, or it lies on the first as
+// its neighbour.
+bool NearLines::turnsBack(std::size_t first, std::size_t second, int corners, const Line& line) const {
   const CGPoint a = points_[first + 1].at - points_[first].at, b = points_[second + 1].at - points_[second].at;
-  return second == first + 1 && dot(a, b) < 0 && (!line.partsBehindBends || std::abs(cross(a, b)) < -1e-3 * dot(a, b));
+  if (!(dot(a, b) < 0)) return false;
+  return corners > 1 || !line.partsBehindBends || (second == first + 1 && std::abs(cross(a, b)) < -1e-3 * dot(a, b));
 }
 
 DeviceRect NearLines::overlapOf(const Chord& a, const Chord& b) const {

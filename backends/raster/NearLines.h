@@ -57,7 +57,8 @@ class NearLines {
   double beyondCorner(const StrokePoint& p) const;
   DeviceRect boxOf(std::size_t chord) const;  // of its stroke
   void prepareBoxes(Run& run);
-  bool turnsBack(std::size_t first, std::size_t second, const Line& line) const;
+  bool isCorner(std::size_t point) const { return points_[point].beyond > 0; }
+  bool turnsBack(std::size_t first, std::size_t second, int corners, const Line& line) const;
   DeviceRect overlapOf(const Chord& a, const Chord& b) const;
   DeviceRect strokeWithin(const Chord& a, const Chord& b) const;
 

@@ -79,8 +79,9 @@ void OverlapResolver::cover(const Task& task, Coverage coverage) {
 }
 
 void OverlapResolver::Pixels::add(CGPoint from, CGPoint to) {
-  const float direction = from.y < to.y ? 1.0f : -1.0f;
-  if (direction < 0) std::swap(from, to);
+  const bool isDown = from.y < to.y;
+  const float direction = isDown ? rows.winding : -rows.winding;
+  if (!isDown) std::swap(from, to);
   if (!(from.y < to.y) || std::min(from.x, to.x) >= width) return;
   const double slope = (to.x - from.x) / (to.y - from.y);
   if (!std::isfinite(slope)) return;  // as good as level

@@ -34,10 +34,11 @@ class OverlapResolver {
   template <class Function>
   void resolve(const Task& task, Function edge);
 
-  // Coverage in rows that lie so many values apart.
+  // Coverage, times a winding, in rows that lie so many values apart.
   struct Coverage {
     float* values;
     std::ptrdiff_t stride;
+    float winding = 1;
   };
   // Writes the coverage of a box of whole pixels.
   void cover(const Task& task, Coverage coverage);

@@ -213,7 +213,14 @@ void StrokeOutline::addBend(const Bend& bend) {
 // By the point itself, so that windings stay of one sign even where that cannot be cut off.
 void StrokeOutline::addInnerBend(const Bend& bend) {
   addSidePoint(bend.at + aside(bend.in) * pen_.halfWidth, bend.in);
+  const bool isSharp = bend.corner == Corner::Sharp;
+  // Between two corners there may be a hole: no cut goes over both.
+  if (isFolded_ && isSharp) {
+    giveUpFold();
+    sideStart_ = polygons_->pointCount() - 2;
+  }
   fold();
+  if (isSharp) hasFoldCorner_ = true;
   putPoint(bend.at);
   putPoint(bend.at + aside(bend.out) * pen_.halfWidth);
 }
@@ -225,7 +232,6 @@ void StrokeOutline::addCap(CGPoint at, CGPoint inward) {
 }
 
 void StrokeOutline::addDot(CGPoint at) {
-  if (pen_.cap != LineCap::Round) return;
   beginRing();
   addCap(at, {1, 0});
   addCap(at, {-1, 0});
@@ -260,6 +266,7 @@ inline void StrokeOutline::addSidePoint(CGPoint p, CGPoint direction) {
 void StrokeOutline::fold() {
   if (isFolded_) return;
   isFolded_ = true;
+  hasFoldCorner_ = false;
   sidesBehindFold_ = 0;
   foldStart_ = polygons_->pointCount() - 1;
   foldBox_ = DeviceRect::around(polygons_->lastPoint().x, polygons_->lastPoint().y);
@@ -281,12 +288,35 @@ void StrokeOutline::cutFold(CGPoint to) {
     // Next to the fold they may meet anywhere, farther on only as near as a fold reaches.
     const bool isNext = end == foldStart_ && sidesBehindFold_ == 0;
     if (!isNext && dot(away, away) > 36 * pen_.halfWidth * pen_.halfWidth) continue;
+    if (isHole(end, meeting) || (isNext && !coverCorner(side, way))) break;
     polygons_->cutTo(end);
     polygons_->lineTo(meeting);
     isFolded_ = false;
+    if (hasFoldCorner_) beginSide();
     return;
   }
   if (++sidesBehindFold_ == mostSidesOfFold) giveUpFold();
+}
+
+// True if of two sides each goes on so far that the other one's end at the bend between them is covered by its stroke.
+bool StrokeOutline::coverCorner(CGPoint in, CGPoint out) const {
+  const double before = dot(in, in), behind = dot(out, out), lengths = std::sqrt(before * behind);
+  const double sine = std::abs(cross(in, out)), reach = pen_.halfWidth * sine / lengths;
+  const double pixels = pen_.halfWidth * pixelsPerLength_;
+  // The corner of a gentle bend is too small to be seen.
+  if (dot(in, out) > 0 && sine * sine * sine * pixels * pixels < 0.02 * lengths * lengths * lengths) return true;
+  return std::min(before, behind) >= reach * reach;
+}
+
+// True if what lies between a point of the side's and here goes the other way round than a fold: behind it lies nothing.
+bool StrokeOutline::isHole(std::size_t first, CGPoint meeting) const {
+  double area = 0;
+  CGPoint from = meeting;
+  for (const CGPoint& p : polygons_->points().subspan(first)) {
+    area += cross(from - meeting, p - meeting);
+    from = p;
+  }
+  return area < 0;
 }
 
 void StrokeOutline::giveUpFold() {

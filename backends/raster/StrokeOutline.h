@@ -21,7 +21,7 @@ class StrokeOutline {
   // At least two points, all of them apart from the next; their directions are completed. False if the line does not part
   // from itself behind a bend.
   bool add(std::span<StrokePoint> line, Contour contour);
-  // A line without a direction: only round ends have a shape.
+  // For round ends: a whole pen.
   void addDot(CGPoint at);
 
  private:
@@ -65,6 +65,8 @@ class StrokeOutline {
   void addSidePoint(CGPoint p, CGPoint direction);
   void fold();
   void cutFold(CGPoint to);
+  bool coverCorner(CGPoint in, CGPoint out) const;
+  bool isHole(std::size_t first, CGPoint meeting) const;
   void giveUpFold();
 
   Pen pen_;
@@ -75,7 +77,7 @@ class StrokeOutline {
   bool isNewRing_ = true;
   std::size_t ringStart_ = 0, sideStart_ = 0;  // indices of their first points
   // A fold is what the side does from the point on behind which it first goes back, until it is cut.
-  bool isFolded_ = false, hasAllFoldsCut_ = true;
+  bool isFolded_ = false, hasFoldCorner_ = false, hasAllFoldsCut_ = true;
   std::size_t foldStart_ = 0, sidesBehindFold_ = 0;
   DeviceRect foldBox_;  // of what was tried to cut it
 };

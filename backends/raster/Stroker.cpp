@@ -288,6 +288,14 @@ void Stroker::finishPiece() {
   piece_.clear();
 }
 
+// Without a direction: only round ends have a shape.
+void Stroker::outlineDot(const StrokePoint& p) {
+  if (pen_.cap != LineCap::Round) return;
+  outline_.addDot(p.at);
+  const StrokePoint ends[] = {p, p};
+  near_.add({.points = ends, .contour = Contour::Open, .partsBehindBends = true});
+}
+
 void Stroker::outline(std::span<StrokePoint> line, Contour contour) {
   if (contour == Contour::Closed) {
     while (line.size() > 1 && distance(line.back().at, line[0].at) <= nearest_) {
@@ -295,7 +303,7 @@ void Stroker::outline(std::span<StrokePoint> line, Contour contour) {
       line = line.first(line.size() - 1);
     }
   }
-  if (line.size() == 1) return outline_.addDot(line[0].at);
+  if (line.size() == 1) return outlineDot(line[0]);
   const bool partsBehindBends = outline_.add(line, contour);
   near_.add({.points = line, .contour = contour, .partsBehindBends = partsBehindBends});
 }

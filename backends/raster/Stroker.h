@@ -43,6 +43,7 @@ class Stroker {
   void nextDash();
   void finishPiece();
   void outline(std::span<StrokePoint> line, Contour contour);
+  void outlineDot(const StrokePoint& p);
   void finishPolygons(const CGAffineTransform& toDevice);
 
   StrokeOutline outline_;
