@@ -1,4 +1,7 @@
 // Strokes that come near themselves: where a pen covers a pixel twice, it still covers it once.
+#include <cmath>
+#include <random>
+
 #include <gtest/gtest.h>
 
 #include "tests/backends/raster/ReferencePicture.h"
@@ -21,6 +24,12 @@ void expectStroke(const Path& path, const StrokeStyle& style) {
 Path polyline(std::initializer_list<CGPoint> points) {
   Path path;
   for (const CGPoint& p : points) path.isEmpty() ? path.moveTo(p) : path.lineTo(p);
+  return path;
+}
+
+Path ring(std::initializer_list<CGPoint> points) {
+  Path path = polyline(points);
+  path.close();
   return path;
 }
 
@@ -113,6 +122,72 @@ TEST(RasterOverlap, DashesThatMeetAtTheStartOfARing) {
   for (const LineCap cap : {LineCap::Butt, LineCap::Round, LineCap::Square}) {
     SCOPED_TRACE(testing::Message() << "cap " << int(cap));
     expectStroke(Path::oval({7, 8, 25, 22}), {.width = 1.5, .cap = cap, .dash = dash});
+  }
+}
+
+TEST(RasterOverlap, HolesOfRingsNarrowerThanThePen) {
+  for (const double width : {5.0, 6.0, 6.5, 7.0, 8.0}) {
+    SCOPED_TRACE(testing::Message() << "width " << width);
+    expectStroke(ring({{5, 12}, {36, 12}, {36, 23}}), {.width = width});
+    expectStroke(ring({{36, 23}, {36, 12}, {5, 12}}), {.width = width});
+  }
+  expectStroke(ring({{17.335, 22.971}, {13.602, 28.172}, {13.715, 20.735}}), {.width = 2.353});
+}
+
+TEST(RasterOverlap, SidesShorterThanThePen) {
+  expectStroke(polyline({{25.7513, 19.2598}, {25.1506, 18.9135}, {25.0077, 19.8487}, {25.1144, 20.3896}}), {.width = 5});
+  expectStroke(polyline({{21.6902, 22.3317}, {21.1474, 22.6765}, {20.7053, 24.3877}, {19.0893, 22.5890}, {19.1112, 20.4653},
+                         {19.0458, 19.7377}}),
+               {.width = 3});
+}
+
+TEST(RasterOverlap, LineThatComesBackBehindTwoCorners) {
+  expectStroke(polyline({{15.364, 25.729}, {19.488, 27.849}, {17.190, 31.219}, {14.691, 28.103}}), {.width = 2.698});
+  expectStroke(ring({{12.554, 27.999}, {15.307, 28.31}, {19.017, 24.569}, {21.497, 23.175}, {22.228, 23.522}}),
+               {.width = 0.595, .join = LineJoin::Bevel});
+}
+
+TEST(RasterOverlap, TwoPlacesInTheSameRows) {
+  // One is expected, the other one shows.
+  expectStroke(ring({{5, 20}, {25, 20}, {25, 20.1}, {23, 20.1}, {8, 24}}), {.width = 3});
+}
+
+TEST(RasterOverlap, DotsOnLinesAndOnDots) {
+  const auto addDot = [](Path& path, CGPoint at) {
+    path.moveTo(at);
+    path.lineTo(at);
+  };
+  for (const double y : {20.35, 20.85}) {
+    Path path = polyline({{5, 20}, {35, 20}});
+    addDot(path, {20, y});
+    expectStroke(path, {.width = 1, .cap = LineCap::Round});
+  }
+  Path path;
+  addDot(path, {14.014, 35});
+  addDot(path, {14.014, 35});
+  path.append(polyline({{12.001, 8.086}, {12.746, 7.91}}));
+  path.append(polyline({{12.109, 8.551}, {12.746, 8.086}}));
+  expectStroke(path, {.width = 1.576, .cap = LineCap::Round, .join = LineJoin::Round});
+}
+
+TEST(RasterOverlap, LinesOfAFewSidesOfAnyLengths) {
+  std::mt19937 random(5);
+  const auto between = [&](double low, double high) { return std::uniform_real_distribution<double>(low, high)(random); };
+  for (int i = 0; i < 60; ++i) {
+    SCOPED_TRACE(testing::Message() << "line " << i);
+    const double width = between(0.5, 4);
+    CGPoint at{between(12, 28), between(12, 28)};
+    double direction = between(0, 6.28);
+    Path path;
+    path.moveTo(at);
+    for (int side = 0; side < 2 + i % 3; ++side) {
+      const double length = std::exp(between(std::log(0.5 * width), std::log(12)));
+      direction += between(-2.6, 2.6);
+      at = {at.x + length * std::cos(direction), at.y + length * std::sin(direction)};
+      path.lineTo(at);
+    }
+    if (i % 2 == 0) path.close();
+    expectStroke(path, {.width = width, .join = LineJoin(i / 2 % 3)});
   }
 }
 
