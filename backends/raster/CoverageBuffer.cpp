@@ -85,7 +85,7 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   const double toX = (isDown ? to.x : from.x) - left_, toY = (isDown ? to.y : from.y) - top_;
   const double height = height_, width = width_;
   if (!(fromY < toY) || fromY >= height || toY <= 0) return;
-  const bool isInside = fromY >= 0 && toY <= height && std::min(fromX, toX) >= 0 && std::max(fromX, toX) <= width;
+  const bool isInside = fromY >= 0 && toY <= height && fromX >= 0 && toX >= 0 && fromX <= width && toX <= width;
   if (isInside) return addInside(fromX, fromY, toX, toY, direction);
 
   const double slope = (toX - fromX) / (toY - fromY);
@@ -244,13 +244,21 @@ void CoverageBuffer::findPatches(const Shape& shape) {
     if (patch.isEmpty()) continue;
     for (std::size_t i = patches_.size(); i-- > 0;) {
       const PixelRect both = patch.united(patches_[i]);
-      if (costOf(both) > costOf(patch) + costOf(patches_[i]) && patches_.size() < mostPatches) continue;
+      if (costOf(both) > costOf(patch) + costOf(patches_[i])) continue;
       patch = both;
       patches_.erase(patches_.begin() + std::ptrdiff_t(i));
       i = patches_.size();  // it is larger now
     }
-    patches_.push_back(patch);
+    if (patches_.size() < mostPatches) patches_.push_back(patch);
+    else joinNearest(patch);
   }
+}
+
+void CoverageBuffer::joinNearest(const PixelRect& patch) {
+  const auto more = [&](const PixelRect& other) { return costOf(patch.united(other)) - costOf(other); };
+  const auto nearest = std::min_element(patches_.begin(), patches_.end(),
+                                        [&](const PixelRect& a, const PixelRect& b) { return more(a) < more(b); });
+  *nearest = patch.united(*nearest);
 }
 
 void CoverageBuffer::giveResolverBack() {
@@ -290,6 +298,9 @@ void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch, fl
                    .box = DeviceRect::of(patch),
                    .rows = std::span(patched_.data() + row, std::size_t(rows))},
                   {rowValues(row) + (patch.left - box_.left), stride_, winding});
+  if (patch.right < box_.right) return;
+  // What was summed up right of the box would look like an overlap.
+  for (int i = row; i < row + rows; ++i) std::fill(rowValues(i) + box_.width(), rowValues(i) + stride_, 0.0f);
 }
 
 // Of a row with patches, which is summed up.

@@ -83,6 +83,7 @@ class CoverageBuffer {
   void addUpright(double x, double y0, double y1, float direction);
   void findOverlaps(int firstRow, bool hasPatches);
   void findPatches(const Shape& shape);
+  void joinNearest(const PixelRect& patch);
   bool replacePatches(const Shape& shape);  // false if there are none
   void replacePatch(const Shape& shape, const PixelRect& patch, float winding);
   void giveResolverBack();

@@ -160,7 +160,7 @@ class Flattener {
   void split(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, Corner end, int depth) {
     if (leavesOut_ && !isVisible(p0) && !isVisible(p3) && isBeside(p0, p1, p2, p3)) return sink_.lineTo(p3, end);
     const float wanted = wantedChords(p0, p1, p2, p3);
-    if (wanted > mostSteps && depth < deepestSplit && splitsLeftOfCurve_ > 0 && splitsLeft_ > 0) {
+    if (!(wanted <= mostSteps) && depth < deepestSplit && splitsLeftOfCurve_ > 0 && splitsLeft_ > 0) {
       --splitsLeftOfCurve_;
       --splitsLeft_;
       const auto middle = [](CGPoint a, CGPoint b) { return CGPoint{(a.x + b.x) * 0.5, (a.y + b.y) * 0.5}; };

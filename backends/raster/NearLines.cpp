@@ -97,7 +97,7 @@ void NearLines::setBeyond(Point& p, double beyond) const {
 // As far as a miter reaches, if it may.
 double NearLines::beyondCorner(const StrokePoint& p) const {
   const double cosine = dot(p.in, p.out), least = 1e-6;
-  return std::max(reach_, reach_ * std::min(std::sqrt((1 - cosine) / std::max(1 + cosine, least)), miterLimit_));
+  return std::max(reach_, reach_ * std::min(std::sqrt(std::max(1 - cosine, 0.0) / std::max(1 + cosine, least)), miterLimit_));
 }
 
 void NearLines::addRun(Line& line, std::size_t first, std::size_t last, int quarter) {

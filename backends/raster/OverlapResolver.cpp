@@ -99,8 +99,10 @@ void OverlapResolver::Pixels::add(CGPoint from, CGPoint to) {
 
 // Of a part of a bound within a row.
 inline void OverlapResolver::Pixels::addToRow(float* values, double from, double to, float cover) const {
-  const double left = std::max(std::min(from, to), 0.0), right = std::min(std::max(from, to), farthestRight);
-  if (left >= width) return;
+  // A rounding of a very flat side may lead left of the box.
+  const double left = std::max(std::min(from, to), 0.0);
+  if (!(left < width)) return;
+  const double right = std::min(std::max(std::max(from, to), left), farthestRight);
   const int first = int(left), last = int(right);
   if (first == last) {
     const float later = cover * float((left + right) * 0.5 - first);
@@ -125,9 +127,14 @@ inline void OverlapResolver::Pixels::addToRow(float* values, double from, double
 }
 
 void OverlapResolver::Pixels::sum(int rowCount) {
+  const float least = std::min(rows.winding, 0.0f), most = std::max(rows.winding, 0.0f);
   for (int row = 0; row < rowCount; ++row) {
     float* const values = rows.values + row * rows.stride;
-    for (int column = 1; column < width; ++column) values[column] += values[column - 1];
+    float sum = 0;
+    for (int column = 0; column < width; ++column) {
+      sum += values[column];
+      values[column] = std::clamp(sum, least, most);  // which the rounding of very many sides may leave
+    }
   }
 }
 
@@ -212,7 +219,8 @@ void OverlapResolver::addRows(double top, double bottom, FillRule rule) {
   for (double y = top; y < bottom;) {
     const double least = std::min(leastHeight(across_.size()), bottom - y);
     const double end = goTo(y, least, bottom);
-    addStrip(y, end, least, rule);
+    // Of the sides that go through it now, which are many more where a tangle begins.
+    addStrip(y, end, leastHeight(across_.size()), rule);
     y = end;
   }
   endBounds(bottom);

@@ -45,7 +45,7 @@ class Polygons {
   }
   std::span<CGPoint> points() { return points_; }
   CGPoint lastPoint() const { return points_.back(); }
-  // Takes away the last polygon's points from this one of all on.
+  // Drops the points from this one of all on. They belong to the last polygon, whose first one stays.
   void cutTo(std::size_t end) { points_.resize(end); }
 
   // Where polygons may overlap each other or themselves, by less than would show in coverage sums.

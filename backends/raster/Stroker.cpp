@@ -17,7 +17,7 @@ constexpr int mostDashes = 200000;
 // Of an outline. Behind so many the rest of a dashed line stays solid, so that a wide pen with a fine pattern, each dash of
 // which reaches all over the picture, ends in time.
 constexpr std::size_t mostPointsOfDashes = 400000;
-constexpr double widestPen = 1e9;  // half a pen's width, in pixels; what AGG computes of it stays finite
+constexpr double widestPen = 1e7;  // half a pen's width, in pixels; of wider ones AGG makes wrong joins
 
 double largestScale(const CGAffineTransform& t) {
   // The larger singular value.
@@ -60,6 +60,7 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   near_.begin(pen_);
 
   polygons_ = &polygons;
+  clearForReuse(piece_);
   outline_.begin(pen_, polygons);
   // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
   FlattenSettings settings{
@@ -260,11 +261,12 @@ std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, co
 }
 
 void Stroker::nextDash() {
-  if (--dashesLeft_ <= 0 || polygons_->pointCount() > mostPointsOfDashes) {
-    isOn_ = true;
-    rest_ = infinite;
-    return;
-  }
+  if (--dashesLeft_ > 0 && polygons_->pointCount() <= mostPointsOfDashes) return goToNextDash();
+  isOn_ = true;
+  rest_ = infinite;
+}
+
+void Stroker::goToNextDash() {
   dash_ = (dash_ + 1) % dashes_.size();
   isOn_ = dash_ % 2 == 0;
   rest_ = dashes_[dash_];
@@ -275,7 +277,7 @@ void Stroker::skip(double length) {
   if (length > dashTotal_) length = std::fmod(length, dashTotal_);
   while (length > 0 && length >= rest_) {
     length -= rest_;
-    nextDash();
+    goToNextDash();
   }
   rest_ -= length;
 }

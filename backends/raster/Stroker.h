@@ -41,6 +41,7 @@ class Stroker {
   std::optional<Visible> visiblePart(const StrokePoint& from, const StrokePoint& to) const;
   void skip(double length);
   void nextDash();
+  void goToNextDash();
   void finishPiece();
   void outline(std::span<StrokePoint> line, Contour contour);
   void outlineDot(const StrokePoint& p);

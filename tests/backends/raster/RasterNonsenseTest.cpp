@@ -103,6 +103,27 @@ TEST(RasterNonsense, DashedLineToTheEndOfTheWorldIsDashedInThePicture) {
   }
 }
 
+TEST(RasterNonsense, SidesOfAnEndlessPenThatAreNearlyLevel) {
+  Bitmap bitmap = canvasBitmap();
+  Path path;
+  path.moveTo({26.752, 63.9999999});
+  path.lineTo({46.425000628, 64.00000001});
+  path.close();
+  RasterCanvas(bitmap).strokePath(path, {.width = 1e30, .cap = LineCap::Round, .join = LineJoin::Round});
+  EXPECT_EQ(bitmap.pixel(20, 30), 0xff000000);
+}
+
+TEST(RasterNonsense, DashesThatEachCoverEverythingEndInTime) {
+  const double dash[] = {79.395, 16};
+  Bitmap bitmap = canvasBitmap();
+  Path path;
+  path.moveTo({64, 77.839});
+  for (const CGPoint& p : {CGPoint{28.415, 18}, {64, 72.207}, {1e99, 4}, {0, 24}, {55, 1.149}, {-5.613, 60}, {0, -1e15}})
+    path.lineTo(p);
+  RasterCanvas(bitmap).strokePath(path, {.width = 1e100, .join = LineJoin::Bevel, .dash = dash, .dashPhase = 29});
+  EXPECT_EQ(bitmap.pixel(20, 30), 0xff000000);
+}
+
 TEST(RasterNonsense, DashesTooFineToBeSeenTakeNoTime) {
   for (const double fine : {1e-3, 1e-9, 1e-300, tiny}) {
     const double dash[] = {fine, fine};
