@@ -184,7 +184,11 @@ inline void StrokeOutline::passBack(const StrokePoint& before, const StrokePoint
 void StrokeOutline::goThrough(const Passage& p) {
   const bool comesByChord = p.chordIn != CGPoint{}, goesByChord = p.chordOut != CGPoint{};
   if (p.corner == Corner::Smooth)
-    return addBend({p.at, comesByChord ? p.chordIn : p.in, goesByChord ? p.chordOut : p.out, p.corner});
+    return addBend({.at = p.at,
+                    .in = comesByChord ? p.chordIn : p.in,
+                    .out = goesByChord ? p.chordOut : p.out,
+                    .corner = p.corner,
+                    .isTight = comesByChord || goesByChord});
   if (comesByChord) addBend({p.at, p.chordIn, p.in, Corner::Smooth});
   addBend({p.at, p.in, p.out, p.corner});
   if (goesByChord) addBend({p.at, p.out, p.chordOut, Corner::Smooth});
@@ -192,8 +196,13 @@ void StrokeOutline::goThrough(const Passage& p) {
 
 void StrokeOutline::addBend(const Bend& bend) {
   const CGPoint at = bend.at, in = bend.in, out = bend.out;
-  if (const std::optional<CGPoint> side = sideOf(bend)) return addSidePoint(at + *side, in);
-  if (cross(in, out) < 0) return addInnerBend(bend);
+  const bool isInner = cross(in, out) < 0;
+  if (const std::optional<CGPoint> side = sideOf(bend)) {
+    // Small steps back add up to a loop of the wrong winding, which the line's own points keep from coming about.
+    const bool goesBack = isInner && bend.isTight && dot(at + *side - polygons_->lastPoint(), in) < 0;
+    if (!goesBack) return addSidePoint(at + *side, in);
+  }
+  if (isInner) return addInnerBend(bend);
   // What goes round an outer corner is no part of a fold, before it nor behind, unless it is next to nothing.
   const double pixels = pen_.halfWidth * pixelsPerLength_;
   const bool bounds = bend.corner == Corner::Sharp && cross(in, out) * pixels * pixels > 0.04;

@@ -29,6 +29,7 @@ class StrokeOutline {
   struct Bend {
     CGPoint at, in, out;
     Corner corner;
+    bool isTight = false;  // on the inner side the pen's edge may go back
   };
   // How the pen comes to a point and goes on; the chords are zero where it does not follow them.
   struct Passage {

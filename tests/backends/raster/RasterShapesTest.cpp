@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/backends/raster/ReferencePicture.h"
+#include "tests/backends/raster/Region.h"
 
 namespace backend::raster::test {
 
@@ -296,6 +297,36 @@ TEST(RasterDash, EachDashHasItsCaps) {
 TEST(RasterDash, FollowsCurves) {
   const double dash[] = {4, 3};
   expectStroke(wave(), {.width = 2, .dash = dash});
+}
+
+TEST(RasterDash, TurnsInACurveAsNarrowAsThePen) {
+  const double dash[] = {9, 1.3};
+  for (const double radius : {0.85, 0.95, 1.05}) {
+    SCOPED_TRACE(testing::Message() << "radius " << radius);
+    const double bend = radius * 0.5523, right = 20 + radius, top = 20 + 2 * radius;
+    Path path;
+    path.moveTo({14, 20});
+    path.lineTo({20, 20});
+    path.curveTo({right, 20 + radius}, {20 + bend, 20}, {right, 20 + radius - bend});
+    path.curveTo({20, top}, {right, 20 + radius + bend}, {20 + bend, top});
+    path.lineTo({14, top + 1});
+    expectStroke(path, {.width = 2, .dash = dash});
+  }
+}
+
+TEST(RasterDash, InnerSideThatGoesBackByManySmallSteps) {
+  const double dash[] = {4.03045, 0.689135};
+  Path path;
+  path.moveTo({28.8321, 17.2011});
+  path.curveTo({30.4523, 20.0087}, {29.7831, 18.0825}, {29.5101, 19.1179});
+  path.curveTo({31.0197, 24.4347}, {31.1923, 21.6329}, {32.0572, 22.9823});
+  path.curveTo({28.4612, 26.1398}, {30.2435, 25.3887}, {28.0803, 24.9705});
+  Bitmap bitmap = *Bitmap::make(40, 40);
+  RasterCanvas(bitmap).strokePath(path, {.width = 2, .dash = dash});
+  const Coverage exact(Region::stroked(path, {.width = 2, .dash = dash}, {1, 0, 0, -1, 0, 40}), 40, 40);
+  for (int y = 0; y < 40; ++y) {
+    for (int x = 0; x < 40; ++x) ASSERT_NEAR(bitmap.pixel(x, y) >> 24, 255 * exact.at(x, y), 3) << x << ", " << y;
+  }
 }
 
 TEST(RasterDash, CountsTheCurvesThatCannotBeSeen) {
