@@ -10,8 +10,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(tessaluna_build_flags INTERFACE -Wno-restrict)
 endif()
 if(TESSALUNA_SANITIZE)
-  target_compile_options(tessaluna_build_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
-                                                         -fno-omit-frame-pointer)
+  # Casts of numbers that no int holds are none of the undefined group's.
+  target_compile_options(tessaluna_build_flags INTERFACE -fsanitize=address,undefined,float-cast-overflow
+                                                         -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tessaluna_build_flags INTERFACE -fsanitize=address,undefined)
 endif()
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "backends/raster/PixelRect.h"
+
 namespace backend::raster {
 
 void Resampler::begin(const Axis& axis) {
@@ -21,8 +23,8 @@ void Resampler::begin(const Axis& axis) {
       const double covered = to - from, s0 = std::min(a, b), s1 = std::max(a, b);
       const int last = axis.pixels - 1;
       if (shrinks) {
-        const int first = std::clamp(int(std::floor(s0)), 0, last);
-        const int end = std::clamp(int(std::ceil(s1)), first + 1, axis.pixels);
+        const int first = floorWithin(s0, 0, last);
+        const int end = floorWithin(std::ceil(s1), first + 1, axis.pixels);
         taps.first = first;
         taps.count = end - first;
         for (int i = first; i < end; ++i) {
@@ -32,7 +34,7 @@ void Resampler::begin(const Axis& axis) {
       } else {
         // Between the middles of two source pixels; beyond the outermost middle the outermost pixel goes on.
         const double middle = (s0 + s1) * 0.5 - 0.5;
-        const int first = std::clamp(int(std::floor(middle)), 0, last), second = std::min(first + 1, last);
+        const int first = floorWithin(middle, 0, last), second = std::min(first + 1, last);
         const double share = std::clamp(middle - first, 0.0, 1.0);
         taps.first = first;
         taps.count = second - first + 1;

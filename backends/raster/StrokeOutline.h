@@ -1,6 +1,7 @@
-// Makes polygons of lines that a pen is moved along: filled by the non-zero rule they cover what the pen covers. Their sides
-// overlap nowhere but where the line comes near itself: behind a corner, and in a bend narrower than the pen, the inner side is
-// cut off where it meets itself. What cannot be cut in that way is told as a place where overlaps are expected.
+// Makes polygons of lines that a pen is moved along: filled by the non-zero rule they cover what the pen covers. They overlap
+// only where the line comes near itself. Behind a corner, and in a bend narrower than the pen, the inner side is cut off where it
+// meets itself, unless the cut would go over two corners, between which there may be a hole. What is not cut is told as a place
+// where overlaps are expected.
 #pragma once
 
 #include <optional>

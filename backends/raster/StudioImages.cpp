@@ -91,8 +91,8 @@ void RasterCanvas::Studio::sampleTurned(const ImagePixels& image, const CGAffine
         continue;
       }
       const double u = p.x - 0.5, v = p.y - 0.5;
-      const int column = int(std::floor(u)), row = int(std::floor(v));
-      const float fx = float(u - column), fy = float(v - row);
+      const int column = floorWithin(u, -1, image.width), row = floorWithin(v, -1, image.height);
+      const float fx = float(std::clamp(u - column, 0.0, 1.0)), fy = float(std::clamp(v - row, 0.0, 1.0));
       const Float4 upper = texel(column, row) * splat(1 - fx) + texel(column + 1, row) * splat(fx);
       const Float4 lower = texel(column, row + 1) * splat(1 - fx) + texel(column + 1, row + 1) * splat(fx);
       *out = (upper * splat(1 - fy) + lower * splat(fy)) * splat(inside);

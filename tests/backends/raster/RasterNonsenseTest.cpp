@@ -261,6 +261,39 @@ TEST(RasterNonsense, HugeShapesInLayersWithHugeShadows) {
   EXPECT_EQ(bitmap.pixel(1, 1), 0xff000000);
 }
 
+// Beyond a picture's outermost pixels these go on, however far that is.
+TEST(RasterNonsense, SourcesFarFromTheirPixels) {
+  constexpr std::uint32_t red = 0xffff0000, blue = 0xff0000ff;
+  const ImagePixels image{.width = 2, .height = 1, .argb = {red, blue}};
+  for (const double from : {4.0, 1e6, 1e12, 1e15}) {
+    Bitmap upright = canvasBitmap(), turned = canvasBitmap();
+    RasterCanvas(upright).drawImage(image, {from, 0, 32, 1}, {0, 0, 64, 64});
+    EXPECT_EQ(upright.pixel(32, 32), blue) << from;
+    RasterCanvas(upright).drawImage(image, {-from - 32, 0, 32, 1}, {0, 0, 64, 64});
+    EXPECT_EQ(upright.pixel(32, 32), red) << from;
+    RasterCanvas canvas(turned);
+    canvas.concat({0, 1, -1, 0, 64, 0});
+    canvas.drawImage(image, {from, 0, 32, 32}, {0, 0, 64, 64});
+    EXPECT_EQ(turned.pixel(32, 32), blue) << from;
+  }
+}
+
+TEST(RasterNonsense, SourcesOfEndlessSizes) {
+  const ImagePixels image{.width = 2, .height = 1, .argb = {0xffff0000, 0xff0000ff}};
+  for (const double at : strange) {
+    for (const double size : strange) {
+      Bitmap bitmap = canvasBitmap();
+      RasterCanvas canvas(bitmap);
+      canvas.drawImage(image, {at, at, size, size}, {0, 0, 64, 64});
+      canvas.drawImage(image, {0, 0, 2, 1}, {at, at, size, size});
+      canvas.concat({0, 1, -1, 0, 64, 0});
+      canvas.drawImage(image, {at, at, size, size}, {0, 0, 64, 64});
+      canvas.fillPath(Path::rect({0, 0, 9, 9}), nonZero);
+      EXPECT_NE(everything(bitmap), 0u) << at << ", " << size;
+    }
+  }
+}
+
 TEST(RasterNonsense, DeepNesting) {
   Bitmap bitmap = canvasBitmap();
   RasterCanvas canvas(bitmap);
