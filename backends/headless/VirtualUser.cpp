@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "platform/events/NSTextInputClient.h"
+#include "platform/events/mouseButtons.h"
 #include "platform/text/unicode.h"
 #include "platform/windows/NSApplication.h"
 #include "platform/windows/NSWindow.h"
@@ -13,13 +14,6 @@ using namespace platform;
 using enum NSEventType;
 
 namespace {
-
-struct ButtonTypes {
-  NSEventType down, dragged, up;
-};
-constexpr ButtonTypes typesOfButton[] = {{LeftMouseDown, LeftMouseDragged, LeftMouseUp},
-                                         {RightMouseDown, RightMouseDragged, RightMouseUp},
-                                         {OtherMouseDown, OtherMouseDragged, OtherMouseUp}};
 
 constexpr double longestDoubleClick = 0.5;  // seconds
 constexpr double widestDoubleClick = 4;     // points
@@ -59,7 +53,7 @@ void VirtualUser::press(NSWindow& window, CGPoint point, PressOptions options) {
   HeadlessWindow& native = HeadlessWindow::of(window);
   native.raise();
   native.requestKey();
-  send({.type = typesOfButton[options.button].down,
+  send({.type = buttonEventType(options.button, PressPhase::Down),
         .location = point,
         .modifiers = options.modifiers,
         .window = refTo(window),
@@ -71,7 +65,7 @@ void VirtualUser::dragTo(CGPoint point) {
   const Ref<NSWindow> window = last_.window.lock();
   if (!isDown_ || !window) return;
   last_.point = point;
-  send({.type = typesOfButton[last_.options.button].dragged,
+  send({.type = buttonEventType(last_.options.button, PressPhase::Dragged),
         .location = point,
         .modifiers = last_.options.modifiers,
         .window = window,
@@ -82,7 +76,7 @@ void VirtualUser::release() {
   const Ref<NSWindow> window = last_.window.lock();
   const bool wasDown = std::exchange(isDown_, false);
   if (!wasDown || !window) return;
-  send({.type = typesOfButton[last_.options.button].up,
+  send({.type = buttonEventType(last_.options.button, PressPhase::Up),
         .location = last_.point,
         .modifiers = last_.options.modifiers,
         .window = window,

@@ -10,6 +10,7 @@
 #include "backends/qt/ClickCounter.h"
 #include "backends/qt/keyTranslation.h"
 #include "backends/qt/screenSpace.h"
+#include "platform/events/mouseButtons.h"
 #include "platform/windows/NSApplication.h"
 #include "platform/windows/NSWindow.h"
 
@@ -19,23 +20,6 @@ using namespace platform;
 using enum NSEventType;
 
 namespace {
-
-struct ButtonTypes {
-  NSEventType down, dragged, up;
-};
-constexpr ButtonTypes typesOfButton[] = {{LeftMouseDown, LeftMouseDragged, LeftMouseUp},
-                                         {RightMouseDown, RightMouseDragged, RightMouseUp},
-                                         {OtherMouseDown, OtherMouseDragged, OtherMouseUp}};
-const ButtonTypes& typesOf(int button) { return typesOfButton[std::min(button, 2)]; }
-
-// 0 left, 1 right, 2 middle, then the others in Qt's order.
-int numberOf(Qt::MouseButton button) {
-  if (button == Qt::LeftButton) return 0;
-  if (button == Qt::RightButton) return 1;
-  int number = 2;
-  for (unsigned bit = Qt::MiddleButton; bit < static_cast<unsigned>(button); bit <<= 1) ++number;
-  return number;
-}
 
 // Of several that are down, the one that a drag counts for.
 Qt::MouseButton leadingButton(Qt::MouseButtons buttons) {
@@ -110,8 +94,8 @@ struct InputRelay::State {
     constexpr QPointF outside(-1e6, -1e6);
     while (const Qt::MouseButton button = leadingButton(down & ~stillDown)) {
       down &= ~Qt::MouseButtons(button);
-      const int number = numberOf(button);
-      send({.type = typesOf(number).up, .buttonNumber = number}, outside);
+      const int number = buttonNumberOf(button);
+      send({.type = buttonEventType(number, PressPhase::Up), .buttonNumber = number}, outside);
     }
   }
 };
@@ -133,24 +117,24 @@ void InputRelay::mouse(const QMouseEvent& event, QPointF place) {
       if (event.type() == QEvent::MouseButtonDblClick && state->down.testFlag(event.button())) return;
       state->endLostPresses(event.buttons() & ~Qt::MouseButtons(event.button()));
       state->down |= event.button();
-      fields.buttonNumber = numberOf(event.button());
-      fields.type = typesOf(fields.buttonNumber).down;
+      fields.buttonNumber = buttonNumberOf(event.button());
+      fields.type = buttonEventType(fields.buttonNumber, PressPhase::Down);
       fields.clickCount = state->clicks.press(
           {.button = event.button(), .place = event.globalPosition(), .time = event.timestamp()});
       break;
     case QEvent::MouseButtonRelease:
       if (!state->down.testFlag(event.button())) return;
       state->down &= ~Qt::MouseButtons(event.button());
-      fields.buttonNumber = numberOf(event.button());
-      fields.type = typesOf(fields.buttonNumber).up;
+      fields.buttonNumber = buttonNumberOf(event.button());
+      fields.type = buttonEventType(fields.buttonNumber, PressPhase::Up);
       fields.clickCount = state->clicks.count();
       break;
     default:
       state->endLostPresses(event.buttons());
       // A button that went down elsewhere drags nothing here.
       if (const Qt::MouseButton button = leadingButton(event.buttons() & state->down)) {
-        fields.buttonNumber = numberOf(button);
-        fields.type = typesOf(fields.buttonNumber).dragged;
+        fields.buttonNumber = buttonNumberOf(button);
+        fields.type = buttonEventType(fields.buttonNumber, PressPhase::Dragged);
       } else {
         fields.type = MouseMoved;
       }

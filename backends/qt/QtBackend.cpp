@@ -20,6 +20,7 @@
 #include "backends/qt/keyTranslation.h"
 #include "backends/qt/screenSpace.h"
 #include "backends/qt/systemColors.h"
+#include "platform/events/mouseButtons.h"
 #include "platform/foundation/stopProgram.h"
 #include "platform/views/NSView.h"
 #include "platform/windows/NSApplication.h"
@@ -71,17 +72,14 @@ class QtBackend::ApplicationFilter : public QObject {
     if (!NSApp) return;
     const std::pair press(event.timestamp(), event.globalPosition());
     if (std::exchange(lastPress_, press) == press) return;
-    constexpr std::pair<Qt::MouseButton, NSEventType> types[] = {{Qt::LeftButton, NSEventType::LeftMouseDown},
-                                                                 {Qt::RightButton, NSEventType::RightMouseDown}};
-    NSEventType type = NSEventType::OtherMouseDown;
-    for (const auto& [button, ofButton] : types)
-      if (button == event.button()) type = ofButton;
+    const int number = buttonNumberOf(event.button());
     const Ref<NSApplication> application = NSApp;
-    application->sendEvent(make<NSEvent>(NSEvent::Fields{.type = type,
+    application->sendEvent(make<NSEvent>(NSEvent::Fields{.type = buttonEventType(number, PressPhase::Down),
                                                          .location = pointOnScreen(event.globalPosition()),
                                                          .modifiers = modifierFlagsOf(event.modifiers()),
                                                          .timestamp = backend_.now(),
-                                                         .clickCount = 1}));
+                                                         .clickCount = 1,
+                                                         .buttonNumber = number}));
   }
 
   void redrawAllWindows() {

@@ -97,4 +97,12 @@ std::optional<NSEvent::Fields> keyFieldsOf(const QKeyEvent& event) {
   return fields;
 }
 
+int buttonNumberOf(Qt::MouseButton button) {
+  if (button == Qt::LeftButton) return 0;
+  if (button == Qt::RightButton) return 1;
+  int number = 2;
+  for (unsigned bit = Qt::MiddleButton; bit < static_cast<unsigned>(button); bit <<= 1) ++number;
+  return number;
+}
+
 }  // namespace backend::qt

@@ -1,4 +1,4 @@
-// Keys and modifiers as the platform layer names them.
+// Keys, modifiers and mouse buttons as the platform layer names them.
 #pragma once
 
 #include <QKeyEvent>
@@ -11,6 +11,9 @@ namespace backend::qt {
 
 // Qt's Meta is Command, Control is Control, Alt is Option.
 std::uint32_t modifierFlagsOf(Qt::KeyboardModifiers modifiers);
+
+// 0 left, 1 right, 2 middle, then the others in Qt's order.
+int buttonNumberOf(Qt::MouseButton button);
 
 // The fields that a key event brings; window, location and time are the sender's. A modifier key is a change of flags.
 // Absent for what is no event here: the releases between the repeats of a key that is held.

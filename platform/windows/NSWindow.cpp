@@ -1,6 +1,5 @@
 #include "platform/windows/NSWindow.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/events/NSEvent.h"
@@ -131,7 +130,7 @@ void NSWindow::orderFront(NSObject*) {
 void NSWindow::orderOut(NSObject*) {
   const Ref<NSWindow> held = refTo(*this);
   if (NSWindow* parent = parentWindow(); parent && parent->isVisible()) parent->children_.childWasShown(*this, false);
-  tracking_.windowWasHidden();
+  mouse_.windowWasHidden();
   if (std::exchange(isVisible_, false)) {
     children_.parentWasHidden();
     NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held), NSAccessibilityUIElementDestroyedNotification);
@@ -198,111 +197,6 @@ void NSWindow::setBackgroundColor(Ref<NSColor> color) {
   invalidateRect({{0, 0}, frame_.size});
 }
 
-bool NSWindow::makeFirstResponder(NSResponder* responder) {
-  NSResponder* wanted = responder ? responder : this;
-  if (wanted == firstResponder_) return true;
-  const Ref<NSResponder> held = refTo(*wanted);
-  // One that takes the keys back whenever they go keeps them.
-  constexpr int mostAsked = 3;
-  for (int asked = 0; firstResponder_ != this; ++asked) {
-    if (asked == mostAsked) return false;
-    const Ref<NSResponder> earlier = refTo(*firstResponder_);
-    const std::size_t changes = firstResponderChanges_;
-    if (!earlier->resignFirstResponder()) return false;
-    // Whoever was told of the end may have made another one the first responder: that one is asked as well.
-    if (firstResponderChanges_ == changes) setFirstResponder(*this);
-  }
-  if (wanted == this) return true;
-  if (!wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
-  // A text field has given the status on to its editor by now.
-  if (firstResponder_ == this) setFirstResponder(*wanted);
-  // A control's element is its cell.
-  NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held),
-                                  NSAccessibilityFocusedUIElementChangedNotification);
-  return true;
-}
-
-void NSWindow::setFirstResponder(NSResponder& responder) {
-  firstResponder_ = &responder;
-  ++firstResponderChanges_;
-  if (native_) native_->firstResponderDidChange();
-}
-
-namespace {
-
-void collectKeyViews(const Ref<NSView>& view, std::vector<Ref<NSView>>& result) {
-  if (view->isHidden()) return;
-  if (view->canBecomeKeyView()) result.push_back(view);
-  for (const Ref<NSView>& subview : view->subviews()) collectKeyViews(subview, result);
-}
-
-}  // namespace
-
-bool NSWindow::selectKeyViewWithin(NSView& view, backend::FocusStep step) {
-  const std::ptrdiff_t direction = step == backend::FocusStep::Next ? 1 : -1;
-  std::vector<Ref<NSView>> views;
-  collectKeyViews(refTo(view), views);
-  const auto count = static_cast<std::ptrdiff_t>(views.size());
-  std::ptrdiff_t now = direction > 0 ? -1 : count;
-  // A field is edited in a view inside of it.
-  const auto* first = dynamic_cast<const NSView*>(firstResponder_);
-  for (std::ptrdiff_t i = 0; i < count; ++i)
-    if (first && first->isDescendantOf(views[i].get())) now = i;
-  for (std::ptrdiff_t next = now + direction; next >= 0 && next < count; next += direction)
-    if (makeFirstResponder(views[next].get())) return true;
-  return false;
-}
-
-bool NSWindow::selectNextKeyView() {
-  return contentView_ && selectKeyViewWithin(*contentView_, backend::FocusStep::Next);
-}
-
-bool NSWindow::selectPreviousKeyView() {
-  return contentView_ && selectKeyViewWithin(*contentView_, backend::FocusStep::Previous);
-}
-
-namespace {
-
-std::optional<backend::FocusStep> focusStepOf(const NSEvent& event) {
-  if (event.modifierFlags() & (NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand))
-    return std::nullopt;
-  if (event.characters() == NSBackTabCharacter) return backend::FocusStep::Previous;
-  if (event.characters() != NSTabCharacter) return std::nullopt;
-  return event.modifierFlags() & NSEventModifierFlagShift ? backend::FocusStep::Previous : backend::FocusStep::Next;
-}
-
-}  // namespace
-
-void NSWindow::moveKeyView(backend::FocusStep step) {
-  if ((native_ && native_->moveFocus(step)) || !contentView_ || selectKeyViewWithin(*contentView_, step)) return;
-  if (makeFirstResponder(nullptr)) selectKeyViewWithin(*contentView_, step);
-}
-
-Ref<NSText> NSWindow::fieldEditor(bool createFlag, NSObject*) {
-  if (!fieldEditor_ && createFlag) {
-    fieldEditor_ = make<NSTextView>(CGRect{});
-    fieldEditor_->setFieldEditor(true);
-  }
-  return fieldEditor_;
-}
-
-void NSWindow::endEditingFor(NSObject* object) {
-  const Ref<NSText> editor = fieldEditor_;
-  if (!editor || !editor->delegate() || (object && dynamic_cast<NSObject*>(editor->delegate().get()) != object)) return;
-  editor->endEditing();
-  if (firstResponder_ == editor.get()) setFirstResponder(*this);
-}
-
-void NSWindow::keyDown(const Ref<NSEvent>& event) {
-  if (const std::optional<backend::FocusStep> step = focusStepOf(*event)) {
-    moveKeyView(*step);
-  } else if (nextResponder()) {
-    NSResponder::keyDown(event);
-  } else if (native_) {
-    native_->eventWasNotTaken();
-  }
-}
-
 void NSWindow::scrollWheel(const Ref<NSEvent>& event) {
   if (nextResponder()) NSResponder::scrollWheel(event);
   else if (native_) native_->eventWasNotTaken();
@@ -313,8 +207,7 @@ void NSWindow::viewWillLeave(NSView& view) {
     view.resignFirstResponder();
     setFirstResponder(*this);
   }
-  for (Press& press : pressed_)
-    if (press.view.lock().get() == &view) press.view.reset();
+  mouse_.viewWillLeave(view);
 }
 
 void NSWindow::intrinsicContentSizeDidChange(NSView& view) {
@@ -327,88 +220,7 @@ void NSWindow::sendEvent(const Ref<NSEvent>& event) {
     case NSEventType::KeyDown:
     case NSEventType::KeyUp:
     case NSEventType::FlagsChanged: dispatchKey(event); break;
-    default: dispatchMouse(event);
-  }
-}
-
-namespace {
-
-enum class Phase { Down, Dragged, Up };
-
-struct ButtonHandlers {
-  int button;
-  Phase phase;
-  void (NSResponder::*handler)(const Ref<NSEvent>&);
-};
-
-// What of a press an event type is, and whom it calls.
-std::optional<ButtonHandlers> buttonHandlers(NSEventType type) {
-  switch (type) {
-    case NSEventType::LeftMouseDown: return {{0, Phase::Down, &NSResponder::mouseDown}};
-    case NSEventType::LeftMouseDragged: return {{0, Phase::Dragged, &NSResponder::mouseDragged}};
-    case NSEventType::LeftMouseUp: return {{0, Phase::Up, &NSResponder::mouseUp}};
-    case NSEventType::RightMouseDown: return {{1, Phase::Down, &NSResponder::rightMouseDown}};
-    case NSEventType::RightMouseDragged: return {{1, Phase::Dragged, &NSResponder::rightMouseDragged}};
-    case NSEventType::RightMouseUp: return {{1, Phase::Up, &NSResponder::rightMouseUp}};
-    case NSEventType::OtherMouseDown: return {{2, Phase::Down, &NSResponder::otherMouseDown}};
-    case NSEventType::OtherMouseDragged: return {{2, Phase::Dragged, &NSResponder::otherMouseDragged}};
-    case NSEventType::OtherMouseUp: return {{2, Phase::Up, &NSResponder::otherMouseUp}};
-    default: return std::nullopt;
-  }
-}
-
-}  // namespace
-
-void NSWindow::dispatchMouse(const Ref<NSEvent>& event) {
-  const auto viewUnderPointer = [&]() -> Ref<NSView> {
-    NSView* hit = contentView_ ? contentView_->hitTest(event->locationInWindow()) : nullptr;
-    return hit ? refTo(*hit) : nullptr;
-  };
-  const auto isButtonDown = [&] {
-    return std::any_of(std::begin(pressed_), std::end(pressed_), [](const Press& press) { return press.isDown; });
-  };
-  switch (event->type()) {
-    case NSEventType::ScrollWheel:
-      if (const Ref<NSView> view = viewUnderPointer()) view->scrollWheel(event);
-      else scrollWheel(event);
-      return;
-    // A backend tells with these, without an area, that the pointer has come into the window or gone.
-    case NSEventType::MouseExited:
-      if (!isButtonDown()) tracking_.pointerLeft(event);
-      return;
-    case NSEventType::MouseEntered:
-    case NSEventType::MouseMoved: tracking_.pointerMoved(event, isButtonDown()); return;
-    default: break;
-  }
-  const std::optional<ButtonHandlers> handlers = buttonHandlers(event->type());
-  if (!handlers) return;
-
-  const bool wasVisible = isVisible_;
-  Press& press = pressed_[handlers->button];
-  Ref<NSView> receiver = press.view.lock();
-  switch (handlers->phase) {
-    case Phase::Down:
-      receiver = viewUnderPointer();
-      press = {.view = receiver, .isDown = true};
-      if (receiver && handlers->button == 0 && receiver->acceptsFirstResponder()) makeFirstResponder(receiver.get());
-      break;
-    case Phase::Dragged: tracking_.pointerMoved(event, true); break;
-    case Phase::Up: press = {}; break;
-  }
-  if (receiver && receiver->window() == this) (receiver.get()->*handlers->handler)(event);
-  // Entries that the press held back come with its release, unless that has hidden the window.
-  if (handlers->phase == Phase::Up && isVisible_ == wasVisible) tracking_.pointerMoved(event, isButtonDown());
-}
-
-void NSWindow::dispatchKey(const Ref<NSEvent>& event) {
-  const Ref<NSResponder> receiver = refTo(*firstResponder_);
-  switch (event->type()) {
-    case NSEventType::KeyDown:
-      if (contentView_ && Ref<NSView>(contentView_)->performKeyEquivalent(event)) return;
-      receiver->keyDown(event);
-      break;
-    case NSEventType::KeyUp: receiver->keyUp(event); break;
-    default: receiver->flagsChanged(event);
+    default: mouse_.send(event);
   }
 }
 

@@ -8,13 +8,13 @@
 
 #include "platform/accessibility/NSAccessibility.h"
 #include "platform/backend/Backend.h"
-#include "platform/events/PointerTracking.h"
 #include "platform/events/NSResponder.h"
 #include "platform/foundation/Geometry.h"
 #include "platform/graphics/Forward.h"
 #include "platform/views/Forward.h"
 #include "platform/windows/ChildWindows.h"
 #include "platform/windows/DirtyRegion.h"
+#include "platform/windows/MouseDispatch.h"
 #include "platform/windows/NSWindowDelegate.h"
 
 namespace platform {
@@ -154,7 +154,6 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   void makeNative();
   void notify(std::string_view name, void (NSWindowDelegate::*operation)(const Ref<NSNotification>&));
   void drawContents(CGRect rect, backend::Canvas& canvas);
-  void dispatchMouse(const Ref<NSEvent>& event);
   void dispatchKey(const Ref<NSEvent>& event);
   void setFirstResponder(NSResponder& responder);
   void resetCursorRectsBelow(NSView& view);
@@ -168,12 +167,7 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   NSResponder* firstResponder_ = nullptr;
   std::size_t firstResponderChanges_ = 0;
   Ref<NSText> fieldEditor_;
-  struct Press {
-    WeakRef<NSView> view;  // gets the drags and the release, as long as it is in the window
-    bool isDown = false;
-  };
-  Press pressed_[3];  // of the left, the right and any other button
-  PointerTracking tracking_{*this};
+  MouseDispatch mouse_{*this};
   DirtyRegion dirty_;
   ChildWindows children_{*this};
   WeakRef<NSWindowController> controller_;

@@ -255,4 +255,26 @@ TEST_F(QtViewWidgetPress, PressOnAForeignWidgetIsAnEventWithoutAWindow) {
   NSEvent::removeMonitor(token);
 }
 
+TEST_F(QtViewWidgetPress, ButtonsOnAForeignWidgetAreToldApart) {
+  auto* edit = new QLineEdit;
+  edit->setContextMenuPolicy(Qt::NoContextMenu);
+  top.layout()->addWidget(edit);
+  embed(make<Witness>(CGRect{0, 0, 50, 50}));
+  show();
+  std::vector<std::pair<NSEventType, int>> seen;
+  const auto token = NSEvent::addLocalMonitorForEventsMatchingMask(
+      maskOf(NSEventType::LeftMouseDown) | maskOf(NSEventType::RightMouseDown) | maskOf(NSEventType::OtherMouseDown),
+      [&](const Ref<NSEvent>& event) {
+        seen.emplace_back(event->type(), event->buttonNumber());
+        return event;
+      });
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton, Qt::BackButton})
+    QTest::mouseClick(top.windowHandle(), button, {}, inTop(*edit, {3, 3}));
+  NSEvent::removeMonitor(token);
+  using enum NSEventType;
+  const std::vector<std::pair<NSEventType, int>> expected{
+      {LeftMouseDown, 0}, {RightMouseDown, 1}, {OtherMouseDown, 2}, {OtherMouseDown, 3}};
+  EXPECT_EQ(seen, expected);
+}
+
 }  // namespace backend::qt
