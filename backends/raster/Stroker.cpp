@@ -50,6 +50,7 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   perLength_ = isInDevice ? scale : 1;
   pen_.pixel = isInDevice ? 1 : 1 / scale;
   setPen(style);
+  if (pen_.halfWidth < nearest_) return;  // too thin for directions across it
   const CGRect seen{visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top};
   const CGRect inLine = isInDevice ? seen : toPath->applyToRect(seen);
   const double miter = style.join == LineJoin::Miter && style.miterLimit > 1.5 ? style.miterLimit : 1.5;

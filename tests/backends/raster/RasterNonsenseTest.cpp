@@ -177,6 +177,21 @@ TEST(RasterNonsense, StrokeWidths) {
   EXPECT_EQ(everything(negative), 0u);
 }
 
+TEST(RasterNonsense, PensTooThinForDirectionsPaintNothing) {
+  Path path;
+  path.moveTo({10, 10});
+  path.lineTo({50, 20});
+  path.lineTo({10, 30});
+  path.curveTo({50, 50}, {60, 30}, {20, 50});
+  for (const double width : {tiny, 2 * tiny, 1e-300, 1e-30, 1e-12}) {
+    for (const LineJoin join : {LineJoin::Miter, LineJoin::Round, LineJoin::Bevel}) {
+      Bitmap bitmap = canvasBitmap();
+      RasterCanvas(bitmap).strokePath(path, {.width = width, .cap = LineCap::Round, .join = join});
+      EXPECT_EQ(everything(bitmap), 0u) << width;
+    }
+  }
+}
+
 TEST(RasterNonsense, MiterLimits) {
   Path path;
   path.moveTo({10, 10});
