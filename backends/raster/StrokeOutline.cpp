@@ -26,7 +26,7 @@ void StrokeOutline::begin(const Pen& pen, Polygons& polygons) {
   polygons_ = &polygons;
   constexpr agg::line_cap_e caps[] = {agg::butt_cap, agg::round_cap, agg::square_cap};
   agg_.line_cap(caps[int(pen.cap)]);
-  agg_.miter_limit(pen.miterLimit);
+  agg_.line_join(agg::round_join);
   agg_.width(pen.halfWidth * 2);
   // AGG keeps the chords of an arc within 1/8 of this scale's unit; no arc needs more than a few hundred.
   agg_.approximation_scale(std::min(0.125 / (arcTolerance * pen.pixel), 3e4 / pen.halfWidth));
@@ -208,15 +208,27 @@ void StrokeOutline::addBend(const Bend& bend) {
   const bool bounds = bend.corner == Corner::Sharp && cross(in, out) * pixels * pixels > 0.04;
   if (isFolded_) cutFold(at + aside(in) * pen_.halfWidth);
   if (bounds) giveUpFold();
-  constexpr agg::line_join_e joins[] = {agg::miter_join_revert, agg::round_join, agg::bevel_join};
-  agg_.line_join(bend.corner == Corner::Smooth ? agg::round_join : joins[int(pen_.join)]);
-  // AGG takes directions from points.
-  const double length = pen_.halfWidth;
-  const CGPoint from = at - in * length, to = at + out * length;
-  Consumer consumer{*this};
-  agg_.calc_join(consumer, {from.x, from.y}, {at.x, at.y}, {to.x, to.y}, length, length);
-  putPoint(at + aside(out) * pen_.halfWidth);
+  addJoin(bend);
   if (bounds) beginSide();
+}
+
+// Round an outer corner.
+void StrokeOutline::addJoin(const Bend& bend) {
+  const CGPoint at = bend.at, in = bend.in, out = bend.out;
+  if (bend.corner == Corner::Smooth || pen_.join == LineJoin::Round) {
+    // AGG takes directions from points.
+    const double length = pen_.halfWidth;
+    const CGPoint from = at - in * length, to = at + out * length;
+    Consumer consumer{*this};
+    return agg_.calc_join(consumer, {from.x, from.y}, {at.x, at.y}, {to.x, to.y}, length, length);
+  }
+  // The tip of a miter lies on both edges, 2 / |both| times half the pen's width from the corner.
+  const CGPoint both = in + out;
+  const double squares = dot(both, both);
+  const bool hasMiter = pen_.join == LineJoin::Miter && 2 <= pen_.miterLimit * std::sqrt(squares);
+  if (hasMiter) return putPoint(at + aside(both) * (2 * pen_.halfWidth / squares));
+  putPoint(at + aside(in) * pen_.halfWidth);
+  putPoint(at + aside(out) * pen_.halfWidth);
 }
 
 // By the point itself, so that windings stay of one sign even where that cannot be cut off.
@@ -253,6 +265,8 @@ void StrokeOutline::beginRing() {
 }
 
 void StrokeOutline::finishRing() {
+  // The first side goes on from where the last one ends, which is no meeting.
+  sideStart_ = std::max(sideStart_, ringStart_ + 1);
   if (isFolded_) cutFold(polygons_->points()[ringStart_]);
   giveUpFold();
 }

@@ -57,6 +57,7 @@ class StrokeOutline {
   void passBack(const StrokePoint& before, const StrokePoint& p);
   void goThrough(const Passage& passage);
   void addBend(const Bend& bend);
+  void addJoin(const Bend& bend);
   void addInnerBend(const Bend& bend);
   void addCap(CGPoint at, CGPoint inward);
 

@@ -134,6 +134,18 @@ TEST(RasterOverlap, HolesOfRingsNarrowerThanThePen) {
   expectStroke(ring({{17.335, 22.971}, {13.602, 28.172}, {13.715, 20.735}}), {.width = 2.353});
 }
 
+// All of such a ring's inner side goes back; its outer side is what there is.
+TEST(RasterOverlap, SlenderRingsThatEndWhereTheyBegan) {
+  const Path path = ring({{26.366181, 17.837813}, {26.562265, 18.633841}, {26.595297, 19.802528}, {27.029006, 20.550613}});
+  for (const double width : {0.4, 0.5, 0.545, 0.6}) expectStroke(path, {.width = width});
+  expectStroke(ring({{18.397917, 16.693365},
+                     {18.406985, 16.299473},
+                     {18.852535, 14.42484},
+                     {18.889211, 14.059811},
+                     {18.969704, 13.16729}}),
+               {.width = 0.666});
+}
+
 TEST(RasterOverlap, SidesShorterThanThePen) {
   expectStroke(polyline({{25.7513, 19.2598}, {25.1506, 18.9135}, {25.0077, 19.8487}, {25.1144, 20.3896}}), {.width = 5});
   expectStroke(polyline({{21.6902, 22.3317}, {21.1474, 22.6765}, {20.7053, 24.3877}, {19.0893, 22.5890}, {19.1112, 20.4653},
