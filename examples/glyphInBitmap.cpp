@@ -1,18 +1,18 @@
 // Draws a glyph into pixels in memory and shows the coverage of every pixel as a letter.
 #include <cstdio>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
-#include "platform/graphics/NSGraphicsContext.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 using TessalunaUIKit::TessalunaStyleKit;
 
 int main() {
-  auto bitmap = backend::raster::Bitmap::make(32, 32);
+  auto bitmap = tessaluna::backend::raster::Bitmap::make(32, 32);
   if (!bitmap) return 1;
-  backend::raster::RasterCanvas canvas(*bitmap, {.scale = 2});  // two pixels a point
-  platform::CanvasScope drawing(canvas);
+  tessaluna::backend::raster::RasterCanvas canvas(*bitmap, {.scale = 2});  // two pixels a point
+  tessaluna::platform::CanvasScope drawing(canvas);
   TessalunaStyleKit::drawLeftArrow({2, 2, 12, 12});
 
   for (int y = 0; y < bitmap->height(); ++y) {

@@ -1,19 +1,19 @@
 // A button of the library in a window of Qt's. Closing the window ends the program.
 #include <QApplication>
 
-#include "backends/qt/QtBackend.h"
-#include "backends/qt/QtViewWidget.h"
-#include "platform/windows/NSApplication.h"
-#include "uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
-  backend::qt::QtBackend desktop;
-  const auto application = platform::NSApplication::sharedApplication();
+  tessaluna::backend::qt::QtBackend desktop;
+  const auto application = tessaluna::platform::NSApplication::sharedApplication();
 
-  const auto button = platform::make<TessalunaUIKit::PrevNextButton>(platform::CGRect{0, 0, 48, 48});
+  const auto button = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 48, 48});
   button->setNext(true);
-  backend::qt::QtViewWidget widget(button);
+  tessaluna::backend::qt::QtViewWidget widget(button);
   widget.resize(48, 48);
   widget.show();
   return QApplication::exec();

@@ -2,14 +2,14 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/search/SearchHost.h"
 
 namespace gallery {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 QWidget* makeSearchPage(Report report) {
   constexpr std::size_t itemCount = 20000;
@@ -25,7 +25,7 @@ QWidget* makeSearchPage(Report report) {
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 32, 24);
   column->setSpacing(14);
-  auto* field = new backend::qt::QtViewWidget(host->view());
+  auto* field = new tessaluna::backend::qt::QtViewWidget(host->view());
   field->setFixedHeight(static_cast<int>(host->view()->frame().size.height));
   field->setMaximumWidth(440);
   field->setAccessibleName("search");

@@ -3,19 +3,19 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/FlowLayout.h"
 #include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/small_controls/ControlReporter.h"
-#include "uikit/trackrow/CloseButton.h"
-#include "uikit/trackrow/PlaybackStatusIcon.h"
-#include "uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/uikit/trackrow/CloseButton.h"
+#include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
 
 namespace gallery {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 namespace {
@@ -65,7 +65,7 @@ QWidget* makeControl(const Exhibit& exhibit, CGFloat size, const std::string& na
     control->setEnabled(exhibit.ability == Ability::Enabled);
     reporter->nameControl(*control, name);
   }
-  auto* widget = new backend::qt::QtViewWidget(view);
+  auto* widget = new tessaluna::backend::qt::QtViewWidget(view);
   widget->setFixedSize(static_cast<int>(size), static_cast<int>(size));
   widget->setAccessibleName(QString::fromStdString(name));
   return widget;

@@ -2,19 +2,19 @@
 // TrackListHost.
 #include <QVBoxLayout>
 
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/Pages.h"
 #include "gallery/tracks/TrackListHost.h"
 
 namespace gallery {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 QWidget* makeTrackListPage(Report report) {
   constexpr std::size_t trackCount = 10000;
   const auto host = make<TrackListHost>(generatedTracks(trackCount));
   host->setReport(std::move(report));
-  auto* list = new backend::qt::QtViewWidget(host->view());
+  auto* list = new tessaluna::backend::qt::QtViewWidget(host->view());
   list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   list->setAccessibleName("track list");
   // The controls at rest are half-transparent white: they want a ground that is not.

@@ -2,12 +2,12 @@
 #include <cstdio>
 #include <vector>
 
-#include "backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/QtBackend.h"
 #include "gallery/Arguments.h"
 #include "gallery/GalleryWindow.h"
 #include "gallery/look.h"
 #include "gallery/screenshots.h"
-#include "platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSApplication.h"
 
 namespace {
 
@@ -48,8 +48,8 @@ int run(const Arguments& arguments, int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("tessaluna-gallery");
   gallery::applyLook(application);
-  const backend::qt::QtBackend desktop;
-  const auto nsApplication = platform::NSApplication::sharedApplication();
+  const tessaluna::backend::qt::QtBackend desktop;
+  const auto nsApplication = tessaluna::platform::NSApplication::sharedApplication();
   gallery::GalleryWindow window(arguments.logsActions ? gallery::ActionLog::StandardOutput : gallery::ActionLog::Off);
   const gallery::Page& page = arguments.page ? *arguments.page : gallery::pages().front();
 

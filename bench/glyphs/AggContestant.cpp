@@ -15,22 +15,22 @@ namespace bench {
 
 namespace {
 
-agg::path_storage toAgg(const backend::Path& path) {
+agg::path_storage toAgg(const tessaluna::backend::Path& path) {
   agg::path_storage storage;
-  const backend::CGPoint* p = path.points().data();
-  for (const backend::PathVerb verb : path.verbs()) {
+  const tessaluna::backend::CGPoint* p = path.points().data();
+  for (const tessaluna::backend::PathVerb verb : path.verbs()) {
     switch (verb) {
-      case backend::PathVerb::Move: storage.move_to(p[0].x, p[0].y); break;
-      case backend::PathVerb::Line: storage.line_to(p[0].x, p[0].y); break;
-      case backend::PathVerb::Curve: storage.curve4(p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y); break;
-      case backend::PathVerb::Close: storage.close_polygon(); break;
+      case tessaluna::backend::PathVerb::Move: storage.move_to(p[0].x, p[0].y); break;
+      case tessaluna::backend::PathVerb::Line: storage.line_to(p[0].x, p[0].y); break;
+      case tessaluna::backend::PathVerb::Curve: storage.curve4(p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y); break;
+      case tessaluna::backend::PathVerb::Close: storage.close_polygon(); break;
     }
-    p += backend::pointCount(verb);
+    p += tessaluna::backend::pointCount(verb);
   }
   return storage;
 }
 
-agg::rgba8 toAgg(const backend::Color& c) {
+agg::rgba8 toAgg(const tessaluna::backend::Color& c) {
   return agg::rgba8(agg::rgba(c.red, c.green, c.blue, c.alpha)).premultiply();
 }
 
@@ -60,7 +60,7 @@ class AggContestant final : public Contestant {
       } else if (outline.pen) {
         stroke(curves, *outline.pen);
       } else {
-        const bool isEvenOdd = outline.rule == backend::FillRule::EvenOdd;
+        const bool isEvenOdd = outline.rule == tessaluna::backend::FillRule::EvenOdd;
         rasterizer_.filling_rule(isEvenOdd ? agg::fill_even_odd : agg::fill_non_zero);
         rasterizer_.add_path(curves);
       }

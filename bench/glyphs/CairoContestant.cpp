@@ -6,16 +6,16 @@ namespace bench {
 
 namespace {
 
-void addToPath(cairo_t* cairo, const backend::Path& path) {
-  const backend::CGPoint* p = path.points().data();
-  for (const backend::PathVerb verb : path.verbs()) {
+void addToPath(cairo_t* cairo, const tessaluna::backend::Path& path) {
+  const tessaluna::backend::CGPoint* p = path.points().data();
+  for (const tessaluna::backend::PathVerb verb : path.verbs()) {
     switch (verb) {
-      case backend::PathVerb::Move: cairo_move_to(cairo, p[0].x, p[0].y); break;
-      case backend::PathVerb::Line: cairo_line_to(cairo, p[0].x, p[0].y); break;
-      case backend::PathVerb::Curve: cairo_curve_to(cairo, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y); break;
-      case backend::PathVerb::Close: cairo_close_path(cairo); break;
+      case tessaluna::backend::PathVerb::Move: cairo_move_to(cairo, p[0].x, p[0].y); break;
+      case tessaluna::backend::PathVerb::Line: cairo_line_to(cairo, p[0].x, p[0].y); break;
+      case tessaluna::backend::PathVerb::Curve: cairo_curve_to(cairo, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y); break;
+      case tessaluna::backend::PathVerb::Close: cairo_close_path(cairo); break;
     }
-    p += backend::pointCount(verb);
+    p += tessaluna::backend::pointCount(verb);
   }
 }
 
@@ -39,7 +39,7 @@ class CairoContestant final : public Contestant {
   void draw() override {
     for (std::size_t i = 0; i < outlines_.size(); ++i) {
       const Outline& outline = outlines_[i];
-      const backend::Color& c = outline.color;
+      const tessaluna::backend::Color& c = outline.color;
       cairo_new_path(cairo_);
       cairo_append_path(cairo_, paths_[i]);
       cairo_set_source_rgba(cairo_, c.red, c.green, c.blue, c.alpha);
@@ -53,7 +53,7 @@ class CairoContestant final : public Contestant {
         cairo_set_dash(cairo_, outline.pen->dash.data(), int(outline.pen->dash.size()), outline.pen->dashPhase);
         cairo_stroke(cairo_);
       } else {
-        const bool isEvenOdd = outline.rule == backend::FillRule::EvenOdd;
+        const bool isEvenOdd = outline.rule == tessaluna::backend::FillRule::EvenOdd;
         cairo_set_fill_rule(cairo_, isEvenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
         cairo_fill(cairo_);
       }

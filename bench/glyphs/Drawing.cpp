@@ -3,14 +3,14 @@
 #include <array>
 #include <cmath>
 
-#include "platform/foundation/stopProgram.h"
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 namespace bench {
 
 namespace {
 
-using namespace backend;
+using namespace tessaluna::backend;
 
 class TakesDown final : public Canvas {
  public:
@@ -58,7 +58,7 @@ class TakesDown final : public Canvas {
   };
 
   [[noreturn]] static void refuse() {
-    platform::stopProgram("bench: a routine does what outlines do not tell; the peers would draw something else");
+    tessaluna::platform::stopProgram("bench: a routine does what outlines do not tell; the peers would draw something else");
   }
   void add(const Path& path, Outline outline) {
     if (layers_ > 0) return;
@@ -88,7 +88,7 @@ Drawing drawingOf(const TessalunaUIKit::Routine& routine, double scale) {
   const CGAffineTransform toDevice{
       scale, 0, 0, -scale, -frame.origin.x * scale, drawing.height + frame.origin.y * scale};
   TakesDown canvas(drawing, toDevice);
-  const platform::CanvasScope scope(canvas);
+  const tessaluna::platform::CanvasScope scope(canvas);
   drawRoutine(routine);
   return drawing;
 }

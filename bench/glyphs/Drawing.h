@@ -4,24 +4,24 @@
 #include <optional>
 #include <vector>
 
-#include "platform/backend/Canvas.h"
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/platform/backend/Canvas.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace bench {
 
 struct Pen {
   double width = 1;  // in device pixels, as the lengths of dashes
-  backend::LineCap cap{};
-  backend::LineJoin join{};
+  tessaluna::backend::LineCap cap{};
+  tessaluna::backend::LineJoin join{};
   double miterLimit = 10;
   std::vector<double> dash = {};
   double dashPhase = 0;
 };
 
 struct Outline {
-  backend::Path path = {};  // in device pixels, y down
-  backend::Color color;
-  backend::FillRule rule{};
+  tessaluna::backend::Path path = {};  // in device pixels, y down
+  tessaluna::backend::Color color;
+  tessaluna::backend::FillRule rule{};
   std::optional<Pen> pen = {};  // stroked with it; absent when the outline is filled
 };
 

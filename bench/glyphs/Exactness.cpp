@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
 
 namespace bench {
 
 namespace {
 
-using backend::raster::Bitmap;
-using backend::raster::RasterCanvas;
+using tessaluna::backend::raster::Bitmap;
+using tessaluna::backend::raster::RasterCanvas;
 
 constexpr int enlarged = 8;
 constexpr int bandHeight = 64;  // in pixels of the picture, so that an enlarged band fits into memory
@@ -21,7 +21,7 @@ void drawEnlarged(const Outline& outline, int top, Bitmap& bitmap) {
   bitmap.clear();
   RasterCanvas canvas(bitmap);
   canvas.concat({enlarged, 0, 0, -enlarged, 0, double(bitmap.height() + top * enlarged)});
-  const backend::Color opaque{.alpha = 1};
+  const tessaluna::backend::Color opaque{.alpha = 1};
   if (!outline.pen) {
     canvas.setFillColor(opaque);
     canvas.fillPath(outline.path, outline.rule);

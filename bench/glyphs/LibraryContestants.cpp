@@ -1,14 +1,14 @@
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
 #include "bench/glyphs/Contestant.h"
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 namespace bench {
 
 namespace {
 
-using backend::raster::Bitmap;
-using backend::raster::RasterCanvas;
+using tessaluna::backend::raster::Bitmap;
+using tessaluna::backend::raster::RasterCanvas;
 
 class RoutineContestant final : public Contestant {
  public:
@@ -24,7 +24,7 @@ class RoutineContestant final : public Contestant {
   const TessalunaUIKit::Routine& routine_;
   Bitmap bitmap_;
   RasterCanvas canvas_;
-  platform::CanvasScope scope_;
+  tessaluna::platform::CanvasScope scope_;
 };
 
 class OutlinesContestant final : public Contestant {

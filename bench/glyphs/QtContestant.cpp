@@ -8,27 +8,27 @@ namespace bench {
 
 namespace {
 
-QColor toQt(const backend::Color& c) { return QColor::fromRgbF(float(c.red), float(c.green), float(c.blue), float(c.alpha)); }
+QColor toQt(const tessaluna::backend::Color& c) { return QColor::fromRgbF(float(c.red), float(c.green), float(c.blue), float(c.alpha)); }
 
-QPointF toQt(backend::CGPoint p) { return {p.x, p.y}; }
+QPointF toQt(tessaluna::backend::CGPoint p) { return {p.x, p.y}; }
 
 QPainterPath toQt(const Outline& outline) {
   QPainterPath path;
-  path.setFillRule(outline.rule == backend::FillRule::EvenOdd ? Qt::OddEvenFill : Qt::WindingFill);
-  const backend::CGPoint* p = outline.path.points().data();
-  for (const backend::PathVerb verb : outline.path.verbs()) {
+  path.setFillRule(outline.rule == tessaluna::backend::FillRule::EvenOdd ? Qt::OddEvenFill : Qt::WindingFill);
+  const tessaluna::backend::CGPoint* p = outline.path.points().data();
+  for (const tessaluna::backend::PathVerb verb : outline.path.verbs()) {
     switch (verb) {
-      case backend::PathVerb::Move: path.moveTo(toQt(p[0])); break;
-      case backend::PathVerb::Line: path.lineTo(toQt(p[0])); break;
-      case backend::PathVerb::Curve: path.cubicTo(toQt(p[0]), toQt(p[1]), toQt(p[2])); break;
-      case backend::PathVerb::Close: path.closeSubpath(); break;
+      case tessaluna::backend::PathVerb::Move: path.moveTo(toQt(p[0])); break;
+      case tessaluna::backend::PathVerb::Line: path.lineTo(toQt(p[0])); break;
+      case tessaluna::backend::PathVerb::Curve: path.cubicTo(toQt(p[0]), toQt(p[1]), toQt(p[2])); break;
+      case tessaluna::backend::PathVerb::Close: path.closeSubpath(); break;
     }
-    p += backend::pointCount(verb);
+    p += tessaluna::backend::pointCount(verb);
   }
   return path;
 }
 
-QPen toQt(const Pen& pen, const backend::Color& color) {
+QPen toQt(const Pen& pen, const tessaluna::backend::Color& color) {
   constexpr Qt::PenCapStyle caps[] = {Qt::FlatCap, Qt::RoundCap, Qt::SquareCap};
   constexpr Qt::PenJoinStyle joins[] = {Qt::SvgMiterJoin, Qt::RoundJoin, Qt::BevelJoin};
   QPen native(toQt(color), pen.width, Qt::SolidLine, caps[int(pen.cap)], joins[int(pen.join)]);

@@ -8,33 +8,33 @@
 #include <string>
 
 #include "bench/glyphs/Contestant.h"
-#include "platform/foundation/numberText.h"
-#include "platform/foundation/stopProgram.h"
+#include "tessaluna/platform/foundation/numberText.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 
 namespace bench {
 
 namespace {
 
-using platform::numberText;
+using tessaluna::platform::numberText;
 
-std::string pairText(backend::CGPoint p) { return numberText(p.x) + ' ' + numberText(p.y) + ' '; }
+std::string pairText(tessaluna::backend::CGPoint p) { return numberText(p.x) + ' ' + numberText(p.y) + ' '; }
 
-std::string pathText(const backend::Path& path) {
+std::string pathText(const tessaluna::backend::Path& path) {
   std::string text;
-  const backend::CGPoint* p = path.points().data();
-  for (const backend::PathVerb verb : path.verbs()) {
+  const tessaluna::backend::CGPoint* p = path.points().data();
+  for (const tessaluna::backend::PathVerb verb : path.verbs()) {
     switch (verb) {
-      case backend::PathVerb::Move: text += 'M' + pairText(p[0]); break;
-      case backend::PathVerb::Line: text += 'L' + pairText(p[0]); break;
-      case backend::PathVerb::Curve: text += 'C' + pairText(p[0]) + pairText(p[1]) + pairText(p[2]); break;
-      case backend::PathVerb::Close: text += 'Z'; break;
+      case tessaluna::backend::PathVerb::Move: text += 'M' + pairText(p[0]); break;
+      case tessaluna::backend::PathVerb::Line: text += 'L' + pairText(p[0]); break;
+      case tessaluna::backend::PathVerb::Curve: text += 'C' + pairText(p[0]) + pairText(p[1]) + pairText(p[2]); break;
+      case tessaluna::backend::PathVerb::Close: text += 'Z'; break;
     }
-    p += backend::pointCount(verb);
+    p += tessaluna::backend::pointCount(verb);
   }
   return text;
 }
 
-std::string paintText(std::string_view property, const backend::Color& color) {
+std::string paintText(std::string_view property, const tessaluna::backend::Color& color) {
   const auto part = [](double v) { return std::to_string(int(std::lround(v * 255))); };
   const std::string name(property);
   std::string text = ' ' + name + "=\"rgb(" + part(color.red) + ',' + part(color.green) + ',' + part(color.blue) + ")\"";
@@ -61,7 +61,7 @@ std::string documentText(const Drawing& drawing) {
         text += " stroke-dasharray=\"" + dash + "\" stroke-dashoffset=\"" + numberText(outline.pen->dashPhase) + '"';
     } else {
       text += paintText("fill", outline.color);
-      if (outline.rule == backend::FillRule::EvenOdd) text += " fill-rule=\"evenodd\"";
+      if (outline.rule == tessaluna::backend::FillRule::EvenOdd) text += " fill-rule=\"evenodd\"";
     }
     text += "/>";
   }
@@ -74,7 +74,7 @@ class QtSvgContestant final : public Contestant {
       : image_(drawing.width, drawing.height, QImage::Format_ARGB32_Premultiplied),
         document_(QByteArray::fromStdString(documentText(drawing))),
         everywhere_(0, 0, drawing.width, drawing.height) {
-    if (!document_.isValid()) platform::stopProgram("bench: QtSvg does not take the document");
+    if (!document_.isValid()) tessaluna::platform::stopProgram("bench: QtSvg does not take the document");
     image_.fill(Qt::transparent);
     painter_.begin(&image_);
     painter_.setRenderHint(QPainter::Antialiasing);
@@ -99,7 +99,7 @@ class LibrsvgContestant final : public Contestant {
         everywhere_{0, 0, double(drawing.width), double(drawing.height)} {
     const std::string text = documentText(drawing);
     document_ = rsvg_handle_new_from_data(reinterpret_cast<const guint8*>(text.data()), text.size(), nullptr);
-    if (!document_) platform::stopProgram("bench: librsvg does not take the document");
+    if (!document_) tessaluna::platform::stopProgram("bench: librsvg does not take the document");
   }
   ~LibrsvgContestant() override {
     g_object_unref(document_);

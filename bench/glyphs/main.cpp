@@ -10,7 +10,7 @@
 #include "bench/glyphs/Summary.h"
 #include "bench/harness/countedAllocations.h"
 #include "bench/harness/cpuTime.h"
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 namespace bench {
 
@@ -18,32 +18,32 @@ namespace {
 
 constexpr double secondsOfOne = 0.0005;  // for one contestant in one round
 
-class DoesNothing final : public backend::Canvas {
+class DoesNothing final : public tessaluna::backend::Canvas {
  public:
   void saveState() override {}
   void restoreState() override {}
-  void concat(const backend::CGAffineTransform&) override {}
-  void clipRect(backend::CGRect) override {}
-  void clipPath(const backend::Path&, backend::FillRule) override {}
-  void setFillColor(const backend::Color&) override {}
-  void setStrokeColor(const backend::Color&) override {}
-  void setShadow(const backend::Shadow&) override {}
+  void concat(const tessaluna::backend::CGAffineTransform&) override {}
+  void clipRect(tessaluna::backend::CGRect) override {}
+  void clipPath(const tessaluna::backend::Path&, tessaluna::backend::FillRule) override {}
+  void setFillColor(const tessaluna::backend::Color&) override {}
+  void setStrokeColor(const tessaluna::backend::Color&) override {}
+  void setShadow(const tessaluna::backend::Shadow&) override {}
   void setAlpha(double) override {}
-  void setBlendMode(backend::BlendMode) override {}
+  void setBlendMode(tessaluna::backend::BlendMode) override {}
   void beginTransparencyLayer() override {}
   void endTransparencyLayer() override {}
-  void fillPath(const backend::Path&, backend::FillRule) override {}
-  void strokePath(const backend::Path&, const backend::StrokeStyle&) override {}
-  void fillGradient(const backend::Path&, backend::FillRule, const backend::LinearGradient&) override {}
-  void drawGlyphs(const backend::GlyphRun&, backend::CGPoint) override {}
-  void drawImage(const backend::ImagePixels&, backend::CGRect, backend::CGRect) override {}
+  void fillPath(const tessaluna::backend::Path&, tessaluna::backend::FillRule) override {}
+  void strokePath(const tessaluna::backend::Path&, const tessaluna::backend::StrokeStyle&) override {}
+  void fillGradient(const tessaluna::backend::Path&, tessaluna::backend::FillRule, const tessaluna::backend::LinearGradient&) override {}
+  void drawGlyphs(const tessaluna::backend::GlyphRun&, tessaluna::backend::CGPoint) override {}
+  void drawImage(const tessaluna::backend::ImagePixels&, tessaluna::backend::CGRect, tessaluna::backend::CGRect) override {}
 };
 
 Allocations allocationsOf(const Subject& subject) {
   Allocations counted;
   {
     DoesNothing canvas;
-    const platform::CanvasScope scope(canvas);
+    const tessaluna::platform::CanvasScope scope(canvas);
     drawRoutine(subject.routine);  // what is made once in a program's life is made here
     counted.itsOwn = bench::allocationsOf([&] { drawRoutine(subject.routine); });
   }

@@ -14,20 +14,20 @@
 #include <string>
 #include <vector>
 
-#include "backends/headless/HeadlessBackend.h"
-#include "backends/qt/QtBackend.h"
+#include "tessaluna/backends/headless/HeadlessBackend.h"
+#include "tessaluna/backends/qt/QtBackend.h"
 #include "bench/harness/cpuTime.h"
 #include "bench/harness/statistics.h"
 #include "gallery/search/Library.h"
 #include "gallery/search/SuggestionRow.h"
-#include "platform/views/NSTextField.h"
-#include "platform/windows/NSApplication.h"
-#include "platform/windows/NSWindow.h"
-#include "uikit/suggestions/SuggestionsWindowController.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using TessalunaUIKit::Suggestion;
 using TessalunaUIKit::SuggestionsWindowController;
 
@@ -180,7 +180,7 @@ int main(int argc, char** argv) {
 
   std::printf("Assigning suggestions to a visible pop-up, CPU time of %d rounds: median (quartiles)\n", rounds);
   {
-    backend::headless::HeadlessBackend desktop;
+    tessaluna::backend::headless::HeadlessBackend desktop;
     NSApplication::sharedApplication();
     const auto settle = [&] { desktop.settle(); };
     KitPopUp thousand("1,000, headless", fewSuggestions, settle), tenThousand("10,000, headless", manySuggestions, settle);
@@ -191,7 +191,7 @@ int main(int argc, char** argv) {
   }
   NSApp.reset();
   {
-    const backend::qt::QtBackend desktop;
+    const tessaluna::backend::qt::QtBackend desktop;
     NSApplication::sharedApplication();
     const auto settle = [] { QApplication::processEvents(); };
     KitPopUp thousand("1,000, Qt", fewSuggestions, settle), tenThousand("10,000, Qt", manySuggestions, settle);

@@ -1,10 +1,10 @@
 #include "bench/tracklist/KitList.h"
 
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace bench {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 
@@ -30,7 +30,7 @@ Ref<gallery::TrackListHost> makeHost(std::vector<gallery::Track> tracks, Control
 KitList::KitList(std::vector<gallery::Track> tracks, Controls controls)
     : host_(makeHost(std::move(tracks), controls)) {
   dressWindow(window_);
-  auto* list = new backend::qt::QtViewWidget(host_->view(), &window_);
+  auto* list = new tessaluna::backend::qt::QtViewWidget(host_->view(), &window_);
   list->setGeometry(0, 0, width, height);
   window_.show();
   letEventsHappen();

@@ -20,7 +20,7 @@ class KitList : public ScrollingList {
   QImage picture() override { return window_.grab().toImage(); }
 
  private:
-  platform::Ref<gallery::TrackListHost> host_;
+  tessaluna::platform::Ref<gallery::TrackListHost> host_;
   PaintCount paints_;
   QWidget window_;
 };

@@ -7,11 +7,11 @@
 #include <QSvgRenderer>
 #include <functional>
 
-#include "backends/svg/SvgCanvas.h"
+#include "tessaluna/backends/svg/SvgCanvas.h"
 #include "gallery/tracks/TrackRowView.h"
-#include "platform/graphics/NSGraphicsContext.h"
-#include "platform/text/NSFont.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 namespace bench {
 
@@ -42,17 +42,17 @@ class TrackModel : public QAbstractListModel {
   std::vector<Track> tracks_;
 };
 
-QByteArray svgOf(const std::function<void(platform::CGRect)>& draw) {
-  const platform::CGRect frame{0, 0, 15, 15};
-  backend::svg::SvgCanvas canvas(frame);
+QByteArray svgOf(const std::function<void(tessaluna::platform::CGRect)>& draw) {
+  const tessaluna::platform::CGRect frame{0, 0, 15, 15};
+  tessaluna::backend::svg::SvgCanvas canvas(frame);
   {
-    const platform::CanvasScope drawing(canvas);
+    const tessaluna::platform::CanvasScope drawing(canvas);
     draw(frame);
   }
   return QByteArray::fromStdString(canvas.document());
 }
 
-QRectF qtRectOf(platform::CGRect rect, QPoint origin) {
+QRectF qtRectOf(tessaluna::platform::CGRect rect, QPoint origin) {
   return {origin.x() + rect.origin.x, origin.y() + rect.origin.y, rect.size.width, rect.size.height};
 }
 
@@ -75,7 +75,7 @@ class TrackDelegate : public QStyledItemDelegate {
         gallery::placesInTrackRow({double(option.rect.width()), double(option.rect.height())});
     painter->setPen(option.palette.color(QPalette::Text));
     painter->setFont(option.font);
-    const auto draw = [&](platform::CGRect place, Qt::Alignment alignment, int role) {
+    const auto draw = [&](tessaluna::platform::CGRect place, Qt::Alignment alignment, int role) {
       const QRectF box = qtRectOf(place, origin).adjusted(2, 0, -2, 0);
       const QString text = option.fontMetrics.elidedText(index.data(role).toString(), Qt::ElideRight, int(box.width()));
       painter->drawText(box, alignment | Qt::AlignVCenter | Qt::TextSingleLine, text);
@@ -111,7 +111,7 @@ QtList::QtList(std::vector<Track> tracks, Controls controls)
   list_->setModel(model_.get());
   list_->setItemDelegate(delegate_.get());
   QFont font = list_->font();
-  font.setPixelSize(int(platform::NSFont::systemFontSize()));
+  font.setPixelSize(int(tessaluna::platform::NSFont::systemFontSize()));
   list_->setFont(font);
   window_.show();
   letEventsHappen();

@@ -7,11 +7,11 @@
 #include <cstdio>
 #include <ctime>
 
-#include "backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/QtBackend.h"
 #include "bench/harness/statistics.h"
 #include "bench/tracklist/KitList.h"
 #include "bench/tracklist/QtList.h"
-#include "platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSApplication.h"
 
 namespace {
 
@@ -82,8 +82,8 @@ bool compare(const Run& run, int frames, const QString& pictures) {
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
-  const backend::qt::QtBackend desktop;
-  const auto nsApplication = platform::NSApplication::sharedApplication();
+  const tessaluna::backend::qt::QtBackend desktop;
+  const auto nsApplication = tessaluna::platform::NSApplication::sharedApplication();
 
   const QStringList arguments = QApplication::arguments();
   const auto valueOf = [&](const QString& name) {

@@ -6,18 +6,18 @@
 #include <functional>
 #include <utility>
 
-#include "backends/qt/QtViewWidget.h"
-#include "backends/qt/icons.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
-#include "uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/icons.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
 
 using TessalunaUIKit::TessalunaStyleKit;
 
 // Hears the actions of the views.
-class Listener : public platform::NSObject {
+class Listener : public tessaluna::platform::NSObject {
  public:
-  static const platform::ClassInfo staticClassInfo;
-  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit Listener(std::function<void(int)> goBy) : goBy_(std::move(goBy)) {}
   void previous(NSObject*) { goBy_(-1); }
@@ -27,37 +27,37 @@ class Listener : public platform::NSObject {
   std::function<void(int)> goBy_;
 };
 
-constexpr platform::Selector selectors[] = {platform::action<&Listener::previous>("previous:"),
-                                            platform::action<&Listener::next>("next:")};
-const platform::ClassInfo Listener::staticClassInfo{
+constexpr tessaluna::platform::Selector selectors[] = {tessaluna::platform::action<&Listener::previous>("previous:"),
+                                            tessaluna::platform::action<&Listener::next>("next:")};
+const tessaluna::platform::ClassInfo Listener::staticClassInfo{
     .name = "Listener", .base = &NSObject::staticClassInfo, .selectors = selectors};
 
 HostWindow::HostWindow()
-    : title_(new QLabel), listener_(platform::make<Listener>([this](int tracks) { goBy(tracks); })) {
+    : title_(new QLabel), listener_(tessaluna::platform::make<Listener>([this](int tracks) { goBy(tracks); })) {
   setWindowTitle("Embedded");
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(title_, 0, Qt::AlignCenter);
 
   auto* transport = new QHBoxLayout;
   layout->addLayout(transport);
-  const auto previous = platform::make<TessalunaUIKit::PrevNextButton>(platform::CGRect{0, 0, 24, 24});
+  const auto previous = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 24, 24});
   previous->setTarget(listener_);
   previous->setAction("previous:");
-  transport->addWidget(new backend::qt::QtViewWidget(previous));
+  transport->addWidget(new tessaluna::backend::qt::QtViewWidget(previous));
 
   auto* play = new QPushButton("Play");
-  play->setIcon(backend::qt::iconOfDrawing({32, 32}, TessalunaStyleKit::drawPlay));
+  play->setIcon(tessaluna::backend::qt::iconOfDrawing({32, 32}, TessalunaStyleKit::drawPlay));
   transport->addWidget(play);
   auto* stop = new QPushButton("Stop");
-  stop->setIcon(backend::qt::iconOfDrawing({32, 32}, TessalunaStyleKit::drawStop));
+  stop->setIcon(tessaluna::backend::qt::iconOfDrawing({32, 32}, TessalunaStyleKit::drawStop));
   stop->setEnabled(false);
   transport->addWidget(stop);
 
-  const auto next = platform::make<TessalunaUIKit::PrevNextButton>(platform::CGRect{0, 0, 24, 24});
+  const auto next = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 24, 24});
   next->setNext(true);
   next->setTarget(listener_);
   next->setAction("next:");
-  transport->addWidget(new backend::qt::QtViewWidget(next));
+  transport->addWidget(new tessaluna::backend::qt::QtViewWidget(next));
 
   goBy(0);
 }

@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QWidget>
 
-#include "platform/foundation/Reference.h"
+#include "tessaluna/platform/foundation/Reference.h"
 
 class Listener;
 
@@ -20,6 +20,6 @@ class HostWindow : public QWidget {
   void goBy(int tracks);
 
   QLabel* title_;
-  platform::Ref<Listener> listener_;  // a control does not keep its target
+  tessaluna::platform::Ref<Listener> listener_;  // a control does not keep its target
   int track_ = 1;
 };

@@ -5,9 +5,9 @@
 #include <QPixmap>
 
 #include "HostWindow.h"
-#include "backends/qt/QtBackend.h"
-#include "backends/qt/QtViewWidget.h"
-#include "platform/windows/NSApplication.h"
+#include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/windows/NSApplication.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ int writePicture(HostWindow& window, const QString& file) {
   QApplication::processEvents();
   QWidget* last = nullptr;
   for (QWidget* widget : window.findChildren<QWidget*>())
-    if (dynamic_cast<backend::qt::QtViewWidget*>(widget)) last = widget;
+    if (dynamic_cast<tessaluna::backend::qt::QtViewWidget*>(widget)) last = widget;
   if (!last) return 1;
   click(*last);
   QApplication::processEvents();
@@ -35,8 +35,8 @@ int writePicture(HostWindow& window, const QString& file) {
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
-  backend::qt::QtBackend desktop;
-  const auto application = platform::NSApplication::sharedApplication();
+  tessaluna::backend::qt::QtBackend desktop;
+  const auto application = tessaluna::platform::NSApplication::sharedApplication();
 
   HostWindow window;
   window.show();

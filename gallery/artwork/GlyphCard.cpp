@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/artwork/GlyphView.h"
 
 namespace gallery {
@@ -15,12 +15,12 @@ constexpr int leastWidth = 168, leastStage = 76;
 
 }  // namespace
 
-GlyphCard::GlyphCard(const TessalunaUIKit::Routine& routine) : glyph_(platform::make<GlyphView>(routine)) {
+GlyphCard::GlyphCard(const TessalunaUIKit::Routine& routine) : glyph_(tessaluna::platform::make<GlyphView>(routine)) {
   setObjectName("card");
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(8, 8, 8, 10);
   column->setSpacing(6);
-  auto* glyph = new backend::qt::QtViewWidget(glyph_);
+  auto* glyph = new tessaluna::backend::qt::QtViewWidget(glyph_);
   glyph->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   ground_ = new Ground(glyph);
   ground_->setMinimumSize(leastWidth - 18, leastStage);

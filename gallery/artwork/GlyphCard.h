@@ -4,8 +4,8 @@
 #include <QFrame>
 
 #include "gallery/Ground.h"
-#include "platform/foundation/Reference.h"
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/platform/foundation/Reference.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace gallery {
 
@@ -19,7 +19,7 @@ class GlyphCard : public QFrame {
   void setGround(GroundKind kind) { ground_->setKind(kind); }
 
  private:
-  platform::Ref<GlyphView> glyph_;
+  tessaluna::platform::Ref<GlyphView> glyph_;
   Ground* ground_;
 };
 

@@ -5,7 +5,7 @@
 
 namespace gallery {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -4,12 +4,12 @@
 
 #include <vector>
 
-#include "platform/views/NSView.h"
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace gallery {
 
-class GlyphView : public platform::NSView {
+class GlyphView : public tessaluna::platform::NSView {
  public:
   explicit GlyphView(const TessalunaUIKit::Routine& routine);
 
@@ -18,8 +18,8 @@ class GlyphView : public platform::NSView {
   // The longer side of the frame argument; the other follows the default frame.
   void setGlyphSize(double size);
 
-  platform::CGSize intrinsicContentSize() const override;
-  void drawRect(platform::CGRect rect) override;
+  tessaluna::platform::CGSize intrinsicContentSize() const override;
+  void drawRect(tessaluna::platform::CGRect rect) override;
 
  private:
   const TessalunaUIKit::Routine& routine_;

@@ -3,22 +3,22 @@
 #include <algorithm>
 
 #include "gallery/search/SuggestionRow.h"
-#include "platform/foundation/NSCoder.h"
-#include "platform/foundation/memberTables.h"
-#include "platform/foundation/stopProgram.h"
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSColor.h"
-#include "platform/graphics/NSImage.h"
-#include "platform/graphics/NSRect.h"
-#include "platform/views/NSText.h"
-#include "platform/windows/NSWindow.h"
-#include "uikit/interfaceFileClasses.h"
-#include "uikit/stylekit/image_factory.h"
-#include "uikit/suggestions/FlatTextFieldCell.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/views/NSText.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/uikit/interfaceFileClasses.h"
+#include "tessaluna/uikit/stylekit/image_factory.h"
+#include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
 
 namespace gallery {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 const Selector SearchHost::selectors_[] = {action<&SearchHost::search>("search:")};

@@ -1,7 +1,7 @@
 #include "gallery/search/SuggestionRow.h"
 
-#include "platform/interface_files/NSNib.h"
-#include "uikit/interfaceFileClasses.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/uikit/interfaceFileClasses.h"
 
 namespace gallery {
 
@@ -24,7 +24,7 @@ constexpr std::string_view row = R"({
 
 std::string registerSuggestionRow() {
   TessalunaUIKit::registerInterfaceFileClasses();
-  platform::NSNib::registerDocument(name, row);
+  tessaluna::platform::NSNib::registerDocument(name, row);
   return name;
 }
 

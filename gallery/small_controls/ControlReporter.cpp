@@ -2,7 +2,7 @@
 
 namespace gallery {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

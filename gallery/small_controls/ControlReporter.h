@@ -5,27 +5,27 @@
 #include <map>
 #include <string>
 
-#include "platform/foundation/NSObject.h"
+#include "tessaluna/platform/foundation/NSObject.h"
 
 namespace gallery {
 
-class ControlReporter : public platform::NSObject {
+class ControlReporter : public tessaluna::platform::NSObject {
  public:
-  static const platform::ClassInfo staticClassInfo;
-  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit ControlReporter(std::function<void(const std::string&)> report) : report_(std::move(report)) {}
 
   // How a sender is called; it is not kept alive.
-  void nameControl(const platform::NSObject& control, std::string name) { names_[&control] = std::move(name); }
+  void nameControl(const tessaluna::platform::NSObject& control, std::string name) { names_[&control] = std::move(name); }
 
-  void showPrevious(platform::NSObject* sender) { report_(names_[sender] + " showPrevious:"); }
-  void showNext(platform::NSObject* sender) { report_(names_[sender] + " showNext:"); }
-  void closeItem(platform::NSObject* sender) { report_(names_[sender] + " closeItem:"); }
+  void showPrevious(tessaluna::platform::NSObject* sender) { report_(names_[sender] + " showPrevious:"); }
+  void showNext(tessaluna::platform::NSObject* sender) { report_(names_[sender] + " showNext:"); }
+  void closeItem(tessaluna::platform::NSObject* sender) { report_(names_[sender] + " closeItem:"); }
 
  private:
   std::function<void(const std::string&)> report_;
-  std::map<const platform::NSObject*, std::string> names_;
+  std::map<const tessaluna::platform::NSObject*, std::string> names_;
 };
 
 }  // namespace gallery

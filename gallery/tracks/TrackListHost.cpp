@@ -1,10 +1,10 @@
 #include "gallery/tracks/TrackListHost.h"
 
-#include "platform/menus/NSMenu.h"
+#include "tessaluna/platform/menus/NSMenu.h"
 
 namespace gallery {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 const Selector TrackListHost::selectors_[] = {

@@ -14,18 +14,18 @@
 #include <string>
 
 #include "gallery/tracks/TrackRowView.h"
-#include "platform/views/NSScrollView.h"
-#include "platform/views/NSTableView.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTableView.h"
 
 namespace gallery {
 
-class TrackListHost : public platform::NSObject,
-                      public platform::NSTableViewDataSource,
-                      public platform::NSTableViewDelegate,
+class TrackListHost : public tessaluna::platform::NSObject,
+                      public tessaluna::platform::NSTableViewDataSource,
+                      public tessaluna::platform::NSTableViewDelegate,
                       public TessalunaUIKit::TrackListRowActionTarget {
  public:
-  static const platform::ClassInfo staticClassInfo;
-  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit TrackListHost(std::vector<Track> tracks);
   void didInit() override;
@@ -34,24 +34,24 @@ class TrackListHost : public platform::NSObject,
   void close();
 
   // What is embedded. Absent once the host is closed.
-  const platform::Ref<platform::NSScrollView>& view() const { return scrollView_; }
-  const platform::Ref<platform::NSTableView>& table() const { return table_; }
+  const tessaluna::platform::Ref<tessaluna::platform::NSScrollView>& view() const { return scrollView_; }
+  const tessaluna::platform::Ref<tessaluna::platform::NSTableView>& table() const { return table_; }
   // Hears in a few words of what the user did.
   void setReport(std::function<void(const std::string&)> report) { report_ = std::move(report); }
 
-  std::size_t numberOfRowsInTableView(platform::NSTableView& table) override;
-  platform::Ref<platform::NSView> tableViewViewForRow(platform::NSTableView& table, std::size_t row) override;
-  void tableViewSelectionDidChange(platform::NSTableView& table) override;
-  void tableViewHoveredRowDidChange(platform::NSTableView& table, std::optional<std::size_t> row) override;
-  void tableViewRowWasDoubleClicked(platform::NSTableView& table, std::size_t row) override;
+  std::size_t numberOfRowsInTableView(tessaluna::platform::NSTableView& table) override;
+  tessaluna::platform::Ref<tessaluna::platform::NSView> tableViewViewForRow(tessaluna::platform::NSTableView& table, std::size_t row) override;
+  void tableViewSelectionDidChange(tessaluna::platform::NSTableView& table) override;
+  void tableViewHoveredRowDidChange(tessaluna::platform::NSTableView& table, std::optional<std::size_t> row) override;
+  void tableViewRowWasDoubleClicked(tessaluna::platform::NSTableView& table, std::size_t row) override;
 
   void trackRowPlayButtonClicked(TessalunaUIKit::TrackRowPlayButton& button) override;
   void trackRowFavoriteButtonClicked(TessalunaUIKit::TrackRowFavoriteButton& button) override;
   void trackRowMoreButtonClicked(TessalunaUIKit::TrackRowMoreButton& button) override;
 
   // Chosen from the menu of the more control.
-  void playFromMenu(platform::NSObject* sender);
-  void toggleFavoriteFromMenu(platform::NSObject* sender);
+  void playFromMenu(tessaluna::platform::NSObject* sender);
+  void toggleFavoriteFromMenu(tessaluna::platform::NSObject* sender);
 
  protected:
   // What a row's controls show.
@@ -62,11 +62,11 @@ class TrackListHost : public platform::NSObject,
   void toggleFavorite(std::size_t row);
   void updateRow(std::size_t row);
   void report(const std::string& what) const;
-  static const platform::Selector selectors_[];
+  static const tessaluna::platform::Selector selectors_[];
 
   std::vector<Track> tracks_;
-  platform::Ref<platform::NSScrollView> scrollView_;
-  platform::Ref<platform::NSTableView> table_;
+  tessaluna::platform::Ref<tessaluna::platform::NSScrollView> scrollView_;
+  tessaluna::platform::Ref<tessaluna::platform::NSTableView> table_;
   std::optional<std::size_t> current_, hovered_, menuRow_;
   bool isPlaying_ = false;
   std::function<void(const std::string&)> report_;

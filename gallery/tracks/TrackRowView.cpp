@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 
 namespace gallery {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 namespace {

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "gallery/tracks/GeneratedTracks.h"
-#include "platform/views/NSTextField.h"
-#include "uikit/trackrow/TrackRowFavoriteButton.h"
-#include "uikit/trackrow/TrackRowMoreButton.h"
-#include "uikit/trackrow/TrackRowPlayButton.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
 
 namespace gallery {
 
@@ -20,26 +20,26 @@ struct TrackRowState {
 
 // Where each part stands in a row of this size, y down.
 struct TrackRowPlaces {
-  platform::CGRect number, play, favorite, title, artists, more, length;
+  tessaluna::platform::CGRect number, play, favorite, title, artists, more, length;
 };
-TrackRowPlaces placesInTrackRow(platform::CGSize row);
+TrackRowPlaces placesInTrackRow(tessaluna::platform::CGSize row);
 
-class TrackRowView : public platform::NSView {
+class TrackRowView : public tessaluna::platform::NSView {
  public:
   // The target hears of the clicks of all three controls, each with the control as its argument.
-  explicit TrackRowView(platform::Ref<TessalunaUIKit::TrackListRowActionTarget> target);
+  explicit TrackRowView(tessaluna::platform::Ref<TessalunaUIKit::TrackListRowActionTarget> target);
 
   void showTrack(std::size_t number, const Track& track);
   void showState(const TrackRowState& state);
 
-  void setFrame(platform::CGRect frame) override;
+  void setFrame(tessaluna::platform::CGRect frame) override;
   bool isFlipped() const override { return true; }
 
  private:
-  platform::Ref<platform::NSTextField> number_, title_, artists_, length_;
-  platform::Ref<TessalunaUIKit::TrackRowPlayButton> play_;
-  platform::Ref<TessalunaUIKit::TrackRowFavoriteButton> favorite_;
-  platform::Ref<TessalunaUIKit::TrackRowMoreButton> more_;
+  tessaluna::platform::Ref<tessaluna::platform::NSTextField> number_, title_, artists_, length_;
+  tessaluna::platform::Ref<TessalunaUIKit::TrackRowPlayButton> play_;
+  tessaluna::platform::Ref<TessalunaUIKit::TrackRowFavoriteButton> favorite_;
+  tessaluna::platform::Ref<TessalunaUIKit::TrackRowMoreButton> more_;
 };
 
 }  // namespace gallery

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "backends/qt/AccessibleElement.h"
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/AccessibleElement.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/AccessiblePlayer.h"
 
-using namespace platform;
-using backend::qt::AccessibleElement;
-using backend::qt::QtViewWidget;
+using namespace tessaluna::platform;
+using tessaluna::backend::qt::AccessibleElement;
+using tessaluna::backend::qt::QtViewWidget;
 using Heard = std::vector<std::string>;
 
 namespace {

@@ -7,7 +7,7 @@
 #include "tests/harness/AccessiblePlayer.h"
 #include "tests/harness/sourceFolder.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

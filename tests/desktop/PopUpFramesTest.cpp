@@ -2,11 +2,11 @@
 #include <QProcess>
 #include <map>
 
-#include "platform/graphics/NSColor.h"
-#include "platform/windows/NSWindow.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 #include "tests/desktop/QtDesktop.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/AccessiblePlayer.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -8,15 +8,15 @@
 
 #include <gtest/gtest.h>
 
-#include "backends/qt/QtBackend.h"
-#include "platform/windows/NSApplication.h"
+#include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/platform/windows/NSApplication.h"
 
 namespace harness {
 
 class QtDesktop : public testing::Test {
  protected:
-  QtDesktop() { platform::NSApplication::sharedApplication(); }
-  ~QtDesktop() override { platform::NSApp = nullptr; }
+  QtDesktop() { tessaluna::platform::NSApplication::sharedApplication(); }
+  ~QtDesktop() override { tessaluna::platform::NSApp = nullptr; }
 
   // Whether the condition comes true while events are handled, within half a minute.
   template <class Condition>
@@ -48,23 +48,23 @@ class QtDesktop : public testing::Test {
   }
 
  private:
-  backend::qt::QtBackend desktop_;
+  tessaluna::backend::qt::QtBackend desktop_;
 };
 
 // The target of a button: counts its clicks.
-class ClickCount : public platform::NSObject {
+class ClickCount : public tessaluna::platform::NSObject {
  public:
-  static const platform::ClassInfo staticClassInfo;
-  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  void clicked(platform::NSObject*) { ++count; }
+  void clicked(tessaluna::platform::NSObject*) { ++count; }
   int count = 0;
 };
 
-inline constexpr platform::Selector clickCountSelectors[] = {
-    platform::action<&ClickCount::clicked>("clicked:")};
-inline const platform::ClassInfo ClickCount::staticClassInfo{.name = "harness.ClickCount",
-                                                             .base = &platform::NSObject::staticClassInfo,
+inline constexpr tessaluna::platform::Selector clickCountSelectors[] = {
+    tessaluna::platform::action<&ClickCount::clicked>("clicked:")};
+inline const tessaluna::platform::ClassInfo ClickCount::staticClassInfo{.name = "harness.ClickCount",
+                                                             .base = &tessaluna::platform::NSObject::staticClassInfo,
                                                              .selectors = clickCountSelectors};
 
 }  // namespace harness

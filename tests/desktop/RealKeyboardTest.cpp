@@ -3,12 +3,12 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "platform/views/NSTextField.h"
-#include "platform/views/NSTextView.h"
-#include "platform/windows/NSWindow.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/views/NSTextView.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 #include "tests/desktop/QtDesktop.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

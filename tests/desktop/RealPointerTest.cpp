@@ -1,13 +1,13 @@
 // The small controls under a real pointer: the X server's, moved and pressed by xdotool.
 #include <QWidget>
 
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tests/desktop/QtDesktop.h"
-#include "uikit/trackrow/CloseButton.h"
-#include "uikit/trackrow/PlaybackStatusIcon.h"
-#include "uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/uikit/trackrow/CloseButton.h"
+#include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 namespace {
@@ -21,7 +21,7 @@ class RealPointer : public harness::QtDesktop {
 
   // Shows the view at a place of the window.
   void show(const Ref<NSView>& view, QPoint place) {
-    auto* widget = new backend::qt::QtViewWidget(view, &top_);
+    auto* widget = new tessaluna::backend::qt::QtViewWidget(view, &top_);
     widget->setGeometry({place, QSize(40, 40)});
     top_.show();
     ASSERT_TRUE(eventually([&] { return view->window() != nullptr; }));

@@ -4,12 +4,12 @@
 #include <QWidget>
 #include <QWindow>
 
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/search/SearchHost.h"
-#include "platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 #include "tests/desktop/QtDesktop.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using gallery::SearchHost;
 
 namespace {
@@ -20,7 +20,7 @@ class SearchPopUp : public harness::QtDesktop {
  protected:
   SearchPopUp() {
     host_->setReport([this](const std::string& what) { reports_.push_back(what); });
-    field_ = new backend::qt::QtViewWidget(host_->view(), &window_);
+    field_ = new tessaluna::backend::qt::QtViewWidget(host_->view(), &window_);
     field_->setGeometry(fieldLeft, fieldTop, 360, 26);
     // Where no pop-up will be.
     xdotool({"mousemove", "5", "5"});
@@ -70,7 +70,7 @@ class SearchPopUp : public harness::QtDesktop {
   Ref<SearchHost> host_ = make<SearchHost>(gallery::inventedLibrary(20000));
   std::vector<std::string> reports_;
   QWidget window_;
-  backend::qt::QtViewWidget* field_ = nullptr;
+  tessaluna::backend::qt::QtViewWidget* field_ = nullptr;
 };
 
 TEST_F(SearchPopUp, OpensTwoPointsBelowItsField) {

@@ -2,12 +2,12 @@
 #include <QWidget>
 #include <QWindow>
 
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/tracks/TrackListHost.h"
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/rowParts.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 using gallery::TrackListHost;
 
@@ -19,7 +19,7 @@ class TrackListPointer : public harness::QtDesktop {
  protected:
   TrackListPointer() {
     host_->setReport([this](const std::string& what) { reports_.push_back(what); });
-    auto* list = new backend::qt::QtViewWidget(host_->view(), &window_);
+    auto* list = new tessaluna::backend::qt::QtViewWidget(host_->view(), &window_);
     list->setGeometry(0, 0, width, height);
   }
   ~TrackListPointer() override {

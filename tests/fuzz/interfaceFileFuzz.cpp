@@ -3,24 +3,24 @@
 #include <cstdint>
 #include <string_view>
 
-#include "backends/headless/HeadlessBackend.h"
-#include "platform/foundation/stopProgram.h"
-#include "platform/interface_files/NSNib.h"
-#include "platform/windows/NSApplication.h"
-#include "platform/windows/NSWindow.h"
-#include "uikit/interfaceFileClasses.h"
-#include "uikit/suggestions/SuggestionItemViewController.h"
+#include "tessaluna/backends/headless/HeadlessBackend.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/uikit/interfaceFileClasses.h"
+#include "tessaluna/uikit/suggestions/SuggestionItemViewController.h"
 
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 struct World {
   World() {
     NSApplication::sharedApplication();
     TessalunaUIKit::registerInterfaceFileClasses();
   }
-  backend::headless::HeadlessBackend desktop;
+  tessaluna::backend::headless::HeadlessBackend desktop;
 };
 
 void show(const Ref<NSView>& view, World& world) {

@@ -4,15 +4,15 @@
 #include <cstdio>
 #include <vector>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
 #include "tests/fuzz/FuzzInput.h"
 
 namespace {
 
-using namespace backend;
-using backend::raster::Bitmap;
-using backend::raster::RasterCanvas;
+using namespace tessaluna::backend;
+using tessaluna::backend::raster::Bitmap;
+using tessaluna::backend::raster::RasterCanvas;
 using fuzz::FuzzInput;
 
 // More would only repeat what these do, and take longer.

@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "backends/qt/AccessibilityBridge.h"
-#include "backends/qt/QtBackend.h"
-#include "backends/qt/QtNativeWindow.h"
-#include "platform/interface_files/NSNib.h"
-#include "platform/views/NSButton.h"
-#include "platform/windows/NSWindow.h"
-#include "uikit/suggestions/SuggestionsWindowController.h"
+#include "tessaluna/backends/qt/AccessibilityBridge.h"
+#include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/QtNativeWindow.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 
 namespace harness {
 
@@ -25,14 +25,14 @@ class AccessiblePlayer {
     box->addSubview(button);
     button->setTitle("Play");
     button->setAction("clicked:");
-    field->setCell(platform::make<TessalunaUIKit::SuggestibleTextFieldCell>("query"));
-    static_cast<platform::NSTextFieldCell&>(*field->cell()).setEditable(true);
+    field->setCell(tessaluna::platform::make<TessalunaUIKit::SuggestibleTextFieldCell>("query"));
+    static_cast<tessaluna::platform::NSTextFieldCell&>(*field->cell()).setEditable(true);
     field->setAction("clicked:");
-    platform::NSNib::registerFactory("row", [](platform::NSObject& owner) -> platform::Ref<platform::NSObject> {
+    tessaluna::platform::NSNib::registerFactory("row", [](tessaluna::platform::NSObject& owner) -> tessaluna::platform::Ref<tessaluna::platform::NSObject> {
       auto& item = dynamic_cast<TessalunaUIKit::SuggestionItemViewController&>(owner);
-      const auto row = platform::make<TessalunaUIKit::HighlightingView>(platform::CGRect{0, 0, 50, 20});
-      const auto label = platform::NSTextField::labelWithString("");
-      const auto detail = platform::NSTextField::labelWithString("");
+      const auto row = tessaluna::platform::make<TessalunaUIKit::HighlightingView>(tessaluna::platform::CGRect{0, 0, 50, 20});
+      const auto label = tessaluna::platform::NSTextField::labelWithString("");
+      const auto detail = tessaluna::platform::NSTextField::labelWithString("");
       label->setFrame({4, 2, 90, 16});
       detail->setFrame({100, 2, 90, 16});
       item.setLabelTextField(label);
@@ -46,7 +46,7 @@ class AccessiblePlayer {
   ~AccessiblePlayer() { controller->cancelSuggestions(); }
 
   // Gets "clicked:" of the button and of the field.
-  void setTarget(const platform::Ref<platform::NSObject>& target) {
+  void setTarget(const tessaluna::platform::Ref<tessaluna::platform::NSObject>& target) {
     button->setTarget(target);
     field->setTarget(target);
   }
@@ -60,55 +60,55 @@ class AccessiblePlayer {
     controller->beginForTextField(field);
   }
 
-  static QAccessibleInterface* of(const platform::Ref<platform::NSObject>& element) {
-    return backend::qt::QtBackend::accessibility()->interfaceOf(element);
+  static QAccessibleInterface* of(const tessaluna::platform::Ref<tessaluna::platform::NSObject>& element) {
+    return tessaluna::backend::qt::QtBackend::accessibility()->interfaceOf(element);
   }
-  static QWindow& qWindowOf(const platform::NSWindow& window) {
-    return *dynamic_cast<backend::qt::QtNativeWindow&>(*window.nativeWindow()).qWindow();
+  static QWindow& qWindowOf(const tessaluna::platform::NSWindow& window) {
+    return *dynamic_cast<tessaluna::backend::qt::QtNativeWindow&>(*window.nativeWindow()).qWindow();
   }
   QAccessibleInterface* root() const { return QAccessible::queryAccessibleInterface(&qWindowOf(*window)); }
   QAccessibleInterface* list() const { return of(field->cell())->child(0); }
 
-  platform::Ref<platform::NSWindow> window = platform::make<platform::NSWindow>(
-      platform::CGRect{100, 200, 300, 160}, platform::NSWindowStyleMaskTitled, platform::NSBackingStoreBuffered, true);
-  platform::Ref<platform::NSView> box = platform::make<platform::NSView>(platform::CGRect{0, 40, 300, 120});
-  platform::Ref<platform::NSTextField> field = platform::make<platform::NSTextField>(platform::CGRect{10, 20, 200, 24});
-  platform::Ref<platform::NSButton> button = platform::make<platform::NSButton>(platform::CGRect{10, 60, 80, 24});
-  platform::Ref<TessalunaUIKit::SuggestionsWindowController> controller =
-      platform::make<TessalunaUIKit::SuggestionsWindowController>();
+  tessaluna::platform::Ref<tessaluna::platform::NSWindow> window = tessaluna::platform::make<tessaluna::platform::NSWindow>(
+      tessaluna::platform::CGRect{100, 200, 300, 160}, tessaluna::platform::NSWindowStyleMaskTitled, tessaluna::platform::NSBackingStoreBuffered, true);
+  tessaluna::platform::Ref<tessaluna::platform::NSView> box = tessaluna::platform::make<tessaluna::platform::NSView>(tessaluna::platform::CGRect{0, 40, 300, 120});
+  tessaluna::platform::Ref<tessaluna::platform::NSTextField> field = tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{10, 20, 200, 24});
+  tessaluna::platform::Ref<tessaluna::platform::NSButton> button = tessaluna::platform::make<tessaluna::platform::NSButton>(tessaluna::platform::CGRect{10, 60, 80, 24});
+  tessaluna::platform::Ref<TessalunaUIKit::SuggestionsWindowController> controller =
+      tessaluna::platform::make<TessalunaUIKit::SuggestionsWindowController>();
 };
 
 // A cell with a value between bounds, such as a slider's.
-class QuantityCell : public platform::NSCell {
+class QuantityCell : public tessaluna::platform::NSCell {
  public:
   bool isAccessibilityElement() const override { return true; }
-  std::string accessibilityRole() const override { return std::string(platform::NSAccessibilitySliderRole); }
-  platform::AccessibilityValue accessibilityValue() const override { return value; }
-  platform::AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override {
-    if (attribute == platform::NSAccessibilityMinValueAttribute) return 0.0;
-    if (attribute == platform::NSAccessibilityMaxValueAttribute) return 10.0;
-    return platform::NSCell::accessibilityAttributeValue(attribute);
+  std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilitySliderRole); }
+  tessaluna::platform::AccessibilityValue accessibilityValue() const override { return value; }
+  tessaluna::platform::AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override {
+    if (attribute == tessaluna::platform::NSAccessibilityMinValueAttribute) return 0.0;
+    if (attribute == tessaluna::platform::NSAccessibilityMaxValueAttribute) return 10.0;
+    return tessaluna::platform::NSCell::accessibilityAttributeValue(attribute);
   }
-  void accessibilitySetValue(const platform::AccessibilityValue& wanted, std::string_view attribute) override {
-    if (attribute == platform::NSAccessibilityValueAttribute && wanted.as<double>()) value = *wanted.as<double>();
+  void accessibilitySetValue(const tessaluna::platform::AccessibilityValue& wanted, std::string_view attribute) override {
+    if (attribute == tessaluna::platform::NSAccessibilityValueAttribute && wanted.as<double>()) value = *wanted.as<double>();
   }
   double value = 4;
 };
 
 // A text with a selection, as a field has while it is edited.
-class SelectingCell : public platform::NSTextFieldCell {
+class SelectingCell : public tessaluna::platform::NSTextFieldCell {
  public:
-  SelectingCell() : platform::NSTextFieldCell("some words") { setEditable(true); }
-  platform::AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override {
-    if (attribute == platform::NSAccessibilitySelectedTextRangeAttribute) return range;
-    return platform::NSTextFieldCell::accessibilityAttributeValue(attribute);
+  SelectingCell() : tessaluna::platform::NSTextFieldCell("some words") { setEditable(true); }
+  tessaluna::platform::AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override {
+    if (attribute == tessaluna::platform::NSAccessibilitySelectedTextRangeAttribute) return range;
+    return tessaluna::platform::NSTextFieldCell::accessibilityAttributeValue(attribute);
   }
-  void accessibilitySetValue(const platform::AccessibilityValue& value, std::string_view attribute) override {
-    if (attribute != platform::NSAccessibilitySelectedTextRangeAttribute)
-      return platform::NSTextFieldCell::accessibilitySetValue(value, attribute);
-    range = *value.as<platform::NSRange>();
+  void accessibilitySetValue(const tessaluna::platform::AccessibilityValue& value, std::string_view attribute) override {
+    if (attribute != tessaluna::platform::NSAccessibilitySelectedTextRangeAttribute)
+      return tessaluna::platform::NSTextFieldCell::accessibilitySetValue(value, attribute);
+    range = *value.as<tessaluna::platform::NSRange>();
   }
-  platform::NSRange range{5, 5};
+  tessaluna::platform::NSRange range{5, 5};
 };
 
 }  // namespace harness

@@ -5,65 +5,65 @@
 #include <string>
 #include <vector>
 
-#include "platform/views/NSTextField.h"
-#include "platform/views/NSTextView.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/views/NSTextView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-namespace platform {
+namespace tessaluna::platform {
 
 inline void PrintTo(NSRange r, std::ostream* out) { *out << "{" << r.location << ", " << r.length << "}"; }
 
-}  // namespace platform
+}  // namespace tessaluna::platform
 
 namespace harness {
 
 using Calls = std::vector<std::string>;
 
-class ProbeFieldDelegate : public platform::NSObject, public platform::NSTextFieldDelegate {
+class ProbeFieldDelegate : public tessaluna::platform::NSObject, public tessaluna::platform::NSTextFieldDelegate {
  public:
   Calls calls;
   bool refusesToBegin = false, refusesToEnd = false;
   std::function<bool(std::string_view)> onCommand;
   std::function<void()> onBegin, onChange, onEnd;
 
-  void controlTextDidBeginEditing(const platform::Ref<platform::NSNotification>&) override {
+  void controlTextDidBeginEditing(const tessaluna::platform::Ref<tessaluna::platform::NSNotification>&) override {
     calls.push_back("begin");
     if (onBegin) onBegin();
   }
-  void controlTextDidChange(const platform::Ref<platform::NSNotification>& notification) override {
-    calls.push_back("change " + dynamic_cast<platform::NSTextField&>(*notification->object()).stringValue());
+  void controlTextDidChange(const tessaluna::platform::Ref<tessaluna::platform::NSNotification>& notification) override {
+    calls.push_back("change " + dynamic_cast<tessaluna::platform::NSTextField&>(*notification->object()).stringValue());
     if (onChange) onChange();
   }
-  void controlTextDidEndEditing(const platform::Ref<platform::NSNotification>&) override {
+  void controlTextDidEndEditing(const tessaluna::platform::Ref<tessaluna::platform::NSNotification>&) override {
     calls.push_back("end");
     if (onEnd) onEnd();
   }
-  bool controlTextShouldBeginEditing(platform::NSControl&, platform::NSText&) override { return !refusesToBegin; }
-  bool controlTextShouldEndEditing(platform::NSControl&, platform::NSText&) override { return !refusesToEnd; }
-  bool controlTextViewDoCommandBySelector(platform::NSControl&, platform::NSTextView&,
+  bool controlTextShouldBeginEditing(tessaluna::platform::NSControl&, tessaluna::platform::NSText&) override { return !refusesToBegin; }
+  bool controlTextShouldEndEditing(tessaluna::platform::NSControl&, tessaluna::platform::NSText&) override { return !refusesToEnd; }
+  bool controlTextViewDoCommandBySelector(tessaluna::platform::NSControl&, tessaluna::platform::NSTextView&,
                                           std::string_view selector) override {
     calls.push_back(std::string(selector));
     return onCommand && onCommand(selector);
   }
 };
 
-class ProbeFieldTarget : public platform::NSObject {
+class ProbeFieldTarget : public tessaluna::platform::NSObject {
  public:
-  static const platform::ClassInfo staticClassInfo;
-  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
-  void search(platform::NSObject* sender) {
-    values.push_back(dynamic_cast<platform::NSTextField&>(*sender).stringValue());
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+  void search(tessaluna::platform::NSObject* sender) {
+    values.push_back(dynamic_cast<tessaluna::platform::NSTextField&>(*sender).stringValue());
     if (onAction) onAction();
   }
   Calls values;
   std::function<void()> onAction;
 };
 
-inline constexpr platform::Selector probeFieldTargetSelectors[] = {
-    platform::action<&ProbeFieldTarget::search>("search:")};
-inline const platform::ClassInfo ProbeFieldTarget::staticClassInfo{.name = "ProbeFieldTarget",
-                                                                   .base = &platform::NSObject::staticClassInfo,
+inline constexpr tessaluna::platform::Selector probeFieldTargetSelectors[] = {
+    tessaluna::platform::action<&ProbeFieldTarget::search>("search:")};
+inline const tessaluna::platform::ClassInfo ProbeFieldTarget::staticClassInfo{.name = "ProbeFieldTarget",
+                                                                   .base = &tessaluna::platform::NSObject::staticClassInfo,
                                                                    .selectors = probeFieldTargetSelectors};
 
 // A character of the fields' font is 6.5 points wide and a line 15.6 high; their text starts 7 points from the left.
@@ -78,8 +78,8 @@ class FieldWorld : public StillWorld {
   }
 
   // The editor of the first field, which must be edited.
-  platform::Ref<platform::NSTextView> editor() const {
-    return std::dynamic_pointer_cast<platform::NSTextView>(field->currentEditor());
+  tessaluna::platform::Ref<tessaluna::platform::NSTextView> editor() const {
+    return std::dynamic_pointer_cast<tessaluna::platform::NSTextView>(field->currentEditor());
   }
   void begin(std::string_view text = "") {
     field->setStringValue(text);
@@ -92,15 +92,15 @@ class FieldWorld : public StillWorld {
     editor()->setSelectedRange({caret, 0});
   }
   // In the window, where the caret stands at the index of a text that is not scrolled, half down the line.
-  static platform::CGPoint placeOf(std::size_t index) {
+  static tessaluna::platform::CGPoint placeOf(std::size_t index) {
     return {20 + 7 + 6.5 * static_cast<double>(index), 100 + 12};
   }
 
-  platform::Ref<platform::NSWindow> window = showWindow();
-  platform::Ref<platform::NSTextField> field = platform::make<platform::NSTextField>(platform::CGRect{20, 100, 110, 24});
-  platform::Ref<platform::NSTextField> other = platform::make<platform::NSTextField>(platform::CGRect{20, 60, 110, 24});
-  platform::Ref<ProbeFieldDelegate> delegate = platform::make<ProbeFieldDelegate>();
-  platform::Ref<ProbeFieldTarget> target = platform::make<ProbeFieldTarget>();
+  tessaluna::platform::Ref<tessaluna::platform::NSWindow> window = showWindow();
+  tessaluna::platform::Ref<tessaluna::platform::NSTextField> field = tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{20, 100, 110, 24});
+  tessaluna::platform::Ref<tessaluna::platform::NSTextField> other = tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{20, 60, 110, 24});
+  tessaluna::platform::Ref<ProbeFieldDelegate> delegate = tessaluna::platform::make<ProbeFieldDelegate>();
+  tessaluna::platform::Ref<ProbeFieldTarget> target = tessaluna::platform::make<ProbeFieldTarget>();
 };
 
 }  // namespace harness

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "platform/events/NSEvent.h"
-#include "platform/views/NSView.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/views/NSView.h"
 
 namespace harness {
 
-class ProbeView : public platform::NSView {
+class ProbeView : public tessaluna::platform::NSView {
  public:
   using NSView::NSView;
 
@@ -20,9 +20,9 @@ class ProbeView : public platform::NSView {
 
   // What it was told, in order: "mouseDown", "keyDown", ...
   std::vector<std::string> calls;
-  std::vector<platform::Ref<platform::NSEvent>> events;
-  std::vector<platform::CGRect> drawn;  // the rectangles that drawRect: got
-  std::function<void(platform::CGRect)> onDraw;
+  std::vector<tessaluna::platform::Ref<tessaluna::platform::NSEvent>> events;
+  std::vector<tessaluna::platform::CGRect> drawn;  // the rectangles that drawRect: got
+  std::function<void(tessaluna::platform::CGRect)> onDraw;
   std::function<void(const std::string&)> onCall;
 
   bool isFlipped() const override { return flipped; }
@@ -36,17 +36,17 @@ class ProbeView : public platform::NSView {
     calls.push_back("resign");
     return !refusesToResign;
   }
-  bool performKeyEquivalent(const platform::Ref<platform::NSEvent>& event) override {
+  bool performKeyEquivalent(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override {
     calls.push_back("keyEquivalent");
     return takesKeyEquivalents || NSView::performKeyEquivalent(event);
   }
-  void drawRect(platform::CGRect rect) override {
+  void drawRect(tessaluna::platform::CGRect rect) override {
     drawn.push_back(rect);
     if (onDraw) onDraw(rect);
   }
   void updateTrackingAreas() override { calls.push_back("updateTrackingAreas"); }
 
-  using EventRef = platform::Ref<platform::NSEvent>;
+  using EventRef = tessaluna::platform::Ref<tessaluna::platform::NSEvent>;
   void mouseDown(const EventRef& e) override { got("mouseDown", e); }
   void mouseUp(const EventRef& e) override { got("mouseUp", e); }
   void mouseDragged(const EventRef& e) override { got("mouseDragged", e); }

@@ -4,39 +4,39 @@
 
 #include <gtest/gtest.h>
 
-#include "backends/headless/HeadlessBackend.h"
-#include "backends/headless/VirtualUser.h"
-#include "platform/foundation/SystemVersion.h"
-#include "platform/views/NSView.h"
-#include "platform/windows/NSApplication.h"
-#include "platform/windows/NSWindow.h"
+#include "tessaluna/backends/headless/HeadlessBackend.h"
+#include "tessaluna/backends/headless/VirtualUser.h"
+#include "tessaluna/platform/foundation/SystemVersion.h"
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 
 namespace harness {
 
 class StillWorld : public testing::Test {
  protected:
-  StillWorld() { platform::NSApplication::sharedApplication(); }
+  StillWorld() { tessaluna::platform::NSApplication::sharedApplication(); }
   ~StillWorld() override {
     // A view that remembers its events remembers its window with them: the two let go of each other here.
-    if (platform::NSApp)
-      for (const platform::Ref<platform::NSWindow>& window : platform::NSApp->windows())
+    if (tessaluna::platform::NSApp)
+      for (const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& window : tessaluna::platform::NSApp->windows())
         window->setContentView(nullptr);
-    platform::NSApp.reset();
-    platform::setOperatingSystemVersion(systemVersion_);
-    platform::NSAppKitVersionNumber = kitVersion_;
+    tessaluna::platform::NSApp.reset();
+    tessaluna::platform::setOperatingSystemVersion(systemVersion_);
+    tessaluna::platform::NSAppKitVersionNumber = kitVersion_;
   }
 
   // A titled window on the screen, painted, with the key status; content of 200 by 150 points.
-  platform::Ref<platform::NSWindow> showWindow(platform::CGRect content = {100, 100, 200, 150}) {
-    auto window = platform::make<platform::NSWindow>(content, platform::NSWindowStyleMaskTitled,
-                                                     platform::NSBackingStoreBuffered, /*defer=*/true);
+  tessaluna::platform::Ref<tessaluna::platform::NSWindow> showWindow(tessaluna::platform::CGRect content = {100, 100, 200, 150}) {
+    auto window = tessaluna::platform::make<tessaluna::platform::NSWindow>(content, tessaluna::platform::NSWindowStyleMaskTitled,
+                                                     tessaluna::platform::NSBackingStoreBuffered, /*defer=*/true);
     window->makeKeyAndOrderFront(nullptr);
     desktop.settle();
     return window;
   }
 
   // The same with the view in it, its paints forgotten.
-  platform::Ref<platform::NSWindow> showWindowWith(const platform::Ref<platform::NSView>& view) {
+  tessaluna::platform::Ref<tessaluna::platform::NSWindow> showWindowWith(const tessaluna::platform::Ref<tessaluna::platform::NSView>& view) {
     auto window = showWindow();
     window->contentView()->addSubview(view);
     desktop.settle();
@@ -44,16 +44,16 @@ class StillWorld : public testing::Test {
     return window;
   }
 
-  static backend::headless::HeadlessWindow& nativeOf(const platform::NSWindow& window) {
-    return backend::headless::HeadlessWindow::of(window);
+  static tessaluna::backend::headless::HeadlessWindow& nativeOf(const tessaluna::platform::NSWindow& window) {
+    return tessaluna::backend::headless::HeadlessWindow::of(window);
   }
 
-  backend::headless::HeadlessBackend desktop;
-  backend::headless::VirtualUser user{desktop};
+  tessaluna::backend::headless::HeadlessBackend desktop;
+  tessaluna::backend::headless::VirtualUser user{desktop};
 
  private:
-  const platform::NSOperatingSystemVersion systemVersion_ = platform::operatingSystemVersion();
-  const double kitVersion_ = platform::NSAppKitVersionNumber;
+  const tessaluna::platform::NSOperatingSystemVersion systemVersion_ = tessaluna::platform::operatingSystemVersion();
+  const double kitVersion_ = tessaluna::platform::NSAppKitVersionNumber;
 };
 
 }  // namespace harness

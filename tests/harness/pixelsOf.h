@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <utility>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 namespace harness {
 
@@ -18,19 +18,19 @@ struct PictureSize {
 };
 
 template <class Draw>
-backend::raster::Bitmap pixelsOf(PictureSize size, Draw draw) {
-  auto bitmap = backend::raster::Bitmap::make(static_cast<int>(size.width * size.scale),
+tessaluna::backend::raster::Bitmap pixelsOf(PictureSize size, Draw draw) {
+  auto bitmap = tessaluna::backend::raster::Bitmap::make(static_cast<int>(size.width * size.scale),
                                               static_cast<int>(size.height * size.scale));
   if (!bitmap) std::abort();
   {
-    backend::raster::RasterCanvas canvas(*bitmap, {.scale = size.scale});
-    const platform::CanvasScope scope(canvas);
+    tessaluna::backend::raster::RasterCanvas canvas(*bitmap, {.scale = size.scale});
+    const tessaluna::platform::CanvasScope scope(canvas);
     draw();
   }
   return std::move(*bitmap);
 }
 
-inline bool arePixelsEqual(const backend::raster::Bitmap& a, const backend::raster::Bitmap& b) {
+inline bool arePixelsEqual(const tessaluna::backend::raster::Bitmap& a, const tessaluna::backend::raster::Bitmap& b) {
   if (a.width() != b.width() || a.height() != b.height()) return false;
   for (int y = 0; y < a.height(); ++y)
     for (int x = 0; x < a.width(); ++x)

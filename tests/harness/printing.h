@@ -3,10 +3,10 @@
 
 #include <ostream>
 
-#include "platform/foundation/AffineTransform.h"
-#include "platform/foundation/Geometry.h"
+#include "tessaluna/platform/foundation/AffineTransform.h"
+#include "tessaluna/platform/foundation/Geometry.h"
 
-namespace platform {
+namespace tessaluna::platform {
 
 inline void PrintTo(CGPoint p, std::ostream* out) { *out << "(" << p.x << ", " << p.y << ")"; }
 inline void PrintTo(CGSize s, std::ostream* out) { *out << s.width << " by " << s.height; }
@@ -18,4 +18,4 @@ inline void PrintTo(const CGAffineTransform& t, std::ostream* out) {
   *out << "[" << t.a << " " << t.b << " " << t.c << " " << t.d << " " << t.tx << " " << t.ty << "]";
 }
 
-}  // namespace platform
+}  // namespace tessaluna::platform

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "backends/recording/RecordingCanvas.h"
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/backends/recording/RecordingCanvas.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 namespace harness {
 
@@ -13,9 +13,9 @@ using Lines = std::vector<std::string>;
 
 template <class Draw>
 Lines recordingOf(Draw draw) {
-  backend::recording::RecordingCanvas canvas;
+  tessaluna::backend::recording::RecordingCanvas canvas;
   {
-    const platform::CanvasScope scope(canvas);
+    const tessaluna::platform::CanvasScope scope(canvas);
     draw();
   }
   return canvas.lines();

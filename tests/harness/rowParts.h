@@ -3,14 +3,14 @@
 
 #include <stdexcept>
 
-#include "platform/views/NSTableView.h"
+#include "tessaluna/platform/views/NSTableView.h"
 
 namespace harness {
 
 // The row is one that shows.
 template <class View>
-View& partOfRow(platform::NSTableView& table, std::size_t row) {
-  for (const platform::Ref<platform::NSView>& part : table.viewAtRow(row)->subviews())
+View& partOfRow(tessaluna::platform::NSTableView& table, std::size_t row) {
+  for (const tessaluna::platform::Ref<tessaluna::platform::NSView>& part : table.viewAtRow(row)->subviews())
     if (auto* found = dynamic_cast<View*>(part.get())) return *found;
   throw std::logic_error("the row has no such part");
 }

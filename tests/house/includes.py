@@ -21,27 +21,27 @@ typeinfo unordered_map unordered_set utility valarray variant vector version
 
 # Folder of the includer -> what it may include of the project. The longest folder that fits is the one that counts.
 PROJECT = {
-    "uikit": ["uikit/", "platform/"],
-    "platform": ["platform/"],
-    "platform/foundation": ["platform/foundation/"],
-    "platform/backend": ["platform/backend/", "platform/foundation/"],
-    "backends": ["backends/", "platform/"],
-    "backends/recording": ["backends/recording/", "platform/"],
-    "backends/raster": ["backends/raster/", "platform/"],
-    "backends/svg": ["backends/svg/", "platform/"],
+    "tessaluna/uikit": ["tessaluna/uikit/", "tessaluna/platform/"],
+    "tessaluna/platform": ["tessaluna/platform/"],
+    "tessaluna/platform/foundation": ["tessaluna/platform/foundation/"],
+    "tessaluna/platform/backend": ["tessaluna/platform/backend/", "tessaluna/platform/foundation/"],
+    "tessaluna/backends": ["tessaluna/backends/", "tessaluna/platform/"],
+    "tessaluna/backends/recording": ["tessaluna/backends/recording/", "tessaluna/platform/"],
+    "tessaluna/backends/raster": ["tessaluna/backends/raster/", "tessaluna/platform/"],
+    "tessaluna/backends/svg": ["tessaluna/backends/svg/", "tessaluna/platform/"],
 }
 TOP = ["gallery", "tools", "tests", "bench", "examples"]
 
 # What else a folder may include, by the start of the name. Whoever includes a header of platform must not need more than
 # the library.
 OTHERS_IN_SOURCES = {
-    "platform": ["nlohmann/", "utf8proc.h"],
-    "backends/raster": ["agg_"],
-    "backends/qt": ["Q", "qpa/"],
+    "tessaluna/platform": ["nlohmann/", "utf8proc.h"],
+    "tessaluna/backends/raster": ["agg_"],
+    "tessaluna/backends/qt": ["Q", "qpa/"],
 }
-OTHERS_IN_HEADERS = {"backends/raster": ["agg_"], "backends/qt": ["Q"]}
+OTHERS_IN_HEADERS = {"tessaluna/backends/raster": ["agg_"], "tessaluna/backends/qt": ["Q"]}
 # A vector instruction is the compiler's, not the system's.
-COMPILER_HEADERS = {"backends/raster": ["immintrin.h", "emmintrin.h", "arm_neon.h"]}
+COMPILER_HEADERS = {"tessaluna/backends/raster": ["immintrin.h", "emmintrin.h", "arm_neon.h"]}
 
 # The nine folders of uikit know each other only where one class derives from another, or draws with it.
 KIT_FOLDERS = {
@@ -71,8 +71,7 @@ def longest(table, folder):
 def wrong_arrows(path, text):
     """What is wrong in one file: a list of lines. The path is relative to the root."""
     folder = os.path.dirname(path)
-    top = path.split("/")[0]
-    if top in TOP:
+    if path.split("/")[0] in TOP:
         return []
     wrong = []
     for line, (quote, name) in ((text.count("\n", 0, m.start()) + 1, m.groups()) for m in INCLUDE.finditer(text)):
@@ -94,20 +93,20 @@ def reason_against(path, folder, quote, name):
     if any(part in (".", "..") for part in name.split("/")) or "/" not in name:
         return "the project's headers are named from its root"
     # The one header of all public headers knows all folders.
-    if folder == "uikit":
-        return None if name.startswith(("uikit/", "platform/")) else "uikit may not include it"
-    if folder.startswith("uikit/") and name.startswith("uikit/"):
-        own, other = folder.split("/")[1], name.split("/")[1]
+    if folder == "tessaluna/uikit":
+        return None if name.startswith(("tessaluna/uikit/", "tessaluna/platform/")) else "uikit may not include it"
+    if folder.startswith("tessaluna/uikit/") and name.startswith("tessaluna/uikit/"):
+        own, other = folder.split("/")[2], name.split("/")[2]
         if own == other or other in KIT_FOLDERS.get(own, []):
             return None
-        return f"uikit/{own} does not know uikit/{other}"
+        return f"tessaluna/uikit/{own} does not know tessaluna/uikit/{other}"
     if not any(name.startswith(start) for start in longest(PROJECT, folder) or []):
         return f"{folder} may not include it"
     return None
 
 
 def sources(root):
-    for top in ["uikit", "platform", "backends"] + TOP:
+    for top in ["tessaluna"] + TOP:
         for folder, _, names in os.walk(os.path.join(root, top)):
             for name in sorted(names):
                 if name.endswith((".h", ".cpp")):
@@ -130,8 +129,8 @@ def wrong_start(path, text, has_header):
 def unknown_folders(root):
     """Sources in folders that the house does not have would escape every rule."""
     known = set(KIT_FOLDERS)
-    path = os.path.join(root, "uikit")
-    return [f"uikit/{name}: the house has no such folder"
+    path = os.path.join(root, "tessaluna", "uikit")
+    return [f"tessaluna/uikit/{name}: the house has no such folder"
             for name in sorted(os.listdir(path)) if os.path.isdir(os.path.join(path, name)) and name not in known]
 
 

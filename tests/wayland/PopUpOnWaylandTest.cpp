@@ -8,7 +8,7 @@
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/AccessiblePlayer.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/graphics/NSGraphicsContext.h"
-#include "platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSImage.h"
 #include "tools/artwork/Failure.h"
 #include "tools/artwork/nearestNames.h"
 #include "tools/artwork/numbers.h"
@@ -77,13 +77,13 @@ void Figure::setFlags(const Arguments& arguments) {
   }
 }
 
-void Figure::draw(backend::Canvas& canvas) const {
-  const platform::CanvasScope scope(canvas);
+void Figure::draw(tessaluna::backend::Canvas& canvas) const {
+  const tessaluna::platform::CanvasScope scope(canvas);
   routine_->draw(frame_, flags());
 }
 
-void Figure::drawImage(backend::Canvas& canvas) const {
-  const platform::CanvasScope scope(canvas);
+void Figure::drawImage(tessaluna::backend::Canvas& canvas) const {
+  const tessaluna::platform::CanvasScope scope(canvas);
   routine_->image(frame_.size, flags())->drawInRect(frame_);
 }
 

@@ -4,9 +4,9 @@
 #include <memory>
 #include <span>
 
-#include "platform/backend/Canvas.h"
+#include "tessaluna/platform/backend/Canvas.h"
 #include "tools/artwork/Arguments.h"
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace artwork {
 
@@ -17,19 +17,19 @@ class Figure {
 
   const TessalunaUIKit::Routine& routine() const { return *routine_; }
   std::span<const bool> flags() const { return {flags_.get(), routine_->flags.size()}; }
-  platform::CGRect frame() const { return frame_; }
-  void setFrame(platform::CGRect frame) { frame_ = frame; }
+  tessaluna::platform::CGRect frame() const { return frame_; }
+  void setFrame(tessaluna::platform::CGRect frame) { frame_ = frame; }
 
   // Runs the routine, or draws its image at the frame's size, which stops where there is none.
-  void draw(backend::Canvas& canvas) const;
-  void drawImage(backend::Canvas& canvas) const;
+  void draw(tessaluna::backend::Canvas& canvas) const;
+  void drawImage(tessaluna::backend::Canvas& canvas) const;
 
  private:
   void setFlags(const Arguments& arguments);
 
   const TessalunaUIKit::Routine* routine_ = nullptr;
   std::unique_ptr<bool[]> flags_;
-  platform::CGRect frame_;
+  tessaluna::platform::CGRect frame_;
 };
 
 }  // namespace artwork

@@ -3,14 +3,14 @@
 #include <charconv>
 #include <cmath>
 
-#include "platform/foundation/numberText.h"
+#include "tessaluna/platform/foundation/numberText.h"
 #include "tools/artwork/Failure.h"
 #include "tools/artwork/nearestNames.h"
 #include "tools/artwork/numbers.h"
 
 namespace artwork {
 
-using backend::raster::Bitmap;
+using tessaluna::backend::raster::Bitmap;
 
 double parseScale(std::string_view text) {
   const double scale = parseNumber({"--scale", text});
@@ -18,15 +18,15 @@ double parseScale(std::string_view text) {
   return scale;
 }
 
-std::optional<backend::Color> parseBackground(std::string_view text) {
+std::optional<tessaluna::backend::Color> parseBackground(std::string_view text) {
   if (text == "none") return std::nullopt;
-  if (text == "light") return backend::Color{1, 1, 1, 1};
-  if (text == "dark") return backend::Color{0.125, 0.125, 0.125, 1};
+  if (text == "light") return tessaluna::backend::Color{1, 1, 1, 1};
+  if (text == "dark") return tessaluna::backend::Color{0.125, 0.125, 0.125, 1};
   unsigned rgb = 0;
   const char* const end = text.data() + text.size();
   const bool isColor = text.size() == 7 && text[0] == '#' && std::from_chars(text.data() + 1, end, rgb, 16).ptr == end;
   if (!isColor) throw UsageFailure("--background: " + inQuotes(text) + " is none of none, light, dark and #rrggbb");
-  return backend::Color{(rgb >> 16) / 255.0, (rgb >> 8 & 255) / 255.0, (rgb & 255) / 255.0, 1};
+  return tessaluna::backend::Color{(rgb >> 16) / 255.0, (rgb >> 8 & 255) / 255.0, (rgb & 255) / 255.0, 1};
 }
 
 Bitmap makeBitmap(const Picture& picture) {
@@ -36,17 +36,17 @@ Bitmap makeBitmap(const Picture& picture) {
   std::optional<Bitmap> bitmap;
   if (width <= Bitmap::maximumSide && height <= Bitmap::maximumSide) bitmap = Bitmap::make(int(width), int(height));
   if (!bitmap)
-    throw Failure("a picture of " + platform::numberText(width) + " by " + platform::numberText(height) +
+    throw Failure("a picture of " + tessaluna::platform::numberText(width) + " by " + tessaluna::platform::numberText(height) +
                   " pixels is too large");
   return std::move(*bitmap);
 }
 
-void fillBackground(backend::Canvas& canvas, const Picture& picture) {
+void fillBackground(tessaluna::backend::Canvas& canvas, const Picture& picture) {
   if (!picture.background) return;
   canvas.saveState();
   canvas.setFillColor(*picture.background);
   // A little more than seen: a fraction of a point at the edge is a whole pixel.
-  canvas.fillPath(backend::Path::rect(NSInsetRect(picture.area, -16, -16)), backend::FillRule::NonZero);
+  canvas.fillPath(tessaluna::backend::Path::rect(NSInsetRect(picture.area, -16, -16)), tessaluna::backend::FillRule::NonZero);
   canvas.restoreState();
 }
 

@@ -5,25 +5,25 @@
 #include <string>
 #include <string_view>
 
-#include "backends/raster/Bitmap.h"
-#include "platform/backend/Canvas.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/platform/backend/Canvas.h"
 
 namespace artwork {
 
 struct Picture {
-  platform::CGRect area;  // what of the drawing's space is seen, in points
+  tessaluna::platform::CGRect area;  // what of the drawing's space is seen, in points
   double scale = 1;       // pixels a point
-  std::optional<backend::Color> background;  // absent: transparent
+  std::optional<tessaluna::backend::Color> background;  // absent: transparent
 };
 
 // The texts of --scale and --background. Both throw a UsageFailure for what they cannot read.
 double parseScale(std::string_view text);
-std::optional<backend::Color> parseBackground(std::string_view text);
+std::optional<tessaluna::backend::Color> parseBackground(std::string_view text);
 
 // Of the picture's size in pixels, rounded up. Throws a Failure where that is too large.
-backend::raster::Bitmap makeBitmap(const Picture& picture);
+tessaluna::backend::raster::Bitmap makeBitmap(const Picture& picture);
 
 // Nothing where there is no background.
-void fillBackground(backend::Canvas& canvas, const Picture& picture);
+void fillBackground(tessaluna::backend::Canvas& canvas, const Picture& picture);
 
 }  // namespace artwork

@@ -8,8 +8,8 @@
 
 namespace artwork {
 
-using platform::CGRect;
-using platform::CGSize;
+using tessaluna::platform::CGRect;
+using tessaluna::platform::CGSize;
 using TessalunaUIKit::Routine;
 
 namespace {

@@ -7,23 +7,23 @@
 #include <vector>
 
 #include "tools/artwork/strokeLetters.h"
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace artwork {
 
 struct SheetCell {
   const TessalunaUIKit::Routine* routine = nullptr;
   std::vector<char> flags = {};  // 0 or 1 for each flag of the routine; contiguous, which a vector of bool is not
-  platform::CGRect picture = {};
+  tessaluna::platform::CGRect picture = {};
   std::string name = {}, flagsThatAreOn = {};  // the two lines below the picture
-  platform::CGPoint nameBaseline = {}, flagsBaseline = {};  // of their middle
+  tessaluna::platform::CGPoint nameBaseline = {}, flagsBaseline = {};  // of their middle
 
-  void draw(platform::CGRect frame) const;
+  void draw(tessaluna::platform::CGRect frame) const;
 };
 
 struct SheetHeading {
   std::string text;
-  platform::CGPoint baseline;
+  tessaluna::platform::CGPoint baseline;
 };
 
 struct SheetLayout {
@@ -32,7 +32,7 @@ struct SheetLayout {
 
   std::vector<SheetHeading> headings;
   std::vector<SheetCell> cells;
-  platform::CGSize size;
+  tessaluna::platform::CGSize size;
 
   // Of one family, or of all.
   static SheetLayout make(std::optional<TessalunaUIKit::RoutineFamily> family);

@@ -5,23 +5,23 @@
 #include <cstdlib>
 #include <memory>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 namespace artwork {
 
-using backend::raster::Bitmap;
-using platform::CGRect;
-using platform::CGSize;
+using tessaluna::backend::raster::Bitmap;
+using tessaluna::platform::CGRect;
+using tessaluna::platform::CGSize;
 
 std::optional<Ink> inkOfDrawing(CGRect frame, CGSize reference, const std::function<void(CGRect)>& draw) {
   const double scale = 64 / std::max(reference.width, reference.height);
   auto bitmap = Bitmap::make(int(std::ceil(frame.size.width * scale)), int(std::ceil(frame.size.height * scale)));
   if (!bitmap) return std::nullopt;
   {
-    backend::raster::RasterCanvas canvas(*bitmap, {.scale = scale, .origin = frame.origin});
-    const platform::CanvasScope scope(canvas);
+    tessaluna::backend::raster::RasterCanvas canvas(*bitmap, {.scale = scale, .origin = frame.origin});
+    const tessaluna::platform::CanvasScope scope(canvas);
     draw(frame);
   }
   int left = bitmap->width(), right = -1, top = bitmap->height(), bottom = -1;

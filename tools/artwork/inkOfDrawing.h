@@ -4,7 +4,7 @@
 #include <functional>
 #include <optional>
 
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace artwork {
 
@@ -14,8 +14,8 @@ struct Ink {
 };
 
 // Of what is painted into the frame, at a scale that makes `reference` 64 pixels long. Absent where nothing is painted.
-std::optional<Ink> inkOfDrawing(platform::CGRect frame, platform::CGSize reference,
-                                const std::function<void(platform::CGRect)>& draw);
+std::optional<Ink> inkOfDrawing(tessaluna::platform::CGRect frame, tessaluna::platform::CGSize reference,
+                                const std::function<void(tessaluna::platform::CGRect)>& draw);
 
 // Whether the routine draws at one size, however large its frame is.
 bool isOfFixedSize(const TessalunaUIKit::Routine& routine);

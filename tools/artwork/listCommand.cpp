@@ -1,19 +1,19 @@
 #include <cstdio>
 #include <string>
 
-#include "platform/foundation/numberText.h"
+#include "tessaluna/platform/foundation/numberText.h"
 #include "tools/artwork/Command.h"
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace artwork {
 
 namespace {
 
-using platform::numberText;
+using tessaluna::platform::numberText;
 using TessalunaUIKit::Routine;
 using TessalunaUIKit::RoutineFlag;
 
-std::string frameText(const platform::CGRect& frame) {
+std::string frameText(const tessaluna::platform::CGRect& frame) {
   return numberText(frame.origin.x) + "," + numberText(frame.origin.y) + "," + numberText(frame.size.width) + "," +
          numberText(frame.size.height);
 }

@@ -44,7 +44,7 @@ double parseNumber(OptionText value) {
   return number;
 }
 
-platform::CGRect parseFrame(OptionText value) {
+tessaluna::platform::CGRect parseFrame(OptionText value) {
   const std::vector<std::string_view> parts = split(value.text, ',');
   if (parts.size() != 4)
     throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is no X,Y,W,H");
@@ -55,10 +55,10 @@ platform::CGRect parseFrame(OptionText value) {
   return {numbers[0], numbers[1], numbers[2], numbers[3]};
 }
 
-platform::CGSize parseSize(OptionText value) {
+tessaluna::platform::CGSize parseSize(OptionText value) {
   const std::vector<std::string_view> parts = split(value.text, 'x');
   if (parts.size() != 2) throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is no WxH");
-  const platform::CGSize size = {parseCoordinate({value.option, parts[0]}), parseCoordinate({value.option, parts[1]})};
+  const tessaluna::platform::CGSize size = {parseCoordinate({value.option, parts[0]}), parseCoordinate({value.option, parts[1]})};
   if (!(size.width > 0 && size.height > 0))
     throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " needs a width and height above 0");
   return size;

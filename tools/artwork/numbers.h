@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "platform/foundation/Geometry.h"
+#include "tessaluna/platform/foundation/Geometry.h"
 
 namespace artwork {
 
@@ -13,8 +13,8 @@ struct OptionText {
 };
 
 double parseNumber(OptionText value);               // finite, and all of the text
-platform::CGRect parseFrame(OptionText value);      // "X,Y,W,H", a size that is not negative
-platform::CGSize parseSize(OptionText value);       // "WxH", both above 0
+tessaluna::platform::CGRect parseFrame(OptionText value);      // "X,Y,W,H", a size that is not negative
+tessaluna::platform::CGSize parseSize(OptionText value);       // "WxH", both above 0
 bool parseBool(OptionText value);                   // "true" or "false"
 
 }  // namespace artwork

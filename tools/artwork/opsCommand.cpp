@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <string>
 
-#include "backends/recording/RecordingCanvas.h"
+#include "tessaluna/backends/recording/RecordingCanvas.h"
 #include "tools/artwork/Command.h"
 #include "tools/artwork/Figure.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 void printOperations(const Arguments& arguments) {
   const Figure figure = Figure::parse(arguments);
-  backend::recording::RecordingCanvas canvas;
+  tessaluna::backend::recording::RecordingCanvas canvas;
   figure.draw(canvas);
 
   std::string text = "[\n";

@@ -27,7 +27,7 @@ std::uint32_t unpremultiplied(std::uint32_t pixel) {
 
 }  // namespace
 
-void writePng(const std::string& path, backend::raster::Bitmap& bitmap) {
+void writePng(const std::string& path, tessaluna::backend::raster::Bitmap& bitmap) {
   OutputFile file(path);
   for (int y = 0; y < bitmap.height(); ++y) {
     std::uint32_t* row = bitmap.row(y);

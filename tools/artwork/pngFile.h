@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/Bitmap.h"
 
 namespace artwork {
 
 // Eight bits a channel, with alpha, not premultiplied. The bitmap's pixels are changed on the way. Throws a Failure.
-void writePng(const std::string& path, backend::raster::Bitmap& bitmap);
+void writePng(const std::string& path, tessaluna::backend::raster::Bitmap& bitmap);
 
 }  // namespace artwork

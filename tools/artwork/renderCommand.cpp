@@ -1,7 +1,7 @@
 #include <cmath>
 #include <string>
 
-#include "backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
 #include "tools/artwork/Command.h"
 #include "tools/artwork/Failure.h"
 #include "tools/artwork/Figure.h"
@@ -14,7 +14,7 @@ namespace artwork {
 
 namespace {
 
-using platform::CGRect;
+using tessaluna::platform::CGRect;
 
 enum class Source { Routine, Image };
 
@@ -27,7 +27,7 @@ CGRect areaAround(CGRect frame) {
   return {left, bottom, right - left, top - bottom};
 }
 
-void paint(backend::Canvas& canvas, const Figure& figure, const Picture& picture, Source source) {
+void paint(tessaluna::backend::Canvas& canvas, const Figure& figure, const Picture& picture, Source source) {
   fillBackground(canvas, picture);
   source == Source::Image ? figure.drawImage(canvas) : figure.draw(canvas);
 }
@@ -56,13 +56,13 @@ void render(const Arguments& arguments) {
 
   const std::string path(*givenPath);
   if (path.ends_with(".svg")) {
-    backend::svg::SvgCanvas canvas(picture.area, picture.scale);
+    tessaluna::backend::svg::SvgCanvas canvas(picture.area, picture.scale);
     paint(canvas, figure, picture, source);
     writeSvg(path, canvas);
   } else {
-    backend::raster::Bitmap bitmap = makeBitmap(picture);
+    tessaluna::backend::raster::Bitmap bitmap = makeBitmap(picture);
     {
-      backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale, .origin = picture.area.origin});
+      tessaluna::backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale, .origin = picture.area.origin});
       paint(canvas, figure, picture, source);
     }
     writePng(path, bitmap);

@@ -2,10 +2,10 @@
 #include <cmath>
 #include <string>
 
-#include "backends/raster/RasterCanvas.h"
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSColor.h"
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tools/artwork/Command.h"
 #include "tools/artwork/Failure.h"
 #include "tools/artwork/Picture.h"
@@ -18,11 +18,11 @@ namespace artwork {
 
 namespace {
 
-using platform::CGPoint;
-using platform::CGRect;
-using platform::NSBezierPath;
-using platform::NSColor;
-using platform::Ref;
+using tessaluna::platform::CGPoint;
+using tessaluna::platform::CGRect;
+using tessaluna::platform::NSBezierPath;
+using tessaluna::platform::NSColor;
+using tessaluna::platform::Ref;
 using TessalunaUIKit::RoutineFamily;
 
 RoutineFamily parseFamily(std::string_view text) {
@@ -43,7 +43,7 @@ RoutineFamily parseFamily(std::string_view text) {
 // The ground of a sheet and what can be seen on it.
 class Ground {
  public:
-  explicit Ground(const std::optional<backend::Color>& color) {
+  explicit Ground(const std::optional<tessaluna::backend::Color>& color) {
     if (color) lightness_ = 0.2126 * color->red + 0.7152 * color->green + 0.0722 * color->blue;
   }
 
@@ -74,9 +74,9 @@ void drawCell(const SheetCell& cell, const Ground& ground) {
     NSColor::colorWithSRGBRed(ground.tileWhite(), ground.tileWhite(), ground.tileWhite(), 1)->setFill();
     NSBezierPath::bezierPathWithRoundedRect(NSInsetRect(cell.picture, -6, -6), 5, 5)->fill();
   }
-  platform::NSGraphicsContext::saveGraphicsState();
+  tessaluna::platform::NSGraphicsContext::saveGraphicsState();
   cell.draw(cell.picture);
-  platform::NSGraphicsContext::restoreGraphicsState();
+  tessaluna::platform::NSGraphicsContext::restoreGraphicsState();
   NSColor::colorWithSRGBRed(ground.inkWhite(), ground.inkWhite(), ground.inkWhite(), 1)->setStroke();
   drawCentered(cell.name, cell.nameBaseline);
   drawCentered(cell.flagsThatAreOn, cell.flagsBaseline);
@@ -103,11 +103,11 @@ void sheet(const Arguments& arguments) {
 
   const SheetLayout layout = SheetLayout::make(family);
   picture.area = {{0, 0}, layout.size};
-  backend::raster::Bitmap bitmap = makeBitmap(picture);
+  tessaluna::backend::raster::Bitmap bitmap = makeBitmap(picture);
   {
-    backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale});
+    tessaluna::backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale});
     fillBackground(canvas, picture);
-    const platform::CanvasScope scope(canvas);
+    const tessaluna::platform::CanvasScope scope(canvas);
     drawSheet(layout, Ground(picture.background));
   }
   writePng(std::string(*path), bitmap);

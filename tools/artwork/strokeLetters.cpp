@@ -5,9 +5,9 @@
 
 namespace artwork {
 
-using platform::CGPoint;
-using platform::NSBezierPath;
-using platform::Ref;
+using tessaluna::platform::CGPoint;
+using tessaluna::platform::NSBezierPath;
+using tessaluna::platform::Ref;
 
 namespace {
 
@@ -159,8 +159,8 @@ double widthOfLetters(std::string_view text, const LetterStyle& style) {
 Ref<NSBezierPath> pathOfLetters(std::string_view text, CGPoint baseline, const LetterStyle& style) {
   const Ref<NSBezierPath> path = NSBezierPath::bezierPath();
   path->setLineWidth(style.lineWidth);
-  path->setLineCapStyle(platform::NSRoundLineCapStyle);
-  path->setLineJoinStyle(platform::NSRoundLineJoinStyle);
+  path->setLineCapStyle(tessaluna::platform::NSRoundLineCapStyle);
+  path->setLineJoinStyle(tessaluna::platform::NSRoundLineJoinStyle);
   const double row = style.size / rows, column = row * narrowing;
   double x = baseline.x + style.lineWidth / 2;
   for (const char sign : text) {

@@ -4,9 +4,9 @@
 
 #include <string_view>
 
-#include "platform/foundation/Geometry.h"
-#include "platform/graphics/Forward.h"
-#include "platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/foundation/Geometry.h"
+#include "tessaluna/platform/graphics/Forward.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
 
 namespace artwork {
 
@@ -19,7 +19,7 @@ struct LetterStyle {
 double widthOfLetters(std::string_view text, const LetterStyle& style);
 
 // To be stroked; the baseline begins at the point. Empty for a text of spaces.
-platform::Ref<platform::NSBezierPath> pathOfLetters(std::string_view text, platform::CGPoint baseline,
+tessaluna::platform::Ref<tessaluna::platform::NSBezierPath> pathOfLetters(std::string_view text, tessaluna::platform::CGPoint baseline,
                                                     const LetterStyle& style);
 
 }  // namespace artwork

@@ -7,7 +7,7 @@
 
 namespace artwork {
 
-void writeSvg(const std::string& path, const backend::svg::SvgCanvas& canvas) {
+void writeSvg(const std::string& path, const tessaluna::backend::svg::SvgCanvas& canvas) {
   if (canvas.error()) throw Failure(path + ": " + *canvas.error());
   const std::string text = canvas.document();
   OutputFile file(path);

@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "backends/svg/SvgCanvas.h"
+#include "tessaluna/backends/svg/SvgCanvas.h"
 
 namespace artwork {
 
 // Throws a Failure, and writes no file, where SVG cannot say some of it.
-void writeSvg(const std::string& path, const backend::svg::SvgCanvas& canvas);
+void writeSvg(const std::string& path, const tessaluna::backend::svg::SvgCanvas& canvas);
 
 }  // namespace artwork

@@ -1,11 +1,11 @@
-#include "backends/headless/HeadlessBackend.h"
+#include "tessaluna/backends/headless/HeadlessBackend.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/harness/printing.h"
 
-using namespace backend;
-using namespace backend::headless;
+using namespace tessaluna::backend;
+using namespace tessaluna::backend::headless;
 
 namespace {
 
@@ -22,7 +22,7 @@ class ClientLog : public WindowClient {
   void nativeScaleChanged() override { log.push_back("scale"); }
   void nativeKeyStatusChanged(bool isKey) override { log.push_back(isKey ? "key" : "not key"); }
   void nativeCloseRequested() override { log.push_back("close"); }
-  std::shared_ptr<platform::NSWindow> eventWindow() override { return nullptr; }
+  std::shared_ptr<tessaluna::platform::NSWindow> eventWindow() override { return nullptr; }
 };
 
 using Log = std::vector<std::string>;

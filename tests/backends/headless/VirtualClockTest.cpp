@@ -1,4 +1,4 @@
-#include "backends/headless/VirtualClock.h"
+#include "tessaluna/backends/headless/VirtualClock.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-using backend::headless::VirtualClock;
+using tessaluna::backend::headless::VirtualClock;
 using Log = std::vector<std::string>;
 
 namespace {

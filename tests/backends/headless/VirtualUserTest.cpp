@@ -1,11 +1,11 @@
-#include "backends/headless/VirtualUser.h"
+#include "tessaluna/backends/headless/VirtualUser.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

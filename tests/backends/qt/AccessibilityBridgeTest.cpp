@@ -1,23 +1,23 @@
-#include "backends/qt/AccessibilityBridge.h"
+#include "tessaluna/backends/qt/AccessibilityBridge.h"
 
 #include <QAccessible>
 #include <QWidget>
 #include <cmath>
 #include <utility>
 
-#include "backends/qt/AccessibleElement.h"
-#include "backends/qt/QtViewWidget.h"
-#include "backends/qt/screenSpace.h"
-#include "platform/views/NSButton.h"
-#include "platform/views/NSImageView.h"
-#include "platform/views/NSScrollView.h"
-#include "platform/views/NSTextField.h"
+#include "tessaluna/backends/qt/AccessibleElement.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/views/NSImageView.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tests/backends/qt/QtTest.h"
 #include "tests/harness/AccessiblePlayer.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 namespace {
@@ -409,4 +409,4 @@ TEST_F(PopUpAccessibility, ChoosingMayThrowAllRowsAway) {
 
 }  // namespace
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

@@ -3,10 +3,10 @@
 
 #include <QHBoxLayout>
 
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tests/backends/qt/QtTest.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
 class EmbeddedViews : public QtTest {
  protected:
@@ -18,15 +18,15 @@ class EmbeddedViews : public QtTest {
     settle();
   }
 
-  QtViewWidget* embed(const platform::Ref<platform::NSView>& view) {
+  QtViewWidget* embed(const tessaluna::platform::Ref<tessaluna::platform::NSView>& view) {
     auto* widget = new QtViewWidget(view);
     top.layout()->addWidget(widget);
     return widget;
   }
 
   template <class Button>
-  platform::Ref<Button> makeButton() {
-    const auto button = platform::make<Button>(platform::CGRect{0, 0, 24, 24});
+  tessaluna::platform::Ref<Button> makeButton() {
+    const auto button = tessaluna::platform::make<Button>(tessaluna::platform::CGRect{0, 0, 24, 24});
     button->setTarget(clicks);
     button->setAction("clicked:");
     return button;
@@ -41,8 +41,8 @@ class EmbeddedViews : public QtTest {
   }
   void release(QPoint point) { QTest::mouseRelease(top.windowHandle(), Qt::LeftButton, {}, point); }
 
-  platform::Ref<Clicks> clicks = platform::make<Clicks>();
+  tessaluna::platform::Ref<Clicks> clicks = tessaluna::platform::make<Clicks>();
   QWidget top;
 };
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

@@ -1,13 +1,13 @@
-#include "backends/qt/PopUpMenu.h"
+#include "tessaluna/backends/qt/PopUpMenu.h"
 
 #include <QMenu>
 
 #include "tests/backends/qt/QtTest.h"
 
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 
@@ -72,4 +72,4 @@ TEST_F(PopUpMenuTest, AnotherOneClosesTheFirst) {
   EXPECT_NE(openMenu(), nullptr);
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

@@ -1,10 +1,10 @@
-#include "backends/qt/screenSpace.h"
+#include "tessaluna/backends/qt/screenSpace.h"
 
 #include "tests/backends/qt/QtTest.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 
@@ -67,4 +67,4 @@ TEST_F(QtBackendTest, SystemColorsAreThePalettes) {
   QApplication::setPalette(QPalette());
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

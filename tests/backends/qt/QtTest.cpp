@@ -1,13 +1,13 @@
 #include "tests/backends/qt/QtTest.h"
 
-#include "platform/events/NSEvent.h"
-#include "platform/foundation/numberText.h"
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/numberText.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 
@@ -44,4 +44,4 @@ void Witness::mouseDown(const Ref<NSEvent>& event) { noteMouse("down", *event); 
 void Witness::mouseDragged(const Ref<NSEvent>& event) { noteMouse("dragged", *event); }
 void Witness::mouseUp(const Ref<NSEvent>& event) { noteMouse("up", *event); }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

@@ -11,17 +11,17 @@
 #include <string>
 #include <vector>
 
-#include "backends/qt/QtBackend.h"
-#include "backends/qt/QtNativeWindow.h"
-#include "platform/views/NSView.h"
-#include "platform/windows/NSApplication.h"
-#include "platform/windows/NSWindow.h"
+#include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/QtNativeWindow.h"
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
 class QtTest : public testing::Test {
  protected:
-  ~QtTest() override { platform::NSApp = nullptr; }
+  ~QtTest() override { tessaluna::platform::NSApp = nullptr; }
 
   // Everything that waits is done, also what is done because of it.
   static void settle() {
@@ -31,21 +31,21 @@ class QtTest : public testing::Test {
     }
   }
 
-  static QWindow& qWindowOf(const platform::NSWindow& window) {
+  static QWindow& qWindowOf(const tessaluna::platform::NSWindow& window) {
     return *dynamic_cast<QtNativeWindow&>(*window.nativeWindow()).qWindow();
   }
 
   QtBackend desktop;
-  platform::Ref<platform::NSApplication> application = platform::NSApplication::sharedApplication();
+  tessaluna::platform::Ref<tessaluna::platform::NSApplication> application = tessaluna::platform::NSApplication::sharedApplication();
 };
 
 // The target of controls.
-class Clicks : public platform::NSObject {
+class Clicks : public tessaluna::platform::NSObject {
  public:
-  static const platform::ClassInfo staticClassInfo;
-  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  void clicked(platform::NSObject*) {
+  void clicked(tessaluna::platform::NSObject*) {
     ++count;
     if (then) then();
   }
@@ -55,26 +55,26 @@ class Clicks : public platform::NSObject {
 };
 
 // Counts its drawings, takes the keyboard, and writes down keys and scrolls; what it takes is for a test to say.
-class Witness : public platform::NSView {
+class Witness : public tessaluna::platform::NSView {
  public:
   using NSView::NSView;
 
-  void drawRect(platform::CGRect rect) override;
+  void drawRect(tessaluna::platform::CGRect rect) override;
   bool acceptsFirstResponder() const override { return true; }
-  void keyDown(const platform::Ref<platform::NSEvent>& event) override;
-  void scrollWheel(const platform::Ref<platform::NSEvent>& event) override;
-  void mouseDown(const platform::Ref<platform::NSEvent>& event) override;
-  void mouseDragged(const platform::Ref<platform::NSEvent>& event) override;
-  void mouseUp(const platform::Ref<platform::NSEvent>& event) override;
+  void keyDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void scrollWheel(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseDragged(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
 
-  std::vector<platform::CGRect> draws;
+  std::vector<tessaluna::platform::CGRect> draws;
   std::vector<std::string> keys;
-  std::vector<platform::CGSize> scrolls;
+  std::vector<tessaluna::platform::CGSize> scrolls;
   std::vector<std::string> mouse;  // "down 1 (3, 4)": the click count and the place in the view
   bool takesKeys = true, takesScrolls = true;
 
  private:
-  void noteMouse(const char* what, const platform::NSEvent& event);
+  void noteMouse(const char* what, const tessaluna::platform::NSEvent& event);
 };
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

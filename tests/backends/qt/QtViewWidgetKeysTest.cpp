@@ -2,14 +2,14 @@
 #include <QLineEdit>
 #include <QShortcut>
 
-#include "platform/events/NSEvent.h"
-#include "uikit/trackrow/CloseButton.h"
-#include "uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/uikit/trackrow/CloseButton.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
 #include "tests/backends/qt/EmbeddedViews.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 namespace {
@@ -178,4 +178,4 @@ TEST_F(QtViewWidgetKeys, KeyThatNobodyTakesGoesOnToTheParentWidget) {
   EXPECT_EQ(parent.keys, std::vector<int>{Qt::Key_Escape});
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

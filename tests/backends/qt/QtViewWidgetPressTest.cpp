@@ -3,16 +3,16 @@
 #include <QLineEdit>
 #include <QScreen>
 
-#include "backends/qt/screenSpace.h"
-#include "platform/events/NSEvent.h"
-#include "uikit/trackrow/CloseButton.h"
-#include "uikit/trackrow/PlaybackStatusIcon.h"
-#include "uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/uikit/trackrow/CloseButton.h"
+#include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
 #include "tests/backends/qt/EmbeddedViews.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 namespace {
@@ -277,4 +277,4 @@ TEST_F(QtViewWidgetPress, ButtonsOnAForeignWidgetAreToldApart) {
   EXPECT_EQ(seen, expected);
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

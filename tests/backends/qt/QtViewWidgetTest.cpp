@@ -1,4 +1,4 @@
-#include "backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -8,21 +8,21 @@
 #include <QtTest/qtestspontaneevent.h>
 #include <cmath>
 
-#include "backends/qt/EmbeddingHosts.h"
-#include "backends/qt/KeptPicture.h"
-#include "backends/qt/screenSpace.h"
-#include "platform/events/NSEvent.h"
-#include "platform/graphics/CGContext.h"
-#include "platform/graphics/NSColor.h"
-#include "platform/graphics/NSGraphicsContext.h"
-#include "platform/graphics/NSRect.h"
-#include "platform/text/NSFont.h"
-#include "platform/views/NSTextField.h"
+#include "tessaluna/backends/qt/EmbeddingHosts.h"
+#include "tessaluna/backends/qt/KeptPicture.h"
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/CGContext.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tests/backends/qt/EmbeddedViews.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 
@@ -363,4 +363,4 @@ TEST_F(QtViewWidgetTest, LeavesNothingBehind) {
   EXPECT_TRUE(weakWindow.expired());
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

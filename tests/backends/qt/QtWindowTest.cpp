@@ -1,17 +1,17 @@
-#include "backends/qt/QtWindow.h"
+#include "tessaluna/backends/qt/QtWindow.h"
 
 #include <QExposeEvent>
 #include <QScreen>
 
-#include "backends/qt/screenSpace.h"
-#include "platform/events/NSEvent.h"
-#include "platform/graphics/NSColor.h"
-#include "uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
 #include "tests/backends/qt/QtTest.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using TessalunaUIKit::PrevNextButton;
 
 namespace {
@@ -273,4 +273,4 @@ TEST_F(QtWindowDeathTest, SecondBackendStopsTheProgram) {
   EXPECT_DEATH(QtBackend(), "second backend");
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

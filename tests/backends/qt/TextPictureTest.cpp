@@ -3,18 +3,18 @@
 #include <QPainter>
 #include <cmath>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
-#include "platform/graphics/NSColor.h"
-#include "platform/graphics/NSGraphicsContext.h"
-#include "platform/text/NSAttributedString.h"
-#include "platform/text/NSFont.h"
-#include "platform/text/TextLayout.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/text/NSAttributedString.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/TextLayout.h"
 #include "tests/backends/qt/QtTest.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 
@@ -143,4 +143,4 @@ TEST_F(TextPictureTest, APageOfTextIsThatOfQPainterAtEveryScale) {
   }
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

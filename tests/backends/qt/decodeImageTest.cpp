@@ -1,4 +1,4 @@
-#include "backends/qt/decodeImage.h"
+#include "tessaluna/backends/qt/decodeImage.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -6,7 +6,7 @@
 #include <QBuffer>
 #include <QImage>
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
 namespace {
 
@@ -122,4 +122,4 @@ TEST(decodeImage, ClaimThatTheBytesDoNotFillIsAbsent) {
   EXPECT_FALSE(decode(claiming(encoded("PNG"), "0000200000002000")));
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

@@ -1,4 +1,4 @@
-#include "backends/qt/icons.h"
+#include "tessaluna/backends/qt/icons.h"
 
 #include <gtest/gtest.h>
 
@@ -11,20 +11,20 @@
 #include <cmath>
 #include <limits>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
-#include "platform/backend/Backend.h"
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSColor.h"
-#include "platform/graphics/NSGraphicsContext.h"
-#include "platform/graphics/NSImage.h"
-#include "platform/graphics/NSImageRep.h"
-#include "platform/graphics/NSRect.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/NSImageRep.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 namespace {
@@ -330,4 +330,4 @@ TEST(IconTest, ShowsOnAButtonPixelForPixel) {
   EXPECT_TRUE(isFound) << "at scale " << grabbed.devicePixelRatio();
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

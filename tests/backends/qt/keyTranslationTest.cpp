@@ -1,10 +1,10 @@
-#include "backends/qt/keyTranslation.h"
+#include "tessaluna/backends/qt/keyTranslation.h"
 
 #include <gtest/gtest.h>
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 
@@ -72,4 +72,4 @@ TEST(keyTranslation, RepeatsAreKeyDownsOnly) {
   EXPECT_EQ(fieldsOf(QEvent::KeyRelease, Qt::Key_A, {}, "a").type, NSEventType::KeyUp);
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

@@ -1,4 +1,4 @@
-#include "backends/qt/textInput.h"
+#include "tessaluna/backends/qt/textInput.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -7,15 +7,15 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "backends/qt/QtViewWidget.h"
-#include "platform/events/NSTextInputClient.h"
-#include "platform/views/NSTextField.h"
-#include "platform/views/NSTextView.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/events/NSTextInputClient.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/views/NSTextView.h"
 #include "tests/backends/qt/QtTest.h"
 
-namespace backend::qt {
+namespace tessaluna::backend::qt {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 
@@ -235,4 +235,4 @@ TEST_F(TextInput, TabLeavesAnEmbeddedFieldForTheProgramsNextWidget) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
 }
 
-}  // namespace backend::qt
+}  // namespace tessaluna::backend::qt

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 TEST(Bitmap, StartsTransparent) {
   std::optional<Bitmap> bitmap = Bitmap::make(5, 3);
@@ -81,4 +81,4 @@ TEST(RasterView, BeginningOnAnotherBitmapForgetsTheState) {
   EXPECT_EQ(second->pixel(7, 0), 0xff000000);
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

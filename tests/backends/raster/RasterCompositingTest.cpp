@@ -5,7 +5,7 @@
 
 #include "tests/backends/raster/ReferencePicture.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 namespace {
 
@@ -538,4 +538,4 @@ TEST(RasterLayer, ItsEndUndoesSavesLeftOpenAndItsBeginStopsRestores) {
                .expect = [](ReferencePicture& picture) { picture.paint(ink, picture.fill(disc)); }});
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

@@ -3,7 +3,7 @@
 
 #include "tests/backends/raster/ReferencePicture.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 namespace {
 
@@ -300,4 +300,4 @@ TEST(RasterRectangles, InALayerACurvedClipOrWithAShadowAreNoShortcut) {
   }
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 namespace {
 
@@ -72,4 +72,4 @@ TEST(RasterMemory, OfAHugeDrawingIsGivenBackWhileSmallOnesFollow) {
   EXPECT_LT(bytesInUse(), before + 1000000);
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

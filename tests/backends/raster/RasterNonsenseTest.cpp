@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 namespace {
 
@@ -381,4 +381,4 @@ TEST(RasterNonsense, EveryStrangeNumberEverywhere) {
   EXPECT_EQ(bitmap.pixel(40, 40), 0xff000000);
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

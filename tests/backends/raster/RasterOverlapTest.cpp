@@ -6,7 +6,7 @@
 
 #include "tests/backends/raster/ReferencePicture.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 namespace {
 
@@ -203,4 +203,4 @@ TEST(RasterOverlap, LinesOfAFewSidesOfAnyLengths) {
   }
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

@@ -3,7 +3,7 @@
 
 #include "tests/backends/raster/ReferencePicture.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 namespace {
 
@@ -288,4 +288,4 @@ TEST(RasterInnerShadow, WithAlphaZeroLeavesTheShapeAsItWas) {
                .expect = [](ReferencePicture& picture) { picture.paint(glass, picture.fill(disc)); }});
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

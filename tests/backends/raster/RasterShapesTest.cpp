@@ -6,7 +6,7 @@
 #include "tests/backends/raster/ReferencePicture.h"
 #include "tests/backends/raster/Region.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 namespace {
 
@@ -361,4 +361,4 @@ TEST(RasterDash, SquareTenTwoAroundARectangle) {
   expectStroke(Path::rect({3.5, 3.5, 33, 33}), {.width = 1, .dash = dash});
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

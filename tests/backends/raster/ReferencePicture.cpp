@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 namespace {
 
@@ -186,4 +186,4 @@ void expectRight(const Drawing& drawing) {
   }
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

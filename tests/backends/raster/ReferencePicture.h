@@ -4,11 +4,11 @@
 #include <functional>
 #include <string>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
 #include "tests/backends/raster/Region.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 struct Channels {
   double red = 0, green = 0, blue = 0, alpha = 0;  // premultiplied
@@ -63,4 +63,4 @@ struct Drawing {
 // Fails, with the worst pixel, for each of the scales 1, 1.25, 1.5, 2 and 3 at which the two differ.
 void expectRight(const Drawing& drawing);
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

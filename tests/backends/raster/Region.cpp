@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 namespace {
 
@@ -378,4 +378,4 @@ Coverage Coverage::cropped(int left, int top, int newWidth, int newHeight) const
   return out;
 }
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

@@ -5,9 +5,9 @@
 
 #include <vector>
 
-#include "platform/backend/Canvas.h"
+#include "tessaluna/platform/backend/Canvas.h"
 
-namespace backend::raster::test {
+namespace tessaluna::backend::raster::test {
 
 struct Interval {
   double low, high;
@@ -61,4 +61,4 @@ class Coverage {
   std::vector<double> values;
 };
 
-}  // namespace backend::raster::test
+}  // namespace tessaluna::backend::raster::test

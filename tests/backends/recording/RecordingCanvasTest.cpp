@@ -1,9 +1,9 @@
-#include "backends/recording/RecordingCanvas.h"
+#include "tessaluna/backends/recording/RecordingCanvas.h"
 
 #include <gtest/gtest.h>
 
-using namespace backend;
-using backend::recording::RecordingCanvas;
+using namespace tessaluna::backend;
+using tessaluna::backend::recording::RecordingCanvas;
 using Lines = std::vector<std::string>;
 
 namespace {

@@ -1,4 +1,4 @@
-#include "backends/svg/SvgCanvas.h"
+#include "tessaluna/backends/svg/SvgCanvas.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/graphics/NSGraphicsContext.h"
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
-namespace backend::svg {
+namespace tessaluna::backend::svg {
 namespace {
 
 using testing::HasSubstr;
@@ -281,7 +281,7 @@ TEST(SvgCanvas, SaysEveryRoutineWithAllItsFlags) {
       for (std::size_t i = 0; i < count; ++i) flags[i] = combination >> i & 1;
       SvgCanvas canvas(routine.defaultFrame);
       {
-        const platform::CanvasScope scope(canvas);
+        const tessaluna::platform::CanvasScope scope(canvas);
         routine.draw(routine.defaultFrame, std::span<const bool>(flags, count));
       }
       EXPECT_FALSE(canvas.error()) << routine.name << " " << combination << ": " << *canvas.error();
@@ -292,4 +292,4 @@ TEST(SvgCanvas, SaysEveryRoutineWithAllItsFlags) {
 }
 
 }  // namespace
-}  // namespace backend::svg
+}  // namespace tessaluna::backend::svg

@@ -7,12 +7,12 @@
 #include <fstream>
 #include <functional>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
-#include "backends/svg/SvgCanvas.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/svg/SvgCanvas.h"
 #include "tests/tools/artwork/PngPicture.h"
 
-namespace backend::svg {
+namespace tessaluna::backend::svg {
 namespace {
 
 constexpr CGRect area{-4, -6, 48, 40};  // points
@@ -253,4 +253,4 @@ TEST(SvgLooksLikeRaster, CopiesAndGlyphs) {
 }
 
 }  // namespace
-}  // namespace backend::svg
+}  // namespace tessaluna::backend::svg

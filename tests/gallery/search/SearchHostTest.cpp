@@ -3,14 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/events/NSEvent.h"
-#include "platform/views/NSText.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/views/NSText.h"
 #include "tests/harness/StillWorld.h"
 
 namespace gallery {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using testing::ElementsAre;
 using Kind = LibraryItem::Kind;
 

@@ -15,7 +15,7 @@
 namespace gallery {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;

@@ -2,19 +2,19 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "backends/raster/Bitmap.h"
-#include "backends/raster/RasterCanvas.h"
-#include "platform/graphics/NSGraphicsContext.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 using namespace TessalunaUIKit;
 
 int main() {
-  auto bitmap = backend::raster::Bitmap::make(32, 32);
+  auto bitmap = tessaluna::backend::raster::Bitmap::make(32, 32);
   if (!bitmap) return 1;
   {
-    backend::raster::RasterCanvas canvas(*bitmap);
-    const platform::CanvasScope scope(canvas);
+    tessaluna::backend::raster::RasterCanvas canvas(*bitmap);
+    const tessaluna::platform::CanvasScope scope(canvas);
     TessalunaStyleKit::drawPlay();
   }
   // The triangle points to the right: its base fills the left edge, and the corners on the right stay empty.

@@ -1,17 +1,17 @@
-#include "platform/accessibility/NSAccessibility.h"
+#include "tessaluna/platform/accessibility/NSAccessibility.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/foundation/NSNotificationCenter.h"
-#include "platform/views/NSButton.h"
-#include "platform/views/NSImageView.h"
-#include "platform/views/NSScrollView.h"
-#include "platform/views/NSTextField.h"
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
+#include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/views/NSImageView.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-namespace platform {
+namespace tessaluna::platform {
 namespace {
 
 struct Accessibility : harness::StillWorld {
@@ -207,4 +207,4 @@ TEST_F(Accessibility, ChangesAreTold) {
 }
 
 }  // namespace
-}  // namespace platform
+}  // namespace tessaluna::platform

@@ -1,10 +1,10 @@
-#include "platform/backend/Path.h"
+#include "tessaluna/platform/backend/Path.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/harness/printing.h"
 
-using namespace backend;
+using namespace tessaluna::backend;
 using enum PathVerb;
 
 namespace {
@@ -17,7 +17,7 @@ TEST(Path, AFreshOneIsEmptyAndHasNoCurrentPoint) {
   const Path path;
   EXPECT_TRUE(path.isEmpty());
   EXPECT_FALSE(path.hasCurrentPoint());
-  EXPECT_EQ(path.bounds(), platform::NSZeroRect);
+  EXPECT_EQ(path.bounds(), tessaluna::platform::NSZeroRect);
 }
 
 TEST(Path, ClosingAnEmptyPathAddsNothing) {

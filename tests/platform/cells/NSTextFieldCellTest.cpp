@@ -1,11 +1,11 @@
-#include "platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/cells/NSTextFieldCell.h"
 
-#include "platform/events/NSEvent.h"
-#include "platform/text/NSFont.h"
-#include "platform/views/NSClipView.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSClipView.h"
 #include "tests/harness/FieldWorld.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Calls;
 
 namespace {

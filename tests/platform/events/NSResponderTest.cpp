@@ -1,10 +1,10 @@
-#include "platform/events/NSResponder.h"
+#include "tessaluna/platform/events/NSResponder.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSEvent.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -1,12 +1,12 @@
-#include "platform/events/PointerTracking.h"
+#include "tessaluna/platform/events/PointerTracking.h"
 
-#include "platform/events/NSCursor.h"
-#include "platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::ProbeView;
 
 namespace {
@@ -260,9 +260,9 @@ TEST_F(PointerTrackingTest, TheHandShowsOverItsRectangleAndTheArrowBeside) {
   const auto view = make<CursorView>(CGRect{0, 100, 50, 50});
   window->contentView()->addSubview(view);
   user.moveTo(*window, {20, 120});
-  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::PointingHand);
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::PointingHand);
   user.moveTo(*window, {80, 120});
-  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::Arrow);
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::Arrow);
 }
 
 TEST_F(PointerTrackingTest, CursorRectanglesAreAskedForOnceUntilTheyAreInvalidated) {
@@ -288,8 +288,8 @@ TEST_F(PointerTrackingTest, CursorRectanglesAreAskedForAgainWhenAViewAboveScroll
 
 TEST_F(PointerTrackingTest, CursorsAreOneObjectForEachShape) {
   EXPECT_EQ(NSCursor::pointingHandCursor(), NSCursor::pointingHandCursor());
-  EXPECT_EQ(NSCursor::IBeamCursor()->shape(), backend::CursorShape::IBeam);
-  EXPECT_EQ(NSCursor::resizeLeftRightCursor()->shape(), backend::CursorShape::ResizeLeftRight);
-  EXPECT_EQ(NSCursor::resizeUpDownCursor()->shape(), backend::CursorShape::ResizeUpDown);
-  EXPECT_EQ(NSCursor::arrowCursor()->shape(), backend::CursorShape::Arrow);
+  EXPECT_EQ(NSCursor::IBeamCursor()->shape(), tessaluna::backend::CursorShape::IBeam);
+  EXPECT_EQ(NSCursor::resizeLeftRightCursor()->shape(), tessaluna::backend::CursorShape::ResizeLeftRight);
+  EXPECT_EQ(NSCursor::resizeUpDownCursor()->shape(), tessaluna::backend::CursorShape::ResizeUpDown);
+  EXPECT_EQ(NSCursor::arrowCursor()->shape(), tessaluna::backend::CursorShape::Arrow);
 }

@@ -1,10 +1,10 @@
-#include "platform/events/keyBindings.h"
+#include "tessaluna/platform/events/keyBindings.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/text/unicode.h"
+#include "tessaluna/platform/text/unicode.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

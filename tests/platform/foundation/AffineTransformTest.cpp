@@ -1,10 +1,10 @@
-#include "platform/foundation/AffineTransform.h"
+#include "tessaluna/platform/foundation/AffineTransform.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 TEST(AffineTransform, TheFreshOneChangesNothing) {
   EXPECT_EQ(CGAffineTransform{}.apply({3, 4}), (CGPoint{3, 4}));

@@ -1,11 +1,11 @@
-#include "platform/foundation/DequeList.h"
+#include "tessaluna/platform/foundation/DequeList.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <random>
 
-namespace platform {
+namespace tessaluna::platform {
 namespace {
 
 TEST(DequeList, HoldsWhatAPlainListHolds) {
@@ -70,4 +70,4 @@ TEST(DequeList, IsEmptiedFromEitherEndInAFewMovesForEachItem) {
 }
 
 }  // namespace
-}  // namespace platform
+}  // namespace tessaluna::platform

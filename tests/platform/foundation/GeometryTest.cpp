@@ -1,4 +1,4 @@
-#include "platform/foundation/Geometry.h"
+#include "tessaluna/platform/foundation/Geometry.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 TEST(Geometry, EdgesAndMiddlesOfARectangle) {
   constexpr CGRect r{10, 20, 30, 44};

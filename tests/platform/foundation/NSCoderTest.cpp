@@ -1,4 +1,4 @@
-#include "platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 TEST(NSCoder, ReadsEachKindOfValueByItsKey) {
   NSCoder coder(R"({"b": true, "i": -7, "d": 2.5, "s": "hé", "p": [1, 2.5], "z": [3, 4], "r": [1, 2, 3, 4.5]})");

@@ -1,11 +1,11 @@
-#include "platform/foundation/NSNotificationCenter.h"
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-namespace platform {
+namespace tessaluna::platform {
 namespace {
 
 struct Center : testing::Test {
@@ -87,4 +87,4 @@ TEST_F(Center, TheDefaultOneIsOne) {
 }
 
 }  // namespace
-}  // namespace platform
+}  // namespace tessaluna::platform

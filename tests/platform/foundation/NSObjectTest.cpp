@@ -1,10 +1,10 @@
-#include "platform/foundation/NSObject.h"
+#include "tessaluna/platform/foundation/NSObject.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "platform/foundation/NSUndoManager.h"
+#include "tessaluna/platform/foundation/NSUndoManager.h"
 
 #include <gtest/gtest.h>
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -1,12 +1,12 @@
-#include "platform/foundation/Reference.h"
+#include "tessaluna/platform/foundation/Reference.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 
-#include "platform/foundation/NSObject.h"
+#include "tessaluna/platform/foundation/NSObject.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "platform/foundation/ShortList.h"
+#include "tessaluna/platform/foundation/ShortList.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-using platform::ShortList;
+using tessaluna::platform::ShortList;
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "platform/foundation/SystemVersion.h"
+#include "tessaluna/platform/foundation/SystemVersion.h"
 
 #include "tests/harness/StillWorld.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 class SystemVersion : public harness::StillWorld {};
 

@@ -1,8 +1,8 @@
-#include "platform/foundation/numberText.h"
+#include "tessaluna/platform/foundation/numberText.h"
 
 #include <gtest/gtest.h>
 
-using platform::numberText;
+using tessaluna::platform::numberText;
 
 TEST(numberText, IsTheShortestTextThatReadsBackTheSame) {
   EXPECT_EQ(numberText(0.1), "0.1");

@@ -1,10 +1,10 @@
-#include "platform/foundation/stopProgram.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 TEST(stopProgramDeathTest, WritesItsReportAsALineAndAborts) {
   EXPECT_EXIT(stopProgram("the report"), testing::KilledBySignal(SIGABRT), "^the report\n$");

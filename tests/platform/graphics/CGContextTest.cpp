@@ -1,15 +1,15 @@
-#include "platform/graphics/CGContext.h"
+#include "tessaluna/platform/graphics/CGContext.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/graphics/NSColor.h"
-#include "platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSImage.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
-using backend::FillRule;
-using backend::Path;
-using backend::recording::RecordingCanvas;
+using namespace tessaluna::platform;
+using tessaluna::backend::FillRule;
+using tessaluna::backend::Path;
+using tessaluna::backend::recording::RecordingCanvas;
 using harness::Lines;
 
 namespace {

@@ -1,12 +1,12 @@
-#include "platform/graphics/NSAffineTransform.h"
+#include "tessaluna/platform/graphics/NSAffineTransform.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 
 namespace {

@@ -1,11 +1,11 @@
-#include "platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
 
 #include <gmock/gmock.h>
 
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 
@@ -122,7 +122,7 @@ TEST(NSBezierPath, ALineMayFollowAClose) {
 }
 
 TEST(NSBezierPath, SegmentsAreAddedManyAtOnce) {
-  constexpr backend::PathVerb verbs[] = {backend::PathVerb::Move, backend::PathVerb::Line, backend::PathVerb::Close};
+  constexpr tessaluna::backend::PathVerb verbs[] = {tessaluna::backend::PathVerb::Move, tessaluna::backend::PathVerb::Line, tessaluna::backend::PathVerb::Close};
   const auto path = diagonal();
   const std::span<CGPoint> points = path->appendSegments(verbs, 2);
   points[0] = {1, 2};
@@ -133,6 +133,6 @@ TEST(NSBezierPath, SegmentsAreAddedManyAtOnce) {
 }
 
 TEST(NSBezierPathDeathTest, SegmentsWithoutACurrentPointStopTheProgram) {
-  constexpr backend::PathVerb verbs[] = {backend::PathVerb::Close, backend::PathVerb::Line};
+  constexpr tessaluna::backend::PathVerb verbs[] = {tessaluna::backend::PathVerb::Close, tessaluna::backend::PathVerb::Line};
   EXPECT_DEATH(NSBezierPath::bezierPath()->appendSegments(verbs, 1), "appendSegments: without a current point");
 }

@@ -1,15 +1,15 @@
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 
 #include <gmock/gmock.h>
 
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSImage.h"
-#include "platform/graphics/NSRect.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/pixelsOf.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 
@@ -179,7 +179,7 @@ TEST(NSColor, APatternTilesALineAndNothingBesideIt) {
     NSRectFill({2, 0, 2, 4});
     return true;
   });
-  const backend::raster::Bitmap picture = harness::pixelsOf({.width = 16, .height = 16}, [&] {
+  const tessaluna::backend::raster::Bitmap picture = harness::pixelsOf({.width = 16, .height = 16}, [&] {
     NSColor::greenColor()->setFill();
     NSRectFill({0, 0, 16, 16});
     NSColor::colorWithPatternImage(image)->setStroke();
@@ -214,17 +214,17 @@ class NSColorOnADesktop : public harness::StillWorld {};
 
 TEST_F(NSColorOnADesktop, ASystemColorIsResolvedWhenItIsSet) {
   const auto color = NSColor::controlTextColor();
-  desktop.setSystemColor(backend::SystemColor::ControlText, {0.25, 0.5, 0.75, 1});
+  desktop.setSystemColor(tessaluna::backend::SystemColor::ControlText, {0.25, 0.5, 0.75, 1});
   EXPECT_EQ(recordingOf([&] { color->setFill(); }),
             (Lines{R"({"op":"setFillColor","color":[0.25,0.5,0.75,1],"named":"controlTextColor"})"}));
-  desktop.setSystemColor(backend::SystemColor::ControlText, {1, 0, 0, 1});
+  desktop.setSystemColor(tessaluna::backend::SystemColor::ControlText, {1, 0, 0, 1});
   EXPECT_EQ(recordingOf([&] { color->setFill(); }),
             (Lines{R"({"op":"setFillColor","color":[1,0,0,1],"named":"controlTextColor"})"}));
 }
 
 TEST_F(NSColorOnADesktop, EverySystemColorAsksTheDesktopForItself) {
-  using enum backend::SystemColor;
-  const std::pair<backend::SystemColor, Ref<NSColor>> all[] = {
+  using enum tessaluna::backend::SystemColor;
+  const std::pair<tessaluna::backend::SystemColor, Ref<NSColor>> all[] = {
       {ControlText, NSColor::controlTextColor()},
       {DisabledControlText, NSColor::disabledControlTextColor()},
       {AlternateSelectedControl, NSColor::alternateSelectedControlColor()},
@@ -238,15 +238,15 @@ TEST_F(NSColorOnADesktop, EverySystemColorAsksTheDesktopForItself) {
   };
   for (const auto& [which, color] : all) {
     desktop.setSystemColor(which, {0.125, 0.25, 0.375, 0.5});
-    EXPECT_EQ(color->components(), (backend::Color{0.125, 0.25, 0.375, 0.5})) << color->components().name;
-    desktop.setSystemColor(which, backend::defaultSystemColor(which));
+    EXPECT_EQ(color->components(), (tessaluna::backend::Color{0.125, 0.25, 0.375, 0.5})) << color->components().name;
+    desktop.setSystemColor(which, tessaluna::backend::defaultSystemColor(which));
   }
 }
 
 TEST_F(NSColorOnADesktop, AnAlphaFixesASystemColorAtThatMoment) {
-  desktop.setSystemColor(backend::SystemColor::ControlText, {0.25, 0.5, 0.75, 1});
+  desktop.setSystemColor(tessaluna::backend::SystemColor::ControlText, {0.25, 0.5, 0.75, 1});
   const auto color = NSColor::controlTextColor()->colorWithAlphaComponent(0.5);
-  desktop.setSystemColor(backend::SystemColor::ControlText, {1, 0, 0, 1});
+  desktop.setSystemColor(tessaluna::backend::SystemColor::ControlText, {1, 0, 0, 1});
   EXPECT_EQ(recordingOf([&] { color->setFill(); }),
             (Lines{R"({"op":"setFillColor","color":[0.25,0.5,0.75,0.5]})"}));
 }

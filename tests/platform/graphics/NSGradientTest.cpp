@@ -1,13 +1,13 @@
-#include "platform/graphics/NSGradient.h"
+#include "tessaluna/platform/graphics/NSGradient.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 
@@ -24,9 +24,9 @@ struct Axis {
 };
 
 // The recording tells the angle; what a canvas makes of it are these two points.
-class AxisCanvas : public backend::recording::RecordingCanvas {
+class AxisCanvas : public tessaluna::backend::recording::RecordingCanvas {
  public:
-  void fillGradient(const backend::Path&, backend::FillRule, const backend::LinearGradient& gradient) override {
+  void fillGradient(const tessaluna::backend::Path&, tessaluna::backend::FillRule, const tessaluna::backend::LinearGradient& gradient) override {
     axis = {gradient.start, gradient.end};
   }
   Axis axis;

@@ -1,17 +1,17 @@
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSGradient.h"
-#include "platform/graphics/NSColor.h"
-#include "platform/graphics/NSRect.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSGradient.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 

@@ -1,14 +1,14 @@
 #include <cstring>
 
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSGraphicsContext.h"
-#include "platform/graphics/NSImage.h"
-#include "platform/graphics/NSImageRep.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/NSImageRep.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::only;
 using harness::recordingOf;
@@ -96,7 +96,7 @@ TEST_F(NSImageBytesTest, AnOperationIsThatOfOnePicture) {
 
 TEST_F(NSImageBytesTest, StandsUprightInAFlippedViewUnlessToldOtherwise) {
   const auto drawnFlipped = [](const NSImage::Drawing& drawing) {
-    backend::recording::RecordingCanvas canvas;
+    tessaluna::backend::recording::RecordingCanvas canvas;
     CGContext context(canvas);
     const CurrentContextScope current(NSGraphicsContext::graphicsContextWithCGContext(context, true));
     decoded(redAndBlue())->drawInRect({10, 20, 2, 6}, drawing);

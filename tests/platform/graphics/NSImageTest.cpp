@@ -1,14 +1,14 @@
-#include "platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/NSImage.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tests/harness/countingNew.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 

@@ -1,10 +1,10 @@
-#include "platform/graphics/NSRect.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 

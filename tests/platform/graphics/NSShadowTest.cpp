@@ -1,18 +1,18 @@
-#include "platform/graphics/NSShadow.h"
+#include "tessaluna/platform/graphics/NSShadow.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 
 TEST(NSShadow, AFreshOneIsBlackAtAThirdWithoutOffsetAndBlur) {
   const auto shadow = make<NSShadow>();
-  EXPECT_EQ(shadow->shadowColor()->components(), (backend::Color{0, 0, 0, 1.0 / 3}));
+  EXPECT_EQ(shadow->shadowColor()->components(), (tessaluna::backend::Color{0, 0, 0, 1.0 / 3}));
   EXPECT_EQ(shadow->shadowOffset(), (CGSize{0, 0}));
   EXPECT_EQ(shadow->shadowBlurRadius(), 0);
 }

@@ -1,20 +1,20 @@
-#include "platform/interface_files/NSNib.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "platform/cells/NSTextFieldCell.h"
-#include "platform/foundation/memberTables.h"
-#include "platform/interface_files/classRegistry.h"
-#include "platform/views/NSScrollView.h"
-#include "platform/views/NSTextField.h"
-#include "platform/windows/NSViewController.h"
-#include "platform/windows/NSWindowController.h"
+#include "tessaluna/platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/interface_files/classRegistry.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/windows/NSViewController.h"
+#include "tessaluna/platform/windows/NSWindowController.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-namespace platform {
+namespace tessaluna::platform {
 namespace {
 
 std::vector<std::string> awakened;
@@ -289,4 +289,4 @@ TEST_F(NibDeathTest, AWindowControllerWithoutItsInterfaceFileStopsTheProgram) {
 }
 
 }  // namespace
-}  // namespace platform
+}  // namespace tessaluna::platform

@@ -1,12 +1,12 @@
-#include "platform/text/NSAttributedString.h"
+#include "tessaluna/platform/text/NSAttributedString.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/graphics/NSColor.h"
-#include "platform/text/NSFont.h"
-#include "platform/text/NSParagraphStyle.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/NSParagraphStyle.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

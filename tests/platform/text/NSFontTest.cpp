@@ -1,8 +1,8 @@
-#include "platform/text/NSFont.h"
+#include "tessaluna/platform/text/NSFont.h"
 
 #include "tests/harness/StillWorld.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 using NSFontTest = harness::StillWorld;
 

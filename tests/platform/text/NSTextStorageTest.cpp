@@ -1,10 +1,10 @@
-#include "platform/text/NSTextStorage.h"
+#include "tessaluna/platform/text/NSTextStorage.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -1,13 +1,13 @@
-#include "platform/text/TextLayout.h"
+#include "tessaluna/platform/text/TextLayout.h"
 
-#include "platform/graphics/NSColor.h"
-#include "platform/graphics/NSGraphicsContext.h"
-#include "platform/text/NSFont.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/text/NSFont.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::only;
 using harness::recordingOf;
@@ -324,7 +324,7 @@ TEST_F(TextLayoutTest, DrawsFromTheUpperEdgeOnAndOneRunForEachFontAndColor) {
 }
 
 TEST_F(TextLayoutTest, StandsUprightInAFlippedSpace) {
-  backend::recording::RecordingCanvas canvas;
+  tessaluna::backend::recording::RecordingCanvas canvas;
   CGContext context(canvas);
   {
     const CurrentContextScope current(NSGraphicsContext::graphicsContextWithCGContext(context, true));

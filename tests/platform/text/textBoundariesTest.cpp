@@ -1,8 +1,8 @@
-#include "platform/text/textBoundaries.h"
+#include "tessaluna/platform/text/textBoundaries.h"
 
 #include <gtest/gtest.h>
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 TEST(TextBoundaries, CharactersAreThoseThatTheUserSees) {
   constexpr std::u16string_view text = u"ae\u0301b";

@@ -1,8 +1,8 @@
-#include "platform/text/unicode.h"
+#include "tessaluna/platform/text/unicode.h"
 
 #include <gtest/gtest.h>
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/views/NSButton.h"
+#include "tessaluna/platform/views/NSButton.h"
 
 #include <gmock/gmock.h>
 
@@ -6,7 +6,7 @@
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using testing::ElementsAre;
 
 namespace {

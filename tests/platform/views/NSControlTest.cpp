@@ -1,11 +1,11 @@
-#include "platform/views/NSControl.h"
+#include "tessaluna/platform/views/NSControl.h"
 
 #include <gmock/gmock.h>
 
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using testing::ElementsAre;
 
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/views/NSImageView.h"
+#include "tessaluna/platform/views/NSImageView.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-namespace platform {
+namespace tessaluna::platform {
 namespace {
 
 struct ImageView : harness::StillWorld {
@@ -70,4 +70,4 @@ TEST_F(ImageView, PassesMouseEventsOnUnlessItIsEditable) {
 }
 
 }  // namespace
-}  // namespace platform
+}  // namespace tessaluna::platform

@@ -1,11 +1,11 @@
-#include "platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSScrollView.h"
 
-#include "platform/views/NSScroller.h"
+#include "tessaluna/platform/views/NSScroller.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::ProbeView;
 
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/views/NSScroller.h"
+#include "tessaluna/platform/views/NSScroller.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::only;
 using harness::recordingOf;
 

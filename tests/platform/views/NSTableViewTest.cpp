@@ -1,15 +1,15 @@
-#include "platform/views/NSTableView.h"
+#include "tessaluna/platform/views/NSTableView.h"
 
-#include "platform/events/NSEvent.h"
-#include "platform/graphics/NSColor.h"
-#include "platform/text/unicode.h"
-#include "platform/views/NSScrollView.h"
-#include "platform/views/NSTextField.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::only;
 using harness::recordingOf;
 

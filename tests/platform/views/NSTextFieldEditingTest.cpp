@@ -1,10 +1,10 @@
 #include <algorithm>
 
-#include "platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tests/harness/FieldWorld.h"
 #include "tests/harness/ProbeView.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Calls;
 
 namespace {
@@ -298,7 +298,7 @@ TEST_F(FieldEditing, AThousandKeysAllArrive) {
 // The look.
 
 TEST_F(FieldEditing, TheTextIsDrawnOnceAndWhereItWasBefore) {
-  desktop.setPictures(backend::headless::Pictures::Painted);
+  desktop.setPictures(tessaluna::backend::headless::Pictures::Painted);
   const auto pictured = showWindow({300, 100, 200, 150});
   pictured->contentView()->addSubview(field);
   field->setStringValue("abc");

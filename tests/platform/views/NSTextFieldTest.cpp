@@ -1,14 +1,14 @@
-#include "platform/views/NSTextField.h"
+#include "tessaluna/platform/views/NSTextField.h"
 
-#include "platform/graphics/NSColor.h"
-#include "platform/text/NSFont.h"
-#include "platform/views/NSButton.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSButton.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::only;
 using harness::recordingOf;

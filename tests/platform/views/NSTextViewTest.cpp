@@ -1,9 +1,9 @@
-#include "platform/views/NSTextView.h"
+#include "tessaluna/platform/views/NSTextView.h"
 
-#include "platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tests/harness/FieldWorld.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Calls;
 
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/views/TextViewEditing.h"
+#include "tessaluna/platform/views/TextViewEditing.h"
 
-#include "platform/text/unicode.h"
-#include "platform/windows/NSPasteboard.h"
+#include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/windows/NSPasteboard.h"
 #include "tests/harness/FieldWorld.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Calls;
 
 namespace {

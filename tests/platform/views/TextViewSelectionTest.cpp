@@ -1,11 +1,11 @@
-#include "platform/views/TextViewSelection.h"
+#include "tessaluna/platform/views/TextViewSelection.h"
 
-#include "platform/graphics/NSColor.h"
-#include "platform/views/NSClipView.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/views/NSClipView.h"
 #include "tests/harness/FieldWorld.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 namespace {
 
@@ -101,12 +101,12 @@ TEST_F(Mouse, AShiftClickGoesOnFromTheAnchor) {
 
 TEST_F(Mouse, ThePointerOverATextIsAnIBeam) {
   user.moveTo(*window, {60, 110});
-  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::IBeam);
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::IBeam);
   user.moveTo(*window, {190, 10});
-  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::Arrow);
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::Arrow);
   begin("abc");
   user.moveTo(*window, {60, 110});
-  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::IBeam);
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::IBeam);
 }
 
 // The caret and what is selected, as they are drawn.

@@ -1,15 +1,15 @@
-#include "platform/views/ViewDrawing.h"
+#include "tessaluna/platform/views/ViewDrawing.h"
 
 #include <gmock/gmock.h>
 
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::ProbeView;
 using testing::ElementsAre;
 using testing::IsEmpty;

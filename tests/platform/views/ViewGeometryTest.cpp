@@ -1,4 +1,4 @@
-#include "platform/views/ViewGeometry.h"
+#include "tessaluna/platform/views/ViewGeometry.h"
 
 #include <gmock/gmock.h>
 
@@ -6,7 +6,7 @@
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::ProbeView;
 using testing::ElementsAre;
 

@@ -1,14 +1,14 @@
-#include "platform/views/ViewTracking.h"
+#include "tessaluna/platform/views/ViewTracking.h"
 
 #include <gmock/gmock.h>
 
-#include "platform/events/NSCursor.h"
-#include "platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::ProbeView;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -250,9 +250,9 @@ TEST_F(ViewTrackingTest, ThePointerWearsTheCursorOfTheRectangleUnderIt) {
     user.moveTo(*window, point);
     return nativeOf(*window).cursor();
   };
-  EXPECT_EQ(cursorAt({55, 60}), backend::CursorShape::PointingHand);
-  EXPECT_EQ(cursorAt({75, 60}), backend::CursorShape::Arrow);
-  EXPECT_EQ(cursorAt({5, 5}), backend::CursorShape::Arrow);
+  EXPECT_EQ(cursorAt({55, 60}), tessaluna::backend::CursorShape::PointingHand);
+  EXPECT_EQ(cursorAt({75, 60}), tessaluna::backend::CursorShape::Arrow);
+  EXPECT_EQ(cursorAt({5, 5}), tessaluna::backend::CursorShape::Arrow);
   EXPECT_EQ(v->resets, 1);
 }
 
@@ -272,7 +272,7 @@ TEST_F(ViewTrackingTest, CursorRectanglesAreAskedForAgainWhenTheyAreInvalid) {
   v->link = {20, 0, 20, 40};
   window->invalidateCursorRectsForView(*v);
   user.moveTo(*window, {76, 60});
-  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::PointingHand);
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::PointingHand);
   EXPECT_EQ(v->resets, 2);
 }
 
@@ -282,9 +282,9 @@ TEST_F(ViewTrackingTest, TheCursorStaysWhileAButtonIsDown) {
   user.moveTo(*window, {55, 60});
   user.press(*window, {55, 60});
   user.dragTo({5, 5});
-  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::PointingHand);
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::PointingHand);
   user.release();
-  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::Arrow);
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::Arrow);
 }
 
 TEST_F(ViewTrackingTest, AViewWithoutACursorOfItsOwnShowsThatOfTheViewBehind) {
@@ -292,5 +292,5 @@ TEST_F(ViewTrackingTest, AViewWithoutACursorOfItsOwnShowsThatOfTheViewBehind) {
   v->addSubview(view({0, 0, 40, 40}));
   window = showWindowWith(v);
   user.moveTo(*window, {55, 60});
-  EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::PointingHand);
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::PointingHand);
 }

@@ -3,7 +3,7 @@
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
-namespace platform {
+namespace tessaluna::platform {
 namespace {
 
 struct ChildWindow : harness::StillWorld {
@@ -144,4 +144,4 @@ TEST_F(WindowNews, GoToTheDelegateAndThenToTheObservers) {
 }
 
 }  // namespace
-}  // namespace platform
+}  // namespace tessaluna::platform

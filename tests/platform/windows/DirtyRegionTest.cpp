@@ -1,4 +1,4 @@
-#include "platform/windows/DirtyRegion.h"
+#include "tessaluna/platform/windows/DirtyRegion.h"
 
 #include <gmock/gmock.h>
 
@@ -6,7 +6,7 @@
 
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 

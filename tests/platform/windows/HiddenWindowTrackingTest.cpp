@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 
-namespace platform {
+namespace tessaluna::platform {
 namespace {
 
 struct HiddenWindow : harness::StillWorld {
@@ -36,4 +36,4 @@ TEST_F(HiddenWindow, IsEnteredAnewWhenItIsBack) {
 }
 
 }  // namespace
-}  // namespace platform
+}  // namespace tessaluna::platform

@@ -1,19 +1,19 @@
-#include "platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
 
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
-using backend::headless::HeadlessWindow;
-using backend::headless::Pictures;
+using namespace tessaluna::platform;
+using tessaluna::backend::headless::HeadlessWindow;
+using tessaluna::backend::headless::Pictures;
 using harness::ProbeView;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -100,7 +100,7 @@ TEST_F(NSWindowTest, ABorderlessWindowIsShownAndDoesNotTakeKeyStatus) {
   EXPECT_TRUE(window->isVisible());
   EXPECT_FALSE(window->isKeyWindow());
   EXPECT_EQ(NSApp->keyWindow(), nullptr);
-  EXPECT_EQ(nativeOf(*window).options().kind, backend::WindowKind::Popup);
+  EXPECT_EQ(nativeOf(*window).options().kind, tessaluna::backend::WindowKind::Popup);
 }
 
 TEST_F(NSWindowTest, ABorderlessWindowThatSaysSoTakesKeyStatus) {
@@ -113,7 +113,7 @@ TEST_F(NSWindowTest, ABorderlessWindowThatSaysSoTakesKeyStatus) {
       make<KeyPanel>(CGRect{0, 0, 9, 9}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
   window->makeKeyAndOrderFront(nullptr);
   EXPECT_TRUE(window->isKeyWindow());
-  EXPECT_EQ(nativeOf(*window).options().kind, backend::WindowKind::Borderless);
+  EXPECT_EQ(nativeOf(*window).options().kind, tessaluna::backend::WindowKind::Borderless);
 }
 
 TEST_F(NSWindowTest, KeyStatusThatADesktopGivesToAWindowThatCannotIsRefused) {

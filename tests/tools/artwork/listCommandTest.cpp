@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/artwork/ToolRun.h"
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace artwork {
 namespace {

@@ -7,7 +7,7 @@
 #include <set>
 
 #include "tests/tools/artwork/ToolRun.h"
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace artwork {
 namespace {

@@ -11,11 +11,11 @@ namespace {
 
 TEST(SvgFile, WhatSvgCannotSayIsAFailureThatNamesItAndNoFile) {
   const ToolFolder folder;
-  backend::svg::SvgCanvas canvas({0, 0, 10, 10});
-  const backend::Path square = backend::Path::rect({1, 1, 4, 4});
-  canvas.fillPath(square, backend::FillRule::NonZero);
-  canvas.setBlendMode(backend::BlendMode::SourceOut);
-  canvas.fillPath(square, backend::FillRule::NonZero);
+  tessaluna::backend::svg::SvgCanvas canvas({0, 0, 10, 10});
+  const tessaluna::backend::Path square = tessaluna::backend::Path::rect({1, 1, 4, 4});
+  canvas.fillPath(square, tessaluna::backend::FillRule::NonZero);
+  canvas.setBlendMode(tessaluna::backend::BlendMode::SourceOut);
+  canvas.fillPath(square, tessaluna::backend::FillRule::NonZero);
   const std::string path = (folder / "a.svg").string();
   try {
     writeSvg(path, canvas);
@@ -28,8 +28,8 @@ TEST(SvgFile, WhatSvgCannotSayIsAFailureThatNamesItAndNoFile) {
 
 TEST(SvgFile, WhatSvgCanSayIsInTheFile) {
   const ToolFolder folder;
-  backend::svg::SvgCanvas canvas({0, 0, 10, 10});
-  canvas.fillPath(backend::Path::rect({1, 1, 4, 4}), backend::FillRule::NonZero);
+  tessaluna::backend::svg::SvgCanvas canvas({0, 0, 10, 10});
+  canvas.fillPath(tessaluna::backend::Path::rect({1, 1, 4, 4}), tessaluna::backend::FillRule::NonZero);
   writeSvg((folder / "a.svg").string(), canvas);
   EXPECT_THAT(folder.files(), testing::ElementsAre("a.svg"));
 }

@@ -3,11 +3,11 @@
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "uikit/stylekit/AlbumArtPlaceholders.h"
+#include "tessaluna/uikit/stylekit/AlbumArtPlaceholders.h"
 
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::operationsOf;
 using harness::paintedBy;
@@ -131,7 +131,7 @@ TEST(IconAlbum, IsOneWhiteFillOfSevenSubpaths) {
 
 TEST(IconAlbum, HolesAreOpenAndRingsArePainted) {
   const auto painted = paintedBy([] { Kit::drawIconAlbum(); });
-  const backend::Path& disc = painted.filled.at(0);
+  const tessaluna::backend::Path& disc = painted.filled.at(0);
   const CGPoint paint[] = {{25, 46}, {4, 25}, {25, 33.5}, {25, 25}, {35.5, 35.5}, {14.5, 14.5}};
   const CGPoint ground[] = {{25, 40}, {10, 25}, {14.5, 35.5}, {25, 30}, {1, 1}};
   for (const CGPoint point : paint) EXPECT_NE(windingAt(disc, point), 0) << testing::PrintToString(point);
@@ -167,7 +167,7 @@ TEST(LoadingAlbumArt, IsOneGrayFillOfEightDotsThatGrowClockwise) {
   const auto painted = paintedBy([] { Kit::drawLoadingAlbumArt(); });
   ASSERT_THAT(operationsOf(painted.lines), ElementsAre("setFillColor", "fill"));
   EXPECT_EQ(painted.lines[0], R"({"op":"setFillColor","color":[0.333,0.333,0.333,1]})");
-  const backend::Path& ring = painted.filled.at(0);
+  const tessaluna::backend::Path& ring = painted.filled.at(0);
   const auto subpaths = subpathsOf(ring);
   ASSERT_EQ(subpaths.size(), std::size(dots));
   for (std::size_t i = 0; i < std::size(dots); ++i) {

@@ -3,11 +3,11 @@
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "uikit/stylekit/AlbumOverlayGlyphs.h"
+#include "tessaluna/uikit/stylekit/AlbumOverlayGlyphs.h"
 
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::listingIn;
 using harness::listingOf;

@@ -1,12 +1,12 @@
-#include "uikit/stylekit/ArrowAndCloseGlyphs.h"
+#include "tessaluna/uikit/stylekit/ArrowAndCloseGlyphs.h"
 
 #include <gmock/gmock.h>
 
 #include "tests/harness/pixelsOf.h"
 #include "tests/harness/recordingOf.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 using testing::HasSubstr;

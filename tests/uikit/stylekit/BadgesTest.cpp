@@ -3,17 +3,17 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/foundation/numberText.h"
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/foundation/numberText.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "uikit/stylekit/Badges.h"
-#include "uikit/stylekit/palette.h"
+#include "tessaluna/uikit/stylekit/Badges.h"
+#include "tessaluna/uikit/stylekit/palette.h"
 
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::only;
 using harness::paintedBy;
@@ -147,7 +147,7 @@ TEST_P(BadgeTest, ShapesHaveTheirSubpathsSegmentsAndReach) {
   const auto painted = paintedBy(GetParam().draw);
   for (const Shape& shape : GetParam().shapes) {
     SCOPED_TRACE(shape.what);
-    const backend::Path& path = painted.filled.at(shape.fill);
+    const tessaluna::backend::Path& path = painted.filled.at(shape.fill);
     int lines = 0, curves = 0;
     for (const auto& subpath : subpathsOf(path)) {
       EXPECT_TRUE(subpath.isClosed);
@@ -169,7 +169,7 @@ TEST_P(BadgeTest, CountersAreWoundAgainstTheLettersAndOpen) {
   const auto painted = paintedBy(GetParam().draw);
   for (const Shape& shape : GetParam().shapes) {
     SCOPED_TRACE(shape.what);
-    const backend::Path& path = painted.filled.at(shape.fill);
+    const tessaluna::backend::Path& path = painted.filled.at(shape.fill);
     const auto subpaths = subpathsOf(path);
     // The letter or disc that reaches lowest is an outline.
     const auto outline = std::min_element(subpaths.begin(), subpaths.end(), [](const auto& a, const auto& b) {
@@ -203,8 +203,8 @@ TEST(Badges, SegmentsOfARoutineAddUp) {
   const auto sum = [](void (*draw)()) {
     const auto painted = paintedBy(draw);
     std::vector<int> counts(3);
-    const auto add = [&](const backend::Path& path) {
-      if (path.shape().kind != backend::PathShape::Kind::None) return;
+    const auto add = [&](const tessaluna::backend::Path& path) {
+      if (path.shape().kind != tessaluna::backend::PathShape::Kind::None) return;
       for (const auto& subpath : subpathsOf(path)) {
         ++counts[0];
         counts[1] += subpath.lines;
@@ -278,13 +278,13 @@ TEST(MqaLogo, EnabledChangesTheColorOfTheDotAndNothingElse) {
 
 TEST(MqaLogo, TheDotIsNoCircle) {
   const auto shape = paintedBy(mqa).filled.at(0).shape();
-  EXPECT_EQ(shape.kind, backend::PathShape::Kind::Oval);
+  EXPECT_EQ(shape.kind, tessaluna::backend::PathShape::Kind::Oval);
   EXPECT_EQ(shape.rect, (CGRect{55, 5, 8, 7}));
 }
 
 TEST(MqaLogo, TheTailOfTheQIsARoundBarOnTheFeetOfTheLetters) {
   const auto shape = paintedBy(mqa).filled.at(3).shape();
-  EXPECT_EQ(shape.kind, backend::PathShape::Kind::RoundedRect);
+  EXPECT_EQ(shape.kind, tessaluna::backend::PathShape::Kind::RoundedRect);
   EXPECT_EQ(shape.radii, (CGSize{0.75, 0.75}));
   EXPECT_NEAR(CGRectGetMinX(shape.rect), 34.95, 1e-9);
   EXPECT_NEAR(CGRectGetMinY(shape.rect), 4.95, 1e-9);
@@ -319,7 +319,7 @@ TEST(HighResAudioLogo, GroundAndSquaresSitOnTheirSnappedEdges) {
   for (std::size_t i = 0; i < 3; ++i) {
     SCOPED_TRACE(i);
     const auto shape = painted.filled.at(i).shape();
-    EXPECT_EQ(shape.kind, backend::PathShape::Kind::Rect);
+    EXPECT_EQ(shape.kind, tessaluna::backend::PathShape::Kind::Rect);
     EXPECT_NEAR(shape.rect.origin.x, expected[i].origin.x, 1e-9);
     EXPECT_NEAR(shape.rect.origin.y, expected[i].origin.y, 1e-9);
     EXPECT_NEAR(shape.rect.size.width, expected[i].size.width, 1e-9);

@@ -3,11 +3,11 @@
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "uikit/stylekit/BrowseIcons.h"
+#include "tessaluna/uikit/stylekit/BrowseIcons.h"
 
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::only;
 using harness::paintedBy;
@@ -229,7 +229,7 @@ void PrintTo(const Icon& icon, std::ostream* out) { *out << icon.name; }
 
 class DrawnBrowseIcon : public testing::TestWithParam<Icon> {
  protected:
-  backend::Path drawn() const {
+  tessaluna::backend::Path drawn() const {
     return paintedBy([this] { GetParam().draw({0, 0, GetParam().canvas, GetParam().canvas}); }).filled.at(0);
   }
 };
@@ -261,7 +261,7 @@ TEST_P(DrawnBrowseIcon, HasItsSubpathsInOrderWithTheirReachAndDirection) {
 }
 
 TEST_P(DrawnBrowseIcon, HolesAreOpenAndRingsArePainted) {
-  const backend::Path path = drawn();
+  const tessaluna::backend::Path path = drawn();
   for (const CGPoint point : GetParam().paint)
     EXPECT_NE(windingAt(path, point), 0) << testing::PrintToString(point);
   for (const CGPoint point : GetParam().ground)

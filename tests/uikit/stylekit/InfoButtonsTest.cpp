@@ -2,11 +2,11 @@
 
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "uikit/stylekit/InfoButtons.h"
+#include "tessaluna/uikit/stylekit/InfoButtons.h"
 
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::listingOf;
 using harness::only;

@@ -1,21 +1,21 @@
-#include "uikit/stylekit/Listing.h"
+#include "tessaluna/uikit/stylekit/Listing.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 using harness::Lines;
 
 TEST(Listing, EachSegmentBecomesItsVerbAndPoints) {
   constexpr auto outline = listing<"M (0, 1), L (0.5, 0.25), C (1, 2; 3, 4; 5, 6), Z">;
   static_assert(outline.verbs.size() == 4 && outline.fractions.size() == 5);
-  EXPECT_EQ(outline.verbs[0], backend::PathVerb::Move);
-  EXPECT_EQ(outline.verbs[1], backend::PathVerb::Line);
-  EXPECT_EQ(outline.verbs[2], backend::PathVerb::Curve);
-  EXPECT_EQ(outline.verbs[3], backend::PathVerb::Close);
+  EXPECT_EQ(outline.verbs[0], tessaluna::backend::PathVerb::Move);
+  EXPECT_EQ(outline.verbs[1], tessaluna::backend::PathVerb::Line);
+  EXPECT_EQ(outline.verbs[2], tessaluna::backend::PathVerb::Curve);
+  EXPECT_EQ(outline.verbs[3], tessaluna::backend::PathVerb::Close);
   EXPECT_EQ(outline.fractions[1], (CGPoint{0.5, 0.25}));
   EXPECT_EQ(outline.fractions[2], (CGPoint{1, 2}));
   EXPECT_EQ(outline.fractions[4], (CGPoint{5, 6}));

@@ -6,11 +6,11 @@
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "uikit/stylekit/MoodIcons.h"
+#include "tessaluna/uikit/stylekit/MoodIcons.h"
 
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::paintedBy;
 using harness::recordingOf;
@@ -52,7 +52,7 @@ const Icon icons[] = {
 
 class MoodIcon : public testing::TestWithParam<Icon> {
  protected:
-  static backend::Path drawn(CGRect frame = canvas) {
+  static tessaluna::backend::Path drawn(CGRect frame = canvas) {
     return paintedBy([&] { GetParam().draw(frame, false); }).filled.at(0);
   }
 };
@@ -80,9 +80,9 @@ TEST_P(MoodIcon, FillsItsPartOfTheSquare) {
 
 // A thousandth of the canvas beside the middle of the first segment of a subpath, to the left of its
 // direction or to the right.
-CGPoint beside(const backend::Path& subpath, double toTheLeft) {
+CGPoint beside(const tessaluna::backend::Path& subpath, double toTheLeft) {
   const auto points = subpath.points();
-  const bool isCurve = subpath.verbs()[1] == backend::PathVerb::Curve;
+  const bool isCurve = subpath.verbs()[1] == tessaluna::backend::PathVerb::Curve;
   const CGPoint a = points[0], b = isCurve ? points[1] : a, c = isCurve ? points[2] : points[1],
                 d = isCurve ? points[3] : c;
   const CGPoint middle{(a.x + 3 * b.x + 3 * c.x + d.x) / 8, (a.y + 3 * b.y + 3 * c.y + d.y) / 8};
@@ -92,7 +92,7 @@ CGPoint beside(const backend::Path& subpath, double toTheLeft) {
 }
 
 TEST_P(MoodIcon, RingsArePaintedAndWhatTheyEncloseIsOpen) {
-  const backend::Path path = drawn();
+  const tessaluna::backend::Path path = drawn();
   const auto subpaths = subpathsOf(path);
   const auto outer = std::max_element(subpaths.begin(), subpaths.end(), [](const auto& a, const auto& b) {
     return std::abs(a.area) < std::abs(b.area);

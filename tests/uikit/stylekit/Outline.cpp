@@ -3,12 +3,12 @@
 #include <cmath>
 #include <string_view>
 
-#include "platform/foundation/numberText.h"
+#include "tessaluna/platform/foundation/numberText.h"
 
 namespace harness {
 
-using namespace platform;
-using backend::PathVerb;
+using namespace tessaluna::platform;
+using tessaluna::backend::PathVerb;
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr int stepsOfCurve = 64;
 
 // Calls visit(from, to) for each straight piece of the flattened outline, closing lines included.
 template <class Visit>
-void forEachPiece(const backend::Path& path, Visit visit) {
+void forEachPiece(const tessaluna::backend::Path& path, Visit visit) {
   CGPoint start, here;
   const CGPoint* point = path.points().data();
   const auto goTo = [&](CGPoint to) {
@@ -50,7 +50,7 @@ void forEachPiece(const backend::Path& path, Visit visit) {
 
 }  // namespace
 
-std::vector<Subpath> subpathsOf(const backend::Path& path) {
+std::vector<Subpath> subpathsOf(const tessaluna::backend::Path& path) {
   std::vector<Subpath> result;
   const CGPoint* point = path.points().data();
   for (const PathVerb verb : path.verbs()) {
@@ -80,7 +80,7 @@ std::vector<Subpath> subpathsOf(const backend::Path& path) {
   return result;
 }
 
-int windingAt(const backend::Path& path, CGPoint point) {
+int windingAt(const tessaluna::backend::Path& path, CGPoint point) {
   int winding = 0;
   forEachPiece(path, [&](CGPoint a, CGPoint b) {
     const double side = (b.x - a.x) * (point.y - a.y) - (b.y - a.y) * (point.x - a.x);
@@ -90,7 +90,7 @@ int windingAt(const backend::Path& path, CGPoint point) {
   return winding;
 }
 
-std::string listingOf(const backend::Path& path) {
+std::string listingOf(const tessaluna::backend::Path& path) {
   std::string text;
   const auto pair = [](CGPoint p) { return numberText(p.x) + ", " + numberText(p.y); };
   const CGPoint* point = path.points().data();
@@ -115,13 +115,13 @@ std::string listingOf(const backend::Path& path) {
   return text;
 }
 
-std::string listingIn(CGRect frame, const backend::Path& path) {
-  backend::Path inUnits = path;
+std::string listingIn(CGRect frame, const tessaluna::backend::Path& path) {
+  tessaluna::backend::Path inUnits = path;
   inUnits.transform({.a = 1 / frame.size.width,
                      .d = 1 / frame.size.height,
                      .tx = -frame.origin.x / frame.size.width,
                      .ty = -frame.origin.y / frame.size.height});
-  backend::Path rounded;
+  tessaluna::backend::Path rounded;
   const auto at = [](CGPoint p) { return CGPoint{std::round(p.x * 1e5) / 1e5, std::round(p.y * 1e5) / 1e5}; };
   const CGPoint* point = inUnits.points().data();
   for (const PathVerb verb : inUnits.verbs()) {

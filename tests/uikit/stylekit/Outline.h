@@ -5,49 +5,49 @@
 #include <string>
 #include <vector>
 
-#include "backends/recording/RecordingCanvas.h"
-#include "platform/backend/Path.h"
-#include "platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/backends/recording/RecordingCanvas.h"
+#include "tessaluna/platform/backend/Path.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 namespace harness {
 
 struct Subpath {
-  backend::Path path;
+  tessaluna::backend::Path path;
   int lines = 0, curves = 0;
   bool isClosed = false;
   double area = 0;  // positive when it runs counterclockwise
 };
 
 // In their order.
-std::vector<Subpath> subpathsOf(const backend::Path& path);
+std::vector<Subpath> subpathsOf(const tessaluna::backend::Path& path);
 
 // How often the path runs round the point, counterclockwise positive. Zero is no paint under non-zero
 // winding.
-int windingAt(const backend::Path& path, platform::CGPoint point);
+int windingAt(const tessaluna::backend::Path& path, tessaluna::platform::CGPoint point);
 
 // "M (0.5, 1), L (0.25, 0), Z": of a routine called with the frame (0, 0, 1, 1) this is the listing that it
 // was written with.
-std::string listingOf(const backend::Path& path);
+std::string listingOf(const tessaluna::backend::Path& path);
 // The same in fractions of a frame, to five decimals.
-std::string listingIn(platform::CGRect frame, const backend::Path& path);
+std::string listingIn(tessaluna::platform::CGRect frame, const tessaluna::backend::Path& path);
 
 // The paths of all fills, or of all strokes, of a drawing.
 struct Painted {
-  std::vector<backend::Path> filled, stroked;
+  std::vector<tessaluna::backend::Path> filled, stroked;
   std::vector<std::string> lines;  // of the whole recording
 };
 
 // The names of a recording's operations, in their order.
 std::vector<std::string> operationsOf(const std::vector<std::string>& lines);
 
-class OutlineCanvas : public backend::recording::RecordingCanvas {
+class OutlineCanvas : public tessaluna::backend::recording::RecordingCanvas {
  public:
   Painted painted;
-  void fillPath(const backend::Path& path, backend::FillRule rule) override {
+  void fillPath(const tessaluna::backend::Path& path, tessaluna::backend::FillRule rule) override {
     RecordingCanvas::fillPath(path, rule);
     painted.filled.push_back(path);
   }
-  void strokePath(const backend::Path& path, const backend::StrokeStyle& style) override {
+  void strokePath(const tessaluna::backend::Path& path, const tessaluna::backend::StrokeStyle& style) override {
     RecordingCanvas::strokePath(path, style);
     painted.stroked.push_back(path);
   }
@@ -57,7 +57,7 @@ template <class Draw>
 Painted paintedBy(Draw draw) {
   OutlineCanvas canvas;
   {
-    const platform::CanvasScope scope(canvas);
+    const tessaluna::platform::CanvasScope scope(canvas);
     draw();
   }
   canvas.painted.lines = canvas.lines();

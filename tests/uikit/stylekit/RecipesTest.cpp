@@ -1,11 +1,11 @@
-#include "uikit/stylekit/Recipes.h"
+#include "tessaluna/uikit/stylekit/Recipes.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 using harness::Lines;
 using harness::recordingOf;

@@ -1,19 +1,19 @@
-#include "uikit/stylekit/Routines.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <set>
 
-#include "platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/NSImage.h"
 #include "tests/harness/countingNew.h"
 #include "tests/harness/expectedFile.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "platform/foundation/numberText.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/platform/foundation/numberText.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 using harness::Lines;
 using harness::recordingOf;

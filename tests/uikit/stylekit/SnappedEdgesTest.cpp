@@ -1,10 +1,10 @@
-#include "uikit/stylekit/SnappedEdges.h"
+#include "tessaluna/uikit/stylekit/SnappedEdges.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/harness/printing.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
 TEST(SnappedEdges, AConstantOfAHalfRoundsToTheNearestPoint) {

@@ -6,11 +6,11 @@
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "uikit/stylekit/TessalunaLogo.h"
+#include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::paintedBy;
 using harness::recordingOf;
@@ -18,7 +18,7 @@ using harness::subpathsOf;
 using harness::windingAt;
 using TessalunaUIKit::TessalunaLogo;
 
-backend::Path drawnWith(CGRect bounds, CGRect dirty = {0, 0, 1, 1}) {
+tessaluna::backend::Path drawnWith(CGRect bounds, CGRect dirty = {0, 0, 1, 1}) {
   const auto logo = make<TessalunaLogo>(CGRect{{5, 6}, bounds.size});
   logo->setBoundsOrigin(bounds.origin);
   return paintedBy([&] { logo->drawRect(dirty); }).filled.at(0);
@@ -58,7 +58,7 @@ TEST(TessalunaLogo, LeavesItsMargins) {
 }
 
 TEST(TessalunaLogo, EveryVertexSitsOnTheGridOfTheDesign) {
-  const backend::Path path = drawnWith(design);
+  const tessaluna::backend::Path path = drawnWith(design);
   for (const CGPoint point : path.points()) {
     // A fraction of five decimals is up to two thousandths of a point off the grid.
     EXPECT_NEAR(point.x, std::round(point.x * 10) / 10, 0.0021);
@@ -67,7 +67,7 @@ TEST(TessalunaLogo, EveryVertexSitsOnTheGridOfTheDesign) {
 }
 
 TEST(TessalunaLogo, ItsCountersAreOpen) {
-  const backend::Path path = drawnWith(design);
+  const tessaluna::backend::Path path = drawnWith(design);
   const auto subpaths = subpathsOf(path);
   int counters = 0;
   for (const auto& subpath : subpaths) {

@@ -1,16 +1,16 @@
-#include "uikit/stylekit/TransportGlyphs.h"
+#include "tessaluna/uikit/stylekit/TransportGlyphs.h"
 
 #include <gmock/gmock.h>
 
-#include "platform/graphics/NSBezierPath.h"
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tests/harness/pixelsOf.h"
 #include "tests/harness/recordingOf.h"
-#include "uikit/stylekit/Listing.h"
-#include "uikit/stylekit/Recipes.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/stylekit/Listing.h"
+#include "tessaluna/uikit/stylekit/Recipes.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 using testing::HasSubstr;

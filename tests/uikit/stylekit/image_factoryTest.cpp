@@ -1,4 +1,4 @@
-#include "uikit/stylekit/image_factory.h"
+#include "tessaluna/uikit/stylekit/image_factory.h"
 
 #include <gtest/gtest.h>
 
@@ -7,9 +7,9 @@
 #include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 using harness::recordingOf;
 using Kit = TessalunaUIKit::TessalunaStyleKit;

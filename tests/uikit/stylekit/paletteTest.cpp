@@ -1,13 +1,13 @@
-#include "uikit/stylekit/palette.h"
+#include "tessaluna/uikit/stylekit/palette.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 
-#include "platform/graphics/NSColor.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using TessalunaUIKit::TessalunaStyleKit;
 
 namespace {

@@ -1,10 +1,10 @@
-#include "uikit/suggestions/FlatTextFieldCell.h"
+#include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/graphics/NSColor.h"
-#include "platform/graphics/NSImage.h"
-#include "platform/views/NSTextField.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/harness/printing.h"
@@ -12,7 +12,7 @@
 namespace TessalunaUIKit {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 
 // Writes down what it is to draw inside, and where the drawing stood then.

@@ -1,15 +1,15 @@
-#include "uikit/suggestions/HighlightingView.h"
+#include "tessaluna/uikit/suggestions/HighlightingView.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/views/NSTextField.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/recordingOf.h"
 
 namespace TessalunaUIKit {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Lines;
 
 struct RowBackground : harness::StillWorld {

@@ -4,25 +4,25 @@
 #include <string>
 #include <vector>
 
-#include "platform/interface_files/NSNib.h"
-#include "platform/views/NSScrollView.h"
-#include "platform/views/NSTextField.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
-#include "uikit/suggestions/HighlightingView.h"
-#include "uikit/suggestions/SuggestibleTextFieldCell.h"
-#include "uikit/suggestions/SuggestionsContentView.h"
-#include "uikit/suggestions/SuggestionsWindowController.h"
+#include "tessaluna/uikit/suggestions/HighlightingView.h"
+#include "tessaluna/uikit/suggestions/SuggestibleTextFieldCell.h"
+#include "tessaluna/uikit/suggestions/SuggestionsContentView.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 
 namespace harness {
 
 using Calls = std::vector<std::string>;
 
 // Writes down on what ground it is told to stand.
-class ProbeCell : public platform::NSTextFieldCell {
+class ProbeCell : public tessaluna::platform::NSTextFieldCell {
  public:
   ProbeCell(std::string name, Calls& calls) : name_(std::move(name)), calls_(calls) {}
-  void setBackgroundStyle(platform::NSBackgroundStyle style) override {
+  void setBackgroundStyle(tessaluna::platform::NSBackgroundStyle style) override {
     calls_.push_back(name_ + " style " + std::to_string(style));
     NSTextFieldCell::setBackgroundStyle(style);
   }
@@ -33,18 +33,18 @@ class ProbeCell : public platform::NSTextFieldCell {
 };
 
 // A field whose editing the test decides.
-class ProbeField : public platform::NSTextField {
+class ProbeField : public tessaluna::platform::NSTextField {
  public:
   using NSTextField::NSTextField;
-  platform::Ref<platform::NSText> editor;
+  tessaluna::platform::Ref<tessaluna::platform::NSText> editor;
   Calls calls;
-  platform::Ref<platform::NSText> currentEditor() const override { return editor; }
+  tessaluna::platform::Ref<tessaluna::platform::NSText> currentEditor() const override { return editor; }
   void validateEditing() override { calls.push_back("validateEditing"); }
   bool abortEditing() override {
     calls.push_back("abortEditing");
     return false;
   }
-  bool sendActionTo(std::string_view action, const platform::Ref<platform::NSObject>& target) override {
+  bool sendActionTo(std::string_view action, const tessaluna::platform::Ref<tessaluna::platform::NSObject>& target) override {
     calls.push_back("sendAction " + std::string(action) + (target ? " to a target" : " to nobody"));
     if (onAction) onAction();
     return NSTextField::sendActionTo(action, target);
@@ -64,29 +64,29 @@ struct ProbeTarget : TessalunaUIKit::SuggestionsWindowTarget {
 class PopUpWorld : public StillWorld {
  protected:
   template <class T>
-  using Ref = platform::Ref<T>;
+  using Ref = tessaluna::platform::Ref<T>;
   using Controller = TessalunaUIKit::SuggestionsWindowController;
   using Row = TessalunaUIKit::HighlightingView;
 
   PopUpWorld() {
-    field->setCell(platform::make<TessalunaUIKit::SuggestibleTextFieldCell>("query"));
+    field->setCell(tessaluna::platform::make<TessalunaUIKit::SuggestibleTextFieldCell>("query"));
     field->setAction("search:");
     window->contentView()->addSubview(field);
-    platform::NSNib::registerFactory("row", [this](platform::NSObject& owner) { return makeRow(owner); });
+    tessaluna::platform::NSNib::registerFactory("row", [this](tessaluna::platform::NSObject& owner) { return makeRow(owner); });
     controller->setSuggestionPrototype("row");
     controller->setTarget(target);
   }
   ~PopUpWorld() override { controller->cancelSuggestions(); }
 
   // A row of the height `rowHeight` with one text field.
-  Ref<platform::NSObject> makeRow(platform::NSObject& owner) {
-    auto row = platform::make<Row>(platform::CGRect{0, 0, 50, rowHeight});
-    auto label = platform::make<platform::NSTextField>(platform::CGRect{0, 0, 50, 10});
-    label->setCell(platform::make<ProbeCell>("row " + std::to_string(items.size()), styleCalls));
+  Ref<tessaluna::platform::NSObject> makeRow(tessaluna::platform::NSObject& owner) {
+    auto row = tessaluna::platform::make<Row>(tessaluna::platform::CGRect{0, 0, 50, rowHeight});
+    auto label = tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{0, 0, 50, 10});
+    label->setCell(tessaluna::platform::make<ProbeCell>("row " + std::to_string(items.size()), styleCalls));
     row->addSubview(label);
     auto& item = dynamic_cast<TessalunaUIKit::SuggestionItemViewController&>(owner);
     item.setLabelTextField(label);
-    items.push_back(platform::refTo(item));
+    items.push_back(tessaluna::platform::refTo(item));
     return row;
   }
 
@@ -109,23 +109,23 @@ class PopUpWorld : public StillWorld {
     target->calls.clear();
   }
   Ref<Row> row(std::size_t index) { return std::dynamic_pointer_cast<Row>(items.at(index)->view()); }
-  Ref<platform::NSWindow> popUp() { return controller->window(); }
-  Ref<platform::NSScrollView> scrollView() {
-    return std::dynamic_pointer_cast<platform::NSScrollView>(popUp()->contentView());
+  Ref<tessaluna::platform::NSWindow> popUp() { return controller->window(); }
+  Ref<tessaluna::platform::NSScrollView> scrollView() {
+    return std::dynamic_pointer_cast<tessaluna::platform::NSScrollView>(popUp()->contentView());
   }
-  Ref<platform::NSView> content() { return scrollView()->documentView(); }
+  Ref<tessaluna::platform::NSView> content() { return scrollView()->documentView(); }
   std::string selectedLabel() {
     const auto suggestion = controller->selectedSuggestion();
     return suggestion ? suggestion->label : "none";
   }
 
-  platform::CGFloat rowHeight = 20;
+  tessaluna::platform::CGFloat rowHeight = 20;
   Calls styleCalls;
   std::vector<Ref<TessalunaUIKit::SuggestionItemViewController>> items;  // all that were ever made
-  Ref<platform::NSWindow> window = showWindow({100, 300, 400, 300});
-  Ref<ProbeField> field = platform::make<ProbeField>(platform::CGRect{50, 100, 200, 24});
+  Ref<tessaluna::platform::NSWindow> window = showWindow({100, 300, 400, 300});
+  Ref<ProbeField> field = tessaluna::platform::make<ProbeField>(tessaluna::platform::CGRect{50, 100, 200, 24});
   Ref<ProbeTarget> target = std::make_shared<ProbeTarget>();
-  Ref<Controller> controller = platform::make<Controller>();
+  Ref<Controller> controller = tessaluna::platform::make<Controller>();
 };
 
 }  // namespace harness

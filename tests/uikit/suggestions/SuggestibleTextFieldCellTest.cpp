@@ -1,4 +1,4 @@
-#include "uikit/suggestions/SuggestibleTextFieldCell.h"
+#include "tessaluna/uikit/suggestions/SuggestibleTextFieldCell.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 namespace TessalunaUIKit {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 struct SuggestibleCell : harness::PopUpWorld {
   Ref<SuggestibleTextFieldCell> cell = make<SuggestibleTextFieldCell>("text");

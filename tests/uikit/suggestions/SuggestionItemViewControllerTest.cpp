@@ -1,16 +1,16 @@
-#include "uikit/suggestions/SuggestionItemViewController.h"
+#include "tessaluna/uikit/suggestions/SuggestionItemViewController.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/interface_files/NSNib.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
 #include "tests/harness/StillWorld.h"
-#include "uikit/interfaceFileClasses.h"
-#include "uikit/suggestions/HighlightingView.h"
+#include "tessaluna/uikit/interfaceFileClasses.h"
+#include "tessaluna/uikit/suggestions/HighlightingView.h"
 
 namespace TessalunaUIKit {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 struct SuggestionRow : harness::StillWorld {
   SuggestionRow() {

@@ -1,14 +1,14 @@
 // Which row of a completion pop-up is selected, by the controller's operations, the mouse and the keys, and who is told.
 #include <gtest/gtest.h>
 
-#include "platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tests/uikit/suggestions/PopUpWorld.h"
-#include "uikit/suggestions/SuggestionsWindowController.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 
 namespace TessalunaUIKit {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Calls;
 
 using Selection = harness::PopUpWorld;

@@ -1,4 +1,4 @@
-#include "uikit/suggestions/SuggestionsContentView.h"
+#include "tessaluna/uikit/suggestions/SuggestionsContentView.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 namespace TessalunaUIKit {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 struct SuggestionsList : harness::PopUpWorld {
   AccessibilityValue valueOf(std::string_view attribute) { return content()->accessibilityAttributeValue(attribute); }

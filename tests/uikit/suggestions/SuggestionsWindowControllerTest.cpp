@@ -1,19 +1,19 @@
-#include "uikit/suggestions/SuggestionsWindowController.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 
 #include <gtest/gtest.h>
 
 #include <ctime>
 
-#include "platform/events/NSTrackingArea.h"
-#include "platform/views/NSScroller.h"
-#include "platform/views/NSTextView.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/views/NSScroller.h"
+#include "tessaluna/platform/views/NSTextView.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/uikit/suggestions/PopUpWorld.h"
 
 namespace TessalunaUIKit {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 using harness::Calls;
 
 using Construction = harness::PopUpWorld;
@@ -58,7 +58,7 @@ TEST_F(Begin, PlacesThePopUpTwoPointsBelowTheFieldAndAsWideAsIt) {
   EXPECT_EQ(popUp()->parentWindow(), window.get());
   EXPECT_TRUE(popUp()->isVisible());
   EXPECT_TRUE(window->isKeyWindow());
-  EXPECT_EQ(nativeOf(*popUp()).options().kind, backend::WindowKind::Popup);
+  EXPECT_EQ(nativeOf(*popUp()).options().kind, tessaluna::backend::WindowKind::Popup);
   EXPECT_FALSE(nativeOf(*popUp()).options().isOpaque);
 }
 

@@ -1,14 +1,14 @@
-#include "uikit/suggestions/SuggestionsWindow.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindow.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tests/harness/StillWorld.h"
 
 namespace TessalunaUIKit {
 namespace {
 
-using namespace platform;
+using namespace tessaluna::platform;
 
 using PopUpWindow = harness::StillWorld;
 

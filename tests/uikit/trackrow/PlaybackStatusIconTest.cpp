@@ -1,13 +1,13 @@
-#include "uikit/trackrow/PlaybackStatusIcon.h"
+#include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
 
 #include <gmock/gmock.h>
 
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using TessalunaUIKit::PlaybackStatusIcon;
 using TessalunaUIKit::TessalunaStyleKit;
 using harness::recordingOf;

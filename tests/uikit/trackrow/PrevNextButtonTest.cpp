@@ -1,13 +1,13 @@
-#include "uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
 
 #include <gmock/gmock.h>
 
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using TessalunaUIKit::PrevNextButton;
 using Kit = TessalunaUIKit::TessalunaStyleKit;
 using harness::Lines;

@@ -1,9 +1,9 @@
-#include "uikit/trackrow/TrackRowFavoriteButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 
 #include "tests/uikit/trackrow/TrackRowWorld.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 using harness::Lines;
 using harness::only;

@@ -1,14 +1,14 @@
-#include "uikit/trackrow/TrackRowPlayButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
 
 #include <functional>
 
-#include "platform/events/NSEvent.h"
-#include "platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/trackrow/TrackRowWorld.h"
-#include "uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
-using namespace platform;
+using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 using harness::Lines;
 using harness::recordingOf;

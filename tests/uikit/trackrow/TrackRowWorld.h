@@ -5,17 +5,17 @@
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "uikit/trackrow/TrackListRowActionTarget.h"
-#include "uikit/trackrow/TrackRowFavoriteButton.h"
-#include "uikit/trackrow/TrackRowMoreButton.h"
-#include "uikit/trackrow/TrackRowPlayButton.h"
+#include "tessaluna/uikit/trackrow/TrackListRowActionTarget.h"
+#include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
 
 namespace harness {
 
 class RecordingTarget : public TessalunaUIKit::TrackListRowActionTarget {
  public:
   std::vector<std::string> clicks;
-  std::vector<platform::NSView*> senders;
+  std::vector<tessaluna::platform::NSView*> senders;
   std::function<void()> onClick;
 
   void trackRowPlayButtonClicked(TessalunaUIKit::TrackRowPlayButton& button) override { got("play", button); }
@@ -23,7 +23,7 @@ class RecordingTarget : public TessalunaUIKit::TrackListRowActionTarget {
   void trackRowMoreButtonClicked(TessalunaUIKit::TrackRowMoreButton& button) override { got("more", button); }
 
  private:
-  void got(const char* what, platform::NSView& button) {
+  void got(const char* what, tessaluna::platform::NSView& button) {
     clicks.push_back(what);
     senders.push_back(&button);
     if (onClick) onClick();
@@ -33,15 +33,15 @@ class RecordingTarget : public TessalunaUIKit::TrackListRowActionTarget {
 template <class Button>
 class TrackRowWorld : public StillWorld {
  protected:
-  static constexpr platform::CGRect frame{50, 60, 15, 15};  // in the window
-  static constexpr platform::CGRect bounds{0, 0, 15, 15};
+  static constexpr tessaluna::platform::CGRect frame{50, 60, 15, 15};  // in the window
+  static constexpr tessaluna::platform::CGRect bounds{0, 0, 15, 15};
 
   TrackRowWorld() { newButton(); }
 
   void newButton() {
     if (window) window->close();
-    row = platform::make<ProbeView>(platform::CGRect{0, 40, 200, 50});
-    button = platform::make<Button>(platform::CGRect{50, 20, 15, 15});
+    row = tessaluna::platform::make<ProbeView>(tessaluna::platform::CGRect{0, 40, 200, 50});
+    button = tessaluna::platform::make<Button>(tessaluna::platform::CGRect{50, 20, 15, 15});
     target = std::make_shared<RecordingTarget>();
     button->setTarget(target);
     row->addSubview(button);
@@ -49,9 +49,9 @@ class TrackRowWorld : public StillWorld {
   }
 
   // Calls one handler of the button, as a window would.
-  void send(void (Button::*handler)(const platform::Ref<platform::NSEvent>&), platform::CGPoint location) {
+  void send(void (Button::*handler)(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>&), tessaluna::platform::CGPoint location) {
     const auto event =
-        platform::make<platform::NSEvent>(platform::NSEvent::Fields{.location = location, .window = window});
+        tessaluna::platform::make<tessaluna::platform::NSEvent>(tessaluna::platform::NSEvent::Fields{.location = location, .window = window});
     (button.get()->*handler)(event);
   }
 
@@ -67,10 +67,10 @@ class TrackRowWorld : public StillWorld {
     return recordingOf([&] { button->drawRect(button->bounds()); });
   }
 
-  platform::Ref<ProbeView> row;
-  platform::Ref<Button> button;
-  platform::Ref<RecordingTarget> target;
-  platform::Ref<platform::NSWindow> window;
+  tessaluna::platform::Ref<ProbeView> row;
+  tessaluna::platform::Ref<Button> button;
+  tessaluna::platform::Ref<RecordingTarget> target;
+  tessaluna::platform::Ref<tessaluna::platform::NSWindow> window;
 };
 
 }  // namespace harness

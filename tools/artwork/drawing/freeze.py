@@ -15,7 +15,7 @@ WIDTH = 110
 
 def header_text(family, drawings):
     lines = [f"// Made by tools/artwork/drawing/freeze.py from {family}.py. Change the drawing there, then run it again.",
-             "#pragma once", '#include "uikit/stylekit/Listing.h"', "namespace TessalunaUIKit::listings {"]
+             "#pragma once", '#include "tessaluna/uikit/stylekit/Listing.h"', "namespace TessalunaUIKit::listings {"]
     for drawing in drawings:
         lines += ["", f"inline constexpr auto {identifier(drawing.name)} = listing<"]
         subpaths = drawing.listed_subpaths()

@@ -1,7 +1,0 @@
-#include "platform/text/NSTextContainer.h"
-
-namespace platform {
-
-const ClassInfo NSTextContainer::staticClassInfo{.name = "NSTextContainer", .base = &NSObject::staticClassInfo};
-
-}  // namespace platform

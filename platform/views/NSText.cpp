@@ -1,7 +1,0 @@
-#include "platform/views/NSText.h"
-
-namespace platform {
-
-const ClassInfo NSText::staticClassInfo{.name = "NSText", .base = &NSView::staticClassInfo};
-
-}  // namespace platform

@@ -1,0 +1,95 @@
+#include "tessaluna/backends/headless/HeadlessBackend.h"
+
+#include <algorithm>
+
+#include "tessaluna/backends/headless/netpbm.h"
+
+namespace tessaluna::backend::headless {
+
+namespace {
+
+constexpr CGRect usualScreen{0, 0, 1440, 900};
+
+}  // namespace
+
+HeadlessBackend::HeadlessBackend() : screens_{{.frame = usualScreen, .visibleFrame = usualScreen}} {}
+
+HeadlessBackend::~HeadlessBackend() {
+  // A window that a test forgot to let go outlives its desktop and must not look for it.
+  for (HeadlessWindow* window : windows_) window->backend_ = nullptr;
+}
+
+void HeadlessBackend::advance(double seconds) {
+  clock_.advance(seconds, [this] { displayWindows(); });
+}
+
+void HeadlessBackend::displayWindows() {
+  std::vector<HeadlessWindow*> asked;
+  for (HeadlessWindow* window : windows_)
+    if (std::exchange(window->isDisplayScheduled_, false)) asked.push_back(window);
+  // Painting one may make or close others.
+  for (HeadlessWindow* window : asked)
+    if (std::find(windows_.begin(), windows_.end(), window) != windows_.end()) window->client_.nativeDisplay();
+}
+
+void HeadlessBackend::setScreens(std::vector<Screen> screens) {
+  screens_ = std::move(screens);
+  const std::vector<HeadlessWindow*> copy = windows_;
+  for (HeadlessWindow* window : copy) window->placeDidChange();
+}
+
+void HeadlessBackend::setScale(double scale) {
+  Screen only = screens_.at(0);
+  only.scale = scale;
+  setScreens({only});
+}
+
+std::unique_ptr<NativeWindow> HeadlessBackend::makeWindow(WindowClient& client, const WindowOptions& options) {
+  auto window = std::make_unique<HeadlessWindow>(*this, client, options, pictures_);
+  windows_.push_back(window.get());
+  return window;
+}
+
+Color HeadlessBackend::systemColor(SystemColor color) const {
+  const auto found = systemColors_.find(color);
+  return found == systemColors_.end() ? Backend::systemColor(color) : found->second;
+}
+
+std::shared_ptr<const ImagePixels> HeadlessBackend::decodeImage(std::span<const std::byte> bytes) const {
+  return decodeNetpbm(bytes);
+}
+
+void HeadlessBackend::raise(HeadlessWindow& window) {
+  std::erase(windows_, &window);
+  windows_.push_back(&window);
+  const std::vector<HeadlessWindow*> copy = windows_;
+  for (HeadlessWindow* other : copy)
+    if (other->parent() == &window) raise(*other);  // a child stays above its parent
+}
+
+void HeadlessBackend::setKeyWindow(HeadlessWindow* window) {
+  if (window == keyWindow_) return;
+  HeadlessWindow* const earlier = std::exchange(keyWindow_, window);
+  if (earlier) earlier->client_.nativeKeyStatusChanged(false);
+  if (window && window == keyWindow_) window->client_.nativeKeyStatusChanged(true);
+}
+
+void HeadlessBackend::windowGoes(HeadlessWindow& window) {
+  std::erase(windows_, &window);
+  for (HeadlessWindow* other : windows_)
+    if (other->parent_ == &window) other->parent_ = nullptr;
+  if (keyWindow_ == &window) keyWindow_ = nullptr;
+}
+
+void HeadlessBackend::popUpMenu(NativeWindow&, CGPoint at, std::vector<MenuEntry> entries,
+                                std::function<void(std::optional<std::size_t>)> chosen) {
+  openMenu_ = OpenMenu{at, std::move(entries), std::move(chosen)};
+}
+
+void HeadlessBackend::chooseFromMenu(std::optional<std::size_t> entry) {
+  if (!openMenu_) return;
+  const OpenMenu menu = *std::exchange(openMenu_, std::nullopt);
+  menu.chosen(entry);
+}
+
+}  // namespace tessaluna::backend::headless

@@ -1,0 +1,276 @@
+#include "tessaluna/backends/qt/EmbeddingHost.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "tessaluna/backends/qt/AccessibilityBridge.h"
+#include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/QtNativeWindow.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/cursorShapes.h"
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/backends/qt/textInput.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::backend::qt {
+
+using namespace tessaluna::platform;
+
+namespace {
+
+// Counts y downward as widgets do, so that a view's place stays what it is when the top-level widget grows.
+class FlippedView : public NSView {
+ public:
+  using NSView::NSView;
+  bool isFlipped() const override { return true; }
+};
+
+// Of the rectangle, the device pixels that Qt gives a widget there. At a scale like 1.5 not every point begins with a pixel,
+// and a view that began inside one would lose the part that Qt cuts off.
+CGRect shownPixels(const QRect& rect, double scale) {
+  const auto edge = [scale](int points) { return std::floor(points * scale + 0.5) / scale; };
+  const double left = edge(rect.x()), top = edge(rect.y());
+  return {left, top, edge(rect.x() + rect.width()) - left, edge(rect.y() + rect.height()) - top};
+}
+
+// What of the widget its ancestors do not cut off, in the top-level widget's space.
+QRect visibleRectOf(const QWidget& widget, const QWidget& topLevel) {
+  QRect visible(widget.mapTo(&topLevel, QPoint(0, 0)), widget.size());
+  for (const QWidget* ancestor = widget.parentWidget(); ancestor; ancestor = ancestor->parentWidget()) {
+    visible &= QRect(ancestor->mapTo(&topLevel, QPoint(0, 0)), ancestor->size());
+    if (ancestor == &topLevel) break;
+  }
+  return visible;
+}
+
+}  // namespace
+
+// The program shows, hides, names and raises its own window; of what a window asks for, only the rest is done.
+class EmbeddingHost::NativeSide : public QtNativeWindow {
+ public:
+  explicit NativeSide(EmbeddingHost& host) : host_(&host) {}
+  void hostIsGone() { host_ = nullptr; }
+
+  void setFrame(CGRect content) override {
+    if (host_) host_->topLevel_.setGeometry(qtRectOf(content));
+  }
+  void show() override {}
+  void hide() override {}
+  void raise() override {}
+  void setTitle(const std::string&) override {}
+  void requestKey() override {
+    if (host_) host_->topLevel_.activateWindow();
+  }
+  void setParent(NativeWindow* parent) override {
+    const auto* native = dynamic_cast<QtNativeWindow*>(parent);
+    if (QWindow* own = qWindow()) own->setTransientParent(native ? native->qWindow() : nullptr);
+  }
+  void setCursor(CursorShape shape) override {
+    if (!host_) return;
+    for (const Embedded& embedded : host_->embedded_)
+      if (embedded.widget->underMouse()) embedded.widget->setCursor(qtCursorOf(shape));
+  }
+  double scale() const override { return host_ ? host_->topLevel_.devicePixelRatioF() : 1; }
+  std::optional<Screen> screen() const override {
+    if (!host_) return std::nullopt;
+    return screenOf(*host_->topLevel_.screen());
+  }
+  void scheduleDisplay() override {
+    if (host_ && !host_->displayTimer_.isActive()) host_->displayTimer_.start(0);
+  }
+  void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override {
+    if (host_) host_->paint(dirty, painter);
+  }
+  void eventWasNotTaken() override {
+    if (host_) host_->relay_.eventWasNotTaken();
+  }
+  void firstResponderDidChange() override {
+    if (host_) host_->followFirstResponder();
+    tellInputMethodOfChange();
+  }
+  void textInputDidChange() override { tellInputMethodOfChange(); }
+  void discardMarkedText() override { resetInputMethod(); }
+  void intrinsicContentSizeDidChange(NSView& view) override {
+    if (host_) host_->sizeHintChanged(view);
+  }
+  bool moveFocus(FocusStep step) override { return host_ && host_->moveFocus(step); }
+  QWindow* qWindow() const override { return host_ ? host_->topLevel_.windowHandle() : nullptr; }
+
+ private:
+  EmbeddingHost* host_;
+};
+
+EmbeddingHost::EmbeddingHost(QWidget& topLevel, KeysSentEarly& keysSentEarly)
+    : topLevel_(topLevel),
+      window_(make<NSWindow>(rectOnScreen(topLevel.geometry()), NSWindowStyleMaskTitled, NSBackingStoreBuffered, true)),
+      native_(new NativeSide(*this)),
+      relay_(window_->windowClient(), keysSentEarly),
+      knownScale_(topLevel.devicePixelRatioF()) {
+  displayTimer_.setSingleShot(true);
+  connect(&displayTimer_, &QTimer::timeout, this, &EmbeddingHost::display);
+  const auto content = make<FlippedView>(CGRect{});
+  content->setAutoresizesSubviews(false);
+  window_->setContentView(content);
+  window_->setOpaque(false);
+  window_->setBackgroundColor(NSColor::clearColor());
+  window_->adoptNativeWindow(std::unique_ptr<NativeWindow>(native_));
+  placeTopLevel();
+  activationChanged();
+}
+
+EmbeddingHost::~EmbeddingHost() {
+  native_->hostIsGone();
+  for (const Embedded& embedded : embedded_) embedded.clip->removeFromSuperview();
+  window_->close();
+}
+
+void EmbeddingHost::add(QtViewWidget& widget) {
+  const auto clip = make<FlippedView>(CGRect{});
+  clip->setAutoresizesSubviews(false);
+  clip->setHidden(true);
+  clip->addSubview(widget.view());
+  window_->contentView()->addSubview(clip);
+  embedded_.push_back({&widget, clip});
+  placeTopLevel();
+  place(embedded_.back());
+}
+
+void EmbeddingHost::remove(QtViewWidget& widget) {
+  const auto found = std::find_if(embedded_.begin(), embedded_.end(),
+                                  [&](const Embedded& embedded) { return embedded.widget == &widget; });
+  if (found == embedded_.end()) return;
+  const Ref<NSView> clip = found->clip;
+  embedded_.erase(found);
+  clip->removeFromSuperview();
+  // The view may be on its way to another host and has left already.
+  if (widget.view()->superview() == clip.get()) widget.view()->removeFromSuperview();
+}
+
+void EmbeddingHost::placeChanged(const QWidget& widget) {
+  if (&widget == &topLevel_) placeTopLevel();
+  const std::vector<Embedded> copy = embedded_;
+  for (const Embedded& embedded : copy)
+    if (embedded.widget == &widget || widget.isAncestorOf(embedded.widget)) place(embedded);
+}
+
+void EmbeddingHost::placeTopLevel() {
+  const bool isVisible = topLevel_.isVisible();
+  CGRect content = rectOnScreen(topLevel_.geometry());
+  // Widgets count their pixels from above, windows theirs from below: both agree on a height of whole pixels.
+  const double scale = topLevel_.devicePixelRatioF();
+  const double height = std::ceil(content.size.height * scale - 1e-6) / scale;
+  content = {content.origin.x, content.origin.y + content.size.height - height, content.size.width, height};
+  if (content != window_->frame()) static_cast<WindowClient&>(window_->windowClient()).nativeFrameChanged(content);
+  if (isVisible == window_->isVisible()) return;
+  if (isVisible) window_->orderFront(nullptr);
+  else window_->orderOut(nullptr);
+}
+
+void EmbeddingHost::place(const Embedded& embedded) {
+  const QtViewWidget& widget = *embedded.widget;
+  const QRect visible = widget.isVisible() ? visibleRectOf(widget, topLevel_) : QRect();
+  embedded.clip->setHidden(visible.isEmpty());
+  if (visible.isEmpty()) return;
+  const double scale = topLevel_.devicePixelRatioF();
+  const CGRect clip = shownPixels(visible, scale);
+  const CGRect whole = shownPixels({widget.mapTo(&topLevel_, QPoint(0, 0)), widget.size()}, scale);
+  embedded.clip->setFrame(clip);
+  widget.view()->setFrame({{whole.origin.x - clip.origin.x, whole.origin.y - clip.origin.y}, whole.size});
+}
+
+void EmbeddingHost::activationChanged() { window_->windowClient().nativeKeyStatusChanged(topLevel_.isActiveWindow()); }
+
+void EmbeddingHost::redrawAll() { window_->contentView()->setNeedsDisplay(true); }
+
+void EmbeddingHost::scaleMayHaveChanged() {
+  const double scale = topLevel_.devicePixelRatioF();
+  if (std::exchange(knownScale_, scale) == scale) return;
+  placeChanged(topLevel_);
+  window_->windowClient().nativeScaleChanged();
+}
+
+void EmbeddingHost::display() { window_->displayIfNeeded(); }
+
+void EmbeddingHost::paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) {
+  picture_.setSize(window_->frame().size, topLevel_.devicePixelRatioF());
+  const QRegion changed = picture_.paint(dirty, painter);
+  for (const Embedded& embedded : embedded_) {
+    if (!embedded.widget->isVisible()) continue;
+    const QRegion own = changed.translated(-embedded.widget->mapTo(&topLevel_, QPoint(0, 0)));
+    if (own.intersects(embedded.widget->rect())) embedded.widget->update(own);
+  }
+}
+
+void EmbeddingHost::paintWidget(QtViewWidget& widget, QPainter& painter) {
+  scaleMayHaveChanged();
+  display();
+  if (picture_.image().isNull()) return;
+  painter.drawImage(QPointF(-widget.mapTo(&topLevel_, QPoint(0, 0))), picture_.image());
+}
+
+QtViewWidget* EmbeddingHost::widgetOf(const NSResponder* responder) const {
+  const auto* view = dynamic_cast<const NSView*>(responder);
+  return view ? widgetOf(*view) : nullptr;
+}
+
+QtViewWidget* EmbeddingHost::widgetOf(const NSView& view) const {
+  for (const Embedded& embedded : embedded_)
+    if (view.isDescendantOf(embedded.widget->view().get())) return embedded.widget;
+  return nullptr;
+}
+
+void EmbeddingHost::followFirstResponder() {
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
+  // Where there is none for now, Qt's focus stays: the keys find the window.
+  QtViewWidget* widget = widgetOf(window_->firstResponder());
+  if (!widget || widget->hasFocus() || isFollowing_) return;
+  isFollowing_ = true;
+  widget->setFocus(Qt::OtherFocusReason);
+  isFollowing_ = false;
+}
+
+void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
+  if (isFollowing_) return;
+  const bool isTab = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
+  if (!isTab && widgetOf(window_->firstResponder()) == &widget) return;
+  if (!window_->makeFirstResponder(nullptr)) return;
+  const FocusStep step = reason == Qt::BacktabFocusReason ? FocusStep::Previous : FocusStep::Next;
+  if (window_->selectKeyViewWithin(*widget.view(), step) || !isTab) return;
+  // Nothing in this view takes keys: the chain goes on, unless it has gone round already.
+  if (passedOver_ >= embedded_.size()) return;
+  ++passedOver_;
+  widget.passFocusOn(step);
+  --passedOver_;
+}
+
+void EmbeddingHost::focusLeft(QtViewWidget& widget, Qt::FocusReason reason) {
+  // A window that rests, or a menu above it, brings the focus back.
+  const bool comesBack = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
+                         reason == Qt::MenuBarFocusReason;
+  if (isFollowing_ || comesBack || widgetOf(window_->firstResponder()) != &widget) return;
+  window_->makeFirstResponder(nullptr);
+}
+
+bool EmbeddingHost::moveFocus(FocusStep step) {
+  QtViewWidget* widget = widgetOf(window_->firstResponder());
+  for (const Embedded& embedded : embedded_)
+    if (!widget && embedded.widget->hasFocus()) widget = embedded.widget;
+  if (!widget) return false;
+  if (window_->selectKeyViewWithin(*widget->view(), step) || widget->passFocusOn(step)) return true;
+  // Nobody else takes the focus: round again.
+  return window_->makeFirstResponder(nullptr) && window_->selectKeyViewWithin(*widget->view(), step);
+}
+
+void EmbeddingHost::sizeHintChanged(NSView& view) {
+  if (QtViewWidget* widget = widgetOf(view)) widget->updateGeometry();
+}
+
+}  // namespace tessaluna::backend::qt

@@ -1,0 +1,76 @@
+// A top-level widget of a program in which views are embedded, and the one window that they share. The window's content
+// covers the widget's; each embedded view hangs in it below a view that cuts it to what shows of its widget.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <vector>
+
+#include "tessaluna/backends/qt/InputRelay.h"
+#include "tessaluna/backends/qt/KeptPicture.h"
+#include "tessaluna/platform/foundation/Geometry.h"
+#include "tessaluna/platform/views/Forward.h"
+
+class QPainter;
+class QWidget;
+
+namespace tessaluna::backend::qt {
+
+class QtViewWidget;
+
+class EmbeddingHost : public QObject {
+ public:
+  EmbeddingHost(QWidget& topLevel, KeysSentEarly& keysSentEarly);
+  ~EmbeddingHost() override;
+
+  QWidget& topLevel() { return topLevel_; }
+  platform::NSWindow& window() { return *window_; }
+  InputRelay& relay() { return relay_; }
+
+  void add(QtViewWidget& widget);
+  void remove(QtViewWidget& widget);
+
+  // The widget, which is one of ours, an ancestor of some or the top level itself, was moved, resized, shown or hidden.
+  void placeChanged(const QWidget& widget);
+  void activationChanged();
+  void redrawAll();
+
+  QtViewWidget* widgetOf(const platform::NSView& view) const;  // absent if in none of ours
+
+  // Brings the picture up to date and copies what lies under the widget.
+  void paintWidget(QtViewWidget& widget, QPainter& painter);
+
+  void focusEntered(QtViewWidget& widget, Qt::FocusReason reason);
+  void focusLeft(QtViewWidget& widget, Qt::FocusReason reason);
+
+ private:
+  class NativeSide;
+  friend class NativeSide;
+  struct Embedded {
+    QtViewWidget* widget;
+    platform::Ref<platform::NSView> clip;
+  };
+
+  void placeTopLevel();
+  void place(const Embedded& embedded);
+  void scaleMayHaveChanged();
+  void display();
+  void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter);
+  void followFirstResponder();
+  bool moveFocus(FocusStep step);
+  void sizeHintChanged(platform::NSView& view);
+  QtViewWidget* widgetOf(const platform::NSResponder* responder) const;
+
+  QWidget& topLevel_;
+  platform::Ref<platform::NSWindow> window_;
+  NativeSide* native_;  // the window's
+  InputRelay relay_;
+  KeptPicture picture_;
+  double knownScale_;
+  std::vector<Embedded> embedded_;
+  QTimer displayTimer_;
+  bool isFollowing_ = false;  // Qt's focus is being moved after the first responder
+  std::size_t passedOver_ = 0;  // widgets that handed on the focus that is being moved
+};
+
+}  // namespace tessaluna::backend::qt

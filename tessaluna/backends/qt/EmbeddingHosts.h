@@ -1,0 +1,31 @@
+// The top-level widgets with embedded views, each with its host, from the first view's coming until the widget goes.
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "tessaluna/backends/qt/EmbeddingHost.h"
+
+class QEvent;
+
+namespace tessaluna::backend::qt {
+
+class EmbeddingHosts {
+ public:
+  explicit EmbeddingHosts(KeysSentEarly& keysSentEarly) : keysSentEarly_(keysSentEarly) {}
+
+  EmbeddingHost& hostOf(QWidget& topLevel);  // made where there is none
+  EmbeddingHost* hostIfAny(const QWidget& topLevel) const;
+
+  // That which the view is embedded in; absent if in none.
+  QtViewWidget* widgetOf(const platform::NSView& view) const;
+
+  // An event that some widget of the program is about to get.
+  void observe(const QWidget& widget, const QEvent& event);
+
+ private:
+  KeysSentEarly& keysSentEarly_;
+  std::map<const QObject*, std::unique_ptr<EmbeddingHost>> hosts_;
+};
+
+}  // namespace tessaluna::backend::qt

@@ -1,0 +1,53 @@
+#include "tessaluna/backends/qt/KeptPicture.h"
+
+#include <cmath>
+
+namespace tessaluna::backend::qt {
+
+namespace {
+
+// A side that is a whole number of pixels but for the noise of a product takes no pixel more.
+int pixelsOf(double points, double scale) { return static_cast<int>(std::ceil(points * scale - 1e-6)); }
+
+}  // namespace
+
+bool KeptPicture::setSize(CGSize points, double scale) {
+  if (points == size_ && scale == scale_) return false;
+  size_ = points;
+  scale_ = scale;
+  canvas_.reset();
+  bitmap_.reset();
+  image_ = QImage();
+  const int width = pixelsOf(points.width, scale), height = pixelsOf(points.height, scale);
+  if (width <= 0 || height <= 0 || width > raster::Bitmap::maximumSide || height > raster::Bitmap::maximumSide) return true;
+
+  image_ = QImage(width, height, QImage::Format_ARGB32_Premultiplied);
+  if (image_.isNull()) return true;
+  image_.fill(Qt::transparent);
+  image_.setDevicePixelRatio(scale);
+  // The pixels are written behind Qt's back: nobody may hold a copy that shares them beyond a paint event.
+  bitmap_ = raster::Bitmap::borrow(reinterpret_cast<std::uint32_t*>(image_.bits()), width, height,
+                                   static_cast<std::size_t>(image_.bytesPerLine()));
+  return true;
+}
+
+QRegion KeptPicture::paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) {
+  if (!bitmap_) return {};
+  const raster::View view{.scale = scale_};
+  if (canvas_) canvas_->begin(*bitmap_, view);
+  else canvas_.emplace(*bitmap_, view);
+  painter(*canvas_);
+
+  QRegion changed;
+  const double top = image_.height() / scale_;
+  for (const CGRect& rect : dirty) {
+    const int left = static_cast<int>(std::floor(CGRectGetMinX(rect)));
+    const int right = static_cast<int>(std::ceil(CGRectGetMaxX(rect)));
+    const int upper = static_cast<int>(std::floor(top - CGRectGetMaxY(rect)));
+    const int lower = static_cast<int>(std::ceil(top - CGRectGetMinY(rect)));
+    changed += QRect(left, upper, right - left, lower - upper);
+  }
+  return changed;
+}
+
+}  // namespace tessaluna::backend::qt

@@ -1,0 +1,154 @@
+#include "tessaluna/backends/qt/QtBackend.h"
+
+#include <QClipboard>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QWidget>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <utility>
+
+#include "tessaluna/backends/qt/AccessibilityBridge.h"
+#include "tessaluna/backends/qt/EmbeddingHosts.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/QtWindow.h"
+#include "tessaluna/backends/qt/decodeImage.h"
+#include "tessaluna/backends/qt/keyTranslation.h"
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/backends/qt/systemColors.h"
+#include "tessaluna/platform/events/mouseButtons.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::backend::qt {
+
+using namespace tessaluna::platform;
+
+// Sees every event of the program before its receiver does.
+class QtBackend::ApplicationFilter : public QObject {
+ public:
+  explicit ApplicationFilter(QtBackend& backend) : backend_(backend) {
+    qApp->installEventFilter(this);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState state) {
+      if (NSApp) NSApp->setActive(state == Qt::ApplicationActive);
+    });
+  }
+
+  bool eventFilter(QObject* receiver, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::KeyPress: {
+        // Whatever the focus is on by now, the key has had its effect.
+        auto& key = static_cast<const QKeyEvent&>(*event);
+        const bool isDone = backend_.keysSentEarly_.wasTaken(key);
+        if (isDone) backend_.keysSentEarly_.resultOf(key);
+        return isDone;
+      }
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonDblClick:
+        if (receiver->isWidgetType() && !dynamic_cast<QtViewWidget*>(receiver))
+          pressedElsewhere(static_cast<const QMouseEvent&>(*event));
+        break;
+      case QEvent::ApplicationFontChange:
+        if (receiver == qApp) backend_.textEngine_.forgetFonts();
+        [[fallthrough]];
+      case QEvent::ApplicationPaletteChange:
+        if (receiver == qApp) redrawAllWindows();
+        break;
+      default:
+        if (receiver->isWidgetType()) backend_.hosts_->observe(static_cast<QWidget&>(*receiver), *event);
+    }
+    return false;
+  }
+
+ private:
+  // A widget that does not want a press hands it to its parent: it counts once.
+  void pressedElsewhere(const QMouseEvent& event) {
+    if (!NSApp) return;
+    const std::pair press(event.timestamp(), event.globalPosition());
+    if (std::exchange(lastPress_, press) == press) return;
+    const int number = buttonNumberOf(event.button());
+    const Ref<NSApplication> application = NSApp;
+    application->sendEvent(make<NSEvent>(NSEvent::Fields{.type = buttonEventType(number, PressPhase::Down),
+                                                         .location = pointOnScreen(event.globalPosition()),
+                                                         .modifiers = modifierFlagsOf(event.modifiers()),
+                                                         .timestamp = backend_.now(),
+                                                         .clickCount = 1,
+                                                         .buttonNumber = number}));
+  }
+
+  void redrawAllWindows() {
+    if (!NSApp) return;
+    for (const Ref<NSWindow>& window : NSApp->windows())
+      if (window->contentView()) window->contentView()->setNeedsDisplay(true);
+  }
+
+  QtBackend& backend_;
+  std::pair<quint64, QPointF> lastPress_;
+};
+
+QtBackend::QtBackend() {
+  if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+    stopProgram("QtBackend: made before the QApplication");
+  hosts_ = std::make_unique<EmbeddingHosts>(keysSentEarly_);
+  accessibility_ = std::make_unique<AccessibilityBridge>(*hosts_);
+  filter_ = std::make_unique<ApplicationFilter>(*this);
+}
+
+// The hosts' windows close with them, and would tell of it.
+QtBackend::~QtBackend() { accessibility_.reset(); }
+
+QtBackend& QtBackend::current() {
+  auto* backend = dynamic_cast<QtBackend*>(Backend::current());
+  if (!backend) stopProgram("QtBackend: there is none");
+  return *backend;
+}
+
+AccessibilityBridge* QtBackend::accessibility() {
+  auto* backend = dynamic_cast<QtBackend*>(Backend::current());
+  return backend ? backend->accessibility_.get() : nullptr;
+}
+
+std::unique_ptr<NativeWindow> QtBackend::makeWindow(WindowClient& client, const WindowOptions& options) {
+  return std::make_unique<QtWindow>(client, options, keysSentEarly_);
+}
+
+std::vector<Screen> QtBackend::screens() const { return allScreens(); }
+
+CGPoint QtBackend::mouseLocation() const { return pointOnScreen(QCursor::pos()); }
+
+Color QtBackend::systemColor(SystemColor color) const { return systemColorOf(color); }
+
+void QtBackend::popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
+                          std::function<void(std::optional<std::size_t>)> chosen) {
+  const auto* native = dynamic_cast<const QtNativeWindow*>(&window);
+  if (native && native->qWindow()) menu_.open(*native->qWindow(), qtPointOf(at), entries, std::move(chosen));
+}
+
+std::string QtBackend::clipboardText() const { return QGuiApplication::clipboard()->text().toStdString(); }
+
+void QtBackend::setClipboardText(const std::string& text) {
+  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+std::shared_ptr<const ImagePixels> QtBackend::decodeImage(std::span<const std::byte> bytes) const {
+  return qt::decodeImage(bytes);
+}
+
+double QtBackend::now() const {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+void QtBackend::callAfter(double seconds, std::function<void()> block) {
+  // Qt counts milliseconds in an int. Rounded up: a block never runs too early.
+  constexpr double longest = 2e9;
+  const double delay = std::clamp(std::isnan(seconds) ? 0.0 : std::ceil(seconds * 1000), 0.0, longest);
+  QTimer::singleShot(static_cast<int>(delay), Qt::PreciseTimer, &clock_, std::move(block));
+}
+
+}  // namespace tessaluna::backend::qt

@@ -1,0 +1,66 @@
+// The desktop as Qt 6 shows it: real windows, input, screens and time. Made after the QApplication, gone before it:
+//
+//   QApplication qt(argc, argv);
+//   backend::qt::QtBackend desktop;
+//   auto application = platform::NSApplication::sharedApplication();
+//   auto window = platform::make<platform::NSWindow>(...);
+//   window->makeKeyAndOrderFront(nullptr);
+//   return qt.exec();
+//
+// A program with widgets of its own embeds views with QtViewWidget.
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+#include "tessaluna/backends/qt/InputRelay.h"
+#include "tessaluna/backends/qt/PopUpMenu.h"
+#include "tessaluna/backends/qt/QtTextEngine.h"
+#include "tessaluna/platform/backend/Backend.h"
+
+class QWidget;
+
+namespace tessaluna::backend::qt {
+
+class AccessibilityBridge;
+class EmbeddingHosts;
+
+class QtBackend : public Backend {
+ public:
+  QtBackend();
+  ~QtBackend() override;
+
+  // The one that lives now; the program stops where there is none.
+  static QtBackend& current();
+
+  std::unique_ptr<NativeWindow> makeWindow(WindowClient& client, const WindowOptions& options) override;
+  std::vector<Screen> screens() const override;
+  CGPoint mouseLocation() const override;
+  Color systemColor(SystemColor color) const override;
+  void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
+                 std::function<void(std::optional<std::size_t>)> chosen) override;
+  std::string clipboardText() const override;
+  void setClipboardText(const std::string& text) override;
+  const TextEngine& textEngine() const override { return textEngine_; }
+  std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
+  double now() const override;
+  void callAfter(double seconds, std::function<void()> block) override;
+
+  KeysSentEarly& keysSentEarly() { return keysSentEarly_; }
+  EmbeddingHosts& hosts() { return *hosts_; }
+  // That of the backend that lives now; absent without one, and while it goes.
+  static AccessibilityBridge* accessibility();
+
+ private:
+  class ApplicationFilter;
+
+  KeysSentEarly keysSentEarly_;
+  QtTextEngine textEngine_;
+  PopUpMenu menu_;
+  QObject clock_;  // what is still to be called is forgotten with it
+  std::unique_ptr<EmbeddingHosts> hosts_;
+  std::unique_ptr<AccessibilityBridge> accessibility_;
+  std::unique_ptr<ApplicationFilter> filter_;
+};
+
+}  // namespace tessaluna::backend::qt

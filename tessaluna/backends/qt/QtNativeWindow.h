@@ -1,0 +1,15 @@
+// What both kinds of native windows have here: one of its own, and one that a program's widgets share with our views.
+#pragma once
+
+#include "tessaluna/platform/backend/Backend.h"
+
+class QWindow;
+
+namespace tessaluna::backend::qt {
+
+class QtNativeWindow : public NativeWindow {
+ public:
+  virtual QWindow* qWindow() const = 0;  // absent before there is one
+};
+
+}  // namespace tessaluna::backend::qt

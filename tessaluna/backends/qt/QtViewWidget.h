@@ -1,0 +1,52 @@
+// Any view as a widget, in a layout of the program's own:
+//
+//   auto button = platform::make<TessalunaUIKit::CloseButton>(platform::CGRect{0, 0, 16, 16});
+//   layout->addWidget(new backend::qt::QtViewWidget(button));
+//
+// All views below one top-level widget are in one window, that of their host: they have one first responder between them,
+// which has the keyboard while the widget that it is in has Qt's focus. The Tab chain leads into the view, along what in it
+// takes keys, and out again. The widget's place rules the view's frame. Behind the view shows what Qt paints there.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/foundation/Geometry.h"
+#include "tessaluna/platform/views/Forward.h"
+
+namespace tessaluna::backend::qt {
+
+class EmbeddingHost;
+
+class QtViewWidget : public QWidget {
+ public:
+  // The view is in no window yet, and comes into its host's when the widget is first shown.
+  explicit QtViewWidget(platform::Ref<platform::NSView> view, QWidget* parent = nullptr);
+  ~QtViewWidget() override;
+
+  const platform::Ref<platform::NSView>& view() const { return view_; }
+
+  // The intrinsic size of the view; where it has none, that of the frame with which it came.
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  friend class EmbeddingHost;
+  void enterHost();
+  void leaveHost();
+  bool passFocusOn(FocusStep step) { return QWidget::focusNextPrevChild(step == FocusStep::Next); }
+
+  platform::Ref<platform::NSView> view_;
+  platform::CGSize firstSize_;
+  QPointer<EmbeddingHost> host_;  // absent before the first showing, and after the top-level widget has gone
+};
+
+}  // namespace tessaluna::backend::qt

@@ -1,0 +1,287 @@
+#include "tessaluna/backends/qt/QtWindow.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QRasterWindow>
+#include <QTimer>
+#include <optional>
+
+#include "tessaluna/backends/qt/AccessibilityBridge.h"
+#include "tessaluna/backends/qt/InputRelay.h"
+#include "tessaluna/backends/qt/KeptPicture.h"
+#include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/UnseenChange.h"
+#include "tessaluna/backends/qt/cursorShapes.h"
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/backends/qt/textInput.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::backend::qt {
+
+namespace {
+
+Qt::WindowFlags flagsOf(const WindowOptions& options) {
+  Qt::WindowFlags flags = Qt::Window;
+  switch (options.kind) {
+    case WindowKind::Titled: break;
+    case WindowKind::Borderless: flags |= Qt::FramelessWindowHint; break;
+    case WindowKind::Popup: flags = Qt::ToolTip | Qt::FramelessWindowHint; break;
+  }
+  if (!options.hasShadow) flags |= Qt::NoDropShadowWindowHint;
+  if (!options.canBecomeKey) flags |= Qt::WindowDoesNotAcceptFocus;
+  return flags;
+}
+
+bool isOnWayland() { return QGuiApplication::platformName().startsWith("wayland"); }
+
+// A Wayland compositor places a pop-up when it appears and never again.
+bool movesOnlyWhenHidden(const QWindow& window) { return window.type() == Qt::ToolTip && isOnWayland(); }
+
+}  // namespace
+
+class QtWindow::Surface : public QRasterWindow {
+ public:
+  Surface(WindowClient& client, const WindowOptions& options, KeysSentEarly& keysSentEarly)
+      : client_(&client), relay_(client, keysSentEarly), wanted_(options.content) {
+    setFlags(flagsOf(options));
+    if (!options.isOpaque) {
+      QSurfaceFormat translucent = requestedFormat();
+      translucent.setAlphaBufferSize(8);
+      setFormat(translucent);
+    }
+    // To come to the front and to take the keyboard are two wishes.
+    setProperty("_q_showWithoutActivating", true);
+    setGeometry(qtRectOf(wanted_));
+    connect(this, &QWindow::screenChanged, this, &Surface::scaleMayHaveChanged);
+    displayTimer_.setSingleShot(true);
+    connect(&displayTimer_, &QTimer::timeout, this, &Surface::display);
+  }
+
+  // The window that this one belongs to is going.
+  void leave() {
+    client_ = nullptr;
+    relay_.clientIsGoing();
+    displayTimer_.stop();
+    hide();
+    if (depth_ == 0) delete this;
+    else deleteLater();
+  }
+
+  void setWantedFrame(CGRect content) {
+    wanted_ = content;
+    const QRect place = qtRectOf(content);
+    growsWithPicture_ = false;
+    if (place == geometry()) return;
+    pointerMayRest();
+    if (isVisible() && movesOnlyWhenHidden(*this) && place.topLeft() != geometry().topLeft()) {
+      hide();
+      setGeometry(place);
+      show();
+    } else if (isShownPopUp() && place.size() != size()) {
+      growsWithPicture_ = place.width() > width() || place.height() > height();
+      if (!growsWithPicture_) {
+        client_->nativeDisplay();
+        changeUnseen([&] { setGeometry(place); });
+      }
+    } else {
+      setGeometry(place);
+    }
+  }
+
+  void appear() {
+    pointerMayRest();
+    if (type() != Qt::ToolTip || isOnWayland()) return show();
+    client_->nativeDisplay();
+    changeUnseen([&] { show(); });
+  }
+
+  void requestFocus() {
+    requestActivate();
+    // To Qt a window that was hidden may still be the one with the focus, and then nothing changes.
+    if (client_ && QGuiApplication::focusWindow() == this) client_->nativeKeyStatusChanged(true);
+  }
+
+  void scheduleDisplay() {
+    if (!displayTimer_.isActive()) displayTimer_.start(0);
+  }
+
+  void paintPicture(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) {
+    const platform::Ref<platform::NSWindow> window = client_->eventWindow();
+    if (!window) return;
+    picture_.setSize(window->frame().size, devicePixelRatio());
+    const QRegion changed = picture_.paint(dirty, painter);
+    if (std::exchange(growsWithPicture_, false)) changeUnseen([&] { setGeometry(qtRectOf(wanted_)); });
+    else update(changed);
+  }
+
+  QAccessibleInterface* accessibleRoot() const override {
+    AccessibilityBridge* accessibility = QtBackend::accessibility();
+    const platform::Ref<platform::NSWindow> window = client_ ? client_->eventWindow() : nullptr;
+    return accessibility && window ? accessibility->rootOf(window) : nullptr;
+  }
+
+  void eventWasNotTaken() { relay_.eventWasNotTaken(); }
+
+ protected:
+  bool event(QEvent* event) override {
+    if (!client_) return QRasterWindow::event(event);
+    ++depth_;
+    const bool isDone = handle(event) || QRasterWindow::event(event);
+    --depth_;
+    return isDone;
+  }
+
+  void paintEvent(QPaintEvent*) override {
+    if (client_) {
+      scaleMayHaveChanged();
+      client_->nativeDisplay();
+    }
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    if (!picture_.image().isNull()) painter.drawImage(QPointF(0, 0), picture_.image());
+  }
+
+ private:
+  bool handle(QEvent* event) {
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::MouseButtonRelease:
+      case QEvent::MouseMove: {
+        const auto& mouse = static_cast<const QMouseEvent&>(*event);
+        if (mouse.type() != QEvent::MouseMove) restingPointer_.reset();
+        if (pointerRestsAt(mouse.globalPosition())) return true;
+        relay_.mouse(mouse, mouse.position());
+        return true;
+      }
+      case QEvent::Enter:
+        if (pointerRestsAt(static_cast<QEnterEvent*>(event)->globalPosition())) return true;
+        relay_.pointerCrossed(Crossing::Entered, static_cast<QEnterEvent*>(event)->position());
+        return true;
+      case QEvent::Leave: relay_.pointerCrossed(Crossing::Left, mapFromGlobal(QCursor::pos())); return true;
+      case QEvent::Wheel: {
+        const auto& wheel = static_cast<const QWheelEvent&>(*event);
+        event->setAccepted(relay_.wheel(wheel, wheel.position()) == Taken::Yes);
+        return true;
+      }
+      case QEvent::KeyPress:
+      case QEvent::KeyRelease:
+      case QEvent::ShortcutOverride:
+        event->setAccepted(relay_.key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
+        return true;
+      case QEvent::Show:
+        if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->windowWasShown(client_->eventWindow());
+        return false;
+      case QEvent::InputMethodQuery:
+        if (const auto window = client_->eventWindow())
+          answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), *window, QPoint(0, 0));
+        return true;
+      case QEvent::InputMethod:
+        if (const auto window = client_->eventWindow()) sendToText(static_cast<QInputMethodEvent&>(*event), *window);
+        return true;
+      case QEvent::FocusIn: client_->nativeKeyStatusChanged(true); return false;
+      case QEvent::FocusOut: client_->nativeKeyStatusChanged(false); return false;
+      case QEvent::Move:
+      case QEvent::Resize: placeMayHaveChanged(); return false;
+      case QEvent::Close:
+        client_->nativeCloseRequested();
+        event->setAccepted(!isVisible());
+        return true;
+      default: return false;
+    }
+  }
+
+  // The desktop says that the pointer enters a window that appears, moves or grows under it. As long as the pointer has not
+  // been moved since, that is not so to the views.
+  void pointerMayRest() { restingPointer_ = QCursor::pos(); }
+  bool pointerRestsAt(QPointF place) {
+    if (restingPointer_ && (place - *restingPointer_).manhattanLength() < 1) return true;
+    restingPointer_.reset();
+    return false;
+  }
+
+  // Wayland shows a window together with its first picture, and resizes it with its next one.
+  bool isShownPopUp() const { return type() == Qt::ToolTip && isVisible() && !isOnWayland(); }
+
+  // A pop-up that appears or changes its size has its picture at once: nobody sees it without.
+  template <class Change>
+  void changeUnseen(Change change) {
+    create();
+    const UnseenChange unseen;
+    change();
+    const QRect all(QPoint(0, 0), size());
+    update(all);
+    QPaintEvent paint(all);
+    QCoreApplication::sendEvent(this, &paint);
+  }
+
+  void placeMayHaveChanged() {
+    if (growsWithPicture_ || geometry() == qtRectOf(wanted_)) return;
+    wanted_ = rectOnScreen(geometry());
+    client_->nativeFrameChanged(wanted_);
+  }
+
+  // Qt tells of a new screen, but not always of a new scale of the same one.
+  void scaleMayHaveChanged() {
+    if (client_ && std::exchange(knownScale_, devicePixelRatio()) != devicePixelRatio()) client_->nativeScaleChanged();
+  }
+
+  void display() {
+    ++depth_;
+    if (client_) client_->nativeDisplay();
+    --depth_;
+  }
+
+  WindowClient* client_;  // absent when it has gone
+  InputRelay relay_;
+  KeptPicture picture_;
+  CGRect wanted_;  // as it was asked for, or as the user or the desktop made it since
+  std::optional<QPoint> restingPointer_;  // absent once it has moved
+  QTimer displayTimer_;
+  bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted
+  double knownScale_ = devicePixelRatio();
+  int depth_ = 0;  // of events that are being handled
+};
+
+void QtWindow::Farewell::operator()(Surface* surface) const { surface->leave(); }
+
+QtWindow::QtWindow(WindowClient& client, const WindowOptions& options, KeysSentEarly& keysSentEarly)
+    : surface_(new Surface(client, options, keysSentEarly)) {}
+QtWindow::~QtWindow() = default;
+
+void QtWindow::setFrame(CGRect content) { surface_->setWantedFrame(content); }
+void QtWindow::show() { surface_->appear(); }
+void QtWindow::hide() { surface_->hide(); }
+void QtWindow::raise() { surface_->raise(); }
+void QtWindow::requestKey() { surface_->requestFocus(); }
+void QtWindow::setTitle(const std::string& title) { surface_->setTitle(QString::fromStdString(title)); }
+void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(shape)); }
+double QtWindow::scale() const { return surface_->devicePixelRatio(); }
+void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
+void QtWindow::firstResponderDidChange() {
+  tellInputMethodOfChange();
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
+}
+void QtWindow::eventWasNotTaken() { surface_->eventWasNotTaken(); }
+void QtWindow::textInputDidChange() { tellInputMethodOfChange(); }
+void QtWindow::discardMarkedText() { resetInputMethod(); }
+QWindow* QtWindow::qWindow() const { return surface_.get(); }
+
+void QtWindow::setParent(NativeWindow* parent) {
+  const auto* native = dynamic_cast<QtNativeWindow*>(parent);
+  surface_->setTransientParent(native ? native->qWindow() : nullptr);
+}
+
+std::optional<Screen> QtWindow::screen() const {
+  const QScreen* screen = surface_->screen();
+  if (!screen) return std::nullopt;
+  return screenOf(*screen);
+}
+
+void QtWindow::paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) {
+  surface_->paintPicture(dirty, painter);
+}
+
+}  // namespace tessaluna::backend::qt

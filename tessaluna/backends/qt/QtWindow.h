@@ -1,0 +1,45 @@
+// A window of its own on the desktop. A pop-up is a tool tip to Qt: it takes no focus, stands above its parent and has no
+// frame. Places that are no whole points are rounded outward; as long as nobody else moves the window, the place that was
+// asked for stays the one that is told.
+#pragma once
+
+#include <memory>
+
+#include "tessaluna/backends/qt/QtNativeWindow.h"
+
+namespace tessaluna::backend::qt {
+
+class KeysSentEarly;
+
+class QtWindow : public QtNativeWindow {
+ public:
+  QtWindow(WindowClient& client, const WindowOptions& options, KeysSentEarly& keysSentEarly);
+  ~QtWindow() override;
+
+  void setFrame(CGRect content) override;
+  void show() override;
+  void hide() override;
+  void raise() override;
+  void requestKey() override;
+  void setParent(NativeWindow* parent) override;
+  void setTitle(const std::string& title) override;
+  void setCursor(CursorShape shape) override;
+  double scale() const override;
+  std::optional<Screen> screen() const override;
+  void scheduleDisplay() override;
+  void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override;
+  void eventWasNotTaken() override;
+  void firstResponderDidChange() override;
+  void textInputDidChange() override;
+  void discardMarkedText() override;
+  QWindow* qWindow() const override;
+
+ private:
+  class Surface;
+  struct Farewell {
+    void operator()(Surface* surface) const;
+  };
+  std::unique_ptr<Surface, Farewell> surface_;
+};
+
+}  // namespace tessaluna::backend::qt

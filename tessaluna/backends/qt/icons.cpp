@@ -1,0 +1,154 @@
+#include "tessaluna/backends/qt/icons.h"
+
+#include <QApplication>
+#include <QIconEngine>
+#include <QImage>
+#include <QPainter>
+#include <QPixmap>
+#include <QStyle>
+#include <QStyleOption>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/graphics/CGContext.h"
+#include "tessaluna/platform/graphics/NSImage.h"
+
+namespace tessaluna::backend::qt {
+
+using namespace tessaluna::platform;
+
+namespace {
+
+// Where the image's points, y up, come to lie among pixels that count downward from the upper left corner.
+struct Placement {
+  QRect pixels;  // all that can be painted
+  QTransform ofPoints;
+};
+
+bool hasExtent(CGSize size) {
+  return std::isfinite(size.width) && std::isfinite(size.height) && size.width > 0 && size.height > 0;
+}
+
+double fittingScale(CGSize image, QSizeF space) {
+  return std::min(space.width() / image.width, space.height() / image.height);
+}
+
+// A side that is a whole number of pixels but for the noise of a product takes no pixel more.
+int wholePixels(double length) { return std::max(1, static_cast<int>(std::ceil(length - 1e-6))); }
+
+QTransform yDown(CGSize image) { return {1, 0, 0, -1, 0, image.height}; }
+
+// As large as fits, in the middle. Its corner lies on a whole pixel, or edges that could be sharp would not be.
+Placement upright(CGSize image, const QRect& pixels) {
+  const double scale = fittingScale(image, pixels.size());
+  const double left = std::floor((pixels.width() - image.width * scale) / 2 + 1e-6);
+  const double top = std::floor((pixels.height() - image.height * scale) / 2 + 1e-6);
+  return {pixels, yDown(image) * QTransform::fromScale(scale, scale) *
+                      QTransform::fromTranslate(pixels.x() + left, pixels.y() + top)};
+}
+
+Placement turned(CGSize image, const QRectF& rect, const QTransform& toPixels) {
+  const double scale = fittingScale(image, rect.size());
+  const QSizeF size(image.width * scale, image.height * scale);
+  const QPointF corner = rect.center() - QPointF(size.width() / 2, size.height() / 2);
+  return {toPixels.mapRect(QRectF(corner, size)).toAlignedRect(),
+          yDown(image) * QTransform::fromScale(scale, scale) * QTransform::fromTranslate(corner.x(), corner.y()) *
+              toPixels};
+}
+
+QImage render(NSImage& image, const Placement& placement) {
+  const QSize size = placement.pixels.size();
+  if (std::max(size.width(), size.height()) > raster::Bitmap::maximumSide) return {};
+  QImage picture(size, QImage::Format_ARGB32_Premultiplied);
+  if (picture.isNull()) return picture;
+  picture.fill(Qt::transparent);
+  auto bitmap = raster::Bitmap::borrow(reinterpret_cast<std::uint32_t*>(picture.bits()), picture.width(),
+                                       picture.height(), static_cast<std::size_t>(picture.bytesPerLine()));
+  if (!bitmap) return {};
+  // The image's points are those of the base space, in which shadows are told: they grow with the rest.
+  const double scale = std::sqrt(std::abs(placement.ofPoints.determinant()));
+  raster::RasterCanvas canvas(*bitmap, {.scale = scale});
+  CGContext context(canvas);
+  const QTransform t = placement.ofPoints *
+                       QTransform::fromTranslate(-placement.pixels.x(), -placement.pixels.y()) *
+                       QTransform(1, 0, 0, -1, 0, picture.height()) * QTransform::fromScale(1 / scale, 1 / scale);
+  context.concat({t.m11(), t.m12(), t.m21(), t.m22(), t.dx(), t.dy()});
+  image.drawInContext(context, {{}, image.size()});
+  return picture;
+}
+
+QPixmap styled(const QImage& picture, QIcon::Mode mode) {
+  const QPixmap pixmap = QPixmap::fromImage(picture);
+  if (mode == QIcon::Normal || pixmap.isNull() || !qobject_cast<QApplication*>(QCoreApplication::instance())) return pixmap;
+  QStyleOption option(0);
+  option.palette = QApplication::palette();
+  const QPixmap generated = QApplication::style()->generatedIconPixmap(mode, pixmap, &option);
+  return generated.isNull() ? pixmap : generated;
+}
+
+class ImageIconEngine : public QIconEngine {
+ public:
+  explicit ImageIconEngine(Ref<NSImage> image) : image_(std::move(image)) {}
+
+  QString key() const override { return QStringLiteral("TessalunaUIKit"); }
+  QIconEngine* clone() const override { return new ImageIconEngine(*this); }
+  bool isNull() override { return isEmpty(); }
+
+  QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override {
+    if (isEmpty() || size.isEmpty()) return {};
+    const double scale = fittingScale(image_->size(), size);
+    return {wholePixels(image_->size().width * scale), wholePixels(image_->size().height * scale)};
+  }
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    const QSize actual = actualSize(size, mode, state);
+    if (actual.isEmpty()) return {};
+    return styled(render(*image_, upright(image_->size(), QRect(QPoint(0, 0), actual))), mode);
+  }
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    if (isEmpty() || rect.isEmpty()) return;
+    const QTransform toPixels = painter->deviceTransform();
+    if (!toPixels.isInvertible()) return;
+    if (!toPixels.isAffine()) {
+      painter->drawPixmap(rect, pixmap(rect.size(), mode, state));
+      return;
+    }
+    const bool isUpright =
+        toPixels.type() <= QTransform::TxScale && toPixels.m11() > 0 && qFuzzyCompare(toPixels.m11(), toPixels.m22());
+    const Placement placement = isUpright ? upright(image_->size(), toPixels.mapRect(QRectF(rect)).toRect())
+                                          : turned(image_->size(), rect, toPixels);
+    if (placement.pixels.isEmpty()) return;
+    const QPixmap picture = styled(render(*image_, placement), mode);
+    // Whatever Qt puts behind the painter's own transform, one unit becomes one pixel.
+    const QTransform own = painter->worldTransform();
+    painter->setWorldTransform(toPixels.inverted() * own);
+    painter->drawPixmap(placement.pixels.topLeft(), picture);
+    painter->setWorldTransform(own);
+  }
+
+ private:
+  ImageIconEngine(const ImageIconEngine&) = default;
+  bool isEmpty() const { return !hasExtent(image_->size()); }  // an image's size may change
+
+  Ref<NSImage> image_;
+};
+
+}  // namespace
+
+QIcon icon(Ref<NSImage> image) {
+  if (!image || !hasExtent(image->size())) return {};
+  return QIcon(new ImageIconEngine(std::move(image)));
+}
+
+QIcon iconOfDrawing(CGSize size, std::function<void(CGRect)> draw) {
+  return icon(NSImage::imageWithSize(size, false, [draw = std::move(draw)](CGRect frame) {
+    draw(frame);
+    return true;
+  }));
+}
+
+}  // namespace tessaluna::backend::qt

@@ -1,0 +1,22 @@
+// Keys, modifiers and mouse buttons as the platform layer names them.
+#pragma once
+
+#include <QKeyEvent>
+#include <cstdint>
+#include <optional>
+
+#include "tessaluna/platform/events/NSEvent.h"
+
+namespace tessaluna::backend::qt {
+
+// Qt's Meta is Command, Control is Control, Alt is Option.
+std::uint32_t modifierFlagsOf(Qt::KeyboardModifiers modifiers);
+
+// 0 left, 1 right, 2 middle, then the others in Qt's order.
+int buttonNumberOf(Qt::MouseButton button);
+
+// The fields that a key event brings; window, location and time are the sender's. A modifier key is a change of flags.
+// Absent for what is no event here: the releases between the repeats of a key that is held.
+std::optional<platform::NSEvent::Fields> keyFieldsOf(const QKeyEvent& event);
+
+}  // namespace tessaluna::backend::qt

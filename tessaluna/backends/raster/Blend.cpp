@@ -1,0 +1,102 @@
+#include "tessaluna/backends/raster/Blend.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace tessaluna::backend::raster {
+
+namespace {
+
+Float4 alphaOf(Float4 v) { return __builtin_shufflevector(v, v, 3, 3, 3, 3); }
+
+// R = f(S, D) for a source that already holds its coverage.
+template <BlendMode mode>
+Float4 combined(Float4 s, Float4 d) {
+  const Float4 one = splat(1);
+  if constexpr (mode == BlendMode::Normal) return s + d * (one - alphaOf(s));
+  if constexpr (mode == BlendMode::SourceIn) return s * alphaOf(d);
+  if constexpr (mode == BlendMode::SourceOut) return s * (one - alphaOf(d));
+  if constexpr (mode == BlendMode::SourceAtop) return s * alphaOf(d) + d * (one - alphaOf(s));
+  if constexpr (mode == BlendMode::DestinationOver) return s * (one - alphaOf(d)) + d;
+  if constexpr (mode == BlendMode::DestinationIn) return d * alphaOf(s);
+  if constexpr (mode == BlendMode::DestinationOut) return d * (one - alphaOf(s));
+  if constexpr (mode == BlendMode::DestinationAtop) return s * (one - alphaOf(d)) + d * alphaOf(s);
+  if constexpr (mode == BlendMode::Xor) return s * (one - alphaOf(d)) + d * (one - alphaOf(s));
+  if constexpr (mode == BlendMode::PlusLighter) return smaller(s + d, one);
+}
+
+template <BlendMode mode>
+void blendBounded(Float4* destination, const Float4* source, const float* coverage, int count) {
+  for (int i = 0; i < count; ++i) {
+    if (coverage[i] != 0) destination[i] = combined<mode>(source[i] * splat(coverage[i]), destination[i]);
+  }
+}
+
+template <BlendMode mode>
+void blendUnbounded(Float4* destination, const Float4* source, const float* coverage, const float* clip,
+                    int count) {
+  for (int i = 0; i < count; ++i) {
+    const Float4 d = destination[i];
+    const Float4 r = combined<mode>(source[i] * splat(coverage[i]), d);
+    destination[i] = clip ? d + (r - d) * splat(clip[i]) : r;
+  }
+}
+
+}  // namespace
+
+bool isUnbounded(BlendMode mode) {
+  return mode == BlendMode::SourceIn || mode == BlendMode::SourceOut || mode == BlendMode::DestinationIn ||
+         mode == BlendMode::DestinationAtop;
+}
+
+void blendRow(BlendMode mode, Float4* destination, const Float4* source, const float* coverage,
+              const float* clip, int count) {
+  switch (mode) {
+    case BlendMode::Normal:
+      return blendBounded<BlendMode::Normal>(destination, source, coverage, count);
+    case BlendMode::Clear:
+      for (int i = 0; i < count; ++i) destination[i] *= splat(1 - coverage[i]);
+      return;
+    case BlendMode::Copy:
+      for (int i = 0; i < count; ++i) destination[i] += (source[i] - destination[i]) * splat(coverage[i]);
+      return;
+    case BlendMode::SourceIn:
+      return blendUnbounded<BlendMode::SourceIn>(destination, source, coverage, clip, count);
+    case BlendMode::SourceOut:
+      return blendUnbounded<BlendMode::SourceOut>(destination, source, coverage, clip, count);
+    case BlendMode::SourceAtop:
+      return blendBounded<BlendMode::SourceAtop>(destination, source, coverage, count);
+    case BlendMode::DestinationOver:
+      return blendBounded<BlendMode::DestinationOver>(destination, source, coverage, count);
+    case BlendMode::DestinationIn:
+      return blendUnbounded<BlendMode::DestinationIn>(destination, source, coverage, clip, count);
+    case BlendMode::DestinationOut:
+      return blendBounded<BlendMode::DestinationOut>(destination, source, coverage, count);
+    case BlendMode::DestinationAtop:
+      return blendUnbounded<BlendMode::DestinationAtop>(destination, source, coverage, clip, count);
+    case BlendMode::Xor:
+      return blendBounded<BlendMode::Xor>(destination, source, coverage, count);
+    case BlendMode::PlusLighter:
+      return blendBounded<BlendMode::PlusLighter>(destination, source, coverage, count);
+  }
+}
+
+void loadRow(const std::uint32_t* pixels, Float4* out, int count) {
+  for (int i = 0; i < count; ++i) {
+    // Two channels in each half, of which the second goes to the half's upper word.
+    const Long2 halves{static_cast<long long>(pixels[i] & 0xffff), static_cast<long long>(pixels[i] >> 16)};
+    const Int4 channels = reinterpret_cast<Int4>((halves | halves << 24) & 0x000000ff000000ff);
+    out[i] = __builtin_convertvector(channels, Float4) * splat(1.0f / 255);
+  }
+}
+
+void storeRow(const Float4* row, std::uint32_t* pixels, int count) {
+  for (int i = 0; i < count; ++i) {
+    const Float4 held = smaller(larger(row[i], splat(0)), splat(1));
+    const Long2 halves = reinterpret_cast<Long2>(__builtin_convertvector(held * splat(255) + splat(0.5f), Int4));
+    const Long2 pairs = halves | halves >> 24;
+    pixels[i] = std::uint32_t(pairs[0] & 0xffff) | std::uint32_t(pairs[1] & 0xffff) << 16;
+  }
+}
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,34 @@
+// The Porter-Duff operators on rows of pixels.
+#pragma once
+
+#include <algorithm>
+
+#include "tessaluna/backends/raster/Float4.h"
+#include "tessaluna/platform/backend/Canvas.h"
+
+namespace tessaluna::backend::raster {
+
+// True for an operator that changes the destination also where the source is empty.
+bool isUnbounded(BlendMode mode);
+
+// Blends `count` source pixels, lessened by their coverage, into the destination. An unbounded operator works
+// on all of them and its result is mixed in by `clip`, which may be null for a plain clip; for the others the
+// coverage must already hold the clip.
+void blendRow(BlendMode mode, Float4* destination, const Float4* source, const float* coverage,
+              const float* clip, int count);
+
+// Between 8-bit pixels and channels of 0...1; stored values are rounded to the nearest.
+void loadRow(const std::uint32_t* pixels, Float4* out, int count);
+void storeRow(const Float4* row, std::uint32_t* pixels, int count);
+
+// Held within 0...1; the comparison that fails for a number that is none decides.
+inline double held(double v) { return v > 0 ? std::min(v, 1.0) : 0.0; }
+
+inline float premultipliedAlpha(const Color& color, double alpha) { return float(held(color.alpha) * held(alpha)); }
+
+inline Float4 premultiplied(const Color& color, double alpha) {
+  const double a = held(color.alpha) * held(alpha);
+  return Float4{float(held(color.blue) * a), float(held(color.green) * a), float(held(color.red) * a), float(a)};
+}
+
+}  // namespace tessaluna::backend::raster

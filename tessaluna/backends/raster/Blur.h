@@ -1,0 +1,55 @@
+// The Gaussian of shadows, on a plane of single values.
+#pragma once
+
+#include <vector>
+
+#include "tessaluna/backends/raster/PixelRect.h"
+#include "tessaluna/backends/raster/WorkBuffer.h"
+
+namespace tessaluna::backend::raster {
+
+// Values for the pixels of a box; everything outside it counts as 0.
+struct Plane {
+  PixelRect box;
+  WorkBuffer<float> memory;
+
+  // Makes room for the box, all values 0. False when memory is short.
+  bool begin(const PixelRect& newBox);
+  float* row(int y) { return memory.data() + std::size_t(y - box.top) * std::size_t(box.width()); }
+};
+
+class Blur {
+ public:
+  struct Style {
+    double deviation = 0;
+    double dx = 0, dy = 0;  // by which values are moved
+  };
+
+  // How far, in pixels, a blur of this deviation carries a value that can be seen.
+  static int reach(double deviation);
+  // A wide blur takes its values from square cells of this many pixels a side, which hold the mean of their
+  // pixels. Cell (0, 0) begins at pixel (0, 0).
+  static int cellSize(double deviation);
+
+  // Fills the box of `to`, which has been begun, with the values of `from`, moved and blurred. Weights are
+  // those of the Gaussian at whole pixels, their sum 1. `from` holds cells when these are larger than a
+  // pixel. False when memory is short.
+  bool apply(Plane& from, Plane& to, const Style& style);
+
+ private:
+  // Weights of neighbours first...first + size - 1 pixels on, for one direction.
+  struct Kernel {
+    int first = 0;
+    std::vector<float> weights;
+  };
+
+  static void makeKernel(Kernel& kernel, double deviation, double move);
+  bool convolve(Plane& from, Plane& to, const Style& style);
+  bool enlarge(Plane& cells, Plane& to, int cell, const Style& style);
+
+  Kernel across_, down_;
+  Plane rows_, cells_;
+  WorkBuffer<float> padded_;
+};
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,47 @@
+// Four floats worked on at once: the channels of a pixel (blue, green, red, alpha, as they lie in memory,
+// premultiplied, 0...1), or four neighbours in a row.
+#pragma once
+
+#include <cstdint>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+namespace tessaluna::backend::raster {
+
+using Float4 = float __attribute__((vector_size(16)));
+using Int4 = int __attribute__((vector_size(16)));
+using Double2 = double __attribute__((vector_size(16)));
+using Short8 = std::uint16_t __attribute__((vector_size(16)));
+using Long2 = long long __attribute__((vector_size(16)));
+
+inline Float4 splat(float v) { return Float4{v, v, v, v}; }
+
+// Of the products.
+inline Short8 highHalf(Short8 a, Short8 b) {
+#ifdef __SSE2__
+  // What compilers make of the loop depends on where it stands.
+  return reinterpret_cast<Short8>(_mm_mulhi_epu16(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
+#else
+  Short8 result;
+  for (int i = 0; i < 8; ++i) result[i] = std::uint16_t(std::uint32_t(a[i]) * b[i] >> 16);
+  return result;
+#endif
+}
+
+#ifdef __SSE2__
+// Of the flags that a comparison gives.
+inline bool isAnySet(Int4 flags) { return _mm_movemask_ps(reinterpret_cast<Float4>(flags)) != 0; }
+inline Float4 smaller(Float4 a, Float4 b) { return _mm_min_ps(a, b); }
+inline Float4 larger(Float4 a, Float4 b) { return _mm_max_ps(a, b); }
+#else
+inline bool isAnySet(Int4 flags) {
+  const Long2 halves = reinterpret_cast<Long2>(flags);
+  return (halves[0] | halves[1]) != 0;
+}
+inline Float4 smaller(Float4 a, Float4 b) { return a < b ? a : b; }
+inline Float4 larger(Float4 a, Float4 b) { return a > b ? a : b; }
+#endif
+inline Float4 magnitude(Float4 v) { return reinterpret_cast<Float4>(reinterpret_cast<Int4>(v) & 0x7fffffff); }
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,52 @@
+// The coverage of glyphs at the places on the pixel grid where they are drawn: on whole rows, and to a quarter of a pixel
+// across. Bounded: when it is full it starts anew.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "tessaluna/backends/raster/PixelRect.h"
+#include "tessaluna/platform/backend/TextEngine.h"
+
+namespace tessaluna::backend::raster {
+
+struct GlyphMask {
+  PixelRect box;                       // relative to the pixel that the glyph's origin lies in
+  std::vector<std::uint8_t> coverage;  // row by row, 255 for a pixel that is all covered
+};
+
+struct GlyphPlace {
+  const Typeface* typeface;
+  std::uint32_t glyph;
+  int quarter;   // 0 to 3
+  double scale;  // device pixels a point
+  friend bool operator==(const GlyphPlace&, const GlyphPlace&) = default;
+};
+
+class GlyphCache {
+ public:
+  // Larger glyphs, in pixels a point size's worth, are as well filled as outlines.
+  static constexpr int mostMaskSide = 96;
+
+  // Null if it has not been kept.
+  const GlyphMask* find(const GlyphPlace& place) const;
+  // Keeps the typeface, too, so that no other can come to stand at its address.
+  const GlyphMask& keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, GlyphMask mask);
+
+ private:
+  static constexpr std::size_t mostBytes = std::size_t{4} << 20;
+
+  struct Hash {
+    std::size_t operator()(const GlyphPlace& place) const;
+  };
+  struct Kept {
+    std::shared_ptr<const Typeface> typeface;
+    GlyphMask mask;
+  };
+  std::unordered_map<GlyphPlace, Kept, Hash> kept_;
+  std::size_t bytes_ = 0;
+};
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,52 @@
+#include "tessaluna/backends/raster/Layer.h"
+
+#include <cstring>
+
+namespace tessaluna::backend::raster {
+
+bool Layer::include(const PixelRect& box) {
+  PixelRect wanted = box.intersected(most_);
+  if (wanted.isEmpty() || content_.contains(wanted)) return true;
+  const PixelRect before = content_;
+  if (!before.isEmpty()) {
+    // Some room on the sides that grow, so that a row of small shapes does not move all pixels for each of
+    // them.
+    wanted = wanted.united(before);
+    const int spareX = wanted.width() / 4, spareY = wanted.height() / 4;
+    if (wanted.left < before.left) wanted.left -= spareX;
+    if (wanted.right > before.right) wanted.right += spareX;
+    if (wanted.top < before.top) wanted.top -= spareY;
+    if (wanted.bottom > before.bottom) wanted.bottom += spareY;
+    wanted = wanted.intersected(most_);
+  }
+  const std::size_t oldWidth = std::size_t(before.width()), newWidth = std::size_t(wanted.width());
+  const std::size_t newCount = newWidth * std::size_t(wanted.height());
+  const std::size_t oldCount = before.isEmpty() ? 0 : oldWidth * std::size_t(before.height());
+  Float4* pixels = memory_.grow(newCount, oldCount);
+  if (!pixels) {
+    content_ = {};
+    return false;
+  }
+  content_ = wanted;
+  if (oldCount == 0) {
+    std::fill_n(pixels, newCount, Float4{});
+    return true;
+  }
+  // Rows only move towards the end of the block, so going from the last to the first overwrites nothing still
+  // needed.
+  const std::size_t shift = std::size_t(before.left - wanted.left);
+  const int below = wanted.bottom - before.bottom;
+  std::fill_n(pixels + newCount - std::size_t(below) * newWidth, std::size_t(below) * newWidth, Float4{});
+  for (int y = before.bottom - 1; y >= before.top; --y) {
+    Float4* row = pixels + std::size_t(y - wanted.top) * newWidth;
+    std::memmove(row + shift, pixels + std::size_t(y - before.top) * oldWidth, oldWidth * sizeof(Float4));
+    std::fill_n(row + shift + oldWidth, newWidth - shift - oldWidth, Float4{});
+  }
+  // The left margins come last: while rows were moving they could still hold others.
+  for (int y = wanted.top; y < wanted.bottom; ++y) {
+    std::fill_n(pixels + std::size_t(y - wanted.top) * newWidth, y < before.top ? newWidth : shift, Float4{});
+  }
+  return true;
+}
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,122 @@
+// Replaces polygons that overlap each other or themselves by others that do not and that bound the same area:
+// what a fill rule says is inside gets the winding number 1, all else 0.
+//
+// It cuts the plane into strips at every corner and every crossing. In a strip all sides are straight lines
+// from top to bottom that keep their order, so walking through them from the left finds those where inside
+// and outside meet.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "tessaluna/backends/raster/Polygons.h"
+
+namespace tessaluna::backend::raster {
+
+class OverlapResolver {
+ public:
+  // Looks at the polygons that are to be resolved, which stay as they are meanwhile.
+  void take(const Polygons& polygons);
+
+  // Where to resolve them, moved and scaled: in those rows of a box that are not 0.
+  struct Task {
+    CGPoint moved;
+    double scale = 1;  // after moving
+    FillRule rule = FillRule::NonZero;
+    DeviceRect box;  // as many pixels high as there are rows
+    std::span<const std::uint8_t> rows;
+  };
+
+  // Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends. What lies left of the box
+  // counts as if it ran along its left side.
+  template <class Function>
+  void resolve(const Task& task, Function edge);
+
+  // Coverage, times a winding, in rows that lie so many values apart.
+  struct Coverage {
+    float* values;
+    std::ptrdiff_t stride;
+    float winding = 1;
+  };
+  // Writes the coverage of a box of whole pixels.
+  void cover(const Task& task, Coverage coverage);
+
+ private:
+  // Some sides of a polygon that follow each other, in its own space.
+  struct Stretch {
+    const CGPoint *before, *first, *end;  // the point where the first side begins, and those where sides end
+    Double2 low, high;
+    bool isFirst, isLast;  // of its polygon
+  };
+  // What is left of the box while sides are collected.
+  struct LeftPart {
+    bool isLeft = false;
+    double since = 0;
+  };
+  // A side of a polygon, downwards.
+  struct Side {
+    double top, bottom, x, slope;  // x at the top, and its change by height
+    int direction;
+    int bound = 0;     // 1 where the inside begins behind it, -1 where it ends, 0 elsewhere
+    double since = 0;  // the height from which on it is a bound
+    double at(double y) const { return x + (y - top) * slope; }
+  };
+  // A side that goes through a strip: x at the strip's top and bottom, and that which gives the order.
+  struct Across {
+    double above, below, place;
+    Side* side;
+  };
+  struct Key {
+    std::uint32_t place, index;
+  };
+  // Where the winding number at the left side of the box changes.
+  struct LeftChange {
+    double y;
+    int winding;
+  };
+  struct Bound {
+    CGPoint from, to;
+  };
+  struct Pixels;
+
+  void findAllBounds(const Task& task);
+  void collect(const Task& task);
+  void collectStretch(const Stretch& stretch, const Task& task, LeftPart& part);
+  void collectSide(CGPoint from, CGPoint to, const DeviceRect& box);
+  void collectLeft(double from, double to, const DeviceRect& box);
+  void addRows(double top, double bottom, FillRule rule);
+  double goTo(double top, double least, double bottom);
+  double passLeftChanges(double middle, double end);
+  void addStrip(double top, double bottom, double least, FillRule rule);
+  void place(double top, double bottom);
+  void sortByPlace();
+  void sortByDigits();
+  double firstCrossing(double top, double bottom, double least);
+  void sortByMiddle(double bottom);
+  void findBounds(double top, FillRule rule);
+  void setBound(Side& side, int bound, double top);
+  void endBounds(double y);
+  void endBound(Side& side, double y);
+
+  std::vector<Stretch> stretches_;
+  std::vector<Side> sides_;              // by their tops
+  std::vector<Across> across_;           // from the left
+  std::vector<Across> unsorted_;         // what was in its stead before it was sorted by digits
+  std::vector<Key> keys_;
+  std::vector<LeftChange> leftChanges_;  // by height
+  std::vector<Bound> bounds_;
+  std::size_t next_ = 0, nextLeftChange_ = 0;  // not yet reached
+  Side left_{};                                // the left side of the box
+  int leftWinding_ = 0;
+  bool isInOrder_ = true;  // at the strip's bottom as well, apart from a crossing there
+};
+
+template <class Function>
+void OverlapResolver::resolve(const Task& task, Function edge) {
+  findAllBounds(task);
+  for (const Bound& bound : bounds_) edge(bound.from, bound.to);
+}
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,104 @@
+#include "tessaluna/backends/raster/Painter.h"
+
+namespace tessaluna::backend::raster {
+
+Painter::Painter(const Painting& painting, const PixelRect& shapeBox, Memory& memory)
+    : painting_(painting), memory_(memory), isUnbounded_(isUnbounded(painting.mode)) {
+  const Clip& clip = painting.clip;
+  Layer* layer = painting.surface.layer;
+  PixelRect changed = shapeBox.intersected(clip.box);
+  if (layer && !layer->include(changed)) return;
+  // Beyond the shape an unbounded operator changes the whole clip; of a layer only what is not transparent
+  // anyway.
+  if (isUnbounded_) changed = layer ? clip.box.intersected(layer->content()) : clip.box;
+  if (changed.isEmpty()) return;
+
+  const std::size_t width = std::size_t(changed.width());
+  coverage_ = memory.coverage.prepare(width);
+  const bool ready = coverage_ && memory.clip.prepare(width) && memory.source.prepare(width) &&
+                     memory.destination.prepare(width);
+  if (!ready) return;
+  box_ = changed;
+  std::fill_n(coverage_, width, 0.0f);
+  row_ = box_.top;
+  left_ = box_.right;
+  right_ = box_.left;
+}
+
+void Painter::goToRow(int y) {
+  for (; row_ < y; ++row_) paintRow();
+}
+
+void Painter::even(int x, int y, int count, float winding) {
+  goToRow(y);
+  std::fill_n(coverage_ + (x - box_.left), count, coverageOf(winding));
+  left_ = std::min(left_, x);
+  right_ = std::max(right_, x + count);
+}
+
+void Painter::varied(int x, int y, int count, const float* windings) {
+  goToRow(y);
+  std::transform(windings, windings + count, coverage_ + (x - box_.left), coverageOf);
+  left_ = std::min(left_, x);
+  right_ = std::max(right_, x + count);
+}
+
+void Painter::finish() {
+  if (!box_.isEmpty()) goToRow(box_.bottom);
+}
+
+void Painter::paintRow() {
+  if (isUnbounded_) {
+    blend(box_.left, box_.right);
+  } else if (left_ < right_) {
+    blend(left_, right_);
+  }
+  if (left_ < right_) std::fill_n(coverage_ + (left_ - box_.left), right_ - left_, 0.0f);
+  left_ = box_.right;
+  right_ = box_.left;
+}
+
+void Painter::blend(int left, int right) {
+  const int count = right - left;
+  float* coverage = coverage_ + (left - box_.left);
+  const float* clip = nullptr;
+  if (!painting_.clip.isPlain()) {
+    if (isUnbounded_) {
+      std::fill_n(memory_.clip.data(), count, 1.0f);
+      painting_.clip.multiply(left, row_, count, memory_.clip.data());
+      clip = memory_.clip.data();
+    } else {
+      painting_.clip.multiply(left, row_, count, coverage);
+    }
+  }
+
+  const Source& source = painting_.source;
+  Float4* colors = memory_.source.data();
+  if (source.gradient) {
+    source.gradient->row(left, row_, count, colors);
+  } else if (source.layer) {
+    const PixelRect& content = source.layer->content();
+    const bool isRowInside = row_ >= content.top && row_ < content.bottom;
+    const int from = std::clamp(content.left, left, right),
+              to = isRowInside ? std::clamp(content.right, from, right) : from;
+    std::fill_n(colors, count, Float4{});
+    if (from < to) {
+      const Float4* pixels = source.layer->pixel(from, row_);
+      for (int i = 0; i < to - from; ++i) colors[from - left + i] = pixels[i] * splat(source.layerAlpha);
+    }
+  } else {
+    std::fill_n(colors, count, source.color);
+  }
+
+  if (painting_.surface.layer) {
+    blendRow(painting_.mode, painting_.surface.layer->pixel(left, row_), colors, coverage, clip, count);
+    return;
+  }
+  std::uint32_t* pixels = painting_.surface.bitmap->row(row_) + left;
+  Float4* destination = memory_.destination.data();
+  loadRow(pixels, destination, count);
+  blendRow(painting_.mode, destination, colors, coverage, clip, count);
+  storeRow(destination, pixels, count);
+}
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,68 @@
+// Puts a source, as far as coverage and clip let it, onto a bitmap or a layer.
+#pragma once
+
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/Clip.h"
+#include "tessaluna/backends/raster/GradientRamp.h"
+#include "tessaluna/backends/raster/Layer.h"
+
+namespace tessaluna::backend::raster {
+
+// What is painted on: exactly one of the two.
+struct Surface {
+  Bitmap* bitmap = nullptr;
+  Layer* layer = nullptr;
+};
+
+// What is painted: one color, or the colors of a gradient or of a layer. Their alpha holds the state's,
+// except that of the layer, which is given apart.
+struct Source {
+  Float4 color{};
+  const GradientRamp* gradient = nullptr;
+  const Layer* layer = nullptr;
+  float layerAlpha = 1;
+
+  bool isEven() const { return !gradient && !layer; }
+};
+
+struct Painting {
+  Surface surface;
+  Source source;
+  BlendMode mode = BlendMode::Normal;
+  const Clip& clip;
+};
+
+// A sink of a coverage buffer. Coverage must come row after row from the top, within the clip's box and the
+// shape's.
+class Painter {
+ public:
+  struct Memory {
+    WorkBuffer<float> coverage, clip;
+    WorkBuffer<Float4> source, destination;
+  };
+
+  // Paints a shape that lies in `shapeBox`.
+  Painter(const Painting& painting, const PixelRect& shapeBox, Memory& memory);
+
+  // Where coverage matters; empty when nothing will be painted.
+  const PixelRect& box() const { return box_; }
+
+  void even(int x, int y, int count, float winding);
+  void varied(int x, int y, int count, const float* windings);
+  // Must be called once, behind the last row.
+  void finish();
+
+ private:
+  void goToRow(int y);
+  void paintRow();
+  void blend(int left, int right);
+
+  const Painting& painting_;
+  Memory& memory_;
+  PixelRect box_;
+  bool isUnbounded_ = false;
+  int row_ = 0, left_ = 0, right_ = 0;  // columns of this row that have coverage
+  float* coverage_ = nullptr;           // of the whole row of the box
+};
+
+}  // namespace tessaluna::backend::raster

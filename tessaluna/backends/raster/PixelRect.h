@@ -1,0 +1,73 @@
+// A rectangle of whole device pixels: columns left...right - 1, rows top...bottom - 1, row 0 uppermost.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessaluna::backend::raster {
+
+struct PixelRect {
+  int left = 0, top = 0, right = 0, bottom = 0;
+
+  constexpr int width() const { return right - left; }
+  constexpr int height() const { return bottom - top; }
+  constexpr bool isEmpty() const { return right <= left || bottom <= top; }
+  friend constexpr bool operator==(const PixelRect&, const PixelRect&) = default;
+
+  constexpr PixelRect intersected(const PixelRect& other) const {
+    const PixelRect common{std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
+                           std::min(bottom, other.bottom)};
+    return common.isEmpty() ? PixelRect{} : common;
+  }
+  constexpr PixelRect united(const PixelRect& other) const {
+    if (isEmpty()) return other;
+    if (other.isEmpty()) return *this;
+    return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
+            std::max(bottom, other.bottom)};
+  }
+  constexpr PixelRect grown(int by) const { return {left - by, top - by, right + by, bottom + by}; }
+  constexpr bool contains(const PixelRect& other) const {
+    return other.left >= left && other.top >= top && other.right <= right && other.bottom <= bottom;
+  }
+};
+
+// A rectangle in device pixels with fractions, y down. Not finite or turned over: empty.
+struct DeviceRect {
+  double left = 0, top = 0, right = 0, bottom = 0;
+
+  bool isEmpty() const { return !(right > left && bottom > top); }
+  DeviceRect intersected(const DeviceRect& other) const {
+    return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
+            std::min(bottom, other.bottom)};
+  }
+  static DeviceRect around(double x, double y) { return {x, y, x, y}; }
+  DeviceRect including(double x, double y) const {
+    return {std::min(left, x), std::min(top, y), std::max(right, x), std::max(bottom, y)};
+  }
+  DeviceRect including(const DeviceRect& other) const {
+    return including(other.left, other.top).including(other.right, other.bottom);
+  }
+  bool contains(const DeviceRect& other) const {
+    return other.left >= left && other.top >= top && other.right <= right && other.bottom <= bottom;
+  }
+  DeviceRect grown(double by) const { return {left - by, top - by, right + by, bottom + by}; }
+  DeviceRect moved(double dx, double dy) const { return {left + dx, top + dy, right + dx, bottom + dy}; }
+  DeviceRect scaled(double f) const { return {left * f, top * f, right * f, bottom * f}; }
+  static DeviceRect of(const PixelRect& rect) {
+    return {double(rect.left), double(rect.top), double(rect.right), double(rect.bottom)};
+  }
+  // The whole pixels that it touches. Edges beyond the range of any picture are held there, so that sums of
+  // them stay within an int.
+  PixelRect roundedOut() const {
+    if (isEmpty()) return {};
+    const auto hold = [](double v) { return int(std::clamp(v, -1e8, 1e8)); };
+    return {hold(std::floor(left)), hold(std::floor(top)), hold(std::ceil(right)), hold(std::ceil(bottom))};
+  }
+};
+
+// The whole number below, held within bounds, the lower one for what is no number.
+inline int floorWithin(double v, int low, int high) {
+  return v >= low ? (v < high ? int(std::floor(v)) : high) : low;
+}
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,89 @@
+// Closed polygons in device pixels, y down: what coverage is computed from. Their points lie in one list; a
+// polygon runs from its start to the next one's, and from its last point back to its first.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "tessaluna/backends/raster/Flattener.h"
+#include "tessaluna/backends/raster/Float4.h"
+#include "tessaluna/backends/raster/WorkBuffer.h"
+
+namespace tessaluna::backend::raster {
+
+class Polygons {
+ public:
+  void clear() {
+    clearForReuse(points_);
+    clearForReuse(starts_);
+    clearForReuse(overlaps_);
+  }
+  bool isEmpty() const { return points_.empty(); }
+  std::size_t pointCount() const { return points_.size(); }
+
+  void moveTo(CGPoint p) {
+    starts_.push_back(points_.size());
+    points_.push_back(p);
+  }
+  // Room for the points of a whole polygon, which the caller fills in before anything else is added.
+  CGPoint* addPolygon(std::size_t count) {
+    const std::size_t start = points_.size();
+    starts_.push_back(start);
+    points_.resize(start + count);
+    return points_.data() + start;
+  }
+  void lineTo(CGPoint p, Corner = Corner::Sharp) { points_.push_back(p); }
+  void close() {}
+  void leave(CGPoint) {}
+  void arrive(CGPoint) {}
+
+  std::size_t count() const { return starts_.size(); }
+  std::span<const CGPoint> polygon(std::size_t index) const {
+    const std::size_t end = index + 1 < starts_.size() ? starts_[index + 1] : points_.size();
+    return std::span(points_).subspan(starts_[index], end - starts_[index]);
+  }
+  std::span<CGPoint> points() { return points_; }
+  CGPoint lastPoint() const { return points_.back(); }
+  // Drops the points from this one of all on. They belong to the last polygon, whose first one stays.
+  void cutTo(std::size_t end) { points_.resize(end); }
+
+  // Where polygons may overlap each other or themselves, by less than would show in coverage sums.
+  void expectOverlap(const DeviceRect& place) { overlaps_.push_back(place); }
+  std::vector<DeviceRect>& expectedOverlaps() { return overlaps_; }
+  const std::vector<DeviceRect>& expectedOverlaps() const { return overlaps_; }
+
+  // Calls edge(from, to) for all sides of all polygons.
+  template <class Function>
+  void forEachEdge(Function edge) const {
+    for (std::size_t i = 0; i < count(); ++i) {
+      const std::span<const CGPoint> points = polygon(i);
+      CGPoint from = points.back();
+      for (const CGPoint to : points) {
+        edge(from, to);
+        from = to;
+      }
+    }
+  }
+
+  // Empty bounds when there are no points.
+  DeviceRect bounds() const {
+    if (points_.empty()) return {};
+    Double2 low = both(points_[0]), high = low;
+    for (const CGPoint& p : points_) {
+      const Double2 at = both(p);
+      low = at < low ? at : low;
+      high = at > high ? at : high;
+    }
+    return {low[0], low[1], high[0], high[1]};
+  }
+
+ private:
+  static Double2 both(const CGPoint& p) { return Double2{p.x, p.y}; }
+
+  std::vector<CGPoint> points_;
+  std::vector<std::size_t> starts_;
+  std::vector<DeviceRect> overlaps_;
+};
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,314 @@
+#include "tessaluna/backends/raster/Stroker.h"
+
+#include <limits>
+#include <numeric>
+
+namespace tessaluna::backend::raster {
+
+namespace {
+
+constexpr double infinite = std::numeric_limits<double>::infinity();
+// Of flattened curves, in device pixels.
+constexpr double chordTolerance = 0.0083, areaTolerance = 0.005, dashTolerance = 0.001;
+constexpr double endStep = 2.0 / 3;  // at which no area is lost at a curve's ends either
+// A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
+constexpr double finestPattern = 1.0 / 16;
+constexpr int mostDashes = 200000;
+// Of an outline. Behind so many the rest of a dashed line stays solid, so that a wide pen with a fine pattern, each dash of
+// which reaches all over the picture, ends in time.
+constexpr std::size_t mostPointsOfDashes = 400000;
+constexpr double widestPen = 1e7;  // half a pen's width, in pixels; of wider ones AGG makes wrong joins
+
+double largestScale(const CGAffineTransform& t) {
+  // The larger singular value.
+  const double squares = t.a * t.a + t.b * t.b + t.c * t.c + t.d * t.d;
+  const double determinant = t.a * t.d - t.b * t.c;
+  return std::sqrt(0.5 *
+                   (squares + std::sqrt(std::max(0.0, squares * squares - 4 * determinant * determinant))));
+}
+
+double distance(CGPoint a, CGPoint b) {
+  const CGPoint way = b - a;
+  return std::sqrt(dot(way, way));
+}
+
+// True where a circle stays one.
+bool keepsCircles(const CGAffineTransform& t) {
+  const double largest = t.a * t.a + t.b * t.b;
+  return std::abs(largest - (t.c * t.c + t.d * t.d)) <= 1e-12 * largest && std::abs(t.a * t.c + t.b * t.d) <= 1e-12 * largest;
+}
+
+}  // namespace
+
+void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice,
+                     const DeviceRect& visible, Polygons& polygons) {
+  const double scale = largestScale(toDevice);
+  const std::optional<CGAffineTransform> toPath = toDevice.inverted();
+  if (!toPath || !std::isfinite(scale) || !(scale > 0) || !(style.width >= 0)) return;
+
+  const bool isInDevice = keepsCircles(toDevice);
+  perLength_ = isInDevice ? scale : 1;
+  pen_.pixel = isInDevice ? 1 : 1 / scale;
+  setPen(style);
+  if (pen_.halfWidth < nearest_) return;  // too thin for directions across it
+  const CGRect seen{visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top};
+  const CGRect inLine = isInDevice ? seen : toPath->applyToRect(seen);
+  const double miter = style.join == LineJoin::Miter && style.miterLimit > 1.5 ? style.miterLimit : 1.5;
+  const double margin = std::min(pen_.halfWidth * miter + 2 * pen_.pixel, 1e7 * pen_.pixel + 2 * pen_.halfWidth);
+  reach_ = DeviceRect{CGRectGetMinX(inLine), CGRectGetMinY(inLine), CGRectGetMaxX(inLine), CGRectGetMaxY(inLine)}.grown(margin);
+  if (reach_.isEmpty()) return;
+  setDashes(style);
+  near_.begin(pen_);
+
+  polygons_ = &polygons;
+  clearForReuse(piece_);
+  outline_.begin(pen_, polygons);
+  // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
+  FlattenSettings settings{
+      .visible = reach_, .tolerance = dashTolerance * pen_.pixel, .reach = pen_.halfWidth, .keepsLengths = true};
+  if (dashes_.empty()) {
+    settings.keepsLengths = false;
+    settings.tolerance = chordTolerance * pen_.pixel;
+    settings.areaTolerance = areaTolerance * pen_.pixel * pen_.pixel;
+    settings.endStep = endStep;
+  }
+  Flattener<Stroker>(settings, *this).add(path, isInDevice ? toDevice : CGAffineTransform{});
+  finishContour(Contour::Open);
+  near_.find(polygons.expectedOverlaps());
+  if (!isInDevice) finishPolygons(toDevice);
+}
+
+void Stroker::finishPolygons(const CGAffineTransform& toDevice) {
+  for (CGPoint& p : polygons_->points()) p = toDevice.apply(p);
+  for (DeviceRect& place : polygons_->expectedOverlaps()) {
+    const CGRect r = toDevice.applyToRect({place.left, place.top, place.right - place.left, place.bottom - place.top});
+    place = {CGRectGetMinX(r), CGRectGetMinY(r), CGRectGetMaxX(r), CGRectGetMaxY(r)};
+  }
+}
+
+void Stroker::setPen(const StrokeStyle& style) {
+  // A line of no width is the thinnest that can be seen.
+  const double width = style.width > 0 ? style.width * perLength_ : pen_.pixel;
+  pen_.halfWidth = std::min(width * 0.5, widestPen * pen_.pixel);
+  pen_.cap = style.cap;
+  pen_.join = style.join;
+  pen_.miterLimit = style.miterLimit;
+  nearest_ = 1e-7 * pen_.pixel;
+}
+
+void Stroker::setDashes(const StrokeStyle& style) {
+  dashes_.clear();
+  dashTotal_ = 0;
+  for (const double length : style.dash) {
+    if (!(length >= 0) || !std::isfinite(length)) return dashes_.clear();
+    dashes_.push_back(length * perLength_);
+  }
+  // An odd pattern takes its lengths as gaps the second time round.
+  if (dashes_.size() % 2 == 1) {
+    for (const double length : style.dash) dashes_.push_back(length * perLength_);
+  }
+  dashTotal_ = std::accumulate(dashes_.begin(), dashes_.end(), 0.0);
+  if (!(dashTotal_ > finestPattern * pen_.pixel) || !std::isfinite(dashTotal_)) return dashes_.clear();
+  dashPhase_ = std::isfinite(style.dashPhase) ? std::fmod(style.dashPhase * perLength_, dashTotal_) : 0;
+  if (dashPhase_ < 0) dashPhase_ += dashTotal_;
+  dashesLeft_ = mostDashes;
+}
+
+void Stroker::moveTo(CGPoint p) {
+  finishContour(Contour::Open);
+  add({p});
+}
+
+void Stroker::curvePoint(CGPoint p, CGPoint direction) {
+  const CGPoint along = unit(direction);
+  add({p, Corner::Smooth, along, along});
+}
+
+inline void Stroker::add(const StrokePoint& p) {
+  isDouble_ = !points_.empty() && mergeDouble(points_.back(), p);
+  if (isDouble_) return;
+  const bool isFar = p.at.x < reach_.left || p.at.x > reach_.right || p.at.y < reach_.top || p.at.y > reach_.bottom;
+  if (isFar && !firstFar_) firstFar_ = points_.size();
+  points_.push_back(p);
+}
+
+// True if a point is too near to the one before to give a direction, which then does for both.
+inline bool Stroker::mergeDouble(StrokePoint& last, const StrokePoint& p) const {
+  const CGPoint way = p.at - last.at;
+  if (dot(way, way) > nearest_ * nearest_) return false;
+  if (p.corner == Corner::Sharp) last.corner = Corner::Sharp;
+  last.out = p.out;
+  return true;
+}
+
+void Stroker::finishContour(Contour contour) {
+  // A lone point that is not closed draws nothing.
+  if (points_.size() > 1 || isDouble_ || (contour == Contour::Closed && !points_.empty())) {
+    if (dashes_.empty() && !firstFar_) {
+      outline(points_, contour);
+    } else {
+      // A solid ring that is cut starts outside, so that its own start keeps its join.
+      const bool turns = dashes_.empty() && contour == Contour::Closed;
+      if (turns) std::rotate(points_.begin(), points_.begin() + std::ptrdiff_t(*firstFar_), points_.end());
+      walkContour(contour);
+    }
+  }
+  clearForReuse(points_);
+  firstFar_.reset();
+  isDouble_ = false;
+}
+
+// Cuts the line into dashes and leaves out what lies beyond reach, before anything is computed from its
+// length: a line to the end of the world has no more dashes than fit into the picture.
+void Stroker::walkContour(Contour contour) {
+  dash_ = 0;
+  isOn_ = true;
+  rest_ = dashes_.empty() ? infinite : dashes_[0];
+  if (!dashes_.empty()) skip(dashPhase_);
+  bool moved = false;
+  const auto walk = [&](const StrokePoint& from, const StrokePoint& to) {
+    if (distance(from.at, to.at) <= nearest_) return;
+    walkSegment(from, to);
+    moved = true;
+  };
+  for (std::size_t i = 0; i + 1 < points_.size(); ++i) walk(points_[i], points_[i + 1]);
+  if (contour == Contour::Closed) walk(points_.back(), points_.front());
+  finishPiece();
+  if (!moved && isOn_) outline(points_, contour);
+}
+
+// The part of a segment within reach.
+struct Stroker::Visible {
+  CGPoint start, end;
+  double before = 0, length = 0, after = 0;  // of the parts
+};
+
+void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
+  const std::optional<Visible> seen = visiblePart(from, to);
+  const double whole = distance(from.at, to.at);
+  if (!seen) {
+    finishPiece();
+    return skip(whole);
+  }
+  if (seen->before > 0) {
+    finishPiece();
+    skip(seen->before);
+  }
+  const CGPoint chord = (to.at - from.at) * (1 / whole);
+  // Inside a curve the direction is the curve's and not the chord's, so that dashes end right.
+  const CGPoint first = from.out == CGPoint{} ? chord : from.out, last = to.in == CGPoint{} ? chord : to.in;
+  const auto add = [&](double at) {
+    StrokePoint p{seen->start + chord * at};
+    if (!dashes_.empty()) p.in = p.out = unit(first + (last - first) * ((seen->before + at) / whole));
+    piece_.push_back(p);
+  };
+  if (isOn_ && piece_.empty()) {
+    add(0);
+    if (seen->before == 0) piece_.back().out = from.out;
+  }
+  double at = 0;
+  while (at + rest_ < seen->length) {
+    at += rest_;
+    if (isOn_) {
+      // A dash of no length has its direction all the same.
+      add(rest_ == infinite || dashes_[dash_] > 0 ? at : at + nearest_ * 100);
+      finishPiece();
+    }
+    nextDash();
+    if (isOn_) add(at);
+  }
+  rest_ -= seen->length - at;
+  if (seen->after > 0) {
+    if (isOn_) piece_.push_back({seen->end});
+    finishPiece();
+    skip(seen->after);
+  } else if (isOn_) {
+    piece_.push_back(to);
+  }
+}
+
+// Liang and Barsky's way, but with coordinates: where both ends are very far, a fraction of the length is no
+// place.
+std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, const StrokePoint& to) const {
+  CGPoint a = from.at, b = to.at;
+  const auto isWithin = [this](CGPoint p) {
+    return p.x >= reach_.left && p.x <= reach_.right && p.y >= reach_.top && p.y <= reach_.bottom;
+  };
+  const double whole = distance(a, b);
+  if (isWithin(a) && isWithin(b)) return Visible{.start = a, .end = b, .length = whole};
+  const CGPoint start = a, end = b;
+  const auto cut = [&](double CGPoint::*axis, double CGPoint::*other, double low, double high) {
+    const double slope = (end.*other - start.*other) / (end.*axis - start.*axis);
+    const auto moveTo = [&](CGPoint& p, double edge) {
+      // From the nearer end.
+      const CGPoint& origin = std::abs(edge - start.*axis) < std::abs(edge - end.*axis) ? start : end;
+      p.*other = origin.*other + (edge - origin.*axis) * slope;
+      p.*axis = edge;
+    };
+    if (std::max(a.*axis, b.*axis) < low || std::min(a.*axis, b.*axis) > high) return false;
+    if (a.*axis < low) moveTo(a, low);
+    if (b.*axis < low) moveTo(b, low);
+    if (a.*axis > high) moveTo(a, high);
+    if (b.*axis > high) moveTo(b, high);
+    return true;
+  };
+  if (!cut(&CGPoint::x, &CGPoint::y, reach_.left, reach_.right) ||
+      !cut(&CGPoint::y, &CGPoint::x, reach_.top, reach_.bottom)) {
+    return std::nullopt;
+  }
+  Visible seen{a, b, distance(start, a), distance(a, b), distance(b, end)};
+  if (seen.before == 0 && seen.after == 0) seen.length = whole;
+  return seen;
+}
+
+void Stroker::nextDash() {
+  if (--dashesLeft_ > 0 && polygons_->pointCount() <= mostPointsOfDashes) return goToNextDash();
+  isOn_ = true;
+  rest_ = infinite;
+}
+
+void Stroker::goToNextDash() {
+  dash_ = (dash_ + 1) % dashes_.size();
+  isOn_ = dash_ % 2 == 0;
+  rest_ = dashes_[dash_];
+}
+
+void Stroker::skip(double length) {
+  if (rest_ == infinite) return;
+  if (length > dashTotal_) length = std::fmod(length, dashTotal_);
+  while (length > 0 && length >= rest_) {
+    length -= rest_;
+    goToNextDash();
+  }
+  rest_ -= length;
+}
+
+void Stroker::finishPiece() {
+  if (piece_.size() > 1) {
+    const auto isDouble = [this](StrokePoint& last, const StrokePoint& p) { return mergeDouble(last, p); };
+    outline(std::span(piece_.begin(), std::unique(piece_.begin(), piece_.end(), isDouble)), Contour::Open);
+  }
+  piece_.clear();
+}
+
+// Without a direction: only round ends have a shape.
+void Stroker::outlineDot(const StrokePoint& p) {
+  if (pen_.cap != LineCap::Round) return;
+  outline_.addDot(p.at);
+  const StrokePoint ends[] = {p, p};
+  near_.add({.points = ends, .contour = Contour::Open, .partsBehindBends = true});
+}
+
+void Stroker::outline(std::span<StrokePoint> line, Contour contour) {
+  if (contour == Contour::Closed) {
+    while (line.size() > 1 && distance(line.back().at, line[0].at) <= nearest_) {
+      line[0].in = line.back().in;
+      line = line.first(line.size() - 1);
+    }
+  }
+  if (line.size() == 1) return outlineDot(line[0]);
+  const bool partsBehindBends = outline_.add(line, contour);
+  near_.add({.points = line, .contour = contour, .partsBehindBends = partsBehindBends});
+}
+
+}  // namespace tessaluna::backend::raster

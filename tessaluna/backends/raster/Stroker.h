@@ -1,0 +1,69 @@
+// Makes the outline of a stroke: polygons that, filled by the non-zero rule, cover what the pen covers. Cuts the path's lines
+// into dashes and to what can be seen, and hands them on as points. A pen that the transform keeps round is moved along the line
+// in device space; else caps, joins and dashes are made in the path's own space and then transformed.
+#pragma once
+
+#include "tessaluna/backends/raster/NearLines.h"
+#include "tessaluna/backends/raster/StrokeOutline.h"
+
+namespace tessaluna::backend::raster {
+
+class Stroker {
+ public:
+  // Adds the outline to `polygons`, in device pixels, and where it may overlap itself. What lies outside the visible
+  // rectangle may be missing.
+  void stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice, const DeviceRect& visible,
+              Polygons& polygons);
+
+ private:
+  friend class Flattener<Stroker>;
+  static constexpr bool wantsDirections = true;
+
+  void setPen(const StrokeStyle& style);
+  void setDashes(const StrokeStyle& style);
+
+  // Told by the flattener.
+  void moveTo(CGPoint p);
+  void lineTo(CGPoint p, Corner corner) { add({p, corner}); }
+  void curvePoint(CGPoint p, CGPoint direction);
+  void leave(CGPoint direction) { points_.back().out = unit(direction); }
+  void arrive(CGPoint direction) {
+    if (!isDouble_) points_.back().in = unit(direction);
+  }
+  void close() { finishContour(Contour::Closed); }
+
+  void add(const StrokePoint& p);
+  bool mergeDouble(StrokePoint& last, const StrokePoint& p) const;
+  void finishContour(Contour contour);
+  void walkContour(Contour contour);
+  void walkSegment(const StrokePoint& from, const StrokePoint& to);
+  struct Visible;
+  std::optional<Visible> visiblePart(const StrokePoint& from, const StrokePoint& to) const;
+  void skip(double length);
+  void nextDash();
+  void goToNextDash();
+  void finishPiece();
+  void outline(std::span<StrokePoint> line, Contour contour);
+  void outlineDot(const StrokePoint& p);
+  void finishPolygons(const CGAffineTransform& toDevice);
+
+  StrokeOutline outline_;
+  Pen pen_;
+  Polygons* polygons_ = nullptr;
+  double perLength_ = 1;  // of the path's space in that of the line
+  double nearest_ = 0;    // a distance too short to be seen
+  DeviceRect reach_;      // what lies outside cannot be seen
+  std::vector<StrokePoint> points_, piece_;
+  bool isDouble_ = false;                // the point added last was merged with the one before
+  std::optional<std::size_t> firstFar_;  // of the points, out of reach
+  NearLines near_;
+
+  std::vector<double> dashes_;  // on and off in turn; empty for a solid line
+  double dashTotal_ = 0, dashPhase_ = 0;
+  int dashesLeft_ = 0;  // that may still be made
+  std::size_t dash_ = 0;
+  bool isOn_ = true;
+  double rest_ = 0;  // of the dash or gap that is being walked
+};
+
+}  // namespace tessaluna::backend::raster

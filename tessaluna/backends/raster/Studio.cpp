@@ -1,0 +1,377 @@
+#include "tessaluna/backends/raster/Studio.h"
+
+namespace tessaluna::backend::raster {
+
+namespace {
+
+// Of flattened curves, in device pixels. In a pixel that a chord crosses from corner to corner its distance counts 1.4 times.
+constexpr double chordTolerance = 0.0083, areaTolerance = 0.006;
+constexpr double endStep = 2.0 / 3;        // at which no area is lost at the ends either
+constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixels
+// How far outside a clip, in pixels, a layer keeps what casts a shadow into it.
+constexpr int farthestCast = 512;
+// Deeper nests of layers do not keep their memory, and others not for ever.
+constexpr std::size_t mostLayersKept = 8;
+constexpr int nestsBetweenChecks = 1024;
+
+// The rectangle in device pixels, when the transform keeps it upright.
+std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
+  const bool keepsAxes = (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
+  if (!keepsAxes) return std::nullopt;
+  const CGPoint a = t.apply({CGRectGetMinX(r), CGRectGetMinY(r)}),
+                b = t.apply({CGRectGetMaxX(r), CGRectGetMaxY(r)});
+  if (!isUsable(a) || !isUsable(b)) return std::nullopt;
+  return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+}
+
+// Whether what is painted in the color leaves everything as it is; no shadow falls from it either.
+bool leavesNoMark(const Color& color, double alpha, BlendMode mode) {
+  switch (mode) {
+    case BlendMode::Normal:
+    case BlendMode::SourceAtop:
+    case BlendMode::DestinationOver:
+    case BlendMode::DestinationOut:
+    case BlendMode::Xor:
+    case BlendMode::PlusLighter: return premultipliedAlpha(color, alpha) == 0;
+    case BlendMode::Clear:
+    case BlendMode::Copy:
+    case BlendMode::SourceIn:
+    case BlendMode::SourceOut:
+    case BlendMode::DestinationIn:
+    case BlendMode::DestinationAtop: break;
+  }
+  return false;
+}
+
+std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform& t) {
+  return path.shape().kind == PathShape::Kind::Rect ? uprightRect(path.shape().rect, t) : std::nullopt;
+}
+
+class PlaneWriter {
+ public:
+  explicit PlaneWriter(Plane& plane) : plane_(plane) {}
+  void even(int x, int y, int count, float winding) {
+    std::fill_n(plane_.row(y) + (x - plane_.box.left), count, coverageOf(winding));
+  }
+  void varied(int x, int y, int count, const float* windings) {
+    std::transform(windings, windings + count, plane_.row(y) + (x - plane_.box.left), coverageOf);
+  }
+
+ private:
+  Plane& plane_;
+};
+
+}  // namespace
+
+void RasterCanvas::Studio::begin(Bitmap& bitmap, const View& view) {
+  bitmap_ = &bitmap;
+  clearForReuse(saved_);
+  openLayers_ = 0;
+  state_ = {};
+  scale_ = view.scale;
+  const double s = view.scale;
+  const bool isUsableView = s > 0 && std::isfinite(s) && isUsable(view.origin);
+  state_.toDevice = {s, 0, 0, -s, -view.origin.x * s, bitmap.height() + view.origin.y * s};
+  state_.clip.box = isUsableView ? bitmap.bounds() : PixelRect{};
+}
+
+void RasterCanvas::Studio::saveState() { saved_.push_back(state_); }
+
+void RasterCanvas::Studio::restoreState() {
+  // What was saved before the innermost layer began comes back when it ends.
+  const std::size_t kept = openLayers_ ? layers_[openLayers_ - 1]->savedStates : 0;
+  if (saved_.size() <= kept) return;
+  state_ = std::move(saved_.back());
+  saved_.pop_back();
+}
+
+Surface RasterCanvas::Studio::surface() {
+  if (openLayers_ == 0) return {.bitmap = bitmap_};
+  return {.layer = &layers_[openLayers_ - 1]->pixels};
+}
+
+std::optional<RasterCanvas::Studio::CastShadow> RasterCanvas::Studio::castShadow() const {
+  const Shadow& shadow = state_.shadow;
+  if (!shadow.color) return std::nullopt;
+  CastShadow cast;
+  cast.color = premultiplied(*shadow.color, 1);
+  cast.dx = shadow.offset.width * scale_;
+  cast.dy = -shadow.offset.height * scale_;
+  const double deviation = shadow.blur * scale_ / 2;
+  cast.deviation = deviation > 0 ? std::min(deviation, largestDeviation) : 0;
+  // Farther than any picture is wide, it falls on nothing.
+  if (cast.color[3] == 0 || !(std::abs(cast.dx) < 1e6) || !(std::abs(cast.dy) < 1e6)) return std::nullopt;
+  return cast;
+}
+
+// Where a shape's pixels matter: in the clip, and where its shadow falls into the clip from.
+PixelRect RasterCanvas::Studio::neededBox(const std::optional<CastShadow>& shadow) const {
+  const PixelRect& clip = state_.clip.box;
+  if (!shadow || clip.isEmpty()) return clip;
+  const int reach = std::min(Blur::reach(shadow->deviation), farthestCast) + 1;
+  const int dx = int(std::floor(shadow->dx)), dy = int(std::floor(shadow->dy));
+  const PixelRect source{clip.left - dx - reach - 1, clip.top - dy - reach - 1, clip.right - dx + reach,
+                         clip.bottom - dy + reach};
+  return clip.united(source);
+}
+
+void RasterCanvas::Studio::flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible) {
+  Flattener<Polygons>({.visible = visible, .tolerance = chordTolerance, .areaTolerance = areaTolerance, .endStep = endStep},
+                      polygons_)
+      .add(path, transform);
+}
+
+void RasterCanvas::Studio::clip(CGRect rect) {
+  if (state_.clip.box.isEmpty()) return;
+  if (const auto upright = uprightRect(rect, state_.toDevice)) return state_.clip.intersectRect(*upright);
+  clip(Path::rect(rect), FillRule::NonZero);
+}
+
+void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
+  Clip& clip = state_.clip;
+  if (clip.box.isEmpty()) return;
+  if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice))
+    return clip.intersectRect(*rect);
+  polygons_.clear();
+  flatten(path, DeviceRect::of(clip.box));
+  const PixelRect covered = clip.box.intersected(polygons_.bounds().roundedOut());
+  if (covered.isEmpty()) return clip.makeEmpty();
+  clip.intersectShape({.polygons = polygons_, .rule = rule}, covered, coverage_, masks_);
+}
+
+void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
+  if (state_.clip.box.isEmpty() || leavesNoMark(state_.fillColor, state_.alpha, state_.blendMode)) return;
+  const Source color{.color = premultiplied(state_.fillColor, state_.alpha)};
+  const std::optional<CastShadow> shadow = castShadow();
+  if (!shadow && paintsColor(color)) {
+    if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color.color);
+  }
+  if (!shadow && replaceWholePixels(path, color.color)) return;
+  polygons_.clear();
+  flatten(path, DeviceRect::of(neededBox(shadow)));
+  paintPolygons({.polygons = polygons_, .rule = rule}, color, shadow);
+}
+
+// Every window begins its redraws with a clear ground: a rectangle of whole pixels, translucent, that replaces what is there.
+bool RasterCanvas::Studio::replaceWholePixels(const Path& path, Float4 color) {
+  if (state_.blendMode != BlendMode::Copy || openLayers_ > 0 || !state_.clip.isPlain()) return false;
+  const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice);
+  if (!rect) return false;
+  Clip filled = state_.clip;
+  filled.intersectRect(*rect);
+  if (!filled.isPlain()) return false;
+  std::uint32_t pixel = 0;
+  storeRow(&color, &pixel, 1);
+  for (int y = filled.box.top; y < filled.box.bottom; ++y)
+    std::fill_n(bitmap_->row(y) + filled.box.left, filled.box.width(), pixel);
+  return true;
+}
+
+// Row by row, with no need to work out coverage from sides.
+void RasterCanvas::Studio::fillRect(const DeviceRect& rect, Float4 color) {
+  const PixelRect box = rect.roundedOut().intersected(state_.clip.box);
+  if (box.isEmpty()) return;
+  // How much of a pixel lies between two edges.
+  const auto share = [](int pixel, double low, double high) {
+    return float(std::max(0.0, std::min(pixel + 1.0, high) - std::max(double(pixel), low)));
+  };
+  const int last = box.right - 1;
+  const float leftShare = share(box.left, rect.left, rect.right), rightShare = share(last, rect.left, rect.right);
+  const int from = leftShare < 1 ? box.left + 1 : box.left, to = rightShare < 1 ? last : box.right;
+  ColorPainter painter(*bitmap_, color);
+  for (int y = box.top; y < box.bottom; ++y) {
+    const float height = share(y, rect.top, rect.bottom);
+    if (from > box.left) painter.even(box.left, y, 1, height * leftShare);
+    if (from < to) painter.even(from, y, to - from, height);
+    if (to < box.right && last >= from) painter.even(last, y, 1, height * rightShare);
+  }
+}
+
+void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
+  if (state_.clip.box.isEmpty() || leavesNoMark(state_.strokeColor, state_.alpha, state_.blendMode)) return;
+  const std::optional<CastShadow> shadow = castShadow();
+  polygons_.clear();
+  stroker_.stroke(path, style, state_.toDevice, DeviceRect::of(neededBox(shadow)), polygons_);
+  paintPolygons({.polygons = polygons_}, {.color = premultiplied(state_.strokeColor, state_.alpha)}, shadow);
+}
+
+void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
+  if (state_.clip.box.isEmpty() || !ramp_.begin(gradient, state_.toDevice, state_.alpha)) return;
+  const std::optional<CastShadow> shadow = castShadow();
+  polygons_.clear();
+  flatten(path, DeviceRect::of(neededBox(shadow)));
+  paintPolygons({.polygons = polygons_, .rule = rule}, {.gradient = &ramp_}, shadow);
+}
+
+// True if nothing is wanted but a color on the bitmap's own pixels.
+bool RasterCanvas::Studio::paintsColor(const Source& source) const {
+  const bool isPlainMode =
+      state_.blendMode == BlendMode::Normal || (state_.blendMode == BlendMode::Copy && source.color[3] == 1);
+  return openLayers_ == 0 && source.isEven() && isPlainMode && state_.clip.isPlain();
+}
+
+void RasterCanvas::Studio::paintPolygons(CoverageBuffer::Shape shape, const Source& source,
+                                         const std::optional<CastShadow>& shadow) {
+  if (shadow) paintShadowOfPolygons(shape, source, *shadow);
+  const PixelRect whole = polygons_.bounds().roundedOut(), box = whole.intersected(state_.clip.box);
+  shape.liesInBox = box == whole;
+  if (paintsColor(source)) {
+    ColorPainter painter(*bitmap_, source.color);
+    if (!box.isEmpty()) coverage_.sweep(shape, box, painter);
+    return;
+  }
+  const Painting painting{surface(), source, state_.blendMode, state_.clip};
+  Painter painter(painting, box, painterMemory_);
+  if (painter.box().isEmpty()) return noteInLayer(shape, source, shadow);
+  if (!box.isEmpty()) coverage_.sweep(shape, box, painter);
+  painter.finish();
+  noteInLayer(shape, source, shadow);
+}
+
+void RasterCanvas::Studio::paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source,
+                                                 const CastShadow& shadow) {
+  // The shape itself is moved, not its pixels: an offset by a part of a pixel stays exact.
+  shape.moved = {shadow.dx, shadow.dy};
+  const int cell = Blur::cellSize(shadow.deviation), reach = Blur::reach(shadow.deviation);
+  shape.scale = 1.0 / cell;
+  const DeviceRect bounds = shape.polygons.bounds().moved(shadow.dx, shadow.dy);
+  const DeviceRect needed = bounds.intersected(DeviceRect::of(state_.clip.box.grown(reach)));
+  const PixelRect shaded = needed.grown(reach).roundedOut().intersected(state_.clip.box);
+  const PixelRect box = needed.scaled(shape.scale).roundedOut();
+  if (box.isEmpty() || shaded.isEmpty() || !cast_.begin(box)) return paintPlane(blurred_, Float4{});
+  PlaneWriter writer(cast_);
+  coverage_.sweep(shape, box, writer);
+  Float4 color = shadow.color;
+  if (source.gradient) {
+    for (int y = box.top; y < box.bottom; ++y) {
+      float* row = cast_.row(y);
+      for (int i = 0; i < box.width(); ++i) {
+        const double pixelX = (box.left + i + 0.5) * cell - 0.5, pixelY = (y + 0.5) * cell - 0.5;
+        row[i] *= source.gradient->colorAt(pixelX - shadow.dx, pixelY - shadow.dy)[3];
+      }
+    }
+  } else {
+    color *= splat(source.color[3]);
+  }
+  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, {.deviation = shadow.deviation})) return;
+  paintPlane(blurred_, color);
+}
+
+void RasterCanvas::Studio::noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
+                                       const std::optional<CastShadow>& shadow) {
+  if (openLayers_ == 0) return;
+  OpenLayer& layer = *layers_[openLayers_ - 1];
+  const bool isAlone = layer.operations++ == 0 && !shadow && source.isEven() &&
+                       state_.blendMode == BlendMode::Normal && state_.clip.box == layer.pixels.most() &&
+                       state_.clip.isPlain();
+  layer.shapeAlpha = isAlone ? source.color[3] : 0;
+  if (!isAlone) return;
+  layer.rule = shape.rule;
+  layer.shape = polygons_;
+}
+
+// The open layer, if there is one, holds something else than one shape.
+void RasterCanvas::Studio::noteMixtureInLayer() {
+  if (openLayers_ == 0) return;
+  ++layers_[openLayers_ - 1]->operations;
+  layers_[openLayers_ - 1]->shapeAlpha = 0;
+}
+
+// Paints one color by the coverage that the plane holds.
+void RasterCanvas::Studio::paintPlane(Plane& plane, Float4 color) {
+  const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
+  if (paintsColor({.color = color})) {
+    ColorPainter painter(*bitmap_, color);
+    for (int y = box.top; y < box.bottom; ++y) painter.varied(box.left, y, box.width(), plane.row(y));
+    return;
+  }
+  const Painting painting{surface(), {.color = color}, state_.blendMode, state_.clip};
+  Painter painter(painting, box, painterMemory_);
+  if (painter.box().isEmpty()) return;
+  for (int y = box.top; y < box.bottom; ++y) painter.varied(box.left, y, box.width(), plane.row(y));
+  painter.finish();
+}
+
+void RasterCanvas::Studio::beginLayer() {
+  saveState();
+  if (openLayers_ == layers_.size()) layers_.push_back(std::make_unique<OpenLayer>());
+  OpenLayer& layer = *layers_[openLayers_++];
+  deepestNest_ = std::max(deepestNest_, openLayers_);
+  layer.savedStates = saved_.size();
+  layer.operations = 0;
+  layer.shapeAlpha = 0;
+  // A layer that will not be seen need not be painted.
+  const bool isUnseen = !(state_.alpha > 0) && !isUnbounded(state_.blendMode) && state_.blendMode != BlendMode::Copy &&
+                        state_.blendMode != BlendMode::Clear;
+  const PixelRect most = isUnseen ? PixelRect{} : neededBox(castShadow());
+  layer.pixels.begin(most);
+  // The clip in force is applied once, when the layer is composited.
+  state_.clip = {.box = most};
+  state_.alpha = 1;
+  state_.blendMode = BlendMode::Normal;
+  state_.shadow = {};
+}
+
+void RasterCanvas::Studio::endLayer() {
+  if (openLayers_ == 0) return;
+  OpenLayer& layer = *layers_[--openLayers_];
+  saved_.resize(layer.savedStates);
+  state_ = std::move(saved_.back());
+  saved_.pop_back();
+  if (state_.clip.box.isEmpty()) return;
+
+  const double alpha = state_.alpha > 0 ? std::min(state_.alpha, 1.0) : 0;
+  if (const std::optional<CastShadow> shadow = castShadow()) {
+    if (layer.shapeAlpha > 0) {
+      const CoverageBuffer::Shape shape{.polygons = layer.shape, .rule = layer.rule};
+      paintShadowOfPolygons(shape, {.color = splat(layer.shapeAlpha * float(alpha))}, *shadow);
+    } else {
+      paintShadowOfLayer(layer.pixels, *shadow);
+    }
+  }
+  if (openLayers_ == 0) giveBackLayers();
+  noteMixtureInLayer();
+  const Source source{.layer = &layer.pixels, .layerAlpha = float(alpha)};
+  const Painting painting{surface(), source, state_.blendMode, state_.clip};
+  // A picture is as large as the clip, even where it is empty; but only these two operators can tell.
+  const bool showsEmptyParts = state_.blendMode == BlendMode::Copy || state_.blendMode == BlendMode::Clear;
+  const PixelRect& clip = state_.clip.box;
+  const PixelRect box = showsEmptyParts ? clip : layer.pixels.content().intersected(clip);
+  Painter painter(painting, box, painterMemory_);
+  if (painter.box().isEmpty()) return;
+  for (int y = box.top; y < box.bottom; ++y) painter.even(box.left, y, box.width(), 1);
+  painter.finish();
+}
+
+// Behind an outermost layer.
+void RasterCanvas::Studio::giveBackLayers() {
+  if (layers_.size() > mostLayersKept) layers_.resize(mostLayersKept);
+  if (++nests_ < nestsBetweenChecks) return;
+  layers_.resize(std::min(layers_.size(), deepestNest_));
+  nests_ = 0;
+  deepestNest_ = 1;
+}
+
+void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {
+  const PixelRect& content = layer.content();
+  const int cell = Blur::cellSize(shadow.deviation);
+  const DeviceRect fallen =
+      DeviceRect::of(content).moved(shadow.dx, shadow.dy).grown(Blur::reach(shadow.deviation) + 1);
+  const PixelRect shaded = content.isEmpty() ? PixelRect{} : fallen.roundedOut().intersected(state_.clip.box);
+  const PixelRect box = DeviceRect::of(content).scaled(1.0 / cell).roundedOut();
+  if (shaded.isEmpty() || !cast_.begin(box)) return paintPlane(blurred_, Float4{});
+  const float share = 1.0f / float(cell * cell);
+  const auto cellOf = [cell](int pixel) { return (pixel >= 0 ? pixel : pixel - cell + 1) / cell; };
+  for (int y = content.top; y < content.bottom; ++y) {
+    const Float4* pixels = layer.pixel(content.left, y);
+    float* row = cast_.row(cellOf(y));
+    for (int i = 0; i < content.width(); ++i)
+      row[cellOf(content.left + i) - box.left] += pixels[i][3] * share;
+  }
+  const Blur::Style style{.deviation = shadow.deviation, .dx = shadow.dx, .dy = shadow.dy};
+  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, style)) return;
+  const double alpha = state_.alpha > 0 ? std::min(state_.alpha, 1.0) : 0;
+  paintPlane(blurred_, shadow.color * splat(float(alpha)));
+}
+
+}  // namespace tessaluna::backend::raster

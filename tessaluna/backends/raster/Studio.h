@@ -1,0 +1,104 @@
+// The inside of a raster canvas: graphics states, open layers and working memory, and how an operation goes
+// through them. A shape becomes polygons in device pixels, these become coverage, first for its shadow and
+// then for itself, and a painter puts color where the coverage is.
+#pragma once
+
+#include "tessaluna/backends/raster/Blur.h"
+#include "tessaluna/backends/raster/ColorPainter.h"
+#include "tessaluna/backends/raster/GlyphCache.h"
+#include "tessaluna/backends/raster/Painter.h"
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/raster/Resampler.h"
+#include "tessaluna/backends/raster/Stroker.h"
+
+namespace tessaluna::backend::raster {
+
+class RasterCanvas::Studio {
+ public:
+  struct State {
+    CGAffineTransform toDevice;
+    Clip clip;
+    Color fillColor, strokeColor;
+    Shadow shadow;
+    double alpha = 1;
+    BlendMode blendMode = BlendMode::Normal;
+  };
+
+  void begin(Bitmap& bitmap, const View& view);
+  State& state() { return state_; }
+
+  void saveState();
+  void restoreState();
+  void clip(CGRect rect);
+  void clip(const Path& path, FillRule rule);
+  void beginLayer();
+  void endLayer();
+  void fill(const Path& path, FillRule rule);
+  void stroke(const Path& path, const StrokeStyle& style);
+  void fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient);
+  void drawGlyphs(const GlyphRun& run, CGPoint origin);
+  void drawImage(const ImagePixels& image, CGRect source, CGRect destination);
+
+ private:
+  struct OpenLayer {
+    Layer pixels;
+    std::size_t savedStates = 0;  // at its begin, with the state that it was begun in as the last
+    // The one shape that the layer holds, when it holds no more: its shadow can then be made from the shape
+    // itself.
+    int operations = 0;
+    Polygons shape;
+    FillRule rule = FillRule::NonZero;
+    float shapeAlpha = 0;  // 0 when the layer holds something else
+  };
+  // The state's shadow in device pixels.
+  struct CastShadow {
+    double dx = 0, dy = 0, deviation = 0;
+    Float4 color{};
+  };
+
+  Surface surface();
+  std::optional<CastShadow> castShadow() const;
+  PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
+  void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
+  void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
+  void fillGlyphs(const GlyphRun& run, CGPoint origin);
+  const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
+  void resample(const ImagePixels& image, const PixelRect& box, Layer& pixels);
+  static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source,
+                           const PixelRect& box, Layer& pixels);
+  void fillRect(const DeviceRect& rect, Float4 color);
+  bool replaceWholePixels(const Path& path, Float4 color);
+  bool paintsColor(const Source& source) const;
+  void paintPolygons(CoverageBuffer::Shape shape, const Source& source,
+                     const std::optional<CastShadow>& shadow);
+  void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
+  void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
+                   const std::optional<CastShadow>& shadow);
+  void giveBackLayers();
+  void noteMixtureInLayer();
+  void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
+  void paintPlane(Plane& plane, Float4 color);
+
+  Bitmap* bitmap_ = nullptr;
+  double scale_ = 1;
+  State state_;
+  std::vector<State> saved_;
+  std::vector<std::unique_ptr<OpenLayer>>
+      layers_;  // the first openLayers_ are in use, the rest keep their memory
+  std::size_t openLayers_ = 0;
+  std::size_t deepestNest_ = 1;  // of layers, since the last check of what is kept
+  int nests_ = 0;                // since then
+
+  Polygons polygons_;
+  Stroker stroker_;
+  CoverageBuffer coverage_;
+  GradientRamp ramp_;
+  Blur blur_;
+  Plane cast_, blurred_;
+  ClipMaskPool masks_;
+  GlyphCache glyphs_;
+  Resampler across_, down_;
+  Painter::Memory painterMemory_;
+};
+
+}  // namespace tessaluna::backend::raster

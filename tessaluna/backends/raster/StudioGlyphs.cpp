@@ -1,0 +1,141 @@
+#include "tessaluna/backends/raster/Studio.h"
+
+namespace tessaluna::backend::raster {
+
+namespace {
+
+class MaskWriter {
+ public:
+  explicit MaskWriter(GlyphMask& mask) : mask_(mask) {}
+  void even(int x, int y, int count, float winding) { std::fill_n(at(x, y), count, byteOf(winding)); }
+  void varied(int x, int y, int count, const float* windings) {
+    std::transform(windings, windings + count, at(x, y), byteOf);
+  }
+
+ private:
+  static std::uint8_t byteOf(float winding) { return std::uint8_t(coverageOf(winding) * 255 + 0.5f); }
+  std::uint8_t* at(int x, int y) {
+    return mask_.coverage.data() + std::size_t(y - mask_.box.top) * std::size_t(mask_.box.width()) +
+           (x - mask_.box.left);
+  }
+  GlyphMask& mask_;
+};
+
+// The scale of a transform under which text stands upright and undistorted; 0 for any other.
+double uprightScale(const CGAffineTransform& t) {
+  const bool isUpright = t.b == 0 && t.c == 0 && t.a > 0 && std::abs(t.a + t.d) <= 1e-9 * t.a;
+  return isUpright ? t.a : 0;
+}
+
+// The pixel's channels times factor / 255, rounded to the nearest.
+std::uint32_t scaled(std::uint32_t pixel, std::uint32_t factor) {
+  constexpr std::uint32_t everyOther = 0x00ff00ff, half = 0x00800080;
+  std::uint32_t even = (pixel & everyOther) * factor + half, odd = (pixel >> 8 & everyOther) * factor + half;
+  even = (even + (even >> 8 & everyOther)) >> 8 & everyOther;
+  odd = (odd + (odd >> 8 & everyOther)) & ~everyOther;
+  return even | odd;
+}
+
+// What most text needs, without the way through floats: one color over 8-bit pixels.
+void blendGlyph(const GlyphMask& mask, const PixelRect& box, const PixelRect& painted, std::uint32_t color,
+                Bitmap& bitmap) {
+  const bool isOpaque = color >> 24 == 255;
+  for (int y = painted.top; y < painted.bottom; ++y) {
+    const std::uint8_t* coverage = mask.coverage.data() +
+                                   std::size_t(y - box.top) * std::size_t(box.width()) + (painted.left - box.left);
+    std::uint32_t* pixels = bitmap.row(y) + painted.left;
+    for (int i = 0; i < painted.width(); ++i) {
+      if (coverage[i] == 0) continue;
+      if (coverage[i] == 255 && isOpaque) {
+        pixels[i] = color;
+        continue;
+      }
+      const std::uint32_t source = scaled(color, coverage[i]);
+      pixels[i] = source + scaled(pixels[i], 255 - (source >> 24));
+    }
+  }
+}
+
+}  // namespace
+
+void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
+  const PixelRect& clip = state_.clip.box;
+  if (clip.isEmpty() || !run.typeface) return;
+  const double scale = uprightScale(state_.toDevice);
+  // A shadow is that of the whole run, and a glyph that is turned or stretched is as good as any other shape.
+  if (scale == 0 || castShadow() || state_.blendMode != BlendMode::Normal) return fillGlyphs(run, origin);
+
+  const Source source{.color = premultiplied(state_.fillColor, state_.alpha)};
+  const Painting painting{surface(), source, state_.blendMode, state_.clip};
+  Bitmap* bitmap = state_.clip.isPlain() ? painting.surface.bitmap : nullptr;
+  std::uint32_t pixel = 0;
+  storeRow(&source.color, &pixel, 1);
+  for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+    const CGPoint place =
+        state_.toDevice.apply({origin.x + run.positions[i].x, origin.y + run.positions[i].y});
+    if (!(std::abs(place.x) < 1e8 && std::abs(place.y) < 1e8)) continue;
+    // The quarter that the place lies in, not the nearest, as other text on the desktop stands.
+    constexpr double noise = 1e-3;
+    const int quarters = int(std::floor(place.x * 4 + noise)), column = quarters >> 2;
+    const int row = int(std::floor(place.y + 0.5));
+    const GlyphMask* mask = maskOf({run.typeface.get(), run.glyphs[i], quarters & 3, scale}, run.typeface);
+    if (!mask) {
+      fillGlyphs({.typeface = run.typeface, .glyphs = {run.glyphs[i]}, .positions = {run.positions[i]}}, origin);
+      continue;
+    }
+    const PixelRect box{mask->box.left + column, mask->box.top + row, mask->box.right + column,
+                        mask->box.bottom + row};
+    const PixelRect inClip = box.intersected(clip);
+    if (inClip.isEmpty()) continue;
+    if (bitmap) {
+      blendGlyph(*mask, box, inClip, pixel, *bitmap);
+      continue;
+    }
+    Painter painter(painting, box, painterMemory_);
+    const PixelRect& painted = painter.box();
+    for (int y = painted.top; y < painted.bottom; ++y) {
+      const std::uint8_t* coverage = mask->coverage.data() + std::size_t(y - box.top) * std::size_t(box.width());
+      float windings[GlyphCache::mostMaskSide];
+      std::transform(coverage + (painted.left - box.left), coverage + (painted.right - box.left), windings,
+                     [](std::uint8_t value) { return float(value) * (1.0f / 255); });
+      painter.varied(painted.left, y, painted.width(), windings);
+    }
+    painter.finish();
+  }
+  noteMixtureInLayer();
+}
+
+// Null for a glyph too large to be kept.
+const GlyphMask* RasterCanvas::Studio::maskOf(const GlyphPlace& place,
+                                              const std::shared_ptr<const Typeface>& typeface) {
+  if (const GlyphMask* kept = glyphs_.find(place)) return kept;
+  const Path outline = typeface->outline(place.glyph);
+  const CGAffineTransform toPixels{place.scale, 0, 0, -place.scale, place.quarter * 0.25, 0};
+  const double most = GlyphCache::mostMaskSide;
+  const DeviceRect around{-most, -most, most, most};
+  polygons_.clear();
+  flatten(outline, toPixels, around);
+  GlyphMask mask;
+  mask.box = polygons_.bounds().roundedOut();
+  if (!mask.box.isEmpty()) {
+    if (mask.box.width() > GlyphCache::mostMaskSide || mask.box.height() > GlyphCache::mostMaskSide) return nullptr;
+    mask.coverage.assign(std::size_t(mask.box.width()) * std::size_t(mask.box.height()), 0);
+    MaskWriter writer(mask);
+    coverage_.sweep({.polygons = polygons_}, mask.box, writer);
+  }
+  return &glyphs_.keep(place, typeface, std::move(mask));
+}
+
+void RasterCanvas::Studio::fillGlyphs(const GlyphRun& run, CGPoint origin) {
+  const std::optional<CastShadow> shadow = castShadow();
+  const DeviceRect needed = DeviceRect::of(neededBox(shadow));
+  polygons_.clear();
+  for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+    const CGPoint place{origin.x + run.positions[i].x, origin.y + run.positions[i].y};
+    flatten(run.typeface->outline(run.glyphs[i]),
+            CGAffineTransform::translation(place.x, place.y).then(state_.toDevice), needed);
+  }
+  paintPolygons({.polygons = polygons_}, {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
+}
+
+}  // namespace tessaluna::backend::raster

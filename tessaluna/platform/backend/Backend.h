@@ -1,0 +1,133 @@
+// What a desktop brings: windows, screens, a clock, colors. A backend only translates; every rule stands above this seam.
+// Everything is called on the main thread.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "tessaluna/platform/backend/Canvas.h"
+#include "tessaluna/platform/backend/SystemColor.h"
+
+namespace tessaluna::platform {
+
+class NSView;
+class NSWindow;
+
+}  // namespace tessaluna::platform
+
+namespace tessaluna::backend {
+
+// Screen space: points, the origin at the lower left of the primary screen, y up.
+struct Screen {
+  CGRect frame;
+  CGRect visibleFrame;  // without panels and docks
+  double scale = 1;
+};
+
+enum class CursorShape { Arrow, PointingHand, IBeam, ResizeLeftRight, ResizeUpDown };
+
+// What a native window tells the window that it belongs to.
+class WindowClient {
+ public:
+  virtual ~WindowClient() = default;
+  virtual void nativeDisplay() = 0;                     // asked for by scheduleDisplay: paint what is dirty now
+  virtual void nativeFrameChanged(CGRect content) = 0;  // by the user or the desktop; the content's place on screen
+  virtual void nativeScaleChanged() = 0;
+  virtual void nativeKeyStatusChanged(bool isKey) = 0;
+  virtual void nativeCloseRequested() = 0;
+  // The window that the events of the native one name; absent while it goes.
+  virtual std::shared_ptr<platform::NSWindow> eventWindow() = 0;
+};
+
+enum class FocusStep { Next, Previous };
+
+// A window of the desktop. It keeps its picture: an expose copies it and asks for nothing.
+class NativeWindow {
+ public:
+  virtual ~NativeWindow() = default;
+  virtual void setFrame(CGRect content) = 0;  // screen space, without title bar
+  virtual void show() = 0;
+  virtual void hide() = 0;
+  virtual void raise() = 0;
+  virtual void requestKey() = 0;
+  virtual void setParent(NativeWindow* parent) = 0;  // stays above it; absent frees it
+  virtual void setTitle(const std::string& title) = 0;
+  virtual void setCursor(CursorShape shape) = 0;
+  virtual double scale() const = 0;  // device pixels for a point
+  virtual std::optional<Screen> screen() const = 0;
+
+  // nativeDisplay is called once, soon, however often this is asked.
+  virtual void scheduleDisplay() = 0;
+  // Opens the kept picture for painting; base space is the content, in points. The rectangles, in whole device pixels,
+  // are all that the painter changes; they are on screen afterwards.
+  virtual void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) = 0;
+
+  // What a program wants to know that has the window's views among widgets of its own. Others leave these as they are.
+  virtual void eventWasNotTaken() {}  // the key down or scroll that is being sent found nobody
+  virtual void firstResponderDidChange() {}
+  virtual void intrinsicContentSizeDidChange(platform::NSView&) {}
+  // What an input method knows of the text that takes the keys no longer holds: another text, another selection or place.
+  virtual void textInputDidChange() {}
+  // The text has let go of what was being composed in it.
+  virtual void discardMarkedText() {}
+  // Takes the keyboard focus on from the first responder, in the order of the program's widgets. False: the window goes
+  // along its key views.
+  virtual bool moveFocus(FocusStep) { return false; }
+};
+
+enum class WindowKind { Titled, Borderless, Popup };
+
+struct WindowOptions {
+  WindowKind kind = WindowKind::Titled;
+  CGRect content;
+  bool isOpaque = true;
+  bool hasShadow = true;
+  bool canBecomeKey = true;
+};
+
+struct MenuEntry {
+  std::string title;
+  bool isEnabled = true;
+  bool isChecked = false;
+  bool isSeparator = false;
+};
+
+class Backend {
+ public:
+  Backend();
+  virtual ~Backend();
+  Backend(const Backend&) = delete;
+  Backend& operator=(const Backend&) = delete;
+
+  // The one that lives now, or absent. Making a second one while a first lives stops the program.
+  static Backend* current();
+
+  virtual std::unique_ptr<NativeWindow> makeWindow(WindowClient& client, const WindowOptions& options) = 0;
+  virtual std::vector<Screen> screens() const = 0;  // the primary one first
+  virtual CGPoint mouseLocation() const = 0;        // screen space
+  virtual Color systemColor(SystemColor color) const { return defaultSystemColor(color); }
+
+  // Opens a menu for a window with its upper left corner at a point of the screen, and returns at once. `chosen` is called
+  // later, with the number of the entry, or absent if none was chosen.
+  virtual void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
+                         std::function<void(std::optional<std::size_t>)> chosen) = 0;
+
+  // The text that was copied last, here or elsewhere, in UTF-8; empty where there is none.
+  virtual std::string clipboardText() const = 0;
+  virtual void setClipboardText(const std::string& text) = 0;
+
+  virtual const TextEngine& textEngine() const = 0;
+  // The picture that the bytes hold; absent if they hold none, are cut off, or claim too many pixels.
+  virtual std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const = 0;
+
+  // The main queue, on this backend's clock.
+  virtual double now() const = 0;  // seconds since some moment
+  virtual void callAfter(double seconds, std::function<void()> block) = 0;
+};
+
+}  // namespace tessaluna::backend

@@ -1,0 +1,69 @@
+#include "tessaluna/platform/cells/NSButtonCell.h"
+
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/views/NSButton.h"
+
+namespace tessaluna::platform {
+
+namespace {
+
+// Between the title and the box, on each side.
+constexpr CGFloat titleMarginX = 10, titleMarginY = 4;
+
+}  // namespace
+
+const ClassInfo NSButtonCell::staticClassInfo{.name = "NSButtonCell", .base = &NSCell::staticClassInfo};
+
+NSButtonCell::NSButtonCell(NSCoder& coder) : NSCell(coder) {
+  setAlignment(NSTextAlignmentCenter);
+  if (const auto title = coder.decodeStringForKey("title")) setTitle(*title);
+  keyEquivalent_ = coder.decodeStringForKey("keyEquivalent").value_or("");
+  keyEquivalentModifierMask_ = static_cast<std::uint32_t>(coder.decodeIntegerForKey("keyEquivalentModifierMask"));
+  if (coder.decodeStringForKey("buttonType") == "toggle") buttonType_ = NSButtonType::Toggle;
+}
+
+void NSButtonCell::drawWithFrame(CGRect frame, NSView& view) {
+  constexpr CGFloat radius = 5;
+  const bool isDown = isHighlighted() || state() == NSControlStateValueOn;
+  const auto face = NSColor::controlColor()->blendedColorWithFraction(isDown ? 0.2 : 0, NSColor::blackColor());
+  const auto edge = NSColor::controlTextColor()->colorWithAlphaComponent(isEnabled() ? 0.35 : 0.15);
+  // Half a point inside, so that the outline of one point falls on whole points.
+  const auto box = NSBezierPath::bezierPathWithRoundedRect(NSInsetRect(frame, 0.5, 0.5), radius, radius);
+  face->setFill();
+  box->fill();
+  edge->setStroke();
+  box->stroke();
+  drawInteriorWithFrame(frame, view);
+}
+
+std::string NSButtonCell::accessibilityRole() const {
+  return std::string(buttonType_ == NSButtonType::Toggle ? NSAccessibilityCheckBoxRole : NSAccessibilityButtonRole);
+}
+
+AccessibilityValue NSButtonCell::accessibilityValue() const {
+  return buttonType_ == NSButtonType::Toggle ? AccessibilityValue(static_cast<double>(state())) : AccessibilityValue();
+}
+
+std::vector<std::string> NSButtonCell::accessibilityActionNames() const {
+  return {std::string(NSAccessibilityPressAction)};
+}
+
+void NSButtonCell::accessibilityPerformAction(std::string_view action) {
+  auto* button = dynamic_cast<NSButton*>(controlView());
+  if (action == NSAccessibilityPressAction && button) button->performClick(nullptr);
+}
+
+CGSize NSButtonCell::cellSize() const {
+  const CGSize text = NSCell::cellSize();
+  return {text.width + 2 * titleMarginX, text.height + 2 * titleMarginY};
+}
+
+void NSButtonCell::drawInteriorWithFrame(CGRect frame, NSView&) {
+  const auto title = attributedStringValue();
+  if (title->length() == 0) return;
+  const CGFloat height = title->size().height;
+  title->drawInRect({frame.origin.x, frame.origin.y + (frame.size.height - height) * 0.5, frame.size.width, height});
+}
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,47 @@
+// The look of a push button: a rounded box that darkens while it is pressed.
+#pragma once
+
+#include <string>
+
+#include "tessaluna/platform/cells/NSCell.h"
+
+namespace tessaluna::platform {
+
+enum class NSButtonType { MomentaryPushIn, Toggle };
+
+class NSButtonCell : public NSCell {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  NSButtonCell() { setAlignment(NSTextAlignmentCenter); }
+  // Keys besides the cell's: "title", "keyEquivalent", "keyEquivalentModifierMask", "buttonType" ("toggle").
+  explicit NSButtonCell(NSCoder& coder);
+
+  // The characters that press the button, and the modifiers that must be held with them; none if empty.
+  const std::string& keyEquivalent() const { return keyEquivalent_; }
+  void setKeyEquivalent(std::string characters) { keyEquivalent_ = std::move(characters); }
+  std::uint32_t keyEquivalentModifierMask() const { return keyEquivalentModifierMask_; }
+  void setKeyEquivalentModifierMask(std::uint32_t mask) { keyEquivalentModifierMask_ = mask; }
+  NSButtonType buttonType() const { return buttonType_; }
+  void setButtonType(NSButtonType type) { buttonType_ = type; }
+
+  CGSize cellSize() const override;
+  void drawWithFrame(CGRect frame, NSView& view) override;
+  void drawInteriorWithFrame(CGRect frame, NSView& view) override;
+
+  // One that toggles is a check box, whose value is its state. Pressing it is what a click does.
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override;
+  std::string accessibilityTitle() const override { return title(); }
+  AccessibilityValue accessibilityValue() const override;
+  std::vector<std::string> accessibilityActionNames() const override;
+  void accessibilityPerformAction(std::string_view action) override;
+
+ private:
+  std::string keyEquivalent_;
+  std::uint32_t keyEquivalentModifierMask_ = 0;
+  NSButtonType buttonType_ = NSButtonType::MomentaryPushIn;
+};
+
+}  // namespace tessaluna::platform

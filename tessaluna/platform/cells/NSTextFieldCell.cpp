@@ -1,0 +1,189 @@
+#include "tessaluna/platform/cells/NSTextFieldCell.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/views/NSClipView.h"
+#include "tessaluna/platform/views/NSControl.h"
+#include "tessaluna/platform/views/NSText.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+const ClassInfo NSTextFieldCell::staticClassInfo{.name = "NSTextFieldCell", .base = &NSCell::staticClassInfo};
+
+namespace {
+
+// Between the text and the cell's edge: beside every text, more beside one to write in, and around one in a frame.
+constexpr CGFloat sideMargin = 2, editableSideMargin = 4, bezelMargin = 3;
+
+CGFloat sideMarginOf(const NSTextFieldCell& cell) { return cell.isEditable() ? editableSideMargin : sideMargin; }
+
+}  // namespace
+
+NSTextFieldCell::NSTextFieldCell(NSCoder& coder) : NSCell(coder) {
+  isBezeled_ = coder.decodeBoolForKey("bezeled");
+  isEditable_ = coder.decodeBoolForKey("editable");
+  isSelectable_ = coder.decodeBoolForKey("selectable");
+  drawsBackground_ = coder.decodeBoolForKey("drawsBackground");
+  placeholder_ = coder.decodeStringForKey("placeholder").value_or("");
+}
+
+Ref<NSColor> NSTextFieldCell::plainTextColor() const {
+  // A color of one's own stays on any ground.
+  return textColor_ && isEnabled() ? textColor_ : NSCell::plainTextColor();
+}
+
+std::string NSTextFieldCell::accessibilityRole() const {
+  return std::string(isEditable_ ? NSAccessibilityTextFieldRole : NSAccessibilityStaticTextRole);
+}
+
+AccessibilityValue NSTextFieldCell::accessibilityValue() const {
+  const Ref<NSText> editor = this->editor();
+  return editor ? editor->string() : stringValue();
+}
+
+AccessibilityValue NSTextFieldCell::accessibilityAttributeValue(std::string_view attribute) const {
+  if (attribute == NSAccessibilityPlaceholderValueAttribute && !placeholder_.empty()) return placeholder_;
+  const Ref<NSText> editor = this->editor();
+  const auto text = [&] { return utf16FromUtf8(editor ? editor->string() : stringValue()); };
+  if (attribute == NSAccessibilityNumberOfCharactersAttribute) return static_cast<double>(text().size());
+  if (editor) {
+    const NSRange selected = editor->selectedRange();
+    if (attribute == NSAccessibilitySelectedTextRangeAttribute) return selected;
+    if (attribute == NSAccessibilitySelectedTextAttribute)
+      return utf8FromUtf16(text().substr(selected.location, selected.length));
+    if (attribute == NSAccessibilityInsertionPointLineNumberAttribute) return 0.0;  // an edited text has one line
+  }
+  return NSCell::accessibilityAttributeValue(attribute);
+}
+
+bool NSTextFieldCell::accessibilityIsAttributeSettable(std::string_view attribute) const {
+  if (attribute == NSAccessibilitySelectedTextRangeAttribute) return editor() != nullptr;
+  if (attribute == NSAccessibilityValueAttribute) return isEditable_ && isEnabled();
+  return NSCell::accessibilityIsAttributeSettable(attribute);
+}
+
+void NSTextFieldCell::accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) {
+  if (forAttribute == NSAccessibilitySelectedTextRangeAttribute) {
+    const auto* range = value.as<NSRange>();
+    if (const Ref<NSText> editor = this->editor(); editor && range) editor->setSelectedRange(*range);
+    return;
+  }
+  if (forAttribute != NSAccessibilityValueAttribute) return NSCell::accessibilitySetValue(value, forAttribute);
+  const auto* text = value.as<std::string>();
+  if (!text || !accessibilityIsAttributeSettable(forAttribute)) return;
+  if (auto* control = dynamic_cast<NSControl*>(controlView())) control->setStringValue(*text);
+  else setStringValue(*text);
+}
+
+CGSize NSTextFieldCell::cellSize() const {
+  const CGSize text = NSCell::cellSize();
+  const CGFloat margin = isBezeled_ ? bezelMargin : 0;
+  return {text.width + 2 * (sideMarginOf(*this) + margin), text.height + 2 * margin};
+}
+
+CGRect NSTextFieldCell::drawingRectForBounds(CGRect bounds) const {
+  const CGFloat margin = isBezeled_ ? bezelMargin : 0;
+  const CGRect inside = NSInsetRect(bounds, sideMarginOf(*this) + margin, margin);
+  if (!isEditable_) return inside;
+  // What is edited is one line, and stands in the middle.
+  const CGFloat spare = std::floor((inside.size.height - NSAttributedString("x", plainAttributes()).size().height) / 2);
+  return NSInsetRect(inside, 0, std::max(spare, 0.0));
+}
+
+void NSTextFieldCell::placeEditor(CGRect frame, NSView& view, const Ref<NSText>& editor,
+                                  const Ref<NSTextDelegate>& delegate) {
+  const CGRect box = drawingRectForBounds(frame);
+  const auto clip = make<NSClipView>(box);
+  clip->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+  view.addSubview(clip);
+  editor->setFrame({{0, 0}, box.size});
+  editor->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+  clip->setDocumentView(editor);
+  editor_ = editor;
+  const Ref<NSText> ready = setUpFieldEditorAttributes(editor);
+  ready->setString(stringValue());
+  ready->setDelegate(delegate);
+  view.setNeedsDisplay(true);
+}
+
+void NSTextFieldCell::selectWithFrame(CGRect frame, NSView& view, const Ref<NSText>& editor,
+                                      const Ref<NSTextDelegate>& delegate, std::size_t start, std::size_t length) {
+  placeEditor(frame, view, editor, delegate);
+  if (view.window()) view.window()->makeFirstResponder(editor.get());
+  editor->setSelectedRange({start, length});
+}
+
+void NSTextFieldCell::editWithFrame(CGRect frame, NSView& view, const Ref<NSText>& editor,
+                                    const Ref<NSTextDelegate>& delegate, const Ref<NSEvent>& event) {
+  placeEditor(frame, view, editor, delegate);
+  if (view.window()) view.window()->makeFirstResponder(editor.get());
+  if (event && event->type() == NSEventType::LeftMouseDown) editor->mouseDown(event);
+}
+
+Ref<NSText> NSTextFieldCell::setUpFieldEditorAttributes(const Ref<NSText>& editor) {
+  const NSAttributes attributes = attributesOfText();
+  editor->setFont(attributeObject<NSFont>(attributes, NSFontAttributeName));
+  editor->setTextColor(attributeObject<NSColor>(attributes, NSForegroundColorAttributeName));
+  const auto style = attributeObject<NSParagraphStyle>(attributes, NSParagraphStyleAttributeName);
+  editor->setAlignment(style ? style->alignment() : alignment());
+  editor->setEditable(isEditable() && isEnabled());
+  editor->setSelectable(isSelectable() && isEnabled());
+  return editor;
+}
+
+void NSTextFieldCell::endEditing(const Ref<NSText>& editor) {
+  editor_.reset();
+  editor->setDelegate(nullptr);
+  const auto clip = editor->superview() ? refTo(*editor->superview()) : nullptr;
+  if (clip) clip->removeFromSuperview();
+  editor->removeFromSuperview();
+  if (controlView()) controlView()->setNeedsDisplay(true);
+}
+
+// One that is still here after its window has gone edits nothing.
+Ref<NSText> NSTextFieldCell::editor() const {
+  Ref<NSText> editor = editor_.lock();
+  return editor && editor->delegate() ? editor : nullptr;
+}
+
+// As the text's first character stands.
+NSAttributes NSTextFieldCell::attributesOfText() const {
+  const auto text = attributedStringValue();
+  return text->length() > 0 ? text->attributesAtIndex(0) : plainAttributes();
+}
+
+void NSTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {
+  if (drawsBackground_ || isBezeled_) {
+    (backgroundColor_ ? backgroundColor_ : NSColor::controlBackgroundColor())->setFill();
+    NSRectFillUsingOperation(frame, NSCompositingOperationSourceOver);
+  }
+  if (isBezeled_) {
+    const auto edge = NSBezierPath::bezierPathWithRect(NSInsetRect(frame, 0.5, 0.5));
+    NSColor::controlTextColor()->colorWithAlphaComponent(0.3)->setStroke();
+    edge->stroke();
+  }
+  drawInteriorWithFrame(frame, view);
+}
+
+void NSTextFieldCell::drawInteriorWithFrame(CGRect frame, NSView&) {
+  const CGRect box = titleRectForBounds(frame);
+  const Ref<NSText> editor = this->editor();
+  const auto text = attributedStringValue();
+  if (editor ? !editor->string().empty() : text->length() > 0) {
+    if (!editor) text->drawInRect(box);
+  } else if (!placeholder_.empty()) {
+    NSAttributes attributes = plainAttributes();
+    attributes[NSForegroundColorAttributeName] = NSColor::disabledControlTextColor();
+    NSAttributedString(std::string_view(placeholder_), attributes).drawInRect(box);
+  }
+}
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,115 @@
+#include "tessaluna/platform/events/PointerTracking.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+namespace {
+
+using Handler = void (NSResponder::*)(const Ref<NSEvent>&);
+
+void send(const Ref<NSTrackingArea>& area, NSEventType type, Handler handler, const Ref<NSEvent>& cause) {
+  const Ref<NSResponder> owner = area->owner();
+  if (!owner) return;
+  NSEvent::Fields fields = cause->fields();
+  fields.type = type;
+  fields.trackingArea = area;
+  (owner.get()->*handler)(make<NSEvent>(std::move(fields)));
+}
+
+bool stillHas(const NSView& view, const Ref<NSTrackingArea>& area) {
+  const auto& areas = view.trackingAreas();
+  return std::find(areas.begin(), areas.end(), area) != areas.end();
+}
+
+}  // namespace
+
+bool PointerTracking::isActive(const NSTrackingArea& area, const NSView& view) const {
+  const std::uint32_t options = area.options();
+  if (options & NSTrackingActiveAlways) return true;
+  if (options & NSTrackingActiveInActiveApp) return NSApp && NSApp->isActive();
+  if (options & NSTrackingActiveInKeyWindow) return window_.isKeyWindow();
+  if (options & NSTrackingActiveWhenFirstResponder) return window_.firstResponder() == &view;
+  return false;
+}
+
+void PointerTracking::collect(const Ref<NSView>& view, CGPoint inSuperview, std::vector<Place>& places) const {
+  if (view->isHidden()) return;
+  const CGPoint point = view->transformToSuperview().inverted()->apply(inSuperview);
+  // Nothing of a view shows outside its bounds, and so no area of it or below it reaches there.
+  if (!NSPointInRect(point, view->bounds())) return;
+  for (const Ref<NSTrackingArea>& area : view->trackingAreas()) {
+    const bool isInside = (area->options() & NSTrackingInVisibleRect) || NSPointInRect(point, area->rect());
+    if (isInside && isActive(*area, *view)) places.push_back({view, area});
+  }
+  for (const Ref<NSView>& subview : view->subviews()) collect(subview, point, places);
+}
+
+void PointerTracking::sendExits(const Ref<NSEvent>& event, const std::vector<Place>& staying) {
+  std::vector<Entered> left;
+  std::erase_if(entered_, [&](const Entered& entered) {
+    const Place place{entered.view.lock(), entered.area.lock()};
+    if (std::find(staying.begin(), staying.end(), place) != staying.end()) return false;
+    left.push_back(entered);
+    return true;
+  });
+  for (const Entered& entered : left) {
+    const Ref<NSView> view = entered.view.lock();
+    const Ref<NSTrackingArea> area = entered.area.lock();
+    if (view && area && stillHas(*view, area))
+      send(area, NSEventType::MouseExited, &NSResponder::mouseExited, event);
+  }
+}
+
+void PointerTracking::pointerMoved(const Ref<NSEvent>& event, bool isButtonDown) {
+  std::vector<Place> places;
+  if (window_.contentView()) collect(window_.contentView(), event->locationInWindow(), places);
+  sendExits(event, places);
+  // A handler before may have taken an area away, or its view.
+  const auto isThere = [&](const Place& place) {
+    return place.view->window() == &window_ && stillHas(*place.view, place.area);
+  };
+  for (const Place& place : places) {
+    const std::uint32_t options = place.area->options();
+    const bool isWanted = (options & NSTrackingMouseEnteredAndExited) &&
+                          (!isButtonDown || (options & NSTrackingEnabledDuringMouseDrag));
+    const bool isEntered = std::any_of(entered_.begin(), entered_.end(), [&](const Entered& entered) {
+      return entered.area.lock() == place.area && entered.view.lock() == place.view;
+    });
+    if (!isWanted || isEntered || !isThere(place)) continue;
+    entered_.push_back({place.view, place.area});
+    send(place.area, NSEventType::MouseEntered, &NSResponder::mouseEntered, event);
+  }
+  const bool endsDrag = !isButtonDown && std::exchange(hasDragged_, false);
+  if (isButtonDown) hasDragged_ = true;
+  if (event->type() == NSEventType::MouseMoved || endsDrag)
+    for (const Place& place : places)
+      if ((place.area->options() & NSTrackingMouseMoved) && isThere(place))
+        send(place.area, NSEventType::MouseMoved, &NSResponder::mouseMoved, event);
+  if (!isButtonDown) updateCursor(event->locationInWindow());
+}
+
+void PointerTracking::pointerLeft(const Ref<NSEvent>& event) { sendExits(event, {}); }
+
+void PointerTracking::updateCursor(CGPoint point) {
+  if (!window_.contentView() || !window_.nativeWindow()) return;
+  window_.resetCursorRects();
+  Ref<NSCursor> cursor = NSCursor::arrowCursor();
+  // The frontmost view under the pointer decides; where it has no rectangle, what is behind it does.
+  for (const NSView* view = window_.contentView()->hitTest(point); view; view = view->superview()) {
+    if (Ref<NSCursor> found = view->cursorAt(view->convertPointFromView(point, nullptr))) {
+      cursor = std::move(found);
+      break;
+    }
+  }
+  window_.nativeWindow()->setCursor(cursor->shape());
+}
+
+}  // namespace tessaluna::platform

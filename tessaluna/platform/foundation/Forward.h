@@ -1,0 +1,13 @@
+// Names of the foundation, for headers that only pass them on.
+#pragma once
+
+namespace tessaluna::platform {
+
+class NSCoder;
+class NSNotification;
+class NSNotificationCenter;
+class NSObject;
+struct ClassInfo;
+struct Selector;
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,46 @@
+#include "tessaluna/platform/foundation/NSUndoManager.h"
+
+#include <utility>
+
+namespace tessaluna::platform {
+
+const ClassInfo NSUndoManager::staticClassInfo{.name = "NSUndoManager", .base = &NSObject::staticClassInfo};
+
+void NSUndoManager::registerUndo(std::function<void()> action) {
+  if (state_ == State::Resting) redo_.clear();
+  group_.push_back(std::move(action));
+  if (depth_ == 0) {
+    ++depth_;
+    endUndoGrouping();
+  }
+}
+
+void NSUndoManager::beginUndoGrouping() { ++depth_; }
+
+void NSUndoManager::endUndoGrouping() {
+  if (depth_ == 0 || --depth_ > 0 || group_.empty()) return;
+  (state_ == State::Undoing ? redo_ : undo_).push_back(std::exchange(group_, {}));
+}
+
+void NSUndoManager::undo() { perform(undo_, State::Undoing); }
+void NSUndoManager::redo() { perform(redo_, State::Redoing); }
+
+void NSUndoManager::perform(std::vector<Step>& steps, State state) {
+  if (steps.empty() || state_ != State::Resting || depth_ > 0) return;
+  const Ref<NSObject> held = shared_from_this();
+  const Step step = std::move(steps.back());
+  steps.pop_back();
+  state_ = state;
+  beginUndoGrouping();
+  for (auto action = step.rbegin(); action != step.rend(); ++action) (*action)();
+  endUndoGrouping();
+  state_ = State::Resting;
+}
+
+void NSUndoManager::removeAllActions() {
+  undo_.clear();
+  redo_.clear();
+  group_.clear();
+}
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,51 @@
+// An interface file: objects that are made together and connected with each other and with an owner. It is a JSON document,
+// or a function of the program; either is registered under a name.
+//
+//   {"owner": {"view": "row", "labelTextField": "label"},
+//    "objects": [{"id": "row", "class": "TessalunaUIKit.HighlightingView", "frame": [0, 0, 200, 24],
+//                 "subviews": [{"id": "label", "class": "NSTextField", "frame": [4, 2, 192, 20],
+//                               "cell": {"class": "NSTextFieldCell", "fontSize": 13}}]}]}
+//
+// Of each object: "class", and the keys that its class reads from a coder; "id", by which others name it; "outlets", from
+// a member's name to an id or "owner"; "properties", from a member's name to a bool, a number or a text; "subviews" of a
+// view, "contentView" of a window, "documentView" of a scroll view. "owner" at the top holds the outlets of the owner.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tessaluna/platform/foundation/NSObject.h"
+
+namespace tessaluna::platform {
+
+class NSNib : public NSObject {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  // Makes the objects, sets the owner's outlets itself, and returns the one at the top.
+  using Factory = std::function<Ref<NSObject>(NSObject& owner)>;
+  explicit NSNib(std::string_view json);
+  explicit NSNib(Factory factory);
+
+  // A later one of the same name takes the earlier one's place. The document is read at once.
+  static void registerDocument(std::string name, std::string_view json);
+  static void registerFactory(std::string name, Factory factory);
+  static Ref<NSNib> nibNamed(std::string_view name);  // absent if there is none
+
+  // First the objects, then all outlets, then awakeFromNib on each in the order in which they stand, the owner last. With
+  // an error nothing is to be used: some outlets may be connected, and nothing was awakened.
+  struct Contents {
+    std::vector<Ref<NSObject>> topLevelObjects;
+    std::optional<std::string> error;  // what is wrong with the document, and where
+  };
+  Contents instantiateWithOwner(const Ref<NSObject>& owner) const;
+
+ private:
+  std::optional<NSCoder> document_;
+  Factory factory_;
+};
+
+}  // namespace tessaluna::platform

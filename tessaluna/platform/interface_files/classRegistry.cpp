@@ -1,0 +1,49 @@
+#include "tessaluna/platform/interface_files/classRegistry.h"
+
+#include <map>
+#include <string>
+
+#include "tessaluna/platform/cells/NSButtonCell.h"
+#include "tessaluna/platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/views/NSImageView.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+namespace {
+
+using Registry = std::map<std::string, ClassFactory, std::less<>>;
+
+template <class... Classes>
+Registry registryOf() {
+  Registry result;
+  (result.emplace(Classes::staticClassInfo.name,
+                  [](NSCoder& coder) -> Ref<NSObject> { return make<Classes>(coder); }),
+   ...);
+  return result;
+}
+
+Registry& registry() {
+  static Registry classes = registryOf<NSView, NSWindow, NSControl, NSButton, NSTextField, NSImageView, NSScrollView,
+                                       NSTableView, NSCell, NSButtonCell, NSTextFieldCell>();
+  return classes;
+}
+
+}  // namespace
+
+void registerClass(std::string_view name, ClassFactory factory) { registry().insert_or_assign(std::string(name), factory); }
+
+Ref<NSObject> makeObjectOfClass(std::string_view name, NSCoder& coder) {
+  const auto found = registry().find(name);
+  if (found == registry().end()) {
+    coder.fail("unknown class \"" + std::string(name) + "\"");
+    return nullptr;
+  }
+  return found->second(coder);
+}
+
+}  // namespace tessaluna::platform

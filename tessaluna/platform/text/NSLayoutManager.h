@@ -1,0 +1,67 @@
+// Which character of a text stands where in its container. A glyph here is what one UTF-16 unit shows: ranges of glyphs
+// and of characters are the same. Coordinates are the container's, from its upper left corner, y down. Both directions and
+// font fallback are the text engine's. The lines are kept until the text or the container changes.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "tessaluna/platform/text/NSTextContainer.h"
+#include "tessaluna/platform/text/NSTextStorage.h"
+#include "tessaluna/platform/text/TextLayout.h"
+
+namespace tessaluna::platform {
+
+class NSLayoutManager : public NSObject {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  NSLayoutManager(Ref<NSTextStorage> storage, Ref<NSTextContainer> container)
+      : storage_(std::move(storage)), container_(std::move(container)) {}
+
+  const Ref<NSTextStorage>& textStorage() const { return storage_; }
+  const Ref<NSTextContainer>& textContainer() const { return container_; }
+  // How a text without characters would look: it is one line high in them.
+  void setAttributesOfNothing(NSAttributes attributes);
+
+  // The text as it stands now, until the next change. Its coordinates are the container's without the padding.
+  const TextLayout& layout() const;
+  // The engine's fonts may be others than before: the lines are set anew.
+  void invalidateLayout() { kept_.reset(); }
+  CGRect usedRectForTextContainer(const NSTextContainer& container) const;
+
+  // The character whose box holds the point, or the nearest one; how far into the box the point lies, from 0 to 1 in the
+  // direction of the text.
+  std::size_t characterIndexForPoint(CGPoint point, const NSTextContainer& inTextContainer,
+                                     CGFloat* fractionOfDistanceBetweenInsertionPoints) const;
+  // The caret place nearest to the point.
+  std::size_t insertionIndexForPoint(CGPoint point) const;
+  CGRect caretRectForIndex(std::size_t index) const;
+
+  NSRange glyphRangeForCharacterRange(NSRange range, NSRange* actualCharacterRange) const;
+  // One rectangle or more a line; the selected range is not looked at. The block sets `stop` to end it.
+  void enumerateEnclosingRectsForGlyphRange(NSRange range, NSRange withinSelectedGlyphRange,
+                                            const NSTextContainer& inTextContainer,
+                                            const std::function<void(CGRect, bool& stop)>& block) const;
+  std::vector<CGRect> rectArrayForGlyphRange(NSRange range, NSRange withinSelectedGlyphRange,
+                                             const NSTextContainer& inTextContainer) const;
+  CGRect boundingRectForGlyphRange(NSRange range, const NSTextContainer& inTextContainer) const;
+
+ private:
+  Ref<NSTextStorage> storage_;
+  Ref<NSTextContainer> container_;
+  NSAttributes attributesOfNothing_;
+  // What the lines were set from.
+  struct Setting {
+    std::size_t editCount = 0;
+    CGFloat width = 0;
+    bool wrapsLines = true;
+    friend bool operator==(const Setting&, const Setting&) = default;
+  };
+  mutable std::optional<TextLayout> kept_;
+  mutable Setting keptFor_;
+};
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,355 @@
+#include "tessaluna/platform/text/TextLayout.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/unicode.h"
+
+namespace tessaluna::platform {
+
+namespace {
+
+constexpr char16_t ellipsis = 0x2026;
+
+// A width that went through a few sums and differences still holds the text that it was measured for.
+constexpr CGFloat noise = 1e-6;
+
+backend::FontDescription fontOf(const NSAttributes& attributes) {
+  const auto font = attributeObject<NSFont>(attributes, NSFontAttributeName);
+  return font ? font->description() : backend::FontDescription{.family = "", .size = NSFont::systemFontSize()};
+}
+
+Ref<NSParagraphStyle> styleOf(const NSAttributes& attributes) {
+  auto style = attributeObject<NSParagraphStyle>(attributes, NSParagraphStyleAttributeName);
+  return style ? style : NSParagraphStyle::defaultParagraphStyle();
+}
+
+std::shared_ptr<const backend::ShapedLine> shape(const NSAttributedString& text) {
+  std::vector<backend::FontSpan> spans;
+  spans.reserve(text.runs().size());
+  for (const NSAttributedString::Run& run : text.runs()) spans.push_back({fontOf(run.attributes), run.length});
+  return textEngine().shape(text.text(), spans);
+}
+
+bool isBlank(char16_t unit) { return unit == ' ' || unit == '\t'; }
+
+struct Shortened {
+  Ref<NSAttributedString> shown;
+  NSRange leftOut;
+};
+
+// What is left of a text that keeps so many of its characters, at its head, its tail or both, and "…" for the rest.
+Shortened shortened(const NSAttributedString& text, const std::vector<std::size_t>& borders, std::size_t kept,
+                    NSLineBreakMode mode) {
+  const std::size_t count = borders.size() - 1;
+  const std::size_t head = mode == NSLineBreakByTruncatingTail   ? kept
+                           : mode == NSLineBreakByTruncatingHead ? 0
+                                                                 : (kept + 1) / 2;
+  const std::size_t tailStart = borders[count - (kept - head)];
+  const auto result = make<NSMutableAttributedString>();
+  result->appendAttributedString(*text.attributedSubstring({0, borders[head]}));
+  const NSAttributes& around = text.attributesAtIndex(head > 0 ? borders[head - 1] : 0);
+  result->appendAttributedString(NSAttributedString(std::u16string(1, ellipsis), around));
+  result->appendAttributedString(*text.attributedSubstring({tailStart, text.length() - tailStart}));
+  return {result, {borders[head], tailStart - borders[head]}};
+}
+
+// The most characters that fit beside the ellipsis; the ellipsis alone stays even where it does not fit.
+Shortened shortenedToWidth(const NSAttributedString& text, CGFloat width, NSLineBreakMode mode) {
+  const std::vector<std::size_t> borders = characterBorders(text.text());
+  std::size_t low = 0, high = borders.size() - 1;
+  while (low < high) {
+    const std::size_t middle = (low + high + 1) / 2;
+    if (shape(*shortened(text, borders, middle, mode).shown)->advance <= width + noise) low = middle;
+    else high = middle - 1;
+  }
+  return shortened(text, borders, low, mode);
+}
+
+}  // namespace
+
+TextLayout::TextLayout(const NSAttributedString& text, Options options) : width_(options.width) {
+  const std::u16string& units = text.text();
+  std::size_t start = 0;
+  while (true) {
+    std::size_t end = start;
+    while (end < units.size() && !isLineEnd(units[end])) ++end;
+    const bool isLast = end == units.size();
+    std::size_t next = isLast ? end : end + 1;
+    if (next < units.size() && units[end] == '\r' && units[next] == '\n') ++next;
+    addParagraph(text, {start, end - start}, next, options);
+    if (isLast) break;
+    start = next;
+  }
+  place();
+}
+
+void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd,
+                              const Options& options) {
+  const bool isWhole = range.location == 0 && range.length == text.length();
+  const Ref<NSAttributedString> paragraph =
+      isWhole ? text.mutableCopy() : text.attributedSubstring(range);
+  // A paragraph without characters stands as the line's end behind it says, and the last one as that before it.
+  static const NSAttributes none;
+  const NSAttributes& attributes =
+      text.length() > 0             ? text.attributesAtIndex(std::min(range.location, text.length() - 1))
+      : options.attributesOfNothing ? *options.attributesOfNothing
+                                    : none;
+  const Ref<NSParagraphStyle> style = styleOf(attributes);
+  const NSLineBreakMode mode = style->lineBreakMode();
+
+  auto shaped = shape(*paragraph);
+  Line line;
+  line.start = range.location;
+  line.length = lineEnd - range.location;
+  if (paragraph->length() == 0) line.metrics = textEngine().metrics(fontOf(attributes));
+  if (paragraph->length() == 0 || shaped->advance <= width_ + noise || !options.wrapsLines ||
+      mode == NSLineBreakByClipping) {
+    line.isCut = options.wrapsLines && shaped->advance > width_ + noise;
+    line.shown = paragraph;
+    line.shaped = std::move(shaped);
+    addLine(std::move(line));
+  } else if (wraps(mode)) {
+    addWrapped(paragraph, range.location, lineEnd, mode);
+  } else {
+    Shortened result = shortenedToWidth(*paragraph, width_, mode);
+    line.leftOut = result.leftOut;
+    line.shaped = shape(*result.shown);
+    line.shown = std::move(result.shown);
+    addLine(std::move(line));
+  }
+  alignments_.resize(lines_.size(), style->alignment());
+}
+
+void TextLayout::addWrapped(const Ref<NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd,
+                            NSLineBreakMode mode) {
+  const std::u16string& units = paragraph->text();
+  const std::vector<std::size_t> breaks =
+      mode == NSLineBreakByCharWrapping ? characterBorders(units) : textEngine().breakOpportunities(units);
+  const auto whole = shape(*paragraph);
+  const std::vector<backend::TextCluster>& clusters = whole->clusters;
+  std::size_t from = 0, firstCluster = 0;
+  while (from < units.size()) {
+    // Widths of the whole paragraph's clusters stand in for those of the line: kerning across a break is not counted. Blanks
+    // at a line's end may hang over.
+    std::size_t fitting = from;
+    CGFloat width = 0;
+    for (std::size_t i = firstCluster; i < clusters.size(); ++i) {
+      width += clusters[i].right - clusters[i].left;
+      if (width > width_ + noise && !isBlank(units[clusters[i].start])) break;
+      fitting = clusters[i].start + clusters[i].length;
+    }
+    std::size_t breakAt = fitting;
+    if (fitting < units.size()) {
+      // At the last word that fits; where none does, within one, and of that at least a character.
+      const auto behind = std::upper_bound(breaks.begin(), breaks.end(), fitting);
+      if (behind != breaks.begin() && *std::prev(behind) > from) breakAt = *std::prev(behind);
+      else if (fitting == from) breakAt = clusters[firstCluster].start + clusters[firstCluster].length;
+    }
+    const bool isLast = breakAt >= units.size();
+    std::size_t shownEnd = breakAt;
+    if (!isLast || width > width_ + noise)
+      while (shownEnd > from && isBlank(units[shownEnd - 1])) --shownEnd;
+
+    Line line;
+    line.start = start + from;
+    line.length = (isLast ? lineEnd : start + breakAt) - line.start;
+    line.shown = paragraph->attributedSubstring({from, shownEnd - from});
+    line.shaped = shape(*line.shown);
+    if (shownEnd == from) line.metrics = textEngine().metrics(fontOf(paragraph->attributesAtIndex(from)));
+    addLine(std::move(line));
+    from = breakAt;
+    while (firstCluster < clusters.size() && clusters[firstCluster].start < from) ++firstCluster;
+  }
+}
+
+void TextLayout::addLine(Line line) {
+  if (line.shown->length() > 0) line.metrics = line.shaped->metrics;
+  lines_.push_back(std::move(line));
+}
+
+NSRange TextLayout::Line::rangeOf(const backend::TextCluster& cluster) const {
+  if (leftOut.length == 0 || cluster.start < leftOut.location) return {start + cluster.start, cluster.length};
+  if (cluster.start == leftOut.location) return {start + leftOut.location, leftOut.length};
+  return {start + cluster.start - 1 + leftOut.length, cluster.length};  // the "…" is one unit
+}
+
+void TextLayout::place() {
+  CGFloat y = 0;
+  for (std::size_t i = 0; i < lines_.size(); ++i) {
+    Line& line = lines_[i];
+    line.y = y;
+    line.baseline = y + line.metrics.ascent;
+    y += line.height();
+    const CGFloat spare = width_ - line.shaped->advance;
+    // A text too long for its width starts at the left whatever its alignment.
+    if (std::isfinite(spare) && spare > 0) {
+      if (alignments_[i] == NSTextAlignmentCenter) line.x = spare * 0.5;
+      if (alignments_[i] == NSTextAlignmentRight) line.x = spare;
+    }
+    size_.width = std::max(size_.width, line.isCut ? std::max(0.0, width_) : line.shaped->advance);
+  }
+  size_.height = y;
+}
+
+void TextLayout::drawInRect(CGRect rect) const {
+  const Ref<NSGraphicsContext> graphics = NSGraphicsContext::currentContext();
+  if (!graphics) return;
+  CGContext& context = graphics->CGContext();
+  const GraphicsStateScope state(context);
+  for (const Line& line : lines_) {
+    if (line.y > 0 && line.y >= rect.size.height - noise) break;
+    // The line in a space of its own, with the origin at its start on the baseline and y up.
+    const GraphicsStateScope lineState(context);
+    const CGFloat x = CGRectGetMinX(rect) + line.x;
+    if (graphics->isFlipped()) context.concat({1, 0, 0, -1, x, CGRectGetMinY(rect) + line.baseline});
+    else context.concat(CGAffineTransform::translation(x, CGRectGetMaxY(rect) - line.baseline));
+    drawLine(line, context);
+  }
+}
+
+namespace {
+
+struct Span {
+  CGFloat left, right;
+};
+
+// Where the clusters that start in the stretch of the shown text stand, neighbours as one, so that a line under them has no
+// seams.
+std::vector<Span> spansOf(const backend::ShapedLine& line, std::size_t start, std::size_t end) {
+  std::vector<Span> spans;
+  for (const backend::TextCluster& cluster : line.clusters) {
+    if (cluster.start < start || cluster.start >= end) continue;
+    if (!spans.empty() && std::abs(spans.back().right - cluster.left) < noise) spans.back().right = cluster.right;
+    else if (!spans.empty() && std::abs(spans.back().left - cluster.right) < noise) spans.back().left = cluster.left;
+    else spans.push_back({cluster.left, cluster.right});
+  }
+  return spans;
+}
+
+}  // namespace
+
+void TextLayout::drawLine(const Line& line, CGContext& context) const {
+  // The edge cuts to the right only: accents and tails may be higher and deeper than their line.
+  if (line.isCut) context.clipRect({0, -line.height(), width_, 3 * line.height()});
+  const auto& runs = line.shown->runs();
+  const auto setColorOf = [&](const NSAttributes& attributes) {
+    const auto color = attributeObject<NSColor>(attributes, NSForegroundColorAttributeName);
+    (color ? color : NSColor::blackColor())->setFill();
+  };
+  for (std::size_t i = 0; i < line.shaped->runs.size(); ++i) {
+    setColorOf(runs[line.shaped->runFonts[i]].attributes);
+    context.drawGlyphs(line.shaped->runs[i], {0, 0});
+  }
+  std::size_t start = 0;
+  for (const NSAttributedString::Run& run : runs) {
+    const std::size_t end = start + run.length;
+    const auto found = run.attributes.find(NSUnderlineStyleAttributeName);
+    const auto* style = found == run.attributes.end() ? nullptr : std::get_if<std::int64_t>(&found->second);
+    if (style && *style != NSUnderlineStyleNone) {
+      setColorOf(run.attributes);
+      for (const Span& span : spansOf(*line.shaped, start, end)) {
+        const CGFloat thickness = static_cast<CGFloat>(*style);
+        NSRectFillUsingOperation({span.left, -1 - thickness, span.right - span.left, thickness},
+                                 NSCompositingOperationSourceOver);
+      }
+    }
+    start = end;
+  }
+}
+
+const TextLayout::Line& TextLayout::lineAt(CGFloat y) const {
+  for (const Line& line : lines_)
+    if (y < line.y + line.height()) return line;
+  return lines_.back();
+}
+
+std::size_t TextLayout::characterAt(CGPoint point) const {
+  const Line& line = lineAt(point.y);
+  const CGFloat x = point.x - line.x;
+  const backend::TextCluster* nearest = nullptr;
+  CGFloat least = std::numeric_limits<CGFloat>::infinity();
+  for (const backend::TextCluster& cluster : line.shaped->clusters) {
+    const CGFloat distance = x < cluster.left ? cluster.left - x : x >= cluster.right ? x - cluster.right : -1;
+    if (distance >= least) continue;
+    least = distance;
+    nearest = &cluster;
+  }
+  return nearest ? line.rangeOf(*nearest).location : line.start;
+}
+
+std::size_t TextLayout::insertionIndexAt(CGPoint point) const {
+  const Line& line = lineAt(point.y);
+  const CGFloat x = point.x - line.x;
+  std::size_t result = line.start;
+  CGFloat least = std::numeric_limits<CGFloat>::infinity();
+  const auto consider = [&](CGFloat place, std::size_t index) {
+    if (std::abs(x - place) >= least) return;
+    least = std::abs(x - place);
+    result = index;
+  };
+  for (const backend::TextCluster& cluster : line.shaped->clusters) {
+    const NSRange range = line.rangeOf(cluster);
+    const std::size_t end = range.location + range.length;
+    consider(cluster.left, cluster.isRightToLeft ? end : range.location);
+    consider(cluster.right, cluster.isRightToLeft ? range.location : end);
+  }
+  return result;
+}
+
+std::vector<CGRect> TextLayout::rectsOf(NSRange range) const {
+  std::vector<CGRect> rects;
+  const std::size_t end = range.location + range.length;
+  for (const Line& line : lines_) {
+    const std::size_t firstOfLine = rects.size();
+    for (const backend::TextCluster& cluster : line.shaped->clusters) {
+      const NSRange own = line.rangeOf(cluster);
+      if (own.location + own.length <= range.location || own.location >= end) continue;
+      const CGRect box{line.x + cluster.left, line.y, cluster.right - cluster.left, line.height()};
+      // Neighbours join; text that runs the other way starts a rectangle of its own.
+      const bool follows = rects.size() > firstOfLine && std::abs(CGRectGetMaxX(rects.back()) - box.origin.x) < 0.01;
+      const bool precedes = rects.size() > firstOfLine && std::abs(CGRectGetMaxX(box) - rects.back().origin.x) < 0.01;
+      if (follows || precedes) rects.back() = NSUnionRect(rects.back(), box);
+      else rects.push_back(box);
+    }
+  }
+  return rects;
+}
+
+CGRect TextLayout::caretRectAt(std::size_t index) const {
+  const Line* line = &lines_.front();
+  for (const Line& candidate : lines_)
+    if (index >= candidate.start) line = &candidate;
+  CGFloat x = 0;
+  for (const backend::TextCluster& cluster : line->shaped->clusters) {
+    if (line->rangeOf(cluster).location >= index) {
+      x = cluster.isRightToLeft ? cluster.right : cluster.left;
+      break;
+    }
+    x = cluster.isRightToLeft ? cluster.left : cluster.right;
+  }
+  return {line->x + x, line->y, 1, line->height()};
+}
+
+CGSize sizeWithAttributes(std::u16string_view string, const NSAttributes& attributes) {
+  return NSAttributedString(std::u16string(string), attributes).size();
+}
+
+CGSize sizeWithAttributes(std::string_view string, const NSAttributes& attributes) {
+  return NSAttributedString(string, attributes).size();
+}
+
+CGRect boundingRectWithSize(std::string_view string, CGSize size, std::uint32_t options,
+                            const NSAttributes& attributes) {
+  return NSAttributedString(string, attributes).boundingRectWithSize(size, options);
+}
+
+void drawInRect(std::string_view string, CGRect rect, const NSAttributes& attributes) {
+  NSAttributedString(string, attributes).drawInRect(rect);
+}
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,80 @@
+// A text in lines: where each stands, what it measures, which character is where. All that measures or draws text goes
+// through here; nothing is kept between two uses. Coordinates count from the upper left corner of the text, y down.
+#pragma once
+
+#include <limits>
+#include <vector>
+
+#include "tessaluna/platform/backend/TextEngine.h"
+#include "tessaluna/platform/text/NSAttributedString.h"
+#include "tessaluna/platform/text/NSParagraphStyle.h"
+
+namespace tessaluna::platform {
+
+class CGContext;
+
+enum NSStringDrawingOptions : std::uint32_t { NSStringDrawingUsesLineFragmentOrigin = 1 };
+
+class TextLayout {
+ public:
+  struct Options {
+    CGFloat width = std::numeric_limits<CGFloat>::infinity();
+    bool wrapsLines = true;  // false: a line for each paragraph, whatever the width
+    const NSAttributes* attributesOfNothing = nullptr;  // how high a text without characters is, and where it stands
+  };
+
+  struct Line {
+    std::size_t start = 0, length = 0;  // of the text, with the line's end
+    CGFloat x = 0, y = 0;               // of its upper left corner
+    CGFloat baseline = 0;               // y of its baseline
+    Ref<NSAttributedString> shown;      // shortened, without the line's end
+    std::shared_ptr<const backend::ShapedLine> shaped;
+    NSRange leftOut;                    // counted from the line's start: what the "…" at its location stands for
+    bool isCut = false;                 // by the edge of the width
+    backend::FontMetrics metrics;
+
+    CGFloat height() const { return metrics.ascent + metrics.descent + metrics.leading; }
+    // Of the text, what the cluster of the shaped line shows.
+    NSRange rangeOf(const backend::TextCluster& cluster) const;
+  };
+
+  TextLayout(const NSAttributedString& text, Options options);
+
+  const std::vector<Line>& lines() const { return lines_; }
+  // Of what is shown: the longest line, and all heights. An empty text is one line high.
+  CGSize size() const { return size_; }
+
+  // From the rectangle's upper edge on, into the current context; a line that starts below the lower edge is left out.
+  void drawInRect(CGRect rect) const;
+
+  // The character whose box holds the point, or the nearest of its line. The text's length for an empty one.
+  std::size_t characterAt(CGPoint point) const;
+  // The caret place nearest to the point.
+  std::size_t insertionIndexAt(CGPoint point) const;
+  // The boxes of a range, one or more a line, in the order of the lines.
+  std::vector<CGRect> rectsOf(NSRange range) const;
+  // One point wide, at the leading edge of the character at the index; at the end of a line at the trailing edge of the
+  // last one, which in text from right to left is its left.
+  CGRect caretRectAt(std::size_t index) const;
+
+ private:
+  const Line& lineAt(CGFloat y) const;
+  void addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd, const Options& options);
+  void addWrapped(const Ref<NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd, NSLineBreakMode mode);
+  void addLine(Line line);
+  void place();
+  void drawLine(const Line& line, CGContext& context) const;
+
+  std::vector<Line> lines_;
+  std::vector<NSTextAlignment> alignments_;  // of each line
+  CGSize size_;
+  CGFloat width_;
+};
+
+// Strings in one set of attributes.
+CGSize sizeWithAttributes(std::string_view string, const NSAttributes& attributes);
+CGSize sizeWithAttributes(std::u16string_view string, const NSAttributes& attributes);
+CGRect boundingRectWithSize(std::string_view string, CGSize size, std::uint32_t options, const NSAttributes& attributes);
+void drawInRect(std::string_view string, CGRect rect, const NSAttributes& attributes);
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,116 @@
+#include "tessaluna/platform/text/textBoundaries.h"
+
+#include <utf8proc.h>
+
+#include <algorithm>
+
+#include "tessaluna/platform/text/unicode.h"
+
+namespace tessaluna::platform {
+
+namespace {
+
+enum class Sort { Word, Blank, Other };
+
+Sort sortOfScalar(char32_t scalar) {
+  switch (utf8proc_category(static_cast<utf8proc_int32_t>(scalar))) {
+    case UTF8PROC_CATEGORY_LU:
+    case UTF8PROC_CATEGORY_LL:
+    case UTF8PROC_CATEGORY_LT:
+    case UTF8PROC_CATEGORY_LM:
+    case UTF8PROC_CATEGORY_LO:
+    case UTF8PROC_CATEGORY_MN:
+    case UTF8PROC_CATEGORY_MC:
+    case UTF8PROC_CATEGORY_ME:
+    case UTF8PROC_CATEGORY_ND:
+    case UTF8PROC_CATEGORY_NL:
+    case UTF8PROC_CATEGORY_NO:
+    case UTF8PROC_CATEGORY_PC: return Sort::Word;
+    case UTF8PROC_CATEGORY_ZS:
+    case UTF8PROC_CATEGORY_ZL:
+    case UTF8PROC_CATEGORY_ZP:
+    case UTF8PROC_CATEGORY_CC: return Sort::Blank;
+    default: return Sort::Other;
+  }
+}
+
+bool isApostrophe(char32_t scalar) { return scalar == '\'' || scalar == 0x2019; }
+
+// Of the character that starts at the border. An apostrophe between two letters belongs to their word.
+Sort sortAt(std::u16string_view text, const std::vector<std::size_t>& borders, std::size_t character) {
+  const char32_t scalar = scalarAt(text, borders[character]);
+  const auto isLetter = [&](std::size_t other) { return sortOfScalar(scalarAt(text, borders[other])) == Sort::Word; };
+  const bool isInside = character > 0 && character + 2 < borders.size();
+  if (isApostrophe(scalar) && isInside && isLetter(character - 1) && isLetter(character + 1)) return Sort::Word;
+  return sortOfScalar(scalar);
+}
+
+// The number of the character that the index stands in or before; at the end, the number of characters.
+std::size_t characterOf(const std::vector<std::size_t>& borders, std::size_t index) {
+  return static_cast<std::size_t>(std::upper_bound(borders.begin(), borders.end(), index) - borders.begin()) - 1;
+}
+
+}  // namespace
+
+std::size_t characterBorderAfter(std::u16string_view text, std::size_t index) {
+  const std::vector<std::size_t> borders = characterBorders(text);
+  const auto found = std::upper_bound(borders.begin(), borders.end(), index);
+  return found == borders.end() ? text.size() : *found;
+}
+
+std::size_t characterBorderBefore(std::u16string_view text, std::size_t index) {
+  const std::vector<std::size_t> borders = characterBorders(text);
+  const auto found = std::lower_bound(borders.begin(), borders.end(), index);
+  return found == borders.begin() ? 0 : *std::prev(found);
+}
+
+std::size_t wordEndAfter(std::u16string_view text, std::size_t index) {
+  const std::vector<std::size_t> borders = characterBorders(text);
+  const std::size_t count = borders.size() - 1;
+  std::size_t character = characterOf(borders, std::min(index, text.size()));
+  while (character < count && sortAt(text, borders, character) != Sort::Word) ++character;
+  while (character < count && sortAt(text, borders, character) == Sort::Word) ++character;
+  return borders[character];
+}
+
+std::size_t wordStartBefore(std::u16string_view text, std::size_t index) {
+  const std::vector<std::size_t> borders = characterBorders(text);
+  const auto at = std::lower_bound(borders.begin(), borders.end(), std::min(index, text.size()));
+  auto character = static_cast<std::size_t>(at - borders.begin());
+  while (character > 0 && sortAt(text, borders, character - 1) != Sort::Word) --character;
+  while (character > 0 && sortAt(text, borders, character - 1) == Sort::Word) --character;
+  return borders[character];
+}
+
+NSRange wordRangeAt(std::u16string_view text, std::size_t index) {
+  if (text.empty()) return {0, 0};
+  const std::vector<std::size_t> borders = characterBorders(text);
+  const std::size_t count = borders.size() - 1;
+  std::size_t first = std::min(characterOf(borders, std::min(index, text.size())), count - 1);
+  const Sort sort = sortAt(text, borders, first);
+  std::size_t end = first + 1;
+  while (first > 0 && sortAt(text, borders, first - 1) == sort) --first;
+  while (end < count && sortAt(text, borders, end) == sort) ++end;
+  return {borders[first], borders[end] - borders[first]};
+}
+
+NSRange paragraphRangeAt(std::u16string_view text, std::size_t index) {
+  std::size_t start = std::min(index, text.size()), end = start;
+  while (start > 0 && !isLineEnd(text[start - 1])) --start;
+  while (end < text.size() && !isLineEnd(text[end])) ++end;
+  return {start, end - start};
+}
+
+bool isRightToLeft(std::u16string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    switch (utf8proc_get_property(static_cast<utf8proc_int32_t>(scalarAt(text, i)))->bidi_class) {
+      case UTF8PROC_BIDI_CLASS_L: return false;
+      case UTF8PROC_BIDI_CLASS_R:
+      case UTF8PROC_BIDI_CLASS_AL: return true;
+      default: break;
+    }
+  }
+  return false;
+}
+
+}  // namespace tessaluna::platform

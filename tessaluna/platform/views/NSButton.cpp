@@ -1,0 +1,78 @@
+#include "tessaluna/platform/views/NSButton.h"
+
+#include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/events/NSEvent.h"
+
+namespace tessaluna::platform {
+
+namespace {
+
+// How long a click from the keyboard shows as pressed, in seconds.
+constexpr double keyboardPressLength = 0.1;
+
+constexpr std::uint32_t modifiersThatCount = NSEventModifierFlagShift | NSEventModifierFlagControl |
+                                             NSEventModifierFlagOption | NSEventModifierFlagCommand;
+
+constexpr Selector buttonSelectors[] = {action<&NSButton::performClick>("performClick:")};
+
+}  // namespace
+
+const ClassInfo NSButton::staticClassInfo{
+    .name = "NSButton", .base = &NSControl::staticClassInfo, .selectors = buttonSelectors};
+
+NSButtonCell* NSButton::buttonCell() const { return dynamic_cast<NSButtonCell*>(cell().get()); }
+
+void NSButton::setKeyEquivalent(std::string characters) {
+  if (buttonCell()) buttonCell()->setKeyEquivalent(std::move(characters));
+}
+
+void NSButton::setKeyEquivalentModifierMask(std::uint32_t mask) {
+  if (buttonCell()) buttonCell()->setKeyEquivalentModifierMask(mask);
+}
+
+void NSButton::setButtonType(NSButtonType type) {
+  if (buttonCell()) buttonCell()->setButtonType(type);
+}
+
+void NSButton::setState(NSControlStateValue state) {
+  if (!cell()) return;
+  cell()->setState(state);
+  setNeedsDisplay(true);
+  NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
+}
+
+void NSButton::wasClicked() {
+  if (buttonCell() && buttonCell()->buttonType() == NSButtonType::Toggle)
+    setState(state() == NSControlStateValueOn ? NSControlStateValueOff : NSControlStateValueOn);
+  NSControl::wasClicked();
+}
+
+void NSButton::performClick(NSObject*) {
+  if (!isEnabled()) return;
+  const Ref<NSButton> held = refTo(*this);
+  if (backend::Backend* backend = backend::Backend::current()) {
+    setHighlighted(true);
+    backend->callAfter(keyboardPressLength, [weak = WeakRef<NSButton>(held)] {
+      if (const Ref<NSButton> button = weak.lock(); button && !button->isTracking()) button->setHighlighted(false);
+    });
+  }
+  wasClicked();
+}
+
+void NSButton::keyDown(const Ref<NSEvent>& event) {
+  const bool isSpace = event->characters() == " " && !(event->modifierFlags() & modifiersThatCount);
+  if (isSpace && isEnabled() && !event->isARepeat()) performClick(this);
+  else if (!isSpace) NSControl::keyDown(event);
+}
+
+bool NSButton::performKeyEquivalent(const Ref<NSEvent>& event) {
+  const NSButtonCell* cell = buttonCell();
+  const bool isMine = cell && isEnabled() && !cell->keyEquivalent().empty() &&
+                      event->charactersIgnoringModifiers() == cell->keyEquivalent() &&
+                      (event->modifierFlags() & modifiersThatCount) == cell->keyEquivalentModifierMask();
+  if (!isMine) return NSControl::performKeyEquivalent(event);
+  performClick(this);
+  return true;
+}
+
+}  // namespace tessaluna::platform

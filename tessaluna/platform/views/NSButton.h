@@ -1,0 +1,43 @@
+// A push button: it is pressed with the mouse, with the space bar while it is the first responder, or with its key
+// equivalent, shows that while it lasts, and sends its action when it is let go over itself.
+#pragma once
+
+#include "tessaluna/platform/cells/NSButtonCell.h"
+#include "tessaluna/platform/views/NSControl.h"
+
+namespace tessaluna::platform {
+
+class NSButton : public NSControl {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit NSButton(CGRect frame) : NSControl(frame) {}
+  explicit NSButton(NSCoder& coder) : NSControl(coder) {}
+
+  // Of the cell; a button whose cell was taken away has no title, and no key equivalent with a cell of another class.
+  std::string title() const { return stringValue(); }
+  void setTitle(std::string_view title) { setStringValue(title); }
+  void setKeyEquivalent(std::string characters);
+  void setKeyEquivalentModifierMask(std::uint32_t mask);
+  void setButtonType(NSButtonType type);
+  NSControlStateValue state() const { return cell() ? cell()->state() : NSControlStateValueOff; }
+  void setState(NSControlStateValue state);
+
+  // A click without a mouse: the button shows as pressed for a moment, and the action is sent. A disabled one does nothing.
+  void performClick(NSObject* sender);
+
+  bool acceptsFirstResponder() const override { return isEnabled(); }
+  void keyDown(const Ref<NSEvent>& event) override;
+  bool performKeyEquivalent(const Ref<NSEvent>& event) override;
+
+ protected:
+  Ref<NSCell> makeCell() override { return make<NSButtonCell>(); }
+  Ref<NSCell> makeCell(NSCoder& coder) override { return make<NSButtonCell>(coder); }
+  void wasClicked() override;
+
+ private:
+  NSButtonCell* buttonCell() const;
+};
+
+}  // namespace tessaluna::platform

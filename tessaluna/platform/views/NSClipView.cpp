@@ -1,0 +1,54 @@
+#include "tessaluna/platform/views/NSClipView.h"
+
+#include <algorithm>
+
+#include "tessaluna/platform/views/NSScrollView.h"
+
+namespace tessaluna::platform {
+
+const ClassInfo NSClipView::staticClassInfo{.name = "NSClipView", .base = &NSView::staticClassInfo};
+
+void NSClipView::setDocumentView(const Ref<NSView>& view) {
+  if (documentView_) documentView_->removeFromSuperview();
+  documentView_ = view;
+  if (view) addSubview(view);
+  // A document that counts upward starts with its top in sight as well.
+  const bool countsUp = view && !view->isFlipped();
+  scrollToPoint({0, countsUp ? std::max(0.0, view->frame().size.height - bounds().size.height) : 0});
+}
+
+CGPoint NSClipView::constrainScrollPoint(CGPoint point) const {
+  if (!documentView_) return {0, 0};
+  const CGRect document = documentView_->frame();
+  const auto along = [](CGFloat wanted, CGFloat start, CGFloat length, CGFloat shown) {
+    return std::clamp(wanted, start, std::max(start, start + length - shown));
+  };
+  return {along(point.x, document.origin.x, document.size.width, bounds().size.width),
+          along(point.y, document.origin.y, document.size.height, bounds().size.height)};
+}
+
+void NSClipView::scrollToPoint(CGPoint point) {
+  setBoundsOrigin(constrainScrollPoint(point));
+  contentDidChange();
+}
+
+CGRect NSClipView::documentVisibleRect() const {
+  return documentView_ ? NSIntersectionRect(documentView_->convertRectFromView(bounds(), this), documentView_->bounds())
+                       : NSZeroRect;
+}
+
+void NSClipView::setFrame(CGRect frame) {
+  NSView::setFrame(frame);
+  scrollToPoint(bounds().origin);
+}
+
+void NSClipView::subviewFrameDidChange(NSView& view) {
+  if (&view == documentView_.get()) scrollToPoint(bounds().origin);
+}
+
+void NSClipView::contentDidChange() {
+  if (documentView_) documentView_->prepareContentInRect(documentVisibleRect());
+  if (auto* scrollView = dynamic_cast<NSScrollView*>(superview())) scrollView->reflectScrolledClipView(*this);
+}
+
+}  // namespace tessaluna::platform

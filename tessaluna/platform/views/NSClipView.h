@@ -1,0 +1,34 @@
+// The window of a scroll view onto its document: the origin of its bounds says which part shows. It is flipped as its
+// document is.
+#pragma once
+
+#include "tessaluna/platform/views/NSView.h"
+
+namespace tessaluna::platform {
+
+class NSClipView : public NSView {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  using NSView::NSView;
+
+  const Ref<NSView>& documentView() const { return documentView_; }
+  void setDocumentView(const Ref<NSView>& view);
+  bool isFlipped() const override { return documentView_ && documentView_->isFlipped(); }
+
+  // As near to the point as the document reaches. What it then shows is told to the document and the scroll view.
+  void scrollToPoint(CGPoint point);
+  CGPoint constrainScrollPoint(CGPoint point) const;  // where scrollToPoint would go
+  CGRect documentVisibleRect() const;
+
+  void setFrame(CGRect frame) override;
+  void subviewFrameDidChange(NSView& view) override;
+
+ private:
+  void contentDidChange();
+
+  Ref<NSView> documentView_;
+};
+
+}  // namespace tessaluna::platform

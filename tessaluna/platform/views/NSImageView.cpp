@@ -1,0 +1,70 @@
+#include "tessaluna/platform/views/NSImageView.h"
+
+#include <algorithm>
+
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+
+namespace tessaluna::platform {
+
+const ClassInfo NSImageView::staticClassInfo{.name = "NSImageView", .base = &NSView::staticClassInfo};
+
+NSImageView::NSImageView(NSCoder& coder) : NSView(coder) {
+  if (const auto name = coder.decodeStringForKey("imageName")) image_ = NSImage::imageNamed(*name);
+  imageScaling_ = static_cast<NSImageScaling>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("imageScaling"), 0, 3));
+  imageFrameStyle_ =
+      static_cast<NSImageFrameStyle>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("imageFrameStyle"), 0, 4));
+  isEditable_ = coder.decodeBoolForKey("editable");
+}
+
+void NSImageView::setImage(Ref<NSImage> image) {
+  image_ = std::move(image);
+  invalidateIntrinsicContentSize();
+  setNeedsDisplay(true);
+}
+
+void NSImageView::setImageScaling(NSImageScaling scaling) {
+  imageScaling_ = scaling;
+  setNeedsDisplay(true);
+}
+
+void NSImageView::setImageFrameStyle(NSImageFrameStyle style) {
+  imageFrameStyle_ = style;
+  setNeedsDisplay(true);
+}
+
+CGRect NSImageView::imageRectForSize(CGSize size) const {
+  const CGFloat edge = imageFrameStyle_ == NSImageFrameNone ? 0 : 1;
+  const CGRect room = NSInsetRect(bounds(), edge, edge);
+  if (imageScaling_ == NSImageScaleAxesIndependently) return room;
+  CGFloat factor = 1;
+  if (imageScaling_ != NSImageScaleNone && size.width > 0 && size.height > 0) {
+    factor = std::max(0.0, std::min(room.size.width / size.width, room.size.height / size.height));
+    if (imageScaling_ == NSImageScaleProportionallyDown) factor = std::min(factor, 1.0);
+  }
+  const CGSize scaled{size.width * factor, size.height * factor};
+  return {{CGRectGetMidX(room) - scaled.width * 0.5, CGRectGetMidY(room) - scaled.height * 0.5}, scaled};
+}
+
+CGSize NSImageView::intrinsicContentSize() const {
+  return image_ ? image_->size() : NSView::intrinsicContentSize();
+}
+
+void NSImageView::drawRect(CGRect) {
+  if (image_) image_->drawInRect(imageRectForSize(image_->size()));
+  if (imageFrameStyle_ == NSImageFrameNone) return;
+  NSColor::controlTextColor()->colorWithAlphaComponent(0.3)->setStroke();
+  NSBezierPath::bezierPathWithRect(NSInsetRect(bounds(), 0.5, 0.5))->stroke();
+}
+
+void NSImageView::mouseDown(const Ref<NSEvent>& event) {
+  if (!isEditable_) NSView::mouseDown(event);
+}
+void NSImageView::mouseDragged(const Ref<NSEvent>& event) {
+  if (!isEditable_) NSView::mouseDragged(event);
+}
+void NSImageView::mouseUp(const Ref<NSEvent>& event) {
+  if (!isEditable_) NSView::mouseUp(event);
+}
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,62 @@
+// Shows an image, scaled into its bounds. One that is not editable passes mouse events on. Unlike other controls it has y up
+// and no cell.
+#pragma once
+
+#include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/views/NSView.h"
+
+namespace tessaluna::platform {
+
+enum NSImageScaling {
+  NSImageScaleProportionallyDown = 0,
+  NSImageScaleAxesIndependently = 1,
+  NSImageScaleNone = 2,
+  NSImageScaleProportionallyUpOrDown = 3,
+};
+
+enum NSImageFrameStyle {
+  NSImageFrameNone = 0,
+  NSImageFramePhoto = 1,
+  NSImageFrameGrayBezel = 2,
+  NSImageFrameGroove = 3,
+  NSImageFrameButton = 4,
+};
+
+class NSImageView : public NSView {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit NSImageView(CGRect frame) : NSView(frame) {}
+  // Keys besides the view's: "imageName", "imageScaling", "imageFrameStyle" (both as their numbers), "editable".
+  explicit NSImageView(NSCoder& coder);
+
+  // Each asks for a redraw.
+  const Ref<NSImage>& image() const { return image_; }
+  void setImage(Ref<NSImage> image);
+  NSImageScaling imageScaling() const { return imageScaling_; }
+  void setImageScaling(NSImageScaling scaling);
+  NSImageFrameStyle imageFrameStyle() const { return imageFrameStyle_; }
+  void setImageFrameStyle(NSImageFrameStyle style);  // any but none is a thin line around the image
+
+  bool isEditable() const { return isEditable_; }
+  void setEditable(bool isEditable) { isEditable_ = isEditable; }
+
+  // Where an image of the size stands, in the middle of the bounds.
+  CGRect imageRectForSize(CGSize size) const;
+  CGSize intrinsicContentSize() const override;
+  void drawRect(CGRect rect) override;
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(NSAccessibilityImageRole); }
+  void mouseDown(const Ref<NSEvent>& event) override;
+  void mouseDragged(const Ref<NSEvent>& event) override;
+  void mouseUp(const Ref<NSEvent>& event) override;
+
+ private:
+  Ref<NSImage> image_;
+  NSImageScaling imageScaling_ = NSImageScaleProportionallyDown;
+  NSImageFrameStyle imageFrameStyle_ = NSImageFrameNone;
+  bool isEditable_ = false;
+};
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,201 @@
+#include "tessaluna/platform/views/NSScrollView.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/views/NSScroller.h"
+
+namespace tessaluna::platform {
+
+const Selector NSScrollView::selectors_[] = {action<&NSScrollView::scrollerMoved>("scrollerMoved:")};
+const ClassInfo NSScrollView::staticClassInfo{
+    .name = "NSScrollView", .base = &NSView::staticClassInfo, .selectors = NSScrollView::selectors_};
+
+NSScrollView::NSScrollView(CGRect frame)
+    : NSView(frame), clipView_(make<NSClipView>(CGRect{{0, 0}, frame.size})) {
+  addSubview(clipView_);
+}
+
+NSScrollView::NSScrollView(NSCoder& coder)
+    : NSView(coder), clipView_(make<NSClipView>(CGRect{{0, 0}, bounds().size})) {
+  addSubview(clipView_);
+  setHasVerticalScroller(coder.decodeBoolForKey("hasVerticalScroller"));
+  setHasHorizontalScroller(coder.decodeBoolForKey("hasHorizontalScroller"));
+  autohidesScrollers_ = coder.decodeBoolForKey("autohidesScrollers");
+  drawsBackground_ = !coder.containsValueForKey("drawsBackground") || coder.decodeBoolForKey("drawsBackground");
+}
+
+void NSScrollView::didInit() {
+  NSView::didInit();
+  for (const Ref<NSScroller>& scroller : {verticalScroller_, horizontalScroller_})
+    if (scroller) scroller->setTarget(refTo(*this));
+  tile();
+}
+
+void NSScrollView::setHas(bool has, Ref<NSScroller>& scroller) {
+  if (has == (scroller != nullptr)) return;
+  if (has) {
+    scroller = make<NSScroller>(CGRect{});
+    scroller->setAction("scrollerMoved:");
+    if (weak_from_this().lock()) scroller->setTarget(refTo(*this));
+    addSubview(scroller);
+  } else {
+    scroller->removeFromSuperview();
+    scroller = nullptr;
+  }
+  tile();
+}
+
+void NSScrollView::setHasVerticalScroller(bool has) { setHas(has, verticalScroller_); }
+void NSScrollView::setHasHorizontalScroller(bool has) { setHas(has, horizontalScroller_); }
+
+void NSScrollView::setAutohidesScrollers(bool hides) {
+  autohidesScrollers_ = hides;
+  tile();
+}
+
+void NSScrollView::setBorderType(NSBorderType type) {
+  borderType_ = type;
+  tile();
+}
+
+void NSScrollView::setFrame(CGRect frame) {
+  NSView::setFrame(frame);
+  tile();
+}
+
+void NSScrollView::tile() {
+  // Laying out the clip view reports back to reflectScrolledClipView, which may come here again.
+  if (isTiling_) return;
+  isTiling_ = true;
+  layOut();
+  // A document that follows the clip view's size may no longer need the bar that it made room for.
+  if (areBarsOutdated()) layOut();
+  isTiling_ = false;
+  updateScrollers();
+}
+
+CGRect NSScrollView::inside() const {
+  const CGFloat border = borderType_ == NSNoBorder ? 0 : 1;
+  return NSInsetRect(bounds(), border, border);
+}
+
+NSScrollView::Bars NSScrollView::neededBars() const {
+  const CGSize room = inside().size, document = documentView() ? documentView()->frame().size : CGSize{};
+  const auto needs = [&](const Ref<NSScroller>& scroller, CGFloat length, CGFloat shown) {
+    return scroller && (!autohidesScrollers_ || length > shown);
+  };
+  // Each bar takes room from the other's way.
+  Bars bars;
+  bars.vertical = needs(verticalScroller_, document.height, room.height);
+  bars.horizontal = needs(horizontalScroller_, document.width,
+                          room.width - (bars.vertical ? NSScroller::scrollerWidth() : 0));
+  if (bars.horizontal)
+    bars.vertical = needs(verticalScroller_, document.height, room.height - NSScroller::scrollerWidth());
+  return bars;
+}
+
+bool NSScrollView::areBarsOutdated() const {
+  const Bars needed = neededBars();
+  return (verticalScroller_ && verticalScroller_->isHidden() == needed.vertical) ||
+         (horizontalScroller_ && horizontalScroller_->isHidden() == needed.horizontal);
+}
+
+void NSScrollView::layOut() {
+  const Bars needed = neededBars();
+  const CGFloat bar = NSScroller::scrollerWidth();
+  CGRect content = inside();
+  if (needed.vertical) content.size.width = std::max(0.0, content.size.width - bar);
+  if (needed.horizontal) content.size.height = std::max(0.0, content.size.height - bar);
+  if (verticalScroller_) {
+    verticalScroller_->setHidden(!needed.vertical);
+    verticalScroller_->setFrame({CGRectGetMaxX(content), content.origin.y, bar, content.size.height});
+  }
+  if (horizontalScroller_) {
+    horizontalScroller_->setHidden(!needed.horizontal);
+    horizontalScroller_->setFrame({content.origin.x, CGRectGetMaxY(content), content.size.width, bar});
+  }
+  clipView_->setFrame(content);
+}
+
+namespace {
+
+void reflect(const Ref<NSScroller>& scroller, CGFloat start, CGFloat length, CGFloat offset, CGFloat shown) {
+  if (!scroller) return;
+  const CGFloat way = length - shown;
+  scroller->setKnobProportion(length > 0 ? shown / length : 1);
+  scroller->setDoubleValue(way > 0 ? (offset - start) / way : 0);
+}
+
+}  // namespace
+
+void NSScrollView::reflectScrolledClipView(NSClipView&) {
+  if (isTiling_) return;
+  if (areBarsOutdated()) tile();
+  else updateScrollers();
+}
+
+void NSScrollView::updateScrollers() {
+  const CGRect document = documentView() ? documentView()->frame() : NSZeroRect, shown = clipView_->bounds();
+  // A document that counts upward has its start, and so the bar's, at the top.
+  const CGFloat fromTop = clipView_->isFlipped()
+                              ? shown.origin.y
+                              : 2 * document.origin.y + document.size.height - CGRectGetMaxY(shown);
+  reflect(verticalScroller_, document.origin.y, document.size.height, fromTop, shown.size.height);
+  reflect(horizontalScroller_, document.origin.x, document.size.width, shown.origin.x, shown.size.width);
+}
+
+void NSScrollView::scrollerMoved(NSObject* sender) {
+  auto* scroller = dynamic_cast<NSScroller*>(sender);
+  if (!scroller || !documentView()) return;
+  const CGRect document = documentView()->frame(), shown = clipView_->bounds();
+  const bool isVertical = scroller == verticalScroller_.get();
+  const CGFloat page = isVertical ? shown.size.height : shown.size.width;
+  const CGFloat way = (isVertical ? document.size.height : document.size.width) - page;
+  CGFloat offset = scroller->doubleValue() * way;
+  if (scroller->hitPart() == NSScroller::Part::PageBefore) offset -= page * 0.9;
+  if (scroller->hitPart() == NSScroller::Part::PageAfter) offset += page * 0.9;
+  offset = std::clamp(offset, 0.0, std::max(0.0, way));
+  CGPoint origin = shown.origin;
+  if (!isVertical) origin.x = document.origin.x + offset;
+  else origin.y = document.origin.y + (clipView_->isFlipped() ? offset : way - offset);
+  clipView_->scrollToPoint(origin);
+}
+
+void NSScrollView::scrollWheel(const Ref<NSEvent>& event) {
+  const CGPoint before = clipView_->bounds().origin;
+  const CGFloat down = clipView_->isFlipped() ? -event->scrollingDeltaY() : event->scrollingDeltaY();
+  const CGPoint reached = clipView_->constrainScrollPoint(
+      {before.x - event->scrollingDeltaX() + wheelRest_.width, before.y + down + wheelRest_.height});
+  // At the end of its way a scroll view leaves the wheel to the one around it.
+  if (reached == before) {
+    wheelRest_ = {};
+    NSView::scrollWheel(event);
+    return;
+  }
+  // To whole points, so that what stands on them stays sharp; a wheel that turns in smaller steps adds up.
+  const CGPoint whole{std::round(reached.x), std::round(reached.y)};
+  wheelRest_ = {reached.x - whole.x, reached.y - whole.y};
+  clipView_->scrollToPoint(whole);
+}
+
+void NSScrollView::setDrawsBackground(bool draws) {
+  drawsBackground_ = draws;
+  setNeedsDisplay(true);
+}
+
+void NSScrollView::drawRect(CGRect rect) {
+  if (drawsBackground_) {
+    NSColor::controlBackgroundColor()->setFill();
+    NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);
+  }
+  if (borderType_ == NSNoBorder) return;
+  NSColor::controlTextColor()->colorWithAlphaComponent(0.2)->setStroke();
+  NSBezierPath::bezierPathWithRect(NSInsetRect(bounds(), 0.5, 0.5))->stroke();
+}
+
+}  // namespace tessaluna::platform

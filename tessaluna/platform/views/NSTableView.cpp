@@ -1,0 +1,312 @@
+#include "tessaluna/platform/views/NSTableView.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/views/NSClipView.h"
+#include "tessaluna/platform/views/NSControl.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+const ClassInfo NSTableView::staticClassInfo{.name = "NSTableView", .base = &NSView::staticClassInfo};
+
+namespace {
+
+// More views than this of one kind are not kept for later: a list that was once tall does not hold on to its views.
+constexpr std::size_t mostInReserve = 8;
+
+void setBackgroundStyleBelow(const NSView& view, NSBackgroundStyle style) {
+  for (const Ref<NSView>& subview : view.subviews()) {
+    if (const auto* control = dynamic_cast<const NSControl*>(subview.get()); control && control->cell())
+      control->cell()->setBackgroundStyle(style);
+    setBackgroundStyleBelow(*subview, style);
+  }
+}
+
+}  // namespace
+
+void NSTableView::reloadData() {
+  const Ref<NSTableViewDataSource> source = dataSource_.lock();
+  const Ref<NSTableViewDelegate> delegate = delegate_.lock();
+  rowCount_ = source ? source->numberOfRowsInTableView(*this) : 0;
+  rowEnds_.clear();
+  if (delegate && delegate->tableViewHasRowsOfDifferentHeights(*this)) {
+    rowEnds_.reserve(rowCount_);
+    CGFloat y = 0;
+    for (std::size_t row = 0; row < rowCount_; ++row)
+      rowEnds_.push_back(y += std::max(0.0, delegate->tableViewHeightOfRow(*this, row)));
+  }
+  while (!visible_.empty()) takeRowView(visible_.begin()->first);
+  const std::size_t end = selection_.isEmpty() ? 0 : selection_.last() + 1;
+  if (end > rowCount_) {
+    selection_.remove({rowCount_, end - rowCount_});
+    anchor_ = lead_ = std::nullopt;
+    if (delegate) delegate->tableViewSelectionDidChange(*this);
+  }
+  if (hoveredRow_ && *hoveredRow_ >= rowCount_) setHoveredRow(std::nullopt);
+  fitHeight();
+  prepareContentInRect(shownRect());
+  setNeedsDisplay(true);
+}
+
+CGRect NSTableView::shownRect() const {
+  // Alone it shows no rows: it makes none before it has come to its place.
+  if (!superview()) return NSZeroRect;
+  const auto* clipView = dynamic_cast<const NSClipView*>(superview());
+  return clipView ? clipView->documentVisibleRect() : visibleRect();
+}
+
+void NSTableView::setRowHeight(CGFloat height) {
+  rowHeight_ = height;
+  reloadData();
+}
+
+void NSTableView::fitHeight() {
+  const CGFloat height = rowEnds_.empty() ? rowHeight_ * static_cast<CGFloat>(rowCount_) : rowEnds_.back();
+  NSView::setFrame({frame().origin, {frame().size.width, height}});
+}
+
+void NSTableView::setFrame(CGRect frame) {
+  const bool isNewWidth = frame.size.width != this->frame().size.width;
+  NSView::setFrame({frame.origin, {frame.size.width, this->frame().size.height}});
+  if (!isNewWidth) return;
+  for (const auto& [row, view] : visible_) view->setFrame(rectOfRow(row));
+}
+
+CGRect NSTableView::rectOfRow(std::size_t row) const {
+  if (row >= rowCount_) return NSZeroRect;
+  const CGFloat width = bounds().size.width;
+  if (rowEnds_.empty()) return {0, rowHeight_ * static_cast<CGFloat>(row), width, rowHeight_};
+  const CGFloat start = row == 0 ? 0 : rowEnds_[row - 1];
+  return {0, start, width, rowEnds_[row] - start};
+}
+
+std::optional<std::size_t> NSTableView::rowAtPoint(CGPoint point) const {
+  if (!NSPointInRect(point, bounds()) || rowCount_ == 0) return std::nullopt;
+  if (!rowEnds_.empty()) {
+    const auto end = std::upper_bound(rowEnds_.begin(), rowEnds_.end(), point.y);
+    return end == rowEnds_.end() ? std::nullopt : std::optional<std::size_t>(end - rowEnds_.begin());
+  }
+  const auto row = static_cast<std::size_t>(point.y / rowHeight_);
+  return row < rowCount_ ? std::optional(row) : std::nullopt;
+}
+
+std::optional<std::size_t> NSTableView::rowForView(const NSView& view) const {
+  for (const NSView* ancestor = &view; ancestor && ancestor != this; ancestor = ancestor->superview()) {
+    if (ancestor->superview() != this) continue;
+    for (const auto& [row, rowView] : visible_)
+      if (rowView.get() == ancestor) return row;
+  }
+  return std::nullopt;
+}
+
+Ref<NSView> NSTableView::viewAtRow(std::size_t row) const {
+  const auto found = visible_.find(row);
+  return found == visible_.end() ? nullptr : found->second;
+}
+
+void NSTableView::setIdentifier(const Ref<NSView>& view, std::string identifier) {
+  identifiers_[view.get()] = std::move(identifier);
+}
+
+Ref<NSView> NSTableView::makeViewWithIdentifier(const std::string& identifier) {
+  const auto found = reserve_.find(identifier);
+  if (found == reserve_.end() || found->second.empty()) return nullptr;
+  Ref<NSView> view = std::move(found->second.back());
+  found->second.pop_back();
+  return view;
+}
+
+void NSTableView::takeRowView(std::size_t row) {
+  const auto found = visible_.find(row);
+  const Ref<NSView> view = std::move(found->second);
+  visible_.erase(found);
+  view->removeFromSuperview();
+  const auto identifier = identifiers_.find(view.get());
+  if (identifier == identifiers_.end()) return;
+  reserve_[identifier->second].push_back(view);
+}
+
+void NSTableView::trimReserve() {
+  for (auto& [identifier, views] : reserve_) {
+    while (views.size() > mostInReserve) {
+      identifiers_.erase(views.back().get());
+      views.pop_back();
+    }
+  }
+}
+
+void NSTableView::prepareContentInRect(CGRect rect) {
+  const Ref<NSTableViewDelegate> delegate = delegate_.lock();
+  const auto isShown = [&](std::size_t row) { return row < rowCount_ && NSIntersectsRect(rectOfRow(row), rect); };
+  for (auto entry = visible_.begin(); entry != visible_.end();) {
+    const std::size_t row = (entry++)->first;
+    if (!isShown(row)) takeRowView(row);
+  }
+  if (delegate && !NSIsEmptyRect(rect)) makeRowsIn(rect, *delegate);
+  // Only now: a whole screen of rows that went serves the one that came.
+  trimReserve();
+}
+
+void NSTableView::makeRowsIn(CGRect rect, NSTableViewDelegate& delegate) {
+  const std::optional<std::size_t> first = rowAtPoint({rect.origin.x, std::max(0.0, rect.origin.y)});
+  for (std::size_t row = first.value_or(rowCount_); row < rowCount_; ++row) {
+    if (rectOfRow(row).origin.y >= CGRectGetMaxY(rect)) break;
+    // A row without height has nothing to show.
+    if (visible_.contains(row) || !NSIntersectsRect(rectOfRow(row), rect)) continue;
+    const Ref<NSView> view = delegate.tableViewViewForRow(*this, row);
+    if (!view) continue;
+    view->setFrame(rectOfRow(row));
+    visible_[row] = view;
+    addSubview(view);
+    updateRowLook(row);
+  }
+}
+
+void NSTableView::updateRowLook(std::size_t row) {
+  if (const Ref<NSView> view = viewAtRow(row))
+    setBackgroundStyleBelow(*view, isRowSelected(row) ? NSBackgroundStyleDark : NSBackgroundStyleLight);
+  setNeedsDisplayInRect(rectOfRow(row));
+}
+
+std::optional<std::size_t> NSTableView::selectedRow() const {
+  if (lead_ && isRowSelected(*lead_)) return lead_;
+  return selection_.isEmpty() ? std::nullopt : std::optional(selection_.last());
+}
+
+void NSTableView::selectRowIndexes(const NSIndexSet& rows, Selecting how) {
+  NSIndexSet next = how == Selecting::Extends && allowsMultipleSelection_ ? selection_ : NSIndexSet();
+  for (const NSRange& range : rows.ranges())
+    if (range.location < rowCount_) next.add({range.location, std::min(range.length, rowCount_ - range.location)});
+  if (!allowsMultipleSelection_ && next.count() > 1) next = NSIndexSet(next.last());
+  if (next == selection_) return;
+  const NSIndexSet earlier = std::exchange(selection_, next);
+  if (!selection_.isEmpty()) lead_ = rows.last() < rowCount_ ? rows.last() : selection_.last();
+  if (how == Selecting::Replaces) anchor_ = selection_.isEmpty() ? std::nullopt : std::optional(selection_.first());
+  for (const auto& [row, view] : visible_)
+    if (earlier.contains(row) != selection_.contains(row)) updateRowLook(row);
+  if (const Ref<NSTableViewDelegate> delegate = delegate_.lock()) delegate->tableViewSelectionDidChange(*this);
+}
+
+void NSTableView::scrollRowToVisible(std::size_t row) {
+  if (row < rowCount_) scrollRectToVisible(rectOfRow(row));
+}
+
+void NSTableView::drawRect(CGRect rect) {
+  const bool isActive = window() && window()->firstResponder() == this;
+  const auto color = NSColor::alternateSelectedControlColor();
+  (isActive ? color : color->blendedColorWithFraction(0.35, NSColor::grayColor()))->setFill();
+  for (const auto& [row, view] : visible_)
+    if (isRowSelected(row) && NSIntersectsRect(rectOfRow(row), rect))
+      NSRectFillUsingOperation(NSIntersectionRect(rectOfRow(row), rect), NSCompositingOperationSourceOver);
+}
+
+void NSTableView::mouseDown(const Ref<NSEvent>& event) {
+  // A press on a row's label comes here by the chain and not as a hit: the table takes the keys then, too.
+  if (window()) window()->makeFirstResponder(this);
+  const std::optional<std::size_t> row = rowAtPoint(convertPointFromView(event->locationInWindow(), nullptr));
+  if (!row) {
+    deselectAll();
+    return;
+  }
+  const bool toggles = event->modifierFlags() & (NSEventModifierFlagCommand | NSEventModifierFlagControl);
+  const bool extends = event->modifierFlags() & NSEventModifierFlagShift;
+  if (event->clickCount() == 2) {
+    if (const Ref<NSTableViewDelegate> delegate = delegate_.lock()) delegate->tableViewRowWasDoubleClicked(*this, *row);
+  } else if (extends && anchor_ && allowsMultipleSelection_) {
+    const std::size_t first = std::min(*anchor_, *row), last = std::max(*anchor_, *row);
+    const std::size_t anchor = *anchor_;
+    selectRowIndexes(NSIndexSet(NSRange{first, last - first + 1}), Selecting::Replaces);
+    anchor_ = anchor;
+    lead_ = row;
+  } else if (toggles && isRowSelected(*row)) {
+    NSIndexSet rest = selection_;
+    rest.remove({*row, 1});
+    selectRowIndexes(rest, Selecting::Replaces);
+  } else {
+    selectRowIndexes(NSIndexSet(*row), toggles ? Selecting::Extends : Selecting::Replaces);
+    anchor_ = lead_ = row;
+  }
+}
+
+void NSTableView::moveSelection(std::ptrdiff_t step, bool extends) {
+  if (rowCount_ == 0) return;
+  const auto last = static_cast<std::ptrdiff_t>(rowCount_) - 1;
+  const std::optional<std::size_t> from = selectedRow();
+  const std::ptrdiff_t wanted = from ? static_cast<std::ptrdiff_t>(*from) + step : step > 0 ? 0 : last;
+  selectByKey(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(wanted, 0, last)), extends);
+}
+
+void NSTableView::selectByKey(std::size_t row, bool extends) {
+  if (row >= rowCount_) return;
+  if (extends && anchor_ && allowsMultipleSelection_) {
+    const std::size_t anchor = *anchor_, first = std::min(anchor, row);
+    selectRowIndexes(NSIndexSet(NSRange{first, std::max(anchor, row) - first + 1}), Selecting::Replaces);
+    anchor_ = anchor;
+  } else {
+    selectRowIndexes(NSIndexSet(row), Selecting::Replaces);
+    anchor_ = row;
+  }
+  lead_ = row;
+  scrollRowToVisible(row);
+}
+
+void NSTableView::keyDown(const Ref<NSEvent>& event) {
+  const bool extends = event->modifierFlags() & NSEventModifierFlagShift;
+  const CGRect shown = visibleRect();
+  const auto wholeRows = std::count_if(visible_.begin(), visible_.end(), [&](const auto& entry) {
+    return NSContainsRect(shown, rectOfRow(entry.first));
+  });
+  const std::ptrdiff_t page = std::max<std::ptrdiff_t>(1, wholeRows - 1);
+  switch (firstScalar(event->characters())) {
+    case NSUpArrowFunctionKey: moveSelection(-1, extends); return;
+    case NSDownArrowFunctionKey: moveSelection(1, extends); return;
+    case NSPageUpFunctionKey: moveSelection(-page, extends); return;
+    case NSPageDownFunctionKey: moveSelection(page, extends); return;
+    case NSHomeFunctionKey: selectByKey(0, extends); return;
+    case NSEndFunctionKey: selectByKey(rowCount_ - 1, extends); return;
+    default: NSView::keyDown(event);
+  }
+}
+
+void NSTableView::setHoveredRow(std::optional<std::size_t> row) {
+  if (row == hoveredRow_) return;
+  hoveredRow_ = row;
+  if (const Ref<NSTableViewDelegate> delegate = delegate_.lock()) delegate->tableViewHoveredRowDidChange(*this, row);
+}
+
+void NSTableView::mouseMoved(const Ref<NSEvent>& event) {
+  setHoveredRow(rowAtPoint(convertPointFromView(event->locationInWindow(), nullptr)));
+}
+
+void NSTableView::mouseExited(const Ref<NSEvent>&) { setHoveredRow(std::nullopt); }
+
+void NSTableView::updateTrackingAreas() {
+  NSView::updateTrackingAreas();
+  prepareContentInRect(shownRect());
+  if (trackingArea_) return;
+  trackingArea_ = make<NSTrackingArea>(
+      NSZeroRect,
+      NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved,
+      refTo<NSResponder>(*this));
+  addTrackingArea(trackingArea_);
+}
+
+bool NSTableView::becomeFirstResponder() {
+  setNeedsDisplay(true);
+  return true;
+}
+
+bool NSTableView::resignFirstResponder() {
+  setNeedsDisplay(true);
+  return true;
+}
+
+}  // namespace tessaluna::platform

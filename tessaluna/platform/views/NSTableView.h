@@ -1,0 +1,117 @@
+// A list of rows, each a view that the host's delegate makes. Only rows that show have views: a row that scrolls out of
+// sight gives its view back, to be used for another. The rows stand in a flipped view inside a scroll view.
+//
+//   table->setDataSource(tracks); table->setDelegate(tracks); scrollView->setDocumentView(table);
+//
+// A selected row is painted behind its view. Rows are selected with the mouse (Command adds and takes away, Shift extends)
+// and, while the table is the first responder, with the arrow, Home, End and page keys.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "tessaluna/platform/foundation/NSIndexSet.h"
+#include "tessaluna/platform/views/NSView.h"
+
+namespace tessaluna::platform {
+
+class NSTableViewDataSource {
+ public:
+  virtual ~NSTableViewDataSource() = default;
+  virtual std::size_t numberOfRowsInTableView(NSTableView& table) = 0;
+};
+
+class NSTableViewDelegate {
+ public:
+  virtual ~NSTableViewDelegate() = default;
+  // The view of a row, filled: one from makeViewWithIdentifier, or a new one. The table sets its frame.
+  virtual Ref<NSView> tableViewViewForRow(NSTableView& table, std::size_t row) = 0;
+  // In points. Asked of all rows at reloadData, if it says that heights differ.
+  virtual bool tableViewHasRowsOfDifferentHeights(NSTableView&) { return false; }
+  virtual CGFloat tableViewHeightOfRow(NSTableView&, std::size_t) { return 0; }
+  virtual void tableViewSelectionDidChange(NSTableView&) {}
+  // The row under the pointer, absent outside all. Comes with the pointer's moves, so not while rows scroll under a still one.
+  virtual void tableViewHoveredRowDidChange(NSTableView&, std::optional<std::size_t> /*row*/) {}
+  virtual void tableViewRowWasDoubleClicked(NSTableView&, std::size_t /*row*/) {}
+};
+
+class NSTableView : public NSView {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  using NSView::NSView;
+
+  // Neither is kept alive.
+  void setDataSource(const Ref<NSTableViewDataSource>& source) { dataSource_ = source; }
+  void setDelegate(const Ref<NSTableViewDelegate>& delegate) { delegate_ = delegate; }
+  // Asks for the number of rows and their heights anew and makes all visible views again. The selection is cut to the rows.
+  void reloadData();
+  std::size_t numberOfRows() const { return rowCount_; }
+  CGFloat rowHeight() const { return rowHeight_; }  // 24 points unless set
+  void setRowHeight(CGFloat height);
+
+  CGRect rectOfRow(std::size_t row) const;
+  std::optional<std::size_t> rowAtPoint(CGPoint point) const;
+  // The row that the view stands in, however deep; absent if in none.
+  std::optional<std::size_t> rowForView(const NSView& view) const;
+  Ref<NSView> viewAtRow(std::size_t row) const;  // absent for a row without one now
+  // A view of the kind that a row has given back, or absent. The identifier is what the delegate calls the kind.
+  Ref<NSView> makeViewWithIdentifier(const std::string& identifier);
+  void setIdentifier(const Ref<NSView>& view, std::string identifier);
+
+  const NSIndexSet& selectedRowIndexes() const { return selection_; }
+  bool isRowSelected(std::size_t row) const { return selection_.contains(row); }
+  std::optional<std::size_t> selectedRow() const;  // the last that was selected
+  enum class Selecting { Replaces, Extends };
+  void selectRowIndexes(const NSIndexSet& rows, Selecting how);
+  void deselectAll() { selectRowIndexes({}, Selecting::Replaces); }
+  bool allowsMultipleSelection() const { return allowsMultipleSelection_; }
+  void setAllowsMultipleSelection(bool allows) { allowsMultipleSelection_ = allows; }
+  void scrollRowToVisible(std::size_t row);
+
+  std::optional<std::size_t> hoveredRow() const { return hoveredRow_; }
+
+  bool isFlipped() const override { return true; }
+  bool acceptsFirstResponder() const override { return true; }
+  void drawRect(CGRect rect) override;
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(NSAccessibilityTableRole); }
+  void mouseDown(const Ref<NSEvent>& event) override;
+  void keyDown(const Ref<NSEvent>& event) override;
+  void mouseMoved(const Ref<NSEvent>& event) override;
+  void mouseEntered(const Ref<NSEvent>& event) override { mouseMoved(event); }
+  void mouseExited(const Ref<NSEvent>& event) override;
+  void updateTrackingAreas() override;
+  void prepareContentInRect(CGRect rect) override;
+  void setFrame(CGRect frame) override;
+  bool becomeFirstResponder() override;
+  bool resignFirstResponder() override;
+
+ private:
+  void fitHeight();
+  CGRect shownRect() const;
+  void takeRowView(std::size_t row);
+  void makeRowsIn(CGRect rect, NSTableViewDelegate& delegate);
+  void trimReserve();
+  void updateRowLook(std::size_t row);
+  void setHoveredRow(std::optional<std::size_t> row);
+  void moveSelection(std::ptrdiff_t step, bool extends);
+  void selectByKey(std::size_t row, bool extends);
+
+  WeakRef<NSTableViewDataSource> dataSource_;
+  WeakRef<NSTableViewDelegate> delegate_;
+  std::size_t rowCount_ = 0;
+  CGFloat rowHeight_ = 24;
+  std::vector<CGFloat> rowEnds_;  // of rows of different heights, where each ends; else empty
+  std::map<std::size_t, Ref<NSView>> visible_;
+  std::map<const NSView*, std::string> identifiers_;  // of the views in use and in reserve
+  std::map<std::string, std::vector<Ref<NSView>>> reserve_;
+  NSIndexSet selection_;
+  std::optional<std::size_t> anchor_, lead_, hoveredRow_;
+  Ref<NSTrackingArea> trackingArea_;
+  bool allowsMultipleSelection_ = true;
+};
+
+}  // namespace tessaluna::platform

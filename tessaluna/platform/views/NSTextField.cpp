@@ -1,0 +1,237 @@
+#include "tessaluna/platform/views/NSTextField.h"
+
+#include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSTextInputClient.h"
+#include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+const Outlet NSTextField::outlets_[] = {outlet<&NSTextField::setDelegate>("delegate")};
+const ClassInfo NSTextField::staticClassInfo{
+    .name = "NSTextField", .base = &NSControl::staticClassInfo, .outlets = NSTextField::outlets_};
+
+Ref<NSCell> NSTextField::makeCell() {
+  const auto cell = make<NSTextFieldCell>();
+  cell->setBezeled(true);
+  cell->setDrawsBackground(true);
+  cell->setEditable(true);
+  cell->setLineBreakMode(NSLineBreakByClipping);  // as it is edited: on one line
+  return cell;
+}
+
+Ref<NSTextField> NSTextField::labelWithString(std::string_view text) {
+  const auto label = make<NSTextField>(CGRect{});
+  label->setBezeled(false);
+  label->setDrawsBackground(false);
+  label->setEditable(false);
+  label->setLineBreakMode(NSLineBreakByWordWrapping);
+  label->setStringValue(text);
+  label->setFrameSize(label->intrinsicContentSize());
+  return label;
+}
+
+template <class Change>
+void NSTextField::changeTextCell(Change change) {
+  NSTextFieldCell* cell = textCell();
+  if (!cell) return;
+  change(*cell);
+  invalidateIntrinsicContentSize();
+  setNeedsDisplay(true);
+}
+
+void NSTextField::setTextColor(Ref<NSColor> color) {
+  changeTextCell([&](NSTextFieldCell& cell) { cell.setTextColor(std::move(color)); });
+}
+Ref<NSColor> NSTextField::textColor() const { return textCell() ? textCell()->textColor() : nullptr; }
+void NSTextField::setDrawsBackground(bool draws) {
+  changeTextCell([&](NSTextFieldCell& cell) { cell.setDrawsBackground(draws); });
+}
+void NSTextField::setBackgroundColor(Ref<NSColor> color) {
+  changeTextCell([&](NSTextFieldCell& cell) { cell.setBackgroundColor(std::move(color)); });
+}
+void NSTextField::setBezeled(bool isBezeled) {
+  changeTextCell([&](NSTextFieldCell& cell) { cell.setBezeled(isBezeled); });
+}
+void NSTextField::setEditable(bool isEditable) {
+  changeTextCell([&](NSTextFieldCell& cell) { cell.setEditable(isEditable); });
+}
+void NSTextField::setSelectable(bool isSelectable) {
+  changeTextCell([&](NSTextFieldCell& cell) { cell.setSelectable(isSelectable); });
+}
+bool NSTextField::isEditable() const { return textCell() && textCell()->isEditable(); }
+bool NSTextField::isSelectable() const { return textCell() && textCell()->isSelectable(); }
+void NSTextField::setPlaceholderString(std::string text) {
+  changeTextCell([&](NSTextFieldCell& cell) { cell.setPlaceholderString(std::move(text)); });
+}
+
+// Editing.
+
+std::string NSTextField::stringValue() const {
+  const Ref<NSText> editor = currentEditor();
+  return editor ? editor->string() : NSControl::stringValue();
+}
+
+void NSTextField::setStringValue(std::string_view text) {
+  const Ref<NSText> editor = currentEditor();
+  if (editor) {
+    toldText_ = text;
+    editor->setString(text);
+  }
+  NSControl::setStringValue(text);
+}
+
+void NSTextField::setEnabled(bool isEnabled) {
+  if (!isEnabled && window() && currentEditor()) window()->endEditingFor(this);
+  NSControl::setEnabled(isEnabled);
+}
+
+void NSTextField::viewDidHide() {
+  if (window() && currentEditor()) window()->endEditingFor(this);
+  NSControl::viewDidHide();
+}
+
+void NSTextField::windowWillChange() {
+  if (currentEditor()) window()->endEditingFor(this);
+  NSControl::windowWillChange();
+}
+
+Ref<NSText> NSTextField::currentEditor() const {
+  const Ref<NSText> editor = window() ? window()->fieldEditor(false, nullptr) : nullptr;
+  return editor && editor->delegate().get() == this ? editor : nullptr;
+}
+
+void NSTextField::takeOver(const NSText& editor) {
+  // Attributes of a text that was not changed stay.
+  if (editor.string() != NSControl::stringValue()) NSControl::setStringValue(editor.string());
+}
+
+void NSTextField::validateEditing() {
+  if (const Ref<NSText> editor = currentEditor()) takeOver(*editor);
+}
+
+bool NSTextField::abortEditing() {
+  const Ref<NSText> editor = currentEditor();
+  if (!editor || !textCell()) return false;
+  const Ref<NSWindow> held = refTo(*window());
+  textCell()->endEditing(editor);
+  held->makeFirstResponder(nullptr);
+  return true;
+}
+
+void NSTextField::selectText(NSObject*) {
+  if (!window() || !acceptsFirstResponder()) return;
+  if (const Ref<NSText> editor = currentEditor()) editor->setSelectedRange({0, NSNotFound});
+  else window()->makeFirstResponder(this);
+}
+
+bool NSTextField::becomeFirstResponder() {
+  if (!textCell() || !window()) return false;
+  // It may still be lent to somebody who has lost the keys without a word.
+  window()->endEditingFor(nullptr);
+  toldText_ = NSControl::stringValue();
+  textCell()->selectWithFrame(bounds(), *this, window()->fieldEditor(true, this), refTo(*this), 0, NSNotFound);
+  return true;
+}
+
+void NSTextField::notify(std::string_view name, void (NSTextFieldDelegate::*operation)(const Ref<NSNotification>&)) {
+  const auto notification = make<NSNotification>(std::string(name), refTo<NSObject>(*this));
+  if (const Ref<NSTextFieldDelegate> delegate = delegate_.lock()) (delegate.get()->*operation)(notification);
+  NSNotificationCenter::defaultCenter().postNotification(notification);
+}
+
+bool NSTextField::textShouldBeginEditing(NSText& editor) {
+  const Ref<NSTextFieldDelegate> delegate = delegate_.lock();
+  return !delegate || delegate->controlTextShouldBeginEditing(*this, editor);
+}
+
+bool NSTextField::textShouldEndEditing(NSText& editor) {
+  const Ref<NSTextFieldDelegate> delegate = delegate_.lock();
+  return !delegate || delegate->controlTextShouldEndEditing(*this, editor);
+}
+
+void NSTextField::textDidBeginEditing(const Ref<NSNotification>&) {
+  notify(NSControlTextDidBeginEditingNotification, &NSTextFieldDelegate::controlTextDidBeginEditing);
+}
+
+void NSTextField::tellAssistiveClientsOfText() {
+  const Ref<NSText> editor = currentEditor();
+  if (!editor || editor->string() == toldText_) return;
+  toldText_ = editor->string();
+  NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
+}
+
+void NSTextField::textViewDidChangeSelection(const Ref<NSNotification>&) {
+  // The caret moves within the text that it stands in.
+  tellAssistiveClientsOfText();
+  NSAccessibilityPostNotification(cell(), NSAccessibilitySelectedTextChangedNotification);
+}
+
+void NSTextField::textDidChange(const Ref<NSNotification>&) {
+  tellAssistiveClientsOfText();
+  notify(NSControlTextDidChangeNotification, &NSTextFieldDelegate::controlTextDidChange);
+}
+
+void NSTextField::textDidEndEditing(const Ref<NSNotification>&) {
+  const Ref<NSText> editor = currentEditor();
+  if (!editor || !textCell()) return;
+  const Ref<NSWindow> held = refTo(*window());
+  const bool isReturn = editor->movement() == NSTextMovementReturn;
+  takeOver(*editor);
+  textCell()->endEditing(editor);
+  notify(NSControlTextDidEndEditingNotification, &NSTextFieldDelegate::controlTextDidEndEditing);
+  if (!isReturn) return;
+  sendActionTo(action(), target());
+  // The keys stay here, unless the action took them elsewhere or the field away.
+  const bool isThere = window() == held.get() && !isHiddenOrHasHiddenAncestor();
+  if (isThere && held->firstResponder() == held.get()) selectText(nullptr);
+}
+
+bool NSTextField::textViewDoCommandBySelector(NSTextView& editor, std::string_view selector) {
+  const Ref<NSTextFieldDelegate> delegate = delegate_.lock();
+  return delegate && delegate->controlTextViewDoCommandBySelector(*this, editor, selector);
+}
+
+// The pointer.
+
+NSView* NSTextField::hitTest(CGPoint point) {
+  NSView* hit = NSControl::hitTest(point);
+  // A click beside the text, on the frame, is one into the text.
+  const Ref<NSText> editor = hit == this ? currentEditor() : nullptr;
+  return editor ? editor.get() : hit;
+}
+
+// A label is no control to the pointer: what lies behind it is. A first click has made the field the first responder, so
+// that there is an editor for it to go on in.
+void NSTextField::mouseDown(const Ref<NSEvent>& event) {
+  if (!isSelectable()) return NSView::mouseDown(event);
+  if (const Ref<NSText> editor = currentEditor()) editor->mouseDown(event);
+}
+void NSTextField::mouseDragged(const Ref<NSEvent>& event) {
+  if (!isSelectable()) return NSView::mouseDragged(event);
+  if (const Ref<NSText> editor = currentEditor()) editor->mouseDragged(event);
+}
+void NSTextField::mouseUp(const Ref<NSEvent>& event) {
+  if (!isSelectable()) return NSView::mouseUp(event);
+  if (const Ref<NSText> editor = currentEditor()) editor->mouseUp(event);
+}
+
+void NSTextField::resetCursorRects() {
+  NSControl::resetCursorRects();
+  if (acceptsFirstResponder()) addCursorRect(bounds(), NSCursor::IBeamCursor());
+}
+
+void NSTextField::drawRect(CGRect rect) {
+  NSControl::drawRect(rect);
+  if (!isEditable() || !currentEditor() || !window()->isKeyWindow()) return;
+  // The ring of the focus, inside of the view's edge.
+  constexpr CGFloat width = 2, radius = 3;
+  const auto ring = NSBezierPath::bezierPathWithRoundedRect(NSInsetRect(bounds(), width / 2, width / 2), radius, radius);
+  ring->setLineWidth(width);
+  NSColor::keyboardFocusIndicatorColor()->setStroke();
+  ring->stroke();
+}
+
+}  // namespace tessaluna::platform

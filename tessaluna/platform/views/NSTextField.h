@@ -1,0 +1,93 @@
+// A text on a line or on several. One that is neither editable nor selectable is a label: it passes mouse events on. The
+// others are edited, on one line, in the field editor of their window: it comes with a click or the Tab key and goes when
+// the keys go elsewhere, which is when the field takes over what was typed. Return takes it over and sends the action.
+#pragma once
+
+#include "tessaluna/platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/views/NSControl.h"
+#include "tessaluna/platform/views/NSText.h"
+#include "tessaluna/platform/views/NSTextFieldDelegate.h"
+
+namespace tessaluna::platform {
+
+class NSTextField : public NSControl, public NSTextDelegate {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  // Framed and with a background, as a field to write in.
+  explicit NSTextField(CGRect frame) : NSControl(frame) {}
+  // Outlet besides the control's: "delegate".
+  explicit NSTextField(NSCoder& coder) : NSControl(coder) {}
+  // Without frame and background, as wide as its text.
+  static Ref<NSTextField> labelWithString(std::string_view text);
+
+  // Of the cell, whose class is that of a text field or derived from it. Each asks for a redraw.
+  void setTextColor(Ref<NSColor> color);
+  Ref<NSColor> textColor() const;
+  void setDrawsBackground(bool draws);
+  void setBackgroundColor(Ref<NSColor> color);
+  void setBezeled(bool isBezeled);
+  void setEditable(bool isEditable);
+  void setSelectable(bool isSelectable);
+  bool isEditable() const;
+  bool isSelectable() const;
+  void setPlaceholderString(std::string text);
+
+  // While the field is edited these are the text in the editor.
+  std::string stringValue() const override;
+  void setStringValue(std::string_view text) override;
+  void setEnabled(bool isEnabled) override;  // disabling ends the editing
+  void viewDidHide() override;               // so does hiding, also of a view above it
+
+  // Not kept alive.
+  Ref<NSTextFieldDelegate> delegate() const { return delegate_.lock(); }
+  void setDelegate(const Ref<NSTextFieldDelegate>& delegate) { delegate_ = delegate; }
+
+  // The view that edits the field's text now; absent when none does. The first operation takes over what was typed, the
+  // second one throws it away and ends the editing, which nobody is told of; it is true if there was any.
+  virtual Ref<NSText> currentEditor() const;
+  virtual void validateEditing();
+  virtual bool abortEditing();
+  // Begins editing with all of the text selected.
+  void selectText(NSObject* sender);
+
+  bool acceptsFirstResponder() const override { return isSelectable() && isEnabled(); }
+  bool becomeFirstResponder() override;
+  bool canBecomeKeyView() const override { return isEditable() && NSControl::canBecomeKeyView(); }
+
+  NSView* hitTest(CGPoint point) override;
+  void mouseDown(const Ref<NSEvent>& event) override;
+  void mouseDragged(const Ref<NSEvent>& event) override;
+  void mouseUp(const Ref<NSEvent>& event) override;
+  void resetCursorRects() override;
+  void drawRect(CGRect rect) override;
+
+  // The editor's delegate is the field.
+  bool textShouldBeginEditing(NSText& editor) override;
+  bool textShouldEndEditing(NSText& editor) override;
+  void textDidBeginEditing(const Ref<NSNotification>& notification) override;
+  void textDidChange(const Ref<NSNotification>& notification) override;
+  void textDidEndEditing(const Ref<NSNotification>& notification) override;
+  void textViewDidChangeSelection(const Ref<NSNotification>& notification) override;
+  bool textViewDoCommandBySelector(NSTextView& editor, std::string_view selector) override;
+
+ protected:
+  Ref<NSCell> makeCell() override;
+  Ref<NSCell> makeCell(NSCoder& coder) override { return make<NSTextFieldCell>(coder); }
+  void windowWillChange() override;
+
+ private:
+  static const Outlet outlets_[];
+  NSTextFieldCell* textCell() const { return dynamic_cast<NSTextFieldCell*>(cell().get()); }
+  template <class Change>
+  void changeTextCell(Change change);
+  void notify(std::string_view name, void (NSTextFieldDelegate::*operation)(const Ref<NSNotification>&));
+  void takeOver(const NSText& editor);
+  void tellAssistiveClientsOfText();
+
+  WeakRef<NSTextFieldDelegate> delegate_;
+  std::string toldText_;  // what assistive clients know to be in the editor
+};
+
+}  // namespace tessaluna::platform

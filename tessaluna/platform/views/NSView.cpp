@@ -1,0 +1,61 @@
+#include "tessaluna/platform/views/NSView.h"
+
+#include <algorithm>
+
+#include "tessaluna/platform/views/NSClipView.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+const ClassInfo NSView::staticClassInfo{.name = "NSView", .base = &NSResponder::staticClassInfo};
+
+bool NSView::performKeyEquivalent(const Ref<NSEvent>& event) {
+  const std::vector<Ref<NSView>> copy = subviews();
+  for (const Ref<NSView>& view : copy)
+    if (!view->isHidden() && view->performKeyEquivalent(event)) return true;
+  return false;
+}
+
+namespace {
+
+NSClipView* clipViewAbove(const NSView& view) {
+  for (NSView* ancestor = view.superview(); ancestor; ancestor = ancestor->superview())
+    if (auto* clip = dynamic_cast<NSClipView*>(ancestor)) return clip;
+  return nullptr;
+}
+
+// How far a span of `length` at `start` has to move for a window from `low` to `high` to show it; if it is too long, to
+// show its nearer end.
+CGFloat leastMove(CGFloat start, CGFloat length, CGFloat low, CGFloat high) {
+  const CGFloat before = start - low, after = start + length - high;
+  if (before < 0 && after < 0) return std::max(before, after);
+  if (before > 0 && after > 0) return std::min(before, after);
+  return 0;
+}
+
+}  // namespace
+
+NSScrollView* NSView::enclosingScrollView() const {
+  for (NSView* ancestor = superview(); ancestor; ancestor = ancestor->superview())
+    if (auto* scrollView = dynamic_cast<NSScrollView*>(ancestor)) return scrollView;
+  return nullptr;
+}
+
+bool NSView::scrollRectToVisible(CGRect rect) {
+  NSClipView* clip = clipViewAbove(*this);
+  if (!clip) return false;
+  const CGRect wanted = convertRectToView(rect, clip), shown = clip->bounds();
+  const CGPoint before = shown.origin;
+  clip->scrollToPoint({before.x + leastMove(wanted.origin.x, wanted.size.width, before.x, CGRectGetMaxX(shown)),
+                       before.y + leastMove(wanted.origin.y, wanted.size.height, before.y, CGRectGetMaxY(shown))});
+  return clip->bounds().origin != before;
+}
+
+void NSView::scrollPoint(CGPoint point) {
+  if (NSClipView* clip = clipViewAbove(*this)) clip->scrollToPoint(convertPointToView(point, clip));
+}
+
+void NSView::windowWillChange() { window()->viewWillLeave(*this); }
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,37 @@
+// A rectangle of a window that draws and takes events. Its parts stand in headers of their own: ViewGeometry (tree and
+// space), ViewDrawing (what it shows), ViewTracking (what is under the pointer), ViewAccessibility
+// (what assistive clients see).
+#pragma once
+
+#include "tessaluna/platform/views/ViewAccessibility.h"
+
+namespace tessaluna::platform {
+
+class NSView : public ViewAccessibility {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit NSView(CGRect frame) : ViewAccessibility(frame) {}
+  // Keys: "frame", "hidden", "autoresizingMask", "autoresizesSubviews", "wantsLayer".
+  explicit NSView(NSCoder& coder) : ViewAccessibility(coder) {}
+
+  // Scrolling. The first clip view above is asked; without one nothing happens and the answer is false.
+  NSScrollView* enclosingScrollView() const;
+  bool scrollRectToVisible(CGRect rect);  // the least way that shows it; true if anything moved
+  void scrollPoint(CGPoint point);        // to the clip view's origin corner
+  // Called by a clip view with what shows of its document, whenever that changes: a view that makes its content as it is
+  // needed does so here.
+  virtual void prepareContentInRect(CGRect) {}
+
+  // A key equivalent goes down the tree, to the first view that takes it.
+  bool performKeyEquivalent(const Ref<NSEvent>& event) override;
+
+  // Whether the Tab key may stop here.
+  virtual bool canBecomeKeyView() const { return acceptsFirstResponder() && !isHiddenOrHasHiddenAncestor(); }
+
+ protected:
+  void windowWillChange() override;
+};
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,276 @@
+#include "tessaluna/platform/views/TextViewEditing.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "tessaluna/platform/accessibility/NSAccessibility.h"
+#include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/windows/NSPasteboard.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+void TextViewEditing::setString(std::string_view text) {
+  if (hasMarkedText() && window() && window()->nativeWindow()) window()->nativeWindow()->discardMarkedText();
+  marked_ = noRange;
+  beforeMarking_.reset();
+  breakUndoCoalescing();
+  setWholeText(typedText(text));
+  setSelection({length(), length()});
+  tellInputMethod();
+}
+
+void TextViewEditing::tellInputMethod() {
+  if (window() && window()->firstResponder() == this && window()->nativeWindow())
+    window()->nativeWindow()->textInputDidChange();
+}
+
+void TextViewEditing::setDelegate(const Ref<NSTextDelegate>& delegate) {
+  TextViewSelection::setDelegate(delegate);
+  // What was typed for another owner is nothing to undo here.
+  undoManager_->removeAllActions();
+  breakUndoCoalescing();
+  hasBegun_ = false;
+}
+
+std::u16string TextViewEditing::typedText(std::string_view text) const {
+  std::u16string units = utf16FromUtf8(text);
+  if (!isFieldEditor()) return units;
+  // A field has one line.
+  std::u16string line;
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    const char16_t unit = units[i];
+    if (unit == '\r' && i + 1 < units.size() && units[i + 1] == '\n') continue;
+    line += isLineEnd(unit) ? u' ' : unit;
+  }
+  return line;
+}
+
+// Changes.
+
+bool TextViewEditing::shouldChangeText() {
+  if (!isEditable()) return false;
+  if (hasBegun_) return true;
+  const Ref<NSTextDelegate> delegate = this->delegate();
+  if (delegate && !delegate->textShouldBeginEditing(*this)) return false;
+  hasBegun_ = true;
+  const auto notification = make<NSNotification>(std::string(NSTextDidBeginEditingNotification), refTo<NSObject>(*this));
+  if (delegate) delegate->textDidBeginEditing(notification);
+  NSNotificationCenter::defaultCenter().postNotification(notification);
+  return true;
+}
+
+void TextViewEditing::didChangeText() {
+  tellInputMethod();
+  const auto notification = make<NSNotification>(std::string(NSTextDidChangeNotification), refTo<NSObject>(*this));
+  if (const Ref<NSTextDelegate> delegate = this->delegate()) delegate->textDidChange(notification);
+  NSNotificationCenter::defaultCenter().postNotification(notification);
+}
+
+void TextViewEditing::editingDidEnd() {
+  hasBegun_ = false;
+  breakUndoCoalescing();
+}
+
+void TextViewEditing::replace(NSRange range, std::u16string_view text) {
+  NSTextStorage& storage = *textStorage();
+  storage.beginEditing();
+  const bool wasEmpty = storage.length() == 0;
+  storage.replaceCharactersInRange(range, text);
+  if (wasEmpty)
+    for (const auto& [key, value] : typingAttributes()) storage.addAttribute(key, value, {0, storage.length()});
+  storage.endEditing();
+}
+
+bool TextViewEditing::change(const Change& change) {
+  const Ref<NSObject> held = shared_from_this();
+  if (!shouldChangeText()) return false;
+  // Whoever was asked may have changed the text.
+  const NSRange range = withinText(change.range);
+  const bool goesOn = change.kind != EditKind::Other && change.kind == lastKind_ && selection() == lastSelection_;
+  if (!goesOn) registerUndo({textStorage()->text(), selection()});
+  replace(range, change.text);
+  const std::size_t caret = range.location + change.text.size();
+  setSelection({caret, caret});
+  lastKind_ = change.kind;
+  lastSelection_ = selection();
+  didChangeText();
+  return true;
+}
+
+NSRange TextViewEditing::replacedBy(NSRange replacementRange) const {
+  if (replacementRange.location == NSNotFound) return hasMarkedText() ? marked_ : selectedRange();
+  return withinText(replacementRange);
+}
+
+NSRange TextViewEditing::withinText(NSRange range) const {
+  const std::size_t start = std::min(range.location, length());
+  return {start, std::min(range.length, length() - start)};
+}
+
+void TextViewEditing::insertText(std::string_view text, NSRange replacementRange) {
+  const Ref<NSObject> held = shared_from_this();
+  NSRange range = replacedBy(replacementRange);
+  const std::u16string typed = typedText(text);
+  if (hasMarkedText()) {
+    // One step from before the composition began.
+    Snapshot before = *beforeMarking_;
+    setMarkedRange(noRange);
+    breakUndoCoalescing();
+    if (!shouldChangeText()) return;
+    range = withinText(range);
+    replace(range, typed);
+    registerUndo(std::move(before));
+    const std::size_t caret = range.location + typed.size();
+    setSelection({caret, caret});
+    didChangeText();
+  } else if (range.length > 0 || !typed.empty()) {
+    const EditKind kind = range.length == 0 ? EditKind::Typing : EditKind::Other;
+    // What is typed over a selection and then behind it is one step.
+    if (change({.range = range, .text = typed, .kind = kind})) lastKind_ = EditKind::Typing;
+  }
+}
+
+void TextViewEditing::deleteTo(TextMotion motion) {
+  const NSRange selected = selectedRange();
+  if (selected.length > 0) {
+    change({.range = selected, .text = {}});
+    return;
+  }
+  const std::size_t to = destination(motion, selected.location);
+  const auto [start, end] = std::minmax(selected.location, to);
+  if (start == end) return;
+  const EditKind kind = motion == TextMotion::Backward  ? EditKind::DeletingBackward
+                        : motion == TextMotion::Forward ? EditKind::DeletingForward
+                                                        : EditKind::Other;
+  change({.range = {start, end - start}, .text = {}, .kind = kind});
+}
+
+void TextViewEditing::deleteSelection(NSObject*) {
+  if (selectedRange().length > 0) change({.range = selectedRange(), .text = {}});
+}
+
+// Composition.
+
+void TextViewEditing::setMarkedRange(NSRange range) {
+  if (hasMarkedText()) {
+    const std::size_t start = std::min(marked_.location, length());
+    textStorage()->removeAttribute(NSUnderlineStyleAttributeName,
+                                   {start, std::min(marked_.length, length() - start)});
+  }
+  marked_ = range;
+  if (hasMarkedText())
+    textStorage()->addAttribute(NSUnderlineStyleAttributeName, std::int64_t{NSUnderlineStyleSingle}, marked_);
+  else beforeMarking_.reset();
+}
+
+void TextViewEditing::setMarkedText(std::string_view text, NSRange selected, NSRange replacementRange) {
+  const Ref<NSObject> held = shared_from_this();
+  NSRange range = replacedBy(replacementRange);
+  const std::u16string composed = typedText(text);
+  if (!hasMarkedText() && composed.empty() && range.length == 0) return;
+  if (!shouldChangeText()) return;
+  range = withinText(range);
+  if (!hasMarkedText()) beforeMarking_ = Snapshot{textStorage()->text(), selection()};
+  const std::optional<Snapshot> before = beforeMarking_;
+  setMarkedRange(noRange);
+  beforeMarking_ = before;
+  breakUndoCoalescing();
+  replace(range, composed);
+  if (composed.empty()) {
+    // Given up. What the composition stood in place of is gone all the same.
+    beforeMarking_.reset();
+    if (before->text != textStorage()->text()) registerUndo(*before);
+  } else {
+    setMarkedRange({range.location, composed.size()});
+  }
+  const std::size_t start = range.location + std::min(selected.location, composed.size());
+  const std::size_t end = std::min(start + selected.length, range.location + composed.size());
+  setSelection({start, end});
+  didChangeText();
+}
+
+void TextViewEditing::unmarkText() {
+  if (!hasMarkedText()) return;
+  Snapshot before = *beforeMarking_;
+  setMarkedRange(noRange);
+  registerUndo(std::move(before));
+  if (window() && window()->nativeWindow()) window()->nativeWindow()->discardMarkedText();
+}
+
+void TextViewEditing::willTrackMouse() {
+  unmarkText();
+  breakUndoCoalescing();
+}
+
+void TextViewEditing::selectionDidChange() {
+  tellInputMethod();
+  const auto notification =
+      make<NSNotification>(std::string(NSTextViewDidChangeSelectionNotification), refTo<NSObject>(*this));
+  if (const Ref<NSTextDelegate> delegate = this->delegate()) delegate->textViewDidChangeSelection(notification);
+  NSNotificationCenter::defaultCenter().postNotification(notification);
+}
+
+CGRect TextViewEditing::firstRectForCharacterRange(NSRange range) const {
+  if (!window()) return {};
+  const std::vector<CGRect> rects = rectsForRange(range);
+  const CGRect rect = range.length == 0 || rects.empty() ? caretRectForIndex(range.location) : rects.front();
+  return window()->convertRectToScreen(convertRectToView(rect, nullptr));
+}
+
+std::size_t TextViewEditing::characterIndexForPoint(CGPoint screenPoint) const {
+  if (!window()) return NSNotFound;
+  return characterIndexForInsertionAtPoint(convertPointFromView(window()->convertPointFromScreen(screenPoint), nullptr));
+}
+
+// Undo.
+
+void TextViewEditing::registerUndo(Snapshot before) {
+  undoManager_->registerUndo([weak = WeakRef<NSObject>(shared_from_this()), before = std::move(before)] {
+    if (const Ref<NSObject> self = weak.lock()) static_cast<TextViewEditing&>(*self).bringBack(before);
+  });
+}
+
+void TextViewEditing::bringBack(const Snapshot& snapshot) {
+  if (!shouldChangeText()) return;
+  registerUndo({textStorage()->text(), selection()});
+  setWholeText(snapshot.text);
+  setSelection(snapshot.selection);
+  breakUndoCoalescing();
+  didChangeText();
+}
+
+void TextViewEditing::undo(NSObject*) {
+  unmarkText();
+  undoManager_->undo();
+}
+
+void TextViewEditing::redo(NSObject*) {
+  unmarkText();
+  undoManager_->redo();
+}
+
+// The clipboard.
+
+void TextViewEditing::copy(NSObject*) {
+  const NSRange range = selectedRange();
+  if (range.length == 0) return;
+  const std::u16string selected = textStorage()->text().substr(range.location, range.length);
+  NSPasteboard::generalPasteboard()->setString(utf8FromUtf16(selected), NSPasteboardTypeString);
+}
+
+void TextViewEditing::cut(NSObject* sender) {
+  if (!isEditable()) return;
+  copy(sender);
+  deleteSelection(sender);
+}
+
+void TextViewEditing::paste(NSObject*) {
+  if (!isEditable()) return;
+  const std::optional<std::string> text = NSPasteboard::generalPasteboard()->stringForType(NSPasteboardTypeString);
+  if (!text) return;
+  breakUndoCoalescing();
+  change({.range = replacedBy(noRange), .text = typedText(*text)});
+}
+
+}  // namespace tessaluna::platform

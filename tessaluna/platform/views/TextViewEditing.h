@@ -1,0 +1,81 @@
+// The third part of a text view: how its text changes by the user's hand. Every change can be undone; what is typed in one
+// go is undone in one go. Text that is being composed is marked and underlined until it is taken over.
+#pragma once
+
+#include "tessaluna/platform/events/NSTextInputClient.h"
+#include "tessaluna/platform/foundation/NSUndoManager.h"
+#include "tessaluna/platform/views/TextViewSelection.h"
+
+namespace tessaluna::platform {
+
+class TextViewEditing : public TextViewSelection, public NSTextInputClient {
+ public:
+  using TextViewSelection::TextViewSelection;
+
+  void setString(std::string_view text) override;
+  void setDelegate(const Ref<NSTextDelegate>& delegate) override;
+
+  // Of what the user types or pastes. In a field editor ends of lines become blanks.
+  void insertText(std::string_view text, NSRange replacementRange) override;
+  void insertText(std::string_view text) { insertText(text, noRange); }
+  void setMarkedText(std::string_view text, NSRange selectedRange, NSRange replacementRange) override;
+  void unmarkText() override;
+  bool hasMarkedText() const override { return marked_.location != NSNotFound; }
+  NSRange markedRange() const override { return marked_; }
+  NSRange selectedRange() const override { return TextViewSelection::selectedRange(); }
+  std::u16string text() const override { return textStorage()->text(); }
+  bool acceptsTextInput() const override { return isEditable(); }
+  CGRect firstRectForCharacterRange(NSRange range) const override;
+  std::size_t characterIndexForPoint(CGPoint screenPoint) const override;
+
+  // The selection, or without one what the motion goes over.
+  void deleteTo(TextMotion motion);
+  void deleteSelection(NSObject* sender);  // delete:
+  void copy(NSObject* sender);
+  void cut(NSObject* sender);
+  void paste(NSObject* sender);  // as plain text
+
+  const Ref<NSUndoManager>& undoManager() const { return undoManager_; }
+  void undo(NSObject* sender);
+  void redo(NSObject* sender);
+  void breakUndoCoalescing() { lastKind_ = EditKind::Other; }
+
+  // Asks the delegate, once in an editing, whether it may begin, and tells it so. False if it may not.
+  bool shouldChangeText();
+  void didChangeText();
+
+ protected:
+  void editingDidEnd();  // the next change begins a new one
+  void willTrackMouse() override;
+  void selectionDidChange() override;
+
+ private:
+  enum class EditKind { Typing, DeletingBackward, DeletingForward, Other };
+  struct Snapshot {
+    std::u16string text;
+    Selection selection;
+  };
+  struct Change {
+    NSRange range;
+    std::u16string text;
+    EditKind kind = EditKind::Other;
+  };
+  bool change(const Change& change);
+  void replace(NSRange range, std::u16string_view text);
+  NSRange replacedBy(NSRange replacementRange) const;
+  NSRange withinText(NSRange range) const;
+  std::u16string typedText(std::string_view text) const;
+  void registerUndo(Snapshot before);
+  void bringBack(const Snapshot& snapshot);
+  void setMarkedRange(NSRange range);
+  void tellInputMethod();
+
+  Ref<NSUndoManager> undoManager_ = make<NSUndoManager>();
+  EditKind lastKind_ = EditKind::Other;
+  Selection lastSelection_;               // after the last change; typing elsewhere is another step
+  NSRange marked_ = noRange;
+  std::optional<Snapshot> beforeMarking_;
+  bool hasBegun_ = false;
+};
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,123 @@
+#include "tessaluna/platform/views/TextViewLayout.h"
+
+#include <algorithm>
+
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSClipView.h"
+
+namespace tessaluna::platform {
+
+namespace {
+
+constexpr CGFloat caretWidth = 1;
+
+}  // namespace
+
+TextViewLayout::TextViewLayout(CGRect frame)
+    : NSText(frame),
+      storage_(make<NSTextStorage>()),
+      container_(make<NSTextContainer>(frame.size)),
+      layoutManager_(make<NSLayoutManager>(storage_, container_)),
+      typingAttributes_{{NSFontAttributeName, NSFont::systemFontOfSize(NSFont::systemFontSize())},
+                        {NSForegroundColorAttributeName, NSColor::controlTextColor()},
+                        {NSParagraphStyleAttributeName, NSParagraphStyle::defaultParagraphStyle()}} {
+  layoutManager_->setAttributesOfNothing(typingAttributes_);
+}
+
+void TextViewLayout::didInit() {
+  NSText::didInit();
+  storage_->setDelegate(Ref<NSTextStorageDelegate>(shared_from_this(), this));
+}
+
+void TextViewLayout::setTextContainerInset(CGSize inset) {
+  inset_ = inset;
+  fitContainer();
+  setNeedsDisplay(true);
+}
+
+std::string TextViewLayout::string() const { return storage_->string(); }
+
+void TextViewLayout::setWholeText(std::u16string text) {
+  storage_->setAttributedString(NSAttributedString(std::move(text), typingAttributes_));
+}
+
+Ref<NSFont> TextViewLayout::font() const {
+  return attributeObject<NSFont>(typingAttributes_, NSFontAttributeName);
+}
+
+void TextViewLayout::setTypingAttribute(NSAttributedStringKey key, NSAttributeValue value) {
+  typingAttributes_[key] = value;
+  layoutManager_->setAttributesOfNothing(typingAttributes_);
+  storage_->addAttribute(key, std::move(value), {0, length()});
+  sizeToFit();
+  setNeedsDisplay(true);
+}
+
+void TextViewLayout::setFont(Ref<NSFont> font) {
+  setTypingAttribute(NSFontAttributeName, font ? font : NSFont::systemFontOfSize(NSFont::systemFontSize()));
+}
+
+void TextViewLayout::setTextColor(Ref<NSColor> color) {
+  setTypingAttribute(NSForegroundColorAttributeName, color ? color : NSColor::controlTextColor());
+}
+
+void TextViewLayout::setAlignment(NSTextAlignment alignment) {
+  setTypingAttribute(NSParagraphStyleAttributeName, make<NSParagraphStyle>(alignment, NSLineBreakByWordWrapping));
+}
+
+std::size_t TextViewLayout::characterIndexForInsertionAtPoint(CGPoint point) const {
+  const CGPoint origin = textOrigin();
+  return layoutManager_->insertionIndexForPoint({point.x - origin.x, point.y - origin.y});
+}
+
+CGRect TextViewLayout::caretRectForIndex(std::size_t index) const {
+  CGRect caret = NSOffsetRect(layoutManager_->caretRectForIndex(index), textOrigin().x, textOrigin().y);
+  // Behind a text that ends at the right edge it would be cut off.
+  caret.origin.x = std::min(caret.origin.x, std::max(0.0, frame().size.width - caretWidth));
+  return caret;
+}
+
+std::vector<CGRect> TextViewLayout::rectsForRange(NSRange range) const {
+  std::vector<CGRect> rects = layoutManager_->rectArrayForGlyphRange(range, range, *container_);
+  for (CGRect& rect : rects) rect = NSOffsetRect(rect, textOrigin().x, textOrigin().y);
+  return rects;
+}
+
+void TextViewLayout::setHorizontallyResizable(bool isResizable) {
+  isHorizontallyResizable_ = isResizable;
+  sizeToFit();
+}
+
+void TextViewLayout::sizeToFit() {
+  if (!isHorizontallyResizable_) return;
+  const CGFloat text = layoutManager_->usedRectForTextContainer(*container_).size.width + 2 * inset_.width + caretWidth;
+  const NSView* around = superview();
+  const CGFloat width = std::max(text, around ? around->bounds().size.width : 0);
+  if (width != frame().size.width) setFrameSize({width, frame().size.height});
+}
+
+void TextViewLayout::setFrame(CGRect frame) {
+  NSText::setFrame(frame);
+  fitContainer();
+  sizeToFit();
+}
+
+void TextViewLayout::fitContainer() {
+  if (!container_->widthTracksTextView()) return;
+  container_->setSize({frame().size.width - 2 * inset_.width, container_->size().height});
+}
+
+void TextViewLayout::drawText() const {
+  const CGPoint origin = textOrigin();
+  const CGFloat padding = container_->lineFragmentPadding();
+  layoutManager_->layout().drawInRect(
+      {origin.x + padding, origin.y, frame().size.width, frame().size.height - origin.y});
+}
+
+void TextViewLayout::textStorageDidProcessEditing(NSTextStorage&, NSRange, std::ptrdiff_t) {
+  sizeToFit();
+  setNeedsDisplay(true);
+}
+
+}  // namespace tessaluna::platform

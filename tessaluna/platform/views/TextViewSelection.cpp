@@ -1,0 +1,226 @@
+#include "tessaluna/platform/views/TextViewSelection.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/text/textBoundaries.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+NSRange TextViewSelection::selectedRange() const {
+  const auto [start, end] = std::minmax(selection_.anchor, selection_.head);
+  return {start, end - start};
+}
+
+void TextViewSelection::setSelectedRange(NSRange range) {
+  const std::size_t start = std::min(range.location, length());
+  setSelection({start, start + std::min(range.length, length() - start)});
+}
+
+void TextViewSelection::setSelection(Selection wanted) {
+  wanted = {std::min(wanted.anchor, length()), std::min(wanted.head, length())};
+  const Selection earlier = std::exchange(selection_, wanted);
+  column_.reset();
+  setNeedsDisplay(true);
+  showCaretAnew();
+  scrollRangeToVisible({wanted.head, 0});
+  if (earlier != wanted) selectionDidChange();
+}
+
+void TextViewSelection::textStorageDidProcessEditing(NSTextStorage& storage, NSRange range, std::ptrdiff_t change) {
+  TextViewLayout::textStorageDidProcessEditing(storage, range, change);
+  // Whoever edits says where the caret is to be; what is not there any more cannot be selected meanwhile.
+  selection_ = {std::min(selection_.anchor, length()), std::min(selection_.head, length())};
+}
+
+void TextViewSelection::scrollRangeToVisible(NSRange range) {
+  CGRect area = caretRectForIndex(range.location);
+  for (const CGRect& rect : rectsForRange(range)) area = NSUnionRect(area, rect);
+  scrollRectToVisible(area);
+}
+
+bool TextViewSelection::hasKeys() const {
+  return isFirstResponder_ && window() && window()->isKeyWindow();
+}
+
+void TextViewSelection::becameFirstResponder() {
+  isFirstResponder_ = true;
+  keyStatusDidChange();
+}
+
+void TextViewSelection::resignedFirstResponder() {
+  isFirstResponder_ = false;
+  keyStatusDidChange();
+}
+
+void TextViewSelection::keyStatusDidChange() {
+  setNeedsDisplay(true);
+  showCaretAnew();
+}
+
+void TextViewSelection::showCaretAnew() {
+  if (hasKeys() && isEditable() && selection_.anchor == selection_.head) blink_.start();
+  else blink_.stop();
+}
+
+// Motions.
+
+std::size_t TextViewSelection::lineAbove(std::size_t from) const {
+  const CGRect caret = caretRectForIndex(from);
+  const bool isFirst = caret.origin.y <= caretRectForIndex(0).origin.y;
+  return isFirst ? 0
+                 : characterIndexForInsertionAtPoint({column_.value_or(caret.origin.x), caret.origin.y - 1});
+}
+
+std::size_t TextViewSelection::lineBelow(std::size_t from) const {
+  const CGRect caret = caretRectForIndex(from);
+  const bool isLast = caret.origin.y >= caretRectForIndex(length()).origin.y;
+  return isLast ? length()
+                : characterIndexForInsertionAtPoint({column_.value_or(caret.origin.x), CGRectGetMaxY(caret) + 1});
+}
+
+std::size_t TextViewSelection::destination(TextMotion motion, std::size_t from) const {
+  const std::u16string& text = textStorage()->text();
+  const auto lineRange = [&]() -> NSRange {
+    const TextLayout& layout = layoutManager()->layout();
+    NSRange range = paragraphRangeAt(text, from);
+    for (const TextLayout::Line& line : layout.lines()) {
+      if (from < line.start || from >= line.start + line.length) continue;
+      const std::size_t end = std::min(range.location + range.length, line.start + line.length);
+      return {line.start, end - line.start};
+    }
+    return {std::max(range.location, layout.lines().back().start), text.size() - layout.lines().back().start};
+  };
+  const auto isTurned = [&] {
+    const NSRange paragraph = paragraphRangeAt(text, from);
+    return isRightToLeft(std::u16string_view(text).substr(paragraph.location, paragraph.length));
+  };
+  switch (motion) {
+    case TextMotion::Left: return destination(isTurned() ? TextMotion::Forward : TextMotion::Backward, from);
+    case TextMotion::Right: return destination(isTurned() ? TextMotion::Backward : TextMotion::Forward, from);
+    case TextMotion::WordLeft:
+      return destination(isTurned() ? TextMotion::WordForward : TextMotion::WordBackward, from);
+    case TextMotion::WordRight:
+      return destination(isTurned() ? TextMotion::WordBackward : TextMotion::WordForward, from);
+    case TextMotion::LeftEndOfLine: return destination(isTurned() ? TextMotion::LineEnd : TextMotion::LineStart, from);
+    case TextMotion::RightEndOfLine: return destination(isTurned() ? TextMotion::LineStart : TextMotion::LineEnd, from);
+    case TextMotion::Backward: return characterBorderBefore(text, from);
+    case TextMotion::Forward: return characterBorderAfter(text, from);
+    case TextMotion::WordBackward: return wordStartBefore(text, from);
+    case TextMotion::WordForward: return wordEndAfter(text, from);
+    case TextMotion::LineStart: return lineRange().location;
+    case TextMotion::LineEnd: return lineRange().location + lineRange().length;
+    case TextMotion::DocumentStart: return 0;
+    case TextMotion::DocumentEnd: return text.size();
+    case TextMotion::Up: return lineAbove(from);
+    case TextMotion::Down: return lineBelow(from);
+  }
+  unreachable();
+}
+
+void TextViewSelection::move(TextMotion motion) {
+  const NSRange selected = selectedRange();
+  const std::size_t start = selected.location, end = start + selected.length;
+  std::size_t to = destination(motion, selection_.head);
+  if (selected.length > 0) {
+    // A step to a side only gives up the selection; anything longer goes on from the end on its side.
+    switch (motion) {
+      case TextMotion::Left:
+      case TextMotion::Right:
+      case TextMotion::Backward:
+      case TextMotion::Forward: to = to < selection_.head ? start : end; break;
+      case TextMotion::Up: to = destination(motion, start); break;
+      case TextMotion::Down: to = destination(motion, end); break;
+      default: break;
+    }
+  }
+  const bool isVertical = motion == TextMotion::Up || motion == TextMotion::Down;
+  const CGFloat column = column_.value_or(caretRectForIndex(selection_.head).origin.x);
+  setSelection({to, to});
+  if (isVertical) column_ = column;
+}
+
+void TextViewSelection::moveAndModifySelection(TextMotion motion) {
+  const bool isVertical = motion == TextMotion::Up || motion == TextMotion::Down;
+  const CGFloat column = column_.value_or(caretRectForIndex(selection_.head).origin.x);
+  setSelection({selection_.anchor, destination(motion, selection_.head)});
+  if (isVertical) column_ = column;
+}
+
+void TextViewSelection::selectAll(NSObject*) {
+  if (isSelectable()) setSelection({0, length()});
+}
+
+// The mouse.
+
+NSRange TextViewSelection::stepAt(CGPoint point) const {
+  const std::u16string& text = textStorage()->text();
+  switch (step_) {
+    case Step::Character: return {characterIndexForInsertionAtPoint(point), 0};
+    case Step::Word: {
+      const CGPoint origin = textOrigin();
+      return wordRangeAt(text, layoutManager()->characterIndexForPoint({point.x - origin.x, point.y - origin.y},
+                                                                       *textContainer(), nullptr));
+    }
+    case Step::Paragraph:
+      if (isFieldEditor()) return {0, length()};
+      return paragraphRangeAt(text, characterIndexForInsertionAtPoint(point));
+  }
+  unreachable();
+}
+
+void TextViewSelection::mouseDown(const Ref<NSEvent>& event) {
+  if (!isSelectable()) return NSText::mouseDown(event);
+  willTrackMouse();
+  const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
+  isPressed_ = true;
+  step_ = event->clickCount() >= 3 ? Step::Paragraph : event->clickCount() == 2 ? Step::Word : Step::Character;
+  const NSRange hit = stepAt(point);
+  if (event->modifierFlags() & NSEventModifierFlagShift) {
+    pressed_ = {selection_.anchor, 0};
+    setSelection({selection_.anchor, hit.location});
+  } else {
+    pressed_ = hit;
+    setSelection({hit.location, hit.location + hit.length});
+  }
+}
+
+void TextViewSelection::mouseDragged(const Ref<NSEvent>& event) {
+  if (!isPressed_) return NSText::mouseDragged(event);
+  const NSRange hit = stepAt(convertPointFromView(event->locationInWindow(), nullptr));
+  // What was pressed stays selected, on whichever side of it the pointer is.
+  const std::size_t end = pressed_.location + pressed_.length;
+  if (hit.location < pressed_.location) setSelection({end, hit.location});
+  else setSelection({pressed_.location, std::max(end, hit.location + hit.length)});
+}
+
+void TextViewSelection::mouseUp(const Ref<NSEvent>& event) {
+  if (!std::exchange(isPressed_, false)) NSText::mouseUp(event);
+}
+
+void TextViewSelection::resetCursorRects() {
+  if (isSelectable()) addCursorRect(bounds(), NSCursor::IBeamCursor());
+}
+
+// The look.
+
+void TextViewSelection::drawRect(CGRect) {
+  // The redraw may have been asked for because the desktop's font is another one.
+  layoutManager()->invalidateLayout();
+  if (selection_.anchor != selection_.head && isFirstResponder_) {
+    (hasKeys() ? NSColor::selectedTextBackgroundColor() : NSColor::unemphasizedSelectedTextBackgroundColor())->setFill();
+    for (const CGRect& rect : rectsForRange(selectedRange()))
+      NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);
+  }
+  drawText();
+  if (!blink_.isShown()) return;
+  NSColor::controlTextColor()->setFill();
+  NSRectFillUsingOperation(caretRectForIndex(selection_.head), NSCompositingOperationSourceOver);
+}
+
+}  // namespace tessaluna::platform

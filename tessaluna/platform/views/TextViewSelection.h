@@ -1,0 +1,81 @@
+// The second part of a text view: what is selected, the caret, and how both move. A selection has two ends: the anchor, where
+// it began, and the head, which moves with Shift held and which the view keeps in sight. Only whole user-perceived characters
+// are stepped over.
+//
+// Left and right step along the order of the text: in a paragraph that begins from right to left, left is forward.
+#pragma once
+
+#include <optional>
+
+#include "tessaluna/platform/views/CaretBlink.h"
+#include "tessaluna/platform/views/TextViewLayout.h"
+
+namespace tessaluna::platform {
+
+enum class TextMotion {
+  Left, Right, Backward, Forward,
+  WordLeft, WordRight, WordBackward, WordForward,
+  LineStart, LineEnd, LeftEndOfLine, RightEndOfLine,
+  DocumentStart, DocumentEnd,
+  Up, Down,
+};
+
+class TextViewSelection : public TextViewLayout {
+ public:
+  using TextViewLayout::TextViewLayout;
+
+  NSRange selectedRange() const override;
+  void setSelectedRange(NSRange range) override;
+  void scrollRangeToVisible(NSRange range);
+
+  // To where the motion leads, without or with the text on the way selected. Without, a selection first collapses.
+  void move(TextMotion motion);
+  void moveAndModifySelection(TextMotion motion);
+  void selectAll(NSObject* sender);
+
+  // A click places the caret, a double click selects words, a third all of a field editor or a paragraph; Shift and drags
+  // go on from the anchor, by the same steps.
+  void mouseDown(const Ref<NSEvent>& event) override;
+  void mouseDragged(const Ref<NSEvent>& event) override;
+  void mouseUp(const Ref<NSEvent>& event) override;
+  void resetCursorRects() override;
+
+  void drawRect(CGRect rect) override;
+  // Whether the caret is on screen at this moment of its blinking.
+  bool isCaretShown() const { return blink_.isShown(); }
+
+ protected:
+  // Whether the keys go to this text: it is the first responder of the key window.
+  bool hasKeys() const;
+  void becameFirstResponder();
+  void resignedFirstResponder();
+  void keyStatusDidChange();  // of the window
+  struct Selection {
+    std::size_t anchor = 0, head = 0;
+    friend bool operator==(const Selection&, const Selection&) = default;
+  };
+  Selection selection() const { return selection_; }
+  void setSelection(Selection selection);  // cut to the text
+  std::size_t destination(TextMotion motion, std::size_t from) const;
+  // The selection is another one; told after every change.
+  virtual void selectionDidChange() {}
+  // A press is about to use the text.
+  virtual void willTrackMouse() {}
+  void textStorageDidProcessEditing(NSTextStorage& storage, NSRange range, std::ptrdiff_t changeInLength) override;
+
+ private:
+  enum class Step { Character, Word, Paragraph };
+  NSRange stepAt(CGPoint point) const;
+  std::size_t lineAbove(std::size_t from) const;
+  std::size_t lineBelow(std::size_t from) const;
+  void showCaretAnew();
+
+  Selection selection_;
+  Step step_ = Step::Character;  // of the press that is going on
+  NSRange pressed_;              // what it first selected
+  bool isPressed_ = false, isFirstResponder_ = false;
+  std::optional<CGFloat> column_;  // where a series of moves up and down began
+  CaretBlink blink_{[this] { setNeedsDisplayInRect(caretRectForIndex(selection_.head)); }};
+};
+
+}  // namespace tessaluna::platform

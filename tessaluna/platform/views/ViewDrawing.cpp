@@ -1,0 +1,98 @@
+#include "tessaluna/platform/views/ViewDrawing.h"
+
+#include <utility>
+
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+ViewDrawing::ViewDrawing(NSCoder& coder) : ViewGeometry(coder) {
+  isHidden_ = coder.decodeBoolForKey("hidden");
+  wantsLayer_ = coder.decodeBoolForKey("wantsLayer");
+}
+
+void ViewDrawing::setNeedsDisplay(bool needsDisplay) {
+  needsDisplay_ = needsWholeDisplay_ = needsDisplay;
+  if (needsDisplay) setNeedsDisplayInRect(bounds());
+}
+
+void ViewDrawing::setNeedsDisplayInRect(CGRect rect) {
+  needsDisplay_ = true;
+  if (!window() || isHiddenOrHasHiddenAncestor()) return;
+  const CGRect visible = NSIntersectionRect(rect, visibleRect());
+  if (!NSIsEmptyRect(visible)) window()->invalidateRect(convertRectToView(visible, nullptr));
+}
+
+void ViewDrawing::setHidden(bool isHidden) {
+  if (isHidden == isHidden_) return;
+  // What is behind shows in one case and is covered in the other: both redraw the same area, while it counts as visible.
+  if (isHidden) setNeedsDisplay(true);
+  isHidden_ = isHidden;
+  if (!isHidden) setNeedsDisplay(true);
+  const bool wasHiddenBefore = superview() && superview()->isHiddenOrHasHiddenAncestor();
+  if (isHidden && !wasHiddenBefore) tellHidden(asView());
+}
+
+void ViewDrawing::tellHidden(NSView& view) {
+  const Ref<NSObject> held = view.weak_from_this().lock();  // absent while the view is being made
+  const std::vector<Ref<NSView>> copy = view.subviews();
+  view.viewDidHide();
+  for (const Ref<NSView>& subview : copy)
+    if (!subview->isHidden()) tellHidden(*subview);
+}
+
+bool ViewDrawing::isHiddenOrHasHiddenAncestor() const {
+  for (const NSView* view = &asView(); view; view = view->superview())
+    if (view->isHidden()) return true;
+  return false;
+}
+
+void ViewDrawing::geometryWillChange() {
+  if (window()) setNeedsDisplay(true);
+}
+
+void ViewDrawing::geometryDidChange() { setNeedsDisplay(true); }
+
+namespace {
+
+// Whether the part is the whole but for the noise of the way through the superviews' spaces.
+bool isAllOf(CGRect part, CGRect whole) {
+  constexpr CGFloat noise = 1e-6;
+  return NSContainsRect(NSInsetRect(part, -noise, -noise), whole);
+}
+
+}  // namespace
+
+void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& context) {
+  if (isHidden_) return;
+  const CGAffineTransform toSuperview = transformToSuperview();
+  const CGRect dirty = NSIntersectionRect(toSuperview.inverted()->applyToRect(rect), bounds());
+  if (NSIsEmptyRect(dirty)) return;
+
+  const Ref<NSView> held = refTo(asView());
+  const GraphicsStateScope state(context.CGContext());
+  context.CGContext().concat(toSuperview);
+  context.CGContext().clipRect(bounds());
+
+  // Drawing starts at the frontmost subview that covers all of the rectangle, if there is one.
+  const std::vector<Ref<NSView>> copy = subviews();
+  std::size_t first = copy.size();
+  while (first > 0) {
+    const NSView& view = *copy[first - 1];
+    if (view.isOpaque() && !view.isHidden() && NSContainsRect(view.frame(), dirty)) break;
+    --first;
+  }
+  // The wish ends before it is granted: one that drawRect: makes is a new one.
+  needsDisplay_ = false;
+  const bool isWhole = std::exchange(needsWholeDisplay_, false) || isAllOf(dirty, bounds());
+  if (first == 0) {
+    const GraphicsStateScope own(context.CGContext());
+    context.setFlipped(asView().isFlipped());
+    drawRect(isWhole ? bounds() : dirty);
+  }
+  for (std::size_t i = first == 0 ? 0 : first - 1; i < copy.size(); ++i) copy[i]->displayRectInContext(dirty, context);
+}
+
+}  // namespace tessaluna::platform

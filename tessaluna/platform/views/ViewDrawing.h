@@ -1,0 +1,54 @@
+// The second part of a view: what it shows. A view draws itself in drawRect:, then its subviews from back to front, all cut
+// to its bounds. Nothing is drawn at once: a redraw is asked for and comes with the window's next display.
+#pragma once
+
+#include "tessaluna/platform/graphics/Forward.h"
+#include "tessaluna/platform/views/ViewGeometry.h"
+
+namespace tessaluna::platform {
+
+class ViewDrawing : public ViewGeometry {
+ public:
+  explicit ViewDrawing(CGRect frame) : ViewGeometry(frame) {}
+  explicit ViewDrawing(NSCoder& coder);
+
+  // Draws into the current context, in the view's coordinates. The rectangle is the part of bounds that is to be redrawn,
+  // in whole device pixels where it does not reach the bounds' edges; exactly bounds after setNeedsDisplay(true).
+  virtual void drawRect(CGRect) {}
+
+  // True promises that drawRect: paints every point of the bounds: nothing behind it is drawn.
+  virtual bool isOpaque() const { return false; }
+
+  // True asks for a redraw of the bounds, false takes the wish back as far as this view alone knows of it.
+  void setNeedsDisplay(bool needsDisplay);
+  void setNeedsDisplayInRect(CGRect rect);
+  bool needsDisplay() const { return needsDisplay_; }
+
+  // Hidden views, with all below them, neither draw nor take events.
+  bool isHidden() const { return isHidden_; }
+  virtual void setHidden(bool isHidden);
+  bool isHiddenOrHasHiddenAncestor() const;
+  // The view has become hidden, by itself or with a view above it.
+  virtual void viewDidHide() {}
+
+  // Kept for those who ask for it; a view here never has a layer.
+  bool wantsLayer() const { return wantsLayer_; }
+  void setWantsLayer(bool wants) { wantsLayer_ = wants; }
+
+  // Draws the view and all below it into the context, whose space is the superview's. The rectangle is in that space too.
+  void displayRectInContext(CGRect rect, NSGraphicsContext& context);
+
+ protected:
+  void geometryWillChange() override;
+  void geometryDidChange() override;
+
+ private:
+  static void tellHidden(NSView& view);
+
+  bool needsDisplay_ = false;
+  bool needsWholeDisplay_ = false;  // as setNeedsDisplay(true) asks, also where a superview cuts the view off
+  bool isHidden_ = false;
+  bool wantsLayer_ = false;
+};
+
+}  // namespace tessaluna::platform

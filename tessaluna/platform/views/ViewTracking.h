@@ -1,0 +1,54 @@
+// The third part of a view: which view is under a point, and where the pointer's coming and going is told.
+#pragma once
+
+#include <vector>
+
+#include "tessaluna/platform/views/ViewDrawing.h"
+
+namespace tessaluna::platform {
+
+class ViewTracking : public ViewDrawing {
+ public:
+  using ViewDrawing::ViewDrawing;
+
+  // The frontmost view, this one or one below it, that lies under the point; absent for a point outside or a hidden view.
+  // The point is in the superview's coordinates.
+  virtual NSView* hitTest(CGPoint point);
+
+  // Whether a press on this view moves the window where the desktop offers that.
+  virtual bool mouseDownCanMoveWindow() const { return !isOpaque(); }
+
+  // Areas may come and go at any time; under a pointer that does not move nothing is sent.
+  const DequeList<Ref<NSTrackingArea>>& trackingAreas() const { return trackingAreas_; }
+  void addTrackingArea(const Ref<NSTrackingArea>& area);
+  void removeTrackingArea(const Ref<NSTrackingArea>& area);
+  // Called when the view comes into a window and when its visible rectangle changes, also by what happens to a view above;
+  // an override calls its base's first.
+  virtual void updateTrackingAreas() {}
+
+  // Where the pointer changes its look. The window asks for the rectangles again, all of them, when the view has changed
+  // its place or invalidateCursorRectsForView was called; resetCursorRects adds them. Later ones lie over earlier ones.
+  virtual void resetCursorRects() {}
+  void addCursorRect(CGRect rect, const Ref<NSCursor>& cursor);
+  void discardCursorRects() { cursorRects_.clear(); }
+  Ref<NSCursor> cursorAt(CGPoint point) const;  // absent outside all rectangles
+
+ protected:
+  void geometryDidChange() override;
+
+ private:
+  friend class NSWindow;
+  // A change of a view's place changes what is visible of all views below it.
+  void visibleAreaDidChange();
+
+  struct CursorRect {
+    CGRect rect;
+    Ref<NSCursor> cursor;
+  };
+
+  DequeList<Ref<NSTrackingArea>> trackingAreas_;
+  std::vector<CursorRect> cursorRects_;
+  bool areCursorRectsValid_ = false;
+};
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,90 @@
+#include "tessaluna/platform/windows/NSApplication.h"
+
+#include <algorithm>
+
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+const ClassInfo NSApplication::staticClassInfo{.name = "NSApplication", .base = &NSResponder::staticClassInfo};
+
+Ref<NSApplication> NSApp;
+
+class NSApplication::Monitor : public NSObject {
+ public:
+  Monitor(NSEventMask mask, NSEvent::MonitorHandler handler) : mask(mask), handler(std::move(handler)) {}
+
+  const NSEventMask mask;
+  const NSEvent::MonitorHandler handler;
+  bool isRemoved = false;
+};
+
+Ref<NSApplication> NSApplication::sharedApplication() {
+  if (!NSApp) NSApp = make<NSApplication>();
+  return NSApp;
+}
+
+void NSApplication::sendEvent(const Ref<NSEvent>& event) {
+  Ref<NSEvent> current = event;
+  // A monitor may add or remove others, itself included: the list is walked as it was, without those that have gone.
+  const std::vector<Ref<Monitor>> copy = monitors_;
+  for (const Ref<Monitor>& monitor : copy) {
+    if (monitor->isRemoved || !(monitor->mask & maskOf(current->type()))) continue;
+    current = monitor->handler(current);
+    if (!current) return;
+  }
+  if (const Ref<NSWindow> window = current->window()) window->sendEvent(current);
+}
+
+Ref<NSObject> NSApplication::addMonitor(NSEventMask mask, NSEvent::MonitorHandler handler) {
+  monitors_.push_back(make<Monitor>(mask, std::move(handler)));
+  return monitors_.back();
+}
+
+void NSApplication::removeMonitor(const Ref<NSObject>& token) {
+  const auto found = std::find(monitors_.begin(), monitors_.end(), token);
+  if (found == monitors_.end()) return;
+  (*found)->isRemoved = true;
+  monitors_.erase(found);
+}
+
+std::vector<Ref<NSWindow>> NSApplication::windows() const {
+  std::vector<Ref<NSWindow>> result;
+  for (const WeakRef<NSWindow>& window : windows_)
+    if (Ref<NSWindow> alive = window.lock()) result.push_back(std::move(alive));
+  return result;
+}
+
+void NSApplication::windowWasMade(const Ref<NSWindow>& window) {
+  // A weak reference to a window that has gone still holds its memory.
+  std::erase_if(windows_, [](const WeakRef<NSWindow>& other) { return other.expired(); });
+  windows_.push_back(window);
+}
+
+std::optional<AccessibilityElements> NSApplication::accessibilityOwnChildren() const {
+  AccessibilityElements result;
+  for (const Ref<NSWindow>& window : windows())
+    if (window->isVisible() && window->accessibilityParent().get() == this) result.push_back(window);
+  return result;
+}
+
+void NSApplication::windowKeyStatusChanged(NSWindow& window, bool isKey) {
+  if (isKey) {
+    keyWindow_ = refTo(window);
+  } else if (keyWindow_.lock().get() == &window) {
+    keyWindow_.reset();
+  }
+}
+
+bool NSApplication::sendAction(std::string_view action, NSObject* target, NSObject* sender) {
+  if (action.empty()) return false;
+  if (target) {
+    const Ref<NSObject> held = target->shared_from_this();
+    return target->performSelector(action, sender);
+  }
+  if (const Ref<NSWindow> window = keyWindow())
+    if (window->firstResponder()->tryToPerform(action, sender)) return true;
+  return tryToPerform(action, sender);
+}
+
+}  // namespace tessaluna::platform

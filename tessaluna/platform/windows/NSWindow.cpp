@@ -1,0 +1,270 @@
+#include "tessaluna/platform/windows/NSWindow.h"
+
+#include <utility>
+
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/views/NSTextView.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindowController.h"
+
+namespace tessaluna::platform {
+
+const ClassInfo NSWindow::staticClassInfo{.name = "NSWindow", .base = &NSResponder::staticClassInfo};
+
+NSWindow::NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreType, bool defer)
+    : frame_(contentRect), styleMask_(styleMask), backgroundColor_(NSColor::windowBackgroundColor()) {
+  firstResponder_ = this;
+  isDeferred_ = defer;
+}
+
+NSWindow::NSWindow(NSCoder& coder)
+    : NSResponder(coder),
+      frame_(coder.decodeRectForKey("contentRect")),
+      styleMask_(static_cast<std::uint32_t>(coder.decodeIntegerForKey("styleMask"))),
+      title_(coder.decodeStringForKey("title").value_or("")),
+      backgroundColor_(NSColor::windowBackgroundColor()) {
+  firstResponder_ = this;
+}
+
+NSWindow::~NSWindow() {
+  // Nobody is told of an editing that ends with the window.
+  if (fieldEditor_) {
+    fieldEditor_->setDelegate(nullptr);
+    if (NSView* clip = fieldEditor_->superview()) clip->removeFromSuperview();
+    fieldEditor_->removeFromSuperview();
+  }
+  if (contentView_) contentView_->moveToWindow(nullptr);
+}
+
+void NSWindow::didInit() {
+  NSResponder::didInit();
+  if (!contentView_) setContentView(make<NSView>(CGRect{{0, 0}, frame_.size}));
+  if (NSApp) NSApp->windowWasMade(refTo(*this));
+  // Only now: what a derived class says of its window counts for the native one as well.
+  if (!isDeferred_) makeNative();
+}
+
+void NSWindow::makeNative() {
+  if (native_) return;
+  backend::Backend* backend = backend::Backend::current();
+  if (!backend) stopProgram("NSWindow: a window was shown without a backend");
+  const bool isTitled = styleMask_ & NSWindowStyleMaskTitled;
+  adoptNativeWindow(backend->makeWindow(
+      *this, {.kind = isTitled ? backend::WindowKind::Titled
+                               : canBecomeKeyWindow() ? backend::WindowKind::Borderless : backend::WindowKind::Popup,
+              .content = frame_,
+              .isOpaque = isOpaque_,
+              .hasShadow = hasShadow_,
+              .canBecomeKey = canBecomeKeyWindow()}));
+}
+
+void NSWindow::adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native) {
+  native_ = std::move(native);
+  if (!title_.empty()) native_->setTitle(title_);
+  if (contentView_) contentView_->setNeedsDisplay(true);
+}
+
+void NSWindow::setContentView(Ref<NSView> view) {
+  if (contentView_) {
+    contentView_->moveToWindow(nullptr);
+  }
+  contentView_ = std::move(view);
+  if (contentView_) {
+    contentView_->removeFromSuperview();
+    contentView_->setFrame({{0, 0}, frame_.size});
+    contentView_->moveToWindow(this);
+    static_cast<ViewTracking&>(*contentView_).visibleAreaDidChange();
+    contentView_->setNeedsDisplay(true);
+  } else {
+    invalidateRect({{0, 0}, frame_.size});
+  }
+}
+
+void NSWindow::setFrame(CGRect frame, bool display) {
+  if (native_ && frame != frame_) native_->setFrame(frame);
+  nativeFrameChanged(frame);
+  if (display) displayIfNeeded();
+}
+
+void NSWindow::setFrameTopLeftPoint(CGPoint point) {
+  setFrame({{point.x, point.y - frame_.size.height}, frame_.size}, false);
+}
+
+void NSWindow::nativeFrameChanged(CGRect content) {
+  const Ref<NSObject> held = weak_from_this().lock();  // absent while the window is being made
+  const CGRect earlier = std::exchange(frame_, content);
+  const CGPoint moved{content.origin.x - earlier.origin.x, CGRectGetMaxY(content) - CGRectGetMaxY(earlier)};
+  if (content.size != earlier.size) {
+    if (contentView_) contentView_->setFrame({{0, 0}, frame_.size});
+    invalidateRect({{0, 0}, frame_.size});
+  }
+  if (moved != CGPoint{}) children_.parentMoved(moved);
+  if (content.origin != earlier.origin) notify(NSWindowDidMoveNotification, &NSWindowDelegate::windowDidMove);
+  if (content.size != earlier.size) notify(NSWindowDidResizeNotification, &NSWindowDelegate::windowDidResize);
+}
+
+void NSWindow::nativeScaleChanged() { invalidateRect({{0, 0}, frame_.size}); }
+
+CGPoint NSWindow::convertPointToScreen(CGPoint p) const { return {p.x + frame_.origin.x, p.y + frame_.origin.y}; }
+CGPoint NSWindow::convertPointFromScreen(CGPoint p) const { return {p.x - frame_.origin.x, p.y - frame_.origin.y}; }
+CGRect NSWindow::convertRectToScreen(CGRect r) const { return {convertPointToScreen(r.origin), r.size}; }
+CGRect NSWindow::convertRectFromScreen(CGRect r) const { return {convertPointFromScreen(r.origin), r.size}; }
+CGFloat NSWindow::backingScaleFactor() const { return native_ ? native_->scale() : 1; }
+
+void NSWindow::orderFront(NSObject*) {
+  makeNative();
+  isVisible_ = true;
+  if (NSWindow* parent = parentWindow()) {
+    parent->children_.childWasShown(*this, true);
+    native_->setParent(parent->nativeWindow());
+  }
+  native_->show();
+  native_->raise();
+  displayIfNeeded();
+  children_.parentWasShown();
+}
+
+void NSWindow::orderOut(NSObject*) {
+  const Ref<NSWindow> held = refTo(*this);
+  if (NSWindow* parent = parentWindow(); parent && parent->isVisible()) parent->children_.childWasShown(*this, false);
+  mouse_.windowWasHidden();
+  if (std::exchange(isVisible_, false)) {
+    children_.parentWasHidden();
+    NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held), NSAccessibilityUIElementDestroyedNotification);
+  }
+  if (native_) native_->hide();
+  nativeKeyStatusChanged(false);
+}
+
+void NSWindow::makeKeyAndOrderFront(NSObject* sender) {
+  orderFront(sender);
+  if (canBecomeKeyWindow()) native_->requestKey();
+}
+
+void NSWindow::close() {
+  const Ref<NSWindow> held = refTo(*this);
+  endEditingFor(nullptr);
+  notify(NSWindowWillCloseNotification, &NSWindowDelegate::windowWillClose);
+  if (parentWindow()) parentWindow()->removeChildWindow(*this);
+  orderOut(nullptr);
+  if (NSApp) NSApp->windowWasClosed(*this);
+}
+
+void NSWindow::nativeKeyStatusChanged(bool isKey) {
+  if (isKey && !canBecomeKeyWindow()) return;
+  if (isKey == isKey_) return;
+  isKey_ = isKey;
+  if (NSApp) NSApp->windowKeyStatusChanged(*this, isKey);
+  if (isKey) notify(NSWindowDidBecomeKeyNotification, &NSWindowDelegate::windowDidBecomeKey);
+  else notify(NSWindowDidResignKeyNotification, &NSWindowDelegate::windowDidResignKey);
+}
+
+void NSWindow::notify(std::string_view name, void (NSWindowDelegate::*operation)(const Ref<NSNotification>&)) {
+  const Ref<NSObject> held = weak_from_this().lock();
+  if (!held) return;
+  if (const Ref<NSWindowDelegate> delegate = delegate_.lock())
+    (delegate.get()->*operation)(make<NSNotification>(std::string(name), held));
+  NSNotificationCenter::defaultCenter().postNotificationName(name, held);
+}
+
+void NSWindow::addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode) { children_.add(child); }
+
+Ref<NSWindowController> NSWindow::windowController() const { return controller_.lock(); }
+void NSWindow::setWindowController(const Ref<NSWindowController>& controller) { controller_ = controller; }
+
+NSResponder* NSWindow::nextResponder() const {
+  if (NSResponder* set = NSResponder::nextResponder()) return set;
+  return controller_.lock().get();
+}
+
+Ref<NSObject> NSWindow::accessibilityParent() const { return NSApp; }
+
+std::optional<AccessibilityElements> NSWindow::accessibilityOwnChildren() const {
+  return contentView_ ? AccessibilityElements{contentView_} : AccessibilityElements{};
+}
+
+void NSWindow::setTitle(std::string title) {
+  title_ = std::move(title);
+  if (native_) native_->setTitle(title_);
+  NSAccessibilityPostNotification(weak_from_this().lock(), NSAccessibilityTitleChangedNotification);
+}
+
+void NSWindow::setBackgroundColor(Ref<NSColor> color) {
+  backgroundColor_ = std::move(color);
+  invalidateRect({{0, 0}, frame_.size});
+}
+
+void NSWindow::scrollWheel(const Ref<NSEvent>& event) {
+  if (nextResponder()) NSResponder::scrollWheel(event);
+  else if (native_) native_->eventWasNotTaken();
+}
+
+void NSWindow::viewWillLeave(NSView& view) {
+  if (firstResponder_ == &view) {
+    view.resignFirstResponder();
+    setFirstResponder(*this);
+  }
+  mouse_.viewWillLeave(view);
+}
+
+void NSWindow::intrinsicContentSizeDidChange(NSView& view) {
+  if (native_) native_->intrinsicContentSizeDidChange(view);
+}
+
+void NSWindow::sendEvent(const Ref<NSEvent>& event) {
+  const Ref<NSWindow> held = refTo(*this);
+  switch (event->type()) {
+    case NSEventType::KeyDown:
+    case NSEventType::KeyUp:
+    case NSEventType::FlagsChanged: dispatchKey(event); break;
+    default: mouse_.send(event);
+  }
+}
+
+void NSWindow::resetCursorRects() {
+  if (contentView_) resetCursorRectsBelow(*contentView_);
+}
+
+void NSWindow::resetCursorRectsBelow(NSView& view) {
+  if (view.isHidden()) return;
+  ViewTracking& tracking = view;
+  if (!std::exchange(tracking.areCursorRectsValid_, true)) {
+    view.discardCursorRects();
+    view.resetCursorRects();
+  }
+  const std::vector<Ref<NSView>> copy = view.subviews();
+  for (const Ref<NSView>& subview : copy) resetCursorRectsBelow(*subview);
+}
+
+void NSWindow::invalidateCursorRectsForView(NSView& view) { static_cast<ViewTracking&>(view).areCursorRectsValid_ = false; }
+
+void NSWindow::invalidateRect(CGRect rect) {
+  dirty_.add(rect, backingScaleFactor());
+  if (native_ && isVisible_ && !dirty_.isEmpty()) native_->scheduleDisplay();
+}
+
+void NSWindow::displayIfNeeded() {
+  if (!native_ || !isVisible_ || dirty_.isEmpty()) return;
+  const std::vector<CGRect> rects = dirty_.take({{0, 0}, frame_.size}, backingScaleFactor());
+  if (rects.empty()) return;
+  native_->paint(rects, [&](backend::Canvas& canvas) {
+    for (const CGRect& rect : rects) drawContents(rect, canvas);
+  });
+}
+
+void NSWindow::drawContents(CGRect rect, backend::Canvas& canvas) {
+  CGContext context(canvas);
+  const auto graphics = NSGraphicsContext::graphicsContextWithCGContext(context, false);
+  const CurrentContextScope current(graphics);
+  const GraphicsStateScope state(context);
+  context.clipRect(rect);
+  // The picture is kept: what was there goes first, also under a translucent background.
+  (backgroundColor_ ? backgroundColor_ : NSColor::clearColor())->setFill();
+  NSRectFill(rect);
+  if (contentView_) contentView_->displayRectInContext(rect, *graphics);
+}
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,179 @@
+// A window: a content view, the view tree's way to the desktop, and the first stop of events. Frames are in screen space,
+// whose origin is the lower left of the primary screen; the window's base space has its origin at the lower left of the
+// content. A window keeps its picture, so that drawing happens only where something changed.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "tessaluna/platform/accessibility/NSAccessibility.h"
+#include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/events/NSResponder.h"
+#include "tessaluna/platform/foundation/Geometry.h"
+#include "tessaluna/platform/graphics/Forward.h"
+#include "tessaluna/platform/views/Forward.h"
+#include "tessaluna/platform/windows/ChildWindows.h"
+#include "tessaluna/platform/windows/DirtyRegion.h"
+#include "tessaluna/platform/windows/MouseDispatch.h"
+#include "tessaluna/platform/windows/NSWindowDelegate.h"
+
+namespace tessaluna::platform {
+
+enum NSWindowStyleMask : std::uint32_t {
+  NSWindowStyleMaskBorderless = 0,
+  NSWindowStyleMaskTitled = 1,
+  NSWindowStyleMaskClosable = 2,
+  NSWindowStyleMaskMiniaturizable = 4,
+  NSWindowStyleMaskResizable = 8,
+  NSWindowStyleMaskTexturedBackground = 0x100,
+};
+enum NSBackingStoreType { NSBackingStoreBuffered = 2 };
+enum NSWindowOrderingMode { NSWindowBelow = -1, NSWindowOut = 0, NSWindowAbove = 1 };
+
+class NSWindow : public NSResponder, public NSAccessibility, private backend::WindowClient {
+ public:
+  static const ClassInfo staticClassInfo;
+  const ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  // With `defer` true the native window is made when the window is first shown. Needs a backend by then, or the program stops.
+  NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreType backing, bool defer);
+  // Keys: "contentRect", "styleMask", "title". Deferred.
+  explicit NSWindow(NSCoder& coder);
+  ~NSWindow() override;
+  void didInit() override;
+
+  const Ref<NSView>& contentView() const { return contentView_; }
+  void setContentView(Ref<NSView> view);  // takes the size of the window's content
+
+  CGRect frame() const { return frame_; }
+  void setFrame(CGRect frame, bool display);
+  void setFrameTopLeftPoint(CGPoint point);  // keeps the size
+  CGPoint convertPointToScreen(CGPoint point) const;
+  CGPoint convertPointFromScreen(CGPoint point) const;
+  CGRect convertRectToScreen(CGRect rect) const;
+  CGRect convertRectFromScreen(CGRect rect) const;
+  CGFloat backingScaleFactor() const;
+
+  bool isVisible() const { return isVisible_; }
+  void orderFront(NSObject* sender);
+  void orderOut(NSObject* sender);
+  void makeKeyAndOrderFront(NSObject* sender);
+  virtual void close();
+
+  // Children stand above their window, which keeps them alive; they move with its upper left corner and are shown and
+  // hidden with it. A child of a visible window is shown at once. Below it is not offered.
+  void addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode ordered);
+  void removeChildWindow(NSWindow& child) { children_.remove(child); }  // stays where it is, and visible
+  NSWindow* parentWindow() const { return children_.parent(); }
+  std::vector<Ref<NSWindow>> childWindows() const { return children_.windows(); }
+
+  // Neither is kept alive. The controller stands behind the window in the responder chain.
+  Ref<NSWindowController> windowController() const;
+  void setWindowController(const Ref<NSWindowController>& controller);
+  NSResponder* nextResponder() const override;
+  Ref<NSWindowDelegate> delegate() const { return delegate_.lock(); }
+  void setDelegate(const Ref<NSWindowDelegate>& delegate) { delegate_ = delegate; }
+
+  // Only a window that can has key status; a borderless one cannot unless it is overridden.
+  virtual bool canBecomeKeyWindow() const { return styleMask_ & NSWindowStyleMaskTitled; }
+  bool isKeyWindow() const { return isKey_; }
+
+  NSResponder* firstResponder() const { return firstResponder_; }
+  // Absent makes the window itself the first responder. False if the earlier one or the new one refuses.
+  bool makeFirstResponder(NSResponder* responder);
+  // Go on to the next or previous view that the Tab key may stop at, in the order of the tree. False at the end.
+  bool selectNextKeyView();
+  bool selectPreviousKeyView();
+  // The same among one view and those below it.
+  bool selectKeyViewWithin(NSView& view, backend::FocusStep step);
+
+  // What the Tab key does: on to the next or previous view that it may stop at, round at the ends, and where a program has
+  // the window's views among its own widgets, out to those.
+  void moveKeyView(backend::FocusStep step);
+
+  // The text view in which the window's text fields are edited, one after the other. Absent before it was first asked for
+  // with `createFlag` true; whom it is for makes no difference.
+  virtual Ref<NSText> fieldEditor(bool createFlag, NSObject* object);
+  // Ends the editing of the object's text, or with none of any, without asking. What was typed is taken over.
+  void endEditingFor(NSObject* object);
+
+  // Of the keys that no view takes, Tab and Shift-Tab go along the key views, round at the ends.
+  void keyDown(const Ref<NSEvent>& event) override;
+  void scrollWheel(const Ref<NSEvent>& event) override;
+
+  const std::string& title() const { return title_; }
+  void setTitle(std::string title);
+  std::uint32_t styleMask() const { return styleMask_; }
+  void setOpaque(bool isOpaque) { isOpaque_ = isOpaque; }
+  bool isOpaque() const { return isOpaque_; }
+  void setHasShadow(bool has) { hasShadow_ = has; }
+  bool hasShadow() const { return hasShadow_; }
+  void setBackgroundColor(Ref<NSColor> color);
+  const Ref<NSColor>& backgroundColor() const { return backgroundColor_; }
+
+  // An event whose window is this one. Called by NSApp.
+  virtual void sendEvent(const Ref<NSEvent>& event);
+
+  // Brings the cursor rectangles of all views up to date: those that are no longer valid are discarded and asked for again.
+  void resetCursorRects();
+  void invalidateCursorRectsForView(NSView& view);
+
+  // Asks for a redraw of a part of base space, and draws what was asked for.
+  void invalidateRect(CGRect rect);
+  void displayIfNeeded();
+
+  // Its parent is the application, its child the content view.
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(NSAccessibilityWindowRole); }
+  std::string accessibilityTitle() const override { return title_; }
+  CGRect accessibilityFrame() const override { return frame_; }
+  Ref<NSObject> accessibilityParent() const override;
+
+  // A backend that already has the native side of a window, such as a widget of a host, gives it here.
+  void adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native);
+  backend::NativeWindow* nativeWindow() const { return native_.get(); }
+  backend::WindowClient& windowClient() { return *this; }
+
+ protected:
+  std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
+
+ private:
+  friend class ChildWindows;
+  friend class ViewGeometry;
+  friend class NSView;
+  void viewWillLeave(NSView& view);
+  void intrinsicContentSizeDidChange(NSView& view);
+
+  void nativeDisplay() override { displayIfNeeded(); }
+  void nativeFrameChanged(CGRect content) override;
+  void nativeScaleChanged() override;
+  void nativeKeyStatusChanged(bool isKey) override;
+  void nativeCloseRequested() override { close(); }
+  Ref<NSWindow> eventWindow() override { return std::static_pointer_cast<NSWindow>(weak_from_this().lock()); }
+
+  void makeNative();
+  void notify(std::string_view name, void (NSWindowDelegate::*operation)(const Ref<NSNotification>&));
+  void drawContents(CGRect rect, backend::Canvas& canvas);
+  void dispatchKey(const Ref<NSEvent>& event);
+  void setFirstResponder(NSResponder& responder);
+  void resetCursorRectsBelow(NSView& view);
+
+  std::unique_ptr<backend::NativeWindow> native_;
+  Ref<NSView> contentView_;
+  CGRect frame_;
+  std::uint32_t styleMask_;
+  std::string title_;
+  Ref<NSColor> backgroundColor_;
+  NSResponder* firstResponder_ = nullptr;
+  std::size_t firstResponderChanges_ = 0;
+  Ref<NSText> fieldEditor_;
+  MouseDispatch mouse_{*this};
+  DirtyRegion dirty_;
+  ChildWindows children_{*this};
+  WeakRef<NSWindowController> controller_;
+  WeakRef<NSWindowDelegate> delegate_;
+  bool isDeferred_ = true;
+  bool isVisible_ = false, isKey_ = false, isOpaque_ = true, hasShadow_ = true;
+};
+
+}  // namespace tessaluna::platform

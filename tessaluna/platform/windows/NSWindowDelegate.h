@@ -1,0 +1,27 @@
+// What a window tells of itself: to its delegate, and by name through the default notification center.
+#pragma once
+
+#include <string_view>
+
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
+
+namespace tessaluna::platform {
+
+inline constexpr std::string_view NSWindowDidBecomeKeyNotification = "NSWindowDidBecomeKeyNotification";
+inline constexpr std::string_view NSWindowDidResignKeyNotification = "NSWindowDidResignKeyNotification";
+inline constexpr std::string_view NSWindowDidMoveNotification = "NSWindowDidMoveNotification";
+inline constexpr std::string_view NSWindowDidResizeNotification = "NSWindowDidResizeNotification";
+inline constexpr std::string_view NSWindowWillCloseNotification = "NSWindowWillCloseNotification";
+
+// The delegate hears of each before the observers do. The notification's object is the window.
+class NSWindowDelegate {
+ public:
+  virtual ~NSWindowDelegate() = default;
+  virtual void windowDidBecomeKey(const Ref<NSNotification>&) {}
+  virtual void windowDidResignKey(const Ref<NSNotification>&) {}
+  virtual void windowDidMove(const Ref<NSNotification>&) {}
+  virtual void windowDidResize(const Ref<NSNotification>&) {}
+  virtual void windowWillClose(const Ref<NSNotification>&) {}
+};
+
+}  // namespace tessaluna::platform

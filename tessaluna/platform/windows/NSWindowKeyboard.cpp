@@ -1,0 +1,125 @@
+// The window's part in typing: who gets the keys, where the Tab key goes, and the field editor.
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/views/NSTextView.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+bool NSWindow::makeFirstResponder(NSResponder* responder) {
+  NSResponder* wanted = responder ? responder : this;
+  if (wanted == firstResponder_) return true;
+  const Ref<NSResponder> held = refTo(*wanted);
+  // One that takes the keys back whenever they go keeps them.
+  constexpr int mostAsked = 3;
+  for (int asked = 0; firstResponder_ != this; ++asked) {
+    if (asked == mostAsked) return false;
+    const Ref<NSResponder> earlier = refTo(*firstResponder_);
+    const std::size_t changes = firstResponderChanges_;
+    if (!earlier->resignFirstResponder()) return false;
+    // Whoever was told of the end may have made another one the first responder: that one is asked as well.
+    if (firstResponderChanges_ == changes) setFirstResponder(*this);
+  }
+  if (wanted == this) return true;
+  if (!wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
+  // A text field has given the status on to its editor by now.
+  if (firstResponder_ == this) setFirstResponder(*wanted);
+  // A control's element is its cell.
+  NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held),
+                                  NSAccessibilityFocusedUIElementChangedNotification);
+  return true;
+}
+
+void NSWindow::setFirstResponder(NSResponder& responder) {
+  firstResponder_ = &responder;
+  ++firstResponderChanges_;
+  if (native_) native_->firstResponderDidChange();
+}
+
+namespace {
+
+void collectKeyViews(const Ref<NSView>& view, std::vector<Ref<NSView>>& result) {
+  if (view->isHidden()) return;
+  if (view->canBecomeKeyView()) result.push_back(view);
+  for (const Ref<NSView>& subview : view->subviews()) collectKeyViews(subview, result);
+}
+
+}  // namespace
+
+bool NSWindow::selectKeyViewWithin(NSView& view, backend::FocusStep step) {
+  const std::ptrdiff_t direction = step == backend::FocusStep::Next ? 1 : -1;
+  std::vector<Ref<NSView>> views;
+  collectKeyViews(refTo(view), views);
+  const auto count = static_cast<std::ptrdiff_t>(views.size());
+  std::ptrdiff_t now = direction > 0 ? -1 : count;
+  // A field is edited in a view inside of it.
+  const auto* first = dynamic_cast<const NSView*>(firstResponder_);
+  for (std::ptrdiff_t i = 0; i < count; ++i)
+    if (first && first->isDescendantOf(views[i].get())) now = i;
+  for (std::ptrdiff_t next = now + direction; next >= 0 && next < count; next += direction)
+    if (makeFirstResponder(views[next].get())) return true;
+  return false;
+}
+
+bool NSWindow::selectNextKeyView() {
+  return contentView_ && selectKeyViewWithin(*contentView_, backend::FocusStep::Next);
+}
+
+bool NSWindow::selectPreviousKeyView() {
+  return contentView_ && selectKeyViewWithin(*contentView_, backend::FocusStep::Previous);
+}
+
+namespace {
+
+std::optional<backend::FocusStep> focusStepOf(const NSEvent& event) {
+  if (event.modifierFlags() & (NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand))
+    return std::nullopt;
+  if (event.characters() == NSBackTabCharacter) return backend::FocusStep::Previous;
+  if (event.characters() != NSTabCharacter) return std::nullopt;
+  return event.modifierFlags() & NSEventModifierFlagShift ? backend::FocusStep::Previous : backend::FocusStep::Next;
+}
+
+}  // namespace
+
+void NSWindow::moveKeyView(backend::FocusStep step) {
+  if ((native_ && native_->moveFocus(step)) || !contentView_ || selectKeyViewWithin(*contentView_, step)) return;
+  if (makeFirstResponder(nullptr)) selectKeyViewWithin(*contentView_, step);
+}
+
+Ref<NSText> NSWindow::fieldEditor(bool createFlag, NSObject*) {
+  if (!fieldEditor_ && createFlag) {
+    fieldEditor_ = make<NSTextView>(CGRect{});
+    fieldEditor_->setFieldEditor(true);
+  }
+  return fieldEditor_;
+}
+
+void NSWindow::endEditingFor(NSObject* object) {
+  const Ref<NSText> editor = fieldEditor_;
+  if (!editor || !editor->delegate() || (object && dynamic_cast<NSObject*>(editor->delegate().get()) != object)) return;
+  editor->endEditing();
+  if (firstResponder_ == editor.get()) setFirstResponder(*this);
+}
+
+void NSWindow::keyDown(const Ref<NSEvent>& event) {
+  if (const std::optional<backend::FocusStep> step = focusStepOf(*event)) {
+    moveKeyView(*step);
+  } else if (nextResponder()) {
+    NSResponder::keyDown(event);
+  } else if (native_) {
+    native_->eventWasNotTaken();
+  }
+}
+
+void NSWindow::dispatchKey(const Ref<NSEvent>& event) {
+  const Ref<NSResponder> receiver = refTo(*firstResponder_);
+  switch (event->type()) {
+    case NSEventType::KeyDown:
+      if (contentView_ && Ref<NSView>(contentView_)->performKeyEquivalent(event)) return;
+      receiver->keyDown(event);
+      break;
+    case NSEventType::KeyUp: receiver->keyUp(event); break;
+    default: receiver->flagsChanged(event);
+  }
+}
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,23 @@
+// All public headers of the library.
+#pragma once
+
+#include "tessaluna/uikit/interfaceFileClasses.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
+#include "tessaluna/uikit/stylekit/TessalunaLogo.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
+#include "tessaluna/uikit/suggestions/HighlightingView.h"
+#include "tessaluna/uikit/suggestions/SuggestibleTextFieldCell.h"
+#include "tessaluna/uikit/suggestions/Suggestion.h"
+#include "tessaluna/uikit/suggestions/SuggestionItemViewController.h"
+#include "tessaluna/uikit/suggestions/SuggestionsContentView.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindow.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowTarget.h"
+#include "tessaluna/uikit/trackrow/CloseButton.h"
+#include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/uikit/trackrow/TrackListRowActionTarget.h"
+#include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"

@@ -1,0 +1,36 @@
+#include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
+
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+
+namespace TessalunaUIKit {
+
+using namespace tessaluna::platform;
+
+const ClassInfo FlatTextFieldCell::staticClassInfo{.name = "TessalunaUIKit.FlatTextFieldCell",
+                                                   .base = &SuggestibleTextFieldCell::staticClassInfo};
+
+FlatTextFieldCell::FlatTextFieldCell(NSCoder& coder)
+    : SuggestibleTextFieldCell(coder), borderColor_(NSColor::blackColor()) {
+  setDrawsBackground(false);
+}
+
+FlatTextFieldCell::FlatTextFieldCell(std::string text) : SuggestibleTextFieldCell(std::move(text)) {
+  stopUnimplementedInitializer("TessalunaUIKit.FlatTextFieldCell", "init(textCell:)");
+}
+
+void FlatTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {
+  if (!NSApp) stopProgram("TessalunaUIKit.FlatTextFieldCell: drawn without NSApp");
+  const Ref<NSColor> color =
+      NSApp->isActive() ? borderColor_ : borderColor_->blendedColorWithFraction(0.7, NSColor::lightGrayColor());
+  if (color) color->setFill();
+  // Wanted: of the frame only the size counts, so the shapes stay at the view's corner.
+  const CGFloat width = frame.size.width, height = frame.size.height;
+  NSBezierPath::bezierPathWithRoundedRect({0, 1, width, height - 1}, 3.6, 3.6)->fill();
+  NSColor::whiteColor()->set();
+  NSBezierPath::bezierPathWithRoundedRect({1, 2, width - 2, height - 3}, 2.6, 2.6)->fill();
+  drawInteriorWithFrame(frame, view);
+}
+
+}  // namespace TessalunaUIKit

@@ -1,0 +1,28 @@
+// A text field cell with a flat look: a rounded frame of one color around a white shape. Comes from interface files only.
+#pragma once
+
+#include "tessaluna/uikit/suggestions/SuggestibleTextFieldCell.h"
+
+namespace TessalunaUIKit {
+
+class FlatTextFieldCell : public SuggestibleTextFieldCell {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit FlatTextFieldCell(tessaluna::platform::NSCoder& coder);
+  explicit FlatTextFieldCell(std::string text);  // not supported: stops the program
+
+  // Of the frame; black at the start. Setting it asks for no redraw.
+  const tessaluna::platform::Ref<tessaluna::platform::NSColor>& borderColor() const { return borderColor_; }
+  void setBorderColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color) { borderColor_ = std::move(color); }
+
+  // The frame fades toward light gray while the application is not active; whoever changes that asks for the redraw. The
+  // program stops without NSApp.
+  void drawWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
+
+ private:
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> borderColor_;
+};
+
+}  // namespace TessalunaUIKit

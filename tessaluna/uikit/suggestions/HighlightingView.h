@@ -1,0 +1,38 @@
+// The background of one row of a completion pop-up, in the selection's color while it is highlighted.
+#pragma once
+
+#include "tessaluna/platform/views/NSView.h"
+
+namespace TessalunaUIKit {
+
+class HighlightingView : public tessaluna::platform::NSView {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit HighlightingView(tessaluna::platform::CGRect frame) : NSView(frame) {}
+  explicit HighlightingView(tessaluna::platform::NSCoder& coder) : NSView(coder) {}
+
+  // The row is the selected one. Each assignment tells the cells of the text fields in the row on what ground they stand,
+  // and asks for a redraw.
+  bool isHighlighted() const { return isHighlighted_; }
+  void setIsHighlighted(bool isHighlighted);
+
+  void drawRect(tessaluna::platform::CGRect dirtyRect) override;
+
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilityGroupRole); }
+  // To press a row of a pop-up selects it, and the controller's target is not told. To choose it does what a click does: the
+  // row is selected first if it is not, which the target is told, and the pop-up ends with the field's action.
+  static constexpr std::string_view chooseAction = "choose";
+  std::vector<std::string> accessibilityActionNames() const override;
+  void accessibilityPerformAction(std::string_view action) override;
+
+ private:
+  bool isHighlighted_ = false;
+};
+
+// What of a change of the selection a row's text fields are told. Only those that stand in the row itself.
+void setBackgroundStyleOfTextFields(const HighlightingView& row, bool isHighlighted);
+
+}  // namespace TessalunaUIKit

@@ -1,0 +1,30 @@
+// What the rows of a completion pop-up stand in, the first one at the top. To assistive clients it is a vertical list whose
+// selection can be read, and set by those who try although they are told that it cannot.
+#pragma once
+
+#include "tessaluna/platform/views/NSView.h"
+
+namespace TessalunaUIKit {
+
+class SuggestionsContentView : public tessaluna::platform::NSView {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit SuggestionsContentView(tessaluna::platform::CGRect frame) : NSView(frame) {}
+  explicit SuggestionsContentView(tessaluna::platform::NSCoder& coder) : NSView(coder) {}
+
+  void drawRect(tessaluna::platform::CGRect dirtyRect) override;
+  bool isFlipped() const override { return true; }
+
+  bool isAccessibilityElement() const override { return true; }
+  bool accessibilityIsIgnored() const override { return false; }
+  // The program stops if children that are no list are asked for the selected ones.
+  tessaluna::platform::AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
+  bool accessibilityIsAttributeSettable(std::string_view attribute) const override;
+  // As selected children one row, which becomes the selected one; anything else clears the selection. The controller's
+  // target is not told.
+  void accessibilitySetValue(const tessaluna::platform::AccessibilityValue& value, std::string_view forAttribute) override;
+};
+
+}  // namespace TessalunaUIKit

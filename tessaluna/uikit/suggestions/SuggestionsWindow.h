@@ -1,0 +1,31 @@
+// The window of a completion pop-up: borderless, with a shadow, painted by what stands in it. Assistive clients do not see
+// it; its list hangs under the field's cell.
+#pragma once
+
+#include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/uikit/suggestions/SuggestibleTextFieldCell.h"
+
+namespace TessalunaUIKit {
+
+class SuggestionsWindow : public tessaluna::platform::NSWindow {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  SuggestionsWindow(tessaluna::platform::CGRect contentRect, bool defer);
+  // Wanted: borderless whatever the style mask says.
+  SuggestionsWindow(tessaluna::platform::CGRect contentRect, std::uint32_t styleMask, tessaluna::platform::NSBackingStoreType backing,
+                    bool defer);
+
+  // The cell of the field that the pop-up belongs to while it is open; not kept alive.
+  tessaluna::platform::Ref<SuggestibleTextFieldCell> parentElement() const { return parentElement_.lock(); }
+  void setParentElement(const tessaluna::platform::Ref<SuggestibleTextFieldCell>& element) { parentElement_ = element; }
+
+  bool isAccessibilityElement() const override { return false; }
+  tessaluna::platform::Ref<tessaluna::platform::NSObject> accessibilityParent() const override;
+
+ private:
+  tessaluna::platform::WeakRef<SuggestibleTextFieldCell> parentElement_;
+};
+
+}  // namespace TessalunaUIKit

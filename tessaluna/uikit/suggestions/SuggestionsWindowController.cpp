@@ -1,0 +1,292 @@
+#include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
+
+#include <algorithm>
+
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/uikit/suggestions/SuggestionsContentView.h"
+
+namespace TessalunaUIKit {
+
+using namespace tessaluna::platform;
+
+const Selector SuggestionsWindowController::selectors_[] = {
+    action<&SuggestionsWindowController::moveUp>("moveUp:"),
+    action<&SuggestionsWindowController::moveDown>("moveDown:"),
+};
+const ClassInfo SuggestionsWindowController::staticClassInfo{.name = "TessalunaUIKit.SuggestionsWindowController",
+                                                             .base = &NSWindowController::staticClassInfo,
+                                                             .selectors = SuggestionsWindowController::selectors_};
+
+namespace {
+
+constexpr CGRect startFrame{0, 0, 20, 20};
+constexpr CGFloat gapBelowField = 2;
+constexpr NSEventMask anyMouseDown = maskOf(NSEventType::LeftMouseDown) | maskOf(NSEventType::RightMouseDown) |
+                                     maskOf(NSEventType::OtherMouseDown);
+static_assert(anyMouseDown == 0x200000A);
+
+template <class T>
+T& required(T* object, std::string_view what) {
+  if (!object) stopProgram("TessalunaUIKit.SuggestionsWindowController: used while absent: " + std::string(what));
+  return *object;
+}
+
+// The frame of a window whose upper edge stays, as high as its content but not beyond the lower edge of the screen.
+CGRect growingDownward(CGRect frame, CGFloat contentHeight) {
+  const CGFloat top = frame.origin.y + frame.size.height;
+  const CGFloat height = std::min(contentHeight, top);
+  return {frame.origin.x, top - height, frame.size.width, height};
+}
+
+}  // namespace
+
+SuggestionsWindowController::SuggestionsWindowController()
+    : NSWindowController(make<SuggestionsWindow>(startFrame, /*defer=*/true)) {
+  const auto content = make<SuggestionsContentView>(startFrame);
+  fullContentView_ = content;
+  content->setAutoresizesSubviews(false);
+  content->setAutoresizingMask(NSViewWidthSizable);
+  const auto scrollView = make<NSScrollView>(startFrame);
+  scrollView->setHasVerticalScroller(true);
+  scrollView->setHasHorizontalScroller(false);
+  scrollView->setAutohidesScrollers(true);
+  scrollView->setBorderType(NSNoBorder);
+  scrollView->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+  scrollView->setDocumentView(content);
+  window()->setContentView(scrollView);
+  needsLayoutUpdate_ = true;
+}
+
+SuggestionsWindowController::SuggestionsWindowController(NSCoder& coder) : NSWindowController(coder) {}
+
+SuggestionsWindowController::SuggestionsWindowController(Ref<NSWindow>) {
+  stopUnimplementedInitializer("TessalunaUIKit.SuggestionsWindowController", "init(window:)");
+}
+
+void SuggestionsWindowController::setSuggestions(std::optional<std::vector<Suggestion>> suggestions) {
+  suggestions_ = std::move(suggestions);
+  if (window() && window()->isVisible()) layoutSuggestions();
+}
+
+// The selection.
+
+void SuggestionsWindowController::changeSelection(Ref<HighlightingView> view) {
+  const Ref<HighlightingView> earlier = std::exchange(selectedView_, view);
+  // Old and new are not compared, and the row's own observer does the same once more.
+  const auto highlight = [](HighlightingView& row, bool isHighlighted) {
+    row.setIsHighlighted(isHighlighted);
+    setBackgroundStyleOfTextFields(row, isHighlighted);
+    row.setNeedsDisplay(true);
+  };
+  if (earlier) highlight(*earlier, false);
+  if (view) {
+    highlight(*view, true);
+    fullContentView_->scrollRectToVisible(view->frame());
+  }
+  NSAccessibilityPostNotification(fullContentView_.optional(), NSAccessibilitySelectedChildrenChangedNotification);
+}
+
+void SuggestionsWindowController::setSelectedView(Ref<HighlightingView> view) { changeSelection(std::move(view)); }
+
+void SuggestionsWindowController::userSetSelectedView(Ref<HighlightingView> view) {
+  changeSelection(std::move(view));
+  if (const Ref<SuggestionsWindowTarget> target = target_.lock()) target->suggestionSelectionChanged(selectedSuggestion());
+}
+
+std::optional<Suggestion> SuggestionsWindowController::selectedSuggestion() const {
+  if (!viewControllers_) return std::nullopt;
+  for (const ItemRef& item : *viewControllers_)
+    if (areEqual(item->view().get(), selectedView_.get())) return item->suggestion();
+  return std::nullopt;
+}
+
+void SuggestionsWindowController::setSelectedSuggestionIndex(std::int64_t index) {
+  if (index > 0) return;
+  if (!viewControllers_) {
+    if (index < 0) setSelectedView(nullptr);
+    return;
+  }
+  if (static_cast<std::int64_t>(viewControllers_->size()) <= index) return;
+  if (index < 0) stopProgram("TessalunaUIKit.SuggestionsWindowController: a row of a negative index");
+  setSelectedView(std::dynamic_pointer_cast<HighlightingView>(viewControllers_->front()->view()));
+}
+
+// Selects the row that comes just before the selected one on the way; of a selection that is no row, the last of the way.
+template <class Iterator>
+void SuggestionsWindowController::selectBefore(Iterator first, Iterator last) {
+  Ref<HighlightingView> previous;
+  for (; first != last; ++first) {
+    auto row = std::dynamic_pointer_cast<HighlightingView>((*first)->view());
+    if (areEqual(row.get(), selectedView_.get())) break;
+    previous = std::move(row);
+  }
+  if (previous) userSetSelectedView(previous);
+}
+
+void SuggestionsWindowController::moveUp(NSObject*) {
+  if (selectedView_ && viewControllers_) selectBefore(viewControllers_->begin(), viewControllers_->end());
+}
+
+void SuggestionsWindowController::moveDown(NSObject*) {
+  if (selectedView_ && viewControllers_) selectBefore(viewControllers_->rbegin(), viewControllers_->rend());
+}
+
+void SuggestionsWindowController::mouseEntered(const Ref<NSEvent>& event) {
+  Ref<HighlightingView> row;
+  if (const Ref<NSTrackingArea>& area = event->trackingArea()) {
+    const auto found = area->userInfo().find(trackerKey());
+    if (found != area->userInfo().end()) row = std::dynamic_pointer_cast<HighlightingView>(found->second);
+  }
+  userSetSelectedView(row);
+}
+
+void SuggestionsWindowController::mouseExited(const Ref<NSEvent>&) { userSetSelectedView(nullptr); }
+
+void SuggestionsWindowController::mouseUp(const Ref<NSEvent>&) {
+  const Ref<NSObject> held = refTo<NSObject>(*this);
+  if (const Ref<NSTextField> field = parentTextField_) {
+    field->validateEditing();
+    field->abortEditing();
+    field->sendActionTo(field->action(), field->target());
+  }
+  cancelSuggestions();
+}
+
+// Begin, move and end.
+
+CGPoint SuggestionsWindowController::locationBelow(const NSTextField& field, NSWindow& fieldWindow) const {
+  const NSView& superview = required(field.superview(), "the field's superview");
+  const CGPoint corner = superview.convertPointToView(field.frame().origin, nullptr);
+  const CGPoint location = fieldWindow.convertRectToScreen({corner, {0, 0}}).origin;
+  return {location.x, location.y - gapBelowField};
+}
+
+void SuggestionsWindowController::beginForTextField(const Ref<NSTextField>& field) {
+  const auto popUp = std::dynamic_pointer_cast<SuggestionsWindow>(window());
+  required(popUp.get(), "window");
+  const auto parent = refTo(required(field->window(), "the field's window"));
+  const CGRect frame = popUp->frame();
+  const CGPoint location = locationBelow(*field, *parent);
+  popUp->setFrame({frame.origin, {field->frame().size.width, frame.size.height}}, false);
+  popUp->setFrameTopLeftPoint(location);
+  layoutSuggestions();
+  parent->addChildWindow(popUp, NSWindowAbove);
+  parentTextField_ = field;
+
+  const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(NSAccessibilityUnignoredDescendant(field));
+  popUp->setParentElement(cell);
+  if (cell) cell->setSuggestionsWindow(popUp);
+  const Ref<NSObject> list = NSAccessibilityUnignoredDescendant(popUp);
+  required(list.get(), "the pop-up's accessibility element");
+  NSAccessibilityPostNotification(list, NSAccessibilityCreatedNotification);
+
+  installMonitorAndObserver(popUp, parent, field);
+}
+
+// Wanted: what an earlier begin installed is not removed.
+void SuggestionsWindowController::installMonitorAndObserver(const Ref<SuggestionsWindow>& popUp,
+                                                            const Ref<NSWindow>& parent, const Ref<NSTextField>& field) {
+  const Unowned<SuggestionsWindowController> self(refTo(*this));
+  localMouseDownEventMonitor_ = NSEvent::addLocalMonitorForEventsMatchingMask(
+      anyMouseDown,
+      [=](const Ref<NSEvent>& event) { return self->mouseWentDown(event, popUp, parent, field); });
+  lostFocusObserver_ = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidResignKeyNotification, parent, nullptr,
+      [=](const Ref<NSNotification>&) { self->cancelSuggestions(); });
+}
+
+Ref<NSEvent> SuggestionsWindowController::mouseWentDown(const Ref<NSEvent>& event, const Ref<SuggestionsWindow>& popUp,
+                                                        const Ref<NSWindow>& parent, const Ref<NSTextField>& field) {
+  if (event->window() == popUp) return event;
+  if (event->window() != parent) {
+    cancelSuggestions();
+    return event;
+  }
+  // Wanted: a place in the field's window is looked for among the rows. So a click in that window, on the field too, only
+  // ends the pop-up as long as the field is being edited.
+  const CGPoint point = fullContentView_->convertPointFromView(event->locationInWindow(), nullptr);
+  const NSView* hit = fullContentView_->hitTest(point);
+  const auto editor = field->currentEditor();
+  if (areEqual(hit, field.get())) return event;
+  if (!editor || areEqual(hit, editor.get())) return event;
+  cancelSuggestions();
+  return nullptr;
+}
+
+void SuggestionsWindowController::parentControlMoved() {
+  if (!window() || !window()->isVisible()) return;
+  const NSTextField& field = required(parentTextField_.get(), "parentTextField");
+  window()->setFrameTopLeftPoint(locationBelow(field, required(field.window(), "the field's window")));
+  CGRect frame = window()->frame();
+  if (frame.origin.y < 0) {
+    frame.size.height += frame.origin.y;
+    frame.origin.y = 0;
+  } else if (const CGFloat full = fullContentView_->frame().size.height; full > frame.size.height) {
+    frame = growingDownward(frame, full);
+  }
+  window()->setFrame(frame, false);
+}
+
+void SuggestionsWindowController::cancelSuggestions() {
+  const auto popUp = std::dynamic_pointer_cast<SuggestionsWindow>(window());
+  if (popUp && popUp->isVisible()) {
+    if (NSWindow* parent = popUp->parentWindow()) parent->removeChildWindow(*popUp);
+    popUp->orderOut(nullptr);
+    if (const Ref<SuggestibleTextFieldCell> cell = popUp->parentElement()) cell->setSuggestionsWindow(nullptr);
+    popUp->setParentElement(nullptr);
+  }
+  if (lostFocusObserver_) NSNotificationCenter::defaultCenter().removeObserver(std::exchange(lostFocusObserver_, nullptr));
+  if (localMouseDownEventMonitor_) NSEvent::removeMonitor(std::exchange(localMouseDownEventMonitor_, nullptr));
+}
+
+// The rows.
+
+Ref<NSTrackingArea> SuggestionsWindowController::trackingAreaForView(const Ref<HighlightingView>& view) {
+  constexpr auto options =
+      NSTrackingEnabledDuringMouseDrag | NSTrackingMouseEnteredAndExited | NSTrackingActiveInActiveApp;
+  static_assert(options == 0x441);
+  return make<NSTrackingArea>(fullContentView_->convertRectFromView(view->bounds(), view.get()), options,
+                              refTo<NSResponder>(*this), NSTrackingArea::UserInfo{{std::string(trackerKey()), view}});
+}
+
+void SuggestionsWindowController::layoutSuggestions() {
+  const Ref<NSWindow> popUp = window();
+  const Ref<NSView> content = fullContentView_.optional();
+  if (!popUp || !content) return;
+  setSelectedView(nullptr);
+  for (const ItemRef& item : viewControllers_.value_or(std::vector<ItemRef>()))
+    item->view()->removeFromSuperview();
+  viewControllers_.emplace();
+  if (trackingAreas_)
+    for (const Ref<NSTrackingArea>& area : *trackingAreas_) content->removeTrackingArea(area);
+  trackingAreas_.emplace();
+
+  const CGRect contentFrame = popUp->contentView()->frame();
+  CGFloat y = 0, height = 0;
+  // A copy: loading a row runs code of the host, which may assign others.
+  const std::vector<Suggestion> suggestions = suggestions_.value_or(std::vector<Suggestion>());
+  for (const Suggestion& suggestion : suggestions) {
+    y += height;
+    const auto item = make<SuggestionItemViewController>(suggestionPrototype_.optional(), nullptr);
+    const auto view = std::dynamic_pointer_cast<HighlightingView>(item->view());
+    if (!view)
+      stopProgram("TessalunaUIKit.SuggestionsWindowController: the root of a row is no HighlightingView but a " +
+                  item->view()->className());
+    if (viewControllers_->empty()) setSelectedView(view);
+    height = view->frame().size.height;
+    view->setFrame({0, y, contentFrame.size.width, height});
+    content->addSubview(view);
+    const Ref<NSTrackingArea> area = trackingAreaForView(view);
+    content->addTrackingArea(area);
+    trackingAreas_->push_back(area);
+    item->setSuggestion(suggestion);
+    viewControllers_->push_back(item);
+  }
+  const CGFloat total = y + height;
+  content->setFrame({contentFrame.origin, {contentFrame.size.width, total}});
+  popUp->setFrame(growingDownward(popUp->frame(), total), true);
+}
+
+}  // namespace TessalunaUIKit

@@ -1,0 +1,110 @@
+// Runs the completion pop-up of a search field: a child window that hangs below a text field, as wide as it, with one row for
+// each suggestion.
+//
+//   make<SuggestionsWindowController>()
+//   setSuggestionPrototype("row"); setTarget(host);   once
+//   beginForTextField(field);                         typing starts
+//   setSuggestions(matches);                          results arrive
+//   moveUp(nullptr), moveDown(nullptr)                the host's arrow keys
+//   parentControlMoved();                             the field's window moved
+//   cancelSuggestions();                              done; also before a second begin, and before the controller goes
+//
+// The pop-up ends by itself with a click elsewhere, when a row was chosen with the mouse, and when the field's window loses
+// the key status. A chosen row sends the field's own action.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/windows/NSWindowController.h"
+#include "tessaluna/uikit/suggestions/HighlightingView.h"
+#include "tessaluna/uikit/suggestions/SuggestionItemViewController.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindow.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowTarget.h"
+
+namespace TessalunaUIKit {
+
+class SuggestionsWindowController : public tessaluna::platform::NSWindowController {
+ public:
+  using Suggestion = TessalunaUIKit::Suggestion;
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  SuggestionsWindowController();
+  explicit SuggestionsWindowController(tessaluna::platform::NSCoder& coder);  // has nothing to show
+  explicit SuggestionsWindowController(tessaluna::platform::Ref<tessaluna::platform::NSWindow> window);  // not supported: stops the program
+
+  // Told of what the user selects; not kept alive.
+  tessaluna::platform::Ref<SuggestionsWindowTarget> target() const { return target_.lock(); }
+  void setTarget(const tessaluna::platform::Ref<SuggestionsWindowTarget>& target) { target_ = target; }
+  // The interface file of one row.
+  const std::optional<std::string>& suggestionPrototype() const { return suggestionPrototype_.optional(); }
+  void setSuggestionPrototype(std::string name) { suggestionPrototype_ = std::move(name); }
+  // The rows to show. A visible pop-up is laid out again, with all rows made anew and the first one selected, which nobody is
+  // told; another one at the next begin.
+  const std::optional<std::vector<Suggestion>>& suggestions() const { return suggestions_; }
+  void setSuggestions(std::optional<std::vector<Suggestion>> suggestions);
+
+  // The selected row. The first operation tells nobody, the second one the target. Setting the row that is selected already
+  // selects it anew. A present view in a controller from a coder stops the program.
+  const tessaluna::platform::Ref<HighlightingView>& selectedView() const { return selectedView_; }
+  void setSelectedView(tessaluna::platform::Ref<HighlightingView> view);
+  void userSetSelectedView(tessaluna::platform::Ref<HighlightingView> view);
+  // That of the selected row; absent without one.
+  std::optional<Suggestion> selectedSuggestion() const;
+  // Selects the first row with 0, and does nothing with more. A negative index clears the selection while there was never
+  // a layout, and stops the program after one.
+  void setSelectedSuggestionIndex(std::int64_t index);
+  // Without a selection, and at the ends, nothing happens.
+  void moveUp(tessaluna::platform::NSObject* sender);
+  void moveDown(tessaluna::platform::NSObject* sender);
+
+  // The field stands in a window, or the program stops.
+  void beginForTextField(const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
+  // Brings a visible pop-up back under its field, cut off at the lower edge of the screen.
+  void parentControlMoved();
+  // Rows, selection and suggestions stay.
+  void cancelSuggestions();
+
+  // Of the rows' tracking areas, which belong to the controller, and of the rows, at the end of whose responder chain it is.
+  void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseExited(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+
+  // The key of a tracking area's user info that holds the row.
+  static std::string_view trackerKey() { return "whichImageView"; }
+
+ private:
+  using ItemRef = tessaluna::platform::Ref<SuggestionItemViewController>;
+  static const tessaluna::platform::Selector selectors_[];
+
+  void changeSelection(tessaluna::platform::Ref<HighlightingView> view);
+  template <class Iterator>
+  void selectBefore(Iterator first, Iterator last);
+  void layoutSuggestions();
+  tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingAreaForView(const tessaluna::platform::Ref<HighlightingView>& view);
+  tessaluna::platform::CGPoint locationBelow(const tessaluna::platform::NSTextField& field, tessaluna::platform::NSWindow& fieldWindow) const;
+  void installMonitorAndObserver(const tessaluna::platform::Ref<SuggestionsWindow>& popUp,
+                                 const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& parent,
+                                 const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
+  tessaluna::platform::Ref<tessaluna::platform::NSEvent> mouseWentDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event,
+                                                 const tessaluna::platform::Ref<SuggestionsWindow>& popUp,
+                                                 const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& parent,
+                                                 const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
+
+  tessaluna::platform::WeakRef<SuggestionsWindowTarget> target_;
+  tessaluna::platform::Required<std::string> suggestionPrototype_{"suggestionPrototype"};
+  std::optional<std::vector<Suggestion>> suggestions_;
+  bool needsLayoutUpdate_ = false;  // wanted: written and never read
+  tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSView>> fullContentView_{"fullContentView"};
+  std::optional<std::vector<ItemRef>> viewControllers_;
+  std::optional<std::vector<tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea>>> trackingAreas_;
+  tessaluna::platform::Ref<HighlightingView> selectedView_;
+  tessaluna::platform::Ref<tessaluna::platform::NSTextField> parentTextField_;
+  tessaluna::platform::Ref<tessaluna::platform::NSObject> localMouseDownEventMonitor_, lostFocusObserver_;
+};
+
+}  // namespace TessalunaUIKit

@@ -1,0 +1,17 @@
+#include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
+
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+
+namespace TessalunaUIKit {
+
+using namespace tessaluna::platform;
+
+const ClassInfo PlaybackStatusIcon::staticClassInfo{.name = "TessalunaUIKit.PlaybackStatusIcon",
+                                                    .base = &NSView::staticClassInfo};
+
+void PlaybackStatusIcon::drawRect(CGRect rect) {
+  NSView::drawRect(rect);
+  TessalunaStyleKit::drawInvertPolarity(rect);
+}
+
+}  // namespace TessalunaUIKit

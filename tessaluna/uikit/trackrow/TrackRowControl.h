@@ -1,0 +1,55 @@
+// What the play, favorite and more controls of a track list's row share: a press that counts if it begins on the control and
+// ends over it, a hover state, and a target that is told.
+//
+//   mouseInside  isPressed   state
+//   false        false       idle
+//   true         false       hover
+//   true         true        pressed        a release here tells the target
+//   false        true        pressed away   a release here does not
+//
+// The row itself is the host's: it sets what a control is to show and asks for the redraw. A control can be clicked while it
+// draws nothing. Mouse events stop here and do not reach the row.
+#pragma once
+
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/uikit/trackrow/TrackListRowActionTarget.h"
+
+namespace TessalunaUIKit {
+
+class TrackRowControl : public tessaluna::platform::NSView {
+ public:
+  explicit TrackRowControl(tessaluna::platform::CGRect frame) : NSView(frame) {}
+  explicit TrackRowControl(tessaluna::platform::NSCoder& coder) : NSView(coder) {}
+
+  // The mouse is somewhere on the control's row. Set by the host, who also asks for the redraw.
+  bool hasMouseOnRow() const { return hasMouseOnRow_; }
+  void setHasMouseOnRow(bool has) { hasMouseOnRow_ = has; }
+
+  // A press began on the control and is not over. Still true while the target is told.
+  bool isPressed() const { return isPressed_; }
+  void setIsPressed(bool isPressed) { isPressed_ = isPressed; }
+
+  // Kept alive: a target that owns its buttons has to break that cycle itself. Absent: a click is swallowed.
+  const tessaluna::platform::Ref<TrackListRowActionTarget>& target() const { return target_; }
+  void setTarget(tessaluna::platform::Ref<TrackListRowActionTarget> target) { target_ = std::move(target); }
+
+  void updateTrackingAreas() override;
+  void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseExited(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseDragged(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+
+ protected:
+  bool mouseInside() const { return mouseInside_; }
+  virtual void tellTarget(TrackListRowActionTarget& target) = 0;
+
+ private:
+  tessaluna::platform::Ref<TrackListRowActionTarget> target_;
+  tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingArea_;  // made once
+  bool hasMouseOnRow_ = false;
+  bool isPressed_ = false;
+  bool mouseInside_ = false;  // as far as events have told
+};
+
+}  // namespace TessalunaUIKit

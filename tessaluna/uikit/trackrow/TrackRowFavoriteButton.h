@@ -1,0 +1,28 @@
+// The heart of a track list's row. It shows only while the mouse is on the row, for a favorite track too. A click is reported
+// to the target and changes nothing: whether the track is a favorite is the host's to decide.
+#pragma once
+
+#include "tessaluna/uikit/trackrow/TrackRowControl.h"
+
+namespace TessalunaUIKit {
+
+class TrackRowFavoriteButton : public TrackRowControl {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  using TrackRowControl::TrackRowControl;
+
+  bool isFavorite() const { return isFavorite_; }
+  void setIsFavorite(bool isFavorite) { isFavorite_ = isFavorite; }
+
+  // During a press the pressed face stays also when the pointer is dragged out; only the outline goes.
+  void drawRect(tessaluna::platform::CGRect rect) override;
+
+ private:
+  void tellTarget(TrackListRowActionTarget& target) override { target.trackRowFavoriteButtonClicked(*this); }
+
+  bool isFavorite_ = false;
+};
+
+}  // namespace TessalunaUIKit
