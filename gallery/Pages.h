@@ -15,8 +15,8 @@ namespace gallery {
 using Report = std::function<void(const std::string&)>;
 
 struct Page {
-  std::string_view name;     // at the side, and for --page
-  std::string_view summary;  // one sentence below the title
+  std::string_view name;                      // at the side, and for --page
+  std::string_view summary;                   // one sentence below the title
   QWidget* (*make)(Report report) = nullptr;  // owned by whoever shows it
 };
 

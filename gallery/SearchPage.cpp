@@ -2,10 +2,10 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/search/SearchHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace gallery {
 
@@ -30,7 +30,8 @@ QWidget* makeSearchPage(Report report) {
   field->setMaximumWidth(440);
   field->setAccessibleName("search");
   column->addWidget(field);
-  auto* hint = new QLabel("Type the beginning of any words. Arrow keys choose, Return takes, Escape gives back what you typed.");
+  auto* hint =
+      new QLabel("Type the beginning of any words. Arrow keys choose, Return takes, Escape gives back what you typed.");
   hint->setObjectName("cardNote");
   column->addWidget(hint);
   auto* heading = new QLabel("Taken");

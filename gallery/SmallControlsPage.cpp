@@ -3,12 +3,12 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/FlowLayout.h"
 #include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/small_controls/ControlReporter.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
 #include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
@@ -57,8 +57,7 @@ constexpr Exhibit exhibits[] = {
     {"status", "PlaybackStatusIcon", "inverted polarity", makeStatus, 20},
 };
 
-QWidget* makeControl(const Exhibit& exhibit, CGFloat size, const std::string& name,
-                     const Ref<ControlReporter>& reporter) {
+QWidget* makeControl(const Exhibit& exhibit, CGFloat size, const std::string& name, const Ref<ControlReporter>& reporter) {
   const Ref<NSView> view = exhibit.make({0, 0, size, size});
   if (const auto control = std::dynamic_pointer_cast<NSControl>(view)) {
     control->setTarget(reporter);

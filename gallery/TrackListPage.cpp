@@ -2,9 +2,9 @@
 // TrackListHost.
 #include <QVBoxLayout>
 
-#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/Pages.h"
 #include "gallery/tracks/TrackListHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace gallery {
 

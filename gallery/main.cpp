@@ -2,11 +2,11 @@
 #include <cstdio>
 #include <vector>
 
-#include "tessaluna/backends/qt/QtBackend.h"
 #include "gallery/Arguments.h"
 #include "gallery/GalleryWindow.h"
 #include "gallery/look.h"
 #include "gallery/screenshots.h"
+#include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 
 namespace {

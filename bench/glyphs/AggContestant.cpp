@@ -38,7 +38,8 @@ class AggContestant final : public Contestant {
  public:
   explicit AggContestant(const Drawing& drawing)
       : pixels_(std::size_t(drawing.width) * std::size_t(drawing.height)),
-        buffer_(reinterpret_cast<agg::int8u*>(pixels_.data()), unsigned(drawing.width), unsigned(drawing.height), drawing.width * 4),
+        buffer_(reinterpret_cast<agg::int8u*>(pixels_.data()), unsigned(drawing.width), unsigned(drawing.height),
+                drawing.width * 4),
         format_(buffer_),
         base_(format_),
         renderer_(base_),
@@ -68,9 +69,7 @@ class AggContestant final : public Contestant {
       agg::render_scanlines(rasterizer_, scanline_, renderer_);
     }
   }
-  const std::uint32_t* row(int y) const override {
-    return pixels_.data() + std::size_t(y) * std::size_t(buffer_.width());
-  }
+  const std::uint32_t* row(int y) const override { return pixels_.data() + std::size_t(y) * std::size_t(buffer_.width()); }
 
  private:
   using Curves = agg::conv_curve<agg::path_storage>;

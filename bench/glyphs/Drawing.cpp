@@ -85,8 +85,7 @@ void drawRoutine(const TessalunaUIKit::Routine& routine) {
 Drawing drawingOf(const TessalunaUIKit::Routine& routine, double scale) {
   const CGRect frame = routine.defaultFrame;
   Drawing drawing{.width = int(std::ceil(frame.size.width * scale)), .height = int(std::ceil(frame.size.height * scale))};
-  const CGAffineTransform toDevice{
-      scale, 0, 0, -scale, -frame.origin.x * scale, drawing.height + frame.origin.y * scale};
+  const CGAffineTransform toDevice{scale, 0, 0, -scale, -frame.origin.x * scale, drawing.height + frame.origin.y * scale};
   TakesDown canvas(drawing, toDevice);
   const tessaluna::platform::CanvasScope scope(canvas);
   drawRoutine(routine);

@@ -1,6 +1,6 @@
+#include "bench/glyphs/Contestant.h"
 #include "tessaluna/backends/raster/Bitmap.h"
 #include "tessaluna/backends/raster/RasterCanvas.h"
-#include "bench/glyphs/Contestant.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 namespace bench {

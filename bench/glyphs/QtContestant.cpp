@@ -8,7 +8,9 @@ namespace bench {
 
 namespace {
 
-QColor toQt(const tessaluna::backend::Color& c) { return QColor::fromRgbF(float(c.red), float(c.green), float(c.blue), float(c.alpha)); }
+QColor toQt(const tessaluna::backend::Color& c) {
+  return QColor::fromRgbF(float(c.red), float(c.green), float(c.blue), float(c.alpha));
+}
 
 QPointF toQt(tessaluna::backend::CGPoint p) { return {p.x, p.y}; }
 
@@ -61,9 +63,7 @@ class QtContestant final : public Contestant {
       else painter_.fillPath(shape.path, shape.brush);
     }
   }
-  const std::uint32_t* row(int y) const override {
-    return reinterpret_cast<const std::uint32_t*>(image_.constScanLine(y));
-  }
+  const std::uint32_t* row(int y) const override { return reinterpret_cast<const std::uint32_t*>(image_.constScanLine(y)); }
 
  private:
   struct Shape {

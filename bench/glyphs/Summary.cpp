@@ -108,9 +108,7 @@ void Summary::printSize(double scale) {
 }
 
 void Summary::printRecipes(double scale) {
-  const auto isShown = [&](const Entry& entry) {
-    return entry.scale == scale && entry.hasRecipe && !entry.rounds.empty();
-  };
+  const auto isShown = [&](const Entry& entry) { return entry.scale == scale && entry.hasRecipe && !entry.rounds.empty(); };
   if (std::none_of(entries_.begin(), entries_.end(), isShown)) return;
   printHeading(scale == 1 ? "Default size: routines with inner shadow or gradient, their outlines only"
                           : "Four times the default size: outlines only of those with inner shadow or gradient");
@@ -126,8 +124,8 @@ void Summary::printRecipes(double scale) {
   const auto recipe = [](const Entry&, const Round& round) { return round.routine - round.outlines; };
   for (const Entry& entry : entries_) {
     if (!isShown(entry)) continue;
-    std::printf("  %-24.*s %8.2f %8.2f\n", int(entry.routine.size()), entry.routine.data(),
-                medianMicroseconds(entry, whole), medianMicroseconds(entry, recipe));
+    std::printf("  %-24.*s %8.2f %8.2f\n", int(entry.routine.size()), entry.routine.data(), medianMicroseconds(entry, whole),
+                medianMicroseconds(entry, recipe));
   }
 }
 
@@ -163,8 +161,8 @@ void Summary::printAllocations() {
   for (const Entry& entry : entries_) {
     if (entry.rounds.empty()) continue;
     const Allocations& a = entry.allocations;
-    std::printf("  %-24.*s %gx %6zu %6zu %6zu %6zu\n", int(entry.routine.size()), entry.routine.data(), entry.scale,
-                a.first, a.later, a.itsOwn, a.later - a.itsOwn);
+    std::printf("  %-24.*s %gx %6zu %6zu %6zu %6zu\n", int(entry.routine.size()), entry.routine.data(), entry.scale, a.first,
+                a.later, a.itsOwn, a.later - a.itsOwn);
   }
 }
 

@@ -51,10 +51,9 @@ std::string documentText(const Drawing& drawing) {
     if (outline.pen) {
       constexpr const char* caps[] = {"butt", "round", "square"};
       constexpr const char* joins[] = {"miter", "round", "bevel"};
-      text += " fill=\"none\"" + paintText("stroke", outline.color) + " stroke-width=\"" +
-              numberText(outline.pen->width) + "\" stroke-linecap=\"" + caps[int(outline.pen->cap)] +
-              "\" stroke-linejoin=\"" + joins[int(outline.pen->join)] + "\" stroke-miterlimit=\"" +
-              numberText(outline.pen->miterLimit) + '"';
+      text += " fill=\"none\"" + paintText("stroke", outline.color) + " stroke-width=\"" + numberText(outline.pen->width) +
+              "\" stroke-linecap=\"" + caps[int(outline.pen->cap)] + "\" stroke-linejoin=\"" +
+              joins[int(outline.pen->join)] + "\" stroke-miterlimit=\"" + numberText(outline.pen->miterLimit) + '"';
       std::string dash;
       for (const double length : outline.pen->dash) dash += numberText(length) + ' ';
       if (!dash.empty())
@@ -80,9 +79,7 @@ class QtSvgContestant final : public Contestant {
     painter_.setRenderHint(QPainter::Antialiasing);
   }
   void draw() override { document_.render(&painter_, everywhere_); }
-  const std::uint32_t* row(int y) const override {
-    return reinterpret_cast<const std::uint32_t*>(image_.constScanLine(y));
-  }
+  const std::uint32_t* row(int y) const override { return reinterpret_cast<const std::uint32_t*>(image_.constScanLine(y)); }
 
  private:
   QImage image_;

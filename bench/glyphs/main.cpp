@@ -34,7 +34,8 @@ class DoesNothing final : public tessaluna::backend::Canvas {
   void endTransparencyLayer() override {}
   void fillPath(const tessaluna::backend::Path&, tessaluna::backend::FillRule) override {}
   void strokePath(const tessaluna::backend::Path&, const tessaluna::backend::StrokeStyle&) override {}
-  void fillGradient(const tessaluna::backend::Path&, tessaluna::backend::FillRule, const tessaluna::backend::LinearGradient&) override {}
+  void fillGradient(const tessaluna::backend::Path&, tessaluna::backend::FillRule,
+                    const tessaluna::backend::LinearGradient&) override {}
   void drawGlyphs(const tessaluna::backend::GlyphRun&, tessaluna::backend::CGPoint) override {}
   void drawImage(const tessaluna::backend::ImagePixels&, tessaluna::backend::CGRect, tessaluna::backend::CGRect) override {}
 };
@@ -146,7 +147,8 @@ int runAll(int argc, char** argv) {
     entry.offBy = offByOf(subject);
     entry.allocations = allocationsOf(subject);
     const std::string name = std::string(entry.routine) + (entry.scale == 1 ? "/1x" : "/4x");
-    benchmark::RegisterBenchmark(name.c_str(), [subject, &entry](benchmark::State& state) { measure(state, subject, entry); })
+    benchmark::RegisterBenchmark(name.c_str(),
+                                 [subject, &entry](benchmark::State& state) { measure(state, subject, entry); })
         ->UseManualTime()
         ->Iterations(1)
         ->Unit(benchmark::kMicrosecond);

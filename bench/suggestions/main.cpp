@@ -14,12 +14,12 @@
 #include <string>
 #include <vector>
 
-#include "tessaluna/backends/headless/HeadlessBackend.h"
-#include "tessaluna/backends/qt/QtBackend.h"
 #include "bench/harness/cpuTime.h"
 #include "bench/harness/statistics.h"
 #include "gallery/search/Library.h"
 #include "gallery/search/SuggestionRow.h"
+#include "tessaluna/backends/headless/HeadlessBackend.h"
+#include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"

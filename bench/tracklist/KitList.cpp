@@ -27,8 +27,7 @@ Ref<gallery::TrackListHost> makeHost(std::vector<gallery::Track> tracks, Control
 
 }  // namespace
 
-KitList::KitList(std::vector<gallery::Track> tracks, Controls controls)
-    : host_(makeHost(std::move(tracks), controls)) {
+KitList::KitList(std::vector<gallery::Track> tracks, Controls controls) : host_(makeHost(std::move(tracks), controls)) {
   dressWindow(window_);
   auto* list = new tessaluna::backend::qt::QtViewWidget(host_->view(), &window_);
   list->setGeometry(0, 0, width, height);

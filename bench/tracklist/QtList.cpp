@@ -7,8 +7,8 @@
 #include <QSvgRenderer>
 #include <functional>
 
-#include "tessaluna/backends/svg/SvgCanvas.h"
 #include "gallery/tracks/TrackRowView.h"
+#include "tessaluna/backends/svg/SvgCanvas.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"

@@ -7,10 +7,10 @@
 #include <cstdio>
 #include <ctime>
 
-#include "tessaluna/backends/qt/QtBackend.h"
 #include "bench/harness/statistics.h"
 #include "bench/tracklist/KitList.h"
 #include "bench/tracklist/QtList.h"
+#include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 
 namespace {
@@ -19,7 +19,7 @@ using bench::Controls;
 using bench::ScrollingList;
 
 constexpr int trackCount = 10000;
-constexpr int step = 60;             // two rows and a half: edges cut rows
+constexpr int step = 60;  // two rows and a half: edges cut rows
 constexpr int framesInTurn = 20;
 
 // Of the whole program: Qt paints in threads of its own, too.
@@ -68,7 +68,8 @@ bool compare(const Run& run, int frames, const QString& pictures) {
   const int wanted = static_cast<int>(ratios.size() + 1) * framesInTurn;
   for (const ScrollingList* list : {static_cast<ScrollingList*>(&kit), static_cast<ScrollingList*>(&qt)}) {
     if (list->framesPainted() == wanted) continue;
-    std::fprintf(stderr, "bench_tracklist: %s painted %d times for %d frames\n", list->name(), list->framesPainted(), wanted);
+    std::fprintf(stderr, "bench_tracklist: %s painted %d times for %d frames\n", list->name(), list->framesPainted(),
+                 wanted);
     return false;
   }
   if (pictures.isEmpty()) return true;
@@ -95,8 +96,7 @@ int main(int argc, char** argv) {
 
   std::printf("%d rows, 900 by 600 points at scale 1, %d frames, CPU time for a frame: median (tenth to ninetieth of 100)\n",
               trackCount, frames);
-  const bool isMeasured =
-      compare({Controls::Hidden, "texts alone, as while scrolling", "texts"}, frames, pictures) &&
-      compare({Controls::OnEveryRow, "texts and three glyphs on every row", "glyphs"}, frames, pictures);
+  const bool isMeasured = compare({Controls::Hidden, "texts alone, as while scrolling", "texts"}, frames, pictures) &&
+                          compare({Controls::OnEveryRow, "texts and three glyphs on every row", "glyphs"}, frames, pictures);
   return isMeasured ? 0 : 1;
 }

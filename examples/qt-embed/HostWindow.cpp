@@ -28,7 +28,7 @@ class Listener : public tessaluna::platform::NSObject {
 };
 
 constexpr tessaluna::platform::Selector selectors[] = {tessaluna::platform::action<&Listener::previous>("previous:"),
-                                            tessaluna::platform::action<&Listener::next>("next:")};
+                                                       tessaluna::platform::action<&Listener::next>("next:")};
 const tessaluna::platform::ClassInfo Listener::staticClassInfo{
     .name = "Listener", .base = &NSObject::staticClassInfo, .selectors = selectors};
 

@@ -4,8 +4,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/artwork/GlyphView.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace gallery {
 

@@ -7,12 +7,10 @@ namespace gallery {
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
-const Selector TrackListHost::selectors_[] = {
-    action<&TrackListHost::playFromMenu>("playFromMenu:"),
-    action<&TrackListHost::toggleFavoriteFromMenu>("toggleFavoriteFromMenu:")};
-const ClassInfo TrackListHost::staticClassInfo{.name = "gallery.TrackListHost",
-                                               .base = &NSObject::staticClassInfo,
-                                               .selectors = TrackListHost::selectors_};
+const Selector TrackListHost::selectors_[] = {action<&TrackListHost::playFromMenu>("playFromMenu:"),
+                                              action<&TrackListHost::toggleFavoriteFromMenu>("toggleFavoriteFromMenu:")};
+const ClassInfo TrackListHost::staticClassInfo{
+    .name = "gallery.TrackListHost", .base = &NSObject::staticClassInfo, .selectors = TrackListHost::selectors_};
 
 TrackListHost::TrackListHost(std::vector<Track> tracks)
     : tracks_(std::move(tracks)),
@@ -88,13 +86,9 @@ void TrackListHost::trackRowMoreButtonClicked(TrackRowMoreButton& button) {
   if (!menuRow_) return;
   const auto menu = make<NSMenu>();
   const WeakRef<NSObject> self = shared_from_this();
-  menu->addItem({.title = current_ == menuRow_ && isPlaying_ ? "Pause" : "Play",
-                 .action = "playFromMenu:",
-                 .target = self});
-  menu->addItem({.title = "Favorite",
-                 .action = "toggleFavoriteFromMenu:",
-                 .target = self,
-                 .isOn = tracks_[*menuRow_].isFavorite});
+  menu->addItem({.title = current_ == menuRow_ && isPlaying_ ? "Pause" : "Play", .action = "playFromMenu:", .target = self});
+  menu->addItem(
+      {.title = "Favorite", .action = "toggleFavoriteFromMenu:", .target = self, .isOn = tracks_[*menuRow_].isFavorite});
   menu->popUpInView(button, {0, 0});
   report("more of track " + std::to_string(*menuRow_ + 1));
 }

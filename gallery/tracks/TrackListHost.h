@@ -40,7 +40,8 @@ class TrackListHost : public tessaluna::platform::NSObject,
   void setReport(std::function<void(const std::string&)> report) { report_ = std::move(report); }
 
   std::size_t numberOfRowsInTableView(tessaluna::platform::NSTableView& table) override;
-  tessaluna::platform::Ref<tessaluna::platform::NSView> tableViewViewForRow(tessaluna::platform::NSTableView& table, std::size_t row) override;
+  tessaluna::platform::Ref<tessaluna::platform::NSView> tableViewViewForRow(tessaluna::platform::NSTableView& table,
+                                                                            std::size_t row) override;
   void tableViewSelectionDidChange(tessaluna::platform::NSTableView& table) override;
   void tableViewHoveredRowDidChange(tessaluna::platform::NSTableView& table, std::optional<std::size_t> row) override;
   void tableViewRowWasDoubleClicked(tessaluna::platform::NSTableView& table, std::size_t row) override;

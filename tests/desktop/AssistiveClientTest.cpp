@@ -130,9 +130,10 @@ TEST_F(AssistiveClient, HearsOfTheSelectionWhileTheKeyboardStaysInTheField) {
   EXPECT_TRUE(eventuallyHears("object:state-changed:selected 1 list item \"Queen, by Queen\""));
   controller->cancelSuggestions();
   EXPECT_TRUE(eventuallyHears("object:children-changed:remove -1 text \"\" of list \"\""));
-  EXPECT_EQ(std::count_if(heard.begin(), heard.end(), [](const std::string& line) {
-              return line.find("focused") != line.npos;
-            }), 0) << testing::PrintToString(heard);
+  EXPECT_EQ(
+      std::count_if(heard.begin(), heard.end(), [](const std::string& line) { return line.find("focused") != line.npos; }),
+      0)
+      << testing::PrintToString(heard);
 }
 
 TEST_F(AssistiveClient, HearsOfTheFocusAndWritesIntoTheField) {

@@ -31,9 +31,7 @@ TEST_F(PopUpFrames, NoneShowsAnythingButThePopUpOrWhatIsBehind) {
     switch (phase % 3) {
       case 0: window->addChildWindow(popUp, NSWindowAbove); break;
       case 1: popUp->setFrame(large, true); break;
-      case 2:
-        popUp->orderOut(nullptr);
-        popUp->setFrame(small, false);
+      case 2: popUp->orderOut(nullptr); popUp->setFrame(small, false);
     }
     for (int i = 0; i < 3; ++i) {
       QApplication::processEvents();

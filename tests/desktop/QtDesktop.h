@@ -63,8 +63,7 @@ class ClickCount : public tessaluna::platform::NSObject {
 
 inline constexpr tessaluna::platform::Selector clickCountSelectors[] = {
     tessaluna::platform::action<&ClickCount::clicked>("clicked:")};
-inline const tessaluna::platform::ClassInfo ClickCount::staticClassInfo{.name = "harness.ClickCount",
-                                                             .base = &tessaluna::platform::NSObject::staticClassInfo,
-                                                             .selectors = clickCountSelectors};
+inline const tessaluna::platform::ClassInfo ClickCount::staticClassInfo{
+    .name = "harness.ClickCount", .base = &tessaluna::platform::NSObject::staticClassInfo, .selectors = clickCountSelectors};
 
 }  // namespace harness

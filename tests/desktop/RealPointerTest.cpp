@@ -2,10 +2,10 @@
 #include <QWidget>
 
 #include "tessaluna/backends/qt/QtViewWidget.h"
-#include "tests/desktop/QtDesktop.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
 #include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
+#include "tests/desktop/QtDesktop.h"
 
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
@@ -37,9 +37,7 @@ class RealPointer : public harness::QtDesktop {
     return button;
   }
 
-  static void movePointerTo(int x, int y) {
-    xdotool({"mousemove", QString::number(100 + x), QString::number(100 + y)});
-  }
+  static void movePointerTo(int x, int y) { xdotool({"mousemove", QString::number(100 + x), QString::number(100 + y)}); }
 
   template <class Button>
   void pressDragOutAndBackAndRelease() {
@@ -62,13 +60,9 @@ class RealPointer : public harness::QtDesktop {
   QWidget top_;
 };
 
-TEST_F(RealPointer, PrevNextButtonFollowsPressDragOutBackAndRelease) {
-  pressDragOutAndBackAndRelease<PrevNextButton>();
-}
+TEST_F(RealPointer, PrevNextButtonFollowsPressDragOutBackAndRelease) { pressDragOutAndBackAndRelease<PrevNextButton>(); }
 
-TEST_F(RealPointer, CloseButtonFollowsPressDragOutBackAndRelease) {
-  pressDragOutAndBackAndRelease<CloseButton>();
-}
+TEST_F(RealPointer, CloseButtonFollowsPressDragOutBackAndRelease) { pressDragOutAndBackAndRelease<CloseButton>(); }
 
 TEST_F(RealPointer, ReleaseOutsideTellsNobody) {
   const auto clicks = make<harness::ClickCount>();

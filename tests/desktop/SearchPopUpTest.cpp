@@ -4,8 +4,8 @@
 #include <QWidget>
 #include <QWindow>
 
-#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/search/SearchHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tests/desktop/QtDesktop.h"
 

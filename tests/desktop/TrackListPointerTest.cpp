@@ -2,8 +2,8 @@
 #include <QWidget>
 #include <QWindow>
 
-#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "gallery/tracks/TrackListHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/rowParts.h"
 

@@ -14,9 +14,7 @@ void takePictures(const char* const numbers[4]) {
   for (int i = 0; i < 4; ++i) place[i] = std::atoi(numbers[i]);
   std::cout << "ready" << std::endl;
   for (int i = 0; i < 200; ++i) {
-    const QImage picture = QGuiApplication::primaryScreen()
-                               ->grabWindow(0, place[0], place[1], place[2], place[3])
-                               .toImage();
+    const QImage picture = QGuiApplication::primaryScreen()->grabWindow(0, place[0], place[1], place[2], place[3]).toImage();
     std::set<std::string> colors;
     for (int y = 0; y < picture.height(); ++y)
       for (int x = 0; x < picture.width(); ++x) colors.insert(picture.pixelColor(x, y).name().toStdString());

@@ -35,11 +35,28 @@ class FuzzInput {
                                   std::numeric_limits<double>::denorm_min(),
                                   -std::numeric_limits<double>::denorm_min(),
                                   std::numeric_limits<double>::epsilon(),
-                                  1e308, 1e100, -1e100, 1e38, 1e30, -1e30, 1e19, 2147483648.0, -2147483649.0, 1e9,
-                                  1e6, 1e-6, 1e-30, 1e-300, -0.0, 0.0, 1.0, 0.5, -1.0};
+                                  1e308,
+                                  1e100,
+                                  -1e100,
+                                  1e38,
+                                  1e30,
+                                  -1e30,
+                                  1e19,
+                                  2147483648.0,
+                                  -2147483649.0,
+                                  1e9,
+                                  1e6,
+                                  1e-6,
+                                  1e-30,
+                                  1e-300,
+                                  -0.0,
+                                  0.0,
+                                  1.0,
+                                  0.5,
+                                  -1.0};
     const std::uint8_t kind = byte();
-    if (kind < 160) return kind / 2.0 - 8;                       // -8 ... 71.5 by halves
-    if (kind < 224) return (kind - 160) + byte() / 256.0 - 1;    // between pixels
+    if (kind < 160) return kind / 2.0 - 8;                     // -8 ... 71.5 by halves
+    if (kind < 224) return (kind - 160) + byte() / 256.0 - 1;  // between pixels
     if (kind < 252) return strange[kind - 224];
     std::uint64_t bits = 0;
     for (int i = 0; i < 8; ++i) bits = bits << 8 | byte();

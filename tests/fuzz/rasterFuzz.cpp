@@ -1,7 +1,7 @@
 // Whatever a program tells the raster canvas: paths, widths, dashes, clips, layers, shadows, gradients, pictures and
 // transforms of any numbers. It must come to its end, paint only pixels that can be, and still work afterwards.
-#include <cstdlib>
 #include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 #include "tessaluna/backends/raster/Bitmap.h"
@@ -11,9 +11,9 @@
 namespace {
 
 using namespace tessaluna::backend;
+using fuzz::FuzzInput;
 using tessaluna::backend::raster::Bitmap;
 using tessaluna::backend::raster::RasterCanvas;
-using fuzz::FuzzInput;
 
 // More would only repeat what these do, and take longer.
 constexpr int mostOperations = 48, mostSegments = 24;

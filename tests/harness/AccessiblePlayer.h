@@ -28,19 +28,21 @@ class AccessiblePlayer {
     field->setCell(tessaluna::platform::make<TessalunaUIKit::SuggestibleTextFieldCell>("query"));
     static_cast<tessaluna::platform::NSTextFieldCell&>(*field->cell()).setEditable(true);
     field->setAction("clicked:");
-    tessaluna::platform::NSNib::registerFactory("row", [](tessaluna::platform::NSObject& owner) -> tessaluna::platform::Ref<tessaluna::platform::NSObject> {
-      auto& item = dynamic_cast<TessalunaUIKit::SuggestionItemViewController&>(owner);
-      const auto row = tessaluna::platform::make<TessalunaUIKit::HighlightingView>(tessaluna::platform::CGRect{0, 0, 50, 20});
-      const auto label = tessaluna::platform::NSTextField::labelWithString("");
-      const auto detail = tessaluna::platform::NSTextField::labelWithString("");
-      label->setFrame({4, 2, 90, 16});
-      detail->setFrame({100, 2, 90, 16});
-      item.setLabelTextField(label);
-      item.setDetailedLabelTextField(detail);
-      row->addSubview(label);
-      row->addSubview(detail);
-      return row;
-    });
+    tessaluna::platform::NSNib::registerFactory(
+        "row", [](tessaluna::platform::NSObject& owner) -> tessaluna::platform::Ref<tessaluna::platform::NSObject> {
+          auto& item = dynamic_cast<TessalunaUIKit::SuggestionItemViewController&>(owner);
+          const auto row =
+              tessaluna::platform::make<TessalunaUIKit::HighlightingView>(tessaluna::platform::CGRect{0, 0, 50, 20});
+          const auto label = tessaluna::platform::NSTextField::labelWithString("");
+          const auto detail = tessaluna::platform::NSTextField::labelWithString("");
+          label->setFrame({4, 2, 90, 16});
+          detail->setFrame({100, 2, 90, 16});
+          item.setLabelTextField(label);
+          item.setDetailedLabelTextField(detail);
+          row->addSubview(label);
+          row->addSubview(detail);
+          return row;
+        });
     controller->setSuggestionPrototype("row");
   }
   ~AccessiblePlayer() { controller->cancelSuggestions(); }
@@ -70,10 +72,14 @@ class AccessiblePlayer {
   QAccessibleInterface* list() const { return of(field->cell())->child(0); }
 
   tessaluna::platform::Ref<tessaluna::platform::NSWindow> window = tessaluna::platform::make<tessaluna::platform::NSWindow>(
-      tessaluna::platform::CGRect{100, 200, 300, 160}, tessaluna::platform::NSWindowStyleMaskTitled, tessaluna::platform::NSBackingStoreBuffered, true);
-  tessaluna::platform::Ref<tessaluna::platform::NSView> box = tessaluna::platform::make<tessaluna::platform::NSView>(tessaluna::platform::CGRect{0, 40, 300, 120});
-  tessaluna::platform::Ref<tessaluna::platform::NSTextField> field = tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{10, 20, 200, 24});
-  tessaluna::platform::Ref<tessaluna::platform::NSButton> button = tessaluna::platform::make<tessaluna::platform::NSButton>(tessaluna::platform::CGRect{10, 60, 80, 24});
+      tessaluna::platform::CGRect{100, 200, 300, 160}, tessaluna::platform::NSWindowStyleMaskTitled,
+      tessaluna::platform::NSBackingStoreBuffered, true);
+  tessaluna::platform::Ref<tessaluna::platform::NSView> box =
+      tessaluna::platform::make<tessaluna::platform::NSView>(tessaluna::platform::CGRect{0, 40, 300, 120});
+  tessaluna::platform::Ref<tessaluna::platform::NSTextField> field =
+      tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{10, 20, 200, 24});
+  tessaluna::platform::Ref<tessaluna::platform::NSButton> button =
+      tessaluna::platform::make<tessaluna::platform::NSButton>(tessaluna::platform::CGRect{10, 60, 80, 24});
   tessaluna::platform::Ref<TessalunaUIKit::SuggestionsWindowController> controller =
       tessaluna::platform::make<TessalunaUIKit::SuggestionsWindowController>();
 };

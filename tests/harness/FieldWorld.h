@@ -39,8 +39,12 @@ class ProbeFieldDelegate : public tessaluna::platform::NSObject, public tessalun
     calls.push_back("end");
     if (onEnd) onEnd();
   }
-  bool controlTextShouldBeginEditing(tessaluna::platform::NSControl&, tessaluna::platform::NSText&) override { return !refusesToBegin; }
-  bool controlTextShouldEndEditing(tessaluna::platform::NSControl&, tessaluna::platform::NSText&) override { return !refusesToEnd; }
+  bool controlTextShouldBeginEditing(tessaluna::platform::NSControl&, tessaluna::platform::NSText&) override {
+    return !refusesToBegin;
+  }
+  bool controlTextShouldEndEditing(tessaluna::platform::NSControl&, tessaluna::platform::NSText&) override {
+    return !refusesToEnd;
+  }
   bool controlTextViewDoCommandBySelector(tessaluna::platform::NSControl&, tessaluna::platform::NSTextView&,
                                           std::string_view selector) override {
     calls.push_back(std::string(selector));
@@ -62,9 +66,10 @@ class ProbeFieldTarget : public tessaluna::platform::NSObject {
 
 inline constexpr tessaluna::platform::Selector probeFieldTargetSelectors[] = {
     tessaluna::platform::action<&ProbeFieldTarget::search>("search:")};
-inline const tessaluna::platform::ClassInfo ProbeFieldTarget::staticClassInfo{.name = "ProbeFieldTarget",
-                                                                   .base = &tessaluna::platform::NSObject::staticClassInfo,
-                                                                   .selectors = probeFieldTargetSelectors};
+inline const tessaluna::platform::ClassInfo ProbeFieldTarget::staticClassInfo{
+    .name = "ProbeFieldTarget",
+    .base = &tessaluna::platform::NSObject::staticClassInfo,
+    .selectors = probeFieldTargetSelectors};
 
 // A character of the fields' font is 6.5 points wide and a line 15.6 high; their text starts 7 points from the left.
 class FieldWorld : public StillWorld {
@@ -97,8 +102,10 @@ class FieldWorld : public StillWorld {
   }
 
   tessaluna::platform::Ref<tessaluna::platform::NSWindow> window = showWindow();
-  tessaluna::platform::Ref<tessaluna::platform::NSTextField> field = tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{20, 100, 110, 24});
-  tessaluna::platform::Ref<tessaluna::platform::NSTextField> other = tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{20, 60, 110, 24});
+  tessaluna::platform::Ref<tessaluna::platform::NSTextField> field =
+      tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{20, 100, 110, 24});
+  tessaluna::platform::Ref<tessaluna::platform::NSTextField> other =
+      tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{20, 60, 110, 24});
   tessaluna::platform::Ref<ProbeFieldDelegate> delegate = tessaluna::platform::make<ProbeFieldDelegate>();
   tessaluna::platform::Ref<ProbeFieldTarget> target = tessaluna::platform::make<ProbeFieldTarget>();
 };

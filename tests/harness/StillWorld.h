@@ -27,16 +27,18 @@ class StillWorld : public testing::Test {
   }
 
   // A titled window on the screen, painted, with the key status; content of 200 by 150 points.
-  tessaluna::platform::Ref<tessaluna::platform::NSWindow> showWindow(tessaluna::platform::CGRect content = {100, 100, 200, 150}) {
-    auto window = tessaluna::platform::make<tessaluna::platform::NSWindow>(content, tessaluna::platform::NSWindowStyleMaskTitled,
-                                                     tessaluna::platform::NSBackingStoreBuffered, /*defer=*/true);
+  tessaluna::platform::Ref<tessaluna::platform::NSWindow> showWindow(tessaluna::platform::CGRect content = {100, 100, 200,
+                                                                                                            150}) {
+    auto window = tessaluna::platform::make<tessaluna::platform::NSWindow>(
+        content, tessaluna::platform::NSWindowStyleMaskTitled, tessaluna::platform::NSBackingStoreBuffered, /*defer=*/true);
     window->makeKeyAndOrderFront(nullptr);
     desktop.settle();
     return window;
   }
 
   // The same with the view in it, its paints forgotten.
-  tessaluna::platform::Ref<tessaluna::platform::NSWindow> showWindowWith(const tessaluna::platform::Ref<tessaluna::platform::NSView>& view) {
+  tessaluna::platform::Ref<tessaluna::platform::NSWindow> showWindowWith(
+      const tessaluna::platform::Ref<tessaluna::platform::NSView>& view) {
     auto window = showWindow();
     window->contentView()->addSubview(view);
     desktop.settle();

@@ -20,7 +20,7 @@ struct PictureSize {
 template <class Draw>
 tessaluna::backend::raster::Bitmap pixelsOf(PictureSize size, Draw draw) {
   auto bitmap = tessaluna::backend::raster::Bitmap::make(static_cast<int>(size.width * size.scale),
-                                              static_cast<int>(size.height * size.scale));
+                                                         static_cast<int>(size.height * size.scale));
   if (!bitmap) std::abort();
   {
     tessaluna::backend::raster::RasterCanvas canvas(*bitmap, {.scale = size.scale});

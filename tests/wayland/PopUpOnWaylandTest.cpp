@@ -47,7 +47,9 @@ class PopUpOnWayland : public harness::QtDesktop, protected harness::AccessibleP
     EXPECT_TRUE(eventually([&] {
       text = wire.text();
       return std::regex_search(text, found, std::regex(expression));
-    })) << expression << "\n" << text;
+    })) << expression
+        << "\n"
+        << text;
     return {found.begin(), found.end()};
   }
   // As the compositor counts, from the corner of the window with its title bar.

@@ -5,8 +5,8 @@
 #include <span>
 
 #include "tessaluna/platform/backend/Canvas.h"
-#include "tools/artwork/Arguments.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
+#include "tools/artwork/Arguments.h"
 
 namespace artwork {
 

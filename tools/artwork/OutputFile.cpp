@@ -72,8 +72,6 @@ void OutputFile::commit() {
   stream_ = nullptr;
 }
 
-void OutputFile::fail(const std::string& reason) const {
-  throw Failure("cannot write " + inQuotes(path_) + ": " + reason);
-}
+void OutputFile::fail(const std::string& reason) const { throw Failure("cannot write " + inQuotes(path_) + ": " + reason); }
 
 }  // namespace artwork

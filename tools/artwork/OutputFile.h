@@ -22,8 +22,8 @@ class OutputFile {
  private:
   void open();
 
-  std::string path_;                // as the user gave it, for messages
-  std::filesystem::path target_;    // where links lead to
+  std::string path_;              // as the user gave it, for messages
+  std::filesystem::path target_;  // where links lead to
   std::filesystem::path temporary_;
   std::FILE* stream_ = nullptr;
 };

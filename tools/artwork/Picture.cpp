@@ -36,8 +36,8 @@ Bitmap makeBitmap(const Picture& picture) {
   std::optional<Bitmap> bitmap;
   if (width <= Bitmap::maximumSide && height <= Bitmap::maximumSide) bitmap = Bitmap::make(int(width), int(height));
   if (!bitmap)
-    throw Failure("a picture of " + tessaluna::platform::numberText(width) + " by " + tessaluna::platform::numberText(height) +
-                  " pixels is too large");
+    throw Failure("a picture of " + tessaluna::platform::numberText(width) + " by " +
+                  tessaluna::platform::numberText(height) + " pixels is too large");
   return std::move(*bitmap);
 }
 
@@ -46,7 +46,8 @@ void fillBackground(tessaluna::backend::Canvas& canvas, const Picture& picture) 
   canvas.saveState();
   canvas.setFillColor(*picture.background);
   // A little more than seen: a fraction of a point at the edge is a whole pixel.
-  canvas.fillPath(tessaluna::backend::Path::rect(NSInsetRect(picture.area, -16, -16)), tessaluna::backend::FillRule::NonZero);
+  canvas.fillPath(tessaluna::backend::Path::rect(NSInsetRect(picture.area, -16, -16)),
+                  tessaluna::backend::FillRule::NonZero);
   canvas.restoreState();
 }
 

@@ -11,8 +11,8 @@
 namespace artwork {
 
 struct Picture {
-  tessaluna::platform::CGRect area;  // what of the drawing's space is seen, in points
-  double scale = 1;       // pixels a point
+  tessaluna::platform::CGRect area;                     // what of the drawing's space is seen, in points
+  double scale = 1;                                     // pixels a point
   std::optional<tessaluna::backend::Color> background;  // absent: transparent
 };
 

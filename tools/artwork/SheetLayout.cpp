@@ -19,7 +19,7 @@ constexpr double cellGap = 14;
 constexpr double pictureRoom = 96;  // of each picture, high
 constexpr double labelRoom = 38;    // below it, with the gap to the next row
 constexpr double headingRoom = 44;
-constexpr double widest = 1240;     // of a sheet
+constexpr double widest = 1240;  // of a sheet
 constexpr std::size_t mostFlags = 8;
 
 // A square picture of the longer side would look larger than a long one.

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/artwork/strokeLetters.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
+#include "tools/artwork/strokeLetters.h"
 
 namespace artwork {
 
@@ -15,7 +15,7 @@ struct SheetCell {
   const TessalunaUIKit::Routine* routine = nullptr;
   std::vector<char> flags = {};  // 0 or 1 for each flag of the routine; contiguous, which a vector of bool is not
   tessaluna::platform::CGRect picture = {};
-  std::string name = {}, flagsThatAreOn = {};  // the two lines below the picture
+  std::string name = {}, flagsThatAreOn = {};                          // the two lines below the picture
   tessaluna::platform::CGPoint nameBaseline = {}, flagsBaseline = {};  // of their middle
 
   void draw(tessaluna::platform::CGRect frame) const;

@@ -2,8 +2,8 @@
 #include <string>
 
 #include "tessaluna/platform/foundation/numberText.h"
-#include "tools/artwork/Command.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
+#include "tools/artwork/Command.h"
 
 namespace artwork {
 

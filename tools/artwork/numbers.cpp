@@ -46,8 +46,7 @@ double parseNumber(OptionText value) {
 
 tessaluna::platform::CGRect parseFrame(OptionText value) {
   const std::vector<std::string_view> parts = split(value.text, ',');
-  if (parts.size() != 4)
-    throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is no X,Y,W,H");
+  if (parts.size() != 4) throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is no X,Y,W,H");
   double numbers[4];
   for (int i = 0; i < 4; ++i) numbers[i] = parseCoordinate({value.option, parts[i]});
   if (numbers[2] < 0 || numbers[3] < 0)
@@ -58,7 +57,8 @@ tessaluna::platform::CGRect parseFrame(OptionText value) {
 tessaluna::platform::CGSize parseSize(OptionText value) {
   const std::vector<std::string_view> parts = split(value.text, 'x');
   if (parts.size() != 2) throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is no WxH");
-  const tessaluna::platform::CGSize size = {parseCoordinate({value.option, parts[0]}), parseCoordinate({value.option, parts[1]})};
+  const tessaluna::platform::CGSize size = {parseCoordinate({value.option, parts[0]}),
+                                            parseCoordinate({value.option, parts[1]})};
   if (!(size.width > 0 && size.height > 0))
     throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " needs a width and height above 0");
   return size;

@@ -12,9 +12,9 @@ struct OptionText {
   std::string_view text;
 };
 
-double parseNumber(OptionText value);               // finite, and all of the text
-tessaluna::platform::CGRect parseFrame(OptionText value);      // "X,Y,W,H", a size that is not negative
-tessaluna::platform::CGSize parseSize(OptionText value);       // "WxH", both above 0
-bool parseBool(OptionText value);                   // "true" or "false"
+double parseNumber(OptionText value);                      // finite, and all of the text
+tessaluna::platform::CGRect parseFrame(OptionText value);  // "X,Y,W,H", a size that is not negative
+tessaluna::platform::CGSize parseSize(OptionText value);   // "WxH", both above 0
+bool parseBool(OptionText value);                          // "true" or "false"
 
 }  // namespace artwork

@@ -11,7 +11,7 @@
 namespace artwork {
 
 struct LetterStyle {
-  double size = 9;      // points from the foot of a "g" to the top of an "H", with the line
+  double size = 9;  // points from the foot of a "g" to the top of an "H", with the line
   double lineWidth = 1;
 };
 
@@ -19,7 +19,8 @@ struct LetterStyle {
 double widthOfLetters(std::string_view text, const LetterStyle& style);
 
 // To be stroked; the baseline begins at the point. Empty for a text of spaces.
-tessaluna::platform::Ref<tessaluna::platform::NSBezierPath> pathOfLetters(std::string_view text, tessaluna::platform::CGPoint baseline,
-                                                    const LetterStyle& style);
+tessaluna::platform::Ref<tessaluna::platform::NSBezierPath> pathOfLetters(std::string_view text,
+                                                                          tessaluna::platform::CGPoint baseline,
+                                                                          const LetterStyle& style);
 
 }  // namespace artwork

@@ -133,8 +133,7 @@ void VirtualUser::pressKey(char32_t functionKey, std::uint32_t modifiers) {
 }
 
 void VirtualUser::compose(std::string_view text) {
-  if (NSTextInputClient* client = textWithKeys())
-    client->setMarkedText(text, {utf16FromUtf8(text).size(), 0}, noRange);
+  if (NSTextInputClient* client = textWithKeys()) client->setMarkedText(text, {utf16FromUtf8(text).size(), 0}, noRange);
 }
 
 void VirtualUser::commit(std::string_view text) {

@@ -28,9 +28,7 @@ QWindow* ownQWindowOf(const NSWindow& window) {
   return native ? native->qWindow() : nullptr;
 }
 
-bool isSeen(const NSWindow& window) {
-  return !window.accessibilityIsIgnored() && window.accessibilityParent() == NSApp;
-}
+bool isSeen(const NSWindow& window) { return !window.accessibilityIsIgnored() && window.accessibilityParent() == NSApp; }
 
 void send(QAccessibleInterface* interface, QAccessible::Event what) {
   if (!interface) return;
@@ -45,8 +43,7 @@ AccessibilityBridge::AccessibilityBridge(EmbeddingHosts& hosts) : hosts_(hosts) 
   changes_ = accessibilityNotificationCenter().addObserverForName(
       "", nullptr, nullptr, [this](const Ref<NSNotification>& told) { changed(*told); });
   keyWindows_ = NSNotificationCenter::defaultCenter().addObserverForName(
-      NSWindowDidBecomeKeyNotification, nullptr, nullptr,
-      [this](const Ref<NSNotification>&) { focusMayHaveChanged(); });
+      NSWindowDidBecomeKeyNotification, nullptr, nullptr, [this](const Ref<NSNotification>&) { focusMayHaveChanged(); });
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, &AccessibilityBridge::tell);
 }
@@ -79,8 +76,7 @@ QAccessibleInterface* AccessibilityBridge::makeInterface(const QString&, QObject
   if (auto* widget = dynamic_cast<QtViewWidget*>(object)) return new AccessibleWidget(*own, *widget);
   if (!object->isWindowType() || !NSApp) return nullptr;
   for (const Ref<NSWindow>& window : NSApp->windows())
-    if (ownQWindowOf(*window) == object && isSeen(*window))
-      return new AccessibleElement(*own, window, object);
+    if (ownQWindowOf(*window) == object && isSeen(*window)) return new AccessibleElement(*own, window, object);
   return nullptr;
 }
 

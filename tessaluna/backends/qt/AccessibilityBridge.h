@@ -56,9 +56,9 @@ class AccessibilityBridge : public QObject {
   void deleteGone();
 
   EmbeddingHosts& hosts_;
-  platform::Ref<platform::NSObject> changes_, keyWindows_;  // tokens
-  std::unordered_set<AccessibleElement*> interfaces_;       // owned by Qt
-  std::vector<AccessibleElement*> gone_;                    // of elements that have gone, to be deleted
+  platform::Ref<platform::NSObject> changes_, keyWindows_;         // tokens
+  std::unordered_set<AccessibleElement*> interfaces_;              // owned by Qt
+  std::vector<AccessibleElement*> gone_;                           // of elements that have gone, to be deleted
   std::vector<platform::WeakRef<platform::NSObject>> selections_;  // elements whose selection is to be told
   bool isFocusToBeTold_ = false;
   QTimer timer_;

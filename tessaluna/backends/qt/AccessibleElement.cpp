@@ -339,9 +339,8 @@ void AccessibleElement::tellSelectedText() {
 void AccessibleElement::tellSelection() {
   const Ref<NSObject> held = element();
   if (!held) return;
-  const auto selection =
-      attributeOf<AccessibilityElements>(*accessibilityOf(held), NSAccessibilitySelectedChildrenAttribute)
-          .value_or(AccessibilityElements());
+  const auto selection = attributeOf<AccessibilityElements>(*accessibilityOf(held), NSAccessibilitySelectedChildrenAttribute)
+                             .value_or(AccessibilityElements());
   AccessibilityElements earlier;
   for (const WeakRef<NSObject>& one : std::exchange(toldSelection_, {}))
     if (Ref<NSObject> alive = one.lock()) earlier.push_back(std::move(alive));

@@ -13,9 +13,7 @@ namespace tessaluna::backend::qt {
 
 class AccessibilityBridge;
 
-class AccessibleElement : public QAccessibleInterface,
-                          public QAccessibleActionInterface,
-                          public QAccessibleValueInterface {
+class AccessibleElement : public QAccessibleInterface, public QAccessibleActionInterface, public QAccessibleValueInterface {
  public:
   // The object is what Qt knows the element by: a window's QWindow, and absent for all else.
   AccessibleElement(AccessibilityBridge& bridge, const platform::Ref<platform::NSObject>& element, QObject* object);

@@ -143,8 +143,8 @@ void EmbeddingHost::add(QtViewWidget& widget) {
 }
 
 void EmbeddingHost::remove(QtViewWidget& widget) {
-  const auto found = std::find_if(embedded_.begin(), embedded_.end(),
-                                  [&](const Embedded& embedded) { return embedded.widget == &widget; });
+  const auto found =
+      std::find_if(embedded_.begin(), embedded_.end(), [&](const Embedded& embedded) { return embedded.widget == &widget; });
   if (found == embedded_.end()) return;
   const Ref<NSView> clip = found->clip;
   embedded_.erase(found);
@@ -253,8 +253,8 @@ void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
 
 void EmbeddingHost::focusLeft(QtViewWidget& widget, Qt::FocusReason reason) {
   // A window that rests, or a menu above it, brings the focus back.
-  const bool comesBack = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
-                         reason == Qt::MenuBarFocusReason;
+  const bool comesBack =
+      reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
   if (isFollowing_ || comesBack || widgetOf(window_->firstResponder()) != &widget) return;
   window_->makeFirstResponder(nullptr);
 }

@@ -69,7 +69,7 @@ class EmbeddingHost : public QObject {
   double knownScale_;
   std::vector<Embedded> embedded_;
   QTimer displayTimer_;
-  bool isFollowing_ = false;  // Qt's focus is being moved after the first responder
+  bool isFollowing_ = false;    // Qt's focus is being moved after the first responder
   std::size_t passedOver_ = 0;  // widgets that handed on the focus that is being moved
 };
 

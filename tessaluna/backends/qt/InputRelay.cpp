@@ -119,8 +119,8 @@ void InputRelay::mouse(const QMouseEvent& event, QPointF place) {
       state->down |= event.button();
       fields.buttonNumber = buttonNumberOf(event.button());
       fields.type = buttonEventType(fields.buttonNumber, PressPhase::Down);
-      fields.clickCount = state->clicks.press(
-          {.button = event.button(), .place = event.globalPosition(), .time = event.timestamp()});
+      fields.clickCount =
+          state->clicks.press({.button = event.button(), .place = event.globalPosition(), .time = event.timestamp()});
       break;
     case QEvent::MouseButtonRelease:
       if (!state->down.testFlag(event.button())) return;
@@ -152,10 +152,9 @@ void InputRelay::pointerCrossed(Crossing crossing, QPointF place) {
 
 Taken InputRelay::wheel(const QWheelEvent& event, QPointF place) {
   const std::shared_ptr<State> state = state_;
-  return state->send({.type = ScrollWheel,
-                      .modifiers = modifierFlagsOf(event.modifiers()),
-                      .scrollingDelta = scrollingDeltaOf(event)},
-                     place);
+  return state->send(
+      {.type = ScrollWheel, .modifiers = modifierFlagsOf(event.modifiers()), .scrollingDelta = scrollingDeltaOf(event)},
+      place);
 }
 
 Taken InputRelay::key(const QKeyEvent& event) {

@@ -33,9 +33,8 @@ void PopUpMenu::open(QWindow& window, QPoint place, const std::vector<MenuEntry>
   }
   // Qt hides a menu first and tells the choice then.
   const auto choice = std::make_shared<std::optional<std::size_t>>();
-  QObject::connect(menu, &QMenu::triggered, menu, [choice](const QAction* action) {
-    *choice = static_cast<std::size_t>(action->data().toULongLong());
-  });
+  QObject::connect(menu, &QMenu::triggered, menu,
+                   [choice](const QAction* action) { *choice = static_cast<std::size_t>(action->data().toULongLong()); });
   QObject::connect(menu, &QMenu::aboutToHide, menu, [menu, choice, chosen = std::move(chosen)] {
     QTimer::singleShot(0, menu, [menu, choice, chosen] {
       menu->deleteLater();

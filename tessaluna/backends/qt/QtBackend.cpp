@@ -93,8 +93,7 @@ class QtBackend::ApplicationFilter : public QObject {
 };
 
 QtBackend::QtBackend() {
-  if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
-    stopProgram("QtBackend: made before the QApplication");
+  if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) stopProgram("QtBackend: made before the QApplication");
   hosts_ = std::make_unique<EmbeddingHosts>(keysSentEarly_);
   accessibility_ = std::make_unique<AccessibilityBridge>(*hosts_);
   filter_ = std::make_unique<ApplicationFilter>(*this);

@@ -172,7 +172,8 @@ class QtWindow::Surface : public QRasterWindow {
         event->setAccepted(relay_.key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
         return true;
       case QEvent::Show:
-        if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->windowWasShown(client_->eventWindow());
+        if (AccessibilityBridge* accessibility = QtBackend::accessibility())
+          accessibility->windowWasShown(client_->eventWindow());
         return false;
       case QEvent::InputMethodQuery:
         if (const auto window = client_->eventWindow())
@@ -237,7 +238,7 @@ class QtWindow::Surface : public QRasterWindow {
   WindowClient* client_;  // absent when it has gone
   InputRelay relay_;
   KeptPicture picture_;
-  CGRect wanted_;  // as it was asked for, or as the user or the desktop made it since
+  CGRect wanted_;                         // as it was asked for, or as the user or the desktop made it since
   std::optional<QPoint> restingPointer_;  // absent once it has moved
   QTimer displayTimer_;
   bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted

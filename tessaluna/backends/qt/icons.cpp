@@ -55,8 +55,7 @@ Placement turned(CGSize image, const QRectF& rect, const QTransform& toPixels) {
   const QSizeF size(image.width * scale, image.height * scale);
   const QPointF corner = rect.center() - QPointF(size.width() / 2, size.height() / 2);
   return {toPixels.mapRect(QRectF(corner, size)).toAlignedRect(),
-          yDown(image) * QTransform::fromScale(scale, scale) * QTransform::fromTranslate(corner.x(), corner.y()) *
-              toPixels};
+          yDown(image) * QTransform::fromScale(scale, scale) * QTransform::fromTranslate(corner.x(), corner.y()) * toPixels};
 }
 
 QImage render(NSImage& image, const Placement& placement) {
@@ -65,15 +64,14 @@ QImage render(NSImage& image, const Placement& placement) {
   QImage picture(size, QImage::Format_ARGB32_Premultiplied);
   if (picture.isNull()) return picture;
   picture.fill(Qt::transparent);
-  auto bitmap = raster::Bitmap::borrow(reinterpret_cast<std::uint32_t*>(picture.bits()), picture.width(),
-                                       picture.height(), static_cast<std::size_t>(picture.bytesPerLine()));
+  auto bitmap = raster::Bitmap::borrow(reinterpret_cast<std::uint32_t*>(picture.bits()), picture.width(), picture.height(),
+                                       static_cast<std::size_t>(picture.bytesPerLine()));
   if (!bitmap) return {};
   // The image's points are those of the base space, in which shadows are told: they grow with the rest.
   const double scale = std::sqrt(std::abs(placement.ofPoints.determinant()));
   raster::RasterCanvas canvas(*bitmap, {.scale = scale});
   CGContext context(canvas);
-  const QTransform t = placement.ofPoints *
-                       QTransform::fromTranslate(-placement.pixels.x(), -placement.pixels.y()) *
+  const QTransform t = placement.ofPoints * QTransform::fromTranslate(-placement.pixels.x(), -placement.pixels.y()) *
                        QTransform(1, 0, 0, -1, 0, picture.height()) * QTransform::fromScale(1 / scale, 1 / scale);
   context.concat({t.m11(), t.m12(), t.m21(), t.m22(), t.dx(), t.dy()});
   image.drawInContext(context, {{}, image.size()});

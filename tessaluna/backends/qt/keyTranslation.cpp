@@ -15,14 +15,22 @@ struct KeyCharacter {
 
 // Keys whose character Qt does not tell, or tells otherwise.
 constexpr KeyCharacter characterOfKey[] = {
-    {Qt::Key_Up, NSUpArrowFunctionKey},     {Qt::Key_Down, NSDownArrowFunctionKey},
-    {Qt::Key_Left, NSLeftArrowFunctionKey}, {Qt::Key_Right, NSRightArrowFunctionKey},
-    {Qt::Key_Insert, NSInsertFunctionKey},  {Qt::Key_Delete, NSDeleteFunctionKey},
-    {Qt::Key_Home, NSHomeFunctionKey},      {Qt::Key_End, NSEndFunctionKey},
-    {Qt::Key_PageUp, NSPageUpFunctionKey},  {Qt::Key_PageDown, NSPageDownFunctionKey},
-    {Qt::Key_Return, '\r'},                 {Qt::Key_Enter, '\x03'},
-    {Qt::Key_Tab, '\t'},                    {Qt::Key_Backtab, '\x19'},
-    {Qt::Key_Backspace, '\x7F'},            {Qt::Key_Escape, '\x1B'},
+    {Qt::Key_Up, NSUpArrowFunctionKey},
+    {Qt::Key_Down, NSDownArrowFunctionKey},
+    {Qt::Key_Left, NSLeftArrowFunctionKey},
+    {Qt::Key_Right, NSRightArrowFunctionKey},
+    {Qt::Key_Insert, NSInsertFunctionKey},
+    {Qt::Key_Delete, NSDeleteFunctionKey},
+    {Qt::Key_Home, NSHomeFunctionKey},
+    {Qt::Key_End, NSEndFunctionKey},
+    {Qt::Key_PageUp, NSPageUpFunctionKey},
+    {Qt::Key_PageDown, NSPageDownFunctionKey},
+    {Qt::Key_Return, '\r'},
+    {Qt::Key_Enter, '\x03'},
+    {Qt::Key_Tab, '\t'},
+    {Qt::Key_Backtab, '\x19'},
+    {Qt::Key_Backspace, '\x7F'},
+    {Qt::Key_Escape, '\x1B'},
 };
 
 struct KeyModifier {
@@ -31,9 +39,9 @@ struct KeyModifier {
 };
 
 constexpr KeyModifier flagOfKey[] = {
-    {Qt::Key_Shift, NSEventModifierFlagShift},    {Qt::Key_Control, NSEventModifierFlagControl},
-    {Qt::Key_Alt, NSEventModifierFlagOption},     {Qt::Key_Meta, NSEventModifierFlagCommand},
-    {Qt::Key_Super_L, NSEventModifierFlagCommand}, {Qt::Key_Super_R, NSEventModifierFlagCommand},
+    {Qt::Key_Shift, NSEventModifierFlagShift},       {Qt::Key_Control, NSEventModifierFlagControl},
+    {Qt::Key_Alt, NSEventModifierFlagOption},        {Qt::Key_Meta, NSEventModifierFlagCommand},
+    {Qt::Key_Super_L, NSEventModifierFlagCommand},   {Qt::Key_Super_R, NSEventModifierFlagCommand},
     {Qt::Key_CapsLock, NSEventModifierFlagCapsLock},
 };
 

@@ -37,9 +37,7 @@ CGRect rectOnScreen(const QRect& qtRect) {
 QRect qtRectOf(CGRect rect) {
   // Beyond this no desktop has a place, and sums of it stay within an int.
   static constexpr double farthest = 1e6;
-  const auto whole = [](double v) {
-    return std::isnan(v) ? 0 : static_cast<int>(std::clamp(v, -farthest, farthest));
-  };
+  const auto whole = [](double v) { return std::isnan(v) ? 0 : static_cast<int>(std::clamp(v, -farthest, farthest)); };
   const QPoint origin = lowerLeftOfPrimaryScreen();
   const int left = whole(std::floor(CGRectGetMinX(rect))), right = whole(std::ceil(CGRectGetMaxX(rect)));
   const int lower = whole(std::floor(CGRectGetMinY(rect))), upper = whole(std::ceil(CGRectGetMaxY(rect)));

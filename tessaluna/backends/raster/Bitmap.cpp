@@ -30,8 +30,7 @@ std::optional<Bitmap> Bitmap::make(int width, int height) {
 }
 
 std::optional<Bitmap> Bitmap::borrow(std::uint32_t* pixels, int width, int height, std::size_t stride) {
-  if (!pixels || !isPossibleSize(width, height) || stride % 4 != 0 || stride < std::size_t(width) * 4)
-    return std::nullopt;
+  if (!pixels || !isPossibleSize(width, height) || stride % 4 != 0 || stride < std::size_t(width) * 4) return std::nullopt;
   return Bitmap(reinterpret_cast<std::byte*>(pixels), width, height, stride);
 }
 

@@ -29,9 +29,7 @@ class Bitmap {
   PixelRect bounds() const { return {0, 0, width_, height_}; }
 
   std::uint32_t* row(int y) { return reinterpret_cast<std::uint32_t*>(bytes_ + std::size_t(y) * stride_); }
-  const std::uint32_t* row(int y) const {
-    return reinterpret_cast<const std::uint32_t*>(bytes_ + std::size_t(y) * stride_);
-  }
+  const std::uint32_t* row(int y) const { return reinterpret_cast<const std::uint32_t*>(bytes_ + std::size_t(y) * stride_); }
   std::uint32_t pixel(int x, int y) const { return row(y)[x]; }
 
   // Makes every pixel this one; transparent when nothing is said.

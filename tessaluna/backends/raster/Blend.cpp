@@ -33,8 +33,7 @@ void blendBounded(Float4* destination, const Float4* source, const float* covera
 }
 
 template <BlendMode mode>
-void blendUnbounded(Float4* destination, const Float4* source, const float* coverage, const float* clip,
-                    int count) {
+void blendUnbounded(Float4* destination, const Float4* source, const float* coverage, const float* clip, int count) {
   for (int i = 0; i < count; ++i) {
     const Float4 d = destination[i];
     const Float4 r = combined<mode>(source[i] * splat(coverage[i]), d);
@@ -49,35 +48,27 @@ bool isUnbounded(BlendMode mode) {
          mode == BlendMode::DestinationAtop;
 }
 
-void blendRow(BlendMode mode, Float4* destination, const Float4* source, const float* coverage,
-              const float* clip, int count) {
+void blendRow(BlendMode mode, Float4* destination, const Float4* source, const float* coverage, const float* clip,
+              int count) {
   switch (mode) {
-    case BlendMode::Normal:
-      return blendBounded<BlendMode::Normal>(destination, source, coverage, count);
+    case BlendMode::Normal: return blendBounded<BlendMode::Normal>(destination, source, coverage, count);
     case BlendMode::Clear:
       for (int i = 0; i < count; ++i) destination[i] *= splat(1 - coverage[i]);
       return;
     case BlendMode::Copy:
       for (int i = 0; i < count; ++i) destination[i] += (source[i] - destination[i]) * splat(coverage[i]);
       return;
-    case BlendMode::SourceIn:
-      return blendUnbounded<BlendMode::SourceIn>(destination, source, coverage, clip, count);
-    case BlendMode::SourceOut:
-      return blendUnbounded<BlendMode::SourceOut>(destination, source, coverage, clip, count);
-    case BlendMode::SourceAtop:
-      return blendBounded<BlendMode::SourceAtop>(destination, source, coverage, count);
-    case BlendMode::DestinationOver:
-      return blendBounded<BlendMode::DestinationOver>(destination, source, coverage, count);
+    case BlendMode::SourceIn: return blendUnbounded<BlendMode::SourceIn>(destination, source, coverage, clip, count);
+    case BlendMode::SourceOut: return blendUnbounded<BlendMode::SourceOut>(destination, source, coverage, clip, count);
+    case BlendMode::SourceAtop: return blendBounded<BlendMode::SourceAtop>(destination, source, coverage, count);
+    case BlendMode::DestinationOver: return blendBounded<BlendMode::DestinationOver>(destination, source, coverage, count);
     case BlendMode::DestinationIn:
       return blendUnbounded<BlendMode::DestinationIn>(destination, source, coverage, clip, count);
-    case BlendMode::DestinationOut:
-      return blendBounded<BlendMode::DestinationOut>(destination, source, coverage, count);
+    case BlendMode::DestinationOut: return blendBounded<BlendMode::DestinationOut>(destination, source, coverage, count);
     case BlendMode::DestinationAtop:
       return blendUnbounded<BlendMode::DestinationAtop>(destination, source, coverage, clip, count);
-    case BlendMode::Xor:
-      return blendBounded<BlendMode::Xor>(destination, source, coverage, count);
-    case BlendMode::PlusLighter:
-      return blendBounded<BlendMode::PlusLighter>(destination, source, coverage, count);
+    case BlendMode::Xor: return blendBounded<BlendMode::Xor>(destination, source, coverage, count);
+    case BlendMode::PlusLighter: return blendBounded<BlendMode::PlusLighter>(destination, source, coverage, count);
   }
 }
 

@@ -21,9 +21,7 @@ bool Plane::begin(const PixelRect& newBox) {
   return values != nullptr;
 }
 
-int Blur::cellSize(double deviation) {
-  return deviation < 2 * deviationInCells ? 1 : int(deviation / deviationInCells);
-}
+int Blur::cellSize(double deviation) { return deviation < 2 * deviationInCells ? 1 : int(deviation / deviationInCells); }
 
 int Blur::reach(double deviation) { return deviation < leastDeviation ? 0 : int(std::ceil(deviation * 4)); }
 
@@ -41,9 +39,7 @@ void Blur::makeKernel(Kernel& kernel, double deviation, double move) {
   const int reach = Blur::reach(deviation);
   kernel.first = int(std::floor(center)) - reach;
   const int last = int(std::ceil(center)) + reach;
-  const auto gaussian = [&](int i) {
-    return std::exp(-0.5 * (i - center) * (i - center) / (deviation * deviation));
-  };
+  const auto gaussian = [&](int i) { return std::exp(-0.5 * (i - center) * (i - center) / (deviation * deviation)); };
   double sum = 0;
   for (int i = kernel.first; i <= last; ++i) sum += gaussian(i);
   for (int i = kernel.first; i <= last; ++i) kernel.weights.push_back(float(gaussian(i) / sum));
@@ -60,13 +56,11 @@ bool Blur::convolve(Plane& from, Plane& to, const Style& style) {
   float* source = padded_.prepare(std::size_t(padded));
   if (!source || !rows_.begin(middle)) return false;
 
-  const int copyFrom = std::max(firstColumn, from.box.left),
-            copyTo = std::min(firstColumn + padded, from.box.right);
+  const int copyFrom = std::max(firstColumn, from.box.left), copyTo = std::min(firstColumn + padded, from.box.right);
   for (int y = middle.top; y < middle.bottom; ++y) {
     std::fill_n(source, padded, 0.0f);
     if (copyFrom < copyTo) {
-      std::copy_n(from.row(y) + (copyFrom - from.box.left), copyTo - copyFrom,
-                  source + (copyFrom - firstColumn));
+      std::copy_n(from.row(y) + (copyFrom - from.box.left), copyTo - copyFrom, source + (copyFrom - firstColumn));
     }
     float* out = rows_.row(y);
     for (int tap = 0; tap < taps; ++tap) {

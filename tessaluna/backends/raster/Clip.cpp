@@ -36,7 +36,8 @@ class MaskWriter {
 std::shared_ptr<ClipMask> ClipMaskPool::take(const PixelRect& box) {
   const auto isFree = [](const std::shared_ptr<ClipMask>& mask) { return mask.use_count() == 1; };
   // What only a deeper nest of clips needed is given back in time.
-  std::erase_if(masks_, [&](const std::shared_ptr<ClipMask>& mask) { return isFree(mask) && ++mask->passedBy > mostPassedBy; });
+  std::erase_if(masks_,
+                [&](const std::shared_ptr<ClipMask>& mask) { return isFree(mask) && ++mask->passedBy > mostPassedBy; });
   auto found = std::find_if(masks_.begin(), masks_.end(), isFree);
   if (found == masks_.end()) {
     masks_.push_back(std::make_shared<ClipMask>());
@@ -56,14 +57,13 @@ void Clip::intersectRect(const DeviceRect& rect) {
   if (box.isEmpty()) return makeEmpty();
   // An edge outside the box changes no pixel of it.
   const DeviceRect whole = DeviceRect::of(box);
-  const bool cuts =
-      all.left > whole.left || all.top > whole.top || all.right < whole.right || all.bottom < whole.bottom;
+  const bool cuts = all.left > whole.left || all.top > whole.top || all.right < whole.right || all.bottom < whole.bottom;
   if (cuts) edges = all;
   else edges.reset();
 }
 
-void Clip::intersectShape(const CoverageBuffer::Shape& shape, const PixelRect& shapeBox,
-                          CoverageBuffer& buffer, ClipMaskPool& pool) {
+void Clip::intersectShape(const CoverageBuffer::Shape& shape, const PixelRect& shapeBox, CoverageBuffer& buffer,
+                          ClipMaskPool& pool) {
   const std::shared_ptr<ClipMask> made = pool.take(shapeBox);
   if (!made) return makeEmpty();
   std::fill_n(made->values, std::size_t(shapeBox.width()) * std::size_t(shapeBox.height()), 0.0f);

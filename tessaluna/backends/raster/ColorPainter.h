@@ -13,8 +13,7 @@ namespace tessaluna::backend::raster {
 
 class ColorPainter {
  public:
-  ColorPainter(Bitmap& bitmap, Float4 color)
-      : bitmap_(bitmap), isOpaque_(color[3] >= fullCoverage) {
+  ColorPainter(Bitmap& bitmap, Float4 color) : bitmap_(bitmap), isOpaque_(color[3] >= fullCoverage) {
     storeRow(&color, &pixel_, 1);
     const auto part = [&](int channel, int ofOne) {
       const int v = int(std::clamp(color[channel], 0.0f, 1.0f) * float(ofOne));

@@ -35,7 +35,7 @@ class CoverageBuffer {
     const Polygons& polygons;
     FillRule rule = FillRule::NonZero;
     CGPoint moved = {};
-    double scale = 1;       // after moving
+    double scale = 1;        // after moving
     bool liesInBox = false;  // as it is, neither moved nor scaled; else it may
   };
 
@@ -181,7 +181,7 @@ template <class Sink>
 void CoverageBuffer::tellRow(int row, Sink& sink) {
   const int width = box_.width(), y = box_.top + row;
   float* const values = rowValues(row);
-  int done = 0;  // pixels told
+  int done = 0;       // pixels told
   float winding = 0;  // of the last of them
   const auto tellEven = [&](int end) {
     if (done < end && std::abs(winding) > leastCoverage) sink.even(box_.left + done, y, end - done, winding);

@@ -46,15 +46,9 @@ class Flattener {
     const CGPoint* point = path.points().data();
     for (const PathVerb verb : path.verbs()) {
       switch (verb) {
-        case PathVerb::Move:
-          move(transform.apply(point[0]));
-          break;
-        case PathVerb::Line:
-          line(transform.apply(point[0]));
-          break;
-        case PathVerb::Curve:
-          curve(transform.apply(point[0]), transform.apply(point[1]), transform.apply(point[2]));
-          break;
+        case PathVerb::Move: move(transform.apply(point[0])); break;
+        case PathVerb::Line: line(transform.apply(point[0])); break;
+        case PathVerb::Curve: curve(transform.apply(point[0]), transform.apply(point[1]), transform.apply(point[2])); break;
         case PathVerb::Close:
           if (isOpen_) sink_.close();
           isOpen_ = false;
@@ -200,8 +194,8 @@ class Flattener {
   const FlattenSettings settings_;
   const float perTolerance_ = float(1 / (2 * settings_.tolerance));
   // A chord of length L on radius r has at most L^3 / 60 r to one side of it in one place.
-  const float perArea_ =
-      settings_.areaTolerance > 0 ? float(0.3 / settings_.areaTolerance) : std::numeric_limits<float>::max();
+  const float perArea_ = settings_.areaTolerance > 0 ? float(0.3 / settings_.areaTolerance)
+                                                     : std::numeric_limits<float>::max();
   const double saved_ = 2 - 2 * settings_.endStep;  // steps, at both ends
   Sink& sink_;
   CGPoint start_, current_;

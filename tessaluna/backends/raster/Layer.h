@@ -20,8 +20,7 @@ class Layer {
   const PixelRect& most() const { return most_; }
   const PixelRect& content() const { return content_; }  // outside it everything is transparent
   Float4* pixel(int x, int y) {
-    return memory_.data() + std::size_t(y - content_.top) * std::size_t(content_.width()) +
-           (x - content_.left);
+    return memory_.data() + std::size_t(y - content_.top) * std::size_t(content_.width()) + (x - content_.left);
   }
   const Float4* pixel(int x, int y) const { return const_cast<Layer*>(this)->pixel(x, y); }
 

@@ -20,8 +20,7 @@ struct NearLines::Chord {
   double length;
   double before, after;  // how far the stroke goes on before and behind it
 
-  Chord(const Point& start, const Point& end)
-      : from(start.at), to(end.at), before(start.beyond), after(end.beyond) {
+  Chord(const Point& start, const Point& end) : from(start.at), to(end.at), before(start.beyond), after(end.beyond) {
     const double dx = to.x - from.x, dy = to.y - from.y;
     length = std::sqrt(dx * dx + dy * dy);
     direction = length > 0 ? CGPoint{dx / length, dy / length} : CGPoint{1, 0};
@@ -97,7 +96,8 @@ void NearLines::setBeyond(Point& p, double beyond) const {
 // As far as a miter reaches, if it may.
 double NearLines::beyondCorner(const StrokePoint& p) const {
   const double cosine = dot(p.in, p.out), least = 1e-6;
-  return std::max(reach_, reach_ * std::min(std::sqrt(std::max(1 - cosine, 0.0) / std::max(1 + cosine, least)), miterLimit_));
+  return std::max(reach_,
+                  reach_ * std::min(std::sqrt(std::max(1 - cosine, 0.0) / std::max(1 + cosine, least)), miterLimit_));
 }
 
 void NearLines::addRun(Line& line, std::size_t first, std::size_t last, int quarter) {
@@ -105,7 +105,11 @@ void NearLines::addRun(Line& line, std::size_t first, std::size_t last, int quar
   for (std::size_t i = first; i <= last; ++i) spread = std::max(spread, points_[i].spread);
   const CGPoint a = points_[first].at, b = points_[last].at;
   const DeviceRect box{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
-  runs_.push_back({.first = first, .last = last, .box = box.grown(spread), .line = lines_.size(), .number = line.runs++,
+  runs_.push_back({.first = first,
+                   .last = last,
+                   .box = box.grown(spread),
+                   .line = lines_.size(),
+                   .number = line.runs++,
                    .quarter = quarter});
 }
 

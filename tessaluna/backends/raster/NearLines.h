@@ -33,7 +33,7 @@ class NearLines {
   // A run of chords that all go into the same quarter of directions: it cannot cross itself.
   struct Run {
     std::size_t first, last;  // points
-    DeviceRect box;             // of the stroke
+    DeviceRect box;           // of the stroke
     std::size_t line;
     std::size_t number;  // in the line
     int quarter;

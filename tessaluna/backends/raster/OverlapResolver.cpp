@@ -203,8 +203,8 @@ void OverlapResolver::collectLeft(double from, double to, const DeviceRect& box)
 }
 
 inline void OverlapResolver::collectSide(CGPoint from, CGPoint to, const DeviceRect& box) {
-  const bool isBeside = std::max(from.y, to.y) <= box.top || std::min(from.y, to.y) >= box.bottom ||
-                        std::min(from.x, to.x) >= box.right;
+  const bool isBeside =
+      std::max(from.y, to.y) <= box.top || std::min(from.y, to.y) >= box.bottom || std::min(from.x, to.x) >= box.right;
   if (isBeside || from.y == to.y) return;
   const int direction = from.y < to.y ? 1 : -1;
   if (direction < 0) std::swap(from, to);

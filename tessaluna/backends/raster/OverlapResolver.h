@@ -101,9 +101,9 @@ class OverlapResolver {
   void endBound(Side& side, double y);
 
   std::vector<Stretch> stretches_;
-  std::vector<Side> sides_;              // by their tops
-  std::vector<Across> across_;           // from the left
-  std::vector<Across> unsorted_;         // what was in its stead before it was sorted by digits
+  std::vector<Side> sides_;       // by their tops
+  std::vector<Across> across_;    // from the left
+  std::vector<Across> unsorted_;  // what was in its stead before it was sorted by digits
   std::vector<Key> keys_;
   std::vector<LeftChange> leftChanges_;  // by height
   std::vector<Bound> bounds_;

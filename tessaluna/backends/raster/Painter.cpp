@@ -15,8 +15,8 @@ Painter::Painter(const Painting& painting, const PixelRect& shapeBox, Memory& me
 
   const std::size_t width = std::size_t(changed.width());
   coverage_ = memory.coverage.prepare(width);
-  const bool ready = coverage_ && memory.clip.prepare(width) && memory.source.prepare(width) &&
-                     memory.destination.prepare(width);
+  const bool ready =
+      coverage_ && memory.clip.prepare(width) && memory.source.prepare(width) && memory.destination.prepare(width);
   if (!ready) return;
   box_ = changed;
   std::fill_n(coverage_, width, 0.0f);
@@ -79,8 +79,7 @@ void Painter::blend(int left, int right) {
   } else if (source.layer) {
     const PixelRect& content = source.layer->content();
     const bool isRowInside = row_ >= content.top && row_ < content.bottom;
-    const int from = std::clamp(content.left, left, right),
-              to = isRowInside ? std::clamp(content.right, from, right) : from;
+    const int from = std::clamp(content.left, left, right), to = isRowInside ? std::clamp(content.right, from, right) : from;
     std::fill_n(colors, count, Float4{});
     if (from < to) {
       const Float4* pixels = source.layer->pixel(from, row_);

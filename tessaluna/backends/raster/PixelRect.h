@@ -66,8 +66,6 @@ struct DeviceRect {
 };
 
 // The whole number below, held within bounds, the lower one for what is no number.
-inline int floorWithin(double v, int low, int high) {
-  return v >= low ? (v < high ? int(std::floor(v)) : high) : low;
-}
+inline int floorWithin(double v, int low, int high) { return v >= low ? (v < high ? int(std::floor(v)) : high) : low; }
 
 }  // namespace tessaluna::backend::raster

@@ -10,7 +10,7 @@ namespace tessaluna::backend::raster {
 class Resampler {
  public:
   struct Taps {
-    int first = 0;         // source pixel
+    int first = 0;  // source pixel
     int count = 0;
     std::size_t weights = 0;  // index of the first of them
   };

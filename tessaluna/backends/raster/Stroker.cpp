@@ -23,8 +23,7 @@ double largestScale(const CGAffineTransform& t) {
   // The larger singular value.
   const double squares = t.a * t.a + t.b * t.b + t.c * t.c + t.d * t.d;
   const double determinant = t.a * t.d - t.b * t.c;
-  return std::sqrt(0.5 *
-                   (squares + std::sqrt(std::max(0.0, squares * squares - 4 * determinant * determinant))));
+  return std::sqrt(0.5 * (squares + std::sqrt(std::max(0.0, squares * squares - 4 * determinant * determinant))));
 }
 
 double distance(CGPoint a, CGPoint b) {
@@ -35,7 +34,8 @@ double distance(CGPoint a, CGPoint b) {
 // True where a circle stays one.
 bool keepsCircles(const CGAffineTransform& t) {
   const double largest = t.a * t.a + t.b * t.b;
-  return std::abs(largest - (t.c * t.c + t.d * t.d)) <= 1e-12 * largest && std::abs(t.a * t.c + t.b * t.d) <= 1e-12 * largest;
+  return std::abs(largest - (t.c * t.c + t.d * t.d)) <= 1e-12 * largest &&
+         std::abs(t.a * t.c + t.b * t.d) <= 1e-12 * largest;
 }
 
 }  // namespace
@@ -55,7 +55,8 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   const CGRect inLine = isInDevice ? seen : toPath->applyToRect(seen);
   const double miter = style.join == LineJoin::Miter && style.miterLimit > 1.5 ? style.miterLimit : 1.5;
   const double margin = std::min(pen_.halfWidth * miter + 2 * pen_.pixel, 1e7 * pen_.pixel + 2 * pen_.halfWidth);
-  reach_ = DeviceRect{CGRectGetMinX(inLine), CGRectGetMinY(inLine), CGRectGetMaxX(inLine), CGRectGetMaxY(inLine)}.grown(margin);
+  reach_ =
+      DeviceRect{CGRectGetMinX(inLine), CGRectGetMinY(inLine), CGRectGetMaxX(inLine), CGRectGetMaxY(inLine)}.grown(margin);
   if (reach_.isEmpty()) return;
   setDashes(style);
   near_.begin(pen_);

@@ -18,8 +18,7 @@ constexpr int nestsBetweenChecks = 1024;
 std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
   const bool keepsAxes = (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
   if (!keepsAxes) return std::nullopt;
-  const CGPoint a = t.apply({CGRectGetMinX(r), CGRectGetMinY(r)}),
-                b = t.apply({CGRectGetMaxX(r), CGRectGetMaxY(r)});
+  const CGPoint a = t.apply({CGRectGetMinX(r), CGRectGetMinY(r)}), b = t.apply({CGRectGetMaxX(r), CGRectGetMaxY(r)});
   if (!isUsable(a) || !isUsable(b)) return std::nullopt;
   return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
@@ -130,8 +129,7 @@ void RasterCanvas::Studio::clip(CGRect rect) {
 void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
   Clip& clip = state_.clip;
   if (clip.box.isEmpty()) return;
-  if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice))
-    return clip.intersectRect(*rect);
+  if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return clip.intersectRect(*rect);
   polygons_.clear();
   flatten(path, DeviceRect::of(clip.box));
   const PixelRect covered = clip.box.intersected(polygons_.bounds().roundedOut());
@@ -261,9 +259,8 @@ void RasterCanvas::Studio::noteInLayer(const CoverageBuffer::Shape& shape, const
                                        const std::optional<CastShadow>& shadow) {
   if (openLayers_ == 0) return;
   OpenLayer& layer = *layers_[openLayers_ - 1];
-  const bool isAlone = layer.operations++ == 0 && !shadow && source.isEven() &&
-                       state_.blendMode == BlendMode::Normal && state_.clip.box == layer.pixels.most() &&
-                       state_.clip.isPlain();
+  const bool isAlone = layer.operations++ == 0 && !shadow && source.isEven() && state_.blendMode == BlendMode::Normal &&
+                       state_.clip.box == layer.pixels.most() && state_.clip.isPlain();
   layer.shapeAlpha = isAlone ? source.color[3] : 0;
   if (!isAlone) return;
   layer.rule = shape.rule;
@@ -355,8 +352,7 @@ void RasterCanvas::Studio::giveBackLayers() {
 void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {
   const PixelRect& content = layer.content();
   const int cell = Blur::cellSize(shadow.deviation);
-  const DeviceRect fallen =
-      DeviceRect::of(content).moved(shadow.dx, shadow.dy).grown(Blur::reach(shadow.deviation) + 1);
+  const DeviceRect fallen = DeviceRect::of(content).moved(shadow.dx, shadow.dy).grown(Blur::reach(shadow.deviation) + 1);
   const PixelRect shaded = content.isEmpty() ? PixelRect{} : fallen.roundedOut().intersected(state_.clip.box);
   const PixelRect box = DeviceRect::of(content).scaled(1.0 / cell).roundedOut();
   if (shaded.isEmpty() || !cast_.begin(box)) return paintPlane(blurred_, Float4{});
@@ -365,8 +361,7 @@ void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShad
   for (int y = content.top; y < content.bottom; ++y) {
     const Float4* pixels = layer.pixel(content.left, y);
     float* row = cast_.row(cellOf(y));
-    for (int i = 0; i < content.width(); ++i)
-      row[cellOf(content.left + i) - box.left] += pixels[i][3] * share;
+    for (int i = 0; i < content.width(); ++i) row[cellOf(content.left + i) - box.left] += pixels[i][3] * share;
   }
   const Blur::Style style{.deviation = shadow.deviation, .dx = shadow.dx, .dy = shadow.dy};
   if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, style)) return;

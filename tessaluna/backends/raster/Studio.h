@@ -64,16 +64,14 @@ class RasterCanvas::Studio {
   void fillGlyphs(const GlyphRun& run, CGPoint origin);
   const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
   void resample(const ImagePixels& image, const PixelRect& box, Layer& pixels);
-  static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source,
-                           const PixelRect& box, Layer& pixels);
+  static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source, const PixelRect& box,
+                           Layer& pixels);
   void fillRect(const DeviceRect& rect, Float4 color);
   bool replaceWholePixels(const Path& path, Float4 color);
   bool paintsColor(const Source& source) const;
-  void paintPolygons(CoverageBuffer::Shape shape, const Source& source,
-                     const std::optional<CastShadow>& shadow);
+  void paintPolygons(CoverageBuffer::Shape shape, const Source& source, const std::optional<CastShadow>& shadow);
   void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
-  void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
-                   const std::optional<CastShadow>& shadow);
+  void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source, const std::optional<CastShadow>& shadow);
   void giveBackLayers();
   void noteMixtureInLayer();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
@@ -83,8 +81,7 @@ class RasterCanvas::Studio {
   double scale_ = 1;
   State state_;
   std::vector<State> saved_;
-  std::vector<std::unique_ptr<OpenLayer>>
-      layers_;  // the first openLayers_ are in use, the rest keep their memory
+  std::vector<std::unique_ptr<OpenLayer>> layers_;  // the first openLayers_ are in use, the rest keep their memory
   std::size_t openLayers_ = 0;
   std::size_t deepestNest_ = 1;  // of layers, since the last check of what is kept
   int nests_ = 0;                // since then

@@ -15,8 +15,7 @@ class MaskWriter {
  private:
   static std::uint8_t byteOf(float winding) { return std::uint8_t(coverageOf(winding) * 255 + 0.5f); }
   std::uint8_t* at(int x, int y) {
-    return mask_.coverage.data() + std::size_t(y - mask_.box.top) * std::size_t(mask_.box.width()) +
-           (x - mask_.box.left);
+    return mask_.coverage.data() + std::size_t(y - mask_.box.top) * std::size_t(mask_.box.width()) + (x - mask_.box.left);
   }
   GlyphMask& mask_;
 };
@@ -37,12 +36,11 @@ std::uint32_t scaled(std::uint32_t pixel, std::uint32_t factor) {
 }
 
 // What most text needs, without the way through floats: one color over 8-bit pixels.
-void blendGlyph(const GlyphMask& mask, const PixelRect& box, const PixelRect& painted, std::uint32_t color,
-                Bitmap& bitmap) {
+void blendGlyph(const GlyphMask& mask, const PixelRect& box, const PixelRect& painted, std::uint32_t color, Bitmap& bitmap) {
   const bool isOpaque = color >> 24 == 255;
   for (int y = painted.top; y < painted.bottom; ++y) {
-    const std::uint8_t* coverage = mask.coverage.data() +
-                                   std::size_t(y - box.top) * std::size_t(box.width()) + (painted.left - box.left);
+    const std::uint8_t* coverage =
+        mask.coverage.data() + std::size_t(y - box.top) * std::size_t(box.width()) + (painted.left - box.left);
     std::uint32_t* pixels = bitmap.row(y) + painted.left;
     for (int i = 0; i < painted.width(); ++i) {
       if (coverage[i] == 0) continue;
@@ -71,8 +69,7 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   std::uint32_t pixel = 0;
   storeRow(&source.color, &pixel, 1);
   for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
-    const CGPoint place =
-        state_.toDevice.apply({origin.x + run.positions[i].x, origin.y + run.positions[i].y});
+    const CGPoint place = state_.toDevice.apply({origin.x + run.positions[i].x, origin.y + run.positions[i].y});
     if (!(std::abs(place.x) < 1e8 && std::abs(place.y) < 1e8)) continue;
     // The quarter that the place lies in, not the nearest, as other text on the desktop stands.
     constexpr double noise = 1e-3;
@@ -83,8 +80,7 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
       fillGlyphs({.typeface = run.typeface, .glyphs = {run.glyphs[i]}, .positions = {run.positions[i]}}, origin);
       continue;
     }
-    const PixelRect box{mask->box.left + column, mask->box.top + row, mask->box.right + column,
-                        mask->box.bottom + row};
+    const PixelRect box{mask->box.left + column, mask->box.top + row, mask->box.right + column, mask->box.bottom + row};
     const PixelRect inClip = box.intersected(clip);
     if (inClip.isEmpty()) continue;
     if (bitmap) {
@@ -106,8 +102,7 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
 }
 
 // Null for a glyph too large to be kept.
-const GlyphMask* RasterCanvas::Studio::maskOf(const GlyphPlace& place,
-                                              const std::shared_ptr<const Typeface>& typeface) {
+const GlyphMask* RasterCanvas::Studio::maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface) {
   if (const GlyphMask* kept = glyphs_.find(place)) return kept;
   const Path outline = typeface->outline(place.glyph);
   const CGAffineTransform toPixels{place.scale, 0, 0, -place.scale, place.quarter * 0.25, 0};
@@ -132,8 +127,8 @@ void RasterCanvas::Studio::fillGlyphs(const GlyphRun& run, CGPoint origin) {
   polygons_.clear();
   for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
     const CGPoint place{origin.x + run.positions[i].x, origin.y + run.positions[i].y};
-    flatten(run.typeface->outline(run.glyphs[i]),
-            CGAffineTransform::translation(place.x, place.y).then(state_.toDevice), needed);
+    flatten(run.typeface->outline(run.glyphs[i]), CGAffineTransform::translation(place.x, place.y).then(state_.toDevice),
+            needed);
   }
   paintPolygons({.polygons = polygons_}, {.color = premultiplied(state_.fillColor, state_.alpha)}, shadow);
 }

@@ -6,8 +6,7 @@ namespace {
 
 Float4 unpacked(std::uint32_t pixel) {
   constexpr float unit = 1.0f / 255;
-  return Float4{float(pixel & 0xFF), float(pixel >> 8 & 0xFF), float(pixel >> 16 & 0xFF), float(pixel >> 24)} *
-         splat(unit);
+  return Float4{float(pixel & 0xFF), float(pixel >> 8 & 0xFF), float(pixel >> 16 & 0xFF), float(pixel >> 24)} * splat(unit);
 }
 
 }  // namespace
@@ -17,13 +16,13 @@ void RasterCanvas::Studio::drawImage(const ImagePixels& image, CGRect source, CG
   const bool isUsableImage = image.width > 0 && image.height > 0 && source.size.width > 0 && source.size.height > 0;
   if (state_.clip.box.isEmpty() || !isUsableImage) return;
   // From source pixels, y down, to the device.
-  const CGAffineTransform toPicture{destination.size.width / source.size.width,
-                                    0,
-                                    0,
-                                    -destination.size.height / source.size.height,
-                                    destination.origin.x - source.origin.x * destination.size.width / source.size.width,
-                                    CGRectGetMaxY(destination) +
-                                        source.origin.y * destination.size.height / source.size.height};
+  const CGAffineTransform toPicture{
+      destination.size.width / source.size.width,
+      0,
+      0,
+      -destination.size.height / source.size.height,
+      destination.origin.x - source.origin.x * destination.size.width / source.size.width,
+      CGRectGetMaxY(destination) + source.origin.y * destination.size.height / source.size.height};
   const CGAffineTransform toDevice = toPicture.then(t);
   const CGPoint first = toDevice.apply(source.origin);
   const CGPoint last = toDevice.apply({CGRectGetMaxX(source), CGRectGetMaxY(source)});
@@ -34,10 +33,10 @@ void RasterCanvas::Studio::drawImage(const ImagePixels& image, CGRect source, CG
   OpenLayer& layer = *layers_[openLayers_ - 1];
   const bool isUpright = toDevice.b == 0 && toDevice.c == 0;
   const CGRect covered = toDevice.applyToRect(source);
-  const PixelRect box = DeviceRect{CGRectGetMinX(covered), CGRectGetMinY(covered), CGRectGetMaxX(covered),
-                                   CGRectGetMaxY(covered)}
-                            .roundedOut()
-                            .intersected(layer.pixels.most());
+  const PixelRect box =
+      DeviceRect{CGRectGetMinX(covered), CGRectGetMinY(covered), CGRectGetMaxX(covered), CGRectGetMaxY(covered)}
+          .roundedOut()
+          .intersected(layer.pixels.most());
   if (!box.isEmpty() && layer.pixels.include(box)) {
     if (isUpright) {
       across_.begin({source.origin.x, source.size.width, image.width, first.x, last.x, box.left, box.right});
@@ -83,8 +82,8 @@ void RasterCanvas::Studio::sampleTurned(const ImagePixels& image, const CGAffine
     for (int x = box.left; x < box.right; ++x, ++out) {
       const CGPoint p = back.apply({x + 0.5, y + 0.5});
       // Half a source pixel of slope at the edge stands in for coverage.
-      const double edge = std::min({p.x - CGRectGetMinX(source), CGRectGetMaxX(source) - p.x,
-                                    p.y - CGRectGetMinY(source), CGRectGetMaxY(source) - p.y});
+      const double edge = std::min({p.x - CGRectGetMinX(source), CGRectGetMaxX(source) - p.x, p.y - CGRectGetMinY(source),
+                                    CGRectGetMaxY(source) - p.y});
       const float inside = float(std::clamp(edge + 0.5, 0.0, 1.0));
       if (inside == 0) {
         *out = Float4{};

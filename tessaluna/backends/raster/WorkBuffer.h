@@ -30,8 +30,7 @@ class WorkBuffer {
     count = std::max<std::size_t>(count, 1);
     notice(count);
     if (count > capacity_ || (capacity_ > keptAtLeast && capacity_ / 4 > largestLately_ && uses_ == 0)) {
-      const std::size_t wanted =
-          std::max(count, std::size_t(count > capacity_ ? count + count / 4 : largestLately_));
+      const std::size_t wanted = std::max(count, std::size_t(count > capacity_ ? count + count / 4 : largestLately_));
       block_.reset();
       block_.reset(static_cast<T*>(std::calloc(wanted, sizeof(T))));
       capacity_ = block_ ? wanted : 0;

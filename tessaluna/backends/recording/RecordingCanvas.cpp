@@ -48,8 +48,7 @@ std::string pathText(const Path& path) {
 
 std::string shapeText(const PathShape& shape) {
   const CGRect& r = shape.rect;
-  const std::string box =
-      pointText(r.origin) + "," + numberText(r.size.width) + "," + numberText(r.size.height);
+  const std::string box = pointText(r.origin) + "," + numberText(r.size.width) + "," + numberText(r.size.height);
   switch (shape.kind) {
     case PathShape::Kind::None: return "";
     case PathShape::Kind::Rect: return ",\"shape\":[\"rect\"," + box + "]";
@@ -122,32 +121,25 @@ void RecordingCanvas::concat(const CGAffineTransform& t) {
   lines_.push_back(operation("concat", ",\"transform\":" + numbers({t.a, t.b, t.c, t.d, t.tx, t.ty})));
 }
 
-void RecordingCanvas::clipRect(CGRect r) {
-  lines_.push_back(operation("clipRect", ",\"rect\":" + rectText(r)));
-}
+void RecordingCanvas::clipRect(CGRect r) { lines_.push_back(operation("clipRect", ",\"rect\":" + rectText(r))); }
 
 void RecordingCanvas::clipPath(const Path& path, FillRule rule) {
   lines_.push_back(operation("clipPath", pathFields(path, rule)));
 }
 
-void RecordingCanvas::setFillColor(const Color& color) {
-  lines_.push_back(operation("setFillColor", colorFields(color)));
-}
+void RecordingCanvas::setFillColor(const Color& color) { lines_.push_back(operation("setFillColor", colorFields(color))); }
 
 void RecordingCanvas::setStrokeColor(const Color& color) {
   lines_.push_back(operation("setStrokeColor", colorFields(color)));
 }
 
 void RecordingCanvas::setShadow(const Shadow& shadow) {
-  lines_.push_back(
-      operation("setShadow", ",\"offset\":" + numbers({shadow.offset.width, shadow.offset.height}) +
-                                 ",\"blur\":" + numberText(shadow.blur) +
-                                 ",\"color\":" + (shadow.color ? colorText(*shadow.color) : "null")));
+  lines_.push_back(operation("setShadow", ",\"offset\":" + numbers({shadow.offset.width, shadow.offset.height}) +
+                                              ",\"blur\":" + numberText(shadow.blur) +
+                                              ",\"color\":" + (shadow.color ? colorText(*shadow.color) : "null")));
 }
 
-void RecordingCanvas::setAlpha(double alpha) {
-  lines_.push_back(operation("setAlpha", ",\"alpha\":" + numberText(alpha)));
-}
+void RecordingCanvas::setAlpha(double alpha) { lines_.push_back(operation("setAlpha", ",\"alpha\":" + numberText(alpha))); }
 
 void RecordingCanvas::setBlendMode(BlendMode mode) {
   lines_.push_back(operation("setBlendMode", ",\"mode\":\"" + std::string(blendModeText(mode)) + "\""));
@@ -173,14 +165,13 @@ void RecordingCanvas::fillGradient(const Path& path, FillRule rule, const Linear
     if (!stops.empty()) stops += ',';
     stops += "[" + numberText(stop.location) + "," + colorText(stop.color) + "]";
   }
-  lines_.push_back(operation("gradient", pathFields(path, rule) + ",\"stops\":[" + stops + "],\"angle\":" +
-                                             numberText(gradient.angle)));
+  lines_.push_back(
+      operation("gradient", pathFields(path, rule) + ",\"stops\":[" + stops + "],\"angle\":" + numberText(gradient.angle)));
 }
 
 void RecordingCanvas::drawImage(const ImagePixels& image, CGRect source, CGRect destination) {
-  lines_.push_back(operation(
-      "image", ",\"pixels\":" + numbers({double(image.width), double(image.height)}) + ",\"from\":" + rectText(source) +
-                   ",\"rect\":" + rectText(destination)));
+  lines_.push_back(operation("image", ",\"pixels\":" + numbers({double(image.width), double(image.height)}) +
+                                          ",\"from\":" + rectText(source) + ",\"rect\":" + rectText(destination)));
 }
 
 void RecordingCanvas::drawGlyphs(const GlyphRun& run, CGPoint origin) {

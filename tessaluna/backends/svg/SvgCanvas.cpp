@@ -112,7 +112,8 @@ SvgCanvas::SvgCanvas(CGRect area, double scale) : area_(area), scale_(scale) {
 std::string SvgCanvas::document() const {
   const std::string width = number(area_.size.width), height = number(area_.size.height);
   std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\"" + attribute("width", number(area_.size.width * scale_)) +
-                     attribute("height", number(area_.size.height * scale_)) + attribute("viewBox", "0 0 " + width + " " + height) + ">\n";
+                     attribute("height", number(area_.size.height * scale_)) +
+                     attribute("viewBox", "0 0 " + width + " " + height) + ">\n";
   if (!definitions_.empty()) text += "<defs>\n" + definitions_ + "</defs>\n";
   return text + layers_.front().body + "</svg>\n";
 }
@@ -137,8 +138,7 @@ void SvgCanvas::clipPath(const Path& path, FillRule rule) {
   if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
   const int id = ++lastId_;
   definitions_ += "<clipPath" + attribute("id", "c" + std::to_string(id)) + "><path" +
-                  attribute("d", pathData(path, state_.transform)) + ruleAttribute("clip-rule", rule) +
-                  "/></clipPath>\n";
+                  attribute("d", pathData(path, state_.transform)) + ruleAttribute("clip-rule", rule) + "/></clipPath>\n";
   state_.clips.push_back(id);
 }
 
@@ -157,8 +157,8 @@ int SvgCanvas::addShadowFilter(const Shadow& shadow, bool keepsOutside) {
   definitions_ += "<feOffset in=\"SourceAlpha\"" + attribute("dx", number(shadow.offset.width)) +
                   attribute("dy", number(-shadow.offset.height)) + (isBlurred ? "" : attribute("result", "shape")) + "/>";
   if (isBlurred)
-    definitions_ += "<feGaussianBlur" + attribute("stdDeviation", number(shadow.blur / 2)) +
-                    attribute("result", "shape") + "/>";
+    definitions_ +=
+        "<feGaussianBlur" + attribute("stdDeviation", number(shadow.blur / 2)) + attribute("result", "shape") + "/>";
   definitions_ += "<feFlood" + attribute("flood-color", colorText(*shadow.color)) +
                   attribute("flood-opacity", number(shadow.color->alpha)) +
                   "/><feComposite in2=\"shape\" operator=\"in\" result=\"shadow\"/>";
@@ -252,8 +252,7 @@ void SvgCanvas::strokePath(const Path& path, const StrokeStyle& style) {
     element += attribute("transform", matrixText(state_.transform));
   }
   element += attribute("stroke-width", number(style.width * scale));
-  if (style.cap != LineCap::Butt)
-    element += attribute("stroke-linecap", style.cap == LineCap::Round ? "round" : "square");
+  if (style.cap != LineCap::Butt) element += attribute("stroke-linecap", style.cap == LineCap::Round ? "round" : "square");
   if (style.join == LineJoin::Miter) element += attribute("stroke-miterlimit", number(style.miterLimit));
   else element += attribute("stroke-linejoin", style.join == LineJoin::Round ? "round" : "bevel");
   if (!style.dash.empty()) {
@@ -272,14 +271,12 @@ void SvgCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradie
   const bool isPlain = keepsShape(state_.transform);
   const CGAffineTransform space = isPlain ? state_.transform : CGAffineTransform{};
   const CGPoint start = space.apply(gradient.start), end = space.apply(gradient.end);
-  definitions_ += "<linearGradient" + attribute("id", "g" + std::to_string(id)) +
-                  attribute("gradientUnits", "userSpaceOnUse") +
-                  (isPlain ? "" : attribute("gradientTransform", matrixText(state_.transform))) + attribute("x1", number(start.x)) +
-                  attribute("y1", number(start.y)) + attribute("x2", number(end.x)) + attribute("y2", number(end.y)) +
-                  ">";
+  definitions_ +=
+      "<linearGradient" + attribute("id", "g" + std::to_string(id)) + attribute("gradientUnits", "userSpaceOnUse") +
+      (isPlain ? "" : attribute("gradientTransform", matrixText(state_.transform))) + attribute("x1", number(start.x)) +
+      attribute("y1", number(start.y)) + attribute("x2", number(end.x)) + attribute("y2", number(end.y)) + ">";
   for (const GradientStop& stop : gradient.stops) {
-    definitions_ += "<stop" + attribute("offset", number(stop.location)) +
-                    attribute("stop-color", colorText(stop.color));
+    definitions_ += "<stop" + attribute("offset", number(stop.location)) + attribute("stop-color", colorText(stop.color));
     if (stop.color.alpha != 1) definitions_ += attribute("stop-opacity", number(stop.color.alpha));
     definitions_ += "/>";
   }

@@ -53,8 +53,8 @@ class SvgCanvas : public Canvas {
   // A layer, or the picture itself: what has been written into it.
   struct Layer {
     std::string body;
-    State outside;                   // in force when it began
-    std::size_t savedCount = 0;      // saves that belong to what is around it
+    State outside;               // in force when it began
+    std::size_t savedCount = 0;  // saves that belong to what is around it
     bool isEmpty = true;
   };
   // How an element or a layer comes to stand in the layer below.

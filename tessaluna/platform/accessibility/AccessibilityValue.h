@@ -34,7 +34,9 @@ class AccessibilityValue {
   // Absent for a value of another kind: bool, double, std::string, CGPoint, CGSize, NSRange, Ref<NSObject>,
   // AccessibilityElements.
   template <class T>
-  const T* as() const { return std::get_if<T>(&value_); }
+  const T* as() const {
+    return std::get_if<T>(&value_);
+  }
   friend bool operator==(const AccessibilityValue&, const AccessibilityValue&) = default;
 
  private:

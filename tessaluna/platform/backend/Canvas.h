@@ -31,7 +31,7 @@ struct StrokeStyle {
   double width = 1;
   LineCap cap = LineCap::Butt;
   LineJoin join = LineJoin::Miter;
-  double miterLimit = 10;  // beyond it a miter join becomes a bevel
+  double miterLimit = 10;             // beyond it a miter join becomes a bevel
   std::span<const double> dash = {};  // lengths in points, on and off in turn; empty for a solid line
   double dashPhase = 0;
 };

@@ -139,9 +139,7 @@ CGRect Path::bounds() const {
   CGPoint start = *point, current = *point;
   for (const PathVerb verb : verbs_) {
     switch (verb) {
-      case PathVerb::Move:
-        start = point[0];
-        [[fallthrough]];
+      case PathVerb::Move: start = point[0]; [[fallthrough]];
       case PathVerb::Line:
         current = point[0];
         grow(current);
@@ -152,9 +150,7 @@ CGRect Path::bounds() const {
         growByTurningPoints(current.y, point[0].y, point[1].y, point[2].y, low.y, high.y);
         current = point[2];
         break;
-      case PathVerb::Close:
-        current = start;
-        break;
+      case PathVerb::Close: current = start; break;
     }
     point += pointCount(verb);
   }

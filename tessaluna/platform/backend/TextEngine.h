@@ -49,10 +49,10 @@ struct TextCluster {
 
 struct ShapedLine {
   std::vector<GlyphRun> runs;
-  std::vector<std::size_t> runFonts;   // for each run, the index of the span that it comes from
-  std::vector<TextCluster> clusters;   // in the order of the text
+  std::vector<std::size_t> runFonts;  // for each run, the index of the span that it comes from
+  std::vector<TextCluster> clusters;  // in the order of the text
   double advance = 0;
-  FontMetrics metrics;                 // the largest of its fonts
+  FontMetrics metrics;  // the largest of its fonts
 };
 
 struct FontSpan {

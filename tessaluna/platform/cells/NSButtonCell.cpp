@@ -45,9 +45,7 @@ AccessibilityValue NSButtonCell::accessibilityValue() const {
   return buttonType_ == NSButtonType::Toggle ? AccessibilityValue(static_cast<double>(state())) : AccessibilityValue();
 }
 
-std::vector<std::string> NSButtonCell::accessibilityActionNames() const {
-  return {std::string(NSAccessibilityPressAction)};
-}
+std::vector<std::string> NSButtonCell::accessibilityActionNames() const { return {std::string(NSAccessibilityPressAction)}; }
 
 void NSButtonCell::accessibilityPerformAction(std::string_view action) {
   auto* button = dynamic_cast<NSButton*>(controlView());

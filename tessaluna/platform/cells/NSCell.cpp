@@ -21,8 +21,7 @@ NSCell::NSCell(NSCoder& coder) : NSObject(coder) {
     font_ = coder.decodeBoolForKey("isBold") ? NSFont::boldSystemFontOfSize(size) : NSFont::systemFontOfSize(size);
   if (coder.containsValueForKey("alignment"))
     alignment_ = static_cast<NSTextAlignment>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("alignment"), 0, 4));
-  lineBreakMode_ =
-      static_cast<NSLineBreakMode>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("lineBreakMode"), 0, 5));
+  lineBreakMode_ = static_cast<NSLineBreakMode>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("lineBreakMode"), 0, 5));
 }
 
 NSCell::NSCell(std::string text) : stringValue_(std::move(text)) {}

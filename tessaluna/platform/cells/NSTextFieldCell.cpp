@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
-#include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSClipView.h"

@@ -40,10 +40,10 @@ class NSTextFieldCell : public NSCell {
   // Puts the editor into the view, at drawingRectForBounds of the frame, with the cell's text, and gives it the keys: with
   // a part of the text selected, or with the press that the event is done by the editor. While it is there the cell draws
   // no text.
-  virtual void selectWithFrame(CGRect frame, NSView& inView, const Ref<NSText>& editor,
-                               const Ref<NSTextDelegate>& delegate, std::size_t start, std::size_t length);
-  virtual void editWithFrame(CGRect frame, NSView& inView, const Ref<NSText>& editor,
-                             const Ref<NSTextDelegate>& delegate, const Ref<NSEvent>& event);
+  virtual void selectWithFrame(CGRect frame, NSView& inView, const Ref<NSText>& editor, const Ref<NSTextDelegate>& delegate,
+                               std::size_t start, std::size_t length);
+  virtual void editWithFrame(CGRect frame, NSView& inView, const Ref<NSText>& editor, const Ref<NSTextDelegate>& delegate,
+                             const Ref<NSEvent>& event);
   // Makes the editor's text look like the cell's. Called before the text is set.
   virtual Ref<NSText> setUpFieldEditorAttributes(const Ref<NSText>& editor);
   // Takes the editor out again; its text is not taken over.

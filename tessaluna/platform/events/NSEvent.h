@@ -70,16 +70,16 @@ class NSEvent : public NSObject {
 
   struct Fields {
     NSEventType type = NSEventType::MouseMoved;
-    CGPoint location{};          // in the window's base space; without a window in screen space
+    CGPoint location{};  // in the window's base space; without a window in screen space
     std::uint32_t modifiers = 0;
-    double timestamp = 0;        // seconds on the backend's clock
+    double timestamp = 0;  // seconds on the backend's clock
     Ref<NSWindow> window = nullptr;
-    int clickCount = 0;          // of a mouse down or up: 2 in a double click
-    int buttonNumber = 0;        // 0 left, 1 right, 2 and more others
-    std::string characters = {};  // of a key, in UTF-8; what the key types with its modifiers
+    int clickCount = 0;                            // of a mouse down or up: 2 in a double click
+    int buttonNumber = 0;                          // 0 left, 1 right, 2 and more others
+    std::string characters = {};                   // of a key, in UTF-8; what the key types with its modifiers
     std::string charactersIgnoringModifiers = {};  // ... without them, Shift apart
     bool isRepeat = false;
-    CGSize scrollingDelta{};     // points; positive moves the content right and down
+    CGSize scrollingDelta{};                     // points; positive moves the content right and down
     Ref<NSTrackingArea> trackingArea = nullptr;  // of an entry or exit
   };
   explicit NSEvent(Fields fields) : fields_(std::move(fields)) {}

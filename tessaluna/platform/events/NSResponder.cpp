@@ -23,14 +23,10 @@ void NSResponder::mouseUp(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSRe
 void NSResponder::mouseDragged(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::mouseDragged, e); }
 void NSResponder::rightMouseDown(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::rightMouseDown, e); }
 void NSResponder::rightMouseUp(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::rightMouseUp, e); }
-void NSResponder::rightMouseDragged(const Ref<NSEvent>& e) {
-  passOn(nextResponder(), &NSResponder::rightMouseDragged, e);
-}
+void NSResponder::rightMouseDragged(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::rightMouseDragged, e); }
 void NSResponder::otherMouseDown(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::otherMouseDown, e); }
 void NSResponder::otherMouseUp(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::otherMouseUp, e); }
-void NSResponder::otherMouseDragged(const Ref<NSEvent>& e) {
-  passOn(nextResponder(), &NSResponder::otherMouseDragged, e);
-}
+void NSResponder::otherMouseDragged(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::otherMouseDragged, e); }
 void NSResponder::mouseMoved(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::mouseMoved, e); }
 void NSResponder::mouseEntered(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::mouseEntered, e); }
 void NSResponder::mouseExited(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::mouseExited, e); }

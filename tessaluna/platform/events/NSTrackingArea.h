@@ -20,7 +20,7 @@ enum NSTrackingAreaOptions : std::uint32_t {
   NSTrackingActiveInActiveApp = 0x40,
   NSTrackingActiveAlways = 0x80,
   NSTrackingAssumeInside = 0x100,
-  NSTrackingInVisibleRect = 0x200,         // the rectangle is ignored: it is the view's visible one
+  NSTrackingInVisibleRect = 0x200,  // the rectangle is ignored: it is the view's visible one
   NSTrackingEnabledDuringMouseDrag = 0x400,
 };
 

@@ -63,8 +63,7 @@ void PointerTracking::sendExits(const Ref<NSEvent>& event, const std::vector<Pla
   for (const Entered& entered : left) {
     const Ref<NSView> view = entered.view.lock();
     const Ref<NSTrackingArea> area = entered.area.lock();
-    if (view && area && stillHas(*view, area))
-      send(area, NSEventType::MouseExited, &NSResponder::mouseExited, event);
+    if (view && area && stillHas(*view, area)) send(area, NSEventType::MouseExited, &NSResponder::mouseExited, event);
   }
 }
 
@@ -78,8 +77,8 @@ void PointerTracking::pointerMoved(const Ref<NSEvent>& event, bool isButtonDown)
   };
   for (const Place& place : places) {
     const std::uint32_t options = place.area->options();
-    const bool isWanted = (options & NSTrackingMouseEnteredAndExited) &&
-                          (!isButtonDown || (options & NSTrackingEnabledDuringMouseDrag));
+    const bool isWanted =
+        (options & NSTrackingMouseEnteredAndExited) && (!isButtonDown || (options & NSTrackingEnabledDuringMouseDrag));
     const bool isEntered = std::any_of(entered_.begin(), entered_.end(), [&](const Entered& entered) {
       return entered.area.lock() == place.area && entered.view.lock() == place.view;
     });

@@ -13,10 +13,9 @@ std::optional<CGAffineTransform> CGAffineTransform::inverted() const {
 }
 
 CGRect CGAffineTransform::applyToRect(CGRect rect) const {
-  const CGPoint corners[] = {apply({CGRectGetMinX(rect), CGRectGetMinY(rect)}),
-                             apply({CGRectGetMaxX(rect), CGRectGetMinY(rect)}),
-                             apply({CGRectGetMaxX(rect), CGRectGetMaxY(rect)}),
-                             apply({CGRectGetMinX(rect), CGRectGetMaxY(rect)})};
+  const CGPoint corners[] = {
+      apply({CGRectGetMinX(rect), CGRectGetMinY(rect)}), apply({CGRectGetMaxX(rect), CGRectGetMinY(rect)}),
+      apply({CGRectGetMaxX(rect), CGRectGetMaxY(rect)}), apply({CGRectGetMinX(rect), CGRectGetMaxY(rect)})};
   CGPoint low = corners[0], high = corners[0];
   for (const CGPoint& corner : corners) {
     low = {std::min(low.x, corner.x), std::min(low.y, corner.y)};

@@ -16,9 +16,12 @@ struct CGAffineTransform {
   constexpr CGPoint apply(CGPoint p) const { return {a * p.x + c * p.y + tx, b * p.x + d * p.y + ty}; }
   // The transform that does this one first and then `next`.
   constexpr CGAffineTransform then(const CGAffineTransform& next) const {
-    return {next.a * a + next.c * b,           next.b * a + next.d * b,
-            next.a * c + next.c * d,           next.b * c + next.d * d,
-            next.a * tx + next.c * ty + next.tx, next.b * tx + next.d * ty + next.ty};
+    return {next.a * a + next.c * b,
+            next.b * a + next.d * b,
+            next.a * c + next.c * d,
+            next.b * c + next.d * d,
+            next.a * tx + next.c * ty + next.tx,
+            next.b * tx + next.d * ty + next.ty};
   }
   // Absent where the plane is flattened to a line or a point.
   std::optional<CGAffineTransform> inverted() const;

@@ -31,7 +31,9 @@ class DequeList {
   const T& front() const { return *begin(); }
   const T& back() const { return items_.back(); }
   operator std::vector<T>() const { return {begin(), end()}; }
-  friend bool operator==(const DequeList& a, const std::vector<T>& b) { return std::equal(a.begin(), a.end(), b.begin(), b.end()); }
+  friend bool operator==(const DequeList& a, const std::vector<T>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end());
+  }
 
   void push_back(T item) { items_.push_back(std::move(item)); }
 

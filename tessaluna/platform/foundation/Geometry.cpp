@@ -6,9 +6,7 @@ namespace tessaluna::platform {
 
 namespace {
 
-CGRect fromEdges(CGFloat minX, CGFloat minY, CGFloat maxX, CGFloat maxY) {
-  return {minX, minY, maxX - minX, maxY - minY};
-}
+CGRect fromEdges(CGFloat minX, CGFloat minY, CGFloat maxX, CGFloat maxY) { return {minX, minY, maxX - minX, maxY - minY}; }
 
 }  // namespace
 

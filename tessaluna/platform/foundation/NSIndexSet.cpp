@@ -13,8 +13,8 @@ std::size_t endOf(NSRange range) { return range.location + range.length; }
 void NSIndexSet::add(NSRange range) {
   if (range.length == 0) return;
   remove(range);
-  const auto after = std::find_if(ranges_.begin(), ranges_.end(),
-                                  [&](const NSRange& other) { return other.location > range.location; });
+  const auto after =
+      std::find_if(ranges_.begin(), ranges_.end(), [&](const NSRange& other) { return other.location > range.location; });
   auto placed = ranges_.insert(after, range);
   if (placed + 1 != ranges_.end() && endOf(*placed) == (placed + 1)->location) {
     placed->length += (placed + 1)->length;

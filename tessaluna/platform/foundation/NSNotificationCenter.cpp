@@ -5,8 +5,7 @@
 namespace tessaluna::platform {
 
 const ClassInfo NSNotification::staticClassInfo{.name = "NSNotification", .base = &NSObject::staticClassInfo};
-const ClassInfo NSNotificationCenter::staticClassInfo{.name = "NSNotificationCenter",
-                                                      .base = &NSObject::staticClassInfo};
+const ClassInfo NSNotificationCenter::staticClassInfo{.name = "NSNotificationCenter", .base = &NSObject::staticClassInfo};
 
 class NSNotificationCenter::Observer : public NSObject {
  public:
@@ -32,8 +31,8 @@ NSNotificationCenter& NSNotificationCenter::defaultCenter() {
   return *center;
 }
 
-Ref<NSObject> NSNotificationCenter::addObserverForName(std::string_view name, const Ref<NSObject>& object,
-                                                       NSOperationQueue*, Block block) {
+Ref<NSObject> NSNotificationCenter::addObserverForName(std::string_view name, const Ref<NSObject>& object, NSOperationQueue*,
+                                                       Block block) {
   observers_.push_back(make<Observer>(name, object, std::move(block)));
   return observers_.back();
 }

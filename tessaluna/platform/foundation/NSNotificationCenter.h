@@ -38,8 +38,7 @@ class NSNotificationCenter : public NSObject {
   using Block = std::function<void(const Ref<NSNotification>&)>;
   // An empty name hears of all names, an absent object of all objects; the object is not kept alive. The center keeps the
   // block until removeObserver is called with the token.
-  Ref<NSObject> addObserverForName(std::string_view name, const Ref<NSObject>& object, NSOperationQueue* queue,
-                                   Block block);
+  Ref<NSObject> addObserverForName(std::string_view name, const Ref<NSObject>& object, NSOperationQueue* queue, Block block);
   // A token that is absent or no longer known does nothing.
   void removeObserver(const Ref<NSObject>& token);
 

@@ -45,7 +45,8 @@ class ShortList {
   void push_back(T value) { *extend(1) = value; }
   // Makes room for so many more at the end and gives the first of them, for the caller to fill in.
   T* extend(std::size_t count) {
-    if (count > capacity_ - size_) [[unlikely]] grow(size_ + count);
+    if (count > capacity_ - size_) [[unlikely]]
+      grow(size_ + count);
     return values_ + std::exchange(size_, size_ + count);
   }
 

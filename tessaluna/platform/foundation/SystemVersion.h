@@ -16,9 +16,7 @@ struct NSOperatingSystemVersion {
 // 10.15.0, unless set.
 NSOperatingSystemVersion operatingSystemVersion();
 void setOperatingSystemVersion(NSOperatingSystemVersion version);
-inline bool isOperatingSystemAtLeastVersion(NSOperatingSystemVersion version) {
-  return operatingSystemVersion() >= version;
-}
+inline bool isOperatingSystemAtLeastVersion(NSOperatingSystemVersion version) { return operatingSystemVersion() >= version; }
 
 // The kit's version number; above 1187 unless set.
 extern double NSAppKitVersionNumber;

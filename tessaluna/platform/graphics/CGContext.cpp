@@ -86,8 +86,7 @@ void CGContext::strokePath(const backend::Path& path, const backend::StrokeStyle
     canvas_.strokePath(path, style);
     return;
   }
-  const double reach =
-      style.width / 2 * (style.join == backend::LineJoin::Miter ? std::max(style.miterLimit, 2.0) : 2.0);
+  const double reach = style.width / 2 * (style.join == backend::LineJoin::Miter ? std::max(style.miterLimit, 2.0) : 2.0);
   const CGRect tiles = tilesUnder(NSInsetRect(path.bounds(), -reach, -reach), tile->size());
   if (NSIsEmptyRect(tiles)) return;
   // A line is no clip: it is drawn first, and what is laid over it stays where the line is.

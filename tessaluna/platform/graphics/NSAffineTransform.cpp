@@ -12,9 +12,7 @@ const ClassInfo NSAffineTransform::staticClassInfo{.name = "NSAffineTransform", 
 
 Ref<NSAffineTransform> NSAffineTransform::transform() { return make<NSAffineTransform>(); }
 
-void NSAffineTransform::translateXBy(CGFloat x, CGFloat y) {
-  matrix_ = CGAffineTransform::translation(x, y).then(matrix_);
-}
+void NSAffineTransform::translateXBy(CGFloat x, CGFloat y) { matrix_ = CGAffineTransform::translation(x, y).then(matrix_); }
 
 void NSAffineTransform::scaleXBy(CGFloat x, CGFloat y) { matrix_ = CGAffineTransform::scale(x, y).then(matrix_); }
 

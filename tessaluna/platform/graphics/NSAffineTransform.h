@@ -18,15 +18,15 @@ class NSAffineTransform : public NSObject {
   void translateXBy(CGFloat x, CGFloat y);
   void scaleBy(CGFloat factor) { scaleXBy(factor, factor); }
   void scaleXBy(CGFloat x, CGFloat y);
-  void rotateByDegrees(CGFloat degrees);  // counterclockwise with y up
+  void rotateByDegrees(CGFloat degrees);                  // counterclockwise with y up
   void appendTransform(const NSAffineTransform& other);   // after those that are there
   void prependTransform(const NSAffineTransform& other);  // before them
-  void invert();  // stops the program for a transform that flattens the plane
+  void invert();                                          // stops the program for a transform that flattens the plane
 
   CGPoint transformPoint(CGPoint point) const { return matrix_.apply(point); }
   CGSize transformSize(CGSize size) const;
   Ref<NSBezierPath> transformBezierPath(const NSBezierPath& path) const;  // with its stroke attributes
-  void concat() const;  // onto the space of the current context
+  void concat() const;                                                    // onto the space of the current context
 
   const CGAffineTransform& matrix() const { return matrix_; }
 

@@ -41,9 +41,7 @@ std::span<CGPoint> NSBezierPath::appendSegments(std::span<const backend::PathVer
   return points;
 }
 
-void NSBezierPath::transformUsingAffineTransform(const NSAffineTransform& transform) {
-  path_.transform(transform.matrix());
-}
+void NSBezierPath::transformUsingAffineTransform(const NSAffineTransform& transform) { path_.transform(transform.matrix()); }
 
 Ref<NSBezierPath> NSBezierPath::copy() const {
   auto copy = make<NSBezierPath>(path_);

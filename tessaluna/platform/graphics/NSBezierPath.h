@@ -47,10 +47,10 @@ class NSBezierPath : public NSObject {
   Ref<NSBezierPath> copy() const;
 
   void setWindingRule(NSWindingRule rule) { windingRule_ = rule; }
-  void setLineWidth(CGFloat width) { lineWidth_ = width; }                // points; 1 at the start
-  void setLineCapStyle(NSLineCapStyle style) { lineCapStyle_ = style; }    // butt
+  void setLineWidth(CGFloat width) { lineWidth_ = width; }                  // points; 1 at the start
+  void setLineCapStyle(NSLineCapStyle style) { lineCapStyle_ = style; }     // butt
   void setLineJoinStyle(NSLineJoinStyle style) { lineJoinStyle_ = style; }  // miter
-  void setMiterLimit(CGFloat limit) { miterLimit_ = limit; }              // 10
+  void setMiterLimit(CGFloat limit) { miterLimit_ = limit; }                // 10
   // Lengths in points, on and off in turn, starting `phase` points into the pattern. Copied; an empty one is a solid line.
   void setLineDash(std::span<const CGFloat> pattern, CGFloat phase);
 

@@ -33,8 +33,7 @@ Ref<NSColor> makeColor(NSColor::Kind kind, double red, double green, double blue
 }
 
 Ref<NSColor> standardWhite(std::string_view name, double white, double alpha = 1) {
-  return make<NSColor>(
-      NSColor::Value{.kind = NSColor::Kind::CalibratedWhite, .color = {white, white, white, alpha, name}});
+  return make<NSColor>(NSColor::Value{.kind = NSColor::Kind::CalibratedWhite, .color = {white, white, white, alpha, name}});
 }
 
 Ref<NSColor> standardRGB(std::string_view name, double red, double green, double blue) {
@@ -80,7 +79,6 @@ Ref<NSColor> NSColor::colorWithSRGBRed(CGFloat red, CGFloat green, CGFloat blue,
 Ref<NSColor> NSColor::colorWithPatternImage(Ref<NSImage> image) {
   return make<NSColor>(Value{.kind = Kind::Pattern, .color = {0, 0, 0, 0}, .pattern = std::move(image)});
 }
-
 
 Ref<NSColor> NSColor::blackColor() {
   static const Ref<NSColor> color = standardWhite("blackColor", 0);

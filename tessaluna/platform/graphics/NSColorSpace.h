@@ -9,7 +9,12 @@ namespace tessaluna::platform {
 class NSColorSpace : public NSObject {
  public:
   enum class Kind {
-    CalibratedRGB, CalibratedWhite, DeviceRGB, DeviceWhite, SRGB, GenericRGB,
+    CalibratedRGB,
+    CalibratedWhite,
+    DeviceRGB,
+    DeviceWhite,
+    SRGB,
+    GenericRGB,
     Named,    // of the system's catalog: control text, selection, ...
     Pattern,  // an image, laid side by side
   };

@@ -32,8 +32,7 @@ Direction directionAt(double degrees) {
 
 const ClassInfo NSGradient::staticClassInfo{.name = "NSGradient", .base = &NSObject::staticClassInfo};
 
-NSGradient::NSGradient(std::span<const Ref<NSColor>> colors, std::span<const CGFloat> locations,
-                       const Ref<NSColorSpace>&) {
+NSGradient::NSGradient(std::span<const Ref<NSColor>> colors, std::span<const CGFloat> locations, const Ref<NSColorSpace>&) {
   const std::size_t count = std::min(colors.size(), locations.size());
   stops_.reserve(count);
   for (std::size_t i = 0; i < count; ++i) stops_.push_back({locations[i], colors[i]->components()});

@@ -50,9 +50,7 @@ void NSImage::setImageNamed(const std::string& name, Ref<NSImage> image) {
   else namedImages().erase(name);
 }
 
-void NSImage::addRepresentation(Ref<NSImageRep> representation) {
-  representations_.push_back(std::move(representation));
-}
+void NSImage::addRepresentation(Ref<NSImageRep> representation) { representations_.push_back(std::move(representation)); }
 
 void NSImage::drawInRect(CGRect rect) { drawInRect(rect, {}); }
 
@@ -75,8 +73,8 @@ void NSImage::drawInRect(CGRect rect, const Drawing& drawing) {
   const CGRect part = isWhole ? CGRect{{}, size_} : drawing.fromRect;
   if (NSIsEmptyRect(part)) return;
   const CGFloat xScale = rect.size.width / part.size.width, yScale = rect.size.height / part.size.height;
-  const CGRect whole{rect.origin.x - part.origin.x * xScale, rect.origin.y - part.origin.y * yScale,
-                     size_.width * xScale, size_.height * yScale};
+  const CGRect whole{rect.origin.x - part.origin.x * xScale, rect.origin.y - part.origin.y * yScale, size_.width * xScale,
+                     size_.height * yScale};
 
   if (!isWhole || !isPlain) context.clipRect(rect);
   if (isPlain) {
@@ -106,8 +104,8 @@ void NSImage::drawInContext(CGContext& context, CGRect rect) {
   const GraphicsStateScope scope(context);
   context.clipRect(rect);
   const CGFloat xScale = rect.size.width / handlerSize_.width, yScale = rect.size.height / handlerSize_.height;
-  context.concat(CGAffineTransform::scale(xScale, yScale)
-                     .then(CGAffineTransform::translation(rect.origin.x, rect.origin.y)));
+  context.concat(
+      CGAffineTransform::scale(xScale, yScale).then(CGAffineTransform::translation(rect.origin.x, rect.origin.y)));
   if (handlerIsFlipped_) context.concat({1, 0, 0, -1, 0, handlerSize_.height});
   const CurrentContextScope current(NSGraphicsContext::graphicsContextWithCGContext(context, handlerIsFlipped_));
   handler_({{}, handlerSize_});

@@ -14,8 +14,7 @@ class NSImageRep : public NSObject {
 
   // Without pixels both dimensions are 0. One point a pixel at the start.
   explicit NSImageRep(std::shared_ptr<const backend::ImagePixels> pixels);
-  NSImageRep(CGSize size, int pixelsWide, int pixelsHigh)
-      : size_(size), pixelsWide_(pixelsWide), pixelsHigh_(pixelsHigh) {}
+  NSImageRep(CGSize size, int pixelsWide, int pixelsHigh) : size_(size), pixelsWide_(pixelsWide), pixelsHigh_(pixelsHigh) {}
 
   int pixelsWide() const { return pixelsWide_; }
   int pixelsHigh() const { return pixelsHigh_; }

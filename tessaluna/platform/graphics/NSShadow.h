@@ -1,8 +1,8 @@
 // A shadow: a color, an offset in base space (y up) and a blur radius. set makes it the shadow of the current context.
 #pragma once
 
-#include "tessaluna/platform/foundation/NSObject.h"
 #include "tessaluna/platform/foundation/Geometry.h"
+#include "tessaluna/platform/foundation/NSObject.h"
 #include "tessaluna/platform/graphics/Forward.h"
 
 namespace tessaluna::platform {

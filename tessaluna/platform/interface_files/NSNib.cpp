@@ -75,8 +75,8 @@ class Loader {
     if (error_) return nullptr;
     const std::string id = source.decodeStringForKey("id").value_or("");
     const std::string className = source.decodeStringForKey("class").value_or("");
-    const std::string place = id.empty() ? "the " + className + " that is number " + std::to_string(made_.size() + 1)
-                                         : "\"" + id + "\"";
+    const std::string place =
+        id.empty() ? "the " + className + " that is number " + std::to_string(made_.size() + 1) : "\"" + id + "\"";
     if (depth > deepestNesting) return fail(place + " is nested too deep"), nullptr;
     if (className.empty()) return fail("object number " + std::to_string(made_.size() + 1) + " has no class"), nullptr;
     NSCoder coder = source.copy();
@@ -96,7 +96,8 @@ class Loader {
     for (const std::string& name : properties->allKeys()) {
       const Property* property = findMember(&object.classInfo(), &ClassInfo::properties, name);
       if (!property) fail(place + " has no property \"" + name + "\"");
-      else if (!property->set(object, *properties)) fail("the property \"" + name + "\" of " + place + " has a value of another kind");
+      else if (!property->set(object, *properties))
+        fail("the property \"" + name + "\" of " + place + " has a value of another kind");
     }
   }
 

@@ -21,9 +21,7 @@ using Registry = std::map<std::string, ClassFactory, std::less<>>;
 template <class... Classes>
 Registry registryOf() {
   Registry result;
-  (result.emplace(Classes::staticClassInfo.name,
-                  [](NSCoder& coder) -> Ref<NSObject> { return make<Classes>(coder); }),
-   ...);
+  (result.emplace(Classes::staticClassInfo.name, [](NSCoder& coder) -> Ref<NSObject> { return make<Classes>(coder); }), ...);
   return result;
 }
 

@@ -14,10 +14,8 @@ void NSMenu::popUpInView(NSView& view, CGPoint location) {
   if (!backend || !view.window() || !view.window()->nativeWindow()) return;
   std::vector<backend::MenuEntry> entries;
   for (const NSMenuItem& item : items_)
-    entries.push_back({.title = item.title,
-                       .isEnabled = item.isEnabled,
-                       .isChecked = item.isOn,
-                       .isSeparator = item.isSeparator});
+    entries.push_back(
+        {.title = item.title, .isEnabled = item.isEnabled, .isChecked = item.isOn, .isSeparator = item.isSeparator});
   const CGPoint onScreen = view.window()->convertPointToScreen(view.convertPointToView(location, nullptr));
   backend->popUpMenu(*view.window()->nativeWindow(), onScreen, std::move(entries),
                      [menu = refTo(*this)](std::optional<std::size_t> chosen) {

@@ -16,10 +16,10 @@ namespace tessaluna::platform {
 
 struct NSMenuItem {
   std::string title;
-  std::string action;                // a selector's name
-  WeakRef<NSObject> target = {};     // absent: the responder chain
+  std::string action;             // a selector's name
+  WeakRef<NSObject> target = {};  // absent: the responder chain
   bool isEnabled = true;
-  bool isOn = false;                 // has a check mark
+  bool isOn = false;  // has a check mark
   bool isSeparator = false;
 };
 

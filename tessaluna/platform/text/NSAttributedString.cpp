@@ -17,9 +17,8 @@ bool areEqual(const NSAttributeValue& a, const NSAttributeValue& b) {
 }
 
 bool areEqual(const NSAttributes& a, const NSAttributes& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
-    return x.first == y.first && areEqual(x.second, y.second);
-  });
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](const auto& x, const auto& y) { return x.first == y.first && areEqual(x.second, y.second); });
 }
 
 NSAttributedString::NSAttributedString(std::string_view utf8, NSAttributes attributes)

@@ -9,8 +9,7 @@ const ClassInfo NSFont::staticClassInfo{.name = "NSFont", .base = &NSObject::sta
 namespace {
 
 Ref<NSFont> systemFont(CGFloat size, CGFloat usualSize, bool isBold) {
-  return make<NSFont>(
-      backend::FontDescription{.family = "", .size = size > 0 ? size : usualSize, .isBold = isBold});
+  return make<NSFont>(backend::FontDescription{.family = "", .size = size > 0 ? size : usualSize, .isBold = isBold});
 }
 
 }  // namespace
@@ -27,8 +26,7 @@ Ref<NSFont> NSFont::labelFontOfSize(CGFloat size) { return systemFont(size, labe
 
 Ref<NSFont> NSFont::fontWithName(const std::string& family, CGFloat size) {
   if (family.empty() || !textEngine().hasFamily(family)) return nullptr;
-  return make<NSFont>(
-      backend::FontDescription{.family = family, .size = size > 0 ? size : 12.0, .isBold = false});
+  return make<NSFont>(backend::FontDescription{.family = family, .size = size > 0 ? size : 12.0, .isBold = false});
 }
 
 backend::FontMetrics NSFont::metrics() const { return textEngine().metrics(description_); }

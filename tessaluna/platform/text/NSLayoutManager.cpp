@@ -39,8 +39,7 @@ std::size_t NSLayoutManager::characterIndexForPoint(CGPoint point, const NSTextC
     for (const TextLayout::Line& line : now.lines()) {
       for (const backend::TextCluster& cluster : line.shaped->clusters) {
         if (line.rangeOf(cluster).location != index || cluster.right <= cluster.left) continue;
-        const CGFloat share =
-            std::clamp((inText.x - line.x - cluster.left) / (cluster.right - cluster.left), 0.0, 1.0);
+        const CGFloat share = std::clamp((inText.x - line.x - cluster.left) / (cluster.right - cluster.left), 0.0, 1.0);
         *fraction = cluster.isRightToLeft ? 1 - share : share;
       }
     }
@@ -61,16 +60,14 @@ NSRange NSLayoutManager::glyphRangeForCharacterRange(NSRange range, NSRange* act
   return range;
 }
 
-std::vector<CGRect> NSLayoutManager::rectArrayForGlyphRange(NSRange range, NSRange,
-                                                            const NSTextContainer& container) const {
+std::vector<CGRect> NSLayoutManager::rectArrayForGlyphRange(NSRange range, NSRange, const NSTextContainer& container) const {
   std::vector<CGRect> rects = layout().rectsOf(range);
   for (CGRect& rect : rects) rect = NSOffsetRect(rect, container.lineFragmentPadding(), 0);
   return rects;
 }
 
-void NSLayoutManager::enumerateEnclosingRectsForGlyphRange(
-    NSRange range, NSRange selected, const NSTextContainer& container,
-    const std::function<void(CGRect, bool& stop)>& block) const {
+void NSLayoutManager::enumerateEnclosingRectsForGlyphRange(NSRange range, NSRange selected, const NSTextContainer& container,
+                                                           const std::function<void(CGRect, bool& stop)>& block) const {
   bool stop = false;
   for (const CGRect& rect : rectArrayForGlyphRange(range, selected, container)) {
     block(rect, stop);

@@ -14,10 +14,10 @@ enum NSTextAlignment {
 };
 
 enum NSLineBreakMode {
-  NSLineBreakByWordWrapping = 0,      // into lines, at words
-  NSLineBreakByCharWrapping = 1,      // into lines, at characters
-  NSLineBreakByClipping = 2,          // one line, cut by the edge
-  NSLineBreakByTruncatingHead = 3,    // one line, "…" where text is left out
+  NSLineBreakByWordWrapping = 0,    // into lines, at words
+  NSLineBreakByCharWrapping = 1,    // into lines, at characters
+  NSLineBreakByClipping = 2,        // one line, cut by the edge
+  NSLineBreakByTruncatingHead = 3,  // one line, "…" where text is left out
   NSLineBreakByTruncatingTail = 4,
   NSLineBreakByTruncatingMiddle = 5,
 };

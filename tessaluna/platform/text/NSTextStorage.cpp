@@ -15,8 +15,8 @@ void NSTextStorage::edited(NSRange range, std::ptrdiff_t changeInLength) {
   } else {
     // What an earlier edit behind this one touched has moved with it.
     const std::size_t earlierEnd = editedRange_.location + editedRange_.length;
-    const auto movedEnd = static_cast<std::size_t>(
-        std::max<std::ptrdiff_t>(0, static_cast<std::ptrdiff_t>(earlierEnd) + changeInLength));
+    const auto movedEnd =
+        static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, static_cast<std::ptrdiff_t>(earlierEnd) + changeInLength));
     const std::size_t start = std::min(editedRange_.location, range.location);
     editedRange_ = {start, std::min(length(), std::max(movedEnd, range.location + range.length)) - start};
     changeInLength_ += changeInLength;

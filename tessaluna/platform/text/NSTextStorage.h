@@ -10,8 +10,7 @@ class NSTextStorageDelegate {
  public:
   virtual ~NSTextStorageDelegate() = default;
   // textStorage:didProcessEditing:range:changeInLength: The range is of the text as it is now.
-  virtual void textStorageDidProcessEditing(NSTextStorage& storage, NSRange editedRange,
-                                            std::ptrdiff_t changeInLength) = 0;
+  virtual void textStorageDidProcessEditing(NSTextStorage& storage, NSRange editedRange, std::ptrdiff_t changeInLength) = 0;
 };
 
 class NSTextStorage : public NSMutableAttributedString {

@@ -88,17 +88,14 @@ TextLayout::TextLayout(const NSAttributedString& text, Options options) : width_
   place();
 }
 
-void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd,
-                              const Options& options) {
+void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd, const Options& options) {
   const bool isWhole = range.location == 0 && range.length == text.length();
-  const Ref<NSAttributedString> paragraph =
-      isWhole ? text.mutableCopy() : text.attributedSubstring(range);
+  const Ref<NSAttributedString> paragraph = isWhole ? text.mutableCopy() : text.attributedSubstring(range);
   // A paragraph without characters stands as the line's end behind it says, and the last one as that before it.
   static const NSAttributes none;
-  const NSAttributes& attributes =
-      text.length() > 0             ? text.attributesAtIndex(std::min(range.location, text.length() - 1))
-      : options.attributesOfNothing ? *options.attributesOfNothing
-                                    : none;
+  const NSAttributes& attributes = text.length() > 0 ? text.attributesAtIndex(std::min(range.location, text.length() - 1))
+                                   : options.attributesOfNothing ? *options.attributesOfNothing
+                                                                 : none;
   const Ref<NSParagraphStyle> style = styleOf(attributes);
   const NSLineBreakMode mode = style->lineBreakMode();
 
@@ -343,8 +340,7 @@ CGSize sizeWithAttributes(std::string_view string, const NSAttributes& attribute
   return NSAttributedString(string, attributes).size();
 }
 
-CGRect boundingRectWithSize(std::string_view string, CGSize size, std::uint32_t options,
-                            const NSAttributes& attributes) {
+CGRect boundingRectWithSize(std::string_view string, CGSize size, std::uint32_t options, const NSAttributes& attributes) {
   return NSAttributedString(string, attributes).boundingRectWithSize(size, options);
 }
 

@@ -19,7 +19,7 @@ class TextLayout {
  public:
   struct Options {
     CGFloat width = std::numeric_limits<CGFloat>::infinity();
-    bool wrapsLines = true;  // false: a line for each paragraph, whatever the width
+    bool wrapsLines = true;                             // false: a line for each paragraph, whatever the width
     const NSAttributes* attributesOfNothing = nullptr;  // how high a text without characters is, and where it stands
   };
 
@@ -29,8 +29,8 @@ class TextLayout {
     CGFloat baseline = 0;               // y of its baseline
     Ref<NSAttributedString> shown;      // shortened, without the line's end
     std::shared_ptr<const backend::ShapedLine> shaped;
-    NSRange leftOut;                    // counted from the line's start: what the "…" at its location stands for
-    bool isCut = false;                 // by the edge of the width
+    NSRange leftOut;     // counted from the line's start: what the "…" at its location stands for
+    bool isCut = false;  // by the edge of the width
     backend::FontMetrics metrics;
 
     CGFloat height() const { return metrics.ascent + metrics.descent + metrics.leading; }

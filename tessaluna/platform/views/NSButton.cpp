@@ -10,8 +10,8 @@ namespace {
 // How long a click from the keyboard shows as pressed, in seconds.
 constexpr double keyboardPressLength = 0.1;
 
-constexpr std::uint32_t modifiersThatCount = NSEventModifierFlagShift | NSEventModifierFlagControl |
-                                             NSEventModifierFlagOption | NSEventModifierFlagCommand;
+constexpr std::uint32_t modifiersThatCount =
+    NSEventModifierFlagShift | NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
 
 constexpr Selector buttonSelectors[] = {action<&NSButton::performClick>("performClick:")};
 

@@ -46,9 +46,7 @@ CGRect NSImageView::imageRectForSize(CGSize size) const {
   return {{CGRectGetMidX(room) - scaled.width * 0.5, CGRectGetMidY(room) - scaled.height * 0.5}, scaled};
 }
 
-CGSize NSImageView::intrinsicContentSize() const {
-  return image_ ? image_->size() : NSView::intrinsicContentSize();
-}
+CGSize NSImageView::intrinsicContentSize() const { return image_ ? image_->size() : NSView::intrinsicContentSize(); }
 
 void NSImageView::drawRect(CGRect) {
   if (image_) image_->drawInRect(imageRectForSize(image_->size()));

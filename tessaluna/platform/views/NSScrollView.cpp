@@ -15,13 +15,11 @@ const Selector NSScrollView::selectors_[] = {action<&NSScrollView::scrollerMoved
 const ClassInfo NSScrollView::staticClassInfo{
     .name = "NSScrollView", .base = &NSView::staticClassInfo, .selectors = NSScrollView::selectors_};
 
-NSScrollView::NSScrollView(CGRect frame)
-    : NSView(frame), clipView_(make<NSClipView>(CGRect{{0, 0}, frame.size})) {
+NSScrollView::NSScrollView(CGRect frame) : NSView(frame), clipView_(make<NSClipView>(CGRect{{0, 0}, frame.size})) {
   addSubview(clipView_);
 }
 
-NSScrollView::NSScrollView(NSCoder& coder)
-    : NSView(coder), clipView_(make<NSClipView>(CGRect{{0, 0}, bounds().size})) {
+NSScrollView::NSScrollView(NSCoder& coder) : NSView(coder), clipView_(make<NSClipView>(CGRect{{0, 0}, bounds().size})) {
   addSubview(clipView_);
   setHasVerticalScroller(coder.decodeBoolForKey("hasVerticalScroller"));
   setHasHorizontalScroller(coder.decodeBoolForKey("hasHorizontalScroller"));
@@ -92,10 +90,9 @@ NSScrollView::Bars NSScrollView::neededBars() const {
   // Each bar takes room from the other's way.
   Bars bars;
   bars.vertical = needs(verticalScroller_, document.height, room.height);
-  bars.horizontal = needs(horizontalScroller_, document.width,
-                          room.width - (bars.vertical ? NSScroller::scrollerWidth() : 0));
-  if (bars.horizontal)
-    bars.vertical = needs(verticalScroller_, document.height, room.height - NSScroller::scrollerWidth());
+  bars.horizontal =
+      needs(horizontalScroller_, document.width, room.width - (bars.vertical ? NSScroller::scrollerWidth() : 0));
+  if (bars.horizontal) bars.vertical = needs(verticalScroller_, document.height, room.height - NSScroller::scrollerWidth());
   return bars;
 }
 
@@ -142,9 +139,8 @@ void NSScrollView::reflectScrolledClipView(NSClipView&) {
 void NSScrollView::updateScrollers() {
   const CGRect document = documentView() ? documentView()->frame() : NSZeroRect, shown = clipView_->bounds();
   // A document that counts upward has its start, and so the bar's, at the top.
-  const CGFloat fromTop = clipView_->isFlipped()
-                              ? shown.origin.y
-                              : 2 * document.origin.y + document.size.height - CGRectGetMaxY(shown);
+  const CGFloat fromTop =
+      clipView_->isFlipped() ? shown.origin.y : 2 * document.origin.y + document.size.height - CGRectGetMaxY(shown);
   reflect(verticalScroller_, document.origin.y, document.size.height, fromTop, shown.size.height);
   reflect(horizontalScroller_, document.origin.x, document.size.width, shown.origin.x, shown.size.width);
 }

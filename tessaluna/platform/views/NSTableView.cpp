@@ -261,9 +261,8 @@ void NSTableView::selectByKey(std::size_t row, bool extends) {
 void NSTableView::keyDown(const Ref<NSEvent>& event) {
   const bool extends = event->modifierFlags() & NSEventModifierFlagShift;
   const CGRect shown = visibleRect();
-  const auto wholeRows = std::count_if(visible_.begin(), visible_.end(), [&](const auto& entry) {
-    return NSContainsRect(shown, rectOfRow(entry.first));
-  });
+  const auto wholeRows = std::count_if(visible_.begin(), visible_.end(),
+                                       [&](const auto& entry) { return NSContainsRect(shown, rectOfRow(entry.first)); });
   const std::ptrdiff_t page = std::max<std::ptrdiff_t>(1, wholeRows - 1);
   switch (firstScalar(event->characters())) {
     case NSUpArrowFunctionKey: moveSelection(-1, extends); return;
@@ -293,8 +292,7 @@ void NSTableView::updateTrackingAreas() {
   prepareContentInRect(shownRect());
   if (trackingArea_) return;
   trackingArea_ = make<NSTrackingArea>(
-      NSZeroRect,
-      NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved,
+      NSZeroRect, NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved,
       refTo<NSResponder>(*this));
   addTrackingArea(trackingArea_);
 }

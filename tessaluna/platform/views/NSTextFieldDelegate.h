@@ -23,9 +23,7 @@ class NSTextFieldDelegate {
   virtual bool controlTextShouldBeginEditing(NSControl&, NSText&) { return true; }
   virtual bool controlTextShouldEndEditing(NSControl&, NSText&) { return true; }
   // control:textView:doCommandBySelector: is offered every command of the editor first. True if it was done here.
-  virtual bool controlTextViewDoCommandBySelector(NSControl&, NSTextView&, std::string_view /*selector*/) {
-    return false;
-  }
+  virtual bool controlTextViewDoCommandBySelector(NSControl&, NSTextView&, std::string_view /*selector*/) { return false; }
 };
 
 }  // namespace tessaluna::platform

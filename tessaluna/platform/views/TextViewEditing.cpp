@@ -155,8 +155,7 @@ void TextViewEditing::deleteSelection(NSObject*) {
 void TextViewEditing::setMarkedRange(NSRange range) {
   if (hasMarkedText()) {
     const std::size_t start = std::min(marked_.location, length());
-    textStorage()->removeAttribute(NSUnderlineStyleAttributeName,
-                                   {start, std::min(marked_.length, length() - start)});
+    textStorage()->removeAttribute(NSUnderlineStyleAttributeName, {start, std::min(marked_.length, length() - start)});
   }
   marked_ = range;
   if (hasMarkedText())

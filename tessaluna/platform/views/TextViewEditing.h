@@ -72,7 +72,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
 
   Ref<NSUndoManager> undoManager_ = make<NSUndoManager>();
   EditKind lastKind_ = EditKind::Other;
-  Selection lastSelection_;               // after the last change; typing elsewhere is another step
+  Selection lastSelection_;  // after the last change; typing elsewhere is another step
   NSRange marked_ = noRange;
   std::optional<Snapshot> beforeMarking_;
   bool hasBegun_ = false;

@@ -42,9 +42,7 @@ void TextViewLayout::setWholeText(std::u16string text) {
   storage_->setAttributedString(NSAttributedString(std::move(text), typingAttributes_));
 }
 
-Ref<NSFont> TextViewLayout::font() const {
-  return attributeObject<NSFont>(typingAttributes_, NSFontAttributeName);
-}
+Ref<NSFont> TextViewLayout::font() const { return attributeObject<NSFont>(typingAttributes_, NSFontAttributeName); }
 
 void TextViewLayout::setTypingAttribute(NSAttributedStringKey key, NSAttributeValue value) {
   typingAttributes_[key] = value;
@@ -111,8 +109,7 @@ void TextViewLayout::fitContainer() {
 void TextViewLayout::drawText() const {
   const CGPoint origin = textOrigin();
   const CGFloat padding = container_->lineFragmentPadding();
-  layoutManager_->layout().drawInRect(
-      {origin.x + padding, origin.y, frame().size.width, frame().size.height - origin.y});
+  layoutManager_->layout().drawInRect({origin.x + padding, origin.y, frame().size.width, frame().size.height - origin.y});
 }
 
 void TextViewLayout::textStorageDidProcessEditing(NSTextStorage&, NSRange, std::ptrdiff_t) {

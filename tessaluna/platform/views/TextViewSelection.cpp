@@ -44,9 +44,7 @@ void TextViewSelection::scrollRangeToVisible(NSRange range) {
   scrollRectToVisible(area);
 }
 
-bool TextViewSelection::hasKeys() const {
-  return isFirstResponder_ && window() && window()->isKeyWindow();
-}
+bool TextViewSelection::hasKeys() const { return isFirstResponder_ && window() && window()->isKeyWindow(); }
 
 void TextViewSelection::becameFirstResponder() {
   isFirstResponder_ = true;
@@ -73,15 +71,13 @@ void TextViewSelection::showCaretAnew() {
 std::size_t TextViewSelection::lineAbove(std::size_t from) const {
   const CGRect caret = caretRectForIndex(from);
   const bool isFirst = caret.origin.y <= caretRectForIndex(0).origin.y;
-  return isFirst ? 0
-                 : characterIndexForInsertionAtPoint({column_.value_or(caret.origin.x), caret.origin.y - 1});
+  return isFirst ? 0 : characterIndexForInsertionAtPoint({column_.value_or(caret.origin.x), caret.origin.y - 1});
 }
 
 std::size_t TextViewSelection::lineBelow(std::size_t from) const {
   const CGRect caret = caretRectForIndex(from);
   const bool isLast = caret.origin.y >= caretRectForIndex(length()).origin.y;
-  return isLast ? length()
-                : characterIndexForInsertionAtPoint({column_.value_or(caret.origin.x), CGRectGetMaxY(caret) + 1});
+  return isLast ? length() : characterIndexForInsertionAtPoint({column_.value_or(caret.origin.x), CGRectGetMaxY(caret) + 1});
 }
 
 std::size_t TextViewSelection::destination(TextMotion motion, std::size_t from) const {
@@ -103,10 +99,8 @@ std::size_t TextViewSelection::destination(TextMotion motion, std::size_t from) 
   switch (motion) {
     case TextMotion::Left: return destination(isTurned() ? TextMotion::Forward : TextMotion::Backward, from);
     case TextMotion::Right: return destination(isTurned() ? TextMotion::Backward : TextMotion::Forward, from);
-    case TextMotion::WordLeft:
-      return destination(isTurned() ? TextMotion::WordForward : TextMotion::WordBackward, from);
-    case TextMotion::WordRight:
-      return destination(isTurned() ? TextMotion::WordBackward : TextMotion::WordForward, from);
+    case TextMotion::WordLeft: return destination(isTurned() ? TextMotion::WordForward : TextMotion::WordBackward, from);
+    case TextMotion::WordRight: return destination(isTurned() ? TextMotion::WordBackward : TextMotion::WordForward, from);
     case TextMotion::LeftEndOfLine: return destination(isTurned() ? TextMotion::LineEnd : TextMotion::LineStart, from);
     case TextMotion::RightEndOfLine: return destination(isTurned() ? TextMotion::LineStart : TextMotion::LineEnd, from);
     case TextMotion::Backward: return characterBorderBefore(text, from);

@@ -13,11 +13,22 @@
 namespace tessaluna::platform {
 
 enum class TextMotion {
-  Left, Right, Backward, Forward,
-  WordLeft, WordRight, WordBackward, WordForward,
-  LineStart, LineEnd, LeftEndOfLine, RightEndOfLine,
-  DocumentStart, DocumentEnd,
-  Up, Down,
+  Left,
+  Right,
+  Backward,
+  Forward,
+  WordLeft,
+  WordRight,
+  WordBackward,
+  WordForward,
+  LineStart,
+  LineEnd,
+  LeftEndOfLine,
+  RightEndOfLine,
+  DocumentStart,
+  DocumentEnd,
+  Up,
+  Down,
 };
 
 class TextViewSelection : public TextViewLayout {

@@ -13,8 +13,7 @@ ViewGeometry::ViewGeometry(NSCoder& coder) : NSResponder(coder) {
   frame_ = coder.decodeRectForKey("frame");
   bounds_ = {{0, 0}, frame_.size};
   autoresizingMask_ = static_cast<std::uint32_t>(coder.decodeIntegerForKey("autoresizingMask"));
-  if (coder.containsValueForKey("autoresizesSubviews"))
-    autoresizesSubviews_ = coder.decodeBoolForKey("autoresizesSubviews");
+  if (coder.containsValueForKey("autoresizesSubviews")) autoresizesSubviews_ = coder.decodeBoolForKey("autoresizesSubviews");
 }
 
 ViewGeometry::~ViewGeometry() {
@@ -175,12 +174,12 @@ void ViewGeometry::resizeWithOldSuperviewSize(CGSize oldSize) {
   if (!superview_ || autoresizingMask_ == NSViewNotSizable) return;
   const auto has = [this](std::uint32_t bit) { return (autoresizingMask_ & bit) != 0; };
   const CGSize newSize = superview_->bounds().size;
-  const Extent x = resized({frame_.origin.x, frame_.size.width},
-                           {has(NSViewMinXMargin), has(NSViewWidthSizable), has(NSViewMaxXMargin)}, oldSize.width,
-                           newSize.width);
-  const Extent y = resized({frame_.origin.y, frame_.size.height},
-                           {has(NSViewMinYMargin), has(NSViewHeightSizable), has(NSViewMaxYMargin)}, oldSize.height,
-                           newSize.height);
+  const Extent x =
+      resized({frame_.origin.x, frame_.size.width}, {has(NSViewMinXMargin), has(NSViewWidthSizable), has(NSViewMaxXMargin)},
+              oldSize.width, newSize.width);
+  const Extent y =
+      resized({frame_.origin.y, frame_.size.height},
+              {has(NSViewMinYMargin), has(NSViewHeightSizable), has(NSViewMaxYMargin)}, oldSize.height, newSize.height);
   asView().setFrame({x.origin, y.origin, x.length, y.length});
 }
 

@@ -17,9 +17,7 @@ NSView* ViewTracking::hitTest(CGPoint point) {
 
 void ViewTracking::addTrackingArea(const Ref<NSTrackingArea>& area) { trackingAreas_.push_back(area); }
 
-void ViewTracking::removeTrackingArea(const Ref<NSTrackingArea>& area) {
-  trackingAreas_.remove(area);
-}
+void ViewTracking::removeTrackingArea(const Ref<NSTrackingArea>& area) { trackingAreas_.remove(area); }
 
 void ViewTracking::addCursorRect(CGRect rect, const Ref<NSCursor>& cursor) { cursorRects_.push_back({rect, cursor}); }
 

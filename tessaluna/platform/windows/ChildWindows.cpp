@@ -35,8 +35,8 @@ void ChildWindows::add(const Ref<NSWindow>& child) {
 }
 
 void ChildWindows::remove(NSWindow& child) {
-  const auto found = std::find_if(children_.begin(), children_.end(),
-                                  [&](const Child& entry) { return entry.window.get() == &child; });
+  const auto found =
+      std::find_if(children_.begin(), children_.end(), [&](const Child& entry) { return entry.window.get() == &child; });
   if (found == children_.end()) return;
   const Ref<NSWindow> held = found->window;
   children_.erase(found);

@@ -52,13 +52,13 @@ void NSWindow::makeNative() {
   backend::Backend* backend = backend::Backend::current();
   if (!backend) stopProgram("NSWindow: a window was shown without a backend");
   const bool isTitled = styleMask_ & NSWindowStyleMaskTitled;
-  adoptNativeWindow(backend->makeWindow(
-      *this, {.kind = isTitled ? backend::WindowKind::Titled
-                               : canBecomeKeyWindow() ? backend::WindowKind::Borderless : backend::WindowKind::Popup,
-              .content = frame_,
-              .isOpaque = isOpaque_,
-              .hasShadow = hasShadow_,
-              .canBecomeKey = canBecomeKeyWindow()}));
+  adoptNativeWindow(backend->makeWindow(*this, {.kind = isTitled               ? backend::WindowKind::Titled
+                                                        : canBecomeKeyWindow() ? backend::WindowKind::Borderless
+                                                                               : backend::WindowKind::Popup,
+                                                .content = frame_,
+                                                .isOpaque = isOpaque_,
+                                                .hasShadow = hasShadow_,
+                                                .canBecomeKey = canBecomeKeyWindow()}));
 }
 
 void NSWindow::adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native) {

@@ -8,9 +8,8 @@
 namespace tessaluna::platform {
 
 const Outlet NSWindowController::outlets_[] = {outlet<&NSWindowController::setWindow>("window")};
-const ClassInfo NSWindowController::staticClassInfo{.name = "NSWindowController",
-                                                    .base = &NSResponder::staticClassInfo,
-                                                    .outlets = NSWindowController::outlets_};
+const ClassInfo NSWindowController::staticClassInfo{
+    .name = "NSWindowController", .base = &NSResponder::staticClassInfo, .outlets = NSWindowController::outlets_};
 
 NSWindowController::NSWindowController(Ref<NSWindow> window) : window_(std::move(window)) {}
 NSWindowController::NSWindowController(std::string windowNibName) : nibName_(std::move(windowNibName)) {}

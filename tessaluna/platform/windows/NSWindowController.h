@@ -17,8 +17,8 @@ class NSWindowController : public NSResponder {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   NSWindowController() = default;
-  explicit NSWindowController(Ref<NSWindow> window);          // initWithWindow:
-  explicit NSWindowController(std::string windowNibName);     // initWithWindowNibName:
+  explicit NSWindowController(Ref<NSWindow> window);       // initWithWindow:
+  explicit NSWindowController(std::string windowNibName);  // initWithWindowNibName:
   explicit NSWindowController(NSCoder& coder) : NSResponder(coder) {}
   ~NSWindowController() override;
   void didInit() override;

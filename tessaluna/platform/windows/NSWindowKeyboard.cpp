@@ -60,9 +60,7 @@ bool NSWindow::selectKeyViewWithin(NSView& view, backend::FocusStep step) {
   return false;
 }
 
-bool NSWindow::selectNextKeyView() {
-  return contentView_ && selectKeyViewWithin(*contentView_, backend::FocusStep::Next);
-}
+bool NSWindow::selectNextKeyView() { return contentView_ && selectKeyViewWithin(*contentView_, backend::FocusStep::Next); }
 
 bool NSWindow::selectPreviousKeyView() {
   return contentView_ && selectKeyViewWithin(*contentView_, backend::FocusStep::Previous);

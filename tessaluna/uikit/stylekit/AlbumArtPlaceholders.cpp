@@ -12,8 +12,7 @@ using recipes::color;
 
 void AlbumArtPlaceholders::drawEmptyAlbumImageWithFrame(CGRect frame) {
   // Wanted: less room at the right and at the top than at the left and at the bottom.
-  constexpr SnappedEdges edges{
-      .left = {0.0625, 0}, .right = {0.9425, 0}, .bottom = {0.0625, 0}, .top = {0.9425, 0}};
+  constexpr SnappedEdges edges{.left = {0.0625, 0}, .right = {0.9425, 0}, .bottom = {0.0625, 0}, .top = {0.9425, 0}};
   constexpr CGFloat dash[] = {10, 2};
   const auto pale = color(0.927, 0.927, 0.927, 1);
   const auto path = NSBezierPath::bezierPathWithRoundedRect(snappedRect(frame, edges), 10, 10);
@@ -26,8 +25,7 @@ void AlbumArtPlaceholders::drawEmptyAlbumImageWithFrame(CGRect frame) {
 }
 
 void AlbumArtPlaceholders::drawMissingAlbumArtWithFrame(CGRect frame) {
-  constexpr SnappedEdges discEdges{
-      .left = {0.1, 0.5}, .right = {0.9, 0.5}, .bottom = {0.1, 0.5}, .top = {0.9, 0.5}};
+  constexpr SnappedEdges discEdges{.left = {0.1, 0.5}, .right = {0.9, 0.5}, .bottom = {0.1, 0.5}, .top = {0.9, 0.5}};
   constexpr SnappedEdges middleEdges{
       .left = {0.45625, 0.5}, .right = {0.54375, 0.5}, .bottom = {0.45625, 0.5}, .top = {0.54375, 0.5}};
   constexpr auto rimAndLabel = listing<

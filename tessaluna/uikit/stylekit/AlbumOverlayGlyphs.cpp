@@ -18,8 +18,7 @@ void paintDisc(CGRect frame, const recipes::OverlayLook& look) {
 
 }  // namespace
 
-void AlbumOverlayGlyphs::drawPlayPauseAlbumOverlayWithFrame(CGRect frame, bool isPressed, bool isOver,
-                                                            bool isPlaying) {
+void AlbumOverlayGlyphs::drawPlayPauseAlbumOverlayWithFrame(CGRect frame, bool isPressed, bool isOver, bool isPlaying) {
   CGContext& context = NSGraphicsContext::currentCgContext();
   const auto look = recipes::overlayLook(isPressed, isOver);
   const auto shadow = recipes::kitShadow();  // in every state, though only the bars show it
@@ -66,8 +65,7 @@ void AlbumOverlayGlyphs::drawPlayingAlbumOverlayWithFrame(CGRect frame, bool isP
   strokePart(thirdWave, NSRoundLineCapStyle);
 }
 
-void AlbumOverlayGlyphs::drawFavoriteAlbumOverlayWithFrame(CGRect frame, bool isSelected, bool isPressed,
-                                                           bool isOver) {
+void AlbumOverlayGlyphs::drawFavoriteAlbumOverlayWithFrame(CGRect frame, bool isSelected, bool isPressed, bool isOver) {
   constexpr auto heart = listing<
       "M (0.70335, 0.89474), C (0.5, 0.77567; 0.61843, 0.89474; 0.5437, 0.8474), "
       "C (0.29665, 0.89474; 0.4563, 0.8474; 0.38157, 0.89474), "

@@ -34,8 +34,7 @@ CGRect highResFrame(CGRect frame) {
 void Badges::drawMqaLogoWithButtonFrame(CGRect buttonFrame, bool enabled) {
   constexpr SnappedEdges dotEdges{
       .left = {0.84615, 0.5}, .right = {0.96923, 0.5}, .bottom = {0.27778, 0.5}, .top = {0.66667, 0.5}};
-  constexpr SnappedEdges restEdges{
-      .left = {0, 0.5}, .right = {0.77416, 0.18}, .bottom = {0, 0.5}, .top = {0.98933, -0.31}};
+  constexpr SnappedEdges restEdges{.left = {0, 0.5}, .right = {0.77416, 0.18}, .bottom = {0, 0.5}, .top = {0.98933, -0.31}};
   constexpr SnappedEdges tailOfQEdges{
       .left = {0.69455, -0.45}, .right = {0.8118, -0.35}, .bottom = {0.27796, -0.45}, .top = {0.3622, 0.05}};
   const auto blue = color(0, 0.498, 1, 1);
@@ -52,8 +51,7 @@ void Badges::drawMqaLogoWithButtonFrame(CGRect buttonFrame, bool enabled) {
 }
 
 void Badges::drawHighResAudioLogoWithFrame(CGRect frame) {
-  constexpr SnappedEdges groundEdges{
-      .left = {0, 0.5}, .right = {1, 0.05}, .bottom = {0, 0.5}, .top = {1, -0.25}};
+  constexpr SnappedEdges groundEdges{.left = {0, 0.5}, .right = {1, 0.05}, .bottom = {0, 0.5}, .top = {1, -0.25}};
   constexpr SnappedEdges middleSquareEdges{
       .left = {0.35397, -0.1}, .right = {0.55728, 0.35}, .bottom = {0.35873, -0.35}, .top = {0.63774, 0.1}};
   constexpr SnappedEdges upperSquareEdges{

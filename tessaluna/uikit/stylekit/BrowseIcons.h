@@ -25,9 +25,7 @@ struct BrowseIcons {
   // A hexagon around the letter R or D. The hexagon's line is 3 points wide at any frame.
   static void drawTidalIconRising(CGRect frame = {0, 0, 50, 50}) { drawTidalIconRisingWithFrame(frame); }
   static void drawTidalIconRisingWithFrame(CGRect frame);
-  static void drawTidalIconDiscovery(CGRect frame = {0, 0, 50, 50}) {
-    drawTidalIconDiscoveryWithFrame(frame);
-  }
+  static void drawTidalIconDiscovery(CGRect frame = {0, 0, 50, 50}) { drawTidalIconDiscoveryWithFrame(frame); }
   static void drawTidalIconDiscoveryWithFrame(CGRect frame);
 
   // A magnifying glass that never scales, as the star.

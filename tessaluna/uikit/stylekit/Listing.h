@@ -153,13 +153,15 @@ template <ListingText text>
 inline constexpr ListingView listing = compiledListing<text>;
 
 // The point at the fractions of a frame: minX + width * x, minY + height * y, without rounding.
-constexpr tessaluna::platform::CGPoint pointInFrame(tessaluna::platform::CGRect frame, tessaluna::platform::CGPoint fraction) {
+constexpr tessaluna::platform::CGPoint pointInFrame(tessaluna::platform::CGRect frame,
+                                                    tessaluna::platform::CGPoint fraction) {
   return {CGRectGetMinX(frame) + CGRectGetWidth(frame) * fraction.x,
           CGRectGetMinY(frame) + CGRectGetHeight(frame) * fraction.y};
 }
 
 // Adds the outline to a path, or makes a path of it.
 void appendListing(tessaluna::platform::NSBezierPath& path, tessaluna::platform::CGRect frame, ListingView outline);
-tessaluna::platform::Ref<tessaluna::platform::NSBezierPath> pathInFrame(tessaluna::platform::CGRect frame, ListingView outline);
+tessaluna::platform::Ref<tessaluna::platform::NSBezierPath> pathInFrame(tessaluna::platform::CGRect frame,
+                                                                        ListingView outline);
 
 }  // namespace TessalunaUIKit

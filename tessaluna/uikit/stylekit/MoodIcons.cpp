@@ -22,52 +22,30 @@ void drawMood(CGRect frame, ListingView outline, bool isWhite) {
 
 }  // namespace
 
-void MoodIcons::drawMoodRelaxWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodRelax, isWhite);
-}
+void MoodIcons::drawMoodRelaxWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodRelax, isWhite); }
 
-void MoodIcons::drawMoodPartyWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodParty, isWhite);
-}
+void MoodIcons::drawMoodPartyWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodParty, isWhite); }
 
-void MoodIcons::drawMoodWorkoutWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodWorkout, isWhite);
-}
+void MoodIcons::drawMoodWorkoutWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodWorkout, isWhite); }
 
-void MoodIcons::drawMoodLoveWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodLove, isWhite);
-}
+void MoodIcons::drawMoodLoveWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodLove, isWhite); }
 
-void MoodIcons::drawMoodFocusWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodFocus, isWhite);
-}
+void MoodIcons::drawMoodFocusWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodFocus, isWhite); }
 
-void MoodIcons::drawMoodDinnerWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodDinner, isWhite);
-}
+void MoodIcons::drawMoodDinnerWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodDinner, isWhite); }
 
 void MoodIcons::drawMoodCelebritiesWithFrame(CGRect frame, bool isWhite) {
   drawMood(frame, listings::moodCelebrities, isWhite);
 }
 
-void MoodIcons::drawMoodMediaWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodMedia, isWhite);
-}
+void MoodIcons::drawMoodMediaWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodMedia, isWhite); }
 
-void MoodIcons::drawMoodSeasonalWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodSeasonal, isWhite);
-}
+void MoodIcons::drawMoodSeasonalWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodSeasonal, isWhite); }
 
-void MoodIcons::drawMoodHistoryWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodHistory, isWhite);
-}
+void MoodIcons::drawMoodHistoryWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodHistory, isWhite); }
 
-void MoodIcons::drawMoodChartsWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodCharts, isWhite);
-}
+void MoodIcons::drawMoodChartsWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodCharts, isWhite); }
 
-void MoodIcons::drawMoodEventsWithFrame(CGRect frame, bool isWhite) {
-  drawMood(frame, listings::moodEvents, isWhite);
-}
+void MoodIcons::drawMoodEventsWithFrame(CGRect frame, bool isWhite) { drawMood(frame, listings::moodEvents, isWhite); }
 
 }  // namespace TessalunaUIKit

@@ -24,8 +24,8 @@ void drawInnerShadow(CGContext& context, const NSBezierPath& path, const NSShado
   CGContextBeginTransparencyLayer(context);
   // The inner layer holds the shape in the opaque shadow's color. Composited "source out" it first leaves its shadow, which
   // lies askew under it, and then itself only where that shadow is thin: along the edge that the shadow has left.
-  const auto opaque = make<NSShadow>(shadow.shadowColor()->colorWithAlphaComponent(1), shadow.shadowOffset(),
-                                     shadow.shadowBlurRadius());
+  const auto opaque =
+      make<NSShadow>(shadow.shadowColor()->colorWithAlphaComponent(1), shadow.shadowOffset(), shadow.shadowBlurRadius());
   opaque->set();
   CGContextSetBlendMode(context, kCGBlendModeSourceOut);
   CGContextBeginTransparencyLayer(context);

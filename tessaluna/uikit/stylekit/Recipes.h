@@ -26,6 +26,7 @@ tessaluna::platform::Ref<tessaluna::platform::NSGradient> transportGradient();
 
 // A soft shadow along the inside of the path's edge, over what the path has just been filled with. It runs in full also
 // when the shadow's color is clear and it leaves no mark.
-void drawInnerShadow(tessaluna::platform::CGContext& context, const tessaluna::platform::NSBezierPath& path, const tessaluna::platform::NSShadow& shadow);
+void drawInnerShadow(tessaluna::platform::CGContext& context, const tessaluna::platform::NSBezierPath& path,
+                     const tessaluna::platform::NSShadow& shadow);
 
 }  // namespace TessalunaUIKit::recipes

@@ -40,7 +40,7 @@ struct Routine {
   // With one value for each flag.
   void (*draw)(tessaluna::platform::CGRect frame, std::span<const bool> flags) = nullptr;
   tessaluna::platform::Ref<tessaluna::platform::NSImage> (*image)(tessaluna::platform::CGSize size,
-                                            std::span<const bool> flags) = nullptr;  // or absent
+                                                                  std::span<const bool> flags) = nullptr;  // or absent
   // With all arguments left to their defaults.
   void (*drawByDefault)() = nullptr;
   tessaluna::platform::Ref<tessaluna::platform::NSImage> (*imageByDefault)() = nullptr;

@@ -8,8 +8,7 @@ namespace TessalunaUIKit {
 
 using namespace tessaluna::platform;
 
-const ClassInfo TessalunaLogo::staticClassInfo{.name = "TessalunaUIKit.TessalunaLogo",
-                                               .base = &NSView::staticClassInfo};
+const ClassInfo TessalunaLogo::staticClassInfo{.name = "TessalunaUIKit.TessalunaLogo", .base = &NSView::staticClassInfo};
 
 void TessalunaLogo::drawRect(CGRect) {
   const auto path = pathInFrame(bounds(), listings::tessalunaLogo);

@@ -2,7 +2,7 @@
 
 namespace TessalunaUIKit {
 
-const tessaluna::platform::ClassInfo TessalunaStyleKit::staticClassInfo{.name = "TessalunaUIKit.TessalunaStyleKit",
-                                                             .base = &tessaluna::platform::NSObject::staticClassInfo};
+const tessaluna::platform::ClassInfo TessalunaStyleKit::staticClassInfo{
+    .name = "TessalunaUIKit.TessalunaStyleKit", .base = &tessaluna::platform::NSObject::staticClassInfo};
 
 }  // namespace TessalunaUIKit

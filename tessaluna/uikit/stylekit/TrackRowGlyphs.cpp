@@ -7,11 +7,9 @@ namespace TessalunaUIKit {
 using namespace tessaluna::platform;
 using recipes::color;
 
-void TrackRowGlyphs::drawTrackRowPlayPauseWithFrame(CGRect frame, bool isPressed, bool isOver,
-                                                    bool isPlaying) {
+void TrackRowGlyphs::drawTrackRowPlayPauseWithFrame(CGRect frame, bool isPressed, bool isOver, bool isPlaying) {
   // Only the disc snaps; the mark is proportional.
-  constexpr SnappedEdges discEdges{
-      .left = {0.03333, 0}, .right = {0.96667, 0}, .bottom = {0.03333, 0}, .top = {0.96667, 0}};
+  constexpr SnappedEdges discEdges{.left = {0.03333, 0}, .right = {0.96667, 0}, .bottom = {0.03333, 0}, .top = {0.96667, 0}};
   CGContext& context = NSGraphicsContext::currentCgContext();
   const auto look = recipes::overlayLook(isPressed, isOver);
   const auto shadow = recipes::kitShadow();  // in every state, though only the bars show it

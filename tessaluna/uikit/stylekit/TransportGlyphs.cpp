@@ -109,10 +109,8 @@ void TransportGlyphs::drawShuffleWithButtonFrame(CGRect frame, bool isSelected, 
 }
 
 void TransportGlyphs::drawInvertPolarityWithButtonFrame(CGRect frame) {
-  constexpr SnappedEdges groupEdges{.left = {0.0625, 0.5},
-                                    .right = {0.95377, -0.02},
-                                    .bottom = {0.21875, 0.5},
-                                    .top = {0.84375, 0.5}};
+  constexpr SnappedEdges groupEdges{
+      .left = {0.0625, 0.5}, .right = {0.95377, -0.02}, .bottom = {0.21875, 0.5}, .top = {0.84375, 0.5}};
   constexpr auto plus = listing<
       "M (0, 0.65148), L (0, 0.74794), L (0.17588, 0.74794), L (0.17588, 1), L (0.24487, 1), L (0.24487, 0.74794), "
       "L (0.42075, 0.74794), L (0.42075, 0.65148), L (0.24487, 0.65148), L (0.24487, 0.4), L (0.17588, 0.4), "

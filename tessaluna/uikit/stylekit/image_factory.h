@@ -21,7 +21,8 @@ class ImageRoutine;
 template <class... Flags, void (*draw)(tessaluna::platform::CGRect, Flags...)>
 class ImageRoutine<draw> {
  public:
-  tessaluna::platform::Ref<tessaluna::platform::NSImage> operator()(tessaluna::platform::CGSize imageSize, Flags... flags) const {
+  tessaluna::platform::Ref<tessaluna::platform::NSImage> operator()(tessaluna::platform::CGSize imageSize,
+                                                                    Flags... flags) const {
     // The destination is not looked at: the frame is the image's own.
     return tessaluna::platform::NSImage::imageWithSize(imageSize, false, [imageSize, flags...](tessaluna::platform::CGRect) {
       draw({{0, 0}, imageSize}, flags...);

@@ -11,8 +11,7 @@ using namespace tessaluna::platform;
 const ClassInfo FlatTextFieldCell::staticClassInfo{.name = "TessalunaUIKit.FlatTextFieldCell",
                                                    .base = &SuggestibleTextFieldCell::staticClassInfo};
 
-FlatTextFieldCell::FlatTextFieldCell(NSCoder& coder)
-    : SuggestibleTextFieldCell(coder), borderColor_(NSColor::blackColor()) {
+FlatTextFieldCell::FlatTextFieldCell(NSCoder& coder) : SuggestibleTextFieldCell(coder), borderColor_(NSColor::blackColor()) {
   setDrawsBackground(false);
 }
 

@@ -16,7 +16,9 @@ class SuggestibleTextFieldCell : public tessaluna::platform::NSTextFieldCell {
 
   // The open pop-up; absent when there is none. Set and cleared by the pop-up's controller, and not kept alive.
   tessaluna::platform::Ref<tessaluna::platform::NSWindow> suggestionsWindow() const { return suggestionsWindow_.lock(); }
-  void setSuggestionsWindow(const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& window) { suggestionsWindow_ = window; }
+  void setSuggestionsWindow(const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& window) {
+    suggestionsWindow_ = window;
+  }
 
   // Those of the stock cell, and with a pop-up its list behind them. A pop-up without any element stops the program; so does
   // the attribute of children, if it is no list while there is a pop-up.

@@ -22,8 +22,12 @@ class SuggestionItemViewController : public tessaluna::platform::NSViewControlle
   const std::optional<Suggestion>& suggestion() const { return suggestion_; }
   void setSuggestion(std::optional<Suggestion> suggestion);
 
-  const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& labelTextField() const { return labelTextField_.optional(); }
-  void setLabelTextField(tessaluna::platform::Ref<tessaluna::platform::NSTextField> field) { labelTextField_ = std::move(field); }
+  const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& labelTextField() const {
+    return labelTextField_.optional();
+  }
+  void setLabelTextField(tessaluna::platform::Ref<tessaluna::platform::NSTextField> field) {
+    labelTextField_ = std::move(field);
+  }
   const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& detailedLabelTextField() const {
     return detailedLabelTextField_.optional();
   }
@@ -37,8 +41,10 @@ class SuggestionItemViewController : public tessaluna::platform::NSViewControlle
   static const tessaluna::platform::Outlet outlets_[];
 
   std::optional<Suggestion> suggestion_;
-  tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSTextField>> labelTextField_{"labelTextField"};
-  tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSTextField>> detailedLabelTextField_{"detailedLabelTextField"};
+  tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSTextField>> labelTextField_{
+      "labelTextField"};
+  tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSTextField>> detailedLabelTextField_{
+      "detailedLabelTextField"};
   tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSImageView>> imageView_{"imageView"};
 };
 

@@ -14,8 +14,8 @@ class SuggestionsWindow : public tessaluna::platform::NSWindow {
 
   SuggestionsWindow(tessaluna::platform::CGRect contentRect, bool defer);
   // Wanted: borderless whatever the style mask says.
-  SuggestionsWindow(tessaluna::platform::CGRect contentRect, std::uint32_t styleMask, tessaluna::platform::NSBackingStoreType backing,
-                    bool defer);
+  SuggestionsWindow(tessaluna::platform::CGRect contentRect, std::uint32_t styleMask,
+                    tessaluna::platform::NSBackingStoreType backing, bool defer);
 
   // The cell of the field that the pop-up belongs to while it is open; not kept alive.
   tessaluna::platform::Ref<SuggestibleTextFieldCell> parentElement() const { return parentElement_.lock(); }

@@ -23,8 +23,8 @@ namespace {
 
 constexpr CGRect startFrame{0, 0, 20, 20};
 constexpr CGFloat gapBelowField = 2;
-constexpr NSEventMask anyMouseDown = maskOf(NSEventType::LeftMouseDown) | maskOf(NSEventType::RightMouseDown) |
-                                     maskOf(NSEventType::OtherMouseDown);
+constexpr NSEventMask anyMouseDown =
+    maskOf(NSEventType::LeftMouseDown) | maskOf(NSEventType::RightMouseDown) | maskOf(NSEventType::OtherMouseDown);
 static_assert(anyMouseDown == 0x200000A);
 
 template <class T>
@@ -186,15 +186,13 @@ void SuggestionsWindowController::beginForTextField(const Ref<NSTextField>& fiel
 }
 
 // Wanted: what an earlier begin installed is not removed.
-void SuggestionsWindowController::installMonitorAndObserver(const Ref<SuggestionsWindow>& popUp,
-                                                            const Ref<NSWindow>& parent, const Ref<NSTextField>& field) {
+void SuggestionsWindowController::installMonitorAndObserver(const Ref<SuggestionsWindow>& popUp, const Ref<NSWindow>& parent,
+                                                            const Ref<NSTextField>& field) {
   const Unowned<SuggestionsWindowController> self(refTo(*this));
   localMouseDownEventMonitor_ = NSEvent::addLocalMonitorForEventsMatchingMask(
-      anyMouseDown,
-      [=](const Ref<NSEvent>& event) { return self->mouseWentDown(event, popUp, parent, field); });
+      anyMouseDown, [=](const Ref<NSEvent>& event) { return self->mouseWentDown(event, popUp, parent, field); });
   lostFocusObserver_ = NSNotificationCenter::defaultCenter().addObserverForName(
-      NSWindowDidResignKeyNotification, parent, nullptr,
-      [=](const Ref<NSNotification>&) { self->cancelSuggestions(); });
+      NSWindowDidResignKeyNotification, parent, nullptr, [=](const Ref<NSNotification>&) { self->cancelSuggestions(); });
 }
 
 Ref<NSEvent> SuggestionsWindowController::mouseWentDown(const Ref<NSEvent>& event, const Ref<SuggestionsWindow>& popUp,
@@ -244,8 +242,7 @@ void SuggestionsWindowController::cancelSuggestions() {
 // The rows.
 
 Ref<NSTrackingArea> SuggestionsWindowController::trackingAreaForView(const Ref<HighlightingView>& view) {
-  constexpr auto options =
-      NSTrackingEnabledDuringMouseDrag | NSTrackingMouseEnteredAndExited | NSTrackingActiveInActiveApp;
+  constexpr auto options = NSTrackingEnabledDuringMouseDrag | NSTrackingMouseEnteredAndExited | NSTrackingActiveInActiveApp;
   static_assert(options == 0x441);
   return make<NSTrackingArea>(fullContentView_->convertRectFromView(view->bounds(), view.get()), options,
                               refTo<NSResponder>(*this), NSTrackingArea::UserInfo{{std::string(trackerKey()), view}});
@@ -256,8 +253,7 @@ void SuggestionsWindowController::layoutSuggestions() {
   const Ref<NSView> content = fullContentView_.optional();
   if (!popUp || !content) return;
   setSelectedView(nullptr);
-  for (const ItemRef& item : viewControllers_.value_or(std::vector<ItemRef>()))
-    item->view()->removeFromSuperview();
+  for (const ItemRef& item : viewControllers_.value_or(std::vector<ItemRef>())) item->view()->removeFromSuperview();
   viewControllers_.emplace();
   if (trackingAreas_)
     for (const Ref<NSTrackingArea>& area : *trackingAreas_) content->removeTrackingArea(area);

@@ -35,7 +35,8 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
 
   SuggestionsWindowController();
   explicit SuggestionsWindowController(tessaluna::platform::NSCoder& coder);  // has nothing to show
-  explicit SuggestionsWindowController(tessaluna::platform::Ref<tessaluna::platform::NSWindow> window);  // not supported: stops the program
+  explicit SuggestionsWindowController(
+      tessaluna::platform::Ref<tessaluna::platform::NSWindow> window);  // not supported: stops the program
 
   // Told of what the user selects; not kept alive.
   tessaluna::platform::Ref<SuggestionsWindowTarget> target() const { return target_.lock(); }
@@ -85,15 +86,18 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   template <class Iterator>
   void selectBefore(Iterator first, Iterator last);
   void layoutSuggestions();
-  tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingAreaForView(const tessaluna::platform::Ref<HighlightingView>& view);
-  tessaluna::platform::CGPoint locationBelow(const tessaluna::platform::NSTextField& field, tessaluna::platform::NSWindow& fieldWindow) const;
+  tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingAreaForView(
+      const tessaluna::platform::Ref<HighlightingView>& view);
+  tessaluna::platform::CGPoint locationBelow(const tessaluna::platform::NSTextField& field,
+                                             tessaluna::platform::NSWindow& fieldWindow) const;
   void installMonitorAndObserver(const tessaluna::platform::Ref<SuggestionsWindow>& popUp,
                                  const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& parent,
                                  const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
-  tessaluna::platform::Ref<tessaluna::platform::NSEvent> mouseWentDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event,
-                                                 const tessaluna::platform::Ref<SuggestionsWindow>& popUp,
-                                                 const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& parent,
-                                                 const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
+  tessaluna::platform::Ref<tessaluna::platform::NSEvent> mouseWentDown(
+      const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event,
+      const tessaluna::platform::Ref<SuggestionsWindow>& popUp,
+      const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& parent,
+      const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
 
   tessaluna::platform::WeakRef<SuggestionsWindowTarget> target_;
   tessaluna::platform::Required<std::string> suggestionPrototype_{"suggestionPrototype"};

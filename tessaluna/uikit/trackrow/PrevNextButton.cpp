@@ -7,8 +7,7 @@ namespace TessalunaUIKit {
 
 using namespace tessaluna::platform;
 
-const ClassInfo PrevNextButton::staticClassInfo{.name = "TessalunaUIKit.PrevNextButton",
-                                                .base = &NSButton::staticClassInfo};
+const ClassInfo PrevNextButton::staticClassInfo{.name = "TessalunaUIKit.PrevNextButton", .base = &NSButton::staticClassInfo};
 
 // The base class draws bezel and title: it is not called.
 void PrevNextButton::drawRect(CGRect rect) {

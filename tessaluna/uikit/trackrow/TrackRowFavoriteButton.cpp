@@ -10,8 +10,7 @@ const ClassInfo TrackRowFavoriteButton::staticClassInfo{.name = "TessalunaUIKit.
                                                         .base = &NSView::staticClassInfo};
 
 void TrackRowFavoriteButton::drawRect(CGRect) {
-  if (hasMouseOnRow())
-    TessalunaStyleKit::drawFavoriteAlbumOverlay(bounds(), isFavorite_, isPressed(), mouseInside());
+  if (hasMouseOnRow()) TessalunaStyleKit::drawFavoriteAlbumOverlay(bounds(), isFavorite_, isPressed(), mouseInside());
 }
 
 }  // namespace TessalunaUIKit

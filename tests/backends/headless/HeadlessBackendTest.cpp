@@ -30,8 +30,8 @@ using Log = std::vector<std::string>;
 class HeadlessBackendTest : public testing::Test {
  protected:
   std::unique_ptr<HeadlessWindow> makeWindow(CGRect content = {10, 20, 40, 30}, bool canBecomeKey = true) {
-    std::unique_ptr<NativeWindow> window = desktop.makeWindow(
-        client, {.kind = WindowKind::Titled, .content = content, .canBecomeKey = canBecomeKey});
+    std::unique_ptr<NativeWindow> window =
+        desktop.makeWindow(client, {.kind = WindowKind::Titled, .content = content, .canBecomeKey = canBecomeKey});
     return std::unique_ptr<HeadlessWindow>(static_cast<HeadlessWindow*>(window.release()));
   }
   HeadlessBackend desktop;
@@ -42,9 +42,7 @@ constexpr CGRect usual{0, 0, 1440, 900};
 
 }  // namespace
 
-TEST_F(HeadlessBackendTest, IsTheCurrentBackendWhileItLives) {
-  EXPECT_EQ(Backend::current(), &desktop);
-}
+TEST_F(HeadlessBackendTest, IsTheCurrentBackendWhileItLives) { EXPECT_EQ(Backend::current(), &desktop); }
 
 TEST(HeadlessBackend, TheCurrentBackendIsAbsentOnceItHasGone) {
   { const HeadlessBackend desktop; }

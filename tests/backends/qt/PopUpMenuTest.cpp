@@ -4,7 +4,6 @@
 
 #include "tests/backends/qt/QtTest.h"
 
-
 namespace tessaluna::backend::qt {
 
 using namespace tessaluna::platform;
@@ -28,8 +27,7 @@ class PopUpMenuTest : public QtTest {
 
   static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 
-  Ref<NSWindow> window =
-      make<NSWindow>(CGRect{10, 20, 100, 100}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+  Ref<NSWindow> window = make<NSWindow>(CGRect{10, 20, 100, 100}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
   std::vector<Choice> choices;
 };
 

@@ -15,8 +15,7 @@ constexpr Selector clicksSelectors[] = {action<&Clicks::clicked>("clicked:")};
 
 }  // namespace
 
-const ClassInfo Clicks::staticClassInfo{
-    .name = "Clicks", .base = &NSObject::staticClassInfo, .selectors = clicksSelectors};
+const ClassInfo Clicks::staticClassInfo{.name = "Clicks", .base = &NSObject::staticClassInfo, .selectors = clicksSelectors};
 
 void Witness::drawRect(CGRect rect) {
   draws.push_back(rect);

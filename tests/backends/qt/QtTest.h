@@ -5,11 +5,11 @@
 
 #include <QApplication>
 #include <QWindow>
-#include <QtTest/QTest>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+#include <QtTest/QTest>
 
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/QtNativeWindow.h"
@@ -36,7 +36,8 @@ class QtTest : public testing::Test {
   }
 
   QtBackend desktop;
-  tessaluna::platform::Ref<tessaluna::platform::NSApplication> application = tessaluna::platform::NSApplication::sharedApplication();
+  tessaluna::platform::Ref<tessaluna::platform::NSApplication> application =
+      tessaluna::platform::NSApplication::sharedApplication();
 };
 
 // The target of controls.

@@ -235,8 +235,8 @@ TEST_F(QtViewWidgetPress, PressOnAForeignWidgetIsAnEventWithoutAWindow) {
   const QtViewWidget* widget = embed(view);
   show();
   std::vector<Ref<NSEvent>> seen;
-  const auto token = NSEvent::addLocalMonitorForEventsMatchingMask(
-      maskOf(NSEventType::LeftMouseDown), [&](const Ref<NSEvent>& event) {
+  const auto token =
+      NSEvent::addLocalMonitorForEventsMatchingMask(maskOf(NSEventType::LeftMouseDown), [&](const Ref<NSEvent>& event) {
         seen.push_back(event);
         return event;
       });

@@ -5,8 +5,8 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QtTest/qtestspontaneevent.h>
 #include <cmath>
+#include <QtTest/qtestspontaneevent.h>
 
 #include "tessaluna/backends/qt/EmbeddingHosts.h"
 #include "tessaluna/backends/qt/KeptPicture.h"
@@ -134,7 +134,8 @@ TEST_F(QtViewWidgetTest, ViewLiesWhereItsWidgetLies) {
   EXPECT_NEAR(CGRectGetMinY(onScreen), CGRectGetMinY(expected), away);
   EXPECT_NEAR(CGRectGetMaxY(onScreen), CGRectGetMaxY(expected), away);
   const CGRect inWindow = view->convertRectToView(view->bounds(), nullptr);
-  for (const double edge : {CGRectGetMinX(inWindow), CGRectGetMaxX(inWindow), CGRectGetMinY(inWindow), CGRectGetMaxY(inWindow)})
+  for (const double edge :
+       {CGRectGetMinX(inWindow), CGRectGetMaxX(inWindow), CGRectGetMinY(inWindow), CGRectGetMaxY(inWindow)})
     EXPECT_NEAR(edge * scale, std::round(edge * scale), 1e-6);
 }
 

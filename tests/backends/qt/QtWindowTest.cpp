@@ -187,8 +187,8 @@ TEST_F(QtWindowTest, MoveByTheDesktopIsTold) {
 }
 
 TEST_F(QtWindowTest, PlaceBetweenPointsStaysWhatItIs) {
-  const auto window = make<NSWindow>(CGRect{100.5, 200.25, 120.5, 80}, NSWindowStyleMaskBorderless,
-                                     NSBackingStoreBuffered, true);
+  const auto window =
+      make<NSWindow>(CGRect{100.5, 200.25, 120.5, 80}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
   window->orderFront(nullptr);
   settle();
   EXPECT_EQ(window->frame(), (CGRect{100.5, 200.25, 120.5, 80}));
@@ -269,8 +269,6 @@ TEST_F(QtWindowTest, LeavesNothingBehind) {
   EXPECT_EQ(QGuiApplication::allWindows().size(), before - 1);
 }
 
-TEST_F(QtWindowDeathTest, SecondBackendStopsTheProgram) {
-  EXPECT_DEATH(QtBackend(), "second backend");
-}
+TEST_F(QtWindowDeathTest, SecondBackendStopsTheProgram) { EXPECT_DEATH(QtBackend(), "second backend"); }
 
 }  // namespace tessaluna::backend::qt

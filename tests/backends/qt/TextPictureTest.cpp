@@ -71,8 +71,7 @@ QImage kitsPage(double scale) {
     const Color& color = writing.color;
     NSAttributes attributes;
     attributes[NSFontAttributeName] = fontOf(writing);
-    attributes[NSForegroundColorAttributeName] =
-        NSColor::colorWithSRGBRed(color.red, color.green, color.blue, color.alpha);
+    attributes[NSForegroundColorAttributeName] = NSColor::colorWithSRGBRed(color.red, color.green, color.blue, color.alpha);
     const double height = heightOf(writing);
     drawInRect(writing.text, {leftEdge, top - height, 2 * pageWidth, height}, attributes);
     top -= height;
@@ -102,8 +101,8 @@ QImage painterPage(double scale) {
 }
 
 struct Difference {
-  double onAverage = 0;  // over all channels of all pixels, of 255
-  double whereInk = 0;   // over the pixels that are not blank on both pages
+  double onAverage = 0;                   // over all channels of all pixels, of 255
+  double whereInk = 0;                    // over the pixels that are not blank on both pages
   double inkOfKit = 0, inkOfPainter = 0;  // how far from white a page is, on average
 };
 

@@ -107,7 +107,9 @@ TEST_F(TextInput, TheClipboardIsTheDesktops) {
   QTest::keyClick(&native, Qt::Key_Insert, Qt::ControlModifier);
   QTest::keyClick(&native, Qt::Key_End);
   QTest::keyClick(&native, Qt::Key_Insert, Qt::ShiftModifier);
-  EXPECT_EQ(field->stringValue(), "caf\u00E9" "caf\u00E9");
+  EXPECT_EQ(field->stringValue(),
+            "caf\u00E9"
+            "caf\u00E9");
 }
 
 TEST_F(TextInput, WhatIsComposedStandsInTheTextUntilItIsCommitted) {
@@ -126,7 +128,9 @@ TEST_F(TextInput, WhatIsComposedStandsInTheTextUntilItIsCommitted) {
 TEST_F(TextInput, AnEmbeddedFieldIsComposedInAsWell) {
   QtViewWidget& widget = showInWidget();
   compose(widget, "n", "\u304B");
-  EXPECT_EQ(field->stringValue(), "\u304B" "n");
+  EXPECT_EQ(field->stringValue(),
+            "\u304B"
+            "n");
   EXPECT_EQ(editor()->markedRange(), (NSRange{1, 1}));
   EXPECT_EQ(asked(widget, Qt::ImEnabled), QVariant(true));
 }

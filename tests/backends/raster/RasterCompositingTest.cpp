@@ -36,11 +36,10 @@ const Path halfGround = Path::rect({0, 0, 20, 40});
 void begin(RasterCanvas& canvas) { fill(canvas, halfGround, ground); }
 void begin(ReferencePicture& picture) { picture.paint(ground, picture.fill(halfGround)); }
 
-constexpr BlendMode allModes[] = {
-    BlendMode::Normal,          BlendMode::Clear,         BlendMode::Copy,
-    BlendMode::SourceIn,        BlendMode::SourceOut,     BlendMode::SourceAtop,
-    BlendMode::DestinationOver, BlendMode::DestinationIn, BlendMode::DestinationOut,
-    BlendMode::DestinationAtop, BlendMode::Xor,           BlendMode::PlusLighter};
+constexpr BlendMode allModes[] = {BlendMode::Normal,          BlendMode::Clear,         BlendMode::Copy,
+                                  BlendMode::SourceIn,        BlendMode::SourceOut,     BlendMode::SourceAtop,
+                                  BlendMode::DestinationOver, BlendMode::DestinationIn, BlendMode::DestinationOut,
+                                  BlendMode::DestinationAtop, BlendMode::Xor,           BlendMode::PlusLighter};
 
 Color mixed(const Color& a, const Color& b, double f) {
   return {a.red + (b.red - a.red) * f, a.green + (b.green - a.green) * f, a.blue + (b.blue - a.blue) * f,
@@ -127,8 +126,7 @@ TEST(RasterGradient, UpwardsWithThreeStops) {
                    [&](ReferencePicture& picture) {
                      const auto colorAt = [&](CGPoint p) {
                        const double t = std::clamp((p.y - 4.1) / 32.1, 0.0, 1.0);
-                       return t < 0.43 ? mixed(low, middle, t / 0.43)
-                                       : mixed(middle, high, (t - 0.43) / 0.57);
+                       return t < 0.43 ? mixed(low, middle, t / 0.43) : mixed(middle, high, (t - 0.43) / 0.57);
                      };
                      picture.paint(colorAt, picture.fill(triangle()));
                    }});
@@ -155,15 +153,15 @@ TEST(RasterGradient, SlantedWithAlphaOverAGround) {
 
 TEST(RasterGradient, TwoStopsAtOnePlaceAreAHardEdge) {
   const GradientStop stops[] = {{0, ink}, {0.5, ink}, {0.5, glass}, {1, glass}};
-  expectRight({.draw =
-                   [&](RasterCanvas& canvas) {
-                     canvas.fillGradient(Path::rect({4, 4, 32, 32}), nonZero, {stops, {4, 0}, {36, 0}});
-                   },
-               .expect =
-                   [&](ReferencePicture& picture) {
-                     picture.paint([](CGPoint p) { return p.x < 20 ? ink : glass; },
-                                   picture.fill(Path::rect({4, 4, 32, 32})));
-                   }});
+  expectRight(
+      {.draw =
+           [&](RasterCanvas& canvas) {
+             canvas.fillGradient(Path::rect({4, 4, 32, 32}), nonZero, {stops, {4, 0}, {36, 0}});
+           },
+       .expect =
+           [&](ReferencePicture& picture) {
+             picture.paint([](CGPoint p) { return p.x < 20 ? ink : glass; }, picture.fill(Path::rect({4, 4, 32, 32})));
+           }});
 }
 
 TEST(RasterGradient, AxisWithoutLengthShowsTheLastColor) {
@@ -188,8 +186,7 @@ TEST(RasterGradient, FollowsTheTransform) {
                      const CGAffineTransform back = *transform.inverted();
                      const auto colorAt = [&](CGPoint p) {
                        const CGPoint q = back.apply(p);
-                       return mixed(ink, glass,
-                                    std::clamp(((q.x - 6) * 14 + (q.y - 14) * 16) / 452, 0.0, 1.0));
+                       return mixed(ink, glass, std::clamp(((q.x - 6) * 14 + (q.y - 14) * 16) / 452, 0.0, 1.0));
                      };
                      picture.paint(colorAt, picture.fill(square, nonZero, transform));
                    }});
@@ -395,8 +392,7 @@ TEST(RasterBlend, UnboundedModesWorkOnTheWholeClipWithoutAnyShape) {
                      [&](ReferencePicture& picture) {
                        begin(picture);
                        const Coverage clip = picture.fill(Path::rect({8.5, 9, 20, 20}));
-                       picture.paint(glass, Coverage(picture.side, picture.side),
-                                     {.mode = mode, .clip = &clip});
+                       picture.paint(glass, Coverage(picture.side, picture.side), {.mode = mode, .clip = &clip});
                      }});
   }
 }
@@ -440,8 +436,7 @@ TEST(RasterLayer, StartsWithFullAlphaNormalModeAndNoShadow) {
                      layer.paint(ink, layer.fill(disc));
                      layer.paint(glass, layer.fill(square));
                      picture.paint(layer, {.mode = BlendMode::DestinationOver, .alpha = 0.3});
-                     picture.paint(ink, picture.fill(triangle()),
-                                   {.mode = BlendMode::DestinationOver, .alpha = 0.3});
+                     picture.paint(ink, picture.fill(triangle()), {.mode = BlendMode::DestinationOver, .alpha = 0.3});
                    }});
 }
 

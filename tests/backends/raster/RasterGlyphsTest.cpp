@@ -161,16 +161,14 @@ TEST(RasterGlyphs, TheShadowOfALayerComesFromItsTextToo) {
 
 TEST(RasterGlyphs, TurnedTextAndTextTooLargeForAMaskAreShapes) {
   const CGAffineTransform turned{0.8, 0.6, -0.6, 0.8, 9, -7};
-  expectRight({.draw =
-                   [&](RasterCanvas& canvas) {
-                     canvas.concat(turned);
-                     canvas.setFillColor(ink);
-                     canvas.drawGlyphs(twoGlyphs(), origin);
-                   },
-               .expect =
-                   [&](ReferencePicture& picture) {
-                     picture.paint(ink, picture.fill(twoOutlines(), nonZero, turned));
-                   }});
+  expectRight(
+      {.draw =
+           [&](RasterCanvas& canvas) {
+             canvas.concat(turned);
+             canvas.setFillColor(ink);
+             canvas.drawGlyphs(twoGlyphs(), origin);
+           },
+       .expect = [&](ReferencePicture& picture) { picture.paint(ink, picture.fill(twoOutlines(), nonZero, turned)); }});
   expectRight({.draw =
                    [](RasterCanvas& canvas) {
                      canvas.setFillColor(glass);

@@ -16,8 +16,7 @@ constexpr double infinite = std::numeric_limits<double>::infinity();
 constexpr double none = std::numeric_limits<double>::quiet_NaN();
 constexpr double tiny = std::numeric_limits<double>::denorm_min();
 constexpr double largest = std::numeric_limits<double>::max();
-constexpr double strange[] = {none,     infinite, -infinite, 1e30, -1e30, largest,
-                              -largest, tiny,     -tiny,     0.0,  -0.0,  1e-30};
+constexpr double strange[] = {none, infinite, -infinite, 1e30, -1e30, largest, -largest, tiny, -tiny, 0.0, -0.0, 1e-30};
 constexpr FillRule nonZero = FillRule::NonZero;
 
 Bitmap canvasBitmap() { return std::move(*Bitmap::make(64, 64)); }
@@ -63,8 +62,7 @@ TEST(RasterNonsense, HugeRectangleCoversThePicture) {
     path.close();
     RasterCanvas(bitmap).fillPath(path, nonZero);
     for (int y = 0; y < 64; ++y) {
-      for (int x = 0; x < 64; ++x)
-        ASSERT_EQ(bitmap.pixel(x, y), 0xff000000) << size << ": " << x << ", " << y;
+      for (int x = 0; x < 64; ++x) ASSERT_EQ(bitmap.pixel(x, y), 0xff000000) << size << ": " << x << ", " << y;
     }
   }
 }
@@ -98,8 +96,7 @@ TEST(RasterNonsense, DashedLineToTheEndOfTheWorldIsDashedInThePicture) {
     path.moveTo({0, 32});
     path.lineTo({far, 32});
     RasterCanvas(bitmap).strokePath(path, {.width = 4, .dash = dash});
-    for (int x = 0; x < 64; ++x)
-      ASSERT_EQ(bitmap.pixel(x, 31), x % 8 < 4 ? 0xff000000 : 0u) << far << ": " << x;
+    for (int x = 0; x < 64; ++x) ASSERT_EQ(bitmap.pixel(x, 31), x % 8 < 4 ? 0xff000000 : 0u) << far << ": " << x;
   }
 }
 
@@ -138,11 +135,9 @@ TEST(RasterNonsense, DashesTooFineToBeSeenTakeNoTime) {
 }
 
 TEST(RasterNonsense, DashPatternsOfNothing) {
-  const double zeros[] = {0, 0}, negative[] = {-4, 2}, infinities[] = {infinite, 1}, nothings[] = {none},
-               dots[] = {0, 6};
-  for (const std::span<const double> dash :
-       {std::span<const double>(zeros), std::span<const double>(negative),
-        std::span<const double>(infinities), std::span<const double>(nothings)}) {
+  const double zeros[] = {0, 0}, negative[] = {-4, 2}, infinities[] = {infinite, 1}, nothings[] = {none}, dots[] = {0, 6};
+  for (const std::span<const double> dash : {std::span<const double>(zeros), std::span<const double>(negative),
+                                             std::span<const double>(infinities), std::span<const double>(nothings)}) {
     Bitmap bitmap = canvasBitmap();
     RasterCanvas(bitmap).strokePath(Path::rect({10, 10, 40, 40}), {.width = 4, .dash = dash});
     EXPECT_EQ(bitmap.pixel(30, 10), 0u);
@@ -161,8 +156,7 @@ TEST(RasterNonsense, StrokeWidths) {
   for (const double width : strange) {
     for (const LineJoin join : {LineJoin::Miter, LineJoin::Round, LineJoin::Bevel}) {
       Bitmap bitmap = canvasBitmap();
-      RasterCanvas(bitmap).strokePath(Path::oval({10, 10, 40, 40}),
-                                      {.width = width, .cap = LineCap::Round, .join = join});
+      RasterCanvas(bitmap).strokePath(Path::oval({10, 10, 40, 40}), {.width = width, .cap = LineCap::Round, .join = join});
     }
   }
   Bitmap bitmap = canvasBitmap();
@@ -229,8 +223,7 @@ TEST(RasterNonsense, TransformsThatFlattenPaintNothing) {
   Bitmap bitmap = canvasBitmap();
   RasterCanvas canvas(bitmap);
   for (const CGAffineTransform& flat :
-       {CGAffineTransform{0, 0, 0, 0, 5, 5}, CGAffineTransform{1, 1, 1, 1, 0, 0},
-        CGAffineTransform{0, 0, 0, 1, 3, 3}}) {
+       {CGAffineTransform{0, 0, 0, 0, 5, 5}, CGAffineTransform{1, 1, 1, 1, 0, 0}, CGAffineTransform{0, 0, 0, 1, 3, 3}}) {
     canvas.saveState();
     canvas.concat(flat);
     canvas.fillPath(Path::rect({1, 1, 30, 30}), nonZero);
@@ -343,9 +336,7 @@ TEST(RasterNonsense, TensOfThousandsOfCrossingSides) {
 
 TEST(RasterNonsense, EveryStrangeNumberEverywhere) {
   std::mt19937 random(3);
-  const auto number = [&] {
-    return random() % 3 ? double(random() % 64) : strange[random() % std::size(strange)];
-  };
+  const auto number = [&] { return random() % 3 ? double(random() % 64) : strange[random() % std::size(strange)]; };
   const auto point = [&] { return CGPoint{number(), number()}; };
   Bitmap bitmap = canvasBitmap();
   RasterCanvas canvas(bitmap);

@@ -95,7 +95,8 @@ TEST(RasterOverlap, CurveThatTurnsWithinThePensWidth) {
 
 TEST(RasterOverlap, ShortLinesBetweenCorners) {
   for (const LineJoin join : {LineJoin::Miter, LineJoin::Round, LineJoin::Bevel}) {
-    expectStroke(polyline({{5, 20}, {12, 20}, {12.4, 20.5}, {12.1, 21}, {12.6, 21.2}, {30, 33}}), {.width = 1.4, .join = join});
+    expectStroke(polyline({{5, 20}, {12, 20}, {12.4, 20.5}, {12.1, 21}, {12.6, 21.2}, {30, 33}}),
+                 {.width = 1.4, .join = join});
     expectStroke(polyline({{5, 20}, {12, 20}, {12.4, 18.5}, {12.9, 20}, {30, 20}}), {.width = 1.4, .join = join});
   }
 }
@@ -148,7 +149,11 @@ TEST(RasterOverlap, SlenderRingsThatEndWhereTheyBegan) {
 
 TEST(RasterOverlap, SidesShorterThanThePen) {
   expectStroke(polyline({{25.7513, 19.2598}, {25.1506, 18.9135}, {25.0077, 19.8487}, {25.1144, 20.3896}}), {.width = 5});
-  expectStroke(polyline({{21.6902, 22.3317}, {21.1474, 22.6765}, {20.7053, 24.3877}, {19.0893, 22.5890}, {19.1112, 20.4653},
+  expectStroke(polyline({{21.6902, 22.3317},
+                         {21.1474, 22.6765},
+                         {20.7053, 24.3877},
+                         {19.0893, 22.5890},
+                         {19.1112, 20.4653},
                          {19.0458, 19.7377}}),
                {.width = 3});
 }

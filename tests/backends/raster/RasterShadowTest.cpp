@@ -114,19 +114,18 @@ TEST(RasterShadow, ComesFromAShapeOutsideTheClip) {
 
 TEST(RasterShadow, IsAsFaintAsItsShape) {
   const Shadow shadow{{2, -3}, 4, Color{0, 0, 0, 0.8}};
-  expectRight(
-      {.draw =
-           [&](RasterCanvas& canvas) {
-             canvas.setShadow(shadow);
-             canvas.setAlpha(0.5);
-             canvas.setFillColor(glass);
-             canvas.fillPath(disc, nonZero);
-           },
-       .expect =
-           [&](ReferencePicture& picture) {
-             picture.paint({0, 0, 0, 0.8 * 0.6}, picture.shadow(filled(disc), shadow), {.alpha = 0.5});
-             picture.paint(glass, picture.fill(disc), {.alpha = 0.5});
-           }});
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.setShadow(shadow);
+                     canvas.setAlpha(0.5);
+                     canvas.setFillColor(glass);
+                     canvas.fillPath(disc, nonZero);
+                   },
+               .expect =
+                   [&](ReferencePicture& picture) {
+                     picture.paint({0, 0, 0, 0.8 * 0.6}, picture.shadow(filled(disc), shadow), {.alpha = 0.5});
+                     picture.paint(glass, picture.fill(disc), {.alpha = 0.5});
+                   }});
 }
 
 TEST(RasterShadow, DoesNotFollowTheTransform) {
@@ -155,9 +154,7 @@ TEST(RasterShadow, OfAStroke) {
   Path path;
   path.moveTo({6, 8});
   path.curveTo({33, 30}, {30, 4}, {8, 36});
-  const auto region = [&](const CGAffineTransform& toDevice) {
-    return Region::stroked(path, style, toDevice);
-  };
+  const auto region = [&](const CGAffineTransform& toDevice) { return Region::stroked(path, style, toDevice); };
   expectRight({.draw =
                    [&](RasterCanvas& canvas) {
                      canvas.setShadow(shadow);
@@ -213,17 +210,15 @@ TEST(RasterShadow, OfALayerFallsFromItsWholePicture) {
 TEST(RasterShadow, OfALayerComesFromOutsideTheClip) {
   const Shadow shadow{{18, 3}, 3, dark};
   const Path left = Path::rect({-14, 8, 12, 18});
-  expectRight(
-      {.draw =
-           [&](RasterCanvas& canvas) {
-             canvas.setShadow(shadow);
-             canvas.beginTransparencyLayer();
-             canvas.setFillColor(ink);
-             canvas.fillPath(left, nonZero);
-             canvas.endTransparencyLayer();
-           },
-       .expect =
-           [&](ReferencePicture& picture) { picture.paint(dark, picture.shadow(filled(left), shadow)); }});
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.setShadow(shadow);
+                     canvas.beginTransparencyLayer();
+                     canvas.setFillColor(ink);
+                     canvas.fillPath(left, nonZero);
+                     canvas.endTransparencyLayer();
+                   },
+               .expect = [&](ReferencePicture& picture) { picture.paint(dark, picture.shadow(filled(left), shadow)); }});
 }
 
 TEST(RasterShadow, OfAGradientGoesByItsAlpha) {
@@ -245,8 +240,7 @@ TEST(RasterShadow, OfAGradientGoesByItsAlpha) {
 
 TEST(RasterShadow, TakesTheBlendModeOfItsShape) {
   const Shadow shadow{{4, -3}, 3, Color{0.5, 0.1, 0, 0.8}};
-  for (const BlendMode mode :
-       {BlendMode::SourceOut, BlendMode::Xor, BlendMode::DestinationOver, BlendMode::Copy}) {
+  for (const BlendMode mode : {BlendMode::SourceOut, BlendMode::Xor, BlendMode::DestinationOver, BlendMode::Copy}) {
     SCOPED_TRACE(int(mode));
     expectRight({.draw =
                      [&](RasterCanvas& canvas) {
@@ -270,13 +264,9 @@ TEST(RasterInnerShadow, OfAnArrow) { expectInnerShadow(arrow(), kitShadow); }
 
 TEST(RasterInnerShadow, OfADisc) { expectInnerShadow(disc, kitShadow); }
 
-TEST(RasterInnerShadow, OfARectangleBetweenPixels) {
-  expectInnerShadow(Path::rect({6.3, 5.4, 25.2, 28.9}), kitShadow);
-}
+TEST(RasterInnerShadow, OfARectangleBetweenPixels) { expectInnerShadow(Path::rect({6.3, 5.4, 25.2, 28.9}), kitShadow); }
 
-TEST(RasterInnerShadow, WideAndTranslucent) {
-  expectInnerShadow(disc, {{-2.5, -3.5}, 6, Color{0.4, 0, 0, 0.6}});
-}
+TEST(RasterInnerShadow, WideAndTranslucent) { expectInnerShadow(disc, {{-2.5, -3.5}, 6, Color{0.4, 0, 0, 0.6}}); }
 
 TEST(RasterInnerShadow, WithAlphaZeroLeavesTheShapeAsItWas) {
   expectRight({.draw =

@@ -23,15 +23,13 @@ void expectFill(const Path& path, FillRule rule = FillRule::NonZero) {
 }
 
 void expectStroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& transform = {}) {
-  expectRight(
-      {.draw =
-           [&](RasterCanvas& canvas) {
-             canvas.setStrokeColor(ink);
-             canvas.concat(transform);
-             canvas.strokePath(path, style);
-           },
-       .expect =
-           [&](ReferencePicture& picture) { picture.paint(ink, picture.stroke(path, style, transform)); }});
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.setStrokeColor(ink);
+                     canvas.concat(transform);
+                     canvas.strokePath(path, style);
+                   },
+               .expect = [&](ReferencePicture& picture) { picture.paint(ink, picture.stroke(path, style, transform)); }});
 }
 
 Path polyline(std::initializer_list<CGPoint> points) {
@@ -67,9 +65,7 @@ Path wave() {
 
 }  // namespace
 
-TEST(RasterFill, TriangleWithEdgesOfAllSlopes) {
-  expectFill(polygon({{3.3, 2.1}, {36.7, 9.8}, {14.2, 37.9}}));
-}
+TEST(RasterFill, TriangleWithEdgesOfAllSlopes) { expectFill(polygon({{3.3, 2.1}, {36.7, 9.8}, {14.2, 37.9}})); }
 
 TEST(RasterFill, RectangleOnWholePoints) { expectFill(Path::rect({4, 6, 20, 16})); }
 
@@ -146,17 +142,11 @@ TEST(RasterFill, FoldedBars) {
 
 TEST(RasterStroke, ButtCaps) { expectStroke(polyline({{6.2, 7.9}, {33.1, 30.4}}), {.width = 5}); }
 
-TEST(RasterStroke, RoundCaps) {
-  expectStroke(polyline({{6.2, 7.9}, {33.1, 30.4}}), {.width = 5, .cap = LineCap::Round});
-}
+TEST(RasterStroke, RoundCaps) { expectStroke(polyline({{6.2, 7.9}, {33.1, 30.4}}), {.width = 5, .cap = LineCap::Round}); }
 
-TEST(RasterStroke, SquareCaps) {
-  expectStroke(polyline({{6.2, 7.9}, {33.1, 30.4}}), {.width = 5, .cap = LineCap::Square});
-}
+TEST(RasterStroke, SquareCaps) { expectStroke(polyline({{6.2, 7.9}, {33.1, 30.4}}), {.width = 5, .cap = LineCap::Square}); }
 
-TEST(RasterStroke, MiterJoins) {
-  expectStroke(polyline({{5, 8}, {20, 31}, {33, 9.5}, {36, 30}}), {.width = 4});
-}
+TEST(RasterStroke, MiterJoins) { expectStroke(polyline({{5, 8}, {20, 31}, {33, 9.5}, {36, 30}}), {.width = 4}); }
 
 TEST(RasterStroke, RoundJoins) {
   expectStroke(polyline({{5, 8}, {20, 31}, {33, 9.5}, {36, 30}}), {.width = 4, .join = LineJoin::Round});
@@ -224,9 +214,7 @@ TEST(RasterStroke, TwoLinesThatCross) {
   for (const double width : {0.5, 1.0, 2.0, 4.0}) expectStroke(path, {.width = width});
 }
 
-TEST(RasterStroke, LineBackOntoItself) {
-  expectStroke(polyline({{6, 8.3}, {33, 21}, {12, 11.1240741}}), {.width = 3});
-}
+TEST(RasterStroke, LineBackOntoItself) { expectStroke(polyline({{6, 8.3}, {33, 21}, {12, 11.1240741}}), {.width = 3}); }
 
 TEST(RasterStroke, ClosedLineThereAndBack) { expectStroke(polygon({{6, 8}, {33, 21}}), {.width = 3}); }
 
@@ -243,14 +231,11 @@ TEST(RasterStroke, RoundDotForALineWithoutLength) {
   expectStroke(polyline({{18.4, 20.2}, {18.4, 20.2}}), {.width = 9, .cap = LineCap::Round});
 }
 
-TEST(RasterStroke, NothingForAButtLineWithoutLength) {
-  expectStroke(polyline({{18, 20}, {18, 20}}), {.width = 9});
-}
+TEST(RasterStroke, NothingForAButtLineWithoutLength) { expectStroke(polyline({{18, 20}, {18, 20}}), {.width = 9}); }
 
 TEST(RasterStroke, PenIsBentByATransform) {
   for (const LineCap cap : {LineCap::Butt, LineCap::Round, LineCap::Square}) {
-    expectStroke(polyline({{2, 6}, {9, 38}, {17, 12}}), {.width = 3, .cap = cap, .join = LineJoin::Round},
-                 skewed);
+    expectStroke(polyline({{2, 6}, {9, 38}, {17, 12}}), {.width = 3, .cap = cap, .join = LineJoin::Round}, skewed);
   }
 }
 

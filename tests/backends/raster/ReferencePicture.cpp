@@ -14,42 +14,26 @@ constexpr double inside = 1.0, onEdges = 3.0;  // of 255
 constexpr double slack = 1e-3;
 
 Channels operator*(Channels c, double f) { return {c.red * f, c.green * f, c.blue * f, c.alpha * f}; }
-Channels operator+(Channels a, Channels b) {
-  return {a.red + b.red, a.green + b.green, a.blue + b.blue, a.alpha + b.alpha};
-}
-Channels premultiplied(const Color& c, double alpha) {
-  return Channels{c.red, c.green, c.blue, 1} * (c.alpha * alpha);
-}
+Channels operator+(Channels a, Channels b) { return {a.red + b.red, a.green + b.green, a.blue + b.blue, a.alpha + b.alpha}; }
+Channels premultiplied(const Color& c, double alpha) { return Channels{c.red, c.green, c.blue, 1} * (c.alpha * alpha); }
 
 // R = S f + D g for the operators' factors.
 Channels composed(BlendMode mode, Channels s, Channels d) {
   switch (mode) {
-    case BlendMode::Normal:
-      return s + d * (1 - s.alpha);
-    case BlendMode::Clear:
-      return {};
-    case BlendMode::Copy:
-      return s;
-    case BlendMode::SourceIn:
-      return s * d.alpha;
-    case BlendMode::SourceOut:
-      return s * (1 - d.alpha);
-    case BlendMode::SourceAtop:
-      return s * d.alpha + d * (1 - s.alpha);
-    case BlendMode::DestinationOver:
-      return s * (1 - d.alpha) + d;
-    case BlendMode::DestinationIn:
-      return d * s.alpha;
-    case BlendMode::DestinationOut:
-      return d * (1 - s.alpha);
-    case BlendMode::DestinationAtop:
-      return s * (1 - d.alpha) + d * s.alpha;
-    case BlendMode::Xor:
-      return s * (1 - d.alpha) + d * (1 - s.alpha);
+    case BlendMode::Normal: return s + d * (1 - s.alpha);
+    case BlendMode::Clear: return {};
+    case BlendMode::Copy: return s;
+    case BlendMode::SourceIn: return s * d.alpha;
+    case BlendMode::SourceOut: return s * (1 - d.alpha);
+    case BlendMode::SourceAtop: return s * d.alpha + d * (1 - s.alpha);
+    case BlendMode::DestinationOver: return s * (1 - d.alpha) + d;
+    case BlendMode::DestinationIn: return d * s.alpha;
+    case BlendMode::DestinationOut: return d * (1 - s.alpha);
+    case BlendMode::DestinationAtop: return s * (1 - d.alpha) + d * s.alpha;
+    case BlendMode::Xor: return s * (1 - d.alpha) + d * (1 - s.alpha);
     case BlendMode::PlusLighter: {
       const Channels sum = s + d;
-      return {std::min(1.0, sum.red), std::min(1.0, sum.green), std::min(1.0, sum.blue),
-              std::min(1.0, sum.alpha)};
+      return {std::min(1.0, sum.red), std::min(1.0, sum.green), std::min(1.0, sum.blue), std::min(1.0, sum.alpha)};
     }
   }
   return {};
@@ -79,8 +63,7 @@ Coverage ReferencePicture::fill(const Path& path, FillRule rule, const CGAffineT
   return Coverage(Region::filled(path, rule, transform.then(toDevice())), side, side);
 }
 
-Coverage ReferencePicture::stroke(const Path& path, const StrokeStyle& style,
-                                  const CGAffineTransform& transform) const {
+Coverage ReferencePicture::stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& transform) const {
   return Coverage(Region::stroked(path, style, transform.then(toDevice())), side, side);
 }
 
@@ -106,16 +89,15 @@ void ReferencePicture::paintPixel(int x, int y, Channels source, double coverage
   Channels& d = at(x, y);
   const double clip = style.clip ? style.clip->at(x, y) : 1;
   const auto isPartial = [](double v) { return v > 1e-4 && v < 1 - 1e-4; };
-  if (isPartial(coverage) || isPartial(clip))
-    isEdge_[std::size_t(y) * std::size_t(side) + std::size_t(x)] = 1;
+  if (isPartial(coverage) || isPartial(clip)) isEdge_[std::size_t(y) * std::size_t(side) + std::size_t(x)] = 1;
   if (style.mode == BlendMode::PlusLighter) {
     // The one operator for which it matters that a clip lessens the source, not the result.
     d = composed(style.mode, source * coverage * clip, d);
     return;
   }
   const bool isLocal = style.mode == BlendMode::Clear || style.mode == BlendMode::Copy;
-  const Channels r = isLocal ? composed(style.mode, source, d) * coverage + d * (1 - coverage)
-                             : composed(style.mode, source * coverage, d);
+  const Channels r =
+      isLocal ? composed(style.mode, source, d) * coverage + d * (1 - coverage) : composed(style.mode, source * coverage, d);
   d = r * clip + d * (1 - clip);
 }
 
@@ -163,9 +145,8 @@ std::string ReferencePicture::difference(const Bitmap& bitmap) const {
       if (off / allowed > worst) {
         worst = off / allowed;
         std::ostringstream out;
-        out << "column " << x << ", row " << y << (isEdge_[index] ? ", on an edge," : ", inside,") << " is "
-            << text(is) << " and should be " << text(wanted) << ", off by " << off << " where " << allowed
-            << " is allowed";
+        out << "column " << x << ", row " << y << (isEdge_[index] ? ", on an edge," : ", inside,") << " is " << text(is)
+            << " and should be " << text(wanted) << ", off by " << off << " where " << allowed << " is allowed";
         report = out.str();
       }
     }

@@ -35,8 +35,7 @@ class ReferencePicture {
   Coverage everywhere() const;
 
   void paint(const Color& color, const Coverage& coverage, const PaintStyle& style = {});
-  void paint(const std::function<Color(CGPoint)>& colorAt, const Coverage& coverage,
-             const PaintStyle& style = {});
+  void paint(const std::function<Color(CGPoint)>& colorAt, const Coverage& coverage, const PaintStyle& style = {});
   void paint(const ReferencePicture& layer, const PaintStyle& style = {});
 
   // Empty when the bitmap is right: by 1/255 where no painted coverage and no clip is partial, by 3/255

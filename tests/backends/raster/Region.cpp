@@ -38,26 +38,19 @@ std::vector<Line> linesOf(const Path& path, int chords) {
   for (const PathVerb verb : path.verbs()) {
     if (verb != PathVerb::Move && lines.back().isClosed) start(lines.back().points.front());
     switch (verb) {
-      case PathVerb::Move:
-        start(p[0]);
-        break;
-      case PathVerb::Line:
-        lines.back().points.push_back({p[0], false});
-        break;
+      case PathVerb::Move: start(p[0]); break;
+      case PathVerb::Line: lines.back().points.push_back({p[0], false}); break;
       case PathVerb::Curve: {
         const CGPoint p0 = lines.back().points.back();
         // Shorter and shorter towards the ends, where caps and joins go by the direction of the last chord.
         for (int i = 1; i <= chords; ++i) {
           const double s = double(i) / chords, t = s * s * (3 - 2 * s), u = 1 - t;
-          const CGPoint at =
-              p0 * (u * u * u) + p[0] * (3 * u * u * t) + p[1] * (3 * u * t * t) + p[2] * (t * t * t);
+          const CGPoint at = p0 * (u * u * u) + p[0] * (3 * u * u * t) + p[1] * (3 * u * t * t) + p[2] * (t * t * t);
           lines.back().points.push_back({at, i < chords});
         }
         break;
       }
-      case PathVerb::Close:
-        lines.back().isClosed = true;
-        break;
+      case PathVerb::Close: lines.back().isClosed = true; break;
     }
     p += pointCount(verb);
   }
@@ -141,8 +134,7 @@ std::vector<CGPoint> joinPiece(CGPoint before, Point at, CGPoint after, const St
   const CGPoint a = at + normal(in) * (side * half), b = at + normal(out) * (side * half);
   if (at.isInCurve || style.join == LineJoin::Bevel) return {at, a, b};
   if (style.join == LineJoin::Round) return slice(at, normal(in) * side, normal(out) * side, half);
-  const double sineOfHalf =
-      std::sqrt(std::max(0.0, (1 - dot(in * -1, out)) / 2));  // of the angle between the lines
+  const double sineOfHalf = std::sqrt(std::max(0.0, (1 - dot(in * -1, out)) / 2));  // of the angle between the lines
   if (sineOfHalf < 1e-9 || 1 / sineOfHalf > style.miterLimit) return {at, a, b};
   const CGPoint middle = normal(in) + normal(out);
   if (length(middle) < 1e-9) return {at, a, b};
@@ -198,8 +190,7 @@ Region Region::stroked(const Path& path, const StrokeStyle& style, const CGAffin
         }
         region.add({from + aside, to + aside, to - aside, from - aside}, toDevice);
         // The join right behind its segment, so that each piece touches the one before.
-        if (line.isClosed || i + 1 < segments)
-          region.add(joinPiece(p[i], p[(i + 1) % n], p[(i + 2) % n], style), toDevice);
+        if (line.isClosed || i + 1 < segments) region.add(joinPiece(p[i], p[(i + 1) % n], p[(i + 2) % n], style), toDevice);
       }
       if (!line.isClosed && style.cap == LineCap::Round) {
         region.add(disc(p.front(), half), toDevice);
@@ -281,8 +272,7 @@ std::vector<Interval> Region::at(double y) const {
     if ((from.y <= y) == (to.y <= y)) continue;
     crossings.push_back({from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y), from.y <= y ? 1 : -1});
   }
-  std::sort(crossings.begin(), crossings.end(),
-            [](const Crossing& a, const Crossing& b) { return a.x < b.x; });
+  std::sort(crossings.begin(), crossings.end(), [](const Crossing& a, const Crossing& b) { return a.x < b.x; });
   std::vector<Interval> intervals;
   int winding = 0;
   for (const Crossing& crossing : crossings) {
@@ -300,12 +290,11 @@ Region Region::between(double top, double bottom) const {
   part.rule_ = rule_;
   for (const Polygon& polygon : polygons_) {
     if (polygon.top > bottom || polygon.bottom < top) continue;
-    const bool hasCorner = std::any_of(polygon.points.begin(), polygon.points.end(),
-                                       [&](CGPoint p) { return p.y >= top && p.y <= bottom; });
+    const bool hasCorner =
+        std::any_of(polygon.points.begin(), polygon.points.end(), [&](CGPoint p) { return p.y >= top && p.y <= bottom; });
     if (rule_ == Rule::Union && !hasCorner)
       part.slabs_.push_back({top, bottom, spanAt(polygon.points, top), spanAt(polygon.points, bottom)});
-    else
-      part.polygons_.push_back(polygon);
+    else part.polygons_.push_back(polygon);
   }
   return part;
 }

@@ -45,8 +45,7 @@ class Region {
 // The area of each pixel that a region covers, by many lines a pixel row, each exact.
 class Coverage {
  public:
-  Coverage(int width, int height)
-      : width(width), height(height), values(std::size_t(width) * std::size_t(height)) {}
+  Coverage(int width, int height) : width(width), height(height), values(std::size_t(width) * std::size_t(height)) {}
   Coverage(const Region& region, int width, int height);
 
   double& at(int x, int y) { return values[std::size_t(y) * std::size_t(width) + std::size_t(x)]; }

@@ -42,8 +42,7 @@ TEST(RecordingCanvas, WritesColorsAndTheNamesOfNamedOnes) {
 TEST(RecordingCanvas, WritesAFillWithACurvesEndPointFirst) {
   RecordingCanvas canvas;
   canvas.fillPath(wedge(), FillRule::NonZero);
-  EXPECT_EQ(canvas.lines(),
-            (Lines{R"({"op":"fill","path":[["M",1,2],["L",3.5,-4],["C",5,6,7,8,9,10],["Z"]]})"}));
+  EXPECT_EQ(canvas.lines(), (Lines{R"({"op":"fill","path":[["M",1,2],["L",3.5,-4],["C",5,6,7,8,9,10],["Z"]]})"}));
 }
 
 TEST(RecordingCanvas, WritesTheEvenOddRuleOnlyWhereItHolds) {
@@ -59,8 +58,8 @@ TEST(RecordingCanvas, WritesAStrokeWithAllItsAttributes) {
   Path line;
   line.moveTo({0, 0});
   line.lineTo({1, 0});
-  canvas.strokePath(line, {.width = 2, .cap = LineCap::Round, .join = LineJoin::Bevel, .miterLimit = 4, .dash = dash,
-                           .dashPhase = 0.5});
+  canvas.strokePath(
+      line, {.width = 2, .cap = LineCap::Round, .join = LineJoin::Bevel, .miterLimit = 4, .dash = dash, .dashPhase = 0.5});
   canvas.strokePath(line, {.cap = LineCap::Square, .join = LineJoin::Round});
   canvas.strokePath(line, {});
   const std::string start = R"({"op":"stroke","path":[["M",0,0],["L",1,0]],)";
@@ -75,9 +74,8 @@ TEST(RecordingCanvas, WritesAGradientWithStopsAndAngle) {
   const GradientStop stops[] = {{0, {1, 0, 0, 1}}, {0.43, {0, 0, 1, 0.5}}};
   canvas.fillGradient(Path::rect({0, 0, 2, 1}), FillRule::NonZero,
                       {.stops = stops, .start = {1, 0}, .end = {1, 1}, .angle = 90});
-  EXPECT_EQ(canvas.lines(),
-            (Lines{R"({"op":"gradient","path":[["M",0,0],["L",2,0],["L",2,1],["L",0,1],["Z"]],)"
-                   R"("shape":["rect",0,0,2,1],"stops":[[0,[1,0,0,1]],[0.43,[0,0,1,0.5]]],"angle":90})"}));
+  EXPECT_EQ(canvas.lines(), (Lines{R"({"op":"gradient","path":[["M",0,0],["L",2,0],["L",2,1],["L",0,1],["Z"]],)"
+                                   R"("shape":["rect",0,0,2,1],"stops":[[0,[1,0,0,1]],[0.43,[0,0,1,0.5]]],"angle":90})"}));
 }
 
 TEST(RecordingCanvas, WritesTheCallThatMadeAFigure) {
@@ -106,10 +104,9 @@ TEST(RecordingCanvas, WritesShadowAlphaAndBlendMode) {
   canvas.setShadow({.offset = {}, .blur = 0, .color = {}});
   canvas.setAlpha(1);
   canvas.setBlendMode(BlendMode::SourceOut);
-  EXPECT_EQ(canvas.lines(),
-            (Lines{R"({"op":"setShadow","offset":[1,-1],"blur":1.5,"color":[0.167,0.167,0.167,1]})",
-                   R"({"op":"setShadow","offset":[0,0],"blur":0,"color":null})", R"({"op":"setAlpha","alpha":1})",
-                   R"({"op":"setBlendMode","mode":"sourceOut"})"}));
+  EXPECT_EQ(canvas.lines(), (Lines{R"({"op":"setShadow","offset":[1,-1],"blur":1.5,"color":[0.167,0.167,0.167,1]})",
+                                   R"({"op":"setShadow","offset":[0,0],"blur":0,"color":null})",
+                                   R"({"op":"setAlpha","alpha":1})", R"({"op":"setBlendMode","mode":"sourceOut"})"}));
 }
 
 TEST(RecordingCanvas, WritesNumbersInTheirShortestForm) {

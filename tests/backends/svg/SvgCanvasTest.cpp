@@ -71,11 +71,8 @@ TEST(SvgCanvas, StrokeSaysWidthCapsJoinsAndDashes) {
   const std::string body = bodyOf([&](Canvas& canvas) {
     canvas.setStrokeColor(red);
     canvas.concat(CGAffineTransform::scale(2, 2));
-    canvas.strokePath(square(1, 1, 2), {.width = 0.5,
-                                        .cap = LineCap::Round,
-                                        .join = LineJoin::Bevel,
-                                        .dash = dash,
-                                        .dashPhase = 1});
+    canvas.strokePath(square(1, 1, 2),
+                      {.width = 0.5, .cap = LineCap::Round, .join = LineJoin::Bevel, .dash = dash, .dashPhase = 1});
   });
   EXPECT_EQ(body,
             "<path d=\"M2 8L6 8L6 4L2 4Z\" fill=\"none\" stroke=\"#ff0000\" stroke-width=\"1\" stroke-linecap=\"round\""
@@ -151,7 +148,8 @@ TEST(SvgCanvas, ShadowIsAFilterWhoseOffsetCountsDownward) {
 TEST(SvgCanvas, GradientRunsAlongItsAxis) {
   const GradientStop stops[] = {{0, red}, {1, paleBlue}};
   const LinearGradient gradient{.stops = stops, .start = {0, 0}, .end = {0, 4}};
-  const std::string body = bodyOf([&](Canvas& canvas) { canvas.fillGradient(square(0, 0, 4), FillRule::NonZero, gradient); });
+  const std::string body =
+      bodyOf([&](Canvas& canvas) { canvas.fillGradient(square(0, 0, 4), FillRule::NonZero, gradient); });
   EXPECT_THAT(body, HasSubstr("gradientUnits=\"userSpaceOnUse\" x1=\"0\" y1=\"10\" x2=\"0\" y2=\"6\">"));
   EXPECT_THAT(body, HasSubstr("<stop offset=\"0\" stop-color=\"#ff0000\"/><stop offset=\"1\" stop-color=\"#0000ff\""
                               " stop-opacity=\"0.25\"/>"));
@@ -178,7 +176,9 @@ TEST(SvgCanvas, GlyphsAreOutlines) {
 }
 
 TEST(SvgCanvas, ImageOfPixelsIsAnError) {
-  EXPECT_EQ(errorOf([](Canvas& canvas) { canvas.drawImage({}, {0, 0, 1, 1}, {0, 0, 1, 1}); }),
+  EXPECT_EQ(errorOf([](Canvas& canvas) {
+              canvas.drawImage({}, {0, 0, 1, 1}, {0, 0, 1, 1});
+            }),
             "SVG cannot say an image of pixels");
 }
 
@@ -259,7 +259,9 @@ TEST(SvgCanvas, PointsThatAreNotFiniteAreAnError) {
            [&](Canvas& canvas) { canvas.fillPath(square(infinity, 0, 1), FillRule::NonZero); },
            [&](Canvas& canvas) { canvas.strokePath(square(0, std::nan(""), 1), {}); },
            [&](Canvas& canvas) { canvas.fillGradient(square(0, -infinity, 1), FillRule::NonZero, gradient); },
-           [&](Canvas& canvas) { canvas.clipRect({0, 0, infinity, 1}); }})
+           [&](Canvas& canvas) {
+             canvas.clipRect({0, 0, infinity, 1});
+           }})
     EXPECT_EQ(errorOf(draw), "SVG cannot say a point that is not finite");
 }
 

@@ -47,8 +47,7 @@ Difference differenceOf(const std::function<void(Canvas&)>& draw) {
   const int status = std::system(convert.c_str());
   const auto theirs = artwork::readPng(folder + "/a.png");
   std::filesystem::remove_all(folder);
-  if (status != 0 || !theirs || theirs->width != bitmap->width() || theirs->height != bitmap->height())
-    return {HUGE_VAL, 1};
+  if (status != 0 || !theirs || theirs->width != bitmap->width() || theirs->height != bitmap->height()) return {HUGE_VAL, 1};
 
   Difference result;
   for (int y = 0; y < bitmap->height(); ++y)
@@ -211,8 +210,8 @@ TEST(SvgLooksLikeRaster, Layers) {
 
 TEST(SvgLooksLikeRaster, Gradients) {
   const GradientStop stops[] = {{0.1, red}, {0.5, paleBlue}, {0.9, green}};
-  for (const CGAffineTransform& space : {CGAffineTransform{}, CGAffineTransform{0.6, 0.6, -0.6, 0.6, 20, -10},
-                                         CGAffineTransform{1, 0, 0.8, 0.5, -4, 2}})
+  for (const CGAffineTransform& space :
+       {CGAffineTransform{}, CGAffineTransform{0.6, 0.6, -0.6, 0.6, 20, -10}, CGAffineTransform{1, 0, 0.8, 0.5, -4, 2}})
     expectAlike([&](Canvas& canvas) {
       canvas.concat(space);
       canvas.fillGradient(star(), FillRule::NonZero, {.stops = stops, .start = {8, 4}, .end = {30, 20}});

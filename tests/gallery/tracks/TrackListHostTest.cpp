@@ -7,10 +7,10 @@
 #include <set>
 
 #include "tests/harness/StillWorld.h"
-#include "tests/harness/rowParts.h"
 #include "tests/harness/countingNew.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
+#include "tests/harness/rowParts.h"
 
 namespace gallery {
 namespace {

@@ -54,9 +54,7 @@ TEST_F(Accessibility, PlainViewsControlsAndScrollViewsAreLeftOutAndCellsStandFor
   EXPECT_EQ(childrenOf(image), AccessibilityElements{button->cell()});
 }
 
-TEST_F(Accessibility, ChildAndParentAlwaysAgree) {
-  EXPECT_EQ(countAgreeing(NSApp), 4);
-}
+TEST_F(Accessibility, ChildAndParentAlwaysAgree) { EXPECT_EQ(countAgreeing(NSApp), 4); }
 
 TEST_F(Accessibility, HiddenViewsAndWindowsAreLeftOut) {
   field->setHidden(true);
@@ -95,9 +93,8 @@ TEST_F(Accessibility, CompanionEndsWithItsElement) {
 TEST_F(Accessibility, TitlesStatesAndEnabledControlsTellTheirChanges) {
   std::vector<std::string> heard;
   const auto token = accessibilityNotificationCenter().addObserverForName(
-      "", nullptr, nullptr, [&](const Ref<NSNotification>& told) {
-        heard.push_back(told->name() + " of " + told->object()->className());
-      });
+      "", nullptr, nullptr,
+      [&](const Ref<NSNotification>& told) { heard.push_back(told->name() + " of " + told->object()->className()); });
   window->setTitle("Player");
   button->setEnabled(false);
   button->setState(NSControlStateValueOn);
@@ -202,8 +199,8 @@ TEST_F(Accessibility, ChangesAreTold) {
   NSAccessibilityPostNotification(nullptr, NSAccessibilityCreatedNotification);
   accessibilityNotificationCenter().removeObserver(token);
   EXPECT_EQ(heard, (std::vector<std::pair<std::string, Ref<NSObject>>>{{"AXValueChanged", field->cell()},
-                                                                     {"AXFocusedUIElementChanged", button->cell()},
-                                                                     {"AXUIElementDestroyed", window}}));
+                                                                       {"AXFocusedUIElementChanged", button->cell()},
+                                                                       {"AXUIElementDestroyed", window}}));
 }
 
 }  // namespace

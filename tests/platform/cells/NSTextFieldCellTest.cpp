@@ -46,8 +46,8 @@ TEST_F(CellEditing, ACellThatMovesItsFrameMovesTheEditor) {
 TEST_F(CellEditing, APressThatBeginsTheEditingIsTheEditors) {
   const auto cell = std::dynamic_pointer_cast<NSTextFieldCell>(field->cell());
   field->setStringValue("abc");
-  const auto press = make<NSEvent>(NSEvent::Fields{
-      .type = NSEventType::LeftMouseDown, .location = placeOf(2), .window = window, .clickCount = 1});
+  const auto press = make<NSEvent>(
+      NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = placeOf(2), .window = window, .clickCount = 1});
   cell->editWithFrame(field->bounds(), *field, window->fieldEditor(true, field.get()), field, press);
   ASSERT_TRUE(editor());
   EXPECT_EQ(editor()->selectedRange(), (NSRange{2, 0}));

@@ -88,11 +88,10 @@ TEST(NSResponder, EveryEventThatItDoesNotHandleGoesToTheNextOne) {
   first->keyDown(e);
   first->keyUp(e);
   first->flagsChanged(e);
-  EXPECT_EQ(second->got,
-            (std::vector<std::string>{"mouseDown", "mouseUp", "mouseDragged", "rightMouseDown", "rightMouseUp",
-                                      "rightMouseDragged", "otherMouseDown", "otherMouseUp", "otherMouseDragged",
-                                      "mouseMoved", "mouseEntered", "mouseExited", "cursorUpdate", "scrollWheel",
-                                      "keyDown", "keyUp", "flagsChanged"}));
+  EXPECT_EQ(second->got, (std::vector<std::string>{"mouseDown", "mouseUp", "mouseDragged", "rightMouseDown", "rightMouseUp",
+                                                   "rightMouseDragged", "otherMouseDown", "otherMouseUp",
+                                                   "otherMouseDragged", "mouseMoved", "mouseEntered", "mouseExited",
+                                                   "cursorUpdate", "scrollWheel", "keyDown", "keyUp", "flagsChanged"}));
 }
 
 TEST(NSResponder, WhoTakesAnEventEndsItsWay) {

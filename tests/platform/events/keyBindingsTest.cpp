@@ -23,9 +23,9 @@ TEST(KeyBindings, OnlyTheFourModifiersCount) {
   EXPECT_EQ(commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey), others)), "moveLeft:");
   EXPECT_EQ(commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey), NSEventModifierFlagControl | others)),
             "moveWordLeft:");
-  EXPECT_EQ(commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey),
-                               NSEventModifierFlagControl | NSEventModifierFlagCommand)),
-            "");
+  EXPECT_EQ(
+      commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey), NSEventModifierFlagControl | NSEventModifierFlagCommand)),
+      "");
 }
 
 TEST(KeyBindings, ALetterIsFoundWhateverControlMakesOfItAndWithShift) {

@@ -6,9 +6,7 @@
 
 using namespace tessaluna::platform;
 
-TEST(AffineTransform, TheFreshOneChangesNothing) {
-  EXPECT_EQ(CGAffineTransform{}.apply({3, 4}), (CGPoint{3, 4}));
-}
+TEST(AffineTransform, TheFreshOneChangesNothing) { EXPECT_EQ(CGAffineTransform{}.apply({3, 4}), (CGPoint{3, 4})); }
 
 TEST(AffineTransform, ThenDoesItsOwnWorkFirst) {
   const auto scaledThenMoved = CGAffineTransform::scale(2, 3).then(CGAffineTransform::translation(10, 20));

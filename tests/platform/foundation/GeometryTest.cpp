@@ -53,15 +53,11 @@ TEST(Geometry, NoPointIsInAnEmptyRectangle) {
   EXPECT_FALSE(NSPointInRect({0, 0}, NSZeroRect));
 }
 
-TEST(Geometry, InsetMovesBothEdgesInward) {
-  EXPECT_EQ(NSInsetRect({10, 20, 30, 40}, 1, 2), (CGRect{11, 22, 28, 36}));
-}
+TEST(Geometry, InsetMovesBothEdgesInward) { EXPECT_EQ(NSInsetRect({10, 20, 30, 40}, 1, 2), (CGRect{11, 22, 28, 36})); }
 
 TEST(Geometry, ANegativeInsetGrows) { EXPECT_EQ(NSInsetRect({10, 20, 30, 40}, -1, -2), (CGRect{9, 18, 32, 44})); }
 
-TEST(Geometry, OffsetMovesAndKeepsTheSize) {
-  EXPECT_EQ(NSOffsetRect({10, 20, 30, 40}, 5, -5), (CGRect{15, 15, 30, 40}));
-}
+TEST(Geometry, OffsetMovesAndKeepsTheSize) { EXPECT_EQ(NSOffsetRect({10, 20, 30, 40}, 5, -5), (CGRect{15, 15, 30, 40})); }
 
 TEST(Geometry, UnionIsTheSmallestRectangleAroundBoth) {
   EXPECT_EQ(NSUnionRect({0, 0, 10, 10}, {20, 5, 10, 10}), (CGRect{0, 0, 30, 15}));
@@ -72,9 +68,7 @@ TEST(Geometry, AnEmptyRectangleAddsNothingToAUnion) {
   EXPECT_EQ(NSUnionRect({100, 100, 50, 0}, {5, 5, 10, 10}), (CGRect{5, 5, 10, 10}));
 }
 
-TEST(Geometry, TheUnionOfTwoEmptyRectanglesIsZero) {
-  EXPECT_EQ(NSUnionRect({5, 5, 0, 10}, {100, 100, 0, 50}), NSZeroRect);
-}
+TEST(Geometry, TheUnionOfTwoEmptyRectanglesIsZero) { EXPECT_EQ(NSUnionRect({5, 5, 0, 10}, {100, 100, 0, 50}), NSZeroRect); }
 
 TEST(Geometry, IntersectionIsTheCommonArea) {
   EXPECT_EQ(NSIntersectionRect({0, 0, 10, 10}, {5, 6, 10, 10}), (CGRect{5, 6, 5, 4}));

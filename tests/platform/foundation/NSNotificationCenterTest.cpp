@@ -40,8 +40,7 @@ TEST_F(Center, GivesTheObjectToTheBlock) {
 
 TEST_F(Center, AnObserverThatWasRemovedMeanwhileIsNotCalled) {
   Ref<NSObject> second;
-  center->addObserverForName("moved", nullptr, nullptr,
-                             [&](const Ref<NSNotification>&) { center->removeObserver(second); });
+  center->addObserverForName("moved", nullptr, nullptr, [&](const Ref<NSNotification>&) { center->removeObserver(second); });
   second = hear("moved", nullptr, "second");
   hear("moved", nullptr, "third");
   center->postNotificationName("moved", one);

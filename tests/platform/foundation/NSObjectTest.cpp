@@ -18,9 +18,7 @@ class Animal : public NSObject {
     log.push_back("built");
     if (!coder.containsValueForKey("name")) coder.fail("an animal needs a name");
   }
-  void didInit() override {
-    log.push_back(shared_from_this() ? "didInit with a reference to itself" : "");
-  }
+  void didInit() override { log.push_back(shared_from_this() ? "didInit with a reference to itself" : ""); }
   void feed(NSObject* sender) { log.push_back(sender ? "fed by " + sender->className() : "fed"); }
   virtual void speak(NSObject*) { log.push_back("..."); }
 

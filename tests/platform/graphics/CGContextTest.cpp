@@ -7,10 +7,10 @@
 #include "tests/harness/recordingOf.h"
 
 using namespace tessaluna::platform;
+using harness::Lines;
 using tessaluna::backend::FillRule;
 using tessaluna::backend::Path;
 using tessaluna::backend::recording::RecordingCanvas;
-using harness::Lines;
 
 namespace {
 
@@ -123,11 +123,10 @@ TEST(CGContext, ThePublishedCallsReachTheCanvas) {
   CGContextSetBlendMode(context, kCGBlendModeSourceOut);
   CGContextBeginTransparencyLayer(context);
   CGContextEndTransparencyLayer(context);
-  EXPECT_EQ(canvas.lines(),
-            (Lines{R"({"op":"setShadow","offset":[1,-2],"blur":3,"color":[0,0,1,1]})",
-                   R"({"op":"setShadow","offset":[0,0],"blur":0,"color":null})", R"({"op":"setAlpha","alpha":0.5})",
-                   R"({"op":"setBlendMode","mode":"sourceOut"})", R"({"op":"beginTransparencyLayer"})",
-                   R"({"op":"endTransparencyLayer"})"}));
+  EXPECT_EQ(canvas.lines(), (Lines{R"({"op":"setShadow","offset":[1,-2],"blur":3,"color":[0,0,1,1]})",
+                                   R"({"op":"setShadow","offset":[0,0],"blur":0,"color":null})",
+                                   R"({"op":"setAlpha","alpha":0.5})", R"({"op":"setBlendMode","mode":"sourceOut"})",
+                                   R"({"op":"beginTransparencyLayer"})", R"({"op":"endTransparencyLayer"})"}));
 }
 
 TEST(CGContext, BlendModesHaveTheirPublishedValues) {

@@ -90,8 +90,7 @@ TEST(NSAffineTransform, APathIsTransformedAsACopyThatKeepsItsStroke) {
 TEST(NSAffineTransform, IsPutOntoTheCurrentContext) {
   const auto transform = NSAffineTransform::transform();
   transform->translateXBy(1, 2);
-  EXPECT_EQ(harness::recordingOf([&] { transform->concat(); }),
-            Lines{R"({"op":"concat","transform":[1,0,0,1,1,2]})"});
+  EXPECT_EQ(harness::recordingOf([&] { transform->concat(); }), Lines{R"({"op":"concat","transform":[1,0,0,1,1,2]})"});
   transform->concat();  // without a context: nothing
 }
 

@@ -56,8 +56,7 @@ TEST(NSBezierPath, FillsWithTheNonZeroRuleUnlessToldEvenOdd) {
   const auto path = diagonal();
   EXPECT_EQ(recordingOf([&] { path->fill(); }), (Lines{R"({"op":"fill","path":[["M",0,0],["L",8,4]]})"}));
   path->setWindingRule(NSEvenOddWindingRule);
-  EXPECT_EQ(recordingOf([&] { path->fill(); }),
-            (Lines{R"({"op":"fill","path":[["M",0,0],["L",8,4]],"rule":"evenOdd"})"}));
+  EXPECT_EQ(recordingOf([&] { path->fill(); }), (Lines{R"({"op":"fill","path":[["M",0,0],["L",8,4]],"rule":"evenOdd"})"}));
 }
 
 TEST(NSBezierPath, AddClipClipsWithItsRule) {
@@ -68,11 +67,17 @@ TEST(NSBezierPath, AddClipClipsWithItsRule) {
 }
 
 TEST(NSBezierPath, FiguresTellTheCallThatMadeThem) {
-  EXPECT_THAT(recordingOf([] { NSBezierPath::bezierPathWithRect({1, 2, 3, 4})->fill(); })[0],
+  EXPECT_THAT(recordingOf([] {
+                NSBezierPath::bezierPathWithRect({1, 2, 3, 4})->fill();
+              })[0],
               testing::HasSubstr(R"("shape":["rect",1,2,3,4])"));
-  EXPECT_THAT(recordingOf([] { NSBezierPath::bezierPathWithOvalInRect({1, 2, 3, 4})->fill(); })[0],
+  EXPECT_THAT(recordingOf([] {
+                NSBezierPath::bezierPathWithOvalInRect({1, 2, 3, 4})->fill();
+              })[0],
               testing::HasSubstr(R"("shape":["oval",1,2,3,4])"));
-  EXPECT_THAT(recordingOf([] { NSBezierPath::bezierPathWithRoundedRect({1, 2, 30, 40}, 5, 6)->fill(); })[0],
+  EXPECT_THAT(recordingOf([] {
+                NSBezierPath::bezierPathWithRoundedRect({1, 2, 30, 40}, 5, 6)->fill();
+              })[0],
               testing::HasSubstr(R"("shape":["roundedRect",1,2,30,40,5,6])"));
 }
 
@@ -100,8 +105,7 @@ TEST(NSBezierPath, ACurveIsWrittenWithItsEndFirst) {
   path->moveToPoint({0, 0});
   path->curveToPoint({9, 0}, {1, 2}, {3, 4});
   path->closePath();
-  EXPECT_EQ(recordingOf([&] { path->fill(); }),
-            (Lines{R"({"op":"fill","path":[["M",0,0],["C",9,0,1,2,3,4],["Z"]]})"}));
+  EXPECT_EQ(recordingOf([&] { path->fill(); }), (Lines{R"({"op":"fill","path":[["M",0,0],["C",9,0,1,2,3,4],["Z"]]})"}));
 }
 
 TEST(NSBezierPathDeathTest, ALineWithoutACurrentPointStopsTheProgram) {
@@ -109,20 +113,19 @@ TEST(NSBezierPathDeathTest, ALineWithoutACurrentPointStopsTheProgram) {
 }
 
 TEST(NSBezierPathDeathTest, ACurveWithoutACurrentPointStopsTheProgram) {
-  EXPECT_DEATH(NSBezierPath::bezierPath()->curveToPoint({1, 1}, {0, 0}, {1, 0}),
-               "curveToPoint: without a current point");
+  EXPECT_DEATH(NSBezierPath::bezierPath()->curveToPoint({1, 1}, {0, 0}, {1, 0}), "curveToPoint: without a current point");
 }
 
 TEST(NSBezierPath, ALineMayFollowAClose) {
   const auto path = diagonal();
   path->closePath();
   path->lineToPoint({1, 1});
-  EXPECT_EQ(recordingOf([&] { path->fill(); }),
-            (Lines{R"({"op":"fill","path":[["M",0,0],["L",8,4],["Z"],["L",1,1]]})"}));
+  EXPECT_EQ(recordingOf([&] { path->fill(); }), (Lines{R"({"op":"fill","path":[["M",0,0],["L",8,4],["Z"],["L",1,1]]})"}));
 }
 
 TEST(NSBezierPath, SegmentsAreAddedManyAtOnce) {
-  constexpr tessaluna::backend::PathVerb verbs[] = {tessaluna::backend::PathVerb::Move, tessaluna::backend::PathVerb::Line, tessaluna::backend::PathVerb::Close};
+  constexpr tessaluna::backend::PathVerb verbs[] = {tessaluna::backend::PathVerb::Move, tessaluna::backend::PathVerb::Line,
+                                                    tessaluna::backend::PathVerb::Close};
   const auto path = diagonal();
   const std::span<CGPoint> points = path->appendSegments(verbs, 2);
   points[0] = {1, 2};

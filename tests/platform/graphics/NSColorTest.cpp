@@ -48,8 +48,7 @@ TEST(NSColor, EqualityLooksAtTheSpace) {
   EXPECT_FALSE(calibrated->isEqual(NSColor::colorWithDeviceRed(0.5, 0.5, 0.5, 1).get()));
   EXPECT_FALSE(calibrated->isEqual(NSColor::colorWithSRGBRed(0.5, 0.5, 0.5, 1).get()));
   EXPECT_FALSE(calibrated->isEqual(NSColor::colorWithCalibratedWhite(0.5, 1).get()));
-  EXPECT_FALSE(
-      NSColor::colorWithCalibratedWhite(0.5, 1)->isEqual(NSColor::colorWithDeviceWhite(0.5, 1).get()));
+  EXPECT_FALSE(NSColor::colorWithCalibratedWhite(0.5, 1)->isEqual(NSColor::colorWithDeviceWhite(0.5, 1).get()));
 }
 
 TEST(NSColor, EqualityLooksAtEveryComponent) {
@@ -105,8 +104,7 @@ TEST(NSColor, ChangingTheAlphaDropsTheName) {
 
 TEST(NSColor, BlendingGoesTheFractionOfTheWayAndDropsTheName) {
   const auto color = NSColor::blackColor()->blendedColorWithFraction(0.25, NSColor::colorWithSRGBRed(1, 0.5, 0, 0.5));
-  EXPECT_EQ(recordingOf([&] { color->setFill(); }),
-            (Lines{R"({"op":"setFillColor","color":[0.25,0.125,0,0.875]})"}));
+  EXPECT_EQ(recordingOf([&] { color->setFill(); }), (Lines{R"({"op":"setFillColor","color":[0.25,0.125,0,0.875]})"}));
   const auto unmoved = NSColor::redColor()->blendedColorWithFraction(0, NSColor::blueColor());
   EXPECT_FALSE(unmoved->isEqual(NSColor::redColor().get()));
 }
@@ -247,6 +245,5 @@ TEST_F(NSColorOnADesktop, AnAlphaFixesASystemColorAtThatMoment) {
   desktop.setSystemColor(tessaluna::backend::SystemColor::ControlText, {0.25, 0.5, 0.75, 1});
   const auto color = NSColor::controlTextColor()->colorWithAlphaComponent(0.5);
   desktop.setSystemColor(tessaluna::backend::SystemColor::ControlText, {1, 0, 0, 1});
-  EXPECT_EQ(recordingOf([&] { color->setFill(); }),
-            (Lines{R"({"op":"setFillColor","color":[0.25,0.5,0.75,0.5]})"}));
+  EXPECT_EQ(recordingOf([&] { color->setFill(); }), (Lines{R"({"op":"setFillColor","color":[0.25,0.5,0.75,0.5]})"}));
 }

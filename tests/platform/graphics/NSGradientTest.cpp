@@ -26,7 +26,8 @@ struct Axis {
 // The recording tells the angle; what a canvas makes of it are these two points.
 class AxisCanvas : public tessaluna::backend::recording::RecordingCanvas {
  public:
-  void fillGradient(const tessaluna::backend::Path&, tessaluna::backend::FillRule, const tessaluna::backend::LinearGradient& gradient) override {
+  void fillGradient(const tessaluna::backend::Path&, tessaluna::backend::FillRule,
+                    const tessaluna::backend::LinearGradient& gradient) override {
     axis = {gradient.start, gradient.end};
   }
   Axis axis;
@@ -47,7 +48,9 @@ void expectNear(CGPoint point, CGPoint expected) {
 }  // namespace
 
 TEST(NSGradient, IsRecordedWithStopsAndAngle) {
-  EXPECT_EQ(recordingOf([] { blackToWhite()->drawInBezierPath(*NSBezierPath::bezierPathWithRect({0, 0, 4, 2}), 90); }),
+  EXPECT_EQ(recordingOf([] {
+              blackToWhite()->drawInBezierPath(*NSBezierPath::bezierPathWithRect({0, 0, 4, 2}), 90);
+            }),
             (Lines{R"({"op":"gradient","path":[["M",0,0],["L",4,0],["L",4,2],["L",0,2],["Z"]],)"
                    R"("shape":["rect",0,0,4,2],"stops":[[0,[0,0,0,1]],[1,[1,1,1,1]]],"angle":90})"}));
 }
@@ -108,8 +111,7 @@ TEST(NSGradient, LeavesOutColorsWithoutALocation) {
   const Ref<NSColor> colors[] = {NSColor::blackColor(), NSColor::redColor(), NSColor::whiteColor()};
   const double locations[] = {0, 1};
   const auto gradient = make<NSGradient>(colors, locations, NSColorSpace::genericRGBColorSpace());
-  const Lines lines =
-      recordingOf([&] { gradient->drawInBezierPath(*NSBezierPath::bezierPathWithRect({0, 0, 1, 1}), 0); });
+  const Lines lines = recordingOf([&] { gradient->drawInBezierPath(*NSBezierPath::bezierPathWithRect({0, 0, 1, 1}), 0); });
   EXPECT_NE(lines[0].find(R"("stops":[[0,[0,0,0,1]],[1,[1,0,0,1]]])"), std::string::npos);
 }
 

@@ -5,8 +5,8 @@
 #include <thread>
 
 #include "tessaluna/platform/graphics/NSBezierPath.h"
-#include "tessaluna/platform/graphics/NSGradient.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGradient.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/recordingOf.h"

@@ -45,8 +45,9 @@ TEST_F(NSImageBytesTest, AlphaIsPremultiplied) {
 }
 
 TEST_F(NSImageBytesTest, WhatIsNoPictureIsAbsent) {
-  for (const char* bytes : {"", "P", "P5 1 1 255\nx", "P6 0 1 255\n", "P6 -1 1 255\nxxx", "P6 1 1 65535\nxxxxxx", "P7\nDEPTH",
-                            "P7\nCOLOR 3\nENDHDR\n", "\x89PNG\r\n", "P6 1 1", "P6 99999999999999999999 1 255\nxxx"})
+  for (const char* bytes :
+       {"", "P", "P5 1 1 255\nx", "P6 0 1 255\n", "P6 -1 1 255\nxxx", "P6 1 1 65535\nxxxxxx", "P7\nDEPTH",
+        "P7\nCOLOR 3\nENDHDR\n", "\x89PNG\r\n", "P6 1 1", "P6 99999999999999999999 1 255\nxxx"})
     EXPECT_EQ(decoded(bytes), nullptr) << bytes;
 }
 
@@ -88,8 +89,9 @@ TEST_F(NSImageBytesTest, AFractionIsTheAlphaOfOnePicture) {
 }
 
 TEST_F(NSImageBytesTest, AnOperationIsThatOfOnePicture) {
-  const Lines lines = recordingOf(
-      [] { decoded(redAndBlue())->drawInRect({0, 0, 2, 1}, {.operation = NSCompositingOperationSourceIn}); });
+  const Lines lines = recordingOf([] {
+    decoded(redAndBlue())->drawInRect({0, 0, 2, 1}, {.operation = NSCompositingOperationSourceIn});
+  });
   EXPECT_EQ(only("setBlendMode", lines), Lines{R"({"op":"setBlendMode","mode":"sourceIn"})"});
   EXPECT_EQ(only("endTransparencyLayer", lines).size(), 1u);
 }
@@ -109,7 +111,9 @@ TEST_F(NSImageBytesTest, StandsUprightInAFlippedViewUnlessToldOtherwise) {
 TEST_F(NSImageBytesTest, TheRepresentationWithTheMostPixelsIsDrawn) {
   const auto image = decoded(redAndBlue());
   image->addRepresentation(decoded(std::string("P6 3 1 255\n") + std::string(9, 'x'))->representations()[0]);
-  EXPECT_EQ(only("image", recordingOf([&] { image->drawInRect({0, 0, 2, 1}); })),
+  EXPECT_EQ(only("image", recordingOf([&] {
+                   image->drawInRect({0, 0, 2, 1});
+                 })),
             Lines{R"({"op":"image","pixels":[3,1],"from":[0,0,3,1],"rect":[0,0,2,1]})"});
 }
 

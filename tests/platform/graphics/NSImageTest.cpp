@@ -55,7 +55,9 @@ TEST(NSImage, IsRenderedScaledToTheRectangleAndClippedByIt) {
     NSBezierPath::bezierPathWithRect({0, 0, 10, 20})->fill();
     return true;
   });
-  EXPECT_EQ(recordingOf([&] { image->drawInRect({100, 200, 20, 60}); }),
+  EXPECT_EQ(recordingOf([&] {
+              image->drawInRect({100, 200, 20, 60});
+            }),
             (Lines{R"({"op":"save"})", R"({"op":"clipRect","rect":[100,200,20,60]})",
                    R"({"op":"concat","transform":[2,0,0,3,100,200]})",
                    R"({"op":"fill","path":[["M",0,0],["L",10,0],["L",10,20],["L",0,20],["Z"]],)"
@@ -79,7 +81,10 @@ TEST(NSImage, AFlippedImageHasItsFirstLineAtTheTop) {
     wasFlipped = NSGraphicsContext::currentContext()->isFlipped();
     return true;
   });
-  EXPECT_EQ(harness::only("concat", recordingOf([&] { image->drawInRect({0, 0, 10, 20}); })).back(),
+  EXPECT_EQ(harness::only("concat", recordingOf([&] {
+                            image->drawInRect({0, 0, 10, 20});
+                          }))
+                .back(),
             R"({"op":"concat","transform":[1,0,0,-1,0,20]})");
   EXPECT_TRUE(wasFlipped);
 }
@@ -98,7 +103,9 @@ TEST(NSImage, ALaterSizeScalesWhatTheHandlerDraws) {
   const auto image = NSImage::imageWithSize({10, 20}, false, [](CGRect rect) { return rect.size.width == 10; });
   image->setSize({5, 5});
   EXPECT_EQ(image->size(), (CGSize{5, 5}));
-  EXPECT_EQ(harness::only("concat", recordingOf([&] { image->drawInRect({0, 0, 20, 20}); }))[0],
+  EXPECT_EQ(harness::only("concat", recordingOf([&] {
+                            image->drawInRect({0, 0, 20, 20});
+                          }))[0],
             R"({"op":"concat","transform":[2,0,0,1,0,0]})");
 }
 

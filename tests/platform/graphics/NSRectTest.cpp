@@ -24,19 +24,22 @@ TEST(NSRect, RectFillReplacesWhatIsThere) {
 }
 
 TEST(NSRect, RectFillWithOperation2Blends) {
-  EXPECT_EQ(recordingOf([] { NSRectFillUsingOperation({1, 2, 3, 4}, static_cast<NSCompositingOperation>(2)); }),
+  EXPECT_EQ(recordingOf([] {
+              NSRectFillUsingOperation({1, 2, 3, 4}, static_cast<NSCompositingOperation>(2));
+            }),
             fillWith("normal"));
 }
 
 TEST(NSRect, EveryOperationHasItsMode) {
-  const std::pair<int, std::string> all[] = {
-      {0, "clear"},          {1, "copy"},           {2, "normal"},          {3, "sourceIn"},
-      {4, "sourceOut"},      {5, "sourceAtop"},     {6, "destinationOver"}, {7, "destinationIn"},
-      {8, "destinationOut"}, {9, "destinationAtop"}, {10, "xor"},           {13, "plusLighter"}};
+  const std::pair<int, std::string> all[] = {{0, "clear"},           {1, "copy"},          {2, "normal"},
+                                             {3, "sourceIn"},        {4, "sourceOut"},     {5, "sourceAtop"},
+                                             {6, "destinationOver"}, {7, "destinationIn"}, {8, "destinationOut"},
+                                             {9, "destinationAtop"}, {10, "xor"},          {13, "plusLighter"}};
   for (const auto& [value, mode] : all)
-    EXPECT_EQ(
-        recordingOf([&] { NSRectFillUsingOperation({1, 2, 3, 4}, static_cast<NSCompositingOperation>(value)); }),
-        fillWith(mode));
+    EXPECT_EQ(recordingOf([&] {
+                NSRectFillUsingOperation({1, 2, 3, 4}, static_cast<NSCompositingOperation>(value));
+              }),
+              fillWith(mode));
 }
 
 TEST(NSRect, RectClipIntersectsTheClip) {

@@ -31,12 +31,16 @@ TEST(NSShadow, TheInitializersColorMayBeAbsent) {
 }
 
 TEST(NSShadow, SetMakesItTheContextsShadow) {
-  EXPECT_EQ(recordingOf([] { make<NSShadow>(NSColor::redColor(), CGSize{1, -1}, 1.5)->set(); }),
+  EXPECT_EQ(recordingOf([] {
+              make<NSShadow>(NSColor::redColor(), CGSize{1, -1}, 1.5)->set();
+            }),
             (Lines{R"({"op":"setShadow","offset":[1,-1],"blur":1.5,"color":[1,0,0,1]})"}));
 }
 
 TEST(NSShadow, SetWithoutAColorTakesTheShadowAway) {
-  EXPECT_EQ(recordingOf([] { make<NSShadow>(nullptr, CGSize{1, -1}, 1.5)->set(); }),
+  EXPECT_EQ(recordingOf([] {
+              make<NSShadow>(nullptr, CGSize{1, -1}, 1.5)->set();
+            }),
             (Lines{R"({"op":"setShadow","offset":[1,-1],"blur":1.5,"color":null})"}));
 }
 

@@ -46,10 +46,8 @@ class Owner : public NSObject {
 const Outlet Owner::outlets[] = {outlet<&Owner::setField>("field"), outlet<&Owner::setView>("view")};
 const Property Owner::properties[] = {property<&Owner::setIsLoud, "isLoud">(), property<&Owner::setCount, "count">(),
                                       property<&Owner::setWidth, "width">(), property<&Owner::setName, "name">()};
-const ClassInfo Owner::staticClassInfo{.name = "Test.Owner",
-                                       .base = &NSObject::staticClassInfo,
-                                       .outlets = Owner::outlets,
-                                       .properties = Owner::properties};
+const ClassInfo Owner::staticClassInfo{
+    .name = "Test.Owner", .base = &NSObject::staticClassInfo, .outlets = Owner::outlets, .properties = Owner::properties};
 
 std::string errorOf(std::string_view json) {
   const NSNib::Contents contents = make<NSNib>(json)->instantiateWithOwner(make<Owner>());
@@ -146,7 +144,8 @@ TEST_F(Nib, ABadDocumentIsAClearError) {
        "\"a\" is no scroll view and has a document view"},
       {R"({"objects": [{"id": "a", "class": "NSTextField", "cell": {"class": "Nobody"}}]})",
        "\"a\": its cell: unknown class \"Nobody\""},
-      {R"({"objects": [{"id": "a", "class": "NSTextField", "cell": {"class": "NSView"}}]})", "\"a\": its cell: NSView is no cell"},
+      {R"({"objects": [{"id": "a", "class": "NSTextField", "cell": {"class": "NSView"}}]})",
+       "\"a\": its cell: NSView is no cell"},
   };
   for (const auto& [json, error] : cases) EXPECT_EQ(errorOf(json), error) << json;
   EXPECT_TRUE(awakened.empty());
@@ -162,12 +161,44 @@ TEST_F(Nib, DeepNestingIsAnErrorAndNoCrash) {
 
 // Pieces of good documents put together at random: whatever comes of it is objects or an error.
 TEST_F(Nib, RandomDocumentsAreObjectsOrErrors) {
-  const std::vector<std::string> pieces = {
-      "{", "}", "[", "]", ":", ",", "\"", "\\u0000", "\"objects\"", "\"owner\"", "\"id\"", "\"class\"", "\"NSView\"",
-      "\"NSWindow\"", "\"NSScrollView\"", "\"NSTextField\"", "\"NSTableView\"", "\"cell\"", "\"frame\"",
-      "[0, 0, 1e308, -1e308]", "[1, 2]", "\"subviews\"", "\"contentView\"", "\"documentView\"", "\"outlets\"",
-      "\"properties\"", "\"target\"", "\"view\"", "\"a\"", "1e400", "-0", "true", "null", "\"styleMask\"",
-      "\"contentRect\"", "\"autoresizingMask\"", "99999999999999999999", "\xff"};
+  const std::vector<std::string> pieces = {"{",
+                                           "}",
+                                           "[",
+                                           "]",
+                                           ":",
+                                           ",",
+                                           "\"",
+                                           "\\u0000",
+                                           "\"objects\"",
+                                           "\"owner\"",
+                                           "\"id\"",
+                                           "\"class\"",
+                                           "\"NSView\"",
+                                           "\"NSWindow\"",
+                                           "\"NSScrollView\"",
+                                           "\"NSTextField\"",
+                                           "\"NSTableView\"",
+                                           "\"cell\"",
+                                           "\"frame\"",
+                                           "[0, 0, 1e308, -1e308]",
+                                           "[1, 2]",
+                                           "\"subviews\"",
+                                           "\"contentView\"",
+                                           "\"documentView\"",
+                                           "\"outlets\"",
+                                           "\"properties\"",
+                                           "\"target\"",
+                                           "\"view\"",
+                                           "\"a\"",
+                                           "1e400",
+                                           "-0",
+                                           "true",
+                                           "null",
+                                           "\"styleMask\"",
+                                           "\"contentRect\"",
+                                           "\"autoresizingMask\"",
+                                           "99999999999999999999",
+                                           "\xff"};
   const std::string good = R"({"owner": {"view": "a"}, "objects": [{"id": "a", "class": "NSView", "frame": [0, 0, 200, 24],
       "autoresizingMask": 63, "subviews": [{"class": "NSTextField", "outlets": {"target": "a"},
       "cell": {"class": "NSTextFieldCell", "fontSize": 13}}, {"class": "NSScrollView", "frame": [1, 2, 3, 4],
@@ -181,7 +212,8 @@ TEST_F(Nib, RandomDocumentsAreObjectsOrErrors) {
       const std::size_t at = random() % json.size();
       const std::string& piece = pieces[random() % pieces.size()];
       // Over what stands there, from one quotation mark to the next if there are any.
-      const std::size_t start = std::min(json.find('"', at), json.size()), end = std::min(json.find('"', start + 1), json.size());
+      const std::size_t start = std::min(json.find('"', at), json.size()),
+                        end = std::min(json.find('"', start + 1), json.size());
       if (random() % 2) json.replace(start, end - start + 1, piece);
       else json.replace(at, random() % 4, piece);
     }
@@ -247,7 +279,8 @@ class MyController : public NSViewController {
 const ClassInfo MyController::staticClassInfo{.name = "Test.MyController", .base = &NSViewController::staticClassInfo};
 
 TEST_F(Nib, AViewControllerLoadsItsViewAtFirstUse) {
-  NSNib::registerDocument("row", R"({"owner": {"view": "b"}, "objects": [{"class": "NSView"}, {"id": "b", "class": "NSView"}]})");
+  NSNib::registerDocument("row",
+                          R"({"owner": {"view": "b"}, "objects": [{"class": "NSView"}, {"id": "b", "class": "NSView"}]})");
   const auto controller = make<MyController>("row");
   EXPECT_FALSE(controller->isViewLoaded());
   const Ref<NSView> view = controller->view();

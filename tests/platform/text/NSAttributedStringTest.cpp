@@ -67,7 +67,8 @@ TEST(NSAttributedString, EnumerationVisitsStretchesWithoutTheAttributeToo) {
   text.enumerateAttribute(linkKey, {0, 5}, [&](const std::optional<NSAttributeValue>& value, NSRange range) {
     seen.emplace_back(value ? std::get<std::string>(*value) : "-", range);
   });
-  EXPECT_EQ(seen, (std::vector<std::pair<std::string, NSRange>>{{"-", {0, 1}}, {"x", {1, 2}}, {"y", {3, 1}}, {"-", {4, 1}}}));
+  EXPECT_EQ(seen,
+            (std::vector<std::pair<std::string, NSRange>>{{"-", {0, 1}}, {"x", {1, 2}}, {"y", {3, 1}}, {"-", {4, 1}}}));
 }
 
 TEST(NSAttributedString, ASubstringKeepsItsAttributes) {

@@ -47,8 +47,7 @@ using Texts = std::vector<std::string>;
 
 TEST_F(TextLayoutTest, ACharacterIsHalfThePointSizeWideAndALineATwelfthTimesTenHigh) {
   EXPECT_EQ(sizeWithAttributes("abc", attributes()), (CGSize{15, 12}));
-  EXPECT_EQ(sizeWithAttributes("abc", attributes(NSLineBreakByWordWrapping, NSTextAlignmentLeft, 20)),
-            (CGSize{30, 24}));
+  EXPECT_EQ(sizeWithAttributes("abc", attributes(NSLineBreakByWordWrapping, NSTextAlignmentLeft, 20)), (CGSize{30, 24}));
 }
 
 TEST_F(TextLayoutTest, AnEmptyTextIsOneLineHigh) {
@@ -61,8 +60,8 @@ TEST_F(TextLayoutTest, AnEmptyTextIsOneLineHigh) {
 TEST_F(TextLayoutTest, WithoutAFontTheSystemsIsMeant) { EXPECT_EQ(sizeWithAttributes("ab", {}).width, 13); }
 
 TEST_F(TextLayoutTest, UserPerceivedCharactersAreMeasured) {
-  EXPECT_EQ(sizeWithAttributes("e\xCC\x81", attributes()).width, 5);                             // with an acute
-  EXPECT_EQ(sizeWithAttributes("\xF0\x9F\x87\xA9\xF0\x9F\x87\xAA", attributes()).width, 5);      // a flag
+  EXPECT_EQ(sizeWithAttributes("e\xCC\x81", attributes()).width, 5);                                    // with an acute
+  EXPECT_EQ(sizeWithAttributes("\xF0\x9F\x87\xA9\xF0\x9F\x87\xAA", attributes()).width, 5);             // a flag
   EXPECT_EQ(sizeWithAttributes(u"\U0001F468\u200D\U0001F469\u200D\U0001F467", attributes()).width, 5);  // a family
 }
 
@@ -119,7 +118,10 @@ TEST_F(TextLayoutTest, AWidthWithoutRoomForACharacterHoldsOneALine) {
 }
 
 TEST_F(TextLayoutTest, NoLineBreaksWithinAUserPerceivedCharacter) {
-  EXPECT_EQ(shown(layOut("ae\xCC\x81" "e\xCC\x81", 10, NSLineBreakByCharWrapping)), (Texts{"ae\xCC\x81", "e\xCC\x81"}));
+  EXPECT_EQ(shown(layOut("ae\xCC\x81"
+                         "e\xCC\x81",
+                         10, NSLineBreakByCharWrapping)),
+            (Texts{"ae\xCC\x81", "e\xCC\x81"}));
 }
 
 TEST_F(TextLayoutTest, ClippingKeepsOneLineThatTheEdgeCuts) {
@@ -139,12 +141,15 @@ TEST_F(TextLayoutTest, TruncationAtTheTailKeepsTheStart) {
 }
 
 TEST_F(TextLayoutTest, TruncationAtTheHeadKeepsTheEnd) {
-  EXPECT_EQ(shown(layOut("abcdef", 20, NSLineBreakByTruncatingHead)), Texts{"\xE2\x80\xA6" "def"});
+  EXPECT_EQ(shown(layOut("abcdef", 20, NSLineBreakByTruncatingHead)), Texts{"\xE2\x80\xA6"
+                                                                            "def"});
 }
 
 TEST_F(TextLayoutTest, TruncationInTheMiddleKeepsBothAndTheStartHasTheOddOne) {
-  EXPECT_EQ(shown(layOut("abcdef", 20, NSLineBreakByTruncatingMiddle)), Texts{"ab\xE2\x80\xA6" "f"});
-  EXPECT_EQ(shown(layOut("abcdef", 25, NSLineBreakByTruncatingMiddle)), Texts{"ab\xE2\x80\xA6" "ef"});
+  EXPECT_EQ(shown(layOut("abcdef", 20, NSLineBreakByTruncatingMiddle)), Texts{"ab\xE2\x80\xA6"
+                                                                              "f"});
+  EXPECT_EQ(shown(layOut("abcdef", 25, NSLineBreakByTruncatingMiddle)), Texts{"ab\xE2\x80\xA6"
+                                                                              "ef"});
 }
 
 TEST_F(TextLayoutTest, ATextThatJustFitsIsNotTruncated) {
@@ -153,8 +158,9 @@ TEST_F(TextLayoutTest, ATextThatJustFitsIsNotTruncated) {
 }
 
 TEST_F(TextLayoutTest, AWidthThatWasComputedHoldsTheTextItWasMeasuredFor) {
-  const CGFloat size = 11.3, width = sizeWithAttributes("abcdefg", attributes(NSLineBreakByTruncatingTail,
-                                                                               NSTextAlignmentLeft, size)).width;
+  const CGFloat size = 11.3,
+                width =
+                    sizeWithAttributes("abcdefg", attributes(NSLineBreakByTruncatingTail, NSTextAlignmentLeft, size)).width;
   const NSAttributedString text("abcdefg", attributes(NSLineBreakByTruncatingTail, NSTextAlignmentLeft, size));
   const CGFloat noisy = ((width + 0.1) + 0.2) - 0.3 - 1e-12;
   EXPECT_EQ(shown(TextLayout(text, {.width = noisy})), Texts{"abcdefg"});
@@ -177,7 +183,10 @@ TEST_F(TextLayoutTest, EachParagraphIsTruncatedByItself) {
 // Paragraphs.
 
 TEST_F(TextLayoutTest, EveryKindOfLineEndEndsAParagraph) {
-  const TextLayout layout = layOut("a\nb\r\nc\rd\xE2\x80\xA9" "e", 100);
+  const TextLayout layout = layOut(
+      "a\nb\r\nc\rd\xE2\x80\xA9"
+      "e",
+      100);
   EXPECT_EQ(shown(layout), (Texts{"a", "b", "c", "d", "e"}));
   EXPECT_EQ(layout.lines()[2].start, 5u);
 }
@@ -247,9 +256,9 @@ TEST_F(TextLayoutTest, TheCharacterUnderAPoint) {
   EXPECT_EQ(layout.characterAt({4.9, 5}), 0u);
   EXPECT_EQ(layout.characterAt({5, 5}), 1u);
   EXPECT_EQ(layout.characterAt({7, 13}), 5u);
-  EXPECT_EQ(layout.characterAt({-50, 13}), 4u);   // the nearest of its line
+  EXPECT_EQ(layout.characterAt({-50, 13}), 4u);  // the nearest of its line
   EXPECT_EQ(layout.characterAt({900, 5}), 2u);
-  EXPECT_EQ(layout.characterAt({2, 900}), 4u);    // below all lines, the last
+  EXPECT_EQ(layout.characterAt({2, 900}), 4u);  // below all lines, the last
   EXPECT_EQ(layout.characterAt({2, -900}), 0u);
 }
 
@@ -287,7 +296,10 @@ TEST_F(TextLayoutTest, TheCaretOfAnEmptyLineStandsAtItsStart) {
 }
 
 TEST_F(TextLayoutTest, TheCaretBehindACharacterOfSeveralUnitsSkipsThem) {
-  const TextLayout layout = layOut("e\xCC\x81" "b", 100);
+  const TextLayout layout = layOut(
+      "e\xCC\x81"
+      "b",
+      100);
   EXPECT_EQ(layout.insertionIndexAt({6, 5}), 2u);
   EXPECT_EQ(layout.caretRectAt(2).origin.x, 5);
 }
@@ -358,7 +370,9 @@ TEST_F(TextLayoutTest, NoUnderlineIsDrawnForTheStyleNone) {
 
 TEST_F(TextLayoutTest, DrawAtPointHasItsLowerLeftCornerThere) {
   const NSAttributedString text("ab", attributes());
-  EXPECT_EQ(only("concat", recordingOf([&] { text.drawAtPoint({10, 20}); })),
+  EXPECT_EQ(only("concat", recordingOf([&] {
+                   text.drawAtPoint({10, 20});
+                 })),
             Lines{R"({"op":"concat","transform":[1,0,0,1,10,23]})"});
 }
 
@@ -425,8 +439,7 @@ TEST_F(TextLayoutTest, TheCaretPlaceAtTheRightOfTextFromRightToLeftIsItsStart) {
 
 TEST_F(TextLayoutTest, EachParagraphHasItsOwnAlignment) {
   NSMutableAttributedString text("ab\n", attributes());
-  text.appendAttributedString(
-      NSAttributedString("cd", attributes(NSLineBreakByWordWrapping, NSTextAlignmentRight)));
+  text.appendAttributedString(NSAttributedString("cd", attributes(NSLineBreakByWordWrapping, NSTextAlignmentRight)));
   const TextLayout layout(text, {.width = 50});
   ASSERT_EQ(layout.lines().size(), 2u);
   EXPECT_EQ(layout.lines()[0].x, 0);

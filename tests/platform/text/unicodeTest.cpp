@@ -36,7 +36,9 @@ TEST(Unicode, OverlongFormsAndEncodedSurrogatesAreNoCharacters) {
 }
 
 TEST(Unicode, ALoneSurrogateLeavesAsTheReplacementCharacter) {
-  EXPECT_EQ(utf8FromUtf16(std::u16string{u'a', 0xD83C, u'b'}), "a\xEF\xBF\xBD" "b");
+  EXPECT_EQ(utf8FromUtf16(std::u16string{u'a', 0xD83C, u'b'}),
+            "a\xEF\xBF\xBD"
+            "b");
   EXPECT_EQ(utf8FromUtf16(std::u16string{0xDFB5}), "\xEF\xBF\xBD");
 }
 

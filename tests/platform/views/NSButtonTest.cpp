@@ -78,8 +78,7 @@ TEST_F(NSButtonTest, PressAndReleaseEachRedrawTheButtonOnly) {
   user.release();
   desktop.settle();
   ASSERT_EQ(nativeOf(*window).paints().size(), 2u);
-  for (const auto& paint : nativeOf(*window).paints())
-    EXPECT_THAT(paint.dirty, ElementsAre(CGRect{10, 10, 40, 20}));
+  for (const auto& paint : nativeOf(*window).paints()) EXPECT_THAT(paint.dirty, ElementsAre(CGRect{10, 10, 40, 20}));
 }
 
 TEST_F(NSButtonTest, DraggedOutItIsNotHighlightedAndDraggedBackItIs) {

@@ -109,8 +109,8 @@ TEST_F(NSControlTest, APressIsTrackedFromStartToStopInTheControlsSpace) {
   user.dragTo({25, 35});
   user.release();
   EXPECT_THAT(cell->log, ElementsAre("start", "continue", "continue", "stop, up"));
-  EXPECT_THAT(cell->points, ElementsAre(CGPoint{5, 5}, CGPoint{5, 5}, CGPoint{10, 10}, CGPoint{10, 10},
-                                        CGPoint{15, 15}, CGPoint{15, 15}, CGPoint{15, 15}));
+  EXPECT_THAT(cell->points, ElementsAre(CGPoint{5, 5}, CGPoint{5, 5}, CGPoint{10, 10}, CGPoint{10, 10}, CGPoint{15, 15},
+                                        CGPoint{15, 15}, CGPoint{15, 15}));
   EXPECT_EQ(target->acts, 1);
 }
 

@@ -138,7 +138,9 @@ TEST_F(Keys, TypedTextReplacesTheSelection) {
   begin("abc");
   editor()->setSelectedRange({1, 1});
   user.type("X\u00E9");
-  EXPECT_EQ(field->stringValue(), "aX\u00E9" "c");
+  EXPECT_EQ(field->stringValue(),
+            "aX\u00E9"
+            "c");
   EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
 }
 

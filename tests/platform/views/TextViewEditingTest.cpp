@@ -134,7 +134,9 @@ TEST_F(Clipboard, CopyingNothingLeavesItAsItWas) {
 }
 
 TEST_F(Clipboard, PastedLinesBecomeOne) {
-  desktop.setClipboardText("one\r\ntwo\nthree\u2028" "four");
+  desktop.setClipboardText(
+      "one\r\ntwo\nthree\u2028"
+      "four");
   begin();
   user.pressKey("v", control);
   EXPECT_EQ(field->stringValue(), "one two three four");
@@ -154,14 +156,18 @@ TEST_F(Composition, StandsUnderlinedInTheTextUntilItIsCommitted) {
   user.compose("\u00B4");
   EXPECT_TRUE(editor()->hasMarkedText());
   EXPECT_EQ(editor()->markedRange(), (NSRange{1, 1}));
-  EXPECT_EQ(field->stringValue(), "a\u00B4" "b");
+  EXPECT_EQ(field->stringValue(),
+            "a\u00B4"
+            "b");
   EXPECT_TRUE(isUnderlined(1));
   EXPECT_FALSE(isUnderlined(0));
   EXPECT_FALSE(isUnderlined(2));
   user.commit("\u00E9");
   EXPECT_FALSE(editor()->hasMarkedText());
   EXPECT_EQ(editor()->markedRange(), noRange);
-  EXPECT_EQ(field->stringValue(), "a\u00E9" "b");
+  EXPECT_EQ(field->stringValue(),
+            "a\u00E9"
+            "b");
   EXPECT_EQ(editor()->selectedRange(), (NSRange{2, 0}));
   EXPECT_FALSE(isUnderlined(1));
 }

@@ -134,9 +134,9 @@ TEST_F(WindowNews, GoToTheDelegateAndThenToTheObservers) {
   window->close();
   center.removeObserver(token);
   std::vector<std::string> expected;
-  for (const char* name : {"NSWindowDidMoveNotification", "NSWindowDidResizeNotification",
-                           "NSWindowDidResignKeyNotification", "NSWindowDidBecomeKeyNotification",
-                           "NSWindowWillCloseNotification", "NSWindowDidResignKeyNotification"}) {
+  for (const char* name :
+       {"NSWindowDidMoveNotification", "NSWindowDidResizeNotification", "NSWindowDidResignKeyNotification",
+        "NSWindowDidBecomeKeyNotification", "NSWindowWillCloseNotification", "NSWindowDidResignKeyNotification"}) {
     expected.push_back(std::string("delegate ") + name);
     expected.push_back(std::string("observer ") + name);
   }

@@ -87,11 +87,11 @@ TEST_F(NSApplicationTest, MonitorsSeeAnEventBeforeItsWindowInTheOrderOfTheirAddi
 
 TEST_F(NSApplicationTest, AMonitorSeesOnlyTheEventsOfItsMask) {
   std::vector<NSEventType> seen;
-  NSEvent::addLocalMonitorForEventsMatchingMask(
-      maskOf(NSEventType::LeftMouseDown) | maskOf(NSEventType::RightMouseDown), [&](const Ref<NSEvent>& event) {
-        seen.push_back(event->type());
-        return event;
-      });
+  NSEvent::addLocalMonitorForEventsMatchingMask(maskOf(NSEventType::LeftMouseDown) | maskOf(NSEventType::RightMouseDown),
+                                                [&](const Ref<NSEvent>& event) {
+                                                  seen.push_back(event->type());
+                                                  return event;
+                                                });
   for (const auto type : {NSEventType::LeftMouseDown, NSEventType::LeftMouseUp, NSEventType::RightMouseDown,
                           NSEventType::OtherMouseDown, NSEventType::KeyDown})
     NSApp->sendEvent(eventFor(nullptr, type));
@@ -152,14 +152,13 @@ TEST_F(NSApplicationTest, AMonitorMayRemoveItselfInsideItsHandler) {
   int seen = 0;
   // The captures must live until the handler has returned, though the monitor is gone by then.
   auto witness = std::make_shared<int>(0);
-  token = NSEvent::addLocalMonitorForEventsMatchingMask(
-      NSEventMaskAny, [&, witness](const Ref<NSEvent>& event) {
-        NSEvent::removeMonitor(token);
-        token.reset();
-        ++*witness;
-        ++seen;
-        return event;
-      });
+  token = NSEvent::addLocalMonitorForEventsMatchingMask(NSEventMaskAny, [&, witness](const Ref<NSEvent>& event) {
+    NSEvent::removeMonitor(token);
+    token.reset();
+    ++*witness;
+    ++seen;
+    return event;
+  });
   NSApp->sendEvent(eventFor(nullptr));
   NSApp->sendEvent(eventFor(nullptr));
   EXPECT_EQ(seen, 1);

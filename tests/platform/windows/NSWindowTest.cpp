@@ -12,9 +12,9 @@
 #include "tests/harness/recordingOf.h"
 
 using namespace tessaluna::platform;
+using harness::ProbeView;
 using tessaluna::backend::headless::HeadlessWindow;
 using tessaluna::backend::headless::Pictures;
-using harness::ProbeView;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -62,8 +62,7 @@ TEST_F(NSWindowTest, WithDeferTheNativeWindowComesWhenItIsShown) {
   EXPECT_EQ(deferred->nativeWindow(), nullptr);
   deferred->orderFront(nullptr);
   EXPECT_NE(deferred->nativeWindow(), nullptr);
-  const auto atOnce =
-      make<NSWindow>(CGRect{0, 0, 9, 9}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, /*defer=*/false);
+  const auto atOnce = make<NSWindow>(CGRect{0, 0, 9, 9}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, /*defer=*/false);
   EXPECT_NE(atOnce->nativeWindow(), nullptr);
 }
 
@@ -109,8 +108,7 @@ TEST_F(NSWindowTest, ABorderlessWindowThatSaysSoTakesKeyStatus) {
     using NSWindow::NSWindow;
     bool canBecomeKeyWindow() const override { return true; }
   };
-  const auto window =
-      make<KeyPanel>(CGRect{0, 0, 9, 9}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
+  const auto window = make<KeyPanel>(CGRect{0, 0, 9, 9}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
   window->makeKeyAndOrderFront(nullptr);
   EXPECT_TRUE(window->isKeyWindow());
   EXPECT_EQ(nativeOf(*window).options().kind, tessaluna::backend::WindowKind::Borderless);
@@ -244,8 +242,7 @@ TEST_F(NSWindowTest, EveryRectangleOfAPaintIsWholeDevicePixels) {
   desktop.settle();
   for (const auto& paint : nativeOf(*window).paints()) {
     for (const CGRect& rect : paint.dirty) {
-      for (const double edge :
-           {CGRectGetMinX(rect), CGRectGetMaxX(rect), CGRectGetMinY(rect), CGRectGetMaxY(rect)})
+      for (const double edge : {CGRectGetMinX(rect), CGRectGetMaxX(rect), CGRectGetMinY(rect), CGRectGetMaxY(rect)})
         EXPECT_NEAR(edge * 1.25, std::round(edge * 1.25), 1e-6) << testing::PrintToString(rect);
     }
   }

@@ -28,9 +28,7 @@ std::string readFile(const fs::path& path) {
   return text.str();
 }
 
-void writeFile(const fs::path& path, const std::string& content) {
-  std::ofstream(path, std::ios::binary) << content;
-}
+void writeFile(const fs::path& path, const std::string& content) { std::ofstream(path, std::ios::binary) << content; }
 
 ToolFolder::ToolFolder() {
   std::string pattern = (fs::temp_directory_path() / "artwork-test-XXXXXX").string();
@@ -45,8 +43,8 @@ ToolFolder::~ToolFolder() {
 ToolRun ToolFolder::run(const std::vector<std::string>& arguments, const std::string& setup) const {
   // What it said is kept beside the folder, so that the folder holds only what the tool makes.
   const std::string output = path_.string() + ".out", errors = path_.string() + ".err";
-  std::string command = "cd " + shellWord(path_.string()) + " && { " + (setup.empty() ? ":" : setup) + "; " +
-                        shellWord(TESSALUNA_ARTWORK);
+  std::string command =
+      "cd " + shellWord(path_.string()) + " && { " + (setup.empty() ? ":" : setup) + "; " + shellWord(TESSALUNA_ARTWORK);
   for (const std::string& argument : arguments) command += " " + shellWord(argument);
   command += "; } >" + shellWord(output) + " 2>" + shellWord(errors);
 

@@ -3,8 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tests/tools/artwork/ToolRun.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
+#include "tests/tools/artwork/ToolRun.h"
 
 namespace artwork {
 namespace {

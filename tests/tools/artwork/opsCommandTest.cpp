@@ -3,11 +3,11 @@
 
 #include <algorithm>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <set>
+#include <nlohmann/json.hpp>
 
-#include "tests/tools/artwork/ToolRun.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
+#include "tests/tools/artwork/ToolRun.h"
 
 namespace artwork {
 namespace {
@@ -59,13 +59,19 @@ TEST(OpsCommand, RoutineThatPaintsNothingPrintsAnEmptyArray) {
 
 TEST(OpsCommand, EveryRoutinePrintsJsonWithTheFieldsOfItsOperations) {
   const std::map<std::string, std::set<std::string>> fields = {
-      {"setFillColor", {"op", "color"}}, {"setStrokeColor", {"op", "color"}},
+      {"setFillColor", {"op", "color"}},
+      {"setStrokeColor", {"op", "color"}},
       {"fill", {"op", "path"}},
       {"stroke", {"op", "path", "lineWidth", "cap", "join", "miterLimit", "dash", "phase"}},
       {"gradient", {"op", "path", "stops", "angle"}},
-      {"save", {"op"}}, {"restore", {"op"}}, {"clipRect", {"op", "rect"}},
-      {"setShadow", {"op", "offset", "blur", "color"}}, {"setAlpha", {"op", "alpha"}},
-      {"setBlendMode", {"op", "mode"}}, {"beginTransparencyLayer", {"op"}}, {"endTransparencyLayer", {"op"}},
+      {"save", {"op"}},
+      {"restore", {"op"}},
+      {"clipRect", {"op", "rect"}},
+      {"setShadow", {"op", "offset", "blur", "color"}},
+      {"setAlpha", {"op", "alpha"}},
+      {"setBlendMode", {"op", "mode"}},
+      {"beginTransparencyLayer", {"op"}},
+      {"endTransparencyLayer", {"op"}},
   };
   const ToolFolder folder;
   for (const TessalunaUIKit::Routine& routine : TessalunaUIKit::routines()) {

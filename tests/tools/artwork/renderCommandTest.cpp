@@ -192,8 +192,7 @@ TEST(RenderCommand, UnwritableFileIsAnError) {
     EXPECT_EQ(run.status, 1);
     return run.errors;
   };
-  EXPECT_EQ(messageFor("none/a.png"),
-            "tessaluna-artwork: cannot write 'none/a.png': No such file or directory\n");
+  EXPECT_EQ(messageFor("none/a.png"), "tessaluna-artwork: cannot write 'none/a.png': No such file or directory\n");
   EXPECT_EQ(messageFor("folder"), "tessaluna-artwork: cannot write 'folder': it is a directory\n");
   // A pipe of the test's own stands for all devices: a tool that went wrong would move its file over a real one.
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);

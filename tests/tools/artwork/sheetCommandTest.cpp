@@ -5,9 +5,9 @@
 #include <set>
 #include <string>
 
+#include "tessaluna/uikit/stylekit/Routines.h"
 #include "tests/tools/artwork/PngPicture.h"
 #include "tests/tools/artwork/ToolRun.h"
-#include "tessaluna/uikit/stylekit/Routines.h"
 
 namespace artwork {
 namespace {

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/AlbumArtPlaceholders.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "tessaluna/uikit/stylekit/AlbumArtPlaceholders.h"
 
 namespace {
 
@@ -29,9 +29,7 @@ TEST(EmptyAlbumImage, PaintsAPaleSquareWithADashedGrayLine) {
   EXPECT_THAT(lines[1], HasSubstr(R"("shape":["roundedRect",12.5,12.5,176,176,10,10])"));
   EXPECT_THAT(lines[2], HasSubstr(R"("named":"lightGrayColor")"));
   EXPECT_THAT(lines[3], HasSubstr(R"("shape":["roundedRect",12.5,12.5,176,176,10,10])"));
-  EXPECT_THAT(
-      lines[3],
-      HasSubstr(R"("lineWidth":3,"cap":"butt","join":"miter","miterLimit":10,"dash":[10,2],"phase":0)"));
+  EXPECT_THAT(lines[3], HasSubstr(R"("lineWidth":3,"cap":"butt","join":"miter","miterLimit":10,"dash":[10,2],"phase":0)"));
 }
 
 TEST(EmptyAlbumImage, KeepsRadiiLineAndDashesInAFrameOfHalfTheSize) {
@@ -48,9 +46,8 @@ TEST(EmptyAlbumImage, WithoutArgumentsIsMovedByTheOriginOfItsDefaultFrame) {
 
 TEST(MissingAlbumArt, PaintsTheSquareThenTheDiscFromItsMiddleOut) {
   const Lines lines = recordingOf([] { Kit::drawMissingAlbumArt(); });
-  ASSERT_THAT(operationsOf(lines),
-              ElementsAre("setFillColor", "fill", "setFillColor", "fill", "setStrokeColor", "stroke",
-                          "setFillColor", "fill", "setFillColor", "fill"));
+  ASSERT_THAT(operationsOf(lines), ElementsAre("setFillColor", "fill", "setFillColor", "fill", "setStrokeColor", "stroke",
+                                               "setFillColor", "fill", "setFillColor", "fill"));
   EXPECT_THAT(lines[0], HasSubstr(R"("named":"lightGrayColor")"));
   EXPECT_THAT(lines[1], HasSubstr(R"("shape":["roundedRect",0,0,200,200,20,20])"));
   EXPECT_THAT(lines[3], HasSubstr(R"("shape":["oval",93,93,14,14])"));
@@ -99,9 +96,7 @@ void expectBox(const Subpath& subpath, CGRect expected) {
   EXPECT_NEAR(CGRectGetMaxY(box), CGRectGetMaxY(expected), 0.05);
 }
 
-CGRect boxAbout(CGPoint center, CGSize size) {
-  return {{center.x - size.width / 2, center.y - size.height / 2}, size};
-}
+CGRect boxAbout(CGPoint center, CGSize size) { return {{center.x - size.width / 2, center.y - size.height / 2}, size}; }
 
 TEST(IconAlbum, IsOneWhiteFillOfSevenSubpaths) {
   const auto painted = paintedBy([] { Kit::drawIconAlbum(); });

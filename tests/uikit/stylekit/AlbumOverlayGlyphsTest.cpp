@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/AlbumOverlayGlyphs.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "tessaluna/uikit/stylekit/AlbumOverlayGlyphs.h"
 
 namespace {
 
@@ -35,8 +35,7 @@ struct Overlay {
 const Overlay overlays[] = {
     {"play or pause", [](CGRect f, bool p, bool o) { Kit::drawPlayPauseAlbumOverlay(f, p, o, false); }},
     {"playing", [](CGRect f, bool p, bool o) { Kit::drawPlayingAlbumOverlay(f, p, o); }},
-    {"favorite, not selected",
-     [](CGRect f, bool p, bool o) { Kit::drawFavoriteAlbumOverlay(f, false, p, o); }},
+    {"favorite, not selected", [](CGRect f, bool p, bool o) { Kit::drawFavoriteAlbumOverlay(f, false, p, o); }},
     {"more", [](CGRect f, bool p, bool o) { Kit::drawMoreAlbumOverlay(f, p, o); }},
 };
 
@@ -55,9 +54,8 @@ TEST(AlbumOverlays, PressingMakesTheGroundOpaqueAndTheMouseOutlinesIt) {
 }
 
 TEST(AlbumOverlays, WithoutFlagsShowTheBlackOutline) {
-  void (*const byDefault[])() = {
-      [] { Kit::drawPlayPauseAlbumOverlay(); }, [] { Kit::drawPlayingAlbumOverlay(); },
-      [] { Kit::drawFavoriteAlbumOverlay(); }, [] { Kit::drawMoreAlbumOverlay(); }};
+  void (*const byDefault[])() = {[] { Kit::drawPlayPauseAlbumOverlay(); }, [] { Kit::drawPlayingAlbumOverlay(); },
+                                 [] { Kit::drawFavoriteAlbumOverlay(); }, [] { Kit::drawMoreAlbumOverlay(); }};
   for (const auto draw : byDefault) EXPECT_THAT(recordingOf(draw).at(2), EndsWith(black));
 }
 
@@ -75,8 +73,8 @@ TEST(AlbumOverlays, DiscsAreSnappedToWholePointsInTheirDefaultFrame) {
 TEST(PlayPauseAlbumOverlay, ShowsATriangleWithoutAnInnerShadowWhenNotPlaying) {
   const auto draw = [](CGRect frame) { Kit::drawPlayPauseAlbumOverlay(frame, false, true, false); };
   const Lines lines = recordingOf([&] { draw({0, 0, 76, 76}); });
-  ASSERT_THAT(operationsOf(lines), ElementsAre("setFillColor", "fill", "setStrokeColor", "stroke",
-                                               "setFillColor", "fill", "setStrokeColor", "stroke"));
+  ASSERT_THAT(operationsOf(lines), ElementsAre("setFillColor", "fill", "setStrokeColor", "stroke", "setFillColor", "fill",
+                                               "setStrokeColor", "stroke"));
   EXPECT_THAT(lines[4], EndsWith(namedBlack));
   EXPECT_THAT(lines[6], EndsWith(namedBlack));
   EXPECT_THAT(lines[7], HasSubstr(R"("lineWidth":2,"cap":"round","join":"bevel")"));
@@ -86,12 +84,11 @@ TEST(PlayPauseAlbumOverlay, ShowsATriangleWithoutAnInnerShadowWhenNotPlaying) {
 
 TEST(PlayPauseAlbumOverlay, ShowsTwoBarsWithAnInnerShadowWhenPlaying) {
   const Lines lines = recordingOf([] { Kit::drawPlayPauseAlbumOverlay(); });
-  ASSERT_THAT(
-      operationsOf(lines),
-      ElementsAre("setFillColor", "fill", "setStrokeColor", "stroke", "setFillColor", "fill", "save",
-                  "clipRect", "setShadow", "setAlpha", "beginTransparencyLayer", "setShadow", "setBlendMode",
-                  "beginTransparencyLayer", "setFillColor", "fill", "endTransparencyLayer",
-                  "endTransparencyLayer", "restore", "setStrokeColor", "stroke"));
+  ASSERT_THAT(operationsOf(lines),
+              ElementsAre("setFillColor", "fill", "setStrokeColor", "stroke", "setFillColor", "fill", "save", "clipRect",
+                          "setShadow", "setAlpha", "beginTransparencyLayer", "setShadow", "setBlendMode",
+                          "beginTransparencyLayer", "setFillColor", "fill", "endTransparencyLayer", "endTransparencyLayer",
+                          "restore", "setStrokeColor", "stroke"));
   EXPECT_EQ(lines[8], R"({"op":"setShadow","offset":[0,0],"blur":0,"color":null})");
   EXPECT_EQ(lines[11], R"({"op":"setShadow","offset":[1,-1],"blur":1.5,"color":[0.167,0.167,0.167,1]})");
   EXPECT_THAT(lines[20], HasSubstr(R"("lineWidth":1,"cap":"round","join":"bevel")"));
@@ -122,8 +119,8 @@ TEST(PlayingAlbumOverlay, StrokesTheLoudspeakerInItsSnappedGroup) {
   ASSERT_EQ(strokes.size(), 6u);
   EXPECT_EQ(only("fill", lines).size(), 1u);
   for (int part = 1; part <= 5; ++part) {
-    const char* const style = part <= 2 ? R"("lineWidth":1.5,"cap":"butt","join":"round")"
-                                        : R"("lineWidth":1.5,"cap":"round","join":"round")";
+    const char* const style =
+        part <= 2 ? R"("lineWidth":1.5,"cap":"butt","join":"round")" : R"("lineWidth":1.5,"cap":"round","join":"round")";
     EXPECT_THAT(strokes[part], HasSubstr(style));
   }
   for (const std::string& color : only("setStrokeColor", lines)) EXPECT_THAT(color, EndsWith(black));
@@ -161,10 +158,7 @@ TEST(PlayingAlbumOverlay, PartsAreThoseOfTheDesign) {
 
 TEST(FavoriteAlbumOverlay, IsRedWhenSelectedAndPaleRedWhenPressedToo) {
   const auto fillOf = [](bool isSelected, bool isPressed) {
-    return recordingOf([&] {
-             Kit::drawFavoriteAlbumOverlay({0, 0, 38, 38}, isSelected, isPressed, true);
-           })
-        .at(0);
+    return recordingOf([&] { Kit::drawFavoriteAlbumOverlay({0, 0, 38, 38}, isSelected, isPressed, true); }).at(0);
   };
   EXPECT_THAT(fillOf(false, false), EndsWith(halfWhite));
   EXPECT_THAT(fillOf(false, true), EndsWith(fullWhite));

@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/pixelsOf.h"
 #include "tests/harness/recordingOf.h"
-#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 using namespace tessaluna::platform;
 using harness::Lines;
@@ -27,17 +27,23 @@ std::string stroke(const std::string& path, int lineWidth, const std::string& ca
 }  // namespace
 
 TEST(ArrowAndCloseGlyphs, LeftArrowRunsFromCornerToCornerOfItsFrame) {
-  EXPECT_EQ(recordingOf([] { Kit::drawLeftArrow({10, 20, 24, 24}); }),
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawLeftArrow({10, 20, 24, 24});
+            }),
             (Lines{black, stroke(R"([["M",34,44],["L",14.00008,32],["L",34,20]])", 2)}));
 }
 
 TEST(ArrowAndCloseGlyphs, RightArrowIsTheMirrorOfTheLeftOne) {
-  EXPECT_EQ(recordingOf([] { Kit::drawRightArrow({10, 20, 24, 24}); }),
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawRightArrow({10, 20, 24, 24});
+            }),
             (Lines{black, stroke(R"([["M",10,44],["L",29.99992,32],["L",10,20]])", 2)}));
 }
 
 TEST(ArrowAndCloseGlyphs, ADisabledAndPressedLeftArrowIsGrayAndThick) {
-  EXPECT_EQ(recordingOf([] { Kit::drawLeftArrow({0, 0, 8, 8}, false, true); }),
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawLeftArrow({0, 0, 8, 8}, false, true);
+            }),
             (Lines{gray, stroke(R"([["M",8,8],["L",1.33336,4],["L",8,0]])", 4)}));
 }
 
@@ -52,12 +58,16 @@ TEST(ArrowAndCloseGlyphs, TheEndsOfLeftArrowsStrokeReachBeyondTheFrame) {
 }
 
 TEST(ArrowAndCloseGlyphs, ForwardArrowHasRoundEnds) {
-  EXPECT_EQ(recordingOf([] { Kit::drawForwardArrow({0, 0, 64, 64}); }),
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawForwardArrow({0, 0, 64, 64});
+            }),
             (Lines{black, stroke(R"([["M",18.56,59.52],["L",46.72,31.36],["L",19.84,3.2]])", 2, "round")}));
 }
 
 TEST(ArrowAndCloseGlyphs, BackwardArrowStandsALittleToTheRightOfTheMirror) {
-  EXPECT_EQ(recordingOf([] { Kit::drawBackwardArrow({0, 0, 64, 64}, true, true, true); }),
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawBackwardArrow({0, 0, 64, 64}, true, true, true);
+            }),
             (Lines{white, stroke(R"([["M",46.72,59.52],["L",18.56,31.36],["L",45.44,3.2]])", 4, "round")}));
 }
 
@@ -73,19 +83,22 @@ TEST(ArrowAndCloseGlyphs, ALargerForwardArrowKeepsItsLineWidth) {
 }
 
 TEST(ArrowAndCloseGlyphs, CloseCrossIsTwoStrokesInBlack) {
-  EXPECT_EQ(recordingOf([] { Kit::drawCloseCross(); }),
-            (Lines{namedBlack, stroke(R"([["M",1,13],["L",13,1]])", 2), namedBlack,
-                   stroke(R"([["M",13,13],["L",1,1]])", 2)}));
+  EXPECT_EQ(recordingOf([] { Kit::drawCloseCross(); }), (Lines{namedBlack, stroke(R"([["M",1,13],["L",13,1]])", 2),
+                                                               namedBlack, stroke(R"([["M",13,13],["L",1,1]])", 2)}));
 }
 
 TEST(ArrowAndCloseGlyphs, CloseCrossKeepsItsSizeInTheUpperLeftCornerOfALargeFrame) {
-  EXPECT_EQ(recordingOf([] { Kit::drawCloseCross({0, 0, 100, 100}); }),
-            (Lines{namedBlack, stroke(R"([["M",1,99],["L",13,87]])", 2), namedBlack,
-                   stroke(R"([["M",13,99],["L",1,87]])", 2)}));
+  EXPECT_EQ(
+      recordingOf([] {
+        Kit::drawCloseCross({0, 0, 100, 100});
+      }),
+      (Lines{namedBlack, stroke(R"([["M",1,99],["L",13,87]])", 2), namedBlack, stroke(R"([["M",13,99],["L",1,87]])", 2)}));
 }
 
 TEST(ArrowAndCloseGlyphs, CloseButtonFollowsItsFrameInOneStroke) {
-  EXPECT_EQ(recordingOf([] { Kit::drawCloseButton({0, 0, 32, 32}); }),
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawCloseButton({0, 0, 32, 32});
+            }),
             (Lines{namedBlack, stroke(R"([["M",2,30],["L",30,2],["M",30,30],["L",2,2]])", 2)}));
 }
 
@@ -104,15 +117,31 @@ TEST(ArrowAndCloseGlyphs, WithoutAContextNothingHappens) {
 }
 
 TEST(ArrowAndCloseGlyphs, MemberAndSelectorDrawTheSame) {
-  EXPECT_EQ(recordingOf([] { Kit::drawLeftArrow({1, 2, 3, 4}, false, true); }),
-            recordingOf([] { Kit::drawLeftArrowWithFrame({1, 2, 3, 4}, false, true); }));
-  EXPECT_EQ(recordingOf([] { Kit::drawForwardArrow({1, 2, 3, 4}, true, false, true); }),
-            recordingOf([] { Kit::drawForwardArrowWithFrame({1, 2, 3, 4}, true, false, true); }));
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawLeftArrow({1, 2, 3, 4}, false, true);
+            }),
+            recordingOf([] {
+              Kit::drawLeftArrowWithFrame({1, 2, 3, 4}, false, true);
+            }));
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawForwardArrow({1, 2, 3, 4}, true, false, true);
+            }),
+            recordingOf([] {
+              Kit::drawForwardArrowWithFrame({1, 2, 3, 4}, true, false, true);
+            }));
 }
 
 TEST(ArrowAndCloseGlyphs, AFrameOfNegativeSizeCountsAsTheAreaThatItCovers) {
-  EXPECT_EQ(recordingOf([] { Kit::drawLeftArrow({34, 44, -24, -24}); }),
-            recordingOf([] { Kit::drawLeftArrow({10, 20, 24, 24}); }));
-  EXPECT_EQ(recordingOf([] { Kit::drawCloseCross({14, 14, -14, -14}); }),
-            recordingOf([] { Kit::drawCloseCross({0, 0, 14, 14}); }));
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawLeftArrow({34, 44, -24, -24});
+            }),
+            recordingOf([] {
+              Kit::drawLeftArrow({10, 20, 24, 24});
+            }));
+  EXPECT_EQ(recordingOf([] {
+              Kit::drawCloseCross({14, 14, -14, -14});
+            }),
+            recordingOf([] {
+              Kit::drawCloseCross({0, 0, 14, 14});
+            }));
 }

@@ -5,11 +5,11 @@
 
 #include "tessaluna/platform/foundation/numberText.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/uikit/stylekit/Badges.h"
+#include "tessaluna/uikit/stylekit/palette.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "tessaluna/uikit/stylekit/Badges.h"
-#include "tessaluna/uikit/stylekit/palette.h"
 
 namespace {
 
@@ -65,13 +65,13 @@ TEST(HighResAudioLogo, OutlinesTwoSquaresWithStraightCurves) {
   // Of the mark's own frame, whose corner and size are told by the ground.
   const auto painted = paintedBy(highRes);
   const CGRect frame = painted.filled.at(0).shape().rect;
-  const auto listed = std::to_array<CGPoint>(
-      {{0.35819, 0.96937}, {0.35819, 0.87872}, {0.35819, 0.78806}, {0.35819, 0.6974},  {0.42294, 0.6974},
-       {0.48769, 0.6974},  {0.55245, 0.6974},  {0.55245, 0.78806}, {0.55245, 0.87872}, {0.55245, 0.96937},
-       {0.48769, 0.96937}, {0.42295, 0.96937}, {0.35819, 0.96937}, {0.35819, 0.29936}, {0.35819, 0.2087},
-       {0.35819, 0.11805}, {0.35819, 0.02739}, {0.42294, 0.02739}, {0.48769, 0.02739}, {0.55245, 0.02739},
-       {0.55245, 0.11805}, {0.55245, 0.2087},  {0.55245, 0.29936}, {0.48769, 0.29936}, {0.42295, 0.29936},
-       {0.35819, 0.29936}});
+  const auto listed = std::to_array<CGPoint>({{0.35819, 0.96937}, {0.35819, 0.87872}, {0.35819, 0.78806}, {0.35819, 0.6974},
+                                              {0.42294, 0.6974},  {0.48769, 0.6974},  {0.55245, 0.6974},  {0.55245, 0.78806},
+                                              {0.55245, 0.87872}, {0.55245, 0.96937}, {0.48769, 0.96937}, {0.42295, 0.96937},
+                                              {0.35819, 0.96937}, {0.35819, 0.29936}, {0.35819, 0.2087},  {0.35819, 0.11805},
+                                              {0.35819, 0.02739}, {0.42294, 0.02739}, {0.48769, 0.02739}, {0.55245, 0.02739},
+                                              {0.55245, 0.11805}, {0.55245, 0.2087},  {0.55245, 0.29936}, {0.48769, 0.29936},
+                                              {0.42295, 0.29936}, {0.35819, 0.29936}});
   const auto points = painted.stroked.at(0).points();
   ASSERT_EQ(points.size(), listed.size());
   for (std::size_t i = 0; i < listed.size(); ++i) {
@@ -109,8 +109,7 @@ const Badge badges[] = {
     {"TidalLogoTall",
      tall,
      {black, black},
-     {{"word", 0, 7, 2, 35, 4, 31.5, 554.3, 62.4, 147.5},
-      {"mark", 1, 1, 0, 6, 12, 223.3, 362.6, 223.8, 316.7}}},
+     {{"word", 0, 7, 2, 35, 4, 31.5, 554.3, 62.4, 147.5}, {"mark", 1, 1, 0, 6, 12, 223.3, 362.6, 223.8, 316.7}}},
     {"TidalLogoWide",
      wide,
      {black, black, black},
@@ -191,9 +190,8 @@ TEST_P(BadgeTest, CountersAreWoundAgainstTheLettersAndOpen) {
 
 TEST_P(BadgeTest, UsesNoGradientShadowClipOrLayer) {
   for (const std::string& line : recordingOf(GetParam().draw))
-    EXPECT_THAT(line,
-                testing::AnyOf(StartsWith(R"({"op":"setFillColor",)"), StartsWith(R"({"op":"fill",)"),
-                               StartsWith(R"({"op":"setStrokeColor",)"), StartsWith(R"({"op":"stroke",)")));
+    EXPECT_THAT(line, testing::AnyOf(StartsWith(R"({"op":"setFillColor",)"), StartsWith(R"({"op":"fill",)"),
+                                     StartsWith(R"({"op":"setStrokeColor",)"), StartsWith(R"({"op":"stroke",)")));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, BadgeTest, testing::ValuesIn(badges),
@@ -246,9 +244,7 @@ TEST(TidalLogos, AFrameOfAnotherProportionDistortsThem) {
                {Kit::drawTidalLogoSmallWithFrame, {150, 150}}};
   for (const auto& logo : logos) {
     const auto designed = paintedBy([&] { logo.draw({{0, 0}, logo.canvas}); });
-    const auto drawn = paintedBy([&] {
-      logo.draw({30, -40, 2 * logo.canvas.width, logo.canvas.height / 2});
-    });
+    const auto drawn = paintedBy([&] { logo.draw({30, -40, 2 * logo.canvas.width, logo.canvas.height / 2}); });
     ASSERT_EQ(drawn.filled.size(), designed.filled.size());
     for (std::size_t i = 0; i < drawn.filled.size(); ++i) {
       const CGPoint from = designed.filled[i].points()[0], to = drawn.filled[i].points()[0];
@@ -314,8 +310,7 @@ TEST(MqaLogo, SnapsToWholePointsOfAnyFrame) {
 
 TEST(HighResAudioLogo, GroundAndSquaresSitOnTheirSnappedEdges) {
   const auto painted = paintedBy(highRes);
-  const CGRect expected[] = {
-      {0.47, 58.48, 199.45, 141.75}, {71.07, 109.33, 40.55, 39.55}, {71.57, 157.33, 39.55, 38.55}};
+  const CGRect expected[] = {{0.47, 58.48, 199.45, 141.75}, {71.07, 109.33, 40.55, 39.55}, {71.57, 157.33, 39.55, 38.55}};
   for (std::size_t i = 0; i < 3; ++i) {
     SCOPED_TRACE(i);
     const auto shape = painted.filled.at(i).shape();

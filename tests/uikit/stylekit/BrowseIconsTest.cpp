@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/BrowseIcons.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "tessaluna/uikit/stylekit/BrowseIcons.h"
 
 namespace {
 
@@ -136,11 +136,10 @@ TEST(BrowseIconRising, KeepsItsLineWidthInAFrameOfAHundredPoints) {
 TEST(BrowseIconPlaylist, SheetAndFoldAreThoseOfTheDesign) {
   const std::string listing = listingOfFill(Kit::drawTidalIconPlaylistWithFrame);
   EXPECT_THAT(listing,
-              testing::StartsWith(
-                  "M (0.59961, 0.94), L (0.2, 0.94), L (0.2, 0.06), L (0.8, 0.06), L (0.8, 0.71968), "
-                  "L (0.59961, 0.94), Z, "
-                  "M (0.72969, 0.71968), L (0.59961, 0.71968), L (0.59961, 0.86269), L (0.72969, 0.71968), Z"
-                  ", M"));
+              testing::StartsWith("M (0.59961, 0.94), L (0.2, 0.94), L (0.2, 0.06), L (0.8, 0.06), L (0.8, 0.71968), "
+                                  "L (0.59961, 0.94), Z, "
+                                  "M (0.72969, 0.71968), L (0.59961, 0.71968), L (0.59961, 0.86269), L (0.72969, 0.71968), Z"
+                                  ", M"));
 }
 
 // Outlines that are drawn to fit: kind, segments and reach of each subpath, and where there is paint.
@@ -262,10 +261,8 @@ TEST_P(DrawnBrowseIcon, HasItsSubpathsInOrderWithTheirReachAndDirection) {
 
 TEST_P(DrawnBrowseIcon, HolesAreOpenAndRingsArePainted) {
   const tessaluna::backend::Path path = drawn();
-  for (const CGPoint point : GetParam().paint)
-    EXPECT_NE(windingAt(path, point), 0) << testing::PrintToString(point);
-  for (const CGPoint point : GetParam().ground)
-    EXPECT_EQ(windingAt(path, point), 0) << testing::PrintToString(point);
+  for (const CGPoint point : GetParam().paint) EXPECT_NE(windingAt(path, point), 0) << testing::PrintToString(point);
+  for (const CGPoint point : GetParam().ground) EXPECT_EQ(windingAt(path, point), 0) << testing::PrintToString(point);
 }
 
 TEST_P(DrawnBrowseIcon, IsPaintedByOneFill) {
@@ -304,11 +301,11 @@ TEST(BrowseIconSearch, StaysAtFiftyPointsInTheUpperLeftCorner) {
 
 TEST(BrowseIcons, BlackIsMadeInSomeAndNamedInOthers) {
   const auto colorOf = [](void (*draw)(CGRect)) { return recordingOf([&] { draw({0, 0, 50, 50}); }).at(0); };
-  for (const auto draw : {Kit::drawTidalIconNewWithFrame, Kit::drawTidalIconGenresWithFrame,
-                          Kit::drawTidalIconMyMusicWithFrame})
+  for (const auto draw :
+       {Kit::drawTidalIconNewWithFrame, Kit::drawTidalIconGenresWithFrame, Kit::drawTidalIconMyMusicWithFrame})
     EXPECT_THAT(colorOf(draw), EndsWith(madeBlack));
-  for (const auto draw : {Kit::drawTidalIconSearchWithFrame, Kit::drawTidalIconPlaylistWithFrame,
-                          Kit::drawTidalMusicIconWithFrame})
+  for (const auto draw :
+       {Kit::drawTidalIconSearchWithFrame, Kit::drawTidalIconPlaylistWithFrame, Kit::drawTidalMusicIconWithFrame})
     EXPECT_THAT(colorOf(draw), EndsWith(namedBlack));
 }
 

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/InfoButtons.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "tessaluna/uikit/stylekit/InfoButtons.h"
 
 namespace {
 
@@ -48,10 +48,7 @@ TEST(CreditsButton, InTwiceTheFrameDoublesTheLetterAndKeepsInsetAndLine) {
   EXPECT_THAT(small.lines.at(3), HasSubstr(R"("shape":["oval",1,1,18,18])"));
   EXPECT_THAT(large.lines.at(3), HasSubstr(R"("shape":["oval",1,1,38,38])"));
   EXPECT_THAT(large.lines.at(3), HasSubstr(R"("lineWidth":1,)"));
-  EXPECT_THAT(recordingOf([] {
-                Kit::drawCreditsButton({0, 0, 40, 40}, true);
-              }).at(3),
-              HasSubstr(R"("lineWidth":2,)"));
+  EXPECT_THAT(recordingOf([] { Kit::drawCreditsButton({0, 0, 40, 40}, true); }).at(3), HasSubstr(R"("lineWidth":2,)"));
 }
 
 TEST(BookButton, IsThreeSubpathsStrokedOnce) {
@@ -115,9 +112,7 @@ TEST(InfoButtons, PressingThickensTheLinesAndChangesNothingElse) {
 }
 
 TEST(InfoButtons, WithoutArgumentsAreAtRestInTheFrameThatTheyWereDesignedIn) {
-  EXPECT_EQ(recordingOf([] { Kit::drawBookButton(); }), recordingOf([] {
-              Kit::drawBookButton({0, 0, 16, 16}, false);
-            }));
+  EXPECT_EQ(recordingOf([] { Kit::drawBookButton(); }), recordingOf([] { Kit::drawBookButton({0, 0, 16, 16}, false); }));
   EXPECT_EQ(recordingOf([] { Kit::drawSimilarArtists(); }), recordingOf([] {
               Kit::drawSimilarArtists({0, 0, 15, 15}, false);
             }));

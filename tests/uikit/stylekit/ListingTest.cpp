@@ -41,7 +41,9 @@ TEST(Listing, AFrameOfNegativeSizeCountsAsTheAreaThatItCovers) {
 
 TEST(Listing, APathIsBuiltInTheOrderOfTheListing) {
   constexpr auto outline = listing<"M (0, 0), C (1, 1; 0, 0.5; 0.5, 1), L (1, 0), Z, M (0.5, 0.5)">;
-  EXPECT_EQ(harness::recordingOf([&] { pathInFrame({10, 20, 10, 10}, outline)->fill(); }),
+  EXPECT_EQ(harness::recordingOf([&] {
+              pathInFrame({10, 20, 10, 10}, outline)->fill();
+            }),
             (Lines{R"({"op":"fill","path":[["M",10,20],["C",20,30,10,25,15,30],["L",20,20],["Z"],["M",15,25]]})"}));
 }
 

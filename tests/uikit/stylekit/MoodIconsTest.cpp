@@ -3,10 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/MoodIcons.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "tessaluna/uikit/stylekit/MoodIcons.h"
 
 namespace {
 
@@ -40,11 +40,9 @@ const Icon icons[] = {
     {"Love", Kit::drawMoodLoveWithFrame, [] { Kit::drawMoodLove(); }, 3, 10, 60, 13, 188, 19, 182},
     {"Focus", Kit::drawMoodFocusWithFrame, [] { Kit::drawMoodFocus(); }, 9, 45, 144, 42, 158, 13, 188},
     {"Dinner", Kit::drawMoodDinnerWithFrame, [] { Kit::drawMoodDinner(); }, 10, 36, 234, 13, 188, 40, 160},
-    {"Celebrities", Kit::drawMoodCelebritiesWithFrame, [] { Kit::drawMoodCelebrities(); }, 8, 36, 104, 23,
-     177, 13, 188},
+    {"Celebrities", Kit::drawMoodCelebritiesWithFrame, [] { Kit::drawMoodCelebrities(); }, 8, 36, 104, 23, 177, 13, 188},
     {"Media", Kit::drawMoodMediaWithFrame, [] { Kit::drawMoodMedia(); }, 21, 46, 200, 13, 188, 38, 162},
-    {"Seasonal", Kit::drawMoodSeasonalWithFrame, [] { Kit::drawMoodSeasonal(); }, 20, 40, 200, 13, 188, 13,
-     188},
+    {"Seasonal", Kit::drawMoodSeasonalWithFrame, [] { Kit::drawMoodSeasonal(); }, 20, 40, 200, 13, 188, 13, 188},
     {"History", Kit::drawMoodHistoryWithFrame, [] { Kit::drawMoodHistory(); }, 23, 38, 256, 13, 188, 39, 161},
     {"Charts", Kit::drawMoodChartsWithFrame, [] { Kit::drawMoodCharts(); }, 7, 46, 228, 13, 188, 13, 188},
     {"Events", Kit::drawMoodEventsWithFrame, [] { Kit::drawMoodEvents(); }, 4, 6, 128, 13, 188, 44, 157},
@@ -83,8 +81,7 @@ TEST_P(MoodIcon, FillsItsPartOfTheSquare) {
 CGPoint beside(const tessaluna::backend::Path& subpath, double toTheLeft) {
   const auto points = subpath.points();
   const bool isCurve = subpath.verbs()[1] == tessaluna::backend::PathVerb::Curve;
-  const CGPoint a = points[0], b = isCurve ? points[1] : a, c = isCurve ? points[2] : points[1],
-                d = isCurve ? points[3] : c;
+  const CGPoint a = points[0], b = isCurve ? points[1] : a, c = isCurve ? points[2] : points[1], d = isCurve ? points[3] : c;
   const CGPoint middle{(a.x + 3 * b.x + 3 * c.x + d.x) / 8, (a.y + 3 * b.y + 3 * c.y + d.y) / 8};
   const CGPoint along{d.x + c.x - a.x - b.x, d.y + c.y - a.y - b.y};
   const double length = std::hypot(along.x, along.y);
@@ -94,9 +91,8 @@ CGPoint beside(const tessaluna::backend::Path& subpath, double toTheLeft) {
 TEST_P(MoodIcon, RingsArePaintedAndWhatTheyEncloseIsOpen) {
   const tessaluna::backend::Path path = drawn();
   const auto subpaths = subpathsOf(path);
-  const auto outer = std::max_element(subpaths.begin(), subpaths.end(), [](const auto& a, const auto& b) {
-    return std::abs(a.area) < std::abs(b.area);
-  });
+  const auto outer = std::max_element(subpaths.begin(), subpaths.end(),
+                                      [](const auto& a, const auto& b) { return std::abs(a.area) < std::abs(b.area); });
   const double paintSide = outer->area > 0 ? 0.2 : -0.2;
   for (std::size_t i = 0; i < subpaths.size(); ++i) {
     SCOPED_TRACE(i);

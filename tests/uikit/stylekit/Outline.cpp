@@ -25,12 +25,8 @@ void forEachPiece(const tessaluna::backend::Path& path, Visit visit) {
   };
   for (const PathVerb verb : path.verbs()) {
     switch (verb) {
-      case PathVerb::Move:
-        start = here = point[0];
-        break;
-      case PathVerb::Line:
-        goTo(point[0]);
-        break;
+      case PathVerb::Move: start = here = point[0]; break;
+      case PathVerb::Line: goTo(point[0]); break;
       case PathVerb::Curve: {
         const CGPoint a = here, b = point[0], c = point[1], d = point[2];
         for (int i = 1; i <= stepsOfCurve; ++i) {
@@ -40,9 +36,7 @@ void forEachPiece(const tessaluna::backend::Path& path, Visit visit) {
         }
         break;
       }
-      case PathVerb::Close:
-        goTo(start);
-        break;
+      case PathVerb::Close: goTo(start); break;
     }
     point += pointCount(verb);
   }
@@ -57,9 +51,7 @@ std::vector<Subpath> subpathsOf(const tessaluna::backend::Path& path) {
     if (verb == PathVerb::Move) result.emplace_back();
     Subpath& subpath = result.back();
     switch (verb) {
-      case PathVerb::Move:
-        subpath.path.moveTo(point[0]);
-        break;
+      case PathVerb::Move: subpath.path.moveTo(point[0]); break;
       case PathVerb::Line:
         subpath.path.lineTo(point[0]);
         ++subpath.lines;
@@ -97,18 +89,10 @@ std::string listingOf(const tessaluna::backend::Path& path) {
   for (const PathVerb verb : path.verbs()) {
     if (!text.empty()) text += ", ";
     switch (verb) {
-      case PathVerb::Move:
-        text += "M (" + pair(point[0]) + ")";
-        break;
-      case PathVerb::Line:
-        text += "L (" + pair(point[0]) + ")";
-        break;
-      case PathVerb::Curve:
-        text += "C (" + pair(point[2]) + "; " + pair(point[0]) + "; " + pair(point[1]) + ")";
-        break;
-      case PathVerb::Close:
-        text += "Z";
-        break;
+      case PathVerb::Move: text += "M (" + pair(point[0]) + ")"; break;
+      case PathVerb::Line: text += "L (" + pair(point[0]) + ")"; break;
+      case PathVerb::Curve: text += "C (" + pair(point[2]) + "; " + pair(point[0]) + "; " + pair(point[1]) + ")"; break;
+      case PathVerb::Close: text += "Z"; break;
     }
     point += pointCount(verb);
   }
@@ -126,18 +110,10 @@ std::string listingIn(CGRect frame, const tessaluna::backend::Path& path) {
   const CGPoint* point = inUnits.points().data();
   for (const PathVerb verb : inUnits.verbs()) {
     switch (verb) {
-      case PathVerb::Move:
-        rounded.moveTo(at(point[0]));
-        break;
-      case PathVerb::Line:
-        rounded.lineTo(at(point[0]));
-        break;
-      case PathVerb::Curve:
-        rounded.curveTo(at(point[2]), at(point[0]), at(point[1]));
-        break;
-      case PathVerb::Close:
-        rounded.close();
-        break;
+      case PathVerb::Move: rounded.moveTo(at(point[0])); break;
+      case PathVerb::Line: rounded.lineTo(at(point[0])); break;
+      case PathVerb::Curve: rounded.curveTo(at(point[2]), at(point[0]), at(point[1])); break;
+      case PathVerb::Close: rounded.close(); break;
     }
     point += pointCount(verb);
   }

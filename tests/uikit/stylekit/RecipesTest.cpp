@@ -33,8 +33,7 @@ TEST(Recipes, AnInnerShadowIsTwoLayersWithinTheBoundsOfThePath) {
   path->lineToPoint({5, 8});
   path->lineToPoint({9, 2});
   const auto shadow = make<NSShadow>(NSColor::colorWithCalibratedRed(0.25, 0.5, 0.75, 0.5), CGSize{1, -1}, 1.5);
-  const Lines lines =
-      recordingOf([&] { recipes::drawInnerShadow(NSGraphicsContext::currentCgContext(), *path, *shadow); });
+  const Lines lines = recordingOf([&] { recipes::drawInnerShadow(NSGraphicsContext::currentCgContext(), *path, *shadow); });
   EXPECT_EQ(lines, (Lines{
                        R"({"op":"save"})",
                        R"({"op":"clipRect","rect":[1,2,8,6]})",
@@ -55,8 +54,7 @@ TEST(Recipes, AnInnerShadowIsTwoLayersWithinTheBoundsOfThePath) {
 TEST(Recipes, AnInnerShadowThatIsClearRunsInFull) {
   const auto path = NSBezierPath::bezierPathWithRect({0, 0, 4, 4});
   const auto clear = make<NSShadow>(NSColor::blackColor()->colorWithAlphaComponent(0), CGSize{0, 0}, 0.0);
-  const Lines lines =
-      recordingOf([&] { recipes::drawInnerShadow(NSGraphicsContext::currentCgContext(), *path, *clear); });
+  const Lines lines = recordingOf([&] { recipes::drawInnerShadow(NSGraphicsContext::currentCgContext(), *path, *clear); });
   EXPECT_EQ(lines.size(), 13u);
   EXPECT_EQ(harness::only("setAlpha", lines), (Lines{R"({"op":"setAlpha","alpha":0})"}));
 }

@@ -5,13 +5,13 @@
 #include <algorithm>
 #include <set>
 
+#include "tessaluna/platform/foundation/numberText.h"
 #include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/countingNew.h"
 #include "tests/harness/expectedFile.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "tessaluna/platform/foundation/numberText.h"
-#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
@@ -77,9 +77,8 @@ const std::vector<Published>& published() {
     for (const char* selector :
          {"drawMoodRelaxWithFrame:isWhite:", "drawMoodPartyWithFrame:isWhite:", "drawMoodWorkoutWithFrame:isWhite:",
           "drawMoodLoveWithFrame:isWhite:", "drawMoodFocusWithFrame:isWhite:", "drawMoodDinnerWithFrame:isWhite:",
-          "drawMoodCelebritiesWithFrame:isWhite:", "drawMoodMediaWithFrame:isWhite:",
-          "drawMoodSeasonalWithFrame:isWhite:", "drawMoodHistoryWithFrame:isWhite:", "drawMoodChartsWithFrame:isWhite:",
-          "drawMoodEventsWithFrame:isWhite:"})
+          "drawMoodCelebritiesWithFrame:isWhite:", "drawMoodMediaWithFrame:isWhite:", "drawMoodSeasonalWithFrame:isWhite:",
+          "drawMoodHistoryWithFrame:isWhite:", "drawMoodChartsWithFrame:isWhite:", "drawMoodEventsWithFrame:isWhite:"})
       list.push_back({selector, {0, 0, 200, 200}, {false}});
     return list;
   }();
@@ -95,7 +94,10 @@ const Published* publishedAs(const Routine& routine) {
 // Flag values that can be passed as a span.
 class Flags {
  public:
-  explicit Flags(const std::vector<bool>& values) { std::copy(values.begin(), values.end(), values_); size_ = values.size(); }
+  explicit Flags(const std::vector<bool>& values) {
+    std::copy(values.begin(), values.end(), values_);
+    size_ = values.size();
+  }
   operator std::span<const bool>() const { return {values_, size_}; }  // NOLINT(google-explicit-constructor)
 
  private:
@@ -122,9 +124,9 @@ std::vector<std::vector<bool>> combinationsOf(const Routine& routine) {
 }
 
 std::string title(const Routine& routine, CGRect frame, const std::vector<bool>& values) {
-  std::string text = "# " + routine.member() + " " + std::string(routine.frameArgument) + " " +
-                     numberText(frame.origin.x) + "," + numberText(frame.origin.y) + "," +
-                     numberText(frame.size.width) + "," + numberText(frame.size.height);
+  std::string text = "# " + routine.member() + " " + std::string(routine.frameArgument) + " " + numberText(frame.origin.x) +
+                     "," + numberText(frame.origin.y) + "," + numberText(frame.size.width) + "," +
+                     numberText(frame.size.height);
   for (std::size_t i = 0; i < values.size(); ++i)
     text += " " + std::string(routine.flags[i].name) + (values[i] ? " true" : " false");
   return text;
@@ -157,8 +159,7 @@ std::vector<const Routine*> routinesWith(Predicate predicate) {
 
 std::string nameOf(const testing::TestParamInfo<const Routine*>& info) { return std::string(info.param->name); }
 
-INSTANTIATE_TEST_SUITE_P(Kit, EveryRoutine, testing::ValuesIn(routinesWith([](const Routine&) { return true; })),
-                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Kit, EveryRoutine, testing::ValuesIn(routinesWith([](const Routine&) { return true; })), nameOf);
 INSTANTIATE_TEST_SUITE_P(Kit, EveryImageRoutine,
                          testing::ValuesIn(routinesWith([](const Routine& r) { return r.image != nullptr; })), nameOf);
 
@@ -231,8 +232,7 @@ TEST_P(EveryRoutine, LeavesNoStateAndNoLayerBehind) {
   for (const auto& values : combinationsOf(routine)) {
     const Lines lines = recordingOf([&] { routine.draw(routine.defaultFrame, Flags(values)); });
     EXPECT_EQ(harness::only("save", lines).size(), harness::only("restore", lines).size());
-    EXPECT_EQ(harness::only("beginTransparencyLayer", lines).size(),
-              harness::only("endTransparencyLayer", lines).size());
+    EXPECT_EQ(harness::only("beginTransparencyLayer", lines).size(), harness::only("endTransparencyLayer", lines).size());
     int depth = 0;
     for (const std::string& line : lines) {
       depth += line == R"({"op":"save"})" ? 1 : line == R"({"op":"restore"})" ? -1 : 0;

@@ -3,10 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 
 namespace {
 
@@ -41,9 +41,8 @@ TEST(TessalunaLogo, IsOnePathOfFifteenSubpaths) {
 
 TEST(TessalunaLogo, TheInitialStartsAsItIsGiven) {
   const std::string listing = harness::listingOf(drawnWith({0, 0, 1, 1}));
-  EXPECT_THAT(listing,
-              testing::StartsWith("M (0.23711, 0.537), C (0.25542, 0.917; 0.2694, 0.856; 0.26675, 0.917), "
-                                  "C (0.12627, 0.322; 0.23831, 0.917; 0.18747, 0.727), "));
+  EXPECT_THAT(listing, testing::StartsWith("M (0.23711, 0.537), C (0.25542, 0.917; 0.2694, 0.856; 0.26675, 0.917), "
+                                           "C (0.12627, 0.322; 0.23831, 0.917; 0.18747, 0.727), "));
   const CGPoint start = drawnWith(design).points()[0];
   EXPECT_NEAR(start.x, 98.4, 0.1);
   EXPECT_NEAR(start.y, 53.7, 0.1);
@@ -115,8 +114,7 @@ TEST(TessalunaLogo, MovesWithTheOriginOfItsBounds) {
 }
 
 TEST(TessalunaLogo, IsBuiltWholeWhateverIsDirty) {
-  EXPECT_TRUE(
-      std::ranges::equal(drawnWith(design, {0, 0, 3, 3}).points(), drawnWith(design, design).points()));
+  EXPECT_TRUE(std::ranges::equal(drawnWith(design, {0, 0, 3, 3}).points(), drawnWith(design, design).points()));
 }
 
 TEST(TessalunaLogo, EmptyBoundsPaintNothing) {

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/TrackRowGlyphs.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
-#include "tessaluna/uikit/stylekit/TrackRowGlyphs.h"
 
 namespace {
 
@@ -26,8 +26,7 @@ constexpr const char* black = R"(,"color":[0,0,0,1]})";
 constexpr const char* namedBlack = R"("named":"blackColor"})";
 
 TEST(TrackRowPlayPause, DiscLiesOnHalfPointsInTheDefaultFrame) {
-  EXPECT_THAT(recordingOf([] { Kit::drawTrackRowPlayPause(); }).at(1),
-              HasSubstr(R"("shape":["oval",0.5,0.5,14,14])"));
+  EXPECT_THAT(recordingOf([] { Kit::drawTrackRowPlayPause(); }).at(1), HasSubstr(R"("shape":["oval",0.5,0.5,14,14])"));
   // The origin takes no part in the rounding.
   EXPECT_THAT(recordingOf([] {
                 Kit::drawTrackRowPlayPause({2.25, 7, 30, 20});
@@ -38,9 +37,7 @@ TEST(TrackRowPlayPause, DiscLiesOnHalfPointsInTheDefaultFrame) {
 TEST(TrackRowPlayPause, PressingMakesTheDiscOpaqueAndTheMouseOutlinesIt) {
   for (const bool isPressed : {false, true})
     for (const bool isOver : {false, true}) {
-      const Lines lines = recordingOf([&] {
-        Kit::drawTrackRowPlayPause({0, 0, 15, 15}, isPressed, isOver, false);
-      });
+      const Lines lines = recordingOf([&] { Kit::drawTrackRowPlayPause({0, 0, 15, 15}, isPressed, isOver, false); });
       EXPECT_THAT(lines.at(0), EndsWith(isPressed ? fullWhite : halfWhite));
       EXPECT_THAT(lines.at(2), EndsWith(isOver ? black : clear));
       EXPECT_THAT(lines.at(3), HasSubstr(R"("lineWidth":1,)"));
@@ -59,8 +56,8 @@ TEST(TrackRowPlayPause, MouseAndPressLeaveTheMarkAsItIs) {
 TEST(TrackRowPlayPause, TriangleHasNoInnerShadow) {
   const auto draw = [](CGRect frame) { Kit::drawTrackRowPlayPause(frame, false, true, false); };
   const Lines lines = recordingOf([&] { draw({0, 0, 15, 15}); });
-  ASSERT_THAT(operationsOf(lines), ElementsAre("setFillColor", "fill", "setStrokeColor", "stroke",
-                                               "setFillColor", "fill", "setStrokeColor", "stroke"));
+  ASSERT_THAT(operationsOf(lines), ElementsAre("setFillColor", "fill", "setStrokeColor", "stroke", "setFillColor", "fill",
+                                               "setStrokeColor", "stroke"));
   EXPECT_THAT(lines[4], EndsWith(namedBlack));
   EXPECT_THAT(lines[6], EndsWith(namedBlack));
   EXPECT_THAT(lines[7], HasSubstr(R"("lineWidth":1,"cap":"round","join":"bevel")"));

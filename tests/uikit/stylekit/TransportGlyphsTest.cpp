@@ -4,11 +4,11 @@
 
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
-#include "tests/harness/pixelsOf.h"
-#include "tests/harness/recordingOf.h"
 #include "tessaluna/uikit/stylekit/Listing.h"
 #include "tessaluna/uikit/stylekit/Recipes.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+#include "tests/harness/pixelsOf.h"
+#include "tests/harness/recordingOf.h"
 
 using namespace tessaluna::platform;
 using harness::Lines;
@@ -79,13 +79,17 @@ TEST(TransportGlyphs, PauseIsTwoUprightBarsInItsDefaultFrame) {
 }
 
 TEST(TransportGlyphs, PausesFirstPointLies32AboveTheBaseInAFrame64High) {
-  EXPECT_EQ(outlineOf(recordingOf([] { Kit::drawPause({0, 0, 32, 64}); })),
+  EXPECT_EQ(outlineOf(recordingOf([] {
+              Kit::drawPause({0, 0, 32, 64});
+            })),
             R"([["M",0,32],["L",11.50016,0],["L",11.50016,64],["L",0,64],["L",0,32],["Z"],)"
             R"(["M",21,0],["L",32,32],["L",32,64],["L",21,64],["L",21,0],["Z"]])");
 }
 
 TEST(TransportGlyphs, PausesRightBarFoldsOverItselfInAFrameOf64By64) {
-  EXPECT_EQ(outlineOf(recordingOf([] { Kit::drawPause({0, 0, 64, 64}); })),
+  EXPECT_EQ(outlineOf(recordingOf([] {
+              Kit::drawPause({0, 0, 64, 64});
+            })),
             R"([["M",0,32],["L",23.00032,0],["L",23.00032,64],["L",0,64],["L",0,32],["Z"],)"
             R"(["M",42,0],["L",32,32],["L",32,64],["L",42,64],["L",42,0],["Z"]])");
 }
@@ -115,8 +119,7 @@ TEST(TransportGlyphs, ShuffleRunsItsInnerShadowInBothStates) {
   const Lines released = recordingOf([] { Kit::drawShuffle({0, 0, 32, 32}, true, false); });
   EXPECT_EQ(harness::only("setAlpha", pressed), Lines{R"({"op":"setAlpha","alpha":1})"});
   EXPECT_EQ(harness::only("setAlpha", released), Lines{R"({"op":"setAlpha","alpha":0})"});
-  EXPECT_EQ(harness::only("setShadow", released).back(),
-            R"({"op":"setShadow","offset":[0,0],"blur":0,"color":[0,0,0,1]})");
+  EXPECT_EQ(harness::only("setShadow", released).back(), R"({"op":"setShadow","offset":[0,0],"blur":0,"color":[0,0,0,1]})");
   EXPECT_EQ(harness::only("setShadow", pressed).back(),
             R"({"op":"setShadow","offset":[1,-1],"blur":1.5,"color":[0.167,0.167,0.167,1]})");
 }
@@ -167,7 +170,9 @@ TEST(TransportGlyphs, AFrameWithAFractionalOriginMovesSnappedEdgesByIt) {
 }
 
 TEST(TransportGlyphs, AFrameWithAnOriginMovesFractionsAndFixedOffsetsByIt) {
-  EXPECT_EQ(outlineOf(recordingOf([] { Kit::drawPause({0.5, 100, 32, 32}); })),
+  EXPECT_EQ(outlineOf(recordingOf([] {
+              Kit::drawPause({0.5, 100, 32, 32});
+            })),
             R"([["M",0.5,100],["L",12.00016,100],["L",12.00016,132],["L",0.5,132],["L",0.5,100],["Z"],)"
             R"(["M",21.5,100],["L",32.5,100],["L",32.5,132],["L",21.5,132],["L",21.5,100],["Z"]])");
 }
@@ -198,12 +203,13 @@ TEST_P(TransportGlyphsDeathTest, WithoutAContextTheProgramStops) {
   EXPECT_DEATH(GetParam().second(), "without a current graphics context");
 }
 
-INSTANTIATE_TEST_SUITE_P(InnerShadow, TransportGlyphsDeathTest,
-                         testing::Values(std::pair{"Play", +[] { Kit::drawPlay(); }},
-                                         std::pair{"Pause", +[] { Kit::drawPause(); }},
-                                         std::pair{"Stop", +[] { Kit::drawStop(); }},
-                                         std::pair{"Previous", +[] { Kit::drawPrevious(); }},
-                                         std::pair{"Next", +[] { Kit::drawNext(); }},
-                                         std::pair{"Shuffle", +[] { Kit::drawShuffle(); }},
-                                         std::pair{"PressedShuffle", +[] { Kit::drawShuffle({0, 0, 9, 9}, true, true); }}),
-                         [](const auto& info) { return info.param.first; });
+INSTANTIATE_TEST_SUITE_P(
+    InnerShadow, TransportGlyphsDeathTest,
+    testing::Values(std::pair{"Play", +[] { Kit::drawPlay(); }}, std::pair{"Pause", +[] { Kit::drawPause(); }},
+                    std::pair{"Stop", +[] { Kit::drawStop(); }}, std::pair{"Previous", +[] { Kit::drawPrevious(); }},
+                    std::pair{"Next", +[] { Kit::drawNext(); }}, std::pair{"Shuffle", +[] { Kit::drawShuffle(); }},
+                    std::pair{"PressedShuffle",
+                              +[] {
+                                Kit::drawShuffle({0, 0, 9, 9}, true, true);
+                              }}),
+    [](const auto& info) { return info.param.first; });

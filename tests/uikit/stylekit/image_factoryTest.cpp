@@ -4,10 +4,10 @@
 
 #include <thread>
 
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 using namespace tessaluna::platform;
 using harness::Lines;

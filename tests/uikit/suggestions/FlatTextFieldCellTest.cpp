@@ -6,8 +6,8 @@
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
-#include "tests/harness/recordingOf.h"
 #include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
 
 namespace TessalunaUIKit {
 namespace {
@@ -72,9 +72,9 @@ TEST_F(FlatCell, FadesItsFrameTowardLightGrayWhileTheApplicationIsInTheBackgroun
   const Lines inactive = harness::only("setFillColor", drawn({0, 0, 10, 10}));
   const auto faded = NSColor::colorWithCalibratedRed(1, 0, 0, 1)->blendedColorWithFraction(0.7, NSColor::lightGrayColor());
   const Lines expected = harness::only("setFillColor", harness::recordingOf([&] {
-    faded->setFill();
-    NSColor::whiteColor()->set();
-  }));
+                                         faded->setFill();
+                                         NSColor::whiteColor()->set();
+                                       }));
   EXPECT_NE(active, inactive);
   EXPECT_EQ(inactive, expected);
 }

@@ -7,12 +7,12 @@
 #include "tessaluna/platform/interface_files/NSNib.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSTextField.h"
-#include "tests/harness/StillWorld.h"
-#include "tests/harness/printing.h"
 #include "tessaluna/uikit/suggestions/HighlightingView.h"
 #include "tessaluna/uikit/suggestions/SuggestibleTextFieldCell.h"
 #include "tessaluna/uikit/suggestions/SuggestionsContentView.h"
 #include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
 
 namespace harness {
 
@@ -44,7 +44,8 @@ class ProbeField : public tessaluna::platform::NSTextField {
     calls.push_back("abortEditing");
     return false;
   }
-  bool sendActionTo(std::string_view action, const tessaluna::platform::Ref<tessaluna::platform::NSObject>& target) override {
+  bool sendActionTo(std::string_view action,
+                    const tessaluna::platform::Ref<tessaluna::platform::NSObject>& target) override {
     calls.push_back("sendAction " + std::string(action) + (target ? " to a target" : " to nobody"));
     if (onAction) onAction();
     return NSTextField::sendActionTo(action, target);
@@ -72,7 +73,8 @@ class PopUpWorld : public StillWorld {
     field->setCell(tessaluna::platform::make<TessalunaUIKit::SuggestibleTextFieldCell>("query"));
     field->setAction("search:");
     window->contentView()->addSubview(field);
-    tessaluna::platform::NSNib::registerFactory("row", [this](tessaluna::platform::NSObject& owner) { return makeRow(owner); });
+    tessaluna::platform::NSNib::registerFactory("row",
+                                                [this](tessaluna::platform::NSObject& owner) { return makeRow(owner); });
     controller->setSuggestionPrototype("row");
     controller->setTarget(target);
   }

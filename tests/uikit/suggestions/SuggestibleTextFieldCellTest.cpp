@@ -54,8 +54,8 @@ TEST_F(SuggestibleCell, WithAPopUpAndNoOtherChildrenTheListIsTheOnlyOne) {
 }
 
 TEST_F(SuggestibleCell, OnASystemBefore1010AsksTheStockCellsAttribute) {
-  for (const NSOperatingSystemVersion version : {NSOperatingSystemVersion{10, 9, 5}, NSOperatingSystemVersion{10, 10, 0},
-                                                NSOperatingSystemVersion{11, 0, 0}}) {
+  for (const NSOperatingSystemVersion version :
+       {NSOperatingSystemVersion{10, 9, 5}, NSOperatingSystemVersion{10, 10, 0}, NSOperatingSystemVersion{11, 0, 0}}) {
     setOperatingSystemVersion(version);
     cell->setSuggestionsWindow(nullptr);
     setBase(AccessibilityElements{one});

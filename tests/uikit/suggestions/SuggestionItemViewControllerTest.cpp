@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "tessaluna/platform/interface_files/NSNib.h"
-#include "tests/harness/StillWorld.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tessaluna/uikit/suggestions/HighlightingView.h"
+#include "tests/harness/StillWorld.h"
 
 namespace TessalunaUIKit {
 namespace {

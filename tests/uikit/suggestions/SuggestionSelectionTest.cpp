@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "tessaluna/platform/events/NSTrackingArea.h"
-#include "tests/uikit/suggestions/PopUpWorld.h"
 #include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
+#include "tests/uikit/suggestions/PopUpWorld.h"
 
 namespace TessalunaUIKit {
 namespace {
@@ -24,8 +24,12 @@ TEST_F(Selection, EveryWayOfChangingIt) {
     const std::string before = "row " + std::to_string(a), after = "row " + std::to_string(b);
     return Calls{before + " style 0", before + " style 0", after + " style 1", after + " style 1"};
   };
-  const auto none = [](int a) { return Calls{"row " + std::to_string(a) + " style 0", "row " + std::to_string(a) + " style 0"}; };
-  const auto only = [](int a) { return Calls{"row " + std::to_string(a) + " style 1", "row " + std::to_string(a) + " style 1"}; };
+  const auto none = [](int a) {
+    return Calls{"row " + std::to_string(a) + " style 0", "row " + std::to_string(a) + " style 0"};
+  };
+  const auto only = [](int a) {
+    return Calls{"row " + std::to_string(a) + " style 1", "row " + std::to_string(a) + " style 1"};
+  };
   constexpr int nothing = -1;
   const struct {
     const char* what;

@@ -47,7 +47,9 @@ TEST_F(Construction, FromACoderBuildsNothing) {
   EXPECT_EQ(empty->selectedSuggestion(), std::nullopt);
 }
 
-TEST_F(Construction, TheKeyOfTheRowInATrackingArea) { EXPECT_EQ(SuggestionsWindowController::trackerKey(), "whichImageView"); }
+TEST_F(Construction, TheKeyOfTheRowInATrackingArea) {
+  EXPECT_EQ(SuggestionsWindowController::trackerKey(), "whichImageView");
+}
 
 using Begin = harness::PopUpWorld;
 
@@ -208,8 +210,8 @@ TEST_F(Moved, FollowsTheFieldAndIsCutOffAtTheScreensLowerEdge) {
     CGFloat windowY;
     CGRect popUp;
   } steps[] = {
-      {300, {150, 198, 200, 200}}, {102, {150, 0, 200, 200}},   {62, {150, 0, 200, 160}},  // y -40 and height 200
-      {82, {150, 0, 200, 180}},    {12, {150, 0, 200, 110}},    {400, {150, 298, 200, 200}},
+      {300, {150, 198, 200, 200}}, {102, {150, 0, 200, 200}}, {62, {150, 0, 200, 160}},  // y -40 and height 200
+      {82, {150, 0, 200, 180}},    {12, {150, 0, 200, 110}},  {400, {150, 298, 200, 200}},
       {-98, {150, 0, 200, 0}},     {102, {150, 0, 200, 200}},
   };
   show({"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
@@ -324,10 +326,11 @@ TEST_F(MouseMonitor, PassesOnOrSwallowsAndCancels) {
     show({"a", "b"});
     // A monitor that was added later sees what the pop-up's leaves.
     passed = nullptr;
-    const Ref<NSObject> token = NSEvent::addLocalMonitorForEventsMatchingMask(NSEventMaskAny, [&](const Ref<NSEvent>& event) {
-      passed = event;
-      return nullptr;
-    });
+    const Ref<NSObject> token =
+        NSEvent::addLocalMonitorForEventsMatchingMask(NSEventMaskAny, [&](const Ref<NSEvent>& event) {
+          passed = event;
+          return nullptr;
+        });
     const NSEventType down[] = {NSEventType::LeftMouseDown, NSEventType::RightMouseDown, NSEventType::OtherMouseDown};
     const Ref<NSWindow> windows[] = {popUp(), window, window, other, nullptr};
     const CGPoint point = c.on == On::Field ? CGPoint{60, 110} : CGPoint{5, 5};
@@ -350,8 +353,8 @@ TEST_F(MouseMonitor, APressThatTheTestAmongTheRowsResolvesToTheEditorPasses) {
     Ref<NSEvent> passed;
     const Ref<NSObject> token = NSEvent::addLocalMonitorForEventsMatchingMask(
         NSEventMaskAny, [&](const Ref<NSEvent>& event) { return passed = event, nullptr; });
-    NSApp->sendEvent(make<NSEvent>(
-        NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = point, .window = window}));
+    NSApp->sendEvent(
+        make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = point, .window = window}));
     NSEvent::removeMonitor(token);
     return passed != nullptr;
   };
@@ -464,10 +467,10 @@ TEST_F(SuggestionsWindowControllerDeathTest, ARowOfAnotherClass) {
 TEST_F(SuggestionsWindowControllerDeathTest, WithoutAPrototypeTheRowsNameIsThatOfTheirControllersClass) {
   const auto bare = make<SuggestionsWindowController>();
   bare->setSuggestions(suggestionsNamed({"a"}));
-  EXPECT_DEATH(bare->beginForTextField(field),
-               "no interface file \"TessalunaUIKit.SuggestionItemViewController\"");
-  NSNib::registerFactory("SuggestionItemViewController",
-                         [](NSObject&) { return make<HighlightingView>(CGRect{0, 0, 5, 7}); });
+  EXPECT_DEATH(bare->beginForTextField(field), "no interface file \"TessalunaUIKit.SuggestionItemViewController\"");
+  NSNib::registerFactory("SuggestionItemViewController", [](NSObject&) {
+    return make<HighlightingView>(CGRect{0, 0, 5, 7});
+  });
   bare->beginForTextField(field);
   EXPECT_EQ(bare->window()->frame().size.height, 7);
   bare->cancelSuggestions();

@@ -13,9 +13,9 @@ using namespace tessaluna::platform;
 using PopUpWindow = harness::StillWorld;
 
 TEST_F(PopUpWindow, IsBorderlessWhateverStyleMaskItIsGiven) {
-  const auto window = make<SuggestionsWindow>(CGRect{0, 0, 20, 20},
-                                              std::uint32_t{NSWindowStyleMaskTitled | NSWindowStyleMaskClosable},
-                                              NSBackingStoreBuffered, true);
+  const auto window =
+      make<SuggestionsWindow>(CGRect{0, 0, 20, 20}, std::uint32_t{NSWindowStyleMaskTitled | NSWindowStyleMaskClosable},
+                              NSBackingStoreBuffered, true);
   EXPECT_EQ(window->styleMask(), 0u);
   EXPECT_FALSE(window->canBecomeKeyWindow());
 }

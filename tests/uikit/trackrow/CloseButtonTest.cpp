@@ -2,10 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 using namespace tessaluna::platform;
 using TessalunaUIKit::CloseButton;
@@ -54,8 +54,7 @@ TEST_F(CloseButtonTest, IsDecodedFromAnArchive) {
 }
 
 TEST_F(CloseButtonTest, TheCrossFillsTheRectangleThatIsRedrawnAndNotTheBounds) {
-  EXPECT_EQ(recordingOf([&] { button->drawRect({5, 6, 7, 8}); }),
-            recordingOf([] { Kit::drawCloseButton({5, 6, 7, 8}); }));
+  EXPECT_EQ(recordingOf([&] { button->drawRect({5, 6, 7, 8}); }), recordingOf([] { Kit::drawCloseButton({5, 6, 7, 8}); }));
 }
 
 TEST_F(CloseButtonTest, ADisabledOneLooksLikeAnEnabledOne) {

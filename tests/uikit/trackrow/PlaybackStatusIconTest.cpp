@@ -2,15 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 using namespace tessaluna::platform;
+using harness::recordingOf;
 using TessalunaUIKit::PlaybackStatusIcon;
 using TessalunaUIKit::TessalunaStyleKit;
-using harness::recordingOf;
 
 namespace {
 
@@ -20,14 +20,20 @@ class PlaybackStatusIconTest : public harness::StillWorld {};
 
 TEST_F(PlaybackStatusIconTest, DrawsTheMarkOfAnInvertedPolarity) {
   const auto icon = make<PlaybackStatusIcon>(CGRect{0, 0, 32, 32});
-  EXPECT_EQ(recordingOf([&] { icon->drawRect({0, 0, 32, 32}); }),
+  EXPECT_EQ(recordingOf([&] {
+              icon->drawRect({0, 0, 32, 32});
+            }),
             recordingOf([] { TessalunaStyleKit::drawInvertPolarity(); }));
 }
 
 TEST_F(PlaybackStatusIconTest, TheMarkFillsTheRectangleThatIsRedrawnAndNotTheBounds) {
   const auto icon = make<PlaybackStatusIcon>(CGRect{0, 0, 100, 100});
-  EXPECT_EQ(recordingOf([&] { icon->drawRect({10, 20, 30, 40}); }),
-            recordingOf([] { TessalunaStyleKit::drawInvertPolarity({10, 20, 30, 40}); }));
+  EXPECT_EQ(recordingOf([&] {
+              icon->drawRect({10, 20, 30, 40});
+            }),
+            recordingOf([] {
+              TessalunaStyleKit::drawInvertPolarity({10, 20, 30, 40});
+            }));
 }
 
 TEST_F(PlaybackStatusIconTest, IsDecodedFromAnArchive) {

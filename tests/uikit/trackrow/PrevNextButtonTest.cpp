@@ -2,10 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
-#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 using namespace tessaluna::platform;
 using TessalunaUIKit::PrevNextButton;
@@ -24,8 +24,7 @@ class Host : public NSObject {
   std::vector<NSObject*> senders;
 };
 constexpr Selector hostSelectors[] = {action<&Host::step>("step:")};
-const ClassInfo Host::staticClassInfo{
-    .name = "Tests.Host", .base = &NSObject::staticClassInfo, .selectors = hostSelectors};
+const ClassInfo Host::staticClassInfo{.name = "Tests.Host", .base = &NSObject::staticClassInfo, .selectors = hostSelectors};
 
 // A button of 20 by 20 at (10, 10).
 class PrevNextButtonTest : public harness::StillWorld {
@@ -74,8 +73,12 @@ TEST_F(PrevNextButtonTest, NeitherBezelNorTitleAppear) {
 }
 
 TEST_F(PrevNextButtonTest, TheChevronFillsTheRectangleThatIsRedrawnAndNotTheBounds) {
-  EXPECT_EQ(recordingOf([&] { button->drawRect({5, 6, 7, 8}); }),
-            recordingOf([] { Kit::drawLeftArrow({5, 6, 7, 8}, true, false); }));
+  EXPECT_EQ(recordingOf([&] {
+              button->drawRect({5, 6, 7, 8});
+            }),
+            recordingOf([] {
+              Kit::drawLeftArrow({5, 6, 7, 8}, true, false);
+            }));
 }
 
 TEST_F(PrevNextButtonTest, APartialRedrawOnScreenScalesTheChevronToThatPart) {
@@ -83,8 +86,7 @@ TEST_F(PrevNextButtonTest, APartialRedrawOnScreenScalesTheChevronToThatPart) {
   button->setNeedsDisplayInRect({0, 0, 10, 10});
   desktop.settle();
   const auto strokes = harness::only("stroke", nativeOf(*window).paints().back().lines);
-  EXPECT_EQ(strokes,
-            harness::only("stroke", recordingOf([] { Kit::drawLeftArrow({0, 0, 10, 10}, true, false); })));
+  EXPECT_EQ(strokes, harness::only("stroke", recordingOf([] { Kit::drawLeftArrow({0, 0, 10, 10}, true, false); })));
 }
 
 TEST_F(PrevNextButtonTest, SetNextOnAVisibleButtonChangesNothingUntilTheNextRedraw) {
@@ -97,7 +99,6 @@ TEST_F(PrevNextButtonTest, SetNextOnAVisibleButtonChangesNothingUntilTheNextRedr
   EXPECT_EQ(harness::only("stroke", nativeOf(*window).paints().back().lines),
             harness::only("stroke", rightArrow(true, false)));
 }
-
 
 TEST_F(PrevNextButtonTest, PressedItIsThickAndReleasedThinAgain) {
   const auto window = showWindowWith(button);

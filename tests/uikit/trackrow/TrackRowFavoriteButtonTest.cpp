@@ -1,7 +1,7 @@
 #include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 
-#include "tests/uikit/trackrow/TrackRowWorld.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+#include "tests/uikit/trackrow/TrackRowWorld.h"
 
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;

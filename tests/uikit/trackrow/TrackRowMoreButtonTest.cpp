@@ -1,7 +1,7 @@
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 
-#include "tests/uikit/trackrow/TrackRowWorld.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+#include "tests/uikit/trackrow/TrackRowWorld.h"
 
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
@@ -67,6 +67,4 @@ TEST_F(TrackRowMoreButtonTest, WithoutTheMouseOnTheRowPaintsNothingAndHandlesThe
   EXPECT_EQ(target->clicks.size(), 1u);
 }
 
-TEST_F(TrackRowMoreButtonTest, HasTheTrackingAreaOfTheOthers) {
-  ASSERT_EQ(button->trackingAreas().size(), 1u);
-}
+TEST_F(TrackRowMoreButtonTest, HasTheTrackingAreaOfTheOthers) { ASSERT_EQ(button->trackingAreas().size(), 1u); }

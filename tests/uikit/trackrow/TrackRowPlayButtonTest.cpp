@@ -4,9 +4,9 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/trackrow/TrackRowWorld.h"
-#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;

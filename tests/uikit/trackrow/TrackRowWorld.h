@@ -1,14 +1,14 @@
 // A window with a row, one control of a track list's row in it, and a target that remembers its clicks.
 #pragma once
 
-#include "tests/harness/ProbeView.h"
-#include "tests/harness/StillWorld.h"
-#include "tests/harness/printing.h"
-#include "tests/harness/recordingOf.h"
 #include "tessaluna/uikit/trackrow/TrackListRowActionTarget.h"
 #include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
+#include "tests/harness/ProbeView.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
 
 namespace harness {
 
@@ -49,9 +49,10 @@ class TrackRowWorld : public StillWorld {
   }
 
   // Calls one handler of the button, as a window would.
-  void send(void (Button::*handler)(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>&), tessaluna::platform::CGPoint location) {
-    const auto event =
-        tessaluna::platform::make<tessaluna::platform::NSEvent>(tessaluna::platform::NSEvent::Fields{.location = location, .window = window});
+  void send(void (Button::*handler)(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>&),
+            tessaluna::platform::CGPoint location) {
+    const auto event = tessaluna::platform::make<tessaluna::platform::NSEvent>(
+        tessaluna::platform::NSEvent::Fields{.location = location, .window = window});
     (button.get()->*handler)(event);
   }
 
