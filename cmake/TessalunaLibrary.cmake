@@ -9,6 +9,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # This compiler sees overlapping copies in the plain sum of two strings.
   target_compile_options(tessaluna_build_flags INTERFACE -Wno-restrict)
 endif()
+find_program(MOLD_PROGRAM mold)
+if(MOLD_PROGRAM)
+  target_link_options(tessaluna_build_flags INTERFACE -fuse-ld=mold)
+endif()
 if(TESSALUNA_SANITIZE)
   # Casts of numbers that no int holds are none of the undefined group's.
   target_compile_options(tessaluna_build_flags INTERFACE -fsanitize=address,undefined,float-cast-overflow
