@@ -96,7 +96,7 @@ class AccessibilityEvents : public harness::QtDesktop, protected harness::Access
   QAccessible::UpdateHandler earlierHandler;
 };
 
-using PopUpEvents = AccessibilityEvents;
+using AccessibilityEventsPopUp = AccessibilityEvents;
 
 TEST_F(AccessibilityEvents, FocusThatMovesIsTold) {
   window->makeFirstResponder(button.get());
@@ -192,7 +192,7 @@ TEST_F(AccessibilityEvents, WhatNoClientHasMetTellsNothing) {
   EXPECT_EQ(label->cell()->accessibilityCompanion(), nullptr);
 }
 
-TEST_F(PopUpEvents, ItsComingSelectionAndEndAreTold) {
+TEST_F(AccessibilityEventsPopUp, ItsComingSelectionAndEndAreTold) {
   begin({"a", "b"});
   EXPECT_EQ(whatIsHeard(), (Heard{": created", ": shown", "a, by a: selected"}));
   EXPECT_TRUE(window->isKeyWindow());

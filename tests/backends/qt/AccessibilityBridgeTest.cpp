@@ -340,9 +340,9 @@ TEST_F(AccessibilityBridgeTest, AViewHangsBelowTheWidgetThatItIsEmbeddedIn) {
 }
 
 // The completion pop-up of the field.
-using PopUpAccessibility = AccessibilityBridgeTest;
+using AccessibilityBridgePopUp = AccessibilityBridgeTest;
 
-TEST_F(PopUpAccessibility, TheListHangsBelowTheFieldWhileItIsShown) {
+TEST_F(AccessibilityBridgePopUp, TheListHangsBelowTheFieldWhileItIsShown) {
   EXPECT_EQ(of(field->cell())->childCount(), 0);
   begin({"a", "b"});
   ASSERT_EQ(of(field->cell())->childCount(), 1);
@@ -356,7 +356,7 @@ TEST_F(PopUpAccessibility, TheListHangsBelowTheFieldWhileItIsShown) {
   EXPECT_EQ(of(field->cell())->childCount(), 0);
 }
 
-TEST_F(PopUpAccessibility, ThePopUpsWindowIsNoChildOfTheApplication) {
+TEST_F(AccessibilityBridgePopUp, ThePopUpsWindowIsNoChildOfTheApplication) {
   begin({"a"});
   settle();
   QAccessibleInterface* application = QAccessible::queryAccessibleInterface(qApp);
@@ -365,7 +365,7 @@ TEST_F(PopUpAccessibility, ThePopUpsWindowIsNoChildOfTheApplication) {
   EXPECT_EQ(QAccessible::queryAccessibleInterface(&qWindowOf(*controller->window())), nullptr);
 }
 
-TEST_F(PopUpAccessibility, TheSelectedRowIsAStateAndTheKeyboardStaysInTheField) {
+TEST_F(AccessibilityBridgePopUp, TheSelectedRowIsAStateAndTheKeyboardStaysInTheField) {
   begin({"a", "b"});
   EXPECT_TRUE(list()->child(0)->state().selected);
   EXPECT_TRUE(list()->child(1)->state().selectable);
@@ -373,7 +373,7 @@ TEST_F(PopUpAccessibility, TheSelectedRowIsAStateAndTheKeyboardStaysInTheField) 
   EXPECT_TRUE(window->isKeyWindow());
 }
 
-TEST_F(PopUpAccessibility, PressSelectsARowAndChooseEndsThePopUp) {
+TEST_F(AccessibilityBridgePopUp, PressSelectsARowAndChooseEndsThePopUp) {
   begin({"a", "b"});
   QAccessibleActionInterface* actions = list()->child(1)->actionInterface();
   EXPECT_EQ(actions->actionNames(), (QStringList{QAccessibleActionInterface::pressAction(), "choose"}));
@@ -387,7 +387,7 @@ TEST_F(PopUpAccessibility, PressSelectsARowAndChooseEndsThePopUp) {
   EXPECT_EQ(of(field->cell())->childCount(), 0);
 }
 
-TEST_F(PopUpAccessibility, RowsThatAreThrownAwayLeaveNoInterfaceBehind) {
+TEST_F(AccessibilityBridgePopUp, RowsThatAreThrownAwayLeaveNoInterfaceBehind) {
   begin({"a", "b"});
   std::vector<QAccessible::Id> ids;
   for (QAccessibleInterface* row : childrenOf(list())) ids.push_back(QAccessible::uniqueId(row));
@@ -398,7 +398,7 @@ TEST_F(PopUpAccessibility, RowsThatAreThrownAwayLeaveNoInterfaceBehind) {
   EXPECT_EQ(list()->childCount(), 1);
 }
 
-TEST_F(PopUpAccessibility, ChoosingMayThrowAllRowsAway) {
+TEST_F(AccessibilityBridgePopUp, ChoosingMayThrowAllRowsAway) {
   begin({"a", "b"});
   clicks->then = [&] { suggest({"c"}); };
   list()->child(1)->actionInterface()->doAction("choose");

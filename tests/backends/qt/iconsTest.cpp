@@ -82,7 +82,7 @@ constexpr int sizes[] = {16, 20, 24, 32};
 
 }  // namespace
 
-TEST(IconTest, IsDrawnAtTheDevicePixelsOfEverySizeAndRatio) {
+TEST(iconsTest, IsDrawnAtTheDevicePixelsOfEverySizeAndRatio) {
   const QIcon play = iconOfDrawing({32, 32}, TessalunaStyleKit::drawPlay);
   for (const int size : sizes)
     for (const double ratio : ratios) {
@@ -94,14 +94,14 @@ TEST(IconTest, IsDrawnAtTheDevicePixelsOfEverySizeAndRatio) {
     }
 }
 
-TEST(IconTest, ImageOfTheKitIsAsSharpAsItsRoutine) {
+TEST(iconsTest, ImageOfTheKitIsAsSharpAsItsRoutine) {
   const QIcon arrow = icon(TessalunaStyleKit::imageOfRightArrow());
   const auto draw = [](CGRect frame) { TessalunaStyleKit::drawRightArrow(frame); };
   for (const int size : sizes)
     EXPECT_LE(largestDifference(pixelsOf(arrow.pixmap(QSize(size, size), 1)), paintedDirectly(size, 12, draw)), 1) << size;
 }
 
-TEST(IconTest, EdgesOnWholePixelsAreSharp) {
+TEST(iconsTest, EdgesOnWholePixelsAreSharp) {
   const QIcon flag = iconOfDrawing({16, 16}, drawFlag);
   for (const int size : sizes) {
     const QImage picture = pixelsOf(flag.pixmap(QSize(size, size), 1));
@@ -113,7 +113,7 @@ TEST(IconTest, EdgesOnWholePixelsAreSharp) {
   }
 }
 
-TEST(IconTest, PaintsAtAPainterThePixelsOfItsPixmap) {
+TEST(iconsTest, PaintsAtAPainterThePixelsOfItsPixmap) {
   const QIcon play = iconOfDrawing({32, 32}, TessalunaStyleKit::drawPlay);
   for (const double ratio : ratios) {
     QImage picture = emptyPicture({100, 100}, ratio);
@@ -132,7 +132,7 @@ TEST(IconTest, PaintsAtAPainterThePixelsOfItsPixmap) {
   }
 }
 
-TEST(IconTest, PaintsAtTheScaleOfThePainterAndNotAnEnlargedPicture) {
+TEST(iconsTest, PaintsAtTheScaleOfThePainterAndNotAnEnlargedPicture) {
   const QIcon play = iconOfDrawing({32, 32}, TessalunaStyleKit::drawPlay);
   QImage picture = emptyPicture({96, 96});
   QPainter painter(&picture);
@@ -141,7 +141,7 @@ TEST(IconTest, PaintsAtTheScaleOfThePainterAndNotAnEnlargedPicture) {
   EXPECT_LE(largestDifference(picture, paintedDirectly(96, 32, TessalunaStyleKit::drawPlay)), 1);
 }
 
-TEST(IconTest, TurnsWithThePainter) {
+TEST(iconsTest, TurnsWithThePainter) {
   const QIcon flag = iconOfDrawing({16, 16}, drawFlag);
   QImage picture = emptyPicture({40, 40});
   QPainter painter(&picture);
@@ -176,7 +176,7 @@ TEST(IconTest, TurnsWithThePainter) {
   EXPECT_NEAR(covered, 64, 0.5);
 }
 
-TEST(IconTest, LeavesThePainterAsItWas) {
+TEST(iconsTest, LeavesThePainterAsItWas) {
   QImage picture = emptyPicture({40, 40}, 1.25);
   QPainter painter(&picture);
   painter.translate(3.5, 2);
@@ -189,7 +189,7 @@ TEST(IconTest, LeavesThePainterAsItWas) {
   EXPECT_EQ(picture.pixelColor(int(15 * 1.25), int(8 * 1.25)).alpha(), 0) << "the painter's clip holds";
 }
 
-TEST(IconTest, ModesAreThoseOfTheStyle) {
+TEST(iconsTest, ModesAreThoseOfTheStyle) {
   const QIcon flag = iconOfDrawing({16, 16}, drawFlag);
   const QPixmap normal = flag.pixmap(QSize(16, 16), 2, QIcon::Normal);
   for (const QIcon::Mode mode : {QIcon::Disabled, QIcon::Active, QIcon::Selected}) {
@@ -208,7 +208,7 @@ TEST(IconTest, ModesAreThoseOfTheStyle) {
   EXPECT_GT(largestDifference(pixelsOf(flag.pixmap(QSize(16, 16), 2, QIcon::Selected)), pixelsOf(normal)), 10);
 }
 
-TEST(IconTest, KeepsItsProportionsInTheMiddle) {
+TEST(iconsTest, KeepsItsProportionsInTheMiddle) {
   const QIcon more = icon(TessalunaStyleKit::imageOfMoreAlbumOverlay());  // twice as wide as high
   EXPECT_EQ(more.actualSize({32, 32}), QSize(32, 16));
   EXPECT_EQ(more.actualSize({88, 20}), QSize(40, 20));
@@ -232,7 +232,7 @@ TEST(IconTest, KeepsItsProportionsInTheMiddle) {
   EXPECT_EQ(leftAligned.pixelColor(33, 16).alpha(), 0);
 }
 
-TEST(IconTest, CopiesShareTheImageAndOutliveEachOther) {
+TEST(iconsTest, CopiesShareTheImageAndOutliveEachOther) {
   const Ref<NSImage> image = NSImage::imageWithSize({16, 16}, false, [](CGRect frame) {
     drawFlag(frame);
     return true;
@@ -251,7 +251,7 @@ TEST(IconTest, CopiesShareTheImageAndOutliveEachOther) {
   EXPECT_EQ(image.use_count(), 1);
 }
 
-TEST(IconTest, DrawsWheneverItIsAskedAndKeepsNothing) {
+TEST(iconsTest, DrawsWheneverItIsAskedAndKeepsNothing) {
   int drawings = 0;
   const QIcon counted = iconOfDrawing({16, 16}, [&](CGRect frame) {
     ++drawings;
@@ -265,7 +265,7 @@ TEST(IconTest, DrawsWheneverItIsAskedAndKeepsNothing) {
   EXPECT_EQ(drawings, 2);
 }
 
-TEST(IconTest, NeedsNoBackendAndNoCurrentContext) {
+TEST(iconsTest, NeedsNoBackendAndNoCurrentContext) {
   ASSERT_EQ(Backend::current(), nullptr);
   ASSERT_EQ(NSGraphicsContext::currentContext(), nullptr);
   // A color that the desktop decides, where there is a desktop.
@@ -278,7 +278,7 @@ TEST(IconTest, NeedsNoBackendAndNoCurrentContext) {
   EXPECT_EQ(NSGraphicsContext::currentContext(), nullptr);
 }
 
-TEST(IconTest, ComesUprightFromFlippedAndFromDecodedImages) {
+TEST(iconsTest, ComesUprightFromFlippedAndFromDecodedImages) {
   const QIcon flipped = icon(NSImage::imageWithSize({16, 16}, true, [](CGRect) {
     NSColor::greenColor()->setFill();
     NSRectFill({0, 0, 16, 4});  // y counts downward
@@ -298,7 +298,7 @@ TEST(IconTest, ComesUprightFromFlippedAndFromDecodedImages) {
   EXPECT_EQ(shown.pixelColor(5, 18), QColor(Qt::blue));
 }
 
-TEST(IconTest, WithoutAnImageOrExtentIsNull) {
+TEST(iconsTest, WithoutAnImageOrExtentIsNull) {
   EXPECT_TRUE(icon(nullptr).isNull());
   EXPECT_TRUE(icon(make<NSImage>(CGSize{0, 16})).isNull());
   EXPECT_TRUE(icon(make<NSImage>(CGSize{16, std::numeric_limits<double>::infinity()})).isNull());
@@ -314,7 +314,7 @@ TEST(IconTest, WithoutAnImageOrExtentIsNull) {
   EXPECT_EQ(largestDifference(picture, emptyPicture({8, 8})), 0);
 }
 
-TEST(IconTest, ShowsOnAButtonPixelForPixel) {
+TEST(iconsTest, ShowsOnAButtonPixelForPixel) {
   QPushButton button;
   button.setIcon(iconOfDrawing({16, 16}, drawFlag));
   button.setIconSize({16, 16});

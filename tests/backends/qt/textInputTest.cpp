@@ -20,7 +20,7 @@ using namespace tessaluna::platform;
 namespace {
 
 // A field in a window of ours, or in a widget of a program.
-class TextInput : public QtTest {
+class textInputTest : public QtTest {
  protected:
   QWindow& showInWindow() {
     window = make<NSWindow>(CGRect{100, 200, 200, 100}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
@@ -63,7 +63,7 @@ class TextInput : public QtTest {
 
 }  // namespace
 
-TEST_F(TextInput, KeysAreTyped) {
+TEST_F(textInputTest, KeysAreTyped) {
   QWindow& native = showInWindow();
   for (const char key : std::string("Abc 1")) QTest::keyClick(&native, key, key == 'A' ? Qt::ShiftModifier : Qt::NoModifier);
   QTest::keyClick(&native, Qt::Key_Backspace);
@@ -72,7 +72,7 @@ TEST_F(TextInput, KeysAreTyped) {
   EXPECT_EQ(field->stringValue(), "bc ");
 }
 
-TEST_F(TextInput, KeysAreTypedIntoAnEmbeddedField) {
+TEST_F(textInputTest, KeysAreTypedIntoAnEmbeddedField) {
   QtViewWidget& widget = showInWidget();
   ASSERT_TRUE(widget.hasFocus());
   QTest::keyClicks(&widget, "abc");
@@ -81,7 +81,7 @@ TEST_F(TextInput, KeysAreTypedIntoAnEmbeddedField) {
   EXPECT_EQ(field->stringValue(), "xabc");
 }
 
-TEST_F(TextInput, AThousandKeysAllArrive) {
+TEST_F(textInputTest, AThousandKeysAllArrive) {
   QWindow& native = showInWindow();
   std::string all;
   for (int i = 0; i < 1000; ++i) {
@@ -93,7 +93,7 @@ TEST_F(TextInput, AThousandKeysAllArrive) {
   EXPECT_EQ(field->stringValue(), all);
 }
 
-TEST_F(TextInput, TheClipboardIsTheDesktops) {
+TEST_F(textInputTest, TheClipboardIsTheDesktops) {
   QWindow& native = showInWindow();
   QApplication::clipboard()->setText("caf\u00E9");
   QTest::keyClick(&native, Qt::Key_V, Qt::ControlModifier);
@@ -112,7 +112,7 @@ TEST_F(TextInput, TheClipboardIsTheDesktops) {
             "caf\u00E9");
 }
 
-TEST_F(TextInput, WhatIsComposedStandsInTheTextUntilItIsCommitted) {
+TEST_F(textInputTest, WhatIsComposedStandsInTheTextUntilItIsCommitted) {
   QWindow& native = showInWindow();
   compose(native, QString::fromUtf8("\u00B4"));
   EXPECT_TRUE(editor()->hasMarkedText());
@@ -125,7 +125,7 @@ TEST_F(TextInput, WhatIsComposedStandsInTheTextUntilItIsCommitted) {
   EXPECT_EQ(field->stringValue(), "\u00E9");
 }
 
-TEST_F(TextInput, AnEmbeddedFieldIsComposedInAsWell) {
+TEST_F(textInputTest, AnEmbeddedFieldIsComposedInAsWell) {
   QtViewWidget& widget = showInWidget();
   compose(widget, "n", "\u304B");
   EXPECT_EQ(field->stringValue(),
@@ -135,7 +135,7 @@ TEST_F(TextInput, AnEmbeddedFieldIsComposedInAsWell) {
   EXPECT_EQ(asked(widget, Qt::ImEnabled), QVariant(true));
 }
 
-TEST_F(TextInput, ACommitMayReplaceTextAroundTheCaret) {
+TEST_F(textInputTest, ACommitMayReplaceTextAroundTheCaret) {
   QWindow& native = showInWindow();
   field->setStringValue("teh end");
   editor()->setSelectedRange({3, 0});
@@ -145,7 +145,7 @@ TEST_F(TextInput, ACommitMayReplaceTextAroundTheCaret) {
   EXPECT_EQ(field->stringValue(), "the end");
 }
 
-TEST_F(TextInput, InputMethodsAreToldOfTheTextWithoutWhatIsComposed) {
+TEST_F(textInputTest, InputMethodsAreToldOfTheTextWithoutWhatIsComposed) {
   QWindow& native = showInWindow();
   field->setStringValue("abcd");
   editor()->setSelectedRange({1, 2});
@@ -160,7 +160,7 @@ TEST_F(TextInput, InputMethodsAreToldOfTheTextWithoutWhatIsComposed) {
   EXPECT_EQ(asked(native, Qt::ImCursorPosition), QVariant(1));
 }
 
-TEST_F(TextInput, TheCaretsPlaceIsToldInTheWindowAndInTheWidget) {
+TEST_F(textInputTest, TheCaretsPlaceIsToldInTheWindowAndInTheWidget) {
   QWindow& native = showInWindow();
   const auto& cell = dynamic_cast<NSTextFieldCell&>(*field->cell());
   const CGPoint inField = cell.drawingRectForBounds(field->bounds()).origin;
@@ -179,7 +179,7 @@ TEST_F(TextInput, TheCaretsPlaceIsToldInTheWindowAndInTheWidget) {
   EXPECT_NEAR(inWidget.top(), cell.drawingRectForBounds(field->bounds()).origin.y, away);
 }
 
-TEST_F(TextInput, InputMethodsRestWhereNoTextIsEdited) {
+TEST_F(textInputTest, InputMethodsRestWhereNoTextIsEdited) {
   QWindow& native = showInWindow();
   window->makeFirstResponder(nullptr);
   EXPECT_EQ(asked(native, Qt::ImEnabled), QVariant(false));
@@ -188,7 +188,7 @@ TEST_F(TextInput, InputMethodsRestWhereNoTextIsEdited) {
   EXPECT_EQ(field->stringValue(), "");
 }
 
-TEST_F(TextInput, InTextFromRightToLeftTheCaretStandsAtTheLeftOfItsEnd) {
+TEST_F(textInputTest, InTextFromRightToLeftTheCaretStandsAtTheLeftOfItsEnd) {
   QWindow& native = showInWindow();
   field->setStringValue("\u05D0\u05D1\u05D2");
   const auto caret = [&](std::size_t index) { return editor()->caretRectForIndex(index).origin.x; };
@@ -205,7 +205,7 @@ TEST_F(TextInput, InTextFromRightToLeftTheCaretStandsAtTheLeftOfItsEnd) {
   EXPECT_LT(caret(5), caret(4));
 }
 
-TEST_F(TextInput, AProgramsShortcutsGetOnlyWhatTheTextDoesNotTake) {
+TEST_F(textInputTest, AProgramsShortcutsGetOnlyWhatTheTextDoesNotTake) {
   QtViewWidget& widget = showInWidget();
   int selectAll = 0, find = 0;
   QObject::connect(new QShortcut(QKeySequence("Ctrl+A"), topLevel.get()), &QShortcut::activated, [&] { ++selectAll; });
@@ -219,7 +219,7 @@ TEST_F(TextInput, AProgramsShortcutsGetOnlyWhatTheTextDoesNotTake) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
 }
 
-TEST_F(TextInput, TabLeavesAnEmbeddedFieldForTheProgramsNextWidget) {
+TEST_F(textInputTest, TabLeavesAnEmbeddedFieldForTheProgramsNextWidget) {
   QtViewWidget& widget = showInWidget();
   auto* next = new QWidget;
   next->setFocusPolicy(Qt::StrongFocus);

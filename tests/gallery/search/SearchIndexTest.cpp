@@ -55,7 +55,7 @@ TEST(SearchIndex, GivesNoMoreThanAsked) {
   EXPECT_EQ(SearchIndex(items).bestMatches("a", 50).size(), 50u);
 }
 
-TEST(Library, HasAsManyItemsAsAskedAndTheSameAtEveryStart) {
+TEST(SearchIndexLibrary, HasAsManyItemsAsAskedAndTheSameAtEveryStart) {
   for (const std::size_t count : {0u, 1u, 7u, 20000u}) EXPECT_EQ(inventedLibrary(count).size(), count);
   const auto first = inventedLibrary(500), second = inventedLibrary(500);
   for (std::size_t i = 0; i < first.size(); ++i) EXPECT_EQ(first[i].label, second[i].label);

@@ -259,7 +259,7 @@ struct Census {
   long viewsAlive = 0, allocations = 0;
 };
 
-class TrackListMemoryTest : public TrackListHostTest {
+class TrackListHostMemoryTest : public TrackListHostTest {
  protected:
   Census scrollThrough(std::size_t trackCount) {
     open(trackCount);
@@ -283,7 +283,7 @@ class TrackListMemoryTest : public TrackListHostTest {
   }
 };
 
-TEST_F(TrackListMemoryTest, TenThousandRowsThatPassLeaveNothingBehind) {
+TEST_F(TrackListHostMemoryTest, TenThousandRowsThatPassLeaveNothingBehind) {
   const Census census = scrollThrough(10000);
   // Eleven rows show at most, and one comes before another goes.
   EXPECT_GE(census.viewsMade, 10u);
@@ -292,7 +292,7 @@ TEST_F(TrackListMemoryTest, TenThousandRowsThatPassLeaveNothingBehind) {
   EXPECT_LE(census.allocations, 20);
 }
 
-TEST_F(TrackListMemoryTest, AListTenTimesAsLongHasNoMoreViews) {
+TEST_F(TrackListHostMemoryTest, AListTenTimesAsLongHasNoMoreViews) {
   const Census thousand = scrollThrough(1000), tenThousand = scrollThrough(10000);
   EXPECT_EQ(tenThousand.viewsMade, thousand.viewsMade);
   EXPECT_EQ(tenThousand.viewsAlive, thousand.viewsAlive);

@@ -14,7 +14,7 @@
 namespace tessaluna::platform {
 namespace {
 
-struct Accessibility : harness::StillWorld {
+struct NSAccessibilityTest : harness::StillWorld {
   Ref<NSWindow> window = showWindow({100, 100, 200, 150});
   Ref<NSTextField> field = make<NSTextField>(CGRect{10, 20, 80, 24});
   Ref<NSButton> button = make<NSButton>(CGRect{0, 0, 60, 24});
@@ -22,7 +22,7 @@ struct Accessibility : harness::StillWorld {
   Ref<NSScrollView> scrollView = make<NSScrollView>(CGRect{0, 0, 100, 100});
   Ref<NSImageView> image = make<NSImageView>(CGRect{0, 0, 50, 500});
 
-  Accessibility() {
+  NSAccessibilityTest() {
     window->contentView()->addSubview(box);
     box->addSubview(field);
     box->addSubview(scrollView);
@@ -48,22 +48,22 @@ struct Accessibility : harness::StillWorld {
   }
 };
 
-TEST_F(Accessibility, PlainViewsControlsAndScrollViewsAreLeftOutAndCellsStandForControls) {
+TEST_F(NSAccessibilityTest, PlainViewsControlsAndScrollViewsAreLeftOutAndCellsStandForControls) {
   EXPECT_EQ(childrenOf(NSApp), AccessibilityElements{window});
   EXPECT_EQ(childrenOf(window), (AccessibilityElements{field->cell(), image}));
   EXPECT_EQ(childrenOf(image), AccessibilityElements{button->cell()});
 }
 
-TEST_F(Accessibility, ChildAndParentAlwaysAgree) { EXPECT_EQ(countAgreeing(NSApp), 4); }
+TEST_F(NSAccessibilityTest, ChildAndParentAlwaysAgree) { EXPECT_EQ(countAgreeing(NSApp), 4); }
 
-TEST_F(Accessibility, HiddenViewsAndWindowsAreLeftOut) {
+TEST_F(NSAccessibilityTest, HiddenViewsAndWindowsAreLeftOut) {
   field->setHidden(true);
   EXPECT_EQ(childrenOf(window), AccessibilityElements{image});
   window->orderOut(nullptr);
   EXPECT_EQ(childrenOf(NSApp), AccessibilityElements{});
 }
 
-TEST_F(Accessibility, FindsTheNearestElementAboveAndBelow) {
+TEST_F(NSAccessibilityTest, FindsTheNearestElementAboveAndBelow) {
   EXPECT_EQ(NSAccessibilityUnignoredDescendant(field), field->cell());
   EXPECT_EQ(NSAccessibilityUnignoredDescendant(scrollView), image);
   EXPECT_EQ(NSAccessibilityUnignoredDescendant(window), window);
@@ -74,7 +74,7 @@ TEST_F(Accessibility, FindsTheNearestElementAboveAndBelow) {
   EXPECT_EQ(NSAccessibilityUnignoredAncestor(make<NSView>(CGRect{})), nullptr);
 }
 
-TEST_F(Accessibility, CompanionEndsWithItsElement) {
+TEST_F(NSAccessibilityTest, CompanionEndsWithItsElement) {
   struct Companion : NSAccessibility::Companion {
     explicit Companion(bool& hasEnded) : hasEnded(hasEnded) {}
     ~Companion() override { hasEnded = true; }
@@ -90,7 +90,7 @@ TEST_F(Accessibility, CompanionEndsWithItsElement) {
   EXPECT_TRUE(hasEnded);
 }
 
-TEST_F(Accessibility, TitlesStatesAndEnabledControlsTellTheirChanges) {
+TEST_F(NSAccessibilityTest, TitlesStatesAndEnabledControlsTellTheirChanges) {
   std::vector<std::string> heard;
   const auto token = accessibilityNotificationCenter().addObserverForName(
       "", nullptr, nullptr,
@@ -104,7 +104,7 @@ TEST_F(Accessibility, TitlesStatesAndEnabledControlsTellTheirChanges) {
   EXPECT_EQ(heard, expected);
 }
 
-TEST_F(Accessibility, TellsRolesTitlesAndValues) {
+TEST_F(NSAccessibilityTest, TellsRolesTitlesAndValues) {
   field->setStringValue("text");
   button->setTitle("Play");
   EXPECT_EQ(valueOf(field->cell(), NSAccessibilityRoleAttribute), NSAccessibilityTextFieldRole);
@@ -122,12 +122,12 @@ TEST_F(Accessibility, TellsRolesTitlesAndValues) {
   EXPECT_TRUE(valueOf(image, "AXNothing").isAbsent());
 }
 
-TEST_F(Accessibility, TellsWhereAnElementStandsOnTheScreen) {
+TEST_F(NSAccessibilityTest, TellsWhereAnElementStandsOnTheScreen) {
   EXPECT_EQ(valueOf(field->cell(), NSAccessibilityPositionAttribute), (CGPoint{110, 170}));
   EXPECT_EQ(valueOf(field->cell(), NSAccessibilitySizeAttribute), (CGSize{80, 24}));
 }
 
-TEST_F(Accessibility, ACellThatStandsInNoViewHasNoChildrenAndNoParent) {
+TEST_F(NSAccessibilityTest, ACellThatStandsInNoViewHasNoChildrenAndNoParent) {
   const auto cell = make<NSTextFieldCell>();
   EXPECT_EQ(cell->accessibilityChildren(), std::nullopt);
   EXPECT_TRUE(valueOf(cell, NSAccessibilityChildrenAttribute).isAbsent());
@@ -135,7 +135,7 @@ TEST_F(Accessibility, ACellThatStandsInNoViewHasNoChildrenAndNoParent) {
   EXPECT_EQ(field->cell()->accessibilityChildren(), AccessibilityElements{});
 }
 
-TEST_F(Accessibility, AHostsWordGoesFirst) {
+TEST_F(NSAccessibilityTest, AHostsWordGoesFirst) {
   accessibilityOf(image)->accessibilitySetOverrideValue("The cover", NSAccessibilityDescriptionAttribute);
   EXPECT_EQ(valueOf(image, NSAccessibilityDescriptionAttribute), "The cover");
   image->accessibilitySetOverrideValue(AccessibilityElements{field}, NSAccessibilityChildrenAttribute);
@@ -144,7 +144,7 @@ TEST_F(Accessibility, AHostsWordGoesFirst) {
   EXPECT_EQ(image->accessibilityChildren(), AccessibilityElements{button->cell()});
 }
 
-TEST_F(Accessibility, TheTextOfAnEditableFieldCanBeSet) {
+TEST_F(NSAccessibilityTest, TheTextOfAnEditableFieldCanBeSet) {
   NSCell& cell = *field->cell();
   EXPECT_TRUE(cell.accessibilityIsAttributeSettable(NSAccessibilityValueAttribute));
   cell.accessibilitySetValue("typed", NSAccessibilityValueAttribute);
@@ -157,7 +157,7 @@ TEST_F(Accessibility, TheTextOfAnEditableFieldCanBeSet) {
   EXPECT_EQ(field->stringValue(), "typed");
 }
 
-TEST_F(Accessibility, TheFocusCanBeGivenToWhatTakesIt) {
+TEST_F(NSAccessibilityTest, TheFocusCanBeGivenToWhatTakesIt) {
   NSCell& cell = *button->cell();
   EXPECT_TRUE(cell.accessibilityIsAttributeSettable(NSAccessibilityFocusedAttribute));
   EXPECT_FALSE(image->accessibilityIsAttributeSettable(NSAccessibilityFocusedAttribute));
@@ -179,7 +179,7 @@ struct Receiver : NSObject {
 const Selector Receiver::selectors[] = {action<&Receiver::go>("go:")};
 const ClassInfo Receiver::staticClassInfo{.name = "Receiver", .base = &NSObject::staticClassInfo, .selectors = selectors};
 
-TEST_F(Accessibility, AButtonCanBePressed) {
+TEST_F(NSAccessibilityTest, AButtonCanBePressed) {
   const auto receiver = make<Receiver>();
   button->setTarget(receiver);
   button->setAction("go:");
@@ -189,7 +189,7 @@ TEST_F(Accessibility, AButtonCanBePressed) {
   EXPECT_EQ(receiver->calls, 1);
 }
 
-TEST_F(Accessibility, ChangesAreTold) {
+TEST_F(NSAccessibilityTest, ChangesAreTold) {
   std::vector<std::pair<std::string, Ref<NSObject>>> heard;
   const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
       "", nullptr, nullptr, [&](const Ref<NSNotification>& n) { heard.emplace_back(n->name(), n->object()); });

@@ -11,7 +11,7 @@ using harness::Calls;
 namespace {
 
 // What assistive clients are told of a field's cell.
-class TextFieldAccessibility : public harness::FieldWorld {
+class NSTextFieldCellAccessibility : public harness::FieldWorld {
  protected:
   AccessibilityValue asked(std::string_view attribute) const {
     return accessibilityOf(field->cell())->accessibilityAttributeValue(attribute);
@@ -30,11 +30,11 @@ class ShiftedCell : public NSTextFieldCell {
   }
 };
 
-using CellEditing = harness::FieldWorld;
+using NSTextFieldCellEditing = harness::FieldWorld;
 
 }  // namespace
 
-TEST_F(CellEditing, ACellThatMovesItsFrameMovesTheEditor) {
+TEST_F(NSTextFieldCellEditing, ACellThatMovesItsFrameMovesTheEditor) {
   const auto cell = make<ShiftedCell>(std::string("abc"));
   cell->setEditable(true);
   field->setCell(cell);
@@ -43,7 +43,7 @@ TEST_F(CellEditing, ACellThatMovesItsFrameMovesTheEditor) {
   EXPECT_EQ(editor()->superview()->frame(), (CGRect{14, 4, 82, 16}));
 }
 
-TEST_F(CellEditing, APressThatBeginsTheEditingIsTheEditors) {
+TEST_F(NSTextFieldCellEditing, APressThatBeginsTheEditingIsTheEditors) {
   const auto cell = std::dynamic_pointer_cast<NSTextFieldCell>(field->cell());
   field->setStringValue("abc");
   const auto press = make<NSEvent>(
@@ -54,7 +54,7 @@ TEST_F(CellEditing, APressThatBeginsTheEditingIsTheEditors) {
   EXPECT_EQ(window->firstResponder(), editor().get());
 }
 
-TEST_F(CellEditing, TheEditorLooksLikeTheCell) {
+TEST_F(NSTextFieldCellEditing, TheEditorLooksLikeTheCell) {
   field->setFont(NSFont::systemFontOfSize(20));
   field->setAlignment(NSTextAlignmentRight);
   begin("");
@@ -66,7 +66,7 @@ TEST_F(CellEditing, TheEditorLooksLikeTheCell) {
   EXPECT_EQ(std::dynamic_pointer_cast<NSTextView>(other->currentEditor())->font()->pointSize(), 13);
 }
 
-TEST_F(TextFieldAccessibility, TheValueIsWhatIsInTheEditor) {
+TEST_F(NSTextFieldCellAccessibility, TheValueIsWhatIsInTheEditor) {
   begin("abc");
   user.type("xy");
   EXPECT_EQ(value(), "xy");
@@ -75,7 +75,7 @@ TEST_F(TextFieldAccessibility, TheValueIsWhatIsInTheEditor) {
   EXPECT_EQ(*asked(NSAccessibilityFocusedAttribute).as<bool>(), true);
 }
 
-TEST_F(TextFieldAccessibility, TheSelectionIsThereOnlyWhileTheFieldIsEdited) {
+TEST_F(NSTextFieldCellAccessibility, TheSelectionIsThereOnlyWhileTheFieldIsEdited) {
   EXPECT_TRUE(asked(NSAccessibilitySelectedTextRangeAttribute).isAbsent());
   const auto& cell = *accessibilityOf(field->cell());
   EXPECT_FALSE(cell.accessibilityIsAttributeSettable(NSAccessibilitySelectedTextRangeAttribute));
@@ -91,21 +91,21 @@ TEST_F(TextFieldAccessibility, TheSelectionIsThereOnlyWhileTheFieldIsEdited) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{7, 0}));
 }
 
-TEST_F(TextFieldAccessibility, AValueThatIsSetMeanwhileIsInTheEditor) {
+TEST_F(NSTextFieldCellAccessibility, AValueThatIsSetMeanwhileIsInTheEditor) {
   begin("abc");
   accessibilityOf(field->cell())->accessibilitySetValue("set", NSAccessibilityValueAttribute);
   EXPECT_EQ(editor()->string(), "set");
   EXPECT_EQ(value(), "set");
 }
 
-TEST_F(TextFieldAccessibility, ThePlaceholderIsAnAttributeOfItsOwn) {
+TEST_F(NSTextFieldCellAccessibility, ThePlaceholderIsAnAttributeOfItsOwn) {
   EXPECT_TRUE(asked(NSAccessibilityPlaceholderValueAttribute).isAbsent());
   field->setPlaceholderString("Search");
   EXPECT_EQ(*asked(NSAccessibilityPlaceholderValueAttribute).as<std::string>(), "Search");
   EXPECT_EQ(value(), "");
 }
 
-TEST_F(TextFieldAccessibility, ClientsHearOfTheTextFirstAndThenOfTheCaret) {
+TEST_F(NSTextFieldCellAccessibility, ClientsHearOfTheTextFirstAndThenOfTheCaret) {
   begin("ab", 2);
   Calls heard;
   const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
@@ -121,7 +121,7 @@ TEST_F(TextFieldAccessibility, ClientsHearOfTheTextFirstAndThenOfTheCaret) {
   accessibilityNotificationCenter().removeObserver(token);
 }
 
-TEST_F(TextFieldAccessibility, TheEditorItselfIsNotSeen) {
+TEST_F(NSTextFieldCellAccessibility, TheEditorItselfIsNotSeen) {
   begin("abc");
   const AccessibilityElements expected{field->cell(), other->cell()};
   EXPECT_EQ(*asked(NSAccessibilityChildrenAttribute).as<AccessibilityElements>(), AccessibilityElements());

@@ -18,7 +18,7 @@ Ref<NSEvent> key(std::string characters, std::uint32_t modifiers = 0, std::strin
 
 }  // namespace
 
-TEST(KeyBindings, OnlyTheFourModifiersCount) {
+TEST(keyBindings, OnlyTheFourModifiersCount) {
   const std::uint32_t others = NSEventModifierFlagFunction | NSEventModifierFlagNumericPad | NSEventModifierFlagCapsLock;
   EXPECT_EQ(commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey), others)), "moveLeft:");
   EXPECT_EQ(commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey), NSEventModifierFlagControl | others)),
@@ -28,19 +28,19 @@ TEST(KeyBindings, OnlyTheFourModifiersCount) {
       "");
 }
 
-TEST(KeyBindings, ALetterIsFoundWhateverControlMakesOfItAndWithShift) {
+TEST(keyBindings, ALetterIsFoundWhateverControlMakesOfItAndWithShift) {
   EXPECT_EQ(commandForKey(*key("\x03", NSEventModifierFlagControl, "c")), "copy:");
   EXPECT_EQ(commandForKey(*key("\x1A", NSEventModifierFlagControl | NSEventModifierFlagShift, "Z")), "redo:");
   EXPECT_EQ(commandForKey(*key("a")), "");
   EXPECT_EQ(commandForKey(*key("A", NSEventModifierFlagShift)), "");
 }
 
-TEST(KeyBindings, EnterOfTheKeypadIsReturn) {
+TEST(keyBindings, EnterOfTheKeypadIsReturn) {
   EXPECT_EQ(commandForKey(*key("\x03")), "insertNewline:");
   EXPECT_EQ(commandForKey(*key("\r")), "insertNewline:");
 }
 
-TEST(KeyBindings, OnlyCharactersAreTyped) {
+TEST(keyBindings, OnlyCharactersAreTyped) {
   EXPECT_EQ(textOfKey(*key("a")), "a");
   EXPECT_EQ(textOfKey(*key("\u00E9")), "\u00E9");
   EXPECT_EQ(textOfKey(*key(" ")), " ");

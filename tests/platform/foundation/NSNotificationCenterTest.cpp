@@ -8,7 +8,7 @@
 namespace tessaluna::platform {
 namespace {
 
-struct Center : testing::Test {
+struct NSNotificationCenterTest : testing::Test {
   Ref<NSNotificationCenter> center = make<NSNotificationCenter>();
   Ref<NSObject> one = make<NSObject>(), other = make<NSObject>();
   std::vector<std::string> heard;
@@ -20,7 +20,7 @@ struct Center : testing::Test {
   }
 };
 
-TEST_F(Center, TellsThoseWhoAskedForTheNameAndTheObject) {
+TEST_F(NSNotificationCenterTest, TellsThoseWhoAskedForTheNameAndTheObject) {
   hear("moved", one, "one's");
   hear("moved", nullptr, "anybody's");
   hear("", one, "all of one");
@@ -30,7 +30,7 @@ TEST_F(Center, TellsThoseWhoAskedForTheNameAndTheObject) {
   EXPECT_EQ(heard, (std::vector<std::string>{"one's:moved", "anybody's:moved", "all of one:moved", "anybody's:moved"}));
 }
 
-TEST_F(Center, GivesTheObjectToTheBlock) {
+TEST_F(NSNotificationCenterTest, GivesTheObjectToTheBlock) {
   Ref<NSObject> told;
   center->addObserverForName("moved", nullptr, nullptr,
                              [&](const Ref<NSNotification>& notification) { told = notification->object(); });
@@ -38,7 +38,7 @@ TEST_F(Center, GivesTheObjectToTheBlock) {
   EXPECT_EQ(told, other);
 }
 
-TEST_F(Center, AnObserverThatWasRemovedMeanwhileIsNotCalled) {
+TEST_F(NSNotificationCenterTest, AnObserverThatWasRemovedMeanwhileIsNotCalled) {
   Ref<NSObject> second;
   center->addObserverForName("moved", nullptr, nullptr, [&](const Ref<NSNotification>&) { center->removeObserver(second); });
   second = hear("moved", nullptr, "second");
@@ -47,7 +47,7 @@ TEST_F(Center, AnObserverThatWasRemovedMeanwhileIsNotCalled) {
   EXPECT_EQ(heard, (std::vector<std::string>{"third:moved"}));
 }
 
-TEST_F(Center, AnObserverMayRemoveItselfAndAddOthers) {
+TEST_F(NSNotificationCenterTest, AnObserverMayRemoveItselfAndAddOthers) {
   Ref<NSObject> token;
   token = center->addObserverForName("moved", nullptr, nullptr, [&](const Ref<NSNotification>&) {
     heard.push_back("self");
@@ -60,7 +60,7 @@ TEST_F(Center, AnObserverMayRemoveItselfAndAddOthers) {
   EXPECT_EQ(heard, (std::vector<std::string>{"self", "later:moved"}));
 }
 
-TEST_F(Center, RemovingWhatIsNotThereDoesNothing) {
+TEST_F(NSNotificationCenterTest, RemovingWhatIsNotThereDoesNothing) {
   const Ref<NSObject> token = hear("moved", nullptr, "one");
   center->removeObserver(nullptr);
   center->removeObserver(other);
@@ -71,7 +71,7 @@ TEST_F(Center, RemovingWhatIsNotThereDoesNothing) {
   EXPECT_EQ(heard.size(), 1u);
 }
 
-TEST_F(Center, DoesNotKeepTheObjectAliveAndForgetsItWhenItGoes) {
+TEST_F(NSNotificationCenterTest, DoesNotKeepTheObjectAliveAndForgetsItWhenItGoes) {
   hear("moved", one, "one's");
   const WeakRef<NSObject> weak = one;
   one = nullptr;
@@ -81,7 +81,7 @@ TEST_F(Center, DoesNotKeepTheObjectAliveAndForgetsItWhenItGoes) {
   EXPECT_TRUE(heard.empty());
 }
 
-TEST_F(Center, TheDefaultOneIsOne) {
+TEST_F(NSNotificationCenterTest, TheDefaultOneIsOne) {
   EXPECT_EQ(&NSNotificationCenter::defaultCenter(), &NSNotificationCenter::defaultCenter());
 }
 

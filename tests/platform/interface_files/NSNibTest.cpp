@@ -55,14 +55,14 @@ std::string errorOf(std::string_view json) {
   return contents.error.value_or("no error");
 }
 
-struct Nib : harness::StillWorld {
-  Nib() {
+struct NSNibTest : harness::StillWorld {
+  NSNibTest() {
     awakened.clear();
     registerClass<Owner>();
   }
 };
 
-TEST_F(Nib, MakesViewsWithTheirCellsAndConnectsThem) {
+TEST_F(NSNibTest, MakesViewsWithTheirCellsAndConnectsThem) {
   const auto owner = make<Owner>();
   const auto contents = make<NSNib>(R"({
     "owner": {"view": "row", "field": "label"},
@@ -90,7 +90,7 @@ TEST_F(Nib, MakesViewsWithTheirCellsAndConnectsThem) {
   EXPECT_EQ(awakened, (std::vector<std::string>{"owner", "owner with field"}));
 }
 
-TEST_F(Nib, MakesAWindowAndADocumentView) {
+TEST_F(NSNibTest, MakesAWindowAndADocumentView) {
   const auto contents = make<NSNib>(R"({"objects": [
       {"class": "NSWindow", "contentRect": [10, 20, 300, 200], "styleMask": 1, "title": "T", "contentView":
         {"class": "NSScrollView", "frame": [0, 0, 1, 1], "documentView": {"class": "NSView", "frame": [0, 0, 50, 60]}}}]})")
@@ -105,12 +105,12 @@ TEST_F(Nib, MakesAWindowAndADocumentView) {
   EXPECT_EQ(scrollView->documentView()->frame(), (CGRect{0, 0, 50, 60}));
 }
 
-TEST_F(Nib, GivesNewObjectsEachTime) {
+TEST_F(NSNibTest, GivesNewObjectsEachTime) {
   const auto nib = make<NSNib>(R"({"objects": [{"class": "NSView"}]})");
   EXPECT_NE(nib->instantiateWithOwner(nullptr).topLevelObjects, nib->instantiateWithOwner(nullptr).topLevelObjects);
 }
 
-TEST_F(Nib, ABadDocumentIsAClearError) {
+TEST_F(NSNibTest, ABadDocumentIsAClearError) {
   const struct {
     const char* json;
     const char* error;
@@ -151,7 +151,7 @@ TEST_F(Nib, ABadDocumentIsAClearError) {
   EXPECT_TRUE(awakened.empty());
 }
 
-TEST_F(Nib, DeepNestingIsAnErrorAndNoCrash) {
+TEST_F(NSNibTest, DeepNestingIsAnErrorAndNoCrash) {
   std::string json = R"({"objects": [)";
   for (int i = 0; i < 5000; ++i) json += R"({"class": "NSView", "subviews": [)";
   for (int i = 0; i < 5000; ++i) json += "]}";
@@ -160,7 +160,7 @@ TEST_F(Nib, DeepNestingIsAnErrorAndNoCrash) {
 }
 
 // Pieces of good documents put together at random: whatever comes of it is objects or an error.
-TEST_F(Nib, RandomDocumentsAreObjectsOrErrors) {
+TEST_F(NSNibTest, RandomDocumentsAreObjectsOrErrors) {
   const std::vector<std::string> pieces = {"{",
                                            "}",
                                            "[",
@@ -224,7 +224,7 @@ TEST_F(Nib, RandomDocumentsAreObjectsOrErrors) {
   EXPECT_GT(refused, 5000);
 }
 
-TEST_F(Nib, IsFoundByItsName) {
+TEST_F(NSNibTest, IsFoundByItsName) {
   NSNib::registerDocument("named", R"({"objects": []})");
   EXPECT_TRUE(NSNib::nibNamed("named"));
   EXPECT_FALSE(NSNib::nibNamed("nobody"));
@@ -240,7 +240,7 @@ class LoadedController : public NSWindowController {
   }
 };
 
-TEST_F(Nib, AWindowControllerLoadsItsWindowAtFirstUse) {
+TEST_F(NSNibTest, AWindowControllerLoadsItsWindowAtFirstUse) {
   NSNib::registerDocument("window", R"({"owner": {"window": "w"}, "objects": [{"id": "w", "class": "NSWindow"}]})");
   const auto controller = make<LoadedController>("window");
   EXPECT_FALSE(controller->isWindowLoaded());
@@ -252,7 +252,7 @@ TEST_F(Nib, AWindowControllerLoadsItsWindowAtFirstUse) {
   EXPECT_EQ(window->nextResponder(), controller.get());
 }
 
-TEST_F(Nib, AWindowControllerThatWasGivenAWindowLoadsNothing) {
+TEST_F(NSNibTest, AWindowControllerThatWasGivenAWindowLoadsNothing) {
   const auto window = showWindow();
   const auto controller = make<LoadedController>(window);
   EXPECT_EQ(controller->window(), window);
@@ -261,7 +261,7 @@ TEST_F(Nib, AWindowControllerThatWasGivenAWindowLoadsNothing) {
   EXPECT_EQ(make<LoadedController>()->window(), nullptr);
 }
 
-TEST_F(Nib, AWindowDoesNotKeepItsController) {
+TEST_F(NSNibTest, AWindowDoesNotKeepItsController) {
   const auto window = showWindow();
   make<LoadedController>(window);
   EXPECT_EQ(window->windowController(), nullptr);
@@ -278,7 +278,7 @@ class MyController : public NSViewController {
 };
 const ClassInfo MyController::staticClassInfo{.name = "Test.MyController", .base = &NSViewController::staticClassInfo};
 
-TEST_F(Nib, AViewControllerLoadsItsViewAtFirstUse) {
+TEST_F(NSNibTest, AViewControllerLoadsItsViewAtFirstUse) {
   NSNib::registerDocument("row",
                           R"({"owner": {"view": "b"}, "objects": [{"class": "NSView"}, {"id": "b", "class": "NSView"}]})");
   const auto controller = make<MyController>("row");
@@ -288,7 +288,7 @@ TEST_F(Nib, AViewControllerLoadsItsViewAtFirstUse) {
   EXPECT_EQ(controller->loads, 1);
 }
 
-TEST_F(Nib, AFactoryMakesTheViewInCode) {
+TEST_F(NSNibTest, AFactoryMakesTheViewInCode) {
   const auto made = make<NSView>(CGRect{0, 0, 5, 5});
   NSNib::registerFactory("made", [&](NSObject& owner) {
     EXPECT_NE(dynamic_cast<MyController*>(&owner), nullptr);
@@ -297,7 +297,7 @@ TEST_F(Nib, AFactoryMakesTheViewInCode) {
   EXPECT_EQ(make<MyController>("made")->view(), made);
 }
 
-TEST_F(Nib, AnAbsentNibNameStandsForTheNameOfTheClass) {
+TEST_F(NSNibTest, AnAbsentNibNameStandsForTheNameOfTheClass) {
   const auto made = make<NSView>(CGRect{});
   NSNib::registerFactory("MyController", [&](NSObject&) { return made; });
   EXPECT_EQ(make<MyController>()->view(), made);
@@ -306,9 +306,9 @@ TEST_F(Nib, AnAbsentNibNameStandsForTheNameOfTheClass) {
   EXPECT_EQ(make<MyController>()->view(), whole);
 }
 
-using NibDeathTest = Nib;
+using NSNibDeathTest = NSNibTest;
 
-TEST_F(NibDeathTest, AViewControllerWithoutItsInterfaceFileStopsTheProgram) {
+TEST_F(NSNibDeathTest, AViewControllerWithoutItsInterfaceFileStopsTheProgram) {
   EXPECT_DEATH(make<MyController>("missing")->view(), "Test.MyController: there is no interface file \"missing\"");
   EXPECT_DEATH(make<NSViewController>()->view(), "there is no interface file \"NSViewController\"");
   NSNib::registerDocument("empty", R"({"objects": []})");
@@ -317,7 +317,7 @@ TEST_F(NibDeathTest, AViewControllerWithoutItsInterfaceFileStopsTheProgram) {
   EXPECT_DEATH(make<MyController>("bad")->view(), "interface file \"bad\": the archive is not JSON");
 }
 
-TEST_F(NibDeathTest, AWindowControllerWithoutItsInterfaceFileStopsTheProgram) {
+TEST_F(NSNibDeathTest, AWindowControllerWithoutItsInterfaceFileStopsTheProgram) {
   EXPECT_DEATH(make<LoadedController>("missing")->window(), "there is no interface file \"missing\"");
 }
 

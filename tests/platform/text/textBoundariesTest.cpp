@@ -4,7 +4,7 @@
 
 using namespace tessaluna::platform;
 
-TEST(TextBoundaries, CharactersAreThoseThatTheUserSees) {
+TEST(textBoundaries, CharactersAreThoseThatTheUserSees) {
   constexpr std::u16string_view text = u"ae\u0301b";
   EXPECT_EQ(characterBorderAfter(text, 0), 1u);
   EXPECT_EQ(characterBorderAfter(text, 1), 3u);
@@ -18,7 +18,7 @@ TEST(TextBoundaries, CharactersAreThoseThatTheUserSees) {
   EXPECT_EQ(characterBorderBefore(u"", 9), 0u);
 }
 
-TEST(TextBoundaries, WordsAreLettersAndDigitsOfAnyScript) {
+TEST(textBoundaries, WordsAreLettersAndDigitsOfAnyScript) {
   constexpr std::u16string_view text = u"don't, \u00FCber_2 \u0436\u0438\u0437\u043D\u044C!";
   EXPECT_EQ(wordEndAfter(text, 0), 5u);
   EXPECT_EQ(wordEndAfter(text, 5), 13u);
@@ -32,7 +32,7 @@ TEST(TextBoundaries, WordsAreLettersAndDigitsOfAnyScript) {
   EXPECT_EQ(wordStartBefore(u"", 3), 0u);
 }
 
-TEST(TextBoundaries, ADoubleClickTakesWhatIsOfOneKind) {
+TEST(textBoundaries, ADoubleClickTakesWhatIsOfOneKind) {
   constexpr std::u16string_view text = u"ab  ?!c";
   EXPECT_EQ(wordRangeAt(text, 0), (NSRange{0, 2}));
   EXPECT_EQ(wordRangeAt(text, 1), (NSRange{0, 2}));
@@ -42,19 +42,19 @@ TEST(TextBoundaries, ADoubleClickTakesWhatIsOfOneKind) {
   EXPECT_EQ(wordRangeAt(u"", 0), (NSRange{0, 0}));
 }
 
-TEST(TextBoundaries, AnApostropheAtAWordsEdgeIsNoPartOfIt) {
+TEST(textBoundaries, AnApostropheAtAWordsEdgeIsNoPartOfIt) {
   EXPECT_EQ(wordRangeAt(u"'tis'", 1), (NSRange{1, 3}));
   EXPECT_EQ(wordRangeAt(u"rock\u2019n", 0), (NSRange{0, 6}));
 }
 
-TEST(TextBoundaries, AParagraphEndsBeforeItsLineEnd) {
+TEST(textBoundaries, AParagraphEndsBeforeItsLineEnd) {
   EXPECT_EQ(paragraphRangeAt(u"ab\ncd", 1), (NSRange{0, 2}));
   EXPECT_EQ(paragraphRangeAt(u"ab\ncd", 2), (NSRange{0, 2}));
   EXPECT_EQ(paragraphRangeAt(u"ab\ncd", 3), (NSRange{3, 2}));
   EXPECT_EQ(paragraphRangeAt(u"", 5), (NSRange{0, 0}));
 }
 
-TEST(TextBoundaries, TheFirstLetterWithADirectionDecides) {
+TEST(textBoundaries, TheFirstLetterWithADirectionDecides) {
   EXPECT_FALSE(isRightToLeft(u""));
   EXPECT_FALSE(isRightToLeft(u"12 ..."));
   EXPECT_FALSE(isRightToLeft(u"a \u05D0"));
@@ -62,7 +62,7 @@ TEST(TextBoundaries, TheFirstLetterWithADirectionDecides) {
   EXPECT_TRUE(isRightToLeft(u"\u0627"));
 }
 
-TEST(TextBoundaries, LoneSurrogatesAreSteppedOver) {
+TEST(textBoundaries, LoneSurrogatesAreSteppedOver) {
   constexpr char16_t lone[] = {0xD800, 'a', 0xDC00, 0};
   const std::u16string_view text(lone, 3);
   std::size_t at = 0;

@@ -10,7 +10,7 @@ using Borders = std::vector<std::size_t>;
 
 }  // namespace
 
-TEST(Unicode, TextOfEveryLengthOfEncodingGoesThereAndBack) {
+TEST(unicode, TextOfEveryLengthOfEncodingGoesThereAndBack) {
   const std::string utf8 = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x8E\xB5";  // a, e with acute, euro, note
   const std::u16string utf16 = u"a\u00E9\u20AC\U0001F3B5";
   EXPECT_EQ(utf16FromUtf8(utf8), utf16);
@@ -18,57 +18,57 @@ TEST(Unicode, TextOfEveryLengthOfEncodingGoesThereAndBack) {
   EXPECT_EQ(utf16.size(), 5u);
 }
 
-TEST(Unicode, AByteThatIsNoUtf8BecomesTheReplacementCharacter) {
+TEST(unicode, AByteThatIsNoUtf8BecomesTheReplacementCharacter) {
   EXPECT_EQ(utf16FromUtf8("a\xFFz"), u"a\uFFFDz");
   EXPECT_EQ(utf16FromUtf8("\x80"), u"\uFFFD");
 }
 
-TEST(Unicode, ACutOffCharacterIsOneReplacementHoweverManyOfItsBytesAreThere) {
+TEST(unicode, ACutOffCharacterIsOneReplacementHoweverManyOfItsBytesAreThere) {
   EXPECT_EQ(utf16FromUtf8("\xE2\x82"), u"\uFFFD");
   EXPECT_EQ(utf16FromUtf8("\xF0\x9F\x8E!"), u"\uFFFD!");
 }
 
-TEST(Unicode, OverlongFormsAndEncodedSurrogatesAreNoCharacters) {
+TEST(unicode, OverlongFormsAndEncodedSurrogatesAreNoCharacters) {
   EXPECT_EQ(utf16FromUtf8("\xC0\xAF"), u"\uFFFD\uFFFD");
   EXPECT_EQ(utf16FromUtf8("\xE0\x80\x80"), u"\uFFFD\uFFFD\uFFFD");
   EXPECT_EQ(utf16FromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");
   EXPECT_EQ(utf16FromUtf8("\xF4\x90\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
 }
 
-TEST(Unicode, ALoneSurrogateLeavesAsTheReplacementCharacter) {
+TEST(unicode, ALoneSurrogateLeavesAsTheReplacementCharacter) {
   EXPECT_EQ(utf8FromUtf16(std::u16string{u'a', 0xD83C, u'b'}),
             "a\xEF\xBF\xBD"
             "b");
   EXPECT_EQ(utf8FromUtf16(std::u16string{0xDFB5}), "\xEF\xBF\xBD");
 }
 
-TEST(Unicode, TheFirstScalarOfNothingIsZero) {
+TEST(unicode, TheFirstScalarOfNothingIsZero) {
   EXPECT_EQ(firstScalar(""), U'\0');
   EXPECT_EQ(firstScalar("\xF0\x9F\x8E\xB5x"), U'\U0001F3B5');
   EXPECT_EQ(utf8FromScalar(0xF702), "\xEF\x9C\x82");
 }
 
-TEST(CharacterBorders, OfAnEmptyTextIsItsLengthAlone) { EXPECT_EQ(characterBorders(u""), Borders{0}); }
+TEST(unicodeCharacterBorders, OfAnEmptyTextIsItsLengthAlone) { EXPECT_EQ(characterBorders(u""), Borders{0}); }
 
-TEST(CharacterBorders, ACombiningMarkBelongsToItsBase) {
+TEST(unicodeCharacterBorders, ACombiningMarkBelongsToItsBase) {
   EXPECT_EQ(characterBorders(u"ae\u0301\u0323b"), (Borders{0, 1, 4, 5}));
 }
 
-TEST(CharacterBorders, AFamilyOfJoinedEmojiIsOneCharacter) {
+TEST(unicodeCharacterBorders, AFamilyOfJoinedEmojiIsOneCharacter) {
   const std::u16string family = u"\U0001F468\u200D\U0001F469\u200D\U0001F467";
   EXPECT_EQ(characterBorders(family + u"!"), (Borders{0, family.size(), family.size() + 1}));
 }
 
-TEST(CharacterBorders, FlagsAreTwoLettersEach) {
+TEST(unicodeCharacterBorders, FlagsAreTwoLettersEach) {
   EXPECT_EQ(characterBorders(u"\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7"), (Borders{0, 4, 8}));
 }
 
-TEST(CharacterBorders, ASkinToneBelongsToItsEmoji) {
+TEST(unicodeCharacterBorders, ASkinToneBelongsToItsEmoji) {
   EXPECT_EQ(characterBorders(u"\U0001F44D\U0001F3FDx"), (Borders{0, 4, 5}));
 }
 
-TEST(CharacterBorders, ALoneSurrogateIsACharacter) {
+TEST(unicodeCharacterBorders, ALoneSurrogateIsACharacter) {
   EXPECT_EQ(characterBorders(std::u16string{u'a', 0xD83C, u'b', 0xDFB5}), (Borders{0, 1, 2, 3, 4}));
 }
 
-TEST(CharacterBorders, ReturnAndNewlineAreOne) { EXPECT_EQ(characterBorders(u"a\r\nb"), (Borders{0, 1, 3, 4})); }
+TEST(unicodeCharacterBorders, ReturnAndNewlineAreOne) { EXPECT_EQ(characterBorders(u"a\r\nb"), (Borders{0, 1, 3, 4})); }

@@ -9,11 +9,11 @@
 namespace tessaluna::platform {
 namespace {
 
-struct ImageView : harness::StillWorld {
+struct NSImageViewTest : harness::StillWorld {
   Ref<NSImageView> view = make<NSImageView>(CGRect{10, 10, 100, 50});
 };
 
-TEST_F(ImageView, PlacesItsImageByItsScaling) {
+TEST_F(NSImageViewTest, PlacesItsImageByItsScaling) {
   const struct {
     NSImageScaling scaling;
     CGSize size;
@@ -35,14 +35,14 @@ TEST_F(ImageView, PlacesItsImageByItsScaling) {
   EXPECT_EQ(view->imageRectForSize({5, 5}), (CGRect{1, 1, 98, 48}));
 }
 
-TEST_F(ImageView, HasYUpAndTheSizeOfItsImage) {
+TEST_F(NSImageViewTest, HasYUpAndTheSizeOfItsImage) {
   EXPECT_FALSE(view->isFlipped());
   EXPECT_EQ(view->intrinsicContentSize(), (CGSize{-1, -1}));
   view->setImage(make<NSImage>(CGSize{7, 8}));
   EXPECT_EQ(view->intrinsicContentSize(), (CGSize{7, 8}));
 }
 
-TEST_F(ImageView, ANewImageIsDrawn) {
+TEST_F(NSImageViewTest, ANewImageIsDrawn) {
   const auto window = showWindowWith(view);
   int draws = 0;
   view->setImage(NSImage::imageWithSize({10, 10}, false, [&](CGRect) { return ++draws > 0; }));
@@ -51,7 +51,7 @@ TEST_F(ImageView, ANewImageIsDrawn) {
   EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
 }
 
-TEST_F(ImageView, PassesMouseEventsOnUnlessItIsEditable) {
+TEST_F(NSImageViewTest, PassesMouseEventsOnUnlessItIsEditable) {
   const auto behind = make<harness::ProbeView>(CGRect{0, 0, 200, 150});
   const auto window = showWindowWith(behind);
   behind->addSubview(view);

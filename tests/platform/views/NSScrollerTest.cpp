@@ -49,9 +49,9 @@ TEST(NSScroller, DrawsNoKnobWhereThereIsNothingToScroll) {
   EXPECT_EQ(only("fill", recordingOf([&] { scroller->drawRect({}); })).size(), 1u);
 }
 
-class ScrollerInAWindow : public harness::StillWorld {};
+class NSScrollerInAWindow : public harness::StillWorld {};
 
-TEST_F(ScrollerInAWindow, LetsGoOfItsKnobWhenItIsHiddenOrTakenAway) {
+TEST_F(NSScrollerInAWindow, LetsGoOfItsKnobWhenItIsHiddenOrTakenAway) {
   const auto scroller = make<NSScroller>(CGRect{0, 0, 12, 100});
   scroller->setKnobProportion(0.5);
   const auto window = showWindowWith(scroller);

@@ -9,7 +9,7 @@ using harness::Calls;
 
 namespace {
 
-using FieldEditing = harness::FieldWorld;
+using NSTextFieldEditingTest = harness::FieldWorld;
 
 constexpr const char* returnKey = "\r";
 constexpr const char* escape = "\x1B";
@@ -19,7 +19,7 @@ constexpr const char* backspace = "\x7F";
 
 // Coming and going of the editor.
 
-TEST_F(FieldEditing, ALabelTakesNoKeys) {
+TEST_F(NSTextFieldEditingTest, ALabelTakesNoKeys) {
   const auto label = NSTextField::labelWithString("x");
   window->contentView()->addSubview(label);
   EXPECT_FALSE(label->acceptsFirstResponder());
@@ -27,7 +27,7 @@ TEST_F(FieldEditing, ALabelTakesNoKeys) {
   EXPECT_EQ(label->currentEditor(), nullptr);
 }
 
-TEST_F(FieldEditing, TheFirstResponderIsTheWindowsFieldEditorWithAllOfTheTextSelected) {
+TEST_F(NSTextFieldEditingTest, TheFirstResponderIsTheWindowsFieldEditorWithAllOfTheTextSelected) {
   field->setStringValue("abc");
   EXPECT_EQ(field->currentEditor(), nullptr);
   ASSERT_TRUE(window->makeFirstResponder(field.get()));
@@ -40,7 +40,7 @@ TEST_F(FieldEditing, TheFirstResponderIsTheWindowsFieldEditorWithAllOfTheTextSel
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
 }
 
-TEST_F(FieldEditing, TheFieldsOfAWindowShareTheEditor) {
+TEST_F(NSTextFieldEditingTest, TheFieldsOfAWindowShareTheEditor) {
   begin("abc");
   const auto shared = editor();
   window->makeFirstResponder(other.get());
@@ -49,7 +49,7 @@ TEST_F(FieldEditing, TheFieldsOfAWindowShareTheEditor) {
   EXPECT_TRUE(shared->isDescendantOf(other.get()));
 }
 
-TEST_F(FieldEditing, WhatWasTypedIsTakenOverWhenTheKeysGoElsewhere) {
+TEST_F(NSTextFieldEditingTest, WhatWasTypedIsTakenOverWhenTheKeysGoElsewhere) {
   begin("abc");
   user.type("xy");
   EXPECT_EQ(field->stringValue(), "xy");
@@ -60,13 +60,13 @@ TEST_F(FieldEditing, WhatWasTypedIsTakenOverWhenTheKeysGoElsewhere) {
   EXPECT_EQ(delegate->calls, (Calls{"begin", "change x", "change xy", "end"}));
 }
 
-TEST_F(FieldEditing, NobodyIsToldOfABeginBeforeTheFirstChange) {
+TEST_F(NSTextFieldEditingTest, NobodyIsToldOfABeginBeforeTheFirstChange) {
   begin("abc");
   user.pressKey(NSLeftArrowFunctionKey);
   EXPECT_EQ(delegate->calls, (Calls{"moveLeft:"}));
 }
 
-TEST_F(FieldEditing, ObserversHearTheSameAsTheDelegate) {
+TEST_F(NSTextFieldEditingTest, ObserversHearTheSameAsTheDelegate) {
   Calls heard;
   std::vector<Ref<NSObject>> tokens;
   for (const auto name : {NSControlTextDidBeginEditingNotification, NSControlTextDidChangeNotification,
@@ -81,7 +81,7 @@ TEST_F(FieldEditing, ObserversHearTheSameAsTheDelegate) {
                           "NSControlTextDidEndEditingNotification"}));
 }
 
-TEST_F(FieldEditing, ADelegateMayRefuseTheBeginOrTheEnd) {
+TEST_F(NSTextFieldEditingTest, ADelegateMayRefuseTheBeginOrTheEnd) {
   begin("abc");
   delegate->refusesToBegin = true;
   user.type("x");
@@ -94,7 +94,7 @@ TEST_F(FieldEditing, ADelegateMayRefuseTheBeginOrTheEnd) {
   EXPECT_EQ(other->currentEditor(), nullptr);
 }
 
-TEST_F(FieldEditing, ValidateTakesTheTextOverAndGoesOn) {
+TEST_F(NSTextFieldEditingTest, ValidateTakesTheTextOverAndGoesOn) {
   begin("abc");
   user.type("x");
   field->validateEditing();
@@ -102,7 +102,7 @@ TEST_F(FieldEditing, ValidateTakesTheTextOverAndGoesOn) {
   EXPECT_TRUE(field->currentEditor());
 }
 
-TEST_F(FieldEditing, AbortThrowsTheTextAwayWithoutAWord) {
+TEST_F(NSTextFieldEditingTest, AbortThrowsTheTextAwayWithoutAWord) {
   EXPECT_FALSE(field->abortEditing());
   begin("abc");
   user.type("x");
@@ -114,7 +114,7 @@ TEST_F(FieldEditing, AbortThrowsTheTextAwayWithoutAWord) {
   EXPECT_TRUE(delegate->calls.empty());
 }
 
-TEST_F(FieldEditing, ATextThatIsSetMeanwhileIsTheEditors) {
+TEST_F(NSTextFieldEditingTest, ATextThatIsSetMeanwhileIsTheEditors) {
   begin("abc");
   user.type("x");
   field->setStringValue("set");
@@ -124,7 +124,7 @@ TEST_F(FieldEditing, ATextThatIsSetMeanwhileIsTheEditors) {
   EXPECT_EQ(field->stringValue(), "set");
 }
 
-TEST_F(FieldEditing, AnAttributedTextThatIsNotChangedKeepsItsAttributes) {
+TEST_F(NSTextFieldEditingTest, AnAttributedTextThatIsNotChangedKeepsItsAttributes) {
   const auto text = make<NSAttributedString>("ab", NSAttributes{{NSUnderlineStyleAttributeName, std::int64_t{1}}});
   field->setAttributedStringValue(text);
   field->selectText(nullptr);
@@ -132,7 +132,7 @@ TEST_F(FieldEditing, AnAttributedTextThatIsNotChangedKeepsItsAttributes) {
   EXPECT_TRUE(field->attributedStringValue()->isEqual(text.get()));
 }
 
-TEST_F(FieldEditing, AFieldThatIsDisabledHiddenOrTakenAwayEndsItsEditing) {
+TEST_F(NSTextFieldEditingTest, AFieldThatIsDisabledHiddenOrTakenAwayEndsItsEditing) {
   const auto endsWhen = [&](auto change) {
     begin("abc");
     user.type("x");
@@ -150,7 +150,7 @@ TEST_F(FieldEditing, AFieldThatIsDisabledHiddenOrTakenAwayEndsItsEditing) {
   EXPECT_EQ(endsWhen([&] { field->removeFromSuperview(); }), "x");
 }
 
-TEST_F(FieldEditing, AWindowThatClosesEndsTheEditing) {
+TEST_F(NSTextFieldEditingTest, AWindowThatClosesEndsTheEditing) {
   begin("abc");
   user.type("x");
   window->close();
@@ -158,7 +158,7 @@ TEST_F(FieldEditing, AWindowThatClosesEndsTheEditing) {
   EXPECT_EQ(delegate->calls.back(), "end");
 }
 
-TEST_F(FieldEditing, AWindowThatGoesLeavesAFieldThatCanBeEditedElsewhere) {
+TEST_F(NSTextFieldEditingTest, AWindowThatGoesLeavesAFieldThatCanBeEditedElsewhere) {
   const auto lonely = make<NSTextField>(CGRect{0, 0, 50, 22});
   auto passing = showWindow({300, 100, 100, 50});
   passing->contentView()->addSubview(lonely);
@@ -175,7 +175,7 @@ TEST_F(FieldEditing, AWindowThatGoesLeavesAFieldThatCanBeEditedElsewhere) {
   EXPECT_TRUE(lonely->currentEditor());
 }
 
-TEST_F(FieldEditing, OneThatEndsMayGiveTheKeysToAThird) {
+TEST_F(NSTextFieldEditingTest, OneThatEndsMayGiveTheKeysToAThird) {
   const auto third = make<NSTextField>(CGRect{20, 20, 110, 24});
   window->contentView()->addSubview(third);
   begin("abc");
@@ -187,7 +187,7 @@ TEST_F(FieldEditing, OneThatEndsMayGiveTheKeysToAThird) {
   EXPECT_EQ(window->firstResponder(), other->currentEditor().get());
 }
 
-TEST_F(FieldEditing, AViewThatGotTheKeysInBetweenIsAskedToGiveThemUp) {
+TEST_F(NSTextFieldEditingTest, AViewThatGotTheKeysInBetweenIsAskedToGiveThemUp) {
   const auto third = make<harness::ProbeView>(CGRect{20, 20, 10, 10});
   third->acceptsFirst = true;
   window->contentView()->addSubview(third);
@@ -201,7 +201,7 @@ TEST_F(FieldEditing, AViewThatGotTheKeysInBetweenIsAskedToGiveThemUp) {
 
 // Commands.
 
-TEST_F(FieldEditing, EveryCommandIsOfferedToTheDelegateFirst) {
+TEST_F(NSTextFieldEditingTest, EveryCommandIsOfferedToTheDelegateFirst) {
   begin("abc");
   delegate->onCommand = [](std::string_view selector) { return selector == "moveDown:" || selector == "moveLeft:"; };
   user.pressKey(NSDownArrowFunctionKey);
@@ -212,7 +212,7 @@ TEST_F(FieldEditing, EveryCommandIsOfferedToTheDelegateFirst) {
   EXPECT_EQ(delegate->calls, (Calls{"moveDown:", "moveUp:", "moveLeft:", "cancelOperation:", "insertNewline:", "end"}));
 }
 
-TEST_F(FieldEditing, ACommandThatTheDelegateTookHasNoOtherEffect) {
+TEST_F(NSTextFieldEditingTest, ACommandThatTheDelegateTookHasNoOtherEffect) {
   begin("abc", 1);
   delegate->onCommand = [](std::string_view) { return true; };
   for (const char32_t key : {NSDownArrowFunctionKey, NSRightArrowFunctionKey, NSEndFunctionKey}) user.pressKey(key);
@@ -224,7 +224,7 @@ TEST_F(FieldEditing, ACommandThatTheDelegateTookHasNoOtherEffect) {
   EXPECT_TRUE(target->values.empty());
 }
 
-TEST_F(FieldEditing, ReturnTakesTheTextOverSendsTheActionAndSelectsTheText) {
+TEST_F(NSTextFieldEditingTest, ReturnTakesTheTextOverSendsTheActionAndSelectsTheText) {
   begin("abc");
   user.type("xy");
   user.pressKey(returnKey);
@@ -237,7 +237,7 @@ TEST_F(FieldEditing, ReturnTakesTheTextOverSendsTheActionAndSelectsTheText) {
   EXPECT_EQ(delegate->calls, (Calls{"begin", "change x", "change xy", "insertNewline:", "end", "begin", "change z"}));
 }
 
-TEST_F(FieldEditing, AnActionMayTakeTheKeysElsewhereOrTheFieldAway) {
+TEST_F(NSTextFieldEditingTest, AnActionMayTakeTheKeysElsewhereOrTheFieldAway) {
   begin("abc");
   target->onAction = [&] { other->selectText(nullptr); };
   user.pressKey(returnKey);
@@ -251,7 +251,7 @@ TEST_F(FieldEditing, AnActionMayTakeTheKeysElsewhereOrTheFieldAway) {
   EXPECT_EQ(window->firstResponder(), window.get());
 }
 
-TEST_F(FieldEditing, TabAndBacktabGoToTheNextAndThePreviousKeyView) {
+TEST_F(NSTextFieldEditingTest, TabAndBacktabGoToTheNextAndThePreviousKeyView) {
   begin("abc");
   user.type("x");
   user.pressKey("\t");
@@ -264,7 +264,7 @@ TEST_F(FieldEditing, TabAndBacktabGoToTheNextAndThePreviousKeyView) {
   EXPECT_TRUE(other->currentEditor());  // round
 }
 
-TEST_F(FieldEditing, TabInTheOnlyFieldSelectsItsText) {
+TEST_F(NSTextFieldEditingTest, TabInTheOnlyFieldSelectsItsText) {
   other->removeFromSuperview();
   begin("abc", 1);
   user.pressKey("\t");
@@ -272,7 +272,7 @@ TEST_F(FieldEditing, TabInTheOnlyFieldSelectsItsText) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
 }
 
-TEST_F(FieldEditing, AKeyThatIsNoCommandOfTheTextGoesOn) {
+TEST_F(NSTextFieldEditingTest, AKeyThatIsNoCommandOfTheTextGoesOn) {
   begin("abc");
   const int before = nativeOf(*window).eventsNotTaken();
   user.pressKey(escape);
@@ -283,7 +283,7 @@ TEST_F(FieldEditing, AKeyThatIsNoCommandOfTheTextGoesOn) {
   EXPECT_EQ(field->stringValue(), "abc");
 }
 
-TEST_F(FieldEditing, AThousandKeysAllArrive) {
+TEST_F(NSTextFieldEditingTest, AThousandKeysAllArrive) {
   begin();
   std::string all;
   for (int i = 0; i < 1000; ++i) {
@@ -297,7 +297,7 @@ TEST_F(FieldEditing, AThousandKeysAllArrive) {
 
 // The look.
 
-TEST_F(FieldEditing, TheTextIsDrawnOnceAndWhereItWasBefore) {
+TEST_F(NSTextFieldEditingTest, TheTextIsDrawnOnceAndWhereItWasBefore) {
   desktop.setPictures(tessaluna::backend::headless::Pictures::Painted);
   const auto pictured = showWindow({300, 100, 200, 150});
   pictured->contentView()->addSubview(field);
@@ -321,7 +321,7 @@ TEST_F(FieldEditing, TheTextIsDrawnOnceAndWhereItWasBefore) {
   EXPECT_EQ(dark(), before);
 }
 
-TEST_F(FieldEditing, ALongTextStaysOnOneLineAfterTheEditing) {
+TEST_F(NSTextFieldEditingTest, ALongTextStaysOnOneLineAfterTheEditing) {
   begin("a long text that is wider than its field");
   window->makeFirstResponder(nullptr);
   nativeOf(*window).forgetPaints();
@@ -336,7 +336,7 @@ TEST_F(FieldEditing, ALongTextStaysOnOneLineAfterTheEditing) {
   EXPECT_EQ(lines, 1u);
 }
 
-TEST_F(FieldEditing, ARingShowsWhereTheKeysGo) {
+TEST_F(NSTextFieldEditingTest, ARingShowsWhereTheKeysGo) {
   const auto rings = [&] {
     std::size_t count = 0;
     for (const auto& paint : nativeOf(*window).paints())
@@ -366,7 +366,7 @@ TEST_F(FieldEditing, ARingShowsWhereTheKeysGo) {
   EXPECT_EQ(rings(), 1u);
 }
 
-TEST_F(FieldEditing, ThePlaceholderShowsAsLongAsNothingIsTyped) {
+TEST_F(NSTextFieldEditingTest, ThePlaceholderShowsAsLongAsNothingIsTyped) {
   field->setPlaceholderString("Q");
   begin();
   const auto shows = [&](const char* glyph) {
@@ -385,14 +385,14 @@ TEST_F(FieldEditing, ThePlaceholderShowsAsLongAsNothingIsTyped) {
 
 // Delegates that interfere.
 
-TEST_F(FieldEditing, ADelegateThatReplacesTheTextWhenEditingBeginsIsTypedInto) {
+TEST_F(NSTextFieldEditingTest, ADelegateThatReplacesTheTextWhenEditingBeginsIsTypedInto) {
   begin("abc", 3);
   delegate->onBegin = [&] { field->setStringValue("x"); };
   user.type("y");
   EXPECT_EQ(field->stringValue(), "xy");
 }
 
-TEST_F(FieldEditing, ADelegateThatClearsTheTextWhenACompositionBeginsLosesNothing) {
+TEST_F(NSTextFieldEditingTest, ADelegateThatClearsTheTextWhenACompositionBeginsLosesNothing) {
   begin("abc", 3);
   delegate->onBegin = [&] { field->setStringValue(""); };
   editor()->setMarkedText("k", {1, 0}, {NSNotFound, 0});
@@ -400,7 +400,7 @@ TEST_F(FieldEditing, ADelegateThatClearsTheTextWhenACompositionBeginsLosesNothin
   EXPECT_EQ(field->stringValue(), "か");
 }
 
-TEST_F(FieldEditing, ADelegateThatAlwaysTakesTheKeysBackKeepsThem) {
+TEST_F(NSTextFieldEditingTest, ADelegateThatAlwaysTakesTheKeysBackKeepsThem) {
   begin("abc");
   delegate->onEnd = [&] { field->selectText(nullptr); };
   EXPECT_FALSE(window->makeFirstResponder(other.get()));
@@ -410,7 +410,7 @@ TEST_F(FieldEditing, ADelegateThatAlwaysTakesTheKeysBackKeepsThem) {
   delegate->onEnd = nullptr;
 }
 
-TEST_F(FieldEditing, AFieldThatIsEditedAnewWithinItsActionAndThenHiddenLetsGoOfTheEditor) {
+TEST_F(NSTextFieldEditingTest, AFieldThatIsEditedAnewWithinItsActionAndThenHiddenLetsGoOfTheEditor) {
   begin("abc");
   target->onAction = [&] {
     field->selectText(nullptr);
@@ -423,7 +423,7 @@ TEST_F(FieldEditing, AFieldThatIsEditedAnewWithinItsActionAndThenHiddenLetsGoOfT
   EXPECT_TRUE(field->subviews().empty());
 }
 
-TEST_F(FieldEditing, HidingAViewAboveTheFieldEndsItsEditing) {
+TEST_F(NSTextFieldEditingTest, HidingAViewAboveTheFieldEndsItsEditing) {
   begin("abc");
   user.type("q");
   window->contentView()->setHidden(true);

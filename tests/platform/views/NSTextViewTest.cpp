@@ -8,8 +8,8 @@ using harness::Calls;
 
 namespace {
 
-// Keys and commands of the editor of a field.
-class Keys : public harness::FieldWorld {
+// NSTextViewKeys and commands of the editor of a field.
+class NSTextViewKeys : public harness::FieldWorld {
  protected:
   static constexpr std::uint32_t shift = NSEventModifierFlagShift, control = NSEventModifierFlagControl,
                                  option = NSEventModifierFlagOption, command = NSEventModifierFlagCommand;
@@ -23,7 +23,7 @@ using NSTextViewTest = harness::StillWorld;
 
 }  // namespace
 
-TEST_F(Keys, MoveTheCaret) {
+TEST_F(NSTextViewKeys, MoveTheCaret) {
   const struct {
     const char* what;
     std::size_t from;
@@ -62,7 +62,7 @@ TEST_F(Keys, MoveTheCaret) {
   }
 }
 
-TEST_F(Keys, ShiftGoesOnFromWhereTheSelectionBegan) {
+TEST_F(NSTextViewKeys, ShiftGoesOnFromWhereTheSelectionBegan) {
   begin("abcdef", 3);
   user.pressKey(right, shift);
   user.pressKey(right, shift);
@@ -73,7 +73,7 @@ TEST_F(Keys, ShiftGoesOnFromWhereTheSelectionBegan) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
 }
 
-TEST_F(Keys, AStepToASideGivesUpTheSelectionAtThatSide) {
+TEST_F(NSTextViewKeys, AStepToASideGivesUpTheSelectionAtThatSide) {
   begin("abcdef");
   editor()->setSelectedRange({2, 3});
   user.pressKey(left);
@@ -89,7 +89,7 @@ TEST_F(Keys, AStepToASideGivesUpTheSelectionAtThatSide) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{6, 0}));
 }
 
-TEST_F(Keys, DeleteCharactersWordsAndTheSelection) {
+TEST_F(NSTextViewKeys, DeleteCharactersWordsAndTheSelection) {
   const struct {
     const char* what;
     NSRange selected;
@@ -117,7 +117,7 @@ TEST_F(Keys, DeleteCharactersWordsAndTheSelection) {
   }
 }
 
-TEST_F(Keys, StepOverWholeCharactersAsTheUserSeesThem) {
+TEST_F(NSTextViewKeys, StepOverWholeCharactersAsTheUserSeesThem) {
   // An e with an accent of its own, a family of three, a flag.
   begin("e\u0301x\U0001F468\u200D\U0001F469\u200D\U0001F467\U0001F1EB\U0001F1F7", 0);
   std::vector<std::size_t> stops;
@@ -134,7 +134,7 @@ TEST_F(Keys, StepOverWholeCharactersAsTheUserSeesThem) {
   EXPECT_EQ(field->stringValue(), "x");
 }
 
-TEST_F(Keys, TypedTextReplacesTheSelection) {
+TEST_F(NSTextViewKeys, TypedTextReplacesTheSelection) {
   begin("abc");
   editor()->setSelectedRange({1, 1});
   user.type("X\u00E9");
@@ -144,7 +144,7 @@ TEST_F(Keys, TypedTextReplacesTheSelection) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
 }
 
-TEST_F(Keys, ALetterWithOptionIsTypedOnlyWhereOptionMadeItAnother) {
+TEST_F(NSTextViewKeys, ALetterWithOptionIsTypedOnlyWhereOptionMadeItAnother) {
   begin();
   const auto press = [&](const char* characters, const char* ignoring, std::uint32_t modifiers) {
     NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
@@ -161,7 +161,7 @@ TEST_F(Keys, ALetterWithOptionIsTypedOnlyWhereOptionMadeItAnother) {
   EXPECT_EQ(field->stringValue(), "\u00DF@");
 }
 
-TEST_F(Keys, AllIsSelectedByEitherSystemsKey) {
+TEST_F(NSTextViewKeys, AllIsSelectedByEitherSystemsKey) {
   for (const std::uint32_t modifier : {control, command}) {
     begin("abc", 1);
     user.pressKey("a", modifier);
@@ -169,7 +169,7 @@ TEST_F(Keys, AllIsSelectedByEitherSystemsKey) {
   }
 }
 
-TEST_F(Keys, CommandsAreFoundByNameAsActionsAre) {
+TEST_F(NSTextViewKeys, CommandsAreFoundByNameAsActionsAre) {
   begin("abc", 1);
   EXPECT_TRUE(NSApp->sendAction("moveToEndOfLine:", nullptr, window.get()));
   EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
@@ -179,7 +179,7 @@ TEST_F(Keys, CommandsAreFoundByNameAsActionsAre) {
   editor()->doCommandBySelector("noSuchCommand:");
 }
 
-TEST_F(Keys, InATextThatIsOnlySelectableNothingIsTyped) {
+TEST_F(NSTextViewKeys, InATextThatIsOnlySelectableNothingIsTyped) {
   field->setEditable(false);
   field->setSelectable(true);
   begin("abc");
@@ -194,7 +194,7 @@ TEST_F(Keys, InATextThatIsOnlySelectableNothingIsTyped) {
   EXPECT_FALSE(field->canBecomeKeyView());
 }
 
-TEST_F(Keys, LeftIsForwardInATextThatBeginsFromRightToLeft) {
+TEST_F(NSTextViewKeys, LeftIsForwardInATextThatBeginsFromRightToLeft) {
   begin("\u05D0\u05D1 \u05D2\u05D3", 0);
   user.pressKey(left);
   EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));

@@ -12,10 +12,10 @@ namespace {
 constexpr std::uint32_t shift = NSEventModifierFlagShift, control = NSEventModifierFlagControl,
                         command = NSEventModifierFlagCommand;
 
-using Undo = harness::FieldWorld;
-using Clipboard = harness::FieldWorld;
+using TextViewEditingUndo = harness::FieldWorld;
+using TextViewEditingClipboard = harness::FieldWorld;
 
-class Composition : public harness::FieldWorld {
+class TextViewEditingComposition : public harness::FieldWorld {
  protected:
   bool isUnderlined(std::size_t index) const {
     return editor()->textStorage()->attributeAtIndex(NSUnderlineStyleAttributeName, index).has_value();
@@ -24,9 +24,9 @@ class Composition : public harness::FieldWorld {
 
 }  // namespace
 
-// Undo.
+// TextViewEditingUndo.
 
-TEST_F(Undo, WhatWasTypedInOneGoIsOneStep) {
+TEST_F(TextViewEditingUndo, WhatWasTypedInOneGoIsOneStep) {
   begin("abc", 3);
   user.type("def");
   user.pressKey("z", control);
@@ -39,7 +39,7 @@ TEST_F(Undo, WhatWasTypedInOneGoIsOneStep) {
   EXPECT_EQ(field->stringValue(), "abcdef");
 }
 
-TEST_F(Undo, TypingElsewhereDeletingAndPastingAreStepsOfTheirOwn) {
+TEST_F(TextViewEditingUndo, TypingElsewhereDeletingAndPastingAreStepsOfTheirOwn) {
   begin("abc", 3);
   user.type("de");
   user.pressKey(NSHomeFunctionKey);
@@ -57,7 +57,7 @@ TEST_F(Undo, TypingElsewhereDeletingAndPastingAreStepsOfTheirOwn) {
   EXPECT_EQ(field->stringValue(), "abc");
 }
 
-TEST_F(Undo, TypingOverASelectionIsOneStepAndBringsTheSelectionBack) {
+TEST_F(TextViewEditingUndo, TypingOverASelectionIsOneStepAndBringsTheSelectionBack) {
   begin("one two");
   editor()->setSelectedRange({0, 3});
   user.type("three");
@@ -67,7 +67,7 @@ TEST_F(Undo, TypingOverASelectionIsOneStepAndBringsTheSelectionBack) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
 }
 
-TEST_F(Undo, WhatWasUndoneCanNoLongerBeRedoneOnceSomethingIsTyped) {
+TEST_F(TextViewEditingUndo, WhatWasUndoneCanNoLongerBeRedoneOnceSomethingIsTyped) {
   begin();
   user.type("a");
   user.pressKey("z", control);
@@ -76,7 +76,7 @@ TEST_F(Undo, WhatWasUndoneCanNoLongerBeRedoneOnceSomethingIsTyped) {
   EXPECT_EQ(field->stringValue(), "b");
 }
 
-TEST_F(Undo, IsToldAsAChange) {
+TEST_F(TextViewEditingUndo, IsToldAsAChange) {
   begin();
   user.type("a");
   delegate->calls.clear();
@@ -84,7 +84,7 @@ TEST_F(Undo, IsToldAsAChange) {
   EXPECT_EQ(delegate->calls, (Calls{"undo:", "change "}));
 }
 
-TEST_F(Undo, WhatWasTypedInAnotherFieldStaysThere) {
+TEST_F(TextViewEditingUndo, WhatWasTypedInAnotherFieldStaysThere) {
   other->setStringValue("kept");
   begin();
   user.type("a");
@@ -99,7 +99,7 @@ TEST_F(Undo, WhatWasTypedInAnotherFieldStaysThere) {
 
 // The clipboard.
 
-TEST_F(Clipboard, CopyCutAndPaste) {
+TEST_F(TextViewEditingClipboard, CopyCutAndPaste) {
   begin("one two");
   editor()->setSelectedRange({0, 4});
   user.pressKey("c", control);
@@ -114,7 +114,7 @@ TEST_F(Clipboard, CopyCutAndPaste) {
   EXPECT_EQ(desktop.clipboardText(), "one twoone ");
 }
 
-TEST_F(Clipboard, TheOlderKeysDoTheSame) {
+TEST_F(TextViewEditingClipboard, TheOlderKeysDoTheSame) {
   begin("abc");
   user.pressKey(NSInsertFunctionKey, control);
   EXPECT_EQ(desktop.clipboardText(), "abc");
@@ -124,7 +124,7 @@ TEST_F(Clipboard, TheOlderKeysDoTheSame) {
   EXPECT_EQ(field->stringValue(), "abc");
 }
 
-TEST_F(Clipboard, CopyingNothingLeavesItAsItWas) {
+TEST_F(TextViewEditingClipboard, CopyingNothingLeavesItAsItWas) {
   desktop.setClipboardText("kept");
   begin("abc", 1);
   user.pressKey("c", control);
@@ -133,7 +133,7 @@ TEST_F(Clipboard, CopyingNothingLeavesItAsItWas) {
   EXPECT_EQ(field->stringValue(), "abc");
 }
 
-TEST_F(Clipboard, PastedLinesBecomeOne) {
+TEST_F(TextViewEditingClipboard, PastedLinesBecomeOne) {
   desktop.setClipboardText(
       "one\r\ntwo\nthree\u2028"
       "four");
@@ -142,7 +142,7 @@ TEST_F(Clipboard, PastedLinesBecomeOne) {
   EXPECT_EQ(field->stringValue(), "one two three four");
 }
 
-TEST_F(Clipboard, PastingNothingChangesNothing) {
+TEST_F(TextViewEditingClipboard, PastingNothingChangesNothing) {
   begin("abc");
   user.pressKey("v", control);
   EXPECT_EQ(field->stringValue(), "abc");
@@ -151,7 +151,7 @@ TEST_F(Clipboard, PastingNothingChangesNothing) {
 
 // What is being composed.
 
-TEST_F(Composition, StandsUnderlinedInTheTextUntilItIsCommitted) {
+TEST_F(TextViewEditingComposition, StandsUnderlinedInTheTextUntilItIsCommitted) {
   begin("ab", 1);
   user.compose("\u00B4");
   EXPECT_TRUE(editor()->hasMarkedText());
@@ -172,7 +172,7 @@ TEST_F(Composition, StandsUnderlinedInTheTextUntilItIsCommitted) {
   EXPECT_FALSE(isUnderlined(1));
 }
 
-TEST_F(Composition, EachStateReplacesTheOneBefore) {
+TEST_F(TextViewEditingComposition, EachStateReplacesTheOneBefore) {
   begin("x", 1);
   user.compose("k");
   user.compose("ka");
@@ -182,7 +182,7 @@ TEST_F(Composition, EachStateReplacesTheOneBefore) {
   EXPECT_EQ(delegate->calls, (Calls{"begin", "change xk", "change xka", "change x\u304B"}));
 }
 
-TEST_F(Composition, GivenUpItLeavesTheTextAsItWas) {
+TEST_F(TextViewEditingComposition, GivenUpItLeavesTheTextAsItWas) {
   begin("ab", 1);
   user.compose("k");
   user.compose("");
@@ -191,7 +191,7 @@ TEST_F(Composition, GivenUpItLeavesTheTextAsItWas) {
   EXPECT_FALSE(editor()->undoManager()->canUndo());
 }
 
-TEST_F(Composition, IsOneStepToUndo) {
+TEST_F(TextViewEditingComposition, IsOneStepToUndo) {
   begin("ab");
   user.compose("k");
   user.compose("ka");
@@ -202,7 +202,7 @@ TEST_F(Composition, IsOneStepToUndo) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 2}));
 }
 
-TEST_F(Composition, StaysWhenTheKeysOrThePointerGoElsewhere) {
+TEST_F(TextViewEditingComposition, StaysWhenTheKeysOrThePointerGoElsewhere) {
   begin("ab", 2);
   user.compose("k");
   user.click(*window, placeOf(0));
@@ -215,7 +215,7 @@ TEST_F(Composition, StaysWhenTheKeysOrThePointerGoElsewhere) {
   EXPECT_EQ(nativeOf(*window).discardsOfMarkedText(), 2);
 }
 
-TEST_F(Composition, AKeyThatTheInputMethodLeavesComesBehindIt) {
+TEST_F(TextViewEditingComposition, AKeyThatTheInputMethodLeavesComesBehindIt) {
   begin();
   user.compose("k");
   user.type("x");
@@ -223,14 +223,14 @@ TEST_F(Composition, AKeyThatTheInputMethodLeavesComesBehindIt) {
   EXPECT_FALSE(editor()->hasMarkedText());
 }
 
-TEST_F(Composition, AReplacementRangeIsReplaced) {
+TEST_F(TextViewEditingComposition, AReplacementRangeIsReplaced) {
   begin("teh end", 3);
   editor()->insertText("the", {0, 3});
   EXPECT_EQ(field->stringValue(), "the end");
   EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
 }
 
-TEST_F(Composition, TellsTheDesktopWhereTheCaretIs) {
+TEST_F(TextViewEditingComposition, TellsTheDesktopWhereTheCaretIs) {
   begin("abc", 2);
   const CGRect rect = editor()->firstRectForCharacterRange({2, 0});
   const CGPoint corner = window->convertPointToScreen({20 + 7 + 13, 0});

@@ -9,9 +9,9 @@ using namespace tessaluna::platform;
 
 namespace {
 
-using Mouse = harness::FieldWorld;
+using TextViewSelectionMouse = harness::FieldWorld;
 
-class Caret : public harness::FieldWorld {
+class TextViewSelectionCaret : public harness::FieldWorld {
  protected:
   // What was filled while the clock went on by the time.
   harness::Lines fills(double seconds) {
@@ -29,7 +29,7 @@ class Caret : public harness::FieldWorld {
 
 }  // namespace
 
-TEST_F(Mouse, TheFirstClickPlacesTheCaret) {
+TEST_F(TextViewSelectionMouse, TheFirstClickPlacesTheCaret) {
   field->setStringValue("one two");
   user.click(*window, placeOf(3));
   ASSERT_TRUE(editor());
@@ -40,7 +40,7 @@ TEST_F(Mouse, TheFirstClickPlacesTheCaret) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{5, 0}));
 }
 
-TEST_F(Mouse, AClickBesideTheTextGoesToItsNearerEnd) {
+TEST_F(TextViewSelectionMouse, AClickBesideTheTextGoesToItsNearerEnd) {
   field->setStringValue("abc");
   user.click(*window, {125, 112});
   EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
@@ -50,7 +50,7 @@ TEST_F(Mouse, AClickBesideTheTextGoesToItsNearerEnd) {
   EXPECT_TRUE(delegate->calls.empty());
 }
 
-TEST_F(Mouse, ADragSelectsFromWhereItBegan) {
+TEST_F(TextViewSelectionMouse, ADragSelectsFromWhereItBegan) {
   field->setStringValue("one two");
   user.press(*window, placeOf(3));
   user.dragTo(placeOf(6));
@@ -64,7 +64,7 @@ TEST_F(Mouse, ADragSelectsFromWhereItBegan) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 4}));
 }
 
-TEST_F(Mouse, ADoubleClickSelectsAWordAndItsDragGoesOnByWords) {
+TEST_F(TextViewSelectionMouse, ADoubleClickSelectsAWordAndItsDragGoesOnByWords) {
   field->setStringValue("one two thr");
   user.click(*window, placeOf(5));
   user.press(*window, placeOf(5));
@@ -76,20 +76,20 @@ TEST_F(Mouse, ADoubleClickSelectsAWordAndItsDragGoesOnByWords) {
   user.release();
 }
 
-TEST_F(Mouse, ADoubleClickBetweenWordsSelectsTheBlanks) {
+TEST_F(TextViewSelectionMouse, ADoubleClickBetweenWordsSelectsTheBlanks) {
   field->setStringValue("a   b");
   user.click(*window, placeOf(2));
   user.click(*window, placeOf(2));
   EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 3}));
 }
 
-TEST_F(Mouse, AThirdClickSelectsAll) {
+TEST_F(TextViewSelectionMouse, AThirdClickSelectsAll) {
   field->setStringValue("one two");
   for (int i = 0; i < 3; ++i) user.click(*window, placeOf(2));
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 7}));
 }
 
-TEST_F(Mouse, AShiftClickGoesOnFromTheAnchor) {
+TEST_F(TextViewSelectionMouse, AShiftClickGoesOnFromTheAnchor) {
   field->setStringValue("one two");
   user.click(*window, placeOf(2));
   desktop.advance(1);
@@ -99,7 +99,7 @@ TEST_F(Mouse, AShiftClickGoesOnFromTheAnchor) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 2}));
 }
 
-TEST_F(Mouse, ThePointerOverATextIsAnIBeam) {
+TEST_F(TextViewSelectionMouse, ThePointerOverATextIsAnIBeam) {
   user.moveTo(*window, {60, 110});
   EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::IBeam);
   user.moveTo(*window, {190, 10});
@@ -111,7 +111,7 @@ TEST_F(Mouse, ThePointerOverATextIsAnIBeam) {
 
 // The caret and what is selected, as they are drawn.
 
-TEST_F(Caret, BlinksOnTheBackendsClock) {
+TEST_F(TextViewSelectionCaret, BlinksOnTheBackendsClock) {
   begin("abc", 1);
   EXPECT_TRUE(editor()->isCaretShown());
   desktop.advance(0.5);
@@ -120,7 +120,7 @@ TEST_F(Caret, BlinksOnTheBackendsClock) {
   EXPECT_TRUE(editor()->isCaretShown());
 }
 
-TEST_F(Caret, ABlinkRedrawsItsPlaceAndNoMore) {
+TEST_F(TextViewSelectionCaret, ABlinkRedrawsItsPlaceAndNoMore) {
   begin("abc", 1);
   desktop.settle();
   nativeOf(*window).forgetPaints();
@@ -132,7 +132,7 @@ TEST_F(Caret, ABlinkRedrawsItsPlaceAndNoMore) {
   EXPECT_LE(dirty[0].size.height, 17);
 }
 
-TEST_F(Caret, ShowsAnewWithEveryKey) {
+TEST_F(TextViewSelectionCaret, ShowsAnewWithEveryKey) {
   begin("abc", 1);
   desktop.advance(0.5);
   user.type("x");
@@ -143,7 +143,7 @@ TEST_F(Caret, ShowsAnewWithEveryKey) {
   EXPECT_TRUE(editor()->isCaretShown());
 }
 
-TEST_F(Caret, RestsWhileTheWindowIsNotTheKeyWindow) {
+TEST_F(TextViewSelectionCaret, RestsWhileTheWindowIsNotTheKeyWindow) {
   begin("abc", 1);
   const auto second = showWindow({400, 100, 100, 100});
   EXPECT_FALSE(editor()->isCaretShown());
@@ -155,7 +155,7 @@ TEST_F(Caret, RestsWhileTheWindowIsNotTheKeyWindow) {
   EXPECT_TRUE(editor()->isCaretShown());
 }
 
-TEST_F(Caret, IsNotShownBesideASelectionNorAfterTheEditing) {
+TEST_F(TextViewSelectionCaret, IsNotShownBesideASelectionNorAfterTheEditing) {
   begin("abc");
   EXPECT_FALSE(editor()->isCaretShown());
   editor()->setSelectedRange({1, 0});
@@ -165,12 +165,12 @@ TEST_F(Caret, IsNotShownBesideASelectionNorAfterTheEditing) {
   EXPECT_FALSE(former->isCaretShown());
 }
 
-TEST_F(Caret, IsThereAsSoonAsAnEmptyFieldHasTheKeys) {
+TEST_F(TextViewSelectionCaret, IsThereAsSoonAsAnEmptyFieldHasTheKeys) {
   begin("");
   EXPECT_TRUE(editor()->isCaretShown());
 }
 
-TEST_F(Caret, ASelectionsColorTellsWhetherTheKeysGoThere) {
+TEST_F(TextViewSelectionCaret, ASelectionsColorTellsWhetherTheKeysGoThere) {
   begin("abc");
   const auto colors = [&] {
     nativeOf(*window).forgetPaints();
@@ -190,7 +190,7 @@ TEST_F(Caret, ASelectionsColorTellsWhetherTheKeysGoThere) {
   EXPECT_NE(resting[0].find("unemphasizedSelectedTextBackgroundColor"), std::string::npos);
 }
 
-TEST_F(Caret, IsAlwaysInSight) {
+TEST_F(TextViewSelectionCaret, IsAlwaysInSight) {
   begin();
   const auto isInSight = [&] {
     return NSContainsRect(clip(), editor()->caretRectForIndex(editor()->selectedRange().location));
@@ -212,7 +212,7 @@ TEST_F(Caret, IsAlwaysInSight) {
   EXPECT_EQ(clip().origin.x, 0);
 }
 
-TEST_F(Caret, StaysInSightWhenTheFieldIsResized) {
+TEST_F(TextViewSelectionCaret, StaysInSightWhenTheFieldIsResized) {
   begin("a text that is longer than its field is wide");
   user.pressKey(NSEndFunctionKey);
   field->setFrame({20, 100, 60, 24});
@@ -224,7 +224,7 @@ TEST_F(Caret, StaysInSightWhenTheFieldIsResized) {
   EXPECT_GE(editor()->frame().size.width, 146);
 }
 
-TEST_F(Caret, StandsWhereTheTextsAlignmentPutsIt) {
+TEST_F(TextViewSelectionCaret, StandsWhereTheTextsAlignmentPutsIt) {
   field->setAlignment(NSTextAlignmentRight);
   begin("ab");
   user.pressKey(NSEndFunctionKey);

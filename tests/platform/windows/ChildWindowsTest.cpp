@@ -6,7 +6,7 @@
 namespace tessaluna::platform {
 namespace {
 
-struct ChildWindow : harness::StillWorld {
+struct ChildWindowsTest : harness::StillWorld {
   Ref<NSWindow> parent = showWindow({100, 100, 200, 150});
   Ref<NSWindow> child = popup({120, 50, 80, 40});
 
@@ -19,7 +19,7 @@ struct ChildWindow : harness::StillWorld {
   }
 };
 
-TEST_F(ChildWindow, IsShownAtOnceAndAboveItsParent) {
+TEST_F(ChildWindowsTest, IsShownAtOnceAndAboveItsParent) {
   parent->addChildWindow(child, NSWindowAbove);
   EXPECT_TRUE(child->isVisible());
   EXPECT_EQ(child->parentWindow(), parent.get());
@@ -29,14 +29,14 @@ TEST_F(ChildWindow, IsShownAtOnceAndAboveItsParent) {
   EXPECT_GT(level(*child), level(*parent));
 }
 
-TEST_F(ChildWindow, DoesNotTakeTheKeyStatus) {
+TEST_F(ChildWindowsTest, DoesNotTakeTheKeyStatus) {
   parent->addChildWindow(child, NSWindowAbove);
   EXPECT_TRUE(parent->isKeyWindow());
   user.click(*child, {5, 5});
   EXPECT_TRUE(parent->isKeyWindow());
 }
 
-TEST_F(ChildWindow, MovesWithTheUpperLeftCornerOfItsParent) {
+TEST_F(ChildWindowsTest, MovesWithTheUpperLeftCornerOfItsParent) {
   parent->addChildWindow(child, NSWindowAbove);
   nativeOf(*parent).moveByUser({110, 130, 200, 150});
   EXPECT_EQ(child->frame(), (CGRect{130, 80, 80, 40}));
@@ -47,7 +47,7 @@ TEST_F(ChildWindow, MovesWithTheUpperLeftCornerOfItsParent) {
   EXPECT_EQ(parent->frame(), (CGRect{110, 80, 300, 200}));
 }
 
-TEST_F(ChildWindow, IsHiddenAndShownWithItsParent) {
+TEST_F(ChildWindowsTest, IsHiddenAndShownWithItsParent) {
   parent->addChildWindow(child, NSWindowAbove);
   parent->orderOut(nullptr);
   EXPECT_FALSE(child->isVisible());
@@ -55,7 +55,7 @@ TEST_F(ChildWindow, IsHiddenAndShownWithItsParent) {
   EXPECT_TRUE(child->isVisible());
 }
 
-TEST_F(ChildWindow, ThatWasHiddenByItselfStaysHidden) {
+TEST_F(ChildWindowsTest, ThatWasHiddenByItselfStaysHidden) {
   parent->addChildWindow(child, NSWindowAbove);
   child->orderOut(nullptr);
   parent->orderOut(nullptr);
@@ -63,7 +63,7 @@ TEST_F(ChildWindow, ThatWasHiddenByItselfStaysHidden) {
   EXPECT_FALSE(child->isVisible());
 }
 
-TEST_F(ChildWindow, OfAHiddenWindowIsShownWithIt) {
+TEST_F(ChildWindowsTest, OfAHiddenWindowIsShownWithIt) {
   parent->orderOut(nullptr);
   parent->addChildWindow(child, NSWindowAbove);
   EXPECT_FALSE(child->isVisible());
@@ -72,7 +72,7 @@ TEST_F(ChildWindow, OfAHiddenWindowIsShownWithIt) {
   EXPECT_EQ(nativeOf(*child).parent(), &nativeOf(*parent));
 }
 
-TEST_F(ChildWindow, ThatIsRemovedStaysWhereItIs) {
+TEST_F(ChildWindowsTest, ThatIsRemovedStaysWhereItIs) {
   parent->addChildWindow(child, NSWindowAbove);
   parent->removeChildWindow(*child);
   EXPECT_TRUE(child->isVisible());
@@ -83,7 +83,7 @@ TEST_F(ChildWindow, ThatIsRemovedStaysWhereItIs) {
   EXPECT_EQ(child->frame(), (CGRect{120, 50, 80, 40}));
 }
 
-TEST_F(ChildWindow, ChangesItsParent) {
+TEST_F(ChildWindowsTest, ChangesItsParent) {
   const Ref<NSWindow> other = showWindow({400, 100, 200, 150});
   parent->addChildWindow(child, NSWindowAbove);
   other->addChildWindow(child, NSWindowAbove);
@@ -91,7 +91,7 @@ TEST_F(ChildWindow, ChangesItsParent) {
   EXPECT_EQ(child->parentWindow(), other.get());
 }
 
-TEST_F(ChildWindow, IsNeverItsOwnAncestor) {
+TEST_F(ChildWindowsTest, IsNeverItsOwnAncestor) {
   parent->addChildWindow(child, NSWindowAbove);
   child->addChildWindow(parent, NSWindowAbove);
   parent->addChildWindow(parent, NSWindowAbove);
@@ -99,18 +99,18 @@ TEST_F(ChildWindow, IsNeverItsOwnAncestor) {
   EXPECT_TRUE(child->childWindows().empty());
 }
 
-TEST_F(ChildWindow, OutlivesItsParent) {
+TEST_F(ChildWindowsTest, OutlivesItsParent) {
   parent->addChildWindow(child, NSWindowAbove);
   parent = nullptr;
   EXPECT_EQ(child->parentWindow(), nullptr);
 }
 
-TEST_F(ChildWindow, KeepsItsUpperLeftCornerAtThePointThatItIsGiven) {
+TEST_F(ChildWindowsTest, KeepsItsUpperLeftCornerAtThePointThatItIsGiven) {
   child->setFrameTopLeftPoint({300, 200});
   EXPECT_EQ(child->frame(), (CGRect{300, 160, 80, 40}));
 }
 
-struct WindowNews : harness::StillWorld, NSWindowDelegate {
+struct ChildWindowsNotifications : harness::StillWorld, NSWindowDelegate {
   std::vector<std::string> heard;
   Ref<NSWindow> window = showWindow();
 
@@ -121,7 +121,7 @@ struct WindowNews : harness::StillWorld, NSWindowDelegate {
   void windowWillClose(const Ref<NSNotification>& n) override { heard.push_back("delegate " + n->name()); }
 };
 
-TEST_F(WindowNews, GoToTheDelegateAndThenToTheObservers) {
+TEST_F(ChildWindowsNotifications, GoToTheDelegateAndThenToTheObservers) {
   const Ref<NSWindowDelegate> delegate(this, [](NSWindowDelegate*) {});
   window->setDelegate(delegate);
   auto& center = NSNotificationCenter::defaultCenter();

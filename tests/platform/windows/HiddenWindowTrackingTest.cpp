@@ -7,10 +7,10 @@
 namespace tessaluna::platform {
 namespace {
 
-struct HiddenWindow : harness::StillWorld {
+struct HiddenWindowTrackingTest : harness::StillWorld {
   Ref<harness::ProbeView> view = make<harness::ProbeView>(CGRect{0, 0, 100, 100});
   Ref<NSWindow> window = showWindowWith(view);
-  HiddenWindow() { track(); }
+  HiddenWindowTrackingTest() { track(); }
   void track() {
     view->addTrackingArea(make<NSTrackingArea>(view->bounds(), NSTrackingMouseEnteredAndExited | NSTrackingActiveAlways,
                                                refTo<NSResponder>(*view)));
@@ -18,7 +18,7 @@ struct HiddenWindow : harness::StillWorld {
   }
 };
 
-TEST_F(HiddenWindow, GetsNoEntryWithTheReleaseThatHidIt) {
+TEST_F(HiddenWindowTrackingTest, GetsNoEntryWithTheReleaseThatHidIt) {
   user.press(*window, {10, 10});
   view->onCall = [&](const std::string& call) {
     if (call == "mouseUp") window->orderOut(nullptr);
@@ -27,7 +27,7 @@ TEST_F(HiddenWindow, GetsNoEntryWithTheReleaseThatHidIt) {
   EXPECT_EQ(view->calls, (std::vector<std::string>{"mouseDown", "mouseUp"}));
 }
 
-TEST_F(HiddenWindow, IsEnteredAnewWhenItIsBack) {
+TEST_F(HiddenWindowTrackingTest, IsEnteredAnewWhenItIsBack) {
   user.moveTo(*window, {10, 10});
   window->orderOut(nullptr);
   window->orderFront(nullptr);

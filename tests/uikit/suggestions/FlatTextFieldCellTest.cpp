@@ -23,7 +23,7 @@ class ProbeFlatCell : public FlatTextFieldCell {
   void drawInteriorWithFrame(CGRect frame, NSView&) override { interiors.push_back(frame); }
 };
 
-struct FlatCell : harness::StillWorld {
+struct FlatTextFieldCellTest : harness::StillWorld {
   Ref<NSTextField> field = make<NSTextField>(CGRect{0, 0, 100, 24});
   NSCoder coder{R"({"drawsBackground": true})"};
   Ref<ProbeFlatCell> cell = make<ProbeFlatCell>(coder);
@@ -43,29 +43,29 @@ struct FlatCell : harness::StillWorld {
   }
 };
 
-TEST_F(FlatCell, StartsBlackAndWithoutABackgroundOfItsOwn) {
+TEST_F(FlatTextFieldCellTest, StartsBlackAndWithoutABackgroundOfItsOwn) {
   EXPECT_TRUE(areEqual(cell->borderColor().get(), NSColor::blackColor().get()));
   EXPECT_FALSE(cell->drawsBackground());
 }
 
-TEST_F(FlatCell, PaintsAFrameAroundAWhiteShapeAndThenTheTextOnTheWholeFrame) {
+TEST_F(FlatTextFieldCellTest, PaintsAFrameAroundAWhiteShapeAndThenTheTextOnTheWholeFrame) {
   const Lines lines = drawn({0, 0, 100, 24});
   EXPECT_EQ(shapes(lines), (Lines{R"(["roundedRect",0,1,100,23,3.6,3.6])", R"(["roundedRect",1,2,98,21,2.6,2.6])"}));
   EXPECT_EQ(cell->interiors, (std::vector<CGRect>{{0, 0, 100, 24}}));
 }
 
-TEST_F(FlatCell, StaysAtTheCornerWhateverTheFramesOrigin) {
+TEST_F(FlatTextFieldCellTest, StaysAtTheCornerWhateverTheFramesOrigin) {
   const Lines moved = shapes(drawn({30, 40, 100, 24}));
   EXPECT_EQ(cell->interiors, (std::vector<CGRect>{{30, 40, 100, 24}}));
   EXPECT_EQ(moved, shapes(drawn({0, 0, 100, 24})));
 }
 
-TEST_F(FlatCell, PassesTheSizesOfAnEmptyFrameOnAsComputed) {
+TEST_F(FlatTextFieldCellTest, PassesTheSizesOfAnEmptyFrameOnAsComputed) {
   const Lines shapesOfEmpty = shapes(drawn({0, 0, 100, 1}));
   EXPECT_EQ(shapesOfEmpty, (Lines{R"(["roundedRect",0,1,100,0,3.6,3.6])", R"(["roundedRect",1,2,98,-2,2.6,2.6])"}));
 }
 
-TEST_F(FlatCell, FadesItsFrameTowardLightGrayWhileTheApplicationIsInTheBackground) {
+TEST_F(FlatTextFieldCellTest, FadesItsFrameTowardLightGrayWhileTheApplicationIsInTheBackground) {
   cell->setBorderColor(NSColor::colorWithCalibratedRed(1, 0, 0, 1));
   const Lines active = harness::only("setFillColor", drawn({0, 0, 10, 10}));
   NSApp->setActive(false);
@@ -79,13 +79,13 @@ TEST_F(FlatCell, FadesItsFrameTowardLightGrayWhileTheApplicationIsInTheBackgroun
   EXPECT_EQ(inactive, expected);
 }
 
-TEST_F(FlatCell, LeavesTheFillColorAsItWasWhenThereIsNoBlend) {
+TEST_F(FlatTextFieldCellTest, LeavesTheFillColorAsItWasWhenThereIsNoBlend) {
   NSApp->setActive(false);
   cell->setBorderColor(NSColor::colorWithPatternImage(make<NSImage>(CGSize{2, 2})));
   EXPECT_EQ(harness::only("setFillColor", drawn({0, 0, 10, 10})).size(), 1u);  // the white one
 }
 
-TEST_F(FlatCell, SettingTheColorAsksForNoRedraw) {
+TEST_F(FlatTextFieldCellTest, SettingTheColorAsksForNoRedraw) {
   const auto window = showWindowWith(field);
   field->setCell(cell);
   desktop.settle();
@@ -95,13 +95,13 @@ TEST_F(FlatCell, SettingTheColorAsksForNoRedraw) {
   EXPECT_TRUE(nativeOf(*window).paints().empty());
 }
 
-using FlatCellDeathTest = FlatCell;
+using FlatTextFieldCellDeathTest = FlatTextFieldCellTest;
 
-TEST_F(FlatCellDeathTest, InitTextCellIsNotSupported) {
+TEST_F(FlatTextFieldCellDeathTest, InitTextCellIsNotSupported) {
   EXPECT_DEATH(make<FlatTextFieldCell>(std::string("text")), "TessalunaUIKit.FlatTextFieldCell.*init\\(textCell:\\)");
 }
 
-TEST_F(FlatCellDeathTest, DrawingWithoutTheApplicationStopsTheProgram) {
+TEST_F(FlatTextFieldCellDeathTest, DrawingWithoutTheApplicationStopsTheProgram) {
   NSApp = nullptr;
   EXPECT_DEATH(drawn({0, 0, 10, 10}), "drawn without NSApp");
 }

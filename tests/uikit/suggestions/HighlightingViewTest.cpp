@@ -12,17 +12,17 @@ namespace {
 using namespace tessaluna::platform;
 using harness::Lines;
 
-struct RowBackground : harness::StillWorld {
+struct HighlightingViewTest : harness::StillWorld {
   Ref<HighlightingView> row = make<HighlightingView>(CGRect{0, 0, 100, 20});
 };
 
-TEST_F(RowBackground, IsNotHighlightedAtTheStart) {
+TEST_F(HighlightingViewTest, IsNotHighlightedAtTheStart) {
   EXPECT_FALSE(row->isHighlighted());
   NSCoder coder(R"({"frame": [1, 2, 3, 4]})");
   EXPECT_FALSE(make<HighlightingView>(coder)->isHighlighted());
 }
 
-TEST_F(RowBackground, TellsTheTextFieldsThatStandInItOnWhatGroundTheyStand) {
+TEST_F(HighlightingViewTest, TellsTheTextFieldsThatStandInItOnWhatGroundTheyStand) {
   const auto field = make<NSTextField>(CGRect{0, 0, 10, 10}), inner = make<NSTextField>(CGRect{0, 0, 10, 10});
   const auto bare = make<NSTextField>(CGRect{0, 0, 10, 10});
   const auto box = make<NSView>(CGRect{0, 0, 10, 10});
@@ -36,14 +36,14 @@ TEST_F(RowBackground, TellsTheTextFieldsThatStandInItOnWhatGroundTheyStand) {
   EXPECT_EQ(field->cell()->backgroundStyle(), NSBackgroundStyleLight);
 }
 
-TEST_F(RowBackground, AsksForARedrawAtEachAssignment) {
+TEST_F(HighlightingViewTest, AsksForARedrawAtEachAssignment) {
   const auto window = showWindowWith(row);
   row->setIsHighlighted(false);
   desktop.settle();
   EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
 }
 
-TEST_F(RowBackground, PaintsTheSelectionsColorOrAClearOneOverWhatIsThere) {
+TEST_F(HighlightingViewTest, PaintsTheSelectionsColorOrAClearOneOverWhatIsThere) {
   const Lines off = harness::recordingOf([&] { row->drawRect({0, 0, 50, 20}); });
   row->setIsHighlighted(true);
   const Lines on = harness::recordingOf([&] { row->drawRect({0, 0, 50, 20}); });
@@ -60,7 +60,7 @@ TEST_F(RowBackground, PaintsTheSelectionsColorOrAClearOneOverWhatIsThere) {
   }
 }
 
-TEST_F(RowBackground, IsAGroupToAssistiveClients) {
+TEST_F(HighlightingViewTest, IsAGroupToAssistiveClients) {
   EXPECT_TRUE(row->isAccessibilityElement());
   EXPECT_EQ(row->accessibilityRole(), "AXGroup");
   EXPECT_EQ(row->accessibilityAttributeValue(NSAccessibilityRoleAttribute), NSAccessibilityGroupRole);

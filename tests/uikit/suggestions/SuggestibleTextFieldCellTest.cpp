@@ -9,7 +9,7 @@ namespace {
 
 using namespace tessaluna::platform;
 
-struct SuggestibleCell : harness::PopUpWorld {
+struct SuggestibleTextFieldCellTest : harness::PopUpWorld {
   Ref<SuggestibleTextFieldCell> cell = make<SuggestibleTextFieldCell>("text");
   Ref<NSImageView> one = make<NSImageView>(CGRect{}), two = make<NSImageView>(CGRect{});
 
@@ -23,7 +23,7 @@ struct SuggestibleCell : harness::PopUpWorld {
   }
 };
 
-TEST_F(SuggestibleCell, StartsWithItsTextAndWithoutAPopUp) {
+TEST_F(SuggestibleTextFieldCellTest, StartsWithItsTextAndWithoutAPopUp) {
   EXPECT_EQ(cell->stringValue(), "text");
   EXPECT_EQ(cell->suggestionsWindow(), nullptr);
   NSCoder coder(R"({"stringValue": "coded"})");
@@ -32,7 +32,7 @@ TEST_F(SuggestibleCell, StartsWithItsTextAndWithoutAPopUp) {
   EXPECT_EQ(coded->suggestionsWindow(), nullptr);
 }
 
-TEST_F(SuggestibleCell, WithoutAPopUpHasTheChildrenOfTheStockCellAlsoAbsentOnes) {
+TEST_F(SuggestibleTextFieldCellTest, WithoutAPopUpHasTheChildrenOfTheStockCellAlsoAbsentOnes) {
   EXPECT_EQ(cell->accessibilityChildren(), std::nullopt);
   EXPECT_EQ(attribute(), std::nullopt);
   setBase(AccessibilityElements{one, two});
@@ -40,7 +40,7 @@ TEST_F(SuggestibleCell, WithoutAPopUpHasTheChildrenOfTheStockCellAlsoAbsentOnes)
   EXPECT_EQ(attribute(), (AccessibilityElements{one, two}));
 }
 
-TEST_F(SuggestibleCell, WithAPopUpItsListIsTheLastChild) {
+TEST_F(SuggestibleTextFieldCellTest, WithAPopUpItsListIsTheLastChild) {
   setBase(AccessibilityElements{one, two});
   cell->setSuggestionsWindow(popUp());
   EXPECT_EQ(cell->accessibilityChildren(), (AccessibilityElements{one, two, content()}));
@@ -48,12 +48,12 @@ TEST_F(SuggestibleCell, WithAPopUpItsListIsTheLastChild) {
   EXPECT_EQ(cell->accessibilityAttributeValue(NSAccessibilityValueAttribute), "text");
 }
 
-TEST_F(SuggestibleCell, WithAPopUpAndNoOtherChildrenTheListIsTheOnlyOne) {
+TEST_F(SuggestibleTextFieldCellTest, WithAPopUpAndNoOtherChildrenTheListIsTheOnlyOne) {
   cell->setSuggestionsWindow(popUp());
   EXPECT_EQ(cell->accessibilityChildren(), AccessibilityElements{content()});
 }
 
-TEST_F(SuggestibleCell, OnASystemBefore1010AsksTheStockCellsAttribute) {
+TEST_F(SuggestibleTextFieldCellTest, OnASystemBefore1010AsksTheStockCellsAttribute) {
   for (const NSOperatingSystemVersion version :
        {NSOperatingSystemVersion{10, 9, 5}, NSOperatingSystemVersion{10, 10, 0}, NSOperatingSystemVersion{11, 0, 0}}) {
     setOperatingSystemVersion(version);
@@ -67,14 +67,14 @@ TEST_F(SuggestibleCell, OnASystemBefore1010AsksTheStockCellsAttribute) {
   }
 }
 
-TEST_F(SuggestibleCell, DoesNotKeepThePopUpAlive) {
+TEST_F(SuggestibleTextFieldCellTest, DoesNotKeepThePopUpAlive) {
   cell->setSuggestionsWindow(make<NSWindow>(CGRect{}, 0u, NSBackingStoreBuffered, true));
   EXPECT_EQ(cell->suggestionsWindow(), nullptr);
 }
 
-using SuggestibleCellDeathTest = SuggestibleCell;
+using SuggestibleTextFieldCellDeathTest = SuggestibleTextFieldCellTest;
 
-TEST_F(SuggestibleCellDeathTest, APopUpWithoutAnyElementStopsTheProgram) {
+TEST_F(SuggestibleTextFieldCellDeathTest, APopUpWithoutAnyElementStopsTheProgram) {
   setBase(AccessibilityElements{});
   popUp()->setContentView(make<NSView>(CGRect{}));
   cell->setSuggestionsWindow(popUp());
@@ -82,7 +82,7 @@ TEST_F(SuggestibleCellDeathTest, APopUpWithoutAnyElementStopsTheProgram) {
   EXPECT_DEATH(attribute(), "no accessibility element");
 }
 
-TEST_F(SuggestibleCellDeathTest, ChildrenThatAreNoListStopTheProgramWhileThereIsAPopUp) {
+TEST_F(SuggestibleTextFieldCellDeathTest, ChildrenThatAreNoListStopTheProgramWhileThereIsAPopUp) {
   cell->setSuggestionsWindow(popUp());
   EXPECT_DEATH(attribute(), "children are no list");
   setBase("text");

@@ -12,8 +12,8 @@ namespace {
 
 using namespace tessaluna::platform;
 
-struct SuggestionRow : harness::StillWorld {
-  SuggestionRow() {
+struct SuggestionItemViewControllerTest : harness::StillWorld {
+  SuggestionItemViewControllerTest() {
     registerInterfaceFileClasses();
     NSNib::registerDocument("whole", R"({
       "owner": {"view": "row", "labelTextField": "label", "detailedLabelTextField": "detail", "imageView": "image"},
@@ -36,7 +36,7 @@ struct SuggestionRow : harness::StillWorld {
 
 std::span<const std::byte> bytesOf(std::string_view text) { return std::as_bytes(std::span(text)); }
 
-TEST_F(SuggestionRow, FillsItsOutlets) {
+TEST_F(SuggestionItemViewControllerTest, FillsItsOutlets) {
   const auto row = make<SuggestionItemViewController>("whole");
   ASSERT_TRUE(std::dynamic_pointer_cast<HighlightingView>(row->view()));
   const Suggestion suggestion = full();
@@ -47,7 +47,7 @@ TEST_F(SuggestionRow, FillsItsOutlets) {
   EXPECT_EQ(row->suggestion()->itemId, 7);
 }
 
-TEST_F(SuggestionRow, AnAbsentDetailShowsAnEmptyTextAndDoesNotHideTheField) {
+TEST_F(SuggestionItemViewControllerTest, AnAbsentDetailShowsAnEmptyTextAndDoesNotHideTheField) {
   const auto row = make<SuggestionItemViewController>("whole");
   row->view();
   row->setSuggestion(Suggestion("label", std::nullopt));
@@ -56,7 +56,7 @@ TEST_F(SuggestionRow, AnAbsentDetailShowsAnEmptyTextAndDoesNotHideTheField) {
   EXPECT_EQ(row->imageView()->image(), nullptr);
 }
 
-TEST_F(SuggestionRow, FilledBeforeItsViewIsLoadedKeepsTheValueAndShowsNothing) {
+TEST_F(SuggestionItemViewControllerTest, FilledBeforeItsViewIsLoadedKeepsTheValueAndShowsNothing) {
   const auto row = make<SuggestionItemViewController>("whole");
   row->setSuggestion(full());
   EXPECT_FALSE(row->isViewLoaded());
@@ -65,7 +65,7 @@ TEST_F(SuggestionRow, FilledBeforeItsViewIsLoadedKeepsTheValueAndShowsNothing) {
   EXPECT_EQ(row->suggestion()->label, "Kind of Blue");
 }
 
-TEST_F(SuggestionRow, AbsentClearsBothTextsAndTheImage) {
+TEST_F(SuggestionItemViewControllerTest, AbsentClearsBothTextsAndTheImage) {
   const auto row = make<SuggestionItemViewController>("whole");
   row->view();
   row->setSuggestion(full());
@@ -75,7 +75,7 @@ TEST_F(SuggestionRow, AbsentClearsBothTextsAndTheImage) {
   EXPECT_EQ(row->imageView()->image(), nullptr);
 }
 
-TEST_F(SuggestionRow, APrototypeWithoutAnImageViewFillsItsTexts) {
+TEST_F(SuggestionItemViewControllerTest, APrototypeWithoutAnImageViewFillsItsTexts) {
   const auto row = make<SuggestionItemViewController>("no image");
   row->view();
   row->setSuggestion(full());
@@ -84,7 +84,7 @@ TEST_F(SuggestionRow, APrototypeWithoutAnImageViewFillsItsTexts) {
   EXPECT_EQ(row->imageView(), nullptr);
 }
 
-TEST_F(SuggestionRow, FromACoderStartsEmpty) {
+TEST_F(SuggestionItemViewControllerTest, FromACoderStartsEmpty) {
   NSCoder coder(R"({"nibName": "whole"})");
   const auto row = make<SuggestionItemViewController>(coder);
   EXPECT_EQ(row->suggestion(), std::nullopt);
@@ -93,7 +93,7 @@ TEST_F(SuggestionRow, FromACoderStartsEmpty) {
   EXPECT_NE(row->labelTextField(), nullptr);
 }
 
-TEST_F(SuggestionRow, ASuggestionWithBytesThatAreNoImageHasNone) {
+TEST_F(SuggestionItemViewControllerTest, ASuggestionWithBytesThatAreNoImageHasNone) {
   const Suggestion suggestion("label", 1, "detail", bytesOf("no image"));
   EXPECT_EQ(suggestion.image, nullptr);
   EXPECT_EQ(suggestion.label, "label");
@@ -101,7 +101,7 @@ TEST_F(SuggestionRow, ASuggestionWithBytesThatAreNoImageHasNone) {
   EXPECT_EQ(suggestion.itemId, 1);
 }
 
-TEST_F(SuggestionRow, ASuggestionWithTheBytesOfAnImageHasIt) {
+TEST_F(SuggestionItemViewControllerTest, ASuggestionWithTheBytesOfAnImageHasIt) {
   const Suggestion suggestion("label", 1, std::nullopt, bytesOf("P6 1 1 255\nabc"));
   ASSERT_NE(suggestion.image, nullptr);
   const Suggestion copy = suggestion;

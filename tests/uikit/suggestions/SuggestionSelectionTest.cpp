@@ -11,11 +11,11 @@ namespace {
 using namespace tessaluna::platform;
 using harness::Calls;
 
-using Selection = harness::PopUpWorld;
+using SuggestionSelectionTest = harness::PopUpWorld;
 
 // What each operation does with three rows of which the given one is selected: the rows whose fields are told of their
 // ground, in order, what the target hears, and what is selected then.
-TEST_F(Selection, EveryWayOfChangingIt) {
+TEST_F(SuggestionSelectionTest, EveryWayOfChangingIt) {
   const auto same = [](int row) {
     const std::string name = "row " + std::to_string(row);
     return Calls{name + " style 0", name + " style 0", name + " style 1", name + " style 1"};
@@ -72,13 +72,13 @@ TEST_F(Selection, EveryWayOfChangingIt) {
   }
 }
 
-TEST_F(Selection, SettingTheSelectedRowAgainTellsEachTextField0Then1) {
+TEST_F(SuggestionSelectionTest, SettingTheSelectedRowAgainTellsEachTextField0Then1) {
   show({"a"});
   controller->setSelectedView(row(0));
   EXPECT_EQ(styleCalls, (Calls{"row 0 style 0", "row 0 style 0", "row 0 style 1", "row 0 style 1"}));
 }
 
-TEST_F(Selection, IndexOneOfFiveRowsChangesNothing) {
+TEST_F(SuggestionSelectionTest, IndexOneOfFiveRowsChangesNothing) {
   show({"a", "b", "c", "d", "e"});
   controller->setSelectedView(row(3));
   controller->setSelectedSuggestionIndex(1);
@@ -88,7 +88,7 @@ TEST_F(Selection, IndexOneOfFiveRowsChangesNothing) {
   EXPECT_TRUE(target->calls.empty());
 }
 
-TEST_F(Selection, AnIndexBeforeTheFirstLayout) {
+TEST_F(SuggestionSelectionTest, AnIndexBeforeTheFirstLayout) {
   const auto stray = make<HighlightingView>(CGRect{0, 0, 10, 10});
   controller->setSelectedView(stray);
   controller->setSelectedSuggestionIndex(0);
@@ -97,7 +97,7 @@ TEST_F(Selection, AnIndexBeforeTheFirstLayout) {
   EXPECT_EQ(controller->selectedView(), nullptr);
 }
 
-TEST_F(Selection, Index0OfAnEmptyListChangesNothing) {
+TEST_F(SuggestionSelectionTest, Index0OfAnEmptyListChangesNothing) {
   show({});
   const auto stray = make<HighlightingView>(CGRect{0, 0, 10, 10});
   controller->setSelectedView(stray);
@@ -105,7 +105,7 @@ TEST_F(Selection, Index0OfAnEmptyListChangesNothing) {
   EXPECT_EQ(controller->selectedView(), stray);
 }
 
-TEST_F(Selection, ATargetThatHasGoneIsSkipped) {
+TEST_F(SuggestionSelectionTest, ATargetThatHasGoneIsSkipped) {
   show({"a", "b"});
   target = nullptr;
   controller->userSetSelectedView(row(1));
@@ -113,7 +113,7 @@ TEST_F(Selection, ATargetThatHasGoneIsSkipped) {
   EXPECT_FALSE(row(0)->isHighlighted());
 }
 
-TEST_F(Selection, OfAViewThatIsNoRowMovesToTheFarEnd) {
+TEST_F(SuggestionSelectionTest, OfAViewThatIsNoRowMovesToTheFarEnd) {
   show({"a", "b", "c"});
   const auto stray = make<HighlightingView>(CGRect{0, 0, 10, 10});
   controller->setSelectedView(stray);
@@ -125,7 +125,7 @@ TEST_F(Selection, OfAViewThatIsNoRowMovesToTheFarEnd) {
   EXPECT_EQ(selectedLabel(), "a");
 }
 
-TEST_F(Selection, ARowWhoseViewIsOfAnotherClassIsPassedOver) {
+TEST_F(SuggestionSelectionTest, ARowWhoseViewIsOfAnotherClassIsPassedOver) {
   show({"a", "b", "c"});
   controller->setSelectedView(row(2));
   items[1]->setView(make<NSView>(CGRect{}));
@@ -137,13 +137,13 @@ TEST_F(Selection, ARowWhoseViewIsOfAnotherClassIsPassedOver) {
   EXPECT_TRUE(target->calls.empty());
 }
 
-TEST_F(Selection, WithNoneOfThemSelectedTheFirstRowWhoseViewIsAbsentIsNoneEither) {
+TEST_F(SuggestionSelectionTest, WithNoneOfThemSelectedTheFirstRowWhoseViewIsAbsentIsNoneEither) {
   show({"a"});
   controller->setSelectedView(nullptr);
   EXPECT_EQ(controller->selectedSuggestion(), std::nullopt);
 }
 
-TEST_F(Selection, ScrollsToTheRow) {
+TEST_F(SuggestionSelectionTest, ScrollsToTheRow) {
   rowHeight = 100;
   show({"a", "b", "c", "d", "e", "f", "g", "h"});
   ASSERT_GT(content()->frame().size.height, popUp()->frame().size.height);
@@ -161,7 +161,7 @@ TEST_F(Selection, ScrollsToTheRow) {
   EXPECT_TRUE(shown(0));
 }
 
-TEST_F(Selection, ALongListShrinksBackToItsTopWithNewSuggestions) {
+TEST_F(SuggestionSelectionTest, ALongListShrinksBackToItsTopWithNewSuggestions) {
   rowHeight = 100;
   show({"a", "b", "c", "d", "e", "f", "g", "h"});
   for (int i = 0; i < 7; ++i) controller->moveDown(nullptr);
@@ -169,7 +169,7 @@ TEST_F(Selection, ALongListShrinksBackToItsTopWithNewSuggestions) {
   EXPECT_EQ(scrollView()->contentView()->bounds().origin, (CGPoint{0, 0}));
 }
 
-TEST_F(Selection, MovingByOneRowRepaintsTwoRowsAndNoMore) {
+TEST_F(SuggestionSelectionTest, MovingByOneRowRepaintsTwoRowsAndNoMore) {
   show({"a", "b", "c", "d", "e"});
   harness::StillWorld::nativeOf(*popUp()).forgetPaints();
   controller->moveDown(nullptr);
@@ -181,9 +181,9 @@ TEST_F(Selection, MovingByOneRowRepaintsTwoRowsAndNoMore) {
   EXPECT_EQ(area, 200 * 40);
 }
 
-using Mouse = harness::PopUpWorld;
+using SuggestionSelectionMouse = harness::PopUpWorld;
 
-TEST_F(Mouse, EnteringARowSelectsItAndLeavingClears) {
+TEST_F(SuggestionSelectionMouse, EnteringARowSelectsItAndLeavingClears) {
   show({"a", "b", "c"});
   user.moveTo(*popUp(), {10, 30});
   EXPECT_EQ(selectedLabel(), "b");
@@ -195,7 +195,7 @@ TEST_F(Mouse, EnteringARowSelectsItAndLeavingClears) {
   EXPECT_EQ(controller->selectedView(), nullptr);
 }
 
-TEST_F(Mouse, ATrackingAreaWithoutTheRowClearsTheSelectionAndReportsThat) {
+TEST_F(SuggestionSelectionMouse, ATrackingAreaWithoutTheRowClearsTheSelectionAndReportsThat) {
   show({"a", "b"});
   const auto entered = [](Ref<NSTrackingArea> area) {
     return make<NSEvent>(NSEvent::Fields{.type = NSEventType::MouseEntered, .trackingArea = std::move(area)});
@@ -210,7 +210,7 @@ TEST_F(Mouse, ATrackingAreaWithoutTheRowClearsTheSelectionAndReportsThat) {
   EXPECT_EQ(target->calls, (Calls{"b", "none", "none", "none"}));
 }
 
-TEST_F(Mouse, AChosenRowEndsTheEditingSendsTheFieldsActionAndClosesThePopUp) {
+TEST_F(SuggestionSelectionMouse, AChosenRowEndsTheEditingSendsTheFieldsActionAndClosesThePopUp) {
   const auto receiver = make<NSObject>();
   field->setTarget(receiver);
   show({"a", "b"});
@@ -226,7 +226,7 @@ TEST_F(Mouse, AChosenRowEndsTheEditingSendsTheFieldsActionAndClosesThePopUp) {
   EXPECT_EQ(selectedLabel(), "b");  // a cancel leaves it
 }
 
-TEST_F(Mouse, AReleaseWithoutAFieldSendsNothingAndStillCancels) {
+TEST_F(SuggestionSelectionMouse, AReleaseWithoutAFieldSendsNothingAndStillCancels) {
   controller->setSuggestions(suggestionsNamed({"a"}));
   popUp()->orderFront(nullptr);
   controller->mouseUp(nullptr);
@@ -234,7 +234,7 @@ TEST_F(Mouse, AReleaseWithoutAFieldSendsNothingAndStillCancels) {
   EXPECT_TRUE(field->calls.empty());
 }
 
-TEST_F(Mouse, RowsThrownAwayWithinTheirOwnEventsAreHarmless) {
+TEST_F(SuggestionSelectionMouse, RowsThrownAwayWithinTheirOwnEventsAreHarmless) {
   show({"a", "b", "c"});
   target->onCall = [&] {
     items.clear();
@@ -252,7 +252,7 @@ TEST_F(Mouse, RowsThrownAwayWithinTheirOwnEventsAreHarmless) {
   EXPECT_EQ(selectedLabel(), "1");
 }
 
-TEST_F(Mouse, TheTargetMayGoWithinItsCall) {
+TEST_F(SuggestionSelectionMouse, TheTargetMayGoWithinItsCall) {
   show({"a", "b"});
   target->onCall = [&] { target = nullptr; };
   controller->moveDown(nullptr);
@@ -260,9 +260,9 @@ TEST_F(Mouse, TheTargetMayGoWithinItsCall) {
   EXPECT_EQ(selectedLabel(), "b");
 }
 
-using Keys = harness::PopUpWorld;
+using SuggestionSelectionKeys = harness::PopUpWorld;
 
-TEST_F(Keys, TheArrowCommandsAreFoundByName) {
+TEST_F(SuggestionSelectionKeys, TheArrowCommandsAreFoundByName) {
   show({"a", "b"});
   EXPECT_TRUE(controller->performSelector("moveDown:", nullptr));
   EXPECT_EQ(selectedLabel(), "b");

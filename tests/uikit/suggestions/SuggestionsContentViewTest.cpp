@@ -10,12 +10,12 @@ namespace {
 
 using namespace tessaluna::platform;
 
-struct SuggestionsList : harness::PopUpWorld {
+struct SuggestionsContentViewTest : harness::PopUpWorld {
   AccessibilityValue valueOf(std::string_view attribute) { return content()->accessibilityAttributeValue(attribute); }
   AccessibilityValue selected() { return valueOf(NSAccessibilitySelectedChildrenAttribute); }
 };
 
-TEST_F(SuggestionsList, IsFlippedAndPaintsTheWindowsBackground) {
+TEST_F(SuggestionsContentViewTest, IsFlippedAndPaintsTheWindowsBackground) {
   EXPECT_TRUE(content()->isFlipped());
   const harness::Lines lines = harness::recordingOf([&] { content()->drawRect({1, 2, 3, 4}); });
   ASSERT_EQ(harness::only("fill", lines).size(), 1u);
@@ -25,7 +25,7 @@ TEST_F(SuggestionsList, IsFlippedAndPaintsTheWindowsBackground) {
   EXPECT_NE(all.find("[\"rect\",1,2,3,4]"), all.npos) << all;
 }
 
-TEST_F(SuggestionsList, IsAVerticalListOfTheRowsUnderTheFieldsCell) {
+TEST_F(SuggestionsContentViewTest, IsAVerticalListOfTheRowsUnderTheFieldsCell) {
   show({"a", "b"});
   EXPECT_TRUE(content()->isAccessibilityElement());
   EXPECT_FALSE(content()->accessibilityIsIgnored());
@@ -42,34 +42,34 @@ TEST_F(SuggestionsList, IsAVerticalListOfTheRowsUnderTheFieldsCell) {
   EXPECT_EQ(accessibilityOf(field->cell())->accessibilityChildren(), AccessibilityElements{content()});
 }
 
-TEST_F(SuggestionsList, SaysWhichRowIsSelected) {
+TEST_F(SuggestionsContentViewTest, SaysWhichRowIsSelected) {
   show({"a", "b"});
   EXPECT_EQ(selected(), AccessibilityElements{row(0)});
   controller->moveDown(nullptr);
   EXPECT_EQ(selected(), AccessibilityElements{row(1)});
 }
 
-TEST_F(SuggestionsList, WithoutAHighlightedRowTheSelectionIsAnEmptyList) {
+TEST_F(SuggestionsContentViewTest, WithoutAHighlightedRowTheSelectionIsAnEmptyList) {
   show({"a"});
   controller->setSelectedView(nullptr);
   EXPECT_EQ(selected(), AccessibilityElements{});
   EXPECT_FALSE(selected().isAbsent());
 }
 
-TEST_F(SuggestionsList, SaysThatItsAttributesCannotBeSetTheSelectionIncluded) {
+TEST_F(SuggestionsContentViewTest, SaysThatItsAttributesCannotBeSetTheSelectionIncluded) {
   for (const auto attribute : {NSAccessibilityOrientationAttribute, NSAccessibilityEnabledAttribute,
                                NSAccessibilityVisibleChildrenAttribute, NSAccessibilitySelectedChildrenAttribute})
     EXPECT_FALSE(content()->accessibilityIsAttributeSettable(attribute)) << attribute;
 }
 
-TEST_F(SuggestionsList, SelectsTheRowThatItIsGivenAndTellsNoTarget) {
+TEST_F(SuggestionsContentViewTest, SelectsTheRowThatItIsGivenAndTellsNoTarget) {
   show({"a", "b"});
   content()->accessibilitySetValue(row(1), NSAccessibilitySelectedChildrenAttribute);
   EXPECT_EQ(selectedLabel(), "b");
   EXPECT_TRUE(target->calls.empty());
 }
 
-TEST_F(SuggestionsList, AnythingElseThanARowClearsTheSelection) {
+TEST_F(SuggestionsContentViewTest, AnythingElseThanARowClearsTheSelection) {
   show({"a", "b"});
   const std::vector<AccessibilityValue> others = {AccessibilityElements{row(1)}, field, true, {}};
   for (const AccessibilityValue& value : others) {
@@ -79,7 +79,7 @@ TEST_F(SuggestionsList, AnythingElseThanARowClearsTheSelection) {
   }
 }
 
-TEST_F(SuggestionsList, WithoutItsControllerNothingCanBeSet) {
+TEST_F(SuggestionsContentViewTest, WithoutItsControllerNothingCanBeSet) {
   show({"a", "b"});
   popUp()->setWindowController(nullptr);
   content()->accessibilitySetValue(row(1), NSAccessibilitySelectedChildrenAttribute);
@@ -88,7 +88,7 @@ TEST_F(SuggestionsList, WithoutItsControllerNothingCanBeSet) {
   make<SuggestionsContentView>(CGRect{})->accessibilitySetValue(row(1), NSAccessibilitySelectedChildrenAttribute);
 }
 
-TEST_F(SuggestionsList, PressingARowSelectsItAndTellsNoTarget) {
+TEST_F(SuggestionsContentViewTest, PressingARowSelectsItAndTellsNoTarget) {
   show({"a", "b"});
   EXPECT_EQ(row(1)->accessibilityActionNames(), (std::vector<std::string>{"AXPress", "choose"}));
   row(1)->accessibilityPerformAction(NSAccessibilityPressAction);
@@ -98,7 +98,7 @@ TEST_F(SuggestionsList, PressingARowSelectsItAndTellsNoTarget) {
   EXPECT_TRUE(popUp()->isVisible());
 }
 
-TEST_F(SuggestionsList, ChoosingTheSelectedRowDoesWhatAReleaseOfTheMouseDoes) {
+TEST_F(SuggestionsContentViewTest, ChoosingTheSelectedRowDoesWhatAReleaseOfTheMouseDoes) {
   show({"a", "b"});
   row(0)->accessibilityPerformAction("choose");
   EXPECT_TRUE(target->calls.empty());
@@ -106,7 +106,7 @@ TEST_F(SuggestionsList, ChoosingTheSelectedRowDoesWhatAReleaseOfTheMouseDoes) {
   EXPECT_FALSE(popUp()->isVisible());
 }
 
-TEST_F(SuggestionsList, ChoosingAnotherRowSelectsItFirstAsThePointerWould) {
+TEST_F(SuggestionsContentViewTest, ChoosingAnotherRowSelectsItFirstAsThePointerWould) {
   show({"a", "b"});
   row(1)->accessibilityPerformAction("choose");
   EXPECT_EQ(target->calls, harness::Calls{"b"});
@@ -115,7 +115,7 @@ TEST_F(SuggestionsList, ChoosingAnotherRowSelectsItFirstAsThePointerWould) {
   EXPECT_FALSE(popUp()->isVisible());
 }
 
-TEST_F(SuggestionsList, ARowThatWasThrownAwayDoesNothing) {
+TEST_F(SuggestionsContentViewTest, ARowThatWasThrownAwayDoesNothing) {
   show({"a", "b"});
   const auto gone = row(1);
   controller->setSuggestions(suggestionsNamed({"c"}));
@@ -125,7 +125,7 @@ TEST_F(SuggestionsList, ARowThatWasThrownAwayDoesNothing) {
   EXPECT_TRUE(popUp()->isVisible());
 }
 
-TEST_F(SuggestionsList, TellsAssistiveClientsOfEachChangeAndOfItsEnd) {
+TEST_F(SuggestionsContentViewTest, TellsAssistiveClientsOfEachChangeAndOfItsEnd) {
   show({"a", "b"});
   harness::Calls heard;
   const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
@@ -136,9 +136,9 @@ TEST_F(SuggestionsList, TellsAssistiveClientsOfEachChangeAndOfItsEnd) {
   EXPECT_EQ(heard, (harness::Calls{"AXSelectedChildrenChanged", "AXUIElementDestroyed"}));
 }
 
-using SuggestionsListDeathTest = SuggestionsList;
+using SuggestionsContentViewDeathTest = SuggestionsContentViewTest;
 
-TEST_F(SuggestionsListDeathTest, ChildrenThatAreNoListStopTheProgram) {
+TEST_F(SuggestionsContentViewDeathTest, ChildrenThatAreNoListStopTheProgram) {
   show({"a"});
   content()->accessibilitySetOverrideValue(true, NSAccessibilityChildrenAttribute);
   EXPECT_DEATH(selected(), "the children are no list");

@@ -16,9 +16,9 @@ namespace {
 using namespace tessaluna::platform;
 using harness::Calls;
 
-using Construction = harness::PopUpWorld;
+using SuggestionsWindowControllerConstruction = harness::PopUpWorld;
 
-TEST_F(Construction, MakesAWindowWithAScrollViewAndAnEmptyList) {
+TEST_F(SuggestionsWindowControllerConstruction, MakesAWindowWithAScrollViewAndAnEmptyList) {
   EXPECT_EQ(popUp()->frame(), (CGRect{0, 0, 20, 20}));
   EXPECT_EQ(popUp()->styleMask(), NSWindowStyleMaskBorderless);
   EXPECT_FALSE(popUp()->isVisible());
@@ -35,7 +35,7 @@ TEST_F(Construction, MakesAWindowWithAScrollViewAndAnEmptyList) {
   EXPECT_EQ(controller->selectedView(), nullptr);
 }
 
-TEST_F(Construction, FromACoderBuildsNothing) {
+TEST_F(SuggestionsWindowControllerConstruction, FromACoderBuildsNothing) {
   NSCoder coder;
   const auto empty = make<SuggestionsWindowController>(coder);
   EXPECT_EQ(empty->window(), nullptr);
@@ -47,13 +47,13 @@ TEST_F(Construction, FromACoderBuildsNothing) {
   EXPECT_EQ(empty->selectedSuggestion(), std::nullopt);
 }
 
-TEST_F(Construction, TheKeyOfTheRowInATrackingArea) {
+TEST_F(SuggestionsWindowControllerConstruction, TheKeyOfTheRowInATrackingArea) {
   EXPECT_EQ(SuggestionsWindowController::trackerKey(), "whichImageView");
 }
 
-using Begin = harness::PopUpWorld;
+using SuggestionsWindowControllerBegin = harness::PopUpWorld;
 
-TEST_F(Begin, PlacesThePopUpTwoPointsBelowTheFieldAndAsWideAsIt) {
+TEST_F(SuggestionsWindowControllerBegin, PlacesThePopUpTwoPointsBelowTheFieldAndAsWideAsIt) {
   show({"a", "b", "c"});
   // The field's lower left corner is at (150, 400) on the screen.
   EXPECT_EQ(popUp()->frame(), (CGRect{150, 338, 200, 60}));
@@ -64,7 +64,7 @@ TEST_F(Begin, PlacesThePopUpTwoPointsBelowTheFieldAndAsWideAsIt) {
   EXPECT_FALSE(nativeOf(*popUp()).options().isOpaque);
 }
 
-TEST_F(Begin, TakesTheFramesOriginAsItStandsInAFlippedSuperview) {
+TEST_F(SuggestionsWindowControllerBegin, TakesTheFramesOriginAsItStandsInAFlippedSuperview) {
   const auto flipped = make<harness::ProbeView>(CGRect{0, 0, 400, 300});
   flipped->flipped = true;
   window->contentView()->addSubview(flipped);
@@ -74,7 +74,7 @@ TEST_F(Begin, TakesTheFramesOriginAsItStandsInAFlippedSuperview) {
   EXPECT_EQ(popUp()->frame(), (CGRect{150, 300 + 200 - 2 - 20, 200, 20}));
 }
 
-TEST_F(Begin, StacksTheRowsFromTheTopWithoutMargins) {
+TEST_F(SuggestionsWindowControllerBegin, StacksTheRowsFromTheTopWithoutMargins) {
   show({"a", "b", "c"});
   EXPECT_EQ(row(0)->frame(), (CGRect{0, 0, 200, 20}));
   EXPECT_EQ(row(1)->frame(), (CGRect{0, 20, 200, 20}));
@@ -89,7 +89,7 @@ TEST_F(Begin, StacksTheRowsFromTheTopWithoutMargins) {
   EXPECT_EQ(items[1]->labelTextField()->stringValue(), "b");
 }
 
-TEST_F(Begin, EachRowHasTheHeightOfItsPrototype) {
+TEST_F(SuggestionsWindowControllerBegin, EachRowHasTheHeightOfItsPrototype) {
   NSNib::registerFactory("row", [this](NSObject& owner) {
     rowHeight += 10;
     return makeRow(owner);
@@ -101,7 +101,7 @@ TEST_F(Begin, EachRowHasTheHeightOfItsPrototype) {
   EXPECT_EQ(popUp()->frame().size.height, 120);
 }
 
-TEST_F(Begin, SelectsTheFirstRowAndTellsNobody) {
+TEST_F(SuggestionsWindowControllerBegin, SelectsTheFirstRowAndTellsNobody) {
   controller->setSuggestions(suggestionsNamed({"a", "b"}));
   controller->beginForTextField(field);
   EXPECT_EQ(selectedLabel(), "a");
@@ -109,7 +109,7 @@ TEST_F(Begin, SelectsTheFirstRowAndTellsNobody) {
   EXPECT_TRUE(target->calls.empty());
 }
 
-TEST_F(Begin, APopUpThatIsNotOnTheScreenIsNotLaidOut) {
+TEST_F(SuggestionsWindowControllerBegin, APopUpThatIsNotOnTheScreenIsNotLaidOut) {
   controller->setSuggestions(suggestionsNamed({"a", "b"}));
   EXPECT_TRUE(items.empty());
   controller->beginForTextField(field);
@@ -119,7 +119,7 @@ TEST_F(Begin, APopUpThatIsNotOnTheScreenIsNotLaidOut) {
   EXPECT_EQ(items.size(), 2u);
 }
 
-TEST_F(Begin, WithoutSuggestionsTheHeightIs0AndNothingIsSelected) {
+TEST_F(SuggestionsWindowControllerBegin, WithoutSuggestionsTheHeightIs0AndNothingIsSelected) {
   show({});
   EXPECT_EQ(popUp()->frame(), (CGRect{150, 398, 200, 0}));
   EXPECT_EQ(controller->selectedView(), nullptr);
@@ -128,7 +128,7 @@ TEST_F(Begin, WithoutSuggestionsTheHeightIs0AndNothingIsSelected) {
   EXPECT_EQ(popUp()->frame().size.height, 0);
 }
 
-TEST_F(Begin, TheTopEdgeStaysWhenTheListGrowsOrShrinks) {
+TEST_F(SuggestionsWindowControllerBegin, TheTopEdgeStaysWhenTheListGrowsOrShrinks) {
   show({"a", "b"});
   for (const int count : {7, 1, 0, 3}) {
     controller->setSuggestions(suggestionsCounting(count));
@@ -136,7 +136,7 @@ TEST_F(Begin, TheTopEdgeStaysWhenTheListGrowsOrShrinks) {
   }
 }
 
-TEST_F(Begin, TheWindowStopsAtTheScreensLowerEdgeAndScrolls) {
+TEST_F(SuggestionsWindowControllerBegin, TheWindowStopsAtTheScreensLowerEdgeAndScrolls) {
   window->setFrame({100, 2, 400, 300}, false);  // the pop-up's top is at 100
   rowHeight = 30;
   show({"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
@@ -148,7 +148,7 @@ TEST_F(Begin, TheWindowStopsAtTheScreensLowerEdgeAndScrolls) {
   EXPECT_TRUE(scrollView()->verticalScroller()->isHidden());
 }
 
-TEST_F(Begin, EachLayoutMakesAllRowsAnew) {
+TEST_F(SuggestionsWindowControllerBegin, EachLayoutMakesAllRowsAnew) {
   show({"a", "b"});
   const Ref<HighlightingView> first = row(0);
   controller->setSuggestions(suggestionsNamed({"a", "b"}));
@@ -159,7 +159,7 @@ TEST_F(Begin, EachLayoutMakesAllRowsAnew) {
   EXPECT_EQ(controller->selectedView(), row(2));
 }
 
-TEST_F(Begin, LinksTheFieldsCellWithThePopUpUntilItIsCancelled) {
+TEST_F(SuggestionsWindowControllerBegin, LinksTheFieldsCellWithThePopUpUntilItIsCancelled) {
   const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
   const auto window = std::dynamic_pointer_cast<SuggestionsWindow>(popUp());
   show({"a"});
@@ -170,13 +170,13 @@ TEST_F(Begin, LinksTheFieldsCellWithThePopUpUntilItIsCancelled) {
   EXPECT_EQ(window->parentElement(), nullptr);
 }
 
-TEST_F(Begin, AFieldWithAStockCellIsNotLinked) {
+TEST_F(SuggestionsWindowControllerBegin, AFieldWithAStockCellIsNotLinked) {
   field->setCell(make<NSTextFieldCell>());
   show({"a"});
   EXPECT_EQ(std::dynamic_pointer_cast<SuggestionsWindow>(popUp())->parentElement(), nullptr);
 }
 
-TEST_F(Begin, TellsAssistiveClientsOfTheListWhenItIsThere) {
+TEST_F(SuggestionsWindowControllerBegin, TellsAssistiveClientsOfTheListWhenItIsThere) {
   Calls heard;
   const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
       NSAccessibilityCreatedNotification, nullptr, nullptr, [&](const Ref<NSNotification>& n) {
@@ -190,22 +190,22 @@ TEST_F(Begin, TellsAssistiveClientsOfTheListWhenItIsThere) {
   EXPECT_EQ(heard, Calls{"AXCreated"});
 }
 
-TEST_F(Begin, IsPaintedAsSoonAsItIsShown) {
+TEST_F(SuggestionsWindowControllerBegin, IsPaintedAsSoonAsItIsShown) {
   controller->setSuggestions(suggestionsNamed({"a"}));
   controller->beginForTextField(field);
   ASSERT_EQ(nativeOf(*popUp()).paints().size(), 1u);
   EXPECT_EQ(nativeOf(*popUp()).paints()[0].dirty, (std::vector<CGRect>{{0, 0, 200, 20}}));
 }
 
-using Moved = harness::PopUpWorld;
+using SuggestionsWindowControllerMoved = harness::PopUpWorld;
 
-TEST_F(Moved, AHiddenPopUpStaysWhereItIsAlsoWithoutAField) {
+TEST_F(SuggestionsWindowControllerMoved, AHiddenPopUpStaysWhereItIsAlsoWithoutAField) {
   controller->parentControlMoved();
   EXPECT_EQ(popUp()->frame(), (CGRect{0, 0, 20, 20}));
 }
 
 // The field's window moves by itself, then the host says so. 200 points of rows, the pop-up's top 98 above the window's y.
-TEST_F(Moved, FollowsTheFieldAndIsCutOffAtTheScreensLowerEdge) {
+TEST_F(SuggestionsWindowControllerMoved, FollowsTheFieldAndIsCutOffAtTheScreensLowerEdge) {
   const struct {
     CGFloat windowY;
     CGRect popUp;
@@ -222,16 +222,16 @@ TEST_F(Moved, FollowsTheFieldAndIsCutOffAtTheScreensLowerEdge) {
   }
 }
 
-TEST_F(Moved, FollowsAFieldThatMovedWithinItsWindow) {
+TEST_F(SuggestionsWindowControllerMoved, FollowsAFieldThatMovedWithinItsWindow) {
   show({"a"});
   field->setFrameOrigin({70, 80});
   controller->parentControlMoved();
   EXPECT_EQ(popUp()->frame(), (CGRect{170, 358, 200, 20}));
 }
 
-using Cancel = harness::PopUpWorld;
+using SuggestionsWindowControllerCancel = harness::PopUpWorld;
 
-TEST_F(Cancel, HidesThePopUpAndLeavesItsContent) {
+TEST_F(SuggestionsWindowControllerCancel, HidesThePopUpAndLeavesItsContent) {
   show({"a", "b"});
   const Ref<HighlightingView> selected = controller->selectedView();
   controller->cancelSuggestions();
@@ -245,26 +245,26 @@ TEST_F(Cancel, HidesThePopUpAndLeavesItsContent) {
   EXPECT_TRUE(popUp()->isVisible());
 }
 
-TEST_F(Cancel, WithoutABeginDoesNothing) {
+TEST_F(SuggestionsWindowControllerCancel, WithoutABeginDoesNothing) {
   controller->setSuggestions(suggestionsNamed({"a"}));
   controller->cancelSuggestions();
   EXPECT_EQ(controller->target(), target);
   EXPECT_EQ(controller->suggestions()->size(), 1u);
 }
 
-TEST_F(Cancel, ComesWhenTheFieldsWindowLosesTheKeyStatus) {
+TEST_F(SuggestionsWindowControllerCancel, ComesWhenTheFieldsWindowLosesTheKeyStatus) {
   show({"a"});
   const Ref<NSWindow> other = showWindow({600, 100, 100, 100});
   EXPECT_FALSE(popUp()->isVisible());
 }
 
-TEST_F(Cancel, DoesNotComeWhenAnotherWindowLosesTheKeyStatus) {
+TEST_F(SuggestionsWindowControllerCancel, DoesNotComeWhenAnotherWindowLosesTheKeyStatus) {
   show({"a"});
   NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidResignKeyNotification, popUp());
   EXPECT_TRUE(popUp()->isVisible());
 }
 
-TEST_F(Cancel, AThousandTimesLeavesNoMonitorAndNoObserver) {
+TEST_F(SuggestionsWindowControllerCancel, AThousandTimesLeavesNoMonitorAndNoObserver) {
   controller->setSuggestions(suggestionsNamed({"a", "b"}));
   const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
   for (int i = 0; i < 1000; ++i) {
@@ -285,10 +285,10 @@ TEST_F(Cancel, AThousandTimesLeavesNoMonitorAndNoObserver) {
   EXPECT_EQ(desktop.windows().size(), 2u);
 }
 
-using MouseMonitor = harness::PopUpWorld;
+using SuggestionsWindowControllerMouseMonitor = harness::PopUpWorld;
 
 // Where a press goes that the pop-up sees first: on, or nowhere; and whether the pop-up ends.
-TEST_F(MouseMonitor, PassesOnOrSwallowsAndCancels) {
+TEST_F(SuggestionsWindowControllerMouseMonitor, PassesOnOrSwallowsAndCancels) {
   const auto other = showWindow({600, 100, 100, 100});
   window->makeKeyAndOrderFront(nullptr);
   const auto inParent = make<harness::ProbeView>(CGRect{0, 0, 400, 300});
@@ -344,7 +344,7 @@ TEST_F(MouseMonitor, PassesOnOrSwallowsAndCancels) {
   }
 }
 
-TEST_F(MouseMonitor, APressThatTheTestAmongTheRowsResolvesToTheEditorPasses) {
+TEST_F(SuggestionsWindowControllerMouseMonitor, APressThatTheTestAmongTheRowsResolvesToTheEditorPasses) {
   show({"a", "b"});
   // Wanted: a place in the field's window is looked for in the pop-up's content.
   field->editor = make<NSTextView>(CGRect{100, 0, 100, 20});
@@ -364,7 +364,7 @@ TEST_F(MouseMonitor, APressThatTheTestAmongTheRowsResolvesToTheEditorPasses) {
   EXPECT_FALSE(popUp()->isVisible());
 }
 
-TEST_F(MouseMonitor, APressInAnotherWindowStillDoesItsWorkThere) {
+TEST_F(SuggestionsWindowControllerMouseMonitor, APressInAnotherWindowStillDoesItsWorkThere) {
   const auto other = showWindow({600, 100, 100, 100});
   const auto view = make<harness::ProbeView>(CGRect{0, 0, 100, 100});
   other->contentView()->addSubview(view);
@@ -375,7 +375,7 @@ TEST_F(MouseMonitor, APressInAnotherWindowStillDoesItsWorkThere) {
   EXPECT_FALSE(popUp()->isVisible());
 }
 
-TEST_F(MouseMonitor, ASecondBeginLeavesTheFirstOnesBehind) {
+TEST_F(SuggestionsWindowControllerMouseMonitor, ASecondBeginLeavesTheFirstOnesBehind) {
   show({"a"});
   controller->beginForTextField(field);
   controller->cancelSuggestions();
@@ -397,9 +397,9 @@ double secondsToReplace(SuggestionsWindowController& controller, const std::vect
   return best;
 }
 
-using Effort = harness::PopUpWorld;
+using SuggestionsWindowControllerEffort = harness::PopUpWorld;
 
-TEST_F(Effort, ReplacingAHundredTimesTheRowsIsNotQuadratic) {
+TEST_F(SuggestionsWindowControllerEffort, ReplacingAHundredTimesTheRowsIsNotQuadratic) {
   NSNib::registerFactory("row", [](NSObject&) { return make<HighlightingView>(CGRect{0, 0, 50, 20}); });
   show({});
   const double few = secondsToReplace(*controller, suggestionsCounting(400));

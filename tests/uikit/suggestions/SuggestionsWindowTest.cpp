@@ -10,9 +10,9 @@ namespace {
 
 using namespace tessaluna::platform;
 
-using PopUpWindow = harness::StillWorld;
+using SuggestionsWindowTest = harness::StillWorld;
 
-TEST_F(PopUpWindow, IsBorderlessWhateverStyleMaskItIsGiven) {
+TEST_F(SuggestionsWindowTest, IsBorderlessWhateverStyleMaskItIsGiven) {
   const auto window =
       make<SuggestionsWindow>(CGRect{0, 0, 20, 20}, std::uint32_t{NSWindowStyleMaskTitled | NSWindowStyleMaskClosable},
                               NSBackingStoreBuffered, true);
@@ -20,7 +20,7 @@ TEST_F(PopUpWindow, IsBorderlessWhateverStyleMaskItIsGiven) {
   EXPECT_FALSE(window->canBecomeKeyWindow());
 }
 
-TEST_F(PopUpWindow, HasAShadowAndAClearBackground) {
+TEST_F(SuggestionsWindowTest, HasAShadowAndAClearBackground) {
   const auto window = make<SuggestionsWindow>(CGRect{0, 0, 20, 20}, false);
   EXPECT_TRUE(window->hasShadow());
   EXPECT_FALSE(window->isOpaque());
@@ -29,7 +29,7 @@ TEST_F(PopUpWindow, HasAShadowAndAClearBackground) {
   EXPECT_FALSE(nativeOf(*window).options().isOpaque);
 }
 
-TEST_F(PopUpWindow, HangsUnderTheCellForAssistiveClientsAsLongAsThatLives) {
+TEST_F(SuggestionsWindowTest, HangsUnderTheCellForAssistiveClientsAsLongAsThatLives) {
   const auto window = make<SuggestionsWindow>(CGRect{0, 0, 20, 20}, true);
   EXPECT_FALSE(window->isAccessibilityElement());
   EXPECT_EQ(window->accessibilityParent(), NSApp);
