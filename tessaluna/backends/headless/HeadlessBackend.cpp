@@ -1,6 +1,7 @@
 #include "tessaluna/backends/headless/HeadlessBackend.h"
 
 #include <algorithm>
+#include <thread>
 
 #include "tessaluna/backends/headless/netpbm.h"
 
@@ -20,7 +21,23 @@ HeadlessBackend::~HeadlessBackend() {
 }
 
 void HeadlessBackend::advance(double seconds) {
-  clock_.advance(seconds, [this] { displayWindows(); });
+  workOff();
+  clock_.advance(seconds, [this] {
+    displayWindows();
+    workOff();
+  });
+}
+
+void HeadlessBackend::workOff() {
+  const std::vector<WorkElsewhere> all = std::exchange(workElsewhere_, {});
+  for (const WorkElsewhere& asked : all) {
+    std::thread(asked.work).join();
+    callAfter(0, asked.answer);
+  }
+}
+
+void HeadlessBackend::callElsewhere(std::function<void()> work, std::function<void()> answer) {
+  workElsewhere_.push_back({std::move(work), std::move(answer)});
 }
 
 void HeadlessBackend::displayWindows() {

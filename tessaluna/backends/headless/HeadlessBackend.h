@@ -35,6 +35,8 @@ class HeadlessBackend : public Backend {
   void setSystemColor(SystemColor which, Color color) { systemColors_[which] = color; }
   void setMouseLocation(CGPoint location) { mouseLocation_ = location; }  // sends nothing
 
+  void setPrefersReducedMotion(bool prefers) { prefersReducedMotion_ = prefers; }
+
   // Whether windows made from now on also keep pixels; only recordings at the start.
   void setPictures(Pictures pictures) { pictures_ = pictures; }
 
@@ -66,9 +68,13 @@ class HeadlessBackend : public Backend {
 
   double now() const override { return clock_.now(); }
   void callAfter(double seconds, std::function<void()> block) override { clock_.callAfter(seconds, std::move(block)); }
+  // Whatever was asked for is worked off, on another thread but one after the other, at the next settle or advance.
+  void callElsewhere(std::function<void()> work, std::function<void()> answer) override;
+  bool prefersReducedMotion() const override { return prefersReducedMotion_; }
 
  private:
   friend class HeadlessWindow;
+  void workOff();
   void raise(HeadlessWindow& window);
   void setKeyWindow(HeadlessWindow* window);
   void windowGoes(HeadlessWindow& window);
@@ -81,6 +87,11 @@ class HeadlessBackend : public Backend {
   std::vector<Screen> screens_;
   std::map<SystemColor, Color> systemColors_;
   CGPoint mouseLocation_;
+  bool prefersReducedMotion_ = false;
+  struct WorkElsewhere {
+    std::function<void()> work, answer;
+  };
+  std::vector<WorkElsewhere> workElsewhere_;
   Pictures pictures_ = Pictures::RecordedOnly;
   std::vector<HeadlessWindow*> windows_;
   HeadlessWindow* keyWindow_ = nullptr;

@@ -1,6 +1,7 @@
 #include "tessaluna/backends/headless/HeadlessWindow.h"
 
 #include <cmath>
+#include <utility>
 
 #include "tessaluna/backends/headless/HeadlessBackend.h"
 #include "tessaluna/backends/headless/TeeCanvas.h"
@@ -65,6 +66,27 @@ void HeadlessWindow::moveByUser(CGRect content) {
 }
 
 void HeadlessWindow::closeByUser() { client_.nativeCloseRequested(); }
+
+void HeadlessWindow::show() {
+  isVisible_ = true;
+  waitForFrame();
+}
+
+void HeadlessWindow::callAtNextFrame(std::function<void()> block) {
+  frameBlocks_.push_back(std::move(block));
+  waitForFrame();
+}
+
+void HeadlessWindow::waitForFrame() {
+  constexpr double framePeriod = 0.01;  // seconds
+  if (!backend_ || !isVisible_ || frameTimer_ || frameBlocks_.empty()) return;
+  frameTimer_ = backend_->timer(framePeriod, [this] {
+    frameTimer_ = nullptr;
+    if (!isVisible_) return;
+    const std::vector<std::function<void()>> due = std::exchange(frameBlocks_, {});
+    for (const auto& block : due) block();
+  });
+}
 
 void HeadlessWindow::hide() {
   isVisible_ = false;

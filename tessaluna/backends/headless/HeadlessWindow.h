@@ -54,7 +54,7 @@ class HeadlessWindow : public NativeWindow {
   void closeByUser();
 
   void setFrame(CGRect content) override;
-  void show() override { isVisible_ = true; }
+  void show() override;
   void hide() override;
   void raise() override;
   void requestKey() override;  // granted at once to a visible window that can
@@ -64,6 +64,8 @@ class HeadlessWindow : public NativeWindow {
   double scale() const override { return scale_; }
   std::optional<Screen> screen() const override;  // that with the window's middle
   void scheduleDisplay() override { isDisplayScheduled_ = true; }
+  // A frame comes every hundredth of a second, to windows that are visible.
+  void callAtNextFrame(std::function<void()> block) override;
   void eventWasNotTaken() override { ++eventsNotTaken_; }
   void textInputDidChange() override { ++textInputChanges_; }
   void discardMarkedText() override { ++discardsOfMarkedText_; }
@@ -73,6 +75,7 @@ class HeadlessWindow : public NativeWindow {
   friend class HeadlessBackend;
   void placeDidChange();
   void makePicture();
+  void waitForFrame();
 
   HeadlessBackend* backend_;  // absent when it has gone first
   WindowClient& client_;
@@ -85,6 +88,8 @@ class HeadlessWindow : public NativeWindow {
   HeadlessWindow* parent_ = nullptr;
   bool isVisible_ = false, isDisplayScheduled_ = false;
   int eventsNotTaken_ = 0, textInputChanges_ = 0, discardsOfMarkedText_ = 0;
+  std::vector<std::function<void()>> frameBlocks_;
+  Timer frameTimer_;
   std::vector<Paint> paints_;
   std::optional<raster::Bitmap> picture_;
 };

@@ -85,6 +85,12 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
   void scheduleDisplay() override {
     if (host_ && !host_->displayTimer_.isActive()) host_->displayTimer_.start(0);
   }
+  // Qt says when a window's next frame is due, but for one with widgets only by painting them all.
+  void callAtNextFrame(std::function<void()> block) override {
+    if (!host_) return;
+    const double framesPerSecond = std::max(1.0, host_->topLevel_.screen()->refreshRate());
+    QTimer::singleShot(static_cast<int>(1000 / framesPerSecond), Qt::PreciseTimer, host_, std::move(block));
+  }
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override {
     if (host_) host_->paint(dirty, painter);
   }

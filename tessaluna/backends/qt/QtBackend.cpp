@@ -1,10 +1,12 @@
 #include "tessaluna/backends/qt/QtBackend.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyle>
 #include <QTimer>
 #include <QWidget>
 #include <algorithm>
@@ -100,7 +102,11 @@ QtBackend::QtBackend() {
 }
 
 // The hosts' windows close with them, and would tell of it.
-QtBackend::~QtBackend() { accessibility_.reset(); }
+QtBackend::~QtBackend() {
+  elsewhere_.clear();
+  elsewhere_.waitForDone();
+  accessibility_.reset();
+}
 
 QtBackend& QtBackend::current() {
   auto* backend = dynamic_cast<QtBackend*>(Backend::current());
@@ -148,6 +154,23 @@ void QtBackend::callAfter(double seconds, std::function<void()> block) {
   constexpr double longest = 2e9;
   const double delay = std::clamp(std::isnan(seconds) ? 0.0 : std::ceil(seconds * 1000), 0.0, longest);
   QTimer::singleShot(static_cast<int>(delay), Qt::PreciseTimer, &clock_, std::move(block));
+}
+
+void QtBackend::callElsewhere(std::function<void()> work, std::function<void()> answer) {
+  // The other thread only borrows: what the blocks hold may belong to this one.
+  const auto asked =
+      std::make_shared<std::pair<std::function<void()>, std::function<void()>>>(std::move(work), std::move(answer));
+  elsewhere_.start([this, asked]() mutable {
+    asked->first();
+    QMetaObject::invokeMethod(
+        &clock_, [asked = std::move(asked)] { asked->second(); }, Qt::QueuedConnection);
+  });
+}
+
+// A style that animates nothing says so for all of the desktop. A program without widgets has no style.
+bool QtBackend::prefersReducedMotion() const {
+  return qobject_cast<QApplication*>(QCoreApplication::instance()) &&
+         QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration) == 0;
 }
 
 }  // namespace tessaluna::backend::qt

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <QObject>
+#include <QThreadPool>
 #include <memory>
 
 #include "tessaluna/backends/qt/InputRelay.h"
@@ -45,6 +46,8 @@ class QtBackend : public Backend {
   std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
   double now() const override;
   void callAfter(double seconds, std::function<void()> block) override;
+  void callElsewhere(std::function<void()> work, std::function<void()> answer) override;
+  bool prefersReducedMotion() const override;
 
   KeysSentEarly& keysSentEarly() { return keysSentEarly_; }
   EmbeddingHosts& hosts() { return *hosts_; }
@@ -57,7 +60,8 @@ class QtBackend : public Backend {
   KeysSentEarly keysSentEarly_;
   QtTextEngine textEngine_;
   PopUpMenu menu_;
-  QObject clock_;  // what is still to be called is forgotten with it
+  QObject clock_;          // what is still to be called is forgotten with it
+  QThreadPool elsewhere_;  // gone before the clock that its answers go to
   std::unique_ptr<EmbeddingHosts> hosts_;
   std::unique_ptr<AccessibilityBridge> accessibility_;
   std::unique_ptr<ApplicationFilter> filter_;

@@ -107,6 +107,11 @@ class QtWindow::Surface : public QRasterWindow {
     if (!displayTimer_.isActive()) displayTimer_.start(0);
   }
 
+  void callAtNextFrame(std::function<void()> block) {
+    frameBlocks_.push_back(std::move(block));
+    requestUpdate();
+  }
+
   void paintPicture(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) {
     const platform::Ref<platform::NSWindow> window = client_->eventWindow();
     if (!window) return;
@@ -171,7 +176,9 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::ShortcutOverride:
         event->setAccepted(relay_.key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
         return true;
+      case QEvent::UpdateRequest: beginFrame(); return false;
       case QEvent::Show:
+        if (!frameBlocks_.empty()) requestUpdate();  // a hidden window has no frames
         if (AccessibilityBridge* accessibility = QtBackend::accessibility())
           accessibility->windowWasShown(client_->eventWindow());
         return false;
@@ -192,6 +199,15 @@ class QtWindow::Surface : public QRasterWindow {
         return true;
       default: return false;
     }
+  }
+
+  // What the blocks change is in the picture of this frame.
+  void beginFrame() {
+    if (frameBlocks_.empty()) return;
+    const std::vector<std::function<void()>> due = std::exchange(frameBlocks_, {});
+    for (const auto& block : due)
+      if (client_) block();
+    if (client_) client_->nativeDisplay();
   }
 
   // The desktop says that the pointer enters a window that appears, moves or grows under it. As long as the pointer has not
@@ -241,6 +257,7 @@ class QtWindow::Surface : public QRasterWindow {
   CGRect wanted_;                         // as it was asked for, or as the user or the desktop made it since
   std::optional<QPoint> restingPointer_;  // absent once it has moved
   QTimer displayTimer_;
+  std::vector<std::function<void()>> frameBlocks_;
   bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted
   double knownScale_ = devicePixelRatio();
   int depth_ = 0;  // of events that are being handled
@@ -261,6 +278,7 @@ void QtWindow::setTitle(const std::string& title) { surface_->setTitle(QString::
 void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(shape)); }
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
+void QtWindow::callAtNextFrame(std::function<void()> block) { surface_->callAtNextFrame(std::move(block)); }
 void QtWindow::firstResponderDidChange() {
   tellInputMethodOfChange();
   if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();

@@ -27,6 +27,7 @@ class QtWindow : public QtNativeWindow {
   double scale() const override;
   std::optional<Screen> screen() const override;
   void scheduleDisplay() override;
+  void callAtNextFrame(std::function<void()> block) override;
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override;
   void eventWasNotTaken() override;
   void firstResponderDidChange() override;

@@ -1,5 +1,7 @@
 #include "tessaluna/platform/backend/Backend.h"
 
+#include <utility>
+
 #include "tessaluna/platform/foundation/stopProgram.h"
 
 namespace tessaluna::backend {
@@ -18,5 +20,13 @@ Backend::Backend() {
 Backend::~Backend() { living = nullptr; }
 
 Backend* Backend::current() { return living; }
+
+Timer Backend::timer(double seconds, std::function<void()> block) {
+  const auto held = std::make_shared<std::function<void()>>(std::move(block));
+  callAfter(seconds, [weak = std::weak_ptr(held)] {
+    if (const auto call = weak.lock()) (*call)();
+  });
+  return held;
+}
 
 }  // namespace tessaluna::backend

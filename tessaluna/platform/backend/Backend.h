@@ -12,6 +12,7 @@
 
 #include "tessaluna/platform/backend/Canvas.h"
 #include "tessaluna/platform/backend/SystemColor.h"
+#include "tessaluna/platform/backend/Timer.h"
 
 namespace tessaluna::platform {
 
@@ -66,6 +67,9 @@ class NativeWindow {
   // Opens the kept picture for painting; base space is the content, in points. The rectangles, in whole device pixels,
   // are all that the painter changes; they are on screen afterwards.
   virtual void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) = 0;
+  // The block is called once, when the screen is ready for the window's next picture and before that is painted. A window
+  // that cannot be seen may keep it waiting; one that goes forgets it.
+  virtual void callAtNextFrame(std::function<void()> block) = 0;
 
   // What a program wants to know that has the window's views among widgets of its own. Others leave these as they are.
   virtual void eventWasNotTaken() {}  // the key down or scroll that is being sent found nobody
@@ -128,6 +132,13 @@ class Backend {
   // The main queue, on this backend's clock.
   virtual double now() const = 0;  // seconds since some moment
   virtual void callAfter(double seconds, std::function<void()> block) = 0;
+  [[nodiscard]] Timer timer(double seconds, std::function<void()> block);  // callAfter that can be cancelled
+  // Calls `work` on another thread, then `answer` on the main queue; both are freed on the main thread. A backend that goes
+  // waits for work that has begun, and forgets the rest and all answers.
+  virtual void callElsewhere(std::function<void()> work, std::function<void()> answer) = 0;
+
+  // Whether the desktop's user wants to see less motion.
+  virtual bool prefersReducedMotion() const { return false; }
 };
 
 }  // namespace tessaluna::backend

@@ -1,25 +1,17 @@
 #include "tessaluna/platform/views/CaretBlink.h"
 
-#include <utility>
-
 #include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/time/durations.h"
 
 namespace tessaluna::platform {
 
-namespace {
-
-constexpr double halfPeriod = 0.5;  // seconds
-
-}  // namespace
-
 void CaretBlink::start() {
-  run_ = std::make_shared<int>();
   show(true);
   waitForNext();
 }
 
 void CaretBlink::stop() {
-  run_ = nullptr;
+  next_ = nullptr;
   show(false);
 }
 
@@ -27,14 +19,14 @@ void CaretBlink::show(bool isShown) {
   if (std::exchange(isShown_, isShown) != isShown && changed_) changed_();
 }
 
+void CaretBlink::turn() {
+  show(!isShown_);
+  waitForNext();
+}
+
 void CaretBlink::waitForNext() {
-  backend::Backend* backend = backend::Backend::current();
-  if (!backend) return;
-  backend->callAfter(halfPeriod, [this, run = std::weak_ptr(run_)] {
-    if (run.expired()) return;
-    show(!isShown_);
-    waitForNext();
-  });
+  if (backend::Backend* backend = backend::Backend::current())
+    next_ = backend->timer(caretBlinkHalfPeriod, [this] { turn(); });
 }
 
 }  // namespace tessaluna::platform

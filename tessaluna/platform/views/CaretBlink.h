@@ -2,7 +2,9 @@
 #pragma once
 
 #include <functional>
-#include <memory>
+#include <utility>
+
+#include "tessaluna/platform/backend/Timer.h"
 
 namespace tessaluna::platform {
 
@@ -17,10 +19,11 @@ class CaretBlink {
 
  private:
   void show(bool isShown);
+  void turn();
   void waitForNext();
 
   std::function<void()> changed_;
-  std::shared_ptr<int> run_;  // each start has its own, so that what an earlier one left waiting finds nobody
+  backend::Timer next_;
   bool isShown_ = false;
 };
 

@@ -5,6 +5,7 @@
 
 namespace tessaluna::platform {
 
+class NSAnimationContext;
 class NSApplication;
 class NSButton;
 class NSButtonCell;
@@ -24,8 +25,10 @@ class NSTextField;
 class NSTextView;
 class NSTrackingArea;
 class NSView;
+class NSViewAnimator;
 class NSViewController;
 class NSWindow;
+class NSWindowAnimator;
 class NSWindowController;
 class NSWindowDelegate;
 

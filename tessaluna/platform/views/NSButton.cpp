@@ -2,13 +2,11 @@
 
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/time/durations.h"
 
 namespace tessaluna::platform {
 
 namespace {
-
-// How long a click from the keyboard shows as pressed, in seconds.
-constexpr double keyboardPressLength = 0.1;
 
 constexpr std::uint32_t modifiersThatCount =
     NSEventModifierFlagShift | NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
@@ -52,8 +50,8 @@ void NSButton::performClick(NSObject*) {
   const Ref<NSButton> held = refTo(*this);
   if (backend::Backend* backend = backend::Backend::current()) {
     setHighlighted(true);
-    backend->callAfter(keyboardPressLength, [weak = WeakRef<NSButton>(held)] {
-      if (const Ref<NSButton> button = weak.lock(); button && !button->isTracking()) button->setHighlighted(false);
+    endOfKeyboardClick_ = backend->timer(keyboardClickDuration, [this] {
+      if (!isTracking()) setHighlighted(false);
     });
   }
   wasClicked();

@@ -2,6 +2,7 @@
 // equivalent, shows that while it lasts, and sends its action when it is let go over itself.
 #pragma once
 
+#include "tessaluna/platform/backend/Timer.h"
 #include "tessaluna/platform/cells/NSButtonCell.h"
 #include "tessaluna/platform/views/NSControl.h"
 
@@ -38,6 +39,8 @@ class NSButton : public NSControl {
 
  private:
   NSButtonCell* buttonCell() const;
+
+  backend::Timer endOfKeyboardClick_;
 };
 
 }  // namespace tessaluna::platform

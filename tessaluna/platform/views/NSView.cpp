@@ -4,11 +4,14 @@
 
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSViewAnimator.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
 
 const ClassInfo NSView::staticClassInfo{.name = "NSView", .base = &NSResponder::staticClassInfo};
+
+NSViewAnimator NSView::animator() { return NSViewAnimator(*this); }
 
 bool NSView::performKeyEquivalent(const Ref<NSEvent>& event) {
   const std::vector<Ref<NSView>> copy = subviews();

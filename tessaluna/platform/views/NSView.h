@@ -16,6 +16,9 @@ class NSView : public ViewAccessibility {
   // Keys: "frame", "hidden", "autoresizingMask", "autoresizesSubviews", "wantsLayer".
   explicit NSView(NSCoder& coder) : ViewAccessibility(coder) {}
 
+  // The view whose setters take their time (NSViewAnimator.h).
+  NSViewAnimator animator();
+
   // Scrolling. The first clip view above is asked; without one nothing happens and the answer is false.
   NSScrollView* enclosingScrollView() const;
   bool scrollRectToVisible(CGRect rect);  // the least way that shows it; true if anything moved

@@ -6,8 +6,11 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/time/CAMediaTimingFunction.h"
+#include "tessaluna/platform/time/PropertyAnimation.h"
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindowAnimator.h"
 #include "tessaluna/platform/windows/NSWindowController.h"
 
 namespace tessaluna::platform {
@@ -83,11 +86,34 @@ void NSWindow::setContentView(Ref<NSView> view) {
   }
 }
 
-void NSWindow::setFrame(CGRect frame, bool display) {
+void NSWindow::moveTo(CGRect frame) {
   if (native_ && frame != frame_) native_->setFrame(frame);
   nativeFrameChanged(frame);
+}
+
+void NSWindow::setFrame(CGRect frame, bool display) {
+  stopAnimationOfProperty<&NSWindow::moveTo>(*this);
+  moveTo(frame);
   if (display) displayIfNeeded();
 }
+
+void NSWindow::setFrame(CGRect frame, bool display, bool animate) {
+  if (!animate || !isVisible_) return setFrame(frame, display);
+  // A move of its own: a group that is open takes no part in it.
+  const auto pace = make<NSAnimationContext>();
+  pace->setDuration(animationResizeTime(frame));
+  pace->setTimingFunction(CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut));
+  animateFrame(frame, *pace);
+}
+
+void NSWindow::animateFrame(CGRect frame, const NSAnimationContext& context) {
+  animateProperty<&NSWindow::moveTo>(
+      *this, frame_, frame, [](NSWindow& window) { return &window; }, context);
+}
+
+double NSWindow::animationResizeTime(CGRect) const { return windowResizeDuration; }
+
+NSWindowAnimator NSWindow::animator() { return NSWindowAnimator(*this); }
 
 void NSWindow::setFrameTopLeftPoint(CGPoint point) {
   setFrame({{point.x, point.y - frame_.size.height}, frame_.size}, false);

@@ -47,7 +47,12 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
 
   CGRect frame() const { return frame_; }
   void setFrame(CGRect frame, bool display);
-  void setFrameTopLeftPoint(CGPoint point);  // keeps the size
+  // Animated, it returns at once and the frame moves there in animationResizeTime; a later frame takes over from wherever
+  // that has got to. A window that does not show moves at once.
+  void setFrame(CGRect frame, bool display, bool animate);
+  virtual double animationResizeTime(CGRect newFrame) const;  // seconds
+  NSWindowAnimator animator();                                // the window whose setters take their time
+  void setFrameTopLeftPoint(CGPoint point);                   // keeps the size
   CGPoint convertPointToScreen(CGPoint point) const;
   CGPoint convertPointFromScreen(CGPoint point) const;
   CGRect convertRectToScreen(CGRect rect) const;
@@ -141,6 +146,9 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   friend class ChildWindows;
   friend class ViewGeometry;
   friend class NSView;
+  friend class NSWindowAnimator;
+  void animateFrame(CGRect frame, const NSAnimationContext& context);
+  void moveTo(CGRect frame);
   void viewWillLeave(NSView& view);
   void intrinsicContentSizeDidChange(NSView& view);
 

@@ -1,3 +1,7 @@
+#include <QProxyStyle>
+#include <QThread>
+#include <atomic>
+
 #include "tessaluna/backends/qt/screenSpace.h"
 
 #include "tests/backends/qt/QtTest.h"
@@ -41,6 +45,66 @@ TEST_F(QtBackendTest, BlocksRunInTheOrderOfTheirTimes) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return order.size() == 3; }, 5000));
   EXPECT_EQ(order, "abc");
   EXPECT_GE(desktop.now() - start, 0.03);
+}
+
+TEST_F(QtBackendTest, ATimerThatEndsIsCancelled) {
+  std::string order;
+  Timer cancelled = desktop.timer(0.01, [&] { order += 'x'; });
+  const Timer kept = desktop.timer(0.02, [&] { order += 'a'; });
+  cancelled = nullptr;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !order.empty(); }, 5000));
+  EXPECT_EQ(order, "a");
+}
+
+TEST_F(QtBackendTest, WorkElsewhereIsDoneOnAnotherThreadAndAnsweredOnThisOne) {
+  QThread *worker = nullptr, *answerer = nullptr, *freer = nullptr;
+  {
+    const std::shared_ptr<void> held(nullptr, [&](void*) { freer = QThread::currentThread(); });
+    desktop.callElsewhere([&worker, held] { worker = QThread::currentThread(); },
+                          [&] { answerer = QThread::currentThread(); });
+  }
+  EXPECT_EQ(answerer, nullptr);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return freer != nullptr; }, 5000));
+  EXPECT_NE(worker, nullptr);
+  EXPECT_NE(worker, QThread::currentThread());
+  EXPECT_EQ(answerer, QThread::currentThread());
+  EXPECT_EQ(freer, QThread::currentThread());
+}
+
+TEST(QtBackendEndTest, ABackendThatGoesWaitsForWorkThatHasBegunAndForgetsItsAnswer) {
+  std::atomic<bool> hasBegun = false, isDone = false;
+  bool wasAnswered = false;
+  {
+    QtBackend desktop;
+    desktop.callElsewhere(
+        [&] {
+          hasBegun = true;
+          QThread::msleep(20);
+          isDone = true;
+        },
+        [&] { wasAnswered = true; });
+    while (!hasBegun) QThread::yieldCurrentThread();
+  }
+  EXPECT_TRUE(isDone);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(wasAnswered);
+}
+
+TEST_F(QtBackendTest, AStyleThatAnimatesNothingAsksForLessMotion) {
+  class StillStyle : public QProxyStyle {
+   public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const override {
+      return hint == SH_Widget_Animation_Duration ? duration : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+    int duration = 0;
+  };
+  auto* style = new StillStyle;
+  const QString earlier = QApplication::style()->name();
+  QApplication::setStyle(style);
+  EXPECT_TRUE(desktop.prefersReducedMotion());
+  style->duration = 200;
+  EXPECT_FALSE(desktop.prefersReducedMotion());
+  QApplication::setStyle(earlier);
 }
 
 TEST_F(QtBackendTest, TellsTheApplicationWhetherItIsActive) {

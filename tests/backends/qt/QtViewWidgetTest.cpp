@@ -17,7 +17,9 @@
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/time/NSAnimationContext.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/views/NSViewAnimator.h"
 #include "tests/backends/qt/EmbeddedViews.h"
 
 namespace tessaluna::backend::qt {
@@ -362,6 +364,24 @@ TEST_F(QtViewWidgetTest, LeavesNothingBehind) {
   settle();
   EXPECT_TRUE(weakView.expired());
   EXPECT_TRUE(weakWindow.expired());
+}
+
+TEST_F(QtViewWidgetTest, AnAnimationOfAnEmbeddedViewStepsAndArrives) {
+  const auto view = make<NSView>(CGRect{0, 0, 100, 100});
+  const auto witness = make<Witness>(CGRect{0, 0, 20, 20});
+  view->addSubview(witness);
+  embed(view);
+  show();
+  witness->draws.clear();
+  bool isDone = false;
+  NSAnimationContext::runAnimationGroup(
+      [&](NSAnimationContext&) {
+        witness->animator()->setFrame({0, 0, 80, 20});
+      },
+      [&] { isDone = true; });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return isDone; }, 5000));
+  EXPECT_EQ(witness->frame(), (CGRect{0, 0, 80, 20}));
+  EXPECT_GT(witness->draws.size(), 3u);
 }
 
 }  // namespace tessaluna::backend::qt

@@ -271,4 +271,60 @@ TEST_F(QtWindowTest, LeavesNothingBehind) {
 
 TEST_F(QtWindowDeathTest, SecondBackendStopsTheProgram) { EXPECT_DEATH(QtBackend(), "second backend"); }
 
+TEST_F(QtWindowTest, AFrameBlockIsCalledOnceAndWhatItChangesIsPaintedWithThatFrame) {
+  const auto window = makeWindow();
+  const auto witness = make<Witness>(CGRect{0, 0, 20, 20});
+  window->contentView()->addSubview(witness);
+  settle();
+  witness->draws.clear();
+  int calls = 0;
+  std::size_t drawsAtNextFrame = 0;
+  window->nativeWindow()->callAtNextFrame([&] {
+    ++calls;
+    witness->setNeedsDisplay(true);
+    window->nativeWindow()->callAtNextFrame([&] { drawsAtNextFrame = witness->draws.size(); });
+  });
+  EXPECT_EQ(calls, 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return drawsAtNextFrame > 0; }, 5000));
+  EXPECT_EQ(drawsAtNextFrame, 1u);
+  EXPECT_EQ(calls, 1);
+}
+
+TEST_F(QtWindowTest, AHiddenWindowKeepsItsFrameBlocksUntilItShows) {
+  const auto window = makeWindow();
+  window->orderOut(nullptr);
+  int calls = 0;
+  window->nativeWindow()->callAtNextFrame([&] { ++calls; });
+  window->orderFront(nullptr);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return calls == 1; }, 5000));
+}
+
+TEST_F(QtWindowTest, AFrameBlockMayReleaseItsWindow) {
+  auto window = makeWindow();
+  bool wasCalled = false, wasOtherCalled = false;
+  window->nativeWindow()->callAtNextFrame([&] {
+    wasCalled = true;
+    window->close();
+    window = nullptr;
+  });
+  window->nativeWindow()->callAtNextFrame([&] { wasOtherCalled = true; });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return wasCalled; }, 5000));
+  settle();
+  EXPECT_FALSE(wasOtherCalled);
+}
+
+TEST_F(QtWindowTest, AnAnimatedFrameArrives) {
+  const auto window = makeWindow();
+  std::vector<CGFloat> widths;
+  NSNotificationCenter& center = NSNotificationCenter::defaultCenter();
+  const Ref<NSObject> token =
+      center.addObserverForName(NSWindowDidResizeNotification, window, nullptr,
+                                [&](const Ref<NSNotification>&) { widths.push_back(window->frame().size.width); });
+  window->setFrame({100, 200, 220, 80}, true, true);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window->frame().size.width == 220; }, 5000));
+  EXPECT_GT(widths.size(), 3u);
+  EXPECT_EQ(qWindowOf(*window).width(), 220);
+  center.removeObserver(token);
+}
+
 }  // namespace tessaluna::backend::qt

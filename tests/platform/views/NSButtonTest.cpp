@@ -269,6 +269,16 @@ TEST_F(NSButtonTest, AClickWithoutAMouseShowsForATenthOfASecond) {
   EXPECT_FALSE(button->isHighlighted());
 }
 
+TEST_F(NSButtonTest, ASecondClickWithoutAMouseShowsForATenthOfASecondToo) {
+  button->performClick(nullptr);
+  desktop.advance(0.06);
+  button->performClick(nullptr);
+  desktop.advance(0.06);
+  EXPECT_TRUE(button->isHighlighted());
+  desktop.advance(0.04);
+  EXPECT_FALSE(button->isHighlighted());
+}
+
 TEST_F(NSButtonTest, AClickWithoutAMouseLeavesTheHighlightOfALaterPress) {
   button->performClick(nullptr);
   user.press(*window, inside);

@@ -1,0 +1,101 @@
+#include "tessaluna/platform/time/PropertyAnimation.h"
+
+#include <utility>
+#include <vector>
+
+#include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/time/CAMediaTimingFunction.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+namespace {
+
+// Each is kept alive by the backend, which calls it at its end, and so for no longer than that lives.
+std::vector<std::weak_ptr<PropertyAnimation>>& runningAnimations() {
+  static std::vector<std::weak_ptr<PropertyAnimation>> animations;
+  return animations;
+}
+
+}  // namespace
+
+CGFloat valueBetween(CGFloat from, CGFloat to, double share) { return from + (to - from) * share; }
+CGPoint valueBetween(CGPoint from, CGPoint to, double share) {
+  return {valueBetween(from.x, to.x, share), valueBetween(from.y, to.y, share)};
+}
+CGSize valueBetween(CGSize from, CGSize to, double share) {
+  return {valueBetween(from.width, to.width, share), valueBetween(from.height, to.height, share)};
+}
+CGRect valueBetween(CGRect from, CGRect to, double share) {
+  return {valueBetween(from.origin, to.origin, share), valueBetween(from.size, to.size, share)};
+}
+
+void PropertyAnimation::start(const Subject& subject, const NSAnimationContext& context) {
+  stop(*subject.object, subject.property);
+  const double duration = animationDuration(context.duration());
+  if (duration == 0) return subject.set(*subject.object, 1);
+  const auto animation = std::make_shared<PropertyAnimation>(subject, context, duration);
+  runningAnimations().push_back(animation);
+  // The end does not wait for a frame: a window that nobody can see may have none.
+  backend::Backend::current()->callAfter(duration, [animation] { animation->end(); });
+  animation->waitForFrame(*subject.object);
+}
+
+void PropertyAnimation::stop(const NSObject& object, const void* property) {
+  std::erase_if(runningAnimations(), [](const auto& other) { return other.expired(); });
+  for (const std::weak_ptr<PropertyAnimation>& weak : runningAnimations()) {
+    const std::shared_ptr<PropertyAnimation> animation = weak.lock();
+    if (!animation->isOf(object, property)) continue;
+    return animation->cancel();
+  }
+}
+
+PropertyAnimation::PropertyAnimation(const Subject& subject, const NSAnimationContext& context, double duration)
+    : object_(subject.object),
+      subject_(subject),
+      timing_(context.timingFunction() ? context.timingFunction()
+                                       : CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionDefault)),
+      group_(context.group()),
+      start_(backend::Backend::current()->now()),
+      duration_(duration) {
+  subject_.object = nullptr;
+  group_->begin();
+}
+
+bool PropertyAnimation::isOf(const NSObject& object, const void* property) const {
+  return !isFinished_ && subject_.property == property && object_.lock().get() == &object;
+}
+
+void PropertyAnimation::waitForFrame(NSObject& object) {
+  auto next = [weak = weak_from_this()] {
+    if (const std::shared_ptr<PropertyAnimation> animation = weak.lock()) animation->step();
+  };
+  NSWindow* window = subject_.windowOf(object);
+  if (window && window->isVisible() && window->nativeWindow()) window->nativeWindow()->callAtNextFrame(std::move(next));
+  else if (auto* backend = backend::Backend::current()) backend->callAfter(framePeriodWithoutWindow, std::move(next));
+}
+
+void PropertyAnimation::step() {
+  const Ref<NSObject> object = object_.lock();
+  const backend::Backend* backend = backend::Backend::current();
+  if (isFinished_ || !backend) return;
+  const double passed = backend->now() - start_;
+  if (!object || passed >= duration_) return end();
+  subject_.set(*object, timing_->valueAt(passed / duration_));
+  if (!isFinished_) waitForFrame(*object);
+}
+
+void PropertyAnimation::end() {
+  const auto held = shared_from_this();
+  const Ref<NSObject> object = object_.lock();
+  if (std::exchange(isFinished_, true)) return;
+  if (object) subject_.set(*object, 1);
+  group_->end();
+}
+
+void PropertyAnimation::cancel() {
+  isFinished_ = true;
+  group_->end();
+}
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,17 @@
+// The lengths of time that the platform itself decides on, in seconds, and what the desktop's wish for less motion makes of
+// the length of an animation.
+#pragma once
+
+namespace tessaluna::platform {
+
+inline constexpr double defaultAnimationDuration = 0.25;
+inline constexpr double windowResizeDuration = 0.2;
+inline constexpr double keyboardClickDuration = 0.1;  // for which a click from the keyboard shows as pressed
+inline constexpr double caretBlinkHalfPeriod = 0.5;
+inline constexpr double framePeriodWithoutWindow = 1.0 / 60;
+
+// How long an animation of that length takes: no time where the user wants less motion, without a backend, and for a length
+// that is negative or NaN. Every animation asks here.
+double animationDuration(double seconds);
+
+}  // namespace tessaluna::platform

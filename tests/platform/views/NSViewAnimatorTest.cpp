@@ -1,0 +1,98 @@
+// A virtual window has a frame every hundredth of a second.
+#include "tessaluna/platform/views/NSViewAnimator.h"
+
+#include "tessaluna/platform/time/CAMediaTimingFunction.h"
+#include "tessaluna/platform/time/NSAnimationContext.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+
+using namespace tessaluna::platform;
+
+namespace {
+
+// A view of 10 by 10 in a window.
+class NSViewAnimatorTest : public harness::StillWorld {
+ protected:
+  NSViewAnimatorTest() { window = showWindowWith(view); }
+  void grow(double seconds = 0.1) {
+    NSAnimationContext::runAnimationGroup(
+        [&](NSAnimationContext& context) {
+          context.setTimingFunction(CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionLinear));
+          context.setDuration(seconds);
+          view->animator()->setFrame({0, 0, 110, 10});
+        },
+        [this] { isGrown = true; });
+  }
+  bool isGrown = false;
+  Ref<NSView> view = make<NSView>(CGRect{0, 0, 10, 10});
+  Ref<NSWindow> window;
+};
+
+}  // namespace
+
+TEST_F(NSViewAnimatorTest, AFrameMovesWithTheFramesOfTheWindow) {
+  grow();
+  EXPECT_EQ(view->frame().size.width, 10);
+  for (int frame = 1; frame <= 10; ++frame) {
+    desktop.advance(0.01);
+    EXPECT_NEAR(view->frame().size.width, 10 + 10 * frame, 1e-6);
+  }
+  EXPECT_TRUE(isGrown);
+}
+
+TEST_F(NSViewAnimatorTest, EachFrameIsPaintedOnce) {
+  grow();
+  desktop.advance(0.05);
+  EXPECT_EQ(nativeOf(*window).paints().size(), 5u);
+}
+
+TEST_F(NSViewAnimatorTest, AViewThatLeavesItsWindowMovesOn) {
+  grow();
+  desktop.advance(0.05);
+  view->removeFromSuperview();
+  desktop.advance(0.05);
+  EXPECT_EQ(view->frame().size.width, 110);
+  EXPECT_TRUE(isGrown);
+}
+
+TEST_F(NSViewAnimatorTest, InAHiddenWindowItEndsInTimeToo) {
+  grow();
+  desktop.advance(0.05);
+  window->orderOut(nullptr);
+  desktop.advance(0.05);
+  EXPECT_EQ(view->frame().size.width, 110);
+  EXPECT_TRUE(isGrown);
+}
+
+TEST_F(NSViewAnimatorTest, AViewMayBeReleasedMeanwhile) {
+  grow();
+  desktop.advance(0.05);
+  const WeakRef<NSView> weak = view;
+  view->removeFromSuperview();
+  view = nullptr;
+  EXPECT_TRUE(weak.expired());
+  desktop.advance(0.05);
+  EXPECT_TRUE(isGrown);
+}
+
+TEST_F(NSViewAnimatorTest, AWindowMayBeReleasedMeanwhile) {
+  grow();
+  desktop.advance(0.05);
+  window->close();
+  window->setContentView(nullptr);
+  window = nullptr;
+  desktop.advance(0.05);
+  EXPECT_EQ(view->frame().size.width, 110);
+}
+
+TEST_F(NSViewAnimatorTest, TheOriginOfTheBoundsScrollsOverTime) {
+  NSAnimationContext::runAnimationGroup([&](NSAnimationContext& context) {
+    context.setTimingFunction(CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionLinear));
+    context.setDuration(0.1);
+    view->animator()->setBoundsOrigin({0, 50});
+  });
+  desktop.advance(0.05);
+  EXPECT_NEAR(view->bounds().origin.y, 25, 1e-6);
+  desktop.advance(0.05);
+  EXPECT_EQ(view->bounds().origin, (CGPoint{0, 50}));
+}
