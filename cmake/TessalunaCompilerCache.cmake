@@ -12,5 +12,5 @@ endif()
 # Paths below the source are made relative to the folder that the compiler runs in, so that clones share what they compiled
 # wherever they are. Precompiled headers are cached only by a ccache that overlooks their defines and time macros.
 set(CMAKE_CXX_COMPILER_LAUNCHER
-    "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=true
+    env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=true
     "CCACHE_SLOPPINESS=pch_defines,time_macros" "${CCACHE_PROGRAM}")

@@ -4,10 +4,11 @@
 add_library(tessaluna_build_flags INTERFACE)
 target_compile_features(tessaluna_build_flags INTERFACE cxx_std_20)
 # A fused multiply-add would move a vertex by one unit in the last place, and pictures and expected texts with it.
-target_compile_options(tessaluna_build_flags INTERFACE -Wall -Wextra -Wpedantic -ffp-contract=off)
+# One kind of machine code for libraries and programs, so that they can share precompiled headers.
+target_compile_options(tessaluna_build_flags INTERFACE -Wall -Wextra -Wpedantic -ffp-contract=off -fPIC)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # This compiler sees overlapping copies in the plain sum of two strings.
-  target_compile_options(tessaluna_build_flags INTERFACE -Wno-restrict)
+  # This compiler sees overlapping and endless copies in the plain sum of two strings.
+  target_compile_options(tessaluna_build_flags INTERFACE -Wno-restrict -Wno-stringop-overflow)
 endif()
 find_program(MOLD_PROGRAM mold)
 if(MOLD_PROGRAM)
@@ -25,11 +26,30 @@ if(TESSALUNA_FUZZ)
   target_link_options(tessaluna_build_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# tessaluna_library(NAME FOLDERS dir... [EXCEPT dir...] [LINKS target...] [PRIVATE_LINKS target...])
-# The target TessalunaNAME, known as TessalunaUIKit::NAME: a static library of all sources below the folders, installed with
-# the headers beside them. LINKS names libraries of the project without their namespace, or targets of others.
+# Sets the result to those of the headers that the first ones, which follow, include directly or through others.
+function(tessaluna_reached_headers result headers)
+  set(reached)
+  set(waiting ${ARGN})
+  while(waiting)
+    list(POP_FRONT waiting header)
+    if("${header}" IN_LIST reached OR NOT "${header}" IN_LIST headers)
+      continue()
+    endif()
+    list(APPEND reached "${header}")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${header}")
+    file(STRINGS "${header}" includes REGEX "^#include \"")
+    list(TRANSFORM includes REPLACE "^#include \"([^\"]*)\".*" "${PROJECT_SOURCE_DIR}/\\1")
+    list(APPEND waiting ${includes})
+  endwhile()
+  set(${result} ${reached} PARENT_SCOPE)
+endfunction()
+
+# tessaluna_library(NAME FOLDERS dir... [EXCEPT dir...] [PUBLIC_HEADERS header...] [LINKS target...] [PRIVATE_LINKS target...])
+# The target TessalunaNAME, known as TessalunaUIKit::NAME: a static library of all sources below the folders. Installed with
+# it are PUBLIC_HEADERS, as users include them, and the headers of the library that these include; without PUBLIC_HEADERS all
+# headers below the folders. LINKS names libraries of the project without their namespace, or targets of others.
 function(tessaluna_library name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "FOLDERS;EXCEPT;LINKS;PRIVATE_LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "FOLDERS;EXCEPT;PUBLIC_HEADERS;LINKS;PRIVATE_LINKS")
   set(sources)
   set(headers)
   foreach(folder IN LISTS arg_FOLDERS)
@@ -51,6 +71,11 @@ function(tessaluna_library name)
   add_library(${target} STATIC ${sources})
   add_library(TessalunaUIKit::${name} ALIAS ${target})
   set_target_properties(${target} PROPERTIES EXPORT_NAME "${name}" POSITION_INDEPENDENT_CODE ON)
+  if("Qt6::Widgets" IN_LIST arg_LINKS)
+    target_precompile_headers(${target} REUSE_FROM tessaluna_qt_headers)
+  else()
+    target_precompile_headers(${target} REUSE_FROM tessaluna_headers)
+  endif()
   target_compile_features(${target} PUBLIC cxx_std_20)
   target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
                                             "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
@@ -73,9 +98,20 @@ function(tessaluna_library name)
   endforeach()
 
   set_property(GLOBAL APPEND PROPERTY TESSALUNA_LIBRARIES ${target})
-  set_property(GLOBAL APPEND PROPERTY TESSALUNA_HEADERS ${headers})
+  if(arg_PUBLIC_HEADERS)
+    list(TRANSFORM arg_PUBLIC_HEADERS PREPEND "${PROJECT_SOURCE_DIR}/")
+    tessaluna_reached_headers(public_headers "${headers}" ${arg_PUBLIC_HEADERS})
+    set(private_headers ${headers})
+    list(REMOVE_ITEM private_headers ${public_headers})
+  else()
+    set(public_headers ${headers})
+    set(private_headers)
+  endif()
+  set_target_properties(${target} PROPERTIES TESSALUNA_PUBLIC_HEADERS "${public_headers}"
+                                             TESSALUNA_PRIVATE_HEADERS "${private_headers}"
+                                             TESSALUNA_PRIVATE_LINKS "${arg_PRIVATE_LINKS}")
   install(TARGETS ${target} EXPORT TessalunaUIKitTargets ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
-  foreach(header IN LISTS headers)
+  foreach(header IN LISTS public_headers)
     cmake_path(RELATIVE_PATH header BASE_DIRECTORY "${PROJECT_SOURCE_DIR}" OUTPUT_VARIABLE relative)
     cmake_path(GET relative PARENT_PATH folder)
     install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${folder}")

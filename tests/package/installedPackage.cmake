@@ -26,7 +26,7 @@ endforeach()
 
 function(build source folder)
   step("${CMAKE_COMMAND}" -G Ninja -S "${source}" -B "${folder}" "-DCMAKE_PREFIX_PATH=${prefix}"
-       "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}" -DCMAKE_BUILD_TYPE=Release)
+       "-DCMAKE_CXX_COMPILER=${COMPILER}" -DCMAKE_BUILD_TYPE=Release)
   step("${CMAKE_COMMAND}" --build "${folder}")
 endfunction()
 
