@@ -42,7 +42,7 @@ Ref<NSView> TrackListHost::tableViewViewForRow(NSTableView& table, std::size_t r
   auto view = std::dynamic_pointer_cast<TrackRowView>(table.makeViewWithIdentifier("track"));
   if (!view) {
     view = make<TrackRowView>(refTo(*this));
-    table.setIdentifier(view, "track");
+    view->setIdentifier("track");
   }
   view->showTrack(row + 1, tracks_[row]);
   view->showState(stateOf(row));

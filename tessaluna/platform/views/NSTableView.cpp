@@ -112,10 +112,6 @@ Ref<NSView> NSTableView::viewAtRow(std::size_t row) const {
   return found == visible_.end() ? nullptr : found->second;
 }
 
-void NSTableView::setIdentifier(const Ref<NSView>& view, std::string identifier) {
-  identifiers_[view.get()] = std::move(identifier);
-}
-
 Ref<NSView> NSTableView::makeViewWithIdentifier(const std::string& identifier) {
   const auto found = reserve_.find(identifier);
   if (found == reserve_.end() || found->second.empty()) return nullptr;
@@ -129,18 +125,12 @@ void NSTableView::takeRowView(std::size_t row) {
   const Ref<NSView> view = std::move(found->second);
   visible_.erase(found);
   view->removeFromSuperview();
-  const auto identifier = identifiers_.find(view.get());
-  if (identifier == identifiers_.end()) return;
-  reserve_[identifier->second].push_back(view);
+  if (!view->identifier().empty()) reserve_[view->identifier()].push_back(view);
 }
 
 void NSTableView::trimReserve() {
-  for (auto& [identifier, views] : reserve_) {
-    while (views.size() > mostInReserve) {
-      identifiers_.erase(views.back().get());
-      views.pop_back();
-    }
-  }
+  for (auto& [identifier, views] : reserve_)
+    if (views.size() > mostInReserve) views.resize(mostInReserve);
 }
 
 void NSTableView::prepareContentInRect(CGRect rect) {

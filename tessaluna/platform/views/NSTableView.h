@@ -57,9 +57,9 @@ class NSTableView : public NSView {
   // The row that the view stands in, however deep; absent if in none.
   std::optional<std::size_t> rowForView(const NSView& view) const;
   Ref<NSView> viewAtRow(std::size_t row) const;  // absent for a row without one now
-  // A view of the kind that a row has given back, or absent. The identifier is what the delegate calls the kind.
+  // A view with the identifier that a row has given back, or absent. The delegate gives the view its identifier when it makes
+  // it; one without is not used again.
   Ref<NSView> makeViewWithIdentifier(const std::string& identifier);
-  void setIdentifier(const Ref<NSView>& view, std::string identifier);
 
   const NSIndexSet& selectedRowIndexes() const { return selection_; }
   bool isRowSelected(std::size_t row) const { return selection_.contains(row); }
@@ -106,8 +106,7 @@ class NSTableView : public NSView {
   CGFloat rowHeight_ = 24;
   std::vector<CGFloat> rowEnds_;  // of rows of different heights, where each ends; else empty
   std::map<std::size_t, Ref<NSView>> visible_;
-  std::map<const NSView*, std::string> identifiers_;  // of the views in use and in reserve
-  std::map<std::string, std::vector<Ref<NSView>>> reserve_;
+  std::map<std::string, std::vector<Ref<NSView>>> reserve_;  // by identifier
   NSIndexSet selection_;
   std::optional<std::size_t> anchor_, lead_, hoveredRow_;
   Ref<NSTrackingArea> trackingArea_;

@@ -11,6 +11,9 @@ namespace tessaluna::platform {
 
 const ClassInfo NSView::staticClassInfo{.name = "NSView", .base = &NSResponder::staticClassInfo};
 
+NSView::NSView(NSCoder& coder)
+    : ViewAccessibility(coder), identifier_(coder.decodeStringForKey("identifier").value_or("")) {}
+
 NSViewAnimator NSView::animator() { return NSViewAnimator(*this); }
 
 bool NSView::performKeyEquivalent(const Ref<NSEvent>& event) {

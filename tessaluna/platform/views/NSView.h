@@ -3,6 +3,8 @@
 // (what assistive clients see).
 #pragma once
 
+#include <string>
+
 #include "tessaluna/platform/views/ViewAccessibility.h"
 
 namespace tessaluna::platform {
@@ -13,8 +15,13 @@ class NSView : public ViewAccessibility {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit NSView(CGRect frame) : ViewAccessibility(frame) {}
-  // Keys: "frame", "hidden", "autoresizingMask", "autoresizesSubviews", "wantsLayer".
-  explicit NSView(NSCoder& coder) : ViewAccessibility(coder) {}
+  // Keys: "frame", "hidden", "autoresizingMask", "autoresizesSubviews", "wantsLayer", "identifier".
+  explicit NSView(NSCoder& coder);
+
+  // What the program calls the view, or its kind: a table asks for the views that it may use again by it. Empty for a view
+  // without one.
+  const std::string& identifier() const { return identifier_; }
+  void setIdentifier(std::string identifier) { identifier_ = std::move(identifier); }
 
   // The view whose setters take their time (NSViewAnimator.h).
   NSViewAnimator animator();
@@ -35,6 +42,9 @@ class NSView : public ViewAccessibility {
 
  protected:
   void windowWillChange() override;
+
+ private:
+  std::string identifier_;
 };
 
 }  // namespace tessaluna::platform

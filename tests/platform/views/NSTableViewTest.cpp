@@ -34,7 +34,7 @@ class Host : public NSTableViewDataSource, public NSTableViewDelegate {
       ++made;
       view = make<NSView>(CGRect{});
       view->addSubview(NSTextField::labelWithString(""));
-      table.setIdentifier(view, "row");
+      view->setIdentifier("row");
     }
     static_cast<NSTextField&>(*view->subviews()[0]).setStringValue("row " + std::to_string(row));
     return view;
@@ -130,6 +130,23 @@ TEST_F(NSTableViewTest, ViewsThatScrollOutOfSightAreUsedForOtherRows) {
   EXPECT_EQ(textOf(102), "row 102");
   EXPECT_EQ(table->viewAtRow(102)->frame(), table->rectOfRow(102));
   EXPECT_LE(table->subviews().size(), 6u);
+}
+
+TEST_F(NSTableViewTest, AViewWithoutAnIdentifierIsNotUsedAgain) {
+  const std::size_t made = host->made;
+  for (std::size_t row = 0; row < 5; ++row) table->viewAtRow(row)->setIdentifier("");
+  scrollTo(3000);
+  EXPECT_EQ(host->made, made + 5);
+  EXPECT_EQ(table->makeViewWithIdentifier(""), nullptr);
+}
+
+TEST_F(NSTableViewTest, AViewIsGivenOutUnderTheIdentifierThatItGaveBack) {
+  const Ref<NSView> view = table->viewAtRow(0);
+  view->setIdentifier("header");
+  EXPECT_EQ(table->makeViewWithIdentifier("header"), nullptr);  // it shows
+  scrollTo(3000);
+  EXPECT_EQ(table->makeViewWithIdentifier("header"), view);
+  EXPECT_EQ(table->makeViewWithIdentifier("header"), nullptr);
 }
 
 TEST_F(NSTableViewTest, AScreenOfRowsThatGoesServesTheNextScreen) {
