@@ -1,5 +1,6 @@
 #include "tessaluna/platform/cells/NSButtonCell.h"
 
+#include "tessaluna/platform/foundation/NSNumber.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/views/NSButton.h"
@@ -15,15 +16,35 @@ constexpr CGFloat titleMarginX = 10, titleMarginY = 4;
 
 const ClassInfo NSButtonCell::staticClassInfo{.name = "NSButtonCell", .base = &NSCell::staticClassInfo};
 
+NSButtonCell::NSButtonCell() : NSButtonCell(std::string()) {}
+
+NSButtonCell::NSButtonCell(std::string title) : title_(std::move(title)) {
+  setAlignment(NSTextAlignmentCenter);
+  setBordered(true);
+}
+
 NSButtonCell::NSButtonCell(NSCoder& coder) : NSCell(coder) {
   setAlignment(NSTextAlignmentCenter);
+  setBordered(true);
   if (const auto title = coder.decodeStringForKey("title")) setTitle(*title);
   keyEquivalent_ = coder.decodeStringForKey("keyEquivalent").value_or("");
   keyEquivalentModifierMask_ = static_cast<std::uint32_t>(coder.decodeIntegerForKey("keyEquivalentModifierMask"));
   if (coder.decodeStringForKey("buttonType") == "toggle") buttonType_ = NSButtonType::Toggle;
 }
 
+Ref<NSObject> NSButtonCell::objectValue() const { return make<NSNumber>(static_cast<int>(state())); }
+
+void NSButtonCell::setObjectValue(Ref<NSObject> value) {
+  const double number = doubleOf(value.get());
+  setState(number > 0 ? NSControlStateValueOn : number < 0 ? NSControlStateValueMixed : NSControlStateValueOff);
+}
+
+Ref<NSAttributedString> NSButtonCell::attributedTitle() const {
+  return make<NSAttributedString>(std::string_view(title_), plainAttributes());
+}
+
 void NSButtonCell::drawWithFrame(CGRect frame, NSView& view) {
+  if (!isBordered() && !isBezeled()) return drawInteriorWithFrame(frame, view);
   constexpr CGFloat radius = 5;
   const bool isDown = isHighlighted() || state() == NSControlStateValueOn;
   const auto face = NSColor::controlColor()->blendedColorWithFraction(isDown ? 0.2 : 0, NSColor::blackColor());
@@ -53,12 +74,12 @@ void NSButtonCell::accessibilityPerformAction(std::string_view action) {
 }
 
 CGSize NSButtonCell::cellSize() const {
-  const CGSize text = NSCell::cellSize();
+  const CGSize text = attributedTitle()->size();
   return {text.width + 2 * titleMarginX, text.height + 2 * titleMarginY};
 }
 
 void NSButtonCell::drawInteriorWithFrame(CGRect frame, NSView&) {
-  const auto title = attributedStringValue();
+  const auto title = attributedTitle();
   if (title->length() == 0) return;
   const CGFloat height = title->size().height;
   title->drawInRect({frame.origin.x, frame.origin.y + (frame.size.height - height) * 0.5, frame.size.width, height});

@@ -1,4 +1,5 @@
-// The look of a push button: a rounded box that darkens while it is pressed.
+// The look of a push button: a rounded box that darkens while it is pressed. Its value is its state, as a number; its title
+// stands beside that.
 #pragma once
 
 #include <string>
@@ -14,9 +15,18 @@ class NSButtonCell : public NSCell {
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  NSButtonCell() { setAlignment(NSTextAlignmentCenter); }
+  NSButtonCell();
+  explicit NSButtonCell(std::string title);
   // Keys besides the cell's: "title", "keyEquivalent", "keyEquivalentModifierMask", "buttonType" ("toggle").
   explicit NSButtonCell(NSCoder& coder);
+  Ref<NSCell> copy() const override { return make<NSButtonCell>(*this); }
+
+  // Setting a value sets the state: on for a positive number, mixed for a negative one, off for 0.
+  Ref<NSObject> objectValue() const override;
+  void setObjectValue(Ref<NSObject> value) override;
+  std::string title() const override { return title_; }
+  void setTitle(std::string_view title) override { title_ = title; }
+  Ref<NSAttributedString> attributedTitle() const;
 
   // The characters that press the button, and the modifiers that must be held with them; none if empty.
   const std::string& keyEquivalent() const { return keyEquivalent_; }
@@ -26,6 +36,7 @@ class NSButtonCell : public NSCell {
   NSButtonType buttonType() const { return buttonType_; }
   void setButtonType(NSButtonType type) { buttonType_ = type; }
 
+  // The box is drawn for a bordered cell, which it is at the start, and for a bezeled one.
   CGSize cellSize() const override;
   void drawWithFrame(CGRect frame, NSView& view) override;
   void drawInteriorWithFrame(CGRect frame, NSView& view) override;
@@ -39,7 +50,7 @@ class NSButtonCell : public NSCell {
   void accessibilityPerformAction(std::string_view action) override;
 
  private:
-  std::string keyEquivalent_;
+  std::string title_, keyEquivalent_;
   std::uint32_t keyEquivalentModifierMask_ = 0;
   NSButtonType buttonType_ = NSButtonType::MomentaryPushIn;
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "tessaluna/platform/foundation/NSString.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/text/NSFont.h"
@@ -12,52 +14,59 @@ namespace tessaluna::platform {
 const ClassInfo NSCell::staticClassInfo{.name = "NSCell", .base = &NSObject::staticClassInfo};
 
 NSCell::NSCell(NSCoder& coder) : NSObject(coder) {
-  isEnabled_ = !coder.containsValueForKey("enabled") || coder.decodeBoolForKey("enabled");
-  isHighlighted_ = coder.decodeBoolForKey("highlighted");
-  state_ = static_cast<NSControlStateValue>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("state"), -1, 1));
-  tag_ = coder.decodeIntegerForKey("tag");
-  stringValue_ = coder.decodeStringForKey("stringValue").value_or("");
+  setEnabled(!coder.containsValueForKey("enabled") || coder.decodeBoolForKey("enabled"));
+  setHighlighted(coder.decodeBoolForKey("highlighted"));
+  setState(static_cast<NSControlStateValue>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("state"), -1, 1)));
+  setTag(coder.decodeIntegerForKey("tag"));
+  // The class's own way of keeping its value is not there yet.
+  NSCell::setObjectValue(make<NSString>(coder.decodeStringForKey("stringValue").value_or("")));
   if (const double size = coder.decodeDoubleForKey("fontSize"); size > 0)
-    font_ = coder.decodeBoolForKey("isBold") ? NSFont::boldSystemFontOfSize(size) : NSFont::systemFontOfSize(size);
+    setFont(coder.decodeBoolForKey("isBold") ? NSFont::boldSystemFontOfSize(size) : NSFont::systemFontOfSize(size));
   if (coder.containsValueForKey("alignment"))
-    alignment_ = static_cast<NSTextAlignment>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("alignment"), 0, 4));
-  lineBreakMode_ = static_cast<NSLineBreakMode>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("lineBreakMode"), 0, 5));
+    setAlignment(static_cast<NSTextAlignment>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("alignment"), 0, 4)));
+  setLineBreakMode(static_cast<NSLineBreakMode>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("lineBreakMode"), 0, 5)));
 }
 
-NSCell::NSCell(std::string text) : stringValue_(std::move(text)) {}
-NSCell::NSCell(Ref<NSImage> image) : image_(std::move(image)) {}
+NSCell::NSCell(std::string text) { copied_.value = make<NSString>(text); }
+NSCell::NSCell(Ref<NSImage> image) { copied_.image = std::move(image); }
+NSCell::NSCell(const NSCell& other) : NSObject(), NSAccessibility(), CellValue(), copied_(other.copied_) {}
 NSCell::~NSCell() = default;
 
-std::string NSCell::stringValue() const { return attributed_ ? attributed_->string() : stringValue_; }
-
-void NSCell::setStringValue(std::string_view text) {
-  attributed_ = nullptr;
-  stringValue_ = text;
-}
-
 Ref<NSAttributedString> NSCell::attributedStringValue() const {
-  if (attributed_) return attributed_;
-  return make<NSAttributedString>(std::string_view(stringValue_), plainAttributes());
+  const Ref<NSObject> value = objectValue();
+  if (auto attributed = std::dynamic_pointer_cast<NSAttributedString>(value)) return attributed;
+  return make<NSAttributedString>(std::string_view(stringValue()), plainAttributes());
 }
 
-void NSCell::setAttributedStringValue(Ref<NSAttributedString> text) {
-  attributed_ = std::move(text);
-  stringValue_.clear();
-}
+void NSCell::setAttributedStringValue(Ref<NSAttributedString> text) { setObjectValue(std::move(text)); }
 
 Ref<NSColor> NSCell::plainTextColor() const {
-  if (!isEnabled_) return NSColor::disabledControlTextColor();
-  return backgroundStyle_ == NSBackgroundStyleDark ? NSColor::alternateSelectedControlTextColor()
-                                                   : NSColor::controlTextColor();
+  if (!isEnabled()) return NSColor::disabledControlTextColor();
+  return backgroundStyle() == NSBackgroundStyleDark ? NSColor::alternateSelectedControlTextColor()
+                                                    : NSColor::controlTextColor();
 }
 
 NSAttributes NSCell::plainAttributes() const {
-  return {{NSFontAttributeName, font_ ? font_ : NSFont::systemFontOfSize(NSFont::systemFontSize())},
+  return {{NSFontAttributeName, font() ? font() : NSFont::systemFontOfSize(NSFont::systemFontSize())},
           {NSForegroundColorAttributeName, plainTextColor()},
-          {NSParagraphStyleAttributeName, make<NSParagraphStyle>(alignment_, lineBreakMode_)}};
+          {NSParagraphStyleAttributeName, make<NSParagraphStyle>(alignment(), lineBreakMode())}};
 }
 
 CGSize NSCell::cellSize() const { return attributedStringValue()->size(); }
+
+void NSCell::drawWithFrame(CGRect frame, NSView& view) {
+  if (copied_.border != Border::None) {
+    const CGFloat strength = copied_.border == Border::Bezel ? 0.3 : 1;
+    NSColor::controlTextColor()->colorWithAlphaComponent(strength)->setStroke();
+    NSBezierPath::bezierPathWithRect(NSInsetRect(frame, 0.5, 0.5))->stroke();
+  }
+  drawInteriorWithFrame(frame, view);
+}
+
+void NSCell::setContinuous(bool isContinuous) {
+  const NSEventMask others = copied_.actionMask & ~NSEventMaskLeftMouseDragged;
+  sendActionOn(isContinuous ? others | NSEventMaskLeftMouseDragged : others);
+}
 
 bool NSCell::startTrackingAt(CGPoint, NSView&) { return true; }
 bool NSCell::continueTracking(CGPoint, CGPoint, NSView&) { return true; }

@@ -6,6 +6,8 @@
 #include <string>
 
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
+#include "tessaluna/platform/cells/CellValue.h"
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/Geometry.h"
 #include "tessaluna/platform/foundation/NSObject.h"
 #include "tessaluna/platform/graphics/Forward.h"
@@ -21,7 +23,7 @@ enum NSControlStateValue { NSControlStateValueMixed = -1, NSControlStateValueOff
 // The ground that a cell stands on. On a dark one a text in the system's color shows in that of selected rows.
 enum NSBackgroundStyle { NSBackgroundStyleLight = 0, NSBackgroundStyleDark = 1 };
 
-class NSCell : public NSObject, public NSAccessibility {
+class NSCell : public NSObject, public NSAccessibility, public CellValue {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -32,53 +34,76 @@ class NSCell : public NSObject, public NSAccessibility {
   // Keys: "enabled" (true if missing), "highlighted", "state", "tag", "stringValue", "fontSize", "isBold", "alignment",
   // "lineBreakMode" (the last two as their numbers).
   explicit NSCell(NSCoder& coder);
+  NSCell(const NSCell& other);  // for copy
   ~NSCell() override;
+
+  // copyWithZone: an independent cell of the same class, with the same value and look, that stands in no view. Every class
+  // overrides it: return make<MyCell>(*this);
+  virtual Ref<NSCell> copy() const { return make<NSCell>(*this); }
 
   NSView* controlView() const { return controlView_; }
   void setControlView(NSView* view) { controlView_ = view; }
 
   // Plain stores; the control that sets them asks for the redraw.
-  bool isEnabled() const { return isEnabled_; }
-  void setEnabled(bool isEnabled) { isEnabled_ = isEnabled; }
-  bool isHighlighted() const { return isHighlighted_; }
-  void setHighlighted(bool isHighlighted) { isHighlighted_ = isHighlighted; }
-  NSControlStateValue state() const { return state_; }
-  void setState(NSControlStateValue state) { state_ = state; }
-  std::int64_t tag() const { return tag_; }
-  void setTag(std::int64_t tag) { tag_ = tag; }
+  bool isEnabled() const { return copied_.isEnabled; }
+  void setEnabled(bool isEnabled) { copied_.isEnabled = isEnabled; }
+  bool isHighlighted() const { return copied_.isHighlighted; }
+  void setHighlighted(bool isHighlighted) { copied_.isHighlighted = isHighlighted; }
+  NSControlStateValue state() const { return copied_.state; }
+  void setState(NSControlStateValue state) { copied_.state = state; }
+  std::int64_t tag() const { return copied_.tag; }
+  void setTag(std::int64_t tag) { copied_.tag = tag; }
+  // A thin line around the cell, or a bezel. There is at most one of them: setting either takes the other away, also if it is
+  // set to false.
+  bool isBordered() const { return copied_.border == Border::Line; }
+  void setBordered(bool isBordered) { copied_.border = isBordered ? Border::Line : Border::None; }
+  bool isBezeled() const { return copied_.border == Border::Bezel; }
+  void setBezeled(bool isBezeled) { copied_.border = isBezeled ? Border::Bezel : Border::None; }
 
-  // The text, in UTF-8, and how it stands; title is another name for it. Setting a plain text drops the attributes of an
-  // attributed one. An absent font means the system's.
-  virtual std::string stringValue() const;
-  virtual void setStringValue(std::string_view text);
-  std::string title() const { return stringValue(); }
-  void setTitle(std::string_view title) { setStringValue(title); }
-  // What is drawn: the attributed text, or the plain one in the cell's font, color, alignment and line break mode.
-  virtual Ref<NSAttributedString> attributedStringValue() const;
-  virtual void setAttributedStringValue(Ref<NSAttributedString> text);
-  const Ref<NSFont>& font() const { return font_; }
-  void setFont(Ref<NSFont> font) { font_ = std::move(font); }
-  NSTextAlignment alignment() const { return alignment_; }
-  void setAlignment(NSTextAlignment alignment) { alignment_ = alignment; }
-  NSLineBreakMode lineBreakMode() const { return lineBreakMode_; }
-  void setLineBreakMode(NSLineBreakMode mode) { lineBreakMode_ = mode; }
-  NSBackgroundStyle backgroundStyle() const { return backgroundStyle_; }
-  virtual void setBackgroundStyle(NSBackgroundStyle style) { backgroundStyle_ = style; }
-  const Ref<NSImage>& image() const { return image_; }
-  void setImage(Ref<NSImage> image) { image_ = std::move(image); }
+  // The value; stringValue and the others read and set it. A plain text that is set drops the attributes of an earlier one.
+  Ref<NSObject> objectValue() const override { return copied_.value; }
+  void setObjectValue(Ref<NSObject> value) override { copied_.value = std::move(value); }
+  // What is drawn: the attributed text, or the plain one in the cell's font, color, alignment and line break mode. An absent
+  // font means the system's.
+  Ref<NSAttributedString> attributedStringValue() const;
+  void setAttributedStringValue(Ref<NSAttributedString> text);
+  // The value's text, unless a class has a title beside its value.
+  virtual std::string title() const { return stringValue(); }
+  virtual void setTitle(std::string_view title) { setStringValue(title); }
+  const Ref<NSFont>& font() const { return copied_.font; }
+  void setFont(Ref<NSFont> font) { copied_.font = std::move(font); }
+  NSTextAlignment alignment() const { return copied_.alignment; }
+  void setAlignment(NSTextAlignment alignment) { copied_.alignment = alignment; }
+  NSLineBreakMode lineBreakMode() const { return copied_.lineBreakMode; }
+  void setLineBreakMode(NSLineBreakMode mode) { copied_.lineBreakMode = mode; }
+  NSBackgroundStyle backgroundStyle() const { return copied_.backgroundStyle; }
+  virtual void setBackgroundStyle(NSBackgroundStyle style) { copied_.backgroundStyle = style; }
+  const Ref<NSImage>& image() const { return copied_.image; }
+  void setImage(Ref<NSImage> image) { copied_.image = std::move(image); }
 
   // The size that the cell's content needs.
   virtual CGSize cellSize() const;
 
   // In the control view's coordinates. The first draws the whole cell, border included; the second what is inside.
-  virtual void drawWithFrame(CGRect frame, NSView& view) { drawInteriorWithFrame(frame, view); }
+  virtual void drawWithFrame(CGRect frame, NSView& view);
   virtual void drawInteriorWithFrame(CGRect, NSView&) {}
 
-  // A press, as states and not as a loop: it starts, goes on with each drag, and stops. Points are in the view's
-  // coordinates. Start and continue return whether to go on; stop is told whether the button went up over the cell.
+  // A press, as states and not as a loop; NSControl calls these. Tracking starts, continues with each drag and stops. Points
+  // are in the view's coordinates. A start or continue that returns false ends the press. Drags out of the control stop the
+  // tracking too, and one back in starts it again, unless the cell prefers to be tracked until the button goes up: it then gets
+  // the drags outside as well, and a release there counts. mouseIsUp is true only if the button went up.
+  virtual bool prefersTrackingUntilMouseUp() const { return false; }
   virtual bool startTrackingAt(CGPoint start, NSView& view);
   virtual bool continueTracking(CGPoint last, CGPoint current, NSView& view);
   virtual void stopTracking(CGPoint last, CGPoint stop, NSView& view, bool mouseIsUp);
+
+  // When the control sends its action while it tracks: at the press, with each drag, at the release. Of the mask the bits of the
+  // left button count; at the start it is NSEventMaskLeftMouseUp. Returns the earlier mask. A continuous cell is one whose mask
+  // has the drags.
+  NSEventMask sendActionOn(NSEventMask mask) { return std::exchange(copied_.actionMask, mask); }
+  bool sendsActionOn(NSEventType type) const { return (copied_.actionMask & maskOf(type)) != 0; }
+  bool isContinuous() const { return sendsActionOn(NSEventType::LeftMouseDragged); }
+  void setContinuous(bool isContinuous);
 
   // The modifier flags of the last left press on the cell; 0 before one, and after one without modifiers.
   std::uint32_t mouseDownFlags() const { return mouseDownFlags_; }
@@ -86,7 +111,7 @@ class NSCell : public NSObject, public NSAccessibility {
 
   // A cell that stands in a view is the element in the view's place, if its class says that it is one. It has no children;
   // one that stands in no view has no list of them either.
-  bool isAccessibilityEnabled() const override { return isEnabled_; }
+  bool isAccessibilityEnabled() const override { return isEnabled(); }
   bool isAccessibilityFocused() const override;
   CGRect accessibilityFrame() const override;
   Ref<NSObject> accessibilityParent() const override;
@@ -100,19 +125,24 @@ class NSCell : public NSObject, public NSAccessibility {
   NSAttributes plainAttributes() const;
 
  private:
+  enum class Border { None, Line, Bezel };
+
   NSView* controlView_ = nullptr;
-  std::string stringValue_;
-  Ref<NSAttributedString> attributed_;
-  Ref<NSFont> font_;
-  Ref<NSImage> image_;
-  NSTextAlignment alignment_ = NSTextAlignmentNatural;
-  NSLineBreakMode lineBreakMode_ = NSLineBreakByWordWrapping;
-  NSBackgroundStyle backgroundStyle_ = NSBackgroundStyleLight;
-  std::int64_t tag_ = 0;
   std::uint32_t mouseDownFlags_ = 0;
-  NSControlStateValue state_ = NSControlStateValueOff;
-  bool isEnabled_ = true;
-  bool isHighlighted_ = false;
+  struct {
+    Ref<NSObject> value;
+    Ref<NSFont> font;
+    Ref<NSImage> image;
+    NSTextAlignment alignment = NSTextAlignmentNatural;
+    NSLineBreakMode lineBreakMode = NSLineBreakByWordWrapping;
+    NSBackgroundStyle backgroundStyle = NSBackgroundStyleLight;
+    std::int64_t tag = 0;
+    NSEventMask actionMask = NSEventMaskLeftMouseUp;
+    NSControlStateValue state = NSControlStateValueOff;
+    Border border = Border::None;
+    bool isEnabled = true;
+    bool isHighlighted = false;
+  } copied_;  // what a copy has as well
 };
 
 }  // namespace tessaluna::platform

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "tessaluna/platform/events/NSEvent.h"
-#include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
@@ -21,14 +20,14 @@ const ClassInfo NSTextFieldCell::staticClassInfo{.name = "NSTextFieldCell", .bas
 namespace {
 
 // Between the text and the cell's edge: beside every text, more beside one to write in, and around one in a frame.
-constexpr CGFloat sideMargin = 2, editableSideMargin = 4, bezelMargin = 3;
+constexpr CGFloat sideMargin = 2, editableSideMargin = 4, bezelMargin = 3, lineMargin = 1;
 
 CGFloat sideMarginOf(const NSTextFieldCell& cell) { return cell.isEditable() ? editableSideMargin : sideMargin; }
 
 }  // namespace
 
 NSTextFieldCell::NSTextFieldCell(NSCoder& coder) : NSCell(coder) {
-  isBezeled_ = coder.decodeBoolForKey("bezeled");
+  setBezeled(coder.decodeBoolForKey("bezeled"));
   isEditable_ = coder.decodeBoolForKey("editable");
   isSelectable_ = coder.decodeBoolForKey("selectable");
   drawsBackground_ = coder.decodeBoolForKey("drawsBackground");
@@ -83,14 +82,16 @@ void NSTextFieldCell::accessibilitySetValue(const AccessibilityValue& value, std
   else setStringValue(*text);
 }
 
+CGFloat NSTextFieldCell::borderMargin() const { return isBezeled() ? bezelMargin : isBordered() ? lineMargin : 0; }
+
 CGSize NSTextFieldCell::cellSize() const {
   const CGSize text = NSCell::cellSize();
-  const CGFloat margin = isBezeled_ ? bezelMargin : 0;
+  const CGFloat margin = borderMargin();
   return {text.width + 2 * (sideMarginOf(*this) + margin), text.height + 2 * margin};
 }
 
 CGRect NSTextFieldCell::drawingRectForBounds(CGRect bounds) const {
-  const CGFloat margin = isBezeled_ ? bezelMargin : 0;
+  const CGFloat margin = borderMargin();
   const CGRect inside = NSInsetRect(bounds, sideMarginOf(*this) + margin, margin);
   if (!isEditable_) return inside;
   // What is edited is one line, and stands in the middle.
@@ -107,7 +108,7 @@ void NSTextFieldCell::placeEditor(CGRect frame, NSView& view, const Ref<NSText>&
   editor->setFrame({{0, 0}, box.size});
   editor->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
   clip->setDocumentView(editor);
-  editor_ = editor;
+  editor_.value = editor;
   const Ref<NSText> ready = setUpFieldEditorAttributes(editor);
   ready->setString(stringValue());
   ready->setDelegate(delegate);
@@ -140,7 +141,7 @@ Ref<NSText> NSTextFieldCell::setUpFieldEditorAttributes(const Ref<NSText>& edito
 }
 
 void NSTextFieldCell::endEditing(const Ref<NSText>& editor) {
-  editor_.reset();
+  editor_.value.reset();
   editor->setDelegate(nullptr);
   const auto clip = editor->superview() ? refTo(*editor->superview()) : nullptr;
   if (clip) clip->removeFromSuperview();
@@ -150,7 +151,7 @@ void NSTextFieldCell::endEditing(const Ref<NSText>& editor) {
 
 // One that is still here after its window has gone edits nothing.
 Ref<NSText> NSTextFieldCell::editor() const {
-  Ref<NSText> editor = editor_.lock();
+  Ref<NSText> editor = editor_.value.lock();
   return editor && editor->delegate() ? editor : nullptr;
 }
 
@@ -161,16 +162,11 @@ NSAttributes NSTextFieldCell::attributesOfText() const {
 }
 
 void NSTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {
-  if (drawsBackground_ || isBezeled_) {
+  if (drawsBackground_ || isBezeled()) {
     (backgroundColor_ ? backgroundColor_ : NSColor::controlBackgroundColor())->setFill();
     NSRectFillUsingOperation(frame, NSCompositingOperationSourceOver);
   }
-  if (isBezeled_) {
-    const auto edge = NSBezierPath::bezierPathWithRect(NSInsetRect(frame, 0.5, 0.5));
-    NSColor::controlTextColor()->colorWithAlphaComponent(0.3)->setStroke();
-    edge->stroke();
-  }
-  drawInteriorWithFrame(frame, view);
+  NSCell::drawWithFrame(frame, view);
 }
 
 void NSTextFieldCell::drawInteriorWithFrame(CGRect frame, NSView&) {

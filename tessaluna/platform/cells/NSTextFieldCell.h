@@ -14,6 +14,7 @@ class NSTextFieldCell : public NSCell {
   explicit NSTextFieldCell(std::string text) : NSCell(std::move(text)) {}
   // Keys besides the cell's: "bezeled", "editable", "selectable", "drawsBackground", "placeholder".
   explicit NSTextFieldCell(NSCoder& coder);
+  Ref<NSCell> copy() const override { return make<NSTextFieldCell>(*this); }  // a copy is not edited
 
   // Plain stores.
   const Ref<NSColor>& textColor() const { return textColor_; }  // absent: the system's
@@ -22,8 +23,6 @@ class NSTextFieldCell : public NSCell {
   void setDrawsBackground(bool draws) { drawsBackground_ = draws; }
   const Ref<NSColor>& backgroundColor() const { return backgroundColor_; }  // absent: the system's for texts
   void setBackgroundColor(Ref<NSColor> color) { backgroundColor_ = std::move(color); }
-  bool isBezeled() const { return isBezeled_; }
-  void setBezeled(bool isBezeled) { isBezeled_ = isBezeled; }
   bool isEditable() const { return isEditable_; }
   void setEditable(bool isEditable) { isEditable_ = isEditable; }
   bool isSelectable() const { return isSelectable_ || isEditable_; }
@@ -68,11 +67,12 @@ class NSTextFieldCell : public NSCell {
   Ref<NSText> editor() const;  // absent while the cell is not edited
   NSAttributes attributesOfText() const;
   void placeEditor(CGRect frame, NSView& view, const Ref<NSText>& editor, const Ref<NSTextDelegate>& delegate);
+  CGFloat borderMargin() const;
 
-  WeakRef<NSText> editor_;
+  Uncopied<WeakRef<NSText>> editor_;
   Ref<NSColor> textColor_, backgroundColor_;
   std::string placeholder_;
-  bool drawsBackground_ = false, isBezeled_ = false, isEditable_ = false, isSelectable_ = false;
+  bool drawsBackground_ = false, isEditable_ = false, isSelectable_ = false;
 };
 
 }  // namespace tessaluna::platform

@@ -34,6 +34,9 @@ enum class NSEventType : std::uint8_t {
 
 using NSEventMask = std::uint64_t;
 constexpr NSEventMask maskOf(NSEventType type) { return NSEventMask{1} << static_cast<int>(type); }
+inline constexpr NSEventMask NSEventMaskLeftMouseDown = maskOf(NSEventType::LeftMouseDown);
+inline constexpr NSEventMask NSEventMaskLeftMouseUp = maskOf(NSEventType::LeftMouseUp);
+inline constexpr NSEventMask NSEventMaskLeftMouseDragged = maskOf(NSEventType::LeftMouseDragged);
 inline constexpr NSEventMask NSEventMaskAny = ~NSEventMask{0};
 
 enum NSEventModifierFlags : std::uint32_t {

@@ -3,6 +3,7 @@
 //   WeakRef   does not; lock() is absent once it has gone
 //   Unowned   does not, and its use after the object has gone stops the program
 //   Required  a member that starts absent and must be there when it is used; any type
+//   Uncopied  a member that a copy of its owner starts without; any type
 #pragma once
 
 #include <memory>
@@ -35,6 +36,15 @@ class Unowned {
 
  private:
   WeakRef<T> object_;
+};
+
+template <class T>
+struct Uncopied {
+  Uncopied() = default;
+  Uncopied(const Uncopied&) {}
+  Uncopied& operator=(const Uncopied&) = delete;
+
+  T value{};
 };
 
 // Holds an optional T, or for a Ref<T> the reference itself. Testing it and passing it on as absent is free; only an

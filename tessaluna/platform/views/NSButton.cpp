@@ -20,6 +20,13 @@ const ClassInfo NSButton::staticClassInfo{
 
 NSButtonCell* NSButton::buttonCell() const { return dynamic_cast<NSButtonCell*>(cell().get()); }
 
+void NSButton::setTitle(std::string_view title) {
+  if (!cell()) return;
+  cell()->setTitle(title);
+  cellDidChange();
+  NSAccessibilityPostNotification(cell(), NSAccessibilityTitleChangedNotification);
+}
+
 void NSButton::setKeyEquivalent(std::string characters) {
   if (buttonCell()) buttonCell()->setKeyEquivalent(std::move(characters));
 }
@@ -42,7 +49,6 @@ void NSButton::setState(NSControlStateValue state) {
 void NSButton::wasClicked() {
   if (buttonCell() && buttonCell()->buttonType() == NSButtonType::Toggle)
     setState(state() == NSControlStateValueOn ? NSControlStateValueOff : NSControlStateValueOn);
-  NSControl::wasClicked();
 }
 
 void NSButton::performClick(NSObject*) {
@@ -55,12 +61,18 @@ void NSButton::performClick(NSObject*) {
     });
   }
   wasClicked();
+  sendActionTo(action(), target());
+}
+
+// A key that is held clicks once, and while the mouse holds the button the click is the mouse's.
+void NSButton::clickByKey(const NSEvent& event) {
+  if (!event.isARepeat() && !isPressed()) performClick(this);
 }
 
 void NSButton::keyDown(const Ref<NSEvent>& event) {
   const bool isSpace = event->characters() == " " && !(event->modifierFlags() & modifiersThatCount);
-  if (isSpace && isEnabled() && !event->isARepeat()) performClick(this);
-  else if (!isSpace) NSControl::keyDown(event);
+  if (isSpace) clickByKey(*event);
+  else NSControl::keyDown(event);
 }
 
 bool NSButton::performKeyEquivalent(const Ref<NSEvent>& event) {
@@ -69,7 +81,7 @@ bool NSButton::performKeyEquivalent(const Ref<NSEvent>& event) {
                       event->charactersIgnoringModifiers() == cell->keyEquivalent() &&
                       (event->modifierFlags() & modifiersThatCount) == cell->keyEquivalentModifierMask();
   if (!isMine) return NSControl::performKeyEquivalent(event);
-  performClick(this);
+  clickByKey(*event);
   return true;
 }
 

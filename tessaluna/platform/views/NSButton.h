@@ -17,8 +17,8 @@ class NSButton : public NSControl {
   explicit NSButton(NSCoder& coder) : NSControl(coder) {}
 
   // Of the cell; a button whose cell was taken away has no title, and no key equivalent with a cell of another class.
-  std::string title() const { return stringValue(); }
-  void setTitle(std::string_view title) { setStringValue(title); }
+  std::string title() const { return cell() ? cell()->title() : std::string(); }
+  void setTitle(std::string_view title);
   void setKeyEquivalent(std::string characters);
   void setKeyEquivalentModifierMask(std::uint32_t mask);
   void setButtonType(NSButtonType type);
@@ -39,6 +39,7 @@ class NSButton : public NSControl {
 
  private:
   NSButtonCell* buttonCell() const;
+  void clickByKey(const NSEvent& event);
 
   backend::Timer endOfKeyboardClick_;
 };

@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/NSControl.h"
 
+#include <utility>
+
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/interface_files/classRegistry.h"
@@ -35,6 +37,7 @@ void NSControl::didInit() {
 }
 
 void NSControl::setCell(Ref<NSCell> cell) {
+  endPress();
   if (cell_) cell_->setControlView(nullptr);
   cell_ = std::move(cell);
   if (cell_) cell_->setControlView(this);
@@ -43,6 +46,7 @@ void NSControl::setCell(Ref<NSCell> cell) {
 
 void NSControl::setEnabled(bool isEnabled) {
   if (!cell_) return;
+  if (!isEnabled) endPress();
   cell_->setEnabled(isEnabled);
   setNeedsDisplay(true);
   NSAccessibilityPostNotification(cell_, NSAccessibilityEnabledChangedNotification);
@@ -58,16 +62,15 @@ void NSControl::setTag(std::int64_t tag) {
   if (cell_) cell_->setTag(tag);
 }
 
-template <class Change>
-void NSControl::changeCell(Change change) {
-  if (!cell_) return;
-  change(*cell_);
+void NSControl::cellDidChange() {
   invalidateIntrinsicContentSize();
   setNeedsDisplay(true);
 }
 
-void NSControl::setStringValue(std::string_view text) {
-  changeCell([&](NSCell& cell) { cell.setStringValue(text); });
+void NSControl::setObjectValue(Ref<NSObject> value) {
+  if (!cell_) return;
+  cell_->setObjectValue(std::move(value));
+  cellDidChange();
   NSAccessibilityPostNotification(cell_, NSAccessibilityValueChangedNotification);
 }
 
@@ -75,24 +78,29 @@ Ref<NSAttributedString> NSControl::attributedStringValue() const {
   return cell_ ? cell_->attributedStringValue() : make<NSAttributedString>();
 }
 
-void NSControl::setAttributedStringValue(Ref<NSAttributedString> text) {
-  changeCell([&](NSCell& cell) { cell.setAttributedStringValue(std::move(text)); });
-  NSAccessibilityPostNotification(cell_, NSAccessibilityValueChangedNotification);
-}
-
 void NSControl::setFont(Ref<NSFont> font) {
-  changeCell([&](NSCell& cell) { cell.setFont(std::move(font)); });
+  if (!cell_) return;
+  cell_->setFont(std::move(font));
+  cellDidChange();
 }
 
 void NSControl::setAlignment(NSTextAlignment alignment) {
-  changeCell([&](NSCell& cell) { cell.setAlignment(alignment); });
+  if (!cell_) return;
+  cell_->setAlignment(alignment);
+  cellDidChange();
 }
 
 void NSControl::setLineBreakMode(NSLineBreakMode mode) {
-  changeCell([&](NSCell& cell) { cell.setLineBreakMode(mode); });
+  if (!cell_) return;
+  cell_->setLineBreakMode(mode);
+  cellDidChange();
 }
 
 CGSize NSControl::intrinsicContentSize() const { return cell_ ? cell_->cellSize() : NSView::intrinsicContentSize(); }
+
+void NSControl::setContinuous(bool isContinuous) {
+  if (cell_) cell_->setContinuous(isContinuous);
+}
 
 bool NSControl::sendActionTo(std::string_view action, const Ref<NSObject>& target) {
   if (NSApp) return NSApp->sendAction(action, target.get(), this);
@@ -103,42 +111,77 @@ void NSControl::drawRect(CGRect) {
   if (cell_) cell_->drawWithFrame(bounds(), *this);
 }
 
+CGPoint NSControl::pointOf(const NSEvent& event) const { return convertPointFromView(event.locationInWindow(), nullptr); }
+
+// In all of these an action, or the cell, may let the control go, disable it or give it another cell.
+
 void NSControl::mouseDown(const Ref<NSEvent>& event) {
   if (!isEnabled()) return;
-  const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
+  const Ref<NSObject> held = shared_from_this();
+  endPress();  // one whose release never came
   cell_->setMouseDownFlags(event->modifierFlags() & 0xFFFF0000u);
-  lastPoint_ = point;
-  setHighlighted(true);
-  isTracking_ = cell_->startTrackingAt(point, *this);
-  if (!isTracking_) setHighlighted(false);
-  setNeedsDisplay(true);
+  startTracking(pointOf(*event));
+  sendActionIfOn(NSEventType::LeftMouseDown);
 }
 
 void NSControl::mouseDragged(const Ref<NSEvent>& event) {
-  if (!isTracking_ || !cell_) return;
-  const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
-  setHighlighted(NSPointInRect(point, bounds()));
-  if (!cell_->continueTracking(lastPoint_, point, *this)) endTracking(point, false);
-  lastPoint_ = point;
+  if (!isPressed()) return;
+  const Ref<NSObject> held = shared_from_this();
+  const CGPoint point = pointOf(*event);
+  const bool isOver = NSPointInRect(point, bounds());
+  // Only the cell may have been disabled.
+  if (!isEnabled()) endPress();
+  else if (press_ == Press::Away && isOver) startTracking(point);
+  else if (press_ == Press::Tracked && (isOver || cell_->prefersTrackingUntilMouseUp())) track(point);
+  else if (press_ == Press::Tracked) stopTracking(Press::Away, lastPoint_, point, /*isMouseUp=*/false);
 }
 
 void NSControl::mouseUp(const Ref<NSEvent>& event) {
-  if (!isTracking_) return;
-  const Ref<NSObject> held = shared_from_this();  // an action may let the control go
-  const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
+  if (!isPressed()) return;
+  const Ref<NSObject> held = shared_from_this();
+  const CGPoint point = pointOf(*event);
   const bool isOver = NSPointInRect(point, bounds());
-  endTracking(point, isOver);
-  if (isOver) wasClicked();
+  if (press_ == Press::Away && isOver && isEnabled()) startTracking(point);  // a release may be the first to tell
+  const bool isClick = press_ == Press::Tracked && isEnabled() && (isOver || cell_->prefersTrackingUntilMouseUp());
+  const Ref<NSCell> cell = cell_;
+  stopTracking(Press::None, lastPoint_, point, /*isMouseUp=*/true);
+  if (!isClick) return;
+  wasClicked();
+  if (cell->sendsActionOn(NSEventType::LeftMouseUp)) sendActionTo(action_, target());
 }
 
-void NSControl::endTracking(CGPoint point, bool isMouseUp) {
-  isTracking_ = false;
-  if (cell_) cell_->stopTracking(lastPoint_, point, *this, isMouseUp);
-  setHighlighted(false);
+void NSControl::startTracking(CGPoint point) {
+  lastPoint_ = point;
+  press_ = Press::Tracked;
+  setHighlighted(true);
+  const Ref<NSCell> cell = cell_;
+  if (!cell->startTrackingAt(point, *this) && cell == cell_) {
+    press_ = Press::None;
+    setHighlighted(false);
+  }
   setNeedsDisplay(true);
 }
 
-void NSControl::wasClicked() { sendActionTo(action_, target()); }
+void NSControl::track(CGPoint point) {
+  const CGPoint last = std::exchange(lastPoint_, point);
+  const Ref<NSCell> cell = cell_;
+  const bool continues = cell->continueTracking(last, point, *this);
+  if (cell != cell_ || press_ != Press::Tracked) return;
+  if (continues) sendActionIfOn(NSEventType::LeftMouseDragged);
+  else stopTracking(Press::None, last, point, /*isMouseUp=*/false);
+}
+
+void NSControl::sendActionIfOn(NSEventType type) {
+  if (press_ == Press::Tracked && cell_->sendsActionOn(type)) sendActionTo(action_, target());
+}
+
+void NSControl::stopTracking(Press next, CGPoint last, CGPoint point, bool isMouseUp) {
+  if (std::exchange(press_, next) != Press::Tracked) return;
+  const Ref<NSCell> cell = cell_;
+  cell->stopTracking(last, point, *this, isMouseUp);
+  cell->setHighlighted(false);
+  setNeedsDisplay(true);
+}
 
 std::optional<AccessibilityElements> NSControl::accessibilityOwnChildren() const {
   AccessibilityElements result;
@@ -149,12 +192,12 @@ std::optional<AccessibilityElements> NSControl::accessibilityOwnChildren() const
 }
 
 void NSControl::viewDidHide() {
-  if (isTracking_) endTracking(lastPoint_, false);
+  endPress();
   NSView::viewDidHide();
 }
 
 void NSControl::windowWillChange() {
-  if (isTracking_) endTracking(lastPoint_, false);
+  endPress();
   NSView::windowWillChange();
 }
 

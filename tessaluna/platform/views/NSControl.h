@@ -1,5 +1,9 @@
-// A view whose look and tracking are a cell's, and which sends an action. The action is a selector's name; its target is
+// A view whose look, value and tracking are a cell's, and which sends an action. The action is a selector's name; its target is
 // not kept alive, and an absent one means the responder chain. A control is flipped.
+//
+// A press highlights the cell and has it track the mouse; a release over the control clicks it. The action is sent at the
+// moments that the cell's sendActionOn names, usually the click. A press ends without a click when the control is disabled,
+// hidden, taken out of its window or given another cell meanwhile.
 #pragma once
 
 #include <string>
@@ -9,7 +13,7 @@
 
 namespace tessaluna::platform {
 
-class NSControl : public NSView {
+class NSControl : public NSView, public CellValue {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -32,11 +36,11 @@ class NSControl : public NSView {
   std::int64_t tag() const { return cell_ ? cell_->tag() : 0; }
   void setTag(std::int64_t tag);
 
-  // Of the cell. Setting one asks for a redraw.
-  virtual std::string stringValue() const { return cell_ ? cell_->stringValue() : std::string(); }
-  virtual void setStringValue(std::string_view text);
-  virtual Ref<NSAttributedString> attributedStringValue() const;
-  virtual void setAttributedStringValue(Ref<NSAttributedString> text);
+  // These are the cell's; the setters request a redraw.
+  Ref<NSObject> objectValue() const override { return cell_ ? cell_->objectValue() : nullptr; }
+  void setObjectValue(Ref<NSObject> value) override;
+  Ref<NSAttributedString> attributedStringValue() const;
+  void setAttributedStringValue(Ref<NSAttributedString> text) { setObjectValue(std::move(text)); }
   Ref<NSFont> font() const { return cell_ ? cell_->font() : nullptr; }
   void setFont(Ref<NSFont> font);
   void setAlignment(NSTextAlignment alignment);
@@ -47,6 +51,9 @@ class NSControl : public NSView {
   void setTarget(const Ref<NSObject>& target) { target_ = target; }
   const std::string& action() const { return action_; }
   void setAction(std::string selector) { action_ = std::move(selector); }
+  bool isContinuous() const { return cell_ && cell_->isContinuous(); }
+  void setContinuous(bool isContinuous);
+  NSEventMask sendActionOn(NSEventMask mask) { return cell_ ? cell_->sendActionOn(mask) : 0; }
   // False if nobody took it.
   virtual bool sendActionTo(std::string_view action, const Ref<NSObject>& target);
 
@@ -55,30 +62,38 @@ class NSControl : public NSView {
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;
-  void viewDidHide() override;  // a press ends there, without an action
+  void viewDidHide() override;
 
  protected:
   // The cell stands for the control.
   std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
   virtual Ref<NSCell> makeCell() { return make<NSCell>(); }
   virtual Ref<NSCell> makeCell(NSCoder& coder) { return make<NSCell>(coder); }
-  // A press that the cell tracked has ended over the control.
-  virtual void wasClicked();
-  bool isTracking() const { return isTracking_; }
+  // A press that the cell tracked has ended over the control, or wherever such a cell prefers. The action follows.
+  virtual void wasClicked() {}
+  // From the press until it ends; the first also while the pointer is away.
+  bool isPressed() const { return press_ != Press::None; }
+  bool isTracking() const { return press_ == Press::Tracked; }
+  // What the cell shows or the room that it needs has changed.
+  void cellDidChange();
   void windowWillChange() override;
 
  private:
   static const Outlet outlets_[];
-  void endTracking(CGPoint point, bool isMouseUp);
-  template <class Change>
-  void changeCell(Change change);
+  enum class Press { None, Tracked, Away };  // away: the pointer has left and may come back
+  CGPoint pointOf(const NSEvent& event) const;
+  void startTracking(CGPoint point);
+  void track(CGPoint point);
+  void stopTracking(Press next, CGPoint last, CGPoint point, bool isMouseUp);
+  void endPress() { stopTracking(Press::None, lastPoint_, lastPoint_, /*isMouseUp=*/false); }
+  void sendActionIfOn(NSEventType type);
 
   Ref<NSCell> cell_;
   WeakRef<NSObject> target_;
   std::string action_;
   std::optional<NSCoder> cellCoder_;  // until the cell is made
   CGPoint lastPoint_;
-  bool isTracking_ = false;
+  Press press_ = Press::None;
 };
 
 }  // namespace tessaluna::platform

@@ -1,10 +1,8 @@
 #include "tessaluna/platform/views/NSScroller.h"
 
-#include <utility>
-
 #include <algorithm>
 
-#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/NSNumber.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 
@@ -18,11 +16,42 @@ constexpr CGFloat shortestKnob = 24, knobMargin = 3;
 
 }  // namespace
 
-void NSScroller::setDoubleValue(CGFloat value) {
-  const CGFloat inside = std::clamp(value, 0.0, 1.0);
-  if (inside == value_) return;
-  value_ = inside;
-  setNeedsDisplay(true);
+// Takes hold of the knob, which then follows the mouse wherever it goes, or asks for a page.
+class NSScroller::Tracker : public NSCell {
+ public:
+  using NSCell::NSCell;
+  Ref<NSCell> copy() const override { return make<Tracker>(*this); }
+
+  bool prefersTrackingUntilMouseUp() const override { return true; }
+
+  bool startTrackingAt(CGPoint start, NSView& view) override {
+    auto* scroller = dynamic_cast<NSScroller*>(&view);
+    if (!scroller) return false;
+    grabOffset_ = scroller->alongSlot(start) - scroller->knobWay() * doubleValue();
+    scroller->hitPart_ = grabOffset_ < 0                        ? Part::PageBefore
+                         : grabOffset_ < scroller->knobLength() ? Part::Knob
+                                                                : Part::PageAfter;
+    sendActionOn(scroller->hitPart_ == Part::Knob ? NSEventMaskLeftMouseDragged : NSEventMaskLeftMouseDown);
+    return true;
+  }
+
+  bool continueTracking(CGPoint, CGPoint current, NSView& view) override {
+    auto* scroller = dynamic_cast<NSScroller*>(&view);
+    if (!scroller || scroller->hitPart_ != Part::Knob || scroller->knobWay() <= 0) return false;
+    scroller->setDoubleValue((scroller->alongSlot(current) - grabOffset_) / scroller->knobWay());
+    return true;
+  }
+
+ private:
+  CGFloat grabOffset_ = 0;  // from the knob's start to the hand
+};
+
+Ref<NSCell> NSScroller::makeCell() { return make<Tracker>(); }
+Ref<NSCell> NSScroller::makeCell(NSCoder& coder) { return make<Tracker>(coder); }
+
+void NSScroller::setObjectValue(Ref<NSObject> value) {
+  const double inside = std::clamp(doubleOf(value.get()), 0.0, 1.0);
+  if (inside != doubleValue()) NSControl::setObjectValue(make<NSNumber>(inside));
 }
 
 void NSScroller::setKnobProportion(CGFloat proportion) {
@@ -37,7 +66,7 @@ CGFloat NSScroller::knobLength() const {
 }
 
 CGRect NSScroller::knobRect() const {
-  const CGFloat start = (slotLength() - knobLength()) * value_;
+  const CGFloat start = knobWay() * doubleValue();
   const CGRect slot = bounds();
   return isVertical() ? CGRect{slot.origin.x, slot.origin.y + start, slot.size.width, knobLength()}
                       : CGRect{slot.origin.x + start, slot.origin.y, knobLength(), slot.size.height};
@@ -47,50 +76,12 @@ void NSScroller::drawRect(CGRect) {
   if (knobProportion_ >= 1) return;
   const CGRect knob = NSInsetRect(knobRect(), knobMargin, knobMargin);
   const CGFloat radius = std::min(knob.size.width, knob.size.height) * 0.5;
-  NSColor::controlTextColor()->colorWithAlphaComponent(isDragging_ ? 0.55 : 0.3)->setFill();
+  NSColor::controlTextColor()->colorWithAlphaComponent(isHighlighted() && hitPart_ == Part::Knob ? 0.55 : 0.3)->setFill();
   NSBezierPath::bezierPathWithRoundedRect(knob, radius, radius)->fill();
 }
 
-CGFloat NSScroller::alongSlot(const Ref<NSEvent>& event) const {
-  const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
+CGFloat NSScroller::alongSlot(CGPoint point) const {
   return isVertical() ? point.y - bounds().origin.y : point.x - bounds().origin.x;
-}
-
-void NSScroller::mouseDown(const Ref<NSEvent>& event) {
-  const CGFloat place = alongSlot(event);
-  const CGFloat start = (slotLength() - knobLength()) * value_;
-  if (place < start || place >= start + knobLength()) {
-    hitPart_ = place < start ? Part::PageBefore : Part::PageAfter;
-    sendActionTo(action(), target());
-    return;
-  }
-  hitPart_ = Part::Knob;
-  isDragging_ = true;
-  grabOffset_ = place - start;
-  setNeedsDisplay(true);
-}
-
-void NSScroller::mouseDragged(const Ref<NSEvent>& event) {
-  const CGFloat way = slotLength() - knobLength();
-  if (!isDragging_ || way <= 0) return;
-  setDoubleValue((alongSlot(event) - grabOffset_) / way);
-  sendActionTo(action(), target());
-}
-
-void NSScroller::mouseUp(const Ref<NSEvent>&) { letGoOfKnob(); }
-
-void NSScroller::viewDidHide() {
-  letGoOfKnob();
-  NSControl::viewDidHide();
-}
-
-void NSScroller::windowWillChange() {
-  letGoOfKnob();
-  NSControl::windowWillChange();
-}
-
-void NSScroller::letGoOfKnob() {
-  if (std::exchange(isDragging_, false)) setNeedsDisplay(true);
 }
 
 }  // namespace tessaluna::platform

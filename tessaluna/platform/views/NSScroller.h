@@ -1,4 +1,5 @@
-// A scroll bar: a knob that is dragged, and a slot on which a click goes a page on.
+// A scroll bar: a knob that is dragged, and a slot on which a press goes a page on. Its action comes with each drag of the knob
+// and with each such press.
 #pragma once
 
 #include "tessaluna/platform/views/NSControl.h"
@@ -14,9 +15,9 @@ class NSScroller : public NSControl {
   explicit NSScroller(NSCoder& coder) : NSControl(coder) {}
   static constexpr CGFloat scrollerWidth() { return 12; }
 
-  // 0 at the start and 1 at the end; the knob's length is its share of the slot. Each asks for a redraw if it changes.
-  CGFloat doubleValue() const { return value_; }
-  void setDoubleValue(CGFloat value);
+  // The value is a number: 0 at the start and 1 at the end. The knob's length is its share of the slot. Each asks for a redraw
+  // if it changes.
+  void setObjectValue(Ref<NSObject> value) override;
   CGFloat knobProportion() const { return knobProportion_; }
   void setKnobProportion(CGFloat proportion);
   CGRect knobRect() const;
@@ -27,23 +28,20 @@ class NSScroller : public NSControl {
   Part hitPart() const { return hitPart_; }
 
   void drawRect(CGRect rect) override;
-  void mouseDown(const Ref<NSEvent>& event) override;
-  void mouseDragged(const Ref<NSEvent>& event) override;
-  void mouseUp(const Ref<NSEvent>& event) override;
-  void viewDidHide() override;
 
  protected:
-  void windowWillChange() override;
+  Ref<NSCell> makeCell() override;
+  Ref<NSCell> makeCell(NSCoder& coder) override;
 
  private:
-  void letGoOfKnob();
-  CGFloat alongSlot(const Ref<NSEvent>& event) const;
+  class Tracker;  // the cell
+  CGFloat alongSlot(CGPoint point) const;
   CGFloat slotLength() const { return isVertical() ? bounds().size.height : bounds().size.width; }
   CGFloat knobLength() const;
+  CGFloat knobWay() const { return slotLength() - knobLength(); }
 
-  CGFloat value_ = 0, knobProportion_ = 1, grabOffset_ = 0;
+  CGFloat knobProportion_ = 1;
   Part hitPart_ = Part::Knob;
-  bool isDragging_ = false;
 };
 
 }  // namespace tessaluna::platform

@@ -2,6 +2,7 @@
 
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSTextInputClient.h"
+#include "tessaluna/platform/foundation/NSString.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
@@ -38,8 +39,7 @@ void NSTextField::changeTextCell(Change change) {
   NSTextFieldCell* cell = textCell();
   if (!cell) return;
   change(*cell);
-  invalidateIntrinsicContentSize();
-  setNeedsDisplay(true);
+  cellDidChange();
 }
 
 void NSTextField::setTextColor(Ref<NSColor> color) {
@@ -69,18 +69,17 @@ void NSTextField::setPlaceholderString(std::string text) {
 
 // Editing.
 
-std::string NSTextField::stringValue() const {
+Ref<NSObject> NSTextField::objectValue() const {
   const Ref<NSText> editor = currentEditor();
-  return editor ? editor->string() : NSControl::stringValue();
+  return editor ? make<NSString>(editor->string()) : NSControl::objectValue();
 }
 
-void NSTextField::setStringValue(std::string_view text) {
-  const Ref<NSText> editor = currentEditor();
-  if (editor) {
-    toldText_ = text;
-    editor->setString(text);
+void NSTextField::setObjectValue(Ref<NSObject> value) {
+  if (const Ref<NSText> editor = currentEditor()) {
+    toldText_ = textOf(value.get());
+    editor->setString(toldText_);
   }
-  NSControl::setStringValue(text);
+  NSControl::setObjectValue(std::move(value));
 }
 
 void NSTextField::setEnabled(bool isEnabled) {
@@ -105,7 +104,7 @@ Ref<NSText> NSTextField::currentEditor() const {
 
 void NSTextField::takeOver(const NSText& editor) {
   // Attributes of a text that was not changed stay.
-  if (editor.string() != NSControl::stringValue()) NSControl::setStringValue(editor.string());
+  if (editor.string() != cellText()) NSControl::setObjectValue(make<NSString>(editor.string()));
 }
 
 void NSTextField::validateEditing() {
@@ -131,7 +130,7 @@ bool NSTextField::becomeFirstResponder() {
   if (!textCell() || !window()) return false;
   // It may still be lent to somebody who has lost the keys without a word.
   window()->endEditingFor(nullptr);
-  toldText_ = NSControl::stringValue();
+  toldText_ = cellText();
   textCell()->selectWithFrame(bounds(), *this, window()->fieldEditor(true, this), refTo(*this), 0, NSNotFound);
   return true;
 }

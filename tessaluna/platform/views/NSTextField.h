@@ -34,9 +34,9 @@ class NSTextField : public NSControl, public NSTextDelegate {
   bool isSelectable() const;
   void setPlaceholderString(std::string text);
 
-  // While the field is edited these are the text in the editor.
-  std::string stringValue() const override;
-  void setStringValue(std::string_view text) override;
+  // While the field is edited its value is the text in the editor.
+  Ref<NSObject> objectValue() const override;
+  void setObjectValue(Ref<NSObject> value) override;
   void setEnabled(bool isEnabled) override;  // disabling ends the editing
   void viewDidHide() override;               // so does hiding, also of a view above it
 
@@ -83,6 +83,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
   template <class Change>
   void changeTextCell(Change change);
   void notify(std::string_view name, void (NSTextFieldDelegate::*operation)(const Ref<NSNotification>&));
+  std::string cellText() const { return cell() ? cell()->stringValue() : std::string(); }
   void takeOver(const NSText& editor);
   void tellAssistiveClientsOfText();
 

@@ -12,6 +12,7 @@ class FlatTextFieldCell : public SuggestibleTextFieldCell {
 
   explicit FlatTextFieldCell(tessaluna::platform::NSCoder& coder);
   explicit FlatTextFieldCell(std::string text);  // not supported: stops the program
+  tessaluna::platform::Ref<NSCell> copy() const override { return tessaluna::platform::make<FlatTextFieldCell>(*this); }
 
   // Of the frame; black at the start. Setting it asks for no redraw.
   const tessaluna::platform::Ref<tessaluna::platform::NSColor>& borderColor() const { return borderColor_; }

@@ -13,11 +13,16 @@ class SuggestibleTextFieldCell : public tessaluna::platform::NSTextFieldCell {
 
   explicit SuggestibleTextFieldCell(std::string text) : NSTextFieldCell(std::move(text)) {}  // initTextCell:
   explicit SuggestibleTextFieldCell(tessaluna::platform::NSCoder& coder) : NSTextFieldCell(coder) {}
+  tessaluna::platform::Ref<NSCell> copy() const override {
+    return tessaluna::platform::make<SuggestibleTextFieldCell>(*this);
+  }
 
-  // The open pop-up; absent when there is none. Set and cleared by the pop-up's controller, and not kept alive.
-  tessaluna::platform::Ref<tessaluna::platform::NSWindow> suggestionsWindow() const { return suggestionsWindow_.lock(); }
+  // The open pop-up; absent when there is none. Set and cleared by the pop-up's controller, and not kept alive. A copy has none.
+  tessaluna::platform::Ref<tessaluna::platform::NSWindow> suggestionsWindow() const {
+    return suggestionsWindow_.value.lock();
+  }
   void setSuggestionsWindow(const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& window) {
-    suggestionsWindow_ = window;
+    suggestionsWindow_.value = window;
   }
 
   // Those of the stock cell, and with a pop-up its list behind them. A pop-up without any element stops the program; so does
@@ -26,7 +31,7 @@ class SuggestibleTextFieldCell : public tessaluna::platform::NSTextFieldCell {
   tessaluna::platform::AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
 
  private:
-  tessaluna::platform::WeakRef<tessaluna::platform::NSWindow> suggestionsWindow_;
+  tessaluna::platform::Uncopied<tessaluna::platform::WeakRef<tessaluna::platform::NSWindow>> suggestionsWindow_;
 };
 
 }  // namespace TessalunaUIKit

@@ -98,3 +98,17 @@ TEST(Required, AnEmptyReferenceIsAbsent) {
   EXPECT_FALSE(member);
   EXPECT_EQ(member.optional(), nullptr);
 }
+
+TEST(Uncopied, ACopyOfTheOwnerStartsWithoutTheValue) {
+  struct Owner {
+    int copied = 1;
+    Uncopied<int> own;
+  };
+  Owner owner;
+  owner.copied = 2;
+  owner.own.value = 3;
+  const Owner copy = owner;
+  EXPECT_EQ(copy.copied, 2);
+  EXPECT_EQ(copy.own.value, 0);
+  EXPECT_EQ(owner.own.value, 3);
+}

@@ -240,6 +240,72 @@ TEST_F(NSButtonTest, AHeldSpacePressesOnce) {
   EXPECT_EQ(presses(), 1u);
 }
 
+TEST_F(NSButtonTest, AHeldKeyEquivalentPressesOnceAndIsTakenEachTime) {
+  button->setKeyEquivalent("p");
+  const auto key = [&](bool isRepeat) {
+    return button->performKeyEquivalent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                                      .window = window,
+                                                                      .characters = "p",
+                                                                      .charactersIgnoringModifiers = "p",
+                                                                      .isRepeat = isRepeat}));
+  };
+  EXPECT_TRUE(key(false));
+  EXPECT_TRUE(key(true));
+  EXPECT_TRUE(key(true));
+  EXPECT_EQ(presses(), 1u);
+}
+
+TEST_F(NSButtonTest, SpaceWhileTheMouseHoldsTheButtonAddsNoSecondAction) {
+  button->setKeyEquivalent("p");
+  user.press(*window, inside);
+  user.pressKey(" ");
+  user.pressKey("p");
+  EXPECT_EQ(presses(), 0u);
+  EXPECT_TRUE(button->isHighlighted());
+  user.release();
+  EXPECT_EQ(presses(), 1u);
+  user.pressKey(" ");
+  EXPECT_EQ(presses(), 2u);
+}
+
+TEST_F(NSButtonTest, AToggleThatSendsAtThePressStillChangesAtTheRelease) {
+  button->setButtonType(NSButtonType::Toggle);
+  button->sendActionOn(NSEventMaskLeftMouseDown);
+  user.press(*window, inside);
+  EXPECT_EQ(presses(), 1u);
+  EXPECT_EQ(button->state(), NSControlStateValueOff);
+  user.release();
+  EXPECT_EQ(presses(), 1u);
+  EXPECT_EQ(button->state(), NSControlStateValueOn);
+  button->performClick(nullptr);
+  EXPECT_EQ(presses(), 2u);
+}
+
+TEST_F(NSButtonTest, AButtonThatIsDisabledInMidPressLooksDisabledAndSendsNothing) {
+  const auto looks = [&] {
+    button->setNeedsDisplay(true);
+    desktop.settle();
+    return nativeOf(*window).paints().back().lines;
+  };
+  button->setEnabled(false);
+  const auto disabled = looks();
+  button->setEnabled(true);
+  user.press(*window, inside);
+  button->setEnabled(false);
+  EXPECT_EQ(looks(), disabled);
+  user.release();
+  EXPECT_EQ(presses(), 0u);
+}
+
+TEST_F(NSButtonTest, ItsValueIsItsStateAndNotItsTitle) {
+  button->setTitle("Play");
+  button->setIntegerValue(1);
+  EXPECT_EQ(button->state(), NSControlStateValueOn);
+  button->setState(NSControlStateValueOff);
+  EXPECT_EQ(button->stringValue(), "0");
+  EXPECT_EQ(button->title(), "Play");
+}
+
 TEST_F(NSButtonTest, SpaceDoesNotPressADisabledFirstResponder) {
   window->makeFirstResponder(button.get());
   button->setEnabled(false);

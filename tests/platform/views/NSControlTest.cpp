@@ -13,8 +13,11 @@ namespace {
 class LoggingCell : public NSCell {
  public:
   std::vector<std::string> log;
-  bool starts = true, goesOn = true;
+  bool starts = true, goesOn = true, untilMouseUp = false;
   std::vector<CGPoint> points;
+  std::function<void()> onContinue;
+
+  bool prefersTrackingUntilMouseUp() const override { return untilMouseUp; }
 
   bool startTrackingAt(CGPoint start, NSView&) override {
     log.push_back("start");
@@ -24,6 +27,7 @@ class LoggingCell : public NSCell {
   bool continueTracking(CGPoint last, CGPoint current, NSView&) override {
     log.push_back("continue");
     points.insert(points.end(), {last, current});
+    if (onContinue) onContinue();
     return goesOn;
   }
   void stopTracking(CGPoint last, CGPoint stop, NSView&, bool mouseIsUp) override {
@@ -36,8 +40,12 @@ class Target : public NSObject {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
-  void act(NSObject*) { ++acts; }
+  void act(NSObject*) {
+    ++acts;
+    if (onAct) onAct();
+  }
   int acts = 0;
+  std::function<void()> onAct;
 };
 constexpr Selector targetSelectors[] = {action<&Target::act>("act:")};
 const ClassInfo Target::staticClassInfo{
@@ -53,6 +61,7 @@ class NSControlTest : public harness::StillWorld {
     control->setAction("act:");
     window = showWindowWith(control);
   }
+  static constexpr CGPoint inside{15, 45}, outside{100, 100};
   Ref<LoggingCell> cell;
   Ref<Target> target;
   Ref<NSControl> control;
@@ -120,6 +129,235 @@ TEST_F(NSControlTest, AReleaseOutsideIsNoClick) {
   user.release();
   EXPECT_EQ(cell->log.back(), "stop");
   EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, TrackingStopsWhereThePointerLeavesAndStartsAgainWhereItComesBack) {
+  user.press(*window, inside);
+  user.dragTo(outside);
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop"));
+  EXPECT_FALSE(control->isHighlighted());
+  user.dragTo({120, 100});
+  user.dragTo(inside);
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop", "start"));
+  EXPECT_TRUE(control->isHighlighted());
+  user.release();
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop", "start", "stop, up"));
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSControlTest, ACellThatPrefersItIsTrackedOutsideAndClickedThere) {
+  cell->untilMouseUp = true;
+  user.press(*window, inside);
+  user.dragTo(outside);
+  user.dragTo(inside);
+  user.dragTo(outside);
+  EXPECT_TRUE(control->isHighlighted());
+  EXPECT_EQ(target->acts, 0);
+  user.release();
+  EXPECT_THAT(cell->log, ElementsAre("start", "continue", "continue", "continue", "stop, up"));
+  EXPECT_FALSE(control->isHighlighted());
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSControlTest, AReleaseOutsideThatNoDragAnnouncedStopsTheTrackingWithoutAClick) {
+  user.press(*window, inside);
+  NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseUp, .location = outside, .window = window}));
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop, up"));
+  EXPECT_FALSE(control->isHighlighted());
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, AReleaseInsideThatNoDragAnnouncedIsAClick) {
+  user.press(*window, inside);
+  user.dragTo(outside);
+  NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseUp, .location = inside, .window = window}));
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop", "start", "stop, up"));
+  EXPECT_EQ(target->acts, 1);
+}
+
+// When the action is sent.
+
+TEST_F(NSControlTest, AContinuousCellSendsWithEachDragAndAtTheRelease) {
+  control->setContinuous(true);
+  EXPECT_TRUE(control->isContinuous());
+  user.press(*window, inside);
+  EXPECT_EQ(target->acts, 0);
+  user.dragTo({16, 45});
+  EXPECT_EQ(target->acts, 1);
+  user.dragTo(outside);  // stops the tracking
+  EXPECT_EQ(target->acts, 1);
+  user.dragTo(inside);  // starts it again
+  EXPECT_EQ(target->acts, 1);
+  user.dragTo({16, 45});
+  EXPECT_EQ(target->acts, 2);
+  user.release();
+  EXPECT_EQ(target->acts, 3);
+}
+
+TEST_F(NSControlTest, AContinuousCellThatPrefersItSendsWithDragsOutsideToo) {
+  control->setContinuous(true);
+  cell->untilMouseUp = true;
+  user.press(*window, inside);
+  user.dragTo(outside);
+  user.dragTo({120, 100});
+  EXPECT_EQ(target->acts, 2);
+}
+
+TEST_F(NSControlTest, TheActionIsSentAtThePressAloneIfThatIsAskedFor) {
+  EXPECT_EQ(control->sendActionOn(NSEventMaskLeftMouseDown), NSEventMaskLeftMouseUp);
+  user.press(*window, inside);
+  EXPECT_EQ(target->acts, 1);
+  user.dragTo({16, 45});
+  user.dragTo(outside);
+  user.dragTo(inside);
+  user.release();
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSControlTest, ACellThatDoesNotStartSendsNoActionAtThePress) {
+  control->sendActionOn(NSEventMaskLeftMouseDown);
+  cell->starts = false;
+  user.press(*window, inside);
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, ADragThatTheCellEndsSendsNoAction) {
+  control->setContinuous(true);
+  cell->goesOn = false;
+  user.press(*window, inside);
+  user.dragTo({16, 45});
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, TheControlMayBeReleasedInsideAnActionOfATrackedPress) {
+  const WeakRef<NSControl> weak = control;
+  control->sendActionOn(NSEventMaskLeftMouseDown);
+  target->onAct = [&] {
+    control->removeFromSuperview();
+    control.reset();
+  };
+  user.press(*window, inside);
+  EXPECT_TRUE(weak.expired());
+  EXPECT_EQ(cell->log.back(), "stop");
+}
+
+// What ends a press.
+
+TEST_F(NSControlTest, AControlThatIsDisabledEndsThePressWithoutAnAction) {
+  user.press(*window, inside);
+  control->setEnabled(false);
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop"));
+  EXPECT_FALSE(control->isHighlighted());
+  control->setEnabled(true);
+  user.dragTo(outside);
+  user.dragTo(inside);
+  EXPECT_FALSE(control->isHighlighted());
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop"));
+}
+
+TEST_F(NSControlTest, AControlThatIsDisabledWhileThePointerIsAwayEndsThePress) {
+  user.press(*window, inside);
+  user.dragTo(outside);
+  control->setEnabled(false);
+  control->setEnabled(true);
+  user.dragTo(inside);
+  EXPECT_FALSE(control->isHighlighted());
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, ACellThatIsDisabledEndsThePressAtTheNextEvent) {
+  user.press(*window, inside);
+  cell->setEnabled(false);
+  user.dragTo({16, 45});
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop"));
+  EXPECT_FALSE(control->isHighlighted());
+  cell->setEnabled(true);
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+  user.press(*window, inside);
+  cell->setEnabled(false);
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+  EXPECT_FALSE(control->isHighlighted());
+}
+
+TEST_F(NSControlTest, AControlThatGetsAnotherCellEndsThePressOfTheFirst) {
+  const auto other = make<LoggingCell>();
+  user.press(*window, inside);
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  control->setCell(other);
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop"));
+  EXPECT_FALSE(cell->isHighlighted());
+  EXPECT_FALSE(other->isHighlighted());
+  EXPECT_TRUE(control->needsDisplay());
+  user.dragTo({16, 45});
+  user.release();
+  EXPECT_THAT(other->log, ElementsAre());
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, ACellMayEndThePressWhileItTracks) {
+  cell->onContinue = [&] { control->setEnabled(false); };
+  control->setContinuous(true);
+  user.press(*window, inside);
+  user.dragTo({16, 45});
+  EXPECT_THAT(cell->log, ElementsAre("start", "continue", "stop"));
+  EXPECT_FALSE(control->isHighlighted());
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, ACellMayTakeItsOwnPlaceAwayWhileItTracks) {
+  cell->onContinue = [&] { control->setCell(nullptr); };
+  control->setContinuous(true);
+  user.press(*window, inside);
+  user.dragTo({16, 45});
+  user.release();
+  EXPECT_THAT(cell->log, ElementsAre("start", "continue", "stop"));
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, AnActionMayDisableTheControlInMidPress) {
+  control->setContinuous(true);
+  target->onAct = [&] { control->setEnabled(false); };
+  user.press(*window, inside);
+  user.dragTo({16, 45});
+  user.dragTo({17, 45});
+  user.release();
+  EXPECT_EQ(target->acts, 1);
+  EXPECT_FALSE(control->isHighlighted());
+}
+
+// The value.
+
+TEST_F(NSControlTest, ItsValueIsTheCells) {
+  control->setDoubleValue(2.5);
+  EXPECT_EQ(cell->doubleValue(), 2.5);
+  cell->setIntegerValue(7);
+  EXPECT_EQ(control->integerValue(), 7);
+  EXPECT_EQ(control->stringValue(), "7");
+  EXPECT_EQ(control->objectValue(), cell->objectValue());
+}
+
+TEST_F(NSControlTest, AValueThatIsSetAsksForARedrawAndTellsAssistiveClients) {
+  int changes = 0;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityValueChangedNotification, cell, nullptr, [&](const Ref<NSNotification>&) { ++changes; });
+  control->setIntegerValue(3);
+  EXPECT_TRUE(control->needsDisplay());
+  EXPECT_EQ(changes, 1);
+  accessibilityNotificationCenter().removeObserver(token);
+}
+
+TEST_F(NSControlTest, WithoutACellItHasNoValue) {
+  control->setCell(nullptr);
+  control->setDoubleValue(2);
+  EXPECT_EQ(control->doubleValue(), 0);
+  EXPECT_EQ(control->objectValue(), nullptr);
+  EXPECT_FALSE(control->isContinuous());
 }
 
 TEST_F(NSControlTest, ACellThatDoesNotStartIsNotTracked) {

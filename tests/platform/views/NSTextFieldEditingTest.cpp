@@ -124,6 +124,23 @@ TEST_F(NSTextFieldEditingTest, ATextThatIsSetMeanwhileIsTheEditors) {
   EXPECT_EQ(field->stringValue(), "set");
 }
 
+TEST_F(NSTextFieldEditingTest, ANumberIsReadFromTheEditorAndSetInIt) {
+  begin("abc");
+  user.type("12.5");
+  EXPECT_EQ(field->doubleValue(), 12.5);
+  EXPECT_EQ(field->cell()->doubleValue(), 0);
+  field->setIntegerValue(7);
+  EXPECT_EQ(editor()->string(), "7");
+  EXPECT_EQ(field->cell()->integerValue(), 7);
+}
+
+TEST_F(NSTextFieldEditingTest, AnAttributedTextThatIsSetMeanwhileIsTheEditors) {
+  begin("abc");
+  field->setAttributedStringValue(make<NSAttributedString>("set"));
+  EXPECT_EQ(editor()->string(), "set");
+  EXPECT_EQ(field->stringValue(), "set");
+}
+
 TEST_F(NSTextFieldEditingTest, AnAttributedTextThatIsNotChangedKeepsItsAttributes) {
   const auto text = make<NSAttributedString>("ab", NSAttributes{{NSUnderlineStyleAttributeName, std::int64_t{1}}});
   field->setAttributedStringValue(text);

@@ -157,7 +157,7 @@ TEST_F(NSTextFieldTest, ADisabledButtonsTitleIsInTheColorOfDisabledText) {
   const auto button = make<NSButton>(CGRect{0, 0, 100, 30});
   button->setTitle("x");
   button->setEnabled(false);
-  const auto color =
-      attributeObject<NSColor>(button->attributedStringValue()->attributesAtIndex(0), NSForegroundColorAttributeName);
+  const auto title = std::dynamic_pointer_cast<NSButtonCell>(button->cell())->attributedTitle();
+  const auto color = attributeObject<NSColor>(title->attributesAtIndex(0), NSForegroundColorAttributeName);
   EXPECT_EQ(color, NSColor::disabledControlTextColor());
 }

@@ -48,6 +48,14 @@ TEST_F(FlatTextFieldCellTest, StartsBlackAndWithoutABackgroundOfItsOwn) {
   EXPECT_FALSE(cell->drawsBackground());
 }
 
+TEST_F(FlatTextFieldCellTest, ACopyHasItsBorderColor) {
+  cell->setBorderColor(NSColor::redColor());
+  const auto copy = std::dynamic_pointer_cast<FlatTextFieldCell>(cell->copy());
+  ASSERT_NE(copy, nullptr);
+  EXPECT_EQ(copy->borderColor(), NSColor::redColor());
+  EXPECT_EQ(copy->className(), "TessalunaUIKit.FlatTextFieldCell");
+}
+
 TEST_F(FlatTextFieldCellTest, PaintsAFrameAroundAWhiteShapeAndThenTheTextOnTheWholeFrame) {
   const Lines lines = drawn({0, 0, 100, 24});
   EXPECT_EQ(shapes(lines), (Lines{R"(["roundedRect",0,1,100,23,3.6,3.6])", R"(["roundedRect",1,2,98,21,2.6,2.6])"}));

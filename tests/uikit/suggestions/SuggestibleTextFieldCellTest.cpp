@@ -40,6 +40,15 @@ TEST_F(SuggestibleTextFieldCellTest, WithoutAPopUpHasTheChildrenOfTheStockCellAl
   EXPECT_EQ(attribute(), (AccessibilityElements{one, two}));
 }
 
+TEST_F(SuggestibleTextFieldCellTest, ACopyHasItsTextAndNoPopUp) {
+  cell->setSuggestionsWindow(popUp());
+  const auto copy = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(cell->copy());
+  ASSERT_NE(copy, nullptr);
+  EXPECT_EQ(copy->stringValue(), "text");
+  EXPECT_EQ(copy->suggestionsWindow(), nullptr);
+  EXPECT_NE(cell->suggestionsWindow(), nullptr);
+}
+
 TEST_F(SuggestibleTextFieldCellTest, WithAPopUpItsListIsTheLastChild) {
   setBase(AccessibilityElements{one, two});
   cell->setSuggestionsWindow(popUp());

@@ -46,6 +46,11 @@ TEST_F(TrackRowFavoriteButtonTest, TheHeartFollowsFavoritePressAndPointer) {
   }
 }
 
+TEST_F(TrackRowFavoriteButtonTest, TheHeartFollowsBoundsThatStartElsewhere) {
+  button->setBoundsOrigin({7, -3});
+  EXPECT_EQ(drawn(), recordingOf([] { TessalunaStyleKit::drawFavoriteAlbumOverlay({7, -3, 15, 15}, false, false, false); }));
+}
+
 TEST_F(TrackRowFavoriteButtonTest, AClickTellsTheTargetAndLeavesTheFavoriteToTheHost) {
   user.moveTo(*window, inside);
   user.click(*window, inside);

@@ -51,6 +51,12 @@ TEST_F(TrackRowMoreButtonTest, DraggedOutItKeepsOpaqueDotsWithoutOutlineAndARele
   EXPECT_EQ(drawn(), dots(false, false));
 }
 
+TEST_F(TrackRowMoreButtonTest, TheDotsFollowBoundsThatStartElsewhere) {
+  button->setHasMouseOnRow(true);
+  button->setBoundsOrigin({7, -3});
+  EXPECT_EQ(drawn(), recordingOf([] { TessalunaStyleKit::drawTrackMore({7, -3, 15, 15}, false, false); }));
+}
+
 TEST_F(TrackRowMoreButtonTest, AClickTellsTheTarget) {
   user.moveTo(*window, inside);
   user.click(*window, inside);

@@ -175,6 +175,15 @@ TEST_F(TrackRowPlayButtonTest, TheFrameIsTheBoundsWhateverRectangleIsToBeRedrawn
   EXPECT_EQ(recordingOf([&] { button->drawRect({3, 3, 2, 2}); }), face(false, false));
 }
 
+TEST_F(TrackRowPlayButtonTest, TheFaceFollowsBoundsThatStartElsewhere) {
+  constexpr CGRect moved{7, -3, 15, 15};
+  button->setBoundsOrigin(moved.origin);
+  button->setIsPlayingTrack(true);
+  EXPECT_EQ(drawn(), recordingOf([&] { TessalunaStyleKit::drawTrackRowPlaying(moved); }));
+  button->setHasMouseOnRow(true);
+  EXPECT_EQ(drawn(), recordingOf([&] { TessalunaStyleKit::drawTrackRowPlayPause(moved, false, false, false); }));
+}
+
 // Setters.
 
 TEST_F(TrackRowPlayButtonTest, SettersOnlyStore) {
@@ -337,6 +346,24 @@ TEST_F(TrackRowPlayButtonTest, TheMaximumEdgesAreOutsideForADrag) {
   send(&TrackRowPlayButton::mouseDragged, frame.origin);
   send(&TrackRowPlayButton::mouseUp, frame.origin);
   EXPECT_EQ(target->clicks.size(), 1u);
+}
+
+TEST_F(TrackRowPlayButtonTest, ADragIsHitTestedInBoundsThatStartElsewhere) {
+  button->setBoundsOrigin({30, 40});
+  // Each corner that is inside, and the points just past them.
+  constexpr CGFloat x = frame.origin.x, y = frame.origin.y;
+  for (const CGPoint point : {CGPoint{x, y}, CGPoint{x + 14, y + 14}}) {
+    press();
+    send(&TrackRowPlayButton::mouseDragged, point);
+    send(&TrackRowPlayButton::mouseUp, point);
+  }
+  EXPECT_EQ(target->clicks.size(), 2u);
+  for (const CGPoint point : {CGPoint{x - 1, y}, CGPoint{x, y - 1}, CGPoint{x + 15, y}, CGPoint{x, y + 15}}) {
+    press();
+    send(&TrackRowPlayButton::mouseDragged, point);
+    send(&TrackRowPlayButton::mouseUp, point);
+  }
+  EXPECT_EQ(target->clicks.size(), 2u);
 }
 
 TEST_F(TrackRowPlayButtonTest, TheEventsOfAClickDoNotReachTheRow) {

@@ -1,0 +1,39 @@
+#include "tessaluna/platform/foundation/NSNumber.h"
+
+#include <cmath>
+#include <limits>
+
+#include "tessaluna/platform/foundation/numberText.h"
+
+namespace tessaluna::platform {
+
+const ClassInfo NSNumber::staticClassInfo{.name = "NSNumber", .base = &NSObject::staticClassInfo};
+
+double NSNumber::doubleValue() const {
+  return std::visit([](auto value) { return static_cast<double>(value); }, value_);
+}
+
+std::int64_t NSNumber::integerValue() const {
+  if (const auto* integer = std::get_if<std::int64_t>(&value_)) return *integer;
+  const double number = std::get<double>(value_);
+  using Limits = std::numeric_limits<std::int64_t>;
+  if (std::isnan(number)) return 0;
+  // 2 to the power of 63, which both limits round to.
+  constexpr double end = 9223372036854775808.0;
+  if (number >= end) return Limits::max();
+  if (number <= -end) return Limits::min();
+  return static_cast<std::int64_t>(number);
+}
+
+std::string NSNumber::stringValue() const {
+  if (const auto* integer = std::get_if<std::int64_t>(&value_)) return std::to_string(*integer);
+  return numberText(std::get<double>(value_));
+}
+
+bool NSNumber::isEqual(const NSObject* other) const {
+  const auto* number = dynamic_cast<const NSNumber*>(other);
+  if (!number) return false;
+  return value_.index() == number->value_.index() ? value_ == number->value_ : doubleValue() == number->doubleValue();
+}
+
+}  // namespace tessaluna::platform
