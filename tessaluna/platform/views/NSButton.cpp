@@ -56,8 +56,10 @@ void NSButton::performClick(NSObject*) {
   const Ref<NSButton> held = refTo(*this);
   if (backend::Backend* backend = backend::Backend::current()) {
     setHighlighted(true);
-    endOfKeyboardClick_ = backend->timer(keyboardClickDuration, [this] {
-      if (!isTracking()) setHighlighted(false);
+    endOfKeyboardClick_ = backend->timer(keyboardClickDuration, [this, clicked = cell()] {
+      if (clicked == cell() && isTracking()) return;
+      clicked->setHighlighted(false);
+      setNeedsDisplay(true);
     });
   }
   wasClicked();

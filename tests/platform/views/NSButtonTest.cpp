@@ -352,6 +352,17 @@ TEST_F(NSButtonTest, AClickWithoutAMouseLeavesTheHighlightOfALaterPress) {
   EXPECT_TRUE(button->isHighlighted());
 }
 
+TEST_F(NSButtonTest, AClickWithoutAMouseHighlightsNoCellThatComesInstead) {
+  const Ref<NSCell> clicked = button->cell();
+  const auto other = make<NSButtonCell>();
+  button->performClick(nullptr);
+  button->setCell(other);
+  other->setHighlighted(true);
+  desktop.advance(1);
+  EXPECT_FALSE(clicked->isHighlighted());
+  EXPECT_TRUE(other->isHighlighted());
+}
+
 TEST_F(NSButtonTest, AClickWithoutAMouseOfADisabledButtonDoesNothing) {
   button->setEnabled(false);
   button->performClick(nullptr);
