@@ -41,6 +41,10 @@ TrackRowView::TrackRowView(Ref<TrackListRowActionTarget> target)
 }
 
 void TrackRowView::showTrack(std::size_t number, const Track& track) {
+  // The view may come from another row. A press there is none on this one.
+  play_->setIsPressed(false);
+  favorite_->setIsPressed(false);
+  more_->setIsPressed(false);
   number_->setStringValue(std::to_string(number));
   title_->setStringValue(track.title);
   artists_->setStringValue(track.artists);

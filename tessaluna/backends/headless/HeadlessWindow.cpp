@@ -30,11 +30,7 @@ HeadlessWindow::~HeadlessWindow() {
 }
 
 std::optional<Screen> HeadlessWindow::screen() const {
-  if (!backend_) return std::nullopt;
-  const CGPoint middle{CGRectGetMidX(frame_), CGRectGetMidY(frame_)};
-  for (const Screen& screen : backend_->screens())
-    if (platform::NSPointInRect(middle, screen.frame)) return screen;
-  return std::nullopt;
+  return backend_ ? screenShowing(frame_, backend_->screens()) : std::nullopt;
 }
 
 void HeadlessWindow::makePicture() {

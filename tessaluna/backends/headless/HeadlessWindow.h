@@ -30,7 +30,7 @@ class HeadlessWindow : public NativeWindow {
   HeadlessWindow(HeadlessBackend& backend, WindowClient& client, const WindowOptions& options, Pictures pictures);
   ~HeadlessWindow() override;
 
-  // What the window was told.
+  // What the window was told, first and since.
   const WindowOptions& options() const { return options_; }
   CGRect frame() const { return frame_; }  // of the content, screen space
   bool isVisible() const { return isVisible_; }
@@ -61,8 +61,10 @@ class HeadlessWindow : public NativeWindow {
   void setParent(NativeWindow* parent) override { parent_ = static_cast<HeadlessWindow*>(parent); }
   void setTitle(const std::string& title) override { title_ = title; }
   void setCursor(CursorShape shape) override { cursor_ = shape; }
+  void setOpaque(bool isOpaque) override { options_.isOpaque = isOpaque; }
+  void setHasShadow(bool hasShadow) override { options_.hasShadow = hasShadow; }
   double scale() const override { return scale_; }
-  std::optional<Screen> screen() const override;  // that with the window's middle
+  std::optional<Screen> screen() const override;
   void scheduleDisplay() override { isDisplayScheduled_ = true; }
   // A frame comes every hundredth of a second, to windows that are visible.
   void callAtNextFrame(std::function<void()> block) override;

@@ -65,6 +65,9 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
   void hide() override {}
   void raise() override {}
   void setTitle(const std::string&) override {}
+  void setOpaque(bool) override {}
+  void setHasShadow(bool) override {}
+  bool isMovable() const override { return false; }
   void requestKey() override {
     if (host_) host_->topLevel_.activateWindow();
   }
@@ -138,7 +141,8 @@ EmbeddingHost::~EmbeddingHost() {
 }
 
 void EmbeddingHost::add(QtViewWidget& widget) {
-  const auto clip = make<FlippedView>(CGRect{});
+  // Not flipped: in an embedded view's superview y counts up, as it does for the view of a window.
+  const auto clip = make<NSView>(CGRect{});
   clip->setAutoresizesSubviews(false);
   clip->setHidden(true);
   clip->addSubview(widget.view());
@@ -188,7 +192,7 @@ void EmbeddingHost::place(const Embedded& embedded) {
   const CGRect clip = shownPixels(visible, scale);
   const CGRect whole = shownPixels({widget.mapTo(&topLevel_, QPoint(0, 0)), widget.size()}, scale);
   embedded.clip->setFrame(clip);
-  widget.view()->setFrame({{whole.origin.x - clip.origin.x, whole.origin.y - clip.origin.y}, whole.size});
+  widget.view()->setFrame({{whole.origin.x - clip.origin.x, CGRectGetMaxY(clip) - CGRectGetMaxY(whole)}, whole.size});
 }
 
 void EmbeddingHost::activationChanged() { window_->windowClient().nativeKeyStatusChanged(topLevel_.isActiveWindow()); }

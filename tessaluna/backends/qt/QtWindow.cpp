@@ -23,9 +23,14 @@ namespace tessaluna::backend::qt {
 namespace {
 
 Qt::WindowFlags flagsOf(const WindowOptions& options) {
-  Qt::WindowFlags flags = Qt::Window;
+  Qt::WindowFlags flags = options.isPanel ? Qt::Tool : Qt::Window;
   switch (options.kind) {
-    case WindowKind::Titled: break;
+    case WindowKind::Titled:
+      flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+      flags.setFlag(Qt::WindowCloseButtonHint, options.isClosable);
+      flags.setFlag(Qt::WindowMinimizeButtonHint, options.isMiniaturizable);
+      flags.setFlag(Qt::WindowMaximizeButtonHint, options.isResizable);
+      break;
     case WindowKind::Borderless: flags |= Qt::FramelessWindowHint; break;
     case WindowKind::Popup: flags = Qt::ToolTip | Qt::FramelessWindowHint; break;
   }
@@ -44,7 +49,10 @@ bool movesOnlyWhenHidden(const QWindow& window) { return window.type() == Qt::To
 class QtWindow::Surface : public QRasterWindow {
  public:
   Surface(WindowClient& client, const WindowOptions& options, KeysSentEarly& keysSentEarly)
-      : client_(&client), relay_(client, keysSentEarly), wanted_(options.content) {
+      : client_(&client),
+        relay_(client, keysSentEarly),
+        wanted_(options.content),
+        isFixed_(options.kind == WindowKind::Titled && !options.isResizable) {
     setFlags(flagsOf(options));
     if (!options.isOpaque) {
       QSurfaceFormat translucent = requestedFormat();
@@ -53,11 +61,28 @@ class QtWindow::Surface : public QRasterWindow {
     }
     // To come to the front and to take the keyboard are two wishes.
     setProperty("_q_showWithoutActivating", true);
-    setGeometry(qtRectOf(wanted_));
+    take(qtRectOf(wanted_));
     connect(this, &QWindow::screenChanged, this, &Surface::scaleMayHaveChanged);
     displayTimer_.setSingleShot(true);
     connect(&displayTimer_, &QTimer::timeout, this, &Surface::display);
   }
+
+  // As the other was a moment ago. What hangs on that hangs on this one now.
+  void takePlaceOf(Surface& other) {
+    setTitle(other.title());
+    setCursor(other.cursor());
+    setTransientParent(other.transientParent());
+    for (QWindow* window : QGuiApplication::allWindows())
+      if (window->transientParent() == &other) window->setTransientParent(this);
+    for (auto& block : std::exchange(other.frameBlocks_, {})) callAtNextFrame(std::move(block));
+    if (!other.isVisible()) return;
+    const bool hasFocus = QGuiApplication::focusWindow() == &other;
+    setWindowStates(other.windowStates());
+    appear();
+    if (hasFocus) requestActivate();
+  }
+
+  CGRect wantedFrame() const { return wanted_; }
 
   // The window that this one belongs to is going.
   void leave() {
@@ -77,16 +102,16 @@ class QtWindow::Surface : public QRasterWindow {
     pointerMayRest();
     if (isVisible() && movesOnlyWhenHidden(*this) && place.topLeft() != geometry().topLeft()) {
       hide();
-      setGeometry(place);
+      take(place);
       show();
     } else if (isShownPopUp() && place.size() != size()) {
       growsWithPicture_ = place.width() > width() || place.height() > height();
       if (!growsWithPicture_) {
         client_->nativeDisplay();
-        changeUnseen([&] { setGeometry(place); });
+        changeUnseen([&] { take(place); });
       }
     } else {
-      setGeometry(place);
+      take(place);
     }
   }
 
@@ -117,7 +142,7 @@ class QtWindow::Surface : public QRasterWindow {
     if (!window) return;
     picture_.setSize(window->frame().size, devicePixelRatio());
     const QRegion changed = picture_.paint(dirty, painter);
-    if (std::exchange(growsWithPicture_, false)) changeUnseen([&] { setGeometry(qtRectOf(wanted_)); });
+    if (std::exchange(growsWithPicture_, false)) changeUnseen([&] { take(qtRectOf(wanted_)); });
     else update(changed);
   }
 
@@ -210,6 +235,19 @@ class QtWindow::Surface : public QRasterWindow {
     if (client_) client_->nativeDisplay();
   }
 
+  // The user can give one that is not resizable no other size.
+  void take(const QRect& place) {
+    constexpr int anySide = (1 << 24) - 1;
+    if (isFixed_) {
+      setMinimumSize({0, 0});
+      setMaximumSize({anySide, anySide});
+    }
+    setGeometry(place);
+    if (!isFixed_) return;
+    setMinimumSize(place.size());
+    setMaximumSize(place.size());
+  }
+
   // The desktop says that the pointer enters a window that appears, moves or grows under it. As long as the pointer has not
   // been moved since, that is not so to the views.
   void pointerMayRest() { restingPointer_ = QCursor::pos(); }
@@ -258,6 +296,7 @@ class QtWindow::Surface : public QRasterWindow {
   std::optional<QPoint> restingPointer_;  // absent once it has moved
   QTimer displayTimer_;
   std::vector<std::function<void()>> frameBlocks_;
+  const bool isFixed_;
   bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted
   double knownScale_ = devicePixelRatio();
   int depth_ = 0;  // of events that are being handled
@@ -266,7 +305,10 @@ class QtWindow::Surface : public QRasterWindow {
 void QtWindow::Farewell::operator()(Surface* surface) const { surface->leave(); }
 
 QtWindow::QtWindow(WindowClient& client, const WindowOptions& options, KeysSentEarly& keysSentEarly)
-    : surface_(new Surface(client, options, keysSentEarly)) {}
+    : client_(client),
+      options_(options),
+      keysSentEarly_(keysSentEarly),
+      surface_(new Surface(client, options, keysSentEarly)) {}
 QtWindow::~QtWindow() = default;
 
 void QtWindow::setFrame(CGRect content) { surface_->setWantedFrame(content); }
@@ -276,6 +318,26 @@ void QtWindow::raise() { surface_->raise(); }
 void QtWindow::requestKey() { surface_->requestFocus(); }
 void QtWindow::setTitle(const std::string& title) { surface_->setTitle(QString::fromStdString(title)); }
 void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(shape)); }
+
+// A window of the desktop is translucent from its beginning or never.
+void QtWindow::setOpaque(bool isOpaque) {
+  options_.isOpaque = isOpaque;
+  options_.content = surface_->wantedFrame();
+  std::unique_ptr<Surface, Farewell> fresh(new Surface(client_, options_, keysSentEarly_));
+  fresh->takePlaceOf(*surface_);
+  surface_ = std::move(fresh);
+}
+
+void QtWindow::setHasShadow(bool hasShadow) {
+  options_.hasShadow = hasShadow;
+  surface_->setFlag(Qt::NoDropShadowWindowHint, !hasShadow);
+}
+
+bool QtWindow::moveWithPointer() {
+  // No window manager knows of a tool tip.
+  return surface_->type() != Qt::ToolTip && surface_->startSystemMove();
+}
+
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
 void QtWindow::callAtNextFrame(std::function<void()> block) { surface_->callAtNextFrame(std::move(block)); }
@@ -294,9 +356,10 @@ void QtWindow::setParent(NativeWindow* parent) {
 }
 
 std::optional<Screen> QtWindow::screen() const {
+  if (!isOnWayland()) return screenShowing(surface_->wantedFrame(), allScreens());
+  // Where its windows are a Wayland compositor keeps to itself.
   const QScreen* screen = surface_->screen();
-  if (!screen) return std::nullopt;
-  return screenOf(*screen);
+  return screen ? std::optional(screenOf(*screen)) : std::nullopt;
 }
 
 void QtWindow::paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) {

@@ -24,6 +24,9 @@ class QtWindow : public QtNativeWindow {
   void setParent(NativeWindow* parent) override;
   void setTitle(const std::string& title) override;
   void setCursor(CursorShape shape) override;
+  void setOpaque(bool isOpaque) override;
+  void setHasShadow(bool hasShadow) override;
+  bool moveWithPointer() override;
   double scale() const override;
   std::optional<Screen> screen() const override;
   void scheduleDisplay() override;
@@ -40,6 +43,9 @@ class QtWindow : public QtNativeWindow {
   struct Farewell {
     void operator()(Surface* surface) const;
   };
+  WindowClient& client_;
+  WindowOptions options_;
+  KeysSentEarly& keysSentEarly_;
   std::unique_ptr<Surface, Farewell> surface_;
 };
 

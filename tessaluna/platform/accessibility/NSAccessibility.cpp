@@ -19,10 +19,9 @@ const AccessibilityValue* NSAccessibility::overrideValue(std::string_view attrib
 }
 
 std::optional<AccessibilityElements> NSAccessibility::accessibilityChildren() const {
-  if (const AccessibilityValue* value = overrideValue(NSAccessibilityChildrenAttribute)) {
-    const auto* elements = value->as<AccessibilityElements>();
-    return elements ? std::optional(*elements) : std::nullopt;
-  }
+  // One of another kind answers the attribute alone.
+  if (const AccessibilityValue* value = overrideValue(NSAccessibilityChildrenAttribute))
+    if (const auto* elements = value->as<AccessibilityElements>()) return *elements;
   const std::optional<AccessibilityElements> own = accessibilityOwnChildren();
   return own ? std::optional(NSAccessibilityUnignoredChildren(*own)) : std::nullopt;
 }

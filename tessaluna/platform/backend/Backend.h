@@ -30,6 +30,9 @@ struct Screen {
   double scale = 1;
 };
 
+// The one that shows most of the rectangle; absent where none shows any of it.
+std::optional<Screen> screenShowing(CGRect rect, const std::vector<Screen>& screens);
+
 enum class CursorShape { Arrow, PointingHand, IBeam, ResizeLeftRight, ResizeUpDown };
 
 // What a native window tells the window that it belongs to.
@@ -59,8 +62,15 @@ class NativeWindow {
   virtual void setParent(NativeWindow* parent) = 0;  // stays above it; absent frees it
   virtual void setTitle(const std::string& title) = 0;
   virtual void setCursor(CursorShape shape) = 0;
-  virtual double scale() const = 0;  // device pixels for a point
-  virtual std::optional<Screen> screen() const = 0;
+  virtual void setOpaque(bool isOpaque) = 0;  // followed by a redraw of everything
+  virtual void setHasShadow(bool hasShadow) = 0;
+  virtual double scale() const = 0;                  // device pixels for a point
+  virtual std::optional<Screen> screen() const = 0;  // that shows most of it
+
+  // Whether a press on its background may move it. It has the desktop do so, as long as the button is down; false: the
+  // desktop does not, and the window is to follow the pointer by setFrame.
+  virtual bool isMovable() const { return true; }
+  virtual bool moveWithPointer() { return false; }
 
   // nativeDisplay is called once, soon, however often this is asked.
   virtual void scheduleDisplay() = 0;
@@ -92,6 +102,9 @@ struct WindowOptions {
   bool isOpaque = true;
   bool hasShadow = true;
   bool canBecomeKey = true;
+  bool isPanel = false;  // stands beside the program's main windows, in no list of windows
+  // What the user can do with a titled one.
+  bool isClosable = true, isMiniaturizable = true, isResizable = true;
 };
 
 struct MenuEntry {

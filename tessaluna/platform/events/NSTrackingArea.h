@@ -14,12 +14,12 @@ namespace tessaluna::platform {
 enum NSTrackingAreaOptions : std::uint32_t {
   NSTrackingMouseEnteredAndExited = 0x01,
   NSTrackingMouseMoved = 0x02,
-  NSTrackingCursorUpdate = 0x04,
+  NSTrackingCursorUpdate = 0x04,  // not offered: stops the program. A view adds cursor rectangles
   NSTrackingActiveWhenFirstResponder = 0x10,
   NSTrackingActiveInKeyWindow = 0x20,
   NSTrackingActiveInActiveApp = 0x40,
   NSTrackingActiveAlways = 0x80,
-  NSTrackingAssumeInside = 0x100,
+  NSTrackingAssumeInside = 0x100,   // not offered: stops the program
   NSTrackingInVisibleRect = 0x200,  // the rectangle is ignored: it is the view's visible one
   NSTrackingEnabledDuringMouseDrag = 0x400,
 };

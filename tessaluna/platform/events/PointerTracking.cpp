@@ -5,6 +5,7 @@
 
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -52,11 +53,17 @@ void PointerTracking::collect(const Ref<NSView>& view, CGPoint inSuperview, std:
   for (const Ref<NSView>& subview : view->subviews()) collect(subview, point, places);
 }
 
-void PointerTracking::sendExits(const Ref<NSEvent>& event, const std::vector<Place>& staying) {
+std::vector<PointerTracking::Place> PointerTracking::placesAt(CGPoint point) const {
+  std::vector<Place> places;
+  if (window_.contentView()) collect(window_.contentView(), point, places);
+  return places;
+}
+
+template <class Condition>
+void PointerTracking::sendExitsWhere(Condition isDue, const Ref<NSEvent>& event) {
   std::vector<Entered> left;
   std::erase_if(entered_, [&](const Entered& entered) {
-    const Place place{entered.view.lock(), entered.area.lock()};
-    if (std::find(staying.begin(), staying.end(), place) != staying.end()) return false;
+    if (!isDue(entered)) return false;
     left.push_back(entered);
     return true;
   });
@@ -67,10 +74,60 @@ void PointerTracking::sendExits(const Ref<NSEvent>& event, const std::vector<Pla
   }
 }
 
+// Of those that the pointer is not at; what is owed only while the window shows.
+void PointerTracking::sendExits(const Ref<NSEvent>& event, const std::vector<Place>& places) {
+  const auto isThere = [&](const Entered& entered) {
+    return std::find(places.begin(), places.end(), Place{entered.view.lock(), entered.area.lock()}) != places.end();
+  };
+  sendExitsWhere(
+      [&](const Entered& entered) {
+        switch (entered.exit) {
+          case Exit::AsThePointerLeaves: return !isThere(entered);
+          case Exit::UnlessThePointerIsThere: return window_.isVisible() && !isThere(entered);
+          case Exit::InAnyCase: return window_.isVisible();
+        }
+        unreachable();
+      },
+      event);
+}
+
+void PointerTracking::windowWasHidden() {
+  for (Entered& entered : entered_)
+    if (entered.exit == Exit::AsThePointerLeaves) entered.exit = Exit::UnlessThePointerIsThere;
+}
+
+void PointerTracking::windowWasShown() {
+  const backend::Backend* backend = backend::Backend::current();
+  if (entered_.empty() || !backend) return;
+  const CGPoint point = window_.convertPointFromScreen(backend->mouseLocation());
+  sendExits(make<NSEvent>(NSEvent::Fields{
+                .type = NSEventType::MouseExited, .location = point, .timestamp = backend->now(), .window = refTo(window_)}),
+            placesAt(point));
+}
+
+void PointerTracking::viewWillLeave(const NSView& view) {
+  for (Entered& entered : entered_)
+    if (entered.view.lock().get() == &view) entered.exit = Exit::InAnyCase;
+}
+
+void PointerTracking::sendExitsOfLeavers(const Ref<NSEvent>& event) {
+  sendExitsWhere([](const Entered& entered) { return entered.exit == Exit::InAnyCase; }, event);
+}
+
+void PointerTracking::wasExited(const NSView& view) {
+  std::erase_if(entered_, [&](const Entered& entered) {
+    const Ref<NSTrackingArea> area = entered.area.lock();
+    return area && area->owner().get() == &view && entered.view.lock().get() == &view;
+  });
+}
+
 void PointerTracking::pointerMoved(const Ref<NSEvent>& event, bool isButtonDown) {
-  std::vector<Place> places;
-  if (window_.contentView()) collect(window_.contentView(), event->locationInWindow(), places);
+  const std::vector<Place> places = placesAt(event->locationInWindow());
   sendExits(event, places);
+  // Where the pointer is again after the window was away, it enters again.
+  std::erase_if(entered_, [&](const Entered& entered) {
+    return entered.exit == Exit::UnlessThePointerIsThere && window_.isVisible();
+  });
   // A handler before may have taken an area away, or its view.
   const auto isThere = [&](const Place& place) {
     return place.view->window() == &window_ && stillHas(*place.view, place.area);

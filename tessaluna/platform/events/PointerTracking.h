@@ -2,7 +2,12 @@
 // only when the pointer moves or a button goes up: an area that appears, goes or scrolls under a still pointer sends nothing.
 //
 // While a button is down an entry is sent only to areas that ask for that, and no move; the others get the entry, and a drag's
-// end one move, at the release. The exit of an entry that was sent comes at once in any case. An area that was taken from its view gets nothing more.
+// end one move, at the release. The exit of an entry that was sent comes at once in any case. An area that was taken from
+// its view gets nothing more.
+//
+// Exits are owed where the pointer does not leave but what it has entered goes from under it: with its window, which sends
+// them when it is shown again without the pointer there; or out of the window, and then they come before the next press or
+// with the next move.
 #pragma once
 
 #include <vector>
@@ -21,8 +26,13 @@ class PointerTracking {
   void pointerMoved(const Ref<NSEvent>& event, bool isButtonDown);
   // The pointer has left the window.
   void pointerLeft(const Ref<NSEvent>& event);
-  // It is nowhere in the window any more, and nothing is sent.
-  void windowWasHidden() { entered_.clear(); }
+  void windowWasHidden();  // sends nothing
+  void windowWasShown();
+  void viewWillLeave(const NSView& view);
+  // Sends the exits that are owed to views which have left the window since.
+  void sendExitsOfLeavers(const Ref<NSEvent>& event);
+  // The view was told by other means that the pointer is not on it.
+  void wasExited(const NSView& view);
 
  private:
   struct Place {
@@ -30,14 +40,20 @@ class PointerTracking {
     Ref<NSTrackingArea> area;
     friend bool operator==(const Place&, const Place&) = default;
   };
+  // When the exit is to be sent.
+  enum class Exit { AsThePointerLeaves, UnlessThePointerIsThere, InAnyCase };
   struct Entered {
     WeakRef<NSView> view;
     WeakRef<NSTrackingArea> area;
+    Exit exit = Exit::AsThePointerLeaves;
   };
 
   void collect(const Ref<NSView>& view, CGPoint inSuperview, std::vector<Place>& places) const;
   bool isActive(const NSTrackingArea& area, const NSView& view) const;
-  void sendExits(const Ref<NSEvent>& event, const std::vector<Place>& staying);
+  std::vector<Place> placesAt(CGPoint point) const;
+  void sendExits(const Ref<NSEvent>& event, const std::vector<Place>& places);
+  template <class Condition>
+  void sendExitsWhere(Condition isDue, const Ref<NSEvent>& event);
   void updateCursor(CGPoint point);
 
   NSWindow& window_;

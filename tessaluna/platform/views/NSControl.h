@@ -57,6 +57,7 @@ class NSControl : public NSView, public CellValue {
   // False if nobody took it.
   virtual bool sendActionTo(std::string_view action, const Ref<NSObject>& target);
 
+  bool mouseDownCanMoveWindow() const override { return false; }
   bool isFlipped() const override { return true; }
   void drawRect(CGRect rect) override;
   void mouseDown(const Ref<NSEvent>& event) override;

@@ -48,6 +48,7 @@ class NSImageView : public NSView {
   void drawRect(CGRect rect) override;
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(NSAccessibilityImageRole); }
+  bool mouseDownCanMoveWindow() const override { return !isEditable_; }
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;

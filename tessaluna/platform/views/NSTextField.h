@@ -57,6 +57,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
   bool canBecomeKeyView() const override { return isEditable() && NSControl::canBecomeKeyView(); }
 
   NSView* hitTest(CGPoint point) override;
+  bool mouseDownCanMoveWindow() const override { return !isSelectable(); }
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;

@@ -46,6 +46,7 @@ class TextViewSelection : public TextViewLayout {
 
   // A click places the caret, a double click selects words, a third all of a field editor or a paragraph; Shift and drags
   // go on from the anchor, by the same steps.
+  bool mouseDownCanMoveWindow() const override { return !isSelectable(); }
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;

@@ -15,7 +15,7 @@ class ViewTracking : public ViewDrawing {
   // The point is in the superview's coordinates.
   virtual NSView* hitTest(CGPoint point);
 
-  // Whether a press on this view moves the window where the desktop offers that.
+  // Whether a drag that begins on this view moves the window, where the window is movable by its background.
   virtual bool mouseDownCanMoveWindow() const { return !isOpaque(); }
 
   // Areas may come and go at any time; under a pointer that does not move nothing is sent.

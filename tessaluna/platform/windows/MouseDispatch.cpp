@@ -16,6 +16,30 @@ constexpr Handler handlers[3][3] = {
     {&NSResponder::rightMouseDown, &NSResponder::rightMouseDragged, &NSResponder::rightMouseUp},
     {&NSResponder::otherMouseDown, &NSResponder::otherMouseDragged, &NSResponder::otherMouseUp}};
 
+// While one of these lives, what a view does not take goes no farther than to those that leave the window with it: whoever
+// stays has not been pressed.
+class ChainEndsWithLeavers {
+ public:
+  explicit ChainEndsWithLeavers(NSView& view) : top_(refTo(view)) {
+    // Views that leave together do so from the top.
+    for (NSView* above = view.superview(); above && !above->window(); above = above->superview()) {
+      const Ref<NSObject> held = above->weak_from_this().lock();  // null if the views leave because it is being destroyed
+      if (!held) break;
+      top_ = refTo(*above);
+    }
+    earlier_ = top_->NSResponder::nextResponder();
+    top_->setNextResponder(end_.get());
+  }
+  ~ChainEndsWithLeavers() { top_->setNextResponder(earlier_); }
+  ChainEndsWithLeavers(const ChainEndsWithLeavers&) = delete;
+  ChainEndsWithLeavers& operator=(const ChainEndsWithLeavers&) = delete;
+
+ private:
+  Ref<NSView> top_;
+  NSResponder* earlier_;
+  const Ref<NSResponder> end_ = make<NSResponder>();
+};
+
 }  // namespace
 
 void MouseDispatch::send(const Ref<NSEvent>& event) {
@@ -42,21 +66,50 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
   Ref<NSView> receiver = press.view.lock();
   switch (of->phase) {
     case PressPhase::Down:
+      tracking_.sendExitsOfLeavers(event);
       receiver = viewAt(*event);
+      if (of->button == 0) backgroundDrag_.pressed(receiver.get());
       press = {.view = receiver, .isDown = true};
       if (receiver && of->button == 0 && receiver->acceptsFirstResponder()) window_.makeFirstResponder(receiver.get());
       break;
-    case PressPhase::Dragged: tracking_.pointerMoved(event, true); break;
-    case PressPhase::Up: press = {}; break;
+    case PressPhase::Dragged:
+      if (of->button == 0 && backgroundDrag_.dragged()) return endPress(of->button);
+      tracking_.pointerMoved(event, true);
+      break;
+    case PressPhase::Up:
+      press = {};
+      if (of->button == 0) backgroundDrag_.released();
+      break;
   }
   if (receiver && receiver->window() == &window_) (receiver.get()->*handlers[of->button][int(of->phase)])(event);
   // Entries that the press held back come with its release, unless that has hidden the window.
   if (of->phase == PressPhase::Up && window_.isVisible() == wasVisible) tracking_.pointerMoved(event, isButtonDown());
 }
 
-void MouseDispatch::viewWillLeave(const NSView& view) {
-  for (Press& press : pressed_)
-    if (press.view.lock().get() == &view) press.view.reset();
+void MouseDispatch::viewWillLeave(NSView& view) {
+  for (int button = 0; button < 3; ++button)
+    if (pressed_[button].view.lock().get() == &view) {
+      const ChainEndsWithLeavers scope(view);
+      endPress(button);
+    }
+  tracking_.viewWillLeave(view);
+}
+
+void MouseDispatch::endPress(int button) {
+  const Ref<NSView> view = pressed_[button].view.lock();
+  pressed_[button].view.reset();
+  if (!view) return;
+  constexpr CGPoint outside{-1e6, -1e6};
+  const backend::Backend* backend = backend::Backend::current();
+  NSEvent::Fields fields{.type = NSEventType::MouseExited,
+                         .location = outside,
+                         .timestamp = backend ? backend->now() : 0,
+                         .window = std::static_pointer_cast<NSWindow>(window_.weak_from_this().lock()),
+                         .buttonNumber = button};
+  tracking_.wasExited(*view);
+  view->mouseExited(make<NSEvent>(fields));
+  fields.type = buttonEventType(button, PressPhase::Up);
+  (view.get()->*handlers[button][int(PressPhase::Up)])(make<NSEvent>(fields));
 }
 
 Ref<NSView> MouseDispatch::viewAt(const NSEvent& event) const {

@@ -3,17 +3,19 @@
 #pragma once
 
 #include "tessaluna/platform/events/PointerTracking.h"
+#include "tessaluna/platform/windows/BackgroundDrag.h"
 
 namespace tessaluna::platform {
 
 class MouseDispatch {
  public:
-  explicit MouseDispatch(NSWindow& window) : window_(window), tracking_(window) {}
+  explicit MouseDispatch(NSWindow& window) : window_(window), tracking_(window), backgroundDrag_(window) {}
 
   void send(const Ref<NSEvent>& event);
+  void windowWasShown() { tracking_.windowWasShown(); }
   void windowWasHidden() { tracking_.windowWasHidden(); }
-  // Its release goes to nobody.
-  void viewWillLeave(const NSView& view);
+  // A pressed view gets mouseExited: and then mouseUp:, outside of everything, and nothing more of its press.
+  void viewWillLeave(NSView& view);
 
  private:
   struct Press {
@@ -24,9 +26,11 @@ class MouseDispatch {
   Ref<NSView> viewAt(const NSEvent& event) const;
   bool isButtonDown() const;
   void sendButton(const Ref<NSEvent>& event);
+  void endPress(int button);  // for its view, as viewWillLeave says
 
   NSWindow& window_;
   PointerTracking tracking_;
+  BackgroundDrag backgroundDrag_;
   Press pressed_[3];  // of the left, the right and any other button
 };
 

@@ -1,5 +1,6 @@
 #include "tessaluna/platform/windows/NSWindow.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
@@ -18,17 +19,20 @@ namespace tessaluna::platform {
 const ClassInfo NSWindow::staticClassInfo{.name = "NSWindow", .base = &NSResponder::staticClassInfo};
 
 NSWindow::NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreType, bool defer)
-    : frame_(contentRect), styleMask_(styleMask), backgroundColor_(NSColor::windowBackgroundColor()) {
+    : WindowPlace(contentRect),
+      styleMask_(styleMask),
+      backgroundColor_(NSColor::windowBackgroundColor()),
+      isMovableByWindowBackground_(styleMask & NSWindowStyleMaskTexturedBackground) {
   firstResponder_ = this;
   isDeferred_ = defer;
 }
 
 NSWindow::NSWindow(NSCoder& coder)
-    : NSResponder(coder),
-      frame_(coder.decodeRectForKey("contentRect")),
+    : WindowPlace(coder),
       styleMask_(static_cast<std::uint32_t>(coder.decodeIntegerForKey("styleMask"))),
       title_(coder.decodeStringForKey("title").value_or("")),
-      backgroundColor_(NSColor::windowBackgroundColor()) {
+      backgroundColor_(NSColor::windowBackgroundColor()),
+      isMovableByWindowBackground_(styleMask_ & NSWindowStyleMaskTexturedBackground) {
   firstResponder_ = this;
 }
 
@@ -61,7 +65,11 @@ void NSWindow::makeNative() {
                                                 .content = frame_,
                                                 .isOpaque = isOpaque_,
                                                 .hasShadow = hasShadow_,
-                                                .canBecomeKey = canBecomeKeyWindow()}));
+                                                .canBecomeKey = canBecomeKeyWindow(),
+                                                .isPanel = isPanel(),
+                                                .isClosable = (styleMask_ & NSWindowStyleMaskClosable) != 0,
+                                                .isMiniaturizable = (styleMask_ & NSWindowStyleMaskMiniaturizable) != 0,
+                                                .isResizable = (styleMask_ & NSWindowStyleMaskResizable) != 0}));
 }
 
 void NSWindow::adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native) {
@@ -87,8 +95,14 @@ void NSWindow::setContentView(Ref<NSView> view) {
 }
 
 void NSWindow::moveTo(CGRect frame) {
-  if (native_ && frame != frame_) native_->setFrame(frame);
+  const Ref<NSObject> held = weak_from_this().lock();
+  const bool showedNothing = showsNothing(frame_);
+  if (native_ && frame != frame_ && !showsNothing(frame)) native_->setFrame(frame);
   nativeFrameChanged(frame);
+  if (native_ && isVisible_ && showsNothing(frame_) != showedNothing) {
+    if (showedNothing) native_->show();
+    else native_->hide();
+  }
 }
 
 void NSWindow::setFrame(CGRect frame, bool display) {
@@ -115,6 +129,12 @@ double NSWindow::animationResizeTime(CGRect) const { return windowResizeDuration
 
 NSWindowAnimator NSWindow::animator() { return NSWindowAnimator(*this); }
 
+// A desktop would make it a small window, or one on the other side of its corner.
+bool NSWindow::showsNothing(CGRect frame) const {
+  const CGFloat least = std::min(frame.size.width, frame.size.height);
+  return least < 0 || (least == 0 && !(styleMask_ & NSWindowStyleMaskTitled));
+}
+
 void NSWindow::setFrameTopLeftPoint(CGPoint point) {
   setFrame({{point.x, point.y - frame_.size.height}, frame_.size}, false);
 }
@@ -134,27 +154,25 @@ void NSWindow::nativeFrameChanged(CGRect content) {
 
 void NSWindow::nativeScaleChanged() { invalidateRect({{0, 0}, frame_.size}); }
 
-CGPoint NSWindow::convertPointToScreen(CGPoint p) const { return {p.x + frame_.origin.x, p.y + frame_.origin.y}; }
-CGPoint NSWindow::convertPointFromScreen(CGPoint p) const { return {p.x - frame_.origin.x, p.y - frame_.origin.y}; }
-CGRect NSWindow::convertRectToScreen(CGRect r) const { return {convertPointToScreen(r.origin), r.size}; }
-CGRect NSWindow::convertRectFromScreen(CGRect r) const { return {convertPointFromScreen(r.origin), r.size}; }
-CGFloat NSWindow::backingScaleFactor() const { return native_ ? native_->scale() : 1; }
-
 void NSWindow::orderFront(NSObject*) {
+  const Ref<NSWindow> held = refTo(*this);
   makeNative();
-  isVisible_ = true;
+  const bool appears = !std::exchange(isVisible_, true);
   if (NSWindow* parent = parentWindow()) {
     parent->children_.childWasShown(*this, true);
     native_->setParent(parent->nativeWindow());
   }
-  native_->show();
+  if (!showsNothing(frame_)) native_->show();
   native_->raise();
   displayIfNeeded();
   children_.parentWasShown();
+  if (appears) mouse_.windowWasShown();
 }
 
 void NSWindow::orderOut(NSObject*) {
   const Ref<NSWindow> held = refTo(*this);
+  // First of all: who ends what hangs on the key status finds the children still there.
+  nativeKeyStatusChanged(false);
   if (NSWindow* parent = parentWindow(); parent && parent->isVisible()) parent->children_.childWasShown(*this, false);
   mouse_.windowWasHidden();
   if (std::exchange(isVisible_, false)) {
@@ -162,7 +180,6 @@ void NSWindow::orderOut(NSObject*) {
     NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held), NSAccessibilityUIElementDestroyedNotification);
   }
   if (native_) native_->hide();
-  nativeKeyStatusChanged(false);
 }
 
 void NSWindow::makeKeyAndOrderFront(NSObject* sender) {
@@ -196,7 +213,10 @@ void NSWindow::notify(std::string_view name, void (NSWindowDelegate::*operation)
   NSNotificationCenter::defaultCenter().postNotificationName(name, held);
 }
 
-void NSWindow::addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode) { children_.add(child); }
+void NSWindow::addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode ordered) {
+  if (ordered != NSWindowAbove) stopProgram("NSWindow: a child window stands above its parent or nowhere");
+  children_.add(child);
+}
 
 Ref<NSWindowController> NSWindow::windowController() const { return controller_.lock(); }
 void NSWindow::setWindowController(const Ref<NSWindowController>& controller) { controller_ = controller; }
@@ -216,6 +236,16 @@ void NSWindow::setTitle(std::string title) {
   title_ = std::move(title);
   if (native_) native_->setTitle(title_);
   NSAccessibilityPostNotification(weak_from_this().lock(), NSAccessibilityTitleChangedNotification);
+}
+
+void NSWindow::setOpaque(bool isOpaque) {
+  if (std::exchange(isOpaque_, isOpaque) == isOpaque) return;
+  invalidateRect({{0, 0}, frame_.size});
+  if (native_) native_->setOpaque(isOpaque);
+}
+
+void NSWindow::setHasShadow(bool has) {
+  if (std::exchange(hasShadow_, has) != has && native_) native_->setHasShadow(has);
 }
 
 void NSWindow::setBackgroundColor(Ref<NSColor> color) {

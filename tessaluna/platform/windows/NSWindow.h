@@ -1,21 +1,17 @@
-// A window: a content view, the view tree's way to the desktop, and the first stop of events. Frames are in screen space,
-// whose origin is the lower left of the primary screen; the window's base space has its origin at the lower left of the
-// content. A window keeps its picture, so that drawing happens only where something changed.
+// A window: a content view, the view tree's way to the desktop, and the first stop of events. It keeps its picture, so that
+// drawing happens only where something changed. What of it is about its place is in WindowPlace.
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
-#include "tessaluna/platform/backend/Backend.h"
-#include "tessaluna/platform/events/NSResponder.h"
-#include "tessaluna/platform/foundation/Geometry.h"
 #include "tessaluna/platform/graphics/Forward.h"
 #include "tessaluna/platform/views/Forward.h"
 #include "tessaluna/platform/windows/ChildWindows.h"
 #include "tessaluna/platform/windows/DirtyRegion.h"
 #include "tessaluna/platform/windows/MouseDispatch.h"
 #include "tessaluna/platform/windows/NSWindowDelegate.h"
+#include "tessaluna/platform/windows/WindowPlace.h"
 
 namespace tessaluna::platform {
 
@@ -30,7 +26,7 @@ enum NSWindowStyleMask : std::uint32_t {
 enum NSBackingStoreType { NSBackingStoreBuffered = 2 };
 enum NSWindowOrderingMode { NSWindowBelow = -1, NSWindowOut = 0, NSWindowAbove = 1 };
 
-class NSWindow : public NSResponder, public NSAccessibility, private backend::WindowClient {
+class NSWindow : public WindowPlace, public NSAccessibility, private backend::WindowClient {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -45,7 +41,7 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   const Ref<NSView>& contentView() const { return contentView_; }
   void setContentView(Ref<NSView> view);  // takes the size of the window's content
 
-  CGRect frame() const { return frame_; }
+  // At a negative size a window shows nothing, without a title bar also at a size without area.
   void setFrame(CGRect frame, bool display);
   // Animated, it returns at once and the frame moves there in animationResizeTime; a later frame takes over from wherever
   // that has got to. A window that does not show moves at once.
@@ -53,11 +49,6 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   virtual double animationResizeTime(CGRect newFrame) const;  // seconds
   NSWindowAnimator animator();                                // the window whose setters take their time
   void setFrameTopLeftPoint(CGPoint point);                   // keeps the size
-  CGPoint convertPointToScreen(CGPoint point) const;
-  CGPoint convertPointFromScreen(CGPoint point) const;
-  CGRect convertRectToScreen(CGRect rect) const;
-  CGRect convertRectFromScreen(CGRect rect) const;
-  CGFloat backingScaleFactor() const;
 
   bool isVisible() const { return isVisible_; }
   void orderFront(NSObject* sender);
@@ -66,7 +57,7 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   virtual void close();
 
   // Children stand above their window, which keeps them alive; they move with its upper left corner and are shown and
-  // hidden with it. A child of a visible window is shown at once. Below it is not offered.
+  // hidden with it. A child of a visible window is shown at once. Only NSWindowAbove is offered; others stop the program.
   void addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode ordered);
   void removeChildWindow(NSWindow& child) { children_.remove(child); }  // stays where it is, and visible
   NSWindow* parentWindow() const { return children_.parent(); }
@@ -109,10 +100,14 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   const std::string& title() const { return title_; }
   void setTitle(std::string title);
   std::uint32_t styleMask() const { return styleMask_; }
-  void setOpaque(bool isOpaque) { isOpaque_ = isOpaque; }
+  void setOpaque(bool isOpaque);
   bool isOpaque() const { return isOpaque_; }
-  void setHasShadow(bool has) { hasShadow_ = has; }
+  void setHasShadow(bool has);
   bool hasShadow() const { return hasShadow_; }
+  // Whether a drag moves the window that begins on a view whose mouseDownCanMoveWindow says so. At first as the style bit
+  // of the textured background. Views among the widgets of a Qt program move nothing in any case.
+  bool isMovableByWindowBackground() const { return isMovableByWindowBackground_; }
+  void setMovableByWindowBackground(bool isMovable) { isMovableByWindowBackground_ = isMovable; }
   void setBackgroundColor(Ref<NSColor> color);
   const Ref<NSColor>& backgroundColor() const { return backgroundColor_; }
 
@@ -136,11 +131,11 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
 
   // A backend that already has the native side of a window, such as a widget of a host, gives it here.
   void adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native);
-  backend::NativeWindow* nativeWindow() const { return native_.get(); }
   backend::WindowClient& windowClient() { return *this; }
 
  protected:
   std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
+  virtual bool isPanel() const { return false; }
 
  private:
   friend class ChildWindows;
@@ -160,15 +155,14 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   Ref<NSWindow> eventWindow() override { return std::static_pointer_cast<NSWindow>(weak_from_this().lock()); }
 
   void makeNative();
+  bool showsNothing(CGRect frame) const;
   void notify(std::string_view name, void (NSWindowDelegate::*operation)(const Ref<NSNotification>&));
   void drawContents(CGRect rect, backend::Canvas& canvas);
   void dispatchKey(const Ref<NSEvent>& event);
   void setFirstResponder(NSResponder& responder);
   void resetCursorRectsBelow(NSView& view);
 
-  std::unique_ptr<backend::NativeWindow> native_;
   Ref<NSView> contentView_;
-  CGRect frame_;
   std::uint32_t styleMask_;
   std::string title_;
   Ref<NSColor> backgroundColor_;
@@ -182,6 +176,7 @@ class NSWindow : public NSResponder, public NSAccessibility, private backend::Wi
   WeakRef<NSWindowDelegate> delegate_;
   bool isDeferred_ = true;
   bool isVisible_ = false, isKey_ = false, isOpaque_ = true, hasShadow_ = true;
+  bool isMovableByWindowBackground_;
 };
 
 }  // namespace tessaluna::platform

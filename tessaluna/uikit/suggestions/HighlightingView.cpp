@@ -46,8 +46,8 @@ void HighlightingView::accessibilityPerformAction(std::string_view action) {
     const Ref<NSWindowController> found = window() ? window()->windowController() : nullptr;
     const auto controller = std::dynamic_pointer_cast<SuggestionsWindowController>(found);
     if (!controller) return;
-    // A pointer would have come over the row before it was clicked.
-    if (controller->selectedView() != self) controller->userSetSelectedView(self);
+    // As a pointer comes over a row before it clicks it, also over the selected one.
+    controller->userSetSelectedView(self);
     controller->mouseUp(nullptr);
   }
 }

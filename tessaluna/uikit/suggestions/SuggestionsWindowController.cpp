@@ -282,6 +282,8 @@ void SuggestionsWindowController::layoutSuggestions() {
   }
   const CGFloat total = y + height;
   content->setFrame({contentFrame.origin, {contentFrame.size.width, total}});
+  // It follows the clip view in width, which a bar that is there already has made narrower.
+  if (const NSView* clip = content->superview()) content->setFrameSize({clip->bounds().size.width, total});
   popUp->setFrame(growingDownward(popUp->frame(), total), true);
 }
 

@@ -167,7 +167,7 @@ TEST_F(HeadlessBackendTest, AHiddenWindowLosesKeyStatus) {
   EXPECT_EQ(client.log, (Log{"key", "not key"}));
 }
 
-TEST_F(HeadlessBackendTest, AWindowHasTheScaleOfTheScreenWithItsMiddle) {
+TEST_F(HeadlessBackendTest, AWindowHasTheScaleOfTheScreenThatShowsMostOfIt) {
   desktop.setScreens({{.frame = {0, 0, 100, 100}, .visibleFrame = {0, 0, 100, 100}, .scale = 1},
                       {.frame = {100, 0, 100, 100}, .visibleFrame = {100, 0, 100, 100}, .scale = 2}});
   const auto window = makeWindow({60, 10, 70, 70});

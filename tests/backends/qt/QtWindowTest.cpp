@@ -206,6 +206,56 @@ TEST_F(QtWindowTest, BorderlessWindowIsAPopUpWithoutFocus) {
   EXPECT_FALSE(popUp->isKeyWindow());
 }
 
+TEST_F(QtWindowTest, ItsStyleIsWhatItsTitleBarOffers) {
+  constexpr std::uint32_t bits[] = {NSWindowStyleMaskClosable, NSWindowStyleMaskMiniaturizable, NSWindowStyleMaskResizable};
+  constexpr Qt::WindowType hints[] = {Qt::WindowCloseButtonHint, Qt::WindowMinimizeButtonHint, Qt::WindowMaximizeButtonHint};
+  for (std::uint32_t on = 0; on < 8; ++on) {
+    std::uint32_t style = NSWindowStyleMaskTitled;
+    for (int i = 0; i < 3; ++i)
+      if (on & (1u << i)) style |= bits[i];
+    const auto window = makeWindow(style);
+    const QWindow& native = qWindowOf(*window);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(native.flags().testFlag(hints[i]), (on & (1u << i)) != 0) << on << " " << i;
+    EXPECT_EQ(native.maximumSize() == native.minimumSize(), !(on & 4)) << on;
+    window->close();
+  }
+}
+
+TEST_F(QtWindowTest, TheProgramResizesAWindowThatTheUserCannot) {
+  const auto window = makeWindow();
+  window->setFrame({100, 200, 300, 50}, true);
+  settle();
+  EXPECT_EQ(qWindowOf(*window).size(), QSize(300, 50));
+  window->setFrame({100, 200, 30, 150}, true);
+  settle();
+  EXPECT_EQ(qWindowOf(*window).size(), QSize(30, 150));
+  EXPECT_EQ(window->frame(), (CGRect{100, 200, 30, 150}));
+}
+
+TEST_F(QtWindowTest, OpacityAndShadowCanChangeWhileItShows) {
+  const auto window = makeWindow();
+  const auto child = make<NSWindow>(CGRect{20, 30, 40, 50}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
+  window->addChildWindow(child, NSWindowAbove);
+  window->setTitle("Player");
+  const auto count = QGuiApplication::allWindows().size();
+  window->setOpaque(false);
+  settle();
+  EXPECT_EQ(qWindowOf(*window).requestedFormat().alphaBufferSize(), 8);
+  EXPECT_TRUE(qWindowOf(*window).isVisible());
+  EXPECT_EQ(qWindowOf(*window).title(), "Player");
+  EXPECT_EQ(qWindowOf(*child).transientParent(), &qWindowOf(*window));
+  EXPECT_EQ(QGuiApplication::allWindows().size(), count);
+  EXPECT_TRUE(window->isVisible() && window->isKeyWindow());
+  window->setOpaque(true);
+  settle();
+  EXPECT_LE(qWindowOf(*window).requestedFormat().alphaBufferSize(), 0);
+  window->setHasShadow(false);
+  EXPECT_TRUE(qWindowOf(*window).flags() & Qt::NoDropShadowWindowHint);
+  window->setHasShadow(true);
+  EXPECT_FALSE(qWindowOf(*window).flags() & Qt::NoDropShadowWindowHint);
+  child->close();
+}
+
 TEST_F(QtWindowTest, PopUpIsPaintedBeforeAnybodySeesIt) {
   const auto parent = makeWindow();
   const auto popUp = make<NSWindow>(CGRect{20, 30, 40, 50}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);

@@ -124,6 +124,61 @@ TEST_F(TrackListHostTest, OnlyTheRowUnderThePointerShowsItsControls) {
   EXPECT_THAT(rowsThatShowControls(), ElementsAre());
 }
 
+// What happens to the list while the button is down on a control, and then the button goes up.
+class TrackListHostPress : public TrackListHostTest {
+ protected:
+  template <class Change>
+  void expectNoClickAfter(Change change) {
+    user.moveTo(*window, middleOf(playOf(3)));
+    user.press(*window, middleOf(playOf(3)));
+    ASSERT_TRUE(playOf(3).isPressed());
+    change();
+    const auto isAnyPressed = [&] {
+      for (std::size_t row = 0; row < table().numberOfRows(); ++row)
+        if (table().viewAtRow(row) && (playOf(row).isPressed() || favoriteOf(row).isPressed() || moreOf(row).isPressed()))
+          return true;
+      return false;
+    };
+    EXPECT_FALSE(isAnyPressed());
+    user.release();
+    EXPECT_FALSE(isAnyPressed());
+    EXPECT_EQ(reports, std::vector<std::string>{});
+  }
+};
+
+TEST_F(TrackListHostPress, EndsWhereItsRowScrollsAway) {
+  expectNoClickAfter([&] { scrollTo(24 * 50); });
+}
+
+TEST_F(TrackListHostPress, EndsWhereItsRowScrollsAwayAndBack) {
+  expectNoClickAfter([&] { scrollTo(24 * 50), scrollTo(0); });
+}
+
+TEST_F(TrackListHostPress, EndsWithAReload) {
+  expectNoClickAfter([&] { table().reloadData(); });
+}
+
+TEST_F(TrackListHostPress, EndsWhereTheListIsTakenOutAndPutBack) {
+  expectNoClickAfter([&] {
+    host->view()->removeFromSuperview();
+    window->contentView()->addSubview(host->view());
+  });
+}
+
+TEST_F(TrackListHostPress, AViewThatComesToAnotherRowUnderAStillPointerIsNotClicked) {
+  user.moveTo(*window, middleOf(playOf(3)));
+  const CGPoint place = middleOf(playOf(3));
+  for (const CGFloat y : {24.0 * 50, 24.0 * 51, 24.0 * 7, 0.0}) {
+    scrollTo(y);
+    user.press(*window, place);
+    user.dragTo({-500, -500});
+    user.release();
+  }
+  scrollTo(24 * 90);
+  user.click(*window, place);
+  EXPECT_EQ(reports, std::vector<std::string>{});
+}
+
 TEST_F(TrackListHostTest, AHoverChangeRepaintsTheControlsOfTheTwoRowsAndNoMore) {
   user.moveTo(*window, beside(2));
   desktop.settle();

@@ -293,3 +293,10 @@ TEST_F(PointerTrackingTest, CursorsAreOneObjectForEachShape) {
   EXPECT_EQ(NSCursor::resizeUpDownCursor()->shape(), tessaluna::backend::CursorShape::ResizeUpDown);
   EXPECT_EQ(NSCursor::arrowCursor()->shape(), tessaluna::backend::CursorShape::Arrow);
 }
+
+using PointerTrackingDeathTest = PointerTrackingTest;
+
+TEST_F(PointerTrackingDeathTest, OptionsThatAreNotOfferedStopTheProgram) {
+  EXPECT_DEATH(addArea(*left, always | NSTrackingCursorUpdate), "not offered");
+  EXPECT_DEATH(addArea(*left, always | NSTrackingAssumeInside), "not offered");
+}

@@ -47,6 +47,18 @@ TEST_F(ChildWindowsTest, MovesWithTheUpperLeftCornerOfItsParent) {
   EXPECT_EQ(parent->frame(), (CGRect{110, 80, 300, 200}));
 }
 
+TEST_F(ChildWindowsTest, IsStillThereWhenItsParentGivesUpTheKeyStatusToBeHidden) {
+  parent->addChildWindow(child, NSWindowAbove);
+  bool wasVisible = false;
+  const Ref<NSObject> token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidResignKeyNotification, parent, nullptr,
+      [&](const Ref<NSNotification>&) { wasVisible = child->isVisible(); });
+  parent->orderOut(nullptr);
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_TRUE(wasVisible);
+  EXPECT_FALSE(child->isVisible());
+}
+
 TEST_F(ChildWindowsTest, IsHiddenAndShownWithItsParent) {
   parent->addChildWindow(child, NSWindowAbove);
   parent->orderOut(nullptr);
@@ -108,6 +120,12 @@ TEST_F(ChildWindowsTest, OutlivesItsParent) {
 TEST_F(ChildWindowsTest, KeepsItsUpperLeftCornerAtThePointThatItIsGiven) {
   child->setFrameTopLeftPoint({300, 200});
   EXPECT_EQ(child->frame(), (CGRect{300, 160, 80, 40}));
+}
+
+using ChildWindowsDeathTest = ChildWindowsTest;
+
+TEST_F(ChildWindowsDeathTest, BelowItsParentIsNotOffered) {
+  EXPECT_DEATH(parent->addChildWindow(child, NSWindowBelow), "above its parent or nowhere");
 }
 
 struct ChildWindowsNotifications : harness::StillWorld, NSWindowDelegate {

@@ -204,6 +204,56 @@ TEST_F(NSWindowTest, ANewScaleDrawsEverythingAgain) {
   EXPECT_THAT(nativeOf(*window).paints().back().dirty, ElementsAre(CGRect{0, 0, 200, 150}));
 }
 
+TEST_F(NSWindowTest, AtANegativeSizeNothingShows) {
+  const auto window = showWindow();
+  window->setFrame({100, 100, 200, -50}, true);
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_FALSE(nativeOf(*window).isVisible());
+  EXPECT_EQ(nativeOf(*window).frame(), (CGRect{100, 100, 200, 150}));
+  window->setFrame({300, 300, 200, 80}, true);
+  EXPECT_TRUE(nativeOf(*window).isVisible());
+  EXPECT_EQ(nativeOf(*window).frame(), (CGRect{300, 300, 200, 80}));
+}
+
+TEST_F(NSWindowTest, WithoutAreaATitledWindowShowsItsTitleAndABorderlessOneNothing) {
+  const auto titled = unshownWindow(), borderless = unshownWindow(NSWindowStyleMaskBorderless);
+  for (const auto& window : {titled, borderless}) {
+    window->setFrame({100, 100, 200, 0}, false);
+    window->orderFront(nullptr);
+  }
+  EXPECT_TRUE(nativeOf(*titled).isVisible());
+  EXPECT_FALSE(nativeOf(*borderless).isVisible());
+}
+
+// What it tells the desktop.
+
+TEST_F(NSWindowTest, ItsStyleReachesTheDesktop) {
+  const auto plain = unshownWindow(), all = unshownWindow(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
+                                                          NSWindowStyleMaskMiniaturizable | NSWindowStyleMaskResizable);
+  plain->orderFront(nullptr);
+  all->orderFront(nullptr);
+  const auto& bare = nativeOf(*plain).options();
+  EXPECT_FALSE(bare.isClosable || bare.isMiniaturizable || bare.isResizable || bare.isPanel);
+  const auto& full = nativeOf(*all).options();
+  EXPECT_TRUE(full.isClosable && full.isMiniaturizable && full.isResizable);
+}
+
+TEST_F(NSWindowTest, OpacityAndShadowReachTheDesktopAlsoWhenItIsShown) {
+  const auto window = showWindow();
+  nativeOf(*window).forgetPaints();
+  window->setOpaque(false);
+  window->setHasShadow(false);
+  EXPECT_FALSE(nativeOf(*window).options().isOpaque);
+  EXPECT_FALSE(nativeOf(*window).options().hasShadow);
+  desktop.settle();
+  ASSERT_EQ(nativeOf(*window).paints().size(), 1u);
+  EXPECT_THAT(nativeOf(*window).paints()[0].dirty, ElementsAre(CGRect{0, 0, 200, 150}));
+  window->setOpaque(true);
+  window->setHasShadow(true);
+  EXPECT_TRUE(nativeOf(*window).options().isOpaque);
+  EXPECT_TRUE(nativeOf(*window).options().hasShadow);
+}
+
 // Its picture.
 
 TEST_F(NSWindowTest, AShownWindowIsPaintedWithItsBackground) {
@@ -368,17 +418,6 @@ TEST_F(NSWindowTest, EachButtonHasAPressOfItsOwn) {
   send(NSEventType::RightMouseUp, {5, 5});
   EXPECT_THAT(a->calls, ElementsAre("mouseDown", "mouseUp"));
   EXPECT_THAT(b->calls, ElementsAre("rightMouseDown", "rightMouseUp"));
-}
-
-TEST_F(NSWindowTest, AViewThatLeavesDuringItsPressGetsNothingMore) {
-  const auto v = view({10, 20, 30, 40});
-  const auto window = showWindowWith(v);
-  v->calls.clear();
-  user.press(*window, {15, 25});
-  v->removeFromSuperview();
-  user.dragTo({16, 26});
-  user.release();
-  EXPECT_THAT(v->calls, ElementsAre("mouseDown"));
 }
 
 TEST_F(NSWindowTest, AWindowMayGoInsideItsOwnEvent) {

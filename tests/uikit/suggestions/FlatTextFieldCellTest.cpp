@@ -103,6 +103,21 @@ TEST_F(FlatTextFieldCellTest, SettingTheColorAsksForNoRedraw) {
   EXPECT_TRUE(nativeOf(*window).paints().empty());
 }
 
+TEST_F(FlatTextFieldCellTest, ADeactivationAsksForNoRedrawAndShowsWithTheNextOne) {
+  const auto window = showWindowWith(field);
+  field->setCell(cell);
+  desktop.settle();
+  const Lines active = harness::only("setFillColor", nativeOf(*window).paints().back().lines);
+  nativeOf(*window).forgetPaints();
+  NSApp->setActive(false);
+  desktop.settle();
+  EXPECT_TRUE(nativeOf(*window).paints().empty());
+  field->setNeedsDisplay(true);
+  desktop.settle();
+  ASSERT_EQ(nativeOf(*window).paints().size(), 1u);
+  EXPECT_NE(harness::only("setFillColor", nativeOf(*window).paints().back().lines), active);
+}
+
 using FlatTextFieldCellDeathTest = FlatTextFieldCellTest;
 
 TEST_F(FlatTextFieldCellDeathTest, InitTextCellIsNotSupported) {

@@ -116,6 +116,13 @@ class PopUpWorld : public StillWorld {
     return std::dynamic_pointer_cast<tessaluna::platform::NSScrollView>(popUp()->contentView());
   }
   Ref<tessaluna::platform::NSView> content() { return scrollView()->documentView(); }
+  // The labels of what the controller holds; "none" where it holds nothing.
+  Calls heldLabels() {
+    if (!controller->suggestions()) return {"none"};
+    Calls labels;
+    for (const TessalunaUIKit::Suggestion& suggestion : *controller->suggestions()) labels.push_back(suggestion.label);
+    return labels;
+  }
   std::string selectedLabel() {
     const auto suggestion = controller->selectedSuggestion();
     return suggestion ? suggestion->label : "none";

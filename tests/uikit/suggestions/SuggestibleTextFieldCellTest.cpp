@@ -62,7 +62,7 @@ TEST_F(SuggestibleTextFieldCellTest, WithAPopUpAndNoOtherChildrenTheListIsTheOnl
   EXPECT_EQ(cell->accessibilityChildren(), AccessibilityElements{content()});
 }
 
-TEST_F(SuggestibleTextFieldCellTest, OnASystemBefore1010AsksTheStockCellsAttribute) {
+TEST_F(SuggestibleTextFieldCellTest, HasTheSameChildrenOnAllSystems) {
   for (const NSOperatingSystemVersion version :
        {NSOperatingSystemVersion{10, 9, 5}, NSOperatingSystemVersion{10, 10, 0}, NSOperatingSystemVersion{11, 0, 0}}) {
     setOperatingSystemVersion(version);
@@ -73,6 +73,35 @@ TEST_F(SuggestibleTextFieldCellTest, OnASystemBefore1010AsksTheStockCellsAttribu
     EXPECT_EQ(cell->accessibilityChildren(), std::nullopt);
     cell->setSuggestionsWindow(popUp());
     EXPECT_EQ(cell->accessibilityChildren(), AccessibilityElements{content()});
+  }
+}
+
+// The two ways differ for a cell whose attribute is overridden by a value that is no list.
+TEST_F(SuggestibleTextFieldCellTest, Before1010AsksTheStockCellForItsAttributeAndSinceThenForItsChildren) {
+  class CellWithAChild : public SuggestibleTextFieldCell {
+   public:
+    using SuggestibleTextFieldCell::SuggestibleTextFieldCell;
+    Ref<NSObject> child;
+
+   protected:
+    std::optional<AccessibilityElements> accessibilityOwnChildren() const override { return AccessibilityElements{child}; }
+  };
+  const auto cell = make<CellWithAChild>("text");
+  cell->child = one;
+  cell->accessibilitySetOverrideValue(true, NSAccessibilityChildrenAttribute);
+  const struct {
+    NSOperatingSystemVersion version;
+    std::optional<AccessibilityElements> children;
+    AccessibilityElements withPopUp;
+  } cases[] = {{{10, 9, 5}, std::nullopt, {content()}},
+               {{10, 10, 0}, AccessibilityElements{one}, {one, content()}},
+               {{11, 0, 0}, AccessibilityElements{one}, {one, content()}}};
+  for (const auto& c : cases) {
+    setOperatingSystemVersion(c.version);
+    cell->setSuggestionsWindow(nullptr);
+    EXPECT_EQ(cell->accessibilityChildren(), c.children) << c.version.minorVersion;
+    cell->setSuggestionsWindow(popUp());
+    EXPECT_EQ(cell->accessibilityChildren(), c.withPopUp) << c.version.minorVersion;
   }
 }
 

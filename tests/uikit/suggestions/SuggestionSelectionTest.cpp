@@ -252,6 +252,28 @@ TEST_F(SuggestionSelectionMouse, RowsThrownAwayWithinTheirOwnEventsAreHarmless) 
   EXPECT_EQ(selectedLabel(), "1");
 }
 
+TEST_F(SuggestionSelectionMouse, NewRowsInTheMiddleOfAPressChooseNothing) {
+  show({"a", "b", "c"});
+  user.moveTo(*popUp(), {10, 50});
+  user.press(*popUp(), {10, 50});
+  target->calls.clear();
+  controller->setSuggestions(suggestionsNamed({"x", "y", "z"}));
+  EXPECT_EQ(target->calls, Calls{});
+  user.release();
+  EXPECT_EQ(field->calls, Calls{});
+  EXPECT_TRUE(popUp()->isVisible());
+}
+
+TEST_F(SuggestionSelectionMouse, ThePointerOverAPopUpThatIsCancelledClearsNothingWhenItBeginsAgain) {
+  show({"a", "b", "c"});
+  user.moveTo(*popUp(), {10, 50});
+  controller->cancelSuggestions();
+  desktop.setMouseLocation({1000, 800});
+  show({"x", "y", "z"});
+  EXPECT_EQ(selectedLabel(), "x");
+  EXPECT_EQ(target->calls, Calls{});
+}
+
 TEST_F(SuggestionSelectionMouse, TheTargetMayGoWithinItsCall) {
   show({"a", "b"});
   target->onCall = [&] { target = nullptr; };

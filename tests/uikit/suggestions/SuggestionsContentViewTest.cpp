@@ -98,10 +98,10 @@ TEST_F(SuggestionsContentViewTest, PressingARowSelectsItAndTellsNoTarget) {
   EXPECT_TRUE(popUp()->isVisible());
 }
 
-TEST_F(SuggestionsContentViewTest, ChoosingTheSelectedRowDoesWhatAReleaseOfTheMouseDoes) {
+TEST_F(SuggestionsContentViewTest, ChoosingTheSelectedRowDoesWhatAClickDoes) {
   show({"a", "b"});
   row(0)->accessibilityPerformAction("choose");
-  EXPECT_TRUE(target->calls.empty());
+  EXPECT_EQ(target->calls, harness::Calls{"a"});
   EXPECT_EQ(field->calls, (harness::Calls{"validateEditing", "abortEditing", "sendAction search: to nobody"}));
   EXPECT_FALSE(popUp()->isVisible());
 }
@@ -112,6 +112,14 @@ TEST_F(SuggestionsContentViewTest, ChoosingAnotherRowSelectsItFirstAsThePointerW
   EXPECT_EQ(target->calls, harness::Calls{"b"});
   EXPECT_EQ(field->calls.size(), 3u);
   EXPECT_EQ(selectedLabel(), "b");
+  EXPECT_FALSE(popUp()->isVisible());
+}
+
+TEST_F(SuggestionsContentViewTest, ChoosingARowThatAPressHasSelectedTellsTheTarget) {
+  show({"a", "b"});
+  row(1)->accessibilityPerformAction(NSAccessibilityPressAction);
+  row(1)->accessibilityPerformAction("choose");
+  EXPECT_EQ(target->calls, harness::Calls{"b"});
   EXPECT_FALSE(popUp()->isVisible());
 }
 

@@ -148,6 +148,44 @@ TEST_F(SuggestionsWindowControllerBegin, TheWindowStopsAtTheScreensLowerEdgeAndS
   EXPECT_TRUE(scrollView()->verticalScroller()->isHidden());
 }
 
+TEST_F(SuggestionsWindowControllerBegin, TheWheelNeverMovesTheRowsSideways) {
+  window->setFrame({100, 2, 400, 300}, false);  // the pop-up's top is at 100
+  rowHeight = 30;
+  show({"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
+  // With a bar, with one that was there before, without one again, and with one again.
+  for (const int count : {10, 9, 2, 10}) {
+    controller->setSuggestions(suggestionsCounting(count));
+    EXPECT_EQ(content()->frame().size.width, scrollView()->contentView()->bounds().size.width) << count;
+    user.scroll(*popUp(), {10, 10}, {-7, 0});
+    EXPECT_EQ(scrollView()->contentView()->bounds().origin, (CGPoint{0, 0})) << count;
+  }
+}
+
+TEST_F(SuggestionsWindowControllerBegin, OnAScreenBelowThePrimaryOneNothingShowsWhereTheHeightIsNegative) {
+  desktop.setScreens({{.frame = {0, 0, 1440, 900}, .visibleFrame = {0, 0, 1440, 900}},
+                      {.frame = {0, -900, 1440, 900}, .visibleFrame = {0, -900, 1440, 900}}});
+  nativeOf(*window).moveByUser({100, -600, 400, 300});
+  show({"a", "b"});
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 0, 200, -502}));
+  EXPECT_TRUE(popUp()->isVisible());
+  EXPECT_FALSE(nativeOf(*popUp()).isVisible());
+  nativeOf(*window).moveByUser({100, 300, 400, 300});
+  controller->parentControlMoved();
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 358, 200, 40}));
+  EXPECT_TRUE(nativeOf(*popUp()).isVisible());
+  EXPECT_EQ(nativeOf(*popUp()).frame(), popUp()->frame());
+}
+
+TEST_F(SuggestionsWindowControllerBegin, WithoutRowsNothingShows) {
+  show({});
+  EXPECT_TRUE(popUp()->isVisible());
+  EXPECT_FALSE(nativeOf(*popUp()).isVisible());
+  controller->setSuggestions(suggestionsNamed({"a"}));
+  EXPECT_TRUE(nativeOf(*popUp()).isVisible());
+  controller->setSuggestions(std::nullopt);
+  EXPECT_FALSE(nativeOf(*popUp()).isVisible());
+}
+
 TEST_F(SuggestionsWindowControllerBegin, EachLayoutMakesAllRowsAnew) {
   show({"a", "b"});
   const Ref<HighlightingView> first = row(0);
@@ -239,7 +277,7 @@ TEST_F(SuggestionsWindowControllerCancel, HidesThePopUpAndLeavesItsContent) {
   EXPECT_EQ(popUp()->parentWindow(), nullptr);
   EXPECT_EQ(controller->selectedView(), selected);
   EXPECT_EQ(content()->subviews().size(), 2u);
-  EXPECT_EQ(controller->suggestions()->size(), 2u);
+  EXPECT_EQ(heldLabels(), (Calls{"a", "b"}));
   controller->cancelSuggestions();
   controller->beginForTextField(field);
   EXPECT_TRUE(popUp()->isVisible());
@@ -249,7 +287,7 @@ TEST_F(SuggestionsWindowControllerCancel, WithoutABeginDoesNothing) {
   controller->setSuggestions(suggestionsNamed({"a"}));
   controller->cancelSuggestions();
   EXPECT_EQ(controller->target(), target);
-  EXPECT_EQ(controller->suggestions()->size(), 1u);
+  EXPECT_EQ(heldLabels(), Calls{"a"});
 }
 
 TEST_F(SuggestionsWindowControllerCancel, ComesWhenTheFieldsWindowLosesTheKeyStatus) {
@@ -262,6 +300,57 @@ TEST_F(SuggestionsWindowControllerCancel, DoesNotComeWhenAnotherWindowLosesTheKe
   show({"a"});
   NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidResignKeyNotification, popUp());
   EXPECT_TRUE(popUp()->isVisible());
+}
+
+// The window of the field goes while it is the key window, in each of the ways in which a window can.
+struct SuggestionsWindowControllerFieldsWindow : harness::PopUpWorld {
+  void expectAnEndForGood() {
+    const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
+    EXPECT_FALSE(popUp()->isVisible());
+    EXPECT_EQ(popUp()->parentWindow(), nullptr);
+    EXPECT_EQ(cell->suggestionsWindow(), nullptr);
+    EXPECT_EQ(std::dynamic_pointer_cast<SuggestionsWindow>(popUp())->parentElement(), nullptr);
+    window->makeKeyAndOrderFront(nullptr);
+    EXPECT_FALSE(popUp()->isVisible());
+    field->editor = make<NSTextView>(CGRect{});
+    EXPECT_TRUE(isPassed({5, 5})) << "its monitor has gone";
+  }
+  bool isPassed(CGPoint point) {
+    bool isPassed = false;
+    const Ref<NSObject> token = NSEvent::addLocalMonitorForEventsMatchingMask(
+        NSEventMaskAny, [&](const Ref<NSEvent>&) { return isPassed = true, nullptr; });
+    NSApp->sendEvent(
+        make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = point, .window = window}));
+    NSEvent::removeMonitor(token);
+    return isPassed;
+  }
+};
+
+TEST_F(SuggestionsWindowControllerFieldsWindow, OrderedOutEndsThePopUp) {
+  show({"a"});
+  window->orderOut(nullptr);
+  expectAnEndForGood();
+}
+
+TEST_F(SuggestionsWindowControllerFieldsWindow, ClosedEndsThePopUp) {
+  show({"a"});
+  window->close();
+  expectAnEndForGood();
+}
+
+TEST_F(SuggestionsWindowControllerFieldsWindow, ClosedByTheUserEndsThePopUp) {
+  show({"a"});
+  nativeOf(*window).closeByUser();
+  expectAnEndForGood();
+}
+
+TEST_F(SuggestionsWindowControllerFieldsWindow, ClosedByARowsActionEndsThePopUp) {
+  show({"a"});
+  field->onAction = [&] { window->close(); };
+  user.moveTo(*popUp(), {10, 10});
+  user.click(*popUp(), {10, 10});
+  EXPECT_EQ(field->calls.back(), "sendAction search: to nobody");
+  expectAnEndForGood();
 }
 
 TEST_F(SuggestionsWindowControllerCancel, AThousandTimesLeavesNoMonitorAndNoObserver) {

@@ -57,6 +57,28 @@ TEST_F(TrackRowMoreButtonTest, TheDotsFollowBoundsThatStartElsewhere) {
   EXPECT_EQ(drawn(), recordingOf([] { TessalunaStyleKit::drawTrackMore({7, -3, 15, 15}, false, false); }));
 }
 
+TEST_F(TrackRowMoreButtonTest, APressEndsWithoutACallWhereTheRowIsTakenOutAndPutBack) {
+  user.moveTo(*window, inside);
+  user.press(*window, inside);
+  row->removeFromSuperview();
+  EXPECT_FALSE(button->isPressed());
+  EXPECT_EQ(drawn(), dots(false, false));
+  window->contentView()->addSubview(row);
+  user.release();
+  EXPECT_TRUE(target->clicks.empty());
+  EXPECT_EQ(drawn(), dots(false, true)) << "the pointer is on it";
+  user.click(*window, inside);
+  EXPECT_EQ(target->clicks, std::vector<std::string>{"more"});
+}
+
+TEST_F(TrackRowMoreButtonTest, AWindowThatIsHiddenUnderThePointerLeavesNoHoverBehind) {
+  user.moveTo(*window, inside);
+  window->orderOut(nullptr);
+  desktop.setMouseLocation({1000, 800});
+  window->orderFront(nullptr);
+  EXPECT_EQ(drawn(), dots(false, false));
+}
+
 TEST_F(TrackRowMoreButtonTest, AClickTellsTheTarget) {
   user.moveTo(*window, inside);
   user.click(*window, inside);

@@ -1,0 +1,121 @@
+// What becomes of a press when its view leaves the window.
+#include "tessaluna/platform/windows/MouseDispatch.h"
+
+#include <gtest/gtest.h>
+
+#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tests/harness/ProbeView.h"
+#include "tests/harness/StillWorld.h"
+
+namespace tessaluna::platform {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+struct MouseDispatchTest : harness::StillWorld {
+  Ref<harness::ProbeView> view = make<harness::ProbeView>(CGRect{10, 20, 30, 40});
+  Ref<NSWindow> window = showWindowWith(view);
+  MouseDispatchTest() { view->calls.clear(); }
+  Calls taken() {
+    Calls calls = std::exchange(view->calls, {});
+    std::erase(calls, "updateTrackingAreas");
+    return calls;
+  }
+  void track() {
+    view->addTrackingArea(
+        make<NSTrackingArea>(NSZeroRect, NSTrackingInVisibleRect | NSTrackingMouseEnteredAndExited | NSTrackingActiveAlways,
+                             refTo<NSResponder>(*view)));
+  }
+};
+
+TEST_F(MouseDispatchTest, APressedViewThatLeavesIsExitedAndThenReleasedOutsideOfEverything) {
+  user.press(*window, {15, 25});
+  bool wasInWindow = false;
+  view->onCall = [&](const std::string&) { wasInWindow = view->window() == window.get(); };
+  view->removeFromSuperview();
+  EXPECT_EQ(taken(), (Calls{"mouseDown", "mouseExited", "mouseUp"}));
+  EXPECT_TRUE(wasInWindow);
+  EXPECT_EQ(view->events.back()->type(), NSEventType::LeftMouseUp);
+  EXPECT_FALSE(NSPointInRect(view->events.back()->locationInWindow(), {-1000, -1000, 4000, 4000}));
+  user.dragTo({16, 26});
+  user.release();
+  EXPECT_EQ(taken(), Calls{});
+}
+
+TEST_F(MouseDispatchTest, APressOfAnotherButtonIsReleasedAsThat) {
+  user.press(*window, {15, 25}, {.button = 1});
+  view->removeFromSuperview();
+  EXPECT_EQ(taken(), (Calls{"rightMouseDown", "mouseExited", "rightMouseUp"}));
+}
+
+TEST_F(MouseDispatchTest, APressedViewThatLeavesWithTheOneAroundItIsReleased) {
+  const auto outer = make<NSView>(CGRect{0, 0, 100, 100});
+  outer->addSubview(view);
+  window->contentView()->addSubview(outer);
+  user.press(*window, {15, 25});
+  outer->removeFromSuperview();
+  EXPECT_EQ(taken(), (Calls{"mouseDown", "mouseExited", "mouseUp"}));
+}
+
+TEST_F(MouseDispatchTest, AViewThatComesBackInTheMiddleOfItsPressGetsNothingMoreOfIt) {
+  user.press(*window, {15, 25});
+  view->removeFromSuperview();
+  window->contentView()->addSubview(view);
+  taken();
+  user.dragTo({16, 26});
+  user.release();
+  EXPECT_EQ(taken(), Calls{});
+  user.click(*window, {15, 25});
+  EXPECT_EQ(taken(), (Calls{"mouseDown", "mouseUp"}));
+}
+
+TEST_F(MouseDispatchTest, AViewThatComesBackUnderThePointerIsEnteredAgain) {
+  track();
+  user.moveTo(*window, {15, 25});
+  user.press(*window, {15, 25});
+  view->removeFromSuperview();
+  window->contentView()->addSubview(view);
+  EXPECT_EQ(taken(), (Calls{"mouseEntered", "mouseDown", "mouseExited", "mouseUp"}));
+  user.release();
+  EXPECT_EQ(taken(), Calls{"mouseEntered"});
+}
+
+TEST_F(MouseDispatchTest, WhoStaysIsNotToldOfTheReleaseOfAViewThatLeaves) {
+  class Silent : public NSView {
+   public:
+    using NSView::NSView;
+  };
+  const auto inner = make<Silent>(CGRect{0, 0, 30, 40});
+  view->addSubview(inner);
+  user.press(*window, {15, 25});
+  inner->removeFromSuperview();
+  EXPECT_EQ(taken(), Calls{"mouseDown"});
+}
+
+TEST_F(MouseDispatchTest, WhoLeavesWithTheViewIsToldWhatTheViewDoesNotTake) {
+  const auto inner = make<NSView>(CGRect{0, 0, 30, 40});
+  view->addSubview(inner);
+  user.press(*window, {15, 25});
+  view->removeFromSuperview();
+  EXPECT_EQ(taken(), (Calls{"mouseDown", "mouseExited", "mouseUp"}));
+}
+
+TEST_F(MouseDispatchTest, AHoveredViewThatLeftAndIsBackIsExitedBeforeTheNextPress) {
+  track();
+  user.moveTo(*window, {15, 25});
+  view->removeFromSuperview();
+  window->contentView()->addSubview(view);
+  taken();
+  user.press(*window, {15, 25});
+  EXPECT_EQ(taken(), (Calls{"mouseExited", "mouseDown"}));
+}
+
+TEST_F(MouseDispatchTest, AWindowThatGoesReleasesThePressedView) {
+  user.press(*window, {15, 25});
+  view->events.clear();  // which hold the window
+  window.reset();
+  EXPECT_EQ(taken(), (Calls{"mouseDown", "mouseExited", "mouseUp"}));
+}
+
+}  // namespace
+}  // namespace tessaluna::platform
