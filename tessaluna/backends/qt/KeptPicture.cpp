@@ -1,5 +1,6 @@
 #include "tessaluna/backends/qt/KeptPicture.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tessaluna::backend::qt {
@@ -8,6 +9,7 @@ namespace {
 
 // A side that is a whole number of pixels but for the noise of a product takes no pixel more.
 int pixelsOf(double points, double scale) { return static_cast<int>(std::ceil(points * scale - 1e-6)); }
+int wholePixelsOf(double points, double scale) { return static_cast<int>(std::floor(points * scale + 1e-6)); }
 
 }  // namespace
 
@@ -28,6 +30,19 @@ bool KeptPicture::setSize(CGSize points, double scale) {
   // The pixels are written behind Qt's back: nobody may hold a copy that shares them beyond a paint event.
   bitmap_ = raster::Bitmap::borrow(reinterpret_cast<std::uint32_t*>(image_.bits()), width, height,
                                    static_cast<std::size_t>(image_.bytesPerLine()));
+  return true;
+}
+
+bool KeptPicture::completeEdges() {
+  if (!bitmap_) return false;
+  const int width = image_.width(), height = image_.height();
+  const int wholeWidth = wholePixelsOf(size_.width, scale_), partRows = height - wholePixelsOf(size_.height, scale_);
+  if (wholeWidth == width && partRows == 0) return false;
+  if (wholeWidth == 0 || partRows == height) return false;
+  auto* const pixels = reinterpret_cast<std::uint32_t*>(const_cast<uchar*>(image_.constBits()));
+  const auto row = [&](int y) { return pixels + static_cast<std::size_t>(y) * (image_.bytesPerLine() / 4); };
+  for (int y = partRows; y < height; ++y) std::fill(row(y) + wholeWidth, row(y) + width, row(y)[wholeWidth - 1]);
+  for (int y = 0; y < partRows; ++y) std::copy(row(partRows), row(partRows) + width, row(y));
   return true;
 }
 

@@ -24,6 +24,10 @@ class KeptPicture {
   // corner, rounded outward.
   QRegion paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter);
 
+  // Pixels at the upper and the right edge that the size covers only in part become like those beside them: what shines
+  // through them is black on a desktop without transparent windows. True if there are any.
+  bool completeEdges();
+
   // At the device scale; null before a size was set.
   const QImage& image() const { return image_; }
   CGSize size() const { return size_; }

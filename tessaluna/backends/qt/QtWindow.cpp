@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QRasterWindow>
 #include <QTimer>
+#include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include "tessaluna/backends/qt/AccessibilityBridge.h"
@@ -141,7 +143,8 @@ class QtWindow::Surface : public QRasterWindow {
     const platform::Ref<platform::NSWindow> window = client_->eventWindow();
     if (!window) return;
     picture_.setSize(window->frame().size, devicePixelRatio());
-    const QRegion changed = picture_.paint(dirty, painter);
+    QRegion changed = picture_.paint(dirty, painter);
+    if (picture_.completeEdges() || isLargerThanPicture()) changed += edges();
     if (std::exchange(growsWithPicture_, false)) changeUnseen([&] { take(qtRectOf(wanted_)); });
     else update(changed);
   }
@@ -170,7 +173,9 @@ class QtWindow::Surface : public QRasterWindow {
     }
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    if (!picture_.image().isNull()) painter.drawImage(QPointF(0, 0), picture_.image());
+    if (picture_.image().isNull()) return;
+    painter.drawImage(QPointF(0, 0), picture_.image());
+    if (isLargerThanPicture()) continuePicture(painter);
   }
 
  private:
@@ -234,6 +239,29 @@ class QtWindow::Surface : public QRasterWindow {
       if (client_) block();
     if (client_) client_->nativeDisplay();
   }
+
+  // A place between points is rounded outward, and the picture is as large as the place.
+  QSize pixels() const {
+    return {int(std::ceil(width() * devicePixelRatio() - 1e-6)), int(std::ceil(height() * devicePixelRatio() - 1e-6))};
+  }
+  bool isLargerThanPicture() const {
+    return pixels().width() > picture_.image().width() || pixels().height() > picture_.image().height();
+  }
+  QRegion edges() const {
+    constexpr int depth = 3;  // points, into which the last pixels fall at any scale
+    return QRegion(rect()).subtracted(rect().adjusted(depth, depth, -depth, -depth));
+  }
+  // To the right and below by its last column and row.
+  void continuePicture(QPainter& painter) const {
+    const QImage& image = picture_.image();
+    const int width = image.width(), height = image.height();
+    const int right = std::max(pixels().width() - width, 0), below = std::max(pixels().height() - height, 0);
+    painter.scale(1 / devicePixelRatio(), 1 / devicePixelRatio());
+    painter.drawImage(QRect(width, 0, right, height), image, QRect(width - 1, 0, 1, height));
+    painter.drawImage(QRect(0, height, width, below), image, QRect(0, height - 1, width, 1));
+    painter.drawImage(QRect(width, height, right, below), image, QRect(width - 1, height - 1, 1, 1));
+  }
+  QRect rect() const { return {QPoint(0, 0), size()}; }
 
   // The user can give one that is not resizable no other size.
   void take(const QRect& place) {

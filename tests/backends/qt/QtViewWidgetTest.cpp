@@ -141,6 +141,31 @@ TEST_F(QtViewWidgetTest, ViewLiesWhereItsWidgetLies) {
     EXPECT_NEAR(edge * scale, std::round(edge * scale), 1e-6);
 }
 
+TEST_F(QtViewWidgetTest, InAViewsSuperviewYCountsUp) {
+  const auto view = make<NSView>(CGRect{0, 0, 40, 20});
+  const auto* widget = embed(view);
+  show();
+  ASSERT_TRUE(view->superview());
+  EXPECT_FALSE(view->superview()->isFlipped());
+  // What hangs below a frame's origin, as a pop-up does, hangs below the widget.
+  const CGPoint origin = view->superview()->convertPointToView(view->frame().origin, nullptr);
+  const QPoint lowerLeft = inTop(*widget, QPoint(0, widget->height()));
+  const double scale = view->window()->backingScaleFactor();
+  EXPECT_NEAR(origin.y, view->window()->frame().size.height - lowerLeft.y(), 1 / scale);
+}
+
+TEST_F(QtViewWidgetTest, ADragOnAViewNeverMovesTheWindow) {
+  const auto view = make<NSView>(CGRect{0, 0, 40, 20});
+  const auto* widget = embed(view);
+  show();
+  view->window()->setMovableByWindowBackground(true);
+  const CGRect place = view->window()->frame();
+  press(inTop(*widget, {5, 5}));
+  move(inTop(*widget, {25, 15}));
+  release(inTop(*widget, {25, 15}));
+  EXPECT_EQ(view->window()->frame(), place);
+}
+
 TEST_F(QtViewWidgetTest, PressMovesTheFocusIntoTheView) {
   auto* edit = new QLineEdit;
   top.layout()->addWidget(edit);

@@ -6,6 +6,7 @@
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
 #include "tests/backends/qt/QtTest.h"
 
@@ -276,6 +277,34 @@ TEST_F(QtWindowTest, PopUpIsPaintedBeforeAnybodySeesIt) {
   popUp->setFrame({20, 10, 80, 30}, false);
   popUp->orderFront(nullptr);
   EXPECT_TRUE(isRed());
+}
+
+TEST_F(QtWindowTest, PopUpAtAPlaceBetweenPointsFillsItsWindow) {
+  class Red : public NSView {
+   public:
+    using NSView::NSView;
+    void drawRect(CGRect rect) override {
+      NSColor::redColor()->setFill();
+      NSRectFill(rect);
+    }
+  };
+  const auto parent = makeWindow();
+  for (const double x : {150.0, 150.7})
+    for (const double y : {300.0, 300.4})
+      for (const CGSize size : {CGSize{60, 40}, CGSize{60.4, 40.5}, CGSize{61, 41}}) {
+        const auto popUp = make<NSWindow>(CGRect{{x, y}, size}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
+        popUp->setOpaque(false);
+        popUp->setBackgroundColor(NSColor::clearColor());
+        popUp->setContentView(make<Red>(CGRect{}));
+        parent->addChildWindow(popUp, NSWindowAbove);
+        QWindow& native = qWindowOf(*popUp);
+        const QImage seen = native.screen()->grabWindow(native.winId()).toImage();
+        int others = 0;
+        for (int row = 0; row < seen.height(); ++row)
+          for (int column = 0; column < seen.width(); ++column) others += seen.pixelColor(column, row) != QColor(Qt::red);
+        EXPECT_EQ(others, 0) << x << " " << y << " " << size.width << " of " << seen.width() << " x " << seen.height();
+        popUp->close();
+      }
 }
 
 TEST_F(QtWindowTest, ClosedByTheUserItHides) {
