@@ -3,6 +3,7 @@
 
 namespace tessaluna::platform {
 
+class NSBundle;
 class NSCoder;
 class NSNotification;
 class NSNotificationCenter;

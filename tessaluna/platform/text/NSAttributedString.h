@@ -9,6 +9,7 @@
 
 #include "tessaluna/platform/foundation/Geometry.h"
 #include "tessaluna/platform/foundation/NSObject.h"
+#include "tessaluna/platform/foundation/URL.h"
 
 namespace tessaluna::platform {
 
@@ -17,12 +18,12 @@ enum NSAttributedStringKey {
   NSForegroundColorAttributeName,  // an NSColor; absent: black
   NSParagraphStyleAttributeName,   // an NSParagraphStyle; absent: the default one
   NSUnderlineStyleAttributeName,   // a number, NSUnderlineStyle
-  NSLinkAttributeName,             // a URL object or a string
+  NSLinkAttributeName,             // a URL or a string
 };
 
 enum NSUnderlineStyle { NSUnderlineStyleNone = 0, NSUnderlineStyleSingle = 1, NSUnderlineStyleThick = 2 };
 
-using NSAttributeValue = std::variant<Ref<NSObject>, std::int64_t, std::string>;
+using NSAttributeValue = std::variant<Ref<NSObject>, std::int64_t, std::string, URL>;
 using NSAttributes = std::map<NSAttributedStringKey, NSAttributeValue>;
 
 bool areEqual(const NSAttributeValue& a, const NSAttributeValue& b);
@@ -73,7 +74,7 @@ class NSAttributedString : public NSObject {
   Ref<class NSMutableAttributedString> mutableCopy() const;
   bool isEqual(const NSObject* other) const override;
 
-  // Measuring and drawing; see drawing.h for strings without attributes of their own.
+  // Measuring and drawing; see TextLayout.h for strings without attributes of their own.
   CGSize size() const;
   CGRect boundingRectWithSize(CGSize size, std::uint32_t options) const;
   void drawInRect(CGRect rect) const;

@@ -336,16 +336,24 @@ CGSize sizeWithAttributes(std::u16string_view string, const NSAttributes& attrib
   return NSAttributedString(std::u16string(string), attributes).size();
 }
 
+CGRect boundingRectWithSize(std::u16string_view string, CGSize size, std::uint32_t options, const NSAttributes& attributes) {
+  return NSAttributedString(std::u16string(string), attributes).boundingRectWithSize(size, options);
+}
+
+void drawInRect(std::u16string_view string, CGRect rect, const NSAttributes& attributes) {
+  NSAttributedString(std::u16string(string), attributes).drawInRect(rect);
+}
+
 CGSize sizeWithAttributes(std::string_view string, const NSAttributes& attributes) {
-  return NSAttributedString(string, attributes).size();
+  return sizeWithAttributes(utf16FromUtf8(string), attributes);
 }
 
 CGRect boundingRectWithSize(std::string_view string, CGSize size, std::uint32_t options, const NSAttributes& attributes) {
-  return NSAttributedString(string, attributes).boundingRectWithSize(size, options);
+  return boundingRectWithSize(utf16FromUtf8(string), size, options, attributes);
 }
 
 void drawInRect(std::string_view string, CGRect rect, const NSAttributes& attributes) {
-  NSAttributedString(string, attributes).drawInRect(rect);
+  drawInRect(utf16FromUtf8(string), rect, attributes);
 }
 
 }  // namespace tessaluna::platform

@@ -71,10 +71,13 @@ class TextLayout {
   CGFloat width_;
 };
 
-// Strings in one set of attributes.
+// Strings in one set of attributes. Those in UTF-8 are measured and drawn as the same text in UTF-16. A lone surrogate is one
+// unit of the text, and shows as the character for what cannot be shown.
 CGSize sizeWithAttributes(std::string_view string, const NSAttributes& attributes);
 CGSize sizeWithAttributes(std::u16string_view string, const NSAttributes& attributes);
 CGRect boundingRectWithSize(std::string_view string, CGSize size, std::uint32_t options, const NSAttributes& attributes);
+CGRect boundingRectWithSize(std::u16string_view string, CGSize size, std::uint32_t options, const NSAttributes& attributes);
 void drawInRect(std::string_view string, CGRect rect, const NSAttributes& attributes);
+void drawInRect(std::u16string_view string, CGRect rect, const NSAttributes& attributes);
 
 }  // namespace tessaluna::platform

@@ -6,11 +6,10 @@
 #include <vector>
 
 #include "tessaluna/platform/events/NSResponder.h"
+#include "tessaluna/platform/foundation/Forward.h"
 #include "tessaluna/platform/views/NSView.h"
 
 namespace tessaluna::platform {
-
-class NSBundle;  // there is none yet: interface files are the program's
 
 class NSViewController : public NSResponder {
  public:
@@ -18,7 +17,8 @@ class NSViewController : public NSResponder {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   NSViewController() = default;
-  // An absent nib name stands for the class's own name, with its module or without.
+  // An absent nib name stands for the class's own name, with its module or without. Interface files are the program's, and no
+  // bundle is asked for one.
   explicit NSViewController(std::optional<std::string> nibName, NSBundle* bundle = nullptr);
   // Key: "nibName".
   explicit NSViewController(NSCoder& coder);

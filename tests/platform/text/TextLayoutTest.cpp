@@ -37,6 +37,9 @@ class TextLayoutTest : public harness::StillWorld {
   static Lines drawn(std::string_view text, CGRect rect, const NSAttributes& attributes) {
     return recordingOf([&] { drawInRect(text, rect, attributes); });
   }
+  static Lines drawn(std::u16string_view text, CGRect rect, const NSAttributes& attributes) {
+    return recordingOf([&] { drawInRect(text, rect, attributes); });
+  }
 };
 
 using Texts = std::vector<std::string>;
@@ -67,6 +70,34 @@ TEST_F(TextLayoutTest, UserPerceivedCharactersAreMeasured) {
 
 TEST_F(TextLayoutTest, ALoneSurrogateMeasuresAsOneCharacter) {
   EXPECT_EQ(sizeWithAttributes(std::u16string{u'a', 0xD83C, u'b'}, attributes()).width, 15);
+}
+
+TEST_F(TextLayoutTest, Utf8AndUtf16OfTheSameTextMeasureAndDrawAlike) {
+  const std::pair<std::string_view, std::u16string> texts[] = {
+      {"one two three", u"one two three"},
+      {"\xF0\x9F\x8E\xB5 e\xCC\x81 two", u"\U0001F3B5 e\u0301 two"},
+      {"", u""},
+  };
+  for (const auto& [utf8, utf16] : texts) {
+    EXPECT_EQ(sizeWithAttributes(utf8, attributes()), sizeWithAttributes(utf16, attributes()));
+    for (const std::uint32_t options : {0u, std::uint32_t(NSStringDrawingUsesLineFragmentOrigin)})
+      EXPECT_EQ(boundingRectWithSize(utf8, {40, 1000}, options, attributes()),
+                boundingRectWithSize(utf16, {40, 1000}, options, attributes()));
+    EXPECT_EQ(drawn(utf8, {1, 2, 40, 50}, attributes()), drawn(utf16, {1, 2, 40, 50}, attributes()));
+  }
+}
+
+TEST_F(TextLayoutTest, ALoneSurrogateIsOneUnitWhereverTextIsMeasuredOrDrawn) {
+  for (const char16_t lone : {char16_t{0xD83C}, char16_t{0xDFB5}}) {
+    const std::u16string text{u'a', lone, u' ', u'b', lone};
+    EXPECT_EQ(sizeWithAttributes(text, attributes()), (CGSize{25, 12}));
+    EXPECT_EQ(boundingRectWithSize(text, {15, 1000}, NSStringDrawingUsesLineFragmentOrigin, attributes()).size,
+              (CGSize{10, 24}));
+    EXPECT_EQ(only("glyphs", drawn(text, {0, 0, 15, 50}, attributes())),
+              only("glyphs", drawn(u"a\uFFFD b\uFFFD", {0, 0, 15, 50}, attributes())));
+    EXPECT_EQ(NSAttributedString(text).length(), 5u);
+    EXPECT_EQ(NSAttributedString(text).text(), text);
+  }
 }
 
 TEST_F(TextLayoutTest, EachInvalidByteMeasuresAsOneCharacter) {
