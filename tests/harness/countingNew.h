@@ -5,12 +5,7 @@
 #include <cstdlib>
 #include <new>
 
-namespace harness {
-
-inline thread_local int allocations = 0;
-inline thread_local long allocationsAlive = 0;  // right where what one thread makes no other lets go
-
-}  // namespace harness
+#include "tests/harness/allocations.h"
 
 // Not inlined: the compiler would see memory of new go to free and warn.
 [[gnu::noinline]] void* operator new(std::size_t size) {

@@ -281,6 +281,37 @@ TEST_F(NSTextFieldEditingTest, TabAndBacktabGoToTheNextAndThePreviousKeyView) {
   EXPECT_TRUE(other->currentEditor());  // round
 }
 
+TEST_F(NSTextFieldEditingTest, SeveralFieldsInARowAreEditedOneAfterTheOther) {
+  const auto third = make<NSTextField>(CGRect{20, 20, 110, 24});
+  const auto label = NSTextField::labelWithString("between");
+  const auto disabled = make<NSTextField>(CGRect{20, 0, 110, 20});
+  disabled->setEnabled(false);
+  for (const Ref<NSTextField>& each : {label, disabled, third}) window->contentView()->addSubview(each);
+  const std::vector<Ref<NSTextField>> fields{field, other, third};
+  const auto edited = [&] {
+    std::vector<bool> result;
+    for (const Ref<NSTextField>& each : {field, other, third, label, disabled})
+      result.push_back(each->currentEditor() != nullptr);
+    return result;
+  };
+  for (const Ref<NSTextField>& each : fields) each->setStringValue("old");
+  begin("old");
+  user.type("1");
+  user.pressKey("\t");
+  EXPECT_EQ(edited(), (std::vector<bool>{false, true, false, false, false}));
+  user.type("2");
+  user.pressKey("\t");
+  EXPECT_EQ(edited(), (std::vector<bool>{false, false, true, false, false}));
+  user.type("3");
+  user.pressKey("\x19", NSEventModifierFlagShift);
+  EXPECT_EQ(edited(), (std::vector<bool>{false, true, false, false, false}));
+  user.pressKey("\t");
+  user.pressKey("\t");  // round
+  EXPECT_EQ(edited(), (std::vector<bool>{true, false, false, false, false}));
+  for (std::size_t i = 0; i < fields.size(); ++i) EXPECT_EQ(fields[i]->stringValue(), std::to_string(i + 1));
+  EXPECT_EQ(delegate->calls, (harness::Calls{"begin", "change 1", "insertTab:", "end"}));
+}
+
 TEST_F(NSTextFieldEditingTest, TabInTheOnlyFieldSelectsItsText) {
   other->removeFromSuperview();
   begin("abc", 1);

@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <thread>
 
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+#include "tests/harness/allocations.h"
+#include "tests/harness/recordingOf.h"
 
 using namespace tessaluna::platform;
 using TessalunaUIKit::TessalunaStyleKit;
@@ -40,4 +44,24 @@ TEST(palette, HighResAudioColorIsAGray) {
   const auto color = TessalunaStyleKit::highResAudioColor();
   EXPECT_EQ(color->redComponent(), color->greenComponent());
   EXPECT_EQ(color->greenComponent(), color->blueComponent());
+}
+
+// In a process of its own, in which nothing has been read.
+TEST(paletteDeathTest, EachColorIsMadeAtItsOwnFirstReadAndByNoRoutine) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto readAll = [] {
+    const auto costOf = [](Ref<NSColor> (*read)()) {
+      const int before = harness::allocations;
+      read();
+      return harness::allocations - before;
+    };
+    for (const TessalunaUIKit::Routine& routine : TessalunaUIKit::routines())
+      harness::recordingOf([&] { routine.drawByDefault(); });
+    const int costOfAColor = costOf([] { return NSColor::colorWithCalibratedRed(0, 0, 0, 1); });
+    for (const auto read :
+         {TessalunaStyleKit::qobuzColor, TessalunaStyleKit::tessalunaBlue, TessalunaStyleKit::highResAudioColor})
+      if (costOf(read) != costOfAColor || costOf(read) != 0) std::exit(1);
+    std::exit(costOfAColor > 0 ? 0 : 2);
+  };
+  EXPECT_EXIT(readAll(), testing::ExitedWithCode(0), "");
 }

@@ -36,6 +36,20 @@ TEST_F(HighlightingViewTest, TellsTheTextFieldsThatStandInItOnWhatGroundTheyStan
   EXPECT_EQ(field->cell()->backgroundStyle(), NSBackgroundStyleLight);
 }
 
+TEST_F(HighlightingViewTest, TellsEachOfSeveralTextFieldsInARow) {
+  std::vector<Ref<NSTextField>> fields;
+  for (int i = 0; i < 3; ++i) {
+    fields.push_back(make<NSTextField>(CGRect{0, 0, 10, 10}));
+    row->addSubview(make<NSView>(CGRect{0, 0, 10, 10}));
+    row->addSubview(fields.back());
+  }
+  for (const bool isHighlighted : {true, false}) {
+    row->setIsHighlighted(isHighlighted);
+    for (const Ref<NSTextField>& field : fields)
+      EXPECT_EQ(field->cell()->backgroundStyle(), isHighlighted ? NSBackgroundStyleDark : NSBackgroundStyleLight);
+  }
+}
+
 TEST_F(HighlightingViewTest, AsksForARedrawAtEachAssignment) {
   const auto window = showWindowWith(row);
   row->setIsHighlighted(false);
