@@ -1,16 +1,30 @@
 #include "tessaluna/uikit/interfaceFileClasses.h"
 
 #include "tessaluna/platform/interface_files/classRegistry.h"
+#include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 #include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
 #include "tessaluna/uikit/suggestions/HighlightingView.h"
 #include "tessaluna/uikit/suggestions/SuggestionItemViewController.h"
 #include "tessaluna/uikit/suggestions/SuggestionsContentView.h"
 #include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
+#include "tessaluna/uikit/trackrow/CloseButton.h"
+#include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
+#include "tessaluna/uikit/trackrow/PrevNextButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
+#include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
 
 namespace TessalunaUIKit {
 
 void registerInterfaceFileClasses() {
   using tessaluna::platform::registerClass;
+  registerClass<TessalunaLogo>();
+  registerClass<TrackRowPlayButton>();
+  registerClass<TrackRowFavoriteButton>();
+  registerClass<TrackRowMoreButton>();
+  registerClass<PlaybackStatusIcon>();
+  registerClass<PrevNextButton>();
+  registerClass<CloseButton>();
   registerClass<SuggestibleTextFieldCell>();
   registerClass<FlatTextFieldCell>();
   registerClass<HighlightingView>();

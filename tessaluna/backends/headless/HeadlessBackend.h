@@ -33,6 +33,7 @@ class HeadlessBackend : public Backend {
   // For the only screen there is.
   void setScale(double scale);
   void setSystemColor(SystemColor which, Color color) { systemColors_[which] = color; }
+  void setLayoutDirection(LayoutDirection direction) { layoutDirection_ = direction; }
   void setMouseLocation(CGPoint location) { mouseLocation_ = location; }  // sends nothing
 
   void setPrefersReducedMotion(bool prefers) { prefersReducedMotion_ = prefers; }
@@ -48,6 +49,7 @@ class HeadlessBackend : public Backend {
   std::vector<Screen> screens() const override { return screens_; }
   CGPoint mouseLocation() const override { return mouseLocation_; }
   Color systemColor(SystemColor color) const override;
+  LayoutDirection layoutDirection() const override { return layoutDirection_; }
   const HeadlessTextEngine& textEngine() const override { return textEngine_; }
   HeadlessTextEngine& textEngine() { return textEngine_; }
   // Binary "netpbm" pictures of eight bits: P6, and P7 (PAM) with the tuple types RGB and RGB_ALPHA.
@@ -92,6 +94,7 @@ class HeadlessBackend : public Backend {
     std::function<void()> work, answer;
   };
   std::vector<WorkElsewhere> workElsewhere_;
+  LayoutDirection layoutDirection_ = LayoutDirection::LeftToRight;
   Pictures pictures_ = Pictures::RecordedOnly;
   std::vector<HeadlessWindow*> windows_;
   HeadlessWindow* keyWindow_ = nullptr;

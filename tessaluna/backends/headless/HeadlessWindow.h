@@ -36,6 +36,7 @@ class HeadlessWindow : public NativeWindow {
   bool isVisible() const { return isVisible_; }
   const std::string& title() const { return title_; }
   CursorShape cursor() const { return cursor_; }
+  const std::string& toolTip() const { return toolTip_; }  // shown, as far as a desktop without pictures shows anything
   HeadlessWindow* parent() const { return parent_; }
   bool isDisplayScheduled() const { return isDisplayScheduled_; }
   int textInputChanges() const { return textInputChanges_; }
@@ -63,6 +64,7 @@ class HeadlessWindow : public NativeWindow {
   void setCursor(CursorShape shape) override { cursor_ = shape; }
   void setOpaque(bool isOpaque) override { options_.isOpaque = isOpaque; }
   void setHasShadow(bool hasShadow) override { options_.hasShadow = hasShadow; }
+  void setToolTip(const std::string& text) override { toolTip_ = text; }
   double scale() const override { return scale_; }
   std::optional<Screen> screen() const override;
   void scheduleDisplay() override { isDisplayScheduled_ = true; }
@@ -85,7 +87,7 @@ class HeadlessWindow : public NativeWindow {
   Pictures pictures_;
   CGRect frame_;
   double scale_ = 1;
-  std::string title_;
+  std::string title_, toolTip_;
   CursorShape cursor_ = CursorShape::Arrow;
   HeadlessWindow* parent_ = nullptr;
   bool isVisible_ = false, isDisplayScheduled_ = false;

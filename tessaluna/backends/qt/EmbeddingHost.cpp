@@ -12,6 +12,7 @@
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/QtNativeWindow.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/ToolTip.h"
 #include "tessaluna/backends/qt/cursorShapes.h"
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/backends/qt/textInput.h"
@@ -80,6 +81,12 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
     for (const Embedded& embedded : host_->embedded_)
       if (embedded.widget->underMouse()) embedded.widget->setCursor(qtCursorOf(shape));
   }
+  void setToolTip(const std::string& text) override {
+    if (!host_) return;
+    const auto isUnderMouse = [](const Embedded& embedded) { return embedded.widget->underMouse(); };
+    const auto under = std::find_if(host_->embedded_.begin(), host_->embedded_.end(), isUnderMouse);
+    toolTip_.set(text, under == host_->embedded_.end() ? nullptr : under->widget);
+  }
   double scale() const override { return host_ ? host_->topLevel_.devicePixelRatioF() : 1; }
   std::optional<Screen> screen() const override {
     if (!host_) return std::nullopt;
@@ -114,6 +121,7 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
 
  private:
   EmbeddingHost* host_;
+  ToolTip toolTip_;
 };
 
 EmbeddingHost::EmbeddingHost(QWidget& topLevel, KeysSentEarly& keysSentEarly)

@@ -127,6 +127,10 @@ std::vector<Screen> QtBackend::screens() const { return allScreens(); }
 
 CGPoint QtBackend::mouseLocation() const { return pointOnScreen(QCursor::pos()); }
 
+LayoutDirection QtBackend::layoutDirection() const {
+  return QGuiApplication::isRightToLeft() ? LayoutDirection::RightToLeft : LayoutDirection::LeftToRight;
+}
+
 Color QtBackend::systemColor(SystemColor color) const { return systemColorOf(color); }
 
 void QtBackend::popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,

@@ -38,6 +38,7 @@ class QtBackend : public Backend {
   std::vector<Screen> screens() const override;
   CGPoint mouseLocation() const override;
   Color systemColor(SystemColor color) const override;
+  LayoutDirection layoutDirection() const override;
   void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
                  std::function<void(std::optional<std::size_t>)> chosen) override;
   std::string clipboardText() const override;

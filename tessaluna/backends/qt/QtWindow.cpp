@@ -14,6 +14,7 @@
 #include "tessaluna/backends/qt/InputRelay.h"
 #include "tessaluna/backends/qt/KeptPicture.h"
 #include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/ToolTip.h"
 #include "tessaluna/backends/qt/UnseenChange.h"
 #include "tessaluna/backends/qt/cursorShapes.h"
 #include "tessaluna/backends/qt/screenSpace.h"
@@ -91,6 +92,7 @@ class QtWindow::Surface : public QRasterWindow {
     client_ = nullptr;
     relay_.clientIsGoing();
     displayTimer_.stop();
+    toolTip_.set({});
     hide();
     if (depth_ == 0) delete this;
     else deleteLater();
@@ -129,6 +131,8 @@ class QtWindow::Surface : public QRasterWindow {
     // To Qt a window that was hidden may still be the one with the focus, and then nothing changes.
     if (client_ && QGuiApplication::focusWindow() == this) client_->nativeKeyStatusChanged(true);
   }
+
+  void setToolTip(const std::string& text) { toolTip_.set(text); }
 
   void scheduleDisplay() {
     if (!displayTimer_.isActive()) displayTimer_.start(0);
@@ -325,6 +329,7 @@ class QtWindow::Surface : public QRasterWindow {
   QTimer displayTimer_;
   std::vector<std::function<void()>> frameBlocks_;
   const bool isFixed_;
+  ToolTip toolTip_;
   bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted
   double knownScale_ = devicePixelRatio();
   int depth_ = 0;  // of events that are being handled
@@ -366,6 +371,7 @@ bool QtWindow::moveWithPointer() {
   return surface_->type() != Qt::ToolTip && surface_->startSystemMove();
 }
 
+void QtWindow::setToolTip(const std::string& text) { surface_->setToolTip(text); }
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
 void QtWindow::callAtNextFrame(std::function<void()> block) { surface_->callAtNextFrame(std::move(block)); }

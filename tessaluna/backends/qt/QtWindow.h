@@ -27,6 +27,7 @@ class QtWindow : public QtNativeWindow {
   void setOpaque(bool isOpaque) override;
   void setHasShadow(bool hasShadow) override;
   bool moveWithPointer() override;
+  void setToolTip(const std::string& text) override;
   double scale() const override;
   std::optional<Screen> screen() const override;
   void scheduleDisplay() override;

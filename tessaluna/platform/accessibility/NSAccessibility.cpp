@@ -1,10 +1,39 @@
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
 
+#include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
 
 namespace tessaluna::platform {
 
+namespace {
+
+const NSAccessibilityButton* buttonOf(const NSAccessibility& element) {
+  return dynamic_cast<const NSAccessibilityButton*>(&element);
+}
+
+AccessibilityValue presentText(const std::string& text) {
+  return text.empty() ? AccessibilityValue() : AccessibilityValue(text);
+}
+
+}  // namespace
+
 NSAccessibility::~NSAccessibility() = default;
+
+bool NSAccessibility::isAccessibilityElement() const { return buttonOf(*this) != nullptr; }
+
+std::string NSAccessibility::accessibilityRole() const {
+  return std::string(buttonOf(*this) ? NSAccessibilityButtonRole : NSAccessibilityUnknownRole);
+}
+
+std::vector<std::string> NSAccessibility::accessibilityActionNames() const {
+  if (!buttonOf(*this)) return {};
+  return {std::string(NSAccessibilityPressAction)};
+}
+
+void NSAccessibility::accessibilityPerformAction(std::string_view action) {
+  auto* button = dynamic_cast<NSAccessibilityButton*>(this);
+  if (button && action == NSAccessibilityPressAction) button->accessibilityPerformPress();
+}
 
 void NSAccessibility::accessibilitySetOverrideValue(AccessibilityValue value, std::string_view forAttribute) {
   if (!overrides_) overrides_ = std::make_unique<std::map<std::string, AccessibilityValue, std::less<>>>();
@@ -30,6 +59,9 @@ AccessibilityValue NSAccessibility::accessibilityAttributeValue(std::string_view
   if (const AccessibilityValue* value = overrideValue(attribute)) return *value;
   if (attribute == NSAccessibilityRoleAttribute) return accessibilityRole();
   if (attribute == NSAccessibilityTitleAttribute) return accessibilityTitle();
+  if (attribute == NSAccessibilityDescriptionAttribute)
+    return buttonOf(*this) ? presentText(buttonOf(*this)->accessibilityLabel()) : AccessibilityValue();
+  if (attribute == NSAccessibilityHelpAttribute) return presentText(accessibilityHelp());
   if (attribute == NSAccessibilityValueAttribute) return accessibilityValue();
   if (attribute == NSAccessibilityEnabledAttribute) return isAccessibilityEnabled();
   if (attribute == NSAccessibilityFocusedAttribute) return isAccessibilityFocused();

@@ -22,11 +22,13 @@ class NSAccessibility {
  public:
   virtual ~NSAccessibility();
 
-  virtual bool isAccessibilityElement() const { return false; }
+  // True here for one that is an NSAccessibilityButton too, from which role, label and actions then come.
+  virtual bool isAccessibilityElement() const;
   virtual bool accessibilityIsIgnored() const { return !isAccessibilityElement(); }
 
-  virtual std::string accessibilityRole() const { return std::string(NSAccessibilityUnknownRole); }
+  virtual std::string accessibilityRole() const;
   virtual std::string accessibilityTitle() const { return {}; }
+  virtual std::string accessibilityHelp() const { return {}; }
   virtual AccessibilityValue accessibilityValue() const { return {}; }
   virtual bool isAccessibilityEnabled() const { return true; }
   virtual bool isAccessibilityFocused() const { return false; }
@@ -42,8 +44,8 @@ class NSAccessibility {
   virtual bool accessibilityIsAttributeSettable(std::string_view) const { return false; }
   virtual void accessibilitySetValue(const AccessibilityValue&, std::string_view /*forAttribute*/) {}
 
-  virtual std::vector<std::string> accessibilityActionNames() const { return {}; }
-  virtual void accessibilityPerformAction(std::string_view) {}
+  virtual std::vector<std::string> accessibilityActionNames() const;
+  virtual void accessibilityPerformAction(std::string_view action);
 
   // What the host says of an attribute goes before what the object knows; absent takes that back.
   void accessibilitySetOverrideValue(AccessibilityValue value, std::string_view forAttribute);

@@ -48,6 +48,8 @@ class WindowClient {
   virtual std::shared_ptr<platform::NSWindow> eventWindow() = 0;
 };
 
+enum class LayoutDirection { LeftToRight, RightToLeft };
+
 enum class FocusStep { Next, Previous };
 
 // A window of the desktop. It keeps its picture: an expose copies it and asks for nothing.
@@ -64,6 +66,8 @@ class NativeWindow {
   virtual void setCursor(CursorShape shape) = 0;
   virtual void setOpaque(bool isOpaque) = 0;  // followed by a redraw of everything
   virtual void setHasShadow(bool hasShadow) = 0;
+  // What is to show once the pointer rests; empty: nothing. Said at each move of the pointer over the window, and at a press.
+  virtual void setToolTip(const std::string& text) = 0;
   virtual double scale() const = 0;                  // device pixels for a point
   virtual std::optional<Screen> screen() const = 0;  // that shows most of it
 
@@ -128,6 +132,9 @@ class Backend {
   virtual std::vector<Screen> screens() const = 0;  // the primary one first
   virtual CGPoint mouseLocation() const = 0;        // screen space
   virtual Color systemColor(SystemColor color) const { return defaultSystemColor(color); }
+
+  // In which direction the desktop's language sets controls side by side.
+  virtual LayoutDirection layoutDirection() const { return LayoutDirection::LeftToRight; }
 
   // Opens a menu for a window with its upper left corner at a point of the screen, and returns at once. `chosen` is called
   // later, with the number of the entry, or absent if none was chosen.

@@ -1,6 +1,7 @@
 #include "tessaluna/platform/cells/NSButtonCell.h"
 
 #include "tessaluna/platform/foundation/NSNumber.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/views/NSButton.h"
@@ -12,9 +13,15 @@ namespace {
 // Between the title and the box, on each side.
 constexpr CGFloat titleMarginX = 10, titleMarginY = 4;
 
+constexpr Property buttonCellProperties[] = {
+    property<&NSButtonCell::setKeyEquivalent, "keyEquivalent">(),
+    property<&NSButtonCell::setKeyEquivalentModifierMask, "keyEquivalentModifierMask">(),
+    property<&NSButtonCell::setButtonType, "buttonType">()};
+
 }  // namespace
 
-const ClassInfo NSButtonCell::staticClassInfo{.name = "NSButtonCell", .base = &NSCell::staticClassInfo};
+const ClassInfo NSButtonCell::staticClassInfo{
+    .name = "NSButtonCell", .base = &NSCell::staticClassInfo, .properties = buttonCellProperties};
 
 NSButtonCell::NSButtonCell() : NSButtonCell(std::string()) {}
 
@@ -29,7 +36,7 @@ NSButtonCell::NSButtonCell(NSCoder& coder) : NSCell(coder) {
   if (const auto title = coder.decodeStringForKey("title")) setTitle(*title);
   keyEquivalent_ = coder.decodeStringForKey("keyEquivalent").value_or("");
   keyEquivalentModifierMask_ = static_cast<std::uint32_t>(coder.decodeIntegerForKey("keyEquivalentModifierMask"));
-  if (coder.decodeStringForKey("buttonType") == "toggle") buttonType_ = NSButtonType::Toggle;
+  buttonType_ = coder.decodeEnumForKey<NSButtonType>("buttonType").value_or(buttonType_);
 }
 
 Ref<NSObject> NSButtonCell::objectValue() const { return make<NSNumber>(static_cast<int>(state())); }
@@ -66,11 +73,10 @@ AccessibilityValue NSButtonCell::accessibilityValue() const {
   return buttonType_ == NSButtonType::Toggle ? AccessibilityValue(static_cast<double>(state())) : AccessibilityValue();
 }
 
-std::vector<std::string> NSButtonCell::accessibilityActionNames() const { return {std::string(NSAccessibilityPressAction)}; }
-
-void NSButtonCell::accessibilityPerformAction(std::string_view action) {
+bool NSButtonCell::accessibilityPerformPress() {
   auto* button = dynamic_cast<NSButton*>(controlView());
-  if (action == NSAccessibilityPressAction && button) button->performClick(nullptr);
+  if (button) button->performClick(nullptr);
+  return button != nullptr;
 }
 
 CGSize NSButtonCell::cellSize() const {

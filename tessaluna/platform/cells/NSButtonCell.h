@@ -4,20 +4,27 @@
 
 #include <string>
 
+#include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
 #include "tessaluna/platform/cells/NSCell.h"
 
 namespace tessaluna::platform {
 
 enum class NSButtonType { MomentaryPushIn, Toggle };
 
-class NSButtonCell : public NSCell {
+template <>
+struct EnumNames<NSButtonType> {
+  static constexpr NamedValue all[] = {{"momentaryPushIn", std::int64_t(NSButtonType::MomentaryPushIn)},
+                                       {"toggle", std::int64_t(NSButtonType::Toggle)}};
+};
+
+class NSButtonCell : public NSCell, public NSAccessibilityButton {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   NSButtonCell();
   explicit NSButtonCell(std::string title);
-  // Keys besides the cell's: "title", "keyEquivalent", "keyEquivalentModifierMask", "buttonType" ("toggle").
+  // Keys besides the cell's: "title", "keyEquivalent", "keyEquivalentModifierMask", "buttonType".
   explicit NSButtonCell(NSCoder& coder);
   Ref<NSCell> copy() const override { return make<NSButtonCell>(*this); }
 
@@ -42,12 +49,11 @@ class NSButtonCell : public NSCell {
   void drawInteriorWithFrame(CGRect frame, NSView& view) override;
 
   // One that toggles is a check box, whose value is its state. Pressing it is what a click does.
-  bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override;
   std::string accessibilityTitle() const override { return title(); }
   AccessibilityValue accessibilityValue() const override;
-  std::vector<std::string> accessibilityActionNames() const override;
-  void accessibilityPerformAction(std::string_view action) override;
+  std::string accessibilityLabel() const override { return {}; }  // the title says what the button does
+  bool accessibilityPerformPress() override;
 
  private:
   std::string title_, keyEquivalent_;

@@ -1,30 +1,51 @@
 #include "tessaluna/platform/cells/NSCell.h"
 
-#include <algorithm>
-
 #include "tessaluna/platform/foundation/NSString.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/views/NSView.h"
 
 namespace tessaluna::platform {
 
-const ClassInfo NSCell::staticClassInfo{.name = "NSCell", .base = &NSObject::staticClassInfo};
+namespace {
+
+constexpr Property cellProperties[] = {property<&NSCell::setEnabled, "enabled">(),
+                                       property<&NSCell::setHighlighted, "highlighted">(),
+                                       property<&NSCell::setState, "state">(),
+                                       property<&NSCell::setTag, "tag">(),
+                                       property<&NSCell::setStringValue, "stringValue">(),
+                                       property<&NSCell::setIntegerValue, "integerValue">(),
+                                       property<&NSCell::setDoubleValue, "doubleValue">(),
+                                       property<&NSCell::setTitle, "title">(),
+                                       property<&NSCell::setFont, "font">(),
+                                       property<&NSCell::setAlignment, "alignment">(),
+                                       property<&NSCell::setLineBreakMode, "lineBreakMode">(),
+                                       property<&NSCell::setBackgroundStyle, "backgroundStyle">(),
+                                       property<&NSCell::setImage, "image">(),
+                                       property<&NSCell::setBordered, "bordered">(),
+                                       property<&NSCell::setBezeled, "bezeled">(),
+                                       property<&NSCell::setContinuous, "continuous">()};
+
+}  // namespace
+
+const ClassInfo NSCell::staticClassInfo{.name = "NSCell", .base = &NSObject::staticClassInfo, .properties = cellProperties};
 
 NSCell::NSCell(NSCoder& coder) : NSObject(coder) {
   setEnabled(!coder.containsValueForKey("enabled") || coder.decodeBoolForKey("enabled"));
   setHighlighted(coder.decodeBoolForKey("highlighted"));
-  setState(static_cast<NSControlStateValue>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("state"), -1, 1)));
+  setState(coder.decodeEnumForKey<NSControlStateValue>("state").value_or(state()));
   setTag(coder.decodeIntegerForKey("tag"));
   // The class's own way of keeping its value is not there yet.
   NSCell::setObjectValue(make<NSString>(coder.decodeStringForKey("stringValue").value_or("")));
-  if (const double size = coder.decodeDoubleForKey("fontSize"); size > 0)
-    setFont(coder.decodeBoolForKey("isBold") ? NSFont::boldSystemFontOfSize(size) : NSFont::systemFontOfSize(size));
-  if (coder.containsValueForKey("alignment"))
-    setAlignment(static_cast<NSTextAlignment>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("alignment"), 0, 4)));
-  setLineBreakMode(static_cast<NSLineBreakMode>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("lineBreakMode"), 0, 5)));
+  const double size = coder.decodeDoubleForKey("fontSize");
+  const bool isBold = coder.decodeBoolForKey("isBold");
+  if (size > 0) setFont(isBold ? NSFont::boldSystemFontOfSize(size) : NSFont::systemFontOfSize(size));
+  setAlignment(coder.decodeEnumForKey<NSTextAlignment>("alignment").value_or(alignment()));
+  setLineBreakMode(coder.decodeEnumForKey<NSLineBreakMode>("lineBreakMode").value_or(lineBreakMode()));
 }
 
 NSCell::NSCell(std::string text) { copied_.value = make<NSString>(text); }
@@ -71,6 +92,8 @@ void NSCell::setContinuous(bool isContinuous) {
 bool NSCell::startTrackingAt(CGPoint, NSView&) { return true; }
 bool NSCell::continueTracking(CGPoint, CGPoint, NSView&) { return true; }
 void NSCell::stopTracking(CGPoint, CGPoint, NSView&, bool) {}
+
+std::string NSCell::accessibilityHelp() const { return controlView_ ? controlView_->toolTip() : std::string(); }
 
 bool NSCell::isAccessibilityFocused() const { return controlView_ && controlView_->isAccessibilityFocused(); }
 

@@ -23,6 +23,16 @@ enum NSControlStateValue { NSControlStateValueMixed = -1, NSControlStateValueOff
 // The ground that a cell stands on. On a dark one a text in the system's color shows in that of selected rows.
 enum NSBackgroundStyle { NSBackgroundStyleLight = 0, NSBackgroundStyleDark = 1 };
 
+template <>
+struct EnumNames<NSControlStateValue> {
+  static constexpr NamedValue all[] = {
+      {"mixed", NSControlStateValueMixed}, {"off", NSControlStateValueOff}, {"on", NSControlStateValueOn}};
+};
+template <>
+struct EnumNames<NSBackgroundStyle> {
+  static constexpr NamedValue all[] = {{"light", NSBackgroundStyleLight}, {"dark", NSBackgroundStyleDark}};
+};
+
 class NSCell : public NSObject, public NSAccessibility, public CellValue {
  public:
   static const ClassInfo staticClassInfo;
@@ -32,7 +42,7 @@ class NSCell : public NSObject, public NSAccessibility, public CellValue {
   explicit NSCell(std::string text);    // initTextCell:
   explicit NSCell(Ref<NSImage> image);  // initImageCell:
   // Keys: "enabled" (true if missing), "highlighted", "state", "tag", "stringValue", "fontSize", "isBold", "alignment",
-  // "lineBreakMode" (the last two as their numbers).
+  // "lineBreakMode".
   explicit NSCell(NSCoder& coder);
   NSCell(const NSCell& other);  // for copy
   ~NSCell() override;
@@ -112,6 +122,7 @@ class NSCell : public NSObject, public NSAccessibility, public CellValue {
   // A cell that stands in a view is the element in the view's place, if its class says that it is one. It has no children;
   // one that stands in no view has no list of them either.
   bool isAccessibilityEnabled() const override { return isEnabled(); }
+  std::string accessibilityHelp() const override;  // the view's tool tip
   bool isAccessibilityFocused() const override;
   CGRect accessibilityFrame() const override;
   Ref<NSObject> accessibilityParent() const override;

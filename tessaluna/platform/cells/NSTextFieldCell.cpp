@@ -4,8 +4,10 @@
 #include <cmath>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSClipView.h"
@@ -15,9 +17,15 @@
 
 namespace tessaluna::platform {
 
-const ClassInfo NSTextFieldCell::staticClassInfo{.name = "NSTextFieldCell", .base = &NSCell::staticClassInfo};
-
 namespace {
+
+constexpr Property textFieldCellProperties[] = {property<&NSTextFieldCell::setTextColor, "textColor">(),
+                                                property<&NSTextFieldCell::setDrawsBackground, "drawsBackground">(),
+                                                property<&NSTextFieldCell::setBackgroundColor, "backgroundColor">(),
+
+                                                property<&NSTextFieldCell::setEditable, "editable">(),
+                                                property<&NSTextFieldCell::setSelectable, "selectable">(),
+                                                property<&NSTextFieldCell::setPlaceholderString, "placeholderString">()};
 
 // Between the text and the cell's edge: beside every text, more beside one to write in, and around one in a frame.
 constexpr CGFloat sideMargin = 2, editableSideMargin = 4, bezelMargin = 3, lineMargin = 1;
@@ -25,6 +33,9 @@ constexpr CGFloat sideMargin = 2, editableSideMargin = 4, bezelMargin = 3, lineM
 CGFloat sideMarginOf(const NSTextFieldCell& cell) { return cell.isEditable() ? editableSideMargin : sideMargin; }
 
 }  // namespace
+
+const ClassInfo NSTextFieldCell::staticClassInfo{
+    .name = "NSTextFieldCell", .base = &NSCell::staticClassInfo, .properties = textFieldCellProperties};
 
 NSTextFieldCell::NSTextFieldCell(NSCoder& coder) : NSCell(coder) {
   setBezeled(coder.decodeBoolForKey("bezeled"));

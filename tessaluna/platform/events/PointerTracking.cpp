@@ -92,6 +92,7 @@ void PointerTracking::sendExits(const Ref<NSEvent>& event, const std::vector<Pla
 }
 
 void PointerTracking::windowWasHidden() {
+  hideToolTip();
   for (Entered& entered : entered_)
     if (entered.exit == Exit::AsThePointerLeaves) entered.exit = Exit::UnlessThePointerIsThere;
 }
@@ -149,17 +150,32 @@ void PointerTracking::pointerMoved(const Ref<NSEvent>& event, bool isButtonDown)
     for (const Place& place : places)
       if ((place.area->options() & NSTrackingMouseMoved) && isThere(place))
         send(place.area, NSEventType::MouseMoved, &NSResponder::mouseMoved, event);
-  if (!isButtonDown) updateCursor(event->locationInWindow());
+  if (isButtonDown || !window_.contentView() || !window_.nativeWindow()) return;
+  window_.resetCursorRects();
+  const NSView* hit = window_.contentView()->hitTest(event->locationInWindow());
+  updateCursor(hit, event->locationInWindow());
+  // A release does not bring back the tool tip that the press has sent away.
+  if (event->type() == NSEventType::MouseMoved || event->type() == NSEventType::MouseEntered) updateToolTip(hit);
 }
 
-void PointerTracking::pointerLeft(const Ref<NSEvent>& event) { sendExits(event, {}); }
+void PointerTracking::pointerLeft(const Ref<NSEvent>& event) {
+  hideToolTip();
+  sendExits(event, {});
+}
 
-void PointerTracking::updateCursor(CGPoint point) {
-  if (!window_.contentView() || !window_.nativeWindow()) return;
-  window_.resetCursorRects();
+void PointerTracking::showToolTip(const std::string& text) {
+  if (window_.nativeWindow()) window_.nativeWindow()->setToolTip(text);
+}
+
+void PointerTracking::updateToolTip(const NSView* hit) {
+  while (hit && hit->toolTip().empty()) hit = hit->superview();
+  showToolTip(hit ? hit->toolTip() : std::string());
+}
+
+void PointerTracking::updateCursor(const NSView* hit, CGPoint point) {
   Ref<NSCursor> cursor = NSCursor::arrowCursor();
   // The frontmost view under the pointer decides; where it has no rectangle, what is behind it does.
-  for (const NSView* view = window_.contentView()->hitTest(point); view; view = view->superview()) {
+  for (const NSView* view = hit; view; view = view->superview()) {
     if (Ref<NSCursor> found = view->cursorAt(view->convertPointFromView(point, nullptr))) {
       cursor = std::move(found);
       break;

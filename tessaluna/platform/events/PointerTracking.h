@@ -1,4 +1,5 @@
-// A window's knowledge of where the pointer is: which tracking areas it has entered, and which cursor it wears. Things happen
+// A window's knowledge of where the pointer is: which tracking areas it has entered, which cursor it wears, and
+// which tool tip it would show. Things happen
 // only when the pointer moves or a button goes up: an area that appears, goes or scrolls under a still pointer sends nothing.
 //
 // While a button is down an entry is sent only to areas that ask for that, and no move; the others get the entry, and a drag's
@@ -10,6 +11,7 @@
 // with the next move.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "tessaluna/platform/events/NSTrackingArea.h"
@@ -33,6 +35,8 @@ class PointerTracking {
   void sendExitsOfLeavers(const Ref<NSEvent>& event);
   // The view was told by other means that the pointer is not on it.
   void wasExited(const NSView& view);
+  // A tool tip that shows, or would, goes until the pointer moves again.
+  void hideToolTip() { showToolTip({}); }
 
  private:
   struct Place {
@@ -54,7 +58,9 @@ class PointerTracking {
   void sendExits(const Ref<NSEvent>& event, const std::vector<Place>& places);
   template <class Condition>
   void sendExitsWhere(Condition isDue, const Ref<NSEvent>& event);
-  void updateCursor(CGPoint point);
+  void updateCursor(const NSView* hit, CGPoint point);
+  void updateToolTip(const NSView* hit);
+  void showToolTip(const std::string& text);
 
   NSWindow& window_;
   std::vector<Entered> entered_;

@@ -1,28 +1,111 @@
 #include "tessaluna/platform/foundation/NSCoder.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <unordered_map>
 #include <nlohmann/json.hpp>
 
 namespace tessaluna::platform {
 
 using Json = nlohmann::json;
 
-// A coder of an inner object shares the text's one tree with the coder that it came from. Whoever writes gets a tree of
-// his own first.
+namespace {
+
+// What was asked for of a value; neither where only its key was.
+struct Question {
+  bool fits = false, fitsNot = false;
+};
+// By the place of the value in the tree.
+using Questions = std::unordered_map<const Json*, Question>;
+
+// Where the text stops being JSON, as a person counts: lines and characters, from 1.
+std::string placeOf(std::string_view text, std::size_t offset) {
+  const std::string_view before = text.substr(0, std::min(offset, text.size()));
+  const std::size_t lineStart = before.rfind('\n') + 1;  // 0 without a line's end
+  const auto isCharacter = [](char byte) { return (byte & 0xC0) != 0x80; };
+  const auto line = 1 + std::count(before.begin(), before.end(), '\n');
+  const auto column = 1 + std::count_if(before.begin() + static_cast<std::ptrdiff_t>(lineStart), before.end(), isCharacter);
+  return "line " + std::to_string(line) + ", column " + std::to_string(column);
+}
+
+// Reads a text for nothing but the place at which it stops being JSON.
+struct ErrorFinder : nlohmann::json_sax<Json> {
+  bool null() override { return true; }
+  bool boolean(bool) override { return true; }
+  bool number_integer(number_integer_t) override { return true; }
+  bool number_unsigned(number_unsigned_t) override { return true; }
+  bool number_float(number_float_t, const string_t&) override { return true; }
+  bool string(string_t&) override { return true; }
+  bool binary(binary_t&) override { return true; }
+  bool start_object(std::size_t) override { return true; }
+  bool key(string_t&) override { return true; }
+  bool end_object() override { return true; }
+  bool start_array(std::size_t) override { return true; }
+  bool end_array() override { return true; }
+  bool parse_error(std::size_t bytesRead, const std::string&, const nlohmann::detail::exception&) override {
+    offset = bytesRead == 0 ? 0 : bytesRead - 1;  // of the last one, which is wrong
+    return false;
+  }
+  std::size_t offset = 0;
+};
+
+// The numbers of an array of N; absent for anything else.
+template <std::size_t N>
+std::optional<std::array<double, N>> numbersIn(const Json& array) {
+  if (!array.is_array() || array.size() != N) return std::nullopt;
+  std::array<double, N> result{};
+  for (std::size_t i = 0; i < N; ++i) {
+    if (!array[i].is_number()) return std::nullopt;
+    result[i] = array[i].get<double>();
+  }
+  return result;
+}
+
+std::optional<std::int64_t> wholeNumberIn(const Json& value) {
+  // An unsigned number beyond the signed range would wrap.
+  if (value.is_number_unsigned() && value.get<std::uint64_t>() > INT64_MAX) return std::nullopt;
+  if (value.is_number_integer()) return value.get<std::int64_t>();
+  if (!value.is_number()) return std::nullopt;
+  const auto number = value.get<double>();
+  return number == std::trunc(number) && std::abs(number) < 0x1p63 ? std::optional(static_cast<std::int64_t>(number))
+                                                                   : std::nullopt;
+}
+
+}  // namespace
+
+// A coder of an inner object shares the text's one tree, and the questions, with the coder that it came from. Whoever writes
+// gets a tree of his own first.
 struct NSCoder::Archive {
   std::shared_ptr<Json> tree = std::make_shared<Json>(Json::object());
   Json* object = tree.get();
+  std::shared_ptr<Questions> questions = std::make_shared<Questions>();
 
   const Json* find(std::string_view key) const {
     const auto found = object->find(std::string(key));
     return found == object->end() ? nullptr : &*found;
   }
 
+  void noteQuestion(std::string_view key) const {
+    if (const Json* value = find(key)) questions->try_emplace(value);
+  }
+
+  // What `read` makes of the value below the key, and whether it could is noted; absent without the key.
+  template <class Read>
+  auto ask(std::string_view key, Read read) const -> decltype(read(*object)) {
+    const Json* value = find(key);
+    if (!value) return std::nullopt;
+    auto result = read(*value);
+    Question& question = (*questions)[value];
+    (result ? question.fits : question.fitsNot) = true;
+    return result;
+  }
+
   Json& writable(std::string_view key) {
     if (object != tree.get() || tree.use_count() > 1) {
       tree = std::make_shared<Json>(*object);
       object = tree.get();
+      questions = std::make_shared<Questions>();
     }
     return (*object)[std::string(key)];
   }
@@ -33,16 +116,10 @@ struct NSCoder::Archive {
     return archive;
   }
 
-  // The N numbers of the array below the key; all zero if there is no such array.
+  // All zero if there is no array of so many numbers.
   template <std::size_t N>
   std::array<double, N> numbers(std::string_view key) const {
-    std::array<double, N> result{};
-    const Json* array = find(key);
-    if (!array || !array->is_array() || array->size() != N) return result;
-    for (const Json& element : *array)
-      if (!element.is_number()) return result;
-    for (std::size_t i = 0; i < N; ++i) result[i] = (*array)[i].get<double>();
-    return result;
+    return ask(key, numbersIn<N>).value_or(std::array<double, N>{});
   }
 };
 
@@ -55,7 +132,9 @@ NSCoder& NSCoder::operator=(NSCoder&&) noexcept = default;
 NSCoder::NSCoder(std::string_view json) : NSCoder() {
   Json parsed = Json::parse(json, nullptr, /*allow_exceptions=*/false);
   if (parsed.is_discarded()) {
-    fail("the archive is not JSON");
+    ErrorFinder finder;
+    Json::sax_parse(json, &finder);
+    fail("the archive is not JSON: " + placeOf(json, finder.offset));
   } else if (!parsed.is_object()) {
     fail("the archive is not a JSON object");
   } else {
@@ -63,34 +142,45 @@ NSCoder::NSCoder(std::string_view json) : NSCoder() {
   }
 }
 
-NSCoder NSCoder::copy() const { return NSCoder(std::make_unique<Archive>(*archive_)); }
-
-bool NSCoder::containsValueForKey(std::string_view key) const { return archive_->find(key) != nullptr; }
-
-bool NSCoder::decodeBoolForKey(std::string_view key) const {
-  const Json* value = archive_->find(key);
-  return value && value->is_boolean() && value->get<bool>();
+NSCoder NSCoder::copy() const {
+  auto archive = std::make_unique<Archive>(*archive_);
+  archive->questions = std::make_shared<Questions>();
+  return NSCoder(std::move(archive));
 }
+
+bool NSCoder::containsValueForKey(std::string_view key) const {
+  archive_->noteQuestion(key);
+  return archive_->find(key) != nullptr;
+}
+
+bool NSCoder::decodeBoolForKey(std::string_view key) const { return boolForKey(key).value_or(false); }
 
 std::int64_t NSCoder::decodeIntegerForKey(std::string_view key) const {
-  const Json* value = archive_->find(key);
-  if (!value) return 0;
-  // An unsigned number beyond the signed range would wrap.
-  if (value->is_number_unsigned() && value->get<std::uint64_t>() > INT64_MAX) return 0;
-  if (value->is_number_integer()) return value->get<std::int64_t>();
-  const double number = decodeDoubleForKey(key);
-  return number == std::trunc(number) && std::abs(number) < 0x1p63 ? static_cast<std::int64_t>(number) : 0;
+  return archive_->ask(key, wholeNumberIn).value_or(0);
 }
 
-double NSCoder::decodeDoubleForKey(std::string_view key) const {
-  const Json* value = archive_->find(key);
-  return value && value->is_number() ? value->get<double>() : 0;
-}
+double NSCoder::decodeDoubleForKey(std::string_view key) const { return numberForKey(key).value_or(0); }
 
 std::optional<std::string> NSCoder::decodeStringForKey(std::string_view key) const {
-  const Json* value = archive_->find(key);
-  if (!value || !value->is_string()) return std::nullopt;
-  return value->get<std::string>();
+  return archive_->ask(
+      key, [](const Json& value) { return value.is_string() ? std::optional(value.get<std::string>()) : std::nullopt; });
+}
+
+std::optional<std::int64_t> NSCoder::decodeNamedValueForKey(std::string_view key, std::span<const NamedValue> names) const {
+  return archive_->ask(key, [&](const Json& value) -> std::optional<std::int64_t> {
+    const std::optional<std::int64_t> number = wholeNumberIn(value);
+    for (const NamedValue& named : names)
+      if (value.is_string() ? value.get_ref<const std::string&>() == named.name : number == named.value) return named.value;
+    return std::nullopt;
+  });
+}
+
+std::optional<std::vector<double>> NSCoder::decodeNumbersForKey(std::string_view key) const {
+  return archive_->ask(key, [](const Json& value) -> std::optional<std::vector<double>> {
+    const auto isNumber = [](const Json& element) { return element.is_number(); };
+    if (!value.is_array() || !std::all_of(value.begin(), value.end(), isNumber)) return std::nullopt;
+    return value.get<std::vector<double>>();
+  });
 }
 
 CGPoint NSCoder::decodePointForKey(std::string_view key) const {
@@ -109,36 +199,55 @@ CGRect NSCoder::decodeRectForKey(std::string_view key) const {
 }
 
 std::optional<NSCoder> NSCoder::decodeCoderForKey(std::string_view key) const {
-  const Json* value = archive_->find(key);
-  if (!value || !value->is_object()) return std::nullopt;
-  return NSCoder(archive_->inner(*value));
+  return archive_->ask(key, [&](const Json& value) {
+    return value.is_object() ? std::optional(NSCoder(archive_->inner(value))) : std::nullopt;
+  });
 }
 
 std::optional<std::vector<NSCoder>> NSCoder::decodeCodersForKey(std::string_view key) const {
-  const Json* value = archive_->find(key);
-  if (!value || !value->is_array()) return std::nullopt;
-  std::vector<NSCoder> result;
-  for (const Json& element : *value) {
-    if (!element.is_object()) return std::nullopt;
-    result.push_back(NSCoder(archive_->inner(element)));
-  }
-  return result;
+  return archive_->ask(key, [&](const Json& value) -> std::optional<std::vector<NSCoder>> {
+    if (!value.is_array()) return std::nullopt;
+    std::vector<NSCoder> result;
+    for (const Json& element : value) {
+      if (!element.is_object()) return std::nullopt;
+      result.push_back(NSCoder(archive_->inner(element)));
+    }
+    return result;
+  });
 }
 
 std::optional<bool> NSCoder::boolForKey(std::string_view key) const {
-  const Json* value = archive_->find(key);
-  return value && value->is_boolean() ? std::optional(value->get<bool>()) : std::nullopt;
+  return archive_->ask(
+      key, [](const Json& value) { return value.is_boolean() ? std::optional(value.get<bool>()) : std::nullopt; });
 }
 
 std::optional<double> NSCoder::numberForKey(std::string_view key) const {
-  const Json* value = archive_->find(key);
-  return value && value->is_number() ? std::optional(value->get<double>()) : std::nullopt;
+  return archive_->ask(
+      key, [](const Json& value) { return value.is_number() ? std::optional(value.get<double>()) : std::nullopt; });
 }
 
 std::vector<std::string> NSCoder::allKeys() const {
   std::vector<std::string> result;
   for (const auto& [key, value] : archive_->object->items()) result.push_back(key);
   return result;
+}
+
+void NSCoder::overlookKeys(std::initializer_list<std::string_view> keys) {
+  for (const std::string_view key : keys) archive_->noteQuestion(key);
+}
+
+std::optional<std::string> NSCoder::firstUnknownKey() const {
+  for (const auto& [key, value] : archive_->object->items())
+    if (!archive_->questions->contains(&value)) return key;
+  return std::nullopt;
+}
+
+std::optional<std::string> NSCoder::firstMisfitKey() const {
+  for (const auto& [key, value] : archive_->object->items()) {
+    const auto asked = archive_->questions->find(&value);
+    if (asked != archive_->questions->end() && asked->second.fitsNot && !asked->second.fits) return key;
+  }
+  return std::nullopt;
 }
 
 NSCoder& NSCoder::encode(bool value, std::string_view key) {

@@ -3,11 +3,15 @@
 // the value calls fail, and make then gives no object.
 //
 // Rectangles are arrays [x, y, width, height], sizes and points arrays of two, all in points.
+//
+// A coder remembers what it was asked, so that whoever handed it out can report the keys that nobody knows.
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,17 +20,28 @@
 
 namespace tessaluna::platform {
 
+// A value that is written as a name or as its number.
+struct NamedValue {
+  std::string_view name;
+  std::int64_t value;
+};
+
+// The names of an enum's values, as an array `all` of NamedValue; specialized by the header of each enum that can be read.
+template <class Enum>
+struct EnumNames;
+
 class NSCoder {
  public:
   // Empty, to be filled with encode.
   NSCoder();
-  // From the text of one JSON object. A text that is none gives a coder that has failed and says why.
+  // From the text of one JSON object. A text that is none gives a coder that has failed and says why, for one that is not
+  // JSON with line and column, both counted from 1.
   explicit NSCoder(std::string_view json);
   ~NSCoder();
   NSCoder(NSCoder&&) noexcept;
   NSCoder& operator=(NSCoder&&) noexcept;
 
-  // The same values, without a failure; a write to one is not seen by the other.
+  // The same values, without a failure, and asked nothing yet; a write to one is not seen by the other.
   NSCoder copy() const;
 
   bool containsValueForKey(std::string_view key) const;
@@ -37,14 +52,29 @@ class NSCoder {
   CGPoint decodePointForKey(std::string_view key) const;
   CGSize decodeSizeForKey(std::string_view key) const;
   CGRect decodeRectForKey(std::string_view key) const;
+  std::optional<std::int64_t> decodeNamedValueForKey(std::string_view key, std::span<const NamedValue> names) const;
+  template <class Enum>
+  std::optional<Enum> decodeEnumForKey(std::string_view key) const {
+    const std::optional<std::int64_t> value = decodeNamedValueForKey(key, EnumNames<Enum>::all);
+    return value ? std::optional(static_cast<Enum>(*value)) : std::nullopt;
+  }
   // The object below the key as a coder of its own; absent if there is none.
   std::optional<NSCoder> decodeCoderForKey(std::string_view key) const;
   // The objects of the array below the key; absent if there is no array, or one with anything else in it.
   std::optional<std::vector<NSCoder>> decodeCodersForKey(std::string_view key) const;
+  // Absent unless there is an array of numbers and nothing else.
+  std::optional<std::vector<double>> decodeNumbersForKey(std::string_view key) const;
   // Those that tell a value of another kind from false and zero.
   std::optional<bool> boolForKey(std::string_view key) const;
   std::optional<double> numberForKey(std::string_view key) const;
   std::vector<std::string> allKeys() const;
+
+  // For a class that knows a key and reads nothing from it.
+  void overlookKeys(std::initializer_list<std::string_view> keys);
+  // Of this object, the first key that was neither asked for nor overlooked, and the first whose value was of no kind that it
+  // was asked for; absent if there is none.
+  std::optional<std::string> firstUnknownKey() const;
+  std::optional<std::string> firstMisfitKey() const;
 
   // Return the coder, so that calls chain.
   NSCoder& encode(bool value, std::string_view key);

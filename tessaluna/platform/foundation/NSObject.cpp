@@ -5,10 +5,7 @@ namespace tessaluna::platform {
 namespace {
 
 const Selector* findSelector(const ClassInfo* info, std::string_view name) {
-  for (; info; info = info->base)
-    for (const Selector& selector : info->selectors)
-      if (selector.name == name) return &selector;
-  return nullptr;
+  return findMember(info, &ClassInfo::selectors, &Selector::name, name);
 }
 
 }  // namespace

@@ -35,13 +35,34 @@ struct Property {
   bool (*set)(NSObject& owner, const NSCoder& values) = nullptr;  // the value is below the property's name
 };
 
+// What may be inside an object of an interface file: one object below the key, or an array of them.
+struct InnerObjects {
+  std::string_view key;
+  enum class Count { One, Many } count = Count::One;
+  // Takes an object in. False, and nothing done, for one of a class that cannot be there.
+  bool (*put)(NSObject& outer, const Ref<NSObject>& inner) = nullptr;
+  // For an object that the outer one makes itself, from the same archive: that object. `put` is not called then.
+  Ref<NSObject> (*made)(NSObject& outer) = nullptr;
+};
+
 struct ClassInfo {
   std::string_view name;  // with its module for classes of the library: "TessalunaUIKit.BorderedView"
   const ClassInfo* base = nullptr;
   std::span<const Selector> selectors = {};
   std::span<const Outlet> outlets = {};
   std::span<const Property> properties = {};
+  std::span<const InnerObjects> innerObjects = {};
 };
+
+// The entry of the name in a table of the class or, if it has none, of the nearest base that has one; null without one.
+template <class Entry>
+const Entry* findMember(const ClassInfo* info, std::span<const Entry> ClassInfo::*table, auto Entry::*key,
+                        std::string_view name) {
+  for (; info; info = info->base)
+    for (const Entry& entry : info->*table)
+      if (entry.*key == name) return &entry;
+  return nullptr;
+}
 
 class NSObject : public std::enable_shared_from_this<NSObject> {
  public:

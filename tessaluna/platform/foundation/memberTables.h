@@ -1,16 +1,25 @@
 // The entries of a class's tables of outlets and properties, made from its setters:
 //   const Outlet outlets[] = {outlet<&MyRow::setTitleLabel>("titleLabel")};
 //   const Property properties[] = {property<&MyRow::setBorderWidth, "borderWidth">()};
+//   const InnerObjects innerObjects[] = {innerObject<&MyRow::setPicture>("picture")};
 #pragma once
 
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include "tessaluna/platform/foundation/NSObject.h"
 
 namespace tessaluna::platform {
+
+// The object as the class that has the setter, which need not be derived from NSObject itself.
+template <class T>
+T& memberOwner(NSObject& object) {
+  if constexpr (std::is_base_of_v<NSObject, T>) return static_cast<T&>(object);
+  else return dynamic_cast<T&>(object);
+}
 
 // The setter takes a Ref, by value or by reference.
 template <auto Setter>
@@ -19,10 +28,16 @@ constexpr Outlet outlet(std::string_view name) {
             return []<class T, class Argument>(void (T::*setter)(Argument), NSObject& self, const Ref<NSObject>& value) {
               auto typed = std::dynamic_pointer_cast<typename std::remove_cvref_t<Argument>::element_type>(value);
               if (!typed) return false;
-              (static_cast<T&>(self).*setter)(std::move(typed));
+              (memberOwner<T>(self).*setter)(std::move(typed));
               return true;
             }(Setter, owner, object);
           }};
+}
+
+// The setter takes a Ref, by value or by reference.
+template <auto Setter>
+constexpr InnerObjects innerObject(std::string_view key, InnerObjects::Count count = InnerObjects::Count::One) {
+  return {.key = key, .count = count, .put = outlet<Setter>(key).connect};
 }
 
 // A text that can be a template's argument.
@@ -33,30 +48,53 @@ struct PropertyName {
   char characters[N];
 };
 
-// Absent for a fraction and for a number that the type does not hold.
-template <class Integer>
-std::optional<Integer> wholeNumber(const NSCoder& values, std::string_view name) {
+// The value below the name as a T; absent for one of another kind. Other headers add overloads for their types.
+template <class T>
+requires(std::is_integral_v<T> && !std::is_same_v<T, bool>) std::optional<T> archivedValue(const NSCoder& values,
+                                                                                           std::string_view name,
+                                                                                           std::type_identity<T>) {
   const std::int64_t number = values.decodeIntegerForKey(name);
-  if (values.numberForKey(name) != static_cast<double>(number) || !std::in_range<Integer>(number)) return std::nullopt;
-  return static_cast<Integer>(number);
+  // Absent for a fraction and for a number that the type does not hold.
+  if (values.numberForKey(name) != static_cast<double>(number) || !std::in_range<T>(number)) return std::nullopt;
+  return static_cast<T>(number);
+}
+template <class T>
+requires std::is_enum_v<T> std::optional<T> archivedValue(const NSCoder& values, std::string_view name,
+                                                          std::type_identity<T>) {
+  return values.decodeEnumForKey<T>(name);
+}
+inline std::optional<bool> archivedValue(const NSCoder& values, std::string_view name, std::type_identity<bool>) {
+  return values.boolForKey(name);
+}
+inline std::optional<double> archivedValue(const NSCoder& values, std::string_view name, std::type_identity<double>) {
+  return values.numberForKey(name);
+}
+inline std::optional<std::string> archivedValue(const NSCoder& values, std::string_view name,
+                                                std::type_identity<std::string>) {
+  return values.decodeStringForKey(name);
+}
+inline std::optional<std::string> archivedValue(const NSCoder& values, std::string_view name,
+                                                std::type_identity<std::string_view>) {
+  return values.decodeStringForKey(name);
+}
+template <class T>
+requires(std::is_same_v<T, CGPoint> || std::is_same_v<T, CGSize> ||
+         std::is_same_v<T, CGRect>) std::optional<T> archivedValue(const NSCoder& values, std::string_view name,
+                                                                   std::type_identity<T>) {
+  const auto numbers = values.decodeNumbersForKey(name);
+  if (!numbers || numbers->size() != sizeof(T) / sizeof(CGFloat)) return std::nullopt;
+  if constexpr (std::is_same_v<T, CGPoint>) return values.decodePointForKey(name);
+  else if constexpr (std::is_same_v<T, CGSize>) return values.decodeSizeForKey(name);
+  else return values.decodeRectForKey(name);
 }
 
-// The value below the name as the type wants it; absent for one of another kind.
-template <class Value>
-std::optional<Value> propertyValue(const NSCoder& values, std::string_view name) {
-  if constexpr (std::is_same_v<Value, bool>) return values.boolForKey(name);
-  else if constexpr (std::is_floating_point_v<Value>) return values.numberForKey(name);
-  else if constexpr (std::is_integral_v<Value>) return wholeNumber<Value>(values, name);
-  else return values.decodeStringForKey(name);
-}
-
-// The setter takes a bool, a number or a text.
+// The setter takes a bool, a number, a text, a point, a size, a rectangle, an enum with names, or what another header reads.
 template <auto Setter, PropertyName Name>
 constexpr Property property() {
   return {Name.view(), [](NSObject& owner, const NSCoder& values) {
             return []<class T, class Argument>(void (T::*setter)(Argument), NSObject& self, const NSCoder& coder) {
-              auto value = propertyValue<std::remove_cvref_t<Argument>>(coder, Name.view());
-              if (value) (static_cast<T&>(self).*setter)(std::move(*value));
+              auto value = archivedValue(coder, Name.view(), std::type_identity<std::remove_cvref_t<Argument>>());
+              if (value) (memberOwner<T>(self).*setter)(std::move(*value));
               return value.has_value();
             }(Setter, owner, values);
           }};

@@ -1,11 +1,10 @@
 #include "tessaluna/platform/interface_files/NSNib.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
 #include "tessaluna/platform/interface_files/classRegistry.h"
-#include "tessaluna/platform/views/NSScrollView.h"
-#include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
 
@@ -17,24 +16,19 @@ namespace {
 constexpr int deepestNesting = 100;
 constexpr std::string_view ownerId = "owner";
 
-template <class Entry>
-const Entry* findMember(const ClassInfo* info, std::span<const Entry> ClassInfo::*table, std::string_view name) {
-  for (; info; info = info->base)
-    for (const Entry& entry : info->*table)
-      if (entry.name == name) return &entry;
-  return nullptr;
-}
+// The keys of every object that the loader reads itself.
+constexpr std::string_view loaderKeys[] = {"id", "class", "outlets", "properties"};
 
 class Loader {
  public:
   explicit Loader(const Ref<NSObject>& owner) : owner_(owner) {}
 
-  NSNib::Contents load(const NSCoder& document) {
+  NSNib::Contents load(NSCoder document) {
     NSNib::Contents contents;
-    contents.error = document.failure();
-    if (contents.error) return contents;
     const auto objects = document.decodeCodersForKey("objects");
-    if (!objects) return {.topLevelObjects = {}, .error = "\"objects\" is no array of objects"};
+    if (!objects) return {.topLevelObjects = {}, .error = "\"objects\" is not an array of objects"};
+    document.overlookKeys({"owner"});
+    if (const auto key = document.firstUnknownKey()) fail("the document has an unknown key \"" + *key + "\"");
     for (const NSCoder& object : *objects)
       if (Ref<NSObject> made = makeObject(object, 0)) contents.topLevelObjects.push_back(std::move(made));
     if (const std::optional<NSCoder> outlets = objectBelow(document, "owner", "the document")) {
@@ -67,72 +61,93 @@ class Loader {
   // Absent without the key; anything but an object there is an error.
   std::optional<NSCoder> objectBelow(const NSCoder& coder, std::string_view key, const std::string& place) {
     std::optional<NSCoder> result = coder.decodeCoderForKey(key);
-    if (!result && coder.containsValueForKey(key)) fail("\"" + std::string(key) + "\" of " + place + " is no object");
+    if (!result && coder.containsValueForKey(key)) fail("\"" + std::string(key) + "\" of " + place + " is not an object");
     return result;
+  }
+
+  // How an error calls the next object.
+  std::string placeOf(const NSCoder& source) {
+    const std::string id = source.decodeStringForKey("id").value_or("");
+    const std::string className = source.decodeStringForKey("class").value_or("object");
+    return id.empty() ? "the " + className + " that is number " + std::to_string(made_.size() + 1) : "\"" + id + "\"";
   }
 
   Ref<NSObject> makeObject(const NSCoder& source, int depth) {
     if (error_) return nullptr;
-    const std::string id = source.decodeStringForKey("id").value_or("");
+    const std::string place = placeOf(source);
     const std::string className = source.decodeStringForKey("class").value_or("");
-    const std::string place =
-        id.empty() ? "the " + className + " that is number " + std::to_string(made_.size() + 1) : "\"" + id + "\"";
-    if (depth > deepestNesting) return fail(place + " is nested too deep"), nullptr;
-    if (className.empty()) return fail("object number " + std::to_string(made_.size() + 1) + " has no class"), nullptr;
+    if (className.empty()) return fail(place + " has no class"), nullptr;
     NSCoder coder = source.copy();
     const Ref<NSObject> object = makeObjectOfClass(className, coder);
     if (!object) return fail(place + ": " + coder.failure().value_or("could not be made")), nullptr;
-    if (!id.empty() && (id == ownerId || !byId_.emplace(id, object).second))
-      return fail("the id \"" + id + "\" is given twice"), nullptr;
-    made_.push_back({object, objectBelow(source, "outlets", place), place});
-    setProperties(*object, source, place);
-    addInner(object, source, place, depth);
-    return object;
+    return finishObject(object, coder, place, depth) ? object : nullptr;
+  }
+
+  // What is said of an object that was just made from the coder, besides what its class has read. False after an error.
+  bool finishObject(const Ref<NSObject>& object, NSCoder& coder, const std::string& place, int depth) {
+    if (depth > deepestNesting) fail(place + " is nested too deep");
+    const std::string id = coder.decodeStringForKey("id").value_or("");
+    if (!id.empty() && (id == ownerId || !byId_.emplace(id, object).second)) fail("the id \"" + id + "\" is given twice");
+    if (error_) return false;
+    made_.push_back({object, objectBelow(coder, "outlets", place), place});
+    setProperties(*object, coder, place);
+    checkKeys(object->classInfo(), coder, place);
+    addInnerObjects(object, coder, place, depth);
+    return !error_;
+  }
+
+  void checkKeys(const ClassInfo& info, NSCoder& coder, const std::string& place) {
+    if (const auto key = coder.firstMisfitKey()) fail("\"" + *key + "\" of " + place + " has a value of another kind");
+    const std::vector<std::string> keys = coder.allKeys();
+    for (const std::string& key : keys) {
+      const bool isOurs = std::find(std::begin(loaderKeys), std::end(loaderKeys), key) != std::end(loaderKeys);
+      if (isOurs || findMember(&info, &ClassInfo::innerObjects, &InnerObjects::key, key)) coder.overlookKeys({key});
+    }
+    if (const auto key = coder.firstUnknownKey()) fail(place + " has an unknown key \"" + *key + "\"");
   }
 
   void setProperties(NSObject& object, const NSCoder& source, const std::string& place) {
     const std::optional<NSCoder> properties = objectBelow(source, "properties", place);
     if (!properties) return;
     for (const std::string& name : properties->allKeys()) {
-      const Property* property = findMember(&object.classInfo(), &ClassInfo::properties, name);
+      const Property* property = findMember(&object.classInfo(), &ClassInfo::properties, &Property::name, name);
       if (!property) fail(place + " has no property \"" + name + "\"");
       else if (!property->set(object, *properties))
         fail("the property \"" + name + "\" of " + place + " has a value of another kind");
     }
   }
 
-  Ref<NSView> makeView(const NSCoder& source, int depth) {
-    const Ref<NSObject> object = makeObject(source, depth);
-    auto view = std::dynamic_pointer_cast<NSView>(object);
-    if (object && !view) fail(object->className() + " is no view and cannot stand in one");
-    return view;
+  void addInnerObjects(const Ref<NSObject>& object, const NSCoder& source, const std::string& place, int depth) {
+    for (const std::string& key : source.allKeys()) {
+      const InnerObjects* entry = findMember(&object->classInfo(), &ClassInfo::innerObjects, &InnerObjects::key, key);
+      if (error_) return;
+      if (!entry) continue;
+      if (entry->count == InnerObjects::Count::One) {
+        std::optional<NSCoder> inner = objectBelow(source, key, place);
+        if (inner) addInnerObject(*entry, object, *inner, place, depth);
+      } else if (auto inner = source.decodeCodersForKey(key)) {
+        for (NSCoder& one : *inner) addInnerObject(*entry, object, one, place, depth);
+      } else {
+        fail("\"" + key + "\" of " + place + " is not an array of objects");
+      }
+    }
   }
 
-  void addInner(const Ref<NSObject>& object, const NSCoder& source, const std::string& place, int depth) {
-    if (source.containsValueForKey("subviews")) {
-      const auto view = std::dynamic_pointer_cast<NSView>(object);
-      const auto subviews = source.decodeCodersForKey("subviews");
-      if (!view) return fail(place + " is no view and has subviews");
-      if (!subviews) return fail("\"subviews\" of " + place + " is no array of objects");
-      for (const NSCoder& inner : *subviews)
-        if (const Ref<NSView> subview = makeView(inner, depth + 1)) view->addSubview(subview);
-    }
-    if (const std::optional<NSCoder> inner = objectBelow(source, "contentView", place)) {
-      const auto window = std::dynamic_pointer_cast<NSWindow>(object);
-      if (!window) return fail(place + " is no window and has a content view");
-      if (const Ref<NSView> view = makeView(*inner, depth + 1)) window->setContentView(view);
-    }
-    if (const std::optional<NSCoder> inner = objectBelow(source, "documentView", place)) {
-      const auto scrollView = std::dynamic_pointer_cast<NSScrollView>(object);
-      if (!scrollView) return fail(place + " is no scroll view and has a document view");
-      if (const Ref<NSView> view = makeView(*inner, depth + 1)) scrollView->setDocumentView(view);
+  void addInnerObject(const InnerObjects& entry, const Ref<NSObject>& outer, NSCoder& source, const std::string& place,
+                      int depth) {
+    if (entry.made) {
+      // It was read by the outer object's class, and the coder knows what it was asked.
+      const Ref<NSObject> inner = entry.made(*outer);
+      if (inner) finishObject(inner, source, "the " + std::string(entry.key) + " of " + place, depth + 1);
+    } else if (const Ref<NSObject> inner = makeObject(source, depth + 1); inner && !entry.put(*outer, inner)) {
+      fail(inner->className() + " cannot be in \"" + std::string(entry.key) + "\" of " + place);
     }
   }
 
   void connectOutlets(NSObject& object, const NSCoder& outlets, const std::string& place) {
     for (const std::string& name : outlets.allKeys()) {
       if (error_) return;
-      const Outlet* outlet = findMember(&object.classInfo(), &ClassInfo::outlets, name);
+      const Outlet* outlet = findMember(&object.classInfo(), &ClassInfo::outlets, &Outlet::name, name);
       const std::optional<std::string> id = outlets.decodeStringForKey(name);
       const auto found = byId_.find(id.value_or(""));
       const Ref<NSObject> other = id == ownerId ? owner_ : found == byId_.end() ? nullptr : found->second;
@@ -175,7 +190,8 @@ Ref<NSNib> NSNib::nibNamed(std::string_view name) {
 }
 
 NSNib::Contents NSNib::instantiateWithOwner(const Ref<NSObject>& owner) const {
-  if (document_) return Loader(owner).load(*document_);
+  if (document_ && document_->failed()) return {.topLevelObjects = {}, .error = document_->failure()};
+  if (document_) return Loader(owner).load(document_->copy());
   if (!owner) return {.topLevelObjects = {}, .error = "a factory needs an owner"};
   Contents contents;
   if (Ref<NSObject> top = factory_(*owner)) contents.topLevelObjects.push_back(std::move(top));

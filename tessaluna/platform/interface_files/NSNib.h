@@ -7,8 +7,12 @@
 //                               "cell": {"class": "NSTextFieldCell", "fontSize": 13}}]}]}
 //
 // Of each object: "class", and the keys that its class reads from a coder; "id", by which others name it; "outlets", from
-// a member's name to an id or "owner"; "properties", from a member's name to a bool, a number or a text; "subviews" of a
-// view, "contentView" of a window, "documentView" of a scroll view. "owner" at the top holds the outlets of the owner.
+// a member's name to an id or "owner"; "properties", from a member's name to what its setter gets once the object is made: a
+// bool, a number, a text, a point, size or rectangle, an enum's value as a name or number, or a color, font or image as
+// archivedLooks.h says; and the objects in it, below the keys of its class's table: "subviews" of a view, "contentView" of a
+// window, "documentView" of a scroll view, "cell" of a control. "owner" at the top holds the outlets of the owner.
+//
+// A key that nobody knows is an error, and so is a value of another kind. Keys that a class knows and overlooks are neither.
 #pragma once
 
 #include <functional>
@@ -33,13 +37,13 @@ class NSNib : public NSObject {
   // A later one of the same name takes the earlier one's place. The document is read at once.
   static void registerDocument(std::string name, std::string_view json);
   static void registerFactory(std::string name, Factory factory);
-  static Ref<NSNib> nibNamed(std::string_view name);  // absent if there is none
+  static Ref<NSNib> nibNamed(std::string_view name);  // null if there is none
 
   // First the objects, then all outlets, then awakeFromNib on each in the order in which they stand, the owner last. With
   // an error nothing is to be used: some outlets may be connected, and nothing was awakened.
   struct Contents {
     std::vector<Ref<NSObject>> topLevelObjects;
-    std::optional<std::string> error;  // what is wrong with the document, and where
+    std::optional<std::string> error;  // what is wrong with the document, and where; for bad JSON with line and column
   };
   Contents instantiateWithOwner(const Ref<NSObject>& owner) const;
 

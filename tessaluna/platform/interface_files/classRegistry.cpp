@@ -8,9 +8,12 @@
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSImageView.h"
 #include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/windows/NSViewController.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/NSWindowController.h"
 
 namespace tessaluna::platform {
 
@@ -26,8 +29,9 @@ Registry registryOf() {
 }
 
 Registry& registry() {
-  static Registry classes = registryOf<NSView, NSWindow, NSControl, NSButton, NSTextField, NSImageView, NSScrollView,
-                                       NSTableView, NSCell, NSButtonCell, NSTextFieldCell>();
+  static Registry classes =
+      registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton, NSTextField, NSImageView,
+                 NSScrollView, NSScroller, NSTableView, NSCell, NSButtonCell, NSTextFieldCell>();
   return classes;
 }
 

@@ -21,6 +21,23 @@ enum NSLineBreakMode {
   NSLineBreakByTruncatingTail = 4,
   NSLineBreakByTruncatingMiddle = 5,
 };
+template <>
+struct EnumNames<NSTextAlignment> {
+  static constexpr NamedValue all[] = {{"left", NSTextAlignmentLeft},
+                                       {"right", NSTextAlignmentRight},
+                                       {"center", NSTextAlignmentCenter},
+                                       {"justified", NSTextAlignmentJustified},
+                                       {"natural", NSTextAlignmentNatural}};
+};
+template <>
+struct EnumNames<NSLineBreakMode> {
+  static constexpr NamedValue all[] = {{"wordWrapping", NSLineBreakByWordWrapping},
+                                       {"charWrapping", NSLineBreakByCharWrapping},
+                                       {"clipping", NSLineBreakByClipping},
+                                       {"truncatingHead", NSLineBreakByTruncatingHead},
+                                       {"truncatingTail", NSLineBreakByTruncatingTail},
+                                       {"truncatingMiddle", NSLineBreakByTruncatingMiddle}};
+};
 constexpr bool wraps(NSLineBreakMode mode) { return mode <= NSLineBreakByCharWrapping; }
 
 class NSParagraphStyle : public NSObject {

@@ -2,6 +2,7 @@
 
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/time/durations.h"
 
 namespace tessaluna::platform {
@@ -12,11 +13,15 @@ constexpr std::uint32_t modifiersThatCount =
     NSEventModifierFlagShift | NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
 
 constexpr Selector buttonSelectors[] = {action<&NSButton::performClick>("performClick:")};
+constexpr Property buttonProperties[] = {
+    property<&NSButton::setTitle, "title">(), property<&NSButton::setKeyEquivalent, "keyEquivalent">(),
+    property<&NSButton::setKeyEquivalentModifierMask, "keyEquivalentModifierMask">(),
+    property<&NSButton::setButtonType, "buttonType">(), property<&NSButton::setState, "state">()};
 
 }  // namespace
 
 const ClassInfo NSButton::staticClassInfo{
-    .name = "NSButton", .base = &NSControl::staticClassInfo, .selectors = buttonSelectors};
+    .name = "NSButton", .base = &NSControl::staticClassInfo, .selectors = buttonSelectors, .properties = buttonProperties};
 
 NSButtonCell* NSButton::buttonCell() const { return dynamic_cast<NSButtonCell*>(cell().get()); }
 

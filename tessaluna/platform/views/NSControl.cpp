@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/interface_files/classRegistry.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -11,8 +12,32 @@
 namespace tessaluna::platform {
 
 const Outlet NSControl::outlets_[] = {outlet<&NSControl::setTarget>("target")};
-const ClassInfo NSControl::staticClassInfo{
-    .name = "NSControl", .base = &NSView::staticClassInfo, .outlets = NSControl::outlets_};
+
+namespace {
+
+constexpr Property controlProperties[] = {property<&NSControl::setEnabled, "enabled">(),
+                                          property<&NSControl::setHighlighted, "highlighted">(),
+                                          property<&NSControl::setTag, "tag">(),
+                                          property<&NSControl::setStringValue, "stringValue">(),
+                                          property<&NSControl::setIntegerValue, "integerValue">(),
+                                          property<&NSControl::setDoubleValue, "doubleValue">(),
+                                          property<&NSControl::setContinuous, "continuous">(),
+                                          property<&NSControl::setFont, "font">(),
+                                          property<&NSControl::setAlignment, "alignment">(),
+                                          property<&NSControl::setLineBreakMode, "lineBreakMode">(),
+                                          property<&NSControl::setAction, "action">()};
+
+// The control has read the archive and made the cell.
+constexpr InnerObjects controlInnerObjects[] = {
+    {.key = "cell", .made = [](NSObject& control) -> Ref<NSObject> { return static_cast<NSControl&>(control).cell(); }}};
+
+}  // namespace
+
+const ClassInfo NSControl::staticClassInfo{.name = "NSControl",
+                                           .base = &NSView::staticClassInfo,
+                                           .outlets = NSControl::outlets_,
+                                           .properties = controlProperties,
+                                           .innerObjects = controlInnerObjects};
 
 NSControl::NSControl(NSCoder& coder) : NSView(coder) {
   cellCoder_ = coder.decodeCoderForKey("cell");

@@ -2,18 +2,28 @@
 
 #include <algorithm>
 
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/interface_files/archivedLooks.h"
 
 namespace tessaluna::platform {
 
-const ClassInfo NSImageView::staticClassInfo{.name = "NSImageView", .base = &NSView::staticClassInfo};
+namespace {
+
+constexpr Property imageViewProperties[] = {
+    property<&NSImageView::setImage, "image">(), property<&NSImageView::setImageScaling, "imageScaling">(),
+    property<&NSImageView::setImageFrameStyle, "imageFrameStyle">(), property<&NSImageView::setEditable, "editable">()};
+
+}  // namespace
+
+const ClassInfo NSImageView::staticClassInfo{
+    .name = "NSImageView", .base = &NSView::staticClassInfo, .properties = imageViewProperties};
 
 NSImageView::NSImageView(NSCoder& coder) : NSView(coder) {
   if (const auto name = coder.decodeStringForKey("imageName")) image_ = NSImage::imageNamed(*name);
-  imageScaling_ = static_cast<NSImageScaling>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("imageScaling"), 0, 3));
-  imageFrameStyle_ =
-      static_cast<NSImageFrameStyle>(std::clamp<std::int64_t>(coder.decodeIntegerForKey("imageFrameStyle"), 0, 4));
+  imageScaling_ = coder.decodeEnumForKey<NSImageScaling>("imageScaling").value_or(imageScaling_);
+  imageFrameStyle_ = coder.decodeEnumForKey<NSImageFrameStyle>("imageFrameStyle").value_or(imageFrameStyle_);
   isEditable_ = coder.decodeBoolForKey("editable");
 }
 

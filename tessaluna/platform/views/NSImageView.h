@@ -22,13 +22,29 @@ enum NSImageFrameStyle {
   NSImageFrameButton = 4,
 };
 
+template <>
+struct EnumNames<NSImageScaling> {
+  static constexpr NamedValue all[] = {{"proportionallyDown", NSImageScaleProportionallyDown},
+                                       {"axesIndependently", NSImageScaleAxesIndependently},
+                                       {"none", NSImageScaleNone},
+                                       {"proportionallyUpOrDown", NSImageScaleProportionallyUpOrDown}};
+};
+template <>
+struct EnumNames<NSImageFrameStyle> {
+  static constexpr NamedValue all[] = {{"none", NSImageFrameNone},
+                                       {"photo", NSImageFramePhoto},
+                                       {"grayBezel", NSImageFrameGrayBezel},
+                                       {"groove", NSImageFrameGroove},
+                                       {"button", NSImageFrameButton}};
+};
+
 class NSImageView : public NSView {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit NSImageView(CGRect frame) : NSView(frame) {}
-  // Keys besides the view's: "imageName", "imageScaling", "imageFrameStyle" (both as their numbers), "editable".
+  // Keys besides the view's: "imageName", "imageScaling", "imageFrameStyle", "editable".
   explicit NSImageView(NSCoder& coder);
 
   // Each asks for a redraw.

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
@@ -12,8 +13,24 @@
 namespace tessaluna::platform {
 
 const Selector NSScrollView::selectors_[] = {action<&NSScrollView::scrollerMoved>("scrollerMoved:")};
-const ClassInfo NSScrollView::staticClassInfo{
-    .name = "NSScrollView", .base = &NSView::staticClassInfo, .selectors = NSScrollView::selectors_};
+
+namespace {
+
+constexpr Property scrollViewProperties[] = {property<&NSScrollView::setHasVerticalScroller, "hasVerticalScroller">(),
+                                             property<&NSScrollView::setHasHorizontalScroller, "hasHorizontalScroller">(),
+                                             property<&NSScrollView::setAutohidesScrollers, "autohidesScrollers">(),
+                                             property<&NSScrollView::setBorderType, "borderType">(),
+                                             property<&NSScrollView::setDrawsBackground, "drawsBackground">()};
+
+constexpr InnerObjects scrollViewInnerObjects[] = {innerObject<&NSScrollView::setDocumentView>("documentView")};
+
+}  // namespace
+
+const ClassInfo NSScrollView::staticClassInfo{.name = "NSScrollView",
+                                              .base = &NSView::staticClassInfo,
+                                              .selectors = NSScrollView::selectors_,
+                                              .properties = scrollViewProperties,
+                                              .innerObjects = scrollViewInnerObjects};
 
 NSScrollView::NSScrollView(CGRect frame) : NSView(frame), clipView_(make<NSClipView>(CGRect{{0, 0}, frame.size})) {
   addSubview(clipView_);

@@ -1,11 +1,17 @@
 // A view that shows a part of a larger one, with scroll bars beside it.
 #pragma once
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSClipView.h"
 
 namespace tessaluna::platform {
 
 enum NSBorderType { NSNoBorder = 0, NSLineBorder = 1 };
+
+template <>
+struct EnumNames<NSBorderType> {
+  static constexpr NamedValue all[] = {{"none", NSNoBorder}, {"line", NSLineBorder}};
+};
 
 class NSScrollView : public NSView {
  public:
@@ -13,7 +19,8 @@ class NSScrollView : public NSView {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit NSScrollView(CGRect frame);
-  // Keys besides the view's: "hasVerticalScroller", "hasHorizontalScroller", "autohidesScrollers", "drawsBackground".
+  // Keys besides the view's: "hasVerticalScroller", "hasHorizontalScroller", "autohidesScrollers", "drawsBackground"; the
+  // object "documentView".
   explicit NSScrollView(NSCoder& coder);
   void didInit() override;
 

@@ -3,12 +3,20 @@
 #include <algorithm>
 
 #include "tessaluna/platform/foundation/NSNumber.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 
 namespace tessaluna::platform {
 
-const ClassInfo NSScroller::staticClassInfo{.name = "NSScroller", .base = &NSControl::staticClassInfo};
+namespace {
+
+constexpr Property scrollerProperties[] = {property<&NSScroller::setKnobProportion, "knobProportion">()};
+
+}  // namespace
+
+const ClassInfo NSScroller::staticClassInfo{
+    .name = "NSScroller", .base = &NSControl::staticClassInfo, .properties = scrollerProperties};
 
 namespace {
 

@@ -5,6 +5,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
@@ -15,7 +16,17 @@
 
 namespace tessaluna::platform {
 
-const ClassInfo NSTableView::staticClassInfo{.name = "NSTableView", .base = &NSView::staticClassInfo};
+namespace {
+
+constexpr Outlet tableOutlets[] = {outlet<&NSTableView::setDataSource>("dataSource"),
+                                   outlet<&NSTableView::setDelegate>("delegate")};
+constexpr Property tableProperties[] = {property<&NSTableView::setRowHeight, "rowHeight">(),
+                                        property<&NSTableView::setAllowsMultipleSelection, "allowsMultipleSelection">()};
+
+}  // namespace
+
+const ClassInfo NSTableView::staticClassInfo{
+    .name = "NSTableView", .base = &NSView::staticClassInfo, .outlets = tableOutlets, .properties = tableProperties};
 
 namespace {
 

@@ -6,13 +6,29 @@
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
 
 const Outlet NSTextField::outlets_[] = {outlet<&NSTextField::setDelegate>("delegate")};
-const ClassInfo NSTextField::staticClassInfo{
-    .name = "NSTextField", .base = &NSControl::staticClassInfo, .outlets = NSTextField::outlets_};
+
+namespace {
+
+constexpr Property textFieldProperties[] = {property<&NSTextField::setTextColor, "textColor">(),
+                                            property<&NSTextField::setDrawsBackground, "drawsBackground">(),
+                                            property<&NSTextField::setBackgroundColor, "backgroundColor">(),
+                                            property<&NSTextField::setBezeled, "bezeled">(),
+                                            property<&NSTextField::setEditable, "editable">(),
+                                            property<&NSTextField::setSelectable, "selectable">(),
+                                            property<&NSTextField::setPlaceholderString, "placeholderString">()};
+
+}  // namespace
+
+const ClassInfo NSTextField::staticClassInfo{.name = "NSTextField",
+                                             .base = &NSControl::staticClassInfo,
+                                             .outlets = NSTextField::outlets_,
+                                             .properties = textFieldProperties};
 
 Ref<NSCell> NSTextField::makeCell() {
   const auto cell = make<NSTextFieldCell>();

@@ -2,14 +2,40 @@
 
 #include <algorithm>
 
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSViewAnimator.h"
+#include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
 
-const ClassInfo NSView::staticClassInfo{.name = "NSView", .base = &NSResponder::staticClassInfo};
+namespace {
+
+constexpr Property viewProperties[] = {property<&NSView::setFrame, "frame">(),
+                                       property<&NSView::setFrameOrigin, "frameOrigin">(),
+                                       property<&NSView::setFrameSize, "frameSize">(),
+                                       property<&NSView::setBoundsOrigin, "boundsOrigin">(),
+                                       property<&NSView::setAutoresizingMask, "autoresizingMask">(),
+                                       property<&NSView::setAutoresizesSubviews, "autoresizesSubviews">(),
+                                       property<&NSView::setHidden, "hidden">(),
+                                       property<&NSView::setWantsLayer, "wantsLayer">(),
+                                       property<&NSView::setToolTip, "toolTip">(),
+                                       property<&NSView::setIdentifier, "identifier">(),
+                                       property<&NSView::setUserInterfaceLayoutDirection, "userInterfaceLayoutDirection">()};
+
+constexpr InnerObjects viewInnerObjects[] = {innerObject<&NSView::addSubview>("subviews", InnerObjects::Count::Many)};
+
+}  // namespace
+
+const ClassInfo NSView::staticClassInfo{
+    .name = "NSView", .base = &NSResponder::staticClassInfo, .properties = viewProperties, .innerObjects = viewInnerObjects};
+
+NSUserInterfaceLayoutDirection NSView::userInterfaceLayoutDirection() const {
+  if (layoutDirection_) return *layoutDirection_;
+  return NSApp ? NSApp->userInterfaceLayoutDirection() : NSUserInterfaceLayoutDirectionLeftToRight;
+}
 
 NSView::NSView(NSCoder& coder)
     : ViewAccessibility(coder), identifier_(coder.decodeStringForKey("identifier").value_or("")) {}

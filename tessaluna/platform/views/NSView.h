@@ -3,8 +3,10 @@
 // (what assistive clients see).
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "tessaluna/platform/views/NSUserInterfaceLayoutDirection.h"
 #include "tessaluna/platform/views/ViewAccessibility.h"
 
 namespace tessaluna::platform {
@@ -15,7 +17,8 @@ class NSView : public ViewAccessibility {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit NSView(CGRect frame) : ViewAccessibility(frame) {}
-  // Keys: "frame", "hidden", "autoresizingMask", "autoresizesSubviews", "wantsLayer", "identifier".
+  // Keys: "frame", "hidden", "autoresizingMask", "autoresizesSubviews", "wantsLayer", "identifier"; the
+  // objects "subviews".
   explicit NSView(NSCoder& coder);
 
   // What the program calls the view, or its kind: a table asks for the views that it may use again by it. Empty for a view
@@ -37,6 +40,10 @@ class NSView : public ViewAccessibility {
   // A key equivalent goes down the tree, to the first view that takes it.
   bool performKeyEquivalent(const Ref<NSEvent>& event) override;
 
+  // In which direction what stands side by side follows each other. That of the application, unless it was set for the view.
+  NSUserInterfaceLayoutDirection userInterfaceLayoutDirection() const;
+  void setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirection direction) { layoutDirection_ = direction; }
+
   // Whether the Tab key may stop here.
   virtual bool canBecomeKeyView() const { return acceptsFirstResponder() && !isHiddenOrHasHiddenAncestor(); }
 
@@ -45,6 +52,7 @@ class NSView : public ViewAccessibility {
 
  private:
   std::string identifier_;
+  std::optional<NSUserInterfaceLayoutDirection> layoutDirection_;
 };
 
 }  // namespace tessaluna::platform

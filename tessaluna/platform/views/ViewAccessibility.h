@@ -12,6 +12,7 @@ class ViewAccessibility : public ViewTracking, public NSAccessibility {
   using ViewTracking::ViewTracking;
 
   CGRect accessibilityFrame() const override;
+  std::string accessibilityHelp() const override { return toolTip(); }
   bool isAccessibilityFocused() const override;  // the view, or one in it, is its window's first responder
   Ref<NSObject> accessibilityParent() const override;
   // The focus can be given to a view that takes it.

@@ -1,6 +1,8 @@
 // The third part of a view: which view is under a point, and where the pointer's coming and going is told.
 #pragma once
 
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "tessaluna/platform/views/ViewDrawing.h"
@@ -17,6 +19,11 @@ class ViewTracking : public ViewDrawing {
 
   // Whether a drag that begins on this view moves the window, where the window is movable by its background.
   virtual bool mouseDownCanMoveWindow() const { return !isOpaque(); }
+
+  // What shows while the pointer rests over the view, or over one below it without a tool tip of its own; empty: nothing. A
+  // change takes effect when the pointer next moves.
+  const std::string& toolTip() const { return toolTip_; }
+  void setToolTip(std::string text) { toolTip_ = std::move(text); }
 
   // Areas may come and go at any time; under a pointer that does not move nothing is sent.
   const DequeList<Ref<NSTrackingArea>>& trackingAreas() const { return trackingAreas_; }
@@ -48,6 +55,7 @@ class ViewTracking : public ViewDrawing {
 
   DequeList<Ref<NSTrackingArea>> trackingAreas_;
   std::vector<CursorRect> cursorRects_;
+  std::string toolTip_;
   bool areCursorRectsValid_ = false;
 };
 

@@ -70,6 +70,7 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
       receiver = viewAt(*event);
       if (of->button == 0) backgroundDrag_.pressed(receiver.get());
       press = {.view = receiver, .isDown = true};
+      tracking_.hideToolTip();
       if (receiver && of->button == 0 && receiver->acceptsFirstResponder()) window_.makeFirstResponder(receiver.get());
       break;
     case PressPhase::Dragged:

@@ -10,6 +10,12 @@ const ClassInfo NSApplication::staticClassInfo{.name = "NSApplication", .base = 
 
 Ref<NSApplication> NSApp;
 
+NSUserInterfaceLayoutDirection NSApplication::userInterfaceLayoutDirection() const {
+  const backend::Backend* desktop = backend::Backend::current();
+  const bool isRightToLeft = desktop && desktop->layoutDirection() == backend::LayoutDirection::RightToLeft;
+  return isRightToLeft ? NSUserInterfaceLayoutDirectionRightToLeft : NSUserInterfaceLayoutDirectionLeftToRight;
+}
+
 class NSApplication::Monitor : public NSObject {
  public:
   Monitor(NSEventMask mask, NSEvent::MonitorHandler handler) : mask(mask), handler(std::move(handler)) {}

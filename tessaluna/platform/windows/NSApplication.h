@@ -9,6 +9,7 @@
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSResponder.h"
+#include "tessaluna/platform/views/NSUserInterfaceLayoutDirection.h"
 
 namespace tessaluna::platform {
 
@@ -25,6 +26,9 @@ class NSApplication : public NSResponder, public NSAccessibility {
 
   bool isActive() const { return isActive_; }
   void setActive(bool isActive) { isActive_ = isActive; }  // told by the backend
+
+  // That of the desktop's language; from left to right without a backend.
+  NSUserInterfaceLayoutDirection userInterfaceLayoutDirection() const;
 
   Ref<NSWindow> keyWindow() const { return keyWindow_.lock(); }
   std::vector<Ref<NSWindow>> windows() const;

@@ -4,9 +4,11 @@
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/time/CAMediaTimingFunction.h"
 #include "tessaluna/platform/time/PropertyAnimation.h"
 #include "tessaluna/platform/views/NSTextView.h"
@@ -16,7 +18,21 @@
 
 namespace tessaluna::platform {
 
-const ClassInfo NSWindow::staticClassInfo{.name = "NSWindow", .base = &NSResponder::staticClassInfo};
+namespace {
+
+constexpr Outlet windowOutlets[] = {outlet<&NSWindow::setDelegate>("delegate")};
+constexpr Property windowProperties[] = {
+    property<&NSWindow::setTitle, "title">(), property<&NSWindow::setOpaque, "opaque">(),
+    property<&NSWindow::setHasShadow, "hasShadow">(), property<&NSWindow::setBackgroundColor, "backgroundColor">()};
+constexpr InnerObjects windowInnerObjects[] = {innerObject<&NSWindow::setContentView>("contentView")};
+
+}  // namespace
+
+const ClassInfo NSWindow::staticClassInfo{.name = "NSWindow",
+                                          .base = &NSResponder::staticClassInfo,
+                                          .outlets = windowOutlets,
+                                          .properties = windowProperties,
+                                          .innerObjects = windowInnerObjects};
 
 NSWindow::NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreType, bool defer)
     : WindowPlace(contentRect),

@@ -1,17 +1,27 @@
 #include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
 
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 
 namespace TessalunaUIKit {
 
 using namespace tessaluna::platform;
 
+namespace {
+
+constexpr Property properties[] = {property<&FlatTextFieldCell::setBorderColor, "borderColor">()};
+
+}  // namespace
+
 const ClassInfo FlatTextFieldCell::staticClassInfo{.name = "TessalunaUIKit.FlatTextFieldCell",
-                                                   .base = &SuggestibleTextFieldCell::staticClassInfo};
+                                                   .base = &SuggestibleTextFieldCell::staticClassInfo,
+                                                   .properties = properties};
 
 FlatTextFieldCell::FlatTextFieldCell(NSCoder& coder) : SuggestibleTextFieldCell(coder), borderColor_(NSColor::blackColor()) {
+  coder.overlookKeys({"borderColor"});
   setDrawsBackground(false);
 }
 

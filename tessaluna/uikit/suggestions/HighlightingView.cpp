@@ -1,5 +1,6 @@
 #include "tessaluna/uikit/suggestions/HighlightingView.h"
 
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSTextField.h"
@@ -10,8 +11,14 @@ namespace TessalunaUIKit {
 
 using namespace tessaluna::platform;
 
-const ClassInfo HighlightingView::staticClassInfo{.name = "TessalunaUIKit.HighlightingView",
-                                                  .base = &NSView::staticClassInfo};
+namespace {
+
+constexpr Property properties[] = {property<&HighlightingView::setIsHighlighted, "isHighlighted">()};
+
+}  // namespace
+
+const ClassInfo HighlightingView::staticClassInfo{
+    .name = "TessalunaUIKit.HighlightingView", .base = &NSView::staticClassInfo, .properties = properties};
 
 void setBackgroundStyleOfTextFields(const HighlightingView& row, bool isHighlighted) {
   const std::vector<Ref<NSView>> views = row.subviews();

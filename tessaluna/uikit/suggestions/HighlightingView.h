@@ -11,7 +11,7 @@ class HighlightingView : public tessaluna::platform::NSView {
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit HighlightingView(tessaluna::platform::CGRect frame) : NSView(frame) {}
-  explicit HighlightingView(tessaluna::platform::NSCoder& coder) : NSView(coder) {}
+  explicit HighlightingView(tessaluna::platform::NSCoder& coder) : NSView(coder) { coder.overlookKeys({"isHighlighted"}); }
 
   // The row is the selected one. Each assignment tells the cells of the text fields in the row on what ground they stand,
   // and asks for a redraw.

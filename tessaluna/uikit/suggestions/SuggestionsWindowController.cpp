@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/uikit/suggestions/SuggestionsContentView.h"
 
@@ -15,9 +16,17 @@ const Selector SuggestionsWindowController::selectors_[] = {
     action<&SuggestionsWindowController::moveUp>("moveUp:"),
     action<&SuggestionsWindowController::moveDown>("moveDown:"),
 };
+
+namespace {
+
+constexpr Property properties[] = {property<&SuggestionsWindowController::setSuggestionPrototype, "suggestionPrototype">()};
+
+}  // namespace
+
 const ClassInfo SuggestionsWindowController::staticClassInfo{.name = "TessalunaUIKit.SuggestionsWindowController",
                                                              .base = &NSWindowController::staticClassInfo,
-                                                             .selectors = SuggestionsWindowController::selectors_};
+                                                             .selectors = SuggestionsWindowController::selectors_,
+                                                             .properties = properties};
 
 namespace {
 

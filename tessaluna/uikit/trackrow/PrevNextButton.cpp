@@ -1,5 +1,6 @@
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
 
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tessaluna/uikit/trackrow/pressedLook.h"
 
@@ -7,7 +8,14 @@ namespace TessalunaUIKit {
 
 using namespace tessaluna::platform;
 
-const ClassInfo PrevNextButton::staticClassInfo{.name = "TessalunaUIKit.PrevNextButton", .base = &NSButton::staticClassInfo};
+namespace {
+
+constexpr Property properties[] = {property<&PrevNextButton::setNext, "next">()};
+
+}  // namespace
+
+const ClassInfo PrevNextButton::staticClassInfo{
+    .name = "TessalunaUIKit.PrevNextButton", .base = &NSButton::staticClassInfo, .properties = properties};
 
 // The base class draws bezel and title: it is not called.
 void PrevNextButton::drawRect(CGRect rect) {

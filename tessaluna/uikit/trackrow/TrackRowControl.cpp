@@ -5,10 +5,21 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 
 namespace TessalunaUIKit {
 
 using namespace tessaluna::platform;
+
+namespace {
+
+constexpr Property properties[] = {property<&TrackRowControl::setHasMouseOnRow, "hasMouseOnRow">(),
+                                   property<&TrackRowControl::setIsPressed, "isPressed">()};
+
+}  // namespace
+
+const ClassInfo TrackRowControl::staticClassInfo{
+    .name = "TessalunaUIKit.TrackRowControl", .base = &NSView::staticClassInfo, .properties = properties};
 
 void TrackRowControl::updateTrackingAreas() {
   NSView::updateTrackingAreas();

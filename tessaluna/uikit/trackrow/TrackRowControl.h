@@ -18,8 +18,15 @@ namespace TessalunaUIKit {
 
 class TrackRowControl : public tessaluna::platform::NSView {
  public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
   explicit TrackRowControl(tessaluna::platform::CGRect frame) : NSView(frame) {}
-  explicit TrackRowControl(tessaluna::platform::NSCoder& coder) : NSView(coder) {}
+  // All states are those of a new control, whatever an archive holds; interface files set them as properties. The target is
+  // not reachable by name, and so no outlet.
+  explicit TrackRowControl(tessaluna::platform::NSCoder& coder) : NSView(coder) {
+    coder.overlookKeys({"hasMouseOnRow", "isPressed"});
+  }
 
   // The mouse is somewhere on the control's row. Set by the host, who also asks for the redraw.
   bool hasMouseOnRow() const { return hasMouseOnRow_; }

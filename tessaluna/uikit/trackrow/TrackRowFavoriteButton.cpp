@@ -1,13 +1,20 @@
 #include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 namespace TessalunaUIKit {
 
 using namespace tessaluna::platform;
 
-const ClassInfo TrackRowFavoriteButton::staticClassInfo{.name = "TessalunaUIKit.TrackRowFavoriteButton",
-                                                        .base = &NSView::staticClassInfo};
+namespace {
+
+constexpr Property properties[] = {property<&TrackRowFavoriteButton::setIsFavorite, "isFavorite">()};
+
+}  // namespace
+
+const ClassInfo TrackRowFavoriteButton::staticClassInfo{
+    .name = "TessalunaUIKit.TrackRowFavoriteButton", .base = &TrackRowControl::staticClassInfo, .properties = properties};
 
 void TrackRowFavoriteButton::drawRect(CGRect) {
   if (hasMouseOnRow()) TessalunaStyleKit::drawFavoriteAlbumOverlay(bounds(), isFavorite_, isPressed(), mouseInside());

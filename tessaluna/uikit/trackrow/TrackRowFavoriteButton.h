@@ -11,7 +11,10 @@ class TrackRowFavoriteButton : public TrackRowControl {
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  using TrackRowControl::TrackRowControl;
+  explicit TrackRowFavoriteButton(tessaluna::platform::CGRect frame) : TrackRowControl(frame) {}
+  explicit TrackRowFavoriteButton(tessaluna::platform::NSCoder& coder) : TrackRowControl(coder) {
+    coder.overlookKeys({"isFavorite"});
+  }
 
   bool isFavorite() const { return isFavorite_; }
   void setIsFavorite(bool isFavorite) { isFavorite_ = isFavorite; }

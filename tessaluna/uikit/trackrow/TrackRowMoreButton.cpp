@@ -7,7 +7,7 @@ namespace TessalunaUIKit {
 using namespace tessaluna::platform;
 
 const ClassInfo TrackRowMoreButton::staticClassInfo{.name = "TessalunaUIKit.TrackRowMoreButton",
-                                                    .base = &NSView::staticClassInfo};
+                                                    .base = &TrackRowControl::staticClassInfo};
 
 void TrackRowMoreButton::drawRect(CGRect) {
   if (hasMouseOnRow()) TessalunaStyleKit::drawTrackMore(bounds(), isPressed(), mouseInside());

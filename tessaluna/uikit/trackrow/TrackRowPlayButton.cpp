@@ -1,13 +1,21 @@
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
 
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 namespace TessalunaUIKit {
 
 using namespace tessaluna::platform;
 
-const ClassInfo TrackRowPlayButton::staticClassInfo{.name = "TessalunaUIKit.TrackRowPlayButton",
-                                                    .base = &NSView::staticClassInfo};
+namespace {
+
+constexpr Property properties[] = {property<&TrackRowPlayButton::setIsPlayingTrack, "isPlayingTrack">(),
+                                   property<&TrackRowPlayButton::setIsPlaying, "isPlaying">()};
+
+}  // namespace
+
+const ClassInfo TrackRowPlayButton::staticClassInfo{
+    .name = "TessalunaUIKit.TrackRowPlayButton", .base = &TrackRowControl::staticClassInfo, .properties = properties};
 
 void TrackRowPlayButton::drawRect(CGRect) {
   if (hasMouseOnRow()) {

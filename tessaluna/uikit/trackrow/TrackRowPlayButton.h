@@ -13,7 +13,10 @@ class TrackRowPlayButton : public TrackRowControl {
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  using TrackRowControl::TrackRowControl;
+  explicit TrackRowPlayButton(tessaluna::platform::CGRect frame) : TrackRowControl(frame) {}
+  explicit TrackRowPlayButton(tessaluna::platform::NSCoder& coder) : TrackRowControl(coder) {
+    coder.overlookKeys({"isPlayingTrack", "isPlaying"});
+  }
 
   // This row's track is the current one. Shows only while the mouse is not on the row.
   bool isPlayingTrack() const { return isPlayingTrack_; }

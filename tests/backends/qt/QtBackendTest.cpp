@@ -119,6 +119,13 @@ TEST_F(QtBackendTest, TellsTheApplicationWhetherItIsActive) {
   EXPECT_TRUE(application->isActive());
 }
 
+TEST_F(QtBackendTest, TheLayoutDirectionIsThatOfTheProgram) {
+  EXPECT_EQ(application->userInterfaceLayoutDirection(), NSUserInterfaceLayoutDirectionLeftToRight);
+  QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+  EXPECT_EQ(application->userInterfaceLayoutDirection(), NSUserInterfaceLayoutDirectionRightToLeft);
+  QGuiApplication::setLayoutDirection(Qt::LayoutDirectionAuto);
+}
+
 TEST_F(QtBackendTest, SystemColorsAreThePalettes) {
   QPalette palette;
   palette.setColor(QPalette::Active, QPalette::WindowText, QColor(10, 20, 30, 40));

@@ -294,6 +294,44 @@ TEST_F(PointerTrackingTest, CursorsAreOneObjectForEachShape) {
   EXPECT_EQ(NSCursor::arrowCursor()->shape(), tessaluna::backend::CursorShape::Arrow);
 }
 
+TEST_F(PointerTrackingTest, TheToolTipIsThatOfTheFrontmostViewThatHasOne) {
+  const auto inner = make<NSView>(CGRect{25, 25, 50, 50});
+  left->addSubview(inner);
+  left->setToolTip("left");
+  user.moveTo(*window, inNeither);
+  EXPECT_EQ(nativeOf(*window).toolTip(), "");
+  user.moveTo(*window, inLeft);
+  EXPECT_EQ(nativeOf(*window).toolTip(), "left");
+  inner->setToolTip("inner");
+  EXPECT_EQ(nativeOf(*window).toolTip(), "left");
+  user.moveTo(*window, {51, 51});
+  EXPECT_EQ(nativeOf(*window).toolTip(), "inner");
+  user.moveTo(*window, inRight);
+  EXPECT_EQ(nativeOf(*window).toolTip(), "");
+}
+
+TEST_F(PointerTrackingTest, APressSendsTheToolTipAwayUntilThePointerMoves) {
+  left->setToolTip("left");
+  user.moveTo(*window, inLeft);
+  user.press(*window, inLeft);
+  EXPECT_EQ(nativeOf(*window).toolTip(), "");
+  user.release();
+  EXPECT_EQ(nativeOf(*window).toolTip(), "");
+  user.moveTo(*window, {51, 51});
+  EXPECT_EQ(nativeOf(*window).toolTip(), "left");
+}
+
+TEST_F(PointerTrackingTest, AToolTipGoesWithThePointerAndWithTheWindow) {
+  left->setToolTip("left");
+  user.moveTo(*window, inLeft);
+  user.leave(*window);
+  EXPECT_EQ(nativeOf(*window).toolTip(), "");
+  user.moveTo(*window, inLeft);
+  EXPECT_EQ(nativeOf(*window).toolTip(), "left");
+  window->orderOut(nullptr);
+  EXPECT_EQ(nativeOf(*window).toolTip(), "");
+}
+
 using PointerTrackingDeathTest = PointerTrackingTest;
 
 TEST_F(PointerTrackingDeathTest, OptionsThatAreNotOfferedStopTheProgram) {

@@ -74,9 +74,22 @@ TEST(NSCoder, AFractionIsNoIntegerButAWholeDoubleIs) {
 TEST(NSCoder, ANumberBeyondADoubleFailsTheArchive) { EXPECT_TRUE(NSCoder(R"({"x": 1e999})").failed()); }
 
 TEST(NSCoder, ATextThatIsNotJsonFailsAndSaysSo) {
-  for (const char* text : {"", "{", "{\"a\": }", "nonsense", "{\"a\": \"\xff\"}", "{} {}"}) {
+  const struct {
+    const char* text;
+    const char* place;
+  } cases[] = {
+      {"", "line 1, column 1"},
+      {"{", "line 1, column 2"},
+      {"{\"a\": }", "line 1, column 7"},
+      {"{\n  \"a\": 1,\n  \"b\" 2\n}", "line 3, column 7"},
+      {"{\"é\": nul}", "line 1, column 10"},
+      {"{\"a\": \"\xff\"}", "line 1, column 8"},
+      {"{} {}", "line 1, column 4"},
+      {"{\"a\":\n1e999}", "line 2, column 5"},
+  };
+  for (const auto& [text, place] : cases) {
     const NSCoder coder(text);
-    EXPECT_EQ(coder.failure(), "the archive is not JSON") << text;
+    EXPECT_EQ(coder.failure(), std::string("the archive is not JSON: ") + place) << text;
     EXPECT_FALSE(coder.containsValueForKey("a"));
   }
 }
@@ -172,3 +185,68 @@ TEST(NSCoder, AnInnerCoderOutlivesTheOuterOne) {
   }
   EXPECT_EQ(inner->decodeStringForKey("text"), "kept");
 }
+
+namespace tessaluna::platform {
+
+enum class Corner { Left = 3, Right = 5 };
+template <>
+struct EnumNames<Corner> {
+  static constexpr NamedValue all[] = {{"left", 3}, {"right", 5}};
+};
+
+TEST(NSCoder, AnEnumIsReadByNameOrNumber) {
+  const NSCoder coder(R"({"name": "right", "number": 3, "unknown": "top", "beyond": 4, "fraction": 3.5, "other": true})");
+  EXPECT_EQ(coder.decodeEnumForKey<Corner>("name"), Corner::Right);
+  EXPECT_EQ(coder.decodeEnumForKey<Corner>("number"), Corner::Left);
+  for (const char* key : {"unknown", "beyond", "fraction", "other", "missing"})
+    EXPECT_EQ(coder.decodeEnumForKey<Corner>(key), std::nullopt) << key;
+}
+
+TEST(NSCoder, AnArrayOfNumbersHoldsNothingElse) {
+  const NSCoder coder(R"({"some": [1, 2.5], "none": [], "mixed": [1, "2"], "number": 1})");
+  EXPECT_EQ(coder.decodeNumbersForKey("some"), (std::vector<double>{1, 2.5}));
+  EXPECT_EQ(coder.decodeNumbersForKey("none"), std::vector<double>());
+  EXPECT_EQ(coder.decodeNumbersForKey("mixed"), std::nullopt);
+  EXPECT_EQ(coder.decodeNumbersForKey("number"), std::nullopt);
+}
+
+TEST(NSCoder, AKeyIsUnknownUntilItIsAskedForOrOverlooked) {
+  NSCoder coder(R"({"a": 1, "b": true, "c": "text"})");
+  EXPECT_EQ(coder.firstUnknownKey(), "a");
+  coder.decodeIntegerForKey("a");
+  EXPECT_EQ(coder.firstUnknownKey(), "b");
+  coder.containsValueForKey("b");
+  EXPECT_EQ(coder.firstUnknownKey(), "c");
+  coder.overlookKeys({"c", "absent"});
+  EXPECT_EQ(coder.firstUnknownKey(), std::nullopt);
+  EXPECT_EQ(coder.copy().firstUnknownKey(), "a");
+}
+
+TEST(NSCoder, AValueIsAMisfitIfNoQuestionFitsIt) {
+  NSCoder coder(R"({"a": "1", "b": [1, 2], "c": "center", "d": 1.5})");
+  coder.containsValueForKey("a");
+  EXPECT_EQ(coder.firstMisfitKey(), std::nullopt);
+  coder.decodeDoubleForKey("a");
+  EXPECT_EQ(coder.firstMisfitKey(), "a");
+  coder.decodeStringForKey("a");
+  EXPECT_EQ(coder.firstMisfitKey(), std::nullopt);
+  coder.decodeRectForKey("b");
+  EXPECT_EQ(coder.firstMisfitKey(), "b");
+  coder.decodeSizeForKey("b");
+  coder.decodeEnumForKey<Corner>("c");
+  EXPECT_EQ(coder.firstMisfitKey(), "c");
+  coder.overlookKeys({"d"});
+  coder.decodeStringForKey("c");
+  EXPECT_EQ(coder.firstMisfitKey(), std::nullopt);
+  coder.decodeIntegerForKey("d");
+  EXPECT_EQ(coder.firstMisfitKey(), "d");
+}
+
+TEST(NSCoder, QuestionsToAnInnerObjectAreItsOwn) {
+  NSCoder coder(R"({"inner": {"a": 1}, "a": 2})");
+  coder.decodeCoderForKey("inner")->decodeIntegerForKey("a");
+  EXPECT_EQ(coder.decodeCoderForKey("inner")->firstUnknownKey(), std::nullopt);
+  EXPECT_EQ(coder.firstUnknownKey(), "a");
+}
+
+}  // namespace tessaluna::platform

@@ -90,11 +90,11 @@ TEST_F(NSControlTest, IsDecodedWithItsCell) {
   EXPECT_EQ(decoded->cell()->state(), NSControlStateValueOn);
 }
 
-TEST_F(NSControlTest, ADecodedStateBeyondTheRangeIsCutToIt) {
-  NSCoder coder(R"({"cell": {"state": 99}})");
-  EXPECT_EQ(make<NSControl>(coder)->cell()->state(), NSControlStateValueOn);
-  NSCoder other(R"({"cell": {"state": -99}})");
-  EXPECT_EQ(make<NSControl>(other)->cell()->state(), NSControlStateValueMixed);
+TEST_F(NSControlTest, ADecodedStateThatThereIsNotReadsAsMissing) {
+  for (const char* json : {R"({"cell": {"state": 99}})", R"({"cell": {"state": -99}})", R"({"cell": {"state": "no"}})"}) {
+    NSCoder coder(json);
+    EXPECT_EQ(make<NSControl>(coder)->cell()->state(), NSControlStateValueOff) << json;
+  }
 }
 
 TEST_F(NSControlTest, ACellThatWasTakenAwayKnowsNoControl) {

@@ -1,0 +1,69 @@
+#include "tessaluna/backends/qt/ToolTip.h"
+
+#include <QToolTip>
+
+#include "tests/backends/qt/EmbeddedViews.h"
+
+namespace tessaluna::backend::qt {
+
+using namespace tessaluna::platform;
+
+namespace {
+
+class ToolTipTest : public EmbeddedViews {
+ protected:
+  ~ToolTipTest() override {
+    QToolTip::hideText();
+    waitForNone();
+  }
+  static bool waitForSome() {
+    return QTest::qWaitFor([] { return QToolTip::isVisible(); });
+  }
+  static bool waitForNone() {
+    return QTest::qWaitFor([] { return !QToolTip::isVisible(); });
+  }
+};
+
+}  // namespace
+
+TEST_F(ToolTipTest, ShowsWhenThePointerRestsOverTheViewAndGoesWhenItLeavesIt) {
+  const auto window = make<NSWindow>(CGRect{100, 200, 120, 80}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+  const auto view = make<NSView>(CGRect{10, 20, 24, 24});
+  view->setToolTip("Next");
+  window->contentView()->addSubview(view);
+  window->makeKeyAndOrderFront(nullptr);
+  settle();
+  QTest::mouseMove(&qWindowOf(*window), {20, 50});
+  settle();
+  EXPECT_FALSE(QToolTip::isVisible());
+  ASSERT_TRUE(waitForSome());
+  EXPECT_EQ(QToolTip::text(), "Next");
+  QTest::mouseMove(&qWindowOf(*window), {100, 10});
+  EXPECT_TRUE(waitForNone());
+}
+
+TEST_F(ToolTipTest, GoesWithItsWindow) {
+  const auto view = make<NSView>(CGRect{10, 20, 24, 24});
+  view->setToolTip("Next");
+  auto window = make<NSWindow>(CGRect{100, 200, 120, 80}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+  window->contentView()->addSubview(view);
+  window->makeKeyAndOrderFront(nullptr);
+  settle();
+  QTest::mouseMove(&qWindowOf(*window), {20, 50});
+  ASSERT_TRUE(waitForSome());
+  window->close();
+  window = nullptr;
+  EXPECT_TRUE(waitForNone());
+}
+
+TEST_F(ToolTipTest, ShowsOverAnEmbeddedViewAndItsMarkupAsItIsWritten) {
+  const auto view = make<NSView>(CGRect{0, 0, 40, 40});
+  view->setToolTip("<b>1 & 2</b>");
+  QtViewWidget* widget = embed(view);
+  show();
+  move(inTop(*widget, widget->rect().center()));
+  ASSERT_TRUE(waitForSome());
+  EXPECT_TRUE(QToolTip::text().contains("&lt;b&gt;1 &amp; 2")) << QToolTip::text().toStdString();
+}
+
+}  // namespace tessaluna::backend::qt

@@ -1,0 +1,134 @@
+#include "tessaluna/uikit/interfaceFileClasses.h"
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/platform/interface_files/classRegistry.h"
+#include "tessaluna/uikit/TessalunaUIKit.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/sourceFolder.h"
+
+namespace TessalunaUIKit {
+namespace {
+
+using namespace tessaluna::platform;
+
+struct interfaceFileClassesTest : harness::StillWorld {
+  interfaceFileClassesTest() { registerInterfaceFileClasses(); }
+
+  // The first object of a document of one; absent, with a failure, after an error.
+  template <class T>
+  static Ref<T> load(const std::string& object) {
+    const auto contents = make<NSNib>(R"({"objects": [)" + object + "]}")->instantiateWithOwner(nullptr);
+    EXPECT_EQ(contents.error, std::nullopt) << object;
+    return contents.error ? nullptr : std::dynamic_pointer_cast<T>(contents.topLevelObjects.at(0));
+  }
+  static std::string errorOf(const std::string& object) {
+    return make<NSNib>(R"({"objects": [)" + object + "]}")->instantiateWithOwner(nullptr).error.value_or("no error");
+  }
+};
+
+// The names that the sources of the library give to classes.
+std::set<std::string> classNames() {
+  std::set<std::string> names;
+  const std::regex pattern(R"re(\.name = "(TessalunaUIKit\.\w+)")re");
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(harness::sourceFolder() + "/tessaluna/uikit")) {
+    if (entry.path().extension() != ".cpp") continue;
+    std::stringstream text;
+    text << std::ifstream(entry.path()).rdbuf();
+    const std::string source = text.str();
+    for (std::sregex_iterator found(source.begin(), source.end(), pattern), end; found != end; ++found)
+      names.insert((*found)[1]);
+  }
+  return names;
+}
+
+TEST_F(interfaceFileClassesTest, EveryClassCanBeNamed) {
+  // What nobody makes from an archive: a base of others, the class of the drawing routines, a window that is made in code.
+  const std::set<std::string> exceptions{"TessalunaUIKit.TrackRowControl", "TessalunaUIKit.TessalunaStyleKit",
+                                         "TessalunaUIKit.SuggestionsWindow"};
+  std::size_t made = 0;
+  for (const std::string& name : classNames()) {
+    NSCoder coder;
+    const Ref<NSObject> object = makeObjectOfClass(name, coder);
+    EXPECT_EQ(object == nullptr, exceptions.contains(name)) << name << ": " << coder.failure().value_or("");
+    if (!object) continue;
+    EXPECT_EQ(object->className(), name);
+    ++made;
+  }
+  EXPECT_GE(made, 13u);
+}
+
+TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
+  const auto play = load<TrackRowPlayButton>(R"({"class": "TessalunaUIKit.TrackRowPlayButton", "frame": [1, 2, 15, 15],
+      "properties": {"hasMouseOnRow": true, "isPressed": true, "isPlayingTrack": true, "isPlaying": true, "toolTip": "Play"}})");
+  EXPECT_TRUE(play->hasMouseOnRow() && play->isPressed() && play->isPlayingTrack() && play->isPlaying());
+  EXPECT_EQ(play->frame(), (CGRect{1, 2, 15, 15}));
+  EXPECT_EQ(play->toolTip(), "Play");
+  const auto heart = load<TrackRowFavoriteButton>(
+      R"({"class": "TessalunaUIKit.TrackRowFavoriteButton", "properties": {"isFavorite": true, "hasMouseOnRow": true}})");
+  EXPECT_TRUE(heart->isFavorite() && heart->hasMouseOnRow());
+  EXPECT_TRUE(
+      load<TrackRowMoreButton>(R"({"class": "TessalunaUIKit.TrackRowMoreButton", "properties": {"hasMouseOnRow": true}})")
+          ->hasMouseOnRow());
+  const auto next = load<PrevNextButton>(R"({"class": "TessalunaUIKit.PrevNextButton", "action": "step:",
+      "properties": {"next": true, "enabled": false}})");
+  EXPECT_TRUE(next->next());
+  EXPECT_FALSE(next->isEnabled());
+  EXPECT_EQ(next->action(), "step:");
+  EXPECT_TRUE(
+      load<HighlightingView>(R"({"class": "TessalunaUIKit.HighlightingView", "properties": {"isHighlighted": true}})")
+          ->isHighlighted());
+  const auto field = load<NSTextField>(R"({"class": "NSTextField", "cell": {"class": "TessalunaUIKit.FlatTextFieldCell",
+      "properties": {"borderColor": [0, 0.5, 1]}}})");
+  EXPECT_TRUE(areEqual(std::dynamic_pointer_cast<FlatTextFieldCell>(field->cell())->borderColor().get(),
+                       NSColor::colorWithSRGBRed(0, 0.5, 1, 1).get()));
+  EXPECT_EQ(load<SuggestionsWindowController>(R"({"class": "TessalunaUIKit.SuggestionsWindowController",
+      "properties": {"suggestionPrototype": "row"}})")
+                ->suggestionPrototype(),
+            "row");
+}
+
+TEST_F(interfaceFileClassesTest, KeysThatAClassOverlooksAreKnownAndDoNothing) {
+  EXPECT_FALSE(load<PrevNextButton>(R"({"class": "TessalunaUIKit.PrevNextButton", "next": true})")->next());
+  const auto play = load<TrackRowPlayButton>(R"({"class": "TessalunaUIKit.TrackRowPlayButton", "hasMouseOnRow": true,
+      "isPressed": true, "isPlaying": true, "isPlayingTrack": true})");
+  EXPECT_FALSE(play->hasMouseOnRow() || play->isPressed() || play->isPlaying() || play->isPlayingTrack());
+  EXPECT_FALSE(load<TrackRowFavoriteButton>(R"({"class": "TessalunaUIKit.TrackRowFavoriteButton", "isFavorite": true})")
+                   ->isFavorite());
+  EXPECT_FALSE(
+      load<HighlightingView>(R"({"class": "TessalunaUIKit.HighlightingView", "isHighlighted": true})")->isHighlighted());
+  const auto field = load<NSTextField>(R"({"class": "NSTextField", "cell": {"class": "TessalunaUIKit.FlatTextFieldCell",
+      "borderColor": "redColor", "drawsBackground": true}})");
+  const auto cell = std::dynamic_pointer_cast<FlatTextFieldCell>(field->cell());
+  EXPECT_EQ(cell->borderColor(), NSColor::blackColor());
+  EXPECT_FALSE(cell->drawsBackground());
+}
+
+TEST_F(interfaceFileClassesTest, AnUnknownKeyOrPropertyIsAnError) {
+  EXPECT_EQ(errorOf(R"({"class": "TessalunaUIKit.CloseButton", "id": "a", "next": true})"),
+            "\"a\" has an unknown key \"next\"");
+  EXPECT_EQ(errorOf(R"({"class": "TessalunaUIKit.TrackRowMoreButton", "id": "a", "properties": {"isFavorite": true}})"),
+            "\"a\" has no property \"isFavorite\"");
+  EXPECT_EQ(errorOf(R"({"class": "TessalunaUIKit.PrevNextButton", "id": "a", "properties": {"next": 1}})"),
+            "the property \"next\" of \"a\" has a value of another kind");
+}
+
+TEST_F(interfaceFileClassesTest, TheTargetOfATrackRowControlIsNoOutletAndThatOfAButtonIs) {
+  for (const std::string name : {"TrackRowPlayButton", "TrackRowFavoriteButton", "TrackRowMoreButton"})
+    EXPECT_EQ(errorOf(R"({"id": "a", "class": "TessalunaUIKit.)" + name + R"(", "outlets": {"target": "a"}})"),
+              "\"a\" has no outlet \"target\"");
+  for (const std::string name : {"PrevNextButton", "CloseButton"}) {
+    const auto button =
+        load<NSButton>(R"({"id": "a", "class": "TessalunaUIKit.)" + name + R"(", "outlets": {"target": "a"}})");
+    EXPECT_EQ(button->target(), button);
+  }
+}
+
+}  // namespace
+}  // namespace TessalunaUIKit
