@@ -71,9 +71,9 @@ void TrackRowView::showState(const TrackRowState& state) {
   }
 }
 
-void TrackRowView::setFrame(CGRect frame) {
-  NSView::setFrame(frame);
-  const TrackRowPlaces places = placesInTrackRow(frame.size);
+void TrackRowView::layout() {
+  NSView::layout();
+  const TrackRowPlaces places = placesInTrackRow(bounds().size);
   number_->setFrame(places.number);
   play_->setFrame(places.play);
   favorite_->setFrame(places.favorite);

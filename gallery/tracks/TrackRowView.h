@@ -32,7 +32,7 @@ class TrackRowView : public tessaluna::platform::NSView {
   void showTrack(std::size_t number, const Track& track);
   void showState(const TrackRowState& state);
 
-  void setFrame(tessaluna::platform::CGRect frame) override;
+  void layout() override;
   bool isFlipped() const override { return true; }
 
  private:

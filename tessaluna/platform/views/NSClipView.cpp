@@ -12,6 +12,7 @@ void NSClipView::setDocumentView(const Ref<NSView>& view) {
   if (documentView_) documentView_->removeFromSuperview();
   documentView_ = view;
   if (view) addSubview(view);
+  layOutTree();
   // A document that counts upward starts with its top in sight as well.
   const bool countsUp = view && !view->isFlipped();
   scrollToPoint({0, countsUp ? std::max(0.0, view->frame().size.height - bounds().size.height) : 0});
@@ -28,6 +29,7 @@ CGPoint NSClipView::constrainScrollPoint(CGPoint point) const {
 }
 
 void NSClipView::scrollToPoint(CGPoint point) {
+  layOutTree();
   setBoundsOrigin(constrainScrollPoint(point));
   contentDidChange();
 }
@@ -37,13 +39,14 @@ CGRect NSClipView::documentVisibleRect() const {
                        : NSZeroRect;
 }
 
-void NSClipView::setFrame(CGRect frame) {
-  NSView::setFrame(frame);
+// Whichever of the two changed, the document reaches only so far.
+void NSClipView::layout() {
+  NSView::layout();
   scrollToPoint(bounds().origin);
 }
 
 void NSClipView::subviewFrameDidChange(NSView& view) {
-  if (&view == documentView_.get()) scrollToPoint(bounds().origin);
+  if (&view == documentView_.get()) setNeedsLayout(true);
 }
 
 void NSClipView::contentDidChange() {

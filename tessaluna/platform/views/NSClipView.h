@@ -22,7 +22,8 @@ class NSClipView : public NSView {
   CGPoint constrainScrollPoint(CGPoint point) const;  // where scrollToPoint would go
   CGRect documentVisibleRect() const;
 
-  void setFrame(CGRect frame) override;
+  void layout() override;
+  bool isSizedByContent() const override { return false; }
   void subviewFrameDidChange(NSView& view) override;
 
  private:

@@ -48,7 +48,6 @@ void NSScrollView::didInit() {
   NSView::didInit();
   for (const Ref<NSScroller>& scroller : {verticalScroller_, horizontalScroller_})
     if (scroller) scroller->setTarget(refTo(*this));
-  tile();
 }
 
 void NSScrollView::setHas(bool has, Ref<NSScroller>& scroller) {
@@ -62,7 +61,7 @@ void NSScrollView::setHas(bool has, Ref<NSScroller>& scroller) {
     scroller->removeFromSuperview();
     scroller = nullptr;
   }
-  tile();
+  setNeedsLayout(true);
 }
 
 void NSScrollView::setHasVerticalScroller(bool has) { setHas(has, verticalScroller_); }
@@ -70,27 +69,23 @@ void NSScrollView::setHasHorizontalScroller(bool has) { setHas(has, horizontalSc
 
 void NSScrollView::setAutohidesScrollers(bool hides) {
   autohidesScrollers_ = hides;
-  tile();
+  setNeedsLayout(true);
 }
 
 void NSScrollView::setBorderType(NSBorderType type) {
   borderType_ = type;
-  tile();
+  setNeedsLayout(true);
 }
 
-void NSScrollView::setFrame(CGRect frame) {
-  NSView::setFrame(frame);
+void NSScrollView::layout() {
+  NSView::layout();
   tile();
 }
 
 void NSScrollView::tile() {
-  // Laying out the clip view reports back to reflectScrolledClipView, which may come here again.
-  if (isTiling_) return;
-  isTiling_ = true;
-  layOut();
+  placeBarsAndClipView();
   // A document that follows the clip view's size may no longer need the bar that it made room for.
-  if (areBarsOutdated()) layOut();
-  isTiling_ = false;
+  if (areBarsOutdated()) placeBarsAndClipView();
   updateScrollers();
 }
 
@@ -119,7 +114,7 @@ bool NSScrollView::areBarsOutdated() const {
          (horizontalScroller_ && horizontalScroller_->isHidden() == needed.horizontal);
 }
 
-void NSScrollView::layOut() {
+void NSScrollView::placeBarsAndClipView() {
   const Bars needed = neededBars();
   const CGFloat bar = NSScroller::scrollerWidth();
   CGRect content = inside();
@@ -148,8 +143,7 @@ void reflect(const Ref<NSScroller>& scroller, CGFloat start, CGFloat length, CGF
 }  // namespace
 
 void NSScrollView::reflectScrolledClipView(NSClipView&) {
-  if (isTiling_) return;
-  if (areBarsOutdated()) tile();
+  if (areBarsOutdated()) setNeedsLayout(true);
   else updateScrollers();
 }
 

@@ -46,11 +46,11 @@ class NSScrollView : public NSView {
   bool isFlipped() const override { return true; }
   void drawRect(CGRect rect) override;
   void scrollWheel(const Ref<NSEvent>& event) override;
-  void setFrame(CGRect frame) override;
+  void layout() override;
 
   // Brings the scroll bars into line with what shows. Called by the clip view.
   void reflectScrolledClipView(NSClipView& clipView);
-  // Lays out the clip view and the scroll bars.
+  // Places the clip view and the scroll bars. Called by layout().
   void tile();
 
  private:
@@ -61,7 +61,7 @@ class NSScrollView : public NSView {
   CGRect inside() const;  // the border
   Bars neededBars() const;
   bool areBarsOutdated() const;
-  void layOut();
+  void placeBarsAndClipView();
   void updateScrollers();
   void scrollerMoved(NSObject* sender);
   static const Selector selectors_[];
@@ -71,7 +71,6 @@ class NSScrollView : public NSView {
   NSBorderType borderType_ = NSNoBorder;
   bool autohidesScrollers_ = false, drawsBackground_ = true;
   CGSize wheelRest_;  // of the way that the wheel asked for, what is less than a point
-  bool isTiling_ = false;
 };
 
 }  // namespace tessaluna::platform

@@ -63,7 +63,7 @@ void NSTableView::reloadData() {
   }
   if (hoveredRow_ && *hoveredRow_ >= rowCount_) setHoveredRow(std::nullopt);
   fitHeight();
-  prepareContentInRect(shownRect());
+  setNeedsLayout(true);
   setNeedsDisplay(true);
 }
 
@@ -81,15 +81,27 @@ void NSTableView::setRowHeight(CGFloat height) {
 
 void NSTableView::fitHeight() {
   const CGFloat height = rowEnds_.empty() ? rowHeight_ * static_cast<CGFloat>(rowCount_) : rowEnds_.back();
-  NSView::setFrame({frame().origin, {frame().size.width, height}});
+  setFrameSize({frame().size.width, height});
 }
 
-void NSTableView::setFrame(CGRect frame) {
-  const bool isNewWidth = frame.size.width != this->frame().size.width;
-  NSView::setFrame({frame.origin, {frame.size.width, this->frame().size.height}});
-  if (!isNewWidth) return;
-  for (const auto& [row, view] : visible_) view->setFrame(rectOfRow(row));
+void NSTableView::layout() {
+  NSView::layout();
+  fitHeight();
+  placeRows();
+  showRowsIn(shownRect());
 }
+
+void NSTableView::placeRows() {
+  // What a row's view does about its frame may take others away.
+  for (auto entry = visible_.begin(); entry != visible_.end();) {
+    const std::size_t row = entry->first;
+    const Ref<NSView> view = entry->second;
+    view->setFrame(rectOfRow(row));
+    entry = visible_.upper_bound(row);
+  }
+}
+
+void NSTableView::prepareContentInRect(CGRect) { setNeedsLayout(true); }
 
 CGRect NSTableView::rectOfRow(std::size_t row) const {
   if (row >= rowCount_) return NSZeroRect;
@@ -119,6 +131,7 @@ std::optional<std::size_t> NSTableView::rowForView(const NSView& view) const {
 }
 
 Ref<NSView> NSTableView::viewAtRow(std::size_t row) const {
+  layOutTree();
   const auto found = visible_.find(row);
   return found == visible_.end() ? nullptr : found->second;
 }
@@ -144,7 +157,7 @@ void NSTableView::trimReserve() {
     if (views.size() > mostInReserve) views.resize(mostInReserve);
 }
 
-void NSTableView::prepareContentInRect(CGRect rect) {
+void NSTableView::showRowsIn(CGRect rect) {
   const Ref<NSTableViewDelegate> delegate = delegate_.lock();
   const auto isShown = [&](std::size_t row) { return row < rowCount_ && NSIntersectsRect(rectOfRow(row), rect); };
   for (auto entry = visible_.begin(); entry != visible_.end();) {
@@ -290,7 +303,7 @@ void NSTableView::mouseExited(const Ref<NSEvent>&) { setHoveredRow(std::nullopt)
 
 void NSTableView::updateTrackingAreas() {
   NSView::updateTrackingAreas();
-  prepareContentInRect(shownRect());
+  setNeedsLayout(true);
   if (trackingArea_) return;
   trackingArea_ = make<NSTrackingArea>(
       NSZeroRect, NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved,

@@ -1,5 +1,6 @@
 // A list of rows, each a view that the host's delegate makes. Only rows that show have views: a row that scrolls out of
-// sight gives its view back, to be used for another. The rows stand in a flipped view inside a scroll view.
+// sight gives its view back, to be used for another. They are made when the table is laid out. The rows stand in a flipped
+// view inside a scroll view. The table is as high as its rows, whatever height it is given.
 //
 //   table->setDataSource(tracks); table->setDelegate(tracks); scrollView->setDocumentView(table);
 //
@@ -46,7 +47,8 @@ class NSTableView : public NSView {
   // Neither is kept alive.
   void setDataSource(const Ref<NSTableViewDataSource>& source) { dataSource_ = source; }
   void setDelegate(const Ref<NSTableViewDelegate>& delegate) { delegate_ = delegate; }
-  // Asks for the number of rows and their heights anew and makes all visible views again. The selection is cut to the rows.
+  // Asks for the number of rows and their heights again and takes all views back; those of the rows that show are made by the
+  // next layout. The selection is cut to the rows.
   void reloadData();
   std::size_t numberOfRows() const { return rowCount_; }
   CGFloat rowHeight() const { return rowHeight_; }  // 24 points unless set
@@ -56,7 +58,7 @@ class NSTableView : public NSView {
   std::optional<std::size_t> rowAtPoint(CGPoint point) const;
   // The row that the view stands in, however deep; absent if in none.
   std::optional<std::size_t> rowForView(const NSView& view) const;
-  Ref<NSView> viewAtRow(std::size_t row) const;  // absent for a row without one now
+  Ref<NSView> viewAtRow(std::size_t row) const;  // null for a row that does not show; the tree is laid out first
   // A view with the identifier that a row has given back, or absent. The delegate gives the view its identifier when it makes
   // it; one without is not used again.
   Ref<NSView> makeViewWithIdentifier(const std::string& identifier);
@@ -84,8 +86,8 @@ class NSTableView : public NSView {
   void mouseEntered(const Ref<NSEvent>& event) override { mouseMoved(event); }
   void mouseExited(const Ref<NSEvent>& event) override;
   void updateTrackingAreas() override;
+  void layout() override;
   void prepareContentInRect(CGRect rect) override;
-  void setFrame(CGRect frame) override;
   bool becomeFirstResponder() override;
   bool resignFirstResponder() override;
 
@@ -93,6 +95,8 @@ class NSTableView : public NSView {
   void fitHeight();
   CGRect shownRect() const;
   void takeRowView(std::size_t row);
+  void placeRows();
+  void showRowsIn(CGRect rect);
   void makeRowsIn(CGRect rect, NSTableViewDelegate& delegate);
   void trimReserve();
   void updateRowLook(std::size_t row);

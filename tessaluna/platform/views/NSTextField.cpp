@@ -83,6 +83,11 @@ void NSTextField::setPlaceholderString(std::string text) {
   changeTextCell([&](NSTextFieldCell& cell) { cell.setPlaceholderString(std::move(text)); });
 }
 
+CGSize NSTextField::intrinsicContentSize() const {
+  const CGSize size = NSControl::intrinsicContentSize();
+  return {isEditable() ? noIntrinsicMetric : size.width, size.height};
+}
+
 // Editing.
 
 Ref<NSObject> NSTextField::objectValue() const {

@@ -52,6 +52,8 @@ class NSTextField : public NSControl, public NSTextDelegate {
   // Begins editing with all of the text selected.
   void selectText(NSObject* sender);
 
+  CGSize intrinsicContentSize() const override;  // one to write in has a height only
+
   bool acceptsFirstResponder() const override { return isSelectable() && isEnabled(); }
   bool becomeFirstResponder() override;
   bool canBecomeKeyView() const override { return isEditable() && NSControl::canBecomeKeyView(); }

@@ -1,6 +1,6 @@
 // A rectangle of a window that draws and takes events. Its parts stand in headers of their own: ViewGeometry (tree and
-// space), ViewDrawing (what it shows), ViewTracking (what is under the pointer), ViewAccessibility
-// (what assistive clients see).
+// space), ViewLayout (when subviews get their places), ViewDrawing (what it shows), ViewTracking (what is under the
+// pointer), ViewAccessibility (what assistive clients see).
 #pragma once
 
 #include <optional>

@@ -32,7 +32,7 @@ void TextViewLayout::didInit() {
 
 void TextViewLayout::setTextContainerInset(CGSize inset) {
   inset_ = inset;
-  fitContainer();
+  setNeedsLayout(true);
   setNeedsDisplay(true);
 }
 
@@ -48,7 +48,7 @@ void TextViewLayout::setTypingAttribute(NSAttributedStringKey key, NSAttributeVa
   typingAttributes_[key] = value;
   layoutManager_->setAttributesOfNothing(typingAttributes_);
   storage_->addAttribute(key, std::move(value), {0, length()});
-  sizeToFit();
+  setNeedsLayout(true);
   setNeedsDisplay(true);
 }
 
@@ -65,11 +65,13 @@ void TextViewLayout::setAlignment(NSTextAlignment alignment) {
 }
 
 std::size_t TextViewLayout::characterIndexForInsertionAtPoint(CGPoint point) const {
+  layOutTree();
   const CGPoint origin = textOrigin();
   return layoutManager_->insertionIndexForPoint({point.x - origin.x, point.y - origin.y});
 }
 
 CGRect TextViewLayout::caretRectForIndex(std::size_t index) const {
+  layOutTree();
   CGRect caret = NSOffsetRect(layoutManager_->caretRectForIndex(index), textOrigin().x, textOrigin().y);
   // Behind a text that ends at the right edge it would be cut off.
   caret.origin.x = std::min(caret.origin.x, std::max(0.0, frame().size.width - caretWidth));
@@ -77,6 +79,7 @@ CGRect TextViewLayout::caretRectForIndex(std::size_t index) const {
 }
 
 std::vector<CGRect> TextViewLayout::rectsForRange(NSRange range) const {
+  layOutTree();
   std::vector<CGRect> rects = layoutManager_->rectArrayForGlyphRange(range, range, *container_);
   for (CGRect& rect : rects) rect = NSOffsetRect(rect, textOrigin().x, textOrigin().y);
   return rects;
@@ -84,7 +87,7 @@ std::vector<CGRect> TextViewLayout::rectsForRange(NSRange range) const {
 
 void TextViewLayout::setHorizontallyResizable(bool isResizable) {
   isHorizontallyResizable_ = isResizable;
-  sizeToFit();
+  setNeedsLayout(true);
 }
 
 void TextViewLayout::sizeToFit() {
@@ -95,8 +98,8 @@ void TextViewLayout::sizeToFit() {
   if (width != frame().size.width) setFrameSize({width, frame().size.height});
 }
 
-void TextViewLayout::setFrame(CGRect frame) {
-  NSText::setFrame(frame);
+void TextViewLayout::layout() {
+  NSText::layout();
   fitContainer();
   sizeToFit();
 }
@@ -113,7 +116,7 @@ void TextViewLayout::drawText() const {
 }
 
 void TextViewLayout::textStorageDidProcessEditing(NSTextStorage&, NSRange, std::ptrdiff_t) {
-  sizeToFit();
+  setNeedsLayout(true);
   setNeedsDisplay(true);
 }
 

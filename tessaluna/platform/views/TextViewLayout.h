@@ -40,7 +40,7 @@ class TextViewLayout : public NSText, protected NSTextStorageDelegate {
   bool isHorizontallyResizable() const { return isHorizontallyResizable_; }
   void setHorizontallyResizable(bool isResizable);
   void sizeToFit();
-  void setFrame(CGRect frame) override;
+  void layout() override;
 
  protected:
   void setWholeText(std::u16string text);

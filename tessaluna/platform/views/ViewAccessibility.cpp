@@ -20,6 +20,7 @@ Ref<NSObject> ViewAccessibility::accessibilityParent() const {
 }
 
 std::optional<AccessibilityElements> ViewAccessibility::accessibilityOwnChildren() const {
+  layOutTree();
   AccessibilityElements result;
   for (const Ref<NSView>& view : subviews())
     if (!view->isHidden()) result.push_back(view);

@@ -1,4 +1,4 @@
-// The fourth part of a view: what it is to assistive clients. A plain view is ignored, and what stands in it takes its place.
+// The fifth part of a view: what it is to assistive clients. A plain view is ignored, and what stands in it takes its place.
 // Hidden views are left out.
 #pragma once
 

@@ -8,7 +8,7 @@
 
 namespace tessaluna::platform {
 
-ViewDrawing::ViewDrawing(NSCoder& coder) : ViewGeometry(coder) {
+ViewDrawing::ViewDrawing(NSCoder& coder) : ViewLayout(coder) {
   isHidden_ = coder.decodeBoolForKey("hidden");
   wantsLayer_ = coder.decodeBoolForKey("wantsLayer");
 }
@@ -21,8 +21,9 @@ void ViewDrawing::setNeedsDisplay(bool needsDisplay) {
 void ViewDrawing::setNeedsDisplayInRect(CGRect rect) {
   needsDisplay_ = true;
   if (!window() || isHiddenOrHasHiddenAncestor()) return;
-  const CGRect visible = NSIntersectionRect(rect, visibleRect());
-  if (!NSIsEmptyRect(visible)) window()->invalidateRect(convertRectToView(visible, nullptr));
+  // By the frames as they are: those that a pass changes ask for redraws of their own.
+  const CGRect visible = NSIntersectionRect(rect, visibleRectNow());
+  if (!NSIsEmptyRect(visible)) window()->invalidateRect(transformToWindow().applyToRect(visible));
 }
 
 void ViewDrawing::setHidden(bool isHidden) {
@@ -67,11 +68,14 @@ bool isAllOf(CGRect part, CGRect whole) {
 
 void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& context) {
   if (isHidden_) return;
+  // A window's tree is laid out before it is opened for drawing.
+  if (!superview() && !window()) layoutSubtreeIfNeeded();
   const CGAffineTransform toSuperview = transformToSuperview();
   const CGRect dirty = NSIntersectionRect(toSuperview.inverted()->applyToRect(rect), bounds());
   if (NSIsEmptyRect(dirty)) return;
 
   const Ref<NSView> held = refTo(asView());
+  const bool wasDrawing = std::exchange(isDrawing_, true);
   const GraphicsStateScope state(context.CGContext());
   context.CGContext().concat(toSuperview);
   context.CGContext().clipRect(bounds());
@@ -93,6 +97,7 @@ void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& context) 
     drawRect(isWhole ? bounds() : dirty);
   }
   for (std::size_t i = first == 0 ? 0 : first - 1; i < copy.size(); ++i) copy[i]->displayRectInContext(dirty, context);
+  isDrawing_ = wasDrawing;
 }
 
 }  // namespace tessaluna::platform

@@ -35,6 +35,7 @@ void ViewGeometry::addSubview(const Ref<NSView>& view) {
   subviews_.push_back(view);
   view->moveToWindow(window_);
   static_cast<ViewGeometry&>(*view).geometryDidChange();
+  static_cast<ViewLayout&>(*view).cameIntoSuperview();
 }
 
 void ViewGeometry::removeFromSuperview() {
@@ -43,6 +44,7 @@ void ViewGeometry::removeFromSuperview() {
   geometryWillChange();
   moveToWindow(nullptr);
   if (!superview_) return;  // a callback was first
+  static_cast<ViewLayout&>(asView()).willLeaveSuperview();
   static_cast<ViewGeometry&>(*superview_).subviews_.remove(held);
   superview_ = nullptr;
 }
@@ -77,6 +79,8 @@ void ViewGeometry::setFrame(CGRect frame) {
   bounds_.size = frame.size;
   geometryDidChange();
   if (autoresizesSubviews_ && frame.size != oldSize) resizeSubviewsWithOldSize(oldSize);
+  // Only now: what reads places in between must not lay out what is resized here.
+  if (frame.size != oldSize) static_cast<ViewLayout&>(asView()).sizeDidChange();
   if (superview_) superview_->subviewFrameDidChange(asView());
 }
 
@@ -87,9 +91,17 @@ void ViewGeometry::setBoundsOrigin(CGPoint origin) {
 }
 
 CGRect ViewGeometry::visibleRect() const {
+  static_cast<const ViewLayout&>(asView()).layOutTree();
+  return visibleRectNow();
+}
+
+CGRect ViewGeometry::visibleRectNow() const {
   CGRect visible = bounds_;
-  for (const NSView* view = superview_; view; view = view->superview())
-    visible = NSIntersectionRect(visible, convertRectFromView(view->bounds(), view));
+  CGAffineTransform up = transformToSuperview();
+  for (const NSView* view = superview_; view; view = view->superview()) {
+    visible = NSIntersectionRect(visible, up.inverted()->applyToRect(view->bounds()));
+    up = up.then(view->transformToSuperview());
+  }
   return visible;
 }
 
@@ -109,30 +121,27 @@ CGAffineTransform ViewGeometry::transformToWindow() const {
   return transform;
 }
 
-namespace {
-
 // Views are never flattened, so the way down always exists.
-CGAffineTransform between(const ViewGeometry& from, const NSView* to) {
-  const CGAffineTransform up = from.transformToWindow();
-  return to ? up.then(*to->transformToWindow().inverted()) : up;
+CGAffineTransform ViewGeometry::transformToView(const NSView* view) const {
+  static_cast<const ViewLayout&>(asView()).layOutTree();
+  const CGAffineTransform up = transformToWindow();
+  return view ? up.then(*view->transformToWindow().inverted()) : up;
 }
 
-}  // namespace
-
 CGPoint ViewGeometry::convertPointToView(CGPoint point, const NSView* view) const {
-  return between(*this, view).apply(point);
+  return transformToView(view).apply(point);
 }
 
 CGPoint ViewGeometry::convertPointFromView(CGPoint point, const NSView* view) const {
-  return between(*this, view).inverted()->apply(point);
+  return transformToView(view).inverted()->apply(point);
 }
 
 CGRect ViewGeometry::convertRectToView(CGRect rect, const NSView* view) const {
-  return between(*this, view).applyToRect(rect);
+  return transformToView(view).applyToRect(rect);
 }
 
 CGRect ViewGeometry::convertRectFromView(CGRect rect, const NSView* view) const {
-  return between(*this, view).inverted()->applyToRect(rect);
+  return transformToView(view).inverted()->applyToRect(rect);
 }
 
 void ViewGeometry::resizeSubviewsWithOldSize(CGSize oldSize) {
@@ -181,10 +190,6 @@ void ViewGeometry::resizeWithOldSuperviewSize(CGSize oldSize) {
       resized({frame_.origin.y, frame_.size.height},
               {has(NSViewMinYMargin), has(NSViewHeightSizable), has(NSViewMaxYMargin)}, oldSize.height, newSize.height);
   asView().setFrame({x.origin, y.origin, x.length, y.length});
-}
-
-void ViewGeometry::invalidateIntrinsicContentSize() {
-  if (window_) window_->intrinsicContentSizeDidChange(asView());
 }
 
 }  // namespace tessaluna::platform

@@ -45,13 +45,14 @@ class ViewGeometry : public NSResponder {
   void setFrameSize(CGSize size) { setFrame({frame_.origin, size}); }
   void setBoundsOrigin(CGPoint origin);  // scrolls
   virtual bool isFlipped() const { return false; }
-  CGRect visibleRect() const;  // of bounds, what no superview cuts off
+  CGRect visibleRect() const;  // of bounds, what no superview cuts off; the tree is laid out first
 
-  // To and from another view's coordinates, or with none the window's base space.
+  // To and from another view's coordinates, or with none the window's base space. The tree is laid out first.
   CGPoint convertPointToView(CGPoint point, const NSView* view) const;
   CGPoint convertPointFromView(CGPoint point, const NSView* view) const;
   CGRect convertRectToView(CGRect rect, const NSView* view) const;
   CGRect convertRectFromView(CGRect rect, const NSView* view) const;
+  // By the frames as they are now.
   CGAffineTransform transformToSuperview() const;
   CGAffineTransform transformToWindow() const;
 
@@ -64,11 +65,8 @@ class ViewGeometry : public NSResponder {
   virtual void subviewFrameDidChange(NSView&) {}
   void resizeWithOldSuperviewSize(CGSize oldSize);
 
-  virtual CGSize intrinsicContentSize() const { return {noIntrinsicMetric, noIntrinsicMetric}; }
-  void invalidateIntrinsicContentSize();
-  static constexpr CGFloat noIntrinsicMetric = -1;
-
  protected:
+  CGRect visibleRectNow() const;  // by the frames as they are now
   // What the later parts of a view do about a change. Called by this one.
   virtual void geometryWillChange() {}  // the area that is covered now
   virtual void geometryDidChange() {}   // the area that is covered then
@@ -79,6 +77,7 @@ class ViewGeometry : public NSResponder {
  private:
   friend class NSWindow;
   void moveToWindow(NSWindow* window);
+  CGAffineTransform transformToView(const NSView* view) const;
 
   NSView* superview_ = nullptr;
   NSWindow* window_ = nullptr;

@@ -8,6 +8,7 @@ namespace tessaluna::platform {
 
 NSView* ViewTracking::hitTest(CGPoint point) {
   if (isHidden()) return nullptr;
+  layOutTree();
   const CGPoint own = transformToSuperview().inverted()->apply(point);
   if (!NSPointInRect(own, bounds())) return nullptr;
   for (auto view = subviews().rbegin(); view != subviews().rend(); ++view)

@@ -292,11 +292,12 @@ void NSWindow::sendEvent(const Ref<NSEvent>& event) {
     case NSEventType::KeyDown:
     case NSEventType::KeyUp:
     case NSEventType::FlagsChanged: dispatchKey(event); break;
-    default: mouse_.send(event);
+    default: layoutIfNeeded(); mouse_.send(event);
   }
 }
 
 void NSWindow::resetCursorRects() {
+  layoutIfNeeded();
   if (contentView_) resetCursorRectsBelow(*contentView_);
 }
 
@@ -315,10 +316,26 @@ void NSWindow::invalidateCursorRectsForView(NSView& view) { static_cast<ViewTrac
 
 void NSWindow::invalidateRect(CGRect rect) {
   dirty_.add(rect, backingScaleFactor());
-  if (native_ && isVisible_ && !dirty_.isEmpty()) native_->scheduleDisplay();
+  if (!dirty_.isEmpty()) scheduleDisplay();
+}
+
+void NSWindow::layoutIsNeeded() { scheduleDisplay(); }
+
+void NSWindow::scheduleDisplay() {
+  if (native_ && isVisible_ && !isPreparingDisplay_) native_->scheduleDisplay();
+}
+
+void NSWindow::layoutIfNeeded() {
+  if (contentView_) Ref<NSView>(contentView_)->layoutSubtreeIfNeeded();
 }
 
 void NSWindow::displayIfNeeded() {
+  if (!native_ || !isVisible_) return;
+  const Ref<NSObject> held = weak_from_this().lock();
+  isPreparingDisplay_ = true;
+  layoutIfNeeded();
+  isPreparingDisplay_ = false;
+  // A layout may have hidden the window, or closed it.
   if (!native_ || !isVisible_ || dirty_.isEmpty()) return;
   const std::vector<CGRect> rects = dirty_.take({{0, 0}, frame_.size}, backingScaleFactor());
   if (rects.empty()) return;

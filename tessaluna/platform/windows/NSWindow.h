@@ -118,9 +118,11 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   void resetCursorRects();
   void invalidateCursorRectsForView(NSView& view);
 
-  // Asks for a redraw of a part of base space, and draws what was asked for.
+  // Asks for a redraw of a part of base space, and draws what was asked for, after a pass of layout.
   void invalidateRect(CGRect rect);
   void displayIfNeeded();
+  // A pass of layout over all views. What decides for them together belongs here, before the first of them gives out places.
+  void layoutIfNeeded();
 
   // Its parent is the application, its child the content view.
   bool isAccessibilityElement() const override { return true; }
@@ -141,11 +143,14 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   friend class ChildWindows;
   friend class ViewGeometry;
   friend class NSView;
+  friend class ViewLayout;
   friend class NSWindowAnimator;
   void animateFrame(CGRect frame, const NSAnimationContext& context);
   void moveTo(CGRect frame);
   void viewWillLeave(NSView& view);
   void intrinsicContentSizeDidChange(NSView& view);
+  void layoutIsNeeded();
+  void scheduleDisplay();
 
   void nativeDisplay() override { displayIfNeeded(); }
   void nativeFrameChanged(CGRect content) override;
@@ -175,6 +180,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   WeakRef<NSWindowController> controller_;
   WeakRef<NSWindowDelegate> delegate_;
   bool isDeferred_ = true;
+  bool isPreparingDisplay_ = false;  // what is asked for now is painted with it
   bool isVisible_ = false, isKey_ = false, isOpaque_ = true, hasShadow_ = true;
   bool isMovableByWindowBackground_;
 };

@@ -281,6 +281,7 @@ TEST_F(QtViewWidgetTest, SystemColorsFollowThePaletteOfTheProgram) {
 
 TEST_F(QtViewWidgetTest, FontOfTheProgramReachesLabelsAndTheirSizes) {
   const auto label = make<NSTextField>(CGRect{0, 0, 50, 20});
+  label->setEditable(false);
   label->setStringValue("Wide or narrow");
   label->setFont(NSFont::systemFontOfSize(13));
   QtViewWidget* widget = embed(label);

@@ -28,7 +28,23 @@ class NSScrollViewTest : public harness::StillWorld {
     window = showWindowWith(scrollView);
   }
 
-  CGPoint origin() const { return scrollView->contentView()->bounds().origin; }
+  void layOut() const { scrollView->layoutSubtreeIfNeeded(); }
+  CGPoint origin() const {
+    layOut();
+    return scrollView->contentView()->bounds().origin;
+  }
+  const NSScroller& verticalBar() const {
+    layOut();
+    return *scrollView->verticalScroller();
+  }
+  const NSScroller& horizontalBar() const {
+    layOut();
+    return *scrollView->horizontalScroller();
+  }
+  CGRect clipFrame() const {
+    layOut();
+    return scrollView->contentView()->frame();
+  }
   void scrollTo(CGPoint point) { scrollView->contentView()->scrollToPoint(point); }
   void wheel(CGSize delta) { user.scroll(*window, {75, 75}, delta); }
 
@@ -189,37 +205,37 @@ TEST_F(NSScrollViewTest, AtTheEndOfItsWayTheWheelGoesOnToTheViewAround) {
 
 TEST_F(NSScrollViewTest, BarsTakeTheirRoomFromTheClipView) {
   scrollView->setHasVerticalScroller(true);
-  EXPECT_EQ(scrollView->contentView()->frame(), (CGRect{0, 0, 88, 100}));
-  EXPECT_EQ(scrollView->verticalScroller()->frame(), (CGRect{88, 0, 12, 100}));
+  EXPECT_EQ(clipFrame(), (CGRect{0, 0, 88, 100}));
+  EXPECT_EQ(verticalBar().frame(), (CGRect{88, 0, 12, 100}));
   scrollView->setHasHorizontalScroller(true);
-  EXPECT_EQ(scrollView->contentView()->frame(), (CGRect{0, 0, 88, 88}));
-  EXPECT_EQ(scrollView->horizontalScroller()->frame(), (CGRect{0, 88, 88, 12}));
+  EXPECT_EQ(clipFrame(), (CGRect{0, 0, 88, 88}));
+  EXPECT_EQ(horizontalBar().frame(), (CGRect{0, 88, 88, 12}));
   scrollView->setHasVerticalScroller(false);
-  EXPECT_EQ(scrollView->contentView()->frame(), (CGRect{0, 0, 100, 88}));
+  EXPECT_EQ(clipFrame(), (CGRect{0, 0, 100, 88}));
 }
 
 TEST_F(NSScrollViewTest, ABorderTakesAPointAround) {
   scrollView->setBorderType(NSLineBorder);
-  EXPECT_EQ(scrollView->contentView()->frame(), (CGRect{1, 1, 98, 98}));
+  EXPECT_EQ(clipFrame(), (CGRect{1, 1, 98, 98}));
 }
 
 TEST_F(NSScrollViewTest, TheKnobShowsWhereAndHowMuch) {
   scrollView->setHasVerticalScroller(true);
-  EXPECT_EQ(scrollView->verticalScroller()->knobProportion(), 0.1);
-  EXPECT_EQ(scrollView->verticalScroller()->doubleValue(), 0);
+  EXPECT_EQ(verticalBar().knobProportion(), 0.1);
+  EXPECT_EQ(verticalBar().doubleValue(), 0);
   scrollTo({0, 450});
-  EXPECT_EQ(scrollView->verticalScroller()->doubleValue(), 0.5);
+  EXPECT_EQ(verticalBar().doubleValue(), 0.5);
   document->setFrame({0, 0, 300, 200});
-  EXPECT_EQ(scrollView->verticalScroller()->knobProportion(), 0.5);
-  EXPECT_EQ(scrollView->verticalScroller()->doubleValue(), 1);
+  EXPECT_EQ(verticalBar().knobProportion(), 0.5);
+  EXPECT_EQ(verticalBar().doubleValue(), 1);
 }
 
 TEST_F(NSScrollViewTest, TheKnobOfADocumentThatCountsUpwardStartsAtTheTop) {
   scrollView->setHasVerticalScroller(true);
   scrollView->setDocumentView(make<NSView>(CGRect{0, 0, 100, 1000}));
-  EXPECT_EQ(scrollView->verticalScroller()->doubleValue(), 0);
+  EXPECT_EQ(verticalBar().doubleValue(), 0);
   scrollTo({0, 0});
-  EXPECT_EQ(scrollView->verticalScroller()->doubleValue(), 1);
+  EXPECT_EQ(verticalBar().doubleValue(), 1);
 }
 
 TEST_F(NSScrollViewTest, BarsThatHideComeOnlyWhenThereIsAWayToGo) {
@@ -227,14 +243,14 @@ TEST_F(NSScrollViewTest, BarsThatHideComeOnlyWhenThereIsAWayToGo) {
   scrollView->setHasVerticalScroller(true);
   scrollView->setHasHorizontalScroller(true);
   document->setFrame({0, 0, 100, 100});
-  EXPECT_TRUE(scrollView->verticalScroller()->isHidden());
-  EXPECT_TRUE(scrollView->horizontalScroller()->isHidden());
-  EXPECT_EQ(scrollView->contentView()->frame(), (CGRect{0, 0, 100, 100}));
+  EXPECT_TRUE(verticalBar().isHidden());
+  EXPECT_TRUE(horizontalBar().isHidden());
+  EXPECT_EQ(clipFrame(), (CGRect{0, 0, 100, 100}));
   document->setFrame({0, 0, 80, 1000});
-  EXPECT_FALSE(scrollView->verticalScroller()->isHidden());
-  EXPECT_TRUE(scrollView->horizontalScroller()->isHidden());
+  EXPECT_FALSE(verticalBar().isHidden());
+  EXPECT_TRUE(horizontalBar().isHidden());
   document->setFrame({0, 0, 80, 100});
-  EXPECT_TRUE(scrollView->verticalScroller()->isHidden());
+  EXPECT_TRUE(verticalBar().isHidden());
 }
 
 TEST_F(NSScrollViewTest, ABarThatComesTakesRoomSoThatTheOtherIsNeeded) {
@@ -242,10 +258,10 @@ TEST_F(NSScrollViewTest, ABarThatComesTakesRoomSoThatTheOtherIsNeeded) {
   scrollView->setHasVerticalScroller(true);
   scrollView->setHasHorizontalScroller(true);
   document->setFrame({0, 0, 95, 1000});  // wide enough but for the vertical bar
-  EXPECT_FALSE(scrollView->horizontalScroller()->isHidden());
+  EXPECT_FALSE(horizontalBar().isHidden());
   document->setFrame({0, 0, 300, 95});  // high enough but for the horizontal one
-  EXPECT_FALSE(scrollView->horizontalScroller()->isHidden());
-  EXPECT_FALSE(scrollView->verticalScroller()->isHidden());
+  EXPECT_FALSE(horizontalBar().isHidden());
+  EXPECT_FALSE(verticalBar().isHidden());
 }
 
 TEST_F(NSScrollViewTest, ADocumentThatFollowsTheWidthNeedsNoHorizontalBar) {
@@ -255,8 +271,8 @@ TEST_F(NSScrollViewTest, ADocumentThatFollowsTheWidthNeedsNoHorizontalBar) {
   scrollView->setHasVerticalScroller(true);
   scrollView->setHasHorizontalScroller(true);
   document->setFrameSize({100, 1000});
-  EXPECT_FALSE(scrollView->verticalScroller()->isHidden());
-  EXPECT_TRUE(scrollView->horizontalScroller()->isHidden());
+  EXPECT_FALSE(verticalBar().isHidden());
+  EXPECT_TRUE(horizontalBar().isHidden());
   EXPECT_EQ(document->frame().size.width, 88);
 }
 

@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/NSTableView.h"
 
+#include <functional>
+
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/text/unicode.h"
@@ -24,9 +26,11 @@ class Host : public NSTableViewDataSource, public NSTableViewDelegate {
   std::vector<std::optional<std::size_t>> hovered;
   std::vector<std::size_t> doubleClicked;
   int selectionChanges = 0;
+  std::function<void()> onMake;
 
   std::size_t numberOfRowsInTableView(NSTableView&) override { return rows; }
   Ref<NSView> tableViewViewForRow(NSTableView& table, std::size_t row) override {
+    if (onMake) onMake();
     Ref<NSView> view = table.makeViewWithIdentifier("row");
     if (view) {
       ++reused;
@@ -120,6 +124,8 @@ TEST_F(NSTableViewTest, ATableWithoutAPlaceMakesNoRowsAndMakesThemWhenItHasOne) 
   lone->reloadData();
   EXPECT_EQ(other->made, 0u);
   window->contentView()->addSubview(lone);  // of 150 points, with rows of 24
+  EXPECT_EQ(other->made, 0u);
+  desktop.settle();
   EXPECT_EQ(other->made, 7u);
 }
 
@@ -151,16 +157,22 @@ TEST_F(NSTableViewTest, AViewIsGivenOutUnderTheIdentifierThatItGaveBack) {
 
 TEST_F(NSTableViewTest, AScreenOfRowsThatGoesServesTheNextScreen) {
   scrollView->setFrame({0, 0, 200, 900});  // thirty rows
+  desktop.settle();
   const std::size_t before = host->made;
-  for (CGFloat y = 0; y <= 9000; y += 900) scrollTo(y);
+  for (CGFloat y = 0; y <= 9000; y += 900) {
+    scrollTo(y);
+    desktop.settle();
+  }
   EXPECT_EQ(host->made, before);
 }
 
 TEST_F(NSTableViewTest, ATallListThatShrinksDoesNotHoldOnToItsViews) {
   std::vector<WeakRef<NSView>> views;
   scrollView->setFrame({0, 0, 200, 3000});
+  desktop.settle();
   for (const Ref<NSView>& view : table->subviews()) views.push_back(view);
   scrollView->setFrame({0, 0, 200, 150});
+  desktop.settle();
   const auto alive = std::count_if(views.begin(), views.end(), [](const auto& view) { return !view.expired(); });
   EXPECT_GE(views.size(), 100u);
   EXPECT_LE(alive, 5 + 8);
@@ -212,8 +224,8 @@ TEST_F(NSTableViewTest, RowsMayBeAllAlikeAgain) {
 
 TEST_F(NSTableViewTest, RowsFollowTheWidth) {
   scrollView->setFrame({0, 0, 160, 150});
-  EXPECT_EQ(table->frame().size.width, 160);
   EXPECT_EQ(table->viewAtRow(2)->frame(), (CGRect{0, 60, 160, 30}));
+  EXPECT_EQ(table->frame().size.width, 160);
 }
 
 TEST_F(NSTableViewTest, WithoutADataSourceThereAreNoRows) {
@@ -226,8 +238,25 @@ TEST_F(NSTableViewTest, WithoutADataSourceThereAreNoRows) {
 TEST_F(NSTableViewTest, ReloadingMakesTheVisibleRowsAgain) {
   const std::size_t before = host->made + host->reused;
   table->reloadData();
+  EXPECT_TRUE(table->subviews().empty());
+  desktop.settle();
   EXPECT_EQ(host->made + host->reused, before + 5);
   EXPECT_EQ(rowsWithViews().size(), 5u);
+}
+
+TEST_F(NSTableViewTest, KeepsTheHeightOfItsRowsWhateverHeightItIsGiven) {
+  table->setFrame({0, 0, 200, 17});
+  desktop.settle();
+  EXPECT_EQ(table->frame().size.height, 300000);
+}
+
+TEST_F(NSTableViewTest, ADelegateThatReloadsWhileRowsAreMadeEnds) {
+  host->onMake = [&] { table->reloadData(); };
+  table->reloadData();
+  desktop.settle();
+  host->onMake = nullptr;
+  EXPECT_LE(host->made + host->reused, 100u);
+  EXPECT_EQ(rowsWithViews(), (Rows{0, 1, 2, 3, 4}));
 }
 
 TEST_F(NSTableViewTest, FewerRowsCutTheSelectionAndTheHover) {

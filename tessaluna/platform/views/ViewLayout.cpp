@@ -1,0 +1,104 @@
+#include "tessaluna/platform/views/ViewLayout.h"
+
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+namespace {
+
+// More than layouts need that follow from each other; fewer than one notices of two that undo each other.
+constexpr int mostRounds = 8;
+
+}  // namespace
+
+void ViewLayout::setNeedsLayout(bool needsLayout) {
+  needsLayout_ = needsLayout;
+  if (needsLayout) reportMarks();
+}
+
+// Everything above learns that there is something to do below, up to a view that knows already.
+void ViewLayout::reportMarks() {
+  for (ViewLayout* view = this; view->superview(); view = view->superview()) {
+    if (view->isInList()) break;
+    static_cast<ViewLayout&>(*view->superview()).marked_.append(*view);
+  }
+  if (window()) window()->layoutIsNeeded();
+}
+
+void ViewLayout::sizeDidChange() {
+  if (!window()) sizeItCameWith_ = frame().size;
+  setNeedsLayout(true);
+}
+
+void ViewLayout::cameIntoSuperview() {
+  if (hasMarks()) reportMarks();
+}
+
+void ViewLayout::layoutSubtreeIfNeeded() {
+  if (!hasMarks()) return;
+  for (const ViewLayout* view = this; view; view = view->superview())
+    if (view->isDrawing_) return;
+  runPass();
+}
+
+void ViewLayout::layOutTree() const {
+  // The short way for most questions.
+  const ViewLayout* content = window() ? window()->contentView().get() : nullptr;
+  if (content && !content->hasMarks()) return;
+  const ViewLayout* root = this;
+  while (true) {
+    if (root->isDrawing_ || root->isInPass_) return;
+    if (!root->superview()) break;
+    root = root->superview();
+  }
+  if (!root->hasMarks()) return;
+  // A question that is asked of a view may need other views to move, and changes nothing about its answer's meaning.
+  if (window()) window()->layoutIfNeeded();
+  else const_cast<ViewLayout*>(root)->runPass();
+}
+
+void ViewLayout::runPass() {
+  const Ref<NSObject> held = weak_from_this().lock();  // absent while the view is being made
+  if (!held || isInPass_) return;
+  isInPass_ = true;
+  for (int round = 0; round < mostRounds && hasMarks(); ++round) layOutMarked();
+  isInPass_ = false;
+}
+
+void ViewLayout::layOutMarked() {
+  if (needsLayout_) {
+    // The mark ends before it is honored: one that layout() makes is a new one.
+    needsLayout_ = false;
+    isInLayout_ = true;
+    layout();
+    isInLayout_ = false;
+  }
+  LinkedList now;
+  now.appendAllOf(marked_);
+  while (ListLink* link = now.takeFirst()) {
+    auto& view = static_cast<ViewLayout&>(*link);
+    const Ref<NSObject> held = view.shared_from_this();
+    // A pass that was begun within a layout() does not come back to it.
+    if (!view.isInLayout_) view.layOutMarked();
+    if (view.hasMarks() && view.superview()) view.reportMarks();
+  }
+}
+
+void ViewLayout::invalidateIntrinsicContentSize() {
+  for (NSView* view = superview(); view; view = view->superview()) {
+    if (!view->isSizedByContent()) return;
+    // One that is just giving out places has read the size, or is about to.
+    ViewLayout& above = *view;
+    if (!above.isInLayout_) above.setNeedsLayout(true);
+  }
+  if (window()) window()->intrinsicContentSizeDidChange(asView());
+}
+
+CGSize ViewLayout::fittingSize() const {
+  const CGSize intrinsic = intrinsicContentSize();
+  return {intrinsic.width >= 0 ? intrinsic.width : sizeItCameWith_.width,
+          intrinsic.height >= 0 ? intrinsic.height : sizeItCameWith_.height};
+}
+
+}  // namespace tessaluna::platform
