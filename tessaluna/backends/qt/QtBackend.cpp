@@ -27,6 +27,7 @@
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/effectiveAppearance.h"
 
 namespace tessaluna::backend::qt {
 
@@ -60,7 +61,7 @@ class QtBackend::ApplicationFilter : public QObject {
         if (receiver == qApp) backend_.textEngine_.forgetFonts();
         [[fallthrough]];
       case QEvent::ApplicationPaletteChange:
-        if (receiver == qApp) redrawAllWindows();
+        if (receiver == qApp) effectiveAppearanceDidChange();
         break;
       default:
         if (receiver->isWidgetType()) backend_.hosts_->observe(static_cast<QWidget&>(*receiver), *event);
@@ -82,12 +83,6 @@ class QtBackend::ApplicationFilter : public QObject {
                                                          .timestamp = backend_.now(),
                                                          .clickCount = 1,
                                                          .buttonNumber = number}));
-  }
-
-  void redrawAllWindows() {
-    if (!NSApp) return;
-    for (const Ref<NSWindow>& window : NSApp->windows())
-      if (window->contentView()) window->contentView()->setNeedsDisplay(true);
   }
 
   QtBackend& backend_;

@@ -75,6 +75,15 @@ void NSLayoutManager::enumerateEnclosingRectsForGlyphRange(NSRange range, NSRang
   }
 }
 
+NSRange NSLayoutManager::glyphRangeForBoundingRect(CGRect rect, const NSTextContainer&) const {
+  return layout().rangeBetween(CGRectGetMinY(rect), CGRectGetMaxY(rect));
+}
+
+void NSLayoutManager::drawGlyphsForGlyphRange(NSRange range, CGPoint atPoint) const {
+  const TextLayout& now = layout();
+  now.drawRangeInRect(range, {{atPoint.x + container_->lineFragmentPadding(), atPoint.y}, now.size()});
+}
+
 CGRect NSLayoutManager::boundingRectForGlyphRange(NSRange range, const NSTextContainer& container) const {
   CGRect all;
   for (const CGRect& rect : rectArrayForGlyphRange(range, range, container)) all = NSUnionRect(all, rect);

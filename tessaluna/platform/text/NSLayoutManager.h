@@ -48,6 +48,11 @@ class NSLayoutManager : public NSObject {
   std::vector<CGRect> rectArrayForGlyphRange(NSRange range, NSRange withinSelectedGlyphRange,
                                              const NSTextContainer& inTextContainer) const;
   CGRect boundingRectForGlyphRange(NSRange range, const NSTextContainer& inTextContainer) const;
+  // All glyphs of the lines that may reach into the rectangle: letters may be higher and deeper than their line.
+  NSRange glyphRangeForBoundingRect(CGRect rect, const NSTextContainer& inTextContainer) const;
+  // The lines that have glyphs of the range, as wholes, with the container's upper left corner at the point of the current
+  // context.
+  void drawGlyphsForGlyphRange(NSRange range, CGPoint atPoint) const;
 
  private:
   Ref<NSTextStorage> storage_;

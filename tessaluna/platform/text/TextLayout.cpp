@@ -182,6 +182,7 @@ void TextLayout::place() {
     line.y = y;
     line.baseline = y + line.metrics.ascent;
     y += line.height();
+    tallest_ = std::max(tallest_, line.height());
     const CGFloat spare = width_ - line.shaped->advance;
     // A text too long for its width starts at the left whatever its alignment.
     if (std::isfinite(spare) && spare > 0) {
@@ -194,12 +195,36 @@ void TextLayout::place() {
 }
 
 void TextLayout::drawInRect(CGRect rect) const {
+  const auto end = std::partition_point(
+      lines_.begin(), lines_.end(), [&](const Line& line) { return !(line.y > 0 && line.y >= rect.size.height - noise); });
+  drawLines({lines_.begin(), end}, rect);
+}
+
+void TextLayout::drawRangeInRect(NSRange range, CGRect rect) const { drawLines(linesOf(range), rect); }
+
+std::span<const TextLayout::Line> TextLayout::linesOf(NSRange range) const {
+  const auto first = std::partition_point(lines_.begin(), lines_.end(),
+                                          [&](const Line& line) { return line.start + line.length <= range.location; });
+  const auto end = std::partition_point(first, lines_.end(),
+                                        [&](const Line& line) { return line.start < range.location + range.length; });
+  return {first, end};
+}
+
+NSRange TextLayout::rangeBetween(CGFloat top, CGFloat bottom) const {
+  const auto first = std::partition_point(lines_.begin(), lines_.end(),
+                                          [&](const Line& line) { return line.y + line.height() + tallest_ <= top; });
+  const auto end = std::partition_point(first, lines_.end(), [&](const Line& line) { return line.y - tallest_ < bottom; });
+  if (first == end) return {0, 0};
+  const std::size_t start = first->start;
+  return {start, std::prev(end)->start + std::prev(end)->length - start};
+}
+
+void TextLayout::drawLines(std::span<const Line> lines, CGRect rect) const {
   const Ref<NSGraphicsContext> graphics = NSGraphicsContext::currentContext();
   if (!graphics) return;
   CGContext& context = graphics->CGContext();
   const GraphicsStateScope state(context);
-  for (const Line& line : lines_) {
-    if (line.y > 0 && line.y >= rect.size.height - noise) break;
+  for (const Line& line : lines) {
     // The line in a space of its own, with the origin at its start on the baseline and y up.
     const GraphicsStateScope lineState(context);
     const CGFloat x = CGRectGetMinX(rect) + line.x;
@@ -260,9 +285,9 @@ void TextLayout::drawLine(const Line& line, CGContext& context) const {
 }
 
 const TextLayout::Line& TextLayout::lineAt(CGFloat y) const {
-  for (const Line& line : lines_)
-    if (y < line.y + line.height()) return line;
-  return lines_.back();
+  const auto found =
+      std::partition_point(lines_.begin(), lines_.end(), [&](const Line& line) { return !(y < line.y + line.height()); });
+  return found == lines_.end() ? lines_.back() : *found;
 }
 
 std::size_t TextLayout::characterAt(CGPoint point) const {
@@ -301,7 +326,7 @@ std::size_t TextLayout::insertionIndexAt(CGPoint point) const {
 std::vector<CGRect> TextLayout::rectsOf(NSRange range) const {
   std::vector<CGRect> rects;
   const std::size_t end = range.location + range.length;
-  for (const Line& line : lines_) {
+  for (const Line& line : linesOf(range)) {
     const std::size_t firstOfLine = rects.size();
     for (const backend::TextCluster& cluster : line.shaped->clusters) {
       const NSRange own = line.rangeOf(cluster);
@@ -318,9 +343,9 @@ std::vector<CGRect> TextLayout::rectsOf(NSRange range) const {
 }
 
 CGRect TextLayout::caretRectAt(std::size_t index) const {
-  const Line* line = &lines_.front();
-  for (const Line& candidate : lines_)
-    if (index >= candidate.start) line = &candidate;
+  const auto after =
+      std::partition_point(lines_.begin(), lines_.end(), [&](const Line& line) { return line.start <= index; });
+  const Line* line = after == lines_.begin() ? &lines_.front() : &*std::prev(after);
   CGFloat x = 0;
   for (const backend::TextCluster& cluster : line->shaped->clusters) {
     if (line->rangeOf(cluster).location >= index) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <limits>
+#include <span>
 #include <vector>
 
 #include "tessaluna/platform/backend/TextEngine.h"
@@ -46,6 +47,10 @@ class TextLayout {
 
   // From the rectangle's upper edge on, into the current context; a line that starts below the lower edge is left out.
   void drawInRect(CGRect rect) const;
+  // The same of the lines with characters of the range, however high the rectangle is.
+  void drawRangeInRect(NSRange range, CGRect rect) const;
+  // The characters of the lines that may be drawn between two heights: letters may be higher and deeper than their line.
+  NSRange rangeBetween(CGFloat top, CGFloat bottom) const;
 
   // The character whose box holds the point, or the nearest of its line. The text's length for an empty one.
   std::size_t characterAt(CGPoint point) const;
@@ -59,16 +64,19 @@ class TextLayout {
 
  private:
   const Line& lineAt(CGFloat y) const;
+  std::span<const Line> linesOf(NSRange range) const;
   void addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd, const Options& options);
   void addWrapped(const Ref<NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd, NSLineBreakMode mode);
   void addLine(Line line);
   void place();
+  void drawLines(std::span<const Line> lines, CGRect rect) const;
   void drawLine(const Line& line, CGContext& context) const;
 
   std::vector<Line> lines_;
   std::vector<NSTextAlignment> alignments_;  // of each line
   CGSize size_;
   CGFloat width_;
+  CGFloat tallest_ = 0;  // of the lines
 };
 
 // Strings in one set of attributes. Those in UTF-8 are measured and drawn as the same text in UTF-16. A lone surrogate is one

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/views/NSClipView.h"
+#include "tessaluna/platform/windows/effectiveAppearance.h"
 
 namespace tessaluna::platform {
 
@@ -28,6 +30,13 @@ TextViewLayout::TextViewLayout(CGRect frame)
 void TextViewLayout::didInit() {
   NSText::didInit();
   storage_->setDelegate(Ref<NSTextStorageDelegate>(shared_from_this(), this));
+  appearanceObserver_ = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSSystemColorsDidChangeNotification, nullptr, nullptr,
+      [this](const Ref<NSNotification>&) { layoutManager_->invalidateLayout(); });
+}
+
+TextViewLayout::~TextViewLayout() {
+  if (appearanceObserver_) NSNotificationCenter::defaultCenter().removeObserver(appearanceObserver_);
 }
 
 void TextViewLayout::setTextContainerInset(CGSize inset) {
@@ -109,11 +118,11 @@ void TextViewLayout::fitContainer() {
   container_->setSize({frame().size.width - 2 * inset_.width, container_->size().height});
 }
 
-void TextViewLayout::drawText() const {
-  const CGPoint origin = textOrigin();
-  const CGFloat padding = container_->lineFragmentPadding();
-  layoutManager_->layout().drawInRect({origin.x + padding, origin.y, frame().size.width, frame().size.height - origin.y});
+NSRange TextViewLayout::characterRangeIn(CGRect rect) const {
+  return layoutManager_->glyphRangeForBoundingRect(NSOffsetRect(rect, -textOrigin().x, -textOrigin().y), *container_);
 }
+
+void TextViewLayout::drawText(NSRange range) const { layoutManager_->drawGlyphsForGlyphRange(range, textOrigin()); }
 
 void TextViewLayout::textStorageDidProcessEditing(NSTextStorage&, NSRange, std::ptrdiff_t) {
   setNeedsLayout(true);

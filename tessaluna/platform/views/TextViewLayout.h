@@ -12,6 +12,7 @@ namespace tessaluna::platform {
 class TextViewLayout : public NSText, protected NSTextStorageDelegate {
  public:
   explicit TextViewLayout(CGRect frame);
+  ~TextViewLayout() override;
   void didInit() override;
 
   const Ref<NSTextStorage>& textStorage() const { return storage_; }
@@ -44,7 +45,9 @@ class TextViewLayout : public NSText, protected NSTextStorageDelegate {
 
  protected:
   void setWholeText(std::u16string text);
-  void drawText() const;
+  // The characters of the lines that may show in the rectangle, and these lines.
+  NSRange characterRangeIn(CGRect rect) const;
+  void drawText(NSRange range) const;
   CGPoint textOrigin() const { return {inset_.width, inset_.height}; }
   void textStorageDidProcessEditing(NSTextStorage& storage, NSRange range, std::ptrdiff_t changeInLength) override;
 
@@ -56,6 +59,7 @@ class TextViewLayout : public NSText, protected NSTextStorageDelegate {
   Ref<NSTextContainer> container_;
   Ref<NSLayoutManager> layoutManager_;
   NSAttributes typingAttributes_;
+  Ref<NSObject> appearanceObserver_;
   CGSize inset_;
   bool isHorizontallyResizable_ = false;
 };

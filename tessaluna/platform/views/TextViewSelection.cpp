@@ -203,15 +203,25 @@ void TextViewSelection::resetCursorRects() {
 
 // The look.
 
-void TextViewSelection::drawRect(CGRect) {
-  // The redraw may have been asked for because the desktop's font is another one.
-  layoutManager()->invalidateLayout();
+namespace {
+
+NSRange commonRange(NSRange a, NSRange b) {
+  const std::size_t start = std::max(a.location, b.location);
+  const std::size_t end = std::min(a.location + a.length, b.location + b.length);
+  return {start, end > start ? end - start : 0};
+}
+
+}  // namespace
+
+void TextViewSelection::drawRect(CGRect rect) {
+  // Of a long text most is out of sight, also when all of the view is to be redrawn.
+  const NSRange shown = characterRangeIn(NSIntersectionRect(rect, visibleRectNow()));
   if (selection_.anchor != selection_.head && isFirstResponder_) {
     (hasKeys() ? NSColor::selectedTextBackgroundColor() : NSColor::unemphasizedSelectedTextBackgroundColor())->setFill();
-    for (const CGRect& rect : rectsForRange(selectedRange()))
-      NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);
+    for (const CGRect& box : rectsForRange(commonRange(selectedRange(), shown)))
+      NSRectFillUsingOperation(box, NSCompositingOperationSourceOver);
   }
-  drawText();
+  drawText(shown);
   if (!blink_.isShown()) return;
   NSColor::controlTextColor()->setFill();
   NSRectFillUsingOperation(caretRectForIndex(selection_.head), NSCompositingOperationSourceOver);

@@ -497,3 +497,28 @@ TEST_F(TextLayoutTest, WrappedByCharactersALineBreaksInsideAWordThoughABlankIsNe
   EXPECT_EQ(shown(layOut("aa bbb", 20, NSLineBreakByCharWrapping)), (Texts{"aa b", "bb"}));
   EXPECT_EQ(shown(layOut("aa bbb", 20, NSLineBreakByWordWrapping)), (Texts{"aa", "bbb"}));
 }
+
+TEST_F(TextLayoutTest, TheLinesBetweenTwoHeightsAreThoseThatMayReachThere) {
+  const TextLayout layout = layOut("a\nb\nc\nd\ne", 100);   // of twelve points each
+  EXPECT_EQ(layout.rangeBetween(26, 30), (NSRange{2, 6}));  // the third, and one on each side
+  EXPECT_EQ(layout.rangeBetween(0, 60), (NSRange{0, 9}));
+  EXPECT_EQ(layout.rangeBetween(-50, -20), (NSRange{0, 0}));
+  EXPECT_EQ(layout.rangeBetween(100, 120), (NSRange{0, 0}));
+}
+
+TEST_F(TextLayoutTest, ATallLineIsAmongThoseThatReachFarBelowIt) {
+  NSMutableAttributedString text(std::string_view("a\nb\nc\nd"), attributes());
+  text.addAttribute(NSFontAttributeName, NSFont::systemFontOfSize(50), {0, 1});
+  const TextLayout layout(text, {.width = 100});
+  EXPECT_EQ(layout.rangeBetween(80, 81).location, 0u);
+}
+
+TEST_F(TextLayoutTest, LinesOfARangeAreDrawnWhereTheyStandInTheWhole) {
+  const TextLayout layout = layOut("aa\nbb\ncc", 100);
+  const CGRect rect{0, 0, 100, 100};
+  const Lines all = only("glyphs", recordingOf([&] { layout.drawInRect(rect); }));
+  ASSERT_EQ(all.size(), 3u);
+  EXPECT_EQ(only("glyphs", recordingOf([&] { layout.drawRangeInRect({4, 1}, rect); })), Lines{all[1]});
+  EXPECT_EQ(only("glyphs", recordingOf([&] { layout.drawRangeInRect({2, 5}, rect); })), all);
+  EXPECT_TRUE(only("glyphs", recordingOf([&] { layout.drawRangeInRect({0, 0}, rect); })).empty());
+}

@@ -1,7 +1,10 @@
 #include "tessaluna/platform/views/NSTextView.h"
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/windows/effectiveAppearance.h"
 #include "tests/harness/FieldWorld.h"
+#include "tests/harness/recordingOf.h"
 
 using namespace tessaluna::platform;
 using harness::Calls;
@@ -20,6 +23,30 @@ class NSTextViewKeys : public harness::FieldWorld {
 };
 
 using NSTextViewTest = harness::StillWorld;
+
+// A text of 10,000 lines of 15.6 points in a scroll view that fills a window of 200 by 150, with the keys and the caret in its
+// second line.
+class NSTextViewLongText : public harness::StillWorld {
+ protected:
+  NSTextViewLongText() {
+    std::string text;
+    for (int i = 0; i < 10000; ++i) text += "line " + std::to_string(i) + "\n";
+    view->setString(text);
+    scrollView->setDocumentView(view);
+    window = showWindowWith(scrollView);
+    window->makeFirstResponder(view.get());
+    view->setSelectedRange({8, 0});
+    desktop.settle();
+    nativeOf(*window).forgetPaints();
+  }
+  std::vector<std::string> glyphsOfLastPaint() const {
+    return harness::only("glyphs", nativeOf(*window).paints().back().lines);
+  }
+
+  Ref<NSTextView> view = make<NSTextView>(CGRect{0, 0, 200, 156000});
+  Ref<NSScrollView> scrollView = make<NSScrollView>(CGRect{0, 0, 200, 150});
+  Ref<NSWindow> window;
+};
 
 }  // namespace
 
@@ -263,4 +290,47 @@ TEST_F(NSTextViewTest, PlacesCountFromTheViewsCornerWithThePadding) {
   ASSERT_EQ(rects.size(), 1u);
   EXPECT_EQ(rects[0].origin.x, 11.5);
   EXPECT_EQ(rects[0].size.width, 13);
+}
+
+TEST_F(NSTextViewLongText, ABlinkRedrawsTheCaretsPlaceAndNoLineFarFromIt) {
+  const auto set = view->layoutManager()->layout().lines()[1].shaped;
+  desktop.advance(0.5);
+  ASSERT_EQ(nativeOf(*window).paints().size(), 1u);
+  const std::vector<CGRect>& dirty = nativeOf(*window).paints()[0].dirty;
+  ASSERT_EQ(dirty.size(), 1u);
+  EXPECT_LE(dirty[0].size.width, 2);
+  EXPECT_LE(dirty[0].size.height, 17);
+  // The line with the caret and those beside it, whose letters might reach there.
+  EXPECT_LE(glyphsOfLastPaint().size(), 4u);
+  EXPECT_EQ(view->layoutManager()->layout().lines()[1].shaped, set) << "the text was set in lines again";
+}
+
+TEST_F(NSTextViewLongText, ARedrawOfAllDrawsTheLinesInSight) {
+  view->setNeedsDisplay(true);
+  desktop.settle();
+  EXPECT_GE(glyphsOfLastPaint().size(), 10u);
+  EXPECT_LE(glyphsOfLastPaint().size(), 12u);
+}
+
+TEST_F(NSTextViewLongText, OfASelectionTheLinesInSightAreFilled) {
+  view->selectAll(nullptr);
+  view->scrollPoint({0, 0});
+  desktop.settle();
+  EXPECT_GE(harness::only("fill", nativeOf(*window).paints().back().lines).size(), 10u);
+  EXPECT_LE(harness::only("fill", nativeOf(*window).paints().back().lines).size(), 16u);
+}
+
+TEST_F(NSTextViewLongText, AnotherFontOfTheDesktopSetsTheLinesAgain) {
+  const auto set = view->layoutManager()->layout().lines()[1].shaped;
+  effectiveAppearanceDidChange();
+  EXPECT_NE(view->layoutManager()->layout().lines()[1].shaped, set);
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
+}
+
+TEST_F(NSTextViewLongText, AFontThatChangesWhileTheViewIsInNoWindowReachesItToo) {
+  scrollView->removeFromSuperview();
+  const auto set = view->layoutManager()->layout().lines()[1].shaped;
+  effectiveAppearanceDidChange();
+  EXPECT_NE(view->layoutManager()->layout().lines()[1].shaped, set);
 }

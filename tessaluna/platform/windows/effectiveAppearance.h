@@ -1,0 +1,16 @@
+// Fonts and colors of the desktop that change while the program runs.
+#pragma once
+
+#include <string_view>
+
+namespace tessaluna::platform {
+
+// Posted for every change, of fonts too, without an object. What keeps something that was made with fonts or colors observes
+// it and makes that again.
+inline constexpr std::string_view NSSystemColorsDidChangeNotification = "NSSystemColorsDidChangeNotification";
+
+// Called by the backend, once for each change, when its fonts and colors are the new ones. After the notification all views of
+// all windows measure their contents again, are laid out and redrawn.
+void effectiveAppearanceDidChange();
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,47 @@
+#include "tessaluna/platform/windows/effectiveAppearance.h"
+
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+
+using namespace tessaluna::platform;
+
+namespace {
+
+using EffectiveAppearance = harness::StillWorld;
+
+class Counting : public NSView {
+ public:
+  using NSView::NSView;
+  int layouts = 0;
+  void layout() override {
+    NSView::layout();
+    ++layouts;
+  }
+};
+
+}  // namespace
+
+TEST_F(EffectiveAppearance, AChangeLaysOutAllViewsAndRedrawsTheirWindow) {
+  const auto outer = make<Counting>(CGRect{10, 10, 100, 100}), inner = make<Counting>(CGRect{0, 0, 20, 20});
+  outer->addSubview(inner);
+  const auto window = showWindowWith(outer);
+  outer->layouts = inner->layouts = 0;
+  effectiveAppearanceDidChange();
+  desktop.settle();
+  EXPECT_EQ(outer->layouts, 1);
+  EXPECT_EQ(inner->layouts, 1);
+  ASSERT_EQ(nativeOf(*window).paints().size(), 1u);
+  EXPECT_EQ(nativeOf(*window).paints()[0].dirty, (std::vector<CGRect>{{0, 0, 200, 150}}));
+}
+
+TEST_F(EffectiveAppearance, AChangeIsPostedAlsoWithoutAnApplication) {
+  NSApp.reset();
+  int posted = 0;
+  const auto token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSSystemColorsDidChangeNotification, nullptr, nullptr, [&](const Ref<NSNotification>&) { ++posted; });
+  effectiveAppearanceDidChange();
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  effectiveAppearanceDidChange();
+  EXPECT_EQ(posted, 1);
+}
