@@ -52,6 +52,11 @@ constexpr CGFloat CGRectGetMidY(CGRect r) { return r.origin.y + r.size.height * 
 constexpr CGFloat CGRectGetWidth(CGRect r) { return r.size.width < 0 ? -r.size.width : r.size.width; }
 constexpr CGFloat CGRectGetHeight(CGRect r) { return r.size.height < 0 ? -r.size.height : r.size.height; }
 
+// The same rectangle with sizes that are not negative.
+constexpr CGRect CGRectStandardize(CGRect r) {
+  return {{CGRectGetMinX(r), CGRectGetMinY(r)}, {CGRectGetWidth(r), CGRectGetHeight(r)}};
+}
+
 // True unless both sizes are positive; a size that is no number counts as empty.
 constexpr bool NSIsEmptyRect(CGRect r) { return !(r.size.width > 0 && r.size.height > 0); }
 

@@ -23,7 +23,7 @@ CGRect highResFrame(CGRect frame) {
       .left = {0.00237, 0.03}, .right = {0.99963, -0.43}, .bottom = {0.29238, 0.02}, .top = {1.00113, 0.27}};
   CGRect mark = snappedRect(frame, edges);
   // Wanted: a hundredth of a point less than from edge to edge.
-  const double width = frame.size.width;
+  const double width = CGRectGetWidth(frame);
   mark.size.width = std::floor(width * edges.right.fraction + edges.right.constant) -
                     std::floor(width * edges.left.fraction + edges.left.constant) + 0.45;
   return mark;

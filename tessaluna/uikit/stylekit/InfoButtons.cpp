@@ -115,7 +115,7 @@ void InfoButtons::drawCreditsButtonWithFrame(CGRect frame, bool isPressed) {
   letterColor->setFill();
   path->fill();
   // The inset is a point at any frame.
-  const auto circle = NSBezierPath::bezierPathWithOvalInRect(NSInsetRect(frame, 1, 1));
+  const auto circle = NSBezierPath::bezierPathWithOvalInRect(NSInsetRect(CGRectStandardize(frame), 1, 1));
   circleColor->setStroke();
   circle->setLineWidth(isPressed ? 2 : 1);
   circle->stroke();

@@ -54,7 +54,7 @@ void TransportGlyphs::drawPauseWithButtonFrame(CGRect frame) {
 }
 
 void TransportGlyphs::drawStopWithButtonFrame(CGRect frame) {
-  drawTransportGlyph([&] { return NSBezierPath::bezierPathWithRect(frame); });
+  drawTransportGlyph([&] { return NSBezierPath::bezierPathWithRect(CGRectStandardize(frame)); });
 }
 
 void TransportGlyphs::drawPreviousWithButtonFrame(CGRect frame) {

@@ -269,6 +269,15 @@ TEST_P(EveryRoutine, DrawsInAZeroSizedFrameWithoutFailing) {
   }
 }
 
+TEST_P(EveryRoutine, DrawsAFrameOfNegativeSizeAsTheSameRectangleToldTheOtherWay) {
+  constexpr CGRect frame{17, 13, 33, 27};
+  for (const auto& values : combinationsOf(routine)) {
+    const Lines usual = recordingOf([&] { routine.draw(frame, Flags(values)); });
+    for (const CGRect negative : {CGRect{50, 13, -33, 27}, CGRect{17, 40, 33, -27}, CGRect{50, 40, -33, -27}})
+      EXPECT_EQ(recordingOf([&] { routine.draw(negative, Flags(values)); }), usual) << title(routine, negative, values);
+  }
+}
+
 TEST_P(EveryImageRoutine, AnImageHasTheDefaultFramesSizeAndDrawsFromZero) {
   const CGSize size = routine.defaultFrame.size;
   const auto image = routine.imageByDefault();
