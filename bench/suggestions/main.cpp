@@ -1,6 +1,7 @@
 // Gives suggestions to a completion pop-up that shows: a thousand and ten thousand of them, on the headless backend and on
 // Qt, and beside that QCompleter with a thousand rows in its shown pop-up. All are measured in turns. Here all rows are made,
-// there only the visible ones.
+// there only the visible ones. Rows that show nothing are measured too, 400 and 40,000: a list whose removals move all that
+// comes after shows there first.
 //
 //   bench_suggestions [--rounds N]
 #include <QAbstractItemView>
@@ -20,9 +21,11 @@
 #include "gallery/search/SuggestionRow.h"
 #include "tessaluna/backends/headless/HeadlessBackend.h"
 #include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/uikit/suggestions/HighlightingView.h"
 #include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 
 namespace {
@@ -40,6 +43,17 @@ std::vector<Suggestion> suggestionsOf(const std::vector<gallery::LibraryItem>& l
     suggestions.back().detailedLabel = library[i].detail;
   }
   return suggestions;
+}
+
+std::vector<Suggestion> bareSuggestions(std::size_t count) {
+  std::vector<Suggestion> suggestions;
+  for (std::size_t i = 0; i < count; ++i) suggestions.emplace_back(std::to_string(i), std::int64_t(i));
+  return suggestions;
+}
+
+std::string registerBareRow() {
+  NSNib::registerFactory("bareRow", [](NSObject&) { return make<TessalunaUIKit::HighlightingView>(CGRect{0, 0, 50, 20}); });
+  return "bareRow";
 }
 
 // One that opens something and assigns rows to it. Only the second assignment of a turn is measured: the first one replaces
@@ -80,10 +94,11 @@ class Contestant {
 // The kit's pop-up under a field, on the backend of the application.
 class KitPopUp : public Contestant {
  public:
-  KitPopUp(const char* name, std::vector<Suggestion> suggestions, std::function<void()> settle)
+  KitPopUp(const char* name, std::vector<Suggestion> suggestions, std::function<void()> settle,
+           std::string prototype = gallery::registerSuggestionRow())
       : Contestant(name), suggestions_(std::move(suggestions)), settle_(std::move(settle)) {
     window_->contentView()->addSubview(field_);
-    controller_->setSuggestionPrototype(gallery::registerSuggestionRow());
+    controller_->setSuggestionPrototype(std::move(prototype));
   }
 
  protected:
@@ -188,6 +203,14 @@ int main(int argc, char** argv) {
     print(thousand);
     print(tenThousand);
     printRatio("10,000 to 1,000, headless", tenThousand, thousand);
+
+    const std::string bareRow = registerBareRow();
+    KitPopUp fewBare("400 bare rows, headless", bareSuggestions(400), settle, bareRow);
+    KitPopUp manyBare("40,000 bare rows, headless", bareSuggestions(40000), settle, bareRow);
+    play({&fewBare, &manyBare}, rounds);
+    print(fewBare);
+    print(manyBare);
+    printRatio("40,000 to 400 bare rows", manyBare, fewBare);
   }
   NSApp.reset();
   {

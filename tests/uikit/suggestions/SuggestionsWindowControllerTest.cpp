@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <ctime>
-
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSTextView.h"
@@ -474,28 +472,6 @@ TEST_F(SuggestionsWindowControllerMouseMonitor, ASecondBeginLeavesTheFirstOnesBe
   NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown}));
   EXPECT_FALSE(popUp()->isVisible());
   NSApp = nullptr;  // with what it holds; the observer goes with the test's process
-}
-
-double secondsToReplace(SuggestionsWindowController& controller, const std::vector<Suggestion>& suggestions) {
-  double best = 1e9;
-  for (int i = 0; i < 3; ++i) {
-    const std::clock_t start = std::clock();  // of this process: others do not count
-    controller.setSuggestions(suggestions);
-    best = std::min(best, double(std::clock() - start) / CLOCKS_PER_SEC);
-  }
-  return best;
-}
-
-using SuggestionsWindowControllerEffort = harness::PopUpWorld;
-
-TEST_F(SuggestionsWindowControllerEffort, ReplacingAHundredTimesTheRowsIsNotQuadratic) {
-  NSNib::registerFactory("row", [](NSObject&) { return make<HighlightingView>(CGRect{0, 0, 50, 20}); });
-  show({});
-  const double few = secondsToReplace(*controller, suggestionsCounting(400));
-  const double many = secondsToReplace(*controller, suggestionsCounting(40000));
-  // In proportion it is 100, and with memory that no cache holds some 250; with removals that move all that is behind it is
-  // in the thousands.
-  EXPECT_LT(many, few * 700);
 }
 
 using SuggestionsWindowControllerDeathTest = harness::PopUpWorld;
