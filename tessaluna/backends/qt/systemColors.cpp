@@ -29,6 +29,7 @@ Color systemColorOf(SystemColor color) {
   switch (color) {
     case SystemColor::ControlText: return active(QPalette::WindowText);
     case SystemColor::DisabledControlText: return colorOf(palette.color(QPalette::Disabled, QPalette::WindowText));
+    case SystemColor::PlaceholderText: return active(QPalette::PlaceholderText);
     case SystemColor::AlternateSelectedControl: return active(QPalette::Highlight);
     case SystemColor::AlternateSelectedControlText: return active(QPalette::HighlightedText);
     case SystemColor::SelectedTextBackground: return selectionBehindText(palette, QPalette::Highlight);

@@ -8,6 +8,7 @@ Color defaultSystemColor(SystemColor color) {
   switch (color) {
     case SystemColor::ControlText: return {0, 0, 0, 0.85};
     case SystemColor::DisabledControlText: return {0, 0, 0, 0.35};
+    case SystemColor::PlaceholderText: return {0, 0, 0, 0.35};
     case SystemColor::AlternateSelectedControl: return {0.02, 0.39, 0.85, 1};
     case SystemColor::AlternateSelectedControlText: return {1, 1, 1, 1};
     case SystemColor::SelectedTextBackground: return {0.7, 0.84, 1, 1};

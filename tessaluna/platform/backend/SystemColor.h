@@ -9,6 +9,7 @@ namespace tessaluna::backend {
 enum class SystemColor {
   ControlText,
   DisabledControlText,
+  PlaceholderText,
   AlternateSelectedControl,
   AlternateSelectedControlText,
   SelectedTextBackground,

@@ -50,6 +50,8 @@ Ref<NSColor> NSTextFieldCell::plainTextColor() const {
   return textColor_ && isEnabled() ? textColor_ : NSCell::plainTextColor();
 }
 
+Ref<NSColor> NSTextFieldCell::placeholderColor() const { return NSColor::placeholderTextColor(); }
+
 std::string NSTextFieldCell::accessibilityRole() const {
   return std::string(isEditable_ ? NSAccessibilityTextFieldRole : NSAccessibilityStaticTextRole);
 }
@@ -144,6 +146,8 @@ Ref<NSText> NSTextFieldCell::setUpFieldEditorAttributes(const Ref<NSText>& edito
   const NSAttributes attributes = attributesOfText();
   editor->setFont(attributeObject<NSFont>(attributes, NSFontAttributeName));
   editor->setTextColor(attributeObject<NSColor>(attributes, NSForegroundColorAttributeName));
+  editor->setInsertionPointColor(nullptr);
+  editor->setSelectedTextBackgroundColor(nullptr);
   const auto style = attributeObject<NSParagraphStyle>(attributes, NSParagraphStyleAttributeName);
   editor->setAlignment(style ? style->alignment() : alignment());
   editor->setEditable(isEditable() && isEnabled());
@@ -188,7 +192,7 @@ void NSTextFieldCell::drawInteriorWithFrame(CGRect frame, NSView&) {
     if (!editor) text->drawInRect(box);
   } else if (!placeholder_.empty()) {
     NSAttributes attributes = plainAttributes();
-    attributes[NSForegroundColorAttributeName] = NSColor::disabledControlTextColor();
+    attributes[NSForegroundColorAttributeName] = placeholderColor();
     NSAttributedString(std::string_view(placeholder_), attributes).drawInRect(box);
   }
 }

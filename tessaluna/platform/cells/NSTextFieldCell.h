@@ -62,6 +62,7 @@ class NSTextFieldCell : public NSCell {
 
  protected:
   Ref<NSColor> plainTextColor() const override;
+  virtual Ref<NSColor> placeholderColor() const;
 
  private:
   Ref<NSText> editor() const;  // absent while the cell is not edited

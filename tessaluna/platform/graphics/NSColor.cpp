@@ -18,6 +18,7 @@ using enum backend::SystemColor;
 constexpr SystemColorName systemColorNames[] = {
     {"controlTextColor", ControlText},
     {"disabledControlTextColor", DisabledControlText},
+    {"placeholderTextColor", PlaceholderText},
     {"alternateSelectedControlColor", AlternateSelectedControl},
     {"alternateSelectedControlTextColor", AlternateSelectedControlText},
     {"selectedTextBackgroundColor", SelectedTextBackground},
@@ -123,6 +124,10 @@ Ref<NSColor> NSColor::controlTextColor() {
 }
 Ref<NSColor> NSColor::disabledControlTextColor() {
   static const Ref<NSColor> color = systemColor("disabledControlTextColor");
+  return color;
+}
+Ref<NSColor> NSColor::placeholderTextColor() {
+  static const Ref<NSColor> color = systemColor("placeholderTextColor");
   return color;
 }
 Ref<NSColor> NSColor::alternateSelectedControlColor() {

@@ -43,6 +43,7 @@ class NSColor : public NSObject {
   // System colors.
   static Ref<NSColor> controlTextColor();
   static Ref<NSColor> disabledControlTextColor();
+  static Ref<NSColor> placeholderTextColor();
   static Ref<NSColor> alternateSelectedControlColor();
   static Ref<NSColor> alternateSelectedControlTextColor();
   static Ref<NSColor> selectedTextBackgroundColor();

@@ -58,6 +58,9 @@ class NSText : public NSView {
   virtual Ref<NSFont> font() const = 0;
   virtual void setFont(Ref<NSFont> font) = 0;
   virtual void setTextColor(Ref<NSColor> color) = 0;
+  // Null: the system's. Any other background serves windows at rest too.
+  void setInsertionPointColor(Ref<NSColor> color);
+  void setSelectedTextBackgroundColor(Ref<NSColor> color);
   virtual void setAlignment(NSTextAlignment alignment) = 0;
 
   bool isEditable() const { return isEditable_; }
@@ -79,10 +82,14 @@ class NSText : public NSView {
   bool isFlipped() const override { return true; }
 
  protected:
+  Ref<NSColor> insertionPointColor() const;
+  Ref<NSColor> selectedTextBackgroundColor(bool hasKeys) const;
+
   NSTextMovement movement_ = NSTextMovementOther;
 
  private:
   WeakRef<NSTextDelegate> delegate_;
+  Ref<NSColor> insertionPointColor_, selectedTextBackgroundColor_;
   bool isEditable_ = true, isSelectable_ = true, isFieldEditor_ = false;
 };
 

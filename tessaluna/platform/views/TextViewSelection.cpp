@@ -217,13 +217,13 @@ void TextViewSelection::drawRect(CGRect rect) {
   // Of a long text most is out of sight, also when all of the view is to be redrawn.
   const NSRange shown = characterRangeIn(NSIntersectionRect(rect, visibleRectNow()));
   if (selection_.anchor != selection_.head && isFirstResponder_) {
-    (hasKeys() ? NSColor::selectedTextBackgroundColor() : NSColor::unemphasizedSelectedTextBackgroundColor())->setFill();
+    selectedTextBackgroundColor(hasKeys())->setFill();
     for (const CGRect& box : rectsForRange(commonRange(selectedRange(), shown)))
       NSRectFillUsingOperation(box, NSCompositingOperationSourceOver);
   }
   drawText(shown);
   if (!blink_.isShown()) return;
-  NSColor::controlTextColor()->setFill();
+  insertionPointColor()->setFill();
   NSRectFillUsingOperation(caretRectForIndex(selection_.head), NSCompositingOperationSourceOver);
 }
 

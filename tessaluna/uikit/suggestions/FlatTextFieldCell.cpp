@@ -4,6 +4,7 @@
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
+#include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 
 namespace TessalunaUIKit {
@@ -20,6 +21,20 @@ const ClassInfo FlatTextFieldCell::staticClassInfo{.name = "TessalunaUIKit.FlatT
                                                    .base = &SuggestibleTextFieldCell::staticClassInfo,
                                                    .properties = properties};
 
+namespace {
+
+// By what a stock field stands on.
+bool isDesktopDark() {
+  const auto ground = NSColor::controlBackgroundColor()->components();
+  return 0.299 * ground.red + 0.587 * ground.green + 0.114 * ground.blue < 0.5;
+}
+
+Ref<NSColor> darkText() { return NSColor::colorWithCalibratedWhite(0, 0.85); }
+Ref<NSColor> dimmedText() { return NSColor::colorWithCalibratedWhite(0, 0.35); }
+Ref<NSColor> paleSelection() { return NSColor::colorWithCalibratedRed(0.7, 0.84, 1, 1); }
+
+}  // namespace
+
 FlatTextFieldCell::FlatTextFieldCell(NSCoder& coder) : SuggestibleTextFieldCell(coder), borderColor_(NSColor::blackColor()) {
   coder.overlookKeys({"borderColor"});
   setDrawsBackground(false);
@@ -27,6 +42,25 @@ FlatTextFieldCell::FlatTextFieldCell(NSCoder& coder) : SuggestibleTextFieldCell(
 
 FlatTextFieldCell::FlatTextFieldCell(std::string text) : SuggestibleTextFieldCell(std::move(text)) {
   stopUnimplementedInitializer("TessalunaUIKit.FlatTextFieldCell", "init(textCell:)");
+}
+
+Ref<NSColor> FlatTextFieldCell::plainTextColor() const {
+  if (!isDesktopDark()) return SuggestibleTextFieldCell::plainTextColor();
+  if (!isEnabled()) return dimmedText();
+  return textColor() ? textColor() : darkText();
+}
+
+Ref<NSColor> FlatTextFieldCell::placeholderColor() const {
+  return isDesktopDark() ? dimmedText() : SuggestibleTextFieldCell::placeholderColor();
+}
+
+Ref<NSText> FlatTextFieldCell::setUpFieldEditorAttributes(const Ref<NSText>& editor) {
+  const Ref<NSText> ready = SuggestibleTextFieldCell::setUpFieldEditorAttributes(editor);
+  if (isDesktopDark()) {
+    ready->setInsertionPointColor(darkText());
+    ready->setSelectedTextBackgroundColor(paleSelection());
+  }
+  return ready;
 }
 
 void FlatTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {

@@ -21,6 +21,14 @@ class FlatTextFieldCell : public SuggestibleTextFieldCell {
   // The frame fades toward light gray while the application is not active; whoever changes that asks for the redraw. The
   // program stops without NSApp.
   void drawWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
+  // The shape stays white on a dark desktop. There the texts, the caret and the selection are those of a light one, but for
+  // a text color of the host's.
+  tessaluna::platform::Ref<tessaluna::platform::NSText> setUpFieldEditorAttributes(
+      const tessaluna::platform::Ref<tessaluna::platform::NSText>& editor) override;
+
+ protected:
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> plainTextColor() const override;
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> placeholderColor() const override;
 
  private:
   tessaluna::platform::Ref<tessaluna::platform::NSColor> borderColor_;

@@ -130,11 +130,13 @@ TEST_F(QtBackendTest, SystemColorsAreThePalettes) {
   QPalette palette;
   palette.setColor(QPalette::Active, QPalette::WindowText, QColor(10, 20, 30, 40));
   palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(50, 60, 70));
+  palette.setColor(QPalette::Active, QPalette::PlaceholderText, QColor(80, 90, 100, 128));
   QApplication::setPalette(palette);
   const Color text = desktop.systemColor(SystemColor::ControlText);
   EXPECT_NEAR(text.red, 10.0 / 255, 1e-4);
   EXPECT_NEAR(text.alpha, 40.0 / 255, 1e-4);
   EXPECT_NEAR(desktop.systemColor(SystemColor::DisabledControlText).blue, 70.0 / 255, 1e-4);
+  EXPECT_NEAR(desktop.systemColor(SystemColor::PlaceholderText).green, 90.0 / 255, 1e-4);
   QApplication::setPalette(QPalette());
 }
 

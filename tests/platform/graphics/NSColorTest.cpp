@@ -225,6 +225,7 @@ TEST_F(NSColorOnADesktop, EverySystemColorAsksTheDesktopForItself) {
   const std::pair<tessaluna::backend::SystemColor, Ref<NSColor>> all[] = {
       {ControlText, NSColor::controlTextColor()},
       {DisabledControlText, NSColor::disabledControlTextColor()},
+      {PlaceholderText, NSColor::placeholderTextColor()},
       {AlternateSelectedControl, NSColor::alternateSelectedControlColor()},
       {AlternateSelectedControlText, NSColor::alternateSelectedControlTextColor()},
       {SelectedTextBackground, NSColor::selectedTextBackgroundColor()},

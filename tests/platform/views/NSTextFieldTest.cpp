@@ -65,12 +65,23 @@ TEST_F(NSTextFieldTest, AFieldHasAFrameAndABackground) {
   EXPECT_TRUE(drawn(*field).empty());
 }
 
-TEST_F(NSTextFieldTest, AnEmptyFieldShowsItsPlaceholderInTheColorOfDisabledText) {
+TEST_F(NSTextFieldTest, AnEmptyFieldShowsItsPlaceholderInTheColorOfPlaceholders) {
   const auto field = make<NSTextField>(CGRect{0, 0, 100, 22});
   field->setPlaceholderString("x");
+  desktop.setSystemColor(tessaluna::backend::SystemColor::PlaceholderText, {0.25, 0.5, 0.75, 1});
   EXPECT_EQ(only("glyphs", drawn(*field)), Lines{R"({"op":"glyphs","glyphs":[[120,0,0]]})"});
+  EXPECT_EQ(only("setFillColor", drawn(*field)).back(),
+            R"({"op":"setFillColor","color":[0.25,0.5,0.75,1],"named":"placeholderTextColor"})");
   field->setStringValue("y");
   EXPECT_EQ(only("glyphs", drawn(*field)), Lines{R"({"op":"glyphs","glyphs":[[121,0,0]]})"});
+}
+
+TEST_F(NSTextFieldTest, OneToWriteInHasAHeightButNoWidthOfItsOwn) {
+  const auto field = make<NSTextField>(CGRect{0, 0, 120, 50});
+  field->setStringValue("x");
+  EXPECT_EQ(field->intrinsicContentSize(), (CGSize{NSView::noIntrinsicMetric, field->cell()->cellSize().height}));
+  field->setEditable(false);
+  EXPECT_EQ(field->intrinsicContentSize(), field->cell()->cellSize());
 }
 
 TEST_F(NSTextFieldTest, TheTextsColorFollowsEnabledAndTheGroundUnlessItHasItsOwn) {

@@ -118,6 +118,83 @@ TEST_F(FlatTextFieldCellTest, ADeactivationAsksForNoRedrawAndShowsWithTheNextOne
   EXPECT_NE(harness::only("setFillColor", nativeOf(*window).paints().back().lines), active);
 }
 
+// The shape is white on every desktop.
+class FlatTextFieldCellOnADarkDesktop : public harness::StillWorld {
+ protected:
+  FlatTextFieldCellOnADarkDesktop() {
+    using enum tessaluna::backend::SystemColor;
+    field->setCell(cell);
+    cell->setEditable(true);
+    desktop.setSystemColor(ControlBackground, {0.1, 0.1, 0.1, 1});
+    for (const auto text : {ControlText, DisabledControlText, PlaceholderText}) desktop.setSystemColor(text, {1, 1, 1, 1});
+    for (const auto ground : {SelectedTextBackground, UnemphasizedSelectedTextBackground})
+      desktop.setSystemColor(ground, {0.2, 0.2, 0.3, 1});
+  }
+
+  // The color that the last text was drawn in.
+  std::string textColor() {
+    const Lines lines = harness::recordingOf([&] { cell->drawWithFrame({0, 0, 100, 24}, *field); });
+    EXPECT_EQ(harness::only("glyphs", lines).size(), 1u);
+    return harness::only("setFillColor", lines).back();
+  }
+
+  Ref<NSTextField> field = make<NSTextField>(CGRect{0, 0, 100, 24});
+  NSCoder coder;
+  Ref<FlatTextFieldCell> cell = make<FlatTextFieldCell>(coder);
+};
+
+TEST_F(FlatTextFieldCellOnADarkDesktop, ItsTextsAreDark) {
+  cell->setStringValue("x");
+  EXPECT_EQ(textColor(), R"({"op":"setFillColor","color":[0,0,0,0.85]})");
+  cell->setEnabled(false);
+  EXPECT_EQ(textColor(), R"({"op":"setFillColor","color":[0,0,0,0.35]})");
+  cell->setEnabled(true);
+  cell->setStringValue("");
+  cell->setPlaceholderString("y");
+  EXPECT_EQ(textColor(), R"({"op":"setFillColor","color":[0,0,0,0.35]})");
+}
+
+TEST_F(FlatTextFieldCellOnADarkDesktop, ATextColorOfTheHostsStays) {
+  cell->setStringValue("x");
+  cell->setTextColor(NSColor::colorWithCalibratedRed(0.5, 0.25, 0, 1));
+  EXPECT_EQ(textColor(), R"({"op":"setFillColor","color":[0.5,0.25,0,1]})");
+}
+
+TEST_F(FlatTextFieldCellOnADarkDesktop, ItsEditorIsReadableTooAndAStockFieldsIsTheDesktops) {
+  const auto stock = make<NSTextField>(CGRect{0, 30, 100, 24});
+  const auto window = showWindowWith(field);
+  window->contentView()->addSubview(stock);
+  const auto colors = [&](const Ref<NSTextField>& edited) {
+    edited->setStringValue("x");
+    edited->selectText(nullptr);
+    const Ref<NSText> editor = edited->currentEditor();
+    const auto drawn = [&] {
+      return harness::only("setFillColor", harness::recordingOf([&] { editor->drawRect(editor->bounds()); }));
+    };
+    Lines lines = drawn();
+    editor->setSelectedRange({1, 0});
+    const Lines withCaret = drawn();
+    lines.insert(lines.end(), withCaret.begin(), withCaret.end());
+    return lines;
+  };
+  const std::string dark = R"({"op":"setFillColor","color":[0,0,0,0.85]})";
+  EXPECT_EQ(colors(field), (Lines{R"({"op":"setFillColor","color":[0.7,0.84,1,1]})", dark, dark, dark}));
+  const std::string light = R"({"op":"setFillColor","color":[1,1,1,1],"named":"controlTextColor"})";
+  EXPECT_EQ(colors(stock), (Lines{R"({"op":"setFillColor","color":[0.2,0.2,0.3,1],"named":"selectedTextBackgroundColor"})",
+                                  light, light, light}));
+}
+
+TEST_F(FlatTextFieldCellTest, OnALightDesktopItsTextsAreTheDesktops) {
+  const auto flat = make<FlatTextFieldCell>(coder);
+  flat->setStringValue("x");
+  desktop.setSystemColor(tessaluna::backend::SystemColor::ControlText, {0.2, 0.1, 0, 1});
+  EXPECT_EQ(harness::only("setFillColor", harness::recordingOf([&] {
+                            flat->drawWithFrame({0, 0, 100, 24}, *field);
+                          }))
+                .back(),
+            R"({"op":"setFillColor","color":[0.2,0.1,0,1],"named":"controlTextColor"})");
+}
+
 using FlatTextFieldCellDeathTest = FlatTextFieldCellTest;
 
 TEST_F(FlatTextFieldCellDeathTest, InitTextCellIsNotSupported) {
