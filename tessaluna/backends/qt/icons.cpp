@@ -11,8 +11,11 @@
 #include <cmath>
 #include <utility>
 
+#include "tessaluna/backends/qt/decodeImage.h"
 #include "tessaluna/backends/raster/Bitmap.h"
 #include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/backend/imageDecoder.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/graphics/CGContext.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 
@@ -21,6 +24,9 @@ namespace tessaluna::backend::qt {
 using namespace tessaluna::platform;
 
 namespace {
+
+// A program that makes icons may have no backend, and its covers come as bytes. It links this file, and with it this.
+[[maybe_unused]] const bool isDecoderSet = (setImageDecoderWithoutBackend(decodeImage), true);
 
 // Where the image's points, y up, come to lie among pixels that count downward from the upper left corner.
 struct Placement {
@@ -143,6 +149,7 @@ QIcon icon(Ref<NSImage> image) {
 }
 
 QIcon iconOfDrawing(CGSize size, std::function<void(CGRect)> draw) {
+  if (!draw) stopProgram("iconOfDrawing: an empty drawing");
   return icon(NSImage::imageWithSize(size, false, [draw = std::move(draw)](CGRect frame) {
     draw(frame);
     return true;

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/backend/imageDecoder.h"
 #include "tessaluna/platform/graphics/CGContext.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSImageRep.h"
@@ -18,6 +19,13 @@ std::map<std::string, Ref<NSImage>>& namedImages() {
   return images;
 }
 
+std::shared_ptr<const backend::ImagePixels> decode(std::span<const std::byte> bytes) {
+  if (const backend::Backend* backend = backend::Backend::current()) return backend->decodeImage(bytes);
+  const backend::ImageDecoder decoder = backend::imageDecoderWithoutBackend();
+  if (!decoder) stopProgram("NSImage: an image was decoded without a backend");
+  return decoder(bytes);
+}
+
 }  // namespace
 
 NSImage::NSImage(CGSize size, bool flipped, DrawingHandler handler)
@@ -30,11 +38,9 @@ Ref<NSImage> NSImage::imageWithSize(CGSize size, bool flipped, DrawingHandler ha
 }
 
 Ref<NSImage> NSImage::initWithData(std::span<const std::byte> bytes) {
-  const backend::Backend* backend = backend::Backend::current();
-  if (!backend) stopProgram("NSImage: an image was decoded without a backend");
-  auto pixels = backend->decodeImage(bytes);
+  const auto pixels = decode(bytes);
   if (!pixels) return nullptr;
-  const auto representation = make<NSImageRep>(std::move(pixels));
+  const auto representation = make<NSImageRep>(pixels);
   auto image = make<NSImage>(representation->size());
   image->addRepresentation(representation);
   return image;

@@ -22,7 +22,8 @@ class NSImage : public NSObject {
   // The handler draws into the current context, in the rectangle (0, 0, size), y up unless flipped, and returns whether
   // it could. Nothing is drawn until the image is.
   static Ref<NSImage> imageWithSize(CGSize size, bool flipped, DrawingHandler handler);
-  // Absent for bytes that the backend cannot decode; needs a backend. The bytes are not kept.
+  // Null for bytes that cannot be decoded. Needs a backend, or a library that decodes without one, as that of the icons does
+  // in a Qt program. The bytes are not kept.
   static Ref<NSImage> initWithData(std::span<const std::byte> bytes);
   // An image that the host has given this name; absent if none has it.
   static Ref<NSImage> imageNamed(const std::string& name);

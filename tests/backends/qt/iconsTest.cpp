@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QBuffer>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyle>
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <span>
 
 #include "tessaluna/backends/raster/Bitmap.h"
 #include "tessaluna/backends/raster/RasterCanvas.h"
@@ -329,5 +331,20 @@ TEST(iconsTest, ShowsOnAButtonPixelForPixel) {
                 largestDifference(shown.copy(QRect(QPoint(x, y), expected.size())), expected) == 0;
   EXPECT_TRUE(isFound) << "at scale " << grabbed.devicePixelRatio();
 }
+
+TEST(iconsTest, CoverFromBytesNeedsNoBackend) {
+  ASSERT_EQ(Backend::current(), nullptr);
+  QImage cover(2, 2, QImage::Format_RGB32);
+  cover.fill(QColor(10, 200, 30));
+  QByteArray png;
+  QBuffer buffer(&png);
+  ASSERT_TRUE(buffer.open(QIODevice::WriteOnly) && cover.save(&buffer, "PNG"));
+  const auto bytes = std::as_bytes(std::span(png.constData(), static_cast<std::size_t>(png.size())));
+  const QIcon shown = icon(NSImage::initWithData(bytes));
+  EXPECT_EQ(pixelsOf(shown.pixmap(QSize(20, 20), 1)).pixelColor(10, 10), QColor(10, 200, 30));
+  EXPECT_TRUE(icon(NSImage::initWithData(bytes.first(10))).isNull());
+}
+
+TEST(iconsDeathTest, EmptyDrawingStopsTheProgram) { EXPECT_DEATH(iconOfDrawing({16, 16}, {}), "an empty drawing"); }
 
 }  // namespace tessaluna::backend::qt

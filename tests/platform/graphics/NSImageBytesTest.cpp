@@ -1,5 +1,6 @@
 #include <cstring>
 
+#include "tessaluna/platform/backend/imageDecoder.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSImage.h"
@@ -124,6 +125,23 @@ TEST_F(NSImageBytesTest, AnImageIsFoundByTheNameThatItWasGiven) {
   EXPECT_EQ(NSImage::imageNamed("cover"), image);
   NSImage::setImageNamed("cover", nullptr);
   EXPECT_EQ(NSImage::imageNamed("cover"), nullptr);
+}
+
+TEST(NSImageWithoutABackend, IsDecodedByTheLibraryThatDoesItThere) {
+  ASSERT_EQ(tessaluna::backend::Backend::current(), nullptr);
+  tessaluna::backend::setImageDecoderWithoutBackend([](std::span<const std::byte> bytes) {
+    auto pixels = std::make_shared<tessaluna::backend::ImagePixels>();
+    pixels->width = static_cast<int>(bytes.size());
+    pixels->height = 1;
+    pixels->argb.resize(bytes.size());
+    return bytes.empty() ? nullptr : std::shared_ptr<const tessaluna::backend::ImagePixels>(pixels);
+  });
+  const std::byte three[3] = {};
+  const auto image = NSImage::initWithData(three);
+  ASSERT_TRUE(image);
+  EXPECT_EQ(image->size(), (CGSize{3, 1}));
+  EXPECT_FALSE(NSImage::initWithData({}));
+  tessaluna::backend::setImageDecoderWithoutBackend(nullptr);
 }
 
 TEST(NSImageBytesDeathTest, DecodingWithoutABackendStopsTheProgram) {

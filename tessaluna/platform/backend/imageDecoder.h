@@ -1,0 +1,19 @@
+// Who decodes pictures in a program that has no backend, as it shows glyphs and covers but no views.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <span>
+
+#include "tessaluna/platform/backend/ImagePixels.h"
+
+namespace tessaluna::backend {
+
+// Absent for bytes that hold no picture, are cut off, or claim too many pixels.
+using ImageDecoder = std::shared_ptr<const ImagePixels> (*)(std::span<const std::byte> bytes);
+
+// Null at the start. A backend that is there decodes by itself.
+void setImageDecoderWithoutBackend(ImageDecoder decoder);
+ImageDecoder imageDecoderWithoutBackend();
+
+}  // namespace tessaluna::backend
