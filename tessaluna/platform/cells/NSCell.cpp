@@ -53,6 +53,8 @@ NSCell::NSCell(Ref<NSImage> image) { copied_.image = std::move(image); }
 NSCell::NSCell(const NSCell& other) : NSObject(), NSAccessibility(), CellValue(), copied_(other.copied_) {}
 NSCell::~NSCell() = default;
 
+bool NSCell::isEnabled() const { return copied_.isEnabled && (!controlView_ || controlView_->areControlsEnabled()); }
+
 Ref<NSAttributedString> NSCell::attributedStringValue() const {
   const Ref<NSObject> value = objectValue();
   if (auto attributed = std::dynamic_pointer_cast<NSAttributedString>(value)) return attributed;

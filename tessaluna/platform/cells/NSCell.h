@@ -55,7 +55,7 @@ class NSCell : public NSObject, public NSAccessibility, public CellValue {
   void setControlView(NSView* view) { controlView_ = view; }
 
   // Plain stores; the control that sets them asks for the redraw.
-  bool isEnabled() const { return copied_.isEnabled; }
+  bool isEnabled() const;  // false also where a view above the control disables it
   void setEnabled(bool isEnabled) { copied_.isEnabled = isEnabled; }
   bool isHighlighted() const { return copied_.isHighlighted; }
   void setHighlighted(bool isHighlighted) { copied_.isHighlighted = isHighlighted; }

@@ -221,6 +221,11 @@ void NSControl::viewDidHide() {
   NSView::viewDidHide();
 }
 
+void NSControl::enablesControlsDidChange() {
+  if (!isEnabled()) endPress();
+  NSAccessibilityPostNotification(cell_, NSAccessibilityEnabledChangedNotification);
+}
+
 void NSControl::windowWillChange() {
   endPress();
   NSView::windowWillChange();

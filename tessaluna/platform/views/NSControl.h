@@ -64,6 +64,7 @@ class NSControl : public NSView, public CellValue {
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;
   void viewDidHide() override;
+  void enablesControlsDidChange() override;
 
  protected:
   // The cell stands for the control.

@@ -113,6 +113,11 @@ void NSTextField::viewDidHide() {
   NSControl::viewDidHide();
 }
 
+void NSTextField::enablesControlsDidChange() {
+  if (!isEnabled() && window() && currentEditor()) window()->endEditingFor(this);
+  NSControl::enablesControlsDidChange();
+}
+
 void NSTextField::windowWillChange() {
   if (currentEditor()) window()->endEditingFor(this);
   NSControl::windowWillChange();

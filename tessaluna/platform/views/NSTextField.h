@@ -34,11 +34,15 @@ class NSTextField : public NSControl, public NSTextDelegate {
   bool isSelectable() const;
   void setPlaceholderString(std::string text);
 
+  // A text to be written has a height but no width of its own.
+  CGSize intrinsicContentSize() const override;
+
   // While the field is edited its value is the text in the editor.
   Ref<NSObject> objectValue() const override;
   void setObjectValue(Ref<NSObject> value) override;
   void setEnabled(bool isEnabled) override;  // disabling ends the editing
   void viewDidHide() override;               // so does hiding, also of a view above it
+  void enablesControlsDidChange() override;  // and so does what disables it from above
 
   // Not kept alive.
   Ref<NSTextFieldDelegate> delegate() const { return delegate_.lock(); }

@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/ViewTracking.h"
 
+#include <utility>
+
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/views/NSView.h"
@@ -14,6 +16,27 @@ NSView* ViewTracking::hitTest(CGPoint point) {
   for (auto view = subviews().rbegin(); view != subviews().rend(); ++view)
     if (NSView* hit = (*view)->hitTest(own)) return hit;
   return &asView();
+}
+
+void ViewTracking::setEnablesControls(bool enables) {
+  if (std::exchange(enablesControls_, enables) == enables) return;
+  if (superview() && !superview()->areControlsEnabled()) return;
+  setNeedsDisplay(true);
+  tellEnablesControls(asView());
+}
+
+bool ViewTracking::areControlsEnabled() const {
+  for (const NSView* view = &asView(); view; view = view->superview())
+    if (!view->enablesControls_) return false;
+  return true;
+}
+
+void ViewTracking::tellEnablesControls(NSView& view) {
+  const Ref<NSObject> held = view.weak_from_this().lock();
+  const std::vector<Ref<NSView>> copy = view.subviews();
+  view.enablesControlsDidChange();
+  for (const Ref<NSView>& subview : copy)
+    if (static_cast<ViewTracking&>(*subview).enablesControls_) tellEnablesControls(*subview);
 }
 
 void ViewTracking::addTrackingArea(const Ref<NSTrackingArea>& area) { trackingAreas_.push_back(area); }

@@ -17,6 +17,13 @@ class ViewTracking : public ViewDrawing {
   // The point is in the superview's coordinates.
   virtual NSView* hitTest(CGPoint point);
 
+  // An addition: where it is off, the controls in the view, itself included, are disabled, whatever each was set to, which
+  // it is again when it is on. On at the start.
+  void setEnablesControls(bool enables);
+  bool areControlsEnabled() const;  // false also below a view where it is off
+  // The answer has changed, by this view or one above.
+  virtual void enablesControlsDidChange() {}
+
   // Whether a drag that begins on this view moves the window, where the window is movable by its background.
   virtual bool mouseDownCanMoveWindow() const { return !isOpaque(); }
 
@@ -47,6 +54,7 @@ class ViewTracking : public ViewDrawing {
   friend class NSWindow;
   // A change of a view's place changes what is visible of all views below it.
   void visibleAreaDidChange();
+  static void tellEnablesControls(NSView& view);
 
   struct CursorRect {
     CGRect rect;
@@ -57,6 +65,7 @@ class ViewTracking : public ViewDrawing {
   std::vector<CursorRect> cursorRects_;
   std::string toolTip_;
   bool areCursorRectsValid_ = false;
+  bool enablesControls_ = true;
 };
 
 }  // namespace tessaluna::platform

@@ -446,6 +446,51 @@ TEST_F(NSControlTest, WithoutAnApplicationTheActionStillReachesItsTarget) {
   EXPECT_EQ(target->acts, 1);
 }
 
+TEST_F(NSControlTest, AControlBelowAViewThatDisablesItTakesNoPressAndIsAfterwardsAsItWas) {
+  const auto disabled = make<NSControl>(CGRect{60, 10, 40, 40});
+  disabled->setEnabled(false);
+  window->contentView()->addSubview(disabled);
+  window->contentView()->setEnablesControls(false);
+  EXPECT_FALSE(control->isEnabled());
+  EXPECT_FALSE(cell->isAccessibilityEnabled());
+  user.press(*window, {15, 45});
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+  EXPECT_THAT(cell->log, ElementsAre());
+  const auto late = make<NSControl>(CGRect{110, 10, 40, 40});
+  window->contentView()->addSubview(late);
+  EXPECT_FALSE(late->isEnabled());
+
+  window->contentView()->setEnablesControls(true);
+  EXPECT_TRUE(control->isEnabled());
+  EXPECT_TRUE(late->isEnabled());
+  EXPECT_FALSE(disabled->isEnabled());
+  user.press(*window, {15, 45});
+  user.release();
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSControlTest, WhatIsSetWhileItIsDisabledFromAboveCountsAfterwards) {
+  window->contentView()->setEnablesControls(false);
+  control->setEnabled(true);
+  EXPECT_FALSE(control->isEnabled());
+  control->setEnabled(false);
+  window->contentView()->setEnablesControls(true);
+  EXPECT_FALSE(control->isEnabled());
+}
+
+TEST_F(NSControlTest, AControlThatIsDisabledFromAboveStopsTracking) {
+  user.press(*window, {15, 45});
+  nativeOf(*window).forgetPaints();
+  window->contentView()->setEnablesControls(false);
+  EXPECT_EQ(cell->log.back(), "stop");
+  EXPECT_FALSE(control->isHighlighted());
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
+}
+
 TEST_F(NSControlTest, EnablingAndHighlightingAskForARedraw) {
   nativeOf(*window).forgetPaints();
   control->setEnabled(false);

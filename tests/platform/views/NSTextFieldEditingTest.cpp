@@ -414,6 +414,17 @@ TEST_F(NSTextFieldEditingTest, ARingShowsWhereTheKeysGo) {
   EXPECT_EQ(rings(), 1u);
 }
 
+TEST_F(NSTextFieldEditingTest, AFieldThatIsDisabledFromAboveIsEditedNoLonger) {
+  begin("ab");
+  window->contentView()->setEnablesControls(false);
+  EXPECT_EQ(editor(), nullptr);
+  field->selectText(nullptr);
+  EXPECT_EQ(editor(), nullptr);
+  window->contentView()->setEnablesControls(true);
+  field->selectText(nullptr);
+  EXPECT_NE(editor(), nullptr);
+}
+
 TEST_F(NSTextFieldEditingTest, ThePlaceholderShowsAsLongAsNothingIsTyped) {
   field->setPlaceholderString("Q");
   begin();
