@@ -124,11 +124,11 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
   ToolTip toolTip_;
 };
 
-EmbeddingHost::EmbeddingHost(QWidget& topLevel, KeysSentEarly& keysSentEarly)
+EmbeddingHost::EmbeddingHost(QWidget& topLevel)
     : topLevel_(topLevel),
       window_(make<NSWindow>(rectOnScreen(topLevel.geometry()), NSWindowStyleMaskTitled, NSBackingStoreBuffered, true)),
       native_(new NativeSide(*this)),
-      relay_(window_->windowClient(), keysSentEarly),
+      relay_(window_->windowClient()),
       knownScale_(topLevel.devicePixelRatioF()) {
   displayTimer_.setSingleShot(true);
   connect(&displayTimer_, &QTimer::timeout, this, &EmbeddingHost::display);
@@ -138,7 +138,6 @@ EmbeddingHost::EmbeddingHost(QWidget& topLevel, KeysSentEarly& keysSentEarly)
   window_->setOpaque(false);
   window_->setBackgroundColor(NSColor::clearColor());
   window_->adoptNativeWindow(std::unique_ptr<NativeWindow>(native_));
-  placeTopLevel();
   activationChanged();
 }
 
@@ -153,6 +152,7 @@ void EmbeddingHost::add(QtViewWidget& widget) {
   const auto clip = make<NSView>(CGRect{});
   clip->setAutoresizesSubviews(false);
   clip->setHidden(true);
+  clip->setEnablesControls(widget.isEnabled());
   clip->addSubview(widget.view());
   window_->contentView()->addSubview(clip);
   embedded_.push_back({&widget, clip});
@@ -203,7 +203,16 @@ void EmbeddingHost::place(const Embedded& embedded) {
   widget.view()->setFrame({{whole.origin.x - clip.origin.x, CGRectGetMaxY(clip) - CGRectGetMaxY(whole)}, whole.size});
 }
 
-void EmbeddingHost::activationChanged() { window_->windowClient().nativeKeyStatusChanged(topLevel_.isActiveWindow()); }
+void EmbeddingHost::enabledChanged(QtViewWidget& widget) {
+  for (const Embedded& embedded : std::vector(embedded_))
+    if (embedded.widget == &widget) return embedded.clip->setEnablesControls(widget.isEnabled());
+}
+
+void EmbeddingHost::activationChanged() {
+  // A window that appears may be given its place without a word to its widget.
+  placeTopLevel();
+  window_->windowClient().nativeKeyStatusChanged(topLevel_.isActiveWindow());
+}
 
 void EmbeddingHost::redrawAll() { window_->contentView()->setNeedsDisplay(true); }
 
@@ -288,7 +297,7 @@ bool EmbeddingHost::moveFocus(FocusStep step) {
 }
 
 void EmbeddingHost::sizeHintChanged(NSView& view) {
-  if (QtViewWidget* widget = widgetOf(view)) widget->updateGeometry();
+  if (QtViewWidget* widget = widgetOf(view)) widget->sizeMayHaveChanged();
 }
 
 }  // namespace tessaluna::backend::qt

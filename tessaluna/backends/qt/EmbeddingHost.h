@@ -20,7 +20,7 @@ class QtViewWidget;
 
 class EmbeddingHost : public QObject {
  public:
-  EmbeddingHost(QWidget& topLevel, KeysSentEarly& keysSentEarly);
+  explicit EmbeddingHost(QWidget& topLevel);
   ~EmbeddingHost() override;
 
   QWidget& topLevel() { return topLevel_; }
@@ -32,6 +32,7 @@ class EmbeddingHost : public QObject {
 
   // The widget, which is one of ours, an ancestor of some or the top level itself, was moved, resized, shown or hidden.
   void placeChanged(const QWidget& widget);
+  void enabledChanged(QtViewWidget& widget);
   void activationChanged();
   void redrawAll();
 

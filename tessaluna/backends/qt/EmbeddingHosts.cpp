@@ -11,7 +11,7 @@ namespace tessaluna::backend::qt {
 EmbeddingHost& EmbeddingHosts::hostOf(QWidget& topLevel) {
   std::unique_ptr<EmbeddingHost>& host = hosts_[&topLevel];
   if (!host) {
-    host = std::make_unique<EmbeddingHost>(topLevel, keysSentEarly_);
+    host = std::make_unique<EmbeddingHost>(topLevel);
     // The host is the context as well: with the hosts gone, nobody is called.
     QObject::connect(&topLevel, &QObject::destroyed, host.get(), [this, widget = &topLevel] { hosts_.erase(widget); });
   }

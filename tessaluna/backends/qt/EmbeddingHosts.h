@@ -12,8 +12,6 @@ namespace tessaluna::backend::qt {
 
 class EmbeddingHosts {
  public:
-  explicit EmbeddingHosts(KeysSentEarly& keysSentEarly) : keysSentEarly_(keysSentEarly) {}
-
   EmbeddingHost& hostOf(QWidget& topLevel);  // made where there is none
   EmbeddingHost* hostIfAny(const QWidget& topLevel) const;
 
@@ -24,7 +22,6 @@ class EmbeddingHosts {
   void observe(const QWidget& widget, const QEvent& event);
 
  private:
-  KeysSentEarly& keysSentEarly_;
   std::map<const QObject*, std::unique_ptr<EmbeddingHost>> hosts_;
 };
 

@@ -4,7 +4,11 @@
 #include <QCursor>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QWheelEvent>
+#include <algorithm>
+#include <deque>
+#include <optional>
 #include <utility>
 
 #include "tessaluna/backends/qt/ClickCounter.h"
@@ -13,6 +17,13 @@
 #include "tessaluna/platform/events/mouseButtons.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+
+// Asks the object, and then the program's shortcuts; true if one of these took the key. Qt's test library calls it from its
+// headers, so it is as stable as they are.
+QT_BEGIN_NAMESPACE
+Q_GUI_EXPORT bool qt_sendShortcutOverrideEvent(QObject*, ulong timestamp, int key, Qt::KeyboardModifiers,
+                                               const QString& text, bool isAutoRepeat, ushort count);
+QT_END_NAMESPACE
 
 namespace tessaluna::backend::qt {
 
@@ -38,43 +49,30 @@ CGSize scrollingDeltaOf(const QWheelEvent& event) {
 
 }  // namespace
 
-void KeysSentEarly::sent(const QKeyEvent& event, Taken taken) {
-  // A press may never come, where a shortcut took the key or a widget the focus.
-  constexpr std::size_t most = 64;
-  std::erase_if(keys_, [&](const Key& key) { return key.key == event.key() && key.taken == Taken::No; });
-  if (keys_.size() == most) keys_.erase(keys_.begin());
-  keys_.push_back({event.key(), event.timestamp(), taken});
-}
-
-std::vector<KeysSentEarly::Key>::const_iterator KeysSentEarly::find(const QKeyEvent& event) const {
-  return std::find_if(keys_.begin(), keys_.end(), [&](const Key& key) {
-    return key.key == event.key() && (event.timestamp() == key.time || event.timestamp() == 0);
-  });
-}
-
-bool KeysSentEarly::wasTaken(const QKeyEvent& event) const {
-  const auto found = find(event);
-  return found != keys_.end() && found->taken == Taken::Yes;
-}
-
-std::optional<Taken> KeysSentEarly::resultOf(const QKeyEvent& event) {
-  const auto found = find(event);
-  if (found == keys_.end()) return std::nullopt;
-  const Taken taken = found->taken;
-  // Presses come in order: those before it come no more.
-  keys_.erase(keys_.begin(), found + 1);
-  return taken;
-}
-
 // Shared by the calls that are running, so that the last of them ends it.
 struct InputRelay::State {
-  State(WindowClient& client, KeysSentEarly& keysSentEarly) : client(&client), keysSentEarly(keysSentEarly) {}
+  explicit State(WindowClient& client) : client(&client) {}
 
-  WindowClient* client;  // absent once it is going
-  KeysSentEarly& keysSentEarly;
+  WindowClient* client;  // null once it is going
   ClickCounter clicks;
   Qt::MouseButtons down;
   Taken taken = Taken::Yes;  // of the event that is being sent
+  std::deque<int> claimed;   // keys whose presses are to come, in their order
+
+  void claim(int key) {
+    // A press may never come, where a filter of the program swallows it.
+    constexpr std::size_t most = 64;
+    if (claimed.size() == most) claimed.pop_front();
+    claimed.push_back(key);
+  }
+
+  bool takeClaim(int key) {
+    const auto found = std::find(claimed.begin(), claimed.end(), key);
+    if (found == claimed.end()) return false;
+    // Presses come in order: those before it come no more.
+    claimed.erase(claimed.begin(), found + 1);
+    return true;
+  }
 
   Taken send(NSEvent::Fields fields, QPointF place) {
     fields.window = client ? client->eventWindow() : nullptr;
@@ -100,8 +98,7 @@ struct InputRelay::State {
   }
 };
 
-InputRelay::InputRelay(WindowClient& client, KeysSentEarly& keysSentEarly)
-    : state_(std::make_shared<State>(client, keysSentEarly)) {}
+InputRelay::InputRelay(WindowClient& client) : state_(std::make_shared<State>(client)) {}
 
 InputRelay::~InputRelay() { clientIsGoing(); }
 
@@ -142,6 +139,11 @@ void InputRelay::mouse(const QMouseEvent& event, QPointF place) {
   state->send(std::move(fields), place);
 }
 
+void InputRelay::endPresses() {
+  const std::shared_ptr<State> state = state_;
+  state->endLostPresses(Qt::NoButton);
+}
+
 void InputRelay::pointerCrossed(Crossing crossing, QPointF place) {
   const std::shared_ptr<State> state = state_;
   state->endLostPresses(QGuiApplication::mouseButtons());
@@ -157,18 +159,29 @@ Taken InputRelay::wheel(const QWheelEvent& event, QPointF place) {
       place);
 }
 
-Taken InputRelay::key(const QKeyEvent& event) {
+// Qt asks for shortcuts before it sends a press. Only the window's views can tell whether they take the key, and to ask them
+// is to let them act: the window may be gone afterwards, which Qt survives at a press and not at its question. So every press
+// is claimed, and the shortcuts are asked when no view has taken it.
+Taken InputRelay::key(const QKeyEvent& event, QObject* parent) {
   const std::shared_ptr<State> state = state_;
-  if (event.type() == QEvent::KeyPress)
-    if (const std::optional<Taken> early = state->keysSentEarly.resultOf(event)) return *early;
   std::optional<NSEvent::Fields> fields = keyFieldsOf(event);
   if (!fields) return Taken::No;
   const bool isKeyDown = fields->type == KeyDown;
+  if (event.type() == QEvent::ShortcutOverride) {
+    if (isKeyDown) state->claim(event.key());
+    return isKeyDown ? Taken::Yes : Taken::No;
+  }
+  QObject nobody;
+  const QPointer<QObject> next = parent ? parent : &nobody;
+  const bool wasClaimed = isKeyDown && state->takeClaim(event.key());
   const Taken taken = state->send(std::move(*fields), {});
   // Nobody loses anything by seeing a release or a change of modifiers as well.
-  const Taken result = isKeyDown ? taken : Taken::No;
-  if (event.type() == QEvent::ShortcutOverride) state->keysSentEarly.sent(event, result);
-  return result;
+  if (!isKeyDown) return Taken::No;
+  if (taken == Taken::Yes || !wasClaimed || !next || !state->client) return taken;
+  return qt_sendShortcutOverrideEvent(next, event.timestamp(), event.key(), event.modifiers(), event.text(),
+                                      event.isAutoRepeat(), static_cast<ushort>(event.count()))
+             ? Taken::Yes
+             : Taken::No;
 }
 
 void InputRelay::eventWasNotTaken() { state_->taken = Taken::No; }

@@ -4,7 +4,6 @@
 #include <QClipboard>
 #include <QCursor>
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QStyle>
 #include <QTimer>
@@ -45,13 +44,6 @@ class QtBackend::ApplicationFilter : public QObject {
 
   bool eventFilter(QObject* receiver, QEvent* event) override {
     switch (event->type()) {
-      case QEvent::KeyPress: {
-        // Whatever the focus is on by now, the key has had its effect.
-        auto& key = static_cast<const QKeyEvent&>(*event);
-        const bool isDone = backend_.keysSentEarly_.wasTaken(key);
-        if (isDone) backend_.keysSentEarly_.resultOf(key);
-        return isDone;
-      }
       case QEvent::MouseButtonPress:
       case QEvent::MouseButtonDblClick:
         if (receiver->isWidgetType() && !dynamic_cast<QtViewWidget*>(receiver))
@@ -91,7 +83,7 @@ class QtBackend::ApplicationFilter : public QObject {
 
 QtBackend::QtBackend() {
   if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) stopProgram("QtBackend: made before the QApplication");
-  hosts_ = std::make_unique<EmbeddingHosts>(keysSentEarly_);
+  hosts_ = std::make_unique<EmbeddingHosts>();
   accessibility_ = std::make_unique<AccessibilityBridge>(*hosts_);
   filter_ = std::make_unique<ApplicationFilter>(*this);
 }
@@ -115,7 +107,7 @@ AccessibilityBridge* QtBackend::accessibility() {
 }
 
 std::unique_ptr<NativeWindow> QtBackend::makeWindow(WindowClient& client, const WindowOptions& options) {
-  return std::make_unique<QtWindow>(client, options, keysSentEarly_);
+  return std::make_unique<QtWindow>(client, options);
 }
 
 std::vector<Screen> QtBackend::screens() const { return allScreens(); }

@@ -14,7 +14,6 @@
 #include <QThreadPool>
 #include <memory>
 
-#include "tessaluna/backends/qt/InputRelay.h"
 #include "tessaluna/backends/qt/PopUpMenu.h"
 #include "tessaluna/backends/qt/QtTextEngine.h"
 #include "tessaluna/platform/backend/Backend.h"
@@ -50,7 +49,6 @@ class QtBackend : public Backend {
   void callElsewhere(std::function<void()> work, std::function<void()> answer) override;
   bool prefersReducedMotion() const override;
 
-  KeysSentEarly& keysSentEarly() { return keysSentEarly_; }
   EmbeddingHosts& hosts() { return *hosts_; }
   // That of the backend that lives now; absent without one, and while it goes.
   static AccessibilityBridge* accessibility();
@@ -58,7 +56,6 @@ class QtBackend : public Backend {
  private:
   class ApplicationFilter;
 
-  KeysSentEarly keysSentEarly_;
   QtTextEngine textEngine_;
   PopUpMenu menu_;
   QObject clock_;          // what is still to be called is forgotten with it

@@ -5,10 +5,12 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <cmath>
+#include <utility>
 
 #include "tessaluna/backends/qt/EmbeddingHosts.h"
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/textInput.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -20,10 +22,41 @@ namespace {
 
 int wholePoints(CGFloat length) { return static_cast<int>(std::ceil(std::fmin(length, QWIDGETSIZE_MAX))); }
 
+Ref<NSView> required(Ref<NSView> view) {
+  if (!view) stopProgram("QtViewWidget: made without a view");
+  return view;
+}
+
+// A line to write in takes the room beside it, as Qt's own does.
+QSizePolicy policyOf(const NSView& view) {
+  const CGSize intrinsic = view.intrinsicContentSize();
+  const bool hasWidth = intrinsic.width >= 0, hasHeight = intrinsic.height >= 0;
+  return {!hasWidth && hasHeight ? QSizePolicy::Expanding : QSizePolicy::Preferred,
+          hasHeight ? QSizePolicy::Fixed : QSizePolicy::Preferred};
+}
+
+bool isInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+    case QEvent::Enter:
+    case QEvent::Leave:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::InputMethod: return true;
+    default: return false;
+  }
+}
+
 }  // namespace
 
 QtViewWidget::QtViewWidget(Ref<NSView> view, QWidget* parent)
-    : QWidget(parent), view_(std::move(view)), firstSize_(view_->frame().size) {
+    : QWidget(parent), view_(required(std::move(view))), firstSize_(view_->frame().size), ownPolicy_(policyOf(*view_)) {
+  setSizePolicy(ownPolicy_);
   setFocusPolicy(Qt::TabFocus);  // a press moves the first responder, and Qt's focus follows that
   setMouseTracking(true);
   setContextMenuPolicy(Qt::PreventContextMenu);  // the right button is an event like the others
@@ -55,6 +88,24 @@ QSize QtViewWidget::minimumSizeHint() const {
   return {wholePoints(std::fmax(intrinsic.width, 0)), wholePoints(std::fmax(intrinsic.height, 0))};
 }
 
+void QtViewWidget::sizeMayHaveChanged() {
+  const QSizePolicy before = std::exchange(ownPolicy_, policyOf(*view_));
+  if (sizePolicy() == before) setSizePolicy(ownPolicy_);
+  updateGeometry();
+}
+
+// Qt sends a disabled widget neither the end of a press nor the pointer's leaving.
+void QtViewWidget::enabledDidChange() {
+  if (!host_) return;
+  const QPointer<QtViewWidget> held = this;
+  const bool isOn = isEnabled();
+  if (!isOn) host_->relay().endPresses();
+  if (held && host_ && underMouse())
+    host_->relay().pointerCrossed(isOn ? Crossing::Entered : Crossing::Left,
+                                  mapTo(&host_->topLevel(), mapFromGlobal(QPointF(QCursor::pos()))));
+  if (held && host_) host_->enabledChanged(*this);
+}
+
 // What an event calls may delete the widget: nothing of it is touched afterwards.
 bool QtViewWidget::event(QEvent* event) {
   switch (event->type()) {
@@ -64,7 +115,7 @@ bool QtViewWidget::event(QEvent* event) {
       return QWidget::event(event);
     default: break;
   }
-  if (!host_) return QWidget::event(event);
+  if (!host_ || (!isEnabled() && isInput(event->type()))) return QWidget::event(event);
   const auto inTopLevel = [this](QPointF place) { return mapTo(&host_->topLevel(), place); };
   switch (event->type()) {
     case QEvent::MouseButtonPress:
@@ -90,7 +141,8 @@ bool QtViewWidget::event(QEvent* event) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride:
-      event->setAccepted(host_->relay().key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
+      event->setAccepted(host_->relay().key(static_cast<const QKeyEvent&>(*event), isWindow() ? nullptr : parentWidget()) ==
+                         Taken::Yes);
       return true;
     case QEvent::InputMethodQuery:
       answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), host_->window(),
@@ -124,8 +176,9 @@ void QtViewWidget::changeEvent(QEvent* event) {
     case QEvent::FontChange:
     case QEvent::StyleChange:
       view_->setNeedsDisplay(true);
-      updateGeometry();
+      sizeMayHaveChanged();
       break;
+    case QEvent::EnabledChange: enabledDidChange(); break;
     default: break;
   }
 }

@@ -51,9 +51,9 @@ bool movesOnlyWhenHidden(const QWindow& window) { return window.type() == Qt::To
 
 class QtWindow::Surface : public QRasterWindow {
  public:
-  Surface(WindowClient& client, const WindowOptions& options, KeysSentEarly& keysSentEarly)
+  Surface(WindowClient& client, const WindowOptions& options)
       : client_(&client),
-        relay_(client, keysSentEarly),
+        relay_(client),
         wanted_(options.content),
         isFixed_(options.kind == WindowKind::Titled && !options.isResizable) {
     setFlags(flagsOf(options));
@@ -337,11 +337,8 @@ class QtWindow::Surface : public QRasterWindow {
 
 void QtWindow::Farewell::operator()(Surface* surface) const { surface->leave(); }
 
-QtWindow::QtWindow(WindowClient& client, const WindowOptions& options, KeysSentEarly& keysSentEarly)
-    : client_(client),
-      options_(options),
-      keysSentEarly_(keysSentEarly),
-      surface_(new Surface(client, options, keysSentEarly)) {}
+QtWindow::QtWindow(WindowClient& client, const WindowOptions& options)
+    : client_(client), options_(options), surface_(new Surface(client, options)) {}
 QtWindow::~QtWindow() = default;
 
 void QtWindow::setFrame(CGRect content) { surface_->setWantedFrame(content); }
@@ -356,7 +353,7 @@ void QtWindow::setCursor(CursorShape shape) { surface_->setCursor(qtCursorOf(sha
 void QtWindow::setOpaque(bool isOpaque) {
   options_.isOpaque = isOpaque;
   options_.content = surface_->wantedFrame();
-  std::unique_ptr<Surface, Farewell> fresh(new Surface(client_, options_, keysSentEarly_));
+  std::unique_ptr<Surface, Farewell> fresh(new Surface(client_, options_));
   fresh->takePlaceOf(*surface_);
   surface_ = std::move(fresh);
 }

@@ -9,11 +9,9 @@
 
 namespace tessaluna::backend::qt {
 
-class KeysSentEarly;
-
 class QtWindow : public QtNativeWindow {
  public:
-  QtWindow(WindowClient& client, const WindowOptions& options, KeysSentEarly& keysSentEarly);
+  QtWindow(WindowClient& client, const WindowOptions& options);
   ~QtWindow() override;
 
   void setFrame(CGRect content) override;
@@ -46,7 +44,6 @@ class QtWindow : public QtNativeWindow {
   };
   WindowClient& client_;
   WindowOptions options_;
-  KeysSentEarly& keysSentEarly_;
   std::unique_ptr<Surface, Farewell> surface_;
 };
 

@@ -34,9 +34,6 @@ class NSTextField : public NSControl, public NSTextDelegate {
   bool isSelectable() const;
   void setPlaceholderString(std::string text);
 
-  // A text to be written has a height but no width of its own.
-  CGSize intrinsicContentSize() const override;
-
   // While the field is edited its value is the text in the editor.
   Ref<NSObject> objectValue() const override;
   void setObjectValue(Ref<NSObject> value) override;

@@ -1,5 +1,6 @@
 // Keys in embedded views, and where the Tab key leads among them and the widgets around.
 #include <QLineEdit>
+#include <QPointer>
 #include <QShortcut>
 
 #include "tessaluna/platform/events/NSEvent.h"
@@ -15,6 +16,19 @@ using namespace TessalunaUIKit;
 namespace {
 
 using QtViewWidgetKeys = EmbeddedViews;
+
+// Writes down the keys that come to it.
+class Parent : public QWidget {
+ public:
+  bool event(QEvent* event) override {
+    if (overridesShortcuts && event->type() == QEvent::ShortcutOverride) event->accept();
+    return QWidget::event(event);
+  }
+  void keyPressEvent(QKeyEvent* event) override { keys.push_back(event->key()); }
+
+  std::vector<int> keys;
+  bool overridesShortcuts = false;
+};
 
 }  // namespace
 
@@ -134,6 +148,57 @@ TEST_F(QtViewWidgetKeys, TakenKeyOverridesAShortcut) {
   EXPECT_EQ(view->keys.size(), 2u);  // asked once more, and no more than once
 }
 
+TEST_F(QtViewWidgetKeys, KeyThatNobodyTakesBeginsAndEndsAShortcutOfTwoKeys) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  embed(view);
+  QShortcut shortcut(QKeySequence(Qt::Key_G, Qt::Key_I), &top);
+  int fired = 0;
+  QObject::connect(&shortcut, &QShortcut::activated, &top, [&] { ++fired; });
+  show();
+  view->window()->makeFirstResponder(view.get());
+  QTest::keyClick(top.windowHandle(), 'g');
+  QTest::keyClick(top.windowHandle(), 'i');
+  EXPECT_EQ(fired, 0);
+  EXPECT_EQ(view->keys, (std::vector<std::string>{"g", "i"}));
+  view->takesKeys = false;
+  QTest::keyClick(top.windowHandle(), 'g');
+  QTest::keyClick(top.windowHandle(), 'i');
+  EXPECT_EQ(fired, 1);
+}
+
+TEST_F(QtViewWidgetKeys, ShortcutThatAParentOverridesDoesNotFire) {
+  auto* parent = new Parent;
+  parent->overridesShortcuts = true;
+  top.layout()->addWidget(parent);
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  view->takesKeys = false;
+  new QtViewWidget(view, parent);
+  QShortcut shortcut(QKeySequence(Qt::Key_K), &top);
+  int fired = 0;
+  QObject::connect(&shortcut, &QShortcut::activated, &top, [&] { ++fired; });
+  show();
+  view->window()->makeFirstResponder(view.get());
+  QTest::keyClick(top.windowHandle(), 'k');
+  EXPECT_EQ(fired, 0);
+  EXPECT_EQ(parent->keys, std::vector<int>{Qt::Key_K});
+}
+
+TEST_F(QtViewWidgetKeys, ShortcutForAKeyThatNobodyTakesMayDeleteTheTopLevel) {
+  QPointer<QWidget> other = new QWidget;
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  view->takesKeys = false;
+  new QtViewWidget(view, other);
+  auto* shortcut = new QShortcut(QKeySequence(Qt::Key_W), other);
+  QObject::connect(shortcut, &QShortcut::activated, qApp, [&] { delete other; });
+  other->show();
+  other->activateWindow();
+  settle();
+  view->window()->makeFirstResponder(view.get());
+  QTest::keyClick(other->windowHandle(), 'w');
+  settle();
+  EXPECT_FALSE(other);
+}
+
 TEST_F(QtViewWidgetKeys, TakenKeyHasNoSecondEffectOnWhereTheFocusWent) {
   auto* edit = new QLineEdit;
   top.layout()->addWidget(edit);
@@ -159,11 +224,6 @@ TEST_F(QtViewWidgetKeys, TakenKeyHasNoSecondEffectOnWhereTheFocusWent) {
 }
 
 TEST_F(QtViewWidgetKeys, KeyThatNobodyTakesGoesOnToTheParentWidget) {
-  class Parent : public QWidget {
-   public:
-    void keyPressEvent(QKeyEvent* event) override { keys.push_back(event->key()); }
-    std::vector<int> keys;
-  };
   Parent parent;
   const auto view = make<Witness>(CGRect{0, 0, 50, 50});
   auto* widget = new QtViewWidget(view, &parent);

@@ -1,6 +1,7 @@
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
 #include <QScrollArea>
@@ -20,6 +21,7 @@
 #include "tessaluna/platform/time/NSAnimationContext.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/views/NSViewAnimator.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 #include "tests/backends/qt/EmbeddedViews.h"
 
 namespace tessaluna::backend::qt {
@@ -99,6 +101,54 @@ TEST_F(QtViewWidgetTest, SizeHintIsTheIntrinsicSizeOrTheFrame) {
   view->invalidateIntrinsicContentSize();
   settle();
   EXPECT_EQ(top.sizeHint().width(), width + 50);
+}
+
+TEST_F(QtViewWidgetTest, FieldKeepsItsHeightAndTakesTheWidthThatThereIs) {
+  const auto field = make<NSTextField>(CGRect{0, 0, 120, 24});
+  QtViewWidget* widget = embed(field);
+  EXPECT_EQ(widget->sizeHint().width(), 120);
+  const int height = widget->sizeHint().height();
+  top.layout()->addWidget(new QLabel("beside it"));
+  top.resize(500, 300);
+  show();
+  EXPECT_EQ(widget->height(), height);
+  EXPECT_GT(widget->width(), 300);
+}
+
+TEST_F(QtViewWidgetTest, SizePolicyIsTheViewsUntilTheProgramSetsOne) {
+  const auto label = NSTextField::labelWithString("a label");
+  QtViewWidget* widget = embed(label);
+  EXPECT_EQ(widget->sizePolicy(), QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed));
+  EXPECT_EQ(embed(make<NSView>(CGRect{0, 0, 20, 20}))->sizePolicy(),
+            QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred));
+  show();
+  label->setEditable(true);
+  EXPECT_EQ(widget->sizePolicy(), QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed));
+  const QSizePolicy own(QSizePolicy::Ignored, QSizePolicy::Ignored);
+  widget->setSizePolicy(own);
+  label->setEditable(false);
+  EXPECT_EQ(widget->sizePolicy(), own);
+}
+
+TEST_F(QtViewWidgetTest, IsFoundAsAChild) {
+  QtViewWidget* widget = embed(make<NSView>(CGRect{0, 0, 20, 20}));
+  top.layout()->addWidget(new QWidget);
+  EXPECT_EQ(top.findChildren<QtViewWidget*>(), QList<QtViewWidget*>{widget});
+  EXPECT_STREQ(widget->metaObject()->className(), "tessaluna::backend::qt::QtViewWidget");
+}
+
+TEST_F(QtViewWidgetTest, PopUpOfABareFieldOpensBelowIt) {
+  const auto field = make<NSTextField>(CGRect{0, 0, 120, 24});
+  const QtViewWidget* widget = embed(field);
+  top.resize(300, 200);
+  show();
+  const auto popUp = make<TessalunaUIKit::SuggestionsWindowController>();
+  popUp->beginForTextField(field);
+  const CGRect frame = popUp->window()->frame();
+  const CGPoint lowerCorner = pointOnScreen(top.geometry().topLeft() + inTop(*widget, {0, widget->height()}));
+  EXPECT_NEAR(frame.origin.x, lowerCorner.x, 1);
+  EXPECT_NEAR(CGRectGetMaxY(frame), lowerCorner.y - 2, 1);
+  popUp->cancelSuggestions();
 }
 
 TEST_F(QtViewWidgetTest, ViewsOfOneTopLevelShareOneWindow) {
@@ -280,9 +330,7 @@ TEST_F(QtViewWidgetTest, SystemColorsFollowThePaletteOfTheProgram) {
 }
 
 TEST_F(QtViewWidgetTest, FontOfTheProgramReachesLabelsAndTheirSizes) {
-  const auto label = make<NSTextField>(CGRect{0, 0, 50, 20});
-  label->setEditable(false);
-  label->setStringValue("Wide or narrow");
+  const auto label = NSTextField::labelWithString("Wide or narrow");
   label->setFont(NSFont::systemFontOfSize(13));
   QtViewWidget* widget = embed(label);
   show();
@@ -409,5 +457,9 @@ TEST_F(QtViewWidgetTest, AnAnimationOfAnEmbeddedViewStepsAndArrives) {
   EXPECT_EQ(witness->frame(), (CGRect{0, 0, 80, 20}));
   EXPECT_GT(witness->draws.size(), 3u);
 }
+
+using QtViewWidgetDeathTest = QtViewWidgetTest;
+
+TEST_F(QtViewWidgetDeathTest, NullViewStopsTheProgram) { EXPECT_DEATH(QtViewWidget(nullptr), "made without a view"); }
 
 }  // namespace tessaluna::backend::qt

@@ -1,0 +1,133 @@
+// Widgets that are disabled, by themselves or with a widget above, and enabled again.
+#include <QLineEdit>
+
+#include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tests/backends/qt/EmbeddedViews.h"
+
+namespace tessaluna::backend::qt {
+
+using namespace tessaluna::platform;
+
+namespace {
+
+// A box with two buttons, of which the right one is disabled by itself, and a field.
+class QtViewWidgetEnabled : public EmbeddedViews {
+ protected:
+  QtViewWidgetEnabled() {
+    left = makeButton<NSButton>();
+    right = makeButton<NSButton>();
+    right->setFrameOrigin({30, 0});
+    right->setEnabled(false);
+    field->setDelegate(nullptr);
+    for (const Ref<NSView>& view : std::vector<Ref<NSView>>{left, right, field}) box->addSubview(view);
+    widget = embed(box);
+    widget->setFixedSize(widget->sizeHint());
+    show();
+  }
+
+  QPoint middleOf(const NSView& view) const {
+    const CGPoint middle = view.convertPointToView({CGRectGetMidX(view.bounds()), CGRectGetMidY(view.bounds())}, nullptr);
+    return {static_cast<int>(middle.x), static_cast<int>(view.window()->frame().size.height - middle.y)};
+  }
+  void click(const NSView& view) {
+    press(middleOf(view));
+    release(middleOf(view));
+    settle();
+  }
+
+  Ref<NSView> box = make<NSView>(CGRect{0, 0, 200, 60});
+  Ref<NSButton> left, right;
+  Ref<NSTextField> field = make<NSTextField>(CGRect{60, 0, 100, 24});
+  QtViewWidget* widget = nullptr;
+};
+
+}  // namespace
+
+TEST_F(QtViewWidgetEnabled, DisabledItsControlsTakeNoPressAndAreAfterwardsAsTheyWere) {
+  click(*left);
+  EXPECT_EQ(clicks->count, 1);
+  widget->setEnabled(false);
+  EXPECT_FALSE(left->isEnabled());
+  EXPECT_FALSE(field->isEnabled());
+  click(*left);
+  click(*field);
+  EXPECT_EQ(clicks->count, 1);
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  widget->setEnabled(true);
+  EXPECT_TRUE(left->isEnabled());
+  EXPECT_FALSE(right->isEnabled());
+  click(*left);
+  EXPECT_EQ(clicks->count, 2);
+  click(*field);
+  EXPECT_NE(field->currentEditor(), nullptr);
+}
+
+TEST_F(QtViewWidgetEnabled, DisabledWithItsParentTakesNoKey) {
+  auto* other = new QLineEdit(&top);
+  other->show();
+  left->window()->makeFirstResponder(left.get());
+  QTest::keyClick(top.windowHandle(), Qt::Key_Space);
+  EXPECT_EQ(clicks->count, 1);
+  top.setEnabled(false);
+  QTest::keyClick(top.windowHandle(), Qt::Key_Space);
+  EXPECT_EQ(clicks->count, 1);
+  QKeyEvent sent(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ");
+  QCoreApplication::sendEvent(widget, &sent);
+  EXPECT_EQ(clicks->count, 1);
+  top.setEnabled(true);
+  left->window()->makeFirstResponder(left.get());
+  QTest::keyClick(top.windowHandle(), Qt::Key_Space);
+  EXPECT_EQ(clicks->count, 2);
+}
+
+TEST_F(QtViewWidgetEnabled, DisabledInTheMiddleOfAPressEndsItWithoutAnAction) {
+  press(middleOf(*left));
+  EXPECT_TRUE(left->isHighlighted());
+  widget->setEnabled(false);
+  EXPECT_FALSE(left->isHighlighted());
+  release(middleOf(*left));
+  widget->setEnabled(true);
+  release(middleOf(*left));
+  EXPECT_EQ(clicks->count, 0);
+  click(*left);
+  EXPECT_EQ(clicks->count, 1);
+}
+
+TEST_F(QtViewWidgetEnabled, DisabledWhileAFieldIsEditedEndsTheEditing) {
+  click(*field);
+  QTest::keyClick(top.windowHandle(), Qt::Key_A);
+  ASSERT_NE(field->currentEditor(), nullptr);
+  widget->setEnabled(false);
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  EXPECT_EQ(field->stringValue(), "a");
+  EXPECT_FALSE(widget->hasFocus());
+}
+
+TEST_F(QtViewWidgetEnabled, DisabledBeforeItIsShownItIsDisabled) {
+  const auto late = makeButton<NSButton>();
+  QtViewWidget* second = embed(late);
+  second->setEnabled(false);
+  settle();
+  EXPECT_FALSE(late->isEnabled());
+  second->setEnabled(true);
+  EXPECT_TRUE(late->isEnabled());
+  second->setEnabled(false);
+  delete second;
+  EXPECT_TRUE(late->isEnabled());
+}
+
+TEST_F(QtViewWidgetEnabled, DisabledItLooksDisabled) {
+  const auto picture = [&] {
+    settle();
+    return widget->grab().toImage();
+  };
+  left->setTitle("x");
+  const QImage usual = picture();
+  widget->setEnabled(false);
+  EXPECT_NE(picture(), usual);
+  widget->setEnabled(true);
+  EXPECT_EQ(picture(), usual);
+}
+
+}  // namespace tessaluna::backend::qt
