@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "bench/glyphs/Contestant.h"
+#include "bench/glyphs/peers.h"
 
 namespace bench {
 

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <string>
 
-#include "bench/glyphs/Contestant.h"
+#include "bench/glyphs/peers.h"
 #include "tessaluna/platform/foundation/numberText.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
 
@@ -118,11 +118,11 @@ class LibrsvgContestant final : public Contestant {
 
 }  // namespace
 
-std::unique_ptr<Contestant> makeQtSvgContestant(const Subject& subject) {
-  return std::make_unique<QtSvgContestant>(subject.drawing);
+std::unique_ptr<Contestant> makeQtSvgContestant(const Drawing& drawing) {
+  return std::make_unique<QtSvgContestant>(drawing);
 }
-std::unique_ptr<Contestant> makeLibrsvgContestant(const Subject& subject) {
-  return std::make_unique<LibrsvgContestant>(subject.drawing);
+std::unique_ptr<Contestant> makeLibrsvgContestant(const Drawing& drawing) {
+  return std::make_unique<LibrsvgContestant>(drawing);
 }
 
 }  // namespace bench

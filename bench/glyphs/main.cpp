@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "bench/glyphs/Exactness.h"
+#include "bench/outlines/Exactness.h"
 #include "bench/glyphs/Summary.h"
 #include "bench/harness/countedAllocations.h"
 #include "bench/harness/cpuTime.h"
@@ -70,7 +70,7 @@ double difference(const Contestant& a, const Contestant& b, const Drawing& drawi
 void checkPictures(const Subject& subject) {
   // Mean over all pixels, of 255. Edges differ by a little, and of a small picture they are the most.
   const double allowed = 8 / subject.scale;
-  const std::unique_ptr<Contestant> outlines = makeOutlinesContestant(subject);
+  const std::unique_ptr<Contestant> outlines = makeOutlinesContestant(subject.drawing);
   outlines->draw();
   const auto check = [&](std::string_view name, std::unique_ptr<Contestant> other) {
     other->draw();
@@ -81,7 +81,7 @@ void checkPictures(const Subject& subject) {
     std::exit(1);
   };
   if (!subject.drawing.hasRecipe) check("the routine itself", makeRoutineContestant(subject));
-  for (const Peer& peer : peers) check(peer.name, peer.make(subject));
+  for (const Peer& peer : peers) check(peer.name, peer.make(subject.drawing));
 }
 
 OffBy offByOf(const Subject& subject) {
@@ -90,8 +90,8 @@ OffBy offByOf(const Subject& subject) {
     contestant->draw();
     return largestDifference(*contestant, exact);
   };
-  OffBy off{.ours = offBy(makeOutlinesContestant(subject))};
-  for (std::size_t i = 0; i < std::size(peers); ++i) off.ofPeers[i] = offBy(peers[i].make(subject));
+  OffBy off{.ours = offBy(makeOutlinesContestant(subject.drawing))};
+  for (std::size_t i = 0; i < std::size(peers); ++i) off.ofPeers[i] = offBy(peers[i].make(subject.drawing));
   return off;
 }
 
@@ -102,8 +102,8 @@ Round playRound(const Subject& subject, std::size_t turn) {
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t who = (i + turn) % count;
     const std::unique_ptr<Contestant> contestant = who == 0   ? makeRoutineContestant(subject)
-                                                   : who == 1 ? makeOutlinesContestant(subject)
-                                                              : peers[who - ownCount].make(subject);
+                                                   : who == 1 ? makeOutlinesContestant(subject.drawing)
+                                                              : peers[who - ownCount].make(subject.drawing);
     double& seconds = who == 0 ? round.routine : who == 1 ? round.outlines : round.ofPeers[who - ownCount];
     seconds = secondsOf([&] { contestant->draw(); }, secondsOfOne);
   }

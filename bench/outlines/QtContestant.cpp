@@ -2,7 +2,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include "bench/glyphs/Contestant.h"
+#include "bench/outlines/Contestant.h"
 
 namespace bench {
 
@@ -80,8 +80,8 @@ class QtContestant final : public Contestant {
 
 }  // namespace
 
-std::unique_ptr<Contestant> makeQtContestant(const Subject& subject) {
-  return std::make_unique<QtContestant>(subject.drawing);
+std::unique_ptr<Contestant> makeQtContestant(const Drawing& drawing) {
+  return std::make_unique<QtContestant>(drawing);
 }
 
 }  // namespace bench

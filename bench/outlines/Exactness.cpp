@@ -1,4 +1,4 @@
-#include "bench/glyphs/Exactness.h"
+#include "bench/outlines/Exactness.h"
 
 #include <algorithm>
 #include <cmath>

@@ -9,7 +9,7 @@
 #include "agg_renderer_scanline.h"
 #include "agg_rendering_buffer.h"
 #include "agg_scanline_u.h"
-#include "bench/glyphs/Contestant.h"
+#include "bench/outlines/Contestant.h"
 
 namespace bench {
 
@@ -102,8 +102,8 @@ class AggContestant final : public Contestant {
 
 }  // namespace
 
-std::unique_ptr<Contestant> makeAggContestant(const Subject& subject) {
-  return std::make_unique<AggContestant>(subject.drawing);
+std::unique_ptr<Contestant> makeAggContestant(const Drawing& drawing) {
+  return std::make_unique<AggContestant>(drawing);
 }
 
 }  // namespace bench

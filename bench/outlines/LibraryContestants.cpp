@@ -1,4 +1,4 @@
-#include "bench/glyphs/Contestant.h"
+#include "bench/outlines/Contestant.h"
 #include "tessaluna/backends/raster/Bitmap.h"
 #include "tessaluna/backends/raster/RasterCanvas.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
@@ -29,8 +29,8 @@ class RoutineContestant final : public Contestant {
 
 class OutlinesContestant final : public Contestant {
  public:
-  explicit OutlinesContestant(const Subject& subject)
-      : drawing_(subject.drawing), bitmap_(*Bitmap::make(drawing_.width, drawing_.height)), canvas_(bitmap_) {
+  explicit OutlinesContestant(const Drawing& drawing)
+      : drawing_(drawing), bitmap_(*Bitmap::make(drawing_.width, drawing_.height)), canvas_(bitmap_) {
     canvas_.concat({1, 0, 0, -1, 0, double(drawing_.height)});
   }
   void draw() override {
@@ -62,8 +62,8 @@ class OutlinesContestant final : public Contestant {
 std::unique_ptr<Contestant> makeRoutineContestant(const Subject& subject) {
   return std::make_unique<RoutineContestant>(subject);
 }
-std::unique_ptr<Contestant> makeOutlinesContestant(const Subject& subject) {
-  return std::make_unique<OutlinesContestant>(subject);
+std::unique_ptr<Contestant> makeOutlinesContestant(const Drawing& drawing) {
+  return std::make_unique<OutlinesContestant>(drawing);
 }
 
 }  // namespace bench

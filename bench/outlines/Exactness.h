@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "bench/glyphs/Contestant.h"
+#include "bench/outlines/Contestant.h"
 
 namespace bench {
 

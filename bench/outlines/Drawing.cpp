@@ -1,4 +1,4 @@
-#include "bench/glyphs/Drawing.h"
+#include "bench/outlines/Drawing.h"
 
 #include <array>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include <cairo.h>
 
-#include "bench/glyphs/Contestant.h"
+#include "bench/outlines/Contestant.h"
 
 namespace bench {
 
@@ -73,8 +73,8 @@ class CairoContestant final : public Contestant {
 
 }  // namespace
 
-std::unique_ptr<Contestant> makeCairoContestant(const Subject& subject) {
-  return std::make_unique<CairoContestant>(subject.drawing);
+std::unique_ptr<Contestant> makeCairoContestant(const Drawing& drawing) {
+  return std::make_unique<CairoContestant>(drawing);
 }
 
 }  // namespace bench

@@ -1,0 +1,68 @@
+// One row of the comparison: a piece of work that a player's window is made of, in device pixels, y down.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "bench/outlines/Contestant.h"
+
+namespace bench {
+
+// What a picture must be: channels of 0 to 255, premultiplied.
+struct ExactPixels {
+  struct Pixel {
+    double red = 0, green = 0, blue = 0, alpha = 0;
+  };
+  int width = 0, height = 0;
+  std::vector<Pixel> pixels = {};
+};
+
+struct Entrant {
+  std::string name;
+  std::function<std::unique_ptr<Contestant>()> make;
+};
+
+struct Scene {
+  std::string name;
+  double wanted = 1;                // ours by the fastest of the others
+  std::vector<Entrant> entrants;    // ours first
+  std::function<ExactPixels()> exact;  // empty where pictures are not meant to be the same
+};
+
+struct GradientWork {
+  int width = 0, height = 0;  // of the rectangle, which is the whole bitmap
+  std::vector<tessaluna::backend::GradientStop> stops = {};
+  tessaluna::backend::CGPoint start, end;
+};
+
+struct ImageWork {
+  int width = 0, height = 0;  // of the bitmap
+  tessaluna::backend::ImagePixels image = {};
+  tessaluna::backend::CGRect place;
+  double degrees = 0;  // by which it is turned about the middle of its place, clockwise
+};
+
+struct ShadowWork {
+  int width = 0, height = 0;
+  tessaluna::backend::CGRect rect;
+  double radius = 0;
+  double blur = 0;  // twice the standard deviation
+  double below = 0;
+};
+
+enum class Filter { Good, Best };
+
+std::unique_ptr<Contestant> makeOurs(const GradientWork& work);
+std::unique_ptr<Contestant> makeOurs(const ImageWork& work);
+std::unique_ptr<Contestant> makeOurs(const ShadowWork& work);
+std::unique_ptr<Contestant> makeQt(const GradientWork& work);
+std::unique_ptr<Contestant> makeQt(const ImageWork& work);
+std::unique_ptr<Contestant> makeCairo(const GradientWork& work);
+std::unique_ptr<Contestant> makeCairo(const ImageWork& work, Filter filter);
+// It has no blur; three box passes over a mask are what programs put beside it.
+std::unique_ptr<Contestant> makeCairo(const ShadowWork& work);
+
+std::vector<Scene> allScenes();
+
+}  // namespace bench
