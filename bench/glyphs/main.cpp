@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <memory>
 
-#include "bench/outlines/Exactness.h"
 #include "bench/glyphs/Summary.h"
 #include "bench/harness/countedAllocations.h"
 #include "bench/harness/cpuTime.h"
+#include "bench/outlines/Exactness.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 
 namespace bench {

@@ -102,8 +102,6 @@ class AggContestant final : public Contestant {
 
 }  // namespace
 
-std::unique_ptr<Contestant> makeAggContestant(const Drawing& drawing) {
-  return std::make_unique<AggContestant>(drawing);
-}
+std::unique_ptr<Contestant> makeAggContestant(const Drawing& drawing) { return std::make_unique<AggContestant>(drawing); }
 
 }  // namespace bench

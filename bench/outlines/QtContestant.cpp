@@ -80,8 +80,6 @@ class QtContestant final : public Contestant {
 
 }  // namespace
 
-std::unique_ptr<Contestant> makeQtContestant(const Drawing& drawing) {
-  return std::make_unique<QtContestant>(drawing);
-}
+std::unique_ptr<Contestant> makeQtContestant(const Drawing& drawing) { return std::make_unique<QtContestant>(drawing); }
 
 }  // namespace bench

@@ -36,9 +36,7 @@ class OurGradient final : public OurContestant {
         end_(work.end) {
     turnOver();
   }
-  void draw() override {
-    canvas().fillGradient(path_, FillRule::NonZero, {.stops = stops_, .start = start_, .end = end_});
-  }
+  void draw() override { canvas().fillGradient(path_, FillRule::NonZero, {.stops = stops_, .start = start_, .end = end_}); }
 
  private:
   std::vector<GradientStop> stops_;
@@ -59,9 +57,7 @@ class OurImage final : public OurContestant {
                         .then({c, s, -s, c, 0, 0})
                         .then(CGAffineTransform::translation(middle.x, middle.y)));
   }
-  void draw() override {
-    canvas().drawImage(image_, {{0, 0}, {double(image_.width), double(image_.height)}}, place_);
-  }
+  void draw() override { canvas().drawImage(image_, {{0, 0}, {double(image_.width), double(image_.height)}}, place_); }
 
  private:
   ImagePixels image_;

@@ -29,7 +29,8 @@ class QtContestant : public Contestant {
 
 class QtGradient final : public QtContestant {
  public:
-  explicit QtGradient(const GradientWork& work) : QtContestant(work.width, work.height), rect_(0, 0, work.width, work.height) {
+  explicit QtGradient(const GradientWork& work)
+      : QtContestant(work.width, work.height), rect_(0, 0, work.width, work.height) {
     QLinearGradient gradient(work.start.x, work.start.y, work.end.x, work.end.y);
     for (const GradientStop& stop : work.stops) {
       const Color& c = stop.color;

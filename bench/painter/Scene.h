@@ -25,8 +25,8 @@ struct Entrant {
 
 struct Scene {
   std::string name;
-  double wanted = 1;                // ours by the fastest of the others
-  std::vector<Entrant> entrants;    // ours first
+  double wanted = 1;                   // ours by the fastest of the others
+  std::vector<Entrant> entrants;       // ours first
   std::function<ExactPixels()> exact;  // empty where pictures are not meant to be the same
 };
 

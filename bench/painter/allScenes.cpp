@@ -23,9 +23,7 @@ ExactPixels everyPixel(int width, int height, const std::function<Pixel(int, int
 }
 
 Pixel times(const Pixel& p, double f) { return {p.red * f, p.green * f, p.blue * f, p.alpha * f}; }
-Pixel plus(const Pixel& a, const Pixel& b) {
-  return {a.red + b.red, a.green + b.green, a.blue + b.blue, a.alpha + b.alpha};
-}
+Pixel plus(const Pixel& a, const Pixel& b) { return {a.red + b.red, a.green + b.green, a.blue + b.blue, a.alpha + b.alpha}; }
 
 Pixel opaque(const Color& c) { return {c.red * 255, c.green * 255, c.blue * 255, 255}; }
 
@@ -61,7 +59,8 @@ Path uprightBars(double size) {
   Path path;
   for (const double left : {0.15, 0.6}) {
     const double right = left + 0.25;
-    path.append(polyline({{left * size, 0.1 * size}, {right * size, 0.1 * size}, {right * size, 0.9 * size}, {left * size, 0.9 * size}}));
+    path.append(polyline(
+        {{left * size, 0.1 * size}, {right * size, 0.1 * size}, {right * size, 0.9 * size}, {left * size, 0.9 * size}}));
     path.close();
   }
   return path;
@@ -135,7 +134,7 @@ Scene gradientScene(std::string name, GradientWork work) {
 
 // Soft waves with a hard-edged disc and a fine pattern in it, as covers have both.
 ImagePixels cover(int side) {
-  ImagePixels image{side, side, {}};
+  ImagePixels image{.width = side, .height = side, .argb = {}, .isOpaque = true};
   for (int y = 0; y < side; ++y) {
     for (int x = 0; x < side; ++x) {
       const double u = (x + 0.5) / side, v = (y + 0.5) / side;
@@ -264,8 +263,8 @@ ExactPixels exactShadow(const ShadowWork& work) {
 }
 
 Scene shadowScene(double blur) {
-  const auto shared = std::make_shared<const ShadowWork>(ShadowWork{
-      .width = 460, .height = 360, .rect = {{80, 78}, {300, 200}}, .radius = 12, .blur = blur, .below = 3});
+  const auto shared = std::make_shared<const ShadowWork>(
+      ShadowWork{.width = 460, .height = 360, .rect = {{80, 78}, {300, 200}}, .radius = 12, .blur = blur, .below = 3});
   return {"rounded rectangle with a shadow, blur " + std::to_string(int(blur)),
           0.25,
           {{"ours", [shared] { return makeOurs(*shared); }}, {"cairo", [shared] { return makeCairo(*shared); }}},
@@ -279,7 +278,10 @@ Scene innerShadowScene(std::string_view name) {
   const auto drawing = std::make_shared<const Drawing>(drawingOf(routine, 4));
   return {std::string(name) + " with its inner shadow, four times",
           6,
-          {{"ours", [&routine, drawing] { return makeRoutineContestant({routine, 4, *drawing}); }},
+          {{"ours",
+            [&routine, drawing] {
+              return makeRoutineContestant({routine, 4, *drawing});
+            }},
            {"its outlines", [drawing] { return makeOutlinesContestant(*drawing); }}},
           {}};
 }

@@ -82,6 +82,7 @@ std::shared_ptr<const ImagePixels> decodeNetpbm(std::span<const std::byte> bytes
   auto pixels = std::make_shared<ImagePixels>();
   pixels->width = static_cast<int>(header->width);
   pixels->height = static_cast<int>(header->height);
+  pixels->isOpaque = header->depth == 3;
   pixels->argb.reserve(static_cast<std::size_t>(count));
   for (std::int64_t i = 0; i < count; ++i) {
     const auto channel = [&](std::int64_t c) {

@@ -50,6 +50,8 @@ std::shared_ptr<const ImagePixels> pixelsOf(const QImage& image) {
     const auto* row = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
     out = std::copy(row, row + image.width(), out);
   }
+  const auto isOpaque = [](std::uint32_t pixel) { return pixel >> 24 == 255; };
+  pixels->isOpaque = std::all_of(pixels->argb.begin(), pixels->argb.end(), isOpaque);
   return pixels;
 }
 

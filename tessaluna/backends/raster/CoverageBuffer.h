@@ -26,6 +26,9 @@ namespace tessaluna::backend::raster {
 // Below this a pixel's 8-bit value cannot change; rounding leaves such rests where a sum should be 0.
 inline constexpr float leastCoverage = 1.0f / 1024;
 
+// Above this a pixel counts as all covered.
+inline constexpr float fullCoverage = 1 - leastCoverage;
+
 // The coverage of a pixel with this average winding.
 inline float coverageOf(float winding) { return std::min(std::abs(winding), 1.0f); }
 

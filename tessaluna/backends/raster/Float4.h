@@ -11,8 +11,10 @@ namespace tessaluna::backend::raster {
 
 using Float4 = float __attribute__((vector_size(16)));
 using Int4 = int __attribute__((vector_size(16)));
+using Uint4 = std::uint32_t __attribute__((vector_size(16)));
 using Double2 = double __attribute__((vector_size(16)));
 using Short8 = std::uint16_t __attribute__((vector_size(16)));
+using Byte16 = std::uint8_t __attribute__((vector_size(16)));
 using Long2 = long long __attribute__((vector_size(16)));
 
 inline Float4 splat(float v) { return Float4{v, v, v, v}; }
@@ -26,6 +28,22 @@ inline Short8 highHalf(Short8 a, Short8 b) {
   Short8 result;
   for (int i = 0; i < 8; ++i) result[i] = std::uint16_t(std::uint32_t(a[i]) * b[i] >> 16);
   return result;
+#endif
+}
+
+// The bytes of the first halves in turn.
+inline Short8 interleavedBytes(Long2 a, Long2 b) {
+  return reinterpret_cast<Short8>(__builtin_shufflevector(reinterpret_cast<Byte16>(a), reinterpret_cast<Byte16>(b), 0, 16, 1,
+                                                          17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23));
+}
+
+// Of numbers that are no larger than a byte, those bytes.
+inline Short8 packedBytes(Short8 a, Short8 b) {
+#ifdef __SSE2__
+  return reinterpret_cast<Short8>(_mm_packus_epi16(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
+#else
+  return reinterpret_cast<Short8>(__builtin_shufflevector(reinterpret_cast<Byte16>(a), reinterpret_cast<Byte16>(b), 0, 2, 4,
+                                                          6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30));
 #endif
 }
 

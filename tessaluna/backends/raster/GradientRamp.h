@@ -5,30 +5,40 @@
 #include <vector>
 
 #include "tessaluna/backends/raster/Blend.h"
+#include "tessaluna/backends/raster/RowSource.h"
 
 namespace tessaluna::backend::raster {
 
-class GradientRamp {
+class GradientRamp final : public RowSource {
  public:
   // False where there is nothing to paint: no stops, or a transform that flattens the plane.
-  bool begin(const LinearGradient& gradient, const CGAffineTransform& toDevice, double alpha);
+  bool begin(const LinearGradient& gradient, const CGAffineTransform& toDevice);
 
-  // True if all pixels of a row have one color.
-  bool isEvenAlongRows() const { return perColumn_ == 0; }
   // Of the pixel in this column and row; a fraction asks for a place between centers.
-  Float4 colorAt(double x, double y) const { return colorAt(start_ + perColumn_ * x + perRow_ * y); }
-  void row(int x, int y, int count, Float4* out) const;
+  Float4 colorAt(double x, double y) const;
+
+  bool isOpaque() const override { return isOpaque_; }
+  void writePixels(int x, int y, int count, std::uint32_t* pixels) override;
+  void writeInks(int x, int y, int count, InkRow& row) override;
 
  private:
   struct Stop {
     double location;
-    Float4 color;  // not premultiplied
+    Float4 color;  // not premultiplied, 0...1
+  };
+  // A color that changes evenly from one pixel to the next, not premultiplied.
+  struct Slope {
+    Float4 first, perPixel;
   };
 
-  Float4 colorAt(double position) const;
+  double positionOf(double x, double y) const { return start_ + perColumn_ * x + perRow_ * y; }
+  std::size_t stopAfter(double position) const;
+  // Calls write(index, count, slope) for the parts of a run over which the color changes evenly.
+  template <class Write>
+  void forEachSlope(int x, int y, int count, Write write) const;
 
   std::vector<Stop> stops_;
-  double alpha_ = 1;
+  bool isOpaque_ = false;
   double start_ = 0, perColumn_ = 0, perRow_ = 0;  // position on the axis of pixel centers
 };
 

@@ -15,8 +15,8 @@ Painter::Painter(const Painting& painting, const PixelRect& shapeBox, Memory& me
 
   const std::size_t width = std::size_t(changed.width());
   coverage_ = memory.coverage.prepare(width);
-  const bool ready =
-      coverage_ && memory.clip.prepare(width) && memory.source.prepare(width) && memory.destination.prepare(width);
+  const bool ready = coverage_ && memory.clip.prepare(width) && memory.source.prepare(width) &&
+                     memory.destination.prepare(width) && memory.inks.prepare(changed.width());
   if (!ready) return;
   box_ = changed;
   std::fill_n(coverage_, width, 0.0f);
@@ -74,8 +74,12 @@ void Painter::blend(int left, int right) {
 
   const Source& source = painting_.source;
   Float4* colors = memory_.source.data();
-  if (source.gradient) {
-    source.gradient->row(left, row_, count, colors);
+  if (source.rows) {
+    // Where nothing is covered there need be no colors.
+    const int from = std::clamp(left_, left, right), to = std::clamp(right_, from, right);
+    std::fill_n(colors, count, Float4{});
+    if (from < to) source.rows->writeInks(from, row_, to - from, memory_.inks);
+    for (int i = 0; i < to - from; ++i) colors[from - left + i] = memory_.inks.colorAt(i) * splat(source.alpha);
   } else if (source.layer) {
     const PixelRect& content = source.layer->content();
     const bool isRowInside = row_ >= content.top && row_ < content.bottom;
@@ -83,7 +87,7 @@ void Painter::blend(int left, int right) {
     std::fill_n(colors, count, Float4{});
     if (from < to) {
       const Float4* pixels = source.layer->pixel(from, row_);
-      for (int i = 0; i < to - from; ++i) colors[from - left + i] = pixels[i] * splat(source.layerAlpha);
+      for (int i = 0; i < to - from; ++i) colors[from - left + i] = pixels[i] * splat(source.alpha);
     }
   } else {
     std::fill_n(colors, count, source.color);

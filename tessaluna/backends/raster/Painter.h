@@ -2,9 +2,10 @@
 #pragma once
 
 #include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/Blend.h"
 #include "tessaluna/backends/raster/Clip.h"
-#include "tessaluna/backends/raster/GradientRamp.h"
 #include "tessaluna/backends/raster/Layer.h"
+#include "tessaluna/backends/raster/RowSource.h"
 
 namespace tessaluna::backend::raster {
 
@@ -14,15 +15,14 @@ struct Surface {
   Layer* layer = nullptr;
 };
 
-// What is painted: one color, or the colors of a gradient or of a layer. Their alpha holds the state's,
-// except that of the layer, which is given apart.
+// What is painted: one color, whose alpha holds the state's, or the colors of a gradient, an image or a layer.
 struct Source {
   Float4 color{};
-  const GradientRamp* gradient = nullptr;
+  RowSource* rows = nullptr;
   const Layer* layer = nullptr;
-  float layerAlpha = 1;
+  float alpha = 1;  // the state's, unless it is one color
 
-  bool isEven() const { return !gradient && !layer; }
+  bool isEven() const { return !rows && !layer; }
 };
 
 struct Painting {
@@ -39,6 +39,7 @@ class Painter {
   struct Memory {
     WorkBuffer<float> coverage, clip;
     WorkBuffer<Float4> source, destination;
+    InkRow inks;
   };
 
   // Paints a shape that lies in `shapeBox`.

@@ -141,8 +141,8 @@ void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
   if (state_.clip.box.isEmpty() || leavesNoMark(state_.fillColor, state_.alpha, state_.blendMode)) return;
   const Source color{.color = premultiplied(state_.fillColor, state_.alpha)};
   const std::optional<CastShadow> shadow = castShadow();
-  if (!shadow && paintsColor(color)) {
-    if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color.color);
+  if (!shadow && paintsPlainly(color)) {
+    if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color);
   }
   if (!shadow && replaceWholePixels(path, color.color)) return;
   polygons_.clear();
@@ -166,9 +166,8 @@ bool RasterCanvas::Studio::replaceWholePixels(const Path& path, Float4 color) {
 }
 
 // Row by row, with no need to work out coverage from sides.
-void RasterCanvas::Studio::fillRect(const DeviceRect& rect, Float4 color) {
+void RasterCanvas::Studio::fillRect(const DeviceRect& rect, const Source& source) {
   const PixelRect box = rect.roundedOut().intersected(state_.clip.box);
-  if (box.isEmpty()) return;
   // How much of a pixel lies between two edges.
   const auto share = [](int pixel, double low, double high) {
     return float(std::max(0.0, std::min(pixel + 1.0, high) - std::max(double(pixel), low)));
@@ -176,13 +175,14 @@ void RasterCanvas::Studio::fillRect(const DeviceRect& rect, Float4 color) {
   const int last = box.right - 1;
   const float leftShare = share(box.left, rect.left, rect.right), rightShare = share(last, rect.left, rect.right);
   const int from = leftShare < 1 ? box.left + 1 : box.left, to = rightShare < 1 ? last : box.right;
-  ColorPainter painter(*bitmap_, color);
-  for (int y = box.top; y < box.bottom; ++y) {
-    const float height = share(y, rect.top, rect.bottom);
-    if (from > box.left) painter.even(box.left, y, 1, height * leftShare);
-    if (from < to) painter.even(from, y, to - from, height);
-    if (to < box.right && last >= from) painter.even(last, y, 1, height * rightShare);
-  }
+  paint(source, box, [&](auto& painter) {
+    for (int y = box.top; y < box.bottom; ++y) {
+      const float height = share(y, rect.top, rect.bottom);
+      if (from > box.left) painter.even(box.left, y, 1, height * leftShare);
+      if (from < to) painter.even(from, y, to - from, height);
+      if (to < box.right && last >= from) painter.even(last, y, 1, height * rightShare);
+    }
+  });
 }
 
 void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
@@ -194,18 +194,22 @@ void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
 }
 
 void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
-  if (state_.clip.box.isEmpty() || !ramp_.begin(gradient, state_.toDevice, state_.alpha)) return;
+  if (state_.clip.box.isEmpty() || !ramp_.begin(gradient, state_.toDevice)) return;
+  const Source source{.rows = &ramp_, .alpha = float(held(state_.alpha))};
   const std::optional<CastShadow> shadow = castShadow();
+  if (!shadow && paintsPlainly(source)) {
+    if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, source);
+  }
   polygons_.clear();
   flatten(path, DeviceRect::of(neededBox(shadow)));
-  paintPolygons({.polygons = polygons_, .rule = rule}, {.gradient = &ramp_}, shadow);
+  paintPolygons({.polygons = polygons_, .rule = rule}, source, shadow);
 }
 
-// True if nothing is wanted but a color on the bitmap's own pixels.
-bool RasterCanvas::Studio::paintsColor(const Source& source) const {
-  const bool isPlainMode =
-      state_.blendMode == BlendMode::Normal || (state_.blendMode == BlendMode::Copy && source.color[3] == 1);
-  return openLayers_ == 0 && source.isEven() && isPlainMode && state_.clip.isPlain();
+// True if nothing is wanted but colors on the bitmap's own pixels.
+bool RasterCanvas::Studio::paintsPlainly(const Source& source) const {
+  const bool isOpaque = source.rows ? source.rows->isOpaque() && source.alpha == 1 : source.color[3] == 1;
+  const bool isPlainMode = state_.blendMode == BlendMode::Normal || (state_.blendMode == BlendMode::Copy && isOpaque);
+  return openLayers_ == 0 && !source.layer && isPlainMode && state_.clip.isPlain();
 }
 
 void RasterCanvas::Studio::paintPolygons(CoverageBuffer::Shape shape, const Source& source,
@@ -213,16 +217,7 @@ void RasterCanvas::Studio::paintPolygons(CoverageBuffer::Shape shape, const Sour
   if (shadow) paintShadowOfPolygons(shape, source, *shadow);
   const PixelRect whole = polygons_.bounds().roundedOut(), box = whole.intersected(state_.clip.box);
   shape.liesInBox = box == whole;
-  if (paintsColor(source)) {
-    ColorPainter painter(*bitmap_, source.color);
-    if (!box.isEmpty()) coverage_.sweep(shape, box, painter);
-    return;
-  }
-  const Painting painting{surface(), source, state_.blendMode, state_.clip};
-  Painter painter(painting, box, painterMemory_);
-  if (painter.box().isEmpty()) return noteInLayer(shape, source, shadow);
-  if (!box.isEmpty()) coverage_.sweep(shape, box, painter);
-  painter.finish();
+  paint(source, box, [&](auto& painter) { coverage_.sweep(shape, box, painter); });
   noteInLayer(shape, source, shadow);
 }
 
@@ -240,12 +235,12 @@ void RasterCanvas::Studio::paintShadowOfPolygons(CoverageBuffer::Shape shape, co
   PlaneWriter writer(cast_);
   coverage_.sweep(shape, box, writer);
   Float4 color = shadow.color;
-  if (source.gradient) {
+  if (source.rows) {
     for (int y = box.top; y < box.bottom; ++y) {
       float* row = cast_.row(y);
       for (int i = 0; i < box.width(); ++i) {
         const double pixelX = (box.left + i + 0.5) * cell - 0.5, pixelY = (y + 0.5) * cell - 0.5;
-        row[i] *= source.gradient->colorAt(pixelX - shadow.dx, pixelY - shadow.dy)[3];
+        row[i] *= ramp_.colorAt(pixelX - shadow.dx, pixelY - shadow.dy)[3] * source.alpha;
       }
     }
   } else {
@@ -277,16 +272,9 @@ void RasterCanvas::Studio::noteMixtureInLayer() {
 // Paints one color by the coverage that the plane holds.
 void RasterCanvas::Studio::paintPlane(Plane& plane, Float4 color) {
   const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
-  if (paintsColor({.color = color})) {
-    ColorPainter painter(*bitmap_, color);
+  paint({.color = color}, box, [&](auto& painter) {
     for (int y = box.top; y < box.bottom; ++y) painter.varied(box.left, y, box.width(), plane.row(y));
-    return;
-  }
-  const Painting painting{surface(), {.color = color}, state_.blendMode, state_.clip};
-  Painter painter(painting, box, painterMemory_);
-  if (painter.box().isEmpty()) return;
-  for (int y = box.top; y < box.bottom; ++y) painter.varied(box.left, y, box.width(), plane.row(y));
-  painter.finish();
+  });
 }
 
 void RasterCanvas::Studio::beginLayer() {
@@ -328,16 +316,14 @@ void RasterCanvas::Studio::endLayer() {
   }
   if (openLayers_ == 0) giveBackLayers();
   noteMixtureInLayer();
-  const Source source{.layer = &layer.pixels, .layerAlpha = float(alpha)};
-  const Painting painting{surface(), source, state_.blendMode, state_.clip};
+  const Source source{.layer = &layer.pixels, .alpha = float(alpha)};
   // A picture is as large as the clip, even where it is empty; but only these two operators can tell.
   const bool showsEmptyParts = state_.blendMode == BlendMode::Copy || state_.blendMode == BlendMode::Clear;
   const PixelRect& clip = state_.clip.box;
   const PixelRect box = showsEmptyParts ? clip : layer.pixels.content().intersected(clip);
-  Painter painter(painting, box, painterMemory_);
-  if (painter.box().isEmpty()) return;
-  for (int y = box.top; y < box.bottom; ++y) painter.even(box.left, y, box.width(), 1);
-  painter.finish();
+  paint(source, box, [&](auto& painter) {
+    for (int y = box.top; y < box.bottom; ++y) painter.even(box.left, y, box.width(), 1);
+  });
 }
 
 // Behind an outermost layer.

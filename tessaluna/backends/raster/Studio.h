@@ -6,9 +6,11 @@
 #include "tessaluna/backends/raster/Blur.h"
 #include "tessaluna/backends/raster/ColorPainter.h"
 #include "tessaluna/backends/raster/GlyphCache.h"
+#include "tessaluna/backends/raster/GradientRamp.h"
+#include "tessaluna/backends/raster/ImageSampler.h"
 #include "tessaluna/backends/raster/Painter.h"
 #include "tessaluna/backends/raster/RasterCanvas.h"
-#include "tessaluna/backends/raster/Resampler.h"
+#include "tessaluna/backends/raster/RowPainter.h"
 #include "tessaluna/backends/raster/Stroker.h"
 
 namespace tessaluna::backend::raster {
@@ -63,12 +65,11 @@ class RasterCanvas::Studio {
   void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
   void fillGlyphs(const GlyphRun& run, CGPoint origin);
   const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
-  void resample(const ImagePixels& image, const PixelRect& box, Layer& pixels);
-  static void sampleTurned(const ImagePixels& image, const CGAffineTransform& back, CGRect source, const PixelRect& box,
-                           Layer& pixels);
-  void fillRect(const DeviceRect& rect, Float4 color);
+  void fillRect(const DeviceRect& rect, const Source& source);
   bool replaceWholePixels(const Path& path, Float4 color);
-  bool paintsColor(const Source& source) const;
+  bool paintsPlainly(const Source& source) const;
+  template <class Cover>
+  void paint(const Source& source, const PixelRect& box, Cover cover);
   void paintPolygons(CoverageBuffer::Shape shape, const Source& source, const std::optional<CastShadow>& shadow);
   void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
   void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source, const std::optional<CastShadow>& shadow);
@@ -94,8 +95,28 @@ class RasterCanvas::Studio {
   Plane cast_, blurred_;
   ClipMaskPool masks_;
   GlyphCache glyphs_;
-  Resampler across_, down_;
+  ImageSampler sampler_;
   Painter::Memory painterMemory_;
 };
+
+// Calls cover(sink), which tells a painter what the source covers within the box.
+template <class Cover>
+void RasterCanvas::Studio::paint(const Source& source, const PixelRect& box, Cover cover) {
+  if (paintsPlainly(source)) {
+    if (box.isEmpty()) return;
+    if (source.isEven()) {
+      ColorPainter painter(*bitmap_, source.color);
+      return cover(painter);
+    }
+    if (!painterMemory_.inks.prepare(box.width())) return;
+    RowPainter painter(*bitmap_, *source.rows, source.alpha, painterMemory_.inks);
+    return cover(painter);
+  }
+  const Painting painting{surface(), source, state_.blendMode, state_.clip};
+  Painter painter(painting, box, painterMemory_);
+  if (painter.box().isEmpty()) return;
+  if (!box.isEmpty()) cover(painter);
+  painter.finish();
+}
 
 }  // namespace tessaluna::backend::raster

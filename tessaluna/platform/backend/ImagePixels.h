@@ -12,6 +12,7 @@ namespace tessaluna::backend {
 struct ImagePixels {
   int width = 0, height = 0;
   std::vector<std::uint32_t> argb;
+  bool isOpaque = false;  // if whoever made them knows that no pixel lets anything through
 };
 
 // A picture may claim any size; one with more pixels than this is not decoded, whatever memory there is.

@@ -59,12 +59,14 @@ TEST(decodeImage, PixelsArePremultipliedFromTheTop) {
   EXPECT_EQ(pixels->height, 2);
   const std::vector<std::uint32_t> expected{0x80800000, 0x80800000, 0xFF0000FF, 0x80800000, 0x80800000, 0x80800000};
   EXPECT_EQ(pixels->argb, expected);
+  EXPECT_FALSE(pixels->isOpaque);
 }
 
 TEST(decodeImage, ReadsJpeg) {
   const auto pixels = decode(encoded("JPG", {16, 8}));
   ASSERT_TRUE(pixels);
   EXPECT_EQ(pixels->argb.size(), 128u);
+  EXPECT_TRUE(pixels->isOpaque);
 }
 
 TEST(decodeImage, NoPictureIsAbsent) {

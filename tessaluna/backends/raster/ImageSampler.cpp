@@ -1,0 +1,281 @@
+#include "tessaluna/backends/raster/ImageSampler.h"
+
+#include <cmath>
+
+namespace tessaluna::backend::raster {
+
+namespace {
+
+// Corners as near as this to a pixel's corner lie on it.
+constexpr double nearlyWhole = 1e-6;
+// A turned image is averaged to so many samples per device pixel and direction, each of a whole pixel's width: between
+// fewer of them the blend would blur, more would not show.
+constexpr double samplesPerPixel = 2;
+
+bool isNearlyWhole(double v) { return std::abs(v - std::round(v)) < nearlyWhole; }
+
+// The channels of two neighbours, with eight bits behind the point.
+Short8 twoTexels(const std::uint32_t* pixels) {
+  Long2 both{};
+  std::memcpy(&both, pixels, 8);
+  return interleavedBytes(Long2{}, both);
+}
+
+// What was cut off from so many products, half a step for each.
+Short8 cutOff(int products) { return Short8{} + std::uint16_t(std::min(products / 2, 64)); }
+
+Short8 load(const void* from) {
+  Short8 eight;
+  std::memcpy(&eight, from, sizeof eight);
+  return eight;
+}
+
+Short8 lowerHalves(Short8 a, Short8 b) { return __builtin_shufflevector(a, b, 0, 1, 2, 3, 8, 9, 10, 11); }
+Short8 upperHalves(Short8 a, Short8 b) { return __builtin_shufflevector(a, b, 4, 5, 6, 7, 12, 13, 14, 15); }
+
+}  // namespace
+
+bool ImageSampler::begin(const ImagePixels& image, CGRect source, const CGAffineTransform& toDevice, const PixelRect& box) {
+  texels_ = {image.argb.data(), image.width, image.height};
+  isOpaque_ = image.isOpaque || findOpaque(source);
+  if (beginCopied(source, toDevice)) return true;
+  if (toDevice.b != 0 || toDevice.c != 0) return beginTurned(source, toDevice, box);
+  way_ = Way::Upright;
+  left_ = box.left;
+  top_ = box.top;
+  const CGPoint first = toDevice.apply(source.origin);
+  const CGPoint last = toDevice.apply({CGRectGetMaxX(source), CGRectGetMaxY(source)});
+  return beginUpright({.sourceStart = source.origin.x,
+                       .sourceLength = source.size.width,
+                       .pixels = image.width,
+                       .start = first.x,
+                       .end = last.x,
+                       .low = box.left,
+                       .high = box.right},
+                      {.sourceStart = source.origin.y,
+                       .sourceLength = source.size.height,
+                       .pixels = image.height,
+                       .start = first.y,
+                       .end = last.y,
+                       .low = box.top,
+                       .high = box.bottom,
+                       .copies = 8});
+}
+
+bool ImageSampler::findOpaque(CGRect source) {
+  const int top = floorWithin(CGRectGetMinY(source) - 1, 0, texels_.height - 1);
+  const int bottom = floorWithin(CGRectGetMaxY(source) + 2, top + 1, texels_.height);
+  const int left = floorWithin(CGRectGetMinX(source) - 1, 0, texels_.width - 1);
+  const int right = floorWithin(CGRectGetMaxX(source) + 2, left + 1, texels_.width);
+  for (int y = top; y < bottom; ++y) {
+    const std::uint32_t* pixels = texels_.row(y) + left;
+    std::uint32_t all = 0xff000000;
+    for (int i = 0; i < right - left; ++i) all &= pixels[i];
+    if (all != 0xff000000) return false;
+  }
+  return true;
+}
+
+bool ImageSampler::beginCopied(CGRect source, const CGAffineTransform& t) {
+  const CGPoint last = t.apply({CGRectGetMaxX(source), CGRectGetMaxY(source)});
+  const CGPoint first = t.apply(source.origin);
+  const bool isCopied =
+      t.b == 0 && t.c == 0 && isNearlyWhole(source.origin.x) && isNearlyWhole(source.origin.y) && isNearlyWhole(first.x) &&
+      isNearlyWhole(first.y) && std::abs(last.x - first.x - source.size.width) < nearlyWhole &&
+      std::abs(last.y - first.y - source.size.height) < nearlyWhole && source.origin.x >= 0 && source.origin.y >= 0 &&
+      CGRectGetMaxX(source) <= texels_.width && CGRectGetMaxY(source) <= texels_.height;
+  if (!isCopied) return false;
+  way_ = Way::Copied;
+  left_ = int(std::round(first.x - source.origin.x));
+  top_ = int(std::round(first.y - source.origin.y));
+  return true;
+}
+
+bool ImageSampler::beginUpright(const ResampledAxis::Style& across, const ResampledAxis::Style& down) {
+  across_.begin(across);
+  down_.begin(down);
+  columns_ = across.high - across.low;
+  sourceRows_.assign(std::size_t(down_.taps()), -1);
+  tapRows_.resize(std::size_t(down_.taps()));
+  // Columns are worked on in pairs and read in fours.
+  const bool hasRows = rows_.prepare(std::size_t(down_.taps()) * std::size_t(columns_ + 4)) != nullptr;
+  if (texels_.width >= across_.taps()) return hasRows;
+  std::uint32_t* line = line_.prepare(std::size_t(across_.taps()));
+  if (line) std::fill_n(line, across_.taps(), 0u);
+  return hasRows && line;
+}
+
+bool ImageSampler::beginTurned(CGRect source, const CGAffineTransform& t, const PixelRect& box) {
+  const std::optional<CGAffineTransform> back = t.inverted();
+  if (!back) return false;
+  toTexels_ = *back;
+  const double across = std::hypot(t.a, t.b), down = std::hypot(t.c, t.d);  // device pixels per source pixel
+  if (across < 1 || down < 1 || texels_.width < 2) {
+    // Of the source that shows, with what its edges take from beside them.
+    const CGRect shown =
+        back->applyToRect({{double(box.left), double(box.top)}, {double(box.width()), double(box.height())}});
+    const double x = std::clamp(CGRectGetMinX(shown) - 2 / across, CGRectGetMinX(source), CGRectGetMaxX(source));
+    const double y = std::clamp(CGRectGetMinY(shown) - 2 / down, CGRectGetMinY(source), CGRectGetMaxY(source));
+    const double width = std::clamp(CGRectGetMaxX(shown) + 2 / across, x, CGRectGetMaxX(source)) - x;
+    const double height = std::clamp(CGRectGetMaxY(shown) + 2 / down, y, CGRectGetMaxY(source)) - y;
+    const double acrossSamples = std::min(1.0, across * samplesPerPixel),
+                 downSamples = std::min(1.0, down * samplesPerPixel);
+    const int columns = floorWithin(std::ceil(width * acrossSamples), 2, 1 << 16);
+    const int rows = floorWithin(std::ceil(height * downSamples), 1, 1 << 16);
+    const bool isReady = beginUpright({.sourceStart = x,
+                                       .sourceLength = width,
+                                       .pixels = texels_.width,
+                                       .start = 0,
+                                       .end = double(columns),
+                                       .low = 0,
+                                       .high = columns,
+                                       .reach = std::max(1.0, columns / (width * across))},
+                                      {.sourceStart = y,
+                                       .sourceLength = height,
+                                       .pixels = texels_.height,
+                                       .start = 0,
+                                       .end = double(rows),
+                                       .low = 0,
+                                       .high = rows,
+                                       .reach = std::max(1.0, rows / (height * down)),
+                                       .copies = 8});
+    std::uint32_t* averaged = isReady ? averaged_.prepare(std::size_t(columns) * std::size_t(rows)) : nullptr;
+    if (!averaged) return false;
+    way_ = Way::Upright;
+    left_ = top_ = 0;
+    for (int row = 0; row < rows; ++row) writePixels(0, row, columns, averaged + std::size_t(row) * std::size_t(columns));
+    toTexels_ = toTexels_.then({columns / width, 0, 0, rows / height, -x * columns / width, -y * rows / height});
+    texels_ = {averaged, columns, rows};
+  }
+  way_ = Way::Turned;
+  return true;
+}
+
+template <int fixedPairs>
+void ImageSampler::resampleAcross(const std::uint32_t* line, std::uint64_t* out) const {
+  const int pairs = fixedPairs ? fixedPairs : across_.taps() / 2;
+  const auto sumAt = [&](int column) {
+    const std::uint32_t* pixels = line + across_.first(column);
+    const std::uint16_t* weights = across_.weights(column);
+    Short8 sum{};
+    for (int i = 0; i < pairs; ++i) sum += highHalf(twoTexels(pixels + 2 * i), load(weights + 8 * i));
+    return sum;
+  };
+  const Short8 lost = cutOff(2 * pairs);
+  for (int column = 0; column < columns_; column += 2) {
+    const Short8 one = sumAt(column), other = sumAt(column + 1);
+    const Short8 both = lowerHalves(one, other) + upperHalves(one, other) + lost;
+    std::memcpy(out + column, &both, sizeof both);
+  }
+}
+
+// Rows that follow each other lie beside each other, each in the place of that which is no longer needed.
+const std::uint64_t* ImageSampler::resampledRow(int sourceRow) {
+  const std::size_t place = std::size_t(sourceRow) % sourceRows_.size();
+  std::uint64_t* row = rows_.data() + place * std::size_t(columns_ + 4);
+  if (sourceRows_[place] == sourceRow) return row;
+  sourceRows_[place] = sourceRow;
+  const std::uint32_t* line = texels_.row(std::min(sourceRow, texels_.height - 1));
+  if (texels_.width < across_.taps()) line = std::copy_n(line, texels_.width, line_.data()) - texels_.width;
+  switch (across_.taps()) {
+    case 2: resampleAcross<1>(line, row); break;
+    case 4: resampleAcross<2>(line, row); break;
+    default: resampleAcross<0>(line, row);
+  }
+  return row;
+}
+
+template <class Write>
+void ImageSampler::forEachFourUpright(int x, int y, int count, Write write) {
+  const int taps = down_.taps(), first = down_.first(y - top_);
+  const std::uint16_t* const weights = down_.weights(y - top_);
+  for (int tap = 0; tap < taps; ++tap) tapRows_[std::size_t(tap)] = resampledRow(first + tap) + (x - left_);
+  const std::uint64_t* const* const rows = tapRows_.data();
+  const Short8 lost = cutOff(taps);
+  if (taps == 2) {
+    const std::uint64_t *upper = rows[0], *lower = rows[1];
+    const Short8 upperWeight = load(weights), lowerWeight = load(weights + 8);
+    for (int i = 0; i < count; i += 4) {
+      write(i, FourTexels{highHalf(load(upper + i), upperWeight) + highHalf(load(lower + i), lowerWeight) + lost,
+                          highHalf(load(upper + i + 2), upperWeight) + highHalf(load(lower + i + 2), lowerWeight) + lost});
+    }
+    return;
+  }
+  for (int i = 0; i < count; i += 4) {
+    FourTexels sum{lost, lost};
+    for (int tap = 0; tap < taps; ++tap) {
+      const std::uint64_t* row = rows[tap] + i;
+      const Short8 weight = load(weights + 8 * tap);
+      sum.left += highHalf(load(row), weight);
+      sum.right += highHalf(load(row + 2), weight);
+    }
+    write(i, sum);
+  }
+}
+
+template <class Write>
+void ImageSampler::forEachFourTurned(int x, int y, int count, Write write) const {
+  const CGPoint first = toTexels_.apply({x + 0.5, y + 0.5});
+  const Double2 start{first.x - 0.5, first.y - 0.5}, step{toTexels_.a, toTexels_.b};
+  const Double2 none{}, last{double(texels_.width - 1), double(texels_.height - 1)};
+  const int lastPair = texels_.width - 2, lastRow = texels_.height - 1;
+  // The neighbours to the left and right, each of those above and below and weighted.
+  const auto pairAt = [&](int index) {
+    Double2 at = start + step * double(index);
+    at = at > none ? at : none;
+    at = at < last ? at : last;
+    const int column = std::min(int(at[0]), lastPair), row = int(at[1]);
+    const std::uint16_t right = std::uint16_t((at[0] - column) * 65535), lower = std::uint16_t((at[1] - row) * 65535);
+    const std::uint32_t* pixels = texels_.row(row) + column;
+    const Short8 above = twoTexels(pixels), below = twoTexels(row < lastRow ? pixels + texels_.width : pixels);
+    const Short8 lowerWeight = Short8{} + lower;
+    const std::uint16_t left = std::uint16_t(~right);
+    const Short8 weights{left, left, left, left, right, right, right, right};
+    return highHalf(highHalf(above, ~lowerWeight) + highHalf(below, lowerWeight), weights);
+  };
+  const auto twoAt = [&](int index) {
+    const Short8 one = pairAt(index), other = pairAt(index + 1);
+    return lowerHalves(one, other) + upperHalves(one, other) + cutOff(4);
+  };
+  for (int i = 0; i < count; i += 4) write(i, FourTexels{twoAt(i), twoAt(i + 2)});
+}
+
+template <class Write>
+void ImageSampler::forEachFourTexels(int x, int y, int count, Write write) {
+  if (way_ == Way::Upright) forEachFourUpright(x, y, count, write);
+  else forEachFourTurned(x, y, count, write);
+}
+
+void ImageSampler::writePixels(int x, int y, int count, std::uint32_t* pixels) {
+  if (way_ == Way::Copied) {
+    std::memcpy(pixels, texels_.row(y - top_) + (x - left_), std::size_t(count) * 4);
+    return;
+  }
+  constexpr std::uint16_t half = 0x80;
+  forEachFourTexels(x, y, count, [&](int index, const FourTexels& four) {
+    const Short8 packed = packedBytes((four.left + half) >> 8, (four.right + half) >> 8);
+    if (index + 4 <= count) return storeFour(packed, pixels + index);
+    std::memcpy(pixels + index, &packed, std::size_t(count - index) * 4);
+  });
+}
+
+void ImageSampler::writeInks(int x, int y, int count, InkRow& row) {
+  if (way_ == Way::Copied) {
+    const std::uint32_t* from = texels_.row(y - top_) + (x - left_);
+    const int whole = count / 4 * 4;
+    for (int i = 0; i < whole; i += 4) row.set(i, inksOf(loadFour(from + i)));
+    if (whole == count) return;
+    std::uint32_t last[4] = {};
+    std::copy_n(from + whole, count - whole, last);
+    return row.set(whole, inksOf(loadFour(last)));
+  }
+  forEachFourTexels(x, y, count, [&](int index, const FourTexels& four) {
+    const Int4 left = reinterpret_cast<Int4>(four.left), right = reinterpret_cast<Int4>(four.right);
+    const Int4 blueAndGreen = __builtin_shufflevector(left, right, 0, 2, 4, 6);
+    const Int4 redAndAlpha = __builtin_shufflevector(left, right, 1, 3, 5, 7);
+    const Int4 green = reinterpret_cast<Int4>(reinterpret_cast<Uint4>(blueAndGreen) >> 16);
+    row.set(index, {halves((blueAndGreen & 0xffff) | redAndAlpha << 16), halves(green | (redAndAlpha & int(0xffff0000)))});
+  });
+}
+
+}  // namespace tessaluna::backend::raster

@@ -1,0 +1,70 @@
+// The colors of an image as it is shown on the device: copied where its pixels are the device's, averaged where it is shrunk,
+// blended of the nearest where it is enlarged. A turned image that is shrunk is averaged upright first.
+//
+// Sums are of 16 bits, right to a hundredth of a step; the average of more than some hundred pixels in one direction is right
+// to half a step.
+#pragma once
+
+#include <vector>
+
+#include "tessaluna/backends/raster/PixelRect.h"
+#include "tessaluna/backends/raster/ResampledAxis.h"
+#include "tessaluna/backends/raster/RowSource.h"
+#include "tessaluna/platform/backend/Canvas.h"
+
+namespace tessaluna::backend::raster {
+
+class ImageSampler final : public RowSource {
+ public:
+  // The part of an image, in its pixels, y down, that a transform puts on the device, and the pixels there that will be asked
+  // for. The image must stay as it is meanwhile. False when memory is short, or for a transform that flattens the plane.
+  bool begin(const ImagePixels& image, CGRect source, const CGAffineTransform& toDevice, const PixelRect& box);
+
+  bool isOpaque() const override { return isOpaque_; }
+  void writePixels(int x, int y, int count, std::uint32_t* pixels) override;
+  void writeInks(int x, int y, int count, InkRow& row) override;
+
+ private:
+  enum class Way { Copied, Upright, Turned };
+  // Pixels row by row.
+  struct Texels {
+    const std::uint32_t* pixels = nullptr;
+    int width = 0, height = 0;
+    const std::uint32_t* row(int y) const { return pixels + std::size_t(y) * std::size_t(width); }
+  };
+  // Four neighbours in a row, two in each: blue, green, red and alpha with eight bits behind the point.
+  struct FourTexels {
+    Short8 left, right;
+  };
+
+  bool beginCopied(CGRect source, const CGAffineTransform& toDevice);
+  bool beginUpright(const ResampledAxis::Style& across, const ResampledAxis::Style& down);
+  bool beginTurned(CGRect source, const CGAffineTransform& toDevice, const PixelRect& box);
+  bool findOpaque(CGRect source);
+  const std::uint64_t* resampledRow(int sourceRow);
+  template <int pairs>
+  void resampleAcross(const std::uint32_t* line, std::uint64_t* out) const;
+  // Call write(index, four) for a run.
+  template <class Write>
+  void forEachFourUpright(int x, int y, int count, Write write);
+  template <class Write>
+  void forEachFourTurned(int x, int y, int count, Write write) const;
+  template <class Write>
+  void forEachFourTexels(int x, int y, int count, Write write);
+
+  Way way_ = Way::Copied;
+  bool isOpaque_ = false;
+  Texels texels_;
+  int left_ = 0, top_ = 0;  // of the image where it is copied, of the box elsewhere
+
+  ResampledAxis across_, down_;
+  int columns_ = 0;                            // of the box
+  WorkBuffer<std::uint64_t> rows_;             // as many as make up a row of the box
+  std::vector<int> sourceRows_;                // that these were made from
+  std::vector<const std::uint64_t*> tapRows_;  // those of the row that is being made
+  WorkBuffer<std::uint32_t> line_;             // of an image too narrow for the taps
+  WorkBuffer<std::uint32_t> averaged_;         // a turned image before it is turned
+  CGAffineTransform toTexels_;                 // from the device
+};
+
+}  // namespace tessaluna::backend::raster

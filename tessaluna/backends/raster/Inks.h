@@ -1,0 +1,83 @@
+// Colors of four neighbouring pixels in fixed point, as the painters of bitmaps put them over what is there. A channel has eight
+// bits before the point and eight behind it; all are premultiplied. A pixel's half holds two channels.
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+
+#include "tessaluna/backends/raster/Float4.h"
+
+namespace tessaluna::backend::raster {
+
+struct FourInks {
+  Short8 even;  // blue and red in turn
+  Short8 odd;   // green and alpha
+};
+
+inline Short8 halves(Int4 v) { return reinterpret_cast<Short8>(v); }
+inline Short8 inBothHalves(Int4 v) { return halves(v | v << 16); }
+
+// Of coverage, of 0 to 1, in 65535ths.
+inline constexpr int fullShare = 0xffff;
+inline Short8 shareOf(Float4 coverage) { return inBothHalves(__builtin_convertvector(coverage * splat(fullShare), Int4)); }
+
+inline Short8 loadFour(const std::uint32_t* pixels) {
+  Short8 four;
+  std::memcpy(&four, pixels, sizeof four);
+  return four;
+}
+inline void storeFour(Short8 four, std::uint32_t* pixels) { std::memcpy(pixels, &four, sizeof four); }
+
+inline FourInks inksOf(Short8 four) { return {four << 8, four & 0xff00}; }
+
+// Rounded to whole steps.
+inline Short8 pixelsOf(const FourInks& inks) {
+  constexpr std::uint16_t half = 0x80;
+  return (inks.even + half) >> 8 | ((inks.odd + half) & 0xff00);
+}
+
+// The inks over four pixels of which so much is kept.
+inline Short8 over(Short8 four, const FourInks& inks, Short8 kept) {
+  // Both products are cut off, by half a step on average.
+  constexpr std::uint16_t rounding = 129;
+  const Short8 even = highHalf(four << 8, kept) + inks.even + rounding;
+  const Short8 odd = highHalf(four & 0xff00, kept) + inks.odd + rounding;
+  return even >> 8 | (odd & 0xff00);
+}
+
+inline FourInks lessened(const FourInks& inks, Short8 share) {
+  return {highHalf(inks.even, share), highHalf(inks.odd, share)};
+}
+
+// How much of what is below inks stays.
+inline Short8 keptBelow(const FourInks& inks) {
+  const Int4 alpha = reinterpret_cast<Int4>(inks.odd) & int(0xffff0000);
+  const Short8 all = halves(alpha) | reinterpret_cast<Short8>(reinterpret_cast<Uint4>(alpha) >> 16);
+  return ~(all + (all >> 8));
+}
+
+// Applies paint(pixels, index) to four pixels at a time; the last ones, which may be fewer, lie in a copy meanwhile.
+template <class Paint>
+inline void forEachFour(std::uint32_t* pixels, int count, Paint paint) {
+  int i = 0;
+  for (; i + 4 <= count; i += 4) paint(pixels + i, i);
+  if (i == count) return;
+  std::uint32_t last[4] = {};
+  std::copy_n(pixels + i, count - i, last);
+  paint(last, i);
+  std::copy_n(last, count - i, pixels + i);
+}
+
+// Most runs are too short for what fills of the library begin with, and a loop that stores once per turn takes twice as
+// long as the stores.
+inline void fillPixels(std::uint32_t* pixels, int count, std::uint32_t pixel) {
+  const int p = int(pixel);
+  const Short8 full = halves(Int4{p, p, p, p});
+  for (; count >= 32; pixels += 32, count -= 32) {
+    for (int i = 0; i < 32; i += 4) storeFour(full, pixels + i);
+  }
+  for (; count >= 4; pixels += 4, count -= 4) storeFour(full, pixels);
+  for (; count > 0; ++pixels, --count) *pixels = pixel;
+}
+
+}  // namespace tessaluna::backend::raster

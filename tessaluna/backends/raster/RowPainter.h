@@ -1,0 +1,50 @@
+// Puts a gradient or an image onto a bitmap, by the plain operator and with no clip but the bitmap's box. A sink of a
+// coverage buffer.
+#pragma once
+
+#include "tessaluna/backends/raster/Bitmap.h"
+#include "tessaluna/backends/raster/CoverageBuffer.h"
+#include "tessaluna/backends/raster/RowSource.h"
+
+namespace tessaluna::backend::raster {
+
+class RowPainter {
+ public:
+  // The row must have room for as many pixels as the bitmap is wide. Alpha is the state's.
+  RowPainter(Bitmap& bitmap, RowSource& source, float alpha, InkRow& row)
+      : bitmap_(bitmap), source_(source), row_(row), alpha_(alpha), isOpaque_(source.isOpaque() && alpha >= fullCoverage) {}
+
+  void even(int x, int y, int count, float winding) {
+    std::uint32_t* pixels = bitmap_.row(y) + x;
+    const float coverage = coverageOf(winding);
+    if (isOpaque_ && coverage > fullCoverage) return source_.writePixels(x, y, count, pixels);
+    source_.writeInks(x, y, count, row_);
+    const Short8 share = shareOf(splat(coverage * alpha_));
+    forEachFour(pixels, count, [&](std::uint32_t* four, int index) { paint(four, index, share); });
+  }
+
+  void varied(int x, int y, int count, const float* windings) {
+    source_.writeInks(x, y, count, row_);
+    forEachFour(bitmap_.row(y) + x, count, [&](std::uint32_t* four, int index) {
+      float coverage[4] = {};
+      for (int i = 0; i < std::min(4, count - index); ++i) coverage[i] = coverageOf(windings[index + i]);
+      Float4 of;
+      std::memcpy(&of, coverage, sizeof of);
+      paint(four, index, shareOf(of * splat(alpha_)));
+    });
+  }
+
+ private:
+  void paint(std::uint32_t* four, int index, Short8 share) {
+    const FourInks inks = lessened(row_.at(index), share);
+    storeFour(over(loadFour(four), inks, keptBelow(inks)), four);
+  }
+
+  Bitmap& bitmap_;
+  RowSource& source_;
+  InkRow& row_;
+  const float alpha_;
+  const bool isOpaque_;
+};
+
+}  // namespace tessaluna::backend::raster

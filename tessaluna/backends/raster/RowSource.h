@@ -1,0 +1,45 @@
+// What has another color at every pixel: a gradient or an image. It gives the colors of a run of pixels in one row.
+#pragma once
+
+#include "tessaluna/backends/raster/Inks.h"
+#include "tessaluna/backends/raster/WorkBuffer.h"
+
+namespace tessaluna::backend::raster {
+
+// The colors of a run, in two lists: a word for each pixel that holds its even channels, and one for its odd ones.
+class InkRow {
+ public:
+  // Room for so many pixels and those that fill up the last four. False when memory is short.
+  bool prepare(int count) {
+    odd_ = count + 4;
+    return memory_.prepare(2 * std::size_t(odd_)) != nullptr;
+  }
+  FourInks at(int index) { return {loadFour(memory_.data() + index), loadFour(memory_.data() + odd_ + index)}; }
+  // Premultiplied, 0...1.
+  Float4 colorAt(int index) {
+    const std::uint32_t even = memory_.data()[index], odd = memory_.data()[odd_ + index];
+    const Int4 channels{int(even & 0xffff), int(odd & 0xffff), int(even >> 16), int(odd >> 16)};
+    return __builtin_convertvector(channels, Float4) * splat(1.0f / 0xff00);
+  }
+  void set(int index, const FourInks& inks) {
+    storeFour(inks.even, memory_.data() + index);
+    storeFour(inks.odd, memory_.data() + odd_ + index);
+  }
+
+ private:
+  WorkBuffer<std::uint32_t> memory_;
+  int odd_ = 0;
+};
+
+class RowSource {
+ public:
+  virtual ~RowSource() = default;
+  // True if no pixel lets anything through.
+  virtual bool isOpaque() const = 0;
+  // Writes the colors of an opaque source.
+  virtual void writePixels(int x, int y, int count, std::uint32_t* pixels) = 0;
+  // The row has room for the pixels.
+  virtual void writeInks(int x, int y, int count, InkRow& row) = 0;
+};
+
+}  // namespace tessaluna::backend::raster
