@@ -2,17 +2,28 @@
 
 #include <algorithm>
 #include <cstring>
+#include <type_traits>
 
 namespace tessaluna::backend::raster {
 
 namespace {
 
 Float4 alphaOf(Float4 v) { return __builtin_shufflevector(v, v, 3, 3, 3, 3); }
+float alphaOf(float v) { return v; }
+using raster::smaller;
+float smaller(float a, float b) { return std::min(a, b); }
+
+// In all channels.
+template <class Value>
+Value all(float v) {
+  if constexpr (std::is_same_v<Value, float>) return v;
+  else return splat(v);
+}
 
 // R = f(S, D) for a source that already holds its coverage.
-template <BlendMode mode>
-Float4 combined(Float4 s, Float4 d) {
-  const Float4 one = splat(1);
+template <BlendMode mode, class Value>
+Value combined(Value s, Value d) {
+  const Value one = all<Value>(1);
   if constexpr (mode == BlendMode::Normal) return s + d * (one - alphaOf(s));
   if constexpr (mode == BlendMode::SourceIn) return s * alphaOf(d);
   if constexpr (mode == BlendMode::SourceOut) return s * (one - alphaOf(d));
@@ -25,19 +36,19 @@ Float4 combined(Float4 s, Float4 d) {
   if constexpr (mode == BlendMode::PlusLighter) return smaller(s + d, one);
 }
 
-template <BlendMode mode>
-void blendBounded(Float4* destination, const Float4* source, const float* coverage, int count) {
+template <BlendMode mode, class Value>
+void blendBounded(Value* destination, const Value* source, const float* coverage, int count) {
   for (int i = 0; i < count; ++i) {
-    if (coverage[i] != 0) destination[i] = combined<mode>(source[i] * splat(coverage[i]), destination[i]);
+    if (coverage[i] != 0) destination[i] = combined<mode>(source[i] * all<Value>(coverage[i]), destination[i]);
   }
 }
 
-template <BlendMode mode>
-void blendUnbounded(Float4* destination, const Float4* source, const float* coverage, const float* clip, int count) {
+template <BlendMode mode, class Value>
+void blendUnbounded(Value* destination, const Value* source, const float* coverage, const float* clip, int count) {
   for (int i = 0; i < count; ++i) {
-    const Float4 d = destination[i];
-    const Float4 r = combined<mode>(source[i] * splat(coverage[i]), d);
-    destination[i] = clip ? d + (r - d) * splat(clip[i]) : r;
+    const Value d = destination[i];
+    const Value r = combined<mode>(source[i] * all<Value>(coverage[i]), d);
+    destination[i] = clip ? d + (r - d) * all<Value>(clip[i]) : r;
   }
 }
 
@@ -48,15 +59,15 @@ bool isUnbounded(BlendMode mode) {
          mode == BlendMode::DestinationAtop;
 }
 
-void blendRow(BlendMode mode, Float4* destination, const Float4* source, const float* coverage, const float* clip,
-              int count) {
+template <class Value>
+void blendRow(BlendMode mode, Value* destination, const Value* source, const float* coverage, const float* clip, int count) {
   switch (mode) {
     case BlendMode::Normal: return blendBounded<BlendMode::Normal>(destination, source, coverage, count);
     case BlendMode::Clear:
-      for (int i = 0; i < count; ++i) destination[i] *= splat(1 - coverage[i]);
+      for (int i = 0; i < count; ++i) destination[i] *= all<Value>(1 - coverage[i]);
       return;
     case BlendMode::Copy:
-      for (int i = 0; i < count; ++i) destination[i] += (source[i] - destination[i]) * splat(coverage[i]);
+      for (int i = 0; i < count; ++i) destination[i] += (source[i] - destination[i]) * all<Value>(coverage[i]);
       return;
     case BlendMode::SourceIn: return blendUnbounded<BlendMode::SourceIn>(destination, source, coverage, clip, count);
     case BlendMode::SourceOut: return blendUnbounded<BlendMode::SourceOut>(destination, source, coverage, clip, count);
@@ -71,6 +82,9 @@ void blendRow(BlendMode mode, Float4* destination, const Float4* source, const f
     case BlendMode::PlusLighter: return blendBounded<BlendMode::PlusLighter>(destination, source, coverage, count);
   }
 }
+
+template void blendRow(BlendMode, Float4*, const Float4*, const float*, const float*, int);
+template void blendRow(BlendMode, float*, const float*, const float*, const float*, int);
 
 void loadRow(const std::uint32_t* pixels, Float4* out, int count) {
   for (int i = 0; i < count; ++i) {

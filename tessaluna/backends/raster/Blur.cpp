@@ -1,6 +1,7 @@
 #include "tessaluna/backends/raster/Blur.h"
 
 #include <cmath>
+#include <cstring>
 
 namespace tessaluna::backend::raster {
 
@@ -15,7 +16,8 @@ constexpr double deviationInCells = 4;
 
 bool Plane::begin(const PixelRect& newBox) {
   box = newBox;
-  const std::size_t count = std::size_t(box.width()) * std::size_t(box.height());
+  // A block may be read from the last value on.
+  const std::size_t count = std::size_t(box.width()) * std::size_t(box.height()) + Blur::blockSize;
   float* values = memory.prepare(count);
   if (values) std::fill_n(values, count, 0.0f);
   return values != nullptr;
@@ -48,37 +50,75 @@ void Blur::makeKernel(Kernel& kernel, double deviation, double move) {
 bool Blur::convolve(Plane& from, Plane& to, const Style& style) {
   makeKernel(across_, style.deviation, style.dx);
   makeKernel(down_, style.deviation, style.dy);
-  const int taps = int(across_.weights.size()), width = to.box.width();
   const PixelRect middle{to.box.left, from.box.top, to.box.right, from.box.bottom};
-  // A row of the source with as many zeros around it as any weight may ask for.
-  const int firstColumn = to.box.left + across_.first;
-  const int padded = width + taps;
-  float* source = padded_.prepare(std::size_t(padded));
-  if (!source || !rows_.begin(middle)) return false;
-
-  const int copyFrom = std::max(firstColumn, from.box.left), copyTo = std::min(firstColumn + padded, from.box.right);
+  if (!rows_.begin(middle) || !padded_.prepare(std::size_t(inBlocks(to.box.width())) + across_.weights.size())) return false;
+  repeats_.assign(std::size_t(middle.height()), 0);
   for (int y = middle.top; y < middle.bottom; ++y) {
-    std::fill_n(source, padded, 0.0f);
-    if (copyFrom < copyTo) {
-      std::copy_n(from.row(y) + (copyFrom - from.box.left), copyTo - copyFrom, source + (copyFrom - firstColumn));
-    }
-    float* out = rows_.row(y);
-    for (int tap = 0; tap < taps; ++tap) {
-      const float weight = across_.weights[std::size_t(tap)];
-      for (int x = 0; x < width; ++x) out[x] += weight * source[x + tap];
-    }
+    const float* row = from.row(y);
+    const bool repeats = y > middle.top && std::equal(row, row + from.box.width(), from.row(y - 1));
+    repeats_[std::size_t(y - middle.top)] = repeats;
+    if (repeats) std::copy_n(rows_.row(y - 1), middle.width(), rows_.row(y));
+    else convolveAcross(from, y);
   }
+  int repeating = 0;  // rows up to the last one that are as those above them
+  int next = middle.top;
   for (int y = to.box.top; y < to.box.bottom; ++y) {
-    float* out = to.row(y);
-    const int first = std::max(y + down_.first, middle.top);
-    const int last = std::min(y + down_.first + int(down_.weights.size()), middle.bottom);
-    for (int row = first; row < last; ++row) {
-      const float weight = down_.weights[std::size_t(row - y - down_.first)];
-      const float* in = rows_.row(row);
-      for (int x = 0; x < width; ++x) out[x] += weight * in[x];
-    }
+    const int first = y + down_.first, last = first + int(down_.weights.size());
+    for (; next < std::min(last, middle.bottom); ++next)
+      repeating = repeats_[std::size_t(next - middle.top)] ? repeating + 1 : 0;
+    const bool isAsAbove = y > to.box.top && first > middle.top && last <= middle.bottom && repeating >= last - first;
+    if (isAsAbove) std::copy_n(to.row(y - 1), to.box.width(), to.row(y));
+    else convolveDown(y, to);
   }
   return true;
+}
+
+// The sums of a block of values, over taps that lie so far apart.
+inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, std::span<const float> weights, float* out, int count) {
+  Float4 sums[blockSize / 4] = {};
+  for (const float weight : weights) {
+    for (int i = 0; i < blockSize / 4; ++i) {
+      Float4 v;
+      std::memcpy(&v, from + 4 * i, sizeof v);
+      sums[i] += v * splat(weight);
+    }
+    from += step;
+  }
+  std::memcpy(out, sums, std::size_t(count) * sizeof(float));
+}
+
+void Blur::convolveAcross(Plane& from, int y) {
+  // The row with as many zeros around it as any weight may ask for.
+  const int width = rows_.box.width(), taps = int(across_.weights.size()), padded = inBlocks(width) + taps;
+  const int firstColumn = rows_.box.left + across_.first;
+  float* source = padded_.data();
+  std::fill_n(source, padded, 0.0f);
+  const int copyFrom = std::max(firstColumn, from.box.left), copyTo = std::min(firstColumn + padded, from.box.right);
+  if (copyFrom < copyTo) {
+    std::copy_n(from.row(y) + (copyFrom - from.box.left), copyTo - copyFrom, source + (copyFrom - firstColumn));
+  }
+  float* out = rows_.row(y);
+  int even = 0;  // the place up to which values are those of the block's first
+  for (int x = 0; x < width; x += blockSize) {
+    const int count = std::min(blockSize, width - x), end = x + blockSize + taps - 1;
+    if (even <= x || source[even - 1] != source[x]) even = x + 1;
+    while (even < end && source[even] == source[x]) ++even;
+    if (even == end) std::fill_n(out + x, count, source[x]);
+    else sumBlock(source + x, 1, across_.weights, out + x, count);
+  }
+}
+
+void Blur::convolveDown(int y, Plane& to) {
+  const PixelRect& middle = rows_.box;
+  const int first = std::max(y + down_.first, middle.top);
+  const int last = std::min(y + down_.first + int(down_.weights.size()), middle.bottom);
+  if (first >= last) return;
+  const std::span<const float> weights =
+      std::span<const float>(down_.weights).subspan(std::size_t(first - y - down_.first), std::size_t(last - first));
+  const int width = to.box.width();
+  for (int x = 0; x < width; x += blockSize) {
+    sumBlock(rows_.row(first) + x, width, weights, to.row(y) + x, std::min(blockSize, width - x));
+  }
 }
 
 bool Blur::apply(Plane& from, Plane& to, const Style& style) {
@@ -97,19 +137,23 @@ bool Blur::apply(Plane& from, Plane& to, const Style& style) {
 // Each pixel between the middles of four cells gets its share of them.
 bool Blur::enlarge(Plane& cells, Plane& to, int cell, const Style& style) {
   const auto place = [cell](int pixel, double move) { return (pixel + 0.5 - move) / cell - 0.5; };
-  const int width = cells.box.width();
-  float* between = padded_.prepare(std::size_t(width));
-  if (!between) return false;
+  const int width = cells.box.width(), count = to.box.width();
+  float* const between = padded_.prepare(std::size_t(width));
+  Column* const columns = columns_.prepare(std::size_t(count));
+  if (!between || !columns) return false;
+  for (int x = 0; x < count; ++x) {
+    const double column = place(to.box.left + x, style.dx), left = std::floor(column);
+    columns[x] = {int(left) - cells.box.left, float(column - left)};
+  }
   for (int y = to.box.top; y < to.box.bottom; ++y) {
     const double row = place(y, style.dy), above = std::floor(row);
     const float below = float(row - above);
     const float *upper = cells.row(int(above)), *lower = cells.row(int(above) + 1);
     for (int x = 0; x < width; ++x) between[x] = upper[x] + (lower[x] - upper[x]) * below;
     float* out = to.row(y);
-    for (int x = 0; x < to.box.width(); ++x) {
-      const double column = place(to.box.left + x, style.dx), left = std::floor(column);
-      const float* pair = between + (int(left) - cells.box.left);
-      out[x] = pair[0] + (pair[1] - pair[0]) * float(column - left);
+    for (int x = 0; x < count; ++x) {
+      const float* pair = between + columns[x].left;
+      out[x] = pair[0] + (pair[1] - pair[0]) * columns[x].share;
     }
   }
   return true;

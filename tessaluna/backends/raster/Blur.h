@@ -1,8 +1,11 @@
 // The Gaussian of shadows, on a plane of single values.
 #pragma once
 
+#include <cstdint>
+#include <span>
 #include <vector>
 
+#include "tessaluna/backends/raster/Float4.h"
 #include "tessaluna/backends/raster/PixelRect.h"
 #include "tessaluna/backends/raster/WorkBuffer.h"
 
@@ -31,6 +34,9 @@ class Blur {
   // pixels. Cell (0, 0) begins at pixel (0, 0).
   static int cellSize(double deviation);
 
+  // Values are summed up in blocks of so many.
+  static constexpr int blockSize = 16;
+
   // Fills the box of `to`, which has been begun, with the values of `from`, moved and blurred. Weights are
   // those of the Gaussian at whole pixels, their sum 1. `from` holds cells when these are larger than a
   // pixel. False when memory is short.
@@ -43,6 +49,16 @@ class Blur {
     std::vector<float> weights;
   };
 
+  // Of a pixel between two cells.
+  struct Column {
+    int left;
+    float share;  // of the cell to the right
+  };
+
+  static int inBlocks(int count) { return (count + blockSize - 1) / blockSize * blockSize; }
+  static void sumBlock(const float* from, std::ptrdiff_t step, std::span<const float> weights, float* out, int count);
+  void convolveAcross(Plane& from, int y);
+  void convolveDown(int y, Plane& to);
   static void makeKernel(Kernel& kernel, double deviation, double move);
   bool convolve(Plane& from, Plane& to, const Style& style);
   bool enlarge(Plane& cells, Plane& to, int cell, const Style& style);
@@ -50,6 +66,8 @@ class Blur {
   Kernel across_, down_;
   Plane rows_, cells_;
   WorkBuffer<float> padded_;
+  WorkBuffer<Column> columns_;
+  std::vector<std::uint8_t> repeats_;  // 1 for a row of the source that is as the one above it
 };
 
 }  // namespace tessaluna::backend::raster

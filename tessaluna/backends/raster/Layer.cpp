@@ -4,7 +4,8 @@
 
 namespace tessaluna::backend::raster {
 
-bool Layer::include(const PixelRect& box) {
+template <class Value>
+bool LayerOf<Value>::include(const PixelRect& box) {
   PixelRect wanted = box.intersected(most_);
   if (wanted.isEmpty() || content_.contains(wanted)) return true;
   const PixelRect before = content_;
@@ -22,31 +23,37 @@ bool Layer::include(const PixelRect& box) {
   const std::size_t oldWidth = std::size_t(before.width()), newWidth = std::size_t(wanted.width());
   const std::size_t newCount = newWidth * std::size_t(wanted.height());
   const std::size_t oldCount = before.isEmpty() ? 0 : oldWidth * std::size_t(before.height());
-  Float4* pixels = memory_.grow(newCount, oldCount);
+  if (newCount - oldCount > *pixelsLeft_) return false;
+  Value* pixels = memory_.grow(newCount, oldCount);
   if (!pixels) {
+    *pixelsLeft_ += oldCount;
     content_ = {};
     return false;
   }
+  *pixelsLeft_ -= newCount - oldCount;
   content_ = wanted;
   if (oldCount == 0) {
-    std::fill_n(pixels, newCount, Float4{});
+    std::fill_n(pixels, newCount, Value{});
     return true;
   }
   // Rows only move towards the end of the block, so going from the last to the first overwrites nothing still
   // needed.
   const std::size_t shift = std::size_t(before.left - wanted.left);
   const int below = wanted.bottom - before.bottom;
-  std::fill_n(pixels + newCount - std::size_t(below) * newWidth, std::size_t(below) * newWidth, Float4{});
+  std::fill_n(pixels + newCount - std::size_t(below) * newWidth, std::size_t(below) * newWidth, Value{});
   for (int y = before.bottom - 1; y >= before.top; --y) {
-    Float4* row = pixels + std::size_t(y - wanted.top) * newWidth;
-    std::memmove(row + shift, pixels + std::size_t(y - before.top) * oldWidth, oldWidth * sizeof(Float4));
-    std::fill_n(row + shift + oldWidth, newWidth - shift - oldWidth, Float4{});
+    Value* row = pixels + std::size_t(y - wanted.top) * newWidth;
+    std::memmove(row + shift, pixels + std::size_t(y - before.top) * oldWidth, oldWidth * sizeof(Value));
+    std::fill_n(row + shift + oldWidth, newWidth - shift - oldWidth, Value{});
   }
   // The left margins come last: while rows were moving they could still hold others.
   for (int y = wanted.top; y < wanted.bottom; ++y) {
-    std::fill_n(pixels + std::size_t(y - wanted.top) * newWidth, y < before.top ? newWidth : shift, Float4{});
+    std::fill_n(pixels + std::size_t(y - wanted.top) * newWidth, y < before.top ? newWidth : shift, Value{});
   }
   return true;
 }
+
+template class LayerOf<Float4>;
+template class LayerOf<float>;
 
 }  // namespace tessaluna::backend::raster

@@ -1,4 +1,5 @@
-// The picture of a transparency layer: float channels, kept only for the part that was painted on.
+// The picture of a transparency layer, kept only for the part that was painted on: float channels, or one value for each pixel
+// while all that the layer holds is of one color.
 #pragma once
 
 #include "tessaluna/backends/raster/Float4.h"
@@ -7,26 +8,36 @@
 
 namespace tessaluna::backend::raster {
 
-class Layer {
+template <class Value>
+class LayerOf {
  public:
-  // Starts empty; nothing will be painted outside `most`.
-  void begin(const PixelRect& most) {
+  // Starts empty; nothing will be painted outside `most`. Its pixels are taken from those that layers may still have, and
+  // given back at its end.
+  void begin(const PixelRect& most, std::size_t& pixelsLeft) {
     most_ = most;
     content_ = {};
+    pixelsLeft_ = &pixelsLeft;
   }
+  void end() { *pixelsLeft_ += countOf(content_); }
   // Makes pixels of the part of `box` that is within the layer. False when memory is short.
   bool include(const PixelRect& box);
 
   const PixelRect& most() const { return most_; }
   const PixelRect& content() const { return content_; }  // outside it everything is transparent
-  Float4* pixel(int x, int y) {
+  Value* pixel(int x, int y) {
     return memory_.data() + std::size_t(y - content_.top) * std::size_t(content_.width()) + (x - content_.left);
   }
-  const Float4* pixel(int x, int y) const { return const_cast<Layer*>(this)->pixel(x, y); }
+  const Value* pixel(int x, int y) const { return const_cast<LayerOf*>(this)->pixel(x, y); }
 
  private:
+  static std::size_t countOf(const PixelRect& box) { return std::size_t(box.width()) * std::size_t(box.height()); }
+
   PixelRect most_, content_;
-  WorkBuffer<Float4> memory_;
+  std::size_t* pixelsLeft_ = nullptr;
+  WorkBuffer<Value> memory_;
 };
+
+using Layer = LayerOf<Float4>;
+using TintLayer = LayerOf<float>;
 
 }  // namespace tessaluna::backend::raster

@@ -5,12 +5,12 @@ namespace tessaluna::backend::raster {
 Painter::Painter(const Painting& painting, const PixelRect& shapeBox, Memory& memory)
     : painting_(painting), memory_(memory), isUnbounded_(isUnbounded(painting.mode)) {
   const Clip& clip = painting.clip;
-  Layer* layer = painting.surface.layer;
+  const Surface& surface = painting.surface;
   PixelRect changed = shapeBox.intersected(clip.box);
-  if (layer && !layer->include(changed)) return;
+  if (!surface.include(changed)) return;
   // Beyond the shape an unbounded operator changes the whole clip; of a layer only what is not transparent
   // anyway.
-  if (isUnbounded_) changed = layer ? clip.box.intersected(layer->content()) : clip.box;
+  if (isUnbounded_) changed = surface.bitmap ? clip.box : clip.box.intersected(surface.content());
   if (changed.isEmpty()) return;
 
   const std::size_t width = std::size_t(changed.width());
@@ -72,6 +72,24 @@ void Painter::blend(int left, int right) {
     }
   }
 
+  const Surface& surface = painting_.surface;
+  if (surface.tint) {
+    float* const alphas = reinterpret_cast<float*>(memory_.source.data());
+    std::fill_n(alphas, count, painting_.source.color[3]);
+    return blendRow(painting_.mode, surface.tint->pixel(left, row_), alphas, coverage, clip, count);
+  }
+  writeColors(left, right);
+  const Float4* const colors = memory_.source.data();
+  if (surface.layer) return blendRow(painting_.mode, surface.layer->pixel(left, row_), colors, coverage, clip, count);
+  std::uint32_t* pixels = surface.bitmap->row(row_) + left;
+  Float4* destination = memory_.destination.data();
+  loadRow(pixels, destination, count);
+  blendRow(painting_.mode, destination, colors, coverage, clip, count);
+  storeRow(destination, pixels, count);
+}
+
+void Painter::writeColors(int left, int right) {
+  const int count = right - left;
   const Source& source = painting_.source;
   Float4* colors = memory_.source.data();
   if (source.rows) {
@@ -92,16 +110,6 @@ void Painter::blend(int left, int right) {
   } else {
     std::fill_n(colors, count, source.color);
   }
-
-  if (painting_.surface.layer) {
-    blendRow(painting_.mode, painting_.surface.layer->pixel(left, row_), colors, coverage, clip, count);
-    return;
-  }
-  std::uint32_t* pixels = painting_.surface.bitmap->row(row_) + left;
-  Float4* destination = memory_.destination.data();
-  loadRow(pixels, destination, count);
-  blendRow(painting_.mode, destination, colors, coverage, clip, count);
-  storeRow(destination, pixels, count);
 }
 
 }  // namespace tessaluna::backend::raster

@@ -9,10 +9,18 @@
 
 namespace tessaluna::backend::raster {
 
-// What is painted on: exactly one of the two.
+// What is painted on: exactly one of the three. A tint is painted on by one color, of which only the alpha counts.
 struct Surface {
   Bitmap* bitmap = nullptr;
   Layer* layer = nullptr;
+  TintLayer* tint = nullptr;
+
+  // Makes room for a box of a layer; the part that has room is its content.
+  bool include(const PixelRect& box) const {
+    if (bitmap) return true;
+    return layer ? layer->include(box) : tint->include(box);
+  }
+  const PixelRect& content() const { return layer ? layer->content() : tint->content(); }
 };
 
 // What is painted: one color, whose alpha holds the state's, or the colors of a gradient, an image or a layer.
@@ -57,6 +65,7 @@ class Painter {
   void goToRow(int y);
   void paintRow();
   void blend(int left, int right);
+  void writeColors(int left, int right);
 
   const Painting& painting_;
   Memory& memory_;

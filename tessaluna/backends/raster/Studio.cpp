@@ -1,5 +1,7 @@
 #include "tessaluna/backends/raster/Studio.h"
 
+#include <utility>
+
 namespace tessaluna::backend::raster {
 
 namespace {
@@ -10,6 +12,8 @@ constexpr double endStep = 2.0 / 3;        // at which no area is lost at the en
 constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixels
 // How far outside a clip, in pixels, a layer keeps what casts a shadow into it.
 constexpr int farthestCast = 512;
+// What open layers may hold together: so many times the bitmap's pixels, and some more for small ones.
+constexpr std::size_t layersPerBitmap = 8, leastLayerPixels = std::size_t(8) << 20;
 // Deeper nests of layers do not keep their memory, and others not for ever.
 constexpr std::size_t mostLayersKept = 8;
 constexpr int nestsBetweenChecks = 1024;
@@ -66,6 +70,7 @@ void RasterCanvas::Studio::begin(Bitmap& bitmap, const View& view) {
   bitmap_ = &bitmap;
   clearForReuse(saved_);
   openLayers_ = 0;
+  layerPixels_ = std::size_t(bitmap.width()) * std::size_t(bitmap.height()) * layersPerBitmap + leastLayerPixels;
   state_ = {};
   scale_ = view.scale;
   const double s = view.scale;
@@ -84,11 +89,6 @@ void RasterCanvas::Studio::restoreState() {
   saved_.pop_back();
 }
 
-Surface RasterCanvas::Studio::surface() {
-  if (openLayers_ == 0) return {.bitmap = bitmap_};
-  return {.layer = &layers_[openLayers_ - 1]->pixels};
-}
-
 std::optional<RasterCanvas::Studio::CastShadow> RasterCanvas::Studio::castShadow() const {
   const Shadow& shadow = state_.shadow;
   if (!shadow.color) return std::nullopt;
@@ -103,15 +103,18 @@ std::optional<RasterCanvas::Studio::CastShadow> RasterCanvas::Studio::castShadow
   return cast;
 }
 
+// From where a shadow falls into the clip.
+PixelRect RasterCanvas::Studio::castingBox(const CastShadow& shadow) const {
+  const PixelRect& clip = state_.clip.box;
+  const int reach = std::min(Blur::reach(shadow.deviation), farthestCast) + 1;
+  const int dx = int(std::floor(shadow.dx)), dy = int(std::floor(shadow.dy));
+  return {clip.left - dx - reach - 1, clip.top - dy - reach - 1, clip.right - dx + reach, clip.bottom - dy + reach};
+}
+
 // Where a shape's pixels matter: in the clip, and where its shadow falls into the clip from.
 PixelRect RasterCanvas::Studio::neededBox(const std::optional<CastShadow>& shadow) const {
   const PixelRect& clip = state_.clip.box;
-  if (!shadow || clip.isEmpty()) return clip;
-  const int reach = std::min(Blur::reach(shadow->deviation), farthestCast) + 1;
-  const int dx = int(std::floor(shadow->dx)), dy = int(std::floor(shadow->dy));
-  const PixelRect source{clip.left - dx - reach - 1, clip.top - dy - reach - 1, clip.right - dx + reach,
-                         clip.bottom - dy + reach};
-  return clip.united(source);
+  return !shadow || clip.isEmpty() ? clip : clip.united(castingBox(*shadow));
 }
 
 void RasterCanvas::Studio::flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible) {
@@ -175,12 +178,13 @@ void RasterCanvas::Studio::fillRect(const DeviceRect& rect, const Source& source
   const int last = box.right - 1;
   const float leftShare = share(box.left, rect.left, rect.right), rightShare = share(last, rect.left, rect.right);
   const int from = leftShare < 1 ? box.left + 1 : box.left, to = rightShare < 1 ? last : box.right;
-  paint(source, box, [&](auto& painter) {
-    for (int y = box.top; y < box.bottom; ++y) {
+  paint(source, box, [&](auto& painter, const PixelRect& part) {
+    for (int y = part.top; y < part.bottom; ++y) {
       const float height = share(y, rect.top, rect.bottom);
-      if (from > box.left) painter.even(box.left, y, 1, height * leftShare);
-      if (from < to) painter.even(from, y, to - from, height);
-      if (to < box.right && last >= from) painter.even(last, y, 1, height * rightShare);
+      const int partFrom = std::max(from, part.left), partTo = std::min(to, part.right);
+      if (from > part.left) painter.even(part.left, y, 1, height * leftShare);
+      if (partFrom < partTo) painter.even(partFrom, y, partTo - partFrom, height);
+      if (to < part.right && last >= from) painter.even(last, y, 1, height * rightShare);
     }
   });
 }
@@ -214,11 +218,13 @@ bool RasterCanvas::Studio::paintsPlainly(const Source& source) const {
 
 void RasterCanvas::Studio::paintPolygons(CoverageBuffer::Shape shape, const Source& source,
                                          const std::optional<CastShadow>& shadow) {
+  if (keepAsShape(shape, source, shadow)) return;
   if (shadow) paintShadowOfPolygons(shape, source, *shadow);
-  const PixelRect whole = polygons_.bounds().roundedOut(), box = whole.intersected(state_.clip.box);
-  shape.liesInBox = box == whole;
-  paint(source, box, [&](auto& painter) { coverage_.sweep(shape, box, painter); });
-  noteInLayer(shape, source, shadow);
+  const PixelRect whole = polygons_.bounds().roundedOut();
+  paint(source, whole.intersected(state_.clip.box), [&](auto& painter, const PixelRect& box) {
+    shape.liesInBox = box == whole;
+    coverage_.sweep(shape, box, painter);
+  });
 }
 
 void RasterCanvas::Studio::paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source,
@@ -250,30 +256,68 @@ void RasterCanvas::Studio::paintShadowOfPolygons(CoverageBuffer::Shape shape, co
   paintPlane(blurred_, color);
 }
 
-void RasterCanvas::Studio::noteInLayer(const CoverageBuffer::Shape& shape, const Source& source,
+bool RasterCanvas::Studio::keepAsShape(const CoverageBuffer::Shape& shape, const Source& source,
                                        const std::optional<CastShadow>& shadow) {
-  if (openLayers_ == 0) return;
-  OpenLayer& layer = *layers_[openLayers_ - 1];
-  const bool isAlone = layer.operations++ == 0 && !shadow && source.isEven() && state_.blendMode == BlendMode::Normal &&
-                       state_.clip.box == layer.pixels.most() && state_.clip.isPlain();
-  layer.shapeAlpha = isAlone ? source.color[3] : 0;
-  if (!isAlone) return;
+  if (openLayers_ == 0) return false;
+  OpenLayer& layer = openLayer();
+  const bool isAlone = layer.content == OpenLayer::Content::Nothing && !shadow && source.isEven() &&
+                       state_.blendMode == BlendMode::Normal && state_.clip.isPlain() &&
+                       state_.clip.box == layer.pixels.most().united(layer.casting.most());
+  if (!isAlone) return false;
+  layer.content = OpenLayer::Content::Shape;
   layer.rule = shape.rule;
-  layer.shape = polygons_;
+  layer.shapeColor = source.color;
+  std::swap(layer.shape, polygons_);
+  return true;
 }
 
-// The open layer, if there is one, holds something else than one shape.
-void RasterCanvas::Studio::noteMixtureInLayer() {
-  if (openLayers_ == 0) return;
-  ++layers_[openLayers_ - 1]->operations;
-  layers_[openLayers_ - 1]->shapeAlpha = 0;
+// The open layer will hold more than its one shape.
+void RasterCanvas::Studio::paintKeptShape() {
+  OpenLayer& layer = openLayer();
+  if (layer.content != OpenLayer::Content::Shape) return;
+  layer.content = OpenLayer::Content::Nothing;
+  State now = state_;
+  state_.clip = {.box = layer.pixels.most().united(layer.casting.most())};
+  state_.blendMode = BlendMode::Normal;
+  const CoverageBuffer::Shape shape{.polygons = layer.shape, .rule = layer.rule};
+  const PixelRect box = layer.shape.bounds().roundedOut().intersected(state_.clip.box);
+  paint({.color = layer.shapeColor}, box,
+        [&](auto& painter, const PixelRect& part) { coverage_.sweep(shape, part, painter); });
+  state_ = std::move(now);
+}
+
+// True for one color in a layer that holds no other.
+bool RasterCanvas::Studio::takesAsTint(OpenLayer& layer, const Source& source) {
+  const bool isNew = layer.content == OpenLayer::Content::Nothing;
+  if (!source.isEven() || !layer.casting.most().isEmpty() || !(isNew || layer.content == OpenLayer::Content::Tint))
+    return false;
+  const float alpha = source.color[3];
+  if (isNew) layer.tintColor = alpha > 0 ? source.color * splat(1 / alpha) : Float4{0, 0, 0, 1};
+  constexpr float rounding = 1e-6f;
+  if (isAnySet(magnitude(source.color - layer.tintColor * splat(alpha)) > splat(rounding))) return false;
+  layer.content = OpenLayer::Content::Tint;
+  return true;
+}
+
+void RasterCanvas::Studio::turnIntoPixels(OpenLayer& layer) {
+  const bool isTint = layer.content == OpenLayer::Content::Tint;
+  layer.content = OpenLayer::Content::Pixels;
+  const PixelRect box = layer.tint.content();
+  if (!isTint || !layer.pixels.include(box)) return;
+  for (int y = box.top; y < box.bottom; ++y) {
+    const float* values = layer.tint.pixel(box.left, y);
+    Float4* pixels = layer.pixels.pixel(box.left, y);
+    for (int i = 0; i < box.width(); ++i) pixels[i] = layer.tintColor * splat(values[i]);
+  }
 }
 
 // Paints one color by the coverage that the plane holds.
 void RasterCanvas::Studio::paintPlane(Plane& plane, Float4 color) {
   const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
-  paint({.color = color}, box, [&](auto& painter) {
-    for (int y = box.top; y < box.bottom; ++y) painter.varied(box.left, y, box.width(), plane.row(y));
+  paint({.color = color}, box, [&](auto& painter, const PixelRect& part) {
+    for (int y = part.top; y < part.bottom; ++y) {
+      painter.varied(part.left, y, part.width(), plane.row(y) + (part.left - box.left));
+    }
   });
 }
 
@@ -283,15 +327,26 @@ void RasterCanvas::Studio::beginLayer() {
   OpenLayer& layer = *layers_[openLayers_++];
   deepestNest_ = std::max(deepestNest_, openLayers_);
   layer.savedStates = saved_.size();
-  layer.operations = 0;
-  layer.shapeAlpha = 0;
+  layer.content = OpenLayer::Content::Nothing;
+  layer.limit = openLayers_ > 1 ? layers_[openLayers_ - 2]->limit : bitmap_->bounds().grown(farthestCast);
   // A layer that will not be seen need not be painted.
   const bool isUnseen = !(state_.alpha > 0) && !isUnbounded(state_.blendMode) && state_.blendMode != BlendMode::Copy &&
                         state_.blendMode != BlendMode::Clear;
-  const PixelRect most = isUnseen ? PixelRect{} : neededBox(castShadow());
-  layer.pixels.begin(most);
+  PixelRect seen = isUnseen ? PixelRect{} : state_.clip.box, casting;
+  const std::optional<CastShadow> shadow = castShadow();
+  if (shadow && !seen.isEmpty()) {
+    const int dx = int(std::floor(shadow->dx)), dy = int(std::floor(shadow->dy));
+    const PixelRect& limit = layer.limit;
+    const PixelRect moved{limit.left - dx, limit.top - dy, limit.right - dx, limit.bottom - dy};
+    casting = castingBox(*shadow).intersected(moved);
+    layer.limit = limit.united(moved);
+    if (!seen.intersected(casting).isEmpty()) seen = seen.united(std::exchange(casting, {}));
+  }
+  layer.pixels.begin(seen, layerPixels_);
+  layer.casting.begin(casting, layerPixels_);
+  layer.tint.begin(seen, layerPixels_);
   // The clip in force is applied once, when the layer is composited.
-  state_.clip = {.box = most};
+  state_.clip = {.box = seen.united(casting)};
   state_.alpha = 1;
   state_.blendMode = BlendMode::Normal;
   state_.shadow = {};
@@ -299,37 +354,57 @@ void RasterCanvas::Studio::beginLayer() {
 
 void RasterCanvas::Studio::endLayer() {
   if (openLayers_ == 0) return;
-  OpenLayer& layer = *layers_[--openLayers_];
+  OpenLayer& layer = openLayer();
+  const BlendMode mode = saved_[layer.savedStates - 1].blendMode;
+  // A picture is as large as the clip, even where it is empty; but only these two operators can tell.
+  const bool showsEmptyParts = mode == BlendMode::Copy || mode == BlendMode::Clear;
+  if (showsEmptyParts) {
+    paintKeptShape();
+    turnIntoPixels(layer);
+  }
+  --openLayers_;
   saved_.resize(layer.savedStates);
   state_ = std::move(saved_.back());
   saved_.pop_back();
-  if (state_.clip.box.isEmpty()) return;
+  if (!state_.clip.box.isEmpty()) composite(layer, showsEmptyParts);
+  layer.pixels.end();
+  layer.casting.end();
+  layer.tint.end();
+  giveBackLayers();
+}
 
-  const double alpha = state_.alpha > 0 ? std::min(state_.alpha, 1.0) : 0;
-  if (const std::optional<CastShadow> shadow = castShadow()) {
-    if (layer.shapeAlpha > 0) {
-      const CoverageBuffer::Shape shape{.polygons = layer.shape, .rule = layer.rule};
-      paintShadowOfPolygons(shape, {.color = splat(layer.shapeAlpha * float(alpha))}, *shadow);
-    } else {
-      paintShadowOfLayer(layer.pixels, *shadow);
-    }
+void RasterCanvas::Studio::composite(OpenLayer& layer, bool showsEmptyParts) {
+  const float alpha = float(held(state_.alpha));
+  const std::optional<CastShadow> shadow = castShadow();
+  if (layer.content == OpenLayer::Content::Shape) {
+    std::swap(layer.shape, polygons_);
+    return paintPolygons({.polygons = polygons_, .rule = layer.rule}, {.color = layer.shapeColor * splat(alpha)}, shadow);
   }
-  if (openLayers_ == 0) giveBackLayers();
-  noteMixtureInLayer();
-  const Source source{.layer = &layer.pixels, .alpha = float(alpha)};
-  // A picture is as large as the clip, even where it is empty; but only these two operators can tell.
-  const bool showsEmptyParts = state_.blendMode == BlendMode::Copy || state_.blendMode == BlendMode::Clear;
+  if (layer.content == OpenLayer::Content::Tint) {
+    if (!shadow) return paintTint(layer, alpha);
+    turnIntoPixels(layer);
+  }
+  if (shadow) paintShadowOfLayer(layer.casting.most().isEmpty() ? layer.pixels : layer.casting, *shadow);
   const PixelRect& clip = state_.clip.box;
   const PixelRect box = showsEmptyParts ? clip : layer.pixels.content().intersected(clip);
-  paint(source, box, [&](auto& painter) {
-    for (int y = box.top; y < box.bottom; ++y) painter.even(box.left, y, box.width(), 1);
+  paint({.layer = &layer.pixels, .alpha = alpha}, box, [](auto& painter, const PixelRect& part) {
+    for (int y = part.top; y < part.bottom; ++y) painter.even(part.left, y, part.width(), 1);
   });
 }
 
-// Behind an outermost layer.
+void RasterCanvas::Studio::paintTint(const OpenLayer& layer, float alpha) {
+  const PixelRect box = layer.tint.content().intersected(state_.clip.box);
+  paint({.color = layer.tintColor * splat(alpha)}, box, [&](auto& painter, const PixelRect& part) {
+    for (int y = part.top; y < part.bottom; ++y) {
+      painter.varied(part.left, y, part.width(), layer.tint.pixel(part.left, y));
+    }
+  });
+}
+
+// Behind a layer: those deep in a nest go as they end, others when they have not been used for long.
 void RasterCanvas::Studio::giveBackLayers() {
-  if (layers_.size() > mostLayersKept) layers_.resize(mostLayersKept);
-  if (++nests_ < nestsBetweenChecks) return;
+  if (openLayers_ >= mostLayersKept) layers_.resize(openLayers_);
+  if (openLayers_ > 0 || ++nests_ < nestsBetweenChecks) return;
   layers_.resize(std::min(layers_.size(), deepestNest_));
   nests_ = 0;
   deepestNest_ = 1;
@@ -351,8 +426,7 @@ void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShad
   }
   const Blur::Style style{.deviation = shadow.deviation, .dx = shadow.dx, .dy = shadow.dy};
   if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, style)) return;
-  const double alpha = state_.alpha > 0 ? std::min(state_.alpha, 1.0) : 0;
-  paintPlane(blurred_, shadow.color * splat(float(alpha)));
+  paintPlane(blurred_, shadow.color * splat(float(held(state_.alpha))));
 }
 
 }  // namespace tessaluna::backend::raster

@@ -43,14 +43,18 @@ class RasterCanvas::Studio {
 
  private:
   struct OpenLayer {
-    Layer pixels;
+    Layer pixels;                 // what will be seen
+    Layer casting;                // what casts a shadow into the clip from afar; unused when one box around both is as good
     std::size_t savedStates = 0;  // at its begin, with the state that it was begun in as the last
-    // The one shape that the layer holds, when it holds no more: its shadow can then be made from the shape
-    // itself.
-    int operations = 0;
+    PixelRect limit;              // beyond which nothing comes into the picture any more
+    // A layer that holds one shape in one color is that shape: nothing is painted before more follows.
+    // What is of one color takes one value for each pixel.
+    enum class Content { Nothing, Shape, Tint, Pixels } content = Content::Nothing;
+    TintLayer tint;
+    Float4 tintColor{};  // opaque
     Polygons shape;
     FillRule rule = FillRule::NonZero;
-    float shapeAlpha = 0;  // 0 when the layer holds something else
+    Float4 shapeColor{};
   };
   // The state's shadow in device pixels.
   struct CastShadow {
@@ -58,8 +62,13 @@ class RasterCanvas::Studio {
     Float4 color{};
   };
 
-  Surface surface();
+  OpenLayer& openLayer() { return *layers_[openLayers_ - 1]; }
+  bool keepAsShape(const CoverageBuffer::Shape& shape, const Source& source, const std::optional<CastShadow>& shadow);
+  void paintKeptShape();
+  static bool takesAsTint(OpenLayer& layer, const Source& source);
+  static void turnIntoPixels(OpenLayer& layer);
   std::optional<CastShadow> castShadow() const;
+  PixelRect castingBox(const CastShadow& shadow) const;
   PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
   void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
   void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
@@ -70,11 +79,13 @@ class RasterCanvas::Studio {
   bool paintsPlainly(const Source& source) const;
   template <class Cover>
   void paint(const Source& source, const PixelRect& box, Cover cover);
+  template <class Cover>
+  void paintOn(const Surface& surface, const Source& source, const PixelRect& box, Cover cover);
   void paintPolygons(CoverageBuffer::Shape shape, const Source& source, const std::optional<CastShadow>& shadow);
   void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
-  void noteInLayer(const CoverageBuffer::Shape& shape, const Source& source, const std::optional<CastShadow>& shadow);
+  void paintTint(const OpenLayer& layer, float alpha);
+  void composite(OpenLayer& layer, bool showsEmptyParts);
   void giveBackLayers();
-  void noteMixtureInLayer();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
   void paintPlane(Plane& plane, Float4 color);
 
@@ -84,6 +95,7 @@ class RasterCanvas::Studio {
   std::vector<State> saved_;
   std::vector<std::unique_ptr<OpenLayer>> layers_;  // the first openLayers_ are in use, the rest keep their memory
   std::size_t openLayers_ = 0;
+  std::size_t layerPixels_ = 0;  // that open layers may still take
   std::size_t deepestNest_ = 1;  // of layers, since the last check of what is kept
   int nests_ = 0;                // since then
 
@@ -99,23 +111,35 @@ class RasterCanvas::Studio {
   Painter::Memory painterMemory_;
 };
 
-// Calls cover(sink), which tells a painter what the source covers within the box.
+// Calls cover(sink, box), which tells a painter what the source covers within a box that lies in this one.
 template <class Cover>
 void RasterCanvas::Studio::paint(const Source& source, const PixelRect& box, Cover cover) {
   if (paintsPlainly(source)) {
     if (box.isEmpty()) return;
     if (source.isEven()) {
       ColorPainter painter(*bitmap_, source.color);
-      return cover(painter);
+      return cover(painter, box);
     }
     if (!painterMemory_.inks.prepare(box.width())) return;
     RowPainter painter(*bitmap_, *source.rows, source.alpha, painterMemory_.inks);
-    return cover(painter);
+    return cover(painter, box);
   }
-  const Painting painting{surface(), source, state_.blendMode, state_.clip};
+  if (openLayers_ == 0) return paintOn({.bitmap = bitmap_}, source, box, cover);
+  paintKeptShape();
+  OpenLayer& layer = openLayer();
+  if (takesAsTint(layer, source)) return paintOn({.tint = &layer.tint}, source, box, cover);
+  turnIntoPixels(layer);
+  for (Layer* part : {&layer.pixels, &layer.casting}) {
+    if (!part->most().isEmpty()) paintOn({.layer = part}, source, box.intersected(part->most()), cover);
+  }
+}
+
+template <class Cover>
+void RasterCanvas::Studio::paintOn(const Surface& surface, const Source& source, const PixelRect& box, Cover cover) {
+  const Painting painting{surface, source, state_.blendMode, state_.clip};
   Painter painter(painting, box, painterMemory_);
   if (painter.box().isEmpty()) return;
-  if (!box.isEmpty()) cover(painter);
+  if (!box.isEmpty()) cover(painter, box);
   painter.finish();
 }
 

@@ -64,8 +64,7 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   if (scale == 0 || castShadow() || state_.blendMode != BlendMode::Normal) return fillGlyphs(run, origin);
 
   const Source source{.color = premultiplied(state_.fillColor, state_.alpha)};
-  const Painting painting{surface(), source, state_.blendMode, state_.clip};
-  Bitmap* bitmap = state_.clip.isPlain() ? painting.surface.bitmap : nullptr;
+  const bool isPlain = paintsPlainly(source);
   std::uint32_t pixel = 0;
   storeRow(&source.color, &pixel, 1);
   for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
@@ -83,22 +82,20 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
     const PixelRect box{mask->box.left + column, mask->box.top + row, mask->box.right + column, mask->box.bottom + row};
     const PixelRect inClip = box.intersected(clip);
     if (inClip.isEmpty()) continue;
-    if (bitmap) {
-      blendGlyph(*mask, box, inClip, pixel, *bitmap);
+    if (isPlain) {
+      blendGlyph(*mask, box, inClip, pixel, *bitmap_);
       continue;
     }
-    Painter painter(painting, box, painterMemory_);
-    const PixelRect& painted = painter.box();
-    for (int y = painted.top; y < painted.bottom; ++y) {
-      const std::uint8_t* coverage = mask->coverage.data() + std::size_t(y - box.top) * std::size_t(box.width());
-      float windings[GlyphCache::mostMaskSide];
-      std::transform(coverage + (painted.left - box.left), coverage + (painted.right - box.left), windings,
-                     [](std::uint8_t value) { return float(value) * (1.0f / 255); });
-      painter.varied(painted.left, y, painted.width(), windings);
-    }
-    painter.finish();
+    paint(source, inClip, [&](auto& painter, const PixelRect& painted) {
+      for (int y = painted.top; y < painted.bottom; ++y) {
+        const std::uint8_t* coverage = mask->coverage.data() + std::size_t(y - box.top) * std::size_t(box.width());
+        float windings[GlyphCache::mostMaskSide];
+        std::transform(coverage + (painted.left - box.left), coverage + (painted.right - box.left), windings,
+                       [](std::uint8_t value) { return float(value) * (1.0f / 255); });
+        painter.varied(painted.left, y, painted.width(), windings);
+      }
+    });
   }
-  noteMixtureInLayer();
 }
 
 // Null for a glyph too large to be kept.

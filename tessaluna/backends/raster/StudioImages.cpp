@@ -43,8 +43,7 @@ void RasterCanvas::Studio::drawImage(const ImagePixels& image, CGRect source, CG
   const bool isShown = !box.isEmpty() && sampler_.begin(image, source, toDevice, box);
   const Source colors{.rows = &sampler_, .alpha = float(held(state_.alpha))};
   if (isShown && toDevice.b == 0 && toDevice.c == 0) {
-    fillRect(place, colors);
-    return noteMixtureInLayer();
+    return fillRect(place, colors);
   }
   polygons_.clear();
   if (isShown) flatten(Path::rect(source), toDevice, DeviceRect::of(state_.clip.box));

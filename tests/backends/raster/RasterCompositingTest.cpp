@@ -504,6 +504,50 @@ TEST(RasterLayer, ManyShapesInAllCorners) {
                    }});
 }
 
+TEST(RasterLayer, OfOneShapeInManyOthersIsTheShape) {
+  expectRight({.draw =
+                   [](RasterCanvas& canvas) {
+                     begin(canvas);
+                     for (int i = 0; i < 40; ++i) canvas.beginTransparencyLayer();
+                     fill(canvas, disc, glass);
+                     for (int i = 0; i < 40; ++i) canvas.endTransparencyLayer();
+                   },
+               .expect =
+                   [](ReferencePicture& picture) {
+                     begin(picture);
+                     picture.paint(glass, picture.fill(disc));
+                   }});
+}
+
+TEST(RasterLayer, OneColorInSeveralStrengthsAndThenAnother) {
+  const Color faint{glass.red, glass.green, glass.blue, 0.2};
+  for (const BlendMode mode : {BlendMode::Normal, BlendMode::DestinationOut, BlendMode::SourceIn, BlendMode::Xor}) {
+    for (const bool hasOther : {false, true}) {
+      expectRight({.draw =
+                       [&](RasterCanvas& canvas) {
+                         begin(canvas);
+                         canvas.setAlpha(0.8);
+                         canvas.beginTransparencyLayer();
+                         fill(canvas, disc, glass);
+                         canvas.setBlendMode(mode);
+                         fill(canvas, square, faint);
+                         canvas.setBlendMode(BlendMode::Normal);
+                         if (hasOther) fill(canvas, triangle(), ink);
+                         canvas.endTransparencyLayer();
+                       },
+                   .expect =
+                       [&](ReferencePicture& picture) {
+                         begin(picture);
+                         ReferencePicture layer(40, picture.scale);
+                         layer.paint(glass, layer.fill(disc));
+                         layer.paint(faint, layer.fill(square), {.mode = mode});
+                         if (hasOther) layer.paint(ink, layer.fill(triangle()));
+                         picture.paint(layer, {.alpha = 0.8});
+                       }});
+    }
+  }
+}
+
 TEST(RasterLayer, EndWithoutBeginDoesNothing) {
   expectRight({.draw =
                    [](RasterCanvas& canvas) {

@@ -72,4 +72,57 @@ TEST(RasterMemory, OfAHugeDrawingIsGivenBackWhileSmallOnesFollow) {
   EXPECT_LT(bytesInUse(), before + 1000000);
 }
 
+TEST(RasterMemory, LayerWhoseShadowFallsFromAfarTakesNoRoomBetween) {
+  auto bitmap = Bitmap::make(64, 64);
+  RasterCanvas canvas(*bitmap);
+  const std::size_t before = bytesInUse();
+  if (before == 0) GTEST_SKIP() << "this allocator does not tell what is in use";
+  canvas.setShadow({{12000, 0}, 4, Color{}});
+  canvas.beginTransparencyLayer();
+  for (const double red : {0.2, 0.9}) {
+    canvas.setFillColor({red, 0, 0, 1});
+    canvas.fillPath(Path::rect({-20000, -20000, 8030, 40000}), FillRule::NonZero);  // up to column 30 of the shadow
+  }
+  EXPECT_LT(bytesInUse(), before + 4000000);
+  canvas.endTransparencyLayer();
+  EXPECT_EQ(bitmap->pixel(20, 32), 0xff000000);
+  EXPECT_EQ(bitmap->pixel(50, 32), 0u);
+}
+
+TEST(RasterMemory, NestsOfShadowedLayersAreBounded) {
+  auto bitmap = Bitmap::make(64, 64);
+  RasterCanvas canvas(*bitmap);
+  const std::size_t before = bytesInUse();
+  if (before == 0) GTEST_SKIP() << "this allocator does not tell what is in use";
+  for (int level = 0; level < 200; ++level) {
+    canvas.setShadow({{1, 1}, 30, Color{}});
+    canvas.beginTransparencyLayer();
+    for (const double red : {0.2, 0.9}) {
+      canvas.setFillColor({red, 0, 0, 1});
+      canvas.fillPath(Path::rect({-20000, -20000, 40000, 40000}), FillRule::NonZero);
+    }
+  }
+  EXPECT_LT(bytesInUse(), before + 300000000);
+  for (int level = 0; level < 200; ++level) canvas.endTransparencyLayer();
+  EXPECT_EQ(bitmap->pixel(32, 32), 0xffe60000);
+}
+
+TEST(RasterMemory, LayersDeepInANestAreGivenBackAsTheyEnd) {
+  auto bitmap = Bitmap::make(600, 600);
+  RasterCanvas canvas(*bitmap);
+  const std::size_t before = bytesInUse();
+  if (before == 0) GTEST_SKIP() << "this allocator does not tell what is in use";
+  constexpr int levels = 12, keptLevels = 8;
+  for (int level = 0; level < levels; ++level) {
+    canvas.beginTransparencyLayer();
+    for (const double red : {0.2, 0.9}) {
+      canvas.setFillColor({red, 0, 0, 1});
+      canvas.fillPath(Path::rect({0, 0, 600, 600}), FillRule::NonZero);
+    }
+  }
+  const std::size_t most = bytesInUse() - before;
+  for (int level = keptLevels; level < levels; ++level) canvas.endTransparencyLayer();
+  EXPECT_LT(bytesInUse() - before, most * 3 / 4);
+}
+
 }  // namespace tessaluna::backend::raster::test
