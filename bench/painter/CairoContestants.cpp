@@ -97,16 +97,46 @@ class CairoPicture final : public CairoContestant {
   cairo_pattern_t* pattern_;
 };
 
-// The mean of as many neighbours as the box is wide, for one row or column of a mask.
-void boxPass(const unsigned char* from, unsigned char* to, int count, int step, int box) {
-  const int before = box / 2;
-  int sum = 0;
-  const auto at = [&](int i) { return i >= 0 && i < count ? int(from[i * step]) : 0; };
-  for (int i = -before; i < box - before; ++i) sum += at(i);
-  const int half = box / 2;
-  for (int i = 0; i < count; ++i) {
-    to[i * step] = static_cast<unsigned char>((sum + half) / box);
-    sum += at(i + box - before) - at(i - before);
+// Division by a box's width, rounded, as a product.
+struct Box {
+  explicit Box(int boxWidth) : width(boxWidth), before(boxWidth / 2), factor((1 << 16) / boxWidth + 1) {}
+  unsigned char mean(int sum) const { return static_cast<unsigned char>(((sum + before) * factor) >> 16); }
+  int width, before, factor;
+};
+
+// The means of as many neighbours as the box is wide, in a row.
+void boxAcross(const unsigned char* from, unsigned char* to, int count, const Box& box) {
+  const int after = box.width - box.before;
+  int sum = 0, i = 0;
+  for (int k = 0; k < after; ++k) sum += from[k];
+  for (; i < box.before; ++i) {
+    to[i] = box.mean(sum);
+    sum += from[i + after];
+  }
+  for (; i < count - after; ++i) {
+    to[i] = box.mean(sum);
+    sum += from[i + after] - from[i - box.before];
+  }
+  for (; i < count; ++i) {
+    to[i] = box.mean(sum);
+    sum -= from[i - box.before];
+  }
+}
+
+// The same in all columns at once.
+void boxDown(const unsigned char* from, unsigned char* to, int width, int height, int stride, const Box& box, int* sums) {
+  const int after = box.width - box.before;
+  std::fill_n(sums, width, 0);
+  for (int y = -after; y < height; ++y) {
+    if (y >= 0) {
+      for (int x = 0; x < width; ++x) to[y * stride + x] = box.mean(sums[x]);
+    }
+    if (y + after < height) {
+      for (int x = 0; x < width; ++x) sums[x] += from[(y + after) * stride + x];
+    }
+    if (y - box.before >= 0) {
+      for (int x = 0; x < width; ++x) sums[x] -= from[(y - box.before) * stride + x];
+    }
   }
 }
 
@@ -119,7 +149,8 @@ class CairoShadow final : public CairoContestant {
         box_(std::max(1, int(std::floor(work.blur / 2 * 3 * std::sqrt(2 * 3.14159265358979323846) / 4 + 0.5)))),
         mask_(cairo_image_surface_create(CAIRO_FORMAT_A8, work.width, work.height)),
         maskCairo_(cairo_create(mask_)),
-        other_(std::size_t(cairo_image_surface_get_stride(mask_)) * std::size_t(work.height)) {}
+        other_(std::size_t(cairo_image_surface_get_stride(mask_)) * std::size_t(work.height)),
+        sums_(std::size_t(work.width)) {}
   ~CairoShadow() override {
     cairo_destroy(maskCairo_);
     cairo_surface_destroy(mask_);
@@ -155,18 +186,19 @@ class CairoShadow final : public CairoContestant {
     unsigned char *from = cairo_image_surface_get_data(mask_), *to = other_.data();
     const int stride = cairo_image_surface_get_stride(mask_);
     for (int pass = 0; pass < 3; ++pass, std::swap(from, to)) {
-      for (int y = 0; y < work_.height; ++y) boxPass(from + y * stride, to + y * stride, work_.width, 1, box_);
+      for (int y = 0; y < work_.height; ++y) boxAcross(from + y * stride, to + y * stride, work_.width, box_);
     }
     for (int pass = 0; pass < 3; ++pass, std::swap(from, to)) {
-      for (int x = 0; x < work_.width; ++x) boxPass(from + x, to + x, work_.height, stride, box_);
+      boxDown(from, to, work_.width, work_.height, stride, box_, sums_.data());
     }
   }
 
   ShadowWork work_;
-  int box_;
+  Box box_;
   cairo_surface_t* mask_;
   cairo_t* maskCairo_;
   std::vector<unsigned char> other_;
+  std::vector<int> sums_;  // one per column
 };
 
 }  // namespace
