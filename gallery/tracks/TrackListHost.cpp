@@ -7,6 +7,12 @@ namespace gallery {
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
 
+namespace {
+
+std::size_t rowOfItem(NSObject* item) { return static_cast<std::size_t>(dynamic_cast<NSMenuItem&>(*item).tag()); }
+
+}  // namespace
+
 const Selector TrackListHost::selectors_[] = {action<&TrackListHost::playFromMenu>("playFromMenu:"),
                                               action<&TrackListHost::toggleFavoriteFromMenu>("toggleFavoriteFromMenu:")};
 const ClassInfo TrackListHost::staticClassInfo{
@@ -82,24 +88,22 @@ void TrackListHost::trackRowFavoriteButtonClicked(TrackRowFavoriteButton& button
 }
 
 void TrackListHost::trackRowMoreButtonClicked(TrackRowMoreButton& button) {
-  menuRow_ = table_->rowForView(button);
-  if (!menuRow_) return;
+  const std::optional<std::size_t> row = table_->rowForView(button);
+  if (!row) return;
   const auto menu = make<NSMenu>();
-  const WeakRef<NSObject> self = shared_from_this();
-  menu->addItem({.title = current_ == menuRow_ && isPlaying_ ? "Pause" : "Play", .action = "playFromMenu:", .target = self});
-  menu->addItem(
-      {.title = "Favorite", .action = "toggleFavoriteFromMenu:", .target = self, .isOn = tracks_[*menuRow_].isFavorite});
-  menu->popUpInView(button, {0, 0});
-  report("more of track " + std::to_string(*menuRow_ + 1));
+  menu->addItemWithTitle(current_ == row && isPlaying_ ? "Pause" : "Play", "playFromMenu:");
+  menu->addItemWithTitle("Favorite", "toggleFavoriteFromMenu:")->setState(NSControlStateValue(tracks_[*row].isFavorite));
+  for (const Ref<NSMenuItem>& item : menu->itemArray()) {
+    item->setTarget(refTo(*this));
+    item->setTag(static_cast<std::int64_t>(*row));
+  }
+  menu->popUpMenuPositioningItem(nullptr, {0, 0}, &button);
+  report("more of track " + std::to_string(*row + 1));
 }
 
-void TrackListHost::playFromMenu(NSObject*) {
-  if (menuRow_) play(*menuRow_);
-}
+void TrackListHost::playFromMenu(NSObject* sender) { play(rowOfItem(sender)); }
 
-void TrackListHost::toggleFavoriteFromMenu(NSObject*) {
-  if (menuRow_) toggleFavorite(*menuRow_);
-}
+void TrackListHost::toggleFavoriteFromMenu(NSObject* sender) { toggleFavorite(rowOfItem(sender)); }
 
 void TrackListHost::play(std::size_t row) {
   const std::optional<std::size_t> earlier = current_;

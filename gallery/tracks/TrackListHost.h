@@ -68,7 +68,7 @@ class TrackListHost : public tessaluna::platform::NSObject,
   std::vector<Track> tracks_;
   tessaluna::platform::Ref<tessaluna::platform::NSScrollView> scrollView_;
   tessaluna::platform::Ref<tessaluna::platform::NSTableView> table_;
-  std::optional<std::size_t> current_, hovered_, menuRow_;
+  std::optional<std::size_t> current_, hovered_;
   bool isPlaying_ = false;
   std::function<void(const std::string&)> report_;
 };

@@ -4,12 +4,20 @@
 #include <thread>
 
 #include "tessaluna/backends/headless/netpbm.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 
 namespace tessaluna::backend::headless {
 
 namespace {
 
 constexpr CGRect usualScreen{0, 0, 1440, 900};
+
+bool canChoose(const std::vector<MenuEntry>& entries, std::size_t number) {
+  return std::any_of(entries.begin(), entries.end(), [number](const MenuEntry& entry) {
+    if (!entry.isEnabled || entry.isSeparator) return false;
+    return entry.hasSubmenu ? canChoose(entry.submenu, number) : entry.number == number;
+  });
+}
 
 }  // namespace
 
@@ -98,15 +106,34 @@ void HeadlessBackend::windowGoes(HeadlessWindow& window) {
   if (keyWindow_ == &window) keyWindow_ = nullptr;
 }
 
-void HeadlessBackend::popUpMenu(NativeWindow&, CGPoint at, std::vector<MenuEntry> entries,
-                                std::function<void(std::optional<std::size_t>)> chosen) {
-  openMenu_ = OpenMenu{at, std::move(entries), std::move(chosen)};
+class HeadlessBackend::MenuHandle : public NativeMenu {
+ public:
+  MenuHandle(HeadlessBackend& backend, const std::shared_ptr<OpenMenu>& menu) : backend_(backend), menu_(menu) {}
+  void close() override {
+    if (const auto menu = menu_.lock(); menu && menu == backend_.openMenu_) backend_.closeMenu(std::nullopt);
+  }
+
+ private:
+  HeadlessBackend& backend_;
+  std::weak_ptr<OpenMenu> menu_;  // gone with the backend
+};
+
+std::unique_ptr<NativeMenu> HeadlessBackend::popUpMenu(NativeWindow&, const MenuPlace& place, std::vector<MenuEntry> entries,
+                                                       std::function<void(std::optional<std::size_t>)> chosen) {
+  if (openMenu_) closeMenu(std::nullopt);
+  openMenu_ = std::make_shared<OpenMenu>(OpenMenu{place, std::move(entries), std::move(chosen)});
+  return std::make_unique<MenuHandle>(*this, openMenu_);
 }
 
-void HeadlessBackend::chooseFromMenu(std::optional<std::size_t> entry) {
-  if (!openMenu_) return;
-  const OpenMenu menu = *std::exchange(openMenu_, std::nullopt);
-  menu.chosen(entry);
+void HeadlessBackend::chooseFromMenu(std::optional<std::size_t> number) {
+  if (!openMenu_) platform::stopProgram("headless: no menu is open");
+  if (number && !canChoose(openMenu_->entries, *number)) platform::stopProgram("headless: nobody can choose that entry");
+  closeMenu(number);
+}
+
+// As on a desktop, the choice is told on a later turn.
+void HeadlessBackend::closeMenu(std::optional<std::size_t> chosen) {
+  callAfter(0, [menu = std::exchange(openMenu_, nullptr), chosen] { menu->chosen(chosen); });
 }
 
 }  // namespace tessaluna::backend::headless

@@ -54,16 +54,17 @@ class HeadlessBackend : public Backend {
   HeadlessTextEngine& textEngine() { return textEngine_; }
   // Binary "netpbm" pictures of eight bits: P6, and P7 (PAM) with the tuple types RGB and RGB_ALPHA.
   std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
-  // The menu that is open, until a test chooses from it; absent if none was opened.
+  // The menu that is open, until a test chooses from it or closes it; absent for none.
   struct OpenMenu {
-    CGPoint at;  // on the screen
+    MenuPlace place;
     std::vector<MenuEntry> entries;
     std::function<void(std::optional<std::size_t>)> chosen;
   };
-  const std::optional<OpenMenu>& openMenu() const { return openMenu_; }
-  void chooseFromMenu(std::optional<std::size_t> entry);
-  void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
-                 std::function<void(std::optional<std::size_t>)> chosen) override;
+  const OpenMenu* openMenu() const { return openMenu_.get(); }
+  // The entry's number; absent closes the menu. The program stops where there is no menu, or no entry that a user could choose.
+  void chooseFromMenu(std::optional<std::size_t> number);
+  std::unique_ptr<NativeMenu> popUpMenu(NativeWindow& window, const MenuPlace& place, std::vector<MenuEntry> entries,
+                                        std::function<void(std::optional<std::size_t>)> chosen) override;
 
   std::string clipboardText() const override { return clipboard_; }
   void setClipboardText(const std::string& text) override { clipboard_ = text; }
@@ -76,6 +77,8 @@ class HeadlessBackend : public Backend {
 
  private:
   friend class HeadlessWindow;
+  class MenuHandle;
+  void closeMenu(std::optional<std::size_t> chosen);
   void workOff();
   void raise(HeadlessWindow& window);
   void setKeyWindow(HeadlessWindow* window);
@@ -84,7 +87,7 @@ class HeadlessBackend : public Backend {
 
   VirtualClock clock_;
   HeadlessTextEngine textEngine_;
-  std::optional<OpenMenu> openMenu_;
+  std::shared_ptr<OpenMenu> openMenu_;
   std::string clipboard_;
   std::vector<Screen> screens_;
   std::map<SystemColor, Color> systemColors_;

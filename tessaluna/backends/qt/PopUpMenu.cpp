@@ -3,38 +3,89 @@
 #include <QMenu>
 #include <QTimer>
 #include <QWindow>
+#include <algorithm>
+#include <cmath>
+
+#include "tessaluna/backends/qt/icons.h"
+#include "tessaluna/backends/qt/keyTranslation.h"
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 
 namespace tessaluna::backend::qt {
 
 namespace {
 
-// An ampersand marks a letter to Qt.
-QString qtTitle(const std::string& title) { return QString::fromStdString(title).replace('&', "&&"); }
+// A choice is known before the menu has gone, and told afterwards.
+using Choice = std::shared_ptr<std::optional<std::size_t>>;
+
+QString qtTitle(const MenuEntry& entry) {
+  constexpr int spacesPerLevel = 3;
+  QString title(entry.indentation * spacesPerLevel, ' ');
+  title += QString::fromStdString(entry.title).replace('&', "&&");  // an ampersand marks a letter to Qt
+  if (!entry.keyEquivalent.empty()) title += '\t' + shortcutTextOf(entry.keyEquivalent, entry.keyEquivalentModifiers);
+  return title;
+}
+
+// Qt's actions are checked or not; what is mixed shows where an image would.
+QIcon iconOf(const MenuEntry& entry) {
+  if (entry.image || entry.mark != MenuMark::Dash) return icon(entry.image);
+  return iconOfDrawing({16, 16}, [](platform::CGRect) {
+    platform::NSColor::controlTextColor()->setFill();
+    platform::NSRectFill({4, 7, 8, 2});
+  });
+}
+
+void fill(QMenu& menu, const std::vector<MenuEntry>& entries, const Choice& choice) {
+  for (const MenuEntry& entry : entries) {
+    if (entry.isSeparator) {
+      menu.addSeparator();
+      continue;
+    }
+    QAction* action = entry.hasSubmenu ? menu.addMenu(qtTitle(entry))->menuAction() : menu.addAction(qtTitle(entry));
+    action->setIcon(iconOf(entry));
+    action->setIconVisibleInMenu(true);
+    action->setEnabled(entry.isEnabled);
+    action->setCheckable(entry.mark == MenuMark::Check);
+    action->setChecked(entry.mark == MenuMark::Check);
+    if (entry.hasSubmenu) fill(*action->menu(), entry.submenu, choice);
+    else QObject::connect(action, &QAction::triggered, &menu, [choice, number = entry.number] { *choice = number; });
+  }
+}
+
+// Where the menu's upper left corner belongs.
+QPoint cornerOf(const QMenu& menu, const MenuPlace& place, const QAction* over) {
+  const QPoint upperLeft = qtPointOf({CGRectGetMinX(place.over), CGRectGetMaxY(place.over)});
+  if (!over) return qtPointOf(place.over.origin);
+  const QRect entry = menu.actionGeometry(const_cast<QAction*>(over));
+  const int room = static_cast<int>(place.over.size.height) - entry.height();
+  return upperLeft + QPoint(0, std::max(0, room / 2) - entry.top());
+}
+
+class OpenMenu : public NativeMenu {
+ public:
+  explicit OpenMenu(QMenu& menu) : menu_(&menu) {}
+  void close() override {
+    if (menu_) menu_->hide();
+  }
+
+ private:
+  QPointer<QMenu> menu_;
+};
 
 }  // namespace
 
 PopUpMenu::~PopUpMenu() { delete menu_; }
 
-void PopUpMenu::open(QWindow& window, QPoint place, const std::vector<MenuEntry>& entries, Chosen chosen) {
+std::unique_ptr<NativeMenu> PopUpMenu::open(QWindow* window, const MenuPlace& place, const std::vector<MenuEntry>& entries,
+                                            Chosen chosen) {
   if (menu_) menu_->hide();
   auto* menu = new QMenu;
   menu_ = menu;
-  for (std::size_t i = 0; i < entries.size(); ++i) {
-    const MenuEntry& entry = entries[i];
-    if (entry.isSeparator) {
-      menu->addSeparator();
-      continue;
-    }
-    QAction* action = menu->addAction(qtTitle(entry.title));
-    action->setData(static_cast<qulonglong>(i));
-    action->setEnabled(entry.isEnabled);
-    action->setCheckable(entry.isChecked);
-    action->setChecked(entry.isChecked);
-  }
-  // Qt hides a menu first and tells the choice then.
   const auto choice = std::make_shared<std::optional<std::size_t>>();
-  QObject::connect(menu, &QMenu::triggered, menu,
-                   [choice](const QAction* action) { *choice = static_cast<std::size_t>(action->data().toULongLong()); });
+  fill(*menu, entries, choice);
+  menu->setMinimumWidth(static_cast<int>(std::ceil(place.minimumWidth)));
+  // Qt hides a menu first and tells the choice then.
   QObject::connect(menu, &QMenu::aboutToHide, menu, [menu, choice, chosen = std::move(chosen)] {
     QTimer::singleShot(0, menu, [menu, choice, chosen] {
       menu->deleteLater();
@@ -42,8 +93,13 @@ void PopUpMenu::open(QWindow& window, QPoint place, const std::vector<MenuEntry>
     });
   });
   menu->winId();  // makes its window, which the one below it needs to be told of
-  menu->windowHandle()->setTransientParent(&window);
-  menu->popup(place);
+  menu->windowHandle()->setTransientParent(window);
+  QAction* over = nullptr;
+  for (std::size_t i = 0; i < entries.size(); ++i)
+    if (entries[i].number == place.entry) over = menu->actions()[static_cast<qsizetype>(i)];
+  menu->popup(cornerOf(*menu, place, over));
+  if (over) menu->setActiveAction(over);
+  return std::make_unique<OpenMenu>(*menu);
 }
 
 }  // namespace tessaluna::backend::qt

@@ -1,9 +1,9 @@
 // A menu of the desktop at a place of a window. One is open at a time; opening another closes the first, as a choice of nothing.
 #pragma once
 
-#include <QPoint>
 #include <QPointer>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -23,8 +23,9 @@ class PopUpMenu {
   PopUpMenu(const PopUpMenu&) = delete;
   PopUpMenu& operator=(const PopUpMenu&) = delete;
 
-  // The upper left corner is at the place, in Qt's screen space. The choice is told once the menu has gone.
-  void open(QWindow& window, QPoint place, const std::vector<MenuEntry>& entries, Chosen chosen);
+  // Without a window the menu belongs to none. The choice is told once the menu has gone.
+  std::unique_ptr<NativeMenu> open(QWindow* window, const MenuPlace& place, const std::vector<MenuEntry>& entries,
+                                   Chosen chosen);
 
  private:
   QPointer<QMenu> menu_;

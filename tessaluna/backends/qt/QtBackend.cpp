@@ -120,10 +120,10 @@ LayoutDirection QtBackend::layoutDirection() const {
 
 Color QtBackend::systemColor(SystemColor color) const { return systemColorOf(color); }
 
-void QtBackend::popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
-                          std::function<void(std::optional<std::size_t>)> chosen) {
-  const auto* native = dynamic_cast<const QtNativeWindow*>(&window);
-  if (native && native->qWindow()) menu_.open(*native->qWindow(), qtPointOf(at), entries, std::move(chosen));
+std::unique_ptr<NativeMenu> QtBackend::popUpMenu(NativeWindow& window, const MenuPlace& place,
+                                                 std::vector<MenuEntry> entries,
+                                                 std::function<void(std::optional<std::size_t>)> chosen) {
+  return menu_.open(dynamic_cast<const QtNativeWindow&>(window).qWindow(), place, entries, std::move(chosen));
 }
 
 std::string QtBackend::clipboardText() const { return QGuiApplication::clipboard()->text().toStdString(); }

@@ -38,8 +38,8 @@ class QtBackend : public Backend {
   CGPoint mouseLocation() const override;
   Color systemColor(SystemColor color) const override;
   LayoutDirection layoutDirection() const override;
-  void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
-                 std::function<void(std::optional<std::size_t>)> chosen) override;
+  std::unique_ptr<NativeMenu> popUpMenu(NativeWindow& window, const MenuPlace& place, std::vector<MenuEntry> entries,
+                                        std::function<void(std::optional<std::size_t>)> chosen) override;
   std::string clipboardText() const override;
   void setClipboardText(const std::string& text) override;
   const TextEngine& textEngine() const override { return textEngine_; }

@@ -1,6 +1,6 @@
 #include "tessaluna/backends/qt/keyTranslation.h"
 
-#include <string>
+#include <QKeySequence>
 
 namespace tessaluna::backend::qt {
 
@@ -45,6 +45,25 @@ constexpr KeyModifier flagOfKey[] = {
     {Qt::Key_CapsLock, NSEventModifierFlagCapsLock},
 };
 
+struct Modifier {
+  Qt::KeyboardModifier modifier;
+  std::uint32_t flag;
+};
+
+constexpr Modifier flagOfModifier[] = {
+    {Qt::ShiftModifier, NSEventModifierFlagShift},       {Qt::ControlModifier, NSEventModifierFlagControl},
+    {Qt::AltModifier, NSEventModifierFlagOption},        {Qt::MetaModifier, NSEventModifierFlagCommand},
+    {Qt::KeypadModifier, NSEventModifierFlagNumericPad},
+};
+
+std::optional<int> keyOfFixedCharacter(char32_t character) {
+  for (const KeyCharacter& entry : characterOfKey)
+    if (entry.character == character) return entry.key;
+  if (character >= NSF1FunctionKey && character < NSInsertFunctionKey)
+    return Qt::Key_F1 + static_cast<int>(character - NSF1FunctionKey);
+  return std::nullopt;
+}
+
 char32_t fixedCharacterOf(int key) {
   for (const KeyCharacter& entry : characterOfKey)
     if (entry.key == key) return entry.character;
@@ -73,12 +92,22 @@ QString plainText(const QKeyEvent& event) {
 
 std::uint32_t modifierFlagsOf(Qt::KeyboardModifiers modifiers) {
   std::uint32_t flags = 0;
-  if (modifiers & Qt::ShiftModifier) flags |= NSEventModifierFlagShift;
-  if (modifiers & Qt::ControlModifier) flags |= NSEventModifierFlagControl;
-  if (modifiers & Qt::AltModifier) flags |= NSEventModifierFlagOption;
-  if (modifiers & Qt::MetaModifier) flags |= NSEventModifierFlagCommand;
-  if (modifiers & Qt::KeypadModifier) flags |= NSEventModifierFlagNumericPad;
+  for (const Modifier& entry : flagOfModifier)
+    if (modifiers & entry.modifier) flags |= entry.flag;
   return flags;
+}
+
+QString shortcutTextOf(const std::string& characters, std::uint32_t modifiers) {
+  const QString typed = QString::fromStdString(characters);
+  if (typed.isEmpty()) return {};
+  const char32_t first = typed.toUcs4().front();
+  const QString capital = typed.toUpper();
+  int keys = keyOfFixedCharacter(first).value_or(static_cast<int>(capital.toUcs4().front()));
+  // A capital letter is typed with Shift.
+  if (typed == capital && typed != typed.toLower()) modifiers |= NSEventModifierFlagShift;
+  for (const Modifier& entry : flagOfModifier)
+    if (modifiers & entry.flag) keys |= static_cast<int>(entry.modifier);
+  return QKeySequence(keys).toString(QKeySequence::NativeText);
 }
 
 std::optional<NSEvent::Fields> keyFieldsOf(const QKeyEvent& event) {

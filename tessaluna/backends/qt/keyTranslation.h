@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "tessaluna/platform/events/NSEvent.h"
 
@@ -11,6 +12,9 @@ namespace tessaluna::backend::qt {
 
 // Qt's Meta is Command, Control is Control, Alt is Option.
 std::uint32_t modifierFlagsOf(Qt::KeyboardModifiers modifiers);
+
+// A key with its modifiers as menus show it, of what an event of it would have.
+QString shortcutTextOf(const std::string& characters, std::uint32_t modifiers);
 
 // 0 left, 1 right, 2 middle, then the others in Qt's order.
 int buttonNumberOf(Qt::MouseButton button);

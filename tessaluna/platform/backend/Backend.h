@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tessaluna/platform/backend/Canvas.h"
+#include "tessaluna/platform/backend/Menu.h"
 #include "tessaluna/platform/backend/SystemColor.h"
 #include "tessaluna/platform/backend/Timer.h"
 
@@ -111,13 +112,6 @@ struct WindowOptions {
   bool isClosable = true, isMiniaturizable = true, isResizable = true;
 };
 
-struct MenuEntry {
-  std::string title;
-  bool isEnabled = true;
-  bool isChecked = false;
-  bool isSeparator = false;
-};
-
 class Backend {
  public:
   Backend();
@@ -136,10 +130,10 @@ class Backend {
   // In which direction the desktop's language sets controls side by side.
   virtual LayoutDirection layoutDirection() const { return LayoutDirection::LeftToRight; }
 
-  // Opens a menu for a window with its upper left corner at a point of the screen, and returns at once. `chosen` is called
-  // later, with the number of the entry, or absent if none was chosen.
-  virtual void popUpMenu(NativeWindow& window, CGPoint at, std::vector<MenuEntry> entries,
-                         std::function<void(std::optional<std::size_t>)> chosen) = 0;
+  // Opens a menu for a window, and returns at once; one that is open closes. `chosen` is called once, later, with the number of
+  // the entry, or absent if none was chosen.
+  virtual std::unique_ptr<NativeMenu> popUpMenu(NativeWindow& window, const MenuPlace& place, std::vector<MenuEntry> entries,
+                                                std::function<void(std::optional<std::size_t>)> chosen) = 0;
 
   // The text that was copied last, here or elsewhere, in UTF-8; empty where there is none.
   virtual std::string clipboardText() const = 0;

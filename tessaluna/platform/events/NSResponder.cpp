@@ -36,13 +36,15 @@ void NSResponder::keyDown(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSRe
 void NSResponder::keyUp(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::keyUp, e); }
 void NSResponder::flagsChanged(const Ref<NSEvent>& e) { passOn(nextResponder(), &NSResponder::flagsChanged, e); }
 
+Ref<NSResponder> NSResponder::responderForSelector(std::string_view selector) {
+  for (NSResponder* responder = this; responder; responder = responder->nextResponder())
+    if (responder->respondsToSelector(selector)) return refTo(*responder);
+  return nullptr;
+}
+
 bool NSResponder::tryToPerform(std::string_view selector, NSObject* sender) {
-  for (NSResponder* responder = this; responder; responder = responder->nextResponder()) {
-    if (!responder->respondsToSelector(selector)) continue;
-    const Ref<NSResponder> held = refTo(*responder);
-    return held->performSelector(selector, sender);
-  }
-  return false;
+  const Ref<NSResponder> responder = responderForSelector(selector);
+  return responder && responder->performSelector(selector, sender);
 }
 
 }  // namespace tessaluna::platform

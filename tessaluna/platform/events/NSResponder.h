@@ -46,7 +46,9 @@ class NSResponder : public NSObject {
   virtual bool becomeFirstResponder() { return true; }
   virtual bool resignFirstResponder() { return true; }
 
-  // Performs the selector on the first responder of the chain, this one included, that has it.
+  // The first responder of the chain, this one included, that has the selector; absent for none.
+  Ref<NSResponder> responderForSelector(std::string_view selector);
+  // Performs the selector on that one. False without one.
   bool tryToPerform(std::string_view selector, NSObject* sender);
 
  private:

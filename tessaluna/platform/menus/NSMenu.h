@@ -1,26 +1,36 @@
-// A menu that pops up at a point: a list of titles, each with an action. The desktop shows it.
+// A list of items that the desktop shows at a place of a view, and from which the user chooses one.
 //
-//   auto menu = make<NSMenu>();
-//   menu->addItem({.title = "Play next", .action = "playNext:", .target = host});
-//   menu->popUpInView(*button, {0, 0});
+//   const auto menu = make<NSMenu>();
+//   menu->addItemWithTitle("Play next", "playNext:")->setTarget(host);
+//   menu->popUpMenuPositioningItem(nullptr, {0, 0}, &button);
+//
+// Nothing waits for the user: opening returns at once, and what was chosen comes later, as the item's action.
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "tessaluna/platform/foundation/Geometry.h"
-#include "tessaluna/platform/foundation/NSObject.h"
+#include "tessaluna/platform/menus/NSMenuItem.h"
 #include "tessaluna/platform/views/Forward.h"
+
+namespace tessaluna::backend {
+
+struct MenuEntry;
+
+}  // namespace tessaluna::backend
 
 namespace tessaluna::platform {
 
-struct NSMenuItem {
-  std::string title;
-  std::string action;             // a selector's name
-  WeakRef<NSObject> target = {};  // absent: the responder chain
-  bool isEnabled = true;
-  bool isOn = false;  // has a check mark
-  bool isSeparator = false;
+// What a menu tells. Submenus are told menuNeedsUpdate when the menu that they are in opens, and nothing else.
+class NSMenuDelegate {
+ public:
+  virtual ~NSMenuDelegate() = default;
+  virtual void menuNeedsUpdate(NSMenu&) {}  // the time to change items; before menuWillOpen
+  virtual void menuWillOpen(NSMenu&) {}
+  virtual void menuDidClose(NSMenu&) {}  // before the chosen item's action
 };
 
 class NSMenu : public NSObject {
@@ -28,16 +38,71 @@ class NSMenu : public NSObject {
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  void addItem(NSMenuItem item) { items_.push_back(std::move(item)); }
-  void addSeparator() { items_.push_back({.title = "", .action = "", .isSeparator = true}); }
-  const std::vector<NSMenuItem>& items() const { return items_; }
+  explicit NSMenu(std::string title = {}) : title_(std::move(title)) {}
 
-  // With its upper left corner at a point of the view. Returns at once; the action of the chosen item is sent later, with
-  // the menu as the sender. Nothing for a view without a window.
-  void popUpInView(NSView& view, CGPoint location);
+  const std::string& title() const { return title_; }
+  void setTitle(std::string title) { title_ = std::move(title); }
+  Ref<NSMenuDelegate> delegate() const { return delegate_.lock(); }  // not kept alive
+  void setDelegate(const Ref<NSMenuDelegate>& delegate) { delegate_ = delegate; }
+  CGFloat minimumWidth() const { return minimumWidth_; }  // points
+  void setMinimumWidth(CGFloat width) { minimumWidth_ = width; }
+  Ref<NSMenu> supermenu() const;  // absent unless this is a submenu
+
+  // Items. One that is in a menu already, and an index beyond the end, stop the program.
+  const std::vector<Ref<NSMenuItem>>& itemArray() const { return items_; }
+  std::size_t numberOfItems() const { return items_.size(); }
+  Ref<NSMenuItem> itemAtIndex(std::size_t index) const;
+  void addItem(const Ref<NSMenuItem>& item) { insertItem(item, items_.size()); }
+  Ref<NSMenuItem> addItemWithTitle(std::string title, std::string action, std::string keyEquivalent = {});
+  void insertItem(const Ref<NSMenuItem>& item, std::size_t index);
+  void removeItem(const Ref<NSMenuItem>& item);  // nothing for one that is not in this menu
+  void removeItemAtIndex(std::size_t index) { removeItem(itemAtIndex(index)); }
+  void removeAllItems();
+  // The first that fits; absent for none.
+  std::optional<std::size_t> indexOfItem(const NSMenuItem& item) const;
+  std::optional<std::size_t> indexOfItemWithRepresentedObject(const NSObject* object) const;
+  Ref<NSMenuItem> itemWithTitle(std::string_view title) const;
+  Ref<NSMenuItem> itemWithTag(std::int64_t tag) const;
+
+  // Where the menu enables its items itself (the start), an item with an action can be chosen when somebody has that action,
+  // its target or the responder chain, and does not say otherwise in validateMenuItem; an item with a submenu always can.
+  bool autoenablesItems() const { return autoenablesItems_; }
+  void setAutoenablesItems(bool does) { autoenablesItems_ = does; }
+  void update();  // brings all items up to date, those of submenus too
+
+  // Opens with its upper left corner, or that of an item of its own, at a point of the view, or of the screen without one.
+  // `closed` is called later, once, with what was chosen or absent, before the action. False, and nothing is called, where
+  // there is no window to open it for, or nothing to show.
+  using Closed = std::function<void(const Ref<NSMenuItem>& chosen)>;
+  bool popUpMenuPositioningItem(const Ref<NSMenuItem>& item, CGPoint location, NSView* view, Closed closed = nullptr);
+  // The same with the item in the middle of the rectangle's height, and at least as wide as that: over a pop-up button.
+  bool popUpMenuPositioningItemOverRect(const Ref<NSMenuItem>& item, CGRect rect, NSView& view, Closed closed = nullptr);
+  bool isOpen() const { return tracking_ != nullptr; }
+  void cancelTracking();  // closes an open menu; nothing was chosen
+
+  // As a choice would; not for an item that cannot be chosen. Without NSApp nothing happens.
+  void performActionForItemAtIndex(std::size_t index);
+  // True if an item that can be chosen, of this menu or a submenu, has the key: its action has then been sent.
+  bool performKeyEquivalent(const Ref<NSEvent>& event);
 
  private:
-  std::vector<NSMenuItem> items_;
+  friend class NSMenuItem;
+  struct Tracking;
+  bool open(const Ref<NSMenuItem>& item, CGRect onScreen, NSWindow* window, Closed closed);
+  void didClose(const std::shared_ptr<Tracking>& tracking, std::optional<std::size_t> chosen);
+  void needsUpdate();
+  Ref<NSMenuItem> itemForKey(const NSEvent& event) const;
+  std::vector<backend::MenuEntry> entries(std::vector<Ref<NSMenuItem>>& numbered) const;
+  template <class Matches>
+  std::optional<std::size_t> indexWhere(Matches matches) const;
+
+  std::string title_;
+  std::vector<Ref<NSMenuItem>> items_;
+  WeakRef<NSMenuItem> superitem_;
+  WeakRef<NSMenuDelegate> delegate_;
+  std::shared_ptr<Tracking> tracking_;  // while open
+  CGFloat minimumWidth_ = 0;
+  bool autoenablesItems_ = true;
 };
 
 }  // namespace tessaluna::platform

@@ -15,6 +15,8 @@ class NSControl;
 class NSCursor;
 class NSEvent;
 class NSImageView;
+class NSMenu;
+class NSMenuItem;
 class NSResponder;
 class NSScroller;
 class NSScrollView;

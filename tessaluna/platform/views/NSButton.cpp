@@ -2,15 +2,13 @@
 
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/keyEquivalents.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/time/durations.h"
 
 namespace tessaluna::platform {
 
 namespace {
-
-constexpr std::uint32_t modifiersThatCount =
-    NSEventModifierFlagShift | NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
 
 constexpr Selector buttonSelectors[] = {action<&NSButton::performClick>("performClick:")};
 constexpr Property buttonProperties[] = {
@@ -77,16 +75,14 @@ void NSButton::clickByKey(const NSEvent& event) {
 }
 
 void NSButton::keyDown(const Ref<NSEvent>& event) {
-  const bool isSpace = event->characters() == " " && !(event->modifierFlags() & modifiersThatCount);
-  if (isSpace) clickByKey(*event);
+  if (isKeyEquivalent(*event, " ", 0)) clickByKey(*event);
   else NSControl::keyDown(event);
 }
 
 bool NSButton::performKeyEquivalent(const Ref<NSEvent>& event) {
   const NSButtonCell* cell = buttonCell();
-  const bool isMine = cell && isEnabled() && !cell->keyEquivalent().empty() &&
-                      event->charactersIgnoringModifiers() == cell->keyEquivalent() &&
-                      (event->modifierFlags() & modifiersThatCount) == cell->keyEquivalentModifierMask();
+  const bool isMine =
+      cell && isEnabled() && isKeyEquivalent(*event, cell->keyEquivalent(), cell->keyEquivalentModifierMask());
   if (!isMine) return NSControl::performKeyEquivalent(event);
   clickByKey(*event);
   return true;

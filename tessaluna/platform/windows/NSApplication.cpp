@@ -82,15 +82,17 @@ void NSApplication::windowKeyStatusChanged(NSWindow& window, bool isKey) {
   }
 }
 
-bool NSApplication::sendAction(std::string_view action, NSObject* target, NSObject* sender) {
-  if (action.empty()) return false;
-  if (target) {
-    const Ref<NSObject> held = target->shared_from_this();
-    return target->performSelector(action, sender);
-  }
+Ref<NSObject> NSApplication::targetForAction(std::string_view action, NSObject* target) {
+  if (action.empty()) return nullptr;
+  if (target) return target->respondsToSelector(action) ? target->shared_from_this() : nullptr;
   if (const Ref<NSWindow> window = keyWindow())
-    if (window->firstResponder()->tryToPerform(action, sender)) return true;
-  return tryToPerform(action, sender);
+    if (const Ref<NSResponder> responder = window->firstResponder()->responderForSelector(action)) return responder;
+  return responderForSelector(action);
+}
+
+bool NSApplication::sendAction(std::string_view action, NSObject* target, NSObject* sender) {
+  const Ref<NSObject> receiver = targetForAction(action, target);
+  return receiver && receiver->performSelector(action, sender);
 }
 
 }  // namespace tessaluna::platform

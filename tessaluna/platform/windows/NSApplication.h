@@ -33,8 +33,10 @@ class NSApplication : public NSResponder, public NSAccessibility {
   Ref<NSWindow> keyWindow() const { return keyWindow_.lock(); }
   std::vector<Ref<NSWindow>> windows() const;
 
-  // Performs the action on the target, or with none on the first that has it of the key window's responder chain and the
-  // application. False if nobody has it.
+  // Who would perform the action: the target if it has it, or with none the first that has it of the key window's responder
+  // chain and the application. Absent if nobody has it.
+  Ref<NSObject> targetForAction(std::string_view action, NSObject* target = nullptr);
+  // Performs it there. False if nobody has it.
   bool sendAction(std::string_view action, NSObject* target, NSObject* sender);
 
   // Its children are the visible windows, but for those that say that they belong elsewhere.

@@ -2,6 +2,11 @@
 
 #include <QMenu>
 
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tests/backends/qt/QtTest.h"
 
 namespace tessaluna::backend::qt {
@@ -14,15 +19,20 @@ class PopUpMenuTest : public QtTest {
  protected:
   using Choice = std::optional<std::size_t>;
 
-  void open() {
+  std::unique_ptr<NativeMenu> open(const MenuPlace& place = {.over = {200, 300, 0, 0}, .entry = {}}) {
     window->orderFront(nullptr);
-    desktop.popUpMenu(*window->nativeWindow(), {40, 50},
-                      {{.title = "Play & pause"},
-                       {.title = "", .isSeparator = true},
-                       {.title = "Favorite", .isChecked = true},
-                       {.title = "Remove", .isEnabled = false}},
-                      [this](Choice choice) { choices.push_back(choice); });
+    auto menu = desktop.popUpMenu(*window->nativeWindow(), place,
+                                  {{.number = 0, .title = "Play & pause"},
+                                   {.number = 1, .title = "", .isSeparator = true},
+                                   {.number = 2, .title = "Favorite", .mark = MenuMark::Check},
+                                   {.number = 3, .title = "Remove", .isEnabled = false},
+                                   {.number = 4,
+                                    .title = "Add to",
+                                    .hasSubmenu = true,
+                                    .submenu = {{.number = 5, .title = "Queue"}, {.number = 6, .title = "List"}}}},
+                                  [this](Choice choice) { choices.push_back(choice); });
     settle();
+    return menu;
   }
 
   static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
@@ -37,11 +47,84 @@ TEST_F(PopUpMenuTest, ShowsItsEntries) {
   open();
   ASSERT_NE(openMenu(), nullptr);
   const QList<QAction*> actions = openMenu()->actions();
-  ASSERT_EQ(actions.size(), 4);
+  ASSERT_EQ(actions.size(), 5);
   EXPECT_EQ(actions[0]->text(), "Play && pause");
   EXPECT_TRUE(actions[1]->isSeparator());
   EXPECT_TRUE(actions[2]->isChecked());
   EXPECT_FALSE(actions[3]->isEnabled());
+  ASSERT_NE(actions[4]->menu(), nullptr);
+  EXPECT_EQ(actions[4]->menu()->actions()[1]->text(), "List");
+}
+
+TEST_F(PopUpMenuTest, ShowsImagesDashesIndentationAndKeys) {
+  window->orderFront(nullptr);
+  const auto image = NSImage::imageWithSize({16, 16}, false, [](CGRect frame) {
+    NSColor::blueColor()->setFill();
+    NSRectFill(frame);
+    return true;
+  });
+  desktop.popUpMenu(*window->nativeWindow(), {.over = {}, .entry = {}},
+                    {{.number = 0, .title = "Image", .image = image},
+                     {.number = 1, .title = "Mixed", .mark = MenuMark::Dash},
+                     {.number = 2, .title = "Deep", .indentation = 2},
+                     {.number = 3,
+                      .title = "Key",
+                      .keyEquivalent = "p",
+                      .keyEquivalentModifiers = NSEventModifierFlagControl | NSEventModifierFlagShift}},
+                    [](Choice) {});
+  settle();
+  ASSERT_NE(openMenu(), nullptr);
+  const QList<QAction*> actions = openMenu()->actions();
+  EXPECT_EQ(actions[0]->icon().pixmap(16, 16).toImage().pixelColor(8, 8), QColor(Qt::blue));
+  const QImage dash = actions[1]->icon().pixmap(16, 16).toImage();
+  EXPECT_GT(dash.pixelColor(dash.width() / 2, dash.height() / 2).alpha(), 128);
+  EXPECT_EQ(dash.pixelColor(0, 0).alpha(), 0);
+  EXPECT_EQ(actions[2]->text(), "      Deep");
+  EXPECT_EQ(actions[3]->text(), "Key\tCtrl+Shift+P");
+}
+
+TEST_F(PopUpMenuTest, HangsBelowARectangle) {
+  open({.over = {200, 300, 50, 20}, .entry = {}});
+  ASSERT_NE(openMenu(), nullptr);
+  EXPECT_EQ(openMenu()->pos(), qtPointOf({200, 300}));
+}
+
+TEST_F(PopUpMenuTest, AnEntryLiesInTheMiddleOfARectangleAndTheMenuIsAsWideAsAsked) {
+  const CGRect over{200, 300, 350, 60};
+  open({.over = over, .entry = 2, .minimumWidth = over.size.width});
+  ASSERT_NE(openMenu(), nullptr);
+  const QRect entry = openMenu()->actionGeometry(openMenu()->actions()[2]);
+  const QPoint onScreen = openMenu()->mapToGlobal(entry.center());
+  EXPECT_NEAR(onScreen.y(), qtPointOf({0, CGRectGetMidY(over)}).y(), 1);
+  EXPECT_EQ(openMenu()->x(), 200);
+  EXPECT_GE(openMenu()->width(), 350);
+  EXPECT_EQ(openMenu()->activeAction(), openMenu()->actions()[2]);
+}
+
+TEST_F(PopUpMenuTest, AnEntryHasItsCornerAtAPoint) {
+  open({.over = {200, 300, 0, 0}, .entry = 2});
+  ASSERT_NE(openMenu(), nullptr);
+  const QRect entry = openMenu()->actionGeometry(openMenu()->actions()[2]);
+  EXPECT_EQ(openMenu()->mapToGlobal(entry.topLeft()).y(), qtPointOf({0, 300}).y());
+}
+
+TEST_F(PopUpMenuTest, AChoiceInASubmenuIsToldByItsNumber) {
+  open();
+  ASSERT_NE(openMenu(), nullptr);
+  openMenu()->actions()[4]->menu()->actions()[1]->trigger();
+  openMenu()->hide();
+  settle();
+  EXPECT_EQ(choices, std::vector<Choice>{6});
+}
+
+TEST_F(PopUpMenuTest, ClosedByTheProgramItChoosesNothing) {
+  const std::unique_ptr<NativeMenu> menu = open();
+  ASSERT_NE(openMenu(), nullptr);
+  menu->close();
+  settle();
+  EXPECT_EQ(choices, std::vector<Choice>{std::nullopt});
+  EXPECT_EQ(openMenu(), nullptr);
+  menu->close();
 }
 
 TEST_F(PopUpMenuTest, ChoiceIsToldByItsNumber) {

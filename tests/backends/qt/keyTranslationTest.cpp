@@ -72,4 +72,13 @@ TEST(keyTranslation, RepeatsAreKeyDownsOnly) {
   EXPECT_EQ(fieldsOf(QEvent::KeyRelease, Qt::Key_A, {}, "a").type, NSEventType::KeyUp);
 }
 
+TEST(keyTranslation, MenusShowKeysAsTheDesktopNamesThem) {
+  EXPECT_EQ(shortcutTextOf("p", NSEventModifierFlagControl), "Ctrl+P");
+  EXPECT_EQ(shortcutTextOf("P", NSEventModifierFlagControl), "Ctrl+Shift+P");
+  EXPECT_EQ(shortcutTextOf("7", NSEventModifierFlagOption), "Alt+7");
+  EXPECT_EQ(shortcutTextOf("\x7F", NSEventModifierFlagCommand), "Meta+Backspace");
+  EXPECT_EQ(shortcutTextOf(reinterpret_cast<const char*>(u8"\uF706"), 0), "F3");
+  EXPECT_EQ(shortcutTextOf("", NSEventModifierFlagControl), "");
+}
+
 }  // namespace tessaluna::backend::qt

@@ -17,6 +17,7 @@ namespace {
 
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
+using tessaluna::backend::MenuMark;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
@@ -249,7 +250,7 @@ TEST_F(TrackListHostTest, MoreOpensAMenuWhoseChoicesDoWhatTheControlsDo) {
   click(moreOf(1));
   EXPECT_EQ(desktop.openMenu()->entries[0].title, "Pause");
   const bool was = favoriteOf(1).isFavorite();
-  EXPECT_EQ(desktop.openMenu()->entries[1].isChecked, was);
+  EXPECT_EQ(desktop.openMenu()->entries[1].mark, was ? MenuMark::Check : MenuMark::None);
   desktop.chooseFromMenu(1);
   desktop.settle();
   EXPECT_EQ(favoriteOf(1).isFavorite(), !was);
