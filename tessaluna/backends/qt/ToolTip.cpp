@@ -13,7 +13,7 @@ namespace {
 // Qt takes some texts for markup, and ours are none.
 QString plainText(const std::string& text) {
   const QString plain = QString::fromStdString(text);
-  return Qt::mightBeRichText(plain) ? Qt::convertFromPlainText(plain) : plain;
+  return Qt::mightBeRichText(plain) ? Qt::convertFromPlainText(plain, Qt::WhiteSpaceNormal) : plain;
 }
 
 }  // namespace
