@@ -55,7 +55,7 @@ bool isInput(QEvent::Type type) {
 }  // namespace
 
 QtViewWidget::QtViewWidget(Ref<NSView> view, QWidget* parent)
-    : QWidget(parent), view_(required(std::move(view))), firstSize_(view_->frame().size), ownPolicy_(policyOf(*view_)) {
+    : QWidget(parent), view_(required(std::move(view))), ownPolicy_(policyOf(*view_)) {
   setSizePolicy(ownPolicy_);
   setFocusPolicy(Qt::TabFocus);  // a press moves the first responder, and Qt's focus follows that
   setMouseTracking(true);
@@ -78,9 +78,8 @@ void QtViewWidget::leaveHost() {
 }
 
 QSize QtViewWidget::sizeHint() const {
-  const CGSize intrinsic = view_->intrinsicContentSize();
-  return {wholePoints(intrinsic.width >= 0 ? intrinsic.width : firstSize_.width),
-          wholePoints(intrinsic.height >= 0 ? intrinsic.height : firstSize_.height)};
+  const CGSize fitting = view_->fittingSize();
+  return {wholePoints(fitting.width), wholePoints(fitting.height)};
 }
 
 QSize QtViewWidget::minimumSizeHint() const {

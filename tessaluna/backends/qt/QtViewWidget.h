@@ -51,7 +51,6 @@ class QtViewWidget : public QWidget {
   bool passFocusOn(FocusStep step) { return QWidget::focusNextPrevChild(step == FocusStep::Next); }
 
   platform::Ref<platform::NSView> view_;
-  platform::CGSize firstSize_;
   QSizePolicy ownPolicy_;         // as the view has it
   QPointer<EmbeddingHost> host_;  // absent before the first showing, and after the top-level widget has gone
 };

@@ -113,6 +113,7 @@ TEST_F(QtViewWidgetTest, FieldKeepsItsHeightAndTakesTheWidthThatThereIs) {
   show();
   EXPECT_EQ(widget->height(), height);
   EXPECT_GT(widget->width(), 300);
+  EXPECT_EQ(widget->sizeHint().width(), 120) << "what it came with stays what it wants";
 }
 
 TEST_F(QtViewWidgetTest, SizePolicyIsTheViewsUntilTheProgramSetsOne) {
