@@ -17,7 +17,7 @@ struct Question {
   bool fits = false, fitsNot = false;
 };
 // By the place of the value in the tree.
-using Questions = std::unordered_map<const Json*, Question>;
+using QuestionsByValue = std::unordered_map<const Json*, Question>;
 
 // Where the text stops being JSON, as a person counts: lines and characters, from 1.
 std::string placeOf(std::string_view text, std::size_t offset) {
@@ -79,7 +79,7 @@ std::optional<std::int64_t> wholeNumberIn(const Json& value) {
 struct NSCoder::Archive {
   std::shared_ptr<Json> tree = std::make_shared<Json>(Json::object());
   Json* object = tree.get();
-  std::shared_ptr<Questions> questions = std::make_shared<Questions>();
+  std::shared_ptr<QuestionsByValue> questions = std::make_shared<QuestionsByValue>();  // null: they are forgotten
 
   const Json* find(std::string_view key) const {
     const auto found = object->find(std::string(key));
@@ -87,6 +87,7 @@ struct NSCoder::Archive {
   }
 
   void noteQuestion(std::string_view key) const {
+    if (!questions) return;
     if (const Json* value = find(key)) questions->try_emplace(value);
   }
 
@@ -96,6 +97,7 @@ struct NSCoder::Archive {
     const Json* value = find(key);
     if (!value) return std::nullopt;
     auto result = read(*value);
+    if (!questions) return result;
     Question& question = (*questions)[value];
     (result ? question.fits : question.fitsNot) = true;
     return result;
@@ -105,7 +107,7 @@ struct NSCoder::Archive {
     if (object != tree.get() || tree.use_count() > 1) {
       tree = std::make_shared<Json>(*object);
       object = tree.get();
-      questions = std::make_shared<Questions>();
+      if (questions) questions = std::make_shared<QuestionsByValue>();
     }
     return (*object)[std::string(key)];
   }
@@ -142,9 +144,9 @@ NSCoder::NSCoder(std::string_view json) : NSCoder() {
   }
 }
 
-NSCoder NSCoder::copy() const {
+NSCoder NSCoder::copy(Questions questions) const {
   auto archive = std::make_unique<Archive>(*archive_);
-  archive->questions = std::make_shared<Questions>();
+  archive->questions = questions == Questions::Remembered ? std::make_shared<QuestionsByValue>() : nullptr;
   return NSCoder(std::move(archive));
 }
 
@@ -237,12 +239,14 @@ void NSCoder::overlookKeys(std::initializer_list<std::string_view> keys) {
 }
 
 std::optional<std::string> NSCoder::firstUnknownKey() const {
+  if (!archive_->questions) return std::nullopt;
   for (const auto& [key, value] : archive_->object->items())
     if (!archive_->questions->contains(&value)) return key;
   return std::nullopt;
 }
 
 std::optional<std::string> NSCoder::firstMisfitKey() const {
+  if (!archive_->questions) return std::nullopt;
   for (const auto& [key, value] : archive_->object->items()) {
     const auto asked = archive_->questions->find(&value);
     if (asked != archive_->questions->end() && asked->second.fitsNot && !asked->second.fits) return key;

@@ -21,9 +21,11 @@ constexpr std::string_view loaderKeys[] = {"id", "class", "outlets", "properties
 
 class Loader {
  public:
-  explicit Loader(const Ref<NSObject>& owner) : owner_(owner) {}
+  // With the questions forgotten nobody looks for unknown keys and misfits.
+  Loader(const Ref<NSObject>& owner, NSCoder::Questions questions) : owner_(owner), questions_(questions) {}
 
-  NSNib::Contents load(NSCoder document) {
+  NSNib::Contents load(const NSCoder& source) {
+    NSCoder document = source.copy(questions_);
     NSNib::Contents contents;
     const auto objects = document.decodeCodersForKey("objects");
     if (!objects) return {.topLevelObjects = {}, .error = "\"objects\" is not an array of objects"};
@@ -77,7 +79,7 @@ class Loader {
     const std::string place = placeOf(source);
     const std::string className = source.decodeStringForKey("class").value_or("");
     if (className.empty()) return fail(place + " has no class"), nullptr;
-    NSCoder coder = source.copy();
+    NSCoder coder = source.copy(questions_);
     const Ref<NSObject> object = makeObjectOfClass(className, coder);
     if (!object) return fail(place + ": " + coder.failure().value_or("could not be made")), nullptr;
     return finishObject(object, coder, place, depth) ? object : nullptr;
@@ -91,7 +93,7 @@ class Loader {
     if (error_) return false;
     made_.push_back({object, objectBelow(coder, "outlets", place), place});
     setProperties(*object, coder, place);
-    checkKeys(object->classInfo(), coder, place);
+    if (questions_ == NSCoder::Questions::Remembered) checkKeys(object->classInfo(), coder, place);
     addInnerObjects(object, coder, place, depth);
     return !error_;
   }
@@ -159,6 +161,7 @@ class Loader {
   }
 
   Ref<NSObject> owner_;
+  NSCoder::Questions questions_;
   std::vector<Made> made_;
   std::map<std::string, Ref<NSObject>, std::less<>> byId_;
   std::optional<std::string> error_;
@@ -191,7 +194,12 @@ Ref<NSNib> NSNib::nibNamed(std::string_view name) {
 
 NSNib::Contents NSNib::instantiateWithOwner(const Ref<NSObject>& owner) const {
   if (document_ && document_->failed()) return {.topLevelObjects = {}, .error = document_->failure()};
-  if (document_) return Loader(owner).load(document_->copy());
+  if (document_) {
+    Contents contents =
+        Loader(owner, isChecked_ ? NSCoder::Questions::Forgotten : NSCoder::Questions::Remembered).load(*document_);
+    isChecked_ = isChecked_ || !contents.error;
+    return contents;
+  }
   if (!owner) return {.topLevelObjects = {}, .error = "a factory needs an owner"};
   Contents contents;
   if (Ref<NSObject> top = factory_(*owner)) contents.topLevelObjects.push_back(std::move(top));

@@ -49,6 +49,7 @@ class NSNib : public NSObject {
 
  private:
   std::optional<NSCoder> document_;
+  mutable bool isChecked_ = false;  // once its objects were made without an error, its keys need no second look
   Factory factory_;
 };
 

@@ -152,6 +152,30 @@ TEST_F(NSNibTest, GivesNewObjectsEachTime) {
   EXPECT_NE(nib->instantiateWithOwner(nullptr).topLevelObjects, nib->instantiateWithOwner(nullptr).topLevelObjects);
 }
 
+TEST_F(NSNibTest, AnUnknownKeyIsAnErrorAtEveryUse) {
+  const auto nib = make<NSNib>(R"({"objects": [{"id": "a", "class": "NSView", "colour": 1}]})");
+  const auto error = nib->instantiateWithOwner(nullptr).error;
+  ASSERT_TRUE(error);
+  EXPECT_EQ(nib->instantiateWithOwner(nullptr).error, error);
+}
+
+TEST_F(NSNibTest, TheSecondUseReadsWhatTheFirstOneRead) {
+  const auto nib = make<NSNib>(R"({"objects": [{"class": "NSTextField", "frame": [1, 2, 30, 40], "hidden": true,
+      "cell": {"stringValue": "abc", "font": {"size": 17}}, "subviews": [{"class": "NSView", "frame": [3, 4, 5, 6]}]}]})");
+  for (int use = 0; use < 3; ++use) {
+    const NSNib::Contents contents = nib->instantiateWithOwner(nullptr);
+    ASSERT_FALSE(contents.error) << *contents.error;
+    ASSERT_EQ(contents.topLevelObjects.size(), 1u);
+    const auto field = std::dynamic_pointer_cast<NSTextField>(contents.topLevelObjects[0]);
+    EXPECT_EQ(field->frame(), (CGRect{1, 2, 30, 40}));
+    EXPECT_TRUE(field->isHidden());
+    EXPECT_EQ(field->stringValue(), "abc");
+    EXPECT_EQ(field->font()->pointSize(), 17);
+    ASSERT_EQ(field->subviews().size(), 1u);
+    EXPECT_EQ(field->subviews()[0]->frame(), (CGRect{3, 4, 5, 6}));
+  }
+}
+
 TEST_F(NSNibTest, ABadDocumentIsAClearError) {
   const struct {
     const char* json;
