@@ -16,11 +16,14 @@ namespace harness {
 class StillWorld : public testing::Test {
  protected:
   StillWorld() { tessaluna::platform::NSApplication::sharedApplication(); }
+  // A view that remembers its events remembers its window with them: the two let go of each other here, while what the views
+  // may still write to exists.
+  void TearDown() override {
+    if (!tessaluna::platform::NSApp) return;
+    for (const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& window : tessaluna::platform::NSApp->windows())
+      window->setContentView(nullptr);
+  }
   ~StillWorld() override {
-    // A view that remembers its events remembers its window with them: the two let go of each other here.
-    if (tessaluna::platform::NSApp)
-      for (const tessaluna::platform::Ref<tessaluna::platform::NSWindow>& window : tessaluna::platform::NSApp->windows())
-        window->setContentView(nullptr);
     tessaluna::platform::NSApp.reset();
     tessaluna::platform::setOperatingSystemVersion(systemVersion_);
     tessaluna::platform::NSAppKitVersionNumber = kitVersion_;

@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QPainter>
+#include <QPointer>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
@@ -274,8 +275,10 @@ void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
   // Nothing in this view takes keys: the chain goes on, unless it has gone round already.
   if (passedOver_ >= embedded_.size()) return;
   ++passedOver_;
+  // Whoever gets the focus may end the widgets, and the host with the last of them.
+  const QPointer<const QTimer> ofThis(&displayTimer_);
   widget.passFocusOn(step);
-  --passedOver_;
+  if (ofThis) --passedOver_;
 }
 
 void EmbeddingHost::focusLeft(QtViewWidget& widget, Qt::FocusReason reason) {
@@ -291,9 +294,12 @@ bool EmbeddingHost::moveFocus(FocusStep step) {
   for (const Embedded& embedded : embedded_)
     if (!widget && embedded.widget->hasFocus()) widget = embedded.widget;
   if (!widget) return false;
-  if (window_->selectKeyViewWithin(*widget->view(), step) || widget->passFocusOn(step)) return true;
+  // Whoever gets the focus may end the widget, and the host with it.
+  const Ref<NSWindow> window = window_;
+  const QPointer<QtViewWidget> held = widget;
+  if (window->selectKeyViewWithin(*held->view(), step) || !held || held->passFocusOn(step) || !held) return true;
   // Nobody else takes the focus: round again.
-  return window_->makeFirstResponder(nullptr) && window_->selectKeyViewWithin(*widget->view(), step);
+  return window->makeFirstResponder(nullptr) && held && window->selectKeyViewWithin(*held->view(), step);
 }
 
 void EmbeddingHost::sizeHintChanged(NSView& view) {

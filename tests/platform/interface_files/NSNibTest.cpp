@@ -161,7 +161,7 @@ TEST_F(NSNibTest, AnUnknownKeyIsAnErrorAtEveryUse) {
 
 TEST_F(NSNibTest, TheSecondUseReadsWhatTheFirstOneRead) {
   const auto nib = make<NSNib>(R"({"objects": [{"class": "NSTextField", "frame": [1, 2, 30, 40], "hidden": true,
-      "cell": {"stringValue": "abc", "font": {"size": 17}}, "subviews": [{"class": "NSView", "frame": [3, 4, 5, 6]}]}]})");
+      "cell": {"stringValue": "abc", "fontSize": 17}, "subviews": [{"class": "NSView", "frame": [3, 4, 5, 6]}]}]})");
   for (int use = 0; use < 3; ++use) {
     const NSNib::Contents contents = nib->instantiateWithOwner(nullptr);
     ASSERT_FALSE(contents.error) << *contents.error;
