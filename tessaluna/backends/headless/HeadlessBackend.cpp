@@ -131,7 +131,7 @@ void HeadlessBackend::chooseFromMenu(std::optional<std::size_t> number) {
   closeMenu(number);
 }
 
-// As on a desktop, the choice is told on a later turn.
+// As on a desktop, the choice is reported on a later turn.
 void HeadlessBackend::closeMenu(std::optional<std::size_t> chosen) {
   callAfter(0, [menu = std::exchange(openMenu_, nullptr), chosen] { menu->chosen(chosen); });
 }

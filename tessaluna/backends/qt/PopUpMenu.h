@@ -23,7 +23,7 @@ class PopUpMenu {
   PopUpMenu(const PopUpMenu&) = delete;
   PopUpMenu& operator=(const PopUpMenu&) = delete;
 
-  // Without a window the menu belongs to none. The choice is told once the menu has gone.
+  // Without a window the menu belongs to none. The choice is reported after the menu has closed.
   std::unique_ptr<NativeMenu> open(QWindow* window, const MenuPlace& place, const std::vector<MenuEntry>& entries,
                                    Chosen chosen);
 
