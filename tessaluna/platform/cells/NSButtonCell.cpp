@@ -1,5 +1,6 @@
 #include "tessaluna/platform/cells/NSButtonCell.h"
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSNumber.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"

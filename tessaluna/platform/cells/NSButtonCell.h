@@ -6,6 +6,7 @@
 
 #include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
 #include "tessaluna/platform/cells/NSCell.h"
+#include "tessaluna/platform/foundation/EnumNames.h"
 
 namespace tessaluna::platform {
 

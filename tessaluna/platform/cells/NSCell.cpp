@@ -1,5 +1,6 @@
 #include "tessaluna/platform/cells/NSCell.h"
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSString.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"

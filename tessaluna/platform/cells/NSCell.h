@@ -8,6 +8,7 @@
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
 #include "tessaluna/platform/cells/CellValue.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/EnumNames.h"
 #include "tessaluna/platform/foundation/Geometry.h"
 #include "tessaluna/platform/foundation/NSObject.h"
 #include "tessaluna/platform/graphics/Forward.h"

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
+
 namespace tessaluna::platform {
 
 const ClassInfo NSBundle::staticClassInfo{.name = "NSBundle", .base = &NSObject::staticClassInfo};

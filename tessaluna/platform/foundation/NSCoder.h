@@ -16,19 +16,10 @@
 #include <string_view>
 #include <vector>
 
+#include "tessaluna/platform/foundation/EnumNames.h"
 #include "tessaluna/platform/foundation/Geometry.h"
 
 namespace tessaluna::platform {
-
-// A value that is written as a name or as its number.
-struct NamedValue {
-  std::string_view name;
-  std::int64_t value;
-};
-
-// The names of an enum's values, as an array `all` of NamedValue; specialized by the header of each enum that can be read.
-template <class Enum>
-struct EnumNames;
 
 class NSCoder {
  public:

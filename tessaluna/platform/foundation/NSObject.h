@@ -4,12 +4,13 @@
 // files name an operation by its selector ("toggleDisclosure:") and find it there.
 #pragma once
 
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
-#include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/Forward.h"
 #include "tessaluna/platform/foundation/Reference.h"
 
 namespace tessaluna::platform {

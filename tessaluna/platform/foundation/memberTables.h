@@ -10,6 +10,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSObject.h"
 
 namespace tessaluna::platform {

@@ -20,6 +20,7 @@
 #include <string>
 #include <vector>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSObject.h"
 
 namespace tessaluna::platform {

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSObject.h"
 
 namespace tessaluna::platform {

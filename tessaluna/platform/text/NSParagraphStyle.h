@@ -1,6 +1,7 @@
 // How a paragraph stands in its width.
 #pragma once
 
+#include "tessaluna/platform/foundation/EnumNames.h"
 #include "tessaluna/platform/foundation/NSObject.h"
 
 namespace tessaluna::platform {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/interface_files/classRegistry.h"

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "tessaluna/platform/cells/NSCell.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSView.h"
 
 namespace tessaluna::platform {

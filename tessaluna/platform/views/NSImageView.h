@@ -2,6 +2,7 @@
 // and no cell.
 #pragma once
 
+#include "tessaluna/platform/foundation/EnumNames.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/views/NSView.h"
 

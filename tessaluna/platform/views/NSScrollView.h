@@ -1,6 +1,7 @@
 // A view that shows a part of a larger one, with scroll bars beside it.
 #pragma once
 
+#include "tessaluna/platform/foundation/EnumNames.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSClipView.h"
 

@@ -1,7 +1,7 @@
 // In which direction things that belong side by side follow each other.
 #pragma once
 
-#include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/EnumNames.h"
 
 namespace tessaluna::platform {
 

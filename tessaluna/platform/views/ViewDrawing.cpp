@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"

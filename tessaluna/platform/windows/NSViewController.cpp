@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
 

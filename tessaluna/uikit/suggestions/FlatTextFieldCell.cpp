@@ -1,5 +1,6 @@
 #include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"

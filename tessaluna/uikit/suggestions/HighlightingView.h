@@ -1,6 +1,7 @@
 // The background of one row of a completion pop-up, in the selection's color while it is highlighted.
 #pragma once
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSView.h"
 
 namespace TessalunaUIKit {

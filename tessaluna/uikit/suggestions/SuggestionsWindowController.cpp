@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/uikit/suggestions/SuggestionsContentView.h"

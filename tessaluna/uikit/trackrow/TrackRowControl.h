@@ -11,6 +11,7 @@
 // draws nothing. Mouse events stop here and do not reach the row.
 #pragma once
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/uikit/trackrow/TrackListRowActionTarget.h"
 

@@ -2,6 +2,7 @@
 // to the target and changes nothing: whether the track is a favorite is the host's to decide.
 #pragma once
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/uikit/trackrow/TrackRowControl.h"
 
 namespace TessalunaUIKit {

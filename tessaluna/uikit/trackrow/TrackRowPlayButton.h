@@ -4,6 +4,7 @@
 //   play->setIsPlayingTrack(isCurrent); play->setIsPlaying(player.isRunning()); play->setNeedsDisplay(true);
 #pragma once
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/uikit/trackrow/TrackRowControl.h"
 
 namespace TessalunaUIKit {

@@ -1,5 +1,7 @@
 #include "tessaluna/platform/foundation/NSObject.h"
 
+#include "tessaluna/platform/foundation/NSCoder.h"
+
 #include <gtest/gtest.h>
 
 #include <vector>

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImage.h"

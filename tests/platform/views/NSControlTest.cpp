@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/NSControl.h"
 
+#include "tessaluna/platform/foundation/NSCoder.h"
+
 #include <gmock/gmock.h>
 
 #include "tests/harness/StillWorld.h"

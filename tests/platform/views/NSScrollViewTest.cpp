@@ -1,5 +1,6 @@
 #include "tessaluna/platform/views/NSScrollView.h"
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"

@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/ViewGeometry.h"
 
+#include "tessaluna/platform/foundation/NSCoder.h"
+
 #include <gmock/gmock.h>
 
 #include "tests/harness/ProbeView.h"

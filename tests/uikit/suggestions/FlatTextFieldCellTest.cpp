@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/views/NSTextField.h"

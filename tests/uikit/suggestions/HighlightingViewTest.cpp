@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/recordingOf.h"

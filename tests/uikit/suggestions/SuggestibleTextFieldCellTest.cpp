@@ -1,5 +1,7 @@
 #include "tessaluna/uikit/suggestions/SuggestibleTextFieldCell.h"
 
+#include "tessaluna/platform/foundation/NSCoder.h"
+
 #include <gtest/gtest.h>
 
 #include "tests/uikit/suggestions/PopUpWorld.h"

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tessaluna/uikit/suggestions/HighlightingView.h"

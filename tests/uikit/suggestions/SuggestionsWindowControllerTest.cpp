@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tests/harness/ProbeView.h"

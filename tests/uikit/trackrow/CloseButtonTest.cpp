@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"

@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/trackrow/TrackRowWorld.h"
