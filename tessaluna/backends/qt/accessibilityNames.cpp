@@ -22,6 +22,7 @@ constexpr RoleName roles[] = {
     {NSAccessibilityLevelIndicatorRole, QAccessible::Slider},
     {NSAccessibilityLinkRole, QAccessible::Link},
     {NSAccessibilityListRole, QAccessible::List},
+    {NSAccessibilityMenuButtonRole, QAccessible::ButtonMenu},
     {NSAccessibilityPopUpButtonRole, QAccessible::ComboBox},
     {NSAccessibilityProgressIndicatorRole, QAccessible::ProgressBar},
     {NSAccessibilityRadioButtonRole, QAccessible::RadioButton},
@@ -29,7 +30,10 @@ constexpr RoleName roles[] = {
     {NSAccessibilityRowRole, QAccessible::ListItem},
     {NSAccessibilityScrollBarRole, QAccessible::ScrollBar},
     {NSAccessibilitySliderRole, QAccessible::Slider},
+    {NSAccessibilitySortButtonRole, QAccessible::ColumnHeader},
     {NSAccessibilityStaticTextRole, QAccessible::StaticText},
+    {NSAccessibilityTabButtonRole, QAccessible::PageTab},
+    {NSAccessibilityTabGroupRole, QAccessible::PageTabList},
     // Qt's tables have columns as well.
     {NSAccessibilityTableRole, QAccessible::List},
     {NSAccessibilityTextAreaRole, QAccessible::EditableText},
