@@ -3,11 +3,12 @@
 #include <gmock/gmock.h>
 
 #include "tessaluna/platform/graphics/NSImage.h"
-#include "tests/harness/ProbeView.h"
+#include "tests/harness/PlayingView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
 using namespace tessaluna::platform;
+using harness::PlayingView;
 using tessaluna::backend::MenuEntry;
 using tessaluna::backend::MenuMark;
 using testing::ElementsAre;
@@ -30,18 +31,6 @@ class MenuPlayer : public NSObject, public NSMenuItemValidation {
 constexpr Selector playerSelectors[] = {action<&MenuPlayer::play>("play:")};
 const ClassInfo MenuPlayer::staticClassInfo{
     .name = "Tests.MenuPlayer", .base = &NSObject::staticClassInfo, .selectors = playerSelectors};
-
-class PlayingView : public harness::ProbeView {
- public:
-  static const ClassInfo staticClassInfo;
-  const ClassInfo& classInfo() const override { return staticClassInfo; }
-  using ProbeView::ProbeView;
-  void play(NSObject*) { ++plays; }
-  int plays = 0;
-};
-constexpr Selector playingViewSelectors[] = {action<&PlayingView::play>("play:")};
-const ClassInfo PlayingView::staticClassInfo{
-    .name = "Tests.PlayingView", .base = &NSView::staticClassInfo, .selectors = playingViewSelectors};
 
 class ListeningDelegate : public NSObject, public NSMenuDelegate {
  public:

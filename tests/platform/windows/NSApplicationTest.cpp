@@ -2,11 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/harness/ProbeView.h"
+#include "tests/harness/PlayingView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
 using namespace tessaluna::platform;
+using harness::PlayingView;
 using harness::ProbeView;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -30,18 +31,6 @@ class Player : public NSResponder {
 constexpr Selector playerSelectors[] = {action<&Player::play>("play:")};
 const ClassInfo Player::staticClassInfo{
     .name = "Tests.Player", .base = &NSResponder::staticClassInfo, .selectors = playerSelectors};
-
-class PlayerView : public ProbeView {
- public:
-  static const ClassInfo staticClassInfo;
-  const ClassInfo& classInfo() const override { return staticClassInfo; }
-  using ProbeView::ProbeView;
-  void play(NSObject*) { ++plays; }
-  int plays = 0;
-};
-constexpr Selector playerViewSelectors[] = {action<&PlayerView::play>("play:")};
-const ClassInfo PlayerView::staticClassInfo{
-    .name = "Tests.PlayerView", .base = &NSView::staticClassInfo, .selectors = playerViewSelectors};
 
 Ref<NSEvent> eventFor(const Ref<NSWindow>& window, NSEventType type = NSEventType::LeftMouseDown) {
   return make<NSEvent>(NSEvent::Fields{.type = type, .location = {5, 5}, .window = window});
@@ -208,7 +197,7 @@ TEST_F(NSApplicationTest, AnActionGoesToItsTarget) {
 }
 
 TEST_F(NSApplicationTest, AnActionThatItsTargetDoesNotHaveGoesToNobodyElse) {
-  const auto v = make<PlayerView>(CGRect{0, 0, 10, 10});
+  const auto v = make<PlayingView>(CGRect{0, 0, 10, 10});
   v->acceptsFirst = true;
   const auto window = showWindowWith(v);
   window->makeFirstResponder(v.get());
@@ -218,7 +207,7 @@ TEST_F(NSApplicationTest, AnActionThatItsTargetDoesNotHaveGoesToNobodyElse) {
 }
 
 TEST_F(NSApplicationTest, AnActionWithoutATargetGoesUpTheChainOfTheKeyWindow) {
-  const auto outer = make<PlayerView>(CGRect{0, 0, 50, 50});
+  const auto outer = make<PlayingView>(CGRect{0, 0, 50, 50});
   const auto inner = make<ProbeView>(CGRect{0, 0, 10, 10});
   inner->acceptsFirst = true;
   outer->addSubview(inner);
