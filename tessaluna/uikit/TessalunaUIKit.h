@@ -2,6 +2,8 @@
 #pragma once
 
 #include "tessaluna/uikit/interfaceFileClasses.h"
+#include "tessaluna/uikit/links/LinkTextFieldActionTarget.h"
+#include "tessaluna/uikit/links/MultipleLinksTextField.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
 #include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"

@@ -1,6 +1,7 @@
 #include "tessaluna/uikit/interfaceFileClasses.h"
 
 #include "tessaluna/platform/interface_files/classRegistry.h"
+#include "tessaluna/uikit/links/MultipleLinksTextField.h"
 #include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 #include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
 #include "tessaluna/uikit/suggestions/HighlightingView.h"
@@ -25,6 +26,7 @@ void registerInterfaceFileClasses() {
   registerClass<PlaybackStatusIcon>();
   registerClass<PrevNextButton>();
   registerClass<CloseButton>();
+  registerClass<MultipleLinksTextField>();
   registerClass<SuggestibleTextFieldCell>();
   registerClass<FlatTextFieldCell>();
   registerClass<HighlightingView>();

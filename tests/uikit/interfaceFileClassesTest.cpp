@@ -9,6 +9,7 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
 #include "tessaluna/platform/interface_files/classRegistry.h"
+#include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/uikit/TessalunaUIKit.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/sourceFolder.h"
@@ -88,6 +89,12 @@ TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
       "properties": {"borderColor": [0, 0.5, 1]}}})");
   EXPECT_TRUE(areEqual(std::dynamic_pointer_cast<FlatTextFieldCell>(field->cell())->borderColor().get(),
                        NSColor::colorWithSRGBRed(0, 0.5, 1, 1).get()));
+  const auto links = load<MultipleLinksTextField>(R"({"class": "TessalunaUIKit.MultipleLinksTextField", "properties": {
+      "linksEnabled": true, "isPressed": true, "font": 10, "textColor": "redColor", "lineBreakMode": "truncatingTail"}})");
+  EXPECT_TRUE(links->linksEnabled() && links->isPressed());
+  EXPECT_EQ(links->font()->pointSize(), 10);
+  EXPECT_EQ(links->textColor(), NSColor::redColor());
+  EXPECT_EQ(links->lineBreakMode(), NSLineBreakByTruncatingTail);
   EXPECT_EQ(load<SuggestionsWindowController>(R"({"class": "TessalunaUIKit.SuggestionsWindowController",
       "properties": {"suggestionPrototype": "row"}})")
                 ->suggestionPrototype(),
@@ -103,6 +110,10 @@ TEST_F(interfaceFileClassesTest, KeysThatAClassOverlooksAreKnownAndDoNothing) {
                    ->isFavorite());
   EXPECT_FALSE(
       load<HighlightingView>(R"({"class": "TessalunaUIKit.HighlightingView", "isHighlighted": true})")->isHighlighted());
+  const auto links = load<MultipleLinksTextField>(R"({"class": "TessalunaUIKit.MultipleLinksTextField", "linksEnabled": true,
+      "isPressed": true, "font": 10, "textColor": "redColor", "lineBreakMode": "truncatingTail"})");
+  EXPECT_FALSE(links->linksEnabled() || links->isPressed() || links->font() || links->textColor());
+  EXPECT_EQ(links->lineBreakMode(), NSLineBreakByClipping);
   const auto field = load<NSTextField>(R"({"class": "NSTextField", "cell": {"class": "TessalunaUIKit.FlatTextFieldCell",
       "borderColor": "redColor", "drawsBackground": true}})");
   const auto cell = std::dynamic_pointer_cast<FlatTextFieldCell>(field->cell());
@@ -119,8 +130,9 @@ TEST_F(interfaceFileClassesTest, AnUnknownKeyOrPropertyIsAnError) {
             "the property \"next\" of \"a\" has a value of another kind");
 }
 
-TEST_F(interfaceFileClassesTest, TheTargetOfATrackRowControlIsNoOutletAndThatOfAButtonIs) {
-  for (const std::string name : {"TrackRowPlayButton", "TrackRowFavoriteButton", "TrackRowMoreButton"})
+TEST_F(interfaceFileClassesTest, TheTargetOfATrackRowControlOrOfLinksIsNoOutletAndThatOfAButtonIs) {
+  for (const std::string name :
+       {"TrackRowPlayButton", "TrackRowFavoriteButton", "TrackRowMoreButton", "MultipleLinksTextField"})
     EXPECT_EQ(errorOf(R"({"id": "a", "class": "TessalunaUIKit.)" + name + R"(", "outlets": {"target": "a"}})"),
               "\"a\" has no outlet \"target\"");
   for (const std::string name : {"PrevNextButton", "CloseButton"}) {

@@ -1,0 +1,192 @@
+#include "tessaluna/uikit/links/MultipleLinksTextField.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/interface_files/archivedLooks.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/TextLayout.h"
+#include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/uikit/links/wholePoints.h"
+
+namespace TessalunaUIKit {
+
+using namespace tessaluna::platform;
+
+namespace {
+
+constexpr Property properties[] = {property<&MultipleLinksTextField::setLinksEnabled, "linksEnabled">(),
+                                   property<&MultipleLinksTextField::setIsPressed, "isPressed">(),
+                                   property<&MultipleLinksTextField::setFont, "font">(),
+                                   property<&MultipleLinksTextField::setTextColor, "textColor">(),
+                                   property<&MultipleLinksTextField::setLineBreakMode, "lineBreakMode">()};
+
+}  // namespace
+
+const ClassInfo MultipleLinksTextField::staticClassInfo{
+    .name = "TessalunaUIKit.MultipleLinksTextField", .base = &NSView::staticClassInfo, .properties = properties};
+
+MultipleLinksTextField::MultipleLinksTextField(CGRect frame) : NSView(frame) {}
+
+MultipleLinksTextField::MultipleLinksTextField(NSCoder& coder) : NSView(coder) {
+  coder.overlookKeys({"linksEnabled", "isPressed", "font", "textColor", "lineBreakMode"});
+}
+
+void MultipleLinksTextField::setLinksEnabled(bool enabled) {
+  linksEnabled_ = enabled;
+  updateTrackingAreas();
+  if (cursorRectsActive_) addLinkCursorRects();
+}
+
+void MultipleLinksTextField::setStringValues(std::optional<std::vector<std::string>> values) {
+  stringValues_ = std::move(values);
+  links_.setStrings(stringValues_, textAttributes());
+  if (links_.hasLinks() && cursorRectsActive_) addLinkCursorRects();
+  invalidateIntrinsicContentSize();
+  setNeedsDisplay(true);
+}
+
+NSAttributes MultipleLinksTextField::textAttributes() const {
+  const auto style = make<NSMutableParagraphStyle>();
+  style->setAlignment(NSTextAlignmentLeft);
+  style->setLineBreakMode(lineBreakMode_);
+
+  Ref<NSColor> color = textColor_ ? textColor_ : NSColor::controlTextColor();
+  // Only the nearest table counts.
+  const NSView* above = superview();
+  while (above && !dynamic_cast<const NSTableView*>(above)) above = above->superview();
+  if (const auto* table = static_cast<const NSTableView*>(above)) {
+    const std::optional<std::size_t> row = table->rowForView(*this);
+    if (row && table->isRowSelected(*row)) {
+      const bool isDisabledColor = textColor_ && textColor_->isEqual(NSColor::disabledControlTextColor().get());
+      color = isDisabledColor ? NSColor::colorWithDeviceWhite(0.81, 1) : NSColor::alternateSelectedControlTextColor();
+    }
+  }
+  return {{NSFontAttributeName, font_ ? font_ : NSFont::systemFontOfSize(NSFont::systemFontSize())},
+          {NSForegroundColorAttributeName, color},
+          {NSParagraphStyleAttributeName, style}};
+}
+
+void MultipleLinksTextField::underlineActiveElement(NSMutableAttributedString& text, std::size_t suffixLength) const {
+  const auto& elements = links_.characters();
+  if (!linksEnabled_ || !activeElement_ || !elements || *activeElement_ >= elements->size()) return;
+  // Intentional: characters are taken for UTF-16 units here, so that the line drifts after combined characters.
+  const JoinedLinks::Span element = (*elements)[*activeElement_];
+  const std::int64_t end = std::min(element.upper, static_cast<std::int64_t>(text.length() - suffixLength));
+  if (element.lower >= end) return;
+  text.addAttribute(NSUnderlineStyleAttributeName, std::int64_t{isPressed_ ? NSUnderlineStyleThick : NSUnderlineStyleSingle},
+                    {static_cast<std::size_t>(element.lower), static_cast<std::size_t>(end - element.lower)});
+}
+
+Ref<NSAttributedString> MultipleLinksTextField::truncatedString(CGFloat width) {
+  const NSAttributes attributes = textAttributes();
+  const JoinedLinks::Cut cut = links_.cutToWidth(width, attributes);
+  suffixPosition_ = cut.suffixPosition;
+  auto text = make<NSMutableAttributedString>(cut.text, attributes);
+  underlineActiveElement(*text, cut.suffixLength());
+  return text;
+}
+
+CGSize MultipleLinksTextField::intrinsicContentSize() const { return sizeWithAttributes(links_.text(), textAttributes()); }
+
+void MultipleLinksTextField::drawRect(CGRect) {
+  const CGRect box = bounds();
+  // Of the whole text, not of what is left of it.
+  const CGFloat height = boundingRectWithSize(links_.text(), {box.size.width, std::numeric_limits<CGFloat>::infinity()},
+                                              NSStringDrawingUsesLineFragmentOrigin, textAttributes())
+                             .size.height;
+  NSGraphicsContext::saveGraphicsState();
+  NSRectClip(box);
+  truncatedString(box.size.width)
+      ->drawInRect({box.origin.x, (box.size.height - height) * 0.5 + box.origin.y, box.size.width, height});
+  NSGraphicsContext::restoreGraphicsState();
+}
+
+void MultipleLinksTextField::hitTestElements(const NSEvent& event) {
+  const CGPoint point = convertPointFromView(event.locationInWindow(), nullptr);
+  activeElement_.reset();
+  if (!NSPointInRect(point, bounds()) || !links_.hasLinks()) return;
+  if (suffixPosition_ && point.x >= *suffixPosition_) return;
+  const std::int64_t x = wholePoints(point.x);
+  const std::vector<JoinedLinks::Span>& places = *links_.places();
+  const auto hit = std::ranges::find_if(places, [x](const auto& place) { return place.lower <= x && x < place.upper; });
+  if (hit != places.end()) activeElement_ = static_cast<std::size_t>(hit - places.begin());
+}
+
+void MultipleLinksTextField::mouseEntered(const Ref<NSEvent>& event) {
+  hitTestElements(*event);
+  setNeedsDisplay(true);
+}
+
+void MultipleLinksTextField::mouseExited(const Ref<NSEvent>&) {
+  activeElement_.reset();
+  setNeedsDisplay(true);
+}
+
+void MultipleLinksTextField::mouseMoved(const Ref<NSEvent>& event) {
+  if (!linksEnabled_) return;
+  hitTestElements(*event);
+  setNeedsDisplay(true);
+}
+
+void MultipleLinksTextField::mouseDown(const Ref<NSEvent>& event) {
+  isPressed_ = true;
+  setNeedsDisplay(true);
+  if (!linksEnabled_) NSView::mouseDown(event);
+}
+
+void MultipleLinksTextField::mouseUp(const Ref<NSEvent>& event) {
+  // The target may let the view, or itself, go.
+  const Ref<NSView> held = refTo<NSView>(*this);
+  const Ref<LinkTextFieldActionTarget> target = target_;
+  const bool areLinks = linksEnabled_;
+  // Intentional: the element under the pointer now counts, wherever the press began.
+  if (isPressed_ && areLinks && activeElement_ && target) target->linkClicked(*activeElement_, *this);
+  if (!areLinks) NSView::mouseUp(event);
+  isPressed_ = false;
+  setNeedsDisplay(true);
+}
+
+void MultipleLinksTextField::updateTrackingAreas() {
+  NSView::updateTrackingAreas();
+  if (!linksEnabled_) return;
+  if (!trackingArea_) {
+    // It follows the visible rectangle, so that one area serves for the life of the view.
+    constexpr auto options =
+        NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved;
+    trackingArea_ = make<NSTrackingArea>(NSZeroRect, options, refTo<NSResponder>(*this));
+  }
+  if (std::ranges::find(trackingAreas(), trackingArea_) == trackingAreas().end()) addTrackingArea(trackingArea_);
+}
+
+void MultipleLinksTextField::resetCursorRects() { addLinkCursorRects(); }
+
+void MultipleLinksTextField::addLinkCursorRects() {
+  if (links_.hasLinks() && linksEnabled_) {
+    const auto height = static_cast<CGFloat>(wholePoints(bounds().size.height));
+    for (const auto& [lower, upper] : *links_.places())
+      addCursorRect({static_cast<CGFloat>(lower), 0, static_cast<CGFloat>(upper - lower), height},
+                    NSCursor::pointingHandCursor());
+  }
+  cursorRectsActive_ = true;
+}
+
+std::string MultipleLinksTextField::accessibilityLabel() const { return utf8FromUtf16(links_.text()); }
+
+bool MultipleLinksTextField::accessibilityPerformPress() {
+  if (!linksEnabled_ || !links_.hasLinks()) return false;
+  const Ref<NSView> held = refTo<NSView>(*this);
+  // Intentional: the first string, whichever is hovered. Without a target the press still counts as done.
+  if (const Ref<LinkTextFieldActionTarget> target = target_) target->linkClicked(0, *this);
+  return true;
+}
+
+}  // namespace TessalunaUIKit

@@ -1,0 +1,103 @@
+// One line of text made of a list of strings, each of which is a link of its own, such as the artists of a track. What does not
+// fit is cut off at the tail and replaced by "…"; the hovered link is underlined.
+//
+//   artists->setFont(font);  // before stringValues: the links' places are measured when the strings are assigned
+//   artists->setStringValues({{"First Artist", "Second Artist"}});
+//   artists->setLinksEnabled(true);
+//   artists->setTarget(host);
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
+#include "tessaluna/platform/text/Forward.h"
+#include "tessaluna/platform/text/NSParagraphStyle.h"
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/uikit/links/JoinedLinks.h"
+#include "tessaluna/uikit/links/LinkTextFieldActionTarget.h"
+
+namespace TessalunaUIKit {
+
+class MultipleLinksTextField : public tessaluna::platform::NSView, public tessaluna::platform::NSAccessibilityButton {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit MultipleLinksTextField(tessaluna::platform::CGRect frame);
+  // The target is not reachable by name, and so not an outlet; the properties of an interface file are all but the strings.
+  explicit MultipleLinksTextField(tessaluna::platform::NSCoder& coder);
+
+  // Whether the strings are links; otherwise they are only text, and clicks pass to the superview.
+  bool linksEnabled() const { return linksEnabled_; }
+  void setLinksEnabled(bool enabled);
+
+  // The strings in display order, in UTF-8; absent looks like an empty list. Joined by ", ". Setting them measures the links
+  // with the current font and requests a redraw. A width that no integer holds stops the program.
+  const std::optional<std::vector<std::string>>& stringValues() const { return stringValues_; }
+  void setStringValues(std::optional<std::vector<std::string>> values);
+
+  // Plain stores, which neither redraw nor measure: a font that is set after the strings is drawn, but the links stay where the
+  // earlier font had them. Null: the system font at its standard size, and the color of control texts.
+  const tessaluna::platform::Ref<tessaluna::platform::NSFont>& font() const { return font_; }
+  void setFont(tessaluna::platform::Ref<tessaluna::platform::NSFont> font) { font_ = std::move(font); }
+  const tessaluna::platform::Ref<tessaluna::platform::NSColor>& textColor() const { return textColor_; }
+  void setTextColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color) { textColor_ = std::move(color); }
+  // Of the paragraph style that is drawn with. The cut does not depend on it.
+  tessaluna::platform::NSLineBreakMode lineBreakMode() const { return lineBreakMode_; }
+  void setLineBreakMode(tessaluna::platform::NSLineBreakMode mode) { lineBreakMode_ = mode; }
+
+  // The mouse button is down in the view. Still true while the target is notified.
+  bool isPressed() const { return isPressed_; }
+  void setIsPressed(bool isPressed) { isPressed_ = isPressed; }
+
+  // Kept alive: a target that owns the view has to break that cycle itself. Null: a click is swallowed.
+  const tessaluna::platform::Ref<LinkTextFieldActionTarget>& target() const { return target_; }
+  void setTarget(tessaluna::platform::Ref<LinkTextFieldActionTarget> target) { target_ = std::move(target); }
+
+  // What is drawn in a width in points: all of the text, also where it is up to a point too wide, or its beginning and "…". The
+  // hovered link is underlined. From then on the links end where this "…" begins. A width that holds no "…" can stop the program.
+  tessaluna::platform::Ref<tessaluna::platform::NSAttributedString> truncatedString(tessaluna::platform::CGFloat width);
+
+  // Of the whole text, whatever the width of the view.
+  tessaluna::platform::CGSize intrinsicContentSize() const override;
+
+  void drawRect(tessaluna::platform::CGRect rect) override;
+  bool mouseDownCanMoveWindow() const override { return !linksEnabled_; }
+  void resetCursorRects() override;
+  void updateTrackingAreas() override;
+  void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseExited(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseMoved(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseDragged(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override {
+    MultipleLinksTextField::mouseMoved(event);
+  }
+  void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+
+  // To assistive clients the view is a button with the whole text, whatever is cut off. Pressing it clicks the first string.
+  std::string accessibilityLabel() const override;
+  bool accessibilityPerformPress() override;
+
+ private:
+  tessaluna::platform::NSAttributes textAttributes() const;
+  void underlineActiveElement(tessaluna::platform::NSMutableAttributedString& text, std::size_t suffixLength) const;
+  void hitTestElements(const tessaluna::platform::NSEvent& event);
+  void addLinkCursorRects();
+
+  bool linksEnabled_ = false;
+  bool isPressed_ = false;
+  std::optional<std::vector<std::string>> stringValues_;
+  JoinedLinks links_;
+  std::optional<tessaluna::platform::CGFloat> suffixPosition_;  // where the links of the last cut end
+  std::optional<std::size_t> activeElement_;                    // under the pointer
+  tessaluna::platform::Ref<tessaluna::platform::NSFont> font_;
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> textColor_;
+  tessaluna::platform::NSLineBreakMode lineBreakMode_ = tessaluna::platform::NSLineBreakByClipping;
+  tessaluna::platform::Ref<LinkTextFieldActionTarget> target_;
+  tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingArea_;  // made once
+  bool cursorRectsActive_ = false;
+};
+
+}  // namespace TessalunaUIKit
