@@ -23,6 +23,7 @@ class AccessibilityValue {
   AccessibilityValue(const char* value) : value_(std::string(value)) {}
   AccessibilityValue(CGPoint value) : value_(value) {}
   AccessibilityValue(CGSize value) : value_(value) {}
+  AccessibilityValue(CGRect value) : value_(value) {}
   AccessibilityValue(NSRange value) : value_(value) {}
   AccessibilityValue(AccessibilityElements value) : value_(std::move(value)) {}
   template <class T>
@@ -31,8 +32,8 @@ class AccessibilityValue {
   }
 
   bool isAbsent() const { return std::holds_alternative<std::monostate>(value_); }
-  // Absent for a value of another kind: bool, double, std::string, CGPoint, CGSize, NSRange, Ref<NSObject>,
-  // AccessibilityElements.
+  // Absent for a value of another kind: bool, double, std::string, CGPoint, CGSize, CGRect, NSRange,
+  // Ref<NSObject>, AccessibilityElements.
   template <class T>
   const T* as() const {
     return std::get_if<T>(&value_);
@@ -40,7 +41,8 @@ class AccessibilityValue {
   friend bool operator==(const AccessibilityValue&, const AccessibilityValue&) = default;
 
  private:
-  std::variant<std::monostate, bool, double, std::string, CGPoint, CGSize, NSRange, Ref<NSObject>, AccessibilityElements>
+  std::variant<std::monostate, bool, double, std::string, CGPoint, CGSize, CGRect, NSRange, Ref<NSObject>,
+               AccessibilityElements>
       value_;
 };
 

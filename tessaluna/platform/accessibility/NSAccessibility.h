@@ -41,6 +41,11 @@ class NSAccessibility {
   // An attribute that the object does not have is absent. Children are those of accessibilityChildren as it stands here,
   // not as a derived class has it.
   virtual AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const;
+  // accessibilityAttributeValue:forParameter:, such as the frame of a range of characters. Absent where it is not answered.
+  virtual AccessibilityValue accessibilityAttributeValueForParameter(std::string_view /*attribute*/,
+                                                                     const AccessibilityValue& /*parameter*/) const {
+    return {};
+  }
   virtual bool accessibilityIsAttributeSettable(std::string_view) const { return false; }
   virtual void accessibilitySetValue(const AccessibilityValue&, std::string_view /*forAttribute*/) {}
 

@@ -15,11 +15,14 @@ inline constexpr std::string_view NSAccessibilitySelectedTextAttribute = "AXSele
 inline constexpr std::string_view NSAccessibilitySelectedTextRangeAttribute = "AXSelectedTextRange";
 inline constexpr std::string_view NSAccessibilityNumberOfCharactersAttribute = "AXNumberOfCharacters";
 inline constexpr std::string_view NSAccessibilityInsertionPointLineNumberAttribute = "AXInsertionPointLineNumber";
+// Where the caret is, which may be at either end of the selected range. A name of our own.
+inline constexpr std::string_view accessibilityInsertionPointAttribute = "AXInsertionPoint";
 inline constexpr std::string_view NSAccessibilityMinValueAttribute = "AXMinValue";
 inline constexpr std::string_view NSAccessibilityMaxValueAttribute = "AXMaxValue";
 inline constexpr std::string_view NSAccessibilityEnabledAttribute = "AXEnabled";
 inline constexpr std::string_view NSAccessibilityFocusedAttribute = "AXFocused";
 inline constexpr std::string_view NSAccessibilitySelectedAttribute = "AXSelected";
+inline constexpr std::string_view NSAccessibilityExpandedAttribute = "AXExpanded";
 inline constexpr std::string_view NSAccessibilityParentAttribute = "AXParent";
 inline constexpr std::string_view NSAccessibilityChildrenAttribute = "AXChildren";
 inline constexpr std::string_view NSAccessibilityVisibleChildrenAttribute = "AXVisibleChildren";
@@ -28,9 +31,14 @@ inline constexpr std::string_view NSAccessibilityOrientationAttribute = "AXOrien
 inline constexpr std::string_view NSAccessibilityPositionAttribute = "AXPosition";  // lower left, in screen space
 inline constexpr std::string_view NSAccessibilitySizeAttribute = "AXSize";
 
+// With a parameter: of a range the frame in screen space, and of a point in screen space the range of the character there.
+inline constexpr std::string_view NSAccessibilityBoundsForRangeParameterizedAttribute = "AXBoundsForRange";
+inline constexpr std::string_view NSAccessibilityRangeForPositionParameterizedAttribute = "AXRangeForPosition";
+
 inline constexpr std::string_view NSAccessibilityUnknownRole = "AXUnknown";
 inline constexpr std::string_view NSAccessibilityApplicationRole = "AXApplication";
 inline constexpr std::string_view NSAccessibilityWindowRole = "AXWindow";
+inline constexpr std::string_view NSAccessibilityBusyIndicatorRole = "AXBusyIndicator";
 inline constexpr std::string_view NSAccessibilityButtonRole = "AXButton";
 inline constexpr std::string_view NSAccessibilityCheckBoxRole = "AXCheckBox";
 inline constexpr std::string_view NSAccessibilityDisclosureTriangleRole = "AXDisclosureTriangle";
@@ -40,6 +48,8 @@ inline constexpr std::string_view NSAccessibilityLevelIndicatorRole = "AXLevelIn
 inline constexpr std::string_view NSAccessibilityLinkRole = "AXLink";
 inline constexpr std::string_view NSAccessibilityListRole = "AXList";
 inline constexpr std::string_view NSAccessibilityMenuButtonRole = "AXMenuButton";
+inline constexpr std::string_view NSAccessibilityMenuItemRole = "AXMenuItem";
+inline constexpr std::string_view NSAccessibilityMenuRole = "AXMenu";
 inline constexpr std::string_view NSAccessibilityPopUpButtonRole = "AXPopUpButton";
 inline constexpr std::string_view NSAccessibilityProgressIndicatorRole = "AXProgressIndicator";
 inline constexpr std::string_view NSAccessibilityRadioButtonRole = "AXRadioButton";
