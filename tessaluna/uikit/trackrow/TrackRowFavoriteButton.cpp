@@ -2,6 +2,7 @@
 
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/trackrow/DisabledLook.h"
 
 namespace TessalunaUIKit {
 
@@ -17,6 +18,7 @@ const ClassInfo TrackRowFavoriteButton::staticClassInfo{
     .name = "TessalunaUIKit.TrackRowFavoriteButton", .base = &TrackRowControl::staticClassInfo, .properties = properties};
 
 void TrackRowFavoriteButton::drawRect(CGRect) {
+  const DisabledLook look(*this);
   if (hasMouseOnRow()) TessalunaStyleKit::drawFavoriteAlbumOverlay(bounds(), isFavorite_, isPressed(), mouseInside());
 }
 

@@ -1,6 +1,7 @@
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/trackrow/DisabledLook.h"
 
 namespace TessalunaUIKit {
 
@@ -10,6 +11,7 @@ const ClassInfo TrackRowMoreButton::staticClassInfo{.name = "TessalunaUIKit.Trac
                                                     .base = &TrackRowControl::staticClassInfo};
 
 void TrackRowMoreButton::drawRect(CGRect) {
+  const DisabledLook look(*this);
   if (hasMouseOnRow()) TessalunaStyleKit::drawTrackMore(bounds(), isPressed(), mouseInside());
 }
 

@@ -2,6 +2,7 @@
 
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+#include "tessaluna/uikit/trackrow/DisabledLook.h"
 
 namespace TessalunaUIKit {
 
@@ -18,6 +19,7 @@ const ClassInfo TrackRowPlayButton::staticClassInfo{
     .name = "TessalunaUIKit.TrackRowPlayButton", .base = &TrackRowControl::staticClassInfo, .properties = properties};
 
 void TrackRowPlayButton::drawRect(CGRect) {
+  const DisabledLook look(*this);
   if (hasMouseOnRow()) {
     // Wanted: alone of the three, it takes the pressed look back as soon as the pointer leaves it.
     TessalunaStyleKit::drawTrackRowPlayPause(bounds(), isPressed() && mouseInside(), mouseInside(), isPlaying_);
