@@ -23,3 +23,4 @@
 #include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
+#include "tessaluna/uikit/transport/PlaybackTransportButton.h"

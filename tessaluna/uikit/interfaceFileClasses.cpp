@@ -14,6 +14,7 @@
 #include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
+#include "tessaluna/uikit/transport/PlaybackTransportButton.h"
 
 namespace TessalunaUIKit {
 
@@ -33,6 +34,7 @@ void registerInterfaceFileClasses() {
   registerClass<SuggestionsContentView>();
   registerClass<SuggestionItemViewController>();
   registerClass<SuggestionsWindowController>();
+  registerClass<PlaybackTransportButton>();
 }
 
 }  // namespace TessalunaUIKit

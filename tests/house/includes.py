@@ -52,7 +52,7 @@ KIT_FOLDERS = {
     "coverart": [],
     "containers": [],
     "cells": [],
-    "transport": [],
+    "transport": ["stylekit"],
     "startup": [],
 }
 

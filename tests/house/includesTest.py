@@ -59,6 +59,7 @@ class Includes(unittest.TestCase):
     def test_the_folders_of_the_kit_know_each_other_only_where_listed(self):
         self.assertRight("tessaluna/uikit/trackrow/CloseButton.cpp", '#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"')
         self.assertRight("tessaluna/uikit/trackrow/CloseButton.cpp", '#include "tessaluna/uikit/trackrow/pressedLook.h"')
+        self.assertRight("tessaluna/uikit/transport/Slider.cpp", '#include "tessaluna/uikit/stylekit/Listing.h"')
         self.assertWrong("tessaluna/uikit/stylekit/Play.cpp", '#include "tessaluna/uikit/trackrow/CloseButton.h"')
         self.assertWrong("tessaluna/uikit/containers/BorderedView.cpp", '#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"')
         self.assertRight("tessaluna/uikit/TessalunaUIKit.h", '#include "tessaluna/uikit/trackrow/CloseButton.h"')

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/harness/ActionProbe.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
@@ -38,20 +39,7 @@ class LoggingCell : public NSCell {
   }
 };
 
-class Target : public NSObject {
- public:
-  static const ClassInfo staticClassInfo;
-  const ClassInfo& classInfo() const override { return staticClassInfo; }
-  void act(NSObject*) {
-    ++acts;
-    if (onAct) onAct();
-  }
-  int acts = 0;
-  std::function<void()> onAct;
-};
-constexpr Selector targetSelectors[] = {action<&Target::act>("act:")};
-const ClassInfo Target::staticClassInfo{
-    .name = "Tests.Target", .base = &NSObject::staticClassInfo, .selectors = targetSelectors};
+using Target = harness::ActionProbe;
 
 // A control of 40 by 40 at (10, 10) with a cell that logs; (0, 0) of the control is its upper left corner.
 class NSControlTest : public harness::StillWorld {
