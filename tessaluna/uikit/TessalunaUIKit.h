@@ -2,6 +2,9 @@
 #pragma once
 
 #include "tessaluna/uikit/interfaceFileClasses.h"
+#include "tessaluna/uikit/links/ClickableLabel.h"
+#include "tessaluna/uikit/links/ClickableLabelCell.h"
+#include "tessaluna/uikit/links/ClickableLabelTarget.h"
 #include "tessaluna/uikit/links/LinkTextFieldActionTarget.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
 #include "tessaluna/uikit/stylekit/Routines.h"

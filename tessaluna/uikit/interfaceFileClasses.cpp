@@ -1,6 +1,8 @@
 #include "tessaluna/uikit/interfaceFileClasses.h"
 
 #include "tessaluna/platform/interface_files/classRegistry.h"
+#include "tessaluna/uikit/links/ClickableLabel.h"
+#include "tessaluna/uikit/links/ClickableLabelCell.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
 #include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 #include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
@@ -28,6 +30,8 @@ void registerInterfaceFileClasses() {
   registerClass<PrevNextButton>();
   registerClass<CloseButton>();
   registerClass<MultipleLinksTextField>();
+  registerClass<ClickableLabel>();
+  registerClass<ClickableLabelCell>();
   registerClass<SuggestibleTextFieldCell>();
   registerClass<FlatTextFieldCell>();
   registerClass<HighlightingView>();

@@ -101,6 +101,16 @@ TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
             "row");
 }
 
+TEST_F(interfaceFileClassesTest, AClickableLabelIsATextFieldWithACellOfItsOwn) {
+  const auto label = load<ClickableLabel>(R"({"class": "TessalunaUIKit.ClickableLabel", "frame": [1, 2, 100, 20],
+      "cell": {"stringValue": "abc", "editable": false}, "properties": {"textColor": "redColor"}})");
+  EXPECT_EQ(label->stringValue(), "abc");
+  EXPECT_EQ(label->textColor(), NSColor::redColor());
+  EXPECT_EQ(label->cell()->className(), "TessalunaUIKit.ClickableLabelCell");
+  EXPECT_EQ(errorOf(R"({"id": "a", "class": "TessalunaUIKit.ClickableLabel", "outlets": {"actionTarget": "a"}})"),
+            "\"a\" has no outlet \"actionTarget\"");
+}
+
 TEST_F(interfaceFileClassesTest, KeysThatAClassOverlooksAreKnownAndDoNothing) {
   EXPECT_FALSE(load<PrevNextButton>(R"({"class": "TessalunaUIKit.PrevNextButton", "next": true})")->next());
   const auto play = load<TrackRowPlayButton>(R"({"class": "TessalunaUIKit.TrackRowPlayButton", "hasMouseOnRow": true,

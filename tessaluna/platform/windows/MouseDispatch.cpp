@@ -1,6 +1,7 @@
 #include "tessaluna/platform/windows/MouseDispatch.h"
 
 #include "tessaluna/platform/events/mouseButtons.h"
+#include "tessaluna/platform/events/takenPress.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -100,10 +101,9 @@ void MouseDispatch::endPress(int button) {
   const Ref<NSView> view = pressed_[button].view.lock();
   pressed_[button].view.reset();
   if (!view) return;
-  constexpr CGPoint outside{-1e6, -1e6};
   const backend::Backend* backend = backend::Backend::current();
   NSEvent::Fields fields{.type = NSEventType::MouseExited,
-                         .location = outside,
+                         .location = takenPressLocation,
                          .timestamp = backend ? backend->now() : 0,
                          .window = std::static_pointer_cast<NSWindow>(window_.weak_from_this().lock()),
                          .buttonNumber = button};

@@ -1,0 +1,116 @@
+#include "tessaluna/uikit/links/ClickableLabel.h"
+
+#include <utility>
+
+#include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/takenPress.h"
+#include "tessaluna/platform/foundation/SystemVersion.h"
+#include "tessaluna/platform/views/NSTextView.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/uikit/links/ClickableLabelCell.h"
+
+namespace TessalunaUIKit {
+
+using namespace tessaluna::platform;
+
+namespace {
+
+// Absent for a value that is neither a URL nor the text of one.
+std::optional<URL> urlOf(const NSAttributeValue& link) {
+  if (const auto* url = std::get_if<URL>(&link)) return *url;
+  if (const auto* text = std::get_if<std::string>(&link)) return URL::URLWithString(*text);
+  return std::nullopt;
+}
+
+}  // namespace
+
+const ClassInfo ClickableLabel::staticClassInfo{.name = "TessalunaUIKit.ClickableLabel",
+                                                .base = &NSTextField::staticClassInfo};
+
+// It starts as any text field does.
+Ref<NSCell> ClickableLabel::makeCell() {
+  return make<ClickableLabelCell>(static_cast<const NSTextFieldCell&>(*NSTextField::makeCell()));
+}
+
+Ref<NSCell> ClickableLabel::makeCell(NSCoder& coder) { return make<ClickableLabelCell>(coder); }
+
+// Attributed texts are set through here, plain ones too.
+void ClickableLabel::setObjectValue(Ref<NSObject> value) {
+  const bool isAttributed = dynamic_cast<const NSAttributedString*>(value.get()) != nullptr;
+  NSTextField::setObjectValue(std::move(value));
+  if (isAttributed) refreshLinks();
+}
+
+void ClickableLabel::refreshLinks() {
+  if (!textView_) textView_ = make<NSTextView>(bounds());
+  textView_->setFont(font());
+  textView_->textStorage()->setAttributedString(*attributedStringValue());
+  if (window()) window()->invalidateCursorRectsForView(*this);
+}
+
+void ClickableLabel::resetCursorRects() {
+  NSTextField::resetCursorRects();
+  // Intentional: nowhere else does the text view follow the label's size.
+  if (textView_) textView_->setFrame(bounds());
+  const Ref<NSAttributedString> text = attributedStringValue();
+  text->enumerateAttribute(NSLinkAttributeName, {0, text->length()},
+                           [this](const std::optional<NSAttributeValue>& link, NSRange range) {
+                             if (link) addCursorRectsOfLink(range);
+                           });
+}
+
+void ClickableLabel::addCursorRectsOfLink(NSRange range) {
+  if (!textView_ || !textView_->layoutManager()) return;
+  textView_->layoutSubtreeIfNeeded();
+  const NSLayoutManager& manager = *textView_->layoutManager();
+  const NSTextContainer& container = *textView_->textContainer();
+  const NSRange glyphs = manager.glyphRangeForCharacterRange(range, nullptr);
+  const auto add = [this](CGRect rect) { addCursorRect(rect, NSCursor::pointingHandCursor()); };
+  if (isOperatingSystemAtLeastVersion({10, 11, 0})) {
+    manager.enumerateEnclosingRectsForGlyphRange(glyphs, glyphs, container, [&](CGRect rect, bool&) { add(rect); });
+  } else {
+    for (const CGRect& rect : manager.rectArrayForGlyphRange(glyphs, glyphs, container)) add(rect);
+  }
+}
+
+void ClickableLabel::mouseDown(const Ref<NSEvent>& event) {
+  forgetPress();
+  if (!textView_ || !textView_->textContainer()) return;
+  // Intentional: here the caret place nearest to the point counts, and at the release the character under it.
+  const std::size_t index =
+      textView_->characterIndexForInsertionAtPoint(convertPointFromView(event->locationInWindow(), nullptr));
+  const Ref<NSAttributedString> text = attributedStringValue();
+  if (index >= text->length()) return;
+  NSRange range;
+  const std::optional<NSAttributeValue> link = text->attributeAtIndex(NSLinkAttributeName, index, &range);
+  if (!link) return;
+  clickedLink_ = urlOf(*link);
+  if (clickedLink_) clickedLinkRange_ = range;
+}
+
+void ClickableLabel::mouseUp(const Ref<NSEvent>& event) {
+  if (endsTakenPress(*event)) return forgetPress();
+  // The target may let the label, or itself, go.
+  const Ref<NSView> held = refTo<NSView>(*this);
+  const Ref<ClickableLabelTarget> target = actionTarget_;
+  if (!clickedLink_) {
+    if (target) target->labelClicked(*this);
+    return;
+  }
+  const URL link = *clickedLink_;
+  const NSRange range = clickedLinkRange_;
+  forgetPress();
+  if (!target || !textView_ || !textView_->layoutManager()) return;
+  textView_->layoutSubtreeIfNeeded();
+  const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
+  const std::size_t index = textView_->layoutManager()->characterIndexForPoint(point, *textView_->textContainer(), nullptr);
+  if (index >= range.location && index - range.location < range.length) target->linkClicked(link);
+}
+
+void ClickableLabel::forgetPress() {
+  clickedLink_.reset();
+  clickedLinkRange_ = {0, 0};
+}
+
+}  // namespace TessalunaUIKit

@@ -1,0 +1,53 @@
+// A text field whose attributed text can hold links: every run with a link shows the hand and can be clicked, and a click
+// elsewhere is one on the label as a whole. Links are there once attributedStringValue has been set.
+//
+//   label->setBezeled(false); label->setDrawsBackground(false); label->setEditable(false);
+//   label->setAttributedStringValue(text);  // with NSLinkAttributeName: a URL, or its text
+//   label->setActionTarget(host);
+#pragma once
+
+#include <optional>
+
+#include "tessaluna/platform/foundation/URL.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/uikit/links/ClickableLabelTarget.h"
+
+namespace TessalunaUIKit {
+
+class ClickableLabel : public tessaluna::platform::NSTextField {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit ClickableLabel(tessaluna::platform::CGRect frame) : NSTextField(frame) {}
+  // The target is not reachable by name, and so not an outlet. The text of an archive is plain and has no links.
+  explicit ClickableLabel(tessaluna::platform::NSCoder& coder) : NSTextField(coder) {}
+
+  // Kept alive: a target that owns the label has to break that cycle itself. Null: clicks are swallowed.
+  const tessaluna::platform::Ref<ClickableLabelTarget>& actionTarget() const { return actionTarget_; }
+  void setActionTarget(tessaluna::platform::Ref<ClickableLabelTarget> target) { actionTarget_ = std::move(target); }
+
+  void setObjectValue(tessaluna::platform::Ref<tessaluna::platform::NSObject> value) override;
+
+  // From then on a press finds the links where the label's present size has them.
+  void resetCursorRects() override;
+  // A press that is taken from the label, which leaves its window say, ends without a click.
+  void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+
+ protected:
+  tessaluna::platform::Ref<tessaluna::platform::NSCell> makeCell() override;
+  tessaluna::platform::Ref<tessaluna::platform::NSCell> makeCell(tessaluna::platform::NSCoder& coder) override;
+
+ private:
+  void refreshLinks();
+  void addCursorRectsOfLink(tessaluna::platform::NSRange range);
+  void forgetPress();
+
+  tessaluna::platform::Ref<ClickableLabelTarget> actionTarget_;
+  tessaluna::platform::Ref<tessaluna::platform::NSTextView> textView_;  // finds the links; in no window
+  tessaluna::platform::NSRange clickedLinkRange_;
+  std::optional<tessaluna::platform::URL> clickedLink_;  // from a press on a link to its release
+};
+
+}  // namespace TessalunaUIKit

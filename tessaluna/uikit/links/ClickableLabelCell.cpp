@@ -1,0 +1,24 @@
+#include "tessaluna/uikit/links/ClickableLabelCell.h"
+
+namespace TessalunaUIKit {
+
+using namespace tessaluna::platform;
+
+const ClassInfo ClickableLabelCell::staticClassInfo{.name = "TessalunaUIKit.ClickableLabelCell",
+                                                    .base = &NSTextFieldCell::staticClassInfo};
+
+namespace {
+
+// What a text container keeps free at the left and the right of its lines.
+constexpr CGFloat lineFragmentPadding = 5;
+
+}  // namespace
+
+CGSize ClickableLabelCell::cellSize() const {
+  const CGSize text = NSCell::cellSize();
+  return {text.width + 2 * lineFragmentPadding, text.height};
+}
+
+CGRect ClickableLabelCell::drawingRectForBounds(CGRect bounds) const { return NSInsetRect(bounds, lineFragmentPadding, 0); }
+
+}  // namespace TessalunaUIKit

@@ -1,0 +1,344 @@
+#include "tessaluna/uikit/links/ClickableLabel.h"
+
+#include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSTextView.h"
+#include "tests/harness/ProbeView.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
+
+using namespace tessaluna::platform;
+using harness::only;
+using harness::recordingOf;
+using TessalunaUIKit::ClickableLabel;
+
+namespace {
+
+class Target : public TessalunaUIKit::ClickableLabelTarget {
+ public:
+  std::vector<std::string> calls;
+  std::function<void()> onCall;
+  void labelClicked(ClickableLabel&) override { got("label"); }
+  void linkClicked(const URL& link) override { got(link.absoluteString()); }
+
+ private:
+  void got(std::string what) {
+    calls.push_back(std::move(what));
+    if (onCall) onCall();
+  }
+};
+
+const std::string first = "https://example.org/1", second = "https://example.org/2";
+
+// Five points for each character, from x = 5 on, and twelve for each line.
+class ClickableLabelTest : public harness::StillWorld {
+ protected:
+  using Calls = std::vector<std::string>;
+  struct Link {
+    NSRange range;
+    NSAttributeValue value;
+  };
+
+  ClickableLabelTest() {
+    parent = make<harness::ProbeView>(CGRect{0, 0, 200, 150});
+    label = make<ClickableLabel>(CGRect{20, 50, 160, 60});
+    label->setBezeled(false);
+    label->setDrawsBackground(false);
+    label->setEditable(false);
+    label->setFont(NSFont::systemFontOfSize(10));
+    target = std::make_shared<Target>();
+    label->setActionTarget(target);
+    parent->addSubview(label);
+    window = showWindowWith(parent);
+  }
+
+  void setText(std::string_view text, const std::vector<Link>& links) {
+    const auto attributed =
+        make<NSMutableAttributedString>(text, NSAttributes{{NSFontAttributeName, NSFont::systemFontOfSize(10)}});
+    for (const auto& [range, value] : links) attributed->addAttribute(NSLinkAttributeName, value, range);
+    label->setAttributedStringValue(attributed);
+    desktop.settle();
+    window->resetCursorRects();
+  }
+  static URL url(const std::string& text) { return *URL::URLWithString(text); }
+
+  // "go here now": the link lies at 20 to 40 points.
+  void setOneLink(NSAttributeValue value = url(first)) { setText("go here now", {{{3, 4}, std::move(value)}}); }
+  // "one two": links at 5 to 20 and at 25 to 40.
+  void setTwoLinks() { setText("one two", {{{0, 3}, url(first)}, {{4, 3}, url(second)}}); }
+
+  // Of the label, whose y goes down, in the window.
+  CGPoint at(CGPoint point) const { return label->convertPointToView(point, nullptr); }
+  void pressAndRelease(CGPoint pressed, CGPoint released) {
+    user.press(*window, at(pressed));
+    user.dragTo(at(released));
+    user.release();
+  }
+  void click(CGPoint point) { pressAndRelease(point, point); }
+  bool showsHandAt(CGPoint point) const { return label->cursorAt(point) == NSCursor::pointingHandCursor(); }
+
+  Ref<harness::ProbeView> parent;
+  Ref<ClickableLabel> label;
+  std::shared_ptr<Target> target;
+  Ref<NSWindow> window;
+};
+
+constexpr CGFloat middle = 6;  // of the first line
+constexpr CGPoint onLink{27, middle}, onText{8, middle}, besideText{150, 50};
+
+}  // namespace
+
+TEST_F(ClickableLabelTest, AClickOnPlainTextIsOneOnTheLabel) {
+  setOneLink();
+  click(onText);
+  click(besideText);
+  EXPECT_EQ(target->calls, (Calls{"label", "label"}));
+}
+
+TEST_F(ClickableLabelTest, TheLabelIsReportedAtTheReleaseWhereverThatIs) {
+  setOneLink();
+  user.press(*window, at(onText));
+  EXPECT_TRUE(target->calls.empty());
+  user.dragTo({1, 1});
+  user.release();
+  EXPECT_EQ(target->calls, Calls{"label"});
+}
+
+TEST_F(ClickableLabelTest, APressAndReleaseOnOneLinkReportsIt) {
+  setOneLink();
+  click(onLink);
+  EXPECT_EQ(target->calls, Calls{first});
+}
+
+TEST_F(ClickableLabelTest, APressOnOneLinkAndAReleaseOnAnotherMakeNoCall) {
+  setTwoLinks();
+  pressAndRelease({10, middle}, {33, middle});
+  EXPECT_TRUE(target->calls.empty());
+  click({33, middle});
+  EXPECT_EQ(target->calls, Calls{second});
+}
+
+TEST_F(ClickableLabelTest, APressOnALinkAndAReleaseElsewhereMakeNoCall) {
+  setOneLink();
+  for (const CGPoint released : {onText, CGPoint{42, middle}, besideText}) pressAndRelease(onLink, released);
+  EXPECT_TRUE(target->calls.empty());
+}
+
+TEST_F(ClickableLabelTest, APressOnPlainTextAndAReleaseOnALinkIsAClickOnTheLabel) {
+  setOneLink();
+  pressAndRelease(onText, onLink);
+  EXPECT_EQ(target->calls, Calls{"label"});
+}
+
+TEST_F(ClickableLabelTest, TheTextOfAUrlIsALinkToo) {
+  setOneLink(second);
+  click(onLink);
+  EXPECT_EQ(target->calls, Calls{second});
+}
+
+TEST_F(ClickableLabelTest, ATextThatIsNotAUrlIsPlainButShowsTheHand) {
+  setOneLink(std::string("not a url"));
+  click(onLink);
+  EXPECT_EQ(target->calls, Calls{"label"});
+  EXPECT_TRUE(showsHandAt(onLink));
+}
+
+TEST_F(ClickableLabelTest, AValueOfAnotherKindIsPlainButShowsTheHand) {
+  for (const NSAttributeValue& value : {NSAttributeValue(std::int64_t{7}), NSAttributeValue(Ref<NSObject>(label))}) {
+    target->calls.clear();
+    setOneLink(value);
+    click(onLink);
+    EXPECT_EQ(target->calls, Calls{"label"});
+    EXPECT_TRUE(showsHandAt(onLink));
+  }
+  label->setAttributedStringValue(make<NSAttributedString>(""));  // it held itself
+}
+
+TEST_F(ClickableLabelTest, AtTheRightEdgeOfALinksLastCharacterAPressIsOneOnPlainText) {
+  setOneLink();
+  click({39, middle});
+  EXPECT_EQ(target->calls, Calls{"label"});
+}
+
+TEST_F(ClickableLabelTest, JustBeforeALinkAPressIsOnItAndAReleaseIsNot) {
+  setOneLink();
+  click({18, middle});
+  EXPECT_TRUE(target->calls.empty());
+  pressAndRelease({18, middle}, onLink);
+  EXPECT_EQ(target->calls, Calls{first});
+}
+
+TEST_F(ClickableLabelTest, APressPastTheEndOfTheTextIsOnNoLink) {
+  setText("abc", {{{0, 3}, url(first)}});
+  click({100, middle});
+  EXPECT_EQ(target->calls, Calls{"label"});
+}
+
+TEST_F(ClickableLabelTest, HandsAreOverTheLinkAlone) {
+  setOneLink();
+  for (int x = 0; x < 100; ++x) EXPECT_EQ(showsHandAt({x + 0.5, middle}), x >= 20 && x < 40) << x;
+  EXPECT_FALSE(showsHandAt({27, 13}));
+}
+
+TEST_F(ClickableLabelTest, AWrappedLinkHasAHandOnEachLineOnEverySystem) {
+  for (const NSOperatingSystemVersion version : {NSOperatingSystemVersion{10, 15, 0}, NSOperatingSystemVersion{10, 10, 0}}) {
+    setOperatingSystemVersion(version);
+    label->setFrameSize({40, 60});                     // six characters a line
+    setText("ab cde fgh ij", {{{3, 7}, url(first)}});  // "ab cde", "fgh ij"
+    const struct {
+      CGPoint point;
+      bool isLink;
+    } places[] = {{{7, 6}, false}, {{22, 6}, true}, {{33, 6}, true}, {{7, 18}, true}, {{17, 18}, true}, {{32, 18}, false}};
+    for (const auto& [point, isLink] : places) EXPECT_EQ(showsHandAt(point), isLink) << point.x << " " << point.y;
+    target->calls.clear();
+    pressAndRelease({27, 6}, {12, 18});
+    EXPECT_EQ(target->calls, Calls{first});
+  }
+}
+
+TEST_F(ClickableLabelTest, AResizeShowsInClicksAfterTheNextResetOfTheCursorRectangles) {
+  setOneLink();
+  label->setFrameSize({40, 60});  // "go", "here", "now"
+  const auto event = [&](CGPoint point) { return make<NSEvent>(NSEvent::Fields{.location = at(point), .window = window}); };
+  const auto clickDirectly = [&](CGPoint point) {
+    label->mouseDown(event(point));
+    label->mouseUp(event(point));
+  };
+  clickDirectly(onLink);
+  EXPECT_EQ(target->calls, Calls{first});
+  label->resetCursorRects();
+  target->calls.clear();
+  clickDirectly(onLink);
+  clickDirectly({12, 18});
+  EXPECT_EQ(target->calls, (Calls{"label", first}));
+}
+
+TEST_F(ClickableLabelTest, WithoutAnAttributedTextEveryClickIsOneOnTheLabel) {
+  label->setStringValue("https://example.org/1");
+  window->resetCursorRects();
+  click(onLink);
+  EXPECT_EQ(target->calls, Calls{"label"});
+  EXPECT_FALSE(showsHandAt(onLink));
+}
+
+TEST_F(ClickableLabelTest, ANewTextTakesTheEarlierLinksAway) {
+  setOneLink();
+  setText("go here now", {});
+  click(onLink);
+  EXPECT_EQ(target->calls, Calls{"label"});
+  EXPECT_FALSE(showsHandAt(onLink));
+}
+
+TEST_F(ClickableLabelTest, AnAbsentTargetSwallowsClicks) {
+  setOneLink();
+  label->setActionTarget(nullptr);
+  click(onLink);
+  click(onText);
+  EXPECT_TRUE(target->calls.empty());
+}
+
+TEST_F(ClickableLabelTest, PressAndReleaseDoNotReachTheSuperview) {
+  setOneLink();
+  parent->calls.clear();
+  click(onText);
+  click(onLink);
+  EXPECT_EQ(std::ranges::count(parent->calls, "mouseDown"), 0);
+  EXPECT_EQ(std::ranges::count(parent->calls, "mouseUp"), 0);
+}
+
+TEST_F(ClickableLabelTest, TheTargetIsKeptAliveByTheLabelAndMayLetItGo) {
+  setOneLink();
+  const WeakRef<ClickableLabel> weak = label;
+  Target* const alive = target.get();
+  const std::weak_ptr<Target> weakTarget = target;
+  target.reset();
+  ASSERT_FALSE(weakTarget.expired());
+  alive->onCall = [this] {
+    label->removeFromSuperview();
+    label->setActionTarget(nullptr);
+    label.reset();
+  };
+  const CGPoint place = at(onLink);
+  user.press(*window, place);
+  user.release();
+  user.moveTo(*window, {1, 1});
+  EXPECT_TRUE(weak.expired());
+  EXPECT_TRUE(weakTarget.expired());
+}
+
+TEST_F(ClickableLabelTest, APressThatIsTakenFromTheLabelEndsWithoutAClick) {
+  setOneLink();
+  for (const CGPoint place : {onText, onLink}) {
+    user.press(*window, at(place));
+    label->removeFromSuperview();
+    user.release();
+    parent->addSubview(label);
+    desktop.settle();
+  }
+  EXPECT_TRUE(target->calls.empty());
+  click(onText);
+  EXPECT_EQ(target->calls, Calls{"label"}) << "nothing is left of the earlier presses";
+}
+
+TEST_F(ClickableLabelTest, ADragByTheLabelThatMovesTheWindowIsNoClick) {
+  window->setMovableByWindowBackground(true);
+  setOneLink();
+  user.press(*window, at(onText));
+  user.dragTo({1, 1});
+  user.dragTo({2, 40});
+  user.release();
+  EXPECT_TRUE(target->calls.empty());
+}
+
+TEST_F(ClickableLabelTest, TheTextIsDrawnWhereATextViewOfTheSameBoundsDrawsIt) {
+  const auto places = [](const Ref<NSView>& view) {
+    const harness::Lines lines =
+        recordingOf([&] { view->displayRectInContext(view->frame(), *NSGraphicsContext::currentContext()); });
+    return std::pair(only("concat", lines), only("glyphs", lines));
+  };
+  for (const NSLineBreakMode mode : {NSLineBreakByWordWrapping, NSLineBreakByTruncatingTail}) {
+    for (const CGFloat width : {160, 40, 27}) {
+      label->setFrameSize({width, 60});
+      setText("ab cde fgh ij\nk", {{{3, 7}, url(first)}});
+      const auto text = label->attributedStringValue()->mutableCopy();
+      text->addAttribute(NSParagraphStyleAttributeName, make<NSParagraphStyle>(NSTextAlignmentRight, mode),
+                         {0, text->length()});
+      label->setAttributedStringValue(text);
+      const auto view = make<NSTextView>(label->frame());
+      view->textStorage()->setAttributedString(*text);
+      view->layoutSubtreeIfNeeded();
+      EXPECT_FALSE(places(label).second.empty());
+      EXPECT_EQ(places(label), places(view)) << width;
+    }
+  }
+}
+
+TEST_F(ClickableLabelTest, ACopyOfTheCellLaysItsTextOutInTheSameWay) {
+  setText("abc", {});
+  const auto copied = std::dynamic_pointer_cast<NSTextFieldCell>(label->cell()->copy());
+  EXPECT_EQ(copied->className(), "TessalunaUIKit.ClickableLabelCell");
+  EXPECT_EQ(copied->drawingRectForBounds({0, 0, 100, 40}), (CGRect{5, 0, 90, 40}));
+  EXPECT_EQ(copied->cellSize(), (CGSize{25, 12}));
+  EXPECT_EQ(copied->controlView(), nullptr);
+}
+
+TEST_F(ClickableLabelTest, AFrameTakesNoRoomFromTheText) {
+  label->setBezeled(true);
+  setOneLink();
+  click(onLink);
+  EXPECT_EQ(target->calls, Calls{first});
+  EXPECT_EQ(label->intrinsicContentSize(), (CGSize{65, 12}));
+}
+
+TEST_F(ClickableLabelTest, BothInitializersMakeALabelWithoutLinksOrTarget) {
+  NSCoder coder(R"({"frame": [1, 2, 30, 40], "cell": {"stringValue": "abc"}})");
+  for (const auto& made : {make<ClickableLabel>(CGRect{1, 2, 30, 40}), make<ClickableLabel>(coder)}) {
+    EXPECT_EQ(made->actionTarget(), nullptr);
+    made->resetCursorRects();
+    EXPECT_NE(made->cursorAt({7, 7}), NSCursor::pointingHandCursor());
+  }
+}
