@@ -4,11 +4,13 @@
 #include <string>
 
 #include "tessaluna/platform/cells/NSButtonCell.h"
+#include "tessaluna/platform/cells/NSSliderCell.h"
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSImageView.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSScroller.h"
+#include "tessaluna/platform/views/NSSlider.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/windows/NSViewController.h"
@@ -31,7 +33,7 @@ Registry registryOf() {
 Registry& registry() {
   static Registry classes =
       registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton, NSTextField, NSImageView,
-                 NSScrollView, NSScroller, NSTableView, NSCell, NSButtonCell, NSTextFieldCell>();
+                 NSScrollView, NSScroller, NSSlider, NSTableView, NSCell, NSButtonCell, NSSliderCell, NSTextFieldCell>();
   return classes;
 }
 
