@@ -27,3 +27,4 @@
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
 #include "tessaluna/uikit/transport/PlaybackTransportButton.h"
+#include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"

@@ -17,6 +17,7 @@
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
 #include "tessaluna/uikit/transport/PlaybackTransportButton.h"
+#include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
 
 namespace TessalunaUIKit {
 
@@ -39,6 +40,7 @@ void registerInterfaceFileClasses() {
   registerClass<SuggestionItemViewController>();
   registerClass<SuggestionsWindowController>();
   registerClass<PlaybackTransportButton>();
+  registerClass<PlaybackTransportSliderCell>();
 }
 
 }  // namespace TessalunaUIKit
