@@ -10,6 +10,7 @@ constexpr Page table[] = {
     {"Artwork", "Every glyph of the style kit, drawn as vectors at any size.", makeArtworkPage},
     {"Small controls", "Glyph buttons and a status mark, and what they report.", makeSmallControlsPage},
     {"Track list", "Ten thousand tracks, each row with its play, favorite and more controls.", makeTrackListPage},
+    {"Links", "Lines of links that shorten themselves, and a text with links in it.", makeLinksPage},
     {"Search", "A field that completes over twenty thousand tracks, albums and artists.", makeSearchPage},
 };
 

@@ -27,6 +27,7 @@ const Page* findPage(std::string_view name);
 QWidget* makeArtworkPage(Report report);
 QWidget* makeSmallControlsPage(Report report);
 QWidget* makeTrackListPage(Report report);
+QWidget* makeLinksPage(Report report);
 QWidget* makeSearchPage(Report report);
 
 }  // namespace gallery

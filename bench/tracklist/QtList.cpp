@@ -31,7 +31,7 @@ class TrackModel : public QAbstractListModel {
     switch (role) {
       case Qt::DisplayRole: return QString::number(index.row() + 1);
       case TitleRole: return QString::fromStdString(track.title);
-      case ArtistsRole: return QString::fromStdString(track.artists);
+      case ArtistsRole: return QString::fromStdString(gallery::artistsText(track));
       case LengthRole: return QString::fromStdString(gallery::lengthText(track.seconds));
       case FavoriteRole: return track.isFavorite;
       default: return {};

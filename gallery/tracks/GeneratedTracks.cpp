@@ -4,6 +4,12 @@
 
 namespace gallery {
 
+namespace {
+
+constexpr std::size_t mostArtists = 4;
+
+}  // namespace
+
 std::vector<Track> generatedTracks(std::size_t count, std::uint32_t seed) {
   InventedNames names(seed);
   std::vector<Track> tracks;
@@ -11,13 +17,19 @@ std::vector<Track> generatedTracks(std::size_t count, std::uint32_t seed) {
   for (std::size_t i = 0; i < count; ++i) {
     Track track;
     track.title = names.title();
-    track.artists = names.person();
-    if (names.below(4) == 0) track.artists += ", " + names.person();
+    do track.artists.push_back(names.person());
+    while (track.artists.size() < mostArtists && names.below(3) == 0);
     track.seconds = static_cast<int>(90 + names.below(330));
     track.isFavorite = names.below(9) == 0;
     tracks.push_back(std::move(track));
   }
   return tracks;
+}
+
+std::string artistsText(const Track& track) {
+  std::string text;
+  for (const std::string& artist : track.artists) text += (text.empty() ? "" : ", ") + artist;
+  return text;
 }
 
 std::string lengthText(int seconds) {

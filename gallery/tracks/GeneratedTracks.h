@@ -9,12 +9,13 @@ namespace gallery {
 
 struct Track {
   std::string title;
-  std::string artists;
+  std::vector<std::string> artists;
   int seconds = 0;
   bool isFavorite = false;
 };
 
 std::vector<Track> generatedTracks(std::size_t count, std::uint32_t seed = 1);
-std::string lengthText(int seconds);  // "3:07"
+std::string artistsText(const Track& track);  // "First Artist, Second Artist"
+std::string lengthText(int seconds);          // "3:07"
 
 }  // namespace gallery

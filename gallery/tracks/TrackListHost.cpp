@@ -47,7 +47,7 @@ std::size_t TrackListHost::numberOfRowsInTableView(NSTableView&) { return tracks
 Ref<NSView> TrackListHost::tableViewViewForRow(NSTableView& table, std::size_t row) {
   auto view = std::dynamic_pointer_cast<TrackRowView>(table.makeViewWithIdentifier("track"));
   if (!view) {
-    view = make<TrackRowView>(refTo(*this));
+    view = make<TrackRowView>(refTo(*this), refTo(*this));
     view->setIdentifier("track");
   }
   view->showTrack(row + 1, tracks_[row]);
@@ -99,6 +99,12 @@ void TrackListHost::trackRowMoreButtonClicked(TrackRowMoreButton& button) {
   }
   menu->popUpMenuPositioningItem(nullptr, {0, 0}, &button);
   report("more of track " + std::to_string(*row + 1));
+}
+
+void TrackListHost::linkClicked(std::size_t elementIndex, MultipleLinksTextField& sender) {
+  const std::optional<std::size_t> row = table_->rowForView(sender);
+  // The row may have got another track since the pointer last moved.
+  if (row && elementIndex < tracks_[*row].artists.size()) report("artist " + tracks_[*row].artists[elementIndex]);
 }
 
 void TrackListHost::playFromMenu(NSObject* sender) { play(rowOfItem(sender)); }

@@ -4,7 +4,8 @@
 //   1. It is the target of every row's controls (tableViewViewForRow makes the rows).
 //   2. It tells a row's controls what to show, and asks them for the redraw, whenever that changes: when the mouse comes
 //      to another row, when another track plays, when a favorite is made (updateRow, which TrackRowView::showState ends).
-//   3. A click names the control that was clicked; the table knows which row that stands in (rowForView).
+//   3. A click names the control that was clicked; the table knows which row that stands in (rowForView). One on an artist
+//      also says which of the row's artists it is.
 //
 // The controls follow the pointer and a press by themselves.
 #pragma once
@@ -16,13 +17,15 @@
 #include "gallery/tracks/TrackRowView.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/uikit/links/LinkTextFieldActionTarget.h"
 
 namespace gallery {
 
 class TrackListHost : public tessaluna::platform::NSObject,
                       public tessaluna::platform::NSTableViewDataSource,
                       public tessaluna::platform::NSTableViewDelegate,
-                      public TessalunaUIKit::TrackListRowActionTarget {
+                      public TessalunaUIKit::TrackListRowActionTarget,
+                      public TessalunaUIKit::LinkTextFieldActionTarget {
  public:
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -49,6 +52,9 @@ class TrackListHost : public tessaluna::platform::NSObject,
   void trackRowPlayButtonClicked(TessalunaUIKit::TrackRowPlayButton& button) override;
   void trackRowFavoriteButtonClicked(TessalunaUIKit::TrackRowFavoriteButton& button) override;
   void trackRowMoreButtonClicked(TessalunaUIKit::TrackRowMoreButton& button) override;
+
+  // An artist of a track.
+  void linkClicked(std::size_t elementIndex, TessalunaUIKit::MultipleLinksTextField& sender) override;
 
   // Chosen from the menu of the more control.
   void playFromMenu(tessaluna::platform::NSObject* sender);

@@ -13,6 +13,8 @@ using namespace TessalunaUIKit;
 namespace {
 
 constexpr CGFloat margin = 8, numberWidth = 48, glyph = 15, lengthWidth = 48, textHeight = 17;
+constexpr CGFloat labelMargin = 2;    // beside the text of a label
+constexpr CGFloat leastArtists = 24;  // has room for a letter and "…"
 
 Ref<NSTextField> label(NSTextAlignment alignment) {
   const auto field = NSTextField::labelWithString("");
@@ -23,18 +25,20 @@ Ref<NSTextField> label(NSTextAlignment alignment) {
 
 }  // namespace
 
-TrackRowView::TrackRowView(Ref<TrackListRowActionTarget> target)
+TrackRowView::TrackRowView(Ref<TrackListRowActionTarget> target, Ref<LinkTextFieldActionTarget> artistsTarget)
     : NSView(CGRect{}),
       number_(label(NSTextAlignmentRight)),
       title_(label(NSTextAlignmentLeft)),
-      artists_(label(NSTextAlignmentLeft)),
       length_(label(NSTextAlignmentRight)),
+      artists_(make<MultipleLinksTextField>(CGRect{})),
       play_(make<TrackRowPlayButton>(CGRect{0, 0, glyph, glyph})),
       favorite_(make<TrackRowFavoriteButton>(CGRect{0, 0, glyph, glyph})),
       more_(make<TrackRowMoreButton>(CGRect{0, 0, glyph, glyph})) {
   play_->setTarget(target);
   favorite_->setTarget(target);
   more_->setTarget(target);
+  artists_->setLinksEnabled(true);
+  artists_->setTarget(std::move(artistsTarget));
   for (const Ref<NSView>& view :
        std::initializer_list<Ref<NSView>>{number_, play_, favorite_, title_, artists_, more_, length_})
     addSubview(view);
@@ -45,9 +49,10 @@ void TrackRowView::showTrack(std::size_t number, const Track& track) {
   play_->setIsPressed(false);
   favorite_->setIsPressed(false);
   more_->setIsPressed(false);
+  artists_->setIsPressed(false);
   number_->setStringValue(std::to_string(number));
   title_->setStringValue(track.title);
-  artists_->setStringValue(track.artists);
+  artists_->setStringValues(track.artists);
   length_->setStringValue(lengthText(track.seconds));
 }
 
@@ -78,7 +83,11 @@ void TrackRowView::layout() {
   play_->setFrame(places.play);
   favorite_->setFrame(places.favorite);
   title_->setFrame(places.title);
-  artists_->setFrame(places.artists);
+  // Its text stands in the middle of the height and at the very edge, that of a label at the top and beside its margin.
+  CGRect artists = NSInsetRect(places.artists, labelMargin, 0);
+  artists.size.height = number_->intrinsicContentSize().height;
+  artists_->setFrame(artists);
+  artists_->setHidden(artists.size.width < leastArtists);
   more_->setFrame(places.more);
   length_->setFrame(places.length);
 }

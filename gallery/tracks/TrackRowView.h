@@ -1,9 +1,10 @@
-// One row of the track list: number, the three controls, title, artists and length. It shows what it is told
-// and decides nothing: clicks go from the controls to the list's host.
+// One row of the track list: number, the three controls, title, artists and length. It shows what it is given
+// and decides nothing: clicks go from the controls and the artists' names to the list's host.
 #pragma once
 
 #include "gallery/tracks/GeneratedTracks.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/uikit/links/MultipleLinksTextField.h"
 #include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
@@ -26,8 +27,10 @@ TrackRowPlaces placesInTrackRow(tessaluna::platform::CGSize row);
 
 class TrackRowView : public tessaluna::platform::NSView {
  public:
-  // The target hears of the clicks of all three controls, each with the control as its argument.
-  explicit TrackRowView(tessaluna::platform::Ref<TessalunaUIKit::TrackListRowActionTarget> target);
+  // The first is notified of the clicks of all three controls, each with the control as its argument, the second of those on
+  // an artist.
+  TrackRowView(tessaluna::platform::Ref<TessalunaUIKit::TrackListRowActionTarget> target,
+               tessaluna::platform::Ref<TessalunaUIKit::LinkTextFieldActionTarget> artistsTarget);
 
   void showTrack(std::size_t number, const Track& track);
   void showState(const TrackRowState& state);
@@ -36,7 +39,8 @@ class TrackRowView : public tessaluna::platform::NSView {
   bool isFlipped() const override { return true; }
 
  private:
-  tessaluna::platform::Ref<tessaluna::platform::NSTextField> number_, title_, artists_, length_;
+  tessaluna::platform::Ref<tessaluna::platform::NSTextField> number_, title_, length_;
+  tessaluna::platform::Ref<TessalunaUIKit::MultipleLinksTextField> artists_;
   tessaluna::platform::Ref<TessalunaUIKit::TrackRowPlayButton> play_;
   tessaluna::platform::Ref<TessalunaUIKit::TrackRowFavoriteButton> favorite_;
   tessaluna::platform::Ref<TessalunaUIKit::TrackRowMoreButton> more_;

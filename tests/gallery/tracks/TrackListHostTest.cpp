@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <set>
 
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/text/NSFont.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/countingNew.h"
 #include "tests/harness/printing.h"
@@ -50,6 +52,8 @@ class TrackListHostTest : public harness::StillWorld {
   TrackRowFavoriteButton& favoriteOf(std::size_t row) { return harness::partOfRow<TrackRowFavoriteButton>(table(), row); }
   TrackRowMoreButton& moreOf(std::size_t row) { return harness::partOfRow<TrackRowMoreButton>(table(), row); }
 
+  MultipleLinksTextField& artistsOf(std::size_t row) { return harness::partOfRow<MultipleLinksTextField>(table(), row); }
+
   static CGRect inWindow(const NSView& view) { return view.convertRectToView(view.bounds(), nullptr); }
   static CGPoint middleOf(const NSView& view) {
     const CGRect rect = inWindow(view);
@@ -90,7 +94,53 @@ class TrackListHostTest : public harness::StillWorld {
 };
 
 TEST_F(TrackListHostTest, ARowTellsNumberTitleArtistsAndLength) {
-  EXPECT_THAT(textsOf(3), ElementsAre("4", tracks[3].title, tracks[3].artists, lengthText(tracks[3].seconds)));
+  EXPECT_THAT(textsOf(3), ElementsAre("4", tracks[3].title, lengthText(tracks[3].seconds)));
+  EXPECT_EQ(artistsOf(3).stringValues(), tracks[3].artists);
+  EXPECT_EQ(artistsOf(3).accessibilityLabel(), artistsText(tracks[3]));
+}
+
+TEST_F(TrackListHostTest, AClickOnAnArtistReportsItAndSelectsNothing) {
+  const auto row = static_cast<std::size_t>(
+      std::ranges::find_if(tracks, [](const Track& track) { return track.artists.size() > 1; }) - tracks.begin());
+  scrollTo(table().rectOfRow(row).origin.y);
+  const CGRect artists = inWindow(artistsOf(row));
+  // After the first name and its separator, at 7.8 points for each character of the font.
+  const CGFloat second = (static_cast<CGFloat>(tracks[row].artists[0].size()) + 2.5) * NSFont::systemFontSize() * 0.5;
+  for (const CGFloat x : {2.0, second}) {
+    desktop.advance(10);
+    user.moveTo(*window, {artists.origin.x + x, CGRectGetMidY(artists)});
+    user.click(*window, {artists.origin.x + x, CGRectGetMidY(artists)});
+  }
+  EXPECT_THAT(reports, ElementsAre("artist " + tracks[row].artists[0], "artist " + tracks[row].artists[1]));
+  EXPECT_TRUE(table().selectedRowIndexes().isEmpty());
+}
+
+TEST_F(TrackListHostTest, TheArtistsOfASelectedRowHaveTheColorOfSelections) {
+  const auto color = [&](std::size_t row) {
+    return attributeObject<NSColor>(artistsOf(row).truncatedString(500)->attributesAtIndex(0),
+                                    NSForegroundColorAttributeName);
+  };
+  click(artistsOf(2));
+  EXPECT_NE(color(2), NSColor::alternateSelectedControlTextColor());
+  user.click(*window, beside(2));
+  EXPECT_EQ(color(2), NSColor::alternateSelectedControlTextColor());
+  EXPECT_EQ(color(3), NSColor::controlTextColor());
+}
+
+TEST_F(TrackListHostTest, AColumnTooNarrowForAnEllipsisShowsNoArtists) {
+  for (CGFloat width = listWidth; width > 100; width -= 7) {
+    host->view()->setFrameSize({width, listHeight});
+    desktop.settle();
+    if (artistsOf(0).isHidden()) continue;
+    EXPECT_GE(artistsOf(0).bounds().size.width, 24);
+  }
+  EXPECT_TRUE(artistsOf(0).isHidden());
+}
+
+TEST_F(TrackListHostTest, ArtistsStandOnTheLineOfTheOtherTexts) {
+  const auto& title = harness::partOfRow<NSTextField>(table(), 0);
+  EXPECT_EQ(artistsOf(0).frame().origin.y, title.frame().origin.y);
+  EXPECT_EQ(artistsOf(0).frame().size.height, artistsOf(0).intrinsicContentSize().height);
 }
 
 TEST_F(TrackListHostTest, PartsOfARowDoNotOverlapAndStayInsideAtAnyWidth) {

@@ -1,0 +1,101 @@
+// Lines of links in a column whose width can be dragged, and a label whose text wraps in it. What a host does is in
+// gallery/links/LinksHost.
+#include <QCheckBox>
+#include <QLabel>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include "gallery/Journal.h"
+#include "gallery/Pages.h"
+#include "gallery/links/LinksHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+
+namespace gallery {
+
+using namespace tessaluna::platform;
+
+namespace {
+
+constexpr int lineHeight = 20, labelHeight = 110;
+constexpr int labelPadding = 5;  // beside the text of the label; the lines keep to its edges
+// Any narrower one would have no room for "…" at the largest fonts of a desktop.
+constexpr int leastWidth = 48, startWidth = 300;
+
+// As wide as the column around it, whatever its content wants.
+QWidget* embed(const Ref<NSView>& view, int height, const std::string& name) {
+  auto* widget = new tessaluna::backend::qt::QtViewWidget(view);
+  widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  widget->setMinimumWidth(leastWidth);
+  widget->setFixedHeight(height);
+  widget->setAccessibleName(QString::fromStdString(name));
+  return widget;
+}
+
+QLabel* makeNote(const std::string& text) {
+  auto* note = new QLabel(QString::fromStdString(text));
+  note->setObjectName("cardNote");
+  note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  return note;
+}
+
+QWidget* makeSamples(const LinksHost& host) {
+  auto* samples = new QWidget;
+  samples->setMinimumWidth(leastWidth);
+  auto* column = new QVBoxLayout(samples);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  auto* lines = new QVBoxLayout;
+  lines->setContentsMargins(labelPadding, 0, labelPadding, 0);
+  column->addLayout(lines);
+  for (const LinksHost::Line& line : host.lines()) {
+    lines->addWidget(makeNote(line.note));
+    lines->addWidget(embed(line.field, lineHeight, line.name));
+    lines->addSpacing(6);
+  }
+  lines->addWidget(makeNote("a text with links"));
+  column->addWidget(embed(host.label(), labelHeight, "text"));
+  column->addStretch(1);
+  return samples;
+}
+
+}  // namespace
+
+QWidget* makeLinksPage(Report report) {
+  auto* journal = new Journal;
+  const auto host = make<LinksHost>();
+  host->setReport([report = std::move(report), journal](const std::string& what) {
+    journal->add(what);
+    report(what);
+  });
+  host->setLinksEnabled(true);
+  auto* page = new QWidget;
+  QObject::connect(page, &QObject::destroyed, [host] { host->close(); });
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 32, 24);
+  column->setSpacing(12);
+
+  auto* enabled = new QCheckBox("Links are on");
+  enabled->setChecked(true);
+  QObject::connect(enabled, &QCheckBox::toggled, [host](bool isOn) { host->setLinksEnabled(isOn); });
+  column->addWidget(enabled);
+
+  auto* reported = new QWidget;
+  auto* reports = new QVBoxLayout(reported);
+  reports->setContentsMargins(16, 0, 0, 0);
+  auto* heading = new QLabel("Reported");
+  heading->setObjectName("family");
+  reports->addWidget(heading);
+  reports->addWidget(journal, 1);
+
+  auto* sides = new QSplitter(Qt::Horizontal);
+  sides->setObjectName("sides");
+  sides->setChildrenCollapsible(false);
+  sides->addWidget(makeSamples(*host));
+  sides->addWidget(reported);
+  sides->setStretchFactor(1, 1);
+  sides->setSizes({startWidth, 600});
+  column->addWidget(sides, 1);
+  return page;
+}
+
+}  // namespace gallery
