@@ -1,6 +1,7 @@
 // All public headers of the library.
 #pragma once
 
+#include "tessaluna/uikit/cells/UnderlinedSegmentedCell.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tessaluna/uikit/links/ClickableLabel.h"
 #include "tessaluna/uikit/links/ClickableLabelCell.h"

@@ -1,6 +1,7 @@
 #include "tessaluna/uikit/interfaceFileClasses.h"
 
 #include "tessaluna/platform/interface_files/classRegistry.h"
+#include "tessaluna/uikit/cells/UnderlinedSegmentedCell.h"
 #include "tessaluna/uikit/links/ClickableLabel.h"
 #include "tessaluna/uikit/links/ClickableLabelCell.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
@@ -41,6 +42,7 @@ void registerInterfaceFileClasses() {
   registerClass<SuggestionsWindowController>();
   registerClass<PlaybackTransportButton>();
   registerClass<PlaybackTransportSliderCell>();
+  registerClass<UnderlinedSegmentedCell>();
 }
 
 }  // namespace TessalunaUIKit

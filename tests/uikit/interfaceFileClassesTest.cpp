@@ -10,6 +10,7 @@
 #include "tessaluna/platform/interface_files/NSNib.h"
 #include "tessaluna/platform/interface_files/classRegistry.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSSegmentedControl.h"
 #include "tessaluna/uikit/TessalunaUIKit.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/sourceFolder.h"
@@ -95,6 +96,14 @@ TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
   EXPECT_EQ(links->font()->pointSize(), 10);
   EXPECT_EQ(links->textColor(), NSColor::redColor());
   EXPECT_EQ(links->lineBreakMode(), NSLineBreakByTruncatingTail);
+  const auto tabs = load<NSSegmentedControl>(R"({"class": "NSSegmentedControl", "cell": {
+      "class": "TessalunaUIKit.UnderlinedSegmentedCell", "segments": [{"label": "Albums", "selected": true}, {"label": "Tracks"}],
+      "properties": {"useDarkTheme": false, "underlineColor": "redColor"}}})");
+  const auto underlined = std::dynamic_pointer_cast<UnderlinedSegmentedCell>(tabs->cell());
+  EXPECT_FALSE(underlined->useDarkTheme());
+  EXPECT_EQ(underlined->underlineColor(), NSColor::redColor());
+  EXPECT_EQ(tabs->labelForSegment(1), "Tracks");
+  EXPECT_EQ(tabs->selectedSegment(), 0u);
   EXPECT_EQ(load<SuggestionsWindowController>(R"({"class": "TessalunaUIKit.SuggestionsWindowController",
       "properties": {"suggestionPrototype": "row"}})")
                 ->suggestionPrototype(),

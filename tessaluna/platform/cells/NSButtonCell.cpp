@@ -1,10 +1,9 @@
 #include "tessaluna/platform/cells/NSButtonCell.h"
 
+#include "tessaluna/platform/cells/buttonBox.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSNumber.h"
 #include "tessaluna/platform/foundation/memberTables.h"
-#include "tessaluna/platform/graphics/NSBezierPath.h"
-#include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/views/NSButton.h"
 
 namespace tessaluna::platform {
@@ -53,16 +52,7 @@ Ref<NSAttributedString> NSButtonCell::attributedTitle() const {
 
 void NSButtonCell::drawWithFrame(CGRect frame, NSView& view) {
   if (!isBordered() && !isBezeled()) return drawInteriorWithFrame(frame, view);
-  constexpr CGFloat radius = 5;
-  const bool isDown = isHighlighted() || state() == NSControlStateValueOn;
-  const auto face = NSColor::controlColor()->blendedColorWithFraction(isDown ? 0.2 : 0, NSColor::blackColor());
-  const auto edge = NSColor::controlTextColor()->colorWithAlphaComponent(isEnabled() ? 0.35 : 0.15);
-  // Half a point inside, so that the outline of one point falls on whole points.
-  const auto box = NSBezierPath::bezierPathWithRoundedRect(NSInsetRect(frame, 0.5, 0.5), radius, radius);
-  face->setFill();
-  box->fill();
-  edge->setStroke();
-  box->stroke();
+  drawButtonBox(frame, {.isDown = isHighlighted() || state() == NSControlStateValueOn, .isEnabled = isEnabled()});
   drawInteriorWithFrame(frame, view);
 }
 

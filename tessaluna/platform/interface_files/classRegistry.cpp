@@ -4,12 +4,14 @@
 #include <string>
 
 #include "tessaluna/platform/cells/NSButtonCell.h"
+#include "tessaluna/platform/cells/NSSegmentedCell.h"
 #include "tessaluna/platform/cells/NSSliderCell.h"
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSImageView.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSScroller.h"
+#include "tessaluna/platform/views/NSSegmentedControl.h"
 #include "tessaluna/platform/views/NSSlider.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/views/NSTextField.h"
@@ -31,9 +33,9 @@ Registry registryOf() {
 }
 
 Registry& registry() {
-  static Registry classes =
-      registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton, NSTextField, NSImageView,
-                 NSScrollView, NSScroller, NSSlider, NSTableView, NSCell, NSButtonCell, NSSliderCell, NSTextFieldCell>();
+  static Registry classes = registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton,
+                                       NSTextField, NSImageView, NSScrollView, NSScroller, NSSlider, NSSegmentedControl,
+                                       NSTableView, NSCell, NSButtonCell, NSSliderCell, NSSegmentedCell, NSTextFieldCell>();
   return classes;
 }
 

@@ -1,0 +1,58 @@
+// A segmented cell without boxes: each segment is its label, centered over a hairline, and the selected one stands over a
+// thick colored bar. The segments fill the control in proportion to their labels.
+#pragma once
+
+#include <optional>
+
+#include "tessaluna/platform/cells/NSSegmentedCell.h"
+
+namespace TessalunaUIKit {
+
+class UnderlinedSegmentedCell : public tessaluna::platform::NSSegmentedCell {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  // Each starts dark with a blue bar, whatever an archive holds; both are properties of interface files.
+  UnderlinedSegmentedCell();
+  explicit UnderlinedSegmentedCell(std::string text);
+  explicit UnderlinedSegmentedCell(tessaluna::platform::Ref<tessaluna::platform::NSImage> image);
+  explicit UnderlinedSegmentedCell(tessaluna::platform::NSCoder& coder);
+  tessaluna::platform::Ref<NSCell> copy() const override {
+    return tessaluna::platform::make<UnderlinedSegmentedCell>(*this);
+  }
+
+  // Colors for a dark ground, or for a light one. Neither setter asks for a redraw.
+  bool useDarkTheme() const { return useDarkTheme_; }
+  void setUseDarkTheme(bool useDarkTheme) { useDarkTheme_ = useDarkTheme; }
+  // Of the bar; never absent.
+  const tessaluna::platform::Ref<tessaluna::platform::NSColor>& underlineColor() const { return underlineColor_; }
+  void setUnderlineColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color) {
+    underlineColor_ = std::move(color);
+  }
+
+  // The segment on which the mouse went down, enabled or not, until it goes up; absent otherwise.
+  std::optional<std::size_t> pressedSegment() const { return pressedSegment_.value; }
+
+  // The label with ten points at each side, not rounded; 0 for a segment without a label.
+  tessaluna::platform::CGFloat widthForSegment(std::size_t segment) const override;
+  // Draws the segments one after the other, and no background.
+  void drawWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
+  // The label in the first three quarters of the height, cut there, and the line near the end of the frame. Without a label
+  // neither. A press changes the label's color only.
+  void drawSegment(std::size_t segment, tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
+
+  bool startTrackingAt(tessaluna::platform::CGPoint start, tessaluna::platform::NSView& view) override;
+  void stopTracking(tessaluna::platform::CGPoint last, tessaluna::platform::CGPoint stop, tessaluna::platform::NSView& view,
+                    bool mouseIsUp) override;
+
+ private:
+  tessaluna::platform::Ref<tessaluna::platform::NSFont> labelFont() const;
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> labelColor(std::size_t segment) const;
+
+  tessaluna::platform::Uncopied<std::optional<std::size_t>> pressedSegment_;
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> underlineColor_;
+  bool useDarkTheme_ = true;
+};
+
+}  // namespace TessalunaUIKit
