@@ -156,9 +156,11 @@ void EmbeddingHost::add(QtViewWidget& widget) {
   clip->setEnablesControls(widget.isEnabled());
   clip->addSubview(widget.view());
   window_->contentView()->addSubview(clip);
-  embedded_.push_back({&widget, clip});
+  const Embedded embedded{&widget, clip};
+  embedded_.push_back(embedded);
+  const QPointer<EmbeddingHost> held = this;
   placeTopLevel();
-  place(embedded_.back());
+  if (held && isHere(embedded)) place(embedded);
 }
 
 void EmbeddingHost::remove(QtViewWidget& widget) {
@@ -172,14 +174,23 @@ void EmbeddingHost::remove(QtViewWidget& widget) {
   if (widget.view()->superview() == clip.get()) widget.view()->removeFromSuperview();
 }
 
+bool EmbeddingHost::isHere(const Embedded& embedded) const {
+  return std::any_of(embedded_.begin(), embedded_.end(),
+                     [&](const Embedded& each) { return each.widget == embedded.widget && each.clip == embedded.clip; });
+}
+
 void EmbeddingHost::placeChanged(const QWidget& widget) {
+  const QPointer<EmbeddingHost> held = this;
+  std::vector<Embedded> concerned;
+  for (const Embedded& embedded : embedded_)
+    if (embedded.widget == &widget || widget.isAncestorOf(embedded.widget)) concerned.push_back(embedded);
   if (&widget == &topLevel_) placeTopLevel();
-  const std::vector<Embedded> copy = embedded_;
-  for (const Embedded& embedded : copy)
-    if (embedded.widget == &widget || widget.isAncestorOf(embedded.widget)) place(embedded);
+  for (const Embedded& embedded : concerned)
+    if (held && isHere(embedded)) place(embedded);
 }
 
 void EmbeddingHost::placeTopLevel() {
+  const QPointer<EmbeddingHost> held = this;
   const bool isVisible = topLevel_.isVisible();
   CGRect content = rectOnScreen(topLevel_.geometry());
   // Widgets count their pixels from above, windows theirs from below: both agree on a height of whole pixels.
@@ -187,21 +198,24 @@ void EmbeddingHost::placeTopLevel() {
   const double height = std::ceil(content.size.height * scale - 1e-6) / scale;
   content = {content.origin.x, content.origin.y + content.size.height - height, content.size.width, height};
   if (content != window_->frame()) static_cast<WindowClient&>(window_->windowClient()).nativeFrameChanged(content);
-  if (isVisible == window_->isVisible()) return;
+  if (!held || isVisible == window_->isVisible()) return;
   if (isVisible) window_->orderFront(nullptr);
   else window_->orderOut(nullptr);
 }
 
 void EmbeddingHost::place(const Embedded& embedded) {
+  const QPointer<EmbeddingHost> held = this;
   const QtViewWidget& widget = *embedded.widget;
   const QRect visible = widget.isVisible() ? visibleRectOf(widget, topLevel_) : QRect();
   embedded.clip->setHidden(visible.isEmpty());
-  if (visible.isEmpty()) return;
+  if (visible.isEmpty() || !held || !isHere(embedded)) return;
   const double scale = topLevel_.devicePixelRatioF();
   const CGRect clip = shownPixels(visible, scale);
   const CGRect whole = shownPixels({widget.mapTo(&topLevel_, QPoint(0, 0)), widget.size()}, scale);
+  const Ref<NSView> view = widget.view();
   embedded.clip->setFrame(clip);
-  widget.view()->setFrame({{whole.origin.x - clip.origin.x, CGRectGetMaxY(clip) - CGRectGetMaxY(whole)}, whole.size});
+  if (view->superview() != embedded.clip.get()) return;
+  view->setFrame({{whole.origin.x - clip.origin.x, CGRectGetMaxY(clip) - CGRectGetMaxY(whole)}, whole.size});
 }
 
 void EmbeddingHost::enabledChanged(QtViewWidget& widget) {
@@ -211,8 +225,9 @@ void EmbeddingHost::enabledChanged(QtViewWidget& widget) {
 
 void EmbeddingHost::activationChanged() {
   // A window that appears may be given its place without a word to its widget.
+  const QPointer<EmbeddingHost> held = this;
   placeTopLevel();
-  window_->windowClient().nativeKeyStatusChanged(topLevel_.isActiveWindow());
+  if (held) window_->windowClient().nativeKeyStatusChanged(topLevel_.isActiveWindow());
 }
 
 void EmbeddingHost::redrawAll() { window_->contentView()->setNeedsDisplay(true); }
@@ -259,9 +274,10 @@ void EmbeddingHost::followFirstResponder() {
   // Where there is none for now, Qt's focus stays: the keys find the window.
   QtViewWidget* widget = widgetOf(window_->firstResponder());
   if (!widget || widget->hasFocus() || isFollowing_) return;
+  const QPointer<EmbeddingHost> held = this;
   isFollowing_ = true;
   widget->setFocus(Qt::OtherFocusReason);
-  isFollowing_ = false;
+  if (held) isFollowing_ = false;
 }
 
 void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
@@ -269,16 +285,18 @@ void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
   const bool isTab = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
   if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
   if (!isTab && widgetOf(window_->firstResponder()) == &widget) return;
-  if (!window_->makeFirstResponder(nullptr)) return;
+  const QPointer<EmbeddingHost> held = this;
+  const QPointer<QtViewWidget> entered = &widget;
+  const Ref<NSWindow> window = window_;
+  const Ref<NSView> view = widget.view();
+  if (!window->makeFirstResponder(nullptr) || !held || !entered) return;
   const FocusStep step = reason == Qt::BacktabFocusReason ? FocusStep::Previous : FocusStep::Next;
-  if (window_->selectKeyViewWithin(*widget.view(), step) || !isTab) return;
+  if (window->selectKeyViewWithin(*view, step) || !isTab || !held || !entered) return;
   // Nothing in this view takes keys: the chain goes on, unless it has gone round already.
   if (passedOver_ >= embedded_.size()) return;
   ++passedOver_;
-  // Whoever gets the focus may end the widgets, and the host with the last of them.
-  const QPointer<const QTimer> ofThis(&displayTimer_);
-  widget.passFocusOn(step);
-  if (ofThis) --passedOver_;
+  entered->passFocusOn(step);
+  if (held) --passedOver_;
 }
 
 void EmbeddingHost::focusLeft(QtViewWidget& widget, Qt::FocusReason reason) {
@@ -290,16 +308,18 @@ void EmbeddingHost::focusLeft(QtViewWidget& widget, Qt::FocusReason reason) {
 }
 
 bool EmbeddingHost::moveFocus(FocusStep step) {
-  QtViewWidget* widget = widgetOf(window_->firstResponder());
+  QPointer<QtViewWidget> widget = widgetOf(window_->firstResponder());
   for (const Embedded& embedded : embedded_)
     if (!widget && embedded.widget->hasFocus()) widget = embedded.widget;
   if (!widget) return false;
-  // Whoever gets the focus may end the widget, and the host with it.
+  const QPointer<EmbeddingHost> held = this;
   const Ref<NSWindow> window = window_;
-  const QPointer<QtViewWidget> held = widget;
-  if (window->selectKeyViewWithin(*held->view(), step) || !held || held->passFocusOn(step) || !held) return true;
+  const Ref<NSView> view = widget->view();
+  if (window->selectKeyViewWithin(*view, step)) return true;
+  // Editing ends before Qt's focus moves: the one who is asked may refuse, or delete the widgets that Qt is about to look at.
+  if (!window->makeFirstResponder(nullptr) || !held || !widget || widget->passFocusOn(step)) return true;
   // Nobody else takes the focus: round again.
-  return window->makeFirstResponder(nullptr) && held && window->selectKeyViewWithin(*held->view(), step);
+  return !held || window->selectKeyViewWithin(*view, step);
 }
 
 void EmbeddingHost::sizeHintChanged(NSView& view) {

@@ -1,5 +1,6 @@
 // A top-level widget of a program in which views are embedded, and the one window that they share. The window's content
-// covers the widget's; each embedded view hangs in it below a view that cuts it to what shows of its widget.
+// covers the widget's; each embedded view hangs in it below a view that cuts it to what shows of its widget. What the window
+// calls may delete any of the widgets, the top level and with it the host: each operation survives that.
 #pragma once
 
 #include <QObject>
@@ -52,6 +53,7 @@ class EmbeddingHost : public QObject {
     platform::Ref<platform::NSView> clip;
   };
 
+  bool isHere(const Embedded& embedded) const;
   void placeTopLevel();
   void place(const Embedded& embedded);
   void scaleMayHaveChanged();

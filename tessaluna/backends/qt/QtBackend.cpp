@@ -5,6 +5,7 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QStyle>
 #include <QTimer>
 #include <QWidget>
@@ -43,6 +44,7 @@ class QtBackend::ApplicationFilter : public QObject {
   }
 
   bool eventFilter(QObject* receiver, QEvent* event) override {
+    const QPointer<QObject> held = receiver;  // what the event calls may delete it: then nobody gets the event
     switch (event->type()) {
       case QEvent::MouseButtonPress:
       case QEvent::MouseButtonDblClick:
@@ -58,7 +60,7 @@ class QtBackend::ApplicationFilter : public QObject {
       default:
         if (receiver->isWidgetType()) backend_.hosts_->observe(static_cast<QWidget&>(*receiver), *event);
     }
-    return false;
+    return !held;
   }
 
  private:

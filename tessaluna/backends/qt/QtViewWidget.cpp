@@ -108,10 +108,12 @@ void QtViewWidget::enabledDidChange() {
 // What an event calls may delete the widget: nothing of it is touched afterwards.
 bool QtViewWidget::event(QEvent* event) {
   switch (event->type()) {
-    case QEvent::Show:
+    case QEvent::Show: {
       // Its top-level widget may be another one than at the last showing.
+      const QPointer<QtViewWidget> held = this;
       enterHost();
-      return QWidget::event(event);
+      return !held || QWidget::event(event);
+    }
     default: break;
   }
   if (!host_ || (!isEnabled() && isInput(event->type()))) return QWidget::event(event);

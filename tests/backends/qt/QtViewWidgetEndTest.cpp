@@ -1,4 +1,5 @@
 // Widgets and windows that end in the middle of an event of their own. What these tests look for, sanitizers see.
+#include <QLineEdit>
 #include <QPointer>
 
 #include "tessaluna/platform/views/NSButton.h"
@@ -109,6 +110,17 @@ TEST_F(QtViewWidgetEnd, KeyThatIsSentToAWidgetMayDeleteIt) {
 
 TEST_F(QtViewWidgetEnd, TabOutOfAFieldMayDeleteTheTopLevel) {
   embed(makeField());
+  ender->atEnd = endHost();
+  QTest::keyClick(host->windowHandle(), Qt::Key_Tab);
+  settle();
+  EXPECT_FALSE(host);
+}
+
+TEST_F(QtViewWidgetEnd, TabToAnotherWidgetMayDeleteTheTopLevel) {
+  embed(makeField());
+  host->layout()->addWidget(new QLineEdit);
+  host->layout()->addWidget(new QtViewWidget(makeControl<NSButton>()));
+  settle();
   ender->atEnd = endHost();
   QTest::keyClick(host->windowHandle(), Qt::Key_Tab);
   settle();

@@ -4,6 +4,7 @@
 #include <QShortcut>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
 #include "tests/backends/qt/EmbeddedViews.h"
@@ -129,6 +130,25 @@ TEST_F(QtViewWidgetKeys, TabGoesRoundWhereNothingElseTakesIt) {
   button->window()->makeFirstResponder(button.get());
   QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
   EXPECT_EQ(button->window()->firstResponder(), button.get());
+}
+
+TEST_F(QtViewWidgetKeys, FieldThatRefusesToEndItsEditingKeepsTheFocusAtATab) {
+  class Refuser : public NSObject, public NSTextFieldDelegate {
+   public:
+    bool controlTextShouldEndEditing(NSControl&, NSText&) override { return false; }
+  };
+  const auto refuser = make<Refuser>();
+  const auto field = make<NSTextField>(CGRect{0, 0, 100, 24});
+  field->setDelegate(refuser);
+  const QtViewWidget* widget = embed(field);
+  auto* edit = new QLineEdit;
+  top.layout()->addWidget(edit);
+  show();
+  field->selectText(nullptr);
+  QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
+  EXPECT_TRUE(widget->hasFocus());
+  EXPECT_FALSE(edit->hasFocus());
+  EXPECT_NE(field->currentEditor(), nullptr);
 }
 
 TEST_F(QtViewWidgetKeys, TakenKeyOverridesAShortcut) {
