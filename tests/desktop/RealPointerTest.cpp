@@ -2,6 +2,7 @@
 #include <QWidget>
 
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
 #include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
@@ -99,6 +100,30 @@ TEST_F(RealPointer, AButtonThatGoesWhilePressedIsHarmless) {
   EXPECT_TRUE(weak.expired());
   xdotool({"mouseup", "1"});
   EXPECT_EQ(clicks->count, 0);
+}
+
+// Takes drags, and lets them move its window where that may be moved so.
+class DraggedView : public NSView {
+ public:
+  using NSView::NSView;
+  void mouseDown(const Ref<NSEvent>&) override {}
+  void mouseDragged(const Ref<NSEvent>&) override { ++drags; }
+  int drags = 0;
+};
+
+TEST_F(RealPointer, ADragOnAnEmbeddedViewNeverMovesTheProgramsWindow) {
+  const auto view = make<DraggedView>(CGRect{0, 0, 40, 40});
+  ASSERT_TRUE(view->mouseDownCanMoveWindow());
+  show(view, {50, 60});
+  view->window()->setMovableByWindowBackground(true);
+  const QRect place = top_.geometry();
+  movePointerTo(70, 80);
+  xdotool({"mousedown", "1"});
+  movePointerTo(120, 110);
+  movePointerTo(170, 140);
+  EXPECT_TRUE(eventually([&] { return view->drags >= 2; }));
+  xdotool({"mouseup", "1"});
+  EXPECT_EQ(top_.geometry(), place);
 }
 
 }  // namespace

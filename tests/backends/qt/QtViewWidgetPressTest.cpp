@@ -201,23 +201,6 @@ TEST_F(QtViewWidgetPress, ActionMayDeleteTheWidgetAndItsTopLevel) {
   EXPECT_EQ(button->window(), nullptr);
 }
 
-TEST_F(QtViewWidgetPress, DragOnAViewNeverMovesTheWindowOfTheProgram) {
-  const auto view = make<Witness>(CGRect{0, 0, 100, 100});
-  embed(view);
-  show();
-  ASSERT_TRUE(view->mouseDownCanMoveWindow());
-  view->window()->setMovableByWindowBackground(true);
-  const QRect place = top.geometry();
-  QCursor::setPos(top.mapToGlobal(QPoint(30, 30)));
-  press({30, 30});
-  QCursor::setPos(top.mapToGlobal(QPoint(60, 50)));
-  move({60, 50});
-  release({60, 50});
-  EXPECT_EQ(top.geometry(), place);
-  ASSERT_EQ(view->mouse.size(), 3u);
-  EXPECT_TRUE(view->mouse[1].starts_with("dragged"));
-}
-
 TEST_F(QtViewWidgetPress, QuickClicksCountAndSlowOnesDoNot) {
   const auto view = make<Witness>(CGRect{0, 0, 50, 50});
   const QtViewWidget* widget = embed(view);
