@@ -14,9 +14,10 @@ constexpr auto styleSheet = R"(
 #brand { font-size: 17px; font-weight: 600; color: #26262c; padding: 20px 20px 1px 20px; }
 #brandLine { font-size: 11px; color: #8b8b96; padding: 0 20px 16px 20px; }
 #pageList { background: transparent; border: none; outline: none; padding: 0 10px; font-size: 13px; }
-#pageList::item { color: #3c3c44; padding: 8px 10px; border-radius: 7px; margin: 1px 0; }
+#pageList::item { color: #3c3c44; padding: 6px 8px; border: 2px solid transparent; border-radius: 7px; margin: 1px 0; }
 #pageList::item:hover { background: #e9e9ee; }
 #pageList::item:selected { background: #dfe6fb; color: #2647b0; }
+#pageList::item:focus { border-color: #3f68e0; }
 #content { background: #ffffff; }
 #pageTitle { font-size: 24px; font-weight: 600; color: #1e1e24; }
 #pageSummary { font-size: 13px; color: #7c7c88; }
@@ -29,9 +30,11 @@ constexpr auto styleSheet = R"(
 #label { font-size: 12px; color: #5c5c68; }
 #card QCheckBox { font-size: 11px; color: #5c5c68; spacing: 5px; }
 #journal { background: #fafafc; border: 1px solid #e6e6ec; border-radius: 10px; padding: 6px; font-size: 12px; color: #44444c; }
-QScrollArea { background: transparent; border: none; }
+QScrollArea { background: transparent; border: 2px solid transparent; border-radius: 5px; }
+QScrollArea:focus { border-color: #3f68e0; }
 QToolButton#ground { background: #f3f3f6; border: 1px solid #e2e2e8; color: #5c5c68; font-size: 12px; padding: 5px 12px; }
 QToolButton#ground:checked { background: #dfe6fb; border-color: #c3cff5; color: #2647b0; }
+QToolButton#ground:focus { border: 2px solid #3f68e0; padding: 4px 11px; }
 QScrollBar:vertical { background: transparent; width: 11px; margin: 2px; }
 QScrollBar::handle:vertical { background: #d2d2da; border-radius: 3px; min-height: 40px; }
 QScrollBar::handle:vertical:hover { background: #b8b8c2; }

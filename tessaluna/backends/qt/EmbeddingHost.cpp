@@ -291,7 +291,9 @@ void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
   const Ref<NSView> view = widget.view();
   if (!window->makeFirstResponder(nullptr) || !held || !entered) return;
   const FocusStep step = reason == Qt::BacktabFocusReason ? FocusStep::Previous : FocusStep::Next;
-  if (window->selectKeyViewWithin(*view, step) || !isTab || !held || !entered) return;
+  const bool isKey = isTab || reason == Qt::ShortcutFocusReason;
+  const FocusRing::Cause cause = isKey ? FocusRing::Cause::Key : FocusRing::Cause::Program;
+  if (window->selectKeyViewWithin(*view, step, cause) || !isTab || !held || !entered) return;
   // Nothing in this view takes keys: the chain goes on, unless it has gone round already.
   if (passedOver_ >= embedded_.size()) return;
   ++passedOver_;

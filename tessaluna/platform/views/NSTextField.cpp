@@ -250,7 +250,8 @@ void NSTextField::resetCursorRects() {
 
 void NSTextField::drawRect(CGRect rect) {
   NSControl::drawRect(rect);
-  if (!isEditable() || !currentEditor() || !window()->isKeyWindow()) return;
+  const bool hasRing = isEditable() && focusRingType() != NSFocusRingTypeNone;
+  if (!hasRing || !currentEditor() || !window()->isKeyWindow()) return;
   // The ring of the focus, inside of the view's edge.
   constexpr CGFloat width = 2, radius = 3;
   const auto ring = NSBezierPath::bezierPathWithRoundedRect(NSInsetRect(bounds(), width / 2, width / 2), radius, radius);

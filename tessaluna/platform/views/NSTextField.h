@@ -57,6 +57,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
 
   bool acceptsFirstResponder() const override { return isSelectable() && isEnabled(); }
   bool becomeFirstResponder() override;
+  CGRect focusRingMaskBounds() const override { return NSZeroRect; }  // the field draws its ring itself, while it is edited
   bool canBecomeKeyView() const override { return isEditable() && NSControl::canBecomeKeyView(); }
 
   NSView* hitTest(CGPoint point) override;

@@ -23,6 +23,7 @@ constexpr Property viewProperties[] = {property<&NSView::setFrame, "frame">(),
                                        property<&NSView::setWantsLayer, "wantsLayer">(),
                                        property<&NSView::setToolTip, "toolTip">(),
                                        property<&NSView::setIdentifier, "identifier">(),
+                                       property<&NSView::setFocusRingType, "focusRingType">(),
                                        property<&NSView::setUserInterfaceLayoutDirection, "userInterfaceLayoutDirection">()};
 
 constexpr InnerObjects viewInnerObjects[] = {innerObject<&NSView::addSubview>("subviews", InnerObjects::Count::Many)};
@@ -86,6 +87,15 @@ bool NSView::scrollRectToVisible(CGRect rect) {
 
 void NSView::scrollPoint(CGPoint point) {
   if (NSClipView* clip = clipViewAbove(*this)) clip->scrollToPoint(convertPointToView(point, clip));
+}
+
+void NSView::noteFocusRingMaskChanged() {
+  if (window()) window()->focusRingMaskDidChange(*this);
+}
+
+void NSView::setFocusRingType(NSFocusRingType type) {
+  focusRingType_ = type;
+  if (window()) window()->scheduleDisplay();
 }
 
 void NSView::windowWillChange() { window()->viewWillLeave(*this); }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "tessaluna/platform/views/NSFocusRingType.h"
 #include "tessaluna/platform/views/NSUserInterfaceLayoutDirection.h"
 #include "tessaluna/platform/views/ViewAccessibility.h"
 
@@ -47,12 +48,21 @@ class NSView : public ViewAccessibility {
   // Whether the Tab key may stop here.
   virtual bool canBecomeKeyView() const { return acceptsFirstResponder() && !isHiddenOrHasHiddenAncestor(); }
 
+  // What the window draws a ring around while the keyboard is here and a key brought it here (FocusRing.h), in the view's
+  // coordinates; empty for a view that shows it in another way. A view with several places for the keyboard gives the one
+  // that has it, and calls noteFocusRingMaskChanged whenever it moves to another.
+  virtual CGRect focusRingMaskBounds() const { return bounds(); }
+  void noteFocusRingMaskChanged();
+  NSFocusRingType focusRingType() const { return focusRingType_; }
+  void setFocusRingType(NSFocusRingType type);
+
  protected:
   void windowWillChange() override;
 
  private:
   std::string identifier_;
   std::optional<NSUserInterfaceLayoutDirection> layoutDirection_;
+  NSFocusRingType focusRingType_ = NSFocusRingTypeDefault;
 };
 
 }  // namespace tessaluna::platform

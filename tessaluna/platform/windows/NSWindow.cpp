@@ -217,6 +217,7 @@ void NSWindow::nativeKeyStatusChanged(bool isKey) {
   if (isKey && !canBecomeKeyWindow()) return;
   if (isKey == isKey_) return;
   isKey_ = isKey;
+  scheduleDisplay();  // the focus ring shows in the key window
   if (NSApp) NSApp->windowKeyStatusChanged(*this, isKey);
   if (isKey) notify(NSWindowDidBecomeKeyNotification, &NSWindowDelegate::windowDidBecomeKey);
   else notify(NSWindowDidResignKeyNotification, &NSWindowDelegate::windowDidResignKey);
@@ -292,8 +293,16 @@ void NSWindow::sendEvent(const Ref<NSEvent>& event) {
   switch (event->type()) {
     case NSEventType::KeyDown:
     case NSEventType::KeyUp:
-    case NSEventType::FlagsChanged: dispatchKey(event); break;
-    default: layoutIfNeeded(); mouse_.send(event);
+    case NSEventType::FlagsChanged: {
+      const FocusRing::CauseScope cause(focusRing_, FocusRing::Cause::Key);
+      dispatchKey(event);
+      break;
+    }
+    default: {
+      const FocusRing::CauseScope cause(focusRing_, FocusRing::Cause::Pointer);
+      layoutIfNeeded();
+      mouse_.send(event);
+    }
   }
 }
 
@@ -326,6 +335,10 @@ void NSWindow::scheduleDisplay() {
   if (native_ && isVisible_ && !isPreparingDisplay_) native_->scheduleDisplay();
 }
 
+void NSWindow::focusRingMaskDidChange(NSView& view) {
+  if (focusRing_.maskDidChange(view)) scheduleDisplay();
+}
+
 void NSWindow::layoutIfNeeded() {
   if (contentView_) Ref<NSView>(contentView_)->layoutSubtreeIfNeeded();
 }
@@ -335,6 +348,7 @@ void NSWindow::displayIfNeeded() {
   const Ref<NSObject> held = weak_from_this().lock();
   isPreparingDisplay_ = true;
   layoutIfNeeded();
+  focusRing_.update();
   isPreparingDisplay_ = false;
   // A layout may have hidden the window, or closed it.
   if (!native_ || !isVisible_ || dirty_.isEmpty()) return;
@@ -355,6 +369,7 @@ void NSWindow::drawContents(CGRect rect, backend::Canvas& canvas) {
   (backgroundColor_ ? backgroundColor_ : NSColor::clearColor())->setFill();
   NSRectFill(rect);
   if (contentView_) contentView_->displayRectInContext(rect, *graphics);
+  focusRing_.draw();
 }
 
 }  // namespace tessaluna::platform

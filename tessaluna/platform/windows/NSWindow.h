@@ -9,6 +9,7 @@
 #include "tessaluna/platform/views/Forward.h"
 #include "tessaluna/platform/windows/ChildWindows.h"
 #include "tessaluna/platform/windows/DirtyRegion.h"
+#include "tessaluna/platform/windows/FocusRing.h"
 #include "tessaluna/platform/windows/MouseDispatch.h"
 #include "tessaluna/platform/windows/NSWindowDelegate.h"
 #include "tessaluna/platform/windows/WindowPlace.h"
@@ -80,8 +81,8 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   // Go on to the next or previous view that the Tab key may stop at, in the order of the tree. False at the end.
   bool selectNextKeyView();
   bool selectPreviousKeyView();
-  // The same among one view and those below it.
-  bool selectKeyViewWithin(NSView& view, backend::FocusStep step);
+  // The same among one view and those below it. As a rule a key is what asks for it.
+  bool selectKeyViewWithin(NSView& view, backend::FocusStep step, FocusRing::Cause cause = FocusRing::Cause::Key);
 
   // What the Tab key does: on to the next or previous view that it may stop at, round at the ends, and where a program has
   // the window's views among its own widgets, out to those.
@@ -151,6 +152,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   void intrinsicContentSizeDidChange(NSView& view);
   void layoutIsNeeded();
   void scheduleDisplay();
+  void focusRingMaskDidChange(NSView& view);
 
   void nativeDisplay() override { displayIfNeeded(); }
   void nativeFrameChanged(CGRect content) override;
@@ -175,6 +177,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   std::size_t firstResponderChanges_ = 0;
   Ref<NSText> fieldEditor_;
   MouseDispatch mouse_{*this};
+  FocusRing focusRing_{*this};
   DirtyRegion dirty_;
   ChildWindows children_{*this};
   WeakRef<NSWindowController> controller_;

@@ -32,6 +32,8 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
 void NSWindow::setFirstResponder(NSResponder& responder) {
   firstResponder_ = &responder;
   ++firstResponderChanges_;
+  focusRing_.firstResponderDidChange();
+  scheduleDisplay();
   if (native_) native_->firstResponderDidChange();
 }
 
@@ -45,7 +47,9 @@ void collectKeyViews(const Ref<NSView>& view, std::vector<Ref<NSView>>& result) 
 
 }  // namespace
 
-bool NSWindow::selectKeyViewWithin(NSView& view, backend::FocusStep step) {
+bool NSWindow::selectKeyViewWithin(NSView& view, backend::FocusStep step, FocusRing::Cause cause) {
+  const Ref<NSObject> held = weak_from_this().lock();
+  const FocusRing::CauseScope scope(focusRing_, cause);
   const std::ptrdiff_t direction = step == backend::FocusStep::Next ? 1 : -1;
   std::vector<Ref<NSView>> views;
   collectKeyViews(refTo(view), views);

@@ -1,0 +1,41 @@
+// Where the keyboard is in the gallery, to somebody who goes through it with the Tab key.
+#include <QPixmap>
+#include <QPointer>
+
+#include "gallery/GalleryWindow.h"
+#include "gallery/look.h"
+#include "tests/desktop/QtDesktop.h"
+
+namespace {
+
+class GalleryFocus : public harness::QtDesktop {
+ protected:
+  GalleryFocus() { gallery::applyLook(*qApp); }
+  ~GalleryFocus() override { qApp->setStyleSheet({}); }
+};
+
+TEST_F(GalleryFocus, WhateverTheTabKeyReachesShowsThatItHasTheKeyboard) {
+  constexpr int mostStops = 12;  // on the pages with very many, those that follow are like the first
+  gallery::GalleryWindow window(gallery::ActionLog::Off);
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(eventually([&] { return window.isActiveWindow(); }));
+  for (const gallery::Page& page : gallery::pages()) {
+    SCOPED_TRACE(page.name);
+    window.showPage(page);
+    xdotool({"key", "Tab"});
+    std::size_t shown = 0;
+    for (int stop = 0; stop < mostStops; ++stop) {
+      const QPointer<QWidget> widget = QApplication::focusWidget();
+      const QImage with = widget ? widget->grab().toImage() : QImage();
+      xdotool({"key", "Tab"});
+      if (!widget) continue;
+      EXPECT_NE(widget->grab().toImage(), with)
+          << "stop " << stop << ": " << widget->metaObject()->className() << " " << widget->objectName().toStdString();
+      ++shown;
+    }
+    EXPECT_GE(shown, 3u);
+  }
+}
+
+}  // namespace
