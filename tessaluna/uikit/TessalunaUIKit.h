@@ -1,6 +1,8 @@
 // All public headers of the library.
 #pragma once
 
+#include "tessaluna/uikit/cells/DotsLevelIndicatorCell.h"
+#include "tessaluna/uikit/cells/ImageAndTextCell.h"
 #include "tessaluna/uikit/cells/UnderlinedSegmentedCell.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tessaluna/uikit/links/ClickableLabel.h"

@@ -1,6 +1,8 @@
 #include "tessaluna/uikit/interfaceFileClasses.h"
 
 #include "tessaluna/platform/interface_files/classRegistry.h"
+#include "tessaluna/uikit/cells/DotsLevelIndicatorCell.h"
+#include "tessaluna/uikit/cells/ImageAndTextCell.h"
 #include "tessaluna/uikit/cells/UnderlinedSegmentedCell.h"
 #include "tessaluna/uikit/links/ClickableLabel.h"
 #include "tessaluna/uikit/links/ClickableLabelCell.h"
@@ -43,6 +45,8 @@ void registerInterfaceFileClasses() {
   registerClass<PlaybackTransportButton>();
   registerClass<PlaybackTransportSliderCell>();
   registerClass<UnderlinedSegmentedCell>();
+  registerClass<DotsLevelIndicatorCell>();
+  registerClass<ImageAndTextCell>();
 }
 
 }  // namespace TessalunaUIKit

@@ -7,9 +7,11 @@
 #include <sstream>
 
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
 #include "tessaluna/platform/interface_files/classRegistry.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSLevelIndicator.h"
 #include "tessaluna/platform/views/NSSegmentedControl.h"
 #include "tessaluna/uikit/TessalunaUIKit.h"
 #include "tests/harness/StillWorld.h"
@@ -118,6 +120,20 @@ TEST_F(interfaceFileClassesTest, AClickableLabelIsATextFieldWithACellOfItsOwn) {
   EXPECT_EQ(label->cell()->className(), "TessalunaUIKit.ClickableLabelCell");
   EXPECT_EQ(errorOf(R"({"id": "a", "class": "TessalunaUIKit.ClickableLabel", "outlets": {"actionTarget": "a"}})"),
             "\"a\" has no outlet \"actionTarget\"");
+}
+
+TEST_F(interfaceFileClassesTest, CellsOfControlsHaveTheirProperties) {
+  const auto stars = load<NSLevelIndicator>(R"({"class": "NSLevelIndicator", "cell": {
+      "class": "TessalunaUIKit.DotsLevelIndicatorCell", "doubleValue": 3, "properties": {"borderColor": "redColor"}}})");
+  const auto dots = std::dynamic_pointer_cast<DotsLevelIndicatorCell>(stars->cell());
+  EXPECT_EQ(dots->borderColor(), NSColor::redColor());
+  EXPECT_TRUE(dots->isHighlighted());
+  EXPECT_EQ(stars->doubleValue(), 3);
+  NSImage::setImageNamed("cover", make<NSImage>(CGSize{2, 2}));
+  const auto row = load<NSTextField>(R"({"class": "NSTextField", "cell": {"class": "TessalunaUIKit.ImageAndTextCell",
+      "stringValue": "Albums", "properties": {"cellImage": "cover"}}})");
+  EXPECT_EQ(std::dynamic_pointer_cast<ImageAndTextCell>(row->cell())->cellImage(), NSImage::imageNamed("cover"));
+  NSImage::setImageNamed("cover", nullptr);
 }
 
 TEST_F(interfaceFileClassesTest, KeysThatAClassOverlooksAreKnownAndDoNothing) {

@@ -186,7 +186,7 @@ void NSTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {
 }
 
 void NSTextFieldCell::drawInteriorWithFrame(CGRect frame, NSView&) {
-  const CGRect box = titleRectForBounds(frame);
+  const CGRect box = drawingRectForBounds(frame);
   const Ref<NSText> editor = this->editor();
   const auto text = attributedStringValue();
   if (editor ? !editor->string().empty() : text->length() > 0) {

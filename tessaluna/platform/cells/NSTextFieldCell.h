@@ -31,8 +31,8 @@ class NSTextFieldCell : public NSCell {
   void setPlaceholderString(std::string text) { placeholder_ = std::move(text); }
 
   CGSize cellSize() const override;
-  // Where the text stands within a frame, in the frame's coordinates: it is drawn in the second and edited in the first,
-  // which are one unless a class says otherwise.
+  // Where the text stands within a frame, in the frame's coordinates: it is drawn and edited in the first. The second is for a
+  // class to say where its title is; nothing here asks for it.
   virtual CGRect drawingRectForBounds(CGRect bounds) const;
   virtual CGRect titleRectForBounds(CGRect bounds) const { return drawingRectForBounds(bounds); }
 

@@ -4,11 +4,13 @@
 #include <string>
 
 #include "tessaluna/platform/cells/NSButtonCell.h"
+#include "tessaluna/platform/cells/NSLevelIndicatorCell.h"
 #include "tessaluna/platform/cells/NSSegmentedCell.h"
 #include "tessaluna/platform/cells/NSSliderCell.h"
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSImageView.h"
+#include "tessaluna/platform/views/NSLevelIndicator.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSSegmentedControl.h"
@@ -33,9 +35,10 @@ Registry registryOf() {
 }
 
 Registry& registry() {
-  static Registry classes = registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton,
-                                       NSTextField, NSImageView, NSScrollView, NSScroller, NSSlider, NSSegmentedControl,
-                                       NSTableView, NSCell, NSButtonCell, NSSliderCell, NSSegmentedCell, NSTextFieldCell>();
+  static Registry classes =
+      registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton, NSTextField, NSImageView,
+                 NSScrollView, NSScroller, NSSlider, NSSegmentedControl, NSLevelIndicator, NSTableView, NSCell, NSButtonCell,
+                 NSSliderCell, NSSegmentedCell, NSLevelIndicatorCell, NSTextFieldCell>();
   return classes;
 }
 
