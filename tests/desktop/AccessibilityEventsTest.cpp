@@ -147,8 +147,9 @@ TEST_F(AccessibilityEvents, ATextTellsTheDifference) {
 TEST_F(AccessibilityEvents, ATextTellsItsSelection) {
   const auto cell = make<harness::SelectingCell>();
   of(cell);
+  cell->range = {1, 5};
   NSAccessibilityPostNotification(cell, NSAccessibilitySelectedTextChangedNotification);
-  EXPECT_EQ(whatIsHeard(), (Heard{": text selected from 5 to 10", ": caret at 10"}));
+  EXPECT_EQ(whatIsHeard(), (Heard{": text selected from 1 to 6", ": caret at 6"}));
   cell->range = {4, 0};
   NSAccessibilityPostNotification(cell, NSAccessibilitySelectedTextChangedNotification);
   EXPECT_EQ(whatIsHeard(), Heard{": caret at 4"});

@@ -12,6 +12,7 @@
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/backends/qt/QtWindow.h"
 #include "tessaluna/backends/qt/accessibilityNames.h"
+#include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -22,36 +23,49 @@ using namespace tessaluna::platform;
 
 namespace {
 
-// Absent for a window that shares a program's widget.
+// Null for a window that shares a program's widget.
 QWindow* ownQWindowOf(const NSWindow& window) {
   const auto* native = dynamic_cast<const QtWindow*>(window.nativeWindow());
   return native ? native->qWindow() : nullptr;
 }
 
-bool isSeen(const NSWindow& window) { return !window.accessibilityIsIgnored() && window.accessibilityParent() == NSApp; }
+void send(QAccessibleEvent&& event) { QAccessible::updateAccessibility(&event); }
 
-void send(QAccessibleInterface* interface, QAccessible::Event what) {
-  if (!interface) return;
-  QAccessibleEvent event(interface, what);
-  QAccessible::updateAccessibility(&event);
+void sendText(QAccessibleInterface* interface, const AccessibleTextChange& text) {
+  const int offset = static_cast<int>(text.offset);
+  const QString removed = QString::fromStdU16String(text.removed), inserted = QString::fromStdU16String(text.inserted);
+  if (removed.isEmpty()) send(QAccessibleTextInsertEvent(interface, offset, inserted));
+  else if (inserted.isEmpty()) send(QAccessibleTextRemoveEvent(interface, offset, removed));
+  else send(QAccessibleTextUpdateEvent(interface, offset, removed, inserted));
+}
+
+void sendTextSelection(QAccessibleInterface* interface, NSRange selection, std::size_t caret) {
+  const int start = static_cast<int>(selection.location), end = start + static_cast<int>(selection.length);
+  if (start < end) send(QAccessibleTextSelectionEvent(interface, start, end));
+  send(QAccessibleTextCursorEvent(interface, static_cast<int>(caret)));
+}
+
+void sendState(QAccessibleInterface* interface, AccessibleState state, bool isOn) {
+  if (state == AccessibleState::Selected)
+    return send(QAccessibleEvent(interface, isOn ? QAccessible::SelectionAdd : QAccessible::SelectionRemove));
+  AccessibleStates changed;
+  changed.set(state);
+  send(QAccessibleStateChangeEvent(interface, qtStateOf(changed)));
 }
 
 }  // namespace
 
-AccessibilityBridge::AccessibilityBridge(EmbeddingHosts& hosts) : hosts_(hosts) {
+AccessibilityBridge::AccessibilityBridge(EmbeddingHosts& hosts)
+    : hosts_(hosts),
+      changes_({.isListening = [] { return QAccessible::isActive(); },
+                .changed = [this](const AccessibleChange& change) { changed(change); }}) {
   QAccessible::installFactory(makeInterface);
-  changes_ = accessibilityNotificationCenter().addObserverForName(
-      "", nullptr, nullptr, [this](const Ref<NSNotification>& told) { changed(*told); });
-  keyWindows_ = NSNotificationCenter::defaultCenter().addObserverForName(
-      NSWindowDidBecomeKeyNotification, nullptr, nullptr, [this](const Ref<NSNotification>&) { focusMayHaveChanged(); });
   timer_.setSingleShot(true);
-  connect(&timer_, &QTimer::timeout, this, &AccessibilityBridge::tell);
+  connect(&timer_, &QTimer::timeout, this, &AccessibilityBridge::deleteGone);
 }
 
 AccessibilityBridge::~AccessibilityBridge() {
   QAccessible::removeFactory(makeInterface);
-  accessibilityNotificationCenter().removeObserver(changes_);
-  NSNotificationCenter::defaultCenter().removeObserver(keyWindows_);
   const std::vector<AccessibleElement*> copy(interfaces_.begin(), interfaces_.end());
   for (AccessibleElement* interface : copy) QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(interface));
 }
@@ -76,12 +90,12 @@ QAccessibleInterface* AccessibilityBridge::makeInterface(const QString&, QObject
   if (auto* widget = dynamic_cast<QtViewWidget*>(object)) return new AccessibleWidget(*own, *widget);
   if (!object->isWindowType() || !NSApp) return nullptr;
   for (const Ref<NSWindow>& window : NSApp->windows())
-    if (ownQWindowOf(*window) == object && isSeen(*window)) return new AccessibleElement(*own, window, object);
+    if (ownQWindowOf(*window) == object && isAccessibleWindow(*window)) return new AccessibleElement(*own, window, object);
   return nullptr;
 }
 
 QAccessibleInterface* AccessibilityBridge::rootOf(const Ref<NSWindow>& window) {
-  return window->isVisible() && isSeen(*window) ? interfaceOf(window) : nullptr;
+  return window->isVisible() && isAccessibleWindow(*window) ? interfaceOf(window) : nullptr;
 }
 
 QAccessibleInterface* AccessibilityBridge::widgetAround(const Ref<NSView>& view) {
@@ -89,82 +103,34 @@ QAccessibleInterface* AccessibilityBridge::widgetAround(const Ref<NSView>& view)
   return widget ? QAccessible::queryAccessibleInterface(widget) : nullptr;
 }
 
-QAccessibleInterface* AccessibilityBridge::interfaceAt(const AccessibilityElements& elements, QPoint point) {
-  for (auto element = elements.rbegin(); element != elements.rend(); ++element) {
-    QAccessibleInterface* interface = interfaceOf(*element);
-    if (interface && !interface->state().invisible && interface->rect().contains(point)) return interface;
-  }
-  return nullptr;
+QAccessibleInterface* AccessibilityBridge::interfaceOf(const AccessibilityElements& elements, int index) {
+  return index >= 0 && index < static_cast<int>(elements.size()) ? interfaceOf(elements[index]) : nullptr;
 }
 
-// Changes.
+int AccessibilityBridge::indexIn(const AccessibilityElements& elements, const QAccessibleInterface* interface) {
+  const auto* asked = dynamic_cast<const AccessibleElement*>(interface);
+  const auto found = asked ? std::find(elements.begin(), elements.end(), asked->element()) : elements.end();
+  return found == elements.end() ? -1 : static_cast<int>(found - elements.begin());
+}
 
-void AccessibilityBridge::changed(const NSNotification& told) {
-  const NSAccessibility* asked = accessibilityOf(told.object());
-  if (!asked || !QAccessible::isActive()) return;
-  const std::string& name = told.name();
-  if (name == NSAccessibilityFocusedUIElementChangedNotification) return focusMayHaveChanged();
-  if (name == NSAccessibilityCreatedNotification) {
-    send(interfaceOf(told.object()), QAccessible::ObjectCreated);
-    send(interfaceOf(told.object()), QAccessible::ObjectShow);
-    return tellSelectionLater(told.object());
-  }
-  // A change of what no client has met is news to nobody.
-  AccessibleElement* interface = AccessibleElement::ofIfAny(*asked);
+void AccessibilityBridge::changed(const AccessibleChange& change) {
+  QAccessibleInterface* interface = interfaceOf(change.element);
   if (!interface) return;
-  if (name == NSAccessibilityUIElementDestroyedNotification) {
-    send(interface, QAccessible::ObjectHide);
-    send(interface, QAccessible::ObjectDestroyed);
-    interface->forgetSelection();
-  } else if (name == NSAccessibilityValueChangedNotification) {
-    interface->tellValue();
-  } else if (name == NSAccessibilitySelectedTextChangedNotification) {
-    interface->tellSelectedText();
-  } else if (name == NSAccessibilitySelectedChildrenChangedNotification) {
-    // Later: while rows are made, the selected one may not be in its place yet.
-    tellSelectionLater(told.object());
-  } else if (name == NSAccessibilityTitleChangedNotification) {
-    send(interface, QAccessible::NameChanged);
-  } else if (name == NSAccessibilityEnabledChangedNotification) {
-    QAccessible::State changed;
-    changed.disabled = true;
-    QAccessibleStateChangeEvent event(interface, changed);
-    QAccessible::updateAccessibility(&event);
+  using Kind = AccessibleChange::Kind;
+  switch (change.kind) {
+    case Kind::Created:
+      send(QAccessibleEvent(interface, QAccessible::ObjectCreated));
+      return send(QAccessibleEvent(interface, QAccessible::ObjectShow));
+    case Kind::Destroyed:
+      send(QAccessibleEvent(interface, QAccessible::ObjectHide));
+      return send(QAccessibleEvent(interface, QAccessible::ObjectDestroyed));
+    case Kind::Focused: return send(QAccessibleEvent(interface, QAccessible::Focus));
+    case Kind::Name: return send(QAccessibleEvent(interface, QAccessible::NameChanged));
+    case Kind::State: return sendState(interface, change.state, change.isOn);
+    case Kind::Quantity: return send(QAccessibleValueChangeEvent(interface, change.value));
+    case Kind::Text: return sendText(interface, change.text);
+    case Kind::TextSelection: return sendTextSelection(interface, change.selection, change.caret);
   }
-}
-
-void AccessibilityBridge::windowWasShown(const Ref<NSWindow>& window) {
-  if (!QAccessible::isActive() || !window || !isSeen(*window)) return;
-  send(interfaceOf(window), QAccessible::ObjectCreated);
-  send(interfaceOf(window), QAccessible::ObjectShow);
-}
-
-void AccessibilityBridge::focusMayHaveChanged() {
-  if (!QAccessible::isActive()) return;
-  isFocusToBeTold_ = true;
-  timer_.start(0);
-}
-
-void AccessibilityBridge::tellSelectionLater(const Ref<NSObject>& element) {
-  const bool isKnown = std::any_of(selections_.begin(), selections_.end(),
-                                   [&](const WeakRef<NSObject>& one) { return one.lock() == element; });
-  if (!isKnown) selections_.push_back(element);
-  timer_.start(0);
-}
-
-void AccessibilityBridge::tell() {
-  deleteGone();
-  if (std::exchange(isFocusToBeTold_, false)) tellFocus();
-  for (const WeakRef<NSObject>& list : std::exchange(selections_, {}))
-    if (const Ref<NSObject> held = list.lock())
-      if (AccessibleElement* interface = AccessibleElement::ofIfAny(*accessibilityOf(held))) interface->tellSelection();
-}
-
-void AccessibilityBridge::tellFocus() {
-  const Ref<NSWindow> window = NSApp ? NSApp->keyWindow() : nullptr;
-  if (!window) return;
-  const Ref<NSObject> focused = focusedWithin(childrenOf(*window));
-  send(interfaceOf(focused ? focused : window), QAccessible::Focus);
 }
 
 // Interfaces that go.

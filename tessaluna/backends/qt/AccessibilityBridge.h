@@ -1,5 +1,5 @@
 // Between the platform's accessibility tree and Qt: gives each element its interface, one and the same as long as the
-// element lives, and tells Qt what changes. Nobody is told anything while no client listens.
+// element lives, and hands what changes on to Qt.
 //
 //   qApp > a window of our own > its elements
 //   qApp > a program's widgets > a QtViewWidget > the elements of its view
@@ -9,13 +9,11 @@
 
 #include <QAccessible>
 #include <QObject>
-#include <QPoint>
 #include <QTimer>
 #include <unordered_set>
 #include <vector>
 
-#include "tessaluna/platform/accessibility/AccessibilityValue.h"
-#include "tessaluna/platform/foundation/NSNotificationCenter.h"
+#include "tessaluna/platform/accessibility/AccessibleChanges.h"
 #include "tessaluna/platform/views/Forward.h"
 
 namespace tessaluna::backend::qt {
@@ -28,39 +26,33 @@ class AccessibilityBridge : public QObject {
   explicit AccessibilityBridge(EmbeddingHosts& hosts);
   ~AccessibilityBridge() override;
 
-  // Absent for an absent element, and for a window that Qt is not to see.
+  // Null for a null element, and for a window that Qt is not to see.
   QAccessibleInterface* interfaceOf(const platform::Ref<platform::NSObject>& element);
-  // The last of the elements that covers the point of Qt's screen.
-  QAccessibleInterface* interfaceAt(const platform::AccessibilityElements& elements, QPoint point);
-  // That of the widget that the view is embedded in; absent if in none.
+  // Of one of the elements; null for an index that is none of theirs.
+  QAccessibleInterface* interfaceOf(const platform::AccessibilityElements& elements, int index);
+  static int indexIn(const platform::AccessibilityElements& elements, const QAccessibleInterface* interface);  // or -1
+  // That of the widget that the view is embedded in; null if in none.
   QAccessibleInterface* widgetAround(const platform::Ref<platform::NSView>& view);
   // What Qt sees of a window of our own. The window is an element below the application, and shown.
   QAccessibleInterface* rootOf(const platform::Ref<platform::NSWindow>& window);
 
-  // Told by the native windows. The focus is told a little later: Qt tells of a widget's by itself, and that of an
-  // element in it has to follow. Of being hidden a window tells as an element.
-  void focusMayHaveChanged();
-  void windowWasShown(const platform::Ref<platform::NSWindow>& window);
+  // Qt's focus came to what an element is embedded in, or left it.
+  void focusMayHaveChanged() { changes_.focusMayHaveChanged(); }
 
-  // Told by the elements' interfaces.
+  // Called by the elements' interfaces.
   void elementWasMade(AccessibleElement& interface) { interfaces_.insert(&interface); }
   void elementIsForgotten(AccessibleElement& interface);
   void elementHasGone(AccessibleElement& interface);
 
  private:
   static QAccessibleInterface* makeInterface(const QString& className, QObject* object);
-  void changed(const platform::NSNotification& told);
-  void tellSelectionLater(const platform::Ref<platform::NSObject>& element);
-  void tell();
-  void tellFocus();
+  void changed(const platform::AccessibleChange& change);
   void deleteGone();
 
   EmbeddingHosts& hosts_;
-  platform::Ref<platform::NSObject> changes_, keyWindows_;         // tokens
-  std::unordered_set<AccessibleElement*> interfaces_;              // owned by Qt
-  std::vector<AccessibleElement*> gone_;                           // of elements that have gone, to be deleted
-  std::vector<platform::WeakRef<platform::NSObject>> selections_;  // elements whose selection is to be told
-  bool isFocusToBeTold_ = false;
+  platform::AccessibleChanges changes_;
+  std::unordered_set<AccessibleElement*> interfaces_;  // owned by Qt
+  std::vector<AccessibleElement*> gone_;               // of elements that have gone, to be deleted
   QTimer timer_;
 };
 

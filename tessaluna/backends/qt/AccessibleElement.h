@@ -1,13 +1,11 @@
-// One element of the platform's accessibility tree, as Qt shows it to assistive clients. It asks the element anew at
-// each question and keeps nothing but what it has told last, so that a change can be told as a difference.
+// One element of the platform's accessibility tree in Qt's words. It asks the element again at each question.
 #pragma once
 
 #include <QAccessible>
 #include <QPointer>
-#include <vector>
 
 #include "tessaluna/backends/qt/AccessibleText.h"
-#include "tessaluna/platform/accessibility/NSAccessibility.h"
+#include "tessaluna/platform/accessibility/AccessibleChanges.h"
 
 namespace tessaluna::backend::qt {
 
@@ -15,12 +13,12 @@ class AccessibilityBridge;
 
 class AccessibleElement : public QAccessibleInterface, public QAccessibleActionInterface, public QAccessibleValueInterface {
  public:
-  // The object is what Qt knows the element by: a window's QWindow, and absent for all else.
+  // The object is what Qt knows the element by: a window's QWindow, and null for all else.
   AccessibleElement(AccessibilityBridge& bridge, const platform::Ref<platform::NSObject>& element, QObject* object);
   ~AccessibleElement() override;
   static AccessibleElement* ofIfAny(const platform::NSAccessibility& element);
 
-  platform::Ref<platform::NSObject> element() const { return element_.lock(); }  // absent once it has gone
+  platform::Ref<platform::NSObject> element() const { return element_.lock(); }  // null once it has gone
 
   bool isValid() const override { return !element_.expired(); }
   QObject* object() const override { return object_; }
@@ -49,25 +47,15 @@ class AccessibleElement : public QAccessibleInterface, public QAccessibleActionI
   QVariant minimumValue() const override;
   QVariant minimumStepSize() const override { return {}; }
 
-  // What has changed since it was told last is told now.
-  void tellValue();
-  void tellSelection();
-  void tellSelectedText();
-  void forgetSelection() { toldSelection_.clear(); }
-
  private:
   class Link;
   QString nameOfWidget() const;
 
   AccessibilityBridge& bridge_;
   platform::WeakRef<platform::NSObject> element_;
-  Link* link_ = nullptr;  // the element's end of the bond; absent once either has gone
+  Link* link_ = nullptr;  // the element's end of the bond; null once either has gone
   QPointer<QObject> object_;
   AccessibleText text_;
-  std::vector<platform::WeakRef<platform::NSObject>> toldSelection_;
 };
-
-// The innermost one that has the keyboard, among the elements and those below them; absent if none has.
-platform::Ref<platform::NSObject> focusedWithin(const platform::AccessibilityElements& elements);
 
 }  // namespace tessaluna::backend::qt

@@ -1,10 +1,9 @@
 #include "tessaluna/backends/qt/AccessibleWidget.h"
 
-#include <algorithm>
-
 #include "tessaluna/backends/qt/AccessibilityBridge.h"
-#include "tessaluna/backends/qt/AccessibleElement.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/views/NSView.h"
 
 namespace tessaluna::backend::qt {
@@ -21,21 +20,17 @@ AccessibilityElements AccessibleWidget::elements() const {
 
 int AccessibleWidget::childCount() const { return static_cast<int>(elements().size()); }
 
-QAccessibleInterface* AccessibleWidget::child(int index) const {
-  const AccessibilityElements all = elements();
-  return index >= 0 && index < static_cast<int>(all.size()) ? bridge_.interfaceOf(all[index]) : nullptr;
-}
+QAccessibleInterface* AccessibleWidget::child(int index) const { return bridge_.interfaceOf(elements(), index); }
 
 int AccessibleWidget::indexOfChild(const QAccessibleInterface* child) const {
-  const auto* asked = dynamic_cast<const AccessibleElement*>(child);
-  const AccessibilityElements all = elements();
-  const auto found = asked ? std::find(all.begin(), all.end(), asked->element()) : all.end();
-  return found == all.end() ? -1 : static_cast<int>(found - all.begin());
+  return AccessibilityBridge::indexIn(elements(), child);
 }
 
-QAccessibleInterface* AccessibleWidget::childAt(int x, int y) const { return bridge_.interfaceAt(elements(), {x, y}); }
+QAccessibleInterface* AccessibleWidget::childAt(int x, int y) const {
+  return bridge_.interfaceOf(elementAtPoint(elements(), middleOfPixel({x, y})));
+}
 
-QAccessibleInterface* AccessibleWidget::focusChild() const { return bridge_.interfaceOf(focusedWithin(elements())); }
+QAccessibleInterface* AccessibleWidget::focusChild() const { return bridge_.interfaceOf(focusedElementWithin(elements())); }
 
 QAccessible::State AccessibleWidget::state() const {
   QAccessible::State state = QAccessibleWidget::state();

@@ -270,7 +270,6 @@ QtViewWidget* EmbeddingHost::widgetOf(const NSView& view) const {
 }
 
 void EmbeddingHost::followFirstResponder() {
-  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
   // Where there is none for now, Qt's focus stays: the keys find the window.
   QtViewWidget* widget = widgetOf(window_->firstResponder());
   if (!widget || widget->hasFocus() || isFollowing_) return;

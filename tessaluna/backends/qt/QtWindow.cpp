@@ -213,8 +213,6 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::UpdateRequest: beginFrame(); return false;
       case QEvent::Show:
         if (!frameBlocks_.empty()) requestUpdate();  // a hidden window has no frames
-        if (AccessibilityBridge* accessibility = QtBackend::accessibility())
-          accessibility->windowWasShown(client_->eventWindow());
         return false;
       case QEvent::InputMethodQuery:
         if (const auto window = client_->eventWindow())
@@ -372,10 +370,7 @@ void QtWindow::setToolTip(const std::string& text) { surface_->setToolTip(text);
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
 void QtWindow::callAtNextFrame(std::function<void()> block) { surface_->callAtNextFrame(std::move(block)); }
-void QtWindow::firstResponderDidChange() {
-  tellInputMethodOfChange();
-  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
-}
+void QtWindow::firstResponderDidChange() { tellInputMethodOfChange(); }
 void QtWindow::eventWasNotTaken() { surface_->eventWasNotTaken(); }
 void QtWindow::textInputDidChange() { tellInputMethodOfChange(); }
 void QtWindow::discardMarkedText() { resetInputMethod(); }

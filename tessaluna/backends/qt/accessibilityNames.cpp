@@ -1,5 +1,8 @@
 #include "tessaluna/backends/qt/accessibilityNames.h"
 
+#include "tessaluna/platform/accessibility/AccessibleDescription.h"
+#include "tessaluna/platform/accessibility/names.h"
+
 namespace tessaluna::backend::qt {
 
 using namespace tessaluna::platform;
@@ -14,6 +17,7 @@ struct RoleName {
 constexpr RoleName roles[] = {
     {NSAccessibilityApplicationRole, QAccessible::Application},
     {NSAccessibilityWindowRole, QAccessible::Window},
+    {NSAccessibilityBusyIndicatorRole, QAccessible::ProgressBar},
     {NSAccessibilityButtonRole, QAccessible::Button},
     {NSAccessibilityCheckBoxRole, QAccessible::CheckBox},
     {NSAccessibilityDisclosureTriangleRole, QAccessible::Button},
@@ -23,6 +27,8 @@ constexpr RoleName roles[] = {
     {NSAccessibilityLinkRole, QAccessible::Link},
     {NSAccessibilityListRole, QAccessible::List},
     {NSAccessibilityMenuButtonRole, QAccessible::ButtonMenu},
+    {NSAccessibilityMenuItemRole, QAccessible::MenuItem},
+    {NSAccessibilityMenuRole, QAccessible::PopupMenu},
     {NSAccessibilityPopUpButtonRole, QAccessible::ComboBox},
     {NSAccessibilityProgressIndicatorRole, QAccessible::ProgressBar},
     {NSAccessibilityRadioButtonRole, QAccessible::RadioButton},
@@ -50,7 +56,32 @@ constexpr ActionName actions[] = {
     {NSAccessibilityIncrementAction, QAccessibleActionInterface::increaseAction},
     {NSAccessibilityDecrementAction, QAccessibleActionInterface::decreaseAction},
     {NSAccessibilityShowMenuAction, QAccessibleActionInterface::showMenuAction},
+    {accessibleFocusAction, QAccessibleActionInterface::setFocusAction},
 };
+
+void set(QAccessible::State& state, AccessibleState what) {
+  switch (what) {
+    case AccessibleState::Disabled: state.disabled = true; return;
+    case AccessibleState::Focusable: state.focusable = true; return;
+    case AccessibleState::Focused: state.focused = true; return;
+    case AccessibleState::Selectable: state.selectable = true; return;
+    case AccessibleState::Selected: state.selected = true; return;
+    case AccessibleState::Checkable: state.checkable = true; return;
+    case AccessibleState::Checked: state.checked = true; return;
+    case AccessibleState::Mixed: state.checkStateMixed = true; return;
+    // Qt reports that something is checked, but not that it is expanded.
+    case AccessibleState::Expandable: state.expandable = state.checkable = true; return;
+    case AccessibleState::Expanded: state.expanded = state.checked = true; return;
+    case AccessibleState::Pressed: state.pressed = true; return;
+    case AccessibleState::HasPopUp: state.hasPopup = true; return;
+    case AccessibleState::Editable: state.editable = true; return;
+    case AccessibleState::ReadOnly: state.readOnly = true; return;
+    case AccessibleState::MultiLine: state.multiLine = true; return;
+    case AccessibleState::Invisible: state.invisible = true; return;
+    case AccessibleState::Offscreen: state.offscreen = true; return;
+    case AccessibleState::Active: state.active = true; return;
+  }
+}
 
 }  // namespace
 
@@ -58,6 +89,13 @@ QAccessible::Role qtRoleOf(std::string_view role) {
   for (const RoleName& name : roles)
     if (name.role == role) return name.qt;
   return QAccessible::NoRole;
+}
+
+QAccessible::State qtStateOf(AccessibleStates states) {
+  QAccessible::State result;
+  for (const AccessibleState state : allAccessibleStates)
+    if (states.contains(state)) set(result, state);
+  return result;
 }
 
 QString qtActionOf(std::string_view action) {
@@ -70,18 +108,6 @@ std::string actionOf(const QString& qtAction) {
   for (const ActionName& name : actions)
     if (name.qt() == qtAction) return std::string(name.action);
   return qtAction.toStdString();
-}
-
-QString textOf(const NSAccessibility& element, std::string_view attribute) {
-  return QString::fromStdString(attributeOf<std::string>(element, attribute).value_or(std::string()));
-}
-
-AccessibilityElements childrenOf(const NSAccessibility& element) {
-  return attributeOf<AccessibilityElements>(element, NSAccessibilityChildrenAttribute).value_or(AccessibilityElements());
-}
-
-AccessibilityElements childrenOf(const Ref<NSObject>& element) {
-  return element ? childrenOf(*accessibilityOf(element)) : AccessibilityElements();
 }
 
 }  // namespace tessaluna::backend::qt

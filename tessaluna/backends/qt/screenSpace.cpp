@@ -24,6 +24,8 @@ CGPoint pointOnScreen(QPointF qtPoint) {
   return {qtPoint.x() - origin.x(), origin.y() - qtPoint.y()};
 }
 
+CGPoint middleOfPixel(QPoint qtPoint) { return pointOnScreen(QPointF(qtPoint) + QPointF(0.5, 0.5)); }
+
 QPoint qtPointOf(CGPoint point) {
   const QPoint origin = lowerLeftOfPrimaryScreen();
   return QPointF(origin.x() + point.x, origin.y() - point.y).toPoint();

@@ -14,6 +14,8 @@ class QScreen;
 namespace tessaluna::backend::qt {
 
 CGPoint pointOnScreen(QPointF qtPoint);
+// Of the pixel whose upper left corner the point is, which no two rectangles side by side both hold.
+CGPoint middleOfPixel(QPoint qtPoint);
 QPoint qtPointOf(CGPoint pointOnScreen);  // the nearest whole one
 CGRect rectOnScreen(const QRect& qtRect);
 // Rounded outward to what Qt can place a window at; no side is shorter than a point.

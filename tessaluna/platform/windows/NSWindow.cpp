@@ -183,7 +183,10 @@ void NSWindow::orderFront(NSObject*) {
   native_->raise();
   displayIfNeeded();
   children_.parentWasShown();
-  if (appears) mouse_.windowWasShown();
+  if (!appears) return;
+  mouse_.windowWasShown();
+  // What is seen of an ignored window reports itself: it may have to find its place in the tree first.
+  if (!accessibilityIsIgnored()) NSAccessibilityPostNotification(held, NSAccessibilityCreatedNotification);
 }
 
 void NSWindow::orderOut(NSObject*) {

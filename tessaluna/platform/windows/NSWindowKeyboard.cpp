@@ -35,6 +35,9 @@ void NSWindow::setFirstResponder(NSResponder& responder) {
   focusRing_.firstResponderDidChange();
   scheduleDisplay();
   if (native_) native_->firstResponderDidChange();
+  // A view that has the keys reports itself once it knows what to do with them.
+  if (firstResponder_ == this)
+    NSAccessibilityPostNotification(weak_from_this().lock(), NSAccessibilityFocusedUIElementChangedNotification);
 }
 
 namespace {

@@ -1,0 +1,73 @@
+#include "tessaluna/platform/accessibility/AccessibleText.h"
+
+#include <algorithm>
+
+#include "tessaluna/platform/accessibility/attributes.h"
+#include "tessaluna/platform/text/unicode.h"
+
+namespace tessaluna::platform {
+
+AccessibleTextState accessibleTextOf(const Ref<NSObject>& element) {
+  const NSAccessibility* asked = accessibilityOf(element);
+  if (!asked) return {};
+  AccessibleTextState state{
+      .text = utf16FromUtf8(textAttributeOf(*asked, NSAccessibilityValueAttribute)),
+      .selection = attributeOf<NSRange>(*asked, NSAccessibilitySelectedTextRangeAttribute),
+  };
+  if (state.selection) {
+    const auto caret = attributeOf<double>(*asked, accessibilityInsertionPointAttribute);
+    state.caret = caret ? static_cast<std::size_t>(*caret) : state.selection->location + state.selection->length;
+  }
+  return state;
+}
+
+std::optional<AccessibleTextChange> changeOfText(std::u16string_view before, std::u16string_view after) {
+  if (before == after) return std::nullopt;
+  const auto isWithinPair = [](std::u16string_view text, std::size_t offset) {
+    return offset > 0 && offset < text.size() && unitsOf(scalarAt(text, offset - 1)) == 2;
+  };
+  const std::size_t shorter = std::min(before.size(), after.size());
+  std::size_t start = 0, tail = 0;
+  while (start < shorter && before[start] == after[start]) ++start;
+  if (isWithinPair(before, start) || isWithinPair(after, start)) --start;
+  while (tail < shorter - start && before[before.size() - 1 - tail] == after[after.size() - 1 - tail]) ++tail;
+  if (isWithinPair(before, before.size() - tail) || isWithinPair(after, after.size() - tail)) --tail;
+  return AccessibleTextChange{.offset = start,
+                              .removed = std::u16string(before.substr(start, before.size() - start - tail)),
+                              .inserted = std::u16string(after.substr(start, after.size() - start - tail))};
+}
+
+void selectAccessibleText(const Ref<NSObject>& element, std::size_t start, std::size_t end) {
+  NSAccessibility* asked = accessibilityOf(element);
+  if (!asked) return;
+  const std::size_t length = accessibleTextOf(element).text.size();
+  const auto [first, last] = std::minmax(std::min(start, length), std::min(end, length));
+  asked->accessibilitySetValue(NSRange{first, last - first}, NSAccessibilitySelectedTextRangeAttribute);
+}
+
+void replaceAccessibleText(const Ref<NSObject>& element, std::size_t start, std::size_t end, std::u16string_view text) {
+  NSAccessibility* asked = accessibilityOf(element);
+  if (!asked) return;
+  std::u16string whole = accessibleTextOf(element).text;
+  const auto [first, last] = std::minmax(std::min(start, whole.size()), std::min(end, whole.size()));
+  whole.replace(first, last - first, text);
+  asked->accessibilitySetValue(utf8FromUtf16(whole), NSAccessibilityValueAttribute);
+}
+
+CGRect frameOfAccessibleText(const Ref<NSObject>& element, NSRange range) {
+  const NSAccessibility* asked = accessibilityOf(element);
+  if (!asked) return {};
+  const AccessibilityValue frame =
+      asked->accessibilityAttributeValueForParameter(NSAccessibilityBoundsForRangeParameterizedAttribute, range);
+  return frame.as<CGRect>() ? *frame.as<CGRect>() : CGRect{};
+}
+
+std::optional<std::size_t> accessibleTextOffsetAt(const Ref<NSObject>& element, CGPoint point) {
+  const NSAccessibility* asked = accessibilityOf(element);
+  if (!asked) return std::nullopt;
+  const AccessibilityValue range =
+      asked->accessibilityAttributeValueForParameter(NSAccessibilityRangeForPositionParameterizedAttribute, point);
+  return range.as<NSRange>() ? std::optional(range.as<NSRange>()->location) : std::nullopt;
+}
+
+}  // namespace tessaluna::platform
