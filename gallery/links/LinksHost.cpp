@@ -73,6 +73,8 @@ LinksHost::LinksHost() : label_(make<ClickableLabel>(CGRect{0, 0, 420, 100})) {
   for (const Sample& sample : samples()) {
     const auto field = make<MultipleLinksTextField>(CGRect{0, 0, 420, 20});
     field->setStringValues(sample.strings);
+    field->setShowsMenuAtEllipsis(true);
+    field->setShowsToolTipWhileCut(true);
     lines_.push_back({sample.name, sample.note, field});
   }
   label_->setBezeled(false);

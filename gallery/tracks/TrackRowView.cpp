@@ -38,6 +38,8 @@ TrackRowView::TrackRowView(Ref<TrackListRowActionTarget> target, Ref<LinkTextFie
   favorite_->setTarget(target);
   more_->setTarget(target);
   artists_->setLinksEnabled(true);
+  artists_->setShowsMenuAtEllipsis(true);
+  artists_->setShowsToolTipWhileCut(true);
   artists_->setTarget(std::move(artistsTarget));
   for (const Ref<NSView>& view :
        std::initializer_list<Ref<NSView>>{number_, play_, favorite_, title_, artists_, more_, length_})

@@ -40,6 +40,7 @@ void ClickableLabel::setObjectValue(Ref<NSObject> value) {
   const bool isAttributed = dynamic_cast<const NSAttributedString*>(value.get()) != nullptr;
   NSTextField::setObjectValue(std::move(value));
   if (isAttributed) refreshLinks();
+  accessible_.linksDidChange();
 }
 
 void ClickableLabel::refreshLinks() {
@@ -111,6 +112,40 @@ void ClickableLabel::mouseUp(const Ref<NSEvent>& event) {
 void ClickableLabel::forgetPress() {
   clickedLink_.reset();
   clickedLinkRange_ = {0, 0};
+}
+
+// Assistive clients.
+
+std::vector<ClickableLabel::Link> ClickableLabel::links() const {
+  std::vector<Link> links;
+  if (!textView_) return links;
+  const Ref<NSAttributedString> text = attributedStringValue();
+  text->enumerateAttribute(NSLinkAttributeName, {0, text->length()},
+                           [&links](const std::optional<NSAttributeValue>& link, NSRange range) {
+                             const std::optional<URL> url = link ? urlOf(*link) : std::nullopt;
+                             if (url) links.push_back({range, *url});
+                           });
+  return links;
+}
+
+AccessibilityElements ClickableLabel::accessibleLinks() { return accessible_.elements(*this, *this); }
+
+std::string ClickableLabel::textOfLink(std::size_t index) const {
+  return attributedStringValue()->attributedSubstring(links().at(index).range)->string();
+}
+
+CGRect ClickableLabel::frameOfLink(std::size_t index) const {
+  if (!window()) return {};
+  textView_->layoutSubtreeIfNeeded();
+  const NSLayoutManager& manager = *textView_->layoutManager();
+  const NSRange glyphs = manager.glyphRangeForCharacterRange(links().at(index).range, nullptr);
+  const CGRect box = manager.boundingRectForGlyphRange(glyphs, *textView_->textContainer());
+  return window()->convertRectToScreen(convertRectToView(box, nullptr));
+}
+
+void ClickableLabel::pressLink(std::size_t index) {
+  const Ref<NSView> held = refTo<NSView>(*this);
+  if (const Ref<ClickableLabelTarget> target = actionTarget_) target->linkClicked(links().at(index).url);
 }
 
 }  // namespace TessalunaUIKit

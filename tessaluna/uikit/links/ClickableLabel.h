@@ -7,14 +7,17 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "tessaluna/platform/foundation/URL.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/uikit/links/AccessibleLinks.h"
 #include "tessaluna/uikit/links/ClickableLabelTarget.h"
 
 namespace TessalunaUIKit {
 
-class ClickableLabel : public tessaluna::platform::NSTextField {
+class ClickableLabel : public tessaluna::platform::NSTextField, private LinksForClients {
  public:
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -35,19 +38,34 @@ class ClickableLabel : public tessaluna::platform::NSTextField {
   void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
 
+  // An addition: the links as assistive clients see them, in the label's cell. A press of one reaches the target.
+  tessaluna::platform::AccessibilityElements accessibleLinks();
+
  protected:
   tessaluna::platform::Ref<tessaluna::platform::NSCell> makeCell() override;
   tessaluna::platform::Ref<tessaluna::platform::NSCell> makeCell(tessaluna::platform::NSCoder& coder) override;
 
  private:
+  struct Link {
+    tessaluna::platform::NSRange range;
+    tessaluna::platform::URL url;
+  };
+  std::vector<Link> links() const;
   void refreshLinks();
   void addCursorRectsOfLink(tessaluna::platform::NSRange range);
   void forgetPress();
+
+  std::size_t numberOfLinks() const override { return links().size(); }
+  std::string textOfLink(std::size_t index) const override;
+  tessaluna::platform::CGRect frameOfLink(std::size_t index) const override;
+  void pressLink(std::size_t index) override;
+  tessaluna::platform::Ref<tessaluna::platform::NSObject> parentOfLinks() const override { return cell(); }
 
   tessaluna::platform::Ref<ClickableLabelTarget> actionTarget_;
   tessaluna::platform::Ref<tessaluna::platform::NSTextView> textView_;  // finds the links; in no window
   tessaluna::platform::NSRange clickedLinkRange_;
   std::optional<tessaluna::platform::URL> clickedLink_;  // from a press on a link to its release
+  AccessibleLinks accessible_;
 };
 
 }  // namespace TessalunaUIKit

@@ -1,5 +1,7 @@
 #include "tessaluna/uikit/links/ClickableLabelCell.h"
 
+#include "tessaluna/uikit/links/ClickableLabel.h"
+
 namespace TessalunaUIKit {
 
 using namespace tessaluna::platform;
@@ -20,5 +22,10 @@ CGSize ClickableLabelCell::cellSize() const {
 }
 
 CGRect ClickableLabelCell::drawingRectForBounds(CGRect bounds) const { return NSInsetRect(bounds, lineFragmentPadding, 0); }
+
+std::optional<AccessibilityElements> ClickableLabelCell::accessibilityOwnChildren() const {
+  auto* label = dynamic_cast<ClickableLabel*>(controlView());
+  return label ? std::optional(label->accessibleLinks()) : NSTextFieldCell::accessibilityOwnChildren();
+}
 
 }  // namespace TessalunaUIKit

@@ -20,6 +20,10 @@ class ClickableLabelCell : public tessaluna::platform::NSTextFieldCell {
   // The text in lines without a limit of their width, and the padding beside them.
   tessaluna::platform::CGSize cellSize() const override;
   tessaluna::platform::CGRect drawingRectForBounds(tessaluna::platform::CGRect bounds) const override;
+
+ protected:
+  // The links of its label.
+  std::optional<tessaluna::platform::AccessibilityElements> accessibilityOwnChildren() const override;
 };
 
 }  // namespace TessalunaUIKit

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
@@ -15,6 +16,7 @@
 #include "tessaluna/platform/text/TextLayout.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/uikit/links/LinkLineAdditions.h"
 #include "tessaluna/uikit/links/wholePoints.h"
 
 namespace TessalunaUIKit {
@@ -27,21 +29,32 @@ constexpr Property properties[] = {property<&MultipleLinksTextField::setLinksEna
                                    property<&MultipleLinksTextField::setIsPressed, "isPressed">(),
                                    property<&MultipleLinksTextField::setFont, "font">(),
                                    property<&MultipleLinksTextField::setTextColor, "textColor">(),
-                                   property<&MultipleLinksTextField::setLineBreakMode, "lineBreakMode">()};
+                                   property<&MultipleLinksTextField::setLineBreakMode, "lineBreakMode">(),
+                                   property<&MultipleLinksTextField::setShowsMenuAtEllipsis, "showsMenuAtEllipsis">(),
+                                   property<&MultipleLinksTextField::setShowsToolTipWhileCut, "showsToolTipWhileCut">()};
 
 }  // namespace
 
 const ClassInfo MultipleLinksTextField::staticClassInfo{
     .name = "TessalunaUIKit.MultipleLinksTextField", .base = &NSView::staticClassInfo, .properties = properties};
 
-MultipleLinksTextField::MultipleLinksTextField(CGRect frame) : NSView(frame) {}
+MultipleLinksTextField::MultipleLinksTextField(CGRect frame)
+    : NSView(frame), additions_(std::make_unique<LinkLineAdditions>(*this)) {}
 
-MultipleLinksTextField::MultipleLinksTextField(NSCoder& coder) : NSView(coder) {
+MultipleLinksTextField::MultipleLinksTextField(NSCoder& coder)
+    : NSView(coder), additions_(std::make_unique<LinkLineAdditions>(*this)) {
   coder.overlookKeys({"linksEnabled", "isPressed", "font", "textColor", "lineBreakMode"});
 }
 
+MultipleLinksTextField::~MultipleLinksTextField() = default;
+
+bool MultipleLinksTextField::showsMenuAtEllipsis() const { return additions_->showsMenuAtEllipsis; }
+void MultipleLinksTextField::setShowsMenuAtEllipsis(bool shows) { additions_->showsMenuAtEllipsis = shows; }
+bool MultipleLinksTextField::showsToolTipWhileCut() const { return additions_->showsToolTipWhileCut; }
+void MultipleLinksTextField::setShowsToolTipWhileCut(bool shows) { additions_->showsToolTipWhileCut = shows; }
+
 void MultipleLinksTextField::setLinksEnabled(bool enabled) {
-  linksEnabled_ = enabled;
+  if (std::exchange(linksEnabled_, enabled) != enabled) additions_->linksDidChange();
   updateTrackingAreas();
   if (cursorRectsActive_) addLinkCursorRects();
 }
@@ -50,6 +63,7 @@ void MultipleLinksTextField::setStringValues(std::optional<std::vector<std::stri
   stringValues_ = std::move(values);
   links_.setStrings(stringValues_, textAttributes());
   if (links_.hasLinks() && cursorRectsActive_) addLinkCursorRects();
+  additions_->linksDidChange();
   invalidateIntrinsicContentSize();
   setNeedsDisplay(true);
 }
@@ -108,6 +122,7 @@ void MultipleLinksTextField::drawRect(CGRect) {
   truncatedString(box.size.width)
       ->drawInRect({box.origin.x, (box.size.height - height) * 0.5 + box.origin.y, box.size.width, height});
   NSGraphicsContext::restoreGraphicsState();
+  additions_->didCut();
 }
 
 void MultipleLinksTextField::hitTestElements(const NSEvent& event) {
@@ -138,6 +153,7 @@ void MultipleLinksTextField::mouseMoved(const Ref<NSEvent>& event) {
 }
 
 void MultipleLinksTextField::mouseDown(const Ref<NSEvent>& event) {
+  if (additions_->openMenuForPressAt(convertPointFromView(event->locationInWindow(), nullptr))) return;
   isPressed_ = true;
   setNeedsDisplay(true);
   if (!linksEnabled_) NSView::mouseDown(event);
@@ -187,6 +203,12 @@ bool MultipleLinksTextField::accessibilityPerformPress() {
   // Intentional: the first string, whichever is hovered. Without a target the press still counts as done.
   if (const Ref<LinkTextFieldActionTarget> target = target_) target->linkClicked(0, *this);
   return true;
+}
+
+std::optional<AccessibilityElements> MultipleLinksTextField::accessibilityOwnChildren() const {
+  std::optional<AccessibilityElements> children = NSView::accessibilityOwnChildren();
+  for (const Ref<NSObject>& link : additions_->elements()) children->push_back(link);
+  return children;
 }
 
 }  // namespace TessalunaUIKit

@@ -7,6 +7,7 @@
 //   artists->setTarget(host);
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,6 +21,8 @@
 
 namespace TessalunaUIKit {
 
+class LinkLineAdditions;
+
 class MultipleLinksTextField : public tessaluna::platform::NSView, public tessaluna::platform::NSAccessibilityButton {
  public:
   static const tessaluna::platform::ClassInfo staticClassInfo;
@@ -28,6 +31,7 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   explicit MultipleLinksTextField(tessaluna::platform::CGRect frame);
   // The target is not reachable by name, and so not an outlet; the properties of an interface file are all but the strings.
   explicit MultipleLinksTextField(tessaluna::platform::NSCoder& coder);
+  ~MultipleLinksTextField() override;
 
   // Whether the strings are links; otherwise they are only text, and clicks pass to the superview.
   bool linksEnabled() const { return linksEnabled_; }
@@ -56,6 +60,14 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   const tessaluna::platform::Ref<LinkTextFieldActionTarget>& target() const { return target_; }
   void setTarget(tessaluna::platform::Ref<LinkTextFieldActionTarget> target) { target_ = std::move(target); }
 
+  // An addition: a press on the "…" opens a menu of all strings, from which each can be clicked. Off at the start, and without
+  // effect while links are off.
+  bool showsMenuAtEllipsis() const;
+  void setShowsMenuAtEllipsis(bool shows);
+  // An addition: the whole text is the tool tip while it is drawn cut, and there is none otherwise. Off at the start.
+  bool showsToolTipWhileCut() const;
+  void setShowsToolTipWhileCut(bool shows);
+
   // What is drawn in a width in points: all of the text, also where it is up to a point too wide, or its beginning and "…". The
   // hovered link is underlined. From then on the links end where this "…" begins. A width that holds no "…" can stop the program.
   tessaluna::platform::Ref<tessaluna::platform::NSAttributedString> truncatedString(tessaluna::platform::CGFloat width);
@@ -77,10 +89,15 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
 
   // To assistive clients the view is a button with the whole text, whatever is cut off. Pressing it clicks the first string.
+  // An addition: while links are on, each string is a link in it, cut off or not, whose press clicks that string.
   std::string accessibilityLabel() const override;
   bool accessibilityPerformPress() override;
 
+ protected:
+  std::optional<tessaluna::platform::AccessibilityElements> accessibilityOwnChildren() const override;
+
  private:
+  friend class LinkLineAdditions;
   tessaluna::platform::NSAttributes textAttributes() const;
   void underlineActiveElement(tessaluna::platform::NSMutableAttributedString& text, std::size_t suffixLength) const;
   void hitTestElements(const tessaluna::platform::NSEvent& event);
@@ -98,6 +115,7 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   tessaluna::platform::Ref<LinkTextFieldActionTarget> target_;
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingArea_;  // made once
   bool cursorRectsActive_ = false;
+  const std::unique_ptr<LinkLineAdditions> additions_;
 };
 
 }  // namespace TessalunaUIKit

@@ -317,6 +317,36 @@ TEST_F(ClickableLabelTest, TheTextIsDrawnWhereATextViewOfTheSameBoundsDrawsIt) {
   }
 }
 
+TEST_F(ClickableLabelTest, ToAssistiveClientsEachLinkIsAnElementInTheText) {
+  setText("one two, no", {{{0, 3}, url(first)}, {{4, 3}, second}, {{9, 2}, std::string("not a url")}});
+  const AccessibilityElements links = label->cell()->accessibilityChildren().value();
+  ASSERT_EQ(links.size(), 2u) << "what is not a URL is plain text";
+  const char* const names[] = {"one", "two"};
+  for (std::size_t i = 0; i < 2; ++i) {
+    NSAccessibility& link = *accessibilityOf(links[i]);
+    EXPECT_EQ(link.accessibilityRole(), NSAccessibilityLinkRole);
+    EXPECT_EQ(link.accessibilityTitle(), names[i]);
+    EXPECT_EQ(link.accessibilityParent(), label->cell());
+    link.accessibilityPerformAction(NSAccessibilityPressAction);
+  }
+  EXPECT_EQ(target->calls, (Calls{first, second}));
+  // The window's content is at 100, 100 of the screen and the label's upper edge at 110 in it.
+  EXPECT_EQ(accessibilityOf(links[1])->accessibilityFrame(), (CGRect{100 + 20 + 25, 100 + 110 - 12, 15, 12}));
+  label->setStringValue("plain");
+  EXPECT_TRUE(label->cell()->accessibilityChildren()->empty());
+  accessibilityOf(links[0])->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_EQ(target->calls.size(), 2u);
+}
+
+TEST_F(ClickableLabelTest, ALinkThatWrapsIsOneElementAroundItsLines) {
+  label->setFrameSize({40, 60});
+  setText("ab cde fgh ij", {{{3, 7}, url(first)}});
+  const AccessibilityElements links = label->cell()->accessibilityChildren().value();
+  ASSERT_EQ(links.size(), 1u);
+  EXPECT_EQ(accessibilityOf(links[0])->accessibilityTitle(), "cde fgh");
+  EXPECT_EQ(accessibilityOf(links[0])->accessibilityFrame(), (CGRect{100 + 20 + 5, 100 + 110 - 24, 30, 24}));
+}
+
 TEST_F(ClickableLabelTest, ACopyOfTheCellLaysItsTextOutInTheSameWay) {
   setText("abc", {});
   const auto copied = std::dynamic_pointer_cast<NSTextFieldCell>(label->cell()->copy());
