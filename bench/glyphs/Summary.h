@@ -15,13 +15,15 @@ namespace bench {
 
 // Of one routine at one size, once: seconds for one drawing.
 struct Round {
-  double routine = 0, outlines = 0;
+  double routine = 0, outlines = 0;  // cold
+  double again = 0;                  // the one of the two that is compared, drawn again
   std::array<double, std::size(peers)> ofPeers{};
 };
 
 // How often a routine allocates.
 struct Allocations {
   std::size_t first = 0;   // in its first drawing on a new canvas
+  std::size_t second = 0;  // in its second one, when its shapes are remembered
   std::size_t later = 0;   // in each later one
   std::size_t itsOwn = 0;  // of the later ones, by colors and path objects: also on a canvas that does nothing
 };

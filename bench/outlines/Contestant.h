@@ -24,10 +24,14 @@ class Contestant {
   virtual const std::uint32_t* row(int y) const = 0;
 };
 
+// The library's canvas remembers shapes that it has drawn. Cold, each drawing is moved by another fraction of a pixel, so that
+// none of its shapes has been drawn before; again, all of them have, but in the first two drawings.
+enum class Sight { Cold, Again };
+
 // The library: the routine itself is called, with the colors and paths that it makes.
-std::unique_ptr<Contestant> makeRoutineContestant(const Subject& subject);
+std::unique_ptr<Contestant> makeRoutineContestant(const Subject& subject, Sight sight);
 // The library's canvas told nothing but the outlines, prepared as the peers have them.
-std::unique_ptr<Contestant> makeOutlinesContestant(const Drawing& drawing);
+std::unique_ptr<Contestant> makeOutlinesContestant(const Drawing& drawing, Sight sight);
 
 // The peers. They get native paths in device pixels, made beforehand, and no transform.
 std::unique_ptr<Contestant> makeQtContestant(const Drawing& drawing);

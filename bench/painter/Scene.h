@@ -21,12 +21,13 @@ struct ExactPixels {
 struct Entrant {
   std::string name;
   std::function<std::unique_ptr<Contestant>()> make;
+  bool isPeer = true;
 };
 
 struct Scene {
   std::string name;
   double wanted = 1;                   // ours by the fastest of the others
-  std::vector<Entrant> entrants;       // ours first
+  std::vector<Entrant> entrants;       // ours first, cold where the canvas remembers what it draws
   std::function<ExactPixels()> exact;  // empty where pictures are not meant to be the same
 };
 

@@ -39,13 +39,15 @@ ExactPixels exactOutlines(const Drawing& drawing) {
 
 Scene outlineScene(std::string name, double wanted, Drawing drawing) {
   const auto shared = std::make_shared<const Drawing>(std::move(drawing));
-  return {std::move(name),
-          wanted,
-          {{"ours", [shared] { return makeOutlinesContestant(*shared); }},
-           {"QPainter", [shared] { return makeQtContestant(*shared); }},
-           {"cairo", [shared] { return makeCairoContestant(*shared); }},
-           {"AGG", [shared] { return makeAggContestant(*shared); }}},
-          [shared] { return exactOutlines(*shared); }};
+  const auto ours = [shared](Sight sight) { return [shared, sight] { return makeOutlinesContestant(*shared, sight); }; };
+  Scene scene{std::move(name), wanted, {}, [shared] { return exactOutlines(*shared); }};
+  // Upright rectangles are not remembered, and moved by a part of a pixel they would have other edges.
+  if (shared->outlines.front().path.shape().kind == PathShape::Kind::Rect) scene.entrants = {{"ours", ours(Sight::Again)}};
+  else scene.entrants = {{"ours", ours(Sight::Cold)}, {"ours again", ours(Sight::Again), false}};
+  scene.entrants.push_back({"QPainter", [shared] { return makeQtContestant(*shared); }});
+  scene.entrants.push_back({"cairo", [shared] { return makeCairoContestant(*shared); }});
+  scene.entrants.push_back({"AGG", [shared] { return makeAggContestant(*shared); }});
+  return scene;
 }
 
 Path polyline(const std::vector<CGPoint>& points) {
@@ -280,9 +282,9 @@ Scene innerShadowScene(std::string_view name) {
           6,
           {{"ours",
             [&routine, drawing] {
-              return makeRoutineContestant({routine, 4, *drawing});
+              return makeRoutineContestant({routine, 4, *drawing}, Sight::Cold);
             }},
-           {"its outlines", [drawing] { return makeOutlinesContestant(*drawing); }}},
+           {"its outlines", [drawing] { return makeOutlinesContestant(*drawing, Sight::Cold); }}},
           {}};
 }
 

@@ -67,7 +67,7 @@ void printExactness(const Scene& scene) {
   std::printf("\n");
 }
 
-// The median time of each, and of the ratios of the first to the fastest other one.
+// The median time of each, and of the ratios of ours to the fastest peer.
 void printTimes(const Scene& scene, int rounds) {
   const std::size_t count = scene.entrants.size();
   std::vector<std::unique_ptr<Contestant>> contestants;
@@ -79,13 +79,25 @@ void printTimes(const Scene& scene, int rounds) {
       times[who].push_back(secondsOf([&] { contestants[who]->draw(); }, secondsOfOne));
     }
   }
-  std::size_t fastest = 1;
-  for (std::size_t i = 2; i < count; ++i)
-    if (median(times[i]) < median(times[fastest])) fastest = i;
-  std::vector<double> ratios;
-  for (std::size_t i = 0; i < times[0].size(); ++i) ratios.push_back(times[0][i] / times[fastest][i]);
-  std::printf("  %-44s %6.2f  (%.2f-%.2f)  wanted %.2f  %-12s us:", scene.name.c_str(), median(ratios),
-              quantile(ratios, 0.25), quantile(ratios, 0.75), scene.wanted, scene.entrants[fastest].name.c_str());
+  std::size_t fastest = 0;
+  for (std::size_t i = 1; i < count; ++i) {
+    if (!scene.entrants[i].isPeer) continue;
+    if (fastest == 0 || median(times[i]) < median(times[fastest])) fastest = i;
+  }
+  const auto printRatios = [&](std::size_t who) {
+    std::vector<double> ratios;
+    for (std::size_t i = 0; i < times[who].size(); ++i) ratios.push_back(times[who][i] / times[fastest][i]);
+    std::printf(" %6.2f  (%.2f-%.2f)", median(ratios), quantile(ratios, 0.25), quantile(ratios, 0.75));
+  };
+  std::printf("  %-44s", scene.name.c_str());
+  printRatios(0);
+  std::printf("  wanted %.2f  %-12s", scene.wanted, scene.entrants[fastest].name.c_str());
+  for (std::size_t i = 1; i < count; ++i) {
+    if (scene.entrants[i].isPeer) continue;
+    std::printf("  %s", scene.entrants[i].name.c_str());
+    printRatios(i);
+  }
+  std::printf("  us:");
   for (std::size_t i = 0; i < count; ++i) std::printf("  %s %.1f", scene.entrants[i].name.c_str(), median(times[i]) * 1e6);
   const std::size_t allocations = allocationsOf([&] { contestants[0]->draw(); });
   if (allocations > 0) std::printf("  (ours allocates %zu times)", allocations);

@@ -40,14 +40,16 @@ class CoverageBuffer {
     CGPoint moved = {};
     double scale = 1;        // after moving
     bool liesInBox = false;  // as it is, neither moved nor scaled; else it may
+    PixelOffset shown = {};  // by which what is told is moved
   };
 
-  // Tells the coverage of the pixels in the box, row by row from the top:
+  // Tells the coverage of the pixels in the box, which is in the shape's space, row by row from the top:
   //   sink.even(x, y, count, winding)     a run of pixels with one winding, none where it is 0
   //   sink.varied(x, y, count, windings)  a run of single ones, some of which may be 0
-  // A pixel's coverage is the winding's amount, at most 1. When memory is short nothing is told.
+  // A pixel's coverage is the winding's amount, at most 1. When memory is short nothing is told, and the result
+  // is false.
   template <class Sink>
-  void sweep(const Shape& shape, const PixelRect& box, Sink& sink);
+  bool sweep(const Shape& shape, const PixelRect& box, Sink& sink);
 
  private:
   static constexpr int blockSize = 4;
@@ -113,6 +115,7 @@ class CoverageBuffer {
   void forEachRun(int row, Function run);
 
   PixelRect box_;
+  int toldLeft_ = 0, toldTop_ = 0;                      // of the box, where it is told
   double left_ = 0, top_ = 0, width_ = 0, height_ = 0;  // of the box
   int rows_ = 0;
   // Values a row: the width in whole blocks, and one more block for what falls right of the last pixel.
@@ -144,8 +147,10 @@ inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
 }
 
 template <class Sink>
-void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {
-  if (!begin(box)) return;
+bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {
+  if (!begin(box)) return false;
+  toldLeft_ = box.left + shape.shown.x;
+  toldTop_ = box.top + shape.shown.y;
   add(shape);
   const bool hasPatches = !shape.polygons.expectedOverlaps().empty() && replacePatches(shape);
   if (!hasPatches && ++sweepsSinceResolver_ == sweepsWithResolver) giveResolverBack();
@@ -163,6 +168,7 @@ void CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
     if (row > told) tellRow(told++, sink);
   }
   while (told < rows_) tellRow(told++, sink);
+  return true;
 }
 
 template <CoverageBuffer::Touched after, class Function>
@@ -182,17 +188,17 @@ inline void CoverageBuffer::forEachRun(int row, Function run) {
 
 template <class Sink>
 void CoverageBuffer::tellRow(int row, Sink& sink) {
-  const int width = box_.width(), y = box_.top + row;
+  const int width = box_.width(), left = toldLeft_, y = toldTop_ + row;
   float* const values = rowValues(row);
   int done = 0;       // pixels told
   float winding = 0;  // of the last of them
   const auto tellEven = [&](int end) {
-    if (done < end && std::abs(winding) > leastCoverage) sink.even(box_.left + done, y, end - done, winding);
+    if (done < end && std::abs(winding) > leastCoverage) sink.even(left + done, y, end - done, winding);
   };
   forEachRun<Touched::Clear>(row, [&](int block, int count) {
     const int x = block * blockSize;
     tellEven(std::min(x, width));
-    if (x < width) sink.varied(box_.left + x, y, std::min(count * blockSize, width - x), values + x);
+    if (x < width) sink.varied(left + x, y, std::min(count * blockSize, width - x), values + x);
     done = x + count * blockSize;
     winding = values[done - 1];
     clearBlocks(values + x, count);

@@ -6,6 +6,10 @@
 
 namespace tessaluna::backend::raster {
 
+struct PixelOffset {
+  int x = 0, y = 0;
+};
+
 struct PixelRect {
   int left = 0, top = 0, right = 0, bottom = 0;
 
@@ -25,6 +29,7 @@ struct PixelRect {
     return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
             std::max(bottom, other.bottom)};
   }
+  constexpr PixelRect moved(PixelOffset by) const { return {left + by.x, top + by.y, right + by.x, bottom + by.y}; }
   constexpr PixelRect grown(int by) const { return {left - by, top - by, right + by, bottom + by}; }
   constexpr bool contains(const PixelRect& other) const {
     return other.left >= left && other.top >= top && other.right <= right && other.bottom <= bottom;

@@ -6,7 +6,8 @@
 //
 // Pixels are right within 1/255 inside shapes and 3/255 on their edges. Whatever it is given, it neither
 // throws nor hangs: points that are not finite are left out, and what memory cannot hold is not painted. It
-// keeps its working memory from one operation to the next, so that drawing the same again allocates nothing.
+// keeps its working memory from one operation to the next, and remembers what small shapes and letters cover, so that
+// drawing the same again is fast and allocates nothing.
 #pragma once
 
 #include <memory>

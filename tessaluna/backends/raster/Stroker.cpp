@@ -40,28 +40,29 @@ bool keepsCircles(const CGAffineTransform& t) {
 
 }  // namespace
 
-void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice,
+bool Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice,
                      const DeviceRect& visible, Polygons& polygons) {
   const double scale = largestScale(toDevice);
   const std::optional<CGAffineTransform> toPath = toDevice.inverted();
-  if (!toPath || !std::isfinite(scale) || !(scale > 0) || !(style.width >= 0)) return;
+  if (!toPath || !std::isfinite(scale) || !(scale > 0) || !(style.width >= 0)) return true;
 
   const bool isInDevice = keepsCircles(toDevice);
   perLength_ = isInDevice ? scale : 1;
   pen_.pixel = isInDevice ? 1 : 1 / scale;
   setPen(style);
-  if (pen_.halfWidth < nearest_) return;  // too thin for directions across it
+  if (pen_.halfWidth < nearest_) return true;  // too thin for directions across it
   const CGRect seen{visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top};
   const CGRect inLine = isInDevice ? seen : toPath->applyToRect(seen);
   const double miter = style.join == LineJoin::Miter && style.miterLimit > 1.5 ? style.miterLimit : 1.5;
   const double margin = std::min(pen_.halfWidth * miter + 2 * pen_.pixel, 1e7 * pen_.pixel + 2 * pen_.halfWidth);
   reach_ =
       DeviceRect{CGRectGetMinX(inLine), CGRectGetMinY(inLine), CGRectGetMaxX(inLine), CGRectGetMaxY(inLine)}.grown(margin);
-  if (reach_.isEmpty()) return;
+  if (reach_.isEmpty()) return false;
   setDashes(style);
   near_.begin(pen_);
 
   polygons_ = &polygons;
+  isWhole_ = true;
   clearForReuse(piece_);
   outline_.begin(pen_, polygons);
   // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
@@ -77,6 +78,7 @@ void Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   finishContour(Contour::Open);
   near_.find(polygons.expectedOverlaps());
   if (!isInDevice) finishPolygons(toDevice);
+  return isWhole_;
 }
 
 void Stroker::finishPolygons(const CGAffineTransform& toDevice) {
@@ -129,7 +131,10 @@ inline void Stroker::add(const StrokePoint& p) {
   isDouble_ = !points_.empty() && mergeDouble(points_.back(), p);
   if (isDouble_) return;
   const bool isFar = p.at.x < reach_.left || p.at.x > reach_.right || p.at.y < reach_.top || p.at.y > reach_.bottom;
-  if (isFar && !firstFar_) firstFar_ = points_.size();
+  if (isFar && !firstFar_) {
+    firstFar_ = points_.size();
+    isWhole_ = false;
+  }
   points_.push_back(p);
 }
 

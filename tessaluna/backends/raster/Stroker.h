@@ -11,8 +11,8 @@ namespace tessaluna::backend::raster {
 class Stroker {
  public:
   // Adds the outline to `polygons`, in device pixels, and where it may overlap itself. What lies outside the visible
-  // rectangle may be missing.
-  void stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice, const DeviceRect& visible,
+  // rectangle may be missing; true if nothing is.
+  bool stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice, const DeviceRect& visible,
               Polygons& polygons);
 
  private:
@@ -56,6 +56,7 @@ class Stroker {
   std::vector<StrokePoint> points_, piece_;
   bool isDouble_ = false;                // the point added last was merged with the one before
   std::optional<std::size_t> firstFar_;  // of the points, out of reach
+  bool isWhole_ = true;                  // no point was, so far
   NearLines near_;
 
   std::vector<double> dashes_;  // on and off in turn; empty for a solid line

@@ -148,9 +148,7 @@ void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
     if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color);
   }
   if (!shadow && replaceWholePixels(path, color.color)) return;
-  polygons_.clear();
-  flatten(path, DeviceRect::of(neededBox(shadow)));
-  paintPolygons({.polygons = polygons_, .rule = rule}, color, shadow);
+  paintOutline({.path = path, .rule = rule}, color, shadow);
 }
 
 // Every window begins its redraws with a clear ground: a rectangle of whole pixels, translucent, that replaces what is there.
@@ -191,10 +189,7 @@ void RasterCanvas::Studio::fillRect(const DeviceRect& rect, const Source& source
 
 void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
   if (state_.clip.box.isEmpty() || leavesNoMark(state_.strokeColor, state_.alpha, state_.blendMode)) return;
-  const std::optional<CastShadow> shadow = castShadow();
-  polygons_.clear();
-  stroker_.stroke(path, style, state_.toDevice, DeviceRect::of(neededBox(shadow)), polygons_);
-  paintPolygons({.polygons = polygons_}, {.color = premultiplied(state_.strokeColor, state_.alpha)}, shadow);
+  paintOutline({.path = path, .pen = &style}, {.color = premultiplied(state_.strokeColor, state_.alpha)}, castShadow());
 }
 
 void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
@@ -204,9 +199,55 @@ void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const L
   if (!shadow && paintsPlainly(source)) {
     if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, source);
   }
+  paintOutline({.path = path, .rule = rule}, source, shadow);
+}
+
+// False if some of a stroke was left out, since it is not visible.
+bool RasterCanvas::Studio::makePolygons(const Outline& outline, const CGAffineTransform& transform,
+                                        const PixelRect& visible) {
   polygons_.clear();
-  flatten(path, DeviceRect::of(neededBox(shadow)));
-  paintPolygons({.polygons = polygons_, .rule = rule}, source, shadow);
+  if (outline.pen) return stroker_.stroke(outline.path, *outline.pen, transform, DeviceRect::of(visible), polygons_);
+  flatten(outline.path, transform, DeviceRect::of(visible));
+  return true;
+}
+
+void RasterCanvas::Studio::paintOutline(const Outline& outline, const Source& source,
+                                        const std::optional<CastShadow>& shadow) {
+  // What a layer keeps and what a shadow falls from must be polygons.
+  const bool mayBeKnown = !shadow && openLayers_ == 0 && outline.path.points().size() <= ShapeCache::mostPoints &&
+                          PixelPlacement::isPossible(state_.toDevice);
+  if (mayBeKnown) return paintKnownOutline(outline, source);
+  makePolygons(outline, state_.toDevice, neededBox(shadow));
+  paintPolygons({.polygons = polygons_, .rule = outline.rule}, source, shadow);
+}
+
+// Coverage is made beside the origin, also where it is not kept: so it is the same wherever in the picture it is shown.
+void RasterCanvas::Studio::paintKnownOutline(const Outline& outline, const Source& source) {
+  const PixelPlacement place(state_.toDevice);
+  const ShapeCache::Key key(outline.path, outline.rule, outline.pen, place.rest);
+  const PixelRect clip = state_.clip.box.moved({-place.moved.x, -place.moved.y});
+  const ShapeCache::Sight sight = shapes_.look(key, clip);
+  const auto paintKept = [&](const CoverageRuns& coverage) {
+    paint(source, coverage.box().moved(place.moved),
+          [&](auto& painter, const PixelRect&) { coverage.tell(painter, place.moved); });
+  };
+  if (sight.kept) return paintKept(sight.kept->coverage);
+
+  const bool hasAllPoints = makePolygons(outline, place.rest, clip);
+  CoverageBuffer::Shape shape{.polygons = polygons_, .rule = outline.rule};
+  const PixelRect whole = polygons_.bounds().roundedOut(), box = whole.intersected(clip);
+  shape.liesInBox = whole == box;
+  const bool hasRoom = !box.isEmpty() && box.width() <= CoverageRuns::mostSide && box.height() <= CoverageRuns::mostSide;
+  if (sight.isSecond && hasRoom) {
+    shape_.coverage.begin(box);
+    shape_.isWhole = hasAllPoints && shape.liesInBox;
+    shape_.clip = clip;
+    if (!coverage_.sweep(shape, box, shape_.coverage)) return;
+    shapes_.keep(key, shape_);
+    return paintKept(shape_.coverage);
+  }
+  shape.shown = place.moved;
+  paint(source, box.moved(place.moved), [&](auto& painter, const PixelRect&) { coverage_.sweep(shape, box, painter); });
 }
 
 // True if nothing is wanted but colors on the bitmap's own pixels.

@@ -11,6 +11,7 @@
 #include "tessaluna/backends/raster/Painter.h"
 #include "tessaluna/backends/raster/RasterCanvas.h"
 #include "tessaluna/backends/raster/RowPainter.h"
+#include "tessaluna/backends/raster/ShapeCache.h"
 #include "tessaluna/backends/raster/Stroker.h"
 
 namespace tessaluna::backend::raster {
@@ -62,6 +63,13 @@ class RasterCanvas::Studio {
     Float4 color{};
   };
 
+  // What is painted: filled, or stroked where there is a pen.
+  struct Outline {
+    const Path& path;
+    FillRule rule = FillRule::NonZero;
+    const StrokeStyle* pen = nullptr;
+  };
+
   OpenLayer& openLayer() { return *layers_[openLayers_ - 1]; }
   bool keepAsShape(const CoverageBuffer::Shape& shape, const Source& source, const std::optional<CastShadow>& shadow);
   void paintKeptShape();
@@ -72,6 +80,9 @@ class RasterCanvas::Studio {
   PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
   void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
   void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
+  bool makePolygons(const Outline& outline, const CGAffineTransform& transform, const PixelRect& visible);
+  void paintOutline(const Outline& outline, const Source& source, const std::optional<CastShadow>& shadow);
+  void paintKnownOutline(const Outline& outline, const Source& source);
   void fillGlyphs(const GlyphRun& run, CGPoint origin);
   const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
   void fillRect(const DeviceRect& rect, const Source& source);
@@ -107,6 +118,8 @@ class RasterCanvas::Studio {
   Plane cast_, blurred_;
   ClipMaskPool masks_;
   GlyphCache glyphs_;
+  ShapeCache shapes_;
+  KeptShape shape_;  // that was seen for the second time
   ImageSampler sampler_;
   Painter::Memory painterMemory_;
 };
