@@ -1,11 +1,45 @@
-# The installed package: find_package(TessalunaUIKit) gives the targets under TessalunaUIKit::.
+# The installed package: find_package(TessalunaUIKit COMPONENTS ...) gives the targets under TessalunaUIKit::, and pkg-config
+# knows the same libraries by the same names.
 include(CMakePackageConfigHelpers)
 
-set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/TessalunaUIKit")
+# The package of pkg-config that has a library of others, by its target here. Static libraries need it again when a program
+# links them.
+set(pkgconfig_of_PkgConfig_AGG libagg)
+set(pkgconfig_of_PkgConfig_UTF8PROC libutf8proc)
+set(pkgconfig_of_Qt6_Widgets "Qt6Widgets >= 6.4")
+
+# Packages stay whole when the tree that they are in is moved.
+file(RELATIVE_PATH path_to_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
+get_property(libraries GLOBAL PROPERTY TESSALUNA_LIBRARIES)
+set(names)
+set(component_table)
+foreach(library IN LISTS libraries)
+  get_target_property(name ${library} TESSALUNA_NAME)
+  get_target_property(needs ${library} TESSALUNA_NEEDS)
+  get_target_property(outside ${library} TESSALUNA_OUTSIDE)
+  list(APPEND names "${name}")
+  string(APPEND component_table "set(_tessaluna_needs_${name} ${needs})\nset(_tessaluna_outside_${name} ${outside})\n")
+
+  set(own ${needs})
+  list(TRANSFORM own PREPEND "TessalunaUIKit-")
+  set(others)
+  foreach(target IN LISTS outside)
+    string(REPLACE "::" "_" key "${target}")
+    list(APPEND others "${pkgconfig_of_${key}}")
+  endforeach()
+  if(BUILD_SHARED_LIBS)
+    # Only what the headers include.
+    list(FILTER others INCLUDE REGEX "^Qt")
+  endif()
+  set(required ${own} ${others})
+  list(JOIN required ", " required)
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/library.pc.in" "${PROJECT_BINARY_DIR}/TessalunaUIKit-${name}.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/TessalunaUIKit-${name}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+endforeach()
+
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/TessalunaUIKitConfig.cmake.in"
-                              "${PROJECT_BINARY_DIR}/TessalunaUIKitConfig.cmake" INSTALL_DESTINATION "${package_dir}")
+                              "${PROJECT_BINARY_DIR}/TessalunaUIKitConfig.cmake" INSTALL_DESTINATION "${TESSALUNA_PACKAGE_DIR}")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/TessalunaUIKitConfigVersion.cmake"
                                  COMPATIBILITY SameMinorVersion)
-install(EXPORT TessalunaUIKitTargets NAMESPACE TessalunaUIKit:: DESTINATION "${package_dir}")
 install(FILES "${PROJECT_BINARY_DIR}/TessalunaUIKitConfig.cmake" "${PROJECT_BINARY_DIR}/TessalunaUIKitConfigVersion.cmake"
-        DESTINATION "${package_dir}")
+        DESTINATION "${TESSALUNA_PACKAGE_DIR}")

@@ -44,12 +44,14 @@ function(tessaluna_reached_headers result headers)
   set(${result} ${reached} PARENT_SCOPE)
 endfunction()
 
-# tessaluna_library(NAME FOLDERS dir... [EXCEPT dir...] [PUBLIC_HEADERS header...] [LINKS target...] [PRIVATE_LINKS target...])
-# The target TessalunaNAME, known as TessalunaUIKit::NAME: a static library of all sources below the folders. Installed with
-# it are PUBLIC_HEADERS, as users include them, and the headers of the library that these include; without PUBLIC_HEADERS all
-# headers below the folders. LINKS names libraries of the project without their namespace, or targets of others.
+# tessaluna_library(NAME FOLDERS dir... [EXCEPT path...] [ALSO path...] [PUBLIC_HEADERS header...] [LINKS target...]
+#                   [PRIVATE_LINKS target...])
+# The target TessalunaNAME, known as TessalunaUIKit::NAME: a library of all sources below the folders, without those below or
+# of a path that is excepted, with those of the files ALSO; both name files without their endings. Installed with it are
+# PUBLIC_HEADERS, as users include them, and the headers of the library that these include; without PUBLIC_HEADERS all headers
+# below the folders. LINKS names libraries of the project without their namespace, or targets of others.
 function(tessaluna_library name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "FOLDERS;EXCEPT;PUBLIC_HEADERS;LINKS;PRIVATE_LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "FOLDERS;EXCEPT;ALSO;PUBLIC_HEADERS;LINKS;PRIVATE_LINKS")
   set(sources)
   set(headers)
   foreach(folder IN LISTS arg_FOLDERS)
@@ -58,9 +60,13 @@ function(tessaluna_library name)
     list(APPEND sources ${folder_sources})
     list(APPEND headers ${folder_headers})
   endforeach()
-  foreach(folder IN LISTS arg_EXCEPT)
-    list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/${folder}/")
-    list(FILTER headers EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/${folder}/")
+  foreach(path IN LISTS arg_EXCEPT)
+    list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/${path}[/.]")
+    list(FILTER headers EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/${path}[/.]")
+  endforeach()
+  foreach(path IN LISTS arg_ALSO)
+    list(APPEND sources "${PROJECT_SOURCE_DIR}/${path}.cpp")
+    list(APPEND headers "${PROJECT_SOURCE_DIR}/${path}.h")
   endforeach()
 
   if(NOT sources)
@@ -68,9 +74,10 @@ function(tessaluna_library name)
     return()
   endif()
   set(target "Tessaluna${name}")
-  add_library(${target} STATIC ${sources})
+  add_library(${target} ${sources})
   add_library(TessalunaUIKit::${name} ALIAS ${target})
-  set_target_properties(${target} PROPERTIES EXPORT_NAME "${name}" POSITION_INDEPENDENT_CODE ON)
+  set_target_properties(${target} PROPERTIES EXPORT_NAME "${name}" POSITION_INDEPENDENT_CODE ON
+    VERSION "${PROJECT_VERSION}" SOVERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
   if("Qt6::Widgets" IN_LIST arg_LINKS)
     target_precompile_headers(${target} REUSE_FROM tessaluna_qt_headers)
   else()
@@ -110,7 +117,15 @@ function(tessaluna_library name)
   set_target_properties(${target} PROPERTIES TESSALUNA_PUBLIC_HEADERS "${public_headers}"
                                              TESSALUNA_PRIVATE_HEADERS "${private_headers}"
                                              TESSALUNA_PRIVATE_LINKS "${arg_PRIVATE_LINKS}")
-  install(TARGETS ${target} EXPORT TessalunaUIKitTargets ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+  # A file of targets for each library, so that a package can hold some of them.
+  install(TARGETS ${target} EXPORT TessalunaUIKit${name} ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+          LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+  install(EXPORT TessalunaUIKit${name} NAMESPACE TessalunaUIKit:: DESTINATION "${TESSALUNA_PACKAGE_DIR}")
+  set(needs ${arg_LINKS})
+  list(FILTER needs EXCLUDE REGEX "::")
+  set(outside ${arg_LINKS} ${arg_PRIVATE_LINKS})
+  list(FILTER outside INCLUDE REGEX "^[A-Za-z0-9]+::")
+  set_target_properties(${target} PROPERTIES TESSALUNA_NAME "${name}" TESSALUNA_NEEDS "${needs}" TESSALUNA_OUTSIDE "${outside}")
   foreach(header IN LISTS public_headers)
     cmake_path(RELATIVE_PATH header BASE_DIRECTORY "${PROJECT_SOURCE_DIR}" OUTPUT_VARIABLE relative)
     cmake_path(GET relative PARENT_PATH folder)

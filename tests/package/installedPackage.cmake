@@ -33,6 +33,46 @@ endfunction()
 build("${SOURCE}" "${WORK}/build")
 step("${WORK}/build/outside")
 
+# Who asks for the artwork needs no library that only others need, and is told what a component lacks.
+function(ask wanted)
+  execute_process(COMMAND "${CMAKE_COMMAND}" -G Ninja -S "${SOURCE}/../components" -B "${WORK}/components-build" --fresh
+                          "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_CXX_COMPILER=${COMPILER}" -DCMAKE_BUILD_TYPE=Release
+                          -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON -DCMAKE_DISABLE_FIND_PACKAGE_nlohmann_json=ON ${ARGN}
+                  RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  # Messages are broken into lines.
+  string(REGEX REPLACE "[ \n]+" " " output "${output}")
+  if(NOT output MATCHES "${wanted}")
+    message(FATAL_ERROR "${ARGN}\nended with ${status}, and without '${wanted}':\n${output}")
+  endif()
+  set(status ${status} PARENT_SCOPE)
+endfunction()
+ask("found: TRUE targets: Graphics StyleKit Raster\\." "-DASKED=StyleKit Raster")
+step("${CMAKE_COMMAND}" --build "${WORK}/components-build")
+step("${WORK}/components-build/artwork")
+ask("found: TRUE targets: Graphics Platform StyleKit Raster\\." -DASKED=StyleKit -DOPTIONAL=Qt)
+ask("found: FALSE" -DASKED=Qt)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "a package that is optional ended the configuration")
+endif()
+ask("Qt needs Qt 6.4 or newer" -DASKED=Qt -DREQUIRED=REQUIRED)
+ask("Gtk is not a component, which are: Graphics, Platform" -DASKED=Gtk -DREQUIRED=REQUIRED)
+file(REMOVE_RECURSE "${WORK}/without-svg")
+file(COPY "${prefix}/" DESTINATION "${WORK}/without-svg")
+file(GLOB_RECURSE svg "${WORK}/without-svg/*TessalunaUIKitSvg*.cmake")
+file(REMOVE ${svg})
+ask("Svg needs the library itself, which is not installed" -DASKED=Svg -DREQUIRED=REQUIRED
+    "-DCMAKE_PREFIX_PATH=${WORK}/without-svg")
+
+# pkg-config knows them as well.
+file(GLOB_RECURSE package "${prefix}/TessalunaUIKit-Raster.pc")
+cmake_path(GET package PARENT_PATH packages)
+set(ENV{PKG_CONFIG_PATH} "${packages}")
+execute_process(COMMAND pkg-config --cflags --libs TessalunaUIKit-StyleKit TessalunaUIKit-Raster
+                OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+separate_arguments(flags)
+step("${COMPILER}" -std=c++20 "${SOURCE}/main.cpp" -o "${WORK}/with-pkg-config" ${flags} "-Wl,-rpath,${packages}/..")
+step("${WORK}/with-pkg-config")
+
 # It clicks on a view of its own and says whether that was heard.
 if(QT_EXAMPLE)
   file(COPY "${QT_EXAMPLE}" DESTINATION "${WORK}")
