@@ -76,7 +76,7 @@ function(tessaluna_library name)
   set(target "Tessaluna${name}")
   add_library(${target} ${sources})
   add_library(TessalunaUIKit::${name} ALIAS ${target})
-  set_target_properties(${target} PROPERTIES EXPORT_NAME "${name}" POSITION_INDEPENDENT_CODE ON
+  set_target_properties(${target} PROPERTIES EXPORT_NAME "${name}" POSITION_INDEPENDENT_CODE ON DEFINE_SYMBOL ""
     VERSION "${PROJECT_VERSION}" SOVERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
   if("Qt6::Widgets" IN_LIST arg_LINKS)
     target_precompile_headers(${target} REUSE_FROM tessaluna_qt_headers)
