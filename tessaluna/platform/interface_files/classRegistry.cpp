@@ -11,6 +11,7 @@
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSImageView.h"
 #include "tessaluna/platform/views/NSLevelIndicator.h"
+#include "tessaluna/platform/views/NSProgressIndicator.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSSegmentedControl.h"
@@ -37,8 +38,8 @@ Registry registryOf() {
 Registry& registry() {
   static Registry classes =
       registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton, NSTextField, NSImageView,
-                 NSScrollView, NSScroller, NSSlider, NSSegmentedControl, NSLevelIndicator, NSTableView, NSCell, NSButtonCell,
-                 NSSliderCell, NSSegmentedCell, NSLevelIndicatorCell, NSTextFieldCell>();
+                 NSScrollView, NSScroller, NSSlider, NSProgressIndicator, NSSegmentedControl, NSLevelIndicator, NSTableView,
+                 NSCell, NSButtonCell, NSSliderCell, NSSegmentedCell, NSLevelIndicatorCell, NSTextFieldCell>();
   return classes;
 }
 

@@ -8,6 +8,8 @@ inline constexpr double defaultAnimationDuration = 0.25;
 inline constexpr double windowResizeDuration = 0.2;
 inline constexpr double keyboardClickDuration = 0.1;  // for which a click from the keyboard shows as pressed
 inline constexpr double caretBlinkHalfPeriod = 0.5;
+inline constexpr double spinnerTurnDuration = 1;        // of a progress indicator that turns
+inline constexpr double progressBarPassDuration = 1.6;  // of the piece that runs along an indeterminate bar
 inline constexpr double framePeriodWithoutWindow = 1.0 / 60;
 
 // How long an animation of that length takes: no time where the user wants less motion, without a backend, and for a length
