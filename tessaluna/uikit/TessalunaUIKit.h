@@ -10,6 +10,8 @@
 #include "tessaluna/uikit/links/ClickableLabelTarget.h"
 #include "tessaluna/uikit/links/LinkTextFieldActionTarget.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
+#include "tessaluna/uikit/startup/AppSplashController.h"
+#include "tessaluna/uikit/startup/ProgressMonitorView.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
 #include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"

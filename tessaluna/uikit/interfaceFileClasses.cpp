@@ -7,6 +7,8 @@
 #include "tessaluna/uikit/links/ClickableLabel.h"
 #include "tessaluna/uikit/links/ClickableLabelCell.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
+#include "tessaluna/uikit/startup/AppSplashController.h"
+#include "tessaluna/uikit/startup/ProgressMonitorView.h"
 #include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 #include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
 #include "tessaluna/uikit/suggestions/HighlightingView.h"
@@ -44,6 +46,8 @@ void registerInterfaceFileClasses() {
   registerClass<SuggestionsWindowController>();
   registerClass<PlaybackTransportButton>();
   registerClass<PlaybackTransportSliderCell>();
+  registerClass<AppSplashController>();
+  registerClass<ProgressMonitorView>();
   registerClass<UnderlinedSegmentedCell>();
   registerClass<DotsLevelIndicatorCell>();
   registerClass<ImageAndTextCell>();

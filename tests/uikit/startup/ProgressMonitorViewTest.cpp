@@ -1,0 +1,265 @@
+#include "tessaluna/uikit/startup/ProgressMonitorView.h"
+
+#include <gmock/gmock.h>
+
+#include "tessaluna/platform/foundation/NSData.h"
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
+#include "tessaluna/platform/foundation/NSNumber.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/uikit/interfaceFileClasses.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+
+using namespace tessaluna::platform;
+using TessalunaUIKit::ProgressMonitorView;
+using testing::ElementsAre;
+
+namespace {
+
+class ProgressMonitorViewTest : public harness::StillWorld {
+ protected:
+  NSProgressIndicator& bar() const { return dynamic_cast<NSProgressIndicator&>(*view->subviews()[0]); }
+  NSTextField& label() const { return dynamic_cast<NSTextField&>(*view->subviews()[1]); }
+  Ref<NSDictionary> record(std::string_view task) const { return view->backgroundTasks()->objectForKey<NSDictionary>(task); }
+  double number(std::string_view task, std::string_view name) const {
+    return record(task)->objectForKey<NSNumber>(name)->doubleValue();
+  }
+  const void* semaphoreOf(std::string_view task) const {
+    const void* pointer = nullptr;
+    record(task)->objectForKey<NSData>("abortSem")->getBytes(&pointer, sizeof pointer);
+    return pointer;
+  }
+  // Whether there is a number beside the bar, and which.
+  std::string shownCount() const { return label().isHidden() ? "hidden" : label().stringValue(); }
+
+  Ref<ProgressMonitorView> view = make<ProgressMonitorView>(CGRect{5, 6, 200, 24});
+  const int first = 1, second = 2;  // semaphores
+};
+
+}  // namespace
+
+TEST_F(ProgressMonitorViewTest, IsMadeHiddenWithABarAndALabel) {
+  EXPECT_TRUE(view->isHidden());
+  ASSERT_EQ(view->subviews().size(), 2u);
+  EXPECT_EQ(bar().frame(), (CGRect{0, 8, 184, 8}));
+  EXPECT_EQ(bar().style(), NSProgressIndicatorStyleBar);
+  EXPECT_EQ(bar().controlTint(), NSBlueControlTint);
+  EXPECT_FALSE(bar().isIndeterminate());
+  EXPECT_EQ(label().frame(), (CGRect{186, 6, 14, 14}));
+  EXPECT_EQ(label().stringValue(), "1");
+  EXPECT_EQ(label().textColor(), NSColor::blueColor());
+  EXPECT_FALSE(label().cell()->isBezeled());
+  EXPECT_EQ(label().cell()->alignment(), NSTextAlignmentCenter);
+  EXPECT_FALSE(dynamic_cast<NSTextFieldCell&>(*label().cell()).drawsBackground());
+  EXPECT_FALSE(label().isHidden());
+  EXPECT_EQ(view->backgroundTasks()->count(), 0u);
+}
+
+TEST_F(ProgressMonitorViewTest, TheLabelsFontIsTheNamedOneOrTheLabelFontOfItsSize) {
+  EXPECT_EQ(label().font()->pointSize(), 10);
+  if (const auto named = NSFont::fontWithName("Helvetica Neue", 10)) EXPECT_TRUE(label().font()->isEqual(named.get()));
+  else EXPECT_TRUE(label().font()->isEqual(NSFont::labelFontOfSize(10).get()));
+}
+
+TEST_F(ProgressMonitorViewTest, FromAnInterfaceFileItIsTheSame) {
+  TessalunaUIKit::registerInterfaceFileClasses();
+  const auto contents = make<NSNib>(R"({"objects": [{"class": "TessalunaUIKit.ProgressMonitorView", "frame": [0, 0, 100, 20],
+          "hidden": false}]})")
+                            ->instantiateWithOwner(nullptr);
+  ASSERT_EQ(contents.error, std::nullopt);
+  view = std::dynamic_pointer_cast<ProgressMonitorView>(contents.topLevelObjects.at(0));
+  EXPECT_TRUE(view->isHidden());
+  EXPECT_EQ(bar().frame(), (CGRect{0, 6, 84, 8}));
+  view->addBackgroundTaskProgress("scan", 10, nullptr);
+  EXPECT_FALSE(view->isHidden());
+}
+
+TEST_F(ProgressMonitorViewTest, ATaskShowsTheViewAndNoNumber) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  EXPECT_FALSE(view->isHidden());
+  EXPECT_EQ(shownCount(), "hidden");
+  EXPECT_EQ(bar().minValue(), 0);
+  EXPECT_EQ(bar().maxValue(), 100);
+  EXPECT_EQ(bar().doubleValue(), 0);
+  EXPECT_THAT(record("scan")->allKeys(), ElementsAre("Length", "Pos", "abortSem"));
+  EXPECT_EQ(number("scan", "Length"), 100);
+  EXPECT_EQ(number("scan", "Pos"), 0);
+  EXPECT_EQ(record("scan")->objectForKey<NSData>("abortSem")->length(), 8u);
+  EXPECT_EQ(semaphoreOf("scan"), &first);
+}
+
+TEST_F(ProgressMonitorViewTest, TwoTasksOf100And300At50And150FillHalfOf400AndShow2) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->addBackgroundTaskProgress("import", 300, &second);
+  view->setBackgroundTaskProgressPosition(50, "scan");
+  view->setBackgroundTaskProgressPosition(150, "import");
+  EXPECT_EQ(bar().maxValue(), 400);
+  EXPECT_EQ(bar().doubleValue(), 200);
+  EXPECT_EQ(shownCount(), "2");
+}
+
+TEST_F(ProgressMonitorViewTest, RemovingOneOfTwoTasksHidesTheLabelRescalesTheBarAndKeepsTheView) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->addBackgroundTaskProgress("import", 300, &second);
+  view->setBackgroundTaskProgressPosition(50, "scan");
+  view->setBackgroundTaskProgressPosition(150, "import");
+  view->removeBackgroundTaskProgress("import");
+  EXPECT_EQ(shownCount(), "hidden");
+  EXPECT_EQ(bar().maxValue(), 100);
+  EXPECT_EQ(bar().doubleValue(), 50);
+  EXPECT_FALSE(view->isHidden());
+}
+
+TEST_F(ProgressMonitorViewTest, RemovingTheLastTaskHidesTheView) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->removeBackgroundTaskProgress("scan");
+  EXPECT_TRUE(view->isHidden());
+  EXPECT_EQ(view->backgroundTasks()->count(), 0u);
+}
+
+TEST_F(ProgressMonitorViewTest, ATaskOfLengthZeroShowsTheViewAndDoesNotKeepIt) {
+  view->addBackgroundTaskProgress("endless", 0, &first);
+  EXPECT_FALSE(view->isHidden());
+  view->addBackgroundTaskProgress("scan", 100, &second);
+  view->removeBackgroundTaskProgress("scan");
+  EXPECT_TRUE(view->isHidden());
+  EXPECT_NE(record("endless"), nullptr);
+}
+
+TEST_F(ProgressMonitorViewTest, ANegativeTotalHidesTheViewToo) {
+  view->addBackgroundTaskProgress("owed", -50, &first);
+  view->addBackgroundTaskProgress("scan", 20, &second);
+  EXPECT_FALSE(view->isHidden());
+  view->removeBackgroundTaskProgress("nothing");
+  EXPECT_TRUE(view->isHidden());
+}
+
+TEST_F(ProgressMonitorViewTest, AFinishedTaskStaysUntilItIsRemoved) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->setBackgroundTaskProgressPosition(100, "scan");
+  EXPECT_FALSE(view->isHidden());
+  EXPECT_EQ(bar().doubleValue(), 100);
+}
+
+TEST_F(ProgressMonitorViewTest, ThePositionAloneMovesOnWithANewPosition) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  bar().setMaxValue(7);
+  label().setHidden(false);
+  view->setBackgroundTaskProgressPosition(30, "scan");
+  EXPECT_EQ(bar().doubleValue(), 30);
+  EXPECT_EQ(bar().maxValue(), 7);
+  EXPECT_FALSE(label().isHidden());
+}
+
+TEST_F(ProgressMonitorViewTest, AnUnknownTaskIsIgnoredByAPositionAndHarmlessToRemove) {
+  view->setBackgroundTaskProgressPosition(30, "nothing");
+  EXPECT_TRUE(view->isHidden());
+  EXPECT_EQ(view->backgroundTasks()->count(), 0u);
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->removeBackgroundTaskProgress("nothing");
+  EXPECT_FALSE(view->isHidden());
+  EXPECT_EQ(bar().maxValue(), 100);
+}
+
+TEST_F(ProgressMonitorViewTest, AddingAKeyTwiceChangesItsLengthAndKeepsPositionAndTheFirstSemaphore) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->setBackgroundTaskProgressPosition(40, "scan");
+  view->addBackgroundTaskProgress("scan", 200, &second);
+  EXPECT_EQ(semaphoreOf("scan"), &first);
+  EXPECT_EQ(bar().maxValue(), 200);
+  EXPECT_EQ(bar().doubleValue(), 40);
+  EXPECT_EQ(shownCount(), "hidden");
+}
+
+TEST_F(ProgressMonitorViewTest, RecordsAreReplacedAndOnlyTheFirstOfATaskIsImmutable) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  const Ref<NSDictionary> fresh = record("scan");
+  EXPECT_EQ(std::dynamic_pointer_cast<NSMutableDictionary>(fresh), nullptr);
+  view->setBackgroundTaskProgressPosition(40, "scan");
+  EXPECT_NE(record("scan"), fresh);
+  EXPECT_EQ(fresh->objectForKey<NSNumber>("Pos")->doubleValue(), 0);
+  EXPECT_NE(std::dynamic_pointer_cast<NSMutableDictionary>(record("scan")), nullptr);
+}
+
+TEST_F(ProgressMonitorViewTest, BackgroundTasksIsTheLiveDictionary) {
+  const Ref<NSMutableDictionary> tasks = view->backgroundTasks();
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  EXPECT_EQ(tasks->count(), 1u);
+  view->removeBackgroundTaskProgress("scan");
+  EXPECT_EQ(tasks->count(), 0u);
+  EXPECT_EQ(view->backgroundTasks(), tasks);
+}
+
+TEST_F(ProgressMonitorViewTest, TheSemaphoreIsNotKeptAlive) {
+  auto semaphore = make<NSObject>();
+  const WeakRef<NSObject> weak = semaphore;
+  view->addBackgroundTaskProgress("scan", 100, semaphore.get());
+  EXPECT_EQ(semaphoreOf("scan"), semaphore.get());
+  semaphore.reset();
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(ProgressMonitorViewTest, ToAssistiveClientsItIsAGroupCalledByItsTasksAndPercent) {
+  EXPECT_EQ(view->accessibilityRole(), "AXGroup");
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->setBackgroundTaskProgressPosition(10, "scan");
+  EXPECT_EQ(view->accessibilityTitle(), "1 task, 10 percent");
+  view->addBackgroundTaskProgress("import", 300, &second);
+  view->setBackgroundTaskProgressPosition(150, "import");
+  EXPECT_EQ(view->accessibilityTitle(), "2 tasks, 40 percent");
+  view->setBackgroundTaskProgressPosition(900, "import");
+  EXPECT_EQ(view->accessibilityTitle(), "2 tasks, 100 percent");
+  view->addBackgroundTaskProgress("scan", -900, &first);
+  EXPECT_EQ(view->accessibilityTitle(), "2 tasks, 0 percent");
+}
+
+TEST_F(ProgressMonitorViewTest, EveryTaskIsAProgressIndicatorToAssistiveClientsAsLongAsItIsThere) {
+  const auto window = showWindowWith(view);
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->addBackgroundTaskProgress("import", 300, &second);
+  view->setBackgroundTaskProgressPosition(50, "scan");
+  const auto children = view->accessibilityChildren();
+  ASSERT_TRUE(children && children->size() == 2);
+  const Ref<NSObject> scan = children->at(1);
+  const NSAccessibility& element = *accessibilityOf(scan);
+  EXPECT_EQ(element.accessibilityRole(), "AXProgressIndicator");
+  EXPECT_EQ(element.accessibilityTitle(), "scan");
+  EXPECT_EQ(element.accessibilityAttributeValue(NSAccessibilityValueAttribute), AccessibilityValue(50.0));
+  EXPECT_EQ(element.accessibilityAttributeValue(NSAccessibilityMinValueAttribute), AccessibilityValue(0.0));
+  EXPECT_EQ(element.accessibilityAttributeValue(NSAccessibilityMaxValueAttribute), AccessibilityValue(100.0));
+  EXPECT_EQ(element.accessibilityParent(), view);
+  EXPECT_EQ(element.accessibilityFrame(), view->accessibilityFrame());
+  // The same one at each question.
+  EXPECT_EQ(view->accessibilityChildren()->at(1), scan);
+  view->removeBackgroundTaskProgress("scan");
+  EXPECT_EQ(view->accessibilityChildren()->size(), 1u);
+  EXPECT_EQ(element.accessibilityParent(), nullptr);
+  EXPECT_TRUE(element.accessibilityValue().isAbsent());
+}
+
+TEST_F(ProgressMonitorViewTest, AnElementMayOutliveTheView) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  const Ref<NSObject> scan = view->accessibilityChildren()->at(0);
+  view.reset();
+  EXPECT_EQ(accessibilityOf(scan)->accessibilityParent(), nullptr);
+  EXPECT_TRUE(accessibilityOf(scan)->accessibilityValue().isAbsent());
+}
+
+TEST_F(ProgressMonitorViewTest, ChangesAreToldToAssistiveClientsOfTheViewAndOfTasksThatTheyHaveMet) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->addBackgroundTaskProgress("import", 100, &first);
+  const Ref<NSObject> scan = view->accessibilityChildren()->at(1);
+  std::vector<std::string> heard;
+  auto& center = accessibilityNotificationCenter();
+  const auto token = center.addObserverForName("", nullptr, nullptr, [&](const Ref<NSNotification>& notification) {
+    if (notification->object() == view) heard.push_back("view " + notification->name());
+    if (notification->object() == scan) heard.push_back("scan " + notification->name());
+  });
+  view->setBackgroundTaskProgressPosition(10, "scan");
+  view->removeBackgroundTaskProgress("scan");
+  center.removeObserver(token);
+  EXPECT_THAT(heard,
+              ElementsAre("view AXTitleChanged", "scan AXValueChanged", "view AXTitleChanged", "scan AXUIElementDestroyed"));
+}
