@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "tessaluna/backends/qt/ClickCounter.h"
+#include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/keyTranslation.h"
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/platform/events/mouseButtons.h"
@@ -31,6 +32,9 @@ using namespace tessaluna::platform;
 using enum NSEventType;
 
 namespace {
+
+// Widgets may outlive the backend.
+CommandKey commandKey() { return Backend::current() ? QtBackend::current().commandKey() : CommandKey::Meta; }
 
 // Of several that are down, the one that a drag counts for.
 Qt::MouseButton leadingButton(Qt::MouseButtons buttons) {
@@ -106,7 +110,7 @@ void InputRelay::clientIsGoing() { state_->client = nullptr; }
 
 void InputRelay::mouse(const QMouseEvent& event, QPointF place) {
   const std::shared_ptr<State> state = state_;
-  NSEvent::Fields fields{.modifiers = modifierFlagsOf(event.modifiers())};
+  NSEvent::Fields fields{.modifiers = modifierFlagsOf(event.modifiers(), commandKey())};
   switch (event.type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
@@ -148,15 +152,16 @@ void InputRelay::pointerCrossed(Crossing crossing, QPointF place) {
   const std::shared_ptr<State> state = state_;
   state->endLostPresses(QGuiApplication::mouseButtons());
   state->send({.type = crossing == Crossing::Entered ? MouseEntered : MouseExited,
-               .modifiers = modifierFlagsOf(QGuiApplication::keyboardModifiers())},
+               .modifiers = modifierFlagsOf(QGuiApplication::keyboardModifiers(), commandKey())},
               place);
 }
 
 Taken InputRelay::wheel(const QWheelEvent& event, QPointF place) {
   const std::shared_ptr<State> state = state_;
-  return state->send(
-      {.type = ScrollWheel, .modifiers = modifierFlagsOf(event.modifiers()), .scrollingDelta = scrollingDeltaOf(event)},
-      place);
+  return state->send({.type = ScrollWheel,
+                      .modifiers = modifierFlagsOf(event.modifiers(), commandKey()),
+                      .scrollingDelta = scrollingDeltaOf(event)},
+                     place);
 }
 
 // Qt asks for shortcuts before it sends a press. Only the window's views can tell whether they take the key, and to ask them
@@ -164,7 +169,7 @@ Taken InputRelay::wheel(const QWheelEvent& event, QPointF place) {
 // is claimed, and the shortcuts are asked when no view has taken it.
 Taken InputRelay::key(const QKeyEvent& event, QObject* parent) {
   const std::shared_ptr<State> state = state_;
-  std::optional<NSEvent::Fields> fields = keyFieldsOf(event);
+  std::optional<NSEvent::Fields> fields = keyFieldsOf(event, commandKey());
   if (!fields) return Taken::No;
   const bool isKeyDown = fields->type == KeyDown;
   if (event.type() == QEvent::ShortcutOverride) {

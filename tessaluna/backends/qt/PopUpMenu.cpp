@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/icons.h"
 #include "tessaluna/backends/qt/keyTranslation.h"
 #include "tessaluna/backends/qt/screenSpace.h"
@@ -23,7 +24,10 @@ QString qtTitle(const MenuEntry& entry) {
   constexpr int spacesPerLevel = 3;
   QString title(entry.indentation * spacesPerLevel, ' ');
   title += QString::fromStdString(entry.title).replace('&', "&&");  // an ampersand marks a letter to Qt
-  if (!entry.keyEquivalent.empty()) title += '\t' + shortcutTextOf(entry.keyEquivalent, entry.keyEquivalentModifiers);
+  if (!entry.keyEquivalent.empty()) {
+    const CommandKey commandKey = QtBackend::current().commandKey();
+    title += '\t' + shortcutTextOf(entry.keyEquivalent, entry.keyEquivalentModifiers, commandKey);
+  }
   return title;
 }
 

@@ -71,12 +71,13 @@ class QtBackend::ApplicationFilter : public QObject {
     if (std::exchange(lastPress_, press) == press) return;
     const int number = buttonNumberOf(event.button());
     const Ref<NSApplication> application = NSApp;
-    application->sendEvent(make<NSEvent>(NSEvent::Fields{.type = buttonEventType(number, PressPhase::Down),
-                                                         .location = pointOnScreen(event.globalPosition()),
-                                                         .modifiers = modifierFlagsOf(event.modifiers()),
-                                                         .timestamp = backend_.now(),
-                                                         .clickCount = 1,
-                                                         .buttonNumber = number}));
+    application->sendEvent(
+        make<NSEvent>(NSEvent::Fields{.type = buttonEventType(number, PressPhase::Down),
+                                      .location = pointOnScreen(event.globalPosition()),
+                                      .modifiers = modifierFlagsOf(event.modifiers(), backend_.commandKey()),
+                                      .timestamp = backend_.now(),
+                                      .clickCount = 1,
+                                      .buttonNumber = number}));
   }
 
   QtBackend& backend_;

@@ -14,6 +14,7 @@
 #include <QThreadPool>
 #include <memory>
 
+#include "tessaluna/backends/qt/CommandKey.h"
 #include "tessaluna/backends/qt/PopUpMenu.h"
 #include "tessaluna/backends/qt/QtTextEngine.h"
 #include "tessaluna/platform/backend/Backend.h"
@@ -32,6 +33,10 @@ class QtBackend : public Backend {
 
   // The one that lives now; the program stops where there is none.
   static QtBackend& current();
+
+  // Meta unless the host chooses otherwise. A change counts for the keys that follow.
+  CommandKey commandKey() const { return commandKey_; }
+  void setCommandKey(CommandKey key) { commandKey_ = key; }
 
   std::unique_ptr<NativeWindow> makeWindow(WindowClient& client, const WindowOptions& options) override;
   std::vector<Screen> screens() const override;
@@ -56,6 +61,7 @@ class QtBackend : public Backend {
  private:
   class ApplicationFilter;
 
+  CommandKey commandKey_ = CommandKey::Meta;
   QtTextEngine textEngine_;
   PopUpMenu menu_;
   QObject clock_;          // what is still to be called is forgotten with it

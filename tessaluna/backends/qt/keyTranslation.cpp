@@ -56,6 +56,15 @@ constexpr Modifier flagOfModifier[] = {
     {Qt::KeypadModifier, NSEventModifierFlagNumericPad},
 };
 
+constexpr std::uint32_t exchangedFlags = NSEventModifierFlagControl | NSEventModifierFlagCommand;
+
+// Control and Command together stay as they are; one alone becomes the other.
+std::uint32_t forCommandKey(std::uint32_t flags, CommandKey commandKey) {
+  const std::uint32_t present = flags & exchangedFlags;
+  const bool isOne = present && present != exchangedFlags;
+  return commandKey == CommandKey::Control && isOne ? flags ^ exchangedFlags : flags;
+}
+
 std::optional<int> keyOfFixedCharacter(char32_t character) {
   for (const KeyCharacter& entry : characterOfKey)
     if (entry.character == character) return entry.key;
@@ -77,6 +86,12 @@ bool isArrow(char32_t character) { return character >= NSUpArrowFunctionKey && c
 std::string utf8(const QString& text) { return text.toStdString(); }
 std::string utf8(char32_t character) { return QString::fromUcs4(&character, 1).toStdString(); }
 
+// Some desktops report AltGr as Control and Alt. It is no command then, but the character that it types.
+bool isTypedWithAltGr(const QKeyEvent& event) {
+  constexpr Qt::KeyboardModifiers altGr = Qt::ControlModifier | Qt::AltModifier;
+  return (event.modifiers() & altGr) == altGr && !event.text().isEmpty() && event.text().front().isPrint();
+}
+
 // What the key would type with no modifier but Shift.
 QString plainText(const QKeyEvent& event) {
   constexpr Qt::KeyboardModifiers changing = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
@@ -90,14 +105,14 @@ QString plainText(const QKeyEvent& event) {
 
 }  // namespace
 
-std::uint32_t modifierFlagsOf(Qt::KeyboardModifiers modifiers) {
+std::uint32_t modifierFlagsOf(Qt::KeyboardModifiers modifiers, CommandKey commandKey) {
   std::uint32_t flags = 0;
   for (const Modifier& entry : flagOfModifier)
     if (modifiers & entry.modifier) flags |= entry.flag;
-  return flags;
+  return forCommandKey(flags, commandKey);
 }
 
-QString shortcutTextOf(const std::string& characters, std::uint32_t modifiers) {
+QString shortcutTextOf(const std::string& characters, std::uint32_t modifiers, CommandKey commandKey) {
   const QString typed = QString::fromStdString(characters);
   if (typed.isEmpty()) return {};
   const char32_t first = typed.toUcs4().front();
@@ -105,23 +120,27 @@ QString shortcutTextOf(const std::string& characters, std::uint32_t modifiers) {
   int keys = keyOfFixedCharacter(first).value_or(static_cast<int>(capital.toUcs4().front()));
   // A capital letter is typed with Shift.
   if (typed == capital && typed != typed.toLower()) modifiers |= NSEventModifierFlagShift;
+  const std::uint32_t flags = forCommandKey(modifiers, commandKey);
   for (const Modifier& entry : flagOfModifier)
-    if (modifiers & entry.flag) keys |= static_cast<int>(entry.modifier);
+    if (flags & entry.flag) keys |= static_cast<int>(entry.modifier);
   return QKeySequence(keys).toString(QKeySequence::NativeText);
 }
 
-std::optional<NSEvent::Fields> keyFieldsOf(const QKeyEvent& event) {
+std::optional<NSEvent::Fields> keyFieldsOf(const QKeyEvent& event, CommandKey commandKey) {
   const bool isDown = event.type() != QEvent::KeyRelease;
+  if (isTypedWithAltGr(event)) commandKey = CommandKey::Meta;
   if (!isDown && event.isAutoRepeat()) return std::nullopt;
   NSEvent::Fields fields{.type = isDown ? NSEventType::KeyDown : NSEventType::KeyUp,
-                         .modifiers = modifierFlagsOf(event.modifiers())};
+                         .modifiers = modifierFlagsOf(event.modifiers(), commandKey)};
   for (const KeyModifier& entry : flagOfKey) {
     if (entry.key != event.key()) continue;
     // Whether Qt counts a modifier key among the modifiers of its own press depends on the desktop.
     fields.type = NSEventType::FlagsChanged;
-    fields.modifiers = isDown ? fields.modifiers | entry.flag : fields.modifiers & ~entry.flag;
+    const std::uint32_t flag = forCommandKey(entry.flag, commandKey);
+    fields.modifiers = isDown ? fields.modifiers | flag : fields.modifiers & ~flag;
     return fields;
   }
+  constexpr std::uint32_t command = NSEventModifierFlagCommand;
   fields.isRepeat = event.isAutoRepeat();
   if (const char32_t character = fixedCharacterOf(event.key())) {
     fields.characters = fields.charactersIgnoringModifiers = utf8(character);
@@ -130,7 +149,9 @@ std::optional<NSEvent::Fields> keyFieldsOf(const QKeyEvent& event) {
     return fields;
   }
   fields.charactersIgnoringModifiers = utf8(plainText(event));
-  fields.characters = event.text().isEmpty() ? fields.charactersIgnoringModifiers : utf8(event.text());
+  // Qt makes control characters of letters that are typed with Control, whatever that key is here.
+  const bool isUsable = !event.text().isEmpty() && (event.text().front() >= QChar(' ') || !(fields.modifiers & command));
+  fields.characters = isUsable ? utf8(event.text()) : fields.charactersIgnoringModifiers;
   return fields;
 }
 

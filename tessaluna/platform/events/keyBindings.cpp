@@ -21,7 +21,8 @@ constexpr char32_t left = NSLeftArrowFunctionKey, right = NSRightArrowFunctionKe
                    forwardDelete = NSDeleteFunctionKey, backspace = 0x7F, returnKey = '\r', enter = 3, tab = '\t',
                    backtab = 0x19, escape = 0x1B;
 
-// The desktop's keys (Control) beside those of the names' own system (Command, Option).
+// The desktop's keys (Control) beside those of the names' own system (Command, Option). Control may be the Command key: what the
+// two systems do not contradict each other in is there with both.
 constexpr KeyBinding bindings[] = {
     {left, none, "moveLeft:"},
     {left, shift, "moveLeftAndModifySelection:"},
@@ -53,10 +54,14 @@ constexpr KeyBinding bindings[] = {
     {home, shift, "moveToBeginningOfLineAndModifySelection:"},
     {home, control, "moveToBeginningOfDocument:"},
     {home, control | shift, "moveToBeginningOfDocumentAndModifySelection:"},
+    {home, command, "moveToBeginningOfDocument:"},
+    {home, command | shift, "moveToBeginningOfDocumentAndModifySelection:"},
     {end, none, "moveToEndOfLine:"},
     {end, shift, "moveToEndOfLineAndModifySelection:"},
     {end, control, "moveToEndOfDocument:"},
     {end, control | shift, "moveToEndOfDocumentAndModifySelection:"},
+    {end, command, "moveToEndOfDocument:"},
+    {end, command | shift, "moveToEndOfDocumentAndModifySelection:"},
     {backspace, none, "deleteBackward:"},
     {backspace, shift, "deleteBackward:"},
     {backspace, control, "deleteWordBackward:"},
@@ -66,8 +71,10 @@ constexpr KeyBinding bindings[] = {
     {forwardDelete, shift, "cut:"},
     {forwardDelete, control, "deleteWordForward:"},
     {forwardDelete, option, "deleteWordForward:"},
+    {forwardDelete, command, "deleteWordForward:"},
     {insert, shift, "paste:"},
     {insert, control, "copy:"},
+    {insert, command, "copy:"},
     {returnKey, none, "insertNewline:"},
     {returnKey, shift, "insertNewline:"},
     {enter, none, "insertNewline:"},
@@ -85,6 +92,7 @@ constexpr KeyBinding bindings[] = {
     {'x', control, "cut:"},
     {'x', command, "cut:"},
     {'y', control, "redo:"},
+    {'y', command, "redo:"},
     {'z', control, "undo:"},
     {'z', command, "undo:"},
     {'z', control | shift, "redo:"},

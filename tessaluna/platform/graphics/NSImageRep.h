@@ -18,8 +18,8 @@ class NSImageRep : public NSObject {
 
   int pixelsWide() const { return pixelsWide_; }
   int pixelsHigh() const { return pixelsHigh_; }
-  CGSize size() const { return size_; }
-  void setSize(CGSize size) { size_ = size; }
+  virtual CGSize size() const { return size_; }
+  virtual void setSize(CGSize size) { size_ = size; }
   const std::shared_ptr<const backend::ImagePixels>& pixels() const { return pixels_; }
 
  private:

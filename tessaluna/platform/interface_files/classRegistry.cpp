@@ -16,8 +16,10 @@
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSSegmentedControl.h"
 #include "tessaluna/platform/views/NSSlider.h"
+#include "tessaluna/platform/views/NSTableCellView.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/windows/NSPanel.h"
 #include "tessaluna/platform/windows/NSViewController.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/platform/windows/NSWindowController.h"
@@ -36,10 +38,10 @@ Registry registryOf() {
 }
 
 Registry& registry() {
-  static Registry classes =
-      registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton, NSTextField, NSImageView,
-                 NSScrollView, NSScroller, NSSlider, NSProgressIndicator, NSSegmentedControl, NSLevelIndicator, NSTableView,
-                 NSCell, NSButtonCell, NSSliderCell, NSSegmentedCell, NSLevelIndicatorCell, NSTextFieldCell>();
+  static Registry classes = registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton,
+                                       NSTextField, NSImageView, NSScrollView, NSScroller, NSSlider, NSProgressIndicator,
+                                       NSSegmentedControl, NSLevelIndicator, NSTableView, NSCell, NSButtonCell, NSSliderCell,
+                                       NSSegmentedCell, NSLevelIndicatorCell, NSTextFieldCell, NSTableCellView, NSPanel>();
   return classes;
 }
 

@@ -50,7 +50,7 @@ class NSImageView : public NSView {
 
   // Each asks for a redraw.
   const Ref<NSImage>& image() const { return image_; }
-  void setImage(Ref<NSImage> image);
+  virtual void setImage(Ref<NSImage> image);
   NSImageScaling imageScaling() const { return imageScaling_; }
   void setImageScaling(NSImageScaling scaling);
   NSImageFrameStyle imageFrameStyle() const { return imageFrameStyle_; }

@@ -5,6 +5,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/uikit/containers/ViewWithBackground.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
 #include "tests/backends/qt/EmbeddedViews.h"
@@ -256,6 +257,29 @@ TEST_F(QtViewWidgetKeys, KeyThatNobodyTakesGoesOnToTheParentWidget) {
   view->takesKeys = false;
   QTest::keyClick(parent.windowHandle(), Qt::Key_Escape);
   EXPECT_EQ(parent.keys, std::vector<int>{Qt::Key_Escape});
+}
+
+TEST_F(QtViewWidgetKeys, TheHostChoosesWhichKeyIsCommand) {
+  const auto ground = make<ViewWithBackground>(CGRect{0, 0, 200, 40});
+  const auto field = make<NSTextField>(CGRect{5, 5, 150, 24});
+  ground->addSubview(field);
+  field->setStringValue("one two");
+  embed(ground);
+  show();
+  field->selectText(nullptr);
+  const auto caretAfter = [&](Qt::KeyboardModifier modifier, Qt::Key arrow) {
+    field->currentEditor()->setSelectedRange({5, 0});
+    QTest::keyClick(top.windowHandle(), arrow, modifier);
+    return field->currentEditor()->selectedRange().location;
+  };
+  EXPECT_EQ(caretAfter(Qt::MetaModifier, Qt::Key_Left), 0u);
+  EXPECT_EQ(caretAfter(Qt::MetaModifier, Qt::Key_Right), 7u);
+  EXPECT_EQ(caretAfter(Qt::ControlModifier, Qt::Key_Left), 4u) << "by words";
+  QtBackend::current().setCommandKey(CommandKey::Control);
+  EXPECT_EQ(caretAfter(Qt::ControlModifier, Qt::Key_Left), 0u);
+  EXPECT_EQ(caretAfter(Qt::ControlModifier, Qt::Key_Right), 7u);
+  EXPECT_EQ(caretAfter(Qt::MetaModifier, Qt::Key_Left), 4u);
+  QtBackend::current().setCommandKey(CommandKey::Meta);
 }
 
 }  // namespace tessaluna::backend::qt

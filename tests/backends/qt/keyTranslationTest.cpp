@@ -18,8 +18,9 @@ struct Typed {
 
 constexpr std::uint32_t function = NSEventModifierFlagFunction, arrow = function | NSEventModifierFlagNumericPad;
 
-NSEvent::Fields fieldsOf(QEvent::Type type, int key, Qt::KeyboardModifiers modifiers, const QString& text = {}) {
-  return keyFieldsOf(QKeyEvent(type, key, modifiers, text)).value();
+NSEvent::Fields fieldsOf(QEvent::Type type, int key, Qt::KeyboardModifiers modifiers, const QString& text = {},
+                         CommandKey commandKey = CommandKey::Meta) {
+  return keyFieldsOf(QKeyEvent(type, key, modifiers, text), commandKey).value();
 }
 
 }  // namespace
@@ -67,18 +68,50 @@ TEST(keyTranslation, ModifierKeysChangeTheFlags) {
 }
 
 TEST(keyTranslation, RepeatsAreKeyDownsOnly) {
-  EXPECT_FALSE(keyFieldsOf(QKeyEvent(QEvent::KeyRelease, Qt::Key_A, {}, "a", true)));
-  EXPECT_TRUE(keyFieldsOf(QKeyEvent(QEvent::KeyPress, Qt::Key_A, {}, "a", true)).value().isRepeat);
+  EXPECT_FALSE(keyFieldsOf(QKeyEvent(QEvent::KeyRelease, Qt::Key_A, {}, "a", true), CommandKey::Meta));
+  EXPECT_TRUE(keyFieldsOf(QKeyEvent(QEvent::KeyPress, Qt::Key_A, {}, "a", true), CommandKey::Meta).value().isRepeat);
   EXPECT_EQ(fieldsOf(QEvent::KeyRelease, Qt::Key_A, {}, "a").type, NSEventType::KeyUp);
 }
 
 TEST(keyTranslation, MenusShowKeysAsTheDesktopNamesThem) {
-  EXPECT_EQ(shortcutTextOf("p", NSEventModifierFlagControl), "Ctrl+P");
-  EXPECT_EQ(shortcutTextOf("P", NSEventModifierFlagControl), "Ctrl+Shift+P");
-  EXPECT_EQ(shortcutTextOf("7", NSEventModifierFlagOption), "Alt+7");
-  EXPECT_EQ(shortcutTextOf("\x7F", NSEventModifierFlagCommand), "Meta+Backspace");
-  EXPECT_EQ(shortcutTextOf(reinterpret_cast<const char*>(u8"\uF706"), 0), "F3");
-  EXPECT_EQ(shortcutTextOf("", NSEventModifierFlagControl), "");
+  EXPECT_EQ(shortcutTextOf("p", NSEventModifierFlagControl, CommandKey::Meta), "Ctrl+P");
+  EXPECT_EQ(shortcutTextOf("P", NSEventModifierFlagControl, CommandKey::Meta), "Ctrl+Shift+P");
+  EXPECT_EQ(shortcutTextOf("7", NSEventModifierFlagOption, CommandKey::Meta), "Alt+7");
+  EXPECT_EQ(shortcutTextOf("\x7F", NSEventModifierFlagCommand, CommandKey::Meta), "Meta+Backspace");
+  EXPECT_EQ(shortcutTextOf(reinterpret_cast<const char*>(u8"\uF706"), 0, CommandKey::Meta), "F3");
+  EXPECT_EQ(shortcutTextOf("", NSEventModifierFlagControl, CommandKey::Meta), "");
+}
+
+TEST(keyTranslation, ControlAsTheCommandKeyChangesPlacesWithMeta) {
+  const Typed table[] = {
+      {Qt::Key_Left, Qt::ControlModifier, "", "\uF702", "\uF702", arrow | NSEventModifierFlagCommand},
+      {Qt::Key_Left, Qt::MetaModifier, "", "\uF702", "\uF702", arrow | NSEventModifierFlagControl},
+      {Qt::Key_Left, Qt::ControlModifier | Qt::MetaModifier, "", "\uF702", "\uF702",
+       arrow | NSEventModifierFlagControl | NSEventModifierFlagCommand},
+      {Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier, "", "\uF702", "\uF702",
+       arrow | NSEventModifierFlagShift | NSEventModifierFlagCommand},
+      {Qt::Key_Left, Qt::AltModifier, "", "\uF702", "\uF702", arrow | NSEventModifierFlagOption},
+      // Qt's control character is none of the command's.
+      {Qt::Key_A, Qt::ControlModifier, "\x01", "a", "a", NSEventModifierFlagCommand},
+      // AltGr types.
+      {Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier, "@", "@", "q",
+       NSEventModifierFlagControl | NSEventModifierFlagOption},
+  };
+  for (const Typed& typed : table) {
+    SCOPED_TRACE(typed.key);
+    const NSEvent::Fields fields = fieldsOf(QEvent::KeyPress, typed.key, typed.modifiers, typed.text, CommandKey::Control);
+    EXPECT_EQ(fields.characters, typed.characters);
+    EXPECT_EQ(fields.charactersIgnoringModifiers, typed.ignoringModifiers);
+    EXPECT_EQ(fields.modifiers, typed.flags);
+  }
+  EXPECT_EQ(fieldsOf(QEvent::KeyPress, Qt::Key_Control, {}, "", CommandKey::Control).modifiers, NSEventModifierFlagCommand);
+  EXPECT_EQ(fieldsOf(QEvent::KeyPress, Qt::Key_Meta, {}, "", CommandKey::Control).modifiers, NSEventModifierFlagControl);
+  EXPECT_EQ(modifierFlagsOf(Qt::ControlModifier, CommandKey::Control), NSEventModifierFlagCommand);
+}
+
+TEST(keyTranslation, MenusShowTheCommandKeyThatWasChosen) {
+  EXPECT_EQ(shortcutTextOf("p", NSEventModifierFlagCommand, CommandKey::Control), "Ctrl+P");
+  EXPECT_EQ(shortcutTextOf("p", NSEventModifierFlagControl, CommandKey::Control), "Meta+P");
 }
 
 }  // namespace tessaluna::backend::qt

@@ -51,3 +51,19 @@ TEST(keyBindings, OnlyCharactersAreTyped) {
   EXPECT_EQ(textOfKey(*key("a", NSEventModifierFlagCommand)), "");
   EXPECT_EQ(textOfKey(*key("A", NSEventModifierFlagShift)), "A");
 }
+
+// Control may be the Command key.
+TEST(keyBindings, TheDesktopsKeysWorkWithCommandWhereItMeansNothingElse) {
+  const auto both = [](std::string characters, std::uint32_t modifiers = 0) {
+    const std::string_view first = commandForKey(*key(characters, NSEventModifierFlagControl | modifiers));
+    const std::string_view second = commandForKey(*key(characters, NSEventModifierFlagCommand | modifiers));
+    EXPECT_EQ(first, second) << characters;
+    return first;
+  };
+  EXPECT_EQ(both(utf8FromScalar(NSHomeFunctionKey)), "moveToBeginningOfDocument:");
+  EXPECT_EQ(both(utf8FromScalar(NSEndFunctionKey), NSEventModifierFlagShift), "moveToEndOfDocumentAndModifySelection:");
+  EXPECT_EQ(both(utf8FromScalar(NSInsertFunctionKey)), "copy:");
+  EXPECT_EQ(both(utf8FromScalar(NSDeleteFunctionKey)), "deleteWordForward:");
+  EXPECT_EQ(both("y"), "redo:");
+  EXPECT_EQ(commandForKey(*key(utf8FromScalar(NSLeftArrowFunctionKey), NSEventModifierFlagCommand)), "moveToLeftEndOfLine:");
+}

@@ -1,0 +1,47 @@
+// An album's cover at the size of a thumbnail. A click enlarges it into a panel, whose upper left corner is the thumbnail's, by
+// the pixels that the image has and the screen has room for to the right and below. Another click closes the panel, and so does
+// whatever takes the key status from it. An image that is set meanwhile resizes it.
+#pragma once
+
+#include "tessaluna/platform/views/NSImageView.h"
+#include "tessaluna/platform/windows/NSWindowDelegate.h"
+#include "tessaluna/uikit/coverart/CoverArtPanel.h"
+
+namespace TessalunaUIKit {
+
+class CoverArtThumbnailView : public tessaluna::platform::NSImageView, public tessaluna::platform::NSWindowDelegate {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit CoverArtThumbnailView(tessaluna::platform::CGRect frame) : NSImageView(frame) {}
+  explicit CoverArtThumbnailView(tessaluna::platform::NSCoder& coder);
+  ~CoverArtThumbnailView() override;
+
+  // False, as at the start: a pixel of the image is a point. True: it is a device pixel of the thumbnail's window. A panel that
+  // is open takes notice with its next image.
+  bool scaleToScreenResolution() const { return scaleToScreenResolution_; }
+  void setScaleToScreenResolution(bool scales) { scaleToScreenResolution_ = scales; }
+
+  // An open panel shows the new image and moves to its frame. With none it shrinks to an empty square.
+  void setImage(tessaluna::platform::Ref<tessaluna::platform::NSImage> image) override;
+
+  // Nothing while none is open. The panel is gone at once, but for a millisecond a click does not open another one.
+  void closeEnlargedView();
+
+  // Opens the panel of an image, or closes it; an absent image opens none.
+  void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  // Of the panel, whose delegate this is.
+  void windowDidResignKey(const tessaluna::platform::Ref<tessaluna::platform::NSNotification>& notification) override;
+
+ private:
+  tessaluna::platform::CGRect coverArtPanelFrame(tessaluna::platform::CGSize size) const;
+  tessaluna::platform::CGRect frameOfImage() const;
+  tessaluna::platform::Ref<tessaluna::platform::NSImageView> makeContentView(tessaluna::platform::CGSize size) const;
+  void enlarge();
+
+  tessaluna::platform::Ref<CoverArtPanel> coverArtPanel_;  // present means enlarged
+  bool scaleToScreenResolution_ = false;
+};
+
+}  // namespace TessalunaUIKit
