@@ -4,6 +4,9 @@
 #include "tessaluna/uikit/cells/DotsLevelIndicatorCell.h"
 #include "tessaluna/uikit/cells/ImageAndTextCell.h"
 #include "tessaluna/uikit/cells/UnderlinedSegmentedCell.h"
+#include "tessaluna/uikit/containers/TableCellViewWithBackground.h"
+#include "tessaluna/uikit/containers/ViewWithBackground.h"
+#include "tessaluna/uikit/coverart/CoverArtThumbnailView.h"
 #include "tessaluna/uikit/links/ClickableLabel.h"
 #include "tessaluna/uikit/links/ClickableLabelCell.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
@@ -38,6 +41,10 @@ void registerInterfaceFileClasses() {
   registerClass<MultipleLinksTextField>();
   registerClass<ClickableLabel>();
   registerClass<ClickableLabelCell>();
+  registerClass<CoverArtThumbnailView>();
+  registerClass<CoverArtPanel>();
+  registerClass<ViewWithBackground>();
+  registerClass<TableCellViewWithBackground>();
   registerClass<SuggestibleTextFieldCell>();
   registerClass<FlatTextFieldCell>();
   registerClass<HighlightingView>();

@@ -109,6 +109,21 @@ TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
   EXPECT_EQ(underlined->underlineColor(), NSColor::redColor());
   EXPECT_EQ(tabs->labelForSegment(1), "Tracks");
   EXPECT_EQ(tabs->selectedSegment(), 0u);
+  for (const std::string name : {"ViewWithBackground", "TableCellViewWithBackground"}) {
+    const auto view =
+        load<NSView>(R"({"class": "TessalunaUIKit.)" + name + R"(", "properties": {"backgroundColor": [1, 0, 0]}})");
+    const auto red = NSColor::colorWithSRGBRed(1, 0, 0, 1);
+    if (const auto plain = std::dynamic_pointer_cast<ViewWithBackground>(view))
+      EXPECT_TRUE(areEqual(plain->backgroundColor().get(), red.get()));
+    else
+      EXPECT_TRUE(
+          areEqual(std::dynamic_pointer_cast<TableCellViewWithBackground>(view)->backgroundColor().get(), red.get()));
+  }
+  EXPECT_TRUE(load<CoverArtThumbnailView>(R"({"class": "TessalunaUIKit.CoverArtThumbnailView",
+      "properties": {"scaleToScreenResolution": true}})")
+                  ->scaleToScreenResolution());
+  EXPECT_TRUE(load<CoverArtPanel>(R"({"class": "TessalunaUIKit.CoverArtPanel", "contentRect": [0, 0, 9, 9]})")
+                  ->canBecomeKeyWindow());
   EXPECT_EQ(load<SuggestionsWindowController>(R"({"class": "TessalunaUIKit.SuggestionsWindowController",
       "properties": {"suggestionPrototype": "row"}})")
                 ->suggestionPrototype(),
@@ -152,6 +167,9 @@ TEST_F(interfaceFileClassesTest, KeysThatAClassOverlooksAreKnownAndDoNothing) {
       "isPressed": true, "font": 10, "textColor": "redColor", "lineBreakMode": "truncatingTail"})");
   EXPECT_FALSE(links->linksEnabled() || links->isPressed() || links->font() || links->textColor());
   EXPECT_EQ(links->lineBreakMode(), NSLineBreakByClipping);
+  EXPECT_FALSE(load<CoverArtThumbnailView>(R"({"class": "TessalunaUIKit.CoverArtThumbnailView",
+      "scaleToScreenResolution": true})")
+                   ->scaleToScreenResolution());
   const auto field = load<NSTextField>(R"({"class": "NSTextField", "cell": {"class": "TessalunaUIKit.FlatTextFieldCell",
       "borderColor": "redColor", "drawsBackground": true}})");
   const auto cell = std::dynamic_pointer_cast<FlatTextFieldCell>(field->cell());
