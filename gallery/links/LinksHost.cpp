@@ -74,6 +74,7 @@ LinksHost::LinksHost() : label_(make<ClickableLabel>(CGRect{0, 0, 420, 100})) {
     const auto field = make<MultipleLinksTextField>(CGRect{0, 0, 420, 20});
     field->setStringValues(sample.strings);
     field->setShowsMenuAtEllipsis(true);
+    field->setTakesKeyboard(true);
     field->setShowsToolTipWhileCut(true);
     lines_.push_back({sample.name, sample.note, field});
   }

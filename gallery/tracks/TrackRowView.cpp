@@ -39,6 +39,7 @@ TrackRowView::TrackRowView(Ref<TrackListRowActionTarget> target, Ref<LinkTextFie
   more_->setTarget(target);
   artists_->setLinksEnabled(true);
   artists_->setShowsMenuAtEllipsis(true);
+  artists_->setTakesKeyboard(true);
   artists_->setShowsToolTipWhileCut(true);
   artists_->setTarget(std::move(artistsTarget));
   for (const Ref<NSView>& view :

@@ -56,7 +56,8 @@ TEST_F(interfaceFileClassesTest, EveryClassCanBeNamed) {
   // What nobody makes from an archive: a base of others, the class of the drawing routines, a window that is made in code, parts
   // of others.
   const std::set<std::string> exceptions{"TessalunaUIKit.TrackRowControl", "TessalunaUIKit.TessalunaStyleKit",
-                                         "TessalunaUIKit.SuggestionsWindow", "TessalunaUIKit.AccessibleLink"};
+                                         "TessalunaUIKit.SuggestionsWindow", "TessalunaUIKit.AccessibleLink",
+                                         "TessalunaUIKit.LinkKeyboard"};
   std::size_t made = 0;
   for (const std::string& name : classNames()) {
     NSCoder coder;
@@ -95,8 +96,8 @@ TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
                        NSColor::colorWithSRGBRed(0, 0.5, 1, 1).get()));
   const auto links = load<MultipleLinksTextField>(R"({"class": "TessalunaUIKit.MultipleLinksTextField", "properties": {
       "linksEnabled": true, "isPressed": true, "font": 10, "textColor": "redColor", "lineBreakMode": "truncatingTail",
-      "showsMenuAtEllipsis": true, "showsToolTipWhileCut": true}})");
-  EXPECT_TRUE(links->showsMenuAtEllipsis() && links->showsToolTipWhileCut());
+      "showsMenuAtEllipsis": true, "takesKeyboard": true, "showsToolTipWhileCut": true}})");
+  EXPECT_TRUE(links->showsMenuAtEllipsis() && links->takesKeyboard() && links->showsToolTipWhileCut());
   EXPECT_TRUE(links->linksEnabled() && links->isPressed());
   EXPECT_EQ(links->font()->pointSize(), 10);
   EXPECT_EQ(links->textColor(), NSColor::redColor());

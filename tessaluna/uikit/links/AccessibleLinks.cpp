@@ -60,9 +60,4 @@ void AccessibleLinks::linksDidChange() {
   }
 }
 
-void AccessibleLinks::focusDidChange() {
-  if (!elements_.empty())
-    NSAccessibilityPostNotification(elements_.front(), NSAccessibilityFocusedUIElementChangedNotification);
-}
-
 }  // namespace TessalunaUIKit

@@ -29,8 +29,6 @@ class AccessibleLinks {
   tessaluna::platform::AccessibilityElements elements(tessaluna::platform::NSObject& view, LinksForClients& links);
   // From now on there are others. Clients are notified of the end of the earlier ones.
   void linksDidChange();
-  // The focus may be on another link.
-  void focusDidChange();
 
  private:
   tessaluna::platform::AccessibilityElements elements_;

@@ -49,6 +49,52 @@ void LinkLineAdditions::openMenu() {
                 });
 }
 
+// The keyboard.
+
+void LinkLineAdditions::setTakesKeyboard(bool takes) {
+  if (takes == takesKeyboard()) return;
+  if (takes) {
+    keyboard_ = make<LinkKeyboard>(field_.bounds(), *this);
+    keyboard_->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+    field_.addSubview(keyboard_);
+  } else {
+    keyboard_->removeFromSuperview();
+    keyboard_ = nullptr;
+  }
+}
+
+std::vector<LinkLineAdditions::Stop> LinkLineAdditions::stops() const {
+  std::vector<Stop> stops;
+  for (std::size_t i = 0; i < numberOfLinks(); ++i) {
+    const bool isBehindCut = isCut() && static_cast<CGFloat>(field_.links_.places()->at(i).lower) >= *field_.suffixPosition_;
+    if (isBehindCut && showsMenuAtEllipsis) break;
+    if (!textOfLink(i).empty()) stops.push_back({i, boundsOfLink(i)});
+  }
+  if (isCut() && showsMenuAtEllipsis && numberOfLinks() > 0) stops.push_back({std::nullopt, ellipsisBounds()});
+  return stops;
+}
+
+std::vector<CGRect> LinkLineAdditions::keyboardStops() const {
+  std::vector<CGRect> bounds;
+  for (const Stop& stop : stops()) bounds.push_back(stop.bounds);
+  return bounds;
+}
+
+void LinkLineAdditions::pressKeyboardStop(std::size_t stop) {
+  const std::optional<std::size_t> link = stops().at(stop).link;
+  if (link) pressLink(*link);
+  else openMenu();
+}
+
+void LinkLineAdditions::keyboardStopDidChange() {
+  NSAccessibilityPostNotification(refTo<NSObject>(field_), NSAccessibilityFocusedUIElementChangedNotification);
+}
+
+void LinkLineAdditions::linksDidChange() {
+  accessible_.linksDidChange();
+  if (keyboard_) keyboard_->stopsDidChange();
+}
+
 // The tool tip.
 
 void LinkLineAdditions::didCut() {
@@ -68,6 +114,11 @@ std::string LinkLineAdditions::textOfLink(std::size_t index) const { return fiel
 CGRect LinkLineAdditions::frameOfLink(std::size_t index) const {
   const NSWindow* window = field_.window();
   return window ? window->convertRectToScreen(field_.convertRectToView(boundsOfLink(index), nullptr)) : CGRect{};
+}
+
+bool LinkLineAdditions::isLinkFocused(std::size_t index) const {
+  const std::optional<std::size_t> stop = keyboard_ ? keyboard_->currentStop() : std::nullopt;
+  return stop && stops()[*stop].link == index;
 }
 
 void LinkLineAdditions::pressLink(std::size_t index) {

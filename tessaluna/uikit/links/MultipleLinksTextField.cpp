@@ -31,6 +31,7 @@ constexpr Property properties[] = {property<&MultipleLinksTextField::setLinksEna
                                    property<&MultipleLinksTextField::setTextColor, "textColor">(),
                                    property<&MultipleLinksTextField::setLineBreakMode, "lineBreakMode">(),
                                    property<&MultipleLinksTextField::setShowsMenuAtEllipsis, "showsMenuAtEllipsis">(),
+                                   property<&MultipleLinksTextField::setTakesKeyboard, "takesKeyboard">(),
                                    property<&MultipleLinksTextField::setShowsToolTipWhileCut, "showsToolTipWhileCut">()};
 
 }  // namespace
@@ -50,6 +51,8 @@ MultipleLinksTextField::~MultipleLinksTextField() = default;
 
 bool MultipleLinksTextField::showsMenuAtEllipsis() const { return additions_->showsMenuAtEllipsis; }
 void MultipleLinksTextField::setShowsMenuAtEllipsis(bool shows) { additions_->showsMenuAtEllipsis = shows; }
+bool MultipleLinksTextField::takesKeyboard() const { return additions_->takesKeyboard(); }
+void MultipleLinksTextField::setTakesKeyboard(bool takes) { additions_->setTakesKeyboard(takes); }
 bool MultipleLinksTextField::showsToolTipWhileCut() const { return additions_->showsToolTipWhileCut; }
 void MultipleLinksTextField::setShowsToolTipWhileCut(bool shows) { additions_->showsToolTipWhileCut = shows; }
 

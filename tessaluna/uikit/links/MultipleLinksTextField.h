@@ -64,6 +64,10 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   // effect while links are off.
   bool showsMenuAtEllipsis() const;
   void setShowsMenuAtEllipsis(bool shows);
+  // An addition: the Tab key enters the line, Left and Right go from link to link and to the "…" with its menu, Return presses.
+  // A press with the mouse does not take the keyboard. Off at the start, and without effect while links are off.
+  bool takesKeyboard() const;
+  void setTakesKeyboard(bool takes);
   // An addition: the whole text is the tool tip while it is drawn cut, and there is none otherwise. Off at the start.
   bool showsToolTipWhileCut() const;
   void setShowsToolTipWhileCut(bool shows);
