@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tessaluna/uikit/cells/DotsLevelIndicatorCell.h"
+#include "tessaluna/uikit/cells/ExtPopUpButtonCell.h"
 #include "tessaluna/uikit/cells/ImageAndTextCell.h"
 #include "tessaluna/uikit/cells/UnderlinedSegmentedCell.h"
 #include "tessaluna/uikit/containers/TableCellViewWithBackground.h"

@@ -2,6 +2,7 @@
 
 #include "tessaluna/platform/interface_files/classRegistry.h"
 #include "tessaluna/uikit/cells/DotsLevelIndicatorCell.h"
+#include "tessaluna/uikit/cells/ExtPopUpButtonCell.h"
 #include "tessaluna/uikit/cells/ImageAndTextCell.h"
 #include "tessaluna/uikit/cells/UnderlinedSegmentedCell.h"
 #include "tessaluna/uikit/containers/TableCellViewWithBackground.h"
@@ -56,6 +57,7 @@ void registerInterfaceFileClasses() {
   registerClass<AppSplashController>();
   registerClass<ProgressMonitorView>();
   registerClass<UnderlinedSegmentedCell>();
+  registerClass<ExtPopUpButtonCell>();
   registerClass<DotsLevelIndicatorCell>();
   registerClass<ImageAndTextCell>();
 }

@@ -12,6 +12,7 @@
 #include "tessaluna/platform/interface_files/classRegistry.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/views/NSLevelIndicator.h"
+#include "tessaluna/platform/views/NSPopUpButton.h"
 #include "tessaluna/platform/views/NSSegmentedControl.h"
 #include "tessaluna/uikit/TessalunaUIKit.h"
 #include "tests/harness/StillWorld.h"
@@ -148,6 +149,10 @@ TEST_F(interfaceFileClassesTest, CellsOfControlsHaveTheirProperties) {
   EXPECT_EQ(dots->borderColor(), NSColor::redColor());
   EXPECT_TRUE(dots->isHighlighted());
   EXPECT_EQ(stars->doubleValue(), 3);
+  const auto popUp = load<NSPopUpButton>(R"({"class": "NSPopUpButton", "cell": {"class": "TessalunaUIKit.ExtPopUpButtonCell",
+      "items": [{"title": "By name"}, {"title": "By date"}], "selectedIndex": 1, "properties": {"useDarkTheme": true}}})");
+  EXPECT_TRUE(std::dynamic_pointer_cast<ExtPopUpButtonCell>(popUp->cell())->useDarkTheme());
+  EXPECT_EQ(popUp->title(), "By date");
   NSImage::setImageNamed("cover", make<NSImage>(CGSize{2, 2}));
   const auto row = load<NSTextField>(R"({"class": "NSTextField", "cell": {"class": "TessalunaUIKit.ImageAndTextCell",
       "stringValue": "Albums", "properties": {"cellImage": "cover"}}})");

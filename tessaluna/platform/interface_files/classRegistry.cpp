@@ -5,12 +5,14 @@
 
 #include "tessaluna/platform/cells/NSButtonCell.h"
 #include "tessaluna/platform/cells/NSLevelIndicatorCell.h"
+#include "tessaluna/platform/cells/NSPopUpButtonCell.h"
 #include "tessaluna/platform/cells/NSSegmentedCell.h"
 #include "tessaluna/platform/cells/NSSliderCell.h"
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSImageView.h"
 #include "tessaluna/platform/views/NSLevelIndicator.h"
+#include "tessaluna/platform/views/NSPopUpButton.h"
 #include "tessaluna/platform/views/NSProgressIndicator.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSScroller.h"
@@ -38,10 +40,11 @@ Registry registryOf() {
 }
 
 Registry& registry() {
-  static Registry classes = registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton,
-                                       NSTextField, NSImageView, NSScrollView, NSScroller, NSSlider, NSProgressIndicator,
-                                       NSSegmentedControl, NSLevelIndicator, NSTableView, NSCell, NSButtonCell, NSSliderCell,
-                                       NSSegmentedCell, NSLevelIndicatorCell, NSTextFieldCell, NSTableCellView, NSPanel>();
+  static Registry classes =
+      registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton, NSTextField, NSImageView,
+                 NSScrollView, NSScroller, NSSlider, NSProgressIndicator, NSSegmentedControl, NSLevelIndicator, NSTableView,
+                 NSCell, NSButtonCell, NSSliderCell, NSSegmentedCell, NSLevelIndicatorCell, NSTextFieldCell, NSTableCellView,
+                 NSPanel, NSPopUpButton, NSPopUpButtonCell>();
   return classes;
 }
 

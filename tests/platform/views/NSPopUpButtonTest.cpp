@@ -1,0 +1,331 @@
+#include "tessaluna/platform/views/NSPopUpButton.h"
+
+#include <gmock/gmock.h>
+
+#include "tessaluna/platform/foundation/NSCoder.h"
+#include "tests/harness/ActionProbe.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
+
+using namespace tessaluna::platform;
+using tessaluna::backend::MenuEntry;
+using tessaluna::backend::MenuMark;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Optional;
+
+namespace {
+
+// A pop-up of three items at (10, 100), 120 by 24 points, in a window whose content begins at (100, 100) of the screen.
+class NSPopUpButtonTest : public harness::StillWorld {
+ protected:
+  NSPopUpButtonTest() {
+    button->addItemsWithTitles({"Small", "Medium", "Large"});
+    button->setTarget(target);
+    button->setAction("act:");
+    window = showWindowWith(button);
+  }
+  NSPopUpButtonCell& cell() const { return dynamic_cast<NSPopUpButtonCell&>(*button->cell()); }
+  const std::vector<MenuEntry>& entries() const { return desktop.openMenu()->entries; }
+  std::vector<std::string> entryTitles() const {
+    std::vector<std::string> titles;
+    for (const MenuEntry& entry : entries()) titles.push_back(entry.title);
+    return titles;
+  }
+  void choose(std::size_t entry) {
+    desktop.chooseFromMenu(entries().at(entry).number);
+    desktop.settle();
+  }
+  void closeMenu() {
+    desktop.chooseFromMenu(std::nullopt);
+    desktop.settle();
+  }
+
+  Ref<NSPopUpButton> button = make<NSPopUpButton>(CGRect{10, 100, 120, 24});
+  Ref<harness::ActionProbe> target = make<harness::ActionProbe>();
+  Ref<NSWindow> window;
+};
+
+}  // namespace
+
+TEST_F(NSPopUpButtonTest, ItsTitleIsThatOfTheSelectedItemWhichIsTheFirstAtTheStart) {
+  EXPECT_EQ(button->title(), "Small");
+  EXPECT_THAT(button->indexOfSelectedItem(), Optional(0u));
+  button->selectItemAtIndex(2);
+  EXPECT_EQ(button->title(), "Large");
+  EXPECT_EQ(make<NSPopUpButton>(NSZeroRect)->title(), "");
+}
+
+TEST_F(NSPopUpButtonTest, NothingIsSelectedWhereThatWasAsked) {
+  button->selectItemAtIndex(std::nullopt);
+  EXPECT_EQ(button->selectedItem(), nullptr);
+  EXPECT_EQ(button->title(), "");
+  button->selectItemWithTitle("Large");
+  button->selectItemWithTitle("Huge");
+  EXPECT_EQ(button->indexOfSelectedItem(), std::nullopt);
+}
+
+TEST_F(NSPopUpButtonTest, TheFirstItemIsSelectedWhenTheSelectedOneHasGone) {
+  button->selectItemAtIndex(1);
+  button->removeItemAtIndex(1);
+  EXPECT_EQ(button->title(), "Small");
+  button->removeAllItems();
+  EXPECT_EQ(button->selectedItem(), nullptr);
+}
+
+TEST_F(NSPopUpButtonTest, AnItemTakesThePlaceOfAnEarlierOneOfItsTitle) {
+  button->addItemWithTitle("Small");
+  EXPECT_THAT(cell().itemTitles(), ElementsAre("Medium", "Large", "Small"));
+  button->insertItemWithTitle("Large", 0);
+  EXPECT_THAT(cell().itemTitles(), ElementsAre("Large", "Medium", "Small"));
+}
+
+TEST_F(NSPopUpButtonTest, SettingTheTitleSelectsItsItemAndAddsOneIfThereIsNone) {
+  button->setTitle("Large");
+  EXPECT_THAT(button->indexOfSelectedItem(), Optional(2u));
+  button->setTitle("Huge");
+  EXPECT_THAT(button->indexOfSelectedItem(), Optional(3u));
+}
+
+TEST_F(NSPopUpButtonTest, ItsValueIsTheIndex) {
+  button->setIntegerValue(2);
+  EXPECT_EQ(button->title(), "Large");
+  EXPECT_EQ(button->integerValue(), 2);
+  button->setIntegerValue(7);
+  EXPECT_EQ(button->integerValue(), -1);
+  button->itemAtIndex(1)->setTag(40);
+  EXPECT_TRUE(button->selectItemWithTag(40));
+  EXPECT_FALSE(button->selectItemWithTag(41));
+  EXPECT_EQ(button->title(), "Medium");
+}
+
+TEST_F(NSPopUpButtonTest, APressOpensTheMenuWithTheSelectedItemCheckedAndOverTheButton) {
+  button->selectItemAtIndex(1);
+  user.press(*window, {20, 110});
+  ASSERT_NE(desktop.openMenu(), nullptr);
+  EXPECT_THAT(entryTitles(), ElementsAre("Small", "Medium", "Large"));
+  EXPECT_EQ(entries()[1].mark, MenuMark::Check);
+  EXPECT_EQ(entries()[0].mark, MenuMark::None);
+  EXPECT_EQ(desktop.openMenu()->place.over, (CGRect{110, 200, 120, 24}));
+  EXPECT_EQ(desktop.openMenu()->place.entry, entries()[1].number);
+  EXPECT_EQ(desktop.openMenu()->place.minimumWidth, 120);
+}
+
+TEST_F(NSPopUpButtonTest, TheSelectedItemIsCheckedAlsoIfNobodySelectedIt) {
+  user.press(*window, {20, 110});
+  EXPECT_EQ(entries()[0].mark, MenuMark::Check);
+  closeMenu();
+  cell().setAltersStateOfSelectedItem(false);
+  button->removeAllItems();
+  button->addItemWithTitle("Other");
+  user.press(*window, {20, 110});
+  EXPECT_EQ(entries()[0].mark, MenuMark::None);
+}
+
+TEST_F(NSPopUpButtonTest, ChoosingSelectsAndThenSendsTheControlsAction) {
+  std::string titleAtAction;
+  target->onAct = [&] { titleAtAction = button->title(); };
+  user.click(*window, {20, 110});
+  EXPECT_EQ(target->acts, 0);
+  choose(2);
+  EXPECT_EQ(titleAtAction, "Large");
+  EXPECT_EQ(target->acts, 1);
+  EXPECT_EQ(target->lastSender, button.get());
+  user.click(*window, {20, 110});
+  EXPECT_EQ(entries()[2].mark, MenuMark::Check);
+  EXPECT_EQ(entries()[0].mark, MenuMark::None);
+  choose(2);
+  EXPECT_EQ(target->acts, 2);  // also for what was selected
+}
+
+TEST_F(NSPopUpButtonTest, ClosingTheMenuChangesNothing) {
+  user.click(*window, {20, 110});
+  closeMenu();
+  EXPECT_EQ(button->title(), "Small");
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSPopUpButtonTest, AnItemWithAnActionOfItsOwnSendsThatAndIsSelected) {
+  const auto other = make<harness::ActionProbe>();
+  button->itemAtIndex(1)->setAction("act:");
+  button->itemAtIndex(1)->setTarget(other);
+  user.click(*window, {20, 110});
+  choose(1);
+  EXPECT_EQ(other->acts, 1);
+  EXPECT_EQ(other->lastSender, button->itemAtIndex(1).get());
+  EXPECT_EQ(target->acts, 0);
+  EXPECT_EQ(button->title(), "Medium");
+}
+
+TEST_F(NSPopUpButtonTest, SeparatorsAndDisabledItemsAreShownAsSuch) {
+  button->menu()->setAutoenablesItems(false);
+  button->menu()->insertItem(NSMenuItem::separatorItem(), 1);
+  button->itemAtIndex(2)->setEnabled(false);
+  user.click(*window, {20, 110});
+  EXPECT_TRUE(entries()[1].isSeparator);
+  EXPECT_FALSE(entries()[2].isEnabled);
+  EXPECT_TRUE(entries()[3].isEnabled);
+}
+
+TEST_F(NSPopUpButtonTest, ItemsWithoutAnActionCanBeChosenAlsoWhereTheMenuEnablesThem) {
+  button->itemAtIndex(1)->setAction("nobodyHasThis:");
+  user.click(*window, {20, 110});
+  EXPECT_TRUE(entries()[0].isEnabled);
+  EXPECT_FALSE(entries()[1].isEnabled);
+}
+
+TEST_F(NSPopUpButtonTest, SpaceAndTheUpAndDownArrowsOpenIt) {
+  window->makeFirstResponder(button.get());
+  for (const std::string& key : {std::string(" "), std::string("\xEF\x9C\x80"), std::string("\xEF\x9C\x81")}) {
+    user.pressKey(key);
+    ASSERT_NE(desktop.openMenu(), nullptr);
+    closeMenu();
+  }
+  user.pressKey(NSRightArrowFunctionKey);
+  user.pressKey(NSDownArrowFunctionKey, NSEventModifierFlagCommand);
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+}
+
+TEST_F(NSPopUpButtonTest, LooksPressedWhileItsMenuIsOpen) {
+  user.press(*window, {20, 110});
+  user.release();
+  EXPECT_TRUE(button->isHighlighted());
+  closeMenu();
+  EXPECT_FALSE(button->isHighlighted());
+}
+
+TEST_F(NSPopUpButtonTest, DisablingHidingOrTakingItAwayClosesTheMenu) {
+  const auto open = [&] {
+    user.click(*window, {20, 110});
+    ASSERT_NE(desktop.openMenu(), nullptr);
+  };
+  open();
+  button->setEnabled(false);
+  desktop.settle();
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  user.click(*window, {20, 110});
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  button->setEnabled(true);
+  open();
+  button->setHidden(true);
+  desktop.settle();
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  button->setHidden(false);
+  open();
+  button->removeFromSuperview();
+  desktop.settle();
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSPopUpButtonTest, ItMayGoWhileItsMenuIsOpenAndInItsAction) {
+  user.click(*window, {20, 110});
+  const auto menu = button->menu();
+  button->removeFromSuperview();
+  button.reset();
+  desktop.settle();
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  button = make<NSPopUpButton>(CGRect{10, 100, 120, 24});
+  button->addItemWithTitle("One");
+  button->setTarget(target);
+  button->setAction("act:");
+  window->contentView()->addSubview(button);
+  target->onAct = [&] {
+    button->removeFromSuperview();
+    button.reset();
+  };
+  user.click(*window, {20, 110});
+  choose(0);
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSPopUpButtonTest, AnEmptyOneOpensNothing) {
+  button->removeAllItems();
+  user.click(*window, {20, 110});
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  EXPECT_FALSE(button->isHighlighted());
+}
+
+TEST_F(NSPopUpButtonTest, APullDownHangsItsMenuBelowItselfWithoutTheTitlesItem) {
+  button->setPullsDown(true);
+  user.click(*window, {20, 110});
+  EXPECT_THAT(entryTitles(), ElementsAre("Medium", "Large"));
+  EXPECT_EQ(desktop.openMenu()->place.entry, std::nullopt);
+  EXPECT_EQ(entries()[0].mark, MenuMark::None);
+  choose(1);
+  EXPECT_EQ(button->title(), "Small");
+  EXPECT_THAT(button->indexOfSelectedItem(), Optional(2u));
+  EXPECT_EQ(target->acts, 1);
+  EXPECT_FALSE(button->itemAtIndex(0)->isHidden());
+  button->setTitle("Sizes");
+  EXPECT_EQ(button->itemAtIndex(0)->title(), "Sizes");
+}
+
+TEST_F(NSPopUpButtonTest, TheMenusOwnWayToPerformAnItemSelectsItToo) {
+  user.click(*window, {20, 110});
+  closeMenu();
+  button->menu()->performActionForItemAtIndex(1);
+  EXPECT_EQ(button->title(), "Medium");
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSPopUpButtonTest, IsAPopUpButtonWithAValueToAssistiveClients) {
+  EXPECT_EQ(cell().accessibilityRole(), NSAccessibilityPopUpButtonRole);
+  EXPECT_EQ(cell().accessibilityValue(), AccessibilityValue("Small"));
+  EXPECT_THAT(cell().accessibilityActionNames(), ElementsAre(NSAccessibilityPressAction, NSAccessibilityShowMenuAction));
+  EXPECT_EQ(cell().accessibilityAttributeValue(NSAccessibilityExpandedAttribute), AccessibilityValue(false));
+  cell().accessibilityPerformAction(NSAccessibilityPressAction);
+  ASSERT_NE(desktop.openMenu(), nullptr);
+  EXPECT_EQ(cell().accessibilityAttributeValue(NSAccessibilityExpandedAttribute), AccessibilityValue(true));
+  int heard = 0;
+  const auto token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityValueChangedNotification, button->cell(), nullptr, [&](const Ref<NSNotification>&) { ++heard; });
+  choose(1);
+  button->selectItemAtIndex(2);
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_EQ(heard, 2);
+  button->setPullsDown(true);
+  EXPECT_EQ(cell().accessibilityRole(), NSAccessibilityMenuButtonRole);
+}
+
+TEST_F(NSPopUpButtonTest, IsDecodedWithItsItems) {
+  NSCoder coder(R"({"cell": {"selectedIndex": 2, "items": [{"title": "One", "tag": 3}, {"separator": true},
+                    {"title": "Two", "enabled": false}]}})");
+  const auto decoded = make<NSPopUpButton>(coder);
+  EXPECT_EQ(decoded->numberOfItems(), 3u);
+  EXPECT_EQ(decoded->title(), "Two");
+  EXPECT_EQ(decoded->itemAtIndex(0)->tag(), 3);
+  EXPECT_TRUE(decoded->itemAtIndex(1)->isSeparatorItem());
+  EXPECT_FALSE(decoded->itemAtIndex(2)->isEnabled());
+  EXPECT_FALSE(decoded->pullsDown());
+}
+
+TEST_F(NSPopUpButtonTest, ACopyOfTheCellHasItemsOfItsOwn) {
+  button->selectItemAtIndex(1);
+  button->itemAtIndex(1)->setTag(9);
+  const auto copy = std::dynamic_pointer_cast<NSPopUpButtonCell>(cell().copy());
+  EXPECT_THAT(copy->itemTitles(), ElementsAre("Small", "Medium", "Large"));
+  EXPECT_EQ(copy->title(), "Medium");
+  EXPECT_EQ(copy->selectedItem()->tag(), 9);
+  EXPECT_NE(copy->selectedItem(), button->selectedItem());
+  copy->selectItemAtIndex(0);
+  EXPECT_EQ(button->title(), "Medium");
+}
+
+TEST_F(NSPopUpButtonTest, IsAsWideAsItsWidestTitleNeeds) {
+  EXPECT_EQ(button->intrinsicContentSize(), (CGSize{10 + 6 * 6.5 + 22, 15.6 + 8}));
+}
+
+TEST_F(NSPopUpButtonTest, DrawsABoxTheArrowsAndTheTitle) {
+  const auto lines = harness::recordingOf([&] { button->drawRect({}); });
+  EXPECT_THAT(harness::only("fill", lines), ElementsAre(HasSubstr(R"(["roundedRect",0.5,0.5,119,23,5,5])")));
+  EXPECT_THAT(harness::only("stroke", lines),
+              ElementsAre(HasSubstr("roundedRect"), HasSubstr(R"([["M",104.5,10],["L",108,6.5],["L",111.5,10],)"
+                                                              R"(["M",104.5,14],["L",108,17.5],["L",111.5,14]])")));
+  EXPECT_EQ(harness::only("glyphs", lines).size(), 1u);
+  button->setPullsDown(true);
+  EXPECT_THAT(harness::only("stroke", harness::recordingOf([&] { button->drawRect({}); })).back(),
+              HasSubstr(R"([["M",104.5,10.5],["L",108,14],["L",111.5,10.5]])"));
+}
