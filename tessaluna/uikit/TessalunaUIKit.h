@@ -36,5 +36,6 @@
 #include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
+#include "tessaluna/uikit/transport/PlaybackSlider.h"
 #include "tessaluna/uikit/transport/PlaybackTransportButton.h"
 #include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"

@@ -25,6 +25,7 @@
 #include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowMoreButton.h"
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
+#include "tessaluna/uikit/transport/PlaybackSlider.h"
 #include "tessaluna/uikit/transport/PlaybackTransportButton.h"
 #include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
 
@@ -53,6 +54,7 @@ void registerInterfaceFileClasses() {
   registerClass<SuggestionItemViewController>();
   registerClass<SuggestionsWindowController>();
   registerClass<PlaybackTransportButton>();
+  registerClass<PlaybackSlider>();
   registerClass<PlaybackTransportSliderCell>();
   registerClass<AppSplashController>();
   registerClass<ProgressMonitorView>();

@@ -1,5 +1,6 @@
 #include "tessaluna/platform/windows/MouseDispatch.h"
 
+#include "tessaluna/platform/events/KeyboardAtPress.h"
 #include "tessaluna/platform/events/mouseButtons.h"
 #include "tessaluna/platform/events/takenPress.h"
 #include "tessaluna/platform/views/NSView.h"
@@ -41,6 +42,11 @@ class ChainEndsWithLeavers {
   const Ref<NSResponder> end_ = make<NSResponder>();
 };
 
+bool takesKeyboard(NSView* pressed) {
+  const auto* chooser = dynamic_cast<const KeyboardAtPress*>(pressed);
+  return pressed && pressed->acceptsFirstResponder() && (!chooser || chooser->takesKeyboardAtPress());
+}
+
 }  // namespace
 
 void MouseDispatch::send(const Ref<NSEvent>& event) {
@@ -72,7 +78,7 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
       if (of->button == 0) backgroundDrag_.pressed(receiver.get());
       press = {.view = receiver, .isDown = true};
       tracking_.hideToolTip();
-      if (receiver && of->button == 0 && receiver->acceptsFirstResponder()) window_.makeFirstResponder(receiver.get());
+      if (of->button == 0 && takesKeyboard(receiver.get())) window_.makeFirstResponder(receiver.get());
       break;
     case PressPhase::Dragged:
       if (of->button == 0 && backgroundDrag_.dragged()) return endPress(of->button);

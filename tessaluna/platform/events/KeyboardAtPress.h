@@ -1,0 +1,13 @@
+// What a view adopts that takes the keyboard from a key but not always from a press.
+#pragma once
+
+namespace tessaluna::platform {
+
+class KeyboardAtPress {
+ public:
+  virtual ~KeyboardAtPress() = default;
+  // Asked at each press on the view. False leaves the keyboard where it is.
+  virtual bool takesKeyboardAtPress() const = 0;
+};
+
+}  // namespace tessaluna::platform

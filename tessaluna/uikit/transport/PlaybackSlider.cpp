@@ -1,0 +1,255 @@
+#include "tessaluna/uikit/transport/PlaybackSlider.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
+
+namespace TessalunaUIKit {
+
+using namespace tessaluna::platform;
+using tessaluna::backend::Backend;
+
+namespace {
+
+constexpr double notificationPeriod = 0.5;  // seconds
+
+constexpr Property properties[] = {property<&PlaybackSlider::setSeekable, "seekable">(),
+                                   property<&PlaybackSlider::setSeekTimeout, "seekTimeout">(),
+                                   property<&PlaybackSlider::setTakesKeyboardAtPress, "takesKeyboardAtPress">()};
+
+// Whole seconds that have passed; 0 for what is no time.
+std::int64_t wholeSeconds(double seconds) {
+  constexpr double longest = 1e15;
+  return seconds > 0 ? static_cast<std::int64_t>(std::min(seconds, longest)) : 0;
+}
+
+}  // namespace
+
+const ClassInfo PlaybackSlider::staticClassInfo{
+    .name = "TessalunaUIKit.PlaybackSlider", .base = &NSSlider::staticClassInfo, .properties = properties};
+
+// Tells assistive clients of seconds and words where its value is a count of frames.
+class PlaybackSlider::Cell : public PlaybackTransportSliderCell {
+ public:
+  Cell() = default;
+  explicit Cell(NSCoder& coder) : PlaybackTransportSliderCell(coder) {}
+  Ref<NSCell> copy() const override { return make<Cell>(*this); }
+
+  double valueAfterSteps(double steps) const override {
+    const PlaybackSlider* own = slider();
+    if (!own) return PlaybackTransportSliderCell::valueAfterSteps(steps);
+    return allowedValue(doubleValue() + own->framesOf(steps * own->steps_.arrow));
+  }
+
+  void drawKnob(CGRect knobRect) override {
+    if (std::isfinite(knobRect.origin.x)) PlaybackTransportSliderCell::drawKnob(knobRect);
+  }
+
+  AccessibilityValue accessibilityValue() const override { return seconds(doubleValue()); }
+  AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override {
+    if (attribute == NSAccessibilityMaxValueAttribute) return seconds(maxValue());
+    return PlaybackTransportSliderCell::accessibilityAttributeValue(attribute);
+  }
+  std::string accessibilityHelp() const override { return slider() ? slider()->spokenPosition() : std::string(); }
+  bool accessibilityIsAttributeSettable(std::string_view attribute) const override {
+    return PlaybackTransportSliderCell::accessibilityIsAttributeSettable(attribute) && canSeek();
+  }
+  void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override {
+    if (forAttribute != NSAccessibilityValueAttribute)
+      return PlaybackTransportSliderCell::accessibilitySetValue(value, forAttribute);
+    const double* number = value.as<double>();
+    if (number && canSeek() && isEnabled()) userChoseValue(slider()->framesOf(*number));
+  }
+  std::vector<std::string> accessibilityActionNames() const override {
+    return canSeek() ? PlaybackTransportSliderCell::accessibilityActionNames() : std::vector<std::string>();
+  }
+  void accessibilityPerformAction(std::string_view action) override {
+    if (canSeek()) PlaybackTransportSliderCell::accessibilityPerformAction(action);
+  }
+
+ private:
+  const PlaybackSlider* slider() const { return dynamic_cast<const PlaybackSlider*>(controlView()); }
+  bool canSeek() const { return slider() && slider()->isSeekable(); }
+  double seconds(double frames) const { return slider() ? frames / slider()->song_.framesPerSecond : frames; }
+};
+
+Ref<NSCell> PlaybackSlider::makeCell() { return make<Cell>(); }
+Ref<NSCell> PlaybackSlider::makeCell(NSCoder& coder) { return make<Cell>(coder); }
+
+void PlaybackSlider::didInit() {
+  NSSlider::didInit();
+  // A player seeks once, where the knob is let go.
+  setContinuous(false);
+  beginSong({});
+}
+
+void PlaybackSlider::beginSong(Song song) {
+  // What was asked for was a time of another song. A cell that is set ends the press.
+  if (isPressed()) setCell(Ref<NSCell>(cell()));
+  isUnconfirmed_ = false;
+  timeout_ = nullptr;
+  isPositionHeld_ = false;
+  playersPosition_ = 0;
+  const bool isKnown = song.seconds && std::isfinite(*song.seconds) && *song.seconds > 0;
+  if (!isKnown) song.seconds.reset();
+  song_ = song;
+  setMaxValue(framesOf(song.seconds.value_or(0)));
+  setDoubleValue(0);
+  showLoaded({});
+  setToolTip("");
+}
+
+void PlaybackSlider::showLoaded(LoadedSpan first, LoadedSpan second) {
+  if (auto* loaded = dynamic_cast<PlaybackTransportSliderCell*>(cell().get()))
+    loaded->displayLoadStatusFrom(first.start, first.frames, first.isCompleted, second.start, second.frames,
+                                  second.isCompleted, static_cast<std::uint64_t>(maxValue()));
+  setNeedsDisplay(true);
+}
+
+double PlaybackSlider::position() const { return song_.seconds ? doubleValue() / song_.framesPerSecond : playersPosition_; }
+
+void PlaybackSlider::setPosition(double seconds) {
+  const bool isNew = std::exchange(playersPosition_, seconds) != seconds;
+  isPositionHeld_ = true;
+  if (!isSeeking()) showHeldPosition();
+  if (!song_.seconds && isNew) notifyAssistiveClients();
+}
+
+void PlaybackSlider::showHeldPosition() {
+  if (std::exchange(isPositionHeld_, false)) setDoubleValue(framesOf(playersPosition_));
+}
+
+void PlaybackSlider::confirmSeek() {
+  isUnconfirmed_ = false;
+  timeout_ = nullptr;
+  // Those that came before it are from where the player was.
+  isPositionHeld_ = false;
+}
+
+void PlaybackSlider::setSeekable(bool isSeekable) {
+  isSeekable_ = isSeekable;
+  if (!isSeekable && isPressed()) setCell(Ref<NSCell>(cell()));
+  setToolTip("");
+}
+
+// As NSSlider, but assistive clients are not notified of every frame.
+void PlaybackSlider::setObjectValue(Ref<NSObject> value) {
+  if (!cell()) return;
+  const double earlier = doubleValue();
+  cell()->setObjectValue(std::move(value));
+  if (doubleValue() == earlier) return;
+  setNeedsDisplay(true);
+  notifyAssistiveClients();
+}
+
+void PlaybackSlider::notifyAssistiveClients() {
+  if (nextNotification_) return;
+  Backend* backend = Backend::current();
+  if (!backend) return;
+  NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
+  nextNotification_ = backend->timer(notificationPeriod, [this, told = position()] {
+    nextNotification_ = nullptr;
+    if (position() != told) notifyAssistiveClients();
+  });
+}
+
+bool PlaybackSlider::sendActionTo(std::string_view action, const Ref<NSObject>& target) {
+  isUnconfirmed_ = true;
+  isPositionHeld_ = false;
+  if (Backend* backend = Backend::current())
+    timeout_ = backend->timer(seekTimeout_, [this] {
+      timeout_ = nullptr;
+      isUnconfirmed_ = false;
+      if (!isPressed()) showHeldPosition();
+    });
+  return NSSlider::sendActionTo(action, target);
+}
+
+void PlaybackSlider::mouseDown(const Ref<NSEvent>& event) {
+  if (isSeekable()) NSSlider::mouseDown(event);
+}
+
+void PlaybackSlider::keyDown(const Ref<NSEvent>& event) {
+  if (isSeekable()) NSSlider::keyDown(event);
+  else NSControl::keyDown(event);
+}
+
+void PlaybackSlider::scrollWheel(const Ref<NSEvent>& event) {
+  if (isSeekable()) NSSlider::scrollWheel(event);
+  else NSControl::scrollWheel(event);
+}
+
+std::optional<double> PlaybackSlider::valueForKey(const NSEvent& event) const {
+  constexpr std::uint32_t others = NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
+  if (event.modifierFlags() & others) return std::nullopt;
+  const auto after = [this](double seconds) { return doubleValue() + framesOf(seconds); };
+  const bool isShifted = event.modifierFlags() & NSEventModifierFlagShift;
+  const double step = isShifted ? steps_.shiftArrow : steps_.arrow;
+  switch (firstScalar(event.charactersIgnoringModifiers())) {
+    case NSRightArrowFunctionKey:
+    case NSUpArrowFunctionKey: return after(step);
+    case NSLeftArrowFunctionKey:
+    case NSDownArrowFunctionKey: return after(-step);
+    case NSPageUpFunctionKey: return after(steps_.page);
+    case NSPageDownFunctionKey: return after(-steps_.page);
+    case NSHomeFunctionKey: return minValue();
+    case NSEndFunctionKey: return maxValue();
+    default: return std::nullopt;
+  }
+}
+
+std::optional<double> PlaybackSlider::timeAtPoint(CGPoint point) const {
+  const NSSliderCell* own = ownSliderCell();
+  if (!own || !isSeekable() || !isEnabled()) return std::nullopt;
+  return own->allowedValue(own->valueAtPoint(point)) / song_.framesPerSecond;
+}
+
+void PlaybackSlider::updateTrackingAreas() {
+  NSSlider::updateTrackingAreas();
+  if (trackingArea_) return;
+  trackingArea_ = make<NSTrackingArea>(NSZeroRect, NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseMoved,
+                                       refTo<NSResponder>(*this));
+  addTrackingArea(trackingArea_);
+}
+
+// The window shows the tool tip as it is after the move.
+void PlaybackSlider::mouseMoved(const Ref<NSEvent>& event) {
+  const auto time = timeAtPoint(convertPointFromView(event->locationInWindow(), nullptr));
+  setToolTip(time ? shownTime(*time) : std::string());
+}
+
+std::string PlaybackSlider::shownTime(double seconds) const {
+  const std::int64_t whole = wholeSeconds(seconds), minutes = whole / 60;
+  const auto twoDigits = [](std::int64_t number) { return (number < 10 ? "0" : "") + std::to_string(number); };
+  const std::string end = ":" + twoDigits(whole % 60);
+  return minutes < 60 ? std::to_string(minutes) + end : std::to_string(minutes / 60) + ":" + twoDigits(minutes % 60) + end;
+}
+
+std::string PlaybackSlider::spokenTime(double seconds) const {
+  const std::int64_t whole = wholeSeconds(seconds);
+  const struct {
+    std::int64_t count;
+    std::string_view unit;
+  } parts[] = {{whole / 3600, "hour"}, {whole / 60 % 60, "minute"}, {whole % 60, "second"}};
+  std::string words;
+  for (const auto& [count, unit] : parts) {
+    if (count == 0) continue;
+    if (!words.empty()) words += ' ';
+    words += std::to_string(count) + ' ' + std::string(unit) + (count == 1 ? "" : "s");
+  }
+  return words.empty() ? "0 seconds" : words;
+}
+
+std::string PlaybackSlider::spokenPosition() const {
+  const std::string now = spokenTime(position());
+  return song_.seconds ? now + " of " + spokenTime(*song_.seconds) : now;
+}
+
+}  // namespace TessalunaUIKit

@@ -1,0 +1,354 @@
+#include "tessaluna/uikit/transport/PlaybackSlider.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <limits>
+
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/uikit/interfaceFileClasses.h"
+#include "tests/harness/ActionProbe.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/pixelsOf.h"
+#include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
+
+using namespace tessaluna::platform;
+using TessalunaUIKit::PlaybackSlider;
+using testing::DoubleNear;
+using testing::ElementsAre;
+
+namespace {
+
+// A slider of 303 by 20 at (10, 60) of a window, over a song of 300 seconds: the middle of its knob is at x 11.5 + the time.
+class PlaybackSliderTest : public harness::StillWorld {
+ protected:
+  PlaybackSliderTest() {
+    slider->beginSong({.seconds = 300, .framesPerSecond = 44100});
+    slider->setTarget(target);
+    slider->setAction("act:");
+    target->onAct = [this] { asked.push_back(slider->requestedTime()); };
+    window->contentView()->addSubview(slider);
+    desktop.settle();
+  }
+  ~PlaybackSliderTest() override { target->onAct = nullptr; }
+
+  std::vector<double> taken() { return std::exchange(asked, {}); }
+  static CGPoint at(double seconds) { return {11.5 + seconds, 70}; }
+  NSAccessibility& element() const { return *accessibilityOf(slider->cell()); }
+  std::string spoken() const {
+    return *element().accessibilityAttributeValue(NSAccessibilityHelpAttribute).as<std::string>();
+  }
+  bool hasKnob() const {
+    return !harness::recordingOf([&] { slider->drawRect(slider->bounds()); }).back().empty() &&
+           testing::Matches(testing::HasSubstr("0,0,0.6"))(
+               harness::only("setFillColor", harness::recordingOf([&] { slider->drawRect(slider->bounds()); })).back());
+  }
+
+  Ref<NSWindow> window = showWindow({100, 100, 400, 150});
+  Ref<PlaybackSlider> slider = make<PlaybackSlider>(CGRect{10, 60, 303, 20});
+  Ref<harness::ActionProbe> target = make<harness::ActionProbe>();
+  std::vector<double> asked;
+};
+
+const auto isAbout = [](double seconds) { return DoubleNear(seconds, 1e-9); };
+
+}  // namespace
+
+TEST_F(PlaybackSliderTest, ThePlayersPositionsMoveTheKnob) {
+  slider->setPosition(90);
+  EXPECT_EQ(slider->position(), 90);
+  EXPECT_EQ(slider->doubleValue(), 90 * 44100);
+  EXPECT_TRUE(taken().empty());
+  EXPECT_FALSE(slider->isSeeking());
+}
+
+TEST_F(PlaybackSliderTest, ADragAsksOnceForTheTimeWhereItEnds) {
+  user.press(*window, at(100));
+  user.dragTo(at(150));
+  EXPECT_THAT(slider->position(), isAbout(150));
+  EXPECT_TRUE(taken().empty());
+  user.release();
+  EXPECT_THAT(taken(), ElementsAre(isAbout(150)));
+}
+
+TEST_F(PlaybackSliderTest, WhileTheUserDragsThePlayersPositionsDoNotMoveTheKnob) {
+  user.press(*window, at(100));
+  slider->setPosition(20);
+  EXPECT_THAT(slider->position(), isAbout(100));
+  EXPECT_TRUE(slider->isSeeking());
+  user.release();
+}
+
+TEST_F(PlaybackSliderTest, AfterTheActionTheKnobWaitsForThePlayersConfirmation) {
+  user.click(*window, at(100));
+  EXPECT_TRUE(slider->isSeeking());
+  slider->setPosition(20);
+  EXPECT_THAT(slider->position(), isAbout(100));
+  slider->confirmSeek();
+  EXPECT_FALSE(slider->isSeeking());
+  EXPECT_THAT(slider->position(), isAbout(100));
+  slider->setPosition(101);
+  EXPECT_EQ(slider->position(), 101);
+}
+
+TEST_F(PlaybackSliderTest, WithoutAConfirmationTheLastPositionShowsAfterTheTimeout) {
+  user.click(*window, at(100));
+  slider->setPosition(20);
+  desktop.advance(1.9);
+  EXPECT_THAT(slider->position(), isAbout(100));
+  slider->setPosition(22);
+  desktop.advance(0.2);
+  EXPECT_EQ(slider->position(), 22);
+  EXPECT_FALSE(slider->isSeeking());
+}
+
+TEST_F(PlaybackSliderTest, APositionFromBeforeTheActionDoesNotShowAfterTheTimeout) {
+  user.press(*window, at(100));
+  slider->setPosition(20);
+  user.release();
+  desktop.advance(3);
+  EXPECT_THAT(slider->position(), isAbout(100));
+}
+
+TEST_F(PlaybackSliderTest, TheTimeoutCanBeSetAndBeginsAgainWithEachAction) {
+  slider->setSeekTimeout(10);
+  user.click(*window, at(100));
+  desktop.advance(6);
+  user.click(*window, at(200));
+  slider->setPosition(1);
+  desktop.advance(6);
+  EXPECT_THAT(slider->position(), isAbout(200));
+  desktop.advance(5);
+  EXPECT_EQ(slider->position(), 1);
+}
+
+TEST_F(PlaybackSliderTest, ATimeoutDuringAPressWaitsForItsEnd) {
+  user.click(*window, at(100));
+  user.press(*window, at(200));
+  slider->setPosition(1);
+  desktop.advance(3);
+  EXPECT_THAT(slider->position(), isAbout(200));
+  user.release();
+  EXPECT_THAT(taken(), ElementsAre(isAbout(100), isAbout(200)));
+}
+
+TEST_F(PlaybackSliderTest, AnActionMayConfirmAtOnce) {
+  target->onAct = [this] { slider->confirmSeek(); };
+  user.click(*window, at(100));
+  EXPECT_FALSE(slider->isSeeking());
+  slider->setPosition(101);
+  EXPECT_EQ(slider->position(), 101);
+}
+
+TEST_F(PlaybackSliderTest, ArrowsGo5SecondsWithShift30PageKeys60HomeAndEndAllTheWay) {
+  window->makeFirstResponder(slider.get());
+  slider->setPosition(100);
+  user.pressKey(NSRightArrowFunctionKey);
+  user.pressKey(NSUpArrowFunctionKey);
+  user.pressKey(NSLeftArrowFunctionKey, NSEventModifierFlagShift);
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(NSPageUpFunctionKey);
+  user.pressKey(NSPageDownFunctionKey);
+  user.pressKey(NSEndFunctionKey);
+  user.pressKey(NSHomeFunctionKey);
+  EXPECT_THAT(taken(), ElementsAre(105, 110, 80, 75, 135, 75, 300, 0));
+}
+
+TEST_F(PlaybackSliderTest, TheStepsCanBeSet) {
+  slider->setSteps({.arrow = 2, .shiftArrow = 10, .page = 100});
+  window->makeFirstResponder(slider.get());
+  user.pressKey(NSRightArrowFunctionKey);
+  user.pressKey(NSRightArrowFunctionKey, NSEventModifierFlagShift);
+  user.pressKey(NSPageUpFunctionKey);
+  EXPECT_THAT(taken(), ElementsAre(2, 12, 112));
+}
+
+TEST_F(PlaybackSliderTest, KeysGoOnFromWhereTheUserIsAndNotFromThePlayer) {
+  window->makeFirstResponder(slider.get());
+  slider->setPosition(100);
+  user.pressKey(NSRightArrowFunctionKey);
+  slider->setPosition(100.1);
+  user.pressKey(NSRightArrowFunctionKey);
+  EXPECT_THAT(taken(), ElementsAre(105, 110));
+}
+
+TEST_F(PlaybackSliderTest, ANotchOfTheWheelIsAnArrow) {
+  slider->setPosition(100);
+  user.scroll(*window, at(10), {0, 48});
+  user.scroll(*window, at(10), {0, -96});
+  EXPECT_THAT(taken(), ElementsAre(105, 95));
+}
+
+TEST_F(PlaybackSliderTest, AssistiveClientsGoByStepsOrSetATimeInSeconds) {
+  slider->setPosition(100);
+  element().accessibilityPerformAction(NSAccessibilityIncrementAction);
+  element().accessibilityPerformAction(NSAccessibilityDecrementAction);
+  element().accessibilitySetValue(200.0, NSAccessibilityValueAttribute);
+  EXPECT_THAT(taken(), ElementsAre(105, 100, 200));
+  EXPECT_EQ(element().accessibilityAttributeValue(NSAccessibilityValueAttribute), AccessibilityValue(200.0));
+  EXPECT_EQ(element().accessibilityAttributeValue(NSAccessibilityMaxValueAttribute), AccessibilityValue(300.0));
+}
+
+TEST_F(PlaybackSliderTest, ANewSongEndsWhatTheUserAskedForAndThePress) {
+  user.press(*window, at(100));
+  slider->beginSong({.seconds = 200, .framesPerSecond = 96000});
+  EXPECT_FALSE(slider->isSeeking());
+  EXPECT_FALSE(slider->isHighlighted());
+  EXPECT_EQ(slider->position(), 0);
+  EXPECT_EQ(slider->maxValue(), 200 * 96000);
+  user.dragTo(at(150));
+  user.release();
+  EXPECT_TRUE(taken().empty());
+  user.click(*window, at(100));
+  slider->beginSong({.seconds = 300, .framesPerSecond = 44100});
+  slider->setPosition(1);
+  EXPECT_EQ(slider->position(), 1);
+}
+
+TEST_F(PlaybackSliderTest, ASongOfUnknownOrEndlessLengthHasNoKnobAndTakesNoSeek) {
+  EXPECT_TRUE(hasKnob());
+  for (const std::optional<double> seconds :
+       {std::optional<double>(), std::optional(0.0), std::optional(std::numeric_limits<double>::infinity())}) {
+    slider->beginSong({.seconds = seconds});
+    EXPECT_FALSE(slider->isSeekable());
+    EXPECT_FALSE(hasKnob());
+    user.click(*window, at(100));
+    user.scroll(*window, at(100), {0, 48});
+    EXPECT_FALSE(window->makeFirstResponder(slider.get()));
+    EXPECT_EQ(slider->timeAtPoint({50, 10}), std::nullopt);
+    slider->setPosition(65);
+    EXPECT_EQ(slider->position(), 65);
+    EXPECT_EQ(spoken(), "1 minute 5 seconds");
+  }
+  EXPECT_TRUE(taken().empty());
+}
+
+TEST_F(PlaybackSliderTest, OneThatIsNotSeekableShowsThePositionAndTakesNothing) {
+  slider->setSeekable(false);
+  slider->setPosition(30);
+  user.click(*window, at(100));
+  user.scroll(*window, at(100), {0, 48});
+  element().accessibilityPerformAction(NSAccessibilityIncrementAction);
+  element().accessibilitySetValue(200.0, NSAccessibilityValueAttribute);
+  EXPECT_EQ(slider->position(), 30);
+  EXPECT_TRUE(taken().empty());
+  EXPECT_TRUE(hasKnob());
+  EXPECT_TRUE(element().accessibilityActionNames().empty());
+  EXPECT_FALSE(element().accessibilityIsAttributeSettable(NSAccessibilityValueAttribute));
+  EXPECT_FALSE(slider->acceptsFirstResponder());
+}
+
+TEST_F(PlaybackSliderTest, TakingTheSeekAwayEndsAPressWithoutAnAction) {
+  user.press(*window, at(100));
+  slider->setSeekable(false);
+  user.dragTo(at(200));
+  user.release();
+  EXPECT_TRUE(taken().empty());
+  slider->setPosition(3);
+  EXPECT_EQ(slider->position(), 3);
+}
+
+TEST_F(PlaybackSliderTest, APressLeavesTheKeyboardInTheListUnlessItIsToTakeIt) {
+  const auto list = make<NSButton>(CGRect{320, 60, 60, 20});
+  window->contentView()->addSubview(list);
+  window->makeFirstResponder(list.get());
+  user.click(*window, at(100));
+  EXPECT_EQ(window->firstResponder(), list.get());
+  window->makeFirstResponder(nullptr);
+  user.pressKey("\t");
+  EXPECT_EQ(window->firstResponder(), slider.get());
+  window->makeFirstResponder(list.get());
+  slider->setTakesKeyboardAtPress(true);
+  user.click(*window, at(100));
+  EXPECT_EQ(window->firstResponder(), slider.get());
+}
+
+TEST_F(PlaybackSliderTest, ThePointerShowsTheTimeThatAPressThereAsksFor) {
+  user.moveTo(*window, at(90));
+  EXPECT_EQ(slider->toolTip(), "1:30");
+  user.click(*window, at(90));
+  EXPECT_THAT(taken(), ElementsAre(isAbout(90)));
+  user.moveTo(*window, at(-1));
+  EXPECT_EQ(slider->toolTip(), "0:00");
+  EXPECT_THAT(*slider->timeAtPoint({1.5 + 250, 10}), isAbout(250));
+  slider->setSeekable(false);
+  user.moveTo(*window, at(100));
+  EXPECT_EQ(slider->toolTip(), "");
+}
+
+TEST_F(PlaybackSliderTest, TimeRunsFromLeftToRightInEveryLayout) {
+  slider->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirectionRightToLeft);
+  user.click(*window, at(100));
+  EXPECT_THAT(taken(), ElementsAre(isAbout(100)));
+  window->makeFirstResponder(slider.get());
+  user.pressKey(NSRightArrowFunctionKey);
+  EXPECT_THAT(taken(), ElementsAre(isAbout(105)));
+}
+
+TEST_F(PlaybackSliderTest, TimesAreShownAndSpoken) {
+  EXPECT_EQ(slider->shownTime(0), "0:00");
+  EXPECT_EQ(slider->shownTime(59.99), "0:59");
+  EXPECT_EQ(slider->shownTime(3600 + 2 * 60 + 3), "1:02:03");
+  EXPECT_EQ(slider->shownTime(-4), "0:00");
+  EXPECT_EQ(slider->shownTime(std::nan("")), "0:00");
+  EXPECT_EQ(slider->spokenTime(0), "0 seconds");
+  EXPECT_EQ(slider->spokenTime(1), "1 second");
+  EXPECT_EQ(slider->spokenTime(300), "5 minutes");
+  EXPECT_EQ(slider->spokenTime(2 * 3600 + 60), "2 hours 1 minute");
+  slider->setPosition(90);
+  EXPECT_EQ(spoken(), "1 minute 30 seconds of 5 minutes");
+}
+
+TEST_F(PlaybackSliderTest, AssistiveClientsAreNotifiedAtMostTwiceASecondAndOfTheLastValue) {
+  std::vector<double> heard;
+  auto& center = accessibilityNotificationCenter();
+  desktop.advance(1);
+  const auto token = center.addObserverForName(NSAccessibilityValueChangedNotification, slider->cell(), nullptr,
+                                               [&](const Ref<NSNotification>&) { heard.push_back(slider->position()); });
+  for (int i = 1; i <= 100; ++i) {
+    slider->setPosition(i * 0.1);
+    desktop.advance(0.1);
+  }
+  EXPECT_LE(heard.size(), 21u);
+  EXPECT_GE(heard.size(), 18u);
+  desktop.advance(2);
+  EXPECT_EQ(heard.back(), 10);
+  const std::size_t count = heard.size();
+  desktop.advance(10);
+  EXPECT_EQ(heard.size(), count);
+  center.removeObserver(token);
+}
+
+TEST_F(PlaybackSliderTest, WhatIsLoadedShowsAndIsForgottenWithTheSong) {
+  const auto drawn = [&] { return harness::recordingOf([&] { slider->drawRect(slider->bounds()); }); };
+  const auto before = drawn();
+  slider->showLoaded({.start = 0, .frames = 44100 * 100, .isCompleted = true}, {.start = 44100 * 200, .frames = 44100});
+  EXPECT_EQ(harness::only("fill", drawn()).size(), harness::only("fill", before).size() + 2);
+  slider->beginSong({.seconds = 300});
+  EXPECT_EQ(drawn(), before);
+}
+
+TEST_F(PlaybackSliderTest, ASongOfThreeHoursAt192KilohertzIsSoughtToTheFrame) {
+  slider->beginSong({.seconds = 10800, .framesPerSecond = 192000});
+  slider->setPosition(10799.5);
+  EXPECT_EQ(slider->doubleValue(), 10799.5 * 192000);
+  EXPECT_EQ(slider->position(), 10799.5);
+  EXPECT_EQ(slider->shownTime(slider->position()), "2:59:59");
+}
+
+TEST_F(PlaybackSliderTest, ComesFromAnInterfaceFileWithItsProperties) {
+  TessalunaUIKit::registerInterfaceFileClasses();
+  const auto contents = make<NSNib>(R"({"objects": [{"class": "TessalunaUIKit.PlaybackSlider", "frame": [0, 0, 103, 20],
+      "action": "seek:", "properties": {"seekable": false, "seekTimeout": 5, "takesKeyboardAtPress": true}}]})")
+                            ->instantiateWithOwner(nullptr);
+  ASSERT_EQ(contents.error, std::nullopt);
+  slider = std::dynamic_pointer_cast<PlaybackSlider>(contents.topLevelObjects.at(0));
+  slider->beginSong({.seconds = 10});
+  EXPECT_FALSE(slider->isSeekable());
+  EXPECT_EQ(slider->seekTimeout(), 5);
+  EXPECT_TRUE(slider->takesKeyboardAtPress());
+  EXPECT_FALSE(slider->isContinuous());
+}
