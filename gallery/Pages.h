@@ -29,5 +29,7 @@ QWidget* makeSmallControlsPage(Report report);
 QWidget* makeTrackListPage(Report report);
 QWidget* makeLinksPage(Report report);
 QWidget* makeSearchPage(Report report);
+QWidget* makeTransportPage(Report report);
+QWidget* makeStartupPage(Report report);
 
 }  // namespace gallery

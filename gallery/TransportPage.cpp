@@ -1,0 +1,174 @@
+// A transport bar over a simulated player, and every look of its button and of its slider. What a host does is in
+// gallery/transport/TransportHost.
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "gallery/Ground.h"
+#include "gallery/Journal.h"
+#include "gallery/Pages.h"
+#include "gallery/transport/TransportHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
+
+namespace gallery {
+
+using namespace tessaluna::platform;
+using namespace TessalunaUIKit;
+
+namespace {
+
+constexpr double fastNetwork = 8, slowNetwork = 0.6;
+
+const std::vector<SimulatedPlayer::Song>& songs() {
+  static const std::vector<SimulatedPlayer::Song> list{
+      {"Harbor Lights", 212, 44100}, {"Second Tide", 95, 96000}, {"The Long Night, three hours at 192 kHz", 10800, 192000}};
+  return list;
+}
+
+QWidget* embed(const Ref<NSView>& view) {
+  auto* widget = new tessaluna::backend::qt::QtViewWidget(view);
+  const CGSize size = view->frame().size;
+  widget->setFixedSize(static_cast<int>(size.width), static_cast<int>(size.height));
+  return widget;
+}
+
+QLabel* makeNote(const QString& text) {
+  auto* note = new QLabel(text);
+  note->setObjectName("cardNote");
+  return note;
+}
+
+QLabel* makeHeading(const QString& text) {
+  auto* heading = new QLabel(text);
+  heading->setObjectName("family");
+  return heading;
+}
+
+// The seven styles beside each other, at rest, pressed and on.
+QWidget* makeButtonLooks(GroundKind ground) {
+  constexpr const char* styles[] = {"play", "pause", "stop", "previous", "next", "shuffle", "repeat"};
+  struct Look {
+    const char* name;
+    NSControlStateValue state;
+    bool isHighlighted;
+  };
+  constexpr Look looks[] = {{"at rest", NSControlStateValueOff, false},
+                            {"pressed", NSControlStateValueOff, true},
+                            {"on", NSControlStateValueOn, false},
+                            {"on, pressed", NSControlStateValueOn, true}};
+  constexpr CGFloat size = 32;
+  auto* content = new QWidget;
+  auto* grid = new QGridLayout(content);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setHorizontalSpacing(18);
+  grid->setVerticalSpacing(12);
+  int row = 0;
+  for (const Look& look : looks) {
+    grid->addWidget(makeNote(look.name), row, 0);
+    std::uint64_t style = 0;
+    for (const char* name : styles) {
+      const auto button = make<PlaybackTransportButton>(CGRect{0, 0, size, size});
+      button->setTransportButtonStyle(++style);
+      button->setState(look.state);
+      button->setHighlighted(look.isHighlighted);
+      button->setToolTip(name);
+      QWidget* widget = embed(button);
+      widget->setFocusPolicy(Qt::NoFocus);
+      grid->addWidget(widget, row, static_cast<int>(style));
+    }
+    ++row;
+  }
+  auto* framed = new Ground(content);
+  framed->setKind(ground);
+  return framed;
+}
+
+struct SliderLook {
+  const char* note;
+  double seconds;
+  LoadedSpan first, second;
+};
+constexpr std::uint64_t rate = 44100;
+constexpr SliderLook sliderLooks[] = {
+    {"nothing loaded", 60, {}, {}},
+    {"two buffers across and after the position", 60, {40 * rate, 50 * rate, true}, {90 * rate, 40 * rate}},
+    {"a buffer before the position, one apart", 120, {0, 60 * rate, true}, {150 * rate, 30 * rate, true}},
+    {"all of the song loaded", 150, {0, 0, true}, {}},
+};
+
+QWidget* makeSliderLooks() {
+  constexpr double songSeconds = 200;
+  auto* looks = new QWidget;
+  auto* grid = new QGridLayout(looks);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setHorizontalSpacing(16);
+  grid->setVerticalSpacing(6);
+  int row = 0;
+  for (const SliderLook& look : sliderLooks) {
+    const auto slider = make<PlaybackSlider>(CGRect{0, 0, 420, 20});
+    slider->beginSong({.seconds = songSeconds, .framesPerSecond = rate});
+    slider->setPosition(look.seconds);
+    slider->showLoaded(look.first, look.second);
+    slider->setSeekable(false);
+    grid->addWidget(embed(slider), row, 0);
+    grid->addWidget(makeNote(look.note), row++, 1);
+  }
+  grid->setColumnStretch(1, 1);
+  return looks;
+}
+
+}  // namespace
+
+QWidget* makeTransportPage(Report report) {
+  auto* journal = new Journal;
+  const auto host = make<TransportHost>(songs());
+  host->setReport([report = std::move(report), journal](const std::string& what) {
+    journal->add(what);
+    report(what);
+  });
+  host->player().setPlaying(true);
+  host->advance(57);
+  host->start();
+
+  auto* page = new QWidget;
+  // Targets are not kept alive by their controls: the page keeps them.
+  QObject::connect(page, &QObject::destroyed, [host] {});
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 32, 24);
+  column->setSpacing(12);
+
+  auto* bar = new tessaluna::backend::qt::QtViewWidget(host->view());
+  bar->setFixedHeight(static_cast<int>(host->view()->frame().size.height));
+  bar->setAccessibleName("transport");
+  column->addWidget(bar);
+  auto* slow = new QCheckBox("Slow network");
+  QObject::connect(slow, &QCheckBox::toggled,
+                   [host](bool isSlow) { host->player().setLoadingSpeed(isSlow ? slowNetwork : fastNetwork); });
+  auto* locked = new QCheckBox("Not seekable");
+  QObject::connect(locked, &QCheckBox::toggled, [host](bool isLocked) { host->slider()->setSeekable(!isLocked); });
+  auto* choices = new QHBoxLayout;
+  choices->setSpacing(20);
+  choices->addWidget(slow);
+  choices->addWidget(locked);
+  choices->addStretch(1);
+  column->addLayout(choices);
+
+  column->addSpacing(6);
+  column->addWidget(makeHeading("PlaybackTransportButton"));
+  auto* grounds = new QHBoxLayout;
+  grounds->setSpacing(16);
+  for (const GroundKind ground : {GroundKind::Light, GroundKind::Dark}) grounds->addWidget(makeButtonLooks(ground));
+  grounds->addStretch(1);
+  column->addLayout(grounds);
+  column->addSpacing(6);
+  column->addWidget(makeHeading("PlaybackTransportSliderCell"));
+  column->addWidget(makeSliderLooks());
+  column->addSpacing(6);
+  column->addWidget(makeHeading("Reported"));
+  column->addWidget(journal, 1);
+  return page;
+}
+
+}  // namespace gallery

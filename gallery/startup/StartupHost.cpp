@@ -1,0 +1,149 @@
+#include "gallery/startup/StartupHost.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/foundation/NSData.h"
+#include "tessaluna/platform/foundation/NSNumber.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/uikit/interfaceFileClasses.h"
+#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
+
+namespace gallery {
+
+using namespace tessaluna::platform;
+using namespace TessalunaUIKit;
+using tessaluna::backend::Backend;
+
+namespace {
+
+constexpr double tickPeriod = 0.1, stepSeconds = 0.8;
+constexpr std::array<const char*, 5> steps{"Reading the settings", "Opening the library", "Looking for outputs",
+                                           "Connecting to the services", "Ready"};
+
+constexpr std::string_view splashDocument = R"({
+  "owner": {"window": "window", "progressIndicator": "spinner", "appIconView": "icon", "titleLabel": "title",
+            "informativeTextLabel": "information", "currentStepTextLabel": "step"},
+  "objects": [{"id": "window", "class": "NSWindow", "contentRect": [0, 0, 420, 140], "styleMask": 0,
+    "contentView": {"class": "NSView", "subviews": [
+      {"id": "icon", "class": "NSImageView", "frame": [24, 30, 80, 80], "imageScaling": "proportionallyUpOrDown"},
+      {"id": "title", "class": "NSTextField", "frame": [124, 84, 230, 26],
+       "properties": {"bezeled": false, "editable": false, "drawsBackground": false, "font": {"size": 20, "bold": true}}},
+      {"id": "information", "class": "NSTextField", "frame": [124, 58, 270, 20],
+       "properties": {"bezeled": false, "editable": false, "drawsBackground": false}},
+      {"id": "step", "class": "NSTextField", "frame": [124, 30, 270, 20],
+       "properties": {"bezeled": false, "editable": false, "drawsBackground": false, "font": 11}},
+      {"id": "spinner", "class": "NSProgressIndicator", "frame": [372, 86, 24, 24], "style": "spinning"}]}}]})";
+
+std::string nameOf(int task) { return "Task " + std::to_string(task); }
+
+}  // namespace
+
+void StartupHost::didInit() {
+  NSObject::didInit();
+  registerInterfaceFileClasses();
+  NSNib::registerDocument("gallery.Splash", splashDocument);
+  if (!NSImage::imageNamed("AppIcon.icns"))
+    NSImage::setImageNamed("AppIcon.icns", TessalunaStyleKit::imageOfIconAlbum({80, 80}));
+  monitor_ = make<ProgressMonitorView>(CGRect{0, 0, 260, 20});
+}
+
+void StartupHost::start() {
+  if (const Backend* backend = Backend::current()) lastTick_ = backend->now();
+  waitForNextTick();
+}
+
+void StartupHost::waitForNextTick() {
+  Backend* backend = Backend::current();
+  if (!backend) return;
+  tick_ = backend->timer(tickPeriod, [this, backend] {
+    const double now = backend->now();
+    advance(now - std::exchange(lastTick_, now));
+    waitForNextTick();
+  });
+}
+
+void StartupHost::advance(double seconds) {
+  runSplash(seconds);
+  runTasks(seconds);
+}
+
+void StartupHost::showSplash() {
+  if (splash_) splash_->close();
+  splash_ = make<AppSplashController>("gallery.Splash");
+  splashSeconds_ = 0;
+  splash_->showWindow(nullptr);
+  splash_->setTitle("Tessaluna");
+  splash_->setInformativeText("A start that only looks like one");
+  splash_->setCurrentStepText(steps[0]);
+  report("splash " + std::string(steps[0]));
+}
+
+void StartupHost::runSplash(double seconds) {
+  if (!splash_) return;
+  const auto step = static_cast<std::size_t>(splashSeconds_ / stepSeconds);
+  splashSeconds_ += seconds;
+  const auto reached = static_cast<std::size_t>(splashSeconds_ / stepSeconds);
+  if (reached == step) return;
+  if (reached < steps.size()) {
+    splash_->setCurrentStepText(steps[reached]);
+    report("splash " + std::string(steps[reached]));
+    return;
+  }
+  splash_->progressIndicator()->stopAnimation(nullptr);
+  splash_->close();
+  splash_.reset();
+  report("splash closed");
+}
+
+void StartupHost::beginTask(double length) {
+  const int number = ++taskCount_;
+  Worker& worker = workers_[number];
+  worker.length = length;
+  worker.speed = 10 + 5 * (number % 3);
+  monitor_->addBackgroundTaskProgress(nameOf(number), length, &worker.isAborted);
+  report(nameOf(number) + " begins");
+}
+
+// As a host does that knows no more of the task than its record.
+void StartupHost::abortOldestTask() {
+  if (workers_.empty()) return;
+  const auto record = monitor_->backgroundTasks()->objectForKey<NSDictionary>(nameOf(workers_.begin()->first));
+  bool* semaphore = nullptr;
+  record->objectForKey<NSData>("abortSem")->getBytes(&semaphore, sizeof semaphore);
+  *semaphore = true;
+}
+
+void StartupHost::runTasks(double seconds) {
+  for (auto task = workers_.begin(); task != workers_.end();) {
+    Worker& worker = task->second;
+    const std::string name = nameOf(task->first);
+    worker.position = std::min(worker.position + worker.speed * seconds, worker.length);
+    if (worker.isAborted || worker.position >= worker.length) {
+      monitor_->removeBackgroundTaskProgress(name);
+      report(name + (worker.isAborted ? " aborted" : " ends"));
+      task = workers_.erase(task);
+    } else {
+      monitor_->setBackgroundTaskProgressPosition(worker.position, name);
+      ++task;
+    }
+  }
+}
+
+std::vector<std::string> StartupHost::taskLines() const {
+  std::vector<std::string> lines;
+  for (const auto& [name, object] : monitor_->backgroundTasks()->entries()) {
+    const auto& record = dynamic_cast<const NSDictionary&>(*object);
+    const auto number = [&](std::string_view key) { return std::lround(record.objectForKey<NSNumber>(key)->doubleValue()); };
+    lines.push_back(name + "   " + std::to_string(number("Pos")) + " of " + std::to_string(number("Length")));
+  }
+  return lines;
+}
+
+void StartupHost::report(const std::string& what) const {
+  if (report_) report_(what);
+}
+
+}  // namespace gallery

@@ -1,0 +1,52 @@
+// A simulated start behind a splash, and simulated background tasks in a monitor, as a host runs them. Time passes with the
+// clock once start was called, or with advance.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "tessaluna/uikit/startup/AppSplashController.h"
+#include "tessaluna/uikit/startup/ProgressMonitorView.h"
+
+namespace gallery {
+
+class StartupHost : public tessaluna::platform::NSObject {
+ public:
+  void didInit() override;
+
+  void setReport(std::function<void(const std::string&)> report) { report_ = std::move(report); }
+  void start();
+  void advance(double seconds);
+
+  // The splash shows until the last step is over; a second call while it does begins again.
+  void showSplash();
+  const tessaluna::platform::Ref<TessalunaUIKit::AppSplashController>& splash() const { return splash_; }
+
+  // A task of that length runs at a speed of its own, and is removed once it is through or was aborted.
+  void beginTask(double length);
+  void abortOldestTask();
+  const tessaluna::platform::Ref<TessalunaUIKit::ProgressMonitorView>& monitor() const { return monitor_; }
+  // What the monitor knows of each task: "Scan 1   40 of 100".
+  std::vector<std::string> taskLines() const;
+
+ private:
+  struct Worker {
+    bool isAborted = false;  // its address is the abort semaphore
+    double length = 0, position = 0, speed = 0;
+  };
+  void waitForNextTick();
+  void runSplash(double seconds);
+  void runTasks(double seconds);
+  void report(const std::string& what) const;
+
+  tessaluna::platform::Ref<TessalunaUIKit::AppSplashController> splash_;
+  tessaluna::platform::Ref<TessalunaUIKit::ProgressMonitorView> monitor_;
+  std::map<int, Worker> workers_;  // by their numbers, in their order
+  std::function<void(const std::string&)> report_;
+  tessaluna::backend::Timer tick_;
+  double lastTick_ = 0, splashSeconds_ = 0;
+  int taskCount_ = 0;
+};
+
+}  // namespace gallery

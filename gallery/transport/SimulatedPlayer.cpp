@@ -1,0 +1,100 @@
+#include "gallery/transport/SimulatedPlayer.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace gallery {
+
+namespace {
+
+// The whole frames of an amount; the rest waits for the next one.
+std::uint64_t wholeFrames(double& rest, double frames) {
+  rest += frames;
+  const double whole = std::floor(rest);
+  rest -= whole;
+  return static_cast<std::uint64_t>(whole);
+}
+
+}  // namespace
+
+SimulatedPlayer::SimulatedPlayer(std::vector<Song> songs) : songs_(std::move(songs)) { loadFrom(0); }
+
+std::uint64_t SimulatedPlayer::framesOf(const Song& song) const {
+  return static_cast<std::uint64_t>(song.seconds * song.framesPerSecond);
+}
+
+TessalunaUIKit::LoadedSpan SimulatedPlayer::loaded(std::size_t buffer) const {
+  const Buffer& asked = buffers_[buffer];
+  if (asked.song != songIndex_) return {};
+  return {asked.start, asked.frames, asked.isCompleted()};
+}
+
+void SimulatedPlayer::beginLoadingAt(std::size_t buffer, std::size_t song, std::uint64_t start) {
+  const auto room = static_cast<std::uint64_t>(bufferSeconds * songs_[song].framesPerSecond);
+  buffers_[buffer] = {.song = song, .start = start, .capacity = std::min(room, framesOf(songs_[song]) - start)};
+}
+
+// The song that plays, from there; the other buffer waits for its turn.
+void SimulatedPlayer::loadFrom(std::uint64_t frame) {
+  frame_ = std::min(frame, framesOf(song()) - 1);
+  playing_ = 0;
+  beginLoadingAt(0, songIndex_, frame_);
+  buffers_[1] = {.song = songIndex_};
+  isSeeking_ = isWaiting_ = true;
+}
+
+void SimulatedPlayer::skipTo(std::size_t song) {
+  songIndex_ = song;
+  loadFrom(0);
+}
+
+void SimulatedPlayer::seek(double seconds) {
+  loadFrom(static_cast<std::uint64_t>(std::max(seconds, 0.0) * song().framesPerSecond));
+}
+
+void SimulatedPlayer::advance(double seconds) {
+  // In steps that are short beside what a buffer holds.
+  constexpr double step = 0.05;
+  for (double rest = seconds; rest > 0; rest -= step) {
+    load(std::min(rest, step));
+    play(std::min(rest, step));
+  }
+}
+
+void SimulatedPlayer::load(double seconds) {
+  const std::size_t other = 1 - playing_;
+  const Buffer& current = buffers_[playing_];
+  const std::size_t loading = current.isCompleted() ? other : playing_;
+  Buffer& buffer = buffers_[loading];
+  // What the other buffer holds was played before: now it takes what follows.
+  const bool isEndOfSong = current.end() == framesOf(songs_[current.song]);
+  const std::size_t followingSong = isEndOfSong ? (current.song + 1) % songs_.size() : current.song;
+  const std::uint64_t followingStart = isEndOfSong ? 0 : current.end();
+  if (loading == other && (buffer.song != followingSong || buffer.start != followingStart || buffer.capacity == 0))
+    beginLoadingAt(other, followingSong, followingStart);
+  const std::uint64_t come = wholeFrames(unloaded_, seconds * speed_ * songs_[buffer.song].framesPerSecond);
+  buffer.frames = std::min(buffer.frames + come, buffer.capacity);
+  if (buffers_[playing_].frames > 0) isSeeking_ = false;
+}
+
+void SimulatedPlayer::play(double seconds) {
+  if (!isPlaying_ || isSeeking_) return;
+  frame_ += wholeFrames(unplayed_, seconds * song().framesPerSecond);
+  const Buffer& current = buffers_[playing_];
+  isWaiting_ = frame_ >= current.end() && !current.isCompleted();
+  if (frame_ < current.end()) return;
+  const std::uint64_t beyond = frame_ - current.end();
+  const Buffer& following = buffers_[1 - playing_];
+  const bool hasFollowing =
+      current.isCompleted() && following.frames > 0 && (following.song != current.song || following.start == current.end());
+  if (!hasFollowing) {
+    isWaiting_ = true;
+    frame_ = current.end() - 1;
+    return;
+  }
+  playing_ = 1 - playing_;
+  songIndex_ = following.song;
+  frame_ = following.start + std::min(beyond, following.frames - 1);
+}
+
+}  // namespace gallery

@@ -1,0 +1,71 @@
+// A player without sound: it loads songs in pieces, plays what is loaded, changes from one song to the next without a gap, and
+// seeks. Time passes only by advance.
+//
+// It has two buffers. One is played from while the other loads what follows, which at a song's end is the beginning of the
+// next song; a buffer that was played out loads again.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tessaluna/uikit/transport/PlaybackSlider.h"
+
+namespace gallery {
+
+class SimulatedPlayer {
+ public:
+  struct Song {
+    std::string title;
+    double seconds = 0;
+    double framesPerSecond = 44100;
+  };
+  explicit SimulatedPlayer(std::vector<Song> songs);
+
+  const Song& song() const { return songs_[songIndex_]; }
+  std::size_t songIndex() const { return songIndex_; }
+  double position() const { return static_cast<double>(frame_) / song().framesPerSecond; }  // seconds
+  bool isPlaying() const { return isPlaying_; }
+  void setPlaying(bool isPlaying) { isPlaying_ = isPlaying; }
+  // Of the song that plays; empty for a buffer that holds nothing of it.
+  TessalunaUIKit::LoadedSpan loaded(std::size_t buffer) const;
+  bool isWaitingForData() const { return isWaiting_; }
+
+  // How many seconds of music come in a second.
+  void setLoadingSpeed(double speed) { speed_ = speed; }
+  // After the last song comes the first one, and the other way round.
+  void skipTo(std::size_t song);
+  void next() { skipTo((songIndex_ + 1) % songs_.size()); }
+  void previous() { skipTo((songIndex_ + songs_.size() - 1) % songs_.size()); }
+  // Drops what is loaded; the player is there once the first piece of it has come.
+  void seek(double seconds);
+  bool isSeeking() const { return isSeeking_; }
+
+  void advance(double seconds);
+
+  static constexpr double bufferSeconds = 40;  // that a buffer holds
+
+ private:
+  struct Buffer {
+    std::size_t song = 0;
+    std::uint64_t start = 0, frames = 0, capacity = 0;  // of that song
+    bool isCompleted() const { return frames == capacity; }
+    std::uint64_t end() const { return start + frames; }
+  };
+  std::uint64_t framesOf(const Song& song) const;
+  void load(double seconds);
+  void play(double seconds);
+  void beginLoadingAt(std::size_t buffer, std::size_t song, std::uint64_t start);
+  void loadFrom(std::uint64_t frame);
+
+  std::vector<Song> songs_;
+  Buffer buffers_[2];
+  std::size_t songIndex_ = 0, playing_ = 0;  // the buffer that is played from
+  std::uint64_t frame_ = 0;
+  double speed_ = 8;
+  double unplayed_ = 0, unloaded_ = 0;  // frames less than one
+  bool isPlaying_ = false, isSeeking_ = false, isWaiting_ = false;
+};
+
+}  // namespace gallery

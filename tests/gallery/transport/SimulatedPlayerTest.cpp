@@ -1,0 +1,79 @@
+#include "gallery/transport/SimulatedPlayer.h"
+
+#include <gtest/gtest.h>
+
+using gallery::SimulatedPlayer;
+
+namespace {
+
+struct SimulatedPlayerTest : testing::Test {
+  SimulatedPlayerTest() { player.setPlaying(true); }
+  SimulatedPlayer player{{{"First", 100, 1000}, {"Second", 60, 2000}}};
+};
+
+}  // namespace
+
+TEST_F(SimulatedPlayerTest, PlaysOnceSomethingIsLoaded) {
+  EXPECT_TRUE(player.isSeeking());
+  player.advance(10);
+  EXPECT_FALSE(player.isSeeking());
+  EXPECT_NEAR(player.position(), 10, 0.1);
+}
+
+TEST_F(SimulatedPlayerTest, PausedItLoadsAndDoesNotMove) {
+  player.setPlaying(false);
+  player.advance(20);
+  EXPECT_EQ(player.position(), 0);
+  EXPECT_EQ(player.loaded(0).frames, 40000u);
+  EXPECT_TRUE(player.loaded(0).isCompleted);
+  EXPECT_EQ(player.loaded(1).start, 40000u);
+  EXPECT_EQ(player.loaded(1).frames, 40000u);
+}
+
+TEST_F(SimulatedPlayerTest, TheBuffersTakeTurns) {
+  player.advance(45);
+  EXPECT_NEAR(player.position(), 45, 0.1);
+  // The first one was played out and holds the end of the song now.
+  EXPECT_EQ(player.loaded(0).start, 80000u);
+  EXPECT_TRUE(player.loaded(1).isCompleted);
+}
+
+TEST_F(SimulatedPlayerTest, TheNextSongFollowsWithoutAGap) {
+  player.advance(99);
+  EXPECT_EQ(player.songIndex(), 0u);
+  player.advance(3);
+  EXPECT_EQ(player.songIndex(), 1u);
+  EXPECT_NEAR(player.position(), 2, 0.2);
+  player.advance(60);
+  EXPECT_EQ(player.songIndex(), 0u);
+}
+
+TEST_F(SimulatedPlayerTest, OnASlowNetworkItWaitsForData) {
+  player.setLoadingSpeed(0.5);
+  player.advance(20);
+  EXPECT_TRUE(player.isWaitingForData());
+  EXPECT_NEAR(player.position(), 10, 0.2);
+}
+
+TEST_F(SimulatedPlayerTest, ASeekDropsWhatIsLoadedAndEndsWhenDataComes) {
+  player.advance(5);
+  player.setLoadingSpeed(0);
+  player.seek(70);
+  EXPECT_TRUE(player.isSeeking());
+  EXPECT_EQ(player.position(), 70);
+  EXPECT_EQ(player.loaded(0).frames, 0u);
+  player.advance(1);
+  EXPECT_TRUE(player.isSeeking());
+  player.setLoadingSpeed(4);
+  player.advance(1);
+  EXPECT_FALSE(player.isSeeking());
+  EXPECT_EQ(player.loaded(0).start, 70000u);
+}
+
+TEST_F(SimulatedPlayerTest, SkippingGoesRoundAtTheEnds) {
+  player.previous();
+  EXPECT_EQ(player.songIndex(), 1u);
+  player.next();
+  EXPECT_EQ(player.songIndex(), 0u);
+  EXPECT_EQ(player.position(), 0);
+}
