@@ -11,6 +11,7 @@ constexpr Page table[] = {
     {"Small controls", "Glyph buttons and a status mark, and what they report.", makeSmallControlsPage},
     {"Track list", "Ten thousand tracks, each row with its play, favorite and more controls.", makeTrackListPage},
     {"Links", "Lines of links that shorten themselves, and a text with links in it.", makeLinksPage},
+    {"Cells", "Tabs, pop-up buttons, ratings and rows, for dark and light grounds.", makeCellsPage},
     {"Search", "A field that completes over twenty thousand tracks, albums and artists.", makeSearchPage},
     {"Transport", "A position slider over a player, and the buttons of its bar.", makeTransportPage},
     {"Start-up", "A splash over a start, and a monitor of background tasks.", makeStartupPage},

@@ -28,6 +28,7 @@ QWidget* makeArtworkPage(Report report);
 QWidget* makeSmallControlsPage(Report report);
 QWidget* makeTrackListPage(Report report);
 QWidget* makeLinksPage(Report report);
+QWidget* makeCellsPage(Report report);
 QWidget* makeSearchPage(Report report);
 QWidget* makeTransportPage(Report report);
 QWidget* makeStartupPage(Report report);

@@ -1,6 +1,10 @@
 #include "tessaluna/backends/qt/PopUpMenu.h"
 
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QStyle>
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
@@ -40,13 +44,59 @@ QIcon iconOf(const MenuEntry& entry) {
   });
 }
 
+// A menu in which typing goes to the entry that begins with what was typed. Few of Qt's styles ask their menus for that.
+class SearchedMenu : public QMenu {
+ public:
+  using QMenu::QMenu;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (style()->styleHint(QStyle::SH_Menu_KeyboardSearch, nullptr, this) || !extendTyped(*event)) {
+      QMenu::keyPressEvent(event);
+      return;
+    }
+    QAction* found = findEntry(typed_, typed_.size() > 1 ? 0 : 1);
+    // The same letter again and again goes from entry to entry.
+    if (!found && typed_.count(typed_[0]) == typed_.size()) found = findEntry(typed_[0], 1);
+    if (found) setActiveAction(found);
+  }
+
+ private:
+  // False for a key that is not for the search.
+  bool extendTyped(const QKeyEvent& event) {
+    const QString text = event.text();
+    if (text.isEmpty() || !text[0].isPrint()) return false;
+    if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
+    if (!sinceKey_.isValid() || sinceKey_.elapsed() > QApplication::keyboardInputInterval()) typed_.clear();
+    if (typed_.isEmpty() && text == " ") return false;  // which chooses
+    sinceKey_.start();
+    typed_ += text;
+    return true;
+  }
+  // The first that begins so, looked for from the current entry or from the one after it, and once around.
+  QAction* findEntry(const QString& start, qsizetype fromCurrent) const {
+    const QList<QAction*> all = actions();
+    const qsizetype current = all.indexOf(activeAction());
+    for (qsizetype i = 0; i < all.size(); ++i) {
+      QAction* action = all[(std::max<qsizetype>(current + fromCurrent, 0) + i) % all.size()];
+      const QString title = action->text().trimmed().replace("&&", "&");
+      if (action->isEnabled() && !action->isSeparator() && title.startsWith(start, Qt::CaseInsensitive)) return action;
+    }
+    return nullptr;
+  }
+
+  QString typed_;
+  QElapsedTimer sinceKey_;
+};
+
 void fill(QMenu& menu, const std::vector<MenuEntry>& entries, const Choice& choice) {
   for (const MenuEntry& entry : entries) {
     if (entry.isSeparator) {
       menu.addSeparator();
       continue;
     }
-    QAction* action = entry.hasSubmenu ? menu.addMenu(qtTitle(entry))->menuAction() : menu.addAction(qtTitle(entry));
+    QAction* action =
+        entry.hasSubmenu ? menu.addMenu(new SearchedMenu(qtTitle(entry), &menu)) : menu.addAction(qtTitle(entry));
     action->setIcon(iconOf(entry));
     action->setIconVisibleInMenu(true);
     action->setEnabled(entry.isEnabled);
@@ -84,7 +134,7 @@ PopUpMenu::~PopUpMenu() { delete menu_; }
 std::unique_ptr<NativeMenu> PopUpMenu::open(QWindow* window, const MenuPlace& place, const std::vector<MenuEntry>& entries,
                                             Chosen chosen) {
   if (menu_) menu_->hide();
-  auto* menu = new QMenu;
+  auto* menu = new SearchedMenu;
   menu_ = menu;
   const auto choice = std::make_shared<std::optional<std::size_t>>();
   fill(*menu, entries, choice);

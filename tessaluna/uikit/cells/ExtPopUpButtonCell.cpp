@@ -10,6 +10,7 @@
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/NSParagraphStyle.h"
 #include "tessaluna/platform/text/TextLayout.h"
 #include "tessaluna/platform/text/unicode.h"
 
@@ -65,8 +66,10 @@ void ExtPopUpButtonCell::drawBorderAndBackgroundWithFrame(CGRect frame, NSView&)
 }
 
 NSAttributes ExtPopUpButtonCell::titleAttributes() const {
+  // A title that is up to a point too wide is cut by the clip, and does not wrap.
   return {{NSFontAttributeName, font() ? font() : NSFont::systemFontOfSize(NSFont::systemFontSize())},
-          {NSForegroundColorAttributeName, ink(useDarkTheme_)}};
+          {NSForegroundColorAttributeName, ink(useDarkTheme_)},
+          {NSParagraphStyleAttributeName, make<NSParagraphStyle>(NSTextAlignmentNatural, NSLineBreakByClipping)}};
 }
 
 std::u16string ExtPopUpButtonCell::shortenedTitle(CGFloat width) const {

@@ -1,0 +1,73 @@
+// The themed cells on a dark and on a light ground, with short labels and with such as are too long. What a host does is in
+// gallery/cells/CellsHost.
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "gallery/Ground.h"
+#include "gallery/Journal.h"
+#include "gallery/Pages.h"
+#include "gallery/cells/CellsHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+
+namespace gallery {
+
+using namespace tessaluna::platform;
+
+namespace {
+
+constexpr int columnWidth = 360;
+
+QWidget* makeColumn(const std::vector<CellsHost::Sample>& samples) {
+  auto* content = new QWidget;
+  content->setFixedWidth(columnWidth);
+  auto* column = new QVBoxLayout(content);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(3);
+  for (const CellsHost::Sample& sample : samples) {
+    if (!sample.note.empty()) {
+      if (column->count() > 0) column->addSpacing(10);
+      auto* note = new QLabel(QString::fromStdString(sample.note));
+      note->setObjectName("cardNote");
+      column->addWidget(note);
+    }
+    auto* widget = new tessaluna::backend::qt::QtViewWidget(sample.control);
+    widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    widget->setFixedHeight(static_cast<int>(sample.height));
+    widget->setAccessibleName(QString::fromStdString(sample.name));
+    column->addWidget(widget);
+  }
+  column->addStretch(1);
+  return content;
+}
+
+}  // namespace
+
+QWidget* makeCellsPage(Report report) {
+  auto* journal = new Journal;
+  const auto host = make<CellsHost>([report = std::move(report), journal](const std::string& what) {
+    journal->add(what);
+    report(what);
+  });
+  auto* page = new QWidget;
+  // A target is not kept alive by its controls: the page keeps it.
+  QObject::connect(page, &QObject::destroyed, [host] {});
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 32, 24);
+  column->setSpacing(14);
+  auto* grounds = new QHBoxLayout;
+  grounds->setSpacing(16);
+  column->addLayout(grounds);
+  for (const auto& [theme, kind] : {std::pair(Theme::Dark, GroundKind::Dark), std::pair(Theme::Light, GroundKind::Light)}) {
+    auto* ground = new Ground(makeColumn(host->makeSamples(theme)));
+    ground->setKind(kind);
+    grounds->addWidget(ground, 1);
+  }
+  auto* heading = new QLabel("Reported");
+  heading->setObjectName("family");
+  column->addWidget(heading);
+  column->addWidget(journal, 1);
+  return page;
+}
+
+}  // namespace gallery

@@ -1,0 +1,38 @@
+// A host of the themed cells: it makes the controls for a dark or a light ground, and tells what the user did with them.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tessaluna/platform/foundation/NSObject.h"
+#include "tessaluna/platform/views/NSControl.h"
+
+namespace gallery {
+
+enum class Theme { Dark, Light };
+
+class CellsHost : public tessaluna::platform::NSObject {
+ public:
+  static const tessaluna::platform::ClassInfo staticClassInfo;
+  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  explicit CellsHost(std::function<void(const std::string&)> report) : report_(std::move(report)) {}
+
+  struct Sample {
+    std::string note;  // above the control
+    std::string name;  // in what is reported, with the theme behind it
+    tessaluna::platform::Ref<tessaluna::platform::NSControl> control;
+    double height = 0;  // points
+  };
+  // For the theme, in the order of the page. The controls know the host and do not keep it alive.
+  std::vector<Sample> makeSamples(Theme theme);
+
+  void changed(tessaluna::platform::NSObject* sender);  // "changed:"
+
+ private:
+  std::function<void(const std::string&)> report_;
+  std::vector<std::pair<tessaluna::platform::WeakRef<tessaluna::platform::NSObject>, std::string>> names_;
+};
+
+}  // namespace gallery
