@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "tessaluna/platform/views/NSText.h"
+#include "tessaluna/platform/views/NSTextFieldDelegate.h"
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/AccessiblePlayer.h"
 #include "tests/harness/sourceFolder.h"
@@ -10,6 +12,13 @@
 using namespace tessaluna::platform;
 
 namespace {
+
+// Completes what is written, as a host does.
+class Completing : public NSObject, public NSTextFieldDelegate {
+ public:
+  void controlTextDidChange(const Ref<NSNotification>&) override { onChange(); }
+  std::function<void()> onChange;
+};
 
 class AssistiveClient : public harness::QtDesktop, protected harness::AccessiblePlayer {
  protected:
@@ -43,12 +52,12 @@ class AssistiveClient : public harness::QtDesktop, protected harness::Accessible
     return QStringList{QString::fromStdString(script), command, QCoreApplication::applicationName()} + rest;
   }
   // What the client prints.
-  static std::string client(const QString& command, const QStringList& rest = {}) {
+  static std::string client(const QString& command, const QStringList& rest = {}, int exitCode = 0) {
     QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    if (exitCode == 0) process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start("/usr/bin/python3", arguments(command, rest));
     EXPECT_TRUE(waitFor(process)) << command.toStdString();
-    EXPECT_EQ(process.exitCode(), 0) << command.toStdString();
+    EXPECT_EQ(process.exitCode(), exitCode) << command.toStdString();
     return process.readAllStandardOutput().toStdString();
   }
 
@@ -153,7 +162,75 @@ TEST_F(AssistiveClient, HearsWhatIsTypedAndWhereTheCaretIs) {
   EXPECT_EQ(client("text", {"text"}), "queryx\ncaret at 6\n");
   xdotool({"key", "shift+Home"});
   EXPECT_TRUE(eventually([&] { return of(field->cell())->textInterface()->selectionCount() == 1; }));
-  EXPECT_EQ(client("text", {"text"}), "queryx\ncaret at 6\nselected 0 to 6\n");
+  EXPECT_EQ(client("text", {"text"}), "queryx\ncaret at 0\nselected 0 to 6\n") << "it goes backward";
+}
+
+TEST_F(AssistiveClient, HearsOfATextThatGetsShorterOrIsReplaced) {
+  startListening();
+  xdotool({"key", "End", "BackSpace"});
+  EXPECT_TRUE(eventuallyHears("object:text-changed:delete 4 text \"\"")) << testing::PrintToString(heard);
+  EXPECT_TRUE(eventuallyHears("object:text-caret-moved 4 text \"\"")) << testing::PrintToString(heard);
+  heard.clear();
+  field->currentEditor()->setString("quay");
+  EXPECT_TRUE(eventuallyHears("object:text-changed:insert 2 text \"\"")) << testing::PrintToString(heard);
+  EXPECT_EQ(std::count(heard.begin(), heard.end(), "object:text-changed:delete 2 text \"\""), 1);
+  heard.clear();
+  field->setStringValue("q");
+  EXPECT_TRUE(eventuallyHears("object:text-caret-moved 1 text \"\"")) << testing::PrintToString(heard);
+  EXPECT_EQ(std::count(heard.begin(), heard.end(), "object:text-changed:delete 1 text \"\""), 1);
+}
+
+TEST_F(AssistiveClient, FindsTheCharactersOfATextOnTheScreen) {
+  const QRect second = of(field->cell())->textInterface()->characterRect(1);
+  const QRect around = of(field->cell())->rect();
+  EXPECT_TRUE(around.contains(second.center()));
+  const std::string place = std::to_string(second.x()) + " " + std::to_string(second.y()) + " " +
+                            std::to_string(second.width()) + " " + std::to_string(second.height());
+  EXPECT_EQ(client("character", {"text", "1"}), place + "\noffset 1\n");
+}
+
+TEST_F(AssistiveClient, WritesTextThatOpensThePopUpAsTypingDoes) {
+  const auto delegate = make<Completing>();
+  delegate->onChange = [&] {
+    if (!controller->window()->isVisible()) begin({"Abba", "Can"});
+  };
+  field->setDelegate(delegate);
+  window->makeFirstResponder(button.get());
+  client("write", {"text", "ab"});
+  EXPECT_TRUE(eventually([&] { return controller->window()->isVisible(); }));
+  EXPECT_EQ(field->stringValue(), "ab");
+  const std::string tree = client("tree");
+  EXPECT_NE(tree.find("list item \"Abba, by Abba\" selectable selected\n"), tree.npos) << tree;
+}
+
+TEST_F(AssistiveClient, IsRefusedThePressOfADisabledButton) {
+  startListening();
+  client("do", {"Play", "Press"});
+  EXPECT_EQ(clicks->count, 1);
+  button->setEnabled(false);
+  EXPECT_TRUE(eventuallyHears("object:state-changed:enabled 0 push button \"Play\""));
+  EXPECT_EQ(client("actions", {"Play"}), "\n");
+  client("do", {"Play", "Press"}, 1);
+  EXPECT_EQ(clicks->count, 1);
+}
+
+TEST_F(AssistiveClient, HearsOfAButtonThatIsCheckedAndOfOneThatExpands) {
+  button->setButtonType(NSButtonType::Toggle);
+  const auto details = make<NSButton>(CGRect{100, 60, 80, 24});
+  details->setTitle("Details");
+  details->setButtonType(NSButtonType::Toggle);
+  details->cell()->accessibilitySetOverrideValue(NSAccessibilityDisclosureTriangleRole, NSAccessibilityRoleAttribute);
+  window->contentView()->addSubview(details);
+  client("tree");  // what it has not met reports nothing
+  startListening();
+  button->setState(NSControlStateValueOn);
+  EXPECT_TRUE(eventuallyHears("object:state-changed:checked 1 check box \"Play\"")) << testing::PrintToString(heard);
+  button->setState(NSControlStateValueOff);
+  EXPECT_TRUE(eventuallyHears("object:state-changed:checked 0 check box \"Play\"")) << testing::PrintToString(heard);
+  details->setState(NSControlStateValueOn);
+  EXPECT_TRUE(eventuallyHears("object:state-changed:checked 1 push button \"Details\"")) << testing::PrintToString(heard);
+  const std::string tree = client("tree");
+  EXPECT_NE(tree.find("push button \"Details\" checked expanded focusable\n"), tree.npos) << tree;
 }
 
 TEST_F(AssistiveClient, NoKeyIsLostOrDoubledWhileItListens) {

@@ -7,6 +7,7 @@
   assistiveClient.py do APPLICATION NAME ACTION    does one of them
   assistiveClient.py write APPLICATION ROLE TEXT   puts the text into the first object of the role
   assistiveClient.py text APPLICATION ROLE         the text of the first object of the role, its caret and selection
+  assistiveClient.py character APPLICATION ROLE N  x, y, width and height on the screen of the character, and which one is there
   assistiveClient.py listen APPLICATION            "listening", then a line for each change until the input ends
 
 Debian's packages of the bus are for the system's own Python.
@@ -25,6 +26,7 @@ STATES = {
     pyatspi.STATE_ACTIVE: "active",
     pyatspi.STATE_CHECKED: "checked",
     pyatspi.STATE_EDITABLE: "editable",
+    pyatspi.STATE_EXPANDED: "expanded",
     pyatspi.STATE_FOCUSABLE: "focusable",
     pyatspi.STATE_FOCUSED: "focused",
     pyatspi.STATE_SELECTABLE: "selectable",
@@ -36,6 +38,8 @@ EVENTS = [
     "object:property-change:accessible-name",
     "object:property-change:accessible-value",
     "object:selection-changed",
+    "object:state-changed:checked",
+    "object:state-changed:enabled",
     "object:state-changed:focused",
     "object:state-changed:selected",
     "object:text-caret-moved",
@@ -128,6 +132,13 @@ def main():
         print(text.getText(0, -1), f"caret at {text.caretOffset}", sep="\n")
         for index in range(text.getNSelections()):
             print("selected {} to {}".format(*text.getSelection(index)))
+    elif command == "character":
+        role, index = rest
+        text = required(application, lambda thing: thing.getRoleName() == role, role).queryText()
+        x, y, width, height = text.getCharacterExtents(int(index), pyatspi.DESKTOP_COORDS)
+        middle = text.getOffsetAtPoint(x + width // 2, y + height // 2, pyatspi.DESKTOP_COORDS)
+        print(x, y, width, height)
+        print("offset", middle)
     else:
         thing = required(application, lambda thing: thing.name == rest[0], rest[0])
         if command == "place":

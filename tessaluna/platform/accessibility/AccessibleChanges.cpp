@@ -96,11 +96,12 @@ std::vector<AccessibleChange> AccessibleMemory::selectionChangesOf(const Ref<NSO
   std::vector<AccessibleChange> changes;
   const auto compare = [&](const Ref<NSObject>& one) {
     if (accessibleParentOf(one) != element) return;
+    if (AccessibleMemory* memory = of(*accessibilityOf(one))) {
+      for (AccessibleChange& change : memory->changesOf(one, Look::WithoutTextSelection))
+        changes.push_back(std::move(change));
+      return;
+    }
     const bool isOn = accessibleStatesOf(one).contains(AccessibleState::Selected);
-    AccessibleMemory* memory = of(*accessibilityOf(one));
-    // One that says by itself that it is selected has been reported.
-    if (memory && memory->states_.contains(AccessibleState::Selected) == isOn) return;
-    if (memory) memory->states_.set(AccessibleState::Selected, isOn);
     changes.push_back({.kind = Kind::State, .element = one, .state = AccessibleState::Selected, .isOn = isOn});
   };
   const auto selection =

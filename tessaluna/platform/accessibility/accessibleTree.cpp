@@ -79,7 +79,12 @@ std::string wordsOf(std::string_view name) {
   return words;
 }
 
-std::string quoted(const std::string& text) { return "\"" + text + "\""; }
+// On one line.
+std::string quoted(const std::string& text) {
+  std::string result = "\"";
+  for (const char unit : text) result += unit == '\n' ? std::string("\\n") : std::string(1, unit);
+  return result + "\"";
+}
 
 std::string wordsOf(const AccessibleQuantity& quantity) {
   std::string words = numberText(quantity.value);

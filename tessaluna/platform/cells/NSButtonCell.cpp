@@ -66,8 +66,9 @@ AccessibilityValue NSButtonCell::accessibilityValue() const {
 
 bool NSButtonCell::accessibilityPerformPress() {
   auto* button = dynamic_cast<NSButton*>(controlView());
-  if (button) button->performClick(nullptr);
-  return button != nullptr;
+  if (!button || !isEnabled()) return false;
+  button->performClick(nullptr);
+  return true;
 }
 
 CGSize NSButtonCell::cellSize() const {

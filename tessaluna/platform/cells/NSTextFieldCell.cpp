@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tessaluna/platform/accessibility/textPlaces.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
@@ -10,10 +11,10 @@
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/TextLayout.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSClipView.h"
-#include "tessaluna/platform/views/NSControl.h"
-#include "tessaluna/platform/views/NSText.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -62,19 +63,53 @@ AccessibilityValue NSTextFieldCell::accessibilityValue() const {
   return editor ? editor->string() : stringValue();
 }
 
+namespace {
+
+// What is answered by whoever edits the text.
+bool isOfEditedText(std::string_view attribute) {
+  return attribute == NSAccessibilitySelectedTextRangeAttribute || attribute == NSAccessibilitySelectedTextAttribute ||
+         attribute == accessibilityInsertionPointAttribute || attribute == NSAccessibilityInsertionPointLineNumberAttribute;
+}
+
+}  // namespace
+
 AccessibilityValue NSTextFieldCell::accessibilityAttributeValue(std::string_view attribute) const {
   if (attribute == NSAccessibilityPlaceholderValueAttribute && !placeholder_.empty()) return placeholder_;
   const Ref<NSText> editor = this->editor();
-  const auto text = [&] { return utf16FromUtf8(editor ? editor->string() : stringValue()); };
-  if (attribute == NSAccessibilityNumberOfCharactersAttribute) return static_cast<double>(text().size());
-  if (editor) {
-    const NSRange selected = editor->selectedRange();
-    if (attribute == NSAccessibilitySelectedTextRangeAttribute) return selected;
-    if (attribute == NSAccessibilitySelectedTextAttribute)
-      return utf8FromUtf16(text().substr(selected.location, selected.length));
-    if (attribute == NSAccessibilityInsertionPointLineNumberAttribute) return 0.0;  // an edited text has one line
-  }
+  if (attribute == NSAccessibilityNumberOfCharactersAttribute)
+    return static_cast<double>(utf16FromUtf8(editor ? editor->string() : stringValue()).size());
+  if (editor && isOfEditedText(attribute)) return editor->accessibilityAttributeValue(attribute);
   return NSCell::accessibilityAttributeValue(attribute);
+}
+
+AccessibilityValue NSTextFieldCell::accessibilityAttributeValueForParameter(std::string_view attribute,
+                                                                            const AccessibilityValue& parameter) const {
+  if (const Ref<NSText> editor = this->editor())
+    return editor->accessibilityAttributeValueForParameter(attribute, parameter);
+  if (!controlView()) return {};
+  const CGRect box = drawingRectForBounds(controlView()->bounds());
+  const Ref<NSAttributedString> text = attributedStringValue();
+  const TextLayout layout(*text, {.width = box.size.width});
+  // From the box's upper edge on.
+  const auto inView = [&](CGRect rect) {
+    const CGFloat y = controlView()->isFlipped() ? box.origin.y + rect.origin.y : CGRectGetMaxY(box) - CGRectGetMaxY(rect);
+    return CGRect{{box.origin.x + rect.origin.x, y}, rect.size};
+  };
+  return textPlaceValue(attribute, parameter, *controlView(),
+                        {.length = text->length(),
+                         .rectsOf =
+                             [&](NSRange range) {
+                               std::vector<CGRect> rects = layout.rectsOf(range);
+                               std::transform(rects.begin(), rects.end(), rects.begin(), inView);
+                               return rects;
+                             },
+                         .caretAt = [&](std::size_t index) { return inView(layout.caretRectAt(index)); },
+                         .nearestCharacterTo =
+                             [&](CGPoint point) {
+                               const CGPoint inBox = inView({}).origin;
+                               const CGFloat y = controlView()->isFlipped() ? point.y - inBox.y : inBox.y - point.y;
+                               return layout.characterAt({point.x - inBox.x, y});
+                             }});
 }
 
 bool NSTextFieldCell::accessibilityIsAttributeSettable(std::string_view attribute) const {
@@ -85,13 +120,17 @@ bool NSTextFieldCell::accessibilityIsAttributeSettable(std::string_view attribut
 
 void NSTextFieldCell::accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) {
   if (forAttribute == NSAccessibilitySelectedTextRangeAttribute) {
-    const auto* range = value.as<NSRange>();
-    if (const Ref<NSText> editor = this->editor(); editor && range) editor->setSelectedRange(*range);
+    if (const Ref<NSText> editor = this->editor()) editor->accessibilitySetValue(value, forAttribute);
     return;
   }
   if (forAttribute != NSAccessibilityValueAttribute) return NSCell::accessibilitySetValue(value, forAttribute);
   const auto* text = value.as<std::string>();
   if (!text || !accessibilityIsAttributeSettable(forAttribute)) return;
+  // As if it were typed, so that the delegate is asked and notified.
+  const Ref<NSObject> held = shared_from_this();
+  auto* field = dynamic_cast<NSTextField*>(controlView());
+  if (field && !editor()) field->selectText(nullptr);
+  if (const Ref<NSText> editor = this->editor()) return editor->accessibilitySetValue(value, forAttribute);
   if (auto* control = dynamic_cast<NSControl*>(controlView())) control->setStringValue(*text);
   else setStringValue(*text);
 }

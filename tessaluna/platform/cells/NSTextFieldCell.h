@@ -51,12 +51,14 @@ class NSTextFieldCell : public NSCell {
   void drawWithFrame(CGRect frame, NSView& view) override;
   void drawInteriorWithFrame(CGRect frame, NSView& view) override;
 
-  // The value of one that is editable can be set, and while it is edited the selected range. A cell that is not edited has
-  // no selection. The value is what is on screen: while it is edited, the text in the editor.
+  // The value of one that is editable can be set, which types it into the field, and while it is edited the selected range. A
+  // cell that is not edited has no selection. The value is what is on screen: while it is edited, the text in the editor.
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override;
   AccessibilityValue accessibilityValue() const override;
   AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
+  AccessibilityValue accessibilityAttributeValueForParameter(std::string_view attribute,
+                                                             const AccessibilityValue& parameter) const override;
   bool accessibilityIsAttributeSettable(std::string_view attribute) const override;
   void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override;
 

@@ -96,10 +96,7 @@ Ref<NSObject> NSTextField::objectValue() const {
 }
 
 void NSTextField::setObjectValue(Ref<NSObject> value) {
-  if (const Ref<NSText> editor = currentEditor()) {
-    toldText_ = textOf(value.get());
-    editor->setString(toldText_);
-  }
+  if (const Ref<NSText> editor = currentEditor()) editor->setString(textOf(value.get()));
   NSControl::setObjectValue(std::move(value));
 }
 
@@ -156,7 +153,6 @@ bool NSTextField::becomeFirstResponder() {
   if (!textCell() || !window()) return false;
   // It may still be lent to somebody who has lost the keys without a word.
   window()->endEditingFor(nullptr);
-  toldText_ = cellText();
   textCell()->selectWithFrame(bounds(), *this, window()->fieldEditor(true, this), refTo(*this), 0, NSNotFound);
   return true;
 }
@@ -181,21 +177,7 @@ void NSTextField::textDidBeginEditing(const Ref<NSNotification>&) {
   notify(NSControlTextDidBeginEditingNotification, &NSTextFieldDelegate::controlTextDidBeginEditing);
 }
 
-void NSTextField::tellAssistiveClientsOfText() {
-  const Ref<NSText> editor = currentEditor();
-  if (!editor || editor->string() == toldText_) return;
-  toldText_ = editor->string();
-  NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
-}
-
-void NSTextField::textViewDidChangeSelection(const Ref<NSNotification>&) {
-  // The caret moves within the text that it stands in.
-  tellAssistiveClientsOfText();
-  NSAccessibilityPostNotification(cell(), NSAccessibilitySelectedTextChangedNotification);
-}
-
 void NSTextField::textDidChange(const Ref<NSNotification>&) {
-  tellAssistiveClientsOfText();
   notify(NSControlTextDidChangeNotification, &NSTextFieldDelegate::controlTextDidChange);
 }
 

@@ -74,7 +74,6 @@ class NSTextField : public NSControl, public NSTextDelegate {
   void textDidBeginEditing(const Ref<NSNotification>& notification) override;
   void textDidChange(const Ref<NSNotification>& notification) override;
   void textDidEndEditing(const Ref<NSNotification>& notification) override;
-  void textViewDidChangeSelection(const Ref<NSNotification>& notification) override;
   bool textViewDoCommandBySelector(NSTextView& editor, std::string_view selector) override;
 
  protected:
@@ -90,10 +89,8 @@ class NSTextField : public NSControl, public NSTextDelegate {
   void notify(std::string_view name, void (NSTextFieldDelegate::*operation)(const Ref<NSNotification>&));
   std::string cellText() const { return cell() ? cell()->stringValue() : std::string(); }
   void takeOver(const NSText& editor);
-  void tellAssistiveClientsOfText();
 
   WeakRef<NSTextFieldDelegate> delegate_;
-  std::string toldText_;  // what assistive clients know to be in the editor
 };
 
 }  // namespace tessaluna::platform

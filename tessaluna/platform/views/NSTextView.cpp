@@ -198,6 +198,4 @@ void NSTextView::keyWindowDidChange() {
   if (auto* field = dynamic_cast<NSView*>(delegate().get())) field->setNeedsDisplay(true);
 }
 
-std::string NSTextView::accessibilityRole() const { return std::string(NSAccessibilityTextAreaRole); }
-
 }  // namespace tessaluna::platform

@@ -39,6 +39,12 @@ class NSTextView : public TextViewEditing {
   bool isAccessibilityElement() const override { return !isFieldEditor(); }
   std::string accessibilityRole() const override;
   AccessibilityValue accessibilityValue() const override { return string(); }
+  AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
+  AccessibilityValue accessibilityAttributeValueForParameter(std::string_view attribute,
+                                                             const AccessibilityValue& parameter) const override;
+  // Its value is replaced as if all of it were typed over.
+  bool accessibilityIsAttributeSettable(std::string_view attribute) const override;
+  void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override;
 
  protected:
   void viewDidMoveToWindow() override;

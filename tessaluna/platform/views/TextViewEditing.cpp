@@ -5,6 +5,7 @@
 
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
 #include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/views/NSControl.h"
 #include "tessaluna/platform/windows/NSPasteboard.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -15,7 +16,9 @@ void TextViewEditing::setString(std::string_view text) {
   marked_ = noRange;
   beforeMarking_.reset();
   breakUndoCoalescing();
+  isEditingItself_ = true;
   setWholeText(typedText(text));
+  isEditingItself_ = false;
   setSelection({length(), length()});
   tellInputMethod();
 }
@@ -31,6 +34,21 @@ void TextViewEditing::setDelegate(const Ref<NSTextDelegate>& delegate) {
   undoManager_->removeAllActions();
   breakUndoCoalescing();
   hasBegun_ = false;
+  NSAccessibilityPostNotification(accessibleText(), NSAccessibilitySelectedTextChangedNotification);
+}
+
+// Of a field editor the element is the cell of the field that it is lent to.
+Ref<NSObject> TextViewEditing::accessibleText() const {
+  if (!isFieldEditor()) return std::const_pointer_cast<NSObject>(shared_from_this());
+  const Ref<NSTextDelegate> delegate = this->delegate();
+  const auto* field = dynamic_cast<const NSControl*>(delegate.get());
+  return field ? field->cell() : nullptr;
+}
+
+void TextViewEditing::textStorageDidProcessEditing(NSTextStorage& storage, NSRange range, std::ptrdiff_t change) {
+  TextViewSelection::textStorageDidProcessEditing(storage, range, change);
+  NSAccessibilityPostNotification(accessibleText(), NSAccessibilityValueChangedNotification);
+  if (!isEditingItself_) reportSelection();
 }
 
 std::u16string TextViewEditing::typedText(std::string_view text) const {
@@ -74,12 +92,14 @@ void TextViewEditing::editingDidEnd() {
 
 void TextViewEditing::replace(NSRange range, std::u16string_view text) {
   NSTextStorage& storage = *textStorage();
+  isEditingItself_ = true;
   storage.beginEditing();
   const bool wasEmpty = storage.length() == 0;
   storage.replaceCharactersInRange(range, text);
   if (wasEmpty)
     for (const auto& [key, value] : typingAttributes()) storage.addAttribute(key, value, {0, storage.length()});
   storage.endEditing();
+  isEditingItself_ = false;
 }
 
 bool TextViewEditing::change(const Change& change) {
@@ -207,6 +227,7 @@ void TextViewEditing::selectionDidChange() {
   const auto notification =
       make<NSNotification>(std::string(NSTextViewDidChangeSelectionNotification), refTo<NSObject>(*this));
   if (const Ref<NSTextDelegate> delegate = this->delegate()) delegate->textViewDidChangeSelection(notification);
+  NSAccessibilityPostNotification(accessibleText(), NSAccessibilitySelectedTextChangedNotification);
   NSNotificationCenter::defaultCenter().postNotification(notification);
 }
 
@@ -233,7 +254,9 @@ void TextViewEditing::registerUndo(Snapshot before) {
 void TextViewEditing::bringBack(const Snapshot& snapshot) {
   if (!shouldChangeText()) return;
   registerUndo({textStorage()->text(), selection()});
+  isEditingItself_ = true;
   setWholeText(snapshot.text);
+  isEditingItself_ = false;
   setSelection(snapshot.selection);
   breakUndoCoalescing();
   didChangeText();

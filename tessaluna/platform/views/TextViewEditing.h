@@ -48,6 +48,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   void editingDidEnd();  // the next change begins a new one
   void willTrackMouse() override;
   void selectionDidChange() override;
+  void textStorageDidProcessEditing(NSTextStorage& storage, NSRange range, std::ptrdiff_t changeInLength) override;
 
  private:
   enum class EditKind { Typing, DeletingBackward, DeletingForward, Other };
@@ -69,6 +70,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   void bringBack(const Snapshot& snapshot);
   void setMarkedRange(NSRange range);
   void tellInputMethod();
+  Ref<NSObject> accessibleText() const;
 
   Ref<NSUndoManager> undoManager_ = make<NSUndoManager>();
   EditKind lastKind_ = EditKind::Other;
@@ -76,6 +78,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   NSRange marked_ = noRange;
   std::optional<Snapshot> beforeMarking_;
   bool hasBegun_ = false;
+  bool isEditingItself_ = false;  // it says afterwards what is selected
 };
 
 }  // namespace tessaluna::platform

@@ -24,18 +24,28 @@ void TextViewSelection::setSelectedRange(NSRange range) {
 
 void TextViewSelection::setSelection(Selection wanted) {
   wanted = {std::min(wanted.anchor, length()), std::min(wanted.head, length())};
-  const Selection earlier = std::exchange(selection_, wanted);
+  selection_ = wanted;
   column_.reset();
   setNeedsDisplay(true);
   showCaretAnew();
   scrollRangeToVisible({wanted.head, 0});
-  if (earlier != wanted) selectionDidChange();
+  reportSelection();
+}
+
+void TextViewSelection::reportSelection() {
+  if (std::exchange(reported_, selection_) != selection_) selectionDidChange();
 }
 
 void TextViewSelection::textStorageDidProcessEditing(NSTextStorage& storage, NSRange range, std::ptrdiff_t change) {
   TextViewLayout::textStorageDidProcessEditing(storage, range, change);
-  // Whoever edits says where the caret is to be; what is not there any more cannot be selected meanwhile.
-  selection_ = {std::min(selection_.anchor, length()), std::min(selection_.head, length())};
+  // Whoever edits says where the caret is to be. Until then it stays before the character that it is before, or at the end of
+  // what is new if that character has gone.
+  const std::size_t end = range.location + range.length, earlierEnd = end - static_cast<std::size_t>(change);
+  const auto moved = [&](std::size_t index) {
+    if (index >= earlierEnd) return std::min(index + static_cast<std::size_t>(change), length());
+    return std::min(index, end);
+  };
+  selection_ = {moved(selection_.anchor), moved(selection_.head)};
 }
 
 void TextViewSelection::scrollRangeToVisible(NSRange range) {

@@ -68,8 +68,9 @@ class TextViewSelection : public TextViewLayout {
   };
   Selection selection() const { return selection_; }
   void setSelection(Selection selection);  // cut to the text
+  void reportSelection();                  // unless it is the one that was reported last
   std::size_t destination(TextMotion motion, std::size_t from) const;
-  // The selection is another one; told after every change.
+  // The selection is another one. While the text changes it moves along, which is no news before the change is over.
   virtual void selectionDidChange() {}
   // A press is about to use the text.
   virtual void willTrackMouse() {}
@@ -82,7 +83,7 @@ class TextViewSelection : public TextViewLayout {
   std::size_t lineBelow(std::size_t from) const;
   void showCaretAnew();
 
-  Selection selection_;
+  Selection selection_, reported_;
   Step step_ = Step::Character;  // of the press that is going on
   NSRange pressed_;              // what it first selected
   bool isPressed_ = false, isFirstResponder_ = false;

@@ -182,5 +182,14 @@ TEST_F(SearchHostTest, AHostThatGoesTakesItsPopUpAlong) {
   host = make<SearchHost>(std::vector<LibraryItem>{});
 }
 
+TEST_F(SearchHostTest, ATextThatAnAssistiveClientWritesOpensThePopUpAsTypingDoes) {
+  window->makeFirstResponder(nullptr);
+  accessibilityOf(host->field()->cell())->accessibilitySetValue("amber s", NSAccessibilityValueAttribute);
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(selected(), "Amber Signal");
+  user.pressKey(returnKey);
+  EXPECT_THAT(reports, ElementsAre("Amber Signal – Album by Noor Hale"));
+}
+
 }  // namespace
 }  // namespace gallery

@@ -4,7 +4,9 @@
 
 #include <utility>
 
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/accessibleCells.h"
@@ -209,6 +211,42 @@ TEST_F(AccessibleChangesTest, WhoeverIsNotifiedMayLetTheElementGo) {
   button->cell()->setTitle("Pause");
   button->setEnabled(false);
   EXPECT_EQ(heard(), (Lines{"button \"Pause\": named", "button \"Pause\": disabled"}));
+}
+
+TEST_F(AccessibleChangesTest, AFieldThatIsEditedReportsWhatIsTypedWithItsCaret) {
+  field->setStringValue("query");
+  field->selectText(nullptr);
+  heard();
+  user.pressKey(NSEndFunctionKey);
+  EXPECT_EQ(heard(), Lines{"text field \"\": caret at 5"}) << "the selection is given up";
+  user.type("x");
+  EXPECT_EQ(heard(), (Lines{"text field \"\": inserted \"x\" at 5", "text field \"\": caret at 6"}));
+  user.pressKey(U'\x7F');
+  EXPECT_EQ(heard(), (Lines{"text field \"\": removed \"x\" at 5", "text field \"\": caret at 5"}));
+  user.pressKey(NSLeftArrowFunctionKey, NSEventModifierFlagShift);
+  EXPECT_EQ(heard(), Lines{"text field \"\": caret at 4, selected 4 to 5"});
+  user.type("z");
+  EXPECT_EQ(heard(), (Lines{"text field \"\": removed \"y\" inserted \"z\" at 4", "text field \"\": caret at 5"}));
+}
+
+TEST_F(AccessibleChangesTest, ATextOfEqualLengthOrLessThatTheProgramPutsIntoTheEditorIsReported) {
+  field->setStringValue("amber tide");
+  field->selectText(nullptr);
+  const Ref<NSText> editor = field->currentEditor();
+  editor->setSelectedRange({10, 0});
+  heard();
+  editor->setString("amber dawn");
+  EXPECT_EQ(heard(), Lines{"text field \"\": removed \"tide\" inserted \"dawn\" at 6"});
+  editor->setString("amber");
+  EXPECT_EQ(heard(), (Lines{"text field \"\": removed \" dawn\" at 5", "text field \"\": caret at 5"}));
+}
+
+TEST_F(AccessibleChangesTest, AFieldThatBeginsToBeEditedReportsItsCaret) {
+  field->setStringValue("query");
+  heard();
+  window->makeFirstResponder(field.get());
+  EXPECT_EQ(heard(), (Lines{"text field \"\": caret at 5", "text field \"\": caret at 5, selected 0 to 5",
+                            "text field \"\": focused"}));
 }
 
 }  // namespace

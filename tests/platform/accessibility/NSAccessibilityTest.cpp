@@ -187,6 +187,12 @@ TEST_F(NSAccessibilityTest, AButtonCanBePressed) {
   button->cell()->accessibilityPerformAction(NSAccessibilityPressAction);
   desktop.advance(1);
   EXPECT_EQ(receiver->calls, 1);
+  auto& cell = dynamic_cast<NSAccessibilityButton&>(*button->cell());
+  EXPECT_TRUE(cell.accessibilityPerformPress());
+  EXPECT_EQ(receiver->calls, 2);
+  button->setEnabled(false);
+  EXPECT_FALSE(cell.accessibilityPerformPress());
+  EXPECT_EQ(receiver->calls, 2);
 }
 
 TEST_F(NSAccessibilityTest, ChangesAreTold) {

@@ -1,5 +1,6 @@
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
 
+#include "tessaluna/platform/accessibility/AccessibleText.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/views/NSClipView.h"
@@ -126,4 +127,79 @@ TEST_F(NSTextFieldCellAccessibility, TheEditorItselfIsNotSeen) {
   const AccessibilityElements expected{field->cell(), other->cell()};
   EXPECT_EQ(*asked(NSAccessibilityChildrenAttribute).as<AccessibilityElements>(), AccessibilityElements());
   EXPECT_EQ(*window->accessibilityChildren(), expected);
+}
+
+TEST_F(NSTextFieldCellAccessibility, TheCaretOfABackwardSelectionIsAtItsStart) {
+  begin("one two", 7);
+  for (int i = 0; i < 3; ++i) user.pressKey(NSLeftArrowFunctionKey, NSEventModifierFlagShift);
+  EXPECT_EQ(*asked(NSAccessibilitySelectedTextRangeAttribute).as<NSRange>(), (NSRange{4, 3}));
+  EXPECT_EQ(*asked(accessibilityInsertionPointAttribute).as<double>(), 4);
+  editor()->setSelectedRange({4, 3});
+  EXPECT_EQ(*asked(accessibilityInsertionPointAttribute).as<double>(), 7);
+}
+
+TEST_F(NSTextFieldCellAccessibility, CharactersHaveTheSameFramesWhetherTheTextIsEditedOrNot) {
+  field->setStringValue("abc");
+  for (const bool isEdited : {false, true}) {
+    if (isEdited) field->selectText(nullptr);
+    // The window is at 100, 100, and a line 15.6 points high.
+    const CGRect second = frameOfAccessibleText(field->cell(), {1, 1});
+    EXPECT_NEAR(second.origin.x, 100 + 20 + 7 + 6.5, 1e-9) << isEdited;
+    EXPECT_NEAR(CGRectGetMidY(second), 100 + 100 + 12, 0.5) << isEdited;
+    EXPECT_NEAR(second.size.width, 6.5, 1e-9) << isEdited;
+    EXPECT_NEAR(second.size.height, 15.6, 1e-9) << isEdited;
+    EXPECT_NEAR(frameOfAccessibleText(field->cell(), {1, 100}).size.width, 13, 1e-9) << isEdited;
+    const CGRect caret = frameOfAccessibleText(field->cell(), {3, 1});
+    EXPECT_NEAR(caret.origin.x, 100 + 20 + 7 + 3 * 6.5, 1e-9) << isEdited << ": after the last one";
+    EXPECT_EQ(caret.size.width, 1) << isEdited;
+    EXPECT_EQ(frameOfAccessibleText(field->cell(), {100, 1}), caret) << isEdited;
+  }
+}
+
+TEST_F(NSTextFieldCellAccessibility, TheCharacterAtAPointIsTheOneWhoseBoxHoldsIt) {
+  field->setStringValue("abc");
+  const auto at = [&](CGFloat x, CGFloat y) { return accessibleTextOffsetAt(field->cell(), {100 + x, 100 + y}); };
+  for (const bool isEdited : {false, true}) {
+    if (isEdited) field->selectText(nullptr);
+    EXPECT_EQ(at(20 + 7 + 6.4, 112), 0u) << isEdited;
+    EXPECT_EQ(at(20 + 7 + 6.6, 112), 1u) << isEdited;
+    EXPECT_EQ(at(20 + 7 + 19.4, 112), 2u) << isEdited;
+    EXPECT_EQ(at(20 + 7 + 19.6, 112), std::nullopt) << isEdited << ": after the last one";
+    EXPECT_EQ(at(20 + 3, 112), std::nullopt) << isEdited;
+    EXPECT_EQ(at(20 + 9, 100 + 30), std::nullopt) << isEdited << ": above the field";
+  }
+  field->setStringValue("");
+  EXPECT_EQ(at(28, 112), std::nullopt);
+}
+
+TEST_F(NSTextFieldCellAccessibility, ATextThatIsScrolledHasItsCharactersWhereTheyShow) {
+  begin("abcdefghijklmnopqrstuvwxyz", 26);
+  desktop.settle();
+  // 96 points are between the margins, and the caret takes one of them.
+  EXPECT_NEAR(CGRectGetMaxX(frameOfAccessibleText(field->cell(), {25, 1})), 100 + 20 + 7 + 95, 1);
+  EXPECT_LT(frameOfAccessibleText(field->cell(), {0, 1}).origin.x, 100 + 20);
+  EXPECT_EQ(accessibleTextOffsetAt(field->cell(), {100 + 20 + 7 + 93, 212}), 25u);
+}
+
+TEST_F(NSTextFieldCellAccessibility, ATextThatAClientWritesIsTypedIntoTheField) {
+  field->setStringValue("abc");
+  accessibilityOf(field->cell())->accessibilitySetValue("new words", NSAccessibilityValueAttribute);
+  EXPECT_EQ(delegate->calls, (Calls{"begin", "change new words"}));
+  EXPECT_EQ(field->stringValue(), "new words");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{9, 0}));
+  user.pressKey("z", NSEventModifierFlagControl);
+  EXPECT_EQ(field->stringValue(), "abc");
+}
+
+TEST_F(NSTextFieldCellAccessibility, ATextThatTheDelegateRefusesIsNotWritten) {
+  field->setStringValue("abc");
+  delegate->refusesToBegin = true;
+  accessibilityOf(field->cell())->accessibilitySetValue("new words", NSAccessibilityValueAttribute);
+  EXPECT_EQ(field->stringValue(), "abc");
+}
+
+TEST_F(NSTextFieldCellAccessibility, AFieldInNoWindowTakesTheTextAsItIs) {
+  field->removeFromSuperview();
+  accessibilityOf(field->cell())->accessibilitySetValue("new words", NSAccessibilityValueAttribute);
+  EXPECT_EQ(field->stringValue(), "new words");
 }

@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/NSTextView.h"
 
+#include "tessaluna/platform/accessibility/AccessibleChanges.h"
+#include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/windows/effectiveAppearance.h"
@@ -333,4 +335,63 @@ TEST_F(NSTextViewLongText, AFontThatChangesWhileTheViewIsInNoWindowReachesItToo)
   const auto set = view->layoutManager()->layout().lines()[1].shaped;
   effectiveAppearanceDidChange();
   EXPECT_NE(view->layoutManager()->layout().lines()[1].shaped, set);
+}
+
+// What assistive clients are shown of a text that is no field's.
+
+class NSTextViewAccessibility : public harness::StillWorld {
+ protected:
+  NSTextViewAccessibility() { view->setString("one\ntwo\nthree"); }
+
+  Ref<NSTextView> view = make<NSTextView>(CGRect{0, 0, 200, 150});
+  Ref<NSWindow> window = showWindowWith(view);
+};
+
+TEST_F(NSTextViewAccessibility, ItIsATextAreaWithACaret) {
+  view->setSelectedRange({4, 2});
+  const AccessibleTextState expected{.text = u"one\ntwo\nthree", .selection = {{4, 2}}, .caret = 6};
+  EXPECT_EQ(accessibleTextOf(view), expected);
+  const auto number = [&](std::string_view attribute) { return *view->accessibilityAttributeValue(attribute).as<double>(); };
+  EXPECT_EQ(number(NSAccessibilityInsertionPointLineNumberAttribute), 1);
+  view->setSelectedRange({13, 0});
+  EXPECT_EQ(number(NSAccessibilityInsertionPointLineNumberAttribute), 2);
+  view->setSelectedRange({0, 0});
+  EXPECT_EQ(number(NSAccessibilityInsertionPointLineNumberAttribute), 0);
+  EXPECT_EQ(number(NSAccessibilityNumberOfCharactersAttribute), 13);
+  EXPECT_EQ(accessibleLine(view), "text area \"\" = \"one\\ntwo\\nthree\" [focusable, editable, multi-line] focus");
+}
+
+TEST_F(NSTextViewAccessibility, ItsTextAndSelectionCanBeSetWhileItIsEditable) {
+  selectAccessibleText(view, 4, 7);
+  EXPECT_EQ(view->selectedRange(), (NSRange{4, 3}));
+  replaceAccessibleText(view, 4, 7, u"2");
+  EXPECT_EQ(view->string(), "one\n2\nthree");
+  view->setEditable(false);
+  replaceAccessibleText(view, 0, 3, u"1");
+  EXPECT_EQ(view->string(), "one\n2\nthree");
+  EXPECT_TRUE(accessibleStatesOf(view).contains(AccessibleState::ReadOnly));
+}
+
+TEST_F(NSTextViewAccessibility, EachLineHasItsCharactersWhereTheyShow) {
+  // The window is at 100, 100 and 150 high; beside the text are 5 points.
+  const CGRect letter = frameOfAccessibleText(view, {5, 1});
+  EXPECT_NEAR(letter.origin.x, 100 + 5 + 6.5, 1e-9);
+  EXPECT_NEAR(CGRectGetMaxY(letter), 250 - 15.6, 1e-9);
+  EXPECT_EQ(accessibleTextOffsetAt(view, {CGRectGetMidX(letter), CGRectGetMidY(letter)}), 5u);
+  EXPECT_EQ(accessibleTextOffsetAt(view, {300 - 1, CGRectGetMidY(letter)}), std::nullopt);
+  EXPECT_NEAR(frameOfAccessibleText(view, {0, 13}).size.height, 3 * 15.6, 1e-9);
+}
+
+TEST_F(NSTextViewAccessibility, ItReportsItsTextAndThenItsCaret) {
+  window->makeFirstResponder(view.get());
+  view->setAccessibilityCompanion(std::make_unique<AccessibleMemory>(view));
+  std::vector<std::string> lines;
+  const AccessibleChanges changes({.isListening = [] { return true; },
+                                   .changed = [&](const AccessibleChange& change) { lines.push_back(lineOf(change)); }});
+  user.pressKey(U'\x7F', 0);
+  user.type("p");
+  view->textStorage()->replaceCharactersInRange({0, 4}, u"");
+  EXPECT_EQ(lines, (std::vector<std::string>{"text area \"\": removed \"e\" at 12", "text area \"\": caret at 12",
+                                             "text area \"\": inserted \"p\" at 12", "text area \"\": caret at 13",
+                                             "text area \"\": removed \"one\n\" at 0", "text area \"\": caret at 9"}));
 }

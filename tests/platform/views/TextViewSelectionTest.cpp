@@ -238,3 +238,59 @@ TEST_F(TextViewSelectionCaret, StandsWhereTheTextsAlignmentPutsIt) {
   field->selectText(nullptr);
   EXPECT_EQ(editor()->caretRectForIndex(0).origin.x, (width - 13) / 2);
 }
+
+// The delegate and the observers of the selection.
+
+class TextViewSelectionNotification : public harness::FieldWorld {
+ protected:
+  TextViewSelectionNotification() { begin("one two"); }
+  ~TextViewSelectionNotification() override { NSNotificationCenter::defaultCenter().removeObserver(token); }
+  // The selections that were observed since this was asked last.
+  std::vector<NSRange> observed() { return std::exchange(selections, {}); }
+
+  std::vector<NSRange> selections;
+  Ref<NSObject> token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSTextViewDidChangeSelectionNotification, nullptr, nullptr, [this](const Ref<NSNotification>& notification) {
+        selections.push_back(std::dynamic_pointer_cast<NSText>(notification->object())->selectedRange());
+      });
+};
+
+TEST_F(TextViewSelectionNotification, IsPostedWhenTheTextBeforeTheCaretGetsShorter) {
+  editor()->setSelectedRange({7, 0});
+  observed();
+  user.pressKey(U'\x7F', 0);
+  EXPECT_EQ(observed(), std::vector{NSRange({6, 0})});
+  user.pressKey("z", NSEventModifierFlagControl);
+  EXPECT_EQ(observed(), std::vector{NSRange({7, 0})});
+  field->setStringValue("on");
+  EXPECT_EQ(observed(), std::vector{NSRange({2, 0})});
+  field->setStringValue("");
+  EXPECT_EQ(observed(), std::vector{NSRange({0, 0})});
+}
+
+TEST_F(TextViewSelectionNotification, IsPostedOnceForWhatIsTypedOverASelection) {
+  editor()->setSelectedRange({4, 3});
+  observed();
+  user.type("x");
+  EXPECT_EQ(observed(), std::vector{NSRange({5, 0})});
+}
+
+TEST_F(TextViewSelectionNotification, IsNotPostedWhereTheCaretStays) {
+  editor()->setSelectedRange({7, 0});
+  observed();
+  field->setStringValue("two one");
+  EXPECT_EQ(observed(), std::vector<NSRange>{});
+}
+
+TEST_F(TextViewSelectionNotification, IsPostedWhenSomebodyElseEditsBeforeTheCaret) {
+  editor()->setSelectedRange({5, 2});
+  observed();
+  editor()->textStorage()->replaceCharactersInRange({0, 3}, u"a");
+  EXPECT_EQ(observed(), std::vector{NSRange({3, 2})});
+  editor()->textStorage()->replaceCharactersInRange({0, 0}, u"seven, ");
+  EXPECT_EQ(observed(), std::vector{NSRange({10, 2})});
+  editor()->textStorage()->replaceCharactersInRange({12, 0}, u", three");
+  EXPECT_EQ(observed(), std::vector{NSRange({10, 9})}) << "at the end of the selection";
+  editor()->textStorage()->replaceCharactersInRange({5, 14}, u"!");
+  EXPECT_EQ(observed(), std::vector{NSRange({6, 0})});
+}
