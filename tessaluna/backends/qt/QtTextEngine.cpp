@@ -20,9 +20,13 @@ namespace tessaluna::backend::qt {
 
 namespace {
 
-// Lines and typefaces kept; what was used longest ago goes first.
-constexpr std::size_t mostLines = 2000;
-constexpr std::size_t mostTypefaces = 64;
+// Bytes of lines, and typefaces, that are kept; what was used longest ago goes first.
+constexpr std::size_t maxBytes = 16 << 20;
+constexpr std::size_t maxTypefaces = 64;
+// Qt finds the place of a character by walking along the line. A line that is longer than maxPiece is shaped in pieces, so that
+// the walks stay short, and so that a letter typed into a long line changes one piece. A piece ends after a blank where there
+// is one from minPiece on: nothing is shaped across most blanks.
+constexpr std::size_t minPiece = 256, maxPiece = 512;  // UTF-16 units
 
 QString toQString(std::u16string_view text) {
   return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
@@ -82,8 +86,10 @@ struct QtTextEngine::Kept {
   struct Line {
     Shaping shaping;
     std::shared_ptr<const ShapedLine> shaped;
+    std::size_t bytes;
   };
   std::list<Line> lines;  // used last first
+  std::size_t bytes = 0;  // of all lines
   std::unordered_map<Shaping, std::list<Line>::iterator, ShapingHash> byShaping;
   std::vector<std::pair<QRawFont, std::shared_ptr<const Typeface>>> typefaces;
 
@@ -91,7 +97,7 @@ struct QtTextEngine::Kept {
   std::shared_ptr<const Typeface> typefaceOf(const QRawFont& font) {
     for (const auto& [known, typeface] : typefaces)
       if (known == font) return typeface;
-    if (typefaces.size() >= mostTypefaces) typefaces.erase(typefaces.begin());
+    if (typefaces.size() >= maxTypefaces) typefaces.erase(typefaces.begin());
     return typefaces.emplace_back(font, std::make_shared<QtTypeface>(font)).second;
   }
 };
@@ -106,6 +112,23 @@ QFont fontOf(const FontDescription& description) {
   font.setBold(description.isBold);
   font.setHintingPreference(QFont::PreferNoHinting);
   return font;
+}
+
+// For a cluster that stands first in a stretch of the other direction: Qt gives it the place where the stretch begins for the
+// text before it, and no width.
+void placeByGlyphs(TextCluster& cluster, const QTextLayout& layout) {
+  bool isFirst = true;
+  for (const QGlyphRun& run : layout.glyphRuns(static_cast<int>(cluster.start), static_cast<int>(cluster.length))) {
+    const QList<QPointF> positions = run.positions();
+    const QList<QPointF> advances = run.rawFont().advancesForGlyphIndexes(run.glyphIndexes());
+    for (qsizetype i = 0; i < positions.size(); ++i) {
+      const double left = positions[i].x(), right = left + advances[i].x();
+      cluster.left = isFirst ? left : std::min(cluster.left, left);
+      cluster.right = isFirst ? right : std::max(cluster.right, right);
+      isFirst = false;
+    }
+    cluster.isRightToLeft = run.isRightToLeft();
+  }
 }
 
 ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
@@ -158,13 +181,73 @@ ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
     const double leading = qtLine.cursorToX(&position, QTextLine::Leading);
     position = static_cast<int>(borders[i]);
     const double trailing = qtLine.cursorToX(&position, QTextLine::Trailing);
-    line.clusters.push_back({.start = borders[i],
-                             .length = borders[i + 1] - borders[i],
-                             .left = std::min(leading, trailing),
-                             .right = std::max(leading, trailing),
-                             .isRightToLeft = trailing < leading});
+    TextCluster cluster{.start = borders[i],
+                        .length = borders[i + 1] - borders[i],
+                        .left = std::min(leading, trailing),
+                        .right = std::max(leading, trailing),
+                        .isRightToLeft = trailing < leading};
+    if (leading == trailing) placeByGlyphs(cluster, layout);
+    line.clusters.push_back(cluster);
   }
   return line;
+}
+
+// Where the line may be cut into pieces that are shaped alone: the ends of the pieces, the text's length last.
+std::vector<std::size_t> endsOfPieces(std::u16string_view text) {
+  std::vector<std::size_t> ends;
+  std::size_t start = 0;
+  const std::vector<std::size_t> borders = platform::characterBorders(text);
+  for (std::size_t i = 1; i + 1 < borders.size(); ++i) {
+    const std::size_t length = borders[i] - start;
+    if (length < minPiece || (length < maxPiece && text[borders[i] - 1] != u' ')) continue;
+    ends.push_back(borders[i]);
+    start = borders[i];
+  }
+  ends.push_back(text.size());
+  return ends;
+}
+
+// Pieces follow each other from left to right only where all text does.
+bool runsToTheRight(std::u16string_view text) {
+  return std::ranges::none_of(toQString(text), [](QChar unit) {
+    switch (unit.direction()) {
+      case QChar::DirR:
+      case QChar::DirAL:
+      case QChar::DirAN:
+      case QChar::DirRLE:
+      case QChar::DirRLO:
+      case QChar::DirRLI:
+      case QChar::DirFSI: return true;
+      default:
+        return unit.isSurrogate() && unit.unicode() >= 0xD802 && unit.unicode() <= 0xD83B;  // scripts of either direction
+    }
+  });
+}
+
+// The piece starts at that unit of the whole text; its fonts have those numbers there.
+void append(ShapedLine& whole, const ShapedLine& piece, std::size_t start, std::span<const std::size_t> fonts) {
+  for (std::size_t i = 0; i < piece.runs.size(); ++i) {
+    GlyphRun& run = whole.runs.emplace_back(piece.runs[i]);
+    for (CGPoint& position : run.positions) position.x += whole.advance;
+    whole.runFonts.push_back(fonts[piece.runFonts[i]]);
+  }
+  for (TextCluster cluster : piece.clusters) {
+    cluster.start += start;
+    cluster.left += whole.advance;
+    cluster.right += whole.advance;
+    whole.clusters.push_back(cluster);
+  }
+  whole.advance += piece.advance;
+  whole.metrics.ascent = std::max(whole.metrics.ascent, piece.metrics.ascent);
+  whole.metrics.descent = std::max(whole.metrics.descent, piece.metrics.descent);
+  whole.metrics.leading = std::max(whole.metrics.leading, piece.metrics.leading);
+}
+
+std::size_t bytesOf(const ShapedLine& line) {
+  std::size_t bytes = sizeof line + line.clusters.size() * sizeof(TextCluster);
+  for (const GlyphRun& run : line.runs)
+    bytes += sizeof run + run.glyphs.size() * (sizeof run.glyphs[0] + sizeof run.positions[0]);
+  return bytes;
 }
 
 }  // namespace
@@ -190,15 +273,39 @@ std::shared_ptr<const ShapedLine> QtTextEngine::shape(std::u16string_view text, 
     kept_->lines.splice(kept_->lines.begin(), kept_->lines, known->second);
     return known->second->shaped;
   }
-  auto shaped = std::make_shared<const ShapedLine>(
-      shapeAnew(shaping, *this, [this](const QRawFont& font) { return kept_->typefaceOf(font); }));
-  kept_->lines.push_front({shaping, shaped});
-  kept_->byShaping[shaping] = kept_->lines.begin();
-  if (kept_->lines.size() > mostLines) {
+  auto shaped = std::make_shared<ShapedLine>();
+  if (text.size() > maxPiece && runsToTheRight(text)) *shaped = shapeInPieces(text, fonts);
+  else *shaped = shapeAnew(shaping, *this, [this](const QRawFont& font) { return kept_->typefaceOf(font); });
+  // The text is kept twice: in the list and in the index.
+  const std::size_t bytes = bytesOf(*shaped) + 2 * (sizeof(Shaping) + text.size() * sizeof(char16_t));
+  kept_->lines.push_front({shaping, shaped, bytes});
+  kept_->byShaping[std::move(shaping)] = kept_->lines.begin();
+  kept_->bytes += bytes;
+  while (kept_->bytes > maxBytes && kept_->lines.size() > 1) {
+    kept_->bytes -= kept_->lines.back().bytes;
     kept_->byShaping.erase(kept_->lines.back().shaping);
     kept_->lines.pop_back();
   }
   return shaped;
+}
+
+ShapedLine QtTextEngine::shapeInPieces(std::u16string_view text, std::span<const FontSpan> fonts) const {
+  ShapedLine whole;
+  std::size_t start = 0, font = 0, endOfFont = fonts.front().length;
+  for (const std::size_t end : endsOfPieces(text)) {
+    std::vector<FontSpan> spans;
+    std::vector<std::size_t> numbers;
+    for (std::size_t from = start; from < end;) {
+      while (endOfFont <= from) endOfFont += fonts[++font].length;
+      const std::size_t to = std::min(end, endOfFont);
+      spans.push_back({fonts[font].font, to - from});
+      numbers.push_back(font);
+      from = to;
+    }
+    append(whole, *shape(text.substr(start, end - start), spans), start, numbers);
+    start = end;
+  }
+  return whole;
 }
 
 std::vector<std::size_t> QtTextEngine::breakOpportunities(std::u16string_view text) const {

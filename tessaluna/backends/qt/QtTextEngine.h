@@ -22,6 +22,7 @@ class QtTextEngine : public TextEngine {
   void forgetFonts();
 
  private:
+  ShapedLine shapeInPieces(std::u16string_view text, std::span<const FontSpan> fonts) const;
   struct Kept;
   std::unique_ptr<Kept> kept_;
 };

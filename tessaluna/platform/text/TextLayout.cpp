@@ -17,6 +17,7 @@ constexpr char16_t ellipsis = 0x2026;
 
 // A width that went through a few sums and differences still holds the text that it was measured for.
 constexpr CGFloat noise = 1e-6;
+constexpr CGFloat maxSeam = 0.01;  // points between stretches of a line that touch
 
 backend::FontDescription fontOf(const NSAttributes& attributes) {
   const auto font = attributeObject<NSFont>(attributes, NSFontAttributeName);
@@ -240,16 +241,22 @@ struct Span {
   CGFloat left, right;
 };
 
-// Where the clusters that start in the stretch of the shown text stand, neighbours as one, so that a line under them has no
-// seams.
+// Adds a stretch of a line, as one with those that it touches on either side, so that what is painted along them has no seams.
+void join(std::vector<Span>& spans, Span added) {
+  for (std::size_t i = spans.size(); i-- > 0;) {
+    const Span other = spans[i];
+    if (added.left > other.right + maxSeam || other.left > added.right + maxSeam) continue;
+    added = {std::min(added.left, other.left), std::max(added.right, other.right)};
+    spans.erase(spans.begin() + static_cast<std::ptrdiff_t>(i));
+  }
+  spans.push_back(added);
+}
+
+// Where the clusters stand that start in the stretch of the shown text.
 std::vector<Span> spansOf(const backend::ShapedLine& line, std::size_t start, std::size_t end) {
   std::vector<Span> spans;
-  for (const backend::TextCluster& cluster : line.clusters) {
-    if (cluster.start < start || cluster.start >= end) continue;
-    if (!spans.empty() && std::abs(spans.back().right - cluster.left) < noise) spans.back().right = cluster.right;
-    else if (!spans.empty() && std::abs(spans.back().left - cluster.right) < noise) spans.back().left = cluster.left;
-    else spans.push_back({cluster.left, cluster.right});
-  }
+  for (const backend::TextCluster& cluster : line.clusters)
+    if (cluster.start >= start && cluster.start < end) join(spans, {cluster.left, cluster.right});
   return spans;
 }
 
@@ -327,17 +334,12 @@ std::vector<CGRect> TextLayout::rectsOf(NSRange range) const {
   std::vector<CGRect> rects;
   const std::size_t end = range.location + range.length;
   for (const Line& line : linesOf(range)) {
-    const std::size_t firstOfLine = rects.size();
+    std::vector<Span> spans;
     for (const backend::TextCluster& cluster : line.shaped->clusters) {
       const NSRange own = line.rangeOf(cluster);
-      if (own.location + own.length <= range.location || own.location >= end) continue;
-      const CGRect box{line.x + cluster.left, line.y, cluster.right - cluster.left, line.height()};
-      // Neighbours join; text that runs the other way starts a rectangle of its own.
-      const bool follows = rects.size() > firstOfLine && std::abs(CGRectGetMaxX(rects.back()) - box.origin.x) < 0.01;
-      const bool precedes = rects.size() > firstOfLine && std::abs(CGRectGetMaxX(box) - rects.back().origin.x) < 0.01;
-      if (follows || precedes) rects.back() = NSUnionRect(rects.back(), box);
-      else rects.push_back(box);
+      if (own.location + own.length > range.location && own.location < end) join(spans, {cluster.left, cluster.right});
     }
+    for (const Span& span : spans) rects.push_back({{line.x + span.left, line.y}, {span.right - span.left, line.height()}});
   }
   return rects;
 }

@@ -459,6 +459,10 @@ TEST_F(TextLayoutTest, ARangeOfTextFromRightToLeftIsOneRectangle) {
   EXPECT_EQ(layOut("\u05D0\u05D1\u05D2", 100).rectsOf({0, 2}), (std::vector<CGRect>{{5, 0, 10, 12}}));
 }
 
+TEST_F(TextLayoutTest, ARangeOfBothDirectionsWithoutAGapIsOneRectangle) {
+  EXPECT_EQ(layOut("ab\u05D0\u05D1\u05D2 c", 100).rectsOf({0, 7}), (std::vector<CGRect>{{0, 0, 35, 12}}));
+}
+
 TEST_F(TextLayoutTest, TheCaretPlaceAtTheRightOfTextFromRightToLeftIsItsStart) {
   const TextLayout layout = layOut("\u05D0\u05D1\u05D2", 100);
   EXPECT_EQ(layout.insertionIndexAt({15, 5}), 0u);
