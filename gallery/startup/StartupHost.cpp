@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 
-#include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/foundation/NSData.h"
 #include "tessaluna/platform/foundation/NSNumber.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
@@ -15,11 +14,10 @@ namespace gallery {
 
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
-using tessaluna::backend::Backend;
 
 namespace {
 
-constexpr double tickPeriod = 0.1, stepSeconds = 0.8;
+constexpr double stepSeconds = 0.8;
 constexpr std::array<const char*, 5> steps{"Reading the settings", "Opening the library", "Looking for outputs",
                                            "Connecting to the services", "Ready"};
 
@@ -51,18 +49,7 @@ void StartupHost::didInit() {
 }
 
 void StartupHost::start() {
-  if (const Backend* backend = Backend::current()) lastTick_ = backend->now();
-  waitForNextTick();
-}
-
-void StartupHost::waitForNextTick() {
-  Backend* backend = Backend::current();
-  if (!backend) return;
-  tick_ = backend->timer(tickPeriod, [this, backend] {
-    const double now = backend->now();
-    advance(now - std::exchange(lastTick_, now));
-    waitForNextTick();
-  });
+  ticker_.start([this](double seconds) { advance(seconds); });
 }
 
 void StartupHost::advance(double seconds) {

@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 
+#include "gallery/Ticker.h"
 #include "tessaluna/uikit/startup/AppSplashController.h"
 #include "tessaluna/uikit/startup/ProgressMonitorView.h"
 
@@ -35,7 +36,6 @@ class StartupHost : public tessaluna::platform::NSObject {
     bool isAborted = false;  // its address is the abort semaphore
     double length = 0, position = 0, speed = 0;
   };
-  void waitForNextTick();
   void runSplash(double seconds);
   void runTasks(double seconds);
   void report(const std::string& what) const;
@@ -44,8 +44,8 @@ class StartupHost : public tessaluna::platform::NSObject {
   tessaluna::platform::Ref<TessalunaUIKit::ProgressMonitorView> monitor_;
   std::map<int, Worker> workers_;  // by their numbers, in their order
   std::function<void(const std::string&)> report_;
-  tessaluna::backend::Timer tick_;
-  double lastTick_ = 0, splashSeconds_ = 0;
+  Ticker ticker_;
+  double splashSeconds_ = 0;
   int taskCount_ = 0;
 };
 

@@ -1,17 +1,14 @@
 #include "gallery/transport/TransportHost.h"
 
-#include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/text/NSFont.h"
 
 namespace gallery {
 
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
-using tessaluna::backend::Backend;
 
 namespace {
 
-constexpr double tickPeriod = 0.1;
 constexpr CGFloat width = 640, height = 78, buttonSize = 18, buttonGap = 14;
 constexpr std::uint64_t play = 1, pause = 2, stopStyle = 3, previousStyle = 4, nextStyle = 5, shuffle = 6, repeat = 7;
 
@@ -80,18 +77,7 @@ Ref<NSTextField> TransportHost::addLabel(CGRect frame) {
 }
 
 void TransportHost::start() {
-  if (const Backend* backend = Backend::current()) lastTick_ = backend->now();
-  waitForNextTick();
-}
-
-void TransportHost::waitForNextTick() {
-  Backend* backend = Backend::current();
-  if (!backend) return;
-  tick_ = backend->timer(tickPeriod, [this, backend] {
-    const double now = backend->now();
-    advance(now - std::exchange(lastTick_, now));
-    waitForNextTick();
-  });
+  ticker_.start([this](double seconds) { advance(seconds); });
 }
 
 void TransportHost::advance(double seconds) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "gallery/Ticker.h"
 #include "gallery/transport/SimulatedPlayer.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/uikit/transport/PlaybackSlider.h"
@@ -47,7 +48,6 @@ class TransportHost : public tessaluna::platform::NSObject {
                                                                               const std::string& name,
                                                                               tessaluna::platform::CGFloat x);
   tessaluna::platform::Ref<tessaluna::platform::NSTextField> addLabel(tessaluna::platform::CGRect frame);
-  void waitForNextTick();
   void showSong();
   void showState();
   void report(const std::string& what) const;
@@ -58,8 +58,7 @@ class TransportHost : public tessaluna::platform::NSObject {
   tessaluna::platform::Ref<TessalunaUIKit::PlaybackSlider> slider_;
   tessaluna::platform::Ref<TessalunaUIKit::PlaybackTransportButton> playButton_;
   std::function<void(const std::string&)> report_;
-  tessaluna::backend::Timer tick_;
-  double lastTick_ = 0;
+  Ticker ticker_;
   std::size_t shownSong_ = 0;
   bool awaitsSeek_ = false;
 };

@@ -1,0 +1,129 @@
+// The gallery's transport bar under a real pointer and keyboard: those of the X server, moved by xdotool.
+#include <QLineEdit>
+#include <QWidget>
+#include <QWindow>
+
+#include <algorithm>
+
+#include "gallery/transport/TransportHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tests/desktop/QtDesktop.h"
+
+using namespace tessaluna::platform;
+using gallery::SimulatedPlayer;
+using gallery::TransportHost;
+
+namespace {
+
+class TransportPointer : public harness::QtDesktop {
+ protected:
+  TransportPointer() {
+    host_->setReport([this](const std::string& what) { reports_.push_back(what); });
+    host_->player().setLoadingSpeed(100);
+    host_->advance(1);
+    window_.setWindowFlags(Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint);
+    bar_.setGeometry(20, 60, 640, 78);
+    field_.setGeometry(20, 10, 200, 30);
+    window_.setGeometry(100, 120, 680, 160);
+  }
+  ~TransportPointer() override { xdotool({"mouseup", "1", "mousemove", "5", "5"}); }
+  void SetUp() override {
+    xdotool({"mousemove", "5", "5"});
+    window_.show();
+    ASSERT_TRUE(eventually([&] { return window_.windowHandle() && window_.windowHandle()->isExposed(); }));
+    window_.activateWindow();
+    field_.setFocus();
+    settle();
+  }
+
+  // Of the bar, from its upper left corner.
+  void movePointerTo(int x, int y) {
+    const QPoint place = bar_.mapToGlobal(QPoint(x, y));
+    xdotool({"mousemove", QString::number(place.x()), QString::number(place.y())});
+  }
+  // Where the knob has its middle at the time.
+  void movePointerToTime(double seconds) { movePointerTo(int(1.5 + 637 * seconds / host_->player().song().seconds), 66); }
+  double position() { return host_->slider()->position(); }
+  bool isReported(const std::string& start) {
+    return eventually([&] {
+      host_->advance(0.01);
+      return std::any_of(reports_.begin(), reports_.end(), [&](const std::string& one) { return one.starts_with(start); });
+    });
+  }
+
+  Ref<TransportHost> host_ =
+      make<TransportHost>(std::vector<SimulatedPlayer::Song>{{"First", 637, 44100}, {"Second", 95, 96000}});
+  std::vector<std::string> reports_;
+  QWidget window_;
+  QLineEdit field_{&window_};
+  tessaluna::backend::qt::QtViewWidget bar_{host_->view(), &window_};
+};
+
+}  // namespace
+
+TEST_F(TransportPointer, TheKnobIsDraggedAndTheSeekComesWithTheRelease) {
+  movePointerToTime(100);
+  xdotool({"mousedown", "1"});
+  EXPECT_TRUE(eventually([&] { return std::abs(position() - 100) < 2; }));
+  movePointerToTime(300);
+  EXPECT_TRUE(eventually([&] { return std::abs(position() - 300) < 2; }));
+  movePointerTo(320, 200);
+  EXPECT_TRUE(reports_.empty()) << "below the window it still holds the knob";
+  xdotool({"mouseup", "1"});
+  EXPECT_TRUE(isReported("seek 5:1"));
+  EXPECT_EQ(reports_.size(), 1u);
+}
+
+TEST_F(TransportPointer, AClickOnTheSliderLeavesTheKeyboardInTheField) {
+  movePointerToTime(200);
+  xdotool({"click", "1"});
+  EXPECT_TRUE(isReported("seek 3:"));
+  EXPECT_EQ(QApplication::focusWidget(), &field_);
+  xdotool({"key", "a"});
+  EXPECT_TRUE(eventually([&] { return field_.text() == "a"; }));
+}
+
+TEST_F(TransportPointer, TabLeadsToTheSliderAndItsKeysSeek) {
+  movePointerToTime(200);
+  xdotool({"click", "1"});
+  EXPECT_TRUE(isReported("seek"));
+  // Past the six buttons.
+  xdotool({"key", "--repeat", "7", "Tab"});
+  ASSERT_TRUE(eventually([&] { return host_->slider()->isAccessibilityFocused(); }));
+  const double start = position();
+  xdotool({"key", "Right"});
+  EXPECT_TRUE(eventually([&] { return std::abs(position() - start - 5) < 0.5; }));
+  xdotool({"key", "shift+Left"});
+  EXPECT_TRUE(eventually([&] { return std::abs(position() - start + 25) < 0.5; }));
+  xdotool({"key", "Prior"});
+  EXPECT_TRUE(eventually([&] { return std::abs(position() - start - 35) < 0.5; }));
+  xdotool({"key", "Home"});
+  EXPECT_TRUE(eventually([&] { return position() < 0.5; }));
+}
+
+TEST_F(TransportPointer, TheWheelSeeksByFiveSeconds) {
+  movePointerToTime(300);
+  xdotool({"click", "4"});
+  EXPECT_TRUE(isReported("seek 0:0"));
+  EXPECT_GT(position(), 4);
+}
+
+TEST_F(TransportPointer, AButtonIsPressedDraggedOutOfAndLetGoOver) {
+  const NSButton& play = *host_->playButton();
+  movePointerTo(32 + 9, 11);
+  xdotool({"mousedown", "1"});
+  EXPECT_TRUE(eventually([&] { return play.isHighlighted(); }));
+  movePointerTo(300, 11);
+  EXPECT_TRUE(eventually([&] { return !play.isHighlighted(); }));
+  xdotool({"mouseup", "1"});
+  EXPECT_FALSE(host_->player().isPlaying());
+  movePointerTo(32 + 9, 11);
+  xdotool({"click", "1"});
+  EXPECT_TRUE(isReported("play"));
+}
+
+TEST_F(TransportPointer, TheSpaceBarPressesAndTogglesTheButtonsThatTheTabKeyLeadsTo) {
+  xdotool({"key", "--repeat", "5", "Tab"});
+  xdotool({"key", "space"});
+  EXPECT_TRUE(isReported("shuffle on"));
+}
