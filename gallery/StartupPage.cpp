@@ -73,7 +73,9 @@ QWidget* makeIndicators() {
     auto* column = new QVBoxLayout;
     column->setSpacing(6);
     column->addStretch(1);
-    column->addWidget(embed(indicator), 0, Qt::AlignHCenter);
+    QWidget* widget = embed(indicator);
+    widget->setAccessibleName(look.note);
+    column->addWidget(widget, 0, Qt::AlignHCenter);
     column->addStretch(1);
     column->addWidget(makeLabel(look.note, "cardNote"), 0, Qt::AlignHCenter);
     layout->addLayout(column);

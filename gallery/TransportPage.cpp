@@ -75,6 +75,7 @@ QWidget* makeButtonLooks(GroundKind ground) {
       button->setHighlighted(look.isHighlighted);
       button->setToolTip(name);
       QWidget* widget = embed(button);
+      widget->setAccessibleName(QString("%1 %2").arg(name, look.name));
       widget->setFocusPolicy(Qt::NoFocus);
       grid->addWidget(widget, row, static_cast<int>(style));
     }
@@ -112,7 +113,9 @@ QWidget* makeSliderLooks() {
     slider->setPosition(look.seconds);
     slider->showLoaded(look.first, look.second);
     slider->setSeekable(false);
-    grid->addWidget(embed(slider), row, 0);
+    QWidget* widget = embed(slider);
+    widget->setAccessibleName(look.note);
+    grid->addWidget(widget, row, 0);
     grid->addWidget(makeNote(look.note), row++, 1);
   }
   grid->setColumnStretch(1, 1);

@@ -6,6 +6,9 @@
 
 #include "tessaluna/platform/foundation/NSData.h"
 #include "tessaluna/platform/foundation/NSNumber.h"
+#include "tessaluna/platform/graphics/NSBezierPath.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
@@ -35,6 +38,16 @@ constexpr std::string_view splashDocument = R"({
        "properties": {"bezeled": false, "editable": false, "drawsBackground": false, "font": 11}},
       {"id": "spinner", "class": "NSProgressIndicator", "frame": [372, 86, 24, 24], "style": "spinning"}]}}]})";
 
+// A white record on a tile.
+Ref<NSImage> makeIcon() {
+  return NSImage::imageWithSize({80, 80}, false, [](CGRect frame) {
+    NSColor::colorWithCalibratedRed(0.33, 0.45, 0.76, 1)->setFill();
+    NSBezierPath::bezierPathWithRoundedRect(frame, 16, 16)->fill();
+    TessalunaStyleKit::drawIconAlbum(NSInsetRect(frame, 12, 12));
+    return true;
+  });
+}
+
 std::string nameOf(int task) { return "Task " + std::to_string(task); }
 
 }  // namespace
@@ -43,8 +56,7 @@ void StartupHost::didInit() {
   NSObject::didInit();
   registerInterfaceFileClasses();
   NSNib::registerDocument("gallery.Splash", splashDocument);
-  if (!NSImage::imageNamed("AppIcon.icns"))
-    NSImage::setImageNamed("AppIcon.icns", TessalunaStyleKit::imageOfIconAlbum({80, 80}));
+  if (!NSImage::imageNamed("AppIcon.icns")) NSImage::setImageNamed("AppIcon.icns", makeIcon());
   monitor_ = make<ProgressMonitorView>(CGRect{0, 0, 260, 20});
 }
 
