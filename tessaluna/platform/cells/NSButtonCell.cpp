@@ -16,7 +16,8 @@ constexpr CGFloat titleMarginX = 10, titleMarginY = 4;
 constexpr Property buttonCellProperties[] = {
     property<&NSButtonCell::setKeyEquivalent, "keyEquivalent">(),
     property<&NSButtonCell::setKeyEquivalentModifierMask, "keyEquivalentModifierMask">(),
-    property<&NSButtonCell::setButtonType, "buttonType">()};
+    property<&NSButtonCell::setButtonType, "buttonType">(),
+    property<&NSButtonCell::setAllowsMixedState, "allowsMixedState">()};
 
 }  // namespace
 
@@ -37,6 +38,13 @@ NSButtonCell::NSButtonCell(NSCoder& coder) : NSCell(coder) {
   keyEquivalent_ = coder.decodeStringForKey("keyEquivalent").value_or("");
   keyEquivalentModifierMask_ = static_cast<std::uint32_t>(coder.decodeIntegerForKey("keyEquivalentModifierMask"));
   buttonType_ = coder.decodeEnumForKey<NSButtonType>("buttonType").value_or(buttonType_);
+  allowsMixedState_ = coder.decodeBoolForKey("allowsMixedState");
+}
+
+NSControlStateValue NSButtonCell::nextState() const {
+  if (state() == NSControlStateValueOn) return NSControlStateValueOff;
+  const bool isMixedNext = state() == NSControlStateValueOff && allowsMixedState_;
+  return isMixedNext ? NSControlStateValueMixed : NSControlStateValueOn;
 }
 
 Ref<NSObject> NSButtonCell::objectValue() const { return make<NSNumber>(static_cast<int>(state())); }

@@ -25,7 +25,7 @@ class NSButtonCell : public NSCell, public NSAccessibilityButton {
 
   NSButtonCell();
   explicit NSButtonCell(std::string title);
-  // Keys besides the cell's: "title", "keyEquivalent", "keyEquivalentModifierMask", "buttonType".
+  // Keys besides the cell's: "title", "keyEquivalent", "keyEquivalentModifierMask", "buttonType", "allowsMixedState".
   explicit NSButtonCell(NSCoder& coder);
   Ref<NSCell> copy() const override { return make<NSButtonCell>(*this); }
 
@@ -43,6 +43,11 @@ class NSButtonCell : public NSCell, public NSAccessibilityButton {
   void setKeyEquivalentModifierMask(std::uint32_t mask) { keyEquivalentModifierMask_ = mask; }
   NSButtonType buttonType() const { return buttonType_; }
   void setButtonType(NSButtonType type) { buttonType_ = type; }
+  // Whether the mixed state is one of those that clicks lead to; off at the start. It can be set in any case.
+  bool allowsMixedState() const { return allowsMixedState_; }
+  void setAllowsMixedState(bool allows) { allowsMixedState_ = allows; }
+  // After on comes off, then mixed where that is allowed, then on.
+  NSControlStateValue nextState() const;
 
   // The box is drawn for a bordered cell, which it is at the start, and for a bezeled one.
   CGSize cellSize() const override;
@@ -60,6 +65,7 @@ class NSButtonCell : public NSCell, public NSAccessibilityButton {
   std::string title_, keyEquivalent_;
   std::uint32_t keyEquivalentModifierMask_ = 0;
   NSButtonType buttonType_ = NSButtonType::MomentaryPushIn;
+  bool allowsMixedState_ = false;
 };
 
 }  // namespace tessaluna::platform

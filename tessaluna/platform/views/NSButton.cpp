@@ -11,10 +11,12 @@ namespace tessaluna::platform {
 namespace {
 
 constexpr Selector buttonSelectors[] = {action<&NSButton::performClick>("performClick:")};
-constexpr Property buttonProperties[] = {
-    property<&NSButton::setTitle, "title">(), property<&NSButton::setKeyEquivalent, "keyEquivalent">(),
-    property<&NSButton::setKeyEquivalentModifierMask, "keyEquivalentModifierMask">(),
-    property<&NSButton::setButtonType, "buttonType">(), property<&NSButton::setState, "state">()};
+constexpr Property buttonProperties[] = {property<&NSButton::setTitle, "title">(),
+                                         property<&NSButton::setKeyEquivalent, "keyEquivalent">(),
+                                         property<&NSButton::setKeyEquivalentModifierMask, "keyEquivalentModifierMask">(),
+                                         property<&NSButton::setButtonType, "buttonType">(),
+                                         property<&NSButton::setAllowsMixedState, "allowsMixedState">(),
+                                         property<&NSButton::setState, "state">()};
 
 }  // namespace
 
@@ -42,6 +44,10 @@ void NSButton::setButtonType(NSButtonType type) {
   if (buttonCell()) buttonCell()->setButtonType(type);
 }
 
+void NSButton::setAllowsMixedState(bool allows) {
+  if (buttonCell()) buttonCell()->setAllowsMixedState(allows);
+}
+
 void NSButton::setState(NSControlStateValue state) {
   if (!cell()) return;
   cell()->setState(state);
@@ -49,9 +55,12 @@ void NSButton::setState(NSControlStateValue state) {
   NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
 }
 
+void NSButton::setNextState() {
+  if (buttonCell()) setState(buttonCell()->nextState());
+}
+
 void NSButton::wasClicked() {
-  if (buttonCell() && buttonCell()->buttonType() == NSButtonType::Toggle)
-    setState(state() == NSControlStateValueOn ? NSControlStateValueOff : NSControlStateValueOn);
+  if (buttonCell() && buttonCell()->buttonType() == NSButtonType::Toggle) setNextState();
 }
 
 void NSButton::performClick(NSObject*) {

@@ -22,8 +22,10 @@ class NSButton : public NSControl {
   void setKeyEquivalent(std::string characters);
   void setKeyEquivalentModifierMask(std::uint32_t mask);
   void setButtonType(NSButtonType type);
+  void setAllowsMixedState(bool allows);
   NSControlStateValue state() const { return cell() ? cell()->state() : NSControlStateValueOff; }
   void setState(NSControlStateValue state);
+  void setNextState();  // as a click on one that toggles does
 
   // A click without a mouse: the button shows as pressed for a moment, and the action is sent. A disabled one does nothing.
   void performClick(NSObject* sender);

@@ -424,3 +424,31 @@ TEST_F(NSButtonTest, ItsOwnLookDarkensWhileItIsPressed) {
   button->setEnabled(false);
   EXPECT_NE(looks(), released);
 }
+
+TEST_F(NSButtonTest, OneThatTogglesGoesThroughThreeStatesWhereTheMixedOneIsAllowed) {
+  button->setButtonType(NSButtonType::Toggle);
+  button->setAllowsMixedState(true);
+  std::vector<NSControlStateValue> states;
+  for (int i = 0; i < 4; ++i) {
+    user.click(*window, inside);
+    states.push_back(button->state());
+  }
+  EXPECT_THAT(states, ElementsAre(NSControlStateValueMixed, NSControlStateValueOn, NSControlStateValueOff,
+                                  NSControlStateValueMixed));
+}
+
+TEST_F(NSButtonTest, AMixedStateThatIsNotAllowedIsFollowedByOn) {
+  button->setButtonType(NSButtonType::Toggle);
+  button->setState(NSControlStateValueMixed);
+  user.click(*window, inside);
+  EXPECT_EQ(button->state(), NSControlStateValueOn);
+  button->setNextState();
+  EXPECT_EQ(button->state(), NSControlStateValueOff);
+}
+
+TEST_F(NSButtonTest, AnInterfaceFileAllowsTheMixedState) {
+  NSCoder coder(R"({"cell": {"buttonType": "toggle", "allowsMixedState": true}})");
+  button = make<NSButton>(coder);
+  button->setNextState();
+  EXPECT_EQ(button->state(), NSControlStateValueMixed);
+}
