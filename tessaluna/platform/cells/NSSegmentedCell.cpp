@@ -23,6 +23,8 @@ constexpr Property segmentedCellProperties[] = {property<&NSSegmentedCell::setTr
 
 // Between a label or image and the segment's edge, between the two of them, and above and below the text.
 constexpr CGFloat padding = 10, imageGap = 5, paddingY = 4;
+// Of the part that opens the menu of what does not fit.
+constexpr CGFloat overflowWidth = 28;
 
 }  // namespace
 
@@ -68,7 +70,8 @@ class NSSegmentedCell::Element : public NSObject, public NSAccessibility, public
   CGRect accessibilityFrame() const override {
     NSView* view = isThere() ? cell_->controlView() : nullptr;
     if (!view || !view->window()) return {};
-    const CGRect rect = cell_->segmentRectsForBounds(view->bounds())[segment_];
+    const Layout layout = cell_->layout(view->bounds());
+    const CGRect rect = segment_ < layout.shown ? layout.rects[segment_] : *layout.overflow;
     return std::isfinite(rect.size.width) ? view->window()->convertRectToScreen(view->convertRectToView(rect, nullptr))
                                           : CGRect{};
   }
@@ -180,22 +183,32 @@ CGFloat NSSegmentedCell::widthForSegment(std::size_t segment) const {
   return 2 * padding + label + image + (label > 0 && image > 0 ? imageGap : 0);
 }
 
-std::vector<CGRect> NSSegmentedCell::segmentRectsForBounds(CGRect bounds) const {
+NSSegmentedCell::Layout NSSegmentedCell::layout(CGRect bounds) const {
   std::vector<CGFloat> widths;
   CGFloat total = 0;
   for (std::size_t i = 0; i < segmentCount(); ++i) {
     widths.push_back(widthForSegment(i));
     total += widths.back();
   }
-  std::vector<CGRect> rects;
+  Layout result;
+  CGFloat room = bounds.size.width;
+  result.shown = widths.size();
+  if (putsOverflowIntoMenu_ && total > room) {
+    room = std::max(room - overflowWidth, 0.0);
+    for (; result.shown > 0 && total > room; total -= widths[result.shown]) --result.shown;
+    result.overflow = {CGRectGetMinX(bounds) + room, CGRectGetMinY(bounds), bounds.size.width - room, bounds.size.height};
+    if (result.shown == 0) result.overflow = bounds;
+  }
   CGFloat x = CGRectGetMinX(bounds);
-  for (const CGFloat natural : widths) {
-    const CGFloat width = bounds.size.width * natural / total;
-    rects.push_back({x, CGRectGetMinY(bounds), width, bounds.size.height});
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    const CGFloat width = i < result.shown ? room * widths[i] / total : 0;
+    result.rects.push_back({x, CGRectGetMinY(bounds), width, bounds.size.height});
     x += width;
   }
-  return rects;
+  return result;
 }
+
+std::vector<CGRect> NSSegmentedCell::segmentRectsForBounds(CGRect bounds) const { return layout(bounds).rects; }
 
 std::optional<std::size_t> NSSegmentedCell::segmentAtPoint(CGPoint point, CGRect bounds) const {
   if (!NSPointInRect(point, bounds)) return std::nullopt;
@@ -224,11 +237,13 @@ void NSSegmentedCell::drawWithFrame(CGRect frame, NSView& view) {
   const Ref<NSBezierPath> box = buttonBoxPath(frame);
   buttonFaceColor({})->setFill();
   box->fill();
-  const std::vector<CGRect> rects = segmentRectsForBounds(frame);
   NSGraphicsContext::saveGraphicsState();
   box->addClip();
-  for (std::size_t i = 0; i < rects.size(); ++i) drawSegment(i, rects[i], view);
+  drawSegmentsInFrame(frame, view);
   NSGraphicsContext::restoreGraphicsState();
+  const Layout layout = this->layout(frame);
+  std::vector<CGRect> rects(layout.rects.begin(), layout.rects.begin() + static_cast<std::ptrdiff_t>(layout.shown));
+  if (layout.overflow) rects.push_back(*layout.overflow);
   buttonEdgeColor({.isEnabled = isEnabled()})->setStroke();
   for (std::size_t i = 1; i < rects.size(); ++i) {
     const auto line = NSBezierPath::bezierPath();
@@ -237,6 +252,28 @@ void NSSegmentedCell::drawWithFrame(CGRect frame, NSView& view) {
     line->stroke();
   }
   box->stroke();
+}
+
+void NSSegmentedCell::drawSegmentsInFrame(CGRect frame, NSView& view) {
+  const Layout layout = this->layout(frame);
+  for (std::size_t i = 0; i < layout.shown; ++i) drawSegment(i, layout.rects[i], view);
+  if (!layout.overflow) return;
+  bool hasSelected = false;
+  for (std::size_t i = layout.shown; i < segmentCount(); ++i) hasSelected = hasSelected || isSelectedForSegment(i);
+  drawOverflow(*layout.overflow, view, hasSelected);
+}
+
+void NSSegmentedCell::drawOverflow(CGRect frame, NSView&, bool hasSelected) {
+  if (hasSelected) {
+    buttonFaceColor({.isDown = true})->setFill();
+    NSRectFill(frame);
+  }
+  constexpr CGFloat radius = 1.5, pitch = 6;
+  plainTextColor()->setFill();
+  for (const CGFloat dot : {-pitch, 0.0, pitch})
+    NSBezierPath::bezierPathWithOvalInRect(
+        {CGRectGetMidX(frame) + dot - radius, CGRectGetMidY(frame) - radius, 2 * radius, 2 * radius})
+        ->fill();
 }
 
 void NSSegmentedCell::drawSegment(std::size_t index, CGRect frame, NSView&) {

@@ -72,6 +72,14 @@ class NSSegmentedCell : public NSCell {
   std::vector<CGRect> segmentRectsForBounds(CGRect bounds) const;
   std::optional<std::size_t> segmentAtPoint(CGPoint point, CGRect bounds) const;
 
+  // An addition: where the frame is narrower than the segments' own widths, those at the end that do not fit go into a menu at the
+  // right, which the control opens; they then lie, without width, where the menu's part begins. Off at the start: the segments
+  // shrink.
+  bool putsOverflowIntoMenu() const { return putsOverflowIntoMenu_; }
+  void setPutsOverflowIntoMenu(bool puts) { putsOverflowIntoMenu_ = puts; }
+  std::size_t shownSegmentCount(CGRect bounds) const { return layout(bounds).shown; }
+  std::optional<CGRect> overflowRectForBounds(CGRect bounds) const { return layout(bounds).overflow; }
+
   // What a click on an enabled segment does to the selection. The control sends the action.
   void clickSegment(std::size_t segment);
   // The segment that the last press clicked; absent if it ended elsewhere.
@@ -80,6 +88,8 @@ class NSSegmentedCell : public NSCell {
   CGSize cellSize() const override;
   void drawWithFrame(CGRect frame, NSView& view) override;
   virtual void drawSegment(std::size_t segment, CGRect frame, NSView& view);
+  // The part that opens the menu; `hasSelected` if a segment in the menu is selected.
+  virtual void drawOverflow(CGRect frame, NSView& view, bool hasSelected);
 
   bool prefersTrackingUntilMouseUp() const override { return true; }
   bool startTrackingAt(CGPoint start, NSView& view) override;
@@ -92,9 +102,17 @@ class NSSegmentedCell : public NSCell {
 
  protected:
   std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
+  // Draws all that the frame shows, in order.
+  void drawSegmentsInFrame(CGRect frame, NSView& view);
 
  private:
   class Element;
+  struct Layout {
+    std::vector<CGRect> rects;
+    std::size_t shown = 0;
+    std::optional<CGRect> overflow;
+  };
+  Layout layout(CGRect bounds) const;
   struct Segment {
     std::optional<std::string> label;
     Ref<NSImage> image;
@@ -110,6 +128,7 @@ class NSSegmentedCell : public NSCell {
 
   std::vector<Segment> segments_;
   NSSegmentSwitchTracking trackingMode_ = NSSegmentSwitchTrackingSelectOne;
+  bool putsOverflowIntoMenu_ = false;
   std::optional<std::size_t> lastSelected_;
   Uncopied<std::optional<std::size_t>> tracked_, clicked_;
   mutable Uncopied<std::vector<Ref<Element>>> elements_;  // of the segments that were asked for

@@ -3,13 +3,16 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/menus/NSMenu.h"
 #include "tessaluna/platform/text/unicode.h"
 
 namespace tessaluna::platform {
 
 namespace {
 
-constexpr Property segmentedControlProperties[] = {property<&NSSegmentedControl::setTrackingMode, "trackingMode">()};
+constexpr Property segmentedControlProperties[] = {
+    property<&NSSegmentedControl::setTrackingMode, "trackingMode">(),
+    property<&NSSegmentedControl::setPutsOverflowIntoMenu, "putsOverflowIntoMenu">()};
 
 }  // namespace
 
@@ -76,6 +79,35 @@ void NSSegmentedControl::setSelectedForSegment(bool isSelected, std::size_t segm
   changeCell([&](NSSegmentedCell& cell) { cell.setSelectedForSegment(isSelected, segment); });
 }
 
+void NSSegmentedControl::setPutsOverflowIntoMenu(bool puts) {
+  changeCell([&](NSSegmentedCell& cell) { cell.setPutsOverflowIntoMenu(puts); });
+}
+
+bool NSSegmentedControl::openOverflowMenu() {
+  NSSegmentedCell* cell = segmentedCell();
+  const auto part = cell && isEnabled() ? cell->overflowRectForBounds(bounds()) : std::nullopt;
+  if (!part) return false;
+  const auto menu = make<NSMenu>();
+  menu->setAutoenablesItems(false);
+  for (std::size_t i = cell->shownSegmentCount(bounds()); i < cell->segmentCount(); ++i) {
+    const auto item = menu->addItemWithTitle(cell->labelForSegment(i).value_or(""), "");
+    item->setImage(cell->imageForSegment(i));
+    item->setEnabled(cell->isEnabledForSegment(i));
+    item->setState(cell->isSelectedForSegment(i) ? NSControlStateValueOn : NSControlStateValueOff);
+    item->setTag(static_cast<std::int64_t>(i));
+  }
+  const WeakRef<NSSegmentedControl> self = refTo(*this);
+  overflowMenu_ = menu;
+  const bool isOpen = menu->popUpMenuPositioningItemOverRect(nullptr, *part, *this, [self](const Ref<NSMenuItem>& chosen) {
+    const auto control = self.lock();
+    if (!control) return;
+    control->overflowMenu_ = nullptr;
+    if (chosen) control->performClickOnSegment(static_cast<std::size_t>(chosen->tag()));
+  });
+  if (!isOpen) overflowMenu_ = nullptr;
+  return isOpen;
+}
+
 // From the one given on, itself included.
 std::optional<std::size_t> NSSegmentedControl::enabledSegment(std::size_t from, int step) const {
   for (std::size_t i = from; i < segmentCount(); i += static_cast<std::size_t>(step))  // below 0 is beyond the end
@@ -93,7 +125,7 @@ std::optional<std::size_t> NSSegmentedControl::keySegment() const {
 bool NSSegmentedControl::performClickOnSegment(std::size_t segment) {
   if (!isEnabled() || segment >= segmentCount() || !segmentedCell()->isEnabledForSegment(segment)) return false;
   const Ref<NSObject> held = shared_from_this();
-  keySegment_ = segment;
+  setKeySegment(segment);
   segmentedCell()->clickSegment(segment);
   setNeedsDisplay(true);
   sendActionTo(action(), target());
@@ -108,6 +140,26 @@ void NSSegmentedControl::endMomentarySelection() {
   setNeedsDisplay(true);
 }
 
+void NSSegmentedControl::setKeySegment(std::optional<std::size_t> segment) {
+  keySegment_ = segment;
+  noteFocusRingMaskChanged();
+}
+
+CGRect NSSegmentedControl::focusRingMaskBounds() const {
+  const NSSegmentedCell* cell = segmentedCell();
+  const auto key = keySegment();
+  if (!cell || !key || cell->trackingMode() == NSSegmentSwitchTrackingSelectOne) return bounds();
+  const auto overflow = cell->overflowRectForBounds(bounds());
+  return overflow && *key >= cell->shownSegmentCount(bounds()) ? *overflow : cell->segmentRectsForBounds(bounds())[*key];
+}
+
+void NSSegmentedControl::mouseDown(const Ref<NSEvent>& event) {
+  const NSSegmentedCell* cell = segmentedCell();
+  const auto overflow = cell ? cell->overflowRectForBounds(bounds()) : std::nullopt;
+  if (overflow && NSPointInRect(convertPointFromView(event->locationInWindow(), nullptr), *overflow)) openOverflowMenu();
+  else NSControl::mouseDown(event);
+}
+
 void NSSegmentedControl::moveTo(std::optional<std::size_t> segment) {
   if (!segment || !segmentedCell()) return;
   const bool selects = segmentedCell()->trackingMode() == NSSegmentSwitchTrackingSelectOne;
@@ -115,8 +167,7 @@ void NSSegmentedControl::moveTo(std::optional<std::size_t> segment) {
     performClickOnSegment(*segment);
     return;
   }
-  keySegment_ = segment;
-  setNeedsDisplay(true);
+  setKeySegment(segment);
   NSAccessibilityPostNotification(cell(), NSAccessibilityFocusedUIElementChangedNotification);
 }
 
@@ -149,7 +200,7 @@ bool NSSegmentedControl::sendActionTo(std::string_view action, const Ref<NSObjec
   if (isReleasing_) {
     // A release beside the pressed segment clicked nothing.
     if (!segmentedCell() || !segmentedCell()->clickedSegment()) return false;
-    keySegment_ = segmentedCell()->clickedSegment();
+    setKeySegment(segmentedCell()->clickedSegment());
   }
   return NSControl::sendActionTo(action, target);
 }

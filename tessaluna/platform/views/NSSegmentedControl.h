@@ -34,6 +34,11 @@ class NSSegmentedControl : public NSControl {
   bool isSelectedForSegment(std::size_t segment) const;
   void setSelectedForSegment(bool isSelected, std::size_t segment);
 
+  // An addition: what does not fit is in a menu at the end (see the cell). The menu has the segments' labels, and choosing from
+  // it clicks the segment.
+  void setPutsOverflowIntoMenu(bool puts);
+  bool openOverflowMenu();  // false without one
+
   // The segment that the keys are on: the one that was clicked or reached last, else the selected one, else the first that is
   // enabled; absent if there is none.
   std::optional<std::size_t> keySegment() const;
@@ -41,7 +46,9 @@ class NSSegmentedControl : public NSControl {
   bool performClickOnSegment(std::size_t segment);
 
   bool acceptsFirstResponder() const override { return isEnabled() && keySegment().has_value(); }
+  CGRect focusRingMaskBounds() const override;  // where arrows do not select, the segment that the keys are on
   void keyDown(const Ref<NSEvent>& event) override;
+  void mouseDown(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;
   bool sendActionTo(std::string_view action, const Ref<NSObject>& target) override;
 
@@ -54,10 +61,12 @@ class NSSegmentedControl : public NSControl {
   template <class Change>
   void changeCell(Change change);
   std::optional<std::size_t> enabledSegment(std::size_t from, int step) const;
+  void setKeySegment(std::optional<std::size_t> segment);
   void moveTo(std::optional<std::size_t> segment);
   void endMomentarySelection();
 
   std::optional<std::size_t> keySegment_;
+  Ref<NSMenu> overflowMenu_;  // while it is open
   bool isReleasing_ = false;
 };
 

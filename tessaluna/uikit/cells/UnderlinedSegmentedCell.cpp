@@ -56,49 +56,52 @@ CGFloat UnderlinedSegmentedCell::widthForSegment(std::size_t segment) const {
   return 2 * horizontalPadding + measured.size.width;
 }
 
-void UnderlinedSegmentedCell::drawWithFrame(CGRect frame, NSView& view) {
-  const std::vector<CGRect> rects = segmentRectsForBounds(frame);
-  for (std::size_t i = 0; i < rects.size(); ++i) drawSegment(i, rects[i], view);
-}
+void UnderlinedSegmentedCell::drawWithFrame(CGRect frame, NSView& view) { drawSegmentsInFrame(frame, view); }
 
-Ref<NSColor> UnderlinedSegmentedCell::labelColor(std::size_t segment) const {
-  if (pressedSegment() == segment) return useDarkTheme_ ? NSColor::whiteColor() : NSColor::darkGrayColor();
-  if (isSelectedForSegment(segment))
-    return useDarkTheme_ ? NSColor::colorWithSRGBRed(0.9, 0.9, 0.9, 1) : NSColor::blackColor();
+Ref<NSColor> UnderlinedSegmentedCell::labelColor(bool isPressed, bool isSelected) const {
+  if (isPressed) return useDarkTheme_ ? NSColor::whiteColor() : NSColor::darkGrayColor();
+  if (isSelected) return useDarkTheme_ ? NSColor::colorWithSRGBRed(0.9, 0.9, 0.9, 1) : NSColor::blackColor();
   return useDarkTheme_ ? NSColor::lightGrayColor() : NSColor::darkGrayColor();
 }
 
-void UnderlinedSegmentedCell::drawSegment(std::size_t segment, CGRect frame, NSView&) {
-  const std::optional<std::string> label = labelForSegment(segment);
-  if (!label) return;
+void UnderlinedSegmentedCell::drawLabel(const std::string& label, CGRect frame, const Ref<NSColor>& color) const {
   const CGRect text{frame.origin, {std::floor(frame.size.width + 0.5), std::floor(0.75 * frame.size.height + 0.5)}};
   const auto style = NSParagraphStyle::defaultParagraphStyle()->mutableCopy();
   style->setAlignment(NSTextAlignmentCenter);
   style->setLineBreakMode(lineBreakMode());
-  const NSAttributes attributes{{NSFontAttributeName, labelFont()},
-                                {NSForegroundColorAttributeName, labelColor(segment)},
-                                {NSParagraphStyleAttributeName, style}};
-  const CGFloat height = boundingRectWithSize(*label, {text.size.width, std::numeric_limits<CGFloat>::infinity()},
+  const NSAttributes attributes{
+      {NSFontAttributeName, labelFont()}, {NSForegroundColorAttributeName, color}, {NSParagraphStyleAttributeName, style}};
+  const CGFloat height = boundingRectWithSize(label, {text.size.width, std::numeric_limits<CGFloat>::infinity()},
                                               NSStringDrawingUsesLineFragmentOrigin, attributes)
                              .size.height;
   NSGraphicsContext::saveGraphicsState();
   NSRectClip(text);
   const CGRect centered{CGRectGetMinX(text), (text.size.height - height) * 0.5 + CGRectGetMinY(text), text.size.width,
                         height};
-  drawInRect(*label, NSOffsetRect(centered, 0, 1), attributes);
+  drawInRect(label, NSOffsetRect(centered, 0, 1), attributes);
   NSGraphicsContext::restoreGraphicsState();
+}
 
+void UnderlinedSegmentedCell::drawLine(CGRect frame, bool isSelected) const {
   const auto line = make<NSBezierPath>();
   line->moveToPoint({CGRectGetMinX(frame), CGRectGetMaxY(frame) - 2});
   line->lineToPoint({CGRectGetMaxX(frame), CGRectGetMaxY(frame) - 2});
-  if (isSelectedForSegment(segment)) {
-    underlineColor_->setStroke();
-    line->setLineWidth(4);
-  } else {
-    (useDarkTheme_ ? NSColor::lightGrayColor() : NSColor::darkGrayColor())->setStroke();
-    line->setLineWidth(0.5);
-  }
+  (isSelected ? underlineColor_ : useDarkTheme_ ? NSColor::lightGrayColor() : NSColor::darkGrayColor())->setStroke();
+  line->setLineWidth(isSelected ? 4 : 0.5);
   line->stroke();
+}
+
+void UnderlinedSegmentedCell::drawSegment(std::size_t segment, CGRect frame, NSView&) {
+  const std::optional<std::string> label = labelForSegment(segment);
+  if (!label) return;
+  const bool isSelected = isSelectedForSegment(segment);
+  drawLabel(*label, frame, labelColor(pressedSegment() == segment, isSelected));
+  drawLine(frame, isSelected);
+}
+
+void UnderlinedSegmentedCell::drawOverflow(CGRect frame, NSView&, bool hasSelected) {
+  drawLabel("•••", frame, labelColor(/*isPressed=*/false, hasSelected));
+  drawLine(frame, hasSelected);
 }
 
 bool UnderlinedSegmentedCell::startTrackingAt(CGPoint start, NSView& view) {

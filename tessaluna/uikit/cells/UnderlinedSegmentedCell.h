@@ -42,13 +42,19 @@ class UnderlinedSegmentedCell : public tessaluna::platform::NSSegmentedCell {
   // neither. A press changes the label's color only.
   void drawSegment(std::size_t segment, tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
 
+  // Three dots over the line, in the colors of a label.
+  void drawOverflow(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view, bool hasSelected) override;
+
   bool startTrackingAt(tessaluna::platform::CGPoint start, tessaluna::platform::NSView& view) override;
   void stopTracking(tessaluna::platform::CGPoint last, tessaluna::platform::CGPoint stop, tessaluna::platform::NSView& view,
                     bool mouseIsUp) override;
 
  private:
   tessaluna::platform::Ref<tessaluna::platform::NSFont> labelFont() const;
-  tessaluna::platform::Ref<tessaluna::platform::NSColor> labelColor(std::size_t segment) const;
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> labelColor(bool isPressed, bool isSelected) const;
+  void drawLabel(const std::string& label, tessaluna::platform::CGRect frame,
+                 const tessaluna::platform::Ref<tessaluna::platform::NSColor>& color) const;
+  void drawLine(tessaluna::platform::CGRect frame, bool isSelected) const;
 
   tessaluna::platform::Uncopied<std::optional<std::size_t>> pressedSegment_;
   tessaluna::platform::Ref<tessaluna::platform::NSColor> underlineColor_;

@@ -259,6 +259,17 @@ TEST_F(UnderlinedSegmentedCellTest, ADisabledSegmentLooksPressedAndIsNotSelected
   EXPECT_EQ(control->selectedSegment(), std::nullopt);
 }
 
+TEST_F(UnderlinedSegmentedCellTest, WhatDoesNotFitGoesIntoAMenuOnlyIfTheHostTurnsThatOn) {
+  control->setFrame({10, 100, 70, 24});
+  EXPECT_EQ(cell->shownSegmentCount(control->bounds()), 2u);
+  control->setPutsOverflowIntoMenu(true);
+  EXPECT_EQ(cell->overflowRectForBounds(control->bounds()), (CGRect{42, 0, 28, 24}));
+  cell->setSelectedSegment(1);
+  const Lines lines = drawn(control->bounds());
+  EXPECT_EQ(only("glyphs", lines).back(), R"({"op":"glyphs","glyphs":[[8226,0,0],[8226,5,0],[8226,10,0]]})");
+  EXPECT_THAT(colorsOf(lines, "setStrokeColor"), ElementsAre(lightGray, blue));
+}
+
 TEST_F(UnderlinedSegmentedCellTest, ItsSettersAskForNoRedraw) {
   const auto window = showWindowWith(control);
   cell->setUseDarkTheme(false);
