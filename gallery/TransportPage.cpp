@@ -63,7 +63,7 @@ QWidget* makeButtonLooks(GroundKind ground) {
   auto* grid = new QGridLayout(content);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setHorizontalSpacing(18);
-  grid->setVerticalSpacing(12);
+  grid->setVerticalSpacing(8);
   int row = 0;
   for (const Look& look : looks) {
     grid->addWidget(makeNote(look.name), row, 0);
@@ -108,7 +108,7 @@ QWidget* makeSliderLooks() {
   grid->setVerticalSpacing(6);
   int row = 0;
   for (const SliderLook& look : sliderLooks) {
-    const auto slider = make<PlaybackSlider>(CGRect{0, 0, 420, 20});
+    const auto slider = make<PlaybackSlider>(CGRect{0, 0, 280, 20});
     slider->beginSong({.seconds = songSeconds, .framesPerSecond = rate});
     slider->setPosition(look.seconds);
     slider->showLoaded(look.first, look.second);
@@ -118,8 +118,52 @@ QWidget* makeSliderLooks() {
     grid->addWidget(widget, row, 0);
     grid->addWidget(makeNote(look.note), row++, 1);
   }
-  grid->setColumnStretch(1, 1);
   return looks;
+}
+
+// The platform's own: plain, with tick marks, disabled, and upright.
+QWidget* makeStockSliders() {
+  const auto makeSlider = [](CGSize size, double value) {
+    const auto slider = make<NSSlider>(CGRect{{0, 0}, size});
+    slider->setDoubleValue(value);
+    return slider;
+  };
+  const auto plain = makeSlider({150, 20}, 0.3), marked = makeSlider({150, 27}, 0.5), pale = makeSlider({150, 20}, 0.6),
+             upright = makeSlider({20, 90}, 0.7);
+  marked->setNumberOfTickMarks(5);
+  marked->setAllowsTickMarkValuesOnly(true);
+  pale->setEnabled(false);
+  const auto add = [](auto* layout, const Ref<NSSlider>& slider, const char* name) {
+    QWidget* widget = embed(slider);
+    widget->setAccessibleName(name);
+    layout->addWidget(widget);
+  };
+  auto* sliders = new QWidget;
+  auto* row = new QHBoxLayout(sliders);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(20);
+  auto* column = new QVBoxLayout;
+  column->setSpacing(8);
+  add(column, plain, "plain slider");
+  add(column, marked, "slider with tick marks");
+  add(column, pale, "disabled slider");
+  column->addStretch(1);
+  row->addLayout(column);
+  add(row, upright, "upright slider");
+  row->addStretch(1);
+  return sliders;
+}
+
+// A heading with what is below it.
+QWidget* makeGroup(const QString& heading, QWidget* content) {
+  auto* group = new QWidget;
+  auto* column = new QVBoxLayout(group);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(10);
+  column->addWidget(makeHeading(heading));
+  column->addWidget(content);
+  column->addStretch(1);
+  return group;
 }
 
 }  // namespace
@@ -158,17 +202,18 @@ QWidget* makeTransportPage(Report report) {
   choices->addStretch(1);
   column->addLayout(choices);
 
-  column->addSpacing(6);
   column->addWidget(makeHeading("PlaybackTransportButton"));
   auto* grounds = new QHBoxLayout;
   grounds->setSpacing(16);
   for (const GroundKind ground : {GroundKind::Light, GroundKind::Dark}) grounds->addWidget(makeButtonLooks(ground));
   grounds->addStretch(1);
   column->addLayout(grounds);
-  column->addSpacing(6);
-  column->addWidget(makeHeading("PlaybackTransportSliderCell"));
-  column->addWidget(makeSliderLooks());
-  column->addSpacing(6);
+  auto* sliders = new QHBoxLayout;
+  sliders->setSpacing(48);
+  sliders->addWidget(makeGroup("PlaybackTransportSliderCell", makeSliderLooks()));
+  sliders->addWidget(makeGroup("NSSlider", makeStockSliders()));
+  sliders->addStretch(1);
+  column->addLayout(sliders);
   column->addWidget(makeHeading("Reported"));
   column->addWidget(journal, 1);
   return page;
