@@ -3,42 +3,16 @@
 #include <QBuffer>
 #include <QByteArray>
 #include <QImageReader>
-#include <QtEndian>
 #include <algorithm>
 #include <limits>
 #include <new>
 #include <optional>
 
+#include "tessaluna/platform/backend/imageHeader.h"
+
 namespace tessaluna::backend::qt {
 
 namespace {
-
-// Where the first scan of a JPEG file begins; absent for what is none or ends before. Segments stand before it, one behind
-// the other, each with its length; a camera's small picture is inside of one.
-std::optional<qsizetype> startOfScan(QByteArrayView bytes) {
-  const auto byte = [&](qsizetype place) { return static_cast<unsigned char>(bytes[place]); };
-  qsizetype place = 2;
-  while (place + 4 <= bytes.size() && byte(place) == 0xFF) {
-    if (byte(place + 1) == 0xFF) {  // stuffing
-      ++place;
-      continue;
-    }
-    if (byte(place + 1) == 0xDA) return place;
-    place += 2 + (byte(place + 2) << 8 | byte(place + 3));
-  }
-  return std::nullopt;
-}
-
-// Qt fills up what a cut-off file lacks. A whole one has its end mark, at most followed by some stuffing, or the length that
-// it tells of itself.
-bool lacksItsEnd(QByteArrayView bytes) {
-  if (bytes.startsWith("\xFF\xD8\xFF")) {
-    const std::optional<qsizetype> scan = startOfScan(bytes);
-    return !scan || bytes.sliced(*scan).lastIndexOf(QByteArrayView("\xFF\xD9")) < 0;
-  }
-  if (bytes.startsWith("BM") && bytes.size() >= 6) return qFromLittleEndian<quint32>(bytes.data() + 2) > bytes.size();
-  return bytes.startsWith("\x89PNG") && bytes.lastIndexOf(QByteArrayView("IEND\xAE\x42\x60\x82")) < 0;
-}
 
 std::shared_ptr<const ImagePixels> pixelsOf(const QImage& image) {
   auto pixels = std::make_shared<ImagePixels>();
@@ -60,7 +34,8 @@ std::shared_ptr<const ImagePixels> pixelsOf(const QImage& image) {
 std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) {
   if (bytes.empty() || bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return nullptr;
   auto data = QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
-  if (lacksItsEnd(data)) return nullptr;
+  // Qt fills up what a cut-off file lacks.
+  if (const std::optional<ImageHeader> header = imageHeader(bytes); header && !header->isWhole) return nullptr;
   QBuffer buffer(&data);
   buffer.open(QIODevice::ReadOnly);
   QImageReader reader(&buffer);

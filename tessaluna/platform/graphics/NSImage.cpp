@@ -2,9 +2,9 @@
 
 #include <map>
 
-#include "tessaluna/platform/backend/Backend.h"
-#include "tessaluna/platform/backend/imageDecoder.h"
+#include "tessaluna/platform/backend/imageHeader.h"
 #include "tessaluna/platform/graphics/CGContext.h"
+#include "tessaluna/platform/graphics/EncodedPicture.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSImageRep.h"
 
@@ -19,11 +19,17 @@ std::map<std::string, Ref<NSImage>>& namedImages() {
   return images;
 }
 
-std::shared_ptr<const backend::ImagePixels> decode(std::span<const std::byte> bytes) {
-  if (const backend::Backend* backend = backend::Backend::current()) return backend->decodeImage(bytes);
-  const backend::ImageDecoder decoder = backend::imageDecoderWithoutBackend();
-  if (!decoder) stopProgram("NSImage: an image was decoded without a backend");
-  return decoder(bytes);
+// What is not decoded before it is drawn.
+constexpr std::int64_t manyPixels = std::int64_t{1} << 20;
+
+Ref<NSImageRep> representationOf(std::span<const std::byte> bytes) {
+  const std::optional<backend::ImageHeader> header = backend::imageHeader(bytes);
+  if (header && (!header->isWhole || header->width > backend::mostImagePixels / header->height)) return nullptr;
+  if (header && header->width * header->height > manyPixels)
+    return make<NSImageRep>(std::make_shared<EncodedPicture>(bytes), static_cast<int>(header->width),
+                            static_cast<int>(header->height));
+  const auto pixels = EncodedPicture::decode(bytes);
+  return pixels ? make<NSImageRep>(pixels) : nullptr;
 }
 
 }  // namespace
@@ -38,9 +44,8 @@ Ref<NSImage> NSImage::imageWithSize(CGSize size, bool flipped, DrawingHandler ha
 }
 
 Ref<NSImage> NSImage::initWithData(std::span<const std::byte> bytes) {
-  const auto pixels = decode(bytes);
-  if (!pixels) return nullptr;
-  const auto representation = make<NSImageRep>(pixels);
+  const Ref<NSImageRep> representation = representationOf(bytes);
+  if (!representation) return nullptr;
   auto image = make<NSImage>(representation->size());
   image->addRepresentation(representation);
   return image;
@@ -57,6 +62,15 @@ void NSImage::setImageNamed(const std::string& name, Ref<NSImage> image) {
 }
 
 void NSImage::addRepresentation(Ref<NSImageRep> representation) { representations_.push_back(std::move(representation)); }
+
+const NSImageRep* NSImage::representationToDraw() const {
+  if (handler_) return nullptr;
+  const NSImageRep* best = nullptr;
+  for (const Ref<NSImageRep>& candidate : representations_)
+    if ((candidate->encoded() || candidate->pixels()) && (!best || candidate->pixelsWide() > best->pixelsWide()))
+      best = candidate.get();
+  return best;
+}
 
 void NSImage::drawInRect(CGRect rect) { drawInRect(rect, {}); }
 
@@ -97,13 +111,10 @@ void NSImage::drawInRect(CGRect rect, const Drawing& drawing) {
 void NSImage::drawInContext(CGContext& context, CGRect rect) {
   if (NSIsEmptyRect({{}, handlerSize_}) || NSIsEmptyRect(rect)) return;
   if (!handler_ && !representations_.empty()) {
-    // The one with the most pixels; the rest are smaller renderings of the same.
-    const NSImageRep* best = nullptr;
-    for (const Ref<NSImageRep>& candidate : representations_)
-      if (candidate->pixels() && (!best || candidate->pixelsWide() > best->pixelsWide())) best = candidate.get();
-    if (!best) return;
-    const CGRect all{0, 0, static_cast<CGFloat>(best->pixelsWide()), static_cast<CGFloat>(best->pixelsHigh())};
-    context.drawImage(*best->pixels(), all, rect);
+    const NSImageRep* best = representationToDraw();
+    const std::shared_ptr<const backend::ImagePixels> pixels = best ? best->pixels() : nullptr;
+    if (!pixels) return;
+    context.drawImage(*pixels, {0, 0, static_cast<CGFloat>(pixels->width), static_cast<CGFloat>(pixels->height)}, rect);
     return;
   }
   if (!handler_) return;

@@ -1,5 +1,5 @@
 // A picture of some size in points. One made with a drawing handler holds no pixels: the handler runs whenever the image
-// is rendered, so it stays vector at any size and on any screen scale. One made from bytes holds what was decoded.
+// is rendered, so it stays vector at any size and on any screen scale. One made from bytes holds what they are decoded to.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +23,8 @@ class NSImage : public NSObject {
   // it could. Nothing is drawn until the image is.
   static Ref<NSImage> imageWithSize(CGSize size, bool flipped, DrawingHandler handler);
   // Null for bytes that cannot be decoded. Needs a backend, or a library that decodes without one, as that of the icons does
-  // in a Qt program. The bytes are not kept.
+  // in a Qt program. A picture of many pixels, more than a million, is decoded when it is first drawn and its bytes are kept
+  // until then: the representation has the size that the file's header tells, and one that turns out to be damaged draws nothing.
   static Ref<NSImage> initWithData(std::span<const std::byte> bytes);
   // An image that the host has given this name; absent if none has it.
   static Ref<NSImage> imageNamed(const std::string& name);
@@ -39,6 +40,9 @@ class NSImage : public NSObject {
   // Empty for an image with a handler.
   const std::vector<Ref<NSImageRep>>& representations() const { return representations_; }
   void addRepresentation(Ref<NSImageRep> representation);
+  // That with the most pixels; the others are smaller renderings of the same. Null for an image with a handler, and without one
+  // that has pixels.
+  const NSImageRep* representationToDraw() const;
 
   // Renders the whole image into the rectangle, scaled to it and clipped by it; upright also in a flipped view. Nothing
   // outside a drawing pass.

@@ -7,6 +7,8 @@
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
+#include "tessaluna/platform/views/PreparedImage.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
 
@@ -14,7 +16,8 @@ namespace {
 
 constexpr Property imageViewProperties[] = {
     property<&NSImageView::setImage, "image">(), property<&NSImageView::setImageScaling, "imageScaling">(),
-    property<&NSImageView::setImageFrameStyle, "imageFrameStyle">(), property<&NSImageView::setEditable, "editable">()};
+    property<&NSImageView::setImageFrameStyle, "imageFrameStyle">(), property<&NSImageView::setEditable, "editable">(),
+    property<&NSImageView::setPreparesImages, "preparesImages">()};
 
 }  // namespace
 
@@ -29,9 +32,37 @@ NSImageView::NSImageView(NSCoder& coder) : NSView(coder) {
 }
 
 void NSImageView::setImage(Ref<NSImage> image) {
-  image_ = std::move(image);
+  if (image != image_) {
+    before_ = preparesImages_ && image && PreparedImage::isNeededFor(*image) ? pictureToDraw() : nullptr;
+    prepared_ = nullptr;
+    image_ = std::move(image);
+  }
   invalidateIntrinsicContentSize();
   setNeedsDisplay(true);
+}
+
+void NSImageView::setPreparesImages(bool prepares) {
+  preparesImages_ = prepares;
+  setNeedsDisplay(true);
+}
+
+void NSImageView::prepareImageForSize(CGSize size) {
+  if (!preparesImages_ || !image_ || !(size.width > 0 && size.height > 0) || !PreparedImage::isNeededFor(*image_)) return;
+  const CGFloat scale = window() ? window()->backingScaleFactor() : 1;
+  const CGSize pixels{size.width * scale, size.height * scale};
+  if (prepared_ && prepared_->serves(pixels)) return;
+  if (prepared_ && prepared_->picture()) before_ = prepared_->picture();
+  const std::weak_ptr<NSObject> weak = weak_from_this();
+  prepared_ = PreparedImage::of(image_, pixels, [weak] {
+    if (const auto self = std::static_pointer_cast<NSImageView>(weak.lock())) self->setNeedsDisplay(true);
+  });
+}
+
+Ref<NSImage> NSImageView::pictureToDraw() {
+  if (!image_ || !preparesImages_ || !PreparedImage::isNeededFor(*image_)) return image_;
+  if (!prepared_ || !prepared_->isDone()) return before_;
+  before_ = nullptr;
+  return prepared_->picture();
 }
 
 void NSImageView::setImageScaling(NSImageScaling scaling) {
@@ -60,7 +91,8 @@ CGRect NSImageView::imageRectForSize(CGSize size) const {
 CGSize NSImageView::intrinsicContentSize() const { return image_ ? image_->size() : NSView::intrinsicContentSize(); }
 
 void NSImageView::drawRect(CGRect) {
-  if (image_) image_->drawInRect(imageRectForSize(image_->size()));
+  if (image_) prepareImageForSize(imageRectForSize(image_->size()).size);
+  if (const Ref<NSImage> picture = pictureToDraw()) picture->drawInRect(imageRectForSize(picture->size()));
   if (imageFrameStyle_ == NSImageFrameNone) return;
   NSColor::controlTextColor()->colorWithAlphaComponent(0.3)->setStroke();
   NSBezierPath::bezierPathWithRect(NSInsetRect(bounds(), 0.5, 0.5))->stroke();

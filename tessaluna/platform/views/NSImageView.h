@@ -8,6 +8,8 @@
 
 namespace tessaluna::platform {
 
+class PreparedImage;
+
 enum NSImageScaling {
   NSImageScaleProportionallyDown = 0,
   NSImageScaleAxesIndependently = 1,
@@ -56,6 +58,17 @@ class NSImageView : public NSView {
   NSImageFrameStyle imageFrameStyle() const { return imageFrameStyle_; }
   void setImageFrameStyle(NSImageFrameStyle style);  // any but none is a thin line around the image
 
+  // An addition: true has images of many pixels decoded on another thread and reduced to what shows of them. Until then the view
+  // draws what it drew before. False at the start: an image is decoded when it is drawn, and keeps all its pixels.
+  bool preparesImages() const { return preparesImages_; }
+  void setPreparesImages(bool prepares);
+  // Begins with it before the view is drawn, for the size of points; nothing where there is nothing to prepare.
+  void prepareImageForSize(CGSize size);
+  // What is drawn for the image now: the image, its reduced picture, or what goes before that; null for nothing.
+  Ref<NSImage> pictureToDraw();
+  // Drawn until the first image is there.
+  void setPictureBefore(Ref<NSImage> picture) { before_ = std::move(picture); }
+
   bool isEditable() const { return isEditable_; }
   void setEditable(bool isEditable) { isEditable_ = isEditable; }
 
@@ -72,9 +85,11 @@ class NSImageView : public NSView {
 
  private:
   Ref<NSImage> image_;
+  std::shared_ptr<PreparedImage> prepared_;  // of the image, if it needs that
+  Ref<NSImage> before_;                      // drawn until the prepared picture is there
   NSImageScaling imageScaling_ = NSImageScaleProportionallyDown;
   NSImageFrameStyle imageFrameStyle_ = NSImageFrameNone;
-  bool isEditable_ = false;
+  bool isEditable_ = false, preparesImages_ = false;
 };
 
 }  // namespace tessaluna::platform

@@ -6,6 +6,8 @@
 #include <QBuffer>
 #include <QImage>
 
+#include "tessaluna/platform/backend/imageHeader.h"
+
 namespace tessaluna::backend::qt {
 
 namespace {
@@ -122,6 +124,35 @@ TEST(decodeImage, GiganticClaimIsAbsentAtOnceAndTakesNoMemory) {
 TEST(decodeImage, ClaimThatTheBytesDoNotFillIsAbsent) {
   // As many pixels as are allowed, of which there is nothing.
   EXPECT_FALSE(decode(claiming(encoded("PNG"), "0000200000002000")));
+}
+
+// A JPEG file with a camera's note of how it was held.
+QByteArray held(QByteArray jpeg, char orientation) {
+  QByteArray note = QByteArray::fromHex(
+      "457869660000"
+      "49492A0008000000"
+      "0100"
+      "1201030001000000");
+  note += orientation;
+  note += QByteArray(7, 0);
+  return jpeg.left(2) + QByteArray::fromHex("FFE100") + char(note.size() + 2) + note + jpeg.mid(2);
+}
+
+TEST(decodeImage, AHeaderTellsWhatIsDecoded) {
+  std::vector<QByteArray> files;
+  for (const char* format : {"PNG", "JPG", "BMP", "PPM"}) files.push_back(encoded(format, {24, 16}));
+  for (char orientation = 1; orientation <= 8; ++orientation) files.push_back(held(encoded("JPG", {24, 16}), orientation));
+  int turned = 0;
+  for (const QByteArray& file : files) {
+    const auto header = imageHeader(std::as_bytes(std::span(file.constData(), static_cast<std::size_t>(file.size()))));
+    const auto pixels = decode(file);
+    ASSERT_TRUE(header && pixels) << file.left(4).toStdString();
+    EXPECT_EQ(header->width, pixels->width);
+    EXPECT_EQ(header->height, pixels->height);
+    EXPECT_TRUE(header->isWhole);
+    if (pixels->width == 16) ++turned;
+  }
+  EXPECT_EQ(turned, 4);
 }
 
 }  // namespace tessaluna::backend::qt

@@ -64,6 +64,34 @@ TEST_F(NSImageBytesTest, AGiganticClaimIsAbsentAtOnce) {
   EXPECT_EQ(decoded("P6 999999999 1 255\nxxx"), nullptr);
 }
 
+TEST_F(NSImageBytesTest, APictureOfManyPixelsIsDecodedWhenItIsDrawn) {
+  const auto image = decoded("P6 1100 1000 255\n" + std::string(1100 * 1000 * 3, 'x'));
+  ASSERT_NE(image, nullptr);
+  EXPECT_EQ(image->size(), (CGSize{1100, 1000}));
+  ASSERT_EQ(image->representations().size(), 1u);
+  const NSImageRep& representation = *image->representations()[0];
+  EXPECT_EQ(representation.pixelsWide(), 1100);
+  EXPECT_EQ(representation.pixelsHigh(), 1000);
+  EXPECT_NE(representation.encoded(), nullptr);
+  EXPECT_EQ(recordingOf([&] {
+              image->drawInRect({0, 0, 11, 10});
+            }),
+            Lines{R"({"op":"image","pixels":[1100,1000],"from":[0,0,1100,1000],"rect":[0,0,11,10]})"});
+  EXPECT_EQ(representation.encoded(), nullptr) << "the bytes are not kept any longer";
+  EXPECT_EQ(decoded("P6 1024 1024 255\n" + std::string(1024 * 1024 * 3, 'x'))->representations()[0]->encoded(), nullptr)
+      << "a million of pixels are not many";
+}
+
+TEST_F(NSImageBytesTest, ADamagedPictureOfManyPixelsDrawsNothing) {
+  // This desktop decodes no such pictures, of which only the header is one.
+  const std::string bytes =
+      std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\x10\0\0\0\x10\0........", 32) + "IEND\xAE\x42\x60\x82";
+  const auto image = decoded(bytes);
+  ASSERT_NE(image, nullptr);
+  EXPECT_EQ(image->representations()[0]->pixelsWide(), 4096);
+  EXPECT_EQ(recordingOf([&] { image->drawInRect({0, 0, 2, 1}); }), Lines{});
+}
+
 TEST_F(NSImageBytesTest, IsDrawnAsOnePicture) {
   EXPECT_EQ(recordingOf([] { decoded(redAndBlue())->drawInRect({0, 0, 2, 1}); }), wholePicture);
 }

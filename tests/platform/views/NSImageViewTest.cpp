@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/platform/graphics/NSImageRep.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
 
 namespace tessaluna::platform {
 namespace {
@@ -67,6 +69,107 @@ TEST_F(NSImageViewTest, PassesMouseEventsOnUnlessItIsEditable) {
   behind->calls.clear();
   user.click(*window, {20, 20});
   EXPECT_TRUE(behind->calls.empty());
+}
+
+// An image that is one gray, of many pixels.
+Ref<NSImage> largeImage(char gray, int width = 1600, int height = 800) {
+  const std::string bytes = "P6 " + std::to_string(width) + " " + std::to_string(height) + " 255\n" +
+                            std::string(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3, gray);
+  return NSImage::initWithData(std::as_bytes(std::span(bytes)));
+}
+
+struct NSImageViewPreparingTest : NSImageViewTest {
+  Ref<NSWindow> window = showWindowWith(view);
+  NSImageViewPreparingTest() { view->setPreparesImages(true); }
+
+  // Draws now what was asked for, without letting other threads work.
+  harness::Lines drawn() {
+    nativeOf(*window).forgetPaints();
+    view->setNeedsDisplay(true);
+    window->displayIfNeeded();
+    return harness::only("image", nativeOf(*window).paints().back().lines);
+  }
+};
+
+TEST_F(NSImageViewPreparingTest, AnImageOfManyPixelsComesReducedToWhatShowsOfIt) {
+  const auto image = largeImage('x');
+  view->setImage(image);
+  EXPECT_EQ(drawn(), harness::Lines{}) << "not there yet";
+  desktop.settle();
+  EXPECT_EQ(drawn(), harness::Lines{R"({"op":"image","pixels":[100,50],"from":[0,0,100,50],"rect":[0,0,100,50]})"});
+  EXPECT_NE(image->representations()[0]->encoded(), nullptr) << "the image keeps no pixels";
+  desktop.setScale(2);
+  EXPECT_EQ(drawn(), harness::Lines{R"({"op":"image","pixels":[100,50],"from":[0,0,100,50],"rect":[0,0,100,50]})"})
+      << "until there are more";
+  desktop.settle();
+  EXPECT_EQ(drawn(), harness::Lines{R"({"op":"image","pixels":[200,100],"from":[0,0,200,100],"rect":[0,0,100,50]})"});
+}
+
+TEST_F(NSImageViewPreparingTest, TheEarlierPictureStaysUntilTheNextIsThere) {
+  view->setImage(make<NSImage>(CGSize{10, 10}));
+  view->setImage(largeImage('x'));
+  drawn();
+  desktop.settle();
+  const auto first = view->pictureToDraw();
+  view->setImage(largeImage('y', 800, 1600));
+  EXPECT_EQ(view->pictureToDraw(), first);
+  drawn();
+  desktop.settle();
+  EXPECT_NE(view->pictureToDraw(), first);
+  EXPECT_EQ(drawn(), harness::Lines{R"({"op":"image","pixels":[25,50],"from":[0,0,25,50],"rect":[37.5,0,25,50]})"});
+  const auto small = NSImage::imageWithSize({10, 10}, false, [](CGRect) { return true; });
+  view->setImage(small);
+  EXPECT_EQ(view->pictureToDraw(), small) << "one without many pixels is drawn at once";
+  view->setImage(nullptr);
+  EXPECT_EQ(view->pictureToDraw(), nullptr);
+}
+
+TEST_F(NSImageViewPreparingTest, ADamagedImageLeavesNothing) {
+  view->setImage(largeImage('x'));
+  drawn();
+  desktop.settle();
+  const std::string bytes =
+      std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\x10\0\0\0\x10\0........", 32) + "IEND\xAE\x42\x60\x82";
+  view->setImage(NSImage::initWithData(std::as_bytes(std::span(bytes))));
+  EXPECT_EQ(drawn().size(), 1u) << "what was there before";
+  desktop.settle();
+  EXPECT_EQ(drawn(), harness::Lines{});
+}
+
+TEST_F(NSImageViewPreparingTest, TwoViewsOfAnImageShareWhatIsLargeEnoughForBoth) {
+  const auto image = largeImage('x');
+  const auto larger = make<NSImageView>(CGRect{0, 0, 200, 100});
+  larger->setPreparesImages(true);
+  larger->setImage(image);
+  larger->prepareImageForSize({200, 100});
+  view->setImage(image);
+  drawn();
+  desktop.settle();
+  EXPECT_NE(view->pictureToDraw(), nullptr);
+  EXPECT_EQ(view->pictureToDraw(), larger->pictureToDraw());
+}
+
+TEST_F(NSImageViewPreparingTest, AViewThatGoesMeanwhileHarmsNobody) {
+  auto other = make<NSImageView>(CGRect{0, 0, 20, 10});
+  other->setPreparesImages(true);
+  other->setImage(largeImage('x'));
+  other->prepareImageForSize({20, 10});
+  other.reset();
+  desktop.settle();
+  view->setImage(largeImage('x'));
+  drawn();
+  view->setImage(nullptr);
+  desktop.settle();
+  EXPECT_EQ(drawn(), harness::Lines{});
+}
+
+TEST_F(NSImageViewPreparingTest, WithoutTheWishAnImageIsDecodedAsItIsDrawn) {
+  view->setPreparesImages(false);
+  const auto image = largeImage('x');
+  view->setImage(image);
+  EXPECT_EQ(drawn(), harness::Lines{R"({"op":"image","pixels":[1600,800],"from":[0,0,1600,800],"rect":[0,0,100,50]})"});
+  view->setPreparesImages(true);
+  EXPECT_EQ(view->pictureToDraw(), image) << "nothing is left to prepare";
 }
 
 }  // namespace
