@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/keyBindings.h"
 #include "tessaluna/platform/events/takenPress.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
@@ -17,13 +19,44 @@ using namespace tessaluna::platform;
 
 namespace {
 
-constexpr Property properties[] = {
-    property<&CoverArtThumbnailView::setScaleToScreenResolution, "scaleToScreenResolution">()};
+constexpr Property properties[] = {property<&CoverArtThumbnailView::setScaleToScreenResolution, "scaleToScreenResolution">(),
+                                   property<&CoverArtThumbnailView::setClosesByClickAndEscape, "closesByClickAndEscape">()};
 
 constexpr CGRect frameWithoutWindow{0, 0, 1400, 900};
 constexpr CGRect screenOfUnseenWindow{0, 0, 1400, 0};  // its height takes no part
 constexpr CGSize sizeWithoutImage{64, 64};
 constexpr double closingSeconds = 0.001;
+
+// What a panel shows that its user can close in it.
+class ClosableCover : public NSImageView {
+ public:
+  ClosableCover(CGRect frame, const Ref<CoverArtThumbnailView>& thumbnail) : NSImageView(frame), thumbnail_(thumbnail) {}
+
+  void mouseUp(const Ref<NSEvent>& event) override {
+    const Ref<NSView> held = refTo<NSView>(*this);
+    NSImageView::mouseUp(event);
+    // One that ends because the panel is dragged is not a click.
+    if (!endsTakenPress(*event)) close();
+  }
+
+  bool performKeyEquivalent(const Ref<NSEvent>& event) override {
+    if (commandForKey(*event) != "cancelOperation:") return NSImageView::performKeyEquivalent(event);
+    close();
+    return true;
+  }
+
+ private:
+  void close() {
+    if (const Ref<CoverArtThumbnailView> thumbnail = thumbnail_.lock()) thumbnail->closeEnlargedView();
+  }
+
+  WeakRef<CoverArtThumbnailView> thumbnail_;
+};
+
+double now() {
+  const tessaluna::backend::Backend* backend = tessaluna::backend::Backend::current();
+  return backend ? backend->now() : 0;
+}
 
 }  // namespace
 
@@ -50,11 +83,20 @@ CGRect CoverArtThumbnailView::coverArtPanelFrame(CGSize size) const {
 
 CGRect CoverArtThumbnailView::frameOfImage() const { return coverArtPanelFrame(naturalSizeOf(image()->representations())); }
 
-Ref<NSImageView> CoverArtThumbnailView::makeContentView(CGSize size) const {
-  auto view = make<NSImageView>(CGRect{{}, size});
+Ref<NSImageView> CoverArtThumbnailView::makeContentView(CGSize size) {
+  const CGRect frame{{}, size};
+  const Ref<NSImageView> view =
+      closesByClickAndEscape_ ? make<ClosableCover>(frame, refTo(*this)) : make<NSImageView>(frame);
   view->setImageScaling(NSImageScaleProportionallyUpOrDown);
   view->setImageFrameStyle(NSImageFrameNone);
   view->setImage(image());
+  if (preparesImages()) {
+    // What is there, until the image is: that of the panel, or else the thumbnail's.
+    const auto earlier = std::dynamic_pointer_cast<NSImageView>(coverArtPanel_->contentView());
+    const Ref<NSImage> picture = earlier ? earlier->pictureToDraw() : nullptr;
+    view->setPictureBefore(picture ? picture : pictureToDraw());
+    view->setPreparesImages(true);
+  }
   return view;
 }
 
@@ -62,9 +104,27 @@ void CoverArtThumbnailView::mouseUp(const Ref<NSEvent>& event) {
   const Ref<NSView> held = refTo<NSView>(*this);
   NSImageView::mouseUp(event);
   // A press that ends because the view leaves its window, or is dragged with it, is not a click.
-  if (endsTakenPress(*event)) return;
+  const bool isClosingPress = takeClosingPress();
+  if (!endsTakenPress(*event) && !isClosingPress) toggle();
+}
+
+void CoverArtThumbnailView::toggle() {
   if (coverArtPanel_) closeEnlargedView();
   else if (image()) enlarge();
+  lostKeyAt_.reset();
+}
+
+void CoverArtThumbnailView::mouseDown(const Ref<NSEvent>& event) {
+  pressedAt_ = now();
+  NSImageView::mouseDown(event);
+}
+
+// Whether the press that ends has closed the panel. A desktop gives the key status to the window under it a little before or
+// after it.
+bool CoverArtThumbnailView::takeClosingPress() {
+  constexpr double little = 0.1;  // seconds
+  const std::optional<double> pressedAt = std::exchange(pressedAt_, std::nullopt);
+  return closesByClickAndEscape_ && !coverArtPanel_ && pressedAt && lostKeyAt_ && *lostKeyAt_ > *pressedAt - little;
 }
 
 void CoverArtThumbnailView::enlarge() {
@@ -72,7 +132,9 @@ void CoverArtThumbnailView::enlarge() {
   const auto panel = make<CoverArtPanel>(frame, NSWindowStyleMaskBorderless | NSWindowStyleMaskTexturedBackground,
                                          NSBackingStoreBuffered, /*defer=*/false);
   coverArtPanel_ = panel;
-  panel->setContentView(makeContentView(frame.size));
+  const Ref<NSImageView> view = makeContentView(frame.size);
+  panel->setContentView(view);
+  view->prepareImageForSize(frame.size);
   panel->setDelegate(std::static_pointer_cast<CoverArtThumbnailView>(shared_from_this()));
   if (window()) window()->addChildWindow(panel, NSWindowAbove);
   panel->makeKeyAndOrderFront(nullptr);
@@ -90,7 +152,20 @@ void CoverArtThumbnailView::closeEnlargedView() {
   });
 }
 
-void CoverArtThumbnailView::windowDidResignKey(const Ref<NSNotification>&) { closeEnlargedView(); }
+void CoverArtThumbnailView::windowDidResignKey(const Ref<NSNotification>&) {
+  lostKeyAt_ = now();
+  closeEnlargedView();
+}
+
+std::vector<std::string> CoverArtThumbnailView::accessibilityActionNames() const {
+  if (coverArtPanel_ || image()) return {std::string(NSAccessibilityPressAction)};
+  return NSImageView::accessibilityActionNames();
+}
+
+void CoverArtThumbnailView::accessibilityPerformAction(std::string_view action) {
+  if (action == NSAccessibilityPressAction) toggle();
+  else NSImageView::accessibilityPerformAction(action);
+}
 
 void CoverArtThumbnailView::setImage(Ref<NSImage> image) {
   NSImageView::setImage(std::move(image));
@@ -98,10 +173,12 @@ void CoverArtThumbnailView::setImage(Ref<NSImage> image) {
   if (!panel) return;
   if (this->image()) {
     const CGRect frame = frameOfImage();
-    panel->setContentView(makeContentView(frame.size));
+    const Ref<NSImageView> view = makeContentView(frame.size);
+    panel->setContentView(view);
+    view->prepareImageForSize(frame.size);
     panel->setFrame(frame, /*display=*/true, /*animate=*/true);
   } else {
-    panel->setContentView(nullptr);
+    panel->setContentView(closesByClickAndEscape_ ? makeContentView(sizeWithoutImage) : nullptr);
     panel->setBackgroundColor(NSColor::windowBackgroundColor());
     panel->setFrame(coverArtPanelFrame(sizeWithoutImage), /*display=*/true, /*animate=*/true);
   }

@@ -23,25 +23,39 @@ class CoverArtThumbnailView : public tessaluna::platform::NSImageView, public te
   bool scaleToScreenResolution() const { return scaleToScreenResolution_; }
   void setScaleToScreenResolution(bool scales) { scaleToScreenResolution_ = scales; }
 
+  // An addition: true lets a click in the panel and the Escape key close it, too, and a press on the thumbnail that takes the key
+  // status from the panel closes it for good: its release opens no other. False at the start. Counts for panels and images that
+  // come after. (NSImageView has another one, preparesImages, which is that of the panel as well.)
+  bool closesByClickAndEscape() const { return closesByClickAndEscape_; }
+  void setClosesByClickAndEscape(bool closes) { closesByClickAndEscape_ = closes; }
+
   // An open panel shows the new image and moves to its frame. With none it shrinks to an empty square.
   void setImage(tessaluna::platform::Ref<tessaluna::platform::NSImage> image) override;
 
   // Nothing while none is open. The panel is gone at once, but for a millisecond a click does not open another one.
   void closeEnlargedView();
 
+  void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   // Opens the panel of an image, or closes it; an absent image opens none.
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   // Of the panel, whose delegate this is.
   void windowDidResignKey(const tessaluna::platform::Ref<tessaluna::platform::NSNotification>& notification) override;
 
+  // Assistive clients press the image as a click does.
+  std::vector<std::string> accessibilityActionNames() const override;
+  void accessibilityPerformAction(std::string_view action) override;
+
  private:
   tessaluna::platform::CGRect coverArtPanelFrame(tessaluna::platform::CGSize size) const;
   tessaluna::platform::CGRect frameOfImage() const;
-  tessaluna::platform::Ref<tessaluna::platform::NSImageView> makeContentView(tessaluna::platform::CGSize size) const;
+  tessaluna::platform::Ref<tessaluna::platform::NSImageView> makeContentView(tessaluna::platform::CGSize size);
+  void toggle();
   void enlarge();
+  bool takeClosingPress();
 
   tessaluna::platform::Ref<CoverArtPanel> coverArtPanel_;  // present means enlarged
-  bool scaleToScreenResolution_ = false;
+  bool scaleToScreenResolution_ = false, closesByClickAndEscape_ = false;
+  std::optional<double> pressedAt_, lostKeyAt_;  // by the backend's clock: the thumbnail, and the panel
 };
 
 }  // namespace TessalunaUIKit
