@@ -30,6 +30,7 @@ QWidget* makeTrackListPage(Report report);
 QWidget* makeLinksPage(Report report);
 QWidget* makeCellsPage(Report report);
 QWidget* makeSearchPage(Report report);
+QWidget* makeCoverArtPage(Report report);
 QWidget* makeTransportPage(Report report);
 QWidget* makeStartupPage(Report report);
 

@@ -1,0 +1,23 @@
+// Album covers as files, drawn by the gallery itself: what a player would read from disk or from the network.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+using FileBytes = std::vector<std::byte>;
+
+struct CoverFile {
+  const char* name;  // one word
+  const char* note;
+  FileBytes (*make)();  // takes a moment for many pixels; on any thread
+  bool hasManyPixels = false;
+};
+
+// Wide, tall, square, tiny, of 6,000 pixels each way, cut off, and none at all, whose bytes are empty.
+std::span<const CoverFile> coverFiles();
+
+}  // namespace gallery

@@ -1,0 +1,161 @@
+// The gallery's covers under a real pointer and keyboard, with a window manager that gives the key status away.
+#include <QHBoxLayout>
+#include <QScreen>
+#include <QWindow>
+
+#include "gallery/covers/CoverArtHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tests/desktop/QtDesktop.h"
+#include "tests/harness/printing.h"
+
+using namespace tessaluna::platform;
+using namespace TessalunaUIKit;
+using gallery::CoverArtHost;
+
+namespace {
+
+class CoverArtPointer : public harness::QtDesktop {
+ protected:
+  CoverArtPointer() {
+    host_->setReport([this](const std::string& what) { reports_.push_back(what); });
+    auto* row = new QHBoxLayout(&window_);
+    for (const CoverArtHost::Cover& cover : host_->covers()) {
+      auto* widget = new tessaluna::backend::qt::QtViewWidget(cover.ground);
+      widget->setFixedSize(int(CoverArtHost::groundSize), int(CoverArtHost::groundSize));
+      row->addWidget(widget);
+      widgets_.push_back(widget);
+    }
+    xdotool({"mousemove", "5", "1000"});
+    window_.move(60, 80);
+    window_.show();
+    window_.activateWindow();
+    EXPECT_TRUE(eventually([&] { return window_.isActiveWindow(); }));
+    settle();
+  }
+  ~CoverArtPointer() override {
+    xdotool({"mouseup", "1", "mousemove", "5", "1000"});
+    host_->setReport(nullptr);
+  }
+
+  std::size_t indexOf(std::string_view name) const {
+    for (std::size_t i = 0; i < host_->covers().size(); ++i)
+      if (host_->covers()[i].name == name) return i;
+    return 0;
+  }
+  void click(QPoint place) { xdotool({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1"}); }
+  void clickThumbnail(std::string_view name, QPoint place = {50, 50}) { click(widgets_[indexOf(name)]->mapToGlobal(place)); }
+  static Ref<CoverArtPanel> panel() {
+    for (const Ref<NSWindow>& each : NSApp->windows())
+      if (auto found = std::dynamic_pointer_cast<CoverArtPanel>(each); found && found->isVisible()) return found;
+    return nullptr;
+  }
+  bool opens() {
+    return eventually([] { return panel() && panel()->isKeyWindow(); });
+  }
+  bool closes() {
+    return eventually([] { return !panel(); });
+  }
+  // In the coordinates of Qt's screen, whose y runs down.
+  QRect placeOfPanel() const {
+    const CGRect frame = panel()->frame();
+    const int height = window_.screen()->geometry().height();
+    return {int(frame.origin.x), height - int(CGRectGetMaxY(frame)), int(frame.size.width), int(frame.size.height)};
+  }
+
+  Ref<CoverArtHost> host_ = make<CoverArtHost>();
+  std::vector<std::string> reports_;
+  QWidget window_;
+  std::vector<QWidget*> widgets_;
+};
+
+TEST_F(CoverArtPointer, AClickEnlargesACoverAtItsThumbnailsCornerWithinTheScreen) {
+  clickThumbnail("square");
+  ASSERT_TRUE(opens());
+  const QPoint corner = widgets_[indexOf("square")]->mapToGlobal(QPoint(1, 1));
+  EXPECT_EQ(placeOfPanel(), QRect(corner, QSize(600, 600)));
+  EXPECT_EQ(reports_, std::vector<std::string>{"square 600 by 600"});
+  // Elsewhere in the window.
+  click(window_.mapToGlobal(QPoint(3, 3)));
+  EXPECT_TRUE(closes());
+  settle();
+  clickThumbnail("wide");
+  ASSERT_TRUE(opens());
+  const QRect screen = window_.screen()->availableGeometry();
+  EXPECT_EQ(placeOfPanel().right(), screen.right());
+  EXPECT_LT(placeOfPanel().width(), 1600);
+  EXPECT_NEAR(placeOfPanel().height(), placeOfPanel().width() * 500.0 / 1600, 1);
+}
+
+TEST_F(CoverArtPointer, AClickInTheCoverOrEscapeClosesItWhereTheHostWantsThat) {
+  clickThumbnail("square");
+  ASSERT_TRUE(opens());
+  click(placeOfPanel().center());
+  xdotool({"key", "Escape"});
+  EXPECT_NE(panel(), nullptr);
+  click(window_.mapToGlobal(QPoint(3, 3)));
+  ASSERT_TRUE(closes());
+
+  host_->setClosesByClickAndEscape(true);
+  clickThumbnail("square");
+  ASSERT_TRUE(opens());
+  click(placeOfPanel().center());
+  EXPECT_TRUE(closes());
+  clickThumbnail("square");
+  ASSERT_TRUE(opens());
+  xdotool({"key", "Escape"});
+  EXPECT_TRUE(closes());
+  EXPECT_TRUE(eventually([&] { return window_.isActiveWindow(); })) << "the keys are back in the window";
+}
+
+// Beside a cover that is smaller than its thumbnail there is something of that to click.
+TEST_F(CoverArtPointer, AnotherClickOnTheThumbnailOfATinyCoverClosesIt) {
+  host_->setClosesByClickAndEscape(true);
+  clickThumbnail("tiny");
+  ASSERT_TRUE(opens());
+  EXPECT_EQ(placeOfPanel().size(), QSize(24, 24));
+  clickThumbnail("tiny", {70, 70});
+  EXPECT_TRUE(closes());
+  settle();
+  EXPECT_EQ(panel(), nullptr) << "and opens no other";
+  settle();
+  clickThumbnail("tiny", {70, 70});
+  EXPECT_TRUE(opens());
+}
+
+TEST_F(CoverArtPointer, AnImageThatChangesMovesTheOpenPanelWithoutAJump) {
+  clickThumbnail("changing");
+  ASSERT_TRUE(opens());
+  const double right = CGRectGetMaxX(panel()->frame());
+  host_->changeImage();  // from wide to tall
+  std::vector<double> widths{panel()->frame().size.width};
+  const double target = [&] {
+    const Ref<CoverArtPanel> moving = panel();
+    double last = -1;
+    EXPECT_TRUE(eventually([&] {
+      const double width = moving->frame().size.width;
+      if (width != widths.back()) widths.push_back(width);
+      const bool isStill = width == last && widths.size() > 2 && width <= 500;
+      last = width;
+      return isStill;
+    }));
+    return moving->frame().size.width;
+  }();
+  EXPECT_LE(target, 500);
+  EXPECT_GE(widths.size(), 4u) << "steps on the way from " << right;
+  for (std::size_t i = 1; i < widths.size(); ++i) EXPECT_LT(widths[i], widths[i - 1]);
+  EXPECT_TRUE(panel()->isKeyWindow());
+}
+
+TEST_F(CoverArtPointer, ACoverOfManyPixelsComesInTheBackground) {
+  host_->setPreparesImages(true);
+  const auto& huge = host_->covers()[indexOf("huge")];
+  ASSERT_TRUE(eventually([&] { return huge.thumbnail->image() && huge.thumbnail->pictureToDraw(); }));
+  const auto thumbnails = huge.thumbnail->pictureToDraw();
+  clickThumbnail("huge");
+  ASSERT_TRUE(opens());
+  const auto view = std::dynamic_pointer_cast<NSImageView>(panel()->contentView());
+  EXPECT_NE(view->pictureToDraw(), nullptr) << "the thumbnail's at the least";
+  EXPECT_TRUE(eventually([&] { return view->pictureToDraw() != thumbnails; }));
+}
+
+}  // namespace
