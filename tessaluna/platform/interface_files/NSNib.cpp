@@ -4,6 +4,7 @@
 #include <map>
 #include <utility>
 
+#include "tessaluna/platform/interface_files/NibChecked.h"
 #include "tessaluna/platform/interface_files/classRegistry.h"
 
 namespace tessaluna::platform {
@@ -39,6 +40,9 @@ class Loader {
     }
     for (const Made& made : made_)
       if (made.outlets) connectOutlets(*made.object, *made.outlets, made.place);
+    for (const Made& made : made_)
+      if (const auto* checked = dynamic_cast<const NibChecked*>(made.object.get()))
+        if (const auto problem = checked->nibProblem()) fail(made.place + ": " + *problem);
     contents.error = error_;
     if (error_) {
       contents.topLevelObjects.clear();

@@ -9,6 +9,7 @@
 #include "tessaluna/platform/cells/NSSegmentedCell.h"
 #include "tessaluna/platform/cells/NSSliderCell.h"
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSImageView.h"
 #include "tessaluna/platform/views/NSLevelIndicator.h"
@@ -43,8 +44,8 @@ Registry& registry() {
   static Registry classes =
       registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton, NSTextField, NSImageView,
                  NSScrollView, NSScroller, NSSlider, NSProgressIndicator, NSSegmentedControl, NSLevelIndicator, NSTableView,
-                 NSCell, NSButtonCell, NSSliderCell, NSSegmentedCell, NSLevelIndicatorCell, NSTextFieldCell, NSTableCellView,
-                 NSPanel, NSPopUpButton, NSPopUpButtonCell>();
+                 NSLayoutConstraint, NSCell, NSButtonCell, NSSliderCell, NSSegmentedCell, NSLevelIndicatorCell,
+                 NSTextFieldCell, NSTableCellView, NSPanel, NSPopUpButton, NSPopUpButtonCell>();
   return classes;
 }
 

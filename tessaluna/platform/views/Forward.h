@@ -6,6 +6,7 @@
 namespace tessaluna::platform {
 
 class NSAnimationContext;
+class LayoutEngine;
 class NSApplication;
 class NSButton;
 class NSButtonCell;
@@ -15,6 +16,8 @@ class NSControl;
 class NSCursor;
 class NSEvent;
 class NSImageView;
+class NSLayoutConstraint;
+class NSLayoutConstraintAnimator;
 class NSMenu;
 class NSMenuItem;
 class NSResponder;

@@ -1,5 +1,6 @@
 #include "tessaluna/platform/views/NSControl.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
@@ -7,6 +8,7 @@
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/interface_files/classRegistry.h"
+#include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -123,6 +125,31 @@ void NSControl::setLineBreakMode(NSLineBreakMode mode) {
 }
 
 CGSize NSControl::intrinsicContentSize() const { return cell_ ? cell_->cellSize() : NSView::intrinsicContentSize(); }
+
+namespace {
+
+Ref<NSFont> fontOf(const NSControl& control) {
+  const Ref<NSFont> font = control.font();
+  return font ? font : NSFont::systemFontOfSize(NSFont::systemFontSize());
+}
+
+}  // namespace
+
+CGFloat NSControl::lineHeight() const {
+  return NSAttributedString("x", NSAttributes{{NSFontAttributeName, fontOf(*this)}}).size().height;
+}
+
+// The same above a text and below it, at the size that the cell wants.
+CGFloat NSControl::marginOfText() const {
+  const CGFloat text = attributedStringValue() ? attributedStringValue()->size().height : 0;
+  return (cell_->cellSize().height - std::max(text, lineHeight())) / 2;
+}
+
+CGFloat NSControl::firstBaselineOffsetFromTop() const { return cell_ ? marginOfText() + fontOf(*this)->ascender() : 0; }
+
+CGFloat NSControl::lastBaselineOffsetFromBottom() const {
+  return cell_ ? marginOfText() + lineHeight() - fontOf(*this)->ascender() : 0;
+}
 
 void NSControl::setContinuous(bool isContinuous) {
   if (cell_) cell_->setContinuous(isContinuous);

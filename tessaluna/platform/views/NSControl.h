@@ -47,6 +47,8 @@ class NSControl : public NSView, public CellValue {
   void setAlignment(NSTextAlignment alignment);
   void setLineBreakMode(NSLineBreakMode mode);
   CGSize intrinsicContentSize() const override;
+  CGFloat firstBaselineOffsetFromTop() const override;
+  CGFloat lastBaselineOffsetFromBottom() const override;
 
   Ref<NSObject> target() const { return target_.lock(); }
   void setTarget(const Ref<NSObject>& target) { target_ = target; }
@@ -84,6 +86,8 @@ class NSControl : public NSView, public CellValue {
  private:
   static const Outlet outlets_[];
   enum class Press { None, Tracked, Away };  // away: the pointer has left and may come back
+  CGFloat lineHeight() const;
+  CGFloat marginOfText() const;
   CGPoint pointOf(const NSEvent& event) const;
   void startTracking(CGPoint point);
   void track(CGPoint point);

@@ -1,8 +1,10 @@
 #include "tessaluna/platform/views/NSView.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSViewAnimator.h"
@@ -13,20 +15,25 @@ namespace tessaluna::platform {
 
 namespace {
 
-constexpr Property viewProperties[] = {property<&NSView::setFrame, "frame">(),
-                                       property<&NSView::setFrameOrigin, "frameOrigin">(),
-                                       property<&NSView::setFrameSize, "frameSize">(),
-                                       property<&NSView::setBoundsOrigin, "boundsOrigin">(),
-                                       property<&NSView::setAutoresizingMask, "autoresizingMask">(),
-                                       property<&NSView::setAutoresizesSubviews, "autoresizesSubviews">(),
-                                       property<&NSView::setHidden, "hidden">(),
-                                       property<&NSView::setWantsLayer, "wantsLayer">(),
-                                       property<&NSView::setToolTip, "toolTip">(),
-                                       property<&NSView::setIdentifier, "identifier">(),
-                                       property<&NSView::setFocusRingType, "focusRingType">(),
-                                       property<&NSView::setUserInterfaceLayoutDirection, "userInterfaceLayoutDirection">()};
+constexpr Property viewProperties[] = {
+    property<&NSView::setFrame, "frame">(),
+    property<&NSView::setFrameOrigin, "frameOrigin">(),
+    property<&NSView::setFrameSize, "frameSize">(),
+    property<&NSView::setBoundsOrigin, "boundsOrigin">(),
+    property<&NSView::setAutoresizingMask, "autoresizingMask">(),
+    property<&NSView::setAutoresizesSubviews, "autoresizesSubviews">(),
+    property<&NSView::setHidden, "hidden">(),
+    property<&NSView::setWantsLayer, "wantsLayer">(),
+    property<&NSView::setToolTip, "toolTip">(),
+    property<&NSView::setIdentifier, "identifier">(),
+    property<&NSView::setFocusRingType, "focusRingType">(),
+    property<&NSView::setUserInterfaceLayoutDirection, "userInterfaceLayoutDirection">(),
+    property<&NSView::setTranslatesAutoresizingMaskIntoConstraints, "translatesAutoresizingMaskIntoConstraints">(),
+    property<&NSView::setContentHuggingPriorities, "contentHuggingPriorities">(),
+    property<&NSView::setContentCompressionResistancePriorities, "contentCompressionResistancePriorities">()};
 
-constexpr InnerObjects viewInnerObjects[] = {innerObject<&NSView::addSubview>("subviews", InnerObjects::Count::Many)};
+constexpr InnerObjects viewInnerObjects[] = {innerObject<&NSView::addSubview>("subviews", InnerObjects::Count::Many),
+                                             innerObject<&NSView::addConstraint>("constraints", InnerObjects::Count::Many)};
 
 }  // namespace
 
@@ -36,6 +43,10 @@ const ClassInfo NSView::staticClassInfo{
 NSUserInterfaceLayoutDirection NSView::userInterfaceLayoutDirection() const {
   if (layoutDirection_) return *layoutDirection_;
   return NSApp ? NSApp->userInterfaceLayoutDirection() : NSUserInterfaceLayoutDirectionLeftToRight;
+}
+
+void NSView::setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirection direction) {
+  if (std::exchange(layoutDirection_, direction) != direction) layoutDirectionDidChange();
 }
 
 NSView::NSView(NSCoder& coder)
@@ -96,6 +107,22 @@ void NSView::noteFocusRingMaskChanged() {
 void NSView::setFocusRingType(NSFocusRingType type) {
   focusRingType_ = type;
   if (window()) window()->scheduleDisplay();
+}
+
+bool NSView::isLeftOut() const {
+  const NSView* last = nullptr;
+  for (const NSView* view = superview(); view; view = view->superview())
+    if (view->leavesOutWhatItCutsOff()) last = view;
+  if (!last) return false;
+  layOutTree();
+  CGRect rect = bounds();
+  for (const NSView* view = this; view != last; view = view->superview()) {
+    const NSView* above = view->superview();
+    // All that scrolls counts as being where it can be scrolled to.
+    rect = dynamic_cast<const NSClipView*>(above) ? above->bounds() : view->transformToSuperview().applyToRect(rect);
+    if (above->leavesOutWhatItCutsOff() && NSIsEmptyRect(NSIntersectionRect(rect, above->bounds()))) return true;
+  }
+  return false;
 }
 
 void NSView::windowWillChange() { window()->viewWillLeave(*this); }

@@ -1,6 +1,6 @@
 // A rectangle of a window that draws and takes events. Its parts stand in headers of their own: ViewGeometry (tree and
-// space), ViewLayout (when subviews get their places), ViewDrawing (what it shows), ViewTracking (what is under the
-// pointer), ViewAccessibility (what assistive clients see).
+// space), ViewLayout (when subviews get their places), ViewConstraints (what places them), ViewDrawing (what it shows),
+// ViewTracking (what is under the pointer), ViewAccessibility (what assistive clients see).
 #pragma once
 
 #include <optional>
@@ -19,7 +19,7 @@ class NSView : public ViewAccessibility {
 
   explicit NSView(CGRect frame) : ViewAccessibility(frame) {}
   // Keys: "frame", "hidden", "autoresizingMask", "autoresizesSubviews", "wantsLayer", "identifier"; the
-  // objects "subviews".
+  // objects "subviews" and "constraints".
   explicit NSView(NSCoder& coder);
 
   // What the program calls the view, or its kind: a table asks for the views that it may use again by it. Empty for a view
@@ -43,10 +43,15 @@ class NSView : public ViewAccessibility {
 
   // In which direction what stands side by side follows each other. That of the application, unless it was set for the view.
   NSUserInterfaceLayoutDirection userInterfaceLayoutDirection() const;
-  void setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirection direction) { layoutDirection_ = direction; }
+  void setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirection direction);
 
   // Whether the Tab key may stop here.
-  virtual bool canBecomeKeyView() const { return acceptsFirstResponder() && !isHiddenOrHasHiddenAncestor(); }
+  virtual bool canBecomeKeyView() const { return acceptsFirstResponder() && !isHiddenOrHasHiddenAncestor() && !isLeftOut(); }
+
+  // An addition: a view that says true leaves out, of the Tab chain and of what assistive clients are shown, the views below it
+  // of which nothing lies in its bounds. What is scrolled out of sight within it is not meant.
+  virtual bool leavesOutWhatItCutsOff() const { return false; }
+  bool isLeftOut() const;  // by a view above; the tree is laid out first
 
   // What the window draws a ring around while the keyboard is here and a key brought it here (FocusRing.h), in the view's
   // coordinates; empty for a view that shows it in another way. A view with several places for the keyboard gives the one

@@ -23,7 +23,7 @@ std::optional<AccessibilityElements> ViewAccessibility::accessibilityOwnChildren
   layOutTree();
   AccessibilityElements result;
   for (const Ref<NSView>& view : subviews())
-    if (!view->isHidden()) result.push_back(view);
+    if (!view->isHidden() && !view->isLeftOut()) result.push_back(view);
   return result;
 }
 

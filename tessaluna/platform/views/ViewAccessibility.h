@@ -1,5 +1,5 @@
-// The fifth part of a view: what it is to assistive clients. A plain view is ignored, and what stands in it takes its place.
-// Hidden views are left out.
+// The sixth part of a view: what it is to assistive clients. A plain view is ignored, and what stands in it takes its place.
+// Hidden views are left out, and those that a view leaves out.
 #pragma once
 
 #include "tessaluna/platform/accessibility/NSAccessibility.h"

@@ -9,7 +9,7 @@
 
 namespace tessaluna::platform {
 
-ViewDrawing::ViewDrawing(NSCoder& coder) : ViewLayout(coder) {
+ViewDrawing::ViewDrawing(NSCoder& coder) : ViewConstraints(coder) {
   isHidden_ = coder.decodeBoolForKey("hidden");
   wantsLayer_ = coder.decodeBoolForKey("wantsLayer");
 }

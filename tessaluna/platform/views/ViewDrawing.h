@@ -1,15 +1,15 @@
-// The third part of a view: what it shows. A view draws itself in drawRect:, then its subviews from back to front, all cut
+// The fourth part of a view: what it shows. A view draws itself in drawRect:, then its subviews from back to front, all cut
 // to its bounds. Nothing is drawn at once: a redraw is asked for and comes with the window's next display.
 #pragma once
 
 #include "tessaluna/platform/graphics/Forward.h"
-#include "tessaluna/platform/views/ViewLayout.h"
+#include "tessaluna/platform/views/ViewConstraints.h"
 
 namespace tessaluna::platform {
 
-class ViewDrawing : public ViewLayout {
+class ViewDrawing : public ViewConstraints {
  public:
-  explicit ViewDrawing(CGRect frame) : ViewLayout(frame) {}
+  explicit ViewDrawing(CGRect frame) : ViewConstraints(frame) {}
   explicit ViewDrawing(NSCoder& coder);
 
   // Draws into the current context, in the view's coordinates. The rectangle is the part of bounds that is to be redrawn,

@@ -37,6 +37,7 @@ void ViewGeometry::addSubview(const Ref<NSView>& view) {
   view->moveToWindow(window_);
   static_cast<ViewGeometry&>(*view).geometryDidChange();
   static_cast<ViewLayout&>(*view).cameIntoSuperview();
+  static_cast<ViewConstraints&>(*view).cameIntoSuperview();
 }
 
 void ViewGeometry::removeFromSuperview() {
@@ -45,6 +46,7 @@ void ViewGeometry::removeFromSuperview() {
   geometryWillChange();
   moveToWindow(nullptr);
   if (!superview_) return;  // a callback was first
+  static_cast<ViewConstraints&>(asView()).willLeaveSuperview();
   static_cast<ViewLayout&>(asView()).willLeaveSuperview();
   static_cast<ViewGeometry&>(*superview_).subviews_.remove(held);
   superview_ = nullptr;
@@ -80,6 +82,7 @@ void ViewGeometry::setFrame(CGRect frame) {
   bounds_.size = frame.size;
   geometryDidChange();
   if (autoresizesSubviews_ && frame.size != oldSize) resizeSubviewsWithOldSize(oldSize);
+  static_cast<ViewConstraints&>(asView()).frameDidChange();
   // Only now: what reads places in between must not lay out what is resized here.
   if (frame.size != oldSize) static_cast<ViewLayout&>(asView()).sizeDidChange();
   if (superview_) superview_->subviewFrameDidChange(asView());
@@ -182,6 +185,7 @@ Extent resized(Extent extent, Flexible flexible, CGFloat oldLength, CGFloat newL
 
 void ViewGeometry::resizeWithOldSuperviewSize(CGSize oldSize) {
   if (!superview_ || autoresizingMask_ == NSViewNotSizable) return;
+  if (static_cast<ViewConstraints&>(asView()).isPlacedByConstraints()) return;
   const auto has = [this](std::uint32_t bit) { return (autoresizingMask_ & bit) != 0; };
   const CGSize newSize = superview_->bounds().size;
   const Extent x =

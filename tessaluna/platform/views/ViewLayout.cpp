@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/ViewLayout.h"
 
+#include <utility>
+
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -36,10 +38,21 @@ void ViewLayout::cameIntoSuperview() {
 }
 
 void ViewLayout::layoutSubtreeIfNeeded() {
-  if (!hasMarks()) return;
   for (const ViewLayout* view = this; view; view = view->superview())
     if (view->isDrawing_) return;
+  solveConstraints();
   runPass();
+}
+
+// Of the whole tree. Who asks for places meanwhile gets them as they are.
+void ViewLayout::solveConstraints() {
+  ViewLayout* root = this;
+  while (root->superview()) root = root->superview();
+  const Ref<NSObject> held = root->weak_from_this().lock();  // absent while the view is being made
+  if (!held) return;
+  const bool wasInPass = std::exchange(root->isInPass_, true);
+  static_cast<ViewConstraints&>(root->asView()).solve();
+  root->isInPass_ = wasInPass;
 }
 
 void ViewLayout::layOutTree() const {
@@ -62,7 +75,10 @@ void ViewLayout::runPass() {
   const Ref<NSObject> held = weak_from_this().lock();  // absent while the view is being made
   if (!held || isInPass_) return;
   isInPass_ = true;
-  for (int round = 0; round < mostRounds && hasMarks(); ++round) layOutMarked();
+  for (int round = 0; round < mostRounds && hasMarks(); ++round) {
+    solveConstraints();
+    layOutMarked();
+  }
   isInPass_ = false;
 }
 
@@ -86,6 +102,7 @@ void ViewLayout::layOutMarked() {
 }
 
 void ViewLayout::invalidateIntrinsicContentSize() {
+  static_cast<ViewConstraints&>(asView()).contentSizeDidChange();
   for (NSView* view = superview(); view; view = view->superview()) {
     if (!view->isSizedByContent()) return;
     // One that is just giving out places has read the size, or is about to.
@@ -97,8 +114,9 @@ void ViewLayout::invalidateIntrinsicContentSize() {
 
 CGSize ViewLayout::fittingSize() const {
   const CGSize intrinsic = intrinsicContentSize();
-  return {intrinsic.width >= 0 ? intrinsic.width : sizeItCameWith_.width,
-          intrinsic.height >= 0 ? intrinsic.height : sizeItCameWith_.height};
+  return static_cast<const ViewConstraints&>(asView()).constrainedSize(
+      {intrinsic.width >= 0 ? intrinsic.width : sizeItCameWith_.width,
+       intrinsic.height >= 0 ? intrinsic.height : sizeItCameWith_.height});
 }
 
 }  // namespace tessaluna::platform

@@ -33,8 +33,9 @@ class ViewLayout : public ViewGeometry, private ListLink {
   void invalidateIntrinsicContentSize();
   // False where what the views below want matters to nobody above: a document scrolls instead.
   virtual bool isSizedByContent() const { return true; }
-  // The size that suits the view: by axis the intrinsic one, else the one that the view came with, which is that of its last
-  // frame outside of a window.
+  // The size that suits the view: the least that its constraints and those of the views below it allow. Where none of them says
+  // anything about it, by axis the intrinsic one, else the one that the view came with, which is that of its last frame outside
+  // of a window.
   CGSize fittingSize() const;
 
  protected:
@@ -52,6 +53,7 @@ class ViewLayout : public ViewGeometry, private ListLink {
   bool hasMarks() const { return needsLayout_ || !marked_.isEmpty(); }
   void reportMarks();
   void runPass();
+  void solveConstraints();
   void layOutMarked();
 
   LinkedList marked_;  // the subviews that are marked, or have marked views below them

@@ -1,4 +1,4 @@
-// The fourth part of a view: which view is under a point, and where the pointer's entries and exits are reported.
+// The fifth part of a view: which view is under a point, and where the pointer's entries and exits are reported.
 #pragma once
 
 #include <string>

@@ -43,7 +43,7 @@ void NSWindow::setFirstResponder(NSResponder& responder) {
 namespace {
 
 void collectKeyViews(const Ref<NSView>& view, std::vector<Ref<NSView>>& result) {
-  if (view->isHidden()) return;
+  if (view->isHidden() || view->isLeftOut()) return;
   if (view->canBecomeKeyView()) result.push_back(view);
   for (const Ref<NSView>& subview : view->subviews()) collectKeyViews(subview, result);
 }
