@@ -5,6 +5,9 @@
 #include "tessaluna/uikit/cells/ExtPopUpButtonCell.h"
 #include "tessaluna/uikit/cells/ImageAndTextCell.h"
 #include "tessaluna/uikit/cells/UnderlinedSegmentedCell.h"
+#include "tessaluna/uikit/containers/BorderedView.h"
+#include "tessaluna/uikit/containers/DisclosureHeaderView.h"
+#include "tessaluna/uikit/containers/DisclosureView.h"
 #include "tessaluna/uikit/containers/TableCellViewWithBackground.h"
 #include "tessaluna/uikit/containers/ViewWithBackground.h"
 #include "tessaluna/uikit/coverart/CoverArtThumbnailView.h"
@@ -46,6 +49,9 @@ void registerInterfaceFileClasses() {
   registerClass<CoverArtThumbnailView>();
   registerClass<CoverArtPanel>();
   registerClass<ViewWithBackground>();
+  registerClass<BorderedView>();
+  registerClass<DisclosureView>();
+  registerClass<DisclosureHeaderView>();
   registerClass<TableCellViewWithBackground>();
   registerClass<SuggestibleTextFieldCell>();
   registerClass<FlatTextFieldCell>();

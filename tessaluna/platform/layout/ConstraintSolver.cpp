@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <set>
 #include <utility>
 
 namespace tessaluna::platform {
@@ -77,8 +78,19 @@ double ConstraintSolver::coefficientIn(const Row& row, int symbol) const {
 // Adds a multiple of other cells, which are in order too, and keeps the columns true.
 void ConstraintSolver::addExpression(int rowIndex, double factor, std::span<const Cell> cells, double constant) {
   Row& row = rows_[rowIndex];
+  if (!cells.empty()) addCells(row, rowIndex, factor, cells);
+  if (constant != 0) {
+    row.constant += factor * constant;
+    constantDidChange(rowIndex);
+  }
+}
+
+void ConstraintSolver::addCells(Row& row, int rowIndex, double factor, std::span<const Cell> cells) {
+  // What comes before all that is added stays where it is, which is most of a long row that grows at its end.
+  const auto start = std::lower_bound(row.cells.begin(), row.cells.end(), cells.front().symbol,
+                                      [](const Cell& cell, int sought) { return cell.symbol < sought; });
   scratch_.clear();
-  auto mine = row.cells.begin();
+  auto mine = start;
   const auto end = row.cells.end();
   for (const Cell& cell : cells) {
     while (mine != end && mine->symbol < cell.symbol) scratch_.push_back(*mine++);
@@ -99,11 +111,8 @@ void ConstraintSolver::addExpression(int rowIndex, double factor, std::span<cons
     }
   }
   scratch_.insert(scratch_.end(), mine, end);
-  row.cells.swap(scratch_);
-  if (constant != 0) {
-    row.constant += factor * constant;
-    constantDidChange(rowIndex);
-  }
+  row.cells.erase(start, end);
+  row.cells.insert(row.cells.end(), scratch_.begin(), scratch_.end());
 }
 
 // Adds a multiple of a symbol, or of what stands for it.
@@ -168,7 +177,9 @@ void ConstraintSolver::eraseColumn(int symbol) {
 
 void ConstraintSolver::noteChange(int symbol) {
   Symbol& changed = symbols_[symbol];
-  if (changed.kind != Kind::Variable || changed.isChanged) return;
+  if (changed.kind != Kind::Variable) return;
+  if (!std::exchange(changed.isMoved, true)) moved_.push_back(symbol);
+  if (changed.isChanged) return;
   changed.isChanged = true;
   changes_.push_back(symbol);
 }
@@ -248,7 +259,8 @@ void ConstraintSolver::setConstant(Constraint constraint, double constant) {
   if (difference == 0) return;
   entry.rule.constant = constant;
   isChanged_ = true;
-  if (!entry.isIn) return;
+  if (entry.defined >= 0) dirtyDefinitions_.push_back(static_cast<int>(constraint));
+  if (!entry.isIn || entry.defined >= 0) return;
   // terms - constant = sign * marker - sign * other: as if the marker grew by the difference, over its sign.
   const double shiftOfMarker = entry.markerSign * difference;
   const int marker = symbols_[entry.marker].row, other = entry.other < 0 ? -1 : symbols_[entry.other].row;
@@ -275,6 +287,7 @@ void ConstraintSolver::shift(int symbol, double difference) {
 
 double ConstraintSolver::value(Variable variable) const {
   const Symbol& symbol = symbols_[static_cast<int>(variable)];
+  if (symbol.definition >= 0) return symbol.definedValue;
   return symbol.row >= 0 ? rows_[symbol.row].constant : 0;
 }
 
@@ -294,10 +307,97 @@ std::vector<ConstraintSolver::Conflict> ConstraintSolver::takeConflicts() { retu
 // Constraints come and go.
 
 void ConstraintSolver::enter(Entry& entry) {
+  entry.isIn = true;
+  const bool isDefinition = define(entry);
+  for (const Term& term : entry.rule.terms) ++symbols_[static_cast<int>(term.variable)].mentions;
+  if (isDefinition) return;
+  takeIntoSimplex(entry.rule);
+  enterSimplex(entry);
+}
+
+// Whether the entry only defines a variable.
+bool ConstraintSolver::define(Entry& entry) {
+  const Rule& rule = entry.rule;
+  if (rule.relation != Relation::Equal || rule.priority < required) return false;
+  for (const Term& term : rule.terms) {
+    const int index = static_cast<int>(term.variable);
+    Symbol& symbol = symbols_[index];
+    const auto isIt = [&](const Term& one) { return one.variable == term.variable; };
+    if (symbol.mentions > 0 || symbol.row >= 0 || !symbol.column.empty() || std::abs(term.coefficient) < pivotEpsilon ||
+        std::count_if(rule.terms.begin(), rule.terms.end(), isIt) > 1)
+      continue;
+    const int self = static_cast<int>(&entry - entries_.data());
+    entry.defined = index;
+    entry.definitionOrder = ++definitionOrder_;
+    symbol.definition = self;
+    symbol.definedValue = 0;
+    for (const Term& other : rule.terms)
+      if (other.variable != term.variable) symbols_[static_cast<int>(other.variable)].users.push_back(self);
+    dirtyDefinitions_.push_back(self);
+    return true;
+  }
+  return false;
+}
+
+void ConstraintSolver::endDefinition(Entry& entry) {
+  const int self = static_cast<int>(&entry - entries_.data());
+  symbols_[entry.defined].definition = -1;
+  noteChange(entry.defined);
+  for (const Term& term : entry.rule.terms) std::erase(symbols_[static_cast<int>(term.variable)].users, self);
+  entry.defined = -1;
+}
+
+// What the rule has by definition only, and what that is defined by, becomes the simplex's; those first that others build on.
+void ConstraintSolver::takeIntoSimplex(const Rule& rule) {
+  std::set<std::pair<long, int>> found;
+  std::vector<const Rule*> open{&rule};
+  while (!open.empty()) {
+    const Rule& next = *open.back();
+    open.pop_back();
+    for (const Term& term : next.terms) {
+      const int definition = symbols_[static_cast<int>(term.variable)].definition;
+      if (definition >= 0 && found.emplace(entries_[definition].definitionOrder, definition).second)
+        open.push_back(&entries_[definition].rule);
+    }
+  }
+  for (const auto& [order, index] : found) {
+    endDefinition(entries_[index]);
+    enterSimplex(entries_[index]);
+  }
+}
+
+// In the order in which they were made, as each is of earlier ones only.
+void ConstraintSolver::evaluateDefinitions() {
+  std::set<std::pair<long, int>> waiting;
+  const auto wait = [&](int index) {
+    if (entries_[index].defined >= 0) waiting.emplace(entries_[index].definitionOrder, index);
+  };
+  for (const int index : std::exchange(dirtyDefinitions_, {})) wait(index);
+  for (const int symbol : std::exchange(moved_, {})) {
+    symbols_[symbol].isMoved = false;
+    for (const int user : symbols_[symbol].users) wait(user);
+  }
+  while (!waiting.empty()) {
+    const Entry& entry = entries_[waiting.begin()->second];
+    waiting.erase(waiting.begin());
+    Symbol& symbol = symbols_[entry.defined];
+    double sum = entry.rule.constant, own = 1;
+    for (const Term& term : entry.rule.terms) {
+      if (static_cast<int>(term.variable) == entry.defined) own = term.coefficient;
+      else sum -= term.coefficient * value(term.variable);
+    }
+    const double found = sum / own;
+    if (found == symbol.definedValue) continue;
+    symbol.definedValue = found;
+    if (!std::exchange(symbol.isChanged, true)) changes_.push_back(entry.defined);
+    for (const int user : symbol.users) wait(user);
+  }
+}
+
+void ConstraintSolver::enterSimplex(Entry& entry) {
   const Rule& rule = entry.rule;
   const bool isRequired = rule.priority >= required;
   const int index = static_cast<int>(&entry - entries_.data());
-  entry.isIn = true;
   entry.markerSign = rule.relation == Relation::AtMost ? -1 : 1;
   const bool isEquality = rule.relation == Relation::Equal;
   entry.marker = newSymbol(!isEquality ? Kind::Slack : isRequired ? Kind::Dummy : Kind::Error);
@@ -341,6 +441,9 @@ void ConstraintSolver::enter(Entry& entry) {
 }
 
 void ConstraintSolver::leave(Entry& entry) {
+  entry.isIn = false;
+  for (const Term& term : entry.rule.terms) --symbols_[static_cast<int>(term.variable)].mentions;
+  if (entry.defined >= 0) return endDefinition(entry);
   const bool isRequired = entry.rule.priority >= required;
   if (!isRequired && !areObjectivesClear_) addErrors(entry, -1);
   const bool isMarkerBasic = symbols_[entry.marker].row >= 0;
@@ -356,7 +459,6 @@ void ConstraintSolver::leave(Entry& entry) {
     freeSymbol(own);
   }
   entry.marker = entry.other = -1;
-  entry.isIn = false;
   // A slack of its own that was loose held nothing.
   if (!isRequired || !isMarkerBasic) isOptimal_ = false;
 }
@@ -438,6 +540,7 @@ void ConstraintSolver::solve() {
     enter(entries_[index]);
     settle();
   }
+  evaluateDefinitions();
   for (const int index : tried)
     if (!entries_[index].isSetAside) entries_[index].isReported = false;
   for (const int index : setAside_) {
@@ -645,9 +748,9 @@ void ConstraintSolver::rebuild() {
   }
   std::vector<Entry*> entries;
   for (Entry& entry : entries_)
-    if (entry.isIn) entries.push_back(&entry);
+    if (entry.isIn && entry.defined < 0) entries.push_back(&entry);
   std::sort(entries.begin(), entries.end(), [](const Entry* a, const Entry* b) { return a->order < b->order; });
-  for (Entry* entry : entries) enter(*entry);
+  for (Entry* entry : entries) enterSimplex(*entry);
 }
 
 }  // namespace tessaluna::platform

@@ -5,7 +5,9 @@
 // solving algorithm", ACM Transactions on Computer-Human Interaction 8 (4), 2001. Every variable that is not a parameter has a
 // row that gives it by parameters; a changed constant moves the rows in its column, and the dual simplex mends those that
 // it moves too far. Different from there, priorities are compared strictly (each has an objective of its own), and required
-// constraints that conflict are set aside instead of refused.
+// constraints that conflict are set aside instead of refused. And a required equation about a variable of which nothing was said
+// yet only defines it: it stays out of the simplex, is evaluated afterwards, and comes in once anything but another definition
+// has the variable. Of a long chain of boxes the simplex so knows nothing.
 //
 // What is optimal: the sum of the errors of the highest priority is the least possible, then that of the next one, and so
 // on. Where this leaves a choice, a constraint that was added earlier holds before one that was added later.
@@ -68,8 +70,13 @@ class ConstraintSolver {
   struct Symbol {
     Kind kind = Kind::Unused;
     bool isChanged = false;   // in changes_
+    bool isMoved = false;     // in moved_
     int row = -1;             // the row that gives it; -1 for a parameter, whose value is 0
     std::vector<int> column;  // the rows that have it
+    // Of a variable: how often constraints have it, the one that defines it, its value by that, and the definitions that have it.
+    int mentions = 0, definition = -1;
+    double definedValue = 0;
+    std::vector<int> users;
   };
   struct Cell {
     int symbol;
@@ -87,6 +94,8 @@ class ConstraintSolver {
     // What the row gets besides the rule's terms: a slack of an inequality, a dummy of a required equality, or errors.
     int marker = -1, other = -1;
     std::vector<int> inTheWay;  // of one that was set aside: the entries that it conflicts with
+    int defined = -1;           // the symbol that it defines
+    long definitionOrder = 0;   // later ones are of what earlier ones define
     double markerSign = 0;      // terms - constant = markerSign * marker - markerSign * other
   };
 
@@ -94,8 +103,8 @@ class ConstraintSolver {
   void freeSymbol(int symbol);
   int newRow(int basic);
   void dropRow(int row);
-  void addCell(Row& row, int rowIndex, int symbol, double coefficient);
   void addExpression(int rowIndex, double factor, std::span<const Cell> cells, double constant);
+  void addCells(Row& row, int rowIndex, double factor, std::span<const Cell> cells);
   void addMultiple(int rowIndex, double factor, int symbol);
   void replaceParameter(int symbol, int rowIndex);
   void pivot(int rowIndex, int entering);
@@ -104,6 +113,11 @@ class ConstraintSolver {
   void noteChange(int symbol);
 
   void enter(Entry& entry);
+  bool define(Entry& entry);
+  void endDefinition(Entry& entry);
+  void evaluateDefinitions();
+  void takeIntoSimplex(const Rule& rule);
+  void enterSimplex(Entry& entry);
   void leave(Entry& entry);
   void exchangeOut(int marker);
   void shift(int symbol, double difference);
@@ -135,10 +149,12 @@ class ConstraintSolver {
   std::map<double, int, std::greater<>> objectives_;  // by priority; the last one prefers what was added earlier
   std::vector<int> infeasible_;                       // rows that may be
   std::vector<int> changes_;
+  std::vector<int> moved_;             // since definitions were evaluated
+  std::vector<int> dirtyDefinitions_;  // entries
   std::vector<Conflict> conflicts_;
   std::vector<Cell> scratch_;
   std::vector<int> setAside_;  // entries
-  long order_ = 0, pivotCount_ = 0;
+  long order_ = 0, definitionOrder_ = 0, pivotCount_ = 0;
   bool isOptimal_ = true;            // no exchange makes an objective less
   bool areObjectivesClear_ = false;  // for as long as only feasibility matters
   bool isChanged_ = false;           // since the last solve

@@ -384,15 +384,18 @@ void LayoutEngine::rulesOfMask(std::array<std::vector<Rule>, 2>& rules, NSView& 
 void LayoutEngine::rulesOfContent(std::array<std::vector<Rule>, 2>& rules, NSView& view, const Item& item) const {
   const CGSize wanted = view.intrinsicContentSize();
   const CGFloat lengths[] = {wanted.width, wanted.height};
+  const CGFloat pixels = view.window() ? view.window()->backingScaleFactor() : 1;
   const NSLayoutConstraintOrientation orientations[] = {NSLayoutConstraintOrientationHorizontal,
                                                         NSLayoutConstraintOrientationVertical};
   for (std::size_t i = 0; i < 2; ++i) {
     if (!(lengths[i] >= 0) || !std::isfinite(lengths[i])) continue;
+    // Up to a whole pixel, so that edges on whole pixels cut nothing off.
+    const CGFloat length = std::ceil(lengths[i] * pixels - negativeEpsilon) / pixels;
     const double hugging = view.contentHuggingPriorityForOrientation(orientations[i]);
     const double resistance = view.contentCompressionResistancePriorityForOrientation(orientations[i]);
-    const std::vector<Term> length{{item.axes[i].length, 1}};
-    if (hugging > 0) rules[i].push_back({length, ConstraintSolver::Relation::AtMost, lengths[i], hugging});
-    if (resistance > 0) rules[i].push_back({length, ConstraintSolver::Relation::AtLeast, lengths[i], resistance});
+    const std::vector<Term> terms{{item.axes[i].length, 1}};
+    if (hugging > 0) rules[i].push_back({terms, ConstraintSolver::Relation::AtMost, length, hugging});
+    if (resistance > 0) rules[i].push_back({terms, ConstraintSolver::Relation::AtLeast, length, resistance});
   }
 }
 
@@ -402,8 +405,10 @@ void LayoutEngine::run() {
   if (isRunning_) return;
   const CGFloat scale = top_.window() ? top_.window()->backingScaleFactor() : 0;
   if (std::exchange(scale_, scale) != scale) {
-    for (auto& [view, item] : items_)
+    for (auto& [view, item] : items_) {
+      needOwnRules(const_cast<NSView&>(*view), item);
       if (!std::exchange(item.isToBePlaced, true)) toBePlaced_.push_back(const_cast<NSView*>(view));
+    }
     needsRun_ = true;
   }
   isRunning_ = true;

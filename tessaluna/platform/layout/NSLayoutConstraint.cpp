@@ -102,7 +102,6 @@ NSLayoutConstraint::NSLayoutConstraint(NSCoder& coder)
       constant_(coder.decodeDoubleForKey("constant")),
       priority_(coder.numberForKey("priority").value_or(NSLayoutPriorityRequired)),
       identifier_(coder.decodeStringForKey("identifier").value_or("")) {
-  if (const auto wrong = problem()) coder.fail(*wrong);
   if (!isPriority(priority_)) coder.fail("a priority is above 0 and at most 1000");
 }
 
@@ -127,6 +126,7 @@ bool NSLayoutConstraint::isComplete() const {
 }
 
 std::optional<std::string> NSLayoutConstraint::nibProblem() const {
+  if (const auto wrong = problem()) return wrong;
   if (!isComplete()) return "a constraint needs an item for each of its attributes";
   if (holder_ && !(firstItem()->isDescendantOf(holder_) && (!secondItem() || secondItem()->isDescendantOf(holder_))))
     return "a constraint is held by a view that has both items in it";

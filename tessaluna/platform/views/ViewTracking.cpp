@@ -60,7 +60,8 @@ void ViewTracking::visibleAreaDidChange() {
   areCursorRectsValid_ = false;
   if (!window()) return;
   const Ref<NSView> held = refTo(asView());
-  updateTrackingAreas();
+  // One that constraints have given no size yet is followed once they have.
+  if (translatesAutoresizingMaskIntoConstraints() || !NSIsEmptyRect(bounds())) updateTrackingAreas();
   // What shows of the views below changes with what shows of this one.
   const std::vector<Ref<NSView>> copy = subviews();
   for (const Ref<NSView>& view : copy)

@@ -1,0 +1,356 @@
+#include "tessaluna/uikit/containers/DisclosureView.h"
+
+#include <gmock/gmock.h>
+
+#include "tessaluna/platform/foundation/NSBundle.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/time/durations.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tests/harness/printing.h"
+#include "tests/uikit/containers/sections.h"
+
+namespace TessalunaUIKit {
+namespace {
+
+using namespace tessaluna::platform;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr CGFloat openLimit = 32760;
+
+struct DisclosureViewTest : harness::SectionsWorld {
+  ~DisclosureViewTest() override {
+    NSBundle::mainBundle()->setStringTable({});
+    NSLayoutConstraint::setConflictHandler(nullptr);
+  }
+};
+
+// As it comes.
+
+TEST_F(DisclosureViewTest, StartsOpenAndUnmeasured) {
+  const auto view = make<DisclosureView>(CGRect{0, 0, 10, 20});
+  NSCoder coder(R"({"isDisclosed": false, "disclosedHeight": 7, "isChanging": true})");
+  for (const auto& one : {view, make<DisclosureView>(coder)}) {
+    EXPECT_TRUE(one->isDisclosed());
+    EXPECT_FALSE(one->isChanging());
+    EXPECT_EQ(one->disclosedHeight(), 0);
+    EXPECT_EQ(one->headerView(), nullptr);
+    EXPECT_EQ(one->contentView(), nullptr);
+    EXPECT_TRUE(one->constraints().empty());
+  }
+}
+
+TEST_F(DisclosureViewTest, AwakeItIsMeasuredAndHasOneConstraintOfItsOwn) {
+  EXPECT_EQ(section->disclosedHeight(), 124);
+  const auto own = collapse(*section);
+  ASSERT_NE(own, nullptr);
+  EXPECT_EQ(own->firstItem(), section);
+  EXPECT_EQ(own->firstAttribute(), NSLayoutAttributeHeight);
+  EXPECT_EQ(own->relation(), NSLayoutRelationLessThanOrEqual);
+  EXPECT_EQ(own->secondItem(), nullptr);
+  EXPECT_EQ(own->secondAttribute(), NSLayoutAttributeNotAnAttribute);
+  EXPECT_EQ(own->multiplier(), 1);
+  EXPECT_EQ(own->constant(), openLimit);
+  EXPECT_EQ(own->priority(), NSLayoutPriorityRequired);
+  EXPECT_EQ(section->contentView()->frame().size.height, 100);
+}
+
+TEST_F(DisclosureViewTest, WakingOpensWhatPropertiesHadClosed) {
+  section->setIsDisclosed(false);
+  section->setIsChanging(true);
+  section->removeConstraint(collapse(*section));
+  section->awakeFromNib();
+  EXPECT_TRUE(section->isDisclosed());
+  EXPECT_FALSE(section->isChanging());
+}
+
+TEST_F(DisclosureViewTest, WakingHidesTheButtonAlsoUnderTheMouseAndLeavesItsTitle) {
+  EXPECT_TRUE(button()->isHidden());
+  EXPECT_EQ(button()->title(), "?");
+  user.moveTo(*window, {100, 590});
+  button()->setHidden(false);
+  section->removeConstraint(collapse(*section));
+  section->awakeFromNib();
+  EXPECT_TRUE(button()->isHidden());
+}
+
+// The table of states.
+
+TEST_F(DisclosureViewTest, StatesAndConstantsOfEachPath) {
+  struct State {
+    bool isDisclosed, isChanging;
+    CGFloat limit;
+    bool operator==(const State&) const = default;
+  };
+  const auto state = [&] { return State{section->isDisclosed(), section->isChanging(), limit()}; };
+  EXPECT_EQ(state(), (State{true, false, openLimit}));
+  section->setDisclosureTo(false, true);  // closing
+  EXPECT_EQ(state(), (State{true, true, 124}));
+  finish();
+  EXPECT_EQ(state(), (State{false, false, 24}));
+  section->setDisclosureTo(true, true);  // opening
+  EXPECT_EQ(state(), (State{false, true, 24}));
+  EXPECT_EQ(section->frame().size.height, 24);  // nothing has jumped
+  finish();
+  EXPECT_EQ(state(), (State{true, false, openLimit}));
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(state(), (State{false, false, 24}));
+  section->setDisclosureTo(true, false);
+  EXPECT_EQ(state(), (State{true, false, openLimit}));
+}
+
+TEST_F(DisclosureViewTest, WhatIsBelowFollows) {
+  EXPECT_EQ(topOf(below), 124);
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(topOf(below), 24);
+  EXPECT_EQ(heightOf(section), 24);
+  // The content is cut, and neither hidden nor made smaller.
+  EXPECT_FALSE(section->contentView()->isHidden());
+  EXPECT_EQ(section->contentView()->superview(), section.get());
+  EXPECT_EQ(section->contentView()->frame().size.height, 100);
+  section->setDisclosureTo(true, false);
+  EXPECT_EQ(topOf(below), 124);
+}
+
+TEST_F(DisclosureViewTest, AnAnimationMovesSmoothlyFromOneHeightToTheOther) {
+  section->toggleDisclosure(nullptr);
+  CGFloat last = 124;
+  for (int frame = 0; frame < 25; ++frame) {
+    desktop.advance(defaultAnimationDuration / 25);
+    const CGFloat height = heightOf(section);
+    EXPECT_LE(height, last);
+    EXPECT_LT(last - height, 12);
+    EXPECT_EQ(topOf(below), height);
+    last = height;
+  }
+  desktop.advance(0.02);
+  EXPECT_EQ(heightOf(section), 24);
+  EXPECT_FALSE(section->isChanging());
+}
+
+TEST_F(DisclosureViewTest, TheAnimationTakesTheContextsDefault) {
+  section->toggleDisclosure(nullptr);
+  desktop.advance(defaultAnimationDuration * 0.9);
+  EXPECT_TRUE(section->isChanging());
+  desktop.advance(defaultAnimationDuration * 0.2);
+  EXPECT_FALSE(section->isChanging());
+}
+
+TEST_F(DisclosureViewTest, WithLessMotionItFoldsAtOnce) {
+  desktop.setPrefersReducedMotion(true);
+  section->toggleDisclosure(nullptr);
+  EXPECT_EQ(heightOf(section), 24);
+  desktop.settle();
+  EXPECT_FALSE(section->isChanging());
+  EXPECT_FALSE(section->isDisclosed());
+}
+
+// Edges.
+
+TEST_F(DisclosureViewTest, ContentThatGrewWhileItWasClosedOpensToItsNewHeight) {
+  section->setDisclosureTo(false, false);
+  growContent(200);
+  EXPECT_EQ(heightOf(section), 24);
+  section->toggleDisclosure(nullptr);
+  EXPECT_EQ(section->disclosedHeight(), 224);
+  EXPECT_EQ(heightOf(section), 24);
+  finish();
+  EXPECT_EQ(heightOf(section), 224);
+  EXPECT_EQ(topOf(below), 224);
+}
+
+TEST_F(DisclosureViewTest, ContentThatGrewWhileItWasClosedShowsAfterADirectOpeningToo) {
+  section->setDisclosureTo(false, false);
+  growContent(200);
+  section->setDisclosureTo(true, false);
+  EXPECT_EQ(section->disclosedHeight(), 224);
+  EXPECT_EQ(section->frame().size.height, 224);
+}
+
+TEST_F(DisclosureViewTest, ContentThatGrowsWhileItIsOpenKeepsMovingTheSection) {
+  section->setDisclosureTo(false, false);
+  section->toggleDisclosure(nullptr);
+  finish();
+  growContent(300);
+  EXPECT_EQ(heightOf(section), 324);
+  EXPECT_EQ(section->disclosedHeight(), 124);
+}
+
+TEST_F(DisclosureViewTest, ClosingMeasuresNothing) {
+  growContent(300);
+  section->toggleDisclosure(nullptr);
+  finish();
+  EXPECT_EQ(section->disclosedHeight(), 124);
+}
+
+TEST_F(DisclosureViewTest, ClosingStartsFromThePresentHeight) {
+  growContent(300);
+  section->toggleDisclosure(nullptr);
+  EXPECT_EQ(limit(), 324);
+}
+
+TEST_F(DisclosureViewTest, TwoQuickTogglesLeaveItWhereTheFirstWasGoing) {
+  section->toggleDisclosure(nullptr);
+  section->toggleDisclosure(nullptr);
+  finish();
+  EXPECT_FALSE(section->isDisclosed());
+  EXPECT_EQ(heightOf(section), 24);
+}
+
+TEST_F(DisclosureViewTest, ADirectCallDuringAnAnimationIsLostToo) {
+  section->toggleDisclosure(nullptr);
+  desktop.advance(0.1);
+  const CGFloat height = heightOf(section);
+  section->setDisclosureTo(false, false);
+  section->setDisclosureTo(true, false);
+  EXPECT_TRUE(section->isChanging());
+  EXPECT_EQ(heightOf(section), height);
+  finish();
+  EXPECT_FALSE(section->isDisclosed());
+}
+
+TEST_F(DisclosureViewTest, WhatItIsAlreadyChangesNothing) {
+  section->setDisclosureTo(true, true);
+  section->setDisclosureTo(true, false);
+  EXPECT_FALSE(section->isChanging());
+  EXPECT_EQ(limit(), openLimit);
+  EXPECT_EQ(button()->title(), "?");
+}
+
+TEST_F(DisclosureViewTest, TheSettersStoreAndDoNothingElse) {
+  section->setIsDisclosed(false);
+  EXPECT_EQ(heightOf(section), 124);
+  EXPECT_EQ(limit(), openLimit);
+  section->setIsChanging(true);
+  section->setDisclosureTo(true, false);
+  EXPECT_FALSE(section->isDisclosed());  // it counts as changing
+  section->setDisclosedHeight(3);
+  EXPECT_EQ(heightOf(section), 124);
+}
+
+TEST_F(DisclosureViewTest, WithoutAHeaderItFoldsToNothing) {
+  const Ref<DisclosureHeaderView> header = section->headerView();
+  header->setParentDisclosure(nullptr);
+  section->setHeaderView(nullptr);
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(heightOf(section), 0);
+  section->toggleDisclosure(nullptr);
+  finish();
+  EXPECT_EQ(heightOf(section), 124);
+  section->toggleDisclosure(nullptr);
+  finish();
+  EXPECT_EQ(heightOf(section), 0);
+  EXPECT_EQ(header->disclosureButton()->title(), "?");
+}
+
+TEST_F(DisclosureViewTest, WithoutAButtonItFoldsAllTheSame) {
+  section->headerView()->setDisclosureButton(nullptr);
+  section->setDisclosureTo(false, false);
+  EXPECT_FALSE(section->isDisclosed());
+  section->toggleDisclosure(nullptr);
+  finish();
+  EXPECT_TRUE(section->isDisclosed());
+}
+
+TEST_F(DisclosureViewTest, BeforeItIsAwakeClosingStopsTheProgram) {
+  const auto view = make<DisclosureView>(CGRect{0, 0, 10, 20});
+  view->setDisclosureTo(true, true);  // which it counts as
+  EXPECT_DEATH(view->setDisclosureTo(false, false), "collapseConstraint");
+  EXPECT_DEATH(view->setDisclosureTo(false, true), "collapseConstraint");
+  EXPECT_DEATH(view->toggleDisclosure(nullptr), "collapseConstraint");
+  view->setIsDisclosed(false);
+  EXPECT_DEATH(view->setDisclosureTo(true, false), "collapseConstraint");
+  EXPECT_DEATH(view->setDisclosureTo(true, true), "collapseConstraint");
+}
+
+TEST_F(DisclosureViewTest, OneThatGoesDuringAnAnimationIsHarmless) {
+  section->toggleDisclosure(nullptr);
+  desktop.advance(0.1);
+  const WeakRef<DisclosureView> weak = section;
+  section->headerView()->setParentDisclosure(nullptr);
+  section->removeFromSuperview();
+  section.reset();
+  EXPECT_TRUE(weak.expired());
+  finish();
+  EXPECT_EQ(bar->subviews().size(), 1u);
+}
+
+// The button.
+
+TEST_F(DisclosureViewTest, TheTitleSaysWhatTheButtonWillDoNext) {
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(button()->title(), "Show");
+  section->setDisclosureTo(true, false);
+  EXPECT_EQ(button()->title(), "Hide");
+  section->toggleDisclosure(nullptr);
+  EXPECT_EQ(button()->title(), "Hide");  // as long as it changes
+  finish();
+  EXPECT_EQ(button()->title(), "Show");
+  section->toggleDisclosure(nullptr);
+  finish();
+  EXPECT_EQ(button()->title(), "Hide");
+}
+
+TEST_F(DisclosureViewTest, TheTitleIsInTheUsersLanguage) {
+  NSBundle::mainBundle()->setStringTable({{"Hide", "Masquer"}, {"Show", "Afficher"}});
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(button()->title(), "Afficher");
+  section->setDisclosureTo(true, false);
+  EXPECT_EQ(button()->title(), "Masquer");
+}
+
+TEST_F(DisclosureViewTest, AClickOnTheButtonToggles) {
+  button()->performClick(nullptr);
+  EXPECT_TRUE(section->isChanging());
+  finish();
+  EXPECT_FALSE(section->isDisclosed());
+}
+
+// The header of the section is 24 points high, at the top of a window of 600.
+struct AtTheScreensOrigin : harness::SectionsWorld {
+  AtTheScreensOrigin() : SectionsWorld({0, 0}) {}
+};
+
+TEST_F(AtTheScreensOrigin, AChangeShowsTheButtonUnderTheMouse) {
+  user.moveTo(*window, {100, 590});
+  section->setDisclosureTo(false, false);
+  EXPECT_FALSE(button()->isHidden());
+  user.moveTo(*window, {100, 300});
+  section->setDisclosureTo(true, false);
+  EXPECT_TRUE(button()->isHidden());
+}
+
+// Intentional: the mouse's place on the screen is taken for one in the window.
+TEST_F(DisclosureViewTest, ElsewhereOnTheScreenTheButtonIsNotFoundUnderTheMouse) {
+  user.moveTo(*window, {50, 590});
+  button()->setHidden(false);
+  section->setDisclosureTo(false, false);
+  EXPECT_TRUE(button()->isHidden());  // (150, 690) lies outside
+  user.moveTo(*window, {50, 490});    // (150, 590) lies in the header as it is taken
+  section->setDisclosureTo(true, false);
+  EXPECT_FALSE(button()->isHidden());
+}
+
+// An addition.
+
+TEST_F(DisclosureViewTest, WhatTheFoldedSectionCutsOffLeavesTheTabChainIfItSaysSo) {
+  const auto field = make<NSTextField>(CGRect{10, 10, 100, 22});
+  section->contentView()->addSubview(field);
+  const auto isShown = [&] {
+    const AccessibilityElements children = section->accessibilityChildren().value();
+    return std::find(children.begin(), children.end(), Ref<NSObject>(field->cell())) != children.end();
+  };
+  section->setDisclosureTo(false, false);
+  EXPECT_TRUE(field->canBecomeKeyView());
+  EXPECT_TRUE(isShown());
+  section->setLeavesOutFoldedViews(true);
+  EXPECT_FALSE(field->canBecomeKeyView());
+  EXPECT_FALSE(isShown());
+  EXPECT_FALSE(field->isHidden());
+  section->setDisclosureTo(true, false);
+  EXPECT_TRUE(field->canBecomeKeyView());
+  EXPECT_TRUE(isShown());
+}
+
+}  // namespace
+}  // namespace TessalunaUIKit
