@@ -74,6 +74,12 @@ FollowingExtent followed(CGFloat origin, CGFloat length, CGFloat outer, bool bef
   return {{ofOrigin, origin - ofOrigin * outer}, {ofLength, length - ofLength * outer}};
 }
 
+// Up to a whole pixel, so that edges on whole pixels cut nothing off.
+CGFloat wholePixels(const NSView& view, CGFloat length) {
+  const CGFloat pixels = view.window() ? view.window()->backingScaleFactor() : 1;
+  return std::ceil(length * pixels - negativeEpsilon) / pixels;
+}
+
 bool areSame(const ConstraintSolver::Rule& a, const ConstraintSolver::Rule& b) {
   return a.relation == b.relation && a.priority == b.priority &&
          std::equal(a.terms.begin(), a.terms.end(), b.terms.begin(), b.terms.end(), [](const auto& one, const auto& other) {
@@ -274,6 +280,9 @@ void LayoutEngine::addMeasure(Rule& rule, double factor, NSView& view, NSLayoutA
     case NSLayoutAttributeLastBaseline:
       ofLength = 1;
       offset = -view.lastBaselineOffsetFromBottom();
+      // Of what the height has more than the content wants, as texts stand at the top.
+      if (const CGFloat height = view.intrinsicContentSize().height; height >= 0)
+        offset -= wholePixels(view, height) - height;
       break;
     case NSLayoutAttributeWidth:
     case NSLayoutAttributeHeight:
@@ -384,13 +393,11 @@ void LayoutEngine::rulesOfMask(std::array<std::vector<Rule>, 2>& rules, NSView& 
 void LayoutEngine::rulesOfContent(std::array<std::vector<Rule>, 2>& rules, NSView& view, const Item& item) const {
   const CGSize wanted = view.intrinsicContentSize();
   const CGFloat lengths[] = {wanted.width, wanted.height};
-  const CGFloat pixels = view.window() ? view.window()->backingScaleFactor() : 1;
   const NSLayoutConstraintOrientation orientations[] = {NSLayoutConstraintOrientationHorizontal,
                                                         NSLayoutConstraintOrientationVertical};
   for (std::size_t i = 0; i < 2; ++i) {
     if (!(lengths[i] >= 0) || !std::isfinite(lengths[i])) continue;
-    // Up to a whole pixel, so that edges on whole pixels cut nothing off.
-    const CGFloat length = std::ceil(lengths[i] * pixels - negativeEpsilon) / pixels;
+    const CGFloat length = wholePixels(view, lengths[i]);
     const double hugging = view.contentHuggingPriorityForOrientation(orientations[i]);
     const double resistance = view.contentCompressionResistancePriorityForOrientation(orientations[i]);
     const std::vector<Term> terms{{item.axes[i].length, 1}};
