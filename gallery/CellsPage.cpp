@@ -8,6 +8,7 @@
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/cells/CellsHost.h"
+#include "gallery/controlNames.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace gallery {
@@ -34,7 +35,7 @@ QWidget* makeColumn(const std::vector<CellsHost::Sample>& samples) {
     auto* widget = new tessaluna::backend::qt::QtViewWidget(sample.control);
     widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     widget->setFixedHeight(static_cast<int>(sample.height));
-    widget->setAccessibleName(QString::fromStdString(sample.name));
+    nameControl(*widget, sample.name);
     column->addWidget(widget);
   }
   column->addStretch(1);

@@ -9,6 +9,8 @@
 #include <QVBoxLayout>
 #include <cstdio>
 
+#include "gallery/controlNames.h"
+
 namespace gallery {
 
 namespace {
@@ -115,10 +117,11 @@ void GalleryWindow::tellPlaces() const {
   if (log_ == ActionLog::Off) return;
   QTimer::singleShot(0, this, [this] {
     for (const QWidget* control : findChildren<QWidget*>()) {
-      if (control->accessibleName().isEmpty() || !control->isVisible()) continue;
+      const std::string name = controlName(*control);
+      if (name.empty() || !control->isVisible()) continue;
       const QPoint origin = control->mapToGlobal(QPoint(0, 0));
       printLine(QString("place %1 %2 %3 %4 %5")
-                    .arg(control->accessibleName())
+                    .arg(QString::fromStdString(name))
                     .arg(origin.x())
                     .arg(origin.y())
                     .arg(control->width())

@@ -7,6 +7,7 @@
 
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
+#include "gallery/controlNames.h"
 #include "gallery/links/LinksHost.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
@@ -27,7 +28,7 @@ QWidget* embed(const Ref<NSView>& view, int height, const std::string& name) {
   widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   widget->setMinimumWidth(leastWidth);
   widget->setFixedHeight(height);
-  widget->setAccessibleName(QString::fromStdString(name));
+  nameControl(*widget, name);
   return widget;
 }
 

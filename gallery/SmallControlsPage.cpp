@@ -7,6 +7,7 @@
 #include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
+#include "gallery/controlNames.h"
 #include "gallery/small_controls/ControlReporter.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
@@ -66,7 +67,7 @@ QWidget* makeControl(const Exhibit& exhibit, CGFloat size, const std::string& na
   }
   auto* widget = new tessaluna::backend::qt::QtViewWidget(view);
   widget->setFixedSize(static_cast<int>(size), static_cast<int>(size));
-  widget->setAccessibleName(QString::fromStdString(name));
+  nameControl(*widget, name);
   return widget;
 }
 

@@ -35,6 +35,7 @@ GlyphCard::GlyphCard(const TessalunaUIKit::Routine& routine) : glyph_(tessaluna:
   for (std::size_t i = 0; i < routine.flags.size(); ++i) {
     const TessalunaUIKit::RoutineFlag& flag = routine.flags[i];
     auto* box = new QCheckBox(QString::fromUtf8(flag.name.data(), static_cast<qsizetype>(flag.name.size())));
+    box->setAccessibleName(QString::fromStdString(routine.member() + " ") + box->text());  // there are many of each
     box->setChecked(flag.isOnByDefault);
     connect(box, &QCheckBox::toggled, this, [this, i](bool isOn) { glyph_->setFlag(i, isOn); });
     column->addWidget(box);

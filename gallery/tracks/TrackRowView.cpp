@@ -13,6 +13,7 @@ using namespace TessalunaUIKit;
 namespace {
 
 constexpr CGFloat margin = 8, numberWidth = 48, glyph = 15, lengthWidth = 48, textHeight = 17;
+constexpr std::string_view playAction = "play", favoriteAction = "favorite";
 constexpr CGFloat labelMargin = 2;    // beside the text of a label
 constexpr CGFloat leastArtists = 24;  // has room for a letter and "…"
 
@@ -57,6 +58,7 @@ void TrackRowView::showTrack(std::size_t number, const Track& track) {
   title_->setStringValue(track.title);
   artists_->setStringValues(track.artists);
   length_->setStringValue(lengthText(track.seconds));
+  NSAccessibilityPostNotification(shared_from_this(), NSAccessibilityTitleChangedNotification);
 }
 
 // The controls only store what they are told. Whoever tells them asks for the redraw: of those alone that changed.
@@ -93,6 +95,20 @@ void TrackRowView::layout() {
   artists_->setHidden(artists.size.width < leastArtists);
   more_->setFrame(places.more);
   length_->setFrame(places.length);
+}
+
+std::string TrackRowView::accessibilityRole() const { return std::string(NSAccessibilityRowRole); }
+
+std::vector<std::string> TrackRowView::accessibilityActionNames() const {
+  return {std::string(playAction), std::string(favoriteAction), std::string(NSAccessibilityShowMenuAction)};
+}
+
+void TrackRowView::accessibilityPerformAction(std::string_view action) {
+  if (!play_->target()) return;
+  TrackListRowActionTarget& target = *play_->target();
+  if (action == playAction) target.trackRowPlayButtonClicked(*play_);
+  if (action == favoriteAction) target.trackRowFavoriteButtonClicked(*favorite_);
+  if (action == NSAccessibilityShowMenuAction) target.trackRowMoreButtonClicked(*more_);
 }
 
 TrackRowPlaces placesInTrackRow(CGSize row) {

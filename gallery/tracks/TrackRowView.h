@@ -38,6 +38,13 @@ class TrackRowView : public tessaluna::platform::NSView {
   void layout() override;
   bool isFlipped() const override { return true; }
 
+  // A row of the list, in which assistive clients find the texts. The controls are its actions: "play", "favorite" and the
+  // menu.
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override;
+  std::vector<std::string> accessibilityActionNames() const override;
+  void accessibilityPerformAction(std::string_view action) override;
+
  private:
   tessaluna::platform::Ref<tessaluna::platform::NSTextField> number_, title_, length_;
   tessaluna::platform::Ref<TessalunaUIKit::MultipleLinksTextField> artists_;

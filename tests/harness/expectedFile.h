@@ -1,5 +1,5 @@
-// Recordings that are kept in files beside the tests, one line for each operation, so that a change of a picture shows in a
-// review as the lines that changed. tests/write-expected writes them anew.
+// What is kept in files beside the tests, one line for each operation or element, so that a change of a picture shows in a
+// review as the lines that changed. tests/write-expected writes them again.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 
 namespace harness {
 
-// Compares with the file tests/<path>; the first line that differs is told. While they are written anew, writes it instead.
+// Compares with the file tests/<path>; the first line that differs is reported. While they are written again, writes it instead.
 inline void expectSameAsFile(const std::string& path, const std::vector<std::string>& lines) {
   if (const char* folder = std::getenv("TESSALUNA_WRITE_EXPECTED")) {
     std::ofstream file(std::string(folder) + "/" + path);

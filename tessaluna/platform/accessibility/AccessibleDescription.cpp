@@ -128,8 +128,10 @@ std::string accessibleNameOf(const Ref<NSObject>& element) {
 std::string accessibleHelpOf(const Ref<NSObject>& element) {
   const NSAccessibility* asked = accessibilityOf(element);
   if (!asked) return {};
-  const std::string help = textAttributeOf(*asked, NSAccessibilityHelpAttribute);
-  return help.empty() ? textAttributeOf(*asked, NSAccessibilityPlaceholderValueAttribute) : help;
+  for (const std::string_view attribute : {NSAccessibilityHelpAttribute, NSAccessibilityPlaceholderValueAttribute})
+    if (std::string help = textAttributeOf(*asked, attribute); !help.empty())
+      return help == accessibleNameOf(element) ? std::string() : help;
+  return {};
 }
 
 std::string accessibleValueTextOf(const Ref<NSObject>& element) {
@@ -173,8 +175,11 @@ AccessibleStates accessibleStatesOf(const Ref<NSObject>& element) {
   states.set(AccessibleState::Selectable, traits.isSelectable || selection || selected);
   states.set(AccessibleState::Selected, selected.value_or(isAmongSelected || (traits.isSelectable && number > 0)));
   states.set(AccessibleState::HasPopUp, traits.hasPopUp);
+  // Cells that nobody presses are highlighted for other reasons.
   const auto* cell = dynamic_cast<const NSCell*>(element.get());
-  states.set(AccessibleState::Pressed, cell && cell->isHighlighted());
+  const std::vector<std::string> actions = asked->accessibilityActionNames();
+  const bool canBePressed = std::find(actions.begin(), actions.end(), NSAccessibilityPressAction) != actions.end();
+  states.set(AccessibleState::Pressed, cell && cell->isHighlighted() && canBePressed);
 
   const std::string role = textAttributeOf(*asked, NSAccessibilityRoleAttribute);
   const bool isText = traits.isTextInput || role == NSAccessibilityStaticTextRole;

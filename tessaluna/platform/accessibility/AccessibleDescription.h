@@ -42,7 +42,7 @@ AccessibleDescription describe(const Ref<NSObject>& element);
 std::string accessibleRoleOf(const Ref<NSObject>& element);
 // Its label, else its title; of a text, a link or a pop-up button what it says; of an item of a list what stands in it.
 std::string accessibleNameOf(const Ref<NSObject>& element);
-std::string accessibleHelpOf(const Ref<NSObject>& element);
+std::string accessibleHelpOf(const Ref<NSObject>& element);  // empty too where it only repeats the name
 // A value that is a text; empty for any other.
 std::string accessibleValueTextOf(const Ref<NSObject>& element);
 // Absent where the value is a text, a state such as that of a check box, or nothing.

@@ -59,7 +59,7 @@ void NSTableView::reloadData() {
   if (end > rowCount_) {
     selection_.remove({rowCount_, end - rowCount_});
     anchor_ = lead_ = std::nullopt;
-    if (delegate) delegate->tableViewSelectionDidChange(*this);
+    reportSelection();
   }
   if (hoveredRow_ && *hoveredRow_ >= rowCount_) setHoveredRow(std::nullopt);
   fitHeight();
@@ -206,7 +206,24 @@ void NSTableView::selectRowIndexes(const NSIndexSet& rows, Selecting how) {
   if (how == Selecting::Replaces) anchor_ = selection_.isEmpty() ? std::nullopt : std::optional(selection_.first());
   for (const auto& [row, view] : visible_)
     if (earlier.contains(row) != selection_.contains(row)) updateRowLook(row);
+  reportSelection();
+}
+
+void NSTableView::reportSelection() {
+  NSAccessibilityPostNotification(shared_from_this(), NSAccessibilitySelectedChildrenChangedNotification);
   if (const Ref<NSTableViewDelegate> delegate = delegate_.lock()) delegate->tableViewSelectionDidChange(*this);
+}
+
+AccessibilityValue NSTableView::accessibilityAttributeValue(std::string_view attribute) const {
+  if (attribute != NSAccessibilitySelectedChildrenAttribute) return NSView::accessibilityAttributeValue(attribute);
+  AccessibilityElements selected;
+  bool hasElements = false;
+  for (const auto& [row, view] : visible_) {
+    if (view->accessibilityIsIgnored()) continue;
+    hasElements = true;
+    if (isRowSelected(row)) selected.push_back(view);
+  }
+  return hasElements ? AccessibilityValue(selected) : AccessibilityValue();
 }
 
 void NSTableView::scrollRowToVisible(std::size_t row) {

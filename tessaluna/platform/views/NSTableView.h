@@ -80,6 +80,8 @@ class NSTableView : public NSView {
   void drawRect(CGRect rect) override;
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(NSAccessibilityTableRole); }
+  // The selected children are the views of the selected rows, of those that show; absent where the views are no elements.
+  AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
   void mouseDown(const Ref<NSEvent>& event) override;
   void keyDown(const Ref<NSEvent>& event) override;
   void mouseMoved(const Ref<NSEvent>& event) override;
@@ -103,6 +105,7 @@ class NSTableView : public NSView {
   void setHoveredRow(std::optional<std::size_t> row);
   void moveSelection(std::ptrdiff_t step, bool extends);
   void selectByKey(std::size_t row, bool extends);
+  void reportSelection();
 
   WeakRef<NSTableViewDataSource> dataSource_;
   WeakRef<NSTableViewDelegate> delegate_;

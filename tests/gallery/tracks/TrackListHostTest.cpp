@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <set>
 
+#include "tessaluna/platform/accessibility/AccessibleDescription.h"
+#include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tests/harness/StillWorld.h"
@@ -364,6 +366,20 @@ struct Census {
   std::size_t viewsMade = 0;
   long viewsAlive = 0, allocations = 0;
 };
+
+TEST_F(TrackListHostTest, AssistiveClientsFindARowForEachTrackWithItsControlsAsActions) {
+  const Ref<NSView> row = table().viewAtRow(1);
+  const std::string name = "2, " + tracks[1].title + ", " + artistsText(tracks[1]) + ", " + lengthText(tracks[1].seconds);
+  EXPECT_EQ(accessibleLine(row), "row \"" + name + "\" [selectable] play, favorite, show menu");
+  table().selectRowIndexes(NSIndexSet(1), NSTableView::Selecting::Replaces);
+  EXPECT_EQ(accessibleLine(row), "row \"" + name + "\" [selectable, selected] play, favorite, show menu");
+  EXPECT_TRUE(performAccessibleAction(row, "play"));
+  EXPECT_EQ(reports.back(), "playing " + tracks[1].title);
+  EXPECT_TRUE(performAccessibleAction(row, "favorite"));
+  EXPECT_EQ(reports.back(), (tracks[1].isFavorite ? "no favorite " : "favorite ") + tracks[1].title);
+  EXPECT_TRUE(performAccessibleAction(row, NSAccessibilityShowMenuAction));
+  EXPECT_EQ(reports.back(), "more of track 2");
+}
 
 class TrackListHostMemoryTest : public TrackListHostTest {
  protected:

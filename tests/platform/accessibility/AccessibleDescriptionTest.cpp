@@ -88,6 +88,15 @@ TEST_F(AccessibleDescriptionTest, ThePlaceholderIsTheHelpOfAFieldWithoutOne) {
   EXPECT_EQ(accessibleHelpOf(field->cell()), "Title or artist");
   field->setToolTip("Searches all albums");
   EXPECT_EQ(accessibleHelpOf(field->cell()), "Searches all albums");
+  button->setToolTip("Play");
+  EXPECT_EQ(accessibleHelpOf(button->cell()), "") << "its name says it";
+}
+
+TEST_F(AccessibleDescriptionTest, OnlyWhatCanBePressedIsPressed) {
+  button->setHighlighted(true);
+  EXPECT_TRUE(has(button->cell(), AccessibleState::Pressed));
+  field->setHighlighted(true);
+  EXPECT_FALSE(has(field->cell(), AccessibleState::Pressed));
 }
 
 TEST_F(AccessibleDescriptionTest, AGroupAmongItemsThatCanBeSelectedIsARowCalledByItsContent) {

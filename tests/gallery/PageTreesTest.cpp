@@ -1,0 +1,124 @@
+// What assistive clients meet on each page of the gallery, a line for each element: those of Qt's widgets, and those of our
+// views in them.
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLayout>
+#include <QMetaEnum>
+#include <algorithm>
+#include <cctype>
+
+#include "gallery/Pages.h"
+#include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/accessibility/accessibleTree.h"
+#include "tessaluna/platform/accessibility/attributes.h"
+#include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tests/harness/expectedFile.h"
+
+namespace gallery {
+
+void PrintTo(const Page& page, std::ostream* out) { *out << page.name; }
+
+namespace {
+
+using namespace tessaluna::platform;
+using tessaluna::backend::qt::QtViewWidget;
+using Lines = std::vector<std::string>;
+
+// A role of Qt's, as "StaticText", in words.
+std::string wordsOf(QAccessible::Role role) {
+  std::string words;
+  for (const char letter : std::string(QMetaEnum::fromType<QAccessible::Role>().valueToKey(role))) {
+    if (std::isupper(static_cast<unsigned char>(letter)) && !words.empty()) words += ' ';
+    words += static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+  }
+  return words;
+}
+
+std::string lineOf(QAccessibleInterface& widget) {
+  const QAccessible::State state = widget.state();
+  const QString name = widget.text(QAccessible::Name).replace('\n', "\\n");
+  const struct {
+    bool isOn;
+    const char* word;
+  } states[] = {{state.disabled != 0, "disabled"},     {state.focusable != 0, "focusable"},
+                {state.selectable != 0, "selectable"}, {state.selected != 0, "selected"},
+                {state.checkable != 0, "checkable"},   {state.checked != 0, "checked"},
+                {state.hasPopup != 0, "has pop-up"},   {state.editable != 0, "editable"}};
+  std::string line = "(" + wordsOf(widget.role()) + ") \"" + name.toStdString() + "\"";
+  if (QAccessibleValueInterface* value = widget.valueInterface())
+    line += " = " + value->currentValue().toString().toStdString();
+  std::string words;
+  for (const auto& each : states)
+    if (each.isOn) words += (words.empty() ? "" : ", ") + std::string(each.word);
+  return words.empty() ? line : line + " [" + words + "]";
+}
+
+// What is off screen depends on the desktop's fonts.
+std::string withoutPlace(const std::string& line) {
+  constexpr std::string_view words[] = {", off screen", "off screen, ", "off screen"};
+  for (const std::string_view word : words)
+    if (const std::size_t found = line.rfind(word); found != line.npos && found > line.rfind('['))
+      return std::string(line).erase(found, word.size());
+  return line;
+}
+
+void addLines(QAccessibleInterface& widget, std::size_t depth, Lines& lines) {
+  const std::string indent(2 * depth, ' ');
+  if (widget.state().invisible) return;
+  lines.push_back(indent + lineOf(widget));
+  if (const auto* own = qobject_cast<const QtViewWidget*>(widget.object())) {
+    for (const Ref<NSObject>& element : NSAccessibilityUnignoredChildren({own->view()}))
+      for (const std::string& line : accessibleTreeLines(element)) lines.push_back(indent + "  " + withoutPlace(line));
+    return;
+  }
+  for (int i = 0; i < widget.childCount(); ++i)
+    if (QAccessibleInterface* child = widget.child(i)) addLines(*child, depth + 1, lines);
+}
+
+class PageTrees : public testing::TestWithParam<Page> {
+ protected:
+  static void SetUpTestSuite() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int count = 1;
+    static char name[] = "gallery";
+    static char* arguments[] = {name, nullptr};
+    application = new QApplication(count, arguments);
+  }
+  static void TearDownTestSuite() {
+    delete application;
+    application = nullptr;
+  }
+  ~PageTrees() override { NSApp = nullptr; }
+
+  static inline QApplication* application = nullptr;
+  tessaluna::backend::qt::QtBackend desktop;
+  Ref<NSApplication> nsApplication = NSApplication::sharedApplication();
+};
+
+std::string fileNameOf(const Page& page) {
+  std::string name(page.name);
+  std::replace_if(
+      name.begin(), name.end(), [](unsigned char letter) { return !std::isalnum(letter); }, '_');
+  return name;
+}
+
+TEST_P(PageTrees, ReadAsTheExpectedFileSays) {
+  const std::unique_ptr<QWidget> page(GetParam().make([](const std::string&) {}));
+  page->resize(1000, 700);
+  page->show();
+  // No more than the layouts: a page that plays would play on.
+  QCoreApplication::sendPostedEvents();
+  Lines lines;
+  addLines(*QAccessible::queryAccessibleInterface(page.get()), 0, lines);
+  harness::expectSameAsFile("gallery/expected/" + fileNameOf(GetParam()) + ".txt", lines);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, PageTrees, testing::ValuesIn(pages().begin(), pages().end()),
+                         [](const auto& info) { return fileNameOf(info.param); });
+
+}  // namespace
+}  // namespace gallery
