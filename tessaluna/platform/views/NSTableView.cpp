@@ -5,6 +5,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/NSSortDescriptor.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
@@ -12,6 +13,8 @@
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSControl.h"
+#include "tessaluna/platform/views/NSTableColumn.h"
+#include "tessaluna/platform/views/NSTableHeaderView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -101,7 +104,10 @@ void NSTableView::placeRows() {
   }
 }
 
-void NSTableView::prepareContentInRect(CGRect) { setNeedsLayout(true); }
+void NSTableView::prepareContentInRect(CGRect) {
+  setNeedsLayout(true);
+  if (headerView_) headerView_->setNeedsDisplay(true);
+}
 
 CGRect NSTableView::rectOfRow(std::size_t row) const {
   if (row >= rowCount_) return NSZeroRect;
@@ -164,18 +170,19 @@ void NSTableView::showRowsIn(CGRect rect) {
     const std::size_t row = (entry++)->first;
     if (!isShown(row)) takeRowView(row);
   }
-  if (delegate && !NSIsEmptyRect(rect)) makeRowsIn(rect, *delegate);
+  if ((delegate || !columns_.empty()) && !NSIsEmptyRect(rect)) makeRowsIn(rect, delegate.get());
   // Only now: a whole screen of rows that went serves the one that came.
   trimReserve();
 }
 
-void NSTableView::makeRowsIn(CGRect rect, NSTableViewDelegate& delegate) {
+void NSTableView::makeRowsIn(CGRect rect, NSTableViewDelegate* delegate) {
   const std::optional<std::size_t> first = rowAtPoint({rect.origin.x, std::max(0.0, rect.origin.y)});
   for (std::size_t row = first.value_or(rowCount_); row < rowCount_; ++row) {
     if (rectOfRow(row).origin.y >= CGRectGetMaxY(rect)) break;
     // A row without height has nothing to show.
     if (visible_.contains(row) || !NSIntersectsRect(rectOfRow(row), rect)) continue;
-    const Ref<NSView> view = delegate.tableViewViewForRow(*this, row);
+    Ref<NSView> view = delegate ? delegate->tableViewViewForRow(*this, row) : nullptr;
+    if (!view && !columns_.empty()) view = makeCellRow(row);
     if (!view) continue;
     view->setFrame(rectOfRow(row));
     visible_[row] = view;
@@ -251,6 +258,8 @@ void NSTableView::mouseDown(const Ref<NSEvent>& event) {
   const bool extends = event->modifierFlags() & NSEventModifierFlagShift;
   if (event->clickCount() == 2) {
     if (const Ref<NSTableViewDelegate> delegate = delegate_.lock()) delegate->tableViewRowWasDoubleClicked(*this, *row);
+    const auto column = columnAtPoint(convertPointFromView(event->locationInWindow(), nullptr));
+    if (column) editColumn(*column, *row);
   } else if (extends && anchor_ && allowsMultipleSelection_) {
     const std::size_t first = std::min(*anchor_, *row), last = std::max(*anchor_, *row);
     const std::size_t anchor = *anchor_;

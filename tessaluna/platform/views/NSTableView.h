@@ -2,6 +2,9 @@
 // sight gives its view back, to be used for another. They are made when the table is laid out. The rows stand in a flipped
 // view inside a scroll view. The table is as high as its rows, whatever height it is given.
 //
+// A table with columns shows cells instead, one in each column of a row, with the values of a data source that is an
+// NSTableViewCellSource (NSTableColumn.h). They are edited in place.
+//
 //   table->setDataSource(tracks); table->setDelegate(tracks); scrollView->setDocumentView(table);
 //
 // A selected row is painted behind its view. Rows are selected with the mouse (Command adds and takes away, Shift extends)
@@ -16,6 +19,10 @@
 #include "tessaluna/platform/views/NSView.h"
 
 namespace tessaluna::platform {
+
+class NSSortDescriptor;
+class NSTableColumn;
+class NSTableHeaderView;
 
 class NSTableViewDataSource {
  public:
@@ -43,8 +50,11 @@ class NSTableView : public NSView {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   using NSView::NSView;
+  ~NSTableView() override;
 
   // Neither is kept alive.
+  Ref<NSTableViewDataSource> dataSource() const { return dataSource_.lock(); }
+  Ref<NSTableViewDelegate> delegate() const { return delegate_.lock(); }
   void setDataSource(const Ref<NSTableViewDataSource>& source) { dataSource_ = source; }
   void setDelegate(const Ref<NSTableViewDelegate>& delegate) { delegate_ = delegate; }
   // Asks for the number of rows and their heights again and takes all views back; those of the rows that show are made by the
@@ -73,6 +83,22 @@ class NSTableView : public NSView {
   void setAllowsMultipleSelection(bool allows) { allowsMultipleSelection_ = allows; }
   void scrollRowToVisible(std::size_t row);
 
+  // The columns from left to right; the table is as wide as they are. A row whose view the delegate gives has no cells.
+  const std::vector<Ref<NSTableColumn>>& tableColumns() const { return columns_; }
+  void addTableColumn(const Ref<NSTableColumn>& column);  // one of another table stops the program
+  void removeTableColumn(const Ref<NSTableColumn>& column);
+  CGRect rectOfColumn(std::size_t column) const;
+  std::optional<std::size_t> columnAtPoint(CGPoint point) const;
+  void columnsDidChange();  // called by a column
+  // Begins editing a text, if its column can be edited; a double click does so.
+  void editColumn(std::size_t column, std::size_t row);
+  const Ref<NSTableHeaderView>& headerView() const { return headerView_; }
+  void setHeaderView(const Ref<NSTableHeaderView>& header);
+  // The first counts most. Setting them notifies the data source, which sorts.
+  const std::vector<Ref<NSSortDescriptor>>& sortDescriptors() const { return sortDescriptors_; }
+  void setSortDescriptors(std::vector<Ref<NSSortDescriptor>> descriptors);
+  bool sortByColumn(std::size_t column);  // as a click on its header; false for one that does not sort
+
   std::optional<std::size_t> hoveredRow() const { return hoveredRow_; }
 
   bool isFlipped() const override { return true; }
@@ -99,7 +125,8 @@ class NSTableView : public NSView {
   void takeRowView(std::size_t row);
   void placeRows();
   void showRowsIn(CGRect rect);
-  void makeRowsIn(CGRect rect, NSTableViewDelegate& delegate);
+  void makeRowsIn(CGRect rect, NSTableViewDelegate* delegate);
+  Ref<NSView> makeCellRow(std::size_t row);
   void trimReserve();
   void updateRowLook(std::size_t row);
   void setHoveredRow(std::optional<std::size_t> row);
@@ -114,6 +141,9 @@ class NSTableView : public NSView {
   std::vector<CGFloat> rowEnds_;  // of rows of different heights, where each ends; else empty
   std::map<std::size_t, Ref<NSView>> visible_;
   std::map<std::string, std::vector<Ref<NSView>>> reserve_;  // by identifier
+  std::vector<Ref<NSTableColumn>> columns_;
+  Ref<NSTableHeaderView> headerView_;
+  std::vector<Ref<NSSortDescriptor>> sortDescriptors_;
   NSIndexSet selection_;
   std::optional<std::size_t> anchor_, lead_, hoveredRow_;
   Ref<NSTrackingArea> trackingArea_;

@@ -1,0 +1,153 @@
+#include "tessaluna/platform/views/TableCellRow.h"
+
+#include <algorithm>
+
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/views/NSLevelIndicator.h"
+#include "tessaluna/platform/views/NSPopUpButton.h"
+#include "tessaluna/platform/views/NSSegmentedControl.h"
+#include "tessaluna/platform/views/NSTableColumn.h"
+#include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/views/NSTextView.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace tessaluna::platform {
+
+const Selector TableCellRow::selectors_[] = {action<&TableCellRow::valueWasChanged>("cellValueWasChanged:")};
+
+const ClassInfo TableCellRow::staticClassInfo{
+    .name = "TableCellRow", .base = &NSView::staticClassInfo, .selectors = TableCellRow::selectors_};
+
+// A label to the mouse and the Tab key until the table has it edited. Then the keys come back to the table, whatever ends it.
+class TableCellRow::TextField : public NSTextField {
+ public:
+  using NSTextField::NSTextField;
+
+  void beginEditing() {
+    isEdited_ = true;
+    selectText(nullptr);
+  }
+  bool acceptsFirstResponder() const override { return isEdited_ && NSTextField::acceptsFirstResponder(); }
+  bool canBecomeKeyView() const override { return false; }
+  void mouseDown(const Ref<NSEvent>& event) override {
+    if (isEdited_) NSTextField::mouseDown(event);
+    else NSView::mouseDown(event);
+  }
+  void textDidEndEditing(const Ref<NSNotification>& notification) override {
+    const Ref<NSObject> held = shared_from_this();
+    const std::string before = cell() ? cell()->stringValue() : std::string();
+    isEdited_ = false;
+    NSTextField::textDidEndEditing(notification);
+    giveKeysBack();
+    if (stringValue() == before) return;
+    if (auto* row = dynamic_cast<TableCellRow*>(superview())) row->valueWasChanged(this);
+  }
+  bool textViewDoCommandBySelector(NSTextView& editor, std::string_view selector) override {
+    if (selector != "cancelOperation:") return NSTextField::textViewDoCommandBySelector(editor, selector);
+    const Ref<NSObject> held = shared_from_this();
+    isEdited_ = false;
+    abortEditing();
+    giveKeysBack();
+    return true;
+  }
+
+ private:
+  void giveKeysBack() {
+    const auto* row = dynamic_cast<TableCellRow*>(superview());
+    if (row && row->table() && window() && window()->firstResponder() == window())
+      window()->makeFirstResponder(row->table());
+  }
+  bool isEdited_ = false;
+};
+
+TableCellRow::TableCellRow(const std::vector<Ref<NSTableColumn>>& columns) : NSView(NSZeroRect) {
+  for (const Ref<NSTableColumn>& column : columns)
+    places_.push_back({.column = column, .dataCell = column->dataCell(), .isEditable = column->isEditable()});
+}
+
+void TableCellRow::didInit() {
+  NSView::didInit();
+  for (Place& place : places_) {
+    const Ref<NSCell> cell = place.dataCell ? place.dataCell->copy() : make<NSCell>();
+    if (auto* text = dynamic_cast<NSTextFieldCell*>(cell.get())) {
+      text->setEditable(text->isEditable() || place.isEditable);
+      place.control = make<TextField>(NSZeroRect);
+    } else if (auto* level = dynamic_cast<NSLevelIndicatorCell*>(cell.get())) {
+      level->setEditable(place.isEditable);
+      place.control = make<NSLevelIndicator>(NSZeroRect);
+    } else if (dynamic_cast<NSPopUpButtonCell*>(cell.get())) {
+      place.control = make<NSPopUpButton>(NSZeroRect);
+    } else if (dynamic_cast<NSButtonCell*>(cell.get())) {
+      place.control = make<NSButton>(NSZeroRect);
+    } else if (dynamic_cast<NSSegmentedCell*>(cell.get())) {
+      place.control = make<NSSegmentedControl>(NSZeroRect);
+    } else {
+      place.control = make<NSControl>(NSZeroRect);
+    }
+    place.control->setCell(cell);
+    place.control->setTarget(refTo(*this));
+    if (!dynamic_cast<TextField*>(place.control.get())) place.control->setAction("cellValueWasChanged:");
+    addSubview(place.control);
+  }
+}
+
+NSTableView* TableCellRow::table() const { return dynamic_cast<NSTableView*>(superview()); }
+
+bool TableCellRow::fits(const std::vector<Ref<NSTableColumn>>& columns) const {
+  return std::equal(places_.begin(), places_.end(), columns.begin(), columns.end(),
+                    [](const Place& place, const Ref<NSTableColumn>& column) {
+                      return place.column == column && place.dataCell == column->dataCell() &&
+                             place.isEditable == column->isEditable();
+                    });
+}
+
+void TableCellRow::fill(NSTableView& table, std::size_t row) {
+  const Ref<NSTableViewCellSource> source = std::dynamic_pointer_cast<NSTableViewCellSource>(table.dataSource());
+  const auto delegate = std::dynamic_pointer_cast<NSTableViewCellDelegate>(table.delegate());
+  for (const Place& place : places_) {
+    if (source) place.control->setObjectValue(source->tableViewObjectValue(table, *place.column, row));
+    if (delegate) delegate->tableViewWillDisplayCell(table, *place.control->cell(), *place.column, row);
+  }
+  setNeedsLayout(true);
+}
+
+void TableCellRow::edit(std::size_t column) {
+  const Place& place = places_.at(column);
+  if (auto* field = dynamic_cast<TextField*>(place.control.get()); field && place.isEditable) field->beginEditing();
+}
+
+void TableCellRow::layout() {
+  NSView::layout();
+  CGFloat x = 0;
+  for (const Place& place : places_) {
+    place.control->setFrame({x, 0, place.column->width(), bounds().size.height});
+    x += place.column->width();
+  }
+}
+
+NSView* TableCellRow::hitTest(CGPoint point) {
+  NSView* hit = NSView::hitTest(point);
+  for (const Place& place : places_) {
+    if (!hit || !hit->isDescendantOf(place.control.get())) continue;
+    const auto* field = dynamic_cast<NSTextField*>(place.control.get());
+    const bool takesTheMouse = field ? field->currentEditor() != nullptr : place.isEditable;
+    return takesTheMouse ? hit : this;
+  }
+  return hit;
+}
+
+void TableCellRow::valueWasChanged(NSObject* sender) {
+  NSTableView* table = this->table();
+  if (!table) return;
+  const Ref<NSObject> held = refTo<NSObject>(*table);
+  const auto row = table->rowForView(*this);
+  const auto source = std::dynamic_pointer_cast<NSTableViewCellSource>(table->dataSource());
+  for (const Place& place : places_) {
+    if (place.control.get() != sender || !row || !source) continue;
+    const Ref<NSTableColumn> column = place.column;
+    return source->tableViewSetObjectValue(*table, place.control->objectValue(), *column, *row);
+  }
+}
+
+}  // namespace tessaluna::platform

@@ -1,0 +1,294 @@
+#include "tessaluna/platform/views/NSTableColumn.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "tessaluna/platform/cells/NSButtonCell.h"
+#include "tessaluna/platform/cells/NSLevelIndicatorCell.h"
+#include "tessaluna/platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/foundation/NSNumber.h"
+#include "tessaluna/platform/foundation/NSString.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTableHeaderView.h"
+#include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
+
+using namespace tessaluna::platform;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+// Songs with a title, a rating and a mark, which it sorts as the table says.
+class Songs : public NSTableViewDataSource, public NSTableViewCellSource {
+ public:
+  struct Song {
+    std::string title;
+    double rating = 0;
+    bool isMarked = false;
+  };
+  std::vector<Song> songs = {{"Cello", 3, false}, {"Arches", 5, true}, {"Bridge", 1, false}};
+  std::vector<std::string> changes;
+
+  std::size_t numberOfRowsInTableView(NSTableView&) override { return songs.size(); }
+  Ref<NSObject> tableViewObjectValue(NSTableView&, NSTableColumn& column, std::size_t row) override {
+    const Song& song = songs.at(row);
+    if (column.identifier() == "title") return make<NSString>(song.title);
+    return make<NSNumber>(column.identifier() == "rating" ? song.rating : song.isMarked ? 1 : 0);
+  }
+  void tableViewSetObjectValue(NSTableView&, const Ref<NSObject>& value, NSTableColumn& column, std::size_t row) override {
+    const auto* text = dynamic_cast<const NSString*>(value.get());
+    const std::string shown = text ? text->UTF8String() : dynamic_cast<const NSNumber&>(*value).stringValue();
+    changes.push_back(column.identifier() + " of " + songs[row].title + " is " + shown);
+    if (column.identifier() == "title") songs[row].title = shown;
+  }
+  void tableViewSortDescriptorsDidChange(NSTableView& table) override {
+    const NSSortDescriptor& by = *table.sortDescriptors().front();
+    std::stable_sort(songs.begin(), songs.end(), [&](const Song& a, const Song& b) {
+      const auto precedes = [&](const Song& one, const Song& two) {
+        return by.key() == "title" ? one.title < two.title : one.rating < two.rating;
+      };
+      return by.ascending() ? precedes(a, b) : precedes(b, a);
+    });
+    table.reloadData();
+  }
+};
+
+// A header of 20 points above rows of 20 points; columns of 80, 70 and 40 points.
+class NSTableColumnTest : public harness::StillWorld {
+ protected:
+  NSTableColumnTest() {
+    titles->setTitle("Title");
+    titles->setWidth(80);
+    titles->setSortDescriptorPrototype(make<NSSortDescriptor>("title", true));
+    ratings->setTitle("Rating");
+    ratings->setWidth(70);
+    ratings->setDataCell(make<NSLevelIndicatorCell>(NSLevelIndicatorStyleRating));
+    ratings->setSortDescriptorPrototype(make<NSSortDescriptor>("rating", false));
+    marks->setWidth(40);
+    const auto mark = make<NSButtonCell>();
+    mark->setButtonType(NSButtonType::Toggle);
+    marks->setDataCell(mark);
+    for (const auto& column : {titles, ratings, marks}) table->addTableColumn(column);
+    table->setRowHeight(20);
+    table->setHeaderView(header);
+    table->setDataSource(songs);
+    scrollView->setDocumentView(table);
+    window->contentView()->addSubview(scrollView);
+    window->contentView()->addSubview(header);
+    table->reloadData();
+    desktop.settle();
+  }
+
+  NSControl& control(std::size_t column, std::size_t row) const {
+    return dynamic_cast<NSControl&>(*table->viewAtRow(row)->subviews()[column]);
+  }
+  std::vector<std::string> titlesShown() const {
+    std::vector<std::string> result;
+    for (std::size_t row = 0; row < table->numberOfRows(); ++row) result.push_back(control(0, row).stringValue());
+    return result;
+  }
+  // In the window, of a point in the table or in the header.
+  CGPoint at(CGFloat x, CGFloat y) const { return table->convertPointToView({x, y}, nullptr); }
+  CGPoint inHeader(CGFloat x) const { return header->convertPointToView({x, 10}, nullptr); }
+  void doubleClick(CGPoint point) {
+    user.click(*window, point);
+    user.click(*window, point);
+    desktop.settle();
+  }
+
+  std::shared_ptr<Songs> songs = std::make_shared<Songs>();
+  Ref<NSTableColumn> titles = make<NSTableColumn>("title"), ratings = make<NSTableColumn>("rating"),
+                     marks = make<NSTableColumn>("mark");
+  Ref<NSTableView> table = make<NSTableView>(CGRect{0, 0, 190, 100});
+  Ref<NSTableHeaderView> header = make<NSTableHeaderView>(CGRect{0, 130, 200, 20});
+  Ref<NSScrollView> scrollView = make<NSScrollView>(CGRect{0, 0, 200, 130});
+  Ref<NSWindow> window = showWindow();
+};
+
+}  // namespace
+
+TEST_F(NSTableColumnTest, EachRowHasACopyOfEachColumnsCellWithTheSourcesValue) {
+  EXPECT_THAT(titlesShown(), ElementsAre("Cello", "Arches", "Bridge"));
+  EXPECT_EQ(control(1, 1).doubleValue(), 5);
+  EXPECT_NE(control(1, 1).cell(), ratings->dataCell());
+  EXPECT_NE(control(1, 1).cell(), control(1, 0).cell());
+  EXPECT_EQ(dynamic_cast<NSLevelIndicatorCell&>(*control(1, 1).cell()).levelIndicatorStyle(), NSLevelIndicatorStyleRating);
+}
+
+TEST_F(NSTableColumnTest, ColumnsStandSideBySideAndTheTableIsAsWideAsTheyAre) {
+  EXPECT_EQ(table->rectOfColumn(1).origin.x, 80);
+  EXPECT_EQ(table->columnAtPoint({85, 5}), 1u);
+  EXPECT_EQ(table->columnAtPoint({300, 5}), std::nullopt);
+  EXPECT_EQ(control(1, 0).frame(), (CGRect{80, 0, 70, 20}));
+  EXPECT_EQ(table->frame().size.width, 190);
+  ratings->setWidth(100);
+  EXPECT_EQ(table->frame().size.width, 220);
+  EXPECT_EQ(control(2, 0).frame(), (CGRect{180, 0, 40, 20}));
+}
+
+TEST_F(NSTableColumnTest, AWidthIsCutToItsLimits) {
+  titles->setMinWidth(50);
+  titles->setMaxWidth(120);
+  titles->setWidth(500);
+  EXPECT_EQ(titles->width(), 120);
+  titles->setWidth(3);
+  EXPECT_EQ(titles->width(), 50);
+  titles->setMinWidth(60);
+  EXPECT_EQ(titles->width(), 60);
+}
+
+TEST_F(NSTableColumnTest, AColumnThatGoesTakesItsCellsAlong) {
+  table->removeTableColumn(titles);
+  EXPECT_EQ(titles->tableView(), nullptr);
+  EXPECT_EQ(table->viewAtRow(0)->subviews().size(), 2u);
+  EXPECT_EQ(table->rectOfColumn(0).size.width, 70);
+}
+
+TEST_F(NSTableColumnTest, AClickSelectsTheRowAndADoubleClickEditsTheText) {
+  user.click(*window, at(10, 30));
+  EXPECT_EQ(table->selectedRow(), 1u);
+  EXPECT_EQ(window->firstResponder(), table.get());
+  desktop.advance(2);
+  doubleClick(at(10, 30));
+  auto& field = dynamic_cast<NSTextField&>(control(0, 1));
+  ASSERT_NE(field.currentEditor(), nullptr);
+  user.type("Arcs");
+  user.pressKey("\r");
+  EXPECT_THAT(songs->changes, ElementsAre("title of Arches is Arcs"));
+  EXPECT_EQ(field.currentEditor(), nullptr);
+  EXPECT_EQ(window->firstResponder(), table.get());
+}
+
+TEST_F(NSTableColumnTest, EscapeThrowsAwayWhatWasTyped) {
+  table->editColumn(0, 0);
+  user.type("Nonsense");
+  user.pressKey("\x1b");
+  EXPECT_THAT(songs->changes, IsEmpty());
+  EXPECT_THAT(titlesShown(), ElementsAre("Cello", "Arches", "Bridge"));
+  EXPECT_EQ(window->firstResponder(), table.get());
+}
+
+TEST_F(NSTableColumnTest, AnotherFirstResponderEndsTheEditingAndKeepsTheText) {
+  table->editColumn(0, 2);
+  user.type("Bow");
+  user.click(*window, at(10, 10));
+  EXPECT_THAT(songs->changes, ElementsAre("title of Bridge is Bow"));
+  EXPECT_EQ(table->selectedRow(), 0u);
+}
+
+TEST_F(NSTableColumnTest, ATextThatDidNotChangeIsNotSet) {
+  table->editColumn(0, 2);
+  user.pressKey("\r");
+  EXPECT_THAT(songs->changes, IsEmpty());
+}
+
+TEST_F(NSTableColumnTest, AColumnThatIsNotEditableIsNotChangedByTheUser) {
+  for (const auto& column : {titles, ratings, marks}) column->setEditable(false);
+  doubleClick(at(10, 30));
+  EXPECT_EQ(dynamic_cast<NSTextField&>(control(0, 1)).currentEditor(), nullptr);
+  user.click(*window, at(85, 10));
+  user.click(*window, at(170, 10));
+  EXPECT_THAT(songs->changes, IsEmpty());
+  EXPECT_EQ(table->selectedRow(), 0u);
+}
+
+TEST_F(NSTableColumnTest, LevelsAndButtonsAreChangedByAPressWhichSelectsNoRow) {
+  user.click(*window, at(80 + 14 + 5, 10));
+  user.click(*window, at(170, 50));
+  EXPECT_THAT(songs->changes, ElementsAre("rating of Cello is 2", "mark of Bridge is 1"));
+  EXPECT_EQ(table->selectedRow(), std::nullopt);
+}
+
+TEST_F(NSTableColumnTest, TheDelegateMayChangeACellBeforeItShows) {
+  class Painter : public NSTableViewDelegate, public NSTableViewCellDelegate {
+   public:
+    Ref<NSView> tableViewViewForRow(NSTableView&, std::size_t) override { return nullptr; }
+    void tableViewWillDisplayCell(NSTableView&, NSCell& cell, NSTableColumn& column, std::size_t row) override {
+      if (column.identifier() == "title" && row == 1) dynamic_cast<NSTextFieldCell&>(cell).setTextColor(NSColor::redColor());
+    }
+  };
+  const auto painter = std::make_shared<Painter>();
+  table->setDelegate(painter);
+  table->reloadData();
+  EXPECT_EQ(dynamic_cast<NSTextFieldCell&>(*control(0, 1).cell()).textColor(), NSColor::redColor());
+}
+
+TEST_F(NSTableColumnTest, AClickOnAHeaderSortsAndAnotherOneTheOtherWayRound) {
+  user.click(*window, inHeader(20));
+  EXPECT_THAT(titlesShown(), ElementsAre("Arches", "Bridge", "Cello"));
+  user.click(*window, inHeader(20));
+  EXPECT_THAT(titlesShown(), ElementsAre("Cello", "Bridge", "Arches"));
+  user.click(*window, inHeader(110));
+  EXPECT_THAT(titlesShown(), ElementsAre("Arches", "Cello", "Bridge"));
+  ASSERT_EQ(table->sortDescriptors().size(), 2u);
+  EXPECT_TRUE(table->sortDescriptors()[0]->isEqual(make<NSSortDescriptor>("rating", false).get()));
+  user.click(*window, inHeader(170));  // does not sort
+  EXPECT_EQ(table->sortDescriptors()[0]->key(), "rating");
+}
+
+TEST_F(NSTableColumnTest, AReleaseOnAnotherHeaderSortsNothing) {
+  user.press(*window, inHeader(20));
+  user.dragTo(inHeader(110));
+  user.release();
+  EXPECT_THAT(table->sortDescriptors(), IsEmpty());
+}
+
+TEST_F(NSTableColumnTest, ADragAtTheEdgeOfAHeaderResizesItsColumn) {
+  user.press(*window, inHeader(78));
+  user.dragTo(inHeader(98));
+  EXPECT_EQ(titles->width(), 100);
+  user.dragTo(inHeader(-50));
+  EXPECT_EQ(titles->width(), 10);
+  user.release();
+  EXPECT_THAT(table->sortDescriptors(), IsEmpty());
+  titles->setResizable(false);
+  user.press(*window, inHeader(9));
+  user.dragTo(inHeader(60));
+  user.release();
+  EXPECT_EQ(titles->width(), 10);
+}
+
+TEST_F(NSTableColumnTest, TheHeaderDrawsTitlesAndTheDirectionOfTheFirstSort) {
+  const auto drawn = [&] { return harness::recordingOf([&] { header->drawRect({}); }); };
+  EXPECT_EQ(harness::only("glyphs", drawn()).size(), 2u);
+  EXPECT_THAT(harness::only("stroke", drawn()), IsEmpty());
+  table->sortByColumn(0);
+  const auto up = harness::only("stroke", drawn());
+  ASSERT_EQ(up.size(), 1u);
+  EXPECT_THAT(up[0], testing::HasSubstr(R"([["M",66,12],["L",70,8],["L",74,12]])"));
+  table->sortByColumn(0);
+  EXPECT_THAT(harness::only("stroke", drawn()).at(0), testing::HasSubstr(R"([["M",66,8],["L",70,12],["L",74,8]])"));
+}
+
+TEST_F(NSTableColumnTest, HeadersAreButtonsToAssistiveClients) {
+  const auto children = header->accessibilityChildren().value();
+  ASSERT_EQ(children.size(), 3u);
+  const NSAccessibility& first = *accessibilityOf(children[0]);
+  EXPECT_EQ(first.accessibilityRole(), NSAccessibilitySortButtonRole);
+  EXPECT_EQ(first.accessibilityTitle(), "Title");
+  EXPECT_EQ(first.accessibilityFrame(), (CGRect{100, 230, 80, 20}));
+  accessibilityOf(children[0])->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_THAT(titlesShown(), ElementsAre("Arches", "Bridge", "Cello"));
+}
+
+TEST_F(NSTableColumnTest, WhatIsLeftOfATableThatHasGoneIsHarmless) {
+  scrollView->setDocumentView(nullptr);
+  table.reset();
+  EXPECT_EQ(header->tableView(), nullptr);
+  EXPECT_EQ(titles->tableView(), nullptr);
+  titles->setWidth(30);
+  user.click(*window, inHeader(20));
+  EXPECT_THAT(header->accessibilityChildren().value(), IsEmpty());
+}
+
+using NSTableColumnDeathTest = NSTableColumnTest;
+
+TEST_F(NSTableColumnDeathTest, AColumnOfTwoTablesStopsTheProgram) {
+  EXPECT_DEATH(make<NSTableView>(NSZeroRect)->addTableColumn(titles), "a column of two tables");
+}
