@@ -74,6 +74,7 @@ SearchHost::SearchHost(std::vector<LibraryItem> items)
       popUp_(make<SuggestionsWindowController>()) {
   view_->addSubview(field_);
   popUp_->setSuggestionPrototype(registerSuggestionRow());
+  popUp_->setMaximumRows(10);
 }
 
 void SearchHost::didInit() {

@@ -231,7 +231,7 @@ void SuggestionsWindowController::parentControlMoved() {
   if (frame.origin.y < 0) {
     frame.size.height += frame.origin.y;
     frame.origin.y = 0;
-  } else if (const CGFloat full = fullContentView_->frame().size.height; full > frame.size.height) {
+  } else if (const CGFloat full = heightToShow(); full > frame.size.height) {
     frame = growingDownward(frame, full);
   }
   window()->setFrame(frame, false);
@@ -294,7 +294,21 @@ void SuggestionsWindowController::layoutSuggestions() {
   content->setFrame({contentFrame.origin, {contentFrame.size.width, total}});
   // It follows the clip view in width, which a bar that is there already has made narrower.
   if (const NSView* clip = content->superview()) content->setFrameSize({clip->bounds().size.width, total});
-  popUp->setFrame(growingDownward(popUp->frame(), total), true);
+  popUp->setFrame(growingDownward(popUp->frame(), heightToShow()), true);
+}
+
+// The height of all rows, or of as many as there may be.
+CGFloat SuggestionsWindowController::heightToShow() const {
+  if (!maximumRows_ || !viewControllers_ || viewControllers_->size() <= *maximumRows_)
+    return fullContentView_->frame().size.height;
+  // The top of the first row that is left out, in a space that counts downward.
+  return (*viewControllers_)[*maximumRows_]->view()->frame().origin.y;
+}
+
+void SuggestionsWindowController::setMaximumRows(std::optional<std::size_t> rows) {
+  maximumRows_ = rows;
+  const Ref<NSWindow> popUp = window();
+  if (popUp && popUp->isVisible()) popUp->setFrame(growingDownward(popUp->frame(), heightToShow()), true);
 }
 
 }  // namespace TessalunaUIKit

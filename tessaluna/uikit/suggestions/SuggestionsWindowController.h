@@ -49,6 +49,11 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   const std::optional<std::vector<Suggestion>>& suggestions() const { return suggestions_; }
   void setSuggestions(std::optional<std::vector<Suggestion>> suggestions);
 
+  // An addition: the pop-up is never higher than its first rows, that many; the others are scrolled to. Absent at the start:
+  // then only the lower edge of the screen ends it.
+  const std::optional<std::size_t>& maximumRows() const { return maximumRows_; }
+  void setMaximumRows(std::optional<std::size_t> rows);
+
   // The selected row. The first operation tells nobody, the second one the target. Setting the row that is selected already
   // selects it anew. A present view in a controller from a coder stops the program.
   const tessaluna::platform::Ref<HighlightingView>& selectedView() const { return selectedView_; }
@@ -86,6 +91,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   template <class Iterator>
   void selectBefore(Iterator first, Iterator last);
   void layoutSuggestions();
+  tessaluna::platform::CGFloat heightToShow() const;
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingAreaForView(
       const tessaluna::platform::Ref<HighlightingView>& view);
   tessaluna::platform::CGPoint locationBelow(const tessaluna::platform::NSTextField& field,
@@ -102,6 +108,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   tessaluna::platform::WeakRef<SuggestionsWindowTarget> target_;
   tessaluna::platform::Required<std::string> suggestionPrototype_{"suggestionPrototype"};
   std::optional<std::vector<Suggestion>> suggestions_;
+  std::optional<std::size_t> maximumRows_;
   bool needsLayoutUpdate_ = false;  // wanted: written and never read
   tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSView>> fullContentView_{"fullContentView"};
   std::optional<std::vector<ItemRef>> viewControllers_;

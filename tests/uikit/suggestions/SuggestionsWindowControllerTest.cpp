@@ -227,6 +227,35 @@ TEST_F(SuggestionsWindowControllerBegin, TellsAssistiveClientsOfTheListWhenItIsT
   EXPECT_EQ(heard, Calls{"AXCreated"});
 }
 
+TEST_F(SuggestionsWindowControllerBegin, ShowsAsManyRowsAsThereMayBeUnderTheFixedTopEdge) {
+  EXPECT_EQ(controller->maximumRows(), std::nullopt);
+  controller->setMaximumRows(3);
+  NSNib::registerFactory("row", [this](NSObject& owner) {
+    rowHeight += 10;
+    return makeRow(owner);
+  });
+  show({"a", "b", "c", "d", "e"});  // 30, 40, 50, 60 and 70 points
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 398 - 120, 200, 120}));
+  EXPECT_EQ(content()->frame().size.height, 250);
+  EXPECT_FALSE(scrollView()->verticalScroller()->isHidden());
+  controller->moveDown(nullptr);
+  controller->moveDown(nullptr);
+  controller->moveDown(nullptr);
+  EXPECT_EQ(selectedLabel(), "d");
+  EXPECT_EQ(scrollView()->contentView()->bounds().origin.y, 60);
+}
+
+TEST_F(SuggestionsWindowControllerBegin, AMaximumOfRowsTakesEffectOnAVisiblePopUp) {
+  show({"a", "b", "c", "d"});
+  controller->setMaximumRows(2);
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 358, 200, 40}));
+  controller->setMaximumRows(9);
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 318, 200, 80}));
+  controller->setMaximumRows(1);
+  controller->setMaximumRows(std::nullopt);
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 318, 200, 80}));
+}
+
 TEST_F(SuggestionsWindowControllerBegin, IsPaintedAsSoonAsItIsShown) {
   controller->setSuggestions(suggestionsNamed({"a"}));
   controller->beginForTextField(field);
@@ -253,6 +282,16 @@ TEST_F(SuggestionsWindowControllerMoved, FollowsTheFieldAndIsCutOffAtTheScreensL
   };
   show({"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
   for (const auto& [y, expected] : steps) {
+    nativeOf(*window).moveByUser({100, y, 400, 300});
+    controller->parentControlMoved();
+    EXPECT_EQ(popUp()->frame(), expected) << y;
+  }
+}
+
+TEST_F(SuggestionsWindowControllerMoved, GrowsBackToAsManyRowsAsThereMayBe) {
+  controller->setMaximumRows(4);
+  show({"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
+  for (const auto& [y, expected] : {std::pair<CGFloat, CGRect>{-58, {150, 0, 200, 40}}, {300, {150, 318, 200, 80}}}) {
     nativeOf(*window).moveByUser({100, y, 400, 300});
     controller->parentControlMoved();
     EXPECT_EQ(popUp()->frame(), expected) << y;
