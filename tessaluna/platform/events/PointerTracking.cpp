@@ -93,6 +93,8 @@ void PointerTracking::sendExits(const Ref<NSEvent>& event, const std::vector<Pla
 
 void PointerTracking::windowWasHidden() {
   hideToolTip();
+  pointer_.reset();
+  scrolled_.clear();
   for (Entered& entered : entered_)
     if (entered.exit == Exit::AsThePointerLeaves) entered.exit = Exit::UnlessThePointerIsThere;
 }
@@ -111,8 +113,45 @@ void PointerTracking::viewWillLeave(const NSView& view) {
     if (entered.view.lock().get() == &view) entered.exit = Exit::InAnyCase;
 }
 
-void PointerTracking::sendExitsOfLeavers(const Ref<NSEvent>& event) {
-  sendExitsWhere([](const Entered& entered) { return entered.exit == Exit::InAnyCase; }, event);
+bool PointerTracking::isScrolled(const NSView* view) const {
+  return view && std::any_of(scrolled_.begin(), scrolled_.end(), [view](const WeakRef<NSView>& scrolled) {
+           const Ref<NSView> content = scrolled.lock();
+           return content && view->isDescendantOf(content.get());
+         });
+}
+
+void PointerTracking::sendOwedExits(const Ref<NSEvent>& event) {
+  const std::vector<Place> places = scrolled_.empty() ? std::vector<Place>() : placesAt(event->locationInWindow());
+  sendExitsWhere(
+      [&](const Entered& entered) {
+        const Ref<NSView> view = entered.view.lock();
+        const Place place{view, entered.area.lock()};
+        return entered.exit == Exit::InAnyCase ||
+               (isScrolled(view.get()) && std::find(places.begin(), places.end(), place) == places.end());
+      },
+      event);
+}
+
+bool PointerTracking::contentWasScrolled(NSView& content) {
+  if (!pointer_) return false;
+  const bool isFirst = scrolled_.empty();
+  scrolled_.push_back(refTo(content));
+  return isFirst;
+}
+
+void PointerTracking::crossScrolledContent(bool isButtonDown) {
+  const backend::Backend* backend = backend::Backend::current();
+  if (scrolled_.empty() || !pointer_ || !backend) return;
+  window_.layoutIfNeeded();
+  std::vector<Place> places = placesAt(*pointer_);
+  const auto event = make<NSEvent>(NSEvent::Fields{
+      .type = NSEventType::MouseMoved, .location = *pointer_, .timestamp = backend->now(), .window = refTo(window_)});
+  sendOwedExits(event);
+  std::erase_if(places, [this](const Place& place) { return !isScrolled(place.view.get()); });
+  scrolled_.clear();
+  hideToolTip();
+  sendEntriesAndMoves(event, places, isButtonDown);
+  if (!isButtonDown && pointer_) updateCursor(*pointer_);
 }
 
 void PointerTracking::wasExited(const NSView& view) {
@@ -123,12 +162,23 @@ void PointerTracking::wasExited(const NSView& view) {
 }
 
 void PointerTracking::pointerMoved(const Ref<NSEvent>& event, bool isButtonDown) {
-  const std::vector<Place> places = placesAt(event->locationInWindow());
+  const CGPoint point = event->locationInWindow();
+  pointer_ = point;
+  scrolled_.clear();
+  const std::vector<Place> places = placesAt(point);
   sendExits(event, places);
   // Where the pointer is again after the window was away, it enters again.
   std::erase_if(entered_, [&](const Entered& entered) {
     return entered.exit == Exit::UnlessThePointerIsThere && window_.isVisible();
   });
+  sendEntriesAndMoves(event, places, isButtonDown);
+  if (isButtonDown) return;
+  const NSView* hit = updateCursor(point);
+  // A release does not bring back the tool tip that the press has sent away.
+  if (event->type() == NSEventType::MouseMoved || event->type() == NSEventType::MouseEntered) updateToolTip(hit);
+}
+
+void PointerTracking::sendEntriesAndMoves(const Ref<NSEvent>& event, const std::vector<Place>& places, bool isButtonDown) {
   // A handler before may have taken an area away, or its view.
   const auto isThere = [&](const Place& place) {
     return place.view->window() == &window_ && stillHas(*place.view, place.area);
@@ -146,20 +196,16 @@ void PointerTracking::pointerMoved(const Ref<NSEvent>& event, bool isButtonDown)
   }
   const bool endsDrag = !isButtonDown && std::exchange(hasDragged_, false);
   if (isButtonDown) hasDragged_ = true;
-  if (event->type() == NSEventType::MouseMoved || endsDrag)
-    for (const Place& place : places)
-      if ((place.area->options() & NSTrackingMouseMoved) && isThere(place))
-        send(place.area, NSEventType::MouseMoved, &NSResponder::mouseMoved, event);
-  if (isButtonDown || !window_.contentView() || !window_.nativeWindow()) return;
-  window_.resetCursorRects();
-  const NSView* hit = window_.contentView()->hitTest(event->locationInWindow());
-  updateCursor(hit, event->locationInWindow());
-  // A release does not bring back the tool tip that the press has sent away.
-  if (event->type() == NSEventType::MouseMoved || event->type() == NSEventType::MouseEntered) updateToolTip(hit);
+  if (isButtonDown || (event->type() != NSEventType::MouseMoved && !endsDrag)) return;
+  for (const Place& place : places)
+    if ((place.area->options() & NSTrackingMouseMoved) && isThere(place))
+      send(place.area, NSEventType::MouseMoved, &NSResponder::mouseMoved, event);
 }
 
 void PointerTracking::pointerLeft(const Ref<NSEvent>& event) {
   hideToolTip();
+  pointer_.reset();
+  scrolled_.clear();
   sendExits(event, {});
 }
 
@@ -172,7 +218,10 @@ void PointerTracking::updateToolTip(const NSView* hit) {
   showToolTip(hit ? hit->toolTip() : std::string());
 }
 
-void PointerTracking::updateCursor(const NSView* hit, CGPoint point) {
+const NSView* PointerTracking::updateCursor(CGPoint point) {
+  if (!window_.contentView() || !window_.nativeWindow()) return nullptr;
+  window_.resetCursorRects();
+  const NSView* hit = window_.contentView()->hitTest(point);
   Ref<NSCursor> cursor = NSCursor::arrowCursor();
   // The frontmost view under the pointer decides; where it has no rectangle, what is behind it does.
   for (const NSView* view = hit; view; view = view->superview()) {
@@ -182,6 +231,7 @@ void PointerTracking::updateCursor(const NSView* hit, CGPoint point) {
     }
   }
   window_.nativeWindow()->setCursor(cursor->shape());
+  return hit;
 }
 
 }  // namespace tessaluna::platform

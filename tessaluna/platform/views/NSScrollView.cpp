@@ -10,6 +10,7 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSScroller.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
 
@@ -171,7 +172,13 @@ void NSScrollView::scrollerMoved(NSObject* sender) {
   CGPoint origin = shown.origin;
   if (!isVertical) origin.x = document.origin.x + offset;
   else origin.y = document.origin.y + (clipView_->isFlipped() ? offset : way - offset);
+  scrollByUser(origin);
+}
+
+void NSScrollView::scrollByUser(CGPoint origin) {
+  const CGPoint before = clipView_->bounds().origin;
   clipView_->scrollToPoint(origin);
+  if (window() && clipView_->bounds().origin != before) window()->contentWasScrolledByUser(*clipView_);
 }
 
 void NSScrollView::scrollWheel(const Ref<NSEvent>& event) {
@@ -188,7 +195,7 @@ void NSScrollView::scrollWheel(const Ref<NSEvent>& event) {
   // To whole points, so that what stands on them stays sharp; a wheel that turns in smaller steps adds up.
   const CGPoint whole{std::round(reached.x), std::round(reached.y)};
   wheelRest_ = {reached.x - whole.x, reached.y - whole.y};
-  clipView_->scrollToPoint(whole);
+  scrollByUser(whole);
 }
 
 void NSScrollView::setDrawsBackground(bool draws) {

@@ -63,6 +63,7 @@ class NSScrollView : public NSView {
   Bars neededBars() const;
   bool areBarsOutdated() const;
   void placeBarsAndClipView();
+  void scrollByUser(CGPoint origin);
   void updateScrollers();
   void scrollerMoved(NSObject* sender);
   static const Selector selectors_[];

@@ -52,6 +52,7 @@ bool takesKeyboard(NSView* pressed) {
 void MouseDispatch::send(const Ref<NSEvent>& event) {
   switch (event->type()) {
     case NSEventType::ScrollWheel:
+      tracking_.pointerIsAt(event->locationInWindow());
       if (const Ref<NSView> view = viewAt(*event)) view->scrollWheel(event);
       else window_.scrollWheel(event);
       break;
@@ -73,7 +74,7 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
   Ref<NSView> receiver = press.view.lock();
   switch (of->phase) {
     case PressPhase::Down:
-      tracking_.sendExitsOfLeavers(event);
+      tracking_.sendOwedExits(event);
       receiver = viewAt(*event);
       if (of->button == 0) backgroundDrag_.pressed(receiver.get());
       press = {.view = receiver, .isDown = true};
@@ -92,6 +93,13 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
   if (receiver && receiver->window() == &window_) (receiver.get()->*handlers[of->button][int(of->phase)])(event);
   // Entries that the press held back come with its release, unless that has hidden the window.
   if (of->phase == PressPhase::Up && window_.isVisible() == wasVisible) tracking_.pointerMoved(event, isButtonDown());
+}
+
+void MouseDispatch::contentWasScrolled(NSView& content) {
+  if (!window_.nativeWindow() || !tracking_.contentWasScrolled(content)) return;
+  window_.nativeWindow()->callAtNextFrame([this, weak = WeakRef<NSWindow>(refTo(window_))] {
+    if (const Ref<NSWindow> held = weak.lock()) tracking_.crossScrolledContent(isButtonDown());
+  });
 }
 
 void MouseDispatch::viewWillLeave(NSView& view) {

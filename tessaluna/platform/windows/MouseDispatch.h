@@ -14,6 +14,7 @@ class MouseDispatch {
   void send(const Ref<NSEvent>& event);
   void windowWasShown() { tracking_.windowWasShown(); }
   void windowWasHidden() { tracking_.windowWasHidden(); }
+  void contentWasScrolled(NSView& content);
   // A pressed view gets mouseExited: and then mouseUp:, outside of everything, and nothing more of its press.
   void viewWillLeave(NSView& view);
 

@@ -115,6 +115,10 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   // An event whose window is this one. Called by NSApp.
   virtual void sendEvent(const Ref<NSEvent>& event);
 
+  // The user has scrolled what is in the view, by the wheel or a scroller: what of it comes under the pointer is entered with
+  // the next frame. Scroll views say so; a scroll by a key or by the program enters nothing until the pointer moves.
+  void contentWasScrolledByUser(NSView& content) { mouse_.contentWasScrolled(content); }
+
   // Brings the cursor rectangles of all views up to date: those that are no longer valid are discarded and asked for again.
   void resetCursorRects();
   void invalidateCursorRectsForView(NSView& view);

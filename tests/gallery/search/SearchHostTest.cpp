@@ -130,6 +130,39 @@ TEST_F(SearchHostTest, AClickOnARowTakesIt) {
   EXPECT_THAT(reports, ElementsAre("Amber Tide – Noor Hale"));
 }
 
+// A pop-up of two rows over the lower edge of the screen, whose first row is under the pointer.
+struct ShortSearchPopUpTest : SearchHostTest {
+  ShortSearchPopUpTest() {
+    user.type("amb");
+    height = host->popUp()->selectedView()->frame().size.height;
+    const CGRect frame = window->frame();
+    const CGFloat top = CGRectGetMaxY(popUp().frame());
+    window->setFrame({{frame.origin.x, frame.origin.y - top + 2 * height}, frame.size}, true);
+    desktop.settle();
+  }
+  NSWindow& popUp() { return *host->popUp()->window(); }
+  CGPoint inFirst() { return {50, popUp().frame().size.height - height / 2}; }
+  CGFloat height = 0;
+};
+
+TEST_F(ShortSearchPopUpTest, AfterTheWheelAClickTakesTheRowUnderThePointer) {
+  ASSERT_LT(popUp().frame().size.height, 3 * height);
+  user.moveTo(popUp(), inFirst());
+  EXPECT_EQ(text(), "Amber Quartet");
+  user.scroll(popUp(), inFirst(), {0, -height / 2 - 1});
+  desktop.advance(0.01);
+  EXPECT_EQ(text(), "Amber Signal");
+  user.click(popUp(), inFirst());
+  EXPECT_THAT(reports, ElementsAre("Amber Signal – Album by Noor Hale"));
+}
+
+TEST_F(ShortSearchPopUpTest, AClickBeforeTheFrameTakesNoRowThatIsOutOfSight) {
+  user.moveTo(popUp(), inFirst());
+  user.scroll(popUp(), inFirst(), {0, -height / 2 - 1});
+  user.click(popUp(), inFirst());
+  EXPECT_THAT(reports, testing::Not(testing::Contains(testing::HasSubstr("Amber Quartet"))));
+}
+
 TEST_F(SearchHostTest, ArrowKeysBringBackASelectionThatTheMouseTookAway) {
   user.type("amb");
   NSWindow& popUp = *host->popUp()->window();
