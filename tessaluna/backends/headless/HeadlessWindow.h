@@ -53,6 +53,8 @@ class HeadlessWindow : public NativeWindow {
   // What the user or the desktop does to it.
   void moveByUser(CGRect content);
   void closeByUser();
+  platform::WindowInput& input() { return client_.input(); }
+  void noteNotTaken() { ++eventsNotTaken_; }
 
   void setFrame(CGRect content) override;
   void show() override;
@@ -70,7 +72,6 @@ class HeadlessWindow : public NativeWindow {
   void scheduleDisplay() override { isDisplayScheduled_ = true; }
   // A frame comes every hundredth of a second, to windows that are visible.
   void callAtNextFrame(std::function<void()> block) override;
-  void eventWasNotTaken() override { ++eventsNotTaken_; }
   void textInputDidChange() override { ++textInputChanges_; }
   void discardMarkedText() override { ++discardsOfMarkedText_; }
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override;

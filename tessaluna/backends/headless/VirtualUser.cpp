@@ -1,87 +1,60 @@
 #include "tessaluna/backends/headless/VirtualUser.h"
 
-#include <cmath>
-
-#include "tessaluna/platform/events/NSTextInputClient.h"
-#include "tessaluna/platform/events/mouseButtons.h"
+#include "tessaluna/platform/events/keyFields.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/WindowInput.h"
 
 namespace tessaluna::backend::headless {
 
 using namespace tessaluna::platform;
-using enum NSEventType;
+using What = PointerInput::What;
 
 namespace {
 
-constexpr double longestDoubleClick = 0.5;  // seconds
-constexpr double widestDoubleClick = 4;     // points
-
-NSTextInputClient* textWithKeys() {
-  const Ref<NSWindow> window = NSApp ? NSApp->keyWindow() : nullptr;
-  auto* text = window ? dynamic_cast<NSTextInputClient*>(window->firstResponder()) : nullptr;
-  return text && text->acceptsTextInput() ? text : nullptr;
+void requireApplication() {
+  if (!NSApp) stopProgram("headless: a user without NSApp");
 }
+
+// As a native window counts, from the upper left corner.
+CGPoint placeIn(const NSWindow& window, CGPoint point) { return {point.x, window.frame().size.height - point.y}; }
 
 }  // namespace
 
-void VirtualUser::send(NSEvent::Fields fields) {
-  if (!NSApp) stopProgram("headless: a user without NSApp");
-  fields.timestamp = desktop_.now();
-  if (fields.window) {
-    switch (fields.type) {
-      case KeyDown:
-      case KeyUp: break;
-      default: desktop_.setMouseLocation(fields.window->convertPointToScreen(fields.location));
-    }
-  }
-  const Ref<NSApplication> application = NSApp;  // an event may be the one that ends it
-  application->sendEvent(make<NSEvent>(std::move(fields)));
+void VirtualUser::sendPointer(NSWindow& window, CGPoint point, PointerInput input) {
+  requireApplication();
+  const CGPoint screenPoint = window.convertPointToScreen(point);
+  desktop_.setMouseLocation(screenPoint);
+  input.place = placeIn(window, point);
+  input.onScreen = screenPoint;
+  input.modifiers = last_.options.modifiers;
+  if (isDown_) input.heldButtons = 1u << last_.options.button;
+  HeadlessWindow::of(window).input().pointer(input);
 }
 
 void VirtualUser::press(NSWindow& window, CGPoint point, PressOptions options) {
-  const bool goesOn = last_.window.lock().get() == &window && last_.options.button == options.button &&
-                      desktop_.now() - last_.time <= longestDoubleClick &&
-                      std::hypot(point.x - last_.point.x, point.y - last_.point.y) <= widestDoubleClick;
-  last_ = {.window = refTo(window),
-           .point = point,
-           .options = options,
-           .time = desktop_.now(),
-           .clickCount = goesOn ? last_.clickCount + 1 : 1};
+  last_ = {.window = refTo(window), .point = point, .options = options};
   isDown_ = true;
   HeadlessWindow& native = HeadlessWindow::of(window);
   native.raise();
   native.requestKey();
-  send({.type = buttonEventType(options.button, PressPhase::Down),
-        .location = point,
-        .modifiers = options.modifiers,
-        .window = refTo(window),
-        .clickCount = last_.clickCount,
-        .buttonNumber = options.button});
+  sendPointer(window, point, {.what = What::Pressed, .button = options.button});
 }
 
 void VirtualUser::dragTo(CGPoint point) {
   const Ref<NSWindow> window = last_.window.lock();
   if (!isDown_ || !window) return;
   last_.point = point;
-  send({.type = buttonEventType(last_.options.button, PressPhase::Dragged),
-        .location = point,
-        .modifiers = last_.options.modifiers,
-        .window = window,
-        .buttonNumber = last_.options.button});
+  sendPointer(*window, point, {.what = What::Moved});
 }
 
 void VirtualUser::release() {
   const Ref<NSWindow> window = last_.window.lock();
   const bool wasDown = std::exchange(isDown_, false);
   if (!wasDown || !window) return;
-  send({.type = buttonEventType(last_.options.button, PressPhase::Up),
-        .location = last_.point,
-        .modifiers = last_.options.modifiers,
-        .window = window,
-        .clickCount = last_.clickCount,
-        .buttonNumber = last_.options.button});
+  sendPointer(*window, last_.point, {.what = What::Released, .button = last_.options.button});
+  last_.options.modifiers = 0;
 }
 
 void VirtualUser::click(NSWindow& window, CGPoint point, PressOptions options) {
@@ -90,37 +63,44 @@ void VirtualUser::click(NSWindow& window, CGPoint point, PressOptions options) {
 }
 
 void VirtualUser::pressElsewhere(CGPoint screenPoint) {
+  requireApplication();
   desktop_.setMouseLocation(screenPoint);
-  send({.type = LeftMouseDown, .location = screenPoint, .clickCount = 1});
+  sendPressElsewhere(screenPoint, 0, 0);
 }
 
-void VirtualUser::moveTo(NSWindow& window, CGPoint point) {
-  send({.type = MouseMoved, .location = point, .window = refTo(window)});
-}
+void VirtualUser::moveTo(NSWindow& window, CGPoint point) { sendPointer(window, point, {.what = What::Moved}); }
 
-void VirtualUser::leave(NSWindow& window) {
-  constexpr CGPoint outside{-1, -1};
-  send({.type = MouseExited, .location = outside, .window = refTo(window)});
-}
+void VirtualUser::leave(NSWindow& window) { sendPointer(window, {-1, -1}, {.what = What::Left}); }
 
 void VirtualUser::scroll(NSWindow& window, CGPoint point, CGSize delta) {
-  send({.type = ScrollWheel, .location = point, .window = refTo(window), .scrollingDelta = delta});
+  requireApplication();
+  desktop_.setMouseLocation(window.convertPointToScreen(point));
+  HeadlessWindow& native = HeadlessWindow::of(window);
+  const Ref<NSWindow> held = refTo(window);
+  if (native.input().wheel({.place = placeIn(window, point), .points = delta}) == Taken::No) native.noteNotTaken();
+}
+
+void VirtualUser::sendKey(KeyInput::What what, const std::string& characters, std::uint32_t modifiers) {
+  requireApplication();
+  const NamedKey key = keyOfCharacter(firstScalar(characters));
+  KeyInput input{.what = what, .name = key.name, .functionNumber = key.functionNumber, .modifiers = modifiers};
+  if (key == NamedKey{}) input.text = input.letter = characters;
+  if (const Ref<NSWindow> window = NSApp->keyWindow()) {
+    HeadlessWindow& native = HeadlessWindow::of(*window);
+    const bool isTaken = native.input().key(input).taken == Taken::Yes;
+    if (what == KeyInput::What::Pressed && !isTaken) native.noteNotTaken();
+  } else if (std::optional<NSEvent::Fields> fields = keyFieldsOf(input)) {
+    fields->timestamp = desktop_.now();
+    Ref<NSApplication>(NSApp)->sendEvent(make<NSEvent>(std::move(*fields)));
+  }
 }
 
 void VirtualUser::keyDown(const std::string& characters, std::uint32_t modifiers) {
-  send({.type = KeyDown,
-        .modifiers = modifiers,
-        .window = NSApp ? NSApp->keyWindow() : nullptr,
-        .characters = characters,
-        .charactersIgnoringModifiers = characters});
+  sendKey(KeyInput::What::Pressed, characters, modifiers);
 }
 
 void VirtualUser::keyUp(const std::string& characters, std::uint32_t modifiers) {
-  send({.type = KeyUp,
-        .modifiers = modifiers,
-        .window = NSApp ? NSApp->keyWindow() : nullptr,
-        .characters = characters,
-        .charactersIgnoringModifiers = characters});
+  sendKey(KeyInput::What::Released, characters, modifiers);
 }
 
 void VirtualUser::pressKey(const std::string& characters, std::uint32_t modifiers) {
@@ -132,13 +112,13 @@ void VirtualUser::pressKey(char32_t functionKey, std::uint32_t modifiers) {
   pressKey(utf8FromScalar(functionKey), modifiers);
 }
 
-void VirtualUser::compose(std::string_view text) {
-  if (NSTextInputClient* client = textWithKeys()) client->setMarkedText(text, {utf16FromUtf8(text).size(), 0}, noRange);
+void VirtualUser::sendComposition(const CompositionInput& step) {
+  if (const Ref<NSWindow> window = NSApp ? NSApp->keyWindow() : nullptr)
+    HeadlessWindow::of(*window).input().composition(step);
 }
 
-void VirtualUser::commit(std::string_view text) {
-  if (NSTextInputClient* client = textWithKeys()) client->insertText(text, noRange);
-}
+void VirtualUser::compose(std::string_view text) { sendComposition({.composed = std::string(text)}); }
+void VirtualUser::commit(std::string_view text) { sendComposition({.committed = std::string(text)}); }
 
 void VirtualUser::type(std::string_view text) {
   while (!text.empty()) {

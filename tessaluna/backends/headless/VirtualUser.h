@@ -1,5 +1,5 @@
-// The hands of a user: a mouse and a keyboard whose every movement becomes an event that goes through NSApp, as a real
-// backend's would. Points are in a window's base space. Needs NSApp, or the program stops.
+// The hands of a user: a mouse and a keyboard whose every movement is handed to the window as a real backend does, and becomes
+// an event that goes through NSApp. Points are in a window's base space. Needs NSApp, or the program stops.
 #pragma once
 
 #include <cstdint>
@@ -19,13 +19,14 @@ class VirtualUser {
  public:
   explicit VirtualUser(HeadlessBackend& desktop) : desktop_(desktop) {}
 
-  // One button at a time. A press brings its window to the front and, where it can, makes it the key window. A second press
-  // within half a second and four points counts as a double click, and so on.
+  // One button at a time. A press brings its window to the front and, where it can, makes it the key window.
   void press(platform::NSWindow& window, CGPoint point, PressOptions options = {});
   // Of the button that is down, in the window where it went down, wherever the point lies. Without one, or when the
   // window has gone: nothing.
   void dragTo(CGPoint point);
   void release();
+  // The button comes up, and nobody is told: a desktop may keep the release for itself.
+  void loseRelease() { isDown_ = false; }
   void click(platform::NSWindow& window, CGPoint point, PressOptions options = {});
   // On another application's window; the point is in screen space.
   void pressElsewhere(CGPoint screenPoint);
@@ -48,16 +49,17 @@ class VirtualUser {
   void commit(std::string_view text);
 
  private:
-  void send(platform::NSEvent::Fields fields);
-
-  HeadlessBackend& desktop_;
   struct Press {
     platform::WeakRef<platform::NSWindow> window;
     CGPoint point;
     PressOptions options;
-    double time = 0;
-    int clickCount = 0;
   };
+
+  void sendPointer(platform::NSWindow& window, CGPoint point, PointerInput input);
+  void sendKey(KeyInput::What what, const std::string& characters, std::uint32_t modifiers);
+  void sendComposition(const CompositionInput& step);
+
+  HeadlessBackend& desktop_;
   Press last_;
   bool isDown_ = false;
 };

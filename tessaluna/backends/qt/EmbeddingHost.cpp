@@ -15,8 +15,8 @@
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/backends/qt/ToolTip.h"
 #include "tessaluna/backends/qt/cursorShapes.h"
+#include "tessaluna/backends/qt/inputEvents.h"
 #include "tessaluna/backends/qt/screenSpace.h"
-#include "tessaluna/backends/qt/textInput.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -105,9 +105,6 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override {
     if (host_) host_->paint(dirty, painter);
   }
-  void eventWasNotTaken() override {
-    if (host_) host_->relay_.eventWasNotTaken();
-  }
   void firstResponderDidChange() override {
     if (host_) host_->followFirstResponder();
     tellInputMethodOfChange();
@@ -129,7 +126,6 @@ EmbeddingHost::EmbeddingHost(QWidget& topLevel)
     : topLevel_(topLevel),
       window_(make<NSWindow>(rectOnScreen(topLevel.geometry()), NSWindowStyleMaskTitled, NSBackingStoreBuffered, true)),
       native_(new NativeSide(*this)),
-      relay_(window_->windowClient()),
       knownScale_(topLevel.devicePixelRatioF()) {
   displayTimer_.setSingleShot(true);
   connect(&displayTimer_, &QTimer::timeout, this, &EmbeddingHost::display);
@@ -147,6 +143,8 @@ EmbeddingHost::~EmbeddingHost() {
   for (const Embedded& embedded : embedded_) embedded.clip->removeFromSuperview();
   window_->close();
 }
+
+WindowInput& EmbeddingHost::input() { return window_->windowClient().input(); }
 
 void EmbeddingHost::add(QtViewWidget& widget) {
   // Not flipped: in an embedded view's superview y counts up, as it does for the view of a window.

@@ -7,8 +7,8 @@
 #include <QTimer>
 #include <vector>
 
-#include "tessaluna/backends/qt/InputRelay.h"
 #include "tessaluna/backends/qt/KeptPicture.h"
+#include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/foundation/Geometry.h"
 #include "tessaluna/platform/views/Forward.h"
 
@@ -26,7 +26,7 @@ class EmbeddingHost : public QObject {
 
   QWidget& topLevel() { return topLevel_; }
   platform::NSWindow& window() { return *window_; }
-  InputRelay& relay() { return relay_; }
+  platform::WindowInput& input();
 
   void add(QtViewWidget& widget);
   void remove(QtViewWidget& widget);
@@ -67,7 +67,6 @@ class EmbeddingHost : public QObject {
   QWidget& topLevel_;
   platform::Ref<platform::NSWindow> window_;
   NativeSide* native_;  // the window's
-  InputRelay relay_;
   KeptPicture picture_;
   double knownScale_;
   std::vector<Embedded> embedded_;

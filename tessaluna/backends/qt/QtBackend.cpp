@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QStyle>
+#include <QStyleHints>
 #include <QTimer>
 #include <QWidget>
 #include <algorithm>
@@ -22,11 +23,10 @@
 #include "tessaluna/backends/qt/keyTranslation.h"
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/backends/qt/systemColors.h"
-#include "tessaluna/platform/events/mouseButtons.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSApplication.h"
-#include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/WindowInput.h"
 #include "tessaluna/platform/windows/effectiveAppearance.h"
 
 namespace tessaluna::backend::qt {
@@ -66,18 +66,10 @@ class QtBackend::ApplicationFilter : public QObject {
  private:
   // A widget that does not want a press hands it to its parent: it counts once.
   void pressedElsewhere(const QMouseEvent& event) {
-    if (!NSApp) return;
     const std::pair press(event.timestamp(), event.globalPosition());
     if (std::exchange(lastPress_, press) == press) return;
-    const int number = buttonNumberOf(event.button());
-    const Ref<NSApplication> application = NSApp;
-    application->sendEvent(
-        make<NSEvent>(NSEvent::Fields{.type = buttonEventType(number, PressPhase::Down),
-                                      .location = pointOnScreen(event.globalPosition()),
-                                      .modifiers = modifierFlagsOf(event.modifiers(), backend_.commandKey()),
-                                      .timestamp = backend_.now(),
-                                      .clickCount = 1,
-                                      .buttonNumber = number}));
+    sendPressElsewhere(pointOnScreen(event.globalPosition()), buttonNumberOf(event.button()),
+                       modifierFlagsOf(event.modifiers(), backend_.commandKey()));
   }
 
   QtBackend& backend_;
@@ -116,6 +108,11 @@ std::unique_ptr<NativeWindow> QtBackend::makeWindow(WindowClient& client, const 
 std::vector<Screen> QtBackend::screens() const { return allScreens(); }
 
 CGPoint QtBackend::mouseLocation() const { return pointOnScreen(QCursor::pos()); }
+
+ClickLimits QtBackend::clickLimits() const {
+  const QStyleHints* hints = QGuiApplication::styleHints();
+  return {.seconds = hints->mouseDoubleClickInterval() / 1000.0, .points = double(hints->mouseDoubleClickDistance())};
+}
 
 LayoutDirection QtBackend::layoutDirection() const {
   return QGuiApplication::isRightToLeft() ? LayoutDirection::RightToLeft : LayoutDirection::LeftToRight;

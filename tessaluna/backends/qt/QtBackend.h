@@ -42,6 +42,7 @@ class QtBackend : public Backend {
   std::vector<Screen> screens() const override;
   CGPoint mouseLocation() const override;
   Color systemColor(SystemColor color) const override;
+  ClickLimits clickLimits() const override;
   LayoutDirection layoutDirection() const override;
   std::unique_ptr<NativeMenu> popUpMenu(NativeWindow& window, const MenuPlace& place, std::vector<MenuEntry> entries,
                                         std::function<void(std::optional<std::size_t>)> chosen) override;

@@ -1,18 +1,17 @@
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
 #include <QFocusEvent>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <cmath>
 #include <utility>
 
 #include "tessaluna/backends/qt/EmbeddingHosts.h"
 #include "tessaluna/backends/qt/QtBackend.h"
-#include "tessaluna/backends/qt/textInput.h"
+#include "tessaluna/backends/qt/inputEvents.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/WindowInput.h"
 
 namespace tessaluna::backend::qt {
 
@@ -33,23 +32,6 @@ QSizePolicy policyOf(const NSView& view) {
   const bool hasWidth = intrinsic.width >= 0, hasHeight = intrinsic.height >= 0;
   return {!hasWidth && hasHeight ? QSizePolicy::Expanding : QSizePolicy::Preferred,
           hasHeight ? QSizePolicy::Fixed : QSizePolicy::Preferred};
-}
-
-bool isInput(QEvent::Type type) {
-  switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseMove:
-    case QEvent::Enter:
-    case QEvent::Leave:
-    case QEvent::Wheel:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::ShortcutOverride:
-    case QEvent::InputMethod: return true;
-    default: return false;
-  }
 }
 
 }  // namespace
@@ -98,10 +80,10 @@ void QtViewWidget::enabledDidChange() {
   if (!host_) return;
   const QPointer<QtViewWidget> held = this;
   const bool isOn = isEnabled();
-  if (!isOn) host_->relay().endPresses();
+  if (!isOn) host_->input().endPresses();
   if (held && host_ && underMouse())
-    host_->relay().pointerCrossed(isOn ? Crossing::Entered : Crossing::Left,
-                                  mapTo(&host_->topLevel(), mapFromGlobal(QPointF(QCursor::pos()))));
+    host_->input().pointer(crossingOf(isOn ? PointerInput::What::Entered : PointerInput::What::Left,
+                                      mapTo(&host_->topLevel(), mapFromGlobal(QPointF(QCursor::pos())))));
   if (held && host_) host_->enabledChanged(*this);
 }
 
@@ -116,45 +98,12 @@ bool QtViewWidget::event(QEvent* event) {
     }
     default: break;
   }
-  if (!host_ || (!isEnabled() && isInput(event->type()))) return QWidget::event(event);
-  const auto inTopLevel = [this](QPointF place) { return mapTo(&host_->topLevel(), place); };
-  switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseMove: {
-      const auto& mouse = static_cast<const QMouseEvent&>(*event);
-      event->accept();
-      host_->relay().mouse(mouse, inTopLevel(mouse.position()));
-      return true;
-    }
-    case QEvent::Enter:
-      host_->relay().pointerCrossed(Crossing::Entered, inTopLevel(static_cast<QEnterEvent*>(event)->position()));
-      return true;
-    case QEvent::Leave:
-      host_->relay().pointerCrossed(Crossing::Left, inTopLevel(mapFromGlobal(QPointF(QCursor::pos()))));
-      return true;
-    case QEvent::Wheel: {
-      const auto& wheel = static_cast<const QWheelEvent&>(*event);
-      event->setAccepted(host_->relay().wheel(wheel, inTopLevel(wheel.position())) == Taken::Yes);
-      return true;
-    }
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::ShortcutOverride:
-      event->setAccepted(host_->relay().key(static_cast<const QKeyEvent&>(*event), isWindow() ? nullptr : parentWidget()) ==
-                         Taken::Yes);
-      return true;
-    case QEvent::InputMethodQuery:
-      answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), host_->window(),
-                        mapTo(&host_->topLevel(), QPoint(0, 0)));
-      return true;
-    case QEvent::InputMethod:
-      event->accept();
-      sendToText(static_cast<const QInputMethodEvent&>(*event), *refTo(host_->window()));
-      return true;
-    default: return QWidget::event(event);
-  }
+  if (!host_ || !isEnabled() || !isInput(event->type())) return QWidget::event(event);
+  const InputReceiver receiver{.input = host_->input(),
+                               .origin = QPointF(mapTo(&host_->topLevel(), QPoint(0, 0))),
+                               .onScreen = QPointF(mapToGlobal(QPoint(0, 0))),
+                               .parent = isWindow() ? nullptr : parentWidget()};
+  return sendInput(*event, receiver) || QWidget::event(event);
 }
 
 void QtViewWidget::paintEvent(QPaintEvent*) {

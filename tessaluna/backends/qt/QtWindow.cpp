@@ -1,8 +1,6 @@
 #include "tessaluna/backends/qt/QtWindow.h"
 
-#include <QCursor>
 #include <QGuiApplication>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QRasterWindow>
 #include <QTimer>
@@ -11,14 +9,13 @@
 #include <optional>
 
 #include "tessaluna/backends/qt/AccessibilityBridge.h"
-#include "tessaluna/backends/qt/InputRelay.h"
 #include "tessaluna/backends/qt/KeptPicture.h"
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/ToolTip.h"
 #include "tessaluna/backends/qt/UnseenChange.h"
 #include "tessaluna/backends/qt/cursorShapes.h"
+#include "tessaluna/backends/qt/inputEvents.h"
 #include "tessaluna/backends/qt/screenSpace.h"
-#include "tessaluna/backends/qt/textInput.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::backend::qt {
@@ -52,10 +49,7 @@ bool movesOnlyWhenHidden(const QWindow& window) { return window.type() == Qt::To
 class QtWindow::Surface : public QRasterWindow {
  public:
   Surface(WindowClient& client, const WindowOptions& options)
-      : client_(&client),
-        relay_(client),
-        wanted_(options.content),
-        isFixed_(options.kind == WindowKind::Titled && !options.isResizable) {
+      : client_(&client), wanted_(options.content), isFixed_(options.kind == WindowKind::Titled && !options.isResizable) {
     setFlags(flagsOf(options));
     if (!options.isOpaque) {
       QSurfaceFormat translucent = requestedFormat();
@@ -90,7 +84,6 @@ class QtWindow::Surface : public QRasterWindow {
   // The window that this one belongs to is going.
   void leave() {
     client_ = nullptr;
-    relay_.clientIsGoing();
     displayTimer_.stop();
     toolTip_.set({});
     hide();
@@ -103,7 +96,6 @@ class QtWindow::Surface : public QRasterWindow {
     const QRect place = qtRectOf(content);
     growsWithPicture_ = false;
     if (place == geometry()) return;
-    pointerMayRest();
     if (isVisible() && movesOnlyWhenHidden(*this) && place.topLeft() != geometry().topLeft()) {
       hide();
       take(place);
@@ -120,7 +112,6 @@ class QtWindow::Surface : public QRasterWindow {
   }
 
   void appear() {
-    pointerMayRest();
     if (type() != Qt::ToolTip || isOnWayland()) return show();
     client_->nativeDisplay();
     changeUnseen([&] { show(); });
@@ -159,8 +150,6 @@ class QtWindow::Surface : public QRasterWindow {
     return accessibility && window ? accessibility->rootOf(window) : nullptr;
   }
 
-  void eventWasNotTaken() { relay_.eventWasNotTaken(); }
-
  protected:
   bool event(QEvent* event) override {
     if (!client_) return QRasterWindow::event(event);
@@ -185,42 +174,10 @@ class QtWindow::Surface : public QRasterWindow {
  private:
   bool handle(QEvent* event) {
     switch (event->type()) {
-      case QEvent::MouseButtonPress:
-      case QEvent::MouseButtonDblClick:
-      case QEvent::MouseButtonRelease:
-      case QEvent::MouseMove: {
-        const auto& mouse = static_cast<const QMouseEvent&>(*event);
-        if (mouse.type() != QEvent::MouseMove) restingPointer_.reset();
-        if (pointerRestsAt(mouse.globalPosition())) return true;
-        relay_.mouse(mouse, mouse.position());
-        return true;
-      }
-      case QEvent::Enter:
-        if (pointerRestsAt(static_cast<QEnterEvent*>(event)->globalPosition())) return true;
-        relay_.pointerCrossed(Crossing::Entered, static_cast<QEnterEvent*>(event)->position());
-        return true;
-      case QEvent::Leave: relay_.pointerCrossed(Crossing::Left, mapFromGlobal(QCursor::pos())); return true;
-      case QEvent::Wheel: {
-        const auto& wheel = static_cast<const QWheelEvent&>(*event);
-        event->setAccepted(relay_.wheel(wheel, wheel.position()) == Taken::Yes);
-        return true;
-      }
-      case QEvent::KeyPress:
-      case QEvent::KeyRelease:
-      case QEvent::ShortcutOverride:
-        event->setAccepted(relay_.key(static_cast<const QKeyEvent&>(*event)) == Taken::Yes);
-        return true;
       case QEvent::UpdateRequest: beginFrame(); return false;
       case QEvent::Show:
         if (!frameBlocks_.empty()) requestUpdate();  // a hidden window has no frames
         return false;
-      case QEvent::InputMethodQuery:
-        if (const auto window = client_->eventWindow())
-          answerInputMethod(static_cast<QInputMethodQueryEvent&>(*event), *window, QPoint(0, 0));
-        return true;
-      case QEvent::InputMethod:
-        if (const auto window = client_->eventWindow()) sendToText(static_cast<QInputMethodEvent&>(*event), *window);
-        return true;
       case QEvent::FocusIn: client_->nativeKeyStatusChanged(true); return false;
       case QEvent::FocusOut: client_->nativeKeyStatusChanged(false); return false;
       case QEvent::Move:
@@ -229,8 +186,10 @@ class QtWindow::Surface : public QRasterWindow {
         client_->nativeCloseRequested();
         event->setAccepted(!isVisible());
         return true;
-      default: return false;
+      default: break;
     }
+    const QPointF corner(mapToGlobal(QPoint(0, 0)));
+    return sendInput(*event, {.input = client_->input(), .origin = QPointF(), .onScreen = corner});
   }
 
   // What the blocks change is in the picture of this frame.
@@ -278,15 +237,6 @@ class QtWindow::Surface : public QRasterWindow {
     setMaximumSize(place.size());
   }
 
-  // The desktop says that the pointer enters a window that appears, moves or grows under it. As long as the pointer has not
-  // been moved since, that is not so to the views.
-  void pointerMayRest() { restingPointer_ = QCursor::pos(); }
-  bool pointerRestsAt(QPointF place) {
-    if (restingPointer_ && (place - *restingPointer_).manhattanLength() < 1) return true;
-    restingPointer_.reset();
-    return false;
-  }
-
   // Wayland shows a window together with its first picture, and resizes it with its next one.
   bool isShownPopUp() const { return type() == Qt::ToolTip && isVisible() && !isOnWayland(); }
 
@@ -320,10 +270,8 @@ class QtWindow::Surface : public QRasterWindow {
   }
 
   WindowClient* client_;  // absent when it has gone
-  InputRelay relay_;
   KeptPicture picture_;
-  CGRect wanted_;                         // as it was asked for, or as the user or the desktop made it since
-  std::optional<QPoint> restingPointer_;  // absent once it has moved
+  CGRect wanted_;  // as it was asked for, or as the user or the desktop made it since
   QTimer displayTimer_;
   std::vector<std::function<void()>> frameBlocks_;
   const bool isFixed_;
@@ -371,7 +319,6 @@ double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
 void QtWindow::callAtNextFrame(std::function<void()> block) { surface_->callAtNextFrame(std::move(block)); }
 void QtWindow::firstResponderDidChange() { tellInputMethodOfChange(); }
-void QtWindow::eventWasNotTaken() { surface_->eventWasNotTaken(); }
 void QtWindow::textInputDidChange() { tellInputMethodOfChange(); }
 void QtWindow::discardMarkedText() { resetInputMethod(); }
 QWindow* QtWindow::qWindow() const { return surface_.get(); }

@@ -31,7 +31,6 @@ class QtWindow : public QtNativeWindow {
   void scheduleDisplay() override;
   void callAtNextFrame(std::function<void()> block) override;
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter) override;
-  void eventWasNotTaken() override;
   void firstResponderDidChange() override;
   void textInputDidChange() override;
   void discardMarkedText() override;

@@ -2,47 +2,43 @@
 
 #include <QKeySequence>
 
+#include "tessaluna/platform/events/keyFields.h"
+
 namespace tessaluna::backend::qt {
 
 using namespace tessaluna::platform;
 
 namespace {
 
-struct KeyCharacter {
+struct QtKey {
   int key;
-  char32_t character;
+  KeyName name;
 };
 
-// Keys whose character Qt does not tell, or tells otherwise.
-constexpr KeyCharacter characterOfKey[] = {
-    {Qt::Key_Up, NSUpArrowFunctionKey},
-    {Qt::Key_Down, NSDownArrowFunctionKey},
-    {Qt::Key_Left, NSLeftArrowFunctionKey},
-    {Qt::Key_Right, NSRightArrowFunctionKey},
-    {Qt::Key_Insert, NSInsertFunctionKey},
-    {Qt::Key_Delete, NSDeleteFunctionKey},
-    {Qt::Key_Home, NSHomeFunctionKey},
-    {Qt::Key_End, NSEndFunctionKey},
-    {Qt::Key_PageUp, NSPageUpFunctionKey},
-    {Qt::Key_PageDown, NSPageDownFunctionKey},
-    {Qt::Key_Return, '\r'},
-    {Qt::Key_Enter, '\x03'},
-    {Qt::Key_Tab, '\t'},
-    {Qt::Key_Backtab, '\x19'},
-    {Qt::Key_Backspace, '\x7F'},
-    {Qt::Key_Escape, '\x1B'},
-};
-
-struct KeyModifier {
-  int key;
-  std::uint32_t flag;
-};
-
-constexpr KeyModifier flagOfKey[] = {
-    {Qt::Key_Shift, NSEventModifierFlagShift},       {Qt::Key_Control, NSEventModifierFlagControl},
-    {Qt::Key_Alt, NSEventModifierFlagOption},        {Qt::Key_Meta, NSEventModifierFlagCommand},
-    {Qt::Key_Super_L, NSEventModifierFlagCommand},   {Qt::Key_Super_R, NSEventModifierFlagCommand},
-    {Qt::Key_CapsLock, NSEventModifierFlagCapsLock},
+constexpr QtKey qtKeys[] = {
+    {Qt::Key_Up, KeyName::Up},
+    {Qt::Key_Down, KeyName::Down},
+    {Qt::Key_Left, KeyName::Left},
+    {Qt::Key_Right, KeyName::Right},
+    {Qt::Key_Insert, KeyName::Insert},
+    {Qt::Key_Delete, KeyName::Delete},
+    {Qt::Key_Home, KeyName::Home},
+    {Qt::Key_End, KeyName::End},
+    {Qt::Key_PageUp, KeyName::PageUp},
+    {Qt::Key_PageDown, KeyName::PageDown},
+    {Qt::Key_Return, KeyName::Return},
+    {Qt::Key_Enter, KeyName::Enter},
+    {Qt::Key_Tab, KeyName::Tab},
+    {Qt::Key_Backtab, KeyName::Backtab},
+    {Qt::Key_Escape, KeyName::Escape},
+    {Qt::Key_Backspace, KeyName::Backspace},
+    {Qt::Key_Shift, KeyName::Shift},
+    {Qt::Key_Control, KeyName::Control},
+    {Qt::Key_Alt, KeyName::Option},
+    {Qt::Key_Meta, KeyName::Command},
+    {Qt::Key_Super_L, KeyName::Command},
+    {Qt::Key_Super_R, KeyName::Command},
+    {Qt::Key_CapsLock, KeyName::CapsLock},
 };
 
 struct Modifier {
@@ -65,26 +61,10 @@ std::uint32_t forCommandKey(std::uint32_t flags, CommandKey commandKey) {
   return commandKey == CommandKey::Control && isOne ? flags ^ exchangedFlags : flags;
 }
 
-std::optional<int> keyOfFixedCharacter(char32_t character) {
-  for (const KeyCharacter& entry : characterOfKey)
-    if (entry.character == character) return entry.key;
-  if (character >= NSF1FunctionKey && character < NSInsertFunctionKey)
-    return Qt::Key_F1 + static_cast<int>(character - NSF1FunctionKey);
-  return std::nullopt;
+KeyName forCommandKey(KeyName name, CommandKey commandKey) {
+  if (commandKey == CommandKey::Meta) return name;
+  return name == KeyName::Control ? KeyName::Command : name == KeyName::Command ? KeyName::Control : name;
 }
-
-char32_t fixedCharacterOf(int key) {
-  for (const KeyCharacter& entry : characterOfKey)
-    if (entry.key == key) return entry.character;
-  if (key >= Qt::Key_F1 && key <= Qt::Key_F35) return NSF1FunctionKey + static_cast<char32_t>(key - Qt::Key_F1);
-  return 0;
-}
-
-bool isFunctionKey(char32_t character) { return character >= NSUpArrowFunctionKey && character <= 0xF8FF; }
-bool isArrow(char32_t character) { return character >= NSUpArrowFunctionKey && character <= NSRightArrowFunctionKey; }
-
-std::string utf8(const QString& text) { return text.toStdString(); }
-std::string utf8(char32_t character) { return QString::fromUcs4(&character, 1).toStdString(); }
 
 // Some desktops report AltGr as Control and Alt. It is no command then, but the character that it types.
 bool isTypedWithAltGr(const QKeyEvent& event) {
@@ -92,15 +72,20 @@ bool isTypedWithAltGr(const QKeyEvent& event) {
   return (event.modifiers() & altGr) == altGr && !event.text().isEmpty() && event.text().front().isPrint();
 }
 
-// What the key would type with no modifier but Shift.
-QString plainText(const QKeyEvent& event) {
-  constexpr Qt::KeyboardModifiers changing = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-  if (!(event.modifiers() & changing)) return event.text();
-  const int key = event.key();
-  if (key <= 0 || key >= Qt::Key_Escape) return {};  // no character
-  const auto character = static_cast<char32_t>(key);
-  const QString text = QString::fromUcs4(&character, 1);
-  return event.modifiers() & Qt::ShiftModifier ? text : text.toLower();  // Qt names letters by their capitals
+// Zero for a key without a name.
+int qtKeyOf(const NamedKey& key) {
+  if (key.name == KeyName::Function) return Qt::Key_F1 + key.functionNumber - 1;
+  for (const QtKey& entry : qtKeys)
+    if (entry.name == key.name) return entry.key;
+  return 0;
+}
+
+KeyInput::What whatOf(const QKeyEvent& event) {
+  switch (event.type()) {
+    case QEvent::ShortcutOverride: return KeyInput::What::Announced;
+    case QEvent::KeyRelease: return KeyInput::What::Released;
+    default: return KeyInput::What::Pressed;
+  }
 }
 
 }  // namespace
@@ -115,9 +100,9 @@ std::uint32_t modifierFlagsOf(Qt::KeyboardModifiers modifiers, CommandKey comman
 QString shortcutTextOf(const std::string& characters, std::uint32_t modifiers, CommandKey commandKey) {
   const QString typed = QString::fromStdString(characters);
   if (typed.isEmpty()) return {};
-  const char32_t first = typed.toUcs4().front();
   const QString capital = typed.toUpper();
-  int keys = keyOfFixedCharacter(first).value_or(static_cast<int>(capital.toUcs4().front()));
+  const int named = qtKeyOf(keyOfCharacter(typed.toUcs4().front()));
+  int keys = named ? named : static_cast<int>(capital.toUcs4().front());
   // A capital letter is typed with Shift.
   if (typed == capital && typed != typed.toLower()) modifiers |= NSEventModifierFlagShift;
   const std::uint32_t flags = forCommandKey(modifiers, commandKey);
@@ -126,33 +111,23 @@ QString shortcutTextOf(const std::string& characters, std::uint32_t modifiers, C
   return QKeySequence(keys).toString(QKeySequence::NativeText);
 }
 
-std::optional<NSEvent::Fields> keyFieldsOf(const QKeyEvent& event, CommandKey commandKey) {
-  const bool isDown = event.type() != QEvent::KeyRelease;
+KeyInput keyInputOf(const QKeyEvent& event, CommandKey commandKey) {
   if (isTypedWithAltGr(event)) commandKey = CommandKey::Meta;
-  if (!isDown && event.isAutoRepeat()) return std::nullopt;
-  NSEvent::Fields fields{.type = isDown ? NSEventType::KeyDown : NSEventType::KeyUp,
-                         .modifiers = modifierFlagsOf(event.modifiers(), commandKey)};
-  for (const KeyModifier& entry : flagOfKey) {
-    if (entry.key != event.key()) continue;
-    // Whether Qt counts a modifier key among the modifiers of its own press depends on the desktop.
-    fields.type = NSEventType::FlagsChanged;
-    const std::uint32_t flag = forCommandKey(entry.flag, commandKey);
-    fields.modifiers = isDown ? fields.modifiers | flag : fields.modifiers & ~flag;
-    return fields;
+  KeyInput key{.what = whatOf(event),
+               .text = event.text().toStdString(),
+               .modifiers = modifierFlagsOf(event.modifiers(), commandKey),
+               .isRepeat = event.isAutoRepeat(),
+               .code = event.key()};
+  for (const QtKey& entry : qtKeys)
+    if (entry.key == event.key()) key.name = forCommandKey(entry.name, commandKey);
+  if (event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F35) {
+    key.name = KeyName::Function;
+    key.functionNumber = event.key() - Qt::Key_F1 + 1;
   }
-  constexpr std::uint32_t command = NSEventModifierFlagCommand;
-  fields.isRepeat = event.isAutoRepeat();
-  if (const char32_t character = fixedCharacterOf(event.key())) {
-    fields.characters = fields.charactersIgnoringModifiers = utf8(character);
-    if (isFunctionKey(character)) fields.modifiers |= NSEventModifierFlagFunction;
-    if (isArrow(character)) fields.modifiers |= NSEventModifierFlagNumericPad;
-    return fields;
-  }
-  fields.charactersIgnoringModifiers = utf8(plainText(event));
-  // Qt makes control characters of letters that are typed with Control, whatever that key is here.
-  const bool isUsable = !event.text().isEmpty() && (event.text().front() >= QChar(' ') || !(fields.modifiers & command));
-  fields.characters = isUsable ? utf8(event.text()) : fields.charactersIgnoringModifiers;
-  return fields;
+  // Qt names keys that type by their characters, letters by their capitals.
+  const auto character = static_cast<char32_t>(event.key());
+  if (event.key() > 0 && event.key() < Qt::Key_Escape) key.letter = QString::fromUcs4(&character, 1).toStdString();
+  return key;
 }
 
 int buttonNumberOf(Qt::MouseButton button) {
@@ -162,5 +137,8 @@ int buttonNumberOf(Qt::MouseButton button) {
   for (unsigned bit = Qt::MiddleButton; bit < static_cast<unsigned>(button); bit <<= 1) ++number;
   return number;
 }
+
+// Qt's own bits are in the same order.
+std::uint32_t buttonBitsOf(Qt::MouseButtons buttons) { return static_cast<std::uint32_t>(buttons.toInt()); }
 
 }  // namespace tessaluna::backend::qt

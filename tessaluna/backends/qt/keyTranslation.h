@@ -3,11 +3,10 @@
 
 #include <QKeyEvent>
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "tessaluna/backends/qt/CommandKey.h"
-#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/backend/Input.h"
 
 namespace tessaluna::backend::qt {
 
@@ -19,9 +18,9 @@ QString shortcutTextOf(const std::string& characters, std::uint32_t modifiers, C
 
 // 0 left, 1 right, 2 middle, then the others in Qt's order.
 int buttonNumberOf(Qt::MouseButton button);
+std::uint32_t buttonBitsOf(Qt::MouseButtons buttons);
 
-// The fields that a key event brings; window, location and time are the sender's. A modifier key is a change of flags.
-// Absent for what is no event here: the releases between the repeats of a key that is held.
-std::optional<platform::NSEvent::Fields> keyFieldsOf(const QKeyEvent& event, CommandKey commandKey);
+// Of a press, a release, or Qt's question whether a shortcut is overridden.
+KeyInput keyInputOf(const QKeyEvent& event, CommandKey commandKey);
 
 }  // namespace tessaluna::backend::qt

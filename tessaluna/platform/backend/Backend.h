@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tessaluna/platform/backend/Canvas.h"
+#include "tessaluna/platform/backend/Input.h"
 #include "tessaluna/platform/backend/Menu.h"
 #include "tessaluna/platform/backend/SystemColor.h"
 #include "tessaluna/platform/backend/Timer.h"
@@ -19,6 +20,7 @@ namespace tessaluna::platform {
 
 class NSView;
 class NSWindow;
+class WindowInput;
 
 }  // namespace tessaluna::platform
 
@@ -45,6 +47,8 @@ class WindowClient {
   virtual void nativeScaleChanged() = 0;
   virtual void nativeKeyStatusChanged(bool isKey) = 0;
   virtual void nativeCloseRequested() = 0;
+  // Takes what the user does.
+  virtual platform::WindowInput& input() = 0;
   // The window that the events of the native one name; absent while it goes.
   virtual std::shared_ptr<platform::NSWindow> eventWindow() = 0;
 };
@@ -87,7 +91,6 @@ class NativeWindow {
   virtual void callAtNextFrame(std::function<void()> block) = 0;
 
   // What a program wants to know that has the window's views among widgets of its own. Others leave these as they are.
-  virtual void eventWasNotTaken() {}  // the key down or scroll that is being sent found nobody
   virtual void firstResponderDidChange() {}
   virtual void intrinsicContentSizeDidChange(platform::NSView&) {}
   // What an input method knows of the text that takes the keys no longer holds: another text, another selection or place.
@@ -126,6 +129,8 @@ class Backend {
   virtual std::vector<Screen> screens() const = 0;  // the primary one first
   virtual CGPoint mouseLocation() const = 0;        // screen space
   virtual Color systemColor(SystemColor color) const { return defaultSystemColor(color); }
+
+  virtual ClickLimits clickLimits() const { return {}; }
 
   // In which direction the desktop's language sets controls side by side.
   virtual LayoutDirection layoutDirection() const { return LayoutDirection::LeftToRight; }

@@ -107,6 +107,13 @@ std::string utf8FromScalar(char32_t scalar) {
 
 char32_t firstScalar(std::string_view text) { return text.empty() ? 0 : takeScalar(text); }
 
+std::string lowercase(std::string_view text) {
+  std::string result;
+  while (!text.empty())
+    appendUtf8(result, static_cast<char32_t>(utf8proc_tolower(static_cast<utf8proc_int32_t>(takeScalar(text)))));
+  return result;
+}
+
 std::vector<std::size_t> characterBorders(std::u16string_view text) {
   std::vector<std::size_t> borders;
   utf8proc_int32_t state = 0;

@@ -15,6 +15,8 @@ std::string utf8FromUtf16(std::u16string_view text);
 std::string utf8FromScalar(char32_t scalar);
 // The first scalar of a UTF-8 text; absent characters give 0.
 char32_t firstScalar(std::string_view text);
+// Each scalar by itself, whatever the language.
+std::string lowercase(std::string_view text);
 
 // The scalar at the index, which is that of its first unit. A lone surrogate is itself.
 char32_t scalarAt(std::u16string_view text, std::size_t index);

@@ -16,6 +16,7 @@
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindowAnimator.h"
 #include "tessaluna/platform/windows/NSWindowController.h"
+#include "tessaluna/platform/windows/WindowInput.h"
 
 namespace tessaluna::platform {
 
@@ -39,6 +40,7 @@ NSWindow::NSWindow(CGRect contentRect, std::uint32_t styleMask, NSBackingStoreTy
     : WindowPlace(contentRect),
       styleMask_(styleMask),
       backgroundColor_(NSColor::windowBackgroundColor()),
+      input_(std::make_unique<WindowInput>(*this)),
       isMovableByWindowBackground_(styleMask & NSWindowStyleMaskTexturedBackground) {
   firstResponder_ = this;
   isDeferred_ = defer;
@@ -49,6 +51,7 @@ NSWindow::NSWindow(NSCoder& coder)
       styleMask_(static_cast<std::uint32_t>(coder.decodeIntegerForKey("styleMask"))),
       title_(coder.decodeStringForKey("title").value_or("")),
       backgroundColor_(NSColor::windowBackgroundColor()),
+      input_(std::make_unique<WindowInput>(*this)),
       isMovableByWindowBackground_(styleMask_ & NSWindowStyleMaskTexturedBackground) {
   firstResponder_ = this;
 }
@@ -114,6 +117,7 @@ void NSWindow::setContentView(Ref<NSView> view) {
 void NSWindow::moveTo(CGRect frame) {
   const Ref<NSObject> held = weak_from_this().lock();
   const bool showedNothing = showsNothing(frame_);
+  if (native_ && frame != frame_) input_->pointerMayRest();
   if (native_ && frame != frame_ && !showsNothing(frame)) native_->setFrame(frame);
   nativeFrameChanged(frame);
   if (native_ && isVisible_ && showsNothing(frame_) != showedNothing) {
@@ -179,6 +183,7 @@ void NSWindow::orderFront(NSObject*) {
     parent->children_.childWasShown(*this, true);
     native_->setParent(parent->nativeWindow());
   }
+  input_->pointerMayRest();
   if (!showsNothing(frame_)) native_->show();
   native_->raise();
   displayIfNeeded();
@@ -276,7 +281,7 @@ void NSWindow::setBackgroundColor(Ref<NSColor> color) {
 
 void NSWindow::scrollWheel(const Ref<NSEvent>& event) {
   if (nextResponder()) NSResponder::scrollWheel(event);
-  else if (native_) native_->eventWasNotTaken();
+  else input_->eventWasNotTaken();
 }
 
 void NSWindow::viewWillLeave(NSView& view) {

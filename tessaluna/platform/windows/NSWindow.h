@@ -163,6 +163,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   void nativeScaleChanged() override;
   void nativeKeyStatusChanged(bool isKey) override;
   void nativeCloseRequested() override { close(); }
+  WindowInput& input() override { return *input_; }
   Ref<NSWindow> eventWindow() override { return std::static_pointer_cast<NSWindow>(weak_from_this().lock()); }
 
   void makeNative();
@@ -180,6 +181,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   NSResponder* firstResponder_ = nullptr;
   std::size_t firstResponderChanges_ = 0;
   Ref<NSText> fieldEditor_;
+  const std::unique_ptr<WindowInput> input_;
   MouseDispatch mouse_{*this};
   FocusRing focusRing_{*this};
   DirtyRegion dirty_;

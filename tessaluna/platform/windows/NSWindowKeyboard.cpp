@@ -2,6 +2,7 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/WindowInput.h"
 
 namespace tessaluna::platform {
 
@@ -110,8 +111,8 @@ void NSWindow::keyDown(const Ref<NSEvent>& event) {
     moveKeyView(*step);
   } else if (nextResponder()) {
     NSResponder::keyDown(event);
-  } else if (native_) {
-    native_->eventWasNotTaken();
+  } else {
+    input_->eventWasNotTaken();
   }
 }
 

@@ -22,6 +22,7 @@ class ClientLog : public WindowClient {
   void nativeScaleChanged() override { log.push_back("scale"); }
   void nativeKeyStatusChanged(bool isKey) override { log.push_back(isKey ? "key" : "not key"); }
   void nativeCloseRequested() override { log.push_back("close"); }
+  tessaluna::platform::WindowInput& input() override { std::abort(); }  // no user is there
   std::shared_ptr<tessaluna::platform::NSWindow> eventWindow() override { return nullptr; }
 };
 

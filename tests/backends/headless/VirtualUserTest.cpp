@@ -93,6 +93,15 @@ TEST_F(VirtualUserTest, WithoutAPressNothingIsDraggedOrReleased) {
   EXPECT_EQ(seen.size(), 2u);
 }
 
+TEST_F(VirtualUserTest, ALostReleaseEndsWithTheNextMove) {
+  const auto window = showWindow();
+  user.press(*window, {10, 20});
+  user.loseRelease();
+  user.moveTo(*window, {12, 20});
+  EXPECT_EQ(types(), (Types{LeftMouseDown, LeftMouseUp, MouseMoved}));
+  EXPECT_LT(seen[1]->locationInWindow().x, -1000);
+}
+
 TEST_F(VirtualUserTest, WhenTheWindowHasGoneItsReleaseGoesToNobody) {
   auto window = showWindow();
   user.press(*window, {10, 20});

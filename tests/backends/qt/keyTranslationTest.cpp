@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/platform/events/keyFields.h"
+
 namespace tessaluna::backend::qt {
 
 using namespace tessaluna::platform;
@@ -20,7 +22,7 @@ constexpr std::uint32_t function = NSEventModifierFlagFunction, arrow = function
 
 NSEvent::Fields fieldsOf(QEvent::Type type, int key, Qt::KeyboardModifiers modifiers, const QString& text = {},
                          CommandKey commandKey = CommandKey::Meta) {
-  return keyFieldsOf(QKeyEvent(type, key, modifiers, text), commandKey).value();
+  return keyFieldsOf(keyInputOf(QKeyEvent(type, key, modifiers, text), commandKey)).value();
 }
 
 }  // namespace
@@ -68,8 +70,9 @@ TEST(keyTranslation, ModifierKeysChangeTheFlags) {
 }
 
 TEST(keyTranslation, RepeatsAreKeyDownsOnly) {
-  EXPECT_FALSE(keyFieldsOf(QKeyEvent(QEvent::KeyRelease, Qt::Key_A, {}, "a", true), CommandKey::Meta));
-  EXPECT_TRUE(keyFieldsOf(QKeyEvent(QEvent::KeyPress, Qt::Key_A, {}, "a", true), CommandKey::Meta).value().isRepeat);
+  EXPECT_FALSE(keyFieldsOf(keyInputOf(QKeyEvent(QEvent::KeyRelease, Qt::Key_A, {}, "a", true), CommandKey::Meta)));
+  EXPECT_TRUE(
+      keyFieldsOf(keyInputOf(QKeyEvent(QEvent::KeyPress, Qt::Key_A, {}, "a", true), CommandKey::Meta)).value().isRepeat);
   EXPECT_EQ(fieldsOf(QEvent::KeyRelease, Qt::Key_A, {}, "a").type, NSEventType::KeyUp);
 }
 

@@ -48,6 +48,11 @@ TEST(unicode, TheFirstScalarOfNothingIsZero) {
   EXPECT_EQ(utf8FromScalar(0xF702), "\xEF\x9C\x82");
 }
 
+TEST(unicode, SmallLettersOfEachScalar) {
+  EXPECT_EQ(lowercase("AbÖЖ 1🎵"), "aböж 1🎵");
+  EXPECT_EQ(lowercase(""), "");
+}
+
 TEST(unicodeCharacterBorders, OfAnEmptyTextIsItsLengthAlone) { EXPECT_EQ(characterBorders(u""), Borders{0}); }
 
 TEST(unicodeCharacterBorders, ACombiningMarkBelongsToItsBase) {

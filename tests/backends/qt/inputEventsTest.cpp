@@ -1,4 +1,4 @@
-#include "tessaluna/backends/qt/textInput.h"
+#include "tessaluna/backends/qt/inputEvents.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -20,7 +20,7 @@ using namespace tessaluna::platform;
 namespace {
 
 // A field in a window of ours, or in a widget of a program.
-class textInputTest : public QtTest {
+class inputEventsTest : public QtTest {
  protected:
   QWindow& showInWindow() {
     window = make<NSWindow>(CGRect{100, 200, 200, 100}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
@@ -63,7 +63,7 @@ class textInputTest : public QtTest {
 
 }  // namespace
 
-TEST_F(textInputTest, KeysAreTyped) {
+TEST_F(inputEventsTest, KeysAreTyped) {
   QWindow& native = showInWindow();
   for (const char key : std::string("Abc 1")) QTest::keyClick(&native, key, key == 'A' ? Qt::ShiftModifier : Qt::NoModifier);
   QTest::keyClick(&native, Qt::Key_Backspace);
@@ -72,7 +72,7 @@ TEST_F(textInputTest, KeysAreTyped) {
   EXPECT_EQ(field->stringValue(), "bc ");
 }
 
-TEST_F(textInputTest, KeysAreTypedIntoAnEmbeddedField) {
+TEST_F(inputEventsTest, KeysAreTypedIntoAnEmbeddedField) {
   QtViewWidget& widget = showInWidget();
   ASSERT_TRUE(widget.hasFocus());
   QTest::keyClicks(&widget, "abc");
@@ -81,7 +81,7 @@ TEST_F(textInputTest, KeysAreTypedIntoAnEmbeddedField) {
   EXPECT_EQ(field->stringValue(), "xabc");
 }
 
-TEST_F(textInputTest, AThousandKeysAllArrive) {
+TEST_F(inputEventsTest, AThousandKeysAllArrive) {
   QWindow& native = showInWindow();
   std::string all;
   for (int i = 0; i < 1000; ++i) {
@@ -93,7 +93,7 @@ TEST_F(textInputTest, AThousandKeysAllArrive) {
   EXPECT_EQ(field->stringValue(), all);
 }
 
-TEST_F(textInputTest, TheClipboardIsTheDesktops) {
+TEST_F(inputEventsTest, TheClipboardIsTheDesktops) {
   QWindow& native = showInWindow();
   QApplication::clipboard()->setText("caf\u00E9");
   QTest::keyClick(&native, Qt::Key_V, Qt::ControlModifier);
@@ -112,7 +112,7 @@ TEST_F(textInputTest, TheClipboardIsTheDesktops) {
             "caf\u00E9");
 }
 
-TEST_F(textInputTest, WhatIsComposedStandsInTheTextUntilItIsCommitted) {
+TEST_F(inputEventsTest, WhatIsComposedStandsInTheTextUntilItIsCommitted) {
   QWindow& native = showInWindow();
   compose(native, QString::fromUtf8("\u00B4"));
   EXPECT_TRUE(editor()->hasMarkedText());
@@ -125,7 +125,73 @@ TEST_F(textInputTest, WhatIsComposedStandsInTheTextUntilItIsCommitted) {
   EXPECT_EQ(field->stringValue(), "\u00E9");
 }
 
-TEST_F(textInputTest, AnEmbeddedFieldIsComposedInAsWell) {
+// An ibus engine decides in one event and clears what it showed in the next one.
+TEST_F(inputEventsTest, IbusDecidesAndThenClears) {
+  QWindow& native = showInWindow();
+  compose(native, "ni");
+  compose(native, QString::fromUtf8("你"));
+  EXPECT_EQ(editor()->markedRange(), (NSRange{0, 1}));
+  compose(native, {}, QString::fromUtf8("你"));
+  compose(native, QString(""));
+  EXPECT_EQ(field->stringValue(), "你");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));
+  EXPECT_FALSE(editor()->hasMarkedText());
+}
+
+// An fcitx engine clears first, and decides afterwards; of a syllable that the next key divides it does both in one event.
+TEST_F(inputEventsTest, FcitxClearsAndThenDecides) {
+  QWindow& native = showInWindow();
+  compose(native, "ni");
+  compose(native, QString(""));
+  EXPECT_EQ(field->stringValue(), "");
+  compose(native, {}, QString::fromUtf8("你"));
+  EXPECT_EQ(field->stringValue(), "你");
+  compose(native, QString::fromUtf8("하"));
+  compose(native, QString::fromUtf8("ㄱ"), QString::fromUtf8("한"));
+  EXPECT_EQ(field->stringValue(), "你한ㄱ");
+  EXPECT_EQ(editor()->markedRange(), (NSRange{2, 1}));
+}
+
+// The compose key of X11 only ever decides, and the keys that lead there are no events.
+TEST_F(inputEventsTest, AComposeKeyDecidesWithoutHavingShownAnything) {
+  QWindow& native = showInWindow();
+  QTest::keyClick(&native, 'a');
+  compose(native, {}, QString::fromUtf8("é"));
+  compose(native, {}, QString::fromUtf8("ß"));
+  QTest::keyClick(&native, 'b');
+  EXPECT_EQ(field->stringValue(), "aéßb");
+}
+
+TEST_F(inputEventsTest, TheCaretMayStandWithinWhatIsComposed) {
+  QWindow& native = showInWindow();
+  QInputMethodEvent event("xyz", {{QInputMethodEvent::Cursor, 1, 1, {}}});
+  QCoreApplication::sendEvent(&native, &event);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));
+}
+
+TEST_F(inputEventsTest, ThreeClicksSelectTheParagraph) {
+  QWindow& native = showInWindow();
+  field->setStringValue("one two");
+  const auto click = [&](ulong time) {
+    const QPoint place(40, 65);
+    for (const auto& [type, held] : {std::pair{QEvent::MouseButtonPress, Qt::MouseButtons(Qt::LeftButton)},
+                                     std::pair{QEvent::MouseButtonRelease, Qt::MouseButtons()}}) {
+      QMouseEvent event(type, place, native.mapToGlobal(place), Qt::LeftButton, held, {});
+      event.setTimestamp(time);
+      QCoreApplication::sendEvent(&native, &event);
+    }
+  };
+  click(1000);
+  EXPECT_EQ(editor()->selectedRange().length, 0u);
+  click(1100);
+  EXPECT_EQ(editor()->selectedRange().length, 3u);
+  click(1200);
+  EXPECT_EQ(editor()->selectedRange().length, 7u);
+  click(9000);
+  EXPECT_EQ(editor()->selectedRange().length, 0u);
+}
+
+TEST_F(inputEventsTest, AnEmbeddedFieldIsComposedInAsWell) {
   QtViewWidget& widget = showInWidget();
   compose(widget, "n", "\u304B");
   EXPECT_EQ(field->stringValue(),
@@ -135,7 +201,7 @@ TEST_F(textInputTest, AnEmbeddedFieldIsComposedInAsWell) {
   EXPECT_EQ(asked(widget, Qt::ImEnabled), QVariant(true));
 }
 
-TEST_F(textInputTest, ACommitMayReplaceTextAroundTheCaret) {
+TEST_F(inputEventsTest, ACommitMayReplaceTextAroundTheCaret) {
   QWindow& native = showInWindow();
   field->setStringValue("teh end");
   editor()->setSelectedRange({3, 0});
@@ -145,7 +211,7 @@ TEST_F(textInputTest, ACommitMayReplaceTextAroundTheCaret) {
   EXPECT_EQ(field->stringValue(), "the end");
 }
 
-TEST_F(textInputTest, InputMethodsAreToldOfTheTextWithoutWhatIsComposed) {
+TEST_F(inputEventsTest, InputMethodsAreToldOfTheTextWithoutWhatIsComposed) {
   QWindow& native = showInWindow();
   field->setStringValue("abcd");
   editor()->setSelectedRange({1, 2});
@@ -160,7 +226,7 @@ TEST_F(textInputTest, InputMethodsAreToldOfTheTextWithoutWhatIsComposed) {
   EXPECT_EQ(asked(native, Qt::ImCursorPosition), QVariant(1));
 }
 
-TEST_F(textInputTest, TheCaretsPlaceIsToldInTheWindowAndInTheWidget) {
+TEST_F(inputEventsTest, TheCaretsPlaceIsToldInTheWindowAndInTheWidget) {
   QWindow& native = showInWindow();
   const auto& cell = dynamic_cast<NSTextFieldCell&>(*field->cell());
   const CGPoint inField = cell.drawingRectForBounds(field->bounds()).origin;
@@ -179,7 +245,7 @@ TEST_F(textInputTest, TheCaretsPlaceIsToldInTheWindowAndInTheWidget) {
   EXPECT_NEAR(inWidget.top(), cell.drawingRectForBounds(field->bounds()).origin.y, away);
 }
 
-TEST_F(textInputTest, InputMethodsRestWhereNoTextIsEdited) {
+TEST_F(inputEventsTest, InputMethodsRestWhereNoTextIsEdited) {
   QWindow& native = showInWindow();
   window->makeFirstResponder(nullptr);
   EXPECT_EQ(asked(native, Qt::ImEnabled), QVariant(false));
@@ -188,7 +254,7 @@ TEST_F(textInputTest, InputMethodsRestWhereNoTextIsEdited) {
   EXPECT_EQ(field->stringValue(), "");
 }
 
-TEST_F(textInputTest, InTextFromRightToLeftTheCaretStandsAtTheLeftOfItsEnd) {
+TEST_F(inputEventsTest, InTextFromRightToLeftTheCaretStandsAtTheLeftOfItsEnd) {
   QWindow& native = showInWindow();
   field->setStringValue("\u05D0\u05D1\u05D2");
   const auto caret = [&](std::size_t index) { return editor()->caretRectForIndex(index).origin.x; };
@@ -205,7 +271,7 @@ TEST_F(textInputTest, InTextFromRightToLeftTheCaretStandsAtTheLeftOfItsEnd) {
   EXPECT_LT(caret(5), caret(4));
 }
 
-TEST_F(textInputTest, AProgramsShortcutsGetOnlyWhatTheTextDoesNotTake) {
+TEST_F(inputEventsTest, AProgramsShortcutsGetOnlyWhatTheTextDoesNotTake) {
   QtViewWidget& widget = showInWidget();
   int selectAll = 0, find = 0;
   QObject::connect(new QShortcut(QKeySequence("Ctrl+A"), topLevel.get()), &QShortcut::activated, [&] { ++selectAll; });
@@ -219,7 +285,7 @@ TEST_F(textInputTest, AProgramsShortcutsGetOnlyWhatTheTextDoesNotTake) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
 }
 
-TEST_F(textInputTest, TabLeavesAnEmbeddedFieldForTheProgramsNextWidget) {
+TEST_F(inputEventsTest, TabLeavesAnEmbeddedFieldForTheProgramsNextWidget) {
   QtViewWidget& widget = showInWidget();
   auto* next = new QWidget;
   next->setFocusPolicy(Qt::StrongFocus);
