@@ -1,0 +1,189 @@
+// The search page on a backend that does as little as a backend may.
+#include "tests/gallery/bitmap/BitmapBackend.h"
+
+#include <gtest/gtest.h>
+
+#include "gallery/search/SearchHost.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/views/NSText.h"
+#include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/WindowInput.h"
+
+namespace bitmap {
+namespace {
+
+using namespace tessaluna::platform;
+using gallery::LibraryItem;
+using gallery::SearchHost;
+using Kind = LibraryItem::Kind;
+using Reports = std::vector<std::string>;
+
+std::vector<LibraryItem> manyItems() {
+  std::vector<LibraryItem> items;
+  for (const char* name : {"Amber", "Ash", "Aspen", "Atlas", "Aurora", "Autumn", "Azure", "Anchor"})
+    items.push_back({Kind::Track, name, "Noor Hale"});
+  return items;
+}
+
+class BitmapBackendTest : public testing::Test {
+ protected:
+  BitmapBackendTest() {
+    NSApplication::sharedApplication();
+    host = make<SearchHost>(manyItems());
+    host->setReport([this](const std::string& what) { reports.push_back(what); });
+    host->view()->setFrameOrigin({20, 100});
+    window = make<NSWindow>(CGRect{100, 300, 400, 200}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+    window->contentView()->addSubview(host->view());
+    window->makeKeyAndOrderFront(nullptr);
+    desktop.move(inField());
+    desktop.press();
+    desktop.release();
+    desktop.pass(1);
+  }
+  ~BitmapBackendTest() override {
+    host->popUp()->cancelSuggestions();
+    window->setContentView(nullptr);
+    window->close();
+    NSApp = nullptr;
+  }
+
+  void type(std::string_view text) {
+    for (const char c : text) desktop.type({.text = std::string(1, c), .letter = std::string(1, c)});
+    desktop.pass(1);
+  }
+  void press(KeyName name) {
+    desktop.type({.name = name});
+    desktop.pass(1);
+  }
+  void click() {
+    desktop.press();
+    desktop.release();
+    desktop.pass(1);
+  }
+  CGPoint inField() { return window->convertPointToScreen(host->field()->convertPointToView({30, 10}, nullptr)); }
+  NSWindow& popUp() { return *host->popUp()->window(); }
+  // The middle of a row of those that show, counted from the top, on the screen.
+  CGPoint row(int index) {
+    const CGFloat height = host->popUp()->selectedView()->frame().size.height;
+    return {CGRectGetMidX(popUp().frame()), CGRectGetMaxY(popUp().frame()) - height * (index + 0.5)};
+  }
+  std::string text() { return host->field()->currentEditor() ? host->field()->currentEditor()->string() : "not edited"; }
+  const BitmapWindow& native(const NSWindow& of) { return dynamic_cast<const BitmapWindow&>(*of.nativeWindow()); }
+  static std::uint32_t pixelsOf(const NSColor& color) {
+    const auto byte = [](double component) { return static_cast<std::uint32_t>(component * 255 + 0.5); };
+    return 0xFF000000u | byte(color.redComponent()) << 16 | byte(color.greenComponent()) << 8 | byte(color.blueComponent());
+  }
+  // The rows of the pop-up's picture in which the color of selections shows at the left edge: the first, and how many.
+  std::pair<int, int> selectedBand() {
+    const auto& picture = native(popUp()).picture();
+    const std::uint32_t selected = pixelsOf(*NSColor::alternateSelectedControlColor());
+    std::pair<int, int> band{-1, 0};
+    for (int y = 0; y < picture.height(); ++y)
+      if (picture.pixel(1, y) == selected) {
+        if (band.first < 0) band.first = y;
+        ++band.second;
+      }
+    return band;
+  }
+
+  BitmapBackend desktop;
+  Reports reports;
+  Ref<SearchHost> host;
+  Ref<NSWindow> window;
+};
+
+TEST_F(BitmapBackendTest, TypingOpensThePopUpWithTheFirstRowSelected) {
+  type("a");
+  ASSERT_TRUE(popUp().isVisible());
+  EXPECT_EQ(desktop.windows().back(), &native(popUp())) << "in front";
+  const int height = static_cast<int>(host->popUp()->selectedView()->frame().size.height);
+  EXPECT_EQ(selectedBand(), (std::pair{0, height}));
+}
+
+TEST_F(BitmapBackendTest, ArrowsMoveTheSelectionAndReturnTakesIt) {
+  type("a");
+  press(KeyName::Down);
+  press(KeyName::Down);
+  const int height = static_cast<int>(host->popUp()->selectedView()->frame().size.height);
+  EXPECT_EQ(selectedBand(), (std::pair{2 * height, height}));
+  const std::string shown = text();
+  press(KeyName::Return);
+  EXPECT_FALSE(popUp().isVisible());
+  EXPECT_EQ(reports, Reports{shown + " – Noor Hale"});
+}
+
+TEST_F(BitmapBackendTest, EscapeBringsBackWhatWasTyped) {
+  type("a");
+  press(KeyName::Down);
+  EXPECT_NE(text(), "a");
+  press(KeyName::Escape);
+  EXPECT_EQ(text(), "a");
+}
+
+TEST_F(BitmapBackendTest, ThePointerSelectsARowAndAClickTakesIt) {
+  type("a");
+  desktop.move(row(3));
+  desktop.pass(1);
+  const std::string shown = text();
+  const int height = static_cast<int>(host->popUp()->selectedView()->frame().size.height);
+  EXPECT_EQ(selectedBand(), (std::pair{3 * height, height}));
+  click();
+  EXPECT_FALSE(popUp().isVisible());
+  EXPECT_EQ(reports, Reports{shown + " – Noor Hale"});
+}
+
+TEST_F(BitmapBackendTest, AfterTheWheelAClickTakesTheRowThatIsUnderThePointer) {
+  // Near the lower edge of the screen only some of the rows have room.
+  window->setFrame({100, -20, 400, 200}, true);
+  type("a");
+  const CGFloat height = host->popUp()->selectedView()->frame().size.height;
+  ASSERT_LT(popUp().frame().size.height, 8 * height);
+  desktop.move(row(0));
+  desktop.pass(1);
+  const std::string first = text();
+  desktop.turnWheel(-height / 16);
+  desktop.pass(1);
+  const std::string second = text();
+  EXPECT_NE(second, first);
+  EXPECT_EQ(selectedBand().first, 0) << "the row that is selected can be seen";
+  click();
+  EXPECT_EQ(reports, Reports{second + " – Noor Hale"});
+}
+
+TEST_F(BitmapBackendTest, APointerAtRestWhereThePopUpOpensSelectsNothing) {
+  type("a");
+  const CGPoint inSecondRow = row(1);
+  press(KeyName::Escape);
+  desktop.move(inSecondRow);
+  desktop.move(inField());
+  click();
+  desktop.move(inSecondRow);
+  type("s");
+  ASSERT_TRUE(popUp().isVisible());
+  desktop.move(inSecondRow);
+  EXPECT_EQ(selectedBand().first, 0);
+}
+
+TEST_F(BitmapBackendTest, ThreeClicksSelectAllAndWhatIsTypedReplacesIt) {
+  type("a s");
+  press(KeyName::Escape);
+  for (int i = 0; i < 3; ++i) {
+    desktop.press();
+    desktop.release();
+  }
+  type("q");
+  EXPECT_EQ(text(), "q");
+}
+
+TEST_F(BitmapBackendTest, WhatIsComposedSearchesWhenItIsDecided) {
+  WindowInput& input = window->windowClient().input();
+  input.composition({.composed = "a"});
+  input.composition({.committed = "au"});
+  desktop.pass(1);
+  EXPECT_EQ(text(), "au");
+  EXPECT_TRUE(popUp().isVisible());
+}
+
+}  // namespace
+}  // namespace bitmap
