@@ -192,18 +192,22 @@ CGRect NSSliderCell::rectOfTickMarkAtIndex(std::size_t index) const {
 }
 
 std::size_t NSSliderCell::indexOfTickMarkAtPoint(CGPoint point) const {
-  for (std::size_t index = 0; index < tickMarks_; ++index)
+  if (tickMarks_ == 0) return NSNotFound;
+  // A mark is cut to a whole point: it may begin before its value's place.
+  const std::size_t near = closestTickMark(valueAtPoint(point));
+  for (std::size_t index = near - std::min<std::size_t>(near, 1); index < tickMarks_ && index <= near + 1; ++index)
     if (NSPointInRect(point, rectOfTickMarkAtIndex(index))) return index;
   return NSNotFound;
 }
 
+std::size_t NSSliderCell::closestTickMark(double value) const {
+  const double range = maxValue_ - minValue_, last = static_cast<double>(tickMarks_ - 1);
+  if (!(range > 0)) return 0;
+  return static_cast<std::size_t>(std::clamp(std::round((value - minValue_) / range * last), 0.0, last));
+}
+
 double NSSliderCell::closestTickMarkValueToValue(double value) const {
-  if (tickMarks_ == 0) return value;
-  const double range = maxValue_ - minValue_;
-  if (tickMarks_ == 1 || !(range > 0)) return minValue_;
-  const double last = static_cast<double>(tickMarks_ - 1);
-  return tickMarkValueAtIndex(
-      static_cast<std::size_t>(std::clamp(std::round((value - minValue_) / range * last), 0.0, last)));
+  return tickMarks_ == 0 ? value : tickMarkValueAtIndex(closestTickMark(value));
 }
 
 // What it looks like.
@@ -249,7 +253,9 @@ void NSSliderCell::drawBarInside(CGRect rect, bool flipped) {
 }
 
 void NSSliderCell::drawTickMarks() {
-  if (tickMarks_ == 0) return;
+  // Marks that touch each other would be no marks.
+  const CGSize size = trackRect().size;
+  if (static_cast<double>(tickMarks_) > std::max(size.width, size.height) * 0.5) return;
   NSColor::controlTextColor()->colorWithAlphaComponent(isEnabled() ? 0.5 : 0.2)->setFill();
   for (std::size_t index = 0; index < tickMarks_; ++index)
     NSRectFillUsingOperation(rectOfTickMarkAtIndex(index), NSCompositingOperationSourceOver);

@@ -71,7 +71,7 @@ class NSSliderCell : public NSCell {
   virtual bool isMirrored() const;
 
   virtual void drawBarInside(CGRect rect, bool flipped);
-  virtual void drawTickMarks();
+  virtual void drawTickMarks();  // none where they would touch each other
   virtual void drawKnob(CGRect knobRect);
   void drawKnob();
   void drawWithFrame(CGRect frame, NSView& view) override;
@@ -99,6 +99,7 @@ class NSSliderCell : public NSCell {
   void accessibilityPerformAction(std::string_view action) override;
 
  private:
+  std::size_t closestTickMark(double value) const;  // not for a slider without marks
   CGFloat tickMarkRoom() const;
   CGFloat middleAcross(bool flipped) const;
   CGRect rectAlong(CGFloat middle, CGSize alongAndAcross, bool flipped) const;

@@ -192,6 +192,24 @@ TEST_F(NSSliderCellTest, TickMarksAreWhereTheKnobHasItsMiddleAndMakeRoomForThems
   EXPECT_EQ(vertical->rectOfTickMarkAtIndex(0), (CGRect{20, 108, 5, 1}));
 }
 
+TEST_F(NSSliderCellTest, TickMarksWithoutNumberAreNotDrawnAndStillFound) {
+  slider->setNumberOfTickMarks(std::size_t{1} << 60);
+  EXPECT_EQ(only("fill", recordingOf([&] { slider->drawRect(slider->bounds()); })).size(), 2u);
+  EXPECT_EQ(slider->indexOfTickMarkAtPoint({5, 3}), NSNotFound);
+  EXPECT_NE(slider->indexOfTickMarkAtPoint(slider->rectOfTickMarkAtIndex(0).origin), NSNotFound);
+  slider->setNumberOfTickMarks(58);
+  EXPECT_EQ(only("fill", recordingOf([&] { slider->drawRect(slider->bounds()); })).size(), 60u);
+}
+
+TEST_F(NSSliderCellTest, EveryTickMarkIsFoundAllOverItsPlace) {
+  slider->setNumberOfTickMarks(30);
+  for (std::size_t index = 0; index < 30; ++index) {
+    const CGRect mark = slider->rectOfTickMarkAtIndex(index);
+    EXPECT_EQ(slider->indexOfTickMarkAtPoint(mark.origin), index);
+    EXPECT_EQ(slider->indexOfTickMarkAtPoint({mark.origin.x + 0.99, mark.origin.y + 4.9}), index);
+  }
+}
+
 TEST_F(NSSliderCellTest, ATickMarkThatThereIsNotStopsTheProgram) {
   cell->setNumberOfTickMarks(2);
   EXPECT_DEATH(cell->tickMarkValueAtIndex(2), "NSSliderCell: there is no tick mark 2");

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/platform/events/KeyboardAtPress.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
@@ -40,6 +41,27 @@ TEST_F(MouseDispatchTest, APressedViewThatLeavesIsExitedAndThenReleasedOutsideOf
   user.dragTo({16, 26});
   user.release();
   EXPECT_EQ(taken(), Calls{});
+}
+
+// Like a slider beside a list.
+struct ReservedView : harness::ProbeView, KeyboardAtPress {
+  using ProbeView::ProbeView;
+  bool takesKeyboardAtPress() const override { return takes; }
+  bool takes = false;
+};
+
+TEST_F(MouseDispatchTest, APressLeavesTheKeyboardWhereAViewDoesNotWantItFromOne) {
+  const auto reserved = make<ReservedView>(CGRect{100, 20, 30, 40});
+  reserved->acceptsFirst = view->acceptsFirst = true;
+  window->contentView()->addSubview(reserved);
+  user.click(*window, {15, 25});
+  EXPECT_EQ(window->firstResponder(), view.get());
+  user.click(*window, {105, 25});
+  EXPECT_EQ(window->firstResponder(), view.get());
+  EXPECT_EQ(std::count(reserved->calls.begin(), reserved->calls.end(), "mouseDown"), 1);
+  reserved->takes = true;
+  user.click(*window, {105, 25});
+  EXPECT_EQ(window->firstResponder(), reserved.get());
 }
 
 TEST_F(MouseDispatchTest, APressOfAnotherButtonIsReleasedAsThat) {
