@@ -8,6 +8,8 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
 
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/keyTranslation.h"
@@ -32,6 +34,15 @@ namespace {
 CommandKey commandKey() { return Backend::current() ? QtBackend::current().commandKey() : CommandKey::Meta; }
 
 CGPoint pointOf(QPointF point) { return {point.x(), point.y()}; }
+
+// Qt rounds the place of a mouse event to whole points where it hands it to a widget, and keeps it exact in the top-level one.
+// An event that a program has made up need not know where it is there.
+QPointF exactPlace(const QMouseEvent& event, QPointF inContent) {
+  constexpr double mostRounded = 0.5 + 1e-9;
+  const QPointF difference = event.scenePosition() - inContent;
+  const bool isSame = std::max(std::abs(difference.x()), std::abs(difference.y())) <= mostRounded;
+  return isSame ? event.scenePosition() : inContent;
+}
 
 PointerInput pointerInputOf(const QMouseEvent& event, QPointF place) {
   PointerInput input{.place = pointOf(place),
@@ -141,7 +152,7 @@ bool sendInput(QEvent& event, const InputReceiver& receiver) {
     case QEvent::MouseButtonRelease:
     case QEvent::MouseMove: {
       const auto& mouse = static_cast<const QMouseEvent&>(event);
-      receiver.input.pointer(pointerInputOf(mouse, mouse.position() + receiver.origin));
+      receiver.input.pointer(pointerInputOf(mouse, exactPlace(mouse, mouse.position() + receiver.origin)));
       break;
     }
     case QEvent::Enter: {
