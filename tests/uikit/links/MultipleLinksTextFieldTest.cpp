@@ -1,10 +1,7 @@
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
 
-#include <random>
-
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSColor.h"
-#include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tests/uikit/links/LinksWorld.h"
 
@@ -586,27 +583,4 @@ TEST_F(MultipleLinksTextFieldTest, APressByAnAssistiveClientSaysWhetherThereIsAL
   field->setTarget(target);
   EXPECT_FALSE(field->accessibilityPerformPress());
   EXPECT_TRUE(target->clicks.empty());
-}
-
-// Over random strings and widths: what is shown fits up to a point, or is the ellipsis alone, which stands at the tail.
-TEST_F(MultipleLinksTextFieldTest, WhateverIsShownFitsUpToAPointAndEndsWithTheEllipsis) {
-  std::mt19937 random(7);
-  const auto upTo = [&random](int most) { return int(random() % unsigned(most + 1)); };
-  const std::string letters[] = {"a", "b", "e\xCC\x81", "\xF0\x9F\x8E\xB5", " ", "\xD7\xA9"};
-  for (int round = 0; round < 2000; ++round) {
-    Strings strings(std::size_t(upTo(4)) + 1);
-    std::size_t characters = 0;
-    for (std::string& string : strings)
-      for (int i = upTo(12); i > 0; --i, ++characters) string += letters[upTo(5)];
-    field->setStringValues(strings);
-    const CGFloat whole = field->intrinsicContentSize().width;
-    const CGFloat width = 5.5 + upTo(2 * int(whole + 10)) * 0.5;
-    const Ref<NSAttributedString> text = field->truncatedString(width);
-    if (whole <= width + 1) {
-      EXPECT_EQ(text->size().width, whole);
-      continue;
-    }
-    ASSERT_EQ(text->text().back(), u'…');
-    EXPECT_TRUE(text->length() == 1 || text->size().width <= width + 1) << text->string() << " in " << width;
-  }
 }

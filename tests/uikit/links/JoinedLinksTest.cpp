@@ -1,0 +1,140 @@
+#include "tessaluna/uikit/links/JoinedLinks.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "tessaluna/backends/headless/HeadlessBackend.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/unicode.h"
+
+using namespace tessaluna::platform;
+using tessaluna::backend::headless::HeadlessBackend;
+using tessaluna::backend::headless::HeadlessTextEngine;
+using TessalunaUIKit::JoinedLinks;
+
+namespace {
+
+// Counts the lines that are measured.
+class CountingTextEngine : public HeadlessTextEngine {
+ public:
+  mutable int measures = 0;
+  std::shared_ptr<const tessaluna::backend::ShapedLine> shape(
+      std::u16string_view text, std::span<const tessaluna::backend::FontSpan> fonts) const override {
+    ++measures;
+    return HeadlessTextEngine::shape(text, fonts);
+  }
+};
+
+class CountingDesktop : public HeadlessBackend {
+ public:
+  CountingTextEngine engine;
+  const HeadlessTextEngine& textEngine() const override { return engine; }
+};
+
+constexpr CGFloat advance = 5;  // of each character
+
+// What the search leaves of so many characters, in numbers alone.
+struct Expected {
+  std::int64_t characters;  // before the "…"
+  CGFloat suffixPosition;
+};
+Expected expectedCut(std::int64_t count, CGFloat width) {
+  const auto cutWidth = [](std::int64_t characters) { return advance * static_cast<CGFloat>(characters + 1); };
+  std::int64_t low = 0, high = count;
+  while (high > low) {
+    const std::int64_t middle = (low + high) / 2;
+    if (cutWidth(middle) == width) return {middle, advance * static_cast<CGFloat>(middle - 1)};
+    if (cutWidth(middle) < width) low = middle + 1;
+    else high = middle - 1;
+  }
+  const std::int64_t position = high > 0 && cutWidth(high) > width + 1 ? high - 1 : high;
+  return {position, advance * static_cast<CGFloat>(position)};
+}
+
+class JoinedLinksTest : public testing::Test {
+ protected:
+  JoinedLinks::Cut cut(CGFloat width) const { return links.cutToWidth(width, attributes); }
+  void set(const std::vector<std::string>& strings) { links.setStrings(strings, attributes); }
+
+  CountingDesktop desktop;
+  const NSAttributes attributes{{NSFontAttributeName, NSFont::systemFontOfSize(10)}};
+  JoinedLinks links;
+};
+
+}  // namespace
+
+TEST_F(JoinedLinksTest, OverRandomStringsAndWidthsTheSearchDecides) {
+  std::mt19937 random(11);
+  const auto upTo = [&random](unsigned most) { return random() % (most + 1); };
+  const std::string letters[] = {"a", "b", "e\xCC\x81", "\xF0\x9F\x8E\xB5", " ", "\xD7\xA9", "\xFF"};
+  int cuts = 0, exactHits = 0;
+  for (int round = 0; round < 5000; ++round) {
+    std::vector<std::string> strings(upTo(4) + 1);
+    for (std::string& string : strings)
+      for (unsigned i = upTo(12); i > 0; --i) string += letters[upTo(6)];
+    set(strings);
+    const std::vector<std::size_t> borders = characterBorders(links.text());
+    const auto count = static_cast<std::int64_t>(borders.size()) - 1;
+    const CGFloat whole = advance * static_cast<CGFloat>(count);
+    const CGFloat width = advance + 0.5 * (1 + upTo(2 * static_cast<unsigned>(whole) + 10));
+    const JoinedLinks::Cut now = cut(width);
+    if (whole <= width + 1) {
+      EXPECT_EQ(now.text, links.text());
+      EXPECT_FALSE(now.suffixPosition);
+      continue;
+    }
+    ++cuts;
+    const auto [characters, suffixPosition] = expectedCut(count, width);
+    ASSERT_GE(characters, 0);
+    const std::size_t units = borders[static_cast<std::size_t>(characters)];
+    EXPECT_EQ(now.text, links.text().substr(0, units) + u"…") << width;
+    EXPECT_EQ(now.suffixPosition, suffixPosition) << width;
+    EXPECT_EQ(now.suffixLength(), 1u);
+    EXPECT_TRUE(characters == 0 || advance * static_cast<CGFloat>(characters + 1) <= width + 1);
+    exactHits += suffixPosition < advance * static_cast<CGFloat>(characters);
+  }
+  EXPECT_GT(cuts, 1000);
+  EXPECT_GT(exactHits, 50);
+}
+
+TEST_F(JoinedLinksTest, AShorteningMeasuresLessOftenThanTheLogarithmOfTheLengthAndFourMore) {
+  for (const std::size_t length : {2u, 40u, 1000u, 10000u}) {
+    set({std::string(length, 'a')});
+    const int most = static_cast<int>(std::ceil(std::log2(length))) + 4;
+    for (const double share : {0.1, 0.33, 0.5, 0.77, 0.99}) {
+      const CGFloat width = advance + 0.7 + share * advance * static_cast<CGFloat>(length);
+      desktop.engine.measures = 0;
+      cut(width);
+      EXPECT_LE(desktop.engine.measures, most) << length << " " << share;
+    }
+  }
+}
+
+TEST_F(JoinedLinksTest, EachStringIsMeasuredOnceWhenTheyAreSet) {
+  desktop.engine.measures = 0;
+  set({"abc", "de", "fgh"});
+  EXPECT_EQ(desktop.engine.measures, 4) << "and the separator";
+}
+
+TEST_F(JoinedLinksTest, PlacesAreInPointsAndCharactersInThoseOfTheUser) {
+  set({"e\xCC\x81x", "\xF0\x9F\x8E\xB5", ""});
+  ASSERT_EQ(links.places()->size(), 3u);
+  const JoinedLinks::Span places[] = {{0, 10}, {20, 25}, {35, 35}}, characters[] = {{0, 2}, {4, 5}, {7, 7}};
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(links.places()->at(i).lower, places[i].lower);
+    EXPECT_EQ(links.places()->at(i).upper, places[i].upper);
+    EXPECT_EQ(links.characters()->at(i).lower, characters[i].lower);
+    EXPECT_EQ(links.characters()->at(i).upper, characters[i].upper);
+  }
+}
+
+TEST_F(JoinedLinksTest, WithoutStringsThePlacesGoAndTheCharactersStay) {
+  set({"abc"});
+  links.setStrings(std::nullopt, attributes);
+  EXPECT_TRUE(links.text().empty());
+  EXPECT_FALSE(links.places());
+  ASSERT_TRUE(links.characters());
+  EXPECT_EQ(links.characters()->size(), 1u);
+}
