@@ -104,7 +104,10 @@ void MultipleLinksTextField::underlineActiveElement(NSMutableAttributedString& t
 }
 
 Ref<NSAttributedString> MultipleLinksTextField::truncatedString(CGFloat width) {
-  const NSAttributes attributes = textAttributes();
+  return truncatedString(width, textAttributes());
+}
+
+Ref<NSAttributedString> MultipleLinksTextField::truncatedString(CGFloat width, const NSAttributes& attributes) {
   const JoinedLinks::Cut cut = links_.cutToWidth(width, attributes);
   suffixPosition_ = cut.suffixPosition;
   auto text = make<NSMutableAttributedString>(cut.text, attributes);
@@ -116,13 +119,14 @@ CGSize MultipleLinksTextField::intrinsicContentSize() const { return sizeWithAtt
 
 void MultipleLinksTextField::drawRect(CGRect) {
   const CGRect box = bounds();
+  const NSAttributes attributes = textAttributes();
   // Of the whole text, not of what is left of it.
   const CGFloat height = boundingRectWithSize(links_.text(), {box.size.width, std::numeric_limits<CGFloat>::infinity()},
-                                              NSStringDrawingUsesLineFragmentOrigin, textAttributes())
+                                              NSStringDrawingUsesLineFragmentOrigin, attributes)
                              .size.height;
   NSGraphicsContext::saveGraphicsState();
   NSRectClip(box);
-  truncatedString(box.size.width)
+  truncatedString(box.size.width, attributes)
       ->drawInRect({box.origin.x, (box.size.height - height) * 0.5 + box.origin.y, box.size.width, height});
   NSGraphicsContext::restoreGraphicsState();
   additions_->didCut();

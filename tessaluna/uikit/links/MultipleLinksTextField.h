@@ -103,6 +103,8 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
  private:
   friend class LinkLineAdditions;
   tessaluna::platform::NSAttributes textAttributes() const;
+  tessaluna::platform::Ref<tessaluna::platform::NSAttributedString> truncatedString(
+      tessaluna::platform::CGFloat width, const tessaluna::platform::NSAttributes& attributes);
   void underlineActiveElement(tessaluna::platform::NSMutableAttributedString& text, std::size_t suffixLength) const;
   void hitTestElements(const tessaluna::platform::NSEvent& event);
   void addLinkCursorRects();
