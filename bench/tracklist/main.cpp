@@ -5,11 +5,11 @@
 #include <QApplication>
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 
 #include "bench/harness/statistics.h"
 #include "bench/tracklist/KitList.h"
 #include "bench/tracklist/QtList.h"
+#include "bench/tracklist/turn.h"
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 
@@ -18,24 +18,9 @@ namespace {
 using bench::Controls;
 using bench::ScrollingList;
 
-constexpr int trackCount = 10000;
-constexpr int step = 60;  // two rows and a half: edges cut rows
-constexpr int framesInTurn = 20;
-
-// Of the whole program: Qt paints in threads of its own, too.
-double cpuMilliseconds() {
-  timespec now{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-  return double(now.tv_sec) * 1e3 + double(now.tv_nsec) * 1e-6;
-}
-
-// The CPU time of a frame, on average over one turn.
-double turn(ScrollingList& list, int firstFrame) {
-  constexpr int way = trackCount * ScrollingList::rowHeight - ScrollingList::height;
-  const double start = cpuMilliseconds();
-  for (int frame = firstFrame; frame < firstFrame + framesInTurn; ++frame) list.showFrameAt(frame * step % way);
-  return (cpuMilliseconds() - start) / framesInTurn;
-}
+using bench::framesInTurn;
+using bench::trackCount;
+using bench::turn;
 
 void print(const char* what, const std::vector<double>& values, const char* unit) {
   std::printf("  %-10s %6.2f%s  (%.2f to %.2f)\n", what, bench::median(values), unit, bench::quantile(values, 0.1),
