@@ -1,5 +1,6 @@
 // The themed cells on a dark and on a light ground, with short labels and with such as are too long. What a host does is in
 // gallery/cells/CellsHost.
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -27,7 +28,7 @@ QWidget* makeColumn(const std::vector<CellsHost::Sample>& samples) {
   column->setSpacing(3);
   for (const CellsHost::Sample& sample : samples) {
     if (!sample.note.empty()) {
-      if (column->count() > 0) column->addSpacing(10);
+      if (column->count() > 0) column->addSpacing(4);
       auto* note = new QLabel(QString::fromStdString(sample.note));
       note->setObjectName("cardNote");
       column->addWidget(note);
@@ -55,7 +56,7 @@ QWidget* makeCellsPage(Report report) {
   QObject::connect(page, &QObject::destroyed, [host] {});
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 32, 24);
-  column->setSpacing(14);
+  column->setSpacing(12);
   auto* grounds = new QHBoxLayout;
   grounds->setSpacing(16);
   column->addLayout(grounds);
@@ -64,10 +65,22 @@ QWidget* makeCellsPage(Report report) {
     ground->setKind(kind);
     grounds->addWidget(ground, 1);
   }
-  auto* heading = new QLabel("Reported");
-  heading->setObjectName("family");
-  column->addWidget(heading);
-  column->addWidget(journal, 1);
+  constexpr int tableWidth = 400, tableHeight = 107;
+  auto* table = new tessaluna::backend::qt::QtViewWidget(host->makeTable({0, 0, tableWidth, tableHeight}));
+  table->setFixedSize(tableWidth, tableHeight);
+  auto* foot = new QGridLayout;
+  foot->setHorizontalSpacing(16);
+  const auto addPart = [&](const char* title, QWidget* part) {
+    auto* heading = new QLabel(title);
+    heading->setObjectName("family");
+    const int place = foot->columnCount();
+    foot->addWidget(heading, 0, place);
+    foot->addWidget(part, 1, place);
+  };
+  addPart("Cells in a table", table);
+  addPart("Reported", journal);
+  foot->setColumnStretch(foot->columnCount() - 1, 1);
+  column->addLayout(foot, 1);
   return page;
 }
 

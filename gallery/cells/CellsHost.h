@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,7 @@ class CellsHost : public tessaluna::platform::NSObject {
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  explicit CellsHost(std::function<void(const std::string&)> report) : report_(std::move(report)) {}
+  explicit CellsHost(std::function<void(const std::string&)> report);
 
   struct Sample {
     std::string note;  // above the control
@@ -28,10 +29,15 @@ class CellsHost : public tessaluna::platform::NSObject {
   // For the theme, in the order of the page. The controls know the host and do not keep it alive.
   std::vector<Sample> makeSamples(Theme theme);
 
+  // A table of albums with its header above it: pictures, titles that can be edited, ratings. Its data is the host's.
+  tessaluna::platform::Ref<tessaluna::platform::NSView> makeTable(tessaluna::platform::CGRect frame);
+
   void changed(tessaluna::platform::NSObject* sender);  // "changed:"
 
  private:
+  class Albums;
   std::function<void(const std::string&)> report_;
+  std::shared_ptr<Albums> albums_;
   std::vector<std::pair<tessaluna::platform::WeakRef<tessaluna::platform::NSObject>, std::string>> names_;
 };
 
