@@ -14,6 +14,7 @@ constexpr Page table[] = {
     {"Cells", "Tabs, pop-up buttons, ratings and rows, for dark and light grounds.", makeCellsPage},
     {"Search", "A field that completes over twenty thousand tracks, albums and artists.", makeSearchPage},
     {"Cover art", "Album covers that a click enlarges, as far as the screen goes.", makeCoverArtPage},
+    {"Sections", "A side bar of sections that fold, with texts that grow.", makeSectionsPage},
     {"Transport", "A position slider over a player, and the buttons of its bar.", makeTransportPage},
     {"Start-up", "A splash over a start, and a monitor of background tasks.", makeStartupPage},
 };

@@ -31,6 +31,7 @@ QWidget* makeLinksPage(Report report);
 QWidget* makeCellsPage(Report report);
 QWidget* makeSearchPage(Report report);
 QWidget* makeCoverArtPage(Report report);
+QWidget* makeSectionsPage(Report report);
 QWidget* makeTransportPage(Report report);
 QWidget* makeStartupPage(Report report);
 

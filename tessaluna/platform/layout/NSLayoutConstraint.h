@@ -13,60 +13,14 @@
 #include <string>
 #include <vector>
 
-#include "tessaluna/platform/foundation/EnumNames.h"
 #include "tessaluna/platform/foundation/Geometry.h"
 #include "tessaluna/platform/foundation/NSObject.h"
 #include "tessaluna/platform/interface_files/NibChecked.h"
+#include "tessaluna/platform/layout/NSLayoutAttribute.h"
 #include "tessaluna/platform/layout/NSLayoutPriority.h"
 #include "tessaluna/platform/views/Forward.h"
 
 namespace tessaluna::platform {
-
-enum NSLayoutRelation {
-  NSLayoutRelationLessThanOrEqual = -1,
-  NSLayoutRelationEqual = 0,
-  NSLayoutRelationGreaterThanOrEqual = 1,
-};
-
-enum NSLayoutAttribute {
-  NSLayoutAttributeNotAnAttribute = 0,
-  NSLayoutAttributeLeft = 1,
-  NSLayoutAttributeRight = 2,
-  NSLayoutAttributeTop = 3,
-  NSLayoutAttributeBottom = 4,
-  NSLayoutAttributeLeading = 5,
-  NSLayoutAttributeTrailing = 6,
-  NSLayoutAttributeWidth = 7,
-  NSLayoutAttributeHeight = 8,
-  NSLayoutAttributeCenterX = 9,
-  NSLayoutAttributeCenterY = 10,
-  NSLayoutAttributeLastBaseline = 11,
-  NSLayoutAttributeBaseline = NSLayoutAttributeLastBaseline,
-  NSLayoutAttributeFirstBaseline = 12,
-};
-
-template <>
-struct EnumNames<NSLayoutRelation> {
-  static constexpr NamedValue all[] = {{"equal", NSLayoutRelationEqual},
-                                       {"lessThanOrEqual", NSLayoutRelationLessThanOrEqual},
-                                       {"greaterThanOrEqual", NSLayoutRelationGreaterThanOrEqual}};
-};
-template <>
-struct EnumNames<NSLayoutAttribute> {
-  static constexpr NamedValue all[] = {{"notAnAttribute", NSLayoutAttributeNotAnAttribute},
-                                       {"left", NSLayoutAttributeLeft},
-                                       {"right", NSLayoutAttributeRight},
-                                       {"top", NSLayoutAttributeTop},
-                                       {"bottom", NSLayoutAttributeBottom},
-                                       {"leading", NSLayoutAttributeLeading},
-                                       {"trailing", NSLayoutAttributeTrailing},
-                                       {"width", NSLayoutAttributeWidth},
-                                       {"height", NSLayoutAttributeHeight},
-                                       {"centerX", NSLayoutAttributeCenterX},
-                                       {"centerY", NSLayoutAttributeCenterY},
-                                       {"lastBaseline", NSLayoutAttributeLastBaseline},
-                                       {"firstBaseline", NSLayoutAttributeFirstBaseline}};
-};
 
 class NSLayoutConstraint : public NSObject, public NibChecked {
  public:

@@ -1,0 +1,62 @@
+// A side bar of sections that fold, with buttons that make a text in it longer and shorter.
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <memory>
+
+#include "gallery/Pages.h"
+#include "gallery/sections/SectionsHost.h"
+#include "tessaluna/backends/qt/QtViewWidget.h"
+
+namespace gallery {
+
+namespace {
+
+constexpr int sideBarWidth = 300;
+
+}  // namespace
+
+QWidget* makeSectionsPage(Report report) {
+  const auto host = std::make_shared<SectionsHost>();
+  auto* page = new QWidget;
+  QObject::connect(page, &QObject::destroyed, [host] {});  // it lives as long as the page
+  auto* row = new QHBoxLayout(page);
+  row->setContentsMargins(0, 0, 32, 24);
+  row->setSpacing(24);
+
+  auto* sideBar = new tessaluna::backend::qt::QtViewWidget(host->sideBar());
+  sideBar->setFixedWidth(sideBarWidth);
+  sideBar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
+  sideBar->setAccessibleName("Side bar");
+  row->addWidget(sideBar);
+
+  auto* column = new QVBoxLayout;
+  row->addLayout(column, 1);
+  column->setSpacing(8);
+  const auto addButton = [&](const char* text, std::function<void()> clicked) {
+    auto* button = new QPushButton(text);
+    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    QObject::connect(button, &QPushButton::clicked, std::move(clicked));
+    column->addWidget(button);
+  };
+  const auto tell = [report](int lines) { report("\"Up next\" has " + std::to_string(lines) + " lines"); };
+  addButton("Add a line", [host, tell] { tell(host->addLine()); });
+  addButton("Take a line away", [host, tell] { tell(host->removeLine()); });
+  addButton("Fold all", [host] { host->setDisclosed(false); });
+  addButton("Open all", [host] { host->setDisclosed(true); });
+  auto* note = new QLabel(
+      "The button of a section shows while the mouse is over its header. The Tab key stops at headers too: Space and Return "
+      "fold "
+      "and open them, and what a folded section cuts off is passed over. In the notes, Command with the left or the right "
+      "arrow "
+      "goes to the ends of the line.");
+  note->setObjectName("cardNote");
+  note->setWordWrap(true);
+  note->setMaximumWidth(420);
+  column->addWidget(note);
+  column->addStretch(1);
+  return page;
+}
+
+}  // namespace gallery
