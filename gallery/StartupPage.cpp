@@ -6,10 +6,12 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/startup/StartupHost.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 
 namespace gallery {
 
@@ -108,6 +110,14 @@ QWidget* makeStartupPage(Report report) {
   column->setSpacing(12);
   column->addWidget(makeLabel("AppSplashController", "family"));
   column->addWidget(makeButtons({{"Show the splash", [host] { host->showSplash(); }}}));
+
+  column->addSpacing(6);
+  column->addWidget(makeLabel("TessalunaLogo", "family"));
+  QWidget* logo = embed(make<TessalunaUIKit::TessalunaLogo>(CGRect{0, 0, 166, 40}));
+  logo->setAccessibleName("Tessaluna");
+  auto* ground = new Ground(logo);
+  ground->setFixedSize(240, 76);
+  column->addWidget(ground);
 
   column->addSpacing(6);
   column->addWidget(makeLabel("ProgressMonitorView", "family"));
