@@ -253,6 +253,7 @@ void NSSliderCell::drawBarInside(CGRect rect, bool flipped) {
 }
 
 void NSSliderCell::drawTickMarks() {
+  if (tickMarks_ == 0) return;
   // Marks that touch each other would be no marks.
   const CGSize size = trackRect().size;
   if (static_cast<double>(tickMarks_) > std::max(size.width, size.height) * 0.5) return;
