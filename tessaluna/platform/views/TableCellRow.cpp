@@ -63,7 +63,8 @@ class TableCellRow::TextField : public NSTextField {
 
 TableCellRow::TableCellRow(const std::vector<Ref<NSTableColumn>>& columns) : NSView(NSZeroRect) {
   for (const Ref<NSTableColumn>& column : columns)
-    places_.push_back({.column = column, .dataCell = column->dataCell(), .isEditable = column->isEditable()});
+    places_.push_back(
+        {.column = column, .dataCell = column->dataCell(), .isEditable = column->isEditable(), .control = nullptr});
 }
 
 void TableCellRow::didInit() {

@@ -190,7 +190,8 @@ namespace {
 
 // The text without what is being composed, which stands at the caret.
 backend::EditedText surroundingsOf(const NSTextInputClient& client) {
-  backend::EditedText result{.text = client.text()};
+  backend::EditedText result;
+  result.text = client.text();
   const NSRange selected = client.selectedRange(), marked = client.markedRange();
   result.anchor = selected.location;
   result.caret = selected.location + selected.length;
