@@ -125,10 +125,12 @@ std::string textOf(int lines) {
 }
 
 std::string document(int lines) {
-  const Section later{.name = "later",
-                      .title = "Later",
-                      .ids = {"later-text"},
-                      .views = {labelJson("later-text", "Two albums and a radio hour", "")}};
+  const Section later{
+      .name = "later",
+      .title = "Later",
+      .ids = {"later-row"},
+      .views = {framed("later-row", "TessalunaUIKit.TableCellViewWithBackground", R"(, "backgroundColor": "controlColor")",
+                       "later-text", labelJson("later-text", "Two albums and a radio hour", ""), 4)}};
   const Section upNext{.name = "next",
                        .title = "Up next",
                        .ids = {"next-text", "later"},
