@@ -131,6 +131,29 @@ void placeByGlyphs(TextCluster& cluster, const QTextLayout& layout) {
   }
 }
 
+// Whether the unit is a character of its own, with a glyph of its own unless it is part of a ligature, and runs from left to right.
+bool isSimple(char16_t unit) {
+  constexpr char16_t softHyphen = 0xAD, lastLatin = 0x24F, firstDash = 0x2010, ellipsis = 0x2026;
+  return (unit >= ' ' && unit <= '~') || (unit >= 0xA0 && unit <= lastLatin && unit != softHyphen) ||
+         (unit >= firstDash && unit <= ellipsis);
+}
+
+// Qt says where a character is by going through the line up to it. Where each character has a glyph of its own, the glyphs say
+// it for the whole line. False, and nothing done, for other lines.
+bool placeSimpleClusters(ShapedLine& line, std::u16string_view text) {
+  if (!std::ranges::all_of(text, isSimple)) return false;
+  std::vector<double> lefts;
+  lefts.reserve(text.size() + 1);
+  for (const GlyphRun& run : line.runs)
+    for (const CGPoint& position : run.positions) lefts.push_back(position.x);
+  lefts.push_back(line.advance);
+  if (lefts.size() != text.size() + 1 || !std::ranges::is_sorted(lefts)) return false;
+  line.clusters.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i)
+    line.clusters.push_back({.start = i, .length = 1, .left = lefts[i], .right = lefts[i + 1]});
+  return true;
+}
+
 ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
                      const std::function<std::shared_ptr<const Typeface>(const QRawFont&)>& typefaceOf) {
   ShapedLine line;
@@ -175,6 +198,7 @@ ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
       line.runFonts.push_back(static_cast<std::size_t>(span));
     }
   }
+  if (placeSimpleClusters(line, shaping.text)) return line;
   const std::vector<std::size_t> borders = platform::characterBorders(shaping.text);
   for (std::size_t i = 0; i + 1 < borders.size(); ++i) {
     int position = static_cast<int>(borders[i]);
