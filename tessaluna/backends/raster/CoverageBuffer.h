@@ -5,15 +5,16 @@
 // One bit a block of four pixels notes where anything was added: between such blocks the sum stands still,
 // and the row needs no look at pixels.
 //
-// That average is the coverage wherever windings are 0 and 1, or 0 and -1, as they are in nearly all artwork.
-// Where a sum shows others, the polygons overlap; such rows, and those next to them, are made anew from polygons that
-// an OverlapResolver has freed of overlaps. An overlap that fills no pixel may stay unseen: so polygons tell where
-// they expect one, and the pixels there are replaced by what the resolver finds.
+// That average tells the coverage of a pixel through which no more than one monotone chain of sides goes down and one up,
+// whatever lies left of it: its windings are then all of one sign, or of two neighbouring numbers. So chains are counted, one bit
+// for each pixel and direction and one where there are two. Those pixels are suspicious, and so are those with one of either
+// direction near rows whose sums show windings other than 0 and 1: the two may cross. Their coverage comes from an OverlapResolver.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "tessaluna/backends/raster/Float4.h"
@@ -57,8 +58,13 @@ class CoverageBuffer {
   struct Range {
     Float4 least{}, most{};
     bool showsOverlap(const Range& before) const;
-    Range including(const Range& other) const;
-    bool isNegative() const;  // for the larger part
+  };
+  // The chain that is being added, by the pixels that it went through last: these bits of that word, and where it came over
+  // several words of a row, those of the word at the other end.
+  struct Chain {
+    std::uint64_t *at = nullptr, *other = nullptr;
+    std::uint64_t bits = 0, otherBits = 0;
+    std::uint64_t bitsAt(const std::uint64_t* word) const { return word == at ? bits : word == other ? otherBits : 0; }
   };
 
   struct Place {
@@ -73,40 +79,45 @@ class CoverageBuffer {
   // A row to which sides are added.
   struct Row {
     float* values;
-    std::uint64_t* touched;
+    std::uint64_t* marks;
     void addToPixel(int column, float middle, float cover);
     void addToPixels(Place from, Place to, Cover cover);
-    void touch(int first, int last);
   };
 
   bool begin(const PixelRect& box);
   void add(const Shape& shape);
   void addWhole(const Polygons& polygons);
-  void addResolved(const Shape& shape, int firstRow);
   void addEdge(CGPoint from, CGPoint to);
   void addInside(double x0, double y0, double x1, double y1, float direction);
   void addUpright(double x, double y0, double y1, float direction);
-  void findOverlaps(int firstRow, bool hasPatches);
-  void findPatches(const Shape& shape);
-  void joinNearest(const PixelRect& patch);
-  bool replacePatches(const Shape& shape);  // false if there are none
-  void replacePatch(const Shape& shape, const PixelRect& patch, float winding);
+  void addBeside(double y0, double y1, float direction);
+  void goAlong(bool isDown) {
+    const int direction = isDown ? words_ : 2 * words_;
+    if (direction != std::exchange(direction_, direction)) chain_ = {};
+  }
+  void count(const Row& row, int first, int last);
+  void countWords(const Row& row, int first, int last);
+  void countLevel(double y, double from, double to);
+  void noteTwice(std::uint64_t* at, std::uint64_t bits);
+  void correctFrom(int firstRow, Range before, const Shape& shape);
+  void fold(int row);
+  void findPatches(int firstRow);
+  void addPatch(PixelRect patch);
+  void writeOut(int row, int first, int last);
+  void replacePatch(const Shape& shape, const PixelRect& patch);
   void giveResolverBack();
-  // Of a row, which is summed up unless it has been.
-  Range rangeOf(int row, bool hasPatches) { return hasPatches && patched_.data()[row] ? rangeOfSums(row) : sumRow(row); }
-  Range rangeOfSums(int row);
+  void touchBlocks(int row);
   Range sumRow(int row);
-  void clearRow(int row);
   static void clearBlocks(float* values, int count);
   template <class Sink>
   void tellRow(int row, Sink& sink);
 
   float* rowValues(int row) { return values_.data() + std::size_t(row) * std::size_t(stride_); }
-  std::uint64_t* rowTouched(int row) { return touched_.data() + std::size_t(row) * std::size_t(words_); }
-  Row rowAt(int row) { return {rowValues(row), rowTouched(row)}; }
+  std::uint64_t* rowMarks(int row) { return marks_.data() + std::size_t(row) * std::size_t(4 * words_); }
+  Row rowAt(int row) { return {rowValues(row), rowMarks(row)}; }
   void goDown(Row& row) const {
     row.values += stride_;
-    row.touched += words_;
+    row.marks += 4 * words_;
   }
   // Calls run(first, count) for the runs of touched blocks in a row, which do not go on from one word to the
   // next.
@@ -120,28 +131,23 @@ class CoverageBuffer {
   int rows_ = 0;
   // Values a row: the width in whole blocks, and one more block for what falls right of the last pixel.
   int stride_ = 0;
-  int words_ = 0;  // of touched bits a row
   WorkBuffer<float> values_;
-  WorkBuffer<std::uint64_t> touched_;
-  // One a row. Overlaps: 2 where they show, 1 next to such a row. Patched: not 0 where pixels were replaced.
-  WorkBuffer<std::uint8_t> overlaps_, patched_;
-  OverlapResolver resolver_;  // keeps its memory while it is wanted now and then
-  static constexpr int sweepsWithResolver = 1000;
-  int sweepsSinceResolver_ = 0;
+  // One bit for each pixel, in four kinds of marks a row: all of a block that was touched, known when the row is summed up; pixels
+  // with a chain that goes down; with one that goes up; with two of either.
+  WorkBuffer<std::uint64_t> marks_;
+  int words_ = 0;      // a row, of each kind
+  int direction_ = 0;  // the words before those of the chain's kind
+  Chain chain_;
+  int firstTwice_ = 0;                  // the first row with two chains of a direction in a pixel
+  WorkBuffer<std::uint8_t> isOverlap_;  // one a row: 1 where sums show an overlap
+  OverlapResolver resolver_;            // keeps its memory for so many sweeps: one of a huge tangle is large
+  static constexpr int sweepsOfResolver = 1000;
+  int sweeps_ = 0;                  // with this one
   std::vector<PixelRect> patches_;  // within the box
 };
 
-inline CoverageBuffer::Range CoverageBuffer::Range::including(const Range& other) const {
-  return {smaller(least, other.least), larger(most, other.most)};
-}
-
-inline bool CoverageBuffer::Range::isNegative() const {
-  return std::min(std::min(least[0], least[1]), std::min(least[2], least[3])) <
-         -std::max(std::max(most[0], most[1]), std::max(most[2], most[3]));
-}
-
 inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
-  const auto [low, high] = including(before);
+  const Float4 low = smaller(least, before.least), high = larger(most, before.most);
   const Float4 one = splat(1 + leastCoverage), none = splat(leastCoverage);
   return isAnySet((high > one) | (low < -one)) || (isAnySet(high > none) && isAnySet(low < -none));
 }
@@ -152,16 +158,15 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   toldLeft_ = box.left + shape.shown.x;
   toldTop_ = box.top + shape.shown.y;
   add(shape);
-  const bool hasPatches = !shape.polygons.expectedOverlaps().empty() && replacePatches(shape);
-  if (!hasPatches && ++sweepsSinceResolver_ == sweepsWithResolver) giveResolverBack();
+  if (++sweeps_ == sweepsOfResolver) giveResolverBack();
   // A row is told when the next one has been looked at: its own part of an overlap may have been too small to show.
   int told = 0;
   Range before;
   for (int row = 0; row < rows_; ++row) {
-    const Range range = rangeOf(row, hasPatches);
-    if (range.showsOverlap(before)) {
-      findOverlaps(row, hasPatches);
-      addResolved(shape, told);
+    const Range range = sumRow(row);
+    if (row >= firstTwice_ || range.showsOverlap(before)) {
+      isOverlap_.data()[row] = range.showsOverlap(before);
+      correctFrom(row, range, shape);
       break;
     }
     before = range;
@@ -173,14 +178,15 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
 
 template <CoverageBuffer::Touched after, class Function>
 inline void CoverageBuffer::forEachRun(int row, Function run) {
-  std::uint64_t* words = rowTouched(row);
+  std::uint64_t* words = rowMarks(row);
+  constexpr int blocksOfWord = 64 / blockSize;
   for (int word = 0; word < words_; ++word) {
     std::uint64_t bits = words[word];
     if constexpr (after == Touched::Clear) words[word] = 0;
     while (bits != 0) {
       const int first = std::countr_zero(bits);
       const std::uint64_t others = bits & (bits + (std::uint64_t(1) << first));  // the sum carries over the run
-      run(word * 64 + first, std::countr_one(bits >> first));
+      run(word * blocksOfWord + first / blockSize, std::countr_one(bits >> first) / blockSize);
       bits = others;
     }
   }
@@ -204,6 +210,22 @@ void CoverageBuffer::tellRow(int row, Sink& sink) {
     clearBlocks(values + x, count);
   });
   tellEven(width);
+  std::fill_n(rowMarks(row) + words_, 3 * words_, std::uint64_t(0));
+}
+
+// Notes that the chain goes through these pixels of a row.
+inline void CoverageBuffer::count(const Row& row, int first, int last) {
+  const unsigned firstWord = unsigned(first) / 64;
+  if (firstWord != unsigned(last) / 64) [[unlikely]]
+    return countWords(row, first, last);
+  std::uint64_t* const at = row.marks + direction_ + firstWord;
+  const std::uint64_t bits = ~std::uint64_t(0) << (first % 64) & ~std::uint64_t(0) >> (63 - last % 64);
+  if (at != chain_.at) chain_ = {.at = at, .other = chain_.at, .bits = chain_.bitsAt(at), .otherBits = chain_.bits};
+  const std::uint64_t others = bits & ~chain_.bits, twice = *at & others;
+  chain_.bits |= others;
+  *at |= others;
+  if (twice != 0) [[unlikely]]
+    noteTwice(at, twice);
 }
 
 inline void CoverageBuffer::clearBlocks(float* values, int count) {

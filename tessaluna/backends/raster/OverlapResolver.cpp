@@ -27,7 +27,8 @@ double leastHeight(std::size_t sides) {
 
 // To these bounds add the change of coverage from each pixel's left neighbour. What lies right of them is left out.
 struct OverlapResolver::Pixels {
-  Coverage rows;
+  float* rows;
+  std::ptrdiff_t stride;
   int width;
   void add(CGPoint from, CGPoint to);
   void addToRow(float* values, double from, double to, float cover) const;
@@ -56,39 +57,29 @@ void OverlapResolver::take(const Polygons& polygons) {
   }
 }
 
-void OverlapResolver::findAllBounds(const Task& task) {
+void OverlapResolver::cover(const Task& task, float* values, std::ptrdiff_t stride) {
   collect(task);
   clearForReuse(bounds_);
-  const std::span<const std::uint8_t> rows = task.rows;
-  for (std::size_t row = 0; row < rows.size();) {
-    std::size_t end = row;
-    while (end < rows.size() && rows[end] != 0) ++end;
-    if (end > row) addRows(task.box.top + double(row), task.box.top + double(end), task.rule);
-    row = end + 1;
-  }
-}
-
-void OverlapResolver::cover(const Task& task, Coverage coverage) {
-  findAllBounds(task);
+  addRows(task.box.top, task.box.bottom, task.rule);
   const auto inBox = [&](CGPoint p) { return CGPoint{p.x - task.box.left, p.y - task.box.top}; };
-  const int rows = int(task.rows.size());
-  Pixels pixels{coverage, int(task.box.right - task.box.left)};
-  for (int row = 0; row < rows; ++row) std::fill_n(coverage.values + row * coverage.stride, pixels.width, 0.0f);
+  const int rows = int(task.box.bottom - task.box.top);
+  Pixels pixels{values, stride, int(task.box.right - task.box.left)};
+  for (int row = 0; row < rows; ++row) std::fill_n(values + row * stride, pixels.width, 0.0f);
   for (const Bound& bound : bounds_) pixels.add(inBox(bound.from), inBox(bound.to));
   pixels.sum(rows);
 }
 
 void OverlapResolver::Pixels::add(CGPoint from, CGPoint to) {
   const bool isDown = from.y < to.y;
-  const float direction = isDown ? rows.winding : -rows.winding;
+  const float direction = isDown ? 1.0f : -1.0f;
   if (!isDown) std::swap(from, to);
   if (!(from.y < to.y) || std::min(from.x, to.x) >= width) return;
   const double slope = (to.x - from.x) / (to.y - from.y);
   if (!std::isfinite(slope)) return;  // as good as level
   int row = int(from.y);
-  float* values = rows.values + row * rows.stride;
+  float* values = rows + row * stride;
   double x = from.x;
-  for (double y = from.y; y < to.y; values += rows.stride) {
+  for (double y = from.y; y < to.y; values += stride) {
     const double bottom = std::min(double(++row), to.y);
     const double next = from.x + (bottom - from.y) * slope;
     addToRow(values, x, next, direction * float(bottom - y));
@@ -127,20 +118,20 @@ inline void OverlapResolver::Pixels::addToRow(float* values, double from, double
 }
 
 void OverlapResolver::Pixels::sum(int rowCount) {
-  const float least = std::min(rows.winding, 0.0f), most = std::max(rows.winding, 0.0f);
   for (int row = 0; row < rowCount; ++row) {
-    float* const values = rows.values + row * rows.stride;
+    float* const values = rows + row * stride;
     float sum = 0;
     for (int column = 0; column < width; ++column) {
       sum += values[column];
-      values[column] = std::clamp(sum, least, most);  // which the rounding of very many sides may leave
+      values[column] = std::clamp(sum, 0.0f, 1.0f);  // which the rounding of very many sides may leave
     }
   }
 }
 
 void OverlapResolver::collect(const Task& task) {
   clearForReuse(sides_);
-  clearForReuse(across_);
+  for (std::vector<Across>* list : {&across_, &unsorted_}) clearForReuse(*list);
+  clearForReuse(keys_);
   clearForReuse(leftChanges_);
   next_ = nextLeftChange_ = 0;
   leftWinding_ = 0;

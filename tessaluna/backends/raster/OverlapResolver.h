@@ -20,28 +20,16 @@ class OverlapResolver {
   // Looks at the polygons that are to be resolved, which stay as they are meanwhile.
   void take(const Polygons& polygons);
 
-  // Where to resolve them, moved and scaled: in those rows of a box that are not 0.
+  // Where to resolve them, moved and scaled: in a box of whole pixels.
   struct Task {
     CGPoint moved;
     double scale = 1;  // after moving
     FillRule rule = FillRule::NonZero;
-    DeviceRect box;  // as many pixels high as there are rows
-    std::span<const std::uint8_t> rows;
+    DeviceRect box;
   };
 
-  // Tells the sides to edge(from, to), downwards where the inside begins and upwards where it ends. What lies left of the box
-  // counts as if it ran along its left side.
-  template <class Function>
-  void resolve(const Task& task, Function edge);
-
-  // Coverage, times a winding, in rows that lie so many values apart.
-  struct Coverage {
-    float* values;
-    std::ptrdiff_t stride;
-    float winding = 1;
-  };
-  // Writes the coverage of a box of whole pixels.
-  void cover(const Task& task, Coverage coverage);
+  // Writes the coverage of the box's pixels, in rows that lie so many values apart.
+  void cover(const Task& task, float* values, std::ptrdiff_t stride);
 
  private:
   // Some sides of a polygon that follow each other, in its own space.
@@ -81,7 +69,6 @@ class OverlapResolver {
   };
   struct Pixels;
 
-  void findAllBounds(const Task& task);
   void collect(const Task& task);
   void collectStretch(const Stretch& stretch, const Task& task, LeftPart& part);
   void collectSide(CGPoint from, CGPoint to, const DeviceRect& box);
@@ -112,11 +99,5 @@ class OverlapResolver {
   int leftWinding_ = 0;
   bool isInOrder_ = true;  // at the strip's bottom as well, apart from a crossing there
 };
-
-template <class Function>
-void OverlapResolver::resolve(const Task& task, Function edge) {
-  findAllBounds(task);
-  for (const Bound& bound : bounds_) edge(bound.from, bound.to);
-}
 
 }  // namespace tessaluna::backend::raster

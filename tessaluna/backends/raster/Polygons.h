@@ -17,7 +17,6 @@ class Polygons {
   void clear() {
     clearForReuse(points_);
     clearForReuse(starts_);
-    clearForReuse(overlaps_);
   }
   bool isEmpty() const { return points_.empty(); }
   std::size_t pointCount() const { return points_.size(); }
@@ -48,22 +47,24 @@ class Polygons {
   // Drops the points from this one of all on. They belong to the last polygon, whose first one stays.
   void cutTo(std::size_t end) { points_.resize(end); }
 
-  // Where polygons may overlap each other or themselves, by less than would show in coverage sums.
-  void expectOverlap(const DeviceRect& place) { overlaps_.push_back(place); }
-  std::vector<DeviceRect>& expectedOverlaps() { return overlaps_; }
-  const std::vector<DeviceRect>& expectedOverlaps() const { return overlaps_; }
-
-  // Calls edge(from, to) for all sides of all polygons.
+  // Calls side(from, to) for all sides of a polygon, beginning where its first point's chain of sides, up or down, has ended.
   template <class Function>
-  void forEachEdge(Function edge) const {
-    for (std::size_t i = 0; i < count(); ++i) {
-      const std::span<const CGPoint> points = polygon(i);
-      CGPoint from = points.back();
-      for (const CGPoint to : points) {
-        edge(from, to);
-        from = to;
+  static void forEachSide(std::span<const CGPoint> points, Function side) {
+    const std::size_t count = points.size();
+    std::size_t last = count - 1;
+    while (last > 0 && points[last].y == points[0].y) --last;
+    const double way = points[0].y - points[last].y;
+    std::size_t start = 0;
+    while (start + 1 < count && (points[start + 1].y - points[start].y) * way >= 0) ++start;
+    CGPoint from = points[start];
+    const auto go = [&](std::size_t i, std::size_t end) {
+      for (; i < end; ++i) {
+        side(from, points[i]);
+        from = points[i];
       }
-    }
+    };
+    go(start + 1, count);
+    go(0, start + 1);
   }
 
   // Empty bounds when there are no points.
@@ -83,7 +84,6 @@ class Polygons {
 
   std::vector<CGPoint> points_;
   std::vector<std::size_t> starts_;
-  std::vector<DeviceRect> overlaps_;
 };
 
 }  // namespace tessaluna::backend::raster

@@ -4,7 +4,8 @@
 //   RasterCanvas canvas(*bitmap, {.scale = 2});     // shows the base space from (0, 0) to (32, 32)
 //   canvas.fillPath(Path::oval({4, 4, 24, 24}), FillRule::NonZero);
 //
-// Pixels are right within 1/255 inside shapes and 3/255 on their edges. Whatever it is given, it neither
+// Pixels are right within 1/255 inside shapes and 3/255 on their edges, but for a few where tangles smaller than a pixel or
+// than the pen meet (docs/performance.md names them). Whatever it is given, it neither
 // throws nor hangs: points that are not finite are left out, and what memory cannot hold is not painted. It
 // keeps its working memory from one operation to the next, and remembers what small shapes and letters cover, so that
 // drawing the same again is fast and allocates nothing.

@@ -4,7 +4,8 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-constexpr double arcTolerance = 0.006;  // of round joins and caps, in device pixels; their chords all lie inside
+// Of round joins and caps, whose chords all lie inside: in device pixels, and in halves of the pen's width.
+constexpr double arcTolerance = 0.006, leastArcTolerance = 0.125 / 3e4;
 // A corner of the outline shorter than this, in pixels, is none.
 constexpr double leastJoin = 0.1;
 // So many sides on either side of a fold are looked at for the place where they meet.
@@ -24,20 +25,15 @@ void StrokeOutline::begin(const Pen& pen, Polygons& polygons) {
   pen_ = pen;
   pixelsPerLength_ = 1 / pen.pixel;
   polygons_ = &polygons;
-  constexpr agg::line_cap_e caps[] = {agg::butt_cap, agg::round_cap, agg::square_cap};
-  agg_.line_cap(caps[int(pen.cap)]);
-  agg_.line_join(agg::round_join);
-  agg_.width(pen.halfWidth * 2);
-  // AGG keeps the chords of an arc within 1/8 of this scale's unit; no arc needs more than a few hundred.
-  agg_.approximation_scale(std::min(0.125 / (arcTolerance * pen.pixel), 3e4 / pen.halfWidth));
+  // No arc needs more than a few hundred chords.
+  const double tolerance = std::max(arcTolerance * pen.pixel, pen.halfWidth * leastArcTolerance);
+  arcStep_ = 2 * std::acos(pen.halfWidth / (pen.halfWidth + tolerance));
 }
 
-bool StrokeOutline::add(std::span<StrokePoint> line, Contour contour) {
-  hasAllFoldsCut_ = true;
+void StrokeOutline::add(std::span<StrokePoint> line, Contour contour) {
   completeDirections(line, contour);
   if (contour == Contour::Open) addOpen(line);
   else addRings(line);
-  return hasAllFoldsCut_;
 }
 
 // The sides on which a chord, of this squared length, is better followed than the directions at its ends, between which lies
@@ -116,7 +112,7 @@ void StrokeOutline::addOpen(std::span<const StrokePoint> line) {
   const auto finishSide = [&](const StrokePoint& end, CGPoint chord, CGPoint outward) {
     if (chord != CGPoint{}) addBend({end.at, chord, outward, Corner::Smooth});
     else addSidePoint(end.at + aside(outward) * pen_.halfWidth, outward);
-    giveUpFold();
+    isFolded_ = false;
   };
   beginRing();
   using enum StrokePoint::Sides;
@@ -205,9 +201,10 @@ void StrokeOutline::addBend(const Bend& bend) {
   if (isInner) return addInnerBend(bend);
   // What goes round an outer corner is no part of a fold, before it nor behind, unless it is next to nothing.
   const double pixels = pen_.halfWidth * pixelsPerLength_;
-  const bool bounds = bend.corner == Corner::Sharp && cross(in, out) * pixels * pixels > 0.04;
+  const bool isSeen = dot(in, out) < 0 || cross(in, out) * pixels * pixels > 0.04;
+  const bool bounds = bend.corner == Corner::Sharp && isSeen;
   if (isFolded_) cutFold(at + aside(in) * pen_.halfWidth);
-  if (bounds) giveUpFold();
+  if (bounds) isFolded_ = false;
   addJoin(bend);
   if (bounds) beginSide();
 }
@@ -216,11 +213,7 @@ void StrokeOutline::addBend(const Bend& bend) {
 void StrokeOutline::addJoin(const Bend& bend) {
   const CGPoint at = bend.at, in = bend.in, out = bend.out;
   if (bend.corner == Corner::Smooth || pen_.join == LineJoin::Round) {
-    // AGG takes directions from points.
-    const double length = pen_.halfWidth;
-    const CGPoint from = at - in * length, to = at + out * length;
-    Consumer consumer{*this};
-    return agg_.calc_join(consumer, {from.x, from.y}, {at.x, at.y}, {to.x, to.y}, length, length);
+    return addArc(at, in, out);
   }
   // The tip of a miter lies on both edges, 2 / |both| times half the pen's width from the corner.
   const CGPoint both = in + out;
@@ -237,7 +230,7 @@ void StrokeOutline::addInnerBend(const Bend& bend) {
   const bool isSharp = bend.corner == Corner::Sharp;
   // Between two corners there may be a hole: no cut goes over both.
   if (isFolded_ && isSharp) {
-    giveUpFold();
+    isFolded_ = false;
     sideStart_ = polygons_->pointCount() - 2;
   }
   fold();
@@ -246,10 +239,25 @@ void StrokeOutline::addInnerBend(const Bend& bend) {
   putPoint(bend.at + aside(bend.out) * pen_.halfWidth);
 }
 
+void StrokeOutline::addArc(CGPoint at, CGPoint in, CGPoint out) {
+  const CGPoint first = aside(in) * pen_.halfWidth;
+  // Back on itself a line turns by half a turn, on whichever side rounding may see it.
+  const double turn = std::atan2(std::abs(cross(in, out)), dot(in, out));
+  const int inner = int(turn / arcStep_);
+  const double step = turn / (inner + 1);
+  putPoint(at + first);
+  for (int i = 1; i <= inner; ++i) {
+    const double c = std::cos(i * step), s = std::sin(i * step);
+    putPoint(at + CGPoint{first.x * c - first.y * s, first.x * s + first.y * c});
+  }
+  putPoint(at + aside(out) * pen_.halfWidth);
+}
+
 void StrokeOutline::addCap(CGPoint at, CGPoint inward) {
-  const CGPoint to = at + inward;
-  Consumer consumer{*this};
-  agg_.calc_cap(consumer, {at.x, at.y}, {to.x, to.y}, 1);
+  if (pen_.cap == LineCap::Round) return addArc(at, -inward, inward);
+  const CGPoint end = pen_.cap == LineCap::Square ? at - inward * pen_.halfWidth : at;
+  putPoint(end - aside(inward) * pen_.halfWidth);
+  putPoint(end + aside(inward) * pen_.halfWidth);
 }
 
 void StrokeOutline::addDot(CGPoint at) {
@@ -268,7 +276,7 @@ void StrokeOutline::finishRing() {
   // The first side goes on from where the last one ends, which is no meeting.
   sideStart_ = std::max(sideStart_, ringStart_ + 1);
   if (isFolded_) cutFold(polygons_->points()[ringStart_]);
-  giveUpFold();
+  isFolded_ = false;
 }
 
 void StrokeOutline::beginSide() { sideStart_ = polygons_->pointCount() - 1; }
@@ -292,13 +300,11 @@ void StrokeOutline::fold() {
   hasFoldCorner_ = false;
   sidesBehindFold_ = 0;
   foldStart_ = polygons_->pointCount() - 1;
-  foldBox_ = DeviceRect::around(polygons_->lastPoint().x, polygons_->lastPoint().y);
 }
 
 // On the way to a point. The two sides of the fold are cut where they meet.
 void StrokeOutline::cutFold(CGPoint to) {
   const CGPoint from = polygons_->lastPoint(), way = to - from;
-  foldBox_ = foldBox_.including(from.x, from.y).including(to.x, to.y);
   const std::size_t least = foldStart_ - std::min(foldStart_ - sideStart_, mostSidesOfFold);
   for (std::size_t end = foldStart_; end > least; --end) {
     const CGPoint a = polygons_->points()[end - 1], b = polygons_->points()[end];
@@ -318,7 +324,7 @@ void StrokeOutline::cutFold(CGPoint to) {
     if (hasFoldCorner_) beginSide();
     return;
   }
-  if (++sidesBehindFold_ == mostSidesOfFold) giveUpFold();
+  if (++sidesBehindFold_ == mostSidesOfFold) isFolded_ = false;
 }
 
 // True if of two sides each goes on so far that the other one's end at the bend between them is covered by its stroke.
@@ -340,13 +346,6 @@ bool StrokeOutline::isHole(std::size_t first, CGPoint meeting) const {
     from = p;
   }
   return area < 0;
-}
-
-void StrokeOutline::giveUpFold() {
-  if (!isFolded_) return;
-  isFolded_ = hasAllFoldsCut_ = false;
-  for (const CGPoint& p : polygons_->points().subspan(foldStart_)) foldBox_ = foldBox_.including(p.x, p.y);
-  polygons_->expectOverlap(foldBox_.grown(2 * pen_.halfWidth));
 }
 
 }  // namespace tessaluna::backend::raster

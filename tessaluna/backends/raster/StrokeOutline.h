@@ -1,14 +1,12 @@
 // Makes polygons of lines that a pen is moved along: filled by the non-zero rule they cover what the pen covers. They overlap
 // only where the line comes near itself. Behind a corner, and in a bend narrower than the pen, the inner side is cut off where it
-// meets itself, unless the cut would go over two corners, between which there may be a hole. What is not cut is told as a place
-// where overlaps are expected.
+// meets itself, unless the cut would go over two corners, between which there may be a hole.
 #pragma once
 
 #include <optional>
 #include <span>
 #include <vector>
 
-#include "agg_math_stroke.h"
 #include "tessaluna/backends/raster/Polygons.h"
 #include "tessaluna/backends/raster/StrokePoint.h"
 
@@ -19,9 +17,8 @@ class StrokeOutline {
   // What follows goes to these polygons, in the line's space.
   void begin(const Pen& pen, Polygons& polygons);
 
-  // At least two points, all of them apart from the next; their directions are completed. False if the line does not part
-  // from itself behind a bend.
-  bool add(std::span<StrokePoint> line, Contour contour);
+  // At least two points, all of them apart from the next; their directions are completed.
+  void add(std::span<StrokePoint> line, Contour contour);
   // For round ends: a whole pen.
   void addDot(CGPoint at);
 
@@ -36,13 +33,6 @@ class StrokeOutline {
   struct Passage {
     CGPoint at, chordIn, in, out, chordOut;
     Corner corner;
-  };
-  // Where AGG puts what it computes.
-  struct Consumer {
-    using value_type = agg::point_d;
-    StrokeOutline& outline;
-    void remove_all() {}
-    void add(const value_type& p) { outline.putPoint({p.x, p.y}); }
   };
 
   void completeDirections(std::span<StrokePoint> line, Contour contour);
@@ -59,6 +49,7 @@ class StrokeOutline {
   void addBend(const Bend& bend);
   void addJoin(const Bend& bend);
   void addInnerBend(const Bend& bend);
+  void addArc(CGPoint at, CGPoint in, CGPoint out);
   void addCap(CGPoint at, CGPoint inward);
 
   void beginRing();
@@ -70,19 +61,17 @@ class StrokeOutline {
   void cutFold(CGPoint to);
   bool coverCorner(CGPoint in, CGPoint out) const;
   bool isHole(std::size_t first, CGPoint meeting) const;
-  void giveUpFold();
 
   Pen pen_;
   double pixelsPerLength_ = 1;
-  agg::math_stroke<Consumer> agg_;
+  double arcStep_ = 1;  // the angle of an arc's chord
   Polygons* polygons_ = nullptr;
   bool isSmooth_ = true;  // the line has one corner a side at every point
   bool isNewRing_ = true;
   std::size_t ringStart_ = 0, sideStart_ = 0;  // indices of their first points
   // A fold is what the side does from the point on behind which it first goes back, until it is cut.
-  bool isFolded_ = false, hasFoldCorner_ = false, hasAllFoldsCut_ = true;
+  bool isFolded_ = false, hasFoldCorner_ = false;
   std::size_t foldStart_ = 0, sidesBehindFold_ = 0;
-  DeviceRect foldBox_;  // of what was tried to cut it
 };
 
 }  // namespace tessaluna::backend::raster

@@ -17,7 +17,7 @@ constexpr int mostDashes = 200000;
 // Of an outline. Behind so many the rest of a dashed line stays solid, so that a wide pen with a fine pattern, each dash of
 // which reaches all over the picture, ends in time.
 constexpr std::size_t mostPointsOfDashes = 400000;
-constexpr double widestPen = 1e7;  // half a pen's width, in pixels; of wider ones AGG makes wrong joins
+constexpr double widestPen = 1e7;  // half a pen's width, in pixels; of wider ones corners lose their precision
 
 double largestScale(const CGAffineTransform& t) {
   // The larger singular value.
@@ -59,7 +59,6 @@ bool Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
       DeviceRect{CGRectGetMinX(inLine), CGRectGetMinY(inLine), CGRectGetMaxX(inLine), CGRectGetMaxY(inLine)}.grown(margin);
   if (reach_.isEmpty()) return false;
   setDashes(style);
-  near_.begin(pen_);
 
   polygons_ = &polygons;
   isWhole_ = true;
@@ -76,17 +75,10 @@ bool Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   }
   Flattener<Stroker>(settings, *this).add(path, isInDevice ? toDevice : CGAffineTransform{});
   finishContour(Contour::Open);
-  near_.find(polygons.expectedOverlaps());
-  if (!isInDevice) finishPolygons(toDevice);
-  return isWhole_;
-}
-
-void Stroker::finishPolygons(const CGAffineTransform& toDevice) {
-  for (CGPoint& p : polygons_->points()) p = toDevice.apply(p);
-  for (DeviceRect& place : polygons_->expectedOverlaps()) {
-    const CGRect r = toDevice.applyToRect({place.left, place.top, place.right - place.left, place.bottom - place.top});
-    place = {CGRectGetMinX(r), CGRectGetMinY(r), CGRectGetMaxX(r), CGRectGetMaxY(r)};
+  if (!isInDevice) {
+    for (CGPoint& p : polygons.points()) p = toDevice.apply(p);
   }
+  return isWhole_;
 }
 
 void Stroker::setPen(const StrokeStyle& style) {
@@ -299,10 +291,7 @@ void Stroker::finishPiece() {
 
 // Without a direction: only round ends have a shape.
 void Stroker::outlineDot(const StrokePoint& p) {
-  if (pen_.cap != LineCap::Round) return;
-  outline_.addDot(p.at);
-  const StrokePoint ends[] = {p, p};
-  near_.add({.points = ends, .contour = Contour::Open, .partsBehindBends = true});
+  if (pen_.cap == LineCap::Round) outline_.addDot(p.at);
 }
 
 void Stroker::outline(std::span<StrokePoint> line, Contour contour) {
@@ -313,8 +302,7 @@ void Stroker::outline(std::span<StrokePoint> line, Contour contour) {
     }
   }
   if (line.size() == 1) return outlineDot(line[0]);
-  const bool partsBehindBends = outline_.add(line, contour);
-  near_.add({.points = line, .contour = contour, .partsBehindBends = partsBehindBends});
+  outline_.add(line, contour);
 }
 
 }  // namespace tessaluna::backend::raster

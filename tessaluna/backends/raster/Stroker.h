@@ -3,14 +3,13 @@
 // in device space; else caps, joins and dashes are made in the path's own space and then transformed.
 #pragma once
 
-#include "tessaluna/backends/raster/NearLines.h"
 #include "tessaluna/backends/raster/StrokeOutline.h"
 
 namespace tessaluna::backend::raster {
 
 class Stroker {
  public:
-  // Adds the outline to `polygons`, in device pixels, and where it may overlap itself. What lies outside the visible
+  // Adds the outline to `polygons`, in device pixels. What lies outside the visible
   // rectangle may be missing; true if nothing is.
   bool stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice, const DeviceRect& visible,
               Polygons& polygons);
@@ -45,7 +44,6 @@ class Stroker {
   void finishPiece();
   void outline(std::span<StrokePoint> line, Contour contour);
   void outlineDot(const StrokePoint& p);
-  void finishPolygons(const CGAffineTransform& toDevice);
 
   StrokeOutline outline_;
   Pen pen_;
@@ -57,7 +55,6 @@ class Stroker {
   bool isDouble_ = false;                // the point added last was merged with the one before
   std::optional<std::size_t> firstFar_;  // of the points, out of reach
   bool isWhole_ = true;                  // no point was, so far
-  NearLines near_;
 
   std::vector<double> dashes_;  // on and off in turn; empty for a solid line
   double dashTotal_ = 0, dashPhase_ = 0;

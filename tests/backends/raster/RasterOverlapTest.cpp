@@ -1,4 +1,4 @@
-// Strokes that come near themselves: where a pen covers a pixel twice, it still covers it once.
+// Shapes and strokes that come near themselves: what covers a pixel twice still covers it once.
 #include <cmath>
 #include <random>
 
@@ -19,6 +19,15 @@ void expectStroke(const Path& path, const StrokeStyle& style) {
                      canvas.strokePath(path, style);
                    },
                .expect = [&](ReferencePicture& picture) { picture.paint(ink, picture.stroke(path, style)); }});
+}
+
+void expectFill(const Path& path, FillRule rule) {
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.setFillColor(ink);
+                     canvas.fillPath(path, rule);
+                   },
+               .expect = [&](ReferencePicture& picture) { picture.paint(ink, picture.fill(path, rule)); }});
 }
 
 Path polyline(std::initializer_list<CGPoint> points) {
@@ -206,6 +215,33 @@ TEST(RasterOverlap, LinesOfAFewSidesOfAnyLengths) {
     if (i % 2 == 0) path.close();
     expectStroke(path, {.width = width, .join = LineJoin(i / 2 % 3)});
   }
+}
+
+TEST(RasterOverlap, BarsThatCrossWithinAPixel) {
+  Path bars = Path::rect({4, 18.229, 24, 0.573});
+  bars.append(Path::rect({12.054, 4, 0.282, 24}));
+  for (const FillRule rule : {FillRule::NonZero, FillRule::EvenOdd}) expectFill(bars, rule);
+  Path slivers = polyline({{7, 35}, {9.9, -2.4}, {28.2, 3.3}});
+  slivers.append(polyline({{23.46, 1.32}, {-1, 6}, {-2, 22}}));
+  expectFill(slivers, FillRule::NonZero);
+}
+
+TEST(RasterOverlap, TheSameShapeTwiceInOneFill) {
+  const Path once = ring({{6.2, 8.1}, {33.4, 10.7}, {7.1, 12.3}, {30.9, 33.3}});
+  Path twice = once;
+  twice.append(once);
+  for (const FillRule rule : {FillRule::NonZero, FillRule::EvenOdd}) expectFill(twice, rule);
+}
+
+TEST(RasterOverlap, LineThatComesAllButStraightBack) {
+  Path path;
+  path.moveTo({12, 26});
+  path.lineTo({13, 16});
+  path.curveTo({7, 22}, {5, 23}, {12, 6});
+  path.curveTo({26, 28}, {12, 10}, {14, 7});
+  expectStroke(path, {.width = 0.825893, .cap = LineCap::Round, .join = LineJoin::Bevel});
+  for (const LineJoin join : {LineJoin::Miter, LineJoin::Round, LineJoin::Bevel})
+    expectStroke(ring({{6.2, 7.3}, {31.4, 28.9}}), {.width = 3, .join = join});
 }
 
 }  // namespace tessaluna::backend::raster::test

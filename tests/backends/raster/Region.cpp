@@ -116,8 +116,10 @@ std::vector<CGPoint> disc(CGPoint center, double radius) {
 
 // The part of a disc between two directions that are less than half a turn apart.
 std::vector<CGPoint> slice(CGPoint center, CGPoint from, CGPoint to, double radius) {
-  constexpr int sides = 720;
-  const double start = std::atan2(from.y, from.x), turn = std::atan2(cross(from, to), dot(from, to));
+  constexpr int sidesOfDisc = 720;
+  // Adding 0 makes a negative zero a positive one: half a turn goes to the left.
+  const double start = std::atan2(from.y, from.x), turn = std::atan2(cross(from, to) + 0.0, dot(from, to));
+  const int sides = 1 + int(sidesOfDisc * std::abs(turn) / (2 * std::numbers::pi));
   std::vector<CGPoint> points{center};
   for (int i = 0; i <= sides; ++i) {
     const double angle = start + turn * i / sides;
@@ -130,10 +132,11 @@ std::vector<CGPoint> slice(CGPoint center, CGPoint from, CGPoint to, double radi
 std::vector<CGPoint> joinPiece(CGPoint before, Point at, CGPoint after, const StrokeStyle& style) {
   const double half = style.width / 2;
   const CGPoint in = unit(at - before), out = unit(after - at);
-  const double side = cross(in, out) > 0 ? -1 : 1;  // the outer one
+  const double side = cross(in, out) >= 0 ? -1 : 1;  // the outer one; on the way back it turns to the left
   const CGPoint a = at + normal(in) * (side * half), b = at + normal(out) * (side * half);
-  if (at.isInCurve || style.join == LineJoin::Bevel) return {at, a, b};
-  if (style.join == LineJoin::Round) return slice(at, normal(in) * side, normal(out) * side, half);
+  // In a curve, a bend may be as sharp as a corner between two chords.
+  if (at.isInCurve || style.join == LineJoin::Round) return slice(at, normal(in) * side, normal(out) * side, half);
+  if (style.join == LineJoin::Bevel) return {at, a, b};
   const double sineOfHalf = std::sqrt(std::max(0.0, (1 - dot(in * -1, out)) / 2));  // of the angle between the lines
   if (sineOfHalf < 1e-9 || 1 / sineOfHalf > style.miterLimit) return {at, a, b};
   const CGPoint middle = normal(in) + normal(out);
@@ -193,8 +196,12 @@ Region Region::stroked(const Path& path, const StrokeStyle& style, const CGAffin
         if (line.isClosed || i + 1 < segments) region.add(joinPiece(p[i], p[(i + 1) % n], p[(i + 2) % n], style), toDevice);
       }
       if (!line.isClosed && style.cap == LineCap::Round) {
-        region.add(disc(p.front(), half), toDevice);
-        region.add(disc(p.back(), half), toDevice);
+        const auto halfDisc = [&](CGPoint at, CGPoint outward) {
+          const CGPoint from = normal(outward) * -1;
+          region.add(slice(at, from, from * -1, half), toDevice);
+        };
+        halfDisc(p[0], p[0] - p[1]);
+        halfDisc(p[n - 1], p[n - 1] - p[n - 2]);
       }
     }
   }
