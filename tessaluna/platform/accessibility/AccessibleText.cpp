@@ -41,7 +41,7 @@ void selectAccessibleText(const Ref<NSObject>& element, std::size_t start, std::
   NSAccessibility* asked = accessibilityOf(element);
   if (!asked) return;
   const std::size_t length = accessibleTextOf(element).text.size();
-  const auto [first, last] = std::minmax(std::min(start, length), std::min(end, length));
+  const auto [first, last] = std::minmax({std::min(start, length), std::min(end, length)});
   asked->accessibilitySetValue(NSRange{first, last - first}, NSAccessibilitySelectedTextRangeAttribute);
 }
 
@@ -49,7 +49,7 @@ void replaceAccessibleText(const Ref<NSObject>& element, std::size_t start, std:
   NSAccessibility* asked = accessibilityOf(element);
   if (!asked) return;
   std::u16string whole = accessibleTextOf(element).text;
-  const auto [first, last] = std::minmax(std::min(start, whole.size()), std::min(end, whole.size()));
+  const auto [first, last] = std::minmax({std::min(start, whole.size()), std::min(end, whole.size())});
   whole.replace(first, last - first, text);
   asked->accessibilitySetValue(utf8FromUtf16(whole), NSAccessibilityValueAttribute);
 }
