@@ -3,8 +3,12 @@
 
 #include <algorithm>
 
+#include "tessaluna/platform/foundation/URL.h"
+#include "tessaluna/platform/text/NSAttributedString.h"
 #include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/views/NSTextFieldDelegate.h"
+#include "tessaluna/uikit/links/ClickableLabel.h"
+#include "tessaluna/uikit/links/MultipleLinksTextField.h"
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/AccessiblePlayer.h"
 #include "tests/harness/sourceFolder.h"
@@ -231,6 +235,42 @@ TEST_F(AssistiveClient, HearsOfAButtonThatIsCheckedAndOfOneThatExpands) {
   EXPECT_TRUE(eventuallyHears("object:state-changed:checked 1 push button \"Details\"")) << testing::PrintToString(heard);
   const std::string tree = client("tree");
   EXPECT_NE(tree.find("push button \"Details\" checked expanded focusable\n"), tree.npos) << tree;
+}
+
+// Writes down what it is told of.
+class LinkListener : public TessalunaUIKit::LinkTextFieldActionTarget, public TessalunaUIKit::ClickableLabelTarget {
+ public:
+  void linkClicked(std::size_t element, TessalunaUIKit::MultipleLinksTextField&) override {
+    clicked.push_back(std::to_string(element));
+  }
+  void labelClicked(TessalunaUIKit::ClickableLabel&) override { clicked.push_back("the label"); }
+  void linkClicked(const URL& link) override { clicked.push_back(link.absoluteString()); }
+  std::vector<std::string> clicked;
+};
+
+TEST_F(AssistiveClient, PressesTheLinksOfALineAlsoThoseThatAreCutOffAndThoseOfAText) {
+  const auto listening = std::make_shared<LinkListener>();
+  const auto artists = make<TessalunaUIKit::MultipleLinksTextField>(CGRect{10, 60, 90, 20});
+  artists->setLinksEnabled(true);
+  artists->setTarget(listening);
+  artists->setStringValues({{"Mira Holt", "The Quiet Engine", "Jonas Wehr"}});
+  window->contentView()->addSubview(artists);
+  const auto notes = make<TessalunaUIKit::ClickableLabel>(CGRect{10, 90, 180, 20});
+  const auto text = make<NSMutableAttributedString>("See the booklet");
+  text->addAttribute(NSLinkAttributeName, *URL::URLWithString("https://example.org/booklet"), {8, 7});
+  notes->setAttributedStringValue(text);
+  notes->setActionTarget(listening);
+  window->contentView()->addSubview(notes);
+  window->displayIfNeeded();
+
+  const std::string tree = client("tree");
+  for (const char* link : {"Mira Holt", "The Quiet Engine", "Jonas Wehr", "booklet"})
+    EXPECT_NE(tree.find("link \"" + std::string(link) + "\""), tree.npos) << link << "\n" << tree;
+  client("do", {"Jonas Wehr", "Press"});
+  EXPECT_TRUE(eventually([&] { return listening->clicked.size() == 1; }));
+  client("do", {"booklet", "Press"});
+  EXPECT_TRUE(eventually([&] { return listening->clicked.size() == 2; }));
+  EXPECT_EQ(listening->clicked, (std::vector<std::string>{"2", "https://example.org/booklet"}));
 }
 
 TEST_F(AssistiveClient, NoKeyIsLostOrDoubledWhileItListens) {
