@@ -32,7 +32,8 @@ QWidget* makeSectionsPage(Report report) {
   row->addWidget(sideBar);
 
   auto* column = new QVBoxLayout;
-  row->addLayout(column, 1);
+  row->addLayout(column);
+  row->addStretch(1);
   column->setSpacing(8);
   const auto addButton = [&](const char* text, std::function<void()> clicked) {
     auto* button = new QPushButton(text);
@@ -47,13 +48,11 @@ QWidget* makeSectionsPage(Report report) {
   addButton("Open all", [host] { host->setDisclosed(true); });
   auto* note = new QLabel(
       "The button of a section shows while the mouse is over its header. The Tab key stops at headers too: Space and Return "
-      "fold "
-      "and open them, and what a folded section cuts off is passed over. In the notes, Command with the left or the right "
-      "arrow "
-      "goes to the ends of the line.");
+      "fold and open them, and what a folded section cuts off is passed over. In the notes, Command with the left or the "
+      "right arrow goes to the ends of the line.");
   note->setObjectName("cardNote");
   note->setWordWrap(true);
-  note->setMaximumWidth(420);
+  note->setFixedWidth(420);
   column->addWidget(note);
   column->addStretch(1);
   return page;

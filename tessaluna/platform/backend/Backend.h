@@ -1,5 +1,5 @@
 // What a desktop brings: windows, screens, a clock, colors. A backend only translates; every rule stands above this seam.
-// Everything is called on the main thread.
+// Everything is called on the main thread, except decodeImage, which a backend answers on any.
 #pragma once
 
 #include <cstddef>
