@@ -16,6 +16,7 @@
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/menus/MenuSearch.h"
 
 namespace tessaluna::backend::qt {
 
@@ -44,49 +45,39 @@ QIcon iconOf(const MenuEntry& entry) {
   });
 }
 
-// A menu in which typing goes to the entry that begins with what was typed. Few of Qt's styles ask their menus for that.
+// A menu that is searched by typing. Few of Qt's styles ask their menus for that.
 class SearchedMenu : public QMenu {
  public:
   using QMenu::QMenu;
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
-    if (style()->styleHint(QStyle::SH_Menu_KeyboardSearch, nullptr, this) || !extendTyped(*event)) {
+    constexpr auto shortcuts = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    const bool isSearched =
+        style()->styleHint(QStyle::SH_Menu_KeyboardSearch, nullptr, this) || event->modifiers() & shortcuts;
+    const double now = static_cast<double>(clock_.elapsed()) / 1000;
+    if (isSearched || !search_.takesText(event->text().toStdString(), now)) {
       QMenu::keyPressEvent(event);
       return;
     }
-    QAction* found = findEntry(typed_, typed_.size() > 1 ? 0 : 1);
-    // The same letter again and again goes from entry to entry.
-    if (!found && typed_.count(typed_[0]) == typed_.size()) found = findEntry(typed_[0], 1);
-    if (found) setActiveAction(found);
+    const QList<QAction*> all = actions();
+    std::vector<std::string> titles;
+    for (const QAction* action : all) {
+      const bool canBeGoneTo = action->isEnabled() && !action->isSeparator();
+      titles.push_back(canBeGoneTo ? action->text().trimmed().replace("&&", "&").toStdString() : std::string());
+    }
+    const qsizetype current = all.indexOf(activeAction());
+    const auto highlighted = current < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(current));
+    if (const auto found = search_.entryAmong(titles, highlighted)) setActiveAction(all[static_cast<qsizetype>(*found)]);
   }
 
  private:
-  // False for a key that is not for the search.
-  bool extendTyped(const QKeyEvent& event) {
-    const QString text = event.text();
-    if (text.isEmpty() || !text[0].isPrint()) return false;
-    if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
-    if (!sinceKey_.isValid() || sinceKey_.elapsed() > QApplication::keyboardInputInterval()) typed_.clear();
-    if (typed_.isEmpty() && text == " ") return false;  // which chooses
-    sinceKey_.start();
-    typed_ += text;
-    return true;
-  }
-  // The first that begins so, looked for from the current entry or from the one after it, and once around.
-  QAction* findEntry(const QString& start, qsizetype fromCurrent) const {
-    const QList<QAction*> all = actions();
-    const qsizetype current = all.indexOf(activeAction());
-    for (qsizetype i = 0; i < all.size(); ++i) {
-      QAction* action = all[(std::max<qsizetype>(current + fromCurrent, 0) + i) % all.size()];
-      const QString title = action->text().trimmed().replace("&&", "&");
-      if (action->isEnabled() && !action->isSeparator() && title.startsWith(start, Qt::CaseInsensitive)) return action;
-    }
-    return nullptr;
-  }
-
-  QString typed_;
-  QElapsedTimer sinceKey_;
+  platform::MenuSearch search_{QApplication::keyboardInputInterval() / 1000.0};
+  QElapsedTimer clock_ = [] {
+    QElapsedTimer started;
+    started.start();
+    return started;
+  }();
 };
 
 void fill(QMenu& menu, const std::vector<MenuEntry>& entries, const Choice& choice) {

@@ -1,0 +1,79 @@
+#include "tessaluna/platform/menus/MenuSearch.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace tessaluna::platform {
+
+namespace {
+
+class MenuSearchTest : public testing::Test {
+ protected:
+  // The highlighted title after the letter, which is the earlier one where it goes nowhere.
+  std::string type(std::string_view letter, double secondsLater = 0.1) {
+    now += secondsLater;
+    if (search.takesText(letter, now))
+      if (const auto found = search.entryAmong(titles, highlighted)) highlighted = found;
+    return highlighted ? titles[*highlighted] : "";
+  }
+
+  std::vector<std::string> titles{"By title", "By artist", "", "Album", "Zoé", "by year", "Été"};
+  std::optional<std::size_t> highlighted;
+  double now = 100;
+  MenuSearch search{0.4};
+};
+
+TEST_F(MenuSearchTest, ALetterGoesToTheFirstEntryThatBeginsWithItAndALongerWordFurther) {
+  EXPECT_EQ(type("a"), "Album");
+  EXPECT_EQ(type("b", 1), "by year");  // the next one after the highlighted entry
+  EXPECT_EQ(type("Y"), "by year");
+  EXPECT_EQ(type(" "), "by year");
+  EXPECT_EQ(type("t"), "By title");
+}
+
+TEST_F(MenuSearchTest, AWordStaysAtTheEntryThatItBegins) {
+  highlighted = 0;
+  EXPECT_EQ(type("b"), "By artist");
+  EXPECT_EQ(type("y"), "By artist");
+}
+
+TEST_F(MenuSearchTest, TheSameLetterAgainAndAgainGoesFromEntryToEntryAndAround) {
+  EXPECT_EQ(type("b"), "By title");
+  EXPECT_EQ(type("b"), "By artist");
+  EXPECT_EQ(type("B"), "by year");
+  EXPECT_EQ(type("b"), "By title");
+}
+
+TEST_F(MenuSearchTest, ALetterAfterAPauseBeginsANewWord) {
+  EXPECT_EQ(type("b"), "By title");
+  EXPECT_EQ(type("a", 0.5), "Album");
+}
+
+TEST_F(MenuSearchTest, WhatNoEntryBeginsWithLeavesTheHighlight) {
+  highlighted = 3;
+  EXPECT_EQ(type("x"), "Album");
+  EXPECT_EQ(type("a"), "Album");
+}
+
+TEST_F(MenuSearchTest, LettersOutsideOfAsciiAreFoundInEitherCase) {
+  EXPECT_EQ(type("é"), "Été");
+  EXPECT_EQ(type("Z", 1), "Zoé");
+}
+
+TEST_F(MenuSearchTest, ASpaceThatBeginsAWordAndControlCharactersAreNotForTheSearch) {
+  EXPECT_FALSE(search.takesText(" ", 1));
+  EXPECT_FALSE(search.takesText("\r", 1));
+  EXPECT_FALSE(search.takesText("\x7F", 1));
+  EXPECT_FALSE(search.takesText("", 1));
+  EXPECT_TRUE(search.takesText("b", 1));
+  EXPECT_TRUE(search.takesText(" ", 1.1));
+}
+
+TEST_F(MenuSearchTest, AMenuWithoutEntriesGoesNowhere) {
+  titles.clear();
+  EXPECT_EQ(type("a"), "");
+}
+
+}  // namespace
+}  // namespace tessaluna::platform
