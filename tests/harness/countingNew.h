@@ -15,6 +15,8 @@
   std::abort();
 }
 [[gnu::noinline]] void* operator new[](std::size_t size) { return operator new(size); }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return operator new(size); }
+[[gnu::noinline]] void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return operator new(size); }
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
   if (memory) --harness::allocationsAlive;
   std::free(memory);
