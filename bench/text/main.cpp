@@ -78,7 +78,7 @@ bool compare(const char* what, const QString& text) {
   std::printf("%s: kit %.2f ms, QLineEdit %.2f ms, ratio %.2f (%.2f to %.2f)\n", what, bench::median(kitTimes),
               bench::median(qtTimes), bench::median(ratios), bench::quantile(ratios, 0.25), bench::quantile(ratios, 0.75));
   if (length == text.size() + typed && qt.text().size() == text.size() + typed) return true;
-  std::fprintf(stderr, "%s: keys were lost: %td and %td letters in place of %td\n", what, length, qt.text().size(),
+  std::fprintf(stderr, "%s: keys were lost: %lld and %lld letters in place of %lld\n", what, length, qt.text().size(),
                text.size() + typed);
   return false;
 }

@@ -39,21 +39,21 @@ void VirtualUser::press(NSWindow& window, CGPoint point, PressOptions options) {
   HeadlessWindow& native = HeadlessWindow::of(window);
   native.raise();
   native.requestKey();
-  sendPointer(window, point, {.what = What::Pressed, .button = options.button});
+  sendPointer(window, point, {.what = What::Pressed, .place = {}, .button = options.button});
 }
 
 void VirtualUser::dragTo(CGPoint point) {
   const Ref<NSWindow> window = last_.window.lock();
   if (!isDown_ || !window) return;
   last_.point = point;
-  sendPointer(*window, point, {.what = What::Moved});
+  sendPointer(*window, point, {.what = What::Moved, .place = {}});
 }
 
 void VirtualUser::release() {
   const Ref<NSWindow> window = last_.window.lock();
   const bool wasDown = std::exchange(isDown_, false);
   if (!wasDown || !window) return;
-  sendPointer(*window, last_.point, {.what = What::Released, .button = last_.options.button});
+  sendPointer(*window, last_.point, {.what = What::Released, .place = {}, .button = last_.options.button});
   last_.options.modifiers = 0;
 }
 
@@ -68,16 +68,17 @@ void VirtualUser::pressElsewhere(CGPoint screenPoint) {
   sendPressElsewhere(screenPoint, 0, 0);
 }
 
-void VirtualUser::moveTo(NSWindow& window, CGPoint point) { sendPointer(window, point, {.what = What::Moved}); }
+void VirtualUser::moveTo(NSWindow& window, CGPoint point) { sendPointer(window, point, {.what = What::Moved, .place = {}}); }
 
-void VirtualUser::leave(NSWindow& window) { sendPointer(window, {-1, -1}, {.what = What::Left}); }
+void VirtualUser::leave(NSWindow& window) { sendPointer(window, {-1, -1}, {.what = What::Left, .place = {}}); }
 
 void VirtualUser::scroll(NSWindow& window, CGPoint point, CGSize delta) {
   requireApplication();
   desktop_.setMouseLocation(window.convertPointToScreen(point));
   HeadlessWindow& native = HeadlessWindow::of(window);
   const Ref<NSWindow> held = refTo(window);
-  if (native.input().wheel({.place = placeIn(window, point), .points = delta}) == Taken::No) native.noteNotTaken();
+  if (native.input().wheel({.place = placeIn(window, point), .points = delta, .lines = {}}) == Taken::No)
+    native.noteNotTaken();
 }
 
 void VirtualUser::sendKey(KeyInput::What what, const std::string& characters, std::uint32_t modifiers) {
