@@ -25,7 +25,7 @@ class VirtualUser {
   // window has gone: nothing.
   void dragTo(CGPoint point);
   void release();
-  // The button comes up, and nobody is told: a desktop may keep the release for itself.
+  // The button comes up without an event: a desktop may keep the release for itself.
   void loseRelease() { isDown_ = false; }
   void click(platform::NSWindow& window, CGPoint point, PressOptions options = {});
   // On another application's window; the point is in screen space.
