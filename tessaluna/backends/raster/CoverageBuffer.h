@@ -41,13 +41,13 @@ class CoverageBuffer {
     CGPoint moved = {};
     double scale = 1;        // after moving
     bool liesInBox = false;  // as it is, neither moved nor scaled; else it may
-    PixelOffset shown = {};  // by which what is told is moved
+    PixelOffset shown = {};  // added to the pixels that the sink receives
   };
 
   // Tells the coverage of the pixels in the box, which is in the shape's space, row by row from the top:
   //   sink.even(x, y, count, winding)     a run of pixels with one winding, none where it is 0
   //   sink.varied(x, y, count, windings)  a run of single ones, some of which may be 0
-  // A pixel's coverage is the winding's amount, at most 1. When memory is short nothing is told, and the result
+  // A pixel's coverage is the winding's amount, at most 1. When memory is short the sink receives nothing, and the result
   // is false.
   template <class Sink>
   bool sweep(const Shape& shape, const PixelRect& box, Sink& sink);
@@ -126,7 +126,7 @@ class CoverageBuffer {
   void forEachRun(int row, Function run);
 
   PixelRect box_;
-  int toldLeft_ = 0, toldTop_ = 0;                      // of the box, where it is told
+  int sinkLeft_ = 0, sinkTop_ = 0;                      // of the box, in the pixels that the sink receives
   double left_ = 0, top_ = 0, width_ = 0, height_ = 0;  // of the box
   int rows_ = 0;
   // Values a row: the width in whole blocks, and one more block for what falls right of the last pixel.
