@@ -1,4 +1,4 @@
-// One turn of a list: some frames of scrolling, from a place that goes on from turn to turn.
+// One turn of a list: some frames of scrolling, each turn from where the last one ended.
 #pragma once
 
 #include "bench/harness/cpuTime.h"

@@ -30,7 +30,7 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   rows_ = box.height();
   chain_ = {};
   firstTwice_ = rows_;
-  // All but the last stay all zero between uses: a row is cleared when it has been told.
+  // All but the last stay all zero between uses: a row is cleared once the sink has it.
   const std::size_t rows = std::size_t(box.height());
   return values_.prepare(rows * std::size_t(stride_)) && marks_.prepare(rows * std::size_t(4 * words_)) &&
          isOverlap_.prepare(rows);
@@ -168,7 +168,7 @@ void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float
   const float perPixel = isInColumn ? 0 : direction * float(1 / std::abs(slope));
   Place at{x0, column};
   double y = y0;
-  // Rows come from the top: a chain that goes up comes from the side's lowest row, and goes on from its highest.
+  // Rows come from the top: a chain that goes up enters at the side's lowest row and continues from its highest.
   const Chain before = chain_;
   Chain highest;
   const auto addTo = [&](Place next, double bottom) {
@@ -213,7 +213,7 @@ inline void CoverageBuffer::Row::addToPixels(Place from, Place to, Cover cover) 
   value[pixels + 1] += cover.whole - lastArea;
 }
 
-// A level side covers nothing, but what it bounds does. It goes on the way of the side before it.
+// A level side covers nothing, but what it bounds does. It continues in the direction of the side before it.
 void CoverageBuffer::countLevel(double y, double from, double to) {
   const double left = std::max(std::min(from, to), 0.0), right = std::min(std::max(from, to), width_);
   if (!(y > 0 && y < height_ && left < right) || y == int(y)) return;

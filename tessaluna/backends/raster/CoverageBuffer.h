@@ -155,11 +155,11 @@ inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
 template <class Sink>
 bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink) {
   if (!begin(box)) return false;
-  toldLeft_ = box.left + shape.shown.x;
-  toldTop_ = box.top + shape.shown.y;
+  sinkLeft_ = box.left + shape.shown.x;
+  sinkTop_ = box.top + shape.shown.y;
   add(shape);
   if (++sweeps_ == sweepsOfResolver) giveResolverBack();
-  // A row is told when the next one has been looked at: its own part of an overlap may have been too small to show.
+  // The sink receives a row after the next one was looked at: its own part of an overlap may have been too small to show.
   int told = 0;
   Range before;
   for (int row = 0; row < rows_; ++row) {
@@ -194,9 +194,9 @@ inline void CoverageBuffer::forEachRun(int row, Function run) {
 
 template <class Sink>
 void CoverageBuffer::tellRow(int row, Sink& sink) {
-  const int width = box_.width(), left = toldLeft_, y = toldTop_ + row;
+  const int width = box_.width(), left = sinkLeft_, y = sinkTop_ + row;
   float* const values = rowValues(row);
-  int done = 0;       // pixels told
+  int done = 0;       // pixels that the sink has
   float winding = 0;  // of the last of them
   const auto tellEven = [&](int end) {
     if (done < end && std::abs(winding) > leastCoverage) sink.even(left + done, y, end - done, winding);
