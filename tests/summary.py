@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Counts test cases: summary.py CTEST_JUNIT_XML RESULTS_FOLDER
 
-A test of ctest that left a record NAME.xml in the folder counts with all its cases, any other as one. Prints what failed
-and, as its last line, "N passed, N failed". The status is 0 if something passed and nothing failed.
+A test of ctest that left a record NAME.xml in the folder counts with all its cases, any other as one. Prints the end of
+the output of each test of ctest that failed, then what failed and, as its last line, "N passed, N failed". The status is 0
+if something passed and nothing failed.
 """
 import os
 import sys
@@ -19,6 +20,19 @@ def cases_of(record):
         yield f"{case.get('classname')}.{case.get('name')}", outcome
 
 
+# What Qt's offscreen platform says at each window.
+NOISE = "This plugin does not support"
+LINES_OF_A_FAILURE = 60
+
+
+def outputs_of_failures(junit):
+    """(name, lines) of each test of ctest that failed: the last lines that it printed, without noise."""
+    for test in xml.parse(junit).iter("testcase"):
+        if test.get("status") != "run":
+            lines = [line for line in (test.findtext("system-out") or "").splitlines() if NOISE not in line]
+            yield test.get("name"), lines[-LINES_OF_A_FAILURE:]
+
+
 def count(junit, folder):
     outcomes = []
     for test in xml.parse(junit).iter("testcase"):
@@ -33,6 +47,8 @@ def count(junit, folder):
 
 
 def main():
+    for name, lines in outputs_of_failures(sys.argv[1]):
+        print(f"--- {name}", *lines, sep="\n")
     outcomes = count(sys.argv[1], sys.argv[2])
     for name, outcome in outcomes:
         if outcome != "passed":

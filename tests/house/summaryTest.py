@@ -41,6 +41,17 @@ class Summary(unittest.TestCase):
     def test_a_program_that_ends_badly_after_its_cases_has_failed(self):
         self.assertEqual(self.outcomes("fail", GOOD), ["passed", "failed"])
 
+    def test_the_end_of_a_failure_is_shown_without_noise(self):
+        with tempfile.TemporaryDirectory() as folder:
+            junit = os.path.join(folder, "ctest-junit.xml")
+            lines = [f"line {i}" for i in range(100)] + [summary.NOISE + " raise()", "the end"]
+            with open(junit, "w", encoding="utf-8") as file:
+                file.write('<testsuite><testcase name="good" status="run"><system-out>fine</system-out></testcase>'
+                           f'<testcase name="bad" status="fail"><system-out>{chr(10).join(lines)}</system-out></testcase></testsuite>')
+            (name, shown), = summary.outputs_of_failures(junit)
+        self.assertEqual(name, "bad")
+        self.assertEqual(shown, lines[-61:-2] + ["the end"])
+
 
 if __name__ == "__main__":
     unittest.main()
