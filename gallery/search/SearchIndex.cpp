@@ -1,27 +1,13 @@
 #include "gallery/search/SearchIndex.h"
 
-#include <QString>
 #include <algorithm>
 #include <tuple>
+
+#include "tessaluna/platform/text/searchWords.h"
 
 namespace gallery {
 
 namespace {
-
-// Letters that stay whole when accents are taken off, but that people type in another way.
-QString plainLetter(QChar letter) {
-  switch (letter.unicode()) {
-    case u'ø': return "o";
-    case u'æ': return "ae";
-    case u'œ': return "oe";
-    case u'ß': return "ss";
-    case u'ł': return "l";
-    case u'đ':
-    case u'ð': return "d";
-    case u'ı': return "i";
-    default: return letter;
-  }
-}
 
 std::vector<std::string> wordsOf(const std::string& folded) {
   std::vector<std::string> words;
@@ -40,20 +26,9 @@ bool hasAll(const std::string& text, const std::vector<std::string>& words) {
 }  // namespace
 
 std::string folded(std::string_view text) {
-  const QString parts = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
-                            .normalized(QString::NormalizationForm_KD)
-                            .toCaseFolded();
-  QString result;
-  bool isInWord = false;
-  for (qsizetype i = 0; i < parts.size(); ++i) {
-    const QChar letter = parts[i];
-    if (letter.isMark() || letter == u'\'' || letter == u'’') continue;  // "don't" is one word
-    const bool isOfWord = letter.isLetterOrNumber() || letter.isSurrogate();
-    if (isOfWord && !isInWord) result += ' ';
-    if (isOfWord) result += plainLetter(letter);
-    isInWord = isOfWord;
-  }
-  return result.toStdString();
+  std::string result;
+  for (const tessaluna::platform::SearchWord& word : tessaluna::platform::searchWords(text)) result += " " + word.letters;
+  return result;
 }
 
 SearchIndex::SearchIndex(std::span<const LibraryItem> items) {

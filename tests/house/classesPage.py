@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
 """Checks docs/classes.md: classesPage.py SOURCE_FOLDER
 
-Each class that tessaluna/uikit/TessalunaUIKit.h brings has one row there, whose page is in the gallery and whose test and
+Each class that TessalunaUIKit.h or TessalunaReady.h brings has one row there, whose page is in the gallery and whose test and
 picture exist. Exits with 1 and one line for each mistake.
 """
 import os
 import re
 import sys
 
-NOT_CLASSES = {"interfaceFileClasses", "Routines"}
+NOT_CLASSES = {"Routines"}
 ROW = re.compile(r"^\| `(\w+)` \| [^|]+ \| ([^|]+) \| `([^`]+)` \| !\[[^\]]*\]\(([^)]+)\) \|$", re.MULTILINE)
 
 
@@ -19,7 +19,9 @@ def read(*path):
 
 def mistakes(source):
     header = read(source, "tessaluna", "uikit", "TessalunaUIKit.h")
-    classes = set(re.findall(r'#include "tessaluna/uikit/\w+/(\w+)\.h"', header)) - NOT_CLASSES
+    header += read(source, "tessaluna", "ready", "TessalunaReady.h")
+    # Headers of functions begin with a small letter.
+    classes = set(re.findall(r'#include "tessaluna/(?:uikit|ready)/\w+/([A-Z]\w+)\.h"', header)) - NOT_CLASSES
     pages = set(re.findall(r'^    \{"([^"]+)",', read(source, "gallery", "Pages.cpp"), re.MULTILINE))
     if not classes or not pages:
         yield "no classes or no pages were found: this check does not read the sources any more"

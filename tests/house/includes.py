@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Reads the include lines of all sources and tells each that points the wrong way: includes.py SOURCE_FOLDER
 
-The arrows of the house: uikit -> platform -> platform/backend, backends -> platform; gallery, tools, tests, bench and
+The arrows of the house: ready -> uikit -> platform -> platform/backend, backends -> platform; gallery, tools, tests, bench and
 examples stand on top. A source begins with its own header, which so is compiled alone by every build; the headers that
 have no source are compiled by another test. Exits with 1 and one line for each mistake.
 """
@@ -22,6 +22,7 @@ typeinfo unordered_map unordered_set utility valarray variant vector version
 # Folder of the includer -> what it may include of the project. The longest folder that fits is the one that counts.
 PROJECT = {
     "tessaluna/uikit": ["tessaluna/uikit/", "tessaluna/platform/"],
+    "tessaluna/ready": ["tessaluna/ready/", "tessaluna/uikit/", "tessaluna/platform/"],
     "tessaluna/platform": ["tessaluna/platform/"],
     "tessaluna/platform/foundation": ["tessaluna/platform/foundation/"],
     "tessaluna/platform/backend": ["tessaluna/platform/backend/", "tessaluna/platform/foundation/"],

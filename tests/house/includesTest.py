@@ -27,6 +27,15 @@ class Includes(unittest.TestCase):
         self.assertWrong("tessaluna/uikit/stylekit/Play.cpp", "#include <nlohmann/json.hpp>")
         self.assertWrong("tessaluna/uikit/stylekit/Play.cpp", '#include "gallery/Page.h"')
 
+    def test_ready_hosts_include_the_kit_and_the_kit_none_of_them(self):
+        self.assertRight("tessaluna/ready/search/Field.cpp", '#include "tessaluna/uikit/trackrow/CloseButton.h"')
+        self.assertRight("tessaluna/ready/search/Field.cpp", '#include "tessaluna/platform/views/NSView.h"')
+        self.assertWrong("tessaluna/ready/search/Field.cpp", '#include "tessaluna/backends/qt/QtBackend.h"')
+        self.assertWrong("tessaluna/ready/search/Field.cpp", "#include <QWidget>")
+        self.assertWrong("tessaluna/ready/search/Field.cpp", '#include "gallery/Page.h"')
+        self.assertWrong("tessaluna/uikit/links/Link.cpp", '#include "tessaluna/ready/search/Field.h"')
+        self.assertWrong("tessaluna/platform/views/NSView.cpp", '#include "tessaluna/ready/search/Field.h"')
+
     def test_platform_includes_neither_kit_nor_backends(self):
         self.assertRight("tessaluna/platform/views/NSView.h", '#include "tessaluna/platform/backend/Canvas.h"')
         self.assertWrong("tessaluna/platform/views/NSView.h", '#include "tessaluna/uikit/trackrow/CloseButton.h"')

@@ -50,6 +50,7 @@ ask("found: TRUE targets: Graphics StyleKit Raster\\." "-DASKED=StyleKit Raster"
 step("${CMAKE_COMMAND}" --build "${WORK}/components-build")
 step("${WORK}/components-build/artwork")
 ask("found: TRUE targets: Graphics Platform StyleKit Raster\\." -DASKED=StyleKit -DOPTIONAL=Qt)
+ask("found: TRUE targets: Graphics Platform StyleKit UIKit Ready\\." -DASKED=Ready)
 ask("found: FALSE" -DASKED=Qt)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "a package that is optional ended the configuration")

@@ -1,0 +1,4 @@
+// All public headers of the library of ready-made hosts.
+#pragma once
+
+#include "tessaluna/ready/search/matchedLetters.h"
