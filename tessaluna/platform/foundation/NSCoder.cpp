@@ -62,6 +62,14 @@ std::optional<std::array<double, N>> numbersIn(const Json& array) {
   return result;
 }
 
+// The elements of an array; absent for anything else and for an array with an element of another kind.
+template <class T>
+std::optional<std::vector<T>> elementsIn(const Json& array, bool (Json::*isOfKind)() const noexcept) {
+  const auto fits = [&](const Json& element) { return (element.*isOfKind)(); };
+  if (!array.is_array() || !std::all_of(array.begin(), array.end(), fits)) return std::nullopt;
+  return array.get<std::vector<T>>();
+}
+
 std::optional<std::int64_t> wholeNumberIn(const Json& value) {
   // An unsigned number beyond the signed range would wrap.
   if (value.is_number_unsigned() && value.get<std::uint64_t>() > INT64_MAX) return std::nullopt;
@@ -178,11 +186,11 @@ std::optional<std::int64_t> NSCoder::decodeNamedValueForKey(std::string_view key
 }
 
 std::optional<std::vector<double>> NSCoder::decodeNumbersForKey(std::string_view key) const {
-  return archive_->ask(key, [](const Json& value) -> std::optional<std::vector<double>> {
-    const auto isNumber = [](const Json& element) { return element.is_number(); };
-    if (!value.is_array() || !std::all_of(value.begin(), value.end(), isNumber)) return std::nullopt;
-    return value.get<std::vector<double>>();
-  });
+  return archive_->ask(key, [](const Json& value) { return elementsIn<double>(value, &Json::is_number); });
+}
+
+std::optional<std::vector<std::string>> NSCoder::decodeStringsForKey(std::string_view key) const {
+  return archive_->ask(key, [](const Json& value) { return elementsIn<std::string>(value, &Json::is_string); });
 }
 
 CGPoint NSCoder::decodePointForKey(std::string_view key) const {

@@ -57,6 +57,8 @@ class NSCoder {
   std::optional<std::vector<NSCoder>> decodeCodersForKey(std::string_view key) const;
   // Absent unless there is an array of numbers and nothing else.
   std::optional<std::vector<double>> decodeNumbersForKey(std::string_view key) const;
+  // Absent unless there is an array of strings and nothing else.
+  std::optional<std::vector<std::string>> decodeStringsForKey(std::string_view key) const;
   // Those that tell a value of another kind from false and zero.
   std::optional<bool> boolForKey(std::string_view key) const;
   std::optional<double> numberForKey(std::string_view key) const;

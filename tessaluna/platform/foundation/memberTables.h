@@ -9,6 +9,7 @@
 #include <string>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSObject.h"
@@ -78,6 +79,11 @@ inline std::optional<std::string> archivedValue(const NSCoder& values, std::stri
                                                 std::type_identity<std::string_view>) {
   return values.decodeStringForKey(name);
 }
+inline std::optional<std::optional<std::vector<std::string>>> archivedValue(
+    const NSCoder& values, std::string_view name, std::type_identity<std::optional<std::vector<std::string>>>) {
+  const auto strings = values.decodeStringsForKey(name);
+  return strings ? std::make_optional(strings) : std::nullopt;
+}
 template <class T>
 requires(std::is_same_v<T, CGPoint> || std::is_same_v<T, CGSize> ||
          std::is_same_v<T, CGRect>) std::optional<T> archivedValue(const NSCoder& values, std::string_view name,
@@ -89,7 +95,8 @@ requires(std::is_same_v<T, CGPoint> || std::is_same_v<T, CGSize> ||
   else return values.decodeRectForKey(name);
 }
 
-// The setter takes a bool, a number, a text, a point, a size, a rectangle, an enum with names, or what another header reads.
+// The setter takes a bool, a number, a text, an optional list of texts, a point, a size, a rectangle, an enum with names, or
+// what another header reads.
 template <auto Setter, PropertyName Name>
 constexpr Property property() {
   return {Name.view(), [](NSObject& owner, const NSCoder& values) {

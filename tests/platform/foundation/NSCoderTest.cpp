@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
+#include <vector>
 
 #include "tests/harness/printing.h"
 
@@ -46,6 +48,16 @@ TEST(NSCoder, AValueOfAnotherKindReadsAsMissing) {
   EXPECT_FALSE(coder.decodeCoderForKey("list").has_value());
   EXPECT_EQ(coder.decodeStringForKey("null"), std::nullopt);
   EXPECT_EQ(coder.decodeDoubleForKey("null"), 0);
+}
+
+TEST(NSCoder, AnArrayOfNothingButStringsReadsAsStrings) {
+  const NSCoder coder(R"({"names": ["hé", "", "b"], "none": [], "mixed": ["a", 1], "text": "a", "null": null})");
+  EXPECT_EQ(coder.decodeStringsForKey("names"), (std::vector<std::string>{"hé", "", "b"}));
+  EXPECT_EQ(coder.decodeStringsForKey("none"), std::vector<std::string>());
+  EXPECT_EQ(coder.firstMisfitKey(), std::nullopt);
+  for (const char* key : {"mixed", "text", "null", "missing"})
+    EXPECT_EQ(coder.decodeStringsForKey(key), std::nullopt) << key;
+  EXPECT_EQ(coder.firstMisfitKey(), "mixed");
 }
 
 TEST(NSCoder, AnIntegerOutOfRangeReadsAsZero) {
