@@ -42,22 +42,27 @@ void CoverageBuffer::add(const Shape& shape) {
     return CGPoint{(p.x + shape.moved.x) * shape.scale, (p.y + shape.moved.y) * shape.scale};
   };
   for (std::size_t i = 0; i < shape.polygons.count(); ++i) {
-    chain_ = {};
     Polygons::forEachSide(shape.polygons.polygon(i), [&](CGPoint from, CGPoint to) { addEdge(place(from), place(to)); });
+    endPolygon();
   }
 }
 
 void CoverageBuffer::addWhole(const Polygons& polygons) {
   const double left = left_, top = top_;
   for (std::size_t i = 0; i < polygons.count(); ++i) {
-    chain_ = {};
     Polygons::forEachSide(polygons.polygon(i), [this, left, top](CGPoint from, CGPoint to) {
       const double x = from.x - left, y = from.y - top, toX = to.x - left, toY = to.y - top;
-      if (y < toY) goAlong(true), addInside(x, y, toX, toY, 1);
-      else if (y > toY) goAlong(false), addInside(toX, toY, x, y, -1);
-      else countLevel(y, x, toX);
+      if (y < toY) addInside(x, y, toX, toY, 1);
+      else if (y > toY) addInside(toX, toY, x, y, -1);
+      else markLevel(y, x, toX);
     });
+    endPolygon();
   }
+}
+
+inline void CoverageBuffer::endPolygon() {
+  leaveRow();
+  chain_ = {};
 }
 
 void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
@@ -67,9 +72,8 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   const double fromX = (isDown ? from.x : to.x) - left_, fromY = (isDown ? from.y : to.y) - top_;
   const double toX = (isDown ? to.x : from.x) - left_, toY = (isDown ? to.y : from.y) - top_;
   const double height = height_, width = width_;
-  if (fromY == toY) return countLevel(fromY, fromX, toX);
+  if (fromY == toY) return markLevel(fromY, fromX, toX);
   if (!(fromY < toY) || fromY >= height || toY <= 0) return;
-  goAlong(isDown);
   const bool isInside = fromY >= 0 && toY <= height && fromX >= 0 && toX >= 0 && fromX <= width && toX <= width;
   if (isInside) return addInside(fromX, fromY, toX, toY, direction);
 
@@ -128,77 +132,92 @@ void CoverageBuffer::addBeside(double y0, double y1, float direction) {
   }
 }
 
-void CoverageBuffer::addUpright(double x, double y0, double y1, float direction) {
-  const int column = int(x), first = int(y0), last = lastRowOf(y1);
-  const float middle = float(x - column);
-  Row row = rowAt(first);
-  const Chain before = chain_;
-  Chain highest;
-  double y = y0;
-  for (int i = first; i < last; ++i, goDown(row)) {
-    const double bottom = i + 1;
-    count(row, column, column);
-    if (i == first) highest = chain_;
-    row.addToPixel(column, middle, direction * float(bottom - y));
-    y = bottom;
-  }
-  const bool isUpwards = direction < 0 && first < last;
-  if (isUpwards) chain_ = before;
-  count(row, column, column);
-  if (isUpwards) chain_ = highest;
-  row.addToPixel(column, middle, direction * float(y1 - y));
-}
-
 // A side within the box, downwards.
-void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float direction) {
+inline void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float direction) {
   const int first = int(y0), last = lastRowOf(y1);
-  const int column = int(x0), lastColumn = int(x1);
-  Row row = rowAt(first);
-  const float cover = direction * float(y1 - y0);
+  const Place from = placeOf(x0), to = placeOf(x1);
+  direction_ = direction;
   // Most chords of a curve are about as long as a pixel.
   if (first == last) {
-    count(row, std::min(column, lastColumn), std::max(column, lastColumn));
-    if (column == lastColumn) row.addToPixel(column, float((x0 + x1) * 0.5 - column), cover);
-    else row.addToPixels({x0, column}, {x1, lastColumn}, {cover, cover / float(std::abs(x1 - x0))});
-    return;
+    const float cover = direction * float(y1 - y0);
+    Row row = rowAt(first);
+    const bool isRightwards = from.column < to.column;
+    stayIn(marksOf(row, direction), std::min(from.column, to.column), std::max(from.column, to.column));
+    if (from.column == to.column) return row.addToPixel(from.column, (from.inPixel + to.inPixel) * 0.5f, cover);
+    return row.addToPixels(isRightwards ? from : to, isRightwards ? to : from, {cover, cover / float(std::abs(x1 - x0))});
   }
-  const double slope = (x1 - x0) / (y1 - y0);
-  if (slope == 0) return addUpright(x0, y0, y1, direction);
-  const bool isInColumn = column == lastColumn;
-  const float perPixel = isInColumn ? 0 : direction * float(1 / std::abs(slope));
-  Place at{x0, column};
-  double y = y0;
-  // Rows come from the top: a chain that goes up enters at the side's lowest row and continues from its highest.
-  const Chain before = chain_;
-  Chain highest;
-  const auto addTo = [&](Place next, double bottom) {
-    count(row, std::min(at.column, next.column), std::max(at.column, next.column));
-    const float part = direction * float(bottom - y);
-    if (at.column == next.column) row.addToPixel(at.column, float((at.x + next.x) * 0.5 - at.column), part);
-    else row.addToPixels(at, next, {part, perPixel});
-    at = next;
-    y = bottom;
+  if (x0 == x1) addUpright(from, y0, y1, direction);
+  else if (x0 < x1) addToRows<true>({x0, y0, x1, y1}, direction);
+  else addToRows<false>({x0, y0, x1, y1}, direction);
+}
+
+inline CoverageBuffer::Place CoverageBuffer::placeOf(double x) {
+  const int column = int(x);
+  return {float(x - column), column};
+}
+
+void CoverageBuffer::addUpright(Place at, double y0, double y1, float direction) {
+  const int first = int(y0), last = lastRowOf(y1);
+  Row row = rowAt(first);
+  const Chain highest{marksOf(row, direction), at.column, at.column};
+  row.addToPixel(at.column, at.inPixel, direction * float(first + 1 - y0));
+  goDown(row);
+  for (int i = first + 1; i < last; ++i, goDown(row)) {
+    mark(marksOf(row, direction), at.column, at.column);
+    row.addToPixel(at.column, at.inPixel, direction);
+  }
+  row.addToPixel(at.column, at.inPixel, direction * float(y1 - last));
+  passRows(highest, {marksOf(row, direction), at.column, at.column}, direction);
+}
+
+// A side that goes through several rows, to the right or to the left.
+template <bool isRightwards>
+void CoverageBuffer::addToRows(const DeviceRect& side, float direction) {
+  const double x0 = side.left, y0 = side.top;
+  const int first = int(y0), last = lastRowOf(side.bottom);
+  const double slope = (side.right - x0) / (side.bottom - y0);
+  const float perPixel = direction * std::abs(float(1 / slope));
+  const Place end = placeOf(side.right);
+  Place at = placeOf(x0);
+  Row row = rowAt(first);
+  const auto addPart = [&](Place to, float cover) {
+    const Place left = isRightwards ? at : to, right = isRightwards ? to : at;
+    if (left.column == right.column) row.addToPixel(left.column, (left.inPixel + right.inPixel) * 0.5f, cover);
+    else row.addToPixels(left, right, {cover, perPixel});
+    at = to;
+    return Chain{marksOf(row, direction), left.column, right.column};
   };
-  for (int i = first; i < last; ++i, goDown(row)) {
+  // Where it comes to a row's lower edge; rounding must not lead it beyond its end.
+  const auto placeBelow = [&](int i) {
     // From the start every time, so that errors do not add up.
-    const double next = x0 + (i + 1 - y0) * slope;
-    addTo({next, isInColumn ? column : int(next)}, i + 1);  // which rounding must not leave
-    if (i == first) highest = chain_;
+    const double x = x0 + (i + 1 - y0) * slope;
+    const int column = isRightwards ? std::min(int(x), end.column) : std::max(int(x), end.column);
+    return Place{float(x - column), column};
+  };
+  const Chain highest = addPart(placeBelow(first), direction * float(first + 1 - y0));
+  goDown(row);
+  for (int i = first + 1; i < last; ++i, goDown(row)) {
+    const Chain through = addPart(placeBelow(i), direction);
+    mark(through.marks, through.first, through.last);
   }
-  if (direction < 0) chain_ = before;
-  addTo({x1, lastColumn}, y1);
-  if (direction < 0) chain_ = highest;
+  passRows(highest, addPart(end, direction * float(side.bottom - last)), direction);
+}
+
+// The chain has gone over several rows, from the highest to the lowest or the other way.
+inline void CoverageBuffer::passRows(const Chain& highest, const Chain& lowest, float direction) {
+  const Chain from = direction > 0 ? highest : lowest;
+  stayIn(from.marks, from.first, from.last);
+  leaveRow();
+  chain_ = direction > 0 ? lowest : highest;
 }
 
 // Of a side that crosses several pixels of a row.
-inline void CoverageBuffer::Row::addToPixels(Place from, Place to, Cover cover) {
-  const bool isRightwards = from.column < to.column;
-  const Place left = isRightwards ? from : to, right = isRightwards ? to : from;
+inline void CoverageBuffer::Row::addToPixels(Place left, Place right, Cover cover) {
   float* const value = values + left.column;
   // The area right of the side grows quadratically in its first and last pixel, linearly between. Each pixel
   // gets its area less what the pixels before it got.
   const int pixels = right.column - left.column;
-  const float in = float(left.column + 1 - left.x), out = float(right.x - right.column);
+  const float in = 1 - left.inPixel;
   float level = cover.perPixel * in;
   float before = 0.5f * level * in;
   value[0] += before;
@@ -208,38 +227,34 @@ inline void CoverageBuffer::Row::addToPixels(Place from, Place to, Cover cover) 
     before = here;
     level += cover.perPixel;
   }
-  const float lastArea = level + (cover.whole - level) * (1 - 0.5f * out);
+  const float lastArea = level + (cover.whole - level) * (1 - 0.5f * right.inPixel);
   value[pixels] += lastArea - before;
   value[pixels + 1] += cover.whole - lastArea;
 }
 
 // A level side covers nothing, but what it bounds does. It continues in the direction of the side before it.
-void CoverageBuffer::countLevel(double y, double from, double to) {
+void CoverageBuffer::markLevel(double y, double from, double to) {
   const double left = std::max(std::min(from, to), 0.0), right = std::min(std::max(from, to), width_);
   if (!(y > 0 && y < height_ && left < right) || y == int(y)) return;
-  count(rowAt(int(y)), int(left), int(right));
+  stayIn(marksOf(rowAt(int(y)), direction_), int(left), int(right));
 }
 
-void CoverageBuffer::countWords(const Row& row, int first, int last) {
-  std::uint64_t *const from = row.marks + direction_ + first / 64, *const to = row.marks + direction_ + last / 64;
-  const Chain before = chain_;
-  chain_ = {.at = to, .other = from};
+void CoverageBuffer::markWords(std::uint64_t* marks, int first, int last) {
+  std::uint64_t *const from = marks + first / 64, *const to = marks + last / 64;
   for (std::uint64_t* at = from; at <= to; ++at) {
     std::uint64_t bits = ~std::uint64_t(0);
-    if (at == from) bits = chain_.otherBits = bits << (first % 64);
-    if (at == to) bits = chain_.bits = bits >> (63 - last % 64);
-    const std::uint64_t twice = *at & bits & ~before.bitsAt(at);
+    if (at == from) bits <<= first % 64;
+    if (at == to) bits &= ~std::uint64_t(0) >> (63 - last % 64);
+    const std::uint64_t twice = *at & bits;
     *at |= bits;
     if (twice != 0) noteTwice(at, twice);
   }
-  // It may have come from farther on the same side.
-  chain_.bits |= before.bitsAt(to);
-  chain_.otherBits |= before.bitsAt(from);
 }
 
 void CoverageBuffer::noteTwice(std::uint64_t* at, std::uint64_t bits) {
-  at[3 * words_ - direction_] |= bits;
-  firstTwice_ = std::min(firstTwice_, int((at - marks_.data()) / (4 * words_)));
+  const std::ptrdiff_t word = at - marks_.data(), ofRow = 4 * words_;
+  marks_.data()[word / ofRow * ofRow + 3 * words_ + word % words_] |= bits;
+  firstTwice_ = std::min(firstTwice_, int(word / ofRow));
 }
 
 // Puts right what sums do not tell, from the row before this one on, which is the last that is summed up.

@@ -14,7 +14,6 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <utility>
 #include <vector>
 
 #include "tessaluna/backends/raster/Float4.h"
@@ -59,17 +58,16 @@ class CoverageBuffer {
     Float4 least{}, most{};
     bool showsOverlap(const Range& before) const;
   };
-  // The chain that is being added, by the pixels that it went through last: these bits of that word, and where it came over
-  // several words of a row, those of the word at the other end.
+  // The chain that is being added: in the row that it has come to, whose marks of its direction these are, it goes over these
+  // pixels, which are not marked yet.
   struct Chain {
-    std::uint64_t *at = nullptr, *other = nullptr;
-    std::uint64_t bits = 0, otherBits = 0;
-    std::uint64_t bitsAt(const std::uint64_t* word) const { return word == at ? bits : word == other ? otherBits : 0; }
+    std::uint64_t* marks = nullptr;  // null at its start
+    int first = 0, last = 0;
   };
 
   struct Place {
-    double x;
-    int column;  // that it is in
+    float inPixel;  // from the left edge of its pixel
+    int column;
   };
   // How much of a row's height a side covers: on its way through the row, and while it goes over one pixel.
   struct Cover {
@@ -81,7 +79,7 @@ class CoverageBuffer {
     float* values;
     std::uint64_t* marks;
     void addToPixel(int column, float middle, float cover);
-    void addToPixels(Place from, Place to, Cover cover);
+    void addToPixels(Place left, Place right, Cover cover);
   };
 
   bool begin(const PixelRect& box);
@@ -89,15 +87,19 @@ class CoverageBuffer {
   void addWhole(const Polygons& polygons);
   void addEdge(CGPoint from, CGPoint to);
   void addInside(double x0, double y0, double x1, double y1, float direction);
-  void addUpright(double x, double y0, double y1, float direction);
+  static Place placeOf(double x);
+  void addUpright(Place at, double y0, double y1, float direction);
+  template <bool isRightwards>
+  void addToRows(const DeviceRect& side, float direction);
+  void passRows(const Chain& highest, const Chain& lowest, float direction);
+  void endPolygon();
   void addBeside(double y0, double y1, float direction);
-  void goAlong(bool isDown) {
-    const int direction = isDown ? words_ : 2 * words_;
-    if (direction != std::exchange(direction_, direction)) chain_ = {};
-  }
-  void count(const Row& row, int first, int last);
-  void countWords(const Row& row, int first, int last);
-  void countLevel(double y, double from, double to);
+  std::uint64_t* marksOf(const Row& row, float direction) const { return row.marks + (direction > 0 ? words_ : 2 * words_); }
+  void stayIn(std::uint64_t* marks, int first, int last);
+  void leaveRow();
+  void mark(std::uint64_t* marks, int first, int last);
+  void markWords(std::uint64_t* marks, int first, int last);
+  void markLevel(double y, double from, double to);
   void noteTwice(std::uint64_t* at, std::uint64_t bits);
   void correctFrom(int firstRow, Range before, const Shape& shape);
   void fold(int row);
@@ -135,8 +137,8 @@ class CoverageBuffer {
   // One bit for each pixel, in four kinds of marks a row: all of a block that was touched, known when the row is summed up; pixels
   // with a chain that goes down; with one that goes up; with two of either.
   WorkBuffer<std::uint64_t> marks_;
-  int words_ = 0;      // a row, of each kind
-  int direction_ = 0;  // the words before those of the chain's kind
+  int words_ = 0;        // a row, of each kind
+  float direction_ = 1;  // of the side that was added last: 1 down, -1 up
   Chain chain_;
   int firstTwice_ = 0;                  // the first row with two chains of a direction in a pixel
   WorkBuffer<std::uint8_t> isOverlap_;  // one a row: 1 where sums show an overlap
@@ -213,19 +215,32 @@ void CoverageBuffer::tellRow(int row, Sink& sink) {
   std::fill_n(rowMarks(row) + words_, 3 * words_, std::uint64_t(0));
 }
 
-// Notes that the chain goes through these pixels of a row.
-inline void CoverageBuffer::count(const Row& row, int first, int last) {
-  const unsigned firstWord = unsigned(first) / 64;
-  if (firstWord != unsigned(last) / 64) [[unlikely]]
-    return countWords(row, first, last);
-  std::uint64_t* const at = row.marks + direction_ + firstWord;
+// The chain goes over these pixels of a row, in which it may have been before: in a row they follow each other.
+inline void CoverageBuffer::stayIn(std::uint64_t* marks, int first, int last) {
+  if (marks == chain_.marks) {
+    chain_.first = std::min(chain_.first, first);
+    chain_.last = std::max(chain_.last, last);
+    return;
+  }
+  leaveRow();
+  chain_ = {marks, first, last};
+}
+
+// The chain does not come back to its row.
+inline void CoverageBuffer::leaveRow() {
+  if (chain_.marks) mark(chain_.marks, chain_.first, chain_.last);
+}
+
+// Marks the pixels of a row that a chain goes over.
+inline void CoverageBuffer::mark(std::uint64_t* marks, int first, int last) {
+  const unsigned word = unsigned(first) / 64;
+  if (word != unsigned(last) / 64) [[unlikely]]
+    return markWords(marks, first, last);
   const std::uint64_t bits = ~std::uint64_t(0) << (first % 64) & ~std::uint64_t(0) >> (63 - last % 64);
-  if (at != chain_.at) chain_ = {.at = at, .other = chain_.at, .bits = chain_.bitsAt(at), .otherBits = chain_.bits};
-  const std::uint64_t others = bits & ~chain_.bits, twice = *at & others;
-  chain_.bits |= others;
-  *at |= others;
-  if (twice != 0) [[unlikely]]
-    noteTwice(at, twice);
+  const std::uint64_t before = marks[word];
+  marks[word] = before | bits;
+  if ((before & bits) != 0) [[unlikely]]
+    noteTwice(marks + word, before & bits);
 }
 
 inline void CoverageBuffer::clearBlocks(float* values, int count) {
