@@ -3,37 +3,16 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <functional>
-#include <utility>
 
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/backends/qt/connectAction.h"
 #include "tessaluna/backends/qt/icons.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
 
 using TessalunaUIKit::TessalunaStyleKit;
 
-// Hears the actions of the views.
-class Listener : public tessaluna::platform::NSObject {
- public:
-  static const tessaluna::platform::ClassInfo staticClassInfo;
-  const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
-
-  explicit Listener(std::function<void(int)> goBy) : goBy_(std::move(goBy)) {}
-  void previous(NSObject*) { goBy_(-1); }
-  void next(NSObject*) { goBy_(1); }
-
- private:
-  std::function<void(int)> goBy_;
-};
-
-constexpr tessaluna::platform::Selector selectors[] = {tessaluna::platform::action<&Listener::previous>("previous:"),
-                                                       tessaluna::platform::action<&Listener::next>("next:")};
-const tessaluna::platform::ClassInfo Listener::staticClassInfo{
-    .name = "Listener", .base = &NSObject::staticClassInfo, .selectors = selectors};
-
-HostWindow::HostWindow()
-    : title_(new QLabel), listener_(tessaluna::platform::make<Listener>([this](int tracks) { goBy(tracks); })) {
+HostWindow::HostWindow() : title_(new QLabel) {
   setWindowTitle("Embedded");
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(title_, 0, Qt::AlignCenter);
@@ -41,8 +20,7 @@ HostWindow::HostWindow()
   auto* transport = new QHBoxLayout;
   layout->addLayout(transport);
   const auto previous = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 24, 24});
-  previous->setTarget(listener_);
-  previous->setAction("previous:");
+  tessaluna::backend::qt::connectAction(*previous, this, [this] { goBy(-1); });
   transport->addWidget(new tessaluna::backend::qt::QtViewWidget(previous));
 
   auto* play = new QPushButton("Play");
@@ -55,14 +33,11 @@ HostWindow::HostWindow()
 
   const auto next = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 24, 24});
   next->setNext(true);
-  next->setTarget(listener_);
-  next->setAction("next:");
+  tessaluna::backend::qt::connectAction(*next, this, [this] { goBy(1); });
   transport->addWidget(new tessaluna::backend::qt::QtViewWidget(next));
 
   goBy(0);
 }
-
-HostWindow::~HostWindow() = default;
 
 void HostWindow::goBy(int tracks) {
   track_ += tracks;

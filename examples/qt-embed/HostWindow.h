@@ -5,14 +5,9 @@
 #include <QLabel>
 #include <QWidget>
 
-#include "tessaluna/platform/foundation/Reference.h"
-
-class Listener;
-
 class HostWindow : public QWidget {
  public:
   HostWindow();
-  ~HostWindow() override;
 
   int track() const { return track_; }
 
@@ -20,6 +15,5 @@ class HostWindow : public QWidget {
   void goBy(int tracks);
 
   QLabel* title_;
-  tessaluna::platform::Ref<Listener> listener_;  // a control does not keep its target
   int track_ = 1;
 };

@@ -31,10 +31,10 @@ Ref<NSMenu> copyOf(const NSMenu& menu) {
   copy->setAutoenablesItems(menu.autoenablesItems());
   copy->setMinimumWidth(menu.minimumWidth());
   for (const Ref<NSMenuItem>& item : menu.itemArray()) {
-    const auto added = item->isSeparatorItem() ? NSMenuItem::separatorItem()
-                                               : make<NSMenuItem>(item->title(), item->action(), item->keyEquivalent());
+    const auto added =
+        item->isSeparatorItem() ? NSMenuItem::separatorItem() : make<NSMenuItem>(item->title(), "", item->keyEquivalent());
     added->setKeyEquivalentModifierMask(item->keyEquivalentModifierMask());
-    added->setTarget(item->target());
+    added->takeActionFrom(*item);
     added->setTag(item->tag());
     added->setImage(item->image());
     added->setState(item->state());

@@ -1,10 +1,10 @@
 #include "tessaluna/platform/layout/NSLayoutConstraint.h"
 
 #include <cmath>
-#include <cstdio>
 #include <utility>
 
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/WarningHandler.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/foundation/numberText.h"
 #include "tessaluna/platform/layout/LayoutEngine.h"
@@ -61,8 +61,8 @@ std::string nameOf(const NSView* view) {
   return view->className() + (view->identifier().empty() ? "" : " \"" + view->identifier() + "\"");
 }
 
-std::function<void(const std::string&)>& conflictHandler() {
-  static std::function<void(const std::string&)> handler;
+WarningHandler& conflictHandler() {
+  static WarningHandler handler;
   return handler;
 }
 
@@ -207,14 +207,9 @@ std::string NSLayoutConstraint::description() const {
 }
 
 void NSLayoutConstraint::setConflictHandler(std::function<void(const std::string& line)> handler) {
-  conflictHandler() = std::move(handler);
+  conflictHandler().set(std::move(handler));
 }
 
-void NSLayoutConstraint::reportConflict(const std::string& line) {
-  if (conflictHandler()) return conflictHandler()(line);
-#ifndef NDEBUG
-  std::fprintf(stderr, "%s\n", line.c_str());
-#endif
-}
+void NSLayoutConstraint::reportConflict(const std::string& line) { conflictHandler().warn(line); }
 
 }  // namespace tessaluna::platform

@@ -23,10 +23,6 @@ bool canBeChosen(const NSMenuItem& item) {
   return item.isEnabled() && !item.isHidden() && !item.isSeparatorItem() && !item.hasSubmenu();
 }
 
-void sendActionOf(const Ref<NSMenuItem>& item) {
-  if (NSApp) NSApp->sendAction(item->action(), item->target().get(), item.get());
-}
-
 }  // namespace
 
 // One opening. The items are those of that moment, under the numbers that the desktop knows them by.
@@ -51,6 +47,12 @@ Ref<NSMenuItem> NSMenu::itemAtIndex(std::size_t index) const {
 Ref<NSMenuItem> NSMenu::addItemWithTitle(std::string title, std::string action, std::string keyEquivalent) {
   auto item = make<NSMenuItem>(std::move(title), std::move(action), std::move(keyEquivalent));
   addItem(item);
+  return item;
+}
+
+Ref<NSMenuItem> NSMenu::addItemWithTitle(std::string title, std::function<void()> action) {
+  const auto item = addItemWithTitle(std::move(title), std::string());
+  item->setAction(std::move(action));
   return item;
 }
 
@@ -178,7 +180,7 @@ void NSMenu::didClose(const std::shared_ptr<Tracking>& tracking, std::optional<s
   if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuDidClose(*this);
   const Ref<NSMenuItem> item = chosen && *chosen < tracking->items.size() ? tracking->items[*chosen] : nullptr;
   if (tracking->closed) tracking->closed(item);
-  if (item) sendActionOf(item);
+  if (item) item->sendAction();
 }
 
 void NSMenu::cancelTracking() {
@@ -187,7 +189,7 @@ void NSMenu::cancelTracking() {
 
 void NSMenu::performActionForItemAtIndex(std::size_t index) {
   const Ref<NSMenuItem> item = itemAtIndex(index);
-  if (canBeChosen(*item)) sendActionOf(item);
+  if (canBeChosen(*item)) item->sendAction();
 }
 
 Ref<NSMenuItem> NSMenu::itemForKey(const NSEvent& event) const {
@@ -204,7 +206,7 @@ bool NSMenu::performKeyEquivalent(const Ref<NSEvent>& event) {
   needsUpdate();
   update();
   const Ref<NSMenuItem> item = itemForKey(*event);
-  if (item) sendActionOf(item);
+  if (item) item->sendAction();
   return item != nullptr;
 }
 

@@ -1,7 +1,7 @@
 // A list of items that the desktop shows at a place of a view, and from which the user chooses one.
 //
 //   const auto menu = make<NSMenu>();
-//   menu->addItemWithTitle("Play next", "playNext:")->setTarget(host);
+//   menu->addItemWithTitle("Play next", [this] { queue_.playNext(); });
 //   menu->popUpMenuPositioningItem(nullptr, {0, 0}, &button);
 //
 // Nothing waits for the user: opening returns at once, and what was chosen comes later, as the item's action.
@@ -54,6 +54,7 @@ class NSMenu : public NSObject {
   Ref<NSMenuItem> itemAtIndex(std::size_t index) const;
   void addItem(const Ref<NSMenuItem>& item) { insertItem(item, items_.size()); }
   Ref<NSMenuItem> addItemWithTitle(std::string title, std::string action, std::string keyEquivalent = {});
+  Ref<NSMenuItem> addItemWithTitle(std::string title, std::function<void()> action);
   void insertItem(const Ref<NSMenuItem>& item, std::size_t index);
   void removeItem(const Ref<NSMenuItem>& item);  // nothing for one that is not in this menu
   void removeItemAtIndex(std::size_t index) { removeItem(itemAtIndex(index)); }

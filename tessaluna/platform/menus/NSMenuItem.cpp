@@ -11,7 +11,9 @@ namespace tessaluna::platform {
 const ClassInfo NSMenuItem::staticClassInfo{.name = "NSMenuItem", .base = &NSObject::staticClassInfo};
 
 NSMenuItem::NSMenuItem(std::string title, std::string action, std::string keyEquivalent)
-    : title_(std::move(title)), action_(std::move(action)), keyEquivalent_(std::move(keyEquivalent)) {}
+    : title_(std::move(title)), keyEquivalent_(std::move(keyEquivalent)) {
+  setAction(std::move(action));
+}
 
 Ref<NSMenuItem> NSMenuItem::separatorItem() {
   auto item = make<NSMenuItem>();

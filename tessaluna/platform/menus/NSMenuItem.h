@@ -1,11 +1,12 @@
 // One line of a menu: a title that performs an action, opens a submenu, or separates others. The item is the sender of its
-// action, and carries what the action needs to know of it: a tag, an object.
+// action (see ActionSender), and carries what the action needs to know of it: a tag, an object.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
 #include "tessaluna/platform/cells/NSCell.h"
+#include "tessaluna/platform/events/ActionSender.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/NSObject.h"
 #include "tessaluna/platform/graphics/Forward.h"
@@ -23,7 +24,7 @@ class NSMenuItemValidation {
   virtual bool validateMenuItem(NSMenuItem& item) = 0;
 };
 
-class NSMenuItem : public NSObject {
+class NSMenuItem : public NSObject, public ActionSender {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -47,10 +48,6 @@ class NSMenuItem : public NSObject {
   bool isEnabled() const { return isEnabled_; }
   void setEnabled(bool isEnabled) { isEnabled_ = isEnabled; }
 
-  const std::string& action() const { return action_; }
-  void setAction(std::string selector) { action_ = std::move(selector); }
-  Ref<NSObject> target() const { return target_.lock(); }  // not kept alive; absent: the responder chain
-  void setTarget(const Ref<NSObject>& target) { target_ = target; }
   std::int64_t tag() const { return tag_; }
   void setTag(std::int64_t tag) { tag_ = tag; }
   const Ref<NSObject>& representedObject() const { return representedObject_; }  // the program's own
@@ -70,10 +67,10 @@ class NSMenuItem : public NSObject {
 
  private:
   friend class NSMenu;
+  bool sendAction() { return send(action(), target(), *this); }
 
-  std::string title_, action_, keyEquivalent_;
+  std::string title_, keyEquivalent_;
   std::uint32_t keyEquivalentModifierMask_ = NSEventModifierFlagCommand;
-  WeakRef<NSObject> target_;
   Ref<NSObject> representedObject_;
   Ref<NSImage> image_;
   Ref<NSMenu> submenu_;

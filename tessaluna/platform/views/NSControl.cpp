@@ -18,17 +18,18 @@ const Outlet NSControl::outlets_[] = {outlet<&NSControl::setTarget>("target")};
 
 namespace {
 
-constexpr Property controlProperties[] = {property<&NSControl::setEnabled, "enabled">(),
-                                          property<&NSControl::setHighlighted, "highlighted">(),
-                                          property<&NSControl::setTag, "tag">(),
-                                          property<&NSControl::setStringValue, "stringValue">(),
-                                          property<&NSControl::setIntegerValue, "integerValue">(),
-                                          property<&NSControl::setDoubleValue, "doubleValue">(),
-                                          property<&NSControl::setContinuous, "continuous">(),
-                                          property<&NSControl::setFont, "font">(),
-                                          property<&NSControl::setAlignment, "alignment">(),
-                                          property<&NSControl::setLineBreakMode, "lineBreakMode">(),
-                                          property<&NSControl::setAction, "action">()};
+constexpr Property controlProperties[] = {
+    property<&NSControl::setEnabled, "enabled">(),
+    property<&NSControl::setHighlighted, "highlighted">(),
+    property<&NSControl::setTag, "tag">(),
+    property<&NSControl::setStringValue, "stringValue">(),
+    property<&NSControl::setIntegerValue, "integerValue">(),
+    property<&NSControl::setDoubleValue, "doubleValue">(),
+    property<&NSControl::setContinuous, "continuous">(),
+    property<&NSControl::setFont, "font">(),
+    property<&NSControl::setAlignment, "alignment">(),
+    property<&NSControl::setLineBreakMode, "lineBreakMode">(),
+    property<static_cast<void (ActionSender::*)(std::string)>(&ActionSender::setAction), "action">()};
 
 // The control has read the archive and made the cell.
 constexpr InnerObjects controlInnerObjects[] = {
@@ -50,7 +51,7 @@ NSControl::NSControl(NSCoder& coder) : NSView(coder) {
     if (!object) coder.fail("its cell: " + cellCoder_->failure().value_or("could not be made"));
     else if (!cell_) coder.fail("its cell: " + object->className() + " is no cell");
   }
-  action_ = coder.decodeStringForKey("action").value_or("");
+  setAction(coder.decodeStringForKey("action").value_or(""));
 }
 
 NSControl::~NSControl() {
@@ -155,10 +156,7 @@ void NSControl::setContinuous(bool isContinuous) {
   if (cell_) cell_->setContinuous(isContinuous);
 }
 
-bool NSControl::sendActionTo(std::string_view action, const Ref<NSObject>& target) {
-  if (NSApp) return NSApp->sendAction(action, target.get(), this);
-  return target && target->performSelector(action, this);
-}
+bool NSControl::sendActionTo(std::string_view action, const Ref<NSObject>& target) { return send(action, target, *this); }
 
 void NSControl::drawRect(CGRect) {
   if (cell_) cell_->drawWithFrame(bounds(), *this);
@@ -200,7 +198,7 @@ void NSControl::mouseUp(const Ref<NSEvent>& event) {
   stopTracking(Press::None, lastPoint_, point, /*isMouseUp=*/true);
   if (!isClick) return;
   wasClicked();
-  if (cell->sendsActionOn(NSEventType::LeftMouseUp)) sendActionTo(action_, target());
+  if (cell->sendsActionOn(NSEventType::LeftMouseUp)) sendActionTo(action(), target());
 }
 
 void NSControl::startTracking(CGPoint point) {
@@ -225,7 +223,7 @@ void NSControl::track(CGPoint point) {
 }
 
 void NSControl::sendActionIfOn(NSEventType type) {
-  if (press_ == Press::Tracked && cell_->sendsActionOn(type)) sendActionTo(action_, target());
+  if (press_ == Press::Tracked && cell_->sendsActionOn(type)) sendActionTo(action(), target());
 }
 
 void NSControl::stopTracking(Press next, CGPoint last, CGPoint point, bool isMouseUp) {

@@ -1,5 +1,4 @@
-// A view whose look, value and tracking are a cell's, and which sends an action. The action is a selector's name; its target is
-// not kept alive, and an absent one means the responder chain. A control is flipped.
+// A view whose look, value and tracking are a cell's, and which sends an action: see ActionSender. A control is flipped.
 //
 // A press highlights the cell and has it track the mouse; a release over the control clicks it. The action is sent at the
 // moments that the cell's sendActionOn names, usually the click. A press ends without a click when the control is disabled,
@@ -9,12 +8,13 @@
 #include <string>
 
 #include "tessaluna/platform/cells/NSCell.h"
+#include "tessaluna/platform/events/ActionSender.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSView.h"
 
 namespace tessaluna::platform {
 
-class NSControl : public NSView, public CellValue {
+class NSControl : public NSView, public CellValue, public ActionSender {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -50,10 +50,6 @@ class NSControl : public NSView, public CellValue {
   CGFloat firstBaselineOffsetFromTop() const override;
   CGFloat lastBaselineOffsetFromBottom() const override;
 
-  Ref<NSObject> target() const { return target_.lock(); }
-  void setTarget(const Ref<NSObject>& target) { target_ = target; }
-  const std::string& action() const { return action_; }
-  void setAction(std::string selector) { action_ = std::move(selector); }
   bool isContinuous() const { return cell_ && cell_->isContinuous(); }
   void setContinuous(bool isContinuous);
   NSEventMask sendActionOn(NSEventMask mask) { return cell_ ? cell_->sendActionOn(mask) : 0; }
@@ -96,8 +92,6 @@ class NSControl : public NSView, public CellValue {
   void sendActionIfOn(NSEventType type);
 
   Ref<NSCell> cell_;
-  WeakRef<NSObject> target_;
-  std::string action_;
   std::optional<NSCoder> cellCoder_;  // until the cell is made
   CGPoint lastPoint_;
   Press press_ = Press::None;

@@ -1,6 +1,7 @@
 #include "tessaluna/platform/views/NSSegmentedControl.h"
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/menus/NSMenu.h"
@@ -128,8 +129,8 @@ bool NSSegmentedControl::performClickOnSegment(std::size_t segment) {
   setKeySegment(segment);
   segmentedCell()->clickSegment(segment);
   setNeedsDisplay(true);
+  const AtEndOfScope endOfClick([this] { endMomentarySelection(); });
   sendActionTo(action(), target());
-  endMomentarySelection();
   return true;
 }
 
@@ -191,9 +192,11 @@ void NSSegmentedControl::keyDown(const Ref<NSEvent>& event) {
 void NSSegmentedControl::mouseUp(const Ref<NSEvent>& event) {
   const Ref<NSObject> held = shared_from_this();
   isReleasing_ = true;
+  const AtEndOfScope endOfRelease([this] {
+    isReleasing_ = false;
+    endMomentarySelection();
+  });
   NSControl::mouseUp(event);
-  isReleasing_ = false;
-  endMomentarySelection();
 }
 
 bool NSSegmentedControl::sendActionTo(std::string_view action, const Ref<NSObject>& target) {

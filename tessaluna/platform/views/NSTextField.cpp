@@ -184,6 +184,7 @@ void NSTextField::textDidChange(const Ref<NSNotification>&) {
 void NSTextField::textDidEndEditing(const Ref<NSNotification>&) {
   const Ref<NSText> editor = currentEditor();
   if (!editor || !textCell()) return;
+  const Ref<NSObject> self = shared_from_this();
   const Ref<NSWindow> held = refTo(*window());
   const bool isReturn = editor->movement() == NSTextMovementReturn;
   takeOver(*editor);

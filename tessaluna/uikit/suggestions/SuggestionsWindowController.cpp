@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/views/NSScrollView.h"
@@ -156,12 +157,12 @@ void SuggestionsWindowController::mouseExited(const Ref<NSEvent>&) { userSetSele
 
 void SuggestionsWindowController::mouseUp(const Ref<NSEvent>&) {
   const Ref<NSObject> held = refTo<NSObject>(*this);
+  const AtEndOfScope end([this] { cancelSuggestions(); });
   if (const Ref<NSTextField> field = parentTextField_) {
     field->validateEditing();
     field->abortEditing();
     field->sendActionTo(field->action(), field->target());
   }
-  cancelSuggestions();
 }
 
 // Begin, move and end.

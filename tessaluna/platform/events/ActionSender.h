@@ -1,0 +1,53 @@
+// What sends an action: a control, or an item of a menu. The action is a selector's name, which a target or the responder
+// chain performs, or a function of the program's own:
+//   next->setTarget(player); next->setAction("next:");
+//   next->setAction([this] { player_.next(); });
+// The mouse, keys, a row of a pop-up and assistive clients send it alike.
+//
+// The sender keeps its function until it gets another action or goes, and a call that has begun keeps it, too: it may let the
+// sender go or replace itself. Where it keeps the sender alive by a Ref, neither ever goes. What it throws goes through the
+// sender to whoever handed the event in; Qt lets nothing through its event loop, so in a Qt program it catches all itself.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "tessaluna/platform/foundation/NSObject.h"
+
+namespace tessaluna::platform {
+
+class ActionSender {
+ public:
+  // Not kept alive; absent: the responder chain. While the action is a function the getter gives an object of the sender's own,
+  // which has the selector action(), and the target that was set waits for the next selector.
+  Ref<NSObject> target() const { return function_ ? function_ : target_.lock(); }
+  void setTarget(const Ref<NSObject>& target) { target_ = target; }
+  const std::string& action() const { return action_; }  // empty for none
+  void setAction(std::string selector);
+  void setAction(std::function<void()> function);
+  void setAction(std::nullptr_t) { setAction(std::string()); }
+  // Target and action of another sender; both share its function. So do the items of a pop-up cell and of its copy.
+  void takeActionFrom(const ActionSender& other) { *this = other; }
+
+  // Gets one line for each action that nobody performs, or whose target has gone, when it is sent. Without one, debug builds
+  // write it to standard error. Null takes it back.
+  static void setUnansweredActionHandler(std::function<void(const std::string& line)> handler);
+
+ protected:
+  ActionSender() = default;
+  ActionSender(const ActionSender&) = default;
+  ActionSender& operator=(const ActionSender&) = default;
+  ~ActionSender() = default;
+  // Performs the action at the target, or with none along the responder chain. False if nobody has it. The sender may have gone
+  // afterwards.
+  bool send(std::string_view action, const Ref<NSObject>& target, NSObject& sender) const;
+
+ private:
+  std::string action_;
+  WeakRef<NSObject> target_;
+  Ref<NSObject> function_;  // null while the action is a selector
+};
+
+}  // namespace tessaluna::platform
