@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/foundation/NSNumber.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/time/durations.h"
 
 namespace tessaluna::platform {
 
@@ -36,18 +38,25 @@ class NSScroller::Tracker : public NSCell {
     auto* scroller = dynamic_cast<NSScroller*>(&view);
     if (!scroller) return false;
     grabOffset_ = scroller->alongSlot(start) - scroller->knobWay() * doubleValue();
-    scroller->hitPart_ = grabOffset_ < 0                        ? Part::PageBefore
-                         : grabOffset_ < scroller->knobLength() ? Part::Knob
-                                                                : Part::PageAfter;
+    scroller->hitPart_ = scroller->partAt(start);
+    scroller->hand_ = start;
     sendActionOn(scroller->hitPart_ == Part::Knob ? NSEventMaskLeftMouseDragged : NSEventMaskLeftMouseDown);
+    if (scroller->hitPart_ != Part::Knob) scroller->repeatAfter(scrollerRepeatDelay);
     return true;
   }
 
   bool continueTracking(CGPoint, CGPoint current, NSView& view) override {
     auto* scroller = dynamic_cast<NSScroller*>(&view);
-    if (!scroller || scroller->hitPart_ != Part::Knob || scroller->knobWay() <= 0) return false;
-    scroller->setDoubleValue((scroller->alongSlot(current) - grabOffset_) / scroller->knobWay());
+    if (!scroller) return false;
+    scroller->hand_ = current;
+    if (scroller->hitPart_ == Part::Knob && scroller->knobWay() > 0)
+      scroller->setDoubleValue((scroller->alongSlot(current) - grabOffset_) / scroller->knobWay());
     return true;
+  }
+
+  void stopTracking(CGPoint last, CGPoint stop, NSView& view, bool isMouseUp) override {
+    if (auto* scroller = dynamic_cast<NSScroller*>(&view)) scroller->nextPage_ = nullptr;
+    NSCell::stopTracking(last, stop, view, isMouseUp);
   }
 
  private:
@@ -78,6 +87,22 @@ CGRect NSScroller::knobRect() const {
   const CGRect slot = bounds();
   return isVertical() ? CGRect{slot.origin.x, slot.origin.y + start, slot.size.width, knobLength()}
                       : CGRect{slot.origin.x + start, slot.origin.y, knobLength(), slot.size.height};
+}
+
+NSScroller::Part NSScroller::partAt(CGPoint point) const {
+  const CGFloat fromKnob = alongSlot(point) - knobWay() * doubleValue();
+  return fromKnob < 0 ? Part::PageBefore : fromKnob < knobLength() ? Part::Knob : Part::PageAfter;
+}
+
+void NSScroller::repeatAfter(double seconds) {
+  if (backend::Backend* backend = backend::Backend::current()) nextPage_ = backend->timer(seconds, [this] { repeatPage(); });
+}
+
+// A hand that has left the slot, or that the knob has reached, waits: it may come to where there are pages again.
+void NSScroller::repeatPage() {
+  const Ref<NSObject> held = shared_from_this();
+  repeatAfter(scrollerRepeatPeriod);
+  if (NSPointInRect(hand_, bounds()) && partAt(hand_) == hitPart_) sendActionTo(action(), target());
 }
 
 void NSScroller::drawRect(CGRect) {

@@ -1,7 +1,8 @@
-// A scroll bar: a knob that is dragged, and a slot on which a press goes a page on. Its action comes with each drag of the knob
-// and with each such press.
+// A scroll bar: a knob that is dragged, and a slot on which a press goes a page on, and while it is held page by page until the
+// knob is under the pointer. Its action comes with each drag of the knob and with each page.
 #pragma once
 
+#include "tessaluna/platform/backend/Timer.h"
 #include "tessaluna/platform/views/NSControl.h"
 
 namespace tessaluna::platform {
@@ -39,9 +40,14 @@ class NSScroller : public NSControl {
   CGFloat slotLength() const { return isVertical() ? bounds().size.height : bounds().size.width; }
   CGFloat knobLength() const;
   CGFloat knobWay() const { return slotLength() - knobLength(); }
+  Part partAt(CGPoint point) const;
+  void repeatAfter(double seconds);
+  void repeatPage();
 
   CGFloat knobProportion_ = 1;
   Part hitPart_ = Part::Knob;
+  CGPoint hand_;  // where the press is held
+  tessaluna::backend::Timer nextPage_;
 };
 
 }  // namespace tessaluna::platform

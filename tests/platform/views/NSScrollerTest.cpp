@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tests/harness/ActionProbe.h"
+#include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
@@ -140,4 +143,113 @@ TEST_F(NSScrollerInAWindow, LetsGoOfItsKnobWhenItIsHiddenOrTakenAway) {
               window->contentView()->addSubview(scroller);
             }),
             0);
+}
+
+namespace {
+
+// A scroll view of 88 by 100 over a document of 1,000, with a bar of 12 by 100 at its right: a page is 90 points. The knob has its
+// shortest length of 24 points and 76 points to go.
+class NSScrollerHeldBesideItsKnob : public harness::StillWorld {
+ protected:
+  NSScrollerHeldBesideItsKnob() {
+    scrollView->setHasVerticalScroller(true);
+    const auto document = make<harness::ProbeView>(CGRect{0, 0, 88, 1000});
+    document->flipped = true;
+    scrollView->setDocumentView(document);
+
+    window = showWindowWith(scrollView);
+  }
+  CGFloat scrolled() const { return scrollView->contentView()->bounds().origin.y; }
+  // In the window, so far from the bar's start.
+  static CGPoint onBar(CGFloat along) { return {94, 100 - along}; }
+
+  Ref<NSScrollView> scrollView = make<NSScrollView>(CGRect{0, 0, 100, 100});
+  Ref<NSWindow> window;
+};
+
+}  // namespace
+
+TEST_F(NSScrollerHeldBesideItsKnob, GoesOnPageByPageAfterAWhile) {
+  user.press(*window, onBar(99));
+  EXPECT_EQ(scrolled(), 90);
+  desktop.advance(0.49);
+  EXPECT_EQ(scrolled(), 90);
+  desktop.advance(0.02);
+  EXPECT_EQ(scrolled(), 180);
+  desktop.advance(0.1);
+  EXPECT_EQ(scrolled(), 360);
+  user.release();
+  desktop.advance(5);
+  EXPECT_EQ(scrolled(), 360);
+}
+
+TEST_F(NSScrollerHeldBesideItsKnob, StopsWhereTheKnobIsUnderThePointer) {
+  user.press(*window, onBar(60));
+  desktop.advance(5);
+  // The knob ends past 60 once it has gone more than 36 of its 76 points: after 900 * 36 / 76 = 426 points, so with the fifth page.
+  EXPECT_EQ(scrolled(), 450);
+  EXPECT_TRUE(NSPointInRect({6, 60}, scrollView->verticalScroller()->knobRect()));
+  user.dragTo(onBar(99));
+  desktop.advance(5);
+  EXPECT_EQ(scrolled(), 900);
+  user.dragTo(onBar(1));
+  desktop.advance(5);
+  EXPECT_EQ(scrolled(), 900);
+  user.release();
+}
+
+TEST_F(NSScrollerHeldBesideItsKnob, WaitsWhileThePointerIsBesideTheBar) {
+  user.press(*window, onBar(99));
+  user.dragTo({20, 1});
+  desktop.advance(5);
+  EXPECT_EQ(scrolled(), 90);
+  user.dragTo(onBar(99));
+  desktop.advance(0.06);
+  EXPECT_EQ(scrolled(), 180);
+  user.release();
+}
+
+TEST_F(NSScrollerHeldBesideItsKnob, GoesBackTheSameWay) {
+  scrollView->contentView()->scrollToPoint({0, 900});
+  user.press(*window, onBar(1));
+  desktop.advance(5);
+  EXPECT_EQ(scrolled(), 0);
+  user.release();
+}
+
+TEST_F(NSScrollerHeldBesideItsKnob, StopsWhenItIsHiddenDisabledOrTakenAway) {
+  const auto scrolledAfter = [&](auto disturb) {
+    scrollView->contentView()->scrollToPoint({0, 0});
+    user.press(*window, onBar(99));
+    disturb();
+    const CGFloat before = scrolled();
+    desktop.advance(5);
+    user.release();
+    return scrolled() - before;
+  };
+  const Ref<NSScroller> bar = scrollView->verticalScroller();
+  EXPECT_EQ(scrolledAfter([] {}), 810);
+  EXPECT_EQ(scrolledAfter([&] { bar->setEnabled(false); }), 0);
+  bar->setEnabled(true);
+  EXPECT_EQ(scrolledAfter([&] { scrollView->setHidden(true); }), 0);
+  scrollView->setHidden(false);
+  EXPECT_EQ(scrolledAfter([&] { scrollView->removeFromSuperview(); }), 0);
+}
+
+TEST_F(NSScrollerInAWindow, AHeldPressMayEndWithTheScrollerGone) {
+  auto scroller = make<NSScroller>(CGRect{0, 0, 12, 100});
+  const auto listener = make<harness::ActionProbe>();
+  listener->onAct = [&] {
+    if (listener->acts < 2) return;
+    scroller->removeFromSuperview();
+    scroller.reset();
+  };
+  scroller->setTarget(listener);
+  scroller->setAction("act:");
+  scroller->setKnobProportion(0.1);
+  const auto window = showWindowWith(scroller);
+  user.press(*window, {6, 1});
+  desktop.advance(5);
+  EXPECT_EQ(listener->acts, 2);
+  user.release();
 }
