@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "tessaluna/platform/accessibility/textPlaces.h"
 #include "tessaluna/platform/events/NSEvent.h"
@@ -24,15 +25,13 @@ namespace {
 constexpr Property textFieldCellProperties[] = {property<&NSTextFieldCell::setTextColor, "textColor">(),
                                                 property<&NSTextFieldCell::setDrawsBackground, "drawsBackground">(),
                                                 property<&NSTextFieldCell::setBackgroundColor, "backgroundColor">(),
-
                                                 property<&NSTextFieldCell::setEditable, "editable">(),
                                                 property<&NSTextFieldCell::setSelectable, "selectable">(),
+                                                property<&NSTextFieldCell::setStandsAsIfEditable, "standsAsIfEditable">(),
                                                 property<&NSTextFieldCell::setPlaceholderString, "placeholderString">()};
 
 // Between the text and the cell's edge: beside every text, more beside one to write in, and around one in a frame.
-constexpr CGFloat sideMargin = 2, editableSideMargin = 4, bezelMargin = 3, lineMargin = 1;
-
-CGFloat sideMarginOf(const NSTextFieldCell& cell) { return cell.isEditable() ? editableSideMargin : sideMargin; }
+constexpr CGFloat labelSideMargin = 2, editableSideMargin = 4, bezelMargin = 3, lineMargin = 1;
 
 }  // namespace
 
@@ -137,18 +136,31 @@ void NSTextFieldCell::accessibilitySetValue(const AccessibilityValue& value, std
 
 CGFloat NSTextFieldCell::borderMargin() const { return isBezeled() ? bezelMargin : isBordered() ? lineMargin : 0; }
 
+CGFloat NSTextFieldCell::sideMargin() const {
+  return isEditable_ || standsAsIfEditable_ ? editableSideMargin : labelSideMargin;
+}
+
+// What is edited is one line.
+CGFloat NSTextFieldCell::heightOfText(CGFloat width) const {
+  if (isEditable_ || lineBreakMode() > NSLineBreakByCharWrapping)
+    return NSAttributedString("x", plainAttributes()).size().height;
+  constexpr CGFloat unlimited = std::numeric_limits<CGFloat>::max();
+  return attributedStringValue()
+      ->boundingRectWithSize({width, unlimited}, NSStringDrawingUsesLineFragmentOrigin)
+      .size.height;
+}
+
 CGSize NSTextFieldCell::cellSize() const {
   const CGSize text = NSCell::cellSize();
   const CGFloat margin = borderMargin();
-  return {text.width + 2 * (sideMarginOf(*this) + margin), text.height + 2 * margin};
+  return {text.width + 2 * (sideMargin() + margin), text.height + 2 * margin};
 }
 
 CGRect NSTextFieldCell::drawingRectForBounds(CGRect bounds) const {
   const CGFloat margin = borderMargin();
-  const CGRect inside = NSInsetRect(bounds, sideMarginOf(*this) + margin, margin);
-  if (!isEditable_) return inside;
-  // What is edited is one line, and stands in the middle.
-  const CGFloat spare = std::floor((inside.size.height - NSAttributedString("x", plainAttributes()).size().height) / 2);
+  const CGRect inside = NSInsetRect(bounds, sideMargin() + margin, margin);
+  if (!isEditable_ && !standsAsIfEditable_) return inside;
+  const CGFloat spare = std::floor((inside.size.height - heightOfText(inside.size.width)) / 2);
   return NSInsetRect(inside, 0, std::max(spare, 0.0));
 }
 

@@ -27,6 +27,10 @@ class NSTextFieldCell : public NSCell {
   void setEditable(bool isEditable) { isEditable_ = isEditable; }
   bool isSelectable() const { return isSelectable_ || isEditable_; }
   void setSelectable(bool isSelectable) { isSelectable_ = isSelectable; }
+  // An addition: whether a text that is not editable stands where an editable one does, in the middle and a little further from
+  // the sides; off at the start. A table's rows turn it on, so that all texts of a row are on one line.
+  bool standsAsIfEditable() const { return standsAsIfEditable_; }
+  void setStandsAsIfEditable(bool stands) { standsAsIfEditable_ = stands; }
   const std::string& placeholderString() const { return placeholder_; }
   void setPlaceholderString(std::string text) { placeholder_ = std::move(text); }
 
@@ -71,11 +75,13 @@ class NSTextFieldCell : public NSCell {
   NSAttributes attributesOfText() const;
   void placeEditor(CGRect frame, NSView& view, const Ref<NSText>& editor, const Ref<NSTextDelegate>& delegate);
   CGFloat borderMargin() const;
+  CGFloat sideMargin() const;
+  CGFloat heightOfText(CGFloat width) const;
 
   Uncopied<WeakRef<NSText>> editor_;
   Ref<NSColor> textColor_, backgroundColor_;
   std::string placeholder_;
-  bool drawsBackground_ = false, isEditable_ = false, isSelectable_ = false;
+  bool drawsBackground_ = false, isEditable_ = false, isSelectable_ = false, standsAsIfEditable_ = false;
 };
 
 }  // namespace tessaluna::platform

@@ -73,6 +73,7 @@ void TableCellRow::didInit() {
     const Ref<NSCell> cell = place.dataCell ? place.dataCell->copy() : make<NSCell>();
     if (auto* text = dynamic_cast<NSTextFieldCell*>(cell.get())) {
       text->setEditable(text->isEditable() || place.isEditable);
+      text->setStandsAsIfEditable(true);
       place.control = make<TextField>(NSZeroRect);
     } else if (auto* level = dynamic_cast<NSLevelIndicatorCell*>(cell.get())) {
       level->setEditable(place.isEditable);

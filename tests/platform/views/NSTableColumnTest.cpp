@@ -150,6 +150,29 @@ TEST_F(NSTableColumnTest, AColumnThatGoesTakesItsCellsAlong) {
   EXPECT_EQ(table->rectOfColumn(0).size.width, 70);
 }
 
+TEST_F(NSTableColumnTest, TextsOfARowAreOnOneLineWhetherTheyCanBeEditedOrNot) {
+  const auto boxOfText = [&](std::size_t column) {
+    return dynamic_cast<NSTextFieldCell&>(*control(column, 0).cell()).drawingRectForBounds({0, 0, 40, 40});
+  };
+  marks->setDataCell(make<NSTextFieldCell>());
+  marks->setEditable(false);
+  table->setRowHeight(40);
+  control(2, 0).setStringValue("3");
+  EXPECT_EQ(boxOfText(2), boxOfText(0));
+  EXPECT_EQ(CGRectGetMidY(boxOfText(2)), 20);
+}
+
+TEST_F(NSTableColumnTest, SeveralLinesStandInTheMiddleOfTheirRowAsAWhole) {
+  marks->setDataCell(make<NSTextFieldCell>());
+  marks->setEditable(false);
+  table->setRowHeight(60);
+  auto& cell = dynamic_cast<NSTextFieldCell&>(*control(2, 0).cell());
+  cell.setStringValue("a b");
+  const CGFloat oneLine = cell.drawingRectForBounds({0, 0, 40, 60}).size.height;
+  cell.setStringValue("a\nb");
+  EXPECT_EQ(cell.drawingRectForBounds({0, 0, 40, 60}).size.height, 2 * oneLine);
+}
+
 TEST_F(NSTableColumnTest, AClickSelectsTheRowAndADoubleClickEditsTheText) {
   user.click(*window, at(10, 30));
   EXPECT_EQ(table->selectedRow(), 1u);
