@@ -8,7 +8,7 @@
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
-#include "tessaluna/platform/views/NSControl.h"
+#include "tessaluna/platform/views/NSView.h"
 
 namespace tessaluna::platform {
 
@@ -16,13 +16,22 @@ namespace {
 
 constexpr Property levelIndicatorCellProperties[] = {
     property<&NSLevelIndicatorCell::setLevelIndicatorStyle, "levelIndicatorStyle">(),
-    property<&NSLevelIndicatorCell::setMinValue, "minValue">(),
-    property<&NSLevelIndicatorCell::setMaxValue, "maxValue">(),
     property<&NSLevelIndicatorCell::setWarningValue, "warningValue">(),
     property<&NSLevelIndicatorCell::setCriticalValue, "criticalValue">(),
-    property<&NSLevelIndicatorCell::setEditable, "editable">()};
+    property<&NSLevelIndicatorCell::setEditable, "editable">(),
+    property<&NSLevelIndicatorCell::setNumberOfMajorTickMarks, "numberOfMajorTickMarks">()};
 
 constexpr CGFloat starSize = 14, barHeight = 12, barWidth = 90, partGap = 1;
+constexpr CGFloat tickMarkGap = 1, tickMarkLength = 3, majorTickMarkLength = 5, tickMarkWidth = 1;
+constexpr CGFloat tickMarkRoom = tickMarkGap + majorTickMarkLength;
+constexpr double maxOfParts = 5, maxOfBar = 100;
+
+bool isInParts(NSLevelIndicatorStyle style) { return style >= NSLevelIndicatorStyleDiscreteCapacity; }
+double maxOf(NSLevelIndicatorStyle style) { return isInParts(style) ? maxOfParts : maxOfBar; }
+
+NSLevelIndicatorStyle styleIn(const NSCoder& coder) {
+  return coder.decodeEnumForKey<NSLevelIndicatorStyle>("levelIndicatorStyle").value_or(NSLevelIndicatorStyleRating);
+}
 
 // A star with its points on the circle around (0, 0) with radius 1, the first one at the top, and the corners between them.
 constexpr CGPoint starCorners[] = {{0, -1},
@@ -58,26 +67,23 @@ Ref<NSBezierPath> dotIn(CGRect box) {
 }  // namespace
 
 const ClassInfo NSLevelIndicatorCell::staticClassInfo{
-    .name = "NSLevelIndicatorCell", .base = &NSCell::staticClassInfo, .properties = levelIndicatorCellProperties};
+    .name = "NSLevelIndicatorCell", .base = &RangeCell::staticClassInfo, .properties = levelIndicatorCellProperties};
 
-NSLevelIndicatorCell::NSLevelIndicatorCell(NSLevelIndicatorStyle style) : style_(style), maxValue_(hasParts() ? 5 : 100) {}
+NSLevelIndicatorCell::NSLevelIndicatorCell(NSLevelIndicatorStyle style) : RangeCell(maxOf(style)), style_(style) {}
 
-NSLevelIndicatorCell::NSLevelIndicatorCell(NSCoder& coder) : NSCell(coder) {
-  style_ = coder.decodeEnumForKey<NSLevelIndicatorStyle>("levelIndicatorStyle").value_or(style_);
-  minValue_ = coder.decodeDoubleForKey("minValue");
-  maxValue_ = coder.numberForKey("maxValue").value_or(hasParts() ? 5 : 100);
+NSLevelIndicatorCell::NSLevelIndicatorCell(NSCoder& coder)
+    : RangeCell(maxOf(styleIn(coder)), coder), style_(styleIn(coder)) {
   if (const auto value = coder.numberForKey("doubleValue")) setDoubleValue(*value);
   warningValue_ = coder.decodeDoubleForKey("warningValue");
   criticalValue_ = coder.decodeDoubleForKey("criticalValue");
   isEditable_ = coder.decodeBoolForKey("editable");
+  majorTickMarks_ = static_cast<std::size_t>(std::max<std::int64_t>(coder.decodeIntegerForKey("numberOfMajorTickMarks"), 0));
 }
-
-bool NSLevelIndicatorCell::hasParts() const { return style_ >= NSLevelIndicatorStyleDiscreteCapacity; }
 
 std::size_t NSLevelIndicatorCell::numberOfParts() const {
   constexpr double most = 200;
-  const double steps = std::floor(maxValue_ - minValue_ + 0.5);
-  return hasParts() && steps > 0 ? static_cast<std::size_t>(std::min(steps, most)) : 0;
+  const double steps = std::floor(maxValue() - minValue() + 0.5);
+  return isInParts(style_) && steps > 0 ? static_cast<std::size_t>(std::min(steps, most)) : 0;
 }
 
 CGRect NSLevelIndicatorCell::rectOfPart(std::size_t part, CGRect bounds) const {
@@ -94,11 +100,11 @@ CGRect NSLevelIndicatorCell::rectOfPart(std::size_t part, CGRect bounds) const {
 
 // Written so that a value that is NaN is the minimum.
 double NSLevelIndicatorCell::cutToRange(double value) const {
-  return value > minValue_ ? std::min(value, std::max(minValue_, maxValue_)) : minValue_;
+  return value > minValue() ? std::min(value, std::max(minValue(), maxValue())) : minValue();
 }
 
 double NSLevelIndicatorCell::filledShare() const {
-  const double range = maxValue_ - minValue_, filled = cutToRange(doubleValue()) - minValue_;
+  const double range = maxValue() - minValue(), filled = cutToRange(doubleValue()) - minValue();
   if (!(range > 0)) return 0;
   if (const auto parts = static_cast<double>(numberOfParts()); parts > 0)
     return std::floor(filled / range * parts + 0.5) / parts;
@@ -108,22 +114,48 @@ double NSLevelIndicatorCell::filledShare() const {
 double NSLevelIndicatorCell::valueAtPoint(CGPoint point, CGRect bounds) const {
   const CGFloat way = point.x - bounds.origin.x;
   const std::size_t parts = numberOfParts();
-  if (parts == 0) return cutToRange(minValue_ + way / bounds.size.width * (maxValue_ - minValue_));
+  if (parts == 0) return cutToRange(minValue() + way / bounds.size.width * (maxValue() - minValue()));
   std::size_t reached = 0;
   while (reached < parts && point.x >= rectOfPart(reached, bounds).origin.x) ++reached;
-  return cutToRange(minValue_ + static_cast<double>(reached) / static_cast<double>(parts) * (maxValue_ - minValue_));
+  return cutToRange(minValue() + static_cast<double>(reached) / static_cast<double>(parts) * (maxValue() - minValue()));
 }
 
-double NSLevelIndicatorCell::valueAfterSteps(int steps) const {
+double NSLevelIndicatorCell::valueAfterSteps(double steps) const {
   constexpr double stepsOfABar = 20;
   const std::size_t parts = numberOfParts();
-  const double step = (maxValue_ - minValue_) / (parts > 0 ? static_cast<double>(parts) : stepsOfABar);
+  const double step = (maxValue() - minValue()) / (parts > 0 ? static_cast<double>(parts) : stepsOfABar);
   return cutToRange(cutToRange(doubleValue()) + steps * step);
+}
+
+bool NSLevelIndicatorCell::isMajorTickMark(std::size_t index) const {
+  if (majorTickMarks_ < 2 || numberOfTickMarks() < 2) return index < majorTickMarks_;
+  const auto majors = static_cast<double>(majorTickMarks_ - 1), marks = static_cast<double>(numberOfTickMarks() - 1);
+  // The mark nearest to a major one's place.
+  const double nearest = std::round(static_cast<double>(index) * majors / marks);
+  return std::round(nearest * marks / majors) == static_cast<double>(index);
+}
+
+CGRect NSLevelIndicatorCell::withoutTickMarks(CGRect bounds, bool flipped) const {
+  if (!hasTickMarks()) return bounds;
+  const bool isBelow = tickMarkPosition() == NSTickMarkPositionBelow;
+  bounds.size.height = std::max(0.0, bounds.size.height - tickMarkRoom);
+  if (isBelow != flipped) bounds.origin.y += tickMarkRoom;
+  return bounds;
+}
+
+CGRect NSLevelIndicatorCell::rectOfTickMarkAtIndex(std::size_t index) const {
+  const double range = maxValue() - minValue(), value = tickMarkValueAtIndex(index) - minValue();
+  const CGRect bar = withoutTickMarks(trackRect(), isInFlippedView());
+  const CGFloat x = bar.origin.x + std::floor((bar.size.width - tickMarkWidth) * (range > 0 ? value / range : 0));
+  const CGFloat length = isMajorTickMark(index) ? majorTickMarkLength : tickMarkLength;
+  const bool isAfter = (tickMarkPosition() == NSTickMarkPositionBelow) == isInFlippedView();
+  const CGFloat y = isAfter ? CGRectGetMaxY(bar) + tickMarkGap : bar.origin.y - tickMarkGap - length;
+  return {x, y, tickMarkWidth, length};
 }
 
 CGSize NSLevelIndicatorCell::cellSize() const {
   if (style_ == NSLevelIndicatorStyleRating) return {starSize * static_cast<CGFloat>(numberOfParts()), starSize};
-  return {barWidth, barHeight};
+  return {barWidth, barHeight + (hasTickMarks() ? tickMarkRoom : 0)};
 }
 
 Ref<NSColor> NSLevelIndicatorCell::levelColor() const {
@@ -148,7 +180,9 @@ void NSLevelIndicatorCell::drawRating(CGRect frame) const {
   for (std::size_t i = stars; i < parts; ++i) dotIn(rectOfPart(i, frame))->fill();
 }
 
-void NSLevelIndicatorCell::drawInteriorWithFrame(CGRect frame, NSView&) {
+void NSLevelIndicatorCell::drawInteriorWithFrame(CGRect bounds, NSView& view) {
+  if (hasTickMarks()) drawTickMarks();
+  const CGRect frame = withoutTickMarks(bounds, view.isFlipped());
   const Ref<NSColor> text = plainTextColor();
   const auto faint = text->colorWithAlphaComponent(text->alphaComponent() * 0.15);
   const double share = filledShare();
@@ -181,54 +215,15 @@ void NSLevelIndicatorCell::drawInteriorWithFrame(CGRect frame, NSView&) {
   }
 }
 
-void NSLevelIndicatorCell::take(double value) {
-  if (auto* control = dynamic_cast<NSControl*>(controlView())) control->setDoubleValue(value);
-  else setDoubleValue(value);
-}
-
-// By another way than the mouse, which has the control send the action.
-void NSLevelIndicatorCell::userChose(double value) {
-  if (!isEditable_ || !isEnabled()) return;
-  const Ref<NSObject> held = shared_from_this();
-  take(cutToRange(value));
-  if (auto* control = dynamic_cast<NSControl*>(controlView())) control->sendActionTo(control->action(), control->target());
-}
-
 bool NSLevelIndicatorCell::startTrackingAt(CGPoint start, NSView& view) {
   if (!isEditable_) return false;
-  take(valueAtPoint(start, view.bounds()));
+  changeValue(valueAtPoint(start, view.bounds()));
   return true;
 }
 
 bool NSLevelIndicatorCell::continueTracking(CGPoint, CGPoint current, NSView& view) {
-  take(valueAtPoint(current, view.bounds()));
+  changeValue(valueAtPoint(current, view.bounds()));
   return true;
-}
-
-AccessibilityValue NSLevelIndicatorCell::accessibilityAttributeValue(std::string_view attribute) const {
-  if (attribute == NSAccessibilityMinValueAttribute) return minValue_;
-  if (attribute == NSAccessibilityMaxValueAttribute) return maxValue_;
-  return NSCell::accessibilityAttributeValue(attribute);
-}
-
-bool NSLevelIndicatorCell::accessibilityIsAttributeSettable(std::string_view attribute) const {
-  if (attribute == NSAccessibilityValueAttribute) return isEditable_ && isEnabled();
-  return NSCell::accessibilityIsAttributeSettable(attribute);
-}
-
-void NSLevelIndicatorCell::accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) {
-  if (forAttribute != NSAccessibilityValueAttribute) return NSCell::accessibilitySetValue(value, forAttribute);
-  if (const double* number = value.as<double>()) userChose(*number);
-}
-
-std::vector<std::string> NSLevelIndicatorCell::accessibilityActionNames() const {
-  if (!isEditable_) return {};
-  return {std::string(NSAccessibilityIncrementAction), std::string(NSAccessibilityDecrementAction)};
-}
-
-void NSLevelIndicatorCell::accessibilityPerformAction(std::string_view action) {
-  if (action == NSAccessibilityIncrementAction) userChose(valueAfterSteps(1));
-  if (action == NSAccessibilityDecrementAction) userChose(valueAfterSteps(-1));
 }
 
 }  // namespace tessaluna::platform

@@ -2,10 +2,7 @@
 // and then in whole steps where it is shown in blocks or stars.
 #pragma once
 
-#include <vector>
-
-#include "tessaluna/platform/cells/NSCell.h"
-#include "tessaluna/platform/foundation/EnumNames.h"
+#include "tessaluna/platform/cells/RangeCell.h"
 
 namespace tessaluna::platform {
 
@@ -23,29 +20,25 @@ struct EnumNames<NSLevelIndicatorStyle> {
                                        {"rating", NSLevelIndicatorStyleRating}};
 };
 
-class NSLevelIndicatorCell : public NSCell {
+class NSLevelIndicatorCell : public RangeCell {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   // A rating, unless a style is given. The value and the minimum start at 0, the maximum at 5 for blocks and stars and at 100
   // for the others.
-  NSLevelIndicatorCell() = default;
+  NSLevelIndicatorCell() : RangeCell(5) {}
   explicit NSLevelIndicatorCell(NSLevelIndicatorStyle style);
-  explicit NSLevelIndicatorCell(std::string text) : NSCell(std::move(text)) {}
-  explicit NSLevelIndicatorCell(Ref<NSImage> image) : NSCell(std::move(image)) {}
+  explicit NSLevelIndicatorCell(std::string text) : RangeCell(5, std::move(text)) {}
+  explicit NSLevelIndicatorCell(Ref<NSImage> image) : RangeCell(5, std::move(image)) {}
   // Keys besides the cell's: "levelIndicatorStyle", "minValue", "maxValue", "doubleValue", "warningValue", "criticalValue",
-  // "editable".
+  // "editable", "numberOfTickMarks", "numberOfMajorTickMarks", "tickMarkPosition".
   explicit NSLevelIndicatorCell(NSCoder& coder);
   Ref<NSCell> copy() const override { return make<NSLevelIndicatorCell>(*this); }
 
   // Plain stores. A value outside the range shows as its end.
   NSLevelIndicatorStyle levelIndicatorStyle() const { return style_; }
   void setLevelIndicatorStyle(NSLevelIndicatorStyle style) { style_ = style; }
-  double minValue() const { return minValue_; }
-  void setMinValue(double value) { minValue_ = value; }
-  double maxValue() const { return maxValue_; }
-  void setMaxValue(double value) { maxValue_ = value; }
   // From here on a bar or blocks are yellow, and red; downward where the critical value is the lower one. Equal ones, as at the
   // start, mean that there are no such levels.
   double warningValue() const { return warningValue_; }
@@ -55,6 +48,14 @@ class NSLevelIndicatorCell : public NSCell {
   bool isEditable() const { return isEditable_; }
   void setEditable(bool isEditable) { isEditable_ = isEditable; }
 
+  bool isUserChangeable() const override { return isEditable_; }
+
+  // Tick marks stand along a bar, blocks or lines, which leave them room; a rating has none. So many of them, at equal distances,
+  // are longer than the others: 3 of 11 are the first, the sixth and the last. None at the start.
+  std::size_t numberOfMajorTickMarks() const { return majorTickMarks_; }
+  void setNumberOfMajorTickMarks(std::size_t count) { majorTickMarks_ = count; }
+  CGRect rectOfTickMarkAtIndex(std::size_t index) const override;
+
   // Of blocks or stars: one for each whole step of the range, up to 200; 0 in the other styles.
   std::size_t numberOfParts() const;
   CGRect rectOfPart(std::size_t part, CGRect bounds) const;
@@ -62,37 +63,31 @@ class NSLevelIndicatorCell : public NSCell {
   double filledShare() const;
   // What a press asks for: whole steps in blocks and stars, the minimum at the left of the cell.
   double valueAtPoint(CGPoint point, CGRect bounds) const;
-  // A step up or down within the range: a part, or a twentieth.
-  double valueAfterSteps(int steps) const;
+  double allowedValue(double value) const override { return cutToRange(value); }
+  double valueAfterSteps(double steps) const override;  // of a part, or of a twentieth
 
   // Stars that are not given show as dots while a rating is highlighted or editable; the highlight changes nothing else.
   CGSize cellSize() const override;
   void drawInteriorWithFrame(CGRect frame, NSView& view) override;
 
   // One that is not editable is not pressed.
-  bool prefersTrackingUntilMouseUp() const override { return true; }
   bool startTrackingAt(CGPoint start, NSView& view) override;
   bool continueTracking(CGPoint last, CGPoint current, NSView& view) override;
 
-  bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(NSAccessibilityLevelIndicatorRole); }
-  AccessibilityValue accessibilityValue() const override { return doubleValue(); }
-  AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
-  bool accessibilityIsAttributeSettable(std::string_view attribute) const override;
-  void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override;
-  std::vector<std::string> accessibilityActionNames() const override;
-  void accessibilityPerformAction(std::string_view action) override;
 
  private:
   bool hasParts() const;
   double cutToRange(double value) const;
-  void take(double value);
-  void userChose(double value);
+  bool hasTickMarks() const { return numberOfTickMarks() > 0 && style_ != NSLevelIndicatorStyleRating; }
+  bool isMajorTickMark(std::size_t index) const;
+  CGRect withoutTickMarks(CGRect bounds, bool flipped) const;
   Ref<NSColor> levelColor() const;
   void drawRating(CGRect frame) const;
 
   NSLevelIndicatorStyle style_ = NSLevelIndicatorStyleRating;
-  double minValue_ = 0, maxValue_ = 5, warningValue_ = 0, criticalValue_ = 0;
+  double warningValue_ = 0, criticalValue_ = 0;
+  std::size_t majorTickMarks_ = 0;
   bool isEditable_ = false;
 };
 

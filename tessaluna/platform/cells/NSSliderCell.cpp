@@ -22,30 +22,22 @@ constexpr CGSize shortestSlider{96, 20};
 constexpr double stepsOfRange = 20;
 
 constexpr Property sliderCellProperties[] = {
-    property<&NSSliderCell::setMinValue, "minValue">(),
-    property<&NSSliderCell::setMaxValue, "maxValue">(),
     property<&NSSliderCell::setVertical, "vertical">(),
-    property<&NSSliderCell::setNumberOfTickMarks, "numberOfTickMarks">(),
-    property<&NSSliderCell::setTickMarkPosition, "tickMarkPosition">(),
     property<&NSSliderCell::setAllowsTickMarkValuesOnly, "allowsTickMarkValuesOnly">()};
 
 }  // namespace
 
 const ClassInfo NSSliderCell::staticClassInfo{
-    .name = "NSSliderCell", .base = &NSCell::staticClassInfo, .properties = sliderCellProperties};
+    .name = "NSSliderCell", .base = &RangeCell::staticClassInfo, .properties = sliderCellProperties};
 
-NSSliderCell::NSSliderCell() {
+NSSliderCell::NSSliderCell() : RangeCell(1) {
   NSSliderCell::setObjectValue(make<NSNumber>(0.0));
   setContinuous(true);
 }
 
-NSSliderCell::NSSliderCell(NSCoder& coder) : NSCell(coder) {
-  if (coder.containsValueForKey("minValue")) minValue_ = coder.decodeDoubleForKey("minValue");
-  if (coder.containsValueForKey("maxValue")) maxValue_ = coder.decodeDoubleForKey("maxValue");
+NSSliderCell::NSSliderCell(NSCoder& coder) : RangeCell(1, coder) {
   NSSliderCell::setObjectValue(make<NSNumber>(coder.decodeDoubleForKey("doubleValue")));
   isVertical_ = coder.boolForKey("vertical");
-  tickMarks_ = static_cast<std::size_t>(std::max<std::int64_t>(coder.decodeIntegerForKey("numberOfTickMarks"), 0));
-  tickMarkPosition_ = coder.decodeEnumForKey<NSTickMarkPosition>("tickMarkPosition").value_or(tickMarkPosition_);
   allowsTickMarkValuesOnly_ = coder.decodeBoolForKey("allowsTickMarkValuesOnly");
   setContinuous(true);
 }
@@ -55,47 +47,29 @@ NSSliderCell::NSSliderCell(NSCoder& coder) : NSCell(coder) {
 void NSSliderCell::setObjectValue(Ref<NSObject> value) {
   const double number = doubleOf(value.get());
   // NaN is the minimum.
-  const double inside = number > minValue_ ? std::max(minValue_, std::min(number, maxValue_)) : minValue_;
+  const double inside = number > minValue() ? std::max(minValue(), std::min(number, maxValue())) : minValue();
   NSCell::setObjectValue(make<NSNumber>(inside));
 }
 
 void NSSliderCell::setMinValue(double value) {
-  minValue_ = value;
+  RangeCell::setMinValue(value);
   setDoubleValue(doubleValue());
 }
 
 void NSSliderCell::setMaxValue(double value) {
-  maxValue_ = value;
+  RangeCell::setMaxValue(value);
   setDoubleValue(doubleValue());
 }
 
 double NSSliderCell::allowedValue(double value) const {
-  const double inside = std::max(minValue_, std::min(value, maxValue_));
+  const double inside = std::max(minValue(), std::min(value, maxValue()));
   return allowsTickMarkValuesOnly_ ? closestTickMarkValueToValue(inside) : inside;
 }
 
 double NSSliderCell::valueAfterSteps(double steps) const {
-  const bool goesAlongTickMarks = allowsTickMarkValuesOnly_ && tickMarks_ > 1;
-  const double count = goesAlongTickMarks ? static_cast<double>(tickMarks_ - 1) : stepsOfRange;
-  return allowedValue(doubleValue() + steps * (maxValue_ - minValue_) / count);
-}
-
-void NSSliderCell::changeValue(double value) {
-  auto* control = dynamic_cast<NSControl*>(controlView());
-  if (control && control->cell().get() == this) control->setDoubleValue(value);
-  else setDoubleValue(value);
-}
-
-void NSSliderCell::sendAction() {
-  if (auto* control = dynamic_cast<NSControl*>(controlView())) control->sendActionTo(control->action(), control->target());
-}
-
-void NSSliderCell::userChoseValue(double value) {
-  const double allowed = allowedValue(value);
-  if (allowed == doubleValue()) return;
-  const Ref<NSObject> held = shared_from_this();
-  changeValue(allowed);
-  sendAction();
+  const bool goesAlongTickMarks = allowsTickMarkValuesOnly_ && numberOfTickMarks() > 1;
+  const double count = goesAlongTickMarks ? static_cast<double>(numberOfTickMarks() - 1) : stepsOfRange;
+  return allowedValue(doubleValue() + steps * (maxValue() - minValue()) / count);
 }
 
 // Where things are.
@@ -105,8 +79,6 @@ bool NSSliderCell::isVertical() const {
   return isVertical_.value_or(size.height > size.width);
 }
 
-bool NSSliderCell::isInFlippedView() const { return controlView() && controlView()->isFlipped(); }
-
 bool NSSliderCell::isMirrored() const {
   return !isVertical() && controlView() &&
          controlView()->userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirectionRightToLeft;
@@ -115,12 +87,7 @@ bool NSSliderCell::isMirrored() const {
 // Whether coordinates grow from the maximum to the minimum.
 bool NSSliderCell::runsBackward(bool flipped) const { return isVertical() ? flipped : isMirrored(); }
 
-CGRect NSSliderCell::trackRect() const {
-  const auto* control = dynamic_cast<const NSControl*>(controlView());
-  return control && control->cell().get() == this ? control->bounds() : drawnFrame_;
-}
-
-CGFloat NSSliderCell::tickMarkRoom() const { return tickMarks_ > 0 ? tickMarkGap + tickMarkLength : 0; }
+CGFloat NSSliderCell::tickMarkRoom() const { return numberOfTickMarks() > 0 ? tickMarkGap + tickMarkLength : 0; }
 
 // The line that bar and knob lie on.
 CGFloat NSSliderCell::middleAcross(bool flipped) const {
@@ -128,7 +95,7 @@ CGFloat NSSliderCell::middleAcross(bool flipped) const {
   const CGFloat start = isVertical() ? track.origin.x : track.origin.y;
   const CGFloat extent = isVertical() ? track.size.width : track.size.height;
   // The marks are at the far side: at the right, or below where y points down.
-  const bool isFar = (tickMarkPosition_ == NSTickMarkPositionBelow) == (isVertical() || flipped);
+  const bool isFar = (tickMarkPosition() == NSTickMarkPositionBelow) == (isVertical() || flipped);
   return start + std::floor((extent - knobDiameter - tickMarkRoom()) * 0.5) + knobDiameter * 0.5 +
          (isFar ? 0 : tickMarkRoom());
 }
@@ -141,8 +108,8 @@ CGRect NSSliderCell::rectAlong(CGFloat middle, CGSize size, bool flipped) const 
 
 CGFloat NSSliderCell::middleOfKnobAt(double value, bool flipped) const {
   const CGRect track = trackRect();
-  const double range = maxValue_ - minValue_;
-  const double share = range > 0 ? (value - minValue_) / range : 0;
+  const double range = maxValue() - minValue();
+  const double share = range > 0 ? (value - minValue()) / range : 0;
   const CGFloat start = isVertical() ? track.origin.y : track.origin.x;
   const CGFloat way = (isVertical() ? track.size.height : track.size.width) - knobDiameter;
   return start + knobDiameter * 0.5 + way * (runsBackward(flipped) ? 1 - share : share);
@@ -168,23 +135,16 @@ double NSSliderCell::valueAtPoint(CGPoint point) const {
   const CGFloat knob = knobThickness();
   const CGFloat along = isVertical() ? point.y - track.origin.y : point.x - track.origin.x;
   const CGFloat way = (isVertical() ? track.size.height : track.size.width) - knob;
-  if (!(way > 0)) return minValue_;
+  if (!(way > 0)) return minValue();
   const double share = std::clamp((along - knob * 0.5) / way, 0.0, 1.0);
   const double shareOfRange = runsBackward(isInFlippedView()) ? 1 - share : share;
-  return shareOfRange == 1 ? maxValue_ : minValue_ + (maxValue_ - minValue_) * shareOfRange;
-}
-
-double NSSliderCell::tickMarkValueAtIndex(std::size_t index) const {
-  if (index >= tickMarks_) stopProgram(className() + ": there is no tick mark " + std::to_string(index));
-  if (index == 0) return minValue_;
-  if (index == tickMarks_ - 1) return maxValue_;
-  return minValue_ + (maxValue_ - minValue_) * static_cast<double>(index) / static_cast<double>(tickMarks_ - 1);
+  return shareOfRange == 1 ? maxValue() : minValue() + (maxValue() - minValue()) * shareOfRange;
 }
 
 CGRect NSSliderCell::rectOfTickMarkAtIndex(std::size_t index) const {
   const bool flipped = isInFlippedView();
   const CGFloat middle = std::floor(middleOfKnobAt(tickMarkValueAtIndex(index), flipped));
-  const bool isFar = (tickMarkPosition_ == NSTickMarkPositionBelow) == (isVertical() || flipped);
+  const bool isFar = (tickMarkPosition() == NSTickMarkPositionBelow) == (isVertical() || flipped);
   const CGFloat distance = knobDiameter * 0.5 + tickMarkGap + (isFar ? 0 : tickMarkLength);
   const CGFloat across = middleAcross(flipped) + (isFar ? distance : -distance);
   return isVertical() ? CGRect{across, middle, tickMarkLength, tickMarkWidth}
@@ -192,22 +152,22 @@ CGRect NSSliderCell::rectOfTickMarkAtIndex(std::size_t index) const {
 }
 
 std::size_t NSSliderCell::indexOfTickMarkAtPoint(CGPoint point) const {
-  if (tickMarks_ == 0) return NSNotFound;
+  if (numberOfTickMarks() == 0) return NSNotFound;
   // A mark is cut to a whole point: it may begin before its value's place.
   const std::size_t near = closestTickMark(valueAtPoint(point));
-  for (std::size_t index = near - std::min<std::size_t>(near, 1); index < tickMarks_ && index <= near + 1; ++index)
+  for (std::size_t index = near - std::min<std::size_t>(near, 1); index < numberOfTickMarks() && index <= near + 1; ++index)
     if (NSPointInRect(point, rectOfTickMarkAtIndex(index))) return index;
   return NSNotFound;
 }
 
 std::size_t NSSliderCell::closestTickMark(double value) const {
-  const double range = maxValue_ - minValue_, last = static_cast<double>(tickMarks_ - 1);
+  const double range = maxValue() - minValue(), last = static_cast<double>(numberOfTickMarks() - 1);
   if (!(range > 0)) return 0;
-  return static_cast<std::size_t>(std::clamp(std::round((value - minValue_) / range * last), 0.0, last));
+  return static_cast<std::size_t>(std::clamp(std::round((value - minValue()) / range * last), 0.0, last));
 }
 
 double NSSliderCell::closestTickMarkValueToValue(double value) const {
-  return tickMarks_ == 0 ? value : tickMarkValueAtIndex(closestTickMark(value));
+  return numberOfTickMarks() == 0 ? value : tickMarkValueAtIndex(closestTickMark(value));
 }
 
 // What it looks like.
@@ -215,11 +175,6 @@ double NSSliderCell::closestTickMarkValueToValue(double value) const {
 CGSize NSSliderCell::cellSize() const {
   const CGFloat across = shortestSlider.height + tickMarkRoom();
   return isVertical() ? CGSize{across, shortestSlider.width} : CGSize{shortestSlider.width, across};
-}
-
-void NSSliderCell::drawWithFrame(CGRect frame, NSView& view) {
-  drawnFrame_ = frame;
-  NSCell::drawWithFrame(frame, view);
 }
 
 void NSSliderCell::drawInteriorWithFrame(CGRect, NSView& view) {
@@ -238,7 +193,7 @@ void NSSliderCell::drawBarInside(CGRect rect, bool flipped) {
   NSColor::controlTextColor()->colorWithAlphaComponent(0.2 * strength)->setFill();
   fillBar(rect);
   // Marks are a scale: no part of it is the value more than another.
-  if (tickMarks_ > 0) return;
+  if (numberOfTickMarks() > 0) return;
   const CGRect knob = knobRectFlipped(flipped);
   CGRect before = rect;
   if (isVertical()) {
@@ -250,16 +205,6 @@ void NSSliderCell::drawBarInside(CGRect rect, bool flipped) {
   }
   NSColor::alternateSelectedControlColor()->colorWithAlphaComponent(strength)->setFill();
   fillBar(before);
-}
-
-void NSSliderCell::drawTickMarks() {
-  if (tickMarks_ == 0) return;
-  // Marks that touch each other would be no marks.
-  const CGSize size = trackRect().size;
-  if (static_cast<double>(tickMarks_) > std::max(size.width, size.height) * 0.5) return;
-  NSColor::controlTextColor()->colorWithAlphaComponent(isEnabled() ? 0.5 : 0.2)->setFill();
-  for (std::size_t index = 0; index < tickMarks_; ++index)
-    NSRectFillUsingOperation(rectOfTickMarkAtIndex(index), NSCompositingOperationSourceOver);
 }
 
 void NSSliderCell::drawKnob(CGRect knobRect) {
@@ -291,33 +236,10 @@ bool NSSliderCell::continueTracking(CGPoint, CGPoint current, NSView&) {
   return true;
 }
 
-// What assistive clients see.
-
 AccessibilityValue NSSliderCell::accessibilityAttributeValue(std::string_view attribute) const {
-  if (attribute == NSAccessibilityMinValueAttribute) return minValue_;
-  if (attribute == NSAccessibilityMaxValueAttribute) return maxValue_;
   if (attribute == NSAccessibilityOrientationAttribute)
     return isVertical() ? NSAccessibilityVerticalOrientationValue : NSAccessibilityHorizontalOrientationValue;
-  return NSCell::accessibilityAttributeValue(attribute);
-}
-
-bool NSSliderCell::accessibilityIsAttributeSettable(std::string_view attribute) const {
-  return attribute == NSAccessibilityValueAttribute ? isEnabled() : NSCell::accessibilityIsAttributeSettable(attribute);
-}
-
-void NSSliderCell::accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) {
-  if (forAttribute != NSAccessibilityValueAttribute) return NSCell::accessibilitySetValue(value, forAttribute);
-  if (const double* number = value.as<double>(); number && isEnabled()) userChoseValue(*number);
-}
-
-std::vector<std::string> NSSliderCell::accessibilityActionNames() const {
-  return {std::string(NSAccessibilityIncrementAction), std::string(NSAccessibilityDecrementAction)};
-}
-
-void NSSliderCell::accessibilityPerformAction(std::string_view action) {
-  if (!isEnabled()) return;
-  if (action == NSAccessibilityIncrementAction) userChoseValue(valueAfterSteps(1));
-  if (action == NSAccessibilityDecrementAction) userChoseValue(valueAfterSteps(-1));
+  return RangeCell::accessibilityAttributeValue(attribute);
 }
 
 }  // namespace tessaluna::platform

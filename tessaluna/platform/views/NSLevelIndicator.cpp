@@ -14,15 +14,18 @@ constexpr Property levelIndicatorProperties[] = {
     property<&NSLevelIndicator::setMaxValue, "maxValue">(),
     property<&NSLevelIndicator::setWarningValue, "warningValue">(),
     property<&NSLevelIndicator::setCriticalValue, "criticalValue">(),
-    property<&NSLevelIndicator::setEditable, "editable">()};
+    property<&NSLevelIndicator::setEditable, "editable">(),
+    property<&NSLevelIndicator::setNumberOfTickMarks, "numberOfTickMarks">(),
+    property<&NSLevelIndicator::setNumberOfMajorTickMarks, "numberOfMajorTickMarks">(),
+    property<&NSLevelIndicator::setTickMarkPosition, "tickMarkPosition">()};
 
 }  // namespace
 
 const ClassInfo NSLevelIndicator::staticClassInfo{
     .name = "NSLevelIndicator", .base = &NSControl::staticClassInfo, .properties = levelIndicatorProperties};
 
-template <class Argument>
-void NSLevelIndicator::change(void (NSLevelIndicatorCell::*setter)(Argument), Argument value) {
+template <class Cell, class Argument>
+void NSLevelIndicator::change(void (Cell::*setter)(Argument), Argument value) {
   if (!levelCell()) return;
   (levelCell()->*setter)(value);
   cellDidChange();
@@ -35,6 +38,15 @@ void NSLevelIndicator::setMinValue(double value) { change(&NSLevelIndicatorCell:
 void NSLevelIndicator::setMaxValue(double value) { change(&NSLevelIndicatorCell::setMaxValue, value); }
 void NSLevelIndicator::setWarningValue(double value) { change(&NSLevelIndicatorCell::setWarningValue, value); }
 void NSLevelIndicator::setCriticalValue(double value) { change(&NSLevelIndicatorCell::setCriticalValue, value); }
+void NSLevelIndicator::setNumberOfTickMarks(std::size_t count) {
+  change(&NSLevelIndicatorCell::setNumberOfTickMarks, count);
+}
+void NSLevelIndicator::setNumberOfMajorTickMarks(std::size_t count) {
+  change(&NSLevelIndicatorCell::setNumberOfMajorTickMarks, count);
+}
+void NSLevelIndicator::setTickMarkPosition(NSTickMarkPosition position) {
+  change(&NSLevelIndicatorCell::setTickMarkPosition, position);
+}
 void NSLevelIndicator::setEditable(bool isEditable) { change(&NSLevelIndicatorCell::setEditable, isEditable); }
 
 // A press that is not tracked would take the highlight away, which belongs to the host.

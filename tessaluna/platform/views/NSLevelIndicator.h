@@ -21,6 +21,9 @@ class NSLevelIndicator : public NSControl {
   void setMaxValue(double value);
   void setWarningValue(double value);
   void setCriticalValue(double value);
+  void setNumberOfTickMarks(std::size_t count);
+  void setNumberOfMajorTickMarks(std::size_t count);
+  void setTickMarkPosition(NSTickMarkPosition position);
   bool isEditable() const { return levelCell() && levelCell()->isEditable(); }
   void setEditable(bool isEditable);
 
@@ -34,8 +37,8 @@ class NSLevelIndicator : public NSControl {
 
  private:
   NSLevelIndicatorCell* levelCell() const { return dynamic_cast<NSLevelIndicatorCell*>(cell().get()); }
-  template <class Argument>
-  void change(void (NSLevelIndicatorCell::*setter)(Argument), Argument value);
+  template <class Cell, class Argument>
+  void change(void (Cell::*setter)(Argument), Argument value);
 };
 
 }  // namespace tessaluna::platform

@@ -58,25 +58,15 @@ class PlaybackSlider::Cell : public PlaybackTransportSliderCell {
     return PlaybackTransportSliderCell::accessibilityAttributeValue(attribute);
   }
   std::string accessibilityHelp() const override { return slider() ? slider()->spokenPosition() : std::string(); }
-  bool accessibilityIsAttributeSettable(std::string_view attribute) const override {
-    return PlaybackTransportSliderCell::accessibilityIsAttributeSettable(attribute) && canSeek();
-  }
+  bool isUserChangeable() const override { return slider() && slider()->isSeekable(); }
   void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override {
-    if (forAttribute != NSAccessibilityValueAttribute)
-      return PlaybackTransportSliderCell::accessibilitySetValue(value, forAttribute);
-    const double* number = value.as<double>();
-    if (number && canSeek() && isEnabled()) userChoseValue(slider()->framesOf(*number));
-  }
-  std::vector<std::string> accessibilityActionNames() const override {
-    return canSeek() ? PlaybackTransportSliderCell::accessibilityActionNames() : std::vector<std::string>();
-  }
-  void accessibilityPerformAction(std::string_view action) override {
-    if (canSeek()) PlaybackTransportSliderCell::accessibilityPerformAction(action);
+    const double* number = forAttribute == NSAccessibilityValueAttribute ? value.as<double>() : nullptr;
+    PlaybackTransportSliderCell::accessibilitySetValue(number && slider() ? slider()->framesOf(*number) : value,
+                                                       forAttribute);
   }
 
  private:
   const PlaybackSlider* slider() const { return dynamic_cast<const PlaybackSlider*>(controlView()); }
-  bool canSeek() const { return slider() && slider()->isSeekable(); }
   double seconds(double frames) const { return slider() ? frames / slider()->song_.framesPerSecond : frames; }
 };
 

@@ -220,3 +220,87 @@ TEST_F(NSLevelIndicatorTest, ACopyOfTheCellHasItsRange) {
   EXPECT_EQ(copy->maxValue(), 100);
   EXPECT_EQ(copy->doubleValue(), 7);
 }
+
+namespace {
+
+// A bar from 0 to 10 in a control of 101 by 18 at (10, 100): marks below it are 10 points apart.
+class NSLevelIndicatorWithTickMarks : public NSLevelIndicatorTest {
+ protected:
+  NSLevelIndicatorWithTickMarks() {
+    indicator->setFrame({10, 100, 101, 18});
+    indicator->setLevelIndicatorStyle(NSLevelIndicatorStyleContinuousCapacity);
+    indicator->setMaxValue(10);
+    indicator->setNumberOfTickMarks(11);
+  }
+  harness::Lines filled() const {
+    return only("fill", harness::recordingOf([&] { indicator->drawRect({}); }));
+  }
+};
+
+}  // namespace
+
+TEST_F(NSLevelIndicatorWithTickMarks, TheMarksStandFromTheMinimumToTheMaximumBelowTheBar) {
+  EXPECT_EQ(cell().tickMarkValueAtIndex(0), 0);
+  EXPECT_EQ(cell().tickMarkValueAtIndex(4), 4);
+  EXPECT_EQ(cell().tickMarkValueAtIndex(10), 10);
+  EXPECT_EQ(cell().rectOfTickMarkAtIndex(0), (CGRect{0, 13, 1, 3}));
+  EXPECT_EQ(cell().rectOfTickMarkAtIndex(4), (CGRect{40, 13, 1, 3}));
+  EXPECT_EQ(cell().rectOfTickMarkAtIndex(10), (CGRect{100, 13, 1, 3}));
+}
+
+TEST_F(NSLevelIndicatorWithTickMarks, AboveTheBarTheyEndAtTheSameDistance) {
+  indicator->setTickMarkPosition(NSTickMarkPositionAbove);
+  indicator->setNumberOfMajorTickMarks(2);
+  EXPECT_EQ(cell().rectOfTickMarkAtIndex(0), (CGRect{0, 0, 1, 5}));
+  EXPECT_EQ(cell().rectOfTickMarkAtIndex(4), (CGRect{40, 2, 1, 3}));
+  indicator->setDoubleValue(5);
+  EXPECT_THAT(filled(), testing::Contains(HasSubstr(R"(["rect",0,6,50.5,12])")));
+}
+
+TEST_F(NSLevelIndicatorWithTickMarks, ThreeMajorMarksOfElevenAreTheEndsAndTheMiddle) {
+  indicator->setNumberOfMajorTickMarks(3);
+  std::vector<std::size_t> majors;
+  for (std::size_t mark = 0; mark < 11; ++mark)
+    if (cell().rectOfTickMarkAtIndex(mark).size.height == 5) majors.push_back(mark);
+  EXPECT_THAT(majors, ElementsAre(0u, 5u, 10u));
+}
+
+TEST_F(NSLevelIndicatorWithTickMarks, TheBarLeavesThemRoom) {
+  indicator->setDoubleValue(10);
+  EXPECT_THAT(filled(), testing::Contains(HasSubstr(R"(["rect",0,0,101,12])")));
+  EXPECT_EQ(filled().size(), 13u);
+  EXPECT_EQ(cell().cellSize().height, 18);
+  indicator->setNumberOfTickMarks(0);
+  EXPECT_THAT(filled(), testing::Contains(HasSubstr(R"(["rect",0,0,101,18])")));
+  EXPECT_EQ(cell().cellSize().height, 12);
+}
+
+TEST_F(NSLevelIndicatorWithTickMarks, ARatingHasNone) {
+  indicator->setLevelIndicatorStyle(NSLevelIndicatorStyleRating);
+  indicator->setMaxValue(5);
+  EXPECT_TRUE(filled().empty());
+  EXPECT_EQ(cell().cellSize().height, 14);
+}
+
+TEST_F(NSLevelIndicatorWithTickMarks, SoManyThatTheyWouldTouchAreNotDrawn) {
+  indicator->setNumberOfTickMarks(50);
+  EXPECT_EQ(filled().size(), 51u);
+  indicator->setNumberOfTickMarks(51);
+  EXPECT_EQ(filled().size(), 1u);
+}
+
+TEST_F(NSLevelIndicatorWithTickMarks, ComeFromAnInterfaceFile) {
+  NSCoder coder(R"({"levelIndicatorStyle": "discreteCapacity", "maxValue": 4, "numberOfTickMarks": 5,
+      "numberOfMajorTickMarks": 2, "tickMarkPosition": "above"})");
+  const auto read = make<NSLevelIndicatorCell>(coder);
+  EXPECT_EQ(read->numberOfTickMarks(), 5u);
+  EXPECT_EQ(read->numberOfMajorTickMarks(), 2u);
+  EXPECT_EQ(read->tickMarkPosition(), NSTickMarkPositionAbove);
+  EXPECT_EQ(read->maxValue(), 4);
+}
+
+using NSLevelIndicatorWithTickMarksDeathTest = NSLevelIndicatorWithTickMarks;
+
+TEST_F(NSLevelIndicatorWithTickMarksDeathTest, AnIndexPastTheLastStopsTheProgram) {
+  EXPECT_DEATH(cell().rectOfTickMarkAtIndex(11), "there is no tick mark 11");
+}
