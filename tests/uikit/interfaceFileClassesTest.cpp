@@ -6,6 +6,7 @@
 #include <set>
 #include <sstream>
 
+#include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
@@ -96,13 +97,14 @@ TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
   EXPECT_TRUE(areEqual(std::dynamic_pointer_cast<FlatTextFieldCell>(field->cell())->borderColor().get(),
                        NSColor::colorWithSRGBRed(0, 0.5, 1, 1).get()));
   const auto links = load<MultipleLinksTextField>(R"({"class": "TessalunaUIKit.MultipleLinksTextField", "properties": {
-      "linksEnabled": true, "isPressed": true, "font": 10, "textColor": "redColor", "lineBreakMode": "truncatingTail",
-      "showsMenuAtEllipsis": true, "takesKeyboard": true, "showsToolTipWhileCut": true}})");
+      "linksEnabled": true, "isPressed": true, "font": 10, "stringValues": ["Mira Holt", "", "Jonas Wehr"],
+      "textColor": "redColor", "lineBreakMode": "truncatingTail", "showsMenuAtEllipsis": true, "takesKeyboard": true, "showsToolTipWhileCut": true}})");
   EXPECT_TRUE(links->showsMenuAtEllipsis() && links->takesKeyboard() && links->showsToolTipWhileCut());
   EXPECT_TRUE(links->linksEnabled() && links->isPressed());
   EXPECT_EQ(links->font()->pointSize(), 10);
   EXPECT_EQ(links->textColor(), NSColor::redColor());
   EXPECT_EQ(links->lineBreakMode(), NSLineBreakByTruncatingTail);
+  EXPECT_EQ(links->stringValues(), (std::vector<std::string>{"Mira Holt", "", "Jonas Wehr"}));
   const auto tabs = load<NSSegmentedControl>(R"({"class": "NSSegmentedControl", "cell": {
       "class": "TessalunaUIKit.UnderlinedSegmentedCell", "segments": [{"label": "Albums", "selected": true}, {"label": "Tracks"}],
       "properties": {"useDarkTheme": false, "underlineColor": "redColor"}}})");
@@ -170,8 +172,9 @@ TEST_F(interfaceFileClassesTest, KeysThatAClassOverlooksAreKnownAndDoNothing) {
   EXPECT_FALSE(
       load<HighlightingView>(R"({"class": "TessalunaUIKit.HighlightingView", "isHighlighted": true})")->isHighlighted());
   const auto links = load<MultipleLinksTextField>(R"({"class": "TessalunaUIKit.MultipleLinksTextField", "linksEnabled": true,
-      "isPressed": true, "font": 10, "textColor": "redColor", "lineBreakMode": "truncatingTail"})");
-  EXPECT_FALSE(links->linksEnabled() || links->isPressed() || links->font() || links->textColor());
+      "isPressed": true, "font": 10, "stringValues": ["Mira Holt"], "textColor": "redColor",
+      "lineBreakMode": "truncatingTail"})");
+  EXPECT_FALSE(links->linksEnabled() || links->isPressed() || links->font() || links->textColor() || links->stringValues());
   EXPECT_EQ(links->lineBreakMode(), NSLineBreakByClipping);
   EXPECT_FALSE(load<CoverArtThumbnailView>(R"({"class": "TessalunaUIKit.CoverArtThumbnailView",
       "scaleToScreenResolution": true})")
@@ -183,6 +186,18 @@ TEST_F(interfaceFileClassesTest, KeysThatAClassOverlooksAreKnownAndDoNothing) {
   EXPECT_FALSE(cell->drawsBackground());
 }
 
+TEST_F(interfaceFileClassesTest, TheStringsOfALineOfLinksAreMeasuredWithItsFontWhereverThatStandsInTheFile) {
+  const auto links =
+      load<MultipleLinksTextField>(R"({"class": "TessalunaUIKit.MultipleLinksTextField", "frame": [0, 0, 90, 20],
+      "properties": {"stringValues": ["abc", "de"], "linksEnabled": true, "font": 20}})");
+  const auto window = showWindowWith(links);
+  links->resetCursorRects();
+  // Ten points for each letter of "abc, de".
+  for (const auto& [x, isLink] :
+       {std::pair(29.5, true), {30.5, false}, {49.5, false}, {50.5, true}, {69.5, true}, {70.5, false}})
+    EXPECT_EQ(links->cursorAt({x, 10}) == NSCursor::pointingHandCursor(), isLink) << x;
+}
+
 TEST_F(interfaceFileClassesTest, AnUnknownKeyOrPropertyIsAnError) {
   EXPECT_EQ(errorOf(R"({"class": "TessalunaUIKit.CloseButton", "id": "a", "next": true})"),
             "\"a\" has an unknown key \"next\"");
@@ -190,6 +205,9 @@ TEST_F(interfaceFileClassesTest, AnUnknownKeyOrPropertyIsAnError) {
             "\"a\" has no property \"isFavorite\"");
   EXPECT_EQ(errorOf(R"({"class": "TessalunaUIKit.PrevNextButton", "id": "a", "properties": {"next": 1}})"),
             "the property \"next\" of \"a\" has a value of another kind");
+  EXPECT_EQ(errorOf(R"({"class": "TessalunaUIKit.MultipleLinksTextField", "id": "a",
+                        "properties": {"stringValues": ["b", 1]}})"),
+            "the property \"stringValues\" of \"a\" has a value of another kind");
 }
 
 TEST_F(interfaceFileClassesTest, TheTargetOfATrackRowControlOrOfLinksIsNoOutletAndThatOfAButtonIs) {

@@ -28,6 +28,7 @@ namespace {
 constexpr Property properties[] = {property<&MultipleLinksTextField::setLinksEnabled, "linksEnabled">(),
                                    property<&MultipleLinksTextField::setIsPressed, "isPressed">(),
                                    property<&MultipleLinksTextField::setFont, "font">(),
+                                   property<&MultipleLinksTextField::setStringValues, "stringValues">(),
                                    property<&MultipleLinksTextField::setTextColor, "textColor">(),
                                    property<&MultipleLinksTextField::setLineBreakMode, "lineBreakMode">(),
                                    property<&MultipleLinksTextField::setShowsMenuAtEllipsis, "showsMenuAtEllipsis">(),
@@ -44,7 +45,7 @@ MultipleLinksTextField::MultipleLinksTextField(CGRect frame)
 
 MultipleLinksTextField::MultipleLinksTextField(NSCoder& coder)
     : NSView(coder), additions_(std::make_unique<LinkLineAdditions>(*this)) {
-  coder.overlookKeys({"linksEnabled", "isPressed", "font", "textColor", "lineBreakMode"});
+  coder.overlookKeys({"linksEnabled", "isPressed", "stringValues", "font", "textColor", "lineBreakMode"});
 }
 
 MultipleLinksTextField::~MultipleLinksTextField() = default;
@@ -210,6 +211,10 @@ bool MultipleLinksTextField::accessibilityPerformPress() {
   // Intentional: the first string, whichever is hovered. Without a target the press still counts as done.
   if (const Ref<LinkTextFieldActionTarget> target = target_) target->linkClicked(0, *this);
   return true;
+}
+
+std::vector<std::string> MultipleLinksTextField::accessibilityActionNames() const {
+  return linksEnabled_ && links_.hasLinks() ? NSView::accessibilityActionNames() : std::vector<std::string>();
 }
 
 std::optional<AccessibilityElements> MultipleLinksTextField::accessibilityOwnChildren() const {

@@ -29,7 +29,8 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit MultipleLinksTextField(tessaluna::platform::CGRect frame);
-  // The target is not reachable by name, and so not an outlet; the properties of an interface file are all but the strings.
+  // The target is not reachable by name, and so not an outlet. Of the properties in an interface file the font is set before the
+  // strings, which are measured with it.
   explicit MultipleLinksTextField(tessaluna::platform::NSCoder& coder);
   ~MultipleLinksTextField() override;
 
@@ -92,10 +93,12 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
 
-  // To assistive clients the view is a button with the whole text, whatever is cut off. Pressing it clicks the first string.
+  // To assistive clients the view is a button with the whole text, whatever is cut off. Pressing it clicks the first string;
+  // the press is offered only while there is one that is a link.
   // An addition: while links are on, each string is a link in it, cut off or not, whose press clicks that string.
   std::string accessibilityLabel() const override;
   bool accessibilityPerformPress() override;
+  std::vector<std::string> accessibilityActionNames() const override;
 
  protected:
   std::optional<tessaluna::platform::AccessibilityElements> accessibilityOwnChildren() const override;

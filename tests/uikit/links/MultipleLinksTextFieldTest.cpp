@@ -584,3 +584,18 @@ TEST_F(MultipleLinksTextFieldTest, APressByAnAssistiveClientSaysWhetherThereIsAL
   EXPECT_FALSE(field->accessibilityPerformPress());
   EXPECT_TRUE(target->clicks.empty());
 }
+
+TEST_F(MultipleLinksTextFieldTest, APressIsOfferedToAssistiveClientsOnlyWhileThereIsALink) {
+  const std::vector<std::string> press{std::string(NSAccessibilityPressAction)};
+  EXPECT_EQ(field->accessibilityActionNames(), press);
+  field->setLinksEnabled(false);
+  EXPECT_TRUE(field->accessibilityActionNames().empty());
+  field->setLinksEnabled(true);
+  for (const std::optional<Strings>& none : {std::optional<Strings>(), std::optional<Strings>(Strings{})}) {
+    field->setStringValues(none);
+    EXPECT_TRUE(field->accessibilityActionNames().empty());
+  }
+  field->setStringValues(Strings{""});
+  EXPECT_EQ(field->accessibilityActionNames(), press) << "an empty string is an element, too";
+  EXPECT_EQ(field->accessibilityRole(), NSAccessibilityButtonRole);
+}
