@@ -5,6 +5,7 @@
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/contrast.h"
+#include "tessaluna/platform/views/FocusRingSurroundings.h"
 #include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -42,7 +43,8 @@ CGRect FocusRing::wantedPlace() const {
   if (!cameByKey_ || !window_.isKeyWindow() || !shown || shown->isHiddenOrHasHiddenAncestor() ||
       shown->focusRingType() == NSFocusRingTypeNone)
     return {};
-  const NSView* around = shown->superview();
+  const auto* surroundings = dynamic_cast<const FocusRingSurroundings*>(shown);
+  const NSView* around = (surroundings ? surroundings->viewWithFocusRing() : *shown).superview();
   const CGRect room =
       around ? around->convertRectToView(around->visibleRect(), nullptr) : CGRect{{0, 0}, window_.frame().size};
   const CGRect mask = shown->convertRectToView(shown->focusRingMaskBounds(), nullptr);
@@ -76,10 +78,16 @@ void FocusRing::invalidate() const {
 }
 
 Ref<NSColor> FocusRing::color() const {
-  const Ref<NSColor> highlight = NSColor::keyboardFocusIndicatorColor();
   backend::Color ground = NSColor::windowBackgroundColor()->components();
   if (window_.backgroundColor()) ground = painted(window_.backgroundColor()->components(), ground);
-  return contrastRatio(highlight->components(), ground) < leastContrast ? NSColor::controlTextColor() : highlight;
+  const auto* surroundings = dynamic_cast<const FocusRingSurroundings*>(view());
+  if (const Ref<NSColor> own = surroundings ? surroundings->focusRingGround() : nullptr)
+    ground = painted(own->components(), ground);
+  const auto contrast = [&](const Ref<NSColor>& color) { return contrastRatio(color->components(), ground); };
+  const Ref<NSColor> highlight = NSColor::keyboardFocusIndicatorColor();
+  if (contrast(highlight) >= leastContrast) return highlight;
+  const Ref<NSColor> text = NSColor::controlTextColor(), selectedText = NSColor::alternateSelectedControlTextColor();
+  return contrast(text) >= contrast(selectedText) ? text : selectedText;
 }
 
 void FocusRing::draw() const {

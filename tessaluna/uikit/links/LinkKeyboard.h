@@ -5,11 +5,12 @@
 #include <optional>
 #include <vector>
 
+#include "tessaluna/platform/views/FocusRingSurroundings.h"
 #include "tessaluna/platform/views/NSView.h"
 
 namespace TessalunaUIKit {
 
-class LinkKeyboard : public tessaluna::platform::NSView {
+class LinkKeyboard : public tessaluna::platform::NSView, public tessaluna::platform::FocusRingSurroundings {
  public:
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -22,6 +23,8 @@ class LinkKeyboard : public tessaluna::platform::NSView {
     virtual std::vector<tessaluna::platform::CGRect> keyboardStops() const = 0;
     virtual void pressKeyboardStop(std::size_t stop) = 0;
     virtual void keyboardStopDidChange() = 0;
+    // What the stops are painted on; null for the window's ground.
+    virtual tessaluna::platform::Ref<tessaluna::platform::NSColor> groundOfStops() const = 0;
   };
   // The line is the superview and outlives this view.
   LinkKeyboard(tessaluna::platform::CGRect frame, Line& line) : NSView(frame), line_(line) {}
@@ -37,6 +40,8 @@ class LinkKeyboard : public tessaluna::platform::NSView {
   bool resignFirstResponder() override;
   void keyDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   tessaluna::platform::CGRect focusRingMaskBounds() const override;
+  const tessaluna::platform::NSView& viewWithFocusRing() const override { return *superview(); }
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> focusRingGround() const override { return line_.groundOfStops(); }
 
  private:
   void moveTo(std::size_t stop);

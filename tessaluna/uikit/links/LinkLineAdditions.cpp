@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
@@ -88,6 +89,10 @@ void LinkLineAdditions::pressKeyboardStop(std::size_t stop) {
 
 void LinkLineAdditions::keyboardStopDidChange() {
   NSAccessibilityPostNotification(refTo<NSObject>(field_), NSAccessibilityFocusedUIElementChangedNotification);
+}
+
+Ref<NSColor> LinkLineAdditions::groundOfStops() const {
+  return field_.isInSelectedRow() ? NSColor::alternateSelectedControlColor() : nullptr;
 }
 
 void LinkLineAdditions::linksDidChange() {

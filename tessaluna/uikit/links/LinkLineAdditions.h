@@ -35,6 +35,7 @@ class LinkLineAdditions : public LinksForClients, public LinkKeyboard::Line {
   std::vector<tessaluna::platform::CGRect> keyboardStops() const override;
   void pressKeyboardStop(std::size_t stop) override;
   void keyboardStopDidChange() override;
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> groundOfStops() const override;
 
  private:
   // Where the keyboard stops: the links that show something of themselves and, in the menu's place, the "…"; without the menu

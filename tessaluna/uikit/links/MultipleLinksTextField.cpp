@@ -72,21 +72,23 @@ void MultipleLinksTextField::setStringValues(std::optional<std::vector<std::stri
   setNeedsDisplay(true);
 }
 
+bool MultipleLinksTextField::isInSelectedRow() const {
+  const NSView* above = superview();
+  while (above && !dynamic_cast<const NSTableView*>(above)) above = above->superview();
+  const auto* table = static_cast<const NSTableView*>(above);
+  const std::optional<std::size_t> row = table ? table->rowForView(*this) : std::nullopt;
+  return row && table->isRowSelected(*row);
+}
+
 NSAttributes MultipleLinksTextField::textAttributes() const {
   const auto style = make<NSMutableParagraphStyle>();
   style->setAlignment(NSTextAlignmentLeft);
   style->setLineBreakMode(lineBreakMode_);
 
   Ref<NSColor> color = textColor_ ? textColor_ : NSColor::controlTextColor();
-  // Only the nearest table counts.
-  const NSView* above = superview();
-  while (above && !dynamic_cast<const NSTableView*>(above)) above = above->superview();
-  if (const auto* table = static_cast<const NSTableView*>(above)) {
-    const std::optional<std::size_t> row = table->rowForView(*this);
-    if (row && table->isRowSelected(*row)) {
-      const bool isDisabledColor = textColor_ && textColor_->isEqual(NSColor::disabledControlTextColor().get());
-      color = isDisabledColor ? NSColor::colorWithDeviceWhite(0.81, 1) : NSColor::alternateSelectedControlTextColor();
-    }
+  if (isInSelectedRow()) {
+    const bool isDisabledColor = textColor_ && textColor_->isEqual(NSColor::disabledControlTextColor().get());
+    color = isDisabledColor ? NSColor::colorWithDeviceWhite(0.81, 1) : NSColor::alternateSelectedControlTextColor();
   }
   return {{NSFontAttributeName, font_ ? font_ : NSFont::systemFontOfSize(NSFont::systemFontSize())},
           {NSForegroundColorAttributeName, color},

@@ -105,6 +105,7 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
 
  private:
   friend class LinkLineAdditions;
+  bool isInSelectedRow() const;  // of the nearest table
   tessaluna::platform::NSAttributes textAttributes() const;
   tessaluna::platform::Ref<tessaluna::platform::NSAttributedString> truncatedString(
       tessaluna::platform::CGFloat width, const tessaluna::platform::NSAttributes& attributes);

@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/views/FocusRingSurroundings.h"
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/ProbeView.h"
@@ -281,6 +282,32 @@ TEST_F(FocusRingTest, TextColorReplacesAHighlightThatIsHardToSee) {
   // Against the ground that the window has.
   window->setBackgroundColor(NSColor::blackColor());
   EXPECT_FALSE(ringLines("keyboardFocusIndicatorColor").empty());
+}
+
+TEST_F(FocusRingTest, OfAViewOverAnotherShowsAroundThatOneAndOnItsGround) {
+  // Lies over a view, and has the keyboard for it.
+  struct Overlay : KeyView, FocusRingSurroundings {
+    using KeyView::KeyView;
+    const NSView& viewWithFocusRing() const override { return *superview(); }
+    Ref<NSColor> focusRingGround() const override { return ground; }
+    Ref<NSColor> ground;
+  };
+  show();
+  const auto overlay = make<Overlay>(second->bounds());
+  second->addSubview(overlay);
+  first->acceptsFirst = second->acceptsFirst = false;
+  desktop.settle();
+  forget();
+  press(NSTabCharacter);
+  ASSERT_EQ(window->firstResponder(), overlay.get());
+  EXPECT_THAT(paints().back().dirty, UnorderedElementsAre(CGRect{18, 78, 64, 2}, CGRect{18, 110, 64, 2},
+                                                          CGRect{18, 80, 2, 30}, CGRect{80, 80, 2, 30}));
+  EXPECT_TRUE(hasRing());
+  desktop.setSystemColor(SystemColor::AlternateSelectedControlText, {1, 1, 1});
+  overlay->ground = NSColor::colorWithSRGBRed(0, 0, 0.8, 1);
+  EXPECT_FALSE(ringLines("alternateSelectedControlTextColor").empty());
+  overlay->ground = NSColor::colorWithSRGBRed(0.45, 0.55, 1, 1);
+  EXPECT_FALSE(ringLines("controlTextColor").empty());
 }
 
 TEST_F(FocusRingTest, FieldShowsItsOwnAndNoSecondOne) {

@@ -9,6 +9,7 @@
 using namespace tessaluna::platform;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 namespace {
 
@@ -224,6 +225,15 @@ TEST_F(LinkKeyboardTest, TheRingIsAroundOneLinkAndMovesWithTheKeyboard) {
   nativeOf(*window).forgetPaints();
   right();
   EXPECT_FALSE(nativeOf(*window).paints().empty());
+}
+
+TEST_F(LinkKeyboardTest, TheRingLiesBesideTheLettersAndNotOnThem) {
+  show();
+  nativeOf(*window).forgetPaints();
+  tab();
+  // "abc" is at 20 to 35 and 30 to 50; the ring's sides are two points wide.
+  EXPECT_THAT(nativeOf(*window).paints().back().dirty, UnorderedElementsAre(CGRect{18, 28, 19, 2}, CGRect{18, 50, 19, 2},
+                                                                            CGRect{18, 30, 2, 20}, CGRect{35, 30, 2, 20}));
 }
 
 TEST_F(LinkKeyboardTest, ClientsSeeTheFocusOnTheLinkAndAreNotifiedAsItMoves) {

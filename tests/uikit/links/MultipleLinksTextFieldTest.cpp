@@ -1,8 +1,11 @@
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
 
+#include <gmock/gmock.h>
+
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/uikit/links/LinkKeyboard.h"
 #include "tests/uikit/links/LinksWorld.h"
 
 using namespace tessaluna::platform;
@@ -534,6 +537,26 @@ TEST_F(MultipleLinksTextFieldInTableTest, InASelectedRowTheDisabledColorIsALight
   EXPECT_EQ(color(), NSColor::disabledControlTextColor());
   select(0);
   EXPECT_TRUE(color()->isEqual(NSColor::colorWithDeviceWhite(0.81, 1).get()));
+}
+
+TEST_F(MultipleLinksTextFieldInTableTest, TheFocusRingCanBeToldFromASelectedRow) {
+  using tessaluna::backend::SystemColor;
+  desktop.setSystemColor(SystemColor::AlternateSelectedControl, {0, 0, 0.8});
+  desktop.setSystemColor(SystemColor::KeyboardFocusIndicator, {0, 0, 1});
+  desktop.setSystemColor(SystemColor::AlternateSelectedControlText, {1, 1, 1});
+  field->setFrameOrigin({20, 2});
+  field->setTakesKeyboard(true);
+  window->selectKeyViewWithin(*field, tessaluna::backend::FocusStep::Next);
+  ASSERT_NE(dynamic_cast<TessalunaUIKit::LinkKeyboard*>(window->firstResponder()), nullptr);
+  // The ring is the last that a window draws.
+  const auto ringColor = [this] {
+    window->invalidateRect({{0, 0}, window->frame().size});
+    desktop.settle();
+    return only("setFillColor", nativeOf(*window).paints().back().lines).back();
+  };
+  EXPECT_THAT(ringColor(), testing::HasSubstr("keyboardFocusIndicatorColor"));
+  select(0);
+  EXPECT_THAT(ringColor(), testing::HasSubstr("alternateSelectedControlTextColor"));
 }
 
 TEST_F(MultipleLinksTextFieldInTableTest, OnlyTheNearestTableCounts) {
