@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <utility>
 
 #include "tessaluna/platform/views/NSView.h"
@@ -52,6 +51,17 @@ int depthOf(const NSView& view) {
   return depth;
 }
 
+// Of the nearest view that is both, or above both.
+template <class Item>
+const Item& nearestAbove(const Item& first, const Item& second) {
+  const Item *a = &first, *b = &second;
+  while (a != b) {
+    if (a->depth >= b->depth) a = a->above;
+    else b = b->above;
+  }
+  return *a;
+}
+
 // A length that follows that of the superview: factor * it + constant.
 struct Following {
   CGFloat factor, constant;
@@ -94,7 +104,7 @@ LayoutEngine::LayoutEngine(NSView& top, CGSize leastSize) : top_(top), leastSize
 
 LayoutEngine::~LayoutEngine() {
   if (leastSize_) return;
-  for (const auto& [constraint, installed] : installed_) constraint->engine_ = nullptr;
+  for (const auto& [constraint, installed] : installed_) installed.constraint->engine_ = nullptr;
   for (const auto& [view, item] : items_) static_cast<const ViewConstraints&>(*view).state_->itemOf = nullptr;
 }
 
@@ -110,24 +120,26 @@ LayoutEngine::Item& LayoutEngine::use(NSView& view) {
   Item& item = found->second;
   ++item.uses;
   if (!isNew) return item;
+  item.view = &view;
   for (Axis& axis : item.axes) {
     for (Variable* variable : {&axis.start, &axis.length}) {
       *variable = solver_.addVariable();
       const auto index = static_cast<std::size_t>(*variable);
       if (itemOfVariable_.size() <= index) itemOfVariable_.resize(index + 1);
-      itemOfVariable_[index] = &view;
+      itemOfVariable_[index] = &item;
     }
   }
   if (!leastSize_) static_cast<ViewConstraints&>(view).state().itemOf = this;
-  if (&view != &top_) use(*view.superview());
-  needOwnRules(view, item);
-  item.isToBePlaced = true;
-  toBePlaced_.push_back(&view);
+  if (&view != &top_) {
+    item.above = &use(*view.superview());
+    item.depth = item.above->depth + 1;
+  }
+  needOwnRules(item);
+  needPlace(item);
   return item;
 }
 
-void LayoutEngine::stopUsing(NSView& view) {
-  Item& item = *itemOf(view);
+void LayoutEngine::stopUsing(Item& item) {
   if (--item.uses > 0) return;
   for (Axis& axis : item.axes) {
     for (const auto& [rule, constraint] : axis.own) solver_.remove(constraint);
@@ -138,11 +150,12 @@ void LayoutEngine::stopUsing(NSView& view) {
       solver_.removeVariable(variable);
       itemOfVariable_[static_cast<std::size_t>(variable)] = nullptr;
     }
-  std::erase(needingOwnRules_, &view);
-  std::erase(toBePlaced_, &view);
-  items_.erase(&view);
-  if (!leastSize_) static_cast<ViewConstraints&>(view).state_->itemOf = nullptr;
-  if (&view != &top_) stopUsing(*view.superview());
+  if (item.needsOwnRules) std::erase(needingOwnRules_, &item);
+  if (item.isToBePlaced) std::erase(toBePlaced_, &item);
+  if (!leastSize_) static_cast<ViewConstraints&>(*item.view).state_->itemOf = nullptr;
+  Item* above = item.above;
+  items_.erase(item.view);
+  if (above) stopUsing(*above);
 }
 
 void LayoutEngine::needRun() {
@@ -150,9 +163,13 @@ void LayoutEngine::needRun() {
   if (!leastSize_) top_.setNeedsLayout(true);
 }
 
-void LayoutEngine::needOwnRules(NSView& view, Item& item) {
-  if (!std::exchange(item.needsOwnRules, true)) needingOwnRules_.push_back(&view);
+void LayoutEngine::needOwnRules(Item& item) {
+  if (!std::exchange(item.needsOwnRules, true)) needingOwnRules_.push_back(&item);
   needRun();
+}
+
+void LayoutEngine::needPlace(Item& item) {
+  if (!std::exchange(item.isToBePlaced, true)) toBePlaced_.push_back(&item);
 }
 
 // Constraints.
@@ -160,35 +177,38 @@ void LayoutEngine::needOwnRules(NSView& view, Item& item) {
 void LayoutEngine::add(NSLayoutConstraint& constraint) {
   Installed& installed = installed_[&constraint];
   if (!leastSize_) constraint.engine_ = this;
-  const Ref<NSView> first = constraint.firstItem(), second = constraint.secondItem();
-  for (NSView* view : {first.get(), second.get()}) {
-    if (!view) continue;
-    installed.views.push_back(view);
-    use(*view).constraints.push_back(&constraint);
-  }
-  needingRules_.push_back(&constraint);
+  installed.constraint = &constraint;
+  const auto itemFor = [&](const Ref<NSView>& view) -> Item* {
+    if (!view) return nullptr;
+    Item& item = use(*view);
+    item.constraints.push_back(&constraint);
+    return &item;
+  };
+  installed.first = itemFor(constraint.firstItem());
+  installed.second = itemFor(constraint.secondItem());
+  needingRules_.push_back(&installed);
   needRun();
 }
 
 void LayoutEngine::remove(NSLayoutConstraint& constraint) {
   const auto found = installed_.find(&constraint);
   if (found == installed_.end()) return;
-  const Installed installed = std::move(found->second);
+  const Installed installed = found->second;
+  if (installed.needsRule) std::erase(needingRules_, &found->second);
   installed_.erase(found);
   if (installed.inSolver) solver_.remove(*installed.inSolver);
-  for (NSView* view : installed.views) {
-    std::vector<NSLayoutConstraint*>& constraints = itemOf(*view)->constraints;
-    constraints.erase(std::find(constraints.begin(), constraints.end(), &constraint));
-    stopUsing(*view);
+  for (Item* item : {installed.first, installed.second}) {
+    if (!item) continue;
+    item->constraints.erase(std::find(item->constraints.begin(), item->constraints.end(), &constraint));
+    stopUsing(*item);
   }
-  std::erase(needingRules_, &constraint);
   constraint.engine_ = nullptr;
   needRun();
 }
 
 std::vector<NSLayoutConstraint*> LayoutEngine::takeAll() {
   std::vector<NSLayoutConstraint*> result;
-  for (const auto& [constraint, installed] : installed_) result.push_back(constraint);
+  for (const auto& [constraint, installed] : installed_) result.push_back(installed.constraint);
   std::sort(result.begin(), result.end(), [](auto* a, auto* b) { return a->order_ < b->order_; });
   for (NSLayoutConstraint* constraint : result) remove(*constraint);
   return result;
@@ -213,28 +233,29 @@ std::vector<NSLayoutConstraint*> LayoutEngine::takeConstraintsBelow(NSView& view
 
 void LayoutEngine::constantDidChange(NSLayoutConstraint& constraint) {
   const Installed& installed = installed_.at(&constraint);
-  if (installed.inSolver && !installed.needsRule) solver_.setConstant(*installed.inSolver, ruleOf(constraint).constant);
+  if (installed.inSolver && !installed.needsRule) solver_.setConstant(*installed.inSolver, ruleOf(installed).constant);
   needRun();
 }
 
 void LayoutEngine::ruleDidChange(NSLayoutConstraint& constraint) {
-  if (!std::exchange(installed_.at(&constraint).needsRule, true)) needingRules_.push_back(&constraint);
+  Installed& installed = installed_.at(&constraint);
+  if (!std::exchange(installed.needsRule, true)) needingRules_.push_back(&installed);
   needRun();
 }
 
 void LayoutEngine::frameDidChange(NSView& view) {
   Item* item = isPlacing_ ? nullptr : itemOf(view);
   if (!item) return;
-  if (&view == &top_ || view.translatesAutoresizingMaskIntoConstraints()) return needOwnRules(view, *item);
+  if (&view == &top_ || view.translatesAutoresizingMaskIntoConstraints()) return needOwnRules(*item);
   // Somebody else has placed it, which lasts until the next pass.
-  if (!std::exchange(item->isToBePlaced, true)) toBePlaced_.push_back(&view);
+  needPlace(*item);
   needRun();
 }
 
 void LayoutEngine::contentDidChange(NSView& view) {
   Item& item = *itemOf(view);
-  needOwnRules(view, item);
-  if (!std::exchange(item.isToBePlaced, true)) toBePlaced_.push_back(&view);
+  needOwnRules(item);
+  needPlace(item);
   for (NSLayoutConstraint* constraint : item.constraints)
     if (isBaseline(constraint->firstAttribute_) || isBaseline(constraint->secondAttribute_)) constantDidChange(*constraint);
 }
@@ -259,12 +280,13 @@ std::vector<Ref<NSView>> LayoutEngine::takeViewsToUpdate() {
 // Rules.
 
 // Adds factor times the measure, from the upper left corner of a view above, or mirrored from the upper right one.
-void LayoutEngine::addMeasure(Rule& rule, double factor, NSView& view, NSLayoutAttribute attribute, const NSView& within,
+void LayoutEngine::addMeasure(Rule& rule, double factor, const Item& item, NSLayoutAttribute attribute, const Item& within,
                               bool isMirrored) const {
+  NSView& view = *item.view;
   const std::size_t index = attribute == NSLayoutAttributeWidth                             ? 0
                             : attribute == NSLayoutAttributeHeight || isVertical(attribute) ? 1
                                                                                             : 0;
-  const auto lengthOf = [&](const NSView& one) { return items_.at(&one).axes[index].length; };
+  const auto lengthOf = [&](const Item& one) { return one.axes[index].length; };
   double ofLength = 0, offset = 0;
   bool hasPlace = true;
   switch (attribute) {
@@ -293,22 +315,23 @@ void LayoutEngine::addMeasure(Rule& rule, double factor, NSView& view, NSLayoutA
   }
   const double sign = isMirrored && hasPlace ? -factor : factor;
   if (isMirrored && hasPlace) rule.terms.push_back({lengthOf(within), factor});
-  if (ofLength != 0) rule.terms.push_back({lengthOf(view), sign * ofLength});
-  for (const NSView* above = &view; hasPlace && above != &within; above = above->superview())
-    rule.terms.push_back({items_.at(above).axes[index].start, sign});
+  if (ofLength != 0) rule.terms.push_back({lengthOf(item), sign * ofLength});
+  for (const Item* above = &item; hasPlace && above != &within; above = above->above)
+    rule.terms.push_back({above->axes[index].start, sign});
   rule.constant -= sign * offset;
 }
 
-LayoutEngine::Rule LayoutEngine::ruleOf(const NSLayoutConstraint& constraint) const {
-  const Ref<NSView> first = constraint.firstItem(), second = constraint.secondItem();
+LayoutEngine::Rule LayoutEngine::ruleOf(const Installed& installed) const {
+  const NSLayoutConstraint& constraint = *installed.constraint;
+  const Item &first = *installed.first, *second = installed.second;
   const bool isMirrored = (isByText(constraint.firstAttribute_) || isByText(constraint.secondAttribute_)) &&
-                          first->userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirectionRightToLeft;
-  const NSView& within = *constraint.nearestHolder();
+                          first.view->userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirectionRightToLeft;
+  const Item& within = second ? nearestAbove(first, *second) : first;
   Rule rule{.terms = {},
             .relation = static_cast<ConstraintSolver::Relation>(constraint.relation_),
             .constant = constraint.constant_,
             .priority = constraint.priority_};
-  addMeasure(rule, 1, *first, constraint.firstAttribute_, within, isMirrored);
+  addMeasure(rule, 1, first, constraint.firstAttribute_, within, isMirrored);
   if (second) addMeasure(rule, -constraint.multiplier_, *second, constraint.secondAttribute_, within, isMirrored);
   return rule;
 }
@@ -320,27 +343,26 @@ void LayoutEngine::setOrigin(ConstraintSolver::Constraint constraint, Origin ori
 }
 
 void LayoutEngine::addRules() {
-  for (NSView* view : std::exchange(needingOwnRules_, {})) {
-    Item& item = *itemOf(*view);
-    item.needsOwnRules = false;
-    updateOwnRules(*view, item);
+  for (Item* item : std::exchange(needingOwnRules_, {})) {
+    item->needsOwnRules = false;
+    updateOwnRules(*item);
   }
-  std::vector<NSLayoutConstraint*> constraints = std::exchange(needingRules_, {});
-  std::sort(constraints.begin(), constraints.end(), [](auto* a, auto* b) { return a->order_ < b->order_; });
-  for (NSLayoutConstraint* constraint : constraints) {
-    Installed& installed = installed_.at(constraint);
-    installed.needsRule = false;
-    if (installed.inSolver) solver_.remove(*installed.inSolver);
-    installed.inSolver = solver_.add(ruleOf(*constraint));
-    setOrigin(*installed.inSolver, {constraint, nullptr});
+  std::vector<Installed*> added = std::exchange(needingRules_, {});
+  std::sort(added.begin(), added.end(), [](auto* a, auto* b) { return a->constraint->order_ < b->constraint->order_; });
+  for (Installed* installed : added) {
+    installed->needsRule = false;
+    if (installed->inSolver) solver_.remove(*installed->inSolver);
+    installed->inSolver = solver_.add(ruleOf(*installed));
+    setOrigin(*installed->inSolver, {installed->constraint, nullptr});
   }
 }
 
-void LayoutEngine::updateOwnRules(NSView& view, Item& item) {
+void LayoutEngine::updateOwnRules(Item& item) {
+  NSView& view = *item.view;
   std::array<std::vector<Rule>, 2> rules;
-  if (&view == &top_) rulesOfTop(rules, view, item);
-  else if (view.translatesAutoresizingMaskIntoConstraints()) rulesOfMask(rules, view, item);
-  else rulesOfContent(rules, view, item);
+  if (&view == &top_) rulesOfTop(rules, item);
+  else if (view.translatesAutoresizingMaskIntoConstraints()) rulesOfMask(rules, item);
+  else rulesOfContent(rules, item);
   for (std::size_t i = 0; i < rules.size(); ++i) {
     auto& own = item.axes[i].own;
     const bool haveSameForm = std::equal(own.begin(), own.end(), rules[i].begin(), rules[i].end(),
@@ -358,17 +380,17 @@ void LayoutEngine::updateOwnRules(NSView& view, Item& item) {
   }
 }
 
-void LayoutEngine::rulesOfTop(std::array<std::vector<Rule>, 2>& rules, NSView& view, const Item& item) const {
-  if (leastSize_) rulesOfContent(rules, view, item);
-  const CGSize size = leastSize_.value_or(view.bounds().size);
+void LayoutEngine::rulesOfTop(std::array<std::vector<Rule>, 2>& rules, const Item& item) const {
+  if (leastSize_) rulesOfContent(rules, item);
+  const CGSize size = leastSize_.value_or(item.view->bounds().size);
   const double priority = leastSize_ ? NSLayoutPriorityFittingSizeCompression : topSizePriority;
   rules[0].push_back({{{item.axes[0].length, 1}}, ConstraintSolver::Relation::Equal, size.width, priority});
   rules[1].push_back({{{item.axes[1].length, 1}}, ConstraintSolver::Relation::Equal, size.height, priority});
 }
 
-void LayoutEngine::rulesOfMask(std::array<std::vector<Rule>, 2>& rules, NSView& view, const Item& item) const {
-  const NSView& above = *view.superview();
-  const std::array<Axis, 2>& outer = items_.at(&above).axes;
+void LayoutEngine::rulesOfMask(std::array<std::vector<Rule>, 2>& rules, const Item& item) const {
+  const NSView &view = *item.view, &above = *item.above->view;
+  const std::array<Axis, 2>& outer = item.above->axes;
   const CGRect frame = view.frame();
   const CGSize size = above.bounds().size;
   // What the superview does not pass on, the view does not follow.
@@ -390,7 +412,8 @@ void LayoutEngine::rulesOfMask(std::array<std::vector<Rule>, 2>& rules, NSView& 
   add(1, item.axes[1].length, y.length);
 }
 
-void LayoutEngine::rulesOfContent(std::array<std::vector<Rule>, 2>& rules, NSView& view, const Item& item) const {
+void LayoutEngine::rulesOfContent(std::array<std::vector<Rule>, 2>& rules, const Item& item) const {
+  const NSView& view = *item.view;
   const CGSize wanted = view.intrinsicContentSize();
   const CGFloat lengths[] = {wanted.width, wanted.height};
   const NSLayoutConstraintOrientation orientations[] = {NSLayoutConstraintOrientationHorizontal,
@@ -413,8 +436,8 @@ void LayoutEngine::run() {
   const CGFloat scale = top_.window() ? top_.window()->backingScaleFactor() : 0;
   if (std::exchange(scale_, scale) != scale) {
     for (auto& [view, item] : items_) {
-      needOwnRules(const_cast<NSView&>(*view), item);
-      if (!std::exchange(item.isToBePlaced, true)) toBePlaced_.push_back(const_cast<NSView*>(view));
+      needOwnRules(item);
+      needPlace(item);
     }
     needsRun_ = true;
   }
@@ -441,10 +464,10 @@ void LayoutEngine::noteChanges() {
     isAgain = false;
     solver_.solve();
     for (const Variable variable : solver_.takeChanges()) {
-      NSView* view = itemOfVariable_[static_cast<std::size_t>(variable)];
-      if (!view) continue;
-      Item& item = *itemOf(*view);
-      if (!std::exchange(item.isToBePlaced, true)) toBePlaced_.push_back(view);
+      Item* changed = itemOfVariable_[static_cast<std::size_t>(variable)];
+      if (!changed) continue;
+      Item& item = *changed;
+      needPlace(item);
       if (item.axes[1].length == variable) item.didHeightChange = true;
       for (Axis& axis : item.axes) {
         if (axis.length != variable || axis.notNegative || solver_.value(variable) >= -negativeEpsilon) continue;
@@ -480,31 +503,33 @@ void LayoutEngine::report() {
 
 // Superviews first: where a view's y begins depends on the superview's height, unless that is flipped.
 void LayoutEngine::place() {
-  std::multimap<int, Ref<NSView>> waiting;
-  const auto wait = [&](NSView& view) {
-    if (const auto held = std::static_pointer_cast<NSView>(view.weak_from_this().lock()))
-      waiting.emplace(depthOf(view), held);
+  std::vector<std::vector<Ref<NSView>>> waiting;  // by depth
+  const auto wait = [&](const Item& item) {
+    if (waiting.size() <= static_cast<std::size_t>(item.depth)) waiting.resize(static_cast<std::size_t>(item.depth) + 1);
+    if (auto held = std::static_pointer_cast<NSView>(item.view->weak_from_this().lock()))
+      waiting[static_cast<std::size_t>(item.depth)].push_back(std::move(held));
   };
-  for (NSView* view : std::exchange(toBePlaced_, {})) wait(*view);
+  for (const Item* item : std::exchange(toBePlaced_, {})) wait(*item);
   isPlacing_ = true;
-  while (!waiting.empty()) {
-    const Ref<NSView> view = waiting.begin()->second;
-    waiting.erase(waiting.begin());
-    Item* item = itemOf(*view);
-    if (!item) continue;  // a frame that was set has taken it away
-    item->isToBePlaced = false;
-    if (std::exchange(item->didHeightChange, false) && !view->isFlipped()) {
-      for (const Ref<NSView>& subview : view->subviews()) {
-        Item* below = itemOf(*subview);
-        if (below && !std::exchange(below->isToBePlaced, true)) wait(*subview);
+  for (std::size_t depth = 0; depth < waiting.size(); ++depth) {
+    for (const Ref<NSView>& view : std::exchange(waiting[depth], {})) {
+      Item* item = itemOf(*view);
+      if (!item) continue;  // a frame that was set has taken it away
+      item->isToBePlaced = false;
+      if (std::exchange(item->didHeightChange, false) && !view->isFlipped()) {
+        for (const Ref<NSView>& subview : view->subviews()) {
+          Item* below = itemOf(*subview);
+          if (below && !std::exchange(below->isToBePlaced, true)) wait(*below);
+        }
       }
+      if (item->above && !view->translatesAutoresizingMaskIntoConstraints()) placeView(*item);
     }
-    if (view.get() != &top_ && !view->translatesAutoresizingMaskIntoConstraints()) placeView(*view, *item);
   }
   isPlacing_ = false;
 }
 
-void LayoutEngine::placeView(NSView& view, const Item& item) {
+void LayoutEngine::placeView(const Item& item) {
+  NSView& view = *item.view;
   struct Extent {
     CGFloat start, length;
   };

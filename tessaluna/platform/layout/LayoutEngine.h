@@ -57,14 +57,18 @@ class LayoutEngine {
     std::optional<ConstraintSolver::Constraint> notNegative;
   };
   struct Item {
+    NSView* view = nullptr;
+    Item* above = nullptr;  // of the superview; null of the topmost view
+    int depth = 0;
     std::array<Axis, 2> axes;  // horizontal, vertical
     int uses = 0;
     bool needsOwnRules = false, isToBePlaced = false, didHeightChange = false;
     std::vector<NSLayoutConstraint*> constraints;
   };
   struct Installed {
+    NSLayoutConstraint* constraint = nullptr;
+    Item *first = nullptr, *second = nullptr;  // there may be no second one
     std::optional<ConstraintSolver::Constraint> inSolver;
-    std::vector<NSView*> views;  // that it uses
     bool needsRule = true;
   };
   struct Origin {  // of a rule
@@ -76,22 +80,23 @@ class LayoutEngine {
   LayoutEngine(NSView& top, CGSize leastSize);
 
   Item& use(NSView& view);
-  void stopUsing(NSView& view);
+  void stopUsing(Item& item);
   void needRun();
-  void needOwnRules(NSView& view, Item& item);
+  void needOwnRules(Item& item);
+  void needPlace(Item& item);
   void addRules();
-  Rule ruleOf(const NSLayoutConstraint& constraint) const;
-  void addMeasure(Rule& rule, double factor, NSView& view, NSLayoutAttribute attribute, const NSView& within,
+  Rule ruleOf(const Installed& installed) const;
+  void addMeasure(Rule& rule, double factor, const Item& item, NSLayoutAttribute attribute, const Item& within,
                   bool isMirrored) const;
-  void updateOwnRules(NSView& view, Item& item);
-  void rulesOfTop(std::array<std::vector<Rule>, 2>& rules, NSView& view, const Item& item) const;
-  void rulesOfMask(std::array<std::vector<Rule>, 2>& rules, NSView& view, const Item& item) const;
-  void rulesOfContent(std::array<std::vector<Rule>, 2>& rules, NSView& view, const Item& item) const;
+  void updateOwnRules(Item& item);
+  void rulesOfTop(std::array<std::vector<Rule>, 2>& rules, const Item& item) const;
+  void rulesOfMask(std::array<std::vector<Rule>, 2>& rules, const Item& item) const;
+  void rulesOfContent(std::array<std::vector<Rule>, 2>& rules, const Item& item) const;
   void report();
   std::string nameOf(ConstraintSolver::Constraint constraint) const;
   void noteChanges();
   void place();
-  void placeView(NSView& view, const Item& item);
+  void placeView(const Item& item);
   Item* itemOf(const NSView& view);
   void setOrigin(ConstraintSolver::Constraint constraint, Origin origin);
 
@@ -99,11 +104,11 @@ class LayoutEngine {
   const std::optional<CGSize> leastSize_;  // for measuring
   ConstraintSolver solver_;
   std::unordered_map<const NSView*, Item> items_;
-  std::unordered_map<NSLayoutConstraint*, Installed> installed_;
-  std::vector<Origin> origins_;          // by the solver's constraint
-  std::vector<NSView*> itemOfVariable_;  // by the solver's variable
-  std::vector<NSView*> needingOwnRules_, toBePlaced_;
-  std::vector<NSLayoutConstraint*> needingRules_;
+  std::unordered_map<const NSLayoutConstraint*, Installed> installed_;
+  std::vector<Origin> origins_;        // by the solver's constraint
+  std::vector<Item*> itemOfVariable_;  // by the solver's variable
+  std::vector<Item*> needingOwnRules_, toBePlaced_;
+  std::vector<Installed*> needingRules_;
   std::vector<WeakRef<NSView>> toUpdate_;
   CGFloat scale_ = 0;  // of the window's device pixels; 0 without a window
   bool needsRun_ = false, isRunning_ = false, isPlacing_ = false;
