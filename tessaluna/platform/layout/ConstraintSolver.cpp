@@ -198,18 +198,13 @@ void ConstraintSolver::leave(Entry& entry) {
 }
 
 void ConstraintSolver::addCosts(const Entry& entry, double factor) {
-  if (areCostsClear_ || entry.rule.priority >= required) return;
+  if (simplex_.areCostsClear() || entry.rule.priority >= required) return;
   const double priorities[] = {entry.rule.priority, Objectives::tiePriority};
   const double costs[] = {factor, -factor * static_cast<double>(entry.order)};
   for (int i = 0; i < 2; ++i) {
     if (entry.rule.relation == Relation::Equal) simplex_.addCost(priorities[i], entry.markers.marker, costs[i]);
     simplex_.addCost(priorities[i], entry.markers.other, costs[i]);
   }
-}
-
-void ConstraintSolver::clearCosts() {
-  areCostsClear_ = true;
-  simplex_.clearCosts();
 }
 
 // Solving.
@@ -255,12 +250,14 @@ void ConstraintSolver::settle() {
 
 void ConstraintSolver::settleWithin(long mostPivots) {
   // Feasibility is found from the best values. Without costs all are.
-  if (!simplex_.isFeasible() && !simplex_.isBest()) clearCosts();
+  if (!simplex_.isFeasible() && !simplex_.isBest()) simplex_.clearCosts();
   for (int row = 0; row >= 0;)
     if (row = simplex_.makeFeasible(mostPivots); row >= 0) setAside(row);
-  if (std::exchange(areCostsClear_, false))
+  if (simplex_.areCostsClear()) {
+    simplex_.restoreCosts();
     for (const Entry& entry : entries_)
       if (entry.isIn) addCosts(entry, 1);
+  }
   if (simplex_.isFeasible() && !simplex_.isBest()) simplex_.makeBest(mostPivots);
 }
 
@@ -280,7 +277,7 @@ void ConstraintSolver::setAside(int row) {
   entry.inTheWay = std::move(taking);
   // Its own row goes without a trace. Otherwise an exchange has to take place that no cost allows for.
   if (entry.markers.marker != sum.basic) {
-    clearCosts();
+    simplex_.clearCosts();
     simplex_.exchange(row, entry.markers.marker);
   }
   leave(entry);
@@ -292,7 +289,6 @@ void ConstraintSolver::setAside(int row) {
 // From the constraints again, without what rounding and circles have left.
 void ConstraintSolver::rebuild() {
   simplex_.clear();
-  areCostsClear_ = false;
   std::vector<Entry*> entries;
   for (Entry& entry : entries_)
     if (entry.isIn && entry.defined < 0) entries.push_back(&entry);

@@ -1,13 +1,11 @@
-// Finds values for variables under linear constraints, and again when some of these change: what a change costs depends on
-// what it moves, and not on how much there is. It knows of numbers only; LayoutEngine makes views of them.
+// Finds values for variables under linear constraints, and again when some of these change: a change costs what it moves. It
+// knows of numbers only; LayoutEngine makes views of them.
 //
 // What is optimal: the sum of the errors of the highest priority is the least possible, then that of the next one, and so
-// on. Where this leaves a choice, a constraint that was added earlier holds before one that was added later. Variables have any
-// sign. One that no constraint determines is 0.
+// on. Where this leaves a choice, a constraint that was added earlier holds before one that was added later.
 //
-// A Simplex does the work. But a required equation about a variable of which nothing was said yet only defines it: it stays out
-// of the simplex, is evaluated afterwards, and comes in once anything but another definition has the variable. Of a long
-// chain of boxes the simplex so knows nothing.
+// A Simplex does the work. But a required equation about a variable of which nothing was said yet only defines it: it is
+// evaluated afterwards, and becomes the simplex's once anything but another definition has the variable.
 #pragma once
 
 #include <vector>
@@ -41,23 +39,19 @@ class ConstraintSolver {
     std::vector<Constraint> others;
   };
 
-  Variable addVariable();
+  Variable addVariable();                  // has any sign, and is 0 where no constraint determines it
   void removeVariable(Variable variable);  // once no constraint has it any more
   Constraint add(Rule rule);
   void remove(Constraint constraint);
   void setConstant(Constraint constraint, double constant);
 
-  // Brings the values up to date. The rest reads what the last one found.
-  void solve();
+  void solve();  // brings the values up to date; the rest reads what the last one found
   double value(Variable variable) const;
   bool isSetAside(Constraint constraint) const;
   // Variables whose values may have changed since the last call, each once.
   std::vector<Variable> takeChanges();
-  // That have appeared since the last call; one that lasts is not repeated.
-  std::vector<Conflict> takeConflicts();
-
-  // For measurements.
-  long pivotCount() const { return simplex_.pivotCount(); }
+  std::vector<Conflict> takeConflicts();  // that have appeared since the last call; one that lasts is not repeated
+  long pivotCount() const { return simplex_.pivotCount(); }  // for measurements
 
  private:
   struct Entry {
@@ -70,9 +64,8 @@ class ConstraintSolver {
     std::vector<int> inTheWay;  // of one that was set aside: the entries that it conflicts with
   };
   struct Symbol {
-    int owner = -1;    // of a marker, the entry that it came with
-    int mentions = 0;  // of a variable: how often constraints have it, the entry that defines it, its value by that
-    int definition = -1;
+    int owner = -1;                     // of a marker, the entry that it came with
+    int mentions = 0, definition = -1;  // of a variable: how often constraints have it, and the entry that defines it
     double definedValue = 0;
     std::vector<int> users;  // definitions that have it
     bool isChanged = false;  // in changes_
@@ -81,20 +74,19 @@ class ConstraintSolver {
   Symbol& symbol(Variable variable) { return symbols_[static_cast<int>(variable)]; }
   int addSymbol(Simplex::Kind kind, int owner);
   int indexOf(const Entry& entry) const { return static_cast<int>(&entry - entries_.data()); }
+  void noteChange(int symbol);
   void enter(Entry& entry);
+  void leave(Entry& entry);
   bool define(Entry& entry);
   void endDefinition(Entry& entry);
   void evaluateDefinitions();
-  void noteChange(int symbol);
   void takeIntoSimplex(const Rule& rule);
   void enterSimplex(Entry& entry);
-  void leave(Entry& entry);
   void settle();
   void settleWithin(long mostPivots);
   void tryWhatWasSetAside();
   void setAside(int row);
   void addCosts(const Entry& entry, double factor);
-  void clearCosts();
   void rebuild();
 
   Simplex simplex_;
@@ -103,8 +95,7 @@ class ConstraintSolver {
   std::vector<int> freeEntries_, changes_, dirtyDefinitions_, setAside_;
   std::vector<Conflict> conflicts_;
   long order_ = 0, definitionOrder_ = 0;
-  bool areCostsClear_ = false;  // for as long as only feasibility matters
-  bool isChanged_ = false;      // since the last solve
+  bool isChanged_ = false;  // since the last solve
 };
 
 }  // namespace tessaluna::platform

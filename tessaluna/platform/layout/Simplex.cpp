@@ -76,6 +76,7 @@ void Simplex::clear() {
   tableau_.removeRows();
   objectives_.clear();
   isBest_ = true;
+  areCostsClear_ = false;
 }
 
 // Costs.
@@ -89,6 +90,7 @@ void Simplex::addCost(double priority, int symbol, double cost) {
 
 void Simplex::clearCosts() {
   objectives_.clear();
+  areCostsClear_ = true;
   isBest_ = false;
 }
 

@@ -35,7 +35,10 @@ class Simplex {
   // A cost of what an equation that is added is missed by. A cost that is taken back is added with the other sign, before its
   // equation is removed.
   void addCost(double priority, int symbol, double cost);
+  // For as long as only feasibility matters, none counts; then all of them have to be added again.
   void clearCosts();
+  void restoreCosts() { areCostsClear_ = false; }
+  bool areCostsClear() const { return areCostsClear_; }
   bool isBest() const { return isBest_; }
 
   // Values within all bounds, or as many exchanges as allowed. Gives a row that cannot be within its own, which somebody has
@@ -68,7 +71,8 @@ class Simplex {
   Tableau tableau_;
   Objectives objectives_;
   long pivotCount_ = 0;
-  bool isBest_ = true;      // no exchange makes the costs less
+  bool isBest_ = true;  // no exchange makes the costs less
+  bool areCostsClear_ = false;
   bool isCareful_ = false;  // goes by the order of symbols, which is slow and ends
 };
 
