@@ -179,10 +179,10 @@ void ConstraintSolver::enterSimplex(Entry& entry) {
   const Rule& rule = entry.rule;
   const bool isRequired = rule.priority >= required, isEquality = rule.relation == Relation::Equal;
   const int index = indexOf(entry);
-  using enum Simplex::Kind;
+  using Kind = Simplex::Kind;
   entry.markers.sign = rule.relation == Relation::AtMost ? -1 : 1;
-  entry.markers.marker = addSymbol(!isEquality ? Slack : isRequired ? Dummy : Error, index);
-  entry.markers.other = isRequired ? -1 : addSymbol(Error, index);
+  entry.markers.marker = addSymbol(!isEquality ? Kind::Slack : isRequired ? Kind::Dummy : Kind::Error, index);
+  entry.markers.other = isRequired ? -1 : addSymbol(Kind::Error, index);
   std::vector<Simplex::Cell> terms;
   for (const Term& term : rule.terms) terms.push_back({static_cast<int>(term.variable), term.coefficient});
   simplex_.add(terms, rule.constant, entry.markers);
