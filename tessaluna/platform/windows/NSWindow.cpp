@@ -16,6 +16,7 @@
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindowAnimator.h"
 #include "tessaluna/platform/windows/NSWindowController.h"
+#include "tessaluna/platform/windows/NSWindowOcclusion.h"
 #include "tessaluna/platform/windows/WindowInput.h"
 
 namespace tessaluna::platform {
@@ -187,6 +188,7 @@ void NSWindow::orderFront(NSObject*) {
   if (!showsNothing(frame_)) native_->show();
   native_->raise();
   displayIfNeeded();
+  if (appears) NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidChangeOcclusionStateNotification, held);
   children_.parentWasShown();
   if (!appears) return;
   mouse_.windowWasShown();
@@ -201,6 +203,7 @@ void NSWindow::orderOut(NSObject*) {
   if (NSWindow* parent = parentWindow(); parent && parent->isVisible()) parent->children_.childWasShown(*this, false);
   mouse_.windowWasHidden();
   if (std::exchange(isVisible_, false)) {
+    NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidChangeOcclusionStateNotification, held);
     children_.parentWasHidden();
     NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held), NSAccessibilityUIElementDestroyedNotification);
   }

@@ -7,7 +7,9 @@
 #include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/windows/NSWindowOcclusion.h"
 #include "tessaluna/uikit/suggestions/SuggestionsContentView.h"
 
 namespace TessalunaUIKit {
@@ -94,7 +96,7 @@ void SuggestionsWindowController::changeSelection(Ref<HighlightingView> view) {
   if (earlier) highlight(*earlier, false);
   if (view) {
     highlight(*view, true);
-    fullContentView_->scrollRectToVisible(view->frame());
+    fullContentView_->scrollRectToVisible(withOtherViewsBeside(view->frame()));
   }
   NSAccessibilityPostNotification(fullContentView_.optional(), NSAccessibilitySelectedChildrenChangedNotification);
 }
@@ -142,6 +144,38 @@ void SuggestionsWindowController::moveUp(NSObject*) {
 
 void SuggestionsWindowController::moveDown(NSObject*) {
   if (selectedView_ && viewControllers_) selectBefore(viewControllers_->rbegin(), viewControllers_->rend());
+}
+
+std::optional<std::size_t> SuggestionsWindowController::selectedRow() const {
+  if (!selectedView_ || !viewControllers_) return std::nullopt;
+  const auto found =
+      std::ranges::find_if(*viewControllers_, [&](const ItemRef& item) { return item->view() == selectedView_; });
+  if (found == viewControllers_->end()) return std::nullopt;
+  return static_cast<std::size_t>(found - viewControllers_->begin());
+}
+
+void SuggestionsWindowController::selectRow(std::optional<std::size_t> row) {
+  const bool isThere = row && viewControllers_ && *row < viewControllers_->size();
+  setSelectedView(isThere ? std::dynamic_pointer_cast<HighlightingView>((*viewControllers_)[*row]->view()) : nullptr);
+}
+
+void SuggestionsWindowController::moveSelectionBy(std::int64_t rows) {
+  if (!viewControllers_ || viewControllers_->empty() || rows == 0) return;
+  const auto count = static_cast<std::int64_t>(viewControllers_->size());
+  const std::optional<std::size_t> selected = selectedRow();
+  const std::int64_t from = selected ? static_cast<std::int64_t>(*selected) : rows > 0 ? -1 : count;
+  const std::int64_t to = std::clamp<std::int64_t>(from + std::clamp(rows, -count, count), 0, count - 1);
+  if (selected && to == from) return;
+  userSetSelectedView(
+      std::dynamic_pointer_cast<HighlightingView>((*viewControllers_)[static_cast<std::size_t>(to)]->view()));
+}
+
+std::int64_t SuggestionsWindowController::rowsOfPage() const {
+  if (!viewControllers_ || viewControllers_->empty()) return 1;
+  const CGFloat height = viewControllers_->front()->view()->frame().size.height;
+  if (height <= 0) return 1;
+  const auto showing = static_cast<std::int64_t>(fullContentView_->visibleRect().size.height / height);
+  return std::max<std::int64_t>(showing - 1, 1);
 }
 
 void SuggestionsWindowController::mouseEntered(const Ref<NSEvent>& event) {
@@ -204,6 +238,12 @@ void SuggestionsWindowController::installMonitorAndObserver(const Ref<Suggestion
       anyMouseDown, [=](const Ref<NSEvent>& event) { return self->mouseWentDown(event, popUp, parent, field); });
   lostFocusObserver_ = NSNotificationCenter::defaultCenter().addObserverForName(
       NSWindowDidResignKeyNotification, parent, nullptr, [=](const Ref<NSNotification>&) { self->cancelSuggestions(); });
+  if (!endsWithHiddenWindow_) return;
+  hiddenObserver_ =
+      NSNotificationCenter::defaultCenter().addObserverForName(NSWindowDidChangeOcclusionStateNotification, parent, nullptr,
+                                                               [self, window = parent.get()](const Ref<NSNotification>&) {
+                                                                 if (!window->isVisible()) self->cancelSuggestions();
+                                                               });
 }
 
 Ref<NSEvent> SuggestionsWindowController::mouseWentDown(const Ref<NSEvent>& event, const Ref<SuggestionsWindow>& popUp,
@@ -247,6 +287,7 @@ void SuggestionsWindowController::cancelSuggestions() {
     popUp->setParentElement(nullptr);
   }
   if (lostFocusObserver_) NSNotificationCenter::defaultCenter().removeObserver(std::exchange(lostFocusObserver_, nullptr));
+  if (hiddenObserver_) NSNotificationCenter::defaultCenter().removeObserver(std::exchange(hiddenObserver_, nullptr));
   if (localMouseDownEventMonitor_) NSEvent::removeMonitor(std::exchange(localMouseDownEventMonitor_, nullptr));
 }
 
@@ -266,17 +307,27 @@ void SuggestionsWindowController::layoutSuggestions() {
   setSelectedView(nullptr);
   for (const ItemRef& item : viewControllers_.value_or(std::vector<ItemRef>())) item->view()->removeFromSuperview();
   viewControllers_.emplace();
+  for (const Ref<NSView>& view : std::exchange(otherViews_, {})) view->removeFromSuperview();
   if (trackingAreas_)
     for (const Ref<NSTrackingArea>& area : *trackingAreas_) content->removeTrackingArea(area);
   trackingAreas_.emplace();
 
   const CGRect contentFrame = popUp->contentView()->frame();
   CGFloat y = 0, height = 0;
+  const auto addOther = [&](const Ref<NSView>& view) {
+    if (!view) return;
+    y += height;
+    height = view->frame().size.height;
+    view->setFrame({0, y, contentFrame.size.width, height});
+    content->addSubview(view);
+    otherViews_.push_back(view);
+  };
   // A copy: loading a row runs code of the host, which may assign others.
   const std::vector<Suggestion> suggestions = suggestions_.value_or(std::vector<Suggestion>());
   for (const Suggestion& suggestion : suggestions) {
+    addOther(viewAboveRow(viewControllers_->size()));
     y += height;
-    const auto item = make<SuggestionItemViewController>(suggestionPrototype_.optional(), nullptr);
+    const ItemRef item = makeItem(suggestion);
     const auto view = std::dynamic_pointer_cast<HighlightingView>(item->view());
     if (!view)
       stopProgram("TessalunaUIKit.SuggestionsWindowController: the root of a row is no HighlightingView but a " +
@@ -291,6 +342,7 @@ void SuggestionsWindowController::layoutSuggestions() {
     item->setSuggestion(suggestion);
     viewControllers_->push_back(item);
   }
+  addOther(viewBelowRows());
   const CGFloat total = y + height;
   content->setFrame({contentFrame.origin, {contentFrame.size.width, total}});
   // It follows the clip view in width, which a bar that is there already has made narrower.
@@ -298,12 +350,31 @@ void SuggestionsWindowController::layoutSuggestions() {
   popUp->setFrame(growingDownward(popUp->frame(), heightToShow()), true);
 }
 
+SuggestionsWindowController::ItemRef SuggestionsWindowController::makeItem(const Suggestion&) {
+  return make<SuggestionItemViewController>(suggestionPrototype_.optional(), nullptr);
+}
+
+// The rectangle of a row, and with it what belongs to the row: the view above it, and to the last one that below the rows.
+CGRect SuggestionsWindowController::withOtherViewsBeside(CGRect row) const {
+  CGRect rect = row;
+  for (const Ref<NSView>& view : otherViews_) {
+    const CGRect frame = view->frame();
+    const bool isLast = CGRectGetMaxY(frame) == fullContentView_->frame().size.height;
+    if (CGRectGetMaxY(frame) == row.origin.y || (isLast && frame.origin.y == CGRectGetMaxY(row)))
+      rect = NSUnionRect(rect, frame);
+  }
+  return rect;
+}
+
 // The height of all rows, or of as many as there may be.
 CGFloat SuggestionsWindowController::heightToShow() const {
   if (!maximumRows_ || !viewControllers_ || viewControllers_->size() <= *maximumRows_)
     return fullContentView_->frame().size.height;
-  // The top of the first row that is left out, in a space that counts downward.
-  return (*viewControllers_)[*maximumRows_]->view()->frame().origin.y;
+  // The top of the first row that is left out, or of what is above it, in a space that counts downward.
+  const CGFloat top = (*viewControllers_)[*maximumRows_]->view()->frame().origin.y;
+  const auto isAboveIt = [&](const Ref<NSView>& view) { return CGRectGetMaxY(view->frame()) == top; };
+  const auto above = std::ranges::find_if(otherViews_, isAboveIt);
+  return above == otherViews_.end() ? top : (*above)->frame().origin.y;
 }
 
 void SuggestionsWindowController::setMaximumRows(std::optional<std::size_t> rows) {

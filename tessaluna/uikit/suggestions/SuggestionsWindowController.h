@@ -68,12 +68,27 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   void moveUp(tessaluna::platform::NSObject* sender);
   void moveDown(tessaluna::platform::NSObject* sender);
 
+  // Additions for the keys that are not arrows. The selected row, counted from 0, and its selection, of which nobody is notified;
+  // a row that is not there selects none.
+  std::optional<std::size_t> selectedRow() const;
+  void selectRow(std::optional<std::size_t> row);
+  // Moves the selection by so many rows at once, up with a negative number, and at most to an end; without a selection as from
+  // outside of the rows. The target is notified once, where the selection has changed.
+  void moveSelectionBy(std::int64_t rows);
+  // How many rows the Page keys move by: as many as show, but for one.
+  std::int64_t rowsOfPage() const;
+
   // The field stands in a window, or the program stops.
   void beginForTextField(const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
   // Brings a visible pop-up back under its field, cut off at the lower edge of the screen.
   void parentControlMoved();
   // Rows, selection and suggestions stay.
   void cancelSuggestions();
+
+  // An addition: the pop-up ends when the field's window is hidden without having had the key status. False at the start: then
+  // it comes back with that window. Counts for later begins.
+  bool endsWithHiddenWindow() const { return endsWithHiddenWindow_; }
+  void setEndsWithHiddenWindow(bool ends) { endsWithHiddenWindow_ = ends; }
 
   // Of the rows' tracking areas, which belong to the controller, and of the rows, at the end of whose responder chain it is.
   void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
@@ -83,14 +98,22 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   // The key of a tracking area's user info that holds the row.
   static std::string_view trackerKey() { return "whichImageView"; }
 
- private:
+ protected:
   using ItemRef = tessaluna::platform::Ref<SuggestionItemViewController>;
+  // Additions for derived classes. The row of a suggestion, before that is assigned: from the prototype here.
+  virtual ItemRef makeItem(const Suggestion& suggestion);
+  // What is laid out above a row or below the last one without being a row, as high as its frame; null here.
+  virtual tessaluna::platform::Ref<tessaluna::platform::NSView> viewAboveRow(std::size_t /*row*/) { return nullptr; }
+  virtual tessaluna::platform::Ref<tessaluna::platform::NSView> viewBelowRows() { return nullptr; }
+
+ private:
   static const tessaluna::platform::Selector selectors_[];
 
   void changeSelection(tessaluna::platform::Ref<HighlightingView> view);
   template <class Iterator>
   void selectBefore(Iterator first, Iterator last);
   void layoutSuggestions();
+  tessaluna::platform::CGRect withOtherViewsBeside(tessaluna::platform::CGRect row) const;
   tessaluna::platform::CGFloat heightToShow() const;
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingAreaForView(
       const tessaluna::platform::Ref<HighlightingView>& view);
@@ -112,10 +135,12 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   bool needsLayoutUpdate_ = false;  // wanted: written and never read
   tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSView>> fullContentView_{"fullContentView"};
   std::optional<std::vector<ItemRef>> viewControllers_;
+  std::vector<tessaluna::platform::Ref<tessaluna::platform::NSView>> otherViews_;  // above and below rows
   std::optional<std::vector<tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea>>> trackingAreas_;
   tessaluna::platform::Ref<HighlightingView> selectedView_;
   tessaluna::platform::Ref<tessaluna::platform::NSTextField> parentTextField_;
-  tessaluna::platform::Ref<tessaluna::platform::NSObject> localMouseDownEventMonitor_, lostFocusObserver_;
+  tessaluna::platform::Ref<tessaluna::platform::NSObject> localMouseDownEventMonitor_, lostFocusObserver_, hiddenObserver_;
+  bool endsWithHiddenWindow_ = false;
 };
 
 }  // namespace TessalunaUIKit

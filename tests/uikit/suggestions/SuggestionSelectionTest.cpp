@@ -1,6 +1,8 @@
 // Which row of a completion pop-up is selected, by the controller's operations, the mouse and the keys, and who is told.
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 #include "tests/uikit/suggestions/PopUpWorld.h"
@@ -290,6 +292,65 @@ TEST_F(SuggestionSelectionKeys, TheArrowCommandsAreFoundByName) {
   EXPECT_EQ(selectedLabel(), "b");
   EXPECT_TRUE(controller->performSelector("moveUp:", nullptr));
   EXPECT_EQ(selectedLabel(), "a");
+}
+
+TEST_F(SuggestionSelectionKeys, SeveralRowsAtOnceAreOneMoveAndOneCall) {
+  show({"a", "b", "c", "d", "e"});
+  controller->moveSelectionBy(3);
+  EXPECT_EQ(target->calls, Calls{"d"});
+  controller->moveSelectionBy(-2);
+  EXPECT_EQ(target->calls, (Calls{"d", "b"}));
+}
+
+TEST_F(SuggestionSelectionKeys, AMoveBeyondAnEndStopsThereAndIsNotReportedAgain) {
+  show({"a", "b", "c"});
+  controller->moveSelectionBy(std::numeric_limits<std::int64_t>::max());
+  controller->moveSelectionBy(1);
+  EXPECT_EQ(target->calls, Calls{"c"});
+  controller->moveSelectionBy(std::numeric_limits<std::int64_t>::min());
+  controller->moveSelectionBy(-1);
+  controller->moveSelectionBy(0);
+  EXPECT_EQ(target->calls, (Calls{"c", "a"}));
+}
+
+TEST_F(SuggestionSelectionKeys, WithoutASelectionAMoveBeginsOutsideOfTheRows) {
+  show({"a", "b", "c"});
+  controller->setSelectedView(nullptr);
+  controller->moveSelectionBy(1);
+  EXPECT_EQ(selectedLabel(), "a");
+  controller->setSelectedView(nullptr);
+  controller->moveSelectionBy(-1);
+  EXPECT_EQ(selectedLabel(), "c");
+}
+
+TEST_F(SuggestionSelectionKeys, WithoutRowsNothingMoves) {
+  controller->moveSelectionBy(1);
+  show({});
+  controller->moveSelectionBy(1);
+  EXPECT_EQ(target->calls, Calls{});
+  EXPECT_EQ(controller->rowsOfPage(), 1);
+}
+
+TEST_F(SuggestionSelectionKeys, ARowIsSelectedByItsPlaceWithoutACall) {
+  show({"a", "b", "c"});
+  EXPECT_EQ(controller->selectedRow(), 0u);
+  controller->selectRow(2);
+  EXPECT_EQ(selectedLabel(), "c");
+  EXPECT_EQ(controller->selectedRow(), 2u);
+  controller->selectRow(3);
+  EXPECT_EQ(controller->selectedRow(), std::nullopt);
+  controller->selectRow(1);
+  controller->selectRow(std::nullopt);
+  EXPECT_EQ(selectedLabel(), "none");
+  EXPECT_EQ(target->calls, Calls{});
+}
+
+TEST_F(SuggestionSelectionKeys, APageIsAsManyRowsAsShowButForOne) {
+  controller->setMaximumRows(4);
+  controller->setSuggestions(suggestionsCounting(20));
+  controller->beginForTextField(field);
+  desktop.settle();
+  EXPECT_EQ(controller->rowsOfPage(), 3);
 }
 
 }  // namespace

@@ -391,6 +391,29 @@ TEST_F(SuggestionsWindowControllerFieldsWindow, ClosedByARowsActionEndsThePopUp)
   expectAnEndForGood();
 }
 
+// A window that is hidden while another one has the key status.
+struct SuggestionsWindowControllerHiddenWindow : SuggestionsWindowControllerFieldsWindow {
+  SuggestionsWindowControllerHiddenWindow() { other->makeKeyAndOrderFront(nullptr); }
+  Ref<NSWindow> other = showWindow({600, 100, 100, 100});
+};
+
+TEST_F(SuggestionsWindowControllerHiddenWindow, KeepsItsPopUpAtTheStart) {
+  EXPECT_FALSE(controller->endsWithHiddenWindow());
+  show({"a"});
+  window->orderOut(nullptr);
+  EXPECT_FALSE(popUp()->isVisible());
+  EXPECT_EQ(popUp()->parentWindow(), window.get());
+  window->orderFront(nullptr);
+  EXPECT_TRUE(popUp()->isVisible());
+}
+
+TEST_F(SuggestionsWindowControllerHiddenWindow, EndsThePopUpWhereThatIsAskedFor) {
+  controller->setEndsWithHiddenWindow(true);
+  show({"a"});
+  window->orderOut(nullptr);
+  expectAnEndForGood();
+}
+
 TEST_F(SuggestionsWindowControllerCancel, AThousandTimesLeavesNoMonitorAndNoObserver) {
   controller->setSuggestions(suggestionsNamed({"a", "b"}));
   const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
