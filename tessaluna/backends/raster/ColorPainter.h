@@ -31,6 +31,9 @@ class ColorPainter {
     forEachFour(pixels, count,
                 [inks, kept](std::uint32_t* four, int) { storeFour(over(loadFour(four), inks, kept), four); });
   }
+  void evenRows(const PixelRect& box, float winding) {
+    for (int y = box.top; y < box.bottom; ++y) even(box.left, y, box.width(), winding);
+  }
 
   void varied(int x, int y, int count, const float* windings) {
     std::uint32_t* pixels = bitmap_.row(y) + x;
@@ -42,6 +45,19 @@ class ColorPainter {
     std::copy_n(pixels, count, four);
     paintFour(four, coverageOfFour(last));
     std::copy_n(four, count, pixels);
+  }
+
+  void variedRows(const PixelRect& box, const float* windings) {
+    int x = box.left;
+    for (; x + 4 <= box.right; x += 4, windings += 4) {
+      const Short8 share = shareOf(coverageOfFour(windings)), kept = ~highHalf(share, alpha_);
+      const FourInks inks = lessened(inks_, share);
+      for (int y = box.top; y < box.bottom; ++y) {
+        std::uint32_t* const four = bitmap_.row(y) + x;
+        storeFour(over(loadFour(four), inks, kept), four);
+      }
+    }
+    for (int y = box.top; x < box.right && y < box.bottom; ++y) varied(x, y, box.right - x, windings);
   }
 
  private:

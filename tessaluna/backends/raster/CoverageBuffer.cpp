@@ -30,6 +30,8 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   rows_ = box.height();
   chain_ = {};
   firstTwice_ = rows_;
+  pillars_.clear();
+  repeats_.clear();
   // All but the last stay all zero between uses: a row is cleared once the sink has it.
   const std::size_t rows = std::size_t(box.height());
   return values_.prepare(rows * std::size_t(stride_)) && marks_.prepare(rows * std::size_t(4 * words_)) &&
@@ -156,15 +158,22 @@ inline CoverageBuffer::Place CoverageBuffer::placeOf(double x) {
   return {float(x - column), column};
 }
 
+inline void CoverageBuffer::addWholeRow(Row row, Place at, float direction) {
+  mark(marksOf(row, direction), at.column, at.column);
+  row.addToPixel(at.column, at.inPixel, direction);
+}
+
 void CoverageBuffer::addUpright(Place at, double y0, double y1, float direction) {
   const int first = int(y0), last = lastRowOf(y1);
   Row row = rowAt(first);
   const Chain highest{marksOf(row, direction), at.column, at.column};
   row.addToPixel(at.column, at.inPixel, direction * float(first + 1 - y0));
   goDown(row);
-  for (int i = first + 1; i < last; ++i, goDown(row)) {
-    mark(marksOf(row, direction), at.column, at.column);
-    row.addToPixel(at.column, at.inPixel, direction);
+  if (last - first > leastPillar && pillars_.size() < mostPillars) {
+    pillars_.push_back({at, direction, first + 1, last});
+    row = rowAt(last);
+  } else {
+    for (int i = first + 1; i < last; ++i, goDown(row)) addWholeRow(row, at, direction);
   }
   row.addToPixel(at.column, at.inPixel, direction * float(y1 - last));
   passRows(highest, {marksOf(row, direction), at.column, at.column}, direction);
@@ -209,6 +218,50 @@ inline void CoverageBuffer::passRows(const Chain& highest, const Chain& lowest, 
   stayIn(from.marks, from.first, from.last);
   leaveRow();
   chain_ = direction > 0 ? lowest : highest;
+}
+
+// Where nothing but the same pillars goes through rows, the first of them is as good as all.
+void CoverageBuffer::placePillars() {
+  if (pillars_.empty()) return;
+  int row = rows_, end = 0;
+  for (const Pillar& pillar : pillars_) {
+    row = std::min(row, pillar.top);
+    end = std::max(end, pillar.bottom);
+  }
+  while (row < end) {
+    // Where a pillar begins or ends next.
+    int next = end;
+    for (const Pillar& pillar : pillars_) {
+      if (pillar.top > row) next = std::min(next, pillar.top);
+      if (pillar.bottom > row) next = std::min(next, pillar.bottom);
+    }
+    for (; row < next; ++row) {
+      const int first = row;
+      if (isUntouched(row)) {
+        while (row + 1 < next && isUntouched(row + 1)) ++row;
+      }
+      addPillars(first);
+      if (row > first) repeats_.push_back({first, row + 1});
+    }
+  }
+}
+
+void CoverageBuffer::addPillars(int row) {
+  for (const Pillar& pillar : pillars_) {
+    if (pillar.top <= row && row < pillar.bottom) addWholeRow(rowAt(row), pillar.at, pillar.direction);
+  }
+}
+
+bool CoverageBuffer::isUntouched(int row) {
+  const std::uint64_t* const marks = rowMarks(row);
+  return std::all_of(marks, marks + 3 * words_, [](std::uint64_t word) { return word == 0; });
+}
+
+// From this row on each row of a repeat gets its own sides.
+void CoverageBuffer::writeRepeats(int firstRow) {
+  for (const Repeat& rows : repeats_) {
+    for (int row = std::max(rows.first + 1, firstRow); row < rows.end; ++row) addPillars(row);
+  }
 }
 
 // Of a side that crosses several pixels of a row.

@@ -16,6 +16,7 @@
 #include <cstring>
 #include <vector>
 
+#include "tessaluna/backends/raster/CoverageSink.h"
 #include "tessaluna/backends/raster/Float4.h"
 #include "tessaluna/backends/raster/OverlapResolver.h"
 #include "tessaluna/backends/raster/Polygons.h"
@@ -43,11 +44,8 @@ class CoverageBuffer {
     PixelOffset shown = {};  // added to the pixels that the sink receives
   };
 
-  // Tells the coverage of the pixels in the box, which is in the shape's space, row by row from the top:
-  //   sink.even(x, y, count, winding)     a run of pixels with one winding, none where it is 0
-  //   sink.varied(x, y, count, windings)  a run of single ones, some of which may be 0
-  // A pixel's coverage is the winding's amount, at most 1. When memory is short the sink receives nothing, and the result
-  // is false.
+  // Gives the sink the coverage of the pixels in the box, which is in the shape's space. When memory is short the sink receives
+  // nothing, and the result is false.
   template <class Sink>
   bool sweep(const Shape& shape, const PixelRect& box, Sink& sink);
 
@@ -82,6 +80,20 @@ class CoverageBuffer {
     void addToPixels(Place left, Place right, Cover cover);
   };
 
+  enum class Touched { Keep, Clear };  // of a row, what it holds
+  // An upright side, or what of it goes through whole rows: through all of them in the same way.
+  struct Pillar {
+    Place at;
+    float direction;
+    int top, bottom;
+  };
+  static constexpr std::size_t mostPillars = 32;
+  static constexpr int leastPillar = 4;  // rows
+  // Rows that are all as the first of them, to which alone sides were added.
+  struct Repeat {
+    int first, end;
+  };
+
   bool begin(const PixelRect& box);
   void add(const Shape& shape);
   void addWhole(const Polygons& polygons);
@@ -89,10 +101,15 @@ class CoverageBuffer {
   void addInside(double x0, double y0, double x1, double y1, float direction);
   static Place placeOf(double x);
   void addUpright(Place at, double y0, double y1, float direction);
+  void addWholeRow(Row row, Place at, float direction);
   template <bool isRightwards>
   void addToRows(const DeviceRect& side, float direction);
   void passRows(const Chain& highest, const Chain& lowest, float direction);
   void endPolygon();
+  void placePillars();
+  void addPillars(int row);
+  bool isUntouched(int row);
+  void writeRepeats(int firstRow);
   void addBeside(double y0, double y1, float direction);
   std::uint64_t* marksOf(const Row& row, float direction) const { return row.marks + (direction > 0 ? words_ : 2 * words_); }
   void stayIn(std::uint64_t* marks, int first, int last);
@@ -113,6 +130,15 @@ class CoverageBuffer {
   static void clearBlocks(float* values, int count);
   template <class Sink>
   void tellRow(int row, Sink& sink);
+  template <class Sink>
+  void tellRows(const Repeat& rows, Sink& sink) {
+    if (rows.first + 1 == rows.end) tellRow(rows.first, sink);
+    else if (rows.first < rows.end) tellRepeat(rows, sink);
+  }
+  template <class Sink>
+  void tellRepeat(const Repeat& rows, Sink& sink);
+  template <Touched after, class Even, class Varied>
+  void forEachPart(int row, Even even, Varied varied);
 
   float* rowValues(int row) { return values_.data() + std::size_t(row) * std::size_t(stride_); }
   std::uint64_t* rowMarks(int row) { return marks_.data() + std::size_t(row) * std::size_t(4 * words_); }
@@ -123,7 +149,6 @@ class CoverageBuffer {
   }
   // Calls run(first, count) for the runs of touched blocks in a row, which do not go on from one word to the
   // next.
-  enum class Touched { Keep, Clear };
   template <Touched after = Touched::Keep, class Function>
   void forEachRun(int row, Function run);
 
@@ -140,6 +165,8 @@ class CoverageBuffer {
   int words_ = 0;        // a row, of each kind
   float direction_ = 1;  // of the side that was added last: 1 down, -1 up
   Chain chain_;
+  std::vector<Pillar> pillars_;
+  std::vector<Repeat> repeats_;         // from the top
   int firstTwice_ = 0;                  // the first row with two chains of a direction in a pixel
   WorkBuffer<std::uint8_t> isOverlap_;  // one a row: 1 where sums show an overlap
   OverlapResolver resolver_;            // keeps its memory for so many sweeps: one of a huge tangle is large
@@ -161,20 +188,33 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   sinkTop_ = box.top + shape.shown.y;
   add(shape);
   if (++sweeps_ == sweepsOfResolver) giveResolverBack();
+  placePillars();
   // The sink receives a row after the next one was looked at: its own part of an overlap may have been too small to show.
-  int told = 0;
+  Repeat told{0, 0};  // the rows that it receives next
+  std::size_t next = 0;
+  const auto rowsFrom = [&](int row) {
+    return next < repeats_.size() && repeats_[next].first == row ? repeats_[next++] : Repeat{row, row + 1};
+  };
   Range before;
-  for (int row = 0; row < rows_; ++row) {
-    const Range range = sumRow(row);
-    if (row >= firstTwice_ || range.showsOverlap(before)) {
-      isOverlap_.data()[row] = range.showsOverlap(before);
-      correctFrom(row, range, shape);
-      break;
+  for (Repeat rows = rowsFrom(0); rows.first < rows_; rows = rowsFrom(rows.end)) {
+    const Range range = sumRow(rows.first);
+    if (rows.first >= firstTwice_ || range.showsOverlap(before)) {
+      isOverlap_.data()[rows.first] = range.showsOverlap(before);
+      // The row before it may have a part in the overlap.
+      const bool isCopy = told.first + 1 < told.end;
+      if (isCopy) --told.end;
+      writeRepeats(told.end);
+      if (isCopy) sumRow(told.end);
+      correctFrom(rows.first, range, shape);
+      tellRows(told, sink);
+      for (int row = told.end; row < rows_; ++row) tellRow(row, sink);
+      return true;
     }
     before = range;
-    if (row > told) tellRow(told++, sink);
+    tellRows(told, sink);
+    told = rows;
   }
-  while (told < rows_) tellRow(told++, sink);
+  tellRows(told, sink);
   return true;
 }
 
@@ -194,25 +234,58 @@ inline void CoverageBuffer::forEachRun(int row, Function run) {
   }
 }
 
-template <class Sink>
-void CoverageBuffer::tellRow(int row, Sink& sink) {
-  const int width = box_.width(), left = sinkLeft_, y = sinkTop_ + row;
+// Calls even(x, count, winding) and varied(x, count, windings) for the runs of a row, whose sums are known.
+template <CoverageBuffer::Touched after, class Even, class Varied>
+inline void CoverageBuffer::forEachPart(int row, Even even, Varied varied) {
+  const int width = box_.width();
   float* const values = rowValues(row);
   int done = 0;       // pixels that the sink has
   float winding = 0;  // of the last of them
   const auto tellEven = [&](int end) {
-    if (done < end && std::abs(winding) > leastCoverage) sink.even(left + done, y, end - done, winding);
+    if (done < end && std::abs(winding) > leastCoverage) even(done, end - done, winding);
   };
-  forEachRun<Touched::Clear>(row, [&](int block, int count) {
+  forEachRun<after>(row, [&](int block, int count) {
     const int x = block * blockSize;
     tellEven(std::min(x, width));
-    if (x < width) sink.varied(left + x, y, std::min(count * blockSize, width - x), values + x);
+    if (x < width) varied(x, std::min(count * blockSize, width - x), values + x);
     done = x + count * blockSize;
     winding = values[done - 1];
-    clearBlocks(values + x, count);
+    if constexpr (after == Touched::Clear) clearBlocks(values + x, count);
   });
   tellEven(width);
-  std::fill_n(rowMarks(row) + words_, 3 * words_, std::uint64_t(0));
+  if constexpr (after == Touched::Clear) std::fill_n(rowMarks(row) + words_, 3 * words_, std::uint64_t(0));
+}
+
+template <class Sink>
+void CoverageBuffer::tellRow(int row, Sink& sink) {
+  const int left = sinkLeft_, y = sinkTop_ + row;
+  forEachPart<Touched::Clear>(
+      row, [&](int x, int count, float winding) { sink.even(left + x, y, count, winding); },
+      [&](int x, int count, const float* windings) { sink.varied(left + x, y, count, windings); });
+}
+
+template <class Sink>
+void CoverageBuffer::tellRepeat(const Repeat& rows, Sink& sink) {
+  const int left = sinkLeft_, top = sinkTop_ + rows.first, bottom = sinkTop_ + rows.end;
+  if constexpr (TakesRows<Sink>) {
+    forEachPart<Touched::Clear>(
+        rows.first,
+        [&](int x, int count, float winding) {
+          sink.evenRows({left + x, top, left + x + count, bottom}, winding);
+        },
+        [&](int x, int count, const float* windings) {
+          sink.variedRows({left + x, top, left + x + count, bottom}, windings);
+        });
+  } else {
+    for (int y = top; y + 1 < bottom; ++y) {
+      forEachPart<Touched::Keep>(
+          rows.first, [&](int x, int count, float winding) { sink.even(left + x, y, count, winding); },
+          [&](int x, int count, const float* windings) { sink.varied(left + x, y, count, windings); });
+    }
+    forEachPart<Touched::Clear>(
+        rows.first, [&](int x, int count, float winding) { sink.even(left + x, bottom - 1, count, winding); },
+        [&](int x, int count, const float* windings) { sink.varied(left + x, bottom - 1, count, windings); });
+  }
 }
 
 // The chain goes over these pixels of a row, in which it may have been before: in a row they follow each other.

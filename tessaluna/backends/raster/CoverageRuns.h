@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "tessaluna/backends/raster/CoverageSink.h"
 #include "tessaluna/backends/raster/PixelRect.h"
 
 namespace tessaluna::backend::raster {
@@ -24,26 +25,43 @@ class CoverageRuns {
   std::size_t bytes() const { return runs_.size() * sizeof(Run) + windings_.size() * sizeof(float); }
 
   // A sink of a coverage buffer.
-  void even(int x, int y, int count, float winding) {
-    add(x, y, count, Kind::Even);
+  void even(int x, int y, int count, float winding) { evenRows({x, y, x + count, y + 1}, winding); }
+  void varied(int x, int y, int count, const float* windings) { variedRows({x, y, x + count, y + 1}, windings); }
+  void evenRows(const PixelRect& box, float winding) {
+    add(box, Kind::Even);
     windings_.push_back(winding);
   }
-  void varied(int x, int y, int count, const float* windings) {
-    add(x, y, count, Kind::Varied);
-    windings_.insert(windings_.end(), windings, windings + count);
+  void variedRows(const PixelRect& box, const float* windings) {
+    add(box, Kind::Varied);
+    windings_.insert(windings_.end(), windings, windings + box.width());
   }
 
-  // The same calls in the same order, so many pixels away.
+  // The same coverage, so many pixels away.
   template <class Sink>
   void tell(Sink& sink, PixelOffset away) const {
+    const PixelOffset origin{box_.left + away.x, box_.top + away.y};
     const float* winding = windings_.data();
-    const int left = box_.left + away.x, top = box_.top + away.y;
-    for (const Run& run : runs_) {
-      if (run.kind == Kind::Even) {
-        sink.even(left + run.x, top + run.y, run.count, *winding++);
+    for (auto run = runs_.begin(); run < runs_.end();) {
+      if constexpr (TakesRows<Sink>) {
+        const PixelRect box = PixelRect{run->x, run->y, run->x + run->count, run->y + run->rows}.moved(origin);
+        if (run->kind == Kind::Even) sink.evenRows(box, *winding);
+        else sink.variedRows(box, winding);
+        winding += run++->windingCount();
       } else {
-        sink.varied(left + run.x, top + run.y, run.count, winding);
-        winding += run.count;
+        // All of a row before the next one, for those that have the same runs.
+        auto end = run;
+        const float* next = winding;
+        while (end < runs_.end() && end->y == run->y) next += end++->windingCount();
+        for (int y = origin.y + run->y, bottom = y + run->rows; y < bottom; ++y) {
+          const float* at = winding;
+          for (auto one = run; one < end; ++one) {
+            if (one->kind == Kind::Even) sink.even(origin.x + one->x, y, one->count, *at);
+            else sink.varied(origin.x + one->x, y, one->count, at);
+            at += one->windingCount();
+          }
+        }
+        run = end;
+        winding = next;
       }
     }
   }
@@ -51,11 +69,13 @@ class CoverageRuns {
  private:
   enum class Kind : std::uint16_t { Even, Varied };
   struct Run {
-    std::uint16_t x, y, count;  // from the box's upper left corner
+    std::uint16_t x, y, count, rows;  // from the box's upper left corner
     Kind kind;
+    int windingCount() const { return kind == Kind::Even ? 1 : count; }
   };
-  void add(int x, int y, int count, Kind kind) {
-    runs_.push_back({std::uint16_t(x - box_.left), std::uint16_t(y - box_.top), std::uint16_t(count), kind});
+  void add(const PixelRect& box, Kind kind) {
+    runs_.push_back({std::uint16_t(box.left - box_.left), std::uint16_t(box.top - box_.top), std::uint16_t(box.width()),
+                     std::uint16_t(box.height()), kind});
   }
   PixelRect box_;
   std::vector<Run> runs_;

@@ -109,6 +109,12 @@ void GradientRamp::forEachSlope(int x, int y, int count, Write write) const {
 }
 
 void GradientRamp::writePixels(int x, int y, int count, std::uint32_t* pixels) {
+  if (perColumn_ == 0) {
+    const Float4 color = colorAt(x, y);
+    std::uint32_t pixel = 0;
+    storeRow(&color, &pixel, 1);
+    return fillPixels(pixels, count, pixel);
+  }
   forEachSlope(x, y, count, [pixels](int index, int pixelCount, const Slope& slope) {
     const Uint4 first = steps(slope.first);
     if (!isAnySet(slope.perPixel != splat(0))) {

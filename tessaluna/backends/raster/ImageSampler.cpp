@@ -259,6 +259,14 @@ void ImageSampler::writePixels(int x, int y, int count, std::uint32_t* pixels) {
   });
 }
 
+void ImageSampler::writeRows(const PixelRect& box, std::uint32_t* pixels, std::size_t stride) {
+  if (way_ != Way::Copied) return RowSource::writeRows(box, pixels, stride);
+  const std::uint32_t* from = texels_.row(box.top - top_) + (box.left - left_);
+  const std::size_t bytes = std::size_t(box.width()) * sizeof(*pixels);
+  for (int rows = box.height(); rows > 0; --rows, from += texels_.width, pixels = rowAfter(pixels, stride))
+    std::memcpy(pixels, from, bytes);
+}
+
 void ImageSampler::writeInks(int x, int y, int count, InkRow& row) {
   if (way_ == Way::Copied) {
     const std::uint32_t* from = texels_.row(y - top_) + (x - left_);

@@ -22,6 +22,7 @@ class ImageSampler final : public RowSource {
 
   bool isOpaque() const override { return isOpaque_; }
   void writePixels(int x, int y, int count, std::uint32_t* pixels) override;
+  void writeRows(const PixelRect& box, std::uint32_t* pixels, std::size_t stride) override;
   void writeInks(int x, int y, int count, InkRow& row) override;
 
  private:

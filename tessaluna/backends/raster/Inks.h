@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <cwchar>
 
 #include "tessaluna/backends/raster/Float4.h"
 
@@ -69,8 +70,15 @@ inline void forEachFour(std::uint32_t* pixels, int count, Paint paint) {
 }
 
 // Most runs are too short for what fills of the library begin with, and a loop that stores once per turn takes twice as
-// long as the stores.
+// long as the stores. For long ones the C library knows the widest stores of the processor.
 inline void fillPixels(std::uint32_t* pixels, int count, std::uint32_t pixel) {
+  if constexpr (sizeof(wchar_t) == sizeof(std::uint32_t)) {
+    constexpr int longRun = 128;
+    if (count >= longRun) {
+      std::wmemset(reinterpret_cast<wchar_t*>(pixels), wchar_t(pixel), std::size_t(count));
+      return;
+    }
+  }
   const int p = int(pixel);
   const Short8 full = halves(Int4{p, p, p, p});
   for (; count >= 32; pixels += 32, count -= 32) {

@@ -23,6 +23,11 @@ class RowPainter {
     forEachFour(pixels, count, [&](std::uint32_t* four, int index) { paint(four, index, share); });
   }
 
+  void evenRows(const PixelRect& box, float winding) {
+    if (isOpaque_ && coverageOf(winding) > fullCoverage)
+      return source_.writeRows(box, bitmap_.row(box.top) + box.left, bitmap_.stride());
+    for (int y = box.top; y < box.bottom; ++y) even(box.left, y, box.width(), winding);
+  }
   void varied(int x, int y, int count, const float* windings) {
     source_.writeInks(x, y, count, row_);
     forEachFour(bitmap_.row(y) + x, count, [&](std::uint32_t* four, int index) {
@@ -32,6 +37,9 @@ class RowPainter {
       std::memcpy(&of, coverage, sizeof of);
       paint(four, index, shareOf(of * splat(alpha_)));
     });
+  }
+  void variedRows(const PixelRect& box, const float* windings) {
+    for (int y = box.top; y < box.bottom; ++y) varied(box.left, y, box.width(), windings);
   }
 
  private:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tessaluna/backends/raster/Inks.h"
+#include "tessaluna/backends/raster/PixelRect.h"
 #include "tessaluna/backends/raster/WorkBuffer.h"
 
 namespace tessaluna::backend::raster {
@@ -38,8 +39,16 @@ class RowSource {
   virtual bool isOpaque() const = 0;
   // Writes the colors of an opaque source.
   virtual void writePixels(int x, int y, int count, std::uint32_t* pixels) = 0;
+  // The same for the rows of a box, which lie so many bytes apart.
+  virtual void writeRows(const PixelRect& box, std::uint32_t* pixels, std::size_t stride) {
+    for (int y = box.top; y < box.bottom; ++y, pixels = rowAfter(pixels, stride))
+      writePixels(box.left, y, box.width(), pixels);
+  }
   // The row has room for the pixels.
   virtual void writeInks(int x, int y, int count, InkRow& row) = 0;
+
+ protected:
+  static std::uint32_t* rowAfter(std::uint32_t* row, std::size_t stride) { return row + stride / sizeof(std::uint32_t); }
 };
 
 }  // namespace tessaluna::backend::raster

@@ -1,5 +1,6 @@
 #include "tessaluna/backends/raster/Studio.h"
 
+#include <type_traits>
 #include <utility>
 
 namespace tessaluna::backend::raster {
@@ -177,12 +178,20 @@ void RasterCanvas::Studio::fillRect(const DeviceRect& rect, const Source& source
   const float leftShare = share(box.left, rect.left, rect.right), rightShare = share(last, rect.left, rect.right);
   const int from = leftShare < 1 ? box.left + 1 : box.left, to = rightShare < 1 ? last : box.right;
   paint(source, box, [&](auto& painter, const PixelRect& part) {
-    for (int y = part.top; y < part.bottom; ++y) {
-      const float height = share(y, rect.top, rect.bottom);
-      const int partFrom = std::max(from, part.left), partTo = std::min(to, part.right);
-      if (from > part.left) painter.even(part.left, y, 1, height * leftShare);
-      if (partFrom < partTo) painter.even(partFrom, y, partTo - partFrom, height);
-      if (to < part.right && last >= from) painter.even(last, y, 1, height * rightShare);
+    const int partFrom = std::max(from, part.left), partTo = std::min(to, part.right);
+    constexpr bool takesRows = TakesRows<std::remove_reference_t<decltype(painter)>>;
+    const auto fillBox = [&](const PixelRect& filled, float winding) {
+      if constexpr (takesRows) painter.evenRows(filled, winding);
+      else painter.even(filled.left, filled.top, filled.width(), winding);
+    };
+    for (int top = part.top, bottom; top < part.bottom; top = bottom) {
+      // Only the first and the last row may be cut.
+      const bool isEdge = top == part.top || top + 1 == part.bottom;
+      bottom = takesRows && !isEdge ? part.bottom - 1 : top + 1;
+      const float height = share(top, rect.top, rect.bottom);
+      if (from > part.left) fillBox({part.left, top, part.left + 1, bottom}, height * leftShare);
+      if (partFrom < partTo) fillBox({partFrom, top, partTo, bottom}, height);
+      if (to < part.right && last >= from) fillBox({last, top, last + 1, bottom}, height * rightShare);
     }
   });
 }

@@ -1,0 +1,19 @@
+// Who receives the coverage of a shape, row by row from the top:
+//   sink.even(x, y, count, winding)     a run of pixels with one winding, none where it is 0
+//   sink.varied(x, y, count, windings)  a run of single ones, some of which may be 0
+// A pixel's coverage is the winding's amount, at most 1.
+#pragma once
+
+#include "tessaluna/backends/raster/PixelRect.h"
+
+namespace tessaluna::backend::raster {
+
+// A sink that does not need rows in their order receives those that are all the same in one call for each run, with the windings
+// of one of them.
+template <class Sink>
+concept TakesRows = requires(Sink& sink, const PixelRect& box, const float* windings) {
+  sink.evenRows(box, 1.0f);
+  sink.variedRows(box, windings);
+};
+
+}  // namespace tessaluna::backend::raster
