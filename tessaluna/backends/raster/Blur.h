@@ -47,6 +47,12 @@ class Blur {
   struct Kernel {
     int first = 0;
     std::vector<float> weights;
+    bool isSymmetric = false;
+  };
+  // Some neighbouring weights of a kernel. Those that mirror each other are multiplied once: so many pairs, from this one on.
+  struct Taps {
+    std::span<const float> weights;
+    std::size_t firstPair = 0, pairs = 0;
   };
 
   // Of a pixel between two cells.
@@ -56,7 +62,8 @@ class Blur {
   };
 
   static int inBlocks(int count) { return (count + blockSize - 1) / blockSize * blockSize; }
-  static void sumBlock(const float* from, std::ptrdiff_t step, std::span<const float> weights, float* out, int count);
+  static Taps tapsOf(const Kernel& kernel, int from, int to);
+  static void sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out, int count);
   void convolveAcross(Plane& from, int y);
   void convolveDown(int y, Plane& to);
   static void makeKernel(Kernel& kernel, double deviation, double move);

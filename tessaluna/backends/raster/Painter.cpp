@@ -23,6 +23,10 @@ Painter::Painter(const Painting& painting, const PixelRect& shapeBox, Memory& me
   row_ = box_.top;
   left_ = box_.right;
   right_ = box_.left;
+  if (!surface.bitmap || painting.mode != BlendMode::Normal) return;
+  const Source& source = painting.source;
+  if (source.isEven()) color_.emplace(*surface.bitmap, source.color);
+  else if (source.rows) rows_.emplace(*surface.bitmap, *source.rows, source.alpha, memory.inks);
 }
 
 void Painter::goToRow(int y) {
@@ -72,6 +76,8 @@ void Painter::blend(int left, int right) {
     }
   }
 
+  if (color_) return color_->varied(left, row_, count, coverage);
+  if (rows_) return rows_->varied(left, row_, count, coverage);
   const Surface& surface = painting_.surface;
   if (surface.tint) {
     float* const alphas = reinterpret_cast<float*>(memory_.source.data());

@@ -4,7 +4,9 @@
 #include "tessaluna/backends/raster/Bitmap.h"
 #include "tessaluna/backends/raster/Blend.h"
 #include "tessaluna/backends/raster/Clip.h"
+#include "tessaluna/backends/raster/ColorPainter.h"
 #include "tessaluna/backends/raster/Layer.h"
+#include "tessaluna/backends/raster/RowPainter.h"
 #include "tessaluna/backends/raster/RowSource.h"
 
 namespace tessaluna::backend::raster {
@@ -71,6 +73,9 @@ class Painter {
   Memory& memory_;
   PixelRect box_;
   bool isUnbounded_ = false;
+  // What goes over a bitmap by the plain operator, once the clip is in the coverage.
+  std::optional<ColorPainter> color_;
+  std::optional<RowPainter> rows_;
   int row_ = 0, left_ = 0, right_ = 0;  // columns of this row that have coverage
   float* coverage_ = nullptr;           // of the whole row of the box
 };
