@@ -1,39 +1,62 @@
-// A search field that completes over 20,000 tracks, albums and artists. What a host does stands in SearchHost.
+// A search field that completes over 20,000 tracks, albums and artists, at once or as if over a slow network.
+#include <QCheckBox>
 #include <QLabel>
 #include <QVBoxLayout>
 
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
-#include "gallery/search/SearchHost.h"
+#include "gallery/search/LibrarySearch.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/time/DispatchQueue.h"
+#include "tessaluna/ready/search/SearchField.h"
 
 namespace gallery {
 
 using namespace tessaluna::platform;
+using namespace tessaluna::ready;
+
+namespace {
+
+constexpr std::size_t itemCount = 20000;
+constexpr double slowAnswer = 1.5;
+
+Ref<SearchField> makeSearchField(const QCheckBox* isSlow, const Report& report) {
+  const auto search = make<SearchField>(CGRect{0, 0, 440, 26});
+  search->setTexts({.placeholder = "Search tracks, albums and artists"});
+  const auto library = std::make_shared<LibrarySearch>(inventedLibrary(itemCount));
+  search->setSource([library, isSlow](const SearchQuestion& question) {
+    DispatchQueue::main().asyncAfter(isSlow->isChecked() ? slowAnswer : 0,
+                                     [=] { question.answer(library->rowsFor(question.text())); });
+  });
+  search->setOnPick([report](const SearchRow& row) { report(row.title + " – " + row.detail); });
+  search->setOnSearch([report](const std::string& text) {
+    if (!text.empty()) report("search for “" + text + "”");
+  });
+  return search;
+}
+
+}  // namespace
 
 QWidget* makeSearchPage(Report report) {
-  constexpr std::size_t itemCount = 20000;
-  auto* journal = new Journal;
-  const auto host = make<SearchHost>(inventedLibrary(itemCount));
-  host->setReport([report = std::move(report), journal](const std::string& what) {
-    journal->add(what);
-    report(what);
-  });
   auto* page = new QWidget;
-  // A delegate is not kept alive by its field: the page keeps it.
-  QObject::connect(page, &QObject::destroyed, [host] {});
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 32, 24);
   column->setSpacing(14);
-  auto* field = new tessaluna::backend::qt::QtViewWidget(host->view());
-  field->setFixedHeight(static_cast<int>(host->view()->frame().size.height));
+  auto* journal = new Journal;
+  auto* isSlow = new QCheckBox("Answers take a while");
+  auto* field = new tessaluna::backend::qt::QtViewWidget(
+      makeSearchField(isSlow, [report = std::move(report), journal](const std::string& what) {
+        journal->add(what);
+        report(what);
+      }));
+  field->setFixedHeight(26);
   field->setMaximumWidth(440);
-  field->setAccessibleName("search");
   column->addWidget(field);
-  auto* hint =
-      new QLabel("Type the beginning of any words. Arrow keys choose, Return takes, Escape gives back what you typed.");
+  auto* hint = new QLabel(
+      "Type the beginning of any words. Arrow keys choose, Return takes or searches, Escape gives back what you typed.");
   hint->setObjectName("cardNote");
   column->addWidget(hint);
+  column->addWidget(isSlow);
   auto* heading = new QLabel("Taken");
   heading->setObjectName("family");
   column->addWidget(heading);

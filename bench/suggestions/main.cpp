@@ -17,8 +17,8 @@
 
 #include "bench/harness/cpuTime.h"
 #include "bench/harness/statistics.h"
+#include "bench/suggestions/SuggestionRow.h"
 #include "gallery/search/Library.h"
-#include "gallery/search/SuggestionRow.h"
 #include "tessaluna/backends/headless/HeadlessBackend.h"
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
@@ -95,7 +95,7 @@ class Contestant {
 class KitPopUp : public Contestant {
  public:
   KitPopUp(const char* name, std::vector<Suggestion> suggestions, std::function<void()> settle,
-           std::string prototype = gallery::registerSuggestionRow())
+           std::string prototype = bench::registerSuggestionRow())
       : Contestant(name), suggestions_(std::move(suggestions)), settle_(std::move(settle)) {
     window_->contentView()->addSubview(field_);
     controller_->setSuggestionPrototype(std::move(prototype));

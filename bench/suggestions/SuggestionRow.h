@@ -4,9 +4,9 @@
 
 #include <string>
 
-namespace gallery {
+namespace bench {
 
 // Makes the rows known, and the library's classes with them. Returns the name for setSuggestionPrototype.
 std::string registerSuggestionRow();
 
-}  // namespace gallery
+}  // namespace bench

@@ -1,13 +1,13 @@
-#include "gallery/search/SuggestionRow.h"
+#include "bench/suggestions/SuggestionRow.h"
 
 #include "tessaluna/platform/interface_files/NSNib.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 
-namespace gallery {
+namespace bench {
 
 namespace {
 
-constexpr const char* name = "gallery.SuggestionRow";
+constexpr const char* name = "bench.SuggestionRow";
 
 // As wide as the pop-up will make it, so that the texts grow with it (2: in width). Long texts end in an ellipsis (4).
 constexpr std::string_view row = R"({
@@ -28,4 +28,4 @@ std::string registerSuggestionRow() {
   return name;
 }
 
-}  // namespace gallery
+}  // namespace bench
