@@ -26,6 +26,7 @@ constexpr QtKey qtKeys[] = {
     {Qt::Key_End, KeyName::End},
     {Qt::Key_PageUp, KeyName::PageUp},
     {Qt::Key_PageDown, KeyName::PageDown},
+    {Qt::Key_Menu, KeyName::Menu},
     {Qt::Key_Return, KeyName::Return},
     {Qt::Key_Enter, KeyName::Enter},
     {Qt::Key_Tab, KeyName::Tab},

@@ -45,6 +45,7 @@ enum class KeyName {
   End,
   PageUp,
   PageDown,
+  Menu,
   Return,
   Enter,  // of the number pad
   Tab,

@@ -1,5 +1,6 @@
 #include "tessaluna/platform/events/keyFields.h"
 
+#include "tessaluna/platform/events/menuKey.h"
 #include "tessaluna/platform/text/unicode.h"
 
 namespace tessaluna::platform {
@@ -25,6 +26,7 @@ constexpr KeyCharacter characterOfKey[] = {
     {KeyName::End, NSEndFunctionKey},
     {KeyName::PageUp, NSPageUpFunctionKey},
     {KeyName::PageDown, NSPageDownFunctionKey},
+    {KeyName::Menu, NSMenuFunctionKey},
     {KeyName::Return, '\r'},
     {KeyName::Enter, '\x03'},
     {KeyName::Tab, '\t'},

@@ -42,6 +42,7 @@ TEST(keyTranslation, CharactersAndModifiers) {
       {Qt::Key_F1, {}, "", "\uF704", "\uF704", function},
       {Qt::Key_F12, {}, "", "\uF70F", "\uF70F", function},
       {Qt::Key_PageDown, {}, "", "\uF72D", "\uF72D", function},
+      {Qt::Key_Menu, {}, "", "\uF735", "\uF735", function},
       {Qt::Key_Delete, {}, "\x7F", "\uF728", "\uF728", function},
       {Qt::Key_Backspace, {}, "\b", "\x7F", "\x7F", 0},
       {Qt::Key_Return, {}, "\r", "\r", "\r", 0},

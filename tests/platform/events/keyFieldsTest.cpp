@@ -45,6 +45,7 @@ TEST(KeyFieldsTest, KeysWithNamesHaveCharactersOfTheirOwn) {
   const Typed table[] = {
       {{.name = KeyName::Left}, "\uF702", "\uF702", function | pad},
       {{.name = KeyName::PageDown}, "\uF72D", "\uF72D", function},
+      {{.name = KeyName::Menu}, "\uF735", "\uF735", function},
       {{.name = KeyName::Delete, .text = "\x7F"}, "\uF728", "\uF728", function},
       {{.name = KeyName::Backspace, .text = "\b"}, "\x7F", "\x7F", 0},
       {{.name = KeyName::Return, .text = "\r"}, "\r", "\r", 0},
