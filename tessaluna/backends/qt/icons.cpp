@@ -4,20 +4,24 @@
 #include <QIconEngine>
 #include <QImage>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmap>
 #include <QStyle>
 #include <QStyleOption>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "tessaluna/backends/qt/decodeImage.h"
+#include "tessaluna/backends/qt/systemColors.h"
 #include "tessaluna/backends/raster/Bitmap.h"
 #include "tessaluna/backends/raster/RasterCanvas.h"
 #include "tessaluna/platform/backend/imageDecoder.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/graphics/CGContext.h"
 #include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/PaletteCanvas.h"
 
 namespace tessaluna::backend::qt {
 
@@ -64,7 +68,35 @@ Placement turned(CGSize image, const QRectF& rect, const QTransform& toPixels) {
           yDown(image) * QTransform::fromScale(scale, scale) * QTransform::fromTranslate(corner.x(), corner.y()) * toPixels};
 }
 
-QImage render(NSImage& image, const Placement& placement) {
+struct RolePair {
+  QPalette::ColorRole text, ground;
+};
+
+RolePair rolesOf(IconRole role) {
+  switch (role) {
+    case IconRole::None:
+    case IconRole::Text: return {QPalette::WindowText, QPalette::Window};
+    case IconRole::ButtonText: return {QPalette::ButtonText, QPalette::Button};
+    case IconRole::ListText: return {QPalette::Text, QPalette::Base};
+  }
+  unreachable();
+}
+
+bool followsPalette(const IconLook& look) { return look.role != IconRole::None || look.tint || neutralsFollowPalette(); }
+
+// Absent where the drawing's own colors count.
+std::optional<NeutralAxis> axisOf(const IconLook& look, QIcon::Mode mode) {
+  if (!followsPalette(look)) return std::nullopt;
+  const QPalette palette = QGuiApplication::palette();
+  const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+  const RolePair roles =
+      mode == QIcon::Selected ? RolePair{QPalette::HighlightedText, QPalette::Highlight} : rolesOf(look.role);
+  const bool isTinted = look.tint && mode != QIcon::Disabled && mode != QIcon::Selected;
+  return NeutralAxis(colorOf(isTinted ? *look.tint : palette.color(group, roles.text)),
+                     colorOf(palette.color(group, roles.ground)));
+}
+
+QImage render(NSImage& image, const Placement& placement, const std::optional<NeutralAxis>& axis) {
   const QSize size = placement.pixels.size();
   if (std::max(size.width(), size.height()) > raster::Bitmap::maximumSide) return {};
   QImage picture(size, QImage::Format_ARGB32_Premultiplied);
@@ -76,7 +108,9 @@ QImage render(NSImage& image, const Placement& placement) {
   // The image's points are those of the base space, in which shadows are told: they grow with the rest.
   const double scale = std::sqrt(std::abs(placement.ofPoints.determinant()));
   raster::RasterCanvas canvas(*bitmap, {.scale = scale});
-  CGContext context(canvas);
+  std::optional<PaletteCanvas> mapping;
+  if (axis) mapping.emplace(canvas, *axis);
+  CGContext context(mapping ? static_cast<Canvas&>(*mapping) : canvas);
   const QTransform t = placement.ofPoints * QTransform::fromTranslate(-placement.pixels.x(), -placement.pixels.y()) *
                        QTransform(1, 0, 0, -1, 0, picture.height()) * QTransform::fromScale(1 / scale, 1 / scale);
   context.concat({t.m11(), t.m12(), t.m21(), t.m22(), t.dx(), t.dy()});
@@ -95,7 +129,7 @@ QPixmap styled(const QImage& picture, QIcon::Mode mode) {
 
 class ImageIconEngine : public QIconEngine {
  public:
-  explicit ImageIconEngine(Ref<NSImage> image) : image_(std::move(image)) {}
+  ImageIconEngine(Ref<NSImage> image, IconLook look) : image_(std::move(image)), look_(std::move(look)) {}
 
   QString key() const override { return QStringLiteral("TessalunaUIKit"); }
   QIconEngine* clone() const override { return new ImageIconEngine(*this); }
@@ -110,7 +144,7 @@ class ImageIconEngine : public QIconEngine {
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
     const QSize actual = actualSize(size, mode, state);
     if (actual.isEmpty()) return {};
-    return styled(render(*image_, upright(image_->size(), QRect(QPoint(0, 0), actual))), mode);
+    return picture(upright(image_->size(), QRect(QPoint(0, 0), actual)), mode);
   }
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
@@ -126,34 +160,40 @@ class ImageIconEngine : public QIconEngine {
     const Placement placement = isUpright ? upright(image_->size(), toPixels.mapRect(QRectF(rect)).toRect())
                                           : turned(image_->size(), rect, toPixels);
     if (placement.pixels.isEmpty()) return;
-    const QPixmap picture = styled(render(*image_, placement), mode);
+    const QPixmap pixels = picture(placement, mode);
     // Whatever Qt puts behind the painter's own transform, one unit becomes one pixel.
     const QTransform own = painter->worldTransform();
     painter->setWorldTransform(toPixels.inverted() * own);
-    painter->drawPixmap(placement.pixels.topLeft(), picture);
+    painter->drawPixmap(placement.pixels.topLeft(), pixels);
     painter->setWorldTransform(own);
   }
 
  private:
   ImageIconEngine(const ImageIconEngine&) = default;
   bool isEmpty() const { return !hasExtent(image_->size()); }  // an image's size may change
+  QPixmap picture(const Placement& placement, QIcon::Mode mode) const {
+    const QImage image = render(*image_, placement, axisOf(look_, mode));
+    return followsPalette(look_) ? QPixmap::fromImage(image) : styled(image, mode);
+  }
 
   Ref<NSImage> image_;
+  IconLook look_;
 };
 
 }  // namespace
 
-QIcon icon(Ref<NSImage> image) {
+QIcon icon(Ref<NSImage> image, IconLook look) {
   if (!image || !hasExtent(image->size())) return {};
-  return QIcon(new ImageIconEngine(std::move(image)));
+  return QIcon(new ImageIconEngine(std::move(image), std::move(look)));
 }
 
-QIcon iconOfDrawing(CGSize size, std::function<void(CGRect)> draw) {
+QIcon iconOfDrawing(CGSize size, std::function<void(CGRect)> draw, IconLook look) {
   if (!draw) stopProgram("iconOfDrawing: an empty drawing");
-  return icon(NSImage::imageWithSize(size, false, [draw = std::move(draw)](CGRect frame) {
+  const auto image = NSImage::imageWithSize(size, false, [draw = std::move(draw)](CGRect frame) {
     draw(frame);
     return true;
-  }));
+  });
+  return icon(image, std::move(look));
 }
 
 }  // namespace tessaluna::backend::qt

@@ -7,9 +7,9 @@
 
 namespace tessaluna::backend::qt {
 
-namespace {
-
 Color colorOf(const QColor& color) { return {color.redF(), color.greenF(), color.blueF(), color.alphaF()}; }
+
+namespace {
 
 // Selected text keeps its own color here, where Qt's turns over: what is behind it must stay near the ground.
 Color selectionBehindText(const QPalette& palette, QPalette::ColorRole role) {

@@ -18,6 +18,7 @@ namespace tessaluna::backend {
 struct Color {
   double red = 0, green = 0, blue = 0, alpha = 1;
   std::string_view name = {};  // of a named color, for recordings; its text lives for ever. Empty for a made one
+  bool isSystem = false;  // from the desktop's palette, by itself or changed: what follows the palette leaves it as it is
 
   friend bool operator==(const Color& a, const Color& b) {
     return a.red == b.red && a.green == b.green && a.blue == b.blue && a.alpha == b.alpha;

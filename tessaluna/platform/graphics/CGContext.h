@@ -20,6 +20,8 @@ class CGContext {
   CGContext(const CGContext&) = delete;
   CGContext& operator=(const CGContext&) = delete;
 
+  backend::Canvas& canvas() const { return canvas_; }
+
   void saveState();
   void restoreState();  // without a save, or before the begin of the current layer: nothing
 

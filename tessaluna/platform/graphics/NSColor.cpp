@@ -51,6 +51,7 @@ backend::Color resolve(std::string_view name) {
     const backend::Backend* backend = backend::Backend::current();
     backend::Color color = backend ? backend->systemColor(entry.color) : backend::defaultSystemColor(entry.color);
     color.name = name;
+    color.isSystem = true;
     return color;
   }
   unreachable();
@@ -169,8 +170,12 @@ Ref<NSColor> NSColor::blendedColorWithFraction(CGFloat fraction, const Ref<NSCol
   if (!other || isPattern() || other->isPattern()) return nullptr;
   const backend::Color a = components(), b = other->components();
   const CGFloat rest = 1 - fraction;
-  return colorWithCalibratedRed(rest * a.red + fraction * b.red, rest * a.green + fraction * b.green,
-                                rest * a.blue + fraction * b.blue, rest * a.alpha + fraction * b.alpha);
+  return make<NSColor>(Value{.kind = Kind::CalibratedRGB,
+                             .color = {.red = rest * a.red + fraction * b.red,
+                                       .green = rest * a.green + fraction * b.green,
+                                       .blue = rest * a.blue + fraction * b.blue,
+                                       .alpha = rest * a.alpha + fraction * b.alpha,
+                                       .isSystem = a.isSystem || b.isSystem}});
 }
 
 Ref<NSColor> NSColor::colorWithAlphaComponent(CGFloat alpha) {

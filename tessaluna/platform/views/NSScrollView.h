@@ -1,5 +1,4 @@
-// A view that shows a part of a larger one, with scroll bars beside it. The header of a table lies above the rows and scrolls
-// sideways with them.
+// A view that shows a part of a larger one, with scroll bars beside it.
 #pragma once
 
 #include "tessaluna/platform/foundation/EnumNames.h"
@@ -63,17 +62,13 @@ class NSScrollView : public NSView {
   CGRect inside() const;  // the border
   Bars neededBars() const;
   bool areBarsOutdated() const;
-  Ref<NSView> headerOfDocument() const;  // null without one
-  CGFloat headerHeight() const;
-  CGRect insideBelowHeader() const;
   void placeBarsAndClipView();
-  void placeHeader();
   void scrollByUser(CGPoint origin);
   void updateScrollers();
   void scrollerMoved(NSObject* sender);
   static const Selector selectors_[];
 
-  Ref<NSClipView> clipView_, headerClipView_;  // the second above the first, while the document has a header
+  Ref<NSClipView> clipView_;
   Ref<NSScroller> verticalScroller_, horizontalScroller_;
   NSBorderType borderType_ = NSNoBorder;
   bool autohidesScrollers_ = false, drawsBackground_ = true;

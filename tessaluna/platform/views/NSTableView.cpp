@@ -26,17 +26,10 @@ constexpr Outlet tableOutlets[] = {outlet<&NSTableView::setDataSource>("dataSour
 constexpr Property tableProperties[] = {property<&NSTableView::setRowHeight, "rowHeight">(),
                                         property<&NSTableView::setAllowsMultipleSelection, "allowsMultipleSelection">()};
 
-constexpr InnerObjects tableInnerObjects[] = {
-    innerObject<&NSTableView::addTableColumn>("tableColumns", InnerObjects::Count::Many),
-    innerObject<&NSTableView::setHeaderView>("headerView")};
-
 }  // namespace
 
-const ClassInfo NSTableView::staticClassInfo{.name = "NSTableView",
-                                             .base = &NSView::staticClassInfo,
-                                             .outlets = tableOutlets,
-                                             .properties = tableProperties,
-                                             .innerObjects = tableInnerObjects};
+const ClassInfo NSTableView::staticClassInfo{
+    .name = "NSTableView", .base = &NSView::staticClassInfo, .outlets = tableOutlets, .properties = tableProperties};
 
 namespace {
 
@@ -111,7 +104,10 @@ void NSTableView::placeRows() {
   }
 }
 
-void NSTableView::prepareContentInRect(CGRect) { setNeedsLayout(true); }
+void NSTableView::prepareContentInRect(CGRect) {
+  setNeedsLayout(true);
+  if (headerView_) headerView_->setNeedsDisplay(true);
+}
 
 CGRect NSTableView::rectOfRow(std::size_t row) const {
   if (row >= rowCount_) return NSZeroRect;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSScrollView.h"
@@ -23,6 +24,8 @@ constexpr Property viewProperties[] = {
     property<&NSView::setAutoresizingMask, "autoresizingMask">(),
     property<&NSView::setAutoresizesSubviews, "autoresizesSubviews">(),
     property<&NSView::setHidden, "hidden">(),
+    property<&NSView::setTintColor, "tintColor">(),
+    property<&NSView::setTintGroundColor, "tintGroundColor">(),
     property<&NSView::setWantsLayer, "wantsLayer">(),
     property<&NSView::setToolTip, "toolTip">(),
     property<&NSView::setIdentifier, "identifier">(),

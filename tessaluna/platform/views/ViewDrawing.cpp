@@ -1,9 +1,12 @@
 #include "tessaluna/platform/views/ViewDrawing.h"
 
+#include <optional>
 #include <utility>
 
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/PaletteCanvas.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -51,6 +54,16 @@ bool ViewDrawing::isHiddenOrHasHiddenAncestor() const {
   return false;
 }
 
+void ViewDrawing::setTintColor(Ref<NSColor> color) {
+  tintColor_ = std::move(color);
+  setNeedsDisplay(true);
+}
+
+void ViewDrawing::setTintGroundColor(Ref<NSColor> color) {
+  tintGroundColor_ = std::move(color);
+  setNeedsDisplay(true);
+}
+
 void ViewDrawing::geometryWillChange() {
   if (window()) setNeedsDisplay(true);
 }
@@ -65,9 +78,29 @@ bool isAllOf(CGRect part, CGRect whole) {
   return NSContainsRect(NSInsetRect(part, -noise, -noise), whole);
 }
 
+// A context above the given one in which black is the tint.
+class TintedContext {
+ public:
+  TintedContext(const NSColor& tint, const NSColor& ground, NSGraphicsContext& context)
+      : state_(context.CGContext()),
+        canvas_(context.CGContext().canvas(), {tint.components(), ground.components()}),
+        context_(canvas_),
+        graphics_(NSGraphicsContext::graphicsContextWithCGContext(context_, context.isFlipped())),
+        current_(graphics_) {}
+
+  NSGraphicsContext& graphics() const { return *graphics_; }
+
+ private:
+  GraphicsStateScope state_;
+  PaletteCanvas canvas_;
+  CGContext context_;
+  Ref<NSGraphicsContext> graphics_;
+  CurrentContextScope current_;
+};
+
 }  // namespace
 
-void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& context) {
+void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& outer) {
   if (isHidden_) return;
   // A window's tree is laid out before it is opened for drawing.
   if (!superview() && !window()) layoutSubtreeIfNeeded();
@@ -75,6 +108,10 @@ void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& context) 
   const CGRect dirty = NSIntersectionRect(toSuperview.inverted()->applyToRect(rect), bounds());
   if (NSIsEmptyRect(dirty)) return;
 
+  std::optional<TintedContext> tinted;
+  if (tintColor_)
+    tinted.emplace(*tintColor_, tintGroundColor_ ? *tintGroundColor_ : *NSColor::windowBackgroundColor(), outer);
+  NSGraphicsContext& context = tinted ? tinted->graphics() : outer;
   const Ref<NSView> held = refTo(asView());
   const bool wasDrawing = std::exchange(isDrawing_, true);
   const GraphicsStateScope state(context.CGContext());

@@ -31,6 +31,13 @@ class ViewDrawing : public ViewConstraints {
   // The view has become hidden, by itself or with a view above it.
   virtual void viewDidHide() {}
 
+  // Additions: what black becomes in the view and below it, and what white does, with grays on the way between them. A system
+  // color is the one of the moment of drawing. Null, as at the start: the view has no tint; white becomes the window's ground.
+  const Ref<NSColor>& tintColor() const { return tintColor_; }
+  void setTintColor(Ref<NSColor> color);
+  const Ref<NSColor>& tintGroundColor() const { return tintGroundColor_; }  // without a tint it does nothing
+  void setTintGroundColor(Ref<NSColor> color);
+
   // Kept for those who ask for it; a view here never has a layer.
   bool wantsLayer() const { return wantsLayer_; }
   void setWantsLayer(bool wants) { wantsLayer_ = wants; }
@@ -45,6 +52,7 @@ class ViewDrawing : public ViewConstraints {
  private:
   static void tellHidden(NSView& view);
 
+  Ref<NSColor> tintColor_, tintGroundColor_;
   bool needsDisplay_ = false;
   bool needsWholeDisplay_ = false;  // as setNeedsDisplay(true) asks, also where a superview cuts the view off
   bool isHidden_ = false;

@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NeutralAxis.h"
 #include "tessaluna/platform/graphics/contrast.h"
 #include "tessaluna/platform/views/FocusRingSurroundings.h"
 #include "tessaluna/platform/views/NSText.h"
@@ -79,10 +80,13 @@ void FocusRing::invalidate() const {
 
 Ref<NSColor> FocusRing::color() const {
   backend::Color ground = NSColor::windowBackgroundColor()->components();
-  if (window_.backgroundColor()) ground = painted(window_.backgroundColor()->components(), ground);
+  const auto add = [&](const NSColor& above) {
+    const backend::Color color = above.components();
+    ground = painted(neutralsFollowPalette() ? NeutralAxis::ofPalette().mapped(color) : color, ground);
+  };
+  if (window_.backgroundColor()) add(*window_.backgroundColor());
   const auto* surroundings = dynamic_cast<const FocusRingSurroundings*>(view());
-  if (const Ref<NSColor> own = surroundings ? surroundings->focusRingGround() : nullptr)
-    ground = painted(own->components(), ground);
+  if (const Ref<NSColor> own = surroundings ? surroundings->focusRingGround() : nullptr) add(*own);
   const auto contrast = [&](const Ref<NSColor>& color) { return contrastRatio(color->components(), ground); };
   const Ref<NSColor> highlight = NSColor::keyboardFocusIndicatorColor();
   if (contrast(highlight) >= leastContrast) return highlight;

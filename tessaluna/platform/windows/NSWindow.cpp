@@ -1,6 +1,7 @@
 #include "tessaluna/platform/windows/NSWindow.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
@@ -9,6 +10,7 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/graphics/PaletteCanvas.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/time/CAMediaTimingFunction.h"
 #include "tessaluna/platform/time/PropertyAnimation.h"
@@ -371,7 +373,9 @@ void NSWindow::displayIfNeeded() {
 }
 
 void NSWindow::drawContents(CGRect rect, backend::Canvas& canvas) {
-  CGContext context(canvas);
+  std::optional<PaletteCanvas> mapping;
+  if (neutralsFollowPalette()) mapping.emplace(canvas, NeutralAxis::ofPalette());
+  CGContext context(mapping ? static_cast<backend::Canvas&>(*mapping) : canvas);
   const auto graphics = NSGraphicsContext::graphicsContextWithCGContext(context, false);
   const CurrentContextScope current(graphics);
   const GraphicsStateScope state(context);

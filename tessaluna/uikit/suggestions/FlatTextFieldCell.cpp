@@ -4,6 +4,7 @@
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NeutralAxis.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/windows/NSApplication.h"
@@ -24,8 +25,9 @@ const ClassInfo FlatTextFieldCell::staticClassInfo{.name = "TessalunaUIKit.FlatT
 
 namespace {
 
-// By what a stock field stands on.
-bool isDesktopDark() {
+// By what a stock field stands on: this one is white then, unless its colors follow the palette.
+bool isWhiteOnDarkDesktop() {
+  if (neutralsFollowPalette()) return false;
   const auto ground = NSColor::controlBackgroundColor()->components();
   return 0.299 * ground.red + 0.587 * ground.green + 0.114 * ground.blue < 0.5;
 }
@@ -46,18 +48,18 @@ FlatTextFieldCell::FlatTextFieldCell(std::string text) : SuggestibleTextFieldCel
 }
 
 Ref<NSColor> FlatTextFieldCell::plainTextColor() const {
-  if (!isDesktopDark()) return SuggestibleTextFieldCell::plainTextColor();
+  if (!isWhiteOnDarkDesktop()) return SuggestibleTextFieldCell::plainTextColor();
   if (!isEnabled()) return dimmedText();
   return textColor() ? textColor() : darkText();
 }
 
 Ref<NSColor> FlatTextFieldCell::placeholderColor() const {
-  return isDesktopDark() ? dimmedText() : SuggestibleTextFieldCell::placeholderColor();
+  return isWhiteOnDarkDesktop() ? dimmedText() : SuggestibleTextFieldCell::placeholderColor();
 }
 
 Ref<NSText> FlatTextFieldCell::setUpFieldEditorAttributes(const Ref<NSText>& editor) {
   const Ref<NSText> ready = SuggestibleTextFieldCell::setUpFieldEditorAttributes(editor);
-  if (isDesktopDark()) {
+  if (isWhiteOnDarkDesktop()) {
     ready->setInsertionPointColor(darkText());
     ready->setSelectedTextBackgroundColor(paleSelection());
   }
