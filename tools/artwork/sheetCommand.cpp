@@ -6,6 +6,8 @@
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/PaletteCanvas.h"
+#include "tessaluna/platform/graphics/contrast.h"
 #include "tools/artwork/Command.h"
 #include "tools/artwork/Failure.h"
 #include "tools/artwork/Picture.h"
@@ -58,6 +60,14 @@ class Ground {
   std::optional<double> lightness_;
 };
 
+// From what is well seen on the ground to the ground itself.
+tessaluna::platform::NeutralAxis axisOn(const tessaluna::backend::Color& ground) {
+  using tessaluna::backend::Color;
+  constexpr Color black{0, 0, 0, 1}, pale{0.95, 0.95, 0.95, 1};
+  using tessaluna::platform::contrastRatio;
+  return {contrastRatio(black, ground) >= contrastRatio(pale, ground) ? black : pale, ground};
+}
+
 void drawText(const std::string& text, CGPoint baseline, const LetterStyle& style) {
   pathOfLetters(text, baseline, style)->stroke();
 }
@@ -101,28 +111,35 @@ void sheet(const Arguments& arguments) {
   if (const auto scale = arguments.value("--scale")) picture.scale = parseScale(*scale);
   if (const auto background = arguments.value("--background")) picture.background = parseBackground(*background);
 
+  const bool follows = arguments.has("--follow");
+  if (follows && !picture.background) throw UsageFailure("--follow needs a --background");
+
   const SheetLayout layout = SheetLayout::make(family);
   picture.area = {{0, 0}, layout.size};
   tessaluna::backend::raster::Bitmap bitmap = makeBitmap(picture);
   {
     tessaluna::backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale});
     fillBackground(canvas, picture);
-    const tessaluna::platform::CanvasScope scope(canvas);
-    drawSheet(layout, Ground(picture.background));
+    // What follows is drawn as for white.
+    std::optional<tessaluna::platform::PaletteCanvas> following;
+    if (follows) following.emplace(canvas, axisOn(*picture.background));
+    const tessaluna::platform::CanvasScope scope(following ? static_cast<tessaluna::backend::Canvas&>(*following) : canvas);
+    drawSheet(layout, Ground(follows ? tessaluna::backend::Color{1, 1, 1, 1} : picture.background));
   }
   writePng(std::string(*path), bitmap);
 }
 
-constexpr Option options[] = {{"-o"}, {"--family"}, {"--scale"}, {"--background"}};
+constexpr Option options[] = {{"-o"}, {"--family"}, {"--scale"}, {"--background"}, {"--follow", Option::Value::None}};
 
 }  // namespace
 
 const Command sheetCommand = {
     .name = "sheet",
-    .usage = "-o FILE.png [--family NAME] [--scale S] [--background none|light|dark|#rrggbb]",
+    .usage = "-o FILE.png [--family NAME] [--scale S] [--background none|light|dark|#rrggbb] [--follow]",
     .summary =
         "Paints a contact sheet: every routine in every combination of its flags, by families, or one family alone,\n"
-        "such as \"Mood icons\". What the ground would hide stands on a tile.",
+        "such as \"Mood icons\". What the ground would hide stands on a tile; with --follow black and white become the\n"
+        "text on the ground and the ground, as on a palette that the artwork follows.",
     .options = options,
     .run = sheet,
 };

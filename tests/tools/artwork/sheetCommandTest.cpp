@@ -48,6 +48,29 @@ TEST(SheetCommand, ADarkGroundIsInEveryCorner) {
   EXPECT_EQ(picture->at(picture->width - 1, picture->height - 1), (PngPicture::Pixel{0x10, 0x20, 0x30, 255}));
 }
 
+TEST(SheetCommand, OnADarkGroundWhatFollowsItNeedsNoTiles) {
+  const ToolFolder folder;
+  const auto groundPixels = [&](std::vector<std::string> more) {
+    std::vector<std::string> words{"sheet", "-o", "a.png", "--family", "Transport", "--background", "#101010"};
+    words.insert(words.end(), more.begin(), more.end());
+    folder.run(words);
+    const auto picture = readPng(folder / "a.png");
+    int count = 0;
+    for (int y = 0; picture && y < picture->height; ++y)
+      for (int x = 0; x < picture->width; ++x) count += picture->at(x, y) == PngPicture::Pixel{0x10, 0x10, 0x10, 255};
+    return count;
+  };
+  // Without it, glyphs that are dark by themselves stand on tiles.
+  EXPECT_GT(groundPixels({"--follow"}), groundPixels({}));
+}
+
+TEST(SheetCommand, ToFollowNeedsAGround) {
+  const ToolFolder folder;
+  const ToolRun run = folder.run({"sheet", "-o", "a.png", "--follow"});
+  EXPECT_NE(run.status, 0);
+  EXPECT_THAT(run.errors, HasSubstr("--follow needs a --background"));
+}
+
 TEST(SheetCommand, AnUnknownFamilyGetsTheNearestNamesAndNoFile) {
   const ToolFolder folder;
   const ToolRun run = folder.run({"sheet", "-o", "a.png", "--family", "Mod icons"});
