@@ -38,6 +38,7 @@ std::string_view helpText() {
          "  --screenshot FILE    write a picture of the page as a PNG file, and end\n"
          "  --screenshots DIR    write a picture of every page into the folder, and end\n"
          "  --scale S            device pixels for a point, times those of the desktop (0.5 to 4)\n"
+         "  --light, --dark      colors of the gallery's own in place of the desktop's\n"
          "  --log-actions        print what the controls report, and where they are on the screen\n"
          "  --help               print this\n";
 }
@@ -75,6 +76,8 @@ std::variant<Arguments, BadArguments> parseArguments(std::span<const char* const
       isFirstTask = setTask(Arguments::Task::ListPages);
     } else if (name == "--help") {
       isFirstTask = setTask(Arguments::Task::ShowHelp);
+    } else if (name == "--light" || name == "--dark") {
+      result.theme = name == "--light" ? Theme::Light : Theme::Dark;
     } else if (name == "--log-actions") {
       result.logsActions = true;
     } else {

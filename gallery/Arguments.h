@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "gallery/Pages.h"
+#include "gallery/look.h"
 
 namespace gallery {
 
@@ -15,7 +16,8 @@ struct Arguments {
   const Page* page = nullptr;  // absent: the first
   std::string output;          // the file of one screenshot, or the folder of all
   double scale = 1;            // times the desktop's own
-  bool logsActions = false;    // on standard output
+  Theme theme = Theme::Desktop;
+  bool logsActions = false;  // on standard output
 };
 
 // What is wrong with a command line, in one line.

@@ -25,8 +25,10 @@ struct GroundChoice {
   const char* name;
   GroundKind kind;
 };
-constexpr GroundChoice groundChoices[] = {
-    {"Light", GroundKind::Light}, {"Dark", GroundKind::Dark}, {"Transparent", GroundKind::Checkered}};
+constexpr GroundChoice groundChoices[] = {{"Window", GroundKind::Palette},
+                                          {"Light", GroundKind::Light},
+                                          {"Dark", GroundKind::Dark},
+                                          {"Transparent", GroundKind::Checkered}};
 
 using Cards = std::vector<GlyphCard*>;
 

@@ -1,4 +1,4 @@
-// The themed cells on a dark and on a light ground, with short labels and with such as are too long. What a host does is in
+// The themed cells on a dark ground and on the palette's, with short labels and with such as are too long. What a host does is in
 // gallery/cells/CellsHost.
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -10,7 +10,6 @@
 #include "gallery/Pages.h"
 #include "gallery/cells/CellsHost.h"
 #include "gallery/controlNames.h"
-#include "gallery/parts.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace gallery {
@@ -30,7 +29,9 @@ QWidget* makeColumn(const std::vector<CellsHost::Sample>& samples) {
   for (const CellsHost::Sample& sample : samples) {
     if (!sample.note.empty()) {
       if (column->count() > 0) column->addSpacing(4);
-      column->addWidget(makeNote(QString::fromStdString(sample.note)));
+      auto* note = new QLabel(QString::fromStdString(sample.note));
+      note->setObjectName("cardNote");
+      column->addWidget(note);
     }
     auto* widget = new tessaluna::backend::qt::QtViewWidget(sample.control);
     widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -46,7 +47,10 @@ QWidget* makeColumn(const std::vector<CellsHost::Sample>& samples) {
 
 QWidget* makeCellsPage(Report report) {
   auto* journal = new Journal;
-  const auto host = make<CellsHost>(journal->addingTo(std::move(report)));
+  const auto host = make<CellsHost>([report = std::move(report), journal](const std::string& what) {
+    journal->add(what);
+    report(what);
+  });
   auto* page = new QWidget;
   // A target is not kept alive by its controls: the page keeps it.
   QObject::connect(page, &QObject::destroyed, [host] {});
@@ -56,18 +60,26 @@ QWidget* makeCellsPage(Report report) {
   auto* grounds = new QHBoxLayout;
   grounds->setSpacing(16);
   column->addLayout(grounds);
-  for (const auto& [theme, kind] : {std::pair(Theme::Dark, GroundKind::Dark), std::pair(Theme::Light, GroundKind::Light)}) {
-    auto* ground = new Ground(makeColumn(host->makeSamples(theme)));
+  for (const auto& [theme, kind] :
+       {std::pair(Theme::Dark, GroundKind::Dark), std::pair(Theme::Light, GroundKind::Palette)}) {
+    const auto samples = host->makeSamples(theme);
+    // Cells with a dark theme have the colors of a dark ground already.
+    if (theme == Theme::Dark)
+      for (const CellsHost::Sample& sample : samples) keepColors(*sample.control);
+    auto* ground = new Ground(makeColumn(samples));
     ground->setKind(kind);
     grounds->addWidget(ground, 1);
   }
   constexpr int tableWidth = 400, tableHeight = 107;
-  QWidget* table = embed(host->makeTable({0, 0, tableWidth, tableHeight}), "albums");
+  auto* table = new tessaluna::backend::qt::QtViewWidget(host->makeTable({0, 0, tableWidth, tableHeight}));
+  table->setFixedSize(tableWidth, tableHeight);
   auto* foot = new QGridLayout;
   foot->setHorizontalSpacing(16);
   const auto addPart = [&](const char* title, QWidget* part) {
+    auto* heading = new QLabel(title);
+    heading->setObjectName("family");
     const int place = foot->columnCount();
-    foot->addWidget(makeHeading(title), 0, place);
+    foot->addWidget(heading, 0, place);
     foot->addWidget(part, 1, place);
   };
   addPart("Cells in a table", table);

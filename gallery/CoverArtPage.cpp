@@ -89,7 +89,10 @@ QWidget* makeEdges(QWidget* page) {
 QWidget* makeCoverArtPage(Report report) {
   auto* journal = new Journal;
   const auto host = make<CoverArtHost>();
-  host->setReport(journal->addingTo(std::move(report)));
+  host->setReport([report = std::move(report), journal](const std::string& what) {
+    journal->add(what);
+    report(what);
+  });
   auto* page = new QWidget;
   QObject::connect(page, &QObject::destroyed, [host] { host->setReport(nullptr); });
   auto* column = new QVBoxLayout(page);

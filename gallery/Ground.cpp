@@ -3,34 +3,61 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/views/NSView.h"
+
 namespace gallery {
+
+using tessaluna::backend::Color;
+using namespace tessaluna::platform;
 
 namespace {
 
 constexpr int radius = 7, margin = 14, checkSize = 8;
 
-const QBrush& checkeredBrush() {
-  static const QBrush brush = [] {
-    QImage tile(2 * checkSize, 2 * checkSize, QImage::Format_RGB32);
-    tile.fill(Qt::white);
-    QPainter painter(&tile);
-    painter.fillRect(0, 0, checkSize, checkSize, QColor(0xe4e4e9));
-    painter.fillRect(checkSize, checkSize, checkSize, checkSize, QColor(0xe4e4e9));
-    return QBrush(tile);
-  }();
-  return brush;
+constexpr Color lightGround{0.97, 0.97, 0.976}, lightText{0.08, 0.08, 0.1};
+constexpr Color darkGround{0.145, 0.149, 0.169}, darkText{0.93, 0.93, 0.94};
+
+QColor colorOf(const Color& color) {
+  return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green), static_cast<float>(color.blue));
 }
 
-QBrush brushOf(GroundKind kind) {
-  switch (kind) {
-    case GroundKind::Light: return QColor(0xf7f7f9);
-    case GroundKind::Dark: return QColor(0x25262b);
-    case GroundKind::Checkered: break;
-  }
-  return checkeredBrush();
+// White and a gray, of the palette.
+QBrush checkeredBrush() {
+  const NeutralAxis axis = NeutralAxis::ofPalette();
+  QImage tile(2 * checkSize, 2 * checkSize, QImage::Format_RGB32);
+  tile.fill(colorOf(axis.ground()));
+  QPainter painter(&tile);
+  const QColor check = colorOf(axis.mapped({0.89, 0.89, 0.89}));
+  painter.fillRect(0, 0, checkSize, checkSize, check);
+  painter.fillRect(checkSize, checkSize, checkSize, checkSize, check);
+  painter.end();
+  return QBrush(tile);
 }
 
 }  // namespace
+
+NeutralAxis axisOf(GroundKind kind) {
+  switch (kind) {
+    case GroundKind::Light: return {lightText, lightGround};
+    case GroundKind::Dark: return {darkText, darkGround};
+    case GroundKind::Palette:
+    case GroundKind::Checkered: break;
+  }
+  return NeutralAxis::ofPalette();
+}
+
+void tintForGround(NSView& view, GroundKind kind) {
+  if (kind == GroundKind::Palette || kind == GroundKind::Checkered) return;
+  const auto color = [](const Color& c) { return NSColor::colorWithSRGBRed(c.red, c.green, c.blue, 1); };
+  view.setTintColor(color(axisOf(kind).text()));
+  view.setTintGroundColor(color(axisOf(kind).ground()));
+}
+
+void keepColors(NSView& view) {
+  view.setTintColor(NSColor::blackColor());
+  view.setTintGroundColor(NSColor::whiteColor());
+}
 
 Ground::Ground(QWidget* content) {
   auto* row = new QHBoxLayout(this);
@@ -41,6 +68,7 @@ Ground::Ground(QWidget* content) {
 void Ground::setKind(GroundKind kind) {
   if (kind == kind_) return;
   kind_ = kind;
+  setProperty("ground", kind == GroundKind::Dark ? "dark" : "");  // for the style sheet
   update();
 }
 
@@ -48,7 +76,7 @@ void Ground::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(brushOf(kind_));
+  painter.setBrush(kind_ == GroundKind::Checkered ? checkeredBrush() : QBrush(colorOf(axisOf(kind_).ground())));
   painter.drawRoundedRect(rect(), radius, radius);
 }
 

@@ -100,7 +100,10 @@ QWidget* makeCard(const Exhibit& exhibit, const Ref<ControlReporter>& reporter) 
 
 QWidget* makeSmallControlsPage(Report report) {
   auto* journal = new Journal;
-  const auto reporter = make<ControlReporter>(journal->addingTo(std::move(report)));
+  const auto reporter = make<ControlReporter>([report = std::move(report), journal](const std::string& what) {
+    journal->add(what);
+    report(what);
+  });
   auto* page = new QWidget;
   // A target is not kept alive by its controls: the page keeps it.
   QObject::connect(page, &QObject::destroyed, [reporter] {});

@@ -21,7 +21,6 @@ QWidget* makeTrackListPage(Report report) {
   auto* ground = new QWidget;
   ground->setObjectName("trackList");
   ground->setAttribute(Qt::WA_StyledBackground);
-  ground->setStyleSheet("#trackList { background: #d8dae0; border-radius: 8px; }");
   auto* inGround = new QVBoxLayout(ground);
   inGround->setContentsMargins(4, 4, 4, 4);
   inGround->addWidget(list);

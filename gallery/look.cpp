@@ -1,64 +1,167 @@
 #include "gallery/look.h"
 
-#include <QApplication>
-#include <QFont>
+#include <QEvent>
 #include <QPalette>
 #include <QStyleFactory>
+#include <algorithm>
+
+#include "tessaluna/platform/graphics/contrast.h"
 
 namespace gallery {
 
 namespace {
 
-constexpr auto styleSheet = R"(
-#sidebar { background: #f3f3f6; border: none; border-right: 1px solid #e2e2e8; }
-#brand { font-size: 17px; font-weight: 600; color: #26262c; padding: 20px 20px 1px 20px; }
-#brandLine { font-size: 11px; color: #8b8b96; padding: 0 20px 16px 20px; }
+// {name} is one of the shades below.
+constexpr auto styleSheetOfShades = R"(
+#sidebar { background: {side}; border: none; border-right: 1px solid {edge}; }
+#brand { font-size: 17px; font-weight: 600; color: {text}; padding: 20px 20px 1px 20px; }
+#brandLine { font-size: 11px; color: {note}; padding: 0 20px 16px 20px; }
 #pageList { background: transparent; border: none; outline: none; padding: 0 10px; font-size: 13px; }
-#pageList::item { color: #3c3c44; padding: 6px 8px; border: 2px solid transparent; border-radius: 7px; margin: 1px 0; }
-#pageList::item:hover { background: #e9e9ee; }
-#pageList::item:selected { background: #dfe6fb; color: #2647b0; }
-#pageList::item:focus { border-color: #3f68e0; }
-#content { background: #ffffff; }
-#pageTitle { font-size: 24px; font-weight: 600; color: #1e1e24; }
-#pageSummary { font-size: 13px; color: #7c7c88; }
-#family { font-size: 15px; font-weight: 600; color: #2c2c34; }
-#familyCount { font-size: 12px; color: #9a9aa6; }
-#card { background: #ffffff; border: 1px solid #e6e6ec; border-radius: 10px; }
-#cardName { font-size: 12px; font-weight: 600; color: #34343c; }
-#cardNote { font-size: 11px; color: #9a9aa6; }
-#foot { color: #8b8b96; font-size: 11px; padding: 7px 32px; background: #fafafc; border-top: 1px solid #ececf1; }
-#label { font-size: 12px; color: #5c5c68; }
-#card QCheckBox { font-size: 11px; color: #5c5c68; spacing: 5px; }
-#journal { background: #fafafc; border: 1px solid #e6e6ec; border-radius: 10px; padding: 6px; font-size: 12px; color: #44444c; }
+#pageList::item { color: {text}; padding: 6px 8px; border: 2px solid transparent; border-radius: 7px; margin: 1px 0; }
+#pageList::item:hover { background: {hover}; }
+#pageList::item:selected { background: {chosen}; color: {chosenText}; }
+#pageList::item:focus { border-color: {focus}; }
+#content { background: {ground}; }
+#pageTitle { font-size: 24px; font-weight: 600; color: {text}; }
+#pageSummary { font-size: 13px; color: {note}; }
+#family { font-size: 15px; font-weight: 600; color: {text}; }
+#familyCount { font-size: 12px; color: {note}; }
+#card { background: {ground}; border: 1px solid {edge}; border-radius: 10px; }
+#cardName { font-size: 12px; font-weight: 600; color: {text}; }
+#cardNote { font-size: 11px; color: {note}; }
+QFrame[ground="dark"] #cardNote { color: #a2a2ac; }
+#foot { color: {note}; font-size: 11px; padding: 7px 32px; background: {raised}; border-top: 1px solid {edge}; }
+#label { font-size: 12px; color: {note}; }
+#card QCheckBox { font-size: 11px; color: {note}; spacing: 5px; }
+#journal { background: {raised}; border: 1px solid {edge}; border-radius: 10px; padding: 6px; font-size: 12px; color: {text}; }
+#trackList { background: {tray}; border-radius: 8px; }
 QScrollArea { background: transparent; border: 2px solid transparent; border-radius: 5px; }
-QScrollArea:focus { border-color: #3f68e0; }
-QToolButton#ground { background: #f3f3f6; border: 1px solid #e2e2e8; color: #5c5c68; font-size: 12px; padding: 5px 12px; }
-QToolButton#ground:checked { background: #dfe6fb; border-color: #c3cff5; color: #2647b0; }
-QToolButton#ground:focus { border: 2px solid #3f68e0; padding: 4px 11px; }
+QScrollArea:focus { border-color: {focus}; }
+QToolButton#ground { background: {side}; border: 1px solid {edge}; color: {note}; font-size: 12px; padding: 5px 12px; }
+QToolButton#ground:checked { background: {chosen}; border-color: {focus}; color: {chosenText}; }
+QToolButton#ground:focus { border: 2px solid {focus}; padding: 4px 11px; }
 QScrollBar:vertical { background: transparent; width: 11px; margin: 2px; }
-QScrollBar::handle:vertical { background: #d2d2da; border-radius: 3px; min-height: 40px; }
-QScrollBar::handle:vertical:hover { background: #b8b8c2; }
+QScrollBar::handle:vertical { background: {handle}; border-radius: 3px; min-height: 40px; }
+QScrollBar::handle:vertical:hover { background: {note}; }
+QScrollBar:horizontal { background: transparent; height: 11px; margin: 2px; }
+QScrollBar::handle:horizontal { background: {handle}; border-radius: 3px; min-width: 40px; }
+QScrollBar::handle:horizontal:hover { background: {note}; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: none; }
 )";
 
+constexpr double contrastOfText = 4.6, contrastOfControls = 3.1;
+
+QColor mixed(const QColor& from, const QColor& to, double share) {
+  const auto mix = [share](double a, double b) { return static_cast<float>(a + (b - a) * share); };
+  return QColor::fromRgbF(mix(from.redF(), to.redF()), mix(from.greenF(), to.greenF()), mix(from.blueF(), to.blueF()));
+}
+
+double contrast(const QColor& a, const QColor& b) {
+  const auto color = [](const QColor& c) { return tessaluna::backend::Color{c.redF(), c.greenF(), c.blueF(), 1}; };
+  return tessaluna::platform::contrastRatio(color(a), color(b));
+}
+
+// The nearest to `from` on the way to `to` that can be told from all the grounds.
+QColor seenOn(std::initializer_list<QColor> grounds, const QColor& from, const QColor& to, double leastContrast) {
+  constexpr int steps = 50;
+  for (int i = 0; i <= steps; ++i) {
+    const QColor color = mixed(from, to, static_cast<double>(i) / steps);
+    if (std::ranges::all_of(grounds, [&](const QColor& ground) { return contrast(color, ground) >= leastContrast; }))
+      return color;
+  }
+  return to;
+}
+
+QString styleSheetFor(const QPalette& palette) {
+  const QColor ground = palette.color(QPalette::Base), side = palette.color(QPalette::Window);
+  const QColor text = palette.color(QPalette::WindowText), highlight = palette.color(QPalette::Highlight);
+  const QColor raised = mixed(ground, side, 0.5), chosen = mixed(side, highlight, 0.18), tray = mixed(ground, text, 0.16);
+  struct Shade {
+    const char* name;
+    QColor color;
+  };
+  const Shade shades[] = {
+      {"ground", ground},
+      {"side", side},
+      {"raised", raised},
+      {"tray", tray},
+      {"text", text},
+      {"note", seenOn({ground, side, raised}, mixed(text, ground, 0.45), text, contrastOfText)},
+      {"edge", mixed(side, text, 0.11)},
+      {"hover", mixed(side, text, 0.06)},
+      {"handle", seenOn({ground}, mixed(text, ground, 0.65), text, contrastOfControls)},
+      {"chosen", chosen},
+      {"chosenText", seenOn({chosen}, highlight, text, contrastOfText)},
+      {"focus", seenOn({ground, side}, highlight, text, contrastOfControls)},
+  };
+  QString sheet = styleSheetOfShades;
+  for (const Shade& shade : shades) sheet.replace(QString("{%1}").arg(shade.name), shade.color.name());
+  return sheet;
+}
+
+struct Colors {
+  QRgb window, base, button, text, disabledText, placeholder, highlight, highlightedText, link;
+};
+
+constexpr Colors lightColors{.window = 0xfff6f6f8,
+                             .base = 0xffffffff,
+                             .button = 0xfff3f3f6,
+                             .text = 0xff2a2a30,
+                             .disabledText = 0xff9a9aa6,
+                             .placeholder = 0xff71717c,
+                             .highlight = 0xff3f68e0,
+                             .highlightedText = 0xffffffff,
+                             .link = 0xff2647b0};
+constexpr Colors darkColors{.window = 0xff222327,
+                            .base = 0xff1a1b1e,
+                            .button = 0xff303238,
+                            .text = 0xffe6e6ea,
+                            .disabledText = 0xff7d7e88,
+                            .placeholder = 0xff95969f,
+                            .highlight = 0xff3f68e0,
+                            .highlightedText = 0xffffffff,
+                            .link = 0xff8fa8ff};
+
+QPalette paletteOf(const Colors& colors) {
+  // The other shades of frames and troughs are made of these two.
+  QPalette palette{QColor(colors.button), QColor(colors.window)};
+  palette.setColor(QPalette::Base, colors.base);
+  palette.setColor(QPalette::AlternateBase, colors.window);
+  palette.setColor(QPalette::ToolTipBase, colors.button);
+  palette.setColor(QPalette::PlaceholderText, colors.placeholder);
+  palette.setColor(QPalette::Highlight, colors.highlight);
+  palette.setColor(QPalette::HighlightedText, colors.highlightedText);
+  palette.setColor(QPalette::Link, colors.link);
+  for (const QPalette::ColorRole text :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText, QPalette::BrightText}) {
+    palette.setColor(text, colors.text);
+    palette.setColor(QPalette::Disabled, text, colors.disabledText);
+  }
+  return palette;
+}
+
 }  // namespace
 
-void applyLook(QApplication& application) {
-  application.setStyle(QStyleFactory::create("Fusion"));
-  QPalette palette;
-  palette.setColor(QPalette::Window, QColor(0xf6f6f8));
-  palette.setColor(QPalette::WindowText, QColor(0x2a2a30));
-  palette.setColor(QPalette::Base, Qt::white);
-  palette.setColor(QPalette::Text, QColor(0x2a2a30));
-  palette.setColor(QPalette::Button, QColor(0xf3f3f6));
-  palette.setColor(QPalette::ButtonText, QColor(0x2a2a30));
-  for (const QPalette::ColorRole text : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-    palette.setColor(QPalette::Disabled, text, QColor(0x9a9aa6));
-  palette.setColor(QPalette::Highlight, QColor(0x3f68e0));
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  application.setPalette(palette);
-  application.setStyleSheet(styleSheet);
+Look::Look(QApplication& application, Theme theme) : application_(application) {
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  switch (theme) {
+    case Theme::Desktop: break;
+    case Theme::Light: QApplication::setPalette(paletteOf(lightColors)); break;
+    case Theme::Dark: QApplication::setPalette(paletteOf(darkColors)); break;
+  }
+  application.installEventFilter(this);
+  update();
+}
+
+bool Look::eventFilter(QObject* receiver, QEvent* event) {
+  if (event->type() == QEvent::ApplicationPaletteChange && receiver == &application_) update();
+  return QObject::eventFilter(receiver, event);
+}
+
+void Look::update() {
+  const QString sheet = styleSheetFor(QApplication::palette());
+  if (sheet != application_.styleSheet()) application_.setStyleSheet(sheet);
 }
 
 }  // namespace gallery

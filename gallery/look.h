@@ -1,10 +1,24 @@
-// The gallery's own look: a quiet light window around the library's controls.
+// The gallery's own look: a quiet window around the library's controls, in the colors of a palette. It follows the application's
+// palette when that changes, and ends with the object.
 #pragma once
 
-class QApplication;
+#include <QApplication>
 
 namespace gallery {
 
-void applyLook(QApplication& application);
+enum class Theme { Desktop, Light, Dark };
+
+class Look : public QObject {
+ public:
+  Look(QApplication& application, Theme theme);
+  ~Look() override { application_.setStyleSheet({}); }
+
+  bool eventFilter(QObject* receiver, QEvent* event) override;
+
+ private:
+  void update();
+
+  QApplication& application_;
+};
 
 }  // namespace gallery

@@ -7,6 +7,7 @@
 #include "gallery/look.h"
 #include "gallery/screenshots.h"
 #include "tessaluna/backends/qt/QtBackend.h"
+#include "tessaluna/platform/graphics/NeutralAxis.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 
 namespace {
@@ -47,7 +48,8 @@ int run(const Arguments& arguments, int argc, char** argv) {
 
   QApplication application(argc, argv);
   QApplication::setApplicationName("tessaluna-gallery");
-  gallery::applyLook(application);
+  tessaluna::platform::setNeutralsFollowPalette(true);
+  const gallery::Look look(application, arguments.theme);
   const tessaluna::backend::qt::QtBackend desktop;
   const auto nsApplication = tessaluna::platform::NSApplication::sharedApplication();
   gallery::GalleryWindow window(arguments.logsActions ? gallery::ActionLog::StandardOutput : gallery::ActionLog::Off);

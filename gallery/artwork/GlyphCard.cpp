@@ -43,6 +43,11 @@ GlyphCard::GlyphCard(const TessalunaUIKit::Routine& routine) : glyph_(tessaluna:
   column->addStretch();
 }
 
+void GlyphCard::setGround(GroundKind kind) {
+  ground_->setKind(kind);
+  glyph_->setGround(kind);
+}
+
 void GlyphCard::setGlyphSize(int size) {
   glyph_->setGlyphSize(size);
   updateGeometry();

@@ -16,7 +16,7 @@ class GlyphCard : public QFrame {
   explicit GlyphCard(const TessalunaUIKit::Routine& routine);
 
   void setGlyphSize(int size);
-  void setGround(GroundKind kind) { ground_->setKind(kind); }
+  void setGround(GroundKind kind);
 
  private:
   tessaluna::platform::Ref<GlyphView> glyph_;

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <memory>
 
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/PaletteCanvas.h"
+
 namespace gallery {
 
 using namespace tessaluna::platform;
@@ -25,6 +28,11 @@ void GlyphView::setFlag(std::size_t index, bool isOn) {
   setNeedsDisplay(true);
 }
 
+void GlyphView::setGround(GroundKind ground) {
+  ground_ = ground;
+  setNeedsDisplay(true);
+}
+
 void GlyphView::setGlyphSize(double size) {
   size_ = size;
   invalidateIntrinsicContentSize();
@@ -39,6 +47,8 @@ CGSize GlyphView::intrinsicContentSize() const {
 void GlyphView::drawRect(CGRect) {
   const auto flags = std::make_unique<bool[]>(flags_.size());
   std::copy(flags_.begin(), flags_.end(), flags.get());
+  PaletteCanvas canvas(NSGraphicsContext::currentCgContext().canvas(), axisOf(ground_));
+  const CanvasScope scope(canvas);
   routine_.draw(NSInsetRect(bounds(), margin, margin), {flags.get(), flags_.size()});
 }
 

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "gallery/Ground.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
 
@@ -15,6 +16,8 @@ class GlyphView : public tessaluna::platform::NSView {
 
   bool flag(std::size_t index) const { return flags_[index]; }
   void setFlag(std::size_t index, bool isOn);
+  // In the colors for which it is drawn.
+  void setGround(GroundKind ground);
   // The longer side of the frame argument; the other follows the default frame.
   void setGlyphSize(double size);
 
@@ -24,6 +27,7 @@ class GlyphView : public tessaluna::platform::NSView {
  private:
   const TessalunaUIKit::Routine& routine_;
   std::vector<char> flags_;  // one bool each; a span of them is passed on
+  GroundKind ground_ = GroundKind::Palette;
   double size_;
 };
 

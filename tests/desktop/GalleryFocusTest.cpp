@@ -10,8 +10,7 @@ namespace {
 
 class GalleryFocus : public harness::QtDesktop {
  protected:
-  GalleryFocus() { gallery::applyLook(*qApp); }
-  ~GalleryFocus() override { qApp->setStyleSheet({}); }
+  const gallery::Look look{*qApp, gallery::Theme::Desktop};
 };
 
 TEST_F(GalleryFocus, WhateverTheTabKeyReachesShowsThatItHasTheKeyboard) {

@@ -1,0 +1,47 @@
+#include "gallery/look.h"
+
+#include <gtest/gtest.h>
+
+#include <QPalette>
+
+namespace gallery {
+namespace {
+
+class LookTest : public testing::Test {
+ protected:
+  ~LookTest() override { QApplication::setPalette(before_); }
+  static QApplication& application() { return *qobject_cast<QApplication*>(QApplication::instance()); }
+  static bool sheetHas(const QColor& color) { return application().styleSheet().contains(color.name()); }
+
+ private:
+  const QPalette before_ = QApplication::palette();
+};
+
+}  // namespace
+
+TEST_F(LookTest, HasTheColorsOfThePaletteAndFollowsIt) {
+  const QColor light(0xfdfcfb), dark(0x1b1c1d);
+  QPalette palette;
+  palette.setColor(QPalette::Base, light);
+  QApplication::setPalette(palette);
+  const Look look(application(), Theme::Desktop);
+  EXPECT_TRUE(sheetHas(light));
+  palette.setColor(QPalette::Base, dark);
+  QApplication::setPalette(palette);
+  EXPECT_TRUE(sheetHas(dark));
+  EXPECT_FALSE(sheetHas(light));
+}
+
+TEST_F(LookTest, ADarkThemeIsDarkWhateverThePalette) {
+  const Look look(application(), Theme::Dark);
+  const QPalette palette = QApplication::palette();
+  EXPECT_LT(palette.color(QPalette::Window).lightness(), 64);
+  EXPECT_GT(palette.color(QPalette::WindowText).lightness(), 200);
+}
+
+TEST_F(LookTest, EndsWithItsObject) {
+  { const Look look(application(), Theme::Light); }
+  EXPECT_TRUE(application().styleSheet().isEmpty());
+}
+
+}  // namespace gallery
