@@ -7,9 +7,12 @@
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/backends/qt/connectAction.h"
 #include "tessaluna/backends/qt/icons.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
 
+using tessaluna::backend::qt::iconOfDrawing;
+using tessaluna::backend::qt::IconRole;
 using TessalunaUIKit::TessalunaStyleKit;
 
 HostWindow::HostWindow() : title_(new QLabel) {
@@ -24,10 +27,10 @@ HostWindow::HostWindow() : title_(new QLabel) {
   transport->addWidget(new tessaluna::backend::qt::QtViewWidget(previous));
 
   auto* play = new QPushButton("Play");
-  play->setIcon(tessaluna::backend::qt::iconOfDrawing({32, 32}, TessalunaStyleKit::drawPlay));
+  play->setIcon(iconOfDrawing({32, 32}, TessalunaStyleKit::drawPlay, {.role = IconRole::ButtonText}));
   transport->addWidget(play);
   auto* stop = new QPushButton("Stop");
-  stop->setIcon(tessaluna::backend::qt::iconOfDrawing({32, 32}, TessalunaStyleKit::drawStop));
+  stop->setIcon(iconOfDrawing({32, 32}, TessalunaStyleKit::drawStop, {.role = IconRole::ButtonText}));
   stop->setEnabled(false);
   transport->addWidget(stop);
 
@@ -35,6 +38,7 @@ HostWindow::HostWindow() : title_(new QLabel) {
   next->setNext(true);
   tessaluna::backend::qt::connectAction(*next, this, [this] { goBy(1); });
   transport->addWidget(new tessaluna::backend::qt::QtViewWidget(next));
+  next->setTintColor(tessaluna::platform::NSColor::alternateSelectedControlColor());
 
   goBy(0);
 }

@@ -7,6 +7,7 @@
 #include "HostWindow.h"
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/graphics/NeutralAxis.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 
 namespace {
@@ -37,6 +38,7 @@ int main(int argc, char** argv) {
   QApplication qt(argc, argv);
   tessaluna::backend::qt::QtBackend desktop;
   const auto application = tessaluna::platform::NSApplication::sharedApplication();
+  tessaluna::platform::setNeutralsFollowPalette(true);
 
   HostWindow window;
   window.show();
