@@ -16,6 +16,7 @@
 #include "tessaluna/backends/qt/cursorShapes.h"
 #include "tessaluna/backends/qt/inputEvents.h"
 #include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/backends/qt/x11.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::backend::qt {
@@ -68,15 +69,23 @@ class QtWindow::Surface : public QRasterWindow {
   void takePlaceOf(Surface& other) {
     setTitle(other.title());
     setCursor(other.cursor());
-    setTransientParent(other.transientParent());
+    stayAbove(other.transientParent());
     for (QWindow* window : QGuiApplication::allWindows())
-      if (window->transientParent() == &other) window->setTransientParent(this);
+      if (window->transientParent() != &other) continue;
+      else if (auto* child = dynamic_cast<Surface*>(window)) child->stayAbove(this);
+      else window->setTransientParent(this);
     for (auto& block : std::exchange(other.frameBlocks_, {})) callAtNextFrame(std::move(block));
     if (!other.isVisible()) return;
     const bool hasFocus = QGuiApplication::focusWindow() == &other;
     setWindowStates(other.windowStates());
     appear();
     if (hasFocus) requestActivate();
+  }
+
+  void stayAbove(QWindow* parent) {
+    if (transientParent()) transientParent()->removeEventFilter(this);
+    setTransientParent(parent);
+    if (parent) parent->installEventFilter(this);
   }
 
   CGRect wantedFrame() const { return wanted_; }
@@ -95,7 +104,7 @@ class QtWindow::Surface : public QRasterWindow {
     wanted_ = content;
     const QRect place = qtRectOf(content);
     growsWithPicture_ = false;
-    if (place == geometry()) return;
+    if (place == geometry()) return placeToThePixel();
     if (isVisible() && movesOnlyWhenHidden(*this) && place.topLeft() != geometry().topLeft()) {
       hide();
       take(place);
@@ -114,7 +123,10 @@ class QtWindow::Surface : public QRasterWindow {
   void appear() {
     if (type() != Qt::ToolTip || isOnWayland()) return show();
     client_->nativeDisplay();
-    changeUnseen([&] { show(); });
+    changeUnseen([&] {
+      show();
+      placeToThePixel();
+    });
   }
 
   void requestFocus() {
@@ -151,6 +163,11 @@ class QtWindow::Surface : public QRasterWindow {
   }
 
  protected:
+  // A window is where it was asked to be when the window manager has put it there.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == transientParent() && event->type() == QEvent::Move && isPlacedToThePixel_) placeToThePixel();
+    return QRasterWindow::eventFilter(watched, event);
+  }
   bool event(QEvent* event) override {
     if (!client_) return QRasterWindow::event(event);
     ++depth_;
@@ -232,9 +249,37 @@ class QtWindow::Surface : public QRasterWindow {
       setMaximumSize({anySide, anySide});
     }
     setGeometry(place);
+    placeToThePixel();
     if (!isFixed_) return;
     setMinimumSize(place.size());
     setMaximumSize(place.size());
+  }
+
+  // A pop-up shares edges with what is in its parent. In points Qt knows neither window's place at a scale that is not 1, and
+  // rounds a width whatever it begins at: so a pop-up is placed by the pixels of its parent, where the desktop can say them.
+  void placeToThePixel() {
+    const double scale = devicePixelRatio();
+    const QWindow* parent = transientParent();
+    if (type() != Qt::ToolTip || scale == 1 || !parent) return;
+    const std::optional<QPoint> corner = deviceCornerOf(*parent);
+    if (!corner) return;
+    const auto* surface = dynamic_cast<const Surface*>(parent);
+    const CGRect around = surface ? surface->wanted_ : rectOnScreen(parent->geometry());
+    const auto pixels = [&](double points) { return static_cast<int>(std::lround(points * scale)); };
+    const int left = pixels(CGRectGetMinX(wanted_) - around.origin.x),
+              right = pixels(CGRectGetMaxX(wanted_) - around.origin.x);
+    const int top = pixels(CGRectGetMaxY(around) - CGRectGetMaxY(wanted_));
+    const int bottom = pixels(CGRectGetMaxY(around) - CGRectGetMinY(wanted_));
+    setDevicePlace(*this, {corner->x() + left, corner->y() + top, std::max(right - left, 1), std::max(bottom - top, 1)});
+    isPlacedToThePixel_ = true;
+  }
+  // In points that may be one more or less on each side.
+  bool isWherePlaced() const {
+    const QRect wanted = qtRectOf(wanted_);
+    if (!isPlacedToThePixel_) return geometry() == wanted;
+    const QRect place = geometry();
+    return std::max({std::abs(place.left() - wanted.left()), std::abs(place.top() - wanted.top()),
+                     std::abs(place.right() - wanted.right()), std::abs(place.bottom() - wanted.bottom())}) <= 1;
   }
 
   // Wayland shows a window together with its first picture, and resizes it with its next one.
@@ -253,7 +298,7 @@ class QtWindow::Surface : public QRasterWindow {
   }
 
   void placeMayHaveChanged() {
-    if (growsWithPicture_ || geometry() == qtRectOf(wanted_)) return;
+    if (growsWithPicture_ || isWherePlaced()) return;
     wanted_ = rectOnScreen(geometry());
     client_->nativeFrameChanged(wanted_);
   }
@@ -276,6 +321,7 @@ class QtWindow::Surface : public QRasterWindow {
   std::vector<std::function<void()>> frameBlocks_;
   const bool isFixed_;
   ToolTip toolTip_;
+  bool isPlacedToThePixel_ = false;
   bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted
   double knownScale_ = devicePixelRatio();
   int depth_ = 0;  // of events that are being handled
@@ -325,7 +371,7 @@ QWindow* QtWindow::qWindow() const { return surface_.get(); }
 
 void QtWindow::setParent(NativeWindow* parent) {
   const auto* native = dynamic_cast<QtNativeWindow*>(parent);
-  surface_->setTransientParent(native ? native->qWindow() : nullptr);
+  surface_->stayAbove(native ? native->qWindow() : nullptr);
 }
 
 std::optional<Screen> QtWindow::screen() const {
