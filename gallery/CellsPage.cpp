@@ -10,6 +10,7 @@
 #include "gallery/Pages.h"
 #include "gallery/cells/CellsHost.h"
 #include "gallery/controlNames.h"
+#include "gallery/parts.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace gallery {
@@ -29,9 +30,7 @@ QWidget* makeColumn(const std::vector<CellsHost::Sample>& samples) {
   for (const CellsHost::Sample& sample : samples) {
     if (!sample.note.empty()) {
       if (column->count() > 0) column->addSpacing(4);
-      auto* note = new QLabel(QString::fromStdString(sample.note));
-      note->setObjectName("cardNote");
-      column->addWidget(note);
+      column->addWidget(makeNote(QString::fromStdString(sample.note)));
     }
     auto* widget = new tessaluna::backend::qt::QtViewWidget(sample.control);
     widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -47,10 +46,7 @@ QWidget* makeColumn(const std::vector<CellsHost::Sample>& samples) {
 
 QWidget* makeCellsPage(Report report) {
   auto* journal = new Journal;
-  const auto host = make<CellsHost>([report = std::move(report), journal](const std::string& what) {
-    journal->add(what);
-    report(what);
-  });
+  const auto host = make<CellsHost>(journal->addingTo(std::move(report)));
   auto* page = new QWidget;
   // A target is not kept alive by its controls: the page keeps it.
   QObject::connect(page, &QObject::destroyed, [host] {});
@@ -71,15 +67,12 @@ QWidget* makeCellsPage(Report report) {
     grounds->addWidget(ground, 1);
   }
   constexpr int tableWidth = 400, tableHeight = 107;
-  auto* table = new tessaluna::backend::qt::QtViewWidget(host->makeTable({0, 0, tableWidth, tableHeight}));
-  table->setFixedSize(tableWidth, tableHeight);
+  QWidget* table = embed(host->makeTable({0, 0, tableWidth, tableHeight}), "albums");
   auto* foot = new QGridLayout;
   foot->setHorizontalSpacing(16);
   const auto addPart = [&](const char* title, QWidget* part) {
-    auto* heading = new QLabel(title);
-    heading->setObjectName("family");
     const int place = foot->columnCount();
-    foot->addWidget(heading, 0, place);
+    foot->addWidget(makeHeading(title), 0, place);
     foot->addWidget(part, 1, place);
   };
   addPart("Cells in a table", table);

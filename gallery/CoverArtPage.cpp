@@ -89,10 +89,7 @@ QWidget* makeEdges(QWidget* page) {
 QWidget* makeCoverArtPage(Report report) {
   auto* journal = new Journal;
   const auto host = make<CoverArtHost>();
-  host->setReport([report = std::move(report), journal](const std::string& what) {
-    journal->add(what);
-    report(what);
-  });
+  host->setReport(journal->addingTo(std::move(report)));
   auto* page = new QWidget;
   QObject::connect(page, &QObject::destroyed, [host] { host->setReport(nullptr); });
   auto* column = new QVBoxLayout(page);

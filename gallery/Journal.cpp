@@ -1,5 +1,7 @@
 #include "gallery/Journal.h"
 
+#include <utility>
+
 namespace gallery {
 
 Journal::Journal() {
@@ -12,6 +14,13 @@ void Journal::add(const std::string& line) {
   constexpr int mostLines = 200;
   insertItem(0, QString("%1   %2").arg(++count_).arg(QString::fromStdString(line)));
   if (count() > mostLines) delete takeItem(mostLines);
+}
+
+Report Journal::addingTo(Report next) {
+  return [this, next = std::move(next)](const std::string& what) {
+    add(what);
+    next(what);
+  };
 }
 
 }  // namespace gallery

@@ -4,6 +4,8 @@
 #include <QListWidget>
 #include <string>
 
+#include "gallery/Pages.h"
+
 namespace gallery {
 
 class Journal : public QListWidget {
@@ -11,6 +13,8 @@ class Journal : public QListWidget {
   Journal();
 
   void add(const std::string& line);
+  // A report that adds to the journal, and passes on to another one. The journal outlives it.
+  Report addingTo(Report next);
 
  private:
   int count_ = 0;

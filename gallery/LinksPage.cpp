@@ -64,10 +64,7 @@ QWidget* makeSamples(const LinksHost& host) {
 QWidget* makeLinksPage(Report report) {
   auto* journal = new Journal;
   const auto host = make<LinksHost>();
-  host->setReport([report = std::move(report), journal](const std::string& what) {
-    journal->add(what);
-    report(what);
-  });
+  host->setReport(journal->addingTo(std::move(report)));
   host->setLinksEnabled(true);
   auto* page = new QWidget;
   QObject::connect(page, &QObject::destroyed, [host] { host->close(); });

@@ -44,11 +44,7 @@ QWidget* makeSearchPage(Report report) {
   column->setSpacing(14);
   auto* journal = new Journal;
   auto* isSlow = new QCheckBox("Answers take a while");
-  auto* field = new tessaluna::backend::qt::QtViewWidget(
-      makeSearchField(isSlow, [report = std::move(report), journal](const std::string& what) {
-        journal->add(what);
-        report(what);
-      }));
+  auto* field = new tessaluna::backend::qt::QtViewWidget(makeSearchField(isSlow, journal->addingTo(std::move(report))));
   field->setFixedHeight(26);
   field->setMaximumWidth(440);
   column->addWidget(field);

@@ -100,10 +100,7 @@ QWidget* makeCard(const Exhibit& exhibit, const Ref<ControlReporter>& reporter) 
 
 QWidget* makeSmallControlsPage(Report report) {
   auto* journal = new Journal;
-  const auto reporter = make<ControlReporter>([report = std::move(report), journal](const std::string& what) {
-    journal->add(what);
-    report(what);
-  });
+  const auto reporter = make<ControlReporter>(journal->addingTo(std::move(report)));
   auto* page = new QWidget;
   // A target is not kept alive by its controls: the page keeps it.
   QObject::connect(page, &QObject::destroyed, [reporter] {});

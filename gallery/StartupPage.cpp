@@ -9,8 +9,8 @@
 #include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
+#include "gallery/parts.h"
 #include "gallery/startup/StartupHost.h"
-#include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/uikit/stylekit/TessalunaLogo.h"
 
 namespace gallery {
@@ -18,19 +18,6 @@ namespace gallery {
 using namespace tessaluna::platform;
 
 namespace {
-
-QWidget* embed(const Ref<NSView>& view) {
-  auto* widget = new tessaluna::backend::qt::QtViewWidget(view);
-  const CGSize size = view->frame().size;
-  widget->setFixedSize(static_cast<int>(size.width), static_cast<int>(size.height));
-  return widget;
-}
-
-QLabel* makeLabel(const QString& text, const char* role) {
-  auto* label = new QLabel(text);
-  label->setObjectName(role);
-  return label;
-}
 
 // A row of buttons: what is written on each, and what it does.
 QWidget* makeButtons(std::initializer_list<std::pair<const char*, std::function<void()>>> buttons) {
@@ -75,11 +62,9 @@ QWidget* makeIndicators() {
     auto* column = new QVBoxLayout;
     column->setSpacing(6);
     column->addStretch(1);
-    QWidget* widget = embed(indicator);
-    widget->setAccessibleName(look.note);
-    column->addWidget(widget, 0, Qt::AlignHCenter);
+    column->addWidget(embed(indicator, look.note), 0, Qt::AlignHCenter);
     column->addStretch(1);
-    column->addWidget(makeLabel(look.note, "cardNote"), 0, Qt::AlignHCenter);
+    column->addWidget(makeNote(look.note), 0, Qt::AlignHCenter);
     layout->addLayout(column);
   }
   layout->addStretch(1);
@@ -92,10 +77,7 @@ QWidget* makeIndicators() {
 QWidget* makeStartupPage(Report report) {
   auto* journal = new Journal;
   const auto host = make<StartupHost>();
-  host->setReport([report = std::move(report), journal](const std::string& what) {
-    journal->add(what);
-    report(what);
-  });
+  host->setReport(journal->addingTo(std::move(report)));
   host->beginTask(100);
   host->beginTask(300);
   host->advance(4);
@@ -108,26 +90,22 @@ QWidget* makeStartupPage(Report report) {
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 32, 24);
   column->setSpacing(12);
-  column->addWidget(makeLabel("AppSplashController", "family"));
+  column->addWidget(makeHeading("AppSplashController"));
   column->addWidget(makeButtons({{"Show the splash", [host] { host->showSplash(); }}}));
 
   column->addSpacing(6);
-  column->addWidget(makeLabel("TessalunaLogo", "family"));
-  QWidget* logo = embed(make<TessalunaUIKit::TessalunaLogo>(CGRect{0, 0, 166, 40}));
-  logo->setAccessibleName("Tessaluna");
-  auto* ground = new Ground(logo);
+  column->addWidget(makeHeading("TessalunaLogo"));
+  auto* ground = new Ground(embed(make<TessalunaUIKit::TessalunaLogo>(CGRect{0, 0, 166, 40}), "Tessaluna"));
   ground->setFixedSize(240, 76);
   column->addWidget(ground);
 
   column->addSpacing(6);
-  column->addWidget(makeLabel("ProgressMonitorView", "family"));
+  column->addWidget(makeHeading("ProgressMonitorView"));
   column->addWidget(makeButtons({{"Begin a task", [host] { host->beginTask(100); }},
                                  {"Begin a long task", [host] { host->beginTask(400); }},
                                  {"Abort the oldest task", [host] { host->abortOldestTask(); }}}));
-  QWidget* monitor = embed(host->monitor());
-  monitor->setAccessibleName("tasks");
-  column->addWidget(monitor);
-  auto* tasks = makeLabel("", "cardNote");
+  column->addWidget(embed(host->monitor(), "tasks"));
+  auto* tasks = makeNote("");
   const auto showTasks = [host, tasks] {
     QString text;
     for (const std::string& line : host->taskLines()) text += QString::fromStdString(line) + "\n";
@@ -143,10 +121,10 @@ QWidget* makeStartupPage(Report report) {
   tasks->setFixedHeight(tasks->fontMetrics().lineSpacing() * 5);
   column->addWidget(tasks);
 
-  column->addWidget(makeLabel("NSProgressIndicator", "family"));
+  column->addWidget(makeHeading("NSProgressIndicator"));
   column->addWidget(makeIndicators());
   column->addSpacing(6);
-  column->addWidget(makeLabel("Reported", "family"));
+  column->addWidget(makeHeading("Reported"));
   column->addWidget(journal, 1);
   return page;
 }

@@ -8,6 +8,7 @@
 #include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
+#include "gallery/parts.h"
 #include "gallery/transport/TransportHost.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
@@ -27,25 +28,6 @@ const std::vector<SimulatedPlayer::Song>& songs() {
   return list;
 }
 
-QWidget* embed(const Ref<NSView>& view) {
-  auto* widget = new tessaluna::backend::qt::QtViewWidget(view);
-  const CGSize size = view->frame().size;
-  widget->setFixedSize(static_cast<int>(size.width), static_cast<int>(size.height));
-  return widget;
-}
-
-QLabel* makeNote(const QString& text) {
-  auto* note = new QLabel(text);
-  note->setObjectName("cardNote");
-  return note;
-}
-
-QLabel* makeHeading(const QString& text) {
-  auto* heading = new QLabel(text);
-  heading->setObjectName("family");
-  return heading;
-}
-
 // The seven styles beside each other, at rest, pressed and on.
 QWidget* makeButtonLooks(GroundKind ground) {
   constexpr const char* styles[] = {"play", "pause", "stop", "previous", "next", "shuffle", "repeat"};
@@ -60,10 +42,7 @@ QWidget* makeButtonLooks(GroundKind ground) {
                             {"on, pressed", NSControlStateValueOn, true}};
   constexpr CGFloat size = 32;
   auto* content = new QWidget;
-  auto* grid = new QGridLayout(content);
-  grid->setContentsMargins(0, 0, 0, 0);
-  grid->setHorizontalSpacing(18);
-  grid->setVerticalSpacing(8);
+  QGridLayout* grid = makeGrid(content, 18, 8);
   int row = 0;
   for (const Look& look : looks) {
     grid->addWidget(makeNote(look.name), row, 0);
@@ -75,8 +54,7 @@ QWidget* makeButtonLooks(GroundKind ground) {
       button->setHighlighted(look.isHighlighted);
       button->setToolTip(name);
       tintForGround(*button, ground);
-      QWidget* widget = embed(button);
-      widget->setAccessibleName(QString("%1 %2").arg(name, look.name));
+      QWidget* widget = embed(button, QString("%1 %2").arg(name, look.name));
       widget->setFocusPolicy(Qt::NoFocus);
       grid->addWidget(widget, row, static_cast<int>(style));
     }
@@ -103,10 +81,7 @@ constexpr SliderLook sliderLooks[] = {
 QWidget* makeSliderLooks() {
   constexpr double songSeconds = 200;
   auto* looks = new QWidget;
-  auto* grid = new QGridLayout(looks);
-  grid->setContentsMargins(0, 0, 0, 0);
-  grid->setHorizontalSpacing(16);
-  grid->setVerticalSpacing(6);
+  QGridLayout* grid = makeGrid(looks, 16, 6);
   int row = 0;
   for (const SliderLook& look : sliderLooks) {
     const auto slider = make<PlaybackSlider>(CGRect{0, 0, 280, 20});
@@ -114,9 +89,7 @@ QWidget* makeSliderLooks() {
     slider->setPosition(look.seconds);
     slider->showLoaded(look.first, look.second);
     slider->setSeekable(false);
-    QWidget* widget = embed(slider);
-    widget->setAccessibleName(look.note);
-    grid->addWidget(widget, row, 0);
+    grid->addWidget(embed(slider, look.note), row, 0);
     grid->addWidget(makeNote(look.note), row++, 1);
   }
   return looks;
@@ -134,23 +107,18 @@ QWidget* makeStockSliders() {
   marked->setNumberOfTickMarks(5);
   marked->setAllowsTickMarkValuesOnly(true);
   pale->setEnabled(false);
-  const auto add = [](auto* layout, const Ref<NSSlider>& slider, const char* name) {
-    QWidget* widget = embed(slider);
-    widget->setAccessibleName(name);
-    layout->addWidget(widget);
-  };
   auto* sliders = new QWidget;
   auto* row = new QHBoxLayout(sliders);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(20);
   auto* column = new QVBoxLayout;
   column->setSpacing(8);
-  add(column, plain, "plain slider");
-  add(column, marked, "slider with tick marks");
-  add(column, pale, "disabled slider");
+  column->addWidget(embed(plain, "plain slider"));
+  column->addWidget(embed(marked, "slider with tick marks"));
+  column->addWidget(embed(pale, "disabled slider"));
   column->addStretch(1);
   row->addLayout(column);
-  add(row, upright, "upright slider");
+  row->addWidget(embed(upright, "upright slider"));
   row->addStretch(1);
   return sliders;
 }
@@ -172,10 +140,7 @@ QWidget* makeGroup(const QString& heading, QWidget* content) {
 QWidget* makeTransportPage(Report report) {
   auto* journal = new Journal;
   const auto host = make<TransportHost>(songs());
-  host->setReport([report = std::move(report), journal](const std::string& what) {
-    journal->add(what);
-    report(what);
-  });
+  host->setReport(journal->addingTo(std::move(report)));
   host->player().setPlaying(true);
   host->advance(57);
   host->start();

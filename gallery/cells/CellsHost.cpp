@@ -153,7 +153,6 @@ CellsHost::CellsHost(std::function<void(const std::string&)> report)
     : report_(std::move(report)), albums_(std::make_shared<Albums>(report_)) {}
 
 Ref<NSView> CellsHost::makeTable(CGRect frame) {
-  constexpr CGFloat headerHeight = 22;
   const auto table = make<NSTableView>(NSZeroRect);
   const auto addColumn = [&](const std::string& key, const std::string& title, CGFloat width) {
     const auto column = make<NSTableColumn>(key);
@@ -174,19 +173,13 @@ Ref<NSView> CellsHost::makeTable(CGRect frame) {
   table->setRowHeight(17);
   table->setDataSource(albums_);
   table->setDelegate(albums_);
-  const auto view = make<NSView>(frame);
-  const auto header = make<NSTableHeaderView>(CGRect{0, frame.size.height - headerHeight, frame.size.width, headerHeight});
-  header->setAutoresizingMask(NSViewWidthSizable | NSViewMinYMargin);
-  const auto scrollView = make<NSScrollView>(CGRect{0, 0, frame.size.width, frame.size.height - headerHeight});
-  scrollView->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+  table->setHeaderView(make<NSTableHeaderView>(NSZeroRect));
+  const auto scrollView = make<NSScrollView>(frame);
   scrollView->setHasVerticalScroller(true);
   scrollView->setAutohidesScrollers(true);
   scrollView->setDocumentView(table);
-  table->setHeaderView(header);
-  view->addSubview(header);
-  view->addSubview(scrollView);
   table->reloadData();
-  return view;
+  return scrollView;
 }
 
 std::vector<CellsHost::Sample> CellsHost::makeSamples(Theme theme) {

@@ -4,7 +4,8 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-constexpr std::size_t mostPatches = 16;  // where there would be more, one is as good
+// Where there would be more patches, fewer are as good. Those that a new one may be near to are among the last.
+constexpr std::size_t mostPatches = 256, lastPatches = 32;
 
 // What it takes to resolve polygons there, roughly.
 double costOf(const PixelRect& patch) { return (patch.width() + 3.0) * (patch.height() + 4.0); }
@@ -362,7 +363,8 @@ void CoverageBuffer::findPatches(int firstRow) {
 
 // Joins it with others where that is as good.
 void CoverageBuffer::addPatch(PixelRect patch) {
-  for (std::size_t i = patches_.size(); i-- > 0;) {
+  const auto firstOfLast = [this] { return patches_.size() - std::min(patches_.size(), lastPatches); };
+  for (std::size_t i = patches_.size(); i-- > firstOfLast();) {
     const PixelRect both = patch.united(patches_[i]);
     if (costOf(both) > costOf(patch) + costOf(patches_[i])) continue;
     patch = both;
@@ -371,7 +373,7 @@ void CoverageBuffer::addPatch(PixelRect patch) {
   }
   if (patches_.size() < mostPatches) return patches_.push_back(patch);
   const auto more = [&](const PixelRect& other) { return costOf(patch.united(other)) - costOf(other); };
-  PixelRect& nearest = *std::min_element(patches_.begin(), patches_.end(),
+  PixelRect& nearest = *std::min_element(patches_.begin() + std::ptrdiff_t(firstOfLast()), patches_.end(),
                                          [&](const PixelRect& a, const PixelRect& b) { return more(a) < more(b); });
   nearest = patch.united(nearest);
 }

@@ -9,6 +9,7 @@
 #include "tessaluna/platform/cells/NSSegmentedCell.h"
 #include "tessaluna/platform/cells/NSSliderCell.h"
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/foundation/NSSortDescriptor.h"
 #include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSImageView.h"
@@ -20,6 +21,8 @@
 #include "tessaluna/platform/views/NSSegmentedControl.h"
 #include "tessaluna/platform/views/NSSlider.h"
 #include "tessaluna/platform/views/NSTableCellView.h"
+#include "tessaluna/platform/views/NSTableColumn.h"
+#include "tessaluna/platform/views/NSTableHeaderView.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/windows/NSPanel.h"
@@ -44,8 +47,9 @@ Registry& registry() {
   static Registry classes =
       registryOf<NSView, NSWindow, NSViewController, NSWindowController, NSControl, NSButton, NSTextField, NSImageView,
                  NSScrollView, NSScroller, NSSlider, NSProgressIndicator, NSSegmentedControl, NSLevelIndicator, NSTableView,
-                 NSLayoutConstraint, NSCell, NSButtonCell, NSSliderCell, NSSegmentedCell, NSLevelIndicatorCell,
-                 NSTextFieldCell, NSTableCellView, NSPanel, NSPopUpButton, NSPopUpButtonCell>();
+                 NSTableColumn, NSTableHeaderView, NSSortDescriptor, NSLayoutConstraint, NSCell, NSButtonCell, NSSliderCell,
+                 NSSegmentedCell, NSLevelIndicatorCell, NSTextFieldCell, NSTableCellView, NSPanel, NSPopUpButton,
+                 NSPopUpButtonCell>();
   return classes;
 }
 

@@ -10,6 +10,8 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSScroller.h"
+#include "tessaluna/platform/views/NSTableHeaderView.h"
+#include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -96,8 +98,26 @@ CGRect NSScrollView::inside() const {
   return NSInsetRect(bounds(), border, border);
 }
 
+Ref<NSView> NSScrollView::headerOfDocument() const {
+  const auto* table = dynamic_cast<const NSTableView*>(documentView().get());
+  return table ? table->headerView() : nullptr;
+}
+
+CGFloat NSScrollView::headerHeight() const {
+  constexpr CGFloat usual = 22;
+  const Ref<NSView> header = headerOfDocument();
+  if (!header) return 0;
+  return header->frame().size.height > 0 ? header->frame().size.height : usual;
+}
+
+CGRect NSScrollView::insideBelowHeader() const {
+  CGRect rest = inside();
+  const CGFloat header = std::min(headerHeight(), rest.size.height);
+  return {rest.origin.x, rest.origin.y + header, rest.size.width, rest.size.height - header};
+}
+
 NSScrollView::Bars NSScrollView::neededBars() const {
-  const CGSize room = inside().size, document = documentView() ? documentView()->frame().size : CGSize{};
+  const CGSize room = insideBelowHeader().size, document = documentView() ? documentView()->frame().size : CGSize{};
   const auto needs = [&](const Ref<NSScroller>& scroller, CGFloat length, CGFloat shown) {
     return scroller && (!autohidesScrollers_ || length > shown);
   };
@@ -119,7 +139,7 @@ bool NSScrollView::areBarsOutdated() const {
 void NSScrollView::placeBarsAndClipView() {
   const Bars needed = neededBars();
   const CGFloat bar = NSScroller::scrollerWidth();
-  CGRect content = inside();
+  CGRect content = insideBelowHeader();
   if (needed.vertical) content.size.width = std::max(0.0, content.size.width - bar);
   if (needed.horizontal) content.size.height = std::max(0.0, content.size.height - bar);
   if (verticalScroller_) {
@@ -131,6 +151,27 @@ void NSScrollView::placeBarsAndClipView() {
     horizontalScroller_->setFrame({content.origin.x, CGRectGetMaxY(content), content.size.width, bar});
   }
   clipView_->setFrame(content);
+  placeHeader();
+}
+
+void NSScrollView::placeHeader() {
+  const Ref<NSView> header = headerOfDocument();
+  if (!header) {
+    if (headerClipView_) headerClipView_->removeFromSuperview();
+    headerClipView_ = nullptr;
+    return;
+  }
+  if (!headerClipView_) {
+    headerClipView_ = make<NSClipView>(NSZeroRect);
+    addSubview(headerClipView_);
+  }
+  const CGRect rows = clipView_->frame(), room = inside();
+  const CGFloat height = std::min(headerHeight(), room.size.height);
+  headerClipView_->setFrame({room.origin.x, room.origin.y, room.size.width, height});
+  if (headerClipView_->documentView() != header) headerClipView_->setDocumentView(header);
+  // Over a vertical bar it reaches as far as over the rows, to be scrolled as far as these.
+  const CGFloat width = std::max(documentView()->frame().size.width, rows.size.width) + room.size.width - rows.size.width;
+  header->setFrame({0, 0, width, headerHeight()});
 }
 
 namespace {
@@ -144,8 +185,14 @@ void reflect(const Ref<NSScroller>& scroller, CGFloat start, CGFloat length, CGF
 
 }  // namespace
 
-void NSScrollView::reflectScrolledClipView(NSClipView&) {
-  if (areBarsOutdated()) setNeedsLayout(true);
+void NSScrollView::reflectScrolledClipView(NSClipView& clipView) {
+  // What scrolls the header, as the keys in it do, scrolls the rows.
+  if (&clipView == headerClipView_.get()) {
+    clipView_->scrollToPoint({clipView.bounds().origin.x, clipView_->bounds().origin.y});
+    return;
+  }
+  const Ref<NSView> header = headerClipView_ ? headerClipView_->documentView() : nullptr;
+  if (areBarsOutdated() || header != headerOfDocument()) setNeedsLayout(true);
   else updateScrollers();
 }
 
@@ -156,6 +203,8 @@ void NSScrollView::updateScrollers() {
       clipView_->isFlipped() ? shown.origin.y : 2 * document.origin.y + document.size.height - CGRectGetMaxY(shown);
   reflect(verticalScroller_, document.origin.y, document.size.height, fromTop, shown.size.height);
   reflect(horizontalScroller_, document.origin.x, document.size.width, shown.origin.x, shown.size.width);
+  if (headerClipView_ && headerClipView_->bounds().origin.x != shown.origin.x)
+    headerClipView_->scrollToPoint({shown.origin.x, 0});
 }
 
 void NSScrollView::scrollerMoved(NSObject* sender) {

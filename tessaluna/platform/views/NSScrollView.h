@@ -1,4 +1,5 @@
-// A view that shows a part of a larger one, with scroll bars beside it.
+// A view that shows a part of a larger one, with scroll bars beside it. The header of a table lies above the rows and scrolls
+// sideways with them.
 #pragma once
 
 #include "tessaluna/platform/foundation/EnumNames.h"
@@ -62,13 +63,17 @@ class NSScrollView : public NSView {
   CGRect inside() const;  // the border
   Bars neededBars() const;
   bool areBarsOutdated() const;
+  Ref<NSView> headerOfDocument() const;  // null without one
+  CGFloat headerHeight() const;
+  CGRect insideBelowHeader() const;
   void placeBarsAndClipView();
+  void placeHeader();
   void scrollByUser(CGPoint origin);
   void updateScrollers();
   void scrollerMoved(NSObject* sender);
   static const Selector selectors_[];
 
-  Ref<NSClipView> clipView_;
+  Ref<NSClipView> clipView_, headerClipView_;  // the second above the first, while the document has a header
   Ref<NSScroller> verticalScroller_, horizontalScroller_;
   NSBorderType borderType_ = NSNoBorder;
   bool autohidesScrollers_ = false, drawsBackground_ = true;

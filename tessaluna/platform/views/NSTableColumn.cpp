@@ -3,16 +3,42 @@
 #include <algorithm>
 
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/views/NSTableView.h"
 
 namespace tessaluna::platform {
 
-const ClassInfo NSTableColumn::staticClassInfo{.name = "NSTableColumn", .base = &NSObject::staticClassInfo};
+namespace {
+
+constexpr Property tableColumnProperties[] = {
+    property<&NSTableColumn::setTitle, "title">(),         property<&NSTableColumn::setWidth, "width">(),
+    property<&NSTableColumn::setMinWidth, "minWidth">(),   property<&NSTableColumn::setMaxWidth, "maxWidth">(),
+    property<&NSTableColumn::setResizable, "resizable">(), property<&NSTableColumn::setEditable, "editable">()};
+constexpr InnerObjects tableColumnInnerObjects[] = {
+    innerObject<&NSTableColumn::setDataCell>("dataCell"),
+    innerObject<&NSTableColumn::setSortDescriptorPrototype>("sortDescriptorPrototype")};
+
+}  // namespace
+
+const ClassInfo NSTableColumn::staticClassInfo{.name = "NSTableColumn",
+                                               .base = &NSObject::staticClassInfo,
+                                               .properties = tableColumnProperties,
+                                               .innerObjects = tableColumnInnerObjects};
 
 NSTableColumn::NSTableColumn(std::string identifier) : identifier_(std::move(identifier)) {
   const auto cell = make<NSTextFieldCell>();
   cell->setLineBreakMode(NSLineBreakByTruncatingTail);
   dataCell_ = cell;
+}
+
+NSTableColumn::NSTableColumn(NSCoder& coder) : NSTableColumn(coder.decodeStringForKey("identifier").value_or("")) {
+  title_ = coder.decodeStringForKey("title").value_or("");
+  minWidth_ = coder.numberForKey("minWidth").value_or(minWidth_);
+  maxWidth_ = coder.numberForKey("maxWidth").value_or(maxWidth_);
+  setWidth(coder.numberForKey("width").value_or(width_));
+  isResizable_ = coder.boolForKey("resizable").value_or(isResizable_);
+  isEditable_ = coder.boolForKey("editable").value_or(isEditable_);
 }
 
 void NSTableColumn::columnDidChange() {

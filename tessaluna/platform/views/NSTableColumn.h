@@ -18,6 +18,9 @@ class NSTableColumn : public NSObject {
 
   // A hundred points wide, with a text field's cell.
   explicit NSTableColumn(std::string identifier);
+  // Keys: "identifier", "title", "width", "minWidth", "maxWidth", "resizable", "editable"; the objects "dataCell" and
+  // "sortDescriptorPrototype".
+  explicit NSTableColumn(NSCoder& coder);
 
   const std::string& identifier() const { return identifier_; }
   NSTableView* tableView() const { return table_; }    // absent while in none

@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/NSTableHeaderView.h"
 
+#include <algorithm>
+
 #include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
@@ -9,7 +11,7 @@
 #include "tessaluna/platform/text/NSAttributedString.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/text/NSParagraphStyle.h"
-#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSTableColumn.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -22,26 +24,60 @@ namespace {
 
 // Beside a title, for the mark of the direction, and where an edge can be grabbed, to both sides.
 constexpr CGFloat titleMargin = 4, markWidth = 14, grabWidth = 4;
+constexpr CGFloat widthStep = 10;  // of keys and assistive clients
+
+// By which the table is sorted first; null if that is another column's, or none.
+const NSSortDescriptor* sortingBy(const NSTableView& table, const NSTableColumn& column) {
+  const auto& sorted = table.sortDescriptors();
+  const bool isFirst = !sorted.empty() && column.sortDescriptorPrototype() &&
+                       sorted.front()->key() == column.sortDescriptorPrototype()->key();
+  return isFirst ? sorted.front().get() : nullptr;
+}
 
 }  // namespace
 
 // A column's header as assistive clients see it.
 class NSTableHeaderView::Element : public NSObject, public NSAccessibility, public NSAccessibilityButton {
  public:
-  Element(const NSTableHeaderView& header, std::size_t column) : header_(&header), column_(column) {}
+  Element(NSTableHeaderView& header, std::size_t column) : header_(&header), column_(column) {}
   void leaveHeader() { header_ = nullptr; }
 
   bool isAccessibilityElement() const override { return column() != nullptr; }
   std::string accessibilityRole() const override { return std::string(NSAccessibilitySortButtonRole); }
   std::string accessibilityTitle() const override { return column() ? column()->title() : std::string(); }
-  std::string accessibilityLabel() const override { return {}; }
+  // Beyond the title, which is its name otherwise: desktops know no state for this.
+  std::string accessibilityLabel() const override {
+    const NSSortDescriptor* sorting = column() ? sortingBy(*header_->tableView(), *column()) : nullptr;
+    return sorting ? column()->title() + (sorting->ascending() ? ", sorted upward" : ", sorted downward") : std::string();
+  }
   CGRect accessibilityFrame() const override {
     if (!column() || !header_->window()) return {};
     const CGRect inWindow = header_->convertRectToView(header_->headerRectOfColumn(column_), nullptr);
     return header_->window()->convertRectToScreen(inWindow);
   }
-  Ref<NSObject> accessibilityParent() const override {
-    return column() ? std::const_pointer_cast<NSObject>(header_->shared_from_this()) : nullptr;
+  Ref<NSObject> accessibilityParent() const override { return column() ? header_->shared_from_this() : nullptr; }
+  bool isAccessibilityFocused() const override {
+    return column() && header_->isAccessibilityFocused() && header_->keyColumn() == column_;
+  }
+  bool accessibilityIsAttributeSettable(std::string_view attribute) const override {
+    return attribute == NSAccessibilityFocusedAttribute && column() && header_->acceptsFirstResponder();
+  }
+  void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override {
+    if (value != AccessibilityValue(true) || !accessibilityIsAttributeSettable(forAttribute) || !header_->window()) return;
+    header_->setKeyColumn(column_);
+    header_->window()->makeFirstResponder(header_);
+  }
+  std::vector<std::string> accessibilityActionNames() const override {
+    std::vector<std::string> names;
+    if (column() && column()->sortDescriptorPrototype()) names.emplace_back(NSAccessibilityPressAction);
+    if (column() && column()->isResizable())
+      names.insert(names.end(), {std::string(NSAccessibilityIncrementAction), std::string(NSAccessibilityDecrementAction)});
+    return names;
+  }
+  void accessibilityPerformAction(std::string_view action) override {
+    if (action == NSAccessibilityPressAction) accessibilityPerformPress();
+    if (action == NSAccessibilityIncrementAction && column()) header_->resizeColumn(column_, 1);
+    if (action == NSAccessibilityDecrementAction && column()) header_->resizeColumn(column_, -1);
   }
   bool accessibilityPerformPress() override { return column() && header_->tableView()->sortByColumn(column_); }
 
@@ -50,7 +86,7 @@ class NSTableHeaderView::Element : public NSObject, public NSAccessibility, publ
     NSTableView* table = header_ ? header_->tableView() : nullptr;
     return table && column_ < table->tableColumns().size() ? table->tableColumns()[column_].get() : nullptr;
   }
-  const NSTableHeaderView* header_;
+  NSTableHeaderView* header_;
   const std::size_t column_;
 };
 
@@ -60,16 +96,20 @@ NSTableHeaderView::~NSTableHeaderView() {
 
 void NSTableHeaderView::setTableView(NSTableView* table) {
   table_ = table;
-  pressed_ = resized_ = std::nullopt;
+  pressed_ = resized_ = keyColumn_ = std::nullopt;
   setNeedsDisplay(true);
+}
+
+void NSTableHeaderView::sortingDidChange() {
+  setNeedsDisplay(true);
+  for (const Ref<Element>& element : elements_)
+    NSAccessibilityPostNotification(element, NSAccessibilityTitleChangedNotification);
 }
 
 CGRect NSTableHeaderView::headerRectOfColumn(std::size_t column) const {
   if (!table_) return NSZeroRect;
   const CGRect rect = table_->rectOfColumn(column);
-  const NSScrollView* scrollView = table_->enclosingScrollView();
-  const CGFloat scrolled = scrollView ? scrollView->contentView()->bounds().origin.x : 0;
-  return {rect.origin.x - scrolled, 0, rect.size.width, bounds().size.height};
+  return {rect.origin.x, 0, rect.size.width, bounds().size.height};
 }
 
 std::optional<std::size_t> NSTableHeaderView::columnAtPoint(CGPoint point) const {
@@ -97,15 +137,13 @@ void NSTableHeaderView::drawRect(CGRect) {
     faint->setFill();
     if (pressed_ == i) NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);
     NSRectFillUsingOperation({CGRectGetMaxX(rect) - 1, 3, 1, rect.size.height - 6}, NSCompositingOperationSourceOver);
-    const auto& sorted = table_->sortDescriptors();
-    const bool isSorted = !sorted.empty() && column.sortDescriptorPrototype() &&
-                          sorted.front()->key() == column.sortDescriptorPrototype()->key();
+    const NSSortDescriptor* sorting = sortingBy(*table_, column);
     const NSAttributedString title(std::string_view(column.title()), attributes);
     const CGFloat height = title.size().height;
-    const CGFloat width = rect.size.width - 2 * titleMargin - (isSorted ? markWidth : 0);
+    const CGFloat width = rect.size.width - 2 * titleMargin - (sorting ? markWidth : 0);
     if (width > 0) title.drawInRect({rect.origin.x + titleMargin, (rect.size.height - height) / 2, width, height});
-    if (!isSorted) continue;
-    const CGFloat x = CGRectGetMaxX(rect) - markWidth, y = CGRectGetMidY(rect), up = sorted.front()->ascending() ? 2 : -2;
+    if (!sorting) continue;
+    const CGFloat x = CGRectGetMaxX(rect) - markWidth, y = CGRectGetMidY(rect), up = sorting->ascending() ? 2 : -2;
     const auto mark = NSBezierPath::bezierPath();
     mark->moveToPoint({x, y + up});
     mark->lineToPoint({x + 4, y - up});
@@ -150,9 +188,60 @@ void NSTableHeaderView::resetCursorRects() {
     if (table_->tableColumns()[i]->isResizable()) addCursorRect(edgeOfColumn(i), NSCursor::resizeLeftRightCursor());
 }
 
+std::optional<std::size_t> NSTableHeaderView::keyColumn() const {
+  const std::size_t count = table_ ? table_->tableColumns().size() : 0;
+  if (count == 0) return std::nullopt;
+  return keyColumn_ && *keyColumn_ < count ? keyColumn_ : 0;
+}
+
+void NSTableHeaderView::setKeyColumn(std::size_t column) {
+  keyColumn_ = column;
+  scrollRectToVisible(headerRectOfColumn(column));
+  noteFocusRingMaskChanged();
+  NSAccessibilityPostNotification(shared_from_this(), NSAccessibilityFocusedUIElementChangedNotification);
+}
+
+bool NSTableHeaderView::resizeColumn(std::size_t column, int steps) {
+  if (!table_ || column >= table_->tableColumns().size() || !table_->tableColumns()[column]->isResizable()) return false;
+  NSTableColumn& resized = *table_->tableColumns()[column];
+  resized.setWidth(resized.width() + steps * widthStep);
+  return true;
+}
+
+CGRect NSTableHeaderView::focusRingMaskBounds() const {
+  const auto column = keyColumn();
+  return column ? headerRectOfColumn(*column) : NSZeroRect;
+}
+
+void NSTableHeaderView::keyDown(const Ref<NSEvent>& event) {
+  const auto column = keyColumn();
+  constexpr std::uint32_t shortcuts = NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
+  if (!column || (event->modifierFlags() & shortcuts)) return NSView::keyDown(event);
+  const bool isShifted = event->modifierFlags() & NSEventModifierFlagShift;
+  const std::size_t last = table_->tableColumns().size() - 1;
+  switch (firstScalar(event->charactersIgnoringModifiers())) {
+    case NSLeftArrowFunctionKey:
+      if (isShifted) resizeColumn(*column, -1);
+      else setKeyColumn(*column - std::min<std::size_t>(*column, 1));
+      return;
+    case NSRightArrowFunctionKey:
+      if (isShifted) resizeColumn(*column, 1);
+      else setKeyColumn(std::min(*column + 1, last));
+      return;
+    case NSHomeFunctionKey: return setKeyColumn(0);
+    case NSEndFunctionKey: return setKeyColumn(last);
+    case U' ':
+    case U'\r':
+      if (!event->isARepeat()) table_->sortByColumn(*column);
+      return;
+    default: return NSView::keyDown(event);
+  }
+}
+
 std::optional<AccessibilityElements> NSTableHeaderView::accessibilityOwnChildren() const {
   const std::size_t count = table_ ? table_->tableColumns().size() : 0;
-  while (elements_.size() < count) elements_.push_back(make<Element>(*this, elements_.size()));
+  auto& self = const_cast<NSTableHeaderView&>(*this);
+  while (elements_.size() < count) elements_.push_back(make<Element>(self, elements_.size()));
   return AccessibilityElements(elements_.begin(), elements_.begin() + static_cast<std::ptrdiff_t>(count));
 }
 

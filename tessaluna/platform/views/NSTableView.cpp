@@ -26,10 +26,17 @@ constexpr Outlet tableOutlets[] = {outlet<&NSTableView::setDataSource>("dataSour
 constexpr Property tableProperties[] = {property<&NSTableView::setRowHeight, "rowHeight">(),
                                         property<&NSTableView::setAllowsMultipleSelection, "allowsMultipleSelection">()};
 
+constexpr InnerObjects tableInnerObjects[] = {
+    innerObject<&NSTableView::addTableColumn>("tableColumns", InnerObjects::Count::Many),
+    innerObject<&NSTableView::setHeaderView>("headerView")};
+
 }  // namespace
 
-const ClassInfo NSTableView::staticClassInfo{
-    .name = "NSTableView", .base = &NSView::staticClassInfo, .outlets = tableOutlets, .properties = tableProperties};
+const ClassInfo NSTableView::staticClassInfo{.name = "NSTableView",
+                                             .base = &NSView::staticClassInfo,
+                                             .outlets = tableOutlets,
+                                             .properties = tableProperties,
+                                             .innerObjects = tableInnerObjects};
 
 namespace {
 
@@ -104,10 +111,7 @@ void NSTableView::placeRows() {
   }
 }
 
-void NSTableView::prepareContentInRect(CGRect) {
-  setNeedsLayout(true);
-  if (headerView_) headerView_->setNeedsDisplay(true);
-}
+void NSTableView::prepareContentInRect(CGRect) { setNeedsLayout(true); }
 
 CGRect NSTableView::rectOfRow(std::size_t row) const {
   if (row >= rowCount_) return NSZeroRect;

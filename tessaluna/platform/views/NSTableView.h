@@ -93,7 +93,7 @@ class NSTableView : public NSView {
   // Begins editing a text, if its column can be edited; a double click does so.
   void editColumn(std::size_t column, std::size_t row);
   const Ref<NSTableHeaderView>& headerView() const { return headerView_; }
-  void setHeaderView(const Ref<NSTableHeaderView>& header);
+  void setHeaderView(const Ref<NSTableHeaderView>& header);  // the scroll view around the table shows it
   // The first counts most. Setting them notifies the data source, which sorts.
   const std::vector<Ref<NSSortDescriptor>>& sortDescriptors() const { return sortDescriptors_; }
   void setSortDescriptors(std::vector<Ref<NSSortDescriptor>> descriptors);
@@ -127,6 +127,7 @@ class NSTableView : public NSView {
   void showRowsIn(CGRect rect);
   void makeRowsIn(CGRect rect, NSTableViewDelegate* delegate);
   Ref<NSView> makeCellRow(std::size_t row);
+  void headerDidChange();
   void trimReserve();
   void updateRowLook(std::size_t row);
   void setHoveredRow(std::optional<std::size_t> row);

@@ -3,6 +3,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
+#include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSTableColumn.h"
 #include "tessaluna/platform/views/NSTableHeaderView.h"
 #include "tessaluna/platform/views/NSTableView.h"
@@ -47,8 +48,14 @@ void NSTableView::columnsDidChange() {
   setNeedsLayout(true);
   setNeedsDisplay(true);
   if (!headerView_) return;
-  headerView_->setNeedsDisplay(true);
-  if (window()) window()->invalidateCursorRectsForView(*headerView_);
+  headerDidChange();
+  headerView_->noteFocusRingMaskChanged();
+  if (headerView_->window()) headerView_->window()->invalidateCursorRectsForView(*headerView_);
+}
+
+void NSTableView::headerDidChange() {
+  if (headerView_) headerView_->setNeedsDisplay(true);
+  if (NSScrollView* scrollView = enclosingScrollView()) scrollView->setNeedsLayout(true);
 }
 
 CGRect NSTableView::rectOfColumn(std::size_t column) const {
@@ -68,11 +75,12 @@ void NSTableView::setHeaderView(const Ref<NSTableHeaderView>& header) {
   if (headerView_) headerView_->setTableView(nullptr);
   headerView_ = header;
   if (headerView_) headerView_->setTableView(this);
+  headerDidChange();
 }
 
 void NSTableView::setSortDescriptors(std::vector<Ref<NSSortDescriptor>> descriptors) {
   sortDescriptors_ = std::move(descriptors);
-  if (headerView_) headerView_->setNeedsDisplay(true);
+  if (headerView_) headerView_->sortingDidChange();
   const Ref<NSObject> held = shared_from_this();
   if (const auto source = std::dynamic_pointer_cast<NSTableViewCellSource>(dataSource()))
     source->tableViewSortDescriptorsDidChange(*this);

@@ -52,6 +52,17 @@ class PlaybackSlider::Cell : public PlaybackTransportSliderCell {
     if (std::isfinite(knobRect.origin.x)) PlaybackTransportSliderCell::drawKnob(knobRect);
   }
 
+  bool startTrackingAt(CGPoint start, NSView& view) override {
+    return PlaybackTransportSliderCell::startTrackingAt(start, view) && showTime(view);
+  }
+  bool continueTracking(CGPoint last, CGPoint current, NSView& view) override {
+    return PlaybackTransportSliderCell::continueTracking(last, current, view) && showTime(view);
+  }
+  void stopTracking(CGPoint last, CGPoint stop, NSView& view, bool isMouseUp) override {
+    if (auto* own = dynamic_cast<PlaybackSlider*>(&view)) own->bubble_.hide();
+    PlaybackTransportSliderCell::stopTracking(last, stop, view, isMouseUp);
+  }
+
   AccessibilityValue accessibilityValue() const override { return seconds(doubleValue()); }
   AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override {
     if (attribute == NSAccessibilityMaxValueAttribute) return seconds(maxValue());
@@ -66,6 +77,10 @@ class PlaybackSlider::Cell : public PlaybackTransportSliderCell {
   }
 
  private:
+  static bool showTime(NSView& view) {
+    if (auto* own = dynamic_cast<PlaybackSlider*>(&view)) own->showTimeAboveKnob();
+    return true;
+  }
   const PlaybackSlider* slider() const { return dynamic_cast<const PlaybackSlider*>(controlView()); }
   double seconds(double frames) const { return slider() ? frames / slider()->song_.framesPerSecond : frames; }
 };
@@ -199,6 +214,13 @@ std::optional<double> PlaybackSlider::timeAtPoint(CGPoint point) const {
   const NSSliderCell* own = ownSliderCell();
   if (!own || !isSeekable() || !isEnabled()) return std::nullopt;
   return own->allowedValue(own->valueAtPoint(point)) / song_.framesPerSecond;
+}
+
+void PlaybackSlider::showTimeAboveKnob() {
+  const NSSliderCell* own = ownSliderCell();
+  const CGRect knob = own ? own->knobRectFlipped(isFlipped()) : NSZeroRect;
+  if (window() && std::isfinite(knob.origin.x))
+    bubble_.show(shownTime(requestedTime()), convertRectToView(knob, nullptr), *window());
 }
 
 void PlaybackSlider::updateTrackingAreas() {

@@ -11,7 +11,8 @@
 // not move the knob. The last of them shows if the time passes. A song that begins ends all of that, a press too.
 //
 // A song whose length is absent, unknown or endless, has no knob and cannot be sought in. Time runs from left to right in every
-// layout. Resting on the track the pointer shows the time that a press there asks for, as a tool tip.
+// layout. Resting on the track the pointer shows the time that a press there asks for, as a tool tip. While the knob is held, that
+// time is above it.
 #pragma once
 
 #include <cstdint>
@@ -21,6 +22,7 @@
 #include "tessaluna/platform/backend/Timer.h"
 #include "tessaluna/platform/events/KeyboardAtPress.h"
 #include "tessaluna/platform/views/NSSlider.h"
+#include "tessaluna/uikit/transport/TimeBubble.h"
 
 namespace TessalunaUIKit {
 
@@ -98,6 +100,7 @@ class PlaybackSlider : public tessaluna::platform::NSSlider, public tessaluna::p
   class Cell;
   double framesOf(double seconds) const { return seconds * song_.framesPerSecond; }
   void showHeldPosition();
+  void showTimeAboveKnob();
   void notifyAssistiveClients();
 
   Song song_;
@@ -106,6 +109,7 @@ class PlaybackSlider : public tessaluna::platform::NSSlider, public tessaluna::p
   double playersPosition_ = 0;
   tessaluna::backend::Timer timeout_, nextNotification_;
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingArea_;
+  TimeBubble bubble_;
   bool isPositionHeld_ = false;  // the player's, which came while the user sought
   bool isUnconfirmed_ = false;
   bool isSeekable_ = true;

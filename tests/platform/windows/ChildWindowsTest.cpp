@@ -158,6 +158,7 @@ TEST_F(ChildWindowsNotifications, GoToTheDelegateAndThenToTheObservers) {
     expected.push_back(std::string("delegate ") + name);
     expected.push_back(std::string("observer ") + name);
   }
+  expected.push_back("observer NSWindowDidChangeOcclusionStateNotification");
   EXPECT_EQ(heard, expected);
 }
 

@@ -5,9 +5,11 @@
 #include <cmath>
 #include <limits>
 
+#include "tessaluna/platform/accessibility/attributes.h"
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
 #include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/windows/NSScreen.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/StillWorld.h"
@@ -351,4 +353,85 @@ TEST_F(PlaybackSliderTest, ComesFromAnInterfaceFileWithItsProperties) {
   EXPECT_EQ(slider->seekTimeout(), 5);
   EXPECT_TRUE(slider->takesKeyboardAtPress());
   EXPECT_FALSE(slider->isContinuous());
+}
+
+// The time above the knob while it is held.
+
+namespace {
+
+class PlaybackSliderHeld : public PlaybackSliderTest {
+ protected:
+  // Absent while there is none. The font's glyph of a character has its number.
+  std::optional<std::string> shown() const {
+    if (window->childWindows().empty()) return std::nullopt;
+    const Ref<NSView> content = window->childWindows()[0]->contentView();
+    const auto glyphs = harness::only("glyphs", harness::recordingOf([&] { content->drawRect(content->bounds()); }));
+    std::string text;
+    const std::string line = glyphs.at(0);
+    for (auto at = line.find("[["); at != line.npos; at = line.find("],[", at + 1))
+      text += static_cast<char>(std::stoi(line.substr(line.find_first_of("0123456789", at))));
+    return text;
+  }
+  CGRect place() const { return window->childWindows().at(0)->frame(); }
+};
+
+}  // namespace
+
+TEST_F(PlaybackSliderHeld, APressShowsItsTimeAndADragWhereItHasGot) {
+  EXPECT_EQ(shown(), std::nullopt);
+  user.press(*window, at(100));
+  EXPECT_EQ(shown(), "1:40");
+  user.dragTo(at(151));
+  EXPECT_EQ(shown(), "2:31");
+  user.release();
+  EXPECT_EQ(shown(), std::nullopt);
+  EXPECT_THAT(taken(), ElementsAre(isAbout(151)));
+}
+
+TEST_F(PlaybackSliderHeld, TheTimeStandsAboveTheMiddleOfTheKnob) {
+  user.press(*window, at(100));
+  EXPECT_NEAR(CGRectGetMidX(place()), 100 + 111.5, 1);
+  // The window's content begins at 100, the knob's upper edge is at 77.
+  EXPECT_EQ(place().origin.y, 100 + 77 + 4);
+  user.dragTo(at(200));
+  EXPECT_NEAR(CGRectGetMidX(place()), 100 + 211.5, 1);
+}
+
+TEST_F(PlaybackSliderHeld, AtTheEdgesOfTheScreenTheTimeStaysOnIt) {
+  const CGRect screen = window->screen()->frame();
+  window->setFrameTopLeftPoint({-10, CGRectGetMaxY(screen) + 60});
+  desktop.settle();
+  const CGRect content = window->convertRectToScreen(slider->frame());
+  user.press(*window, at(0));
+  EXPECT_EQ(place().origin.x, 0);
+  EXPECT_LT(CGRectGetMaxY(place()), CGRectGetMidY(content));
+}
+
+TEST_F(PlaybackSliderHeld, TheTimeGoesWithThePressHoweverThatEnds) {
+  const auto shownAfter = [&](auto end) {
+    user.press(*window, at(100));
+    EXPECT_NE(shown(), std::nullopt);
+    end();
+    const bool isShown = shown().has_value();
+    user.release();
+    return isShown;
+  };
+  EXPECT_FALSE(shownAfter([&] { slider->setSeekable(false); }));
+  slider->setSeekable(true);
+  EXPECT_FALSE(shownAfter([&] { slider->setEnabled(false); }));
+  slider->setEnabled(true);
+  EXPECT_FALSE(shownAfter([&] { slider->beginSong({.seconds = 300}); }));
+  EXPECT_FALSE(shownAfter([&] { slider->removeFromSuperview(); }));
+}
+
+TEST_F(PlaybackSliderHeld, AssistiveClientsDoNotMeetIt) {
+  user.press(*window, at(100));
+  const AccessibilityElements windows = accessibleChildrenOf(NSApp);
+  EXPECT_EQ(windows.size(), 1u);
+}
+
+TEST_F(PlaybackSliderHeld, WhereNothingCanBeAskedForThereIsNoTime) {
+  slider->setSeekable(false);
+  user.press(*window, at(100));
+  EXPECT_EQ(shown(), std::nullopt);
 }

@@ -1,0 +1,22 @@
+// What several pages are made of.
+#pragma once
+
+#include <QString>
+
+#include "tessaluna/platform/foundation/Reference.h"
+#include "tessaluna/platform/views/Forward.h"
+
+class QGridLayout;
+class QLabel;
+class QWidget;
+
+namespace gallery {
+
+QLabel* makeHeading(const QString& text);
+QLabel* makeNote(const QString& text);  // small and pale
+// The view in a widget of its size, which assistive clients know by the name.
+QWidget* embed(const tessaluna::platform::Ref<tessaluna::platform::NSView>& view, const QString& name);
+// A layout of the widget, without margins.
+QGridLayout* makeGrid(QWidget* widget, int horizontalSpacing, int verticalSpacing);
+
+}  // namespace gallery

@@ -1,0 +1,29 @@
+// A small text above a point of a slider, in a window of its own, so that no edge cuts it off. It takes no clicks and is not
+// seen by assistive clients, who are told the same by the slider.
+#pragma once
+
+#include <string>
+
+#include "tessaluna/platform/foundation/Geometry.h"
+#include "tessaluna/platform/foundation/Reference.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+
+namespace TessalunaUIKit {
+
+class TimeBubble {
+ public:
+  TimeBubble() = default;
+  TimeBubble(const TimeBubble&) = delete;
+  TimeBubble& operator=(const TimeBubble&) = delete;
+  ~TimeBubble();
+
+  // Above the rectangle, in the window's base space, or below it at the upper edge of the screen.
+  void show(const std::string& text, tessaluna::platform::CGRect rect, tessaluna::platform::NSWindow& parent);
+  void hide();
+
+ private:
+  class Window;
+  tessaluna::platform::Ref<Window> window_;  // once it was shown
+};
+
+}  // namespace TessalunaUIKit
