@@ -106,13 +106,13 @@ std::string sectionJson(const Section& section) {
 
 // A view around another one, with a margin.
 std::string framed(const std::string& id, const std::string& className, const std::string& properties,
-                   const std::string& innerId, const std::string& innerJson, double margin) {
+                   const std::string& innerId, const std::string& innerJson, double margin, const std::string& rest = "") {
   const std::vector<Constraint> constraints{{innerId, "left", id, "left", margin},
                                             {innerId, "right", id, "right", -margin},
                                             {innerId, "top", id, "top", margin},
                                             {innerId, "bottom", id, "bottom", -margin}};
   return viewJson(id, className, properties,
-                  R"(, "subviews": [)" + innerJson + R"(], "constraints": )" + arrayOf(constraints, jsonOf));
+                  R"(, "subviews": [)" + innerJson + R"(], "constraints": )" + arrayOf(constraints, jsonOf) + rest);
 }
 
 std::string textOf(int lines) {
@@ -130,7 +130,8 @@ std::string document(int lines) {
       .title = "Later",
       .ids = {"later-row"},
       .views = {framed("later-row", "TessalunaUIKit.TableCellViewWithBackground", R"(, "backgroundColor": "controlColor")",
-                       "later-text", labelJson("later-text", "Two albums and a radio hour", ""), 4)}};
+                       "later-text", labelJson("later-text", "Two albums and a radio hour", ""), 4,
+                       R"(, "outlets": {"textField": "later-text"})")}};
   const Section upNext{.name = "next",
                        .title = "Up next",
                        .ids = {"next-text", "later"},
@@ -189,6 +190,9 @@ SectionsHost::SectionsHost() {
   std::vector<Ref<NSTextField>> fields;
   collect(*sections_.at(0)->contentView(), fields);
   growingText_ = fields.at(0);
+  fields.clear();
+  collect(*sections_.back()->contentView(), fields);
+  fields.at(0)->cell()->accessibilitySetOverrideValue("Note", NSAccessibilityDescriptionAttribute);
 }
 
 SectionsHost::~SectionsHost() {

@@ -1,8 +1,11 @@
+#include <poll.h>
+
 #include <QApplication>
 #include <QScreen>
 #include <cstring>
 #include <iostream>
 #include <set>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -23,6 +26,21 @@ void takePictures(const char* const numbers[4]) {
   }
 }
 
+// As a process of its own the program looks at a column of the screen until its input ends: x, top, height and a color. It writes
+// where the color begins in it, at first and whenever that is elsewhere.
+void followColor(const char* const arguments[4]) {
+  const int x = std::atoi(arguments[0]), top = std::atoi(arguments[1]), height = std::atoi(arguments[2]);
+  const QColor color(arguments[3]);
+  int last = -1;
+  for (pollfd input{.fd = 0, .events = POLLIN, .revents = 0}; poll(&input, 1, 0) == 0;) {
+    const QImage picture = QGuiApplication::primaryScreen()->grabWindow(0, x, top, 1, height).toImage();
+    int y = 0;
+    while (y < picture.height() && picture.pixelColor(0, y) != color) ++y;
+    if (y == picture.height() || std::exchange(last, y) == y) continue;
+    std::cout << y << std::endl;
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -30,6 +48,10 @@ int main(int argc, char** argv) {
   const QApplication qt(argc, argv);
   if (argc == 6 && std::strcmp(argv[1], "camera") == 0) {
     takePictures(argv + 2);
+    return 0;
+  }
+  if (argc == 6 && std::strcmp(argv[1], "column") == 0) {
+    followColor(argv + 2);
     return 0;
   }
   return RUN_ALL_TESTS();

@@ -2,7 +2,8 @@
 // of a ConstraintSolver, has that solve them, and gives the views whose values have changed their frames.
 //
 // Each view that a constraint mentions, and each above it, has four variables: where it starts in its superview, downward and to
-// the right, and how long it is.
+// the right, and how long it is. Of places that all satisfy the constraints it takes one; what these do not mention is 0, so that
+// a view of which too little is said shows itself by having no size.
 #pragma once
 
 #include <array>

@@ -13,6 +13,7 @@
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSControl.h"
+#include "tessaluna/platform/views/NSTableCellView.h"
 #include "tessaluna/platform/views/NSTableColumn.h"
 #include "tessaluna/platform/views/NSTableHeaderView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -43,11 +44,13 @@ namespace {
 // More views than this of one kind are not kept for later: a list that was once tall does not hold on to its views.
 constexpr std::size_t mostInReserve = 8;
 
-void setBackgroundStyleBelow(const NSView& view, NSBackgroundStyle style) {
+// Of all cells in a row. A cell view is asked, as it may show its ground in its own way.
+void setBackgroundStyleOf(NSView& view, NSBackgroundStyle style) {
+  if (auto* cellView = dynamic_cast<NSTableCellView*>(&view)) cellView->setBackgroundStyle(style);
   for (const Ref<NSView>& subview : view.subviews()) {
     if (const auto* control = dynamic_cast<const NSControl*>(subview.get()); control && control->cell())
       control->cell()->setBackgroundStyle(style);
-    setBackgroundStyleBelow(*subview, style);
+    setBackgroundStyleOf(*subview, style);
   }
 }
 
@@ -197,7 +200,7 @@ void NSTableView::makeRowsIn(CGRect rect, NSTableViewDelegate* delegate) {
 
 void NSTableView::updateRowLook(std::size_t row) {
   if (const Ref<NSView> view = viewAtRow(row))
-    setBackgroundStyleBelow(*view, isRowSelected(row) ? NSBackgroundStyleDark : NSBackgroundStyleLight);
+    setBackgroundStyleOf(*view, isRowSelected(row) ? NSBackgroundStyleDark : NSBackgroundStyleLight);
   setNeedsDisplayInRect(rectOfRow(row));
 }
 

@@ -2,10 +2,12 @@
 
 #include <utility>
 
+#include "tessaluna/platform/accessibility/AccessibleDescription.h"
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/keyBindings.h"
 #include "tessaluna/platform/events/takenPress.h"
+#include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSColor.h"
@@ -53,6 +55,9 @@ class ClosableCover : public NSImageView {
   WeakRef<CoverArtThumbnailView> thumbnail_;
 };
 
+// To assistive clients, as nothing else in the panel has a name.
+constexpr std::string_view nameKey = "Enlarged cover";
+
 double now() {
   const tessaluna::backend::Backend* backend = tessaluna::backend::Backend::current();
   return backend ? backend->now() : 0;
@@ -97,6 +102,10 @@ Ref<NSImageView> CoverArtThumbnailView::makeContentView(CGSize size) {
     view->setPictureBefore(picture ? picture : pictureToDraw());
     view->setPreparesImages(true);
   }
+  const std::string name = accessibleNameOf(refTo<NSView>(*this));
+  for (NSAccessibility* element : std::initializer_list<NSAccessibility*>{coverArtPanel_.get(), view.get()})
+    element->accessibilitySetOverrideValue(name.empty() ? NSBundle::mainBundle()->localizedStringForKey(nameKey) : name,
+                                           NSAccessibilityDescriptionAttribute);
   return view;
 }
 

@@ -41,7 +41,8 @@ class CoverArtThumbnailView : public tessaluna::platform::NSImageView, public te
   // Of the panel, whose delegate this is.
   void windowDidResignKey(const tessaluna::platform::Ref<tessaluna::platform::NSNotification>& notification) override;
 
-  // Assistive clients press the image as a click does.
+  // Assistive clients press the image as a click does. To them the panel and the image in it have the thumbnail's name as it is
+  // when the image is set or enlarged, and without one the main bundle's text for "Enlarged cover".
   std::vector<std::string> accessibilityActionNames() const override;
   void accessibilityPerformAction(std::string_view action) override;
 

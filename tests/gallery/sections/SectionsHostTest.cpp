@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/platform/accessibility/accessibleTree.h"
+#include "tessaluna/uikit/containers/DisclosureHeaderView.h"
 #include "tests/harness/StillWorld.h"
 
 namespace gallery {
@@ -21,6 +23,29 @@ struct SectionsHostTest : harness::StillWorld {
   CGFloat height() {
     window->layoutIfNeeded();
     return host.sideBar()->frame().size.height - host.sideBar()->subviews()[2]->frame().origin.y;
+  }
+
+  using Lines = std::vector<std::string>;
+  // Of each element its role and name, indented.
+  Lines tree() const {
+    Lines lines = accessibleTreeLines(host.sideBar());
+    for (std::string& line : lines) line.erase(line.find('"', line.find('"') + 1) + 1);
+    return lines;
+  }
+  // Where the Tab key stops, once around.
+  Lines tabStops() {
+    Lines names;
+    window->makeFirstResponder(nullptr);
+    for (int i = 0; i < 10; ++i) {
+      user.pressKey("\t");
+      desktop.settle();
+      const Ref<NSObject> focused = focusedElementWithin({host.sideBar()});
+      const std::string name = focused ? accessibleLine(focused) : "nothing";
+      const std::string shortName = name.substr(0, name.find('"', name.find('"') + 1) + 1);
+      if (!names.empty() && shortName == names.front()) break;
+      names.push_back(shortName);
+    }
+    return names;
   }
 
   SectionsHost host;
@@ -51,6 +76,49 @@ TEST_F(SectionsHostTest, WhatGrewWhileItWasFoldedIsOpenInItsNewHeight) {
   host.setDisclosed(true);
   desktop.advance(1);
   EXPECT_GT(height(), before + 10);
+}
+
+TEST_F(SectionsHostTest, OpenItsHeadersAndContentsAreAllInTheTreeAndTheTabKeyStopsAtThem) {
+  EXPECT_EQ(tree(),
+            (Lines{R"(unknown "")", R"(  disclosure triangle "Up next")",
+                   R"(  static text "Morning tide\nGlass harbor\nSeven lanterns")", R"(  disclosure triangle "Later")",
+                   R"(  static text "Two albums and a radio hour")", R"(  disclosure triangle "About the album")",
+                   R"(  static text "Recorded in four nights,\nin a hall by the sea.")", R"(  disclosure triangle "Notes")",
+                   R"(  text field "Note")"}));
+  EXPECT_EQ(tabStops(),
+            (Lines{R"(disclosure triangle "Up next")", R"(disclosure triangle "Later")",
+                   R"(disclosure triangle "About the album")", R"(disclosure triangle "Notes")", R"(text field "Note")"}));
+}
+
+TEST_F(SectionsHostTest, FoldedOnlyHeadersOfTheOuterSectionsAreLeft) {
+  host.setDisclosed(false);
+  desktop.advance(1);
+  const Lines left = tabStops();
+  EXPECT_EQ(left, (Lines{R"(disclosure triangle "Up next")", R"(disclosure triangle "About the album")",
+                         R"(disclosure triangle "Notes")"}));
+  Lines inTree = tree();
+  inTree.erase(inTree.begin());  // the side bar
+  for (std::string& line : inTree) line.erase(0, 2);
+  EXPECT_EQ(inTree, left);
+}
+
+TEST_F(SectionsHostTest, AFoldedSectionWithinAnOpenOneKeepsItsHeader) {
+  const auto later = [&] {
+    const Ref<NSView> content = host.sideBar()->subviews()[0]->subviews()[1];
+    return std::dynamic_pointer_cast<DisclosureView>(content->subviews()[1]);
+  }();
+  ASSERT_TRUE(later);
+  later->setDisclosureTo(false, false);
+  const Lines lines = tree();
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), R"(  disclosure triangle "Later")"), 1);
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), R"(  static text "Two albums and a radio hour")"), 0);
+}
+
+TEST_F(SectionsHostTest, WhatAFoldingSectionStillShowsStaysUntilItIsCutOff) {
+  host.setDisclosed(false);
+  const Lines open = tree();
+  desktop.advance(0.02);
+  EXPECT_EQ(tree(), open);
 }
 
 }  // namespace

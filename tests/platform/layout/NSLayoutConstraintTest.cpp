@@ -189,6 +189,35 @@ TEST_F(NSLayoutConstraintTest, HuggingAndResistanceAreWishesAgainstEachOther) {
   EXPECT_EQ(other->frame().size.width, 50);
 }
 
+// Where several places do, one of them is taken, and the same one for as long as nothing else is said.
+TEST_F(NSLayoutConstraintTest, WhatConstraintsLeaveOpenIsAtTheStartAndWithoutALength) {
+  equal(view, top, content, 20);
+  EXPECT_EQ(laidOut(view), (CGRect{0, 130, 0, 0}));
+  const auto elsewhere = size(other, width, 30);
+  elsewhere->setConstant(50);
+  EXPECT_EQ(laidOut(view), (CGRect{0, 130, 0, 0}));
+  size(view, height, 10);
+  size(view, width, 40);
+  EXPECT_EQ(laidOut(view), (CGRect{0, 120, 40, 10}));
+}
+
+TEST_F(NSLayoutConstraintTest, WhatIsLeftOpenBetweenBoundsIsWithinThem) {
+  const auto atLeast =
+      constrain(view, width, NSLayoutRelationGreaterThanOrEqual, nullptr, NSLayoutAttributeNotAnAttribute, 30);
+  constrain(view, width, NSLayoutRelationLessThanOrEqual, nullptr, NSLayoutAttributeNotAnAttribute, 50);
+  EXPECT_GE(laidOut(view).size.width, 30);
+  EXPECT_LE(view->frame().size.width, 50);
+  atLeast->setConstant(45);
+  EXPECT_GE(laidOut(view).size.width, 45);
+  EXPECT_LE(view->frame().size.width, 50);
+}
+
+TEST_F(NSLayoutConstraintTest, WhatHasAContentIsAsLargeAsThatWhereNothingElseIsSaid) {
+  view->intrinsic = {40, 20};
+  equal(view, left, content, 5);
+  EXPECT_EQ(laidOut(view), (CGRect{5, 130, 40, 20}));
+}
+
 TEST_F(NSLayoutConstraintTest, AViewThatTranslatesItsMaskHoldsItsFrame) {
   const auto framed = make<NSView>(CGRect{20, 30, 40, 50});
   content->addSubview(framed);

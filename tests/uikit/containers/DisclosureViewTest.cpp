@@ -6,6 +6,7 @@
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/time/durations.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tests/harness/allocations.h"
 #include "tests/harness/printing.h"
 #include "tests/uikit/containers/sections.h"
 
@@ -273,6 +274,46 @@ TEST_F(DisclosureViewTest, OneThatGoesDuringAnAnimationIsHarmless) {
   EXPECT_TRUE(weak.expired());
   finish();
   EXPECT_EQ(bar->subviews().size(), 1u);
+}
+
+TEST_F(DisclosureViewTest, AThousandFoldsLeaveNothingBehind) {
+  // Pressed again on the way and opened with an animation, or directly; only some with all their frames, which take long.
+  const auto cycle = [&](int i) {
+    desktop.setPrefersReducedMotion(i % 21 != 0);
+    section->toggleDisclosure(nullptr);
+    desktop.advance(0.01);
+    section->toggleDisclosure(nullptr);
+    growContent(60 + i % 7);
+    desktop.advance(0.3);
+    section->setDisclosureTo(true, i % 2 == 0);
+    desktop.advance(0.3);
+    nativeOf(*window).forgetPaints();
+    ASSERT_TRUE(section->isDisclosed());
+  };
+  for (int i = 0; i < 42; ++i) cycle(i);
+  const long before = harness::allocationsAlive;
+  for (int i = 0; i < 1000; ++i) cycle(i);
+  EXPECT_LE(harness::allocationsAlive, before + 10);
+}
+
+TEST_F(DisclosureViewTest, AWindowThatClosesDuringAnAnimationIsHarmless) {
+  section->toggleDisclosure(nullptr);
+  desktop.advance(0.1);
+  window->close();
+  finish();
+  EXPECT_FALSE(section->isDisclosed());
+  EXPECT_FALSE(section->isChanging());
+}
+
+TEST_F(DisclosureViewTest, AWindowThatIsResizedDuringAnAnimationDoesNotDisturbIt) {
+  section->toggleDisclosure(nullptr);
+  desktop.advance(0.1);
+  const CGFloat height = heightOf(section);
+  window->setFrame({100, 100, 300, 400}, true);
+  EXPECT_EQ(heightOf(section), height);
+  finish();
+  EXPECT_EQ(heightOf(section), 24);
+  EXPECT_FALSE(section->isChanging());
 }
 
 // The button.

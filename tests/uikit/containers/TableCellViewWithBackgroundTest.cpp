@@ -5,7 +5,10 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/platform/views/NSImageView.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
@@ -61,6 +64,20 @@ TEST_F(TableCellViewWithBackgroundTest, AnotherColorShowsAtTheNextRedrawOnly) {
   const auto window = showWindowWith(view);
   view->setBackgroundColor(NSColor::redColor());
   EXPECT_FALSE(view->needsDisplay());
+}
+
+TEST_F(TableCellViewWithBackgroundTest, AnInterfaceFileConnectsItsContentsAndSetsItsColor) {
+  registerInterfaceFileClasses();
+  const auto contents = make<NSNib>(R"({"objects": [{"class": "TessalunaUIKit.TableCellViewWithBackground", "id": "row",
+      "outlets": {"textField": "title", "imageView": "cover"}, "properties": {"backgroundColor": "controlColor"},
+      "subviews": [{"class": "NSTextField", "id": "title"}, {"class": "NSImageView", "id": "cover"}]}]})")
+                            ->instantiateWithOwner(nullptr);
+  ASSERT_EQ(contents.error, std::nullopt);
+  const auto loaded = std::dynamic_pointer_cast<TableCellViewWithBackground>(contents.topLevelObjects.at(0));
+  ASSERT_TRUE(loaded);
+  EXPECT_EQ(loaded->textField(), loaded->subviews()[0]);
+  EXPECT_EQ(loaded->imageView(), loaded->subviews()[1]);
+  EXPECT_EQ(loaded->backgroundColor(), NSColor::controlColor());
 }
 
 TEST_F(TableCellViewWithBackgroundTest, LeavesCommandWithArrowsAlone) {

@@ -1,4 +1,7 @@
 // What the viewer of covers can do beside what it does by itself.
+#include "tessaluna/platform/accessibility/AccessibleDescription.h"
+#include "tessaluna/platform/accessibility/accessibleTree.h"
+#include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/coverart/CoverArtWorld.h"
@@ -102,6 +105,23 @@ TEST_F(CoverArtAdditionsTest, AssistiveClientsPressTheImage) {
   EXPECT_EQ(shown()->accessibilityRole(), NSAccessibilityImageRole);
   thumbnail->accessibilityPerformAction(NSAccessibilityPressAction);
   EXPECT_EQ(panel(), nullptr);
+}
+
+TEST_F(CoverArtAdditionsTest, ToAssistiveClientsPanelAndImageAreCalledAsTheThumbnailIs) {
+  const auto names = [&] { return accessibleTreeLines(panel()); };
+  enlarge(300, 100);
+  EXPECT_EQ(names(), (std::vector<std::string>{R"(window "Enlarged cover" [active])", R"(  image "Enlarged cover" [])"}));
+  thumbnail->accessibilitySetOverrideValue("Cover of Slow orbit", NSAccessibilityDescriptionAttribute);
+  thumbnail->setImage(imageOf(100, 300));
+  EXPECT_EQ(names(),
+            (std::vector<std::string>{R"(window "Cover of Slow orbit" [active])", R"(  image "Cover of Slow orbit" [])"}));
+}
+
+TEST_F(CoverArtAdditionsTest, ANamelessCoverIsCalledSoInTheUsersLanguage) {
+  NSBundle::mainBundle()->setStringTable({{"Enlarged cover", "Pochette agrandie"}});
+  enlarge(300, 100);
+  EXPECT_EQ(accessibleNameOf(panel()), "Pochette agrandie");
+  NSBundle::mainBundle()->setStringTable({});
 }
 
 struct CoverArtPreparingTest : harness::CoverArtWorld {
