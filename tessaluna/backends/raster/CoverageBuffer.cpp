@@ -7,10 +7,9 @@ namespace {
 // Where there would be more patches, fewer are as good. Those that a new one may be near to are among the last.
 constexpr std::size_t mostPatches = 256, lastPatches = 32;
 
-// What it takes to resolve polygons there, roughly.
-double costOf(const PixelRect& patch) { return (patch.width() + 3.0) * (patch.height() + 4.0); }
-
 constexpr std::uint64_t firstBlock = 0xf;  // among marks
+
+constexpr double pointsPerPixel = 1000;  // that are looked through in the time that a pixel takes
 
 // The row above a height, to which something reaches down: rows that it only borders on are not touched.
 int lastRowOf(double y) {
@@ -326,7 +325,7 @@ void CoverageBuffer::correctFrom(int firstRow, Range before, const Shape& shape)
       if (isOverlap[row]) fold(row);
     }
   }
-  findPatches(from);
+  findPatches(from, shape.polygons);
   if (patches_.empty()) return;
   resolver_.take(shape.polygons);
   for (const PixelRect& patch : patches_) replacePatch(shape, patch);
@@ -341,9 +340,15 @@ void CoverageBuffer::fold(int row) {
   });
 }
 
+// What it takes to resolve polygons there, roughly: it grows with the pixels, and all polygons are looked through.
+double CoverageBuffer::costOf(const PixelRect& patch) const {
+  return (patch.width() + 3.0) * (patch.height() + 4.0) + costOfPatch_;
+}
+
 // The suspicious pixels in rectangles.
-void CoverageBuffer::findPatches(int firstRow) {
+void CoverageBuffer::findPatches(int firstRow, const Polygons& polygons) {
   clearForReuse(patches_);
+  costOfPatch_ = double(polygons.pointCount()) / pointsPerPixel;
   const std::uint8_t* const isOverlap = isOverlap_.data();
   for (int row = firstRow; row < rows_; ++row) {
     const bool isNear = isOverlap[row] || (row > firstRow && isOverlap[row - 1]) || (row + 1 < rows_ && isOverlap[row + 1]);

@@ -120,7 +120,8 @@ class CoverageBuffer {
   void noteTwice(std::uint64_t* at, std::uint64_t bits);
   void correctFrom(int firstRow, Range before, const Shape& shape);
   void fold(int row);
-  void findPatches(int firstRow);
+  double costOf(const PixelRect& patch) const;
+  void findPatches(int firstRow, const Polygons& polygons);
   void addPatch(PixelRect patch);
   void writeOut(int row, int first, int last);
   void replacePatch(const Shape& shape, const PixelRect& patch);
@@ -173,6 +174,7 @@ class CoverageBuffer {
   static constexpr int sweepsOfResolver = 1000;
   int sweeps_ = 0;                  // with this one
   std::vector<PixelRect> patches_;  // within the box
+  double costOfPatch_ = 0;          // of each, however small
 };
 
 inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {

@@ -11,17 +11,15 @@ namespace {
 // Distances, in pixels, that no coverage shows.
 constexpr double sameHeight = 1e-5, samePlace = 1e-4;
 // Through strips of the least height go at most so many sides. More make strips higher, so that a tangle of very many
-// costs time in proportion to their number: what ends and crosses in a strip stays as it is, and the order in its middle counts.
+// costs a row no more time than this many: what ends and crosses in a strip stays as it is, and the order in its middle counts.
 constexpr std::size_t fewSides = 16;
-constexpr double mostSidesOfARow = 60000, highestStrip = 0.25;
+constexpr double mostSidesOfARow = 60000;
 // More are sorted by other ways.
 constexpr std::size_t sortedByInsertion = 64, sortedByComparison = 512;
 
 constexpr double farthestRight = 1e9;  // of what is still looked at, in pixels
 
-double leastHeight(std::size_t sides) {
-  return sides <= fewSides ? sameHeight : std::min(double(sides) / mostSidesOfARow, highestStrip);
-}
+double leastHeight(std::size_t sides) { return sides <= fewSides ? sameHeight : double(sides) / mostSidesOfARow; }
 
 }  // namespace
 
@@ -58,6 +56,7 @@ void OverlapResolver::take(const Polygons& polygons) {
 }
 
 void OverlapResolver::cover(const Task& task, float* values, std::ptrdiff_t stride) {
+  sidesOfStrips_ = 0;
   collect(task);
   clearForReuse(bounds_);
   addRows(task.box.top, task.box.bottom, task.rule);
@@ -265,6 +264,7 @@ void OverlapResolver::addStrip(double top, double bottom, double least, FillRule
 
 // Brings the sides into their order a little below the top, since at the top itself sides meet that have just crossed.
 void OverlapResolver::place(double top, double bottom) {
+  sidesOfStrips_ += across_.size();
   constexpr double little = 1e-4;
   for (Across& across : across_) {
     across.above = across.side->at(top);

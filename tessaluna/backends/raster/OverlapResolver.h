@@ -30,6 +30,8 @@ class OverlapResolver {
 
   // Writes the coverage of the box's pixels, in rows that lie so many values apart.
   void cover(const Task& task, float* values, std::ptrdiff_t stride);
+  // The work that this took: how many sides go through each strip, of all strips together.
+  std::size_t sidesOfStrips() const { return sidesOfStrips_; }
 
  private:
   // Some sides of a polygon that follow each other, in its own space.
@@ -95,7 +97,8 @@ class OverlapResolver {
   std::vector<LeftChange> leftChanges_;  // by height
   std::vector<Bound> bounds_;
   std::size_t next_ = 0, nextLeftChange_ = 0;  // not yet reached
-  Side left_{};                                // the left side of the box
+  std::size_t sidesOfStrips_ = 0;
+  Side left_{};  // the left side of the box
   int leftWinding_ = 0;
   bool isInOrder_ = true;  // at the strip's bottom as well, apart from a crossing there
 };
