@@ -84,7 +84,8 @@ bool compare(const char* what, const QString& text) {
 }
 
 QString lettersOf(qsizetype count, const char* words) {
-  QString text = QString::fromLatin1(words).repeated(count / static_cast<qsizetype>(qstrlen(words)) + 1);
+  const QString unit = QString::fromUtf8(words);
+  QString text = unit.repeated(count / unit.size() + 1);
   text.truncate(count);
   return text;
 }
@@ -100,9 +101,11 @@ int main(int argc, char** argv) {
     NSApplication::sharedApplication();
     for (const qsizetype count : {100, 10000, 40000}) {
       const std::string words = std::to_string(count) + " letters in words",
-                        plain = std::to_string(count) + " letters without a blank";
+                        plain = std::to_string(count) + " letters without a blank",
+                        turned = std::to_string(count) + " letters from right to left";
       isWhole = compare(words.c_str(), lettersOf(count, "the quick brown fox jumps over a lazy dog while ")) && isWhole;
       isWhole = compare(plain.c_str(), lettersOf(count, "thequickbrownfoxjumpsoveralazydogwhile")) && isWhole;
+      isWhole = compare(turned.c_str(), lettersOf(count, "נועה לביא ציירה את העטיפה של האלבום הזה ")) && isWhole;
     }
   }
   NSApp.reset();

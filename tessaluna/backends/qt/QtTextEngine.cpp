@@ -4,16 +4,18 @@
 #include <QFontMetricsF>
 #include <QGlyphRun>
 #include <QGuiApplication>
+#include <QImage>
 #include <QPainterPath>
 #include <QRawFont>
-#include <QScreen>
 #include <QTextBoundaryFinder>
 #include <QTextLayout>
 #include <algorithm>
 #include <functional>
 #include <list>
+#include <span>
 #include <unordered_map>
 
+#include "tessaluna/platform/text/linePieces.h"
 #include "tessaluna/platform/text/unicode.h"
 
 namespace tessaluna::backend::qt {
@@ -24,8 +26,7 @@ namespace {
 constexpr std::size_t maxBytes = 16 << 20;
 constexpr std::size_t maxTypefaces = 64;
 // Qt finds the place of a character by walking along the line. A line that is longer than maxPiece is shaped in pieces, so that
-// the walks stay short, and so that a letter typed into a long line changes one piece. A piece ends after a blank where there
-// is one from minPiece on: nothing is shaped across most blanks.
+// the walks stay short, and so that a letter typed into a long line changes one piece.
 constexpr std::size_t minPiece = 256, maxPiece = 512;  // UTF-16 units
 
 QString toQString(std::u16string_view text) {
@@ -63,15 +64,21 @@ class QtTypeface : public Typeface {
   QRawFont font_;
 };
 
+// A line, or a piece of one that is said to have a direction.
 struct Shaping {
-  std::u16string text;
-  std::vector<std::pair<FontDescription, std::size_t>> fonts;
-  friend bool operator==(const Shaping&, const Shaping&) = default;
+  std::u16string_view text;
+  std::span<const FontSpan> fonts;
+  Qt::LayoutDirection direction = Qt::LayoutDirectionAuto;
+
+  friend bool operator==(const Shaping& a, const Shaping& b) {
+    const auto areSame = [](const FontSpan& x, const FontSpan& y) { return x.length == y.length && x.font == y.font; };
+    return a.direction == b.direction && a.text == b.text && std::ranges::equal(a.fonts, b.fonts, areSame);
+  }
 };
 
 struct ShapingHash {
   std::size_t operator()(const Shaping& shaping) const {
-    std::size_t hash = std::hash<std::u16string>()(shaping.text);
+    std::size_t hash = std::hash<std::u16string_view>()(shaping.text) + static_cast<std::size_t>(shaping.direction);
     for (const auto& [font, length] : shaping.fonts) {
       hash = hash * 31 + std::hash<std::string>()(font.family);
       hash = hash * 31 + std::hash<double>()(font.size) + (font.isBold ? 7 : 0) + length;
@@ -84,14 +91,25 @@ struct ShapingHash {
 
 struct QtTextEngine::Kept {
   struct Line {
-    Shaping shaping;
+    std::u16string text;
+    std::vector<FontSpan> fonts;
+    Qt::LayoutDirection direction;
     std::shared_ptr<const ShapedLine> shaped;
     std::size_t bytes;
+    Shaping shaping() const { return {text, fonts, direction}; }
   };
-  std::list<Line> lines;  // used last first
-  std::size_t bytes = 0;  // of all lines
-  std::unordered_map<Shaping, std::list<Line>::iterator, ShapingHash> byShaping;
+  std::list<Line> lines;                                                          // used last first
+  std::size_t bytes = 0;                                                          // of all lines
+  std::unordered_map<Shaping, std::list<Line>::iterator, ShapingHash> byShaping;  // the keys look at the lines
   std::vector<std::pair<QRawFont, std::shared_ptr<const Typeface>>> typefaces;
+
+  // Shaped now, or before. A long line is taken apart where it can be.
+  std::shared_ptr<const ShapedLine> lineOf(const Shaping& shaping, const QtTextEngine& engine);
+  std::shared_ptr<const ShapedLine> longLineOf(const Shaping& shaping, const QtTextEngine& engine);
+  template <class Shape>
+  std::shared_ptr<const ShapedLine> remembered(const Shaping& shaping, Shape shape);
+  ShapedLine shapeWhole(const Shaping& shaping, const QtTextEngine& engine);
+  ShapedLine shapeInPieces(const Shaping& shaping, const QtTextEngine& engine);
 
   // One typeface for each font, so that the glyphs that a canvas keeps serve all lines.
   std::shared_ptr<const Typeface> typefaceOf(const QRawFont& font) {
@@ -104,31 +122,49 @@ struct QtTextEngine::Kept {
 
 namespace {
 
+// With 72 dots per inch, where a point is a pixel at scale 1. Fonts that Qt makes are for the screen's resolution, and those that it
+// made before there was a screen for one that it has assumed.
+const QImage& deviceOfFonts() {
+  static const QImage device = [] {
+    constexpr double inchesPerMeter = 1 / 0.0254;
+    QImage image(1, 1, QImage::Format_Alpha8);
+    image.setDotsPerMeterX(qRound(72 * inchesPerMeter));
+    image.setDotsPerMeterY(qRound(72 * inchesPerMeter));
+    return image;
+  }();
+  return device;
+}
+
 QFont fontOf(const FontDescription& description) {
-  QFont font = description.family.empty() ? QGuiApplication::font() : QFont(QString::fromStdString(description.family));
-  // A point of ours is a pixel at scale 1; Qt's are scaled by the screen's resolution.
-  const QScreen* screen = QGuiApplication::primaryScreen();
-  font.setPointSizeF(std::max(0.1, description.size) * 72 / (screen ? screen->logicalDotsPerInch() : 96));
+  const QFont family =
+      description.family.empty() ? QGuiApplication::font() : QFont(QString::fromStdString(description.family));
+  QFont font(family, &deviceOfFonts());
+  font.setPointSizeF(std::max(0.1, description.size));
   font.setBold(description.isBold);
   font.setHintingPreference(QFont::PreferNoHinting);
   return font;
 }
 
-// For a cluster that stands first in a stretch of the other direction: Qt gives it the place where the stretch begins for the
-// text before it, and no width.
+// Qt misplaces clusters where directions change: one that stands first in a stretch of the other direction gets the place where the
+// stretch begins for the text before it, and no width; those that stand last get places outside of the stretch where it has fewer
+// glyphs than characters. Such a cluster gets the place of its glyphs; one with a share of a glyph keeps that.
 void placeByGlyphs(TextCluster& cluster, const QTextLayout& layout) {
+  TextCluster placed = cluster;
   bool isFirst = true;
   for (const QGlyphRun& run : layout.glyphRuns(static_cast<int>(cluster.start), static_cast<int>(cluster.length))) {
     const QList<QPointF> positions = run.positions();
     const QList<QPointF> advances = run.rawFont().advancesForGlyphIndexes(run.glyphIndexes());
     for (qsizetype i = 0; i < positions.size(); ++i) {
       const double left = positions[i].x(), right = left + advances[i].x();
-      cluster.left = isFirst ? left : std::min(cluster.left, left);
-      cluster.right = isFirst ? right : std::max(cluster.right, right);
+      placed.left = isFirst ? left : std::min(placed.left, left);
+      placed.right = isFirst ? right : std::max(placed.right, right);
       isFirst = false;
     }
-    cluster.isRightToLeft = run.isRightToLeft();
+    placed.isRightToLeft = run.isRightToLeft();
   }
+  constexpr double step = 1.0 / 64;  // of Qt's places
+  const bool isInside = cluster.left >= placed.left - step && cluster.right <= placed.right + step;
+  if (cluster.left == cluster.right || !isInside) cluster = placed;
 }
 
 // Whether the unit is a character of its own, with a glyph of its own unless it is part of a ligature, and runs from left to right.
@@ -157,16 +193,18 @@ bool placeSimpleClusters(ShapedLine& line, std::u16string_view text) {
 ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
                      const std::function<std::shared_ptr<const Typeface>(const QRawFont&)>& typefaceOf) {
   ShapedLine line;
-  for (const auto& [font, length] : shaping.fonts) {
-    const FontMetrics own = engine.metrics(font);
+  for (const FontSpan& span : shaping.fonts) {
+    const FontMetrics own = engine.metrics(span.font);
     line.metrics.ascent = std::max(line.metrics.ascent, own.ascent);
     line.metrics.descent = std::max(line.metrics.descent, own.descent);
     line.metrics.leading = std::max(line.metrics.leading, own.leading);
   }
   if (shaping.text.empty()) return line;
 
+  // No text without letters is simple that has a direction all the same.
+  const bool mayBeSimple = shaping.direction != Qt::RightToLeft;
   const QString text = toQString(shaping.text);
-  QTextLayout layout(text, fontOf(shaping.fonts.front().first));
+  QTextLayout layout(text, fontOf(shaping.fonts.front().font));
   QList<QTextLayout::FormatRange> formats;
   int start = 0;
   for (const auto& [font, length] : shaping.fonts) {
@@ -179,6 +217,7 @@ ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
   QTextOption option;
   option.setWrapMode(QTextOption::NoWrap);
   option.setUseDesignMetrics(true);
+  option.setTextDirection(shaping.direction);
   layout.setTextOption(option);
   layout.beginLayout();
   QTextLine qtLine = layout.createLine();
@@ -187,19 +226,24 @@ ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
 
   line.advance = qtLine.horizontalAdvance();
   const double ascent = qtLine.ascent();
+  std::size_t glyphCount = 0;
+  bool hasRightToLeft = false;
   for (qsizetype span = 0; span < formats.size(); ++span) {
     for (const QGlyphRun& qtRun : layout.glyphRuns(formats[span].start, formats[span].length)) {
       GlyphRun run{.typeface = typefaceOf(qtRun.rawFont()), .glyphs = {}, .positions = {}};
       const QList<quint32> glyphs = qtRun.glyphIndexes();
       const QList<QPointF> positions = qtRun.positions();
       run.glyphs.assign(glyphs.begin(), glyphs.end());
+      glyphCount += run.glyphs.size();
+      hasRightToLeft = hasRightToLeft || qtRun.isRightToLeft();
       for (const QPointF& position : positions) run.positions.push_back({position.x(), ascent - position.y()});
       line.runs.push_back(std::move(run));
       line.runFonts.push_back(static_cast<std::size_t>(span));
     }
   }
-  if (placeSimpleClusters(line, shaping.text)) return line;
+  if (mayBeSimple && placeSimpleClusters(line, shaping.text)) return line;
   const std::vector<std::size_t> borders = platform::characterBorders(shaping.text);
+  const bool mayBeMisplaced = hasRightToLeft && glyphCount != shaping.text.size();
   for (std::size_t i = 0; i + 1 < borders.size(); ++i) {
     int position = static_cast<int>(borders[i]);
     const double leading = qtLine.cursorToX(&position, QTextLine::Leading);
@@ -210,55 +254,23 @@ ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
                         .left = std::min(leading, trailing),
                         .right = std::max(leading, trailing),
                         .isRightToLeft = trailing < leading};
-    if (leading == trailing) placeByGlyphs(cluster, layout);
+    if (leading == trailing || mayBeMisplaced) placeByGlyphs(cluster, layout);
     line.clusters.push_back(cluster);
   }
   return line;
 }
 
-// Where the line may be cut into pieces that are shaped alone: the ends of the pieces, the text's length last.
-std::vector<std::size_t> endsOfPieces(std::u16string_view text) {
-  std::vector<std::size_t> ends;
-  std::size_t start = 0;
-  const std::vector<std::size_t> borders = platform::characterBorders(text);
-  for (std::size_t i = 1; i + 1 < borders.size(); ++i) {
-    const std::size_t length = borders[i] - start;
-    if (length < minPiece || (length < maxPiece && text[borders[i] - 1] != u' ')) continue;
-    ends.push_back(borders[i]);
-    start = borders[i];
-  }
-  ends.push_back(text.size());
-  return ends;
-}
-
-// Pieces follow each other from left to right only where all text does.
-bool runsToTheRight(std::u16string_view text) {
-  return std::ranges::none_of(toQString(text), [](QChar unit) {
-    switch (unit.direction()) {
-      case QChar::DirR:
-      case QChar::DirAL:
-      case QChar::DirAN:
-      case QChar::DirRLE:
-      case QChar::DirRLO:
-      case QChar::DirRLI:
-      case QChar::DirFSI: return true;
-      default:
-        return unit.isSurrogate() && unit.unicode() >= 0xD802 && unit.unicode() <= 0xD83B;  // scripts of either direction
-    }
-  });
-}
-
-// The piece starts at that unit of the whole text; its fonts have those numbers there.
-void append(ShapedLine& whole, const ShapedLine& piece, std::size_t start, std::span<const std::size_t> fonts) {
+// The piece starts at that unit of the whole text and that far from the line's left edge; its fonts have those numbers there.
+void append(ShapedLine& whole, const ShapedLine& piece, std::size_t start, double left, std::span<const std::size_t> fonts) {
   for (std::size_t i = 0; i < piece.runs.size(); ++i) {
     GlyphRun& run = whole.runs.emplace_back(piece.runs[i]);
-    for (CGPoint& position : run.positions) position.x += whole.advance;
+    for (CGPoint& position : run.positions) position.x += left;
     whole.runFonts.push_back(fonts[piece.runFonts[i]]);
   }
   for (TextCluster cluster : piece.clusters) {
     cluster.start += start;
-    cluster.left += whole.advance;
-    cluster.right += whole.advance;
+    cluster.left += left;
+    cluster.right += left;
     whole.clusters.push_back(cluster);
   }
   whole.advance += piece.advance;
@@ -291,44 +303,80 @@ FontMetrics QtTextEngine::metrics(const FontDescription& font) const {
 }
 
 std::shared_ptr<const ShapedLine> QtTextEngine::shape(std::u16string_view text, std::span<const FontSpan> fonts) const {
-  Shaping shaping{.text = std::u16string(text), .fonts = {}};
-  for (const FontSpan& span : fonts) shaping.fonts.emplace_back(span.font, span.length);
-  if (const auto known = kept_->byShaping.find(shaping); known != kept_->byShaping.end()) {
-    kept_->lines.splice(kept_->lines.begin(), kept_->lines, known->second);
+  if (text.size() <= maxPiece) return kept_->lineOf({text, fonts}, *this);
+  return kept_->longLineOf({text, fonts}, *this);
+}
+
+std::shared_ptr<const ShapedLine> QtTextEngine::Kept::lineOf(const Shaping& shaping, const QtTextEngine& engine) {
+  return remembered(shaping, [&] { return shapeWhole(shaping, engine); });
+}
+
+ShapedLine QtTextEngine::Kept::shapeWhole(const Shaping& shaping, const QtTextEngine& engine) {
+  return shapeAnew(shaping, engine, [this](const QRawFont& font) { return typefaceOf(font); });
+}
+
+std::shared_ptr<const ShapedLine> QtTextEngine::Kept::longLineOf(const Shaping& shaping, const QtTextEngine& engine) {
+  return remembered(shaping, [&] { return shapeInPieces(shaping, engine); });
+}
+
+template <class Shape>
+std::shared_ptr<const ShapedLine> QtTextEngine::Kept::remembered(const Shaping& shaping, Shape shape) {
+  if (const auto known = byShaping.find(shaping); known != byShaping.end()) {
+    lines.splice(lines.begin(), lines, known->second);
     return known->second->shaped;
   }
-  auto shaped = std::make_shared<ShapedLine>();
-  if (text.size() > maxPiece && runsToTheRight(text)) *shaped = shapeInPieces(text, fonts);
-  else *shaped = shapeAnew(shaping, *this, [this](const QRawFont& font) { return kept_->typefaceOf(font); });
-  // The text is kept twice: in the list and in the index.
-  const std::size_t bytes = bytesOf(*shaped) + 2 * (sizeof(Shaping) + text.size() * sizeof(char16_t));
-  kept_->lines.push_front({shaping, shaped, bytes});
-  kept_->byShaping[std::move(shaping)] = kept_->lines.begin();
-  kept_->bytes += bytes;
-  while (kept_->bytes > maxBytes && kept_->lines.size() > 1) {
-    kept_->bytes -= kept_->lines.back().bytes;
-    kept_->byShaping.erase(kept_->lines.back().shaping);
-    kept_->lines.pop_back();
+  auto shaped = std::make_shared<const ShapedLine>(shape());
+  const std::size_t added = bytesOf(*shaped) + sizeof(Line) + sizeof(Shaping) + shaping.text.size() * sizeof(char16_t) +
+                            shaping.fonts.size() * sizeof(FontSpan);
+  lines.push_front({.text = std::u16string(shaping.text),
+                    .fonts = {shaping.fonts.begin(), shaping.fonts.end()},
+                    .direction = shaping.direction,
+                    .shaped = shaped,
+                    .bytes = added});
+  byShaping[lines.front().shaping()] = lines.begin();
+  bytes += added;
+  while (bytes > maxBytes && lines.size() > 1) {
+    bytes -= lines.back().bytes;
+    byShaping.erase(lines.back().shaping());
+    lines.pop_back();
   }
   return shaped;
 }
 
-ShapedLine QtTextEngine::shapeInPieces(std::u16string_view text, std::span<const FontSpan> fonts) const {
-  ShapedLine whole;
-  std::size_t start = 0, font = 0, endOfFont = fonts.front().length;
-  for (const std::size_t end : endsOfPieces(text)) {
+ShapedLine QtTextEngine::Kept::shapeInPieces(const Shaping& shaping, const QtTextEngine& engine) {
+  struct Piece {
+    std::shared_ptr<const ShapedLine> shaped;
+    std::vector<std::size_t> fonts;  // their numbers in the whole line
+    double left = 0;
+  };
+  const platform::LinePieces parts = platform::linePieces(shaping.text, minPiece, maxPiece);
+  if (parts.inTextOrder.size() == 1) return shapeWhole(shaping, engine);
+  std::vector<Piece> pieces;
+  std::size_t font = 0, endOfFont = shaping.fonts.front().length;
+  for (const platform::LinePiece& part : parts.inTextOrder) {
+    const std::size_t end = part.start + part.length;
     std::vector<FontSpan> spans;
-    std::vector<std::size_t> numbers;
-    for (std::size_t from = start; from < end;) {
-      while (endOfFont <= from) endOfFont += fonts[++font].length;
+    Piece& piece = pieces.emplace_back();
+    for (std::size_t from = part.start; from < end;) {
+      while (endOfFont <= from) endOfFont += shaping.fonts[++font].length;
       const std::size_t to = std::min(end, endOfFont);
-      spans.push_back({fonts[font].font, to - from});
-      numbers.push_back(font);
+      spans.push_back({shaping.fonts[font].font, to - from});
+      piece.fonts.push_back(font);
       from = to;
     }
-    append(whole, *shape(text.substr(start, end - start), spans), start, numbers);
-    start = end;
+    piece.shaped = lineOf({.text = shaping.text.substr(part.start, part.length),
+                           .fonts = spans,
+                           .direction = part.isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight},
+                          engine);
   }
+  double left = 0;
+  for (const std::size_t i : parts.fromLeft) {
+    pieces[i].left = left;
+    left += pieces[i].shaped->advance;
+  }
+  ShapedLine whole;
+  for (std::size_t i = 0; i < pieces.size(); ++i)
+    append(whole, *pieces[i].shaped, parts.inTextOrder[i].start, pieces[i].left, pieces[i].fonts);
   return whole;
 }
 

@@ -22,7 +22,6 @@ class QtTextEngine : public TextEngine {
   void forgetFonts();
 
  private:
-  ShapedLine shapeInPieces(std::u16string_view text, std::span<const FontSpan> fonts) const;
   struct Kept;
   std::unique_ptr<Kept> kept_;
 };

@@ -96,21 +96,23 @@ bool NSAttributedString::isEqual(const NSObject* other) const {
   return true;
 }
 
-CGSize NSAttributedString::size() const { return TextLayout(*this, {.wrapsLines = false}).size(); }
+constexpr auto Lent = TextLayout::Options::Text::Lent;  // to a layout that is used at once
+
+CGSize NSAttributedString::size() const { return TextLayout(*this, {.wrapsLines = false, .text = Lent}).size(); }
 
 CGRect NSAttributedString::boundingRectWithSize(CGSize size, std::uint32_t options) const {
   const bool usesLines = options & NSStringDrawingUsesLineFragmentOrigin;
-  const TextLayout layout(*this, {.width = size.width, .wrapsLines = usesLines});
+  const TextLayout layout(*this, {.width = size.width, .wrapsLines = usesLines, .text = Lent});
   const CGFloat bottom = usesLines || layout.lines().empty() ? 0 : -layout.lines().back().metrics.descent;
   return {{0, bottom}, layout.size()};
 }
 
 void NSAttributedString::drawInRect(CGRect rect) const {
-  TextLayout(*this, {.width = rect.size.width, .wrapsLines = true}).drawInRect(rect);
+  TextLayout(*this, {.width = rect.size.width, .wrapsLines = true, .text = Lent}).drawInRect(rect);
 }
 
 void NSAttributedString::drawAtPoint(CGPoint point) const {
-  const TextLayout layout(*this, {.wrapsLines = false});
+  const TextLayout layout(*this, {.wrapsLines = false, .text = Lent});
   layout.drawInRect({point, layout.size()});
 }
 

@@ -91,7 +91,10 @@ TextLayout::TextLayout(const NSAttributedString& text, Options options) : width_
 
 void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd, const Options& options) {
   const bool isWhole = range.location == 0 && range.length == text.length();
-  const Ref<NSAttributedString> paragraph = isWhole ? text.mutableCopy() : text.attributedSubstring(range);
+  const Ref<const NSAttributedString> paragraph = !isWhole ? text.attributedSubstring(range)
+                                                  : options.text == Options::Text::Lent
+                                                      ? Ref<const NSAttributedString>(Ref<void>(), &text)
+                                                      : text.mutableCopy();
   // A paragraph without characters stands as the line's end behind it says, and the last one as that before it.
   static const NSAttributes none;
   const NSAttributes& attributes = text.length() > 0 ? text.attributesAtIndex(std::min(range.location, text.length() - 1))
@@ -123,7 +126,7 @@ void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std
   alignments_.resize(lines_.size(), style->alignment());
 }
 
-void TextLayout::addWrapped(const Ref<NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd,
+void TextLayout::addWrapped(const Ref<const NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd,
                             NSLineBreakMode mode) {
   const std::u16string& units = paragraph->text();
   const std::vector<std::size_t> breaks =

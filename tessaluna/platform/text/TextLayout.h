@@ -22,13 +22,15 @@ class TextLayout {
     CGFloat width = std::numeric_limits<CGFloat>::infinity();
     bool wrapsLines = true;                             // false: a line for each paragraph, whatever the width
     const NSAttributes* attributesOfNothing = nullptr;  // how high a text without characters is, and where it stands
+    // Lent: the text outlives the layout and does not change meanwhile, so that it is not copied.
+    enum class Text { Copied, Lent } text = Text::Copied;
   };
 
   struct Line {
-    std::size_t start = 0, length = 0;  // of the text, with the line's end
-    CGFloat x = 0, y = 0;               // of its upper left corner
-    CGFloat baseline = 0;               // y of its baseline
-    Ref<NSAttributedString> shown;      // shortened, without the line's end
+    std::size_t start = 0, length = 0;    // of the text, with the line's end
+    CGFloat x = 0, y = 0;                 // of its upper left corner
+    CGFloat baseline = 0;                 // y of its baseline
+    Ref<const NSAttributedString> shown;  // shortened, without the line's end
     std::shared_ptr<const backend::ShapedLine> shaped;
     NSRange leftOut;     // counted from the line's start: what the "…" at its location stands for
     bool isCut = false;  // by the edge of the width
@@ -66,7 +68,8 @@ class TextLayout {
   const Line& lineAt(CGFloat y) const;
   std::span<const Line> linesOf(NSRange range) const;
   void addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd, const Options& options);
-  void addWrapped(const Ref<NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd, NSLineBreakMode mode);
+  void addWrapped(const Ref<const NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd,
+                  NSLineBreakMode mode);
   void addLine(Line line);
   void place();
   void drawLines(std::span<const Line> lines, CGRect rect) const;

@@ -102,7 +102,7 @@ NSRange paragraphRangeAt(std::u16string_view text, std::size_t index) {
 }
 
 bool isRightToLeft(std::u16string_view text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
+  for (std::size_t i = 0; i < text.size(); i += unitsOf(scalarAt(text, i))) {
     switch (utf8proc_get_property(static_cast<utf8proc_int32_t>(scalarAt(text, i)))->bidi_class) {
       case UTF8PROC_BIDI_CLASS_L: return false;
       case UTF8PROC_BIDI_CLASS_R:

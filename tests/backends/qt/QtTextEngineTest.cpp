@@ -1,7 +1,14 @@
 #include "tessaluna/backends/qt/QtTextEngine.h"
 
+#include <QGlyphRun>
+#include <QGuiApplication>
+#include <QImage>
+#include <QTextLayout>
 #include <algorithm>
+#include <limits>
+#include <random>
 
+#include "tessaluna/platform/text/unicode.h"
 #include "tests/backends/qt/QtTest.h"
 
 namespace tessaluna::backend::qt {
@@ -37,6 +44,32 @@ class QtTextEngineTest : public QtTest {
     ASSERT_NEAR(x, line.advance, tolerance);
   }
 
+  // Of each user-perceived character, in a line that is shaped at once.
+  static std::vector<double> leftsInOneLayout(std::u16string_view text) {
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(13);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    QTextLayout layout(QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size())), font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::NoWrap);
+    option.setUseDesignMetrics(true);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    std::vector<double> lefts;
+    const std::vector<std::size_t> borders = platform::characterBorders(text);
+    for (std::size_t i = 0; i + 1 < borders.size(); ++i) {
+      const auto start = static_cast<int>(borders[i]), length = static_cast<int>(borders[i + 1] - borders[i]);
+      double left = std::numeric_limits<double>::infinity();
+      for (const QGlyphRun& run : layout.glyphRuns(start, length))
+        for (const QPointF& position : run.positions()) left = std::min(left, position.x());
+      lefts.push_back(left);
+    }
+    EXPECT_TRUE(line.isValid());
+    return lefts;
+  }
+
   QtTextEngine engine;
 };
 
@@ -59,7 +92,8 @@ TEST_F(QtTextEngineTest, TheFirstLetterOfAnEmbeddedRunHasItsOwnPlace) {
 
 TEST_F(QtTextEngineTest, SoHasEveryLetterWhereDirectionsChangeBackAndForth) {
   for (const std::u16string_view text :
-       {u"\u05D0\u05D1 cd \u05D2", u"a \u05D0 12 \u05D1 b", u"\u05D0b\u05D1c\u05D2", u"1\u05D0", u"a\u0627\u0628b"})
+       {u"\u05D0\u05D1 cd \u05D2", u"a \u05D0 12 \u05D1 b", u"\u05D0b\u05D1c\u05D2", u"1\u05D0", u"a\u0627\u0628b",
+        u"\u05D0 e\u0301a \u05D0", u"a \u05D0\u05B8\u05D1 b"})
     expectWhole(*shape(text), text.size());
 }
 
@@ -109,11 +143,57 @@ TEST_F(QtTextEngineTest, AFontThatChangesWithinALongLineChangesThere) {
     EXPECT_EQ(line->runFonts[i], line->runs[i].positions.front().x < first - 1 ? 0u : 2u);
 }
 
-TEST_F(QtTextEngineTest, ALongLineFromRightToLeftIsNotTakenApart) {
-  const std::u16string text = repeated(u"\u05D0\u05D1\u05D2 ", 200);
+TEST_F(QtTextEngineTest, ALongLineFromRightToLeftBeginsAtTheRight) {
+  const std::u16string text = repeated(u"\u05D0\u05D1\u05D2 ", 500);
   const auto line = shape(text);
   expectWhole(*line, text.size());
   EXPECT_NEAR(line->clusters.front().right, line->advance, tolerance);
+  for (const TextCluster& cluster : line->clusters) ASSERT_TRUE(cluster.isRightToLeft);
+}
+
+TEST_F(QtTextEngineTest, EveryLetterOfALongLineStandsWhereItDoesInOneThatIsShapedAsAWhole) {
+  const std::u16string_view words[] = {u"Ada ",
+                                       u"Brink, ",
+                                       u"\u05E0\u05D5\u05E2\u05D4 ",
+                                       u"\u05DC\u05D1\u05D9\u05D0. ",
+                                       u"12 ",
+                                       u"7% ",
+                                       u"\u0644\u064A\u0644\u0649 ",
+                                       u"\u0661\u0662 ",
+                                       u"(live) ",
+                                       u"\u05E9\u05DC\u05D5\u05DD! ",
+                                       u"e\u0301a ",
+                                       u"\U0001F3B5 "};
+  std::mt19937 random(5);
+  for (int round = 0; round < 20; ++round) {
+    // Words of one direction come in long rows, so that rows of either can be taken apart in lines of either.
+    std::u16string text;
+    while (text.size() < 1500) {
+      const std::size_t first = random() % std::size(words);
+      const std::size_t second = random() % std::size(words);
+      for (std::size_t i = random() % 3 == 0 ? 200 : 4; i > 0; --i) text += words[random() % 4 == 0 ? second : first];
+    }
+    const auto line = shape(text);
+    const std::vector<double> lefts = leftsInOneLayout(text);
+    ASSERT_EQ(lefts.size(), line->clusters.size());
+    for (std::size_t i = 0; i < lefts.size(); ++i)
+      ASSERT_NEAR(line->clusters[i].left, lefts[i], 1) << "round " << round << ", the character at "
+                                                       << line->clusters[i].start << " of " << platform::utf8FromUtf16(text);
+  }
+}
+
+TEST_F(QtTextEngineTest, AFontIsAsLargeWhateverResolutionQtHasMadeItFor) {
+  const FontMetrics before = engine.metrics({.family = "", .size = 13});
+  const double advance = shape(u"Salt Harbour")->advance;
+  const QFont font = QGuiApplication::font();
+  QImage device(1, 1, QImage::Format_RGB32);
+  device.setDotsPerMeterX(5906);  // 150 dots per inch
+  device.setDotsPerMeterY(5906);
+  QGuiApplication::setFont(QFont(font, &device));
+  engine.forgetFonts();
+  EXPECT_EQ(engine.metrics({.family = "", .size = 13}).ascent, before.ascent);
+  EXPECT_EQ(shape(u"Salt Harbour")->advance, advance);
+  QGuiApplication::setFont(font);
 }
 
 TEST_F(QtTextEngineTest, WhatIsKeptOfLinesIsBoundedByTheirBytes) {

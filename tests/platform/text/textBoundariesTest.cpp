@@ -60,6 +60,7 @@ TEST(textBoundaries, TheFirstLetterWithADirectionDecides) {
   EXPECT_FALSE(isRightToLeft(u"a \u05D0"));
   EXPECT_TRUE(isRightToLeft(u"1 \u05D0 a"));
   EXPECT_TRUE(isRightToLeft(u"\u0627"));
+  EXPECT_TRUE(isRightToLeft(u"\U0001F3B5 \u05D0"));
 }
 
 TEST(textBoundaries, LoneSurrogatesAreSteppedOver) {
