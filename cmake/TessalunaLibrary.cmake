@@ -87,6 +87,11 @@ function(tessaluna_library name)
   target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
                                             "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
   target_link_libraries(${target} PRIVATE "$<BUILD_INTERFACE:tessaluna_build_flags>")
+  if(BUILD_SHARED_LIBS AND UNIX AND NOT APPLE)
+    set(map "${PROJECT_SOURCE_DIR}/cmake/library.map")
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${map}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${map}")
+  endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # A point whose two numbers were stored one after the other and are then loaded at once waits until both have reached
     # the cache: making a stroke takes twice as long.
