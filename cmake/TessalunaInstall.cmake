@@ -4,7 +4,6 @@ include(CMakePackageConfigHelpers)
 
 # The package of pkg-config that has a library of others, by its target here. Static libraries need it again when a program
 # links them.
-set(pkgconfig_of_PkgConfig_AGG libagg)
 set(pkgconfig_of_PkgConfig_UTF8PROC libutf8proc)
 set(pkgconfig_of_Qt6_Widgets "Qt6Widgets >= 6.4")
 
