@@ -8,6 +8,7 @@ namespace gallery {
 namespace {
 
 constexpr double smallestScale = 0.5, largestScale = 4;
+constexpr double smallestWidth = 300, largestWidth = 8000;
 
 std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
@@ -38,6 +39,7 @@ std::string_view helpText() {
          "  --screenshot FILE    write a picture of the page as a PNG file, and end\n"
          "  --screenshots DIR    write a picture of every page into the folder, and end\n"
          "  --scale S            device pixels for a point, times those of the desktop (0.5 to 4)\n"
+         "  --width W            of the window, in points (300 to 8000)\n"
          "  --light, --dark      colors of the gallery's own in place of the desktop's\n"
          "  --log-actions        print what the controls report, and where they are on the screen\n"
          "  --help               print this\n";
@@ -52,7 +54,7 @@ std::variant<Arguments, BadArguments> parseArguments(std::span<const char* const
   };
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string_view name = arguments[i];
-    constexpr std::string_view withValue[] = {"--page", "--screenshot", "--screenshots", "--scale"};
+    constexpr std::string_view withValue[] = {"--page", "--screenshot", "--screenshots", "--scale", "--width"};
     std::string_view value;
     for (const std::string_view option : withValue) {
       if (name != option) continue;
@@ -72,6 +74,11 @@ std::variant<Arguments, BadArguments> parseArguments(std::span<const char* const
       if (!scale || *scale < smallestScale || *scale > largestScale)
         return BadArguments{"--scale takes a number from 0.5 to 4, not " + quoted(value)};
       result.scale = *scale;
+    } else if (name == "--width") {
+      const std::optional<double> width = numberIn(value);
+      if (!width || *width < smallestWidth || *width > largestWidth)
+        return BadArguments{"--width takes a number from 300 to 8000, not " + quoted(value)};
+      result.width = static_cast<int>(*width);
     } else if (name == "--list-pages") {
       isFirstTask = setTask(Arguments::Task::ListPages);
     } else if (name == "--help") {

@@ -17,6 +17,7 @@ struct Arguments {
   std::string output;          // the file of one screenshot, or the folder of all
   double scale = 1;            // times the desktop's own
   Theme theme = Theme::Desktop;
+  int width = 0;             // of the window, in points; 0: its own
   bool logsActions = false;  // on standard output
 };
 

@@ -1,8 +1,10 @@
 #include "gallery/look.h"
 
 #include <QEvent>
+#include <QPainter>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <algorithm>
 
 #include "tessaluna/platform/graphics/contrast.h"
@@ -37,7 +39,8 @@ QFrame[ground="dark"] #cardNote { color: #a2a2ac; }
 #trackList { background: {tray}; border-radius: 8px; }
 QScrollArea { background: transparent; border: 2px solid transparent; border-radius: 5px; }
 QScrollArea:focus { border-color: {focus}; }
-QToolButton#ground { background: {side}; border: 1px solid {edge}; color: {note}; font-size: 12px; padding: 5px 12px; }
+QToolButton#ground { background: {side}; border: 1px solid {edge}; color: {text}; font-size: 12px; padding: 5px 12px; }
+QToolButton#ground:pressed { background: {hover}; }
 QToolButton#ground:checked { background: {chosen}; border-color: {focus}; color: {chosenText}; }
 QToolButton#ground:focus { border: 2px solid {focus}; padding: 4px 11px; }
 QScrollBar:vertical { background: transparent; width: 11px; margin: 2px; }
@@ -100,6 +103,34 @@ QString styleSheetFor(const QPalette& palette) {
   return sheet;
 }
 
+// Fusion's boxes have an outline darker than the window, which nobody sees on a dark one.
+class BoxStyle : public QProxyStyle {
+ public:
+  BoxStyle() : QProxyStyle("Fusion") {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    if (element != PE_IndicatorCheckBox) return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const QColor ground = option->palette.color(QPalette::Base), text = option->palette.color(QPalette::Text);
+    const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(
+        seenOn({ground, option->palette.color(QPalette::Window)}, mixed(text, ground, 0.5), text, contrastOfControls));
+    painter->setBrush(option->state & State_Sunken ? mixed(ground, text, 0.15) : ground);
+    painter->drawRoundedRect(box, 2.5, 2.5);
+    if (option->state & State_On) {
+      const auto at = [&](double x, double y) {
+        return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+      };
+      const QPointF check[] = {at(0.22, 0.52), at(0.42, 0.74), at(0.78, 0.28)};
+      painter->setPen(QPen(text, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+      painter->drawPolyline(check, 3);
+    }
+    painter->restore();
+  }
+};
+
 struct Colors {
   QRgb window, base, button, text, disabledText, placeholder, highlight, highlightedText, link;
 };
@@ -144,7 +175,7 @@ QPalette paletteOf(const Colors& colors) {
 }  // namespace
 
 Look::Look(QApplication& application, Theme theme) : application_(application) {
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QApplication::setStyle(new BoxStyle);
   switch (theme) {
     case Theme::Desktop: break;
     case Theme::Light: QApplication::setPalette(paletteOf(lightColors)); break;

@@ -53,6 +53,7 @@ int run(const Arguments& arguments, int argc, char** argv) {
   const tessaluna::backend::qt::QtBackend desktop;
   const auto nsApplication = tessaluna::platform::NSApplication::sharedApplication();
   gallery::GalleryWindow window(arguments.logsActions ? gallery::ActionLog::StandardOutput : gallery::ActionLog::Off);
+  if (arguments.width > 0) window.resize(arguments.width, window.height());
   const gallery::Page& page = arguments.page ? *arguments.page : gallery::pages().front();
 
   switch (arguments.task) {

@@ -12,9 +12,6 @@ namespace {
 
 // Between the largest and the smallest component: the grays of logos have a tinge.
 constexpr double greatestTinge = 0.05;
-// Of text, and of what can be told from its ground.
-constexpr double contrastOfText = 4.5, contrastOfShapes = 3;
-
 bool follows = false;
 
 backend::Color mixed(const backend::Color& from, const backend::Color& to, double share) {
@@ -35,12 +32,6 @@ backend::Color withContrast(double contrast, const backend::Color& color, const 
   return mixed(color, strongest, enough);
 }
 
-// What a gray on white has of the two.
-double contrastThatStays(double white) {
-  const double contrast = contrastRatio({white, white, white}, {1, 1, 1});
-  return contrast >= contrastOfText ? contrastOfText : contrast >= contrastOfShapes ? contrastOfShapes : 1;
-}
-
 }  // namespace
 
 NeutralAxis::NeutralAxis(backend::Color text, backend::Color ground)
@@ -54,16 +45,22 @@ NeutralAxis NeutralAxis::ofPalette() {
   return {NSColor::controlTextColor()->components(), NSColor::windowBackgroundColor()->components()};
 }
 
-backend::Color NeutralAxis::mapped(backend::Color color) const {
+// Of a gray that has it on white.
+double NeutralAxis::contrastThatStays(double white, double least) {
+  const double contrast = contrastRatio({white, white, white}, {1, 1, 1});
+  return contrast >= contrastOfText ? contrastOfText : contrast >= contrastOfShapes ? least : 1;
+}
+
+backend::Color NeutralAxis::mapped(backend::Color color, double leastContrast) const {
   if (color.isSystem) return color;
   const auto [least, greatest] = std::minmax({color.red, color.green, color.blue});
   const bool isNeutral = greatest - least <= greatestTinge;
-  if (!isNeutral && (!isDark_ || contrastRatio({color.red, color.green, color.blue}, ground_) >= contrastOfShapes))
+  if (!isNeutral && (!isDark_ || contrastRatio({color.red, color.green, color.blue}, ground_) >= leastContrast))
     return color;
   const double white = std::clamp((least + greatest) / 2, 0.0, 1.0);
-  backend::Color result = isNeutral
-                              ? withContrast(contrastThatStays(white), mixed(text_, ground_, white), text_, ground_)
-                              : withContrast(contrastOfShapes, {color.red, color.green, color.blue}, {1, 1, 1}, ground_);
+  backend::Color result =
+      isNeutral ? withContrast(contrastThatStays(white, leastContrast), mixed(text_, ground_, white), text_, ground_)
+                : withContrast(leastContrast, {color.red, color.green, color.blue}, {1, 1, 1}, ground_);
   result.alpha = color.alpha;
   result.isSystem = true;
   return result;

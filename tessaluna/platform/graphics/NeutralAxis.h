@@ -16,7 +16,9 @@ class NeutralAxis {
   // A neutral color, one whose components are nearly the same, by its brightness and with its own alpha. What has a contrast of
   // 4.5 to white, or of 3, has no less to the ground. Others stay what they are; but one that cannot be told from a dark ground
   // becomes lighter, as far as a contrast of 3. System colors stay, and so do mapped colors, which count as such.
-  backend::Color mapped(backend::Color color) const;
+  backend::Color mapped(backend::Color color) const { return mapped(color, contrastOfShapes); }
+  // The same for letters: what would have a contrast of 3 has one of 4.5.
+  backend::Color mappedText(backend::Color color) const { return mapped(color, contrastOfText); }
   // A neutral shadow stays one: on a dark ground it does not become a glow.
   backend::Color mappedShadow(backend::Color color) const { return isDark() ? color : mapped(color); }
 
@@ -25,6 +27,10 @@ class NeutralAxis {
   bool isDark() const { return isDark_; }  // the ground is darker than the text
 
  private:
+  static constexpr double contrastOfText = 4.5, contrastOfShapes = 3;
+  static double contrastThatStays(double white, double least);
+  backend::Color mapped(backend::Color color, double leastContrast) const;
+
   backend::Color text_, ground_;
   bool isDark_;
 };

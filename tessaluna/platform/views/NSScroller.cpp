@@ -109,7 +109,7 @@ void NSScroller::drawRect(CGRect) {
   if (knobProportion_ >= 1) return;
   const CGRect knob = NSInsetRect(knobRect(), knobMargin, knobMargin);
   const CGFloat radius = std::min(knob.size.width, knob.size.height) * 0.5;
-  NSColor::controlTextColor()->colorWithAlphaComponent(isHighlighted() && hitPart_ == Part::Knob ? 0.55 : 0.3)->setFill();
+  NSColor::controlTextColor()->colorWithAlphaComponent(isHighlighted() && hitPart_ == Part::Knob ? 0.7 : 0.5)->setFill();
   NSBezierPath::bezierPathWithRoundedRect(knob, radius, radius)->fill();
 }
 

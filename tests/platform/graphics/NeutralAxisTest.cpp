@@ -102,6 +102,16 @@ TEST(NeutralAxisDarkTest, ABlueThatCannotBeSeenIsLighterByNoMoreThanItMust) {
   EXPECT_EQ(blue.red, blue.green);
 }
 
+TEST_P(NeutralAxisTest, LettersCanBeReadWhereShapesCanBeSeen) {
+  for (int i = 0; i <= 100; ++i)
+    if (contrastRatio(gray(i / 100.0), white) >= 3) {
+      EXPECT_GE(contrastRatio(axis.mappedText(gray(i / 100.0)), axis.ground()), 4.5) << i;
+    }
+  if (axis.isDark()) {
+    EXPECT_GE(contrastRatio(axis.mappedText({0.15, 0.28, 0.69}), axis.ground()), 4.5);
+  }
+}
+
 TEST(NeutralAxisLightTest, BlueAndRedStayWhatTheyAre) {
   const NeutralAxis axis(gray(0), gray(0.93));
   for (const Color& color : {Color{0, 0, 1}, Color{1, 0, 0}, Color{1, 0.421, 0.421}, Color{0.114, 1, 0}})

@@ -67,6 +67,28 @@ TEST(PaletteCanvasTest, FillsStrokesGradientsAreMapped) {
   EXPECT_THAT(mappedRecordingOf([&] { draw(0, 1); }), ElementsAreArray(harness::recordingOf([&] { draw(1, 0); })));
 }
 
+TEST(PaletteCanvasTest, LettersOfADarkBlueAreLighterThanShapesAlsoAfterALayer) {
+  const Color blue{0.1, 0.1, 0.8};
+  tessaluna::backend::recording::RecordingCanvas recording;
+  PaletteCanvas canvas(recording, whiteOnBlack);
+  canvas.setFillColor(blue);
+  canvas.beginTransparencyLayer();
+  canvas.saveState();
+  canvas.setFillColor({0, 0, 0});
+  canvas.endTransparencyLayer();
+  const std::size_t before = recording.lines().size();
+  canvas.drawGlyphs({}, {0, 0});
+  const harness::Lines lines(recording.lines().begin() + static_cast<std::ptrdiff_t>(before), recording.lines().end());
+  const auto fillOf = [](const Color& color) {
+    tessaluna::backend::recording::RecordingCanvas one;
+    one.setFillColor(color);
+    return one.lines().front();
+  };
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_EQ(lines[0], fillOf(whiteOnBlack.mappedText(blue)));
+  EXPECT_EQ(lines[2], fillOf(whiteOnBlack.mapped(blue)));
+}
+
 TEST(PaletteCanvasTest, WhatSetsNoColorIsBlackMapped) {
   const auto bitmap = harness::pixelsOf({4, 4}, [] {
     PaletteCanvas canvas(NSGraphicsContext::currentCgContext().canvas(), whiteOnBlack);
