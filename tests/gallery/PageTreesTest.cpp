@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
-#include <QApplication>
 #include <QLayout>
 #include <QMetaEnum>
 #include <algorithm>
@@ -16,6 +15,7 @@
 #include "tessaluna/platform/accessibility/attributes.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSApplication.h"
+#include "tests/gallery/QtApplicationOfSuite.h"
 #include "tests/harness/expectedFile.h"
 
 namespace gallery {
@@ -79,22 +79,13 @@ void addLines(QAccessibleInterface& widget, std::size_t depth, Lines& lines) {
     if (QAccessibleInterface* child = widget.child(i)) addLines(*child, depth + 1, lines);
 }
 
-class PageTrees : public testing::TestWithParam<Page> {
+class PageTrees : public testing::TestWithParam<Page>, protected QtApplicationOfSuite {
+ public:
+  using QtApplicationOfSuite::SetUpTestSuite, QtApplicationOfSuite::TearDownTestSuite;
+
  protected:
-  static void SetUpTestSuite() {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int count = 1;
-    static char name[] = "gallery";
-    static char* arguments[] = {name, nullptr};
-    application = new QApplication(count, arguments);
-  }
-  static void TearDownTestSuite() {
-    delete application;
-    application = nullptr;
-  }
   ~PageTrees() override { NSApp = nullptr; }
 
-  static inline QApplication* application = nullptr;
   tessaluna::backend::qt::QtBackend desktop;
   Ref<NSApplication> nsApplication = NSApplication::sharedApplication();
 };

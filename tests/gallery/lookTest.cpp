@@ -4,14 +4,18 @@
 
 #include <QPalette>
 
+#include "tests/gallery/QtApplicationOfSuite.h"
+
 namespace gallery {
 namespace {
 
-class LookTest : public testing::Test {
+class LookTest : public testing::Test, protected QtApplicationOfSuite {
+ public:
+  using QtApplicationOfSuite::SetUpTestSuite, QtApplicationOfSuite::TearDownTestSuite;
+
  protected:
   ~LookTest() override { QApplication::setPalette(before_); }
-  static QApplication& application() { return *qobject_cast<QApplication*>(QApplication::instance()); }
-  static bool sheetHas(const QColor& color) { return application().styleSheet().contains(color.name()); }
+  static bool sheetHas(const QColor& color) { return application->styleSheet().contains(color.name()); }
 
  private:
   const QPalette before_ = QApplication::palette();
@@ -24,7 +28,7 @@ TEST_F(LookTest, HasTheColorsOfThePaletteAndFollowsIt) {
   QPalette palette;
   palette.setColor(QPalette::Base, light);
   QApplication::setPalette(palette);
-  const Look look(application(), Theme::Desktop);
+  const Look look(*application, Theme::Desktop);
   EXPECT_TRUE(sheetHas(light));
   palette.setColor(QPalette::Base, dark);
   QApplication::setPalette(palette);
@@ -33,15 +37,15 @@ TEST_F(LookTest, HasTheColorsOfThePaletteAndFollowsIt) {
 }
 
 TEST_F(LookTest, ADarkThemeIsDarkWhateverThePalette) {
-  const Look look(application(), Theme::Dark);
+  const Look look(*application, Theme::Dark);
   const QPalette palette = QApplication::palette();
   EXPECT_LT(palette.color(QPalette::Window).lightness(), 64);
   EXPECT_GT(palette.color(QPalette::WindowText).lightness(), 200);
 }
 
 TEST_F(LookTest, EndsWithItsObject) {
-  { const Look look(application(), Theme::Light); }
-  EXPECT_TRUE(application().styleSheet().isEmpty());
+  { const Look look(*application, Theme::Light); }
+  EXPECT_TRUE(application->styleSheet().isEmpty());
 }
 
 }  // namespace gallery
