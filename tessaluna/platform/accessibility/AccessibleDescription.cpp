@@ -169,7 +169,10 @@ AccessibleStates accessibleStatesOf(const Ref<NSObject>& element) {
   const std::optional<bool> expanded = flag(NSAccessibilityExpandedAttribute);
   states.set(AccessibleState::Expandable, traits.isExpandable || expanded);
   states.set(AccessibleState::Expanded, expanded.value_or(traits.isExpandable && number > 0));
-  const std::optional<AccessibilityElements> selection = selectionAround(element);
+  const std::string role = textAttributeOf(*asked, NSAccessibilityRoleAttribute);
+  // A text among rows says something of them and is none.
+  const std::optional<AccessibilityElements> selection =
+      role == NSAccessibilityStaticTextRole ? std::nullopt : selectionAround(element);
   const std::optional<bool> selected = flag(NSAccessibilitySelectedAttribute);
   const bool isAmongSelected = selection && std::find(selection->begin(), selection->end(), element) != selection->end();
   states.set(AccessibleState::Selectable, traits.isSelectable || selection || selected);
@@ -181,7 +184,6 @@ AccessibleStates accessibleStatesOf(const Ref<NSObject>& element) {
   const bool canBePressed = std::find(actions.begin(), actions.end(), NSAccessibilityPressAction) != actions.end();
   states.set(AccessibleState::Pressed, cell && cell->isHighlighted() && canBePressed);
 
-  const std::string role = textAttributeOf(*asked, NSAccessibilityRoleAttribute);
   const bool isText = traits.isTextInput || role == NSAccessibilityStaticTextRole;
   states.set(AccessibleState::Editable, traits.isTextInput && isValueSettable(*asked));
   states.set(AccessibleState::ReadOnly, isText && !isValueSettable(*asked));
