@@ -295,6 +295,8 @@ std::vector<Scene> allScenes() {
   scenes.push_back(imageScene("image 256 at whole pixels", 1, {300, 300, cover(256), {{17, 23}, {256, 256}}}));
   scenes.push_back(imageScene("image 256 to 400", 1.2, {420, 420, cover(256), {{10, 10}, {400, 400}}}));
   scenes.push_back(imageScene("image 256 to 100", 1.2, {120, 120, cover(256), {{10, 10}, {100, 100}}}));
+  // A cover in a row of a list.
+  scenes.push_back(imageScene("image 256 to 40", 1.2, {60, 60, cover(256), {{10, 10}, {40, 40}}}));
   scenes.push_back(imageScene("image 256 to 300, turned", 1.2, {420, 420, cover(256), {{60, 60}, {300, 300}}, 30}));
   scenes.push_back(imageScene("image 256 to 32, turned", 1.2, {50, 50, cover(256), {{9, 9}, {32, 32}}, 30}));
   const std::vector<GradientStop> stops{{0, {0.9, 0.2, 0.1, 1}}, {1, {0.1, 0.3, 0.7, 1}}};
