@@ -11,6 +11,7 @@
 #include "gallery/parts.h"
 #include "gallery/transport/TransportHost.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/views/NSLevelIndicator.h"
 #include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
 
 namespace gallery {
@@ -95,7 +96,7 @@ QWidget* makeSliderLooks() {
   return looks;
 }
 
-// The platform's own: plain, with tick marks, disabled, and upright.
+// The platform's own: plain, with tick marks, disabled, and upright, and a level that can be changed.
 QWidget* makeStockSliders() {
   const auto makeSlider = [](CGSize size, double value) {
     const auto slider = make<NSSlider>(CGRect{{0, 0}, size});
@@ -116,6 +117,14 @@ QWidget* makeStockSliders() {
   column->addWidget(embed(plain, "plain slider"));
   column->addWidget(embed(marked, "slider with tick marks"));
   column->addWidget(embed(pale, "disabled slider"));
+  const auto level = make<NSLevelIndicator>(CGRect{0, 0, 150, 18});
+  level->setLevelIndicatorStyle(NSLevelIndicatorStyleContinuousCapacity);
+  level->setMaxValue(10);
+  level->setNumberOfTickMarks(11);
+  level->setNumberOfMajorTickMarks(3);
+  level->setDoubleValue(6);
+  level->setEditable(true);
+  column->addWidget(embed(level, "level with tick marks"));
   column->addStretch(1);
   row->addLayout(column);
   row->addWidget(embed(upright, "upright slider"));
@@ -177,7 +186,7 @@ QWidget* makeTransportPage(Report report) {
   auto* sliders = new QHBoxLayout;
   sliders->setSpacing(48);
   sliders->addWidget(makeGroup("PlaybackTransportSliderCell", makeSliderLooks()));
-  sliders->addWidget(makeGroup("NSSlider", makeStockSliders()));
+  sliders->addWidget(makeGroup("NSSlider, NSLevelIndicator", makeStockSliders()));
   sliders->addStretch(1);
   column->addLayout(sliders);
   column->addWidget(makeHeading("Reported"));

@@ -1,6 +1,4 @@
 // A completion pop-up as a real client of the accessibility bus meets it, from a process of its own.
-#include <QProcess>
-
 #include <algorithm>
 
 #include "tessaluna/platform/foundation/URL.h"
@@ -9,9 +7,9 @@
 #include "tessaluna/platform/views/NSTextFieldDelegate.h"
 #include "tessaluna/uikit/links/ClickableLabel.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
+#include "tests/desktop/AssistiveProgram.h"
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/AccessiblePlayer.h"
-#include "tests/harness/sourceFolder.h"
 
 using namespace tessaluna::platform;
 
@@ -39,34 +37,15 @@ class AssistiveClient : public harness::QtDesktop, protected harness::Accessible
   }
   ~AssistiveClient() override {
     listener.closeWriteChannel();
-    if (!waitFor(listener)) listener.kill();
+    if (!harness::waitForEnd(listener)) listener.kill();
   }
 
-  static bool waitFor(QProcess& process) {
-    QElapsedTimer timer;
-    timer.start();
-    while (process.state() != QProcess::NotRunning && timer.elapsed() < 30000) {
-      QApplication::processEvents();
-      QThread::msleep(2);
-    }
-    return process.state() == QProcess::NotRunning;
-  }
-  static QStringList arguments(QString command, const QStringList& rest) {
-    const std::string script = harness::sourceFolder() + "/tests/desktop/assistiveClient.py";
-    return QStringList{QString::fromStdString(script), command, QCoreApplication::applicationName()} + rest;
-  }
-  // What the client prints.
   static std::string client(const QString& command, const QStringList& rest = {}, int exitCode = 0) {
-    QProcess process;
-    if (exitCode == 0) process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start("/usr/bin/python3", arguments(command, rest));
-    EXPECT_TRUE(waitFor(process)) << command.toStdString();
-    EXPECT_EQ(process.exitCode(), exitCode) << command.toStdString();
-    return process.readAllStandardOutput().toStdString();
+    return harness::askAssistiveClient(command, rest, exitCode);
   }
 
   void startListening() {
-    listener.start("/usr/bin/python3", arguments("listen", {}));
+    listener.start("/usr/bin/python3", harness::assistiveArguments("listen", {}));
     EXPECT_TRUE(eventuallyHears("listening"));
   }
   bool eventuallyHears(const std::string& line) {

@@ -108,10 +108,18 @@ void TableCellRow::fill(NSTableView& table, std::size_t row) {
   const Ref<NSTableViewCellSource> source = std::dynamic_pointer_cast<NSTableViewCellSource>(table.dataSource());
   const auto delegate = std::dynamic_pointer_cast<NSTableViewCellDelegate>(table.delegate());
   for (const Place& place : places_) {
+    nameAfterColumn(place);
     if (source) place.control->setObjectValue(source->tableViewObjectValue(table, *place.column, row));
     if (delegate) delegate->tableViewWillDisplayCell(table, *place.control->cell(), *place.column, row);
   }
   setNeedsLayout(true);
+}
+
+// What a client meets beside a value. A text that only shows says all by itself.
+void TableCellRow::nameAfterColumn(const Place& place) const {
+  const Ref<NSCell> cell = place.control->cell();
+  if (cell->accessibilityRole() != NSAccessibilityStaticTextRole)
+    cell->accessibilitySetOverrideValue(place.column->title(), NSAccessibilityDescriptionAttribute);
 }
 
 void TableCellRow::edit(std::size_t column) {

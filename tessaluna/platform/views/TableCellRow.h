@@ -35,6 +35,7 @@ class TableCellRow : public NSView {
     bool isEditable = false;
     Ref<NSControl> control;
   };
+  void nameAfterColumn(const Place& place) const;
   void valueWasChanged(NSObject* control);  // "cellValueWasChanged:"
   NSTableView* table() const;
   static const Selector selectors_[];

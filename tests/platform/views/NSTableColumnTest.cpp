@@ -300,6 +300,13 @@ TEST_F(NSTableColumnTest, HeadersAreButtonsToAssistiveClients) {
   EXPECT_THAT(titlesShown(), ElementsAre("Arches", "Bridge", "Cello"));
 }
 
+TEST_F(NSTableColumnTest, ToAssistiveClientsAValueIsCalledByItsColumnAndATextThatOnlyShowsByItself) {
+  EXPECT_EQ(accessibleNameOf(control(1, 0).cell()), "Rating");
+  EXPECT_EQ(accessibleNameOf(control(0, 0).cell()), "Title");
+  titles->setEditable(false);
+  EXPECT_EQ(accessibleNameOf(control(0, 0).cell()), "Cello");
+}
+
 TEST_F(NSTableColumnTest, WhatIsLeftOfATableThatHasGoneIsHarmless) {
   scrollView->setDocumentView(nullptr);
   table.reset();
