@@ -42,14 +42,15 @@ class KitSlider {
   }
   void redraw(int position) {
     slider_->setDoubleValue(position);
-    tessaluna::backend::raster::RasterCanvas canvas(bitmap_, {.scale = scale_});
-    const CanvasScope drawing(canvas);
+    canvas_.begin(bitmap_, {.scale = scale_});
+    const CanvasScope drawing(canvas_);
     slider_->drawRect(slider_->bounds());
   }
 
  private:
   double scale_;
   tessaluna::backend::raster::Bitmap bitmap_;
+  tessaluna::backend::raster::RasterCanvas canvas_{bitmap_};  // one for all redraws, as a window has
   Ref<TessalunaUIKit::PlaybackTransportSliderCell> cell_ = make<TessalunaUIKit::PlaybackTransportSliderCell>();
   Ref<NSSlider> slider_ = make<NSSlider>(CGRect{0, 0, sliderWidth, sliderHeight});
 };
