@@ -5,6 +5,7 @@
 
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSAttributedString.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/views/NSView.h"
@@ -16,7 +17,7 @@ using namespace tessaluna::platform;
 
 namespace {
 
-constexpr CGFloat sideMargin = 7, lineMargin = 3, radius = 4, distance = 4;
+constexpr CGFloat sideMargin = 7, lineMargin = 3, distance = 4;
 
 class BubbleView : public NSView {
  public:
@@ -32,11 +33,11 @@ class BubbleView : public NSView {
   }
   bool isFlipped() const override { return true; }
   void drawRect(CGRect) override {
-    const auto box = NSBezierPath::bezierPathWithRoundedRect(NSInsetRect(bounds(), 0.5, 0.5), radius, radius);
+    // Upright, as a desktop that blends no windows shows what is outside of round corners.
     NSColor::controlBackgroundColor()->setFill();
-    box->fill();
+    NSRectFill(bounds());
     NSColor::controlTextColor()->colorWithAlphaComponent(0.35)->setStroke();
-    box->stroke();
+    NSBezierPath::bezierPathWithRect(NSInsetRect(bounds(), 0.5, 0.5))->stroke();
     attributedText().drawInRect(NSInsetRect(bounds(), sideMargin, lineMargin));
   }
 
@@ -56,8 +57,6 @@ class TimeBubble::Window : public NSWindow {
   Window() : NSWindow({0, 0, 1, 1}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, /*defer=*/true) {}
   void didInit() override {
     NSWindow::didInit();
-    setBackgroundColor(NSColor::clearColor());
-    setOpaque(false);
     setContentView(view_);
   }
   bool isAccessibilityElement() const override { return false; }
