@@ -14,11 +14,11 @@
 
 namespace harness {
 
-// Handles events meanwhile, as the process asks this one. False if it takes half a minute.
+// Handles events meanwhile, as the process asks this one. False if it takes two minutes: a page is hundreds of questions.
 inline bool waitForEnd(QProcess& process) {
   QElapsedTimer timer;
   timer.start();
-  while (process.state() != QProcess::NotRunning && timer.elapsed() < 30000) {
+  while (process.state() != QProcess::NotRunning && timer.elapsed() < 120000) {
     QCoreApplication::processEvents();
     QThread::msleep(2);
   }
