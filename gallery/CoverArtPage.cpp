@@ -7,8 +7,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "gallery/FlowLayout.h"
 #include "gallery/Journal.h"
@@ -45,6 +47,29 @@ QWidget* makeCard(const CoverArtHost::Cover& cover) {
   column->addStretch(1);
   return card;
 }
+
+// As high as its cards need, or as there is room for.
+class Shelf : public QScrollArea {
+ public:
+  explicit Shelf(QWidget* cards) {
+    setWidget(cards);
+    setWidgetResizable(true);
+    setFrameShape(NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setMinimumHeight(180);
+    viewport()->setAutoFillBackground(false);
+    cards->setAutoFillBackground(false);
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QScrollArea::resizeEvent(event);
+    const int wanted = widget()->layout()->heightForWidth(viewport()->width()) + height() - viewport()->height();
+    setMaximumHeight(std::max(minimumHeight(), wanted));
+    // The Tab key stops where there is something to scroll.
+    setFocusPolicy(height() < wanted ? Qt::StrongFocus : Qt::NoFocus);
+  }
+};
 
 QCheckBox* makeSwitch(const char* text, bool isOn, const std::function<void(bool)>& changed) {
   auto* box = new QCheckBox(text);
@@ -99,7 +124,11 @@ QWidget* makeCoverArtPage(Report report) {
   auto* cards = new QWidget;
   auto* flow = new FlowLayout(cards);
   for (const CoverArtHost::Cover& cover : host->covers()) flow->addWidget(makeCard(cover));
-  column->addWidget(cards);
+  // What is reported gets the room that the covers leave.
+  constexpr int mostOfTheRoom = 1000;
+  auto* shelf = new Shelf(cards);
+  shelf->setAccessibleName("Covers");
+  column->addWidget(shelf, mostOfTheRoom);
 
   auto* clock = new QTimer(page);
   clock->setInterval(changePeriod);
@@ -127,6 +156,7 @@ QWidget* makeCoverArtPage(Report report) {
   auto* heading = new QLabel("Reported");
   heading->setObjectName("family");
   column->addWidget(heading);
+  journal->setMinimumHeight(60);
   column->addWidget(journal, 1);
   return page;
 }

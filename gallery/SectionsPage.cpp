@@ -13,7 +13,7 @@ namespace gallery {
 
 namespace {
 
-constexpr int sideBarWidth = 300;
+constexpr int sideBarWidth = 300, leastNoteWidth = 180, mostNoteWidth = 420;
 
 }  // namespace
 
@@ -31,9 +31,14 @@ QWidget* makeSectionsPage(Report report) {
   sideBar->setAccessibleName("Side bar");
   row->addWidget(sideBar);
 
-  auto* column = new QVBoxLayout;
-  row->addLayout(column);
+  auto* side = new QWidget;
+  side->setMinimumWidth(leastNoteWidth);
+  side->setMaximumWidth(mostNoteWidth);
+  constexpr int mostOfTheRoom = 1000;
+  row->addWidget(side, mostOfTheRoom);
   row->addStretch(1);
+  auto* column = new QVBoxLayout(side);
+  column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(8);
   const auto addButton = [&](const char* text, std::function<void()> clicked) {
     auto* button = new QPushButton(text);
@@ -52,7 +57,6 @@ QWidget* makeSectionsPage(Report report) {
       "right arrow goes to the ends of the line.");
   note->setObjectName("cardNote");
   note->setWordWrap(true);
-  note->setFixedWidth(420);
   column->addWidget(note);
   column->addStretch(1);
   return page;

@@ -145,6 +145,46 @@ TEST_F(CoverArtPointer, AnImageThatChangesMovesTheOpenPanelWithoutAJump) {
   EXPECT_TRUE(moving->isKeyWindow());
 }
 
+TEST_F(CoverArtPointer, EscapeClosesACoverThatMovesAndAClickOpensItAgain) {
+  host_->setClosesByClickAndEscape(true);
+  for (int i = 0; i < 3; ++i) {
+    clickThumbnail("changing");
+    ASSERT_TRUE(opens());
+    host_->changeImage();
+    if (!host_->covers()[indexOf("changing")].thumbnail->image()) host_->changeImage();
+    xdotool({"key", "Escape"});
+    ASSERT_TRUE(closes());
+    settle();
+  }
+  EXPECT_TRUE(eventually([&] { return window_.isActiveWindow(); }));
+}
+
+TEST_F(CoverArtPointer, AWindowThatClosesTakesAnEnlargedCoverAlong) {
+  clickThumbnail("square");
+  ASSERT_TRUE(opens());
+  window_.close();
+  EXPECT_TRUE(closes());
+  window_.show();
+  window_.activateWindow();
+  ASSERT_TRUE(eventually([&] { return window_.isActiveWindow(); }));
+  settle();
+  clickThumbnail("square");
+  EXPECT_TRUE(opens());
+}
+
+TEST_F(CoverArtPointer, ACoverThatGoesWhileItIsEnlargedLeavesAnEmptySquareThatTheNextImageFills) {
+  clickThumbnail("changing");
+  ASSERT_TRUE(opens());
+  const auto& thumbnail = host_->covers()[indexOf("changing")].thumbnail;
+  const Ref<NSImage> image = thumbnail->image();
+  thumbnail->setImage(nullptr);
+  EXPECT_TRUE(eventually([&] { return placeOfPanel().size() == QSize(64, 64); }));
+  thumbnail->setImage(image);
+  EXPECT_TRUE(eventually([&] { return placeOfPanel().width() > 300; }));
+  click(window_.mapToGlobal(QPoint(3, 3)));
+  EXPECT_TRUE(closes());
+}
+
 TEST_F(CoverArtPointer, ACoverOfManyPixelsComesInTheBackground) {
   host_->setPreparesImages(true);
   const auto& huge = host_->covers()[indexOf("huge")];
