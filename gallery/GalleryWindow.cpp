@@ -15,7 +15,7 @@ namespace gallery {
 
 namespace {
 
-constexpr int sidebarWidth = 208, contentMargin = 32;
+constexpr int sidebarWidth = 208, contentMargin = 32, widestPage = 1500;
 
 QString textOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
@@ -34,7 +34,13 @@ QWidget* framedPage(const Page& page, Report report) {
   column->addWidget(makeLabel(page.name, "pageTitle"));
   column->addWidget(makeLabel(page.summary, "pageSummary"));
   column->addSpacing(14);
-  column->addWidget(page.make(std::move(report)), 1);
+  // On a wide window a page stays together.
+  auto* row = new QHBoxLayout;
+  QWidget* content = page.make(std::move(report));
+  content->setMaximumWidth(widestPage);
+  row->addWidget(content, 1);
+  row->addStretch();
+  column->addLayout(row, 1);
   return frame;
 }
 
