@@ -3,3 +3,5 @@
 
 #include "tessaluna/ready/search/SearchField.h"
 #include "tessaluna/ready/search/matchedLetters.h"
+#include "tessaluna/ready/tasks/TaskBar.h"
+#include "tessaluna/ready/transport/TransportBar.h"

@@ -1,0 +1,131 @@
+#include "tessaluna/ready/tasks/TaskBar.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "tessaluna/platform/accessibility/accessibleTree.h"
+#include "tests/harness/StillWorld.h"
+
+namespace tessaluna::ready {
+namespace {
+
+using namespace platform;
+using testing::HasSubstr;
+using testing::Not;
+
+class TaskBarTest : public harness::StillWorld {
+ protected:
+  TaskBarTest() {
+    window->contentView()->addSubview(bar);
+    desktop.settle();
+  }
+  std::string elements() {
+    std::string lines;
+    for (const std::string& line : accessibleTreeLines(bar)) lines += line + "\n";
+    return lines;
+  }
+  std::string title() { return dynamic_cast<NSTextField&>(*bar->subviews()[1]).stringValue(); }
+  Ref<NSButton> cross() { return std::dynamic_pointer_cast<NSButton>(bar->subviews()[2]); }
+  void clickCross() { user.click(*window, cross()->convertPointToView({10, 10}, nullptr)); }
+
+  int aborts = 0;
+  Ref<TaskBar> bar = make<TaskBar>(CGRect{10, 10, 320, 20});
+  Ref<NSWindow> window = showWindow({100, 100, 340, 60});
+};
+
+TEST_F(TaskBarTest, IsHiddenWhileThereAreNoTasks) {
+  EXPECT_TRUE(bar->isHidden());
+  ShownTask scan = bar->begin({.title = "Scan"});
+  EXPECT_FALSE(bar->isHidden());
+  scan.end();
+  EXPECT_TRUE(bar->isHidden());
+  scan.end();
+  EXPECT_TRUE(bar->isHidden());
+}
+
+TEST_F(TaskBarTest, SaysHowFarAllTasksAre) {
+  ShownTask scan = bar->begin({.title = "Scan", .length = 100}), copy = bar->begin({.title = "Copy", .length = 300});
+  scan.setPosition(100);
+  copy.setPosition(60);
+  EXPECT_THAT(elements(), HasSubstr("2 tasks, 40 percent"));
+  scan.end();
+  EXPECT_THAT(elements(), HasSubstr("20 percent"));
+}
+
+TEST_F(TaskBarTest, NamesTheOldestTask) {
+  std::optional<ShownTask> scan = bar->begin({.title = "Scan"});
+  const ShownTask copy = bar->begin({.title = "Copy"});
+  EXPECT_EQ(title(), "Scan");
+  scan.reset();
+  EXPECT_EQ(title(), "Copy");
+}
+
+TEST_F(TaskBarTest, TheCrossStopsTheOldestTaskOnce) {
+  ShownTask scan = bar->begin({.title = "Scan", .abort = [this] { ++aborts; }});
+  EXPECT_EQ(cross()->toolTip(), "Stop Scan");
+  clickCross();
+  clickCross();
+  EXPECT_EQ(aborts, 1);
+  EXPECT_FALSE(bar->isHidden()) << "until the task has ended";
+}
+
+TEST_F(TaskBarTest, ATaskThatEndsWhenItIsStoppedMakesRoomForTheNext) {
+  ShownTask scan;
+  scan = bar->begin({.title = "Scan", .abort = [&] { scan.end(); }});
+  const ShownTask copy = bar->begin({.title = "Copy", .abort = [this] { ++aborts; }});
+  clickCross();
+  EXPECT_EQ(title(), "Copy");
+  clickCross();
+  EXPECT_EQ(aborts, 1);
+}
+
+TEST_F(TaskBarTest, WithoutAnAbortThereIsNoCross) {
+  const ShownTask scan = bar->begin({.title = "Scan"});
+  EXPECT_TRUE(cross()->isHidden());
+}
+
+TEST_F(TaskBarTest, TasksOfOneNameAreTwo) {
+  ShownTask first = bar->begin({.title = "Scan", .length = 10}), second = bar->begin({.title = "Scan", .length = 10});
+  EXPECT_EQ(bar->taskCount(), 2u);
+  EXPECT_THAT(elements(), HasSubstr("\"Scan 2\""));
+  first.setPosition(10);
+  EXPECT_THAT(elements(), HasSubstr("2 tasks, 50 percent"));
+}
+
+TEST_F(TaskBarTest, PositionsOutsideOfTheTaskAreItsEnds) {
+  ShownTask scan = bar->begin({.title = "Scan", .length = 10});
+  for (const double position : {1e300, std::numeric_limits<double>::infinity()}) {
+    scan.setPosition(position);
+    EXPECT_THAT(elements(), HasSubstr("100 percent")) << position;
+  }
+  for (const double position : {-5.0, std::nan("")}) {
+    scan.setPosition(position);
+    EXPECT_THAT(elements(), HasSubstr(" 0 percent")) << position;
+  }
+}
+
+TEST_F(TaskBarTest, ATaskMayOutliveItsBar) {
+  ShownTask scan = bar->begin({.title = "Scan"});
+  bar->removeFromSuperview();
+  bar.reset();
+  EXPECT_FALSE(scan.isShown());
+  scan.setPosition(1);
+  scan.end();
+}
+
+TEST_F(TaskBarTest, ATaskThatIsMovedIsOne) {
+  ShownTask scan = bar->begin({.title = "Scan"});
+  ShownTask other = std::move(scan);
+  EXPECT_FALSE(scan.isShown());
+  EXPECT_EQ(bar->taskCount(), 1u);
+  other = bar->begin({.title = "Copy"});
+  EXPECT_EQ(bar->taskCount(), 1u);
+  EXPECT_EQ(title(), "Copy");
+}
+
+}  // namespace
+}  // namespace tessaluna::ready

@@ -1,0 +1,202 @@
+#include "tessaluna/ready/transport/TransportBar.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tessaluna/platform/accessibility/accessibleTree.h"
+#include "tests/harness/StillWorld.h"
+
+namespace tessaluna::ready {
+namespace {
+
+using namespace platform;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class TransportBarTest : public harness::StillWorld {
+ protected:
+  TransportBarTest() {
+    bar->setActions(all());
+    bar->showSong({.title = "Slow orbit", .artists = "Amber Quartet", .seconds = 200});
+    window->contentView()->addSubview(bar);
+    desktop.settle();
+  }
+
+  TransportActions all() {
+    const auto say = [this](const char* what) { return [this, what] { calls.push_back(what); }; };
+    const auto sayOn = [this](std::string what) {
+      return [this, what](bool isOn) { calls.push_back(what + (isOn ? " on" : " off")); };
+    };
+    return {.previous = say("previous"),
+            .playOrPause = say("play or pause"),
+            .stop = say("stop"),
+            .next = say("next"),
+            .shuffle = sayOn("shuffle"),
+            .repeat = sayOn("repeat"),
+            .seek =
+                [this](double seconds) {
+                  calls.push_back("seek");
+                  sought = seconds;
+                },
+            .setVolume =
+                [this](double volume) {
+                  calls.push_back("volume");
+                  this->volume = volume;
+                }};
+  }
+  // What assistive clients find, by name.
+  std::string elements() {
+    std::string lines;
+    for (const std::string& line : accessibleTreeLines(bar)) lines += line + "\n";
+    return lines;
+  }
+  Ref<NSControl> control(const std::string& name) {
+    for (const Ref<NSView>& view : bar->subviews()) {
+      const auto one = std::dynamic_pointer_cast<NSControl>(view);
+      if (one && one->toolTip() == name) return one;
+    }
+    return nullptr;
+  }
+  void click(const std::string& name) {
+    const auto one = control(name);
+    ASSERT_TRUE(one) << name;
+    user.click(*window, one->convertPointToView({one->bounds().size.width / 2, one->bounds().size.height / 2}, nullptr));
+  }
+  std::vector<std::string> texts() {
+    std::vector<std::string> result;
+    for (const Ref<NSView>& view : bar->subviews())
+      if (const auto label = std::dynamic_pointer_cast<NSTextField>(view)) result.push_back(label->stringValue());
+    return result;
+  }
+
+  std::vector<std::string> calls;
+  double sought = -1, volume = -1;
+  Ref<TransportBar> bar = make<TransportBar>(CGRect{10, 10, 700, 52});
+  Ref<NSWindow> window = showWindow({100, 100, 720, 100});
+};
+
+TEST_F(TransportBarTest, EachButtonAsksForItsAction) {
+  for (const char* name : {"Previous", "Play", "Stop", "Next", "Shuffle", "Shuffle", "Repeat"}) click(name);
+  EXPECT_THAT(calls, ElementsAre("previous", "play or pause", "stop", "next", "shuffle on", "shuffle off", "repeat on"));
+}
+
+TEST_F(TransportBarTest, WithoutAnActionThereIsNoControl) {
+  bar->setActions({.playOrPause = [] {}});
+  EXPECT_TRUE(control("Play"));
+  for (const char* name : {"Previous", "Stop", "Next", "Shuffle", "Repeat", "Volume"}) EXPECT_FALSE(control(name)) << name;
+  EXPECT_FALSE(bar->slider()->isSeekable());
+}
+
+TEST_F(TransportBarTest, ShowsWhatPlaysAndHowFarItIs) {
+  bar->showState({.isPlaying = true, .position = 65, .note = "loading"});
+  EXPECT_THAT(texts(), ElementsAre("Slow orbit – Amber Quartet – loading", "1:05", "3:20"));
+  EXPECT_FALSE(control("Play"));
+  EXPECT_TRUE(control("Pause"));
+  bar->showState({.position = 66});
+  EXPECT_TRUE(control("Play"));
+  EXPECT_THAT(texts(), ElementsAre("Slow orbit – Amber Quartet", "1:06", "3:20"));
+}
+
+TEST_F(TransportBarTest, ASongOfUnknownLengthHasNoLength) {
+  bar->showSong({.title = "Radio"});
+  EXPECT_THAT(texts(), ElementsAre("Radio", "0:00", ""));
+}
+
+TEST_F(TransportBarTest, APressOnTheTrackSeeksAndTheKnobWaitsForThePlayer) {
+  const CGRect slider = bar->slider()->frame();
+  user.click(*window, bar->convertPointToView({CGRectGetMidX(slider), CGRectGetMidY(slider)}, nullptr));
+  EXPECT_THAT(calls, ElementsAre("seek"));
+  EXPECT_NEAR(sought, 100, 2);
+  bar->showState({.isPlaying = true, .position = 3, .isSeeking = true});
+  EXPECT_NEAR(bar->slider()->position(), 100, 2);
+  bar->showState({.isPlaying = true, .position = 101});
+  EXPECT_EQ(bar->slider()->position(), 101);
+}
+
+TEST_F(TransportBarTest, AReportWhileTheVolumeIsHeldDoesNotMoveIt) {
+  const auto slider = control("Volume");
+  ASSERT_TRUE(slider);
+  const CGPoint middle = slider->convertPointToView({slider->bounds().size.width / 2, 10}, nullptr);
+  user.press(*window, middle);
+  EXPECT_NEAR(volume, 0.5, 0.05);
+  bar->showState({.volume = 0.1});
+  EXPECT_NEAR(slider->doubleValue(), 0.5, 0.05);
+  user.release();
+  bar->showState({.volume = 0.1});
+  EXPECT_EQ(slider->doubleValue(), 0.1);
+}
+
+TEST_F(TransportBarTest, ShuffleAndRepeatShowThePlayersState) {
+  bar->showState({.isShuffled = true});
+  const auto isOn = [&](const char* name) {
+    return std::dynamic_pointer_cast<NSButton>(control(name))->state() == NSControlStateValueOn;
+  };
+  EXPECT_TRUE(isOn("Shuffle"));
+  EXPECT_FALSE(isOn("Repeat"));
+}
+
+TEST_F(TransportBarTest, NewActionsKeepSongAndState) {
+  bar->showState({.isPlaying = true, .position = 10, .volume = 0.25});
+  bar->setActions(all());
+  EXPECT_TRUE(control("Pause"));
+  EXPECT_EQ(control("Volume")->doubleValue(), 0.25);
+  EXPECT_THAT(texts(), ElementsAre("Slow orbit – Amber Quartet", "0:10", "3:20"));
+}
+
+TEST_F(TransportBarTest, ANarrowBarLeavesOutTheVolumeAndThenTheModes) {
+  const auto shown = [&](CGFloat width) {
+    bar->setFrame({10, 10, width, 52});
+    std::string names;
+    for (const char* name : {"Next", "Shuffle", "Volume"})
+      if (!control(name)->isHidden()) names += std::string(name) + " ";
+    return names;
+  };
+  EXPECT_EQ(shown(700), "Next Shuffle Volume ");
+  EXPECT_EQ(shown(420), "Next Shuffle ");
+  EXPECT_EQ(shown(360), "Next ");
+  EXPECT_EQ(shown(0), "Next ");
+  EXPECT_EQ(shown(700), "Next Shuffle Volume ");
+}
+
+TEST_F(TransportBarTest, NothingOverlapsAtAnyWidth) {
+  for (CGFloat width = 240; width < 1000; width += 7) {
+    bar->setFrame({10, 10, width, 52});
+    std::vector<CGRect> frames;
+    for (const Ref<NSView>& view : bar->subviews())
+      if (!view->isHidden()) frames.push_back(view->frame());
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+      EXPECT_TRUE(NSContainsRect(bar->bounds(), frames[i])) << width << " " << i;
+      for (std::size_t j = 0; j < i; ++j)
+        EXPECT_FALSE(NSIntersectsRect(frames[i], frames[j])) << width << " " << i << " " << j;
+    }
+  }
+}
+
+TEST_F(TransportBarTest, ABarThatIsRemovedInItsActionGoesInPeace) {
+  bar->setActions({.playOrPause = [this] {
+    bar->removeFromSuperview();
+    bar.reset();
+  }});
+  click("Play");
+  EXPECT_FALSE(bar);
+  desktop.settle();
+}
+
+TEST_F(TransportBarTest, ActionsThatAreReplacedInAnActionHoldFromThenOn) {
+  bar->setActions({.next = [this] {
+    calls.push_back("old");
+    bar->setActions(all());
+  }});
+  click("Next");
+  click("Next");
+  EXPECT_THAT(calls, ElementsAre("old", "next"));
+}
+
+TEST_F(TransportBarTest, EverythingHasANameInTheUsersLanguage) {
+  bar->setTexts({.play = "Los", .position = "Stelle", .volume = "Laut"});
+  for (const char* name : {"Los", "Stelle", "Laut", "Previous"}) EXPECT_THAT(elements(), HasSubstr(name));
+}
+
+}  // namespace
+}  // namespace tessaluna::ready
