@@ -62,9 +62,11 @@ Line withoutRepeats(const Line& line) {
   Line out{.points = {line.points.front()}, .isClosed = line.isClosed};
   for (const Point& p : line.points) {
     if (length(p - out.points.back()) > 1e-9) out.points.push_back(p);
+    else if (!p.isInCurve) out.points.back().isInCurve = false;  // a corner stays one
   }
   while (out.isClosed && out.points.size() > 1 && length(out.points.front() - out.points.back()) < 1e-9) {
     out.points.pop_back();
+    out.points.front().isInCurve = false;
   }
   return out;
 }
