@@ -132,6 +132,16 @@ void QtBackend::setClipboardText(const std::string& text) {
   QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
+bool QtBackend::hasPrimarySelection() const { return QGuiApplication::clipboard()->supportsSelection(); }
+
+std::string QtBackend::primarySelectionText() const {
+  return QGuiApplication::clipboard()->text(QClipboard::Selection).toStdString();
+}
+
+void QtBackend::setPrimarySelectionText(const std::string& text) {
+  QGuiApplication::clipboard()->setText(QString::fromStdString(text), QClipboard::Selection);
+}
+
 std::shared_ptr<const ImagePixels> QtBackend::decodeImage(std::span<const std::byte> bytes) const {
   return qt::decodeImage(bytes);
 }

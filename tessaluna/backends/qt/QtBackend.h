@@ -18,6 +18,7 @@
 #include "tessaluna/backends/qt/PopUpMenu.h"
 #include "tessaluna/backends/qt/QtTextEngine.h"
 #include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/backend/PrimarySelection.h"
 
 class QWidget;
 
@@ -26,7 +27,7 @@ namespace tessaluna::backend::qt {
 class AccessibilityBridge;
 class EmbeddingHosts;
 
-class QtBackend : public Backend {
+class QtBackend : public Backend, public PrimarySelection {
  public:
   QtBackend();
   ~QtBackend() override;
@@ -48,6 +49,9 @@ class QtBackend : public Backend {
                                         std::function<void(std::optional<std::size_t>)> chosen) override;
   std::string clipboardText() const override;
   void setClipboardText(const std::string& text) override;
+  bool hasPrimarySelection() const override;
+  std::string primarySelectionText() const override;
+  void setPrimarySelectionText(const std::string& text) override;
   const TextEngine& textEngine() const override { return textEngine_; }
   std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const override;
   double now() const override;

@@ -10,6 +10,7 @@ inline constexpr double keyboardClickDuration = 0.1;  // for which a click from 
 inline constexpr double caretBlinkHalfPeriod = 0.5;
 inline constexpr double scrollerRepeatDelay = 0.5;      // after which a press beside a scroller's knob goes on page by page
 inline constexpr double scrollerRepeatPeriod = 0.05;    // from one of these pages to the next
+inline constexpr double textScrollPeriod = 0.05;        // from one step to the next while a drag rests beyond a text's edge
 inline constexpr double spinnerTurnDuration = 1;        // of a progress indicator that turns
 inline constexpr double progressBarPassDuration = 1.6;  // of the piece that runs along an indeterminate bar
 inline constexpr double framePeriodWithoutWindow = 1.0 / 60;

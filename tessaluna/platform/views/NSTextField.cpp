@@ -226,6 +226,20 @@ void NSTextField::mouseUp(const Ref<NSEvent>& event) {
   if (const Ref<NSText> editor = currentEditor()) editor->mouseUp(event);
 }
 
+Ref<NSText> NSTextField::editorForPress() {
+  if (!acceptsFirstResponder() || !window()) return nullptr;
+  if (!currentEditor()) window()->makeFirstResponder(this);
+  return currentEditor();
+}
+void NSTextField::rightMouseDown(const Ref<NSEvent>& event) {
+  if (const Ref<NSText> editor = editorForPress()) editor->rightMouseDown(event);
+  else NSView::rightMouseDown(event);
+}
+void NSTextField::otherMouseDown(const Ref<NSEvent>& event) {
+  if (const Ref<NSText> editor = editorForPress()) editor->otherMouseDown(event);
+  else NSView::otherMouseDown(event);
+}
+
 void NSTextField::resetCursorRects() {
   NSControl::resetCursorRects();
   if (acceptsFirstResponder()) addCursorRect(bounds(), NSCursor::IBeamCursor());

@@ -65,6 +65,9 @@ class NSTextField : public NSControl, public NSTextDelegate {
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;
+  // Go to the editor, which comes for it.
+  void rightMouseDown(const Ref<NSEvent>& event) override;
+  void otherMouseDown(const Ref<NSEvent>& event) override;
   void resetCursorRects() override;
   void drawRect(CGRect rect) override;
 
@@ -87,6 +90,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
   template <class Change>
   void changeTextCell(Change change);
   void notify(std::string_view name, void (NSTextFieldDelegate::*operation)(const Ref<NSNotification>&));
+  Ref<NSText> editorForPress();  // null for a label
   std::string cellText() const { return cell() ? cell()->stringValue() : std::string(); }
   void takeOver(const NSText& editor);
 

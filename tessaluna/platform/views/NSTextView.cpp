@@ -4,6 +4,9 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/keyBindings.h"
+#include "tessaluna/platform/events/menuKey.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/views/textMenu.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -101,13 +104,31 @@ void NSTextView::keyDown(const Ref<NSEvent>& event) {
   const Ref<NSObject> held = shared_from_this();
   // A key that the input method has left ends what was composed.
   unmarkText();
-  if (const std::string_view command = commandForKey(*event); !command.empty()) {
+  if (isMenuKey(*event)) {
+    const CGRect caret = caretRectForIndex(selection().head);
+    popUpTextMenu(*this, {caret.origin.x, CGRectGetMaxY(caret)});
+  } else if (const std::string_view command = commandForKey(*event); !command.empty()) {
     if (!performCommand(command)) TextViewEditing::keyDown(event);
   } else if (const std::string_view typed = textOfKey(*event); !typed.empty() && isEditable()) {
     insertText(typed);
   } else {
     TextViewEditing::keyDown(event);
   }
+}
+
+void NSTextView::rightMouseDown(const Ref<NSEvent>& event) {
+  if (!isSelectable()) return TextViewEditing::rightMouseDown(event);
+  willTrackMouse();
+  if (!isFieldEditor() && window()) window()->makeFirstResponder(this);
+  popUpTextMenu(*this, convertPointFromView(event->locationInWindow(), nullptr));
+}
+
+void NSTextView::otherMouseDown(const Ref<NSEvent>& event) {
+  constexpr int middle = 2;
+  // What a field's editor does not take must not come back to it by way of the field.
+  const bool isTaken = event->buttonNumber() == middle && isEditable();
+  if (isTaken) pasteSelectionAt(convertPointFromView(event->locationInWindow(), nullptr));
+  else if (!isFieldEditor()) TextViewEditing::otherMouseDown(event);
 }
 
 void NSTextView::doCommandBySelector(std::string_view selector) { performCommand(selector); }

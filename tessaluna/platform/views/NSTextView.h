@@ -23,6 +23,9 @@ class NSTextView : public TextViewEditing {
   void endEditing() override;
 
   void keyDown(const Ref<NSEvent>& event) override;
+  // The right button and the menu key open the text's menu. The middle button inserts what was selected last with the mouse.
+  void rightMouseDown(const Ref<NSEvent>& event) override;
+  void otherMouseDown(const Ref<NSEvent>& event) override;
   void doCommandBySelector(std::string_view selector) override;
 
   // In a field editor Return ends the editing, Tab and Shift-Tab do and go on to another view; elsewhere they are typed.

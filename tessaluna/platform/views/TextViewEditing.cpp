@@ -274,12 +274,16 @@ void TextViewEditing::redo(NSObject*) {
 
 // The clipboard.
 
-void TextViewEditing::copy(NSObject*) {
+void TextViewEditing::putSelectionOn(NSPasteboard& pasteboard) const {
   const NSRange range = selectedRange();
   if (range.length == 0) return;
   const std::u16string selected = textStorage()->text().substr(range.location, range.length);
-  NSPasteboard::generalPasteboard()->setString(utf8FromUtf16(selected), NSPasteboardTypeString);
+  pasteboard.setString(utf8FromUtf16(selected), NSPasteboardTypeString);
 }
+
+void TextViewEditing::copy(NSObject*) { putSelectionOn(*NSPasteboard::generalPasteboard()); }
+
+void TextViewEditing::didTrackMouse() { putSelectionOn(*NSPasteboard::selectionPasteboard()); }
 
 void TextViewEditing::cut(NSObject* sender) {
   if (!isEditable()) return;
@@ -289,10 +293,20 @@ void TextViewEditing::cut(NSObject* sender) {
 
 void TextViewEditing::paste(NSObject*) {
   if (!isEditable()) return;
-  const std::optional<std::string> text = NSPasteboard::generalPasteboard()->stringForType(NSPasteboardTypeString);
+  pasteFrom(*NSPasteboard::generalPasteboard(), replacedBy(noRange));
+}
+
+void TextViewEditing::pasteFrom(const NSPasteboard& pasteboard, NSRange range) {
+  const std::optional<std::string> text = pasteboard.stringForType(NSPasteboardTypeString);
   if (!text) return;
   breakUndoCoalescing();
-  change({.range = replacedBy(noRange), .text = typedText(*text)});
+  change({.range = range, .text = typedText(*text)});
+}
+
+void TextViewEditing::pasteSelectionAt(CGPoint point) {
+  if (!isEditable()) return;
+  unmarkText();
+  pasteFrom(*NSPasteboard::selectionPasteboard(), {characterIndexForInsertionAtPoint(point), 0});
 }
 
 }  // namespace tessaluna::platform

@@ -8,6 +8,8 @@
 
 namespace tessaluna::platform {
 
+class NSPasteboard;
+
 class TextViewEditing : public TextViewSelection, public NSTextInputClient {
  public:
   using TextViewSelection::TextViewSelection;
@@ -34,6 +36,8 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   void copy(NSObject* sender);
   void cut(NSObject* sender);
   void paste(NSObject* sender);  // as plain text
+  // Inserts what was selected last with the mouse, here or in another program, at a point of the view.
+  void pasteSelectionAt(CGPoint point);
 
   const Ref<NSUndoManager>& undoManager() const { return undoManager_; }
   void undo(NSObject* sender);
@@ -47,6 +51,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
  protected:
   void editingDidEnd();  // the next change begins a new one
   void willTrackMouse() override;
+  void didTrackMouse() override;
   void selectionDidChange() override;
   void textStorageDidProcessEditing(NSTextStorage& storage, NSRange range, std::ptrdiff_t changeInLength) override;
 
@@ -62,6 +67,8 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
     EditKind kind = EditKind::Other;
   };
   bool change(const Change& change);
+  void putSelectionOn(NSPasteboard& pasteboard) const;
+  void pasteFrom(const NSPasteboard& pasteboard, NSRange range);
   void replace(NSRange range, std::u16string_view text);
   NSRange replacedBy(NSRange replacementRange) const;
   NSRange withinText(NSRange range) const;

@@ -1,13 +1,16 @@
 #include "tessaluna/platform/views/TextViewSelection.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
+#include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/textBoundaries.h"
+#include "tessaluna/platform/time/durations.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -63,6 +66,7 @@ void TextViewSelection::becameFirstResponder() {
 
 void TextViewSelection::resignedFirstResponder() {
   isFirstResponder_ = false;
+  nextScroll_ = nullptr;
   keyStatusDidChange();
 }
 
@@ -196,7 +200,26 @@ void TextViewSelection::mouseDown(const Ref<NSEvent>& event) {
 
 void TextViewSelection::mouseDragged(const Ref<NSEvent>& event) {
   if (!isPressed_) return NSText::mouseDragged(event);
-  const NSRange hit = stepAt(convertPointFromView(event->locationInWindow(), nullptr));
+  dragTo(event->locationInWindow());
+  scrollOnAfterDragTo(event->locationInWindow());
+}
+
+void TextViewSelection::scrollOnAfterDragTo(CGPoint location) {
+  nextScroll_ = nullptr;
+  backend::Backend* backend = backend::Backend::current();
+  if (!backend || NSPointInRect(convertPointFromView(location, nullptr), visibleRect())) return;
+  nextScroll_ = backend->timer(textScrollPeriod, [this, location] {
+    if (!isPressed_ || !window()) return;
+    const Ref<NSObject> held = shared_from_this();
+    const Selection before = selection_;
+    dragTo(location);
+    // At the end of the text there is nothing to scroll to.
+    if (selection_ != before) scrollOnAfterDragTo(location);
+  });
+}
+
+void TextViewSelection::dragTo(CGPoint location) {
+  const NSRange hit = stepAt(convertPointFromView(location, nullptr));
   // What was pressed stays selected, on whichever side of it the pointer is.
   const std::size_t end = pressed_.location + pressed_.length;
   if (hit.location < pressed_.location) setSelection({end, hit.location});
@@ -204,7 +227,9 @@ void TextViewSelection::mouseDragged(const Ref<NSEvent>& event) {
 }
 
 void TextViewSelection::mouseUp(const Ref<NSEvent>& event) {
-  if (!std::exchange(isPressed_, false)) NSText::mouseUp(event);
+  nextScroll_ = nullptr;
+  if (!std::exchange(isPressed_, false)) return NSText::mouseUp(event);
+  didTrackMouse();
 }
 
 void TextViewSelection::resetCursorRects() {
@@ -221,6 +246,17 @@ NSRange commonRange(NSRange a, NSRange b) {
   return {start, end > start ? end - start : 0};
 }
 
+// As many whole device pixels wide as the rectangle has, at least one, from the nearest ones to its edges.
+CGRect onDevicePixels(CGRect rect, const NSView& view) {
+  constexpr CGFloat epsilon = 1e-6;  // of a width that is whole
+  const CGFloat scale = view.window() ? view.window()->backingScaleFactor() : 1;
+  const CGRect base = view.convertRectToView(rect, nullptr);
+  const auto nearest = [scale](CGFloat edge) { return std::round(edge * scale) / scale; };
+  const CGFloat low = nearest(CGRectGetMinY(base)), high = nearest(CGRectGetMaxY(base));
+  const CGFloat width = std::max(1.0, std::floor(base.size.width * scale + epsilon)) / scale;
+  return view.convertRectFromView({nearest(CGRectGetMinX(base)), low, width, high - low}, nullptr);
+}
+
 }  // namespace
 
 void TextViewSelection::drawRect(CGRect rect) {
@@ -234,7 +270,7 @@ void TextViewSelection::drawRect(CGRect rect) {
   drawText(shown);
   if (!blink_.isShown()) return;
   insertionPointColor()->setFill();
-  NSRectFillUsingOperation(caretRectForIndex(selection_.head), NSCompositingOperationSourceOver);
+  NSRectFillUsingOperation(onDevicePixels(caretRectForIndex(selection_.head), *this), NSCompositingOperationSourceOver);
 }
 
 }  // namespace tessaluna::platform

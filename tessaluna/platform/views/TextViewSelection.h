@@ -7,6 +7,7 @@
 
 #include <optional>
 
+#include "tessaluna/platform/backend/Timer.h"
 #include "tessaluna/platform/views/CaretBlink.h"
 #include "tessaluna/platform/views/TextViewLayout.h"
 
@@ -45,7 +46,7 @@ class TextViewSelection : public TextViewLayout {
   void selectAll(NSObject* sender);
 
   // A click places the caret, a double click selects words, a third all of a field editor or a paragraph; Shift and drags
-  // go on from the anchor, by the same steps.
+  // go on from the anchor, by the same steps. A drag that rests beyond what shows of the text scrolls on.
   bool mouseDownCanMoveWindow() const override { return !isSelectable(); }
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
@@ -74,6 +75,7 @@ class TextViewSelection : public TextViewLayout {
   virtual void selectionDidChange() {}
   // A press is about to use the text.
   virtual void willTrackMouse() {}
+  virtual void didTrackMouse() {}  // the press is over
   void textStorageDidProcessEditing(NSTextStorage& storage, NSRange range, std::ptrdiff_t changeInLength) override;
 
  private:
@@ -82,11 +84,14 @@ class TextViewSelection : public TextViewLayout {
   std::size_t lineAbove(std::size_t from) const;
   std::size_t lineBelow(std::size_t from) const;
   void showCaretAnew();
+  void dragTo(CGPoint location);  // in the window
+  void scrollOnAfterDragTo(CGPoint location);
 
   Selection selection_, reported_;
   Step step_ = Step::Character;  // of the press that is going on
   NSRange pressed_;              // what it first selected
   bool isPressed_ = false, isFirstResponder_ = false;
+  backend::Timer nextScroll_;      // while a drag rests beyond the edge
   std::optional<CGFloat> column_;  // where a series of moves up and down began
   CaretBlink blink_{[this] { setNeedsDisplayInRect(caretRectForIndex(selection_.head)); }};
 };

@@ -1,5 +1,8 @@
 #include "tessaluna/platform/views/TextViewSelection.h"
 
+#include <cmath>
+#include <cstdio>
+
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tests/harness/FieldWorld.h"
@@ -110,6 +113,79 @@ TEST_F(TextViewSelectionMouse, ThePointerOverATextIsAnIBeam) {
 }
 
 // The caret and what is selected, as they are drawn.
+
+TEST_F(TextViewSelectionMouse, ADragThatRestsBeyondTheEdgeScrollsOn) {
+  begin("abcdefghijklmnopqrstuvwxyz0123456789", 0);
+  desktop.settle();
+  const CGRect shown = editor()->visibleRect();
+  user.press(*window, placeOf(2));
+  user.dragTo({field->frame().origin.x + field->frame().size.width + 3, 112});
+  const std::size_t before = editor()->selectedRange().length;
+  desktop.advance(0.2);
+  const std::size_t later = editor()->selectedRange().length;
+  EXPECT_GT(later, before);
+  EXPECT_GT(editor()->visibleRect().origin.x, shown.origin.x);
+  desktop.advance(5);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{2, 34})) << "up to the end";
+  // And back beyond the other edge.
+  user.dragTo({field->frame().origin.x - 3, 112});
+  desktop.advance(5);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 2}));
+  user.release();
+}
+
+TEST_F(TextViewSelectionMouse, AReleaseOrAWayBackEndsTheScrolling) {
+  begin("abcdefghijklmnopqrstuvwxyz0123456789", 0);
+  desktop.settle();
+  const CGPoint beyond{field->frame().origin.x + field->frame().size.width + 3, 112};
+  user.press(*window, placeOf(2));
+  user.dragTo(beyond);
+  user.dragTo(placeOf(4));
+  NSRange selected = editor()->selectedRange();
+  desktop.advance(2);
+  EXPECT_EQ(editor()->selectedRange(), selected);
+  user.dragTo(beyond);
+  user.release();
+  selected = editor()->selectedRange();
+  desktop.advance(2);
+  EXPECT_EQ(editor()->selectedRange(), selected);
+}
+
+TEST_F(TextViewSelectionMouse, AnEditingThatEndsEndsTheScrolling) {
+  begin("abcdefghijklmnopqrstuvwxyz0123456789", 0);
+  desktop.settle();
+  const auto former = editor();
+  user.press(*window, placeOf(2));
+  user.dragTo({field->frame().origin.x + field->frame().size.width + 3, 112});
+  window->makeFirstResponder(nullptr);
+  const NSRange selected = former->selectedRange();
+  desktop.advance(2);
+  EXPECT_EQ(former->selectedRange(), selected);
+  user.release();
+}
+
+TEST_F(TextViewSelectionCaret, StandsOnWholeDevicePixels) {
+  for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+    SCOPED_TRACE(scale);
+    desktop.setScale(scale);
+    for (const std::size_t index : {1u, 2u, 3u}) {
+      begin("abc", index);
+      const harness::Lines lines = fills(1.0);
+      ASSERT_FALSE(lines.empty());
+      const std::string& line = lines.back();
+      CGRect caret;
+      ASSERT_EQ(std::sscanf(line.c_str() + line.find("[\"rect\""), "[\"rect\",%lf,%lf,%lf,%lf]", &caret.origin.x,
+                            &caret.origin.y, &caret.size.width, &caret.size.height),
+                4);
+      caret = editor()->convertRectToView(caret, nullptr);
+      const auto expectWhole = [&](CGFloat edge) { EXPECT_NEAR(edge * scale, std::round(edge * scale), 1e-6) << line; };
+      expectWhole(caret.origin.x);
+      expectWhole(caret.origin.y);
+      expectWhole(caret.size.height);
+      EXPECT_NEAR(caret.size.width * scale, std::floor(scale), 1e-6) << line;
+    }
+  }
+}
 
 TEST_F(TextViewSelectionCaret, BlinksOnTheBackendsClock) {
   begin("abc", 1);
