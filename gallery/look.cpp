@@ -36,7 +36,6 @@ QFrame[ground="dark"] #cardNote { color: #a2a2ac; }
 #label { font-size: 12px; color: {note}; }
 #card QCheckBox { font-size: 11px; color: {note}; spacing: 5px; }
 #journal { background: {raised}; border: 1px solid {edge}; border-radius: 10px; padding: 6px; font-size: 12px; color: {text}; }
-#trackList { background: {tray}; border-radius: 8px; }
 QScrollArea { background: transparent; border: 2px solid transparent; border-radius: 5px; }
 QScrollArea:focus { border-color: {focus}; }
 QToolButton#ground { background: {side}; border: 1px solid {edge}; color: {text}; font-size: 12px; padding: 5px 12px; }
@@ -79,7 +78,7 @@ QColor seenOn(std::initializer_list<QColor> grounds, const QColor& from, const Q
 QString styleSheetFor(const QPalette& palette) {
   const QColor ground = palette.color(QPalette::Base), side = palette.color(QPalette::Window);
   const QColor text = palette.color(QPalette::WindowText), highlight = palette.color(QPalette::Highlight);
-  const QColor raised = mixed(ground, side, 0.5), chosen = mixed(side, highlight, 0.18), tray = mixed(ground, text, 0.16);
+  const QColor raised = mixed(ground, side, 0.5), chosen = mixed(side, highlight, 0.18);
   struct Shade {
     const char* name;
     QColor color;
@@ -88,7 +87,6 @@ QString styleSheetFor(const QPalette& palette) {
       {"ground", ground},
       {"side", side},
       {"raised", raised},
-      {"tray", tray},
       {"text", text},
       {"note", seenOn({ground, side, raised}, mixed(text, ground, 0.45), text, contrastOfText)},
       {"edge", mixed(side, text, 0.11)},

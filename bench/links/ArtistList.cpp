@@ -91,6 +91,7 @@ ArtistList::ArtistList(Artists artists)
       host_(make<Host>(artists)),
       table_(make<NSTableView>(CGRect{0, 0, width - 12, 0})),
       scrollView_(make<NSScrollView>(CGRect{0, 0, width, height})) {
+  table_->setRowHeight(rowHeight);
   table_->setDataSource(host_);
   table_->setDelegate(host_);
   scrollView_->setDrawsBackground(false);

@@ -1,45 +1,33 @@
 #include "bench/tracklist/KitList.h"
 
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/ready/tracks/TrackTableRow.h"
 
 namespace bench {
 
 using namespace tessaluna::platform;
+using tessaluna::ready::TrackTableRow;
 
-namespace {
-
-class HostWithControlsOnEveryRow : public gallery::TrackListHost {
- public:
-  using TrackListHost::TrackListHost;
-
- protected:
-  gallery::TrackRowState stateOf(std::size_t row) const override {
-    gallery::TrackRowState state = TrackListHost::stateOf(row);
-    state.hasMouse = true;
-    return state;
-  }
-};
-
-Ref<gallery::TrackListHost> makeHost(std::vector<gallery::Track> tracks, Controls controls) {
-  if (controls == Controls::Hidden) return make<gallery::TrackListHost>(std::move(tracks));
-  return make<HostWithControlsOnEveryRow>(std::move(tracks));
-}
-
-}  // namespace
-
-KitList::KitList(std::vector<gallery::Track> tracks, Controls controls) : host_(makeHost(std::move(tracks), controls)) {
+KitList::KitList(std::vector<gallery::Track> tracks, Controls controls)
+    : controls_(controls),
+      table_(gallery::makeTrackTable(
+          std::make_shared<gallery::TrackLibrary>(std::move(tracks), gallery::TrackLibrary::Covers::Shown), nullptr)) {
   dressWindow(window_);
-  auto* list = new tessaluna::backend::qt::QtViewWidget(host_->view(), &window_);
+  table_->setShowsHeader(false);
+  auto* list = new tessaluna::backend::qt::QtViewWidget(table_, &window_);
   list->setGeometry(0, 0, width, height);
   window_.show();
   letEventsHappen();
   paints_.watch(*list);
 }
 
-KitList::~KitList() { host_->close(); }
-
 void KitList::showFrameAt(int y) {
-  host_->view()->contentView()->scrollToPoint({0, double(y)});
+  table_->scrollView()->contentView()->scrollToPoint({0, double(y)});
+  if (controls_ == Controls::OnEveryRow) {
+    table_->table()->viewAtRow(0);  // lays the rows out
+    for (const Ref<NSView>& view : table_->table()->subviews())
+      if (auto* row = dynamic_cast<TrackTableRow*>(view.get())) row->showState({.isHovered = true, .hasKeyboard = true});
+  }
   letEventsHappen();
 }
 

@@ -1,18 +1,17 @@
-// The gallery's own list: its host, its rows, in a widget.
+// The ready-made track table over the gallery's library, in a widget.
 #pragma once
 
 #include <QWidget>
 
 #include "bench/tracklist/ScrollingList.h"
 #include "bench/tracklist/frames.h"
-#include "gallery/tracks/TrackListHost.h"
+#include "gallery/tracks/TrackLibrary.h"
 
 namespace bench {
 
 class KitList : public ScrollingList {
  public:
   KitList(std::vector<gallery::Track> tracks, Controls controls);
-  ~KitList() override;
 
   const char* name() const override { return "kit"; }
   void showFrameAt(int y) override;
@@ -20,7 +19,8 @@ class KitList : public ScrollingList {
   QImage picture() override { return window_.grab().toImage(); }
 
  private:
-  tessaluna::platform::Ref<gallery::TrackListHost> host_;
+  Controls controls_;
+  tessaluna::platform::Ref<tessaluna::ready::TrackTable> table_;
   PaintCount paints_;
   QWidget window_;
 };

@@ -7,10 +7,11 @@
 #include <QSvgRenderer>
 #include <functional>
 
-#include "gallery/tracks/TrackRowView.h"
+#include "gallery/tracks/coverPictures.h"
 #include "tessaluna/backends/svg/SvgCanvas.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/ready/tracks/trackPlaces.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 namespace bench {
@@ -20,16 +21,21 @@ using TessalunaUIKit::TessalunaStyleKit;
 
 namespace {
 
-enum Role { TitleRole = Qt::UserRole, ArtistsRole, LengthRole, FavoriteRole };
+enum Role { CoverRole = Qt::UserRole, TitleRole, ArtistsRole, LengthRole, FavoriteRole };
 
 class TrackModel : public QAbstractListModel {
  public:
-  explicit TrackModel(std::vector<Track> tracks) : tracks_(std::move(tracks)) {}
+  explicit TrackModel(std::vector<Track> tracks) : tracks_(std::move(tracks)) {
+    // Scaled once, before anything is measured.
+    for (const QByteArray& file : gallery::coverFilesOfTracks())
+      covers_.push_back(
+          QPixmap::fromImage(QImage::fromData(file).scaled(40, 40, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)));
+  }
   int rowCount(const QModelIndex&) const override { return static_cast<int>(tracks_.size()); }
   QVariant data(const QModelIndex& index, int role) const override {
     const Track& track = tracks_[static_cast<std::size_t>(index.row())];
     switch (role) {
-      case Qt::DisplayRole: return QString::number(index.row() + 1);
+      case CoverRole: return covers_[static_cast<std::size_t>(index.row() + 1) % covers_.size()];
       case TitleRole: return QString::fromStdString(track.title);
       case ArtistsRole: return QString::fromStdString(gallery::artistsText(track));
       case LengthRole: return QString::fromStdString(gallery::lengthText(track.seconds));
@@ -40,6 +46,7 @@ class TrackModel : public QAbstractListModel {
 
  private:
   std::vector<Track> tracks_;
+  std::vector<QPixmap> covers_;
 };
 
 QByteArray svgOf(const std::function<void(tessaluna::platform::CGRect)>& draw) {
@@ -71,8 +78,7 @@ class TrackDelegate : public QStyledItemDelegate {
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     const QPoint origin = option.rect.topLeft();
-    const gallery::TrackRowPlaces places =
-        gallery::placesInTrackRow({double(option.rect.width()), double(option.rect.height())});
+    const tessaluna::ready::TrackRowPlaces places = tessaluna::ready::trackRowPlaces(option.rect.width());
     painter->setPen(option.palette.color(QPalette::Text));
     painter->setFont(option.font);
     const auto draw = [&](tessaluna::platform::CGRect place, Qt::Alignment alignment, int role) {
@@ -80,10 +86,10 @@ class TrackDelegate : public QStyledItemDelegate {
       const QString text = option.fontMetrics.elidedText(index.data(role).toString(), Qt::ElideRight, int(box.width()));
       painter->drawText(box, alignment | Qt::AlignVCenter | Qt::TextSingleLine, text);
     };
-    draw(places.number, Qt::AlignRight, Qt::DisplayRole);
+    painter->drawPixmap(qtRectOf(places.cover, origin).topLeft(), index.data(CoverRole).value<QPixmap>());
     draw(places.title, Qt::AlignLeft, TitleRole);
     draw(places.artists, Qt::AlignLeft, ArtistsRole);
-    draw(places.length, Qt::AlignRight, LengthRole);
+    draw(places.time, Qt::AlignRight, LengthRole);
     if (controls_ == Controls::Hidden) return;
     play_.render(painter, qtRectOf(places.play, origin));
     (index.data(FavoriteRole).toBool() ? redHeart_ : heart_).render(painter, qtRectOf(places.favorite, origin));

@@ -10,7 +10,7 @@ enum class Controls { Hidden, OnEveryRow };
 
 class ScrollingList {
  public:
-  static constexpr int width = 900, height = 600, rowHeight = 24;
+  static constexpr int width = 900, height = 600, rowHeight = 52;
 
   virtual ~ScrollingList() = default;
   virtual const char* name() const = 0;

@@ -14,7 +14,7 @@
 
 #include "bench/harness/cpuTime.h"
 #include "bench/harness/statistics.h"
-#include "gallery/tracks/TrackListHost.h"
+#include "gallery/tracks/TrackLibrary.h"
 #include "gallery/transport/TransportHost.h"
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
@@ -110,14 +110,16 @@ bool measurePlayback(int frames) {
   constexpr double secondsOfFrame = 0.1;
   const auto transport =
       make<gallery::TransportHost>(std::vector<gallery::SimulatedPlayer::Song>{{"A long song", 36000, 44100}});
-  const auto list = make<gallery::TrackListHost>(gallery::generatedTracks(10000));
+  const auto list = gallery::makeTrackTable(
+      std::make_shared<gallery::TrackLibrary>(gallery::generatedTracks(10000), gallery::TrackLibrary::Covers::Shown),
+      nullptr);
   QWidget window;
   window.resize(900, 600);
   auto* column = new QVBoxLayout(&window);
   auto* bar = new tessaluna::backend::qt::QtViewWidget(transport->view());
   bar->setFixedHeight(78);
   column->addWidget(bar);
-  auto* rows = new tessaluna::backend::qt::QtViewWidget(list->view());
+  auto* rows = new tessaluna::backend::qt::QtViewWidget(list);
   rows->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   column->addWidget(rows, 1);
   window.show();
@@ -143,7 +145,6 @@ bool measurePlayback(int frames) {
   std::printf("A frame of playback in a window of 900 by 600 points: slider, time and one row\n");
   print("a frame", times, " ms");
   std::printf("  at 10 frames a second %.2f %% of one core\n", bench::median(times) * 10 / 1000 * 100);
-  list->close();
   return played > frames * secondsOfFrame * 0.9;
 }
 

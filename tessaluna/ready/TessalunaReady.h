@@ -4,4 +4,6 @@
 #include "tessaluna/ready/search/SearchField.h"
 #include "tessaluna/ready/search/matchedLetters.h"
 #include "tessaluna/ready/tasks/TaskBar.h"
+#include "tessaluna/ready/tracks/TrackModel.h"
+#include "tessaluna/ready/tracks/TrackTable.h"
 #include "tessaluna/ready/transport/TransportBar.h"

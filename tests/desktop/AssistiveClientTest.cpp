@@ -7,8 +7,7 @@
 #include "tessaluna/platform/views/NSTextFieldDelegate.h"
 #include "tessaluna/uikit/links/ClickableLabel.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
-#include "tests/desktop/AssistiveProgram.h"
-#include "tests/desktop/QtDesktop.h"
+#include "tests/desktop/AssistiveDesktop.h"
 #include "tests/harness/AccessiblePlayer.h"
 
 using namespace tessaluna::platform;
@@ -22,12 +21,11 @@ class Completing : public NSObject, public NSTextFieldDelegate {
   std::function<void()> onChange;
 };
 
-class AssistiveClient : public harness::QtDesktop, protected harness::AccessiblePlayer {
+class AssistiveClient : public harness::AssistiveDesktop, protected harness::AccessiblePlayer {
  protected:
   AssistiveClient() {
     setTarget(clicks);
     window->makeKeyAndOrderFront(nullptr);
-    listener.setProcessChannelMode(QProcess::ForwardedErrorChannel);
   }
   void SetUp() override {
     ASSERT_TRUE(eventually([] { return QAccessible::isActive(); }));
@@ -35,29 +33,7 @@ class AssistiveClient : public harness::QtDesktop, protected harness::Accessible
     window->makeFirstResponder(field.get());
     settle();
   }
-  ~AssistiveClient() override {
-    listener.closeWriteChannel();
-    if (!harness::waitForEnd(listener)) listener.kill();
-  }
-
-  static std::string client(const QString& command, const QStringList& rest = {}, int exitCode = 0) {
-    return harness::askAssistiveClient(command, rest, exitCode);
-  }
-
-  void startListening() {
-    listener.start("/usr/bin/python3", harness::assistiveArguments("listen", {}));
-    EXPECT_TRUE(eventuallyHears("listening"));
-  }
-  bool eventuallyHears(const std::string& line) {
-    return eventually([&] {
-      while (listener.canReadLine()) heard.push_back(listener.readLine().trimmed().toStdString());
-      return std::find(heard.begin(), heard.end(), line) != heard.end();
-    });
-  }
-
   Ref<harness::ClickCount> clicks = make<harness::ClickCount>();
-  QProcess listener;
-  std::vector<std::string> heard;
 };
 
 TEST_F(AssistiveClient, FindsTheListBelowTheFieldWhileItIsShown) {

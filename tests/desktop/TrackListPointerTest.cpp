@@ -2,30 +2,29 @@
 #include <QWidget>
 #include <QWindow>
 
-#include "gallery/tracks/TrackListHost.h"
+#include "gallery/tracks/TrackLibrary.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/ready/tracks/TrackTableRow.h"
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/rowParts.h"
 
 using namespace tessaluna::platform;
 using namespace TessalunaUIKit;
-using gallery::TrackListHost;
+using gallery::TrackLibrary;
+using tessaluna::ready::Playback;
+using tessaluna::ready::trackRowHeight;
 
 namespace {
 
-constexpr int left = 100, top = 120, width = 600, height = 300;
+constexpr int left = 100, top = 120, width = 600, height = 400;
 
 class TrackListPointer : public harness::QtDesktop {
  protected:
   TrackListPointer() {
-    host_->setReport([this](const std::string& what) { reports_.push_back(what); });
-    auto* list = new tessaluna::backend::qt::QtViewWidget(host_->view(), &window_);
+    auto* list = new tessaluna::backend::qt::QtViewWidget(view_, &window_);
     list->setGeometry(0, 0, width, height);
   }
-  ~TrackListPointer() override {
-    xdotool({"mouseup", "1", "mousemove", "5", "5"});
-    host_->close();
-  }
+  ~TrackListPointer() override { xdotool({"mouseup", "1", "mousemove", "5", "5"}); }
 
   // Where no window manager moves it or takes part in its clicks.
   void showAlone() {
@@ -55,15 +54,17 @@ class TrackListPointer : public harness::QtDesktop {
   }
   void wheelDown() { xdotool({"click", "5"}); }
 
-  NSTableView& table() { return *host_->table(); }
-  CGFloat scrolledBy() { return host_->view()->contentView()->bounds().origin.y; }
+  NSTableView& table() { return *view_->table(); }
+  CGFloat scrolledBy() { return view_->scrollView()->contentView()->bounds().origin.y; }
   TrackRowPlayButton& playOf(std::size_t row) { return harness::partOfRow<TrackRowPlayButton>(table(), row); }
   TrackRowFavoriteButton& favoriteOf(std::size_t row) { return harness::partOfRow<TrackRowFavoriteButton>(table(), row); }
   bool isHovered(std::size_t row) { return table().viewAtRow(row) && playOf(row).hasMouseOnRow(); }
 
   const std::vector<gallery::Track> tracks_ = gallery::generatedTracks(1000);
-  Ref<TrackListHost> host_ = make<TrackListHost>(tracks_);
+  const std::shared_ptr<TrackLibrary> library_ = std::make_shared<TrackLibrary>(tracks_, TrackLibrary::Covers::Shown);
   std::vector<std::string> reports_;
+  Ref<tessaluna::ready::TrackTable> view_ =
+      gallery::makeTrackTable(library_, [this](const std::string& what) { reports_.push_back(what); });
   QWidget window_;
 };
 
@@ -123,7 +124,7 @@ TEST_F(TrackListPointer, AfterTheWheelTheRowThatCameUnderThePointerShowsItsContr
   ASSERT_TRUE(eventually([&] { return isHovered(3); }));
   wheelDown();
   EXPECT_TRUE(eventually([&] { return scrolledBy() > 0; }));
-  const auto under = [&] { return std::size_t((24 * 3.5 + scrolledBy()) / 24); };
+  const auto under = [&] { return std::size_t((trackRowHeight * 3.5 + scrolledBy()) / trackRowHeight); };
   EXPECT_TRUE(eventually([&] { return isHovered(under()) && !isHovered(3); })) << "the pointer stands still";
   EXPECT_GT(under(), 3u);
 }
@@ -131,8 +132,8 @@ TEST_F(TrackListPointer, AfterTheWheelTheRowThatCameUnderThePointerShowsItsContr
 TEST_F(TrackListPointer, OnAScrolledListAClickPlaysTheRowUnderThePointer) {
   showAlone();
   movePointerToRow(3);
-  for (int i = 0; i < 10; ++i) wheelDown();
-  ASSERT_TRUE(eventually([&] { return scrolledBy() > 24 * 10; }));
+  for (int i = 0; i < 12; ++i) wheelDown();
+  ASSERT_TRUE(eventually([&] { return scrolledBy() > trackRowHeight * 5; }));
   const auto row = *table().rowAtPoint({10, scrolledBy() + 100});
   movePointerTo(playOf(row));
   ASSERT_TRUE(eventually([&] { return isHovered(row); }));
@@ -150,7 +151,7 @@ TEST_F(TrackListPointer, AClickAfterTheWheelIsForTheRowThatCameUnderThePointer) 
   ASSERT_TRUE(eventually([&] { return isHovered(3); }));
   wheelDown();
   ASSERT_TRUE(eventually([&] { return scrolledBy() > 0; }));
-  const auto row = *table().rowAtPoint({70, scrolledBy() + 24 * 3.5});
+  const auto row = *table().rowAtPoint({70, scrolledBy() + trackRowHeight * 3.5});
   ASSERT_NE(row, 3u);
   ASSERT_TRUE(eventually([&] { return isHovered(row); }));
   xdotool({"click", "1"});
@@ -171,6 +172,92 @@ TEST_F(TrackListPointer, TheListHoversAndTakesClicksInAWindowThatIsNotActive) {
   xdotool({"click", "1"});
   EXPECT_TRUE(eventually([&] { return !reports_.empty(); })) << "the click that brings the window forward counts";
   EXPECT_EQ(reports_, Reports{"playing " + tracks_[2].title});
+}
+
+// Whole gestures in odd orders.
+
+TEST_F(TrackListPointer, ARowRemovedFromItsMenuIsFollowedByTheNextUnderThePointer) {
+  showAlone();
+  movePointerTo(playOf(2));
+  ASSERT_TRUE(eventually([&] { return isHovered(2); }));
+  library_->remove(2);
+  ASSERT_TRUE(eventually([&] { return isHovered(2); })) << "the row that came there";
+  xdotool({"click", "1"});
+  EXPECT_TRUE(eventually([&] { return !reports_.empty(); }));
+  EXPECT_EQ(reports_, Reports{"playing " + tracks_[3].title});
+}
+
+TEST_F(TrackListPointer, ARowRemovedUnderAPressIsNotPlayed) {
+  showAlone();
+  movePointerTo(playOf(2));
+  ASSERT_TRUE(eventually([&] { return isHovered(2); }));
+  xdotool({"mousedown", "1"});
+  ASSERT_TRUE(eventually([&] { return playOf(2).isPressed(); }));
+  library_->remove(2);
+  xdotool({"mouseup", "1"});
+  settle();
+  EXPECT_EQ(reports_, Reports{});
+  EXPECT_FALSE(playOf(2).isPressed());
+}
+
+TEST_F(TrackListPointer, ADragSelectsRowsAlsoWhileTheListIsSorted) {
+  showAlone();
+  movePointerToRow(1);
+  xdotool({"mousedown", "1"});
+  ASSERT_TRUE(eventually([&] { return table().isRowSelected(1); }));
+  movePointerToRow(3);
+  EXPECT_TRUE(eventually([&] { return table().selectedRowIndexes().count() == 3; }));
+  library_->sortBy(tessaluna::ready::TrackColumn::Title, true);
+  settle();
+  xdotool({"mouseup", "1"});
+  EXPECT_EQ(table().selectedRowIndexes().count(), 3u) << "the same tracks, wherever they are now";
+  for (const std::size_t row : table().selectedAccessibleItems()) {
+    const std::uint64_t number = library_->identityOf(row);
+    EXPECT_TRUE(number >= 2 && number <= 4) << number;
+  }
+}
+
+TEST_F(TrackListPointer, AListThatIsHiddenOrResizedToNothingUnderThePointerTakesNoClick) {
+  showAlone();
+  movePointerTo(playOf(2));
+  ASSERT_TRUE(eventually([&] { return isHovered(2); }));
+  xdotool({"mousedown", "1"});
+  ASSERT_TRUE(eventually([&] { return playOf(2).isPressed(); }));
+  QWidget* list = window_.findChild<tessaluna::backend::qt::QtViewWidget*>();
+  list->hide();
+  xdotool({"mouseup", "1"});
+  settle();
+  EXPECT_EQ(reports_, Reports{});
+  list->show();
+  list->resize(0, 0);
+  settle();
+  list->resize(1, 1);
+  settle();
+  list->resize(width, height);
+  settle();
+  movePointerToRow(4);
+  movePointerTo(playOf(2));
+  ASSERT_TRUE(eventually([&] { return isHovered(2); }));
+  xdotool({"click", "1"});
+  EXPECT_TRUE(eventually([&] { return !reports_.empty(); }));
+  EXPECT_EQ(reports_, Reports{"playing " + tracks_[2].title});
+}
+
+TEST_F(TrackListPointer, KeysPlayFindAndOpenTheMenuOfARow) {
+  showAlone();
+  movePointerToRow(1);
+  xdotool({"click", "1"});
+  ASSERT_TRUE(eventually([&] { return table().keyboardRow() == 1u; }));
+  window_.activateWindow();
+  xdotool({"key", "Down"});
+  ASSERT_TRUE(eventually([&] { return table().keyboardRow() == 2u; }));
+  xdotool({"key", "Return"});
+  ASSERT_TRUE(eventually([&] { return reports_ == Reports{"playing " + tracks_[2].title}; }));
+  xdotool({"key", "Menu"});
+  ASSERT_TRUE(eventually([&] { return QApplication::activePopupWidget() != nullptr; }));
+  xdotool({"key", "Escape"});
+  EXPECT_TRUE(eventually([&] { return QApplication::activePopupWidget() == nullptr; }));
+  EXPECT_EQ(table().keyboardRow(), 2u);
 }
 
 }  // namespace

@@ -8,6 +8,9 @@
   assistiveClient.py write APPLICATION ROLE TEXT   puts the text into the first object of the role
   assistiveClient.py text APPLICATION ROLE         the text of the first object of the role, its caret and selection
   assistiveClient.py character APPLICATION ROLE N  x, y, width and height on the screen of the character, and which one is there
+  assistiveClient.py row APPLICATION TABLE N       how many rows the table has and which are selected; the row's line, where it is
+                                                   among the rows, and its actions
+  assistiveClient.py select APPLICATION TABLE N    adds a row to the selection
   assistiveClient.py listen APPLICATION            "listening", then a line for each change until the input ends
 
 Debian's packages of the bus are for the system's own Python.
@@ -77,6 +80,8 @@ def print_tree(thing, depth):
 def find(thing, fits):
     if fits(thing):
         return thing
+    if thing.childCount > 1000:
+        return None
     for child in thing:
         found = find(child, fits)
         if found:
@@ -139,6 +144,18 @@ def main():
         middle = text.getOffsetAtPoint(x + width // 2, y + height // 2, pyatspi.DESKTOP_COORDS)
         print(x, y, width, height)
         print("offset", middle)
+    elif command in ("row", "select"):
+        table = required(application, lambda thing: thing.getRoleName() == "table" and thing.name == rest[0], rest[0])
+        rows, index = table.queryTable(), int(rest[1])
+        if command == "select":
+            print(rows.addRowSelection(index))
+        else:
+            row = rows.getAccessibleAt(index, 0)
+            actions = row.queryAction()
+            print(f"{rows.nRows} rows, {table.childCount} children, selected", *rows.getSelectedRows())
+            print(line(row))
+            print("in its parent", row.getIndexInParent(), "in the table", rows.getRowAtIndex(index))
+            print(*[actions.getName(number) for number in range(actions.nActions)], sep=", ")
     else:
         thing = required(application, lambda thing: thing.name == rest[0], rest[0])
         if command == "place":

@@ -128,6 +128,7 @@ void AccessibilityBridge::changed(const AccessibleChange& change) {
     case Kind::Name: return send(QAccessibleEvent(interface, QAccessible::NameChanged));
     case Kind::State: return sendState(interface, change.state, change.isOn);
     case Kind::Quantity: return send(QAccessibleValueChangeEvent(interface, change.value));
+    case Kind::Rows: return send(QAccessibleTableModelChangeEvent(interface, QAccessibleTableModelChangeEvent::ModelReset));
     case Kind::Text: return sendText(interface, change.text);
     case Kind::TextSelection: return sendTextSelection(interface, change.selection, change.caret);
   }

@@ -27,7 +27,7 @@ class AccessibleElement::Link : public AccessibleMemory {
 };
 
 AccessibleElement::AccessibleElement(AccessibilityBridge& bridge, const Ref<NSObject>& element, QObject* object)
-    : bridge_(bridge), element_(element), object_(object), text_(*this) {
+    : bridge_(bridge), element_(element), object_(object), text_(*this), table_(bridge, *this), row_(*this) {
   accessibilityOf(element)->setAccessibilityCompanion(std::make_unique<Link>(*this, element));
   bridge_.elementWasMade(*this);
 }
@@ -60,27 +60,33 @@ QAccessibleInterface* AccessibleElement::parent() const {
   return widget ? widget : bridge_.interfaceOf(parent);
 }
 
-int AccessibleElement::childCount() const { return static_cast<int>(accessibleChildrenOf(element()).size()); }
+int AccessibleElement::childCount() const {
+  if (table_.items()) return table_.rowCount();
+  return static_cast<int>(accessibleChildrenOf(element()).size());
+}
 
 QAccessibleInterface* AccessibleElement::child(int index) const {
-  return bridge_.interfaceOf(accessibleChildrenOf(element()), index);
+  return table_.items() ? table_.cellAt(index, 0) : bridge_.interfaceOf(accessibleChildrenOf(element()), index);
 }
 
 int AccessibleElement::indexOfChild(const QAccessibleInterface* child) const {
-  return AccessibilityBridge::indexIn(accessibleChildrenOf(element()), child);
+  if (!table_.items()) return AccessibilityBridge::indexIn(accessibleChildrenOf(element()), child);
+  const auto* row = dynamic_cast<const AccessibleElement*>(child);
+  return row && row->parent() == this ? row->row_.rowIndex() : -1;
 }
 
 QAccessibleInterface* AccessibleElement::childAt(int x, int y) const {
-  return bridge_.interfaceOf(elementAtPoint(accessibleChildrenOf(element()), middleOfPixel({x, y})));
+  return bridge_.interfaceOf(elementAtPoint(shownAccessibleChildrenOf(element()), middleOfPixel({x, y})));
 }
 
-QAccessibleInterface* AccessibleElement::focusChild() const {
-  return bridge_.interfaceOf(focusedElementWithin(accessibleChildrenOf(element())));
-}
+QAccessibleInterface* AccessibleElement::focusChild() const { return bridge_.interfaceOf(focusedElementBelow(element())); }
 
 // What it is.
 
-QAccessible::Role AccessibleElement::role() const { return qtRoleOf(accessibleRoleOf(element())); }
+QAccessible::Role AccessibleElement::role() const {
+  if (table_.items()) return QAccessible::Table;
+  return row_.isInTable() ? QAccessible::Row : qtRoleOf(accessibleRoleOf(element()));
+}
 
 QAccessible::State AccessibleElement::state() const {
   const Ref<NSObject> held = element();
@@ -131,6 +137,9 @@ void* AccessibleElement::interface_cast(QAccessible::InterfaceType type) {
       return accessibleStatesOf(held).contains(AccessibleState::Editable)
                  ? static_cast<QAccessibleEditableTextInterface*>(&text_)
                  : nullptr;
+    case QAccessible::TableInterface: return table_.items() ? static_cast<QAccessibleTableInterface*>(&table_) : nullptr;
+    case QAccessible::TableCellInterface:
+      return row_.isInTable() ? static_cast<QAccessibleTableCellInterface*>(&row_) : nullptr;
     default: return nullptr;
   }
 }

@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QPointer>
 
+#include "tessaluna/backends/qt/AccessibleTable.h"
 #include "tessaluna/backends/qt/AccessibleText.h"
 #include "tessaluna/platform/accessibility/AccessibleChanges.h"
 
@@ -56,6 +57,8 @@ class AccessibleElement : public QAccessibleInterface, public QAccessibleActionI
   Link* link_ = nullptr;  // the element's end of the bond; null once either has gone
   QPointer<QObject> object_;
   AccessibleText text_;
+  AccessibleTable table_;
+  AccessibleTableRow row_;
 };
 
 }  // namespace tessaluna::backend::qt

@@ -14,9 +14,9 @@
 #include "tessaluna/backends/qt/icons.h"
 #include "tessaluna/backends/qt/keyTranslation.h"
 #include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/platform/events/TypeSelect.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
-#include "tessaluna/platform/menus/MenuSearch.h"
 
 namespace tessaluna::backend::qt {
 
@@ -68,11 +68,13 @@ class SearchedMenu : public QMenu {
     }
     const qsizetype current = all.indexOf(activeAction());
     const auto highlighted = current < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(current));
-    if (const auto found = search_.entryAmong(titles, highlighted)) setActiveAction(all[static_cast<qsizetype>(*found)]);
+    const auto titleAt = [&](std::size_t index) { return titles[index]; };
+    if (const auto found = search_.entryAmong(titles.size(), titleAt, highlighted))
+      setActiveAction(all[static_cast<qsizetype>(*found)]);
   }
 
  private:
-  platform::MenuSearch search_{QApplication::keyboardInputInterval() / 1000.0};
+  platform::TypeSelect search_{QApplication::keyboardInputInterval() / 1000.0};
   QElapsedTimer clock_ = [] {
     QElapsedTimer started;
     started.start();

@@ -40,7 +40,7 @@ constexpr RoleName roles[] = {
     {NSAccessibilityStaticTextRole, QAccessible::StaticText},
     {NSAccessibilityTabButtonRole, QAccessible::PageTab},
     {NSAccessibilityTabGroupRole, QAccessible::PageTabList},
-    // Qt's tables have columns as well.
+    // One whose rows are not counted; see AccessibleTable.
     {NSAccessibilityTableRole, QAccessible::List},
     {NSAccessibilityTextAreaRole, QAccessible::EditableText},
     {NSAccessibilityTextFieldRole, QAccessible::EditableText},

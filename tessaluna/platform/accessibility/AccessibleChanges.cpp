@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "tessaluna/platform/accessibility/AccessibleItems.h"
 #include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/accessibility/attributes.h"
 #include "tessaluna/platform/backend/Backend.h"
@@ -29,6 +30,7 @@ std::string wordsOf(const AccessibleChange& change) {
     case Kind::Name: return "named";
     case Kind::State: return (change.isOn ? "" : "not ") + std::string(wordFor(change.state));
     case Kind::Quantity: return "value " + numberText(change.value);
+    case Kind::Rows: return "other rows";
     case Kind::Text: {
       std::string words;
       if (!change.text.removed.empty()) words += "removed " + quoted(change.text.removed) + " ";
@@ -149,6 +151,8 @@ void AccessibleChanges::notified(const NSNotification& notification) {
   if (name == NSAccessibilityUIElementDestroyedNotification) {
     memory->forgetSelection();
     report({{.kind = Kind::Destroyed, .element = element}});
+  } else if (name == NSAccessibilityRowCountChangedNotification) {
+    report({{.kind = Kind::Rows, .element = element}});
   } else if (name == NSAccessibilitySelectedChildrenChangedNotification) {
     selectionMayHaveChanged(element);
   } else {

@@ -17,7 +17,7 @@
 namespace tessaluna::platform {
 
 struct AccessibleChange {
-  enum class Kind { Created, Destroyed, Focused, Name, State, Quantity, Text, TextSelection };
+  enum class Kind { Created, Destroyed, Focused, Name, State, Quantity, Text, TextSelection, Rows };
   Kind kind;
   Ref<NSObject> element;
   AccessibleState state = AccessibleState::Disabled;  // of State, with what it is now

@@ -170,10 +170,10 @@ AccessibleStates accessibleStatesOf(const Ref<NSObject>& element) {
   states.set(AccessibleState::Expandable, traits.isExpandable || expanded);
   states.set(AccessibleState::Expanded, expanded.value_or(traits.isExpandable && number > 0));
   const std::string role = textAttributeOf(*asked, NSAccessibilityRoleAttribute);
-  // A text among rows says something of them and is none.
-  const std::optional<AccessibilityElements> selection =
-      role == NSAccessibilityStaticTextRole ? std::nullopt : selectionAround(element);
   const std::optional<bool> selected = flag(NSAccessibilitySelectedAttribute);
+  // A text among rows says something of them and is none.
+  const bool isItem = !selected && role != NSAccessibilityStaticTextRole;
+  const std::optional<AccessibilityElements> selection = isItem ? selectionAround(element) : std::nullopt;
   const bool isAmongSelected = selection && std::find(selection->begin(), selection->end(), element) != selection->end();
   states.set(AccessibleState::Selectable, traits.isSelectable || selection || selected);
   states.set(AccessibleState::Selected, selected.value_or(isAmongSelected || (traits.isSelectable && number > 0)));
@@ -194,8 +194,8 @@ AccessibleStates accessibleStatesOf(const Ref<NSObject>& element) {
   const bool isInKeyWindow = window && window->isKeyWindow();
   states.set(AccessibleState::Invisible, !window || !window->isVisible());
   states.set(AccessibleState::Offscreen, NSIsEmptyRect(visibleFrameOfAccessible(element)));
-  states.set(AccessibleState::Focused, isInKeyWindow && flag(NSAccessibilityFocusedAttribute).value_or(false) &&
-                                           !focusedElementWithin(accessibleChildrenOf(element)));
+  states.set(AccessibleState::Focused,
+             isInKeyWindow && flag(NSAccessibilityFocusedAttribute).value_or(false) && !focusedElementBelow(element));
   states.set(AccessibleState::Active, isInKeyWindow && dynamic_cast<const NSWindow*>(element.get()));
   return states;
 }

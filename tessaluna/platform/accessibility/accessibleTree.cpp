@@ -21,10 +21,17 @@ bool isAccessibleWindow(const NSWindow& window) {
 Ref<NSObject> focusedElementWithin(const AccessibilityElements& elements) {
   for (const Ref<NSObject>& element : elements) {
     if (!attributeOf<bool>(*accessibilityOf(element), NSAccessibilityFocusedAttribute).value_or(false)) continue;
-    const Ref<NSObject> inner = focusedElementWithin(accessibleChildrenOf(element));
+    const Ref<NSObject> inner = focusedElementBelow(element);
     return inner ? inner : element;
   }
   return nullptr;
+}
+
+Ref<NSObject> focusedElementBelow(const Ref<NSObject>& element) {
+  const auto* items = dynamic_cast<const AccessibleItems*>(element.get());
+  if (!items) return focusedElementWithin(accessibleChildrenOf(element));
+  const Ref<NSObject> item = items->focusedAccessibleItem();
+  return item ? focusedElementWithin({item}) : nullptr;
 }
 
 Ref<NSObject> focusedElement() {
@@ -47,7 +54,7 @@ const NSWindow* windowOf(const Ref<NSObject>& element) {
 bool showsAt(const Ref<NSObject>& element, CGPoint point, const NSWindow* window, bool inOtherWindow) {
   const bool isHere = windowOf(element) == window;
   if (isHere != inOtherWindow && NSPointInRect(point, visibleFrameOfAccessible(element))) return true;
-  for (const Ref<NSObject>& child : accessibleChildrenOf(element))
+  for (const Ref<NSObject>& child : shownAccessibleChildrenOf(element))
     if (showsAt(child, point, window, inOtherWindow)) return true;
   return false;
 }
@@ -106,7 +113,7 @@ std::string joined(const Range& range, Word word) {
 
 void addLines(const Ref<NSObject>& element, std::size_t depth, std::vector<std::string>& lines) {
   lines.push_back(std::string(2 * depth, ' ') + accessibleLine(element));
-  for (const Ref<NSObject>& child : accessibleChildrenOf(element)) addLines(child, depth + 1, lines);
+  for (const Ref<NSObject>& child : shownAccessibleChildrenOf(element)) addLines(child, depth + 1, lines);
 }
 
 }  // namespace
@@ -124,6 +131,8 @@ std::string accessibleLine(const Ref<NSObject>& element) {
                    return shown.states.contains(state) ? std::string(wordFor(state)) : std::string();
                  }) +
           "]";
+  if (const auto* items = dynamic_cast<const AccessibleItems*>(element.get()))
+    line += " " + std::to_string(items->accessibleItemCount()) + " rows";
   const std::string actions = joined(shown.actions, [](const std::string& action) { return wordsOf(action); });
   return actions.empty() ? line : line + " " + actions;
 }

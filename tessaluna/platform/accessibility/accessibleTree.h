@@ -15,6 +15,7 @@ bool isAccessibleWindow(const NSWindow& window);
 
 // The innermost one that has the keyboard, among the elements and those below them; null if none has.
 Ref<NSObject> focusedElementWithin(const AccessibilityElements& elements);
+Ref<NSObject> focusedElementBelow(const Ref<NSObject>& element);  // among those in the element
 // The one that has it in the application: an element of the key window, or the window itself. Null without a key window.
 Ref<NSObject> focusedElement();
 
@@ -28,7 +29,7 @@ Ref<NSObject> elementAtPoint(const AccessibilityElements& elements, CGPoint poin
 //     list "" []
 //       row "Abba, Waterloo" [selectable, selected] press, choose
 //
-// A value that is the name is left out.
+// A value that is the name is left out. Of many items those that show have lines, and their number is in the line above.
 std::vector<std::string> accessibleTreeLines(const Ref<NSObject>& root);
 std::string accessibleLine(const Ref<NSObject>& element);
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "tessaluna/platform/accessibility/AccessibleItems.h"
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
 
 namespace tessaluna::platform {
@@ -27,6 +28,12 @@ inline AccessibilityElements accessibleChildrenOf(const Ref<NSObject>& element) 
   const NSAccessibility* asked = accessibilityOf(element);
   if (!asked) return {};
   return attributeOf<AccessibilityElements>(*asked, NSAccessibilityChildrenAttribute).value_or(AccessibilityElements());
+}
+
+// The same, and of many items those that show.
+inline AccessibilityElements shownAccessibleChildrenOf(const Ref<NSObject>& element) {
+  const auto* items = dynamic_cast<const AccessibleItems*>(element.get());
+  return items ? items->shownAccessibleItems() : accessibleChildrenOf(element);
 }
 
 // Null for an element that stands nowhere.

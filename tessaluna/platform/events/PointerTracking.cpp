@@ -164,6 +164,11 @@ void PointerTracking::wasExited(const NSView& view) {
 void PointerTracking::pointerMoved(const Ref<NSEvent>& event, bool isButtonDown) {
   const CGPoint point = event->locationInWindow();
   pointer_ = point;
+  // What is under the pointer now it has moved over, even where the event is a release at the same place.
+  if (!scrolled_.empty()) {
+    window_.layoutIfNeeded();
+    hasDragged_ = true;
+  }
   scrolled_.clear();
   const std::vector<Place> places = placesAt(point);
   sendExits(event, places);

@@ -79,7 +79,7 @@ class PointerTracking {
   std::vector<Entered> entered_;
   std::optional<CGPoint> pointer_;         // base space; absent while it is not in the window
   std::vector<WeakRef<NSView>> scrolled_;  // whose content was, since the last frame
-  bool hasDragged_ = false;                // since the last press
+  bool hasDragged_ = false;                // since the last press, or content was scrolled
 };
 
 }  // namespace tessaluna::platform

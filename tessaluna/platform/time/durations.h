@@ -13,6 +13,7 @@ inline constexpr double scrollerRepeatPeriod = 0.05;    // from one of these pag
 inline constexpr double textScrollPeriod = 0.05;        // from one step to the next while a drag rests beyond a text's edge
 inline constexpr double spinnerTurnDuration = 1;        // of a progress indicator that turns
 inline constexpr double progressBarPassDuration = 1.6;  // of the piece that runs along an indeterminate bar
+inline constexpr double typeSelectInterval = 1;         // between letters that are one word, typed in a list
 inline constexpr double framePeriodWithoutWindow = 1.0 / 60;
 
 // How long an animation of that length takes: no time where the user wants less motion, without a backend, and for a length

@@ -57,6 +57,12 @@ void NSTableColumn::setWidth(CGFloat width) {
   columnDidChange();
 }
 
+void NSTableColumn::setHidden(bool isHidden) {
+  if (isHidden_ == isHidden) return;
+  isHidden_ = isHidden;
+  columnDidChange();
+}
+
 void NSTableColumn::setMinWidth(CGFloat width) {
   minWidth_ = width;
   setWidth(width_);

@@ -34,6 +34,9 @@ class NSTableColumn : public NSObject {
   void setMinWidth(CGFloat width);
   CGFloat maxWidth() const { return maxWidth_; }
   void setMaxWidth(CGFloat width);
+  // A column that is hidden takes no room, whatever its width.
+  bool isHidden() const { return isHidden_; }
+  void setHidden(bool isHidden);
   bool isResizable() const { return isResizable_; }  // by the user
   void setResizable(bool isResizable) { isResizable_ = isResizable; }
 
@@ -55,7 +58,7 @@ class NSTableColumn : public NSObject {
   Ref<NSCell> dataCell_;
   Ref<NSSortDescriptor> sortDescriptorPrototype_;
   CGFloat width_ = 100, minWidth_ = 10, maxWidth_ = std::numeric_limits<CGFloat>::max();
-  bool isResizable_ = true, isEditable_ = true;
+  bool isResizable_ = true, isEditable_ = true, isHidden_ = false;
 };
 
 // What a table's data source adopts for the values of cells.

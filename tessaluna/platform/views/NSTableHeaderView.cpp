@@ -34,6 +34,12 @@ const NSSortDescriptor* sortingBy(const NSTableView& table, const NSTableColumn&
   return isFirst ? sorted.front().get() : nullptr;
 }
 
+bool canBeResized(const NSTableColumn& column) { return column.isResizable() && !column.isHidden(); }
+// One without a title, as above buttons, has nothing to say unless it sorts.
+bool canBeGoneTo(const NSTableColumn& column) {
+  return !column.isHidden() && (!column.title().empty() || column.sortDescriptorPrototype());
+}
+
 }  // namespace
 
 // A column's header as assistive clients see it.
@@ -42,7 +48,7 @@ class NSTableHeaderView::Element : public NSObject, public NSAccessibility, publ
   Element(NSTableHeaderView& header, std::size_t column) : header_(&header), column_(column) {}
   void leaveHeader() { header_ = nullptr; }
 
-  bool isAccessibilityElement() const override { return column() != nullptr; }
+  bool isAccessibilityElement() const override { return column() && canBeGoneTo(*column()); }
   std::string accessibilityRole() const override { return std::string(NSAccessibilitySortButtonRole); }
   std::string accessibilityTitle() const override { return column() ? column()->title() : std::string(); }
   // Beyond the title, which is its name otherwise: desktops know no state for this.
@@ -70,7 +76,7 @@ class NSTableHeaderView::Element : public NSObject, public NSAccessibility, publ
   std::vector<std::string> accessibilityActionNames() const override {
     std::vector<std::string> names;
     if (column() && column()->sortDescriptorPrototype()) names.emplace_back(NSAccessibilityPressAction);
-    if (column() && column()->isResizable())
+    if (column() && canBeResized(*column()))
       names.insert(names.end(), {std::string(NSAccessibilityIncrementAction), std::string(NSAccessibilityDecrementAction)});
     return names;
   }
@@ -133,10 +139,13 @@ void NSTableHeaderView::drawRect(CGRect) {
       {NSParagraphStyleAttributeName, make<NSParagraphStyle>(NSTextAlignmentNatural, NSLineBreakByTruncatingTail)}};
   for (std::size_t i = 0; table_ && i < table_->tableColumns().size(); ++i) {
     const NSTableColumn& column = *table_->tableColumns()[i];
+    if (column.isHidden()) continue;
     const CGRect rect = headerRectOfColumn(i);
     faint->setFill();
     if (pressed_ == i) NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);
-    NSRectFillUsingOperation({CGRectGetMaxX(rect) - 1, 3, 1, rect.size.height - 6}, NSCompositingOperationSourceOver);
+    // The line is where the column is dragged wider.
+    if (canBeResized(column))
+      NSRectFillUsingOperation({CGRectGetMaxX(rect) - 1, 3, 1, rect.size.height - 6}, NSCompositingOperationSourceOver);
     const NSSortDescriptor* sorting = sortingBy(*table_, column);
     const NSAttributedString title(std::string_view(column.title()), attributes);
     const CGFloat height = title.size().height;
@@ -163,7 +172,7 @@ void NSTableHeaderView::mouseDown(const Ref<NSEvent>& event) {
   pressed_ = resized_ = std::nullopt;
   // From the right, so that one that is very narrow can be made wider again.
   for (std::size_t i = table_ ? table_->tableColumns().size() : 0; i-- > 0 && !resized_;)
-    if (table_->tableColumns()[i]->isResizable() && NSPointInRect(point, edgeOfColumn(i))) resized_ = i;
+    if (canBeResized(*table_->tableColumns()[i]) && NSPointInRect(point, edgeOfColumn(i))) resized_ = i;
   if (resized_) grabOffset_ = point.x - CGRectGetMaxX(headerRectOfColumn(*resized_));
   else pressed_ = columnAtPoint(point);
   setNeedsDisplay(true);
@@ -185,13 +194,15 @@ void NSTableHeaderView::mouseUp(const Ref<NSEvent>& event) {
 void NSTableHeaderView::resetCursorRects() {
   NSView::resetCursorRects();
   for (std::size_t i = 0; table_ && i < table_->tableColumns().size(); ++i)
-    if (table_->tableColumns()[i]->isResizable()) addCursorRect(edgeOfColumn(i), NSCursor::resizeLeftRightCursor());
+    if (canBeResized(*table_->tableColumns()[i])) addCursorRect(edgeOfColumn(i), NSCursor::resizeLeftRightCursor());
 }
 
 std::optional<std::size_t> NSTableHeaderView::keyColumn() const {
   const std::size_t count = table_ ? table_->tableColumns().size() : 0;
-  if (count == 0) return std::nullopt;
-  return keyColumn_ && *keyColumn_ < count ? keyColumn_ : 0;
+  if (keyColumn_ && *keyColumn_ < count && canBeGoneTo(*table_->tableColumns()[*keyColumn_])) return keyColumn_;
+  for (std::size_t i = 0; i < count; ++i)
+    if (canBeGoneTo(*table_->tableColumns()[i])) return i;
+  return std::nullopt;
 }
 
 void NSTableHeaderView::setKeyColumn(std::size_t column) {
@@ -199,6 +210,13 @@ void NSTableHeaderView::setKeyColumn(std::size_t column) {
   scrollRectToVisible(headerRectOfColumn(column));
   noteFocusRingMaskChanged();
   NSAccessibilityPostNotification(shared_from_this(), NSAccessibilityFocusedUIElementChangedNotification);
+}
+
+void NSTableHeaderView::moveKeyColumn(std::ptrdiff_t from, std::ptrdiff_t step) {
+  const auto count = static_cast<std::ptrdiff_t>(table_->tableColumns().size());
+  for (std::ptrdiff_t column = from; column >= 0 && column < count; column += step)
+    if (canBeGoneTo(*table_->tableColumns()[static_cast<std::size_t>(column)]))
+      return setKeyColumn(static_cast<std::size_t>(column));
 }
 
 bool NSTableHeaderView::resizeColumn(std::size_t column, int steps) {
@@ -218,18 +236,18 @@ void NSTableHeaderView::keyDown(const Ref<NSEvent>& event) {
   constexpr std::uint32_t shortcuts = NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
   if (!column || (event->modifierFlags() & shortcuts)) return NSView::keyDown(event);
   const bool isShifted = event->modifierFlags() & NSEventModifierFlagShift;
-  const std::size_t last = table_->tableColumns().size() - 1;
+  const std::ptrdiff_t last = static_cast<std::ptrdiff_t>(table_->tableColumns().size()) - 1;
   switch (firstScalar(event->charactersIgnoringModifiers())) {
     case NSLeftArrowFunctionKey:
       if (isShifted) resizeColumn(*column, -1);
-      else setKeyColumn(*column - std::min<std::size_t>(*column, 1));
+      else moveKeyColumn(static_cast<std::ptrdiff_t>(*column) - 1, -1);
       return;
     case NSRightArrowFunctionKey:
       if (isShifted) resizeColumn(*column, 1);
-      else setKeyColumn(std::min(*column + 1, last));
+      else moveKeyColumn(static_cast<std::ptrdiff_t>(*column) + 1, 1);
       return;
-    case NSHomeFunctionKey: return setKeyColumn(0);
-    case NSEndFunctionKey: return setKeyColumn(last);
+    case NSHomeFunctionKey: return moveKeyColumn(0, 1);
+    case NSEndFunctionKey: return moveKeyColumn(last, -1);
     case U' ':
     case U'\r':
       if (!event->isARepeat()) table_->sortByColumn(*column);

@@ -61,6 +61,7 @@ class NSTableHeaderView : public NSView, public KeyboardAtPress {
 
  private:
   class Element;
+  void moveKeyColumn(std::ptrdiff_t from, std::ptrdiff_t step);  // to the first that can be gone to
   CGRect edgeOfColumn(std::size_t column) const;
   CGPoint pointOf(const NSEvent& event) const;
 

@@ -58,26 +58,35 @@ void setBackgroundStyleOf(NSView& view, NSBackgroundStyle style) {
 
 void NSTableView::reloadData() {
   const Ref<NSTableViewDataSource> source = dataSource_.lock();
-  const Ref<NSTableViewDelegate> delegate = delegate_.lock();
   rowCount_ = source ? source->numberOfRowsInTableView(*this) : 0;
-  rowEnds_.clear();
-  if (delegate && delegate->tableViewHasRowsOfDifferentHeights(*this)) {
-    rowEnds_.reserve(rowCount_);
-    CGFloat y = 0;
-    for (std::size_t row = 0; row < rowCount_; ++row)
-      rowEnds_.push_back(y += std::max(0.0, delegate->tableViewHeightOfRow(*this, row)));
-  }
+  measureRows();
   while (!visible_.empty()) takeRowView(visible_.begin()->first);
+  elements_.removeAll();
+  NSAccessibilityPostNotification(weak_from_this().lock(), NSAccessibilityRowCountChangedNotification);
   const std::size_t end = selection_.isEmpty() ? 0 : selection_.last() + 1;
   if (end > rowCount_) {
     selection_.remove({rowCount_, end - rowCount_});
     anchor_ = lead_ = std::nullopt;
     reportSelection();
   }
+  keyboard_.selectionDidChange();
+  // The element of the row that has the keyboard is another one.
+  if (keyboard_.row())
+    NSAccessibilityPostNotification(weak_from_this().lock(), NSAccessibilityFocusedUIElementChangedNotification);
   if (hoveredRow_ && *hoveredRow_ >= rowCount_) setHoveredRow(std::nullopt);
   fitHeight();
   setNeedsLayout(true);
   setNeedsDisplay(true);
+}
+
+void NSTableView::measureRows() {
+  const Ref<NSTableViewDelegate> delegate = delegate_.lock();
+  rowEnds_.clear();
+  if (!delegate || !delegate->tableViewHasRowsOfDifferentHeights(*this)) return;
+  rowEnds_.reserve(rowCount_);
+  CGFloat y = 0;
+  for (std::size_t row = 0; row < rowCount_; ++row)
+    rowEnds_.push_back(y += std::max(0.0, delegate->tableViewHeightOfRow(*this, row)));
 }
 
 CGRect NSTableView::shownRect() const {
@@ -134,6 +143,13 @@ std::optional<std::size_t> NSTableView::rowAtPoint(CGPoint point) const {
   return row < rowCount_ ? std::optional(row) : std::nullopt;
 }
 
+NSRange NSTableView::rowsInRect(CGRect rect) const {
+  const std::size_t first = rowAtPoint({bounds().origin.x, std::max(0.0, rect.origin.y)}).value_or(rowCount_);
+  std::size_t end = first;
+  while (end < rowCount_ && rectOfRow(end).origin.y < CGRectGetMaxY(rect)) ++end;
+  return {first, end - first};
+}
+
 std::optional<std::size_t> NSTableView::rowForView(const NSView& view) const {
   for (const NSView* ancestor = &view; ancestor && ancestor != this; ancestor = ancestor->superview()) {
     if (ancestor->superview() != this) continue;
@@ -183,8 +199,7 @@ void NSTableView::showRowsIn(CGRect rect) {
 }
 
 void NSTableView::makeRowsIn(CGRect rect, NSTableViewDelegate* delegate) {
-  const std::optional<std::size_t> first = rowAtPoint({rect.origin.x, std::max(0.0, rect.origin.y)});
-  for (std::size_t row = first.value_or(rowCount_); row < rowCount_; ++row) {
+  for (std::size_t row = rowsInRect(rect).location; row < rowCount_; ++row) {
     if (rectOfRow(row).origin.y >= CGRectGetMaxY(rect)) break;
     // A row without height has nothing to show.
     if (visible_.contains(row) || !NSIntersectsRect(rectOfRow(row), rect)) continue;
@@ -220,6 +235,7 @@ void NSTableView::selectRowIndexes(const NSIndexSet& rows, Selecting how) {
   if (how == Selecting::Replaces) anchor_ = selection_.isEmpty() ? std::nullopt : std::optional(selection_.first());
   for (const auto& [row, view] : visible_)
     if (earlier.contains(row) != selection_.contains(row)) updateRowLook(row);
+  keyboard_.selectionDidChange();
   reportSelection();
 }
 
@@ -228,16 +244,8 @@ void NSTableView::reportSelection() {
   if (const Ref<NSTableViewDelegate> delegate = delegate_.lock()) delegate->tableViewSelectionDidChange(*this);
 }
 
-AccessibilityValue NSTableView::accessibilityAttributeValue(std::string_view attribute) const {
-  if (attribute != NSAccessibilitySelectedChildrenAttribute) return NSView::accessibilityAttributeValue(attribute);
-  AccessibilityElements selected;
-  bool hasElements = false;
-  for (const auto& [row, view] : visible_) {
-    if (view->accessibilityIsIgnored()) continue;
-    hasElements = true;
-    if (isRowSelected(row)) selected.push_back(view);
-  }
-  return hasElements ? AccessibilityValue(selected) : AccessibilityValue();
+CGRect NSTableView::focusRingMaskBounds() const {
+  return keyboardControl() ? keyboard_.ringBounds() : NSView::focusRingMaskBounds();
 }
 
 void NSTableView::scrollRowToVisible(std::size_t row) {
@@ -267,7 +275,10 @@ void NSTableView::mouseDown(const Ref<NSEvent>& event) {
     if (const Ref<NSTableViewDelegate> delegate = delegate_.lock()) delegate->tableViewRowWasDoubleClicked(*this, *row);
     const auto column = columnAtPoint(convertPointFromView(event->locationInWindow(), nullptr));
     if (column) editColumn(*column, *row);
-  } else if (extends && anchor_ && allowsMultipleSelection_) {
+    return;
+  }
+  isSelectingByDrag_ = !toggles;
+  if (extends && anchor_ && allowsMultipleSelection_) {
     const std::size_t first = std::min(*anchor_, *row), last = std::max(*anchor_, *row);
     const std::size_t anchor = *anchor_;
     selectRowIndexes(NSIndexSet(NSRange{first, last - first + 1}), Selecting::Replaces);
@@ -281,14 +292,29 @@ void NSTableView::mouseDown(const Ref<NSEvent>& event) {
     selectRowIndexes(NSIndexSet(*row), toggles ? Selecting::Extends : Selecting::Replaces);
     anchor_ = lead_ = row;
   }
+  keyboard_.selectionDidChange();
 }
 
-void NSTableView::moveSelection(std::ptrdiff_t step, bool extends) {
-  if (rowCount_ == 0) return;
-  const auto last = static_cast<std::ptrdiff_t>(rowCount_) - 1;
-  const std::optional<std::size_t> from = selectedRow();
-  const std::ptrdiff_t wanted = from ? static_cast<std::ptrdiff_t>(*from) + step : step > 0 ? 0 : last;
-  selectByKey(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(wanted, 0, last)), extends);
+void NSTableView::mouseDragged(const Ref<NSEvent>& event) {
+  // The row where the press began may have gone meanwhile.
+  if (!isSelectingByDrag_ || !anchor_ || rowCount_ == 0) return;
+  CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
+  point.x = CGRectGetMidX(bounds());
+  point.y = std::clamp(point.y, 0.0, std::max(0.0, bounds().size.height - 1));
+  if (const std::optional<std::size_t> row = rowAtPoint(point); row && row != lead_) selectByKey(*row, true);
+}
+
+void NSTableView::mouseUp(const Ref<NSEvent>&) { isSelectingByDrag_ = false; }
+
+void NSTableView::rightMouseDown(const Ref<NSEvent>& event) {
+  const CGPoint place = convertPointFromView(event->locationInWindow(), nullptr);
+  const std::optional<std::size_t> row = rowAtPoint(place);
+  const Ref<NSTableViewDelegate> delegate = delegate_.lock();
+  if (!row || !delegate) return NSView::rightMouseDown(event);
+  const Ref<NSObject> held = shared_from_this();
+  if (window()) window()->makeFirstResponder(this);
+  if (!isRowSelected(*row)) selectRowIndexes(NSIndexSet(*row), Selecting::Replaces);
+  if (*row >= rowCount_ || !delegate->tableViewShowMenuForRow(*this, *row, place)) NSView::rightMouseDown(event);
 }
 
 void NSTableView::selectByKey(std::size_t row, bool extends) {
@@ -302,24 +328,13 @@ void NSTableView::selectByKey(std::size_t row, bool extends) {
     anchor_ = row;
   }
   lead_ = row;
+  keyboard_.selectionDidChange();
   scrollRowToVisible(row);
 }
 
 void NSTableView::keyDown(const Ref<NSEvent>& event) {
-  const bool extends = event->modifierFlags() & NSEventModifierFlagShift;
-  const CGRect shown = visibleRect();
-  const auto wholeRows = std::count_if(visible_.begin(), visible_.end(),
-                                       [&](const auto& entry) { return NSContainsRect(shown, rectOfRow(entry.first)); });
-  const std::ptrdiff_t page = std::max<std::ptrdiff_t>(1, wholeRows - 1);
-  switch (firstScalar(event->characters())) {
-    case NSUpArrowFunctionKey: moveSelection(-1, extends); return;
-    case NSDownArrowFunctionKey: moveSelection(1, extends); return;
-    case NSPageUpFunctionKey: moveSelection(-page, extends); return;
-    case NSPageDownFunctionKey: moveSelection(page, extends); return;
-    case NSHomeFunctionKey: selectByKey(0, extends); return;
-    case NSEndFunctionKey: selectByKey(rowCount_ - 1, extends); return;
-    default: NSView::keyDown(event);
-  }
+  const Ref<NSObject> held = shared_from_this();
+  if (!keyboard_.keyDown(*event)) NSView::keyDown(event);
 }
 
 void NSTableView::setHoveredRow(std::optional<std::size_t> row) {
@@ -346,11 +361,13 @@ void NSTableView::updateTrackingAreas() {
 
 bool NSTableView::becomeFirstResponder() {
   setNeedsDisplay(true);
+  keyboard_.setHasKeys(true);
   return true;
 }
 
 bool NSTableView::resignFirstResponder() {
   setNeedsDisplay(true);
+  keyboard_.setHasKeys(false);
   return true;
 }
 

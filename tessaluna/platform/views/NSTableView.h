@@ -7,16 +7,21 @@
 //
 //   table->setDataSource(tracks); table->setDelegate(tracks); scrollView->setDocumentView(table);
 //
-// A selected row is painted behind its view. Rows are selected with the mouse (Command adds and takes away, Shift extends)
-// and, while the table is the first responder, with the arrow, Home, End and page keys.
+// A selected row is painted behind its view. Rows are selected with the mouse (Command adds and takes away, Shift extends, and
+// so does a drag) and, while the table is the first responder, with the keys that TableKeyboard.h lists.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 
+#include "tessaluna/platform/accessibility/AccessibleItems.h"
 #include "tessaluna/platform/foundation/NSIndexSet.h"
+#include "tessaluna/platform/views/NSTableViewDelegate.h"
 #include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/views/TableKeyboard.h"
+#include "tessaluna/platform/views/TableRowElements.h"
 
 namespace tessaluna::platform {
 
@@ -24,27 +29,7 @@ class NSSortDescriptor;
 class NSTableColumn;
 class NSTableHeaderView;
 
-class NSTableViewDataSource {
- public:
-  virtual ~NSTableViewDataSource() = default;
-  virtual std::size_t numberOfRowsInTableView(NSTableView& table) = 0;
-};
-
-class NSTableViewDelegate {
- public:
-  virtual ~NSTableViewDelegate() = default;
-  // The view of a row, filled: one from makeViewWithIdentifier, or a new one. The table sets its frame.
-  virtual Ref<NSView> tableViewViewForRow(NSTableView& table, std::size_t row) = 0;
-  // In points. Asked of all rows at reloadData, if it says that heights differ.
-  virtual bool tableViewHasRowsOfDifferentHeights(NSTableView&) { return false; }
-  virtual CGFloat tableViewHeightOfRow(NSTableView&, std::size_t) { return 0; }
-  virtual void tableViewSelectionDidChange(NSTableView&) {}
-  // The row under the pointer, absent outside all. Comes with the pointer's moves, so not while rows scroll under a still one.
-  virtual void tableViewHoveredRowDidChange(NSTableView&, std::optional<std::size_t> /*row*/) {}
-  virtual void tableViewRowWasDoubleClicked(NSTableView&, std::size_t /*row*/) {}
-};
-
-class NSTableView : public NSView {
+class NSTableView : public NSView, public AccessibleItems {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -60,11 +45,19 @@ class NSTableView : public NSView {
   // Asks for the number of rows and their heights again and takes all views back; those of the rows that show are made by the
   // next layout. The selection is cut to the rows.
   void reloadData();
+  // Single rows have come, gone, moved or changed, and the data source already knows; all others keep view, selection and
+  // keyboard. Inserted rows are named by where they are afterwards, removed ones by where they were. Where the source does not
+  // have so many rows, everything is loaded again.
+  void insertRowsAtIndexes(const NSIndexSet& rows);
+  void removeRowsAtIndexes(const NSIndexSet& rows);
+  void moveRowAtIndex(std::size_t from, std::size_t to);
+  void reloadDataForRowIndexes(const NSIndexSet& rows);
   std::size_t numberOfRows() const { return rowCount_; }
   CGFloat rowHeight() const { return rowHeight_; }  // 24 points unless set
   void setRowHeight(CGFloat height);
 
   CGRect rectOfRow(std::size_t row) const;
+  NSRange rowsInRect(CGRect rect) const;
   std::optional<std::size_t> rowAtPoint(CGPoint point) const;
   // The row that the view stands in, however deep; absent if in none.
   std::optional<std::size_t> rowForView(const NSView& view) const;
@@ -82,6 +75,7 @@ class NSTableView : public NSView {
   bool allowsMultipleSelection() const { return allowsMultipleSelection_; }
   void setAllowsMultipleSelection(bool allows) { allowsMultipleSelection_ = allows; }
   void scrollRowToVisible(std::size_t row);
+  void selectByKey(std::size_t row, bool extends);  // and scrolls there; extends from where the selection began
 
   // The columns from left to right; the table is as wide as they are. A row whose view the delegate gives has no cells.
   const std::vector<Ref<NSTableColumn>>& tableColumns() const { return columns_; }
@@ -100,15 +94,32 @@ class NSTableView : public NSView {
   bool sortByColumn(std::size_t column);  // as a click on its header; false for one that does not sort
 
   std::optional<std::size_t> hoveredRow() const { return hoveredRow_; }
+  // The row that has the keyboard, and the one of its controls that has it; absent while it is elsewhere.
+  std::optional<std::size_t> keyboardRow() const { return keyboard_.row(); }
+  std::optional<std::size_t> keyboardControl() const { return keyboard_.control(); }
+  std::vector<TableRowControl> controlsOfRow(std::size_t row) const { return keyboard_.controlsOf(row); }
+  std::string typeSelectStringOfRow(std::size_t row);
 
   bool isFlipped() const override { return true; }
   bool acceptsFirstResponder() const override { return true; }
   void drawRect(CGRect rect) override;
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(NSAccessibilityTableRole); }
-  // The selected children are the views of the selected rows, of those that show; absent where the views are no elements.
+  // The selected children are those of the selected rows that show, and the one that has the keyboard.
   AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
+  std::size_t accessibleItemCount() const override { return rowCount_; }
+  Ref<NSObject> accessibleItem(std::size_t row) const override { return elements_.elementOf(row); }
+  std::optional<std::size_t> indexOfAccessibleItem(const NSObject* item) const override { return elements_.rowOf(item); }
+  AccessibilityElements shownAccessibleItems() const override;
+  std::vector<std::size_t> selectedAccessibleItems() const override;
+  Ref<NSObject> focusedAccessibleItem() const override;
+  void selectAccessibleItem(std::size_t row, AccessibleItems::Selecting how) override;
+  Ref<NSObject> accessibleItemAround(const NSView& subview) const override;
+  CGRect focusRingMaskBounds() const override;
   void mouseDown(const Ref<NSEvent>& event) override;
+  void mouseDragged(const Ref<NSEvent>& event) override;
+  void mouseUp(const Ref<NSEvent>& event) override;
+  void rightMouseDown(const Ref<NSEvent>& event) override;
   void keyDown(const Ref<NSEvent>& event) override;
   void mouseMoved(const Ref<NSEvent>& event) override;
   void mouseEntered(const Ref<NSEvent>& event) override { mouseMoved(event); }
@@ -119,7 +130,14 @@ class NSTableView : public NSView {
   bool becomeFirstResponder() override;
   bool resignFirstResponder() override;
 
+ protected:
+  std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
+
  private:
+  using NewRow = std::function<std::optional<std::size_t>(std::size_t)>;
+  bool hasRows(std::size_t count) const;
+  void measureRows();
+  void renumberRows(const NewRow& newRow, std::size_t count);
   void fitHeight();
   CGRect shownRect() const;
   void takeRowView(std::size_t row);
@@ -131,8 +149,6 @@ class NSTableView : public NSView {
   void trimReserve();
   void updateRowLook(std::size_t row);
   void setHoveredRow(std::optional<std::size_t> row);
-  void moveSelection(std::ptrdiff_t step, bool extends);
-  void selectByKey(std::size_t row, bool extends);
   void reportSelection();
 
   WeakRef<NSTableViewDataSource> dataSource_;
@@ -149,6 +165,9 @@ class NSTableView : public NSView {
   std::optional<std::size_t> anchor_, lead_, hoveredRow_;
   Ref<NSTrackingArea> trackingArea_;
   bool allowsMultipleSelection_ = true;
+  bool isSelectingByDrag_ = false;
+  TableKeyboard keyboard_{*this};
+  mutable TableRowElements elements_{*this};
 };
 
 }  // namespace tessaluna::platform

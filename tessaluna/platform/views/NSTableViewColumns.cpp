@@ -16,6 +16,8 @@ namespace {
 
 constexpr std::string_view cellRowIdentifier = "NSTableView.cells";
 
+CGFloat shownWidthOf(const NSTableColumn& column) { return column.isHidden() ? 0 : column.width(); }
+
 }  // namespace
 
 NSTableView::~NSTableView() {
@@ -42,7 +44,7 @@ void NSTableView::removeTableColumn(const Ref<NSTableColumn>& column) {
 
 void NSTableView::columnsDidChange() {
   CGFloat width = 0;
-  for (const Ref<NSTableColumn>& column : columns_) width += column->width();
+  for (const Ref<NSTableColumn>& column : columns_) width += shownWidthOf(*column);
   if (!columns_.empty()) setFrameSize({width, frame().size.height});
   for (const auto& [row, view] : visible_) view->setNeedsLayout(true);
   setNeedsLayout(true);
@@ -61,8 +63,8 @@ void NSTableView::headerDidChange() {
 CGRect NSTableView::rectOfColumn(std::size_t column) const {
   if (column >= columns_.size()) return NSZeroRect;
   CGFloat x = 0;
-  for (std::size_t i = 0; i < column; ++i) x += columns_[i]->width();
-  return {x, 0, columns_[column]->width(), bounds().size.height};
+  for (std::size_t i = 0; i < column; ++i) x += shownWidthOf(*columns_[i]);
+  return {x, 0, shownWidthOf(*columns_[column]), bounds().size.height};
 }
 
 std::optional<std::size_t> NSTableView::columnAtPoint(CGPoint point) const {

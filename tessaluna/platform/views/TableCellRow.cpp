@@ -131,8 +131,10 @@ void TableCellRow::layout() {
   NSView::layout();
   CGFloat x = 0;
   for (const Place& place : places_) {
-    place.control->setFrame({x, 0, place.column->width(), bounds().size.height});
-    x += place.column->width();
+    const CGFloat width = place.column->isHidden() ? 0 : place.column->width();
+    place.control->setFrame({x, 0, width, bounds().size.height});
+    place.control->setHidden(place.column->isHidden());
+    x += width;
   }
 }
 

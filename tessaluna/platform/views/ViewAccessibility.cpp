@@ -1,5 +1,6 @@
 #include "tessaluna/platform/views/ViewAccessibility.h"
 
+#include "tessaluna/platform/accessibility/AccessibleItems.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -15,6 +16,8 @@ bool ViewAccessibility::isAccessibilityFocused() const {
 }
 
 Ref<NSObject> ViewAccessibility::accessibilityParent() const {
+  if (const auto* items = dynamic_cast<const AccessibleItems*>(superview()))
+    if (const Ref<NSObject> item = items->accessibleItemAround(asView())) return item;
   if (superview()) return NSAccessibilityUnignoredAncestor(refTo<NSObject>(*superview()));
   return window() ? NSAccessibilityUnignoredAncestor(refTo<NSObject>(*window())) : nullptr;
 }

@@ -21,6 +21,8 @@ constexpr Property properties[] = {property<&TrackRowControl::setHasMouseOnRow, 
 const ClassInfo TrackRowControl::staticClassInfo{
     .name = "TessalunaUIKit.TrackRowControl", .base = &NSView::staticClassInfo, .properties = properties};
 
+void TrackRowControl::viewDidHide() { isPressed_ = false; }
+
 void TrackRowControl::updateTrackingAreas() {
   NSView::updateTrackingAreas();
   if (!trackingArea_) {

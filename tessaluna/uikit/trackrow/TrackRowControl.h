@@ -41,6 +41,7 @@ class TrackRowControl : public tessaluna::platform::NSView {
   const tessaluna::platform::Ref<TrackListRowActionTarget>& target() const { return target_; }
   void setTarget(tessaluna::platform::Ref<TrackListRowActionTarget> target) { target_ = std::move(target); }
 
+  void viewDidHide() override;  // ends a press without a click
   void updateTrackingAreas() override;
   void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseExited(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;

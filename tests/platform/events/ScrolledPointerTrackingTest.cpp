@@ -1,6 +1,8 @@
 // What is scrolled under a pointer that stands still.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/views/NSScrollView.h"
@@ -226,6 +228,19 @@ TEST_F(ScrolledPointerTrackingTest, TheCursorIsThatOfTheNewPlace) {
   ASSERT_EQ(nativeOf(*window).cursor(), backend::CursorShape::Arrow);
   frame();
   EXPECT_EQ(nativeOf(*window).cursor(), backend::CursorShape::PointingHand);
+}
+
+TEST_F(ScrolledPointerTrackingTest, AReleaseBeforeTheFrameIsTheCrossingToo) {
+  watch(*rows[2], "moves over row 2", NSTrackingMouseMoved);
+  user.moveTo(*window, inFirstRow);
+  user.press(*window, inFirstRow);
+  scrollView->contentView()->scrollToPoint({0, 80});
+  window->contentWasScrolledByUser(*scrollView->contentView());
+  taken();
+  user.release();
+  const Log log = taken();
+  EXPECT_NE(std::find(log.begin(), log.end(), "moves over row 2 mouseEntered"), log.end());
+  EXPECT_NE(std::find(log.begin(), log.end(), "moves over row 2 mouseMoved"), log.end());
 }
 
 }  // namespace

@@ -289,9 +289,23 @@ TEST_F(NSTableColumnTest, TheHeaderDrawsTitlesAndTheDirectionOfTheFirstSort) {
   EXPECT_THAT(harness::only("stroke", drawn()).at(0), testing::HasSubstr(R"([["M",66,8],["L",70,12],["L",74,8]])"));
 }
 
+TEST_F(NSTableColumnTest, AHiddenColumnTakesNoRoomAndHasNoHeader) {
+  ratings->setHidden(true);
+  desktop.settle();
+  EXPECT_EQ(table->rectOfColumn(2).origin.x, 80);
+  EXPECT_EQ(table->frame().size.width, 80 + 40);
+  EXPECT_TRUE(control(1, 0).isHidden());
+  EXPECT_EQ(control(2, 0).frame().origin.x, 80);
+  EXPECT_EQ(header->accessibilityChildren().value().size(), 1u);
+  ratings->setHidden(false);
+  desktop.settle();
+  EXPECT_EQ(table->rectOfColumn(2).origin.x, 150) << "as wide as before";
+  EXPECT_FALSE(control(1, 0).isHidden());
+}
+
 TEST_F(NSTableColumnTest, HeadersAreButtonsToAssistiveClients) {
   const auto children = header->accessibilityChildren().value();
-  ASSERT_EQ(children.size(), 3u);
+  ASSERT_EQ(children.size(), 2u) << "a column without a title has nothing to say";
   const NSAccessibility& first = *accessibilityOf(children[0]);
   EXPECT_EQ(first.accessibilityRole(), NSAccessibilitySortButtonRole);
   EXPECT_EQ(accessibleNameOf(children[0]), "Title");

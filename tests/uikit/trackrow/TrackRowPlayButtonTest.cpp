@@ -414,3 +414,13 @@ TEST_F(TrackRowPlayButtonTest, OfARowThatComesIntoAWindowAsAWholeHasItsArea) {
   window->contentView()->addSubview(wholeRow);
   EXPECT_EQ(inRow->trackingAreas().size(), 1u);
 }
+
+TEST_F(TrackRowPlayButtonTest, HidingTheRowUnderAPressEndsItWithoutACall) {
+  user.moveTo(*window, {57, 67});
+  user.press(*window, {57, 67});
+  EXPECT_TRUE(button->isPressed());
+  row->setHidden(true);
+  EXPECT_FALSE(button->isPressed());
+  user.release();
+  EXPECT_TRUE(target->clicks.empty());
+}

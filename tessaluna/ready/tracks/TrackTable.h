@@ -1,0 +1,115 @@
+// A list of tracks over a program's own model: cover, title, artists as links, time, and the kit's controls in the row that the
+// pointer or the keyboard is on; headers that sort, and a whole table to keys and to assistive clients.
+//
+//   const auto table = make<TrackTable>(queue, TrackActions{.play = [&](std::size_t row) { player.play(row); },
+//                                                           .pause = [&](std::size_t) { player.pause(); }});
+//   window->contentView()->addSubview(table);
+//
+// Return and a double click play a row; the menu key, Shift-F10 and a right click open its menu; a letter goes to the next title
+// that begins with it; Left and Right lead to the controls and artists of a row. What the actions make of the model, the model
+// says afterwards; the table changes nothing by itself.
+#pragma once
+
+#include <functional>
+
+#include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTableColumn.h"
+#include "tessaluna/platform/views/NSTableHeaderView.h"
+#include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/ready/tracks/TrackModel.h"
+
+namespace tessaluna::ready {
+
+class TrackTableRow;
+
+// A line of a row's menu; one without a title separates others. `choose` is called with the row where the track is by then.
+struct TrackCommand {
+  std::string title = {};
+  std::function<void(std::size_t row)> choose = {};
+  bool isChecked = false, isEnabled = true;
+};
+
+// What the program does; an absent one does nothing. Without `more` rows have no menu and no control for it.
+struct TrackActions {
+  std::function<void(std::size_t row)> play = {}, pause = {}, favorite = {};
+  std::function<std::vector<TrackCommand>(std::size_t row)> more = {};
+  std::function<void(std::size_t row, std::size_t artist)> artist = {};
+};
+
+class TrackTable : public platform::NSView,
+                   public platform::NSTableViewDataSource,
+                   public platform::NSTableViewCellSource,
+                   public platform::NSTableViewDelegate,
+                   public platform::NSTableViewRowControls,
+                   public TrackModel::Observer {
+ public:
+  static const platform::ClassInfo staticClassInfo;
+  const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
+
+  // 600 by 400 points until it gets a place; it keeps the model alive.
+  TrackTable(std::shared_ptr<TrackModel> model, TrackActions actions);
+  ~TrackTable() override;
+  void didInit() override;
+
+  const std::shared_ptr<TrackModel>& model() const { return model_; }
+  // For selection, scrolling and the keyboard; its data source and delegate are this view.
+  const platform::Ref<platform::NSTableView>& table() const { return table_; }
+  const platform::Ref<platform::NSScrollView>& scrollView() const { return scrollView_; }
+  // What assistive clients call the table; "Tracks" at the start.
+  void setName(const std::string& name);
+  // On at the start.
+  void setShowsHeader(bool shows);
+  void setOnSelectionChange(std::function<void()> changed) { selectionChanged_ = std::move(changed); }
+
+  void layout() override;
+
+  // From the table.
+  std::size_t numberOfRowsInTableView(platform::NSTableView& table) override;
+  platform::Ref<platform::NSObject> tableViewObjectValue(platform::NSTableView&, platform::NSTableColumn&,
+                                                         std::size_t) override {
+    return nullptr;
+  }
+  void tableViewSortDescriptorsDidChange(platform::NSTableView& table) override;
+  platform::Ref<platform::NSView> tableViewViewForRow(platform::NSTableView& table, std::size_t row) override;
+  bool tableViewUpdateViewOfRow(platform::NSTableView& table, platform::NSView& view, std::size_t row) override;
+  void tableViewSelectionDidChange(platform::NSTableView& table) override;
+  void tableViewHoveredRowDidChange(platform::NSTableView& table, std::optional<std::size_t> row) override;
+  void tableViewKeyboardRowDidChange(platform::NSTableView& table, std::optional<std::size_t> row) override;
+  void tableViewRowWasDoubleClicked(platform::NSTableView& table, std::size_t row) override;
+  bool tableViewRowWasEntered(platform::NSTableView& table, std::size_t row) override;
+  bool tableViewShowMenuForRow(platform::NSTableView& table, std::size_t row, platform::CGPoint place) override;
+  std::string tableViewTypeSelectStringForRow(platform::NSTableView& table, std::size_t row) override;
+  std::string tableViewNameOfRow(platform::NSTableView& table, std::size_t row) override;
+  std::vector<platform::TableRowControl> tableViewControlsOfRow(platform::NSTableView& table, std::size_t row) override;
+  void tableViewPressControl(platform::NSTableView& table, std::size_t row, std::size_t control) override;
+
+  // From the model.
+  void rowsWereInserted(std::size_t first, std::size_t count) override;
+  void rowsWereRemoved(std::size_t first, std::size_t count) override;
+  void rowWasMoved(std::size_t from, std::size_t to) override;
+  void rowsDidChange(std::size_t first, std::size_t count) override;
+  void allDidChange() override;
+
+ private:
+  class Clicks;
+  TrackTableRow* shownRow(std::size_t row) const;
+  void showStatesOfRows();
+  void showState(TrackTableRow& view, std::size_t row) const;
+  void placeColumns();
+  void playOrPause(std::size_t row);
+  void closeMenu();
+
+  const std::shared_ptr<TrackModel> model_;
+  const TrackActions actions_;
+  const platform::Ref<platform::NSScrollView> scrollView_;
+  const platform::Ref<platform::NSTableView> table_;
+  const platform::Ref<platform::NSTableHeaderView> header_;
+  std::vector<platform::Ref<platform::NSTableColumn>> columns_;
+  std::shared_ptr<Clicks> clicks_;
+  std::function<void()> selectionChanged_;
+  platform::Ref<platform::NSMenu> menu_;  // while it is open, with its row
+  std::optional<std::size_t> menuRow_;
+  std::vector<std::uint64_t> selectedIdentities_;  // of the selected rows; empty without identities
+};
+
+}  // namespace tessaluna::ready

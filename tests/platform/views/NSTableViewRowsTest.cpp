@@ -1,0 +1,187 @@
+// Rows that come, go, move and change while a table shows them.
+#include <gmock/gmock.h>
+
+#include "tests/harness/TableWorld.h"
+#include "tests/harness/printing.h"
+
+using namespace tessaluna::platform;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class NSTableViewRowsTest : public harness::TableWorld {
+ protected:
+  NSTableViewRowsTest() : TableWorld(100) {
+    table->reloadData();
+    desktop.settle();
+  }
+
+  void insert(std::size_t row, std::size_t count = 1) {
+    host->titles.insert(host->titles.begin() + static_cast<std::ptrdiff_t>(row), count, "New");
+    table->insertRowsAtIndexes(NSIndexSet(NSRange{row, count}));
+  }
+  void remove(std::size_t row, std::size_t count = 1) {
+    const auto first = host->titles.begin() + static_cast<std::ptrdiff_t>(row);
+    host->titles.erase(first, first + static_cast<std::ptrdiff_t>(count));
+    table->removeRowsAtIndexes(NSIndexSet(NSRange{row, count}));
+  }
+  void move(std::size_t from, std::size_t to) {
+    const std::string title = host->titles[from];
+    host->titles.erase(host->titles.begin() + static_cast<std::ptrdiff_t>(from));
+    host->titles.insert(host->titles.begin() + static_cast<std::ptrdiff_t>(to), title);
+    table->moveRowAtIndex(from, to);
+  }
+  std::vector<std::string> shown() const {
+    std::vector<std::string> result;
+    for (std::size_t row = 0; row < table->numberOfRows(); ++row)
+      if (const Ref<NSView> view = table->viewAtRow(row)) result.push_back(static_cast<NSTextField&>(*view).stringValue());
+    return result;
+  }
+};
+
+TEST_F(NSTableViewRowsTest, InsertedRowsPushTheOthersDown) {
+  const Ref<NSView> second = table->viewAtRow(1);
+  insert(1, 2);
+  EXPECT_EQ(table->numberOfRows(), 102u);
+  EXPECT_THAT(shown(), ElementsAre("Row 0", "New", "New", "Row 1", "Row 2"));
+  EXPECT_EQ(table->viewAtRow(3), second) << "a row that stays keeps its view";
+  EXPECT_EQ(second->frame(), table->rectOfRow(3));
+  EXPECT_EQ(table->frame().size.height, 102 * 30);
+}
+
+TEST_F(NSTableViewRowsTest, RemovedRowsLetTheOthersUp) {
+  const Ref<NSView> fourth = table->viewAtRow(3);
+  remove(1, 2);
+  EXPECT_THAT(shown(), ElementsAre("Row 0", "Row 3", "Row 4", "Row 5", "Row 6"));
+  EXPECT_EQ(table->viewAtRow(1), fourth);
+}
+
+TEST_F(NSTableViewRowsTest, AMovedRowTakesItsView) {
+  const Ref<NSView> first = table->viewAtRow(0);
+  move(0, 3);
+  EXPECT_THAT(shown(), ElementsAre("Row 1", "Row 2", "Row 3", "Row 0", "Row 4"));
+  EXPECT_EQ(table->viewAtRow(3), first);
+  move(3, 0);
+  EXPECT_THAT(shown(), ElementsAre("Row 0", "Row 1", "Row 2", "Row 3", "Row 4"));
+  move(1, 60);
+  EXPECT_THAT(shown(), ElementsAre("Row 0", "Row 2", "Row 3", "Row 4", "Row 5"));
+}
+
+TEST_F(NSTableViewRowsTest, TheSelectionGoesWithItsRows) {
+  table->selectRowIndexes(NSIndexSet(NSRange{2, 3}), NSTableView::Selecting::Replaces);
+  host->selectionChanges = 0;
+  insert(3);
+  EXPECT_THAT(selected(), ElementsAre(2, 4, 5));
+  move(2, 90);
+  EXPECT_THAT(selected(), ElementsAre(3, 4, 90));
+  EXPECT_EQ(host->selectionChanges, 0) << "the same rows are selected";
+  remove(3);
+  EXPECT_THAT(selected(), ElementsAre(3, 89));
+  EXPECT_EQ(host->selectionChanges, 1);
+  remove(3);
+  remove(88);
+  EXPECT_THAT(selected(), IsEmpty());
+}
+
+TEST_F(NSTableViewRowsTest, TheKeyboardGoesWithItsRow) {
+  select(2);
+  host->calls.clear();
+  insert(0);
+  EXPECT_EQ(table->keyboardRow(), 3u);
+  remove(3);
+  EXPECT_EQ(table->keyboardRow(), std::nullopt);
+  EXPECT_THAT(takeCalls(), ElementsAre("keyboard 3", "keyboard elsewhere"));
+}
+
+TEST_F(NSTableViewRowsTest, AnExtendedSelectionContinuesFromTheRowWhereItBegan) {
+  select(4);
+  insert(0, 2);
+  key(NSDownArrowFunctionKey, NSEventModifierFlagShift);
+  EXPECT_THAT(selected(), ElementsAre(6, 7));
+}
+
+TEST_F(NSTableViewRowsTest, ARowUnderAStillPointerIsHoveredWithTheNextFrame) {
+  user.moveTo(*window, at(2));
+  EXPECT_EQ(table->hoveredRow(), 2u);
+  insert(0);
+  EXPECT_EQ(table->hoveredRow(), 3u) << "goes with its row";
+  desktop.advance(0.1);
+  EXPECT_EQ(table->hoveredRow(), 2u) << "the row that came under the pointer";
+  remove(2);
+  EXPECT_EQ(table->hoveredRow(), std::nullopt);
+  desktop.advance(0.1);
+  EXPECT_EQ(table->hoveredRow(), 2u);
+}
+
+TEST_F(NSTableViewRowsTest, ReloadedRowsAreFilledAgainAndTheOthersStay) {
+  const Ref<NSView> first = table->viewAtRow(0), second = table->viewAtRow(1);
+  host->titles[1] = "Other";
+  table->reloadDataForRowIndexes(NSIndexSet(1));
+  EXPECT_EQ(table->viewAtRow(0), first);
+  EXPECT_NE(table->viewAtRow(1), second);
+  EXPECT_THAT(shown(), ElementsAre("Row 0", "Other", "Row 2", "Row 3", "Row 4"));
+}
+
+TEST_F(NSTableViewRowsTest, AChangeThatTheSourceHasNotMadeLoadsEverythingAgain) {
+  host->titles = {"A", "B"};
+  table->insertRowsAtIndexes(NSIndexSet(1));
+  EXPECT_THAT(shown(), ElementsAre("A", "B"));
+  host->titles = {"C"};
+  table->removeRowsAtIndexes(NSIndexSet(7));
+  EXPECT_THAT(shown(), ElementsAre("C"));
+  host->titles = {"D", "E"};
+  table->moveRowAtIndex(0, 1);
+  EXPECT_THAT(shown(), ElementsAre("D", "E"));
+}
+
+TEST_F(NSTableViewRowsTest, ADragExtendsTheSelectionFromThePressedRow) {
+  user.press(*window, at(1));
+  user.dragTo(at(3));
+  EXPECT_THAT(selected(), ElementsAre(1, 2, 3));
+  user.dragTo(at(2));
+  EXPECT_THAT(selected(), ElementsAre(1, 2));
+  user.release();
+  user.dragTo(at(4));
+  EXPECT_THAT(selected(), ElementsAre(1, 2));
+}
+
+TEST_F(NSTableViewRowsTest, ADragGoesOnFromItsRowWhereRowsComeAndEndsWhereItGoes) {
+  user.press(*window, at(1));
+  insert(0);
+  user.dragTo(at(3));
+  EXPECT_THAT(selected(), ElementsAre(2, 3));
+  remove(2);
+  user.dragTo(at(0));
+  EXPECT_THAT(selected(), ElementsAre(2));
+  user.release();
+}
+
+// Against a list of names that is changed in the same way.
+TEST_F(NSTableViewRowsTest, ManyChangesKeepSelectionAndViewsWithTheirRows) {
+  std::uint32_t state = 1;
+  const auto below = [&](std::size_t bound) {
+    state = state * 1664525u + 1013904223u;
+    return static_cast<std::size_t>(state >> 8) % bound;
+  };
+  table->selectRowIndexes(NSIndexSet(NSRange{0, 10}), NSTableView::Selecting::Replaces);
+  std::vector<std::string> names;
+  for (const std::size_t row : selected()) names.push_back(host->titles[row]);
+  for (int step = 0; step < 500; ++step) {
+    const std::size_t row = below(host->titles.size());
+    switch (below(3)) {
+      case 0: insert(row); break;
+      case 1:
+        if (host->titles.size() > 5 && std::find(names.begin(), names.end(), host->titles[row]) == names.end()) remove(row);
+        break;
+      default: move(row, below(host->titles.size())); break;
+    }
+    std::vector<std::string> now;
+    for (const std::size_t one : selected()) now.push_back(host->titles[one]);
+    ASSERT_THAT(now, testing::UnorderedElementsAreArray(names)) << step;
+    for (std::size_t one = 0; one < 5; ++one)
+      ASSERT_EQ(static_cast<NSTextField&>(*table->viewAtRow(one)).stringValue(), host->titles[one]) << step;
+  }
+}
+
+}  // namespace
