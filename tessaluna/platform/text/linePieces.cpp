@@ -112,7 +112,7 @@ std::vector<Stretch> stretchesOf(const Characters& characters, bool isLineRightT
     first.reset();
     openings.clear();
   };
-  bool isNumber = false, isAfterArabicNumber = false;
+  bool isNumber = false, isAfterArabicNumber = false, isAfterBracket = false;
   for (std::size_t i = 0; i < kinds.size(); ++i) {
     const Kind kind = kinds[i];
     isNumber = kind == Kind::Number || kind == Kind::ArabicNumber || (isNumber && kind == Kind::NumberSign);
@@ -123,6 +123,10 @@ std::vector<Stretch> stretchesOf(const Characters& characters, bool isLineRightT
     // stretch, in another line one that comes after it has begun with it.
     const bool endsHere = kind == Kind::Along || (isLineRightToLeft && kind == Kind::ArabicNumber) ||
                           (first && isBracket && bracket->second < *first);
+    // What follows the end of a stretch without a letter along the line may be a number that goes with its letters.
+    if (endsHere && isBracket) isAfterBracket = true;
+    if (kind == Kind::Along) isAfterBracket = false;
+    if (isAfterBracket && kind == Kind::Number && !first) isAfterArabicNumber = true;
     if (endsHere) endStretch(i);
     else if (kind == Kind::Against && !first && !isAfterArabicNumber) first = i;
     // The second bracket of a pair with something in it runs as that does.

@@ -168,10 +168,10 @@ TEST_F(QtTextEngineTest, EveryLetterOfALongLineStandsWhereItDoesInOneThatIsShape
   for (int round = 0; round < 20; ++round) {
     // Words of one direction come in long rows, so that rows of either can be taken apart in lines of either.
     std::u16string text;
-    while (text.size() < 1500) {
+    while (text.size() < 2400) {
       const std::size_t first = random() % std::size(words);
       const std::size_t second = random() % std::size(words);
-      for (std::size_t i = random() % 3 == 0 ? 200 : 4; i > 0; --i) text += words[random() % 4 == 0 ? second : first];
+      for (std::size_t i = random() % 3 == 0 ? 300 : 4; i > 0; --i) text += words[random() % 4 == 0 ? second : first];
     }
     const auto line = shape(text);
     const std::vector<double> lefts = leftsInOneLayout(text);
