@@ -164,11 +164,13 @@ TEST_F(AccessibleChangesTest, AWindowThatGetsTheKeyboardReportsTheFocusInIt) {
 
 TEST_F(AccessibleChangesTest, SelectedAndDeselectedRowsAreReportedLater) {
   const auto first = addRow("a"), second = addRow("b");
+  for (const auto& row : {first, second})
+    row->cell()->accessibilitySetOverrideValue(std::string(NSAccessibilityRowRole), NSAccessibilityRoleAttribute);
   list->select({first->cell()});
   EXPECT_EQ(lines, Lines{});
-  EXPECT_EQ(heard(), Lines{"static text \"a\": selected"});
+  EXPECT_EQ(heard(), Lines{"row \"a\": selected"});
   list->select({second->cell()});
-  EXPECT_EQ(heard(), (Lines{"static text \"a\": not selected", "static text \"b\": selected"}));
+  EXPECT_EQ(heard(), (Lines{"row \"a\": not selected", "row \"b\": selected"}));
   list->select({second->cell()});
   EXPECT_EQ(heard(), Lines{}) << "as before";
   second->removeFromSuperview();
