@@ -105,6 +105,8 @@ QWidget* makeStartupPage(Report report) {
                                  {"Begin a long task", [host] { host->beginTask(400); }},
                                  {"Abort the oldest task", [host] { host->abortOldestTask(); }}}));
   column->addWidget(embed(host->monitor(), "tasks"));
+  column->addWidget(makeHeading("TaskBar"));
+  column->addWidget(embed(host->taskBar(), "tasks with titles"));
   auto* tasks = makeNote("");
   const auto showTasks = [host, tasks] {
     QString text;

@@ -12,6 +12,7 @@
 #include "gallery/transport/TransportHost.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/platform/views/NSLevelIndicator.h"
+#include "tessaluna/ready/transport/TransportBar.h"
 #include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
 
 namespace gallery {
@@ -144,6 +145,35 @@ QWidget* makeGroup(const QString& heading, QWidget* content) {
   return group;
 }
 
+// The ready-made bar over the same player.
+QWidget* makeReadyBar(const Ref<TransportHost>& host) {
+  const auto bar = make<tessaluna::ready::TransportBar>(CGRect{0, 0, 640, 52});
+  const auto volume = std::make_shared<double>(0.8);
+  bar->setActions({.previous = [host] { host->previous(nullptr); },
+                   .playOrPause = [host] { host->playOrPause(nullptr); },
+                   .next = [host] { host->next(nullptr); },
+                   .seek = [host](double seconds) { host->player().seek(seconds); },
+                   .setVolume = [volume](double to) { *volume = to; }});
+  auto show = [host, volume, bar = bar.get(), title = std::string()]() mutable {
+    const SimulatedPlayer& player = host->player();
+    if (std::exchange(title, player.song().title) != player.song().title)
+      bar->showSong({.title = title, .seconds = player.song().seconds, .framesPerSecond = player.song().framesPerSecond});
+    bar->showState({.isPlaying = player.isPlaying(),
+                    .position = player.position(),
+                    .isSeeking = player.isSeeking(),
+                    .volume = *volume,
+                    .note = player.isWaitingForData() ? "loading" : "",
+                    .first = player.loaded(0),
+                    .second = player.loaded(1)});
+  };
+  show();
+  const auto ticker = std::make_shared<Ticker>();
+  ticker->start([show](double) mutable { show(); });
+  QWidget* widget = embed(bar, "ready-made transport");
+  QObject::connect(widget, &QObject::destroyed, [ticker] {});
+  return widget;
+}
+
 }  // namespace
 
 QWidget* makeTransportPage(Report report) {
@@ -176,6 +206,9 @@ QWidget* makeTransportPage(Report report) {
   choices->addWidget(locked);
   choices->addStretch(1);
   column->addLayout(choices);
+
+  column->addWidget(makeHeading("TransportBar"));
+  column->addWidget(makeReadyBar(host));
 
   column->addWidget(makeHeading("PlaybackTransportButton"));
   auto* grounds = new QHBoxLayout;

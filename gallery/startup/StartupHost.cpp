@@ -58,6 +58,7 @@ void StartupHost::didInit() {
   NSNib::registerDocument("gallery.Splash", splashDocument);
   if (!NSImage::imageNamed("AppIcon.icns")) NSImage::setImageNamed("AppIcon.icns", makeIcon());
   monitor_ = make<ProgressMonitorView>(CGRect{0, 0, 260, 20});
+  taskBar_ = make<tessaluna::ready::TaskBar>(CGRect{0, 0, 360, 20});
 }
 
 void StartupHost::start() {
@@ -103,6 +104,8 @@ void StartupHost::beginTask(double length) {
   worker.length = length;
   worker.speed = 10 + 5 * (number % 3);
   monitor_->addBackgroundTaskProgress(nameOf(number), length, &worker.isAborted);
+  worker.shown = taskBar_->begin(
+      {.title = nameOf(number), .length = length, .abort = [this, number] { workers_.at(number).isAborted = true; }});
   report(nameOf(number) + " begins");
 }
 
@@ -126,6 +129,7 @@ void StartupHost::runTasks(double seconds) {
       task = workers_.erase(task);
     } else {
       monitor_->setBackgroundTaskProgressPosition(worker.position, name);
+      worker.shown.setPosition(worker.position);
       ++task;
     }
   }

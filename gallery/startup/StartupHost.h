@@ -7,6 +7,7 @@
 #include <string>
 
 #include "gallery/Ticker.h"
+#include "tessaluna/ready/tasks/TaskBar.h"
 #include "tessaluna/uikit/startup/AppSplashController.h"
 #include "tessaluna/uikit/startup/ProgressMonitorView.h"
 
@@ -28,6 +29,8 @@ class StartupHost : public tessaluna::platform::NSObject {
   void beginTask(double length);
   void abortOldestTask();
   const tessaluna::platform::Ref<TessalunaUIKit::ProgressMonitorView>& monitor() const { return monitor_; }
+  // The same tasks, with their titles.
+  const tessaluna::platform::Ref<tessaluna::ready::TaskBar>& taskBar() const { return taskBar_; }
   // What the monitor knows of each task: "Scan 1   40 of 100".
   std::vector<std::string> taskLines() const;
 
@@ -35,6 +38,7 @@ class StartupHost : public tessaluna::platform::NSObject {
   struct Worker {
     bool isAborted = false;  // its address is the abort semaphore
     double length = 0, position = 0, speed = 0;
+    tessaluna::ready::ShownTask shown{};  // in the bar
   };
   void runSplash(double seconds);
   void runTasks(double seconds);
@@ -42,6 +46,7 @@ class StartupHost : public tessaluna::platform::NSObject {
 
   tessaluna::platform::Ref<TessalunaUIKit::AppSplashController> splash_;
   tessaluna::platform::Ref<TessalunaUIKit::ProgressMonitorView> monitor_;
+  tessaluna::platform::Ref<tessaluna::ready::TaskBar> taskBar_;
   std::map<int, Worker> workers_;  // by their numbers, in their order
   std::function<void(const std::string&)> report_;
   Ticker ticker_;

@@ -164,8 +164,10 @@ TEST_F(AccessibleChangesTest, AWindowThatGetsTheKeyboardReportsTheFocusInIt) {
 
 TEST_F(AccessibleChangesTest, SelectedAndDeselectedRowsAreReportedLater) {
   const auto first = addRow("a"), second = addRow("b");
-  for (const auto& row : {first, second})
+  for (const auto& row : {first, second}) {
     row->cell()->accessibilitySetOverrideValue(std::string(NSAccessibilityRowRole), NSAccessibilityRoleAttribute);
+    row->cell()->accessibilitySetOverrideValue(row->stringValue(), NSAccessibilityDescriptionAttribute);
+  }
   list->select({first->cell()});
   EXPECT_EQ(lines, Lines{});
   EXPECT_EQ(heard(), Lines{"row \"a\": selected"});
@@ -176,6 +178,18 @@ TEST_F(AccessibleChangesTest, SelectedAndDeselectedRowsAreReportedLater) {
   second->removeFromSuperview();
   list->select({});
   EXPECT_EQ(heard(), Lines{}) << "it was taken away";
+}
+
+TEST_F(AccessibleChangesTest, ARowThatWasSelectedBeforeItsListWasMetReportsThatItIsNotAnyMore) {
+  const auto first = addRow("a"), second = addRow("b");
+  for (const auto& row : {first, second})
+    row->cell()->accessibilitySetOverrideValue(std::string(NSAccessibilityRowRole), NSAccessibilityRoleAttribute);
+  accessibilityOf(list)->setAccessibilityCompanion(nullptr);
+  list->select({first->cell()});
+  heard();
+  meet(list);
+  list->select({second->cell()});
+  EXPECT_EQ(heard().size(), 2u);
 }
 
 TEST_F(AccessibleChangesTest, WindowsThatComeAndGoAreReported) {
