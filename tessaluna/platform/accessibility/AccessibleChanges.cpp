@@ -58,10 +58,6 @@ std::string lineOf(const AccessibleChange& change) {
 AccessibleMemory::AccessibleMemory(const Ref<NSObject>& element)
     : name_(accessibleNameOf(element)), states_(accessibleStatesOf(element)), quantity_(accessibleQuantityOf(element)) {
   if (isAccessibleTextInput(element)) text_ = accessibleTextOf(element);
-  const NSAccessibility* asked = accessibilityOf(element);
-  const auto selection =
-      asked ? attributeOf<AccessibilityElements>(*asked, NSAccessibilitySelectedChildrenAttribute) : std::nullopt;
-  if (selection) selection_.assign(selection->begin(), selection->end());
 }
 
 AccessibleMemory* AccessibleMemory::of(const NSAccessibility& element) {

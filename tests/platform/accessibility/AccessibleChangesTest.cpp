@@ -180,18 +180,6 @@ TEST_F(AccessibleChangesTest, SelectedAndDeselectedRowsAreReportedLater) {
   EXPECT_EQ(heard(), Lines{}) << "it was taken away";
 }
 
-TEST_F(AccessibleChangesTest, ARowThatWasSelectedBeforeItsListWasMetReportsThatItIsNotAnyMore) {
-  const auto first = addRow("a"), second = addRow("b");
-  for (const auto& row : {first, second})
-    row->cell()->accessibilitySetOverrideValue(std::string(NSAccessibilityRowRole), NSAccessibilityRoleAttribute);
-  accessibilityOf(list)->setAccessibilityCompanion(nullptr);
-  list->select({first->cell()});
-  heard();
-  meet(list);
-  list->select({second->cell()});
-  EXPECT_EQ(heard().size(), 2u);
-}
-
 TEST_F(AccessibleChangesTest, WindowsThatComeAndGoAreReported) {
   window->orderOut(nullptr);
   EXPECT_EQ(heard(), Lines{"window \"Player\": destroyed"});

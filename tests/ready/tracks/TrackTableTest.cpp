@@ -580,12 +580,12 @@ TEST_F(TrackTableTest, AScrollIsReportedToNoClientAndASelectionOnce) {
   const auto meet = [](const Ref<NSObject>& element) {
     accessibilityOf(element)->setAccessibilityCompanion(std::make_unique<AccessibleMemory>(element));
   };
-  select(0);
   meet(refTo<NSObject>(inner()));
   for (std::size_t row = 0; row < 100; ++row) {
     meet(inner().accessibleItem(row));
     for (const Ref<NSObject>& part : accessibleChildrenOf(inner().accessibleItem(row))) meet(part);
   }
+  select(0);
   desktop.advance(0.1);
   changes.clear();
   for (CGFloat y = 0; y < 3000; y += 37) scrollTo(y);
