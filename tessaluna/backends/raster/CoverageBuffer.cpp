@@ -1,7 +1,5 @@
 #include "tessaluna/backends/raster/CoverageBuffer.h"
 
-#include "tessaluna/backends/raster/StrokePoint.h"
-
 namespace tessaluna::backend::raster {
 
 namespace {
@@ -312,86 +310,6 @@ void CoverageBuffer::noteTwice(std::uint64_t* at, std::uint64_t bits) {
   firstTwice_ = std::min(firstTwice_, int(word / ofRow));
 }
 
-void CoverageBuffer::findCrossedTips(const Shape& shape) {
-  const auto placed = [&](CGPoint p) {
-    return CGPoint{(p.x + shape.moved.x) * shape.scale - left_, (p.y + shape.moved.y) * shape.scale - top_};
-  };
-  for (std::size_t i = 0; i < shape.polygons.count(); ++i) {
-    const std::span<const CGPoint> points = shape.polygons.polygon(i);
-    const std::size_t count = points.size();
-    std::size_t end = 0;  // of a chain
-    while (end + 1 < count && points[end].y == points[count - 1].y) ++end;
-    bool isDown = points[end].y > points[end > 0 ? end - 1 : count - 1].y;
-    std::size_t at = end;
-    for (std::size_t left = count; left > 0; --left) {
-      const std::size_t next = at + 1 < count ? at + 1 : 0;
-      const double way = points[next].y - points[at].y;
-      const CGPoint in = points[at] - points[at > 0 ? at - 1 : count - 1], out = points[next] - points[at];
-      if (in.x * out.x < 0 && dot(in, out) < 0) noteSpike(placed(points[at]));
-      if (way != 0) {
-        if ((way > 0) != isDown) {
-          const std::optional<CGPoint> crossing = crossingBehindTip(points, {end, at}, 1 / shape.scale);
-          if (crossing) noteCrossedTip(placed(points[end]), placed(*crossing));
-        }
-        isDown = way > 0;
-        end = next;
-      }
-      at = next;
-    }
-  }
-}
-
-// Goes along both chains from a tip, no farther than this.
-std::optional<CGPoint> CoverageBuffer::crossingBehindTip(std::span<const CGPoint> points, Tip tip, double reach) {
-  const std::size_t count = points.size();
-  std::size_t a = tip.end, b = tip.start;
-  const double top = points[a].y;
-  CGPoint fromA = points[a], fromB = points[b];  // at the same height
-  const bool isDown = points[b + 1 < count ? b + 1 : 0].y > top;
-  while (std::abs(fromA.y - top) < reach) {
-    const std::size_t nextA = a > 0 ? a - 1 : count - 1, nextB = b + 1 < count ? b + 1 : 0;
-    const CGPoint ofA = points[nextA], ofB = points[nextB];
-    const bool isTip = isDown ? std::min(ofA.y, ofB.y) < fromA.y : std::max(ofA.y, ofB.y) > fromA.y;
-    if (isTip || nextA == b) break;
-    const double y = isDown ? std::min(ofA.y, ofB.y) : std::max(ofA.y, ofB.y);
-    const auto along = [y](CGPoint from, CGPoint to) {
-      return to.y == y ? to : CGPoint{from.x + (to.x - from.x) * ((y - from.y) / (to.y - from.y)), y};
-    };
-    const CGPoint toA = along(fromA, ofA), toB = along(fromB, ofB);
-    const double before = fromA.x - fromB.x, behind = toA.x - toB.x;
-    if (before * behind < 0) {
-      const double part = before / (before - behind);
-      const CGPoint crossing{fromA.x + (toA.x - fromA.x) * part, fromA.y + (toA.y - fromA.y) * part};
-      if (std::abs(crossing.y - top) < reach) return crossing;
-      break;
-    }
-    fromA = toA;
-    fromB = toB;
-    if (ofA.y == y) a = nextA;
-    if (ofB.y == y) b = nextB;
-  }
-  return std::nullopt;
-}
-
-// Where a chain turns sharply to the side, a side of another one may go across it.
-void CoverageBuffer::noteSpike(CGPoint p) {
-  if (!(p.x >= 0 && p.x < width_ && p.y >= 0 && p.y < height_)) return;
-  std::uint64_t *const down = rowMarks(int(p.y)) + words_ + int(p.x) / 64, *const up = down + words_;
-  const std::uint64_t bits = *down & *up & std::uint64_t(1) << (int(p.x) % 64);
-  up[words_] |= bits;
-  if (bits != 0) firstTwice_ = std::min(firstTwice_, int(p.y));
-}
-
-void CoverageBuffer::noteCrossedTip(CGPoint tip, CGPoint crossing) {
-  const double left = std::max(std::min(tip.x, crossing.x), 0.0), right = std::min(std::max(tip.x, crossing.x), width_ - 1);
-  const double top = std::max(std::min(tip.y, crossing.y), 0.0), bottom = std::min(std::max(tip.y, crossing.y), height_ - 1);
-  if (!(left <= right && top <= bottom)) return;
-  for (int y = int(top); y <= int(bottom); ++y) {
-    for (int x = int(left); x <= int(right); ++x) rowMarks(y)[3 * words_ + x / 64] |= std::uint64_t(1) << (x % 64);
-  }
-  firstTwice_ = std::min(firstTwice_, int(top));
-}
-
 // Puts right what sums do not tell, from the row before this one on, which is the last that is summed up.
 void CoverageBuffer::correctFrom(int firstRow, Range before, const Shape& shape) {
   std::uint8_t* const isOverlap = isOverlap_.data();
@@ -427,23 +345,16 @@ double CoverageBuffer::costOf(const PixelRect& patch) const {
   return (patch.width() + 3.0) * (patch.height() + 4.0) + costOfPatch_;
 }
 
-// The suspicious pixels in rectangles. Two sides that overlap do so from one crossing to the next, in pixels with both of them,
-// all of which are next to each other.
+// The suspicious pixels in rectangles.
 void CoverageBuffer::findPatches(int firstRow, const Polygons& polygons) {
   clearForReuse(patches_);
   costOfPatch_ = double(polygons.pointCount()) / pointsPerPixel;
   const std::uint8_t* const isOverlap = isOverlap_.data();
   for (int row = firstRow; row < rows_; ++row) {
     const bool isNear = isOverlap[row] || (row > firstRow && isOverlap[row - 1]) || (row + 1 < rows_ && isOverlap[row + 1]);
-    std::uint64_t *const down = rowMarks(row) + words_, *const up = down + words_, *const suspicious = up + words_;
-    for (int word = 0; isNear && word < words_; ++word) suspicious[word] |= down[word] & up[word];
-    spreadSuspicion(row, std::max(row - 1, firstRow));
-  }
-  for (int row = rows_ - 2; row >= firstRow; --row) spreadSuspicion(row, row + 1);
-  for (int row = firstRow; row < rows_; ++row) {
-    const std::uint64_t* const suspicious = rowMarks(row) + 3 * words_;
+    const std::uint64_t *const down = rowMarks(row) + words_, *const up = down + words_, *const twice = up + words_;
     for (int word = 0; word < words_; ++word) {
-      std::uint64_t bits = suspicious[word];
+      std::uint64_t bits = twice[word] | (isNear ? down[word] & up[word] : 0);
       while (bits != 0) {
         const int first = std::countr_zero(bits), count = std::countr_one(bits >> first);
         bits &= bits + (std::uint64_t(1) << first);
@@ -453,23 +364,6 @@ void CoverageBuffer::findPatches(int firstRow, const Polygons& polygons) {
       }
     }
   }
-}
-
-// To pixels of a row with chains of both directions, from those of the row next to it.
-void CoverageBuffer::spreadSuspicion(int row, int from) {
-  std::uint64_t *const down = rowMarks(row) + words_, *const up = down + words_, *const suspicious = up + words_;
-  const std::uint64_t* const next = rowMarks(from) + 3 * words_;
-  const auto spread = [&](int word, std::uint64_t carried) {
-    const std::uint64_t both = down[word] & up[word], near = next[word];
-    std::uint64_t bits = suspicious[word] | ((near | near << 1 | near >> 1 | carried) & both);
-    for (std::uint64_t before = 0; bits != before;) {
-      before = bits;
-      bits |= (bits << 1 | bits >> 1) & both;
-    }
-    suspicious[word] = bits;
-  };
-  for (int word = 0; word < words_; ++word) spread(word, word > 0 ? suspicious[word - 1] >> 63 : 0);
-  for (int word = words_ - 1; word-- > 0;) spread(word, suspicious[word + 1] << 63);
 }
 
 // Joins it with others where that is as good.

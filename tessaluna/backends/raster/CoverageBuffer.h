@@ -14,8 +14,6 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <optional>
-#include <span>
 #include <vector>
 
 #include "tessaluna/backends/raster/CoverageSink.h"
@@ -63,11 +61,6 @@ class CoverageBuffer {
   struct Chain {
     std::uint64_t* marks = nullptr;  // null at its start
     int first = 0, last = 0;
-  };
-
-  // Of a polygon: the points where one chain ends and the next begins, with none but level sides between them.
-  struct Tip {
-    std::size_t end, start;
   };
 
   struct Place {
@@ -125,15 +118,10 @@ class CoverageBuffer {
   void markWords(std::uint64_t* marks, int first, int last);
   void markLevel(double y, double from, double to);
   void noteTwice(std::uint64_t* at, std::uint64_t bits);
-  void findCrossedTips(const Shape& shape);
-  static std::optional<CGPoint> crossingBehindTip(std::span<const CGPoint> points, Tip tip, double reach);
-  void noteCrossedTip(CGPoint tip, CGPoint crossing);
-  void noteSpike(CGPoint p);
   void correctFrom(int firstRow, Range before, const Shape& shape);
   void fold(int row);
   double costOf(const PixelRect& patch) const;
   void findPatches(int firstRow, const Polygons& polygons);
-  void spreadSuspicion(int row, int from);
   void addPatch(PixelRect patch);
   void writeOut(int row, int first, int last);
   void replacePatch(const Shape& shape, const PixelRect& patch);
@@ -203,7 +191,6 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   add(shape);
   if (++sweeps_ == sweepsOfResolver) giveResolverBack();
   placePillars();
-  findCrossedTips(shape);
   // The sink receives a row after the next one was looked at: its own part of an overlap may have been too small to show.
   Repeat told{0, 0};  // the rows that it receives next
   std::size_t next = 0;
@@ -213,7 +200,7 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   Range before;
   for (Repeat rows = rowsFrom(0); rows.first < rows_; rows = rowsFrom(rows.end)) {
     const Range range = sumRow(rows.first);
-    if (firstTwice_ < rows_ || range.showsOverlap(before)) {
+    if (rows.first >= firstTwice_ || range.showsOverlap(before)) {
       isOverlap_.data()[rows.first] = range.showsOverlap(before);
       // The row before it may have a part in the overlap.
       const bool isCopy = told.first + 1 < told.end;

@@ -23,18 +23,13 @@ enum class Corner { Sharp, Smooth };
 struct FlattenSettings {
   DeviceRect visible;       // where chords must be accurate, in the space that the points are transformed to
   double tolerance = 0.02;  // largest distance of a chord from its curve
+  double reach = 0;         // of a pen that will go along the curve: what it draws there must be as accurate
   // Chords that are farther off will do where no more than this area lies between them and the curve in one place and to
   // one side.
   double areaTolerance = 0;
   // Lengths count: what is not visible gets its chords as well, unless the curve is huge.
   bool keepsLengths = false;
   double endStep = 1;  // of a curve's first and last chord, in steps of its parameter
-};
-
-// A curve at a parameter.
-struct Passing {
-  double t;
-  CGPoint at, direction;
 };
 
 // Points farther out than this are as good as infinite: products of two still fit a double.
@@ -66,20 +61,11 @@ class Flattener {
 
  private:
   static constexpr int mostSteps = 64;
-  static constexpr int deepestSplit = 48, deepestBend = 8;
+  static constexpr int deepestSplit = 48;
   // Of one curve, and of a path. A curve that is seen as a part of a huge one needs two for each level; only where almost
   // all of a huge one counts, as for a pen of that size, are there more, and then a coarse one does.
   static constexpr int mostSplitsOfCurve = 256, mostSplits = 8192;
   static constexpr float mostWithLength = mostSteps * 64;  // chords of a curve whose length is kept: splits for as many do
-
-  struct Cubic {
-    CGPoint a, b, c, d;  // the coefficients of t^3, t^2, t and 1
-    Passing at(double t) const {
-      return {t,
-              {((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y},
-              {(3 * a.x * t + 2 * b.x) * t + c.x, (3 * a.y * t + 2 * b.y) * t + c.y}};
-    }
-  };
 
   void move(CGPoint to) {
     hasStart_ = isUsable(to);
@@ -142,10 +128,23 @@ class Flattener {
     // A sixth of the second derivative at either end; between them it is linear.
     const double ax = d1.x - d0.x, ay = d1.y - d0.y, bx = d2.x - d1.x, by = d2.y - d1.y;
     // Single precision does for a number of chords, and takes half the time.
-    const float bend = std::sqrt(float(std::max(ax * ax + ay * ay, bx * bx + by * by)));
+    float bend = std::sqrt(float(std::max(ax * ax + ay * ay, bx * bx + by * by)));
     // The first derivative times the second one is quadratic, with these coefficients of Bernstein's form times 18.
     const auto cross = [](CGPoint a, CGPoint b) { return std::abs(float(a.x * b.y - a.y * b.x)); };
-    const float sweep = std::max(std::max(cross(d0, d1), cross(d1, d2)), 0.5f * cross(d0, d2));
+    float sweep = std::max(std::max(cross(d0, d1), cross(d1, d2)), 0.5f * cross(d0, d2));
+    if constexpr (requires { Sink::wantsDirections; }) {
+      // The pen's far edge is as much longer as it lies farther out than the curve: in the middle, and where a curve begins or
+      // ends by a bend as sharp as its control points make it.
+      const float x = float(p3.x - p0.x), y = float(p3.y - p0.y), reach = float(settings_.reach);
+      const auto atEnd = [&](float turn, CGPoint leg) {
+        const float squares = float(leg.x * leg.x + leg.y * leg.y);
+        return squares > 0 ? std::min(turn * reach / (1.5f * squares * std::sqrt(squares)), 12.0f) : 0;
+      };
+      const float inMiddle = std::min(6 * bend * reach / (x * x + y * y + 1e-30f), 32.0f);
+      const float longer = 1 + std::max(inMiddle, std::max(atEnd(cross(d0, d1), d0), atEnd(cross(d1, d2), d2)));
+      bend *= longer;
+      sweep *= longer * longer;
+    }
     return std::min(std::sqrt(bend * perTolerance_), roughCubeRoot(sweep * perArea_)) + float(saved_);
   }
 
@@ -176,51 +175,20 @@ class Flattener {
     const double h = 1.0 / (count - saved_);
     const CGPoint a{p3.x - p0.x + 3 * (p1.x - p2.x), p3.y - p0.y + 3 * (p1.y - p2.y)};
     const CGPoint b{3 * (p0.x - 2 * p1.x + p2.x), 3 * (p0.y - 2 * p1.y + p2.y)};
-    const CGPoint whole{3 * (p1.x - p0.x), 3 * (p1.y - p0.y)};
+    CGPoint c{3 * (p1.x - p0.x), 3 * (p1.y - p0.y)};
     const double half = h * h * 0.5, sixth = h * h * (1.0 / 6);
-    const CGPoint c{whole.x - half * a.x, whole.y - half * a.y};
+    c = {c.x - half * a.x, c.y - half * a.y};
     const CGPoint d{p0.x - sixth * b.x, p0.y - sixth * b.y};
-    const Cubic curve{a, b, c, d};
-    const auto parameter = [&](int i) { return i < count ? (i - saved_ * 0.5) * h : 1; };
-    if constexpr (requires { Sink::wantsDirections; }) {
-      Passing before = curve.at(0);
-      for (int i = 1; i <= count; ++i) {
-        const Passing next = curve.at(parameter(i));
-        if (sink_.bendsTooMuch(before, next)) return stepFinely({a, b, whole, p0}, count, end);
-        before = next;
+    for (int i = 1; i < count; ++i) {
+      const double t = (i - saved_ * 0.5) * h;
+      const CGPoint p{((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y};
+      if constexpr (requires { Sink::wantsDirections; }) {
+        sink_.curvePoint(p, {(3 * a.x * t + 2 * b.x) * t + c.x, (3 * a.y * t + 2 * b.y) * t + c.y});
+      } else {
+        sink_.lineTo(p, Corner::Smooth);
       }
-      for (int i = 1; i < count; ++i) {
-        const Passing next = curve.at(parameter(i));
-        sink_.curvePoint(next.at, next.direction);
-      }
-    } else {
-      for (int i = 1; i < count; ++i) sink_.lineTo(curve.at(parameter(i)).at, Corner::Smooth);
     }
     sink_.lineTo(p3, end);
-  }
-
-  // Points on the curve itself, and more of them where it bends too much between two.
-  void stepFinely(const Cubic& curve, int count, Corner end) {
-    if constexpr (requires { Sink::wantsDirections; }) {
-      const int finer = count + count / 2;
-      Passing before = curve.at(0);
-      for (int i = 1; i <= finer; ++i) {
-        const Passing next = curve.at(double(i) / finer);
-        refine(curve, before, next, deepestBend);
-        if (i < finer) sink_.curvePoint(next.at, next.direction);
-        else sink_.lineTo(next.at, end);
-        before = next;
-      }
-    }
-  }
-
-  void refine(const Cubic& curve, const Passing& from, const Passing& to, int depth) {
-    if (depth == 0 || splitsLeft_ == 0 || !sink_.bendsTooMuch(from, to)) return;
-    --splitsLeft_;
-    const Passing middle = curve.at((from.t + to.t) * 0.5);
-    refine(curve, from, middle, depth - 1);
-    sink_.curvePoint(middle.at, middle.direction);
-    refine(curve, middle, to, depth - 1);
   }
 
   const FlattenSettings settings_;

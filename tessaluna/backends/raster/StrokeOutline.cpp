@@ -1,26 +1,29 @@
 #include "tessaluna/backends/raster/StrokeOutline.h"
 
-#include <algorithm>
-
 namespace tessaluna::backend::raster {
 
 namespace {
 
 // Of round joins and caps, whose chords all lie inside: in device pixels, and in halves of the pen's width.
 constexpr double arcTolerance = 0.006, leastArcTolerance = 0.125 / 3e4;
-// Joins narrower than this, in pixels, are all alike.
+// A corner of the outline shorter than this, in pixels, is none.
 constexpr double leastJoin = 0.1;
-// So many square pixels within one pixel do not show.
-constexpr double leastArea = 0.004;
+// So many sides on either side of a fold are looked at for the place where they meet.
+constexpr std::size_t mostSidesOfFold = 24;
 
 // From a direction to that of the side that is being made.
 CGPoint aside(CGPoint direction) { return {direction.y, -direction.x}; }
+
+// Zero if the pen's edge does not follow it on that side.
+CGPoint chordOn(StrokePoint::Sides side, const StrokePoint& p) {
+  return (int(p.chordSides) & int(side)) != 0 ? p.chord : CGPoint{};
+}
 
 }  // namespace
 
 void StrokeOutline::begin(const Pen& pen, Polygons& polygons) {
   pen_ = pen;
-  pixels_ = pen.halfWidth / pen.pixel;
+  pixelsPerLength_ = 1 / pen.pixel;
   polygons_ = &polygons;
   // No arc needs more than a few hundred chords.
   const double tolerance = std::max(arcTolerance * pen.pixel, pen.halfWidth * leastArcTolerance);
@@ -28,196 +31,212 @@ void StrokeOutline::begin(const Pen& pen, Polygons& polygons) {
 }
 
 void StrokeOutline::add(std::span<StrokePoint> line, Contour contour) {
+  completeDirections(line, contour);
+  if (contour == Contour::Open) addOpen(line);
+  else addRings(line);
+}
+
+// The sides on which a chord, of this squared length, is better followed than the directions at its ends, between which lies
+// this turn, squared: both where the outer edge is no chord any more, the inner one where it would go back.
+inline StrokePoint::Sides StrokeOutline::sidesAlongChord(double turn, double squaredLength, double across) const {
+  const double reach = pen_.halfWidth, pixels = reach * pixelsPerLength_;
+  bool isWide = turn > 0.5;
+  if (turn * pixels >= 0.12 && !isWide) {
+    // By the area beside a chord of the outer edge, of which so much does not show.
+    const double angle = std::sqrt(turn), radius = pixels + std::sqrt(squaredLength) * pixelsPerLength_ / angle;
+    isWide = radius * radius * turn * angle > 0.2;
+  }
+  if (isWide) return StrokePoint::Sides::Both;
+  if (turn * reach * reach <= 0.8 * squaredLength) return StrokePoint::Sides::None;
+  return across < 0 ? StrokePoint::Sides::Near : StrokePoint::Sides::Far;
+}
+
+// To one point that lies on both edges, where the line goes straight on or bends too little to tell the joins apart.
+inline std::optional<CGPoint> StrokeOutline::sideOf(const Bend& bend) const {
+  if (bend.in == bend.out) return aside(bend.in) * pen_.halfWidth;
+  const double cosine = dot(bend.in, bend.out), across = std::abs(cross(bend.in, bend.out)) * pen_.halfWidth;
+  const bool isGentle = cosine > 0.5 && across < leastJoin * pen_.pixel;
+  if (!isGentle && !(cosine > 1 - 1e-10)) return std::nullopt;
+  return aside(bend.in + bend.out) * (pen_.halfWidth / (1 + cosine));
+}
+
+void StrokeOutline::completeDirections(std::span<StrokePoint> line, Contour contour) {
   const std::size_t last = line.size() - 1;
+  completeChord(line[0], line[1]);
   isSmooth_ = true;
-  findChord(line[0], line[1]);
   for (std::size_t i = 1; i < last; ++i) {
-    findChord(line[i], line[i + 1]);
+    completeChord(line[i], line[i + 1]);
     findSide(line[i - 1], line[i]);
   }
-  if (contour == Contour::Open) return addOpen(line);
-  findChord(line[last], line[0]);
+  line[0].side = line[last].side = {};
+  if (contour == Contour::Open) return;
+  completeChord(line[last], line[0]);
   findSide(line[last - 1], line[last]);
   findSide(line[last], line[0]);
-  addRings(line);
 }
 
-inline void StrokeOutline::findChord(StrokePoint& from, StrokePoint& to) const {
+inline void StrokeOutline::completeChord(StrokePoint& from, StrokePoint& to) const {
+  using enum StrokePoint::Sides;
   const CGPoint way = to.at - from.at;
-  from.length = std::sqrt(dot(way, way));
-  const bool isStraight = from.out == CGPoint{} && to.in == CGPoint{};
-  if (from.out == CGPoint{}) from.out = way * (1 / from.length);
-  if (to.in == CGPoint{}) to.in = isStraight ? from.out : way * (1 / from.length);
-  const CGPoint difference = to.in - from.out;
-  to.turn = dot(difference, difference);
-  from.isPlain = isStraight || isPlain(from, to);
-}
-
-// True if both edges of the pen are as good as straight between two points of a line that it passes in these directions.
-inline bool StrokeOutline::isPlain(const StrokePoint& from, const StrokePoint& to) const {
-  // The inner one would turn back on itself.
-  if (to.turn * pen_.halfWidth * pen_.halfWidth > 0.8 * from.length * from.length) return false;
-  if (to.turn > 0.5) return false;
-  // What lies between the outer one and its chord, more than between the line and its own, in a pixel.
-  const double inPixel = std::min(from.length / pen_.pixel, 1.0);
-  if (pixels_ * to.turn * (3 * inPixel + pixels_ * std::sqrt(to.turn)) > 24 * leastArea) return false;
-  // The same where the line turns at one of the ends only.
-  const CGPoint way = to.at - from.at;
-  const double uneven = cross(from.out, way) - cross(way, to.in);
-  return uneven * uneven * pixels_ * inPixel <= 8 * leastArea * from.length * from.length;
-}
-
-// Where each edge has one corner, and these lie opposite each other.
-inline void StrokeOutline::findSide(const StrokePoint& before, StrokePoint& p) {
-  p.side = {};
-  if (!before.isPlain || !p.isPlain) isSmooth_ = false;
-  if (p.in == p.out) {
-    // Inner points of a curve lie a little outside it, so that its chords leave no area out; those of the edge as well.
-    p.side = aside(p.in) * (pen_.halfWidth * (p.corner == Corner::Smooth ? 1 + p.turn * (1.0 / 12) : 1));
+  if (from.out != CGPoint{} && to.in != CGPoint{}) {
+    const CGPoint difference = to.in - from.out;
+    to.turn = dot(difference, difference);
+    from.chordSides = sidesAlongChord(to.turn, dot(way, way), cross(from.out, to.in));
+    if (from.chordSides != None) from.chord = unit(way);
     return;
   }
-  const bool isStraight = before.isPlain && p.isPlain;
-  const bool hasCorner = isGentle(p.in, p.out) || hasMiter(p.in, p.out);
-  if (isStraight && hasCorner && mayCut({p.at, p.in, p.out, std::min(before.length, p.length)}))
-    p.side = cornerOf(p.in, p.out);
-  else isSmooth_ = false;
+  to.turn = 0;
+  from.chord = unit(way);
+  if (from.out == CGPoint{}) from.out = from.chord;
+  if (to.in == CGPoint{}) to.in = from.chord;
+  from.chordSides = from.out == from.chord && to.in == from.chord ? None : Both;
 }
 
-// True if all joins look alike.
-inline bool StrokeOutline::isGentle(CGPoint in, CGPoint out) const {
-  return dot(in, out) > 0.5 && std::abs(cross(in, out)) * pixels_ < leastJoin;
-}
-
-// The tip of a miter is 2 / |both| times half the pen's width away from the corner.
-inline bool StrokeOutline::hasMiter(CGPoint in, CGPoint out) const {
-  const CGPoint both = in + out;
-  return pen_.join == LineJoin::Miter && 2 <= pen_.miterLimit * std::sqrt(dot(both, both));
-}
-
-// True if on its inner side the edges may end where they meet: what is cut off there lies in the pieces of both chords.
-inline bool StrokeOutline::mayCut(const Turn& turn) const {
-  const double reach = std::abs(cross(turn.in, turn.out)) * pen_.halfWidth;
-  return turn.nearest >= reach && turn.nearest * (1 + dot(turn.in, turn.out)) >= reach;
-}
-
-// Where two edges meet, from the point between them.
-inline CGPoint StrokeOutline::cornerOf(CGPoint in, CGPoint out) const {
-  return aside(in + out) * (pen_.halfWidth / (1 + dot(in, out)));
+inline void StrokeOutline::findSide(const StrokePoint& before, StrokePoint& p) {
+  using enum StrokePoint::Sides;
+  const bool isBent = p.chordSides == Both || before.chordSides == Both;
+  const std::optional<CGPoint> side = isBent ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
+  if (!side || p.chordSides != None) isSmooth_ = false;
+  if (!side) return void(p.side = {});
+  // Points inside a curve lie a little outside it, so that its chords leave no area out; those of the edge as well.
+  p.side = p.corner == Corner::Smooth ? *side * (1 + p.turn * (1.0 / 12)) : *side;
 }
 
 void StrokeOutline::addOpen(std::span<const StrokePoint> line) {
   const std::size_t last = line.size() - 1;
-  const StrokePoint &first = line[0], &final = line[last];
-  isNewRing_ = true;
-  putEdge(first.at, -first.out);
-  addCap(first.at, first.out);
-  putEdge(first.at, first.out);
-  goAlong(first, line[1]);
-  for (std::size_t i = 1; i < last; ++i) {
-    pass(line[i - 1], line[i]);
-    goAlong(line[i], line[i + 1]);
-  }
-  putEdge(final.at, final.in);
-  addCap(final.at, -final.in);
-  putEdge(final.at, -final.in);
-  for (std::size_t i = last; --i > 0;) {
-    goBack(line[i], line[i + 1]);
-    passBack(line[i - 1], line[i]);
-  }
-  goBack(first, line[1]);
+  const auto startEnd = [&](const StrokePoint& end, CGPoint inward, CGPoint chord) {
+    addCap(end.at, inward);
+    beginSide();
+    if (chord != CGPoint{}) addBend({end.at, inward, chord, Corner::Smooth});
+  };
+  const auto finishSide = [&](const StrokePoint& end, CGPoint chord, CGPoint outward) {
+    if (chord != CGPoint{}) addBend({end.at, chord, outward, Corner::Smooth});
+    else addSidePoint(end.at + aside(outward) * pen_.halfWidth, outward);
+    isFolded_ = false;
+  };
+  beginRing();
+  using enum StrokePoint::Sides;
+  startEnd(line[0], line[0].out, chordOn(Near, line[0]));
+  for (std::size_t i = 1; i < last; ++i) pass(line[i - 1], line[i]);
+  finishSide(line[last], chordOn(Near, line[last - 1]), line[last].in);
+  startEnd(line[last], -line[last].in, -chordOn(Far, line[last - 1]));
+  for (std::size_t i = last; --i > 0;) passBack(line[i - 1], line[i]);
+  finishSide(line[0], -chordOn(Far, line[0]), -line[0].out);
 }
 
-// Where pieces follow each other all round, and all of them cover a place, each corner that is cut takes one of them away: all but
-// one may.
-void StrokeOutline::keepCovered(std::span<StrokePoint> line) {
-  StrokePoint* corner = nullptr;
-  double reach = 0;  // of what is cut off, from its corner
-  CGPoint low = line[0].at, high = low;
-  for (StrokePoint& p : line) {
-    low = {std::min(low.x, p.at.x), std::min(low.y, p.at.y)};
-    high = {std::max(high.x, p.at.x), std::max(high.y, p.at.y)};
-    if (p.in == p.out) continue;
-    corner = &p;
-    reach = std::max(reach, 2 * pen_.halfWidth / std::sqrt(dot(p.in + p.out, p.in + p.out)));
-  }
-  if (!corner || std::max(high.x - low.x, high.y - low.y) > 2 * reach) return;
-  corner->mayCut = isSmooth_ = false;
-  corner->side = {};
+// With one corner a side at every point.
+void StrokeOutline::addSmoothRings(std::span<const StrokePoint> line) {
+  CGPoint* to = polygons_->addPolygon(line.size());
+  for (const StrokePoint& p : line) *to++ = p.at + p.side;
+  to = polygons_->addPolygon(line.size());
+  for (std::size_t i = line.size(); i-- > 0;) *to++ = line[i].at - line[i].side;
 }
 
-void StrokeOutline::addRings(std::span<StrokePoint> line) {
+void StrokeOutline::addRings(std::span<const StrokePoint> line) {
   const std::size_t count = line.size();
-  keepCovered(line);
-  if (isSmooth_) {
-    CGPoint* to = polygons_->addPolygon(count);
-    for (const StrokePoint& p : line) *to++ = p.at + p.side;
-    to = polygons_->addPolygon(count);
-    for (std::size_t i = count; i-- > 0;) *to++ = line[i].at - line[i].side;
-    return;
-  }
-  const auto next = [&](std::size_t i) -> const StrokePoint& { return line[i + 1 < count ? i + 1 : 0]; };
+  if (isSmooth_ && count > 2) return addSmoothRings(line);
   const auto before = [&](std::size_t i) -> const StrokePoint& { return line[i > 0 ? i - 1 : count - 1]; };
-  isNewRing_ = true;
-  for (std::size_t i = 0; i < count; ++i) {
-    pass(before(i), line[i]);
-    goAlong(line[i], next(i));
+  // A ring begins in the middle of its longest chord, unless its first point is as good: what the ring does at its own start
+  // cannot be cut.
+  std::size_t first = 0;
+  CGPoint start, direction;
+  const auto isStraight = [](const StrokePoint& p) { return p.chordSides == StrokePoint::Sides::None; };
+  const bool startsInChord = line[0].side == CGPoint{} || !isStraight(line[0]) || !isStraight(before(0));
+  if (startsInChord) {
+    double longest = -1;
+    for (std::size_t i = 0; i < count; ++i) {
+      const CGPoint chord = line[i].at - before(i).at;
+      if (const double squares = dot(chord, chord); squares > longest) longest = squares, first = i;
+    }
+    start = (line[first].at + before(first).at) * 0.5;
+    direction = unit(line[first].at - before(first).at);
   }
-  isNewRing_ = true;
-  for (std::size_t i = count; i-- > 0;) {
-    passBack(before(i), line[i]);
-    goBack(before(i), line[i]);
-  }
-}
-
-// Of the shorter chord around a point; 0 if nothing may be cut.
-static double lengthToCut(const StrokePoint& before, const StrokePoint& p) {
-  return before.isPlain && p.isPlain && p.mayCut ? std::min(before.length, p.length) : 0;
+  beginRing();
+  if (startsInChord) putPoint(start + aside(direction) * pen_.halfWidth);
+  for (std::size_t i = first; i < count; ++i) pass(before(i), line[i]);
+  for (std::size_t i = 0; i < first; ++i) pass(before(i), line[i]);
+  finishRing();
+  if (count == 2) return;  // there and back: the one ring is all
+  beginRing();
+  if (startsInChord) putPoint(start - aside(direction) * pen_.halfWidth);
+  for (std::size_t i = first; i-- > 0;) passBack(before(i), line[i]);
+  for (std::size_t i = count; i-- > first;) passBack(before(i), line[i]);
+  finishRing();
 }
 
 inline void StrokeOutline::pass(const StrokePoint& before, const StrokePoint& p) {
-  if (p.side != CGPoint{}) return putPoint(p.at + p.side);
-  addCorner({p.at, p.in, p.out, lengthToCut(before, p)});
+  const CGPoint chordIn = chordOn(StrokePoint::Sides::Near, before), chordOut = chordOn(StrokePoint::Sides::Near, p);
+  if (p.side != CGPoint{} && chordIn == CGPoint{} && chordOut == CGPoint{}) return addSidePoint(p.at + p.side, p.in);
+  goThrough({p.at, chordIn, p.in, p.out, chordOut, p.corner});
 }
 
 inline void StrokeOutline::passBack(const StrokePoint& before, const StrokePoint& p) {
-  if (p.side != CGPoint{}) return putPoint(p.at - p.side);
-  addCorner({p.at, -p.out, -p.in, lengthToCut(before, p)});
+  const CGPoint chordIn = chordOn(StrokePoint::Sides::Far, before), chordOut = chordOn(StrokePoint::Sides::Far, p);
+  if (p.side != CGPoint{} && chordIn == CGPoint{} && chordOut == CGPoint{}) return addSidePoint(p.at - p.side, -p.out);
+  goThrough({p.at, -chordOut, -p.out, -p.in, -chordIn, p.corner});
 }
 
-inline void StrokeOutline::goAlong(const StrokePoint& from, const StrokePoint& to) {
-  if (!from.isPlain) addEdge({from.at, from.out, to.at, to.in});
+// Where the pen follows a chord, it turns between that and the line's own direction without a join.
+void StrokeOutline::goThrough(const Passage& p) {
+  const bool comesByChord = p.chordIn != CGPoint{}, goesByChord = p.chordOut != CGPoint{};
+  if (p.corner == Corner::Smooth)
+    return addBend({.at = p.at,
+                    .in = comesByChord ? p.chordIn : p.in,
+                    .out = goesByChord ? p.chordOut : p.out,
+                    .corner = p.corner,
+                    .isTight = comesByChord || goesByChord});
+  if (comesByChord) addBend({p.at, p.chordIn, p.in, Corner::Smooth});
+  addBend({p.at, p.in, p.out, p.corner});
+  if (goesByChord) addBend({p.at, p.out, p.chordOut, Corner::Smooth});
 }
 
-inline void StrokeOutline::goBack(const StrokePoint& from, const StrokePoint& to) {
-  if (!from.isPlain) addEdge({to.at, -to.in, from.at, -from.out});
+void StrokeOutline::addBend(const Bend& bend) {
+  const CGPoint at = bend.at, in = bend.in, out = bend.out;
+  const bool isInner = cross(in, out) < 0;
+  if (const std::optional<CGPoint> side = sideOf(bend)) {
+    // Small steps back add up to a loop of the wrong winding, which the line's own points keep from coming about.
+    const bool goesBack = isInner && bend.isTight && dot(at + *side - polygons_->lastPoint(), in) < 0;
+    if (!goesBack) return addSidePoint(at + *side, in);
+  }
+  if (isInner) return addInnerBend(bend);
+  // What goes round an outer corner is no part of a fold, before it nor behind, unless it is next to nothing.
+  const double pixels = pen_.halfWidth * pixelsPerLength_;
+  const bool isSeen = dot(in, out) < 0 || cross(in, out) * pixels * pixels > 0.04;
+  const bool bounds = bend.corner == Corner::Sharp && isSeen;
+  if (isFolded_) cutFold(at + aside(in) * pen_.halfWidth);
+  if (bounds) isFolded_ = false;
+  addJoin(bend);
+  if (bounds) beginSide();
 }
 
-void StrokeOutline::addCorner(const Turn& turn) {
-  const bool isInner = cross(turn.in, turn.out) < 0;
-  if (isInner ? mayCut(turn) : isGentle(turn.in, turn.out)) return putPoint(turn.at + cornerOf(turn.in, turn.out));
-  putEdge(turn.at, turn.in);
-  if (isInner) putPoint(turn.at);
-  else if (pen_.join == LineJoin::Round) addArc(turn.at, turn.in, turn.out);
-  else if (hasMiter(turn.in, turn.out)) putPoint(turn.at + cornerOf(turn.in, turn.out));
-  putEdge(turn.at, turn.out);
+// Round an outer corner.
+void StrokeOutline::addJoin(const Bend& bend) {
+  const CGPoint at = bend.at, in = bend.in, out = bend.out;
+  if (bend.corner == Corner::Smooth || pen_.join == LineJoin::Round) {
+    return addArc(at, in, out);
+  }
+  // The tip of a miter lies on both edges, 2 / |both| times half the pen's width from the corner.
+  const CGPoint both = in + out;
+  const double squares = dot(both, both);
+  const bool hasMiter = pen_.join == LineJoin::Miter && 2 <= pen_.miterLimit * std::sqrt(squares);
+  if (hasMiter) return putPoint(at + aside(both) * (2 * pen_.halfWidth / squares));
+  putPoint(at + aside(in) * pen_.halfWidth);
+  putPoint(at + aside(out) * pen_.halfWidth);
 }
 
-// Between the edge's ends in two directions.
-void StrokeOutline::addBend(CGPoint at, CGPoint in, CGPoint out) {
-  if (cross(in, out) < 0) putPoint(at);
-  else addArc(at, in, out);
-}
-
-// Between its ends, where the line bends too much for a straight one. On the inner side of a bend that is enough as long as it
-// does not go backwards, as in one narrower than the pen.
-void StrokeOutline::addEdge(const Edge& edge) {
-  const CGPoint way = edge.to - edge.from, chord = unit(way);
-  const bool isInner = cross(edge.out, chord) <= 0 && cross(chord, edge.in) <= 0;
-  if (isInner && dot(way + (aside(edge.in) - aside(edge.out)) * pen_.halfWidth, way) > 0) return;
-  addBend(edge.from, edge.out, chord);
-  putEdge(edge.from, chord);
-  putEdge(edge.to, chord);
-  addBend(edge.to, chord, edge.in);
+// By the point itself, so that windings stay of one sign even where that cannot be cut off.
+void StrokeOutline::addInnerBend(const Bend& bend) {
+  addSidePoint(bend.at + aside(bend.in) * pen_.halfWidth, bend.in);
+  const bool isSharp = bend.corner == Corner::Sharp;
+  // Between two corners there may be a hole: no cut goes over both.
+  if (isFolded_ && isSharp) {
+    isFolded_ = false;
+    sideStart_ = polygons_->pointCount() - 2;
+  }
+  fold();
+  if (isSharp) hasFoldCorner_ = true;
+  putPoint(bend.at);
+  putPoint(bend.at + aside(bend.out) * pen_.halfWidth);
 }
 
 void StrokeOutline::addArc(CGPoint at, CGPoint in, CGPoint out) {
@@ -225,34 +244,108 @@ void StrokeOutline::addArc(CGPoint at, CGPoint in, CGPoint out) {
   // Back on itself a line turns by half a turn, on whichever side rounding may see it.
   const double turn = std::atan2(std::abs(cross(in, out)), dot(in, out));
   const int inner = int(turn / arcStep_);
+  const double step = turn / (inner + 1);
+  putPoint(at + first);
   for (int i = 1; i <= inner; ++i) {
-    const double angle = turn * i / (inner + 1), c = std::cos(angle), s = std::sin(angle);
+    const double c = std::cos(i * step), s = std::sin(i * step);
     putPoint(at + CGPoint{first.x * c - first.y * s, first.x * s + first.y * c});
   }
+  putPoint(at + aside(out) * pen_.halfWidth);
 }
 
 void StrokeOutline::addCap(CGPoint at, CGPoint inward) {
   if (pen_.cap == LineCap::Round) return addArc(at, -inward, inward);
-  if (pen_.cap == LineCap::Butt) return;
-  const CGPoint end = at - inward * pen_.halfWidth, across = aside(inward) * pen_.halfWidth;
-  putPoint(end - across);
-  putPoint(end + across);
+  const CGPoint end = pen_.cap == LineCap::Square ? at - inward * pen_.halfWidth : at;
+  putPoint(end - aside(inward) * pen_.halfWidth);
+  putPoint(end + aside(inward) * pen_.halfWidth);
 }
 
 void StrokeOutline::addDot(CGPoint at) {
-  isNewRing_ = true;
-  for (const CGPoint direction : {CGPoint{1, 0}, CGPoint{-1, 0}}) {
-    putEdge(at, direction);
-    addArc(at, direction, -direction);
-  }
+  beginRing();
+  addCap(at, {1, 0});
+  addCap(at, {-1, 0});
 }
 
-inline void StrokeOutline::putEdge(CGPoint at, CGPoint direction) { putPoint(at + aside(direction) * pen_.halfWidth); }
+void StrokeOutline::beginRing() {
+  isNewRing_ = true;
+  isFolded_ = false;
+  sideStart_ = ringStart_ = polygons_->pointCount();
+}
+
+void StrokeOutline::finishRing() {
+  // The first side goes on from where the last one ends, which is no meeting.
+  sideStart_ = std::max(sideStart_, ringStart_ + 1);
+  if (isFolded_) cutFold(polygons_->points()[ringStart_]);
+  isFolded_ = false;
+}
+
+void StrokeOutline::beginSide() { sideStart_ = polygons_->pointCount() - 1; }
 
 inline void StrokeOutline::putPoint(CGPoint p) {
   if (isNewRing_) polygons_->moveTo(p);
   else polygons_->lineTo(p);
   isNewRing_ = false;
+}
+
+inline void StrokeOutline::addSidePoint(CGPoint p, CGPoint direction) {
+  const bool goesBack = !isNewRing_ && dot(p - polygons_->lastPoint(), direction) < -leastJoin * pen_.pixel;
+  if (goesBack) fold();
+  else if (isFolded_) cutFold(p);
+  putPoint(p);
+}
+
+void StrokeOutline::fold() {
+  if (isFolded_) return;
+  isFolded_ = true;
+  hasFoldCorner_ = false;
+  sidesBehindFold_ = 0;
+  foldStart_ = polygons_->pointCount() - 1;
+}
+
+// On the way to a point. The two sides of the fold are cut where they meet.
+void StrokeOutline::cutFold(CGPoint to) {
+  const CGPoint from = polygons_->lastPoint(), way = to - from;
+  const std::size_t least = foldStart_ - std::min(foldStart_ - sideStart_, mostSidesOfFold);
+  for (std::size_t end = foldStart_; end > least; --end) {
+    const CGPoint a = polygons_->points()[end - 1], b = polygons_->points()[end];
+    const CGPoint side = b - a, between = from - a;
+    const double turn = cross(side, way);
+    if (!(turn < 0)) continue;  // they meet as the bend turns
+    const double onSide = cross(between, way) / turn, onWay = cross(between, side) / turn;
+    if (onSide < 0 || onSide > 1 || onWay < 0 || onWay > 1) continue;
+    const CGPoint meeting = a + side * onSide, away = meeting - polygons_->points()[foldStart_];
+    // Next to the fold they may meet anywhere, farther on only as near as a fold reaches.
+    const bool isNext = end == foldStart_ && sidesBehindFold_ == 0;
+    if (!isNext && dot(away, away) > 36 * pen_.halfWidth * pen_.halfWidth) continue;
+    if (isHole(end, meeting) || (isNext && !coverCorner(side, way))) break;
+    polygons_->cutTo(end);
+    polygons_->lineTo(meeting);
+    isFolded_ = false;
+    if (hasFoldCorner_) beginSide();
+    return;
+  }
+  if (++sidesBehindFold_ == mostSidesOfFold) isFolded_ = false;
+}
+
+// True if of two sides each goes on so far that the other one's end at the bend between them is covered by its stroke.
+bool StrokeOutline::coverCorner(CGPoint in, CGPoint out) const {
+  const double before = dot(in, in), behind = dot(out, out), lengths = std::sqrt(before * behind);
+  const double sine = std::abs(cross(in, out)), reach = pen_.halfWidth * sine / lengths;
+  const double pixels = pen_.halfWidth * pixelsPerLength_;
+  // The corner of a gentle bend is too small to be seen.
+  if (dot(in, out) > 0 && sine * sine * sine * pixels * pixels < 0.02 * lengths * lengths * lengths) return true;
+  return std::min(before, behind) >= reach * reach;
+}
+
+// True if what lies between a point of the side's and here goes the other way round than a fold: behind it lies nothing.
+bool StrokeOutline::isHole(std::size_t first, CGPoint meeting) const {
+  double area = 0;
+  CGPoint from = meeting;
+  for (const CGPoint& p : polygons_->points().subspan(first)) {
+    area += cross(from - meeting, p - meeting);
+    from = p;
+  }
+  return area < 0;
 }
 
 }  // namespace tessaluna::backend::raster

@@ -1,10 +1,9 @@
-// Makes polygons of lines that a pen is moved along: filled by the non-zero rule they cover what the pen covers.
-//
-// The pen's way is made of pieces that all go the same way round: one for each chord, a wedge on the outer side of each bend, and
-// caps. Their sides add up to one ring or two, which on the inner side of a bend go by the line's own point. So no place has a
-// winding number below zero, and none that a piece covers has zero, however often the line comes near itself.
+// Makes polygons of lines that a pen is moved along: filled by the non-zero rule they cover what the pen covers. They overlap
+// only where the line comes near itself. Behind a corner, and in a bend narrower than the pen, the inner side is cut off where it
+// meets itself, unless the cut would go over two corners, between which there may be a hole.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -18,51 +17,61 @@ class StrokeOutline {
   // What follows goes to these polygons, in the line's space.
   void begin(const Pen& pen, Polygons& polygons);
 
-  // At least two points, all of them apart from the next; the rest of them is completed.
+  // At least two points, all of them apart from the next; their directions are completed.
   void add(std::span<StrokePoint> line, Contour contour);
   // For round ends: a whole pen.
   void addDot(CGPoint at);
 
  private:
-  // One of the pen's edges along a chord, between points where the line has these directions.
-  struct Edge {
-    CGPoint from, out, to, in;
-  };
-  // A turn in a point, from one direction to another, between chords of which the shorter one has this length.
-  struct Turn {
+  // A corner of the side that is being made, for a line that comes in and goes out in these directions.
+  struct Bend {
     CGPoint at, in, out;
-    double nearest = 0;
+    Corner corner;
+    bool isTight = false;  // on the inner side the pen's edge may go back
+  };
+  // How the pen comes to a point and goes on; the chords are zero where it does not follow them.
+  struct Passage {
+    CGPoint at, chordIn, in, out, chordOut;
+    Corner corner;
   };
 
-  void findChord(StrokePoint& from, StrokePoint& to) const;
-  bool isPlain(const StrokePoint& from, const StrokePoint& to) const;
+  void completeDirections(std::span<StrokePoint> line, Contour contour);
+  void completeChord(StrokePoint& from, StrokePoint& to) const;
   void findSide(const StrokePoint& before, StrokePoint& p);
+  StrokePoint::Sides sidesAlongChord(double turn, double squaredLength, double across) const;
+  std::optional<CGPoint> sideOf(const Bend& bend) const;
   void addOpen(std::span<const StrokePoint> line);
-  void addRings(std::span<StrokePoint> line);
-  void keepCovered(std::span<StrokePoint> line);
+  void addSmoothRings(std::span<const StrokePoint> line);
+  void addRings(std::span<const StrokePoint> line);
   void pass(const StrokePoint& before, const StrokePoint& p);
   void passBack(const StrokePoint& before, const StrokePoint& p);
-  void goAlong(const StrokePoint& from, const StrokePoint& to);
-  void goBack(const StrokePoint& from, const StrokePoint& to);
-  void addCorner(const Turn& turn);
-  void addBend(CGPoint at, CGPoint in, CGPoint out);
-  void addEdge(const Edge& edge);
+  void goThrough(const Passage& passage);
+  void addBend(const Bend& bend);
+  void addJoin(const Bend& bend);
+  void addInnerBend(const Bend& bend);
   void addArc(CGPoint at, CGPoint in, CGPoint out);
   void addCap(CGPoint at, CGPoint inward);
-  void putEdge(CGPoint at, CGPoint direction);
-  void putPoint(CGPoint p);
 
-  bool isGentle(CGPoint in, CGPoint out) const;
-  bool hasMiter(CGPoint in, CGPoint out) const;
-  bool mayCut(const Turn& turn) const;
-  CGPoint cornerOf(CGPoint in, CGPoint out) const;
+  void beginRing();
+  void finishRing();
+  void beginSide();  // what was made before is not cut any more
+  void putPoint(CGPoint p);
+  void addSidePoint(CGPoint p, CGPoint direction);
+  void fold();
+  void cutFold(CGPoint to);
+  bool coverCorner(CGPoint in, CGPoint out) const;
+  bool isHole(std::size_t first, CGPoint meeting) const;
 
   Pen pen_;
-  double pixels_ = 1;   // half the pen's width, in device pixels
+  double pixelsPerLength_ = 1;
   double arcStep_ = 1;  // the angle of an arc's chord
   Polygons* polygons_ = nullptr;
   bool isSmooth_ = true;  // the line has one corner a side at every point
   bool isNewRing_ = true;
+  std::size_t ringStart_ = 0, sideStart_ = 0;  // indices of their first points
+  // A fold is what the side does from the point on behind which it first goes back, until it is cut.
+  bool isFolded_ = false, hasFoldCorner_ = false;
+  std::size_t foldStart_ = 0, sidesBehindFold_ = 0;
 };
 
 }  // namespace tessaluna::backend::raster

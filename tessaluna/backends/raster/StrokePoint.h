@@ -34,10 +34,11 @@ struct StrokePoint {
   // The directions, of length 1, in which the line arrives and leaves. Zero until it is known: as the chord goes.
   CGPoint in = {}, out = {};
 
-  // Of use to the outline only. Of the chord to the next point: its length, and whether the pen's edges are as straight.
-  double length = 0;
-  bool isPlain = true;
-  bool mayCut = true;  // the inner edge at this point
+  // Of use to the outline only. On these sides the pen's edge follows the chord to the next point, of this direction, since
+  // the line turns too much between the two.
+  enum class Sides : std::uint8_t { None = 0, Near = 1, Far = 2, Both = 3 };
+  Sides chordSides = Sides::None;
+  CGPoint chord = {};
   // The square of the turn from the point before to this one.
   double turn = 0;
   // From the point to the outline's corner on the near side of the line, that on the far side lies opposite. Zero where one

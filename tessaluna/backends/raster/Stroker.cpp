@@ -9,8 +9,7 @@ namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
 // Of flattened curves, in device pixels.
-constexpr double chordTolerance = 0.0083, dashTolerance = 0.0001;
-constexpr double leastBend = 0.004;  // of half the pen's width times the square of an angle, in device pixels
+constexpr double chordTolerance = 0.0083, areaTolerance = 0.005, dashTolerance = 0.001;
 constexpr double endStep = 2.0 / 3;  // at which no area is lost at a curve's ends either
 // A pattern finer than this, in pixels, and more dashes than this cannot be told from a solid line.
 constexpr double finestPattern = 1.0 / 16;
@@ -66,10 +65,12 @@ bool Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   clearForReuse(piece_);
   outline_.begin(pen_, polygons);
   // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
-  FlattenSettings settings{.visible = reach_, .tolerance = dashTolerance * pen_.pixel, .keepsLengths = true};
+  FlattenSettings settings{
+      .visible = reach_, .tolerance = dashTolerance * pen_.pixel, .reach = pen_.halfWidth, .keepsLengths = true};
   if (dashes_.empty()) {
     settings.keepsLengths = false;
     settings.tolerance = chordTolerance * pen_.pixel;
+    settings.areaTolerance = areaTolerance * pen_.pixel * pen_.pixel;
     settings.endStep = endStep;
   }
   Flattener<Stroker>(settings, *this).add(path, isInDevice ? toDevice : CGAffineTransform{});
@@ -116,16 +117,6 @@ void Stroker::moveTo(CGPoint p) {
 void Stroker::curvePoint(CGPoint p, CGPoint direction) {
   const CGPoint along = unit(direction);
   add({p, Corner::Smooth, along, along});
-}
-
-// Where the line across the pen turns about a point nearer than its end, that point must be known.
-bool Stroker::bendsTooMuch(const Passing& from, const Passing& to) const {
-  const CGPoint way = to.at - from.at;
-  const double squares = dot(from.direction, from.direction) * dot(to.direction, to.direction);
-  const double turn = cross(from.direction, to.direction), reach = pen_.halfWidth;
-  const bool isBack = dot(from.direction, to.direction) <= 0;
-  const double turns = isBack ? squares : turn * turn;
-  return turns * reach * reach > squares * dot(way, way) && turns * reach > leastBend * pen_.pixel * squares;
 }
 
 inline void Stroker::add(const StrokePoint& p) {

@@ -25,7 +25,6 @@ class Stroker {
   void moveTo(CGPoint p);
   void lineTo(CGPoint p, Corner corner) { add({p, corner}); }
   void curvePoint(CGPoint p, CGPoint direction);
-  bool bendsTooMuch(const Passing& from, const Passing& to) const;
   void leave(CGPoint direction) { points_.back().out = unit(direction); }
   void arrive(CGPoint direction) {
     if (!isDouble_) points_.back().in = unit(direction);

@@ -244,29 +244,4 @@ TEST(RasterOverlap, LineThatComesAllButStraightBack) {
     expectStroke(ring({{6.2, 7.3}, {31.4, 28.9}}), {.width = 3, .join = join});
 }
 
-TEST(RasterOverlap, SpikeThatALineGoesAcross) {
-  expectFill(polyline({{24, 9}, {7, 9}, {11, 18}, {20, 26}, {18, 26}, {26, 25}, {14, 21}}), FillRule::NonZero);
-}
-
-TEST(RasterOverlap, TwistedShapesSmallerThanAPixel) {
-  expectFill(ring({{20.6636, 13.2196}, {21.4849, 13.2892}, {19.9252, 13.2054}, {21.0196, 13.1487}, {19.9723, 13.1329}}),
-             FillRule::NonZero);
-  expectFill(ring({{20.2, 13.2}, {20.8, 13.9}, {20.85, 13.3}, {20.15, 13.6}}), FillRule::NonZero);
-}
-
-TEST(RasterOverlap, RingsAllOfWhoseSidesCoverOnePlace) {
-  expectStroke(ring({{21.8722018, 18.8604696}, {26.681511, 13.2542477}, {17.9702865, 11.371778}}),
-               {.width = 4.87588172, .join = LineJoin::Bevel, .miterLimit = 3});
-  expectStroke(ring({{12, 4}, {19, 20}, {9, 12}}), {.width = 5.62870786, .join = LineJoin::Bevel, .miterLimit = 3});
-}
-
-TEST(RasterOverlap, CurveWhoseTipLiesWithinThePensWidth) {
-  Path path;
-  path.moveTo({17.9519691, 26.4437211});
-  path.curveTo({6.19531885, 24.8452536}, {25.4651219, 3.86578383}, {18.6839387, 6.66189595});
-  path.curveTo({23.8288336, 25.0358208}, {8.90086359, 21.128492}, {3.81438594, 20.5277932});
-  path.close();
-  expectStroke(path, {.width = 2.0646053, .join = LineJoin::Bevel, .miterLimit = 3});
-}
-
 }  // namespace tessaluna::backend::raster::test
