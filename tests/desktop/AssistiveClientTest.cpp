@@ -192,7 +192,7 @@ TEST_F(AssistiveClient, HearsOfAButtonThatIsCheckedAndOfOneThatExpands) {
   EXPECT_NE(tree.find("push button \"Details\" checked expanded focusable\n"), tree.npos) << tree;
 }
 
-// Writes down what it is told of.
+// Writes down every notification.
 class LinkListener : public TessalunaUIKit::LinkTextFieldActionTarget, public TessalunaUIKit::ClickableLabelTarget {
  public:
   void linkClicked(std::size_t element, TessalunaUIKit::MultipleLinksTextField&) override {

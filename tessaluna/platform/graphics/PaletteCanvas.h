@@ -1,4 +1,4 @@
-// A canvas above another: it hands on all that it is told, with the colors mapped to an axis. Images are handed on as they
+// A canvas above another: it passes every call on, with the colors mapped to an axis. Images are passed on as they
 // are.
 #pragma once
 

@@ -46,7 +46,7 @@ class TextViewSelection : public TextViewLayout {
   void selectAll(NSObject* sender);
 
   // A click places the caret, a double click selects words, a third all of a field editor or a paragraph; Shift and drags
-  // go on from the anchor, by the same steps. A drag that rests beyond what shows of the text scrolls on.
+  // continue from the anchor, by the same steps. A drag that rests beyond the visible text keeps scrolling.
   bool mouseDownCanMoveWindow() const override { return !isSelectable(); }
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;

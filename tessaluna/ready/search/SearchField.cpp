@@ -14,9 +14,9 @@
 #include "tessaluna/platform/views/NSProgressIndicator.h"
 #include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/ready/parts/CrossButton.h"
 #include "tessaluna/uikit/stylekit/image_factory.h"
 #include "tessaluna/uikit/suggestions/FlatTextFieldCell.h"
-#include "tessaluna/uikit/trackrow/CloseButton.h"
 
 namespace tessaluna::ready {
 
@@ -59,12 +59,6 @@ struct Wheel : NSProgressIndicator {
   bool isAccessibilityElement() const override { return false; }
 };
 
-// A cross that is easier to hit than it is large.
-struct ClearButton : TessalunaUIKit::CloseButton {
-  explicit ClearButton(CGRect frame) : CloseButton(frame) {}
-  void drawRect(CGRect) override { CloseButton::drawRect(NSInsetRect(bounds(), 6, 6)); }
-};
-
 Ref<NSTextField> makeField(CGRect frame) {
   NSCoder coder(R"({"editable": true, "lineBreakMode": "clipping"})");
   const auto cell = make<Cell>(coder);
@@ -103,7 +97,7 @@ void SearchField::didInit() {
   addSubview(field_);
   magnifier_ = besideText<Magnifier>(*this, glyphLeft, glyphSide);
   wheel_ = besideText<Wheel>(*this, glyphLeft, glyphSide);
-  clearButton_ = besideText<ClearButton>(*this, -buttonRight, buttonSide);
+  clearButton_ = besideText<CrossButton>(*this, -buttonRight, buttonSide);
   wheel_->setHidden(true);
   clearButton_->setTarget(shared_from_this());
   clearButton_->setAction("clear:");
@@ -262,7 +256,7 @@ bool SearchField::controlTextViewDoCommandBySelector(NSControl&, NSTextView&, st
   }
   if (selector == "insertNewline:") {
     if (popUp_->selectedRow() != pointedAt_) picked_ = popUp_->selected();
-    // Closed here, so that the action that follows is told from that of a click on a row.
+    // Closed here, so that the action that follows can be distinguished from that of a click on a row.
     close();
     return false;
   }

@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "tessaluna/platform/graphics/NSRect.h"
-#include "tessaluna/uikit/trackrow/CloseButton.h"
+#include "tessaluna/ready/parts/CrossButton.h"
 
 namespace tessaluna::ready {
 
@@ -13,17 +12,7 @@ using TessalunaUIKit::ProgressMonitorView;
 
 const ClassInfo TaskBar::staticClassInfo{.name = "tessaluna.ready.TaskBar", .base = &NSView::staticClassInfo};
 
-namespace {
-
-constexpr CGFloat usualHeight = 20, monitorWidth = 120, crossSide = 20, gap = 8, lineHeight = 16;
-
-// A cross that is easier to hit than it is large.
-struct Cross : TessalunaUIKit::CloseButton {
-  explicit Cross(CGRect frame) : CloseButton(frame) {}
-  void drawRect(CGRect) override { CloseButton::drawRect(NSInsetRect(bounds(), 6, 6)); }
-};
-
-}  // namespace
+static constexpr CGFloat usualHeight = 20, monitorWidth = 120, crossSide = 20, gap = 8, lineHeight = 16;
 
 ShownTask::ShownTask(ShownTask&& other) noexcept
     : bar_(std::exchange(other.bar_, {})), number_(std::exchange(other.number_, 0)) {}
@@ -49,7 +38,7 @@ void TaskBar::didInit() {
   monitor_ = make<ProgressMonitorView>(CGRect{0, 0, monitorWidth, bounds().size.height});
   title_ = NSTextField::labelWithString("");
   title_->setLineBreakMode(NSLineBreakByTruncatingTail);
-  abort_ = make<Cross>(CGRect{0, 0, crossSide, crossSide});
+  abort_ = make<CrossButton>(CGRect{0, 0, crossSide, crossSide});
   abort_->setAction([this] { abortOldest(); });
   addSubview(monitor_);
   addSubview(title_);
@@ -75,7 +64,7 @@ void TaskBar::setPosition(std::uint64_t number, double position) {
   const auto task = tasks_.find(number);
   if (task == tasks_.end()) return;
   const double length = task->second.description.length;
-  // Also takes what is no number for the beginning.
+  // What is not a number is the beginning, too.
   monitor_->setBackgroundTaskProgressPosition(position > 0 ? std::min(position, length) : 0, task->second.key);
 }
 

@@ -24,8 +24,9 @@ class TaskBar;
 
 struct TaskDescription {
   std::string title;
-  double length = 1;              // in a unit that all tasks share
-  std::function<void()> abort{};  // the user asks for it once; without it there is no cross. The task goes on until it ends.
+  double length = 1;  // in a unit that all tasks share
+  std::function<void()>
+      abort{};  // the user asks for it once; without it there is no cross. The task continues until it ends.
 };
 
 // A task that shows until it ends, which it does at the latest when this goes. It may outlive its bar.
