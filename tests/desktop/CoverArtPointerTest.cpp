@@ -44,7 +44,11 @@ class CoverArtPointer : public harness::QtDesktop {
       if (host_->covers()[i].name == name) return i;
     return 0;
   }
-  void click(QPoint place) { xdotool({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1"}); }
+  // Where neither the window nor a panel has the keyboard, the window manager is still giving it to one of them.
+  void click(QPoint place) {
+    EXPECT_TRUE(eventually([&] { return window_.isActiveWindow() || panel(); }));
+    xdotool({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1"});
+  }
   void clickThumbnail(std::string_view name, QPoint place = {50, 50}) { click(widgets_[indexOf(name)]->mapToGlobal(place)); }
   static Ref<CoverArtPanel> panel() {
     for (const Ref<NSWindow>& each : NSApp->windows())

@@ -156,14 +156,16 @@ void CoverArtThumbnailView::closeEnlargedView() {
   if (window()) window()->removeChildWindow(*panel);
   // Intentional: a key panel resigns its status here, which comes back to this operation and asks for a second block.
   panel->close();
+  lostKeyAt_.reset();
   DispatchQueue::main().asyncAfter(closingSeconds, [weak] {
     if (const auto self = weak.lock()) self->coverArtPanel_.reset();
   });
 }
 
 void CoverArtThumbnailView::windowDidResignKey(const Ref<NSNotification>&) {
-  lostKeyAt_ = now();
   closeEnlargedView();
+  // Unless the panel lost it by closing: the next press is a new one then, however soon it comes.
+  lostKeyAt_ = now();
 }
 
 std::vector<std::string> CoverArtThumbnailView::accessibilityActionNames() const {

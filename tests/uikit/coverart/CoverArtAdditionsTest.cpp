@@ -56,6 +56,14 @@ TEST_F(CoverArtAdditionsTest, TheEscapeKeyClosesThePanelAndOtherKeysDoNot) {
   desktop.advance(0.001);
 }
 
+TEST_F(CoverArtAdditionsTest, AClickSoonAfterTheEscapeKeyOpensThePanelAgain) {
+  enlarge(300, 100);
+  user.pressKey("\x1B");
+  desktop.advance(0.01);
+  user.click(*window, {40, 50});
+  EXPECT_NE(panel(), nullptr);
+}
+
 TEST_F(CoverArtAdditionsTest, BothCloseTheEmptySquareAsWell) {
   for (int i = 0; i < 2; ++i) {
     enlarge(300, 100);
