@@ -21,9 +21,9 @@ std::vector<SearchRow> songsLike(const std::string& typed) {
   return rows;
 }
 
-void askElsewhere(SearchField& search) {
-  search.setDelay(0.15);
-  search.setSource([](const SearchQuestion& question) {
+void askElsewhere(const tessaluna::platform::Ref<SearchField>& search) {
+  search->setDelay(0.15);
+  search->setSource([](const SearchQuestion& question) {
     DispatchQueue::main().answer([typed = question.text()] { return songsLike(typed); },
                                  [question](const std::vector<SearchRow>& rows) { question.answer(rows); });
   });
@@ -41,7 +41,7 @@ int main(int argc, char** argv) {
   search->setOnPick([](const SearchRow& row) { std::printf("play %s\n", row.title.c_str()); });
   search->setOnSearch([](const std::string& text) { std::printf("show all for %s\n", text.c_str()); });
   tessaluna::backend::qt::QtViewWidget widget(search);
-  if (argc > 1) askElsewhere(*search);
+  if (argc > 1) askElsewhere(search);
   widget.resize(320, 26);
   widget.show();
   return QApplication::exec();

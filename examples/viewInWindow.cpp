@@ -1,5 +1,6 @@
 // A button of the library in a window of Qt's. Closing the window ends the program.
 #include <QApplication>
+#include <cstdio>
 
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
 
   const auto button = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 48, 48});
   button->setNext(true);
+  button->setAction([] { std::puts("next"); });
   tessaluna::backend::qt::QtViewWidget widget(button);
   widget.resize(48, 48);
   widget.show();
