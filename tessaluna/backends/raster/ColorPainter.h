@@ -32,6 +32,8 @@ class ColorPainter {
                 [inks, kept](std::uint32_t* four, int) { storeFour(over(loadFour(four), inks, kept), four); });
   }
   void evenRows(const PixelRect& box, float winding) {
+    const bool isWhole = isOpaque_ && coverageOf(winding) > fullCoverage;
+    if (isWhole && box.width() < longRun) return fillRows(box);
     for (int y = box.top; y < box.bottom; ++y) even(box.left, y, box.width(), winding);
   }
 
@@ -47,17 +49,18 @@ class ColorPainter {
     std::copy_n(four, count, pixels);
   }
 
+  // Sides upright and on a pixel's edge leave blocks with nothing in them, or all.
   void variedRows(const PixelRect& box, const float* windings) {
     int x = box.left;
-    for (; x + 4 <= box.right; x += 4, windings += 4) {
-      const Short8 share = shareOf(coverageOfFour(windings)), kept = ~highHalf(share, alpha_);
-      const FourInks inks = lessened(inks_, share);
-      for (int y = box.top; y < box.bottom; ++y) {
-        std::uint32_t* const four = bitmap_.row(y) + x;
-        storeFour(over(loadFour(four), inks, kept), four);
-      }
+    for (; x + 4 <= box.right; x += 4, windings += 4) paintRows(x, box, coverageOfFour(windings));
+    if (x == box.right) return;
+    // With some pixels before the last ones, of which nothing is covered.
+    float last[4] = {};
+    if (box.right >= 4) {
+      std::copy_n(windings, box.right - x, last + 4 - (box.right - x));
+      return paintRows(box.right - 4, box, coverageOfFour(last));
     }
-    for (int y = box.top; x < box.right && y < box.bottom; ++y) varied(x, y, box.right - x, windings);
+    for (int y = box.top; y < box.bottom; ++y) varied(x, y, box.right - x, windings);
   }
 
  private:
@@ -65,6 +68,40 @@ class ColorPainter {
     Float4 v;
     std::memcpy(&v, windings, sizeof v);
     return smaller(magnitude(v), splat(1));
+  }
+
+  // Applies paint(pixels) to the pixels from this column on in each row of the box.
+  template <class Paint>
+  void forEachRow(int x, const PixelRect& box, Paint paint) {
+    std::uint32_t* pixels = bitmap_.row(box.top) + x;
+    const std::size_t step = bitmap_.stride() / sizeof *pixels;
+    for (int rows = box.height(); rows > 0; --rows, pixels += step) paint(pixels);
+  }
+
+  // From strip to strip, since runs are too short for a loop in each row. The last strip may overlap the one before it.
+  template <int fours>
+  void fillStrips(const PixelRect& box) {
+    const int p = int(pixel_), width = 4 * fours, last = box.right - width;
+    const Short8 four = halves(Int4{p, p, p, p});
+    for (int left = box.left;; left = std::min(left + width, last)) {
+      forEachRow(left, box, [four](std::uint32_t* pixels) {
+        for (int i = 0; i < fours; ++i) storeFour(four, pixels + 4 * i);
+      });
+      if (left == last) return;
+    }
+  }
+  void fillRows(const PixelRect& box) {
+    if (box.width() >= 16) return fillStrips<4>(box);
+    if (box.width() >= 4) return fillStrips<1>(box);
+    forEachRow(box.left, box, [&](std::uint32_t* pixels) { std::fill_n(pixels, box.width(), pixel_); });
+  }
+
+  void paintRows(int x, const PixelRect& box, Float4 coverage) {
+    if (!isAnySet(coverage > splat(leastCoverage))) return;
+    if (isOpaque_ && !isAnySet(coverage <= splat(fullCoverage))) return fillStrips<1>({x, box.top, x + 4, box.bottom});
+    const Short8 share = shareOf(coverage), kept = ~highHalf(share, alpha_);
+    const FourInks inks = lessened(inks_, share);
+    forEachRow(x, box, [inks, kept](std::uint32_t* four) { storeFour(over(loadFour(four), inks, kept), four); });
   }
 
   void paintFour(std::uint32_t* pixels, Float4 coverage) const {

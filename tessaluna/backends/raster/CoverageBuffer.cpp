@@ -235,13 +235,11 @@ void CoverageBuffer::placePillars() {
       if (pillar.top > row) next = std::min(next, pillar.top);
       if (pillar.bottom > row) next = std::min(next, pillar.bottom);
     }
-    for (; row < next; ++row) {
+    while (row < next) {
       const int first = row;
-      if (isUntouched(row)) {
-        while (row + 1 < next && isUntouched(row + 1)) ++row;
-      }
+      row = std::max(firstTouched(row, next), row + 1);
       addPillars(first);
-      if (row > first) repeats_.push_back({first, row + 1});
+      if (row > first + 1) repeats_.push_back({first, row});
     }
   }
 }
@@ -252,9 +250,21 @@ void CoverageBuffer::addPillars(int row) {
   }
 }
 
-bool CoverageBuffer::isUntouched(int row) {
-  const std::uint64_t* const marks = rowMarks(row);
-  return std::all_of(marks, marks + 3 * words_, [](std::uint64_t word) { return word == 0; });
+// Of these rows, whose marks follow each other, or the end.
+int CoverageBuffer::firstTouched(int row, int end) {
+  const std::uint64_t *const marks = rowMarks(row), *const last = rowMarks(end), *at = marks;
+  const auto two = [&at](int index) {
+    Long2 v;
+    std::memcpy(&v, at + index, sizeof v);
+    return v;
+  };
+  const auto isEmpty = [&two] {
+    const Long2 any = two(0) | two(2) | two(4) | two(6);
+    return (any[0] | any[1]) == 0;
+  };
+  while (last - at >= 8 && isEmpty()) at += 8;
+  while (at < last && *at == 0) ++at;
+  return row + int((at - marks) / (4 * words_));
 }
 
 // From this row on each row of a repeat gets its own sides.

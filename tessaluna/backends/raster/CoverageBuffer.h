@@ -108,7 +108,7 @@ class CoverageBuffer {
   void endPolygon();
   void placePillars();
   void addPillars(int row);
-  bool isUntouched(int row);
+  int firstTouched(int row, int end);
   void writeRepeats(int firstRow);
   void addBeside(double y0, double y1, float direction);
   std::uint64_t* marksOf(const Row& row, float direction) const { return row.marks + (direction > 0 ? words_ : 2 * words_); }

@@ -71,9 +71,9 @@ inline void forEachFour(std::uint32_t* pixels, int count, Paint paint) {
 
 // Most runs are too short for what fills of the library begin with, and a loop that stores once per turn takes twice as
 // long as the stores. For long ones the C library knows the widest stores of the processor.
+inline constexpr int longRun = 128;
 inline void fillPixels(std::uint32_t* pixels, int count, std::uint32_t pixel) {
   if constexpr (sizeof(wchar_t) == sizeof(std::uint32_t)) {
-    constexpr int longRun = 128;
     if (count >= longRun) {
       std::wmemset(reinterpret_cast<wchar_t*>(pixels), wchar_t(pixel), std::size_t(count));
       return;
