@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/ready/parts/Observers.h"
 
 namespace tessaluna::ready {
 
@@ -55,8 +56,8 @@ class TrackModel {
     virtual void rowsDidChange(std::size_t first, std::size_t count) = 0;
     virtual void allDidChange() = 0;
   };
-  void addObserver(Observer& observer) { observers_.push_back(&observer); }
-  void removeObserver(Observer& observer);
+  void addObserver(Observer& observer) { observers_.add(observer); }
+  void removeObserver(Observer& observer) { observers_.remove(observer); }
 
  protected:
   // Each is called when the change has been made; count() and row() know it already.
@@ -67,9 +68,7 @@ class TrackModel {
   void didChangeAll();
 
  private:
-  template <class Call>
-  void tell(Call call);
-  std::vector<Observer*> observers_;
+  Observers<Observer> observers_;
 };
 
 }  // namespace tessaluna::ready

@@ -1,0 +1,233 @@
+#include "tessaluna/ready/sidebar/SideBar.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/keyBindings.h"
+#include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/time/durations.h"
+#include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/ready/sidebar/SideBarSection.h"
+
+namespace tessaluna::ready {
+
+using namespace platform;
+
+const ClassInfo SideBar::staticClassInfo{.name = "tessaluna.ready.SideBar", .base = &NSView::staticClassInfo};
+
+namespace {
+
+using Sections = std::vector<std::shared_ptr<SideBarSection>>;
+
+std::shared_ptr<SideBarSection> sectionNamed(const Sections& sections, std::string_view id) {
+  for (const auto& section : sections) {
+    if (section->id() == id) return section;
+    if (const auto inner = sectionNamed(section->sections(), id)) return inner;
+  }
+  return nullptr;
+}
+
+bool hasItem(const Sections& sections, const std::string& id) {
+  return std::ranges::any_of(sections, [&](const auto& section) {
+    return std::ranges::any_of(section->rows(), [&](const auto& row) { return idOf(row->item()) == id; }) ||
+           hasItem(section->sections(), id);
+  });
+}
+
+bool hasKeyboard(const NSView& view) {
+  const auto* first = view.window() ? dynamic_cast<const NSView*>(view.window()->firstResponder()) : nullptr;
+  return first && first->isDescendantOf(&view);
+}
+
+}  // namespace
+
+// A heading, or an item below it.
+struct SideBar::Place {
+  std::shared_ptr<SideBarSection> section;
+  Ref<SideBarRow> row{};                        // null for a heading
+  std::shared_ptr<SideBarSection> around = {};  // the section that this one is in; null for an outer one
+  Ref<NSView> view() const { return row ? Ref<NSView>(row) : section->heading(); }
+  const std::string& title() const { return row ? row->item().title : section->title(); }
+
+  static void add(const Sections& sections, const std::shared_ptr<SideBarSection>& around, std::vector<Place>& places) {
+    for (const auto& section : sections) {
+      places.push_back({.section = section, .around = around});
+      if (!section->isOpen()) continue;
+      for (const Ref<SideBarRow>& row : section->rows())
+        places.push_back({.section = section, .row = row, .around = around});
+      add(section->sections(), section, places);
+    }
+  }
+};
+
+SideBar::SideBar(std::shared_ptr<SideBarModel> model)
+    : NSView(CGRect{0, 0, 220, 400}),
+      model_(std::move(model)),
+      scrollView_(make<NSScrollView>(CGRect{0, 0, 220, 400})),
+      stack_(make<SideBarStack>(SideBarStack::Kind::Document)),
+      search_(typeSelectInterval) {
+  setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+  scrollView_->setHasVerticalScroller(true);
+  scrollView_->setAutohidesScrollers(true);
+  scrollView_->setDrawsBackground(false);
+  scrollView_->setDocumentView(stack_);
+  addSubview(scrollView_);
+  setName("Side bar");
+}
+
+SideBar::~SideBar() { model_->removeObserver(*this); }
+
+void SideBar::didInit() {
+  NSView::didInit();
+  update();
+  model_->addObserver(*this);
+}
+
+void SideBar::setName(const std::string& name) { accessibilitySetOverrideValue(name, NSAccessibilityDescriptionAttribute); }
+
+std::string SideBar::accessibilityRole() const { return std::string(NSAccessibilityGroupRole); }
+
+void SideBar::layout() {
+  NSView::layout();
+  scrollView_->setFrame(bounds());
+  scrollView_->tile();
+  const CGFloat width = scrollView_->contentView()->bounds().size.width;
+  if (stack_->frame().size.width != width) stack_->setFrameSize({width, stack_->frame().size.height});
+}
+
+// What shows.
+
+void SideBar::sideBarDidChange() {
+  const Ref<NSView> self = refTo<NSView>(*this);
+  update();
+}
+
+void SideBar::update() {
+  const bool hadKeyboard = hasKeyboard(*stack_);
+  const std::vector<Place> before = places();
+  const auto indexBefore = std::ranges::find(before, keyPlace_.lock(), &Place::view) - before.begin();
+  sections_ = sectionsShowing(model_->sections(), sections_, std::dynamic_pointer_cast<SideBar>(shared_from_this()), 0);
+  std::vector<SideBarStack::Entry> entries;
+  for (const auto& section : sections_) entries.push_back({.view = section->view()});
+  stack_->show(std::move(entries));
+  if (selected_ && !hasItem(sections_, *selected_)) selected_ = std::nullopt;
+  showSelection();
+  const std::vector<Place> now = places();
+  if (!hadKeyboard || hasKeyboard(*stack_) || now.empty()) return;
+  // Whoever takes places away with keys continues at the next one.
+  const auto next = std::min(static_cast<std::size_t>(indexBefore), now.size() - 1);
+  window()->makeFirstResponder(now[next].view().get());
+}
+
+std::vector<SideBar::Place> SideBar::places() const {
+  std::vector<Place> places;
+  Place::add(sections_, nullptr, places);
+  return places;
+}
+
+void SideBar::showSelection() {
+  for (const auto& section : sections_) section->setSelected(selected_);
+}
+
+void SideBar::setSelected(std::optional<std::string> id) {
+  if (id && !hasItem(sections_, *id)) id = std::nullopt;
+  if (selected_ == id) return;
+  selected_ = std::move(id);
+  // Tab goes to what is selected, unless the keyboard is here.
+  if (!hasKeyboard(*stack_)) keyPlace_.reset();
+  showSelection();
+}
+
+bool SideBar::isOpen(std::string_view section) const {
+  const auto found = sectionNamed(sections_, section);
+  return found && found->isOpen();
+}
+
+void SideBar::setIsOpen(std::string_view section, bool isOpen) {
+  const auto found = sectionNamed(sections_, section);
+  if (!found || found->isOpen() == isOpen) return;
+  // The keyboard must not stay on what is cut off.
+  const auto* first = window() ? dynamic_cast<const NSView*>(window()->firstResponder()) : nullptr;
+  const bool isInside = first && first->isDescendantOf(found->view().get()) && first != found->heading().get();
+  if (!found->setIsOpen(isOpen, window() && window()->isVisible())) return;
+  if (isInside && !isOpen) window()->makeFirstResponder(found->heading().get());
+}
+
+void SideBar::toggle(SideBarSection& section) { setIsOpen(section.id(), !section.isOpen()); }
+
+// The user chooses.
+
+void SideBar::choose(const SideItem& item) {
+  const Ref<NSView> self = refTo<NSView>(*this);
+  selected_ = idOf(item);
+  showSelection();
+  const auto chosen = chosen_;
+  if (chosen) chosen(item);
+}
+
+// The keyboard.
+
+Ref<NSView> SideBar::keyPlace() const {
+  const std::vector<Place> shown = places();
+  const auto contains = [&](const Ref<NSView>& view) { return std::ranges::find(shown, view, &Place::view) != shown.end(); };
+  if (const Ref<NSView> last = keyPlace_.lock(); last && contains(last)) return last;
+  for (const Place& place : shown)
+    if (place.row && place.row->isSelected()) return place.row;
+  return shown.empty() ? nullptr : shown.front().view();
+}
+
+bool SideBar::isKeyPlace(const NSView& place) const { return keyPlace().get() == &place; }
+
+void SideBar::keyboardCameTo(NSView& place) {
+  keyPlace_ = refTo<NSView>(place);
+  place.scrollRectToVisible(place.bounds());
+}
+
+bool SideBar::handleKey(NSView& view, const NSEvent& event) {
+  const Ref<NSView> self = refTo<NSView>(*this);
+  const std::vector<Place> all = places();
+  const auto found = std::ranges::find_if(all, [&](const Place& place) { return place.view().get() == &view; });
+  if (found == all.end() || !window()) return false;
+  const auto at = static_cast<std::size_t>(found - all.begin());
+  const Place here = *found;
+  const auto goTo = [&](const Ref<NSView>& place) {
+    window()->makeFirstResponder(place.get());
+    return true;
+  };
+  constexpr std::uint32_t shortcuts = NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
+  if (event.modifierFlags() & shortcuts) return false;
+  switch (firstScalar(event.characters())) {
+    case NSUpArrowFunctionKey: return goTo(all[at > 0 ? at - 1 : 0].view());
+    case NSDownArrowFunctionKey: return goTo(all[std::min(at + 1, all.size() - 1)].view());
+    case NSHomeFunctionKey: return goTo(all.front().view());
+    case NSEndFunctionKey: return goTo(all.back().view());
+    case NSLeftArrowFunctionKey:
+      if (here.row) return goTo(here.section->heading());
+      if (here.section->isOpen()) toggle(*here.section);
+      else if (here.around) goTo(here.around->heading());
+      return true;
+    case NSRightArrowFunctionKey:
+      if (!here.row && !here.section->isOpen()) toggle(*here.section);
+      else if (!here.row) goTo(all[std::min(at + 1, all.size() - 1)].view());
+      return true;
+    default: break;
+  }
+  const bool isSpace = event.characters() == " ";
+  if (commandForKey(event) == "insertNewline:" || isSpace) {
+    // A key that is held chooses once.
+    if (event.isARepeat()) return true;
+    if (here.row) here.row->choose();
+    else toggle(*here.section);
+    return true;
+  }
+  if (!search_.takesText(textOfKey(event), event.timestamp())) return false;
+  const auto titleAt = [&](std::size_t i) { return all[i].title(); };
+  if (const std::optional<std::size_t> match = search_.entryAmong(all.size(), titleAt, at)) return goTo(all[*match].view());
+  if (!search_.beganWord()) return true;
+  // No title begins so: a program's shortcut.
+  search_.takeBack();
+  return false;
+}
+
+}  // namespace tessaluna::ready

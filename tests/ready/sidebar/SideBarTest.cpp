@@ -1,0 +1,605 @@
+// A side bar under a virtual user: the pointer, the keyboard, an assistive client, and a model that changes meanwhile.
+#include "tessaluna/ready/sidebar/SideBar.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+#include "tessaluna/platform/accessibility/AccessibleChanges.h"
+#include "tessaluna/platform/accessibility/AccessibleDescription.h"
+#include "tessaluna/platform/accessibility/accessibleTree.h"
+#include "tessaluna/platform/accessibility/attributes.h"
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/layout/NSLayoutConstraint.h"
+#include "tessaluna/platform/views/NSScroller.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tests/harness/StillWorld.h"
+#include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
+
+namespace tessaluna::ready {
+namespace {
+
+using namespace platform;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+class Places : public SideBarModel {
+ public:
+  std::vector<SideSection> sections() const override { return now; }
+  using SideBarModel::didChange;
+
+  std::vector<SideSection> now{
+      {.title = "Library", .items = {{.title = "Albums", .count = 12}, {.title = "Artists"}, {.title = "Songs"}}},
+      {.title = "Playlists",
+       .items = {{.title = "Morning", .id = "list-1"}},
+       .sections = {{.title = "Old", .items = {{.title = "Autumn", .id = "list-2"}}}}},
+  };
+};
+
+constexpr CGFloat width = 200, height = 300, row = 28;
+
+class SideBarTest : public harness::StillWorld {
+ protected:
+  SideBarTest() {
+    NSLayoutConstraint::setConflictHandler([this](const std::string& line) { conflicts.push_back(line); });
+    bar->setOnChoose([this](const SideItem& item) { chosen.push_back(item.title); });
+    bar->setFrame({0, 0, width, height});
+    window->contentView()->addSubview(bar);
+    desktop.settle();
+  }
+  ~SideBarTest() override {
+    EXPECT_THAT(conflicts, IsEmpty());
+    NSLayoutConstraint::setConflictHandler(nullptr);
+  }
+
+  // The element of that name, below the bar.
+  Ref<NSObject> element(const std::string& name) { return elementIn(bar, name); }
+  Ref<NSObject> elementIn(const Ref<NSObject>& from, const std::string& name) {
+    for (const Ref<NSObject>& child : accessibleChildrenOf(from)) {
+      const std::string role = accessibleRoleOf(child);
+      if (accessibleNameOf(child) == name && role != NSAccessibilityListRole) return child;
+      if (const Ref<NSObject> inner = elementIn(child, name)) return inner;
+    }
+    return nullptr;
+  }
+  Ref<NSView> view(const std::string& name) { return std::dynamic_pointer_cast<NSView>(element(name)); }
+  // Of a place, from the top of the window.
+  CGFloat topOf(const std::string& name) {
+    return height - CGRectGetMaxY(view(name)->convertRectToView(view(name)->bounds(), nullptr));
+  }
+  void click(const std::string& name) {
+    user.click(*window, view(name)->convertPointToView({60, row / 2}, nullptr));
+    desktop.advance(1);
+  }
+  void giveKeyboardTo(const std::string& name) { window->makeFirstResponder(view(name).get()); }
+  void press(char32_t key) {
+    user.pressKey(key);
+    desktop.advance(1);
+  }
+  void press(const std::string& key) {
+    user.pressKey(key);
+    desktop.advance(1);
+  }
+  std::string focused() { return accessibleNameOf(focusedElement()); }
+  bool isSelected(const std::string& name) { return accessibleStatesOf(element(name)).contains(AccessibleState::Selected); }
+  // As a client that has asked for all of it.
+  void meetAll(const Ref<NSObject>& from) {
+    accessibilityOf(from)->setAccessibilityCompanion(std::make_unique<AccessibleMemory>(from));
+    for (const Ref<NSObject>& child : accessibleChildrenOf(from)) meetAll(child);
+  }
+  std::vector<std::string> lines() { return accessibleTreeLines(bar); }
+
+  std::vector<std::string> chosen, conflicts;
+  std::shared_ptr<Places> places = std::make_shared<Places>();
+  Ref<SideBar> bar = make<SideBar>(places);
+  Ref<NSWindow> window = showWindow({100, 100, width, height});
+};
+
+TEST_F(SideBarTest, SectionsAreBelowEachOtherWithTheirItems) {
+  EXPECT_EQ(topOf("Library"), 0);
+  EXPECT_EQ(topOf("Albums, 12"), row);
+  EXPECT_EQ(topOf("Songs"), 3 * row);
+  EXPECT_EQ(topOf("Playlists"), 4 * row);
+  EXPECT_EQ(topOf("Morning"), 5 * row);
+  EXPECT_EQ(topOf("Old"), 6 * row);
+  EXPECT_EQ(topOf("Autumn"), 7 * row);
+  EXPECT_EQ(view("Autumn")->bounds().size.width, width);
+}
+
+// Choosing.
+
+TEST_F(SideBarTest, NothingIsSelectedAtTheStart) { EXPECT_EQ(bar->selected(), std::nullopt); }
+
+TEST_F(SideBarTest, AClickChoosesAnItem) {
+  click("Artists");
+  EXPECT_THAT(chosen, ElementsAre("Artists"));
+  EXPECT_EQ(bar->selected(), "Artists");
+}
+
+TEST_F(SideBarTest, AnItemWithAnIdIsSelectedByIt) {
+  click("Autumn");
+  EXPECT_EQ(bar->selected(), "list-2");
+}
+
+TEST_F(SideBarTest, OneItemIsSelectedOverAllSections) {
+  click("Artists");
+  click("Autumn");
+  EXPECT_FALSE(isSelected("Artists"));
+  EXPECT_TRUE(isSelected("Autumn"));
+}
+
+TEST_F(SideBarTest, AReleaseBesideTheItemChoosesNothing) {
+  user.press(*window, view("Artists")->convertPointToView({60, row / 2}, nullptr));
+  user.dragTo({60, height - row / 2});
+  user.release();
+  EXPECT_THAT(chosen, IsEmpty());
+}
+
+TEST_F(SideBarTest, TheSelectedItemCanBeChosenAgain) {
+  click("Artists");
+  click("Artists");
+  EXPECT_THAT(chosen, ElementsAre("Artists", "Artists"));
+}
+
+TEST_F(SideBarTest, TheProgramSelectsWithoutACall) {
+  bar->setSelected("list-1");
+  EXPECT_TRUE(isSelected("Morning"));
+  EXPECT_THAT(chosen, IsEmpty());
+  bar->setSelected(std::nullopt);
+  EXPECT_FALSE(isSelected("Morning"));
+}
+
+TEST_F(SideBarTest, AnUnknownIdSelectsNothing) {
+  bar->setSelected("list-1");
+  bar->setSelected("gone");
+  EXPECT_EQ(bar->selected(), std::nullopt);
+  EXPECT_FALSE(isSelected("Morning"));
+}
+
+TEST_F(SideBarTest, TheBarMayGoWhileAnItemIsChosen) {
+  bar->setOnChoose([this](const SideItem& item) {
+    bar->removeFromSuperview();
+    bar.reset();
+    chosen.push_back(item.title);
+  });
+  click("Artists");
+  EXPECT_THAT(chosen, ElementsAre("Artists"));
+}
+
+// Folding.
+
+TEST_F(SideBarTest, AClickOnAHeadingFoldsItsSectionAndOpensItAgain) {
+  click("Library");
+  EXPECT_FALSE(bar->isOpen("Library"));
+  EXPECT_EQ(topOf("Playlists"), row);
+  click("Library");
+  EXPECT_TRUE(bar->isOpen("Library"));
+  EXPECT_EQ(topOf("Playlists"), 4 * row);
+  EXPECT_THAT(chosen, IsEmpty());
+}
+
+TEST_F(SideBarTest, TheButtonOfAHeadingFoldsItToo) {
+  const CGPoint place = view("Library")->convertPointToView({width - 24, row / 2}, nullptr);
+  user.moveTo(*window, place);
+  user.click(*window, place);
+  desktop.advance(1);
+  EXPECT_FALSE(bar->isOpen("Library"));
+}
+
+TEST_F(SideBarTest, AFoldedSectionFoldsTheSectionsInIt) {
+  click("Playlists");
+  EXPECT_EQ(element("Old"), nullptr);
+  EXPECT_EQ(element("Morning"), nullptr);
+  EXPECT_TRUE(bar->isOpen("Old"));
+  click("Playlists");
+  EXPECT_NE(element("Autumn"), nullptr);
+}
+
+TEST_F(SideBarTest, TheProgramFoldsAndOpens) {
+  bar->setIsOpen("Old", false);
+  desktop.advance(1);
+  EXPECT_FALSE(bar->isOpen("Old"));
+  EXPECT_EQ(element("Autumn"), nullptr);
+  bar->setIsOpen("no such section", false);
+  bar->setIsOpen("Old", true);
+  desktop.advance(1);
+  EXPECT_NE(element("Autumn"), nullptr);
+}
+
+TEST_F(SideBarTest, WithoutAWindowASectionFoldsAtOnce) {
+  const auto other = make<SideBar>(places);
+  other->setIsOpen("Library", false);
+  EXPECT_FALSE(other->isOpen("Library"));
+  EXPECT_EQ(elementIn(other, "Artists"), nullptr);
+}
+
+TEST_F(SideBarTest, FoldingTakesTheKeyboardToTheHeading) {
+  giveKeyboardTo("Autumn");
+  bar->setIsOpen("Playlists", false);
+  EXPECT_EQ(focused(), "Playlists");
+}
+
+// The keyboard.
+
+TEST_F(SideBarTest, ArrowKeysMoveOverHeadingsAndItems) {
+  giveKeyboardTo("Library");
+  std::vector<std::string> stops;
+  for (int i = 0; i < 8; ++i) {
+    press(NSDownArrowFunctionKey);
+    stops.push_back(focused());
+  }
+  EXPECT_THAT(stops, ElementsAre("Albums, 12", "Artists", "Songs", "Playlists", "Morning", "Old", "Autumn", "Autumn"));
+  press(NSUpArrowFunctionKey);
+  EXPECT_EQ(focused(), "Old");
+  press(NSHomeFunctionKey);
+  EXPECT_EQ(focused(), "Library");
+  press(NSUpArrowFunctionKey);
+  EXPECT_EQ(focused(), "Library");
+  press(NSEndFunctionKey);
+  EXPECT_EQ(focused(), "Autumn");
+  EXPECT_THAT(chosen, IsEmpty()) << "the keyboard only moves";
+}
+
+TEST_F(SideBarTest, ArrowKeysPassOverWhatIsFolded) {
+  click("Library");
+  giveKeyboardTo("Library");
+  press(NSDownArrowFunctionKey);
+  EXPECT_EQ(focused(), "Playlists");
+}
+
+TEST_F(SideBarTest, ReturnAndSpaceChooseAnItem) {
+  giveKeyboardTo("Artists");
+  press("\r");
+  press(NSDownArrowFunctionKey);
+  press(" ");
+  EXPECT_THAT(chosen, ElementsAre("Artists", "Songs"));
+}
+
+TEST_F(SideBarTest, AKeyThatIsHeldChoosesOnce) {
+  giveKeyboardTo("Artists");
+  for (const bool isRepeat : {false, true})
+    view("Artists")->keyDown(make<NSEvent>(NSEvent::Fields{
+        .type = NSEventType::KeyDown, .characters = "\r", .charactersIgnoringModifiers = "\r", .isRepeat = isRepeat}));
+  EXPECT_THAT(chosen, ElementsAre("Artists"));
+}
+
+TEST_F(SideBarTest, ReturnAndSpaceFoldAndOpenASection) {
+  giveKeyboardTo("Library");
+  press("\r");
+  EXPECT_FALSE(bar->isOpen("Library"));
+  press(" ");
+  EXPECT_TRUE(bar->isOpen("Library"));
+}
+
+TEST_F(SideBarTest, LeftFoldsAndRightOpens) {
+  giveKeyboardTo("Library");
+  press(NSLeftArrowFunctionKey);
+  EXPECT_FALSE(bar->isOpen("Library"));
+  press(NSLeftArrowFunctionKey);
+  EXPECT_EQ(focused(), "Library");
+  press(NSRightArrowFunctionKey);
+  EXPECT_TRUE(bar->isOpen("Library"));
+  press(NSRightArrowFunctionKey);
+  EXPECT_EQ(focused(), "Albums, 12");
+  press(NSRightArrowFunctionKey);
+  EXPECT_EQ(focused(), "Albums, 12");
+}
+
+TEST_F(SideBarTest, LeftGoesFromAnItemToItsHeadingAndFromAFoldedOneToTheSectionAround) {
+  giveKeyboardTo("Autumn");
+  press(NSLeftArrowFunctionKey);
+  EXPECT_EQ(focused(), "Old");
+  press(NSLeftArrowFunctionKey);
+  EXPECT_FALSE(bar->isOpen("Old"));
+  press(NSLeftArrowFunctionKey);
+  EXPECT_EQ(focused(), "Playlists");
+}
+
+TEST_F(SideBarTest, LettersGoToTheTitleThatBeginsWithThem) {
+  giveKeyboardTo("Library");
+  user.type("ar");
+  EXPECT_EQ(focused(), "Artists");
+  desktop.advance(2);
+  user.type("p");
+  EXPECT_EQ(focused(), "Playlists");
+}
+
+TEST_F(SideBarTest, ShortcutsAreTheProgramsOwn) {
+  giveKeyboardTo("Library");
+  user.pressKey(NSDownArrowFunctionKey, NSEventModifierFlagCommand);
+  EXPECT_EQ(focused(), "Library");
+}
+
+TEST_F(SideBarTest, TabStopsAtTheBarOnceWhereTheKeyboardWas) {
+  const auto before = make<NSTextField>(CGRect{0, 0, 50, 20}), after = make<NSTextField>(CGRect{60, 0, 50, 20});
+  bar->removeFromSuperview();
+  for (const Ref<NSView>& one : std::initializer_list<Ref<NSView>>{before, bar, after})
+    window->contentView()->addSubview(one);
+  const auto isIn = [&](const Ref<NSTextField>& field) {
+    return accessibleRoleOf(focusedElement()) == "AXTextField" && field->currentEditor();
+  };
+  window->makeFirstResponder(before.get());
+  press("\t");
+  EXPECT_EQ(focused(), "Library");
+  press(NSDownArrowFunctionKey);
+  press("\t");
+  EXPECT_TRUE(isIn(after));
+  user.pressKey("\x19", NSEventModifierFlagShift);
+  EXPECT_EQ(focused(), "Albums, 12");
+  user.pressKey("\x19", NSEventModifierFlagShift);
+  EXPECT_TRUE(isIn(before));
+}
+
+TEST_F(SideBarTest, TabGoesToTheSelectedItemFirst) {
+  const auto before = make<NSTextField>(CGRect{0, 0, 50, 20});
+  bar->removeFromSuperview();
+  window->contentView()->addSubview(before);
+  window->contentView()->addSubview(bar);
+  window->makeFirstResponder(before.get());
+  bar->setSelected("list-2");
+  press("\t");
+  EXPECT_EQ(focused(), "Autumn");
+}
+
+TEST_F(SideBarTest, TheFocusRingIsAroundThePlaceWithinTheBar) {
+  giveKeyboardTo("Artists");
+  const CGRect ring = view("Artists")->focusRingMaskBounds();
+  EXPECT_TRUE(NSContainsRect(view("Artists")->bounds(), ring));
+  EXPECT_GT(ring.size.width, width / 2);
+}
+
+// A bar that is higher than its room.
+
+TEST_F(SideBarTest, ThePlaceOfTheKeyboardIsScrolledIntoSight) {
+  bar->setFrame({0, 0, width, 3 * row});
+  desktop.settle();
+  giveKeyboardTo("Library");
+  press(NSEndFunctionKey);
+  EXPECT_EQ(view("Autumn")->visibleRect().size.height, row);
+  EXPECT_EQ(bar->scrollView()->contentView()->bounds().origin.y, 5 * row);
+  press(NSHomeFunctionKey);
+  EXPECT_EQ(bar->scrollView()->contentView()->bounds().origin.y, 0);
+}
+
+TEST_F(SideBarTest, TheScrollBarShowsOnlyWhileItIsNeeded) {
+  EXPECT_TRUE(bar->scrollView()->verticalScroller()->isHidden());
+  bar->setFrame({0, 0, width, 3 * row});
+  desktop.settle();
+  EXPECT_FALSE(bar->scrollView()->verticalScroller()->isHidden());
+  EXPECT_LT(view("Library")->bounds().size.width, width);
+}
+
+TEST_F(SideBarTest, WhatIsScrolledAwayComesBackWhenSectionsFold) {
+  bar->setFrame({0, 0, width, 5 * row});
+  giveKeyboardTo("Library");
+  press(NSEndFunctionKey);
+  bar->setIsOpen("Library", false);
+  desktop.advance(1);
+  EXPECT_EQ(bar->scrollView()->contentView()->bounds().origin.y, 0);
+}
+
+// Changes of the model.
+
+TEST_F(SideBarTest, AnItemThatComesKeepsSelectionAndKeyboard) {
+  click("Artists");
+  giveKeyboardTo("Artists");
+  auto& items = places->now[0].items;
+  items.insert(items.begin(), {.title = "New"});
+  places->didChange();
+  EXPECT_EQ(topOf("New"), row);
+  EXPECT_EQ(topOf("Artists"), 3 * row);
+  EXPECT_TRUE(isSelected("Artists"));
+  EXPECT_EQ(focused(), "Artists");
+}
+
+TEST_F(SideBarTest, AnItemThatGoesTakesItsSelectionAndLeavesTheKeyboardToTheNext) {
+  click("Artists");
+  giveKeyboardTo("Artists");
+  places->now[0].items.erase(places->now[0].items.begin() + 1);
+  places->didChange();
+  EXPECT_EQ(bar->selected(), std::nullopt);
+  EXPECT_EQ(focused(), "Songs");
+}
+
+TEST_F(SideBarTest, ASectionThatIsTakenAwayLeavesNoGap) {
+  places->now.erase(places->now.begin());
+  places->didChange();
+  EXPECT_EQ(element("Library"), nullptr);
+  EXPECT_EQ(topOf("Playlists"), 0);
+  EXPECT_EQ(topOf("Morning"), row);
+}
+
+TEST_F(SideBarTest, ASectionThatIsTakenAwayTakesItsViewsAlong) {
+  const WeakRef<NSView> heading = view("Library");
+  places->now.erase(places->now.begin());
+  places->didChange();
+  desktop.settle();
+  EXPECT_EQ(heading.lock(), nullptr);
+}
+
+TEST_F(SideBarTest, SectionsThatChangePlacesStayFolded) {
+  click("Library");
+  std::swap(places->now[0], places->now[1]);
+  places->didChange();
+  EXPECT_EQ(topOf("Playlists"), 0);
+  EXPECT_EQ(topOf("Library"), 4 * row);
+  EXPECT_FALSE(bar->isOpen("Library"));
+  EXPECT_THAT(lines(), Not(Contains(HasSubstr("Artists"))));
+}
+
+TEST_F(SideBarTest, WhatGrowsWhileItIsFoldedOpensToItsNewHeight) {
+  click("Library");
+  places->now[0].items.push_back({.title = "New"});
+  places->didChange();
+  EXPECT_EQ(topOf("Playlists"), row);
+  click("Library");
+  EXPECT_EQ(topOf("Playlists"), 5 * row);
+}
+
+TEST_F(SideBarTest, AnEmptyBarTakesSectionsLater) {
+  const auto sections = std::exchange(places->now, {});
+  places->didChange();
+  EXPECT_THAT(lines(), ElementsAre(HasSubstr("Side bar")));
+  places->now = sections;
+  places->didChange();
+  EXPECT_EQ(topOf("Autumn"), 7 * row);
+}
+
+TEST_F(SideBarTest, AModelMayOutliveItsBar) {
+  bar->removeFromSuperview();
+  bar.reset();
+  places->didChange();
+}
+
+TEST_F(SideBarTest, AViewOfTheProgramIsInItsSectionAsHighAsItsContent) {
+  const auto text = NSTextField::labelWithString("one line");
+  places->now[0].view = text;
+  places->didChange();
+  desktop.settle();
+  const CGFloat before = topOf("Playlists");
+  EXPECT_GT(before, 4 * row);
+  EXPECT_THAT(lines(), Contains(HasSubstr("one line")));
+  text->setStringValue("one line\nanother\nand one more");
+  desktop.settle();
+  EXPECT_GT(topOf("Playlists"), before + 2);
+}
+
+// What assistive clients see.
+
+TEST_F(SideBarTest, AClientFindsHeadingsAndListsOfItems) {
+  click("Artists");
+  click("Old");
+  window->makeFirstResponder(nullptr);
+  EXPECT_THAT(lines(), ElementsAre("group \"Side bar\" []",  //
+                                   "  disclosure triangle \"Library\" [focusable, expandable, expanded] press, focus",
+                                   "  list \"Library\" []", "    row \"Albums, 12\" [focusable, selectable] press, focus",
+                                   "    row \"Artists\" [focusable, selectable, selected] press, focus",
+                                   "    row \"Songs\" [focusable, selectable] press, focus",
+                                   "  disclosure triangle \"Playlists\" [focusable, expandable, expanded] press, focus",
+                                   "  list \"Playlists\" []",  //
+                                   "    row \"Morning\" [focusable, selectable] press, focus",
+                                   "  disclosure triangle \"Old\" [focusable, expandable] press, focus"));
+}
+
+TEST_F(SideBarTest, AClientPressesItemsAndHeadings) {
+  EXPECT_TRUE(performAccessibleAction(element("Songs"), NSAccessibilityPressAction));
+  EXPECT_THAT(chosen, ElementsAre("Songs"));
+  EXPECT_TRUE(performAccessibleAction(element("Library"), NSAccessibilityPressAction));
+  desktop.advance(1);
+  EXPECT_FALSE(bar->isOpen("Library"));
+}
+
+TEST_F(SideBarTest, AClientGivesAnItemTheKeyboard) {
+  EXPECT_TRUE(performAccessibleAction(element("Songs"), accessibleFocusAction));
+  EXPECT_EQ(focused(), "Songs");
+}
+
+TEST_F(SideBarTest, AClientIsNotifiedOfSelectionFocusAndFolding) {
+  std::vector<std::string> changes;
+  const AccessibleChanges reports({.isListening = [] { return true; },
+                                   .changed = [&](const AccessibleChange& change) { changes.push_back(lineOf(change)); }});
+  meetAll(bar);
+  bar->setSelected("Artists");
+  desktop.advance(1);
+  bar->setSelected("list-2");
+  desktop.advance(1);
+  EXPECT_THAT(changes,
+              ElementsAre("row \"Artists\": selected", "row \"Artists\": not selected", "row \"Autumn\": selected"));
+  changes.clear();
+  giveKeyboardTo("Library");
+  press(NSLeftArrowFunctionKey);
+  EXPECT_THAT(changes,
+              ElementsAre("disclosure triangle \"Library\": focused", "disclosure triangle \"Library\": not expanded"));
+}
+
+TEST_F(SideBarTest, AClientIsNotifiedOfACountThatChanges) {
+  std::vector<std::string> changes;
+  const AccessibleChanges reports({.isListening = [] { return true; },
+                                   .changed = [&](const AccessibleChange& change) { changes.push_back(lineOf(change)); }});
+  meetAll(bar);
+  places->now[0].items[0].count = 13;
+  places->didChange();
+  desktop.advance(1);
+  EXPECT_THAT(changes, ElementsAre(HasSubstr("Albums, 13")));
+}
+
+// What it looks like.
+
+TEST_F(SideBarTest, AnIconIsDrawnInItsTintAndInTheTitlesColorWhileItIsSelected) {
+  std::vector<CGRect> frames;
+  places->now[0].items[0].icon = [&](CGRect frame) {
+    frames.push_back(frame);
+    NSColor::blackColor()->setFill();
+    NSRectFill(frame);
+  };
+  places->now[0].items[0].tint = NSColor::redColor();
+  places->didChange();
+  desktop.settle();
+  const auto draw = [&] {
+    const Ref<NSView> item = view("Albums, 12");
+    return harness::recordingOf([&] { item->displayRectInContext(item->frame(), *NSGraphicsContext::currentContext()); });
+  };
+  const std::string red = R"({"op":"setFillColor","color":[1,0,0,1]})";
+  EXPECT_THAT(draw(), Contains(red));
+  bar->setSelected("Albums");
+  EXPECT_THAT(draw(), Not(Contains(red)));
+  EXPECT_THAT(frames, Each(CGRect{0, 0, 16, 16}));
+}
+
+TEST_F(SideBarTest, TitlesBesideIconsBeginAtOneLine) {
+  const auto titleOf = [&](const std::string& name) {
+    const Ref<NSView> item = view(name);
+    const auto lines = harness::only("concat", harness::recordingOf([&] { item->drawRect(item->bounds()); }));
+    return lines.back();
+  };
+  const std::string before = titleOf("Artists");
+  EXPECT_EQ(before, titleOf("Songs"));
+  places->now[0].items[2].icon = [](CGRect) {};
+  places->didChange();
+  EXPECT_EQ(titleOf("Artists"), titleOf("Songs"));
+  EXPECT_NE(titleOf("Artists"), before);
+  EXPECT_EQ(titleOf("Morning"), before) << "a section without icons";
+}
+
+TEST_F(SideBarTest, OnlyTheSelectedItemHasAGround) {
+  const auto grounds = [&](const std::string& name) {
+    return harness::only("fill", harness::recordingOf([&] { view(name)->drawRect(view(name)->bounds()); })).size();
+  };
+  EXPECT_EQ(grounds("Artists"), 0u);
+  bar->setSelected("Artists");
+  EXPECT_EQ(grounds("Artists"), 1u);
+  EXPECT_EQ(grounds("Songs"), 0u);
+}
+
+TEST_F(SideBarTest, ALongTitleEndsBeforeItsCount) {
+  places->now[0].items[0].title = "A title that has no room beside so many albums as there are";
+  places->didChange();
+  desktop.settle();
+  const auto glyphs = harness::only("glyphs", harness::recordingOf([&] {
+                                      const Ref<NSView> item =
+                                          view(accessibleNameOf(element(places->now[0].items[0].title + ", 12")));
+                                      item->drawRect(item->bounds());
+                                    }));
+  EXPECT_THAT(glyphs, Contains(HasSubstr("[[49,0,0],[50,")));
+  EXPECT_THAT(glyphs, Contains(HasSubstr("[[8230,"))) << "cut with an ellipsis";
+}
+
+TEST_F(SideBarTest, AFoldDrawsTheChevronOfItsHeadingAgain) {
+  nativeOf(*window).forgetPaints();
+  const auto chevron = [&] {
+    return harness::only("stroke", harness::recordingOf([&] { view("Library")->drawRect(view("Library")->bounds()); }));
+  };
+  const auto open = chevron();
+  bar->setIsOpen("Library", false);
+  EXPECT_TRUE(view("Library")->needsDisplay());
+  EXPECT_NE(chevron(), open);
+}
+
+}  // namespace
+}  // namespace tessaluna::ready
