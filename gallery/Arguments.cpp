@@ -34,7 +34,7 @@ std::optional<double> numberIn(std::string_view text) {
 
 std::string_view helpText() {
   return "tessaluna-gallery [option]...\n"
-         "  --page NAME          begin with this page\n"
+         "  --page NAME          begin with this page, without the splash\n"
          "  --list-pages         print the names of the pages\n"
          "  --screenshot FILE    write a picture of the page as a PNG file, and end\n"
          "  --screenshots DIR    write a picture of every page into the folder, and end\n"

@@ -7,6 +7,7 @@ namespace gallery {
 namespace {
 
 constexpr Page table[] = {
+    {"Player", "A small player's window: ready-made hosts over invented music.", makePlayerPage},
     {"Artwork", "Every glyph of the style kit, drawn as vectors at any size.", makeArtworkPage},
     {"Small controls", "Glyph buttons and a status mark, and what they report.", makeSmallControlsPage},
     {"Track list", "Ten thousand tracks, each row with its play, favorite and more controls.", makeTrackListPage},

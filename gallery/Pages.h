@@ -24,6 +24,7 @@ std::span<const Page> pages();
 // Capitals do not count. Absent if there is no page of this name.
 const Page* findPage(std::string_view name);
 
+QWidget* makePlayerPage(Report report);
 QWidget* makeArtworkPage(Report report);
 QWidget* makeSmallControlsPage(Report report);
 QWidget* makeTrackListPage(Report report);

@@ -1,9 +1,11 @@
 #include <QApplication>
 #include <cstdio>
+#include <optional>
 #include <vector>
 
 #include "gallery/Arguments.h"
 #include "gallery/GalleryWindow.h"
+#include "gallery/Opening.h"
 #include "gallery/look.h"
 #include "gallery/screenshots.h"
 #include "tessaluna/backends/qt/QtBackend.h"
@@ -67,8 +69,13 @@ int run(const Arguments& arguments, int argc, char** argv) {
     case Arguments::Task::ListPages:
     case Arguments::Task::ShowHelp: break;
   }
-  window.showPage(page);
-  window.show();
+  std::optional<gallery::Opening> opening;
+  if (arguments.page) {
+    window.showPage(page);
+    window.show();
+  } else {
+    opening.emplace(window, page);
+  }
   return QApplication::exec();
 }
 

@@ -4,14 +4,9 @@
 #include <array>
 #include <cmath>
 
+#include "gallery/startup/splash.h"
 #include "tessaluna/platform/foundation/NSData.h"
 #include "tessaluna/platform/foundation/NSNumber.h"
-#include "tessaluna/platform/graphics/NSBezierPath.h"
-#include "tessaluna/platform/graphics/NSColor.h"
-#include "tessaluna/platform/graphics/NSImage.h"
-#include "tessaluna/platform/interface_files/NSNib.h"
-#include "tessaluna/uikit/interfaceFileClasses.h"
-#include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 namespace gallery {
 
@@ -24,39 +19,12 @@ constexpr double stepSeconds = 0.8;
 constexpr std::array<const char*, 5> steps{"Reading the settings", "Opening the library", "Looking for outputs",
                                            "Connecting to the services", "Ready"};
 
-constexpr std::string_view splashDocument = R"({
-  "owner": {"window": "window", "progressIndicator": "spinner", "appIconView": "icon", "titleLabel": "title",
-            "informativeTextLabel": "information", "currentStepTextLabel": "step"},
-  "objects": [{"id": "window", "class": "NSWindow", "contentRect": [0, 0, 420, 140], "styleMask": 0,
-    "contentView": {"class": "NSView", "subviews": [
-      {"id": "icon", "class": "NSImageView", "frame": [24, 30, 80, 80], "imageScaling": "proportionallyUpOrDown"},
-      {"id": "title", "class": "NSTextField", "frame": [124, 84, 230, 26],
-       "properties": {"bezeled": false, "editable": false, "drawsBackground": false, "font": {"size": 20, "bold": true}}},
-      {"id": "information", "class": "NSTextField", "frame": [124, 58, 270, 20],
-       "properties": {"bezeled": false, "editable": false, "drawsBackground": false}},
-      {"id": "step", "class": "NSTextField", "frame": [124, 30, 270, 20],
-       "properties": {"bezeled": false, "editable": false, "drawsBackground": false, "font": 11}},
-      {"id": "spinner", "class": "NSProgressIndicator", "frame": [372, 86, 24, 24], "style": "spinning"}]}}]})";
-
-// A white record on a tile.
-Ref<NSImage> makeIcon() {
-  return NSImage::imageWithSize({80, 80}, false, [](CGRect frame) {
-    NSColor::colorWithCalibratedRed(0.33, 0.45, 0.76, 1)->setFill();
-    NSBezierPath::bezierPathWithRoundedRect(frame, 16, 16)->fill();
-    TessalunaStyleKit::drawIconAlbum(NSInsetRect(frame, 12, 12));
-    return true;
-  });
-}
-
 std::string nameOf(int task) { return "Task " + std::to_string(task); }
 
 }  // namespace
 
 void StartupHost::didInit() {
   NSObject::didInit();
-  registerInterfaceFileClasses();
-  NSNib::registerDocument("gallery.Splash", splashDocument);
-  if (!NSImage::imageNamed("AppIcon.icns")) NSImage::setImageNamed("AppIcon.icns", makeIcon());
   monitor_ = make<ProgressMonitorView>(CGRect{0, 0, 260, 20});
   taskBar_ = make<tessaluna::ready::TaskBar>(CGRect{0, 0, 360, 20});
 }
@@ -72,10 +40,9 @@ void StartupHost::advance(double seconds) {
 
 void StartupHost::showSplash() {
   if (splash_) splash_->close();
-  splash_ = make<AppSplashController>("gallery.Splash");
+  splash_ = makeSplash();
   splashSeconds_ = 0;
   splash_->showWindow(nullptr);
-  splash_->setTitle("Tessaluna");
   splash_->setInformativeText("A start that only looks like one");
   splash_->setCurrentStepText(steps[0]);
   report("splash " + std::string(steps[0]));

@@ -26,6 +26,18 @@ std::vector<Track> generatedTracks(std::size_t count, std::uint32_t seed) {
   return tracks;
 }
 
+bool precedes(const Track& one, const Track& other, tessaluna::ready::TrackColumn column, bool ascending) {
+  using tessaluna::ready::TrackColumn;
+  const Track& first = ascending ? one : other;
+  const Track& second = ascending ? other : one;
+  switch (column) {
+    case TrackColumn::Title: return first.title < second.title;
+    case TrackColumn::Artists: return first.artists < second.artists;
+    case TrackColumn::Time: return first.seconds < second.seconds;
+  }
+  return false;
+}
+
 std::string artistsText(const Track& track) {
   std::string text;
   for (const std::string& artist : track.artists) text += (text.empty() ? "" : ", ") + artist;

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "tessaluna/ready/tracks/TrackModel.h"
+
 namespace gallery {
 
 struct Track {
@@ -15,6 +17,8 @@ struct Track {
 };
 
 std::vector<Track> generatedTracks(std::size_t count, std::uint32_t seed = 1);
+// Whether one is before the other in a list that is sorted by a column.
+bool precedes(const Track& one, const Track& other, tessaluna::ready::TrackColumn column, bool ascending);
 std::string artistsText(const Track& track);  // "First Artist, Second Artist"
 std::string lengthText(int seconds);          // "3:07"
 

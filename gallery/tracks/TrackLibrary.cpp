@@ -35,17 +35,8 @@ TrackRow TrackLibrary::row(std::size_t index) const {
 }
 
 void TrackLibrary::sortBy(TrackColumn column, bool ascending) {
-  const auto precedes = [&](const Entry& a, const Entry& b) {
-    const Track& one = ascending ? a.track : b.track;
-    const Track& other = ascending ? b.track : a.track;
-    switch (column) {
-      case TrackColumn::Title: return one.title < other.title;
-      case TrackColumn::Artists: return one.artists < other.artists;
-      case TrackColumn::Time: return one.seconds < other.seconds;
-    }
-    return false;
-  };
-  std::stable_sort(entries_.begin(), entries_.end(), precedes);
+  std::ranges::stable_sort(entries_,
+                           [&](const Entry& a, const Entry& b) { return precedes(a.track, b.track, column, ascending); });
   didChangeAll();
 }
 

@@ -12,5 +12,8 @@ namespace gallery {
 std::vector<QByteArray> coverFilesOfTracks();
 // The same as images. Empty without a Qt program.
 std::vector<tessaluna::platform::Ref<tessaluna::platform::NSImage>> coverPictures();
+// One of them with as many pixels as an enlarged cover has. Null without a Qt program.
+inline constexpr int largeCoverPixels = 640;
+tessaluna::platform::Ref<tessaluna::platform::NSImage> largeCoverPicture(std::size_t number);
 
 }  // namespace gallery

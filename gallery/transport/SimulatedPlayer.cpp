@@ -48,6 +48,12 @@ void SimulatedPlayer::skipTo(std::size_t song) {
   loadFrom(0);
 }
 
+void SimulatedPlayer::setSongs(std::vector<Song> songs, std::size_t playing) {
+  songs_ = std::move(songs);
+  songIndex_ = buffers_[playing_].song = playing;
+  buffers_[1 - playing_] = {.song = playing};
+}
+
 void SimulatedPlayer::seek(double seconds) {
   loadFrom(static_cast<std::uint64_t>(std::max(seconds, 0.0) * song().framesPerSecond));
 }

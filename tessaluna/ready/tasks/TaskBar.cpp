@@ -35,7 +35,7 @@ void ShownTask::end() {
 
 void TaskBar::didInit() {
   NSView::didInit();
-  monitor_ = make<ProgressMonitorView>(CGRect{0, 0, monitorWidth, bounds().size.height});
+  monitor_ = make<ProgressMonitorView>(CGRect{0, 0, monitorWidth, usualHeight});
   title_ = NSTextField::labelWithString("");
   title_->setLineBreakMode(NSLineBreakByTruncatingTail);
   abort_ = make<CrossButton>(CGRect{0, 0, crossSide, crossSide});
@@ -107,7 +107,7 @@ CGSize TaskBar::intrinsicContentSize() const { return {noIntrinsicMetric, usualH
 
 void TaskBar::resizeSubviewsWithOldSize(CGSize) { place(); }
 
-// The monitor keeps the width that its parts were placed in.
+// The monitor keeps the size that its parts were placed in.
 void TaskBar::place() {
   const CGSize size = bounds().size;
   monitor_->setFrameOrigin({0, (size.height - monitor_->frame().size.height) / 2});

@@ -55,6 +55,7 @@ void TransportBar::didInit() {
     if (seek) seek(slider_->requestedTime());
   });
   title_ = NSTextField::labelWithString("");
+  title_->setLineBreakMode(NSLineBreakByTruncatingTail);
   elapsed_ = NSTextField::labelWithString("");
   length_ = NSTextField::labelWithString("");
   elapsed_->setAlignment(NSTextAlignmentRight);

@@ -77,3 +77,13 @@ TEST_F(SimulatedPlayerTest, SkippingGoesRoundAtTheEnds) {
   EXPECT_EQ(player.songIndex(), 0u);
   EXPECT_EQ(player.position(), 0);
 }
+
+TEST_F(SimulatedPlayerTest, AnotherListLeavesTheSongPlaying) {
+  player.advance(20);
+  player.setSongs({{"Third", 30, 1000}, {"First", 100, 1000}, {"Fourth", 40, 1000}}, 1);
+  EXPECT_EQ(player.song().title, "First");
+  EXPECT_NEAR(player.position(), 20, 0.1);
+  EXPECT_FALSE(player.isSeeking());
+  player.advance(81);
+  EXPECT_EQ(player.song().title, "Fourth");
+}

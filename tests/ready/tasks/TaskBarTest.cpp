@@ -47,6 +47,13 @@ TEST_F(TaskBarTest, IsHiddenWhileThereAreNoTasks) {
   EXPECT_TRUE(bar->isHidden());
 }
 
+TEST_F(TaskBarTest, ABarThatGetsItsPlaceLaterShowsHowFarTasksAre) {
+  const auto later = make<TaskBar>(CGRect{});
+  later->setFrame({0, 0, 320, 20});
+  EXPECT_EQ(later->subviews().front()->frame(), bar->subviews().front()->frame());
+  EXPECT_EQ(later->subviews().front()->subviews().front()->frame(), bar->subviews().front()->subviews().front()->frame());
+}
+
 TEST_F(TaskBarTest, SaysHowFarAllTasksAre) {
   ShownTask scan = bar->begin({.title = "Scan", .length = 100}), copy = bar->begin({.title = "Copy", .length = 300});
   scan.setPosition(100);

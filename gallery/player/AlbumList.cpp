@@ -1,0 +1,48 @@
+#include "gallery/player/AlbumList.h"
+
+#include <algorithm>
+
+namespace gallery {
+
+using tessaluna::ready::Playback;
+using tessaluna::ready::TrackColumn;
+using tessaluna::ready::TrackRow;
+
+void AlbumList::showAlbumsOf(const SongNumbers& songs) {
+  albums_.clear();
+  std::vector<bool> isThere(library_->albums().size());
+  for (const std::size_t song : songs) {
+    const std::size_t album = library_->songs()[song].album;
+    if (!isThere[album]) albums_.push_back(album);
+    isThere[album] = true;
+  }
+  didChangeAll();
+}
+
+Track AlbumList::asTrack(std::size_t album) const {
+  const Album& shown = library_->albums()[album];
+  return {.title = shown.title,
+          .artists = {shown.artist},
+          .seconds = shown.seconds,
+          .isFavorite = library_->isFavoriteAlbum(album)};
+}
+
+TrackRow AlbumList::row(std::size_t index) const {
+  const Track track = asTrack(albums_[index]);
+  const std::optional<std::size_t> song = player_->song();
+  const bool isCurrent = song && library_->songs()[*song].album == albums_[index];
+  return {.title = track.title,
+          .artists = track.artists,
+          .seconds = track.seconds,
+          .cover = library_->cover(albums_[index]),
+          .isFavorite = track.isFavorite,
+          .playback = isCurrent ? player_->playbackOf(*song) : Playback::None};
+}
+
+void AlbumList::sortBy(TrackColumn column, bool ascending) {
+  std::ranges::stable_sort(
+      albums_, [&](std::size_t a, std::size_t b) { return precedes(asTrack(a), asTrack(b), column, ascending); });
+  didChangeAll();
+}
+
+}  // namespace gallery

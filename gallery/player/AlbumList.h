@@ -1,0 +1,33 @@
+// The albums of some songs, as rows of a table: a row plays while one of the album's songs does, and is a favorite when all of
+// them are.
+#pragma once
+
+#include "gallery/player/MusicPlayer.h"
+
+namespace gallery {
+
+class AlbumList : public tessaluna::ready::TrackModel {
+ public:
+  AlbumList(std::shared_ptr<MusicLibrary> library, std::shared_ptr<MusicPlayer> player)
+      : library_(std::move(library)), player_(std::move(player)) {}
+
+  std::size_t albumAt(std::size_t index) const { return albums_[index]; }
+  // Each album once, in the order of its first song.
+  void showAlbumsOf(const SongNumbers& songs);
+  void albumsDidChange() { didChangeRows(0, albums_.size()); }
+
+  std::size_t count() const override { return albums_.size(); }
+  tessaluna::ready::TrackRow row(std::size_t index) const override;
+  std::uint64_t identityOf(std::size_t index) const override { return albums_[index] + 1; }
+  bool isSortable() const override { return true; }
+  void sortBy(tessaluna::ready::TrackColumn column, bool ascending) override;
+
+ private:
+  Track asTrack(std::size_t album) const;
+
+  const std::shared_ptr<MusicLibrary> library_;
+  const std::shared_ptr<MusicPlayer> player_;
+  std::vector<std::size_t> albums_;
+};
+
+}  // namespace gallery

@@ -1,0 +1,46 @@
+// The places of the player's library: all music, favorites and playlists. A collection may also be what somebody searched for,
+// an artist or an album.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "gallery/player/MusicLibrary.h"
+
+namespace gallery {
+
+struct Collection {
+  std::string title;
+  std::function<SongNumbers()> songs;  // as they are at the moment
+};
+
+struct CollectionSection {
+  std::string title;
+  std::vector<Collection> collections{};
+};
+
+class Collections {
+ public:
+  explicit Collections(std::shared_ptr<const MusicLibrary> library);
+
+  const std::vector<CollectionSection>& sections() const { return sections_; }
+  const Collection& allMusic() const { return sections_.front().collections.front(); }
+  // Null if none has this title.
+  const Collection* find(std::string_view title) const;
+
+  // These are in no section.
+  Collection ofArtist(const std::string& artist) const;
+  Collection ofAlbum(std::size_t album) const;
+
+  // "24 tracks, 1 h 32 min"
+  std::string noteOn(const SongNumbers& songs) const;
+
+ private:
+  std::shared_ptr<const MusicLibrary> library_;
+  std::vector<CollectionSection> sections_;
+};
+
+}  // namespace gallery

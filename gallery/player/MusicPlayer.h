@@ -1,0 +1,60 @@
+// What plays: a queue of a library's songs over a simulated player, which makes no sound. Time passes only by advance.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "gallery/player/MusicLibrary.h"
+#include "gallery/transport/SimulatedPlayer.h"
+#include "tessaluna/ready/tracks/TrackModel.h"
+#include "tessaluna/ready/transport/TransportBar.h"
+
+namespace gallery {
+
+class MusicPlayer {
+ public:
+  explicit MusicPlayer(std::shared_ptr<MusicLibrary> library) : library_(std::move(library)) {}
+
+  // Calls when another song plays, or when it begins or ceases to play; the queue is as it will be by then.
+  void setOnChange(std::function<void()> changed) { changed_ = std::move(changed); }
+  // These songs become the queue, and the one at that place plays. An empty list changes nothing.
+  void play(SongNumbers songs, std::size_t place);
+  // A song of the queue.
+  void playAt(std::size_t place);
+  // They come after the song that plays, or begin to play where none does.
+  void playNext(const SongNumbers& songs);
+  void pause();
+  void playOrPause();
+  void next();
+  // To the beginning of the song, and from there to the one before.
+  void previous();
+  void seek(double seconds);
+  // Shuffled, the songs after the current one come in another order; otherwise they come in their own.
+  void setShuffled(bool isShuffled);
+  // Otherwise it pauses at the end of the queue.
+  void setRepeated(bool isRepeated) { isRepeated_ = isRepeated; }
+  void setVolume(double volume) { volume_ = volume; }
+
+  void advance(double seconds);
+
+  const SongNumbers& queue() const { return queue_; }
+  std::optional<std::size_t> place() const;  // in the queue; absent while that is empty
+  std::optional<std::size_t> song() const;
+  bool isPlaying() const { return player_ && player_->isPlaying(); }
+  tessaluna::ready::Playback playbackOf(std::size_t song) const;
+  tessaluna::ready::TransportState state() const;
+
+ private:
+  std::vector<SimulatedPlayer::Song> songsOfQueue() const;
+  void setQueue(SongNumbers queue, std::size_t place);
+  void setPlaying(bool isPlaying);
+
+  const std::shared_ptr<MusicLibrary> library_;
+  std::optional<SimulatedPlayer> player_;
+  SongNumbers queue_, ordered_;  // as it plays, and as it was before it was shuffled
+  std::function<void()> changed_;
+  double volume_ = 0.8;
+  bool isShuffled_ = false, isRepeated_ = false;
+};
+
+}  // namespace gallery

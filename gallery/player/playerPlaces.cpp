@@ -1,0 +1,94 @@
+#include "gallery/player/playerPlaces.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace gallery {
+
+using namespace tessaluna::platform;
+
+namespace {
+
+constexpr CGFloat margin = 16, gap = 12;
+constexpr CGFloat topHeight = 56, fieldHeight = 26, arrowWidth = 26, maxSearch = 300, maxTasks = 340, leastSearch = 160,
+                  leastTasks = 250, taskHeight = 20;
+constexpr CGFloat leastWithSide = 560, leastSide = 176, maxSide = 232, shareOfSide = 0.22;
+constexpr CGFloat leastSideBar = 190, leastCover = 72, smallCover = 52;
+constexpr CGFloat headingHeight = 60, titleHeight = 26, noteHeight = 18, tabsWidth = 276, tabsHeight = 34, leastTitle = 250,
+                  placesWidth = 132;
+constexpr CGFloat footHeight = 76, transportHeight = 52;
+
+CGRect rect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
+  return {x, y, std::max<CGFloat>(width, 0), std::max<CGFloat>(height, 0)};
+}
+
+}  // namespace
+
+PlayerPlaces playerPlaces(CGSize size, TaskLine taskLine) {
+  PlayerPlaces places;
+  const CGFloat width = size.width;
+  const bool hasSide = width >= leastWithSide;
+  const CGFloat sideWidth = hasSide ? std::clamp(std::floor(width * shareOfSide), leastSide, maxSide) : 0;
+
+  // The top: arrows over the side, the field where the list begins, tasks at the right or, without room, above the transport.
+  places.top = rect(0, 0, width, topHeight);
+  const CGFloat fieldY = (topHeight - fieldHeight) / 2;
+  places.back = rect(margin - 4, fieldY, arrowWidth, fieldHeight);
+  places.forward = rect(CGRectGetMaxX(places.back) + 2, fieldY, arrowWidth, fieldHeight);
+  const CGFloat searchX = hasSide ? sideWidth + margin : CGRectGetMaxX(places.forward) + gap;
+  const CGFloat topRoom = width - margin - searchX;
+  const bool hasTasksInTop = topRoom >= leastSearch + 2 * gap + leastTasks;
+  places.search =
+      rect(searchX, fieldY, std::min(hasTasksInTop ? topRoom - 2 * gap - leastTasks : topRoom, maxSearch), fieldHeight);
+  const bool hasTasksInFoot = !hasTasksInTop && taskLine == TaskLine::Shown;
+  if (hasTasksInTop) {
+    const CGFloat room = topRoom - places.search.size.width - 2 * gap, tasksWidth = std::min(room, maxTasks);
+    places.tasks = rect(width - margin - tasksWidth, (topHeight - taskHeight) / 2, tasksWidth, taskHeight);
+  }
+
+  const CGFloat foot = footHeight + (hasTasksInFoot ? taskHeight + gap : 0);
+  const CGFloat bodyHeight = size.height - topHeight - foot;
+  places.foot = rect(0, size.height - foot, width, foot);
+  places.transport =
+      rect(margin, size.height - footHeight + (footHeight - transportHeight) / 2, width - 2 * margin, transportHeight);
+  if (hasTasksInFoot)
+    places.tasks = rect(margin, places.foot.origin.y + gap, std::min(width - 2 * margin, maxTasks), taskHeight);
+
+  // The side: the cover of what plays, as large as the side bar leaves it room.
+  places.side = rect(0, topHeight, sideWidth, bodyHeight);
+  CGFloat y = topHeight + margin;
+  if (hasSide) {
+    const CGFloat cover = std::min(sideWidth - 2 * margin, bodyHeight - leastSideBar - 2 * margin);
+    if (cover >= leastCover) {
+      places.cover = rect(margin, y, cover, cover);
+      y += cover + gap;
+    }
+    places.sideBar = rect(0, y, sideWidth, size.height - foot - y);
+  }
+
+  // The middle: a heading with tabs beside it, or below it where that is too narrow, and the list.
+  places.middle = rect(sideWidth, topHeight, width - sideWidth, bodyHeight);
+  CGFloat left = sideWidth + margin;
+  const CGFloat right = width - margin;
+  const bool hasTabsBeside = right - left >= leastTitle + gap + tabsWidth;
+  y = topHeight + 10;
+  if (!hasSide) {
+    places.cover = rect(left, y + 4, smallCover, smallCover);
+    left += smallCover + gap;
+    places.places = rect(right - placesWidth, y + 14, placesWidth, fieldHeight);
+  }
+  const CGFloat titleRight = hasTabsBeside ? right - tabsWidth - gap : hasSide ? right : places.places.origin.x - gap;
+  places.title = rect(left, y + 6, titleRight - left, titleHeight);
+  places.note = rect(left, y + 6 + titleHeight, titleRight - left, noteHeight);
+  CGFloat listTop = topHeight + headingHeight + 10;
+  if (hasTabsBeside) {
+    places.tabs = rect(right - tabsWidth, listTop - tabsHeight - 6, tabsWidth, tabsHeight);
+  } else {
+    places.tabs = rect(sideWidth + margin, listTop, std::min(right - sideWidth - margin, tabsWidth), tabsHeight);
+    listTop += tabsHeight + 8;
+  }
+  places.list = rect(sideWidth, listTop, width - sideWidth, size.height - foot - listTop);
+  return places;
+}
+
+}  // namespace gallery
