@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Prints a header or a page as doxygen wants to read it: filter.py FILE
 
-The project's headers have plain comments: what is said before a declaration, or behind it on its line, is its contract, and the
-comment at the head of a file is about the class that the file is named after, or about the file. In pages, headings that links of
-the page lead to get the names that the links use.
+The project's headers have plain comments: what is said before a declaration, or after it on its line, is its contract, and the
+comment at the head of a file is about the class that the file is named after, or about the file. In pages, headings get names that
+are unique in the site, and links and pictures lead to where they are there.
 """
 import os
 import re
@@ -55,8 +55,8 @@ def filtered(lines, name):
         if pending and line.strip():
             result += block(pending)
         pending = []
-        before, mark, behind = line.partition("  // ")
-        result.append(f"{before}  ///< {text(behind)}" if mark and before.strip() and before.rstrip()[-1] in ";,{}" else line)
+        before, mark, after = line.partition("  // ")
+        result.append(f"{before}  ///< {text(after)}" if mark and before.strip() and before.rstrip()[-1] in ";,{}" else line)
     return result
 
 
@@ -64,17 +64,40 @@ def anchor(heading):
     return re.sub(r"[^\w -]", "", heading.strip().lower()).replace(" ", "-")
 
 
-def page(lines):
-    wanted = set(re.findall(r"\]\(#([^)]+)\)", "\n".join(lines)))
-    return [f"{line} {{#{anchor(line.lstrip('#'))}}}" if line.startswith("#") and anchor(line.lstrip("#")) in wanted else line
-            for line in lines]
+def label(name, heading):
+    """What a heading of a page is called, which no other page's heading is."""
+    return f"{name.lower()}-{anchor(heading)}"
+
+
+def link(match, name):
+    """A link or picture of a page as it is in the site, where all pages are in one folder and docs/images, examples and tools are below."""
+    mark, words, target = match.groups()
+    path, _, heading = target.partition("#")
+    path = re.sub(r"^(\.\./|docs/)+", "", path)
+    if mark:
+        return f'<img src="{path}" alt="{words}" style="max-width: 100%"/>'
+    if heading:
+        return f"[{words}](@ref {label(os.path.splitext(os.path.basename(path))[0] or name, heading)})"
+    return f'<a href="{path}">{words}</a>' if path.startswith(("examples/", "tools/")) else match[0]
+
+
+def page(lines, name):
+    result, is_code = [], False
+    for line in lines:
+        is_code ^= line.startswith("```")
+        if not is_code:
+            line = re.sub(r"(!?)\[([^]]*)\]\(([^)\s:]+)\)", lambda match: link(match, name), line)
+            if line.startswith("##"):
+                line = f"{line} {{#{label(name, line.lstrip('#'))}}}"
+        result.append(line)
+    return result
 
 
 def main():
     with open(sys.argv[1], encoding="utf-8") as file:
         lines = file.read().splitlines()
     name, ending = os.path.splitext(os.path.basename(sys.argv[1]))
-    print("\n".join(page(lines) if ending == ".md" else filtered(lines, name)))
+    print("\n".join(page(lines, name) if ending == ".md" else filtered(lines, name)))
 
 
 if __name__ == "__main__":

@@ -36,9 +36,27 @@ class Filter(unittest.TestCase):
         self.assertEqual(self.header("#pragma once\n// Use:\n//   go<1>();\n// Then stop.\nint a();"),
                          "#pragma once\n/// Use:\n/// @code{.cpp}\n/// go<1>();\n/// @endcode\n/// Then stop.\nint a();")
 
-    def test_headings_that_a_page_links_to_get_those_names(self):
-        self.assertEqual(site_filter.page(["See [there](#how-exact).", "## How exact", "## Else"]),
-                         ["See [there](#how-exact).", "## How exact {#how-exact}", "## Else"])
+    def page(self, *lines):
+        return site_filter.page(lines, "glyphs")
+
+    def test_headings_below_the_first_get_names_that_no_other_page_has(self):
+        self.assertEqual(self.page("# Glyphs", "## How exact?"), ["# Glyphs", "## How exact? {#glyphs-how-exact}"])
+
+    def test_links_to_headings_lead_to_those_names(self):
+        self.assertEqual(self.page("See [there](#how-exact), [then](docs/ready.md#a-bar)."),
+                         ["See [there](@ref glyphs-how-exact), [then](@ref ready-a-bar)."])
+
+    def test_pictures_of_one_name_in_two_folders_stay_apart(self):
+        self.assertEqual(self.page("![Dark](images/dark/a.png)![Light](docs/images/a.png)"),
+                         ['<img src="images/dark/a.png" alt="Dark" style="max-width: 100%"/><img src="images/a.png" alt="Light" style="max-width: 100%"/>'])
+
+    def test_examples_and_tools_are_files_of_the_site(self):
+        self.assertEqual(self.page("[all](../examples/a.cpp) [kit](../tools/k.md)"),
+                         ['<a href="examples/a.cpp">all</a> <a href="tools/k.md">kit</a>'])
+
+    def test_pages_other_hosts_and_code_are_left_alone(self):
+        lines = ["[page](ready.md) [web](https://example.org/x#y)", "```", "## [a](../examples/b)", "```"]
+        self.assertEqual(self.page(*lines), lines)
 
 
 if __name__ == "__main__":
