@@ -1,5 +1,6 @@
 #include "tessaluna/backends/raster/ImageSampler.h"
 
+#include <bit>
 #include <cmath>
 
 namespace tessaluna::backend::raster {
@@ -30,6 +31,10 @@ Short8 load(const void* from) {
   return eight;
 }
 
+void store(Short8 eight, void* to) { std::memcpy(to, &eight, sizeof eight); }
+
+Short8 twoTexels(const std::uint64_t* channels) { return load(channels); }
+
 Short8 lowerHalves(Short8 a, Short8 b) { return __builtin_shufflevector(a, b, 0, 1, 2, 3, 8, 9, 10, 11); }
 Short8 upperHalves(Short8 a, Short8 b) { return __builtin_shufflevector(a, b, 4, 5, 6, 7, 12, 13, 14, 15); }
 
@@ -59,7 +64,7 @@ bool ImageSampler::begin(const ImagePixels& image, CGRect source, const CGAffine
                        .end = last.y,
                        .low = box.top,
                        .high = box.bottom,
-                       .copies = 8});
+                       .copies = 1});
 }
 
 bool ImageSampler::findOpaque(CGRect source) {
@@ -95,13 +100,19 @@ bool ImageSampler::beginUpright(const ResampledAxis::Style& across, const Resamp
   across_.begin(across);
   down_.begin(down);
   columns_ = across.high - across.low;
-  sourceRows_.assign(std::size_t(down_.taps()), -1);
-  tapRows_.resize(std::size_t(down_.taps()));
+  averagesRows_ = down_.taps() > 2;
+  std::fill_n(rowsMadeFrom_, 2, -1);
   // Columns are worked on in pairs and read in fours.
-  const bool hasRows = rows_.prepare(std::size_t(down_.taps()) * std::size_t(columns_ + 4)) != nullptr;
+  const bool hasRows = rows_.prepare(2 * std::size_t(columns_ + 4)) != nullptr;
+  const std::size_t width = std::size_t(std::max(texels_.width, across_.taps()));
+  if (averagesRows_) {
+    std::uint64_t* averages = averages_.prepare(width + 4);
+    if (averages) std::fill_n(averages, width + 4, 0u);
+    return hasRows && averages;
+  }
   if (texels_.width >= across_.taps()) return hasRows;
-  std::uint32_t* line = line_.prepare(std::size_t(across_.taps()));
-  if (line) std::fill_n(line, across_.taps(), 0u);
+  std::uint32_t* line = line_.prepare(width);
+  if (line) std::fill_n(line, width, 0u);
   return hasRows && line;
 }
 
@@ -138,7 +149,7 @@ bool ImageSampler::beginTurned(CGRect source, const CGAffineTransform& t, const 
                                        .low = 0,
                                        .high = rows,
                                        .reach = std::max(1.0, rows / (height * down)),
-                                       .copies = 8});
+                                       .copies = 1});
     std::uint32_t* averaged = isReady ? averaged_.prepare(std::size_t(columns) * std::size_t(rows)) : nullptr;
     if (!averaged) return false;
     way_ = Way::Upright;
@@ -151,11 +162,11 @@ bool ImageSampler::beginTurned(CGRect source, const CGAffineTransform& t, const 
   return true;
 }
 
-template <int fixedPairs>
-void ImageSampler::resampleAcross(const std::uint32_t* line, std::uint64_t* out) const {
+template <int fixedPairs, class Texel>
+void ImageSampler::resampleAcrossBy(const Texel* line, std::uint64_t* out) const {
   const int pairs = fixedPairs ? fixedPairs : across_.taps() / 2;
   const auto sumAt = [&](int column) {
-    const std::uint32_t* pixels = line + across_.first(column);
+    const Texel* pixels = line + across_.first(column);
     const std::uint16_t* weights = across_.weights(column);
     Short8 sum{};
     for (int i = 0; i < pairs; ++i) sum += highHalf(twoTexels(pixels + 2 * i), load(weights + 8 * i));
@@ -165,51 +176,125 @@ void ImageSampler::resampleAcross(const std::uint32_t* line, std::uint64_t* out)
   for (int column = 0; column < columns_; column += 2) {
     const Short8 one = sumAt(column), other = sumAt(column + 1);
     const Short8 both = lowerHalves(one, other) + upperHalves(one, other) + lost;
-    std::memcpy(out + column, &both, sizeof both);
+    store(both, out + column);
+  }
+}
+
+template <class Texel>
+void ImageSampler::resampleAcross(const Texel* line, std::uint64_t* out) const {
+  switch (across_.taps()) {
+    case 2: return resampleAcrossBy<1>(line, out);
+    case 4: return resampleAcrossBy<2>(line, out);
+    case 6: return resampleAcrossBy<3>(line, out);
+    case 8: return resampleAcrossBy<4>(line, out);
+    default: return resampleAcrossBy<0>(line, out);
   }
 }
 
 // Rows that follow each other lie beside each other, each in the place of that which is no longer needed.
 const std::uint64_t* ImageSampler::resampledRow(int sourceRow) {
-  const std::size_t place = std::size_t(sourceRow) % sourceRows_.size();
-  std::uint64_t* row = rows_.data() + place * std::size_t(columns_ + 4);
-  if (sourceRows_[place] == sourceRow) return row;
-  sourceRows_[place] = sourceRow;
+  const int place = sourceRow % 2;
+  std::uint64_t* row = rows_.data() + std::size_t(place) * std::size_t(columns_ + 4);
+  if (rowsMadeFrom_[place] == sourceRow) return row;
+  rowsMadeFrom_[place] = sourceRow;
   const std::uint32_t* line = texels_.row(std::min(sourceRow, texels_.height - 1));
   if (texels_.width < across_.taps()) line = std::copy_n(line, texels_.width, line_.data()) - texels_.width;
-  switch (across_.taps()) {
-    case 2: resampleAcross<1>(line, row); break;
-    case 4: resampleAcross<2>(line, row); break;
-    default: resampleAcross<0>(line, row);
-  }
+  resampleAcross(line, row);
   return row;
+}
+
+ImageSampler::RowsToAverage ImageSampler::rowsUnder(int y) const {
+  const auto weightOf = [weights = down_.weights(y)](int tap) { return int(weights[tap]); };
+  int first = 0, last = down_.taps() - 1;
+  while (first < last && weightOf(first) == 0) ++first;
+  while (first < last && weightOf(last) == 0) --last;
+  RowsToAverage rows;
+  rows.first = texels_.row(down_.first(y) + first);
+  rows.count = last - first + 1;
+  rows.weightOfFirst = Short8{} + std::uint16_t(weightOf(first));
+  rows.weightOfLast = Short8{} + std::uint16_t(weightOf(last));
+  if (rows.count <= 2) return rows;
+  // As large as 16 bits allow.
+  const unsigned between = unsigned(rows.count - 2), all = 0xffff;
+  rows.shift = std::min(int(std::bit_width(between)) - 1, 8);
+  const unsigned weight = all - unsigned(weightOf(first) + weightOf(last));
+  rows.between = Short8{} + std::uint16_t((weight << rows.shift) / between);
+  return rows;
+}
+
+// A row of the box, from the averages of columns.
+const std::uint64_t* ImageSampler::averagedRow(int y) {
+  if (rowsMadeFrom_[0] == y) return rows_.data();
+  rowsMadeFrom_[0] = y;
+  const int one = across_.first(0), other = across_.first(columns_ - 1);
+  int x = std::min(one, other);
+  const int end = std::min(std::max(one, other) + across_.taps(), texels_.width);
+  const RowsToAverage rows = rowsUnder(y);
+  for (; x + 8 <= end; x += 8) averageDown<2>(rows, x);
+  for (; x < end; x += 4) averageDown<1>(rows, x);
+  resampleAcross(averages_.data(), rows_.data());
+  return rows_.data();
+}
+
+// Of so many columns.
+template <int fours>
+inline void ImageSampler::averageDown(const RowsToAverage& rows, int x) {
+  const std::uint32_t* pixels = rows.first + x;
+  const std::size_t step = std::size_t(texels_.width);
+  const int inRow = texels_.width - x;  // of a single four, the last of a row
+  const auto fourAt = [&](int i) {
+    if (fours > 1 || inRow >= 4) return loadFour(pixels + 4 * i);
+    std::uint32_t some[4] = {};
+    std::copy_n(pixels, inRow, some);
+    return loadFour(some);
+  };
+  FourInks sums[fours];
+  const Short8 lost = cutOff(3);
+  for (FourInks& sum : sums) sum = {lost, lost};
+  const auto addTo = [](FourInks& sum, const FourInks& inks) { sum = {sum.even + inks.even, sum.odd + inks.odd}; };
+  for (int i = 0; i < fours; ++i) addTo(sums[i], lessened(inksOf(fourAt(i)), rows.weightOfFirst));
+
+  constexpr int mostOfSum = 257;  // rows, of bytes
+  for (int left = rows.count - 2; left > 0; left -= mostOfSum) {
+    FourInks bytes[fours] = {};
+    for (int row = std::min(left, mostOfSum); row > 0; --row) {
+      pixels += step;
+      for (int i = 0; i < fours; ++i) {
+        const Short8 four = fourAt(i);
+        addTo(bytes[i], {four & 0xff, four >> 8});
+      }
+    }
+    const auto weighted = [&rows](Short8 sum) {
+      return highHalf(sum, rows.between) << (8 - rows.shift) | sum * rows.between >> (8 + rows.shift);
+    };
+    for (int i = 0; i < fours; ++i) addTo(sums[i], {weighted(bytes[i].even), weighted(bytes[i].odd)});
+  }
+  if (rows.count > 1) {
+    pixels += step;
+    for (int i = 0; i < fours; ++i) addTo(sums[i], lessened(inksOf(fourAt(i)), rows.weightOfLast));
+  }
+  for (int i = 0; i < fours; ++i) {
+    const Short8 even = sums[i].even, odd = sums[i].odd;
+    std::uint64_t* const out = averages_.data() + x + 4 * i;
+    store(__builtin_shufflevector(even, odd, 0, 8, 1, 9, 2, 10, 3, 11), out);
+    store(__builtin_shufflevector(even, odd, 4, 12, 5, 13, 6, 14, 7, 15), out + 2);
+  }
 }
 
 template <class Write>
 void ImageSampler::forEachFourUpright(int x, int y, int count, Write write) {
-  const int taps = down_.taps(), first = down_.first(y - top_);
-  const std::uint16_t* const weights = down_.weights(y - top_);
-  for (int tap = 0; tap < taps; ++tap) tapRows_[std::size_t(tap)] = resampledRow(first + tap) + (x - left_);
-  const std::uint64_t* const* const rows = tapRows_.data();
-  const Short8 lost = cutOff(taps);
-  if (taps == 2) {
-    const std::uint64_t *upper = rows[0], *lower = rows[1];
-    const Short8 upperWeight = load(weights), lowerWeight = load(weights + 8);
-    for (int i = 0; i < count; i += 4) {
-      write(i, FourTexels{highHalf(load(upper + i), upperWeight) + highHalf(load(lower + i), lowerWeight) + lost,
-                          highHalf(load(upper + i + 2), upperWeight) + highHalf(load(lower + i + 2), lowerWeight) + lost});
-    }
+  if (averagesRows_) {
+    const std::uint64_t* row = averagedRow(y - top_) + (x - left_);
+    for (int i = 0; i < count; i += 4) write(i, FourTexels{load(row + i), load(row + i + 2)});
     return;
   }
+  const int first = down_.first(y - top_);
+  const std::uint16_t* const weights = down_.weights(y - top_);
+  const std::uint64_t *upper = resampledRow(first) + (x - left_), *lower = resampledRow(first + 1) + (x - left_);
+  const Short8 upperWeight = Short8{} + weights[0], lowerWeight = Short8{} + weights[1], lost = cutOff(2);
   for (int i = 0; i < count; i += 4) {
-    FourTexels sum{lost, lost};
-    for (int tap = 0; tap < taps; ++tap) {
-      const std::uint64_t* row = rows[tap] + i;
-      const Short8 weight = load(weights + 8 * tap);
-      sum.left += highHalf(load(row), weight);
-      sum.right += highHalf(load(row + 2), weight);
-    }
-    write(i, sum);
+    write(i, FourTexels{highHalf(load(upper + i), upperWeight) + highHalf(load(lower + i), lowerWeight) + lost,
+                        highHalf(load(upper + i + 2), upperWeight) + highHalf(load(lower + i + 2), lowerWeight) + lost});
   }
 }
 

@@ -37,14 +37,28 @@ class ImageSampler final : public RowSource {
   struct FourTexels {
     Short8 left, right;
   };
+  // Those of the source under a row of the box. All between the first one and the last one count the same.
+  struct RowsToAverage {
+    const std::uint32_t* first = nullptr;
+    int count = 0;
+    Short8 weightOfFirst{}, weightOfLast{};
+    Short8 between{};  // the weight of their sum, times 2^shift
+    int shift = 0;
+  };
 
   bool beginCopied(CGRect source, const CGAffineTransform& toDevice);
   bool beginUpright(const ResampledAxis::Style& across, const ResampledAxis::Style& down);
   bool beginTurned(CGRect source, const CGAffineTransform& toDevice, const PixelRect& box);
   bool findOpaque(CGRect source);
   const std::uint64_t* resampledRow(int sourceRow);
-  template <int pairs>
-  void resampleAcross(const std::uint32_t* line, std::uint64_t* out) const;
+  RowsToAverage rowsUnder(int y) const;
+  const std::uint64_t* averagedRow(int y);
+  template <int fours>
+  void averageDown(const RowsToAverage& rows, int x);
+  template <class Texel>
+  void resampleAcross(const Texel* line, std::uint64_t* out) const;
+  template <int pairs, class Texel>
+  void resampleAcrossBy(const Texel* line, std::uint64_t* out) const;
   // Call write(index, four) for a run.
   template <class Write>
   void forEachFourUpright(int x, int y, int count, Write write);
@@ -59,13 +73,15 @@ class ImageSampler final : public RowSource {
   int left_ = 0, top_ = 0;  // of the image where it is copied, of the box elsewhere
 
   ResampledAxis across_, down_;
-  int columns_ = 0;                            // of the box
-  WorkBuffer<std::uint64_t> rows_;             // as many as make up a row of the box
-  std::vector<int> sourceRows_;                // that these were made from
-  std::vector<const std::uint64_t*> tapRows_;  // those of the row that is being made
-  WorkBuffer<std::uint32_t> line_;             // of an image too narrow for the taps
-  WorkBuffer<std::uint32_t> averaged_;         // a turned image before it is turned
-  CGAffineTransform toTexels_;                 // from the device
+  int columns_ = 0;  // of the box
+  // Where rows are averaged that comes first: there are more source pixels than pixels. Else each source row is resampled once.
+  bool averagesRows_ = false;
+  WorkBuffer<std::uint64_t> rows_;      // two source rows, or the one that was made last
+  int rowsMadeFrom_[2] = {};            // source rows; of the box, where they are averaged
+  WorkBuffer<std::uint32_t> line_;      // of an image too narrow for the taps
+  WorkBuffer<std::uint64_t> averages_;  // of the columns of source rows
+  WorkBuffer<std::uint32_t> averaged_;  // a turned image before it is turned
+  CGAffineTransform toTexels_;          // from the device
 };
 
 }  // namespace tessaluna::backend::raster

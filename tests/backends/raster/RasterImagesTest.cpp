@@ -154,6 +154,16 @@ TEST(RasterImage, ReducedToLessThanAPixelIsItsMean) {
   expectShown({image, wholeOf(image), {{5.25, 6.25}, {0.3, 0.4}}});
 }
 
+TEST(RasterImage, OfThousandsOfRowsKeepsItsColor) {
+  for (const int rows : {258, 600, 3000}) {
+    const ImagePixels image{
+        .width = 5, .height = rows, .argb = std::vector<std::uint32_t>(5 * std::size_t(rows), 0xffffffff)};
+    Bitmap bitmap = *Bitmap::make(5, 2);
+    RasterCanvas(bitmap).drawImage(image, wholeOf(image), {{0, 0}, {5, 2}});
+    for (int x = 0; x < 5; ++x) EXPECT_EQ(bitmap.pixel(x, 1), 0xffffffffu) << rows << " rows, column " << x;
+  }
+}
+
 TEST(RasterImage, TurnedOverByTheTransform) {
   const ImagePixels image = noise(9, 7, false);
   ImagePixels mirrored = image;
