@@ -1,5 +1,7 @@
 #include "tessaluna/backends/raster/CoverageBuffer.h"
 
+#include "tessaluna/backends/raster/StrokePoint.h"
+
 namespace tessaluna::backend::raster {
 
 namespace {
@@ -318,6 +320,107 @@ void CoverageBuffer::noteTwice(std::uint64_t* at, std::uint64_t bits) {
   const std::ptrdiff_t word = at - marks_.data(), ofRow = 4 * words_;
   marks_.data()[word / ofRow * ofRow + 3 * words_ + word % words_] |= bits;
   firstTwice_ = std::min(firstTwice_, int(word / ofRow));
+}
+
+// Near its tip a shape may be so narrow that its sides cross within one pixel, one on its way down and one up: where they have
+// changed places the sum takes what they cover for a hole.
+void CoverageBuffer::findCrossedTips(const Shape& shape) {
+  for (std::size_t i = 0; i < shape.polygons.count(); ++i) {
+    const std::span<const CGPoint> points = shape.polygons.polygon(i);
+    const std::size_t count = points.size();
+    std::size_t at = count - 1;
+    CGPoint in = points[at] - points[at > 0 ? at - 1 : at];
+    for (std::size_t next = 0; next < count; at = next++) {
+      const CGPoint out = points[next] - points[at];
+      const double turn = in.y * out.y;
+      if (turn <= 0) {
+        if (in.y != 0) noteTip(points, at, shape);
+      } else if (in.x * out.x + turn < 0) {
+        noteSpike(placed(points[at], shape));
+      }
+      in = out;
+    }
+  }
+}
+
+// Of chains from this point on, where one of them ends, to where the next begins: there are level sides at most between.
+void CoverageBuffer::noteTip(std::span<const CGPoint> points, std::size_t end, const Shape& shape) {
+  const std::size_t count = points.size();
+  std::size_t start = end, next = end + 1 < count ? end + 1 : 0;
+  for (; next != end && points[next].y == points[end].y; next = next + 1 < count ? next + 1 : 0) start = next;
+  const CGPoint before = points[end > 0 ? end - 1 : count - 1];
+  const CGPoint in = before - points[end], out = points[next] - points[start];
+  const bool isChainsEnd = out.y * in.y > 0;
+  if (!isChainsEnd) return;
+  // The tip of a curve, as most are, turns the same way before and after it, and leads its sides away from each other.
+  const CGPoint first = points[end > 1 ? end - 2 : end + count - 2], last = points[next + 1 < count ? next + 1 : 0];
+  const double turn = cross(out, in);
+  if (turn * cross(before - first, in) < 0 && turn * cross(last - points[next], out) < 0) return;
+  const std::optional<CGPoint> crossing = crossingBehindTip(points, {end, start}, 1 / shape.scale);
+  if (crossing) noteCrossedTip(placed(points[end], shape), placed(*crossing, shape));
+}
+
+CGPoint CoverageBuffer::placed(CGPoint p, const Shape& shape) const {
+  return {(p.x + shape.moved.x) * shape.scale - left_, (p.y + shape.moved.y) * shape.scale - top_};
+}
+
+// Goes along both chains from a tip, no farther than this.
+std::optional<CGPoint> CoverageBuffer::crossingBehindTip(std::span<const CGPoint> points, Tip tip, double reach) {
+  const std::size_t count = points.size();
+  std::size_t a = tip.end, b = tip.start;
+  const double top = points[a].y;
+  CGPoint fromA = points[a], fromB = points[b];  // at the same height
+  const bool isDown = points[b + 1 < count ? b + 1 : 0].y > top;
+  while (std::abs(fromA.y - top) < reach && std::abs(fromA.x - fromB.x) < reach) {
+    const std::size_t nextA = a > 0 ? a - 1 : count - 1, nextB = b + 1 < count ? b + 1 : 0;
+    const CGPoint ofA = points[nextA], ofB = points[nextB];
+    const bool isTip = isDown ? std::min(ofA.y, ofB.y) < fromA.y : std::max(ofA.y, ofB.y) > fromA.y;
+    if (isTip || nextA == b) break;
+    const double y = isDown ? std::min(ofA.y, ofB.y) : std::max(ofA.y, ofB.y);
+    const auto along = [y](CGPoint from, CGPoint to) {
+      return to.y == y ? to : CGPoint{from.x + (to.x - from.x) * ((y - from.y) / (to.y - from.y)), y};
+    };
+    const CGPoint toA = along(fromA, ofA), toB = along(fromB, ofB);
+    const double before = fromA.x - fromB.x, behind = toA.x - toB.x;
+    if (before * behind < 0) {
+      const double part = before / (before - behind);
+      const CGPoint crossing{fromA.x + (toA.x - fromA.x) * part, fromA.y + (toA.y - fromA.y) * part};
+      if (std::abs(crossing.y - top) < reach) return crossing;
+      break;
+    }
+    fromA = toA;
+    fromB = toB;
+    if (ofA.y == y) a = nextA;
+    if (ofB.y == y) b = nextB;
+  }
+  return std::nullopt;
+}
+
+// Where a chain turns sharply to the side, a side of another one may go across it, in any of the pixels that have this point.
+void CoverageBuffer::noteSpike(CGPoint p) {
+  if (!(p.x >= 0 && p.x < width_ && p.y >= 0 && p.y < height_)) return;
+  const int right = int(p.x), bottom = int(p.y);
+  const int left = std::max(int(std::ceil(p.x)) - 1, 0), top = std::max(int(std::ceil(p.y)) - 1, 0);
+  for (int y = top; y <= bottom; ++y) {
+    std::uint64_t* const marks = rowMarks(y);
+    for (int x = left; x <= right; ++x) {
+      const int word = x / 64;
+      const std::uint64_t bits = marks[words_ + word] & marks[2 * words_ + word] & std::uint64_t(1) << (x % 64);
+      marks[3 * words_ + word] |= bits;
+      if (bits != 0) firstTwice_ = std::min(firstTwice_, y);
+    }
+  }
+}
+
+void CoverageBuffer::noteCrossedTip(CGPoint tip, CGPoint crossing) {
+  const double left = std::max(std::min(tip.x, crossing.x), 0.0), right = std::min(std::max(tip.x, crossing.x), width_ - 1);
+  const double top = std::max(std::min(tip.y, crossing.y), 0.0), bottom = std::min(std::max(tip.y, crossing.y), height_ - 1);
+  if (!(left <= right && top <= bottom)) return;
+  for (int y = int(top); y <= int(bottom); ++y) {
+    std::uint64_t* const twice = rowMarks(y) + 3 * words_;
+    for (int x = int(left); x <= int(right); ++x) twice[x / 64] |= std::uint64_t(1) << (x % 64);
+  }
+  firstTwice_ = std::min(firstTwice_, int(top));
 }
 
 // Puts right what sums do not tell, from the row before this one on, which is the last that is summed up.

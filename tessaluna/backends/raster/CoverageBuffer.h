@@ -8,12 +8,15 @@
 // That average tells the coverage of a pixel through which no more than one monotone chain of sides goes down and one up,
 // whatever lies left of it: its windings are then all of one sign, or of two neighbouring numbers. So chains are counted, one bit
 // for each pixel and direction and one where there are two. Those pixels are suspicious, and so are those with one of either
-// direction near rows whose sums show windings other than 0 and 1: the two may cross. Their coverage comes from an OverlapResolver.
+// direction near rows whose sums show windings other than 0 and 1: the two may cross. So may they near a tip, the point where one chain
+// ends and the next begins, and where a chain turns sharply to the side. The coverage of those pixels comes from an OverlapResolver.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "tessaluna/backends/raster/CoverageSink.h"
@@ -41,6 +44,7 @@ class CoverageBuffer {
     CGPoint moved = {};
     double scale = 1;        // after moving
     bool liesInBox = false;  // as it is, neither moved nor scaled; else it may
+    bool isStroke = false;   // which never covers anything the other way round
     PixelOffset shown = {};  // added to the pixels that the sink receives
   };
 
@@ -61,6 +65,11 @@ class CoverageBuffer {
   struct Chain {
     std::uint64_t* marks = nullptr;  // null at its start
     int first = 0, last = 0;
+  };
+
+  // Of a polygon: the points where one chain ends and the next begins, with none but level sides between them.
+  struct Tip {
+    std::size_t end, start;
   };
 
   struct Place {
@@ -118,6 +127,12 @@ class CoverageBuffer {
   void markWords(std::uint64_t* marks, int first, int last);
   void markLevel(double y, double from, double to);
   void noteTwice(std::uint64_t* at, std::uint64_t bits);
+  void findCrossedTips(const Shape& shape);
+  void noteTip(std::span<const CGPoint> points, std::size_t end, const Shape& shape);
+  CGPoint placed(CGPoint p, const Shape& shape) const;
+  static std::optional<CGPoint> crossingBehindTip(std::span<const CGPoint> points, Tip tip, double reach);
+  void noteCrossedTip(CGPoint tip, CGPoint crossing);
+  void noteSpike(CGPoint p);
   void correctFrom(int firstRow, Range before, const Shape& shape);
   void fold(int row);
   double costOf(const PixelRect& patch) const;
@@ -191,6 +206,7 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   add(shape);
   if (++sweeps_ == sweepsOfResolver) giveResolverBack();
   placePillars();
+  if (!shape.isStroke) findCrossedTips(shape);
   // The sink receives a row after the next one was looked at: its own part of an overlap may have been too small to show.
   Repeat told{0, 0};  // the rows that it receives next
   std::size_t next = 0;

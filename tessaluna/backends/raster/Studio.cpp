@@ -227,7 +227,7 @@ void RasterCanvas::Studio::paintOutline(const Outline& outline, const Source& so
                           PixelPlacement::isPossible(state_.toDevice);
   if (mayBeKnown) return paintKnownOutline(outline, source);
   makePolygons(outline, state_.toDevice, neededBox(shadow));
-  paintPolygons({.polygons = polygons_, .rule = outline.rule}, source, shadow);
+  paintPolygons({.polygons = polygons_, .rule = outline.rule, .isStroke = outline.pen != nullptr}, source, shadow);
 }
 
 // Coverage is made beside the origin, also where it is not kept: so it is the same wherever in the picture it is shown.
@@ -243,7 +243,7 @@ void RasterCanvas::Studio::paintKnownOutline(const Outline& outline, const Sourc
   if (sight.kept) return paintKept(sight.kept->coverage);
 
   const bool hasAllPoints = makePolygons(outline, place.rest, clip);
-  CoverageBuffer::Shape shape{.polygons = polygons_, .rule = outline.rule};
+  CoverageBuffer::Shape shape{.polygons = polygons_, .rule = outline.rule, .isStroke = outline.pen != nullptr};
   const PixelRect whole = polygons_.bounds().roundedOut(), box = whole.intersected(clip);
   shape.liesInBox = whole == box;
   const bool hasRoom = !box.isEmpty() && box.width() <= CoverageRuns::mostSide && box.height() <= CoverageRuns::mostSide;

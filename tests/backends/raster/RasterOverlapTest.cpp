@@ -244,4 +244,14 @@ TEST(RasterOverlap, LineThatComesAllButStraightBack) {
     expectStroke(ring({{6.2, 7.3}, {31.4, 28.9}}), {.width = 3, .join = join});
 }
 
+TEST(RasterOverlap, SpikeThatALineGoesAcross) {
+  expectFill(polyline({{24, 9}, {7, 9}, {11, 18}, {20, 26}, {18, 26}, {26, 25}, {14, 21}}), FillRule::NonZero);
+}
+
+TEST(RasterOverlap, TwistedShapesSmallerThanAPixel) {
+  expectFill(ring({{20.6636, 13.2196}, {21.4849, 13.2892}, {19.9252, 13.2054}, {21.0196, 13.1487}, {19.9723, 13.1329}}),
+             FillRule::NonZero);
+  expectFill(ring({{20.2, 13.2}, {20.8, 13.9}, {20.85, 13.3}, {20.15, 13.6}}), FillRule::NonZero);
+}
+
 }  // namespace tessaluna::backend::raster::test
