@@ -27,10 +27,15 @@ ViewConstraints::ViewConstraints(NSCoder& coder) : ViewLayout(coder) {}
 
 ViewConstraints::~ViewConstraints() {
   if (!state_) return;
-  // Subviews that somebody else holds keep their constraints among each other.
-  if (state_->engine)
-    for (const Ref<NSView>& view : subviews())
+  // Views below that somebody else holds keep their constraints among each other. The others go with this one, and so let go of
+  // survivors of their own.
+  const auto takeOutSurvivors = [this](const DequeList<Ref<NSView>>& views, const auto& again) -> void {
+    for (const Ref<NSView>& view : views) {
       if (view.use_count() > 1) takeOut(view);
+      else again(view->subviews(), again);
+    }
+  };
+  if (state_->engine) takeOutSurvivors(subviews(), takeOutSurvivors);
   for (const Ref<NSLayoutConstraint>& constraint : state_->held) {
     if (constraint->engine_) constraint->engine_->remove(*constraint);
     constraint->holder_ = nullptr;

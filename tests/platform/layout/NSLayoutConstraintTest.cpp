@@ -419,6 +419,20 @@ TEST_F(NSLayoutConstraintTest, ASubviewThatOutlivesItsTreeKeepsItsConstraints) {
   EXPECT_EQ(laidOut(kept).size.width, 33);
 }
 
+TEST_F(NSLayoutConstraintTest, AViewBelowASubviewThatGoesKeepsItsConstraints) {
+  auto root = make<ContentView>(CGRect{0, 0, 100, 100});
+  auto middle = addView(root);
+  const auto inner = addView(middle), innermost = addView(inner);
+  placeAt(inner, 1, 1);
+  size(innermost, width, 7);
+  equal(innermost, width, inner, 0);
+  middle.reset();
+  root.reset();
+  content->addSubview(inner);
+  placeAt(inner, 3, 3);
+  EXPECT_EQ(laidOut(inner).size.width, 7);
+}
+
 TEST_F(NSLayoutConstraintTest, ConstraintsAreUpdatedBeforeTheyAreSolved) {
   placeAt(view, 0, 0);
   const auto wide = size(view, width, 10);
