@@ -20,7 +20,7 @@ using TessalunaUIKit::DisclosureView;
 
 namespace {
 
-constexpr CGFloat margin = 10, chevronSide = 8, chevronGap = 6, hostViewMargin = 10, buttonFontSize = 11;
+constexpr CGFloat margin = 10, chevronSide = 8, chevronGap = 6, buttonFontSize = 11;
 constexpr NSLayoutPriority foldingPriority = 500;
 
 // Left to the mouse: keys work the heading.
@@ -224,7 +224,7 @@ void SideBarSection::show(const SideSection& section) {
   showRows(section.items);
   sections_ = sectionsShowing(section.sections, sections_, bar_, depth_ + 1);
   std::vector<SideBarStack::Entry> entries{{.view = list_}};
-  if (section.view) entries.push_back({.view = section.view, .margin = hostViewMargin});
+  if (section.view) entries.push_back({.view = section.view, .left = sideBarTextLeft(depth_), .margin = margin});
   for (const auto& inner : sections_) entries.push_back({.view = inner->view()});
   content_->show(std::move(entries));
 }
@@ -245,10 +245,10 @@ void SideBarSection::showRows(const std::vector<SideItem>& items) {
 }
 
 bool SideBarSection::setIsOpen(bool isOpen, bool animate) {
-  if (isOpen == isOpen_ || view_->isChanging()) return false;
-  isOpen_ = isOpen;
-  heading_->setNeedsDisplay(true);
+  if (isOpen == this->isOpen() || view_->isChanging()) return false;
+  isToOpen_ = isOpen;
   view_->setDisclosureTo(isOpen, animate);
+  heading_->setNeedsDisplay(true);
   return true;
 }
 

@@ -29,7 +29,7 @@ class SideBarSection : public std::enable_shared_from_this<SideBarSection> {
   const std::vector<platform::Ref<SideBarRow>>& rows() const { return rows_; }
   const std::vector<std::shared_ptr<SideBarSection>>& sections() const { return sections_; }
 
-  bool isOpen() const { return isOpen_; }  // or opening
+  bool isOpen() const { return view_->isChanging() ? isToOpen_ : view_->isDisclosed(); }  // or opening
   // False while it is changing, and where it is so already.
   bool setIsOpen(bool isOpen, bool animate);
   void setSelected(const std::optional<std::string>& id);
@@ -48,7 +48,7 @@ class SideBarSection : public std::enable_shared_from_this<SideBarSection> {
   platform::Ref<Heading> heading_;
   std::vector<platform::Ref<SideBarRow>> rows_;
   std::vector<std::shared_ptr<SideBarSection>> sections_;
-  bool isOpen_ = true;
+  bool isToOpen_ = true;  // while it changes
 };
 
 // What the program calls an item or a section, or else its title.

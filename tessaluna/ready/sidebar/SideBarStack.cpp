@@ -29,10 +29,10 @@ void SideBarStack::show(std::vector<Entry> entries) {
   const Ref<NSView> self = refTo<NSView>(*this);
   Ref<NSView> above = self;
   CGFloat gap = 0;
-  for (const auto& [view, margin] : entries_) {
+  for (const auto& [view, left, margin] : entries_) {
     view->setTranslatesAutoresizingMaskIntoConstraints(false);
     if (view->superview() != this) addSubview(view);
-    chain_.push_back(equalConstraint(view, NSLayoutAttributeLeft, self, NSLayoutAttributeLeft, margin));
+    chain_.push_back(equalConstraint(view, NSLayoutAttributeLeft, self, NSLayoutAttributeLeft, left));
     chain_.push_back(equalConstraint(view, NSLayoutAttributeRight, self, NSLayoutAttributeRight, -margin));
     const auto edge = above == self ? NSLayoutAttributeTop : NSLayoutAttributeBottom;
     chain_.push_back(equalConstraint(view, NSLayoutAttributeTop, above, edge, gap));

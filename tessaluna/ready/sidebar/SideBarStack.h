@@ -1,4 +1,4 @@
-// Views below each other, each as wide as the stack but for a margin, placed by constraints. Who has it may hang its own bottom
+// Views below each other, each as wide as the stack but for margins, placed by constraints. Who has it may hang its own bottom
 // on the stack's, which is at the last view's.
 #pragma once
 
@@ -27,7 +27,7 @@ class SideBarStack : public platform::NSView {
 
   struct Entry {
     platform::Ref<platform::NSView> view;
-    platform::CGFloat margin = 0;  // beside the view and below it
+    platform::CGFloat left = 0, margin = 0;  // the second at the right and below
     friend bool operator==(const Entry&, const Entry&) = default;
   };
   // Views that were in the stack before stay in their superview, and keep the keyboard.

@@ -5,6 +5,7 @@
 
 #include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/transportParts.h"
 
 namespace tessaluna::ready {
 namespace {
@@ -51,24 +52,13 @@ class TransportBarTest : public harness::StillWorld {
     for (const std::string& line : accessibleTreeLines(bar)) lines += line + "\n";
     return lines;
   }
-  Ref<NSControl> control(const std::string& name) {
-    for (const Ref<NSView>& view : bar->subviews()) {
-      const auto one = std::dynamic_pointer_cast<NSControl>(view);
-      if (one && one->toolTip() == name) return one;
-    }
-    return nullptr;
-  }
+  Ref<NSControl> control(const std::string& name) { return harness::transportControl(*bar, name); }
   void click(const std::string& name) {
     const auto one = control(name);
     ASSERT_TRUE(one) << name;
     user.click(*window, one->convertPointToView({one->bounds().size.width / 2, one->bounds().size.height / 2}, nullptr));
   }
-  std::vector<std::string> texts() {
-    std::vector<std::string> result;
-    for (const Ref<NSView>& view : bar->subviews())
-      if (const auto label = std::dynamic_pointer_cast<NSTextField>(view)) result.push_back(label->stringValue());
-    return result;
-  }
+  std::vector<std::string> texts() { return harness::transportTexts(*bar); }
 
   std::vector<std::string> calls;
   double sought = -1, volume = -1;
