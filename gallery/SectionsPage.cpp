@@ -1,4 +1,4 @@
-// A side bar of sections that fold, with buttons that make a text in it longer and shorter.
+// A side bar of sections that fold, with buttons that make a text in it longer and shorter and take a section away.
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -19,6 +19,7 @@ constexpr int sideBarWidth = 300, leastNoteWidth = 180, mostNoteWidth = 420;
 
 QWidget* makeSectionsPage(Report report) {
   const auto host = std::make_shared<SectionsHost>();
+  host->sideBar()->setOnChoose([report](const tessaluna::ready::SideItem& item) { report("show " + item.title); });
   auto* page = new QWidget;
   QObject::connect(page, &QObject::destroyed, [host] {});  // it lives as long as the page
   auto* row = new QHBoxLayout(page);
@@ -51,10 +52,16 @@ QWidget* makeSectionsPage(Report report) {
   addButton("Take a line away", [host, tell] { tell(host->removeLine()); });
   addButton("Fold all", [host] { host->setDisclosed(false); });
   addButton("Open all", [host] { host->setDisclosed(true); });
+  addButton("Take a section away", [host] { host->setHasAbout(false); });
+  addButton("Bring it back", [host] { host->setHasAbout(true); });
   auto* note = new QLabel(
-      "The button of a section shows while the mouse is over its header. The Tab key stops at headers too: Space and Return "
-      "fold and open them, and what a folded section cuts off is passed over. In the notes, Command with the left or the "
-      "right arrow goes to the ends of the line.");
+      "A click on a heading folds its section, and so does the button that shows while the mouse is over it. The Tab key "
+      "stops at "
+      "the bar once; there the arrow keys move over headings and items, Left and Right fold and open, Return chooses. What "
+      "a "
+      "folded section cuts off is passed over. In the notes, Command with the left or the right arrow goes to the ends of "
+      "the "
+      "line.");
   note->setObjectName("cardNote");
   note->setWordWrap(true);
   column->addWidget(note);

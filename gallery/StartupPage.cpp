@@ -96,22 +96,19 @@ QWidget* makeStartupPage(Report report) {
   column->addSpacing(6);
   column->addWidget(makeHeading("TessalunaLogo"));
   auto* ground = new Ground(embed(make<TessalunaUIKit::TessalunaLogo>(CGRect{0, 0, 166, 40}), "Tessaluna"));
-  ground->setFixedSize(240, 76);
+  ground->setFixedSize(240, 64);
   column->addWidget(ground);
 
   column->addSpacing(6);
-  column->addWidget(makeHeading("ProgressMonitorView"));
-  column->addWidget(makeButtons({{"Begin a task", [host] { host->beginTask(100); }},
-                                 {"Begin a long task", [host] { host->beginTask(400); }},
-                                 {"Abort the oldest task", [host] { host->abortOldestTask(); }}}));
-  column->addWidget(embed(host->monitor(), "tasks"));
-  column->addWidget(makeHeading("TaskBar"));
-  column->addWidget(embed(host->taskBar(), "tasks with titles"));
+  column->addWidget(makeHeading("TaskBar, ProgressMonitorView"));
+  column->addWidget(makeButtons(
+      {{"Begin a task", [host] { host->beginTask(100); }}, {"Begin a long task", [host] { host->beginTask(400); }}}));
+  column->addWidget(embed(host->taskBar(), "tasks"));
   auto* tasks = makeNote("");
   const auto showTasks = [host, tasks] {
     QString text;
     for (const std::string& line : host->taskLines()) text += QString::fromStdString(line) + "\n";
-    if (text.isEmpty()) text = "no task: the monitor is hidden\n";
+    if (text.isEmpty()) text = "no task: the line is hidden\n";
     if (text != tasks->text()) tasks->setText(text);
   };
   showTasks();

@@ -12,7 +12,6 @@
 #include "gallery/transport/TransportHost.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/platform/views/NSLevelIndicator.h"
-#include "tessaluna/ready/transport/TransportBar.h"
 #include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
 
 namespace gallery {
@@ -42,9 +41,9 @@ QWidget* makeButtonLooks(GroundKind ground) {
                             {"pressed", NSControlStateValueOff, true},
                             {"on", NSControlStateValueOn, false},
                             {"on, pressed", NSControlStateValueOn, true}};
-  constexpr CGFloat size = 32;
+  constexpr CGFloat size = 24;
   auto* content = new QWidget;
-  QGridLayout* grid = makeGrid(content, 18, 8);
+  QGridLayout* grid = makeGrid(content, 12, 8);
   int row = 0;
   for (const Look& look : looks) {
     grid->addWidget(makeNote(look.name), row, 0);
@@ -86,7 +85,7 @@ QWidget* makeSliderLooks() {
   QGridLayout* grid = makeGrid(looks, 16, 6);
   int row = 0;
   for (const SliderLook& look : sliderLooks) {
-    const auto slider = make<PlaybackSlider>(CGRect{0, 0, 280, 20});
+    const auto slider = make<PlaybackSlider>(CGRect{0, 0, 220, 20});
     slider->beginSong({.seconds = songSeconds, .framesPerSecond = rate});
     slider->setPosition(look.seconds);
     slider->showLoaded(look.first, look.second);
@@ -145,70 +144,38 @@ QWidget* makeGroup(const QString& heading, QWidget* content) {
   return group;
 }
 
-// The ready-made bar over the same player.
-QWidget* makeReadyBar(const Ref<TransportHost>& host) {
-  const auto bar = make<tessaluna::ready::TransportBar>(CGRect{0, 0, 640, 52});
-  const auto volume = std::make_shared<double>(0.8);
-  bar->setActions({.previous = [host] { host->previous(nullptr); },
-                   .playOrPause = [host] { host->playOrPause(nullptr); },
-                   .next = [host] { host->next(nullptr); },
-                   .seek = [host](double seconds) { host->player().seek(seconds); },
-                   .setVolume = [volume](double to) { *volume = to; }});
-  auto show = [host, volume, bar = bar.get(), title = std::string()]() mutable {
-    const SimulatedPlayer& player = host->player();
-    if (std::exchange(title, player.song().title) != player.song().title)
-      bar->showSong({.title = title, .seconds = player.song().seconds, .framesPerSecond = player.song().framesPerSecond});
-    bar->showState({.isPlaying = player.isPlaying(),
-                    .position = player.position(),
-                    .isSeeking = player.isSeeking(),
-                    .volume = *volume,
-                    .note = player.isWaitingForData() ? "loading" : "",
-                    .first = player.loaded(0),
-                    .second = player.loaded(1)});
-  };
-  show();
-  const auto ticker = std::make_shared<Ticker>();
-  ticker->start([show](double) mutable { show(); });
-  QWidget* widget = embed(bar, "ready-made transport");
-  QObject::connect(widget, &QObject::destroyed, [ticker] {});
-  return widget;
-}
-
 }  // namespace
 
 QWidget* makeTransportPage(Report report) {
   auto* journal = new Journal;
-  const auto host = make<TransportHost>(songs());
+  const auto host = std::make_shared<TransportHost>(songs());
   host->setReport(journal->addingTo(std::move(report)));
   host->player().setPlaying(true);
   host->advance(57);
   host->start();
 
   auto* page = new QWidget;
-  // Targets are not kept alive by their controls: the page keeps them.
-  QObject::connect(page, &QObject::destroyed, [host] {});
+  QObject::connect(page, &QObject::destroyed, [host] {});  // it lives as long as the page
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 32, 24);
   column->setSpacing(12);
 
-  auto* bar = new tessaluna::backend::qt::QtViewWidget(host->view());
-  bar->setFixedHeight(static_cast<int>(host->view()->frame().size.height));
+  column->addWidget(makeHeading("TransportBar"));
+  auto* bar = new tessaluna::backend::qt::QtViewWidget(host->bar());
+  bar->setFixedHeight(static_cast<int>(host->bar()->frame().size.height));
   bar->setAccessibleName("transport");
   column->addWidget(bar);
   auto* slow = new QCheckBox("Slow network");
   QObject::connect(slow, &QCheckBox::toggled,
                    [host](bool isSlow) { host->player().setLoadingSpeed(isSlow ? slowNetwork : fastNetwork); });
   auto* locked = new QCheckBox("Not seekable");
-  QObject::connect(locked, &QCheckBox::toggled, [host](bool isLocked) { host->slider()->setSeekable(!isLocked); });
+  QObject::connect(locked, &QCheckBox::toggled, [host](bool isLocked) { host->bar()->slider()->setSeekable(!isLocked); });
   auto* choices = new QHBoxLayout;
   choices->setSpacing(20);
   choices->addWidget(slow);
   choices->addWidget(locked);
   choices->addStretch(1);
   column->addLayout(choices);
-
-  column->addWidget(makeHeading("TransportBar"));
-  column->addWidget(makeReadyBar(host));
 
   column->addWidget(makeHeading("PlaybackTransportButton"));
   auto* grounds = new QHBoxLayout;
@@ -217,7 +184,7 @@ QWidget* makeTransportPage(Report report) {
   grounds->addStretch(1);
   column->addLayout(grounds);
   auto* sliders = new QHBoxLayout;
-  sliders->setSpacing(48);
+  sliders->setSpacing(32);
   sliders->addWidget(makeGroup("PlaybackTransportSliderCell", makeSliderLooks()));
   sliders->addWidget(makeGroup("NSSlider, NSLevelIndicator", makeStockSliders()));
   sliders->addStretch(1);

@@ -1,36 +1,35 @@
-// A side bar of sections that fold, one within another, as a host describes it in an interface file. What a program changes in
-// it are texts: they grow while their section is open, and while it is closed.
+// The ready-made side bar over what the gallery invents: places to choose, and sections with views of the host's own, one within
+// another. What a program changes in it are texts, which grow while their section is open and while it is closed, and sections
+// that it takes away.
 #pragma once
 
-#include <map>
 #include <string>
 
 #include "tessaluna/platform/views/NSTextField.h"
-#include "tessaluna/uikit/containers/DisclosureView.h"
+#include "tessaluna/ready/sidebar/SideBar.h"
 
 namespace gallery {
 
 class SectionsHost {
  public:
   SectionsHost();
-  ~SectionsHost();  // lets the sections and their headers go, which keep each other alive
-  SectionsHost(const SectionsHost&) = delete;
-  SectionsHost& operator=(const SectionsHost&) = delete;
 
-  const tessaluna::platform::Ref<tessaluna::platform::NSView>& sideBar() const { return sideBar_; }
+  const tessaluna::platform::Ref<tessaluna::ready::SideBar>& sideBar() const { return sideBar_; }
 
   // The text of the section that grows, and how many lines it then has.
   int addLine() { return setLines(lines_ + 1); }
   int removeLine() { return setLines(lines_ - 1); }
   // All sections, with animation.
   void setDisclosed(bool areDisclosed);
+  // The section about the album.
+  void setHasAbout(bool hasAbout);
 
  private:
+  class Places;
   int setLines(int lines);
 
-  tessaluna::platform::Ref<tessaluna::platform::NSView> sideBar_;
-  tessaluna::platform::Ref<tessaluna::platform::NSTextField> growingText_;
-  std::vector<tessaluna::platform::Ref<TessalunaUIKit::DisclosureView>> sections_;
+  const std::shared_ptr<Places> places_;
+  const tessaluna::platform::Ref<tessaluna::ready::SideBar> sideBar_;
   int lines_ = 3;
 };
 

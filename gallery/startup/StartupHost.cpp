@@ -5,8 +5,6 @@
 #include <cmath>
 
 #include "gallery/startup/splash.h"
-#include "tessaluna/platform/foundation/NSData.h"
-#include "tessaluna/platform/foundation/NSNumber.h"
 
 namespace gallery {
 
@@ -25,7 +23,7 @@ std::string nameOf(int task) { return "Task " + std::to_string(task); }
 
 void StartupHost::didInit() {
   NSObject::didInit();
-  monitor_ = make<ProgressMonitorView>(CGRect{0, 0, 260, 20});
+#include "gallery/startup/splash.h"
   taskBar_ = make<tessaluna::ready::TaskBar>(CGRect{0, 0, 360, 20});
 }
 
@@ -70,45 +68,30 @@ void StartupHost::beginTask(double length) {
   Worker& worker = workers_[number];
   worker.length = length;
   worker.speed = 10 + 5 * (number % 3);
-  monitor_->addBackgroundTaskProgress(nameOf(number), length, &worker.isAborted);
   worker.shown = taskBar_->begin(
       {.title = nameOf(number), .length = length, .abort = [this, number] { workers_.at(number).isAborted = true; }});
   report(nameOf(number) + " begins");
 }
 
-// As a host does that knows no more of the task than its record.
-void StartupHost::abortOldestTask() {
-  if (workers_.empty()) return;
-  const auto record = monitor_->backgroundTasks()->objectForKey<NSDictionary>(nameOf(workers_.begin()->first));
-  bool* semaphore = nullptr;
-  record->objectForKey<NSData>("abortSem")->getBytes(&semaphore, sizeof semaphore);
-  *semaphore = true;
-}
-
 void StartupHost::runTasks(double seconds) {
   for (auto task = workers_.begin(); task != workers_.end();) {
     Worker& worker = task->second;
-    const std::string name = nameOf(task->first);
     worker.position = std::min(worker.position + worker.speed * seconds, worker.length);
-    if (worker.isAborted || worker.position >= worker.length) {
-      monitor_->removeBackgroundTaskProgress(name);
-      report(name + (worker.isAborted ? " aborted" : " ends"));
-      task = workers_.erase(task);
-    } else {
-      monitor_->setBackgroundTaskProgressPosition(worker.position, name);
-      worker.shown.setPosition(worker.position);
+    worker.shown.setPosition(worker.position);
+    if (!worker.isAborted && worker.position < worker.length) {
       ++task;
+      continue;
     }
+    report(nameOf(task->first) + (worker.isAborted ? " aborted" : " ends"));
+    task = workers_.erase(task);
   }
 }
 
 std::vector<std::string> StartupHost::taskLines() const {
   std::vector<std::string> lines;
-  for (const auto& [name, object] : monitor_->backgroundTasks()->entries()) {
-    const auto& record = dynamic_cast<const NSDictionary&>(*object);
-    const auto number = [&](std::string_view key) { return std::lround(record.objectForKey<NSNumber>(key)->doubleValue()); };
-    lines.push_back(name + "   " + std::to_string(number("Pos")) + " of " + std::to_string(number("Length")));
-  }
+  for (const auto& [number, worker] : workers_)
+    lines.push_back(nameOf(number) + "   " + std::to_string(std::lround(worker.position)) + " of " +
+                    std::to_string(std::lround(worker.length)));
   return lines;
 }
 

@@ -1,5 +1,5 @@
-// A simulated start behind a splash, and simulated background tasks in a monitor, as a host runs them. Time passes with the
-// clock once start was called, or with advance.
+// A simulated start behind a splash, and simulated background tasks in the ready-made line of tasks, as a host runs them. Time
+// passes with the clock once start was called, or with advance.
 #pragma once
 
 #include <functional>
@@ -9,7 +9,6 @@
 #include "gallery/Ticker.h"
 #include "tessaluna/ready/tasks/TaskBar.h"
 #include "tessaluna/uikit/startup/AppSplashController.h"
-#include "tessaluna/uikit/startup/ProgressMonitorView.h"
 
 namespace gallery {
 
@@ -25,27 +24,23 @@ class StartupHost : public tessaluna::platform::NSObject {
   void showSplash();
   const tessaluna::platform::Ref<TessalunaUIKit::AppSplashController>& splash() const { return splash_; }
 
-  // A task of that length runs at a speed of its own, and is removed once it is through or was aborted.
+  // A task of that length runs at a speed of its own, and is removed once it is through or was stopped by the bar's cross.
   void beginTask(double length);
-  void abortOldestTask();
-  const tessaluna::platform::Ref<TessalunaUIKit::ProgressMonitorView>& monitor() const { return monitor_; }
-  // The same tasks, with their titles.
   const tessaluna::platform::Ref<tessaluna::ready::TaskBar>& taskBar() const { return taskBar_; }
-  // What the monitor knows of each task: "Scan 1   40 of 100".
+  // "Task 1   40 of 100".
   std::vector<std::string> taskLines() const;
 
  private:
   struct Worker {
-    bool isAborted = false;  // its address is the abort semaphore
+    bool isAborted = false;
     double length = 0, position = 0, speed = 0;
-    tessaluna::ready::ShownTask shown{};  // in the bar
+    tessaluna::ready::ShownTask shown{};
   };
   void runSplash(double seconds);
   void runTasks(double seconds);
   void report(const std::string& what) const;
 
   tessaluna::platform::Ref<TessalunaUIKit::AppSplashController> splash_;
-  tessaluna::platform::Ref<TessalunaUIKit::ProgressMonitorView> monitor_;
   tessaluna::platform::Ref<tessaluna::ready::TaskBar> taskBar_;
   std::map<int, Worker> workers_;  // by their numbers, in their order
   std::function<void(const std::string&)> report_;

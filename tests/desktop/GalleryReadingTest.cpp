@@ -99,10 +99,10 @@ TEST_F(GalleryReading, BackgroundTasks) {
   host->beginTask(100);
   host->beginTask(300);
   host->advance(4);
-  EXPECT_EQ(missing(read(new tessaluna::backend::qt::QtViewWidget(host->monitor())),
+  EXPECT_EQ(missing(read(new tessaluna::backend::qt::QtViewWidget(host->taskBar())),
                     {"panel \"2 tasks, 35 percent\"", "progress bar \"Task 1\"", "progress bar \"Task 2\""}),
             "");
-  host->abortOldestTask();
+  act("Stop Task 1", "Press");
   host->advance(0.1);
   const std::string after = tree();
   EXPECT_EQ(after.find("progress bar \"Task 1\""), after.npos);

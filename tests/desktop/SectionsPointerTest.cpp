@@ -8,6 +8,7 @@
 #include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/uikit/containers/DisclosureHeaderView.h"
+#include "tessaluna/uikit/containers/DisclosureView.h"
 #include "tests/desktop/QtDesktop.h"
 
 using namespace tessaluna::platform;
@@ -16,7 +17,7 @@ using gallery::SectionsHost;
 
 namespace {
 
-constexpr CGFloat headerHeight = 26;
+constexpr CGFloat headerHeight = 28;
 
 // Sees a key that does nothing. What was sent before it has arrived by then.
 class KeyWitness : public QObject {
@@ -43,15 +44,20 @@ class SectionsPointer : public harness::QtDesktop {
     window_.activateWindow();
     EXPECT_TRUE(eventually([&] { return window_.isActiveWindow(); }));
     settle();
-    for (int i : {0, 1, 2}) sections_.push_back(sectionIn(*host_.sideBar(), i));
-    sections_.push_back(sectionIn(*sections_[0]->contentView(), 1));
+    collect(*host_.sideBar());
+    EXPECT_EQ(sections_.size(), 5u);
   }
   ~SectionsPointer() override {
     NSLayoutConstraint::setConflictHandler(nullptr);
     xdotool({"mouseup", "1", "mousemove", "5", "1000"});
   }
-  static Ref<DisclosureView> sectionIn(const NSView& view, int index) {
-    return std::dynamic_pointer_cast<DisclosureView>(Ref<NSView>(view.subviews()[std::size_t(index)]));
+  // From top to bottom: library, up next, what is later within it, about, notes.
+  enum Section : std::size_t { Library, UpNext, Later, About, Notes };
+  void collect(const NSView& view) {
+    for (const Ref<NSView>& subview : view.subviews()) {
+      if (auto section = std::dynamic_pointer_cast<DisclosureView>(subview)) sections_.push_back(std::move(section));
+      collect(*subview);
+    }
   }
 
   QPoint placeOf(const NSView& view) const {
@@ -78,51 +84,52 @@ class SectionsPointer : public harness::QtDesktop {
       EXPECT_EQ(section->frame().size.height, headerHeight + (section->isDisclosed() ? content : 0));
       EXPECT_EQ(section->headerView()->disclosureButton()->title(), section->isDisclosed() ? "Hide" : "Show");
     }
-    for (std::size_t i : {1u, 2u})
-      EXPECT_EQ(CGRectGetMaxY(sections_[i]->frame()) + 1, sections_[i - 1]->frame().origin.y) << i;
+    for (const auto& [upper, lower] : {std::pair{Library, UpNext}, {UpNext, About}, {About, Notes}})
+      EXPECT_EQ(CGRectGetMaxY(sections_[upper]->frame()), sections_[lower]->frame().origin.y) << upper;
   }
 
   SectionsHost host_;
-  std::vector<Ref<DisclosureView>> sections_;  // the last one is within the first
+  std::vector<Ref<DisclosureView>> sections_;
   QWidget window_;
   tessaluna::backend::qt::QtViewWidget* widget_ = new tessaluna::backend::qt::QtViewWidget(host_.sideBar());
 };
 
 TEST_F(SectionsPointer, TheButtonShowsUnderThePointerAndItsClickFoldsAndOpens) {
-  const Ref<NSButton> button = sections_[1]->headerView()->disclosureButton();
+  const Ref<NSButton> button = sections_[About]->headerView()->disclosureButton();
   EXPECT_TRUE(button->isHidden());
-  moveTo(placeOf(*sections_[1]->headerView()));
+  moveTo(placeOf(*sections_[About]->headerView()));
   ASSERT_TRUE(eventually([&] { return !button->isHidden(); }));
   moveTo(placeOf(*button));
   xdotool({"click", "1"});
-  ASSERT_TRUE(eventually([&] { return !sections_[1]->isDisclosed(); }));
+  ASSERT_TRUE(eventually([&] { return !sections_[About]->isDisclosed(); }));
   ASSERT_TRUE(areAllAtRest());
   settle();
-  EXPECT_EQ(sections_[1]->frame().size.height, headerHeight);
-  moveTo(placeOf(*sections_[0]->headerView()));
+  EXPECT_EQ(sections_[About]->frame().size.height, headerHeight);
+  moveTo(placeOf(*sections_[UpNext]->headerView()));
   EXPECT_TRUE(eventually([&] { return button->isHidden(); }));
 }
 
 TEST_F(SectionsPointer, TheKeyboardFoldsAndOpensWithoutAPointer) {
   window_.setFocus();
-  xdotool({"key", "Tab", "key", "space"});
-  ASSERT_TRUE(eventually([&] { return !sections_[0]->isDisclosed(); }));
+  // Tab leads to the selected item, Down twice from there to the next heading.
+  xdotool({"key", "Tab", "key", "Down", "key", "Down", "key", "space"});
+  ASSERT_TRUE(eventually([&] { return !sections_[UpNext]->isDisclosed(); }));
   ASSERT_TRUE(areAllAtRest());
   xdotool({"key", "Return"});
-  EXPECT_TRUE(eventually([&] { return sections_[0]->isDisclosed(); }));
+  EXPECT_TRUE(eventually([&] { return sections_[UpNext]->isDisclosed(); }));
   ASSERT_TRUE(areAllAtRest());
 }
 
 // Pressed while it moves, within one that moves, made wider and narrower meanwhile, and with texts that grow.
 TEST_F(SectionsPointer, WhateverIsDoneMeanwhileEverySectionIsWholeInTheEnd) {
   for (int round = 0; round < 3; ++round) {
-    moveTo(placeOf(*sections_[0]->headerView()));
-    moveTo(placeOf(*sections_[0]->headerView()->disclosureButton()));
+    moveTo(placeOf(*sections_[UpNext]->headerView()));
+    moveTo(placeOf(*sections_[UpNext]->headerView()->disclosureButton()));
     xdotool({"click", "--repeat", "3", "--delay", "40", "1"});
-    sections_[3]->toggleDisclosure(nullptr);
+    host_.sideBar()->setIsOpen("Later", round == 1);
     window_.resize(420, 400);
     host_.addLine();
-    sections_[2]->toggleDisclosure(nullptr);
+    host_.sideBar()->setIsOpen("Notes", round == 2);
     xdotool({"click", "1"});
     window_.resize(300, 520);
     host_.setDisclosed(round % 2 == 0);
@@ -135,7 +142,7 @@ TEST_F(SectionsPointer, WhateverIsDoneMeanwhileEverySectionIsWholeInTheEnd) {
     host_.setDisclosed(false);
     ASSERT_TRUE(areAllAtRest());
     settle();
-    for (std::size_t i : {0u, 1u, 2u}) EXPECT_EQ(sections_[i]->frame().size.height, headerHeight) << i;
+    for (const Section i : {Library, UpNext, About, Notes}) EXPECT_EQ(sections_[i]->frame().size.height, headerHeight) << i;
     host_.setDisclosed(true);
     ASSERT_TRUE(areAllAtRest());
     expectWhole();

@@ -3,26 +3,28 @@
 #include <gtest/gtest.h>
 
 #include "tessaluna/platform/accessibility/accessibleTree.h"
-#include "tessaluna/uikit/containers/DisclosureHeaderView.h"
+#include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tests/harness/StillWorld.h"
 
 namespace gallery {
 namespace {
 
 using namespace tessaluna::platform;
-using namespace TessalunaUIKit;
+
+constexpr CGFloat headingHeight = 28;
 
 struct SectionsHostTest : harness::StillWorld {
   SectionsHostTest() {
     NSLayoutConstraint::setConflictHandler([](const std::string& line) { ADD_FAILURE() << line; });
+    host.sideBar()->setFrame({0, 0, 300, 520});
     window->contentView()->addSubview(host.sideBar());
     desktop.settle();
   }
   ~SectionsHostTest() override { NSLayoutConstraint::setConflictHandler(nullptr); }
-  // From the top of the side bar to the bottom of its last section.
+  // Of all sections.
   CGFloat height() {
     window->layoutIfNeeded();
-    return host.sideBar()->frame().size.height - host.sideBar()->subviews()[2]->frame().origin.y;
+    return host.sideBar()->scrollView()->documentView()->frame().size.height;
   }
 
   using Lines = std::vector<std::string>;
@@ -60,12 +62,12 @@ TEST_F(SectionsHostTest, ATextThatGrowsMovesWhatIsBelow) {
   EXPECT_EQ(height(), before);
 }
 
-TEST_F(SectionsHostTest, FoldedThereAreThreeHeaders) {
+TEST_F(SectionsHostTest, FoldedThereAreFourHeadings) {
   host.setDisclosed(false);
   desktop.advance(1);
-  EXPECT_EQ(height(), 3 * 26 + 2);
+  EXPECT_EQ(height(), 4 * headingHeight);
   host.addLine();
-  EXPECT_EQ(height(), 3 * 26 + 2);
+  EXPECT_EQ(height(), 4 * headingHeight);
 }
 
 TEST_F(SectionsHostTest, WhatGrewWhileItWasFoldedIsOpenInItsNewHeight) {
@@ -78,40 +80,43 @@ TEST_F(SectionsHostTest, WhatGrewWhileItWasFoldedIsOpenInItsNewHeight) {
   EXPECT_GT(height(), before + 10);
 }
 
-TEST_F(SectionsHostTest, OpenItsHeadersAndContentsAreAllInTheTreeAndTheTabKeyStopsAtThem) {
+TEST_F(SectionsHostTest, OpenAllOfItIsInTheTreeAndTheTabKeyStopsAtTheBarAndInTheNotes) {
   EXPECT_EQ(tree(),
-            (Lines{R"(unknown "")", R"(  disclosure triangle "Up next")",
+            (Lines{R"(group "Side bar")", R"(  disclosure triangle "Library")", R"(  list "Library")",
+                   R"(    row "Songs, 1204")", R"(    row "Playlists, 7")", R"(  disclosure triangle "Up next")",
                    R"(  static text "Morning tide\nGlass harbor\nSeven lanterns")", R"(  disclosure triangle "Later")",
                    R"(  static text "Two albums and a radio hour")", R"(  disclosure triangle "About the album")",
                    R"(  static text "Recorded in four nights,\nin a hall by the sea.")", R"(  disclosure triangle "Notes")",
                    R"(  text field "Note")"}));
-  EXPECT_EQ(tabStops(),
-            (Lines{R"(disclosure triangle "Up next")", R"(disclosure triangle "Later")",
-                   R"(disclosure triangle "About the album")", R"(disclosure triangle "Notes")", R"(text field "Note")"}));
+  EXPECT_EQ(tabStops(), (Lines{R"(row "Songs, 1204")", R"(text field "Note")"}));
 }
 
-TEST_F(SectionsHostTest, FoldedOnlyHeadersOfTheOuterSectionsAreLeft) {
+TEST_F(SectionsHostTest, FoldedOnlyHeadingsOfTheOuterSectionsAreLeft) {
   host.setDisclosed(false);
   desktop.advance(1);
-  const Lines left = tabStops();
-  EXPECT_EQ(left, (Lines{R"(disclosure triangle "Up next")", R"(disclosure triangle "About the album")",
-                         R"(disclosure triangle "Notes")"}));
-  Lines inTree = tree();
-  inTree.erase(inTree.begin());  // the side bar
-  for (std::string& line : inTree) line.erase(0, 2);
-  EXPECT_EQ(inTree, left);
+  EXPECT_EQ(tree(), (Lines{R"(group "Side bar")", R"(  disclosure triangle "Library")", R"(  disclosure triangle "Up next")",
+                           R"(  disclosure triangle "About the album")", R"(  disclosure triangle "Notes")"}));
+  EXPECT_EQ(tabStops(), Lines{R"(disclosure triangle "Library")"});
 }
 
-TEST_F(SectionsHostTest, AFoldedSectionWithinAnOpenOneKeepsItsHeader) {
-  const auto later = [&] {
-    const Ref<NSView> content = host.sideBar()->subviews()[0]->subviews()[1];
-    return std::dynamic_pointer_cast<DisclosureView>(content->subviews()[1]);
-  }();
-  ASSERT_TRUE(later);
-  later->setDisclosureTo(false, false);
+TEST_F(SectionsHostTest, AFoldedSectionWithinAnOpenOneKeepsItsHeading) {
+  host.sideBar()->setIsOpen("Later", false);
+  desktop.advance(1);
   const Lines lines = tree();
   EXPECT_EQ(std::count(lines.begin(), lines.end(), R"(  disclosure triangle "Later")"), 1);
   EXPECT_EQ(std::count(lines.begin(), lines.end(), R"(  static text "Two albums and a radio hour")"), 0);
+}
+
+TEST_F(SectionsHostTest, ASectionThatIsTakenAwayComesBackToItsPlace) {
+  const Lines before = tree();
+  const CGFloat whole = height();
+  host.setHasAbout(false);
+  EXPECT_LT(height(), whole - headingHeight);
+  const Lines without = tree();
+  EXPECT_EQ(without.size(), before.size() - 2);
+  host.setHasAbout(true);
+  EXPECT_EQ(tree(), before);
+  EXPECT_EQ(height(), whole);
 }
 
 TEST_F(SectionsHostTest, WhatAFoldingSectionStillShowsStaysUntilItIsCutOff) {

@@ -16,6 +16,10 @@ class StartupHostTest : public harness::StillWorld {
     host->setReport([this](const std::string& what) { reports.push_back(what); });
     host->start();
   }
+  void pressCross() {
+    for (const Ref<NSView>& view : host->taskBar()->subviews())
+      if (const auto button = std::dynamic_pointer_cast<NSButton>(view)) button->performClick(nullptr);
+  }
   std::vector<std::string> reports;
   Ref<StartupHost> host = make<StartupHost>();
 };
@@ -39,25 +43,24 @@ TEST_F(StartupHostTest, TheSplashGoesThroughItsStepsAndCloses) {
 TEST_F(StartupHostTest, TasksComeRunAndAreTakenAway) {
   host->beginTask(100);
   host->beginTask(100);
-  EXPECT_FALSE(host->monitor()->isHidden());
+  EXPECT_FALSE(host->taskBar()->isHidden());
   desktop.advance(2);
   EXPECT_THAT(host->taskLines(), ElementsAre("Task 1   30 of 100", "Task 2   40 of 100"));
   desktop.advance(20);
-  EXPECT_TRUE(host->monitor()->isHidden());
+  EXPECT_TRUE(host->taskBar()->isHidden());
   EXPECT_THAT(reports, ElementsAre("Task 1 begins", "Task 2 begins", "Task 2 ends", "Task 1 ends"));
 }
 
-TEST_F(StartupHostTest, AnAbortGoesThroughTheRecordsSemaphore) {
+TEST_F(StartupHostTest, TheCrossStopsTheOldestTask) {
   host->beginTask(1000);
   host->beginTask(1000);
-  host->abortOldestTask();
+  pressCross();
   desktop.advance(0.5);
   EXPECT_THAT(reports, ElementsAre("Task 1 begins", "Task 2 begins", "Task 1 aborted"));
-  EXPECT_EQ(host->monitor()->backgroundTasks()->count(), 1u);
-  host->abortOldestTask();
+  EXPECT_EQ(host->taskBar()->taskCount(), 1u);
+  pressCross();
   desktop.advance(0.5);
-  host->abortOldestTask();
-  EXPECT_TRUE(host->monitor()->isHidden());
+  EXPECT_TRUE(host->taskBar()->isHidden());
 }
 
 }  // namespace gallery
