@@ -14,7 +14,9 @@ namespace gallery {
 
 struct Collection {
   std::string title;
-  std::function<SongNumbers()> songs;  // as they are at the moment
+  std::function<SongNumbers()> songs;                         // as they are at the moment
+  std::string kind{};                                         // what it is, before its note; empty for one in a section
+  void (*icon)(tessaluna::platform::CGRect frame) = nullptr;  // absent for one that is in no section
 };
 
 struct CollectionSection {
@@ -35,8 +37,8 @@ class Collections {
   Collection ofArtist(const std::string& artist) const;
   Collection ofAlbum(std::size_t album) const;
 
-  // "24 tracks, 1 h 32 min"
-  std::string noteOn(const SongNumbers& songs) const;
+  // "24 tracks, 1 h 32 min", and before it the collection's kind.
+  std::string noteOn(const Collection& collection) const;
 
  private:
   std::shared_ptr<const MusicLibrary> library_;

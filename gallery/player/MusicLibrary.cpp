@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::uint32_t seed = 11;
 constexpr std::size_t fewestSongs = 8, mostSongs = 13, songsOfPlaylist = 24;
-constexpr const char* playlistTitles[] = {"Late evening", "On the train", "Rain on the roof", "For the long way home"};
+constexpr const char* playlistTitles[] = {"Late evening", "Dinner", "Morning run", "Deep work"};
 
 }  // namespace
 

@@ -62,6 +62,7 @@ PlayerView::PlayerView(CGRect frame, std::shared_ptr<MusicLibrary> library)
       upNext_(std::make_shared<SongList>(library_, player_, SongList::Order::AsGiven)),
       albums_(std::make_shared<AlbumList>(library_, player_)),
       collections_(library_),
+      side_(std::make_shared<PlayerSideBar>(collections_)),
       found_(library_) {}
 
 void PlayerView::didInit() {
@@ -113,6 +114,14 @@ void PlayerView::makeSide() {
   cover_->setImageScaling(NSImageScaleProportionallyUpOrDown);
   cover_->setClosesByClickAndEscape(true);
   addSubview(cover_);
+
+  sideBar_ = make<SideBar>(side_);
+  sideBar_->setName("Library");
+  sideBar_->setOnChoose([this](const SideItem& item) {
+    show(*collections_.find(item.title));
+    report(item.title);
+  });
+  addSubview(sideBar_);
 }
 
 void PlayerView::makeMiddle() {
@@ -122,7 +131,9 @@ void PlayerView::makeMiddle() {
   addSubview(title_);
   addSubview(note_);
 
-  placesButton_ = make<NSPopUpButton>(CGRect{});
+  // It says what it is, and not what was chosen last: the title says what shows.
+  placesButton_ = make<NSPopUpButton>(CGRect{}, /*pullsDown=*/true);
+  placesButton_->addItemWithTitle("Library");
   for (const CollectionSection& section : collections_.sections())
     for (const Collection& collection : section.collections) placesButton_->addItemWithTitle(collection.title);
   placesButton_->setAction([this] { show(*collections_.find(placesButton_->titleOfSelectedItem())); });
@@ -134,6 +145,7 @@ void PlayerView::makeMiddle() {
   cell->setUnderlineColor(accentColor());
   tabs_ = make<NSSegmentedControl>(CGRect{});
   tabs_->setCell(cell);
+  tabs_->setPutsOverflowIntoMenu(true);
   tabs_->setSegmentCount(3);
   for (const auto& [tab, label] :
        {std::pair(Tab::Songs, "Tracks"), std::pair(Tab::Albums, "Albums"), std::pair(Tab::UpNext, "Up next")})
@@ -243,6 +255,7 @@ void PlayerView::layout() {
   place(*search_, places.search);
   taskBar_->setFrame(places.tasks);  // it hides itself
   place(*cover_, places.cover);
+  place(*sideBar_, places.sideBar);
   place(*title_, places.title);
   place(*note_, places.note);
   place(*placesButton_, places.places);
@@ -293,7 +306,7 @@ void PlayerView::showCollection() {
   const Collection& collection = visited_[visit_];
   const SongNumbers songs = collection.songs();
   title_->setStringValue(collection.title);
-  note_->setStringValue(collections_.noteOn(songs));
+  note_->setStringValue(collections_.noteOn(collection));
   // In its own order, whatever the one before was sorted by.
   songTable_->table()->setSortDescriptors({});
   albumTable_->table()->setSortDescriptors({});
@@ -301,8 +314,7 @@ void PlayerView::showCollection() {
   songs_->setSongs(songs);
   back_->setEnabled(visit_ > 0);
   forward_->setEnabled(visit_ + 1 < visited_.size());
-  if (collections_.find(collection.title)) placesButton_->selectItemWithTitle(collection.title);
-  else placesButton_->selectItemAtIndex(std::nullopt);
+  sideBar_->setSelected(collection.title);
   if (tabs_->selectedSegment() == static_cast<std::size_t>(Tab::UpNext)) showTab(Tab::Songs);
 }
 
@@ -344,7 +356,7 @@ void PlayerView::pick(const SearchRow& row) {
 
 void PlayerView::searchFor(const std::string& text) {
   if (text.empty()) return show(collections_.allMusic());
-  show({"“" + text + "”", [songs = found_.songsFor(text)] { return songs; }});
+  show({"“" + text + "”", [songs = found_.songsFor(text)] { return songs; }, "Search"});
   report("search for " + shownTitle());
 }
 
@@ -356,6 +368,7 @@ void PlayerView::toggleFavorite(const SongNumbers& songs) {
   songs_->songsDidChange();
   upNext_->songsDidChange();
   albums_->albumsDidChange();
+  side_->countsDidChange();
   report(areFavorites ? "no favorite any more" : "favorite");
 }
 

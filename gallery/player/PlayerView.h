@@ -13,6 +13,7 @@
 #include "gallery/player/AlbumList.h"
 #include "gallery/player/Collections.h"
 #include "gallery/player/MusicSearch.h"
+#include "gallery/player/PlayerSideBar.h"
 #include "gallery/player/SimulatedTasks.h"
 #include "gallery/player/SongList.h"
 #include "tessaluna/platform/views/NSPopUpButton.h"
@@ -47,6 +48,7 @@ class PlayerView : public tessaluna::platform::NSView {
   const tessaluna::platform::Ref<tessaluna::ready::TaskBar>& taskBar() const { return taskBar_; }
   const tessaluna::platform::Ref<TessalunaUIKit::CoverArtThumbnailView>& cover() const { return cover_; }
   const tessaluna::platform::Ref<tessaluna::platform::NSSegmentedControl>& tabs() const { return tabs_; }
+  const tessaluna::platform::Ref<tessaluna::ready::SideBar>& sideBar() const { return sideBar_; }
   std::string shownTitle() const { return title_->stringValue(); }
 
   bool isFlipped() const override { return true; }
@@ -77,6 +79,7 @@ class PlayerView : public tessaluna::platform::NSView {
   const std::shared_ptr<SongList> songs_, upNext_;
   const std::shared_ptr<AlbumList> albums_;
   const Collections collections_;
+  const std::shared_ptr<PlayerSideBar> side_;
   const MusicSearch found_;
   std::unique_ptr<SimulatedTasks> tasks_;
 
@@ -84,6 +87,7 @@ class PlayerView : public tessaluna::platform::NSView {
   tessaluna::platform::Ref<tessaluna::ready::TaskBar> taskBar_;
   tessaluna::platform::Ref<TessalunaUIKit::PrevNextButton> back_, forward_;
   tessaluna::platform::Ref<TessalunaUIKit::CoverArtThumbnailView> cover_;
+  tessaluna::platform::Ref<tessaluna::ready::SideBar> sideBar_;
   tessaluna::platform::Ref<tessaluna::platform::NSTextField> title_, note_;
   tessaluna::platform::Ref<tessaluna::platform::NSPopUpButton> placesButton_;
   tessaluna::platform::Ref<tessaluna::platform::NSSegmentedControl> tabs_;

@@ -10,12 +10,12 @@ using namespace tessaluna::platform;
 namespace {
 
 constexpr CGFloat margin = 16, gap = 12;
-constexpr CGFloat topHeight = 56, fieldHeight = 26, arrowWidth = 26, maxSearch = 300, maxTasks = 340, leastSearch = 160,
-                  leastTasks = 250, taskHeight = 20;
+constexpr CGFloat topHeight = 56, fieldHeight = 26, arrowWidth = 26, maxSearch = 300, maxSearchAlone = 420, maxTasks = 340,
+                  leastSearch = 160, leastTasks = 250, taskHeight = 20;
 constexpr CGFloat leastWithSide = 560, leastSide = 176, maxSide = 232, shareOfSide = 0.22;
 constexpr CGFloat leastSideBar = 190, leastCover = 72, smallCover = 52;
 constexpr CGFloat headingHeight = 60, titleHeight = 26, noteHeight = 18, tabsWidth = 276, tabsHeight = 34, leastTitle = 250,
-                  placesWidth = 132;
+                  placesWidth = 104;
 constexpr CGFloat footHeight = 76, transportHeight = 52;
 
 CGRect rect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
@@ -39,7 +39,9 @@ PlayerPlaces playerPlaces(CGSize size, TaskLine taskLine) {
   const CGFloat topRoom = width - margin - searchX;
   const bool hasTasksInTop = topRoom >= leastSearch + 2 * gap + leastTasks;
   places.search =
-      rect(searchX, fieldY, std::min(hasTasksInTop ? topRoom - 2 * gap - leastTasks : topRoom, maxSearch), fieldHeight);
+      rect(searchX, fieldY,
+           std::min(hasTasksInTop ? topRoom - 2 * gap - leastTasks : topRoom, hasTasksInTop ? maxSearch : maxSearchAlone),
+           fieldHeight);
   const bool hasTasksInFoot = !hasTasksInTop && taskLine == TaskLine::Shown;
   if (hasTasksInTop) {
     const CGFloat room = topRoom - places.search.size.width - 2 * gap, tasksWidth = std::min(room, maxTasks);
@@ -75,16 +77,17 @@ PlayerPlaces playerPlaces(CGSize size, TaskLine taskLine) {
   if (!hasSide) {
     places.cover = rect(left, y + 4, smallCover, smallCover);
     left += smallCover + gap;
-    places.places = rect(right - placesWidth, y + 14, placesWidth, fieldHeight);
   }
-  const CGFloat titleRight = hasTabsBeside ? right - tabsWidth - gap : hasSide ? right : places.places.origin.x - gap;
+  const CGFloat titleRight = hasTabsBeside ? right - tabsWidth - gap : right;
   places.title = rect(left, y + 6, titleRight - left, titleHeight);
   places.note = rect(left, y + 6 + titleHeight, titleRight - left, noteHeight);
   CGFloat listTop = topHeight + headingHeight + 10;
   if (hasTabsBeside) {
     places.tabs = rect(right - tabsWidth, listTop - tabsHeight - 6, tabsWidth, tabsHeight);
   } else {
-    places.tabs = rect(sideWidth + margin, listTop, std::min(right - sideWidth - margin, tabsWidth), tabsHeight);
+    const CGFloat start = sideWidth + margin, end = hasSide ? right : right - placesWidth - gap;
+    places.tabs = rect(start, listTop, std::min(end - start, tabsWidth), tabsHeight);
+    if (!hasSide) places.places = rect(right - placesWidth, listTop, placesWidth, fieldHeight);
     listTop += tabsHeight + 8;
   }
   places.list = rect(sideWidth, listTop, width - sideWidth, size.height - foot - listTop);

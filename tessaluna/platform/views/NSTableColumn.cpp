@@ -50,6 +50,11 @@ void NSTableColumn::setTitle(std::string title) {
   columnDidChange();
 }
 
+void NSTableColumn::setTitleEnd(TitleEnd end) {
+  titleEnd_ = end;
+  columnDidChange();
+}
+
 void NSTableColumn::setWidth(CGFloat width) {
   const CGFloat allowed = std::max(minWidth_, std::min(width, maxWidth_));
   if (allowed == width_) return;

@@ -26,6 +26,10 @@ class NSTableColumn : public NSObject {
   NSTableView* tableView() const { return table_; }    // absent while in none
   const std::string& title() const { return title_; }  // in the header
   void setTitle(std::string title);
+  // An addition: at which end of the header the title is. Values are aligned by their cells.
+  enum class TitleEnd { Leading, Trailing };
+  TitleEnd titleEnd() const { return titleEnd_; }
+  void setTitleEnd(TitleEnd end);
 
   // In points, cut to the limits.
   CGFloat width() const { return width_; }
@@ -54,6 +58,7 @@ class NSTableColumn : public NSObject {
   void columnDidChange();
 
   std::string identifier_, title_;
+  TitleEnd titleEnd_ = TitleEnd::Leading;
   NSTableView* table_ = nullptr;
   Ref<NSCell> dataCell_;
   Ref<NSSortDescriptor> sortDescriptorPrototype_;

@@ -1,6 +1,7 @@
 #include "tessaluna/platform/views/NSTableHeaderView.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
 #include "tessaluna/platform/events/NSCursor.h"
@@ -149,10 +150,15 @@ void NSTableHeaderView::drawRect(CGRect) {
     const NSSortDescriptor* sorting = sortingBy(*table_, column);
     const NSAttributedString title(std::string_view(column.title()), attributes);
     const CGFloat height = title.size().height;
-    const CGFloat width = rect.size.width - 2 * titleMargin - (sorting ? markWidth : 0);
-    if (width > 0) title.drawInRect({rect.origin.x + titleMargin, (rect.size.height - height) / 2, width, height});
+    const bool isTrailing = column.titleEnd() == NSTableColumn::TitleEnd::Trailing;
+    const CGFloat room = rect.size.width - 2 * titleMargin - (sorting ? markWidth : 0);
+    const CGFloat width = std::min(room, std::ceil(title.size().width));
+    const CGFloat left = isTrailing ? CGRectGetMaxX(rect) - titleMargin - width : rect.origin.x + titleMargin;
+    if (width > 0) title.drawInRect({left, (rect.size.height - height) / 2, isTrailing ? width : room, height});
     if (!sorting) continue;
-    const CGFloat x = CGRectGetMaxX(rect) - markWidth, y = CGRectGetMidY(rect), up = sorting->ascending() ? 2 : -2;
+    // At the line of the column; without one beside the title, lest it seem to belong to the next.
+    const CGFloat end = canBeResized(column) ? CGRectGetMaxX(rect) : left + width + titleMargin + markWidth;
+    const CGFloat x = (isTrailing ? left : end) - markWidth, y = CGRectGetMidY(rect), up = sorting->ascending() ? 2 : -2;
     const auto mark = NSBezierPath::bezierPath();
     mark->moveToPoint({x, y + up});
     mark->lineToPoint({x + 4, y - up});

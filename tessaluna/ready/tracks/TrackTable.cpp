@@ -27,11 +27,9 @@ struct ColumnLook {
 };
 
 // In the order of TrackColumns.
-constexpr ColumnLook columnLooks[] = {{"play", "", std::nullopt},
-                                      {"title", "Title", TrackColumn::Title},
-                                      {"artists", "Artist", TrackColumn::Artists},
-                                      {"controls", "", std::nullopt},
-                                      {"time", "Time", TrackColumn::Time}};
+constexpr ColumnLook columnLooks[] = {
+    {"play", "", std::nullopt},     {"title", "Title", TrackColumn::Title}, {"artists", "Artist", TrackColumn::Artists},
+    {"controls", "", std::nullopt}, {"time", "Time", TrackColumn::Time},    {"rest", "", std::nullopt}};
 
 // The controls of a row in the order of the keys: play, the artists, favorite, more.
 struct ControlOrder {
@@ -88,6 +86,7 @@ TrackTable::TrackTable(std::shared_ptr<TrackModel> model, TrackActions actions)
     const auto column = make<NSTableColumn>(std::string(look.identifier));
     column->setTitle(std::string(look.title));
     column->setMinWidth(0);
+    if (look.column == TrackColumn::Time) column->setTitleEnd(NSTableColumn::TitleEnd::Trailing);
     column->setResizable(false);
     if (look.column && model_->isSortable())
       column->setSortDescriptorPrototype(make<NSSortDescriptor>(std::string(look.identifier), true));

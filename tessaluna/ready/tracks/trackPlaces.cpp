@@ -12,6 +12,8 @@ using namespace platform;
 namespace {
 
 constexpr CGFloat margin = 12, gap = 12, lineHeight = 18, groundMargin = 5;
+// A title in a header is four points from its column's edge; that of a label is two points from the label's.
+constexpr CGFloat textIndent = 2, timeMargin = margin - textIndent;
 constexpr CGFloat playWidth = margin + trackGlyphSize + gap + trackCoverSize + gap;
 constexpr CGFloat controlsWidth = 2 * (trackGlyphSize + gap) + gap, timeWidth = 64;
 constexpr CGFloat leastWithArtists = 560, leastWithTime = 320, leastWithControls = 220, leastWithCover = 160;
@@ -25,15 +27,16 @@ TrackColumns trackColumnsForWidth(CGFloat width) {
   TrackColumns columns;
   columns.play = std::min(std::max(0.0, width), width < leastWithCover ? margin + trackGlyphSize + gap : playWidth);
   columns.controls = width < leastWithControls ? 0 : controlsWidth;
-  columns.time = width < leastWithTime ? 0 : timeWidth;
-  const CGFloat texts = std::max(0.0, width - columns.play - columns.controls - columns.time);
+  columns.time = width < leastWithTime ? 0 : timeWidth - timeMargin;
+  columns.rest = width < leastWithTime ? 0 : timeMargin;
+  const CGFloat texts = std::max(0.0, width - columns.play - columns.controls - columns.time - columns.rest);
   if (width < leastWithArtists) {
     columns.title = texts;
     return columns;
   }
   columns.title = std::min(maxTitle, std::floor(texts * shareOfTitle));
   columns.artists = std::min(maxArtists, texts - columns.title);
-  columns.time += texts - columns.title - columns.artists;
+  columns.rest += texts - columns.title - columns.artists;
   return columns;
 }
 
@@ -47,11 +50,11 @@ TrackRowPlaces trackRowPlaces(CGFloat width) {
     places.cover = {margin + trackGlyphSize + gap, (trackRowHeight - trackCoverSize) / 2, trackCoverSize, trackCoverSize};
   CGFloat x = columns.play;
   const bool hasTwoLines = columns.artists == 0;
-  const CGFloat titleWidth = std::max(0.0, columns.title - gap);
-  places.title = {x, hasTwoLines ? middleY - lineHeight / 2 : middleY, titleWidth, lineHeight};
+  const CGFloat titleWidth = std::max(0.0, columns.title - gap - textIndent);
+  places.title = {x + textIndent, hasTwoLines ? middleY - lineHeight / 2 : middleY, titleWidth, lineHeight};
   x += columns.title;
-  if (hasTwoLines) places.artists = {columns.play, middleY + lineHeight / 2, titleWidth, lineHeight};
-  else places.artists = {x, middleY, std::max(0.0, columns.artists - gap), lineHeight};
+  if (hasTwoLines) places.artists = {columns.play + textIndent, middleY + lineHeight / 2, titleWidth, lineHeight};
+  else places.artists = {x + textIndent, middleY, std::max(0.0, columns.artists - gap - textIndent), lineHeight};
   x += columns.artists;
   if (columns.controls > 0) {
     places.favorite = {x + gap / 2, glyphY, trackGlyphSize, trackGlyphSize};

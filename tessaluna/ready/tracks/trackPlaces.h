@@ -12,8 +12,8 @@ inline constexpr platform::CGFloat trackRowHeight = 52, trackCoverSize = 40, tra
 // The widths of the columns from left to right, which add up to the table's; zero for one that is hidden. Where artists have no
 // column of their own they are below the title.
 struct TrackColumns {
-  platform::CGFloat play = 0, title = 0, artists = 0, controls = 0, time = 0;
-  std::array<platform::CGFloat, 5> all() const { return {play, title, artists, controls, time}; }
+  platform::CGFloat play = 0, title = 0, artists = 0, controls = 0, time = 0, rest = 0;
+  std::array<platform::CGFloat, 6> all() const { return {play, title, artists, controls, time, rest}; }
 };
 TrackColumns trackColumnsForWidth(platform::CGFloat width);
 

@@ -180,7 +180,7 @@ void TransportBar::place() {
   for (const Button* button : {&shuffle_, &repeat_}) put(*button, hasModes);
   const CGFloat right = size.width - (hasVolume ? volume : 0), middle = std::max<CGFloat>(right - x, 0);
   const CGFloat low = (size.height - lineHeight - sliderHeight - 4) / 2;
-  title_->setFrame({x + timeWidth, low + sliderHeight + 4, std::max<CGFloat>(middle - 2 * timeWidth, 0), lineHeight});
+  title_->setFrame({x + timeWidth, low + sliderHeight + 4, std::max<CGFloat>(middle - timeWidth, 0), lineHeight});
   elapsed_->setFrame({x, low + 1, timeWidth - 6, lineHeight});
   length_->setFrame({right - timeWidth + 6, low + 1, timeWidth - 6, lineHeight});
   slider_->setFrame({x + timeWidth, low, std::max<CGFloat>(middle - 2 * timeWidth, 0), sliderHeight});

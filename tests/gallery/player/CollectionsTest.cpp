@@ -37,13 +37,14 @@ TEST_F(CollectionsTest, AnArtistAndAnAlbumAreCollectionsToo) {
 }
 
 TEST_F(CollectionsTest, ANoteSaysHowMuchThereIs) {
-  EXPECT_EQ(collections.noteOn({}), "No tracks");
+  const auto noteOn = [&](const SongNumbers& songs) { return collections.noteOn({"Some", [=] { return songs; }}); };
+  EXPECT_EQ(noteOn({}), "No tracks");
   int minutes = (library->songs()[2].track.seconds + 30) / 60;
-  EXPECT_EQ(collections.noteOn({2}), "1 track, " + std::to_string(minutes) + " min");
+  EXPECT_EQ(noteOn({2}), "1 track, " + std::to_string(minutes) + " min");
   SongNumbers many(100, 2);
   minutes = (100 * library->songs()[2].track.seconds + 30) / 60;
-  EXPECT_EQ(collections.noteOn(many),
-            "100 tracks, " + std::to_string(minutes / 60) + " h " + std::to_string(minutes % 60) + " min");
+  EXPECT_EQ(noteOn(many), "100 tracks, " + std::to_string(minutes / 60) + " h " + std::to_string(minutes % 60) + " min");
+  EXPECT_TRUE(collections.noteOn(collections.ofAlbum(1)).starts_with("Album by " + library->albums()[1].artist + " · "));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/platform/accessibility/AccessibleDescription.h"
 #include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/accessibility/attributes.h"
 #include "tessaluna/platform/events/NSEvent.h"
@@ -52,6 +53,15 @@ class PlayerViewTest : public harness::StillWorld {
   }
   std::string titleOf(std::size_t song) { return library->songs()[song].track.title; }
   std::string playing() { return player->player().song() ? titleOf(*player->player().song()) : std::string(); }
+  // The first one that assistive clients know by the name.
+  static Ref<NSView> viewNamed(const Ref<NSObject>& from, const std::string& name) {
+    for (const Ref<NSObject>& child : accessibleChildrenOf(from)) {
+      const auto view = std::dynamic_pointer_cast<NSView>(child);
+      if (view && accessibleNameOf(child) == name && accessibleRoleOf(child) != NSAccessibilityListRole) return view;
+      if (const Ref<NSView> inner = viewNamed(child, name)) return inner;
+    }
+    return nullptr;
+  }
   std::string elements(const Ref<NSObject>& of) {
     std::string lines;
     for (const std::string& line : accessibleTreeLines(of)) lines += line + "\n";
@@ -100,6 +110,42 @@ TEST_F(PlayerViewTest, AClickOnAnArtistShowsWhatThereIsByHim) {
   click(artists, {8, CGRectGetMidY(artists.bounds())});
   EXPECT_EQ(player->shownTitle(), artist);
   EXPECT_EQ(model().count(), library->songsBy(artist).size());
+}
+
+TEST_F(PlayerViewTest, AnItemOfTheSideBarShowsItsSongs) {
+  const auto& playlist = library->playlists()[1];
+  click(*viewNamed(player->sideBar(), playlist.title + ", 24"), {60, 14});
+  EXPECT_EQ(player->shownTitle(), playlist.title);
+  EXPECT_EQ(player->sideBar()->selected(), playlist.title);
+  EXPECT_EQ(model().count(), playlist.songs.size());
+  player->show(player->collections().ofAlbum(1));
+  for (const Collection& collection : player->collections().sections().back().collections)
+    EXPECT_NE(player->sideBar()->selected(), collection.title) << "an album is none of its items";
+}
+
+TEST_F(PlayerViewTest, ASectionOfTheSideBarFolds) {
+  const Ref<NSView> heading = viewNamed(player->sideBar(), "Playlists");
+  ASSERT_TRUE(heading);
+  click(*heading, {60, CGRectGetMidY(heading->bounds())});
+  EXPECT_FALSE(player->sideBar()->isOpen("Playlists"));
+  EXPECT_TRUE(player->sideBar()->isOpen("Library"));
+  click(*heading, {60, CGRectGetMidY(heading->bounds())});
+  EXPECT_TRUE(player->sideBar()->isOpen("Playlists"));
+}
+
+TEST_F(PlayerViewTest, ANarrowWindowGoesToItsPlacesByAPopUp) {
+  player->setFrameSize({480, 600});
+  desktop.settle();
+  EXPECT_TRUE(player->sideBar()->isHidden());
+  const auto& views = player->subviews();
+  const auto button = std::ranges::find_if(views, [](const auto& view) { return dynamic_cast<NSPopUpButton*>(view.get()); });
+  ASSERT_NE(button, views.end());
+  EXPECT_FALSE((*button)->isHidden());
+  NSMenu& menu = *dynamic_cast<NSPopUpButton&>(**button).menu();
+  const std::string title = library->playlists()[1].title;
+  for (std::size_t item = 0; item < menu.numberOfItems(); ++item)
+    if (menu.itemAtIndex(item)->title() == title) menu.performActionForItemAtIndex(item);
+  EXPECT_EQ(player->shownTitle(), title);
 }
 
 TEST_F(PlayerViewTest, BackAndForwardGoThroughWhatWasShown) {

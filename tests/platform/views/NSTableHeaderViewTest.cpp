@@ -11,6 +11,7 @@
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
 
 using namespace tessaluna::platform;
 using testing::ElementsAre;
@@ -101,6 +102,21 @@ TEST_F(NSTableHeaderViewTest, AClickOnWhatWasScrolledInSortsByThatColumn) {
   scrollView->contentView()->scrollToPoint({100, 0});
   user.click(*window, {60, 140});  // at 160 of the header
   EXPECT_THAT(rows->sorted, ElementsAre("artist up"));
+}
+
+// Where a title or the mark begins, of the last column, which cannot be resized and is 50 points wide from 250.
+TEST_F(NSTableHeaderViewTest, ATitleIsAtTheEndThatItsColumnNames) {
+  const auto end = [&](std::string_view operation) {
+    const auto lines = harness::only(operation, harness::recordingOf([&] { header->drawRect(header->bounds()); }));
+    return lines.empty() ? std::string() : lines.back();
+  };
+  columns[2]->setTitle("t");
+  const std::string leading = end("glyphs");
+  EXPECT_NE(leading, "");
+  columns[2]->setTitleEnd(NSTableColumn::TitleEnd::Trailing);
+  EXPECT_NE(end("glyphs"), leading);
+  columns[2]->setTitleEnd(NSTableColumn::TitleEnd::Leading);
+  EXPECT_EQ(end("glyphs"), leading);
 }
 
 TEST_F(NSTableHeaderViewTest, WithoutAHeightItGetsThatOfALineOfTitles) {

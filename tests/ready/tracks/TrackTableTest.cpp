@@ -247,7 +247,7 @@ TEST_F(TrackTableTest, InAWideTableWhatBelongsTogetherStaysTogether) {
 }
 
 TEST_F(TrackTableTest, NarrowTablesHaveArtistsBelowTheTitleAndHideTheTime) {
-  EXPECT_EQ(inner().tableColumns().size(), 5u);
+  EXPECT_EQ(inner().tableColumns().size(), 6u);
   const auto hidden = [&] {
     std::vector<std::string> names;
     for (const auto& column : inner().tableColumns())
