@@ -141,10 +141,14 @@ TEST_F(PlayerViewTest, ANarrowWindowGoesToItsPlacesByAPopUp) {
   const auto button = std::ranges::find_if(views, [](const auto& view) { return dynamic_cast<NSPopUpButton*>(view.get()); });
   ASSERT_NE(button, views.end());
   EXPECT_FALSE((*button)->isHidden());
-  NSMenu& menu = *dynamic_cast<NSPopUpButton&>(**button).menu();
+  click(**button);
+  ASSERT_NE(desktop.openMenu(), nullptr);
   const std::string title = library->playlists()[1].title;
-  for (std::size_t item = 0; item < menu.numberOfItems(); ++item)
-    if (menu.itemAtIndex(item)->title() == title) menu.performActionForItemAtIndex(item);
+  const auto& entries = desktop.openMenu()->entries;
+  const auto entry = std::ranges::find(entries, title, &tessaluna::backend::MenuEntry::title);
+  ASSERT_NE(entry, entries.end());
+  desktop.chooseFromMenu(entry->number);
+  desktop.settle();
   EXPECT_EQ(player->shownTitle(), title);
 }
 

@@ -15,6 +15,7 @@
 
 using namespace tessaluna::platform;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 namespace {
@@ -55,6 +56,9 @@ class NSTableHeaderViewTest : public harness::StillWorld {
   CGRect inScrollView(const NSView& view) const { return view.convertRectToView(view.bounds(), scrollView.get()); }
   CGFloat scrolled() const { return scrollView->contentView()->bounds().origin.x; }
   CGFloat headerScrolled() const { return -inScrollView(*header).origin.x; }
+  harness::Lines drawn(std::string_view operation) const {
+    return harness::only(operation, harness::recordingOf([&] { header->drawRect(header->bounds()); }));
+  }
   void focusHeader() { window->makeFirstResponder(header.get()); }
   void pressFunctionKey(char32_t key, std::uint32_t modifiers = 0) {
     user.pressKey(key, modifiers);
@@ -104,19 +108,28 @@ TEST_F(NSTableHeaderViewTest, AClickOnWhatWasScrolledInSortsByThatColumn) {
   EXPECT_THAT(rows->sorted, ElementsAre("artist up"));
 }
 
-// Where a title or the mark begins, of the last column, which cannot be resized and is 50 points wide from 250.
+// The last column is 50 points wide from 250 on and cannot be resized, a letter 5.5.
+
 TEST_F(NSTableHeaderViewTest, ATitleIsAtTheEndThatItsColumnNames) {
-  const auto end = [&](std::string_view operation) {
-    const auto lines = harness::only(operation, harness::recordingOf([&] { header->drawRect(header->bounds()); }));
-    return lines.empty() ? std::string() : lines.back();
-  };
   columns[2]->setTitle("t");
-  const std::string leading = end("glyphs");
-  EXPECT_NE(leading, "");
+  EXPECT_THAT(drawn("concat").back(), HasSubstr("[1,0,0,1,254,"));
   columns[2]->setTitleEnd(NSTableColumn::TitleEnd::Trailing);
-  EXPECT_NE(end("glyphs"), leading);
-  columns[2]->setTitleEnd(NSTableColumn::TitleEnd::Leading);
-  EXPECT_EQ(end("glyphs"), leading);
+  EXPECT_THAT(drawn("concat").back(), HasSubstr("[1,0,0,1,290,"));
+}
+
+TEST_F(NSTableHeaderViewTest, TheMarkOfTheDirectionIsBesideTheTitleWhereTheColumnHasNoLine) {
+  columns[2]->setTitle("t");
+  const auto sortBy = [&](std::size_t column) {
+    if (!columns[column]->sortDescriptorPrototype())
+      columns[column]->setSortDescriptorPrototype(make<NSSortDescriptor>("length", true));
+    table->setSortDescriptors({columns[column]->sortDescriptorPrototype()});
+  };
+  sortBy(0);
+  EXPECT_THAT(drawn("stroke").back(), HasSubstr("[\"M\",136,")) << "at the line";
+  sortBy(2);
+  EXPECT_THAT(drawn("stroke").back(), HasSubstr("[\"M\",264,"));
+  columns[2]->setTitleEnd(NSTableColumn::TitleEnd::Trailing);
+  EXPECT_THAT(drawn("stroke").back(), HasSubstr("[\"M\",276,"));
 }
 
 TEST_F(NSTableHeaderViewTest, WithoutAHeightItGetsThatOfALineOfTitles) {
