@@ -36,15 +36,17 @@ Value combined(Value s, Value d) {
   if constexpr (mode == BlendMode::PlusLighter) return smaller(s + d, one);
 }
 
-template <BlendMode mode, class Value>
-void blendBounded(Value* destination, const Value* source, const float* coverage, int count) {
+template <BlendMode mode, class Value, class Sources>
+void blendBounded(Value* destination, Sources source, const float* coverage, int count) {
   for (int i = 0; i < count; ++i) {
-    if (coverage[i] != 0) destination[i] = combined<mode>(source[i] * all<Value>(coverage[i]), destination[i]);
+    // Single values are worked on by several at once, which leaves no choice.
+    if (std::is_same_v<Value, float> || coverage[i] != 0)
+      destination[i] = combined<mode>(source[i] * all<Value>(coverage[i]), destination[i]);
   }
 }
 
-template <BlendMode mode, class Value>
-void blendUnbounded(Value* destination, const Value* source, const float* coverage, const float* clip, int count) {
+template <BlendMode mode, class Value, class Sources>
+void blendUnbounded(Value* destination, Sources source, const float* coverage, const float* clip, int count) {
   for (int i = 0; i < count; ++i) {
     const Value d = destination[i];
     const Value r = combined<mode>(source[i] * all<Value>(coverage[i]), d);
@@ -59,8 +61,8 @@ bool isUnbounded(BlendMode mode) {
          mode == BlendMode::DestinationAtop;
 }
 
-template <class Value>
-void blendRow(BlendMode mode, Value* destination, const Value* source, const float* coverage, const float* clip, int count) {
+template <class Value, class Sources>
+void blendRow(BlendMode mode, Value* destination, Sources source, const float* coverage, const float* clip, int count) {
   switch (mode) {
     case BlendMode::Normal: return blendBounded<BlendMode::Normal>(destination, source, coverage, count);
     case BlendMode::Clear:
@@ -84,7 +86,7 @@ void blendRow(BlendMode mode, Value* destination, const Value* source, const flo
 }
 
 template void blendRow(BlendMode, Float4*, const Float4*, const float*, const float*, int);
-template void blendRow(BlendMode, float*, const float*, const float*, const float*, int);
+template void blendRow(BlendMode, float*, Everywhere, const float*, const float*, int);
 
 void loadRow(const std::uint32_t* pixels, Float4* out, int count) {
   for (int i = 0; i < count; ++i) {

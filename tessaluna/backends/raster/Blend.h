@@ -13,9 +13,13 @@ bool isUnbounded(BlendMode mode);
 
 // Blends `count` source pixels, lessened by their coverage, into the destination. An unbounded operator works
 // on all of them and its result is mixed in by `clip`, which may be null for a plain clip; for the others the
-// coverage must already hold the clip. For pixels, or for single values where all has one color.
-template <class Value>
-void blendRow(BlendMode mode, Value* destination, const Value* source, const float* coverage, const float* clip, int count);
+// coverage must already hold the clip. For pixels and a list of colors, or for single values and one for all.
+template <class Value, class Sources>
+void blendRow(BlendMode mode, Value* destination, Sources source, const float* coverage, const float* clip, int count);
+struct Everywhere {
+  float value;
+  float operator[](int) const { return value; }
+};
 
 // Between 8-bit pixels and channels of 0...1; stored values are rounded to the nearest.
 void loadRow(const std::uint32_t* pixels, Float4* out, int count);

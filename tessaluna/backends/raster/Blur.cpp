@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <numeric>
 
 namespace tessaluna::backend::raster {
 
@@ -17,10 +18,7 @@ constexpr double deviationInCells = 4;
 bool Plane::begin(const PixelRect& newBox) {
   box = newBox;
   // A block may be read from the last value on.
-  const std::size_t count = std::size_t(box.width()) * std::size_t(box.height()) + Blur::blockSize;
-  float* values = memory.prepare(count);
-  if (values) std::fill_n(values, count, 0.0f);
-  return values != nullptr;
+  return memory.prepare(valueCount() + Blur::blockSize) != nullptr;
 }
 
 int Blur::cellSize(double deviation) { return deviation < 2 * deviationInCells ? 1 : int(deviation / deviationInCells); }
@@ -54,24 +52,15 @@ bool Blur::convolve(Plane& from, Plane& to, const Style& style) {
   makeKernel(down_, style.deviation, style.dy);
   const PixelRect middle{to.box.left, from.box.top, to.box.right, from.box.bottom};
   if (!rows_.begin(middle) || !padded_.prepare(std::size_t(inBlocks(to.box.width())) + across_.weights.size())) return false;
-  repeats_.assign(std::size_t(middle.height()), 0);
+  repeats_.assign(std::size_t(middle.height()) * std::size_t(inBlocks(middle.width()) / blockSize), 0);
+  const std::size_t bytes = std::size_t(from.box.width()) * sizeof(float);
   for (int y = middle.top; y < middle.bottom; ++y) {
-    const float* row = from.row(y);
-    const bool repeats = y > middle.top && std::equal(row, row + from.box.width(), from.row(y - 1));
-    repeats_[std::size_t(y - middle.top)] = repeats;
+    const bool repeats = y > middle.top && std::memcmp(from.row(y), from.row(y - 1), bytes) == 0;
     if (repeats) std::copy_n(rows_.row(y - 1), middle.width(), rows_.row(y));
     else convolveAcross(from, y);
+    if (y > middle.top) countRepeats(y, repeats);
   }
-  int repeating = 0;  // rows up to the last one that are as those above them
-  int next = middle.top;
-  for (int y = to.box.top; y < to.box.bottom; ++y) {
-    const int first = y + down_.first, last = first + int(down_.weights.size());
-    for (; next < std::min(last, middle.bottom); ++next)
-      repeating = repeats_[std::size_t(next - middle.top)] ? repeating + 1 : 0;
-    const bool isAsAbove = y > to.box.top && first > middle.top && last <= middle.bottom && repeating >= last - first;
-    if (isAsAbove) std::copy_n(to.row(y - 1), to.box.width(), to.row(y));
-    else convolveDown(y, to);
-  }
+  for (int y = to.box.top; y < to.box.bottom; ++y) convolveDown(y, to);
   return true;
 }
 
@@ -137,15 +126,34 @@ void Blur::convolveAcross(Plane& from, int y) {
   }
 }
 
+void Blur::countRepeats(int y, bool isCopy) {
+  const int width = rows_.box.width();
+  const float *const row = rows_.row(y), *const above = rows_.row(y - 1);
+  const int* before = repeatsOf(y - 1);
+  int* repeats = repeatsOf(y);
+  for (int x = 0; x < width; x += blockSize, ++repeats, ++before) {
+    const std::size_t bytes = std::size_t(std::min(blockSize, width - x)) * sizeof(float);
+    if (isCopy || std::memcmp(row + x, above + x, bytes) == 0) *repeats = *before + 1;
+  }
+}
+
 void Blur::convolveDown(int y, Plane& to) {
   const PixelRect& middle = rows_.box;
   const int first = std::max(y + down_.first, middle.top);
   const int last = std::min(y + down_.first + int(down_.weights.size()), middle.bottom);
-  if (first >= last) return;
-  const Taps taps = tapsOf(down_, first - y - down_.first, last - y - down_.first);
   const int width = to.box.width();
+  float* const out = to.row(y);
+  if (first >= last) return void(std::fill_n(out, width, 0.0f));
+  const Taps taps = tapsOf(down_, first - y - down_.first, last - y - down_.first);
+  const float* const above = rows_.row(first);
+  const float all = std::accumulate(taps.weights.begin(), taps.weights.end(), 0.0f);
+  const Taps once{.weights = {&all, 1}};
+  const int* repeats = repeatsOf(last - 1);
   for (int x = 0; x < width; x += blockSize) {
-    sumBlock(rows_.row(first) + x, width, taps, to.row(y) + x, std::min(blockSize, width - x));
+    const int count = std::min(blockSize, width - x);
+    // Blocks have room for more than counts, and one multiplication does for what repeats.
+    if (*repeats++ >= last - first - 1) sumBlock(above + x, width, once, out + x, count);
+    else sumBlock(above + x, width, taps, out + x, count);
   }
 }
 

@@ -1,6 +1,7 @@
 // The Gaussian of shadows, on a plane of single values.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -16,8 +17,10 @@ struct Plane {
   PixelRect box;
   WorkBuffer<float> memory;
 
-  // Makes room for the box, all values 0. False when memory is short.
+  // Makes room for the box; what it holds is undefined. False when memory is short.
   bool begin(const PixelRect& newBox);
+  void clear() { std::fill_n(memory.data(), valueCount(), 0.0f); }
+  std::size_t valueCount() const { return std::size_t(box.width()) * std::size_t(box.height()); }
   float* row(int y) { return memory.data() + std::size_t(y - box.top) * std::size_t(box.width()); }
 };
 
@@ -65,6 +68,8 @@ class Blur {
   static Taps tapsOf(const Kernel& kernel, int from, int to);
   static void sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out, int count);
   void convolveAcross(Plane& from, int y);
+  void countRepeats(int y, bool isCopy);
+  int* repeatsOf(int y) { return repeats_.data() + (y - rows_.box.top) * (inBlocks(rows_.box.width()) / blockSize); }
   void convolveDown(int y, Plane& to);
   static void makeKernel(Kernel& kernel, double deviation, double move);
   bool convolve(Plane& from, Plane& to, const Style& style);
@@ -74,7 +79,7 @@ class Blur {
   Plane rows_, cells_;
   WorkBuffer<float> padded_;
   WorkBuffer<Column> columns_;
-  std::vector<std::uint8_t> repeats_;  // 1 for a row of the source that is as the one above it
+  std::vector<int> repeats_;  // of each block of each row: how many rows above it, up to this one, hold the same
 };
 
 }  // namespace tessaluna::backend::raster

@@ -24,7 +24,7 @@ class MaskWriter {
     std::fill_n(mask_.row(y) + (x - mask_.box.left), count, coverageOf(winding));
   }
   void varied(int x, int y, int count, const float* windings) {
-    std::transform(windings, windings + count, mask_.row(y) + (x - mask_.box.left), coverageOf);
+    writeCoverage(windings, count, mask_.row(y) + (x - mask_.box.left));
   }
 
  private:

@@ -37,17 +37,9 @@ class ColorPainter {
     for (int y = box.top; y < box.bottom; ++y) even(box.left, y, box.width(), winding);
   }
 
-  void varied(int x, int y, int count, const float* windings) {
-    std::uint32_t* pixels = bitmap_.row(y) + x;
-    for (; count >= 4; pixels += 4, windings += 4, count -= 4) paintFour(pixels, coverageOfFour(windings));
-    if (count == 0) return;
-    float last[4] = {};
-    std::copy_n(windings, count, last);
-    std::uint32_t four[4] = {};
-    std::copy_n(pixels, count, four);
-    paintFour(four, coverageOfFour(last));
-    std::copy_n(four, count, pixels);
-  }
+  void varied(int x, int y, int count, const float* windings) { paintRun<Kind::Edge>(x, y, count, windings); }
+  // Where nothing may be covered for long.
+  void sparse(int x, int y, int count, const float* windings) { paintRun<Kind::Sparse>(x, y, count, windings); }
 
   // Sides upright and on a pixel's edge leave blocks with nothing in them, or all.
   void variedRows(const PixelRect& box, const float* windings) {
@@ -64,10 +56,21 @@ class ColorPainter {
   }
 
  private:
-  static Float4 coverageOfFour(const float* windings) {
-    Float4 v;
-    std::memcpy(&v, windings, sizeof v);
-    return smaller(magnitude(v), splat(1));
+  enum class Kind { Edge, Sparse };
+  template <Kind kind>
+  void paintRun(int x, int y, int count, const float* windings) {
+    std::uint32_t* pixels = bitmap_.row(y) + x;
+    for (; count >= 4; pixels += 4, windings += 4, count -= 4) {
+      const Float4 coverage = coverageOfFour(windings);
+      if (kind == Kind::Edge || isAnySet(coverage > splat(0))) paintFour(pixels, coverage);
+    }
+    if (count == 0) return;
+    float last[4] = {};
+    std::copy_n(windings, count, last);
+    std::uint32_t four[4] = {};
+    std::copy_n(pixels, count, four);
+    paintFour(four, coverageOfFour(last));
+    std::copy_n(four, count, pixels);
   }
 
   // Applies paint(pixels) to the pixels from this column on in each row of the box.

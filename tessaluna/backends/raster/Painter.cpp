@@ -42,7 +42,7 @@ void Painter::even(int x, int y, int count, float winding) {
 
 void Painter::varied(int x, int y, int count, const float* windings) {
   goToRow(y);
-  std::transform(windings, windings + count, coverage_ + (x - box_.left), coverageOf);
+  writeCoverage(windings, count, coverage_ + (x - box_.left));
   left_ = std::min(left_, x);
   right_ = std::max(right_, x + count);
 }
@@ -76,13 +76,12 @@ void Painter::blend(int left, int right) {
     }
   }
 
-  if (color_) return color_->varied(left, row_, count, coverage);
+  if (color_) return color_->sparse(left, row_, count, coverage);
   if (rows_) return rows_->varied(left, row_, count, coverage);
   const Surface& surface = painting_.surface;
   if (surface.tint) {
-    float* const alphas = reinterpret_cast<float*>(memory_.source.data());
-    std::fill_n(alphas, count, painting_.source.color[3]);
-    return blendRow(painting_.mode, surface.tint->pixel(left, row_), alphas, coverage, clip, count);
+    const Everywhere alpha{painting_.source.color[3]};
+    return blendRow(painting_.mode, surface.tint->pixel(left, row_), alpha, coverage, clip, count);
   }
   writeColors(left, right);
   const Float4* const colors = memory_.source.data();

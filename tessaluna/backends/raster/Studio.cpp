@@ -58,7 +58,7 @@ class PlaneWriter {
     std::fill_n(plane_.row(y) + (x - plane_.box.left), count, coverageOf(winding));
   }
   void varied(int x, int y, int count, const float* windings) {
-    std::transform(windings, windings + count, plane_.row(y) + (x - plane_.box.left), coverageOf);
+    writeCoverage(windings, count, plane_.row(y) + (x - plane_.box.left));
   }
 
  private:
@@ -288,6 +288,7 @@ void RasterCanvas::Studio::paintShadowOfPolygons(CoverageBuffer::Shape shape, co
   const PixelRect shaded = needed.grown(reach).roundedOut().intersected(state_.clip.box);
   const PixelRect box = needed.scaled(shape.scale).roundedOut();
   if (box.isEmpty() || shaded.isEmpty() || !cast_.begin(box)) return paintPlane(blurred_, Float4{});
+  cast_.clear();
   PlaneWriter writer(cast_);
   coverage_.sweep(shape, box, writer);
   Float4 color = shadow.color;
@@ -467,6 +468,7 @@ void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShad
   const PixelRect shaded = content.isEmpty() ? PixelRect{} : fallen.roundedOut().intersected(state_.clip.box);
   const PixelRect box = DeviceRect::of(content).scaled(1.0 / cell).roundedOut();
   if (shaded.isEmpty() || !cast_.begin(box)) return paintPlane(blurred_, Float4{});
+  cast_.clear();
   const float share = 1.0f / float(cell * cell);
   const auto cellOf = [cell](int pixel) { return (pixel >= 0 ? pixel : pixel - cell + 1) / cell; };
   for (int y = content.top; y < content.bottom; ++y) {
