@@ -50,8 +50,10 @@ void Blur::makeKernel(Kernel& kernel, double deviation, double move) {
 bool Blur::convolve(Plane& from, Plane& to, const Style& style) {
   makeKernel(across_, style.deviation, style.dx);
   makeKernel(down_, style.deviation, style.dy);
+  sums_.assign((across_.weights.size() + 2) / 4 * 4, 1.0f);
+  std::partial_sum(across_.weights.rbegin(), across_.weights.rend() - 1, sums_.begin());
   const PixelRect middle{to.box.left, from.box.top, to.box.right, from.box.bottom};
-  if (!rows_.begin(middle) || !padded_.prepare(std::size_t(inBlocks(to.box.width())) + across_.weights.size())) return false;
+  if (!rows_.begin(middle) || !padded_.prepare(std::size_t(to.box.width()) + 2 * sums_.size())) return false;
   repeats_.assign(std::size_t(middle.height()) * std::size_t(inBlocks(middle.width()) / blockSize), 0);
   const std::size_t bytes = std::size_t(from.box.width()) * sizeof(float);
   for (int y = middle.top; y < middle.bottom; ++y) {
@@ -78,22 +80,17 @@ Blur::Taps Blur::tapsOf(const Kernel& kernel, int from, int to) {
 inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out, int count) {
   constexpr int fours = blockSize / 4;
   Float4 sums[fours] = {};
-  const auto load = [](const float* values, int i) {
-    Float4 v;
-    std::memcpy(&v, values + 4 * i, sizeof v);
-    return v;
-  };
   const float *weight = taps.weights.data(), *const firstPair = weight + taps.firstPair,
               *const middle = firstPair + taps.pairs;
   const auto addOnes = [&](const float* end) {
     for (; weight < end; ++weight, from += step) {
-      for (int i = 0; i < fours; ++i) sums[i] += load(from, i) * splat(*weight);
+      for (int i = 0; i < fours; ++i) sums[i] += fourOf(from + 4 * i) * splat(*weight);
     }
   };
   addOnes(firstPair);
   const float* mirrored = from + 2 * std::ptrdiff_t(taps.pairs) * step;
   for (; weight < middle; ++weight, from += step, mirrored -= step) {
-    for (int i = 0; i < fours; ++i) sums[i] += (load(from, i) + load(mirrored, i)) * splat(*weight);
+    for (int i = 0; i < fours; ++i) sums[i] += (fourOf(from + 4 * i) + fourOf(mirrored + 4 * i)) * splat(*weight);
   }
   if (taps.pairs > 0) {
     addOnes(middle + 1);
@@ -104,26 +101,39 @@ inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, const Taps& t
   std::memcpy(out, sums, std::size_t(count) * sizeof(float));
 }
 
+// Coverage changes in few places of a row, and each change spreads as the kernel's sums do.
 void Blur::convolveAcross(Plane& from, int y) {
-  // The row with as many zeros around it as any weight may ask for.
-  const int width = rows_.box.width(), taps = int(across_.weights.size()), padded = inBlocks(width) + taps;
-  const int firstColumn = rows_.box.left + across_.first;
-  float* source = padded_.data();
-  std::fill_n(source, padded, 0.0f);
-  const int copyFrom = std::max(firstColumn, from.box.left), copyTo = std::min(firstColumn + padded, from.box.right);
-  if (copyFrom < copyTo) {
-    std::copy_n(from.row(y) + (copyFrom - from.box.left), copyTo - copyFrom, source + (copyFrom - firstColumn));
+  const int width = rows_.box.width(), reach = int(sums_.size());
+  // Of a change at the row's first pixel: where it begins to show, in the padded row.
+  const int shift = from.box.left - across_.first - int(across_.weights.size()) + 1 - rows_.box.left + reach;
+  float *const padded = padded_.data(), *const row = from.row(y);
+  const int end = width + reach, count = from.box.width();
+  int done = 0;     // values that have what changes so far add to them
+  float level = 0;  // of those after them
+  const auto change = [&](int x, float value) {
+    const int first = x + shift, last = std::min(first, end) + reach;
+    if (last > done) std::fill(padded + done, padded + last, level);
+    done = std::max(done, last);
+    const Float4 by = splat(value - level);
+    level = value;
+    if (first < 0 || first >= end) return;
+    for (int i = 0; i < reach; i += 4) {
+      float* const four = padded + first + i;
+      const Float4 values = fourOf(four) + fourOf(sums_.data() + i) * by;
+      std::memcpy(four, &values, sizeof values);
+    }
+  };
+  change(0, row[0]);
+  for (int x = 1; x < count; x += 4) {
+    const bool isFour = x + 4 <= count;
+    if (isFour && !isAnySet(fourOf(row + x) != fourOf(row + x - 1))) continue;
+    for (int i = x; i < (isFour ? x + 4 : count); ++i) {
+      if (row[i] != row[i - 1]) change(i, row[i]);
+    }
   }
-  float* out = rows_.row(y);
-  const Taps all = tapsOf(across_, 0, taps);
-  int even = 0;  // the place up to which values are those of the block's first
-  for (int x = 0; x < width; x += blockSize) {
-    const int count = std::min(blockSize, width - x), end = x + blockSize + taps - 1;
-    if (even <= x || source[even - 1] != source[x]) even = x + 1;
-    while (even < end && source[even] == source[x]) ++even;
-    if (even == end) std::fill_n(out + x, count, source[x]);
-    else sumBlock(source + x, 1, all, out + x, count);
-  }
+  change(count, 0);
+  if (done < end) std::fill(padded + done, padded + end, level);
+  std::copy_n(padded + reach, width, rows_.row(y));
 }
 
 void Blur::countRepeats(int y, bool isCopy) {

@@ -76,6 +76,7 @@ class Blur {
   bool enlarge(Plane& cells, Plane& to, int cell, const Style& style);
 
   Kernel across_, down_;
+  std::vector<float> sums_;  // of the last weight across, of the last two and so on; filled up with ones
   Plane rows_, cells_;
   WorkBuffer<float> padded_;
   WorkBuffer<Column> columns_;

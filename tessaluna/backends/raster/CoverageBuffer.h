@@ -35,11 +35,7 @@ inline constexpr float fullCoverage = 1 - leastCoverage;
 
 // The coverage of a pixel with this average winding.
 inline float coverageOf(float winding) { return std::min(std::abs(winding), 1.0f); }
-inline Float4 coverageOfFour(const float* windings) {
-  Float4 v;
-  std::memcpy(&v, windings, sizeof v);
-  return smaller(magnitude(v), splat(1));
-}
+inline Float4 coverageOfFour(const float* windings) { return smaller(magnitude(fourOf(windings)), splat(1)); }
 inline void writeCoverage(const float* windings, int count, float* out) {
   for (; count >= 4; count -= 4, windings += 4, out += 4) {
     const Float4 v = coverageOfFour(windings);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
@@ -18,6 +19,12 @@ using Byte16 = std::uint8_t __attribute__((vector_size(16)));
 using Long2 = long long __attribute__((vector_size(16)));
 
 inline Float4 splat(float v) { return Float4{v, v, v, v}; }
+
+inline Float4 fourOf(const float* values) {
+  Float4 v;
+  std::memcpy(&v, values, sizeof v);
+  return v;
+}
 
 // Of the products.
 inline Short8 highHalf(Short8 a, Short8 b) {
