@@ -3,8 +3,8 @@
 
 Writes batches of about SIZE sources of one folder each to FOLDER, and prints what is compiled in place of the sources,
 separated by semicolons. In a batch all includes come first, and then the text of each source in a namespace of its own, so that
-sources may use the same names. A source is compiled alone if it is not a test by its name, or if it adds to a namespace that it
-shares with others.
+sources may use the same names. A source is compiled alone if it is not a test by its name, if it has a header of its own, or if
+it adds to a namespace that it shares with others.
 """
 import pathlib
 import re
@@ -29,8 +29,9 @@ class Source:
         opened = [match.group(1) for match in map(NAMED.match, self.body) if match]
         code = [line for line in self.body if line and not line.startswith("//")]
         self.namespace = ""
-        self.is_joined = path.name.endswith("Test.cpp") and not any(SHARED.search(line) for line in self.lines)
-        self.is_joined = self.is_joined and all(INCLUDE.match(line) for line in self.includes)
+        is_test = path.name.endswith("Test.cpp") and not path.with_suffix(".h").exists()
+        is_plain = all(INCLUDE.match(line) for line in self.includes) and not any(SHARED.search(line) for line in self.lines)
+        self.is_joined = is_test and is_plain
         if opened:
             # One namespace around all of it.
             self.namespace = opened[0]

@@ -53,8 +53,10 @@ class BatchesTest(unittest.TestCase):
                  "printTest.cpp": "#include <a>\nnamespace kit {\nvoid PrintTo(A, std::ostream*);\n}  // namespace kit\n",
                  "partTest.cpp": "#include <a>\nnamespace kit {\nint a;\n}  // namespace kit\nint b;\n",
                  "macroTest.cpp": "#include <a>\n#define A 1\n",
-                 "harness.cpp": "#include <a>\nint shared;\n"}
-        self.assertEqual(self.join(alone), ["tests/" + name for name in alone])
+                 "harness.cpp": "#include <a>\nint shared;\n",
+                 "FixtureTest.cpp": "#include <a>\nint Fixture::shared;\n"}
+        header = {"FixtureTest.h": "class Fixture {};\n"}
+        self.assertEqual(self.join(alone | header), ["tests/" + name for name in alone | header])
 
     def test_a_batch_holds_a_number_of_sources_of_one_folder(self):
         names = ["a/%dTest.cpp" % i for i in range(5)] + ["b/0Test.cpp"]
