@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -45,6 +46,7 @@ QWidget* makeSizeControl(const Cards& cards) {
   auto* slider = new QSlider(Qt::Horizontal);
   slider->setRange(smallestGlyph, largestGlyph);
   slider->setFixedWidth(220);
+  slider->setAccessibleName("Size");
   auto* value = makeLabel({}, "label");
   value->setFixedWidth(60);
   row->addWidget(makeLabel("Size", "label"));
@@ -70,6 +72,7 @@ QWidget* makeGroundControl(const Cards& cards) {
     auto* button = new QToolButton;
     button->setObjectName("ground");
     button->setText(choice.name);
+    button->setAccessibleName(QString("%1 ground").arg(choice.name));
     button->setCheckable(true);
     group->addButton(button);
     row->addWidget(button);
@@ -124,6 +127,8 @@ QWidget* makeArtworkPage(Report) {
   controls->addStretch();
   column->addLayout(controls);
   auto* scroller = new QScrollArea;
+  scroller->setAccessibleName("Glyphs");
+  scroller->verticalScrollBar()->setAccessibleName("Place in the glyphs");
   scroller->setWidgetResizable(true);
   scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   scroller->viewport()->setAutoFillBackground(false);

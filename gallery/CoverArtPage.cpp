@@ -7,15 +7,15 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "gallery/FlowLayout.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
+#include "gallery/Shelf.h"
 #include "gallery/covers/CoverArtHost.h"
+#include "gallery/parts.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace gallery {
@@ -27,8 +27,7 @@ namespace {
 constexpr int changePeriod = 2000;  // milliseconds
 
 QWidget* makeCard(const CoverArtHost::Cover& cover) {
-  auto* card = new QFrame;
-  card->setObjectName("card");
+  QWidget* card = makePanel("card");
   auto* column = new QVBoxLayout(card);
   column->setContentsMargins(12, 12, 12, 12);
   column->setSpacing(3);
@@ -47,29 +46,6 @@ QWidget* makeCard(const CoverArtHost::Cover& cover) {
   column->addStretch(1);
   return card;
 }
-
-// As high as its cards need, or as there is room for.
-class Shelf : public QScrollArea {
- public:
-  explicit Shelf(QWidget* cards) {
-    setWidget(cards);
-    setWidgetResizable(true);
-    setFrameShape(NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setMinimumHeight(180);
-    viewport()->setAutoFillBackground(false);
-    cards->setAutoFillBackground(false);
-  }
-
- protected:
-  void resizeEvent(QResizeEvent* event) override {
-    QScrollArea::resizeEvent(event);
-    const int wanted = widget()->layout()->heightForWidth(viewport()->width()) + height() - viewport()->height();
-    setMaximumHeight(std::max(minimumHeight(), wanted));
-    // The Tab key stops where there is something to scroll.
-    setFocusPolicy(height() < wanted ? Qt::StrongFocus : Qt::NoFocus);
-  }
-};
 
 QCheckBox* makeSwitch(const char* text, bool isOn, const std::function<void(bool)>& changed) {
   auto* box = new QCheckBox(text);
@@ -126,9 +102,7 @@ QWidget* makeCoverArtPage(Report report) {
   for (const CoverArtHost::Cover& cover : host->covers()) flow->addWidget(makeCard(cover));
   // What is reported gets the room that the covers leave.
   constexpr int mostOfTheRoom = 1000;
-  auto* shelf = new Shelf(cards);
-  shelf->setAccessibleName("Covers");
-  column->addWidget(shelf, mostOfTheRoom);
+  column->addWidget(new Shelf(cards, "Covers"), mostOfTheRoom);
 
   auto* clock = new QTimer(page);
   clock->setInterval(changePeriod);

@@ -10,6 +10,7 @@
 #include <cstdio>
 
 #include "gallery/controlNames.h"
+#include "gallery/parts.h"
 
 namespace gallery {
 
@@ -49,7 +50,9 @@ QWidget* framedPage(const Page& page, Report report) {
 GalleryWindow::GalleryWindow(ActionLog log) : log_(log), made_(pages().size()) {
   setWindowTitle("TessalunaUIKit gallery");
   resize(1180, 760);
-  auto* row = new QHBoxLayout(this);
+  auto* body = new QWidget;
+  setCentralWidget(body);
+  auto* row = new QHBoxLayout(body);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(0);
   row->addWidget(makeSidebar());
@@ -58,8 +61,7 @@ GalleryWindow::GalleryWindow(ActionLog log) : log_(log), made_(pages().size()) {
 }
 
 QWidget* GalleryWindow::makeSidebar() {
-  auto* sidebar = new QFrame;
-  sidebar->setObjectName("sidebar");
+  QWidget* sidebar = makePanel("sidebar");
   sidebar->setFixedWidth(sidebarWidth);
   auto* column = new QVBoxLayout(sidebar);
   column->setContentsMargins(0, 0, 0, 12);
@@ -68,6 +70,7 @@ QWidget* GalleryWindow::makeSidebar() {
   column->addWidget(makeLabel("the kit, page by page", "brandLine"));
   list_ = new QListWidget;
   list_->setObjectName("pageList");
+  list_->setAccessibleName("Pages");
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   for (const Page& page : pages()) list_->addItem(textOf(page.name));
   column->addWidget(list_, 1);
@@ -75,8 +78,7 @@ QWidget* GalleryWindow::makeSidebar() {
 }
 
 QWidget* GalleryWindow::makeContent() {
-  auto* content = new QFrame;
-  content->setObjectName("content");
+  QWidget* content = makePanel("content");
   auto* column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -114,7 +116,7 @@ bool GalleryWindow::event(QEvent* event) {
     case QEvent::Resize: tellPlaces(); break;
     default: break;
   }
-  return QWidget::event(event);
+  return QMainWindow::event(event);
 }
 
 // For programs that use the controls: "place NAME X Y WIDTH HEIGHT" for each named control of the page that shows, on the

@@ -1,7 +1,7 @@
 // The gallery's window: a list of pages at the side, the chosen page beside it, and at the foot what the page reports.
 #pragma once
 
-#include <QWidget>
+#include <QMainWindow>
 #include <vector>
 
 #include "gallery/Pages.h"
@@ -14,7 +14,7 @@ namespace gallery {
 
 enum class ActionLog { Off, StandardOutput };
 
-class GalleryWindow : public QWidget {
+class GalleryWindow : public QMainWindow {
  public:
   explicit GalleryWindow(ActionLog log);
 

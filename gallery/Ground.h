@@ -2,7 +2,7 @@
 // put upon it lie in its middle.
 #pragma once
 
-#include <QFrame>
+#include <QWidget>
 
 #include "tessaluna/platform/graphics/NeutralAxis.h"
 #include "tessaluna/platform/views/Forward.h"
@@ -19,7 +19,7 @@ void tintForGround(tessaluna::platform::NSView& view, GroundKind kind);
 // A view whose colors are made for its ground: black stays black, and white white.
 void keepColors(tessaluna::platform::NSView& view);
 
-class Ground : public QFrame {
+class Ground : public QWidget {
  public:
   explicit Ground(QWidget* content);
 

@@ -6,6 +6,7 @@ namespace gallery {
 
 Journal::Journal() {
   setObjectName("journal");
+  setAccessibleName("Reported");
   setFocusPolicy(Qt::NoFocus);
   setSelectionMode(QAbstractItemView::NoSelection);
 }

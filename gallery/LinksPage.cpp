@@ -91,6 +91,7 @@ QWidget* makeLinksPage(Report report) {
   sides->addWidget(makeSamples(*host));
   sides->addWidget(reported);
   sides->setStretchFactor(1, 1);
+  sides->handle(1)->setAccessibleName("Width of the lines");
   sides->setSizes({startWidth, 600});
   column->addWidget(sides, 1);
   return page;

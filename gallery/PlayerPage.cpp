@@ -1,8 +1,8 @@
 // A small player's window over invented music. What a host does is in gallery/player/PlayerView.
-#include <QFrame>
 #include <QVBoxLayout>
 
 #include "gallery/Pages.h"
+#include "gallery/parts.h"
 #include "gallery/player/PlayerView.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
@@ -25,8 +25,7 @@ QWidget* makePlayerPage(Report report) {
   widget->setMinimumSize(300, 260);
   widget->setAccessibleName("player");
 
-  auto* frame = new QFrame;
-  frame->setObjectName("window");
+  QWidget* frame = makePanel("window");
   auto* window = new QVBoxLayout(frame);
   window->setContentsMargins(1, 1, 1, 1);
   window->addWidget(widget);

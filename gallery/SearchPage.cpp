@@ -43,6 +43,7 @@ QWidget* makeSearchPage(Report report) {
   column->setContentsMargins(0, 0, 32, 24);
   column->setSpacing(14);
   auto* journal = new Journal;
+  journal->setAccessibleName("Taken");
   auto* isSlow = new QCheckBox("Answers take a while");
   auto* field = new tessaluna::backend::qt::QtViewWidget(makeSearchField(isSlow, journal->addingTo(std::move(report))));
   field->setFixedHeight(26);

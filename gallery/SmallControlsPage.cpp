@@ -7,7 +7,9 @@
 #include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
+#include "gallery/Shelf.h"
 #include "gallery/controlNames.h"
+#include "gallery/parts.h"
 #include "gallery/small_controls/ControlReporter.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
@@ -53,7 +55,7 @@ constexpr Exhibit exhibits[] = {
     {"next", "PrevNextButton", "to the right", makeNext, 16},
     {"previous-disabled", "PrevNextButton", "to the left, disabled", makePrevious, 16, Ability::Disabled},
     {"next-disabled", "PrevNextButton", "to the right, disabled", makeNext, 16, Ability::Disabled},
-    {"close", "CloseButton", "", makeClose, 16},
+    {"close", "CloseButton", "removes what it stands by", makeClose, 16},
     {"close-disabled", "CloseButton", "disabled: it looks the same", makeClose, 16, Ability::Disabled},
     {"status", "PlaybackStatusIcon", "inverted polarity", makeStatus, 20},
 };
@@ -72,8 +74,7 @@ QWidget* makeControl(const Exhibit& exhibit, CGFloat size, const std::string& na
 }
 
 QWidget* makeCard(const Exhibit& exhibit, const Ref<ControlReporter>& reporter) {
-  auto* card = new QFrame;
-  card->setObjectName("card");
+  QWidget* card = makePanel("card");
   auto* column = new QVBoxLayout(card);
   column->setContentsMargins(8, 8, 8, 12);
   column->setSpacing(3);
@@ -110,10 +111,13 @@ QWidget* makeSmallControlsPage(Report report) {
   auto* cards = new QWidget;
   auto* flow = new FlowLayout(cards);
   for (const Exhibit& exhibit : exhibits) flow->addWidget(makeCard(exhibit, reporter));
-  column->addWidget(cards);
+  // What is reported gets the room that the cards leave.
+  constexpr int mostOfTheRoom = 1000;
+  column->addWidget(new Shelf(cards, "Small controls"), mostOfTheRoom);
   auto* heading = new QLabel("Reported");
   heading->setObjectName("family");
   column->addWidget(heading);
+  journal->setMinimumHeight(60);
   column->addWidget(journal, 1);
   return page;
 }

@@ -32,7 +32,7 @@ constexpr auto styleSheetOfShades = R"(
 #window { border: 1px solid {edge}; }
 #cardName { font-size: 12px; font-weight: 600; color: {text}; }
 #cardNote { font-size: 11px; color: {note}; }
-QFrame[ground="dark"] #cardNote { color: #a2a2ac; }
+QWidget[ground="dark"] #cardNote { color: #a2a2ac; }
 #foot { color: {note}; font-size: 11px; padding: 7px 32px; background: {raised}; border-top: 1px solid {edge}; }
 #label { font-size: 12px; color: {note}; }
 #card QCheckBox { font-size: 11px; color: {note}; spacing: 5px; }

@@ -20,6 +20,17 @@ QLabel* makeLabel(const QString& text, const char* look) {
 
 }  // namespace
 
+void setPanelLook(QWidget& widget, const char* look) {
+  widget.setObjectName(look);
+  widget.setAttribute(Qt::WA_StyledBackground);
+}
+
+QWidget* makePanel(const char* look) {
+  auto* panel = new QWidget;
+  setPanelLook(*panel, look);
+  return panel;
+}
+
 QLabel* makeHeading(const QString& text) { return makeLabel(text, "family"); }
 QLabel* makeNote(const QString& text) { return makeLabel(text, "cardNote"); }
 

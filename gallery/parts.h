@@ -12,6 +12,9 @@ class QWidget;
 
 namespace gallery {
 
+// With that look of the style sheet. No QFrame: assistive clients on Linux take those for windows.
+QWidget* makePanel(const char* look);
+void setPanelLook(QWidget& widget, const char* look);
 QLabel* makeHeading(const QString& text);
 QLabel* makeNote(const QString& text);  // small and pale
 // The view in a widget of its size, which assistive clients know by the name.

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "gallery/artwork/GlyphView.h"
+#include "gallery/parts.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace gallery {
@@ -16,7 +17,7 @@ constexpr int leastWidth = 168, leastStage = 76;
 }  // namespace
 
 GlyphCard::GlyphCard(const TessalunaUIKit::Routine& routine) : glyph_(tessaluna::platform::make<GlyphView>(routine)) {
-  setObjectName("card");
+  setPanelLook(*this, "card");
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(8, 8, 8, 10);
   column->setSpacing(6);

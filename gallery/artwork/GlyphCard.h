@@ -1,7 +1,7 @@
 // One glyph with its name and a check box for each of its flags.
 #pragma once
 
-#include <QFrame>
+#include <QWidget>
 
 #include "gallery/Ground.h"
 #include "tessaluna/platform/foundation/Reference.h"
@@ -11,7 +11,7 @@ namespace gallery {
 
 class GlyphView;
 
-class GlyphCard : public QFrame {
+class GlyphCard : public QWidget {
  public:
   explicit GlyphCard(const TessalunaUIKit::Routine& routine);
 

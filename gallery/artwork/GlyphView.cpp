@@ -1,6 +1,7 @@
 #include "gallery/artwork/GlyphView.h"
 
 #include <algorithm>
+#include <cctype>
 #include <memory>
 
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
@@ -42,6 +43,19 @@ CGSize GlyphView::intrinsicContentSize() const {
   const CGSize standard = routine_.defaultFrame.size;
   const CGFloat scale = size_ / longerSide(standard);
   return {standard.width * scale + 2 * margin, standard.height * scale + 2 * margin};
+}
+
+// Without the routine's verb.
+std::string GlyphView::accessibilityTitle() const {
+  constexpr std::string_view verb = "draw";
+  std::string member = routine_.member(), words;
+  if (member.starts_with(verb)) member.erase(0, verb.size());
+  for (const char letter : member) {
+    const auto unit = static_cast<unsigned char>(letter);
+    if (std::isupper(unit) && !words.empty()) words += ' ';
+    words += static_cast<char>(std::tolower(unit));
+  }
+  return words;
 }
 
 void GlyphView::drawRect(CGRect) {

@@ -24,6 +24,11 @@ class GlyphView : public tessaluna::platform::NSView {
   tessaluna::platform::CGSize intrinsicContentSize() const override;
   void drawRect(tessaluna::platform::CGRect rect) override;
 
+  // An image that is called what it shows, as "left arrow".
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilityImageRole); }
+  std::string accessibilityTitle() const override;
+
  private:
   const TessalunaUIKit::Routine& routine_;
   std::vector<char> flags_;  // one bool each; a span of them is passed on

@@ -154,6 +154,7 @@ CellsHost::CellsHost(std::function<void(const std::string&)> report)
 
 Ref<NSView> CellsHost::makeTable(CGRect frame) {
   const auto table = make<NSTableView>(NSZeroRect);
+  table->accessibilitySetOverrideValue("Albums", NSAccessibilityDescriptionAttribute);
   const auto addColumn = [&](const std::string& key, const std::string& title, CGFloat width) {
     const auto column = make<NSTableColumn>(key);
     column->setTitle(title);

@@ -146,6 +146,7 @@ void PlayerView::makeMiddle() {
   tabs_ = make<NSSegmentedControl>(CGRect{});
   tabs_->setCell(cell);
   tabs_->setPutsOverflowIntoMenu(true);
+  cell->accessibilitySetOverrideValue("What the list shows", NSAccessibilityDescriptionAttribute);
   tabs_->setSegmentCount(3);
   for (const auto& [tab, label] :
        {std::pair(Tab::Songs, "Tracks"), std::pair(Tab::Albums, "Albums"), std::pair(Tab::UpNext, "Up next")})

@@ -1,6 +1,7 @@
 #include "tessaluna/backends/qt/AccessibleElement.h"
 
 #include "tessaluna/backends/qt/AccessibilityBridge.h"
+#include "tessaluna/backends/qt/AccessibleWidget.h"
 #include "tessaluna/backends/qt/QtNativeWindow.h"
 #include "tessaluna/backends/qt/accessibilityNames.h"
 #include "tessaluna/backends/qt/screenSpace.h"
@@ -98,8 +99,8 @@ QAccessible::State AccessibleElement::state() const {
 
 // That of the widget in which there is nothing but this element.
 QString AccessibleElement::nameOfWidget() const {
-  const QAccessibleInterface* widget = bridge_.widgetAround(viewOfAccessible(element()));
-  return widget && widget->childCount() == 1 && widget->child(0) == this ? widget->text(QAccessible::Name) : QString();
+  const auto* widget = dynamic_cast<const AccessibleWidget*>(bridge_.widgetAround(viewOfAccessible(element())));
+  return widget ? widget->nameFor(element()) : QString();
 }
 
 QString AccessibleElement::text(QAccessible::Text which) const {

@@ -38,4 +38,17 @@ QAccessible::State AccessibleWidget::state() const {
   return state;
 }
 
+QString AccessibleWidget::nameFor(const Ref<NSObject>& element) const {
+  const AccessibilityElements shown = elements();
+  return shown.size() == 1 && shown.front() == element ? QAccessibleWidget::text(QAccessible::Name) : QString();
+}
+
+QString AccessibleWidget::text(QAccessible::Text which) const {
+  return which == QAccessible::Name && elements().size() == 1 ? QString() : QAccessibleWidget::text(which);
+}
+
+QAccessible::Role AccessibleWidget::role() const {
+  return text(QAccessible::Name).isEmpty() ? QAccessible::Client : QAccessible::Grouping;
+}
+
 }  // namespace tessaluna::backend::qt

@@ -53,8 +53,9 @@ class NSTableViewDelegate {
 struct TableRowControl {
   std::string name;
   std::string_view role = NSAccessibilityButtonRole;
-  CGRect frame{};            // in the table; empty while the control does not show
-  bool isRowAction = false;  // clients may press it on the row, too, by its name
+  CGRect frame{};              // in the table; empty while the control does not show
+  std::optional<bool> isOn{};  // of a check box; absent for others
+  bool isRowAction = false;    // clients may press it on the row, too, by its name
 };
 
 // What a delegate adopts whose rows have controls. Left and Right lead to them, Return presses one.

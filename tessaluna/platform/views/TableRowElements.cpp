@@ -101,6 +101,10 @@ class TableRowElements::Control : public NSObject, public NSAccessibility, publi
     return std::string(control ? control->role : NSAccessibilityUnknownRole);
   }
   std::string accessibilityLabel() const override { return found().value_or(TableRowControl()).name; }
+  AccessibilityValue accessibilityValue() const override {
+    const std::optional<TableRowControl> control = found();
+    return control && control->isOn ? AccessibilityValue(*control->isOn) : AccessibilityValue();
+  }
   bool isAccessibilityFocused() const override {
     const Ref<Row> row = row_.lock();
     return row && row->isAccessibilityFocused() && row->table()->keyboardControl() == index_;

@@ -277,7 +277,11 @@ std::vector<TableRowControl> TrackTable::tableViewControlsOfRow(NSTableView&, st
     controls.push_back({.name = track.artists[i],
                         .role = NSAccessibilityLinkRole,
                         .frame = view ? inTable(view->frameOfArtist(i)) : CGRect{}});
-  controls.push_back({.name = "Favorite", .frame = inTable(places.favorite), .isRowAction = true});
+  controls.push_back({.name = "Favorite",
+                      .role = NSAccessibilityCheckBoxRole,
+                      .frame = inTable(places.favorite),
+                      .isOn = track.isFavorite,
+                      .isRowAction = true});
   if (actions_.more)
     controls.push_back(
         {.name = "More", .role = NSAccessibilityMenuButtonRole, .frame = inTable(places.more), .isRowAction = true});

@@ -16,6 +16,10 @@ class TessalunaLogo : public tessaluna::platform::NSView {
 
   // Paints the whole name, whichever part is to be redrawn.
   void drawRect(tessaluna::platform::CGRect) override;
+
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilityImageRole); }
+  std::string accessibilityTitle() const override { return "Tessaluna"; }
 };
 
 }  // namespace TessalunaUIKit

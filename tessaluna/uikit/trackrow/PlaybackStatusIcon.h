@@ -15,6 +15,10 @@ class PlaybackStatusIcon : public tessaluna::platform::NSView {
 
   // The mark fills the rectangle that is to be redrawn, not the bounds.
   void drawRect(tessaluna::platform::CGRect rect) override;
+
+  bool isAccessibilityElement() const override { return true; }
+  std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilityImageRole); }
+  std::string accessibilityTitle() const override { return "Inverted polarity"; }
 };
 
 }  // namespace TessalunaUIKit

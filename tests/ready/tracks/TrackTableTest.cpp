@@ -74,6 +74,10 @@ class Songs : public TrackModel {
     songs[row].row.playback = playback;
     didChangeRows(row);
   }
+  void toggleFavorite(std::size_t row) {
+    songs[row].row.isFavorite = !songs[row].row.isFavorite;
+    didChangeRows(row);
+  }
   using TrackModel::didChangeAll;
 
   std::vector<Song> songs;
@@ -115,7 +119,7 @@ class TrackTableTest : public harness::StillWorld {
             .favorite =
                 [this](std::size_t row) {
                   calls.push_back("favorite " + std::to_string(row));
-                  songs->songs[row].row.isFavorite = !songs->songs[row].row.isFavorite;
+                  songs->toggleFavorite(row);
                   if (removesAtFavorite) songs->remove(row);
                 },
             .more =
@@ -561,8 +565,19 @@ TEST_F(TrackTableTest, ClientsMeetATableOfRowsWithNamesAndActions) {
             "row \"B song 1, First 1, Second, 1:01, favorite, paused\" [focusable, selectable] Play, Favorite, More, focus");
   std::vector<std::string> parts;
   for (const Ref<NSObject>& part : accessibleChildrenOf(inner().accessibleItem(1))) parts.push_back(accessibleLine(part));
-  EXPECT_THAT(parts, ElementsAre("button \"Play\" [] press", "link \"First 1\" [] press", "link \"Second\" [] press",
-                                 "button \"Favorite\" [] press", "menu button \"More\" [has pop-up] press"));
+  EXPECT_THAT(parts,
+              ElementsAre("button \"Play\" [] press", "link \"First 1\" [] press", "link \"Second\" [] press",
+                          "check box \"Favorite\" [checkable, checked] press", "menu button \"More\" [has pop-up] press"));
+}
+
+TEST_F(TrackTableTest, AFavoriteIsReportedByItsCheckBox) {
+  std::vector<std::string> changes;
+  AccessibleChanges listener({.isListening = [] { return true; },
+                              .changed = [&](const AccessibleChange& change) { changes.push_back(lineOf(change)); }});
+  const Ref<NSObject> box = accessibleChildrenOf(inner().accessibleItem(1))[3];
+  accessibilityOf(box)->setAccessibilityCompanion(std::make_unique<AccessibleMemory>(box));
+  performAccessibleAction(box, NSAccessibilityPressAction);
+  EXPECT_THAT(changes, ElementsAre("check box \"Favorite\": checked"));
 }
 
 TEST_F(TrackTableTest, ClientsActOnRowsThatDoNotShow) {

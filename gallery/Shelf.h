@@ -1,0 +1,17 @@
+// Cards that scroll: as high as they need, or as there is room for.
+#pragma once
+
+#include <QScrollArea>
+
+namespace gallery {
+
+class Shelf : public QScrollArea {
+ public:
+  // Assistive clients know it by the name.
+  Shelf(QWidget* cards, const QString& name);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+};
+
+}  // namespace gallery
