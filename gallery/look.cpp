@@ -29,7 +29,7 @@ constexpr auto styleSheetOfShades = R"(
 #family { font-size: 15px; font-weight: 600; color: {text}; }
 #familyCount { font-size: 12px; color: {note}; }
 #card { background: {ground}; border: 1px solid {edge}; border-radius: 10px; }
-#window { border: 1px solid {edge}; }
+#window { background: {side}; border: 1px solid {edge}; }
 #cardName { font-size: 12px; font-weight: 600; color: {text}; }
 #cardNote { font-size: 11px; color: {note}; }
 QWidget[ground="dark"] #cardNote { color: #a2a2ac; }

@@ -136,7 +136,6 @@ TransportState MusicPlayer::state() const {
   state.isSeeking = player_->isSeeking();
   state.first = player_->loaded(0);
   state.second = player_->loaded(1);
-  if (player_->isPlaying() && player_->isWaitingForData()) state.note = "loading";
   return state;
 }
 

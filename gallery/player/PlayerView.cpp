@@ -34,6 +34,17 @@ class Arrow : public PrevNextButton {
   void drawRect(CGRect) override { PrevNextButton::drawRect(NSInsetRect(bounds(), 9, 7)); }
 };
 
+// One that the Tab key reaches, and Space and Return enlarge.
+class Cover : public CoverArtThumbnailView {
+ public:
+  using CoverArtThumbnailView::CoverArtThumbnailView;
+  bool acceptsFirstResponder() const override { return image() != nullptr; }
+  void keyDown(const Ref<NSEvent>& event) override {
+    if (event->characters() == " " || event->characters() == "\r") accessibilityPerformAction(NSAccessibilityPressAction);
+    else CoverArtThumbnailView::keyDown(event);
+  }
+};
+
 void setName(NSControl& control, const std::string& name) {
   control.cell()->accessibilitySetOverrideValue(name, NSAccessibilityDescriptionAttribute);
   control.setToolTip(name);
@@ -82,11 +93,11 @@ void PlayerView::didInit() {
 }
 
 void PlayerView::makeTop() {
-  const auto makeArrow = [this](bool isNext, const std::string& name, int step) {
+  const auto makeArrow = [this](bool isNext, const std::string& name) {
     const auto arrow = make<Arrow>(CGRect{});
     arrow->setNext(isNext);
-    arrow->setAction([this, step] {
-      visit_ += static_cast<std::size_t>(step);
+    arrow->setAction([this, isNext] {
+      visit_ = isNext ? visit_ + 1 : visit_ - 1;
       showCollection();
       report(shownTitle());
     });
@@ -94,8 +105,8 @@ void PlayerView::makeTop() {
     addSubview(arrow);
     return arrow;
   };
-  back_ = makeArrow(false, "Back", -1);
-  forward_ = makeArrow(true, "Forward", 1);
+  back_ = makeArrow(false, "Back");
+  forward_ = makeArrow(true, "Forward");
 
   search_ = make<SearchField>(CGRect{});
   search_->setTexts({.placeholder = "Search artists, albums and tracks"});
@@ -110,7 +121,7 @@ void PlayerView::makeTop() {
 }
 
 void PlayerView::makeSide() {
-  cover_ = make<CoverArtThumbnailView>(CGRect{});
+  cover_ = make<Cover>(CGRect{});
   cover_->setImageScaling(NSImageScaleProportionallyUpOrDown);
   cover_->setClosesByClickAndEscape(true);
   addSubview(cover_);
@@ -293,6 +304,8 @@ const Ref<TrackTable>& PlayerView::table(Tab tab) const {
 void PlayerView::showTab(Tab tab) {
   tabs_->setSelectedSegment(static_cast<std::size_t>(tab));
   for (const Tab each : {Tab::Songs, Tab::Albums, Tab::UpNext}) table(each)->setHidden(each != tab);
+  // Up next begins where the queue is.
+  if (const auto place = player_->place(); tab == Tab::UpNext && place) upNextTable_->table()->scrollRowToVisible(*place);
 }
 
 // What was visited after the collection that is left is forgotten.

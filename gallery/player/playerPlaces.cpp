@@ -16,15 +16,17 @@ constexpr CGFloat leastWithSide = 560, leastSide = 176, maxSide = 232, shareOfSi
 constexpr CGFloat leastSideBar = 190, leastCover = 72, smallCover = 52;
 constexpr CGFloat headingHeight = 60, titleHeight = 26, noteHeight = 18, tabsWidth = 276, tabsHeight = 34, leastTitle = 250,
                   placesWidth = 104;
+constexpr CGFloat leastList = 120;  // its header and most of two rows
 constexpr CGFloat footHeight = 76, transportHeight = 52;
 
 CGRect rect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
   return {x, y, std::max<CGFloat>(width, 0), std::max<CGFloat>(height, 0)};
 }
 
-}  // namespace
+// What a low window goes without, one after the other, until the list has room.
+enum class LeftOut { Nothing, Heading, HeadingAndTasks, HeadingTasksAndTabs };
 
-PlayerPlaces playerPlaces(CGSize size, TaskLine taskLine) {
+PlayerPlaces placesIn(CGSize size, TaskLine taskLine, LeftOut leftOut) {
   PlayerPlaces places;
   const CGFloat width = size.width;
   const bool hasSide = width >= leastWithSide;
@@ -42,7 +44,7 @@ PlayerPlaces playerPlaces(CGSize size, TaskLine taskLine) {
       rect(searchX, fieldY,
            std::min(hasTasksInTop ? topRoom - 2 * gap - leastTasks : topRoom, hasTasksInTop ? maxSearch : maxSearchAlone),
            fieldHeight);
-  const bool hasTasksInFoot = !hasTasksInTop && taskLine == TaskLine::Shown;
+  const bool hasTasksInFoot = !hasTasksInTop && taskLine == TaskLine::Shown && leftOut < LeftOut::HeadingAndTasks;
   if (hasTasksInTop) {
     const CGFloat room = topRoom - places.search.size.width - 2 * gap, tasksWidth = std::min(room, maxTasks);
     places.tasks = rect(width - margin - tasksWidth, (topHeight - taskHeight) / 2, tasksWidth, taskHeight);
@@ -74,23 +76,41 @@ PlayerPlaces playerPlaces(CGSize size, TaskLine taskLine) {
   const CGFloat right = width - margin;
   const bool hasTabsBeside = right - left >= leastTitle + gap + tabsWidth;
   y = topHeight + 10;
-  if (!hasSide) {
+  const bool hasHeading = leftOut < LeftOut::Heading, hasTabs = leftOut < LeftOut::HeadingTasksAndTabs;
+  if (!hasSide && hasHeading) {
     places.cover = rect(left, y + 4, smallCover, smallCover);
     left += smallCover + gap;
   }
   const CGFloat titleRight = hasTabsBeside ? right - tabsWidth - gap : right;
-  places.title = rect(left, y + 6, titleRight - left, titleHeight);
-  places.note = rect(left, y + 6 + titleHeight, titleRight - left, noteHeight);
-  CGFloat listTop = topHeight + headingHeight + 10;
-  if (hasTabsBeside) {
+  CGFloat listTop = topHeight;
+  if (hasHeading) {
+    places.title = rect(left, y + 6, titleRight - left, titleHeight);
+    places.note = rect(left, y + 6 + titleHeight, titleRight - left, noteHeight);
+    listTop += headingHeight + 10;
+  } else if (hasTabs) {
+    listTop += hasTabsBeside ? tabsHeight + 10 : 4;
+  }
+  if (hasTabs && hasTabsBeside) {
     places.tabs = rect(right - tabsWidth, listTop - tabsHeight - 6, tabsWidth, tabsHeight);
-  } else {
+  } else if (hasTabs) {
     const CGFloat start = sideWidth + margin, end = hasSide ? right : right - placesWidth - gap;
     places.tabs = rect(start, listTop, std::min(end - start, tabsWidth), tabsHeight);
     if (!hasSide) places.places = rect(right - placesWidth, listTop, placesWidth, fieldHeight);
     listTop += tabsHeight + 8;
   }
   places.list = rect(sideWidth, listTop, width - sideWidth, size.height - foot - listTop);
+  return places;
+}
+
+}  // namespace
+
+PlayerPlaces playerPlaces(CGSize size, TaskLine taskLine) {
+  PlayerPlaces places;
+  for (const LeftOut leftOut :
+       {LeftOut::Nothing, LeftOut::Heading, LeftOut::HeadingAndTasks, LeftOut::HeadingTasksAndTabs}) {
+    places = placesIn(size, taskLine, leftOut);
+    if (places.list.size.height >= leastList) break;
+  }
   return places;
 }
 

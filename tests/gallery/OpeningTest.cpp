@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QImage>
 #include <QListWidget>
+#include <QTemporaryDir>
 
 #include "gallery/Arguments.h"
 #include "gallery/GalleryWindow.h"
+#include "gallery/screenshots.h"
 #include "tests/desktop/QtDesktop.h"
 #include "tests/gallery/QtApplicationOfSuite.h"
 
@@ -46,6 +49,15 @@ TEST_F(OpeningTest, AnOpeningThatEndsEarlyTakesTheSplashAway) {
   }
   EXPECT_FALSE(splash->isVisible());
   EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(OpeningTest, APictureOfTheFirstPageShowsThePlayer) {
+  const QTemporaryDir folder;
+  GalleryWindow window(ActionLog::Off);
+  const QString file = folder.filePath("player.png");
+  EXPECT_EQ(writeScreenshot(window, pages().front(), file.toStdString()), std::nullopt);
+  EXPECT_EQ(QImage(file).size(), window.size());
+  EXPECT_EQ(chosenPage(window), "Player");
 }
 
 TEST_F(OpeningTest, ThePlayerIsTheFirstPageAndFoundByItsName) {

@@ -7,6 +7,7 @@
 #include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/accessibility/attributes.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSImageRep.h"
 #include "tessaluna/ready/tracks/TrackTableRow.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/rowParts.h"
@@ -87,6 +88,7 @@ TEST_F(PlayerViewTest, ReturnPlaysARowAndItsListFollows) {
 
 TEST_F(PlayerViewTest, TheSpaceBarPausesAndPlaysOn) {
   playRow(3);
+  ASSERT_TRUE(player->player().isPlaying());
   user.pressKey(" ");
   EXPECT_FALSE(player->player().isPlaying());
   EXPECT_EQ(model().row(3).playback, Playback::Paused);
@@ -102,6 +104,24 @@ TEST_F(PlayerViewTest, AClickOnARowsControlPlaysAndPausesIt) {
   EXPECT_EQ(model().row(2).playback, Playback::Paused);
   click(harness::partOfRow<TrackRowPlayButton>(rows(), 2));
   EXPECT_EQ(model().row(2).playback, Playback::Playing) << "it plays on";
+}
+
+TEST_F(PlayerViewTest, SpaceEnlargesTheCoverThatHasTheKeyboard) {
+  const auto picture = make<NSImage>(CGSize{40, 40});
+  picture->addRepresentation(make<NSImageRep>(CGSize{40, 40}, 40, 40));
+  player->cover()->setImage(picture);
+  const auto panel = []() -> Ref<NSWindow> {
+    for (const Ref<NSWindow>& each : NSApp->windows())
+      if (dynamic_cast<CoverArtPanel*>(each.get()) && each->isVisible()) return each;
+    return nullptr;
+  };
+  window->makeFirstResponder(player->cover().get());
+  user.pressKey(" ");
+  ASSERT_NE(panel(), nullptr);
+  EXPECT_EQ(dynamic_cast<NSImageView&>(*panel()->contentView()).image(), picture);
+  desktop.settle();
+  user.pressKey("\x1b");
+  EXPECT_EQ(panel(), nullptr);
 }
 
 TEST_F(PlayerViewTest, AClickOnAnArtistShowsWhatThereIsByHim) {
@@ -231,6 +251,13 @@ TEST_F(PlayerViewTest, TabsShowSongsAlbumsAndTheQueue) {
   EXPECT_EQ(model(Tab::UpNext).count(), library->albums()[2].songs.size());
   player->show(*player->collections().find("Favorites"));
   EXPECT_TRUE(shown(Tab::Songs)) << "another collection is not what is up next";
+}
+
+TEST_F(PlayerViewTest, UpNextBeginsWhereTheQueueIs) {
+  player->player().play(library->allSongs(), 100);
+  clickTab(Tab::UpNext);
+  EXPECT_NE(rows(Tab::UpNext).viewAtRow(100), nullptr);
+  EXPECT_EQ(rows(Tab::UpNext).viewAtRow(0), nullptr);
 }
 
 TEST_F(PlayerViewTest, AClickOnAHeaderSortsAndAnotherCollectionIsInItsOwnOrder) {

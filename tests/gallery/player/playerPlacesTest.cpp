@@ -23,7 +23,7 @@ std::vector<CGRect> partsOf(const PlayerPlaces& places) {
 
 TEST(PlayerPlaces, NothingOverlapsOrLeavesTheWindowAtAnySize) {
   for (CGFloat width = 300; width <= 1600; width += 7) {
-    for (CGFloat height = 300; height <= 900; height += 50) {
+    for (CGFloat height = 260; height <= 900; height += 40) {
       for (const TaskLine tasks : {TaskLine::Absent, TaskLine::Shown}) {
         const std::vector<CGRect> parts = partsOf(playerPlaces({width, height}, tasks));
         for (std::size_t i = 0; i < parts.size(); ++i) {
@@ -35,6 +35,16 @@ TEST(PlayerPlaces, NothingOverlapsOrLeavesTheWindowAtAnySize) {
       }
     }
   }
+}
+
+TEST(PlayerPlaces, ALowWindowGoesWithoutOthersForItsList) {
+  for (CGFloat width = 300; width <= 1600; width += 100)
+    for (CGFloat height = 260; height <= 600; height += 10)
+      EXPECT_GE(playerPlaces({width, height}, TaskLine::Shown).list.size.height, 120) << width << " by " << height;
+  const PlayerPlaces low = playerPlaces({900, 310}, TaskLine::Absent), lowest = playerPlaces({900, 260}, TaskLine::Absent);
+  EXPECT_TRUE(NSIsEmptyRect(low.title));
+  EXPECT_FALSE(NSIsEmptyRect(low.tabs));
+  EXPECT_TRUE(NSIsEmptyRect(lowest.tabs));
 }
 
 TEST(PlayerPlaces, ANarrowWindowHasAPopUpInPlaceOfTheSideBar) {
