@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/keyBindings.h"
 #include "tessaluna/platform/views/NSLevelIndicator.h"
 #include "tessaluna/platform/views/NSPopUpButton.h"
 #include "tessaluna/platform/views/NSSegmentedControl.h"
@@ -61,6 +62,23 @@ class TableCellRow::TextField : public NSTextField {
   bool isEdited_ = false;
 };
 
+// A table may have many rows: the Tab key stops at the table, and Right leads on from there.
+template <class Control>
+class TableCellRow::InRow : public Control {
+ public:
+  using Control::Control;
+
+  bool canBecomeKeyView() const override { return Control::canBecomeKeyView() && row() && row()->hasKeyboard(); }
+  void keyDown(const Ref<NSEvent>& event) override {
+    const bool isEscape = commandForKey(*event) == "cancelOperation:";
+    if (isEscape && row() && row()->table() && this->window()) this->window()->makeFirstResponder(row()->table());
+    else Control::keyDown(event);
+  }
+
+ private:
+  const TableCellRow* row() const { return dynamic_cast<const TableCellRow*>(this->superview()); }
+};
+
 TableCellRow::TableCellRow(const std::vector<Ref<NSTableColumn>>& columns) : NSView(NSZeroRect) {
   for (const Ref<NSTableColumn>& column : columns)
     places_.push_back(
@@ -77,15 +95,15 @@ void TableCellRow::didInit() {
       place.control = make<TextField>(NSZeroRect);
     } else if (auto* level = dynamic_cast<NSLevelIndicatorCell*>(cell.get())) {
       level->setEditable(place.isEditable);
-      place.control = make<NSLevelIndicator>(NSZeroRect);
+      place.control = make<InRow<NSLevelIndicator>>(NSZeroRect);
     } else if (dynamic_cast<NSPopUpButtonCell*>(cell.get())) {
-      place.control = make<NSPopUpButton>(NSZeroRect);
+      place.control = make<InRow<NSPopUpButton>>(NSZeroRect);
     } else if (dynamic_cast<NSButtonCell*>(cell.get())) {
-      place.control = make<NSButton>(NSZeroRect);
+      place.control = make<InRow<NSButton>>(NSZeroRect);
     } else if (dynamic_cast<NSSegmentedCell*>(cell.get())) {
-      place.control = make<NSSegmentedControl>(NSZeroRect);
+      place.control = make<InRow<NSSegmentedControl>>(NSZeroRect);
     } else {
-      place.control = make<NSControl>(NSZeroRect);
+      place.control = make<InRow<NSControl>>(NSZeroRect);
     }
     place.control->setCell(cell);
     place.control->setTarget(refTo(*this));
@@ -95,6 +113,18 @@ void TableCellRow::didInit() {
 }
 
 NSTableView* TableCellRow::table() const { return dynamic_cast<NSTableView*>(superview()); }
+
+bool TableCellRow::hasKeyboard() const {
+  const auto* first = window() ? dynamic_cast<const NSView*>(window()->firstResponder()) : nullptr;
+  return first && first->isDescendantOf(this);
+}
+
+bool TableCellRow::giveKeyboardToControls() {
+  for (const Place& place : places_)
+    if (window() && place.control->acceptsFirstResponder() && !place.control->isHidden())
+      return window()->makeFirstResponder(place.control.get());
+  return false;
+}
 
 bool TableCellRow::fits(const std::vector<Ref<NSTableColumn>>& columns) const {
   return std::equal(places_.begin(), places_.end(), columns.begin(), columns.end(),

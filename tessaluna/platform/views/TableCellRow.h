@@ -22,6 +22,10 @@ class TableCellRow : public NSView {
   void fill(NSTableView& table, std::size_t row);
   void edit(std::size_t column);  // nothing unless it shows a text that can be edited
 
+  // The first control that takes the keyboard gets it; false without one. Only while one of them has it are the controls of the row
+  // stops of the Tab key, and Escape gives it back to the table.
+  bool giveKeyboardToControls();
+
   bool isFlipped() const override { return true; }
   void layout() override;
   // What the user cannot change lets the mouse through to the table.
@@ -29,6 +33,8 @@ class TableCellRow : public NSView {
 
  private:
   class TextField;
+  template <class Control>
+  class InRow;
   struct Place {
     Ref<NSTableColumn> column;
     Ref<NSCell> dataCell;  // of which the control's is a copy
@@ -38,6 +44,7 @@ class TableCellRow : public NSView {
   void nameAfterColumn(const Place& place) const;
   void valueWasChanged(NSObject* control);  // "cellValueWasChanged:"
   NSTableView* table() const;
+  bool hasKeyboard() const;
   static const Selector selectors_[];
 
   std::vector<Place> places_;

@@ -9,8 +9,20 @@
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/time/durations.h"
 #include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/platform/views/TableCellRow.h"
 
 namespace tessaluna::platform {
+
+namespace {
+
+// Where the cells of columns take keys.
+bool enterCellsOf(NSTableView& table, std::size_t row) {
+  table.scrollRowToVisible(row);
+  auto* cells = dynamic_cast<TableCellRow*>(table.viewAtRow(row).get());
+  return cells && cells->giveKeyboardToControls();
+}
+
+}  // namespace
 
 TableKeyboard::TableKeyboard(NSTableView& table) : table_(table), search_(typeSelectInterval) {}
 
@@ -114,7 +126,7 @@ bool TableKeyboard::keyDown(const NSEvent& event) {
 bool TableKeyboard::moveAmongControls(std::ptrdiff_t step) {
   const std::optional<std::size_t> row = this->row();
   const auto count = static_cast<std::ptrdiff_t>(row ? controlsOf(*row).size() : 0);
-  if (count == 0) return false;
+  if (count == 0) return row && step > 0 && enterCellsOf(table_, *row);
   // Before the first control is the row.
   const std::ptrdiff_t now = control() ? static_cast<std::ptrdiff_t>(*control()) : -1;
   const std::ptrdiff_t next = std::clamp<std::ptrdiff_t>(now + step, -1, count - 1);

@@ -3,7 +3,8 @@
 //
 //   Up, Down, Page Up, Page Down, Home, End   another row; with Shift the selection is extended
 //   a letter, or a word typed quickly         the next row that begins with it
-//   Left, Right                               the controls of the row
+//   Left, Right                               the controls of the row; in a table with columns Right leads to the row's first cell
+//                                             that takes the keyboard, and Escape back from there
 //   Return                                    presses the control, or else enters the row
 //   Menu, Shift-F10                           the row's menu
 //   Escape                                    from a control back to its row

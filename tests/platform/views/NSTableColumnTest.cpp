@@ -321,6 +321,47 @@ TEST_F(NSTableColumnTest, ToAssistiveClientsAValueIsCalledByItsColumnAndATextTha
   EXPECT_EQ(accessibleNameOf(control(0, 0).cell()), "Cello");
 }
 
+TEST_F(NSTableColumnTest, TheTabKeyStopsAtTheTableAndNotAtItsCells) {
+  window->makeFirstResponder(table.get());
+  user.pressKey("\t");
+  EXPECT_EQ(window->firstResponder(), header.get());
+  user.pressKey("\t");
+  EXPECT_EQ(window->firstResponder(), table.get());
+}
+
+TEST_F(NSTableColumnTest, RightGoesFromARowToItsFirstControlAndEscapeBack) {
+  window->makeFirstResponder(table.get());
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(NSRightArrowFunctionKey);
+  EXPECT_EQ(window->firstResponder(), &control(1, 0));
+  const double before = control(1, 0).doubleValue();
+  user.pressKey(NSRightArrowFunctionKey);
+  EXPECT_EQ(control(1, 0).doubleValue(), before + 1);
+  user.pressKey("\x1b");
+  EXPECT_EQ(window->firstResponder(), table.get());
+  EXPECT_EQ(table->selectedRow(), 0u);
+}
+
+TEST_F(NSTableColumnTest, FromAControlTheTabKeyGoesToTheOthersOfTheRowAndOnward) {
+  window->makeFirstResponder(table.get());
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(NSRightArrowFunctionKey);
+  user.pressKey("\t");
+  EXPECT_EQ(window->firstResponder(), &control(2, 0));
+  user.pressKey("\t");
+  EXPECT_EQ(window->firstResponder(), header.get());
+}
+
+TEST_F(NSTableColumnTest, ARowWithoutControlsKeepsTheKeyboard) {
+  ratings->setEditable(false);
+  marks->setHidden(true);
+  desktop.settle();
+  window->makeFirstResponder(table.get());
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(NSRightArrowFunctionKey);
+  EXPECT_EQ(window->firstResponder(), table.get());
+}
+
 TEST_F(NSTableColumnTest, WhatIsLeftOfATableThatHasGoneIsHarmless) {
   scrollView->setDocumentView(nullptr);
   table.reset();

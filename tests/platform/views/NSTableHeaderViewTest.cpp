@@ -195,6 +195,17 @@ TEST_F(NSTableHeaderViewTest, ArrowsHomeAndEndGoToAnotherColumnAndScrollItIntoSi
   EXPECT_EQ(header->keyColumn(), 0u);
 }
 
+TEST_F(NSTableHeaderViewTest, KeysPassOverColumnsThatAreHidden) {
+  focusHeader();
+  columns[1]->setHidden(true);
+  pressFunctionKey(NSRightArrowFunctionKey);
+  EXPECT_EQ(header->keyColumn(), 2u);
+  pressFunctionKey(NSLeftArrowFunctionKey);
+  EXPECT_EQ(header->keyColumn(), 0u);
+  columns[0]->setHidden(true);
+  EXPECT_EQ(header->keyColumn(), 2u) << "the first that shows";
+}
+
 TEST_F(NSTableHeaderViewTest, SpaceAndReturnSortByTheColumnWithTheKeys) {
   focusHeader();
   user.pressKey(" ");
