@@ -32,6 +32,7 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   rows_ = box.height();
   chain_ = {};
   firstTwice_ = rows_;
+  sidesSearched_ = 0;
   pillars_.clear();
   repeats_.clear();
   // All but the last stay all zero between uses: a row is cleared once the sink has it.
@@ -524,6 +525,7 @@ void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch) {
   for (int i = row; i < row + patch.height(); ++i) writeOut(i, patch.left - box_.left, patch.right - box_.left);
   resolver_.cover({.moved = shape.moved, .scale = shape.scale, .rule = shape.rule, .box = DeviceRect::of(patch)},
                   rowValues(row) + (patch.left - box_.left), stride_);
+  sidesSearched_ += resolver_.sidesOfStrips();
 }
 
 // Of a chain's pixels, each of which changes the one on its right as well.

@@ -60,6 +60,8 @@ class CoverageBuffer {
   // nothing, and the result is false.
   template <class Sink>
   bool sweep(const Shape& shape, const PixelRect& box, Sink& sink);
+  // The work of the last sweep's search for overlaps: how many sides go through each strip of each patch that was searched.
+  std::size_t sidesSearched() const { return sidesSearched_; }
 
  private:
   static constexpr int blockSize = 4;
@@ -198,6 +200,7 @@ class CoverageBuffer {
   int sweeps_ = 0;                  // with this one
   std::vector<PixelRect> patches_;  // within the box
   double costOfPatch_ = 0;          // of each, however small
+  std::size_t sidesSearched_ = 0;
 };
 
 inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {

@@ -1,0 +1,78 @@
+#include "tessaluna/backends/raster/CoverageBuffer.h"
+
+#include <array>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tessaluna/backends/raster/Stroker.h"
+#include "tessaluna/backends/recording/RecordingCanvas.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/uikit/stylekit/Routines.h"
+
+namespace tessaluna::backend::raster::test {
+
+namespace {
+
+// TrackRowPlaying has the most by far, 6: its lines touch each other where the loudspeaker meets its cone.
+constexpr std::size_t mostSidesPerPoint = 10;
+
+struct Stroke {
+  Path path;
+  StrokeStyle style;
+};
+
+class KeepsStrokes final : public recording::RecordingCanvas {
+ public:
+  std::vector<Stroke> strokes;
+  void strokePath(const Path& path, const StrokeStyle& style) override { strokes.push_back({path, style}); }
+};
+
+std::vector<Stroke> strokesOf(const TessalunaUIKit::Routine& routine) {
+  KeepsStrokes canvas;
+  const platform::CanvasScope scope(canvas);
+  std::array<bool, 4> flags{};
+  for (std::size_t i = 0; i < routine.flags.size(); ++i) flags.at(i) = routine.flags[i].isOnByDefault;
+  routine.draw(routine.defaultFrame, std::span(flags).first(routine.flags.size()));
+  return canvas.strokes;
+}
+
+struct IgnoresCoverage {
+  void even(int, int, int, float) {}
+  void varied(int, int, int, const float*) {}
+};
+
+struct Search {
+  std::size_t points = 0, sides = 0;  // of the outline, and that were searched for overlaps
+};
+
+Search searchIn(const Stroke& stroke, double scale) {
+  Stroker stroker;
+  Polygons polygons;
+  stroker.stroke(stroke.path, stroke.style, {scale, 0, 0, scale, 0, 0}, {-1000, -1000, 3000, 3000}, polygons);
+  CoverageBuffer buffer;
+  IgnoresCoverage sink;
+  EXPECT_TRUE(buffer.sweep({.polygons = polygons, .isStroke = true}, polygons.bounds().roundedOut(), sink));
+  return {polygons.pointCount(), buffer.sidesSearched()};
+}
+
+}  // namespace
+
+// A stroke's two sides share pixels all along a thin line. That alone is no reason to search them.
+TEST(CoverageBufferTest, StrokesOfTheKitAreSearchedOnlyWhereTheyOverlap) {
+  for (const double scale : {1.0, 2.0, 4.0}) {
+    Search all;
+    for (const TessalunaUIKit::Routine& routine : TessalunaUIKit::routines()) {
+      for (const Stroke& stroke : strokesOf(routine)) {
+        const Search search = searchIn(stroke, scale);
+        EXPECT_LE(search.sides, mostSidesPerPoint * search.points) << routine.name << " at " << scale;
+        all.points += search.points;
+        all.sides += search.sides;
+      }
+    }
+    EXPECT_GT(all.sides, 0u) << scale;
+    EXPECT_LE(all.sides, all.points) << scale;
+  }
+}
+
+}  // namespace tessaluna::backend::raster::test
