@@ -1,6 +1,7 @@
 #include "tessaluna/ready/sidebar/SideBar.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
@@ -145,16 +146,18 @@ bool SideBar::isOpen(std::string_view section) const {
 }
 
 void SideBar::setIsOpen(std::string_view section, bool isOpen) {
-  const auto found = sectionNamed(sections_, section);
-  if (!found || found->isOpen() == isOpen) return;
-  // The keyboard must not stay on what is cut off.
-  const auto* first = window() ? dynamic_cast<const NSView*>(window()->firstResponder()) : nullptr;
-  const bool isInside = first && first->isDescendantOf(found->view().get()) && first != found->heading().get();
-  if (!found->setIsOpen(isOpen, window() && window()->isVisible())) return;
-  if (isInside && !isOpen) window()->makeFirstResponder(found->heading().get());
+  if (const auto found = sectionNamed(sections_, section)) setIsOpen(*found, isOpen);
 }
 
-void SideBar::toggle(SideBarSection& section) { setIsOpen(section.id(), !section.isOpen()); }
+void SideBar::setIsOpen(SideBarSection& section, bool isOpen) {
+  if (section.isOpen() == isOpen) return;
+  // The keyboard must not stay on what is cut off.
+  const bool isInside = hasKeyboard(*section.view()) && !hasKeyboard(*section.heading());
+  if (!section.setIsOpen(isOpen, window() && window()->isVisible())) return;
+  if (isInside && !isOpen) window()->makeFirstResponder(section.heading().get());
+}
+
+void SideBar::toggle(SideBarSection& section) { setIsOpen(section, !section.isOpen()); }
 
 // The user chooses.
 
@@ -168,13 +171,16 @@ void SideBar::choose(const SideItem& item) {
 
 // The keyboard.
 
+// Asked of every place when the Tab key looks for a stop: what was found is kept.
 Ref<NSView> SideBar::keyPlace() const {
+  const Ref<NSView> last = keyPlace_.lock();
+  if (last && last->isDescendantOf(stack_.get()) && !last->isLeftOut()) return last;
   const std::vector<Place> shown = places();
-  const auto contains = [&](const Ref<NSView>& view) { return std::ranges::find(shown, view, &Place::view) != shown.end(); };
-  if (const Ref<NSView> last = keyPlace_.lock(); last && contains(last)) return last;
-  for (const Place& place : shown)
-    if (place.row && place.row->isSelected()) return place.row;
-  return shown.empty() ? nullptr : shown.front().view();
+  if (shown.empty()) return nullptr;
+  const auto selected = std::ranges::find_if(shown, [](const Place& place) { return place.row && place.row->isSelected(); });
+  const Ref<NSView> found = (selected == shown.end() ? shown.front() : *selected).view();
+  keyPlace_ = found;
+  return found;
 }
 
 bool SideBar::isKeyPlace(const NSView& place) const { return keyPlace().get() == &place; }
@@ -182,6 +188,11 @@ bool SideBar::isKeyPlace(const NSView& place) const { return keyPlace().get() ==
 void SideBar::keyboardCameTo(NSView& place) {
   keyPlace_ = refTo<NSView>(place);
   place.scrollRectToVisible(place.bounds());
+}
+
+std::size_t SideBar::page() const {
+  const CGFloat shown = scrollView_->contentView()->bounds().size.height;
+  return static_cast<std::size_t>(std::max(1.0, std::floor(shown / sideBarRowHeight) - 1));
 }
 
 bool SideBar::handleKey(NSView& view, const NSEvent& event) {
@@ -200,6 +211,8 @@ bool SideBar::handleKey(NSView& view, const NSEvent& event) {
   switch (firstScalar(event.characters())) {
     case NSUpArrowFunctionKey: return goTo(all[at > 0 ? at - 1 : 0].view());
     case NSDownArrowFunctionKey: return goTo(all[std::min(at + 1, all.size() - 1)].view());
+    case NSPageUpFunctionKey: return goTo(all[at - std::min(at, page())].view());
+    case NSPageDownFunctionKey: return goTo(all[std::min(at + page(), all.size() - 1)].view());
     case NSHomeFunctionKey: return goTo(all.front().view());
     case NSEndFunctionKey: return goTo(all.back().view());
     case NSLeftArrowFunctionKey:

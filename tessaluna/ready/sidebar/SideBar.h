@@ -6,7 +6,7 @@
 //   bar->setSelected("Albums");
 //
 //   a click, Return, Space  choose an item, which is selected then; fold and open a section
-//   Up, Down, Home, End     move the keyboard over items and headings
+//   Up, Down, Home, End     move the keyboard over items and headings, as do the Page keys
 //   Left, Right             fold and open a section; from an item Left goes to its heading
 //   letters                 go to the next title that begins with them
 //   Tab                     stops at the bar once, where the keyboard was
@@ -71,6 +71,8 @@ class SideBar : public platform::NSView, public SideBarModel::Observer {
   struct Place;
   std::vector<Place> places() const;  // those that show, from top to bottom
   platform::Ref<platform::NSView> keyPlace() const;
+  void setIsOpen(SideBarSection& section, bool isOpen);
+  std::size_t page() const;  // places that a Page key moves over
   void showSelection();
   void update();
 
@@ -80,7 +82,7 @@ class SideBar : public platform::NSView, public SideBarModel::Observer {
   std::vector<std::shared_ptr<SideBarSection>> sections_;
   std::function<void(const SideItem&)> chosen_;
   std::optional<std::string> selected_;
-  platform::WeakRef<platform::NSView> keyPlace_;  // where the keyboard is or was
+  mutable platform::WeakRef<platform::NSView> keyPlace_;  // where the keyboard is, was or will come
   platform::TypeSelect search_;
 };
 

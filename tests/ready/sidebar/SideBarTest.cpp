@@ -219,6 +219,17 @@ TEST_F(SideBarTest, WithoutAWindowASectionFoldsAtOnce) {
   EXPECT_EQ(elementIn(other, "Artists"), nullptr);
 }
 
+TEST_F(SideBarTest, SectionsOfOneTitleFoldByThemselves) {
+  places->now[1].sections.push_back({.title = "Library", .items = {{.title = "Inner"}}});
+  places->didChange();
+  desktop.settle();
+  EXPECT_EQ(topOf("Inner"), 9 * row);
+  user.click(*window, {60, height - 8.5 * row});
+  desktop.advance(1);
+  EXPECT_EQ(element("Inner"), nullptr);
+  EXPECT_NE(element("Artists"), nullptr);
+}
+
 TEST_F(SideBarTest, FoldingTakesTheKeyboardToTheHeading) {
   giveKeyboardTo("Autumn");
   bar->setIsOpen("Playlists", false);
@@ -301,6 +312,22 @@ TEST_F(SideBarTest, LeftGoesFromAnItemToItsHeadingAndFromAFoldedOneToTheSectionA
   EXPECT_EQ(focused(), "Playlists");
 }
 
+TEST_F(SideBarTest, PageKeysMoveByWhatShows) {
+  bar->setFrame({0, 0, width, 4 * row});
+  desktop.settle();
+  giveKeyboardTo("Library");
+  press(NSPageDownFunctionKey);
+  EXPECT_EQ(focused(), "Songs");
+  press(NSPageDownFunctionKey);
+  press(NSPageDownFunctionKey);
+  EXPECT_EQ(focused(), "Autumn");
+  press(NSPageUpFunctionKey);
+  EXPECT_EQ(focused(), "Playlists");
+  press(NSPageUpFunctionKey);
+  press(NSPageUpFunctionKey);
+  EXPECT_EQ(focused(), "Library");
+}
+
 TEST_F(SideBarTest, LettersGoToTheTitleThatBeginsWithThem) {
   giveKeyboardTo("Library");
   user.type("ar");
@@ -345,6 +372,19 @@ TEST_F(SideBarTest, TabGoesToTheSelectedItemFirst) {
   bar->setSelected("list-2");
   press("\t");
   EXPECT_EQ(focused(), "Autumn");
+}
+
+TEST_F(SideBarTest, WhereTabWouldStopIsFoldedAwayAndItStopsAtWhatShows) {
+  const auto before = make<NSTextField>(CGRect{0, 0, 50, 20});
+  bar->removeFromSuperview();
+  window->contentView()->addSubview(before);
+  window->contentView()->addSubview(bar);
+  giveKeyboardTo("Artists");
+  window->makeFirstResponder(before.get());
+  bar->setIsOpen("Library", false);
+  desktop.advance(1);
+  press("\t");
+  EXPECT_EQ(focused(), "Library");
 }
 
 TEST_F(SideBarTest, TheFocusRingIsAroundThePlaceWithinTheBar) {
