@@ -24,7 +24,7 @@ Track AlbumList::asTrack(std::size_t album) const {
   return {.title = shown.title,
           .artists = {shown.artist},
           .seconds = shown.seconds,
-          .isFavorite = library_->isFavoriteAlbum(album)};
+          .isFavorite = library_->areFavorites(shown.songs)};
 }
 
 TrackRow AlbumList::row(std::size_t index) const {

@@ -77,8 +77,8 @@ int MusicLibrary::secondsOf(const SongNumbers& songs) const {
   return seconds;
 }
 
-bool MusicLibrary::isFavoriteAlbum(std::size_t album) const {
-  return std::ranges::all_of(albums_[album].songs, [this](std::size_t song) { return songs_[song].track.isFavorite; });
+bool MusicLibrary::areFavorites(const SongNumbers& songs) const {
+  return std::ranges::all_of(songs, [this](std::size_t song) { return songs_[song].track.isFavorite; });
 }
 
 Ref<NSImage> MusicLibrary::cover(std::size_t album) const {

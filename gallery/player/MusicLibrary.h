@@ -46,8 +46,7 @@ class MusicLibrary {
   int secondsOf(const SongNumbers& songs) const;
 
   void setFavorite(std::size_t song, bool isFavorite) { songs_[song].track.isFavorite = isFavorite; }
-  // All of its songs are.
-  bool isFavoriteAlbum(std::size_t album) const;
+  bool areFavorites(const SongNumbers& songs) const;  // all of them
 
   // Null without a Qt program. The large one is made when it is first asked for.
   tessaluna::platform::Ref<tessaluna::platform::NSImage> cover(std::size_t album) const;

@@ -169,7 +169,7 @@ void PlayerView::makeMiddle() {
       songs_, [this](std::size_t row) { return SongNumbers{songs_->songs()[row]}; },
       [this](std::size_t row) {
         const std::size_t song = songs_->songs()[row];
-        // A song that pauses plays on.
+        // A paused song continues.
         if (player_->playbackOf(song) == Playback::Paused) player_->playOrPause();
         else player_->play(songs_->songs(), row);
       });
@@ -197,58 +197,52 @@ Ref<TrackTable> PlayerView::makeTable(const std::shared_ptr<Model>& model, Songs
     play(row);
     report("playing " + title);
   };
-  const auto table =
-      make<TrackTable>(model, TrackActions{.play = playAndReport,
-                                           .pause =
-                                               [this](std::size_t) {
-                                                 player_->pause();
-                                                 report("paused");
-                                               },
-                                           .favorite = [this, songsOf](std::size_t row) { toggleFavorite(songsOf(row)); },
-                                           .more = [this, songsOf, playAndReport](
-                                                       std::size_t row) { return commandsFor(songsOf(row), playAndReport); },
-                                           .artist =
-                                               [this, list = model.get()](std::size_t row, std::size_t artist) {
-                                                 show(collections_.ofArtist(list->row(row).artists[artist]));
-                                                 report("artist " + shownTitle());
-                                               }});
+  TrackActions actions{.play = playAndReport};
+  actions.pause = [this](std::size_t) {
+    player_->pause();
+    report("paused");
+  };
+  actions.favorite = [this, songsOf](std::size_t row) { toggleFavorite(songsOf(row)); };
+  actions.more = [this, songsOf, playAndReport](std::size_t row) { return commandsFor(songsOf(row), playAndReport); };
+  actions.artist = [this, list = model.get()](std::size_t row, std::size_t artist) {
+    show(collections_.ofArtist(list->row(row).artists[artist]));
+    report("artist " + shownTitle());
+  };
+  const auto table = make<TrackTable>(model, std::move(actions));
   addSubview(table);
   return table;
 }
 
 std::vector<TrackCommand> PlayerView::commandsFor(const SongNumbers& songs, const std::function<void(std::size_t)>& play) {
-  const std::size_t album = library_->songs()[songs.front()].album;
-  const std::string title =
-      songs.size() == 1 ? library_->songs()[songs.front()].track.title : library_->albums()[album].title;
-  bool isFavorite = true;
-  for (const std::size_t song : songs) isFavorite = isFavorite && library_->songs()[song].track.isFavorite;
+  const Song& first = library_->songs()[songs.front()];
+  const std::string title = songs.size() == 1 ? first.track.title : library_->albums()[first.album].title;
+  const auto playNext = [this, songs, title](std::size_t) {
+    player_->playNext(songs);
+    report("next " + title);
+  };
+  const auto favorite = [this, songs](std::size_t) { toggleFavorite(songs); };
+  const auto showAlbum = [this, album = first.album](std::size_t) {
+    show(collections_.ofAlbum(album));
+    showTab(Tab::Songs);
+    report("album " + shownTitle());
+  };
+  const auto download = [this, songs, title](std::size_t) {
+    tasks_->begin("Downloading " + title, secondsPerDownloadedSong * static_cast<double>(songs.size()));
+    setNeedsLayout(true);
+    report("downloading " + title);
+  };
   return {{.title = "Play", .choose = play},
-          {.title = "Play next",
-           .choose =
-               [this, songs, title](std::size_t) {
-                 player_->playNext(songs);
-                 report("next " + title);
-               }},
-          {.title = "Favorite", .choose = [this, songs](std::size_t) { toggleFavorite(songs); }, .isChecked = isFavorite},
+          {.title = "Play next", .choose = playNext},
+          {.title = "Favorite", .choose = favorite, .isChecked = library_->areFavorites(songs)},
           {},
-          {.title = "Show album",
-           .choose =
-               [this, album](std::size_t) {
-                 show(collections_.ofAlbum(album));
-                 showTab(Tab::Songs);
-                 report("album " + shownTitle());
-               }},
-          {.title = "Download", .choose = [this, songs, title](std::size_t) {
-             tasks_->begin("Downloading " + title, secondsPerDownloadedSong * static_cast<double>(songs.size()));
-             setNeedsLayout(true);
-             report("downloading " + title);
-           }}};
+          {.title = "Show album", .choose = showAlbum},
+          {.title = "Download", .choose = download}};
 }
 
 void PlayerView::makeFoot() {
   transport_ = make<TransportBar>(CGRect{});
   transport_->setActions({.previous = [this] { player_->previous(); },
-                          .playOrPause = [this] { player_->playOrPause(); },
+                          .playOrPause = [this] { playOrPause(); },
                           .next = [this] { player_->next(); },
                           .shuffle = [this](bool isOn) { player_->setShuffled(isOn); },
                           .repeat = [this](bool isOn) { player_->setRepeated(isOn); },
@@ -376,20 +370,27 @@ void PlayerView::searchFor(const std::string& text) {
 
 // All of them become favorites, or if they are, none.
 void PlayerView::toggleFavorite(const SongNumbers& songs) {
-  bool areFavorites = true;
-  for (const std::size_t song : songs) areFavorites = areFavorites && library_->songs()[song].track.isFavorite;
+  const bool areFavorites = library_->areFavorites(songs);
   for (const std::size_t song : songs) library_->setFavorite(song, !areFavorites);
-  songs_->songsDidChange();
+  // The collection may be the favorites.
+  songs_->updateTo(visited_[visit_].songs());
+  note_->setStringValue(collections_.noteOn(visited_[visit_]));
   upNext_->songsDidChange();
   albums_->albumsDidChange();
   side_->countsDidChange();
-  report(areFavorites ? "no favorite any more" : "favorite");
+  report(areFavorites ? "no longer a favorite" : "favorite");
+}
+
+// Without a queue, what shows is played.
+void PlayerView::playOrPause() {
+  if (player_->song()) player_->playOrPause();
+  else player_->play(songs_->songs(), 0);
+  report(player_->isPlaying() ? "play" : "pause");
 }
 
 void PlayerView::keyDown(const Ref<NSEvent>& event) {
-  if (event->characters() != " ") return NSView::keyDown(event);
-  player_->playOrPause();
-  report(player_->isPlaying() ? "play" : "pause");
+  if (event->characters() == " ") playOrPause();
+  else NSView::keyDown(event);
 }
 
 bool PlayerView::performKeyEquivalent(const Ref<NSEvent>& event) {

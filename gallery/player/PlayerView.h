@@ -69,6 +69,7 @@ class PlayerView : public tessaluna::platform::NSView {
                                                           const std::function<void(std::size_t)>& play);
   void pick(const tessaluna::ready::SearchRow& row);
   void searchFor(const std::string& text);
+  void playOrPause();
   void toggleFavorite(const SongNumbers& songs);
   void showCollection();
   void showPlayback();

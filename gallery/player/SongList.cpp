@@ -12,6 +12,20 @@ void SongList::setSongs(SongNumbers songs) {
   didChangeAll();
 }
 
+void SongList::updateTo(const SongNumbers& songs) {
+  for (std::size_t row = songs_.size(); row-- > 0;) {
+    if (std::ranges::find(songs, songs_[row]) != songs.end()) continue;
+    songs_.erase(songs_.begin() + static_cast<std::ptrdiff_t>(row));
+    didRemoveRows(row);
+  }
+  for (const std::size_t song : songs) {
+    if (std::ranges::find(songs_, song) != songs_.end()) continue;
+    songs_.push_back(song);
+    didInsertRows(songs_.size() - 1);
+  }
+  songsDidChange();
+}
+
 TrackRow SongList::row(std::size_t index) const {
   const std::size_t number = songs_[index];
   const auto& [track, album] = library_->songs()[number];

@@ -13,6 +13,8 @@ class SongList : public tessaluna::ready::TrackModel {
 
   const SongNumbers& songs() const { return songs_; }
   void setSongs(SongNumbers songs);
+  // Removes rows that are not among these songs, adds missing songs at the end, and leaves the others in their order.
+  void updateTo(const SongNumbers& songs);
   // The player or the library has changed what the rows show of their songs.
   void songsDidChange() { didChangeRows(0, songs_.size()); }
 

@@ -32,7 +32,7 @@ class SimulatedPlayer {
   TessalunaUIKit::LoadedSpan loaded(std::size_t buffer) const;
   bool isWaitingForData() const { return isWaiting_; }
 
-  // Another list, in which the song that plays is at that place. It plays on; what is loaded of another song is dropped.
+  // Another list, in which the song that plays is at that place. It continues to play; what is loaded of another song is dropped.
   void setSongs(std::vector<Song> songs, std::size_t playing);
 
   // How many seconds of music come in a second.

@@ -50,13 +50,13 @@ TEST(MusicLibrary, APlaylistHasASongOnce) {
     EXPECT_EQ(std::set(playlist.songs.begin(), playlist.songs.end()).size(), playlist.songs.size());
 }
 
-TEST(MusicLibrary, AnAlbumIsAFavoriteWhenAllOfItsSongsAre) {
+TEST(MusicLibrary, SongsAreFavoritesWhenAllOfThemAre) {
   MusicLibrary own(2);
   const SongNumbers songs = own.albums()[1].songs;
   for (const std::size_t song : songs) own.setFavorite(song, true);
-  EXPECT_TRUE(own.isFavoriteAlbum(1));
+  EXPECT_TRUE(own.areFavorites(songs));
   own.setFavorite(songs.back(), false);
-  EXPECT_FALSE(own.isFavoriteAlbum(1));
+  EXPECT_FALSE(own.areFavorites(songs));
   const SongNumbers favorites = own.favorites();
   EXPECT_EQ(std::ranges::count(favorites, songs.front()), 1);
   EXPECT_EQ(std::ranges::count(favorites, songs.back()), 0);

@@ -30,6 +30,19 @@ TEST_F(MusicLists, ASongListShowsItsSongsAndWhatPlaysOfThem) {
   EXPECT_EQ(songs.identityOf(0), 4u);
 }
 
+TEST_F(MusicLists, AnUpdateKeepsTheOrderOfWhatStays) {
+  const auto numbersOfRows = [&] {
+    SongNumbers numbers;
+    for (std::size_t row = 0; row < songs.count(); ++row) numbers.push_back(songs.identityOf(row) - 1);
+    return numbers;
+  };
+  songs.setSongs({5, 3, 9, 1});
+  songs.updateTo({1, 2, 3, 4, 5});
+  EXPECT_THAT(numbersOfRows(), ElementsAre(5, 3, 1, 2, 4));
+  songs.updateTo({});
+  EXPECT_THAT(numbersOfRows(), ElementsAre());
+}
+
 TEST_F(MusicLists, ASongThatIsTwiceInTheQueuePlaysOnce) {
   player->play({1, 2, 1}, 2);
   queue.setSongs(player->queue());

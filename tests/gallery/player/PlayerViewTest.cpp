@@ -86,7 +86,7 @@ TEST_F(PlayerViewTest, ReturnPlaysARowAndItsListFollows) {
   EXPECT_EQ(model().row(4).playback, Playback::Playing);
 }
 
-TEST_F(PlayerViewTest, TheSpaceBarPausesAndPlaysOn) {
+TEST_F(PlayerViewTest, TheSpaceBarPausesAndContinues) {
   playRow(3);
   ASSERT_TRUE(player->player().isPlaying());
   user.pressKey(" ");
@@ -103,7 +103,7 @@ TEST_F(PlayerViewTest, AClickOnARowsControlPlaysAndPausesIt) {
   click(harness::partOfRow<TrackRowPlayButton>(rows(), 2));
   EXPECT_EQ(model().row(2).playback, Playback::Paused);
   click(harness::partOfRow<TrackRowPlayButton>(rows(), 2));
-  EXPECT_EQ(model().row(2).playback, Playback::Playing) << "it plays on";
+  EXPECT_EQ(model().row(2).playback, Playback::Playing) << "it continues";
 }
 
 TEST_F(PlayerViewTest, SpaceEnlargesTheCoverThatHasTheKeyboard) {
@@ -275,6 +275,24 @@ TEST_F(PlayerViewTest, TheHeartIsTheSameInAllLists) {
   accessibilityOf(rows().accessibleItem(0))->accessibilityPerformAction("Favorite");
   EXPECT_NE(model().row(0).isFavorite, was);
   EXPECT_NE(model(Tab::UpNext).row(0).isFavorite, was);
+}
+
+TEST_F(PlayerViewTest, ASongThatIsNoLongerAFavoriteLeavesTheFavorites) {
+  player->show(*player->collections().find("Favorites"));
+  const std::size_t count = model().count();
+  const std::string second = model().row(1).title;
+  accessibilityOf(rows().accessibleItem(0))->accessibilityPerformAction("Favorite");
+  EXPECT_EQ(model().count(), count - 1);
+  EXPECT_EQ(rows().numberOfRows(), count - 1);
+  EXPECT_EQ(model().row(0).title, second);
+}
+
+TEST_F(PlayerViewTest, WithoutAQueueThePlayButtonPlaysWhatShows) {
+  player->show(player->collections().ofAlbum(2));
+  ASSERT_EQ(player->player().song(), std::nullopt);
+  click(*player->transport()->subviews()[1]);
+  EXPECT_EQ(playing(), titleOf(library->albums()[2].songs.front()));
+  EXPECT_EQ(player->player().queue(), library->albums()[2].songs);
 }
 
 TEST_F(PlayerViewTest, ATaskBeginsFromARowsMenuAndEndsWithItsCross) {
