@@ -89,6 +89,26 @@ Path graph(int points, int width, int height) {
   return polyline(all);
 }
 
+// All of them, four in a row; each is one outline.
+Drawing moodIcons(double scale) {
+  constexpr int inRow = 4;
+  Drawing all;
+  int index = 0;
+  for (const TessalunaUIKit::Routine& routine : TessalunaUIKit::routines()) {
+    if (!routine.name.starts_with("Mood")) continue;
+    Drawing icon = drawingOf(routine, scale);
+    const int x = index % inRow * icon.width, y = index / inRow * icon.height;
+    ++index;
+    for (Outline& outline : icon.outlines) {
+      outline.path.transform(CGAffineTransform::translation(x, y));
+      all.outlines.push_back(std::move(outline));
+    }
+    all.width = std::max(all.width, x + icon.width);
+    all.height = std::max(all.height, y + icon.height);
+  }
+  return all;
+}
+
 void addOutlines(std::vector<Scene>& scenes) {
   const Color blue{0.2, 0.4, 0.8, 1}, glass{0.2, 0.4, 0.8, 0.4};
   const CGRect window{{0, 0}, {1200, 800}};
@@ -103,6 +123,12 @@ void addOutlines(std::vector<Scene>& scenes) {
   for (const int size : {15, 50, 200, 800}) {
     scenes.push_back(outlineScene("heart at " + std::to_string(size), 0.45, filled(size, size, heart(size), blue)));
   }
+  scenes.push_back(outlineScene("a dozen mood icons at 50", 0.62, moodIcons(0.25)));
+  scenes.push_back(outlineScene("a dozen mood icons at 200", 0.57, moodIcons(1)));
+  scenes.push_back(
+      outlineScene("a word in letters, 167 wide", 0.62, drawingOf(*TessalunaUIKit::findRoutine("TidalLogoWide"), 0.2)));
+  scenes.push_back(
+      outlineScene("a word in letters, 835 wide", 0.57, drawingOf(*TessalunaUIKit::findRoutine("TidalLogoWide"), 1)));
   for (const int points : {1000, 4000}) {
     Drawing drawing = filled(1000, 300, graph(points, 1000, 300), blue);
     drawing.outlines.front().pen = Pen{.width = 3, .join = LineJoin::Round};
@@ -274,9 +300,7 @@ Scene shadowScene(double blur) {
 }
 
 Scene innerShadowScene(std::string_view name) {
-  const auto routines = TessalunaUIKit::routines();
-  const TessalunaUIKit::Routine& routine = *std::find_if(
-      routines.begin(), routines.end(), [&](const TessalunaUIKit::Routine& candidate) { return candidate.name == name; });
+  const TessalunaUIKit::Routine& routine = *TessalunaUIKit::findRoutine(name);
   const auto drawing = std::make_shared<const Drawing>(drawingOf(routine, 4));
   return {std::string(name) + " with its inner shadow, four times",
           6,
