@@ -1,6 +1,7 @@
 #include "tessaluna/ready/sidebar/SideBarSection.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
@@ -131,8 +132,9 @@ class SideBarSection::List : public NSView {
 
   void show(const std::vector<Ref<SideBarRow>>& rows, const std::string& title) {
     title_ = title;
+    const std::unordered_set<Ref<SideBarRow>> staying(rows.begin(), rows.end());
     for (const Ref<SideBarRow>& row : rows_)
-      if (std::ranges::find(rows, row) == rows.end()) row->removeFromSuperview();
+      if (!staying.contains(row)) row->removeFromSuperview();
     const bool isOtherHeight = rows_.size() != rows.size();
     rows_ = rows;
     for (const Ref<SideBarRow>& row : rows_)
@@ -170,9 +172,10 @@ class SideBarSection::List : public NSView {
   std::optional<AccessibilityElements> accessibilityOwnChildren() const override {
     const auto shown = NSView::accessibilityOwnChildren();
     if (!shown) return shown;
+    const std::unordered_set<Ref<NSObject>> showing(shown->begin(), shown->end());
     AccessibilityElements inOrder;
     for (const Ref<SideBarRow>& row : rows_)
-      if (std::ranges::find(*shown, row) != shown->end()) inOrder.push_back(row);
+      if (showing.contains(row)) inOrder.push_back(row);
     return inOrder;
   }
 
@@ -232,15 +235,23 @@ void SideBarSection::show(const SideSection& section) {
 void SideBarSection::showRows(const std::vector<SideItem>& items) {
   const bool hasIcons = std::ranges::any_of(items, [](const SideItem& item) { return item.icon != nullptr; });
   const auto room = hasIcons ? SideBarRow::IconRoom::Left : SideBarRow::IconRoom::Absent;
-  std::vector<Ref<SideBarRow>> rows;
+  // Most rows are where they were, so that the search begins after the last one that was found.
+  std::vector<Ref<SideBarRow>> earlier = std::exchange(rows_, {});
+  std::size_t next = 0;
+  const auto take = [&](const std::string& id) -> Ref<SideBarRow> {
+    for (std::size_t tried = 0; tried < earlier.size(); ++tried) {
+      Ref<SideBarRow>& row = earlier[(next + tried) % earlier.size()];
+      if (!row || idOf(row->item()) != id) continue;
+      next += tried + 1;
+      return std::exchange(row, nullptr);
+    }
+    return nullptr;
+  };
   for (const SideItem& item : items) {
-    const auto known = std::ranges::find_if(rows_, [&](const Ref<SideBarRow>& row) {
-      return idOf(row->item()) == idOf(item) && std::ranges::find(rows, row) == rows.end();
-    });
-    rows.push_back(known != rows_.end() ? *known : make<SideBarRow>(bar_, depth_));
-    rows.back()->showItem(item, room);
+    const Ref<SideBarRow> known = take(idOf(item));
+    rows_.push_back(known ? known : make<SideBarRow>(bar_, depth_));
+    rows_.back()->showItem(item, room);
   }
-  rows_ = std::move(rows);
   list_->show(rows_, title_);
 }
 

@@ -438,6 +438,28 @@ TEST_F(SideBarTest, AnItemThatComesKeepsSelectionAndKeyboard) {
   EXPECT_EQ(focused(), "Artists");
 }
 
+TEST_F(SideBarTest, ItemsThatChangePlacesKeepTheirElements) {
+  const Ref<NSView> albums = view("Albums, 12"), songs = view("Songs");
+  auto& items = places->now[0].items;
+  std::swap(items[0], items[2]);
+  items[1].title = "Composers";
+  places->didChange();
+  EXPECT_EQ(view("Albums, 12"), albums);
+  EXPECT_EQ(view("Songs"), songs);
+  EXPECT_EQ(topOf("Songs"), row);
+  EXPECT_EQ(topOf("Composers"), 2 * row);
+  EXPECT_EQ(topOf("Albums, 12"), 3 * row);
+  EXPECT_EQ(element("Artists"), nullptr);
+}
+
+TEST_F(SideBarTest, ItemsOfOneTitleAreSeveral) {
+  places->now[0].items = {{.title = "Twin"}, {.title = "Twin"}, {.title = "Other"}};
+  places->didChange();
+  places->didChange();
+  EXPECT_EQ(topOf("Other"), 3 * row);
+  EXPECT_EQ(topOf("Playlists"), 4 * row);
+}
+
 TEST_F(SideBarTest, AnItemThatGoesTakesItsSelectionAndLeavesTheKeyboardToTheNext) {
   click("Artists");
   giveKeyboardTo("Artists");
