@@ -41,7 +41,7 @@ void turnRightToLeft(ShapedLine& line, std::u16string_view text) {
     }
     first = last;
   }
-  // A glyph stands where its cluster does.
+  // A glyph is where its cluster is.
   std::size_t next = 0;
   for (GlyphRun& run : line.runs)
     for (CGPoint& position : run.positions) position.x = clusters[next++].left;

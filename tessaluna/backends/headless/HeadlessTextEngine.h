@@ -1,7 +1,7 @@
 // A font whose every number can be worked out by hand: each user-perceived character advances by half of the point size, and
 // a line is 1.2 times the size high, of which a quarter lies below the baseline. A glyph is a box; its index is the first
-// scalar of its character. There are the families "Headless" and the desktop's own; a line may end behind a blank. Letters of
-// scripts that run from right to left do so, with what stands between two of them; lines begin at the left all the same.
+// scalar of its character. There are the families "Headless" and the desktop's own; a line may end after a blank. Letters of
+// scripts that run from right to left do so, with what is between two of them; lines begin at the left all the same.
 #pragma once
 
 #include <set>

@@ -1,4 +1,4 @@
-// A window in memory. It remembers what it was told and everything that was painted into it, as recorded lines and, where
+// A window in memory. It remembers its calls and everything that was painted into it, as recorded lines and, where
 // the desktop was asked for pictures, as pixels.
 #pragma once
 
@@ -30,7 +30,7 @@ class HeadlessWindow : public NativeWindow {
   HeadlessWindow(HeadlessBackend& backend, WindowClient& client, const WindowOptions& options, Pictures pictures);
   ~HeadlessWindow() override;
 
-  // What the window was told, first and since.
+  // What the window was set to, first and since.
   const WindowOptions& options() const { return options_; }
   CGRect frame() const { return frame_; }  // of the content, screen space
   bool isVisible() const { return isVisible_; }

@@ -1,4 +1,4 @@
-// Tells two canvases everything that it is told: one paints, the other writes down.
+// Passes all its calls to two canvases: one paints, the other records.
 #pragma once
 
 #include "tessaluna/platform/backend/Canvas.h"

@@ -33,7 +33,7 @@ void VirtualClock::advance(double seconds, const std::function<void()>& momentEn
 }
 
 void VirtualClock::runDueBlocks() {
-  // A block that asks for itself again without delay would hold time for ever, and a test with it.
+  // A block that asks for itself again without delay would stop time forever, and a test with it.
   int left = 1'000'000;
   while (hasDueBlock()) {
     if (left-- == 0) platform::stopProgram("headless: a block asks for itself again and time does not go on");

@@ -1,4 +1,4 @@
-// Time that stands still until a test lets it pass. It counts whole nanoseconds, so that ten steps of 0.1 seconds are one
+// Time that passes only when a test lets it. It counts whole nanoseconds, so that ten steps of 0.1 seconds are one
 // second exactly.
 #pragma once
 

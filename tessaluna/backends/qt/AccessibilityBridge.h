@@ -4,7 +4,7 @@
 //   qApp > a window of our own > its elements
 //   qApp > a program's widgets > a QtViewWidget > the elements of its view
 //
-// A window that is no element itself, such as a pop-up whose list hangs under its field, is not seen by Qt at all.
+// Qt does not see a window that is not an element itself, such as a pop-up whose list is below its field.
 #pragma once
 
 #include <QAccessible>

@@ -15,7 +15,7 @@ class AccessibleText : public QAccessibleTextInterface, public QAccessibleEditab
 
   int characterCount() const override { return static_cast<int>(state().text.size()); }
   QString text(int start, int end) const override;
-  int cursorPosition() const override;  // -1 where the element does not tell its selection
+  int cursorPosition() const override;  // -1 where the element does not report its selection
   void setCursorPosition(int position) override { select(position, position); }
   int selectionCount() const override;  // one at the most
   void selection(int index, int* start, int* end) const override;

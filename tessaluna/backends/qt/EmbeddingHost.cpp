@@ -291,7 +291,7 @@ void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
   const bool isKey = isTab || reason == Qt::ShortcutFocusReason;
   const FocusRing::Cause cause = isKey ? FocusRing::Cause::Key : FocusRing::Cause::Program;
   if (window->selectKeyViewWithin(*view, step, cause) || !isTab || !held || !entered) return;
-  // Nothing in this view takes keys: the chain goes on, unless it has gone round already.
+  // Nothing in this view takes keys: the chain continues, unless it has gone round already.
   if (passedOver_ >= embedded_.size()) return;
   ++passedOver_;
   entered->passFocusOn(step);

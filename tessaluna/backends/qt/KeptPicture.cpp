@@ -7,7 +7,7 @@ namespace tessaluna::backend::qt {
 
 namespace {
 
-// A side that is a whole number of pixels but for the noise of a product takes no pixel more.
+// A side that is a whole number of pixels but for the rounding of a product takes no extra pixel.
 int pixelsOf(double points, double scale) { return static_cast<int>(std::ceil(points * scale - 1e-6)); }
 int wholePixelsOf(double points, double scale) { return static_cast<int>(std::floor(points * scale + 1e-6)); }
 
@@ -27,7 +27,7 @@ bool KeptPicture::setSize(CGSize points, double scale) {
   if (image_.isNull()) return true;
   image_.fill(Qt::transparent);
   image_.setDevicePixelRatio(scale);
-  // The pixels are written behind Qt's back: nobody may hold a copy that shares them beyond a paint event.
+  // The pixels are written behind Qt's back: nobody may keep a copy that shares them beyond a paint event.
   bitmap_ = raster::Bitmap::borrow(reinterpret_cast<std::uint32_t*>(image_.bits()), width, height,
                                    static_cast<std::size_t>(image_.bytesPerLine()));
   return true;

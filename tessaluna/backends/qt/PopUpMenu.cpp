@@ -22,7 +22,7 @@ namespace tessaluna::backend::qt {
 
 namespace {
 
-// A choice is known before the menu has gone, and told afterwards.
+// A choice is known before the menu has closed, and reported afterwards.
 using Choice = std::shared_ptr<std::optional<std::size_t>>;
 
 QString qtTitle(const MenuEntry& entry) {
@@ -132,14 +132,14 @@ std::unique_ptr<NativeMenu> PopUpMenu::open(QWindow* window, const MenuPlace& pl
   const auto choice = std::make_shared<std::optional<std::size_t>>();
   fill(*menu, entries, choice);
   menu->setMinimumWidth(static_cast<int>(std::ceil(place.minimumWidth)));
-  // Qt hides a menu first and tells the choice then.
+  // Qt hides a menu first and then reports the choice.
   QObject::connect(menu, &QMenu::aboutToHide, menu, [menu, choice, chosen = std::move(chosen)] {
     QTimer::singleShot(0, menu, [menu, choice, chosen] {
       menu->deleteLater();
       chosen(*choice);
     });
   });
-  menu->winId();  // makes its window, which the one below it needs to be told of
+  menu->winId();  // makes its window, which the one below it needs to know
   menu->windowHandle()->setTransientParent(window);
   QAction* over = nullptr;
   for (std::size_t i = 0; i < entries.size(); ++i)

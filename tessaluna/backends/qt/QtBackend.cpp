@@ -83,7 +83,7 @@ QtBackend::QtBackend() {
   filter_ = std::make_unique<ApplicationFilter>(*this);
 }
 
-// The hosts' windows close with them, and would tell of it.
+// The hosts' windows close with them, and would report it.
 QtBackend::~QtBackend() {
   elsewhere_.clear();
   elsewhere_.waitForDone();

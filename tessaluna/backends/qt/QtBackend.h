@@ -32,7 +32,7 @@ class QtBackend : public Backend, public PrimarySelection {
   QtBackend();
   ~QtBackend() override;
 
-  // The one that lives now; the program stops where there is none.
+  // The current one; the program stops without one.
   static QtBackend& current();
 
   // Meta unless the host chooses otherwise. A change counts for the keys that follow.
@@ -60,7 +60,7 @@ class QtBackend : public Backend, public PrimarySelection {
   bool prefersReducedMotion() const override;
 
   EmbeddingHosts& hosts() { return *hosts_; }
-  // That of the backend that lives now; absent without one, and while it goes.
+  // That of the current backend; null without one, and while it is being destroyed.
   static AccessibilityBridge* accessibility();
 
  private:

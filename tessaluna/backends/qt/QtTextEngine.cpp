@@ -40,7 +40,7 @@ class QtTypeface : public Typeface {
   Path outline(std::uint32_t glyph) const override {
     Path path;
     const QPainterPath shape = font_.pathForGlyph(glyph);
-    // Qt counts y downward, and tells a curve as its two controls and then its end.
+    // Qt counts y downward, and gives a curve as its two controls and then its end.
     const auto at = [&](int i) { return CGPoint{shape.elementAt(i).x, -shape.elementAt(i).y}; };
     for (int i = 0; i < shape.elementCount(); ++i) {
       switch (shape.elementAt(i).type) {
@@ -145,8 +145,8 @@ QFont fontOf(const FontDescription& description) {
   return font;
 }
 
-// Qt misplaces clusters where directions change: one that stands first in a stretch of the other direction gets the place where the
-// stretch begins for the text before it, and no width; those that stand last get places outside of the stretch where it has fewer
+// Qt misplaces clusters where directions change: one that is first in a stretch of the other direction gets the place where the
+// stretch begins for the text before it, and no width; those that are last get places outside of the stretch where it has fewer
 // glyphs than characters. Such a cluster gets the place of its glyphs; one with a share of a glyph keeps that.
 void placeByGlyphs(TextCluster& cluster, const QTextLayout& layout) {
   TextCluster placed = cluster;

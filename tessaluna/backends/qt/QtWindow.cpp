@@ -303,7 +303,7 @@ class QtWindow::Surface : public QRasterWindow {
     client_->nativeFrameChanged(wanted_);
   }
 
-  // Qt tells of a new screen, but not always of a new scale of the same one.
+  // Qt reports a new screen, but not always of a new scale of the same one.
   void scaleMayHaveChanged() {
     if (client_ && std::exchange(knownScale_, devicePixelRatio()) != devicePixelRatio()) client_->nativeScaleChanged();
   }

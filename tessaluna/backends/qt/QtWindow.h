@@ -1,6 +1,6 @@
-// A window of its own on the desktop. A pop-up is a tool tip to Qt: it takes no focus, stands above its parent and has no
-// frame. Places that are no whole points are rounded outward; as long as nobody else moves the window, the place that was
-// asked for stays the one that is told.
+// A window of its own on the desktop. A pop-up is a tool tip to Qt: it takes no focus, is above its parent and has no
+// frame. Places that are not whole points are rounded outward; as long as nobody else moves the window, it reports the
+// place that was asked for.
 #pragma once
 
 #include <memory>

@@ -46,7 +46,7 @@ double fittingScale(CGSize image, QSizeF space) {
   return std::min(space.width() / image.width, space.height() / image.height);
 }
 
-// A side that is a whole number of pixels but for the noise of a product takes no pixel more.
+// A side that is a whole number of pixels but for the rounding of a product takes no extra pixel.
 int wholePixels(double length) { return std::max(1, static_cast<int>(std::ceil(length - 1e-6))); }
 
 QTransform yDown(CGSize image) { return {1, 0, 0, -1, 0, image.height}; }
@@ -105,7 +105,7 @@ QImage render(NSImage& image, const Placement& placement, const std::optional<Ne
   auto bitmap = raster::Bitmap::borrow(reinterpret_cast<std::uint32_t*>(picture.bits()), picture.width(), picture.height(),
                                        static_cast<std::size_t>(picture.bytesPerLine()));
   if (!bitmap) return {};
-  // The image's points are those of the base space, in which shadows are told: they grow with the rest.
+  // The image's points are those of the base space, in which shadows are measured: they grow with the rest.
   const double scale = std::sqrt(std::abs(placement.ofPoints.determinant()));
   raster::RasterCanvas canvas(*bitmap, {.scale = scale});
   std::optional<PaletteCanvas> mapping;
@@ -161,7 +161,7 @@ class ImageIconEngine : public QIconEngine {
                                           : turned(image_->size(), rect, toPixels);
     if (placement.pixels.isEmpty()) return;
     const QPixmap pixels = picture(placement, mode);
-    // Whatever Qt puts behind the painter's own transform, one unit becomes one pixel.
+    // Whatever Qt applies after the painter's own transform, one unit becomes one pixel.
     const QTransform own = painter->worldTransform();
     painter->setWorldTransform(toPixels.inverted() * own);
     painter->drawPixmap(placement.pixels.topLeft(), pixels);

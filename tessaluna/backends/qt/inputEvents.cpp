@@ -146,7 +146,7 @@ bool isInput(QEvent::Type type) {
 bool sendInput(QEvent& event, const InputReceiver& receiver) {
   bool isTaken = true;
   switch (event.type()) {
-    // Qt tells a double click in place of the second press, or after it.
+    // Qt reports a double click in place of the second press, or after it.
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:

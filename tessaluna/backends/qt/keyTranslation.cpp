@@ -67,7 +67,7 @@ KeyName forCommandKey(KeyName name, CommandKey commandKey) {
   return name == KeyName::Control ? KeyName::Command : name == KeyName::Command ? KeyName::Control : name;
 }
 
-// Some desktops report AltGr as Control and Alt. It is no command then, but the character that it types.
+// Some desktops report AltGr as Control and Alt. It is then not a command, but the character that it types.
 bool isTypedWithAltGr(const QKeyEvent& event) {
   constexpr Qt::KeyboardModifiers altGr = Qt::ControlModifier | Qt::AltModifier;
   return (event.modifiers() & altGr) == altGr && !event.text().isEmpty() && event.text().front().isPrint();

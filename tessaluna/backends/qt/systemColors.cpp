@@ -11,7 +11,7 @@ Color colorOf(const QColor& color) { return {color.redF(), color.greenF(), color
 
 namespace {
 
-// Selected text keeps its own color here, where Qt's turns over: what is behind it must stay near the ground.
+// Selected text keeps its own color here, where Qt inverts it: what is under it must stay near the ground.
 Color selectionBehindText(const QPalette& palette, QPalette::ColorRole role) {
   const double share = role == QPalette::Highlight ? 0.35 : 0.15;
   const QColor ground = palette.color(QPalette::Active, QPalette::Base);

@@ -15,7 +15,7 @@ xcb_connection_t* connectionToX11();
 void grabX11(xcb_connection_t* connection);
 void ungrabX11(xcb_connection_t* connection);
 
-// In device pixels of the whole screen, which Qt's points are not when their scale is no whole number. The corner is absent
+// In device pixels of the whole screen, which Qt's points are not when their scale is not a whole number. The corner is absent
 // elsewhere than on X11, and for a window that the server does not know.
 std::optional<QPoint> deviceCornerOf(const QWindow& window);
 void setDevicePlace(const QWindow& window, const QRect& place);

@@ -1,4 +1,4 @@
-// A canvas that paints nothing and writes down what it is told: one JSON object a line for each operation, in order, with
+// A canvas that paints nothing and records its calls: one JSON object per line for each operation, in order, with
 // the coordinates of the current space and all numbers in their shortest form. The artwork tool prints these lines and
 // tests compare them, so that a difference reads as a sentence.
 #pragma once

@@ -12,7 +12,7 @@ namespace {
 
 using platform::numberText;
 
-// A hundred-thousandth of a point is beyond all display; it keeps the noise of conversions out of the file.
+// A hundred-thousandth of a point is beyond all display; it keeps the rounding errors of conversions out of the file.
 std::string number(double value) { return numberText(std::round(value * 1e5) / 1e5); }
 
 std::string attribute(std::string_view name, const std::string& value) {
@@ -243,7 +243,7 @@ void SvgCanvas::fillPath(const Path& path, FillRule rule) {
 
 void SvgCanvas::strokePath(const Path& path, const StrokeStyle& style) {
   if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
-  // Where the space is not stretched the line is as well told in the file's own.
+  // Where the space is not stretched the line can be written in the file's own.
   const bool isPlain = keepsShape(state_.transform);
   const double scale = isPlain ? std::hypot(state_.transform.a, state_.transform.b) : 1;
   std::string element = "<path" + attribute("d", pathData(path, isPlain ? state_.transform : CGAffineTransform{})) +
@@ -267,7 +267,7 @@ void SvgCanvas::strokePath(const Path& path, const StrokeStyle& style) {
 void SvgCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
   if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
   const int id = ++lastId_;
-  // A stretched space leans the lines of one color against their axis, which only the space itself can tell.
+  // A stretched space leans the lines of one color against their axis, which only the space itself can express.
   const bool isPlain = keepsShape(state_.transform);
   const CGAffineTransform space = isPlain ? state_.transform : CGAffineTransform{};
   const CGPoint start = space.apply(gradient.start), end = space.apply(gradient.end);

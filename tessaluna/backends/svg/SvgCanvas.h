@@ -1,5 +1,5 @@
 // A canvas that writes SVG: true vectors, shadows as filters. Coordinates in the file count from the upper left corner, one
-// unit a point. What SVG cannot say without pixels becomes an error, told once at the end; nothing is drawn in its place.
+// unit per point. What SVG cannot say without pixels becomes an error, reported once at the end; nothing is drawn in its place.
 //
 // Of the operators other than normal blending these can be said: "source out" as the first thing in its layer, which is how
 // the inner shadow of the artwork is made, and "copy" where it replaces nothing that shows through.
@@ -57,7 +57,7 @@ class SvgCanvas : public Canvas {
     std::size_t savedCount = 0;  // saves that belong to what is around it
     bool isEmpty = true;
   };
-  // How an element or a layer comes to stand in the layer below.
+  // How an element or a layer is placed in the layer below.
   struct Composite {
     std::string open, close;
   };

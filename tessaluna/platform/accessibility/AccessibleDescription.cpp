@@ -51,7 +51,7 @@ std::optional<AccessibilityElements> selectionAround(const Ref<NSObject>& elemen
   return attributeOf<AccessibilityElements>(*parent, NSAccessibilitySelectedChildrenAttribute);
 }
 
-// What an element says that is called by what stands in it.
+// What an element says that is named by its contents.
 std::string contentOf(const Ref<NSObject>& element) {
   std::string content;
   for (const Ref<NSObject>& child : accessibleChildrenOf(element)) {

@@ -1,7 +1,7 @@
 // What an assistive client is shown of one element: the answers to all that it asks, worked out from the element's
-// attributes and from where it stands. A backend translates them into the words of its desktop and decides nothing.
+// attributes and from its place. A backend translates them into the words of its desktop and decides nothing.
 //
-// Each part can be asked for alone. All of them are worked out anew at each question, and describe the element as it is
+// Each part can be asked for alone. All of them are worked out at each call, and describe the element as it is
 // then.
 #pragma once
 
@@ -40,7 +40,7 @@ AccessibleDescription describe(const Ref<NSObject>& element);
 
 // An item of a list, whose role may be any, is a row.
 std::string accessibleRoleOf(const Ref<NSObject>& element);
-// Its label, else its title; of a text, a link or a pop-up button what it says; of an item of a list what stands in it.
+// Its label, else its title; of a text, a link or a pop-up button what it says; of an item of a list the texts in it.
 std::string accessibleNameOf(const Ref<NSObject>& element);
 std::string accessibleHelpOf(const Ref<NSObject>& element);  // empty too where it only repeats the name
 // A value that is a text; empty for any other.
@@ -59,7 +59,7 @@ bool performAccessibleAction(const Ref<NSObject>& element, std::string_view acti
 
 // Whether its value is a text that the keyboard moves in, read-only or not.
 bool isAccessibleTextInput(const Ref<NSObject>& element);
-// The view that the element is, that its cell stands in, or that it is painted in; of a window its content. Null if none.
+// The view that the element is, that its cell is in, or that it is painted in; of a window its content. Null if none.
 Ref<NSView> viewOfAccessible(const Ref<NSObject>& element);
 // The part of the frame that shows now, in screen space; empty if none does.
 CGRect visibleFrameOfAccessible(const Ref<NSObject>& element);

@@ -12,7 +12,7 @@ namespace tessaluna::platform {
 
 struct AccessibleTextState {
   std::u16string text;
-  std::optional<NSRange> selection{};  // absent where the element does not tell its selection, as while it is not edited
+  std::optional<NSRange> selection{};  // absent where the element does not report its selection, as while it is not edited
   std::optional<std::size_t> caret{};  // at one of the ends of the selection
   friend bool operator==(const AccessibleTextState&, const AccessibleTextState&) = default;
 };

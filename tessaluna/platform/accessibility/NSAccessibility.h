@@ -1,8 +1,8 @@
-// What an object answers to assistive clients, which see a tree of elements: the application, its windows, what stands in
-// them. An ignored object is not seen; its children stand in its place. Everything is asked through attributes by name, and
+// What an object answers to assistive clients, which see a tree of elements: the application, its windows, what is in
+// them. Clients do not see an ignored object; its children take its place. Everything is asked through attributes by name, and
 // the operations below are where the attributes of most objects come from.
 //
-// Views, cells, windows and the application derive from this; so may an NSObject that stands for a painted part.
+// Views, cells, windows and the application derive from this; so may an NSObject that represents a painted part.
 #pragma once
 
 #include <map>
@@ -34,11 +34,11 @@ class NSAccessibility {
   virtual bool isAccessibilityFocused() const { return false; }
   virtual CGRect accessibilityFrame() const { return {}; }  // screen space
 
-  // The nearest ancestor that is not ignored, and the children, of which none is ignored; either may be absent.
+  // The nearest ancestor that is not ignored, and the children, of which none is ignored; either may be null.
   virtual Ref<NSObject> accessibilityParent() const { return nullptr; }
   virtual std::optional<AccessibilityElements> accessibilityChildren() const;
 
-  // An attribute that the object does not have is absent. Children are those of accessibilityChildren as it stands here,
+  // An attribute that the object does not have is absent. Children are those of accessibilityChildren as it is here,
   // not as a derived class has it.
   virtual AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const;
   // accessibilityAttributeValue:forParameter:, such as the frame of a range of characters. Absent where it is not answered.
@@ -73,16 +73,16 @@ class NSAccessibility {
   std::unique_ptr<Companion> companion_;
 };
 
-// Absent for an object that has nothing to do with accessibility.
+// Null for an object that has nothing to do with accessibility.
 NSAccessibility* accessibilityOf(const Ref<NSObject>& object);
 
-// The element itself, if it is not ignored; otherwise the nearest one above or below it that is not, or absent.
+// The element itself, if it is not ignored; otherwise the nearest one above or below it that is not, or null.
 Ref<NSObject> NSAccessibilityUnignoredAncestor(Ref<NSObject> element);
 Ref<NSObject> NSAccessibilityUnignoredDescendant(const Ref<NSObject>& element);
 // The list with the children of ignored elements in their places.
 AccessibilityElements NSAccessibilityUnignoredChildren(const AccessibilityElements& elements);
 
-// Tells assistive clients that something of the element has changed. A backend hears of it through the center, whose
+// Reports to assistive clients that something of the element has changed. A backend observes it through the center, whose
 // notifications have the element as their object.
 void NSAccessibilityPostNotification(const Ref<NSObject>& element, std::string_view notification);
 NSNotificationCenter& accessibilityNotificationCenter();

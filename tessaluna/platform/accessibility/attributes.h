@@ -36,7 +36,7 @@ inline AccessibilityElements shownAccessibleChildrenOf(const Ref<NSObject>& elem
   return items ? items->shownAccessibleItems() : accessibleChildrenOf(element);
 }
 
-// Null for an element that stands nowhere.
+// Null for an element that is in no view.
 inline Ref<NSObject> accessibleParentOf(const Ref<NSObject>& element) {
   const NSAccessibility* asked = accessibilityOf(element);
   return asked ? attributeOf<Ref<NSObject>>(*asked, NSAccessibilityParentAttribute).value_or(nullptr) : nullptr;

@@ -1,4 +1,4 @@
-// What a desktop brings: windows, screens, a clock, colors. A backend only translates; every rule stands above this seam.
+// What a desktop brings: windows, screens, a clock, colors. A backend only translates; every rule is above this seam.
 // Everything is called on the main thread, except decodeImage, which a backend answers on any.
 #pragma once
 
@@ -38,7 +38,7 @@ std::optional<Screen> screenShowing(CGRect rect, const std::vector<Screen>& scre
 
 enum class CursorShape { Arrow, PointingHand, IBeam, ResizeLeftRight, ResizeUpDown };
 
-// What a native window tells the window that it belongs to.
+// What a native window reports to the window that it belongs to.
 class WindowClient {
  public:
   virtual ~WindowClient() = default;
@@ -49,7 +49,7 @@ class WindowClient {
   virtual void nativeCloseRequested() = 0;
   // Takes what the user does.
   virtual platform::WindowInput& input() = 0;
-  // The window that the events of the native one name; absent while it goes.
+  // The window that the events of the native one name; null while it goes.
   virtual std::shared_ptr<platform::NSWindow> eventWindow() = 0;
 };
 
@@ -66,7 +66,7 @@ class NativeWindow {
   virtual void hide() = 0;
   virtual void raise() = 0;
   virtual void requestKey() = 0;
-  virtual void setParent(NativeWindow* parent) = 0;  // stays above it; absent frees it
+  virtual void setParent(NativeWindow* parent) = 0;  // stays above it; null frees it
   virtual void setTitle(const std::string& title) = 0;
   virtual void setCursor(CursorShape shape) = 0;
   virtual void setOpaque(bool isOpaque) = 0;  // followed by a redraw of everything
@@ -110,7 +110,7 @@ struct WindowOptions {
   bool isOpaque = true;
   bool hasShadow = true;
   bool canBecomeKey = true;
-  bool isPanel = false;  // stands beside the program's main windows, in no list of windows
+  bool isPanel = false;  // is beside the program's main windows, in no list of windows
   // What the user can do with a titled one.
   bool isClosable = true, isMiniaturizable = true, isResizable = true;
 };
@@ -122,7 +122,7 @@ class Backend {
   Backend(const Backend&) = delete;
   Backend& operator=(const Backend&) = delete;
 
-  // The one that lives now, or absent. Making a second one while a first lives stops the program.
+  // The current one; null if there is none. Making a second one while the first exists stops the program.
   static Backend* current();
 
   virtual std::unique_ptr<NativeWindow> makeWindow(WindowClient& client, const WindowOptions& options) = 0;
@@ -145,7 +145,7 @@ class Backend {
   virtual void setClipboardText(const std::string& text) = 0;
 
   virtual const TextEngine& textEngine() const = 0;
-  // The picture that the bytes hold; absent if they hold none, are cut off, or claim too many pixels.
+  // The picture that the bytes hold; null if they hold none, are cut off, or claim too many pixels.
   virtual std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes) const = 0;
 
   // The main queue, on this backend's clock.

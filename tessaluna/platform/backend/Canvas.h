@@ -1,5 +1,5 @@
-// What paints. The drawing classes of the platform layer keep no pixels: they tell a canvas, in few primitives that
-// everything else is derived from. A canvas paints pixels, writes SVG, or only writes down what it is told.
+// What paints. The drawing classes of the platform layer keep no pixels: they call a canvas, in few primitives that
+// everything else is derived from. A canvas paints pixels, writes SVG, or only records its calls.
 //
 // Base space: one unit is one point, the origin at the lower left, y up; a device scale changes pixels only. Colors are
 // not premultiplied, in sRGB, and go to the pixels as they are.
@@ -17,7 +17,7 @@ namespace tessaluna::backend {
 
 struct Color {
   double red = 0, green = 0, blue = 0, alpha = 1;
-  std::string_view name = {};  // of a named color, for recordings; its text lives for ever. Empty for a made one
+  std::string_view name = {};  // of a named color, for recordings; its text lives forever. Empty for a made one
   bool isSystem = false;  // from the desktop's palette, by itself or changed: what follows the palette leaves it as it is
 
   friend bool operator==(const Color& a, const Color& b) {
@@ -70,7 +70,7 @@ struct GradientStop {
   Color color;
 };
 
-// Along the axis from start to end, in the current space; before the first and behind the last stop their colors go on.
+// Along the axis from start to end, in the current space; before the first and after the last stop their colors continue.
 struct LinearGradient {
   std::span<const GradientStop> stops;
   CGPoint start, end;

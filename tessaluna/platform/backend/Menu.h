@@ -27,7 +27,7 @@ struct MenuEntry {
   bool isSeparator = false;
   MenuMark mark = MenuMark::None;
   int indentation = 0;                            // in levels
-  std::shared_ptr<platform::NSImage> image = {};  // absent for none
+  std::shared_ptr<platform::NSImage> image = {};  // null for none
   std::string keyEquivalent = {};                 // only shown: characters as a key event has them
   std::uint32_t keyEquivalentModifiers = 0;       // modifier flags of events
   bool hasSubmenu = false;

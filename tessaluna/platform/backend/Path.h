@@ -1,6 +1,6 @@
 // The outline that a canvas fills, strokes or clips to: a flat list of verbs and the points that they use.
 // A path that one call made (a rectangle, an oval, a rounded rectangle) remembers that call, so that a canvas may
-// take a short way and a recording can tell it.
+// take a short way and a recording can name it.
 #pragma once
 
 #include <cstdint>

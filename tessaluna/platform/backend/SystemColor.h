@@ -1,5 +1,5 @@
 // The colors that the desktop decides. A backend says what they are at this moment; without one, or where it has no
-// opinion, a plain light look stands in.
+// opinion, a plain light look is used.
 #pragma once
 
 #include "tessaluna/platform/backend/Canvas.h"

@@ -40,7 +40,7 @@ struct GlyphRun {
   std::vector<CGPoint> positions;  // one for each glyph, from the start of the line
 };
 
-// What stands between two caret places: one user-perceived character, or a ligature's share of one.
+// What is between two caret places: one user-perceived character, or a ligature's share of one.
 struct TextCluster {
   std::size_t start = 0, length = 0;  // UTF-16 units
   double left = 0, right = 0;         // from the start of the line
@@ -68,7 +68,7 @@ class TextEngine {
   virtual FontMetrics metrics(const FontDescription& font) const = 0;
   // One line, without a break. The spans cover the text in order. An engine may hand out a line that it has shaped before.
   virtual std::shared_ptr<const ShapedLine> shape(std::u16string_view text, std::span<const FontSpan> fonts) const = 0;
-  // Where a line may end: ascending offsets behind which a break is allowed, the text's length last.
+  // Where a line may end: ascending offsets after which a break is allowed, the text's length last.
   virtual std::vector<std::size_t> breakOpportunities(std::u16string_view text) const = 0;
 };
 

@@ -9,10 +9,10 @@
 
 namespace tessaluna::backend {
 
-// Absent for bytes that hold no picture, are cut off, or claim too many pixels.
+// Null for bytes that hold no picture, are cut off, or claim too many pixels.
 using ImageDecoder = std::shared_ptr<const ImagePixels> (*)(std::span<const std::byte> bytes);
 
-// Null at the start. A backend that is there decodes by itself.
+// Null initially. A backend that is there decodes by itself.
 void setImageDecoderWithoutBackend(ImageDecoder decoder);
 ImageDecoder imageDecoderWithoutBackend();
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr bool isBlank(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
 
-// The next word of the text, taken off its front with the one blank behind it; comments are lines that begin with "#".
+// The next word of the text, taken off its front with the one blank after it; comments are lines that begin with "#".
 std::string_view takeWord(std::string_view& text) {
   while (!text.empty() && (isBlank(text.front()) || text.front() == '#')) {
     const bool isComment = text.front() == '#';
@@ -23,7 +23,7 @@ std::string_view takeWord(std::string_view& text) {
   return word;
 }
 
-// A size has at most nine digits: what is longer is no picture that anybody decodes. Absent for anything else.
+// A size has at most nine digits: what is longer is not a picture that anybody decodes. Absent for anything else.
 std::optional<std::int64_t> takeNumber(std::string_view& text) {
   const std::string_view word = takeWord(text);
   if (word.empty() || word.size() > 9) return std::nullopt;
@@ -64,7 +64,7 @@ std::optional<ImageHeader> pngHeader(const FileBytes& file) {
 // orientation: 5 to 8 exchange width and height.
 bool isTurnedByQuarter(const FileBytes& note) {
   constexpr std::uint32_t orientationTag = 0x0112;
-  constexpr std::size_t start = 6;  // behind "Exif" and two zeros
+  constexpr std::size_t start = 6;  // after "Exif" and two zeros
   const bool isLittle = note.text(start).starts_with("II");
   const auto number16 = [&](std::size_t place) { return isLittle ? note.little16(place) : note.big16(place); };
   const auto number32 = [&](std::size_t place) { return isLittle ? note.little32(place) : note.big32(place); };
@@ -78,7 +78,7 @@ bool isTurnedByQuarter(const FileBytes& note) {
   return false;
 }
 
-// Segments stand one behind the other, each with its length; the frame's tells the size, and the scan follows them. A camera's
+// Segments follow one another, each with its length; the frame's has the size, and the scan follows them. A camera's
 // small picture, a whole file of its own, is inside of one.
 std::optional<ImageHeader> jpegHeader(const FileBytes& file) {
   std::optional<ImageHeader> header;

@@ -14,7 +14,7 @@ struct ImageHeader {
   bool isWhole = true;                 // false where the file shows that its end is missing
 };
 
-// Absent for other formats, for sizes of zero, and where the file ends before it tells.
+// Absent for other formats, for sizes of zero, and where the file ends before it says so.
 std::optional<ImageHeader> imageHeader(std::span<const std::byte> bytes);
 
 struct NetpbmHeader {

@@ -1,5 +1,5 @@
 // The look of a push button: a rounded box that darkens while it is pressed. Its value is its state, as a number; its title
-// stands beside that.
+// is beside that.
 #pragma once
 
 #include <string>
@@ -36,20 +36,20 @@ class NSButtonCell : public NSCell, public NSAccessibilityButton {
   void setTitle(std::string_view title) override { title_ = title; }
   Ref<NSAttributedString> attributedTitle() const;
 
-  // The characters that press the button, and the modifiers that must be held with them; none if empty.
+  // The characters that press the button, and the modifiers that must be down with them; none if empty.
   const std::string& keyEquivalent() const { return keyEquivalent_; }
   void setKeyEquivalent(std::string characters) { keyEquivalent_ = std::move(characters); }
   std::uint32_t keyEquivalentModifierMask() const { return keyEquivalentModifierMask_; }
   void setKeyEquivalentModifierMask(std::uint32_t mask) { keyEquivalentModifierMask_ = mask; }
   NSButtonType buttonType() const { return buttonType_; }
   void setButtonType(NSButtonType type) { buttonType_ = type; }
-  // Whether the mixed state is one of those that clicks lead to; off at the start. It can be set in any case.
+  // Whether the mixed state is one of those that clicks lead to; off initially. It can be set in any case.
   bool allowsMixedState() const { return allowsMixedState_; }
   void setAllowsMixedState(bool allows) { allowsMixedState_ = allows; }
   // After on comes off, then mixed where that is allowed, then on.
   NSControlStateValue nextState() const;
 
-  // The box is drawn for a bordered cell, which it is at the start, and for a bezeled one.
+  // The box is drawn for a bordered cell, which it is initially, and for a bezeled one.
   CGSize cellSize() const override;
   void drawWithFrame(CGRect frame, NSView& view) override;
   void drawInteriorWithFrame(CGRect frame, NSView& view) override;

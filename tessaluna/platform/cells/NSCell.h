@@ -1,4 +1,4 @@
-// What a control shows and how it follows the mouse, apart from the view that it stands in. A cell knows its control view
+// What a control shows and how it follows the mouse, apart from the view that it is in. A cell knows its control view
 // but does not keep it alive.
 #pragma once
 
@@ -21,7 +21,7 @@ namespace tessaluna::platform {
 
 enum NSControlStateValue { NSControlStateValueMixed = -1, NSControlStateValueOff = 0, NSControlStateValueOn = 1 };
 
-// The ground that a cell stands on. On a dark one a text in the system's color shows in that of selected rows.
+// The ground that a cell is on. On a dark one a text in the system's color shows in that of selected rows.
 enum NSBackgroundStyle { NSBackgroundStyleLight = 0, NSBackgroundStyleDark = 1 };
 
 template <>
@@ -48,7 +48,7 @@ class NSCell : public NSObject, public NSAccessibility, public CellValue {
   NSCell(const NSCell& other);  // for copy
   ~NSCell() override;
 
-  // copyWithZone: an independent cell of the same class, with the same value and look, that stands in no view. Every class
+  // copyWithZone: an independent cell of the same class, with the same value and look, that is in no view. Every class
   // overrides it: return make<MyCell>(*this);
   virtual Ref<NSCell> copy() const { return make<NSCell>(*this); }
 
@@ -74,7 +74,7 @@ class NSCell : public NSObject, public NSAccessibility, public CellValue {
   // The value; stringValue and the others read and set it. A plain text that is set drops the attributes of an earlier one.
   Ref<NSObject> objectValue() const override { return copied_.value; }
   void setObjectValue(Ref<NSObject> value) override { copied_.value = std::move(value); }
-  // What is drawn: the attributed text, or the plain one in the cell's font, color, alignment and line break mode. An absent
+  // What is drawn: the attributed text, or the plain one in the cell's font, color, alignment and line break mode. A null
   // font means the system's.
   Ref<NSAttributedString> attributedStringValue() const;
   void setAttributedStringValue(Ref<NSAttributedString> text);
@@ -109,7 +109,7 @@ class NSCell : public NSObject, public NSAccessibility, public CellValue {
   virtual void stopTracking(CGPoint last, CGPoint stop, NSView& view, bool mouseIsUp);
 
   // When the control sends its action while it tracks: at the press, with each drag, at the release. Of the mask the bits of the
-  // left button count; at the start it is NSEventMaskLeftMouseUp. Returns the earlier mask. A continuous cell is one whose mask
+  // left button count; initially it is NSEventMaskLeftMouseUp. Returns the earlier mask. A continuous cell is one whose mask
   // has the drags.
   NSEventMask sendActionOn(NSEventMask mask) { return std::exchange(copied_.actionMask, mask); }
   bool sendsActionOn(NSEventType type) const { return (copied_.actionMask & maskOf(type)) != 0; }
@@ -120,8 +120,8 @@ class NSCell : public NSObject, public NSAccessibility, public CellValue {
   std::uint32_t mouseDownFlags() const { return mouseDownFlags_; }
   void setMouseDownFlags(std::uint32_t flags) { mouseDownFlags_ = flags; }  // for the control that tracks
 
-  // A cell that stands in a view is the element in the view's place, if its class says that it is one. It has no children;
-  // one that stands in no view has no list of them either.
+  // A cell that is in a view is the element in the view's place, if its class says that it is one. It has no children;
+  // one that is in no view has no list of them either.
   bool isAccessibilityEnabled() const override { return isEnabled(); }
   std::string accessibilityHelp() const override;  // the view's tool tip
   bool isAccessibilityFocused() const override;

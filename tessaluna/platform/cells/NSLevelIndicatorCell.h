@@ -50,8 +50,8 @@ class NSLevelIndicatorCell : public RangeCell {
 
   bool isUserChangeable() const override { return isEditable_; }
 
-  // Tick marks stand along a bar, blocks or lines, which leave them room; a rating has none. So many of them, at equal distances,
-  // are longer than the others: 3 of 11 are the first, the sixth and the last. None at the start.
+  // Tick marks are along a bar, blocks or lines, which leave them room; a rating has none. So many of them, at equal distances,
+  // are longer than the others: 3 of 11 are the first, the sixth and the last. None initially.
   std::size_t numberOfMajorTickMarks() const { return majorTickMarks_; }
   void setNumberOfMajorTickMarks(std::size_t count) { majorTickMarks_ = count; }
   CGRect rectOfTickMarkAtIndex(std::size_t index) const override;

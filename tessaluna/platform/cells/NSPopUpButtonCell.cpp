@@ -113,7 +113,7 @@ void NSPopUpButtonCell::addItemsWithTitles(const std::vector<std::string>& title
 void NSPopUpButtonCell::insertItemWithTitle(const std::string& title, std::size_t index) {
   const auto item = make<NSMenuItem>(title);
   menu_->insertItem(item, index);
-  // The earlier one of the title, wherever it stands.
+  // The earlier one of the title, wherever it is.
   const std::vector<Ref<NSMenuItem>> items = itemArray();
   for (const Ref<NSMenuItem>& each : items)
     if (each != item && each->title() == title && !each->isSeparatorItem()) menu_->removeItem(each);

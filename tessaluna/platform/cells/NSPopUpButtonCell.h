@@ -30,9 +30,9 @@ class NSPopUpButtonCell : public NSButtonCell {
 
   bool pullsDown() const { return pullsDown_; }
   void setPullsDown(bool pullsDown) { pullsDown_ = pullsDown; }
-  const Ref<NSMenu>& menu() const { return menu_; }  // never absent
+  const Ref<NSMenu>& menu() const { return menu_; }  // never null
   void setMenu(Ref<NSMenu> menu);
-  // Whether the selected item has a check mark; at the start it does.
+  // Whether the selected item has a check mark; initially it does.
   bool altersStateOfSelectedItem() const { return altersState_; }
   void setAltersStateOfSelectedItem(bool alters) { altersState_ = alters; }
 
@@ -48,11 +48,11 @@ class NSPopUpButtonCell : public NSButtonCell {
   void removeItemAtIndex(std::size_t index) { menu_->removeItemAtIndex(index); }
   void removeAllItems() { menu_->removeAllItems(); }
 
-  // The first item until another is selected, or when the selected one has gone; absent for none. Nothing is sent.
+  // The first item until another is selected, or when the selected one has gone; null for none. Nothing is sent.
   Ref<NSMenuItem> selectedItem() const;
   std::optional<std::size_t> indexOfSelectedItem() const;
   std::string titleOfSelectedItem() const;
-  void selectItem(const Ref<NSMenuItem>& item);  // absent selects none, and so does one of another menu
+  void selectItem(const Ref<NSMenuItem>& item);  // null selects none, and so does one of another menu
   void selectItemAtIndex(std::optional<std::size_t> index);
   void selectItemWithTitle(std::string_view title) { selectItem(itemWithTitle(title)); }
   bool selectItemWithTag(std::int64_t tag);  // false, and nothing done, without such an item

@@ -73,7 +73,7 @@ class NSSegmentedCell : public NSCell {
   std::optional<std::size_t> segmentAtPoint(CGPoint point, CGRect bounds) const;
 
   // An addition: where the frame is narrower than the segments' own widths, those at the end that do not fit go into a menu at the
-  // right, which the control opens; they then lie, without width, where the menu's part begins. Off at the start: the segments
+  // right, which the control opens; they then lie, without width, where the menu's part begins. Off initially: the segments
   // shrink.
   bool putsOverflowIntoMenu() const { return putsOverflowIntoMenu_; }
   void setPutsOverflowIntoMenu(bool puts) { putsOverflowIntoMenu_ = puts; }

@@ -4,7 +4,7 @@
 // The knob is where knobRectFlipped says, also for the mouse: a class with a knob of another size is dragged right without
 // more. The bar is that of barRectFlipped. Both are in the coordinates of trackRect.
 //
-// While it is continuous, as it is at the start, its control sends the action when a press moves the knob, with each drag and
+// While it is continuous, as it is initially, its control sends the action when a press moves the knob, with each drag and
 // at the release; otherwise at the release only.
 #pragma once
 
@@ -27,7 +27,7 @@ class NSSliderCell : public RangeCell {
   explicit NSSliderCell(NSCoder& coder);
   Ref<NSCell> copy() const override { return make<NSSliderCell>(*this); }
 
-  // From 0 to 1 at the start. A value outside is the nearest limit; of limits in the wrong order the minimum counts.
+  // From 0 to 1 initially. A value outside is the nearest limit; of limits in the wrong order the minimum counts.
   void setMinValue(double value) override;
   void setMaxValue(double value) override;
   void setObjectValue(Ref<NSObject> value) override;

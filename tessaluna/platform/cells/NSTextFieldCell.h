@@ -17,25 +17,25 @@ class NSTextFieldCell : public NSCell {
   Ref<NSCell> copy() const override { return make<NSTextFieldCell>(*this); }  // a copy is not edited
 
   // Plain stores.
-  const Ref<NSColor>& textColor() const { return textColor_; }  // absent: the system's
+  const Ref<NSColor>& textColor() const { return textColor_; }  // null: the system's
   void setTextColor(Ref<NSColor> color) { textColor_ = std::move(color); }
   bool drawsBackground() const { return drawsBackground_; }
   void setDrawsBackground(bool draws) { drawsBackground_ = draws; }
-  const Ref<NSColor>& backgroundColor() const { return backgroundColor_; }  // absent: the system's for texts
+  const Ref<NSColor>& backgroundColor() const { return backgroundColor_; }  // null: the system's for texts
   void setBackgroundColor(Ref<NSColor> color) { backgroundColor_ = std::move(color); }
   bool isEditable() const { return isEditable_; }
   void setEditable(bool isEditable) { isEditable_ = isEditable; }
   bool isSelectable() const { return isSelectable_ || isEditable_; }
   void setSelectable(bool isSelectable) { isSelectable_ = isSelectable; }
-  // An addition: whether a text that is not editable stands where an editable one does, in the middle and a little further from
-  // the sides; off at the start. A table's rows turn it on, so that all texts of a row are on one line.
+  // An addition: whether a text that is not editable is placed as an editable one is, in the middle and a little further from
+  // the sides; off initially. A table's rows turn it on, so that all texts of a row are on one line.
   bool standsAsIfEditable() const { return standsAsIfEditable_; }
   void setStandsAsIfEditable(bool stands) { standsAsIfEditable_ = stands; }
   const std::string& placeholderString() const { return placeholder_; }
   void setPlaceholderString(std::string text) { placeholder_ = std::move(text); }
 
   CGSize cellSize() const override;
-  // Where the text stands within a frame, in the frame's coordinates: it is drawn and edited in the first. The second is for a
+  // Where the text is within a frame, in the frame's coordinates: it is drawn and edited in the first. The second is for a
   // class to say where its title is; nothing here asks for it.
   virtual CGRect drawingRectForBounds(CGRect bounds) const;
   virtual CGRect titleRectForBounds(CGRect bounds) const { return drawingRectForBounds(bounds); }
@@ -71,7 +71,7 @@ class NSTextFieldCell : public NSCell {
   virtual Ref<NSColor> placeholderColor() const;
 
  private:
-  Ref<NSText> editor() const;  // absent while the cell is not edited
+  Ref<NSText> editor() const;  // null while the cell is not edited
   NSAttributes attributesOfText() const;
   void placeEditor(CGRect frame, NSView& view, const Ref<NSText>& editor, const Ref<NSTextDelegate>& delegate);
   CGFloat borderMargin() const;

@@ -29,7 +29,7 @@ class RangeCell : public NSCell {
   virtual void setMinValue(double value) { minValue_ = value; }
   virtual void setMaxValue(double value) { maxValue_ = value; }
 
-  // The first at the minimum and the last at the maximum; none at the start. An index past them stops the program.
+  // The first at the minimum and the last at the maximum; none initially. An index past them stops the program.
   std::size_t numberOfTickMarks() const { return tickMarks_; }
   void setNumberOfTickMarks(std::size_t count) { tickMarks_ = count; }
   NSTickMarkPosition tickMarkPosition() const { return tickMarkPosition_; }

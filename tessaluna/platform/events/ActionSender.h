@@ -20,7 +20,7 @@ namespace tessaluna::platform {
 
 class ActionSender {
  public:
-  // Not kept alive; absent: the responder chain. While the action is a function the getter gives an object of the sender's own,
+  // Not kept alive; null: the responder chain. While the action is a function the getter gives an object of the sender's own,
   // which has the selector action(), and the target that was set waits for the next selector.
   Ref<NSObject> target() const { return function_ ? function_ : target_.lock(); }
   void setTarget(const Ref<NSObject>& target) { target_ = target; }

@@ -102,8 +102,8 @@ class NSEvent : public NSObject {
   const Ref<NSTrackingArea>& trackingArea() const { return fields_.trackingArea; }
   const Fields& fields() const { return fields_; }
 
-  // A handler that sees the application's events of the mask before any window does. It returns the event to go on with, or
-  // absent to swallow it. The token is what removeMonitor takes. Without NSApp the program stops.
+  // A handler that sees the application's events of the mask before any window does. It returns the event to continue with, or
+  // null to swallow it. The token is what removeMonitor takes. Without NSApp the program stops.
   using MonitorHandler = std::function<Ref<NSEvent>(const Ref<NSEvent>&)>;
   static Ref<NSObject> addLocalMonitorForEventsMatchingMask(NSEventMask mask, MonitorHandler handler);
   static void removeMonitor(const Ref<NSObject>& token);

@@ -15,7 +15,7 @@ class NSResponder : public NSObject {
   NSResponder() = default;
   explicit NSResponder(NSCoder& coder) : NSObject(coder) {}
 
-  // Not kept alive: whoever sets it clears it. Absent at the end of the chain.
+  // Not kept alive: whoever sets it clears it. Null at the end of the chain.
   virtual NSResponder* nextResponder() const { return nextResponder_; }
   void setNextResponder(NSResponder* responder) { nextResponder_ = responder; }
 
@@ -46,7 +46,7 @@ class NSResponder : public NSObject {
   virtual bool becomeFirstResponder() { return true; }
   virtual bool resignFirstResponder() { return true; }
 
-  // The first responder of the chain, this one included, that has the selector; absent for none.
+  // The first responder of the chain, this one included, that has the selector; null for none.
   Ref<NSResponder> responderForSelector(std::string_view selector);
   // Performs the selector on that one. False without one.
   bool tryToPerform(std::string_view selector, NSObject* sender);

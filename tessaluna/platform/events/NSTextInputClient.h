@@ -1,5 +1,5 @@
 // What takes typed text: keys, and what an input method or a dead key composes of several. A text that is being composed
-// stands in the client as marked text until it is replaced or taken over. Ranges count UTF-16 units; one at NSNotFound
+// is marked text in the client until it is replaced or taken over. Ranges count UTF-16 units; one at NSNotFound
 // means none was given.
 #pragma once
 

@@ -1,4 +1,4 @@
-// A rectangle of a view in which the pointer's coming, going and moving is told to an owner.
+// A rectangle of a view whose owner is notified when the pointer enters, leaves or moves in it.
 #pragma once
 
 #include <cstdint>

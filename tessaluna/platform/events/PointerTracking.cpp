@@ -228,7 +228,7 @@ const NSView* PointerTracking::updateCursor(CGPoint point) {
   window_.resetCursorRects();
   const NSView* hit = window_.contentView()->hitTest(point);
   Ref<NSCursor> cursor = NSCursor::arrowCursor();
-  // The frontmost view under the pointer decides; where it has no rectangle, what is behind it does.
+  // The frontmost view under the pointer decides; where it has no rectangle, what is under it does.
   for (const NSView* view = hit; view; view = view->superview()) {
     if (Ref<NSCursor> found = view->cursorAt(view->convertPointFromView(point, nullptr))) {
       cursor = std::move(found);

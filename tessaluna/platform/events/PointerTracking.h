@@ -43,7 +43,7 @@ class PointerTracking {
   void viewWillLeave(const NSView& view);
   // Before a press: sends the exits that are owed to views which have left the window since, or were scrolled away.
   void sendOwedExits(const Ref<NSEvent>& event);
-  // The view was told by other means that the pointer is not on it.
+  // The view was notified by other means that the pointer is not on it.
   void wasExited(const NSView& view);
   // A tool tip that shows, or would, goes until the pointer moves again.
   void hideToolTip() { showToolTip({}); }

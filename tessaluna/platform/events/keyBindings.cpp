@@ -113,7 +113,7 @@ std::string_view commandForKey(const NSEvent& event) {
 std::string_view textOfKey(const NSEvent& event) {
   const std::uint32_t modifiers = event.modifierFlags() & (control | option | command);
   const bool isOtherCharacter = event.characters() != event.charactersIgnoringModifiers();
-  // Control and Option together are how some desktops tell AltGr.
+  // Control and Option together are how some desktops report AltGr.
   const bool types = modifiers == none || (isOtherCharacter && (modifiers == option || modifiers == (control | option)));
   const char32_t first = firstScalar(event.characters());
   const bool isControl = first < 0x20 || (first >= 0x7F && first < 0xA0);

@@ -9,8 +9,8 @@
 namespace tessaluna::platform {
 
 // What a key's event says of it; window, place and time are the sender's. A modifier key is a change of flags, which count it
-// from its press to its release, whatever the desktop counts. Absent for what is no event: releases between the repeats of a
-// key that is held.
+// from its press to its release, whatever the desktop counts. Absent for what is not an event: releases between the repeats of a
+// key that is down.
 std::optional<NSEvent::Fields> keyFieldsOf(const backend::KeyInput& key);
 
 struct NamedKey {

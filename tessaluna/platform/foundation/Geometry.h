@@ -57,7 +57,7 @@ constexpr CGRect CGRectStandardize(CGRect r) {
   return {{CGRectGetMinX(r), CGRectGetMinY(r)}, {CGRectGetWidth(r), CGRectGetHeight(r)}};
 }
 
-// True unless both sizes are positive; a size that is no number counts as empty.
+// True unless both sizes are positive; a size that is NaN counts as empty.
 constexpr bool NSIsEmptyRect(CGRect r) { return !(r.size.width > 0 && r.size.height > 0); }
 
 // The edges at the minimum belong to the rectangle, those at the maximum do not. Knows nothing of flipped views.

@@ -126,7 +126,7 @@ struct NSCoder::Archive {
     return archive;
   }
 
-  // All zero if there is no array of so many numbers.
+  // All zero unless there is an array of that many numbers.
   template <std::size_t N>
   std::array<double, N> numbers(std::string_view key) const {
     return ask(key, numbersIn<N>).value_or(std::array<double, N>{});

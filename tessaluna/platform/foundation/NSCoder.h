@@ -59,7 +59,7 @@ class NSCoder {
   std::optional<std::vector<double>> decodeNumbersForKey(std::string_view key) const;
   // Absent unless there is an array of strings and nothing else.
   std::optional<std::vector<std::string>> decodeStringsForKey(std::string_view key) const;
-  // Those that tell a value of another kind from false and zero.
+  // These distinguish a value of another kind from false and zero.
   std::optional<bool> boolForKey(std::string_view key) const;
   std::optional<double> numberForKey(std::string_view key) const;
   std::vector<std::string> allKeys() const;

@@ -24,9 +24,9 @@ class NSDictionary : public NSObject {
   explicit NSDictionary(Entries entries);
 
   std::size_t count() const { return entries_.size(); }
-  Ref<NSObject> objectForKey(std::string_view key) const;  // absent for an unknown key
+  Ref<NSObject> objectForKey(std::string_view key) const;  // null for an unknown key
   template <class T>
-  Ref<T> objectForKey(std::string_view key) const {  // absent also for an object of another class
+  Ref<T> objectForKey(std::string_view key) const {  // null also for an object of another class
     return std::dynamic_pointer_cast<T>(objectForKey(key));
   }
   std::vector<std::string> allKeys() const;            // in their order
@@ -47,7 +47,7 @@ class NSMutableDictionary : public NSDictionary {
 
   using NSDictionary::NSDictionary;
 
-  // An absent object stops the program.
+  // A null object stops the program.
   void setObjectForKey(Ref<NSObject> object, std::string_view key);
   void removeObjectForKey(std::string_view key);  // an unknown key changes nothing
   void removeAllObjects() { entries_.clear(); }

@@ -23,7 +23,7 @@ class NSNotificationCenter::Observer : public NSObject {
  private:
   std::string name_;
   WeakRef<NSObject> object_;
-  bool hearsOfAllObjects_;  // one whose object has gone hears of nothing
+  bool hearsOfAllObjects_;  // one whose object was destroyed observes nothing
 };
 
 NSNotificationCenter& NSNotificationCenter::defaultCenter() {

@@ -1,4 +1,4 @@
-// Where something that happened is told to whoever asked to hear of it, without the two knowing each other. Blocks run at
+// Passes news of something that happened to its observers, without the two sides knowing each other. Blocks run at
 // once, on the thread that posts, in the order in which they were added.
 #pragma once
 
@@ -21,7 +21,7 @@ class NSNotification : public NSObject {
   NSNotification(std::string name, Ref<NSObject> object) : name_(std::move(name)), object_(std::move(object)) {}
 
   const std::string& name() const { return name_; }
-  const Ref<NSObject>& object() const { return object_; }  // what it happened to; may be absent
+  const Ref<NSObject>& object() const { return object_; }  // what it happened to; may be null
 
  private:
   std::string name_;
@@ -36,10 +36,10 @@ class NSNotificationCenter : public NSObject {
   static NSNotificationCenter& defaultCenter();
 
   using Block = std::function<void(const Ref<NSNotification>&)>;
-  // An empty name hears of all names, an absent object of all objects; the object is not kept alive. The center keeps the
+  // An empty name observes all names, a null object all objects; the object is not kept alive. The center keeps the
   // block until removeObserver is called with the token.
   Ref<NSObject> addObserverForName(std::string_view name, const Ref<NSObject>& object, NSOperationQueue* queue, Block block);
-  // A token that is absent or no longer known does nothing.
+  // A token that is null or no longer known does nothing.
   void removeObserver(const Ref<NSObject>& token);
 
   // Tells the observers that there are now. One that a block before it removed is not called any more.

@@ -92,7 +92,7 @@ class NSObject : public std::enable_shared_from_this<NSObject> {
   virtual void awakeFromNib() {}
 };
 
-// Two absent values count as equal.
+// Two null values count as equal.
 inline bool areEqual(const NSObject* a, const NSObject* b) { return a ? a->isEqual(b) : b == nullptr; }
 
 // Makes a T from the arguments of one of its constructors. With a coder that failed meanwhile the result is empty.

@@ -55,7 +55,7 @@ bool isIPv4Address(std::string_view text) {
          });
 }
 
-// How many groups of 16 bits a text of them is, an IPv4 address at the end counted as two; absent if it is no such text.
+// How many groups of 16 bits a text of them is, an IPv4 address at the end counted as two; absent if it is not such a text.
 std::optional<std::size_t> countGroups(std::string_view text, bool mayEndInIPv4) {
   if (text.empty()) return 0;
   const auto pieces = split(text, ':');

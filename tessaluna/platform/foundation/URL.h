@@ -1,6 +1,6 @@
 // The address of a resource, or a part of one that is relative to another, by the grammar of RFC 3986. A value.
 //
-//   const auto address = URL::URLWithString("https://example.org/albums?id=7#top");  // absent for a text that is no URL
+//   const auto address = URL::URLWithString("https://example.org/albums?id=7#top");  // absent for a text that is not a URL
 #pragma once
 
 #include <cstdint>

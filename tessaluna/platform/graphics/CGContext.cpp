@@ -62,7 +62,7 @@ CGRect tilesUnder(CGRect area, CGSize tile) {
   const double left = std::floor(area.origin.x / tile.width), bottom = std::floor(area.origin.y / tile.height);
   const double right = std::ceil(CGRectGetMaxX(area) / tile.width), top = std::ceil(CGRectGetMaxY(area) / tile.height);
   const double count = (right - left) * (top - bottom);
-  return count <= most ? CGRect{left, bottom, right - left, top - bottom} : CGRect{};  // no for what is no number
+  return count <= most ? CGRect{left, bottom, right - left, top - bottom} : CGRect{};  // false for NaN
 }
 
 }  // namespace
@@ -89,7 +89,7 @@ void CGContext::strokePath(const backend::Path& path, const backend::StrokeStyle
   const double reach = style.width / 2 * (style.join == backend::LineJoin::Miter ? std::max(style.miterLimit, 2.0) : 2.0);
   const CGRect tiles = tilesUnder(NSInsetRect(path.bounds(), -reach, -reach), tile->size());
   if (NSIsEmptyRect(tiles)) return;
-  // A line is no clip: it is drawn first, and what is laid over it stays where the line is.
+  // A line is not a clip: it is drawn first, and what is laid over it stays where the line is.
   beginTransparencyLayer();
   setStrokeColor({});
   canvas_.strokePath(path, style);

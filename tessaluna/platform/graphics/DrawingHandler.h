@@ -17,7 +17,7 @@ class DrawingHandler {
 
   template <class Callable>
   requires(!std::is_same_v<std::remove_cvref_t<Callable>, DrawingHandler>)
-      DrawingHandler(Callable callable) {  // NOLINT(google-explicit-constructor): a lambda is passed as it stands
+      DrawingHandler(Callable callable) {  // NOLINT(google-explicit-constructor): a lambda is passed as it is
     static_assert(sizeof(Callable) <= sizeof state_, "the state of a drawing handler is kept in the image: 64 bytes");
     static_assert(std::is_nothrow_move_constructible_v<Callable>);
     new (state_) Callable(std::move(callable));

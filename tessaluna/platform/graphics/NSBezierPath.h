@@ -47,7 +47,7 @@ class NSBezierPath : public NSObject {
   Ref<NSBezierPath> copy() const;
 
   void setWindingRule(NSWindingRule rule) { windingRule_ = rule; }
-  void setLineWidth(CGFloat width) { lineWidth_ = width; }                  // points; 1 at the start
+  void setLineWidth(CGFloat width) { lineWidth_ = width; }                  // points; 1 initially
   void setLineCapStyle(NSLineCapStyle style) { lineCapStyle_ = style; }     // butt
   void setLineJoinStyle(NSLineJoinStyle style) { lineJoinStyle_ = style; }  // miter
   void setMiterLimit(CGFloat limit) { miterLimit_ = limit; }                // 10

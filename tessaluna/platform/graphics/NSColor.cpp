@@ -9,7 +9,7 @@ namespace tessaluna::platform {
 
 namespace {
 
-// The catalog: where a name stands for a color that the desktop decides.
+// The catalog: where a name means a color that the desktop decides.
 struct SystemColorName {
   std::string_view name;
   backend::SystemColor color;

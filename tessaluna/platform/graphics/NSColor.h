@@ -62,7 +62,7 @@ class NSColor : public NSObject {
   bool isPattern() const { return kind_ == Kind::Pattern; }
   const Ref<NSImage>& patternImage() const { return pattern_; }
 
-  // (1 - fraction) * self + fraction * other, in RGB, alpha too. Absent where either is a pattern.
+  // (1 - fraction) * self + fraction * other, in RGB, alpha too. Null where either is a pattern.
   Ref<NSColor> blendedColorWithFraction(CGFloat fraction, const Ref<NSColor>& other) const;
   // The same color with another alpha and without its name. A pattern color is given back as it is.
   Ref<NSColor> colorWithAlphaComponent(CGFloat alpha);

@@ -1,5 +1,5 @@
 // The space that a color's components count in. Components of calibrated, device and sRGB colors go to the pixels
-// unchanged, so a space is a name that tells two colors apart and no conversion.
+// unchanged, so a space is a name that distinguishes two colors, not a conversion.
 #pragma once
 
 #include "tessaluna/platform/foundation/NSObject.h"

@@ -11,17 +11,17 @@ class NSGraphicsContext : public NSObject {
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  // On a context or a canvas that the caller keeps alive. Flipped is what text and images ask for when they stand upright
+  // On a context or a canvas that the caller keeps alive. Flipped is what text and images ask for when they are upright
   // in a space whose y axis points down; it changes no transform.
   static Ref<NSGraphicsContext> graphicsContextWithCGContext(platform::CGContext& context, bool flipped);
 
-  // This thread's; absent outside a drawing pass.
+  // This thread's; null outside a drawing pass.
   static Ref<NSGraphicsContext> currentContext();
   static void setCurrentContext(Ref<NSGraphicsContext> context);
 
   // The current context's CGContext. Without a current context the program stops.
   static platform::CGContext& currentCgContext();
-  // The same, absent without a current context.
+  // The same, null without a current context.
   static platform::CGContext* currentCGContextIfAny();
 
   // Of the current context, if there is one.

@@ -24,9 +24,9 @@ class NSImage : public NSObject {
   static Ref<NSImage> imageWithSize(CGSize size, bool flipped, DrawingHandler handler);
   // Null for bytes that cannot be decoded. Needs a backend, or a library that decodes without one, as that of the icons does
   // in a Qt program. A picture of many pixels, more than a million, is decoded when it is first drawn and its bytes are kept
-  // until then: the representation has the size that the file's header tells, and one that turns out to be damaged draws nothing.
+  // until then: the representation has the size that the file's header names, and one that turns out to be damaged draws nothing.
   static Ref<NSImage> initWithData(std::span<const std::byte> bytes);
-  // An image that the host has given this name; absent if none has it.
+  // An image that the host has given this name; null if none has it.
   static Ref<NSImage> imageNamed(const std::string& name);
   static void setImageNamed(const std::string& name, Ref<NSImage> image);
 
@@ -48,7 +48,7 @@ class NSImage : public NSObject {
   // outside a drawing pass.
   void drawInRect(CGRect rect);
   // A part of the image, in its points with y up; the zero rectangle means all of it. The fraction is the alpha that it is
-  // drawn with. With respectFlipped false it stands on its head in a flipped view. Hints are looked at by nobody.
+  // drawn with. With respectFlipped false it is upside down in a flipped view. Hints are ignored.
   struct Drawing {
     CGRect fromRect = {};
     NSCompositingOperation operation = NSCompositingOperationSourceOver;

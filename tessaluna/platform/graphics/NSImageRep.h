@@ -15,7 +15,7 @@ class NSImageRep : public NSObject {
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  // One point per pixel at the start. Without pixels both dimensions are 0.
+  // One point per pixel initially. Without pixels both dimensions are 0.
   explicit NSImageRep(std::shared_ptr<const backend::ImagePixels> pixels);
   // Of a picture that is decoded when its pixels are first asked for; the dimensions are those that it says it has.
   NSImageRep(std::shared_ptr<const EncodedPicture> encoded, int pixelsWide, int pixelsHigh);

@@ -14,7 +14,7 @@ class NSShadow : public NSObject {
 
   // Black at a third of its strength, no offset, no blur.
   NSShadow();
-  // The color may be absent: set then takes the shadow away.
+  // The color may be null: set then takes the shadow away.
   NSShadow(Ref<NSColor> color, CGSize offset, CGFloat blurRadius);
 
   const Ref<NSColor>& shadowColor() const { return shadowColor_; }

@@ -14,7 +14,7 @@ class NeutralAxis {
   static NeutralAxis ofPalette();
 
   // A neutral color, one whose components are nearly the same, by its brightness and with its own alpha. What has a contrast of
-  // 4.5 to white, or of 3, has no less to the ground. Others stay what they are; but one that cannot be told from a dark ground
+  // 4.5 to white, or of 3, has no less to the ground. Others stay what they are; but one that would be lost on a dark ground
   // becomes lighter, as far as a contrast of 3. System colors stay, and so do mapped colors, which count as such.
   backend::Color mapped(backend::Color color) const { return mapped(color, contrastOfShapes); }
   // The same for letters: what would have a contrast of 3 has one of 4.5.
@@ -35,7 +35,7 @@ class NeutralAxis {
   bool isDark_;
 };
 
-// The switch, off at the start: all neutral colors that the kit draws in windows and icons follow the palette; images do not. Set
+// The switch, off initially: all neutral colors that the kit draws in windows and icons follow the palette; images do not. Set
 // before windows show; later, effectiveAppearanceDidChange() draws them again.
 bool neutralsFollowPalette();
 void setNeutralsFollowPalette(bool follow);

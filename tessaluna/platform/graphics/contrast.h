@@ -1,4 +1,4 @@
-// How well a color can be told from its ground.
+// How clearly a color differs from its ground.
 #pragma once
 
 #include "tessaluna/platform/backend/Canvas.h"

@@ -40,7 +40,7 @@ class NSNib : public NSObject {
   static void registerFactory(std::string name, Factory factory);
   static Ref<NSNib> nibNamed(std::string_view name);  // null if there is none
 
-  // First the objects, then all outlets, then awakeFromNib on each in the order in which they stand, the owner last. With
+  // First the objects, then all outlets, then awakeFromNib on each in the order of the document, the owner last. With
   // an error nothing is to be used: some outlets may be connected, and nothing was awakened.
   struct Contents {
     std::vector<Ref<NSObject>> topLevelObjects;

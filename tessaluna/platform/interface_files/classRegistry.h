@@ -18,7 +18,7 @@ void registerClass() {
   registerClass(T::staticClassInfo.name, [](NSCoder& coder) -> Ref<NSObject> { return make<T>(coder); });
 }
 
-// Absent, and the coder has failed, for a name that nobody registered and for values that the class refuses.
+// Null, and the coder has failed, for a name that nobody registered and for values that the class refuses.
 Ref<NSObject> makeObjectOfClass(std::string_view name, NSCoder& coder);
 
 }  // namespace tessaluna::platform

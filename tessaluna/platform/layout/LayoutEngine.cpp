@@ -302,7 +302,7 @@ void LayoutEngine::addMeasure(Rule& rule, double factor, const Item& item, NSLay
     case NSLayoutAttributeLastBaseline:
       ofLength = 1;
       offset = -view.lastBaselineOffsetFromBottom();
-      // Of what the height has more than the content wants, as texts stand at the top.
+      // Of what the height has more than the content wants, as texts are at the top.
       if (const CGFloat height = view.intrinsicContentSize().height; height >= 0)
         offset -= wholePixels(view, height) - height;
       break;

@@ -41,7 +41,7 @@ class NSLayoutConstraint : public NSObject, public NibChecked {
   Ref<NSView> firstItem() const { return firstItem_.lock(); }
   NSLayoutAttribute firstAttribute() const { return firstAttribute_; }
   NSLayoutRelation relation() const { return relation_; }
-  Ref<NSView> secondItem() const { return secondItem_.lock(); }  // absent without one
+  Ref<NSView> secondItem() const { return secondItem_.lock(); }  // null without one
   NSLayoutAttribute secondAttribute() const { return secondAttribute_; }
   CGFloat multiplier() const { return multiplier_; }
 

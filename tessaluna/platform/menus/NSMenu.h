@@ -24,7 +24,7 @@ struct MenuEntry;
 
 namespace tessaluna::platform {
 
-// What a menu tells. Submenus are told menuNeedsUpdate when the menu that they are in opens, and nothing else.
+// What a menu reports. A submenu's delegate gets menuNeedsUpdate when the menu that it is in opens, and nothing else.
 class NSMenuDelegate {
  public:
   virtual ~NSMenuDelegate() = default;
@@ -46,7 +46,7 @@ class NSMenu : public NSObject {
   void setDelegate(const Ref<NSMenuDelegate>& delegate) { delegate_ = delegate; }
   CGFloat minimumWidth() const { return minimumWidth_; }  // points
   void setMinimumWidth(CGFloat width) { minimumWidth_ = width; }
-  Ref<NSMenu> supermenu() const;  // absent unless this is a submenu
+  Ref<NSMenu> supermenu() const;  // null unless this is a submenu
 
   // Items. One that is in a menu already, and an index beyond the end, stop the program.
   const std::vector<Ref<NSMenuItem>>& itemArray() const { return items_; }
@@ -72,7 +72,7 @@ class NSMenu : public NSObject {
   void update();  // brings all items up to date, those of submenus too
 
   // Opens with its upper left corner, or that of an item of its own, at a point of the view, or of the screen without one.
-  // `closed` is called later, once, with what was chosen or absent, before the action. False, and nothing is called, where
+  // `closed` is called later, once, with what was chosen or null, before the action. False, and nothing is called, where
   // there is no window to open it for, or nothing to show.
   using Closed = std::function<void(const Ref<NSMenuItem>& chosen)>;
   bool popUpMenuPositioningItem(const Ref<NSMenuItem>& item, CGPoint location, NSView* view, Closed closed = nullptr);

@@ -29,14 +29,14 @@ class NSMenuItem : public NSObject, public ActionSender {
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  // The action is a selector's name. The key equivalent is held with Command unless its mask is set.
+  // The action is a selector's name. The key equivalent is pressed with Command unless its mask is set.
   explicit NSMenuItem(std::string title = {}, std::string action = {}, std::string keyEquivalent = {});
   static Ref<NSMenuItem> separatorItem();
   bool isSeparatorItem() const { return isSeparator_; }
 
   const std::string& title() const { return title_; }
   void setTitle(std::string title) { title_ = std::move(title); }
-  const Ref<NSImage>& image() const { return image_; }  // at the left of the title; absent for none
+  const Ref<NSImage>& image() const { return image_; }  // at the left of the title; null for none
   void setImage(Ref<NSImage> image) { image_ = std::move(image); }
   NSControlStateValue state() const { return state_; }  // a mark in front of the title: none, a check, a dash
   void setState(NSControlStateValue state) { state_ = state; }
@@ -53,7 +53,7 @@ class NSMenuItem : public NSObject, public ActionSender {
   const Ref<NSObject>& representedObject() const { return representedObject_; }  // the program's own
   void setRepresentedObject(Ref<NSObject> object) { representedObject_ = std::move(object); }
 
-  // The characters that choose the item, none if empty, and the modifiers that must be held with them.
+  // The characters that choose the item, none if empty, and the modifiers that must be down with them.
   const std::string& keyEquivalent() const { return keyEquivalent_; }
   void setKeyEquivalent(std::string characters) { keyEquivalent_ = std::move(characters); }
   std::uint32_t keyEquivalentModifierMask() const { return keyEquivalentModifierMask_; }
@@ -63,7 +63,7 @@ class NSMenuItem : public NSObject, public ActionSender {
   const Ref<NSMenu>& submenu() const { return submenu_; }
   bool hasSubmenu() const { return submenu_ != nullptr; }
   void setSubmenu(Ref<NSMenu> menu);
-  Ref<NSMenu> menu() const { return menu_.lock(); }  // that the item is in; absent for none
+  Ref<NSMenu> menu() const { return menu_.lock(); }  // that the item is in; null for none
 
  private:
   friend class NSMenu;

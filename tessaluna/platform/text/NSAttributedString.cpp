@@ -129,7 +129,7 @@ std::size_t NSMutableAttributedString::splitAt(std::size_t index) {
 
 namespace {
 
-// A run is shaped by itself: letters that were typed one after the other must not stand apart, nor be kept apart.
+// A run is shaped by itself: letters that were typed one after the other must not be apart, nor be kept apart.
 void joinAlike(std::vector<NSAttributedString::Run>& runs) {
   std::size_t last = 0;
   for (std::size_t run = 1; run < runs.size(); ++run) {

@@ -51,7 +51,7 @@ class NSAttributedString : public NSObject {
   const std::u16string& text() const { return text_; }
   std::size_t length() const { return text_.size(); }
 
-  // The value at an index, and in `effectiveRange`, if given, the longest range around it with this value as its runs tell.
+  // The value at an index, and in `effectiveRange`, if given, the longest range around it with this value, as its runs are.
   // An index at or past the end stops the program.
   std::optional<NSAttributeValue> attributeAtIndex(NSAttributedStringKey key, std::size_t index,
                                                    NSRange* effectiveRange = nullptr) const;

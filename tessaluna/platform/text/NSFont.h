@@ -22,7 +22,7 @@ class NSFont : public NSObject {
   static Ref<NSFont> systemFontOfSize(CGFloat size);
   static Ref<NSFont> boldSystemFontOfSize(CGFloat size);
   static Ref<NSFont> labelFontOfSize(CGFloat size);
-  // Absent unless exactly this family is installed.
+  // Null unless exactly this family is installed.
   static Ref<NSFont> fontWithName(const std::string& family, CGFloat size);
 
   CGFloat pointSize() const { return description_.size; }
@@ -41,7 +41,7 @@ class NSFont : public NSObject {
   backend::FontDescription description_;
 };
 
-// The engine of the backend that lives now. Without one the program stops: text cannot be measured.
+// The engine of the current backend. Without one the program stops: text cannot be measured.
 const backend::TextEngine& textEngine();
 
 }  // namespace tessaluna::platform

@@ -1,4 +1,4 @@
-// Which character of a text stands where in its container. A glyph here is what one UTF-16 unit shows: ranges of glyphs
+// Where each character of a text is in its container. A glyph here is what one UTF-16 unit shows: ranges of glyphs
 // and of characters are the same. Coordinates are the container's, from its upper left corner, y down. Both directions and
 // font fallback are the text engine's. The lines are kept until the text or the container changes.
 #pragma once
@@ -26,9 +26,9 @@ class NSLayoutManager : public NSObject {
   // How a text without characters would look: it is one line high in them.
   void setAttributesOfNothing(NSAttributes attributes);
 
-  // The text as it stands now, until the next change. Its coordinates are the container's without the padding.
+  // The text as it is now, until the next change. Its coordinates are the container's without the padding.
   const TextLayout& layout() const;
-  // The engine's fonts may be others than before: the lines are set anew.
+  // The engine's fonts may have changed: the lines are set again.
   void invalidateLayout() { kept_.reset(); }
   CGRect usedRectForTextContainer(const NSTextContainer& container) const;
 

@@ -1,4 +1,4 @@
-// How a paragraph stands in its width.
+// How a paragraph is laid out in its width.
 #pragma once
 
 #include "tessaluna/platform/foundation/EnumNames.h"

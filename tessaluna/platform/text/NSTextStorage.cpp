@@ -13,7 +13,7 @@ void NSTextStorage::edited(NSRange range, std::ptrdiff_t changeInLength) {
     editedRange_ = range;
     changeInLength_ = changeInLength;
   } else {
-    // What an earlier edit behind this one touched has moved with it.
+    // What an earlier edit after this place touched has moved with it.
     const std::size_t earlierEnd = editedRange_.location + editedRange_.length;
     const auto movedEnd =
         static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, static_cast<std::ptrdiff_t>(earlierEnd) + changeInLength));

@@ -1,4 +1,4 @@
-// The text of a text view: an attributed string that tells of every edit, whoever makes it.
+// The text of a text view: an attributed string that reports every edit, whoever makes it.
 #pragma once
 
 #include "tessaluna/platform/text/Forward.h"
@@ -23,7 +23,7 @@ class NSTextStorage : public NSMutableAttributedString {
   // Not kept alive.
   void setDelegate(const Ref<NSTextStorageDelegate>& delegate) { delegate_ = delegate; }
 
-  // Edits in between are told as one, when the outermost pair ends.
+  // Edits in between are reported as one, when the outermost pair ends.
   void beginEditing() { ++depth_; }
   void endEditing();
 

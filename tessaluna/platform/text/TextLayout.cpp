@@ -95,7 +95,7 @@ void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std
                                                   : options.text == Options::Text::Lent
                                                       ? Ref<const NSAttributedString>(Ref<void>(), &text)
                                                       : text.mutableCopy();
-  // A paragraph without characters stands as the line's end behind it says, and the last one as that before it.
+  // A paragraph without characters is laid out as the line's end after it says, and the last one as the one before it.
   static const NSAttributes none;
   const NSAttributes& attributes = text.length() > 0 ? text.attributesAtIndex(std::min(range.location, text.length() - 1))
                                    : options.attributesOfNothing ? *options.attributesOfNothing
@@ -135,7 +135,7 @@ void TextLayout::addWrapped(const Ref<const NSAttributedString>& paragraph, std:
   const std::vector<backend::TextCluster>& clusters = whole->clusters;
   std::size_t from = 0, firstCluster = 0;
   while (from < units.size()) {
-    // Widths of the whole paragraph's clusters stand in for those of the line: kerning across a break is not counted. Blanks
+    // Widths of the whole paragraph's clusters are used for those of the line: kerning across a break is not counted. Blanks
     // at a line's end may hang over.
     std::size_t fitting = from;
     CGFloat width = 0;
@@ -255,7 +255,7 @@ void join(std::vector<Span>& spans, Span added) {
   spans.push_back(added);
 }
 
-// Where the clusters stand that start in the stretch of the shown text.
+// Where the clusters are that start in the stretch of the shown text.
 std::vector<Span> spansOf(const backend::ShapedLine& line, std::size_t start, std::size_t end) {
   std::vector<Span> spans;
   for (const backend::TextCluster& cluster : line.clusters)

@@ -1,4 +1,4 @@
-// A text in lines: where each stands, what it measures, which character is where. All that measures or draws text goes
+// A text in lines: where each is, what it measures, which character is where. All that measures or draws text goes
 // through here; nothing is kept between two uses. Coordinates count from the upper left corner of the text, y down.
 #pragma once
 
@@ -21,7 +21,7 @@ class TextLayout {
   struct Options {
     CGFloat width = std::numeric_limits<CGFloat>::infinity();
     bool wrapsLines = true;                             // false: a line for each paragraph, whatever the width
-    const NSAttributes* attributesOfNothing = nullptr;  // how high a text without characters is, and where it stands
+    const NSAttributes* attributesOfNothing = nullptr;  // the height and place of a text without characters
     // Lent: the text outlives the layout and does not change meanwhile, so that it is not copied.
     enum class Text { Copied, Lent } text = Text::Copied;
   };
@@ -32,7 +32,7 @@ class TextLayout {
     CGFloat baseline = 0;                 // y of its baseline
     Ref<const NSAttributedString> shown;  // shortened, without the line's end
     std::shared_ptr<const backend::ShapedLine> shaped;
-    NSRange leftOut;     // counted from the line's start: what the "…" at its location stands for
+    NSRange leftOut;     // counted from the line's start: what the "…" at its location replaces
     bool isCut = false;  // by the edge of the width
     backend::FontMetrics metrics;
 

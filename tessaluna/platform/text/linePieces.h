@@ -15,7 +15,7 @@ struct LinePiece {
 
 struct LinePieces {
   std::vector<LinePiece> inTextOrder;  // cover the line
-  std::vector<std::size_t> fromLeft;   // their indexes in the order in which they stand
+  std::vector<std::size_t> fromLeft;   // their indexes in visual order
 };
 
 // A piece ends after a blank where there is one from `least` units on, and from `most` on at any letter that is not joined to the

@@ -45,7 +45,7 @@ Sort sortAt(std::u16string_view text, const std::vector<std::size_t>& borders, s
   return sortOfScalar(scalar);
 }
 
-// The number of the character that the index stands in or before; at the end, the number of characters.
+// The number of the character that the index is in or before; at the end, the number of characters.
 std::size_t characterOf(const std::vector<std::size_t>& borders, std::size_t index) {
   return static_cast<std::size_t>(std::upper_bound(borders.begin(), borders.end(), index) - borders.begin()) - 1;
 }

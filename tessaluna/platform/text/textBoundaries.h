@@ -9,15 +9,15 @@
 
 namespace tessaluna::platform {
 
-// The next border of a character behind or before an index, or the text's end or start.
+// The next border of a character after or before an index, or the text's end or start.
 std::size_t characterBorderAfter(std::u16string_view text, std::size_t index);
 std::size_t characterBorderBefore(std::u16string_view text, std::size_t index);
 
-// The end of the word that the index stands before or in, and the start of the one that it stands behind or in.
+// The end of the word that the index is before or in, and the start of the one that it is after or in.
 std::size_t wordEndAfter(std::u16string_view text, std::size_t index);
 std::size_t wordStartBefore(std::u16string_view text, std::size_t index);
 
-// What a double click on the character at the index selects: its word, or the blanks or other signs that it stands among. At
+// What a double click on the character at the index selects: its word, or the blanks or other signs around it. At
 // the end of the text it is the last of these.
 NSRange wordRangeAt(std::u16string_view text, std::size_t index);
 

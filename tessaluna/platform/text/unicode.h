@@ -8,7 +8,7 @@
 
 namespace tessaluna::platform {
 
-// Bytes that are no UTF-8 become U+FFFD, one for each maximal part of a character.
+// Bytes that are not UTF-8 become U+FFFD, one for each maximal part of a character.
 std::u16string utf16FromUtf8(std::string_view text);
 // A lone surrogate becomes U+FFFD.
 std::string utf8FromUtf16(std::u16string_view text);

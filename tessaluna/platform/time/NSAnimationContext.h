@@ -1,4 +1,4 @@
-// How the animators move what they are told to change: for how long, at which pace, and what comes afterwards.
+// How the animators make a change: for how long, at which pace, and what happens afterwards.
 //
 //   NSAnimationContext::runAnimationGroup(
 //       [&](NSAnimationContext& context) {
@@ -44,7 +44,7 @@ class NSAnimationContext : public NSObject {
 
   double duration() const { return duration_; }  // seconds
   void setDuration(double seconds) { duration_ = seconds; }
-  // Absent is kCAMediaTimingFunctionDefault.
+  // Null is kCAMediaTimingFunctionDefault.
   const Ref<CAMediaTimingFunction>& timingFunction() const { return timingFunction_; }
   void setTimingFunction(Ref<CAMediaTimingFunction> function) { timingFunction_ = std::move(function); }
   // Called once, when the group is through. Outside of all groups it is never called.

@@ -31,7 +31,7 @@ class PropertyAnimation : public std::enable_shared_from_this<PropertyAnimation>
     Ref<NSObject> object;
     const void* property;  // an address for each property of a class
     std::function<void(NSObject&, double share)> set;
-    std::function<NSWindow*(NSObject&)> windowOf;  // whose frames count; absent for none
+    std::function<NSWindow*(NSObject&)> windowOf;  // whose frames count; null for none
   };
   static void start(const Subject& subject, const NSAnimationContext& context);
   static void stop(const NSObject& object, const void* property);

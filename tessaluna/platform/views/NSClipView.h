@@ -17,7 +17,7 @@ class NSClipView : public NSView {
   void setDocumentView(const Ref<NSView>& view);
   bool isFlipped() const override { return documentView_ && documentView_->isFlipped(); }
 
-  // As near to the point as the document reaches. What it then shows is told to the document and the scroll view.
+  // As near to the point as the document reaches. The document and the scroll view are notified of what it then shows.
   void scrollToPoint(CGPoint point);
   CGPoint constrainScrollPoint(CGPoint point) const;  // where scrollToPoint would go
   CGRect documentVisibleRect() const;

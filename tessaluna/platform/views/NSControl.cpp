@@ -192,7 +192,7 @@ void NSControl::mouseUp(const Ref<NSEvent>& event) {
   const Ref<NSObject> held = shared_from_this();
   const CGPoint point = pointOf(*event);
   const bool isOver = NSPointInRect(point, bounds());
-  if (press_ == Press::Away && isOver && isEnabled()) startTracking(point);  // a release may be the first to tell
+  if (press_ == Press::Away && isOver && isEnabled()) startTracking(point);  // a release may be the first to show it
   const bool isClick = press_ == Press::Tracked && isEnabled() && (isOver || cell_->prefersTrackingUntilMouseUp());
   const Ref<NSCell> cell = cell_;
   stopTracking(Press::None, lastPoint_, point, /*isMouseUp=*/true);

@@ -28,7 +28,7 @@ class NSControl : public NSView, public CellValue, public ActionSender {
   void didInit() override;
 
   const Ref<NSCell>& cell() const { return cell_; }
-  void setCell(Ref<NSCell> cell);  // absent leaves a control without look and tracking
+  void setCell(Ref<NSCell> cell);  // null leaves a control without look and tracking
 
   bool isEnabled() const { return cell_ && cell_->isEnabled(); }
   virtual void setEnabled(bool isEnabled);
@@ -66,7 +66,7 @@ class NSControl : public NSView, public CellValue, public ActionSender {
   void enablesControlsDidChange() override;
 
  protected:
-  // The cell stands for the control.
+  // The cell represents the control.
   std::optional<AccessibilityElements> accessibilityOwnChildren() const override;
   virtual Ref<NSCell> makeCell() { return make<NSCell>(); }
   virtual Ref<NSCell> makeCell(NSCoder& coder) { return make<NSCell>(coder); }

@@ -59,7 +59,7 @@ class NSImageView : public NSView {
   void setImageFrameStyle(NSImageFrameStyle style);  // any but none is a thin line around the image
 
   // An addition: true has images of many pixels decoded on another thread and reduced to what shows of them. Until then the view
-  // draws what it drew before. False at the start: an image is decoded when it is drawn, and keeps all its pixels.
+  // draws what it drew before. False initially: an image is decoded when it is drawn, and keeps all its pixels.
   bool preparesImages() const { return preparesImages_; }
   void setPreparesImages(bool prepares);
   // Begins with it before the view is drawn, for the size of points; nothing where there is nothing to prepare.
@@ -72,7 +72,7 @@ class NSImageView : public NSView {
   bool isEditable() const { return isEditable_; }
   void setEditable(bool isEditable) { isEditable_ = isEditable; }
 
-  // Where an image of the size stands, in the middle of the bounds.
+  // Where an image of the size is, in the middle of the bounds.
   CGRect imageRectForSize(CGSize size) const;
   CGSize intrinsicContentSize() const override;
   void drawRect(CGRect rect) override;

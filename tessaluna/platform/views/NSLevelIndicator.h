@@ -1,5 +1,5 @@
 // A control over a level's cell. Where it is editable, a press or drag sets the value, and so do the arrow keys, Home and End;
-// each sends the action. Where it is not, it lets the mouse through to what it stands on.
+// each sends the action. Where it is not, it lets the mouse through to the view under it.
 #pragma once
 
 #include "tessaluna/platform/cells/NSLevelIndicatorCell.h"

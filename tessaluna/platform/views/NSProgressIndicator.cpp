@@ -129,7 +129,7 @@ void NSProgressIndicator::drawBar() const {
   CGRect filled = bar;
   if (isIndeterminate_) {
     if (!isAnimating_) return;
-    // The piece comes in at one end and leaves at the other. One that stands still is in the middle.
+    // The piece comes in at one end and leaves at the other. One that does not move is in the middle.
     const bool moves = animationDuration(progressBarPassDuration) > 0;
     const double pass = moves ? (step_ % stepsOfPass) / double{stepsOfPass} : 0.5;
     filled.size.width = bar.size.width * pieceOfBar;
@@ -152,7 +152,7 @@ void NSProgressIndicator::drawSpokes() const {
   constexpr CGFloat faint = 0.15, strong = 0.7;
   const auto lit = static_cast<unsigned>(std::floor(share() * spokes));
   for (unsigned spoke = 0; spoke < spokes; ++spoke) {
-    // Clockwise from the top. A wheel that turns has its darkest spoke where it has got to, and a tail behind it.
+    // Clockwise from the top. A wheel that turns has its darkest spoke at its position, followed by a tail.
     const unsigned behind = (step_ % spokes + spokes - spoke) % spokes;
     const CGFloat tail = 1 - static_cast<CGFloat>(behind) / spokes;
     const CGFloat strength = isIndeterminate_ ? faint + (strong - faint) * tail * tail : spoke < lit ? strong : faint;

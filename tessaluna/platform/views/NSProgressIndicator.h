@@ -2,7 +2,7 @@
 // wheel of spokes that turns or darkens one spoke after the other. At the start it is a bar, indeterminate, from 0 to 100.
 //
 // An indeterminate indicator moves from startAnimation to stopAnimation. It does so only as long as it is drawn: one that is
-// hidden, or in a window that nobody can see, costs nothing. Where the user wants less motion it stands still.
+// hidden, or in a window that nobody can see, costs nothing. Where the user prefers less motion it does not move.
 #pragma once
 
 #include "tessaluna/platform/backend/Timer.h"

@@ -241,7 +241,7 @@ void NSScrollView::scrollWheel(const Ref<NSEvent>& event) {
     NSView::scrollWheel(event);
     return;
   }
-  // To whole points, so that what stands on them stays sharp; a wheel that turns in smaller steps adds up.
+  // To whole points, so that what is on them stays sharp; a wheel that turns in smaller steps adds up.
   const CGPoint whole{std::round(reached.x), std::round(reached.y)};
   wheelRest_ = {reached.x - whole.x, reached.y - whole.y};
   scrollByUser(whole);

@@ -30,7 +30,7 @@ class NSScrollView : public NSView {
   const Ref<NSView>& documentView() const { return clipView_->documentView(); }
   void setDocumentView(const Ref<NSView>& view) { clipView_->setDocumentView(view); }
 
-  // None at the start.
+  // None initially.
   bool hasVerticalScroller() const { return verticalScroller_ != nullptr; }
   void setHasVerticalScroller(bool has);
   bool hasHorizontalScroller() const { return horizontalScroller_ != nullptr; }
@@ -41,7 +41,7 @@ class NSScrollView : public NSView {
   bool autohidesScrollers() const { return autohidesScrollers_; }
   void setAutohidesScrollers(bool hides);
   void setBorderType(NSBorderType type);
-  // True at the start: the color behind texts, where neither the document nor a scroll bar paints.
+  // True initially: the color behind texts, where neither the document nor a scroll bar paints.
   bool drawsBackground() const { return drawsBackground_; }
   void setDrawsBackground(bool draws);
 

@@ -1,4 +1,4 @@
-// A scroll bar: a knob that is dragged, and a slot on which a press goes a page on, and while it is held page by page until the
+// A scroll bar: a knob that is dragged, and a slot on which a press scrolls by a page, and while it lasts page by page until the
 // knob is under the pointer. Its action comes with each drag of the knob and with each page.
 #pragma once
 
@@ -46,7 +46,7 @@ class NSScroller : public NSControl {
 
   CGFloat knobProportion_ = 1;
   Part hitPart_ = Part::Knob;
-  CGPoint hand_;  // where the press is held
+  CGPoint hand_;  // where the press is now
   tessaluna::backend::Timer nextPage_;
 };
 

@@ -35,7 +35,7 @@ class NSTableCellView : public NSView {
   Ref<NSImageView> imageView() const { return imageView_.lock(); }
   void setImageView(const Ref<NSImageView>& view) { imageView_ = view; }
 
-  // What the row stands on: dark where it is selected. Handed on to the cells of the controls among the subviews, and to cell
+  // The ground of the row: dark where it is selected. Passed to the cells of the controls among the subviews, and to cell
   // views among them.
   NSBackgroundStyle backgroundStyle() const { return backgroundStyle_; }
   virtual void setBackgroundStyle(NSBackgroundStyle style);

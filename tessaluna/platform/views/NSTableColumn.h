@@ -23,7 +23,7 @@ class NSTableColumn : public NSObject {
   explicit NSTableColumn(NSCoder& coder);
 
   const std::string& identifier() const { return identifier_; }
-  NSTableView* tableView() const { return table_; }    // absent while in none
+  NSTableView* tableView() const { return table_; }    // null while in none
   const std::string& title() const { return title_; }  // in the header
   void setTitle(std::string title);
   // An addition: at which end of the header the title is. Values are aligned by their cells.
@@ -49,7 +49,7 @@ class NSTableColumn : public NSObject {
   void setEditable(bool isEditable);
   const Ref<NSCell>& dataCell() const { return dataCell_; }
   void setDataCell(Ref<NSCell> cell);
-  // What a click on the header sorts by; absent for a column that does not sort.
+  // What a click on the header sorts by; null for a column that does not sort.
   const Ref<NSSortDescriptor>& sortDescriptorPrototype() const { return sortDescriptorPrototype_; }
   void setSortDescriptorPrototype(Ref<NSSortDescriptor> descriptor) { sortDescriptorPrototype_ = std::move(descriptor); }
 

@@ -1,5 +1,5 @@
 // A list of rows, each a view that the host's delegate makes. Only rows that show have views: a row that scrolls out of
-// sight gives its view back, to be used for another. They are made when the table is laid out. The rows stand in a flipped
+// sight gives its view back, to be used for another. They are made when the table is laid out. The rows are in a flipped
 // view inside a scroll view. The table is as high as its rows, whatever height it is given.
 //
 // A table with columns shows cells instead, one in each column of a row, with the values of a data source that is an
@@ -7,7 +7,7 @@
 //
 //   table->setDataSource(tracks); table->setDelegate(tracks); scrollView->setDocumentView(table);
 //
-// A selected row is painted behind its view. Rows are selected with the mouse (Command adds and takes away, Shift extends, and
+// The selection is painted under a row's view. Rows are selected with the mouse (Command adds and takes away, Shift extends, and
 // so does a drag) and, while the table is the first responder, with the keys that TableKeyboard.h lists.
 #pragma once
 
@@ -59,10 +59,10 @@ class NSTableView : public NSView, public AccessibleItems {
   CGRect rectOfRow(std::size_t row) const;
   NSRange rowsInRect(CGRect rect) const;
   std::optional<std::size_t> rowAtPoint(CGPoint point) const;
-  // The row that the view stands in, however deep; absent if in none.
+  // The row that contains the view, however deep; absent if none does.
   std::optional<std::size_t> rowForView(const NSView& view) const;
   Ref<NSView> viewAtRow(std::size_t row) const;  // null for a row that does not show; the tree is laid out first
-  // A view with the identifier that a row has given back, or absent. The delegate gives the view its identifier when it makes
+  // A view with the identifier that a row has given back, or null. The delegate gives the view its identifier when it makes
   // it; one without is not used again.
   Ref<NSView> makeViewWithIdentifier(const std::string& identifier);
 

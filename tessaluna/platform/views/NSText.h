@@ -47,7 +47,7 @@ class NSText : public NSView {
 
   using NSView::NSView;
 
-  // UTF-8; ranges count UTF-16 units, and are cut to the text. Setting tells the delegate nothing and puts the caret at
+  // UTF-8; ranges count UTF-16 units, and are cut to the text. Setting does not notify the delegate and puts the caret at
   // the end.
   virtual std::string string() const = 0;
   virtual void setString(std::string_view text) = 0;
@@ -74,9 +74,9 @@ class NSText : public NSView {
   Ref<NSTextDelegate> delegate() const { return delegate_.lock(); }
   virtual void setDelegate(const Ref<NSTextDelegate>& delegate) { delegate_ = delegate; }
 
-  // Ends the editing in a field editor: the delegate is told, but not asked, and takes the text over.
+  // Ends the editing in a field editor: the delegate is notified, but not asked, and takes over the text.
   virtual void endEditing() = 0;
-  // What ended the editing, while the delegate is told of it.
+  // What ended the editing, while the delegate is notified of it.
   NSTextMovement movement() const { return movement_; }
 
   bool isFlipped() const override { return true; }

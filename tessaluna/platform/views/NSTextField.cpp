@@ -211,8 +211,8 @@ NSView* NSTextField::hitTest(CGPoint point) {
   return editor ? editor.get() : hit;
 }
 
-// A label is no control to the pointer: what lies behind it is. A first click has made the field the first responder, so
-// that there is an editor for it to go on in.
+// A label is not a control to the pointer: what is under it is. A first click has made the field the first responder, so
+// that there is an editor for it to continue in.
 void NSTextField::mouseDown(const Ref<NSEvent>& event) {
   if (!isSelectable()) return NSView::mouseDown(event);
   if (const Ref<NSText> editor = currentEditor()) editor->mouseDown(event);

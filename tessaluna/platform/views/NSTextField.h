@@ -45,8 +45,8 @@ class NSTextField : public NSControl, public NSTextDelegate {
   Ref<NSTextFieldDelegate> delegate() const { return delegate_.lock(); }
   void setDelegate(const Ref<NSTextFieldDelegate>& delegate) { delegate_ = delegate; }
 
-  // The view that edits the field's text now; absent when none does. The first operation takes over what was typed, the
-  // second one throws it away and ends the editing, which nobody is told of; it is true if there was any.
+  // The view that edits the field's text now; null when none does. The first operation takes over what was typed, the
+  // second one throws it away and ends the editing without notifying anybody; it returns whether there was any.
   virtual Ref<NSText> currentEditor() const;
   virtual void validateEditing();
   virtual bool abortEditing();

@@ -1,4 +1,4 @@
-// What a text field tells of its editing: to its delegate, and then by name through the default notification center. The
+// What a text field reports of its editing: to its delegate, and then by name through the default notification center. The
 // notifications' object is the field.
 #pragma once
 

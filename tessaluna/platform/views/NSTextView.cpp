@@ -86,13 +86,13 @@ NSTextView::~NSTextView() { stopObserving(); }
 
 void NSTextView::setDelegate(const Ref<NSTextDelegate>& delegate) {
   TextViewEditing::setDelegate(delegate);
-  // Lent anew, perhaps by whoever is being told of the last end: an editing of its own.
+  // Lent again, perhaps by whoever is notified of the last end: an editing of its own.
   if (delegate) isFinishing_ = false;
 }
 
 void NSTextView::setFieldEditor(bool isFieldEditor) {
   TextViewEditing::setFieldEditor(isFieldEditor);
-  // Its text stands where the field draws it, on one line that scrolls.
+  // Its text is where the field draws it, on one line that scrolls.
   textContainer()->setLineFragmentPadding(isFieldEditor ? 0 : 5);
   textContainer()->setMaximumNumberOfLines(isFieldEditor ? 1 : 0);
   setHorizontallyResizable(isFieldEditor);
@@ -174,7 +174,7 @@ bool NSTextView::becomeFirstResponder() {
 bool NSTextView::resignFirstResponder() {
   const std::size_t times = timesFirstResponder_;
   if (!finishEditing(wantedMovement_, Asking::Delegate)) return false;
-  // Unless whoever was told of the end has lent it anew.
+  // Unless whoever was notified of the end has lent it again.
   if (times == timesFirstResponder_) resignedFirstResponder();
   return true;
 }
@@ -209,7 +209,7 @@ void NSTextView::viewDidMoveToWindow() {
   if (window())
     for (const std::string_view name : {NSWindowDidBecomeKeyNotification, NSWindowDidResignKeyNotification})
       observers_.push_back(NSNotificationCenter::defaultCenter().addObserverForName(
-          // A window that is still being made is no object yet; then of all windows.
+          // A window that is still being made is not an object yet; then of all windows.
           name, window()->weak_from_this().lock(), nullptr, [this](const Ref<NSNotification>&) { keyWindowDidChange(); }));
 }
 

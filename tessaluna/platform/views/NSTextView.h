@@ -1,9 +1,9 @@
-// A text that is edited with the keyboard, the mouse and input methods. Its parts stand in headers of their own:
+// A text that is edited with the keyboard, the mouse and input methods. Its parts are in headers of their own:
 // TextViewLayout (the text and its lines), TextViewSelection (selection, caret, mouse), TextViewEditing (changes, undo,
 // clipboard, composition). Here: keys become commands, and commands find who does them.
 //
 // A command is the selector of an operation ("moveWordLeft:"). It is offered to the delegate first; what the text view
-// does not do itself goes on to its next responders.
+// does not do itself is passed to its next responders.
 #pragma once
 
 #include "tessaluna/platform/views/TextViewEditing.h"
@@ -28,7 +28,7 @@ class NSTextView : public TextViewEditing {
   void otherMouseDown(const Ref<NSEvent>& event) override;
   void doCommandBySelector(std::string_view selector) override;
 
-  // In a field editor Return ends the editing, Tab and Shift-Tab do and go on to another view; elsewhere they are typed.
+  // In a field editor Return ends the editing, Tab and Shift-Tab do and move to another view; elsewhere they are typed.
   void insertNewline(NSObject* sender);
   void insertTab(NSObject* sender);
   void insertBacktab(NSObject* sender);
@@ -38,7 +38,7 @@ class NSTextView : public TextViewEditing {
   bool resignFirstResponder() override;
   bool canBecomeKeyView() const override { return !isFieldEditor() && TextViewEditing::canBecomeKeyView(); }
 
-  // To assistive clients a field editor is not there: the field's cell tells what is in it.
+  // To assistive clients a field editor is not there: the field's cell reports what is in it.
   bool isAccessibilityElement() const override { return !isFieldEditor(); }
   std::string accessibilityRole() const override;
   AccessibilityValue accessibilityValue() const override { return string(); }

@@ -1,4 +1,4 @@
-// A rectangle of a window that draws and takes events. Its parts stand in headers of their own: ViewGeometry (tree and
+// A rectangle of a window that draws and takes events. Its parts are in headers of their own: ViewGeometry (tree and
 // space), ViewLayout (when subviews get their places), ViewConstraints (what places them), ViewDrawing (what it shows),
 // ViewTracking (what is under the pointer), ViewAccessibility (what assistive clients see).
 #pragma once
@@ -41,7 +41,7 @@ class NSView : public ViewAccessibility {
   // A key equivalent goes down the tree, to the first view that takes it.
   bool performKeyEquivalent(const Ref<NSEvent>& event) override;
 
-  // In which direction what stands side by side follows each other. That of the application, unless it was set for the view.
+  // In which direction neighbours follow each other. That of the application, unless it was set for the view.
   NSUserInterfaceLayoutDirection userInterfaceLayoutDirection() const;
   void setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirection direction);
 

@@ -146,7 +146,7 @@ void TextViewEditing::insertText(std::string_view text, NSRange replacementRange
     didChangeText();
   } else if (range.length > 0 || !typed.empty()) {
     const EditKind kind = range.length == 0 ? EditKind::Typing : EditKind::Other;
-    // What is typed over a selection and then behind it is one step.
+    // What is typed over a selection and then after it is one step.
     if (change({.range = range, .text = typed, .kind = kind})) lastKind_ = EditKind::Typing;
   }
 }

@@ -44,7 +44,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   void redo(NSObject* sender);
   void breakUndoCoalescing() { lastKind_ = EditKind::Other; }
 
-  // Asks the delegate, once in an editing, whether it may begin, and tells it so. False if it may not.
+  // Asks the delegate, once in an editing, whether it may begin, and notifies it. False if it may not.
   bool shouldChangeText();
   void didChangeText();
 

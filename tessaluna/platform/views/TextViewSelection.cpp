@@ -136,7 +136,7 @@ void TextViewSelection::move(TextMotion motion) {
   const std::size_t start = selected.location, end = start + selected.length;
   std::size_t to = destination(motion, selection_.head);
   if (selected.length > 0) {
-    // A step to a side only gives up the selection; anything longer goes on from the end on its side.
+    // A step to a side only gives up the selection; anything longer continues from the end on its side.
     switch (motion) {
       case TextMotion::Left:
       case TextMotion::Right:

@@ -1,5 +1,5 @@
 // The second part of a text view: what is selected, the caret, and how both move. A selection has two ends: the anchor, where
-// it began, and the head, which moves with Shift held and which the view keeps in sight. Only whole user-perceived characters
+// it began, and the head, which moves while Shift is down and which the view keeps in sight. Only whole user-perceived characters
 // are stepped over.
 //
 // Left and right step along the order of the text: in a paragraph that begins from right to left, left is forward.
@@ -71,7 +71,7 @@ class TextViewSelection : public TextViewLayout {
   void setSelection(Selection selection);  // cut to the text
   void reportSelection();                  // unless it is the one that was reported last
   std::size_t destination(TextMotion motion, std::size_t from) const;
-  // The selection is another one. While the text changes it moves along, which is no news before the change is over.
+  // The selection is another one. While the text changes it moves along, and is not reported before the change is over.
   virtual void selectionDidChange() {}
   // A press is about to use the text.
   virtual void willTrackMouse() {}

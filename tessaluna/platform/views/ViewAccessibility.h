@@ -1,4 +1,4 @@
-// The sixth part of a view: what it is to assistive clients. A plain view is ignored, and what stands in it takes its place.
+// The sixth part of a view: what it is to assistive clients. A plain view is ignored, and its children take its place.
 // Hidden views are left out, and those that a view leaves out.
 #pragma once
 

@@ -24,7 +24,7 @@ class ViewConstraints : public ViewLayout {
   ~ViewConstraints() override;
 
   // Those that the view holds and keeps alive, which makes them active. Their items are the view and views below it; any other
-  // stops the program. Adding one that is held elsewhere moves it here; removing one that is not held does nothing.
+  // stops the program. Adding one that another view has moves it here; removing one that is not here does nothing.
   // One whose item leaves the view that holds it is removed.
   const std::vector<Ref<NSLayoutConstraint>>& constraints() const;
   void addConstraint(const Ref<NSLayoutConstraint>& constraint);
@@ -45,7 +45,7 @@ class ViewConstraints : public ViewLayout {
   void setContentHuggingPriorities(CGSize priorities);
   void setContentCompressionResistancePriorities(CGSize priorities);
 
-  // Where the first and the last line of text stand, at the size that the content wants.
+  // Where the first and the last line of text are, at the size that the content wants.
   virtual CGFloat firstBaselineOffsetFromTop() const { return 0; }
   virtual CGFloat lastBaselineOffsetFromBottom() const { return 0; }
 

@@ -32,7 +32,7 @@ void ViewDrawing::setNeedsDisplayInRect(CGRect rect) {
 
 void ViewDrawing::setHidden(bool isHidden) {
   if (isHidden == isHidden_) return;
-  // What is behind shows in one case and is covered in the other: both redraw the same area, while it counts as visible.
+  // What is under it shows in one case and is covered in the other: both redraw the same area, while it counts as visible.
   if (isHidden) setNeedsDisplay(true);
   isHidden_ = isHidden;
   if (!isHidden) setNeedsDisplay(true);
@@ -72,7 +72,7 @@ void ViewDrawing::geometryDidChange() { setNeedsDisplay(true); }
 
 namespace {
 
-// Whether the part is the whole but for the noise of the way through the superviews' spaces.
+// Whether the part is the whole but for rounding on the way through the superviews' spaces.
 bool isAllOf(CGRect part, CGRect whole) {
   constexpr CGFloat noise = 1e-6;
   return NSContainsRect(NSInsetRect(part, -noise, -noise), whole);

@@ -16,7 +16,7 @@ class ViewDrawing : public ViewConstraints {
   // in whole device pixels where it does not reach the bounds' edges; exactly bounds after setNeedsDisplay(true).
   virtual void drawRect(CGRect) {}
 
-  // True promises that drawRect: paints every point of the bounds: nothing behind it is drawn.
+  // True promises that drawRect: paints every point of the bounds: nothing under it is drawn.
   virtual bool isOpaque() const { return false; }
 
   // True asks for a redraw of the bounds, false takes the wish back as far as this view alone knows of it.
@@ -32,7 +32,7 @@ class ViewDrawing : public ViewConstraints {
   virtual void viewDidHide() {}
 
   // Additions: what black becomes in the view and below it, and what white does, with grays on the way between them. A system
-  // color is the one of the moment of drawing. Null, as at the start: the view has no tint; white becomes the window's ground.
+  // color is the one of the moment of drawing. Null, as initially: the view has no tint; white becomes the window's ground.
   const Ref<NSColor>& tintColor() const { return tintColor_; }
   void setTintColor(Ref<NSColor> color);
   const Ref<NSColor>& tintGroundColor() const { return tintGroundColor_; }  // without a tint it does nothing

@@ -13,12 +13,12 @@ class ViewTracking : public ViewDrawing {
  public:
   using ViewDrawing::ViewDrawing;
 
-  // The frontmost view, this one or one below it, that lies under the point; absent for a point outside or a hidden view.
+  // The frontmost view, this one or one below it, that lies under the point; null for a point outside or a hidden view.
   // The point is in the superview's coordinates.
   virtual NSView* hitTest(CGPoint point);
 
   // An addition: where it is off, the controls in the view, itself included, are disabled, whatever each was set to, which
-  // it is again when it is on. On at the start.
+  // it is again when it is on. On initially.
   void setEnablesControls(bool enables);
   bool areControlsEnabled() const;  // false also below a view where it is off
   // The answer has changed, by this view or one above.
@@ -45,7 +45,7 @@ class ViewTracking : public ViewDrawing {
   virtual void resetCursorRects() {}
   void addCursorRect(CGRect rect, const Ref<NSCursor>& cursor);
   void discardCursorRects() { cursorRects_.clear(); }
-  Ref<NSCursor> cursorAt(CGPoint point) const;  // absent outside all rectangles
+  Ref<NSCursor> cursorAt(CGPoint point) const;  // null outside all rectangles
 
  protected:
   void geometryDidChange() override;

@@ -1,4 +1,4 @@
-// The windows that hang on another one: they stand above it, move when it moves, and are hidden and shown with it. Part of
+// The windows that are attached to another one: they are above it, move when it moves, and are hidden and shown with it. Part of
 // each window.
 #pragma once
 

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t mostRects = 8;
 
 CGRect roundedOutward(CGRect rect, double scale) {
-  // An edge that is a whole pixel but for the noise of a conversion stays where it is.
+  // An edge that is a whole pixel but for the rounding of a conversion stays where it is.
   constexpr double noise = 1e-6;
   const double x0 = std::floor(CGRectGetMinX(rect) * scale + noise), x1 = std::ceil(CGRectGetMaxX(rect) * scale - noise);
   const double y0 = std::floor(CGRectGetMinY(rect) * scale + noise), y1 = std::ceil(CGRectGetMaxY(rect) * scale - noise);
@@ -25,7 +25,7 @@ double area(CGRect rect) { return rect.size.width * rect.size.height; }
 void DirtyRegion::add(CGRect rect, double scale) {
   if (NSIsEmptyRect(rect)) return;
   CGRect merged = roundedOutward(rect, scale);
-  // A union may meet others that neither part met: go on until none does.
+  // A union may meet others that neither part met: continue until none does.
   for (std::size_t i = 0; i < rects_.size();) {
     if (!NSIntersectsRect(rects_[i], merged)) {
       ++i;

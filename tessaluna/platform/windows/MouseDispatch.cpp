@@ -56,7 +56,7 @@ void MouseDispatch::send(const Ref<NSEvent>& event) {
       if (const Ref<NSView> view = viewAt(*event)) view->scrollWheel(event);
       else window_.scrollWheel(event);
       break;
-    // A backend tells with these, without an area, that the pointer has come into the window or gone.
+    // A backend reports with these, without an area, that the pointer has entered or left the window.
     case NSEventType::MouseExited:
       if (!isButtonDown()) tracking_.pointerLeft(event);
       break;
@@ -91,7 +91,7 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
       break;
   }
   if (receiver && receiver->window() == &window_) (receiver.get()->*handlers[of->button][int(of->phase)])(event);
-  // Entries that the press held back come with its release, unless that has hidden the window.
+  // Entries that the press delayed come with its release, unless that has hidden the window.
   if (of->phase == PressPhase::Up && window_.isVisible() == wasVisible) tracking_.pointerMoved(event, isButtonDown());
 }
 

@@ -1,5 +1,5 @@
 // Hands a window's mouse events to its views: a press to the view under the pointer, the drags and the release that follow it
-// to the same one, the wheel to what lies under the pointer. What the pointer enters and leaves, PointerTracking tells.
+// to the same one, the wheel to what lies under the pointer. PointerTracking reports what the pointer enters and leaves.
 #pragma once
 
 #include "tessaluna/platform/events/PointerTracking.h"

@@ -25,7 +25,7 @@ class NSApplication : public NSResponder, public NSAccessibility {
   virtual void sendEvent(const Ref<NSEvent>& event);
 
   bool isActive() const { return isActive_; }
-  void setActive(bool isActive) { isActive_ = isActive; }  // told by the backend
+  void setActive(bool isActive) { isActive_ = isActive; }  // set by the backend
 
   // That of the desktop's language; from left to right without a backend.
   NSUserInterfaceLayoutDirection userInterfaceLayoutDirection() const;
@@ -34,7 +34,7 @@ class NSApplication : public NSResponder, public NSAccessibility {
   std::vector<Ref<NSWindow>> windows() const;
 
   // Who would perform the action: the target if it has it, or with none the first that has it of the key window's responder
-  // chain and the application. Absent if nobody has it.
+  // chain and the application. Null if nobody has it.
   Ref<NSObject> targetForAction(std::string_view action, NSObject* target = nullptr);
   // Performs it there. False if nobody has it.
   bool sendAction(std::string_view action, NSObject* target, NSObject* sender);
@@ -62,7 +62,7 @@ class NSApplication : public NSResponder, public NSAccessibility {
   bool isActive_ = true;
 };
 
-// The one application. Tests take it away by setting it absent.
+// The one application. Tests take it away by setting it null.
 extern Ref<NSApplication> NSApp;
 
 }  // namespace tessaluna::platform

@@ -24,7 +24,7 @@ class NSPasteboard : public NSObject {
   explicit NSPasteboard(Contents contents) : contents_(contents) {}
 
   void clearContents();
-  // False for a type that cannot be held, and without a backend.
+  // False for an unsupported type, and without a backend.
   bool setString(std::string_view text, std::string_view forType);
   // Absent where there is no text, or for another type.
   std::optional<std::string> stringForType(std::string_view type) const;

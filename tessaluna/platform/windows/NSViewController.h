@@ -17,7 +17,7 @@ class NSViewController : public NSResponder {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   NSViewController() = default;
-  // An absent nib name stands for the class's own name, with its module or without. Interface files are the program's, and no
+  // An absent nib name means the class's own name, with its module or without. Interface files are the program's, and no
   // bundle is asked for one.
   explicit NSViewController(std::optional<std::string> nibName, NSBundle* bundle = nullptr);
   // Key: "nibName".

@@ -60,7 +60,7 @@ NSWindow::NSWindow(NSCoder& coder)
 }
 
 NSWindow::~NSWindow() {
-  // Nobody is told of an editing that ends with the window.
+  // Nobody is notified of an editing that ends with the window.
   if (fieldEditor_) {
     fieldEditor_->setDelegate(nullptr);
     if (NSView* clip = fieldEditor_->superview()) clip->removeFromSuperview();

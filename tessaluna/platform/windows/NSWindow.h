@@ -57,14 +57,14 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   void makeKeyAndOrderFront(NSObject* sender);
   virtual void close();
 
-  // Children stand above their window, which keeps them alive; they move with its upper left corner and are shown and
+  // Children are above their window, which keeps them alive; they move with its upper left corner and are shown and
   // hidden with it. A child of a visible window is shown at once. Only NSWindowAbove is offered; others stop the program.
   void addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode ordered);
   void removeChildWindow(NSWindow& child) { children_.remove(child); }  // stays where it is, and visible
   NSWindow* parentWindow() const { return children_.parent(); }
   std::vector<Ref<NSWindow>> childWindows() const { return children_.windows(); }
 
-  // Neither is kept alive. The controller stands behind the window in the responder chain.
+  // Neither is kept alive. The controller comes after the window in the responder chain.
   Ref<NSWindowController> windowController() const;
   void setWindowController(const Ref<NSWindowController>& controller);
   NSResponder* nextResponder() const override;
@@ -76,7 +76,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   bool isKeyWindow() const { return isKey_; }
 
   NSResponder* firstResponder() const { return firstResponder_; }
-  // Absent makes the window itself the first responder. False if the earlier one or the new one refuses.
+  // Null makes the window itself the first responder. False if the earlier one or the new one refuses.
   bool makeFirstResponder(NSResponder* responder);
   // Go on to the next or previous view that the Tab key may stop at, in the order of the tree. False at the end.
   bool selectNextKeyView();
@@ -88,7 +88,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   // the window's views among its own widgets, out to those.
   void moveKeyView(backend::FocusStep step);
 
-  // The text view in which the window's text fields are edited, one after the other. Absent before it was first asked for
+  // The text view in which the window's text fields are edited, one after the other. Null before it was first asked for
   // with `createFlag` true; whom it is for makes no difference.
   virtual Ref<NSText> fieldEditor(bool createFlag, NSObject* object);
   // Ends the editing of the object's text, or with none of any, without asking. What was typed is taken over.

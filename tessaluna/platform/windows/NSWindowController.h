@@ -1,4 +1,4 @@
-// Keeps a window and acts for it: it stands behind the window in the responder chain. A window from an interface file is
+// Keeps a window and acts for it: it comes after the window in the responder chain. A window from an interface file is
 // loaded at its first use.
 #pragma once
 
@@ -23,8 +23,8 @@ class NSWindowController : public NSResponder {
   ~NSWindowController() override;
   void didInit() override;
 
-  // Absent for a controller with neither a window nor a nib name. A name that nobody registered, or a document with an
-  // error, stops the program: NSNib tells about documents without that.
+  // Null for a controller with neither a window nor a nib name. A name that nobody registered, or a document with an
+  // error, stops the program: NSNib reports errors of documents without that.
   const Ref<NSWindow>& window();
   void setWindow(Ref<NSWindow> window);
   bool isWindowLoaded() const { return window_ != nullptr; }

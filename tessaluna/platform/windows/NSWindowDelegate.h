@@ -1,4 +1,4 @@
-// What a window tells of itself: to its delegate, and by name through the default notification center.
+// What a window reports of itself: to its delegate, and by name through the default notification center.
 #pragma once
 
 #include <string_view>
@@ -13,7 +13,7 @@ inline constexpr std::string_view NSWindowDidMoveNotification = "NSWindowDidMove
 inline constexpr std::string_view NSWindowDidResizeNotification = "NSWindowDidResizeNotification";
 inline constexpr std::string_view NSWindowWillCloseNotification = "NSWindowWillCloseNotification";
 
-// The delegate hears of each before the observers do. The notification's object is the window.
+// The delegate is notified of each before the observers are. The notification's object is the window.
 class NSWindowDelegate {
  public:
   virtual ~NSWindowDelegate() = default;

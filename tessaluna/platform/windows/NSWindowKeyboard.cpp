@@ -17,7 +17,7 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
     const Ref<NSResponder> earlier = refTo(*firstResponder_);
     const std::size_t changes = firstResponderChanges_;
     if (!earlier->resignFirstResponder()) return false;
-    // Whoever was told of the end may have made another one the first responder: that one is asked as well.
+    // Whoever was notified of the end may have made another one the first responder: that one is asked as well.
     if (firstResponderChanges_ == changes) setFirstResponder(*this);
   }
   if (wanted == this) return true;

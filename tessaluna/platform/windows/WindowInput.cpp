@@ -79,7 +79,7 @@ void WindowInput::pointer(const PointerInput& input) {
   switch (input.what) {
     case PointerInput::What::Pressed: {
       const Press press = pressOf(input);
-      // Only the desktop's own clock tells that it is the same one.
+      // Only the desktop's own clock shows that it is the same one.
       if (input.time && (down_ & bit) && press == last_) return;
       endPressesExcept(input.heldButtons & ~bit);
       down_ |= bit;
@@ -188,7 +188,7 @@ NSTextInputClient* WindowInput::text() const {
 
 namespace {
 
-// The text without what is being composed, which stands at the caret.
+// The text without what is being composed, which is at the caret.
 backend::EditedText surroundingsOf(const NSTextInputClient& client) {
   backend::EditedText result;
   result.text = client.text();

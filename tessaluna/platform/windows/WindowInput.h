@@ -24,13 +24,13 @@ class WindowInput {
   // The window is about to appear, move or grow, maybe under the pointer, and the desktop will say that the pointer enters it.
   // As long as the pointer has not been moved since, that is not so to the views.
   void pointerMayRest();
-  // Ends the presses that are under way, outside of everything: nobody will tell of their releases.
+  // Ends the presses that are under way, outside of everything: nobody will report their releases.
   void endPresses();
 
   backend::Taken wheel(const backend::WheelInput& input);
 
-  // An announced press is claimed: only the views can tell whether they take the key, and to ask them is to let them act. A
-  // modifier key is a change of flags, and what comes up between the repeats of a key that is held is nothing.
+  // An announced press is claimed: only the views know whether they take the key, and asking them lets them act. A
+  // modifier key is a change of flags, and a release between the repeats of a key that is down is nothing.
   backend::KeyAnswer key(const backend::KeyInput& input);
 
   // Where no text has the keys, nothing happens, and there is no text.
@@ -67,7 +67,7 @@ class WindowInput {
   std::deque<std::int64_t> claimed_;  // keys whose presses are to come, in their order
 };
 
-// The left button, or another one, went down on something that is no window of ours. The place is on the screen.
+// The left button, or another one, went down on something that is not a window of ours. The place is on the screen.
 void sendPressElsewhere(CGPoint place, int button, std::uint32_t modifiers);
 
 }  // namespace tessaluna::platform

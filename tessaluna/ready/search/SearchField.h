@@ -9,11 +9,11 @@
 //   typing          asks the source; the rows of an earlier answer stay until the new ones are there
 //   arrow keys      move the selection, as do the Page keys, and Home and End with Control; the field shows the selected title
 //   Return          picks the selected row; with none it searches for what was typed
-//   Escape          closes the pop-up and gives back what was typed
+//   Escape          closes the pop-up and restores what was typed
 //   Down, Alt-Down  open the pop-up again
 //   the mouse       picks the row that it clicks; the field keeps what was typed while it only moves
 //
-// The pop-up stays open over an answer without rows and says so, and while nothing is there yet it says that it looks.
+// The pop-up stays open over an answer without rows and says so, and while nothing is there yet it says that it is searching.
 #pragma once
 
 #include <functional>
@@ -49,16 +49,16 @@ class SearchField : public platform::NSView,
   ~SearchField() override;
   void didInit() override;
 
-  // Asked for each text that is not blank. It answers at once, later or never; see SearchQuestion.
+  // Asked for each text that is not blank. It answers immediately, later or never; see SearchQuestion.
   void setSource(SearchQuestions::Source source);
-  // How long the user may pause before the source is asked, in seconds; none at the start.
+  // How long the user may pause before the source is asked, in seconds; zero at first.
   void setDelay(double seconds) { questions_.setDelay(seconds); }
   // A row was picked, by Return, a click or an assistive client; its title is in the field by then, selected, so that the next
-  // search is typed over it. The field may be removed in the call.
+  // search is typed over it. The call may remove the field.
   void setOnPick(std::function<void(const SearchRow&)> block) { onPick_ = std::move(block); }
   // Return without a selection; with an empty text after the clear button.
   void setOnSearch(std::function<void(const std::string&)> block) { onSearch_ = std::move(block); }
-  // How many rows show at most, 10 at the start; the others are scrolled to.
+  // How many rows show at most, 10 at first; the user scrolls to the others.
   void setMaximumRows(std::size_t rows) { popUp_->setMaximumRows(rows); }
   void setTexts(SearchTexts texts);
 

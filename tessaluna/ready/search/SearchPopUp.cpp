@@ -127,7 +127,7 @@ void SearchPopUp::setListName(const std::string& name) {
 }
 
 void SearchPopUp::openBelow(const Ref<NSTextField>& field) {
-  // What ended the pop-up otherwise may have left something behind.
+  // What ended the pop-up otherwise may have left something.
   cancelSuggestions();
   beginForTextField(field);
   selectRow(std::nullopt);

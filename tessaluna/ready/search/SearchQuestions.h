@@ -1,5 +1,5 @@
 // What a search field asks its host, one question after the other. Only the last question counts: asking again cancels the
-// earlier one, whose answer is dropped whenever it comes.
+// earlier one, and a late answer to it is dropped.
 #pragma once
 
 #include <cstdint>
@@ -23,10 +23,10 @@ class SearchQuestion {
  public:
   const std::string& text() const { return text_; }
   std::uint64_t number() const { return number_; }  // from 1 on, in the order of asking
-  // Whether an answer would be shown: false once it was answered or another question was asked, and after the field has gone.
-  // A host that works in steps may stop then.
+  // Whether an answer would be shown: false once it was answered or another question was asked, and after the field was
+  // destroyed. A host that works in steps may stop then.
   bool isCurrent() const;
-  // At once, later or never. Only the first answer counts.
+  // Immediately, later or never. Only the first answer counts.
   void answer(std::vector<SearchRow> rows) const;
 
  private:
@@ -48,13 +48,13 @@ class SearchQuestions {
   explicit SearchQuestions(Receiver receiver);
 
   void setSource(Source source) { source_ = std::move(source); }
-  // How long nothing may have been asked again before the source hears of it, in seconds; none at the start.
+  // How long to wait for another question before the source is asked, in seconds; zero at first.
   void setDelay(double seconds) { delay_ = seconds; }
 
   // The source and the receiver may be called before these return.
   void ask(std::string text);
   void cancel();
-  // Between a question and its answer, the delay included.
+  // True between a question and its answer, including the delay.
   bool isWaiting() const;
 
  private:

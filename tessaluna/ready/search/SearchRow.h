@@ -11,8 +11,8 @@ namespace tessaluna::ready {
 struct SearchRow {
   std::string title;
   std::string detail{};   // a second, smaller line; empty: the title is alone
-  std::string section{};  // what is above the first of neighbouring rows that name the same; empty: nothing
-  std::int64_t id = 0;    // the host's own, only carried back to it
+  std::string section{};  // the heading above the first of neighbouring rows with the same section; empty: none
+  std::int64_t id = 0;    // the host's own; the field only passes it back
   platform::Ref<platform::NSImage> image{};  // at the left, 28 points wide and high; null: none
 };
 

@@ -1,10 +1,10 @@
-// Background tasks of a program in a line: how far all of them are, what the oldest is called, and a cross that stops it. The line is
+// Background tasks of a program in one line: the progress of all of them, the title of the oldest, and a cross that stops it. The line is
 // hidden while there are none:
 //
 //   const auto tasks = make<ready::TaskBar>(CGRect{0, 0, 320, 20});
 //   auto scan = tasks->begin({.title = "Scanning the library", .length = 1200, .abort = [&] { scanner.stop(); }});
 //   scan.setPosition(300);
-//   scan.end();  // or when scan goes
+//   scan.end();  // or when scan is destroyed
 //
 // Main thread.
 #pragma once
@@ -26,10 +26,10 @@ struct TaskDescription {
   std::string title;
   double length = 1;  // in a unit that all tasks share
   std::function<void()>
-      abort{};  // the user asks for it once; without it there is no cross. The task continues until it ends.
+      abort{};  // called once, when the user asks for it; without it there is no cross. The task continues until it ends.
 };
 
-// A task that shows until it ends, which it does at the latest when this goes. It may outlive its bar.
+// A task that shows until it ends, at the latest when this is destroyed. It may outlive its bar.
 class ShownTask {
  public:
   ShownTask() = default;
@@ -58,7 +58,7 @@ class TaskBar : public platform::NSView {
 
   [[nodiscard]] ShownTask begin(TaskDescription task);
   std::size_t taskCount() const { return tasks_.size(); }
-  // What the cross says, in the user's language; the task's title follows. "Stop" at the start.
+  // What the cross says, in the user's language; the task's title follows. "Stop" initially.
   void setAbortText(std::string text);
 
   platform::CGSize intrinsicContentSize() const override;

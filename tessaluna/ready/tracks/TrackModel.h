@@ -1,5 +1,5 @@
-// Where the rows of a TrackTable come from: a program's own list, in a few words. Whoever changes the list afterwards says what
-// has changed.
+// Where the rows of a TrackTable come from: a program's own list, in a few words. When the list changes,
+// the model announces what has changed.
 //
 //   class Queue : public tessaluna::ready::TrackModel {
 //    public:
@@ -42,7 +42,7 @@ class TrackModel {
   // the selection stays at its places.
   virtual std::uint64_t identityOf(std::size_t /*index*/) const { return 0; }
 
-  // A click on a header. A model that can be sorted sorts its list and says didChangeAll.
+  // A click on a header. A sortable model sorts its list and calls didChangeAll.
   virtual bool isSortable() const { return false; }
   virtual void sortBy(TrackColumn, bool /*ascending*/) {}
 
@@ -60,7 +60,7 @@ class TrackModel {
   void removeObserver(Observer& observer) { observers_.remove(observer); }
 
  protected:
-  // Each is called when the change has been made; count() and row() know it already.
+  // Call one of these after each change, when count() and row() already return the new rows.
   void didInsertRows(std::size_t first, std::size_t count = 1);  // where they are now
   void didRemoveRows(std::size_t first, std::size_t count = 1);  // where they were
   void didMoveRow(std::size_t from, std::size_t to);

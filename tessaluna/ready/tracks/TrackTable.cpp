@@ -40,7 +40,7 @@ struct ControlOrder {
 
 }  // namespace
 
-// The controls of the rows keep their target alive, and the table its rows: this stands in between.
+// The controls of the rows keep their target alive, and the table its rows: this is in between.
 class TrackTable::Clicks : public TrackListRowActionTarget, public LinkTextFieldActionTarget {
  public:
   explicit Clicks(TrackTable& table) : table_(&table) {}

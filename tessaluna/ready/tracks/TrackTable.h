@@ -6,8 +6,8 @@
 //   window->contentView()->addSubview(table);
 //
 // Return and a double click play a row; the menu key, Shift-F10 and a right click open its menu; a letter goes to the next title
-// that begins with it; Left and Right lead to the controls and artists of a row. What the actions make of the model, the model
-// says afterwards; the table changes nothing by itself.
+// that begins with it; Left and Right lead to the controls and artists of a row. The actions change the
+// model, and the model announces it; the table changes nothing by itself.
 #pragma once
 
 #include <functional>
@@ -22,7 +22,7 @@ namespace tessaluna::ready {
 
 class TrackTableRow;
 
-// A line of a row's menu; one without a title separates others. `choose` is called with the row where the track is by then.
+// A line of a row's menu; a line without a title is a separator. `choose` is called with the row where the track is by then.
 struct TrackCommand {
   std::string title = {};
   std::function<void(std::size_t row)> choose = {};
@@ -46,7 +46,7 @@ class TrackTable : public platform::NSView,
   static const platform::ClassInfo staticClassInfo;
   const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  // 600 by 400 points until it gets a place; it keeps the model alive.
+  // 600 by 400 points until it is resized. The table keeps the model alive.
   TrackTable(std::shared_ptr<TrackModel> model, TrackActions actions);
   ~TrackTable() override;
   void didInit() override;
@@ -55,9 +55,9 @@ class TrackTable : public platform::NSView,
   // For selection, scrolling and the keyboard; its data source and delegate are this view.
   const platform::Ref<platform::NSTableView>& table() const { return table_; }
   const platform::Ref<platform::NSScrollView>& scrollView() const { return scrollView_; }
-  // What assistive clients call the table; "Tracks" at the start.
+  // The table's name for assistive clients; "Tracks" at first.
   void setName(const std::string& name);
-  // On at the start.
+  // On at first.
   void setShowsHeader(bool shows);
   void setOnSelectionChange(std::function<void()> changed) { selectionChanged_ = std::move(changed); }
 

@@ -116,7 +116,7 @@ void TrackTableRow::showState(State state) {
   updateControls();
 }
 
-// The controls only store what they are told. Whoever tells them asks for the redraw: of those alone that changed.
+// The controls only store what is set. Whoever sets it requests the redraw, only of those that changed.
 void TrackTableRow::updateControls() {
   const bool shows = showsControls(), isPlaying = track_.playback == Playback::Playing;
   if (play_->hasMouseOnRow() != shows || play_->isPlayingTrack() != isPlaying || play_->isPlaying() != isPlaying) {

@@ -23,7 +23,7 @@ struct TrackRowPlaces {
 };
 TrackRowPlaces trackRowPlaces(platform::CGFloat width);
 
-// What is painted behind a control while the row shows its controls.
+// The shape that is painted under a control while the row shows its controls.
 platform::CGRect groundOfTrackControl(platform::CGRect control);
 
 }  // namespace tessaluna::ready

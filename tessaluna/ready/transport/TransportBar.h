@@ -8,7 +8,7 @@
 //   bar->showSong({.title = "Slow orbit", .artists = "Amber Quartet", .seconds = 245});
 //   bar->showState({.isPlaying = true, .position = player.position()});
 //
-// There is a control for each action that is there, and none for the others. Tab goes from one to the next.
+// There is a control for each action that is set, and none for the others. Tab goes from one to the next.
 // A bar that is too narrow leaves out the volume, and then shuffle and repeat. Main thread.
 #pragma once
 
@@ -39,7 +39,7 @@ struct TransportSong {
 struct TransportState {
   bool isPlaying = false;
   double position = 0;     // seconds
-  bool isSeeking = false;  // what the user asked for is not reached yet: the knob stays there
+  bool isSeeking = false;  // the player has not reached what the user asked for yet: the knob stays there
   bool isShuffled = false, isRepeated = false;
   double volume = 1;
   std::string note{};                            // after the title, such as "loading"

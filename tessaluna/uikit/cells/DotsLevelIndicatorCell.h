@@ -19,7 +19,7 @@ class DotsLevelIndicatorCell : public tessaluna::platform::NSLevelIndicatorCell 
   explicit DotsLevelIndicatorCell(tessaluna::platform::Ref<tessaluna::platform::NSImage> image);
   tessaluna::platform::Ref<NSCell> copy() const override { return tessaluna::platform::make<DotsLevelIndicatorCell>(*this); }
 
-  // Stored for the host, who may draw with it; black at the start, whatever an archive holds; a property of interface files.
+  // Stored for the host, who may draw with it; black initially, whatever an archive holds; a property of interface files.
   // Setting it asks for no redraw.
   const tessaluna::platform::Ref<tessaluna::platform::NSColor>& borderColor() const { return borderColor_; }
   void setBorderColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color) { borderColor_ = std::move(color); }

@@ -1,5 +1,5 @@
 // A text field cell for tables and outlines: a square image at the left, and the text beside it. One with a title and no image
-// is a group row, whose text stands in the middle of the height.
+// is a group row, whose text is in the middle of the height.
 #pragma once
 
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
@@ -16,7 +16,7 @@ class ImageAndTextCell : public tessaluna::platform::NSTextFieldCell {
   explicit ImageAndTextCell(tessaluna::platform::NSCoder& coder) : NSTextFieldCell(coder) {}
   tessaluna::platform::Ref<NSCell> copy() const override { return tessaluna::platform::make<ImageAndTextCell>(*this); }
 
-  // Absent for text only; a property of interface files. Setting it asks for no redraw.
+  // Null for text only; a property of interface files. Setting it asks for no redraw.
   const tessaluna::platform::Ref<tessaluna::platform::NSImage>& cellImage() const { return cellImage_; }
   void setCellImage(tessaluna::platform::Ref<tessaluna::platform::NSImage> image) { cellImage_ = std::move(image); }
   bool isGroupCell() const { return !cellImage_ && !title().empty(); }
@@ -34,7 +34,7 @@ class ImageAndTextCell : public tessaluna::platform::NSTextFieldCell {
                        const tessaluna::platform::Ref<tessaluna::platform::NSTextDelegate>& delegate, std::size_t start,
                        std::size_t length) override;
 
-  // The image fills its square whatever its own shape, and stands on the text's background if the cell draws one.
+  // The image fills its square whatever its own shape, and is on the text's background if the cell draws one.
   void drawWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
 
  private:

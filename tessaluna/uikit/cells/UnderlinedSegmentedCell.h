@@ -1,4 +1,4 @@
-// A segmented cell without boxes: each segment is its label, centered over a hairline, and the selected one stands over a
+// A segmented cell without boxes: each segment is its label, centered over a hairline, and the selected one is over a
 // thick colored bar. The segments fill the control in proportion to their labels.
 #pragma once
 
@@ -25,7 +25,7 @@ class UnderlinedSegmentedCell : public tessaluna::platform::NSSegmentedCell {
   // Colors for a dark ground, or for a light one. Neither setter asks for a redraw.
   bool useDarkTheme() const { return useDarkTheme_; }
   void setUseDarkTheme(bool useDarkTheme) { useDarkTheme_ = useDarkTheme; }
-  // Of the bar; never absent.
+  // Of the bar; never null.
   const tessaluna::platform::Ref<tessaluna::platform::NSColor>& underlineColor() const { return underlineColor_; }
   void setUnderlineColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color) {
     underlineColor_ = std::move(color);

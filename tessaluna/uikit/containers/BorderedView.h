@@ -17,7 +17,7 @@ class BorderedView : public tessaluna::platform::NSView {
   // The color is black, whatever an archive holds; interface files set it as a property.
   explicit BorderedView(tessaluna::platform::NSCoder& coder);
 
-  // Black at the start. Each assignment requests a redraw. Drawing with a null color stops the program.
+  // Black initially. Each assignment requests a redraw. Drawing with a null color stops the program.
   const tessaluna::platform::Ref<tessaluna::platform::NSColor>& borderColor() const { return borderColor_.optional(); }
   void setBorderColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color);
 

@@ -16,7 +16,7 @@ class DisclosureHeaderView : public ViewWithBackground {
 
   using ViewWithBackground::ViewWithBackground;  // outlets: "disclosureButton", "parentDisclosure"
 
-  // Both are absent at the start and kept alive. Without a section the pointer never shows the button.
+  // Both are null initially and kept alive. Without a section the pointer never shows the button.
   const tessaluna::platform::Ref<tessaluna::platform::NSButton>& disclosureButton() const { return disclosureButton_; }
   void setDisclosureButton(tessaluna::platform::Ref<tessaluna::platform::NSButton> button);
   const tessaluna::platform::Ref<DisclosureView>& parentDisclosure() const { return parentDisclosure_; }
@@ -24,11 +24,11 @@ class DisclosureHeaderView : public ViewWithBackground {
 
   // The pointer is followed in the bounds as they were at the first call, also after the header was resized.
   void updateTrackingAreas() override;
-  // Nothing changes while the section does; such entries and exits, and those of other areas, go on to the base class.
+  // Nothing changes while the section does; such entries and exits, and those of other areas, are passed to the base class.
   void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseExited(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
 
-  // An addition, off at the start: the header takes the keyboard, and Space and Return press its button, whether that shows or
+  // An addition, off initially: the header takes the keyboard, and Space and Return press its button, whether that shows or
   // not; to assistive clients the header is a disclosure triangle, which the same press works, and its button is left out.
   bool isOperable() const { return isOperable_; }
   void setIsOperable(bool isOperable);

@@ -1,4 +1,4 @@
-// A section that folds down to its header and opens again to the height that its content needs. Everything that stands in it
+// A section that folds down to its header and opens again to the height that its content needs. Everything in it
 // places itself by constraints; the section itself has one more, at most so high, which is moved. So the section's own bottom
 // must hang on its content with less than the required priority, or the content could not be cut.
 //
@@ -21,7 +21,7 @@ class DisclosureView : public tessaluna::platform::NSView {
   // Outlets: "headerView", "contentView".
   explicit DisclosureView(tessaluna::platform::NSCoder& coder);
 
-  // All are absent, 0 or false at the start, but for isDisclosed. The setters store and do nothing else.
+  // All are null, 0 or false initially, but for isDisclosed. The setters store and do nothing else.
   // The header's frame height is the folded height. It refers back to its section strongly: a wired pair keeps itself alive
   // until the host breaks the cycle.
   const tessaluna::platform::Ref<DisclosureHeaderView>& headerView() const { return headerView_; }

@@ -19,7 +19,7 @@ class FilledView : public Base {
     backgroundColor_ = tessaluna::platform::NSColor::lightGrayColor();
   }
 
-  // Light gray at the start. The setter requests no redraw: the host does. Drawing with a null color stops the program.
+  // Light gray initially. The setter requests no redraw: the host does. Drawing with a null color stops the program.
   const tessaluna::platform::Ref<tessaluna::platform::NSColor>& backgroundColor() const {
     return backgroundColor_.optional();
   }
@@ -34,7 +34,7 @@ class FilledView : public Base {
     Base::drawRect(rect);
   }
 
-  // Whatever the color's alpha is: nothing behind the view is drawn.
+  // Whatever the color's alpha: nothing under the view is drawn.
   bool isOpaque() const override { return true; }
 
  private:

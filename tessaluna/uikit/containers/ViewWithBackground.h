@@ -14,7 +14,7 @@ class ViewWithBackground : public FilledView<tessaluna::platform::NSView> {
 
   using FilledView::FilledView;
 
-  // What is not this key goes on to the views inside.
+  // Any other key is passed to the views inside.
   bool performKeyEquivalent(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
 };
 

@@ -18,13 +18,13 @@ class CoverArtThumbnailView : public tessaluna::platform::NSImageView, public te
   explicit CoverArtThumbnailView(tessaluna::platform::NSCoder& coder);
   ~CoverArtThumbnailView() override;
 
-  // False, as at the start: a pixel of the image is a point. True: it is a device pixel of the thumbnail's window. A panel that
+  // False, as initially: a pixel of the image is a point. True: it is a device pixel of the thumbnail's window. A panel that
   // is open takes notice with its next image.
   bool scaleToScreenResolution() const { return scaleToScreenResolution_; }
   void setScaleToScreenResolution(bool scales) { scaleToScreenResolution_ = scales; }
 
   // An addition: true lets a click in the panel and the Escape key close it, too, and a press on the thumbnail that takes the key
-  // status from the panel closes it for good: its release opens no other. False at the start. Counts for panels and images that
+  // status from the panel closes it for good: its release opens no other. False initially. Counts for panels and images that
   // come after. (NSImageView has another one, preparesImages, which is that of the panel as well.)
   bool closesByClickAndEscape() const { return closesByClickAndEscape_; }
   void setClosesByClickAndEscape(bool closes) { closesByClickAndEscape_ = closes; }
@@ -36,7 +36,7 @@ class CoverArtThumbnailView : public tessaluna::platform::NSImageView, public te
   void closeEnlargedView();
 
   void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
-  // Opens the panel of an image, or closes it; an absent image opens none.
+  // Opens the panel of an image, or closes it; a null image opens none.
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   // Of the panel, whose delegate this is.
   void windowDidResignKey(const tessaluna::platform::Ref<tessaluna::platform::NSNotification>& notification) override;

@@ -9,12 +9,12 @@
 namespace TessalunaUIKit {
 
 // The size of the widest representation in pixels, the first of several; zero without one that has pixels. Each representation
-// is set to one point per pixel, and stays so. A width that is no whole number of 64 bits stops the program.
+// is set to one point per pixel, and stays so. A width that is not a whole number of 64 bits stops the program.
 tessaluna::platform::CGSize naturalSizeOf(
     const std::vector<tessaluna::platform::Ref<tessaluna::platform::NSImageRep>>& representations);
 
-// A cover of the size with its upper left corner on that of the thumbnail, no wider than the screen goes on to the right of it
-// and no higher than it goes on below its top, with its aspect ratio. Thumbnail and screen are in screen space. Nothing is rounded.
+// A cover of the size with its upper left corner on that of the thumbnail, no wider than the screen to the right of it
+// and no higher than the screen below its top, with its aspect ratio. Thumbnail and screen are in screen space. Nothing is rounded.
 tessaluna::platform::CGRect frameOfEnlargedCover(tessaluna::platform::CGSize size, tessaluna::platform::CGRect thumbnail,
                                                  tessaluna::platform::CGRect screen);
 

@@ -61,15 +61,15 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   const tessaluna::platform::Ref<LinkTextFieldActionTarget>& target() const { return target_; }
   void setTarget(tessaluna::platform::Ref<LinkTextFieldActionTarget> target) { target_ = std::move(target); }
 
-  // An addition: a press on the "…" opens a menu of all strings, from which each can be clicked. Off at the start, and without
+  // An addition: a press on the "…" opens a menu of all strings, from which each can be clicked. Off initially, and without
   // effect while links are off.
   bool showsMenuAtEllipsis() const;
   void setShowsMenuAtEllipsis(bool shows);
   // An addition: the Tab key enters the line, Left and Right go from link to link and to the "…" with its menu, Return presses.
-  // A press with the mouse does not take the keyboard. Off at the start, and without effect while links are off.
+  // A press with the mouse does not take the keyboard. Off initially, and without effect while links are off.
   bool takesKeyboard() const;
   void setTakesKeyboard(bool takes);
-  // An addition: the whole text is the tool tip while it is drawn cut, and there is none otherwise. Off at the start.
+  // An addition: the whole text is the tool tip while it is drawn cut, and there is none otherwise. Off initially.
   bool showsToolTipWhileCut() const;
   void setShowsToolTipWhileCut(bool shows);
 

@@ -26,12 +26,12 @@ class AppSplashController : public tessaluna::platform::NSWindowController {
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   AppSplashController() = default;
-  explicit AppSplashController(tessaluna::platform::Ref<tessaluna::platform::NSWindow> window)  // which may be absent
+  explicit AppSplashController(tessaluna::platform::Ref<tessaluna::platform::NSWindow> window)  // which may be null
       : NSWindowController(std::move(window)) {}
   explicit AppSplashController(std::string windowNibName) : NSWindowController(std::move(windowNibName)) {}
   explicit AppSplashController(tessaluna::platform::NSCoder& coder) : NSWindowController(coder) {}
 
-  // The spinner; absent until it is connected. It is started when the window is loaded, and never stopped.
+  // The spinner; null until it is connected. It is started when the window is loaded, and never stopped.
   const tessaluna::platform::Ref<tessaluna::platform::NSProgressIndicator>& progressIndicator() const {
     return progressIndicator_.optional();
   }
@@ -40,7 +40,7 @@ class AppSplashController : public tessaluna::platform::NSWindowController {
   }
 
   // Shows the image named "AppIcon.icns", if the host has one, starts the spinner and centers the window in a rectangle of its
-  // screen's size. A window that is on no screen, where there is no main screen either, stops the program.
+  // screen's size. A window that is on no screen stops the program if there is no main screen.
   void windowDidLoad() override;
 
   // The three lines, from the top. Their labels keep them.

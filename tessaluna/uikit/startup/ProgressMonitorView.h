@@ -31,7 +31,7 @@ class ProgressMonitorView : public tessaluna::platform::NSView {
   explicit ProgressMonitorView(tessaluna::platform::NSCoder& coder) : NSView(coder) {}
   void didInit() override;
 
-  // Shows the view. Under a key that there is already only the length is taken over: position and semaphore stay.
+  // Shows the view. For a key that exists already only the length changes: position and semaphore stay.
   void addBackgroundTaskProgress(std::string_view task, double totalLength, const void* abortSem);
   // An unknown task is ignored.
   void setBackgroundTaskProgressPosition(double position, std::string_view forTask);

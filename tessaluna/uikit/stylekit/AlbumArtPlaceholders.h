@@ -1,4 +1,4 @@
-// What stands in a cover's place: a pale square, a disc on gray, a ring of dots while the cover is on its
+// What is shown in place of a cover: a pale square, a disc on gray, a ring of dots while the cover is on its
 // way, and a small disc. Each routine paints into the current graphics context and exists under two equal
 // names.
 #pragma once

@@ -13,7 +13,7 @@ void appendListing(NSBezierPath& path, CGRect frame, ListingView outline) {
   CGPoint* point = path.appendSegments(outline.verbs, outline.fractions.size()).data();
   for (const tessaluna::backend::PathVerb verb : outline.verbs) {
     if (verb == tessaluna::backend::PathVerb::Curve) {
-      // A path has the end behind the controls.
+      // A path has the end after the controls.
       const CGPoint end = place(fraction[0]), control1 = place(fraction[1]), control2 = place(fraction[2]);
       point[0] = control1;
       point[1] = control2;

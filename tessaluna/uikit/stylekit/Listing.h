@@ -148,7 +148,7 @@ consteval auto compile() {
 template <ListingText text>
 inline constexpr auto compiledListing = listing_parser::compile<text>();
 
-// A view of the one table, so that a constant of a function is no copy that every call makes.
+// A view of the one table, so that calls do not copy a function's constant.
 template <ListingText text>
 inline constexpr ListingView listing = compiledListing<text>;
 

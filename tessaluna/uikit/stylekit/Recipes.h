@@ -1,5 +1,5 @@
 // What several glyphs share: how a color is written, the kit's shadow, the gradient of the transport bar, and the soft
-// shadow along the inside of a shape's edge. All objects are made anew at each call and kept by nobody.
+// shadow along the inside of a shape's edge. Each call makes its objects again and keeps none.
 #pragma once
 
 #include "tessaluna/platform/graphics/CGContext.h"

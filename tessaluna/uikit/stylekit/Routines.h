@@ -54,7 +54,7 @@ struct Routine {
 // In the order of their families.
 std::span<const Routine> routines();
 
-// By name, member form or selector; absent if there is none.
+// By name, member form or selector; null if there is none.
 const Routine* findRoutine(std::string_view name);
 
 }  // namespace TessalunaUIKit

@@ -8,7 +8,7 @@
 //   auto image = TessalunaStyleKit::imageOfLeftArrow();
 //
 // Frames are in points and never checked or clamped; the y axis grows upward. A routine keeps nothing and
-// looks at nothing but its arguments. The routines stand in one header for each family; Routines.h describes
+// looks at nothing but its arguments. The routines are in one header per family; Routines.h describes
 // them all.
 #pragma once
 

@@ -25,7 +25,7 @@ const ClassInfo FlatTextFieldCell::staticClassInfo{.name = "TessalunaUIKit.FlatT
 
 namespace {
 
-// By what a stock field stands on: this one is white then, unless its colors follow the palette.
+// By the ground of a stock field: this one is white then, unless its colors follow the palette.
 bool isWhiteOnDarkDesktop() {
   if (neutralsFollowPalette()) return false;
   const auto ground = NSColor::controlBackgroundColor()->components();

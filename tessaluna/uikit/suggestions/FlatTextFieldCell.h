@@ -14,7 +14,7 @@ class FlatTextFieldCell : public SuggestibleTextFieldCell {
   explicit FlatTextFieldCell(std::string text);  // not supported: stops the program
   tessaluna::platform::Ref<NSCell> copy() const override { return tessaluna::platform::make<FlatTextFieldCell>(*this); }
 
-  // Of the frame; black at the start, whatever an archive holds; a property of interface files. Setting it asks for no redraw.
+  // Of the frame; black initially, whatever an archive holds; a property of interface files. Setting it asks for no redraw.
   const tessaluna::platform::Ref<tessaluna::platform::NSColor>& borderColor() const { return borderColor_; }
   void setBorderColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color) { borderColor_ = std::move(color); }
 

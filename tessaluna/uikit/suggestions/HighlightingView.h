@@ -14,7 +14,7 @@ class HighlightingView : public tessaluna::platform::NSView {
   explicit HighlightingView(tessaluna::platform::CGRect frame) : NSView(frame) {}
   explicit HighlightingView(tessaluna::platform::NSCoder& coder) : NSView(coder) { coder.overlookKeys({"isHighlighted"}); }
 
-  // The row is the selected one. Each assignment tells the cells of the text fields in the row on what ground they stand,
+  // The row is the selected one. Each assignment tells the cells of the text fields in the row which ground they are on,
   // and asks for a redraw.
   bool isHighlighted() const { return isHighlighted_; }
   void setIsHighlighted(bool isHighlighted);
@@ -23,8 +23,8 @@ class HighlightingView : public tessaluna::platform::NSView {
 
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilityGroupRole); }
-  // To press a row of a pop-up selects it, and the controller's target is not told. To choose it does what a click does: the
-  // row is selected first if it is not, which the target is told, and the pop-up ends with the field's action.
+  // Pressing a row of a pop-up selects it without notifying the controller's target. Choosing it does what a click does: the
+  // row is selected first if it is not, with a notification of the target, and the pop-up ends with the field's action.
   static constexpr std::string_view chooseAction = "choose";
   std::vector<std::string> accessibilityActionNames() const override;
   void accessibilityPerformAction(std::string_view action) override;
@@ -33,7 +33,7 @@ class HighlightingView : public tessaluna::platform::NSView {
   bool isHighlighted_ = false;
 };
 
-// What of a change of the selection a row's text fields are told. Only those that stand in the row itself.
+// Passes a change of the selection to a row's text fields; only to those directly in the row.
 void setBackgroundStyleOfTextFields(const HighlightingView& row, bool isHighlighted);
 
 }  // namespace TessalunaUIKit

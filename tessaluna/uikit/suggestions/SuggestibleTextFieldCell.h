@@ -17,7 +17,7 @@ class SuggestibleTextFieldCell : public tessaluna::platform::NSTextFieldCell {
     return tessaluna::platform::make<SuggestibleTextFieldCell>(*this);
   }
 
-  // The open pop-up; absent when there is none. Set and cleared by the pop-up's controller, and not kept alive. A copy has none.
+  // The open pop-up; null when there is none. Set and cleared by the pop-up's controller, and not kept alive. A copy has none.
   tessaluna::platform::Ref<tessaluna::platform::NSWindow> suggestionsWindow() const {
     return suggestionsWindow_.value.lock();
   }
@@ -25,8 +25,8 @@ class SuggestibleTextFieldCell : public tessaluna::platform::NSTextFieldCell {
     suggestionsWindow_.value = window;
   }
 
-  // Those of the stock cell, and with a pop-up its list behind them. A pop-up without any element stops the program; so does
-  // the attribute of children, if it is no list while there is a pop-up.
+  // Those of the stock cell, and with a pop-up its list after them. A pop-up without any element stops the program; so does
+  // the attribute of children, if it is not a list while there is a pop-up.
   std::optional<tessaluna::platform::AccessibilityElements> accessibilityChildren() const override;
   tessaluna::platform::AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
 

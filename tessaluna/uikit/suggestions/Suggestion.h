@@ -15,7 +15,7 @@ struct Suggestion {
   std::string label;                                             // main text of the row
   std::optional<std::string> detailedLabel;                      // second text
   std::optional<std::int64_t> itemId;                            // the host's own; only carried back to it
-  tessaluna::platform::Ref<tessaluna::platform::NSImage> image;  // may be absent; a copy of the suggestion shares it
+  tessaluna::platform::Ref<tessaluna::platform::NSImage> image;  // may be null; a copy of the suggestion shares it
 
   Suggestion(std::string label, std::optional<std::int64_t> itemId) : label(std::move(label)), itemId(itemId) {}
   // Bytes that cannot be decoded leave the image absent; they are not kept.

@@ -1,5 +1,5 @@
-// What the rows of a completion pop-up stand in, the first one at the top. To assistive clients it is a vertical list whose
-// selection can be read, and set by those who try although they are told that it cannot.
+// The view that contains the rows of a completion pop-up, the first one at the top. To assistive clients it is a vertical list whose
+// selection can be read. It reports that it cannot be set, and is set by clients that try.
 #pragma once
 
 #include "tessaluna/platform/views/NSView.h"
@@ -19,11 +19,11 @@ class SuggestionsContentView : public tessaluna::platform::NSView {
 
   bool isAccessibilityElement() const override { return true; }
   bool accessibilityIsIgnored() const override { return false; }
-  // The program stops if children that are no list are asked for the selected ones.
+  // The program stops if children that are not a list are asked for the selected ones.
   tessaluna::platform::AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
   bool accessibilityIsAttributeSettable(std::string_view attribute) const override;
   // As selected children one row, which becomes the selected one; anything else clears the selection. The controller's
-  // target is not told.
+  // target is not notified.
   void accessibilitySetValue(const tessaluna::platform::AccessibilityValue& value, std::string_view forAttribute) override;
 };
 

@@ -1,4 +1,4 @@
-// The window of a completion pop-up: borderless, with a shadow, painted by what stands in it. Assistive clients do not see
+// The window of a completion pop-up: borderless, with a shadow, painted by the views in it. Assistive clients do not see
 // it; its list hangs under the field's cell.
 #pragma once
 

@@ -126,7 +126,7 @@ void SuggestionsWindowController::setSelectedSuggestionIndex(std::int64_t index)
   setSelectedView(std::dynamic_pointer_cast<HighlightingView>(viewControllers_->front()->view()));
 }
 
-// Selects the row that comes just before the selected one on the way; of a selection that is no row, the last of the way.
+// Selects the row that comes just before the selected one on the way; of a selection that is not a row, the last of the way.
 template <class Iterator>
 void SuggestionsWindowController::selectBefore(Iterator first, Iterator last) {
   Ref<HighlightingView> previous;

@@ -44,18 +44,18 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   // The interface file of one row.
   const std::optional<std::string>& suggestionPrototype() const { return suggestionPrototype_.optional(); }
   void setSuggestionPrototype(std::string name) { suggestionPrototype_ = std::move(name); }
-  // The rows to show. A visible pop-up is laid out again, with all rows made anew and the first one selected, which nobody is
-  // told; another one at the next begin.
+  // The rows to show. A visible pop-up is laid out again, with all rows made again and the first one selected, without
+  // notifying anybody; a hidden one at the next begin.
   const std::optional<std::vector<Suggestion>>& suggestions() const { return suggestions_; }
   void setSuggestions(std::optional<std::vector<Suggestion>> suggestions);
 
-  // An addition: the pop-up is never higher than its first rows, that many; the others are scrolled to. Absent at the start:
+  // An addition: the pop-up is never higher than its first rows, that many; the user scrolls to the others. Absent initially:
   // then only the lower edge of the screen ends it.
   const std::optional<std::size_t>& maximumRows() const { return maximumRows_; }
   void setMaximumRows(std::optional<std::size_t> rows);
 
-  // The selected row. The first operation tells nobody, the second one the target. Setting the row that is selected already
-  // selects it anew. A present view in a controller from a coder stops the program.
+  // The selected row. The first operation notifies nobody, the second one the target. Setting the row that is selected already
+  // selects it again. A present view in a controller from a coder stops the program.
   const tessaluna::platform::Ref<HighlightingView>& selectedView() const { return selectedView_; }
   void setSelectedView(tessaluna::platform::Ref<HighlightingView> view);
   void userSetSelectedView(tessaluna::platform::Ref<HighlightingView> view);
@@ -78,14 +78,14 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   // How many rows the Page keys move by: as many as show, but for one.
   std::int64_t rowsOfPage() const;
 
-  // The field stands in a window, or the program stops.
+  // A field that is in no window stops the program.
   void beginForTextField(const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
   // Brings a visible pop-up back under its field, cut off at the lower edge of the screen.
   void parentControlMoved();
   // Rows, selection and suggestions stay.
   void cancelSuggestions();
 
-  // An addition: the pop-up ends when the field's window is hidden without having had the key status. False at the start: then
+  // An addition: the pop-up ends when the field's window is hidden without having had the key status. False initially: then
   // it comes back with that window. Counts for later begins.
   bool endsWithHiddenWindow() const { return endsWithHiddenWindow_; }
   void setEndsWithHiddenWindow(bool ends) { endsWithHiddenWindow_ = ends; }

@@ -1,4 +1,4 @@
-// Who is told that the user moved the selection of a completion pop-up.
+// Who is notified that the user moved the selection of a completion pop-up.
 #pragma once
 
 #include <optional>

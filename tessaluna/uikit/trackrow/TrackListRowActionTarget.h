@@ -1,4 +1,4 @@
-// Who is told of clicks on the controls of a track list's row. The row is known from the button that comes along.
+// Who is notified of clicks on the controls of a track list's row. The row is known from the button that comes along.
 #pragma once
 
 namespace TessalunaUIKit {

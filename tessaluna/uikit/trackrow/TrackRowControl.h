@@ -1,10 +1,10 @@
 // What the play, favorite and more controls of a track list's row share: a press that counts if it begins on the control and
-// ends over it, a hover state, and a target that is told.
+// ends over it, a hover state, and a target that is notified.
 //
 //   mouseInside  isPressed   state
 //   false        false       idle
 //   true         false       hover
-//   true         true        pressed        a release here tells the target
+//   true         true        pressed        a release here notifies the target
 //   false        true        pressed away   a release here does not
 //
 // The row itself is the host's: it sets what a control is to show and asks for the redraw. A control can be clicked while it
@@ -33,11 +33,11 @@ class TrackRowControl : public tessaluna::platform::NSView {
   bool hasMouseOnRow() const { return hasMouseOnRow_; }
   void setHasMouseOnRow(bool has) { hasMouseOnRow_ = has; }
 
-  // A press began on the control and is not over. Still true while the target is told.
+  // A press began on the control and is not over. Still true while the target is notified.
   bool isPressed() const { return isPressed_; }
   void setIsPressed(bool isPressed) { isPressed_ = isPressed; }
 
-  // Kept alive: a target that owns its buttons has to break that cycle itself. Absent: a click is swallowed.
+  // Kept alive: a target that owns its buttons has to break that cycle itself. Null: a click is swallowed.
   const tessaluna::platform::Ref<TrackListRowActionTarget>& target() const { return target_; }
   void setTarget(tessaluna::platform::Ref<TrackListRowActionTarget> target) { target_ = std::move(target); }
 
@@ -58,7 +58,7 @@ class TrackRowControl : public tessaluna::platform::NSView {
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingArea_;  // made once
   bool hasMouseOnRow_ = false;
   bool isPressed_ = false;
-  bool mouseInside_ = false;  // as far as events have told
+  bool mouseInside_ = false;  // as far as events have shown
 };
 
 }  // namespace TessalunaUIKit

@@ -6,7 +6,7 @@
 
 namespace TessalunaUIKit {
 
-// Before 10.10 a button did not tell its highlight; its cell's last press stood in. Wanted: without a cell that counts
+// Before 10.10 a button did not report its highlight; its cell's last press was used. Intentional: without a cell that counts
 // as pressed, because an absent value is not zero.
 inline bool looksPressed(const tessaluna::platform::NSButton& button) {
   if (tessaluna::platform::isOperatingSystemAtLeastVersion({10, 10, 0})) return button.isHighlighted();

@@ -24,7 +24,7 @@ constexpr Property properties[] = {property<&PlaybackSlider::setSeekable, "seeka
                                    property<&PlaybackSlider::setSeekTimeout, "seekTimeout">(),
                                    property<&PlaybackSlider::setTakesKeyboardAtPress, "takesKeyboardAtPress">()};
 
-// Whole seconds that have passed; 0 for what is no time.
+// Whole seconds that have passed; 0 for what is not a time.
 std::int64_t wholeSeconds(double seconds) {
   constexpr double longest = 1e15;
   return seconds > 0 ? static_cast<std::int64_t>(std::min(seconds, longest)) : 0;

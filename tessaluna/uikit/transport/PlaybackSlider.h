@@ -11,7 +11,7 @@
 // not move the knob. The last of them shows if the time passes. A song that begins ends all of that, a press too.
 //
 // A song whose length is absent, unknown or endless, has no knob and cannot be sought in. Time runs from left to right in every
-// layout. Resting on the track the pointer shows the time that a press there asks for, as a tool tip. While the knob is held, that
+// layout. Resting on the track the pointer shows the time that a press there asks for, as a tool tip. While the user holds the knob, that
 // time is above it.
 #pragma once
 
@@ -56,14 +56,14 @@ class PlaybackSlider : public tessaluna::platform::NSSlider, public tessaluna::p
   double requestedTime() const { return position(); }  // for the action
   bool isSeeking() const { return isPressed() || isUnconfirmed_; }
   void confirmSeek();
-  double seekTimeout() const { return seekTimeout_; }  // 2 at the start
+  double seekTimeout() const { return seekTimeout_; }  // 2 initially
   void setSeekTimeout(double seconds) { seekTimeout_ = seconds; }
 
-  // Whether the user may move the knob; on at the start. It also takes a song with a length.
+  // Whether the user may move the knob; on initially. It also takes a song with a length.
   bool isSeekable() const { return isSeekable_ && song_.seconds.has_value(); }
   void setSeekable(bool isSeekable);
 
-  // How far arrows, arrows with Shift, and Page keys go, in seconds: 5, 30 and 60 at the start. A notch of the wheel, and a
+  // How far arrows, arrows with Shift, and Page keys go, in seconds: 5, 30 and 60 initially. A notch of the wheel, and a
   // step of an assistive client, go as far as an arrow. Home and End go to the ends.
   struct Steps {
     double arrow = 5, shiftArrow = 30, page = 60;
@@ -71,7 +71,7 @@ class PlaybackSlider : public tessaluna::platform::NSSlider, public tessaluna::p
   const Steps& steps() const { return steps_; }
   void setSteps(Steps steps) { steps_ = steps; }
 
-  // Whether a press takes the keyboard from where it is, such as a list; off at the start. Keys always can.
+  // Whether a press takes the keyboard from where it is, such as a list; off initially. Keys always can.
   bool takesKeyboardAtPress() const override { return takesKeyboardAtPress_; }
   void setTakesKeyboardAtPress(bool takes) { takesKeyboardAtPress_ = takes; }
 

@@ -1,5 +1,5 @@
 // A small text above a point of a slider, in a window of its own, so that no edge cuts it off. It takes no clicks and is not
-// seen by assistive clients, who are told the same by the slider.
+// seen by assistive clients, which get the same from the slider.
 #pragma once
 
 #include <string>
