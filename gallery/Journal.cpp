@@ -12,9 +12,9 @@ Journal::Journal() {
 }
 
 void Journal::add(const std::string& line) {
-  constexpr int mostLines = 200;
+  constexpr int maxLines = 200;
   insertItem(0, QString("%1   %2").arg(++count_).arg(QString::fromStdString(line)));
-  if (count() > mostLines) delete takeItem(mostLines);
+  if (count() > maxLines) delete takeItem(maxLines);
 }
 
 Report Journal::addingTo(Report next) {

@@ -19,7 +19,7 @@ using tessaluna::ready::SideSection;
 
 namespace {
 
-constexpr int mostLines = 12;
+constexpr int maxLines = 12;
 
 std::string textOf(int lines) {
   constexpr std::string_view tracks[] = {"Morning tide", "Glass harbor",  "Seven lanterns", "Slow orbit",
@@ -105,7 +105,7 @@ SectionsHost::SectionsHost() : places_(std::make_shared<Places>()), sideBar_(mak
 }
 
 int SectionsHost::setLines(int lines) {
-  lines_ = std::clamp(lines, 1, mostLines);
+  lines_ = std::clamp(lines, 1, maxLines);
   places_->upNext->setStringValue(textOf(lines_));
   return lines_;
 }

@@ -14,8 +14,8 @@ using tessaluna::platform::ConstraintSolver;
 using Rule = ConstraintSolver::Rule;
 
 constexpr int variables = 8;
-constexpr std::size_t mostRules = 40;
-constexpr long mostPivots = 200000;
+constexpr std::size_t maxRules = 40;
+constexpr long maxPivots = 200000;
 
 struct Known {
   Rule rule;
@@ -68,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::vector<Known> rules;
   while (!input.isAtEnd()) {
     const unsigned kind = input.below(8);
-    if (rules.empty() || (kind < 4 && rules.size() < mostRules)) {
+    if (rules.empty() || (kind < 4 && rules.size() < maxRules)) {
       rules.push_back({ruleFrom(input), {}});
       rules.back().constraint = solver.add(rules.back().rule);
     } else if (kind < 6) {
@@ -84,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       checkRequired(solver, rules);
       solver.takeChanges();
     }
-    require(solver.pivotCount() < mostPivots, "it walks in a circle");
+    require(solver.pivotCount() < maxPivots, "it walks in a circle");
   }
   solver.solve();
   checkRequired(solver, rules);

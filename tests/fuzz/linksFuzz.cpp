@@ -31,10 +31,10 @@ class Target : public TessalunaUIKit::LinkTextFieldActionTarget {
  public:
   void linkClicked(std::size_t element, MultipleLinksTextField& sender) override {
     // The list may have changed since the pointer moved; what was in no list was never a link.
-    if (element >= mostElements) stopProgram("a click on an element that there never was");
+    if (element >= maxElements) stopProgram("a click on an element that there never was");
     sender.setIsPressed(false);
   }
-  std::size_t mostElements = 0;
+  std::size_t maxElements = 0;
 };
 
 // A few strings, each of the bytes up to one that ends it.
@@ -73,12 +73,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       make<NSWindow>(CGRect{0, 0, 400, 40}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, /*defer=*/true);
   window->contentView()->addSubview(field);
   window->orderFront(nullptr);
-  constexpr int mostSteps = 40;
-  for (int step = 0; step < mostSteps && !input.isAtEnd(); ++step) {
+  constexpr int maxSteps = 40;
+  for (int step = 0; step < maxSteps && !input.isAtEnd(); ++step) {
     switch (input.below(12)) {
       case 0: {
         const std::vector<std::string> now = strings(input);
-        target->mostElements = std::max(target->mostElements, now.size());
+        target->maxElements = std::max(target->maxElements, now.size());
         field->setStringValues(now);
         break;
       }

@@ -16,7 +16,7 @@ using tessaluna::backend::raster::Bitmap;
 using tessaluna::backend::raster::RasterCanvas;
 
 // More would only repeat what these do, and take longer.
-constexpr int mostOperations = 48, mostSegments = 24;
+constexpr int maxOperations = 48, maxSegments = 24;
 constexpr int width = 48, height = 40;
 
 CGPoint readPoint(FuzzInput& in) {
@@ -55,7 +55,7 @@ Path readPath(FuzzInput& in) {
   }
   Path path;
   path.moveTo(readPoint(in));
-  for (unsigned left = in.below(mostSegments); left > 0; --left) {
+  for (unsigned left = in.below(maxSegments); left > 0; --left) {
     switch (in.below(8)) {
       case 0: path.moveTo(readPoint(in)); break;
       case 1: path.close(); break;
@@ -184,7 +184,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   auto bitmap = Bitmap::make(width, height);
   const double scale = in.flag() ? 1 : in.number();
   RasterCanvas canvas(*bitmap, {.scale = scale});
-  for (int i = 0; i < mostOperations && !in.isAtEnd(); ++i) operate(canvas, in);
+  for (int i = 0; i < maxOperations && !in.isAtEnd(); ++i) operate(canvas, in);
   checkPixels(*bitmap);
   checkStillPaints(canvas, *bitmap);
   return 0;

@@ -29,11 +29,11 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr int mostSeconds = 60;
-constexpr long mostKilobytes = 2048 * 1024;  // freed memory stays in quarantine
+constexpr int maxSeconds = 60;
+constexpr long maxKilobytes = 2048 * 1024;  // freed memory stays in quarantine
 #else
-constexpr int mostSeconds = 10;
-constexpr long mostKilobytes = 384 * 1024;
+constexpr int maxSeconds = 10;
+constexpr long maxKilobytes = 384 * 1024;
 #endif
 
 // The input at work, for the handlers of signals, which can do little.
@@ -67,7 +67,7 @@ void setTimeLimit(int seconds) {
 
 void run(const std::string& name, const Bytes& bytes) {
   std::snprintf(current, sizeof current, "%s", name.c_str());
-  setTimeLimit(mostSeconds);
+  setTimeLimit(maxSeconds);
   // A copy of the exact size, so that a sanitizer sees reads beyond its end.
   const Bytes exact(bytes.begin(), bytes.end());
   currentBytes = &exact;
@@ -75,7 +75,7 @@ void run(const std::string& name, const Bytes& bytes) {
   setTimeLimit(0);
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
-  if (usage.ru_maxrss > mostKilobytes) {
+  if (usage.ru_maxrss > maxKilobytes) {
     std::fprintf(stderr, "replay: %s took the memory to %ld kilobytes\n", current, usage.ru_maxrss);
     std::abort();
   }

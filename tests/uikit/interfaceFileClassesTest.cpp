@@ -204,10 +204,10 @@ TEST_F(interfaceFileClassesTest, AnUnknownKeyOrPropertyIsAnError) {
   EXPECT_EQ(errorOf(R"({"class": "TessalunaUIKit.TrackRowMoreButton", "id": "a", "properties": {"isFavorite": true}})"),
             "\"a\" has no property \"isFavorite\"");
   EXPECT_EQ(errorOf(R"({"class": "TessalunaUIKit.PrevNextButton", "id": "a", "properties": {"next": 1}})"),
-            "the property \"next\" of \"a\" has a value of another kind");
+            "the property \"next\" of \"a\" has a value of the wrong type");
   EXPECT_EQ(errorOf(R"({"class": "TessalunaUIKit.MultipleLinksTextField", "id": "a",
                         "properties": {"stringValues": ["b", 1]}})"),
-            "the property \"stringValues\" of \"a\" has a value of another kind");
+            "the property \"stringValues\" of \"a\" has a value of the wrong type");
 }
 
 TEST_F(interfaceFileClassesTest, TheTargetOfATrackRowControlOrOfLinksIsNoOutletAndThatOfAButtonIs) {

@@ -222,7 +222,7 @@ Ref<NSText> NSTextFieldCell::editor() const {
   return editor && editor->delegate() ? editor : nullptr;
 }
 
-// As the text's first character is aligned.
+// Those of the text's first character.
 NSAttributes NSTextFieldCell::attributesOfText() const {
   const auto text = attributedStringValue();
   return text->length() > 0 ? text->attributesAtIndex(0) : plainAttributes();

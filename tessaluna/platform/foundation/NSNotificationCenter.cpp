@@ -10,11 +10,11 @@ const ClassInfo NSNotificationCenter::staticClassInfo{.name = "NSNotificationCen
 class NSNotificationCenter::Observer : public NSObject {
  public:
   Observer(std::string_view name, const Ref<NSObject>& object, Block block)
-      : block(std::move(block)), name_(name), object_(object), hearsOfAllObjects_(!object) {}
+      : block(std::move(block)), name_(name), object_(object), observesAllObjects_(!object) {}
 
   bool hearsOf(std::string_view name, const NSObject* object) const {
     if (!name_.empty() && name_ != name) return false;
-    return hearsOfAllObjects_ || (object && object_.lock().get() == object);
+    return observesAllObjects_ || (object && object_.lock().get() == object);
   }
 
   const Block block;
@@ -23,7 +23,7 @@ class NSNotificationCenter::Observer : public NSObject {
  private:
   std::string name_;
   WeakRef<NSObject> object_;
-  bool hearsOfAllObjects_;  // one whose object was destroyed observes nothing
+  bool observesAllObjects_;  // one whose object was destroyed observes nothing
 };
 
 NSNotificationCenter& NSNotificationCenter::defaultCenter() {

@@ -8,7 +8,7 @@ const ClassInfo NSSortDescriptor::staticClassInfo{.name = "NSSortDescriptor", .b
 
 NSSortDescriptor::NSSortDescriptor(NSCoder& coder)
     : key_(coder.decodeStringForKey("key").value_or("")), ascending_(coder.boolForKey("ascending").value_or(true)) {
-  if (key_.empty()) coder.fail("NSSortDescriptor: a descriptor without a key");
+  if (key_.empty()) coder.fail("NSSortDescriptor: a descriptor needs a key");
 }
 
 bool NSSortDescriptor::isEqual(const NSObject* other) const {

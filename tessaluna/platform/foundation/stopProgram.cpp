@@ -43,6 +43,6 @@ void stopUnimplementedInitializer(std::string_view className, std::string_view i
   stopProgram(std::string(className) + ": use of unimplemented initializer " + std::string(initializer));
 }
 
-void unreachable() { stopProgram("reached a state that cannot be"); }
+void unreachable() { stopProgram("reached an impossible state"); }
 
 }  // namespace tessaluna::platform

@@ -57,12 +57,12 @@ namespace {
 // Which tiles touch the area, counted in columns and rows from the origin. Empty where nothing is to be seen, and for more
 // tiles than any screen has room for.
 CGRect tilesUnder(CGRect area, CGSize tile) {
-  constexpr double most = 1 << 20;
+  constexpr double maxTiles = 1 << 20;
   if (NSIsEmptyRect({{}, tile}) || NSIsEmptyRect(area)) return {};
   const double left = std::floor(area.origin.x / tile.width), bottom = std::floor(area.origin.y / tile.height);
   const double right = std::ceil(CGRectGetMaxX(area) / tile.width), top = std::ceil(CGRectGetMaxY(area) / tile.height);
   const double count = (right - left) * (top - bottom);
-  return count <= most ? CGRect{left, bottom, right - left, top - bottom} : CGRect{};  // false for NaN
+  return count <= maxTiles ? CGRect{left, bottom, right - left, top - bottom} : CGRect{};  // none for NaN
 }
 
 }  // namespace

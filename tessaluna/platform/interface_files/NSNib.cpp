@@ -36,7 +36,7 @@ class Loader {
       if (Ref<NSObject> made = makeObject(object, 0)) contents.topLevelObjects.push_back(std::move(made));
     if (const std::optional<NSCoder> outlets = objectBelow(document, "owner", "the document")) {
       if (owner_) connectOutlets(*owner_, *outlets, "the owner");
-      else fail("there are outlets of an owner, but no owner");
+      else fail("the document has outlets of an owner, but there is no owner");
     }
     for (const Made& made : made_)
       if (made.outlets) connectOutlets(*made.object, *made.outlets, made.place);
@@ -57,7 +57,7 @@ class Loader {
   struct Made {
     Ref<NSObject> object;
     std::optional<NSCoder> outlets;
-    std::string place;  // how an error calls it
+    std::string place;  // how an error names it
   };
 
   void fail(std::string reason) {
@@ -71,11 +71,12 @@ class Loader {
     return result;
   }
 
-  // How an error calls the next object.
+  // How an error names the next object.
   std::string placeOf(const NSCoder& source) {
     const std::string id = source.decodeStringForKey("id").value_or("");
-    const std::string className = source.decodeStringForKey("class").value_or("object");
-    return id.empty() ? "the " + className + " that is number " + std::to_string(made_.size() + 1) : "\"" + id + "\"";
+    if (!id.empty()) return "\"" + id + "\"";
+    const std::optional<std::string> className = source.decodeStringForKey("class");
+    return "object " + std::to_string(made_.size() + 1) + (className ? " (" + *className + ")" : "");
   }
 
   Ref<NSObject> makeObject(const NSCoder& source, int depth) {
@@ -91,9 +92,9 @@ class Loader {
 
   // What is said of an object that was just made from the coder, besides what its class has read. False after an error.
   bool finishObject(const Ref<NSObject>& object, NSCoder& coder, const std::string& place, int depth) {
-    if (depth > deepestNesting) fail(place + " is nested too deep");
+    if (depth > deepestNesting) fail(place + " is nested too deeply");
     const std::string id = coder.decodeStringForKey("id").value_or("");
-    if (!id.empty() && (id == ownerId || !byId_.emplace(id, object).second)) fail("the id \"" + id + "\" is given twice");
+    if (!id.empty() && (id == ownerId || !byId_.emplace(id, object).second)) fail("the id \"" + id + "\" is used twice");
     if (error_) return false;
     made_.push_back({object, objectBelow(coder, "outlets", place), place});
     setProperties(*object, coder, place);
@@ -103,7 +104,7 @@ class Loader {
   }
 
   void checkKeys(const ClassInfo& info, NSCoder& coder, const std::string& place) {
-    if (const auto key = coder.firstMisfitKey()) fail("\"" + *key + "\" of " + place + " has a value of another kind");
+    if (const auto key = coder.firstMisfitKey()) fail("\"" + *key + "\" of " + place + " has a value of the wrong type");
     const std::vector<std::string> keys = coder.allKeys();
     for (const std::string& key : keys) {
       const bool isOurs = std::find(std::begin(loaderKeys), std::end(loaderKeys), key) != std::end(loaderKeys);
@@ -119,7 +120,7 @@ class Loader {
       const Property* property = findMember(&object.classInfo(), &ClassInfo::properties, &Property::name, name);
       if (!property) fail(place + " has no property \"" + name + "\"");
       else if (!property->set(object, *properties))
-        fail("the property \"" + name + "\" of " + place + " has a value of another kind");
+        fail("the property \"" + name + "\" of " + place + " has a value of the wrong type");
     }
   }
 
@@ -158,9 +159,9 @@ class Loader {
       const auto found = byId_.find(id.value_or(""));
       const Ref<NSObject> other = id == ownerId ? owner_ : found == byId_.end() ? nullptr : found->second;
       if (!outlet) fail(place + " has no outlet \"" + name + "\"");
-      else if (!other) fail("the outlet \"" + name + "\" of " + place + " names no object of the document");
+      else if (!other) fail("the outlet \"" + name + "\" of " + place + " refers to an unknown object");
       else if (!outlet->connect(object, other))
-        fail("the outlet \"" + name + "\" of " + place + " cannot hold a " + other->className());
+        fail("the outlet \"" + name + "\" of " + place + " cannot refer to a " + other->className());
     }
   }
 

@@ -57,7 +57,7 @@ std::string_view nameOf(NSLayoutAttribute attribute) {
 }
 
 std::string nameOf(const NSView* view) {
-  if (!view) return "a view that has gone";
+  if (!view) return "a destroyed view";
   return view->className() + (view->identifier().empty() ? "" : " \"" + view->identifier() + "\"");
 }
 
@@ -89,7 +89,7 @@ Ref<NSLayoutConstraint> NSLayoutConstraint::constraintWithItem(const Ref<NSView>
   result->constant_ = constant;
   if (!item) stopProgram("NSLayoutConstraint: a constraint needs an item");
   if (const auto problem = result->problem()) stopProgram("NSLayoutConstraint: " + *problem);
-  if (!result->isComplete()) stopProgram("NSLayoutConstraint: the second attribute is of no item");
+  if (!result->isComplete()) stopProgram("NSLayoutConstraint: the second attribute has no item");
   return result;
 }
 
@@ -102,7 +102,7 @@ NSLayoutConstraint::NSLayoutConstraint(NSCoder& coder)
       constant_(coder.decodeDoubleForKey("constant")),
       priority_(coder.numberForKey("priority").value_or(NSLayoutPriorityRequired)),
       identifier_(coder.decodeStringForKey("identifier").value_or("")) {
-  if (!isPriority(priority_)) coder.fail("a priority is above 0 and at most 1000");
+  if (!isPriority(priority_)) coder.fail("the priority must be above 0 and at most 1000");
 }
 
 NSLayoutConstraint::~NSLayoutConstraint() = default;
@@ -112,12 +112,12 @@ std::optional<std::string> NSLayoutConstraint::problem() const {
   const Measure first = measureOf(firstAttribute_), second = measureOf(secondAttribute_);
   if (first == Measure::None) return "a constraint needs an attribute of its first item";
   if (second == Measure::None && first != Measure::Size)
-    return "the attribute " + std::string(nameOf(firstAttribute_)) + " needs a second item's to be measured from";
+    return "the attribute " + std::string(nameOf(firstAttribute_)) + " needs an attribute of a second item";
   if (second != Measure::None && !goTogether(first, second))
     return "the attributes " + std::string(nameOf(firstAttribute_)) + " and " + std::string(nameOf(secondAttribute_)) +
-           " do not go together";
-  if (!std::isfinite(multiplier_) || multiplier_ == 0) return "a multiplier is finite and not 0";
-  if (!std::isfinite(constant_)) return "a constant is finite";
+           " cannot be combined";
+  if (!std::isfinite(multiplier_) || multiplier_ == 0) return "the multiplier must be finite and not 0";
+  if (!std::isfinite(constant_)) return "the constant must be finite";
   return std::nullopt;
 }
 
@@ -129,7 +129,7 @@ std::optional<std::string> NSLayoutConstraint::nibProblem() const {
   if (const auto wrong = problem()) return wrong;
   if (!isComplete()) return "a constraint needs an item for each of its attributes";
   if (holder_ && !(firstItem()->isDescendantOf(holder_) && (!secondItem() || secondItem()->isDescendantOf(holder_))))
-    return "a constraint is held by a view that has both items in it";
+    return "a constraint belongs to a view that contains both items";
   return std::nullopt;
 }
 
@@ -149,12 +149,12 @@ void NSLayoutConstraint::itemDidCome() {
 }
 
 void NSLayoutConstraint::setConstant(CGFloat constant) {
-  if (!std::isfinite(constant)) stopProgram("NSLayoutConstraint: a constant is finite");
+  if (!std::isfinite(constant)) stopProgram("NSLayoutConstraint: the constant must be finite");
   if (std::exchange(constant_, constant) != constant && engine_) engine_->constantDidChange(*this);
 }
 
 void NSLayoutConstraint::setPriority(NSLayoutPriority priority) {
-  if (!isPriority(priority)) stopProgram("NSLayoutConstraint: a priority is above 0 and at most 1000");
+  if (!isPriority(priority)) stopProgram("NSLayoutConstraint: the priority must be above 0 and at most 1000");
   if (std::exchange(priority_, priority) != priority && engine_) engine_->ruleDidChange(*this);
 }
 
@@ -180,7 +180,7 @@ void NSLayoutConstraint::setActive(bool isActive) {
   const Ref<NSLayoutConstraint> self = refTo(*this);
   if (!isActive) return holder_->removeConstraint(self);
   NSView* holder = nearestHolder();
-  if (!holder) stopProgram("NSLayoutConstraint: " + description() + " was activated, but no view has its items in it");
+  if (!holder) stopProgram("NSLayoutConstraint: " + description() + " was activated, but no view contains its items");
   holder->addConstraint(self);
 }
 

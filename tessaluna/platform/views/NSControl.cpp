@@ -49,7 +49,7 @@ NSControl::NSControl(NSCoder& coder) : NSView(coder) {
     const Ref<NSObject> object = makeObjectOfClass(*className, *cellCoder_);
     cell_ = std::dynamic_pointer_cast<NSCell>(object);
     if (!object) coder.fail("its cell: " + cellCoder_->failure().value_or("could not be made"));
-    else if (!cell_) coder.fail("its cell: " + object->className() + " is no cell");
+    else if (!cell_) coder.fail("its cell: " + object->className() + " is not a cell");
   }
   setAction(coder.decodeStringForKey("action").value_or(""));
 }

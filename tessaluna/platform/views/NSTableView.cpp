@@ -42,7 +42,7 @@ const ClassInfo NSTableView::staticClassInfo{.name = "NSTableView",
 namespace {
 
 // More views than this of one kind are not kept for later: a list that was once tall does not hold on to its views.
-constexpr std::size_t mostInReserve = 8;
+constexpr std::size_t maxInReserve = 8;
 
 // Of all cells in a row. A cell view is asked, as it may show its ground in its own way.
 void setBackgroundStyleOf(NSView& view, NSBackgroundStyle style) {
@@ -183,7 +183,7 @@ void NSTableView::takeRowView(std::size_t row) {
 
 void NSTableView::trimReserve() {
   for (auto& [identifier, views] : reserve_)
-    if (views.size() > mostInReserve) views.resize(mostInReserve);
+    if (views.size() > maxInReserve) views.resize(maxInReserve);
 }
 
 void NSTableView::showRowsIn(CGRect rect) {

@@ -330,7 +330,7 @@ void SuggestionsWindowController::layoutSuggestions() {
     const ItemRef item = makeItem(suggestion);
     const auto view = std::dynamic_pointer_cast<HighlightingView>(item->view());
     if (!view)
-      stopProgram("TessalunaUIKit.SuggestionsWindowController: the root of a row is no HighlightingView but a " +
+      stopProgram("TessalunaUIKit.SuggestionsWindowController: the root of a row is not a HighlightingView but a " +
                   item->view()->className());
     if (viewControllers_->empty()) setSelectedView(view);
     height = view->frame().size.height;

@@ -188,29 +188,28 @@ TEST_F(NSNibTest, ABadDocumentIsAClearError) {
       {"{}", "\"objects\" is not an array of objects"},
       {R"({"objects": [3]})", "\"objects\" is not an array of objects"},
       {R"({"objects": [], "object": {}})", "the document has an unknown key \"object\""},
-      {R"({"objects": [{}]})", "the object that is number 1 has no class"},
-      {R"({"objects": [{"class": "Nobody"}]})", "the Nobody that is number 1: unknown class \"Nobody\""},
-      {R"({"objects": [{"id": "a", "class": "NSView"}, {"id": "a", "class": "NSView"}]})", "the id \"a\" is given twice"},
-      {R"({"objects": [{"id": "owner", "class": "NSView"}]})", "the id \"owner\" is given twice"},
-      {R"({"objects": [{"id": 1, "class": "NSView"}]})",
-       "\"id\" of the NSView that is number 1 has a value of another kind"},
-      {R"({"owner": {"view": "b"}, "objects": []})", "the outlet \"view\" of the owner names no object of the document"},
+      {R"({"objects": [{}]})", "object 1 has no class"},
+      {R"({"objects": [{"class": "Nobody"}]})", "object 1 (Nobody): unknown class \"Nobody\""},
+      {R"({"objects": [{"id": "a", "class": "NSView"}, {"id": "a", "class": "NSView"}]})", "the id \"a\" is used twice"},
+      {R"({"objects": [{"id": "owner", "class": "NSView"}]})", "the id \"owner\" is used twice"},
+      {R"({"objects": [{"id": 1, "class": "NSView"}]})", "\"id\" of object 1 (NSView) has a value of the wrong type"},
+      {R"({"owner": {"view": "b"}, "objects": []})", "the outlet \"view\" of the owner refers to an unknown object"},
       {R"({"owner": {"nothing": "a"}, "objects": [{"id": "a", "class": "NSView"}]})", "the owner has no outlet \"nothing\""},
       {R"({"owner": {"field": "a"}, "objects": [{"id": "a", "class": "NSView"}]})",
-       "the outlet \"field\" of the owner cannot hold a NSView"},
+       "the outlet \"field\" of the owner cannot refer to a NSView"},
       {R"({"owner": 1, "objects": []})", "\"owner\" of the document is not an object"},
       {R"({"objects": [{"id": "a", "class": "NSView", "outlets": []}]})", "\"outlets\" of \"a\" is not an object"},
       {R"({"objects": [{"id": "a", "class": "NSView", "properties": {"x": 1}}]})", "\"a\" has no property \"x\""},
       {R"({"objects": [{"id": "a", "class": "NSView", "properties": []}]})", "\"properties\" of \"a\" is not an object"},
       {R"({"objects": [{"id": "a", "class": "NSView", "colour": 1}]})", "\"a\" has an unknown key \"colour\""},
       {R"({"objects": [{"id": "a", "class": "NSView", "frame": [0, 0, 1]}]})",
-       "\"frame\" of \"a\" has a value of another kind"},
+       "\"frame\" of \"a\" has a value of the wrong type"},
       {R"({"objects": [{"id": "a", "class": "NSView", "hidden": "yes"}]})",
-       "\"hidden\" of \"a\" has a value of another kind"},
+       "\"hidden\" of \"a\" has a value of the wrong type"},
       {R"({"objects": [{"id": "a", "class": "NSView", "autoresizingMask": 1.5}]})",
-       "\"autoresizingMask\" of \"a\" has a value of another kind"},
+       "\"autoresizingMask\" of \"a\" has a value of the wrong type"},
       {R"({"objects": [{"id": "a", "class": "NSImageView", "imageScaling": 9}]})",
-       "\"imageScaling\" of \"a\" has a value of another kind"},
+       "\"imageScaling\" of \"a\" has a value of the wrong type"},
       {R"({"objects": [{"id": "a", "class": "NSView", "subviews": 1}]})",
        "\"subviews\" of \"a\" is not an array of objects"},
       {R"({"objects": [{"id": "a", "class": "NSView", "subviews": [{"class": "NSCell"}]}]})",
@@ -224,12 +223,13 @@ TEST_F(NSNibTest, ABadDocumentIsAClearError) {
       {R"({"objects": [{"id": "a", "class": "NSTextField", "cell": {"class": "Nobody"}}]})",
        "\"a\": its cell: unknown class \"Nobody\""},
       {R"({"objects": [{"id": "a", "class": "NSTextField", "cell": {"class": "NSView"}}]})",
-       "\"a\": its cell: NSView is no cell"},
-      {R"({"objects": [{"id": "a", "class": "NSTextField", "cell": 1}]})", "\"cell\" of \"a\" has a value of another kind"},
+       "\"a\": its cell: NSView is not a cell"},
+      {R"({"objects": [{"id": "a", "class": "NSTextField", "cell": 1}]})",
+       "\"cell\" of \"a\" has a value of the wrong type"},
       {R"({"objects": [{"id": "a", "class": "NSTextField", "cell": {"titel": "x"}}]})",
        "the cell of \"a\" has an unknown key \"titel\""},
       {R"({"objects": [{"id": "a", "class": "NSTextField", "cell": {"class": "NSTextFieldCell", "fontSize": "13"}}]})",
-       "\"fontSize\" of the cell of \"a\" has a value of another kind"},
+       "\"fontSize\" of the cell of \"a\" has a value of the wrong type"},
   };
   for (const auto& [json, error] : cases) EXPECT_EQ(errorOf(json), error) << json;
   EXPECT_TRUE(awakened.empty());
@@ -266,7 +266,7 @@ TEST_F(NSNibTest, APropertyOfAnotherKindIsAnError) {
   for (const std::string property : badValues) {
     const std::string name = property.substr(0, property.find(':'));
     const std::string json = R"({"objects": [{"id": "a", "class": "Test.Owner", "properties": {)" + property + "}}]}";
-    EXPECT_EQ(errorOf(json), "the property " + name + " of \"a\" has a value of another kind") << property;
+    EXPECT_EQ(errorOf(json), "the property " + name + " of \"a\" has a value of the wrong type") << property;
   }
 }
 
@@ -345,7 +345,7 @@ TEST_F(NSNibTest, DeepNestingIsAnErrorAndNoCrash) {
   for (int i = 0; i < 5000; ++i) json += R"({"class": "NSView", "subviews": [)";
   for (int i = 0; i < 5000; ++i) json += "]}";
   json += "]}";
-  EXPECT_EQ(errorOf(json), "the NSView that is number 102 is nested too deep");
+  EXPECT_EQ(errorOf(json), "object 102 (NSView) is nested too deeply");
 }
 
 // Pieces of good documents put together at random: whatever comes of it is objects or an error.

@@ -589,7 +589,7 @@ TEST_F(SuggestionsWindowControllerDeathTest, AVisiblePopUpWithoutAFieldThatIsToM
 TEST_F(SuggestionsWindowControllerDeathTest, ARowOfAnotherClass) {
   NSNib::registerFactory("row", [](NSObject&) { return make<NSView>(CGRect{}); });
   controller->setSuggestions(suggestionsNamed({"a"}));
-  EXPECT_DEATH(controller->beginForTextField(field), "the root of a row is no HighlightingView but a NSView");
+  EXPECT_DEATH(controller->beginForTextField(field), "the root of a row is not a HighlightingView but a NSView");
 }
 
 TEST_F(SuggestionsWindowControllerDeathTest, WithoutAPrototypeTheRowsNameIsThatOfTheirControllersClass) {
