@@ -49,7 +49,7 @@ class WindowClient {
   virtual void nativeCloseRequested() = 0;
   // Takes what the user does.
   virtual platform::WindowInput& input() = 0;
-  // The window that the events of the native one name; null while it goes.
+  // The window that the events of the native one name; null while it is being destroyed.
   virtual std::shared_ptr<platform::NSWindow> eventWindow() = 0;
 };
 

@@ -1,4 +1,4 @@
-// What a user did, as plain values: a backend fills them in and hands them to the window (WindowInput), which decides what
+// What a user did, as plain values: a backend fills them in and passes them to the window (WindowInput), which decides what
 // becomes of them. Places count points from the upper left corner of the window's content, y down. Modifiers are the flags
 // of events.
 #pragma once

@@ -1,4 +1,4 @@
-// What a backend knows of text: which families are there, how a line is shaped, and what its glyphs look like. Text comes in
+// What a backend knows of text: which families exist, how a line is shaped, and what its glyphs look like. Text comes in
 // UTF-16; a lone surrogate is shaped as one character. All measures are in points, y up from the baseline.
 #pragma once
 

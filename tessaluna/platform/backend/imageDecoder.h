@@ -12,7 +12,7 @@ namespace tessaluna::backend {
 // Null for bytes that hold no picture, are cut off, or claim too many pixels.
 using ImageDecoder = std::shared_ptr<const ImagePixels> (*)(std::span<const std::byte> bytes);
 
-// Null initially. A backend that is there decodes by itself.
+// Null initially. A backend, once made, decodes itself.
 void setImageDecoderWithoutBackend(ImageDecoder decoder);
 ImageDecoder imageDecoderWithoutBackend();
 

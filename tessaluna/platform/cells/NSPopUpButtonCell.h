@@ -48,7 +48,7 @@ class NSPopUpButtonCell : public NSButtonCell {
   void removeItemAtIndex(std::size_t index) { menu_->removeItemAtIndex(index); }
   void removeAllItems() { menu_->removeAllItems(); }
 
-  // The first item until another is selected, or when the selected one has gone; null for none. Nothing is sent.
+  // The first item until another is selected, or when the selected one was removed; null for none. Nothing is sent.
   Ref<NSMenuItem> selectedItem() const;
   std::optional<std::size_t> indexOfSelectedItem() const;
   std::string titleOfSelectedItem() const;

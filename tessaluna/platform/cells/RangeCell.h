@@ -1,5 +1,5 @@
 // What the cells of sliders and of level indicators share: a value between two limits, marks at equal distances from one limit
-// to the other, and what assistive clients meet, who see the value as a number and change it where the user may.
+// to the other, and what assistive clients find: they see the value as a number and change it where the user may.
 #pragma once
 
 #include <cstddef>

@@ -4,9 +4,9 @@
 //   next->setAction([this] { player_.next(); });
 // The mouse, keys, a row of a pop-up and assistive clients send it alike.
 //
-// The sender keeps its function until it gets another action or goes, and a call that has begun keeps it, too: it may let the
-// sender go or replace itself. Where it keeps the sender alive by a Ref, neither ever goes. What it throws goes through the
-// sender to whoever handed the event in; Qt lets nothing through its event loop, so in a Qt program it catches all itself.
+// The sender keeps its function until it gets another action or is destroyed. A call that has begun keeps the function, too, so it
+// may release the sender or replace itself. If it keeps the sender alive by a Ref, neither is ever destroyed. An exception passes
+// through the sender to whoever sent the event; Qt lets none through its event loop, so in a Qt program catch inside the function.
 #pragma once
 
 #include <functional>
@@ -31,8 +31,8 @@ class ActionSender {
   // Target and action of another sender; both share its function. So do the items of a pop-up cell and of its copy.
   void takeActionFrom(const ActionSender& other) { *this = other; }
 
-  // Gets one line for each action that nobody performs, or whose target has gone, when it is sent. Without one, debug builds
-  // write it to standard error. Null takes it back.
+  // Gets one line for each action that nobody performs, or whose target was destroyed, when it is sent. Without one, debug builds
+  // write it to standard error. Null restores that.
   static void setUnansweredActionHandler(std::function<void(const std::string& line)> handler);
 
  protected:
@@ -40,8 +40,8 @@ class ActionSender {
   ActionSender(const ActionSender&) = default;
   ActionSender& operator=(const ActionSender&) = default;
   ~ActionSender() = default;
-  // Performs the action at the target, or with none along the responder chain. False if nobody has it. The sender may have gone
-  // afterwards.
+  // Performs the action at the target, or without one along the responder chain. False if nobody has it. The sender may be
+  // destroyed afterwards.
   bool send(std::string_view action, const Ref<NSObject>& target, NSObject& sender) const;
 
  private:

@@ -31,7 +31,7 @@ class NSTrackingArea : public NSObject {
 
   using UserInfo = std::map<std::string, Ref<NSObject>, std::less<>>;
 
-  // The rectangle is in the view's coordinates. The owner is not kept alive; events for one that has gone are dropped.
+  // The rectangle is in the view's coordinates. The owner is not kept alive; events for a destroyed one are dropped.
   NSTrackingArea(CGRect rect, std::uint32_t options, const Ref<NSResponder>& owner, UserInfo userInfo = {});
 
   CGRect rect() const { return rect_; }

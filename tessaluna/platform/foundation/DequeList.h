@@ -1,5 +1,5 @@
 // A list in one piece of memory that is as quickly emptied from its front as from its back: a removal moves what lies on the
-// shorter side. Views keep their subviews and tracking areas in it, which are often thrown away in the order in which they
+// shorter side. Views keep their subviews and tracking areas in it, which are often removed in the order in which they
 // were added.
 #pragma once
 

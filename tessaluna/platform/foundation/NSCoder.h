@@ -4,7 +4,7 @@
 //
 // Rectangles are arrays [x, y, width, height], sizes and points arrays of two, all in points.
 //
-// A coder remembers what it was asked, so that whoever handed it out can report the keys that nobody knows.
+// A coder remembers what it was asked, so that whoever made it can report unknown keys.
 #pragma once
 
 #include <cstdint>

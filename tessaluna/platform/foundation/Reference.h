@@ -1,8 +1,8 @@
-// The four ways in which one object holds another or a value that it needs.
-//   Ref       keeps it alive; empty is absent
-//   WeakRef   does not; lock() is absent once it has gone
-//   Unowned   does not, and its use after the object has gone stops the program
-//   Required  a member that starts absent and must be there when it is used; any type
+// The ways in which one object refers to another, or to a value that it needs.
+//   Ref       keeps it alive; may be null
+//   WeakRef   does not; lock() is null once it was destroyed
+//   Unowned   does not; using it after the object was destroyed stops the program
+//   Required  a member that is absent at first and must be set before it is used; any type
 //   Uncopied  a member that a copy of its owner starts without; any type
 #pragma once
 

@@ -19,7 +19,7 @@ class NSAffineTransform : public NSObject {
   void scaleBy(CGFloat factor) { scaleXBy(factor, factor); }
   void scaleXBy(CGFloat x, CGFloat y);
   void rotateByDegrees(CGFloat degrees);                  // counterclockwise with y up
-  void appendTransform(const NSAffineTransform& other);   // after those that are there
+  void appendTransform(const NSAffineTransform& other);   // after the existing ones
   void prependTransform(const NSAffineTransform& other);  // before them
   void invert();                                          // stops the program for a transform that flattens the plane
 

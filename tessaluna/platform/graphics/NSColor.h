@@ -74,7 +74,7 @@ class NSColor : public NSObject {
 
   bool isEqual(const NSObject* other) const override;
 
-  // What a canvas is handed: the components of this moment, and the name.
+  // What a canvas gets: the current components, and the name.
   backend::Color components() const;
 
   struct Value {

@@ -6,7 +6,7 @@
 
 namespace tessaluna::platform {
 
-// How a source combines with what is there; the values are the published ones.
+// How a source combines with the pixels below; the values are the published ones.
 enum NSCompositingOperation {
   NSCompositingOperationClear = 0,
   NSCompositingOperationCopy = 1,

@@ -1,4 +1,4 @@
-// The classes that an interface file may name. The platform's own are there from the start; a library or a host adds its
+// The classes that an interface file may name. The platform's own are known from the beginning; a library or a host adds its
 // own, once, before its first interface file is used.
 #pragma once
 

@@ -32,7 +32,7 @@ class ConstraintSolver {
     double constant = 0;
     double priority = required;
   };
-  // Required constraints that cannot hold together. Of them the one that was added last is set aside: it is as if it were
+  // Required constraints that contradict each other. Of them the one that was added last is set aside: it is as if it were
   // absent, until a change lets it hold again.
   struct Conflict {
     Constraint setAside;

@@ -50,7 +50,7 @@ class Simplex {
   // The row gives the entering parameter from now on.
   void exchange(int row, int entering);
   void stopMending(int row);
-  void giveUp();  // takes what is there for feasible and best
+  void giveUp();  // takes the current solution as feasible and optimal
 
   const Tableau::Row& row(int index) const { return tableau_.row(index); }
   double valueOf(int symbol) const { return tableau_.valueOf(symbol); }

@@ -47,7 +47,7 @@ class Tableau {
   void shift(int parameter, double difference);  // as if its value grew by that
   void removeRows();                             // and all symbols but the variables
 
-  // Rows that may give a symbol a value that it must not have: whoever has seen to one takes it out.
+  // Rows that may give a symbol a value that it must not have: whoever has handled one removes it.
   std::vector<int>& suspects() { return suspects_; }
   const std::vector<int>& suspects() const { return suspects_; }
   bool isFeasible(int row) const;

@@ -22,7 +22,7 @@ class TextLayout {
     CGFloat width = std::numeric_limits<CGFloat>::infinity();
     bool wrapsLines = true;                             // false: a line for each paragraph, whatever the width
     const NSAttributes* attributesOfNothing = nullptr;  // the height and place of a text without characters
-    // Lent: the text outlives the layout and does not change meanwhile, so that it is not copied.
+    // Borrowed: the text outlives the layout and does not change meanwhile, so that it is not copied.
     enum class Text { Copied, Lent } text = Text::Copied;
   };
 

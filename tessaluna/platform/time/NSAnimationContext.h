@@ -28,7 +28,7 @@ class NSAnimationContext : public NSObject {
 
   // Calls `changes` at once, with the context of a group of its own. The completion handler is called on the main queue, never
   // before this has returned, once all animations that were started meanwhile have ended, in groups within this one too.
-  // One that another replaced has ended, and so has one whose object has gone.
+  // One that another replaced has ended, and so has one whose object was destroyed.
   static void runAnimationGroup(const std::function<void(NSAnimationContext& context)>& changes,
                                 std::function<void()> completionHandler = nullptr);
 

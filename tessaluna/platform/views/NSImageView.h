@@ -66,7 +66,7 @@ class NSImageView : public NSView {
   void prepareImageForSize(CGSize size);
   // What is drawn for the image now: the image, its reduced picture, or what goes before that; null for nothing.
   Ref<NSImage> pictureToDraw();
-  // Drawn until the first image is there.
+  // Drawn until there is an image.
   void setPictureBefore(Ref<NSImage> picture) { before_ = std::move(picture); }
 
   bool isEditable() const { return isEditable_; }
@@ -86,7 +86,7 @@ class NSImageView : public NSView {
  private:
   Ref<NSImage> image_;
   std::shared_ptr<PreparedImage> prepared_;  // of the image, if it needs that
-  Ref<NSImage> before_;                      // drawn until the prepared picture is there
+  Ref<NSImage> before_;                      // drawn until the prepared picture is ready
   NSImageScaling imageScaling_ = NSImageScaleProportionallyDown;
   NSImageFrameStyle imageFrameStyle_ = NSImageFrameNone;
   bool isEditable_ = false, preparesImages_ = false;

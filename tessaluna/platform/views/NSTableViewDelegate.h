@@ -1,4 +1,4 @@
-// What a host adopts whose rows a table shows: where the rows come from, and what happens to them.
+// Adopted by a host whose rows a table shows: where the rows come from, and what happens to them.
 #pragma once
 
 #include <cstddef>
@@ -24,14 +24,14 @@ class NSTableViewDelegate {
   virtual ~NSTableViewDelegate() = default;
   // The view of a row, filled: one from makeViewWithIdentifier, or a new one. The table sets its frame.
   virtual Ref<NSView> tableViewViewForRow(NSTableView& table, std::size_t row) = 0;
-  // A row has changed: fills its view with what it shows now. False gives the view back and has another one made.
+  // A row has changed: fills its view with what it shows now. If false, the table takes the view back and asks for another one.
   virtual bool tableViewUpdateViewOfRow(NSTableView&, NSView& /*view*/, std::size_t /*row*/) { return false; }
   // In points. Asked of all rows at reloadData, if it says that heights differ.
   virtual bool tableViewHasRowsOfDifferentHeights(NSTableView&) { return false; }
   virtual CGFloat tableViewHeightOfRow(NSTableView&, std::size_t) { return 0; }
 
   virtual void tableViewSelectionDidChange(NSTableView&) {}
-  // The row under the pointer, absent outside all. Comes with the pointer's moves, so not while rows scroll under a still one.
+  // The row under the pointer; absent outside of all. Called when the pointer moves, so not while rows scroll under it at rest.
   virtual void tableViewHoveredRowDidChange(NSTableView&, std::optional<std::size_t> /*row*/) {}
   virtual void tableViewRowWasDoubleClicked(NSTableView&, std::size_t /*row*/) {}
 
@@ -39,7 +39,7 @@ class NSTableViewDelegate {
   virtual bool tableViewRowWasEntered(NSTableView&, std::size_t /*row*/) { return false; }
   // Menu key, Shift-F10 or right button, on a row that is selected; the place is in the table. False where there is no menu.
   virtual bool tableViewShowMenuForRow(NSTableView&, std::size_t /*row*/, CGPoint /*place*/) { return false; }
-  // The selected row while the table has the keyboard. Absent while it has not, or no row is selected.
+  // The selected row while the table has the keyboard. Absent without the keyboard or a selected row.
   virtual void tableViewKeyboardRowDidChange(NSTableView&, std::optional<std::size_t> /*row*/) {}
 
   // What a typed word has to begin; a row without it is not found. Asked of many rows at a key, also of those that do not show.
@@ -49,7 +49,7 @@ class NSTableViewDelegate {
   virtual std::string tableViewNameOfRow(NSTableView&, std::size_t /*row*/) { return {}; }
 };
 
-// A control in a row as keys and assistive clients meet it, whether the row shows or not.
+// A control in a row as keys and assistive clients find it, whether the row shows or not.
 struct TableRowControl {
   std::string name;
   std::string_view role = NSAccessibilityButtonRole;
@@ -58,7 +58,7 @@ struct TableRowControl {
   bool isRowAction = false;    // clients may press it on the row, too, by its name
 };
 
-// What a delegate adopts whose rows have controls. Left and Right lead to them, Return presses one.
+// Adopted by a delegate whose rows have controls. Left and Right lead to them, Return presses one.
 class NSTableViewRowControls {
  public:
   virtual ~NSTableViewRowControls() = default;

@@ -26,7 +26,7 @@ enum NSTextMovement {
   NSTextMovementBacktab = 0x12,
 };
 
-// Told of a text's editing before the observers of the notifications are, whose object is the text.
+// Notified of a text's editing before the observers of the notifications are, whose object is the text.
 class NSTextDelegate {
  public:
   virtual ~NSTextDelegate() = default;

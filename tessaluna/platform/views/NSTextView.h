@@ -38,7 +38,7 @@ class NSTextView : public TextViewEditing {
   bool resignFirstResponder() override;
   bool canBecomeKeyView() const override { return !isFieldEditor() && TextViewEditing::canBecomeKeyView(); }
 
-  // To assistive clients a field editor is not there: the field's cell reports what is in it.
+  // Assistive clients do not see a field editor: the field's cell reports what is in it.
   bool isAccessibilityElement() const override { return !isFieldEditor(); }
   std::string accessibilityRole() const override;
   AccessibilityValue accessibilityValue() const override { return string(); }

@@ -19,12 +19,12 @@ class PreparedImage {
 
   // Begins at once; needs a backend. The picture gets no fewer pixels than `pixels` each way, as far as the image has them. One
   // that somebody keeps alive and that is large enough serves again. `changed` is called on the main queue, once, when the
-  // picture is there or known to be damaged, unless that is so by now; it must outlive nobody, so it holds what it needs weakly.
+  // picture is ready or known to be damaged, unless it is so already; it must keep nothing alive, so it holds what it needs weakly.
   static std::shared_ptr<PreparedImage> of(const Ref<NSImage>& image, CGSize pixels, std::function<void()> changed);
 
   PreparedImage(const Ref<NSImage>& image, CGSize pixels);
 
-  // As large as the image in points. Null until it is there, and for a damaged one.
+  // As large as the image in points. Null until it is ready, and for a damaged one.
   const Ref<NSImage>& picture() const { return picture_; }
   bool isDone() const { return isDone_; }
   bool serves(CGSize pixels) const { return pixels.width <= pixels_.width && pixels.height <= pixels_.height; }

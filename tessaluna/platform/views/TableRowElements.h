@@ -1,4 +1,4 @@
-// The rows of a table as assistive clients meet them: an element for each row, whether it shows or not, with the controls of the
+// The rows of a table as assistive clients find them: an element for each row, whether it shows or not, with the controls of the
 // row in it, or else what is in its view. They are made when a client asks, and their numbers follow the rows.
 #pragma once
 

@@ -1,5 +1,5 @@
 // The fourth part of a view: what it shows. A view draws itself in drawRect:, then its subviews from back to front, all cut
-// to its bounds. Nothing is drawn at once: a redraw is asked for and comes with the window's next display.
+// to its bounds. Nothing is drawn immediately: a redraw is requested and happens with the window's next display.
 #pragma once
 
 #include "tessaluna/platform/graphics/Forward.h"
@@ -19,7 +19,7 @@ class ViewDrawing : public ViewConstraints {
   // True promises that drawRect: paints every point of the bounds: nothing under it is drawn.
   virtual bool isOpaque() const { return false; }
 
-  // True asks for a redraw of the bounds, false takes the wish back as far as this view alone knows of it.
+  // True requests a redraw of the bounds; false withdraws the request as far as only this view knows of it.
   void setNeedsDisplay(bool needsDisplay);
   void setNeedsDisplayInRect(CGRect rect);
   bool needsDisplay() const { return needsDisplay_; }
@@ -32,13 +32,13 @@ class ViewDrawing : public ViewConstraints {
   virtual void viewDidHide() {}
 
   // Additions: what black becomes in the view and below it, and what white does, with grays on the way between them. A system
-  // color is the one of the moment of drawing. Null, as initially: the view has no tint; white becomes the window's ground.
+  // color is resolved when it is drawn. Null, as initially: the view has no tint; white becomes the window's ground.
   const Ref<NSColor>& tintColor() const { return tintColor_; }
   void setTintColor(Ref<NSColor> color);
   const Ref<NSColor>& tintGroundColor() const { return tintGroundColor_; }  // without a tint it does nothing
   void setTintGroundColor(Ref<NSColor> color);
 
-  // Kept for those who ask for it; a view here never has a layer.
+  // Kept for callers that ask for it; a view here never has a layer.
   bool wantsLayer() const { return wantsLayer_; }
   void setWantsLayer(bool wants) { wantsLayer_ = wants; }
 

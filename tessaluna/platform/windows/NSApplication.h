@@ -62,7 +62,7 @@ class NSApplication : public NSResponder, public NSAccessibility {
   bool isActive_ = true;
 };
 
-// The one application. Tests take it away by setting it null.
+// The one application. Tests remove it by setting it to null.
 extern Ref<NSApplication> NSApp;
 
 }  // namespace tessaluna::platform

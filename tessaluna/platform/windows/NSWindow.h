@@ -1,5 +1,5 @@
 // A window: a content view, the view tree's way to the desktop, and the first stop of events. It keeps its picture, so that
-// drawing happens only where something changed. What of it is about its place is in WindowPlace.
+// drawing happens only where something changed. Its place is in WindowPlace.
 #pragma once
 
 #include <string>
@@ -44,8 +44,8 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
 
   // At a negative size a window shows nothing, without a title bar also at a size without area.
   void setFrame(CGRect frame, bool display);
-  // Animated, it returns at once and the frame moves there in animationResizeTime; a later frame takes over from wherever
-  // that has got to. A window that does not show moves at once.
+  // Animated, it returns immediately and the frame moves there in animationResizeTime; a later frame takes over from wherever
+  // the frame is by then. A window that does not show moves immediately.
   void setFrame(CGRect frame, bool display, bool animate);
   virtual double animationResizeTime(CGRect newFrame) const;  // seconds
   NSWindowAnimator animator();                                // the window whose setters take their time
@@ -58,7 +58,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   virtual void close();
 
   // Children are above their window, which keeps them alive; they move with its upper left corner and are shown and
-  // hidden with it. A child of a visible window is shown at once. Only NSWindowAbove is offered; others stop the program.
+  // hidden with it. A child of a visible window is shown immediately. Only NSWindowAbove is offered; others stop the program.
   void addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode ordered);
   void removeChildWindow(NSWindow& child) { children_.remove(child); }  // stays where it is, and visible
   NSWindow* parentWindow() const { return children_.parent(); }
@@ -78,23 +78,23 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   NSResponder* firstResponder() const { return firstResponder_; }
   // Null makes the window itself the first responder. False if the earlier one or the new one refuses.
   bool makeFirstResponder(NSResponder* responder);
-  // Go on to the next or previous view that the Tab key may stop at, in the order of the tree. False at the end.
+  // Move to the next or previous view that the Tab key may stop at, in the order of the tree. False at the end.
   bool selectNextKeyView();
   bool selectPreviousKeyView();
   // The same among one view and those below it. As a rule a key is what asks for it.
   bool selectKeyViewWithin(NSView& view, backend::FocusStep step, FocusRing::Cause cause = FocusRing::Cause::Key);
 
-  // What the Tab key does: on to the next or previous view that it may stop at, round at the ends, and where a program has
-  // the window's views among its own widgets, out to those.
+  // What the Tab key does: it moves to the next or previous view that it may stop at, wraps at the ends, and where a program has
+  // the window's views among its own widgets, leaves to those.
   void moveKeyView(backend::FocusStep step);
 
   // The text view in which the window's text fields are edited, one after the other. Null before it was first asked for
-  // with `createFlag` true; whom it is for makes no difference.
+  // with `createFlag` true; the object makes no difference.
   virtual Ref<NSText> fieldEditor(bool createFlag, NSObject* object);
-  // Ends the editing of the object's text, or with none of any, without asking. What was typed is taken over.
+  // Ends the editing of the object's text, or without an object of any text, without asking. The typed text is kept.
   void endEditingFor(NSObject* object);
 
-  // Of the keys that no view takes, Tab and Shift-Tab go along the key views, round at the ends.
+  // Of the keys that no view takes, Tab and Shift-Tab go along the key views and wrap at the ends.
   void keyDown(const Ref<NSEvent>& event) override;
   void scrollWheel(const Ref<NSEvent>& event) override;
 
@@ -105,7 +105,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   bool isOpaque() const { return isOpaque_; }
   void setHasShadow(bool has);
   bool hasShadow() const { return hasShadow_; }
-  // Whether a drag moves the window that begins on a view whose mouseDownCanMoveWindow says so. At first as the style bit
+  // Whether a drag moves the window that begins on a view whose mouseDownCanMoveWindow says so. Initially as the style bit
   // of the textured background. Views among the widgets of a Qt program move nothing in any case.
   bool isMovableByWindowBackground() const { return isMovableByWindowBackground_; }
   void setMovableByWindowBackground(bool isMovable) { isMovableByWindowBackground_ = isMovable; }
@@ -115,8 +115,8 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   // An event whose window is this one. Called by NSApp.
   virtual void sendEvent(const Ref<NSEvent>& event);
 
-  // The user has scrolled what is in the view, by the wheel or a scroller: what of it comes under the pointer is entered with
-  // the next frame. Scroll views say so; a scroll by a key or by the program enters nothing until the pointer moves.
+  // The user has scrolled what is in the view, by the wheel or a scroller: views that come under the pointer are entered with
+  // the next frame. Scroll views call this; a scroll by a key or by the program enters nothing until the pointer moves.
   void contentWasScrolledByUser(NSView& content) { mouse_.contentWasScrolled(content); }
 
   // Brings the cursor rectangles of all views up to date: those that are no longer valid are discarded and asked for again.
@@ -126,7 +126,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   // Asks for a redraw of a part of base space, and draws what was asked for, after a pass of layout.
   void invalidateRect(CGRect rect);
   void displayIfNeeded();
-  // A pass of layout over all views. What decides for them together belongs here, before the first of them gives out places.
+  // A pass of layout over all views. What decides for all of them together belongs here, before the first of them places its subviews.
   void layoutIfNeeded();
 
   // Its parent is the application, its child the content view.

@@ -1,4 +1,4 @@
-// What a backend hands to a window of what the user does, and what becomes of it: events, sent through NSApp. Part of each
+// What a backend passes to a window of what the user does, and what becomes of it: events, sent through NSApp. Part of each
 // window. Every rule about input that does not depend on a desktop is here. An event may end the window: a call holds it.
 #pragma once
 

@@ -6,14 +6,14 @@
 //   search->setOnPick([this](const ready::SearchRow& row) { open(row.id); });
 //   search->setOnSearch([this](const std::string& text) { showAllFor(text); });
 //
-//   typing          asks the source; the rows of an earlier answer stay until the new ones are there
+//   typing          asks the source; the rows of the last answer stay until the new ones come
 //   arrow keys      move the selection, as do the Page keys, and Home and End with Control; the field shows the selected title
 //   Return          picks the selected row; with none it searches for what was typed
 //   Escape          closes the pop-up and restores what was typed
 //   Down, Alt-Down  open the pop-up again
 //   the mouse       picks the row that it clicks; the field keeps what was typed while it only moves
 //
-// The pop-up stays open over an answer without rows and says so, and while nothing is there yet it says that it is searching.
+// The pop-up stays open over an answer without rows and says so, and before the first answer it says that it is searching.
 #pragma once
 
 #include <functional>

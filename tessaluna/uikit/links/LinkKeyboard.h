@@ -1,4 +1,4 @@
-// An addition: the keyboard in a line of links. A view over the line that the pointer does not meet, so that a press never takes
+// An addition: the keyboard in a line of links. A view over the line that the pointer ignores, so that a press never takes
 // the keyboard from anybody; the Tab key leads to it. The arrow keys, Home and End go from stop to stop, Return presses one.
 #pragma once
 

@@ -1,5 +1,5 @@
 // Line icons for the moods and themes of a music browser, designed for a square of 200 points with lines 5
-// points wide. Each is one shape in one color, black or white, over the ground that is there: none paints a
+// points wide. Each is one shape in one color, black or white, over the existing ground: none paints a
 // ground of its own, and each axis scales by itself.
 #pragma once
 

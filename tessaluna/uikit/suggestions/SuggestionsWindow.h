@@ -13,7 +13,7 @@ class SuggestionsWindow : public tessaluna::platform::NSWindow {
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   SuggestionsWindow(tessaluna::platform::CGRect contentRect, bool defer);
-  // Wanted: borderless whatever the style mask says.
+  // Intentional: borderless whatever the style mask says.
   SuggestionsWindow(tessaluna::platform::CGRect contentRect, std::uint32_t styleMask,
                     tessaluna::platform::NSBackingStoreType backing, bool defer);
 

@@ -7,7 +7,7 @@
 //   setSuggestions(matches);                          results arrive
 //   moveUp(nullptr), moveDown(nullptr)                the host's arrow keys
 //   parentControlMoved();                             the field's window moved
-//   cancelSuggestions();                              done; also before a second begin, and before the controller goes
+//   cancelSuggestions();                              done; also before a second begin, and before the controller is destroyed
 //
 // The pop-up ends by itself with a click elsewhere, when a row was chosen with the mouse, and when the field's window loses
 // the key status. A chosen row sends the field's own action.
@@ -38,7 +38,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   explicit SuggestionsWindowController(
       tessaluna::platform::Ref<tessaluna::platform::NSWindow> window);  // not supported: stops the program
 
-  // Told of what the user selects; not kept alive.
+  // Notified of what the user selects; not kept alive.
   tessaluna::platform::Ref<SuggestionsWindowTarget> target() const { return target_.lock(); }
   void setTarget(const tessaluna::platform::Ref<SuggestionsWindowTarget>& target) { target_ = target; }
   // The interface file of one row.
@@ -49,7 +49,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   const std::optional<std::vector<Suggestion>>& suggestions() const { return suggestions_; }
   void setSuggestions(std::optional<std::vector<Suggestion>> suggestions);
 
-  // An addition: the pop-up is never higher than its first rows, that many; the user scrolls to the others. Absent initially:
+  // An addition: the pop-up is never higher than that many of its first rows; the user scrolls to the others. Absent initially:
   // then only the lower edge of the screen ends it.
   const std::optional<std::size_t>& maximumRows() const { return maximumRows_; }
   void setMaximumRows(std::optional<std::size_t> rows);
@@ -59,7 +59,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   const tessaluna::platform::Ref<HighlightingView>& selectedView() const { return selectedView_; }
   void setSelectedView(tessaluna::platform::Ref<HighlightingView> view);
   void userSetSelectedView(tessaluna::platform::Ref<HighlightingView> view);
-  // That of the selected row; absent without one.
+  // That of the selected row; absent without a selection.
   std::optional<Suggestion> selectedSuggestion() const;
   // Selects the first row with 0, and does nothing with more. A negative index clears the selection while there was never
   // a layout, and stops the program after one.
@@ -69,11 +69,11 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   void moveDown(tessaluna::platform::NSObject* sender);
 
   // Additions for the keys that are not arrows. The selected row, counted from 0, and its selection, of which nobody is notified;
-  // a row that is not there selects none.
+  // an index without a row selects none.
   std::optional<std::size_t> selectedRow() const;
   void selectRow(std::optional<std::size_t> row);
-  // Moves the selection by so many rows at once, up with a negative number, and at most to an end; without a selection as from
-  // outside of the rows. The target is notified once, where the selection has changed.
+  // Moves the selection by that many rows at once, up with a negative number, and at most to an end; without a selection as from
+  // outside of the rows. The target is notified once, if the selection has changed.
   void moveSelectionBy(std::int64_t rows);
   // How many rows the Page keys move by: as many as show, but for one.
   std::int64_t rowsOfPage() const;
@@ -132,7 +132,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   tessaluna::platform::Required<std::string> suggestionPrototype_{"suggestionPrototype"};
   std::optional<std::vector<Suggestion>> suggestions_;
   std::optional<std::size_t> maximumRows_;
-  bool needsLayoutUpdate_ = false;  // wanted: written and never read
+  bool needsLayoutUpdate_ = false;  // intentional: written and never read
   tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSView>> fullContentView_{"fullContentView"};
   std::optional<std::vector<ItemRef>> viewControllers_;
   std::vector<tessaluna::platform::Ref<tessaluna::platform::NSView>> otherViews_;  // above and below rows

@@ -5,7 +5,7 @@
 //   setPosition(player.position());                          as often as the player likes
 //   setTarget(host); setAction("seek:");                     the user asked for requestedTime(), by mouse, key, wheel or an
 //                                                            assistive client
-//   confirmSeek();                                           the player is there
+//   confirmSeek();                                           the player has arrived
 //
 // From the user's first move until the player confirms, or seekTimeout has passed since the action, the player's positions do
 // not move the knob. The last of them shows if the time passes. A song that begins ends all of that, a press too.

@@ -15,4 +15,4 @@ TEST(stopProgramDeathTest, AnUnimplementedInitializerNamesClassAndInitializer) {
                "TessalunaUIKit.BorderedView.*init\\(frame:\\)");
 }
 
-TEST(stopProgramDeathTest, AnUnreachablePlaceStopsInReleaseBuildsToo) { EXPECT_DEATH(unreachable(), "cannot be"); }
+TEST(stopProgramDeathTest, AnUnreachablePlaceStopsInReleaseBuildsToo) { EXPECT_DEATH(unreachable(), "impossible state"); }

@@ -487,7 +487,7 @@ TEST_F(NSLayoutConstraintTest, AttributesThatDoNotGoTogetherStopTheProgram) {
   EXPECT_DEATH(make(left, top), "do not go together");
   EXPECT_DEATH(make(left, leading), "do not go together");
   EXPECT_DEATH(make(width, left), "do not go together");
-  EXPECT_DEATH(make(left, NSLayoutAttributeNotAnAttribute), "needs a second item");
+  EXPECT_DEATH(make(left, NSLayoutAttributeNotAnAttribute), "needs an attribute of a second item");
   EXPECT_DEATH(make(width, width, 0), "multiplier");
   EXPECT_DEATH(make(width, width, 1, NAN), "constant");
 }
@@ -496,7 +496,7 @@ TEST_F(NSLayoutConstraintTest, ItemsWithoutAViewAboveBothStopTheProgram) {
   const auto elsewhere = make<NSView>(CGRect{});
   const auto constraint = NSLayoutConstraint::constraintWithItem(view, left, NSLayoutRelationEqual, elsewhere, left, 1, 0);
   EXPECT_DEATH(constraint->setActive(true), "no view has its items in it");
-  EXPECT_DEATH(content->addConstraint(constraint), "held by a view that has both items");
+  EXPECT_DEATH(content->addConstraint(constraint), "belongs to a view that contains both items");
 }
 
 // Interface files.
@@ -537,10 +537,10 @@ TEST_F(NSLayoutConstraintTest, AConstraintOfAnInterfaceFileThatMakesNoSenseIsAnE
   };
   EXPECT_THAT(errorOf(R"({"class": "NSLayoutConstraint", "firstAttribute": "width"})"), HasSubstr("an item for each"));
   EXPECT_THAT(errorOf(R"({"class": "NSLayoutConstraint", "firstAttribute": "left", "outlets": {"firstItem": "row"}})"),
-              HasSubstr("needs a second item"));
+              HasSubstr("needs an attribute of a second item"));
   EXPECT_THAT(
       errorOf(R"({"class": "NSLayoutConstraint", "firstAttribute": "width", "outlets": {"firstItem": "elsewhere"}})"),
-      HasSubstr("held by a view that has both items"));
+      HasSubstr("belongs to a view that contains both items"));
   EXPECT_THAT(errorOf(R"({"class": "NSLayoutConstraint", "firstAttribute": "wide", "outlets": {"firstItem": "row"}})"),
               HasSubstr("firstAttribute"));
   EXPECT_THAT(errorOf(R"({"class": "NSLayoutConstraint", "firstAttribute": "width", "priority": 0})"),

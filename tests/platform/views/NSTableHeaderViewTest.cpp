@@ -302,5 +302,5 @@ TEST_F(NSTableHeaderViewTest, ADescriptorWithoutAKeyIsAnErrorOfTheInterfaceFile)
   const auto contents = make<NSNib>(R"({"objects": [{"class": "NSTableColumn", "identifier": "a",
       "sortDescriptorPrototype": {"class": "NSSortDescriptor"}}]})")
                             ->instantiateWithOwner(nullptr);
-  EXPECT_THAT(contents.error.value_or(""), testing::HasSubstr("a descriptor without a key"));
+  EXPECT_THAT(contents.error.value_or(""), testing::HasSubstr("a descriptor needs a key"));
 }
