@@ -186,7 +186,7 @@ TEST_F(interfaceFileClassesTest, KeysThatAClassOverlooksAreKnownAndDoNothing) {
   EXPECT_FALSE(cell->drawsBackground());
 }
 
-TEST_F(interfaceFileClassesTest, TheStringsOfALineOfLinksAreMeasuredWithItsFontWhereverThatStandsInTheFile) {
+TEST_F(interfaceFileClassesTest, TheStringsOfALineOfLinksAreMeasuredWithItsFontWhereverThatIsInTheFile) {
   const auto links =
       load<MultipleLinksTextField>(R"({"class": "TessalunaUIKit.MultipleLinksTextField", "frame": [0, 0, 90, 20],
       "properties": {"stringValues": ["abc", "de"], "linksEnabled": true, "font": 20}})");
@@ -210,7 +210,7 @@ TEST_F(interfaceFileClassesTest, AnUnknownKeyOrPropertyIsAnError) {
             "the property \"stringValues\" of \"a\" has a value of the wrong type");
 }
 
-TEST_F(interfaceFileClassesTest, TheTargetOfATrackRowControlOrOfLinksIsNoOutletAndThatOfAButtonIs) {
+TEST_F(interfaceFileClassesTest, TheTargetOfATrackRowControlOrOfLinksIsNotAnOutletAndThatOfAButtonIs) {
   for (const std::string name :
        {"TrackRowPlayButton", "TrackRowFavoriteButton", "TrackRowMoreButton", "MultipleLinksTextField"})
     EXPECT_EQ(errorOf(R"({"id": "a", "class": "TessalunaUIKit.)" + name + R"(", "outlets": {"target": "a"}})"),

@@ -62,7 +62,7 @@ TEST_F(HeadlessBackendTest, HasOneUsualScreenAtScale1) {
   EXPECT_EQ(desktop.screens()[0].scale, 1);
 }
 
-TEST_F(HeadlessBackendTest, AWindowRemembersWhatItIsTold) {
+TEST_F(HeadlessBackendTest, AWindowRemembersItsCalls) {
   const auto window = makeWindow(), parent = makeWindow();
   window->setTitle("Player");
   window->setCursor(CursorShape::PointingHand);
@@ -116,7 +116,7 @@ TEST_F(HeadlessBackendTest, AWindowThatHasGoneIsNotDisplayed) {
   EXPECT_TRUE(client.log.empty());
 }
 
-TEST_F(HeadlessBackendTest, WindowsStandFromBackToFront) {
+TEST_F(HeadlessBackendTest, WindowsAreFromBackToFront) {
   const auto a = makeWindow(), b = makeWindow(), c = makeWindow();
   a->raise();
   EXPECT_EQ(desktop.windows(), (std::vector{b.get(), c.get(), a.get()}));
@@ -188,7 +188,7 @@ TEST_F(HeadlessBackendTest, OffAllScreensAWindowHasNoScreenAndKeepsItsScale) {
   EXPECT_TRUE(client.log.empty());
 }
 
-TEST_F(HeadlessBackendTest, ANewScaleIsToldAtOnce) {
+TEST_F(HeadlessBackendTest, ANewScaleIsReportedImmediately) {
   const auto window = makeWindow();
   desktop.setScale(1.25);
   EXPECT_EQ(client.log, Log{"scale"});

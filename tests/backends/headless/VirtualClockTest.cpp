@@ -99,7 +99,7 @@ TEST_F(VirtualClockTest, AnInfiniteDelayNeverComes) {
   EXPECT_TRUE(log.empty());
 }
 
-TEST_F(VirtualClockTest, TheEndOfEachMomentIsTold) {
+TEST_F(VirtualClockTest, TheEndOfEachMomentIsReported) {
   ask(0.1, "a");
   ask(0.1, "b");
   ask(0.2, "c");
@@ -107,7 +107,7 @@ TEST_F(VirtualClockTest, TheEndOfEachMomentIsTold) {
   EXPECT_EQ(log, (Log{"end", "a", "b", "end", "c", "end"}));
 }
 
-TEST(VirtualClockDeathTest, ABlockThatHoldsTimeForEverStopsTheProgram) {
+TEST(VirtualClockDeathTest, ABlockThatStopsTimeForeverEndsTheProgram) {
   VirtualClock clock;
   std::function<void()> again = [&] { clock.callAfter(0, again); };
   again();

@@ -265,7 +265,7 @@ TEST(SvgCanvas, PointsThatAreNotFiniteAreAnError) {
     EXPECT_EQ(errorOf(draw), "SVG cannot say a point that is not finite");
 }
 
-TEST(SvgCanvas, TheFirstErrorIsToldAndNothingIsDrawnInItsPlace) {
+TEST(SvgCanvas, TheFirstErrorIsReportedAndNothingIsDrawnInItsPlace) {
   SvgCanvas canvas({0, 0, 20, 10});
   canvas.setBlendMode(BlendMode::Xor);
   canvas.fillPath(square(1, 1, 4), FillRule::NonZero);

@@ -228,7 +228,7 @@ TEST_F(AccessibleDescriptionTest, ADisabledButtonOffersNoActionAndRefusesItsPres
   EXPECT_FALSE(has(button->cell(), AccessibleState::Focusable));
 }
 
-TEST_F(AccessibleDescriptionTest, WhatIsNoElementIsUnknownAndEmpty) {
+TEST_F(AccessibleDescriptionTest, WhatIsNotAnElementIsUnknownAndEmpty) {
   const AccessibleDescription shown = describe(make<NSObject>());
   EXPECT_EQ(shown.role, NSAccessibilityUnknownRole);
   EXPECT_EQ(shown.name + shown.help + shown.text, "");

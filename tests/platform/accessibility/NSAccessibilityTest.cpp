@@ -48,7 +48,7 @@ struct NSAccessibilityTest : harness::StillWorld {
   }
 };
 
-TEST_F(NSAccessibilityTest, PlainViewsControlsAndScrollViewsAreLeftOutAndCellsStandForControls) {
+TEST_F(NSAccessibilityTest, PlainViewsControlsAndScrollViewsAreLeftOutAndCellsRepresentControls) {
   EXPECT_EQ(childrenOf(NSApp), AccessibilityElements{window});
   EXPECT_EQ(childrenOf(window), (AccessibilityElements{field->cell(), image}));
   EXPECT_EQ(childrenOf(image), AccessibilityElements{button->cell()});
@@ -104,7 +104,7 @@ TEST_F(NSAccessibilityTest, TitlesStatesAndEnabledControlsTellTheirChanges) {
   EXPECT_EQ(heard, expected);
 }
 
-TEST_F(NSAccessibilityTest, TellsRolesTitlesAndValues) {
+TEST_F(NSAccessibilityTest, ReportsRolesTitlesAndValues) {
   field->setStringValue("text");
   button->setTitle("Play");
   EXPECT_EQ(valueOf(field->cell(), NSAccessibilityRoleAttribute), NSAccessibilityTextFieldRole);
@@ -122,12 +122,12 @@ TEST_F(NSAccessibilityTest, TellsRolesTitlesAndValues) {
   EXPECT_TRUE(valueOf(image, "AXNothing").isAbsent());
 }
 
-TEST_F(NSAccessibilityTest, TellsWhereAnElementStandsOnTheScreen) {
+TEST_F(NSAccessibilityTest, ReportsWhereAnElementIsOnTheScreen) {
   EXPECT_EQ(valueOf(field->cell(), NSAccessibilityPositionAttribute), (CGPoint{110, 170}));
   EXPECT_EQ(valueOf(field->cell(), NSAccessibilitySizeAttribute), (CGSize{80, 24}));
 }
 
-TEST_F(NSAccessibilityTest, ACellThatStandsInNoViewHasNoChildrenAndNoParent) {
+TEST_F(NSAccessibilityTest, ACellThatIsInNoViewHasNoChildrenAndNoParent) {
   const auto cell = make<NSTextFieldCell>();
   EXPECT_EQ(cell->accessibilityChildren(), std::nullopt);
   EXPECT_TRUE(valueOf(cell, NSAccessibilityChildrenAttribute).isAbsent());
@@ -195,7 +195,7 @@ TEST_F(NSAccessibilityTest, AButtonCanBePressed) {
   EXPECT_EQ(receiver->calls, 2);
 }
 
-TEST_F(NSAccessibilityTest, ChangesAreTold) {
+TEST_F(NSAccessibilityTest, ChangesAreReported) {
   std::vector<std::pair<std::string, Ref<NSObject>>> heard;
   const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
       "", nullptr, nullptr, [&](const Ref<NSNotification>& n) { heard.emplace_back(n->name(), n->object()); });

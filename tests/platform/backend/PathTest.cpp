@@ -158,7 +158,7 @@ TEST(Path, WhatClosesNothingIsLeftOut) {
   EXPECT_EQ(verbsOf(path), (std::vector{Move, Close}));
 }
 
-TEST(Path, AnEmptiedPathStartsAnew) {
+TEST(Path, AnEmptiedPathStartsAgain) {
   Path path = Path::oval({0, 0, 4, 4});
   path.clear();
   EXPECT_FALSE(path.hasCurrentPoint());

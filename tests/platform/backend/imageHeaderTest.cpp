@@ -27,7 +27,7 @@ std::string jpegNote(char orientation, bool isLittle) {
   return bytesOf("\xFF\xE1\0") + static_cast<char>(note.size() + 2) + note;
 }
 
-TEST(imageHeader, TellsTheSizeOfEachFormat) {
+TEST(imageHeader, ReportsTheSizeOfEachFormat) {
   const struct {
     const char* name;
     std::string bytes;

@@ -199,7 +199,7 @@ TEST_F(NSCellTest, AContinuousCellIsOneThatSendsWithTheDrags) {
 
 // Copies.
 
-TEST_F(NSCellTest, ACopyHasTheValueAndTheLookAndStandsInNoView) {
+TEST_F(NSCellTest, ACopyHasTheValueAndTheLookAndIsInNoView) {
   NSView view(NSZeroRect);
   cell->setControlView(&view);
   cell->setMouseDownFlags(NSEventModifierFlagShift);

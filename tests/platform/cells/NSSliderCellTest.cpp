@@ -89,7 +89,7 @@ TEST_F(NSSliderCellTest, ACopyHasTheSameLimitsMarksAndValueAndNoView) {
   EXPECT_EQ(copy->controlView(), nullptr);
 }
 
-TEST_F(NSSliderCellTest, LiesAlongItsLongerSideUnlessItWasTold) {
+TEST_F(NSSliderCellTest, LiesAlongItsLongerSideUnlessItWasSet) {
   EXPECT_FALSE(cell->isVertical());
   EXPECT_FALSE(slider->isVertical());
   slider->setFrameSize({20, 116});
@@ -210,7 +210,7 @@ TEST_F(NSSliderCellTest, EveryTickMarkIsFoundAllOverItsPlace) {
   }
 }
 
-TEST_F(NSSliderCellTest, ATickMarkThatThereIsNotStopsTheProgram) {
+TEST_F(NSSliderCellTest, AnUnknownTickMarkStopsTheProgram) {
   cell->setNumberOfTickMarks(2);
   EXPECT_DEATH(cell->tickMarkValueAtIndex(2), "NSSliderCell: there is no tick mark 2");
   EXPECT_DEATH(slider->rectOfTickMarkAtIndex(0), "there is no tick mark 0");

@@ -106,7 +106,7 @@ TEST_F(NSTextFieldCellAccessibility, ThePlaceholderIsAnAttributeOfItsOwn) {
   EXPECT_EQ(value(), "");
 }
 
-TEST_F(NSTextFieldCellAccessibility, ClientsHearOfTheTextFirstAndThenOfTheCaret) {
+TEST_F(NSTextFieldCellAccessibility, ClientsObserveTheTextFirstAndThenTheCaret) {
   begin("ab", 2);
   Calls heard;
   const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(

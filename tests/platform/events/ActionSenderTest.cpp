@@ -216,7 +216,7 @@ TEST_F(ActionSenderTest, ASelectorThatFollowsAFunctionGoesToTheTargetThatWasSet)
   EXPECT_EQ(target->acts, 1);
 }
 
-TEST_F(ActionSenderTest, LiteralsAreSelectorsAndNullIsNoAction) {
+TEST_F(ActionSenderTest, LiteralsAreSelectorsAndNullIsNotAnAction) {
   button->setAction("act:");
   EXPECT_EQ(button->action(), "act:");
   button->setAction(nullptr);

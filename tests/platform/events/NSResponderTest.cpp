@@ -129,7 +129,7 @@ TEST(NSResponder, ASelectorThatNobodyHasIsNotPerformed) {
   EXPECT_FALSE(first->tryToPerform("swim:", nullptr));
 }
 
-TEST(NSResponder, ByItselfItIsNoFirstResponderAndTakesNoShortcut) {
+TEST(NSResponder, ByItselfItIsNotAFirstResponderAndTakesNoShortcut) {
   const auto responder = make<NSResponder>();
   EXPECT_FALSE(responder->acceptsFirstResponder());
   EXPECT_FALSE(responder->performKeyEquivalent(event(NSEventType::KeyDown)));

@@ -114,7 +114,7 @@ TEST_F(PointerTrackingTest, AViewThatIsTakenOutUnderAStillPointerSendsNothingByI
   EXPECT_EQ(taken(), Log{});
 }
 
-TEST_F(PointerTrackingTest, AViewThatWasUsedElsewhereMeanwhileIsToldThatThePointerIsNotThere) {
+TEST_F(PointerTrackingTest, AViewThatWasUsedElsewhereMeanwhileIsNotifiedThatThePointerIsNotThere) {
   addArea(*left);
   user.moveTo(*window, inLeft);
   left->removeFromSuperview();

@@ -101,7 +101,7 @@ TEST_F(ScrolledPointerTrackingTest, AMoveBeforeTheFrameIsTheCrossing) {
   EXPECT_EQ(taken(), Log{});
 }
 
-TEST_F(ScrolledPointerTrackingTest, TheWheelTellsWhereThePointerIs) {
+TEST_F(ScrolledPointerTrackingTest, TheWheelShowsWhereThePointerIs) {
   wheelDown(80);  // over a view that came under a pointer at rest, and was not entered
   frame();
   EXPECT_EQ(taken(), Log{"row 2 mouseEntered"});

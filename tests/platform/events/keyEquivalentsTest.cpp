@@ -36,4 +36,4 @@ TEST(keyEquivalents, ACapitalLetterAsksForShift) {
 
 TEST(keyEquivalents, ShiftMayBeAskedForWithASmallLetterToo) { EXPECT_TRUE(has("P", command | shift, "p", command | shift)); }
 
-TEST(keyEquivalents, NoCharactersAreNoKey) { EXPECT_FALSE(has("", 0, "", 0)); }
+TEST(keyEquivalents, NoCharactersAreNotAKey) { EXPECT_FALSE(has("", 0, "", 0)); }

@@ -76,7 +76,7 @@ TEST(KeyFieldsTest, AModifierKeyCountsFromItsPressToItsRelease) {
   }
 }
 
-TEST(KeyFieldsTest, AReleaseBetweenTheRepeatsOfAKeyIsNoEvent) {
+TEST(KeyFieldsTest, AReleaseBetweenTheRepeatsOfAKeyIsNotAnEvent) {
   KeyInput key{.text = "a", .letter = "A", .isRepeat = true};
   EXPECT_TRUE(keyFieldsOf(key)->isRepeat);
   key.what = KeyInput::What::Released;

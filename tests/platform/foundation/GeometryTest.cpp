@@ -91,7 +91,7 @@ TEST(Geometry, ContainsCountsTheEdges) {
 
 TEST(Geometry, NoRectangleContainsAnEmptyOne) { EXPECT_FALSE(NSContainsRect({0, 0, 10, 10}, {5, 5, 0, 0})); }
 
-TEST(Geometry, ASizeThatIsNoNumberCountsAsEmpty) {
+TEST(Geometry, ASizeThatIsNotANumberCountsAsEmpty) {
   EXPECT_TRUE(NSIsEmptyRect({0, 0, std::nan(""), 5}));
   EXPECT_TRUE(NSIsEmptyRect({0, 0, -1, 5}));
   EXPECT_FALSE(NSIsEmptyRect({0, 0, 1e-300, 1e-300}));

@@ -77,7 +77,7 @@ TEST(NSCoder, TheLargestAndSmallestIntegersAreRead) {
   EXPECT_EQ(coder.decodeIntegerForKey("least"), INT64_MIN);
 }
 
-TEST(NSCoder, AFractionIsNoIntegerButAWholeDoubleIs) {
+TEST(NSCoder, AFractionIsNotAnIntegerButAWholeDoubleIs) {
   const NSCoder coder(R"({"half": 1.5, "whole": 3.0})");
   EXPECT_EQ(coder.decodeIntegerForKey("half"), 0);
   EXPECT_EQ(coder.decodeIntegerForKey("whole"), 3);
@@ -106,7 +106,7 @@ TEST(NSCoder, ATextThatIsNotJsonFailsAndSaysSo) {
   }
 }
 
-TEST(NSCoder, AJsonTextThatIsNoObjectFailsAndSaysSo) {
+TEST(NSCoder, AJsonTextThatIsNotAnObjectFailsAndSaysSo) {
   for (const char* text : {"[1, 2]", "3", "null", "\"text\""})
     EXPECT_EQ(NSCoder(text).failure(), "the archive is not a JSON object") << text;
 }
@@ -157,7 +157,7 @@ TEST(NSCoder, TheFirstFailureStays) {
   EXPECT_EQ(coder.failure(), "first");
 }
 
-TEST(NSCoder, TellsAMissingValueFromFalseAndZero) {
+TEST(NSCoder, DistinguishesAMissingValueFromFalseAndZero) {
   const NSCoder coder(R"({"no": false, "zero": 0, "text": "0"})");
   EXPECT_EQ(coder.boolForKey("no"), false);
   EXPECT_EQ(coder.boolForKey("zero"), std::nullopt);

@@ -20,7 +20,7 @@ struct NSNotificationCenterTest : testing::Test {
   }
 };
 
-TEST_F(NSNotificationCenterTest, TellsThoseWhoAskedForTheNameAndTheObject) {
+TEST_F(NSNotificationCenterTest, NotifiesThoseWhoAskedForTheNameAndTheObject) {
   hear("moved", one, "one's");
   hear("moved", nullptr, "anybody's");
   hear("", one, "all of one");

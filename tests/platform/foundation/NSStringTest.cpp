@@ -33,7 +33,7 @@ TEST(NSString, ADoubleOutOfRangeIsInfiniteOrZero) {
   EXPECT_EQ(read("0." + std::string(400, '0') + "1"), 0);
 }
 
-TEST(NSString, AnIntegerStopsAtTheFirstCharacterThatIsNoDigit) {
+TEST(NSString, AnIntegerStopsAtTheFirstCharacterThatIsNotADigit) {
   const auto read = [](std::string_view text) { return make<NSString>(text)->integerValue(); };
   EXPECT_EQ(read("42"), 42);
   EXPECT_EQ(read(" -42.9"), -42);

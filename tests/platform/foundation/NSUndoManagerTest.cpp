@@ -53,7 +53,7 @@ TEST_F(NSUndoManagerTest, AGroupIsOneStep) {
   EXPECT_EQ(number, 2);
 }
 
-TEST_F(NSUndoManagerTest, AnEmptyGroupIsNoStep) {
+TEST_F(NSUndoManagerTest, AnEmptyGroupIsNotAStep) {
   manager->beginUndoGrouping();
   manager->endUndoGrouping();
   EXPECT_FALSE(manager->canUndo());

@@ -53,7 +53,7 @@ TEST(URL, IsTakenApartIntoItsParts) {
   }
 }
 
-TEST(URL, ATextThatIsNoURLGivesNone) {
+TEST(URL, ATextThatIsNotAURLGivesNone) {
   static constexpr std::string_view texts[] = {"",
                                                " ",
                                                "a b",

@@ -40,7 +40,7 @@ TEST(NSAffineTransform, RotatesCounterclockwise) {
   expectNear(transform->transformPoint({0, 1}), {-1, 0});
 }
 
-TEST(NSAffineTransform, AnotherIsAppendedBehindOrPutBefore) {
+TEST(NSAffineTransform, AnotherIsAppendedAfterOrPutBefore) {
   const auto shift = NSAffineTransform::transform(), doubling = NSAffineTransform::transform();
   shift->translateXBy(5, 0);
   doubling->scaleBy(2);

@@ -45,7 +45,7 @@ TEST_F(NSImageBytesTest, AlphaIsPremultiplied) {
   EXPECT_EQ(image->representations()[0]->pixels()->argb, std::vector<std::uint32_t>{0x80804000});
 }
 
-TEST_F(NSImageBytesTest, WhatIsNoPictureIsAbsent) {
+TEST_F(NSImageBytesTest, WhatIsNotAPictureIsAbsent) {
   for (const char* bytes :
        {"", "P", "P5 1 1 255\nx", "P6 0 1 255\n", "P6 -1 1 255\nxxx", "P6 1 1 65535\nxxxxxx", "P7\nDEPTH",
         "P7\nCOLOR 3\nENDHDR\n", "\x89PNG\r\n", "P6 1 1", "P6 99999999999999999999 1 255\nxxx"})
@@ -125,7 +125,7 @@ TEST_F(NSImageBytesTest, AnOperationIsThatOfOnePicture) {
   EXPECT_EQ(only("endTransparencyLayer", lines).size(), 1u);
 }
 
-TEST_F(NSImageBytesTest, StandsUprightInAFlippedViewUnlessToldOtherwise) {
+TEST_F(NSImageBytesTest, IsUprightInAFlippedViewUnlessToldOtherwise) {
   const auto drawnFlipped = [](const NSImage::Drawing& drawing) {
     tessaluna::backend::recording::RecordingCanvas canvas;
     CGContext context(canvas);

@@ -336,7 +336,7 @@ TEST_F(NSNibTest, WhatMayBeInAnObjectIsATableOfItsClass) {
   EXPECT_EQ(parts[1]->name, "second");
 }
 
-TEST_F(NSNibTest, AKeyThatTheClassOverlooksIsNoError) {
+TEST_F(NSNibTest, AKeyThatTheClassOverlooksIsNotAnError) {
   EXPECT_EQ(errorOf(R"({"objects": [{"class": "Test.Owner", "overlooked": [1, "any"]}]})"), "no error");
 }
 
@@ -486,7 +486,7 @@ TEST_F(NSNibTest, AFactoryMakesTheViewInCode) {
   EXPECT_EQ(make<MyController>("made")->view(), made);
 }
 
-TEST_F(NSNibTest, AnAbsentNibNameStandsForTheNameOfTheClass) {
+TEST_F(NSNibTest, AnAbsentNibNameMeansTheNameOfTheClass) {
   const auto made = make<NSView>(CGRect{});
   NSNib::registerFactory("MyController", [&](NSObject&) { return made; });
   EXPECT_EQ(make<MyController>()->view(), made);

@@ -151,7 +151,7 @@ TEST_F(ConstrainedRowsTest, ScrollingFarAndBackLeavesNothingBehind) {
   EXPECT_LE(harness::allocationsAlive, before + 10);
 }
 
-TEST_F(ConstrainedRowsTest, ARowThatIsSelectedLearnsWhatItStandsOn) {
+TEST_F(ConstrainedRowsTest, ASelectedRowLearnsItsGround) {
   const auto row = std::dynamic_pointer_cast<RowView>(table->viewAtRow(1));
   EXPECT_EQ(row->styles, std::vector<NSBackgroundStyle>{NSBackgroundStyleLight});
   table->selectRowIndexes(NSIndexSet(NSRange{1, 1}), NSTableView::Selecting::Replaces);

@@ -130,7 +130,7 @@ TEST_F(ConstraintSolverTest, AConflictThatLastsIsReportedOnce) {
   EXPECT_THAT(solver.takeConflicts(), IsEmpty());
 }
 
-TEST_F(ConstraintSolverTest, TheSameTwiceIsNoConflict) {
+TEST_F(ConstraintSolverTest, TheSameTwiceIsNotAConflict) {
   add({{x, 1}, {y, 1}}, Equal, 10);
   add({{x, 2}, {y, 2}}, Equal, 20);
   add({{x, 1}}, Equal, 4);

@@ -138,7 +138,7 @@ TEST_F(NSLayoutConstraintTest, LeadingAndTrailingFollowTheDirectionOfTheText) {
   EXPECT_EQ(laidOut(view), (CGRect{150, 140, 40, 10}));
 }
 
-TEST_F(NSLayoutConstraintTest, TextsOfDifferentSizesStandOnOneBaseline) {
+TEST_F(NSLayoutConstraintTest, TextsOfDifferentSizesAreOnOneBaseline) {
   const auto small = NSTextField::labelWithString("small"), large = NSTextField::labelWithString("large");
   large->setFont(NSFont::systemFontOfSize(26));
   for (const auto& label : {small, large}) {

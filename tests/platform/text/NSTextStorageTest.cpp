@@ -28,7 +28,7 @@ struct NSTextStorageTest : testing::Test {
 
 }  // namespace
 
-TEST_F(NSTextStorageTest, TellsOfEveryEditAlsoOfOneThroughItsBaseClass) {
+TEST_F(NSTextStorageTest, ReportsEveryEditAlsoOneThroughItsBaseClass) {
   NSMutableAttributedString& string = *storage;
   string.replaceCharactersInRange({1, 2}, u"XYZ");
   string.addAttribute(NSUnderlineStyleAttributeName, std::int64_t{1}, {2, 2});
@@ -50,7 +50,7 @@ TEST_F(NSTextStorageTest, EditsBetweenBeginAndEndAreOne) {
   EXPECT_EQ(edits->all, (std::vector<Edits::Edit>{{{0, 7}, 2}}));
 }
 
-TEST_F(NSTextStorageTest, NothingIsToldWithoutAnEdit) {
+TEST_F(NSTextStorageTest, NothingIsReportedWithoutAnEdit) {
   storage->beginEditing();
   storage->endEditing();
   storage->endEditing();

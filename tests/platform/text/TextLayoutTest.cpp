@@ -127,7 +127,7 @@ TEST_F(TextLayoutTest, ALineIsAsHighAsTheLargestOfItsFonts) {
 
 // The six line break modes.
 
-TEST_F(TextLayoutTest, WordWrappingBreaksBehindBlanksWhichHangOver) {
+TEST_F(TextLayoutTest, WordWrappingBreaksAfterBlanksWhichHangOver) {
   const TextLayout layout = layOut("one two three", 35);
   EXPECT_EQ(shown(layout), (Texts{"one two", "three"}));
   EXPECT_EQ(layout.lines()[1].start, 8u);
@@ -238,7 +238,7 @@ TEST_F(TextLayoutTest, AnEmptyLineIsAsHighAsItsFontSays) {
   EXPECT_EQ(layout.lines()[3].x, 50);
 }
 
-TEST_F(TextLayoutTest, LinesStandOneBelowTheOther) {
+TEST_F(TextLayoutTest, LinesAreOneBelowTheOther) {
   const TextLayout layout = layOut("one two three", 20);
   ASSERT_EQ(layout.lines().size(), 4u);
   EXPECT_EQ(shown(layout), (Texts{"one", "two", "thre", "e"}));
@@ -314,7 +314,7 @@ TEST_F(TextLayoutTest, TheCaretPlaceNearestToAPoint) {
   EXPECT_EQ(layOut("a\n\nb", 100).insertionIndexAt({30, 15}), 2u);  // in an empty line
 }
 
-TEST_F(TextLayoutTest, TheCaretStandsBeforeItsCharacterAndBehindTheLast) {
+TEST_F(TextLayoutTest, TheCaretIsBeforeItsCharacterAndAfterTheLast) {
   const TextLayout layout = layOut("one two", 20);
   EXPECT_EQ(layout.caretRectAt(0), (CGRect{0, 0, 1, 12}));
   EXPECT_EQ(layout.caretRectAt(2), (CGRect{10, 0, 1, 12}));
@@ -322,11 +322,11 @@ TEST_F(TextLayoutTest, TheCaretStandsBeforeItsCharacterAndBehindTheLast) {
   EXPECT_EQ(layout.caretRectAt(7), (CGRect{15, 12, 1, 12}));
 }
 
-TEST_F(TextLayoutTest, TheCaretOfAnEmptyLineStandsAtItsStart) {
+TEST_F(TextLayoutTest, TheCaretOfAnEmptyLineIsAtItsStart) {
   EXPECT_EQ(layOut("a\n", 100).caretRectAt(2), (CGRect{0, 12, 1, 12}));
 }
 
-TEST_F(TextLayoutTest, TheCaretBehindACharacterOfSeveralUnitsSkipsThem) {
+TEST_F(TextLayoutTest, TheCaretAfterACharacterOfSeveralUnitsSkipsThem) {
   const TextLayout layout = layOut(
       "e\xCC\x81"
       "b",
@@ -366,7 +366,7 @@ TEST_F(TextLayoutTest, DrawsFromTheUpperEdgeOnAndOneRunForEachFontAndColor) {
   EXPECT_EQ(only("setFillColor", lines)[1], R"({"op":"setFillColor","color":[1,0,0,1]})");
 }
 
-TEST_F(TextLayoutTest, StandsUprightInAFlippedSpace) {
+TEST_F(TextLayoutTest, IsUprightInAFlippedSpace) {
   tessaluna::backend::recording::RecordingCanvas canvas;
   CGContext context(canvas);
   {
@@ -421,7 +421,7 @@ TEST_F(TextLayoutTest, WithoutACurrentContextDrawingDoesNothing) {
 
 // Both directions. Three letters of Hebrew are three of five points, the first at the right.
 
-TEST_F(TextLayoutTest, InTextFromRightToLeftTheCaretStandsRightOfALetterAndAtTheEndLeftOfTheLast) {
+TEST_F(TextLayoutTest, InTextFromRightToLeftTheCaretIsRightOfALetterAndAtTheEndLeftOfTheLast) {
   const TextLayout layout = layOut("\u05D0\u05D1\u05D2", 100);
   const auto x = [&](std::size_t index) { return layout.caretRectAt(index).origin.x; };
   EXPECT_EQ(x(0), 15);
@@ -430,7 +430,7 @@ TEST_F(TextLayoutTest, InTextFromRightToLeftTheCaretStandsRightOfALetterAndAtThe
   EXPECT_EQ(x(3), 0);
 }
 
-TEST_F(TextLayoutTest, BehindTheLastLetterTheCaretFollowsThatLettersDirection) {
+TEST_F(TextLayoutTest, AfterTheLastLetterTheCaretFollowsThatLettersDirection) {
   const TextLayout mixed = layOut("ab \u05D0\u05D1", 100);
   EXPECT_EQ(mixed.caretRectAt(2).origin.x, 10);
   EXPECT_EQ(mixed.caretRectAt(3).origin.x, 25);
@@ -517,7 +517,7 @@ TEST_F(TextLayoutTest, ATallLineIsAmongThoseThatReachFarBelowIt) {
   EXPECT_EQ(layout.rangeBetween(80, 81).location, 0u);
 }
 
-TEST_F(TextLayoutTest, LinesOfARangeAreDrawnWhereTheyStandInTheWhole) {
+TEST_F(TextLayoutTest, LinesOfARangeAreDrawnWhereTheyAreInTheWhole) {
   const TextLayout layout = layOut("aa\nbb\ncc", 100);
   const CGRect rect{0, 0, 100, 100};
   const Lines all = only("glyphs", recordingOf([&] { layout.drawInRect(rect); }));

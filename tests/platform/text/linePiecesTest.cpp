@@ -46,7 +46,7 @@ TEST(linePieces, NumbersAndSignsBetweenLettersFromLeftToRightAreLetters) {
   EXPECT_THAT(textsOf(shortPieces(line), line), ElementsAre(u"1234 ", u"5678 ", u"90 .... ", u"..."));
 }
 
-TEST(linePieces, PiecesOfALineFromRightToLeftStandFromTheRight) {
+TEST(linePieces, PiecesOfALineFromRightToLeftAreFromTheRight) {
   const std::u16string line = u"\u05D0\u05D1\u05D2\u05D0 \u05D1\u05D2\u05D0\u05D1 \u05D2\u05D0";
   const LinePieces pieces = shortPieces(line);
   EXPECT_THAT(textsOf(pieces, line), ElementsAre(line.substr(0, 5), line.substr(5, 5), line.substr(10)));
@@ -72,7 +72,7 @@ TEST(linePieces, ALongStretchOfTheOtherDirectionIsTurnedAsAWhole) {
   EXPECT_FALSE(pieces.inTextOrder[4].isRightToLeft);
 }
 
-TEST(linePieces, InALineFromRightToLeftALongStretchStandsFromLeftToRight) {
+TEST(linePieces, InALineFromRightToLeftALongStretchIsFromLeftToRight) {
   const std::u16string line = u"\u05D0\u05D1 abcd efgh ij \u05D2";
   const LinePieces pieces = shortPieces(line);
   EXPECT_THAT(textsOf(pieces, line), ElementsAre(u"\u05D0\u05D1 ", u"abcd ", u"efgh ", u"ij", u" \u05D2"));

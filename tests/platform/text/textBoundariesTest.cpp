@@ -42,7 +42,7 @@ TEST(textBoundaries, ADoubleClickTakesWhatIsOfOneKind) {
   EXPECT_EQ(wordRangeAt(u"", 0), (NSRange{0, 0}));
 }
 
-TEST(textBoundaries, AnApostropheAtAWordsEdgeIsNoPartOfIt) {
+TEST(textBoundaries, AnApostropheAtAWordsEdgeIsNotPartOfIt) {
   EXPECT_EQ(wordRangeAt(u"'tis'", 1), (NSRange{1, 3}));
   EXPECT_EQ(wordRangeAt(u"rock\u2019n", 0), (NSRange{0, 6}));
 }

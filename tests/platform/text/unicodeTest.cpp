@@ -18,7 +18,7 @@ TEST(unicode, TextOfEveryLengthOfEncodingGoesThereAndBack) {
   EXPECT_EQ(utf16.size(), 5u);
 }
 
-TEST(unicode, AByteThatIsNoUtf8BecomesTheReplacementCharacter) {
+TEST(unicode, AByteThatIsNotUtf8BecomesTheReplacementCharacter) {
   EXPECT_EQ(utf16FromUtf8("a\xFFz"), u"a\uFFFDz");
   EXPECT_EQ(utf16FromUtf8("\x80"), u"\uFFFD");
 }
@@ -28,7 +28,7 @@ TEST(unicode, ACutOffCharacterIsOneReplacementHoweverManyOfItsBytesAreThere) {
   EXPECT_EQ(utf16FromUtf8("\xF0\x9F\x8E!"), u"\uFFFD!");
 }
 
-TEST(unicode, OverlongFormsAndEncodedSurrogatesAreNoCharacters) {
+TEST(unicode, OverlongFormsAndEncodedSurrogatesAreNotCharacters) {
   EXPECT_EQ(utf16FromUtf8("\xC0\xAF"), u"\uFFFD\uFFFD");
   EXPECT_EQ(utf16FromUtf8("\xE0\x80\x80"), u"\uFFFD\uFFFD\uFFFD");
   EXPECT_EQ(utf16FromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");

@@ -315,7 +315,7 @@ TEST_F(NSButtonTest, SpaceDoesNotPressADisabledFirstResponder) {
   EXPECT_EQ(presses(), 0u);
 }
 
-TEST_F(NSButtonTest, OtherKeysGoOnUpTheChain) {
+TEST_F(NSButtonTest, OtherKeysContinueUpTheChain) {
   const auto outer = make<harness::ProbeView>(CGRect{60, 60, 50, 50});
   window->contentView()->addSubview(outer);
   outer->addSubview(button);

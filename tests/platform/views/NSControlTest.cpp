@@ -80,7 +80,7 @@ TEST_F(NSControlTest, IsDecodedWithItsCell) {
   EXPECT_EQ(decoded->cell()->state(), NSControlStateValueOn);
 }
 
-TEST_F(NSControlTest, ADecodedStateThatThereIsNotReadsAsMissing) {
+TEST_F(NSControlTest, AnUnknownDecodedStateReadsAsMissing) {
   for (const char* json : {R"({"cell": {"state": 99}})", R"({"cell": {"state": -99}})", R"({"cell": {"state": "no"}})"}) {
     NSCoder coder(json);
     EXPECT_EQ(make<NSControl>(coder)->cell()->state(), NSControlStateValueOff) << json;
@@ -113,7 +113,7 @@ TEST_F(NSControlTest, APressIsTrackedFromStartToStopInTheControlsSpace) {
   EXPECT_EQ(target->acts, 1);
 }
 
-TEST_F(NSControlTest, AReleaseOutsideIsNoClick) {
+TEST_F(NSControlTest, AReleaseOutsideIsNotAClick) {
   user.press(*window, {15, 45});
   user.dragTo({100, 100});
   user.release();
@@ -332,7 +332,7 @@ TEST_F(NSControlTest, ItsValueIsTheCells) {
   EXPECT_EQ(control->objectValue(), cell->objectValue());
 }
 
-TEST_F(NSControlTest, AValueThatIsSetAsksForARedrawAndTellsAssistiveClients) {
+TEST_F(NSControlTest, AValueThatIsSetAsksForARedrawAndNotifiesAssistiveClients) {
   int changes = 0;
   const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
       NSAccessibilityValueChangedNotification, cell, nullptr, [&](const Ref<NSNotification>&) { ++changes; });
@@ -360,7 +360,7 @@ TEST_F(NSControlTest, ACellThatDoesNotStartIsNotTracked) {
   EXPECT_EQ(target->acts, 0);
 }
 
-TEST_F(NSControlTest, ACellThatDoesNotGoOnEndsThePress) {
+TEST_F(NSControlTest, ACellThatDoesNotContinueEndsThePress) {
   user.press(*window, {15, 45});
   cell->goesOn = false;
   user.dragTo({20, 40});
@@ -371,7 +371,7 @@ TEST_F(NSControlTest, ACellThatDoesNotGoOnEndsThePress) {
   EXPECT_EQ(target->acts, 0);
 }
 
-TEST_F(NSControlTest, ACellThatEndsThePressIsToldFromWhereAndWhere) {
+TEST_F(NSControlTest, ACellThatEndsThePressLearnsFromWhereAndWhere) {
   user.press(*window, {15, 45});
   cell->goesOn = false;
   user.dragTo({20, 40});

@@ -82,7 +82,7 @@ TEST_F(NSLevelIndicatorTest, ValuesOutsideTheRangeShowAsItsEnds) {
   EXPECT_EQ(cell().numberOfParts(), 200u);
 }
 
-TEST_F(NSLevelIndicatorTest, StarsShrinkWithASmallCellAndStandInTheMiddleOfAHighOne) {
+TEST_F(NSLevelIndicatorTest, StarsShrinkWithASmallCellAndAreInTheMiddleOfAHighOne) {
   EXPECT_EQ(cell().rectOfPart(2, {0, 0, 70, 34}), (CGRect{28, 10, 14, 14}));
   EXPECT_EQ(cell().rectOfPart(2, {0, 0, 200, 8}), (CGRect{16, 0, 8, 8}));
   EXPECT_EQ(cell().rectOfPart(1, {0, 0, 50, 14}), (CGRect{10, 2, 10, 10}));
@@ -239,7 +239,7 @@ class NSLevelIndicatorWithTickMarks : public NSLevelIndicatorTest {
 
 }  // namespace
 
-TEST_F(NSLevelIndicatorWithTickMarks, TheMarksStandFromTheMinimumToTheMaximumBelowTheBar) {
+TEST_F(NSLevelIndicatorWithTickMarks, TheMarksAreFromTheMinimumToTheMaximumBelowTheBar) {
   EXPECT_EQ(cell().tickMarkValueAtIndex(0), 0);
   EXPECT_EQ(cell().tickMarkValueAtIndex(4), 4);
   EXPECT_EQ(cell().tickMarkValueAtIndex(10), 10);

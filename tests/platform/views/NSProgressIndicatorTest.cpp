@@ -145,7 +145,7 @@ TEST_F(NSProgressIndicatorTest, ItMayGoWhileItTurns) {
   desktop.advance(1);
 }
 
-TEST_F(NSProgressIndicatorTest, WhereTheUserWantsLessMotionItStandsStill) {
+TEST_F(NSProgressIndicatorTest, WhereTheUserWantsLessMotionItDoesNotMove) {
   desktop.setPrefersReducedMotion(true);
   spin();
   const auto window = showWindowWith(indicator);
@@ -156,7 +156,7 @@ TEST_F(NSProgressIndicatorTest, WhereTheUserWantsLessMotionItStandsStill) {
   EXPECT_THAT(filled(), HasSubstr(R"(["roundedRect",35,7,30,6)"));
 }
 
-TEST_F(NSProgressIndicatorTest, ADeterminateSpinnerDarkensSpokesAndStandsStill) {
+TEST_F(NSProgressIndicatorTest, ADeterminateSpinnerDarkensSpokesAndDoesNotMove) {
   indicator->setIndeterminate(false);
   spin();
   const auto window = showWindowWith(indicator);

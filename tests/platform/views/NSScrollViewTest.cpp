@@ -108,7 +108,7 @@ TEST_F(NSScrollViewTest, AWindowThatGrowsShowsNothingBesideTheDocument) {
   EXPECT_EQ(origin(), (CGPoint{0, 880}));
 }
 
-TEST_F(NSScrollViewTest, TheDocumentIsToldWhatShows) {
+TEST_F(NSScrollViewTest, TheDocumentIsNotifiedOfWhatShows) {
   document->prepared.clear();
   scrollTo({10, 300});
   EXPECT_EQ(document->prepared.back(), (CGRect{10, 300, 100, 100}));
@@ -187,7 +187,7 @@ TEST_F(NSScrollViewTest, TheWheelStopsAtWholePointsAndItsSmallStepsAddUp) {
   EXPECT_EQ(origin().y, 4);
 }
 
-TEST_F(NSScrollViewTest, AtTheEndOfItsWayTheWheelGoesOnToTheViewAround) {
+TEST_F(NSScrollViewTest, AtTheEndOfItsWayTheWheelContinuesToTheViewAround) {
   const auto around = make<ProbeView>(CGRect{0, 0, 200, 150});
   window->contentView()->addSubview(around);
   scrollView->removeFromSuperview();

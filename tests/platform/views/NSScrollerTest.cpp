@@ -169,7 +169,7 @@ class NSScrollerHeldBesideItsKnob : public harness::StillWorld {
 
 }  // namespace
 
-TEST_F(NSScrollerHeldBesideItsKnob, GoesOnPageByPageAfterAWhile) {
+TEST_F(NSScrollerHeldBesideItsKnob, ContinuesPageByPageAfterAWhile) {
   user.press(*window, onBar(99));
   EXPECT_EQ(scrolled(), 90);
   desktop.advance(0.49);

@@ -203,7 +203,7 @@ TEST_F(NSSegmentedControlTest, WhereAnyCanBeSelectedArrowsMoveAndSpaceClicks) {
   EXPECT_EQ(target->acts, 1);
 }
 
-TEST_F(NSSegmentedControlTest, KeysWithModifiersGoOnUpTheChain) {
+TEST_F(NSSegmentedControlTest, KeysWithModifiersContinueUpTheChain) {
   control->setSelectedSegment(0);
   focus();
   user.pressKey(NSRightArrowFunctionKey, NSEventModifierFlagCommand);
@@ -273,7 +273,7 @@ TEST_F(NSSegmentedControlTest, TheTabThatTheKeysAreOnHasTheFocus) {
   EXPECT_FALSE(element(0).isAccessibilityFocused());
 }
 
-TEST_F(NSSegmentedControlTest, AssistiveClientsHearOfASelection) {
+TEST_F(NSSegmentedControlTest, AssistiveClientsObserveASelection) {
   std::vector<std::string> heard;
   const auto token = accessibilityNotificationCenter().addObserverForName(
       NSAccessibilitySelectedChildrenChangedNotification, cell, nullptr,

@@ -121,7 +121,7 @@ TEST_F(NSTableColumnTest, EachRowHasACopyOfEachColumnsCellWithTheSourcesValue) {
   EXPECT_EQ(dynamic_cast<NSLevelIndicatorCell&>(*control(1, 1).cell()).levelIndicatorStyle(), NSLevelIndicatorStyleRating);
 }
 
-TEST_F(NSTableColumnTest, ColumnsStandSideBySideAndTheTableIsAsWideAsTheyAre) {
+TEST_F(NSTableColumnTest, ColumnsAreSideBySideAndTheTableIsAsWideAsTheyAre) {
   EXPECT_EQ(table->rectOfColumn(1).origin.x, 80);
   EXPECT_EQ(table->columnAtPoint({85, 5}), 1u);
   EXPECT_EQ(table->columnAtPoint({300, 5}), std::nullopt);
@@ -162,7 +162,7 @@ TEST_F(NSTableColumnTest, TextsOfARowAreOnOneLineWhetherTheyCanBeEditedOrNot) {
   EXPECT_EQ(CGRectGetMidY(boxOfText(2)), 20);
 }
 
-TEST_F(NSTableColumnTest, SeveralLinesStandInTheMiddleOfTheirRowAsAWhole) {
+TEST_F(NSTableColumnTest, SeveralLinesAreInTheMiddleOfTheirRowAsAWhole) {
   marks->setDataCell(make<NSTextFieldCell>());
   marks->setEditable(false);
   table->setRowHeight(60);

@@ -146,7 +146,7 @@ TEST_F(NSTableViewRowsTest, ADragExtendsTheSelectionFromThePressedRow) {
   EXPECT_THAT(selected(), ElementsAre(1, 2));
 }
 
-TEST_F(NSTableViewRowsTest, ADragGoesOnFromItsRowWhereRowsComeAndEndsWhereItGoes) {
+TEST_F(NSTableViewRowsTest, ADragContinuesFromItsRowWhereRowsComeAndEndsWhereItGoes) {
   user.press(*window, at(1));
   insert(0);
   user.dragTo(at(3));

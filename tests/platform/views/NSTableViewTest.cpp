@@ -204,7 +204,7 @@ TEST_F(NSTableViewTest, RowsMayHaveDifferentHeights) {
   EXPECT_EQ(table->rowAtPoint({5, 134}), 3u);
 }
 
-TEST_F(NSTableViewTest, ARowWithoutHeightHidesNoneBehindIt) {
+TEST_F(NSTableViewTest, ARowWithoutHeightHidesNoneAfterIt) {
   host->rows = 5;
   host->heights = {20, 0, 20, -5, 20};
   table->reloadData();
@@ -270,7 +270,7 @@ TEST_F(NSTableViewTest, FewerRowsCutTheSelectionAndTheHover) {
   EXPECT_EQ(rowsWithViews(), (Rows{0, 1, 2}));
 }
 
-TEST_F(NSTableViewTest, ACutSelectionIsToldAndForgetsWhereItBegan) {
+TEST_F(NSTableViewTest, ACutSelectionIsReportedAndForgetsWhereItBegan) {
   table->selectRowIndexes(NSIndexSet(NSRange{1, 5}), NSTableView::Selecting::Replaces);
   const int before = host->selectionChanges;
   host->rows = 3;
@@ -330,7 +330,7 @@ TEST_F(NSTableViewTest, ShiftExtendsFromWhereTheSelectionBegan) {
   EXPECT_EQ(selected(), (Rows{0, 1, 2}));
 }
 
-TEST_F(NSTableViewTest, ArrowsGoOnFromTheEndThatAShiftClickMoved) {
+TEST_F(NSTableViewTest, ArrowsContinueFromTheEndThatAShiftClickMoved) {
   click(2);
   click(0, NSEventModifierFlagShift);
   EXPECT_EQ(table->selectedRow(), 0u);
@@ -380,12 +380,12 @@ TEST_F(NSTableViewTest, ShiftExtendsFromTheFirstRowOfASelectionMadeByTheProgram)
   EXPECT_EQ(selected(), (Rows{1, 2, 3, 4}));
 }
 
-TEST_F(NSTableViewTest, AThirdClickIsNoSecondDoubleClick) {
+TEST_F(NSTableViewTest, AThirdClickIsNotASecondDoubleClick) {
   for (int i = 0; i < 3; ++i) user.click(*window, at(2));
   EXPECT_EQ(host->doubleClicked, Rows{2});
 }
 
-TEST_F(NSTableViewTest, ADoubleClickIsToldOnceAndKeepsTheSelection) {
+TEST_F(NSTableViewTest, ADoubleClickIsReportedOnceAndKeepsTheSelection) {
   user.click(*window, at(2));
   user.click(*window, at(2));
   EXPECT_EQ(host->doubleClicked, Rows{2});
@@ -496,7 +496,7 @@ TEST_F(NSTableViewTest, KeysOfAnEmptyTableDoNothing) {
 
 // Looks.
 
-TEST_F(NSTableViewTest, ASelectedRowsTextStandsOnDarkGround) {
+TEST_F(NSTableViewTest, ASelectedRowsTextIsOnDarkGround) {
   click(2);
   const auto styleOf = [&](std::size_t row) {
     return static_cast<const NSControl&>(*table->viewAtRow(row)->subviews()[0]).cell()->backgroundStyle();
@@ -553,7 +553,7 @@ TEST_F(NSTableViewTest, LosingTheKeysGraysTheSelection) {
 
 // Hover.
 
-TEST_F(NSTableViewTest, TheHostIsToldTheRowUnderThePointer) {
+TEST_F(NSTableViewTest, TheHostIsNotifiedOfTheRowUnderThePointer) {
   user.moveTo(*window, at(1));
   user.moveTo(*window, at(1));
   user.moveTo(*window, at(2));
@@ -561,7 +561,7 @@ TEST_F(NSTableViewTest, TheHostIsToldTheRowUnderThePointer) {
   EXPECT_EQ(host->hovered, (Hovered{1, 2, std::nullopt}));
 }
 
-TEST_F(NSTableViewTest, RowsThatScrollUnderAStillPointerAreToldWithTheNextMove) {
+TEST_F(NSTableViewTest, RowsThatScrollUnderAStillPointerAreReportedWithTheNextMove) {
   user.moveTo(*window, {100, 75});
   EXPECT_EQ(table->hoveredRow(), 2u);
   scrollTo(300);
@@ -571,7 +571,7 @@ TEST_F(NSTableViewTest, RowsThatScrollUnderAStillPointerAreToldWithTheNextMove) 
   EXPECT_EQ(host->hovered, (Hovered{2, 12}));
 }
 
-TEST_F(NSTableViewTest, TheRowUnderThePointerAtTheEndOfADragIsTold) {
+TEST_F(NSTableViewTest, TheRowUnderThePointerAtTheEndOfADragIsReported) {
   user.moveTo(*window, at(1));
   user.press(*window, at(1));
   user.dragTo(at(3));

@@ -60,7 +60,7 @@ TEST_F(NSTextFieldEditingTest, WhatWasTypedIsTakenOverWhenTheKeysGoElsewhere) {
   EXPECT_EQ(delegate->calls, (Calls{"begin", "change x", "change xy", "end"}));
 }
 
-TEST_F(NSTextFieldEditingTest, NobodyIsToldOfABeginBeforeTheFirstChange) {
+TEST_F(NSTextFieldEditingTest, NobodyIsNotifiedOfABeginBeforeTheFirstChange) {
   begin("abc");
   user.pressKey(NSLeftArrowFunctionKey);
   EXPECT_EQ(delegate->calls, (Calls{"moveLeft:"}));
@@ -94,7 +94,7 @@ TEST_F(NSTextFieldEditingTest, ADelegateMayRefuseTheBeginOrTheEnd) {
   EXPECT_EQ(other->currentEditor(), nullptr);
 }
 
-TEST_F(NSTextFieldEditingTest, ValidateTakesTheTextOverAndGoesOn) {
+TEST_F(NSTextFieldEditingTest, ValidateTakesOverTheTextAndContinues) {
   begin("abc");
   user.type("x");
   field->validateEditing();
@@ -320,7 +320,7 @@ TEST_F(NSTextFieldEditingTest, TabInTheOnlyFieldSelectsItsText) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
 }
 
-TEST_F(NSTextFieldEditingTest, AKeyThatIsNoCommandOfTheTextGoesOn) {
+TEST_F(NSTextFieldEditingTest, AKeyThatIsNotACommandOfTheTextContinues) {
   begin("abc");
   const int before = nativeOf(*window).eventsNotTaken();
   user.pressKey(escape);
@@ -469,7 +469,7 @@ TEST_F(NSTextFieldEditingTest, ADelegateThatAlwaysTakesTheKeysBackKeepsThem) {
   delegate->onEnd = nullptr;
 }
 
-TEST_F(NSTextFieldEditingTest, AFieldThatIsEditedAnewWithinItsActionAndThenHiddenLetsGoOfTheEditor) {
+TEST_F(NSTextFieldEditingTest, AFieldThatIsEditedAgainWithinItsActionAndThenHiddenLetsGoOfTheEditor) {
   begin("abc");
   target->onAction = [&] {
     field->selectText(nullptr);

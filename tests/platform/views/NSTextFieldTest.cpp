@@ -150,7 +150,7 @@ TEST_F(NSTextFieldTest, AButtonIsAsLargeAsItsTitleWithAMarginAround) {
   EXPECT_DOUBLE_EQ(button->intrinsicContentSize().height, 13 * 1.2 + 8);
 }
 
-TEST_F(NSTextFieldTest, AButtonsTitleStandsInItsMiddle) {
+TEST_F(NSTextFieldTest, AButtonsTitleIsCentered) {
   const auto button = make<NSButton>(CGRect{0, 0, 100, 30});
   button->setFont(NSFont::systemFontOfSize(10));
   button->setTitle("Play");

@@ -91,7 +91,7 @@ TEST_F(NSTextViewKeys, MoveTheCaret) {
   }
 }
 
-TEST_F(NSTextViewKeys, ShiftGoesOnFromWhereTheSelectionBegan) {
+TEST_F(NSTextViewKeys, ShiftContinuesFromWhereTheSelectionBegan) {
   begin("abcdef", 3);
   user.pressKey(right, shift);
   user.pressKey(right, shift);
@@ -239,7 +239,7 @@ TEST_F(NSTextViewKeys, LeftIsForwardInATextThatBeginsFromRightToLeft) {
 
 // A text view that is no field editor.
 
-TEST_F(NSTextViewTest, ALongTextStandsOnSeveralLinesAndTheCaretKeepsItsColumn) {
+TEST_F(NSTextViewTest, ALongTextIsOnSeveralLinesAndTheCaretKeepsItsColumn) {
   const auto text = make<NSTextView>(CGRect{0, 0, 50, 100});  // 40 points beside the padding: six characters
   const auto window = showWindowWith(text);
   window->makeFirstResponder(text.get());
@@ -269,7 +269,7 @@ TEST_F(NSTextViewTest, ReturnAndTabAreTyped) {
   EXPECT_EQ(text->string(), "a\n\t");
 }
 
-TEST_F(NSTextViewTest, ATextThatIsNoFieldEditorIsAnElement) {
+TEST_F(NSTextViewTest, ATextThatIsNotAFieldEditorIsAnElement) {
   const auto text = make<NSTextView>(CGRect{0, 0, 200, 100});
   EXPECT_TRUE(text->isAccessibilityElement());
   EXPECT_EQ(text->accessibilityRole(), "AXTextArea");

@@ -76,7 +76,7 @@ TEST_F(TextViewEditingUndo, WhatWasUndoneCanNoLongerBeRedoneOnceSomethingIsTyped
   EXPECT_EQ(field->stringValue(), "b");
 }
 
-TEST_F(TextViewEditingUndo, IsToldAsAChange) {
+TEST_F(TextViewEditingUndo, IsReportedAsAChange) {
   begin();
   user.type("a");
   delegate->calls.clear();
@@ -151,7 +151,7 @@ TEST_F(TextViewEditingClipboard, PastingNothingChangesNothing) {
 
 // What is being composed.
 
-TEST_F(TextViewEditingComposition, StandsUnderlinedInTheTextUntilItIsCommitted) {
+TEST_F(TextViewEditingComposition, IsUnderlinedInTheTextUntilItIsCommitted) {
   begin("ab", 1);
   user.compose("\u00B4");
   EXPECT_TRUE(editor()->hasMarkedText());
@@ -215,7 +215,7 @@ TEST_F(TextViewEditingComposition, StaysWhenTheKeysOrThePointerGoElsewhere) {
   EXPECT_EQ(nativeOf(*window).discardsOfMarkedText(), 2);
 }
 
-TEST_F(TextViewEditingComposition, AKeyThatTheInputMethodLeavesComesBehindIt) {
+TEST_F(TextViewEditingComposition, AKeyThatTheInputMethodLeavesComesAfterIt) {
   begin();
   user.compose("k");
   user.type("x");
@@ -230,7 +230,7 @@ TEST_F(TextViewEditingComposition, AReplacementRangeIsReplaced) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 0}));
 }
 
-TEST_F(TextViewEditingComposition, TellsTheDesktopWhereTheCaretIs) {
+TEST_F(TextViewEditingComposition, NotifiesTheDesktopOfTheCaretsPlace) {
   begin("abc", 2);
   const CGRect rect = editor()->firstRectForCharacterRange({2, 0});
   const CGPoint corner = window->convertPointToScreen({20 + 7 + 13, 0});

@@ -67,7 +67,7 @@ TEST_F(TextViewSelectionMouse, ADragSelectsFromWhereItBegan) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{3, 4}));
 }
 
-TEST_F(TextViewSelectionMouse, ADoubleClickSelectsAWordAndItsDragGoesOnByWords) {
+TEST_F(TextViewSelectionMouse, ADoubleClickSelectsAWordAndItsDragContinuesByWords) {
   field->setStringValue("one two thr");
   user.click(*window, placeOf(5));
   user.press(*window, placeOf(5));
@@ -92,7 +92,7 @@ TEST_F(TextViewSelectionMouse, AThirdClickSelectsAll) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 7}));
 }
 
-TEST_F(TextViewSelectionMouse, AShiftClickGoesOnFromTheAnchor) {
+TEST_F(TextViewSelectionMouse, AShiftClickContinuesFromTheAnchor) {
   field->setStringValue("one two");
   user.click(*window, placeOf(2));
   desktop.advance(1);
@@ -164,7 +164,7 @@ TEST_F(TextViewSelectionMouse, AnEditingThatEndsEndsTheScrolling) {
   user.release();
 }
 
-TEST_F(TextViewSelectionCaret, StandsOnWholeDevicePixels) {
+TEST_F(TextViewSelectionCaret, IsOnWholeDevicePixels) {
   for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
     SCOPED_TRACE(scale);
     desktop.setScale(scale);
@@ -208,7 +208,7 @@ TEST_F(TextViewSelectionCaret, ABlinkRedrawsItsPlaceAndNoMore) {
   EXPECT_LE(dirty[0].size.height, 17);
 }
 
-TEST_F(TextViewSelectionCaret, ShowsAnewWithEveryKey) {
+TEST_F(TextViewSelectionCaret, ShowsAgainWithEveryKey) {
   begin("abc", 1);
   desktop.advance(0.5);
   user.type("x");
@@ -246,7 +246,7 @@ TEST_F(TextViewSelectionCaret, IsThereAsSoonAsAnEmptyFieldHasTheKeys) {
   EXPECT_TRUE(editor()->isCaretShown());
 }
 
-TEST_F(TextViewSelectionCaret, ASelectionsColorTellsWhetherTheKeysGoThere) {
+TEST_F(TextViewSelectionCaret, ASelectionsColorShowsWhetherTheKeysGoThere) {
   begin("abc");
   const auto colors = [&] {
     nativeOf(*window).forgetPaints();
@@ -300,7 +300,7 @@ TEST_F(TextViewSelectionCaret, StaysInSightWhenTheFieldIsResized) {
   EXPECT_GE(editor()->frame().size.width, 146);
 }
 
-TEST_F(TextViewSelectionCaret, StandsWhereTheTextsAlignmentPutsIt) {
+TEST_F(TextViewSelectionCaret, IsWhereTheTextsAlignmentPutsIt) {
   field->setAlignment(NSTextAlignmentRight);
   begin("ab");
   user.pressKey(NSEndFunctionKey);

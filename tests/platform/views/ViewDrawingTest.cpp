@@ -217,7 +217,7 @@ TEST_F(ViewDrawingTest, AHiddenViewAndAllBelowItDrawNothing) {
   EXPECT_FALSE(child->isHidden());
 }
 
-TEST_F(ViewDrawingTest, HidingIsToldToAllThatWereShownBefore) {
+TEST_F(ViewDrawingTest, HidingIsReportedToAllThatWereShownBefore) {
   class Listener : public NSView {
    public:
     using NSView::NSView;

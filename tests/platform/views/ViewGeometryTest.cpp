@@ -53,7 +53,7 @@ TEST_F(ViewGeometryTest, AnEmptyArchiveGivesAPlainView) {
   EXPECT_TRUE(v->autoresizesSubviews());
 }
 
-TEST_F(ViewGeometryTest, SubviewsStandFromBackToFront) {
+TEST_F(ViewGeometryTest, SubviewsAreFromBackToFront) {
   const auto parent = view({0, 0, 100, 100}), a = view({}), b = view({});
   parent->addSubview(a);
   parent->addSubview(b);

@@ -197,7 +197,7 @@ TEST_F(ViewLayoutTest, ATreeWithoutAWindowIsLaidOutWhenSomebodyAsks) {
 
 // Layouts that change more than the places of their subviews.
 
-TEST_F(ViewLayoutTest, AViewThatIsMarkedBehindThePassIsLaidOutInTheSamePass) {
+TEST_F(ViewLayoutTest, AViewThatIsMarkedAfterThePassIsLaidOutInTheSamePass) {
   inner->onLayout = [&] {
     if (inner->layouts == 1) outer->setNeedsLayout(true);
   };

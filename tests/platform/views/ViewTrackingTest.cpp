@@ -188,7 +188,7 @@ TEST_F(ViewTrackingTest, AnAreaMayBeRemovedAndAddedInsideItsOwnHandler) {
   EXPECT_THAT(v->calls, ElementsAre("mouseEntered"));
 }
 
-TEST_F(ViewTrackingTest, AnOwnerThatHasGoneIsToldNothing) {
+TEST_F(ViewTrackingTest, ADestroyedOwnerIsNotNotified) {
   const auto v = view({50, 50, 40, 40});
   auto owner = make<ProbeView>(NSZeroRect);
   v->addTrackingArea(make<NSTrackingArea>(v->bounds(), comingAndGoing, owner));

@@ -75,7 +75,7 @@ TEST_F(HiddenWindowTrackingTest, SendsTheOwedExitWithTheFirstMoveWhereThePointer
   EXPECT_EQ(taken(), Calls{"mouseExited"});
 }
 
-TEST_F(HiddenWindowTrackingTest, ALeaveThatTheDesktopSendsToAHiddenWindowTellsNobody) {
+TEST_F(HiddenWindowTrackingTest, ALeaveThatTheDesktopSendsToAHiddenWindowNotifiesNobody) {
   user.moveTo(*window, {10, 10});
   taken();
   window->orderOut(nullptr);

@@ -102,7 +102,7 @@ TEST_F(MouseDispatchTest, AViewThatComesBackUnderThePointerIsEnteredAgain) {
   EXPECT_EQ(taken(), Calls{"mouseEntered"});
 }
 
-TEST_F(MouseDispatchTest, WhoStaysIsNotToldOfTheReleaseOfAViewThatLeaves) {
+TEST_F(MouseDispatchTest, WhoStaysIsNotNotifiedOfTheReleaseOfAViewThatLeaves) {
   class Silent : public NSView {
    public:
     using NSView::NSView;
@@ -114,7 +114,7 @@ TEST_F(MouseDispatchTest, WhoStaysIsNotToldOfTheReleaseOfAViewThatLeaves) {
   EXPECT_EQ(taken(), Calls{"mouseDown"});
 }
 
-TEST_F(MouseDispatchTest, WhoLeavesWithTheViewIsToldWhatTheViewDoesNotTake) {
+TEST_F(MouseDispatchTest, WhoLeavesWithTheViewGetsWhatTheViewDoesNotTake) {
   const auto inner = make<NSView>(CGRect{0, 0, 30, 40});
   view->addSubview(inner);
   user.press(*window, {15, 25});

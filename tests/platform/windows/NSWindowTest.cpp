@@ -600,7 +600,7 @@ TEST_F(NSWindowTest, TabGoesAlongTheKeyViewsAndRoundAtTheEnds) {
   EXPECT_EQ(afterKey(NSTabCharacter, NSEventModifierFlagControl), a.get());
 }
 
-TEST_F(NSWindowTest, AKeyOrAScrollThatNobodyTakesIsToldToTheDesktop) {
+TEST_F(NSWindowTest, AKeyOrAScrollThatNobodyTakesIsReportedToTheDesktop) {
   const auto window = showWindow();
   user.pressKey("a");
   user.scroll(*window, {10, 10}, {0, 1});
@@ -609,7 +609,7 @@ TEST_F(NSWindowTest, AKeyOrAScrollThatNobodyTakesIsToldToTheDesktop) {
   EXPECT_EQ(nativeOf(*window).eventsNotTaken(), 2);
 }
 
-TEST_F(NSWindowTest, AKeyOrAScrollThatAViewTakesIsNotToldToTheDesktop) {
+TEST_F(NSWindowTest, AKeyOrAScrollThatAViewTakesIsNotReportedToTheDesktop) {
   const auto v = keyView();
   const auto window = showWindowWith(v);
   window->makeFirstResponder(v.get());

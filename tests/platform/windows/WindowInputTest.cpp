@@ -326,7 +326,7 @@ TEST_F(WindowInputCompositionTest, ADecisionMayReplaceTextAroundTheCaret) {
   EXPECT_EQ(state(), "Ahe end") << "no place before the text";
 }
 
-TEST_F(WindowInputCompositionTest, ACaretBehindTheComposedTextIsAtItsEnd) {
+TEST_F(WindowInputCompositionTest, ACaretAfterTheComposedTextIsAtItsEnd) {
   step({.composed = "xy", .caret = 99});
   EXPECT_EQ(caret(), 3u);
 }
@@ -339,7 +339,7 @@ TEST_F(WindowInputCompositionTest, IsOneStepToUndo) {
   EXPECT_EQ(state(), "ab");
 }
 
-TEST_F(WindowInputCompositionTest, TextIsToldWithoutWhatIsComposed) {
+TEST_F(WindowInputCompositionTest, TextIsReportedWithoutWhatIsComposed) {
   step({.composed = "xyz"});
   const std::optional<backend::EditedText> text = window->windowClient().input().editedText();
   ASSERT_TRUE(text);

@@ -359,7 +359,7 @@ TEST_F(SearchFieldTest, DownAndAltDownOpenThePopUpAgain) {
   }
 }
 
-TEST_F(SearchFieldTest, TypingGoesOnFromTheTitleThatAKeyBroughtIntoTheField) {
+TEST_F(SearchFieldTest, TypingContinuesFromTheTitleThatAKeyBroughtIntoTheField) {
   user.type("amb");
   user.pressKey(NSDownArrowFunctionKey);
   user.type("s");

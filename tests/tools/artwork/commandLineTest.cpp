@@ -98,7 +98,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Mistake{render({"Play", "--background", "#1234567"}),
                             "--background: '#1234567' is none of none, light, dark and #rrggbb"}));
 
-TEST(CommandLine, HelpTellsAllCommands) {
+TEST(CommandLine, HelpListsAllCommands) {
   const ToolFolder folder;
   for (const char* word : {"--help", "-h", "help"}) {
     const ToolRun run = folder.run({word});
@@ -108,7 +108,7 @@ TEST(CommandLine, HelpTellsAllCommands) {
   }
 }
 
-TEST(CommandLine, HelpOfOneCommandTellsThat) {
+TEST(CommandLine, HelpOfOneCommandDescribesIt) {
   const ToolFolder folder;
   const ToolRun run = folder.run({"render", "--help"});
   EXPECT_EQ(run.status, 0);

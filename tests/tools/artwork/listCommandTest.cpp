@@ -26,7 +26,7 @@ TEST(ListCommand, JsonHoldsAllRoutinesInOrder) {
   }
 }
 
-TEST(ListCommand, JsonTellsARoutineWithFlagsAndImage) {
+TEST(ListCommand, JsonDescribesARoutineWithFlagsAndImage) {
   const ToolFolder folder;
   const json all = json::parse(folder.run({"list", "--json"}).output);
   const json expected = json::parse(R"({
@@ -37,7 +37,7 @@ TEST(ListCommand, JsonTellsARoutineWithFlagsAndImage) {
   EXPECT_EQ(all[0], expected);
 }
 
-TEST(ListCommand, JsonTellsARoutineWithoutFlagsAndImage) {
+TEST(ListCommand, JsonDescribesARoutineWithoutFlagsAndImage) {
   const ToolFolder folder;
   for (const json& routine : json::parse(folder.run({"list", "--json"}).output)) {
     if (routine["name"] != "drawPlay") continue;

@@ -85,7 +85,7 @@ TEST_F(ExtPopUpButtonCellTest, NeitherStateNorBorderOfTheStockCellCounts) {
   EXPECT_EQ(border({0, 0, 100, 24}), before);
 }
 
-TEST_F(ExtPopUpButtonCellTest, TheTitleStandsBesideTheChevronsAndIsCutThere) {
+TEST_F(ExtPopUpButtonCellTest, TheTitleIsBesideTheChevronsAndIsCutThere) {
   EXPECT_EQ(
       title({10, 20, 200, 25}),
       (Lines{
@@ -101,7 +101,7 @@ TEST_F(ExtPopUpButtonCellTest, WithoutAFontItIsTheSystemsAtItsUsualSize) {
   EXPECT_EQ(cell->shortenedTitle(50.9), u"abcdef…");
 }
 
-TEST_F(ExtPopUpButtonCellTest, ATitleThatIsUpToAPointTooWideStandsAndIsCutByTheClip) {
+TEST_F(ExtPopUpButtonCellTest, ATitleThatIsUpToAPointTooWideStaysAndIsCutByTheClip) {
   EXPECT_EQ(cell->shortenedTitle(39), u"abcdefgh");
   EXPECT_EQ(cell->shortenedTitle(38.9), u"abcdef…");
   // (70.2 - 16) - 0.842 * 18 is a little more than 39.
@@ -131,7 +131,7 @@ TEST_F(ExtPopUpButtonCellTest, InACellNarrowerThanTheEllipsisThereIsTheEllipsisC
   EXPECT_EQ(only("glyphs", lines), (Lines{R"({"op":"glyphs","glyphs":[[8230,0,0]]})"}));
 }
 
-TEST_F(ExtPopUpButtonCellTest, AWidthThatIsNoNumberEndsTheSearch) { EXPECT_EQ(cell->shortenedTitle(std::nan("")), u"…"); }
+TEST_F(ExtPopUpButtonCellTest, AWidthThatIsNotANumberEndsTheSearch) { EXPECT_EQ(cell->shortenedTitle(std::nan("")), u"…"); }
 
 TEST_F(ExtPopUpButtonCellTest, TheCutCountsUnitsOfUTF16AndMaySplitACharacter) {
   cell->setTitle("😀😀😀😀");

@@ -78,7 +78,7 @@ TEST_F(ImageAndTextCellTest, ATitleInACellNarrowerThanTheSlotHasNoWidth) {
   EXPECT_EQ(cell->titleRectForBounds({0, 0, 10, 20}), (CGRect{12, 2, 0, 16}));
 }
 
-TEST_F(ImageAndTextCellTest, AnImageFillsASquareAndTheTextStandsBesideIt) {
+TEST_F(ImageAndTextCellTest, AnImageFillsASquareAndTheTextIsBesideIt) {
   cell->setCellImage(image);
   EXPECT_EQ(drawn(),
             (Lines{R"({"op":"save"})", R"({"op":"clipRect","rect":[100,201,12,12]})",

@@ -107,7 +107,7 @@ TEST_F(UnderlinedSegmentedCellTest, ASegmentIsItsLabelInThreeQuartersOfTheHeight
           R"({"op":"stroke","path":[["M",10,40],["L",50.6,40]],"lineWidth":0.5,"cap":"butt","join":"miter","miterLimit":10,"dash":[],"phase":0})"}));
 }
 
-TEST_F(UnderlinedSegmentedCellTest, TheSelectedSegmentStandsOverABarOfFourPoints) {
+TEST_F(UnderlinedSegmentedCellTest, TheSelectedSegmentIsOverABarOfFourPoints) {
   cell->setSelectedSegment(0);
   const Lines lines = drawnSegment(0, {10, 20, 40, 24});
   EXPECT_EQ(

@@ -141,7 +141,7 @@ TEST_F(DisclosureHeaderViewTest, AnAreaThatIsThereIsNotAddedAgain) {
 
 // An addition.
 
-TEST_F(DisclosureHeaderViewTest, TakesNoKeysAndIsNoElementUnlessItIsOperable) {
+TEST_F(DisclosureHeaderViewTest, TakesNoKeysAndIsNotAnElementUnlessItIsOperable) {
   EXPECT_FALSE(header->acceptsFirstResponder());
   EXPECT_FALSE(header->isAccessibilityElement());
   window->makeFirstResponder(header.get());

@@ -45,7 +45,7 @@ TEST_F(TableCellViewWithBackgroundTest, FillsTheDirtyRectangle) {
   EXPECT_NE(harness::only("fill", lines)[0].find(R"("shape":["rect",1,2,3,4])"), std::string::npos);
 }
 
-TEST_F(TableCellViewWithBackgroundTest, ItsContentStandsOnTheFill) {
+TEST_F(TableCellViewWithBackgroundTest, ItsContentIsOnTheFill) {
   view->addSubview(NSTextField::labelWithString("title"));
   view->setBackgroundColor(NSColor::redColor());
   const auto window = showWindowWith(view);

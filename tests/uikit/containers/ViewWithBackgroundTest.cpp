@@ -120,7 +120,7 @@ TEST_F(ViewWithBackgroundTest, TheFirstScalarDecides) {
   EXPECT_TRUE(reachesBaseClass(keyDown("x" + right, command)));
 }
 
-TEST_F(ViewWithBackgroundTest, ATextThatIsNoFieldEditorKeepsItsKeys) {
+TEST_F(ViewWithBackgroundTest, ATextThatIsNotAFieldEditorKeepsItsKeys) {
   const auto text = make<NSTextView>(CGRect{0, 60, 100, 40});
   window->contentView()->addSubview(text);
   text->setString("one two");

@@ -37,7 +37,7 @@ TEST_F(CoverArtAdditionsTest, AClickInThePanelClosesIt) {
   EXPECT_NE(panel(), nullptr);
 }
 
-TEST_F(CoverArtAdditionsTest, ADragOfThePanelMovesItAndIsNoClick) {
+TEST_F(CoverArtAdditionsTest, ADragOfThePanelMovesItAndIsNotAClick) {
   enlarge(300, 100);
   user.press(*panel(), {100, 50});
   user.dragTo({140, 70});

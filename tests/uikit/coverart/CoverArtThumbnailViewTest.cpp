@@ -327,7 +327,7 @@ TEST_F(CoverArtThumbnailViewTest, ThePanelMovesWithItsWindow) {
   EXPECT_EQ(panel()->frame(), (CGRect{170, 74, 300, 100}));
 }
 
-TEST_F(CoverArtThumbnailViewTest, APressThatIsTakenFromItIsNoClick) {
+TEST_F(CoverArtThumbnailViewTest, APressThatIsTakenFromItIsNotAClick) {
   thumbnail->setImage(imageOf(300, 100));
   user.press(*window, {40, 50});
   thumbnail->removeFromSuperview();

@@ -48,7 +48,7 @@ class BoastfulRep : public NSImageRep {
   CGFloat width_;
 };
 
-TEST(naturalSizeOfDeathTest, AWidthThatIsNoWholeNumberOf64BitsStopsTheProgram) {
+TEST(naturalSizeOfDeathTest, AWidthThatIsNotAWholeNumberOf64BitsStopsTheProgram) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   for (const double width : {infinity, -infinity, std::numeric_limits<double>::quiet_NaN(), 9.3e18, -9.3e18})
     EXPECT_DEATH(naturalSizeOf({make<BoastfulRep>(width), rep(20, 20)}), "width of an image is not a whole number") << width;

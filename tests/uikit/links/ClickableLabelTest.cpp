@@ -284,7 +284,7 @@ TEST_F(ClickableLabelTest, APressThatIsTakenFromTheLabelEndsWithoutAClick) {
   EXPECT_EQ(target->calls, Calls{"label"}) << "nothing is left of the earlier presses";
 }
 
-TEST_F(ClickableLabelTest, ADragByTheLabelThatMovesTheWindowIsNoClick) {
+TEST_F(ClickableLabelTest, ADragByTheLabelThatMovesTheWindowIsNotAClick) {
   window->setMovableByWindowBackground(true);
   setOneLink();
   user.press(*window, at(onText));

@@ -150,7 +150,7 @@ TEST_F(LinkKeyboardTest, WithoutTheMenuLinksThatAreCutOffAreStopsAtTheEllipsis) 
   EXPECT_THAT(clicked(), ElementsAre(1, 2));
 }
 
-TEST_F(LinkKeyboardTest, StringsWithoutCharactersAreNoStops) {
+TEST_F(LinkKeyboardTest, StringsWithoutCharactersAreNotStops) {
   show();
   field->setStringValues(Strings{"", "a", "", "b"});
   tab();

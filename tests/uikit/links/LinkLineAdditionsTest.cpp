@@ -207,7 +207,7 @@ TEST_F(LinkLineAdditionsTest, PressingAnElementClicksItsLink) {
   EXPECT_THAT(clicked(), ElementsAre(0, 1, 2));
 }
 
-TEST_F(LinkLineAdditionsTest, AnEmptyStringIsNoElementAndKeepsItsIndex) {
+TEST_F(LinkLineAdditionsTest, AnEmptyStringIsNotAnElementAndKeepsItsIndex) {
   newField(Strings{"", "a", "", "b"}, 100);
   EXPECT_THAT(names(), ElementsAre("a", "b"));
   press(links()[1]);

@@ -262,7 +262,7 @@ TEST_F(MultipleLinksTextFieldTest, TheSecondStringCutIsUnderlinedUpToTheEllipsis
   EXPECT_EQ(shownIn(36), "abc, _d_…");
 }
 
-TEST_F(MultipleLinksTextFieldTest, AStringWhollyBehindTheCutIsNotUnderlined) {
+TEST_F(MultipleLinksTextFieldTest, AStringWhollyAfterTheCutIsNotUnderlined) {
   moveTo(50);
   EXPECT_EQ(shownIn(33), "abc, …");
 }
@@ -332,7 +332,7 @@ TEST_F(MultipleLinksTextFieldTest, AClickReportsTheElementWhileTheFieldIsStillPr
   EXPECT_FALSE(field->isPressed());
 }
 
-TEST_F(MultipleLinksTextFieldTest, BetweenLinksAndBehindThemAClickMakesNoCall) {
+TEST_F(MultipleLinksTextFieldTest, BetweenLinksAndAfterThemAClickMakesNoCall) {
   for (const CGFloat x : {15, 20, 24, 35, 44, 60, 80}) {
     moveTo(x);
     user.click(*window, at(x));

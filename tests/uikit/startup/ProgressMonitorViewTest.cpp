@@ -247,7 +247,7 @@ TEST_F(ProgressMonitorViewTest, AnElementMayOutliveTheView) {
   EXPECT_TRUE(accessibilityOf(scan)->accessibilityValue().isAbsent());
 }
 
-TEST_F(ProgressMonitorViewTest, ChangesAreToldToAssistiveClientsOfTheViewAndOfTasksThatTheyHaveMet) {
+TEST_F(ProgressMonitorViewTest, ChangesOfTheViewAndOfTasksThatTheyHaveMetAreReportedToAssistiveClients) {
   view->addBackgroundTaskProgress("scan", 100, &first);
   view->addBackgroundTaskProgress("import", 100, &first);
   const Ref<NSObject> scan = view->accessibilityChildren()->at(1);

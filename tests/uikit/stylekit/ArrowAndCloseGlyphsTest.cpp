@@ -64,7 +64,7 @@ TEST(ArrowAndCloseGlyphs, ForwardArrowHasRoundEnds) {
             (Lines{black, stroke(R"([["M",18.56,59.52],["L",46.72,31.36],["L",19.84,3.2]])", 2, "round")}));
 }
 
-TEST(ArrowAndCloseGlyphs, BackwardArrowStandsALittleToTheRightOfTheMirror) {
+TEST(ArrowAndCloseGlyphs, BackwardArrowIsALittleToTheRightOfTheMirror) {
   EXPECT_EQ(recordingOf([] {
               Kit::drawBackwardArrow({0, 0, 64, 64}, true, true, true);
             }),

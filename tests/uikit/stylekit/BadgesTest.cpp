@@ -272,7 +272,7 @@ TEST(MqaLogo, EnabledChangesTheColorOfTheDotAndNothingElse) {
   EXPECT_EQ(enabled, disabled);
 }
 
-TEST(MqaLogo, TheDotIsNoCircle) {
+TEST(MqaLogo, TheDotIsNotACircle) {
   const auto shape = paintedBy(mqa).filled.at(0).shape();
   EXPECT_EQ(shape.kind, tessaluna::backend::PathShape::Kind::Oval);
   EXPECT_EQ(shape.rect, (CGRect{55, 5, 8, 7}));

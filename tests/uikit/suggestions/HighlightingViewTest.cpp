@@ -23,7 +23,7 @@ TEST_F(HighlightingViewTest, IsNotHighlightedAtTheStart) {
   EXPECT_FALSE(make<HighlightingView>(coder)->isHighlighted());
 }
 
-TEST_F(HighlightingViewTest, TellsTheTextFieldsThatStandInItOnWhatGroundTheyStand) {
+TEST_F(HighlightingViewTest, NotifiesTheTextFieldsInItOfTheirGround) {
   const auto field = make<NSTextField>(CGRect{0, 0, 10, 10}), inner = make<NSTextField>(CGRect{0, 0, 10, 10});
   const auto bare = make<NSTextField>(CGRect{0, 0, 10, 10});
   const auto box = make<NSView>(CGRect{0, 0, 10, 10});
@@ -37,7 +37,7 @@ TEST_F(HighlightingViewTest, TellsTheTextFieldsThatStandInItOnWhatGroundTheyStan
   EXPECT_EQ(field->cell()->backgroundStyle(), NSBackgroundStyleLight);
 }
 
-TEST_F(HighlightingViewTest, TellsEachOfSeveralTextFieldsInARow) {
+TEST_F(HighlightingViewTest, NotifiesEachOfSeveralTextFieldsInARow) {
   std::vector<Ref<NSTextField>> fields;
   for (int i = 0; i < 3; ++i) {
     fields.push_back(make<NSTextField>(CGRect{0, 0, 10, 10}));

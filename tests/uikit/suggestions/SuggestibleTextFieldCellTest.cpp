@@ -122,7 +122,7 @@ TEST_F(SuggestibleTextFieldCellDeathTest, APopUpWithoutAnyElementStopsTheProgram
   EXPECT_DEATH(attribute(), "no accessibility element");
 }
 
-TEST_F(SuggestibleTextFieldCellDeathTest, ChildrenThatAreNoListStopTheProgramWhileThereIsAPopUp) {
+TEST_F(SuggestibleTextFieldCellDeathTest, ChildrenThatAreNotAListStopTheProgramWhileThereIsAPopUp) {
   cell->setSuggestionsWindow(popUp());
   EXPECT_DEATH(attribute(), "children are no list");
   setBase("text");

@@ -94,7 +94,7 @@ TEST_F(SuggestionItemViewControllerTest, FromACoderStartsEmpty) {
   EXPECT_NE(row->labelTextField(), nullptr);
 }
 
-TEST_F(SuggestionItemViewControllerTest, ASuggestionWithBytesThatAreNoImageHasNone) {
+TEST_F(SuggestionItemViewControllerTest, ASuggestionWithBytesThatAreNotAnImageHasNone) {
   const Suggestion suggestion("label", 1, "detail", bytesOf("no image"));
   EXPECT_EQ(suggestion.image, nullptr);
   EXPECT_EQ(suggestion.label, "label");

@@ -74,7 +74,7 @@ TEST_F(SuggestionSelectionTest, EveryWayOfChangingIt) {
   }
 }
 
-TEST_F(SuggestionSelectionTest, SettingTheSelectedRowAgainTellsEachTextField0Then1) {
+TEST_F(SuggestionSelectionTest, SettingTheSelectedRowAgainGivesEachTextField0Then1) {
   show({"a"});
   controller->setSelectedView(row(0));
   EXPECT_EQ(styleCalls, (Calls{"row 0 style 0", "row 0 style 0", "row 0 style 1", "row 0 style 1"}));
@@ -115,7 +115,7 @@ TEST_F(SuggestionSelectionTest, ATargetThatHasGoneIsSkipped) {
   EXPECT_FALSE(row(0)->isHighlighted());
 }
 
-TEST_F(SuggestionSelectionTest, OfAViewThatIsNoRowMovesToTheFarEnd) {
+TEST_F(SuggestionSelectionTest, OfAViewThatIsNotARowMovesToTheFarEnd) {
   show({"a", "b", "c"});
   const auto stray = make<HighlightingView>(CGRect{0, 0, 10, 10});
   controller->setSelectedView(stray);

@@ -62,7 +62,7 @@ TEST_F(SuggestionsContentViewTest, SaysThatItsAttributesCannotBeSetTheSelectionI
     EXPECT_FALSE(content()->accessibilityIsAttributeSettable(attribute)) << attribute;
 }
 
-TEST_F(SuggestionsContentViewTest, SelectsTheRowThatItIsGivenAndTellsNoTarget) {
+TEST_F(SuggestionsContentViewTest, SelectsTheRowThatItIsGivenAndNotifiesNoTarget) {
   show({"a", "b"});
   content()->accessibilitySetValue(row(1), NSAccessibilitySelectedChildrenAttribute);
   EXPECT_EQ(selectedLabel(), "b");
@@ -88,7 +88,7 @@ TEST_F(SuggestionsContentViewTest, WithoutItsControllerNothingCanBeSet) {
   make<SuggestionsContentView>(CGRect{})->accessibilitySetValue(row(1), NSAccessibilitySelectedChildrenAttribute);
 }
 
-TEST_F(SuggestionsContentViewTest, PressingARowSelectsItAndTellsNoTarget) {
+TEST_F(SuggestionsContentViewTest, PressingARowSelectsItAndNotifiesNoTarget) {
   show({"a", "b"});
   EXPECT_EQ(row(1)->accessibilityActionNames(), (std::vector<std::string>{"AXPress", "choose"}));
   row(1)->accessibilityPerformAction(NSAccessibilityPressAction);
@@ -115,7 +115,7 @@ TEST_F(SuggestionsContentViewTest, ChoosingAnotherRowSelectsItFirstAsThePointerW
   EXPECT_FALSE(popUp()->isVisible());
 }
 
-TEST_F(SuggestionsContentViewTest, ChoosingARowThatAPressHasSelectedTellsTheTarget) {
+TEST_F(SuggestionsContentViewTest, ChoosingARowThatAPressHasSelectedNotifiesTheTarget) {
   show({"a", "b"});
   row(1)->accessibilityPerformAction(NSAccessibilityPressAction);
   row(1)->accessibilityPerformAction("choose");
@@ -133,7 +133,7 @@ TEST_F(SuggestionsContentViewTest, ARowThatWasThrownAwayDoesNothing) {
   EXPECT_TRUE(popUp()->isVisible());
 }
 
-TEST_F(SuggestionsContentViewTest, TellsAssistiveClientsOfEachChangeAndOfItsEnd) {
+TEST_F(SuggestionsContentViewTest, NotifiesAssistiveClientsOfEachChangeAndOfItsEnd) {
   show({"a", "b"});
   harness::Calls heard;
   const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
@@ -146,7 +146,7 @@ TEST_F(SuggestionsContentViewTest, TellsAssistiveClientsOfEachChangeAndOfItsEnd)
 
 using SuggestionsContentViewDeathTest = SuggestionsContentViewTest;
 
-TEST_F(SuggestionsContentViewDeathTest, ChildrenThatAreNoListStopTheProgram) {
+TEST_F(SuggestionsContentViewDeathTest, ChildrenThatAreNotAListStopTheProgram) {
   show({"a"});
   content()->accessibilitySetOverrideValue(true, NSAccessibilityChildrenAttribute);
   EXPECT_DEATH(selected(), "the children are no list");

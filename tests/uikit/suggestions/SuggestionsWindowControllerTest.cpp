@@ -63,7 +63,7 @@ TEST_F(SuggestionsWindowControllerBegin, PlacesThePopUpTwoPointsBelowTheFieldAnd
   EXPECT_FALSE(nativeOf(*popUp()).options().isOpaque);
 }
 
-TEST_F(SuggestionsWindowControllerBegin, TakesTheFramesOriginAsItStandsInAFlippedSuperview) {
+TEST_F(SuggestionsWindowControllerBegin, TakesTheFramesOriginAsItIsInAFlippedSuperview) {
   const auto flipped = make<harness::ProbeView>(CGRect{0, 0, 400, 300});
   flipped->flipped = true;
   window->contentView()->addSubview(flipped);
@@ -100,7 +100,7 @@ TEST_F(SuggestionsWindowControllerBegin, EachRowHasTheHeightOfItsPrototype) {
   EXPECT_EQ(popUp()->frame().size.height, 120);
 }
 
-TEST_F(SuggestionsWindowControllerBegin, SelectsTheFirstRowAndTellsNobody) {
+TEST_F(SuggestionsWindowControllerBegin, SelectsTheFirstRowAndNotifiesNobody) {
   controller->setSuggestions(suggestionsNamed({"a", "b"}));
   controller->beginForTextField(field);
   EXPECT_EQ(selectedLabel(), "a");
@@ -185,7 +185,7 @@ TEST_F(SuggestionsWindowControllerBegin, WithoutRowsNothingShows) {
   EXPECT_FALSE(nativeOf(*popUp()).isVisible());
 }
 
-TEST_F(SuggestionsWindowControllerBegin, EachLayoutMakesAllRowsAnew) {
+TEST_F(SuggestionsWindowControllerBegin, EachLayoutMakesAllRowsAgain) {
   show({"a", "b"});
   const Ref<HighlightingView> first = row(0);
   controller->setSuggestions(suggestionsNamed({"a", "b"}));
@@ -213,7 +213,7 @@ TEST_F(SuggestionsWindowControllerBegin, AFieldWithAStockCellIsNotLinked) {
   EXPECT_EQ(std::dynamic_pointer_cast<SuggestionsWindow>(popUp())->parentElement(), nullptr);
 }
 
-TEST_F(SuggestionsWindowControllerBegin, TellsAssistiveClientsOfTheListWhenItIsThere) {
+TEST_F(SuggestionsWindowControllerBegin, NotifiesAssistiveClientsOfTheListWhenItIsThere) {
   Calls heard;
   const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
       NSAccessibilityCreatedNotification, nullptr, nullptr, [&](const Ref<NSNotification>& n) {

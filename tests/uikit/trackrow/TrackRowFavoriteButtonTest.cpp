@@ -51,7 +51,7 @@ TEST_F(TrackRowFavoriteButtonTest, TheHeartFollowsBoundsThatStartElsewhere) {
   EXPECT_EQ(drawn(), recordingOf([] { TessalunaStyleKit::drawFavoriteAlbumOverlay({7, -3, 15, 15}, false, false, false); }));
 }
 
-TEST_F(TrackRowFavoriteButtonTest, AClickTellsTheTargetAndLeavesTheFavoriteToTheHost) {
+TEST_F(TrackRowFavoriteButtonTest, AClickNotifiesTheTargetAndLeavesTheFavoriteToTheHost) {
   user.moveTo(*window, inside);
   user.click(*window, inside);
   EXPECT_EQ(target->clicks, std::vector<std::string>{"favorite"});

@@ -79,7 +79,7 @@ TEST_F(TrackRowMoreButtonTest, AWindowThatIsHiddenUnderThePointerLeavesNoHoverBe
   EXPECT_EQ(drawn(), dots(false, false));
 }
 
-TEST_F(TrackRowMoreButtonTest, AClickTellsTheTarget) {
+TEST_F(TrackRowMoreButtonTest, AClickNotifiesTheTarget) {
   user.moveTo(*window, inside);
   user.click(*window, inside);
   EXPECT_EQ(target->clicks, std::vector<std::string>{"more"});

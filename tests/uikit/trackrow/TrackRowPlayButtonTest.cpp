@@ -133,7 +133,7 @@ TEST_F(TrackRowPlayButtonTest, ARedrawRepaintsTheButtonsRectangleOnly) {
 
 // Drawing.
 
-TEST_F(TrackRowPlayButtonTest, TheFaceTellsPlayFromPause) {
+TEST_F(TrackRowPlayButtonTest, TheFaceDistinguishesPlayFromPause) {
   button->setHasMouseOnRow(true);
   EXPECT_EQ(drawn(), face(false, false, false));
   button->setIsPlaying(true);

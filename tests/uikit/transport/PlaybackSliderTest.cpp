@@ -168,7 +168,7 @@ TEST_F(PlaybackSliderTest, TheStepsCanBeSet) {
   EXPECT_THAT(taken(), ElementsAre(2, 12, 112));
 }
 
-TEST_F(PlaybackSliderTest, KeysGoOnFromWhereTheUserIsAndNotFromThePlayer) {
+TEST_F(PlaybackSliderTest, KeysContinueFromWhereTheUserIsAndNotFromThePlayer) {
   window->makeFirstResponder(slider.get());
   slider->setPosition(100);
   user.pressKey(NSRightArrowFunctionKey);
@@ -388,7 +388,7 @@ TEST_F(PlaybackSliderHeld, APressShowsItsTimeAndADragWhereItHasGot) {
   EXPECT_THAT(taken(), ElementsAre(isAbout(151)));
 }
 
-TEST_F(PlaybackSliderHeld, TheTimeStandsAboveTheMiddleOfTheKnob) {
+TEST_F(PlaybackSliderHeld, TheTimeIsAboveTheMiddleOfTheKnob) {
   user.press(*window, at(100));
   EXPECT_NEAR(CGRectGetMidX(place()), 100 + 111.5, 1);
   // The window's content begins at 100, the knob's upper edge is at 77.

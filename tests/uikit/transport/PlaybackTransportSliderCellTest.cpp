@@ -165,7 +165,7 @@ TEST_F(PlaybackTransportSliderCellTest, AVerticalSliderHasNoKnobAndAPlainBar) {
   EXPECT_THAT(barDrawn({10, 20, 30, 101}), ElementsAre("dark 14 68 22 4"));
 }
 
-TEST_F(PlaybackTransportSliderCellTest, WithoutARangeTheKnobIsNotFiniteAndDrawingGoesOn) {
+TEST_F(PlaybackTransportSliderCellTest, WithoutARangeTheKnobIsNotFiniteAndDrawingContinues) {
   slider->setMaxValue(0);
   EXPECT_TRUE(std::isnan(cell->knobRectFlipped(true).origin.x));
   EXPECT_THAT(barDrawn(), ElementsAre(outline));
