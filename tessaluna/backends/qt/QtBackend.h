@@ -1,4 +1,4 @@
-// The desktop as Qt 6 shows it: real windows, input, screens and time. Made after the QApplication, gone before it:
+// The desktop as Qt 6 shows it: real windows, input, screens and time. Make it after the QApplication and destroy it before:
 //
 //   QApplication qt(argc, argv);
 //   backend::qt::QtBackend desktop;
@@ -35,7 +35,7 @@ class QtBackend : public Backend, public PrimarySelection {
   // The current one; the program stops without one.
   static QtBackend& current();
 
-  // Meta unless the host chooses otherwise. A change counts for the keys that follow.
+  // Meta unless the host chooses otherwise. A change applies to the keys that follow.
   CommandKey commandKey() const { return commandKey_; }
   void setCommandKey(CommandKey key) { commandKey_ = key; }
 

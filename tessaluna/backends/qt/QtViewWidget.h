@@ -4,9 +4,9 @@
 //   layout->addWidget(new backend::qt::QtViewWidget(button));
 //
 // All views below one top-level widget are in one window, that of their host: they have one first responder between them,
-// which has the keyboard while the widget that it is in has Qt's focus. The Tab chain leads into the view, along what in it
-// takes keys, and out again. The widget's place rules the view's frame. Behind the view shows what Qt paints there. While the
-// widget is disabled, so is every control in the view.
+// which has the keyboard while the widget that it is in has Qt's focus. The Tab chain leads into the view, along everything in
+// it that takes keys, and out again. The widget's place sets the view's frame. Where the view is not opaque, it shows what Qt
+// paints below. While the widget is disabled, so is every control in the view.
 #pragma once
 
 #include <QPointer>
@@ -24,13 +24,13 @@ class QtViewWidget : public QWidget {
   Q_OBJECT
 
  public:
-  // The view is in no window yet, and comes into its host's when the widget is first shown. A null one stops the program.
+  // The view must be in no window; it enters its host's when the widget is first shown. A null view stops the program.
   explicit QtViewWidget(platform::Ref<platform::NSView> view, QWidget* parent = nullptr);
   ~QtViewWidget() override;
 
   const platform::Ref<platform::NSView>& view() const { return view_; }
 
-  // The intrinsic size of the view; where it has none, that of the frame with which it came. The size policy is the view's
+  // The intrinsic size of the view; where it has none, the size of its first frame. The size policy is the view's,
   // too, until the program sets one: an intrinsic height is kept, a width may grow.
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -52,7 +52,7 @@ class QtViewWidget : public QWidget {
 
   platform::Ref<platform::NSView> view_;
   QSizePolicy ownPolicy_;         // as the view has it
-  QPointer<EmbeddingHost> host_;  // absent before the first showing, and after the top-level widget has gone
+  QPointer<EmbeddingHost> host_;  // null before the widget is first shown, and after the top-level widget was destroyed
 };
 
 }  // namespace tessaluna::backend::qt

@@ -12,8 +12,8 @@
 
 namespace tessaluna::backend::qt {
 
-// The slot is called whenever the sender sends its action, until the receiver has been deleted, the connection that is returned
-// is disconnected, the sender gets another action, or the sender goes. The receiver may live in another thread.
+// The slot is called whenever the sender sends its action, until the receiver is deleted, the returned connection is
+// disconnected, the sender gets another action, or the sender is destroyed. The receiver may live in another thread.
 template <class Receiver, class Slot>
 QMetaObject::Connection connectAction(platform::ActionSender& sender, const Receiver* receiver, Slot slot) {
   const auto signal = std::make_shared<QAction>();  // in no widget: it only has the connection
