@@ -127,7 +127,7 @@ std::unique_ptr<NativeMenu> HeadlessBackend::popUpMenu(NativeWindow&, const Menu
 
 void HeadlessBackend::chooseFromMenu(std::optional<std::size_t> number) {
   if (!openMenu_) platform::stopProgram("headless: no menu is open");
-  if (number && !canChoose(openMenu_->entries, *number)) platform::stopProgram("headless: nobody can choose that entry");
+  if (number && !canChoose(openMenu_->entries, *number)) platform::stopProgram("headless: that entry cannot be chosen");
   closeMenu(number);
 }
 

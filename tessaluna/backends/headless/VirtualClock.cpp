@@ -36,7 +36,7 @@ void VirtualClock::runDueBlocks() {
   // A block that asks for itself again without delay would stop time forever, and a test with it.
   int left = 1'000'000;
   while (hasDueBlock()) {
-    if (left-- == 0) platform::stopProgram("headless: a block asks for itself again and time does not go on");
+    if (left-- == 0) platform::stopProgram("headless: a block asks for itself again and time does not pass");
     const auto node = blocks_.extract(blocks_.begin());
     node.mapped()();
   }

@@ -29,7 +29,7 @@ std::optional<Screen> screenShowing(CGRect rect, const std::vector<Screen>& scre
 }
 
 Backend::Backend() {
-  if (living) platform::stopProgram("a second backend was made while a first one lives");
+  if (living) platform::stopProgram("a second backend was made while the first one exists");
   living = this;
 }
 

@@ -10,7 +10,7 @@ const ClassInfo NSTrackingArea::staticClassInfo{.name = "NSTrackingArea", .base 
 NSTrackingArea::NSTrackingArea(CGRect rect, std::uint32_t options, const Ref<NSResponder>& owner, UserInfo userInfo)
     : rect_(rect), options_(options), owner_(owner), userInfo_(std::move(userInfo)) {
   if (options & (NSTrackingCursorUpdate | NSTrackingAssumeInside))
-    stopProgram("NSTrackingArea: cursor updates and an assumed pointer are not offered");
+    stopProgram("NSTrackingArea: cursor updates and an assumed pointer are not supported");
 }
 
 }  // namespace tessaluna::platform

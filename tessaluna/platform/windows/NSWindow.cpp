@@ -245,7 +245,7 @@ void NSWindow::notify(std::string_view name, void (NSWindowDelegate::*operation)
 }
 
 void NSWindow::addChildWindow(const Ref<NSWindow>& child, NSWindowOrderingMode ordered) {
-  if (ordered != NSWindowAbove) stopProgram("NSWindow: a child window stands above its parent or nowhere");
+  if (ordered != NSWindowAbove) stopProgram("NSWindow: a child window can only be above its parent");
   children_.add(child);
 }
 

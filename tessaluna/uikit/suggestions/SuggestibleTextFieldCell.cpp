@@ -42,7 +42,7 @@ AccessibilityValue SuggestibleTextFieldCell::accessibilityAttributeValue(std::st
   const Ref<NSWindow> window = suggestionsWindow();
   if (attribute != NSAccessibilityChildrenAttribute || !window) return value;
   std::optional<AccessibilityElements> children = elementsOf(value);
-  if (!children) stopProgram("TessalunaUIKit.SuggestibleTextFieldCell: the cell's children are no list");
+  if (!children) stopProgram("TessalunaUIKit.SuggestibleTextFieldCell: the cell's children are not a list");
   children->push_back(listOf(window));
   return *children;
 }

@@ -29,7 +29,7 @@ AccessibilityValue SuggestionsContentView::accessibilityAttributeValue(std::stri
 
   const AccessibilityValue value = accessibilityAttributeValue(NSAccessibilityChildrenAttribute);
   const auto* children = value.as<AccessibilityElements>();
-  if (!children) stopProgram("TessalunaUIKit.SuggestionsContentView: the children are no list");
+  if (!children) stopProgram("TessalunaUIKit.SuggestionsContentView: the children are not a list");
   AccessibilityElements selected;
   for (const Ref<NSObject>& child : *children) {
     const auto* row = dynamic_cast<const HighlightingView*>(child.get());

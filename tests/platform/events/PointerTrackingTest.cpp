@@ -335,6 +335,6 @@ TEST_F(PointerTrackingTest, AToolTipGoesWithThePointerAndWithTheWindow) {
 using PointerTrackingDeathTest = PointerTrackingTest;
 
 TEST_F(PointerTrackingDeathTest, OptionsThatAreNotOfferedStopTheProgram) {
-  EXPECT_DEATH(addArea(*left, always | NSTrackingCursorUpdate), "not offered");
-  EXPECT_DEATH(addArea(*left, always | NSTrackingAssumeInside), "not offered");
+  EXPECT_DEATH(addArea(*left, always | NSTrackingCursorUpdate), "not supported");
+  EXPECT_DEATH(addArea(*left, always | NSTrackingAssumeInside), "not supported");
 }

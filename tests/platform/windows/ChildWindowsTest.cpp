@@ -125,7 +125,7 @@ TEST_F(ChildWindowsTest, KeepsItsUpperLeftCornerAtThePointThatItIsGiven) {
 using ChildWindowsDeathTest = ChildWindowsTest;
 
 TEST_F(ChildWindowsDeathTest, BelowItsParentIsNotOffered) {
-  EXPECT_DEATH(parent->addChildWindow(child, NSWindowBelow), "above its parent or nowhere");
+  EXPECT_DEATH(parent->addChildWindow(child, NSWindowBelow), "can only be above its parent");
 }
 
 struct ChildWindowsNotifications : harness::StillWorld, NSWindowDelegate {

@@ -124,9 +124,9 @@ TEST_F(SuggestibleTextFieldCellDeathTest, APopUpWithoutAnyElementStopsTheProgram
 
 TEST_F(SuggestibleTextFieldCellDeathTest, ChildrenThatAreNotAListStopTheProgramWhileThereIsAPopUp) {
   cell->setSuggestionsWindow(popUp());
-  EXPECT_DEATH(attribute(), "children are no list");
+  EXPECT_DEATH(attribute(), "children are not a list");
   setBase("text");
-  EXPECT_DEATH(attribute(), "children are no list");
+  EXPECT_DEATH(attribute(), "children are not a list");
 }
 
 }  // namespace

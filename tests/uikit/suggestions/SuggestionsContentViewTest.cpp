@@ -149,7 +149,7 @@ using SuggestionsContentViewDeathTest = SuggestionsContentViewTest;
 TEST_F(SuggestionsContentViewDeathTest, ChildrenThatAreNotAListStopTheProgram) {
   show({"a"});
   content()->accessibilitySetOverrideValue(true, NSAccessibilityChildrenAttribute);
-  EXPECT_DEATH(selected(), "the children are no list");
+  EXPECT_DEATH(selected(), "the children are not a list");
 }
 
 }  // namespace
