@@ -495,7 +495,7 @@ TEST_F(NSLayoutConstraintTest, AttributesThatDoNotGoTogetherStopTheProgram) {
 TEST_F(NSLayoutConstraintTest, ItemsWithoutAViewAboveBothStopTheProgram) {
   const auto elsewhere = make<NSView>(CGRect{});
   const auto constraint = NSLayoutConstraint::constraintWithItem(view, left, NSLayoutRelationEqual, elsewhere, left, 1, 0);
-  EXPECT_DEATH(constraint->setActive(true), "no view has its items in it");
+  EXPECT_DEATH(constraint->setActive(true), "no view contains its items");
   EXPECT_DEATH(content->addConstraint(constraint), "belongs to a view that contains both items");
 }
 
