@@ -256,6 +256,8 @@ void PlayerView::makeFoot() {
 void PlayerView::layout() {
   NSView::layout();
   const PlayerPlaces places = playerPlaces(bounds().size, taskBar_->taskCount() > 0 ? TaskLine::Shown : TaskLine::Absent);
+  // The list is what the grounds leave. Where it stays, as when only a text has changed, so do they.
+  if (songTable_->frame() != places.list) setNeedsDisplay(true);
   place(*back_, places.back);
   place(*forward_, places.forward);
   place(*search_, places.search);
@@ -268,7 +270,6 @@ void PlayerView::layout() {
   place(*tabs_, places.tabs);
   for (const Ref<TrackTable>& table : {songTable_, albumTable_, upNextTable_}) table->setFrame(places.list);
   place(*transport_, places.transport);
-  setNeedsDisplay(true);
 }
 
 void PlayerView::drawRect(CGRect) {

@@ -8,6 +8,7 @@
 #include "tessaluna/platform/accessibility/attributes.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSImageRep.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/ready/tracks/TrackTableRow.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/rowParts.h"
@@ -321,6 +322,21 @@ TEST_F(PlayerViewTest, TheTransportSeeksAndGoesOn) {
   player->advance(0.5);
   const double half = library->songs()[3].track.seconds / 2.0;
   EXPECT_NEAR(player->player().state().position, half, 8);
+}
+
+TEST_F(PlayerViewTest, TimeThatPassesRedrawsNoMoreThanTheTransport) {
+  player->player().play({3, 4, 5}, 0);
+  player->advance(10);
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  const CGRect foot = player->convertRectToView(player->transport()->frame(), nullptr);
+  for (int second = 0; second < 5; ++second) {
+    player->advance(1);
+    desktop.settle();
+  }
+  EXPECT_FALSE(nativeOf(*window).paints().empty());
+  for (const auto& paint : nativeOf(*window).paints())
+    for (const CGRect& dirty : paint.dirty) EXPECT_EQ(NSIntersectionRect(dirty, foot), dirty);
 }
 
 TEST_F(PlayerViewTest, NothingIsLeftWhenTheWindowClosesUnderAnOpenPopUp) {
