@@ -99,8 +99,8 @@ void loadRow(const std::uint32_t* pixels, Float4* out, int count) {
 
 void storeRow(const Float4* row, std::uint32_t* pixels, int count) {
   for (int i = 0; i < count; ++i) {
-    const Float4 held = smaller(larger(row[i], splat(0)), splat(1));
-    const Long2 halves = reinterpret_cast<Long2>(__builtin_convertvector(held * splat(255) + splat(0.5f), Int4));
+    const Float4 clamped = smaller(larger(row[i], splat(0)), splat(1));
+    const Long2 halves = reinterpret_cast<Long2>(__builtin_convertvector(clamped * splat(255) + splat(0.5f), Int4));
     const Long2 pairs = halves | halves >> 24;
     pixels[i] = std::uint32_t(pairs[0] & 0xffff) | std::uint32_t(pairs[1] & 0xffff) << 16;
   }

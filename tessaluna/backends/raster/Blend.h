@@ -25,14 +25,14 @@ struct Everywhere {
 void loadRow(const std::uint32_t* pixels, Float4* out, int count);
 void storeRow(const Float4* row, std::uint32_t* pixels, int count);
 
-// Held within 0...1; the comparison that fails for a number that is none decides.
-inline double held(double v) { return v > 0 ? std::min(v, 1.0) : 0.0; }
+// NaN becomes 0, since every comparison with it fails.
+inline double clamp01(double v) { return v > 0 ? std::min(v, 1.0) : 0.0; }
 
-inline float premultipliedAlpha(const Color& color, double alpha) { return float(held(color.alpha) * held(alpha)); }
+inline float premultipliedAlpha(const Color& color, double alpha) { return float(clamp01(color.alpha) * clamp01(alpha)); }
 
 inline Float4 premultiplied(const Color& color, double alpha) {
-  const double a = held(color.alpha) * held(alpha);
-  return Float4{float(held(color.blue) * a), float(held(color.green) * a), float(held(color.red) * a), float(a)};
+  const double a = clamp01(color.alpha) * clamp01(alpha);
+  return Float4{float(clamp01(color.blue) * a), float(clamp01(color.green) * a), float(clamp01(color.red) * a), float(a)};
 }
 
 }  // namespace tessaluna::backend::raster

@@ -4,14 +4,6 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// Edges as near as this to a pixel's border lie on it: what is left of a sum of scaled coordinates.
-constexpr double nearlyWhole = 1e-6;
-
-double snapped(double v) {
-  const double whole = std::round(v);
-  return std::abs(v - whole) < nearlyWhole ? whole : v;
-}
-
 // The length that two intervals share.
 float shared(double low, double high, double otherLow, double otherHigh) {
   return float(std::max(0.0, std::min(high, otherHigh) - std::max(low, otherLow)));

@@ -6,12 +6,13 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// Where there would be more patches, fewer are as good. Those that a new one may be near to are among the last.
-constexpr std::size_t mostPatches = 256, lastPatches = 32;
+// For each patch all polygons are looked through: where there would be more, a few larger ones take less. Rows come from the top,
+// so that those that a new one may be near to are among the last.
+constexpr std::size_t maxPatches = 256, lastPatches = 32;
 
 constexpr std::uint64_t firstBlock = 0xf;  // among marks
 
-constexpr double pointsPerPixel = 1000;  // that are looked through in the time that a pixel takes
+constexpr double pointsPerPixel = 1000;  // that are looked through in the time that resolving a pixel takes
 
 // The row above a height, to which something reaches down: rows that it only borders on are not touched.
 int lastRowOf(double y) {
@@ -172,7 +173,7 @@ void CoverageBuffer::addUpright(Place at, double y0, double y1, float direction)
   const Chain highest{marksOf(row, direction), at.column, at.column};
   row.addToPixel(at.column, at.inPixel, direction * float(first + 1 - y0));
   goDown(row);
-  if (last - first > leastPillar && pillars_.size() < mostPillars) {
+  if (last - first > minPillar && pillars_.size() < maxPillars) {
     pillars_.push_back({at, direction, first + 1, last});
     row = rowAt(last);
   } else {
@@ -357,7 +358,7 @@ void CoverageBuffer::noteTip(std::span<const CGPoint> points, std::size_t end, c
   const CGPoint first = points[end > 1 ? end - 2 : end + count - 2], last = points[next + 1 < count ? next + 1 : 0];
   const double turn = cross(out, in);
   if (turn * cross(before - first, in) < 0 && turn * cross(last - points[next], out) < 0) return;
-  const std::optional<CGPoint> crossing = crossingBehindTip(points, {end, start}, 1 / shape.scale);
+  const std::optional<CGPoint> crossing = crossingNearTip(points, {end, start}, 1 / shape.scale);
   if (crossing) noteCrossedTip(placed(points[end], shape), placed(*crossing, shape));
 }
 
@@ -366,7 +367,7 @@ CGPoint CoverageBuffer::placed(CGPoint p, const Shape& shape) const {
 }
 
 // Goes along both chains from a tip, no farther than this.
-std::optional<CGPoint> CoverageBuffer::crossingBehindTip(std::span<const CGPoint> points, Tip tip, double reach) {
+std::optional<CGPoint> CoverageBuffer::crossingNearTip(std::span<const CGPoint> points, Tip tip, double reach) {
   const std::size_t count = points.size();
   std::size_t a = tip.end, b = tip.start;
   const double top = points[a].y;
@@ -382,9 +383,9 @@ std::optional<CGPoint> CoverageBuffer::crossingBehindTip(std::span<const CGPoint
       return to.y == y ? to : CGPoint{from.x + (to.x - from.x) * ((y - from.y) / (to.y - from.y)), y};
     };
     const CGPoint toA = along(fromA, ofA), toB = along(fromB, ofB);
-    const double before = fromA.x - fromB.x, behind = toA.x - toB.x;
-    if (before * behind < 0) {
-      const double part = before / (before - behind);
+    const double before = fromA.x - fromB.x, after = toA.x - toB.x;
+    if (before * after < 0) {
+      const double part = before / (before - after);
       const CGPoint crossing{fromA.x + (toA.x - fromA.x) * part, fromA.y + (toA.y - fromA.y) * part};
       if (std::abs(crossing.y - top) < reach) return crossing;
       break;
@@ -490,7 +491,7 @@ void CoverageBuffer::addPatch(PixelRect patch) {
     patches_.erase(patches_.begin() + std::ptrdiff_t(i));
     i = patches_.size();  // it is larger now
   }
-  if (patches_.size() < mostPatches) return patches_.push_back(patch);
+  if (patches_.size() < maxPatches) return patches_.push_back(patch);
   const auto more = [&](const PixelRect& other) { return costOf(patch.united(other)) - costOf(other); };
   PixelRect& nearest = *std::min_element(patches_.begin() + std::ptrdiff_t(firstOfLast()), patches_.end(),
                                          [&](const PixelRect& a, const PixelRect& b) { return more(a) < more(b); });
@@ -502,7 +503,7 @@ void CoverageBuffer::giveResolverBack() {
   sweeps_ = 0;
 }
 
-// Writes the sum into blocks of a row where nothing was added and it stands still.
+// Writes the sum into blocks of a row where nothing was added.
 void CoverageBuffer::writeOut(int row, int first, int last) {
   std::uint64_t* const touched = rowMarks(row);
   const auto bitsOf = [](int block) { return firstBlock << (block * blockSize % 64); };
@@ -521,7 +522,7 @@ void CoverageBuffer::writeOut(int row, int first, int last) {
 
 void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch) {
   const int row = patch.top - box_.top;
-  // What follows in the row counts from the pixel behind the patch.
+  // What follows in the row counts from the pixel after the patch.
   for (int i = row; i < row + patch.height(); ++i) writeOut(i, patch.left - box_.left, patch.right - box_.left);
   resolver_.cover({.moved = shape.moved, .scale = shape.scale, .rule = shape.rule, .box = DeviceRect::of(patch)},
                   rowValues(row) + (patch.left - box_.left), stride_);

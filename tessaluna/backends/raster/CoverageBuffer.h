@@ -2,7 +2,7 @@
 //
 // Every side adds to each pixel that it crosses the change of covered area from the pixel's left neighbour;
 // the sum of a row from the left up to a pixel is then that pixel's winding number averaged over its area.
-// One bit a block of four pixels notes where anything was added: between such blocks the sum stands still,
+// One bit for each block of four pixels notes where anything was added: between such blocks the sum does not change,
 // and the row needs no look at pixels.
 //
 // That average tells the coverage of a pixel through which no more than one monotone chain of sides goes down and one up,
@@ -106,8 +106,9 @@ class CoverageBuffer {
     float direction;
     int top, bottom;
   };
-  static constexpr std::size_t mostPillars = 32;
-  static constexpr int leastPillar = 4;  // rows
+  // Each of the rows looks through all pillars, and for fewer rows a repeat is not worth its beginning.
+  static constexpr std::size_t maxPillars = 32;
+  static constexpr int minPillar = 4;  // rows
   // Rows that are all as the first of them, to which alone sides were added.
   struct Repeat {
     int first, end;
@@ -140,7 +141,7 @@ class CoverageBuffer {
   void findCrossedTips(const Shape& shape);
   void noteTip(std::span<const CGPoint> points, std::size_t end, const Shape& shape);
   CGPoint placed(CGPoint p, const Shape& shape) const;
-  static std::optional<CGPoint> crossingBehindTip(std::span<const CGPoint> points, Tip tip, double reach);
+  static std::optional<CGPoint> crossingNearTip(std::span<const CGPoint> points, Tip tip, double reach);
   void noteCrossedTip(CGPoint tip, CGPoint crossing);
   void noteSpike(CGPoint p);
   void correctFrom(int firstRow, Range before, const Shape& shape);
@@ -155,14 +156,14 @@ class CoverageBuffer {
   Range sumRow(int row);
   static void clearBlocks(float* values, int count);
   template <class Sink>
-  void tellRow(int row, Sink& sink);
+  void sendRow(int row, Sink& sink);
   template <class Sink>
-  void tellRows(const Repeat& rows, Sink& sink) {
-    if (rows.first + 1 == rows.end) tellRow(rows.first, sink);
-    else if (rows.first < rows.end) tellRepeat(rows, sink);
+  void sendRows(const Repeat& rows, Sink& sink) {
+    if (rows.first + 1 == rows.end) sendRow(rows.first, sink);
+    else if (rows.first < rows.end) sendRepeat(rows, sink);
   }
   template <class Sink>
-  void tellRepeat(const Repeat& rows, Sink& sink);
+  void sendRepeat(const Repeat& rows, Sink& sink);
   template <Touched after, class Even, class Varied>
   void forEachPart(int row, Even even, Varied varied);
 
@@ -173,7 +174,7 @@ class CoverageBuffer {
     row.values += stride_;
     row.marks += 4 * words_;
   }
-  // Calls run(first, count) for the runs of touched blocks in a row, which do not go on from one word to the
+  // Calls run(first, count) for the runs of touched blocks in a row, which do not continue from one word to the
   // next.
   template <Touched after = Touched::Keep, class Function>
   void forEachRun(int row, Function run);
@@ -219,7 +220,7 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   placePillars();
   if (!shape.isStroke) findCrossedTips(shape);
   // The sink receives a row after the next one was looked at: its own part of an overlap may have been too small to show.
-  Repeat told{0, 0};  // the rows that it receives next
+  Repeat pending{0, 0};  // the rows that it receives next
   std::size_t next = 0;
   const auto rowsFrom = [&](int row) {
     return next < repeats_.size() && repeats_[next].first == row ? repeats_[next++] : Repeat{row, row + 1};
@@ -230,20 +231,20 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
     if (rows.first >= firstTwice_ || range.showsOverlap(before)) {
       isOverlap_.data()[rows.first] = range.showsOverlap(before);
       // The row before it may have a part in the overlap.
-      const bool isCopy = told.first + 1 < told.end;
-      if (isCopy) --told.end;
-      writeRepeats(told.end);
-      if (isCopy) sumRow(told.end);
+      const bool isCopy = pending.first + 1 < pending.end;
+      if (isCopy) --pending.end;
+      writeRepeats(pending.end);
+      if (isCopy) sumRow(pending.end);
       correctFrom(rows.first, range, shape);
-      tellRows(told, sink);
-      for (int row = told.end; row < rows_; ++row) tellRow(row, sink);
+      sendRows(pending, sink);
+      for (int row = pending.end; row < rows_; ++row) sendRow(row, sink);
       return true;
     }
     before = range;
-    tellRows(told, sink);
-    told = rows;
+    sendRows(pending, sink);
+    pending = rows;
   }
-  tellRows(told, sink);
+  sendRows(pending, sink);
   return true;
 }
 
@@ -270,23 +271,23 @@ inline void CoverageBuffer::forEachPart(int row, Even even, Varied varied) {
   float* const values = rowValues(row);
   int done = 0;       // pixels that the sink has
   float winding = 0;  // of the last of them
-  const auto tellEven = [&](int end) {
+  const auto sendEven = [&](int end) {
     if (done < end && std::abs(winding) > leastCoverage) even(done, end - done, winding);
   };
   forEachRun<after>(row, [&](int block, int count) {
     const int x = block * blockSize;
-    tellEven(std::min(x, width));
+    sendEven(std::min(x, width));
     if (x < width) varied(x, std::min(count * blockSize, width - x), values + x);
     done = x + count * blockSize;
     winding = values[done - 1];
     if constexpr (after == Touched::Clear) clearBlocks(values + x, count);
   });
-  tellEven(width);
+  sendEven(width);
   if constexpr (after == Touched::Clear) std::fill_n(rowMarks(row) + words_, 3 * words_, std::uint64_t(0));
 }
 
 template <class Sink>
-void CoverageBuffer::tellRow(int row, Sink& sink) {
+void CoverageBuffer::sendRow(int row, Sink& sink) {
   const int left = sinkLeft_, y = sinkTop_ + row;
   forEachPart<Touched::Clear>(
       row, [&](int x, int count, float winding) { sink.even(left + x, y, count, winding); },
@@ -294,7 +295,7 @@ void CoverageBuffer::tellRow(int row, Sink& sink) {
 }
 
 template <class Sink>
-void CoverageBuffer::tellRepeat(const Repeat& rows, Sink& sink) {
+void CoverageBuffer::sendRepeat(const Repeat& rows, Sink& sink) {
   const int left = sinkLeft_, top = sinkTop_ + rows.first, bottom = sinkTop_ + rows.end;
   if constexpr (TakesRows<Sink>) {
     forEachPart<Touched::Clear>(

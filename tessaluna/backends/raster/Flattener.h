@@ -1,8 +1,8 @@
 // Turns a path into polylines: applies a transform, replaces curves by chords that stay within a tolerance,
-// and leaves out what is not finite. What it finds it tells a sink:
+// and leaves out what is not finite. A sink receives what it finds:
 //   moveTo(p), lineTo(p, Corner), close(), and around the chords of a whole curve leave(direction),
 //   arrive(direction)
-// A sink with `wantsDirections` is told the points inside a curve by curvePoint(p, direction) instead.
+// A sink with `wantsDirections` receives the points inside a curve by curvePoint(p, direction) instead.
 #pragma once
 
 #include <algorithm>
@@ -60,7 +60,7 @@ class Flattener {
   }
 
  private:
-  static constexpr int mostSteps = 64;
+  static constexpr int mostSteps = 64;  // chords of a piece: a curve of more is split, and gets fewer out of sight
   static constexpr int deepestSplit = 48;
   // Of one curve, and of a path. A curve that is seen as a part of a huge one needs two for each level; only where almost
   // all of a huge one counts, as for a pen of that size, are there more, and then a coarse one does.

@@ -1,5 +1,5 @@
 // The coverage of glyphs at the places on the pixel grid where they are drawn: on whole rows, and to a quarter of a pixel
-// across. Bounded: when it is full it starts anew.
+// across. Bounded: when it is full it is emptied.
 #pragma once
 
 #include <cstdint>

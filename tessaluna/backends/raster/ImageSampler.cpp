@@ -7,13 +7,9 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// Corners as near as this to a pixel's corner lie on it.
-constexpr double nearlyWhole = 1e-6;
 // A turned image is averaged to so many samples per device pixel and direction, each of a whole pixel's width: between
 // fewer of them the blend would blur, more would not show.
 constexpr double samplesPerPixel = 2;
-
-bool isNearlyWhole(double v) { return std::abs(v - std::round(v)) < nearlyWhole; }
 
 // The channels of two neighbours, with eight bits behind the point.
 Short8 twoTexels(const std::uint32_t* pixels) {

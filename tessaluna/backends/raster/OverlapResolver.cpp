@@ -13,13 +13,14 @@ constexpr double sameHeight = 1e-5, samePlace = 1e-4;
 // Through strips of the least height go at most so many sides. More make strips higher, so that a tangle of very many
 // costs a row no more time than this many: what ends and crosses in a strip stays as it is, and the order in its middle counts.
 constexpr std::size_t fewSides = 16;
-constexpr double mostSidesOfARow = 60000;
-// More are sorted by other ways.
+constexpr double maxSidesOfRow = 60000;
+// Up to so many are sorted by insertion, since from strip to strip hardly any change places, then by comparison, more by digits,
+// where a step costs more but no tangle needs more of them.
 constexpr std::size_t sortedByInsertion = 64, sortedByComparison = 512;
 
-constexpr double farthestRight = 1e9;  // of what is still looked at, in pixels
+constexpr double farthestRight = 1e9;  // in pixels: columns fit an int, and no box reaches as far
 
-double leastHeight(std::size_t sides) { return sides <= fewSides ? sameHeight : double(sides) / mostSidesOfARow; }
+double leastHeight(std::size_t sides) { return sides <= fewSides ? sameHeight : double(sides) / maxSidesOfRow; }
 
 }  // namespace
 
@@ -265,7 +266,7 @@ void OverlapResolver::addStrip(double top, double bottom, double least, FillRule
 // Brings the sides into their order a little below the top, since at the top itself sides meet that have just crossed.
 void OverlapResolver::place(double top, double bottom) {
   sidesOfStrips_ += across_.size();
-  constexpr double little = 1e-4;
+  constexpr double little = 1e-4;  // of the height: less than coverage shows, more than rounding
   for (Across& across : across_) {
     across.above = across.side->at(top);
     across.below = across.side->at(bottom);
@@ -324,9 +325,9 @@ double OverlapResolver::firstCrossing(double top, double bottom, double least) {
   for (std::size_t i = 0; i + 1 < across_.size(); ++i) {
     const Across &a = across_[i], &b = across_[i + 1];
     if (a.below <= b.below) continue;
-    const double before = b.above - a.above, behind = a.below - b.below;
-    const double crossing = top + before / (before + behind) * (bottom - top);
-    if (behind > samePlace && before >= samePlace && crossing - top >= least && bottom - crossing >= least) {
+    const double before = b.above - a.above, after = a.below - b.below;
+    const double crossing = top + before / (before + after) * (bottom - top);
+    if (after > samePlace && before >= samePlace && crossing - top >= least && bottom - crossing >= least) {
       first = std::min(first, crossing);
     } else {
       isInOrder_ = false;

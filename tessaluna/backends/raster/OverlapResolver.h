@@ -49,7 +49,7 @@ class OverlapResolver {
   struct Side {
     double top, bottom, x, slope;  // x at the top, and its change by height
     int direction;
-    int bound = 0;     // 1 where the inside begins behind it, -1 where it ends, 0 elsewhere
+    int bound = 0;     // 1 where the inside begins after it, -1 where it ends, 0 elsewhere
     double since = 0;  // the height from which on it is a bound
     double at(double y) const { return x + (y - top) * slope; }
   };

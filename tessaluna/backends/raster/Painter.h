@@ -60,7 +60,7 @@ class Painter {
 
   void even(int x, int y, int count, float winding);
   void varied(int x, int y, int count, const float* windings);
-  // Must be called once, behind the last row.
+  // Must be called once, after the last row.
   void finish();
 
  private:

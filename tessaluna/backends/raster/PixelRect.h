@@ -61,7 +61,7 @@ struct DeviceRect {
   static DeviceRect of(const PixelRect& rect) {
     return {double(rect.left), double(rect.top), double(rect.right), double(rect.bottom)};
   }
-  // The whole pixels that it touches. Edges beyond the range of any picture are held there, so that sums of
+  // The whole pixels that it touches. Edges beyond the range of any picture are clamped to it, so that sums of
   // them stay within an int.
   PixelRect roundedOut() const {
     if (isEmpty()) return {};
@@ -70,7 +70,12 @@ struct DeviceRect {
   }
 };
 
-// The whole number below, held within bounds, the lower one for what is no number.
+// Coordinates as near as this to a pixel's border lie on it: what sums of scaled ones are off by.
+inline constexpr double nearlyWhole = 1e-6;
+inline bool isNearlyWhole(double v) { return std::abs(v - std::round(v)) < nearlyWhole; }
+inline double snapped(double v) { return isNearlyWhole(v) ? std::round(v) : v; }
+
+// The whole number below, clamped to bounds; the lower one for NaN.
 inline int floorWithin(double v, int low, int high) { return v >= low ? (v < high ? int(std::floor(v)) : high) : low; }
 
 }  // namespace tessaluna::backend::raster

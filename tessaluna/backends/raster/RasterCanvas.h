@@ -31,7 +31,7 @@ class RasterCanvas final : public Canvas {
   explicit RasterCanvas(Bitmap& bitmap, const View& view = {});
   ~RasterCanvas() override;
 
-  // Begins anew on another bitmap, with the state of a new canvas but the working memory of this one.
+  // Begins again on another bitmap, with the state of a new canvas but the working memory of this one.
   void begin(Bitmap& bitmap, const View& view = {});
 
   void saveState() override;
@@ -54,8 +54,8 @@ class RasterCanvas final : public Canvas {
   void drawImage(const ImagePixels& image, CGRect source, CGRect destination) override;
 
  private:
-  class Studio;
-  std::unique_ptr<Studio> studio_;
+  class Pipeline;
+  std::unique_ptr<Pipeline> pipeline_;
 };
 
 }  // namespace tessaluna::backend::raster

@@ -12,7 +12,7 @@ namespace tessaluna::backend::raster {
 class ResampledAxis {
  public:
   // Source pixels from `sourceStart` on, `sourceLength` long, of which those within 0...pixels - 1 exist, land on places from
-  // `start` to `end` (turned over if end is smaller). Wanted are the places low...high - 1, of which each averages what lies
+  // `start` to `end` (turned over if end is smaller). Needed are the places low...high - 1, of which each averages what lies
   // within `reach` places. Each weight is written as often as the caller works on channels at once.
   struct Style {
     double sourceStart, sourceLength;

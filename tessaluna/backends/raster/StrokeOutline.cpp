@@ -4,12 +4,17 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// Of round joins and caps, whose chords all lie inside: in device pixels, and in halves of the pen's width.
+// Of round joins and caps, whose chords all lie inside: in device pixels, 1.5 of 255 on an edge, and in halves of the pen's width,
+// a few hundred chords for the whole circle.
 constexpr double arcTolerance = 0.006, leastArcTolerance = 0.125 / 3e4;
-// A corner of the outline shorter than this, in pixels, is none.
+// A corner of the outline shorter than this, in pixels, is none: its joins differ by less than a hundredth of a pixel's area.
 constexpr double leastJoin = 0.1;
-// So many sides on either side of a fold are looked at for the place where they meet.
-constexpr std::size_t mostSidesOfFold = 24;
+// So many sides on either side of a fold are looked at for the place where they meet, each with each: that bounds the time
+// that a bend takes. And so far from it, in halves of the pen's width, may they meet: a fold reaches no farther.
+constexpr std::size_t maxSidesOfFold = 24;
+constexpr double farthestMeeting = 6;
+// Square pixels that may be missing at the inner corner of a gentle bend: 5 of 255 if they were all in one pixel.
+constexpr double leastCorner = 0.02;
 
 // From a direction to that of the side that is being made.
 CGPoint aside(CGPoint direction) { return {direction.y, -direction.x}; }
@@ -199,7 +204,7 @@ void StrokeOutline::addBend(const Bend& bend) {
     if (!goesBack) return addSidePoint(at + *side, in);
   }
   if (isInner) return addInnerBend(bend);
-  // What goes round an outer corner is no part of a fold, before it nor behind, unless it is next to nothing.
+  // What goes round an outer corner is no part of a fold, before it nor after, unless it is next to nothing.
   const double pixels = pen_.halfWidth * pixelsPerLength_;
   const bool isSeen = dot(in, out) < 0 || cross(in, out) * pixels * pixels > 0.04;
   const bool bounds = bend.corner == Corner::Sharp && isSeen;
@@ -273,7 +278,7 @@ void StrokeOutline::beginRing() {
 }
 
 void StrokeOutline::finishRing() {
-  // The first side goes on from where the last one ends, which is no meeting.
+  // The first side continues from where the last one ends, which is no meeting.
   sideStart_ = std::max(sideStart_, ringStart_ + 1);
   if (isFolded_) cutFold(polygons_->points()[ringStart_]);
   isFolded_ = false;
@@ -298,14 +303,14 @@ void StrokeOutline::fold() {
   if (isFolded_) return;
   isFolded_ = true;
   hasFoldCorner_ = false;
-  sidesBehindFold_ = 0;
+  sidesAfterFold_ = 0;
   foldStart_ = polygons_->pointCount() - 1;
 }
 
 // On the way to a point. The two sides of the fold are cut where they meet.
 void StrokeOutline::cutFold(CGPoint to) {
   const CGPoint from = polygons_->lastPoint(), way = to - from;
-  const std::size_t least = foldStart_ - std::min(foldStart_ - sideStart_, mostSidesOfFold);
+  const std::size_t least = foldStart_ - std::min(foldStart_ - sideStart_, maxSidesOfFold);
   for (std::size_t end = foldStart_; end > least; --end) {
     const CGPoint a = polygons_->points()[end - 1], b = polygons_->points()[end];
     const CGPoint side = b - a, between = from - a;
@@ -315,8 +320,8 @@ void StrokeOutline::cutFold(CGPoint to) {
     if (onSide < 0 || onSide > 1 || onWay < 0 || onWay > 1) continue;
     const CGPoint meeting = a + side * onSide, away = meeting - polygons_->points()[foldStart_];
     // Next to the fold they may meet anywhere, farther on only as near as a fold reaches.
-    const bool isNext = end == foldStart_ && sidesBehindFold_ == 0;
-    if (!isNext && dot(away, away) > 36 * pen_.halfWidth * pen_.halfWidth) continue;
+    const bool isNext = end == foldStart_ && sidesAfterFold_ == 0;
+    if (!isNext && dot(away, away) > farthestMeeting * farthestMeeting * pen_.halfWidth * pen_.halfWidth) continue;
     if (isHole(end, meeting) || (isNext && !coverCorner(side, way))) break;
     polygons_->cutTo(end);
     polygons_->lineTo(meeting);
@@ -324,20 +329,20 @@ void StrokeOutline::cutFold(CGPoint to) {
     if (hasFoldCorner_) beginSide();
     return;
   }
-  if (++sidesBehindFold_ == mostSidesOfFold) isFolded_ = false;
+  if (++sidesAfterFold_ == maxSidesOfFold) isFolded_ = false;
 }
 
-// True if of two sides each goes on so far that the other one's end at the bend between them is covered by its stroke.
+// True if each of two sides continues so far that the other one's end at the bend between them is covered by its stroke.
 bool StrokeOutline::coverCorner(CGPoint in, CGPoint out) const {
-  const double before = dot(in, in), behind = dot(out, out), lengths = std::sqrt(before * behind);
+  const double before = dot(in, in), after = dot(out, out), lengths = std::sqrt(before * after);
   const double sine = std::abs(cross(in, out)), reach = pen_.halfWidth * sine / lengths;
   const double pixels = pen_.halfWidth * pixelsPerLength_;
   // The corner of a gentle bend is too small to be seen.
-  if (dot(in, out) > 0 && sine * sine * sine * pixels * pixels < 0.02 * lengths * lengths * lengths) return true;
-  return std::min(before, behind) >= reach * reach;
+  if (dot(in, out) > 0 && sine * sine * sine * pixels * pixels < leastCorner * lengths * lengths * lengths) return true;
+  return std::min(before, after) >= reach * reach;
 }
 
-// True if what lies between a point of the side's and here goes the other way round than a fold: behind it lies nothing.
+// True if what lies between a point of the side's and here goes the other way round than a fold: beyond it lies nothing.
 bool StrokeOutline::isHole(std::size_t first, CGPoint meeting) const {
   double area = 0;
   CGPoint from = meeting;

@@ -29,7 +29,7 @@ class StrokeOutline {
     Corner corner;
     bool isTight = false;  // on the inner side the pen's edge may go back
   };
-  // How the pen comes to a point and goes on; the chords are zero where it does not follow them.
+  // How the pen comes to a point and leaves it; the chords are zero where it does not follow them.
   struct Passage {
     CGPoint at, chordIn, in, out, chordOut;
     Corner corner;
@@ -69,9 +69,9 @@ class StrokeOutline {
   bool isSmooth_ = true;  // the line has one corner a side at every point
   bool isNewRing_ = true;
   std::size_t ringStart_ = 0, sideStart_ = 0;  // indices of their first points
-  // A fold is what the side does from the point on behind which it first goes back, until it is cut.
+  // A fold is what the side does from the point after which it first goes back, until it is cut.
   bool isFolded_ = false, hasFoldCorner_ = false;
-  std::size_t foldStart_ = 0, sidesBehindFold_ = 0;
+  std::size_t foldStart_ = 0, sidesAfterFold_ = 0;
 };
 
 }  // namespace tessaluna::backend::raster

@@ -21,7 +21,7 @@ class Stroker {
   void setPen(const StrokeStyle& style);
   void setDashes(const StrokeStyle& style);
 
-  // Told by the flattener.
+  // What the flattener finds.
   void moveTo(CGPoint p);
   void lineTo(CGPoint p, Corner corner) { add({p, corner}); }
   void curvePoint(CGPoint p, CGPoint direction);

@@ -1,4 +1,4 @@
-#include "tessaluna/backends/raster/Studio.h"
+#include "tessaluna/backends/raster/Pipeline.h"
 
 #include <type_traits>
 #include <utility>
@@ -15,7 +15,7 @@ constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixe
 constexpr int farthestCast = 512;
 // What open layers may hold together: so many times the bitmap's pixels, and some more for small ones.
 constexpr std::size_t layersPerBitmap = 8, leastLayerPixels = std::size_t(8) << 20;
-// Deeper nests of layers do not keep their memory, and others not for ever.
+// Deeper nests of layers do not keep their memory, and others not forever.
 constexpr std::size_t mostLayersKept = 8;
 constexpr int nestsBetweenChecks = 1024;
 
@@ -67,7 +67,7 @@ class PlaneWriter {
 
 }  // namespace
 
-void RasterCanvas::Studio::begin(Bitmap& bitmap, const View& view) {
+void RasterCanvas::Pipeline::begin(Bitmap& bitmap, const View& view) {
   bitmap_ = &bitmap;
   clearForReuse(saved_);
   openLayers_ = 0;
@@ -80,9 +80,9 @@ void RasterCanvas::Studio::begin(Bitmap& bitmap, const View& view) {
   state_.clip.box = isUsableView ? bitmap.bounds() : PixelRect{};
 }
 
-void RasterCanvas::Studio::saveState() { saved_.push_back(state_); }
+void RasterCanvas::Pipeline::saveState() { saved_.push_back(state_); }
 
-void RasterCanvas::Studio::restoreState() {
+void RasterCanvas::Pipeline::restoreState() {
   // What was saved before the innermost layer began comes back when it ends.
   const std::size_t kept = openLayers_ ? layers_[openLayers_ - 1]->savedStates : 0;
   if (saved_.size() <= kept) return;
@@ -90,7 +90,7 @@ void RasterCanvas::Studio::restoreState() {
   saved_.pop_back();
 }
 
-std::optional<RasterCanvas::Studio::CastShadow> RasterCanvas::Studio::castShadow() const {
+std::optional<RasterCanvas::Pipeline::CastShadow> RasterCanvas::Pipeline::castShadow() const {
   const Shadow& shadow = state_.shadow;
   if (!shadow.color) return std::nullopt;
   CastShadow cast;
@@ -105,7 +105,7 @@ std::optional<RasterCanvas::Studio::CastShadow> RasterCanvas::Studio::castShadow
 }
 
 // From where a shadow falls into the clip.
-PixelRect RasterCanvas::Studio::castingBox(const CastShadow& shadow) const {
+PixelRect RasterCanvas::Pipeline::castingBox(const CastShadow& shadow) const {
   const PixelRect& clip = state_.clip.box;
   const int reach = std::min(Blur::reach(shadow.deviation), farthestCast) + 1;
   const int dx = int(std::floor(shadow.dx)), dy = int(std::floor(shadow.dy));
@@ -113,24 +113,24 @@ PixelRect RasterCanvas::Studio::castingBox(const CastShadow& shadow) const {
 }
 
 // Where a shape's pixels matter: in the clip, and where its shadow falls into the clip from.
-PixelRect RasterCanvas::Studio::neededBox(const std::optional<CastShadow>& shadow) const {
+PixelRect RasterCanvas::Pipeline::neededBox(const std::optional<CastShadow>& shadow) const {
   const PixelRect& clip = state_.clip.box;
   return !shadow || clip.isEmpty() ? clip : clip.united(castingBox(*shadow));
 }
 
-void RasterCanvas::Studio::flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible) {
+void RasterCanvas::Pipeline::flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible) {
   Flattener<Polygons>({.visible = visible, .tolerance = chordTolerance, .areaTolerance = areaTolerance, .endStep = endStep},
                       polygons_)
       .add(path, transform);
 }
 
-void RasterCanvas::Studio::clip(CGRect rect) {
+void RasterCanvas::Pipeline::clip(CGRect rect) {
   if (state_.clip.box.isEmpty()) return;
   if (const auto upright = uprightRect(rect, state_.toDevice)) return state_.clip.intersectRect(*upright);
   clip(Path::rect(rect), FillRule::NonZero);
 }
 
-void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
+void RasterCanvas::Pipeline::clip(const Path& path, FillRule rule) {
   Clip& clip = state_.clip;
   if (clip.box.isEmpty()) return;
   if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return clip.intersectRect(*rect);
@@ -141,7 +141,7 @@ void RasterCanvas::Studio::clip(const Path& path, FillRule rule) {
   clip.intersectShape({.polygons = polygons_, .rule = rule}, covered, coverage_, masks_);
 }
 
-void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
+void RasterCanvas::Pipeline::fill(const Path& path, FillRule rule) {
   if (state_.clip.box.isEmpty() || leavesNoMark(state_.fillColor, state_.alpha, state_.blendMode)) return;
   const Source color{.color = premultiplied(state_.fillColor, state_.alpha)};
   const std::optional<CastShadow> shadow = castShadow();
@@ -153,7 +153,7 @@ void RasterCanvas::Studio::fill(const Path& path, FillRule rule) {
 }
 
 // Every window begins its redraws with a clear ground: a rectangle of whole pixels, translucent, that replaces what is there.
-bool RasterCanvas::Studio::replaceWholePixels(const Path& path, Float4 color) {
+bool RasterCanvas::Pipeline::replaceWholePixels(const Path& path, Float4 color) {
   if (state_.blendMode != BlendMode::Copy || openLayers_ > 0 || !state_.clip.isPlain()) return false;
   const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice);
   if (!rect) return false;
@@ -168,7 +168,7 @@ bool RasterCanvas::Studio::replaceWholePixels(const Path& path, Float4 color) {
 }
 
 // Row by row, with no need to work out coverage from sides.
-void RasterCanvas::Studio::fillRect(const DeviceRect& rect, const Source& source) {
+void RasterCanvas::Pipeline::fillRect(const DeviceRect& rect, const Source& source) {
   const PixelRect box = rect.roundedOut().intersected(state_.clip.box);
   // How much of a pixel lies between two edges.
   const auto share = [](int pixel, double low, double high) {
@@ -196,14 +196,14 @@ void RasterCanvas::Studio::fillRect(const DeviceRect& rect, const Source& source
   });
 }
 
-void RasterCanvas::Studio::stroke(const Path& path, const StrokeStyle& style) {
+void RasterCanvas::Pipeline::stroke(const Path& path, const StrokeStyle& style) {
   if (state_.clip.box.isEmpty() || leavesNoMark(state_.strokeColor, state_.alpha, state_.blendMode)) return;
   paintOutline({.path = path, .pen = &style}, {.color = premultiplied(state_.strokeColor, state_.alpha)}, castShadow());
 }
 
-void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
+void RasterCanvas::Pipeline::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
   if (state_.clip.box.isEmpty() || !ramp_.begin(gradient, state_.toDevice)) return;
-  const Source source{.rows = &ramp_, .alpha = float(held(state_.alpha))};
+  const Source source{.rows = &ramp_, .alpha = float(clamp01(state_.alpha))};
   const std::optional<CastShadow> shadow = castShadow();
   if (!shadow && paintsPlainly(source)) {
     if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, source);
@@ -212,16 +212,16 @@ void RasterCanvas::Studio::fillGradient(const Path& path, FillRule rule, const L
 }
 
 // False if some of a stroke was left out, since it is not visible.
-bool RasterCanvas::Studio::makePolygons(const Outline& outline, const CGAffineTransform& transform,
-                                        const PixelRect& visible) {
+bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffineTransform& transform,
+                                          const PixelRect& visible) {
   polygons_.clear();
   if (outline.pen) return stroker_.stroke(outline.path, *outline.pen, transform, DeviceRect::of(visible), polygons_);
   flatten(outline.path, transform, DeviceRect::of(visible));
   return true;
 }
 
-void RasterCanvas::Studio::paintOutline(const Outline& outline, const Source& source,
-                                        const std::optional<CastShadow>& shadow) {
+void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& source,
+                                          const std::optional<CastShadow>& shadow) {
   // What a layer keeps and what a shadow falls from must be polygons.
   const bool mayBeKnown = !shadow && openLayers_ == 0 && outline.path.points().size() <= ShapeCache::mostPoints &&
                           PixelPlacement::isPossible(state_.toDevice);
@@ -231,7 +231,7 @@ void RasterCanvas::Studio::paintOutline(const Outline& outline, const Source& so
 }
 
 // Coverage is made beside the origin, also where it is not kept: so it is the same wherever in the picture it is shown.
-void RasterCanvas::Studio::paintKnownOutline(const Outline& outline, const Source& source) {
+void RasterCanvas::Pipeline::paintKnownOutline(const Outline& outline, const Source& source) {
   const PixelPlacement place(state_.toDevice);
   const ShapeCache::Key key(outline.path, outline.rule, outline.pen, place.rest);
   const PixelRect clip = state_.clip.box.moved({-place.moved.x, -place.moved.y});
@@ -260,14 +260,14 @@ void RasterCanvas::Studio::paintKnownOutline(const Outline& outline, const Sourc
 }
 
 // True if nothing is wanted but colors on the bitmap's own pixels.
-bool RasterCanvas::Studio::paintsPlainly(const Source& source) const {
+bool RasterCanvas::Pipeline::paintsPlainly(const Source& source) const {
   const bool isOpaque = source.rows ? source.rows->isOpaque() && source.alpha == 1 : source.color[3] == 1;
   const bool isPlainMode = state_.blendMode == BlendMode::Normal || (state_.blendMode == BlendMode::Copy && isOpaque);
   return openLayers_ == 0 && !source.layer && isPlainMode && state_.clip.isPlain();
 }
 
-void RasterCanvas::Studio::paintPolygons(CoverageBuffer::Shape shape, const Source& source,
-                                         const std::optional<CastShadow>& shadow) {
+void RasterCanvas::Pipeline::paintPolygons(CoverageBuffer::Shape shape, const Source& source,
+                                           const std::optional<CastShadow>& shadow) {
   if (keepAsShape(shape, source, shadow)) return;
   if (shadow) paintShadowOfPolygons(shape, source, *shadow);
   const PixelRect whole = polygons_.bounds().roundedOut();
@@ -277,8 +277,8 @@ void RasterCanvas::Studio::paintPolygons(CoverageBuffer::Shape shape, const Sour
   });
 }
 
-void RasterCanvas::Studio::paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source,
-                                                 const CastShadow& shadow) {
+void RasterCanvas::Pipeline::paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source,
+                                                   const CastShadow& shadow) {
   // The shape itself is moved, not its pixels: an offset by a part of a pixel stays exact.
   shape.moved = {shadow.dx, shadow.dy};
   const int cell = Blur::cellSize(shadow.deviation), reach = Blur::reach(shadow.deviation);
@@ -307,8 +307,8 @@ void RasterCanvas::Studio::paintShadowOfPolygons(CoverageBuffer::Shape shape, co
   paintPlane(blurred_, color);
 }
 
-bool RasterCanvas::Studio::keepAsShape(const CoverageBuffer::Shape& shape, const Source& source,
-                                       const std::optional<CastShadow>& shadow) {
+bool RasterCanvas::Pipeline::keepAsShape(const CoverageBuffer::Shape& shape, const Source& source,
+                                         const std::optional<CastShadow>& shadow) {
   if (openLayers_ == 0) return false;
   OpenLayer& layer = openLayer();
   const bool isAlone = layer.content == OpenLayer::Content::Nothing && !shadow && source.isEven() &&
@@ -323,7 +323,7 @@ bool RasterCanvas::Studio::keepAsShape(const CoverageBuffer::Shape& shape, const
 }
 
 // The open layer will hold more than its one shape.
-void RasterCanvas::Studio::paintKeptShape() {
+void RasterCanvas::Pipeline::paintKeptShape() {
   OpenLayer& layer = openLayer();
   if (layer.content != OpenLayer::Content::Shape) return;
   layer.content = OpenLayer::Content::Nothing;
@@ -338,7 +338,7 @@ void RasterCanvas::Studio::paintKeptShape() {
 }
 
 // True for one color in a layer that holds no other.
-bool RasterCanvas::Studio::takesAsTint(OpenLayer& layer, const Source& source) {
+bool RasterCanvas::Pipeline::takesAsTint(OpenLayer& layer, const Source& source) {
   const bool isNew = layer.content == OpenLayer::Content::Nothing;
   if (!source.isEven() || !layer.casting.most().isEmpty() || !(isNew || layer.content == OpenLayer::Content::Tint))
     return false;
@@ -350,7 +350,7 @@ bool RasterCanvas::Studio::takesAsTint(OpenLayer& layer, const Source& source) {
   return true;
 }
 
-void RasterCanvas::Studio::turnIntoPixels(OpenLayer& layer) {
+void RasterCanvas::Pipeline::turnIntoPixels(OpenLayer& layer) {
   const bool isTint = layer.content == OpenLayer::Content::Tint;
   layer.content = OpenLayer::Content::Pixels;
   const PixelRect box = layer.tint.content();
@@ -363,7 +363,7 @@ void RasterCanvas::Studio::turnIntoPixels(OpenLayer& layer) {
 }
 
 // Paints one color by the coverage that the plane holds.
-void RasterCanvas::Studio::paintPlane(Plane& plane, Float4 color) {
+void RasterCanvas::Pipeline::paintPlane(Plane& plane, Float4 color) {
   const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
   paint({.color = color}, box, [&](auto& painter, const PixelRect& part) {
     for (int y = part.top; y < part.bottom; ++y) {
@@ -372,7 +372,7 @@ void RasterCanvas::Studio::paintPlane(Plane& plane, Float4 color) {
   });
 }
 
-void RasterCanvas::Studio::beginLayer() {
+void RasterCanvas::Pipeline::beginLayer() {
   saveState();
   if (openLayers_ == layers_.size()) layers_.push_back(std::make_unique<OpenLayer>());
   OpenLayer& layer = *layers_[openLayers_++];
@@ -403,7 +403,7 @@ void RasterCanvas::Studio::beginLayer() {
   state_.shadow = {};
 }
 
-void RasterCanvas::Studio::endLayer() {
+void RasterCanvas::Pipeline::endLayer() {
   if (openLayers_ == 0) return;
   OpenLayer& layer = openLayer();
   const BlendMode mode = saved_[layer.savedStates - 1].blendMode;
@@ -424,8 +424,8 @@ void RasterCanvas::Studio::endLayer() {
   giveBackLayers();
 }
 
-void RasterCanvas::Studio::composite(OpenLayer& layer, bool showsEmptyParts) {
-  const float alpha = float(held(state_.alpha));
+void RasterCanvas::Pipeline::composite(OpenLayer& layer, bool showsEmptyParts) {
+  const float alpha = float(clamp01(state_.alpha));
   const std::optional<CastShadow> shadow = castShadow();
   if (layer.content == OpenLayer::Content::Shape) {
     std::swap(layer.shape, polygons_);
@@ -443,7 +443,7 @@ void RasterCanvas::Studio::composite(OpenLayer& layer, bool showsEmptyParts) {
   });
 }
 
-void RasterCanvas::Studio::paintTint(const OpenLayer& layer, float alpha) {
+void RasterCanvas::Pipeline::paintTint(const OpenLayer& layer, float alpha) {
   const PixelRect box = layer.tint.content().intersected(state_.clip.box);
   paint({.color = layer.tintColor * splat(alpha)}, box, [&](auto& painter, const PixelRect& part) {
     for (int y = part.top; y < part.bottom; ++y) {
@@ -453,7 +453,7 @@ void RasterCanvas::Studio::paintTint(const OpenLayer& layer, float alpha) {
 }
 
 // Behind a layer: those deep in a nest go as they end, others when they have not been used for long.
-void RasterCanvas::Studio::giveBackLayers() {
+void RasterCanvas::Pipeline::giveBackLayers() {
   if (openLayers_ >= mostLayersKept) layers_.resize(openLayers_);
   if (openLayers_ > 0 || ++nests_ < nestsBetweenChecks) return;
   layers_.resize(std::min(layers_.size(), deepestNest_));
@@ -461,7 +461,7 @@ void RasterCanvas::Studio::giveBackLayers() {
   deepestNest_ = 1;
 }
 
-void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {
+void RasterCanvas::Pipeline::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {
   const PixelRect& content = layer.content();
   const int cell = Blur::cellSize(shadow.deviation);
   const DeviceRect fallen = DeviceRect::of(content).moved(shadow.dx, shadow.dy).grown(Blur::reach(shadow.deviation) + 1);
@@ -478,7 +478,7 @@ void RasterCanvas::Studio::paintShadowOfLayer(const Layer& layer, const CastShad
   }
   const Blur::Style style{.deviation = shadow.deviation, .dx = shadow.dx, .dy = shadow.dy};
   if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, style)) return;
-  paintPlane(blurred_, shadow.color * splat(float(held(state_.alpha))));
+  paintPlane(blurred_, shadow.color * splat(float(clamp01(state_.alpha))));
 }
 
 }  // namespace tessaluna::backend::raster

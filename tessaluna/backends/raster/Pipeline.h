@@ -16,7 +16,7 @@
 
 namespace tessaluna::backend::raster {
 
-class RasterCanvas::Studio {
+class RasterCanvas::Pipeline {
  public:
   struct State {
     CGAffineTransform toDevice;
@@ -124,9 +124,9 @@ class RasterCanvas::Studio {
   Painter::Memory painterMemory_;
 };
 
-// Calls cover(sink, box), which tells a painter what the source covers within a box that lies in this one.
+// Calls cover(sink, box), whose sink receives what the source covers within a box that lies in this one.
 template <class Cover>
-void RasterCanvas::Studio::paint(const Source& source, const PixelRect& box, Cover cover) {
+void RasterCanvas::Pipeline::paint(const Source& source, const PixelRect& box, Cover cover) {
   if (paintsPlainly(source)) {
     if (box.isEmpty()) return;
     if (source.isEven()) {
@@ -148,7 +148,7 @@ void RasterCanvas::Studio::paint(const Source& source, const PixelRect& box, Cov
 }
 
 template <class Cover>
-void RasterCanvas::Studio::paintOn(const Surface& surface, const Source& source, const PixelRect& box, Cover cover) {
+void RasterCanvas::Pipeline::paintOn(const Surface& surface, const Source& source, const PixelRect& box, Cover cover) {
   const Painting painting{surface, source, state_.blendMode, state_.clip};
   Painter painter(painting, box, painterMemory_);
   if (painter.box().isEmpty()) return;

@@ -1,4 +1,4 @@
-#include "tessaluna/backends/raster/Studio.h"
+#include "tessaluna/backends/raster/Pipeline.h"
 
 namespace tessaluna::backend::raster {
 
@@ -56,7 +56,7 @@ void blendGlyph(const GlyphMask& mask, const PixelRect& box, const PixelRect& pa
 
 }  // namespace
 
-void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
+void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   const PixelRect& clip = state_.clip.box;
   if (clip.isEmpty() || !run.typeface) return;
   const double scale = uprightScale(state_.toDevice);
@@ -71,8 +71,8 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
     const CGPoint place = state_.toDevice.apply({origin.x + run.positions[i].x, origin.y + run.positions[i].y});
     if (!(std::abs(place.x) < 1e8 && std::abs(place.y) < 1e8)) continue;
     // The quarter that the place lies in, not the nearest, as other text on the desktop stands.
-    constexpr double noise = 1e-3;
-    const int quarters = int(std::floor(place.x * 4 + noise)), column = quarters >> 2;
+    constexpr double epsilon = 1e-3;
+    const int quarters = int(std::floor(place.x * 4 + epsilon)), column = quarters >> 2;
     const int row = int(std::floor(place.y + 0.5));
     const GlyphMask* mask = maskOf({run.typeface.get(), run.glyphs[i], quarters & 3, scale}, run.typeface);
     if (!mask) {
@@ -99,7 +99,7 @@ void RasterCanvas::Studio::drawGlyphs(const GlyphRun& run, CGPoint origin) {
 }
 
 // Null for a glyph too large to be kept.
-const GlyphMask* RasterCanvas::Studio::maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface) {
+const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface) {
   if (const GlyphMask* kept = glyphs_.find(place)) return kept;
   const Path outline = typeface->outline(place.glyph);
   const CGAffineTransform toPixels{place.scale, 0, 0, -place.scale, place.quarter * 0.25, 0};
@@ -118,7 +118,7 @@ const GlyphMask* RasterCanvas::Studio::maskOf(const GlyphPlace& place, const std
   return &glyphs_.keep(place, typeface, std::move(mask));
 }
 
-void RasterCanvas::Studio::fillGlyphs(const GlyphRun& run, CGPoint origin) {
+void RasterCanvas::Pipeline::fillGlyphs(const GlyphRun& run, CGPoint origin) {
   const std::optional<CastShadow> shadow = castShadow();
   const DeviceRect needed = DeviceRect::of(neededBox(shadow));
   polygons_.clear();

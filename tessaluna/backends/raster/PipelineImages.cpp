@@ -1,20 +1,9 @@
-#include "tessaluna/backends/raster/Studio.h"
+#include "tessaluna/backends/raster/Pipeline.h"
 
 namespace tessaluna::backend::raster {
 
-namespace {
-
-// Of a picture's edge that lies on a pixel's border but for what sums of scaled coordinates leave.
-double snapped(double v) {
-  constexpr double nearlyWhole = 1e-6;
-  const double whole = std::round(v);
-  return std::abs(v - whole) < nearlyWhole ? whole : v;
-}
-
-}  // namespace
-
 // An image is a shape, the rectangle that it is put into, filled with the image's colors.
-void RasterCanvas::Studio::drawImage(const ImagePixels& image, CGRect source, CGRect destination) {
+void RasterCanvas::Pipeline::drawImage(const ImagePixels& image, CGRect source, CGRect destination) {
   const bool isUsableImage = image.width > 0 && image.height > 0 && source.size.width > 0 && source.size.height > 0;
   if (state_.clip.box.isEmpty() || !isUsableImage) return;
   if (castShadow()) {
@@ -41,7 +30,7 @@ void RasterCanvas::Studio::drawImage(const ImagePixels& image, CGRect source, CG
                          snapped(CGRectGetMaxY(around))};
   const PixelRect box = place.roundedOut().intersected(state_.clip.box);
   const bool isShown = !box.isEmpty() && sampler_.begin(image, source, toDevice, box);
-  const Source colors{.rows = &sampler_, .alpha = float(held(state_.alpha))};
+  const Source colors{.rows = &sampler_, .alpha = float(clamp01(state_.alpha))};
   if (isShown && toDevice.b == 0 && toDevice.c == 0) {
     return fillRect(place, colors);
   }
