@@ -101,8 +101,8 @@ QWidget* makeCoverArtPage(Report report) {
   auto* flow = new FlowLayout(cards);
   for (const CoverArtHost::Cover& cover : host->covers()) flow->addWidget(makeCard(cover));
   // What is reported gets the room that the covers leave.
-  constexpr int mostOfTheRoom = 1000;
-  column->addWidget(new Shelf(cards, "Covers"), mostOfTheRoom);
+  constexpr int shareOfTheRoom = 1000;
+  column->addWidget(new Shelf(cards, "Covers"), shareOfTheRoom);
 
   auto* clock = new QTimer(page);
   clock->setInterval(changePeriod);

@@ -80,7 +80,7 @@ bool shorten(const CountingDesktop& desktop, std::size_t characters, int rounds)
   font.setHintingPreference(QFont::PreferNoHinting);
   const QFontMetricsF metrics(font);
   std::vector<double> kitTimes, qtTimes, ratios;
-  int mostMeasures = 0, bound = 0;
+  int maxMeasures = 0, bound = 0;
   for (int round = 0; round < rounds; ++round) {
     JoinedLinks links;
     links.setStrings(line(characters, names), attributes);
@@ -90,7 +90,7 @@ bool shorten(const CountingDesktop& desktop, std::size_t characters, int rounds)
     double start = bench::cpuSeconds();
     const JoinedLinks::Cut cut = links.cutToWidth(width, attributes);
     kitTimes.push_back((bench::cpuSeconds() - start) * 1e6);
-    mostMeasures = std::max(mostMeasures, desktop.engine.measures - before);
+    maxMeasures = std::max(maxMeasures, desktop.engine.measures - before);
     bound = std::max(bound, int(std::ceil(std::log2(double(characterBorders(links.text()).size())))) + 4);
     start = bench::cpuSeconds();
     const QString elided = metrics.elidedText(text, Qt::ElideRight, width);
@@ -102,11 +102,11 @@ bool shorten(const CountingDesktop& desktop, std::size_t characters, int rounds)
     }
   }
   std::printf("A line of %zu characters cut to about half, %d lines; measures: at most %d, allowed %d\n", characters, rounds,
-              mostMeasures, bound);
+              maxMeasures, bound);
   print("kit", kitTimes, " us");
   print("elidedText", qtTimes, " us");
   print("ratio", ratios, "   ");
-  return mostMeasures <= bound;
+  return maxMeasures <= bound;
 }
 
 bool scroll(int frames) {

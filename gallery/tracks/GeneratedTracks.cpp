@@ -6,7 +6,7 @@ namespace gallery {
 
 namespace {
 
-constexpr std::size_t mostArtists = 4;
+constexpr std::size_t maxArtists = 4;
 
 }  // namespace
 
@@ -18,7 +18,7 @@ std::vector<Track> generatedTracks(std::size_t count, std::uint32_t seed) {
     Track track;
     track.title = names.title();
     do track.artists.push_back(names.person());
-    while (track.artists.size() < mostArtists && names.below(3) == 0);
+    while (track.artists.size() < maxArtists && names.below(3) == 0);
     track.seconds = static_cast<int>(90 + names.below(330));
     track.isFavorite = names.below(9) == 0;
     tracks.push_back(std::move(track));

@@ -14,7 +14,7 @@ class GalleryFocus : public harness::QtDesktop {
 };
 
 TEST_F(GalleryFocus, WhateverTheTabKeyReachesShowsThatItHasTheKeyboard) {
-  constexpr int mostStops = 12;  // on the pages with very many, those that follow are like the first
+  constexpr int maxStops = 12;  // on the pages with very many, those that follow are like the first
   gallery::GalleryWindow window(gallery::ActionLog::Off);
   window.show();
   window.activateWindow();
@@ -24,7 +24,7 @@ TEST_F(GalleryFocus, WhateverTheTabKeyReachesShowsThatItHasTheKeyboard) {
     window.showPage(page);
     xdotool({"key", "Tab"});
     std::size_t shown = 0;
-    for (int stop = 0; stop < mostStops; ++stop) {
+    for (int stop = 0; stop < maxStops; ++stop) {
       const QPointer<QWidget> widget = QApplication::focusWidget();
       const QImage with = widget ? widget->grab().toImage() : QImage();
       xdotool({"key", "Tab"});

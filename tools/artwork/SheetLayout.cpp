@@ -20,7 +20,7 @@ constexpr double pictureRoom = 96;  // of each picture, high
 constexpr double labelRoom = 38;    // below it, with the gap to the next row
 constexpr double headingRoom = 44;
 constexpr double widest = 1240;  // of a sheet
-constexpr std::size_t mostFlags = 8;
+constexpr std::size_t maxFlags = 8;
 
 // A square picture of the longer side would look larger than a long one.
 constexpr double squareSide = 72, longerSide = 96;
@@ -61,7 +61,7 @@ double labelWidth(const SheetCell& cell) {
 }  // namespace
 
 void SheetCell::draw(CGRect frame) const {
-  std::array<bool, mostFlags> values{};
+  std::array<bool, maxFlags> values{};
   std::ranges::copy(flags, values.begin());
   routine->draw(frame, std::span<const bool>(values.data(), flags.size()));
 }

@@ -43,9 +43,9 @@ RoutineFamily parseFamily(std::string_view text) {
 }
 
 // The ground of a sheet and what can be seen on it.
-class Ground {
+class SheetBackground {
  public:
-  explicit Ground(const std::optional<tessaluna::backend::Color>& color) {
+  explicit SheetBackground(const std::optional<tessaluna::backend::Color>& color) {
     if (color) lightness_ = 0.2126 * color->red + 0.7152 * color->green + 0.0722 * color->blue;
   }
 
@@ -77,7 +77,7 @@ void drawCentered(const std::string& text, CGPoint baseline) {
   drawText(text, {std::round(baseline.x - width / 2), baseline.y}, SheetLayout::labelStyle);
 }
 
-void drawCell(const SheetCell& cell, const Ground& ground) {
+void drawCell(const SheetCell& cell, const SheetBackground& ground) {
   const auto draw = [&](CGRect frame) { cell.draw(frame); };
   const auto ink = inkOfDrawing(cell.picture, cell.picture.size, draw);
   if (ink && ground.hides(*ink)) {
@@ -92,7 +92,7 @@ void drawCell(const SheetCell& cell, const Ground& ground) {
   drawCentered(cell.flagsThatAreOn, cell.flagsBaseline);
 }
 
-void drawSheet(const SheetLayout& layout, const Ground& ground) {
+void drawSheet(const SheetLayout& layout, const SheetBackground& ground) {
   const Ref<NSColor> ink = NSColor::colorWithSRGBRed(ground.inkWhite(), ground.inkWhite(), ground.inkWhite(), 1);
   for (const SheetHeading& heading : layout.headings) {
     ink->setStroke();
@@ -124,7 +124,7 @@ void sheet(const Arguments& arguments) {
     std::optional<tessaluna::platform::PaletteCanvas> following;
     if (follows) following.emplace(canvas, axisOn(*picture.background));
     const tessaluna::platform::CanvasScope scope(following ? static_cast<tessaluna::backend::Canvas&>(*following) : canvas);
-    drawSheet(layout, Ground(follows ? tessaluna::backend::Color{1, 1, 1, 1} : picture.background));
+    drawSheet(layout, SheetBackground(follows ? tessaluna::backend::Color{1, 1, 1, 1} : picture.background));
   }
   writePng(std::string(*path), bitmap);
 }

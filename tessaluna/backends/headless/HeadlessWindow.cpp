@@ -35,8 +35,8 @@ std::optional<Screen> HeadlessWindow::screen() const {
 
 void HeadlessWindow::makePicture() {
   if (pictures_ == Pictures::RecordedOnly) return;
-  constexpr double noise = 1e-6;  // of a size that is whole device pixels
-  const auto pixels = [this](double points) { return static_cast<int>(std::ceil(points * scale_ - noise)); };
+  constexpr double epsilon = 1e-6;  // of a size that is whole device pixels
+  const auto pixels = [this](double points) { return static_cast<int>(std::ceil(points * scale_ - epsilon)); };
   picture_ = raster::Bitmap::make(pixels(frame_.size.width), pixels(frame_.size.height));
 }
 

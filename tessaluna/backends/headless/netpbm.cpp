@@ -12,7 +12,7 @@ std::shared_ptr<const ImagePixels> decodeNetpbm(std::span<const std::byte> bytes
   std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   const std::optional<NetpbmHeader> header = takeNetpbmHeader(text);
   if (!header || header->maximum != 255 || (header->depth != 3 && header->depth != 4)) return nullptr;
-  if (header->width <= 0 || header->height <= 0 || header->width > mostImagePixels / header->height) return nullptr;
+  if (header->width <= 0 || header->height <= 0 || header->width > maxImagePixels / header->height) return nullptr;
   const std::int64_t count = header->width * header->height;
   if (static_cast<std::int64_t>(text.size()) < count * header->depth) return nullptr;
 

@@ -10,7 +10,7 @@
 
 namespace tessaluna::backend::headless {
 
-// Absent for anything else, for data that is cut off, and for more pixels than mostImagePixels.
+// Absent for anything else, for data that is cut off, and for more pixels than maxImagePixels.
 std::shared_ptr<const ImagePixels> decodeNetpbm(std::span<const std::byte> bytes);
 
 }  // namespace tessaluna::backend::headless

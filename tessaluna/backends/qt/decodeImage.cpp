@@ -41,9 +41,9 @@ std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes)
   QImageReader reader(&buffer);
   reader.setAutoTransform(true);  // a camera's note of how it was held
   const QSize claimed = reader.size();
-  if (!claimed.isValid() || std::int64_t{claimed.width()} * claimed.height() > mostImagePixels) return nullptr;
+  if (!claimed.isValid() || std::int64_t{claimed.width()} * claimed.height() > maxImagePixels) return nullptr;
   // Qt's own limit, in megabytes, must not be lower than ours: four bytes a pixel, and one picture more while converting.
-  QImageReader::setAllocationLimit(static_cast<int>(mostImagePixels * 8 >> 20));
+  QImageReader::setAllocationLimit(static_cast<int>(maxImagePixels * 8 >> 20));
   QImage image;
   if (!reader.read(&image)) return nullptr;
   image.convertTo(QImage::Format_ARGB32_Premultiplied);

@@ -38,9 +38,9 @@ CGPoint pointOf(QPointF point) { return {point.x(), point.y()}; }
 // Qt rounds the place of a mouse event to whole points where it hands it to a widget, and keeps it exact in the top-level one.
 // An event that a program has made up need not know where it is there.
 QPointF exactPlace(const QMouseEvent& event, QPointF inContent) {
-  constexpr double mostRounded = 0.5 + 1e-9;
+  constexpr double maxRounded = 0.5 + 1e-9;
   const QPointF difference = event.scenePosition() - inContent;
-  const bool isSame = std::max(std::abs(difference.x()), std::abs(difference.y())) <= mostRounded;
+  const bool isSame = std::max(std::abs(difference.x()), std::abs(difference.y())) <= maxRounded;
   return isSame ? event.scenePosition() : inContent;
 }
 

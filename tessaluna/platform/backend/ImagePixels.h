@@ -7,6 +7,8 @@
 #include <span>
 #include <vector>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::backend {
 
 struct ImagePixels {
@@ -16,6 +18,6 @@ struct ImagePixels {
 };
 
 // A picture may claim any size; one with more pixels than this is not decoded, whatever memory there is.
-inline constexpr std::int64_t mostImagePixels = std::int64_t{64} << 20;
+inline constexpr std::int64_t maxImagePixels = std::int64_t{64} << 20;
 
 }  // namespace tessaluna::backend

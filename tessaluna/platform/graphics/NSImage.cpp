@@ -24,7 +24,7 @@ constexpr std::int64_t manyPixels = std::int64_t{1} << 20;
 
 Ref<NSImageRep> representationOf(std::span<const std::byte> bytes) {
   const std::optional<backend::ImageHeader> header = backend::imageHeader(bytes);
-  if (header && (!header->isWhole || header->width > backend::mostImagePixels / header->height)) return nullptr;
+  if (header && (!header->isWhole || header->width > backend::maxImagePixels / header->height)) return nullptr;
   if (header && header->width * header->height > manyPixels)
     return make<NSImageRep>(std::make_shared<EncodedPicture>(bytes), static_cast<int>(header->width),
                             static_cast<int>(header->height));

@@ -248,17 +248,17 @@ void ConstraintSolver::settle() {
   simplex_.giveUp();
 }
 
-void ConstraintSolver::settleWithin(long mostPivots) {
+void ConstraintSolver::settleWithin(long maxPivots) {
   // Feasibility is found from the best values. Without costs all are.
   if (!simplex_.isFeasible() && !simplex_.isBest()) simplex_.clearCosts();
   for (int row = 0; row >= 0;)
-    if (row = simplex_.makeFeasible(mostPivots); row >= 0) setAside(row);
+    if (row = simplex_.makeFeasible(maxPivots); row >= 0) setAside(row);
   if (simplex_.areCostsClear()) {
     simplex_.restoreCosts();
     for (const Entry& entry : entries_)
       if (entry.isIn) addCosts(entry, 1);
   }
-  if (simplex_.isFeasible() && !simplex_.isBest()) simplex_.makeBest(mostPivots);
+  if (simplex_.isFeasible() && !simplex_.isBest()) simplex_.makeBest(maxPivots);
 }
 
 // The row is a sum of required constraints that cannot be. The last of them goes.

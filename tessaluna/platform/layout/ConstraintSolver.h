@@ -71,7 +71,7 @@ class ConstraintSolver {
     bool isChanged = false;  // in changes_
   };
 
-  Symbol& symbol(Variable variable) { return symbols_[static_cast<int>(variable)]; }
+  Symbol& symbol(Variable variable) { return symbols_[static_cast<std::size_t>(variable)]; }
   int addSymbol(Simplex::Kind kind, int owner);
   int indexOf(const Entry& entry) const { return static_cast<int>(&entry - entries_.data()); }
   void noteChange(int symbol);
@@ -83,7 +83,7 @@ class ConstraintSolver {
   void takeIntoSimplex(const Rule& rule);
   void enterSimplex(Entry& entry);
   void settle();
-  void settleWithin(long mostPivots);
+  void settleWithin(long maxPivots);
   void tryWhatWasSetAside();
   void setAside(int row);
   void addCosts(const Entry& entry, double factor);

@@ -16,7 +16,7 @@ namespace {
 constexpr double topSizePriority = 999.5;
 constexpr double negativeEpsilon = 1e-6;
 // More than constraints need that are changed because of places that they give.
-constexpr int mostRounds = 8;
+constexpr int maxRounds = 8;
 
 bool isVertical(NSLayoutAttribute attribute) {
   switch (attribute) {
@@ -442,7 +442,7 @@ void LayoutEngine::run() {
     needsRun_ = true;
   }
   isRunning_ = true;
-  for (int round = 0; round < mostRounds && std::exchange(needsRun_, false); ++round) {
+  for (int round = 0; round < maxRounds && std::exchange(needsRun_, false); ++round) {
     std::vector<Ref<NSView>> updating = takeViewsToUpdate();
     std::stable_sort(updating.begin(), updating.end(),
                      [](const Ref<NSView>& a, const Ref<NSView>& b) { return depthOf(*a) > depthOf(*b); });

@@ -106,10 +106,10 @@ void Simplex::exchange(int row, int entering) {
 
 // Feasible values: the dual simplex.
 
-int Simplex::makeFeasible(long mostPivots) {
+int Simplex::makeFeasible(long maxPivots) {
   const long patience = pivotCount_ + static_cast<long>(tableau_.rowCount()) + 200;
   std::vector<int>& suspects = tableau_.suspects();
-  while (!suspects.empty() && pivotCount_ < mostPivots) {
+  while (!suspects.empty() && pivotCount_ < maxPivots) {
     isCareful_ = pivotCount_ > patience;
     if (isCareful_) {
       std::erase_if(suspects, [&](int row) { return tableau_.isFeasible(row); });
@@ -173,11 +173,11 @@ int Simplex::dualEntering(const Tableau::Row& row, double sign) const {
 
 // The least costs: the primal simplex.
 
-void Simplex::makeBest(long mostPivots) {
+void Simplex::makeBest(long maxPivots) {
   constexpr long patience = 50;
   long exchangesAtZero = 0;
   const auto canGrow = [&](int symbol) { return tableau_.isRestricted(symbol) && tableau_.rowOf(symbol) < 0; };
-  while (pivotCount_ < mostPivots) {
+  while (pivotCount_ < maxPivots) {
     const int entering = objectives_.takeImproving(canGrow);
     if (entering < 0) {
       isBest_ = true;

@@ -43,10 +43,10 @@ class Simplex {
 
   // Values within all bounds, or as many exchanges as allowed. Gives a row that cannot be within its own, which somebody has
   // to make possible; -1 without one.
-  int makeFeasible(long mostPivots);
+  int makeFeasible(long maxPivots);
   bool isFeasible() const { return tableau_.suspects().empty(); }
   // From feasible values.
-  void makeBest(long mostPivots);
+  void makeBest(long maxPivots);
   // The row gives the entering parameter from now on.
   void exchange(int row, int entering);
   void stopMending(int row);

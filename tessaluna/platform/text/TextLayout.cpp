@@ -16,7 +16,7 @@ namespace {
 constexpr char16_t ellipsis = 0x2026;
 
 // A width that went through a few sums and differences still holds the text that it was measured for.
-constexpr CGFloat noise = 1e-6;
+constexpr CGFloat epsilon = 1e-6;
 constexpr CGFloat maxSeam = 0.01;  // points between stretches of a line that touch
 
 backend::FontDescription fontOf(const NSAttributes& attributes) {
@@ -65,7 +65,7 @@ Shortened shortenedToWidth(const NSAttributedString& text, CGFloat width, NSLine
   std::size_t low = 0, high = borders.size() - 1;
   while (low < high) {
     const std::size_t middle = (low + high + 1) / 2;
-    if (shape(*shortened(text, borders, middle, mode).shown)->advance <= width + noise) low = middle;
+    if (shape(*shortened(text, borders, middle, mode).shown)->advance <= width + epsilon) low = middle;
     else high = middle - 1;
   }
   return shortened(text, borders, low, mode);
@@ -108,9 +108,9 @@ void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std
   line.start = range.location;
   line.length = lineEnd - range.location;
   if (paragraph->length() == 0) line.metrics = textEngine().metrics(fontOf(attributes));
-  if (paragraph->length() == 0 || shaped->advance <= width_ + noise || !options.wrapsLines ||
+  if (paragraph->length() == 0 || shaped->advance <= width_ + epsilon || !options.wrapsLines ||
       mode == NSLineBreakByClipping) {
-    line.isCut = options.wrapsLines && shaped->advance > width_ + noise;
+    line.isCut = options.wrapsLines && shaped->advance > width_ + epsilon;
     line.shown = paragraph;
     line.shaped = std::move(shaped);
     addLine(std::move(line));
@@ -141,7 +141,7 @@ void TextLayout::addWrapped(const Ref<const NSAttributedString>& paragraph, std:
     CGFloat width = 0;
     for (std::size_t i = firstCluster; i < clusters.size(); ++i) {
       width += clusters[i].right - clusters[i].left;
-      if (width > width_ + noise && !isBlank(units[clusters[i].start])) break;
+      if (width > width_ + epsilon && !isBlank(units[clusters[i].start])) break;
       fitting = clusters[i].start + clusters[i].length;
     }
     std::size_t breakAt = fitting;
@@ -153,7 +153,7 @@ void TextLayout::addWrapped(const Ref<const NSAttributedString>& paragraph, std:
     }
     const bool isLast = breakAt >= units.size();
     std::size_t shownEnd = breakAt;
-    if (!isLast || width > width_ + noise)
+    if (!isLast || width > width_ + epsilon)
       while (shownEnd > from && isBlank(units[shownEnd - 1])) --shownEnd;
 
     Line line;
@@ -200,7 +200,7 @@ void TextLayout::place() {
 
 void TextLayout::drawInRect(CGRect rect) const {
   const auto end = std::partition_point(
-      lines_.begin(), lines_.end(), [&](const Line& line) { return !(line.y > 0 && line.y >= rect.size.height - noise); });
+      lines_.begin(), lines_.end(), [&](const Line& line) { return !(line.y > 0 && line.y >= rect.size.height - epsilon); });
   drawLines({lines_.begin(), end}, rect);
 }
 

@@ -164,8 +164,8 @@ bool mayJoin(std::u16string_view line, std::size_t index) {
   return utf8proc_get_property(static_cast<utf8proc_int32_t>(scalarAt(line, index)))->bidi_class == UTF8PROC_BIDI_CLASS_AL;
 }
 
-// A word of joined letters is not cut before a piece is so many times as long as others.
-constexpr std::size_t mostOfJoined = 8;
+// How many times as long as others a piece gets before a word of joined letters is cut.
+constexpr std::size_t joinedPieceFactor = 8;
 
 }  // namespace
 
@@ -205,7 +205,7 @@ LinePieces linePieces(std::u16string_view line, std::size_t least, std::size_t m
       const std::size_t length = borders[i] - start;
       const bool isCut =
           kinds[i] == letter && before == letter && length >= least && (stretch.isAgainst || unsurePairs == 0);
-      if (isCut && (line[borders[i] - 1] == u' ' || length >= (mayJoin(line, borders[i]) ? mostOfJoined * most : most)))
+      if (isCut && (line[borders[i] - 1] == u' ' || length >= (mayJoin(line, borders[i]) ? joinedPieceFactor * most : most)))
         endPiece(borders[i]);
       if (kinds[i] != Kind::Neutral) before = kinds[i];
       unsurePairs += unsure[i];

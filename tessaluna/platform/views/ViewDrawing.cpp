@@ -74,8 +74,8 @@ namespace {
 
 // Whether the part is the whole but for rounding on the way through the superviews' spaces.
 bool isAllOf(CGRect part, CGRect whole) {
-  constexpr CGFloat noise = 1e-6;
-  return NSContainsRect(NSInsetRect(part, -noise, -noise), whole);
+  constexpr CGFloat epsilon = 1e-6;
+  return NSContainsRect(NSInsetRect(part, -epsilon, -epsilon), whole);
 }
 
 // A context above the given one in which black is the tint.

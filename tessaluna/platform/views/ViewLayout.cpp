@@ -10,7 +10,7 @@ namespace tessaluna::platform {
 namespace {
 
 // More than layouts need that follow from each other; fewer than one notices of two that undo each other.
-constexpr int mostRounds = 8;
+constexpr int maxRounds = 8;
 
 }  // namespace
 
@@ -75,7 +75,7 @@ void ViewLayout::runPass() {
   const Ref<NSObject> held = weak_from_this().lock();  // absent while the view is being made
   if (!held || isInPass_) return;
   isInPass_ = true;
-  for (int round = 0; round < mostRounds && hasMarks(); ++round) {
+  for (int round = 0; round < maxRounds && hasMarks(); ++round) {
     solveConstraints();
     layOutMarked();
   }

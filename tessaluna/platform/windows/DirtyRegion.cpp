@@ -8,13 +8,13 @@ namespace tessaluna::platform {
 namespace {
 
 // With more than these, redrawing what lies between two costs less than going through the views once more.
-constexpr std::size_t mostRects = 8;
+constexpr std::size_t maxRects = 8;
 
 CGRect roundedOutward(CGRect rect, double scale) {
   // An edge that is a whole pixel but for the rounding of a conversion stays where it is.
-  constexpr double noise = 1e-6;
-  const double x0 = std::floor(CGRectGetMinX(rect) * scale + noise), x1 = std::ceil(CGRectGetMaxX(rect) * scale - noise);
-  const double y0 = std::floor(CGRectGetMinY(rect) * scale + noise), y1 = std::ceil(CGRectGetMaxY(rect) * scale - noise);
+  constexpr double epsilon = 1e-6;
+  const double x0 = std::floor(CGRectGetMinX(rect) * scale + epsilon), x1 = std::ceil(CGRectGetMaxX(rect) * scale - epsilon);
+  const double y0 = std::floor(CGRectGetMinY(rect) * scale + epsilon), y1 = std::ceil(CGRectGetMaxY(rect) * scale - epsilon);
   return {x0 / scale, y0 / scale, (x1 - x0) / scale, (y1 - y0) / scale};
 }
 
@@ -37,7 +37,7 @@ void DirtyRegion::add(CGRect rect, double scale) {
     i = 0;
   }
   rects_.push_back(merged);
-  if (rects_.size() <= mostRects) return;
+  if (rects_.size() <= maxRects) return;
 
   std::pair<std::size_t, std::size_t> cheapest{0, 1};
   double leastWaste = HUGE_VAL;

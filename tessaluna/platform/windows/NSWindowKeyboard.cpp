@@ -11,9 +11,9 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
   if (wanted == firstResponder_) return true;
   const Ref<NSResponder> held = refTo(*wanted);
   // One that takes the keys back whenever they go keeps them.
-  constexpr int mostAsked = 3;
+  constexpr int maxAsked = 3;
   for (int asked = 0; firstResponder_ != this; ++asked) {
-    if (asked == mostAsked) return false;
+    if (asked == maxAsked) return false;
     const Ref<NSResponder> earlier = refTo(*firstResponder_);
     const std::size_t changes = firstResponderChanges_;
     if (!earlier->resignFirstResponder()) return false;
