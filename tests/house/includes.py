@@ -57,6 +57,9 @@ KIT_FOLDERS = {
     "startup": [],
 }
 
+# Refuses an older language. As every other header of the libraries includes one of them at least, all reach it.
+LANGUAGE = "tessaluna/platform/foundation/languageVersion.h"
+
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 
 
@@ -115,9 +118,13 @@ def sources(root):
 
 
 def wrong_start(path, text, has_header):
-    """A header that is not guarded, or a source that does not begin with its header."""
+    """A header that is not guarded or does not reach LANGUAGE, or a source that does not begin with its header."""
     if path.endswith(".h"):
-        return [] if re.search(r"^#pragma once$", text, re.MULTILINE) else [f"{path}:1: #pragma once is missing"]
+        wrong = [] if re.search(r"^#pragma once$", text, re.MULTILINE) else [f"{path}:1: #pragma once is missing"]
+        is_root = not any(quote == '"' for quote, _ in INCLUDE.findall(text))
+        if path.startswith("tessaluna/") and path != LANGUAGE and is_root:
+            wrong.append(f"{path}:1: it includes no header of the project: {LANGUAGE} is missing")
+        return wrong
     own = path[:-len(".cpp")] + ".h"
     first = INCLUDE.search(text)
     # An example that stands in a folder of its own is a program of somebody else's, with that folder as its root.

@@ -99,12 +99,19 @@ class Includes(unittest.TestCase):
         self.assertEqual(includes.wrong_start("a/B.h", "// What it is.\n#pragma once\n", True), [])
         self.assertEqual(len(includes.wrong_start("a/B.h", "// #pragma once\n", True)), 1)
 
+    def test_every_header_of_the_libraries_reaches_the_one_that_refuses_an_older_language(self):
+        root, includer = "#pragma once\n#include <string>\n", f'#pragma once\n#include "{includes.LANGUAGE}"\n'
+        self.assertEqual(len(includes.wrong_start("tessaluna/uikit/links/Link.h", root, False)), 1)
+        self.assertEqual(includes.wrong_start("tessaluna/uikit/links/Link.h", includer, False), [])
+        self.assertEqual(includes.wrong_start(includes.LANGUAGE, root, False), [])
+        self.assertEqual(includes.wrong_start("gallery/Page.h", root, False), [])
+
     def test_the_line_of_the_wrong_arrow_is_told(self):
         self.assertEqual(arrows("tessaluna/uikit/links/Link.h", "#pragma once", "", "#include <QWidget>"),
                          ["tessaluna/uikit/links/Link.h:3: QWidget: tessaluna/uikit/links may not include it"])
 
     def test_a_tree_with_a_wrong_arrow_or_an_unknown_folder_fails(self):
-        for path, line, status in [("tessaluna/uikit/links/Link.h", "#include <string>", 0),
+        for path, line, status in [("tessaluna/uikit/links/Link.h", "#include \"tessaluna/uikit/links/Other.h\"", 0),
                                    ("tessaluna/uikit/links/Link.h", "#include <QWidget>", 1),
                                    ("tessaluna/uikit/utils/Link.h", "#include <string>", 1)]:
             with tempfile.TemporaryDirectory() as root:

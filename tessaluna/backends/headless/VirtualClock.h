@@ -7,6 +7,8 @@
 #include <map>
 #include <utility>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::backend::headless {
 
 class VirtualClock {

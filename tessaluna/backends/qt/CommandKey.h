@@ -1,6 +1,8 @@
 // Which of the keyboard's modifiers is the Command key of key equivalents and text commands.
 #pragma once
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::backend::qt {
 
 enum class CommandKey {

@@ -6,6 +6,8 @@
 #include <QTimer>
 #include <string>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 class QWidget;
 
 namespace tessaluna::backend::qt {

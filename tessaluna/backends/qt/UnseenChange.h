@@ -2,6 +2,8 @@
 // On X11; elsewhere it does nothing. It stops the whole screen: for what takes no time, and never around the program's code.
 #pragma once
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 struct xcb_connection_t;
 
 namespace tessaluna::backend::qt {

@@ -4,6 +4,8 @@
 #include <QRect>
 #include <optional>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 class QWindow;
 struct xcb_connection_t;
 

@@ -6,6 +6,8 @@
 #include <cstring>
 #ifdef __SSE2__
 #include <emmintrin.h>
+
+#include "tessaluna/platform/foundation/languageVersion.h"
 #endif
 
 namespace tessaluna::backend::raster {

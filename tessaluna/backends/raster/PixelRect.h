@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::backend::raster {
 
 struct PixelOffset {

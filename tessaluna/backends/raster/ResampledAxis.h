@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::backend::raster {
 
 class ResampledAxis {

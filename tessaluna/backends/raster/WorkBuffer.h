@@ -9,6 +9,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::backend::raster {
 
 // Empties a list for its next use. It keeps its memory, unless that is large and its last use needed little of it.

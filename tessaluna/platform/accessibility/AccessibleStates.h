@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 enum class AccessibleState : std::uint8_t {

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::backend {
 
 class PrimarySelection {

@@ -7,6 +7,8 @@
 #include <span>
 #include <string_view>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::backend {
 
 struct ImageHeader {

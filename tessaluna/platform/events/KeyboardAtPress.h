@@ -1,6 +1,8 @@
 // What a view adopts that takes the keyboard from a key but not always from a press.
 #pragma once
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 class KeyboardAtPress {

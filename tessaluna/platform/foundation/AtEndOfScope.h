@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 template <class Function>

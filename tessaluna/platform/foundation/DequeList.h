@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 template <class T>

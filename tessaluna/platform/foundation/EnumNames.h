@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 // A value that is written as a name or as its number.

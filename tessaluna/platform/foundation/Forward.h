@@ -1,6 +1,8 @@
 // Names of the foundation, for headers that only pass them on.
 #pragma once
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 class NSBundle;

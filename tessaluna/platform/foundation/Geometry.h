@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 using CGFloat = double;
@@ -26,7 +28,7 @@ struct CGRect {
   CGSize size;
 
   constexpr CGRect() = default;
-  constexpr CGRect(CGPoint origin, CGSize size) : origin(origin), size(size) {}
+  constexpr CGRect(CGPoint at, CGSize extent) : origin(at), size(extent) {}
   constexpr CGRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) : origin{x, y}, size{width, height} {}
   friend bool operator==(const CGRect&, const CGRect&) = default;
 };

@@ -2,6 +2,8 @@
 // ending, whichever list it is in. It is in one at most.
 #pragma once
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 // What an entry derives from.

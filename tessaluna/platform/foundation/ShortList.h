@@ -7,6 +7,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 template <class T, std::size_t ownRoom>

@@ -4,6 +4,8 @@
 
 #include <compare>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 struct NSOperatingSystemVersion {

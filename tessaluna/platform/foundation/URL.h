@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 class URL {

@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 class WarningHandler {

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 std::string numberText(double number);

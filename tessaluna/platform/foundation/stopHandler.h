@@ -5,6 +5,8 @@
 #include <functional>
 #include <string_view>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 // Called on the thread that is stopped, with the report. When it returns, the report goes to standard error and the program

@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 [[noreturn]] void stopProgram(std::string_view report);

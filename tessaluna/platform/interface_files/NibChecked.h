@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 class NibChecked {

@@ -2,6 +2,8 @@
 // ones come first however many lower ones they cost.
 #pragma once
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 using NSLayoutPriority = double;

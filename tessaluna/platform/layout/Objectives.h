@@ -57,7 +57,7 @@ int Objectives::takeImproving(CanGrow canGrow) {
   while (!changed_.empty()) {
     const int symbol = changed_.top();
     changed_.pop();
-    isChanged_[symbol] = false;
+    isChanged_[static_cast<std::size_t>(symbol)] = false;
     if (canGrow(symbol) && isImproving(symbol)) return symbol;
   }
   return -1;

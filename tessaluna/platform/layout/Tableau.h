@@ -5,6 +5,8 @@
 #include <span>
 #include <vector>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 class Tableau {
@@ -28,15 +30,15 @@ class Tableau {
 
   int addSymbol(Kind kind);
   void removeSymbol(int symbol);  // with its row, or from all rows
-  Kind kindOf(int symbol) const { return symbols_[symbol].kind; }
+  Kind kindOf(int symbol) const { return at(symbol).kind; }
   bool isRestricted(int symbol) const { return kindOf(symbol) == Kind::Slack || kindOf(symbol) == Kind::Error; }
-  int rowOf(int symbol) const { return symbols_[symbol].row; }  // -1 of a parameter
-  const std::vector<int>& rowsWith(int parameter) const { return symbols_[parameter].column; }
-  double valueOf(int symbol) const { return rowOf(symbol) >= 0 ? rows_[rowOf(symbol)].constant : 0; }
+  int rowOf(int symbol) const { return at(symbol).row; }  // -1 of a parameter
+  const std::vector<int>& rowsWith(int parameter) const { return at(parameter).column; }
+  double valueOf(int symbol) const { return rowOf(symbol) >= 0 ? row(rowOf(symbol)).constant : 0; }
   bool isMentioned(int symbol) const { return rowOf(symbol) >= 0 || !rowsWith(symbol).empty(); }
 
   int addRow();  // gives nothing, and is 0
-  const Row& row(int index) const { return rows_[index]; }
+  const Row& row(int index) const { return rows_[static_cast<std::size_t>(index)]; }
   std::size_t rowCount() const { return rows_.size(); }
   std::size_t symbolCount() const { return symbols_.size(); }
   void addConstant(int row, double constant);
@@ -62,6 +64,7 @@ class Tableau {
     std::vector<int> column;  // the rows that have it
   };
 
+  const Symbol& at(int symbol) const { return symbols_[static_cast<std::size_t>(symbol)]; }
   void removeRow(int index);
   void leaveColumn(int symbol, int row);
   void addCells(int row, double factor, std::span<const Cell> cells);

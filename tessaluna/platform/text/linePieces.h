@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 struct LinePiece {

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 struct SearchWord {

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 // Bytes that are not UTF-8 become U+FFFD, one for each maximal part of a character.

@@ -13,6 +13,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 class DispatchQueue {

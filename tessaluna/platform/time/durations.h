@@ -2,6 +2,8 @@
 // the length of an animation.
 #pragma once
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 inline constexpr double defaultAnimationDuration = 0.25;

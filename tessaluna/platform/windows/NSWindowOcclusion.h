@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 inline constexpr std::string_view NSWindowDidChangeOcclusionStateNotification =

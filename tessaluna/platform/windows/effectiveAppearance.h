@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::platform {
 
 // Posted for every change, of fonts too, without an object. What keeps something that was made with fonts or colors observes

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace tessaluna::ready {
 
 template <class Observer>

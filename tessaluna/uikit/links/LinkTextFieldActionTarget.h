@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace TessalunaUIKit {
 
 class MultipleLinksTextField;

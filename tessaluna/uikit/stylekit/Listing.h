@@ -105,9 +105,9 @@ constexpr void parse(std::string_view text, Add add) {
   while (true) {
     const tessaluna::backend::PathVerb verb = reader.verb();
     std::array<tessaluna::platform::CGPoint, 3> points{};
-    const int count = tessaluna::backend::pointCount(verb);
+    const auto count = static_cast<std::size_t>(tessaluna::backend::pointCount(verb));
     if (count > 0) reader.expect(" (");
-    for (int i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
       if (i > 0) reader.expect("; ");
       points[i] = reader.pair();
     }

@@ -17,13 +17,13 @@ struct Suggestion {
   std::optional<std::int64_t> itemId;                            // the host's own; only carried back to it
   tessaluna::platform::Ref<tessaluna::platform::NSImage> image;  // may be null; a copy of the suggestion shares it
 
-  Suggestion(std::string label, std::optional<std::int64_t> itemId) : label(std::move(label)), itemId(itemId) {}
+  Suggestion(std::string text, std::optional<std::int64_t> identifier) : label(std::move(text)), itemId(identifier) {}
   // Bytes that cannot be decoded leave the image absent; they are not kept.
-  Suggestion(std::string label, std::optional<std::int64_t> itemId, std::optional<std::string> detailedLabel,
+  Suggestion(std::string text, std::optional<std::int64_t> identifier, std::optional<std::string> secondText,
              std::optional<std::span<const std::byte>> imageData)
-      : label(std::move(label)),
-        detailedLabel(std::move(detailedLabel)),
-        itemId(itemId),
+      : label(std::move(text)),
+        detailedLabel(std::move(secondText)),
+        itemId(identifier),
         image(imageData ? tessaluna::platform::NSImage::initWithData(*imageData) : nullptr) {}
 };
 

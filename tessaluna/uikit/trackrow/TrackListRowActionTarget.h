@@ -1,6 +1,8 @@
 // Who is notified of clicks on the controls of a track list's row. The row is known from the button that comes along.
 #pragma once
 
+#include "tessaluna/platform/foundation/languageVersion.h"
+
 namespace TessalunaUIKit {
 
 class TrackRowFavoriteButton;
