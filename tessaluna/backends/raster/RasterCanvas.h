@@ -5,8 +5,8 @@
 //   canvas.fillPath(Path::oval({4, 4, 24, 24}), FillRule::NonZero);
 //
 // Pixels are right within 1/255 inside shapes and 3/255 on their edges, but for a few where tangles smaller than a pixel or
-// than the pen meet (docs/performance.md names them). Whatever it is given, it neither
-// throws nor hangs: points that are not finite are left out, and what memory cannot hold is not painted. It
+// than the pen meet, and where all but level edges overlap within one row of pixels (docs/performance.md names cases). Whatever
+// it is given, it neither throws nor hangs: points that are not finite are left out, and what memory cannot hold is not painted. It
 // keeps its working memory from one operation to the next, and remembers what small shapes and letters cover, so that
 // drawing the same again is fast and allocates nothing.
 #pragma once
