@@ -484,9 +484,9 @@ TEST_F(NSLayoutConstraintTest, AttributesThatDoNotGoTogetherStopTheProgram) {
   const auto make = [&](NSLayoutAttribute a, NSLayoutAttribute b, CGFloat multiplier = 1, CGFloat constant = 0) {
     NSLayoutConstraint::constraintWithItem(view, a, NSLayoutRelationEqual, b ? content : nullptr, b, multiplier, constant);
   };
-  EXPECT_DEATH(make(left, top), "do not go together");
-  EXPECT_DEATH(make(left, leading), "do not go together");
-  EXPECT_DEATH(make(width, left), "do not go together");
+  EXPECT_DEATH(make(left, top), "cannot be combined");
+  EXPECT_DEATH(make(left, leading), "cannot be combined");
+  EXPECT_DEATH(make(width, left), "cannot be combined");
   EXPECT_DEATH(make(left, NSLayoutAttributeNotAnAttribute), "needs an attribute of a second item");
   EXPECT_DEATH(make(width, width, 0), "multiplier");
   EXPECT_DEATH(make(width, width, 1, NAN), "constant");
