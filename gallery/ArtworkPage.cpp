@@ -45,7 +45,7 @@ QWidget* makeSizeControl(const Cards& cards) {
   row->setContentsMargins(0, 0, 0, 0);
   auto* slider = new QSlider(Qt::Horizontal);
   slider->setRange(smallestGlyph, largestGlyph);
-  slider->setFixedWidth(220);
+  slider->setFixedWidth(130);
   slider->setAccessibleName("Size");
   auto* value = makeLabel({}, "label");
   value->setFixedWidth(60);
@@ -122,7 +122,7 @@ QWidget* makeArtworkPage(Report) {
   column->setContentsMargins(0, 0, 0, 0);
   auto* controls = new QHBoxLayout;
   controls->addWidget(makeSizeControl(cards));
-  controls->addSpacing(24);
+  controls->addSpacing(12);
   controls->addWidget(makeGroundControl(cards));
   controls->addStretch();
   column->addLayout(controls);

@@ -23,8 +23,8 @@ constexpr int columnWidth = 360;
 
 QWidget* makeColumn(const std::vector<CellsHost::Sample>& samples) {
   auto* content = new QWidget;
-  content->setFixedWidth(columnWidth);
   auto* column = new QVBoxLayout(content);
+  column->addItem(new QSpacerItem(columnWidth, 0, QSizePolicy::Maximum, QSizePolicy::Fixed));
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(3);
   for (const CellsHost::Sample& sample : samples) {

@@ -114,12 +114,12 @@ QWidget* makeCoverArtPage(Report report) {
   auto* switches = new QGridLayout;
   switches->setHorizontalSpacing(24);
   switches->setColumnStretch(2, 1);
-  switches->addWidget(makeSwitch("A click in an enlarged cover and Escape close it", true,
+  switches->addWidget(makeSwitch("A click and Escape close an enlarged cover", true,
                                  [host](bool isOn) { host->setClosesByClickAndEscape(isOn); }),
                       0, 0);
-  switches->addWidget(makeSwitch("Images of many pixels are decoded in the background", true,
-                                 [host](bool isOn) { host->setPreparesImages(isOn); }),
-                      1, 0);
+  switches->addWidget(
+      makeSwitch("Large images are decoded in the background", true, [host](bool isOn) { host->setPreparesImages(isOn); }),
+      1, 0);
   switches->addWidget(makeSwitch("A pixel of the image is one of the screen", false,
                                  [host](bool isOn) { host->setScaleToScreenResolution(isOn); }),
                       0, 1);

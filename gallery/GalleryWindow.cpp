@@ -4,6 +4,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -27,6 +29,20 @@ QLabel* makeLabel(std::string_view text, const char* role) {
   return label;
 }
 
+// In a small window it scrolls.
+QWidget* scrolledPage(QWidget* content) {
+  auto* scroller = new QScrollArea;
+  scroller->setObjectName("pageScroller");
+  scroller->setWidget(content);
+  scroller->setWidgetResizable(true);
+  scroller->setFocusPolicy(Qt::NoFocus);
+  scroller->viewport()->setAutoFillBackground(false);
+  content->setAutoFillBackground(false);
+  for (QScrollBar* bar : {scroller->horizontalScrollBar(), scroller->verticalScrollBar()})
+    bar->setAccessibleName("Place in the page");
+  return scroller;
+}
+
 QWidget* framedPage(const Page& page, Report report) {
   auto* frame = new QWidget;
   auto* column = new QVBoxLayout(frame);
@@ -39,7 +55,7 @@ QWidget* framedPage(const Page& page, Report report) {
   auto* row = new QHBoxLayout;
   QWidget* content = page.make(std::move(report));
   content->setMaximumWidth(widestPage);
-  row->addWidget(content, 1);
+  row->addWidget(scrolledPage(content), 1);
   row->addStretch();
   column->addLayout(row, 1);
   return frame;

@@ -52,6 +52,7 @@ QWidget* makeSearchPage(Report report) {
   auto* hint = new QLabel(
       "Type the beginning of any words. Arrow keys choose, Return takes or searches, Escape gives back what you typed.");
   hint->setObjectName("cardNote");
+  hint->setWordWrap(true);
   column->addWidget(hint);
   column->addWidget(isSlow);
   auto* heading = new QLabel("Taken");

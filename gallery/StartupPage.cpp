@@ -52,7 +52,7 @@ QWidget* makeIndicators() {
   auto* row = new QWidget;
   auto* layout = new QHBoxLayout(row);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(36);
+  layout->setSpacing(28);
   for (const Look& look : looks) {
     const auto indicator = make<NSProgressIndicator>(CGRect{{0, 0}, look.size});
     indicator->setStyle(look.style);

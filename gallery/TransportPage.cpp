@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "gallery/FlowLayout.h"
 #include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
@@ -163,6 +164,9 @@ QWidget* makeTransportPage(Report report) {
   column->addWidget(makeHeading("TransportBar"));
   auto* bar = new tessaluna::backend::qt::QtViewWidget(host->bar());
   bar->setFixedHeight(static_cast<int>(host->bar()->frame().size.height));
+  constexpr int leastBarWidth = 320;
+  bar->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  bar->setMinimumWidth(leastBarWidth);
   bar->setAccessibleName("transport");
   column->addWidget(bar);
   auto* slow = new QCheckBox("Slow network");
@@ -178,17 +182,16 @@ QWidget* makeTransportPage(Report report) {
   column->addLayout(choices);
 
   column->addWidget(makeHeading("PlaybackTransportButton"));
-  auto* grounds = new QHBoxLayout;
-  grounds->setSpacing(16);
-  for (const GroundKind ground : {GroundKind::Palette, GroundKind::Dark}) grounds->addWidget(makeButtonLooks(ground));
-  grounds->addStretch(1);
-  column->addLayout(grounds);
-  auto* sliders = new QHBoxLayout;
-  sliders->setSpacing(32);
-  sliders->addWidget(makeGroup("PlaybackTransportSliderCell", makeSliderLooks()));
-  sliders->addWidget(makeGroup("NSSlider, NSLevelIndicator", makeStockSliders()));
-  sliders->addStretch(1);
-  column->addLayout(sliders);
+  // In a narrow window one below the other.
+  auto* grounds = new QWidget;
+  auto* groundFlow = new FlowLayout(grounds);
+  for (const GroundKind ground : {GroundKind::Palette, GroundKind::Dark}) groundFlow->addWidget(makeButtonLooks(ground));
+  column->addWidget(grounds);
+  auto* sliders = new QWidget;
+  auto* sliderFlow = new FlowLayout(sliders);
+  sliderFlow->addWidget(makeGroup("PlaybackTransportSliderCell", makeSliderLooks()));
+  sliderFlow->addWidget(makeGroup("NSSlider, NSLevelIndicator", makeStockSliders()));
+  column->addWidget(sliders);
   column->addWidget(makeHeading("Reported"));
   column->addWidget(journal, 1);
   return page;

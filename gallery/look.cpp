@@ -38,6 +38,7 @@ QWidget[ground="dark"] #cardNote { color: #a2a2ac; }
 #card QCheckBox { font-size: 11px; color: {note}; spacing: 5px; }
 #journal { background: {raised}; border: 1px solid {edge}; border-radius: 10px; padding: 6px; font-size: 12px; color: {text}; }
 QScrollArea { background: transparent; border: 2px solid transparent; border-radius: 5px; }
+#pageScroller { border: none; }
 QScrollArea:focus { border-color: {focus}; }
 QToolButton#ground { background: {side}; border: 1px solid {edge}; color: {text}; font-size: 12px; padding: 5px 12px; }
 QToolButton#ground:pressed { background: {hover}; }

@@ -204,7 +204,7 @@ std::vector<CellsHost::Sample> CellsHost::makeSamples(Theme theme) {
        30},
       {"DotsLevelIndicatorCell, editable", "stars", makeStars(theme, true), 18},
       {"not editable", "fixed-stars", makeStars(theme, false), 18},
-      {"ImageAndTextCell: a group, and rows to be edited", "group", makeRow(theme, "LIBRARY", nullptr), 24},
+      {"ImageAndTextCell: a group and rows", "group", makeRow(theme, "LIBRARY", nullptr), 24},
       {"", "row", makeRow(theme, "Albums", TessalunaStyleKit::imageOfMissingAlbumArtWithImageSize({32, 32})), 18},
       {"", "long-row",
        makeRow(theme, "Everything that was recorded in the old mill between spring and the end of autumn",

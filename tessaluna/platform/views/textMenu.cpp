@@ -19,6 +19,7 @@ void popUpTextMenu(NSTextView& view, CGPoint corner) {
     item->setEnabled(isEnabled);
   };
   add("Undo", "undo:", canChange && view.undoManager()->canUndo());
+  add("Redo", "redo:", canChange && view.undoManager()->canRedo());
   menu->addItem(NSMenuItem::separatorItem());
   add("Cut", "cut:", canChange && hasSelection);
   add("Copy", "copy:", hasSelection);

@@ -169,7 +169,9 @@ TrackTableRow* TrackTable::shownRow(std::size_t row) const {
 }
 
 void TrackTable::showState(TrackTableRow& view, std::size_t row) const {
-  view.showState({.isHovered = table_->hoveredRow() == row, .hasKeyboard = table_->keyboardRow() == row});
+  view.showState({.isHovered = table_->hoveredRow() == row,
+                  .hasKeyboard = table_->keyboardRow() == row,
+                  .isSelected = table_->isRowSelected(row)});
 }
 
 // Few rows show, so that looking at all of them costs less than remembering which showed something.
@@ -183,6 +185,7 @@ void TrackTable::tableViewSelectionDidChange(NSTableView&) {
   selectedIdentities_.clear();
   for (const std::size_t row : table_->selectedAccessibleItems())
     if (const std::uint64_t identity = model_->identityOf(row)) selectedIdentities_.push_back(identity);
+  showStatesOfRows();
   if (selectionChanged_) selectionChanged_();
 }
 

@@ -4,9 +4,12 @@
 
 #include "tessaluna/platform/accessibility/AccessibleDescription.h"
 #include "tessaluna/platform/accessibility/attributes.h"
+#include "tessaluna/platform/graphics/CGContext.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/graphics/NeutralAxis.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
@@ -48,6 +51,12 @@ Ref<NSImage> heart() {
   });
 }
 
+void tint(NSView& view, const Ref<NSColor>& color, const Ref<NSColor>& ground) {
+  if (!color && !view.tintColor()) return;  // it asks for a redraw
+  view.setTintColor(color);
+  view.setTintGroundColor(color ? ground : nullptr);
+}
+
 }  // namespace
 
 std::string trackLengthText(std::optional<int> seconds) {
@@ -78,6 +87,7 @@ TrackTableRow::TrackTableRow(const Ref<TrackListRowActionTarget>& target, Ref<Li
   artists_->setShowsMenuAtEllipsis(true);
   artists_->setShowsToolTipWhileCut(true);
   artists_->setTarget(std::move(artistsTarget));
+  updateColors();
   for (const Ref<NSView>& view :
        std::initializer_list<Ref<NSView>>{cover_, play_, title_, artists_, favorite_, more_, time_})
     if (view) addSubview(view);
@@ -109,11 +119,36 @@ void TrackTableRow::showTrack(const TrackRow& track) {
 
 void TrackTableRow::showState(State state) {
   if (state_ == state) return;
-  const bool isGroundOther =
-      state_.isHovered != state.isHovered || showsControls() != (state.isHovered || state.hasKeyboard);
+  const bool isGroundOther = state_.isHovered != state.isHovered || state_.isSelected != state.isSelected ||
+                             showsControls() != (state.isHovered || state.hasKeyboard);
   state_ = state;
-  if (isGroundOther) setNeedsDisplay(true);
+  if (isGroundOther) {
+    updateColors();
+    setNeedsDisplay(true);
+  }
   updateControls();
+}
+
+Ref<NSColor> TrackTableRow::textColor() const {
+  return state_.isSelected ? NSColor::alternateSelectedControlTextColor() : NSColor::controlTextColor();
+}
+
+void TrackTableRow::updateColors() {
+  title_->setTextColor(textColor());
+  time_->setTextColor(textColor());
+  // On the ground of a selection a second tone would be too pale.
+  artists_->setTextColor(state_.isSelected ? textColor() : textColor()->colorWithAlphaComponent(secondTone));
+  // At rest the mark of what plays is on the row's ground.
+  const bool isOnSelection = state_.isSelected && !showsControls();
+  tint(*play_, isOnSelection ? textColor() : nullptr, NSColor::alternateSelectedControlColor());
+  // With the grounds of controls light on a dark palette, half of black can be told from them better than half of its ground.
+  if (!showsControls() || !neutralsFollowPalette() || !NeutralAxis::ofPalette().isDark()) {
+    tint(*favorite_, nullptr, nullptr);
+    if (more_) tint(*more_, nullptr, nullptr);
+    return;
+  }
+  for (NSView* control : std::initializer_list<NSView*>{play_.get(), favorite_.get(), more_.get()})
+    if (control) tint(*control, NSColor::controlTextColor(), NSColor::blackColor());
 }
 
 // The controls only store what is set. Whoever sets it requests the redraw, only of those that changed.
@@ -138,6 +173,7 @@ void TrackTableRow::updateControls() {
 
 void TrackTableRow::layout() {
   NSView::layout();
+  updateColors();  // the palette may be another
   const TrackRowPlaces places = trackRowPlaces(bounds().size.width);
   const auto place = [](NSView& view, CGRect frame) {
     view.setFrame(frame);
@@ -156,7 +192,6 @@ void TrackTableRow::layout() {
   // Its text is in the middle of the height and at the very edge, that of a label at the top and beside its margin.
   CGRect artists = NSInsetRect(places.artists, labelMargin, 0);
   artists.size.height = title_->intrinsicContentSize().height;
-  artists_->setTextColor(NSColor::controlTextColor()->colorWithAlphaComponent(secondTone));
   artists_->setFrame(artists);
   artists_->setHidden(artists.size.width < leastArtists);
 }
@@ -170,10 +205,21 @@ CGRect TrackTableRow::favoriteMark() const {
 // Two bars where a playing row has a loudspeaker.
 void TrackTableRow::drawPausedMark() const {
   const CGRect place = play_->frame();
-  NSColor::controlTextColor()->setFill();
+  textColor()->setFill();
   for (const CGFloat x : {3.0, 9.0})
     NSRectFillUsingOperation({place.origin.x + x, place.origin.y + 2, 4, place.size.height - 4},
                              NSCompositingOperationSourceOver);
+}
+
+// Red, and on a selection the color of the text.
+void TrackTableRow::drawFavoriteMark(CGRect mark) const {
+  if (!state_.isSelected) return heart()->drawInRect(mark);
+  CGContext& context = NSGraphicsContext::currentCgContext();
+  context.beginTransparencyLayer();
+  heart()->drawInRect(mark);
+  textColor()->setFill();
+  NSRectFillUsingOperation(mark, NSCompositingOperationSourceAtop);
+  context.endTransparencyLayer();
 }
 
 void TrackTableRow::drawRect(CGRect) {
@@ -183,7 +229,7 @@ void TrackTableRow::drawRect(CGRect) {
   }
   // The controls at rest are half-transparent white: they need a dark ground of their own.
   if (showsControls()) {
-    NSColor::colorWithCalibratedWhite(0.3, 1)->setFill();
+    NSColor::colorWithCalibratedWhite(0.2, 1)->setFill();
     for (const NSView* control : std::initializer_list<const NSView*>{play_.get(), favorite_.get(), more_.get()}) {
       if (!control || control->isHidden()) continue;
       const CGRect ground = groundOfTrackControl(control->frame());
@@ -192,7 +238,7 @@ void TrackTableRow::drawRect(CGRect) {
   } else if (track_.playback == Playback::Paused) {
     drawPausedMark();
   }
-  if (const CGRect mark = favoriteMark(); !NSIsEmptyRect(mark)) heart()->drawInRect(mark);
+  if (const CGRect mark = favoriteMark(); !NSIsEmptyRect(mark)) drawFavoriteMark(mark);
 }
 
 CGRect TrackTableRow::frameOfArtist(std::size_t index) const {

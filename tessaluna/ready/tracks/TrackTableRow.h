@@ -28,6 +28,7 @@ class TrackTableRow : public platform::NSView {
   struct State {
     bool isHovered = false;
     bool hasKeyboard = false;
+    bool isSelected = false;
     friend bool operator==(const State&, const State&) = default;
   };
   void showState(State state);
@@ -45,7 +46,10 @@ class TrackTableRow : public platform::NSView {
  private:
   bool showsControls() const { return state_.isHovered || state_.hasKeyboard; }
   void updateControls();
+  void updateColors();  // those of texts and marks on the row's ground
+  platform::Ref<platform::NSColor> textColor() const;
   void drawPausedMark() const;
+  void drawFavoriteMark(platform::CGRect mark) const;
   platform::CGRect favoriteMark() const;  // after the title; empty unless the track is a favorite
 
   TrackRow track_;

@@ -44,7 +44,7 @@ TEST_F(textMenuTest, ARightClickOpensItWithWhatCanBeDone) {
   begin("one two", 3);
   rightClick(placeOf(3));
   EXPECT_THAT(choices(), ElementsAre("Select All"));
-  EXPECT_EQ(desktop.openMenu()->entries.size(), 7u);
+  EXPECT_EQ(desktop.openMenu()->entries.size(), 8u);
   desktop.chooseFromMenu(std::nullopt);
   NSPasteboard::generalPasteboard()->setString("x", NSPasteboardTypeString);
   editor()->setSelectedRange({0, 3});
@@ -70,6 +70,9 @@ TEST_F(textMenuTest, WhatIsChosenIsDone) {
   rightClick(placeOf(1));
   choose("Undo");
   EXPECT_EQ(field->stringValue(), "two");
+  rightClick(placeOf(1));
+  choose("Redo");
+  EXPECT_EQ(field->stringValue(), "one two");
   EXPECT_TRUE(editor()) << "the field is still edited";
 }
 
