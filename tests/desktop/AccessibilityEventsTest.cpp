@@ -172,7 +172,7 @@ TEST_F(AccessibilityEvents, AnEmbeddedViewTellsItsFocusAfterItsWidget) {
   settle();
   heard.clear();
   widgets[1]->setFocus(Qt::TabFocusReason);
-  EXPECT_EQ(whatIsHeard(), (Heard{"widget: focus", "Next: focus"}));
+  EXPECT_EQ(whatIsHeard(), (Heard{": focus", "Next: focus"})) << "a widget with one element is nothing beside it";
 }
 
 TEST_F(AccessibilityEvents, NamesAndEnabledControlsTellTheirChanges) {
