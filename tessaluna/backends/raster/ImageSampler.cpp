@@ -214,7 +214,8 @@ ImageSampler::RowsToAverage ImageSampler::rowsUnder(int y) const {
   const unsigned between = unsigned(rows.count - 2), all = 0xffff;
   rows.shift = std::min(int(std::bit_width(between)) - 1, 8);
   const unsigned weight = all - unsigned(weightOf(first) + weightOf(last));
-  rows.between = Short8{} + std::uint16_t((weight << rows.shift) / between);
+  const auto each = std::uint16_t((weight << rows.shift) / between);
+  rows.between = Short8{} + each;
   return rows;
 }
 
