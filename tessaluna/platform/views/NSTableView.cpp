@@ -177,7 +177,10 @@ void NSTableView::takeRowView(std::size_t row) {
   const auto found = visible_.find(row);
   const Ref<NSView> view = std::move(found->second);
   visible_.erase(found);
+  const auto* first = window() ? dynamic_cast<const NSView*>(window()->firstResponder()) : nullptr;
+  const bool hasKeyboard = first && first->isDescendantOf(view.get());
   view->removeFromSuperview();
+  if (hasKeyboard && window() && window()->firstResponder() == window()) window()->makeFirstResponder(this);
   if (!view->identifier().empty()) reserve_[view->identifier()].push_back(view);
 }
 

@@ -68,6 +68,10 @@ class TableCellRow::InRow : public Control {
  public:
   using Control::Control;
 
+  // What the mouse may not change, the keyboard may not either.
+  bool acceptsFirstResponder() const override {
+    return Control::acceptsFirstResponder() && row() && row()->isEditable(*this);
+  }
   bool canBecomeKeyView() const override { return Control::canBecomeKeyView() && row() && row()->hasKeyboard(); }
   void keyDown(const Ref<NSEvent>& event) override {
     const bool isEscape = commandForKey(*event) == "cancelOperation:";
@@ -117,6 +121,11 @@ NSTableView* TableCellRow::table() const { return dynamic_cast<NSTableView*>(sup
 bool TableCellRow::hasKeyboard() const {
   const auto* first = window() ? dynamic_cast<const NSView*>(window()->firstResponder()) : nullptr;
   return first && first->isDescendantOf(this);
+}
+
+bool TableCellRow::isEditable(const NSControl& control) const {
+  return std::any_of(places_.begin(), places_.end(),
+                     [&](const Place& place) { return place.control.get() == &control && place.isEditable; });
 }
 
 bool TableCellRow::giveKeyboardToControls() {
@@ -187,6 +196,8 @@ void TableCellRow::valueWasChanged(NSObject* sender) {
   const auto source = std::dynamic_pointer_cast<NSTableViewCellSource>(table->dataSource());
   for (const Place& place : places_) {
     if (place.control.get() != sender || !row || !source) continue;
+    // An assistive client pressed it.
+    if (!place.isEditable) return fill(*table, *row);
     const Ref<NSTableColumn> column = place.column;
     return source->tableViewSetObjectValue(*table, place.control->objectValue(), *column, *row);
   }

@@ -45,6 +45,7 @@ class TableCellRow : public NSView {
   void valueWasChanged(NSObject* control);  // "cellValueWasChanged:"
   NSTableView* table() const;
   bool hasKeyboard() const;
+  bool isEditable(const NSControl& control) const;
   static const Selector selectors_[];
 
   std::vector<Place> places_;

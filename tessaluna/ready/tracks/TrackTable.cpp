@@ -47,19 +47,23 @@ class TrackTable::Clicks : public TrackListRowActionTarget, public LinkTextField
   void end() { table_ = nullptr; }
 
   void trackRowPlayButtonClicked(TrackRowPlayButton& button) override {
+    const Ref<NSObject> held = heldTable();
     if (const auto row = rowOf(button)) table_->playOrPause(*row);
   }
   void trackRowFavoriteButtonClicked(TrackRowFavoriteButton& button) override {
+    const Ref<NSObject> held = heldTable();
     const auto row = rowOf(button);
     if (row && table_->actions_.favorite) table_->actions_.favorite(*row);
   }
   void trackRowMoreButtonClicked(TrackRowMoreButton& button) override {
+    const Ref<NSObject> held = heldTable();
     const auto row = rowOf(button);
     if (!row) return;
     const CGRect place = table_->table_->convertRectFromView(button.bounds(), &button);
     table_->tableViewShowMenuForRow(*table_->table_, *row, {place.origin.x, CGRectGetMaxY(place)});
   }
   void linkClicked(std::size_t artist, MultipleLinksTextField& sender) override {
+    const Ref<NSObject> held = heldTable();
     const auto row = rowOf(sender);
     // The row may have got another track since the pointer last moved.
     if (row && table_->actions_.artist && artist < table_->model_->row(*row).artists.size())
@@ -67,6 +71,8 @@ class TrackTable::Clicks : public TrackListRowActionTarget, public LinkTextField
   }
 
  private:
+  // An action may remove the table, and the function that runs is the table's.
+  Ref<NSObject> heldTable() const { return table_ ? table_->shared_from_this() : nullptr; }
   std::optional<std::size_t> rowOf(const NSView& view) const {
     return table_ ? table_->table_->rowForView(view) : std::nullopt;
   }

@@ -362,6 +362,35 @@ TEST_F(NSTableColumnTest, ARowWithoutControlsKeepsTheKeyboard) {
   EXPECT_EQ(window->firstResponder(), table.get());
 }
 
+TEST_F(NSTableColumnTest, AControlOfAColumnThatIsNotEditableGetsNoKeyboard) {
+  marks->setEditable(false);
+  desktop.settle();
+  window->makeFirstResponder(table.get());
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(NSRightArrowFunctionKey);
+  user.pressKey("\t");
+  EXPECT_EQ(window->firstResponder(), header.get());
+}
+
+TEST_F(NSTableColumnTest, AnAssistiveClientDoesNotChangeAColumnThatIsNotEditable) {
+  marks->setEditable(false);
+  desktop.settle();
+  const double before = control(2, 0).doubleValue();
+  accessibilityOf(control(2, 0).cell())->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_EQ(control(2, 0).doubleValue(), before);
+  EXPECT_THAT(songs->changes, IsEmpty());
+}
+
+TEST_F(NSTableColumnTest, TheTableGetsTheKeyboardOfARowThatIsTakenAway) {
+  window->makeFirstResponder(table.get());
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(NSRightArrowFunctionKey);
+  ASSERT_EQ(window->firstResponder(), &control(1, 0));
+  table->reloadData();
+  desktop.settle();
+  EXPECT_EQ(window->firstResponder(), table.get());
+}
+
 TEST_F(NSTableColumnTest, WhatIsLeftOfATableThatHasGoneIsHarmless) {
   scrollView->setDocumentView(nullptr);
   table.reset();

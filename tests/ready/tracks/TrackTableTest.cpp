@@ -367,8 +367,10 @@ TEST_F(TrackTableTest, ATableThatItsOwnActionEndsIsGone) {
   const WeakRef<TrackTable> weak = table;
   auto lone = std::make_shared<Songs>(3);
   Ref<TrackTable> other = make<TrackTable>(lone, TrackActions{.play = [&](std::size_t) {
+                                             const WeakRef<TrackTable> held = other;
                                              other->removeFromSuperview();
                                              other = nullptr;
+                                             EXPECT_FALSE(held.expired()) << "the action is the table's";
                                            }});
   const WeakRef<TrackTable> weakOther = other;
   table->removeFromSuperview();
