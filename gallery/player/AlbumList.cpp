@@ -8,15 +8,35 @@ using tessaluna::ready::Playback;
 using tessaluna::ready::TrackColumn;
 using tessaluna::ready::TrackRow;
 
-void AlbumList::showAlbumsOf(const SongNumbers& songs) {
-  albums_.clear();
+std::vector<std::size_t> AlbumList::albumsOf(const SongNumbers& songs) const {
+  std::vector<std::size_t> albums;
   std::vector<bool> isThere(library_->albums().size());
   for (const std::size_t song : songs) {
     const std::size_t album = library_->songs()[song].album;
-    if (!isThere[album]) albums_.push_back(album);
+    if (!isThere[album]) albums.push_back(album);
     isThere[album] = true;
   }
+  return albums;
+}
+
+void AlbumList::showAlbumsOf(const SongNumbers& songs) {
+  albums_ = albumsOf(songs);
   didChangeAll();
+}
+
+void AlbumList::updateToAlbumsOf(const SongNumbers& songs) {
+  const std::vector<std::size_t> albums = albumsOf(songs);
+  for (std::size_t row = albums_.size(); row-- > 0;) {
+    if (std::ranges::find(albums, albums_[row]) != albums.end()) continue;
+    albums_.erase(albums_.begin() + static_cast<std::ptrdiff_t>(row));
+    didRemoveRows(row);
+  }
+  for (const std::size_t album : albums) {
+    if (std::ranges::find(albums_, album) != albums_.end()) continue;
+    albums_.push_back(album);
+    didInsertRows(albums_.size() - 1);
+  }
+  albumsDidChange();
 }
 
 Track AlbumList::asTrack(std::size_t album) const {

@@ -14,6 +14,8 @@ class AlbumList : public tessaluna::ready::TrackModel {
   std::size_t albumAt(std::size_t index) const { return albums_[index]; }
   // Each album once, in the order of its first song.
   void showAlbumsOf(const SongNumbers& songs);
+  // Removes rows of other albums, adds missing albums at the end, and leaves the others in their order.
+  void updateToAlbumsOf(const SongNumbers& songs);
   void albumsDidChange() { didChangeRows(0, albums_.size()); }
 
   std::size_t count() const override { return albums_.size(); }
@@ -23,6 +25,7 @@ class AlbumList : public tessaluna::ready::TrackModel {
   void sortBy(tessaluna::ready::TrackColumn column, bool ascending) override;
 
  private:
+  std::vector<std::size_t> albumsOf(const SongNumbers& songs) const;
   Track asTrack(std::size_t album) const;
 
   const std::shared_ptr<MusicLibrary> library_;

@@ -1,6 +1,7 @@
 #include "gallery/player/MusicPlayer.h"
 
 #include <algorithm>
+#include <numeric>
 #include <random>
 
 namespace gallery {
@@ -35,6 +36,7 @@ std::optional<std::size_t> MusicPlayer::song() const {
 void MusicPlayer::play(SongNumbers songs, std::size_t place) {
   if (songs.empty()) return;
   queue_ = ordered_ = std::move(songs);
+  places_ = inOrder();
   player_.emplace(songsOfQueue());
   player_->skipTo(place);
   player_->setPlaying(true);
@@ -50,20 +52,28 @@ void MusicPlayer::playAt(std::size_t place) {
 void MusicPlayer::playNext(const SongNumbers& songs) {
   if (!player_) return play(songs, 0);
   const std::size_t current = player_->songIndex();
-  const auto insertAfter = [&](SongNumbers& list, std::size_t place) {
-    list.insert(list.begin() + static_cast<std::ptrdiff_t>(place + 1), songs.begin(), songs.end());
-  };
-  const auto inOrder = std::ranges::find(ordered_, queue_[current]);
-  insertAfter(ordered_, static_cast<std::size_t>(inOrder - ordered_.begin()));
-  SongNumbers queue = queue_;
-  insertAfter(queue, current);
-  setQueue(std::move(queue), current);
+  const auto after = [](auto& list, std::size_t place) { return list.begin() + static_cast<std::ptrdiff_t>(place + 1); };
+  const std::size_t currentInOrder = places_[current];
+  ordered_.insert(after(ordered_, currentInOrder), songs.begin(), songs.end());
+  for (std::size_t& place : places_)
+    if (place > currentInOrder) place += songs.size();
+  std::vector<std::size_t> added(songs.size());
+  std::iota(added.begin(), added.end(), currentInOrder + 1);
+  places_.insert(after(places_, current), added.begin(), added.end());
+  updateQueue(current);
 }
 
-// The song that plays is at that place of the other queue, and plays on.
-void MusicPlayer::setQueue(SongNumbers queue, std::size_t place) {
-  queue_ = std::move(queue);
-  player_->setSongs(songsOfQueue(), place);
+std::vector<std::size_t> MusicPlayer::inOrder() const {
+  std::vector<std::size_t> places(ordered_.size());
+  std::iota(places.begin(), places.end(), std::size_t{0});
+  return places;
+}
+
+// The song that plays is at that place of the queue now, and plays on.
+void MusicPlayer::updateQueue(std::size_t current) {
+  queue_.clear();
+  for (const std::size_t place : places_) queue_.push_back(ordered_[place]);
+  player_->setSongs(songsOfQueue(), current);
   if (changed_) changed_();
 }
 
@@ -100,24 +110,20 @@ void MusicPlayer::seek(double seconds) {
 void MusicPlayer::setShuffled(bool isShuffled) {
   isShuffled_ = isShuffled;
   if (!player_) return;
-  const std::size_t current = *song();
-  SongNumbers queue = ordered_;
-  const auto playing = std::ranges::find(queue, current);
-  std::size_t place = static_cast<std::size_t>(playing - queue.begin());
-  if (isShuffled) {
-    queue.erase(playing);
-    std::ranges::shuffle(queue, std::minstd_rand(static_cast<unsigned>(current) + 1));
-    queue.insert(queue.begin(), current);
-    place = 0;
-  }
-  setQueue(std::move(queue), place);
+  const std::size_t current = places_[player_->songIndex()];
+  places_ = inOrder();
+  if (!isShuffled) return updateQueue(current);
+  places_.erase(places_.begin() + static_cast<std::ptrdiff_t>(current));
+  std::ranges::shuffle(places_, std::minstd_rand(static_cast<unsigned>(ordered_[current]) + 1));
+  places_.insert(places_.begin(), current);
+  updateQueue(0);
 }
 
 void MusicPlayer::advance(double seconds) {
   if (!player_) return;
-  const std::size_t earlier = player_->songIndex();
+  const std::size_t earlier = player_->passedEnds();
   player_->advance(seconds);
-  if (player_->songIndex() == earlier) return;
+  if (player_->passedEnds() == earlier) return;
   const bool isOver = player_->songIndex() == 0 && !isRepeated_;
   if (isOver) player_->setPlaying(false);
   if (changed_) changed_();

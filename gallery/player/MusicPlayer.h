@@ -46,12 +46,14 @@ class MusicPlayer {
 
  private:
   std::vector<SimulatedPlayer::Song> songsOfQueue() const;
-  void setQueue(SongNumbers queue, std::size_t place);
+  std::vector<std::size_t> inOrder() const;
+  void updateQueue(std::size_t current);
   void setPlaying(bool isPlaying);
 
   const std::shared_ptr<MusicLibrary> library_;
   std::optional<SimulatedPlayer> player_;
-  SongNumbers queue_, ordered_;  // as it plays, and as it was before it was shuffled
+  SongNumbers queue_, ordered_;      // as it plays, and as it was before it was shuffled
+  std::vector<std::size_t> places_;  // in the latter, of each song of the queue; a song may be there twice
   std::function<void()> changed_;
   double volume_ = 0.8;
   bool isShuffled_ = false, isRepeated_ = false;

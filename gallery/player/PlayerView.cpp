@@ -5,6 +5,7 @@
 #include "gallery/player/playerPlaces.h"
 #include "tessaluna/platform/accessibility/names.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/keyEquivalents.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
@@ -374,10 +375,11 @@ void PlayerView::toggleFavorite(const SongNumbers& songs) {
   const bool areFavorites = library_->areFavorites(songs);
   for (const std::size_t song : songs) library_->setFavorite(song, !areFavorites);
   // The collection may be the favorites.
-  songs_->updateTo(visited_[visit_].songs());
+  const SongNumbers shown = visited_[visit_].songs();
+  songs_->updateTo(shown);
+  albums_->updateToAlbumsOf(shown);
   note_->setStringValue(collections_.noteOn(visited_[visit_]));
   upNext_->songsDidChange();
-  albums_->albumsDidChange();
   side_->countsDidChange();
   report(areFavorites ? "no longer a favorite" : "favorite");
 }
@@ -389,9 +391,10 @@ void PlayerView::playOrPause() {
   report(player_->isPlaying() ? "play" : "pause");
 }
 
+// A key that is held plays or pauses once.
 void PlayerView::keyDown(const Ref<NSEvent>& event) {
-  if (event->characters() == " ") playOrPause();
-  else NSView::keyDown(event);
+  if (!isKeyEquivalent(*event, " ", 0)) return NSView::keyDown(event);
+  if (!event->isARepeat()) playOrPause();
 }
 
 bool PlayerView::performKeyEquivalent(const Ref<NSEvent>& event) {

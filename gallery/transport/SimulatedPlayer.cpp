@@ -67,17 +67,21 @@ void SimulatedPlayer::advance(double seconds) {
   }
 }
 
+// At a song's end the next one follows, which in a list of one song is the same.
+SimulatedPlayer::Place SimulatedPlayer::placeAfter(const Buffer& buffer) const {
+  if (buffer.end() < framesOf(songs_[buffer.song])) return {buffer.song, buffer.end()};
+  return {(buffer.song + 1) % songs_.size(), 0};
+}
+
 void SimulatedPlayer::load(double seconds) {
   const std::size_t other = 1 - playing_;
   const Buffer& current = buffers_[playing_];
   const std::size_t loading = current.isCompleted() ? other : playing_;
   Buffer& buffer = buffers_[loading];
   // What the other buffer holds was played before: now it takes what follows.
-  const bool isEndOfSong = current.end() == framesOf(songs_[current.song]);
-  const std::size_t followingSong = isEndOfSong ? (current.song + 1) % songs_.size() : current.song;
-  const std::uint64_t followingStart = isEndOfSong ? 0 : current.end();
-  if (loading == other && (buffer.song != followingSong || buffer.start != followingStart || buffer.capacity == 0))
-    beginLoadingAt(other, followingSong, followingStart);
+  const auto [song, start] = placeAfter(current);
+  if (loading == other && (buffer.song != song || buffer.start != start || buffer.capacity == 0))
+    beginLoadingAt(other, song, start);
   const std::uint64_t come = wholeFrames(unloaded_, seconds * speed_ * songs_[buffer.song].framesPerSecond);
   buffer.frames = std::min(buffer.frames + come, buffer.capacity);
   if (buffers_[playing_].frames > 0) isSeeking_ = false;
@@ -91,13 +95,15 @@ void SimulatedPlayer::play(double seconds) {
   if (frame_ < current.end()) return;
   const std::uint64_t beyond = frame_ - current.end();
   const Buffer& following = buffers_[1 - playing_];
+  const auto [song, start] = placeAfter(current);
   const bool hasFollowing =
-      current.isCompleted() && following.frames > 0 && (following.song != current.song || following.start == current.end());
+      current.isCompleted() && following.frames > 0 && following.song == song && following.start == start;
   if (!hasFollowing) {
     isWaiting_ = true;
     frame_ = current.end() - 1;
     return;
   }
+  if (start == 0) ++passedEnds_;
   playing_ = 1 - playing_;
   songIndex_ = following.song;
   frame_ = following.start + std::min(beyond, following.frames - 1);

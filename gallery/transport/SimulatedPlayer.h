@@ -25,6 +25,8 @@ class SimulatedPlayer {
 
   const Song& song() const { return songs_[songIndex_]; }
   std::size_t songIndex() const { return songIndex_; }
+  // How many songs have played to their ends; the same song may follow one.
+  std::size_t passedEnds() const { return passedEnds_; }
   double position() const { return static_cast<double>(frame_) / song().framesPerSecond; }  // seconds
   bool isPlaying() const { return isPlaying_; }
   void setPlaying(bool isPlaying) { isPlaying_ = isPlaying; }
@@ -57,6 +59,11 @@ class SimulatedPlayer {
     std::uint64_t end() const { return start + frames; }
   };
   std::uint64_t framesOf(const Song& song) const;
+  struct Place {
+    std::size_t song = 0;
+    std::uint64_t frame = 0;
+  };
+  Place placeAfter(const Buffer& buffer) const;
   void load(double seconds);
   void play(double seconds);
   void beginLoadingAt(std::size_t buffer, std::size_t song, std::uint64_t start);
@@ -65,6 +72,7 @@ class SimulatedPlayer {
   std::vector<Song> songs_;
   Buffer buffers_[2];
   std::size_t songIndex_ = 0, playing_ = 0;  // the buffer that is played from
+  std::size_t passedEnds_ = 0;
   std::uint64_t frame_ = 0;
   double speed_ = 8;
   double unplayed_ = 0, unloaded_ = 0;  // frames less than one

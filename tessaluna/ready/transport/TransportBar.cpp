@@ -53,6 +53,8 @@ void TransportBar::didInit() {
     const Ref<NSView> alive = std::dynamic_pointer_cast<NSView>(shared_from_this());
     const auto seek = actions_.seek;
     if (seek) seek(slider_->requestedTime());
+    // A paused player may not report its new position.
+    setText(*elapsed_, slider_->shownTime(slider_->position()));
   });
   title_ = NSTextField::labelWithString("");
   title_->setLineBreakMode(NSLineBreakByTruncatingTail);

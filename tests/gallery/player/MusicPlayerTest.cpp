@@ -60,6 +60,33 @@ TEST_F(MusicPlayerTest, PausesAtTheEndOfTheQueueUnlessItRepeats) {
   EXPECT_TRUE(player.isPlaying());
 }
 
+TEST_F(MusicPlayerTest, AQueueOfOneSongPausesAtItsEnd) {
+  player.play({4}, 0);
+  player.advance(secondsOf(4) + 2);
+  EXPECT_FALSE(player.isPlaying());
+  EXPECT_LT(player.state().position, 3);
+  EXPECT_EQ(changes, 2);
+}
+
+TEST_F(MusicPlayerTest, AQueueOfOneSongRepeats) {
+  player.setRepeated(true);
+  player.play({4}, 0);
+  player.advance(secondsOf(4) + 2);
+  EXPECT_TRUE(player.isPlaying());
+  EXPECT_NEAR(player.state().position, 2, 0.2);
+  EXPECT_EQ(changes, 2);
+  player.advance(secondsOf(4));
+  EXPECT_TRUE(player.isPlaying());
+  EXPECT_EQ(changes, 3);
+}
+
+TEST_F(MusicPlayerTest, ASongThatFollowsItselfPlaysTwice) {
+  player.play({4, 4, 5}, 0);
+  player.advance(secondsOf(4) + 2);
+  EXPECT_EQ(player.place(), 1u);
+  EXPECT_TRUE(player.isPlaying());
+}
+
 TEST_F(MusicPlayerTest, PreviousGoesToTheBeginningFirst) {
   player.play({4, 5}, 1);
   player.advance(20);
@@ -84,6 +111,26 @@ TEST_F(MusicPlayerTest, ShuffledTheSongPlaysOnAndTheOthersFollow) {
   EXPECT_THAT(player.queue(), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8));
   EXPECT_EQ(player.place(), 3u);
   EXPECT_EQ(player.state().position, position);
+}
+
+TEST_F(MusicPlayerTest, NoLongerShuffledASongThatIsThereTwiceKeepsItsPlace) {
+  player.play({1, 2, 3, 2, 4}, 3);
+  player.setShuffled(true);
+  EXPECT_THAT(player.queue(), UnorderedElementsAre(1, 2, 2, 3, 4));
+  player.setShuffled(false);
+  EXPECT_THAT(player.queue(), ElementsAre(1, 2, 3, 2, 4));
+  EXPECT_EQ(player.place(), 3u);
+}
+
+TEST_F(MusicPlayerTest, WhatComesNextFollowsTheSecondOfTwoEqualSongs) {
+  player.play({1, 2, 3, 2, 4}, 3);
+  player.setShuffled(true);
+  player.playNext({7, 8});
+  EXPECT_THAT(SongNumbers(player.queue().begin(), player.queue().begin() + 3), ElementsAre(2, 7, 8));
+  player.next();
+  player.setShuffled(false);
+  EXPECT_THAT(player.queue(), ElementsAre(1, 2, 3, 2, 7, 8, 4));
+  EXPECT_EQ(player.place(), 4u);
 }
 
 TEST_F(MusicPlayerTest, WhatComesNextFollowsTheSongThatPlays) {

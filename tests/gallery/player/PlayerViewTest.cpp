@@ -98,6 +98,20 @@ TEST_F(PlayerViewTest, TheSpaceBarPausesAndContinues) {
   EXPECT_EQ(playing(), titleOf(3));
 }
 
+TEST_F(PlayerViewTest, AHeldSpaceBarPausesOnce) {
+  playRow(3);
+  user.pressKey(" ");
+  player->keyDown(make<NSEvent>(NSEvent::Fields{
+      .type = NSEventType::KeyDown, .characters = " ", .charactersIgnoringModifiers = " ", .isRepeat = true}));
+  EXPECT_FALSE(player->player().isPlaying());
+}
+
+TEST_F(PlayerViewTest, TheSpaceBarWithAModifierDoesNotPause) {
+  playRow(3);
+  user.pressKey(" ", NSEventModifierFlagControl);
+  EXPECT_TRUE(player->player().isPlaying());
+}
+
 TEST_F(PlayerViewTest, AClickOnARowsControlPlaysAndPausesIt) {
   click(harness::partOfRow<TrackRowPlayButton>(rows(), 2));
   EXPECT_EQ(playing(), titleOf(2));
@@ -286,6 +300,35 @@ TEST_F(PlayerViewTest, ASongThatIsNoLongerAFavoriteLeavesTheFavorites) {
   EXPECT_EQ(model().count(), count - 1);
   EXPECT_EQ(rows().numberOfRows(), count - 1);
   EXPECT_EQ(model().row(0).title, second);
+}
+
+TEST_F(PlayerViewTest, AnAlbumWithoutFavoritesLeavesTheFavorites) {
+  player->show(*player->collections().find("Favorites"));
+  clickTab(Tab::Albums);
+  const std::size_t count = model(Tab::Albums).count();
+  const std::string second = model(Tab::Albums).row(1).title;
+  const auto toggleFirst = [&] {
+    accessibilityOf(rows(Tab::Albums).accessibleItem(0))->accessibilityPerformAction("Favorite");
+  };
+  if (!model(Tab::Albums).row(0).isFavorite) toggleFirst();  // all of its songs become favorites
+  toggleFirst();
+  EXPECT_EQ(model(Tab::Albums).count(), count - 1);
+  EXPECT_EQ(rows(Tab::Albums).numberOfRows(), count - 1);
+  EXPECT_EQ(model(Tab::Albums).row(0).title, second);
+}
+
+TEST_F(PlayerViewTest, AnAlbumWithANewFavoriteJoinsTheFavorites) {
+  player->player().play(library->allSongs(), 0);
+  const SongNumbers& songs = library->albums()[5].songs;
+  for (const std::size_t song : songs) library->setFavorite(song, false);
+  player->show(*player->collections().find("Favorites"));
+  const std::size_t count = model(Tab::Albums).count();
+  clickTab(Tab::UpNext);
+  rows(Tab::UpNext).scrollRowToVisible(songs.front());
+  desktop.settle();
+  accessibilityOf(rows(Tab::UpNext).accessibleItem(songs.front()))->accessibilityPerformAction("Favorite");
+  ASSERT_EQ(model(Tab::Albums).count(), count + 1);
+  EXPECT_EQ(model(Tab::Albums).row(count).title, library->albums()[5].title);
 }
 
 TEST_F(PlayerViewTest, WithoutAQueueThePlayButtonPlaysWhatShows) {

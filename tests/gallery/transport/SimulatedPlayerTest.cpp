@@ -48,6 +48,21 @@ TEST_F(SimulatedPlayerTest, TheNextSongFollowsWithoutAGap) {
   EXPECT_EQ(player.songIndex(), 0u);
 }
 
+TEST_F(SimulatedPlayerTest, AListOfOneSongBeginsAgain) {
+  for (const double seconds : {20.0, 100.0}) {
+    SimulatedPlayer one({{"Only", seconds, 1000}});
+    one.setPlaying(true);
+    one.advance(seconds - 1);
+    EXPECT_EQ(one.passedEnds(), 0u);
+    one.advance(3);
+    EXPECT_EQ(one.passedEnds(), 1u);
+    EXPECT_NEAR(one.position(), 2, 0.2);
+    one.advance(seconds);
+    EXPECT_EQ(one.passedEnds(), 2u);
+    EXPECT_FALSE(one.isWaitingForData());
+  }
+}
+
 TEST_F(SimulatedPlayerTest, OnASlowNetworkItWaitsForData) {
   player.setLoadingSpeed(0.5);
   player.advance(20);

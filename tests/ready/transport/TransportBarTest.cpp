@@ -104,6 +104,14 @@ TEST_F(TransportBarTest, APressOnTheTrackSeeksAndTheKnobWaitsForThePlayer) {
   EXPECT_EQ(bar->slider()->position(), 101);
 }
 
+TEST_F(TransportBarTest, ASeekInAPausedSongShowsItsTimeAtOnce) {
+  bar->showState({.position = 3});
+  const CGRect slider = bar->slider()->frame();
+  user.click(*window, bar->convertPointToView({CGRectGetMidX(slider), CGRectGetMidY(slider)}, nullptr));
+  EXPECT_THAT(texts(), ElementsAre("Slow orbit – Amber Quartet", bar->slider()->shownTime(sought), "3:20"));
+  EXPECT_GT(sought, 60);
+}
+
 TEST_F(TransportBarTest, AReportWhileTheVolumeIsHeldDoesNotMoveIt) {
   const auto slider = control("Volume");
   ASSERT_TRUE(slider);
