@@ -72,6 +72,8 @@ SideBar::SideBar(std::shared_ptr<SideBarModel> model)
   scrollView_->setHasVerticalScroller(true);
   scrollView_->setAutohidesScrollers(true);
   scrollView_->setDrawsBackground(false);
+  // A scroll bar that comes or goes makes the clip view narrower or wider, also while the bar keeps its size.
+  stack_->setAutoresizingMask(NSViewWidthSizable);
   scrollView_->setDocumentView(stack_);
   addSubview(scrollView_);
   setName("Side bar");
@@ -99,12 +101,19 @@ void SideBar::layout() {
 
 // What shows.
 
-void SideBar::sideBarDidChange() {
+void SideBar::sideBarDidChange() { update(); }
+
+// A view that goes may end the editing of a field, and whoever handles that may change the model once more, or remove the bar.
+void SideBar::update() {
+  isAskedAgain_ = true;
+  if (isUpdating_) return;
   const Ref<NSView> self = refTo<NSView>(*this);
-  update();
+  isUpdating_ = true;
+  while (std::exchange(isAskedAgain_, false)) showModel();
+  isUpdating_ = false;
 }
 
-void SideBar::update() {
+void SideBar::showModel() {
   const bool hadKeyboard = hasKeyboard(*stack_);
   const std::vector<Place> before = places();
   const auto indexBefore = std::ranges::find(before, keyPlace_.lock(), &Place::view) - before.begin();
@@ -112,10 +121,11 @@ void SideBar::update() {
   std::vector<SideBarStack::Entry> entries;
   for (const auto& section : sections_) entries.push_back({.view = section->view()});
   stack_->show(std::move(entries));
-  if (selected_ && !hasItem(sections_, *selected_)) selected_ = std::nullopt;
+  // What was selected in a change that is still to show may be new in it.
+  if (selected_ && !isAskedAgain_ && !hasItem(sections_, *selected_)) selected_ = std::nullopt;
   showSelection();
   const std::vector<Place> now = places();
-  if (!hadKeyboard || hasKeyboard(*stack_) || now.empty()) return;
+  if (!hadKeyboard || !window() || hasKeyboard(*stack_) || now.empty()) return;
   // Whoever takes places away with keys continues at the next one.
   const auto next = std::min(static_cast<std::size_t>(indexBefore), now.size() - 1);
   window()->makeFirstResponder(now[next].view().get());
@@ -132,7 +142,7 @@ void SideBar::showSelection() {
 }
 
 void SideBar::setSelected(std::optional<std::string> id) {
-  if (id && !hasItem(sections_, *id)) id = std::nullopt;
+  if (id && !isUpdating_ && !hasItem(sections_, *id)) id = std::nullopt;
   if (selected_ == id) return;
   selected_ = std::move(id);
   // Tab goes to what is selected, unless the keyboard is here.
@@ -153,7 +163,7 @@ void SideBar::setIsOpen(SideBarSection& section, bool isOpen) {
   if (section.isOpen() == isOpen) return;
   // The keyboard must not stay on what is cut off.
   const bool isInside = hasKeyboard(*section.view()) && !hasKeyboard(*section.heading());
-  if (!section.setIsOpen(isOpen, window() && window()->isVisible())) return;
+  section.setIsOpen(isOpen);
   if (isInside && !isOpen) window()->makeFirstResponder(section.heading().get());
 }
 

@@ -45,7 +45,8 @@ class SideBar : public platform::NSView, public SideBarModel::Observer {
   // The id of the selected item. An id that no item has, or gets, selects nothing; nobody is notified.
   const std::optional<std::string>& selected() const { return selected_; }
   void setSelected(std::optional<std::string> id);
-  // Of the section with that id, with animation while it shows. Sections are open at the start.
+  // Of the section with that id, with animation while it shows. Sections are open at the start. One that moves finishes that
+  // first, and isOpen is what it will be then.
   bool isOpen(std::string_view section) const;
   void setIsOpen(std::string_view section, bool isOpen);
   // What assistive clients call the bar; "Side bar" at the start.
@@ -75,6 +76,7 @@ class SideBar : public platform::NSView, public SideBarModel::Observer {
   std::size_t page() const;  // places that a Page key moves over
   void showSelection();
   void update();
+  void showModel();
 
   const std::shared_ptr<SideBarModel> model_;
   const platform::Ref<platform::NSScrollView> scrollView_;
@@ -82,6 +84,7 @@ class SideBar : public platform::NSView, public SideBarModel::Observer {
   std::vector<std::shared_ptr<SideBarSection>> sections_;
   std::function<void(const SideItem&)> chosen_;
   std::optional<std::string> selected_;
+  bool isUpdating_ = false, isAskedAgain_ = false;
   mutable platform::WeakRef<platform::NSView> keyPlace_;  // where the keyboard is, was or will come
   platform::TypeSelect search_;
 };

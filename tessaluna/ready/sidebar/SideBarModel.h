@@ -56,6 +56,7 @@ class SideBarModel {
 
  protected:
   // Called when the change has been made; sections() knows it already. Items and sections are the same by their ids.
+  // A call while a bar shows an earlier change shows when that is done.
   void didChange() {
     observers_.notify([](Observer& observer) { observer.sideBarDidChange(); });
   }

@@ -114,6 +114,9 @@ void SideBarRow::drawRect(CGRect) {
 
 // What the user does.
 
+// A press on the icon gives the item the keyboard, as one beside it does.
+NSView* SideBarRow::hitTest(CGPoint point) { return NSView::hitTest(point) ? this : nullptr; }
+
 void SideBarRow::mouseUp(const Ref<NSEvent>& event) {
   if (NSPointInRect(convertPointFromView(event->locationInWindow(), nullptr), bounds())) choose();
 }

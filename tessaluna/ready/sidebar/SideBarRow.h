@@ -28,6 +28,7 @@ class SideBarRow : public platform::NSView {
   void setIsSelected(bool isSelected);
   void choose();
 
+  platform::NSView* hitTest(platform::CGPoint point) override;
   void layout() override;
   void drawRect(platform::CGRect rect) override;
   void mouseDown(const platform::Ref<platform::NSEvent>&) override {}

@@ -8,8 +8,10 @@
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/time/NSAnimationContext.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/ready/sidebar/SideBar.h"
 #include "tessaluna/uikit/containers/DisclosureHeaderView.h"
 
@@ -93,6 +95,21 @@ class SideBarSection::Heading : public DisclosureHeaderView {
     path->stroke();
   }
 
+  // A press on the title gives the heading the keyboard, as one beside it does.
+  NSView* hitTest(CGPoint point) override {
+    NSView* hit = DisclosureHeaderView::hitTest(point);
+    return hit && !hit->isDescendantOf(button_.get()) ? this : hit;
+  }
+  void mouseEntered(const Ref<NSEvent>& event) override {
+    isUnderPointer_ = true;
+    DisclosureHeaderView::mouseEntered(event);
+  }
+  void mouseExited(const Ref<NSEvent>& event) override {
+    isUnderPointer_ = false;
+    DisclosureHeaderView::mouseExited(event);
+  }
+  // While the section moves, the pointer may come and go unseen.
+  void sectionDidMove() { button_->setHidden(!isUnderPointer_); }
   void mouseDown(const Ref<NSEvent>&) override {}
   void mouseUp(const Ref<NSEvent>& event) override {
     if (NSPointInRect(convertPointFromView(event->locationInWindow(), nullptr), bounds())) toggle();
@@ -123,6 +140,7 @@ class SideBarSection::Heading : public DisclosureHeaderView {
   const int depth_;
   const Ref<NSTextField> title_;
   const Ref<FoldButton> button_;
+  bool isUnderPointer_ = false;
 };
 
 // The items of a section. As many as there are have no constraints of their own.
@@ -255,12 +273,24 @@ void SideBarSection::showRows(const std::vector<SideItem>& items) {
   list_->show(rows_, title_);
 }
 
-bool SideBarSection::setIsOpen(bool isOpen, bool animate) {
-  if (isOpen == this->isOpen() || view_->isChanging()) return false;
-  isToOpen_ = isOpen;
-  view_->setDisclosureTo(isOpen, animate);
+void SideBarSection::setIsOpen(bool isOpen) {
+  if (std::exchange(isOpen_, isOpen) == isOpen) return;
   heading_->setNeedsDisplay(true);
-  return true;
+  if (!view_->isChanging()) move();
+}
+
+// The group around the view's own ends after it, when the view can be moved again.
+void SideBarSection::move() {
+  const bool isVisible = view_->window() && view_->window()->isVisible();
+  NSAnimationContext::runAnimationGroup([&](NSAnimationContext&) { view_->setDisclosureTo(isOpen_, isVisible); },
+                                        [weak = weak_from_this()] {
+                                          if (const auto section = weak.lock()) section->didMove();
+                                        });
+}
+
+void SideBarSection::didMove() {
+  heading_->sectionDidMove();
+  if (!view_->isChanging() && view_->isDisclosed() != isOpen_) move();
 }
 
 void SideBarSection::setSelected(const std::optional<std::string>& id) {

@@ -29,15 +29,17 @@ class SideBarSection : public std::enable_shared_from_this<SideBarSection> {
   const std::vector<platform::Ref<SideBarRow>>& rows() const { return rows_; }
   const std::vector<std::shared_ptr<SideBarSection>>& sections() const { return sections_; }
 
-  bool isOpen() const { return view_->isChanging() ? isToOpen_ : view_->isDisclosed(); }  // or opening
-  // False while it is changing, and where it is so already.
-  bool setIsOpen(bool isOpen, bool animate);
+  bool isOpen() const { return isOpen_; }  // or will be when it has stopped moving
+  // With animation while it shows. A section that moves finishes that first.
+  void setIsOpen(bool isOpen);
   void setSelected(const std::optional<std::string>& id);
 
  private:
   class Heading;
   class List;
   void showRows(const std::vector<SideItem>& items);
+  void move();
+  void didMove();
 
   const platform::WeakRef<SideBar> bar_;
   const int depth_;
@@ -48,7 +50,7 @@ class SideBarSection : public std::enable_shared_from_this<SideBarSection> {
   platform::Ref<Heading> heading_;
   std::vector<platform::Ref<SideBarRow>> rows_;
   std::vector<std::shared_ptr<SideBarSection>> sections_;
-  bool isToOpen_ = true;  // while it changes
+  bool isOpen_ = true;
 };
 
 // What the program calls an item or a section, or else its title.

@@ -21,7 +21,9 @@ void SideBarStack::show(std::vector<Entry> entries) {
   if (entries == entries_ && !chain_.empty()) return;
   removeConstraints(chain_);
   chain_.clear();
-  for (const Entry& earlier : entries_) {
+  // A view that goes may end the editing of a field, whose handler is the program's.
+  const std::vector<Entry> before = entries_;
+  for (const Entry& earlier : before) {
     const bool stays = std::ranges::any_of(entries, [&](const Entry& entry) { return entry.view == earlier.view; });
     if (!stays && earlier.view->superview() == this) earlier.view->removeFromSuperview();
   }

@@ -12,6 +12,7 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/layout/NSLayoutConstraint.h"
+#include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
@@ -40,6 +41,30 @@ class Places : public SideBarModel {
        .items = {{.title = "Morning", .id = "list-1"}},
        .sections = {{.title = "Old", .items = {{.title = "Autumn", .id = "list-2"}}}}},
   };
+};
+
+// Calls when the editing of its field ends.
+class EndOfEditing : public NSObject, public NSTextFieldDelegate {
+ public:
+  explicit EndOfEditing(std::function<void()> call) : call_(std::move(call)) {}
+  void controlTextDidEndEditing(const Ref<NSNotification>&) override { call_(); }
+
+ private:
+  const std::function<void()> call_;
+};
+
+// Calls when it loses the keyboard.
+class Leaver : public NSView {
+ public:
+  explicit Leaver(std::function<void()> call) : NSView(CGRect{0, 0, 50, 20}), call_(std::move(call)) {}
+  bool acceptsFirstResponder() const override { return true; }
+  bool resignFirstResponder() override {
+    call_();
+    return true;
+  }
+
+ private:
+  const std::function<void()> call_;
 };
 
 constexpr CGFloat width = 200, height = 300, row = 28;
@@ -230,6 +255,52 @@ TEST_F(SideBarTest, SectionsOfOneTitleFoldByThemselves) {
   EXPECT_NE(element("Artists"), nullptr);
 }
 
+TEST_F(SideBarTest, ASectionThatIsAskedToOpenWhileItFoldsOpensAfterwards) {
+  bar->setIsOpen("Library", false);
+  bar->setIsOpen("Library", true);
+  EXPECT_TRUE(bar->isOpen("Library"));
+  desktop.advance(1);
+  EXPECT_TRUE(bar->isOpen("Library"));
+  EXPECT_EQ(topOf("Playlists"), 4 * row);
+  EXPECT_NE(element("Artists"), nullptr);
+}
+
+TEST_F(SideBarTest, OfManyWishesWhileASectionMovesTheLastCounts) {
+  for (const bool isOpen : {false, true, false}) bar->setIsOpen("Library", isOpen);
+  desktop.advance(2);
+  EXPECT_FALSE(bar->isOpen("Library"));
+  EXPECT_EQ(topOf("Playlists"), row);
+}
+
+TEST_F(SideBarTest, LeftAndRightQuicklyLeaveTheSectionOpen) {
+  giveKeyboardTo("Library");
+  user.pressKey(NSLeftArrowFunctionKey);
+  user.pressKey(NSRightArrowFunctionKey);
+  desktop.advance(1);
+  EXPECT_TRUE(bar->isOpen("Library"));
+  EXPECT_EQ(topOf("Playlists"), 4 * row);
+  EXPECT_EQ(focused(), "Library");
+}
+
+TEST_F(SideBarTest, TheButtonUnderThePointerStaysWhenItsSectionHasMoved) {
+  const auto isButtonHidden = [&] {
+    for (const Ref<NSView>& one : view("Library")->subviews())
+      if (dynamic_cast<NSButton*>(one.get())) return one->isHidden();
+    return true;
+  };
+  EXPECT_TRUE(isButtonHidden());
+  user.moveTo(*window, view("Library")->convertPointToView({60, row / 2}, nullptr));
+  EXPECT_FALSE(isButtonHidden());
+  for (int i = 0; i < 2; ++i) {
+    click("Library");
+    EXPECT_FALSE(isButtonHidden()) << i;
+  }
+  bar->setIsOpen("Library", false);
+  user.moveTo(*window, {60, 10});
+  desktop.advance(1);
+  EXPECT_TRUE(isButtonHidden());
+}
+
 TEST_F(SideBarTest, FoldingTakesTheKeyboardToTheHeading) {
   giveKeyboardTo("Autumn");
   bar->setIsOpen("Playlists", false);
@@ -255,6 +326,19 @@ TEST_F(SideBarTest, ArrowKeysMoveOverHeadingsAndItems) {
   press(NSEndFunctionKey);
   EXPECT_EQ(focused(), "Autumn");
   EXPECT_THAT(chosen, IsEmpty()) << "the keyboard only moves";
+}
+
+TEST_F(SideBarTest, APressAnywhereOnAPlaceGivesItTheKeyboard) {
+  places->now[0].items[1].icon = [](CGRect) {};
+  places->didChange();
+  desktop.settle();
+  for (const std::string name : {"Artists", "Playlists"})
+    for (const CGFloat x : {28.0, 120.0}) {
+      window->makeFirstResponder(nullptr);
+      user.click(*window, view(name)->convertPointToView({x, row / 2}, nullptr));
+      EXPECT_EQ(focused(), name) << x;
+      desktop.advance(1);
+    }
 }
 
 TEST_F(SideBarTest, ArrowKeysPassOverWhatIsFolded) {
@@ -415,6 +499,24 @@ TEST_F(SideBarTest, TheScrollBarShowsOnlyWhileItIsNeeded) {
   EXPECT_LT(view("Library")->bounds().size.width, width);
 }
 
+TEST_F(SideBarTest, PlacesAreAsWideAsTheRoomBesideTheScrollBar) {
+  const std::vector<SideItem> few = places->now[0].items;
+  for (int round = 0; round < 2; ++round) {
+    for (int i = 0; i < 10; ++i) places->now[0].items.push_back({.title = "More " + std::to_string(i)});
+    places->didChange();
+    desktop.settle();
+    EXPECT_FALSE(bar->scrollView()->verticalScroller()->isHidden());
+    EXPECT_EQ(view("Library")->bounds().size.width, width - NSScroller::scrollerWidth());
+    EXPECT_EQ(view("Artists")->bounds().size.width, width - NSScroller::scrollerWidth());
+    places->now[0].items = few;
+    places->didChange();
+    desktop.settle();
+    EXPECT_TRUE(bar->scrollView()->verticalScroller()->isHidden());
+    EXPECT_EQ(view("Library")->bounds().size.width, width);
+    EXPECT_EQ(view("Artists")->bounds().size.width, width);
+  }
+}
+
 TEST_F(SideBarTest, WhatIsScrolledAwayComesBackWhenSectionsFold) {
   bar->setFrame({0, 0, width, 5 * row});
   giveKeyboardTo("Library");
@@ -530,6 +632,40 @@ TEST_F(SideBarTest, AViewOfTheProgramIsInItsSectionAsHighAsItsContent) {
   text->setStringValue("one line\nanother\nand one more");
   desktop.settle();
   EXPECT_GT(topOf("Playlists"), before + 2);
+}
+
+TEST_F(SideBarTest, AChangeWhileAnEditedFieldIsTakenAwayIsShownToo) {
+  const auto field = make<NSTextField>(CGRect{0, 0, 50, 20});
+  const auto end = make<EndOfEditing>([&] {
+    places->now.push_back({.title = "Later", .items = {{.title = "Last"}}});
+    places->didChange();
+    bar->setSelected("Last");
+  });
+  places->now[0].view = field;
+  places->didChange();
+  desktop.settle();
+  field->setDelegate(end);
+  window->makeFirstResponder(field.get());
+  places->now[0].view = nullptr;
+  places->didChange();
+  desktop.settle();
+  EXPECT_EQ(topOf("Playlists"), 4 * row);
+  EXPECT_EQ(topOf("Later"), 8 * row);
+  EXPECT_EQ(topOf("Last"), 9 * row);
+  EXPECT_TRUE(isSelected("Last"));
+}
+
+TEST_F(SideBarTest, TheBarMayGoWhileTheViewWithTheKeyboardIsTakenAway) {
+  const auto leaver = make<Leaver>([&] {
+    if (const Ref<SideBar> leaving = std::exchange(bar, nullptr)) leaving->removeFromSuperview();
+  });
+  places->now[0].view = leaver;
+  places->didChange();
+  desktop.settle();
+  window->makeFirstResponder(leaver.get());
+  places->now[0].view = nullptr;
+  places->didChange();
+  EXPECT_EQ(bar, nullptr);
 }
 
 // What assistive clients see.
