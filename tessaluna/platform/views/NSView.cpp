@@ -128,6 +128,9 @@ bool NSView::isLeftOut() const {
   return false;
 }
 
-void NSView::windowWillChange() { window()->viewWillLeave(*this); }
+// The end of a field's editing may have taken the view from its window already.
+void NSView::windowWillChange() {
+  if (window()) window()->viewWillLeave(*this);
+}
 
 }  // namespace tessaluna::platform

@@ -81,6 +81,23 @@ TEST_F(NSTextFieldEditingTest, ObserversHearTheSameAsTheDelegate) {
                           "NSControlTextDidEndEditingNotification"}));
 }
 
+TEST_F(NSTextFieldEditingTest, TheEndOfEditingMayRemoveTheViewAroundAFieldThatIsBeingRemoved) {
+  const auto group = make<NSView>(CGRect{0, 0, 200, 100});
+  window->contentView()->addSubview(group);
+  group->addSubview(field);
+  Ref<NSObject> token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSControlTextDidEndEditingNotification, field, nullptr,
+      [&](const Ref<NSNotification>&) { group->removeFromSuperview(); });
+  begin();
+  user.type("a");
+  const Ref<NSView> held = field;
+  field->removeFromSuperview();
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_EQ(field->superview(), nullptr);
+  EXPECT_EQ(group->superview(), nullptr);
+  EXPECT_EQ(field->window(), nullptr);
+}
+
 TEST_F(NSTextFieldEditingTest, ADelegateMayRefuseTheBeginOrTheEnd) {
   begin("abc");
   delegate->refusesToBegin = true;
