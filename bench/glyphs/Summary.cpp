@@ -9,7 +9,7 @@ namespace bench {
 namespace {
 
 // Where the project wants to be.
-constexpr double wantedMean = 0.6, wantedMeanAgain = 0.25, wantedMost = 1.0;
+constexpr double wantedMean = 0.6, wantedMeanAgain = 0.25, wantedMax = 1.0;
 
 std::vector<double> timesOf(const Entry& entry, std::size_t peer) {
   std::vector<double> times;
@@ -74,23 +74,23 @@ void printHeading(const char* text) {
 void printMean(const std::vector<const Entry*>& entries, const char* what, OurTime time, double wanted) {
   std::vector<std::vector<double>> rounds;  // by round, the ratios of all
   const Entry* worst = nullptr;
-  double most = 0;
+  double maxRatio = 0;
   int above = 0;
   for (const Entry* entry : entries) {
     const std::vector<double> ratios = ratiosOf(*entry, time);
     rounds.resize(std::max(rounds.size(), ratios.size()));
     for (std::size_t i = 0; i < ratios.size(); ++i) rounds[i].push_back(ratios[i]);
-    if (median(ratios) > wantedMost) ++above;
-    if (worst && median(ratios) <= most) continue;
+    if (median(ratios) > wantedMax) ++above;
+    if (worst && median(ratios) <= maxRatio) continue;
     worst = entry;
-    most = median(ratios);
+    maxRatio = median(ratios);
   }
   std::vector<double> means;
   for (const std::vector<double>& ratios : rounds) means.push_back(geometricMean(ratios));
   std::printf("  Geometric mean of %zu routines, %s: ", entries.size(), what);
   printSpread(means);
   std::printf("; wanted %.2f\n  Worst: %.*s, %.2f; above %.1f: %d routines\n", wanted, int(worst->routine.size()),
-              worst->routine.data(), most, wantedMost, above);
+              worst->routine.data(), maxRatio, wantedMax, above);
 }
 
 void printOffBy(std::string_view name, const OffBy& off) {

@@ -188,14 +188,14 @@ struct Share {
   double share;
 };
 std::vector<Share> sharesOf(double from, double to, int count) {
-  const auto held = [count](int i) { return std::clamp(i, 0, count - 1); };
+  const auto clamped = [count](int i) { return std::clamp(i, 0, count - 1); };
   if (to - from <= 1) {
     const double middle = (from + to) / 2 - 0.5, below = std::floor(middle);
-    return {{held(int(below)), 1 - (middle - below)}, {held(int(below) + 1), middle - below}};
+    return {{clamped(int(below)), 1 - (middle - below)}, {clamped(int(below) + 1), middle - below}};
   }
   std::vector<Share> shares;
   for (int i = int(std::floor(from)); i < int(std::ceil(to)); ++i) {
-    shares.push_back({held(i), (std::min(to, i + 1.0) - std::max(from, double(i))) / (to - from)});
+    shares.push_back({clamped(i), (std::min(to, i + 1.0) - std::max(from, double(i))) / (to - from)});
   }
   return shares;
 }

@@ -50,11 +50,13 @@ void checkRequired(const ConstraintSolver& solver, const std::vector<Known>& rul
       sum += term.coefficient * solver.value(term.variable);
       size += std::abs(term.coefficient * solver.value(term.variable));
     }
-    const double most = 1e-4 * size;
+    const double tolerance = 1e-4 * size;
     switch (known.rule.relation) {
-      case ConstraintSolver::Relation::AtMost: require(sum <= most, "a required upper bound does not hold"); break;
-      case ConstraintSolver::Relation::Equal: require(std::abs(sum) <= most, "a required equation does not hold"); break;
-      case ConstraintSolver::Relation::AtLeast: require(sum >= -most, "a required lower bound does not hold"); break;
+      case ConstraintSolver::Relation::AtMost: require(sum <= tolerance, "a required upper bound does not hold"); break;
+      case ConstraintSolver::Relation::Equal:
+        require(std::abs(sum) <= tolerance, "a required equation does not hold");
+        break;
+      case ConstraintSolver::Relation::AtLeast: require(sum >= -tolerance, "a required lower bound does not hold"); break;
     }
   }
 }

@@ -156,8 +156,9 @@ void operate(RasterCanvas& canvas, FuzzInput& in) {
 void checkPixels(const Bitmap& bitmap) {
   for (int y = 0; y < bitmap.height(); ++y) {
     for (int x = 0; x < bitmap.width(); ++x) {
-      const std::uint32_t p = bitmap.pixel(x, y), most = (p >> 24) + 1;
-      if ((p >> 16 & 255) > most || (p >> 8 & 255) > most || (p & 255) > most) fail("a color exceeds its alpha", x, y, p);
+      const std::uint32_t p = bitmap.pixel(x, y), maxChannel = (p >> 24) + 1;
+      if ((p >> 16 & 255) > maxChannel || (p >> 8 & 255) > maxChannel || (p & 255) > maxChannel)
+        fail("a color exceeds its alpha", x, y, p);
     }
   }
 }

@@ -44,7 +44,7 @@ void say(const char* text) {
   if (write(2, text, std::strlen(text)) < 0) _exit(2);
 }
 
-void tellInput(int signal) {
+void reportInput(int signal) {
   say("replay: failed at ");
   say(current);
   say("\n");
@@ -147,8 +147,8 @@ int main(int argc, char** argv) {
   std::vector<Bytes> inputs;
   for (const std::filesystem::path& path : paths) inputs.push_back(contentOf(path));
   std::signal(SIGPROF, stopForTime);
-  std::signal(SIGABRT, tellInput);
-  std::signal(SIGSEGV, tellInput);
+  std::signal(SIGABRT, reportInput);
+  std::signal(SIGSEGV, reportInput);
   for (std::size_t i = 0; i < inputs.size(); ++i) runForms(paths[i].string(), inputs[i], inputs, changes);
   std::printf("%zu files, each in %d forms\n", inputs.size(), changes + 9);
 }

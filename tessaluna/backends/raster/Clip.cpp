@@ -12,7 +12,7 @@ float shared(double low, double high, double otherLow, double otherHigh) {
 class MaskWriter {
  public:
   explicit MaskWriter(ClipMask& mask) : mask_(mask) {}
-  void even(int x, int y, int count, float winding) {
+  void uniform(int x, int y, int count, float winding) {
     std::fill_n(mask_.row(y) + (x - mask_.box.left), count, coverageOf(winding));
   }
   void varied(int x, int y, int count, const float* windings) {
@@ -29,7 +29,7 @@ std::shared_ptr<ClipMask> ClipMaskPool::take(const PixelRect& box) {
   const auto isFree = [](const std::shared_ptr<ClipMask>& mask) { return mask.use_count() == 1; };
   // What only a deeper nest of clips needed is given back in time.
   std::erase_if(masks_,
-                [&](const std::shared_ptr<ClipMask>& mask) { return isFree(mask) && ++mask->passedBy > mostPassedBy; });
+                [&](const std::shared_ptr<ClipMask>& mask) { return isFree(mask) && ++mask->passedBy > maxPassedBy; });
   auto found = std::find_if(masks_.begin(), masks_.end(), isFree);
   if (found == masks_.end()) {
     masks_.push_back(std::make_shared<ClipMask>());

@@ -26,7 +26,7 @@ class ClipMaskPool {
   std::shared_ptr<ClipMask> take(const PixelRect& box);
 
  private:
-  static constexpr int mostPassedBy = 1000;
+  static constexpr int maxPassedBy = 1000;
   std::vector<std::shared_ptr<ClipMask>> masks_;
 };
 

@@ -22,7 +22,7 @@ class ColorPainter {
     inks_ = {halves(part(0, 0xff00) | part(2, 0xff00) << 16), halves(part(1, 0xff00) | part(3, 0xff00) << 16)};
   }
 
-  void even(int x, int y, int count, float winding) {
+  void uniform(int x, int y, int count, float winding) {
     std::uint32_t* pixels = bitmap_.row(y) + x;
     const float coverage = coverageOf(winding);
     if (isOpaque_ && coverage > fullCoverage) return fillPixels(pixels, count, pixel_);
@@ -31,10 +31,10 @@ class ColorPainter {
     forEachFour(pixels, count,
                 [inks, kept](std::uint32_t* four, int) { storeFour(over(loadFour(four), inks, kept), four); });
   }
-  void evenRows(const PixelRect& box, float winding) {
+  void uniformRows(const PixelRect& box, float winding) {
     const bool isWhole = isOpaque_ && coverageOf(winding) > fullCoverage;
     if (isWhole && box.width() < longRun) return fillRows(box);
-    for (int y = box.top; y < box.bottom; ++y) even(box.left, y, box.width(), winding);
+    for (int y = box.top; y < box.bottom; ++y) uniform(box.left, y, box.width(), winding);
   }
 
   void varied(int x, int y, int count, const float* windings) { paintRun<Kind::Edge>(x, y, count, windings); }

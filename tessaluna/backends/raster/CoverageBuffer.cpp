@@ -548,7 +548,7 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
   touchBlocks(row);
   float* values = rowValues(row);
   const Float4 zero{};
-  Float4 before{}, least{}, most{};
+  Float4 before{}, lowest{}, highest{};
   forEachRun(row, [&](int block, int count) {
     float* const end = values + (block + count) * blockSize;
     for (float* four = values + block * blockSize; four < end; four += 4) {
@@ -558,12 +558,12 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
       v += __builtin_shufflevector(zero, v, 0, 1, 4, 5);
       v += before;
       before = __builtin_shufflevector(v, v, 3, 3, 3, 3);
-      least = smaller(least, v);
-      most = larger(most, v);
+      lowest = smaller(lowest, v);
+      highest = larger(highest, v);
       std::memcpy(four, &v, sizeof v);
     }
   });
-  return {least, most};
+  return {lowest, highest};
 }
 
 }  // namespace tessaluna::backend::raster

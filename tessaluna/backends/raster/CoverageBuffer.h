@@ -67,7 +67,7 @@ class CoverageBuffer {
   static constexpr int blockSize = 4;
   // What sums of a row and the row before it have shown.
   struct Range {
-    Float4 least{}, most{};
+    Float4 lowest{}, highest{};
     bool showsOverlap(const Range& before) const;
   };
   // The chain that is being added: in the row that it has come to, whose marks of its direction these are, it goes over these
@@ -164,8 +164,8 @@ class CoverageBuffer {
   }
   template <class Sink>
   void sendRepeat(const Repeat& rows, Sink& sink);
-  template <Touched after, class Even, class Varied>
-  void forEachPart(int row, Even even, Varied varied);
+  template <Touched after, class Uniform, class Varied>
+  void forEachPart(int row, Uniform uniform, Varied varied);
 
   float* rowValues(int row) { return values_.data() + std::size_t(row) * std::size_t(stride_); }
   std::uint64_t* rowMarks(int row) { return marks_.data() + std::size_t(row) * std::size_t(4 * words_); }
@@ -205,7 +205,7 @@ class CoverageBuffer {
 };
 
 inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
-  const Float4 low = smaller(least, before.least), high = larger(most, before.most);
+  const Float4 low = smaller(lowest, before.lowest), high = larger(highest, before.highest);
   const Float4 one = splat(1 + leastCoverage), none = splat(leastCoverage);
   return isAnySet((high > one) | (low < -one)) || (isAnySet(high > none) && isAnySet(low < -none));
 }
@@ -264,25 +264,25 @@ inline void CoverageBuffer::forEachRun(int row, Function run) {
   }
 }
 
-// Calls even(x, count, winding) and varied(x, count, windings) for the runs of a row, whose sums are known.
-template <CoverageBuffer::Touched after, class Even, class Varied>
-inline void CoverageBuffer::forEachPart(int row, Even even, Varied varied) {
+// Calls uniform(x, count, winding) and varied(x, count, windings) for the runs of a row, whose sums are known.
+template <CoverageBuffer::Touched after, class Uniform, class Varied>
+inline void CoverageBuffer::forEachPart(int row, Uniform uniform, Varied varied) {
   const int width = box_.width();
   float* const values = rowValues(row);
   int done = 0;       // pixels that the sink has
   float winding = 0;  // of the last of them
-  const auto sendEven = [&](int end) {
-    if (done < end && std::abs(winding) > leastCoverage) even(done, end - done, winding);
+  const auto sendUniform = [&](int end) {
+    if (done < end && std::abs(winding) > leastCoverage) uniform(done, end - done, winding);
   };
   forEachRun<after>(row, [&](int block, int count) {
     const int x = block * blockSize;
-    sendEven(std::min(x, width));
+    sendUniform(std::min(x, width));
     if (x < width) varied(x, std::min(count * blockSize, width - x), values + x);
     done = x + count * blockSize;
     winding = values[done - 1];
     if constexpr (after == Touched::Clear) clearBlocks(values + x, count);
   });
-  sendEven(width);
+  sendUniform(width);
   if constexpr (after == Touched::Clear) std::fill_n(rowMarks(row) + words_, 3 * words_, std::uint64_t(0));
 }
 
@@ -290,7 +290,7 @@ template <class Sink>
 void CoverageBuffer::sendRow(int row, Sink& sink) {
   const int left = sinkLeft_, y = sinkTop_ + row;
   forEachPart<Touched::Clear>(
-      row, [&](int x, int count, float winding) { sink.even(left + x, y, count, winding); },
+      row, [&](int x, int count, float winding) { sink.uniform(left + x, y, count, winding); },
       [&](int x, int count, const float* windings) { sink.varied(left + x, y, count, windings); });
 }
 
@@ -301,7 +301,7 @@ void CoverageBuffer::sendRepeat(const Repeat& rows, Sink& sink) {
     forEachPart<Touched::Clear>(
         rows.first,
         [&](int x, int count, float winding) {
-          sink.evenRows({left + x, top, left + x + count, bottom}, winding);
+          sink.uniformRows({left + x, top, left + x + count, bottom}, winding);
         },
         [&](int x, int count, const float* windings) {
           sink.variedRows({left + x, top, left + x + count, bottom}, windings);
@@ -309,11 +309,11 @@ void CoverageBuffer::sendRepeat(const Repeat& rows, Sink& sink) {
   } else {
     for (int y = top; y + 1 < bottom; ++y) {
       forEachPart<Touched::Keep>(
-          rows.first, [&](int x, int count, float winding) { sink.even(left + x, y, count, winding); },
+          rows.first, [&](int x, int count, float winding) { sink.uniform(left + x, y, count, winding); },
           [&](int x, int count, const float* windings) { sink.varied(left + x, y, count, windings); });
     }
     forEachPart<Touched::Clear>(
-        rows.first, [&](int x, int count, float winding) { sink.even(left + x, bottom - 1, count, winding); },
+        rows.first, [&](int x, int count, float winding) { sink.uniform(left + x, bottom - 1, count, winding); },
         [&](int x, int count, const float* windings) { sink.varied(left + x, bottom - 1, count, windings); });
   }
 }

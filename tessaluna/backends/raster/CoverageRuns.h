@@ -14,7 +14,7 @@ namespace tessaluna::backend::raster {
 class CoverageRuns {
  public:
   // For a box of no more than this a side.
-  static constexpr int mostSide = 1 << 14;
+  static constexpr int maxSide = 1 << 14;
 
   void begin(const PixelRect& box) {
     box_ = box;
@@ -25,10 +25,10 @@ class CoverageRuns {
   std::size_t bytes() const { return runs_.size() * sizeof(Run) + windings_.size() * sizeof(float); }
 
   // A sink of a coverage buffer.
-  void even(int x, int y, int count, float winding) { evenRows({x, y, x + count, y + 1}, winding); }
+  void uniform(int x, int y, int count, float winding) { uniformRows({x, y, x + count, y + 1}, winding); }
   void varied(int x, int y, int count, const float* windings) { variedRows({x, y, x + count, y + 1}, windings); }
-  void evenRows(const PixelRect& box, float winding) {
-    add(box, Kind::Even);
+  void uniformRows(const PixelRect& box, float winding) {
+    add(box, Kind::Uniform);
     windings_.push_back(winding);
   }
   void variedRows(const PixelRect& box, const float* windings) {
@@ -38,13 +38,13 @@ class CoverageRuns {
 
   // The same coverage, so many pixels away.
   template <class Sink>
-  void tell(Sink& sink, PixelOffset away) const {
+  void sendTo(Sink& sink, PixelOffset away) const {
     const PixelOffset origin{box_.left + away.x, box_.top + away.y};
     const float* winding = windings_.data();
     for (auto run = runs_.begin(); run < runs_.end();) {
       if constexpr (TakesRows<Sink>) {
         const PixelRect box = PixelRect{run->x, run->y, run->x + run->count, run->y + run->rows}.moved(origin);
-        if (run->kind == Kind::Even) sink.evenRows(box, *winding);
+        if (run->kind == Kind::Uniform) sink.uniformRows(box, *winding);
         else sink.variedRows(box, winding);
         winding += run++->windingCount();
       } else {
@@ -55,7 +55,7 @@ class CoverageRuns {
         for (int y = origin.y + run->y, bottom = y + run->rows; y < bottom; ++y) {
           const float* at = winding;
           for (auto one = run; one < end; ++one) {
-            if (one->kind == Kind::Even) sink.even(origin.x + one->x, y, one->count, *at);
+            if (one->kind == Kind::Uniform) sink.uniform(origin.x + one->x, y, one->count, *at);
             else sink.varied(origin.x + one->x, y, one->count, at);
             at += one->windingCount();
           }
@@ -67,11 +67,11 @@ class CoverageRuns {
   }
 
  private:
-  enum class Kind : std::uint16_t { Even, Varied };
+  enum class Kind : std::uint16_t { Uniform, Varied };
   struct Run {
     std::uint16_t x, y, count, rows;  // from the box's upper left corner
     Kind kind;
-    int windingCount() const { return kind == Kind::Even ? 1 : count; }
+    int windingCount() const { return kind == Kind::Uniform ? 1 : count; }
   };
   void add(const PixelRect& box, Kind kind) {
     runs_.push_back({std::uint16_t(box.left - box_.left), std::uint16_t(box.top - box_.top), std::uint16_t(box.width()),
@@ -79,7 +79,7 @@ class CoverageRuns {
   }
   PixelRect box_;
   std::vector<Run> runs_;
-  std::vector<float> windings_;  // one of an even run, else one of each pixel
+  std::vector<float> windings_;  // one of a uniform run, else one of each pixel
 };
 
 }  // namespace tessaluna::backend::raster

@@ -1,5 +1,5 @@
 // Who receives the coverage of a shape, row by row from the top:
-//   sink.even(x, y, count, winding)     a run of pixels with one winding, none where it is 0
+//   sink.uniform(x, y, count, winding)  a run of pixels with one winding, none where it is 0
 //   sink.varied(x, y, count, windings)  a run of single ones, some of which may be 0
 // A pixel's coverage is the winding's amount, at most 1.
 #pragma once
@@ -12,7 +12,7 @@ namespace tessaluna::backend::raster {
 // of one of them.
 template <class Sink>
 concept TakesRows = requires(Sink& sink, const PixelRect& box, const float* windings) {
-  sink.evenRows(box, 1.0f);
+  sink.uniformRows(box, 1.0f);
   sink.variedRows(box, windings);
 };
 

@@ -60,12 +60,13 @@ class Flattener {
   }
 
  private:
-  static constexpr int mostSteps = 64;  // chords of a piece: a curve of more is split, and gets fewer out of sight
+  static constexpr int maxSteps = 64;  // chords of a piece: a curve of more is split, and gets fewer out of sight
   static constexpr int deepestSplit = 48;
   // Of one curve, and of a path. A curve that is seen as a part of a huge one needs two for each level; only where almost
   // all of a huge one counts, as for a pen of that size, are there more, and then a coarse one does.
-  static constexpr int mostSplitsOfCurve = 256, mostSplits = 8192;
-  static constexpr float mostWithLength = mostSteps * 64;  // chords of a curve whose length is kept: splits for as many do
+  static constexpr int maxSplitsOfCurve = 256, maxSplits = 8192;
+  static constexpr float maxStepsWithLength =
+      maxSteps * 64;  // chords of a curve whose length is kept: splits for as many do
 
   void move(CGPoint to) {
     hasStart_ = isUsable(to);
@@ -97,13 +98,13 @@ class Flattener {
     current_ = p3;
     const auto direction = [](CGPoint a, CGPoint b) { return CGPoint{b.x - a.x, b.y - a.y}; };
     // Controls that lie on an end say nothing of the direction there; the next one does.
-    splitsLeftOfCurve_ = mostSplitsOfCurve;
+    splitsLeftOfCurve_ = maxSplitsOfCurve;
     sink_.leave(direction(p0, p1 != p0 ? p1 : p2 != p0 ? p2 : p3));
     // Nearly all curves are in the picture and need no splitting: the short way is open to the compiler.
     const bool isNeeded = settings_.keepsLengths || isVisible(p0);
-    const float wanted = isNeeded ? wantedChords(p0, p1, p2, p3) : mostSteps + 1;
-    leavesOut_ = !settings_.keepsLengths || !(wanted < mostWithLength);
-    if (wanted < mostSteps) step(p0, p1, p2, p3, int(wanted) + 1, Corner::Sharp);
+    const float wanted = isNeeded ? wantedChords(p0, p1, p2, p3) : maxSteps + 1;
+    leavesOut_ = !settings_.keepsLengths || !(wanted < maxStepsWithLength);
+    if (wanted < maxSteps) step(p0, p1, p2, p3, int(wanted) + 1, Corner::Sharp);
     else split(p0, p1, p2, p3, Corner::Sharp, 0);
     sink_.arrive(direction(p2 != p3 ? p2 : p1 != p3 ? p1 : p0, p3));
   }
@@ -154,7 +155,7 @@ class Flattener {
   void split(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, Corner end, int depth) {
     if (leavesOut_ && !isVisible(p0) && !isVisible(p3) && isBeside(p0, p1, p2, p3)) return sink_.lineTo(p3, end);
     const float wanted = wantedChords(p0, p1, p2, p3);
-    if (!(wanted <= mostSteps) && depth < deepestSplit && splitsLeftOfCurve_ > 0 && splitsLeft_ > 0) {
+    if (!(wanted <= maxSteps) && depth < deepestSplit && splitsLeftOfCurve_ > 0 && splitsLeft_ > 0) {
       --splitsLeftOfCurve_;
       --splitsLeft_;
       const auto middle = [](CGPoint a, CGPoint b) { return CGPoint{(a.x + b.x) * 0.5, (a.y + b.y) * 0.5}; };
@@ -164,7 +165,7 @@ class Flattener {
       split(half, p123, p23, p3, end, depth + 1);
       return;
     }
-    step(p0, p1, p2, p3, wanted < mostSteps ? int(wanted) + 1 : mostSteps, end);
+    step(p0, p1, p2, p3, wanted < maxSteps ? int(wanted) + 1 : maxSteps, end);
   }
 
   // Chords between evenly spaced parameters. A chord of step h lies h^2/12 |B''| inside its curve on average;
@@ -201,7 +202,7 @@ class Flattener {
   CGPoint start_, current_;
   bool hasStart_ = false, isOpen_ = false;
   bool leavesOut_ = true;  // of a curve, what lies beside the visible rectangle
-  int splitsLeftOfCurve_ = 0, splitsLeft_ = mostSplits;
+  int splitsLeftOfCurve_ = 0, splitsLeft_ = maxSplits;
 };
 
 }  // namespace tessaluna::backend::raster

@@ -18,7 +18,7 @@ const GlyphMask* GlyphCache::find(const GlyphPlace& place) const {
 
 const GlyphMask& GlyphCache::keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, GlyphMask mask) {
   const std::size_t size = sizeof(Kept) + mask.coverage.size();
-  if (bytes_ + size > mostBytes) {
+  if (bytes_ + size > maxBytes) {
     kept_.clear();
     bytes_ = 0;
   }

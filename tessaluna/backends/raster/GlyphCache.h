@@ -28,7 +28,7 @@ struct GlyphPlace {
 class GlyphCache {
  public:
   // Larger glyphs, in pixels a point size's worth, are as well filled as outlines.
-  static constexpr int mostMaskSide = 96;
+  static constexpr int maxMaskSide = 96;
 
   // Null if it has not been kept.
   const GlyphMask* find(const GlyphPlace& place) const;
@@ -36,7 +36,7 @@ class GlyphCache {
   const GlyphMask& keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, GlyphMask mask);
 
  private:
-  static constexpr std::size_t mostBytes = std::size_t{4} << 20;
+  static constexpr std::size_t maxBytes = std::size_t{4} << 20;
 
   struct Hash {
     std::size_t operator()(const GlyphPlace& place) const;

@@ -251,10 +251,10 @@ inline void ImageSampler::averageDown(const RowsToAverage& rows, int x) {
   const auto addTo = [](FourInks& sum, const FourInks& inks) { sum = {sum.even + inks.even, sum.odd + inks.odd}; };
   for (int i = 0; i < fours; ++i) addTo(sums[i], lessened(inksOf(fourAt(i)), rows.weightOfFirst));
 
-  constexpr int mostOfSum = 257;  // rows, of bytes
-  for (int left = rows.count - 2; left > 0; left -= mostOfSum) {
+  constexpr int maxRowsOfSum = 257;  // of bytes
+  for (int left = rows.count - 2; left > 0; left -= maxRowsOfSum) {
     FourInks bytes[fours] = {};
-    for (int row = std::min(left, mostOfSum); row > 0; --row) {
+    for (int row = std::min(left, maxRowsOfSum); row > 0; --row) {
       pixels += step;
       for (int i = 0; i < fours; ++i) {
         const Short8 four = fourAt(i);

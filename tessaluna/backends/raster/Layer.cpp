@@ -6,7 +6,7 @@ namespace tessaluna::backend::raster {
 
 template <class Value>
 bool LayerOf<Value>::include(const PixelRect& box) {
-  PixelRect wanted = box.intersected(most_);
+  PixelRect wanted = box.intersected(maxBox_);
   if (wanted.isEmpty() || content_.contains(wanted)) return true;
   const PixelRect before = content_;
   if (!before.isEmpty()) {
@@ -18,7 +18,7 @@ bool LayerOf<Value>::include(const PixelRect& box) {
     if (wanted.right > before.right) wanted.right += spareX;
     if (wanted.top < before.top) wanted.top -= spareY;
     if (wanted.bottom > before.bottom) wanted.bottom += spareY;
-    wanted = wanted.intersected(most_);
+    wanted = wanted.intersected(maxBox_);
   }
   const std::size_t oldWidth = std::size_t(before.width()), newWidth = std::size_t(wanted.width());
   const std::size_t newCount = newWidth * std::size_t(wanted.height());

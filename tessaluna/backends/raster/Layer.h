@@ -11,10 +11,10 @@ namespace tessaluna::backend::raster {
 template <class Value>
 class LayerOf {
  public:
-  // Starts empty; nothing will be painted outside `most`. Its pixels are taken from those that layers may still have, and
+  // Starts empty; nothing will be painted outside `maxBox`. Its pixels are taken from those that layers may still have, and
   // given back at its end.
-  void begin(const PixelRect& most, std::size_t& pixelsLeft) {
-    most_ = most;
+  void begin(const PixelRect& maxBox, std::size_t& pixelsLeft) {
+    maxBox_ = maxBox;
     content_ = {};
     pixelsLeft_ = &pixelsLeft;
   }
@@ -22,7 +22,7 @@ class LayerOf {
   // Makes pixels of the part of `box` that is within the layer. False when memory is short.
   bool include(const PixelRect& box);
 
-  const PixelRect& most() const { return most_; }
+  const PixelRect& maxBox() const { return maxBox_; }
   const PixelRect& content() const { return content_; }  // outside it everything is transparent
   Value* pixel(int x, int y) {
     return memory_.data() + std::size_t(y - content_.top) * std::size_t(content_.width()) + (x - content_.left);
@@ -32,7 +32,7 @@ class LayerOf {
  private:
   static std::size_t countOf(const PixelRect& box) { return std::size_t(box.width()) * std::size_t(box.height()); }
 
-  PixelRect most_, content_;
+  PixelRect maxBox_, content_;
   std::size_t* pixelsLeft_ = nullptr;
   WorkBuffer<Value> memory_;
 };

@@ -25,7 +25,7 @@ Painter::Painter(const Painting& painting, const PixelRect& shapeBox, Memory& me
   right_ = box_.left;
   if (!surface.bitmap || painting.mode != BlendMode::Normal) return;
   const Source& source = painting.source;
-  if (source.isEven()) color_.emplace(*surface.bitmap, source.color);
+  if (source.isUniform()) color_.emplace(*surface.bitmap, source.color);
   else if (source.rows) rows_.emplace(*surface.bitmap, *source.rows, source.alpha, memory.inks);
 }
 
@@ -33,7 +33,7 @@ void Painter::goToRow(int y) {
   for (; row_ < y; ++row_) paintRow();
 }
 
-void Painter::even(int x, int y, int count, float winding) {
+void Painter::uniform(int x, int y, int count, float winding) {
   goToRow(y);
   std::fill_n(coverage_ + (x - box_.left), count, coverageOf(winding));
   left_ = std::min(left_, x);

@@ -32,7 +32,7 @@ struct Source {
   const Layer* layer = nullptr;
   float alpha = 1;  // the state's, unless it is one color
 
-  bool isEven() const { return !rows && !layer; }
+  bool isUniform() const { return !rows && !layer; }
 };
 
 struct Painting {
@@ -58,7 +58,7 @@ class Painter {
   // Where coverage matters; empty when nothing will be painted.
   const PixelRect& box() const { return box_; }
 
-  void even(int x, int y, int count, float winding);
+  void uniform(int x, int y, int count, float winding);
   void varied(int x, int y, int count, const float* windings);
   // Must be called once, after the last row.
   void finish();

@@ -16,7 +16,7 @@ constexpr int farthestCast = 512;
 // What open layers may hold together: so many times the bitmap's pixels, and some more for small ones.
 constexpr std::size_t layersPerBitmap = 8, leastLayerPixels = std::size_t(8) << 20;
 // Deeper nests of layers do not keep their memory, and others not forever.
-constexpr std::size_t mostLayersKept = 8;
+constexpr std::size_t maxLayersKept = 8;
 constexpr int nestsBetweenChecks = 1024;
 
 // The rectangle in device pixels, when the transform keeps it upright.
@@ -54,7 +54,7 @@ std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform&
 class PlaneWriter {
  public:
   explicit PlaneWriter(Plane& plane) : plane_(plane) {}
-  void even(int x, int y, int count, float winding) {
+  void uniform(int x, int y, int count, float winding) {
     std::fill_n(plane_.row(y) + (x - plane_.box.left), count, coverageOf(winding));
   }
   void varied(int x, int y, int count, const float* windings) {
@@ -181,8 +181,8 @@ void RasterCanvas::Pipeline::fillRect(const DeviceRect& rect, const Source& sour
     const int partFrom = std::max(from, part.left), partTo = std::min(to, part.right);
     constexpr bool takesRows = TakesRows<std::remove_reference_t<decltype(painter)>>;
     const auto fillBox = [&](const PixelRect& filled, float winding) {
-      if constexpr (takesRows) painter.evenRows(filled, winding);
-      else painter.even(filled.left, filled.top, filled.width(), winding);
+      if constexpr (takesRows) painter.uniformRows(filled, winding);
+      else painter.uniform(filled.left, filled.top, filled.width(), winding);
     };
     for (int top = part.top, bottom; top < part.bottom; top = bottom) {
       // Only the first and the last row may be cut.
@@ -223,7 +223,7 @@ bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffine
 void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& source,
                                           const std::optional<CastShadow>& shadow) {
   // What a layer keeps and what a shadow falls from must be polygons.
-  const bool mayBeKnown = !shadow && openLayers_ == 0 && outline.path.points().size() <= ShapeCache::mostPoints &&
+  const bool mayBeKnown = !shadow && openLayers_ == 0 && outline.path.points().size() <= ShapeCache::maxPoints &&
                           PixelPlacement::isPossible(state_.toDevice);
   if (mayBeKnown) return paintKnownOutline(outline, source);
   makePolygons(outline, state_.toDevice, neededBox(shadow));
@@ -238,7 +238,7 @@ void RasterCanvas::Pipeline::paintKnownOutline(const Outline& outline, const Sou
   const ShapeCache::Sight sight = shapes_.look(key, clip);
   const auto paintKept = [&](const CoverageRuns& coverage) {
     paint(source, coverage.box().moved(place.moved),
-          [&](auto& painter, const PixelRect&) { coverage.tell(painter, place.moved); });
+          [&](auto& painter, const PixelRect&) { coverage.sendTo(painter, place.moved); });
   };
   if (sight.kept) return paintKept(sight.kept->coverage);
 
@@ -246,7 +246,7 @@ void RasterCanvas::Pipeline::paintKnownOutline(const Outline& outline, const Sou
   CoverageBuffer::Shape shape{.polygons = polygons_, .rule = outline.rule, .isStroke = outline.pen != nullptr};
   const PixelRect whole = polygons_.bounds().roundedOut(), box = whole.intersected(clip);
   shape.liesInBox = whole == box;
-  const bool hasRoom = !box.isEmpty() && box.width() <= CoverageRuns::mostSide && box.height() <= CoverageRuns::mostSide;
+  const bool hasRoom = !box.isEmpty() && box.width() <= CoverageRuns::maxSide && box.height() <= CoverageRuns::maxSide;
   if (sight.isSecond && hasRoom) {
     shape_.coverage.begin(box);
     shape_.isWhole = hasAllPoints && shape.liesInBox;
@@ -311,9 +311,9 @@ bool RasterCanvas::Pipeline::keepAsShape(const CoverageBuffer::Shape& shape, con
                                          const std::optional<CastShadow>& shadow) {
   if (openLayers_ == 0) return false;
   OpenLayer& layer = openLayer();
-  const bool isAlone = layer.content == OpenLayer::Content::Nothing && !shadow && source.isEven() &&
+  const bool isAlone = layer.content == OpenLayer::Content::Nothing && !shadow && source.isUniform() &&
                        state_.blendMode == BlendMode::Normal && state_.clip.isPlain() &&
-                       state_.clip.box == layer.pixels.most().united(layer.casting.most());
+                       state_.clip.box == layer.pixels.maxBox().united(layer.casting.maxBox());
   if (!isAlone) return false;
   layer.content = OpenLayer::Content::Shape;
   layer.rule = shape.rule;
@@ -328,7 +328,7 @@ void RasterCanvas::Pipeline::paintKeptShape() {
   if (layer.content != OpenLayer::Content::Shape) return;
   layer.content = OpenLayer::Content::Nothing;
   State now = state_;
-  state_.clip = {.box = layer.pixels.most().united(layer.casting.most())};
+  state_.clip = {.box = layer.pixels.maxBox().united(layer.casting.maxBox())};
   state_.blendMode = BlendMode::Normal;
   const CoverageBuffer::Shape shape{.polygons = layer.shape, .rule = layer.rule};
   const PixelRect box = layer.shape.bounds().roundedOut().intersected(state_.clip.box);
@@ -340,7 +340,7 @@ void RasterCanvas::Pipeline::paintKeptShape() {
 // True for one color in a layer that holds no other.
 bool RasterCanvas::Pipeline::takesAsTint(OpenLayer& layer, const Source& source) {
   const bool isNew = layer.content == OpenLayer::Content::Nothing;
-  if (!source.isEven() || !layer.casting.most().isEmpty() || !(isNew || layer.content == OpenLayer::Content::Tint))
+  if (!source.isUniform() || !layer.casting.maxBox().isEmpty() || !(isNew || layer.content == OpenLayer::Content::Tint))
     return false;
   const float alpha = source.color[3];
   if (isNew) layer.tintColor = alpha > 0 ? source.color * splat(1 / alpha) : Float4{0, 0, 0, 1};
@@ -435,11 +435,11 @@ void RasterCanvas::Pipeline::composite(OpenLayer& layer, bool showsEmptyParts) {
     if (!shadow) return paintTint(layer, alpha);
     turnIntoPixels(layer);
   }
-  if (shadow) paintShadowOfLayer(layer.casting.most().isEmpty() ? layer.pixels : layer.casting, *shadow);
+  if (shadow) paintShadowOfLayer(layer.casting.maxBox().isEmpty() ? layer.pixels : layer.casting, *shadow);
   const PixelRect& clip = state_.clip.box;
   const PixelRect box = showsEmptyParts ? clip : layer.pixels.content().intersected(clip);
   paint({.layer = &layer.pixels, .alpha = alpha}, box, [](auto& painter, const PixelRect& part) {
-    for (int y = part.top; y < part.bottom; ++y) painter.even(part.left, y, part.width(), 1);
+    for (int y = part.top; y < part.bottom; ++y) painter.uniform(part.left, y, part.width(), 1);
   });
 }
 
@@ -454,7 +454,7 @@ void RasterCanvas::Pipeline::paintTint(const OpenLayer& layer, float alpha) {
 
 // Behind a layer: those deep in a nest go as they end, others when they have not been used for long.
 void RasterCanvas::Pipeline::giveBackLayers() {
-  if (openLayers_ >= mostLayersKept) layers_.resize(openLayers_);
+  if (openLayers_ >= maxLayersKept) layers_.resize(openLayers_);
   if (openLayers_ > 0 || ++nests_ < nestsBetweenChecks) return;
   layers_.resize(std::min(layers_.size(), deepestNest_));
   nests_ = 0;

@@ -129,7 +129,7 @@ template <class Cover>
 void RasterCanvas::Pipeline::paint(const Source& source, const PixelRect& box, Cover cover) {
   if (paintsPlainly(source)) {
     if (box.isEmpty()) return;
-    if (source.isEven()) {
+    if (source.isUniform()) {
       ColorPainter painter(*bitmap_, source.color);
       return cover(painter, box);
     }
@@ -143,7 +143,7 @@ void RasterCanvas::Pipeline::paint(const Source& source, const PixelRect& box, C
   if (takesAsTint(layer, source)) return paintOn({.tint = &layer.tint}, source, box, cover);
   turnIntoPixels(layer);
   for (Layer* part : {&layer.pixels, &layer.casting}) {
-    if (!part->most().isEmpty()) paintOn({.layer = part}, source, box.intersected(part->most()), cover);
+    if (!part->maxBox().isEmpty()) paintOn({.layer = part}, source, box.intersected(part->maxBox()), cover);
   }
 }
 

@@ -7,7 +7,7 @@ namespace {
 class MaskWriter {
  public:
   explicit MaskWriter(GlyphMask& mask) : mask_(mask) {}
-  void even(int x, int y, int count, float winding) { std::fill_n(at(x, y), count, byteOf(winding)); }
+  void uniform(int x, int y, int count, float winding) { std::fill_n(at(x, y), count, byteOf(winding)); }
   void varied(int x, int y, int count, const float* windings) {
     std::transform(windings, windings + count, at(x, y), byteOf);
   }
@@ -89,7 +89,7 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
     paint(source, inClip, [&](auto& painter, const PixelRect& painted) {
       for (int y = painted.top; y < painted.bottom; ++y) {
         const std::uint8_t* coverage = mask->coverage.data() + std::size_t(y - box.top) * std::size_t(box.width());
-        float windings[GlyphCache::mostMaskSide];
+        float windings[GlyphCache::maxMaskSide];
         std::transform(coverage + (painted.left - box.left), coverage + (painted.right - box.left), windings,
                        [](std::uint8_t value) { return float(value) * (1.0f / 255); });
         painter.varied(painted.left, y, painted.width(), windings);
@@ -103,14 +103,14 @@ const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const s
   if (const GlyphMask* kept = glyphs_.find(place)) return kept;
   const Path outline = typeface->outline(place.glyph);
   const CGAffineTransform toPixels{place.scale, 0, 0, -place.scale, place.quarter * 0.25, 0};
-  const double most = GlyphCache::mostMaskSide;
-  const DeviceRect around{-most, -most, most, most};
+  const double side = GlyphCache::maxMaskSide;
+  const DeviceRect around{-side, -side, side, side};
   polygons_.clear();
   flatten(outline, toPixels, around);
   GlyphMask mask;
   mask.box = polygons_.bounds().roundedOut();
   if (!mask.box.isEmpty()) {
-    if (mask.box.width() > GlyphCache::mostMaskSide || mask.box.height() > GlyphCache::mostMaskSide) return nullptr;
+    if (mask.box.width() > GlyphCache::maxMaskSide || mask.box.height() > GlyphCache::maxMaskSide) return nullptr;
     mask.coverage.assign(std::size_t(mask.box.width()) * std::size_t(mask.box.height()), 0);
     MaskWriter writer(mask);
     coverage_.sweep({.polygons = polygons_}, mask.box, writer);

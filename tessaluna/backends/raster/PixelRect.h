@@ -67,8 +67,8 @@ struct DeviceRect {
   // them stay within an int.
   PixelRect roundedOut() const {
     if (isEmpty()) return {};
-    const auto hold = [](double v) { return int(std::clamp(v, -1e8, 1e8)); };
-    return {hold(std::floor(left)), hold(std::floor(top)), hold(std::ceil(right)), hold(std::ceil(bottom))};
+    const auto clamped = [](double v) { return int(std::clamp(v, -1e8, 1e8)); };
+    return {clamped(std::floor(left)), clamped(std::floor(top)), clamped(std::ceil(right)), clamped(std::ceil(bottom))};
   }
 };
 

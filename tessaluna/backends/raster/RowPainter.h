@@ -14,7 +14,7 @@ class RowPainter {
   RowPainter(Bitmap& bitmap, RowSource& source, float alpha, InkRow& row)
       : bitmap_(bitmap), source_(source), row_(row), alpha_(alpha), isOpaque_(source.isOpaque() && alpha >= fullCoverage) {}
 
-  void even(int x, int y, int count, float winding) {
+  void uniform(int x, int y, int count, float winding) {
     std::uint32_t* pixels = bitmap_.row(y) + x;
     const float coverage = coverageOf(winding);
     if (isOpaque_ && coverage > fullCoverage) return source_.writePixels(x, y, count, pixels);
@@ -23,10 +23,10 @@ class RowPainter {
     forEachFour(pixels, count, [&](std::uint32_t* four, int index) { paint(four, index, share); });
   }
 
-  void evenRows(const PixelRect& box, float winding) {
+  void uniformRows(const PixelRect& box, float winding) {
     if (isOpaque_ && coverageOf(winding) > fullCoverage)
       return source_.writeRows(box, bitmap_.row(box.top) + box.left, bitmap_.stride());
-    for (int y = box.top; y < box.bottom; ++y) even(box.left, y, box.width(), winding);
+    for (int y = box.top; y < box.bottom; ++y) uniform(box.left, y, box.width(), winding);
   }
   void varied(int x, int y, int count, const float* windings) {
     source_.writeInks(x, y, count, row_);

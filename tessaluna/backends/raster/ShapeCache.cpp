@@ -120,7 +120,7 @@ ShapeCache::Sight ShapeCache::look(const Key& key, const PixelRect& clip) {
 
 ShapeCache::Sight ShapeCache::lookAt(Slot& slot, const Key& key, const PixelRect& clip) {
   slot.lastUsed = now_;
-  const bool hasRoom = !slot.isTooLarge && bytes_ < mostBytes - mostBytesOfShape;
+  const bool hasRoom = !slot.isTooLarge && bytes_ < maxBytes - maxBytesOfShape;
   if (!slot.entry) return {.isSecond = hasRoom};
   Entry& entry = *slot.entry;
   if (!entry.isOf(key)) return {};
@@ -133,7 +133,7 @@ void ShapeCache::keep(const Key& key, const KeptShape& shape) {
   while (slot->hash != key.hash()) ++slot;
   if (slot->entry) bytes_ -= slot->entry->bytes;
   slot->entry = std::make_unique<Entry>(key, shape);
-  slot->isTooLarge = slot->entry->bytes > mostBytesOfShape;
+  slot->isTooLarge = slot->entry->bytes > maxBytesOfShape;
   if (slot->isTooLarge) slot->entry.reset();
   else bytes_ += slot->entry->bytes;
 }

@@ -51,7 +51,7 @@ class ShapeCache {
     std::uint64_t hash_;
   };
   // Paths with more points are not looked for.
-  static constexpr std::size_t mostPoints = 2048;
+  static constexpr std::size_t maxPoints = 2048;
   static constexpr std::uint32_t operationsKept = 20000;
 
   struct Sight {
@@ -66,7 +66,7 @@ class ShapeCache {
 
  private:
   // Together, and of one shape's coverage.
-  static constexpr std::size_t mostBytes = std::size_t{8} << 20, mostBytesOfShape = std::size_t{256} << 10;
+  static constexpr std::size_t maxBytes = std::size_t{8} << 20, maxBytesOfShape = std::size_t{256} << 10;
   // A hash may be in any slot of its set.
   static constexpr std::size_t slotsOfSet = 4, slotCount = 2048;
 

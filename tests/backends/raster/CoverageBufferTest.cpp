@@ -15,7 +15,7 @@ namespace tessaluna::backend::raster::test {
 namespace {
 
 // TrackRowPlaying has the most by far, 6: its lines touch each other where the loudspeaker meets its cone.
-constexpr std::size_t mostSidesPerPoint = 10;
+constexpr std::size_t maxSidesPerPoint = 10;
 
 struct Stroke {
   Path path;
@@ -38,7 +38,7 @@ std::vector<Stroke> strokesOf(const TessalunaUIKit::Routine& routine) {
 }
 
 struct IgnoresCoverage {
-  void even(int, int, int, float) {}
+  void uniform(int, int, int, float) {}
   void varied(int, int, int, const float*) {}
 };
 
@@ -65,7 +65,7 @@ TEST(CoverageBufferTest, StrokesOfTheKitAreSearchedOnlyWhereTheyOverlap) {
     for (const TessalunaUIKit::Routine& routine : TessalunaUIKit::routines()) {
       for (const Stroke& stroke : strokesOf(routine)) {
         const Search search = searchIn(stroke, scale);
-        EXPECT_LE(search.sides, mostSidesPerPoint * search.points) << routine.name << " at " << scale;
+        EXPECT_LE(search.sides, maxSidesPerPoint * search.points) << routine.name << " at " << scale;
         all.points += search.points;
         all.sides += search.sides;
       }

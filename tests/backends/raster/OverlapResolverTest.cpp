@@ -14,7 +14,7 @@ namespace {
 constexpr int side = 20;  // of the box, in pixels
 constexpr DeviceRect box{0, 0, side, side};
 // What may go through the strips of a row, with some for its own first and last strip.
-constexpr std::size_t mostOfARow = 4 * 60000;
+constexpr std::size_t maxPerRow = 4 * 60000;
 
 struct Resolved {
   std::vector<float> coverage = std::vector<float>(std::size_t(side * side));
@@ -48,7 +48,7 @@ Polygons tangle(int triangles) {
 
 TEST(OverlapResolverTest, WorkDoesNotGrowWithTheSidesOfATangle) {
   for (const int triangles : {20000, 60000}) {
-    EXPECT_LE(resolve(tangle(triangles)).work, side * mostOfARow) << triangles << " triangles";
+    EXPECT_LE(resolve(tangle(triangles)).work, side * maxPerRow) << triangles << " triangles";
   }
 }
 
@@ -70,7 +70,7 @@ TEST(OverlapResolverTest, HugePensOverPointsFarAwayTakeBoundedWork) {
     const StrokeStyle pen{.width = 1e7, .cap = LineCap::Round, .join = LineJoin::Round};
     Stroker().stroke(path, pen, {}, box, polygons);
     EXPECT_LE(polygons.pointCount(), std::size_t{2} << 20);
-    EXPECT_LE(resolve(polygons).work, side * mostOfARow);
+    EXPECT_LE(resolve(polygons).work, side * maxPerRow);
   }
 }
 

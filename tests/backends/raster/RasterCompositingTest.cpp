@@ -87,7 +87,7 @@ TEST(RasterColor, ClearColorChangesNothing) {
                .expect = [](ReferencePicture& picture) { begin(picture); }});
 }
 
-TEST(RasterColor, ComponentsBeyondTheirRangeAreHeld) {
+TEST(RasterColor, ComponentsBeyondTheirRangeAreClamped) {
   expectRight({.draw =
                    [](RasterCanvas& canvas) {
                      fill(canvas, disc, {2, -1, NAN, 7});

@@ -34,14 +34,14 @@ struct Share {
 
 // Of the source pixels along one direction for a device pixel that shows this part of them.
 std::vector<Share> sharesOf(double low, double high, double perPixel, int count) {
-  const auto held = [count](int i) { return std::clamp(i, 0, count - 1); };
+  const auto clamped = [count](int i) { return std::clamp(i, 0, count - 1); };
   std::vector<Share> shares;
   if (perPixel <= 1) {
     const double middle = (low + high) / 2 - 0.5, below = std::floor(middle);
-    return {{held(int(below)), 1 - (middle - below)}, {held(int(below) + 1), middle - below}};
+    return {{clamped(int(below)), 1 - (middle - below)}, {clamped(int(below) + 1), middle - below}};
   }
   for (int i = int(std::floor(low)); i < int(std::ceil(high)); ++i) {
-    shares.push_back({held(i), (std::min(high, i + 1.0) - std::max(low, double(i))) / (high - low)});
+    shares.push_back({clamped(i), (std::min(high, i + 1.0) - std::max(low, double(i))) / (high - low)});
   }
   return shares;
 }
@@ -139,7 +139,7 @@ TEST(RasterImage, StretchedOneWayAndShrunkTheOther) {
   expectShown({image, wholeOf(image), {{3, 4}, {32, 30}}});
 }
 
-TEST(RasterImage, OfOnePixelIsEven) {
+TEST(RasterImage, OfOnePixelIsUniform) {
   const ImagePixels image = noise(1, 1, false);
   expectShown({image, wholeOf(image), {{5.3, 6.2}, {27.1, 25.6}}});
 }

@@ -120,9 +120,9 @@ TEST(RasterMemory, LayersDeepInANestAreGivenBackAsTheyEnd) {
       canvas.fillPath(Path::rect({0, 0, 600, 600}), FillRule::NonZero);
     }
   }
-  const std::size_t most = bytesInUse() - before;
+  const std::size_t peak = bytesInUse() - before;
   for (int level = keptLevels; level < levels; ++level) canvas.endTransparencyLayer();
-  EXPECT_LT(bytesInUse() - before, most * 3 / 4);
+  EXPECT_LT(bytesInUse() - before, peak * 3 / 4);
 }
 
 }  // namespace tessaluna::backend::raster::test

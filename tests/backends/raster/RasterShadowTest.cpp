@@ -168,7 +168,7 @@ TEST(RasterShadow, OfAStroke) {
                    }});
 }
 
-TEST(RasterShadow, OfAnOverlapIsEven) {
+TEST(RasterShadow, OfAnOverlapIsUniform) {
   const Shadow shadow{{2, -2}, 2, dark};
   Path two = Path::rect({5.3, 6.3, 15, 14});
   two.append(Path::rect({12.2, 13.1, 18, 15}));

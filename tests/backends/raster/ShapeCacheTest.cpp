@@ -16,7 +16,7 @@ ShapeCache::Key keyOf(const Path& path, const CGAffineTransform& transform = {})
 KeptShape shapeOf(const PixelRect& box, int runs = 1) {
   KeptShape shape;
   shape.coverage.begin(box);
-  for (int i = 0; i < runs; ++i) shape.coverage.even(box.left, box.top, 1, 1);
+  for (int i = 0; i < runs; ++i) shape.coverage.uniform(box.left, box.top, 1, 1);
   return shape;
 }
 
@@ -127,13 +127,13 @@ TEST(ShapeCacheTest, MovesAreTakenApartIntoWholePixelsAndTheRest) {
 TEST(ShapeCacheTest, MemoryIsBoundedAndOfWhatIsNotDrawnAnyMoreGivenBack) {
   ShapeCache cache;
   constexpr int many = 4000, runs = 1000;
-  std::size_t most = 0;
+  std::size_t largest = 0;
   for (int i = 0; i < many; ++i) {
     seeTwice(cache, Path::rect({double(i), 0, 1, 1}), shapeOf({i, 0, i + 1, 1}, runs));
-    most = std::max(most, cache.bytes());
+    largest = std::max(largest, cache.bytes());
   }
-  EXPECT_GT(most, std::size_t{4} << 20);
-  EXPECT_LE(most, std::size_t{8} << 20);
+  EXPECT_GT(largest, std::size_t{4} << 20);
+  EXPECT_LE(largest, std::size_t{8} << 20);
   for (std::uint32_t i = 0; i < ShapeCache::operationsKept + 10000; ++i) cache.look(keyOf(square), clip);
   EXPECT_LT(cache.bytes(), std::size_t{100} << 10);
 }
