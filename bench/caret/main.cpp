@@ -1,5 +1,5 @@
-// A blink of the caret in a text of 10,000 lines, of which a window of 400 by 300 points shows some: what the view asks for and
-// what is then painted. Beside it stands what one redraw of all that shows takes.
+// Measures a blink of the caret in a text of 10,000 lines, some of which are visible in a window of 400 by 300 points: the
+// view's requests and the painting that follows. For comparison, it measures one redraw of everything visible.
 //
 //   bench_caret
 #include <QApplication>

@@ -1,5 +1,5 @@
-// A cover of 6,000 by 6,000 pixels that is enlarged: what the main thread has to do for it, decoded by it or in the background,
-// and what memory twenty such covers and a thousand panels leave behind.
+// Measures how a cover of 6,000 by 6,000 pixels is enlarged: the main thread's work when it decodes the cover itself and
+// when a background thread does, and the memory that twenty such covers and a thousand panels leave in use.
 //
 //   bench_covers
 #include <malloc.h>
@@ -36,7 +36,7 @@ double megabytesOfMemory() {
   return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
-// What the main thread did meanwhile, in milliseconds.
+// The main thread's work meanwhile, in milliseconds.
 struct Work {
   double processor = 0, longestTurn = 0, wall = 0;
 };
@@ -76,7 +76,7 @@ struct Bench {
     const auto children = window->childWindows();
     return children.empty() ? nullptr : std::dynamic_pointer_cast<NSImageView>(children[0]->contentView());
   }
-  // Whether another picture has taken the place of the one that the panel began with.
+  // True if another picture has replaced the one that the panel began with.
   bool showsAnotherThan(const Ref<NSImage>& first) const {
     const Ref<NSImageView> view = enlarged();
     return view && view->pictureToDraw() && view->pictureToDraw() != first && !view->needsDisplay();

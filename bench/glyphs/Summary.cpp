@@ -8,7 +8,7 @@ namespace bench {
 
 namespace {
 
-// Where the project wants to be.
+// The project's targets.
 constexpr double wantedMean = 0.6, wantedMeanAgain = 0.25, wantedMax = 1.0;
 
 std::vector<double> timesOf(const Entry& entry, std::size_t peer) {
@@ -24,14 +24,14 @@ std::size_t fastestPeer(const Entry& entry) {
   return fastest;
 }
 
-// What is compared: the routine itself, or only its outlines where it does what peers cannot.
+// The time that is compared: that of the routine itself, or only of its outlines if it does what peers cannot.
 double ours(const Entry& entry, const Round& round) { return entry.hasRecipe ? round.outlines : round.routine; }
 
 double oursAgain(const Entry&, const Round& round) { return round.again; }
 
 using OurTime = double (*)(const Entry&, const Round&);
 
-// One of each round: numbers that were measured close to each other.
+// One ratio per round, of times that were measured close to each other.
 std::vector<double> ratiosOf(const Entry& entry, OurTime time) {
   const std::size_t fastest = fastestPeer(entry);
   std::vector<double> ratios;
@@ -70,9 +70,9 @@ void printHeading(const char* text) {
   std::printf("   cold/fastest, quartiles;   again/fastest\n");
 }
 
-// Of all these, in each round, and which of them is the worst.
+// Prints the mean over all these entries, by round, and the worst entry.
 void printMean(const std::vector<const Entry*>& entries, const char* what, OurTime time, double wanted) {
-  std::vector<std::vector<double>> rounds;  // by round, the ratios of all
+  std::vector<std::vector<double>> rounds;  // by round, the ratios of all entries
   const Entry* worst = nullptr;
   double maxRatio = 0;
   int above = 0;

@@ -1,4 +1,4 @@
-// What the runs of the benchmark are gathered in, and the tables that are printed of it.
+// Collects the results of the benchmark, and prints them as tables.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -13,19 +13,19 @@
 
 namespace bench {
 
-// Of one routine at one size, once: seconds for one drawing.
+// One measurement of one routine at one size: seconds per drawing.
 struct Round {
   double routine = 0, outlines = 0;  // cold
-  double again = 0;                  // the one of the two that is compared, drawn again
+  double again = 0;                  // the compared one of the two, drawn again
   std::array<double, std::size(peers)> ofPeers{};
 };
 
 // How often a routine allocates.
 struct Allocations {
   std::size_t first = 0;   // in its first drawing on a new canvas
-  std::size_t second = 0;  // in its second one, when its shapes are remembered
-  std::size_t later = 0;   // in each later one
-  std::size_t itsOwn = 0;  // of the later ones, by colors and path objects: also on a canvas that does nothing
+  std::size_t second = 0;  // in its second drawing, when its shapes are remembered
+  std::size_t later = 0;   // in each later drawing
+  std::size_t itsOwn = 0;  // of these, for colors and path objects: also on a canvas that does nothing
 };
 
 // The largest difference of a pixel's opacity from the exact picture of the outlines, of 255.
@@ -43,7 +43,7 @@ struct Entry {
   std::vector<Round> rounds = {};
 };
 
-// Prints nothing as runs come in. What they measured is in the entries, which are printed at the end.
+// Prints nothing while runs report. Their results are in the entries, which are printed at the end.
 class Summary final : public benchmark::BenchmarkReporter {
  public:
   explicit Summary(const std::vector<Entry>& entries) : entries_(entries) {}

@@ -1,6 +1,6 @@
-// Each routine of the kit at its default size and at four times it, beside what people would use instead. One round
-// draws a routine with everybody in turn, so that what is compared was measured within milliseconds; rounds of all
-// routines come in random order.
+// Compares each routine of the kit, at its default size and at four times that size, with what people would use instead. In
+// one round every contestant draws a routine in turn, so that compared times were measured within milliseconds of each
+// other; the rounds of all routines come in random order.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -16,7 +16,7 @@ namespace bench {
 
 namespace {
 
-constexpr double secondsOfOne = 0.0005;  // for one contestant in one round
+constexpr double secondsOfOne = 0.0005;  // per contestant and round
 
 class DoesNothing final : public tessaluna::backend::Canvas {
  public:
@@ -45,7 +45,7 @@ Allocations allocationsOf(const Subject& subject) {
   {
     DoesNothing canvas;
     const tessaluna::platform::CanvasScope scope(canvas);
-    drawRoutine(subject.routine);  // what is made once in a program's life is made here
+    drawRoutine(subject.routine);  // makes what a program makes only once
     counted.itsOwn = bench::allocationsOf([&] { drawRoutine(subject.routine); });
   }
   const std::unique_ptr<Contestant> canvas = makeRoutineContestant(subject, Sight::Again);
@@ -67,9 +67,9 @@ double difference(const Contestant& a, const Contestant& b, const Drawing& drawi
   return sum / (4.0 * drawing.width * drawing.height);
 }
 
-// A comparison is one only if everybody draws the same.
+// A comparison is valid only if all contestants draw the same.
 void checkPictures(const Subject& subject) {
-  // Mean over all pixels, of 255. Edges differ by a little, and of a small picture they are the most.
+  // The mean over all pixels, of 255. Edges differ a little, and a small picture consists mostly of edges.
   const double allowed = 8 / subject.scale;
   const std::unique_ptr<Contestant> outlines = makeOutlinesContestant(subject.drawing, Sight::Again);
   outlines->draw();
@@ -96,7 +96,7 @@ OffBy offByOf(const Subject& subject) {
   return off;
 }
 
-// Everybody once, beginning with another one each time.
+// Every contestant draws once, each time beginning with another one.
 Round playRound(const Subject& subject, std::size_t turn) {
   constexpr std::size_t ownCount = 3, count = ownCount + std::size(peers);
   Round round;
@@ -128,7 +128,7 @@ void measure(benchmark::State& state, const Subject& subject, Entry& entry) {
 }
 
 int runAll(int argc, char** argv) {
-  // Before what was asked for, so that it can be asked for otherwise.
+  // The defaults come before the given arguments, so that these can override them.
   std::string interleaving = "--benchmark_enable_random_interleaving=true", repetitions = "--benchmark_repetitions=15";
   std::vector<char*> arguments{argv[0], interleaving.data(), repetitions.data()};
   arguments.insert(arguments.end(), argv + 1, argv + argc);
@@ -147,7 +147,7 @@ int runAll(int argc, char** argv) {
   }
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const Subject subject{routines[i % routines.size()], entries[i].scale, drawings[i]};
-    // One routine draws nothing by default; there is nothing to compare.
+    // One routine draws nothing by default, so there is nothing to compare.
     if (subject.drawing.outlines.empty()) continue;
     Entry& entry = entries[i];
     checkPictures(subject);

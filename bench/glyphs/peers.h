@@ -1,11 +1,11 @@
-// Whom a routine's picture is compared with.
+// The peers that a routine's picture is compared with.
 #pragma once
 
 #include "bench/outlines/Contestant.h"
 
 namespace bench {
 
-// The outlines as a document that was parsed beforehand.
+// These draw the outlines as a document that was parsed in advance.
 std::unique_ptr<Contestant> makeQtSvgContestant(const Drawing& drawing);
 std::unique_ptr<Contestant> makeLibrsvgContestant(const Drawing& drawing);
 

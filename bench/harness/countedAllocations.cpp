@@ -2,8 +2,8 @@
 
 #include <cerrno>
 
-// The C library's own functions under the names by which a replacement reaches them. Memory goes back through its own
-// free, which needs no replacement.
+// The C library's own functions, under the names by which a replacement can call them. Its own free releases the memory, so
+// free needs no replacement.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -13,7 +13,7 @@ void* __libc_memalign(std::size_t alignment, std::size_t size);
 
 namespace {
 
-// Initial-exec: a thread-local of a program that is looked up without allocating, which malloc must not do.
+// Initial-exec: looking up this thread-local variable does not allocate, which it must not do inside malloc.
 [[gnu::tls_model("initial-exec")]] thread_local std::size_t allocations = 0;
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Counts the blocks of memory that this thread asks for, by whatever way: the programs that link this have malloc and
-// its kin replaced, which operator new calls as well.
+// Counts the blocks of memory that this thread allocates in any way: linking this replaces malloc and similar functions,
+// which operator new calls too.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// How long something takes, by the time that this program had processors: what else runs on the machine does not count,
-// except by what it leaves in the caches. All threads count: QPainter spreads large fills over several.
+// How much processor time something takes: other programs on the machine do not count, except for their effect on the
+// caches. All threads count: QPainter spreads large fills over several.
 #pragma once
 
 #include <ctime>
@@ -12,7 +12,7 @@ inline double cpuSeconds() {
   return double(now.tv_sec) + double(now.tv_nsec) * 1e-9;
 }
 
-// Seconds for one run of the action: the mean of as many as take the given time together, after one that is not counted.
+// Seconds per run of the action: the mean of as many runs as fit into the given time, after one that is not counted.
 template <class Action>
 double secondsOf(Action action, double together) {
   action();

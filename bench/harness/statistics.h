@@ -1,4 +1,4 @@
-// What is printed of repeated measurements.
+// Statistics of repeated measurements.
 #pragma once
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 
 namespace bench {
 
-// The value below which this share of the values lies, between two of them in proportion. Not for an empty list.
+// The value below which this share of the values lies, interpolated between two of them. The list must not be empty.
 inline double quantile(std::vector<double> values, double share) {
   std::sort(values.begin(), values.end());
   const double place = share * double(values.size() - 1);

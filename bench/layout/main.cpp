@@ -1,6 +1,7 @@
-// A window with a side bar of 50 sections, some within others, and about 1,000 constraints: the first layout, one constant
-// changed, and a frame of a section that folds, with its redraw. Beside it, in turns, nested QVBoxLayouts of the same boxes; below,
-// how the first layout grows, and that of a side bar that is at least as high as the window.
+// Measures a window with a side bar of 50 sections, some within others, and about 1,000 constraints: the first layout, a
+// change of one constant, and a frame of a section that folds, with its redraw. In turns with it, nested QVBoxLayouts of the
+// same boxes are measured. Then follow the growth of the first layout, and the first layout of a side bar that is at least
+// as high as the window.
 //
 //   bench_layout
 #include <QApplication>
@@ -22,7 +23,7 @@ using namespace tessaluna::platform;
 
 namespace {
 
-constexpr int sectionsWithin = 4;  // of each that is not within another
+constexpr int sectionsWithin = 4;  // in each section that is not within another
 constexpr int textsOfSection = 2;
 constexpr double textHeight = 16, headerHeight = 24;
 
@@ -65,7 +66,7 @@ struct SideBar {
     return view;
   }
 
-  // Below the view, or without one at the top.
+  // Adds a section below the view `above`, or at the top if that is null.
   Ref<NSView> addSection(const Ref<NSView>& superview, const Ref<NSView>& above, int within) {
     const auto section = addView<NSView>(superview);
     equal(section, NSLayoutAttributeTop, above ? above : superview, above ? NSLayoutAttributeBottom : NSLayoutAttributeTop);
@@ -104,7 +105,7 @@ struct SideBar {
   void layOut() { window->layoutIfNeeded(); }
 };
 
-// The same boxes.
+// The same boxes with nested QVBoxLayouts.
 struct WidgetSideBar {
   QWidget root;
   std::vector<QWidget*> contents, texts;

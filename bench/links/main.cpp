@@ -1,5 +1,6 @@
-// Lines of links: how often and how long a line is measured to be cut to a width, beside QFontMetricsF::elidedText of the same
-// strings; and a table with links in its rows beside one with plain labels. All comparisons are in turns.
+// Compares lines of links with QFontMetricsF::elidedText of the same strings: how often a line is measured until it is cut
+// to a width, and how long that takes. Then compares a table with links in its rows to one with plain labels. All
+// comparisons are measured in turns.
 //
 //   bench_links [--frames=N]
 #include <QApplication>
@@ -26,7 +27,7 @@ namespace {
 using namespace tessaluna::platform;
 using TessalunaUIKit::JoinedLinks;
 
-// Counts the lines that are asked for.
+// Counts the lines that are requested.
 class CountingTextEngine : public tessaluna::backend::TextEngine {
  public:
   explicit CountingTextEngine(const TextEngine& engine) : engine_(engine) {}
@@ -54,7 +55,7 @@ class CountingDesktop : public tessaluna::backend::qt::QtBackend {
   const CountingTextEngine engine{QtBackend::textEngine()};
 };
 
-// Names, joined, of so many characters in all; no two of them alike.
+// Joined names, all different, with this many characters in total.
 std::vector<std::string> line(std::size_t characters, gallery::InventedNames& names) {
   std::vector<std::string> strings;
   std::size_t length = 0;
@@ -70,7 +71,7 @@ void print(const char* what, const std::vector<double>& values, const char* unit
               bench::quantile(values, 0.9));
 }
 
-// Every line is met once: an engine remembers what it has shaped. False if a line was measured too often.
+// Every line is used only once, since an engine remembers what it has shaped. False if a line was measured too often.
 bool shorten(const CountingDesktop& desktop, std::size_t characters, int rounds) {
   gallery::InventedNames names(static_cast<std::uint32_t>(characters));
   const CGFloat size = NSFont::systemFontSize();

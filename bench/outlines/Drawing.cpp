@@ -41,7 +41,7 @@ class TakesDown final : public Canvas {
     add(path, {.color = gradient.stops.front().color, .rule = rule});
   }
 
-  // Part of the inner shadow, which no outline shows.
+  // This is part of the inner shadow, which no outline shows.
   void clipRect(CGRect) override {}
   void setShadow(const Shadow&) override {}
   void setAlpha(double) override {}

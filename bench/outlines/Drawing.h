@@ -1,4 +1,4 @@
-// A routine's picture as the plain shapes that any painting library knows, taken down while the routine draws.
+// A routine's picture as plain shapes that any painting library supports, recorded while the routine draws.
 #pragma once
 
 #include <optional>
@@ -10,7 +10,7 @@
 namespace bench {
 
 struct Pen {
-  double width = 1;  // in device pixels, as the lengths of dashes
+  double width = 1;  // in device pixels, like the lengths of dashes
   tessaluna::backend::LineCap cap{};
   tessaluna::backend::LineJoin join{};
   double miterLimit = 10;
@@ -22,14 +22,14 @@ struct Outline {
   tessaluna::backend::Path path = {};  // in device pixels, y down
   tessaluna::backend::Color color;
   tessaluna::backend::FillRule rule{};
-  std::optional<Pen> pen = {};  // stroked with it; absent when the outline is filled
+  std::optional<Pen> pen = {};  // strokes the outline; absent if the outline is filled
 };
 
 struct Drawing {
   int width = 0, height = 0;  // in device pixels
   std::vector<Outline> outlines = {};
-  // The routine also paints gradients or inner shadows. Its outlines are then less than its picture: a gradient counts as
-  // its first color, an inner shadow is left out.
+  // True if the routine also paints gradients or inner shadows. Its outlines are then less than its picture: a gradient is
+  // replaced by its first color, and an inner shadow is left out.
   bool hasRecipe = false;
 };
 

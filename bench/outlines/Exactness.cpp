@@ -16,7 +16,7 @@ using tessaluna::backend::raster::RasterCanvas;
 constexpr int enlarged = 8;
 constexpr int bandHeight = 64;  // in pixels of the picture, so that an enlarged band fits into memory
 
-// The outline alone, opaque, from this row of the picture on.
+// Draws only the outline, opaque, from this row of the picture on.
 void drawEnlarged(const Outline& outline, int top, Bitmap& bitmap) {
   bitmap.clear();
   RasterCanvas canvas(bitmap);

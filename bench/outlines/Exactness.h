@@ -13,10 +13,10 @@ struct ExactPicture {
   std::vector<double> alpha = {};
 };
 
-// Drawn by the library's canvas, enlarged so that what its own edges are off by does not count, outline by outline.
+// The library's canvas draws it outline by outline, so enlarged that the errors of its own edges do not matter.
 ExactPicture exactPictureOf(const Drawing& drawing);
 
-// The largest difference of a pixel's opacity, of 255, when the contestant has drawn once.
+// The largest difference of a pixel's opacity, of 255, after the contestant has drawn once.
 double largestDifference(const Contestant& contestant, const ExactPicture& exact);
 
 }  // namespace bench

@@ -10,8 +10,8 @@ namespace {
 using tessaluna::backend::raster::Bitmap;
 using tessaluna::backend::raster::RasterCanvas;
 
-// Before each drawing, to a place where none has been lately. The steps are those that the canvas tells apart, and together an
-// eighth of a pixel: 65,536 shapes are many more than it knows of, which are 2,048.
+// Moves each drawing to a place where none has been recently. The canvas distinguishes the steps, which together are an
+// eighth of a pixel. That makes 65,536 shapes, many more than the 2,048 that the canvas remembers.
 class Wanderer {
  public:
   Wanderer(RasterCanvas& canvas, double scale, Sight sight)

@@ -36,7 +36,7 @@ QPen toQt(const Pen& pen, const tessaluna::backend::Color& color) {
   QPen native(toQt(color), pen.width, Qt::SolidLine, caps[int(pen.cap)], joins[int(pen.join)]);
   native.setMiterLimit(pen.miterLimit);
   if (!pen.dash.empty()) {
-    // Counted in widths of the pen.
+    // Qt measures dashes in widths of the pen.
     QList<qreal> dash;
     for (const double length : pen.dash) dash.push_back(length / pen.width);
     native.setDashPattern(dash);

@@ -97,14 +97,14 @@ class CairoPicture final : public CairoContestant {
   cairo_pattern_t* pattern_;
 };
 
-// Division by a box's width, rounded, as a product.
+// Division by a box's width, with rounding, as a multiplication.
 struct Box {
   explicit Box(int boxWidth) : width(boxWidth), before(boxWidth / 2), factor((1 << 16) / boxWidth + 1) {}
   unsigned char mean(int sum) const { return static_cast<unsigned char>(((sum + before) * factor) >> 16); }
   int width, before, factor;
 };
 
-// The means of as many neighbours as the box is wide, in a row.
+// The means of as many neighbours in a row as the box is wide.
 void boxAcross(const unsigned char* from, unsigned char* to, int count, const Box& box) {
   const int after = box.width - box.before;
   int sum = 0, i = 0;
@@ -145,7 +145,7 @@ class CairoShadow final : public CairoContestant {
   explicit CairoShadow(const ShadowWork& work)
       : CairoContestant(work.width, work.height),
         work_(work),
-        // Three boxes of this width are as wide as the Gaussian, as drawing programs have it.
+        // Three boxes of this width approximate the Gaussian, as drawing programs do it.
         box_(std::max(1, int(std::floor(work.blur / 2 * 3 * std::sqrt(2 * 3.14159265358979323846) / 4 + 0.5)))),
         mask_(cairo_image_surface_create(CAIRO_FORMAT_A8, work.width, work.height)),
         maskCairo_(cairo_create(mask_)),

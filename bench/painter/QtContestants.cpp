@@ -49,7 +49,7 @@ class QtPicture final : public QtContestant {
  public:
   explicit QtPicture(const ImageWork& work)
       : QtContestant(work.width, work.height),
-        // Opaque, and said to be so.
+        // The image is opaque, and its format says so.
         image_(QImage(reinterpret_cast<const uchar*>(work.image.argb.data()), work.image.width, work.image.height,
                       QImage::Format_RGB32)
                    .copy()),

@@ -1,4 +1,4 @@
-// One row of the comparison: a piece of work that a player's window is made of, in device pixels, y down.
+// One row of the comparison: a kind of drawing that a player's window needs, in device pixels, y down.
 #pragma once
 
 #include <functional>
@@ -9,7 +9,7 @@
 
 namespace bench {
 
-// What a picture must be: channels of 0 to 255, premultiplied.
+// The exact picture: channels of 0 to 255, premultiplied.
 struct ExactPixels {
   struct Pixel {
     double red = 0, green = 0, blue = 0, alpha = 0;
@@ -26,9 +26,9 @@ struct Entrant {
 
 struct Scene {
   std::string name;
-  double wanted = 1;                   // ours by the fastest of the others
-  std::vector<Entrant> entrants;       // ours first, cold where the canvas remembers what it draws
-  std::function<ExactPixels()> exact;  // empty where pictures are not meant to be the same
+  double wanted = 1;                   // the wanted ratio of our time to the fastest peer's
+  std::vector<Entrant> entrants;       // ours first, cold if the canvas remembers what it draws
+  std::function<ExactPixels()> exact;  // empty if the pictures need not be the same
 };
 
 struct GradientWork {
@@ -41,7 +41,7 @@ struct ImageWork {
   int width = 0, height = 0;  // of the bitmap
   tessaluna::backend::ImagePixels image = {};
   tessaluna::backend::CGRect place;
-  double degrees = 0;  // by which it is turned about the middle of its place, clockwise
+  double degrees = 0;  // the clockwise turn about the middle of its place
 };
 
 struct ShadowWork {
@@ -61,7 +61,7 @@ std::unique_ptr<Contestant> makeQt(const GradientWork& work);
 std::unique_ptr<Contestant> makeQt(const ImageWork& work);
 std::unique_ptr<Contestant> makeCairo(const GradientWork& work);
 std::unique_ptr<Contestant> makeCairo(const ImageWork& work, Filter filter);
-// It has no blur; three box passes over a mask are what programs put beside it.
+// Cairo has no blur; programs that use it make three box passes over a mask.
 std::unique_ptr<Contestant> makeCairo(const ShadowWork& work);
 
 std::vector<Scene> allScenes();

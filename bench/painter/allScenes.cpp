@@ -41,7 +41,7 @@ Scene outlineScene(std::string name, double wanted, Drawing drawing) {
   const auto shared = std::make_shared<const Drawing>(std::move(drawing));
   const auto ours = [shared](Sight sight) { return [shared, sight] { return makeOutlinesContestant(*shared, sight); }; };
   Scene scene{std::move(name), wanted, {}, [shared] { return exactOutlines(*shared); }};
-  // Upright rectangles are not remembered, and moved by a part of a pixel they would have other edges.
+  // The canvas does not remember upright rectangles, and moving them by a fraction of a pixel would change their edges.
   if (shared->outlines.front().path.shape().kind == PathShape::Kind::Rect) scene.entrants = {{"ours", ours(Sight::Again)}};
   else scene.entrants = {{"ours", ours(Sight::Cold)}, {"ours again", ours(Sight::Again), false}};
   scene.entrants.push_back({"QPainter", [shared] { return makeQtContestant(*shared); }});
@@ -89,7 +89,7 @@ Path graph(int points, int width, int height) {
   return polyline(all);
 }
 
-// All of them, four in a row; each is one outline.
+// All mood icons, four per row; each is one outline.
 Drawing moodIcons(double scale) {
   constexpr int inRow = 4;
   Drawing all;
@@ -160,7 +160,7 @@ Scene gradientScene(std::string name, GradientWork work) {
 
 // Images
 
-// Soft waves with a hard-edged disc and a fine pattern in it, as covers have both.
+// Soft waves with a hard-edged disc and a fine pattern in it, as covers have soft and hard parts.
 ImagePixels cover(int side) {
   ImagePixels image{.width = side, .height = side, .argb = {}, .isOpaque = true};
   for (int y = 0; y < side; ++y) {
@@ -181,8 +181,8 @@ ImagePixels cover(int side) {
 
 Pixel pixelOf(std::uint32_t p) { return {double(p >> 16 & 255), double(p >> 8 & 255), double(p & 255), double(p >> 24)}; }
 
-// What a device pixel sees of the image along one direction: source pixels and their shares, of the average where the
-// image is shrunk and between two where it is enlarged.
+// The source pixels that a device pixel shows along one direction, and their shares: of the average if the image is shrunk,
+// of a blend of two if it is enlarged.
 struct Share {
   int index;
   double share;
@@ -211,7 +211,7 @@ Pixel sampled(const ImagePixels& image, const std::vector<Share>& across, const 
   return sum;
 }
 
-// How much of the device pixel lies in the turned place, by as many points.
+// How much of the device pixel lies in the turned place, estimated from many points.
 double coverageOf(const ImageWork& work, int x, int y, const std::function<CGPoint(double, double)>& toImage) {
   constexpr int points = 16;
   int inside = 0;
@@ -319,7 +319,7 @@ std::vector<Scene> allScenes() {
   scenes.push_back(imageScene("image 256 at whole pixels", 1, {300, 300, cover(256), {{17, 23}, {256, 256}}}));
   scenes.push_back(imageScene("image 256 to 400", 1.2, {420, 420, cover(256), {{10, 10}, {400, 400}}}));
   scenes.push_back(imageScene("image 256 to 100", 1.2, {120, 120, cover(256), {{10, 10}, {100, 100}}}));
-  // A cover in a row of a list.
+  // This is the size of a cover in a row of a list.
   scenes.push_back(imageScene("image 256 to 40", 1.2, {60, 60, cover(256), {{10, 10}, {40, 40}}}));
   scenes.push_back(imageScene("image 256 to 300, turned", 1.2, {420, 420, cover(256), {{60, 60}, {300, 300}}, 30}));
   scenes.push_back(imageScene("image 256 to 32, turned", 1.2, {50, 50, cover(256), {{9, 9}, {32, 32}}, 30}));

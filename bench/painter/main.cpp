@@ -1,10 +1,10 @@
-// What a player's window is made of, beside what people would use instead. In one round everybody draws one scene, beginning
-// with another one each time, so that what is compared was measured within milliseconds. Pictures are compared with exact
-// ones first.
+// Compares drawing what a player's window needs with what people would use instead. In one round every contestant draws one
+// scene, each time beginning with another contestant, so that compared times were measured within milliseconds of each
+// other. Pictures are first compared with exact ones.
 //
 //   bench_painter [--rounds=N] [--filter=TEXT] [--only=NAME --times=N]
 //
-// The last form draws a scene of that filter by one of those who enter it, as often, for a profiler.
+// With --only, one contestant draws a scene that matches the filter that many times, for a profiler.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -20,8 +20,8 @@ namespace bench {
 
 namespace {
 
-constexpr double secondsOfOne = 0.004;  // for one contestant in one round
-constexpr double allowedMean = 4;       // by which a picture may be off in the mean to be the same drawing
+constexpr double secondsOfOne = 0.004;  // per contestant and round
+constexpr double allowedMean = 4;       // the largest mean difference at which a picture is the same drawing
 
 struct Options {
   int rounds = 21, times = 0;
@@ -67,7 +67,7 @@ void printExactness(const Scene& scene) {
   std::printf("\n");
 }
 
-// The median time of each, and of the ratios of ours to the fastest peer.
+// The median time of each contestant, and the median ratio of our time to the fastest peer's.
 void printTimes(const Scene& scene, int rounds) {
   const std::size_t count = scene.entrants.size();
   std::vector<std::unique_ptr<Contestant>> contestants;

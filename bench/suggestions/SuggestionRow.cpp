@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* name = "bench.SuggestionRow";
 
-// As wide as the pop-up will make it, so that the texts grow with it (2: in width). Long texts end in an ellipsis (4).
+// The pop-up sets the row's width, and the texts grow with it (2: in width). Long texts end in an ellipsis (4).
 constexpr std::string_view row = R"({
   "owner": {"view": "row", "imageView": "picture", "labelTextField": "label", "detailedLabelTextField": "detail"},
   "objects": [

@@ -1,12 +1,12 @@
-// How one row of the completion pop-up looks: a picture, a label and below it a detail. It is an interface file, as every host
-// of a pop-up writes one.
+// One row of the completion pop-up: a picture, a label and a detail below the label. It is an interface file, which every
+// host of a pop-up writes.
 #pragma once
 
 #include <string>
 
 namespace bench {
 
-// Makes the rows known, and the library's classes with them. Returns the name for setSuggestionPrototype.
+// Registers the rows and the library's classes. Returns the name for setSuggestionPrototype.
 std::string registerSuggestionRow();
 
 }  // namespace bench

@@ -1,7 +1,7 @@
-// Gives suggestions to a completion pop-up that shows: a thousand and ten thousand of them, on the headless backend and on
-// Qt, and beside that QCompleter with a thousand rows in its shown pop-up. All are measured in turns. Here all rows are made,
-// there only the visible ones. Rows that show nothing are measured too, 400 and 40,000: a list whose removals move all that
-// comes after shows there first.
+// Assigns suggestions to a visible completion pop-up: a thousand and ten thousand of them, on the headless backend and on
+// Qt. It is compared with QCompleter, which has a thousand rows in its visible pop-up. All are measured in turns. The kit
+// makes all rows, QCompleter only the visible ones. Empty rows are measured too, 400 and 40,000: if a removal from a list
+// moves all later rows, it shows there first.
 //
 //   bench_suggestions [--rounds N]
 #include <QAbstractItemView>
@@ -56,8 +56,8 @@ std::string registerBareRow() {
   return "bareRow";
 }
 
-// One that opens something and assigns rows to it. Only the second assignment of a turn is measured: the first one replaces
-// what others left there, and is the one that is shown first.
+// A contestant opens something and assigns rows to it. Only the second assignment of a turn is measured: the first one
+// replaces what other contestants left there, and is the first to be shown.
 class Contestant {
  public:
   explicit Contestant(const char* name) : name_(name) {}
@@ -82,7 +82,7 @@ class Contestant {
 
  protected:
   virtual void open() = 0;
-  virtual void assign() = 0;  // and waits for what is painted
+  virtual void assign() = 0;  // and waits until the rows are painted
   virtual bool isOpen() const = 0;
   virtual void close() = 0;
 
@@ -156,7 +156,7 @@ class Completer : public Contestant {
   QLineEdit edit_;
 };
 
-// Turns in rounds, after one round that is not counted.
+// Measures the contestants in turn, in rounds, after one round that is not counted.
 void play(std::initializer_list<Contestant*> contestants, int rounds) {
   for (int round = 0; round <= rounds; ++round) {
     for (Contestant* contestant : contestants) {

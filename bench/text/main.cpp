@@ -1,5 +1,5 @@
-// A key typed into the middle of one long line, and what has to be painted after it: the kit's text field in a QtViewWidget and
-// a QLineEdit, in turns, so that whatever else the machine does meets both. Prints the CPU time for a key.
+// Types a key into the middle of one long line, and paints what changes: the kit's text field in a QtViewWidget and a
+// QLineEdit, in turns, so that other work of the machine affects both. Prints the CPU time per key.
 //
 //   bench_text
 #include <QApplication>
@@ -27,7 +27,7 @@ void settle() {
   for (int i = 0; i < 3; ++i) QApplication::processEvents();
 }
 
-// The CPU time of a key, on average over one turn. The keys are all different, so that nobody has seen the line before.
+// The mean CPU time per key over one turn. The keys are all different, so that no widget has shown the line before.
 double turn(QWidget& widget) {
   static int keys = 0;
   widget.activateWindow();

@@ -1,4 +1,4 @@
-// The ready-made track table over the gallery's library, in a widget.
+// The kit's track table with the gallery's library, in a widget.
 #pragma once
 
 #include <QWidget>

@@ -110,7 +110,7 @@ QtList::QtList(std::vector<Track> tracks, Controls controls)
   dressWindow(window_);
   list_->setGeometry(0, 0, width, height);
   list_->setFrameShape(QFrame::NoFrame);
-  // All that a list can be told to be quick.
+  // These settings make the list as fast as it can be.
   list_->setUniformItemSizes(true);
   list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -128,7 +128,7 @@ QtList::~QtList() { delete list_; }
 
 void QtList::showFrameAt(int y) {
   list_->verticalScrollBar()->setValue(y);
-  // It would move what it has drawn and draw the rest.
+  // Without this, the list would move what it has drawn and draw only the rest.
   list_->viewport()->update();
   letEventsHappen();
 }

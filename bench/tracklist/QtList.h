@@ -1,4 +1,4 @@
-// The same list as somebody would write it with Qt alone: a QListView whose delegate draws the texts with QPainter and the
+// The same list as one would write it with Qt alone: a QListView whose delegate draws the texts with QPainter and the
 // glyphs, which are SVG documents, with QSvgRenderer.
 #pragma once
 

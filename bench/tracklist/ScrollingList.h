@@ -1,11 +1,11 @@
-// A list of tracks in a window of 900 by 600 points: it scrolls to a place and shows it, all of it drawn anew.
+// A list of tracks in a window of 900 by 600 points. It scrolls to a place, draws everything again and shows it.
 #pragma once
 
 #include <QImage>
 
 namespace bench {
 
-// Which rows show their three controls: that under the pointer, which is none here, or every one.
+// Which rows show their three controls: only the row under the pointer, which is none here, or every row.
 enum class Controls { Hidden, OnEveryRow };
 
 class ScrollingList {
@@ -14,7 +14,7 @@ class ScrollingList {
 
   virtual ~ScrollingList() = default;
   virtual const char* name() const = 0;
-  // In points from the top. Ends when the frame is on the screen.
+  // Scrolls to `y` points from the top. Returns when the frame is on the screen.
   virtual void showFrameAt(int y) = 0;
   virtual int framesPainted() const = 0;
   virtual QImage picture() = 0;

@@ -1,4 +1,4 @@
-// What both lists stand in, and when a frame of theirs is on the screen.
+// The window that both lists are in, and how they wait for a frame to be on the screen.
 #pragma once
 
 #include <QCoreApplication>
@@ -30,7 +30,7 @@ class PaintCount : public QObject {
   int count = 0;
 };
 
-// A redraw takes a timer that asks for it, an update that it asks for, and the painting.
+// A redraw takes three steps: a timer requests it, the request causes an update, and the update paints.
 inline void letEventsHappen() {
   for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
 }

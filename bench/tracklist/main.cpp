@@ -1,5 +1,5 @@
-// Scrolls a list of 10,000 tracks through one screen of 900 by 600 points, everything drawn in every frame: the kit's list and
-// one of Qt's, in turns, so that whatever else the machine does meets both. Prints the CPU time for a frame.
+// Scrolls a list of 10,000 tracks through one screen of 900 by 600 points, everything drawn in every frame: the kit's list
+// and one of Qt's, in turns, so that other work of the machine affects both. Prints the CPU time per frame.
 //
 //   bench_tracklist [--frames=N] [--pictures=DIR]
 #include <QApplication>

@@ -1,6 +1,7 @@
-// What playback costs. First a redraw of the position slider, 600 points long and with two buffers, beside a QSlider that the
-// style paints: onto a bitmap each, in turns, so that whatever else the machine does meets both. Then a frame of a player's
-// window of 900 by 600 points in which the slider, the time and one row of a track list change.
+// Measures what playback costs. First comes a redraw of the position slider, 600 points long and with two buffers, compared
+// with a QSlider that the style paints. Each paints onto its own bitmap, in turns, so that other work of the machine affects
+// both. Then comes a frame of a player's window of 900 by 600 points, in which the slider, the time and one row of a track
+// list change.
 //
 //   bench_transport [--turns=N]
 #include <QApplication>
@@ -30,7 +31,7 @@ namespace {
 
 constexpr int sliderWidth = 600, sliderHeight = 20, positions = 600;
 
-// A slider that is somewhere else at each redraw, as during playback.
+// A slider whose knob is at a different place at each redraw, as during playback.
 class KitSlider {
  public:
   explicit KitSlider(double scale)
@@ -50,7 +51,7 @@ class KitSlider {
  private:
   double scale_;
   tessaluna::backend::raster::Bitmap bitmap_;
-  tessaluna::backend::raster::RasterCanvas canvas_{bitmap_};  // one for all redraws, as a window has
+  tessaluna::backend::raster::RasterCanvas canvas_{bitmap_};  // one for all redraws, like a window's
   Ref<TessalunaUIKit::PlaybackTransportSliderCell> cell_ = make<TessalunaUIKit::PlaybackTransportSliderCell>();
   Ref<NSSlider> slider_ = make<NSSlider>(CGRect{0, 0, sliderWidth, sliderHeight});
 };
@@ -74,7 +75,7 @@ class QtSlider {
   QSlider slider_{Qt::Horizontal};
 };
 
-// The mean milliseconds of a redraw in one turn.
+// The mean milliseconds per redraw in one turn.
 template <class Slider>
 double turn(Slider& slider) {
   const double start = bench::cpuSeconds();

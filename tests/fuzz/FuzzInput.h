@@ -1,4 +1,4 @@
-// Turns the bytes that a fuzzer makes up into what a test needs. Behind the end there are zeros.
+// Turns a fuzzer's bytes into the values that a test needs. After the end there are zeros.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +24,7 @@ class FuzzInput {
   unsigned below(unsigned bound) { return byte() % bound; }
   bool flag() { return byte() & 1; }
 
-  // Mostly a number that a drawing has; else one that no artist means, or any eight bytes taken as a number.
+  // Usually a number that a drawing would have; otherwise one that no artist intends, or any eight bytes as a number.
   double number() {
     constexpr double strange[] = {std::numeric_limits<double>::quiet_NaN(),
                                   std::numeric_limits<double>::infinity(),

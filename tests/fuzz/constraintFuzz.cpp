@@ -1,5 +1,5 @@
-// Any sequence of constraints that come, change and go. What was not set aside must hold, nothing may hang, and a system that
-// was solved step by step must be solved alike when it is solved at once.
+// Adds, changes and removes constraints in any sequence. Constraints that were not set aside must hold, nothing may hang,
+// and a system that was solved step by step must have the same solution when it is solved at once.
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// Whatever a document holds, reading it ends with objects or with an error that says something; what it made can be shown.
+// Whatever a document contains, reading it returns objects or an error with a message, and the objects can be shown.
 #include <cstddef>
 #include <cstdint>
 #include <string_view>

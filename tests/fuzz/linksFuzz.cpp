@@ -1,5 +1,5 @@
-// Whatever a line of links holds, valid UTF-8 or not: it can be cut, drawn, pointed at, pressed and read by assistive clients in
-// any width that has room for its "…", and what it shows fits into that width.
+// Whatever a line of links contains, valid UTF-8 or not: it can be cut, drawn, pointed at, pressed and read by assistive
+// clients at any width that has room for its "…", and its visible part fits into that width.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -30,14 +30,14 @@ constexpr CGFloat advance = 5;  // of each character, "…" included
 class Target : public TessalunaUIKit::LinkTextFieldActionTarget {
  public:
   void linkClicked(std::size_t element, MultipleLinksTextField& sender) override {
-    // The list may have changed since the pointer moved; what was in no list was never a link.
+    // The list may have changed since the pointer moved, but an element outside every list was never a link.
     if (element >= maxElements) stopProgram("a click on an element that there never was");
     sender.setIsPressed(false);
   }
   std::size_t maxElements = 0;
 };
 
-// A few strings, each of the bytes up to one that ends it.
+// A few strings, each with the bytes up to one that ends it.
 std::vector<std::string> strings(fuzz::FuzzInput& input) {
   std::vector<std::string> result(input.below(8));
   for (std::string& string : result)
@@ -46,7 +46,7 @@ std::vector<std::string> strings(fuzz::FuzzInput& input) {
 }
 
 void check(const MultipleLinksTextField& field, const NSAttributedString& shown, CGFloat width) {
-  // With lines of different lengths, a longer beginning may be the narrower one.
+  // If lines differ in length, a longer beginning of the text may be narrower.
   for (const char16_t unit : utf16FromUtf8(field.accessibilityLabel()))
     if (isLineEnd(unit)) return;
   const CGFloat whole = field.intrinsicContentSize().width, now = shown.size().width;
@@ -55,7 +55,7 @@ void check(const MultipleLinksTextField& field, const NSAttributedString& shown,
 }
 
 Ref<NSEvent> event(fuzz::FuzzInput& input, const Ref<NSWindow>& window) {
-  // The places that a pointer has: those of any screen.
+  // The pointer may be anywhere on any screen.
   const CGFloat x = input.byte() * 2.0 - 100 + input.byte() / 256.0;
   return make<NSEvent>(NSEvent::Fields{.location = {x, input.byte() / 8.0}, .window = window});
 }

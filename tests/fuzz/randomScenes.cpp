@@ -1,11 +1,11 @@
-// Random drawings beside an exact reference of another making: polygons, curves, tiny shapes, thin bars, doubled and overlapping
-// subpaths, strokes of all kinds, dashes, turned pens and images.
+// Compares random drawings with an exact reference that is computed differently: polygons, curves, tiny shapes, thin bars,
+// doubled and overlapping subpaths, strokes of all kinds, dashes, turned pens and images.
 //
 //   random_scenes [COUNT] [FIRST] [KIND]
 //
-// Draws so many scenes, each made of its number alone, from this number on, of one kind or of all in turn. Fails if a pixel is off
-// by more than 8 of 255, or more than a thousandth of the edge pixels by more than 3; says which scenes are the worst, and what
-// they draw.
+// Draws COUNT scenes from the number FIRST on, of one kind or of all kinds in turn. A scene depends only on its number.
+// Fails if a pixel is off by more than 8 of 255, or if more than a thousandth of the edge pixels are off by more than 3.
+// Prints the worst scenes and what they draw.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -51,10 +51,10 @@ class Maker {
 
  private:
   double between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(random_); }
-  // Evenly by orders of magnitude.
+  // All orders of magnitude are equally likely.
   double size(double low, double high) { return std::exp(between(std::log(low), std::log(high))); }
   int below(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
-  // In half of the scenes on a grid, where edges meet pixels' borders.
+  // Half of the scenes are on a grid, where edges meet the borders of pixels.
   CGPoint place() {
     const CGPoint p{between(3, side - 3), between(3, side - 3)};
     return onGrid_ ? CGPoint{std::round(p.x), std::round(p.y)} : p;
@@ -102,7 +102,7 @@ class Maker {
     }
     return path;
   }
-  // About the middle of the scene.
+  // A turn about the middle of the scene.
   CGAffineTransform turned() {
     const double angle = between(0, 2 * std::numbers::pi), c = std::cos(angle), s = std::sin(angle), middle = side / 2;
     return CGAffineTransform::translation(-middle, -middle)
@@ -164,7 +164,7 @@ Scene Maker::make(const std::string& kind) {
   return scene;
 }
 
-// Off by this in the worst pixel; of as many edge pixels so many by more than most may be.
+// How far the worst pixel is off, the number of edge pixels, and how many of these are off by more than most of them may be.
 struct Result {
   unsigned number = 0;
   double worst = 0;
@@ -235,7 +235,7 @@ void print(const Scene& scene, const Result& result, const std::string& kind) {
 int main(int argc, char** argv) {
   const unsigned count = argc > 1 ? unsigned(std::atol(argv[1])) : 1000, first = argc > 2 ? unsigned(std::atol(argv[2])) : 1;
   const std::string only = argc > 3 ? argv[3] : "";
-  constexpr std::size_t shown = 3;  // of the worst of each kind
+  constexpr std::size_t shown = 3;  // how many of the worst scenes of each kind
   auto none = Bitmap::make(1, 1);
   RasterCanvas canvas(*none);
   bool isRight = true;

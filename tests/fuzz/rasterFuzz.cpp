@@ -1,5 +1,5 @@
-// Whatever a program tells the raster canvas: paths, widths, dashes, clips, layers, shadows, gradients, pictures and
-// transforms of any numbers. It must come to its end, paint only pixels that can be, and still work afterwards.
+// Calls the raster canvas with anything: paths, widths, dashes, clips, layers, shadows, gradients, pictures and transforms
+// with any numbers. The canvas must finish, paint only valid pixels, and still work afterwards.
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -15,7 +15,7 @@ using fuzz::FuzzInput;
 using tessaluna::backend::raster::Bitmap;
 using tessaluna::backend::raster::RasterCanvas;
 
-// More would only repeat what these do, and take longer.
+// More would only repeat the same and take longer.
 constexpr int maxOperations = 48, maxSegments = 24;
 constexpr int width = 48, height = 40;
 
@@ -152,7 +152,7 @@ void operate(RasterCanvas& canvas, FuzzInput& in) {
   std::abort();
 }
 
-// No channel of a premultiplied pixel is more than its alpha, but for the rounding of each.
+// No channel of a premultiplied pixel is larger than its alpha, except for rounding.
 void checkPixels(const Bitmap& bitmap) {
   for (int y = 0; y < bitmap.height(); ++y) {
     for (int x = 0; x < bitmap.width(); ++x) {
@@ -163,7 +163,7 @@ void checkPixels(const Bitmap& bitmap) {
   }
 }
 
-// The same canvas paints as if nothing had been.
+// The same canvas paints as if nothing had happened.
 void checkStillPaints(RasterCanvas& canvas, Bitmap& bitmap) {
   canvas.begin(bitmap);
   canvas.fillPath(Path::rect({0, 0, width, height}), FillRule::NonZero);

@@ -1,8 +1,8 @@
-// Runs a fuzz target over a corpus, for compilers that bring no fuzzer and for every run of the tests:
+// Runs a fuzz target over a corpus, for compilers without a fuzzer and for every run of the tests:
 //   PROGRAM [--changes COUNT] FILE-OR-FOLDER...
-// Each file as it is, cut off at several places, and in so many changed forms, 50 unless told; always in the same ones.
-// Stops at an input that takes more processor time or memory than an input may; what else is wrong the target finds. The
-// input that was at work is told, and a changed one is left in the file replay-failed, from which it can be run again.
+// It runs each file as it is, cut off at several places, and in COUNT changed forms, 50 by default, which are the same every
+// time. It stops at an input that takes too much processor time or memory; the target finds all other errors. It then prints
+// the name of the current input, and writes a changed input to the file replay-failed, from which it can be run again.
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/time.h>
@@ -36,7 +36,7 @@ constexpr int maxSeconds = 10;
 constexpr long maxKilobytes = 384 * 1024;
 #endif
 
-// The input at work, for the handlers of signals, which can do little.
+// The current input, for signal handlers, which can do little.
 char current[512];
 const Bytes* currentBytes = nullptr;
 
@@ -59,7 +59,7 @@ void stopForTime(int) {
   std::abort();
 }
 
-// Processor time, not time on the clock: the machine may be busy.
+// Processor time and not clock time, since the machine may be busy.
 void setTimeLimit(int seconds) {
   const itimerval limit{{0, 0}, {seconds, 0}};
   setitimer(ITIMER_PROF, &limit, nullptr);
@@ -99,7 +99,7 @@ Bytes contentOf(const std::filesystem::path& path) {
   return Bytes(std::istreambuf_iterator<char>(file), {});
 }
 
-// Some bytes changed, left out or put in, and now and then a piece of another input behind.
+// Some bytes are changed, left out or inserted, and sometimes a piece of another input is appended.
 Bytes changed(Bytes bytes, const std::vector<Bytes>& others, std::mt19937& random) {
   const auto below = [&](std::size_t count) { return random() % count; };
   if (below(4) == 0) {

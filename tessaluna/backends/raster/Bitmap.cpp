@@ -20,8 +20,7 @@ void Bitmap::Free::operator()(std::byte* bytes) const { std::free(bytes); }
 
 std::optional<Bitmap> Bitmap::make(int width, int height) {
   if (!isPossibleSize(width, height)) return std::nullopt;
-  // calloc rather than new: large blocks come zeroed from the system, so that only the pixels drawn on cost
-  // memory.
+  // calloc rather than new: the system hands out large blocks zeroed, so only the pixels that are drawn on cost memory.
   auto* bytes = static_cast<std::byte*>(std::calloc(std::size_t(width) * std::size_t(height), 4));
   if (!bytes) return std::nullopt;
   Bitmap bitmap(bytes, width, height, std::size_t(width) * 4);

@@ -13,14 +13,14 @@ float alphaOf(float v) { return v; }
 using raster::smaller;
 float smaller(float a, float b) { return std::min(a, b); }
 
-// In all channels.
+// The value in all channels.
 template <class Value>
 Value all(float v) {
   if constexpr (std::is_same_v<Value, float>) return v;
   else return splat(v);
 }
 
-// R = f(S, D) for a source that already holds its coverage.
+// R = f(S, D) for a source that is already multiplied by its coverage.
 template <BlendMode mode, class Value>
 Value combined(Value s, Value d) {
   const Value one = all<Value>(1);
@@ -39,7 +39,7 @@ Value combined(Value s, Value d) {
 template <BlendMode mode, class Value, class Sources>
 void blendBounded(Value* destination, Sources source, const float* coverage, int count) {
   for (int i = 0; i < count; ++i) {
-    // Single values are worked on by several at once, which leaves no choice.
+    // The compiler processes several single values at once, which rules out a branch.
     if (std::is_same_v<Value, float> || coverage[i] != 0)
       destination[i] = combined<mode>(source[i] * all<Value>(coverage[i]), destination[i]);
   }
@@ -90,7 +90,7 @@ template void blendRow(BlendMode, float*, Everywhere, const float*, const float*
 
 void loadRow(const std::uint32_t* pixels, Float4* out, int count) {
   for (int i = 0; i < count; ++i) {
-    // Two channels in each half, of which the second goes to the half's upper word.
+    // Each half holds two channels; the second one moves to the half's upper word.
     const Long2 halves{static_cast<long long>(pixels[i] & 0xffff), static_cast<long long>(pixels[i] >> 16)};
     const Int4 channels = reinterpret_cast<Int4>((halves | halves << 24) & 0x000000ff000000ff);
     out[i] = __builtin_convertvector(channels, Float4) * splat(1.0f / 255);

@@ -8,12 +8,13 @@
 
 namespace tessaluna::backend::raster {
 
-// True for an operator that changes the destination also where the source is empty.
+// True for an operator that also changes the destination where the source is empty.
 bool isUnbounded(BlendMode mode);
 
-// Blends `count` source pixels, lessened by their coverage, into the destination. An unbounded operator works
-// on all of them and its result is mixed in by `clip`, which may be null for a plain clip; for the others the
-// coverage must already hold the clip. For pixels and a list of colors, or for single values and one for all.
+// Blends `count` source pixels, multiplied by their coverage, into the destination. An unbounded operator works on all of
+// them, and `clip` says how much of its result is mixed in; it may be null for a plain clip. For the other operators the
+// coverage must already include the clip. Works with pixels and a list of colors, or with single values and one value for
+// all of them.
 template <class Value, class Sources>
 void blendRow(BlendMode mode, Value* destination, Sources source, const float* coverage, const float* clip, int count);
 struct Everywhere {
@@ -21,7 +22,7 @@ struct Everywhere {
   float operator[](int) const { return value; }
 };
 
-// Between 8-bit pixels and channels of 0...1; stored values are rounded to the nearest.
+// These convert between 8-bit pixels and channels of 0...1; stored values are rounded to the nearest.
 void loadRow(const std::uint32_t* pixels, Float4* out, int count);
 void storeRow(const Float4* row, std::uint32_t* pixels, int count);
 

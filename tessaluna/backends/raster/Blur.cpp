@@ -8,26 +8,26 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// Below this a Gaussian at whole pixels is one pixel alone.
+// Below this a Gaussian at whole pixels is a single pixel.
 constexpr double leastDeviation = 0.1;
-// Of a wide blur in its cells: so much wider than a cell, it hides how values are spread within.
+// The deviation of a wide blur, in cells: this much wider than a cell, the blur hides how values are spread within one.
 constexpr double deviationInCells = 4;
 
 }  // namespace
 
 bool Plane::begin(const PixelRect& newBox) {
   box = newBox;
-  // A block may be read from the last value on.
+  // The last value may be the first one of a block that is read.
   return memory.prepare(valueCount() + Blur::blockSize) != nullptr;
 }
 
 int Blur::cellSize(double deviation) { return deviation < 2 * deviationInCells ? 1 : int(deviation / deviationInCells); }
 
-// Beyond it an even edge leaves less than a sixteenth of a step of 255.
+// Beyond this distance a straight edge leaves less than a sixteenth of a step of 255.
 int Blur::reach(double deviation) { return deviation < leastDeviation ? 0 : int(std::ceil(deviation * 3.5)); }
 
 void Blur::makeKernel(Kernel& kernel, double deviation, double move) {
-  // The value of a pixel comes from the one `move` before it, and from its neighbours.
+  // The value of a pixel comes from the pixel that lies `move` before it, and from that pixel's neighbours.
   const double center = -move;
   kernel.weights.clear();
   kernel.isSymmetric = center == std::floor(center) && deviation >= leastDeviation;
@@ -76,7 +76,7 @@ Blur::Taps Blur::tapsOf(const Kernel& kernel, int from, int to) {
   return taps;
 }
 
-// The sums of a block of values, over taps that lie so far apart.
+// The sums of a block of values, over taps that lie `step` values apart.
 inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out, int count) {
   constexpr int fours = blockSize / 4;
   Float4 sums[fours] = {};
@@ -101,15 +101,15 @@ inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, const Taps& t
   std::memcpy(out, sums, std::size_t(count) * sizeof(float));
 }
 
-// Coverage changes in few places of a row, and each change spreads as the kernel's sums do.
+// Coverage changes in only a few places of a row, and each change spreads as the kernel's sums do.
 void Blur::convolveAcross(Plane& from, int y) {
   const int width = rows_.box.width(), reach = int(sums_.size());
-  // Of a change at the row's first pixel: where it begins to show, in the padded row.
+  // Where a change at the row's first pixel begins to show in the padded row.
   const int shift = from.box.left - across_.first - int(across_.weights.size()) + 1 - rows_.box.left + reach;
   float *const padded = padded_.data(), *const row = from.row(y);
   const int end = width + reach, count = from.box.width();
-  int done = 0;     // values that have what changes so far add to them
-  float level = 0;  // of those after them
+  int done = 0;     // values to which all changes so far have been added
+  float level = 0;  // of the values after them
   const auto change = [&](int x, float value) {
     const int first = x + shift, last = std::min(first, end) + reach;
     if (last > done) std::fill(padded + done, padded + last, level);
@@ -161,7 +161,7 @@ void Blur::convolveDown(int y, Plane& to) {
   const int* repeats = repeatsOf(last - 1);
   for (int x = 0; x < width; x += blockSize) {
     const int count = std::min(blockSize, width - x);
-    // Blocks have room for more than counts, and one multiplication does for what repeats.
+    // A block has room for more than `count` values, and rows that repeat need only one multiplication.
     if (*repeats++ >= last - first - 1) sumBlock(above + x, width, once, out + x, count);
     else sumBlock(above + x, width, taps, out + x, count);
   }
@@ -170,8 +170,7 @@ void Blur::convolveDown(int y, Plane& to) {
 bool Blur::apply(Plane& from, Plane& to, const Style& style) {
   const int cell = cellSize(style.deviation);
   if (cell == 1) return convolve(from, to, style);
-  // The mean over a cell and the way from one cell's middle to the next are blurs themselves, of known
-  // variance.
+  // Taking the mean over a cell and interpolating between the middles of cells are blurs themselves, of known variance.
   const double spread = style.deviation / cell;
   const double deviation = std::sqrt(spread * spread - 1.0 / 12 - 1.0 / 6);
   const DeviceRect seen{(to.box.left - style.dx) / cell - 2, (to.box.top - style.dy) / cell - 2,
@@ -180,7 +179,7 @@ bool Blur::apply(Plane& from, Plane& to, const Style& style) {
   return enlarge(cells_, to, cell, style);
 }
 
-// Each pixel between the middles of four cells gets its share of them.
+// Each pixel lies between the middles of four cells and blends them.
 bool Blur::enlarge(Plane& cells, Plane& to, int cell, const Style& style) {
   const auto place = [cell](int pixel, double move) { return (pixel + 0.5 - move) / cell - 0.5; };
   const int width = cells.box.width(), count = to.box.width();

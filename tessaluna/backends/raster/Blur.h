@@ -1,4 +1,4 @@
-// The Gaussian of shadows, on a plane of single values.
+// The Gaussian blur of shadows, on a plane of single values.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +17,7 @@ struct Plane {
   PixelRect box;
   WorkBuffer<float> memory;
 
-  // Makes room for the box; what it holds is undefined. False when memory is short.
+  // Makes room for the box; its values are undefined. False when memory is short.
   bool begin(const PixelRect& newBox);
   void clear() { std::fill_n(memory.data(), valueCount(), 0.0f); }
   std::size_t valueCount() const { return std::size_t(box.width()) * std::size_t(box.height()); }
@@ -31,34 +31,35 @@ class Blur {
     double dx = 0, dy = 0;  // by which values are moved
   };
 
-  // How far, in pixels, a blur of this deviation carries a value that can be seen.
+  // How far, in pixels, a blur of this deviation visibly spreads a value.
   static int reach(double deviation);
-  // A wide blur takes its values from square cells of this many pixels a side, which hold the mean of their
+  // A wide blur takes its values from square cells, which hold the mean of their pixels. This is the side of a cell in
   // pixels. Cell (0, 0) begins at pixel (0, 0).
   static int cellSize(double deviation);
 
-  // Values are summed up in blocks of so many.
+  // Values are summed in blocks of this many.
   static constexpr int blockSize = 16;
 
-  // Fills the box of `to`, which has been begun, with the values of `from`, moved and blurred. Weights are
-  // those of the Gaussian at whole pixels, their sum 1. `from` holds cells when these are larger than a
-  // pixel. False when memory is short.
+  // Fills the box of `to`, which has been begun, with the values of `from`, moved and blurred. The weights are those of the
+  // Gaussian at whole pixels; their sum is 1. `from` holds cells when cells are larger than a pixel. False when memory is
+  // short.
   bool apply(Plane& from, Plane& to, const Style& style);
 
  private:
-  // Weights of neighbours first...first + size - 1 pixels on, for one direction.
+  // The weights of the neighbours at offsets first...first + size - 1, for one direction.
   struct Kernel {
     int first = 0;
     std::vector<float> weights;
     bool isSymmetric = false;
   };
-  // Some neighbouring weights of a kernel. Those that mirror each other are multiplied once: so many pairs, from this one on.
+  // Some neighbouring weights of a kernel. Weights that mirror each other are multiplied once: `pairs` of them, from
+  // `firstPair` on.
   struct Taps {
     std::span<const float> weights;
     std::size_t firstPair = 0, pairs = 0;
   };
 
-  // Of a pixel between two cells.
+  // The place of a pixel between two cells.
   struct Column {
     int left;
     float share;  // of the cell to the right
@@ -76,11 +77,11 @@ class Blur {
   bool enlarge(Plane& cells, Plane& to, int cell, const Style& style);
 
   Kernel across_, down_;
-  std::vector<float> sums_;  // of the last weight across, of the last two and so on; filled up with ones
+  std::vector<float> sums_;  // of the last weight across, the last two and so on; padded with ones
   Plane rows_, cells_;
   WorkBuffer<float> padded_;
   WorkBuffer<Column> columns_;
-  std::vector<int> repeats_;  // of each block of each row: how many rows above it, up to this one, hold the same
+  std::vector<int> repeats_;  // for each block of each row: how many rows above it hold the same values
 };
 
 }  // namespace tessaluna::backend::raster

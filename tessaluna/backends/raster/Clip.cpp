@@ -27,7 +27,7 @@ class MaskWriter {
 
 std::shared_ptr<ClipMask> ClipMaskPool::take(const PixelRect& box) {
   const auto isFree = [](const std::shared_ptr<ClipMask>& mask) { return mask.use_count() == 1; };
-  // What only a deeper nest of clips needed is given back in time.
+  // Masks that only a deeper nest of clips needed are freed after a while.
   std::erase_if(masks_,
                 [&](const std::shared_ptr<ClipMask>& mask) { return isFree(mask) && ++mask->passedBy > maxPassedBy; });
   auto found = std::find_if(masks_.begin(), masks_.end(), isFree);
@@ -47,7 +47,7 @@ void Clip::intersectRect(const DeviceRect& rect) {
   if (edges) all = all.intersected(*edges);
   box = box.intersected(all.roundedOut());
   if (box.isEmpty()) return makeEmpty();
-  // An edge outside the box changes no pixel of it.
+  // An edge outside the box changes none of its pixels.
   const DeviceRect whole = DeviceRect::of(box);
   const bool cuts = all.left > whole.left || all.top > whole.top || all.right < whole.right || all.bottom < whole.bottom;
   if (cuts) edges = all;

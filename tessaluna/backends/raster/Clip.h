@@ -1,5 +1,5 @@
-// The part of a picture that painting may change. A rectangle on whole pixels is kept as such and costs
-// nothing; other upright rectangles by their edges, all else as coverage within the box.
+// The part of a picture that painting may change. A rectangle on whole pixels is kept as a box and costs nothing; other
+// upright rectangles are kept as edges, and all other shapes as coverage within the box.
 #pragma once
 
 #include <memory>
@@ -13,16 +13,16 @@ struct ClipMask {
   PixelRect box;
   float* values = nullptr;  // row by row, those of the box
   WorkBuffer<float> memory;
-  int passedBy = 0;  // times that another one was taken while nobody held this one
+  int passedBy = 0;  // how often another mask was taken while nobody held this one
 
   const float* row(int y) const { return values + std::size_t(y - box.top) * std::size_t(box.width()); }
   float* row(int y) { return values + std::size_t(y - box.top) * std::size_t(box.width()); }
 };
 
-// Hands out masks, again those that no clip holds any more.
+// Hands out masks, and reuses those that no clip holds any more.
 class ClipMaskPool {
  public:
-  // Its values are undefined. Null when memory is short.
+  // The mask's values are undefined. Null when memory is short.
   std::shared_ptr<ClipMask> take(const PixelRect& box);
 
  private:
@@ -39,12 +39,12 @@ struct Clip {
   bool isPlain() const { return !edges && !mask; }
 
   void intersectRect(const DeviceRect& rect);
-  // With a shape; the box is the part of it that lies in the clip's box.
+  // `shapeBox` is the part of the shape's box that lies in the clip's box.
   void intersectShape(const CoverageBuffer::Shape& shape, const PixelRect& shapeBox, CoverageBuffer& buffer,
                       ClipMaskPool& pool);
   void makeEmpty() { *this = {}; }
 
-  // Lessens the coverage of `count` pixels inside the box.
+  // Multiplies the coverage of `count` pixels inside the box by the clip.
   void multiply(int x, int y, int count, float* coverage) const;
 };
 

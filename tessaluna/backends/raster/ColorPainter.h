@@ -1,6 +1,6 @@
-// Puts one color onto a bitmap, by the plain operator and with no clip but the bitmap's box: what nearly all of an icon is
-// painted by. A sink of a coverage buffer that looks at four pixels at a time and keeps nothing between rows. All of it is
-// here, because runs are short and a call for each of them would take as long as painting it.
+// Paints one color onto a bitmap with the normal operator and no clip but the bitmap's box, as nearly all of an icon is
+// painted. It is a sink of a coverage buffer that processes four pixels at a time and keeps nothing between rows. All of it
+// is in this header, because runs are short and a call for each of them would take as long as painting it.
 #pragma once
 
 #include "tessaluna/backends/raster/Bitmap.h"
@@ -38,15 +38,15 @@ class ColorPainter {
   }
 
   void varied(int x, int y, int count, const float* windings) { paintRun<Kind::Edge>(x, y, count, windings); }
-  // Where nothing may be covered for long.
+  // For runs that may have long gaps without coverage.
   void sparse(int x, int y, int count, const float* windings) { paintRun<Kind::Sparse>(x, y, count, windings); }
 
-  // Sides upright and on a pixel's edge leave blocks with nothing in them, or all.
+  // Upright sides on a pixel's edge leave blocks that are empty or fully covered.
   void variedRows(const PixelRect& box, const float* windings) {
     int x = box.left;
     for (; x + 4 <= box.right; x += 4, windings += 4) paintRows(x, box, coverageOfFour(windings));
     if (x == box.right) return;
-    // With some pixels before the last ones, of which nothing is covered.
+    // The last pixels are painted with some before them, whose coverage is 0.
     float last[4] = {};
     if (box.right >= 4) {
       std::copy_n(windings, box.right - x, last + 4 - (box.right - x));
@@ -81,7 +81,7 @@ class ColorPainter {
     for (int rows = box.height(); rows > 0; --rows, pixels += step) paint(pixels);
   }
 
-  // From strip to strip, since runs are too short for a loop in each row. The last strip may overlap the one before it.
+  // Fills strip by strip, since runs are too short for a loop in each row. The last strip may overlap the one before it.
   template <int fours>
   void fillStrips(const PixelRect& box) {
     const int p = int(pixel_), width = 4 * fours, last = box.right - width;
@@ -114,7 +114,7 @@ class ColorPainter {
 
   Bitmap& bitmap_;
   const bool isOpaque_;
-  std::uint32_t pixel_;  // the color where it covers all
+  std::uint32_t pixel_;  // the color where coverage is full
   Short8 alpha_;         // eight times
   FourInks inks_;
 };

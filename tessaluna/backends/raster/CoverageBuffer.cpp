@@ -6,15 +6,15 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// For each patch all polygons are looked through: where there would be more, a few larger ones take less. Rows come from the top,
-// so that those that a new one may be near to are among the last.
+// Each patch searches all polygons, so beyond this number a few larger patches are faster. Rows come from the top, so the
+// patches that a new one may be near to are among the last.
 constexpr std::size_t maxPatches = 256, lastPatches = 32;
 
 constexpr std::uint64_t firstBlock = 0xf;  // among marks
 
-constexpr double pointsPerPixel = 1000;  // that are looked through in the time that resolving a pixel takes
+constexpr double pointsPerPixel = 1000;  // how many points are searched in the time that one pixel takes to resolve
 
-// The row above a height, to which something reaches down: rows that it only borders on are not touched.
+// The last row of something that reaches down to this height. A row that it only borders on is not touched.
 int lastRowOf(double y) {
   const int row = int(y);
   return row == y ? row - 1 : row;
@@ -36,7 +36,7 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   sidesSearched_ = 0;
   pillars_.clear();
   repeats_.clear();
-  // All but the last stay all zero between uses: a row is cleared once the sink has it.
+  // All buffers but the last stay zero between uses: a row is cleared after it was sent to the sink.
   const std::size_t rows = std::size_t(box.height());
   return values_.prepare(rows * std::size_t(stride_)) && marks_.prepare(rows * std::size_t(4 * words_)) &&
          isOverlap_.prepare(rows);
@@ -72,7 +72,7 @@ inline void CoverageBuffer::endPolygon() {
 }
 
 void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
-  // Downwards, in numbers of its own: points that change places go through memory, and this is called for every chord.
+  // Downwards, in separate variables: swapping points would go through memory, and this is called for every chord.
   const bool isDown = from.y < to.y;
   const float direction = isDown ? 1.0f : -1.0f;
   const double fromX = (isDown ? from.x : to.x) - left_, fromY = (isDown ? from.y : to.y) - top_;
@@ -97,8 +97,7 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   if (x0 >= width && x1 >= width) return;
   if (x0 <= 0 && x1 <= 0) return addBeside(y0, y1, direction);
 
-  // The part left of the box covers as much as the same height of its left edge; the part right of it
-  // nothing.
+  // The part left of the box covers as much as the same height of its left edge; the part right of the box covers nothing.
   const auto heightAt = [&](double x) { return std::min(std::max(y0, fromY + (x - fromX) / slope), y1); };
   const double atLeft = heightAt(0), atRight = heightAt(width);
   if (x0 < 0) {
@@ -120,16 +119,16 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   if (y0 < y1) addInside(x0, y0, x1, y1, direction);
 }
 
-// Of a side that stays in one pixel of a row: `middle` is how far from the pixel's left edge its middle lies.
+// Adds a side that stays in one pixel of a row. `middle` is the distance of its middle from the pixel's left edge.
 inline void CoverageBuffer::Row::addToPixel(int column, float middle, float cover) {
   const float later = cover * middle;
   values[column] += cover - later;
   values[column + 1] += later;
 }
 
-// What lies left of the box covers as much as its left edge, but is in no pixel.
+// A side left of the box covers as much as the box's left edge, but marks no pixel.
 void CoverageBuffer::addBeside(double y0, double y1, float direction) {
-  if (!(y0 < y1)) return;  // at the box's last edge there would be no row for it
+  if (!(y0 < y1)) return;  // at the box's bottom edge there is no row for it
   const int first = int(y0), last = lastRowOf(y1);
   Row row = rowAt(first);
   for (int i = first; i <= last; ++i, goDown(row)) {
@@ -138,7 +137,7 @@ void CoverageBuffer::addBeside(double y0, double y1, float direction) {
   }
 }
 
-// A side within the box, downwards.
+// Adds a side within the box, which goes down.
 inline void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, float direction) {
   const int first = int(y0), last = lastRowOf(y1);
   const Place from = placeOf(x0), to = placeOf(x1);
@@ -183,7 +182,7 @@ void CoverageBuffer::addUpright(Place at, double y0, double y1, float direction)
   passRows(highest, {marksOf(row, direction), at.column, at.column}, direction);
 }
 
-// A side that goes through several rows, to the right or to the left.
+// Adds a side that goes through several rows, to the right or to the left.
 template <bool isRightwards>
 void CoverageBuffer::addToRows(const DeviceRect& side, float direction) {
   const double x0 = side.left, y0 = side.top;
@@ -200,9 +199,9 @@ void CoverageBuffer::addToRows(const DeviceRect& side, float direction) {
     at = to;
     return Chain{marksOf(row, direction), left.column, right.column};
   };
-  // Where it comes to a row's lower edge; rounding must not lead it beyond its end.
+  // Where the side meets a row's lower edge; rounding must not move this beyond the side's end.
   const auto placeBelow = [&](int i) {
-    // From the start every time, so that errors do not add up.
+    // This is computed from the start every time, so that errors do not add up.
     const double x = x0 + (i + 1 - y0) * slope;
     const int column = isRightwards ? std::min(int(x), end.column) : std::max(int(x), end.column);
     return Place{float(x - column), column};
@@ -216,7 +215,7 @@ void CoverageBuffer::addToRows(const DeviceRect& side, float direction) {
   passRows(highest, addPart(end, direction * float(side.bottom - last)), direction);
 }
 
-// The chain has gone over several rows, from the highest to the lowest or the other way.
+// The chain has passed several rows, from the highest to the lowest or the other way.
 inline void CoverageBuffer::passRows(const Chain& highest, const Chain& lowest, float direction) {
   const Chain from = direction > 0 ? highest : lowest;
   stayIn(from.marks, from.first, from.last);
@@ -224,7 +223,7 @@ inline void CoverageBuffer::passRows(const Chain& highest, const Chain& lowest, 
   chain_ = direction > 0 ? lowest : highest;
 }
 
-// Where nothing but the same pillars goes through rows, the first of them is as good as all.
+// Where only the same pillars go through several rows, the first row represents all of them.
 void CoverageBuffer::placePillars() {
   if (pillars_.empty()) return;
   int row = rows_, end = 0;
@@ -233,7 +232,7 @@ void CoverageBuffer::placePillars() {
     end = std::max(end, pillar.bottom);
   }
   while (row < end) {
-    // Where a pillar begins or ends next.
+    // The next row where a pillar begins or ends.
     int next = end;
     for (const Pillar& pillar : pillars_) {
       if (pillar.top > row) next = std::min(next, pillar.top);
@@ -254,7 +253,7 @@ void CoverageBuffer::addPillars(int row) {
   }
 }
 
-// Of these rows, whose marks follow each other, or the end.
+// The first of these rows that has a mark, or `end`. The rows' marks are contiguous.
 int CoverageBuffer::firstTouched(int row, int end) {
   const std::uint64_t *const marks = rowMarks(row), *const last = rowMarks(end), *at = marks;
   const auto two = [&at](int index) {
@@ -271,18 +270,18 @@ int CoverageBuffer::firstTouched(int row, int end) {
   return row + int((at - marks) / (4 * words_));
 }
 
-// From this row on each row of a repeat gets its own sides.
+// From this row on, gives each row of a repeat its own sides.
 void CoverageBuffer::writeRepeats(int firstRow) {
   for (const Repeat& rows : repeats_) {
     for (int row = std::max(rows.first + 1, firstRow); row < rows.end; ++row) addPillars(row);
   }
 }
 
-// Of a side that crosses several pixels of a row.
+// Adds a side that crosses several pixels of a row.
 inline void CoverageBuffer::Row::addToPixels(Place left, Place right, Cover cover) {
   float* const value = values + left.column;
-  // The area right of the side grows quadratically in its first and last pixel, linearly between. Each pixel
-  // gets its area less what the pixels before it got.
+  // The area right of the side grows quadratically in its first and last pixel, linearly between them. Each pixel gets its
+  // area minus what the pixels before it got.
   const int pixels = right.column - left.column;
   const float in = 1 - left.inPixel;
   float level = cover.perPixel * in;
@@ -299,7 +298,7 @@ inline void CoverageBuffer::Row::addToPixels(Place left, Place right, Cover cove
   value[pixels + 1] += cover.whole - lastArea;
 }
 
-// A level side covers nothing, but what it bounds does. It continues in the direction of the side before it.
+// A level side covers nothing, but it bounds what is covered. It has the direction of the side before it.
 void CoverageBuffer::markLevel(double y, double from, double to) {
   const double left = std::max(std::min(from, to), 0.0), right = std::min(std::max(from, to), width_);
   if (!(y > 0 && y < height_ && left < right) || y == int(y)) return;
@@ -324,8 +323,8 @@ void CoverageBuffer::noteTwice(std::uint64_t* at, std::uint64_t bits) {
   firstTwice_ = std::min(firstTwice_, int(word / ofRow));
 }
 
-// Near its tip a shape may be so narrow that its sides cross within one pixel, one on its way down and one up: where they have
-// changed places the sum takes what they cover for a hole.
+// Near its tip a shape may be so narrow that a side that goes down and one that goes up cross within one pixel. After the
+// crossing the sum counts what they cover as a hole.
 void CoverageBuffer::findCrossedTips(const Shape& shape) {
   for (std::size_t i = 0; i < shape.polygons.count(); ++i) {
     const std::span<const CGPoint> points = shape.polygons.polygon(i);
@@ -345,7 +344,7 @@ void CoverageBuffer::findCrossedTips(const Shape& shape) {
   }
 }
 
-// Of chains from this point on, where one of them ends, to where the next begins: there are level sides at most between.
+// Examines the tip between a chain that ends at this point and the next chain; at most level sides lie between them.
 void CoverageBuffer::noteTip(std::span<const CGPoint> points, std::size_t end, const Shape& shape) {
   const std::size_t count = points.size();
   std::size_t start = end, next = end + 1 < count ? end + 1 : 0;
@@ -354,7 +353,7 @@ void CoverageBuffer::noteTip(std::span<const CGPoint> points, std::size_t end, c
   const CGPoint in = before - points[end], out = points[next] - points[start];
   const bool isChainsEnd = out.y * in.y > 0;
   if (!isChainsEnd) return;
-  // The tip of a curve, as most are, turns the same way before and after it, and leads its sides away from each other.
+  // Most tips are those of curves: the curve turns the same way before and after the tip, and its sides diverge.
   const CGPoint first = points[end > 1 ? end - 2 : end + count - 2], last = points[next + 1 < count ? next + 1 : 0];
   const double turn = cross(out, in);
   if (turn * cross(before - first, in) < 0 && turn * cross(last - points[next], out) < 0) return;
@@ -366,7 +365,7 @@ CGPoint CoverageBuffer::placed(CGPoint p, const Shape& shape) const {
   return {(p.x + shape.moved.x) * shape.scale - left_, (p.y + shape.moved.y) * shape.scale - top_};
 }
 
-// Goes along both chains from a tip, no farther than this.
+// Follows both chains from a tip, up to a distance of `reach`.
 std::optional<CGPoint> CoverageBuffer::crossingNearTip(std::span<const CGPoint> points, Tip tip, double reach) {
   const std::size_t count = points.size();
   std::size_t a = tip.end, b = tip.start;
@@ -398,7 +397,8 @@ std::optional<CGPoint> CoverageBuffer::crossingNearTip(std::span<const CGPoint> 
   return std::nullopt;
 }
 
-// Where a chain turns sharply to the side, a side of another one may go across it, in any of the pixels that have this point.
+// Where a chain turns sharply to the side, a side of another chain may cross it, in any of the pixels that contain this
+// point.
 void CoverageBuffer::noteSpike(CGPoint p) {
   if (!(p.x >= 0 && p.x < width_ && p.y >= 0 && p.y < height_)) return;
   const int right = int(p.x), bottom = int(p.y);
@@ -425,7 +425,7 @@ void CoverageBuffer::noteCrossedTip(CGPoint tip, CGPoint crossing) {
   firstTwice_ = std::min(firstTwice_, int(top));
 }
 
-// Puts right what sums do not tell, from the row before this one on, which is the last that is summed up.
+// Corrects what the sums do not show, from the row before this one on. This row is the last one that has been summed.
 void CoverageBuffer::correctFrom(int firstRow, Range before, const Shape& shape) {
   std::uint8_t* const isOverlap = isOverlap_.data();
   const int from = std::max(firstRow - 1, 0);
@@ -446,7 +446,7 @@ void CoverageBuffer::correctFrom(int firstRow, Range before, const Shape& shape)
   for (const PixelRect& patch : patches_) replacePatch(shape, patch);
 }
 
-// Between two neighbouring windings coverage goes up and down in turn.
+// From one whole winding to the next, even-odd coverage alternately rises and falls.
 void CoverageBuffer::fold(int row) {
   float* const values = rowValues(row);
   forEachRun(row, [values](int block, int count) {
@@ -455,12 +455,12 @@ void CoverageBuffer::fold(int row) {
   });
 }
 
-// What it takes to resolve polygons there, roughly: it grows with the pixels, and all polygons are looked through.
+// The approximate cost of resolving polygons there: it grows with the pixels, and all polygons are searched.
 double CoverageBuffer::costOf(const PixelRect& patch) const {
   return (patch.width() + 3.0) * (patch.height() + 4.0) + costOfPatch_;
 }
 
-// The suspicious pixels in rectangles.
+// Collects the suspicious pixels in rectangles.
 void CoverageBuffer::findPatches(int firstRow, const Polygons& polygons) {
   clearForReuse(patches_);
   costOfPatch_ = double(polygons.pointCount()) / pointsPerPixel;
@@ -474,14 +474,14 @@ void CoverageBuffer::findPatches(int firstRow, const Polygons& polygons) {
         const int first = std::countr_zero(bits), count = std::countr_one(bits >> first);
         bits &= bits + (std::uint64_t(1) << first);
         const int x = box_.left + word * 64 + first, y = box_.top + row;
-        // A chain along the box's right edge is in no pixel of it.
+        // A chain along the box's right edge is in none of its pixels.
         if (x < box_.right) addPatch({x, y, std::min(x + count, box_.right), y + 1});
       }
     }
   }
 }
 
-// Joins it with others where that is as good.
+// Joins the patch with others where that does not cost more.
 void CoverageBuffer::addPatch(PixelRect patch) {
   const auto firstOfLast = [this] { return patches_.size() - std::min(patches_.size(), lastPatches); };
   for (std::size_t i = patches_.size(); i-- > firstOfLast();) {
@@ -489,7 +489,7 @@ void CoverageBuffer::addPatch(PixelRect patch) {
     if (costOf(both) > costOf(patch) + costOf(patches_[i])) continue;
     patch = both;
     patches_.erase(patches_.begin() + std::ptrdiff_t(i));
-    i = patches_.size();  // it is larger now
+    i = patches_.size();  // the patch is larger now
   }
   if (patches_.size() < maxPatches) return patches_.push_back(patch);
   const auto more = [&](const PixelRect& other) { return costOf(patch.united(other)) - costOf(other); };
@@ -503,7 +503,7 @@ void CoverageBuffer::giveResolverBack() {
   sweeps_ = 0;
 }
 
-// Writes the sum into blocks of a row where nothing was added.
+// Writes the sum into those blocks of a row to which nothing was added.
 void CoverageBuffer::writeOut(int row, int first, int last) {
   std::uint64_t* const touched = rowMarks(row);
   const auto bitsOf = [](int block) { return firstBlock << (block * blockSize % 64); };
@@ -522,14 +522,14 @@ void CoverageBuffer::writeOut(int row, int first, int last) {
 
 void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch) {
   const int row = patch.top - box_.top;
-  // What follows in the row counts from the pixel after the patch.
+  // The rest of the row needs its sum in the pixel after the patch.
   for (int i = row; i < row + patch.height(); ++i) writeOut(i, patch.left - box_.left, patch.right - box_.left);
   resolver_.cover({.moved = shape.moved, .scale = shape.scale, .rule = shape.rule, .box = DeviceRect::of(patch)},
                   rowValues(row) + (patch.left - box_.left), stride_);
   sidesSearched_ += resolver_.sidesOfStrips();
 }
 
-// Of a chain's pixels, each of which changes the one on its right as well.
+// Marks the blocks of a chain's pixels, each of which also changes the pixel on its right.
 void CoverageBuffer::touchBlocks(int row) {
   std::uint64_t* const touched = rowMarks(row);
   std::uint64_t last = 0;

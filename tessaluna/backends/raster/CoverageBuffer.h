@@ -1,15 +1,15 @@
-// How much of each pixel polygons cover, from the exact areas under their sides.
+// Computes how much of each pixel polygons cover, from the exact areas under their sides.
 //
-// Every side adds to each pixel that it crosses the change of covered area from the pixel's left neighbour;
-// the sum of a row from the left up to a pixel is then that pixel's winding number averaged over its area.
-// One bit for each block of four pixels notes where anything was added: between such blocks the sum does not change,
-// and the row needs no look at pixels.
+// Every side adds to each pixel that it crosses the change of covered area from the pixel's left neighbour; the sum of a row
+// from the left up to a pixel is then that pixel's winding number averaged over its area. One bit per block of four pixels
+// notes where anything was added: between such blocks the sum does not change, and the row is not read pixel by pixel.
 //
-// That average tells the coverage of a pixel through which no more than one monotone chain of sides goes down and one up,
-// whatever lies left of it: its windings are then all of one sign, or of two neighbouring numbers. So chains are counted, one bit
-// for each pixel and direction and one where there are two. Those pixels are suspicious, and so are those with one of either
-// direction near rows whose sums show windings other than 0 and 1: the two may cross. So may they near a tip, the point where one chain
-// ends and the next begins, and where a chain turns sharply to the side. The coverage of those pixels comes from an OverlapResolver.
+// That average is the coverage of a pixel through which at most one monotone chain of sides goes down and one goes up,
+// whatever lies left of it: its windings are then all of one sign, or two neighbouring numbers. So chains are counted: one
+// bit per pixel and direction, and one more where there are two chains of a direction. Those pixels are suspicious. So are
+// pixels with one chain of each direction near rows whose sums show windings other than 0 and 1, because the two may cross.
+// They may also cross near a tip, the point where one chain ends and the next begins, and where a chain turns sharply to the
+// side. An OverlapResolver computes the coverage of those pixels.
 #pragma once
 
 #include <bit>
@@ -27,10 +27,10 @@
 
 namespace tessaluna::backend::raster {
 
-// Below this a pixel's 8-bit value cannot change; rounding leaves such rests where a sum should be 0.
+// Coverage below this cannot change a pixel's 8-bit value; rounding leaves such remainders where a sum should be 0.
 inline constexpr float leastCoverage = 1.0f / 1024;
 
-// Above this a pixel counts as all covered.
+// Above this a pixel counts as fully covered.
 inline constexpr float fullCoverage = 1 - leastCoverage;
 
 // The coverage of a pixel with this average winding.
@@ -51,13 +51,13 @@ class CoverageBuffer {
     FillRule rule = FillRule::NonZero;
     CGPoint moved = {};
     double scale = 1;        // after moving
-    bool liesInBox = false;  // as it is, neither moved nor scaled; else it may
-    bool isStroke = false;   // which never covers anything the other way round
+    bool liesInBox = false;  // without moving or scaling; false if that is unknown
+    bool isStroke = false;   // whose windings never have the opposite sign
     PixelOffset shown = {};  // added to the pixels that the sink receives
   };
 
-  // Gives the sink the coverage of the pixels in the box, which is in the shape's space. When memory is short the sink receives
-  // nothing, and the result is false.
+  // Sends the coverage of the pixels in the box to the sink; the box is in the shape's space. When memory is short the sink
+  // receives nothing, and the result is false.
   template <class Sink>
   bool sweep(const Shape& shape, const PixelRect& box, Sink& sink);
   // The work of the last sweep's search for overlaps: how many sides go through each strip of each patch that was searched.
@@ -65,19 +65,19 @@ class CoverageBuffer {
 
  private:
   static constexpr int blockSize = 4;
-  // What sums of a row and the row before it have shown.
+  // The range of a row's sums.
   struct Range {
     Float4 lowest{}, highest{};
     bool showsOverlap(const Range& before) const;
   };
-  // The chain that is being added: in the row that it has come to, whose marks of its direction these are, it goes over these
-  // pixels, which are not marked yet.
+  // The chain that is being added: the pixels that it crosses in its current row, which are not marked yet, and that row's
+  // marks for its direction.
   struct Chain {
     std::uint64_t* marks = nullptr;  // null at its start
     int first = 0, last = 0;
   };
 
-  // Of a polygon: the points where one chain ends and the next begins, with none but level sides between them.
+  // The points of a polygon where one chain ends and the next begins, with only level sides between them.
   struct Tip {
     std::size_t end, start;
   };
@@ -86,7 +86,7 @@ class CoverageBuffer {
     float inPixel;  // from the left edge of its pixel
     int column;
   };
-  // How much of a row's height a side covers: on its way through the row, and while it goes over one pixel.
+  // How much of a row's height a side covers: in the whole row, and while it crosses one pixel.
   struct Cover {
     float whole, perPixel;
   };
@@ -99,17 +99,17 @@ class CoverageBuffer {
     void addToPixels(Place left, Place right, Cover cover);
   };
 
-  enum class Touched { Keep, Clear };  // of a row, what it holds
-  // An upright side, or what of it goes through whole rows: through all of them in the same way.
+  enum class Touched { Keep, Clear };  // what happens to a row's values after they are read
+  // The part of an upright side that goes through whole rows, through all of them in the same way.
   struct Pillar {
     Place at;
     float direction;
     int top, bottom;
   };
-  // Each of the rows looks through all pillars, and for fewer rows a repeat is not worth its beginning.
+  // Each row is compared with all pillars, and for fewer rows a repeat is not worth its overhead.
   static constexpr std::size_t maxPillars = 32;
   static constexpr int minPillar = 4;  // rows
-  // Rows that are all as the first of them, to which alone sides were added.
+  // Rows that all equal the first one. Sides were added only to that one.
   struct Repeat {
     int first, end;
   };
@@ -174,8 +174,7 @@ class CoverageBuffer {
     row.values += stride_;
     row.marks += 4 * words_;
   }
-  // Calls run(first, count) for the runs of touched blocks in a row, which do not continue from one word to the
-  // next.
+  // Calls run(first, count) for the runs of touched blocks in a row. A run ends at the end of a word.
   template <Touched after = Touched::Keep, class Function>
   void forEachRun(int row, Function run);
 
@@ -183,24 +182,24 @@ class CoverageBuffer {
   int sinkLeft_ = 0, sinkTop_ = 0;                      // of the box, in the pixels that the sink receives
   double left_ = 0, top_ = 0, width_ = 0, height_ = 0;  // of the box
   int rows_ = 0;
-  // Values a row: the width in whole blocks, and one more block for what falls right of the last pixel.
+  // Values per row: the width in whole blocks, and one more block for what falls right of the last pixel.
   int stride_ = 0;
   WorkBuffer<float> values_;
-  // One bit for each pixel, in four kinds of marks a row: all of a block that was touched, known when the row is summed up; pixels
-  // with a chain that goes down; with one that goes up; with two of either.
+  // One bit per pixel, in four kinds of marks per row: all pixels of a touched block, set when the row is summed; pixels
+  // with a chain that goes down; with one that goes up; with two chains of one direction.
   WorkBuffer<std::uint64_t> marks_;
-  int words_ = 0;        // a row, of each kind
+  int words_ = 0;        // per row and kind
   float direction_ = 1;  // of the side that was added last: 1 down, -1 up
   Chain chain_;
   std::vector<Pillar> pillars_;
   std::vector<Repeat> repeats_;         // from the top
   int firstTwice_ = 0;                  // the first row with two chains of a direction in a pixel
-  WorkBuffer<std::uint8_t> isOverlap_;  // one a row: 1 where sums show an overlap
-  OverlapResolver resolver_;            // keeps its memory for so many sweeps: one of a huge tangle is large
+  WorkBuffer<std::uint8_t> isOverlap_;  // one per row: 1 where sums show an overlap
+  OverlapResolver resolver_;            // keeps its memory for so many sweeps: a huge tangle needs much of it
   static constexpr int sweepsOfResolver = 1000;
-  int sweeps_ = 0;                  // with this one
+  int sweeps_ = 0;                  // with the current resolver
   std::vector<PixelRect> patches_;  // within the box
-  double costOfPatch_ = 0;          // of each, however small
+  double costOfPatch_ = 0;          // of each patch, whatever its size
   std::size_t sidesSearched_ = 0;
 };
 
@@ -219,8 +218,8 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   if (++sweeps_ == sweepsOfResolver) giveResolverBack();
   placePillars();
   if (!shape.isStroke) findCrossedTips(shape);
-  // The sink receives a row after the next one was looked at: its own part of an overlap may have been too small to show.
-  Repeat pending{0, 0};  // the rows that it receives next
+  // The sink receives a row only after the next row is known: the row's own part of an overlap may be too small to show.
+  Repeat pending{0, 0};  // the rows that the sink receives next
   std::size_t next = 0;
   const auto rowsFrom = [&](int row) {
     return next < repeats_.size() && repeats_[next].first == row ? repeats_[next++] : Repeat{row, row + 1};
@@ -230,7 +229,7 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
     const Range range = sumRow(rows.first);
     if (rows.first >= firstTwice_ || range.showsOverlap(before)) {
       isOverlap_.data()[rows.first] = range.showsOverlap(before);
-      // The row before it may have a part in the overlap.
+      // The row before may be part of the overlap.
       const bool isCopy = pending.first + 1 < pending.end;
       if (isCopy) --pending.end;
       writeRepeats(pending.end);
@@ -257,7 +256,7 @@ inline void CoverageBuffer::forEachRun(int row, Function run) {
     if constexpr (after == Touched::Clear) words[word] = 0;
     while (bits != 0) {
       const int first = std::countr_zero(bits);
-      const std::uint64_t others = bits & (bits + (std::uint64_t(1) << first));  // the sum carries over the run
+      const std::uint64_t others = bits & (bits + (std::uint64_t(1) << first));  // the carry of the sum clears the run
       run(word * blocksOfWord + first / blockSize, std::countr_one(bits >> first) / blockSize);
       bits = others;
     }
@@ -269,8 +268,8 @@ template <CoverageBuffer::Touched after, class Uniform, class Varied>
 inline void CoverageBuffer::forEachPart(int row, Uniform uniform, Varied varied) {
   const int width = box_.width();
   float* const values = rowValues(row);
-  int done = 0;       // pixels that the sink has
-  float winding = 0;  // of the last of them
+  int done = 0;       // pixels that were sent to the sink
+  float winding = 0;  // of the last one
   const auto sendUniform = [&](int end) {
     if (done < end && std::abs(winding) > leastCoverage) uniform(done, end - done, winding);
   };
@@ -318,7 +317,7 @@ void CoverageBuffer::sendRepeat(const Repeat& rows, Sink& sink) {
   }
 }
 
-// The chain goes over these pixels of a row, in which it may have been before: in a row they follow each other.
+// Notes the pixels that the chain crosses in a row. It may already be in that row; its pixels in a row are contiguous.
 inline void CoverageBuffer::stayIn(std::uint64_t* marks, int first, int last) {
   if (marks == chain_.marks) {
     chain_.first = std::min(chain_.first, first);
@@ -329,12 +328,12 @@ inline void CoverageBuffer::stayIn(std::uint64_t* marks, int first, int last) {
   chain_ = {marks, first, last};
 }
 
-// The chain does not come back to its row.
+// The chain does not return to its row.
 inline void CoverageBuffer::leaveRow() {
   if (chain_.marks) mark(chain_.marks, chain_.first, chain_.last);
 }
 
-// Marks the pixels of a row that a chain goes over.
+// Marks the pixels of a row that a chain crosses.
 inline void CoverageBuffer::mark(std::uint64_t* marks, int first, int last) {
   const unsigned word = unsigned(first) / 64;
   if (word != unsigned(last) / 64) [[unlikely]]

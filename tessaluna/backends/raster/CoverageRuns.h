@@ -1,4 +1,4 @@
-// Coverage as a sink received it, to be passed on again, at any place.
+// Coverage as a sink received it, which can be sent to another sink again, at any place.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace tessaluna::backend::raster {
 
 class CoverageRuns {
  public:
-  // For a box of no more than this a side.
+  // The longest side of a box.
   static constexpr int maxSide = 1 << 14;
 
   void begin(const PixelRect& box) {
@@ -24,7 +24,7 @@ class CoverageRuns {
   const PixelRect& box() const { return box_; }
   std::size_t bytes() const { return runs_.size() * sizeof(Run) + windings_.size() * sizeof(float); }
 
-  // A sink of a coverage buffer.
+  // These make it a sink of a coverage buffer.
   void uniform(int x, int y, int count, float winding) { uniformRows({x, y, x + count, y + 1}, winding); }
   void varied(int x, int y, int count, const float* windings) { variedRows({x, y, x + count, y + 1}, windings); }
   void uniformRows(const PixelRect& box, float winding) {
@@ -36,7 +36,7 @@ class CoverageRuns {
     windings_.insert(windings_.end(), windings, windings + box.width());
   }
 
-  // The same coverage, so many pixels away.
+  // Sends the same coverage to a sink, moved by `away`.
   template <class Sink>
   void sendTo(Sink& sink, PixelOffset away) const {
     const PixelOffset origin{box_.left + away.x, box_.top + away.y};
@@ -48,7 +48,7 @@ class CoverageRuns {
         else sink.variedRows(box, winding);
         winding += run++->windingCount();
       } else {
-        // All of a row before the next one, for those that have the same runs.
+        // This sink needs all of a row before the next one, also where rows share their runs.
         auto end = run;
         const float* next = winding;
         while (end < runs_.end() && end->y == run->y) next += end++->windingCount();
@@ -79,7 +79,7 @@ class CoverageRuns {
   }
   PixelRect box_;
   std::vector<Run> runs_;
-  std::vector<float> windings_;  // one of a uniform run, else one of each pixel
+  std::vector<float> windings_;  // one for a uniform run, one per pixel for a varied one
 };
 
 }  // namespace tessaluna::backend::raster

@@ -1,8 +1,8 @@
-// Turns a path into polylines: applies a transform, replaces curves by chords that stay within a tolerance,
-// and leaves out what is not finite. A sink receives what it finds:
-//   moveTo(p), lineTo(p, Corner), close(), and around the chords of a whole curve leave(direction),
-//   arrive(direction)
-// A sink with `wantsDirections` receives the points inside a curve by curvePoint(p, direction) instead.
+// Turns a path into polylines: applies a transform, replaces curves with chords that stay within a tolerance, and leaves out
+// points that are not finite. A sink receives the result:
+//   moveTo(p), lineTo(p, Corner), close()
+//   leave(direction), arrive(direction)    before and after the chords of a whole curve
+// A sink with `wantsDirections` receives the points inside a curve through curvePoint(p, direction) instead of lineTo.
 #pragma once
 
 #include <algorithm>
@@ -16,23 +16,21 @@
 
 namespace tessaluna::backend::raster {
 
-// What the end of a chord is: a point of the path, or one inside a curve, where a stroke turns without a
-// join.
+// Whether a chord ends at a point of the path or at one inside a curve, where a stroke turns without a join.
 enum class Corner { Sharp, Smooth };
 
 struct FlattenSettings {
-  DeviceRect visible;       // where chords must be accurate, in the space that the points are transformed to
-  double tolerance = 0.02;  // largest distance of a chord from its curve
-  double reach = 0;         // of a pen that will go along the curve: what it draws there must be as accurate
-  // Chords that are farther off will do where no more than this area lies between them and the curve in one place and to
-  // one side.
+  DeviceRect visible;       // where chords must be accurate, in the space of the transformed points
+  double tolerance = 0.02;  // the largest distance of a chord from its curve
+  double reach = 0;         // of a pen that follows the curve: what it draws must be as accurate
+  // Chords may be farther off where no more than this area lies between them and the curve, in one place and on one side.
   double areaTolerance = 0;
-  // Lengths count: what is not visible gets its chords as well, unless the curve is huge.
+  // True if lengths matter: invisible parts are then divided into chords too, unless the curve is huge.
   bool keepsLengths = false;
-  double endStep = 1;  // of a curve's first and last chord, in steps of its parameter
+  double endStep = 1;  // the length of a curve's first and last chord, in steps of its parameter
 };
 
-// Points farther out than this are as good as infinite: products of two still fit a double.
+// Points farther out than this count as infinite. The product of two coordinates still fits a double.
 constexpr double farthestPoint = 1e100;
 
 inline bool isUsable(CGPoint p) { return std::abs(p.x) <= farthestPoint && std::abs(p.y) <= farthestPoint; }
@@ -60,13 +58,15 @@ class Flattener {
   }
 
  private:
-  static constexpr int maxSteps = 64;  // chords of a piece: a curve of more is split, and gets fewer out of sight
+  // Chords per piece: a curve that needs more is split, and has fewer chords where it is invisible.
+  static constexpr int maxSteps = 64;
   static constexpr int deepestSplit = 48;
-  // Of one curve, and of a path. A curve that is seen as a part of a huge one needs two for each level; only where almost
-  // all of a huge one counts, as for a pen of that size, are there more, and then a coarse one does.
+  // The splits of one curve and of a path. Where only a part of a huge curve is visible, each level needs two. More are
+  // needed only where almost all of a huge curve matters, as for a pen of that size, and there coarse chords are good
+  // enough.
   static constexpr int maxSplitsOfCurve = 256, maxSplits = 8192;
-  static constexpr float maxStepsWithLength =
-      maxSteps * 64;  // chords of a curve whose length is kept: splits for as many do
+  // Chords of a curve whose length is kept: the splits are enough for that many.
+  static constexpr float maxStepsWithLength = maxSteps * 64;
 
   void move(CGPoint to) {
     hasStart_ = isUsable(to);
@@ -97,10 +97,10 @@ class Flattener {
     const CGPoint p0 = current_;
     current_ = p3;
     const auto direction = [](CGPoint a, CGPoint b) { return CGPoint{b.x - a.x, b.y - a.y}; };
-    // Controls that lie on an end say nothing of the direction there; the next one does.
+    // A control point that coincides with an end gives no direction there; the next point does.
     splitsLeftOfCurve_ = maxSplitsOfCurve;
     sink_.leave(direction(p0, p1 != p0 ? p1 : p2 != p0 ? p2 : p3));
-    // Nearly all curves are in the picture and need no splitting: the short way is open to the compiler.
+    // Nearly all curves are in the picture and need no splitting: the compiler can inline this short way.
     const bool isNeeded = settings_.keepsLengths || isVisible(p0);
     const float wanted = isNeeded ? wantedChords(p0, p1, p2, p3) : maxSteps + 1;
     leavesOut_ = !settings_.keepsLengths || !(wanted < maxStepsWithLength);
@@ -114,7 +114,7 @@ class Flattener {
     return p.x >= v.left && p.x <= v.right && p.y >= v.top && p.y <= v.bottom;
   }
 
-  // True if the whole curve lies beyond one side, where its chord covers what it covers.
+  // True if the whole curve lies beyond one side, where its chord covers the same as the curve.
   bool isBeside(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3) const {
     const DeviceRect& v = settings_.visible;
     return std::max(std::max(p0.x, p1.x), std::max(p2.x, p3.x)) < v.left ||
@@ -123,19 +123,19 @@ class Flattener {
            std::min(std::min(p0.y, p1.y), std::min(p2.y, p3.y)) > v.bottom;
   }
 
-  // How many chords stay within the tolerances.
+  // How many chords are needed to stay within the tolerances.
   float wantedChords(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3) const {
     const CGPoint d0{p1.x - p0.x, p1.y - p0.y}, d1{p2.x - p1.x, p2.y - p1.y}, d2{p3.x - p2.x, p3.y - p2.y};
     // A sixth of the second derivative at either end; between them it is linear.
     const double ax = d1.x - d0.x, ay = d1.y - d0.y, bx = d2.x - d1.x, by = d2.y - d1.y;
-    // Single precision does for a number of chords, and takes half the time.
+    // Single precision is enough for a number of chords, and takes half the time.
     float bend = std::sqrt(float(std::max(ax * ax + ay * ay, bx * bx + by * by)));
-    // The first derivative times the second one is quadratic, with these coefficients of Bernstein's form times 18.
+    // The first derivative times the second one is quadratic, with these Bernstein coefficients times 18.
     const auto cross = [](CGPoint a, CGPoint b) { return std::abs(float(a.x * b.y - a.y * b.x)); };
     float sweep = std::max(std::max(cross(d0, d1), cross(d1, d2)), 0.5f * cross(d0, d2));
     if constexpr (requires { Sink::wantsDirections; }) {
-      // The pen's far edge is as much longer as it lies farther out than the curve: in the middle, and where a curve begins or
-      // ends by a bend as sharp as its control points make it.
+      // The pen's far edge is longer in proportion to how much farther out it lies than the curve: in the middle, and at an
+      // end where the control points make the curve bend sharply.
       const float x = float(p3.x - p0.x), y = float(p3.y - p0.y), reach = float(settings_.reach);
       const auto atEnd = [&](float turn, CGPoint leg) {
         const float squares = float(leg.x * leg.x + leg.y * leg.y);
@@ -149,7 +149,7 @@ class Flattener {
     return std::min(std::sqrt(bend * perTolerance_), roughCubeRoot(sweep * perArea_)) + float(saved_);
   }
 
-  // By its logarithm, to a few hundredths.
+  // Uses the logarithm; accurate to a few hundredths.
   static float roughCubeRoot(float v) { return std::bit_cast<float>(std::bit_cast<std::uint32_t>(v) / 3 + 0x2a5137a0); }
 
   void split(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, Corner end, int depth) {
@@ -169,9 +169,9 @@ class Flattener {
   }
 
   // Chords between evenly spaced parameters. A chord of step h lies h^2/12 |B''| inside its curve on average;
-  // moving every inner point outward by that much leaves no area out, so that a third of the chords do. The
-  // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients. At a
-  // curve's ends, which cannot be moved, that needs shorter chords.
+  // moving every inner point outward by that much leaves no area out, so that a third of the chords is enough. The
+  // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients. A
+  // curve's ends cannot be moved, so the chords there must be shorter.
   void step(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, int count, Corner end) {
     const double h = 1.0 / (count - saved_);
     const CGPoint a{p3.x - p0.x + 3 * (p1.x - p2.x), p3.y - p0.y + 3 * (p1.y - p2.y)};
@@ -194,14 +194,14 @@ class Flattener {
 
   const FlattenSettings settings_;
   const float perTolerance_ = float(1 / (2 * settings_.tolerance));
-  // A chord of length L on radius r has at most L^3 / 60 r to one side of it in one place.
+  // A chord of length L on radius r leaves an area of at most L^3 / 60 r on one side of it in one place.
   const float perArea_ = settings_.areaTolerance > 0 ? float(0.3 / settings_.areaTolerance)
                                                      : std::numeric_limits<float>::max();
-  const double saved_ = 2 - 2 * settings_.endStep;  // steps, at both ends
+  const double saved_ = 2 - 2 * settings_.endStep;  // steps saved at both ends together
   Sink& sink_;
   CGPoint start_, current_;
   bool hasStart_ = false, isOpen_ = false;
-  bool leavesOut_ = true;  // of a curve, what lies beside the visible rectangle
+  bool leavesOut_ = true;  // whether parts of a curve beside the visible rectangle are left out
   int splitsLeftOfCurve_ = 0, splitsLeft_ = maxSplits;
 };
 

@@ -1,5 +1,5 @@
-// Four floats worked on at once: the channels of a pixel (blue, green, red, alpha, as they lie in memory,
-// premultiplied, 0...1), or four neighbours in a row.
+// Four floats that are processed at once: the channels of a pixel (blue, green, red, alpha as in memory, premultiplied,
+// 0...1), or four neighbours in a row.
 #pragma once
 
 #include <cstdint>
@@ -28,10 +28,10 @@ inline Float4 fourOf(const float* values) {
   return v;
 }
 
-// Of the products.
+// The high halves of the products.
 inline Short8 highHalf(Short8 a, Short8 b) {
 #ifdef __SSE2__
-  // What compilers make of the loop depends on where it stands.
+  // Whether a compiler vectorizes the loop depends on the code around it.
   return reinterpret_cast<Short8>(_mm_mulhi_epu16(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
 #else
   Short8 result;
@@ -40,13 +40,13 @@ inline Short8 highHalf(Short8 a, Short8 b) {
 #endif
 }
 
-// The bytes of the first halves in turn.
+// The bytes of both first halves, alternating.
 inline Short8 interleavedBytes(Long2 a, Long2 b) {
   return reinterpret_cast<Short8>(__builtin_shufflevector(reinterpret_cast<Byte16>(a), reinterpret_cast<Byte16>(b), 0, 16, 1,
                                                           17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23));
 }
 
-// Of numbers that are no larger than a byte, those bytes.
+// Numbers that are not larger than a byte, as bytes.
 inline Short8 packedBytes(Short8 a, Short8 b) {
 #ifdef __SSE2__
   return reinterpret_cast<Short8>(_mm_packus_epi16(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
@@ -57,7 +57,7 @@ inline Short8 packedBytes(Short8 a, Short8 b) {
 }
 
 #ifdef __SSE2__
-// Of the flags that a comparison gives.
+// `flags` is the result of a comparison.
 inline bool isAnySet(Int4 flags) { return _mm_movemask_ps(reinterpret_cast<Float4>(flags)) != 0; }
 inline Float4 smaller(Float4 a, Float4 b) { return _mm_min_ps(a, b); }
 inline Float4 larger(Float4 a, Float4 b) { return _mm_max_ps(a, b); }

@@ -1,5 +1,5 @@
-// The coverage of glyphs at the places on the pixel grid where they are drawn: on whole rows, and to a quarter of a pixel
-// across. Bounded: when it is full it is emptied.
+// The coverage of glyphs at the places on the pixel grid where they are drawn: on whole rows, and at quarters of a pixel
+// across. The cache is bounded: when it is full it is emptied.
 #pragma once
 
 #include <cstdint>
@@ -14,25 +14,25 @@ namespace tessaluna::backend::raster {
 
 struct GlyphMask {
   PixelRect box;                       // relative to the pixel that the glyph's origin lies in
-  std::vector<std::uint8_t> coverage;  // row by row, 255 for a pixel that is all covered
+  std::vector<std::uint8_t> coverage;  // row by row, 255 for a fully covered pixel
 };
 
 struct GlyphPlace {
   const Typeface* typeface;
   std::uint32_t glyph;
   int quarter;   // 0 to 3
-  double scale;  // device pixels a point
+  double scale;  // device pixels per point
   friend bool operator==(const GlyphPlace&, const GlyphPlace&) = default;
 };
 
 class GlyphCache {
  public:
-  // Larger glyphs, in pixels a point size's worth, are as well filled as outlines.
+  // The longest side of a mask, in pixels. Larger glyphs are filled as outlines, which is as good.
   static constexpr int maxMaskSide = 96;
 
-  // Null if it has not been kept.
+  // Null for a glyph that is not in the cache.
   const GlyphMask* find(const GlyphPlace& place) const;
-  // Keeps the typeface, too, so that no other can come to stand at its address.
+  // Keeps the typeface too, so that no other typeface can take its address.
   const GlyphMask& keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, GlyphMask mask);
 
  private:

@@ -14,7 +14,7 @@ Float4 premultiplied(Float4 color) {
   return color * splat(alpha);
 }
 
-// Channels of 0...1 with eight bits before the point and 24 behind it, and half a step for rounding.
+// Channels of 0...1 with eight bits before the point and 24 bits after it, plus half a step for rounding.
 Uint4 steps(Float4 color) {
   constexpr float one = 255.0f * (1 << 24);
   constexpr std::uint32_t half = 1u << 23;
@@ -47,14 +47,14 @@ bool GradientRamp::begin(const LinearGradient& gradient, const CGAffineTransform
   perColumn_ = (toPath->a * dx + toPath->b * dy) / squares;
   perRow_ = (toPath->c * dx + toPath->d * dy) / squares;
   if (!std::isfinite(start_) || !std::isfinite(perColumn_) || !std::isfinite(perRow_)) {
-    // An axis without length has everything behind its end.
+    // On an axis without length every pixel lies after the end.
     start_ = stops_.back().location;
     perColumn_ = perRow_ = 0;
   }
   return true;
 }
 
-// Of stops at one place the last one holds from there on.
+// Among stops at one place the last one applies from there on.
 std::size_t GradientRamp::stopAfter(double position) const {
   std::size_t next = 0;
   while (next < stops_.size() && stops_[next].location <= position) ++next;
@@ -63,7 +63,7 @@ std::size_t GradientRamp::stopAfter(double position) const {
 
 Float4 GradientRamp::colorAt(double x, double y) const {
   Float4 color{};
-  // At the pixel's own place, which need not be whole.
+  // The position is that of the pixel's own place, which need not be whole.
   const double position = positionOf(x, y);
   const std::size_t next = stopAfter(position);
   if (next == 0) {
@@ -85,9 +85,9 @@ void GradientRamp::forEachSlope(int x, int y, int count, Write write) const {
     const std::size_t next = stopAfter(position);
     int end = count;
     if (perColumn_ != 0) {
-      // Where the color is no longer between the same stops, nearly, and then by the same sums as above.
+      // First an estimate of where the color leaves these two stops, then a search with the same sums as above.
       const bool isForwards = perColumn_ > 0;
-      const std::size_t left = isForwards ? next : next - 1;  // none: beyond the last one, and no number
+      const std::size_t left = isForwards ? next : next - 1;  // wraps around where there is none
       if (left < stops_.size()) {
         const double after = (stops_[left].location - position) / perColumn_;
         end = floorWithin(after, 0, count - index) + index;
@@ -121,7 +121,7 @@ void GradientRamp::writePixels(int x, int y, int count, std::uint32_t* pixels) {
       const Uint4 whole = first >> 24;
       return fillPixels(pixels + index, pixelCount, 0xff000000 | whole[2] << 16 | whole[1] << 8 | whole[0]);
     }
-    // Sums of steps this fine are right to a hundredth at the end of the longest row.
+    // Sums of such fine steps are exact to a hundredth at the end of the longest row.
     const Uint4 step = steps(slope.perPixel) - (1u << 23);
     const Uint4 places{0, 1, 2, 3};
     Uint4 blue = first[0] + step[0] * places, green = first[1] + step[1] * places, red = first[2] + step[2] * places;
@@ -138,7 +138,7 @@ void GradientRamp::writePixels(int x, int y, int count, std::uint32_t* pixels) {
 
 void GradientRamp::writeInks(int x, int y, int count, InkRow& row) {
   forEachSlope(x, y, count, [&row](int index, int pixelCount, const Slope& slope) {
-    // The fours behind the end are overwritten by what follows.
+    // Pixels of the last four that lie after the end are overwritten by what follows.
     for (int i = 0; i < pixelCount; i += 4) {
       const Float4 places = Float4{0, 1, 2, 3} + splat(float(i));
       const auto channel = [&](int c) { return splat(slope.first[c]) + splat(slope.perPixel[c]) * places; };

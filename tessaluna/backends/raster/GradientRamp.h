@@ -1,5 +1,4 @@
-// The colors along a linear gradient, for device pixels. Colors are mixed as they are, before they are
-// premultiplied.
+// The colors along a linear gradient, for device pixels. Colors are mixed before they are premultiplied.
 #pragma once
 
 #include <vector>
@@ -11,10 +10,10 @@ namespace tessaluna::backend::raster {
 
 class GradientRamp final : public RowSource {
  public:
-  // False where there is nothing to paint: no stops, or a transform that flattens the plane.
+  // False if there is nothing to paint: there are no stops, or the transform flattens the plane.
   bool begin(const LinearGradient& gradient, const CGAffineTransform& toDevice);
 
-  // Of the pixel in this column and row; a fraction asks for a place between centers.
+  // The color of the pixel in this column and row; a fraction means a place between centers.
   Float4 colorAt(double x, double y) const;
 
   bool isOpaque() const override { return isOpaque_; }
@@ -26,20 +25,20 @@ class GradientRamp final : public RowSource {
     double location;
     Float4 color;  // not premultiplied, 0...1
   };
-  // A color that changes evenly from one pixel to the next, not premultiplied.
+  // A color that changes linearly from one pixel to the next, not premultiplied.
   struct Slope {
     Float4 first, perPixel;
   };
 
   double positionOf(double x, double y) const { return start_ + perColumn_ * x + perRow_ * y; }
   std::size_t stopAfter(double position) const;
-  // Calls write(index, count, slope) for the parts of a run over which the color changes evenly.
+  // Calls write(index, count, slope) for the parts of a run over which the color changes linearly.
   template <class Write>
   void forEachSlope(int x, int y, int count, Write write) const;
 
   std::vector<Stop> stops_;
   bool isOpaque_ = false;
-  double start_ = 0, perColumn_ = 0, perRow_ = 0;  // position on the axis of pixel centers
+  double start_ = 0, perColumn_ = 0, perRow_ = 0;  // positions of pixel centers on the axis
 };
 
 }  // namespace tessaluna::backend::raster

@@ -7,18 +7,18 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// A turned image is averaged to so many samples per device pixel and direction, each of a whole pixel's width: between
-// fewer of them the blend would blur, more would not show.
+// A turned image is averaged to this many samples per device pixel and direction, each as wide as a whole pixel. The blend
+// between fewer samples would blur; more samples would not be visible.
 constexpr double samplesPerPixel = 2;
 
-// The channels of two neighbours, with eight bits behind the point.
+// The channels of two neighbours, with eight bits after the point.
 Short8 twoTexels(const std::uint32_t* pixels) {
   Long2 both{};
   std::memcpy(&both, pixels, 8);
   return interleavedBytes(Long2{}, both);
 }
 
-// What was cut off from so many products, half a step for each.
+// What was truncated from so many products: half a step for each.
 Short8 cutOff(int products) { return Short8{} + std::uint16_t(std::min(products / 2, 64)); }
 
 Short8 load(const void* from) {
@@ -98,7 +98,7 @@ bool ImageSampler::beginUpright(const ResampledAxis::Style& across, const Resamp
   columns_ = across.high - across.low;
   averagesRows_ = down_.taps() > 2;
   std::fill_n(rowsMadeFrom_, 2, -1);
-  // Columns are worked on in pairs and read in fours.
+  // Columns are processed in pairs and read in fours.
   const bool hasRows = rows_.prepare(2 * std::size_t(columns_ + 4)) != nullptr;
   const std::size_t width = std::size_t(std::max(texels_.width, across_.taps()));
   if (averagesRows_) {
@@ -118,7 +118,7 @@ bool ImageSampler::beginTurned(CGRect source, const CGAffineTransform& t, const 
   toTexels_ = *back;
   const double across = std::hypot(t.a, t.b), down = std::hypot(t.c, t.d);  // device pixels per source pixel
   if (across < 1 || down < 1 || texels_.width < 2) {
-    // Of the source that shows, with what its edges take from beside them.
+    // The visible part of the source, with a margin from which its edges are blended.
     const CGRect shown =
         back->applyToRect({{double(box.left), double(box.top)}, {double(box.width()), double(box.height())}});
     const double x = std::clamp(CGRectGetMinX(shown) - 2 / across, CGRectGetMinX(source), CGRectGetMaxX(source));
@@ -187,7 +187,7 @@ void ImageSampler::resampleAcross(const Texel* line, std::uint64_t* out) const {
   }
 }
 
-// Rows that follow each other lie beside each other, each in the place of that which is no longer needed.
+// Two consecutive rows are kept; a new one replaces the one that is no longer needed.
 const std::uint64_t* ImageSampler::resampledRow(int sourceRow) {
   const int place = sourceRow % 2;
   std::uint64_t* row = rows_.data() + std::size_t(place) * std::size_t(columns_ + 4);
@@ -210,7 +210,7 @@ ImageSampler::RowsToAverage ImageSampler::rowsUnder(int y) const {
   rows.weightOfFirst = Short8{} + std::uint16_t(weightOf(first));
   rows.weightOfLast = Short8{} + std::uint16_t(weightOf(last));
   if (rows.count <= 2) return rows;
-  // As large as 16 bits allow.
+  // The weight is scaled up as far as 16 bits allow.
   const unsigned between = unsigned(rows.count - 2), all = 0xffff;
   rows.shift = std::min(int(std::bit_width(between)) - 1, 8);
   const unsigned weight = all - unsigned(weightOf(first) + weightOf(last));
@@ -219,7 +219,7 @@ ImageSampler::RowsToAverage ImageSampler::rowsUnder(int y) const {
   return rows;
 }
 
-// A row of the box, from the averages of columns.
+// Makes a row of the box from the averages of columns.
 const std::uint64_t* ImageSampler::averagedRow(int y) {
   if (rowsMadeFrom_[0] == y) return rows_.data();
   rowsMadeFrom_[0] = y;
@@ -233,12 +233,12 @@ const std::uint64_t* ImageSampler::averagedRow(int y) {
   return rows_.data();
 }
 
-// Of so many columns.
+// Averages this many columns.
 template <int fours>
 inline void ImageSampler::averageDown(const RowsToAverage& rows, int x) {
   const std::uint32_t* pixels = rows.first + x;
   const std::size_t step = std::size_t(texels_.width);
-  const int inRow = texels_.width - x;  // of a single four, the last of a row
+  const int inRow = texels_.width - x;  // used by a single four, the last one of a row
   const auto fourAt = [&](int i) {
     if (fours > 1 || inRow >= 4) return loadFour(pixels + 4 * i);
     std::uint32_t some[4] = {};
@@ -301,7 +301,7 @@ void ImageSampler::forEachFourTurned(int x, int y, int count, Write write) const
   const Double2 start{first.x - 0.5, first.y - 0.5}, step{toTexels_.a, toTexels_.b};
   const Double2 none{}, last{double(texels_.width - 1), double(texels_.height - 1)};
   const int lastPair = texels_.width - 2, lastRow = texels_.height - 1;
-  // The neighbours to the left and right, each of those above and below and weighted.
+  // The left and the right neighbour, each blended from those above and below, and weighted.
   const auto pairAt = [&](int index) {
     Double2 at = start + step * double(index);
     at = at > none ? at : none;

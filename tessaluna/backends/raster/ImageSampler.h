@@ -1,8 +1,8 @@
-// The colors of an image as it is shown on the device: copied where its pixels are the device's, averaged where it is shrunk,
-// blended of the nearest where it is enlarged. A turned image that is shrunk is averaged upright first.
+// The colors of an image as the device shows it: copied where its pixels match the device's, averaged where it is shrunk,
+// blended from the nearest pixels where it is enlarged. A turned image that is shrunk is averaged upright first.
 //
-// Sums are of 16 bits, right to a hundredth of a step; the average of more than some hundred pixels in one direction is right
-// to half a step.
+// Sums have 16 bits and are exact to a hundredth of a step; the average of more than some hundred pixels in one direction is
+// exact to half a step.
 #pragma once
 
 #include <vector>
@@ -16,8 +16,9 @@ namespace tessaluna::backend::raster {
 
 class ImageSampler final : public RowSource {
  public:
-  // The part of an image, in its pixels, y down, that a transform puts on the device, and the pixels there that will be asked
-  // for. The image must stay as it is meanwhile. False when memory is short, or for a transform that flattens the plane.
+  // `source` is the part of the image, in its pixels, y down, that the transform maps to the device; `box` contains the
+  // device pixels that will be requested. The image must not change meanwhile. False when memory is short or the transform
+  // flattens the plane.
   bool begin(const ImagePixels& image, CGRect source, const CGAffineTransform& toDevice, const PixelRect& box);
 
   bool isOpaque() const override { return isOpaque_; }
@@ -33,16 +34,16 @@ class ImageSampler final : public RowSource {
     int width = 0, height = 0;
     const std::uint32_t* row(int y) const { return pixels + std::size_t(y) * std::size_t(width); }
   };
-  // Four neighbours in a row, two in each: blue, green, red and alpha with eight bits behind the point.
+  // Four neighbours in a row, two in each half: blue, green, red and alpha with eight bits after the point.
   struct FourTexels {
     Short8 left, right;
   };
-  // Those of the source under a row of the box. All between the first one and the last one count the same.
+  // The source rows under a row of the box. All rows between the first one and the last one have the same weight.
   struct RowsToAverage {
     const std::uint32_t* first = nullptr;
     int count = 0;
     Short8 weightOfFirst{}, weightOfLast{};
-    Short8 between{};  // the weight of their sum, times 2^shift
+    Short8 between{};  // the weight of the sum of those rows, times 2^shift
     int shift = 0;
   };
 
@@ -59,7 +60,7 @@ class ImageSampler final : public RowSource {
   void resampleAcross(const Texel* line, std::uint64_t* out) const;
   template <int pairs, class Texel>
   void resampleAcrossBy(const Texel* line, std::uint64_t* out) const;
-  // Call write(index, four) for a run.
+  // These call write(index, four) for a run.
   template <class Write>
   void forEachFourUpright(int x, int y, int count, Write write);
   template <class Write>
@@ -70,17 +71,18 @@ class ImageSampler final : public RowSource {
   Way way_ = Way::Copied;
   bool isOpaque_ = false;
   Texels texels_;
-  int left_ = 0, top_ = 0;  // of the image where it is copied, of the box elsewhere
+  int left_ = 0, top_ = 0;  // of the image if it is copied, else of the box
 
   ResampledAxis across_, down_;
   int columns_ = 0;  // of the box
-  // Where rows are averaged that comes first: there are more source pixels than pixels. Else each source row is resampled once.
+  // True if rows are averaged. That is done before columns, since there are more source pixels than pixels. Otherwise each
+  // source row is resampled once.
   bool averagesRows_ = false;
-  WorkBuffer<std::uint64_t> rows_;      // two source rows, or the one that was made last
-  int rowsMadeFrom_[2] = {};            // source rows; of the box, where they are averaged
-  WorkBuffer<std::uint32_t> line_;      // of an image too narrow for the taps
+  WorkBuffer<std::uint64_t> rows_;      // two source rows, or the last averaged row
+  int rowsMadeFrom_[2] = {};            // source rows; rows of the box if rows are averaged
+  WorkBuffer<std::uint32_t> line_;      // for an image too narrow for the taps
   WorkBuffer<std::uint64_t> averages_;  // of the columns of source rows
-  WorkBuffer<std::uint32_t> averaged_;  // a turned image before it is turned
+  WorkBuffer<std::uint32_t> averaged_;  // the averages of an image that will be turned
   CGAffineTransform toTexels_;          // from the device
 };
 

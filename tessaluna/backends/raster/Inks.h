@@ -1,5 +1,5 @@
-// Colors of four neighbouring pixels in fixed point, as the painters of bitmaps put them over what is there. A channel has eight
-// bits before the point and eight behind it; all are premultiplied. A pixel's half holds two channels.
+// Colors of four neighbouring pixels in fixed point, as the bitmap painters blend them over the background. A channel has
+// eight bits before the point and eight after it; all are premultiplied. Each half of a pixel holds two channels.
 #pragma once
 
 #include <algorithm>
@@ -11,14 +11,14 @@
 namespace tessaluna::backend::raster {
 
 struct FourInks {
-  Short8 even;  // blue and red in turn
+  Short8 even;  // blue and red alternating
   Short8 odd;   // green and alpha
 };
 
 inline Short8 halves(Int4 v) { return reinterpret_cast<Short8>(v); }
 inline Short8 inBothHalves(Int4 v) { return halves(v | v << 16); }
 
-// Of coverage, of 0 to 1, in 65535ths.
+// Coverage from 0 to 1, in 65535ths.
 inline constexpr int fullShare = 0xffff;
 inline Short8 shareOf(Float4 coverage) { return inBothHalves(__builtin_convertvector(coverage * splat(fullShare), Int4)); }
 
@@ -37,9 +37,9 @@ inline Short8 pixelsOf(const FourInks& inks) {
   return (inks.even + half) >> 8 | ((inks.odd + half) & 0xff00);
 }
 
-// The inks over four pixels of which so much is kept.
+// The inks over four pixels, of which the share `kept` remains.
 inline Short8 over(Short8 four, const FourInks& inks, Short8 kept) {
-  // Both products are cut off, by half a step on average.
+  // Both products are truncated, by half a step on average.
   constexpr std::uint16_t rounding = 129;
   const Short8 even = highHalf(four << 8, kept) + inks.even + rounding;
   const Short8 odd = highHalf(four & 0xff00, kept) + inks.odd + rounding;
@@ -50,14 +50,15 @@ inline FourInks lessened(const FourInks& inks, Short8 share) {
   return {highHalf(inks.even, share), highHalf(inks.odd, share)};
 }
 
-// How much of what is below inks stays.
+// The share of the background that remains under inks.
 inline Short8 keptBelow(const FourInks& inks) {
   const Int4 alpha = reinterpret_cast<Int4>(inks.odd) & int(0xffff0000);
   const Short8 all = halves(alpha) | reinterpret_cast<Short8>(reinterpret_cast<Uint4>(alpha) >> 16);
   return ~(all + (all >> 8));
 }
 
-// Applies paint(pixels, index) to four pixels at a time; the last ones, which may be fewer, lie in a copy meanwhile.
+// Applies paint(pixels, index) to four pixels at a time. The last pixels, which may be fewer than four, are painted in a
+// copy.
 template <class Paint>
 inline void forEachFour(std::uint32_t* pixels, int count, Paint paint) {
   int i = 0;
@@ -69,8 +70,8 @@ inline void forEachFour(std::uint32_t* pixels, int count, Paint paint) {
   std::copy_n(last, count - i, pixels + i);
 }
 
-// Most runs are too short for what fills of the library begin with, and a loop that stores once per turn takes twice as
-// long as the stores. For long ones the C library knows the widest stores of the processor.
+// Most runs are too short for the overhead of the library's fills, and a loop with one store per iteration takes twice as
+// long as the stores. For long runs the C library uses the processor's widest stores.
 inline constexpr int longRun = 128;
 inline void fillPixels(std::uint32_t* pixels, int count, std::uint32_t pixel) {
   if constexpr (sizeof(wchar_t) == sizeof(std::uint32_t)) {

@@ -10,8 +10,7 @@ bool LayerOf<Value>::include(const PixelRect& box) {
   if (wanted.isEmpty() || content_.contains(wanted)) return true;
   const PixelRect before = content_;
   if (!before.isEmpty()) {
-    // Some room on the sides that grow, so that a row of small shapes does not move all pixels for each of
-    // them.
+    // Leaves spare room on the sides that grow, so that a row of small shapes does not move all pixels for each shape.
     wanted = wanted.united(before);
     const int spareX = wanted.width() / 4, spareY = wanted.height() / 4;
     if (wanted.left < before.left) wanted.left -= spareX;
@@ -36,8 +35,7 @@ bool LayerOf<Value>::include(const PixelRect& box) {
     std::fill_n(pixels, newCount, Value{});
     return true;
   }
-  // Rows only move towards the end of the block, so going from the last to the first overwrites nothing still
-  // needed.
+  // Rows only move towards the end of the block, so going from the last row to the first overwrites nothing that is needed.
   const std::size_t shift = std::size_t(before.left - wanted.left);
   const int below = wanted.bottom - before.bottom;
   std::fill_n(pixels + newCount - std::size_t(below) * newWidth, std::size_t(below) * newWidth, Value{});
@@ -46,7 +44,7 @@ bool LayerOf<Value>::include(const PixelRect& box) {
     std::memmove(row + shift, pixels + std::size_t(y - before.top) * oldWidth, oldWidth * sizeof(Value));
     std::fill_n(row + shift + oldWidth, newWidth - shift - oldWidth, Value{});
   }
-  // The left margins come last: while rows were moving they could still hold others.
+  // The left margins are cleared last: while rows were moving, other rows could still be in them.
   for (int y = wanted.top; y < wanted.bottom; ++y) {
     std::fill_n(pixels + std::size_t(y - wanted.top) * newWidth, y < before.top ? newWidth : shift, Value{});
   }

@@ -1,5 +1,5 @@
-// The picture of a transparency layer, kept only for the part that was painted on: float channels, or one value for each pixel
-// while all that the layer holds is of one color.
+// The picture of a transparency layer, kept only for the part that was painted on: float channels, or one value per pixel
+// while everything in the layer has one color.
 #pragma once
 
 #include "tessaluna/backends/raster/Float4.h"
@@ -11,15 +11,15 @@ namespace tessaluna::backend::raster {
 template <class Value>
 class LayerOf {
  public:
-  // Starts empty; nothing will be painted outside `maxBox`. Its pixels are taken from those that layers may still have, and
-  // given back at its end.
+  // Starts empty; nothing will be painted outside `maxBox`. The layer subtracts its pixels from `pixelsLeft`, which all
+  // layers share, and returns them at its end.
   void begin(const PixelRect& maxBox, std::size_t& pixelsLeft) {
     maxBox_ = maxBox;
     content_ = {};
     pixelsLeft_ = &pixelsLeft;
   }
   void end() { *pixelsLeft_ += countOf(content_); }
-  // Makes pixels of the part of `box` that is within the layer. False when memory is short.
+  // Makes room for the part of `box` that lies within `maxBox`. False when memory is short.
   bool include(const PixelRect& box);
 
   const PixelRect& maxBox() const { return maxBox_; }

@@ -8,23 +8,25 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// Distances, in pixels, that no coverage shows.
+// Distances, in pixels, that are too small to change coverage.
 constexpr double sameHeight = 1e-5, samePlace = 1e-4;
-// Through strips of the least height go at most so many sides. More make strips higher, so that a tangle of very many
-// costs a row no more time than this many: what ends and crosses in a strip stays as it is, and the order in its middle counts.
+// At most this many sides go through a strip of the least height. More sides make strips higher, so that a tangle of very
+// many sides costs no more time per row than this many: sides that end or cross within a strip stay as they are, and their
+// order in its middle counts.
 constexpr std::size_t fewSides = 16;
 constexpr double maxSidesOfRow = 60000;
-// Up to so many are sorted by insertion, since from strip to strip hardly any change places, then by comparison, more by digits,
-// where a step costs more but no tangle needs more of them.
+// Few sides are sorted by insertion, since hardly any of them change places from strip to strip; more by comparison; even
+// more by digits, where a step costs more but the number of steps does not depend on the tangle.
 constexpr std::size_t sortedByInsertion = 64, sortedByComparison = 512;
 
-constexpr double farthestRight = 1e9;  // in pixels: columns fit an int, and no box reaches as far
+constexpr double farthestRight = 1e9;  // in pixels: columns fit an int, and no box reaches that far
 
 double leastHeight(std::size_t sides) { return sides <= fewSides ? sameHeight : double(sides) / maxSidesOfRow; }
 
 }  // namespace
 
-// To these bounds add the change of coverage from each pixel's left neighbour. What lies right of them is left out.
+// The values to which bounds add the change of coverage from each pixel's left neighbour. What lies right of them is left
+// out.
 struct OverlapResolver::Pixels {
   float* rows;
   std::ptrdiff_t stride;
@@ -88,9 +90,9 @@ void OverlapResolver::Pixels::add(CGPoint from, CGPoint to) {
   }
 }
 
-// Of a part of a bound within a row.
+// Adds the part of a bound within a row.
 inline void OverlapResolver::Pixels::addToRow(float* values, double from, double to, float cover) const {
-  // A rounding of a very flat side may lead left of the box.
+  // Rounding may place a very flat side left of the box.
   const double left = std::max(std::min(from, to), 0.0);
   if (!(left < width)) return;
   const double right = std::min(std::max(std::max(from, to), left), farthestRight);
@@ -101,7 +103,7 @@ inline void OverlapResolver::Pixels::addToRow(float* values, double from, double
     if (first + 1 < width) values[first + 1] += later;
     return;
   }
-  // The area right of it in the pixels that it goes over, each less what the pixels before it got.
+  // The area right of the bound in the pixels that it crosses, each minus what the pixels before it got.
   const float perPixel = cover / float(right - left), in = float(first + 1 - left);
   float level = perPixel * in, before = 0.5f * level * in;
   values[first] += before;
@@ -123,7 +125,7 @@ void OverlapResolver::Pixels::sum(int rowCount) {
     float sum = 0;
     for (int column = 0; column < width; ++column) {
       sum += values[column];
-      values[column] = std::clamp(sum, 0.0f, 1.0f);  // which the rounding of very many sides may leave
+      values[column] = std::clamp(sum, 0.0f, 1.0f);  // rounding of very many sides may leave this range
     }
   }
 }
@@ -142,14 +144,14 @@ void OverlapResolver::collect(const Task& task) {
     return CGPoint{(p.x + task.moved.x) * task.scale, (p.y + task.moved.y) * task.scale};
   };
   LeftPart part;
-  const auto goOnAt = [&](CGPoint p) { part = {p.x < task.box.left, p.y}; };
+  const auto continueAt = [&](CGPoint p) { part = {p.x < task.box.left, p.y}; };
   for (const Stretch& stretch : stretches_) {
-    if (stretch.isFirst) goOnAt(placed(*stretch.before));
+    if (stretch.isFirst) continueAt(placed(*stretch.before));
     if (stretch.high[0] < box.left) {
       if (!part.isLeft) part = {true, placed(*stretch.before).y};
     } else if (stretch.low[0] > box.right || stretch.low[1] > box.bottom || stretch.high[1] < box.top) {
       if (part.isLeft) collectLeft(part.since, placed(*stretch.before).y, task.box);
-      goOnAt(placed(stretch.end[-1]));
+      continueAt(placed(stretch.end[-1]));
     } else {
       collectStretch(stretch, task, part);
     }
@@ -159,7 +161,7 @@ void OverlapResolver::collect(const Task& task) {
   std::sort(leftChanges_.begin(), leftChanges_.end(), [](const LeftChange& a, const LeftChange& b) { return a.y < b.y; });
 }
 
-// Of what lies left of the box only the heights matter where it begins and ends.
+// Where sides lie left of the box, only the heights at which they begin and end matter.
 void OverlapResolver::collectStretch(const Stretch& stretch, const Task& task, LeftPart& part) {
   const DeviceRect box = task.box;
   const CGPoint moved = task.moved;
@@ -201,7 +203,7 @@ inline void OverlapResolver::collectSide(CGPoint from, CGPoint to, const DeviceR
   if (direction < 0) std::swap(from, to);
   const double slope = (to.x - from.x) / (to.y - from.y);
   if (!std::isfinite(slope)) return;  // as good as level
-  // Cut to the rows, so that a far end does not cost the near one its precision.
+  // The side is cut to the rows, so that a far end does not cost the near end its precision.
   if (from.y < box.top) from = {from.x + (box.top - from.y) * slope, box.top};
   sides_.push_back({from.y, std::min(to.y, box.bottom), from.x, slope, direction});
 }
@@ -210,15 +212,15 @@ void OverlapResolver::addRows(double top, double bottom, FillRule rule) {
   for (double y = top; y < bottom;) {
     const double least = std::min(leastHeight(across_.size()), bottom - y);
     const double end = goTo(y, least, bottom);
-    // Of the sides that go through it now, which are many more where a tangle begins.
+    // The height depends on the sides that go through the strip now, which are many more where a tangle begins.
     addStrip(y, end, leastHeight(across_.size()), rule);
     y = end;
   }
   endBounds(bottom);
 }
 
-// Takes the sides that go through the strip which begins at `top`. It ends where one of them does or another begins, but is
-// not lower than the least.
+// Takes the sides that go through the strip that begins at `top`. The strip ends where one of them ends or another begins,
+// but its height is at least `least`.
 double OverlapResolver::goTo(double top, double least, double bottom) {
   const double middle = top + least * 0.5;
   double end = bottom;
@@ -263,10 +265,10 @@ void OverlapResolver::addStrip(double top, double bottom, double least, FillRule
   }
 }
 
-// Brings the sides into their order a little below the top, since at the top itself sides meet that have just crossed.
+// Sorts the sides by their places a little below the top, since sides that have just crossed meet at the top itself.
 void OverlapResolver::place(double top, double bottom) {
   sidesOfStrips_ += across_.size();
-  constexpr double little = 1e-4;  // of the height: less than coverage shows, more than rounding
+  constexpr double little = 1e-4;  // of the height: too little to change coverage, but more than rounding
   for (Across& across : across_) {
     across.above = across.side->at(top);
     across.below = across.side->at(bottom);
@@ -292,7 +294,7 @@ void OverlapResolver::sortByPlace() {
   }
 }
 
-// From the last digit to the first. Places count in single precision, which is finer than what can be seen.
+// Sorts from the last digit to the first. Places are in single precision, which is finer than anything visible.
 void OverlapResolver::sortByDigits() {
   constexpr int digits = 3, bitsOfDigit = 11;
   constexpr std::size_t values = std::size_t(1) << bitsOfDigit;
@@ -303,7 +305,7 @@ void OverlapResolver::sortByDigits() {
   Key *from = keys_.data(), *to = from + count;
   for (std::size_t i = 0; i < count; ++i) {
     const auto bits = std::bit_cast<std::uint32_t>(float(across_[i].place));
-    // In the order of the numbers: negative ones before positive ones, and from their other end.
+    // The keys have the order of the numbers: negative numbers come before positive ones, in reverse order of their bits.
     const std::uint32_t key = bits ^ (bits >> 31 ? ~0u : 1u << 31);
     from[i] = {key, std::uint32_t(i)};
     for (int digit = 0; digit < digits; ++digit) ++starts[digit][digitOf(key, digit)];
@@ -318,7 +320,7 @@ void OverlapResolver::sortByDigits() {
   for (std::size_t i = 0; i < count; ++i) across_[i] = unsorted_[from[i].index];
 }
 
-// The height of the first crossing, which is one of two neighbours, or the bottom.
+// The height of the first crossing, which is always between two neighbours, or the bottom.
 double OverlapResolver::firstCrossing(double top, double bottom, double least) {
   isInOrder_ = true;
   double first = bottom;

@@ -1,9 +1,8 @@
-// Replaces polygons that overlap each other or themselves by others that do not and that bound the same area:
-// what a fill rule says is inside gets the winding number 1, all else 0.
+// Replaces polygons that overlap each other or themselves with others that do not overlap and bound the same area: what is
+// inside by the fill rule gets the winding number 1, everything else 0.
 //
-// It cuts the plane into strips at every corner and every crossing. In a strip all sides are straight lines
-// from top to bottom that keep their order, so walking through them from the left finds those where inside
-// and outside meet.
+// It cuts the plane into strips at every corner and every crossing. In a strip all sides are straight lines from top to
+// bottom that keep their order, so going through them from the left finds those where inside and outside meet.
 #pragma once
 
 #include <cstddef>
@@ -17,10 +16,10 @@ namespace tessaluna::backend::raster {
 
 class OverlapResolver {
  public:
-  // Looks at the polygons that are to be resolved, which stay as they are meanwhile.
+  // Prepares the polygons for cover(). They must not change meanwhile.
   void take(const Polygons& polygons);
 
-  // Where to resolve them, moved and scaled: in a box of whole pixels.
+  // Where and how the polygons are resolved: they are moved and scaled, and the box has whole pixels.
   struct Task {
     CGPoint moved;
     double scale = 1;  // after moving
@@ -28,32 +27,32 @@ class OverlapResolver {
     DeviceRect box;
   };
 
-  // Writes the coverage of the box's pixels, in rows that lie so many values apart.
+  // Writes the coverage of the box's pixels, in rows that lie `stride` values apart.
   void cover(const Task& task, float* values, std::ptrdiff_t stride);
-  // The work that this took: how many sides go through each strip, of all strips together.
+  // The work of the last cover(): the number of sides that go through each strip, added up over all strips.
   std::size_t sidesOfStrips() const { return sidesOfStrips_; }
 
  private:
-  // Some sides of a polygon that follow each other, in its own space.
+  // Some consecutive sides of a polygon, in its own space.
   struct Stretch {
     const CGPoint *before, *first, *end;  // the point where the first side begins, and those where sides end
     Double2 low, high;
     bool isFirst, isLast;  // of its polygon
   };
-  // What is left of the box while sides are collected.
+  // Whether the path is left of the box while sides are collected, and the height where it got there.
   struct LeftPart {
     bool isLeft = false;
     double since = 0;
   };
-  // A side of a polygon, downwards.
+  // A side of a polygon, which goes down.
   struct Side {
     double top, bottom, x, slope;  // x at the top, and its change by height
     int direction;
     int bound = 0;     // 1 where the inside begins after it, -1 where it ends, 0 elsewhere
-    double since = 0;  // the height from which on it is a bound
+    double since = 0;  // the height from which it is a bound
     double at(double y) const { return x + (y - top) * slope; }
   };
-  // A side that goes through a strip: x at the strip's top and bottom, and that which gives the order.
+  // A side that goes through a strip: x at the strip's top and bottom, and the x by which it is sorted.
   struct Across {
     double above, below, place;
     Side* side;
@@ -92,7 +91,7 @@ class OverlapResolver {
   std::vector<Stretch> stretches_;
   std::vector<Side> sides_;       // by their tops
   std::vector<Across> across_;    // from the left
-  std::vector<Across> unsorted_;  // what was in its stead before it was sorted by digits
+  std::vector<Across> unsorted_;  // across_ before it was sorted by digits
   std::vector<Key> keys_;
   std::vector<LeftChange> leftChanges_;  // by height
   std::vector<Bound> bounds_;

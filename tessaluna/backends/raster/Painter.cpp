@@ -8,8 +8,7 @@ Painter::Painter(const Painting& painting, const PixelRect& shapeBox, Memory& me
   const Surface& surface = painting.surface;
   PixelRect changed = shapeBox.intersected(clip.box);
   if (!surface.include(changed)) return;
-  // Beyond the shape an unbounded operator changes the whole clip; of a layer only what is not transparent
-  // anyway.
+  // An unbounded operator changes the whole clip, also beyond the shape; in a layer the rest is transparent anyway.
   if (isUnbounded_) changed = surface.bitmap ? clip.box : clip.box.intersected(surface.content());
   if (changed.isEmpty()) return;
 
@@ -98,7 +97,7 @@ void Painter::writeColors(int left, int right) {
   const Source& source = painting_.source;
   Float4* colors = memory_.source.data();
   if (source.rows) {
-    // Where nothing is covered there need be no colors.
+    // Pixels without coverage need no colors.
     const int from = std::clamp(left_, left, right), to = std::clamp(right_, from, right);
     std::fill_n(colors, count, Float4{});
     if (from < to) source.rows->writeInks(from, row_, to - from, memory_.inks);

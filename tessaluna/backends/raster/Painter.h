@@ -1,4 +1,4 @@
-// Puts a source, as far as coverage and clip let it, onto a bitmap or a layer.
+// Paints a source onto a bitmap or a layer, within its coverage and the clip.
 #pragma once
 
 #include "tessaluna/backends/raster/Bitmap.h"
@@ -11,13 +11,13 @@
 
 namespace tessaluna::backend::raster {
 
-// What is painted on: exactly one of the three. A tint is painted on by one color, of which only the alpha counts.
+// What is painted on: exactly one of the three is set. A tint is painted with one color, of which only the alpha matters.
 struct Surface {
   Bitmap* bitmap = nullptr;
   Layer* layer = nullptr;
   TintLayer* tint = nullptr;
 
-  // Makes room for a box of a layer; the part that has room is its content.
+  // Makes room for a box in a layer; the part for which there is room becomes its content.
   bool include(const PixelRect& box) const {
     if (bitmap) return true;
     return layer ? layer->include(box) : tint->include(box);
@@ -25,12 +25,12 @@ struct Surface {
   const PixelRect& content() const { return layer ? layer->content() : tint->content(); }
 };
 
-// What is painted: one color, whose alpha holds the state's, or the colors of a gradient, an image or a layer.
+// What is painted: one color, whose alpha includes the state's, or the colors of a gradient, an image or a layer.
 struct Source {
   Float4 color{};
   RowSource* rows = nullptr;
   const Layer* layer = nullptr;
-  float alpha = 1;  // the state's, unless it is one color
+  float alpha = 1;  // the state's; unused for one color
 
   bool isUniform() const { return !rows && !layer; }
 };
@@ -42,8 +42,7 @@ struct Painting {
   const Clip& clip;
 };
 
-// A sink of a coverage buffer. Coverage must come row after row from the top, within the clip's box and the
-// shape's.
+// A sink of a coverage buffer. Coverage must arrive row by row from the top, within the clip's box and the shape's.
 class Painter {
  public:
   struct Memory {
@@ -55,7 +54,7 @@ class Painter {
   // Paints a shape that lies in `shapeBox`.
   Painter(const Painting& painting, const PixelRect& shapeBox, Memory& memory);
 
-  // Where coverage matters; empty when nothing will be painted.
+  // The box in which coverage matters; empty when nothing will be painted.
   const PixelRect& box() const { return box_; }
 
   void uniform(int x, int y, int count, float winding);
@@ -73,7 +72,7 @@ class Painter {
   Memory& memory_;
   PixelRect box_;
   bool isUnbounded_ = false;
-  // What goes over a bitmap by the plain operator, once the clip is in the coverage.
+  // These paint onto a bitmap with the normal operator, after the coverage has been multiplied by the clip.
   std::optional<ColorPainter> color_;
   std::optional<RowPainter> rows_;
   int row_ = 0, left_ = 0, right_ = 0;  // columns of this row that have coverage

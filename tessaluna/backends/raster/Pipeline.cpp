@@ -7,19 +7,20 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// Of flattened curves, in device pixels. In a pixel that a chord crosses from corner to corner its distance counts 1.4 times.
+// Tolerances for flattened curves, in device pixels. In a pixel that a chord crosses diagonally its distance counts 1.4
+// times.
 constexpr double chordTolerance = 0.0083, areaTolerance = 0.006;
-constexpr double endStep = 2.0 / 3;        // at which no area is lost at the ends either
+constexpr double endStep = 2.0 / 3;        // with this, no area is lost at the ends either
 constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixels
-// How far outside a clip, in pixels, a layer keeps what casts a shadow into it.
+// How far outside a clip, in pixels, a layer keeps shapes that cast a shadow into it.
 constexpr int farthestCast = 512;
-// What open layers may hold together: so many times the bitmap's pixels, and some more for small ones.
+// All open layers together may have this many times the bitmap's pixels, and some more for small bitmaps.
 constexpr std::size_t layersPerBitmap = 8, leastLayerPixels = std::size_t(8) << 20;
-// Deeper nests of layers do not keep their memory, and others not forever.
+// Layers nested deeper than this do not keep their memory, and others do not keep it forever.
 constexpr std::size_t maxLayersKept = 8;
 constexpr int nestsBetweenChecks = 1024;
 
-// The rectangle in device pixels, when the transform keeps it upright.
+// The rectangle in device pixels, if the transform keeps it upright.
 std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
   const bool keepsAxes = (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
   if (!keepsAxes) return std::nullopt;
@@ -28,7 +29,7 @@ std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
   return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
-// Whether what is painted in the color leaves everything as it is; no shadow falls from it either.
+// True if painting in the color changes nothing; then it casts no shadow either.
 bool leavesNoMark(const Color& color, double alpha, BlendMode mode) {
   switch (mode) {
     case BlendMode::Normal:
@@ -83,7 +84,7 @@ void RasterCanvas::Pipeline::begin(Bitmap& bitmap, const View& view) {
 void RasterCanvas::Pipeline::saveState() { saved_.push_back(state_); }
 
 void RasterCanvas::Pipeline::restoreState() {
-  // What was saved before the innermost layer began comes back when it ends.
+  // States that were saved before the innermost layer began are restored only after it ends.
   const std::size_t kept = openLayers_ ? layers_[openLayers_ - 1]->savedStates : 0;
   if (saved_.size() <= kept) return;
   state_ = std::move(saved_.back());
@@ -99,12 +100,12 @@ std::optional<RasterCanvas::Pipeline::CastShadow> RasterCanvas::Pipeline::castSh
   cast.dy = -shadow.offset.height * scale_;
   const double deviation = shadow.blur * scale_ / 2;
   cast.deviation = deviation > 0 ? std::min(deviation, largestDeviation) : 0;
-  // Farther than any picture is wide, it falls on nothing.
+  // An offset larger than any picture moves the shadow out of it.
   if (cast.color[3] == 0 || !(std::abs(cast.dx) < 1e6) || !(std::abs(cast.dy) < 1e6)) return std::nullopt;
   return cast;
 }
 
-// From where a shadow falls into the clip.
+// The box from which a shadow falls into the clip.
 PixelRect RasterCanvas::Pipeline::castingBox(const CastShadow& shadow) const {
   const PixelRect& clip = state_.clip.box;
   const int reach = std::min(Blur::reach(shadow.deviation), farthestCast) + 1;
@@ -112,7 +113,7 @@ PixelRect RasterCanvas::Pipeline::castingBox(const CastShadow& shadow) const {
   return {clip.left - dx - reach - 1, clip.top - dy - reach - 1, clip.right - dx + reach, clip.bottom - dy + reach};
 }
 
-// Where a shape's pixels matter: in the clip, and where its shadow falls into the clip from.
+// The box in which a shape's pixels matter: the clip, and the box from which its shadow falls into the clip.
 PixelRect RasterCanvas::Pipeline::neededBox(const std::optional<CastShadow>& shadow) const {
   const PixelRect& clip = state_.clip.box;
   return !shadow || clip.isEmpty() ? clip : clip.united(castingBox(*shadow));
@@ -152,7 +153,8 @@ void RasterCanvas::Pipeline::fill(const Path& path, FillRule rule) {
   paintOutline({.path = path, .rule = rule}, color, shadow);
 }
 
-// Every window begins its redraws with a clear ground: a rectangle of whole pixels, translucent, that replaces what is there.
+// Every window begins its redraws with a clear background: a translucent rectangle on whole pixels that replaces what is
+// there.
 bool RasterCanvas::Pipeline::replaceWholePixels(const Path& path, Float4 color) {
   if (state_.blendMode != BlendMode::Copy || openLayers_ > 0 || !state_.clip.isPlain()) return false;
   const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice);
@@ -167,7 +169,7 @@ bool RasterCanvas::Pipeline::replaceWholePixels(const Path& path, Float4 color) 
   return true;
 }
 
-// Row by row, with no need to work out coverage from sides.
+// Fills row by row, without computing coverage from sides.
 void RasterCanvas::Pipeline::fillRect(const DeviceRect& rect, const Source& source) {
   const PixelRect box = rect.roundedOut().intersected(state_.clip.box);
   // How much of a pixel lies between two edges.
@@ -185,7 +187,7 @@ void RasterCanvas::Pipeline::fillRect(const DeviceRect& rect, const Source& sour
       else painter.uniform(filled.left, filled.top, filled.width(), winding);
     };
     for (int top = part.top, bottom; top < part.bottom; top = bottom) {
-      // Only the first and the last row may be cut.
+      // Only the first and the last row may be partly covered.
       const bool isEdge = top == part.top || top + 1 == part.bottom;
       bottom = takesRows && !isEdge ? part.bottom - 1 : top + 1;
       const float height = share(top, rect.top, rect.bottom);
@@ -211,7 +213,7 @@ void RasterCanvas::Pipeline::fillGradient(const Path& path, FillRule rule, const
   paintOutline({.path = path, .rule = rule}, source, shadow);
 }
 
-// False if some of a stroke was left out, since it is not visible.
+// False if a part of a stroke was left out because it is not visible.
 bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffineTransform& transform,
                                           const PixelRect& visible) {
   polygons_.clear();
@@ -222,7 +224,7 @@ bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffine
 
 void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& source,
                                           const std::optional<CastShadow>& shadow) {
-  // What a layer keeps and what a shadow falls from must be polygons.
+  // Layers that keep a shape, and shadows, need polygons.
   const bool mayBeKnown = !shadow && openLayers_ == 0 && outline.path.points().size() <= ShapeCache::maxPoints &&
                           PixelPlacement::isPossible(state_.toDevice);
   if (mayBeKnown) return paintKnownOutline(outline, source);
@@ -230,7 +232,7 @@ void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& 
   paintPolygons({.polygons = polygons_, .rule = outline.rule, .isStroke = outline.pen != nullptr}, source, shadow);
 }
 
-// Coverage is made beside the origin, also where it is not kept: so it is the same wherever in the picture it is shown.
+// Coverage is computed near the origin even if it is not kept, so that it is the same wherever in the picture it appears.
 void RasterCanvas::Pipeline::paintKnownOutline(const Outline& outline, const Source& source) {
   const PixelPlacement place(state_.toDevice);
   const ShapeCache::Key key(outline.path, outline.rule, outline.pen, place.rest);
@@ -259,7 +261,7 @@ void RasterCanvas::Pipeline::paintKnownOutline(const Outline& outline, const Sou
   paint(source, box.moved(place.moved), [&](auto& painter, const PixelRect&) { coverage_.sweep(shape, box, painter); });
 }
 
-// True if nothing is wanted but colors on the bitmap's own pixels.
+// True if colors go straight to the bitmap's own pixels.
 bool RasterCanvas::Pipeline::paintsPlainly(const Source& source) const {
   const bool isOpaque = source.rows ? source.rows->isOpaque() && source.alpha == 1 : source.color[3] == 1;
   const bool isPlainMode = state_.blendMode == BlendMode::Normal || (state_.blendMode == BlendMode::Copy && isOpaque);
@@ -279,7 +281,7 @@ void RasterCanvas::Pipeline::paintPolygons(CoverageBuffer::Shape shape, const So
 
 void RasterCanvas::Pipeline::paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source,
                                                    const CastShadow& shadow) {
-  // The shape itself is moved, not its pixels: an offset by a part of a pixel stays exact.
+  // The shape itself is moved, not its pixels, so that an offset by a fraction of a pixel stays exact.
   shape.moved = {shadow.dx, shadow.dy};
   const int cell = Blur::cellSize(shadow.deviation), reach = Blur::reach(shadow.deviation);
   shape.scale = 1.0 / cell;
@@ -322,7 +324,7 @@ bool RasterCanvas::Pipeline::keepAsShape(const CoverageBuffer::Shape& shape, con
   return true;
 }
 
-// The open layer will hold more than its one shape.
+// Called before the open layer receives more than its one shape.
 void RasterCanvas::Pipeline::paintKeptShape() {
   OpenLayer& layer = openLayer();
   if (layer.content != OpenLayer::Content::Shape) return;
@@ -337,7 +339,7 @@ void RasterCanvas::Pipeline::paintKeptShape() {
   state_ = std::move(now);
 }
 
-// True for one color in a layer that holds no other.
+// True if the source is one color and the layer has no other color.
 bool RasterCanvas::Pipeline::takesAsTint(OpenLayer& layer, const Source& source) {
   const bool isNew = layer.content == OpenLayer::Content::Nothing;
   if (!source.isUniform() || !layer.casting.maxBox().isEmpty() || !(isNew || layer.content == OpenLayer::Content::Tint))
@@ -362,7 +364,7 @@ void RasterCanvas::Pipeline::turnIntoPixels(OpenLayer& layer) {
   }
 }
 
-// Paints one color by the coverage that the plane holds.
+// Paints one color with the coverage in the plane.
 void RasterCanvas::Pipeline::paintPlane(Plane& plane, Float4 color) {
   const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
   paint({.color = color}, box, [&](auto& painter, const PixelRect& part) {
@@ -380,7 +382,7 @@ void RasterCanvas::Pipeline::beginLayer() {
   layer.savedStates = saved_.size();
   layer.content = OpenLayer::Content::Nothing;
   layer.limit = openLayers_ > 1 ? layers_[openLayers_ - 2]->limit : bitmap_->bounds().grown(farthestCast);
-  // A layer that will not be seen need not be painted.
+  // An invisible layer need not be painted.
   const bool isUnseen = !(state_.alpha > 0) && !isUnbounded(state_.blendMode) && state_.blendMode != BlendMode::Copy &&
                         state_.blendMode != BlendMode::Clear;
   PixelRect seen = isUnseen ? PixelRect{} : state_.clip.box, casting;
@@ -396,7 +398,7 @@ void RasterCanvas::Pipeline::beginLayer() {
   layer.pixels.begin(seen, layerPixels_);
   layer.casting.begin(casting, layerPixels_);
   layer.tint.begin(seen, layerPixels_);
-  // The clip in force is applied once, when the layer is composited.
+  // The current clip is applied once, when the layer is composited.
   state_.clip = {.box = seen.united(casting)};
   state_.alpha = 1;
   state_.blendMode = BlendMode::Normal;
@@ -407,7 +409,7 @@ void RasterCanvas::Pipeline::endLayer() {
   if (openLayers_ == 0) return;
   OpenLayer& layer = openLayer();
   const BlendMode mode = saved_[layer.savedStates - 1].blendMode;
-  // A picture is as large as the clip, even where it is empty; but only these two operators can tell.
+  // The layer's picture is as large as the clip, even where it is empty, but only these two operators show its empty parts.
   const bool showsEmptyParts = mode == BlendMode::Copy || mode == BlendMode::Clear;
   if (showsEmptyParts) {
     paintKeptShape();
@@ -452,7 +454,7 @@ void RasterCanvas::Pipeline::paintTint(const OpenLayer& layer, float alpha) {
   });
 }
 
-// Behind a layer: those deep in a nest go as they end, others when they have not been used for long.
+// Called after a layer ends: deeply nested layers are freed at once, others after they have not been used for long.
 void RasterCanvas::Pipeline::giveBackLayers() {
   if (openLayers_ >= maxLayersKept) layers_.resize(openLayers_);
   if (openLayers_ > 0 || ++nests_ < nestsBetweenChecks) return;

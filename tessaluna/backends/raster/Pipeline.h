@@ -1,6 +1,6 @@
-// The inside of a raster canvas: graphics states, open layers and working memory, and how an operation goes
-// through them. A shape becomes polygons in device pixels, these become coverage, first for its shadow and
-// then for itself, and a painter puts color where the coverage is.
+// The inside of a raster canvas: graphics states, open layers and working memory, and the steps of an operation. A shape
+// becomes polygons in device pixels. These become coverage, first for its shadow and then for the shape itself, and a
+// painter puts color where the coverage is.
 #pragma once
 
 #include "tessaluna/backends/raster/Blur.h"
@@ -44,12 +44,12 @@ class RasterCanvas::Pipeline {
 
  private:
   struct OpenLayer {
-    Layer pixels;                 // what will be seen
-    Layer casting;                // what casts a shadow into the clip from afar; unused when one box around both is as good
-    std::size_t savedStates = 0;  // at its begin, with the state that it was begun in as the last
-    PixelRect limit;              // beyond which nothing comes into the picture any more
-    // A layer that holds one shape in one color is that shape: nothing is painted before more follows.
-    // What is of one color takes one value for each pixel.
+    Layer pixels;                 // what will be visible
+    Layer casting;                // what casts a shadow into the clip from afar; unused if `pixels` contains it
+    std::size_t savedStates = 0;  // when it began; the last one is the state before it
+    PixelRect limit;              // what lies beyond it cannot appear in the picture
+    // A layer with one shape in one color is kept as that shape: nothing is painted until more follows.
+    // A layer with one color needs one value per pixel.
     enum class Content { Nothing, Shape, Tint, Pixels } content = Content::Nothing;
     TintLayer tint;
     Float4 tintColor{};  // opaque
@@ -57,13 +57,13 @@ class RasterCanvas::Pipeline {
     FillRule rule = FillRule::NonZero;
     Float4 shapeColor{};
   };
-  // The state's shadow in device pixels.
+  // The state's shadow, in device pixels.
   struct CastShadow {
     double dx = 0, dy = 0, deviation = 0;
     Float4 color{};
   };
 
-  // What is painted: filled, or stroked where there is a pen.
+  // What is painted: filled, or stroked if there is a pen.
   struct Outline {
     const Path& path;
     FillRule rule = FillRule::NonZero;
@@ -106,9 +106,9 @@ class RasterCanvas::Pipeline {
   std::vector<State> saved_;
   std::vector<std::unique_ptr<OpenLayer>> layers_;  // the first openLayers_ are in use, the rest keep their memory
   std::size_t openLayers_ = 0;
-  std::size_t layerPixels_ = 0;  // that open layers may still take
-  std::size_t deepestNest_ = 1;  // of layers, since the last check of what is kept
-  int nests_ = 0;                // since then
+  std::size_t layerPixels_ = 0;  // how many more open layers may take
+  std::size_t deepestNest_ = 1;  // of layers, since the last check of their memory
+  int nests_ = 0;                // outermost layers that ended since then
 
   Polygons polygons_;
   Stroker stroker_;
@@ -119,12 +119,12 @@ class RasterCanvas::Pipeline {
   ClipMaskPool masks_;
   GlyphCache glyphs_;
   ShapeCache shapes_;
-  KeptShape shape_;  // that was seen for the second time
+  KeptShape shape_;  // the shape that was seen for the second time
   ImageSampler sampler_;
   Painter::Memory painterMemory_;
 };
 
-// Calls cover(sink, box), whose sink receives what the source covers within a box that lies in this one.
+// Calls cover(sink, part) with a part of the box; the sink must receive the coverage within that part.
 template <class Cover>
 void RasterCanvas::Pipeline::paint(const Source& source, const PixelRect& box, Cover cover) {
   if (paintsPlainly(source)) {

@@ -20,7 +20,7 @@ class MaskWriter {
   GlyphMask& mask_;
 };
 
-// The scale of a transform under which text stands upright and undistorted; 0 for any other.
+// The scale of a transform that keeps text upright and undistorted; 0 for any other transform.
 double uprightScale(const CGAffineTransform& t) {
   const bool isUpright = t.b == 0 && t.c == 0 && t.a > 0 && std::abs(t.a + t.d) <= 1e-9 * t.a;
   return isUpright ? t.a : 0;
@@ -35,7 +35,7 @@ std::uint32_t scaled(std::uint32_t pixel, std::uint32_t factor) {
   return even | odd;
 }
 
-// What most text needs, without the way through floats: one color over 8-bit pixels.
+// Blends one color over 8-bit pixels without floats, which is enough for most text.
 void blendGlyph(const GlyphMask& mask, const PixelRect& box, const PixelRect& painted, std::uint32_t color, Bitmap& bitmap) {
   const bool isOpaque = color >> 24 == 255;
   for (int y = painted.top; y < painted.bottom; ++y) {
@@ -60,7 +60,7 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   const PixelRect& clip = state_.clip.box;
   if (clip.isEmpty() || !run.typeface) return;
   const double scale = uprightScale(state_.toDevice);
-  // A shadow is that of the whole run, and a glyph that is turned or stretched is as good as any other shape.
+  // A shadow belongs to the whole run, and a turned or stretched glyph is drawn like any other shape.
   if (scale == 0 || castShadow() || state_.blendMode != BlendMode::Normal) return fillGlyphs(run, origin);
 
   const Source source{.color = premultiplied(state_.fillColor, state_.alpha)};
@@ -70,7 +70,7 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
     const CGPoint place = state_.toDevice.apply({origin.x + run.positions[i].x, origin.y + run.positions[i].y});
     if (!(std::abs(place.x) < 1e8 && std::abs(place.y) < 1e8)) continue;
-    // The quarter that the place lies in, not the nearest, as other text on the desktop stands.
+    // The quarter that contains the place, not the nearest one, as other text on the desktop is placed.
     constexpr double epsilon = 1e-3;
     const int quarters = int(std::floor(place.x * 4 + epsilon)), column = quarters >> 2;
     const int row = int(std::floor(place.y + 0.5));
@@ -98,7 +98,7 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   }
 }
 
-// Null for a glyph too large to be kept.
+// Null for a glyph that is too large for a mask.
 const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface) {
   if (const GlyphMask* kept = glyphs_.find(place)) return kept;
   const Path outline = typeface->outline(place.glyph);

@@ -2,18 +2,18 @@
 
 namespace tessaluna::backend::raster {
 
-// An image is a shape, the rectangle that it is put into, filled with the image's colors.
+// An image is drawn as a shape: its destination rectangle, filled with the image's colors.
 void RasterCanvas::Pipeline::drawImage(const ImagePixels& image, CGRect source, CGRect destination) {
   const bool isUsableImage = image.width > 0 && image.height > 0 && source.size.width > 0 && source.size.height > 0;
   if (state_.clip.box.isEmpty() || !isUsableImage) return;
   if (castShadow()) {
-    // It falls from what the image shows.
+    // The shadow is that of the image's visible pixels.
     beginLayer();
     drawImage(image, source, destination);
     return endLayer();
   }
   const double across = destination.size.width / source.size.width, down = destination.size.height / source.size.height;
-  // From source pixels, y down, to the device.
+  // Maps source pixels, y down, to the device.
   const CGAffineTransform toPicture{across,
                                     0,
                                     0,

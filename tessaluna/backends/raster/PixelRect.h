@@ -1,4 +1,4 @@
-// A rectangle of whole device pixels: columns left...right - 1, rows top...bottom - 1, row 0 uppermost.
+// A rectangle of whole device pixels: columns left...right - 1, rows top...bottom - 1, row 0 at the top.
 #pragma once
 
 #include <algorithm>
@@ -38,7 +38,7 @@ struct PixelRect {
   }
 };
 
-// A rectangle in device pixels with fractions, y down. Not finite or turned over: empty.
+// A rectangle in device pixels with fractions, y down. It is empty if a side is NaN or the sides are reversed.
 struct DeviceRect {
   double left = 0, top = 0, right = 0, bottom = 0;
 
@@ -63,8 +63,7 @@ struct DeviceRect {
   static DeviceRect of(const PixelRect& rect) {
     return {double(rect.left), double(rect.top), double(rect.right), double(rect.bottom)};
   }
-  // The whole pixels that it touches. Edges beyond the range of any picture are clamped to it, so that sums of
-  // them stay within an int.
+  // The whole pixels that it touches. Edges are clamped to a range larger than any picture, so that sums of them fit an int.
   PixelRect roundedOut() const {
     if (isEmpty()) return {};
     const auto clamped = [](double v) { return int(std::clamp(v, -1e8, 1e8)); };
@@ -72,12 +71,12 @@ struct DeviceRect {
   }
 };
 
-// Coordinates as near as this to a pixel's border lie on it: what sums of scaled ones are off by.
+// Coordinates this near to a pixel's border count as lying on it: sums of scaled coordinates are off by about this much.
 inline constexpr double nearlyWhole = 1e-6;
 inline bool isNearlyWhole(double v) { return std::abs(v - std::round(v)) < nearlyWhole; }
 inline double snapped(double v) { return isNearlyWhole(v) ? std::round(v) : v; }
 
-// The whole number below, clamped to bounds; the lower one for NaN.
+// The floor of a number, clamped to bounds; the lower bound for NaN.
 inline int floorWithin(double v, int low, int high) { return v >= low ? (v < high ? int(std::floor(v)) : high) : low; }
 
 }  // namespace tessaluna::backend::raster

@@ -1,5 +1,5 @@
-// Closed polygons in device pixels, y down: what coverage is computed from. Their points lie in one list; a
-// polygon runs from its start to the next one's, and from its last point back to its first.
+// Closed polygons in device pixels, y down, from which coverage is computed. Their points are in one list: a polygon's
+// points go from its start to the start of the next polygon, and its last side goes back to its first point.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,7 @@ class Polygons {
     starts_.push_back(points_.size());
     points_.push_back(p);
   }
-  // Room for the points of a whole polygon, which the caller fills in before anything else is added.
+  // Makes room for the points of a whole polygon. The caller fills them in before it adds anything else.
   CGPoint* addPolygon(std::size_t count) {
     const std::size_t start = points_.size();
     starts_.push_back(start);
@@ -44,10 +44,11 @@ class Polygons {
   }
   std::span<CGPoint> points() { return points_; }
   CGPoint lastPoint() const { return points_.back(); }
-  // Drops the points from this one of all on. They belong to the last polygon, whose first one stays.
+  // Drops all points from this index on. They must belong to the last polygon, and its first point must stay.
   void cutTo(std::size_t end) { points_.resize(end); }
 
-  // Calls side(from, to) for all sides of a polygon, beginning where its first point's chain of sides, up or down, has ended.
+  // Calls side(from, to) for all sides of a polygon, beginning where the chain of its first point ends, so that no chain is
+  // cut.
   template <class Function>
   static void forEachSide(std::span<const CGPoint> points, Function side) {
     const std::size_t count = points.size();
@@ -67,7 +68,7 @@ class Polygons {
     go(0, start + 1);
   }
 
-  // Empty bounds when there are no points.
+  // Empty if there are no points.
   DeviceRect bounds() const {
     if (points_.empty()) return {};
     Double2 low = both(points_[0]), high = low;

@@ -4,11 +4,11 @@
 //   RasterCanvas canvas(*bitmap, {.scale = 2});     // shows the base space from (0, 0) to (32, 32)
 //   canvas.fillPath(Path::oval({4, 4, 24, 24}), FillRule::NonZero);
 //
-// Pixels are right within 1/255 inside shapes and 3/255 on their edges, but for a few where tangles smaller than a pixel or
-// than the pen meet, and where all but level edges overlap within one row of pixels (docs/performance.md names cases). Whatever
-// it is given, it neither throws nor hangs: points that are not finite are left out, and what memory cannot hold is not painted. It
-// keeps its working memory from one operation to the next, and remembers what small shapes and letters cover, so that
-// drawing the same again is fast and allocates nothing.
+// Pixels are right within 1/255 inside shapes and 3/255 on their edges, except for a few where tangles smaller than a pixel
+// or than the pen meet, and where nearly level edges overlap within one row of pixels (docs/performance.md lists cases).
+// Whatever the input, the canvas neither throws nor hangs: it leaves out points that are not finite, and it does not paint
+// what does not fit into memory. It keeps its working memory between operations, and it remembers the coverage of small
+// shapes and glyphs, so that drawing the same again is fast and allocates nothing.
 #pragma once
 
 #include <memory>
@@ -21,17 +21,17 @@ class Bitmap;
 
 // The part of base space that a canvas shows.
 struct View {
-  double scale = 1;     // device pixels a point; nothing is painted unless it is positive and finite
+  double scale = 1;     // device pixels per point; nothing is painted unless it is positive and finite
   CGPoint origin = {};  // the point of base space at the bitmap's lower left corner
 };
 
 class RasterCanvas final : public Canvas {
  public:
-  // The bitmap must outlive the canvas. What it shows stays, and is painted over.
+  // The bitmap must outlive the canvas. Its pixels stay and are painted over.
   explicit RasterCanvas(Bitmap& bitmap, const View& view = {});
   ~RasterCanvas() override;
 
-  // Begins again on another bitmap, with the state of a new canvas but the working memory of this one.
+  // Starts again on another bitmap, with the state of a new canvas and the working memory of this one.
   void begin(Bitmap& bitmap, const View& view = {});
 
   void saveState() override;
@@ -49,7 +49,7 @@ class RasterCanvas final : public Canvas {
   void fillPath(const Path& path, FillRule rule) override;
   void strokePath(const Path& path, const StrokeStyle& style) override;
   void fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) override;
-  // Glyphs stand on whole rows of pixels and to a quarter of a pixel across.
+  // Glyphs are placed on whole rows of pixels and at quarters of a pixel across.
   void drawGlyphs(const GlyphRun& run, CGPoint origin) override;
   void drawImage(const ImagePixels& image, CGRect source, CGRect destination) override;
 

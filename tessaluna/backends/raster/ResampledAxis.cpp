@@ -19,7 +19,7 @@ void ResampledAxis::begin(const Style& style) {
   const double low = std::min(style.start, style.end), high = std::max(style.start, style.end);
   const double width = std::abs(perPlace) * style.reach;
   const bool shrinks = width > 1;
-  // As many source pixels as such a part touches at most, made even.
+  // The most source pixels that such a part touches, rounded up to an even number.
   taps_ = shrinks ? (floorWithin(width, 1, style.pixels) + 3) / 2 * 2 : 2;
   const int count = style.high - style.low + 1;
   firsts_.assign(std::size_t(count), 0);
@@ -51,7 +51,7 @@ void ResampledAxis::average(Part part, int pixels, int index) {
   const int end = std::min(floorWithin(std::ceil(part.high), from + 1, pixels), from + taps_);
   const int first = setFirst(index, from, pixels);
   const double low = std::max(part.low, double(from)), length = std::min(part.high, double(end)) - low;
-  // From sums, so that all weights together are exactly one.
+  // Weights are differences of rounded sums, so that all of them together are exactly one.
   int before = 0;
   for (int i = from; i < end; ++i) {
     const double share = length > 0 ? std::clamp((i + 1 - low) / length, 0.0, 1.0) : 1;
@@ -61,7 +61,7 @@ void ResampledAxis::average(Part part, int pixels, int index) {
   }
 }
 
-// Between the middles of two source pixels; beyond the outermost middle the outermost pixel continues.
+// Blends between the middles of two source pixels; beyond the outermost middle the outermost pixel continues.
 void ResampledAxis::blend(double middle, int pixels, int index) {
   const int below = floorWithin(middle, 0, pixels - 1), first = setFirst(index, below, pixels);
   const int share = int(std::clamp(middle - below, 0.0, 1.0) * allWeight + 0.5);

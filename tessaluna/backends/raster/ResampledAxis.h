@@ -1,6 +1,6 @@
-// Which source pixels make up a column or row of an image that is shown smaller or larger, and with what weights: the average
-// of what lies under it where the image is shrunk, a blend of the two nearest where it is enlarged. The weights of each sum up
-// to one, also at the image's edges.
+// Which source pixels make up a column or row of an image that is shrunk or enlarged, and with what weights: the average of
+// the source pixels under it if the image is shrunk, a blend of the two nearest if it is enlarged. The weights of each
+// column or row add up to one, also at the image's edges.
 #pragma once
 
 #include <cstddef>
@@ -13,9 +13,10 @@ namespace tessaluna::backend::raster {
 
 class ResampledAxis {
  public:
-  // Source pixels from `sourceStart` on, `sourceLength` long, of which those within 0...pixels - 1 exist, land on places from
-  // `start` to `end` (turned over if end is smaller). Needed are the places low...high - 1, of which each averages what lies
-  // within `reach` places. Each weight is written as often as the caller works on channels at once.
+  // The source pixels from `sourceStart` on, `sourceLength` long, are mapped to the places from `start` to `end` (reversed
+  // if end is smaller). Only the source pixels 0...pixels - 1 exist. Needed are the places low...high - 1, each of which
+  // averages a part `reach` places long. Each weight is written `copies` times, once per channel that the caller processes
+  // at once.
   struct Style {
     double sourceStart, sourceLength;
     int pixels;
@@ -26,9 +27,10 @@ class ResampledAxis {
   };
   void begin(const Style& style);
 
-  // The same for all places, and even: some weights are 0.
+  // The number of weights, the same for all places. It is an even number, so some weights are 0.
   int taps() const { return taps_; }
-  // Of the place `low + index`. Taps past the last source pixel have no weight. There is a place more than was wanted.
+  // The first tap of the place `low + index`. Taps after the last source pixel have no weight. There is one place more than
+  // requested.
   int first(int index) const { return firsts_[std::size_t(index)]; }
   const std::uint16_t* weights(int index) const {
     return weights_.data() + std::size_t(index) * std::size_t(taps_) * std::size_t(copies_);
@@ -36,11 +38,11 @@ class ResampledAxis {
 
  private:
   struct Part {
-    double low, high;  // of the source, in its pixels
+    double low, high;  // in source pixels
   };
   void average(Part part, int pixels, int index);
   void blend(double middle, int pixels, int index);
-  // Makes room for the taps of a place that begin at this source pixel or before it.
+  // Sets and returns the first tap of a place: this source pixel, or an earlier one if the taps would not fit.
   int setFirst(int index, int wanted, int pixels);
   void setWeight(int index, int tap, int weight);
 

@@ -1,4 +1,4 @@
-// Puts a gradient or an image onto a bitmap, by the plain operator and with no clip but the bitmap's box. A sink of a
+// Paints a gradient or an image onto a bitmap with the normal operator and no clip but the bitmap's box. It is a sink of a
 // coverage buffer.
 #pragma once
 
@@ -10,7 +10,7 @@ namespace tessaluna::backend::raster {
 
 class RowPainter {
  public:
-  // The row must have room for as many pixels as the bitmap is wide. Alpha is the state's.
+  // The row must have room for the longest run. `alpha` is the state's.
   RowPainter(Bitmap& bitmap, RowSource& source, float alpha, InkRow& row)
       : bitmap_(bitmap), source_(source), row_(row), alpha_(alpha), isOpaque_(source.isOpaque() && alpha >= fullCoverage) {}
 

@@ -1,4 +1,5 @@
-// What has another color at every pixel: a gradient or an image. It gives the colors of a run of pixels in one row.
+// A source with a different color at every pixel: a gradient or an image. It writes the colors of a run of pixels in one
+// row.
 #pragma once
 
 #include "tessaluna/backends/raster/Inks.h"
@@ -7,10 +8,10 @@
 
 namespace tessaluna::backend::raster {
 
-// The colors of a run, in two lists: a word for each pixel that holds its even channels, and one for its odd ones.
+// The colors of a run, in two lists: one word per pixel for its even channels, and one for its odd channels.
 class InkRow {
  public:
-  // Room for so many pixels and those that fill up the last four. False when memory is short.
+  // Makes room for this many pixels and those that complete the last four. False when memory is short.
   bool prepare(int count) {
     odd_ = count + 4;
     return memory_.prepare(2 * std::size_t(odd_)) != nullptr;
@@ -35,16 +36,16 @@ class InkRow {
 class RowSource {
  public:
   virtual ~RowSource() = default;
-  // True if no pixel lets anything through.
+  // True if no pixel is translucent.
   virtual bool isOpaque() const = 0;
   // Writes the colors of an opaque source.
   virtual void writePixels(int x, int y, int count, std::uint32_t* pixels) = 0;
-  // The same for the rows of a box, which lie so many bytes apart.
+  // The same for the rows of a box, which lie `stride` bytes apart.
   virtual void writeRows(const PixelRect& box, std::uint32_t* pixels, std::size_t stride) {
     for (int y = box.top; y < box.bottom; ++y, pixels = rowAfter(pixels, stride))
       writePixels(box.left, y, box.width(), pixels);
   }
-  // The row has room for the pixels.
+  // The row must have room for the pixels.
   virtual void writeInks(int x, int y, int count, InkRow& row) = 0;
 
  protected:

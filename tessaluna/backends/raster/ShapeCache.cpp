@@ -9,11 +9,12 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// Moves are taken in these parts of a pixel: no coverage shows less, and sums of coordinates round by less.
+// Moves are rounded to these parts of a pixel: a smaller move does not change coverage, and sums of coordinates round by
+// less.
 constexpr double partsOfPixel = 1 << 20;
 constexpr double farthestMove = 1e8;  // so that sums of whole pixels stay within an int
 
-// Two words at a time, by the halves of a product with odd constants mixed in.
+// Adds two words at a time by mixing both halves of their product with odd constants.
 class Mixer {
  public:
   void add(std::uint64_t a, std::uint64_t b) {
@@ -21,7 +22,7 @@ class Mixer {
     value_ = static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
   }
   void add(double a, double b) { add(bits(a), bits(b)); }
-  // Two points at a time, crosswise: this is done for each point of every drawing.
+  // Adds two points at a time, crosswise, to be fast: each point of every drawing passes through here.
   void add(std::span<const CGPoint> points) {
     const CGPoint* p = points.data();
     for (std::size_t pairs = points.size() / 2; pairs > 0; --pairs, p += 2) {
@@ -78,7 +79,8 @@ ShapeCache::Key::Key(const Path& path, FillRule rule, const StrokeStyle* pen, co
     for (const double length : dash_) mixer.add(length, 0.0);
   }
   mixer.add(path.points());
-  // Paths of the same points that differ in more of their verbs than the number are not worth looking at them all.
+  // Of the verbs only their number is added: paths with the same points and different verbs are too rare to look at each
+  // verb.
   mixer.add(path.verbs().size() * 4 + std::uint64_t(rule), path.points().size());
   hash_ = mixer.value();
 }
@@ -100,12 +102,12 @@ bool ShapeCache::Entry::isOf(const Key& key) const {
 ShapeCache::Sight ShapeCache::look(const Key& key, const PixelRect& clip) {
   if (!slots_) slots_ = std::make_unique<Slot[]>(slotCount);
   ++now_;
-  // One slot per operation, so that no operation takes long for all.
+  // Each operation checks one slot, so that none has to check them all.
   Slot& checked = slots_[hand_++ % slotCount];
   if (checked.entry && isOld(checked)) giveBack(checked);
 
   Slot* const set = setOf(key.hash());
-  Slot* least = nullptr;  // of those that keep nothing, the one that was seen longest ago
+  Slot* least = nullptr;  // of the slots without an entry, the one that was used longest ago
   for (Slot* slot = set; slot < set + slotsOfSet; ++slot) {
     if (slot->hash == key.hash()) return lookAt(*slot, key, clip);
     if (!slot->entry && (!least || now_ - slot->lastUsed > now_ - least->lastUsed)) least = slot;

@@ -1,8 +1,8 @@
 // The coverage of small shapes that are drawn again and again: icons, the outlines of buttons, lines.
 //
-// What decides it is the key: points, verbs, fill rule or pen, and the transform but for a move by whole pixels. A shape is kept
-// when it is seen for the second time, so that what never comes back costs no more than a look. Bounded; what has not been drawn
-// for a number of operations is given back.
+// The key consists of everything that coverage depends on: points, verbs, fill rule or pen, and the transform except for a
+// move by whole pixels. A shape is kept when it is seen for the second time, so that a shape that never returns costs no
+// more than a look. The cache is bounded; it frees shapes that have not been drawn for a number of operations.
 #pragma once
 
 #include <array>
@@ -16,21 +16,22 @@
 
 namespace tessaluna::backend::raster {
 
-// A transform as a move by whole pixels behind the rest. Moves by less than can be seen are left out, so that what moves by
-// whole points in a sum that rounds stays the same shape.
+// Splits a transform into the rest and, after it, a move by whole pixels. Moves too small to be visible are dropped, so that
+// a shape that is moved by whole points stays the same shape although sums round.
 struct PixelPlacement {
   CGAffineTransform rest;
   PixelOffset moved;
   explicit PixelPlacement(const CGAffineTransform& transform);
-  // False where the move has no whole pixels.
+  // False if the move is too large to be counted in whole pixels.
   static bool isPossible(const CGAffineTransform& transform);
 };
 
 struct KeptShape {
   CoverageRuns coverage;
-  // What was made of it: all, or what lies in a clip that cuts it. Where it is shown now, the same would be made if this is so.
+  // Whether the coverage is that of the whole shape or only of the part in a clip that cuts it.
   bool isWhole = true;
   PixelRect clip;
+  // True if the same coverage would be computed for this clip.
   bool fits(const PixelRect& now) const { return isWhole ? now.contains(coverage.box()) : now == clip; }
 };
 
@@ -38,7 +39,7 @@ class ShapeCache {
  public:
   class Key {
    public:
-    // Filled, or stroked with a pen where there is one. Keeps references to both.
+    // The path is filled, or stroked if there is a pen. The key keeps references to both.
     Key(const Path& path, FillRule rule, const StrokeStyle* pen, const CGAffineTransform& transform);
     std::uint64_t hash() const { return hash_; }
 
@@ -50,24 +51,24 @@ class ShapeCache {
     std::array<double, numberCount> numbers_{};  // of transform, rule and pen
     std::uint64_t hash_;
   };
-  // Paths with more points are not looked for.
+  // Paths with more points are not looked up.
   static constexpr std::size_t maxPoints = 2048;
   static constexpr std::uint32_t operationsKept = 20000;
 
   struct Sight {
     const KeptShape* kept = nullptr;  // until the next look
-    bool isSecond = false;            // it has been seen, and may be kept
+    bool isSecond = false;            // it has been seen before, and may be kept
   };
-  // One operation more, within a clip.
+  // Looks a shape up within a clip, and counts one more operation.
   Sight look(const Key& key, const PixelRect& clip);
-  // Right after a look that was the second sight. What is too large is not kept.
+  // Called right after a look that was the second sight. A shape that is too large is not kept.
   void keep(const Key& key, const KeptShape& shape);
   std::size_t bytes() const { return bytes_; }
 
  private:
-  // Together, and of one shape's coverage.
+  // The limits of all entries together and of one entry.
   static constexpr std::size_t maxBytes = std::size_t{8} << 20, maxBytesOfShape = std::size_t{256} << 10;
-  // A hash may be in any slot of its set.
+  // A hash may be in any slot of its set of slots.
   static constexpr std::size_t slotsOfSet = 4, slotCount = 2048;
 
   struct Entry {
@@ -77,13 +78,13 @@ class ShapeCache {
     std::vector<double> dash;
     std::array<double, Key::numberCount> numbers;
     std::size_t bytes = 0;
-    PixelRect otherClip;  // in which it was seen last, of those that it does not fit
+    PixelRect otherClip;  // the last clip in which it was seen and which it does not fit
     Entry(const Key& key, const KeptShape& shape);
     bool isOf(const Key& key) const;
   };
   struct Slot {
     std::uint64_t hash = 0;      // 0: unused
-    std::uint32_t lastUsed = 0;  // by operations
+    std::uint32_t lastUsed = 0;  // in operations
     bool isTooLarge = false;     // to be kept
     std::unique_ptr<Entry> entry;
   };

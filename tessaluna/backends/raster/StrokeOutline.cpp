@@ -4,22 +4,23 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-// Of round joins and caps, whose chords all lie inside: in device pixels, 1.5 of 255 on an edge, and in halves of the pen's width,
-// a few hundred chords for the whole circle.
+// Tolerances for round joins and caps, whose chords all lie inside: one in device pixels, 1.5 of 255 on an edge, and one in
+// halves of the pen's width, a few hundred chords for the whole circle.
 constexpr double arcTolerance = 0.006, leastArcTolerance = 0.125 / 3e4;
-// A corner of the outline shorter than this, in pixels, is none: its joins differ by less than a hundredth of a pixel's area.
+// A corner of the outline shorter than this, in pixels, is ignored: joins would differ by less than a hundredth of a pixel.
 constexpr double leastJoin = 0.1;
-// So many sides on either side of a fold are looked at for the place where they meet, each with each: that bounds the time
-// that a bend takes. And so far from it, in halves of the pen's width, may they meet: a fold reaches no farther.
+// This many sides on either side of a fold are searched for the place where they meet, each with each, which bounds the time
+// of a bend. They may meet at most this far from it, in halves of the pen's width: a fold reaches no farther.
 constexpr std::size_t maxSidesOfFold = 24;
 constexpr double farthestMeeting = 6;
-// Square pixels that may be missing at the inner corner of a gentle bend: 5 of 255 if they were all in one pixel.
+// The area, in square pixels, that may be missing at the inner corner of a gentle bend: 5 of 255 if it were all in one
+// pixel.
 constexpr double leastCorner = 0.02;
 
-// From a direction to that of the side that is being made.
+// From a direction of the line to the direction in which the current side lies.
 CGPoint aside(CGPoint direction) { return {direction.y, -direction.x}; }
 
-// Zero if the pen's edge does not follow it on that side.
+// The chord, or zero if the pen's edge does not follow it on that side.
 CGPoint chordOn(StrokePoint::Sides side, const StrokePoint& p) {
   return (int(p.chordSides) & int(side)) != 0 ? p.chord : CGPoint{};
 }
@@ -41,13 +42,14 @@ void StrokeOutline::add(std::span<StrokePoint> line, Contour contour) {
   else addRings(line);
 }
 
-// The sides on which a chord, of this squared length, is better followed than the directions at its ends, between which lies
-// this turn, squared: both where the outer edge is no chord any more, the inner one where it would go back.
+// The sides on which it is better to follow a chord of this squared length than the directions at its ends, between which
+// lies this squared turn: both sides where one chord is not enough for the outer edge, the inner side where it would go
+// backwards.
 inline StrokePoint::Sides StrokeOutline::sidesAlongChord(double turn, double squaredLength, double across) const {
   const double reach = pen_.halfWidth, pixels = reach * pixelsPerLength_;
   bool isWide = turn > 0.5;
   if (turn * pixels >= 0.12 && !isWide) {
-    // By the area beside a chord of the outer edge, of which so much does not show.
+    // Compares the area beside a chord of the outer edge with an area too small to be visible.
     const double angle = std::sqrt(turn), radius = pixels + std::sqrt(squaredLength) * pixelsPerLength_ / angle;
     isWide = radius * radius * turn * angle > 0.2;
   }
@@ -56,7 +58,8 @@ inline StrokePoint::Sides StrokeOutline::sidesAlongChord(double turn, double squ
   return across < 0 ? StrokePoint::Sides::Near : StrokePoint::Sides::Far;
 }
 
-// To one point that lies on both edges, where the line goes straight on or bends too little to tell the joins apart.
+// The way to one point that lies on both edges, where the line goes straight or bends so little that all joins look the
+// same.
 inline std::optional<CGPoint> StrokeOutline::sideOf(const Bend& bend) const {
   if (bend.in == bend.out) return aside(bend.in) * pen_.halfWidth;
   const double cosine = dot(bend.in, bend.out), across = std::abs(cross(bend.in, bend.out)) * pen_.halfWidth;
@@ -103,7 +106,7 @@ inline void StrokeOutline::findSide(const StrokePoint& before, StrokePoint& p) {
   const std::optional<CGPoint> side = isBent ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
   if (!side || p.chordSides != None) isSmooth_ = false;
   if (!side) return void(p.side = {});
-  // Points inside a curve lie a little outside it, so that its chords leave no area out; those of the edge as well.
+  // The points of a flattened curve lie a little outside it, so that its chords leave no area out; so do the edge's points.
   p.side = p.corner == Corner::Smooth ? *side * (1 + p.turn * (1.0 / 12)) : *side;
 }
 
@@ -129,7 +132,7 @@ void StrokeOutline::addOpen(std::span<const StrokePoint> line) {
   finishSide(line[0], -chordOn(Far, line[0]), -line[0].out);
 }
 
-// With one corner a side at every point.
+// Adds rings that have one corner per side at every point.
 void StrokeOutline::addSmoothRings(std::span<const StrokePoint> line) {
   CGPoint* to = polygons_->addPolygon(line.size());
   for (const StrokePoint& p : line) *to++ = p.at + p.side;
@@ -141,7 +144,7 @@ void StrokeOutline::addRings(std::span<const StrokePoint> line) {
   const std::size_t count = line.size();
   if (isSmooth_ && count > 2) return addSmoothRings(line);
   const auto before = [&](std::size_t i) -> const StrokePoint& { return line[i > 0 ? i - 1 : count - 1]; };
-  // A ring begins in the middle of its longest chord, unless its first point is as good: what the ring does at its own start
+  // A ring begins in the middle of its longest chord, unless its first point is as good: a fold at the ring's own start
   // cannot be cut.
   std::size_t first = 0;
   CGPoint start, direction;
@@ -161,7 +164,7 @@ void StrokeOutline::addRings(std::span<const StrokePoint> line) {
   for (std::size_t i = first; i < count; ++i) pass(before(i), line[i]);
   for (std::size_t i = 0; i < first; ++i) pass(before(i), line[i]);
   finishRing();
-  if (count == 2) return;  // there and back: the one ring is all
+  if (count == 2) return;  // there and back: one ring is enough
   beginRing();
   if (startsInChord) putPoint(start - aside(direction) * pen_.halfWidth);
   for (std::size_t i = first; i-- > 0;) passBack(before(i), line[i]);
@@ -181,7 +184,7 @@ inline void StrokeOutline::passBack(const StrokePoint& before, const StrokePoint
   goThrough({p.at, -chordOut, -p.out, -p.in, -chordIn, p.corner});
 }
 
-// Where the pen follows a chord, it turns between that and the line's own direction without a join.
+// Where the pen follows a chord, it turns from the line's own direction to the chord, or back, without a join.
 void StrokeOutline::goThrough(const Passage& p) {
   const bool comesByChord = p.chordIn != CGPoint{}, goesByChord = p.chordOut != CGPoint{};
   if (p.corner == Corner::Smooth)
@@ -199,12 +202,12 @@ void StrokeOutline::addBend(const Bend& bend) {
   const CGPoint at = bend.at, in = bend.in, out = bend.out;
   const bool isInner = cross(in, out) < 0;
   if (const std::optional<CGPoint> side = sideOf(bend)) {
-    // Small steps back add up to a loop of the wrong winding, which the line's own points keep from coming about.
+    // Small steps backwards add up to a loop of the wrong winding; going through the line's own points prevents it.
     const bool goesBack = isInner && bend.isTight && dot(at + *side - polygons_->lastPoint(), in) < 0;
     if (!goesBack) return addSidePoint(at + *side, in);
   }
   if (isInner) return addInnerBend(bend);
-  // What goes round an outer corner is no part of a fold, before it nor after, unless it is next to nothing.
+  // What goes around an outer corner is not part of a fold before or after it, unless the corner is too small to be visible.
   const double pixels = pen_.halfWidth * pixelsPerLength_;
   const bool isSeen = dot(in, out) < 0 || cross(in, out) * pixels * pixels > 0.04;
   const bool bounds = bend.corner == Corner::Sharp && isSeen;
@@ -214,7 +217,7 @@ void StrokeOutline::addBend(const Bend& bend) {
   if (bounds) beginSide();
 }
 
-// Round an outer corner.
+// Goes around an outer corner.
 void StrokeOutline::addJoin(const Bend& bend) {
   const CGPoint at = bend.at, in = bend.in, out = bend.out;
   if (bend.corner == Corner::Smooth || pen_.join == LineJoin::Round) {
@@ -229,11 +232,11 @@ void StrokeOutline::addJoin(const Bend& bend) {
   putPoint(at + aside(out) * pen_.halfWidth);
 }
 
-// By the point itself, so that windings stay of one sign even where that cannot be cut off.
+// The side goes through the point itself, so that windings keep one sign even where the bend cannot be cut off.
 void StrokeOutline::addInnerBend(const Bend& bend) {
   addSidePoint(bend.at + aside(bend.in) * pen_.halfWidth, bend.in);
   const bool isSharp = bend.corner == Corner::Sharp;
-  // Between two corners there may be a hole: no cut goes over both.
+  // Between two corners there may be a hole, so no cut spans both.
   if (isFolded_ && isSharp) {
     isFolded_ = false;
     sideStart_ = polygons_->pointCount() - 2;
@@ -246,7 +249,7 @@ void StrokeOutline::addInnerBend(const Bend& bend) {
 
 void StrokeOutline::addArc(CGPoint at, CGPoint in, CGPoint out) {
   const CGPoint first = aside(in) * pen_.halfWidth;
-  // Back on itself a line turns by half a turn, on whichever side rounding may see it.
+  // A line that goes straight back makes half a turn, whichever side rounding puts it on.
   const double turn = std::atan2(std::abs(cross(in, out)), dot(in, out));
   const int inner = int(turn / arcStep_);
   const double step = turn / (inner + 1);
@@ -278,7 +281,7 @@ void StrokeOutline::beginRing() {
 }
 
 void StrokeOutline::finishRing() {
-  // The first side continues from where the last one ends, which is no meeting.
+  // The first side begins where the last one ends, which does not count as a meeting.
   sideStart_ = std::max(sideStart_, ringStart_ + 1);
   if (isFolded_) cutFold(polygons_->points()[ringStart_]);
   isFolded_ = false;
@@ -307,7 +310,7 @@ void StrokeOutline::fold() {
   foldStart_ = polygons_->pointCount() - 1;
 }
 
-// On the way to a point. The two sides of the fold are cut where they meet.
+// Cuts the two sides of the fold where they meet, if they meet on the way to this point.
 void StrokeOutline::cutFold(CGPoint to) {
   const CGPoint from = polygons_->lastPoint(), way = to - from;
   const std::size_t least = foldStart_ - std::min(foldStart_ - sideStart_, maxSidesOfFold);
@@ -315,11 +318,11 @@ void StrokeOutline::cutFold(CGPoint to) {
     const CGPoint a = polygons_->points()[end - 1], b = polygons_->points()[end];
     const CGPoint side = b - a, between = from - a;
     const double turn = cross(side, way);
-    if (!(turn < 0)) continue;  // they meet as the bend turns
+    if (!(turn < 0)) continue;  // they must meet in the direction of the bend
     const double onSide = cross(between, way) / turn, onWay = cross(between, side) / turn;
     if (onSide < 0 || onSide > 1 || onWay < 0 || onWay > 1) continue;
     const CGPoint meeting = a + side * onSide, away = meeting - polygons_->points()[foldStart_];
-    // Next to the fold they may meet anywhere, farther on only as near as a fold reaches.
+    // Sides next to the fold may meet anywhere, others only as near as a fold reaches.
     const bool isNext = end == foldStart_ && sidesAfterFold_ == 0;
     if (!isNext && dot(away, away) > farthestMeeting * farthestMeeting * pen_.halfWidth * pen_.halfWidth) continue;
     if (isHole(end, meeting) || (isNext && !coverCorner(side, way))) break;
@@ -332,17 +335,17 @@ void StrokeOutline::cutFold(CGPoint to) {
   if (++sidesAfterFold_ == maxSidesOfFold) isFolded_ = false;
 }
 
-// True if each of two sides continues so far that the other one's end at the bend between them is covered by its stroke.
+// True if each of the two sides is so long that its stroke covers the other side's end at the bend between them.
 bool StrokeOutline::coverCorner(CGPoint in, CGPoint out) const {
   const double before = dot(in, in), after = dot(out, out), lengths = std::sqrt(before * after);
   const double sine = std::abs(cross(in, out)), reach = pen_.halfWidth * sine / lengths;
   const double pixels = pen_.halfWidth * pixelsPerLength_;
-  // The corner of a gentle bend is too small to be seen.
+  // The corner of a gentle bend is too small to be visible.
   if (dot(in, out) > 0 && sine * sine * sine * pixels * pixels < leastCorner * lengths * lengths * lengths) return true;
   return std::min(before, after) >= reach * reach;
 }
 
-// True if what lies between a point of the side's and here goes the other way round than a fold: beyond it lies nothing.
+// True if the points from `first` to here turn the opposite way to a fold: they are the border of a hole.
 bool StrokeOutline::isHole(std::size_t first, CGPoint meeting) const {
   double area = 0;
   CGPoint from = meeting;

@@ -1,6 +1,6 @@
-// Makes polygons of lines that a pen is moved along: filled by the non-zero rule they cover what the pen covers. They overlap
-// only where the line comes near itself. Behind a corner, and in a bend narrower than the pen, the inner side is cut off where it
-// meets itself, unless the cut would go over two corners, between which there may be a hole.
+// Makes polygons from lines along which a pen moves: filled by the non-zero rule, they cover what the pen covers. They
+// overlap only where the line comes near itself. At a corner, and in a bend narrower than the pen, the inner side is cut off
+// where it meets itself, unless the cut would span two corners, between which there may be a hole.
 #pragma once
 
 #include <optional>
@@ -14,22 +14,22 @@ namespace tessaluna::backend::raster {
 
 class StrokeOutline {
  public:
-  // What follows goes to these polygons, in the line's space.
+  // Starts an outline in the line's space, which is added to `polygons`.
   void begin(const Pen& pen, Polygons& polygons);
 
-  // At least two points, all of them apart from the next; their directions are completed.
+  // The line has at least two points, and no two neighbours coincide. Missing directions are filled in.
   void add(std::span<StrokePoint> line, Contour contour);
-  // For round ends: a whole pen.
+  // Adds a full circle of the pen, for a line without length and with round caps.
   void addDot(CGPoint at);
 
  private:
-  // A corner of the side that is being made, for a line that comes in and goes out in these directions.
+  // A corner of the current side, for a line that arrives and leaves in these directions.
   struct Bend {
     CGPoint at, in, out;
     Corner corner;
-    bool isTight = false;  // on the inner side the pen's edge may go back
+    bool isTight = false;  // the pen's edge may go backwards on the inner side
   };
-  // How the pen comes to a point and leaves it; the chords are zero where it does not follow them.
+  // How the pen arrives at a point and leaves it; the chords are zero if it does not follow them.
   struct Passage {
     CGPoint at, chordIn, in, out, chordOut;
     Corner corner;
@@ -54,7 +54,7 @@ class StrokeOutline {
 
   void beginRing();
   void finishRing();
-  void beginSide();  // what was made before is not cut any more
+  void beginSide();  // earlier points are no longer cut
   void putPoint(CGPoint p);
   void addSidePoint(CGPoint p, CGPoint direction);
   void fold();
@@ -66,10 +66,10 @@ class StrokeOutline {
   double pixelsPerLength_ = 1;
   double arcStep_ = 1;  // the angle of an arc's chord
   Polygons* polygons_ = nullptr;
-  bool isSmooth_ = true;  // the line has one corner a side at every point
+  bool isSmooth_ = true;  // the line has one corner per side at every point
   bool isNewRing_ = true;
   std::size_t ringStart_ = 0, sideStart_ = 0;  // indices of their first points
-  // A fold is what the side does from the point after which it first goes back, until it is cut.
+  // A fold begins at the point after which the side first goes backwards, and ends where it is cut.
   bool isFolded_ = false, hasFoldCorner_ = false;
   std::size_t foldStart_ = 0, sidesAfterFold_ = 0;
 };

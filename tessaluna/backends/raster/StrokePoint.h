@@ -1,4 +1,4 @@
-// What the parts of a stroke's making hand on to each other: a line as points with the directions in which it passes them.
+// What the stages of stroking pass to each other: a line as points, with the directions in which it arrives and leaves.
 #pragma once
 
 #include "tessaluna/backends/raster/Flattener.h"
@@ -12,7 +12,7 @@ inline CGPoint operator-(CGPoint v) { return {-v.x, -v.y}; }
 inline CGPoint operator*(CGPoint v, double factor) { return {v.x * factor, v.y * factor}; }
 inline double dot(CGPoint a, CGPoint b) { return a.x * b.x + a.y * b.y; }
 inline double cross(CGPoint a, CGPoint b) { return a.x * b.y - a.y * b.x; }
-// Of the same direction and of length 1; zero stays zero.
+// The vector of the same direction with length 1; zero stays zero.
 inline CGPoint unit(CGPoint v) {
   const double squares = dot(v, v);
   return squares > 0 ? v * (1 / std::sqrt(squares)) : CGPoint{};
@@ -22,7 +22,7 @@ enum class Contour { Open, Closed };
 
 // Lengths are in the line's space.
 struct Pen {
-  double halfWidth = 0, pixel = 1;  // half its width, and the size of a device pixel
+  double halfWidth = 0, pixel = 1;  // half the pen's width, and the size of a device pixel
   LineCap cap = LineCap::Butt;
   LineJoin join = LineJoin::Miter;
   double miterLimit = 10;
@@ -31,18 +31,18 @@ struct Pen {
 struct StrokePoint {
   CGPoint at;
   Corner corner = Corner::Sharp;
-  // The directions, of length 1, in which the line arrives and leaves. Zero until it is known: as the chord goes.
+  // The directions, of length 1, in which the line arrives and leaves. Zero means that of the chord, until it is filled in.
   CGPoint in = {}, out = {};
 
-  // Of use to the outline only. On these sides the pen's edge follows the chord to the next point, of this direction, since
-  // the line turns too much between the two.
+  // Only the outline uses what follows. On these sides the pen's edge follows the chord to the next point, whose direction
+  // is `chord`, because the line turns too much between the two.
   enum class Sides : std::uint8_t { None = 0, Near = 1, Far = 2, Both = 3 };
   Sides chordSides = Sides::None;
   CGPoint chord = {};
-  // The square of the turn from the point before to this one.
+  // The square of the turn from the previous point to this one.
   double turn = 0;
-  // From the point to the outline's corner on the near side of the line, that on the far side lies opposite. Zero where one
-  // corner a side does not do.
+  // From the point to the outline's corner on the near side of the line; the corner on the far side lies opposite. Zero
+  // where one corner per side is not enough.
   CGPoint side = {};
 };
 

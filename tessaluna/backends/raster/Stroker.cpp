@@ -8,16 +8,16 @@ namespace tessaluna::backend::raster {
 namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
-// Of flattened curves, in device pixels: 2 of 255 on an edge, 1.3 within one pixel. Dashes add the lengths of many chords up.
+// Tolerances for flattened curves, in device pixels: 2 of 255 on an edge, 1.3 within one pixel. Dashes add up many lengths.
 constexpr double chordTolerance = 0.0083, areaTolerance = 0.005, dashTolerance = 0.001;
-constexpr double endStep = 2.0 / 3;  // at which no area is lost at a curve's ends either
+constexpr double endStep = 2.0 / 3;  // with this, no area is lost at a curve's ends either
 // A pattern finer than this, in pixels, and more dashes than this cannot be distinguished from a solid line.
 constexpr double finestPattern = 1.0 / 16;
 constexpr int maxDashes = 200000;
-// Of an outline. After so many the rest of a dashed line stays solid, so that a wide pen with a fine pattern, each dash of
-// which reaches all over the picture, ends in time.
+// After this many points of the outline the rest of a dashed line is solid. This bounds the time of a wide pen with a fine
+// pattern, where each dash covers the whole picture.
 constexpr std::size_t maxPointsOfDashes = 400000;
-constexpr double widestPen = 1e7;  // half a pen's width, in pixels; of wider ones corners lose their precision
+constexpr double widestPen = 1e7;  // half a pen's width, in pixels; corners of wider pens lose precision
 
 double largestScale(const CGAffineTransform& t) {
   // The larger singular value.
@@ -31,7 +31,7 @@ double distance(CGPoint a, CGPoint b) {
   return std::sqrt(dot(way, way));
 }
 
-// True where a circle stays one.
+// True if the transform maps circles to circles.
 bool keepsCircles(const CGAffineTransform& t) {
   const double largest = t.a * t.a + t.b * t.b;
   return std::abs(largest - (t.c * t.c + t.d * t.d)) <= 1e-12 * largest &&
@@ -82,7 +82,7 @@ bool Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
 }
 
 void Stroker::setPen(const StrokeStyle& style) {
-  // A line of no width is the thinnest that can be seen.
+  // A width of 0 means the thinnest visible line.
   const double width = style.width > 0 ? style.width * perLength_ : pen_.pixel;
   pen_.halfWidth = std::min(width * 0.5, widestPen * pen_.pixel);
   pen_.cap = style.cap;
@@ -98,7 +98,7 @@ void Stroker::setDashes(const StrokeStyle& style) {
     if (!(length >= 0) || !std::isfinite(length)) return dashes_.clear();
     dashes_.push_back(length * perLength_);
   }
-  // An odd pattern takes its lengths as gaps the second time round.
+  // A pattern with an odd number of lengths swaps dashes and gaps the second time.
   if (dashes_.size() % 2 == 1) {
     for (const double length : style.dash) dashes_.push_back(length * perLength_);
   }
@@ -130,7 +130,7 @@ inline void Stroker::add(const StrokePoint& p) {
   points_.push_back(p);
 }
 
-// True if a point is too near to the one before to give a direction, which then does for both.
+// True if a point is too near to the previous one to give a direction; the previous point then represents both.
 inline bool Stroker::mergeDouble(StrokePoint& last, const StrokePoint& p) const {
   const CGPoint way = p.at - last.at;
   if (dot(way, way) > nearest_ * nearest_) return false;
@@ -140,12 +140,12 @@ inline bool Stroker::mergeDouble(StrokePoint& last, const StrokePoint& p) const 
 }
 
 void Stroker::finishContour(Contour contour) {
-  // A lone point that is not closed draws nothing.
+  // A single point that is not closed draws nothing.
   if (points_.size() > 1 || isDouble_ || (contour == Contour::Closed && !points_.empty())) {
     if (dashes_.empty() && !firstFar_) {
       outline(points_, contour);
     } else {
-      // A solid ring that is cut starts outside, so that its own start keeps its join.
+      // A solid ring that is cut starts outside the visible part, so that its own start keeps its join.
       const bool turns = dashes_.empty() && contour == Contour::Closed;
       if (turns) std::rotate(points_.begin(), points_.begin() + std::ptrdiff_t(*firstFar_), points_.end());
       walkContour(contour);
@@ -156,8 +156,8 @@ void Stroker::finishContour(Contour contour) {
   isDouble_ = false;
 }
 
-// Cuts the line into dashes and leaves out what lies beyond reach, before anything is computed from its
-// length: a line to the end of the world has no more dashes than fit into the picture.
+// Cuts the line into dashes and leaves out what lies out of reach, before anything is computed from its length: even an
+// extremely long line has no more dashes than fit into the picture.
 void Stroker::walkContour(Contour contour) {
   dash_ = 0;
   isOn_ = true;
@@ -178,7 +178,7 @@ void Stroker::walkContour(Contour contour) {
 // The part of a segment within reach.
 struct Stroker::Visible {
   CGPoint start, end;
-  double before = 0, length = 0, after = 0;  // of the parts
+  double before = 0, length = 0, after = 0;  // lengths of the parts
 };
 
 void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
@@ -193,7 +193,7 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
     skip(seen->before);
   }
   const CGPoint chord = (to.at - from.at) * (1 / whole);
-  // Inside a curve the direction is the curve's and not the chord's, so that dashes end right.
+  // Inside a curve a dash takes the curve's direction and not the chord's, so that its ends are right.
   const CGPoint first = from.out == CGPoint{} ? chord : from.out, last = to.in == CGPoint{} ? chord : to.in;
   const auto add = [&](double at) {
     StrokePoint p{seen->start + chord * at};
@@ -208,7 +208,7 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
   while (at + rest_ < seen->length) {
     at += rest_;
     if (isOn_) {
-      // A dash of no length has its direction all the same.
+      // A dash of length 0 still needs a direction.
       add(rest_ == infinite || dashes_[dash_] > 0 ? at : at + nearest_ * 100);
       finishPiece();
     }
@@ -225,8 +225,8 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
   }
 }
 
-// Liang and Barsky's way, but with coordinates: where both ends are very far, a fraction of the length is no
-// place.
+// Liang and Barsky's algorithm, but with coordinates instead of fractions of the length, which are too imprecise if both
+// ends are very far away.
 std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, const StrokePoint& to) const {
   CGPoint a = from.at, b = to.at;
   const auto isWithin = [this](CGPoint p) {
@@ -238,7 +238,7 @@ std::optional<Stroker::Visible> Stroker::visiblePart(const StrokePoint& from, co
   const auto cut = [&](double CGPoint::*axis, double CGPoint::*other, double low, double high) {
     const double slope = (end.*other - start.*other) / (end.*axis - start.*axis);
     const auto moveTo = [&](CGPoint& p, double edge) {
-      // From the nearer end.
+      // Computed from the nearer end.
       const CGPoint& origin = std::abs(edge - start.*axis) < std::abs(edge - end.*axis) ? start : end;
       p.*other = origin.*other + (edge - origin.*axis) * slope;
       p.*axis = edge;
@@ -289,7 +289,7 @@ void Stroker::finishPiece() {
   piece_.clear();
 }
 
-// Without a direction: only round ends have a shape.
+// A point without a direction: only round caps give it a shape.
 void Stroker::outlineDot(const StrokePoint& p) {
   if (pen_.cap == LineCap::Round) outline_.addDot(p.at);
 }

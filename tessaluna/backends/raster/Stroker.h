@@ -1,6 +1,6 @@
-// Makes the outline of a stroke: polygons that, filled by the non-zero rule, cover what the pen covers. Cuts the path's lines
-// into dashes and to what can be seen, and hands them on as points. A pen that the transform keeps round is moved along the line
-// in device space; else caps, joins and dashes are made in the path's own space and then transformed.
+// Makes the outline of a stroke: polygons that, filled by the non-zero rule, cover what the pen covers. It cuts the path's
+// lines into dashes and to the visible part, and passes them on as points. A pen that the transform keeps round is moved
+// along the line in device space; otherwise caps, joins and dashes are made in the path's own space and then transformed.
 #pragma once
 
 #include "tessaluna/backends/raster/StrokeOutline.h"
@@ -9,8 +9,8 @@ namespace tessaluna::backend::raster {
 
 class Stroker {
  public:
-  // Adds the outline to `polygons`, in device pixels. What lies outside the visible
-  // rectangle may be missing; true if nothing is.
+  // Adds the outline to `polygons`, in device pixels. Parts outside the visible rectangle may be missing; true if nothing
+  // is.
   bool stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& toDevice, const DeviceRect& visible,
               Polygons& polygons);
 
@@ -21,7 +21,7 @@ class Stroker {
   void setPen(const StrokeStyle& style);
   void setDashes(const StrokeStyle& style);
 
-  // What the flattener finds.
+  // The flattener calls these.
   void moveTo(CGPoint p);
   void lineTo(CGPoint p, Corner corner) { add({p, corner}); }
   void curvePoint(CGPoint p, CGPoint direction);
@@ -48,20 +48,20 @@ class Stroker {
   StrokeOutline outline_;
   Pen pen_;
   Polygons* polygons_ = nullptr;
-  double perLength_ = 1;  // of the path's space in that of the line
-  double nearest_ = 0;    // a distance too short to be seen
-  DeviceRect reach_;      // what lies outside cannot be seen
+  double perLength_ = 1;  // the scale from the path's space to the line's
+  double nearest_ = 0;    // a distance too short to be visible
+  DeviceRect reach_;      // what lies outside is not visible
   std::vector<StrokePoint> points_, piece_;
   bool isDouble_ = false;                // the point added last was merged with the one before
-  std::optional<std::size_t> firstFar_;  // of the points, out of reach
-  bool isWhole_ = true;                  // no point was, so far
+  std::optional<std::size_t> firstFar_;  // the first point out of reach
+  bool isWhole_ = true;                  // no point has been out of reach so far
 
-  std::vector<double> dashes_;  // on and off in turn; empty for a solid line
+  std::vector<double> dashes_;  // on and off alternating; empty for a solid line
   double dashTotal_ = 0, dashPhase_ = 0;
-  int dashesLeft_ = 0;  // that may still be made
+  int dashesLeft_ = 0;  // how many more may be made
   std::size_t dash_ = 0;
   bool isOn_ = true;
-  double rest_ = 0;  // of the dash or gap that is being walked
+  double rest_ = 0;  // of the current dash or gap
 };
 
 }  // namespace tessaluna::backend::raster

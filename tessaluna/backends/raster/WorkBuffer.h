@@ -1,5 +1,5 @@
-// Memory that drawing works in and that is kept from one drawing to the next, so that a drawing seen before
-// allocates nothing. A block that has long been much larger than what was asked of it is given back.
+// Working memory that is kept from one drawing to the next, so that repeating a drawing allocates nothing. A block that has
+// long been much larger than needed is freed.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 
 namespace tessaluna::backend::raster {
 
-// Empties a list for its next use. It keeps its memory, unless that is large and its last use needed little of it.
+// Empties a list for its next use. The list keeps its memory unless that is large and the last use needed little of it.
 template <class T>
 void clearForReuse(std::vector<T>& list) {
   constexpr std::size_t keptBytes = std::size_t(256) * 1024;
@@ -26,8 +26,8 @@ class WorkBuffer {
   static_assert(std::is_trivially_copyable_v<T> && alignof(T) <= 16);
 
  public:
-  // Room for `count` values; what they hold is undefined, unless the block is new: then all bytes are zero.
-  // Null when memory is short; what was there before is lost in any case.
+  // Makes room for `count` values, which are undefined; in a new block all bytes are zero. Null when memory is short.
+  // Earlier values are lost in any case.
   T* prepare(std::size_t count) {
     count = std::max<std::size_t>(count, 1);
     notice(count);
@@ -39,7 +39,7 @@ class WorkBuffer {
     }
     return block_.get();
   }
-  // The same with the first `kept` values still there.
+  // The same, but keeps the first `kept` values.
   T* grow(std::size_t count, std::size_t kept) {
     if (kept == 0) return prepare(count);
     notice(count);
@@ -61,8 +61,8 @@ class WorkBuffer {
   static constexpr std::size_t keptAtLeast = std::size_t(64) * 1024 / sizeof(T);
   static constexpr int usesBetweenChecks = 1024;
 
-  // Keeps the largest count of this period and the last one, so that a check never sees a period that has
-  // just begun.
+  // Remembers the largest counts of this period and the last one, so that a check never sees only a period that has just
+  // begun.
   void notice(std::size_t count) {
     if (++uses_ == usesBetweenChecks) {
       uses_ = 0;

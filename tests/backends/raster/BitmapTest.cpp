@@ -48,7 +48,7 @@ TEST(Bitmap, AbsentForABorrowedRowThatIsTooShort) {
   EXPECT_FALSE(Bitmap::borrow(nullptr, 4, 4, 16));
 }
 
-TEST(Bitmap, RowZeroIsTheUppermost) {
+TEST(Bitmap, RowZeroIsTheTopRow) {
   std::optional<Bitmap> bitmap = Bitmap::make(4, 4);
   RasterCanvas canvas(*bitmap);
   canvas.setFillColor({1, 0, 0, 1});

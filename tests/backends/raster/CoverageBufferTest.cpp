@@ -43,7 +43,7 @@ struct IgnoresCoverage {
 };
 
 struct Search {
-  std::size_t points = 0, sides = 0;  // of the outline, and that were searched for overlaps
+  std::size_t points = 0, sides = 0;  // of the outline; searched for overlaps
 };
 
 Search searchIn(const Stroke& stroke, double scale) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int side = 20;  // of the box, in pixels
 constexpr DeviceRect box{0, 0, side, side};
-// What may go through the strips of a row, with some for its own first and last strip.
+// How many sides may go through the strips of a row, with a margin for its first and last strip.
 constexpr std::size_t maxPerRow = 4 * 60000;
 
 struct Resolved {

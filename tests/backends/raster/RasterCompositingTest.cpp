@@ -31,7 +31,7 @@ void fill(RasterCanvas& canvas, const Path& path, const Color& color, FillRule r
   canvas.fillPath(path, rule);
 }
 
-// Every drawing begins on the same translucent ground, which covers half of it.
+// Every drawing begins on the same translucent background, which covers half of the picture.
 const Path halfGround = Path::rect({0, 0, 20, 40});
 void begin(RasterCanvas& canvas) { fill(canvas, halfGround, ground); }
 void begin(ReferencePicture& picture) { picture.paint(ground, picture.fill(halfGround)); }
@@ -98,7 +98,7 @@ TEST(RasterColor, ComponentsBeyondTheirRangeAreClamped) {
                    }});
 }
 
-TEST(RasterAlpha, LessensFillAndStrokeAlike) {
+TEST(RasterAlpha, FadesFillAndStrokeAlike) {
   expectRight({.draw =
                    [](RasterCanvas& canvas) {
                      begin(canvas);
@@ -132,7 +132,7 @@ TEST(RasterGradient, UpwardsWithThreeStops) {
                    }});
 }
 
-TEST(RasterGradient, SlantedWithAlphaOverAGround) {
+TEST(RasterGradient, SlantedWithAlphaOverABackground) {
   const GradientStop stops[] = {{0.1, ink}, {0.9, {1, 0.5, 0, 0.2}}};
   expectRight({.draw =
                    [&](RasterCanvas& canvas) {
@@ -341,7 +341,7 @@ TEST(RasterState, StartsOpaqueBlackAndUnclipped) {
                    }});
 }
 
-TEST(RasterBlend, EveryModeOnAHalfGround) {
+TEST(RasterBlend, EveryModeOnAHalfCoveredBackground) {
   for (const BlendMode mode : allModes) {
     SCOPED_TRACE(int(mode));
     expectRight({.draw =
@@ -427,7 +427,7 @@ TEST(RasterLayer, StartsWithFullAlphaNormalModeAndNoShadow) {
                      fill(canvas, disc, ink);
                      fill(canvas, square, glass);
                      canvas.endTransparencyLayer();
-                     fill(canvas, triangle(), ink);  // alpha and mode are back
+                     fill(canvas, triangle(), ink);  // alpha and mode are restored
                    },
                .expect =
                    [](ReferencePicture& picture) {

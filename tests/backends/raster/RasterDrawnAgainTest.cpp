@@ -1,4 +1,4 @@
-// What a canvas remembers of shapes shows nowhere but in the time: all pixels are those of a canvas that remembers nothing.
+// What a canvas remembers of shapes affects only the time: all pixels equal those of a canvas that remembers nothing.
 #include <malloc.h>
 
 #include <cmath>
@@ -41,7 +41,7 @@ Pixels drawnFirst(const Picture& picture, const Draw& draw) {
 
 class RasterDrawnAgain : public testing::Test {
  protected:
-  // Draws until it is remembered.
+  // Draws the shape until it is remembered.
   void remember(const Picture& picture, const Draw& draw) {
     for (int i = 0; i < 3; ++i) drawnBy(canvas_, picture, draw);
   }
@@ -134,13 +134,13 @@ TEST_F(RasterDrawnAgain, PixelsAreTheSameInOtherStates) {
   }
 }
 
-// Only where a shape is remembered does its second drawing take memory that stays.
-TEST_F(RasterDrawnAgain, ShapesAreRememberedFromTheSecondDrawingOnAndForgottenWhenTheyStayAway) {
+// A shape's second drawing allocates memory that stays only if the shape is remembered.
+TEST_F(RasterDrawnAgain, ShapesAreRememberedFromTheSecondDrawingOnAndForgottenWhenNotDrawn) {
   const auto bytesInUse = [] {
     const struct mallinfo2 info = mallinfo2();
     return info.uordblks + info.hblkhd;
   };
-  if (bytesInUse() == 0) GTEST_SKIP() << "this allocator does not tell what is in use";
+  if (bytesInUse() == 0) GTEST_SKIP() << "this allocator does not report what is in use";
   const auto circles = [&](double from) {
     for (int i = 0; i < 100; ++i) canvas_.fillPath(Path::oval({from + i * 0.01, 5, 40, 40}), FillRule::NonZero);
   };
@@ -149,7 +149,7 @@ TEST_F(RasterDrawnAgain, ShapesAreRememberedFromTheSecondDrawingOnAndForgottenWh
   circles(1.003);
   const std::size_t before = bytesInUse();
   circles(3.001);
-  constexpr std::size_t ofCircles = 100 * 40 * 2 * sizeof(float);  // at the least
+  constexpr std::size_t ofCircles = 100 * 40 * 2 * sizeof(float);  // at least
   EXPECT_LT(bytesInUse(), before + ofCircles);
   circles(3.001);
   EXPECT_GT(bytesInUse(), before + ofCircles);

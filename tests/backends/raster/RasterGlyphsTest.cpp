@@ -1,4 +1,4 @@
-// Glyphs: kept as masks on the pixel grid where text stands upright, filled as shapes where it does not.
+// Glyphs: kept as masks on the pixel grid if text is upright, filled as shapes if it is not.
 #include <gtest/gtest.h>
 
 #include "tests/backends/raster/ReferencePicture.h"
@@ -52,7 +52,7 @@ void paintGround(ReferencePicture& picture) { picture.paint(ground, picture.fill
 
 }  // namespace
 
-TEST(RasterGlyphs, AreTheirOutlinesFilled) {
+TEST(RasterGlyphs, AreDrawnAsFilledOutlines) {
   for (const Color& color : {ink, glass, Color{1, 1, 1, 0.03}}) {
     expectRight({.draw =
                      [&](RasterCanvas& canvas) {
@@ -193,7 +193,7 @@ TEST(RasterGlyphs, OneTooLargeForAMaskLeavesTheOthersOfItsRunPaintedOnce) {
                    }});
 }
 
-TEST(RasterGlyphs, StandToAQuarterOfAPixelAcrossAndOnWholeRows) {
+TEST(RasterGlyphs, LieOnQuartersOfAPixelAcrossAndOnWholeRows) {
   const auto drawn = [](CGPoint place) {
     Bitmap bitmap = std::move(*Bitmap::make(40, 40));
     RasterCanvas canvas(bitmap);
@@ -212,7 +212,7 @@ TEST(RasterGlyphs, StandToAQuarterOfAPixelAcrossAndOnWholeRows) {
   EXPECT_FALSE(same(drawn({10, 21}), drawn({10, 20})));
 }
 
-TEST(RasterGlyphs, AnOutlineIsAskedForOnceForAPlaceOnTheGrid) {
+TEST(RasterGlyphs, AnOutlineIsRequestedOncePerPlaceOnTheGrid) {
   Bitmap bitmap = std::move(*Bitmap::make(40, 40));
   RasterCanvas canvas(bitmap);
   const auto shapes = std::make_shared<Shapes>();
@@ -223,7 +223,7 @@ TEST(RasterGlyphs, AnOutlineIsAskedForOnceForAPlaceOnTheGrid) {
   EXPECT_EQ(shapes->outlines, 2);
 }
 
-TEST(RasterRectangles, OfWholePixelsReplaceWhatIsThereAndOthersMixAtTheirEdges) {
+TEST(RasterRectangles, OnWholePixelsReplaceWhatIsThereAndOthersBlendAtTheirEdges) {
   for (const Path& rect : {Path::rect({4, 8, 24, 20}), Path::rect({4.3, 8.6, 20.2, 19.7}), Path::rect({-8, -8, 80, 80})}) {
     for (const Color& color : {ink, glass, Color{0, 0, 0, 0}}) {
       for (const BlendMode mode : {BlendMode::Copy, BlendMode::Normal}) {
@@ -246,7 +246,7 @@ TEST(RasterRectangles, OfWholePixelsReplaceWhatIsThereAndOthersMixAtTheirEdges) 
   }
 }
 
-TEST(RasterRectangles, InALayerACurvedClipOrWithAShadowAreNoShortcut) {
+TEST(RasterRectangles, InALayerACurvedClipOrWithAShadowTakeNoShortcut) {
   const Path rect = Path::rect({8, 8, 16, 16}), round = Path::oval({4, 4, 18, 22});
   const Shadow shadow{{4, -4}, 3, Color{0, 0, 0, 0.9}};
   const auto filled = [&](const CGAffineTransform& toDevice) { return Region::filled(rect, nonZero, toDevice); };

@@ -1,4 +1,4 @@
-// Images: copied, shrunk, enlarged, turned, and through all that shapes go through.
+// Images: copied, shrunk, enlarged, turned, and combined with everything that applies to shapes.
 #include <cmath>
 #include <random>
 
@@ -13,7 +13,7 @@ namespace {
 constexpr Color ground{0.9, 0.8, 0.3, 0.7};
 constexpr FillRule nonZero = FillRule::NonZero;
 
-// Neighbours that have nothing to do with each other: whatever is sampled beside its place shows.
+// Neighbouring pixels are unrelated, so that a sample from the wrong place shows.
 ImagePixels noise(int width, int height, bool isOpaque) {
   ImagePixels image{.width = width, .height = height, .argb = {}};
   std::mt19937 random(7);
@@ -32,7 +32,7 @@ struct Share {
   double share;
 };
 
-// Of the source pixels along one direction for a device pixel that shows this part of them.
+// The shares of source pixels along one direction, for a device pixel that shows this part of them.
 std::vector<Share> sharesOf(double low, double high, double perPixel, int count) {
   const auto clamped = [count](int i) { return std::clamp(i, 0, count - 1); };
   std::vector<Share> shares;
@@ -62,7 +62,7 @@ Color blend(const ImagePixels& image, const std::vector<Share>& across, const st
   return {sum.red / alpha, sum.green / alpha, sum.blue / alpha, sum.alpha};
 }
 
-// What an upright image shows around a point in base space, for device pixels of that size.
+// The color that an upright image shows around a point in base space, for device pixels of this size.
 std::function<Color(CGPoint)> shownBy(const ImagePixels& image, CGRect source, CGRect place, double scale) {
   return [=](CGPoint p) {
     const double across = source.size.width / place.size.width, down = source.size.height / place.size.height;
@@ -100,7 +100,7 @@ void expectShown(const Shown& shown) {
                    }});
 }
 
-// Turned about the middle of the picture.
+// The image is turned about the middle of the picture.
 CGAffineTransform turned(double degrees) {
   const double angle = degrees * 3.14159265358979323846 / 180, c = std::cos(angle), s = std::sin(angle);
   return CGAffineTransform::translation(-20, -20).then({c, s, -s, c, 0, 0}).then(CGAffineTransform::translation(20, 20));
@@ -144,7 +144,7 @@ TEST(RasterImage, OfOnePixelIsUniform) {
   expectShown({image, wholeOf(image), {{5.3, 6.2}, {27.1, 25.6}}});
 }
 
-TEST(RasterImage, PartOfIt) {
+TEST(RasterImage, PartOfAnImage) {
   const ImagePixels image = noise(12, 12, false);
   expectShown({image, {{2.5, 3}, {6, 5.25}}, {{5, 6}, {27, 25}}});
 }
@@ -164,7 +164,7 @@ TEST(RasterImage, OfThousandsOfRowsKeepsItsColor) {
   }
 }
 
-TEST(RasterImage, TurnedOverByTheTransform) {
+TEST(RasterImage, FlippedByTheTransform) {
   const ImagePixels image = noise(9, 7, false);
   ImagePixels mirrored = image;
   std::reverse(mirrored.argb.begin(), mirrored.argb.end());
@@ -269,7 +269,7 @@ TEST(RasterImage, GoesThroughClipsLayersAndBlendModesAsAShapeDoes) {
 }
 
 TEST(RasterImage, CastsTheShadowOfWhatItShows) {
-  // Nothing of it shows on its right half.
+  // The right half of the image is transparent.
   ImagePixels image{.width = 20, .height = 20, .argb = {}};
   for (int i = 0; i < 400; ++i) image.argb.push_back(i % 20 < 10 ? 0xff4080c0 : 0);
   const Shadow shadow{{3, -4}, 4, Color{0.2, 0, 0.3, 0.7}};

@@ -1,4 +1,4 @@
-// What a canvas keeps between drawings.
+// The memory that a canvas keeps between drawings.
 #include <malloc.h>
 
 #include <random>
@@ -58,12 +58,12 @@ void drawLittle(RasterCanvas& canvas) {
 
 }  // namespace
 
-TEST(RasterMemory, OfAHugeDrawingIsGivenBackWhileSmallOnesFollow) {
+TEST(RasterMemory, OfAHugeDrawingIsFreedWhileSmallOnesFollow) {
   auto large = Bitmap::make(600, 600), small = Bitmap::make(16, 16);
   RasterCanvas canvas(*small);
   drawLittle(canvas);
   const std::size_t before = bytesInUse();
-  if (before == 0) GTEST_SKIP() << "this allocator does not tell what is in use";
+  if (before == 0) GTEST_SKIP() << "this allocator does not report what is in use";
   canvas.begin(*large);
   drawMuch(canvas);
   EXPECT_GT(bytesInUse(), before + 4000000) << "the drawing was not huge";
@@ -72,11 +72,11 @@ TEST(RasterMemory, OfAHugeDrawingIsGivenBackWhileSmallOnesFollow) {
   EXPECT_LT(bytesInUse(), before + 1000000);
 }
 
-TEST(RasterMemory, LayerWhoseShadowFallsFromAfarTakesNoRoomBetween) {
+TEST(RasterMemory, LayerWhoseShadowFallsFromAfarTakesNoMemoryBetween) {
   auto bitmap = Bitmap::make(64, 64);
   RasterCanvas canvas(*bitmap);
   const std::size_t before = bytesInUse();
-  if (before == 0) GTEST_SKIP() << "this allocator does not tell what is in use";
+  if (before == 0) GTEST_SKIP() << "this allocator does not report what is in use";
   canvas.setShadow({{12000, 0}, 4, Color{}});
   canvas.beginTransparencyLayer();
   for (const double red : {0.2, 0.9}) {
@@ -93,7 +93,7 @@ TEST(RasterMemory, NestsOfShadowedLayersAreBounded) {
   auto bitmap = Bitmap::make(64, 64);
   RasterCanvas canvas(*bitmap);
   const std::size_t before = bytesInUse();
-  if (before == 0) GTEST_SKIP() << "this allocator does not tell what is in use";
+  if (before == 0) GTEST_SKIP() << "this allocator does not report what is in use";
   for (int level = 0; level < 200; ++level) {
     canvas.setShadow({{1, 1}, 30, Color{}});
     canvas.beginTransparencyLayer();
@@ -107,11 +107,11 @@ TEST(RasterMemory, NestsOfShadowedLayersAreBounded) {
   EXPECT_EQ(bitmap->pixel(32, 32), 0xffe60000);
 }
 
-TEST(RasterMemory, LayersDeepInANestAreGivenBackAsTheyEnd) {
+TEST(RasterMemory, DeeplyNestedLayersAreFreedAsTheyEnd) {
   auto bitmap = Bitmap::make(600, 600);
   RasterCanvas canvas(*bitmap);
   const std::size_t before = bytesInUse();
-  if (before == 0) GTEST_SKIP() << "this allocator does not tell what is in use";
+  if (before == 0) GTEST_SKIP() << "this allocator does not report what is in use";
   constexpr int levels = 12, keptLevels = 8;
   for (int level = 0; level < levels; ++level) {
     canvas.beginTransparencyLayer();

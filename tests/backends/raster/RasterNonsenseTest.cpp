@@ -1,4 +1,4 @@
-// Input that no artist means: the canvas paints what can be painted of it, quickly, and nothing else breaks.
+// Input that no artist intends: the canvas quickly paints as much of it as possible, and nothing else breaks.
 #include <cmath>
 #include <limits>
 #include <random>
@@ -31,7 +31,7 @@ std::uint32_t everything(const Bitmap& bitmap) {
 
 }  // namespace
 
-TEST(RasterNonsense, PointsThatAreNoNumbersAreLeftOut) {
+TEST(RasterNonsense, PointsThatAreNotFiniteAreLeftOut) {
   Bitmap bitmap = canvasBitmap(), expected = canvasBitmap();
   Path path, clean;
   path.moveTo({10, 10});
@@ -75,7 +75,7 @@ TEST(RasterNonsense, HugeOvalCoversThePicture) {
   }
 }
 
-TEST(RasterNonsense, LineToTheEndOfTheWorldPassesThroughThePicture) {
+TEST(RasterNonsense, ExtremelyLongLinePassesThroughThePicture) {
   for (const double far : {1e6, 1e15, 1e30, 1e90}) {
     Bitmap bitmap = canvasBitmap();
     Path path;
@@ -88,7 +88,7 @@ TEST(RasterNonsense, LineToTheEndOfTheWorldPassesThroughThePicture) {
   }
 }
 
-TEST(RasterNonsense, DashedLineToTheEndOfTheWorldIsDashedInThePicture) {
+TEST(RasterNonsense, ExtremelyLongDashedLineIsDashedInThePicture) {
   const double dash[] = {4, 4};
   for (const double far : {1e6, 1e12}) {
     Bitmap bitmap = canvasBitmap();
@@ -100,7 +100,7 @@ TEST(RasterNonsense, DashedLineToTheEndOfTheWorldIsDashedInThePicture) {
   }
 }
 
-TEST(RasterNonsense, SidesOfAnEndlessPenThatAreNearlyLevel) {
+TEST(RasterNonsense, NearlyLevelSidesOfAHugePen) {
   Bitmap bitmap = canvasBitmap();
   Path path;
   path.moveTo({26.752, 63.9999999});
@@ -110,7 +110,7 @@ TEST(RasterNonsense, SidesOfAnEndlessPenThatAreNearlyLevel) {
   EXPECT_EQ(bitmap.pixel(20, 30), 0xff000000);
 }
 
-TEST(RasterNonsense, DashesThatEachCoverEverythingEndInTime) {
+TEST(RasterNonsense, DashesThatEachCoverEverythingFinishInTime) {
   const double dash[] = {79.395, 16};
   Bitmap bitmap = canvasBitmap();
   Path path;
@@ -121,7 +121,7 @@ TEST(RasterNonsense, DashesThatEachCoverEverythingEndInTime) {
   EXPECT_EQ(bitmap.pixel(20, 30), 0xff000000);
 }
 
-TEST(RasterNonsense, DashesTooFineToBeSeenTakeNoTime) {
+TEST(RasterNonsense, DashesTooFineToSeeTakeNoTime) {
   for (const double fine : {1e-3, 1e-9, 1e-300, tiny}) {
     const double dash[] = {fine, fine};
     Bitmap bitmap = canvasBitmap();
@@ -200,7 +200,7 @@ TEST(RasterNonsense, MiterLimits) {
   }
 }
 
-TEST(RasterNonsense, ShapesOfNoSizePaintNothing) {
+TEST(RasterNonsense, ShapesWithoutSizePaintNothing) {
   Bitmap bitmap = canvasBitmap();
   RasterCanvas canvas(bitmap);
   canvas.setShadow({{2, 2}, 3, Color{}});
@@ -269,7 +269,7 @@ TEST(RasterNonsense, HugeShapesInLayersWithHugeShadows) {
   EXPECT_EQ(bitmap.pixel(1, 1), 0xff000000);
 }
 
-// Beyond a picture's outermost pixels these go on, however far that is.
+// An image's outermost pixels continue beyond it, however far away that is.
 TEST(RasterNonsense, SourcesFarFromTheirPixels) {
   constexpr std::uint32_t red = 0xffff0000, blue = 0xff0000ff;
   const ImagePixels image{.width = 2, .height = 1, .argb = {red, blue}};
@@ -286,7 +286,7 @@ TEST(RasterNonsense, SourcesFarFromTheirPixels) {
   }
 }
 
-TEST(RasterNonsense, SourcesOfEndlessSizes) {
+TEST(RasterNonsense, SourcesOfStrangeSizes) {
   const ImagePixels image{.width = 2, .height = 1, .argb = {0xffff0000, 0xff0000ff}};
   for (const double at : strange) {
     for (const double size : strange) {
@@ -367,7 +367,7 @@ TEST(RasterNonsense, EveryStrangeNumberEverywhere) {
     if (hasLayer) canvas.endTransparencyLayer();
     canvas.restoreState();
   }
-  // It still paints.
+  // The canvas still paints.
   RasterCanvas(bitmap).fillPath(Path::rect({0, 0, 64, 64}), nonZero);
   EXPECT_EQ(bitmap.pixel(40, 40), 0xff000000);
 }

@@ -1,4 +1,4 @@
-// Shapes and strokes that come near themselves: what covers a pixel twice still covers it once.
+// Shapes and strokes that come near themselves: a pixel that is covered twice counts once.
 #include <cmath>
 #include <random>
 
@@ -144,7 +144,7 @@ TEST(RasterOverlap, HolesOfRingsNarrowerThanThePen) {
   expectStroke(ring({{17.335, 22.971}, {13.602, 28.172}, {13.715, 20.735}}), {.width = 2.353});
 }
 
-// All of such a ring's inner side goes back; its outer side is what there is.
+// The whole inner side of such a ring goes backwards; only its outer side remains.
 TEST(RasterOverlap, SlenderRingsThatEndWhereTheyBegan) {
   const Path path = ring({{26.366181, 17.837813}, {26.562265, 18.633841}, {26.595297, 19.802528}, {27.029006, 20.550613}});
   for (const double width : {0.4, 0.5, 0.545, 0.6}) expectStroke(path, {.width = width});
@@ -167,14 +167,14 @@ TEST(RasterOverlap, SidesShorterThanThePen) {
                {.width = 3});
 }
 
-TEST(RasterOverlap, LineThatComesBackBehindTwoCorners) {
+TEST(RasterOverlap, LineThatComesBackAfterTwoCorners) {
   expectStroke(polyline({{15.364, 25.729}, {19.488, 27.849}, {17.190, 31.219}, {14.691, 28.103}}), {.width = 2.698});
   expectStroke(ring({{12.554, 27.999}, {15.307, 28.31}, {19.017, 24.569}, {21.497, 23.175}, {22.228, 23.522}}),
                {.width = 0.595, .join = LineJoin::Bevel});
 }
 
 TEST(RasterOverlap, TwoPlacesInTheSameRows) {
-  // One is expected, the other one shows.
+  // One overlap is expected, the other one shows in the sums.
   expectStroke(ring({{5, 20}, {25, 20}, {25, 20.1}, {23, 20.1}, {8, 24}}), {.width = 3});
 }
 
@@ -233,7 +233,7 @@ TEST(RasterOverlap, TheSameShapeTwiceInOneFill) {
   for (const FillRule rule : {FillRule::NonZero, FillRule::EvenOdd}) expectFill(twice, rule);
 }
 
-TEST(RasterOverlap, LineThatComesAllButStraightBack) {
+TEST(RasterOverlap, LineThatComesAlmostStraightBack) {
   Path path;
   path.moveTo({12, 26});
   path.lineTo({13, 16});
@@ -244,7 +244,7 @@ TEST(RasterOverlap, LineThatComesAllButStraightBack) {
     expectStroke(ring({{6.2, 7.3}, {31.4, 28.9}}), {.width = 3, .join = join});
 }
 
-TEST(RasterOverlap, SpikeThatALineGoesAcross) {
+TEST(RasterOverlap, SpikeCrossedByALine) {
   expectFill(polyline({{24, 9}, {7, 9}, {11, 18}, {20, 26}, {18, 26}, {26, 25}, {14, 21}}), FillRule::NonZero);
 }
 

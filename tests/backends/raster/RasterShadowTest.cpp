@@ -1,4 +1,4 @@
-// Shadows: of shapes, of layers, and the inner shadow that is made of both.
+// Shadows of shapes and of layers, and the inner shadow, which is made from both.
 #include <gtest/gtest.h>
 
 #include "tests/backends/raster/ReferencePicture.h"
@@ -32,7 +32,7 @@ Path arrow() {
   return path;
 }
 
-// A soft shadow along the inside of a path's edge, over what is there.
+// Paints a soft shadow along the inside of a path's edge, over what is there.
 void drawInnerShadow(RasterCanvas& canvas, const Path& path, const Shadow& shadow) {
   Color opaque = *shadow.color;
   opaque.alpha = 1;
@@ -221,7 +221,7 @@ TEST(RasterShadow, OfALayerComesFromOutsideTheClip) {
                .expect = [&](ReferencePicture& picture) { picture.paint(dark, picture.shadow(filled(left), shadow)); }});
 }
 
-TEST(RasterShadow, OfAGradientGoesByItsAlpha) {
+TEST(RasterShadow, OfAGradientFollowsItsAlpha) {
   // One hard stop on a whole pixel at every scale, so that the shadow is that of the opaque half.
   const GradientStop stops[] = {{0.5, ink}, {0.5, {1, 1, 1, 0}}};
   const Shadow shadow{{4, -4}, 3, dark};

@@ -73,7 +73,7 @@ TEST(RasterFill, RectangleBetweenPixels) { expectFill(Path::rect({4.3, 6.7, 20.1
 
 TEST(RasterFill, RectangleThinnerThanAPixel) { expectFill(Path::rect({4.3, 6.1, 0.2, 30.3})); }
 
-TEST(RasterFill, RectangleLowerThanAPixel) { expectFill(Path::rect({4.3, 6.1, 30.2, 0.3})); }
+TEST(RasterFill, RectangleFlatterThanAPixel) { expectFill(Path::rect({4.3, 6.1, 30.2, 0.3})); }
 
 TEST(RasterFill, Oval) { expectFill(Path::oval({3.2, 5.1, 33, 28.4})); }
 
@@ -89,15 +89,15 @@ TEST(RasterFill, CurveThatCrossesItself) {
   expectFill(path);
 }
 
-TEST(RasterFill, SubpathsAreClosedOfThemselves) { expectFill(polyline({{5, 5}, {33, 12}, {20, 35}})); }
+TEST(RasterFill, SubpathsAreClosedAutomatically) { expectFill(polyline({{5, 5}, {33, 12}, {20, 35}})); }
 
-TEST(RasterFill, HoleOfTheOtherDirection) {
+TEST(RasterFill, HoleInTheOppositeDirection) {
   Path path = Path::oval({4, 4, 32, 32});
   path.append(polygon({{12, 12}, {12, 27.3}, {27.6, 27.3}, {27.6, 12}}));
   expectFill(path);
 }
 
-TEST(RasterFill, InnerShapeOfTheSameDirectionIsNoHole) {
+TEST(RasterFill, InnerShapeInTheSameDirectionIsNotAHole) {
   Path path = Path::oval({4, 4, 32, 32});
   path.append(Path::oval({12.2, 12, 16, 16}));
   expectFill(path);
@@ -125,7 +125,7 @@ TEST(RasterFill, TheSameShapeTwiceCoversItsEdgesOnce) {
   expectFill(path);
 }
 
-TEST(RasterFill, ShapesOfOppositeDirectionDoNotCancel) {
+TEST(RasterFill, ShapesInOppositeDirectionsDoNotCancel) {
   Path path = polygon({{5.5, 5.5}, {24.4, 5.5}, {24.4, 24.4}, {5.5, 24.4}});
   path.append(polygon({{24.4, 10}, {24.4, 33}, {36.2, 33}, {36.2, 10}}));
   expectFill(path);
@@ -233,7 +233,7 @@ TEST(RasterStroke, RoundDotForALineWithoutLength) {
 
 TEST(RasterStroke, NothingForAButtLineWithoutLength) { expectStroke(polyline({{18, 20}, {18, 20}}), {.width = 9}); }
 
-TEST(RasterStroke, PenIsBentByATransform) {
+TEST(RasterStroke, PenIsDistortedByATransform) {
   for (const LineCap cap : {LineCap::Butt, LineCap::Round, LineCap::Square}) {
     expectStroke(polyline({{2, 6}, {9, 38}, {17, 12}}), {.width = 3, .cap = cap, .join = LineJoin::Round}, skewed);
   }
@@ -246,7 +246,7 @@ TEST(RasterStroke, CurveUnderATransform) {
   expectStroke(path, {.width = 4}, skewed);
 }
 
-TEST(RasterDash, PatternBeginsAnewAtEachSubpath) {
+TEST(RasterDash, PatternStartsAgainAtEachSubpath) {
   const double dash[] = {5, 2.5};
   Path path = polyline({{3, 8.2}, {37, 11.9}});
   path.append(polyline({{3, 20}, {37, 24}}));
@@ -299,7 +299,7 @@ TEST(RasterDash, TurnsInACurveAsNarrowAsThePen) {
   }
 }
 
-TEST(RasterDash, InnerSideThatGoesBackByManySmallSteps) {
+TEST(RasterDash, InnerSideThatGoesBackInManySmallSteps) {
   const double dash[] = {4.03045, 0.689135};
   Path path;
   path.moveTo({28.8321, 17.2011});
@@ -314,7 +314,7 @@ TEST(RasterDash, InnerSideThatGoesBackByManySmallSteps) {
   }
 }
 
-TEST(RasterDash, CountsTheCurvesThatCannotBeSeen) {
+TEST(RasterDash, CountsInvisibleCurves) {
   const double dash[] = {7, 4};
   const auto draw = [&](CGRect seen) {
     Bitmap bitmap = *Bitmap::make(400, 400);

@@ -1,4 +1,4 @@
-// Shapes with upright sides, whose rows are alike for long stretches: each row is right, whatever else goes through some of them.
+// Shapes with upright sides, whose rows are equal for long stretches: each row is right, whatever else crosses some of them.
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ Path shapeOf(std::initializer_list<Corners> rings) {
   return path;
 }
 
-// Three times, since the canvas remembers what it sees twice.
+// Draws three times, since the canvas remembers what it sees twice.
 void expectFills(const Path& path, FillRule rule = FillRule::NonZero) {
   for (const Color& color : {ink, glass}) {
     expectRight({.draw =

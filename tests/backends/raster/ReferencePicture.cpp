@@ -10,7 +10,7 @@ namespace tessaluna::backend::raster::test {
 namespace {
 
 constexpr double inside = 1.0, onEdges = 3.0;  // of 255
-// Stored values are whole; a true value between two of them may be as far from either as this besides.
+// Stored values are whole numbers; a true value between two of them may also be this far from either.
 constexpr double slack = 1e-3;
 
 Channels operator*(Channels c, double f) { return {c.red * f, c.green * f, c.blue * f, c.alpha * f}; }
@@ -69,7 +69,7 @@ Coverage ReferencePicture::stroke(const Path& path, const StrokeStyle& style, co
 
 Coverage ReferencePicture::shadow(const std::function<Region(const CGAffineTransform&)>& region,
                                   const Shadow& shadow) const {
-  // With a margin wide enough that what lies beyond it cannot be seen in the picture.
+  // The margin is so wide that nothing beyond it is visible in the picture.
   const double deviation = shadow.blur * scale / 2;
   const int margin = int(std::ceil(deviation * 6));
   const CGAffineTransform moved = CGAffineTransform::translation(shadow.offset.width, shadow.offset.height)
@@ -91,7 +91,7 @@ void ReferencePicture::paintPixel(int x, int y, Channels source, double coverage
   const auto isPartial = [](double v) { return v > 1e-4 && v < 1 - 1e-4; };
   if (isPartial(coverage) || isPartial(clip)) isEdge_[std::size_t(y) * std::size_t(side) + std::size_t(x)] = 1;
   if (style.mode == BlendMode::PlusLighter) {
-    // The one operator for which it matters that a clip lessens the source, not the result.
+    // Only for this operator does it matter that a clip applies to the source and not to the result.
     d = composed(style.mode, source * coverage * clip, d);
     return;
   }

@@ -1,4 +1,4 @@
-// What a drawing must look like, painted slowly and in doubles, and the comparison of a bitmap with it.
+// A picture of what a drawing must look like, painted slowly and in doubles, and the comparison of a bitmap with it.
 #pragma once
 
 #include <functional>
@@ -25,12 +25,12 @@ class ReferencePicture {
  public:
   ReferencePicture(double points, double scale);
 
-  // Base space to device pixels.
+  // From base space to device pixels.
   CGAffineTransform toDevice() const;
   Coverage fill(const Path& path, FillRule rule = FillRule::NonZero) const;
   Coverage fill(const Path& path, FillRule rule, const CGAffineTransform& transform) const;
   Coverage stroke(const Path& path, const StrokeStyle& style, const CGAffineTransform& transform = {}) const;
-  // Of the shape's region moved by the shadow's offset, and blurred; the shape may reach beyond the picture.
+  // The coverage of the shape's region, moved by the shadow's offset and blurred; the shape may reach beyond the picture.
   Coverage shadow(const std::function<Region(const CGAffineTransform&)>& region, const Shadow& shadow) const;
   Coverage everywhere() const;
 
@@ -38,8 +38,8 @@ class ReferencePicture {
   void paint(const std::function<Color(CGPoint)>& colorAt, const Coverage& coverage, const PaintStyle& style = {});
   void paint(const ReferencePicture& layer, const PaintStyle& style = {});
 
-  // Empty when the bitmap is right: by 1/255 where no painted coverage and no clip is partial, by 3/255
-  // elsewhere. Else a sentence about the pixel that is worst.
+  // Empty if the bitmap is right: within 1/255 where no painted coverage and no clip is partial, within 3/255 elsewhere.
+  // Otherwise a sentence about the worst pixel.
   std::string difference(const Bitmap& bitmap) const;
 
   const int side;  // in pixels
@@ -53,7 +53,7 @@ class ReferencePicture {
   std::vector<char> isEdge_;
 };
 
-// Draws into a bitmap of that size by the canvas, and compares it with the reference.
+// Draws into a bitmap of that size with the canvas, and compares it with the reference.
 struct Drawing {
   double points = 40;
   std::function<void(RasterCanvas&)> draw;

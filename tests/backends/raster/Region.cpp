@@ -9,7 +9,7 @@ namespace tessaluna::backend::raster::test {
 namespace {
 
 constexpr int chordsOfCurve = 600;
-// Dashes end anywhere in a curve, in the direction of a chord.
+// Dashes may end anywhere in a curve, in the direction of a chord.
 constexpr int chordsOfDashedCurve = 2500;
 constexpr int linesOfRow = 512;
 
@@ -42,7 +42,7 @@ std::vector<Line> linesOf(const Path& path, int chords) {
       case PathVerb::Line: lines.back().points.push_back({p[0], false}); break;
       case PathVerb::Curve: {
         const CGPoint p0 = lines.back().points.back();
-        // Shorter and shorter towards the ends, where caps and joins go by the direction of the last chord.
+        // Chords get shorter towards the ends, where caps and joins use the direction of the last chord.
         for (int i = 1; i <= chords; ++i) {
           const double s = double(i) / chords, t = s * s * (3 - 2 * s), u = 1 - t;
           const CGPoint at = p0 * (u * u * u) + p[0] * (3 * u * u * t) + p[1] * (3 * u * t * t) + p[2] * (t * t * t);
@@ -57,12 +57,12 @@ std::vector<Line> linesOf(const Path& path, int chords) {
   return lines;
 }
 
-// Without repeated points; a closed line without its start at the end.
+// Removes repeated points, and the start of a closed line from its end.
 Line withoutRepeats(const Line& line) {
   Line out{.points = {line.points.front()}, .isClosed = line.isClosed};
   for (const Point& p : line.points) {
     if (length(p - out.points.back()) > 1e-9) out.points.push_back(p);
-    else if (!p.isInCurve) out.points.back().isInCurve = false;  // a corner stays one
+    else if (!p.isInCurve) out.points.back().isInCurve = false;  // a corner stays a corner
   }
   while (out.isClosed && out.points.size() > 1 && length(out.points.front() - out.points.back()) < 1e-9) {
     out.points.pop_back();
@@ -119,7 +119,7 @@ std::vector<CGPoint> disc(CGPoint center, double radius) {
 // The part of a disc between two directions that are less than half a turn apart.
 std::vector<CGPoint> slice(CGPoint center, CGPoint from, CGPoint to, double radius) {
   constexpr int sidesOfDisc = 720;
-  // Adding 0 makes a negative zero a positive one: half a turn goes to the left.
+  // Adding 0 turns a negative zero into a positive one, so that half a turn goes to the left.
   const double start = std::atan2(from.y, from.x), turn = std::atan2(cross(from, to) + 0.0, dot(from, to));
   const int sides = 1 + int(sidesOfDisc * std::abs(turn) / (2 * std::numbers::pi));
   std::vector<CGPoint> points{center};
@@ -130,7 +130,7 @@ std::vector<CGPoint> slice(CGPoint center, CGPoint from, CGPoint to, double radi
   return points;
 }
 
-// What the pen covers at a corner beyond the two rectangles that meet there.
+// What the pen covers at a corner, apart from the two rectangles that meet there.
 std::vector<CGPoint> joinPiece(CGPoint before, Point at, CGPoint after, const StrokeStyle& style) {
   const double half = style.width / 2;
   const CGPoint in = unit(at - before), out = unit(after - at);
@@ -194,7 +194,7 @@ Region Region::stroked(const Path& path, const StrokeStyle& style, const CGAffin
           if (i + 1 == segments) to = to + along * half;
         }
         region.add({from + aside, to + aside, to - aside, from - aside}, toDevice);
-        // The join right behind its segment, so that each piece touches the one before.
+        // The join comes right after its segment, so that each piece touches the previous one.
         if (line.isClosed || i + 1 < segments) region.add(joinPiece(p[i], p[(i + 1) % n], p[(i + 2) % n], style), toDevice);
       }
       if (!line.isClosed && style.cap == LineCap::Round) {
@@ -212,8 +212,8 @@ Region Region::stroked(const Path& path, const StrokeStyle& style, const CGAffin
 
 namespace {
 
-// Intervals that become one where they overlap. Neighbours in a line come one after the other, so that most of them only
-// make the one before longer.
+// Intervals that are merged where they overlap. Neighbours in a line come one after the other, so most of them only extend
+// the previous one.
 class Union {
  public:
   void add(Interval interval) {
@@ -240,7 +240,7 @@ class Union {
   std::vector<Interval> intervals_;
 };
 
-// Where a line crosses a convex polygon; upside down where it does not.
+// The interval in which a line crosses a convex polygon; reversed if it does not.
 Interval spanAt(const std::vector<CGPoint>& points, double y) {
   Interval span{INFINITY, -INFINITY};
   CGPoint from = points.back();
@@ -309,7 +309,7 @@ Region Region::between(double top, double bottom) const {
 }
 
 Coverage::Coverage(const Region& whole, int width, int height) : Coverage(width, height) {
-  std::vector<double> changes(std::size_t(width) + 1);  // from pixel to pixel, of those that are covered from side to side
+  std::vector<double> changes(std::size_t(width) + 1);  // from pixel to pixel, for fully covered ones
   for (int y = 0; y < height; ++y) {
     const Region region = whole.between(y, y + 1);
     std::fill(changes.begin(), changes.end(), 0.0);

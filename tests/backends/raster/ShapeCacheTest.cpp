@@ -20,7 +20,7 @@ KeptShape shapeOf(const PixelRect& box, int runs = 1) {
   return shape;
 }
 
-// True if it is kept now.
+// True if the shape is kept now.
 bool seeTwice(ShapeCache& cache, const Path& path, const KeptShape& shape) {
   cache.look(keyOf(path), clip);
   if (!cache.look(keyOf(path), clip).isSecond) return false;
@@ -30,7 +30,7 @@ bool seeTwice(ShapeCache& cache, const Path& path, const KeptShape& shape) {
 
 }  // namespace
 
-TEST(ShapeCacheTest, KeepsWhatIsSeenForTheSecondTime) {
+TEST(ShapeCacheTest, KeepsAShapeSeenForTheSecondTime) {
   ShapeCache cache;
   const ShapeCache::Sight first = cache.look(keyOf(square), clip);
   EXPECT_FALSE(first.kept || first.isSecond);
@@ -42,14 +42,14 @@ TEST(ShapeCacheTest, KeepsWhatIsSeenForTheSecondTime) {
   EXPECT_EQ(third.kept->coverage.box(), (PixelRect{2, 3, 6, 8}));
 }
 
-TEST(ShapeCacheTest, WholeShapeFitsIntoEveryClipThatHoldsIt) {
+TEST(ShapeCacheTest, WholeShapeFitsEveryClipThatContainsIt) {
   ShapeCache cache;
   ASSERT_TRUE(seeTwice(cache, square, shapeOf({2, 3, 6, 8})));
   EXPECT_TRUE(cache.look(keyOf(square), {2, 3, 6, 8}).kept);
   EXPECT_FALSE(cache.look(keyOf(square), {3, 3, 6, 8}).kept);
 }
 
-TEST(ShapeCacheTest, CutShapeFitsIntoItsOwnClipAndIsKeptForAnotherAtTheSecondSight) {
+TEST(ShapeCacheTest, CutShapeFitsItsOwnClipAndIsKeptForAnotherTheSecondTime) {
   ShapeCache cache;
   KeptShape cut = shapeOf({2, 3, 6, 4});
   cut.isWhole = false;
@@ -64,7 +64,7 @@ TEST(ShapeCacheTest, CutShapeFitsIntoItsOwnClipAndIsKeptForAnotherAtTheSecondSig
   EXPECT_FALSE(cache.look(keyOf(square), clip).kept);
 }
 
-TEST(ShapeCacheTest, EverythingThatDecidesCoverageTellsShapesApart) {
+TEST(ShapeCacheTest, EverythingThatAffectsCoverageDistinguishesShapes) {
   Path line;
   line.moveTo({1, 2});
   line.lineTo({3, 4});
@@ -111,20 +111,20 @@ TEST(ShapeCacheTest, EverythingThatDecidesCoverageTellsShapesApart) {
   }
 }
 
-TEST(ShapeCacheTest, MovesAreTakenApartIntoWholePixelsAndTheRest) {
+TEST(ShapeCacheTest, MovesAreSplitIntoWholePixelsAndTheRest) {
   const PixelPlacement place({2, 0, 0, -2, 7.25, -3.5});
   EXPECT_EQ(place.moved.x, 7);
   EXPECT_EQ(place.moved.y, -4);
   EXPECT_EQ(place.rest.tx, 0.25);
   EXPECT_EQ(place.rest.ty, 0.5);
-  // What rounding left of a sum that should be whole.
+  // Rounding left this instead of a whole sum.
   const PixelPlacement rounded({1, 0, 0, 1, 7.0 - 1e-12, 100.3 - 98.0});
   EXPECT_EQ(rounded.moved.x, 7);
   EXPECT_EQ(rounded.rest.tx, 0);
   EXPECT_EQ(rounded.rest.ty, PixelPlacement({1, 0, 0, 1, 0, 0.3}).rest.ty);
 }
 
-TEST(ShapeCacheTest, MemoryIsBoundedAndOfWhatIsNotDrawnAnyMoreGivenBack) {
+TEST(ShapeCacheTest, MemoryIsBoundedAndFreedForShapesNoLongerDrawn) {
   ShapeCache cache;
   constexpr int many = 4000, runs = 1000;
   std::size_t largest = 0;
@@ -138,7 +138,7 @@ TEST(ShapeCacheTest, MemoryIsBoundedAndOfWhatIsNotDrawnAnyMoreGivenBack) {
   EXPECT_LT(cache.bytes(), std::size_t{100} << 10);
 }
 
-TEST(ShapeCacheTest, WhatIsDrawnNowAndThenStays) {
+TEST(ShapeCacheTest, ShapeDrawnNowAndThenStays) {
   ShapeCache cache;
   ASSERT_TRUE(seeTwice(cache, square, shapeOf({2, 3, 6, 8})));
   for (int i = 0; i < 100000; ++i) {
@@ -149,7 +149,7 @@ TEST(ShapeCacheTest, WhatIsDrawnNowAndThenStays) {
   }
 }
 
-TEST(ShapeCacheTest, TooLargeShapeIsNotKeptNorAskedForAgain) {
+TEST(ShapeCacheTest, ShapeThatIsTooLargeIsNeitherKeptNorRequestedAgain) {
   ShapeCache cache;
   EXPECT_FALSE(seeTwice(cache, square, shapeOf({2, 3, 6, 8}, 100000)));
   EXPECT_FALSE(cache.look(keyOf(square), clip).isSecond);
