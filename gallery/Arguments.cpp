@@ -21,7 +21,7 @@ std::string pageNames() {
   return names;
 }
 
-// A finite number that is the whole text.
+// Absent unless the whole text is one finite number.
 std::optional<double> numberIn(std::string_view text) {
   double number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -36,11 +36,11 @@ std::string_view helpText() {
   return "tessaluna-gallery [option]...\n"
          "  --page NAME          begin with this page, without the splash\n"
          "  --list-pages         print the names of the pages\n"
-         "  --screenshot FILE    write a picture of the page as a PNG file, and end\n"
-         "  --screenshots DIR    write a picture of every page into the folder, and end\n"
-         "  --scale S            device pixels for a point, times those of the desktop (0.5 to 4)\n"
-         "  --width W            of the window, in points (300 to 8000)\n"
-         "  --light, --dark      colors of the gallery's own in place of the desktop's\n"
+         "  --screenshot FILE    write a picture of the page as a PNG file, and exit\n"
+         "  --screenshots DIR    write a picture of every page into the folder, and exit\n"
+         "  --scale S            multiply the desktop's device pixels per point (0.5 to 4)\n"
+         "  --width W            width of the window, in points (300 to 8000)\n"
+         "  --light, --dark      use the gallery's own colors instead of the desktop's\n"
          "  --log-actions        print what the controls report, and where they are on the screen\n"
          "  --help               print this\n";
 }
@@ -65,7 +65,7 @@ std::variant<Arguments, BadArguments> parseArguments(std::span<const char* const
     bool isFirstTask = true;
     if (name == "--page") {
       result.page = findPage(value);
-      if (!result.page) return BadArguments{"there is no page " + quoted(value) + "; there are: " + pageNames()};
+      if (!result.page) return BadArguments{"unknown page " + quoted(value) + "; the pages are: " + pageNames()};
     } else if (name == "--screenshot" || name == "--screenshots") {
       isFirstTask = setTask(name == "--screenshot" ? Arguments::Task::OneScreenshot : Arguments::Task::AllScreenshots);
       result.output = value;
@@ -88,9 +88,10 @@ std::variant<Arguments, BadArguments> parseArguments(std::span<const char* const
     } else if (name == "--log-actions") {
       result.logsActions = true;
     } else {
-      return BadArguments{"there is no option " + quoted(name) + "; --help lists them"};
+      return BadArguments{"unknown option " + quoted(name) + "; --help lists the options"};
     }
-    if (!isFirstTask) return BadArguments{std::string(name) + " asks for one thing more than can be done at a time"};
+    if (!isFirstTask)
+      return BadArguments{std::string(name) + " cannot be combined with another option after which the program exits"};
   }
   if (result.task == Arguments::Task::AllScreenshots && result.page)
     return BadArguments{"--screenshots takes all pages; --page goes with --screenshot"};

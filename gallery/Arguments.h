@@ -13,12 +13,12 @@ namespace gallery {
 struct Arguments {
   enum class Task { ShowWindow, ListPages, ShowHelp, OneScreenshot, AllScreenshots };
   Task task = Task::ShowWindow;
-  const Page* page = nullptr;  // absent: the first
-  std::string output;          // the file of one screenshot, or the folder of all
-  double scale = 1;            // times the desktop's own
+  const Page* page = nullptr;  // null: the first page
+  std::string output;          // the file of one screenshot, or the folder of all pages
+  double scale = 1;            // multiplies the desktop's own
   Theme theme = Theme::Desktop;
-  int width = 0;             // of the window, in points; 0: its own
-  bool logsActions = false;  // on standard output
+  int width = 0;             // of the window, in points; 0 keeps its own
+  bool logsActions = false;  // to standard output
 };
 
 // What is wrong with a command line, in one line.

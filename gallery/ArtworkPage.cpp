@@ -1,4 +1,4 @@
-// All glyphs of the style kit by family, as its table of routines lists them, with one size and one ground for all.
+// All glyphs of the style kit by family, in the order of its table of routines, with one size and one background for all.
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -22,14 +22,14 @@ using TessalunaUIKit::RoutineFamily;
 
 constexpr int smallestGlyph = 12, largestGlyph = 512, firstGlyph = 40;
 
-struct GroundChoice {
+struct BackgroundChoice {
   const char* name;
-  GroundKind kind;
+  BackgroundKind kind;
 };
-constexpr GroundChoice groundChoices[] = {{"Window", GroundKind::Palette},
-                                          {"Light", GroundKind::Light},
-                                          {"Dark", GroundKind::Dark},
-                                          {"Transparent", GroundKind::Checkered}};
+constexpr BackgroundChoice backgroundChoices[] = {{"Window", BackgroundKind::Palette},
+                                                  {"Light", BackgroundKind::Light},
+                                                  {"Dark", BackgroundKind::Dark},
+                                                  {"Transparent", BackgroundKind::Checkered}};
 
 using Cards = std::vector<GlyphCard*>;
 
@@ -68,7 +68,7 @@ QWidget* makeGroundControl(const Cards& cards) {
   row->addWidget(makeLabel("Ground", "label"));
   row->addSpacing(4);
   auto* group = new QButtonGroup(control);
-  for (const GroundChoice& choice : groundChoices) {
+  for (const BackgroundChoice& choice : backgroundChoices) {
     auto* button = new QToolButton;
     button->setObjectName("ground");
     button->setText(choice.name);
@@ -78,7 +78,7 @@ QWidget* makeGroundControl(const Cards& cards) {
     row->addWidget(button);
     QObject::connect(button, &QToolButton::toggled, control, [cards, kind = choice.kind](bool isOn) {
       if (!isOn) return;
-      for (GlyphCard* card : cards) card->setGround(kind);
+      for (GlyphCard* card : cards) card->setBackground(kind);
     });
   }
   group->buttons().first()->setChecked(true);

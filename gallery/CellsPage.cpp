@@ -1,11 +1,11 @@
-// The themed cells on a dark ground and on the palette's, with short labels and with such as are too long. What a host does is in
+// The themed cells on a dark background and on the palette's, with short labels and with labels that are too long. The host is
 // gallery/cells/CellsHost.
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "gallery/Ground.h"
+#include "gallery/BackgroundPanel.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/cells/CellsHost.h"
@@ -48,23 +48,23 @@ QWidget* makeCellsPage(Report report) {
   auto* journal = new Journal;
   const auto host = make<CellsHost>(journal->addingTo(std::move(report)));
   auto* page = new QWidget;
-  // A target is not kept alive by its controls: the page keeps it.
+  // Controls do not keep their target alive, so the page does.
   QObject::connect(page, &QObject::destroyed, [host] {});
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 32, 24);
   column->setSpacing(12);
-  auto* grounds = new QHBoxLayout;
-  grounds->setSpacing(16);
-  column->addLayout(grounds);
+  auto* backgrounds = new QHBoxLayout;
+  backgrounds->setSpacing(16);
+  column->addLayout(backgrounds);
   for (const auto& [theme, kind] :
-       {std::pair(Theme::Dark, GroundKind::Dark), std::pair(Theme::Light, GroundKind::Palette)}) {
+       {std::pair(Theme::Dark, BackgroundKind::Dark), std::pair(Theme::Light, BackgroundKind::Palette)}) {
     const auto samples = host->makeSamples(theme);
-    // Cells with a dark theme have the colors of a dark ground already.
+    // Cells with a dark theme already have the colors of a dark background.
     if (theme == Theme::Dark)
       for (const CellsHost::Sample& sample : samples) keepColors(*sample.control);
-    auto* ground = new Ground(makeColumn(samples));
-    ground->setKind(kind);
-    grounds->addWidget(ground, 1);
+    auto* background = new BackgroundPanel(makeColumn(samples));
+    background->setKind(kind);
+    backgrounds->addWidget(background, 1);
   }
   constexpr int tableWidth = 400, tableHeight = 107;
   QWidget* table = embed(host->makeTable({0, 0, tableWidth, tableHeight}), "albums");

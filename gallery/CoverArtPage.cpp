@@ -1,4 +1,4 @@
-// Covers of all shapes, which a click enlarges, and the edges of the screen that they have to keep within. What a host does is in
+// Covers of all shapes, which a click enlarges, and the edges of the screen that they must stay within. The host is
 // gallery/covers/CoverArtHost.
 #include <QCheckBox>
 #include <QGridLayout>
@@ -57,7 +57,7 @@ QCheckBox* makeSwitch(const char* text, bool isOn, const std::function<void(bool
 
 struct ScreenEdge {
   const char* text;
-  double x, y;  // the share of the room beside the window that is left and above it
+  double x, y;  // the shares of the free room that are left of the window and above it
 };
 constexpr ScreenEdge edges[] = {{"Left", 0, 0.5}, {"Right", 1, 0.5}, {"Top", 0.5, 0}, {"Bottom", 0.5, 1}};
 
@@ -100,7 +100,7 @@ QWidget* makeCoverArtPage(Report report) {
   auto* cards = new QWidget;
   auto* flow = new FlowLayout(cards);
   for (const CoverArtHost::Cover& cover : host->covers()) flow->addWidget(makeCard(cover));
-  // What is reported gets the room that the covers leave.
+  // The reports get the room that the covers leave.
   constexpr int shareOfTheRoom = 1000;
   column->addWidget(new Shelf(cards, "Covers"), shareOfTheRoom);
 

@@ -1,5 +1,5 @@
-// Widgets side by side at their hinted sizes, in as many rows as the width asks for. All of a row are as high as
-// its highest.
+// Widgets side by side at their hinted sizes, in as many rows as the width requires. All widgets of a row are as high as
+// the highest of them.
 #pragma once
 
 #include <QLayout>
@@ -25,7 +25,7 @@ class FlowLayout : public QLayout {
   void setGeometry(const QRect& place) override;
 
  private:
-  // Calls visit(item, its place) for all items; the height that they take.
+  // Calls visit(item, its place) for each item, and returns the height that they take.
   template <class Visit>
   int arrange(const QRect& place, Visit visit) const;
 

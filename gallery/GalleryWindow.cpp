@@ -51,7 +51,7 @@ QWidget* framedPage(const Page& page, Report report) {
   column->addWidget(makeLabel(page.name, "pageTitle"));
   column->addWidget(makeLabel(page.summary, "pageSummary"));
   column->addSpacing(14);
-  // On a wide window a page stays together.
+  // In a wide window a page stays together.
   auto* row = new QHBoxLayout;
   QWidget* content = page.make(std::move(report));
   content->setMaximumWidth(widestPage);
@@ -135,8 +135,8 @@ bool GalleryWindow::event(QEvent* event) {
   return QMainWindow::event(event);
 }
 
-// For programs that use the controls: "place NAME X Y WIDTH HEIGHT" for each named control of the page that shows, on the
-// screen and y from the top, once the layouts have come to rest.
+// For programs that operate the controls: prints "place NAME X Y WIDTH HEIGHT" for each named control of the visible page, in
+// screen coordinates with y from the top, once the layouts have settled.
 void GalleryWindow::tellPlaces() const {
   if (log_ == ActionLog::Off) return;
   QTimer::singleShot(0, this, [this] {
@@ -157,7 +157,7 @@ void GalleryWindow::tellPlaces() const {
 void GalleryWindow::printLine(const QString& line) const {
   if (log_ == ActionLog::Off) return;
   std::printf("%s\n", qUtf8Printable(line));
-  std::fflush(stdout);  // whoever reads it waits for it
+  std::fflush(stdout);  // the program that reads it is waiting for it
 }
 
 }  // namespace gallery

@@ -1,4 +1,4 @@
-// The gallery's window: a list of pages at the side, the chosen page beside it, and at the foot what the page reports.
+// The gallery's window: a list of pages at the side, the chosen page beside it, and the page's reports at the bottom.
 #pragma once
 
 #include <QMainWindow>
@@ -36,7 +36,7 @@ class GalleryWindow : public QMainWindow {
   QListWidget* list_ = nullptr;
   QStackedWidget* stack_ = nullptr;
   QLabel* foot_ = nullptr;
-  std::vector<QWidget*> made_;  // for each page, or absent
+  std::vector<QWidget*> made_;  // one per page; null until it is made
 };
 
 }  // namespace gallery

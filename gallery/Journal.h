@@ -1,4 +1,4 @@
-// What was reported last, the newest line first.
+// The last reports, the newest first.
 #pragma once
 
 #include <QListWidget>
@@ -13,7 +13,7 @@ class Journal : public QListWidget {
   Journal();
 
   void add(const std::string& line);
-  // A report that adds to the journal, and passes on to another one. The journal outlives it.
+  // A report that adds to the journal and then calls the next report. The journal must outlive it.
   Report addingTo(Report next);
 
  private:

@@ -1,4 +1,4 @@
-// Lines of links in a column whose width can be dragged, and a label whose text wraps in it. What a host does is in
+// Lines of links in a column whose width can be dragged, and a label whose text wraps in it. The host is
 // gallery/links/LinksHost.
 #include <QCheckBox>
 #include <QLabel>
@@ -18,15 +18,15 @@ using namespace tessaluna::platform;
 namespace {
 
 constexpr int lineHeight = 20, labelHeight = 110;
-constexpr int labelPadding = 5;  // beside the text of the label; the lines keep to its edges
-// Any narrower one would have no room for "…" at the largest fonts of a desktop.
-constexpr int leastWidth = 48, startWidth = 300;
+constexpr int labelPadding = 5;  // on each side of the label's text; the lines align with that
+// A narrower column would have no room for "…" in a desktop's largest fonts.
+constexpr int minWidth = 48, startWidth = 300;
 
-// As wide as the column around it, whatever its content wants.
+// As wide as the column around it, whatever width its content asks for.
 QWidget* embed(const Ref<NSView>& view, int height, const std::string& name) {
   auto* widget = new tessaluna::backend::qt::QtViewWidget(view);
   widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-  widget->setMinimumWidth(leastWidth);
+  widget->setMinimumWidth(minWidth);
   widget->setFixedHeight(height);
   nameControl(*widget, name);
   return widget;
@@ -41,7 +41,7 @@ QLabel* makeNote(const std::string& text) {
 
 QWidget* makeSamples(const LinksHost& host) {
   auto* samples = new QWidget;
-  samples->setMinimumWidth(leastWidth);
+  samples->setMinimumWidth(minWidth);
   auto* column = new QVBoxLayout(samples);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);

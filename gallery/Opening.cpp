@@ -10,7 +10,7 @@ using tessaluna::backend::Backend;
 
 namespace {
 
-// Until the splash is on the screen, and as long as somebody needs to read it.
+// How long the splash takes to be on the screen, and how long somebody needs to read it.
 constexpr double secondsToAppear = 0.15, secondsToRead = 0.7;
 
 }  // namespace
@@ -33,7 +33,7 @@ void Opening::makePage() {
 }
 
 void Opening::showWindow() {
-  // First, as a program ends with its last window.
+  // First, because a program ends with its last window.
   window_.show();
   splash_->progressIndicator()->stopAnimation(nullptr);
   splash_->close();

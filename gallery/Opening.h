@@ -1,4 +1,4 @@
-// How the gallery opens: a splash says what is under way, the first page is made below it, and then the window shows.
+// How the gallery opens: a splash shows the progress, the first page is made under it, and then the window appears.
 #pragma once
 
 #include "gallery/Pages.h"
@@ -11,13 +11,13 @@ class GalleryWindow;
 
 class Opening {
  public:
-  // The window outlives it. What is under way ends with it.
+  // The window must outlive it. Destroying it closes the splash and cancels the steps that remain.
   Opening(GalleryWindow& window, const Page& page);
   ~Opening();
   Opening(const Opening&) = delete;
   Opening& operator=(const Opening&) = delete;
 
-  // Null once the window shows.
+  // Null once the window is shown.
   const tessaluna::platform::Ref<TessalunaUIKit::AppSplashController>& splash() const { return splash_; }
 
  private:

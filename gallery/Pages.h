@@ -1,4 +1,4 @@
-// The pages of the gallery, one table: a new page is a row in Pages.cpp and a source of its own. A page shows one or more
+// The pages of the gallery in one table: a new page is a row in Pages.cpp and a source of its own. A page shows one or more
 // classes of the library at work.
 #pragma once
 
@@ -11,17 +11,17 @@ class QWidget;
 
 namespace gallery {
 
-// What a page tells of what the user did with it; shown at the window's foot.
+// A page calls it with what the user did; the window shows that at its bottom.
 using Report = std::function<void(const std::string&)>;
 
 struct Page {
-  std::string_view name;                      // at the side, and for --page
+  std::string_view name;                      // in the list at the side, and for --page
   std::string_view summary;                   // one sentence below the title
   QWidget* (*make)(Report report) = nullptr;  // owned by whoever shows it
 };
 
 std::span<const Page> pages();
-// Capitals do not count. Absent if there is no page of this name.
+// Ignores case. Null for an unknown name.
 const Page* findPage(std::string_view name);
 
 QWidget* makePlayerPage(Report report);

@@ -1,4 +1,4 @@
-// A side bar of sections that fold, with buttons that make a text in it longer and shorter and take a section away.
+// A side bar of sections that fold, with buttons that make a text in it longer or shorter and that remove a section.
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -13,7 +13,7 @@ namespace gallery {
 
 namespace {
 
-constexpr int sideBarWidth = 300, leastNoteWidth = 180, mostNoteWidth = 420;
+constexpr int sideBarWidth = 300, minNoteWidth = 180, maxNoteWidth = 420;
 
 }  // namespace
 
@@ -33,8 +33,8 @@ QWidget* makeSectionsPage(Report report) {
   row->addWidget(sideBar);
 
   auto* side = new QWidget;
-  side->setMinimumWidth(leastNoteWidth);
-  side->setMaximumWidth(mostNoteWidth);
+  side->setMinimumWidth(minNoteWidth);
+  side->setMaximumWidth(maxNoteWidth);
   constexpr int mostOfTheRoom = 1000;
   row->addWidget(side, mostOfTheRoom);
   row->addStretch(1);

@@ -8,7 +8,7 @@ namespace gallery {
 
 namespace {
 
-constexpr int leastHeight = 180;
+constexpr int minHeight = 180;
 
 }  // namespace
 
@@ -17,7 +17,7 @@ Shelf::Shelf(QWidget* cards, const QString& name) {
   setWidgetResizable(true);
   setFrameShape(NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setMinimumHeight(leastHeight);
+  setMinimumHeight(minHeight);
   setAccessibleName(name);
   verticalScrollBar()->setAccessibleName(name);
   viewport()->setAutoFillBackground(false);

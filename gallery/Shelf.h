@@ -1,4 +1,4 @@
-// Cards that scroll: as high as they need, or as there is room for.
+// Cards that scroll: as high as they need to be, or as there is room for.
 #pragma once
 
 #include <QScrollArea>
@@ -7,7 +7,7 @@ namespace gallery {
 
 class Shelf : public QScrollArea {
  public:
-  // Assistive clients know it by the name.
+  // Assistive clients show the name.
   Shelf(QWidget* cards, const QString& name);
 
  protected:

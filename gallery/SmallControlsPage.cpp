@@ -1,10 +1,10 @@
-// The small glyph controls, alive: press them, drag out and back, let go, or walk to them with the Tab key and press space.
+// The small glyph controls at work: press them, drag out and back, release, or move to them with the Tab key and press Space.
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "gallery/BackgroundPanel.h"
 #include "gallery/FlowLayout.h"
-#include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/Shelf.h"
@@ -41,7 +41,7 @@ Ref<NSView> makeClose(CGRect frame) {
 Ref<NSView> makeStatus(CGRect frame) { return make<PlaybackStatusIcon>(frame); }
 
 struct Exhibit {
-  const char* name;  // in what is reported; one word
+  const char* name;  // in reports; one word
   const char* title;
   const char* note;
   Ref<NSView> (*make)(CGRect frame);
@@ -55,7 +55,7 @@ constexpr Exhibit exhibits[] = {
     {"next", "PrevNextButton", "to the right", makeNext, 16},
     {"previous-disabled", "PrevNextButton", "to the left, disabled", makePrevious, 16, Ability::Disabled},
     {"next-disabled", "PrevNextButton", "to the right, disabled", makeNext, 16, Ability::Disabled},
-    {"close", "CloseButton", "removes what it stands by", makeClose, 16},
+    {"close", "CloseButton", "removes the item beside it", makeClose, 16},
     {"close-disabled", "CloseButton", "disabled: it looks the same", makeClose, 16, Ability::Disabled},
     {"status", "PlaybackStatusIcon", "inverted polarity", makeStatus, 20},
 };
@@ -84,9 +84,9 @@ QWidget* makeCard(const Exhibit& exhibit, const Ref<ControlReporter>& reporter) 
   row->setSpacing(28);
   row->addWidget(makeControl(exhibit, largeSize, exhibit.name + std::string("-large"), reporter));
   row->addWidget(makeControl(exhibit, exhibit.smallSize, exhibit.name, reporter));
-  auto* ground = new Ground(controls);
-  ground->setMinimumSize(186, 100);
-  column->addWidget(ground);
+  auto* background = new BackgroundPanel(controls);
+  background->setMinimumSize(186, 100);
+  column->addWidget(background);
   auto* title = new QLabel(exhibit.title);
   title->setObjectName("cardName");
   auto* note = new QLabel(exhibit.note);
@@ -103,7 +103,7 @@ QWidget* makeSmallControlsPage(Report report) {
   auto* journal = new Journal;
   const auto reporter = make<ControlReporter>(journal->addingTo(std::move(report)));
   auto* page = new QWidget;
-  // A target is not kept alive by its controls: the page keeps it.
+  // Controls do not keep their target alive, so the page does.
   QObject::connect(page, &QObject::destroyed, [reporter] {});
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 32, 24);
@@ -111,7 +111,7 @@ QWidget* makeSmallControlsPage(Report report) {
   auto* cards = new QWidget;
   auto* flow = new FlowLayout(cards);
   for (const Exhibit& exhibit : exhibits) flow->addWidget(makeCard(exhibit, reporter));
-  // What is reported gets the room that the cards leave.
+  // The reports get the room that the cards leave.
   constexpr int mostOfTheRoom = 1000;
   column->addWidget(new Shelf(cards, "Small controls"), mostOfTheRoom);
   auto* heading = new QLabel("Reported");

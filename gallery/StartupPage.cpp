@@ -1,4 +1,4 @@
-// The splash over a simulated start, and background tasks that come, run and are taken away. What a host does is in
+// The splash over a simulated start, and background tasks that begin, run and are removed. The host is
 // gallery/startup/StartupHost.
 #include <QHBoxLayout>
 #include <QLabel>
@@ -6,7 +6,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "gallery/Ground.h"
+#include "gallery/BackgroundPanel.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/parts.h"
@@ -19,7 +19,7 @@ using namespace tessaluna::platform;
 
 namespace {
 
-// A row of buttons: what is written on each, and what it does.
+// A row of buttons: the title of each, and what it does.
 QWidget* makeButtons(std::initializer_list<std::pair<const char*, std::function<void()>>> buttons) {
   auto* row = new QWidget;
   auto* layout = new QHBoxLayout(row);
@@ -95,9 +95,9 @@ QWidget* makeStartupPage(Report report) {
 
   column->addSpacing(6);
   column->addWidget(makeHeading("TessalunaLogo"));
-  auto* ground = new Ground(embed(make<TessalunaUIKit::TessalunaLogo>(CGRect{0, 0, 166, 40}), "Tessaluna"));
-  ground->setFixedSize(240, 64);
-  column->addWidget(ground);
+  auto* background = new BackgroundPanel(embed(make<TessalunaUIKit::TessalunaLogo>(CGRect{0, 0, 166, 40}), "Tessaluna"));
+  background->setFixedSize(240, 64);
+  column->addWidget(background);
 
   column->addSpacing(6);
   column->addWidget(makeHeading("TaskBar, ProgressMonitorView"));

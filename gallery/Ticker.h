@@ -1,4 +1,4 @@
-// Lets the simulated time of a host pass with the backend's clock.
+// Advances the simulated time of a host with the backend's clock.
 #pragma once
 
 #include <functional>
@@ -9,7 +9,7 @@ namespace gallery {
 
 class Ticker {
  public:
-  // Called ten times a second with the seconds that have passed, until the ticker goes.
+  // Calls the function ten times per second with the seconds that have passed, until the ticker is destroyed.
   void start(std::function<void(double seconds)> tick);
 
  private:

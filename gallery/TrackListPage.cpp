@@ -1,4 +1,4 @@
-// Ten thousand tracks in a TrackTable: the library is TrackLibrary, all else is the ready-made table's.
+// Ten thousand tracks in a TrackTable: TrackLibrary has the tracks, and the ready-made table does everything else.
 #include <QVBoxLayout>
 
 #include "gallery/Pages.h"

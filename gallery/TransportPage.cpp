@@ -1,12 +1,12 @@
-// A transport bar over a simulated player, and every look of its button and of its slider. What a host does is in
+// A transport bar over a simulated player, and every look of its button and of its slider. The host is
 // gallery/transport/TransportHost.
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "gallery/BackgroundPanel.h"
 #include "gallery/FlowLayout.h"
-#include "gallery/Ground.h"
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
 #include "gallery/parts.h"
@@ -30,8 +30,8 @@ const std::vector<SimulatedPlayer::Song>& songs() {
   return list;
 }
 
-// The seven styles beside each other, at rest, pressed and on.
-QWidget* makeButtonLooks(GroundKind ground) {
+// The seven styles side by side, at rest, pressed and on.
+QWidget* makeButtonLooks(BackgroundKind background) {
   constexpr const char* styles[] = {"play", "pause", "stop", "previous", "next", "shuffle", "repeat"};
   struct Look {
     const char* name;
@@ -55,15 +55,15 @@ QWidget* makeButtonLooks(GroundKind ground) {
       button->setState(look.state);
       button->setHighlighted(look.isHighlighted);
       button->setToolTip(name);
-      tintForGround(*button, ground);
+      tintForBackground(*button, background);
       QWidget* widget = embed(button, QString("%1 %2").arg(name, look.name));
       widget->setFocusPolicy(Qt::NoFocus);
       grid->addWidget(widget, row, static_cast<int>(style));
     }
     ++row;
   }
-  auto* framed = new Ground(content);
-  framed->setKind(ground);
+  auto* framed = new BackgroundPanel(content);
+  framed->setKind(background);
   return framed;
 }
 
@@ -97,7 +97,7 @@ QWidget* makeSliderLooks() {
   return looks;
 }
 
-// The platform's own: plain, with tick marks, disabled, and upright, and a level that can be changed.
+// The platform's own sliders: plain, with tick marks, disabled and vertical, and a level indicator that can be changed.
 QWidget* makeStockSliders() {
   const auto makeSlider = [](CGSize size, double value) {
     const auto slider = make<NSSlider>(CGRect{{0, 0}, size});
@@ -133,7 +133,7 @@ QWidget* makeStockSliders() {
   return sliders;
 }
 
-// A heading with what is below it.
+// A heading with the widgets below it.
 QWidget* makeGroup(const QString& heading, QWidget* content) {
   auto* group = new QWidget;
   auto* column = new QVBoxLayout(group);
@@ -164,9 +164,9 @@ QWidget* makeTransportPage(Report report) {
   column->addWidget(makeHeading("TransportBar"));
   auto* bar = new tessaluna::backend::qt::QtViewWidget(host->bar());
   bar->setFixedHeight(static_cast<int>(host->bar()->frame().size.height));
-  constexpr int leastBarWidth = 320;
+  constexpr int minBarWidth = 320;
   bar->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-  bar->setMinimumWidth(leastBarWidth);
+  bar->setMinimumWidth(minBarWidth);
   bar->setAccessibleName("transport");
   column->addWidget(bar);
   auto* slow = new QCheckBox("Slow network");
@@ -182,11 +182,12 @@ QWidget* makeTransportPage(Report report) {
   column->addLayout(choices);
 
   column->addWidget(makeHeading("PlaybackTransportButton"));
-  // In a narrow window one below the other.
-  auto* grounds = new QWidget;
-  auto* groundFlow = new FlowLayout(grounds);
-  for (const GroundKind ground : {GroundKind::Palette, GroundKind::Dark}) groundFlow->addWidget(makeButtonLooks(ground));
-  column->addWidget(grounds);
+  // In a narrow window, one below the other.
+  auto* backgrounds = new QWidget;
+  auto* backgroundFlow = new FlowLayout(backgrounds);
+  for (const BackgroundKind background : {BackgroundKind::Palette, BackgroundKind::Dark})
+    backgroundFlow->addWidget(makeButtonLooks(background));
+  column->addWidget(backgrounds);
   auto* sliders = new QWidget;
   auto* sliderFlow = new FlowLayout(sliders);
   sliderFlow->addWidget(makeGroup("PlaybackTransportSliderCell", makeSliderLooks()));

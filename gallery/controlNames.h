@@ -1,4 +1,4 @@
-// What a control of a page is called.
+// The names of a page's controls.
 #pragma once
 
 #include <string>
@@ -7,10 +7,10 @@ class QWidget;
 
 namespace gallery {
 
-// Users of assistive programs meet the name with blanks for its hyphens; programs that use the controls find it as it is
+// Users of assistive programs get the name with spaces for its hyphens; programs that operate the controls find it unchanged
 // ("place NAME ..." of --log-actions).
 void nameControl(QWidget& control, const std::string& name);
-// That of a control that was named, else what users meet; empty if it is called nothing.
+// The name that was given to the control, otherwise the one that users get; empty if it has neither.
 std::string controlName(const QWidget& control);
 
 }  // namespace gallery

@@ -66,12 +66,12 @@ double contrast(const QColor& a, const QColor& b) {
   return tessaluna::platform::contrastRatio(color(a), color(b));
 }
 
-// The nearest to `from` on the way to `to` that can be told from all the grounds.
-QColor seenOn(std::initializer_list<QColor> grounds, const QColor& from, const QColor& to, double leastContrast) {
+// The color nearest to `from` on the way to `to` that has enough contrast with all the backgrounds.
+QColor seenOn(std::initializer_list<QColor> grounds, const QColor& from, const QColor& to, double minContrast) {
   constexpr int steps = 50;
   for (int i = 0; i <= steps; ++i) {
     const QColor color = mixed(from, to, static_cast<double>(i) / steps);
-    if (std::ranges::all_of(grounds, [&](const QColor& ground) { return contrast(color, ground) >= leastContrast; }))
+    if (std::ranges::all_of(grounds, [&](const QColor& ground) { return contrast(color, ground) >= minContrast; }))
       return color;
   }
   return to;
@@ -103,7 +103,7 @@ QString styleSheetFor(const QPalette& palette) {
   return sheet;
 }
 
-// Fusion's boxes have an outline darker than the window, which nobody sees on a dark one.
+// Fusion's boxes have an outline darker than the window, which is invisible on a dark one.
 class BoxStyle : public QProxyStyle {
  public:
   BoxStyle() : QProxyStyle("Fusion") {}
@@ -155,7 +155,7 @@ constexpr Colors darkColors{.window = 0xff222327,
                             .link = 0xff8fa8ff};
 
 QPalette paletteOf(const Colors& colors) {
-  // The other shades of frames and troughs are made of these two.
+  // The style derives the other shades of frames and troughs from these two.
   QPalette palette{QColor(colors.button), QColor(colors.window)};
   palette.setColor(QPalette::Base, colors.base);
   palette.setColor(QPalette::AlternateBase, colors.window);

@@ -1,5 +1,5 @@
 // The gallery's own look: a quiet window around the library's controls, in the colors of a palette. It follows the application's
-// palette when that changes, and ends with the object.
+// palette when that changes, and lasts until the object is destroyed.
 #pragma once
 
 #include <QApplication>

@@ -45,7 +45,7 @@ int run(const Arguments& arguments, int argc, char** argv) {
     if (needsDisplay) return complain("there is no display; --screenshots DIR writes pictures of the pages instead");
     qputenv("QT_QPA_PLATFORM", "offscreen");
   }
-  // Read by Qt when the application is made.
+  // Qt reads this when the application is made.
   if (arguments.scale != 1) qputenv("QT_SCALE_FACTOR", QByteArray::number(arguments.scale));
 
   QApplication application(argc, argv);
@@ -95,6 +95,6 @@ int main(int argc, char** argv) {
     print(gallery::helpText());
     return 0;
   }
-  // Qt has options of its own that ours do not let through.
+  // Qt gets no arguments: it has options of its own, which the gallery does not accept.
   return run(wanted, 1, argv);
 }

@@ -1,4 +1,4 @@
-// What several pages are made of.
+// Parts that several pages are made of.
 #pragma once
 
 #include <QString>
@@ -12,12 +12,12 @@ class QWidget;
 
 namespace gallery {
 
-// With that look of the style sheet. No QFrame: assistive clients on Linux take those for windows.
+// Has that look of the style sheet. It is not a QFrame, which assistive clients on Linux take for a window.
 QWidget* makePanel(const char* look);
 void setPanelLook(QWidget& widget, const char* look);
 QLabel* makeHeading(const QString& text);
 QLabel* makeNote(const QString& text);  // small and pale
-// The view in a widget of its size, which assistive clients know by the name.
+// The view in a widget of its size, whose name assistive clients show.
 QWidget* embed(const tessaluna::platform::Ref<tessaluna::platform::NSView>& view, const QString& name);
 // A layout of the widget, without margins.
 QGridLayout* makeGrid(QWidget* widget, int horizontalSpacing, int verticalSpacing);

@@ -10,9 +10,9 @@ namespace gallery {
 
 class GalleryWindow;
 
-// Absent if all went well, or what did not, in one line. A file that could not be written whole is not there.
+// Absent on success, otherwise the error in one line. A file that could not be written completely does not exist.
 std::optional<std::string> writeScreenshot(GalleryWindow& window, const Page& page, const std::string& file);
-// One file for each page, named after it ("small-controls.png"). The folder is made where there is none.
+// One file for each page, named after it ("small-controls.png"). The folder is made if it does not exist.
 std::optional<std::string> writeScreenshots(GalleryWindow& window, const std::string& folder);
 
 }  // namespace gallery

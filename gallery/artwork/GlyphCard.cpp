@@ -12,7 +12,7 @@ namespace gallery {
 
 namespace {
 
-constexpr int leastWidth = 168, leastStage = 76;
+constexpr int minWidth = 168, minStage = 76;
 
 }  // namespace
 
@@ -23,9 +23,9 @@ GlyphCard::GlyphCard(const TessalunaUIKit::Routine& routine) : glyph_(tessaluna:
   column->setSpacing(6);
   auto* glyph = new tessaluna::backend::qt::QtViewWidget(glyph_);
   glyph->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  ground_ = new Ground(glyph);
-  ground_->setMinimumSize(leastWidth - 18, leastStage);
-  column->addWidget(ground_);
+  background_ = new BackgroundPanel(glyph);
+  background_->setMinimumSize(minWidth - 18, minStage);
+  column->addWidget(background_);
 
   auto* name = new QLabel(QString::fromStdString(routine.member()));
   name->setObjectName("cardName");
@@ -36,7 +36,8 @@ GlyphCard::GlyphCard(const TessalunaUIKit::Routine& routine) : glyph_(tessaluna:
   for (std::size_t i = 0; i < routine.flags.size(); ++i) {
     const TessalunaUIKit::RoutineFlag& flag = routine.flags[i];
     auto* box = new QCheckBox(QString::fromUtf8(flag.name.data(), static_cast<qsizetype>(flag.name.size())));
-    box->setAccessibleName(QString::fromStdString(routine.member() + " ") + box->text());  // there are many of each
+    // Several cards have a flag of this name.
+    box->setAccessibleName(QString::fromStdString(routine.member() + " ") + box->text());
     box->setChecked(flag.isOnByDefault);
     connect(box, &QCheckBox::toggled, this, [this, i](bool isOn) { glyph_->setFlag(i, isOn); });
     column->addWidget(box);
@@ -44,9 +45,9 @@ GlyphCard::GlyphCard(const TessalunaUIKit::Routine& routine) : glyph_(tessaluna:
   column->addStretch();
 }
 
-void GlyphCard::setGround(GroundKind kind) {
-  ground_->setKind(kind);
-  glyph_->setGround(kind);
+void GlyphCard::setBackground(BackgroundKind kind) {
+  background_->setKind(kind);
+  glyph_->setBackground(kind);
 }
 
 void GlyphCard::setGlyphSize(int size) {

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "gallery/Ground.h"
+#include "gallery/BackgroundPanel.h"
 #include "tessaluna/platform/foundation/Reference.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
 
@@ -16,11 +16,11 @@ class GlyphCard : public QWidget {
   explicit GlyphCard(const TessalunaUIKit::Routine& routine);
 
   void setGlyphSize(int size);
-  void setGround(GroundKind kind);
+  void setBackground(BackgroundKind kind);
 
  private:
   tessaluna::platform::Ref<GlyphView> glyph_;
-  Ground* ground_;
+  BackgroundPanel* background_;
 };
 
 }  // namespace gallery

@@ -29,8 +29,8 @@ void GlyphView::setFlag(std::size_t index, bool isOn) {
   setNeedsDisplay(true);
 }
 
-void GlyphView::setGround(GroundKind ground) {
-  ground_ = ground;
+void GlyphView::setBackground(BackgroundKind background) {
+  background_ = background;
   setNeedsDisplay(true);
 }
 
@@ -45,7 +45,7 @@ CGSize GlyphView::intrinsicContentSize() const {
   return {standard.width * scale + 2 * margin, standard.height * scale + 2 * margin};
 }
 
-// Without the routine's verb.
+// The routine's name without its verb.
 std::string GlyphView::accessibilityTitle() const {
   constexpr std::string_view verb = "draw";
   std::string member = routine_.member(), words;
@@ -61,7 +61,7 @@ std::string GlyphView::accessibilityTitle() const {
 void GlyphView::drawRect(CGRect) {
   const auto flags = std::make_unique<bool[]>(flags_.size());
   std::copy(flags_.begin(), flags_.end(), flags.get());
-  PaletteCanvas canvas(NSGraphicsContext::currentCgContext().canvas(), axisOf(ground_));
+  PaletteCanvas canvas(NSGraphicsContext::currentCgContext().canvas(), axisOf(background_));
   const CanvasScope scope(canvas);
   routine_.draw(NSInsetRect(bounds(), margin, margin), {flags.get(), flags_.size()});
 }

@@ -1,10 +1,10 @@
 // A view that shows one routine of the style kit. Its frame argument is the view's bounds without a margin, so that strokes
-// on the frame's edge show whole.
+// on the frame's edge are not cut off.
 #pragma once
 
 #include <vector>
 
-#include "gallery/Ground.h"
+#include "gallery/BackgroundPanel.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
 
@@ -16,15 +16,15 @@ class GlyphView : public tessaluna::platform::NSView {
 
   bool flag(std::size_t index) const { return flags_[index]; }
   void setFlag(std::size_t index, bool isOn);
-  // In the colors for which it is drawn.
-  void setGround(GroundKind ground);
-  // The longer side of the frame argument; the other follows the default frame.
+  // The background for whose colors the glyph is drawn.
+  void setBackground(BackgroundKind background);
+  // The longer side of the frame argument; the shorter one follows from the default frame.
   void setGlyphSize(double size);
 
   tessaluna::platform::CGSize intrinsicContentSize() const override;
   void drawRect(tessaluna::platform::CGRect rect) override;
 
-  // An image that is called what it shows, as "left arrow".
+  // An image whose name says what it shows, such as "left arrow".
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilityImageRole); }
   std::string accessibilityTitle() const override;
@@ -32,7 +32,7 @@ class GlyphView : public tessaluna::platform::NSView {
  private:
   const TessalunaUIKit::Routine& routine_;
   std::vector<char> flags_;  // one bool each; a span of them is passed on
-  GroundKind ground_ = GroundKind::Palette;
+  BackgroundKind background_ = BackgroundKind::Palette;
   double size_;
 };
 

@@ -95,7 +95,7 @@ std::string stateOf(NSObject& sender) {
 
 const ClassInfo CellsHost::staticClassInfo{.name = "CellsHost", .base = &NSObject::staticClassInfo, .selectors = selectors};
 
-// What the table shows, in the order that its header asks for.
+// The rows of the table, in the order that its header asks for.
 class CellsHost::Albums : public NSTableViewDataSource,
                           public NSTableViewCellSource,
                           public NSTableViewDelegate,

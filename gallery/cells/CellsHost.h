@@ -1,4 +1,4 @@
-// A host of the themed cells: it makes the controls for a dark or a light ground, and tells what the user did with them.
+// A host of the themed cells: it makes the controls for a dark or a light background, and reports what the user did with them.
 #pragma once
 
 #include <functional>
@@ -22,11 +22,11 @@ class CellsHost : public tessaluna::platform::NSObject {
 
   struct Sample {
     std::string note;  // above the control
-    std::string name;  // in what is reported, with the theme behind it
+    std::string name;  // in reports, with the theme after it
     tessaluna::platform::Ref<tessaluna::platform::NSControl> control;
     double height = 0;  // points
   };
-  // For the theme, in the order of the page. The controls know the host and do not keep it alive.
+  // The samples of the theme, in the order of the page. The controls have the host as their target and do not keep it alive.
   std::vector<Sample> makeSamples(Theme theme);
 
   // A table of albums with its header above it: pictures, titles that can be edited, ratings. Its data is the host's.

@@ -77,7 +77,7 @@ void CoverArtHost::setPreparesImages(bool prepares) {
 }
 
 void CoverArtHost::changeImage() {
-  // Those of the other thumbnails in turn; the cut off one and the absent one have none.
+  // The images of the other thumbnails in turn; the cut-off file and the absent one have none.
   const std::size_t others = covers_.size() - 1;
   covers_.back().thumbnail->setImage(covers_[changes_++ % others].thumbnail->image());
 }

@@ -1,5 +1,5 @@
-// What a player does with its covers: it reads their files, gives each thumbnail its image, and hears of the panels that come
-// and go.
+// What a player does with its covers: it reads their files, gives each thumbnail its image, and observes the panels that open
+// and close.
 #pragma once
 
 #include <functional>
@@ -16,7 +16,7 @@ class CoverArtHost : public tessaluna::platform::NSObject {
  public:
   struct Cover {
     std::string name, note;
-    tessaluna::platform::Ref<TessalunaUIKit::ViewWithBackground> ground;  // the thumbnail is in it, a point from its edges
+    tessaluna::platform::Ref<TessalunaUIKit::ViewWithBackground> ground;  // contains the thumbnail, one point from its edges
     tessaluna::platform::Ref<TessalunaUIKit::CoverArtThumbnailView> thumbnail;
   };
   static constexpr double groundSize = 98;  // in points, each way
@@ -24,17 +24,17 @@ class CoverArtHost : public tessaluna::platform::NSObject {
   ~CoverArtHost() override;
   void didInit() override;
 
-  // The last one changes its image.
+  // The image of the last one changes.
   const std::vector<Cover>& covers() const { return covers_; }
   // "wide 1600 by 500" when one is enlarged, and "wide closed".
   void setReport(std::function<void(const std::string&)> report) { report_ = std::move(report); }
 
-  // Of all thumbnails.
+  // These set all thumbnails.
   void setScaleToScreenResolution(bool scales);
   void setClosesByClickAndEscape(bool closes);
   void setPreparesImages(bool prepares);
 
-  // Gives the last one the next of the images, among them none.
+  // Gives the last one the next image, which may be none.
   void changeImage();
 
  private:

@@ -11,7 +11,7 @@ namespace gallery {
 
 namespace {
 
-// A sun over waves, with a thin edge that shows whether all of the picture is there.
+// A sun over waves, with a thin edge that shows whether the picture is complete.
 QImage drawCover(QSize size, int hue) {
   QImage image(size, QImage::Format_RGB32);
   QPainter painter(&image);

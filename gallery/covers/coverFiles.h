@@ -13,11 +13,11 @@ using FileBytes = std::vector<std::byte>;
 struct CoverFile {
   const char* name;  // one word
   const char* note;
-  FileBytes (*make)();  // takes a moment for many pixels; on any thread
+  FileBytes (*make)();  // slow for many pixels; any thread may call it
   bool hasManyPixels = false;
 };
 
-// Wide, tall, square, tiny, of 6,000 pixels each way, cut off, and none at all, whose bytes are empty.
+// Wide, tall, square, tiny, 6,000 pixels each way, cut off, and absent, whose bytes are empty.
 std::span<const CoverFile> coverFiles();
 
 }  // namespace gallery

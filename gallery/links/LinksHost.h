@@ -1,4 +1,4 @@
-// Lines of links with names of all kinds, and a text with links in it, and what their host does with clicks.
+// Lines of links with names of all kinds, a text with links in it, and their host, which reports clicks.
 #pragma once
 
 #include <functional>
@@ -17,7 +17,7 @@ class LinksHost : public tessaluna::platform::NSObject,
   LinksHost();
   void didInit() override;
 
-  // The lines and the label keep their target, the host, alive: whoever made the host ends that.
+  // The lines and the label keep their target, the host, alive until whoever made the host calls this.
   void close();
 
   struct Line {

@@ -12,7 +12,7 @@ namespace {
 void drawAllMusic(CGRect frame) { TessalunaStyleKit::drawTidalMusicIcon(frame); }
 void drawFavorites(CGRect frame) { TessalunaStyleKit::drawMoodLove(frame, /*isWhite=*/false); }
 
-// Of the playlists, in their order.
+// The icons of the playlists, in the order of the playlists.
 constexpr void (*drawMoods[])(CGRect) = {[](CGRect frame) { TessalunaStyleKit::drawMoodRelax(frame, /*isWhite=*/false); },
                                          [](CGRect frame) { TessalunaStyleKit::drawMoodDinner(frame, /*isWhite=*/false); },
                                          [](CGRect frame) { TessalunaStyleKit::drawMoodWorkout(frame, /*isWhite=*/false); },

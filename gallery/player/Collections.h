@@ -1,5 +1,5 @@
-// The places of the player's library: all music, favorites and playlists. A collection may also be what somebody searched for,
-// an artist or an album.
+// The places of the player's library: all music, favorites and playlists. The result of a search, an artist and an album are
+// collections too.
 #pragma once
 
 #include <functional>
@@ -14,9 +14,9 @@ namespace gallery {
 
 struct Collection {
   std::string title;
-  std::function<SongNumbers()> songs;                         // as they are at the moment
-  std::string kind{};                                         // what it is, before its note; empty for one in a section
-  void (*icon)(tessaluna::platform::CGRect frame) = nullptr;  // absent for one that is in no section
+  std::function<SongNumbers()> songs;                         // at the moment of the call
+  std::string kind{};                                         // shown before its note; empty for one in a section
+  void (*icon)(tessaluna::platform::CGRect frame) = nullptr;  // null for one that is in no section
 };
 
 struct CollectionSection {
@@ -30,14 +30,14 @@ class Collections {
 
   const std::vector<CollectionSection>& sections() const { return sections_; }
   const Collection& allMusic() const { return sections_.front().collections.front(); }
-  // Null if none has this title.
+  // Null for an unknown title.
   const Collection* find(std::string_view title) const;
 
   // These are in no section.
   Collection ofArtist(const std::string& artist) const;
   Collection ofAlbum(std::size_t album) const;
 
-  // "24 tracks, 1 h 32 min", and before it the collection's kind.
+  // "24 tracks, 1 h 32 min", with the collection's kind before it.
   std::string noteOn(const Collection& collection) const;
 
  private:

@@ -14,18 +14,18 @@ using namespace tessaluna::platform;
 namespace {
 
 constexpr std::uint32_t seed = 11;
-constexpr std::size_t fewestSongs = 8, mostSongs = 13, songsOfPlaylist = 24;
+constexpr std::size_t minSongs = 8, maxSongs = 13, songsOfPlaylist = 24;
 constexpr const char* playlistTitles[] = {"Late evening", "Dinner", "Morning run", "Deep work"};
 
 }  // namespace
 
 MusicLibrary::MusicLibrary(std::size_t albumCount) : covers_(coverPictures()) {
   InventedNames names(seed);
-  std::vector<Track> tracks = generatedTracks(albumCount * mostSongs, seed);
+  std::vector<Track> tracks = generatedTracks(albumCount * maxSongs, seed);
   std::set<std::string> artists;
   for (std::size_t number = 0; number < albumCount; ++number) {
     Album album{.title = names.title(), .artist = tracks[songs_.size()].artists.front()};
-    const std::size_t count = fewestSongs + names.below(mostSongs - fewestSongs + 1);
+    const std::size_t count = minSongs + names.below(maxSongs - minSongs + 1);
     for (std::size_t i = 0; i < count; ++i) {
       Track& track = tracks[songs_.size()];
       // The album's artist, and now and then a guest.

@@ -1,5 +1,5 @@
-// The music of the player's page: albums that nobody has pressed, and playlists of their songs. Songs and albums are known by
-// their numbers, which are their places in songs() and albums().
+// The music of the player's page: invented albums, and playlists of their songs. Songs and albums are identified by numbers,
+// which are their places in songs() and albums().
 #pragma once
 
 #include <map>
@@ -58,7 +58,7 @@ class MusicLibrary {
   std::vector<Album> albums_;
   std::vector<Playlist> playlists_;
   std::vector<std::string> artists_;
-  Pictures covers_;  // each for several albums
+  Pictures covers_;  // several albums share each
   mutable std::map<std::size_t, tessaluna::platform::Ref<tessaluna::platform::NSImage>> largeCovers_;
 };
 

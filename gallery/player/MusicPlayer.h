@@ -15,23 +15,23 @@ class MusicPlayer {
  public:
   explicit MusicPlayer(std::shared_ptr<MusicLibrary> library) : library_(std::move(library)) {}
 
-  // Calls when another song plays, or when it begins or ceases to play; the queue is as it will be by then.
+  // Called when another song plays, or when playing begins or stops; the queue has changed by then.
   void setOnChange(std::function<void()> changed) { changed_ = std::move(changed); }
   // These songs become the queue, and the one at that place plays. An empty list changes nothing.
   void play(SongNumbers songs, std::size_t place);
   // A song of the queue.
   void playAt(std::size_t place);
-  // They come after the song that plays, or begin to play where none does.
+  // They come after the song that plays, or begin to play if none does.
   void playNext(const SongNumbers& songs);
   void pause();
   void playOrPause();
   void next();
-  // To the beginning of the song, and from there to the one before.
+  // Goes to the beginning of the song, and from there to the song before.
   void previous();
   void seek(double seconds);
-  // Shuffled, the songs after the current one come in another order; otherwise they come in their own.
+  // Shuffled, the songs after the current one play in another order; otherwise they play in their own.
   void setShuffled(bool isShuffled);
-  // Otherwise it pauses at the end of the queue.
+  // Not repeated, it pauses at the end of the queue.
   void setRepeated(bool isRepeated) { isRepeated_ = isRepeated; }
   void setVolume(double volume) { volume_ = volume; }
 

@@ -15,7 +15,7 @@ std::vector<LibraryItem> songItems(const MusicLibrary& library) {
   return items;
 }
 
-// Artists, then albums, then songs: MusicSearch::found counts on it.
+// Artists, then albums, then songs: MusicSearch::found relies on this order.
 std::vector<LibraryItem> allItems(const MusicLibrary& library) {
   std::vector<LibraryItem> items;
   for (const std::string& artist : library.artists()) items.push_back({Kind::Artist, artist, "Artist"});

@@ -1,4 +1,4 @@
-// What a search in the player finds: artists, albums and songs of its library, with the covers of both.
+// What a search in the player finds: artists, albums and songs of its library, with covers for albums and songs.
 #pragma once
 
 #include "gallery/player/MusicLibrary.h"
@@ -6,7 +6,7 @@
 
 namespace gallery {
 
-// What a row of the search field is about: an index of artists(), albums() or songs().
+// What a row of the search field refers to: an index of artists(), albums() or songs().
 struct Found {
   LibraryItem::Kind kind = LibraryItem::Kind::Track;
   std::size_t number = 0;

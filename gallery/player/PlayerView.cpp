@@ -35,7 +35,7 @@ class Arrow : public PrevNextButton {
   void drawRect(CGRect) override { PrevNextButton::drawRect(NSInsetRect(bounds(), 9, 7)); }
 };
 
-// One that the Tab key reaches, and Space and Return enlarge.
+// A cover that the Tab key reaches, and that Space and Return enlarge.
 class Cover : public CoverArtThumbnailView {
  public:
   using CoverArtThumbnailView::CoverArtThumbnailView;
@@ -58,7 +58,7 @@ Ref<NSTextField> makeLabel(const Ref<NSFont>& font) {
   return label;
 }
 
-// One that does not fit is not there.
+// A view that does not fit is hidden.
 void place(NSView& view, CGRect frame) {
   view.setHidden(NSIsEmptyRect(frame));
   view.setFrame(frame);
@@ -143,7 +143,7 @@ void PlayerView::makeMiddle() {
   addSubview(title_);
   addSubview(note_);
 
-  // It says what it is, and not what was chosen last: the title says what shows.
+  // It shows its purpose and not what was chosen last: the title shows the current collection.
   placesButton_ = make<NSPopUpButton>(CGRect{}, /*pullsDown=*/true);
   placesButton_->addItemWithTitle("Library");
   for (const CollectionSection& section : collections_.sections())
@@ -257,7 +257,7 @@ void PlayerView::makeFoot() {
 void PlayerView::layout() {
   NSView::layout();
   const PlayerPlaces places = playerPlaces(bounds().size, taskBar_->taskCount() > 0 ? TaskLine::Shown : TaskLine::Absent);
-  // The list is what the grounds leave. Where it stays, as when only a text has changed, so do they.
+  // The list is what the backgrounds leave free. While it stays, as when only a text has changed, they stay too.
   if (songTable_->frame() != places.list) setNeedsDisplay(true);
   place(*back_, places.back);
   place(*forward_, places.forward);
@@ -304,7 +304,7 @@ void PlayerView::showTab(Tab tab) {
   if (const auto place = player_->place(); tab == Tab::UpNext && place) upNextTable_->table()->scrollRowToVisible(*place);
 }
 
-// What was visited after the collection that is left is forgotten.
+// Forgets what was visited after the collection that is being left.
 void PlayerView::show(const Collection& collection) {
   if (!visited_.empty()) visited_.resize(visit_ + 1);
   if (visited_.empty() || visited_.back().title != collection.title) visited_.push_back(collection);
@@ -317,7 +317,7 @@ void PlayerView::showCollection() {
   const SongNumbers songs = collection.songs();
   title_->setStringValue(collection.title);
   note_->setStringValue(collections_.noteOn(collection));
-  // In its own order, whatever the one before was sorted by.
+  // In its own order, however the collection before was sorted.
   songTable_->table()->setSortDescriptors({});
   albumTable_->table()->setSortDescriptors({});
   albums_->showAlbumsOf(songs);
@@ -370,7 +370,7 @@ void PlayerView::searchFor(const std::string& text) {
   report("search for " + shownTitle());
 }
 
-// All of them become favorites, or if they are, none.
+// Makes all of them favorites or, if all of them already are, none.
 void PlayerView::toggleFavorite(const SongNumbers& songs) {
   const bool areFavorites = library_->areFavorites(songs);
   for (const std::size_t song : songs) library_->setFavorite(song, !areFavorites);
@@ -384,7 +384,7 @@ void PlayerView::toggleFavorite(const SongNumbers& songs) {
   report(areFavorites ? "no longer a favorite" : "favorite");
 }
 
-// Without a queue, what shows is played.
+// Without a queue, plays the collection that is shown.
 void PlayerView::playOrPause() {
   if (player_->song()) player_->playOrPause();
   else player_->play(songs_->songs(), 0);

@@ -1,5 +1,5 @@
 // A small player's window as one view: ready-made hosts over a library of music and a player. It builds and places them, and
-// wires what the user does in one to what shows in the others; what there is to show is in the models.
+// connects what the user does in one to what the others show; the models hold what there is to show.
 //
 //   the space bar          plays and pauses, wherever nothing else takes it
 //   Control-F, Command-F   go to the search field
@@ -29,9 +29,9 @@ class PlayerView : public tessaluna::platform::NSView {
   PlayerView(tessaluna::platform::CGRect frame, std::shared_ptr<MusicLibrary> library);
   void didInit() override;
 
-  // In a few words what the user has asked for.
+  // Is notified, in a few words, of what the user asked for.
   void setReport(std::function<void(const std::string&)> report) { report_ = std::move(report); }
-  // Lets time pass with the clock, from now on.
+  // Advances its time with the clock from now on.
   void start();
   void advance(double seconds);
 

@@ -14,7 +14,7 @@ class SimulatedTasks {
  public:
   explicit SimulatedTasks(tessaluna::platform::Ref<tessaluna::ready::TaskBar> bar) : bar_(std::move(bar)) {}
 
-  // Is notified when a task has ended, by itself or by the user.
+  // Is notified when a task has ended by itself or the user has ended it.
   enum class End { Finished, Stopped };
   void setOnEnd(std::function<void(const std::string& title, End end)> ended) { ended_ = std::move(ended); }
 

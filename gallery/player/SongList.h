@@ -15,12 +15,12 @@ class SongList : public tessaluna::ready::TrackModel {
   void setSongs(SongNumbers songs);
   // Removes rows that are not among these songs, adds missing songs at the end, and leaves the others in their order.
   void updateTo(const SongNumbers& songs);
-  // The player or the library has changed what the rows show of their songs.
+  // Call it after the player or the library has changed what the rows show of their songs.
   void songsDidChange() { didChangeRows(0, songs_.size()); }
 
   std::size_t count() const override { return songs_.size(); }
   tessaluna::ready::TrackRow row(std::size_t index) const override;
-  // From one. A list in which a song may be twice has none.
+  // Counts from one. A list in which a song may be twice has no identities.
   std::uint64_t identityOf(std::size_t index) const override { return isSortable() ? songs_[index] + 1 : 0; }
   bool isSortable() const override { return order_ == Order::Sortable; }
   void sortBy(tessaluna::ready::TrackColumn column, bool ascending) override;

@@ -11,26 +11,26 @@ namespace {
 
 constexpr CGFloat margin = 16, gap = 12;
 constexpr CGFloat topHeight = 56, fieldHeight = 26, arrowWidth = 26, maxSearch = 300, maxSearchAlone = 420, maxTasks = 340,
-                  leastSearch = 160, leastTasks = 250, taskHeight = 20;
-constexpr CGFloat leastWithSide = 560, leastSide = 176, maxSide = 232, shareOfSide = 0.22;
-constexpr CGFloat leastSideBar = 190, leastCover = 72, smallCover = 52;
-constexpr CGFloat headingHeight = 60, titleHeight = 26, noteHeight = 18, tabsWidth = 276, tabsHeight = 34, leastTitle = 250,
+                  minSearch = 160, minTasks = 250, taskHeight = 20;
+constexpr CGFloat minWithSide = 560, minSide = 176, maxSide = 232, shareOfSide = 0.22;
+constexpr CGFloat minSideBar = 190, minCover = 72, smallCover = 52;
+constexpr CGFloat headingHeight = 60, titleHeight = 26, noteHeight = 18, tabsWidth = 276, tabsHeight = 34, minTitle = 250,
                   placesWidth = 104;
-constexpr CGFloat leastList = 120;  // its header and most of two rows
+constexpr CGFloat minList = 120;  // its header and most of two rows
 constexpr CGFloat footHeight = 76, transportHeight = 52;
 
 CGRect rect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
   return {x, y, std::max<CGFloat>(width, 0), std::max<CGFloat>(height, 0)};
 }
 
-// What a low window goes without, one after the other, until the list has room.
+// What a low window leaves out, one after the other, until the list has room.
 enum class LeftOut { Nothing, Heading, HeadingAndTasks, HeadingTasksAndTabs };
 
 PlayerPlaces placesIn(CGSize size, TaskLine taskLine, LeftOut leftOut) {
   PlayerPlaces places;
   const CGFloat width = size.width;
-  const bool hasSide = width >= leastWithSide;
-  const CGFloat sideWidth = hasSide ? std::clamp(std::floor(width * shareOfSide), leastSide, maxSide) : 0;
+  const bool hasSide = width >= minWithSide;
+  const CGFloat sideWidth = hasSide ? std::clamp(std::floor(width * shareOfSide), minSide, maxSide) : 0;
 
   // The top: arrows over the side, the field where the list begins, tasks at the right or, without room, above the transport.
   places.top = rect(0, 0, width, topHeight);
@@ -39,10 +39,10 @@ PlayerPlaces placesIn(CGSize size, TaskLine taskLine, LeftOut leftOut) {
   places.forward = rect(CGRectGetMaxX(places.back) + 2, fieldY, arrowWidth, fieldHeight);
   const CGFloat searchX = hasSide ? sideWidth + margin : CGRectGetMaxX(places.forward) + gap;
   const CGFloat topRoom = width - margin - searchX;
-  const bool hasTasksInTop = topRoom >= leastSearch + 2 * gap + leastTasks;
+  const bool hasTasksInTop = topRoom >= minSearch + 2 * gap + minTasks;
   places.search =
       rect(searchX, fieldY,
-           std::min(hasTasksInTop ? topRoom - 2 * gap - leastTasks : topRoom, hasTasksInTop ? maxSearch : maxSearchAlone),
+           std::min(hasTasksInTop ? topRoom - 2 * gap - minTasks : topRoom, hasTasksInTop ? maxSearch : maxSearchAlone),
            fieldHeight);
   const bool hasTasksInFoot = !hasTasksInTop && taskLine == TaskLine::Shown && leftOut < LeftOut::HeadingAndTasks;
   if (hasTasksInTop) {
@@ -58,12 +58,12 @@ PlayerPlaces placesIn(CGSize size, TaskLine taskLine, LeftOut leftOut) {
   if (hasTasksInFoot)
     places.tasks = rect(margin, places.foot.origin.y + gap, std::min(width - 2 * margin, maxTasks), taskHeight);
 
-  // The side: the cover of what plays, as large as the side bar leaves it room.
+  // The side: the cover of what plays, as large as the side bar leaves room for.
   places.side = rect(0, topHeight, sideWidth, bodyHeight);
   CGFloat y = topHeight + margin;
   if (hasSide) {
-    const CGFloat cover = std::min(sideWidth - 2 * margin, bodyHeight - leastSideBar - 2 * margin);
-    if (cover >= leastCover) {
+    const CGFloat cover = std::min(sideWidth - 2 * margin, bodyHeight - minSideBar - 2 * margin);
+    if (cover >= minCover) {
       places.cover = rect(margin, y, cover, cover);
       y += cover + gap;
     }
@@ -74,7 +74,7 @@ PlayerPlaces placesIn(CGSize size, TaskLine taskLine, LeftOut leftOut) {
   places.middle = rect(sideWidth, topHeight, width - sideWidth, bodyHeight);
   CGFloat left = sideWidth + margin;
   const CGFloat right = width - margin;
-  const bool hasTabsBeside = right - left >= leastTitle + gap + tabsWidth;
+  const bool hasTabsBeside = right - left >= minTitle + gap + tabsWidth;
   y = topHeight + 10;
   const bool hasHeading = leftOut < LeftOut::Heading, hasTabs = leftOut < LeftOut::HeadingTasksAndTabs;
   if (!hasSide && hasHeading) {
@@ -109,7 +109,7 @@ PlayerPlaces playerPlaces(CGSize size, TaskLine taskLine) {
   for (const LeftOut leftOut :
        {LeftOut::Nothing, LeftOut::Heading, LeftOut::HeadingAndTasks, LeftOut::HeadingTasksAndTabs}) {
     places = placesIn(size, taskLine, leftOut);
-    if (places.list.size.height >= leastList) break;
+    if (places.list.size.height >= minList) break;
   }
   return places;
 }

@@ -17,7 +17,7 @@ std::vector<LibraryItem> inventedLibrary(std::size_t count, std::uint32_t seed) 
     return items[first + names.below(number)];
   };
 
-  // Some say who they are only by a number, when all names are taken.
+  // When all names are taken, a number distinguishes an artist.
   std::set<std::string> taken;
   while (items.size() < artistCount && items.size() < count) {
     std::string name;

@@ -1,4 +1,4 @@
-// What there is to search: artists, albums and tracks that nobody has recorded.
+// What there is to search: invented artists, albums and tracks.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ struct LibraryItem {
 
   Kind kind = Kind::Track;
   std::string label;   // the name or title
-  std::string detail;  // what tells it from others of its label
+  std::string detail;  // what distinguishes it from others with its label
 };
 
 // A twentieth are artists, a tenth are albums by them, and the rest are tracks of these.

@@ -40,7 +40,7 @@ SearchIndex::SearchIndex(std::span<const LibraryItem> items) {
   }
 }
 
-std::vector<std::size_t> SearchIndex::bestMatches(std::string_view query, std::size_t most) const {
+std::vector<std::size_t> SearchIndex::bestMatches(std::string_view query, std::size_t maxCount) const {
   const std::string wanted = folded(query);
   const std::vector<std::string> words = wordsOf(wanted);
   if (words.empty()) return {};
@@ -53,7 +53,7 @@ std::vector<std::size_t> SearchIndex::bestMatches(std::string_view query, std::s
     const int farness = entry.label.starts_with(wanted) ? 0 : hasAll(entry.label, words) ? 1 : 2;
     found.emplace_back(farness, entry.kind, i);
   }
-  const std::size_t count = std::min(most, found.size());
+  const std::size_t count = std::min(maxCount, found.size());
   std::partial_sort(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(count), found.end());
   std::vector<std::size_t> best(count);
   std::ranges::transform(std::span(found).first(count), best.begin(), [](const Rank& rank) { return std::get<2>(rank); });

@@ -1,5 +1,5 @@
-// Finds the items of a library that a query means: each of its words begins a word of the item, in any order; capitals and
-// accents do not count.
+// Finds the items of a library that a query means: each of its words begins a word of the item, in any order. It ignores case
+// and accents.
 #pragma once
 
 #include <span>
@@ -15,10 +15,10 @@ class SearchIndex {
  public:
   explicit SearchIndex(std::span<const LibraryItem> items);
 
-  // The indexes of at most so many matches, the best first: labels that begin with the query, then labels in which all its
-  // words are, then the rest; among equals artists come before albums and albums before tracks. A query without a word
-  // has none.
-  std::vector<std::size_t> bestMatches(std::string_view query, std::size_t most) const;
+  // The indexes of at most `maxCount` matches, the best first: labels that begin with the query, then labels that have all its
+  // words, then the rest; among equals artists come before albums and albums before tracks. A query without a word has
+  // no matches.
+  std::vector<std::size_t> bestMatches(std::string_view query, std::size_t maxCount) const;
 
  private:
   struct Entry {
@@ -28,7 +28,7 @@ class SearchIndex {
   std::vector<Entry> entries_;
 };
 
-// Each word in small letters without accents and with a space before it, so that " be" finds the words that begin with it.
+// Each word in lower case without accents and with a space before it, so that " be" finds the words that begin with it.
 std::string folded(std::string_view text);
 
 }  // namespace gallery

@@ -30,7 +30,7 @@ std::string textOf(int lines) {
   return text;
 }
 
-// The view around another one, whose size it follows.
+// Puts the inner view into the view, which takes its size from it.
 template <class View>
 Ref<View> framed(const Ref<View>& view, const Ref<NSView>& inner, CGFloat margin) {
   view->addSubview(inner);
@@ -51,7 +51,7 @@ Ref<View> onControlColor() {
 }
 
 Ref<NSView> makeAbout() {
-  NSCoder archive;  // a bordered view is made from one only
+  NSCoder archive;  // a bordered view can only be made from one
   const auto panel = make<BorderedView>(archive);
   panel->setBorderColor(NSColor::colorWithCalibratedRed(0.55, 0.55, 0.6, 1));
   const auto text = NSTextField::labelWithString("Recorded in four nights,\nin a hall by the sea.");

@@ -1,6 +1,6 @@
 // The ready-made side bar over what the gallery invents: places to choose, and sections with views of the host's own, one within
-// another. What a program changes in it are texts, which grow while their section is open and while it is closed, and sections
-// that it takes away.
+// another. The program changes texts in it, which grow while their section is open and while it is closed, and removes
+// sections.
 #pragma once
 
 #include <string>
@@ -16,7 +16,7 @@ class SectionsHost {
 
   const tessaluna::platform::Ref<tessaluna::ready::SideBar>& sideBar() const { return sideBar_; }
 
-  // The text of the section that grows, and how many lines it then has.
+  // These change the text of the section that grows, and return how many lines it then has.
   int addLine() { return setLines(lines_ + 1); }
   int removeLine() { return setLines(lines_ - 1); }
   // All sections, with animation.

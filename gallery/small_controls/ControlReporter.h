@@ -1,4 +1,4 @@
-// The target of the page's controls: it tells which control sent which action.
+// The target of the page's controls: it reports which control sent which action.
 #pragma once
 
 #include <functional>
@@ -16,7 +16,7 @@ class ControlReporter : public tessaluna::platform::NSObject {
 
   explicit ControlReporter(std::function<void(const std::string&)> report) : report_(std::move(report)) {}
 
-  // How a sender is called; it is not kept alive.
+  // The name of a sender, which the reporter does not keep alive.
   void nameControl(const tessaluna::platform::NSObject& control, std::string name) { names_[&control] = std::move(name); }
 
   void showPrevious(tessaluna::platform::NSObject* sender) { report_(names_[sender] + " showPrevious:"); }

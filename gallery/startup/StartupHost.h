@@ -1,5 +1,5 @@
 // A simulated start behind a splash, and simulated background tasks in the ready-made line of tasks, as a host runs them. Time
-// passes with the clock once start was called, or with advance.
+// passes with the clock after start, or with advance.
 #pragma once
 
 #include <functional>
@@ -20,11 +20,11 @@ class StartupHost : public tessaluna::platform::NSObject {
   void start();
   void advance(double seconds);
 
-  // The splash shows until the last step is over; a second call while it does begins again.
+  // Shows the splash until the last step is over; a second call in the meantime begins again.
   void showSplash();
   const tessaluna::platform::Ref<TessalunaUIKit::AppSplashController>& splash() const { return splash_; }
 
-  // A task of that length runs at a speed of its own, and is removed once it is through or was stopped by the bar's cross.
+  // A task of that length runs at a speed of its own, and is removed after it is finished or the bar's cross has stopped it.
   void beginTask(double length);
   const tessaluna::platform::Ref<tessaluna::ready::TaskBar>& taskBar() const { return taskBar_; }
   // "Task 1   40 of 100".
@@ -42,7 +42,7 @@ class StartupHost : public tessaluna::platform::NSObject {
 
   tessaluna::platform::Ref<TessalunaUIKit::AppSplashController> splash_;
   tessaluna::platform::Ref<tessaluna::ready::TaskBar> taskBar_;
-  std::map<int, Worker> workers_;  // by their numbers, in their order
+  std::map<int, Worker> workers_;  // by number, in that order
   std::function<void(const std::string&)> report_;
   Ticker ticker_;
   double splashSeconds_ = 0;

@@ -5,7 +5,7 @@
 
 namespace gallery {
 
-// With a title already, and not shown yet.
+// It has its title, and is not shown yet.
 tessaluna::platform::Ref<TessalunaUIKit::AppSplashController> makeSplash();
 
 }  // namespace gallery

@@ -1,4 +1,4 @@
-// Tracks that nobody has recorded: titles, artists and lengths made up from a seed, the same at every start.
+// Invented tracks: titles, artists and lengths made from a seed, the same at every start.
 #pragma once
 
 #include <cstdint>

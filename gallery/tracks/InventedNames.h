@@ -1,4 +1,4 @@
-// Titles and people that nobody has heard of, made up from a seed and the same at every start.
+// Invented titles and people, made from a seed and the same at every start.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ class InventedNames {
 
   std::string title();
   std::string person();
-  std::string ensemble();  // a person with others
+  std::string ensemble();  // a person and others
 
   // The engine's numbers are the same everywhere; those of a standard distribution are not.
   std::size_t below(std::size_t count) { return engine_() % count; }

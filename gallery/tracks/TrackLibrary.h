@@ -1,5 +1,5 @@
-// The tracks of the track list's page, as a player would have them: a list that a TrackTable shows, which of them plays, and what
-// the user's actions make of both.
+// The tracks of the track list's page, as a player would have them: a list that a TrackTable shows, the track that plays, and
+// how the user's actions change both.
 #pragma once
 
 #include <functional>
@@ -13,7 +13,7 @@ namespace gallery {
 
 class TrackLibrary : public tessaluna::ready::TrackModel {
  public:
-  // With covers where pictures can be made, which needs a Qt program.
+  // Covers need a Qt program: only there can pictures be made.
   enum class Covers { Absent, Shown };
   TrackLibrary(std::vector<Track> tracks, Covers covers);
 
@@ -37,7 +37,7 @@ class TrackLibrary : public tessaluna::ready::TrackModel {
   void showPlayback(std::optional<std::uint64_t> number);
 
   std::vector<Entry> entries_;
-  std::vector<tessaluna::platform::Ref<tessaluna::platform::NSImage>> covers_;  // each for many tracks
+  std::vector<tessaluna::platform::Ref<tessaluna::platform::NSImage>> covers_;  // many tracks share each
   std::optional<std::uint64_t> current_;
   bool isPlaying_ = false;
 };

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int covers = 24, smallSize = 80;
 
-// Each motif is drawn with a pale and a deep color into a square of the small size, over a ground of both.
+// Each motif is drawn with a pale and a deep color into a square of the small size, over a background of both.
 struct Colors {
   QColor pale, deep;
 };

@@ -1,4 +1,4 @@
-// Small covers of albums that nobody has pressed: a few files in memory, the same at every start.
+// Small covers of invented albums: a few files in memory, the same at every start.
 #pragma once
 
 #include <QByteArray>
@@ -8,7 +8,7 @@
 
 namespace gallery {
 
-// The files, of 80 pixels each way.
+// The files, 80 pixels each way.
 std::vector<QByteArray> coverFilesOfTracks();
 // The same as images. Empty without a Qt program.
 std::vector<tessaluna::platform::Ref<tessaluna::platform::NSImage>> coverPictures();

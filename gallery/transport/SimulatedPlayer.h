@@ -1,8 +1,8 @@
 // A player without sound: it loads songs in pieces, plays what is loaded, changes from one song to the next without a gap, and
 // seeks. Time passes only by advance.
 //
-// It has two buffers. One is played from while the other loads what follows, which at a song's end is the beginning of the
-// next song; a buffer that was played out loads again.
+// It has two buffers. It plays from one while the other loads what follows, which at a song's end is the beginning of the
+// next song; a buffer that has been played to its end loads again.
 #pragma once
 
 #include <cstddef>
@@ -30,26 +30,27 @@ class SimulatedPlayer {
   double position() const { return static_cast<double>(frame_) / song().framesPerSecond; }  // seconds
   bool isPlaying() const { return isPlaying_; }
   void setPlaying(bool isPlaying) { isPlaying_ = isPlaying; }
-  // Of the song that plays; empty for a buffer that holds nothing of it.
+  // What the buffer holds of the song that plays; empty if it holds nothing of it.
   TessalunaUIKit::LoadedSpan loaded(std::size_t buffer) const;
   bool isWaitingForData() const { return isWaiting_; }
 
-  // Another list, in which the song that plays is at that place. It continues to play; what is loaded of another song is dropped.
+  // Replaces the list by one in which the song that plays is at that place. It continues to play; what is loaded of another
+  // song is dropped.
   void setSongs(std::vector<Song> songs, std::size_t playing);
 
-  // How many seconds of music come in a second.
+  // Seconds of music that are loaded per second.
   void setLoadingSpeed(double speed) { speed_ = speed; }
-  // After the last song comes the first one, and the other way round.
+  // The first song follows the last one, and the last one precedes the first.
   void skipTo(std::size_t song);
   void next() { skipTo((songIndex_ + 1) % songs_.size()); }
   void previous() { skipTo((songIndex_ + songs_.size() - 1) % songs_.size()); }
-  // Drops what is loaded; the player is there once the first piece of it has come.
+  // Drops what is loaded; the seek ends when the first piece has been loaded.
   void seek(double seconds);
   bool isSeeking() const { return isSeeking_; }
 
   void advance(double seconds);
 
-  static constexpr double bufferSeconds = 40;  // that a buffer holds
+  static constexpr double bufferSeconds = 40;  // of music in one buffer
 
  private:
   struct Buffer {
@@ -75,7 +76,7 @@ class SimulatedPlayer {
   std::size_t passedEnds_ = 0;
   std::uint64_t frame_ = 0;
   double speed_ = 8;
-  double unplayed_ = 0, unloaded_ = 0;  // frames less than one
+  double unplayed_ = 0, unloaded_ = 0;  // fractions of a frame
   bool isPlaying_ = false, isSeeking_ = false, isWaiting_ = false;
 };
 

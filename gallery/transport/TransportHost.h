@@ -1,5 +1,5 @@
-// The ready-made transport bar over a simulated player, and what its host does: it shows the player's state a few times a second,
-// and hands on what the user asks for.
+// The ready-made transport bar over a simulated player, and what its host does: it shows the player's state a few times per second,
+// and passes on what the user asks for.
 #pragma once
 
 #include <functional>
@@ -21,11 +21,11 @@ class TransportHost {
   const tessaluna::platform::Ref<tessaluna::ready::TransportBar>& bar() const { return bar_; }
   SimulatedPlayer& player() { return player_; }
 
-  // Is notified in a few words of what the user asked for and of each song that begins.
+  // Is notified, in a few words, of what the user asked for and of each song that begins.
   void setReport(std::function<void(const std::string&)> report) { report_ = std::move(report); }
-  // Lets the player's time pass with the clock, from now on.
+  // Advances the player's time with the clock from now on.
   void start();
-  // Lets the player's time pass at once.
+  // Advances the player's time at once.
   void advance(double seconds);
 
  private:

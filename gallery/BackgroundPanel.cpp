@@ -1,4 +1,4 @@
-#include "gallery/Ground.h"
+#include "gallery/BackgroundPanel.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -15,14 +15,14 @@ namespace {
 
 constexpr int radius = 7, margin = 14, checkSize = 8;
 
-constexpr Color lightGround{0.97, 0.97, 0.976}, lightText{0.08, 0.08, 0.1};
-constexpr Color darkGround{0.145, 0.149, 0.169}, darkText{0.93, 0.93, 0.94};
+constexpr Color lightBackground{0.97, 0.97, 0.976}, lightText{0.08, 0.08, 0.1};
+constexpr Color darkBackground{0.145, 0.149, 0.169}, darkText{0.93, 0.93, 0.94};
 
 QColor colorOf(const Color& color) {
   return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green), static_cast<float>(color.blue));
 }
 
-// White and a gray, of the palette.
+// The palette's white and a gray.
 QBrush checkeredBrush() {
   const NeutralAxis axis = NeutralAxis::ofPalette();
   QImage tile(2 * checkSize, 2 * checkSize, QImage::Format_RGB32);
@@ -37,18 +37,18 @@ QBrush checkeredBrush() {
 
 }  // namespace
 
-NeutralAxis axisOf(GroundKind kind) {
+NeutralAxis axisOf(BackgroundKind kind) {
   switch (kind) {
-    case GroundKind::Light: return {lightText, lightGround};
-    case GroundKind::Dark: return {darkText, darkGround};
-    case GroundKind::Palette:
-    case GroundKind::Checkered: break;
+    case BackgroundKind::Light: return {lightText, lightBackground};
+    case BackgroundKind::Dark: return {darkText, darkBackground};
+    case BackgroundKind::Palette:
+    case BackgroundKind::Checkered: break;
   }
   return NeutralAxis::ofPalette();
 }
 
-void tintForGround(NSView& view, GroundKind kind) {
-  if (kind == GroundKind::Palette || kind == GroundKind::Checkered) return;
+void tintForBackground(NSView& view, BackgroundKind kind) {
+  if (kind == BackgroundKind::Palette || kind == BackgroundKind::Checkered) return;
   const auto color = [](const Color& c) { return NSColor::colorWithSRGBRed(c.red, c.green, c.blue, 1); };
   view.setTintColor(color(axisOf(kind).text()));
   view.setTintGroundColor(color(axisOf(kind).ground()));
@@ -59,24 +59,24 @@ void keepColors(NSView& view) {
   view.setTintGroundColor(NSColor::whiteColor());
 }
 
-Ground::Ground(QWidget* content) {
+BackgroundPanel::BackgroundPanel(QWidget* content) {
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(margin, margin, margin, margin);
   row->addWidget(content, 0, Qt::AlignCenter);
 }
 
-void Ground::setKind(GroundKind kind) {
+void BackgroundPanel::setKind(BackgroundKind kind) {
   if (kind == kind_) return;
   kind_ = kind;
-  setProperty("ground", kind == GroundKind::Dark ? "dark" : "");  // for the style sheet
+  setProperty("ground", kind == BackgroundKind::Dark ? "dark" : "");  // for the style sheet
   update();
 }
 
-void Ground::paintEvent(QPaintEvent*) {
+void BackgroundPanel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(kind_ == GroundKind::Checkered ? checkeredBrush() : QBrush(colorOf(axisOf(kind_).ground())));
+  painter.setBrush(kind_ == BackgroundKind::Checkered ? checkeredBrush() : QBrush(colorOf(axisOf(kind_).ground())));
   painter.drawRoundedRect(rect(), radius, radius);
 }
 
