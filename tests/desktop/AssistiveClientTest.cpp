@@ -1,4 +1,4 @@
-// A completion pop-up as a real client of the accessibility bus meets it, from a process of its own.
+// A completion pop-up as a real client of the accessibility bus finds it, from a process of its own.
 #include <algorithm>
 
 #include "tessaluna/platform/foundation/URL.h"
@@ -84,59 +84,59 @@ TEST_F(AssistiveClient, SelectsARowByPressingAndChoosesIt) {
   EXPECT_EQ(client("tree").find("list"), std::string::npos);
 }
 
-TEST_F(AssistiveClient, HearsOfTheSelectionWhileTheKeyboardStaysInTheField) {
+TEST_F(AssistiveClient, ObservesTheSelectionWhileTheKeyboardStaysInTheField) {
   startListening();
   begin({"Abba", "Can"});
-  EXPECT_TRUE(eventuallyHears("object:children-changed:add 1 text \"\" of list \"\""));
-  EXPECT_TRUE(eventuallyHears("object:state-changed:selected 1 list item \"Abba, by Abba\""));
-  heard.clear();
+  EXPECT_TRUE(eventuallyObserves("object:children-changed:add 1 text \"\" of list \"\""));
+  EXPECT_TRUE(eventuallyObserves("object:state-changed:selected 1 list item \"Abba, by Abba\""));
+  observed.clear();
   controller->moveDown(nullptr);
-  EXPECT_TRUE(eventuallyHears("object:state-changed:selected 1 list item \"Can, by Can\""));
-  EXPECT_EQ(heard, (std::vector<std::string>{"object:state-changed:selected 0 list item \"Abba, by Abba\"",
-                                             "object:state-changed:selected 1 list item \"Can, by Can\""}));
+  EXPECT_TRUE(eventuallyObserves("object:state-changed:selected 1 list item \"Can, by Can\""));
+  EXPECT_EQ(observed, (std::vector<std::string>{"object:state-changed:selected 0 list item \"Abba, by Abba\"",
+                                                "object:state-changed:selected 1 list item \"Can, by Can\""}));
   suggest({"Queen"});
-  EXPECT_TRUE(eventuallyHears("object:state-changed:selected 1 list item \"Queen, by Queen\""));
+  EXPECT_TRUE(eventuallyObserves("object:state-changed:selected 1 list item \"Queen, by Queen\""));
   controller->cancelSuggestions();
-  EXPECT_TRUE(eventuallyHears("object:children-changed:remove -1 text \"\" of list \"\""));
-  EXPECT_EQ(
-      std::count_if(heard.begin(), heard.end(), [](const std::string& line) { return line.find("focused") != line.npos; }),
-      0)
-      << testing::PrintToString(heard);
+  EXPECT_TRUE(eventuallyObserves("object:children-changed:remove -1 text \"\" of list \"\""));
+  EXPECT_EQ(std::count_if(observed.begin(), observed.end(),
+                          [](const std::string& line) { return line.find("focused") != line.npos; }),
+            0)
+      << testing::PrintToString(observed);
 }
 
-TEST_F(AssistiveClient, HearsOfTheFocusAndWritesIntoTheField) {
+TEST_F(AssistiveClient, ObservesTheFocusAndWritesIntoTheField) {
   startListening();
   window->makeFirstResponder(button.get());
-  EXPECT_TRUE(eventuallyHears("object:state-changed:focused 1 push button \"Play\""));
+  EXPECT_TRUE(eventuallyObserves("object:state-changed:focused 1 push button \"Play\""));
   client("write", {"text", "new words"});
   EXPECT_EQ(field->stringValue(), "new words");
-  EXPECT_TRUE(eventuallyHears("object:text-changed:insert 0 text \"\""));
+  EXPECT_TRUE(eventuallyObserves("object:text-changed:insert 0 text \"\""));
 }
 
-TEST_F(AssistiveClient, HearsWhatIsTypedAndWhereTheCaretIs) {
+TEST_F(AssistiveClient, ObservesWhatIsTypedAndWhereTheCaretIs) {
   startListening();
   xdotool({"key", "End", "x"});
-  EXPECT_TRUE(eventuallyHears("object:text-changed:insert 5 text \"\""));
-  EXPECT_TRUE(eventuallyHears("object:text-caret-moved 6 text \"\"")) << testing::PrintToString(heard);
+  EXPECT_TRUE(eventuallyObserves("object:text-changed:insert 5 text \"\""));
+  EXPECT_TRUE(eventuallyObserves("object:text-caret-moved 6 text \"\"")) << testing::PrintToString(observed);
   EXPECT_EQ(client("text", {"text"}), "queryx\ncaret at 6\n");
   xdotool({"key", "shift+Home"});
   EXPECT_TRUE(eventually([&] { return of(field->cell())->textInterface()->selectionCount() == 1; }));
   EXPECT_EQ(client("text", {"text"}), "queryx\ncaret at 0\nselected 0 to 6\n") << "it goes backward";
 }
 
-TEST_F(AssistiveClient, HearsOfATextThatGetsShorterOrIsReplaced) {
+TEST_F(AssistiveClient, ObservesATextThatGetsShorterOrIsReplaced) {
   startListening();
   xdotool({"key", "End", "BackSpace"});
-  EXPECT_TRUE(eventuallyHears("object:text-changed:delete 4 text \"\"")) << testing::PrintToString(heard);
-  EXPECT_TRUE(eventuallyHears("object:text-caret-moved 4 text \"\"")) << testing::PrintToString(heard);
-  heard.clear();
+  EXPECT_TRUE(eventuallyObserves("object:text-changed:delete 4 text \"\"")) << testing::PrintToString(observed);
+  EXPECT_TRUE(eventuallyObserves("object:text-caret-moved 4 text \"\"")) << testing::PrintToString(observed);
+  observed.clear();
   field->currentEditor()->setString("quay");
-  EXPECT_TRUE(eventuallyHears("object:text-changed:insert 2 text \"\"")) << testing::PrintToString(heard);
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), "object:text-changed:delete 2 text \"\""), 1);
-  heard.clear();
+  EXPECT_TRUE(eventuallyObserves("object:text-changed:insert 2 text \"\"")) << testing::PrintToString(observed);
+  EXPECT_EQ(std::count(observed.begin(), observed.end(), "object:text-changed:delete 2 text \"\""), 1);
+  observed.clear();
   field->setStringValue("q");
-  EXPECT_TRUE(eventuallyHears("object:text-caret-moved 1 text \"\"")) << testing::PrintToString(heard);
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), "object:text-changed:delete 1 text \"\""), 1);
+  EXPECT_TRUE(eventuallyObserves("object:text-caret-moved 1 text \"\"")) << testing::PrintToString(observed);
+  EXPECT_EQ(std::count(observed.begin(), observed.end(), "object:text-changed:delete 1 text \"\""), 1);
 }
 
 TEST_F(AssistiveClient, FindsTheCharactersOfATextOnTheScreen) {
@@ -162,37 +162,38 @@ TEST_F(AssistiveClient, WritesTextThatOpensThePopUpAsTypingDoes) {
   EXPECT_NE(tree.find("list item \"Abba, by Abba\" selectable selected\n"), tree.npos) << tree;
 }
 
-TEST_F(AssistiveClient, IsRefusedThePressOfADisabledButton) {
+TEST_F(AssistiveClient, CannotPressADisabledButton) {
   startListening();
   client("do", {"Play", "Press"});
   EXPECT_EQ(clicks->count, 1);
   button->setEnabled(false);
-  EXPECT_TRUE(eventuallyHears("object:state-changed:enabled 0 push button \"Play\""));
+  EXPECT_TRUE(eventuallyObserves("object:state-changed:enabled 0 push button \"Play\""));
   EXPECT_EQ(client("actions", {"Play"}), "\n");
   client("do", {"Play", "Press"}, 1);
   EXPECT_EQ(clicks->count, 1);
 }
 
-TEST_F(AssistiveClient, HearsOfAButtonThatIsCheckedAndOfOneThatExpands) {
+TEST_F(AssistiveClient, ObservesAButtonThatIsCheckedAndOneThatExpands) {
   button->setButtonType(NSButtonType::Toggle);
   const auto details = make<NSButton>(CGRect{100, 60, 80, 24});
   details->setTitle("Details");
   details->setButtonType(NSButtonType::Toggle);
   details->cell()->accessibilitySetOverrideValue(NSAccessibilityDisclosureTriangleRole, NSAccessibilityRoleAttribute);
   window->contentView()->addSubview(details);
-  client("tree");  // what it has not met reports nothing
+  client("tree");  // what no client has asked for reports nothing
   startListening();
   button->setState(NSControlStateValueOn);
-  EXPECT_TRUE(eventuallyHears("object:state-changed:checked 1 check box \"Play\"")) << testing::PrintToString(heard);
+  EXPECT_TRUE(eventuallyObserves("object:state-changed:checked 1 check box \"Play\"")) << testing::PrintToString(observed);
   button->setState(NSControlStateValueOff);
-  EXPECT_TRUE(eventuallyHears("object:state-changed:checked 0 check box \"Play\"")) << testing::PrintToString(heard);
+  EXPECT_TRUE(eventuallyObserves("object:state-changed:checked 0 check box \"Play\"")) << testing::PrintToString(observed);
   details->setState(NSControlStateValueOn);
-  EXPECT_TRUE(eventuallyHears("object:state-changed:checked 1 push button \"Details\"")) << testing::PrintToString(heard);
+  EXPECT_TRUE(eventuallyObserves("object:state-changed:checked 1 push button \"Details\""))
+      << testing::PrintToString(observed);
   const std::string tree = client("tree");
   EXPECT_NE(tree.find("push button \"Details\" checked expanded focusable\n"), tree.npos) << tree;
 }
 
-// Writes down every notification.
+// Records every notification.
 class LinkListener : public TessalunaUIKit::LinkTextFieldActionTarget, public TessalunaUIKit::ClickableLabelTarget {
  public:
   void linkClicked(std::size_t element, TessalunaUIKit::MultipleLinksTextField&) override {
@@ -203,7 +204,7 @@ class LinkListener : public TessalunaUIKit::LinkTextFieldActionTarget, public Te
   std::vector<std::string> clicked;
 };
 
-TEST_F(AssistiveClient, PressesTheLinksOfALineAlsoThoseThatAreCutOffAndThoseOfAText) {
+TEST_F(AssistiveClient, PressesTheLinksOfALineEvenIfCutOffAndTheLinksOfAText) {
   const auto listening = std::make_shared<LinkListener>();
   const auto artists = make<TessalunaUIKit::MultipleLinksTextField>(CGRect{10, 60, 90, 20});
   artists->setLinksEnabled(true);

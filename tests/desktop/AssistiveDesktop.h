@@ -24,17 +24,17 @@ class AssistiveDesktop : public QtDesktop {
 
   void startListening() {
     listener.start("/usr/bin/python3", assistiveArguments("listen", {}));
-    EXPECT_TRUE(eventuallyHears("listening"));
+    EXPECT_TRUE(eventuallyObserves("listening"));
   }
-  bool eventuallyHears(const std::string& line) {
+  bool eventuallyObserves(const std::string& line) {
     return eventually([&] {
-      while (listener.canReadLine()) heard.push_back(listener.readLine().trimmed().toStdString());
-      return std::find(heard.begin(), heard.end(), line) != heard.end();
+      while (listener.canReadLine()) observed.push_back(listener.readLine().trimmed().toStdString());
+      return std::find(observed.begin(), observed.end(), line) != observed.end();
     });
   }
 
   QProcess listener;
-  std::vector<std::string> heard;
+  std::vector<std::string> observed;
 };
 
 }  // namespace harness

@@ -1,4 +1,4 @@
-// A client of the accessibility bus in a process of its own (assistiveClient.py), as a test plays it.
+// Runs a client of the accessibility bus in a process of its own (assistiveClient.py).
 #pragma once
 
 #include <QCoreApplication>
@@ -14,7 +14,7 @@
 
 namespace harness {
 
-// Handles events meanwhile, as the process asks this one. False if it takes two minutes: a page is hundreds of questions.
+// Handles events while it waits, because the process queries this one. False after two minutes: a page takes hundreds of queries.
 inline bool waitForEnd(QProcess& process) {
   QElapsedTimer timer;
   timer.start();
@@ -25,7 +25,7 @@ inline bool waitForEnd(QProcess& process) {
   return process.state() == QProcess::NotRunning;
 }
 
-// For a command that the script names.
+// The arguments for one of the script's commands.
 inline QStringList assistiveArguments(const QString& command, const QStringList& rest) {
   const std::string script = sourceFolder() + "/tests/desktop/assistiveClient.py";
   return QStringList{QString::fromStdString(script), command, QCoreApplication::applicationName()} + rest;

@@ -1,4 +1,4 @@
-// The gallery's covers under a real pointer and keyboard, with a window manager that gives the key status away.
+// The gallery's covers under a real pointer and keyboard, with a window manager that assigns the keyboard focus.
 #include <QHBoxLayout>
 #include <QScreen>
 #include <QWindow>
@@ -44,7 +44,7 @@ class CoverArtPointer : public harness::QtDesktop {
       if (host_->covers()[i].name == name) return i;
     return 0;
   }
-  // Where neither the window nor a panel has the keyboard, the window manager is still giving it to one of them.
+  // While neither the window nor a panel has the keyboard, the window manager is still assigning it to one of them.
   void click(QPoint place) {
     EXPECT_TRUE(eventually([&] { return window_.isActiveWindow() || panel(); }));
     xdotool({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1"});
@@ -58,7 +58,7 @@ class CoverArtPointer : public harness::QtDesktop {
   bool opens() {
     return eventually([] { return panel() && panel()->isKeyWindow(); });
   }
-  // And a while after: a press that follows sooner is taken for the one that closed the panel.
+  // Waits a little longer: a press that comes sooner counts as the one that closed the panel.
   bool closes() {
     if (!eventually([] { return !panel(); })) return false;
     QElapsedTimer since;
@@ -114,10 +114,10 @@ TEST_F(CoverArtPointer, AClickInTheCoverOrEscapeClosesItWhereTheHostWantsThat) {
   ASSERT_TRUE(opens());
   xdotool({"key", "Escape"});
   EXPECT_TRUE(closes());
-  EXPECT_TRUE(eventually([&] { return window_.isActiveWindow(); })) << "the keys are back in the window";
+  EXPECT_TRUE(eventually([&] { return window_.isActiveWindow(); })) << "the window has the keyboard again";
 }
 
-// Beside a cover that is smaller than its thumbnail there is something of that to click.
+// A cover that is smaller than its thumbnail leaves part of the thumbnail to click.
 TEST_F(CoverArtPointer, AnotherClickOnTheThumbnailOfATinyCoverClosesIt) {
   host_->setClosesByClickAndEscape(true);
   clickThumbnail("tiny");
@@ -132,7 +132,7 @@ TEST_F(CoverArtPointer, AnotherClickOnTheThumbnailOfATinyCoverClosesIt) {
   EXPECT_TRUE(opens());
 }
 
-// However many steps on its way are seen.
+// However many steps of the animation are seen.
 TEST_F(CoverArtPointer, AnImageThatChangesMovesTheOpenPanelWithoutAJump) {
   clickThumbnail("changing");
   ASSERT_TRUE(opens());
@@ -143,7 +143,7 @@ TEST_F(CoverArtPointer, AnImageThatChangesMovesTheOpenPanelWithoutAJump) {
   EXPECT_TRUE(eventually([&] {
     const CGSize size = moving->frame().size;
     if (size.width != widths.back()) widths.push_back(size.width);
-    // It has the image's form at the end only.
+    // Only at the end does it have the image's form.
     return std::abs(size.height * pixels->pixelsWide() - size.width * pixels->pixelsHigh()) < pixels->pixelsHigh();
   })) << testing::PrintToString(widths);
   EXPECT_GE(widths.size(), 2u);
@@ -167,7 +167,7 @@ TEST_F(CoverArtPointer, EscapeClosesACoverThatMovesAndAClickOpensItAgain) {
   EXPECT_TRUE(eventually([&] { return window_.isActiveWindow(); }));
 }
 
-TEST_F(CoverArtPointer, AWindowThatClosesTakesAnEnlargedCoverAlong) {
+TEST_F(CoverArtPointer, ClosingTheWindowClosesAnEnlargedCover) {
   clickThumbnail("square");
   ASSERT_TRUE(opens());
   window_.close();
@@ -180,7 +180,7 @@ TEST_F(CoverArtPointer, AWindowThatClosesTakesAnEnlargedCoverAlong) {
   EXPECT_TRUE(opens());
 }
 
-TEST_F(CoverArtPointer, ACoverThatGoesWhileItIsEnlargedLeavesAnEmptySquareThatTheNextImageFills) {
+TEST_F(CoverArtPointer, AnImageRemovedWhileItIsEnlargedLeavesAnEmptySquareThatTheNextImageFills) {
   clickThumbnail("changing");
   ASSERT_TRUE(opens());
   const auto& thumbnail = host_->covers()[indexOf("changing")].thumbnail;
@@ -193,7 +193,7 @@ TEST_F(CoverArtPointer, ACoverThatGoesWhileItIsEnlargedLeavesAnEmptySquareThatTh
   EXPECT_TRUE(closes());
 }
 
-TEST_F(CoverArtPointer, ACoverOfManyPixelsComesInTheBackground) {
+TEST_F(CoverArtPointer, ACoverOfManyPixelsIsDecodedInTheBackground) {
   host_->setPreparesImages(true);
   const auto& huge = host_->covers()[indexOf("huge")];
   ASSERT_TRUE(eventually([&] { return huge.thumbnail->image() && huge.thumbnail->pictureToDraw(); }));
@@ -201,7 +201,7 @@ TEST_F(CoverArtPointer, ACoverOfManyPixelsComesInTheBackground) {
   clickThumbnail("huge");
   ASSERT_TRUE(opens());
   const auto view = std::dynamic_pointer_cast<NSImageView>(panel()->contentView());
-  EXPECT_NE(view->pictureToDraw(), nullptr) << "the thumbnail's at the least";
+  EXPECT_NE(view->pictureToDraw(), nullptr) << "at least the thumbnail's";
   EXPECT_TRUE(eventually([&] { return view->pictureToDraw() != thumbnails; }));
 }
 

@@ -1,4 +1,4 @@
-// Sections that fold on a real screen: where what is below them is in each picture that another process takes meanwhile.
+// Sections that fold on a real screen: where the view below them is in each picture that another process takes meanwhile.
 #include <QProcess>
 #include <optional>
 
@@ -18,7 +18,7 @@ namespace {
 
 constexpr double headerHeight = 20, contentHeight = 160;
 
-// A green header, a red content, and the blue neighbour below; the window is white.
+// A green header, a red content, and the blue neighbor below; the window is white.
 constexpr const char* sideBar = R"({"objects": [{"id": "bar", "class": "NSView", "frame": [0, 0, 60, 300], "subviews": [
   {"id": "section", "class": "TessalunaUIKit.DisclosureView", "properties": {"translatesAutoresizingMaskIntoConstraints": false},
    "outlets": {"headerView": "header", "contentView": "content"}, "subviews": [
@@ -85,8 +85,8 @@ class FoldingFrames : public harness::QtDesktop {
     window->close();
   }
 
-  // Where the neighbour begins in the pictures that are taken from now until the animation is over and shown, from the top of the
-  // side bar, one picture after the other.
+  // Where the neighbor begins, from the top of the side bar, in each picture that is taken from now until the animation is over
+  // and shown.
   std::vector<int> placesWhile(const std::function<void()>& start, double end) {
     QProcess camera;
     const CGRect onScreen = window->convertRectToScreen({{0, 0}, {4, 300}});
@@ -98,7 +98,7 @@ class FoldingFrames : public harness::QtDesktop {
     const auto read = [&] {
       while (camera.canReadLine()) places.push_back(camera.readLine().trimmed().toInt());
     };
-    // One before, whatever the window system takes its time for.
+    // One picture before the start, however slow the window system is.
     EXPECT_TRUE(eventually([&] { return read(), !places.empty(); }));
     start();
     EXPECT_TRUE(eventually([&] { return read(), !section->isChanging(); }));
@@ -118,7 +118,7 @@ class FoldingFrames : public harness::QtDesktop {
   CGRect lastWhenFinished;
 };
 
-TEST_F(FoldingFrames, TheNeighbourMovesUpAndDownWithoutAJumpAtEitherEnd) {
+TEST_F(FoldingFrames, TheNeighborMovesUpAndDownWithoutAJumpAtEitherEnd) {
   const int open = headerHeight + contentHeight, folded = headerHeight;
   const auto up = placesWhile([&] { section->toggleDisclosure(nullptr); }, folded);
   EXPECT_EQ(up.front(), open);

@@ -1,4 +1,4 @@
-// Where the keyboard is in the gallery, to somebody who goes through it with the Tab key.
+// Where the keyboard focus is in the gallery, for somebody who goes through it with the Tab key.
 #include <QPixmap>
 #include <QPointer>
 
@@ -14,7 +14,7 @@ class GalleryFocus : public harness::QtDesktop {
 };
 
 TEST_F(GalleryFocus, WhateverTheTabKeyReachesShowsThatItHasTheKeyboard) {
-  constexpr int maxStops = 12;  // on the pages with very many, those that follow are like the first
+  constexpr int maxStops = 12;  // on the pages with very many stops, later ones are like the first
   gallery::GalleryWindow window(gallery::ActionLog::Off);
   window.show();
   window.activateWindow();

@@ -1,4 +1,4 @@
-// The pages of the gallery as a real client of the accessibility bus reads and plays them, from a process of its own.
+// The pages of the gallery as a real client of the accessibility bus reads and operates them, from a process of its own.
 #include <QAccessible>
 #include <QVBoxLayout>
 
@@ -24,7 +24,7 @@ class GalleryReading : public harness::QtDesktop {
   }
   std::string read(std::string_view page) {
     const gallery::Page* found = gallery::findPage(page);
-    return found ? read(found->make([](const std::string&) {})) : "there is no page of this name";
+    return found ? read(found->make([](const std::string&) {})) : "unknown page";
   }
   static std::string tree() { return harness::askAssistiveClient("tree"); }
   static std::string actionsOf(const QString& name) { return harness::askAssistiveClient("actions", {name}); }
@@ -33,7 +33,7 @@ class GalleryReading : public harness::QtDesktop {
     return QString::fromStdString(place).split(' ').value(2).toInt();
   }
   static void act(const QString& name, const QString& action) { harness::askAssistiveClient("do", {name, action}); }
-  // Where it is in the tree, each line at whatever depth; empty if it is there.
+  // Where it is in the tree, each line at any depth; empty if it is found.
   static std::string missing(const std::string& tree, std::initializer_list<std::string> lines) {
     std::string result;
     for (const std::string& line : lines)
@@ -89,7 +89,7 @@ TEST_F(GalleryReading, StartUp) {
                                        "progress bar \"a bar\"", "progress bar \"a wheel that turns\""}),
             "");
   act("Begin a long task", "Press");
-  // What was reported stays, however long the task takes.
+  // The report stays, however long the task takes.
   EXPECT_NE(tree().find("Task 3 begins\""), std::string::npos);
 }
 

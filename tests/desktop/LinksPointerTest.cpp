@@ -1,5 +1,5 @@
-// A line of links in the desktop's own font under a real pointer: the name that a click reports is the one that is painted there,
-// at any device scale.
+// A line of links in the desktop's own font under a real pointer: a click reports the name that is painted there, at any device
+// scale.
 #include <QWidget>
 #include <QWindow>
 #include <cmath>
@@ -44,14 +44,14 @@ class LinksPointer : public harness::QtDesktop {
   }
 
   double scale() const { return window_.devicePixelRatioF(); }
-  // To a column of device pixels of the field, half down its height.
+  // Moves it to a column of device pixels of the field, in the middle of its height.
   void movePointerTo(int column) {
     const double x = left * scale() + column, y = (top + height / 2) * scale();
     xdotool({"mousemove", QString::number(std::lround(x)), QString::number(std::lround(y))});
   }
   QImage picture() { return window_.grab().toImage(); }
 
-  // The columns in which two pictures differ, the last one excluded.
+  // The columns in which two pictures differ; end is after the last one.
   struct Columns {
     int first = 0, end = 0;
   };
@@ -66,7 +66,7 @@ class LinksPointer : public harness::QtDesktop {
     return columns;
   }
 
-  // The element that a click on the column reports; absent for none.
+  // The element that a click on the column reports; absent if it reports none.
   std::optional<std::size_t> clickOn(int column) {
     movePointerTo(column);
     target_->elements.clear();
@@ -81,14 +81,14 @@ class LinksPointer : public harness::QtDesktop {
   QWidget window_;
 };
 
-TEST_F(LinksPointer, AtBothEndsOfEachNameTheNameUnderThePointerIsTheOneThatIsReported) {
+TEST_F(LinksPointer, AClickAtEitherEndOfEachNameReportsTheNameUnderThePointer) {
   xdotool({"mousemove", "5", "5"});
   const QImage atRest = picture();
   const int point = static_cast<int>(std::ceil(scale()));
   int column = 0;
   for (std::size_t element = 0; element < field_->stringValues()->size(); ++element) {
     SCOPED_TRACE(element);
-    // Into the name from the left; what is hovered is underlined from its first letter to its last.
+    // Enters the name from the left; the hovered name is underlined from its first letter to its last.
     Columns name{};
     for (; name.end <= name.first && column < width * scale(); column += point) {
       movePointerTo(column);

@@ -1,4 +1,4 @@
-// The player's window under a real pointer and keyboard, with a window manager: gestures that lead out of the window and back.
+// The player's window under a real pointer and keyboard, with a window manager: gestures that leave the window and return.
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -32,7 +32,7 @@ class PlayerPointer : public harness::QtDesktop {
     xdotool({"mouseup", "1", "mousemove", "5", "1000"});
   }
 
-  // The middle of what a view of the window shows.
+  // The middle of the visible part of a view.
   void click(const NSView& view) {
     EXPECT_TRUE(eventually([&] { return window_.isActiveWindow() || panel(); }));
     const CGRect inWindow = view.convertRectToView(view.bounds(), nullptr);
@@ -49,7 +49,7 @@ class PlayerPointer : public harness::QtDesktop {
     const auto view = panel() ? std::dynamic_pointer_cast<NSImageView>(panel()->contentView()) : nullptr;
     return view ? view->image() : nullptr;
   }
-  // The search has the keyboard, and rows for what was typed.
+  // The search field has the keyboard, and rows for what was typed.
   void searchFor(const QString& text) {
     click(*player_->search()->field());
     ASSERT_TRUE(eventually([&] { return player_->search()->field()->currentEditor() != nullptr; }));
@@ -103,7 +103,7 @@ TEST_F(PlayerPointer, ItIsPausedAfterTheWindowBecameNarrowAndWideAgain) {
   EXPECT_TRUE(eventually([&] { return !player_->player().isPlaying(); }));
 }
 
-TEST_F(PlayerPointer, AWindowThatIsClosedTakesTheOpenPopUpAway) {
+TEST_F(PlayerPointer, ClosingTheWindowClosesTheOpenPopUp) {
   searchFor("winter");
   window_.close();
   EXPECT_TRUE(eventually([&] { return !player_->search()->popUp()->isOpen(); }));

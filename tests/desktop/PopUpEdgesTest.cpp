@@ -1,4 +1,4 @@
-// The edges of a field and its pop-up on the screen, to the device pixel, at the scale of the run: pictures of the screen.
+// The edges of a field and its pop-up in pictures of the screen, to the device pixel, at the scale of the run.
 #include <QImage>
 #include <QPixmap>
 #include <QScreen>
@@ -33,7 +33,7 @@ struct BlueView : NSView {
   }
 };
 
-// In device pixels; the right one is the first that is no longer covered. A pixel that is half covered may count or not.
+// In device pixels; the right edge is the first pixel that is no longer covered. A half-covered pixel may or may not count.
 struct Edges {
   int left = -1, right = -1;            // of the pixels that are covered by more than half
   int outerLeft = -1, outerRight = -1;  // and with those that are covered by about half
@@ -47,13 +47,13 @@ bool areShared(const Edges& a, const Edges& b) {
   return isOneOf(a.left, b.left, b.outerLeft) && isOneOf(a.right, b.right, b.outerRight);
 }
 
-// Whether the pixel shows so much of the color.
+// Whether the pixel has at least this share of the color.
 bool shows(QRgb pixel, QRgb color, double share) {
   const auto differ = [&](int x, int y) { return std::abs(x - y) > 255 * (1 - share); };
   return !differ(qRed(pixel), qRed(color)) && !differ(qGreen(pixel), qGreen(color)) && !differ(qBlue(pixel), qBlue(color));
 }
 
-// Of what shows in the color, in a row of the picture.
+// The edges of what has the color, in a row of the picture.
 Edges edgesOf(QRgb color, const QImage& picture, int y) {
   Edges edges;
   for (int x = 0; x < picture.width(); ++x) {
@@ -68,7 +68,7 @@ Edges edgesOf(QRgb color, const QImage& picture, int y) {
   }
   return edges;
 }
-// In a column, from the top: the pixels between the first color's lower end and the second one's upper end.
+// In a column, from the top: how many pixels are between the lower end of the first color and the upper end of the second.
 int gapBetween(const QImage& picture, int x, QRgb above, QRgb below) {
   int lowerEnd = -1, upperEnd = -1;
   for (int y = 0; y < picture.height(); ++y) {
@@ -93,7 +93,7 @@ class PopUpEdges : public harness::QtDesktop {
   ~PopUpEdges() override { controller_->cancelSuggestions(); }
 
   QImage picture() { return QGuiApplication::primaryScreen()->grabWindow(0).toImage(); }
-  // Once both show.
+  // Waits until both are visible.
   void expectSharedEdges(const std::string& where) {
     constexpr QRgb red = qRgb(255, 0, 0), blue = qRgb(0, 0, 255);
     Edges field, popUp;

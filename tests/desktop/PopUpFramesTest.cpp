@@ -1,4 +1,4 @@
-// What somebody else sees of a pop-up that comes, grows and goes: pictures of the screen that another process takes.
+// What is visible of a pop-up that opens, grows and closes: another process takes pictures of the screen.
 #include <QProcess>
 #include <map>
 
@@ -12,7 +12,7 @@ namespace {
 
 class PopUpFrames : public harness::QtDesktop {};
 
-TEST_F(PopUpFrames, NoneShowsAnythingButThePopUpOrWhatIsBehind) {
+TEST_F(PopUpFrames, EachShowsOnlyThePopUpOrWhatIsBehindIt) {
   const auto window = make<NSWindow>(CGRect{100, 300, 400, 300}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
   window->setBackgroundColor(NSColor::greenColor());
   window->makeKeyAndOrderFront(nullptr);

@@ -1,4 +1,4 @@
-// A completion pop-up that opens where the pointer happens to rest.
+// A completion pop-up that opens under a resting pointer.
 
 #include "tests/desktop/QtDesktop.h"
 #include "tests/harness/AccessiblePlayer.h"
@@ -15,7 +15,7 @@ class PopUpUnderPointer : public harness::QtDesktop, protected harness::Accessib
     settle();
   }
 
-  // A place in the middle of a row of 20 points, as if the pop-up were open already.
+  // A place in the middle of a row of 20 points, as if the pop-up were already open.
   void movePointerToRow(int row, int right = 0) {
     const QPoint corner = of(field->cell())->rect().bottomLeft() + QPoint(30 + right, 1 + 2 + 20 * row + 10);
     xdotool({"mousemove", QString::number(corner.x()), QString::number(corner.y())});
@@ -41,7 +41,7 @@ TEST_F(PopUpUnderPointer, AStillPointerSelectsNothingUntilItMoves) {
   EXPECT_TRUE(eventually([&] { return selected() == "c"; })) << selected();
 }
 
-TEST_F(PopUpUnderPointer, APointerThatComesInSelectsAtOnce) {
+TEST_F(PopUpUnderPointer, APointerThatEntersSelectsAtOnce) {
   movePointerToRow(10);
   begin({"a", "b", "c"});
   ASSERT_TRUE(eventually([&] { return qWindowOf(*controller->window()).isExposed(); }));

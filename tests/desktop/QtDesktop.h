@@ -1,4 +1,4 @@
-// A Qt backend with its application, for one test, and waiting for what comes through the window system.
+// A Qt backend with its application, for one test, with functions that wait for the window system.
 #pragma once
 
 #include <QApplication>
@@ -18,7 +18,7 @@ class QtDesktop : public testing::Test {
   QtDesktop() { tessaluna::platform::NSApplication::sharedApplication(); }
   ~QtDesktop() override { tessaluna::platform::NSApp = nullptr; }
 
-  // Whether the condition comes true while events are handled, within half a minute.
+  // Handles events until the condition is true; false after half a minute.
   template <class Condition>
   static bool eventually(Condition condition) {
     QElapsedTimer timer;
@@ -30,7 +30,7 @@ class QtDesktop : public testing::Test {
     }
     return true;
   }
-  // Lets everything happen that is under way.
+  // Handles events for long enough that everything under way has happened.
   static void settle() {
     for (int i = 0; i < 20; ++i) {
       QApplication::processEvents();
@@ -38,7 +38,7 @@ class QtDesktop : public testing::Test {
     }
   }
 
-  // The hands of a user: has the X server move, press and type. When it returns all has been sent, and most has arrived.
+  // The hands of a user: makes the X server move, press and type. When it returns, all events are sent and most have arrived.
   static void xdotool(const QStringList& arguments) {
     QProcess hands;
     hands.start("xdotool", arguments);

@@ -1,4 +1,4 @@
-// Pop-up buttons, tabs and ratings under the X server's pointer and keyboard, played by xdotool.
+// Pop-up buttons, tabs and ratings under the X server's pointer and keyboard, which xdotool operates.
 #include <QMenu>
 
 #include "tessaluna/platform/views/NSLevelIndicator.h"
@@ -39,7 +39,7 @@ class RealCells : public harness::QtDesktop {
   }
   ~RealCells() override { window_->close(); }
 
-  // To a place of the control, from its upper left corner.
+  // Moves it to a place in the control, from its upper left corner.
   void movePointerTo(const NSView& view, CGFloat x, CGFloat y) {
     const CGPoint point = window_->convertPointToScreen(view.convertPointToView({x, y}, nullptr));
     movePointerOnScreen(
@@ -114,7 +114,7 @@ TEST_F(RealCells, ADisabledItemAndASeparatorCannotBeChosenAndEscapeClosesTheMenu
   EXPECT_FALSE(popUp->isHighlighted());
 }
 
-TEST_F(RealCells, KeysOpenWalkTypeAndChoose) {
+TEST_F(RealCells, KeysOpenMoveTypeAndChoose) {
   ASSERT_TRUE(isReady);
   popUp->window()->makeFirstResponder(popUp.get());
   xdotool({"key", "space"});
@@ -123,11 +123,11 @@ TEST_F(RealCells, KeysOpenWalkTypeAndChoose) {
   EXPECT_TRUE(isChosen("Artists", 1)) << popUp->titleOfSelectedItem();
   xdotool({"key", "Down"});
   ASSERT_TRUE(opens());
-  xdotool({"key", "Down", "Return"});  // over the separator and what is disabled
+  xdotool({"key", "Down", "Return"});  // past the separator and the disabled item
   EXPECT_TRUE(isChosen("Labels", 2)) << popUp->titleOfSelectedItem();
 }
 
-TEST_F(RealCells, TypingGoesToTheItemThatBeginsSo) {
+TEST_F(RealCells, TypingSelectsTheItemThatBeginsWithIt) {
   ASSERT_TRUE(isReady);
   popUp->window()->makeFirstResponder(popUp.get());
   xdotool({"key", "space"});
@@ -138,7 +138,7 @@ TEST_F(RealCells, TypingGoesToTheItemThatBeginsSo) {
   xdotool({"type", "ar"});
   EXPECT_TRUE(isAt("Artists"));
   QThread::msleep(static_cast<unsigned long>(QApplication::keyboardInputInterval()) + 100);
-  xdotool({"type", "g"});  // what is disabled is not found
+  xdotool({"type", "g"});  // a disabled item is not found
   xdotool({"type", "x"});
   EXPECT_TRUE(isAt("Artists"));
   QThread::msleep(static_cast<unsigned long>(QApplication::keyboardInputInterval()) + 100);

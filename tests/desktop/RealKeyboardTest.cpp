@@ -1,4 +1,4 @@
-// A text field under a real keyboard: the X server's, played by xdotool.
+// A text field under a real keyboard: the X server's, which xdotool operates.
 #include <QClipboard>
 #include <QFile>
 #include <QTemporaryDir>
@@ -12,7 +12,7 @@ using namespace tessaluna::platform;
 
 namespace {
 
-// Known to Qt before the program's first key: what a dead key makes of the next letter, whatever the machine's locale.
+// Qt must know before the program's first key what a dead key makes of the next letter, whatever the machine's locale.
 const bool hasComposeFile = [] {
   static const QTemporaryDir folder;
   QFile file(folder.filePath("Compose"));

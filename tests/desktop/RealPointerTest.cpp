@@ -1,4 +1,4 @@
-// The small controls under a real pointer: the X server's, moved and pressed by xdotool.
+// The small controls under a real pointer: the X server's, which xdotool moves and presses.
 #include <QWidget>
 
 #include "tessaluna/backends/qt/QtViewWidget.h"
@@ -65,7 +65,7 @@ TEST_F(RealPointer, PrevNextButtonFollowsPressDragOutBackAndRelease) { pressDrag
 
 TEST_F(RealPointer, CloseButtonFollowsPressDragOutBackAndRelease) { pressDragOutAndBackAndRelease<CloseButton>(); }
 
-TEST_F(RealPointer, ReleaseOutsideTellsNobody) {
+TEST_F(RealPointer, ReleaseOutsideNotifiesNobody) {
   const auto clicks = make<harness::ClickCount>();
   const auto button = showButton<CloseButton>(clicks);
   movePointerTo(70, 80);
@@ -77,7 +77,7 @@ TEST_F(RealPointer, ReleaseOutsideTellsNobody) {
   EXPECT_EQ(clicks->count, 0);
 }
 
-TEST_F(RealPointer, PlaybackStatusIconTakesAPressWithoutHarm) {
+TEST_F(RealPointer, PressingThePlaybackStatusIconIsHarmless) {
   const auto icon = make<PlaybackStatusIcon>(CGRect{0, 0, 40, 40});
   show(icon, {50, 60});
   movePointerTo(70, 80);
@@ -88,7 +88,7 @@ TEST_F(RealPointer, PlaybackStatusIconTakesAPressWithoutHarm) {
   EXPECT_NE(icon->window(), nullptr);
 }
 
-TEST_F(RealPointer, AButtonThatGoesWhilePressedIsHarmless) {
+TEST_F(RealPointer, AButtonDestroyedWhilePressedIsHarmless) {
   const auto clicks = make<harness::ClickCount>();
   auto button = showButton<CloseButton>(clicks);
   movePointerTo(70, 80);
@@ -102,7 +102,7 @@ TEST_F(RealPointer, AButtonThatGoesWhilePressedIsHarmless) {
   EXPECT_EQ(clicks->count, 0);
 }
 
-// Takes drags, and lets them move its window where that may be moved so.
+// Accepts drags, and lets them move its window if that can be moved by its background.
 class DraggedView : public NSView {
  public:
   using NSView::NSView;

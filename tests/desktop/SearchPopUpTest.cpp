@@ -26,7 +26,7 @@ class SearchPopUp : public harness::QtDesktop {
     search_->setOnSearch([this](const std::string& text) { reports_.push_back("search " + text); });
     field_ = new tessaluna::backend::qt::QtViewWidget(search_, &window_);
     field_->setGeometry(fieldLeft, fieldTop, 360, 26);
-    // Where no pop-up will be.
+    // A place where no pop-up will open.
     xdotool({"mousemove", "5", "5"});
     window_.setGeometry(200, 150, 500, 200);
     window_.show();
@@ -58,7 +58,7 @@ class SearchPopUp : public harness::QtDesktop {
     const auto suggestion = search_->popUp()->selectedSuggestion();
     return suggestion ? suggestion->label : "none";
   }
-  // On the screen as Qt counts: from its upper left corner.
+  // On the screen as Qt counts, from the upper left corner.
   QPoint middleOfRow(std::size_t index) {
     const Ref<NSWindow> popUp = search_->popUp()->window();
     const auto views = dynamic_cast<NSScrollView&>(*popUp->contentView()).documentView()->subviews();
@@ -91,7 +91,7 @@ TEST_F(SearchPopUp, OpensTwoPointsBelowItsField) {
   EXPECT_EQ(upperLeftOfPopUp(), field_->mapToGlobal(QPoint(0, 26 + 2)));
 }
 
-TEST_F(SearchPopUp, ArrowsChooseAndReturnTakes) {
+TEST_F(SearchPopUp, ArrowsSelectAndReturnPicks) {
   type("silver");
   ASSERT_TRUE(comesToBe("silver"));
   press("Down");
@@ -106,7 +106,7 @@ TEST_F(SearchPopUp, ArrowsChooseAndReturnTakes) {
   EXPECT_TRUE(comesToBe("q"));
 }
 
-TEST_F(SearchPopUp, ThePointerChangesNothingOfWhatIsTyped) {
+TEST_F(SearchPopUp, ThePointerDoesNotChangeWhatIsTyped) {
   type("s");
   ASSERT_TRUE(eventually([&] { return isOpen(); }));
   const QPoint place = middleOfRow(2);
@@ -115,7 +115,7 @@ TEST_F(SearchPopUp, ThePointerChangesNothingOfWhatIsTyped) {
   moveTo(place);
   type("silver");
   EXPECT_TRUE(comesToBe("silver")) << text();
-  // The first move counts, for the row only.
+  // The first move selects the row and changes nothing else.
   moveTo(middleOfRow(2) + QPoint(6, 0));
   EXPECT_TRUE(eventually([&] { return selected() != "none"; }));
   type(" t");
@@ -124,7 +124,7 @@ TEST_F(SearchPopUp, ThePointerChangesNothingOfWhatIsTyped) {
   EXPECT_TRUE(eventually([&] { return reports_ == std::vector<std::string>{"search silver t"}; }));
 }
 
-TEST_F(SearchPopUp, AClickOnARowTakesIt) {
+TEST_F(SearchPopUp, AClickOnARowPicksIt) {
   type("silver");
   ASSERT_TRUE(comesToBe("silver"));
   moveTo(middleOfRow(3));
@@ -135,7 +135,7 @@ TEST_F(SearchPopUp, AClickOnARowTakesIt) {
   EXPECT_EQ(reports_, std::vector<std::string>{"pick " + pointedAt});
 }
 
-TEST_F(SearchPopUp, AfterTheWheelAClickTakesTheRowUnderThePointer) {
+TEST_F(SearchPopUp, AfterTheWheelAClickPicksTheRowUnderThePointer) {
   type("s");
   ASSERT_TRUE(eventually([&] { return isOpen(); }));
   moveTo(middleOfRow(4));
@@ -172,10 +172,10 @@ TEST_F(SearchPopUp, TheClearButtonEmptiesTheFieldWithOneClick) {
   EXPECT_TRUE(comesToBe(""));
   EXPECT_FALSE(isOpen());
   type("q");
-  EXPECT_TRUE(comesToBe("q")) << "the keys stay in the field";
+  EXPECT_TRUE(comesToBe("q")) << "the field keeps the keyboard";
 }
 
-TEST_F(SearchPopUp, TheActionOfAClickMayTakeTheFieldAway) {
+TEST_F(SearchPopUp, TheActionOfAClickMayRemoveTheField) {
   search_->setOnPick([this](const SearchRow& row) {
     reports_.push_back("pick " + row.title);
     delete std::exchange(field_, nullptr);
@@ -188,7 +188,7 @@ TEST_F(SearchPopUp, TheActionOfAClickMayTakeTheFieldAway) {
   EXPECT_FALSE(isOpen());
 }
 
-TEST_F(SearchPopUp, ClosingTheWindowTakesThePopUpAlong) {
+TEST_F(SearchPopUp, ClosingTheWindowClosesThePopUp) {
   type("silver");
   ASSERT_TRUE(eventually([&] { return isOpen(); }));
   moveTo(middleOfRow(1));
@@ -196,7 +196,7 @@ TEST_F(SearchPopUp, ClosingTheWindowTakesThePopUpAlong) {
   EXPECT_TRUE(eventually([&] { return !isOpen(); }));
 }
 
-TEST_F(SearchPopUp, HidingTheFieldUnderThePointerEndsThePopUp) {
+TEST_F(SearchPopUp, HidingTheFieldUnderThePointerClosesThePopUp) {
   type("silver");
   ASSERT_TRUE(eventually([&] { return isOpen(); }));
   moveTo(middleOfRow(1));
@@ -213,7 +213,7 @@ TEST_F(SearchPopUp, AClickElsewhereOnlyClosesIt) {
   EXPECT_TRUE(reports_.empty());
 }
 
-TEST_F(SearchPopUp, AnotherWindowThatTakesTheKeysEndsIt) {
+TEST_F(SearchPopUp, AnotherWindowThatTakesTheKeyboardClosesIt) {
   type("silver");
   ASSERT_TRUE(eventually([&] { return isOpen(); }));
   QWidget other;

@@ -19,7 +19,7 @@ namespace {
 
 constexpr CGFloat headerHeight = 28;
 
-// Sees a key that does nothing. What was sent before it has arrived by then.
+// Observes a key that does nothing. Everything sent before it has arrived by then.
 class KeyWitness : public QObject {
  public:
   KeyWitness() { qApp->installEventFilter(this); }
@@ -51,7 +51,7 @@ class SectionsPointer : public harness::QtDesktop {
     NSLayoutConstraint::setConflictHandler(nullptr);
     xdotool({"mouseup", "1", "mousemove", "5", "1000"});
   }
-  // From top to bottom: library, up next, what is later within it, about, notes.
+  // From top to bottom: library, up next, later (which is within up next), about, notes.
   enum Section : std::size_t { Library, UpNext, Later, About, Notes };
   void collect(const NSView& view) {
     for (const Ref<NSView>& subview : view.subviews()) {
@@ -76,7 +76,7 @@ class SectionsPointer : public harness::QtDesktop {
       return std::none_of(sections_.begin(), sections_.end(), [](const auto& section) { return section->isChanging(); });
     });
   }
-  // Each section is as high as its header or as all that is in it, and begins where the one above it ends.
+  // Each section is as high as its header or as its whole content with the header, and begins where the one above it ends.
   void expectWhole() {
     settle();
     for (const Ref<DisclosureView>& section : sections_) {
@@ -111,7 +111,7 @@ TEST_F(SectionsPointer, TheButtonShowsUnderThePointerAndItsClickFoldsAndOpens) {
 
 TEST_F(SectionsPointer, TheKeyboardFoldsAndOpensWithoutAPointer) {
   window_.setFocus();
-  // Tab leads to the selected item, Down twice from there to the next heading.
+  // Tab goes to the selected item, and Down twice from there to the next heading.
   xdotool({"key", "Tab", "key", "Down", "key", "Down", "key", "space"});
   ASSERT_TRUE(eventually([&] { return !sections_[UpNext]->isDisclosed(); }));
   ASSERT_TRUE(areAllAtRest());
@@ -120,8 +120,9 @@ TEST_F(SectionsPointer, TheKeyboardFoldsAndOpensWithoutAPointer) {
   ASSERT_TRUE(areAllAtRest());
 }
 
-// Pressed while it moves, within one that moves, made wider and narrower meanwhile, and with texts that grow.
-TEST_F(SectionsPointer, WhateverIsDoneMeanwhileEverySectionIsWholeInTheEnd) {
+// Sections are clicked while they move and while the section around them moves, the window becomes wider and narrower, and texts
+// grow.
+TEST_F(SectionsPointer, WhateverHappensMeanwhileEverySectionIsWholeInTheEnd) {
   for (int round = 0; round < 3; ++round) {
     moveTo(placeOf(*sections_[UpNext]->headerView()));
     moveTo(placeOf(*sections_[UpNext]->headerView()->disclosureButton()));

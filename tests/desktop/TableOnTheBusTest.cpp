@@ -1,4 +1,4 @@
-// A long table of tracks as a client of the accessibility bus meets it.
+// A long table of tracks as a client of the accessibility bus finds it.
 #include <QWidget>
 
 #include "gallery/tracks/TrackLibrary.h"
@@ -23,10 +23,11 @@ class TableOnTheBus : public harness::AssistiveDesktop {
   }
   NSTableView& table() { return *view->table(); }
   std::string nameOf(std::size_t row) { return view->tableViewNameOfRow(table(), row); }
-  std::ptrdiff_t timesHeard(const std::string& part) const {
-    return std::count_if(heard.begin(), heard.end(), [&](const std::string& line) { return line.find(part) != line.npos; });
+  std::ptrdiff_t timesObserved(const std::string& part) const {
+    return std::count_if(observed.begin(), observed.end(),
+                         [&](const std::string& line) { return line.find(part) != line.npos; });
   }
-  // Without the focus, which comes with the window's when its manager gives it that.
+  // Without the focus, which depends on when the window manager gives the window the keyboard.
   std::string row(std::size_t number) {
     const QString said = QString::fromStdString(client("row", {"Tracks", QString::number(number)}));
     return QString(said).remove(" focused").toStdString();
@@ -55,7 +56,7 @@ TEST_F(TableOnTheBus, ARowFarBelowIsThereWithItsNamePlaceAndActions) {
 }
 
 TEST_F(TableOnTheBus, ASelectionMovedByAKeyIsOneFocusAndTwoStates) {
-  // A window manager may overlook a wish that comes while it is busy with the window.
+  // A window manager may overlook a request that arrives while it is busy with the window.
   ASSERT_TRUE(eventually([&] {
     window.activateWindow();
     return window.isActiveWindow();
@@ -66,28 +67,28 @@ TEST_F(TableOnTheBus, ASelectionMovedByAKeyIsOneFocusAndTwoStates) {
   row(1), row(2);
   startListening();
   settle();
-  heard.clear();
+  observed.clear();
   xdotool({"key", "Down"});
-  ASSERT_TRUE(eventuallyHears("object:state-changed:focused 1 table row \"" + nameOf(2) + "\""));
-  ASSERT_TRUE(eventuallyHears("object:state-changed:selected 1 table row \"" + nameOf(2) + "\""));
-  EXPECT_TRUE(eventuallyHears("object:state-changed:selected 0 table row \"" + nameOf(1) + "\""));
-  EXPECT_EQ(timesHeard("state-changed:focused 1 table row"), 1);
-  EXPECT_EQ(timesHeard("state-changed:selected"), 2);
+  ASSERT_TRUE(eventuallyObserves("object:state-changed:focused 1 table row \"" + nameOf(2) + "\""));
+  ASSERT_TRUE(eventuallyObserves("object:state-changed:selected 1 table row \"" + nameOf(2) + "\""));
+  EXPECT_TRUE(eventuallyObserves("object:state-changed:selected 0 table row \"" + nameOf(1) + "\""));
+  EXPECT_EQ(timesObserved("state-changed:focused 1 table row"), 1);
+  EXPECT_EQ(timesObserved("state-changed:selected"), 2);
 }
 
-TEST_F(TableOnTheBus, AScrollIsHeardByNobody) {
+TEST_F(TableOnTheBus, AScrollNotifiesNobody) {
   for (const std::size_t met : {0, 1, 2, 3}) row(met);
   startListening();
   settle();
-  heard.clear();
+  observed.clear();
   for (CGFloat y = 0; y < 20000; y += 430) {
     view->scrollView()->contentView()->scrollToPoint({0, y});
     settle();
   }
-  // What comes after it has an end: the last thing to be heard.
+  // A change after the scroll marks the end of what is observed.
   library->toggleFavorite(0);
-  EXPECT_TRUE(eventuallyHears("object:property-change:accessible-name 0 table row \"" + nameOf(0) + "\""));
-  EXPECT_EQ(timesHeard("table"), 1) << "of the table and its rows";
+  EXPECT_TRUE(eventuallyObserves("object:property-change:accessible-name 0 table row \"" + nameOf(0) + "\""));
+  EXPECT_EQ(timesObserved("table"), 1) << "of the table and its rows";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The gallery's track list under a real pointer: the X server's, moved, pressed and wheeled by xdotool.
+// The gallery's track list under a real pointer: the X server's, which xdotool moves and presses and whose wheel it turns.
 #include <QWidget>
 #include <QWindow>
 
@@ -26,7 +26,7 @@ class TrackListPointer : public harness::QtDesktop {
   }
   ~TrackListPointer() override { xdotool({"mouseup", "1", "mousemove", "5", "5"}); }
 
-  // Where no window manager moves it or takes part in its clicks.
+  // No window manager moves it or intercepts its clicks.
   void showAlone() {
     window_.setWindowFlags(Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint);
     show(window_, {left, top, width, height});
@@ -39,7 +39,7 @@ class TrackListPointer : public harness::QtDesktop {
     settle();
   }
 
-  // To a place of the list's window, counted from its lower left corner as the views do.
+  // Moves it to a place in the list's window, counted from the lower left corner as views count.
   void movePointerTo(CGPoint place) {
     const QPoint onScreen = window_.mapToGlobal(QPoint(int(place.x), height - int(place.y)));
     xdotool({"mousemove", QString::number(onScreen.x()), QString::number(onScreen.y())});
@@ -48,7 +48,7 @@ class TrackListPointer : public harness::QtDesktop {
     const CGRect rect = view.convertRectToView(view.bounds(), nullptr);
     movePointerTo({CGRectGetMidX(rect), CGRectGetMidY(rect)});
   }
-  // On its title, beside all controls.
+  // On its title, where no control is.
   void movePointerToRow(std::size_t row) {
     movePointerTo(table().convertPointToView({200, CGRectGetMidY(table().rectOfRow(row))}, nullptr));
   }
@@ -96,7 +96,7 @@ TEST_F(TrackListPointer, PressDragOutAndBackAndReleaseOnAControlCountsOnce) {
   EXPECT_FALSE(playOf(1).isPressed());
 }
 
-TEST_F(TrackListPointer, AReleaseOutsideTheControlTellsNobody) {
+TEST_F(TrackListPointer, AReleaseOutsideTheControlNotifiesNobody) {
   showAlone();
   movePointerTo(favoriteOf(1));
   xdotool({"mousedown", "1"});
@@ -118,14 +118,14 @@ TEST_F(TrackListPointer, TheHeartTogglesWithEachClick) {
   EXPECT_TRUE(eventually([&] { return favoriteOf(2).isFavorite() == was; }));
 }
 
-TEST_F(TrackListPointer, AfterTheWheelTheRowThatCameUnderThePointerShowsItsControls) {
+TEST_F(TrackListPointer, AfterTheWheelTheRowThatIsNowUnderThePointerShowsItsControls) {
   showAlone();
   movePointerToRow(3);
   ASSERT_TRUE(eventually([&] { return isHovered(3); }));
   wheelDown();
   EXPECT_TRUE(eventually([&] { return scrolledBy() > 0; }));
   const auto under = [&] { return std::size_t((trackRowHeight * 3.5 + scrolledBy()) / trackRowHeight); };
-  EXPECT_TRUE(eventually([&] { return isHovered(under()) && !isHovered(3); })) << "the pointer stands still";
+  EXPECT_TRUE(eventually([&] { return isHovered(under()) && !isHovered(3); })) << "the pointer is at rest";
   EXPECT_GT(under(), 3u);
 }
 
@@ -145,7 +145,7 @@ TEST_F(TrackListPointer, OnAScrolledListAClickPlaysTheRowUnderThePointer) {
   EXPECT_TRUE(playOf(row).isPlaying());
 }
 
-TEST_F(TrackListPointer, AClickAfterTheWheelIsForTheRowThatCameUnderThePointer) {
+TEST_F(TrackListPointer, AClickAfterTheWheelIsForTheRowThatIsNowUnderThePointer) {
   showAlone();
   movePointerTo(playOf(3));
   ASSERT_TRUE(eventually([&] { return isHovered(3); }));
@@ -174,14 +174,14 @@ TEST_F(TrackListPointer, TheListHoversAndTakesClicksInAWindowThatIsNotActive) {
   EXPECT_EQ(reports_, Reports{"playing " + tracks_[2].title});
 }
 
-// Whole gestures in odd orders.
+// Whole gestures in unusual orders.
 
 TEST_F(TrackListPointer, ARowRemovedFromItsMenuIsFollowedByTheNextUnderThePointer) {
   showAlone();
   movePointerTo(playOf(2));
   ASSERT_TRUE(eventually([&] { return isHovered(2); }));
   library_->remove(2);
-  ASSERT_TRUE(eventually([&] { return isHovered(2); })) << "the row that came there";
+  ASSERT_TRUE(eventually([&] { return isHovered(2); })) << "the row that is there now";
   xdotool({"click", "1"});
   EXPECT_TRUE(eventually([&] { return !reports_.empty(); }));
   EXPECT_EQ(reports_, Reports{"playing " + tracks_[3].title});
@@ -200,7 +200,7 @@ TEST_F(TrackListPointer, ARowRemovedUnderAPressIsNotPlayed) {
   EXPECT_FALSE(playOf(2).isPressed());
 }
 
-TEST_F(TrackListPointer, ADragSelectsRowsAlsoWhileTheListIsSorted) {
+TEST_F(TrackListPointer, ADragSelectsRowsEvenWhileTheListIsSorted) {
   showAlone();
   movePointerToRow(1);
   xdotool({"mousedown", "1"});
@@ -217,7 +217,7 @@ TEST_F(TrackListPointer, ADragSelectsRowsAlsoWhileTheListIsSorted) {
   }
 }
 
-TEST_F(TrackListPointer, AListThatIsHiddenOrResizedToNothingUnderThePointerTakesNoClick) {
+TEST_F(TrackListPointer, AListThatIsHiddenOrShrunkToNothingUnderThePointerTakesNoClick) {
   showAlone();
   movePointerTo(playOf(2));
   ASSERT_TRUE(eventually([&] { return isHovered(2); }));

@@ -1,4 +1,4 @@
-// The gallery's transport bar under a real pointer and keyboard: those of the X server, moved by xdotool.
+// The gallery's transport bar under a real pointer and keyboard: the X server's, which xdotool operates.
 #include <QLineEdit>
 #include <QWidget>
 #include <QWindow>
@@ -16,7 +16,7 @@ using gallery::TransportHost;
 
 namespace {
 
-// About two points for each second of the song.
+// About two points per second of the song.
 constexpr int barWidth = 1000, barHeight = 52;
 constexpr double songSeconds = 320;
 
@@ -41,12 +41,12 @@ class TransportPointer : public harness::QtDesktop {
     settle();
   }
 
-  // Of the bar, from its upper left corner.
+  // In the bar, from its upper left corner.
   void movePointerTo(int x, int y) {
     const QPoint place = bar_.mapToGlobal(QPoint(x, y));
     xdotool({"mousemove", QString::number(place.x()), QString::number(place.y())});
   }
-  // Where the knob has its middle at the time.
+  // Where the middle of the knob is at that time.
   int xOfTime(double seconds) const {
     const CGRect slider = host_.bar()->slider()->frame();
     return int(slider.origin.x + 1.5 + (slider.size.width - 3) * seconds / songSeconds);
@@ -77,7 +77,7 @@ class TransportPointer : public harness::QtDesktop {
 
 }  // namespace
 
-TEST_F(TransportPointer, TheKnobIsDraggedAndTheSeekComesWithTheRelease) {
+TEST_F(TransportPointer, DraggingTheKnobSeeksAtTheRelease) {
   movePointerToTime(100);
   xdotool({"mousedown", "1"});
   EXPECT_TRUE(eventually([&] { return std::abs(position() - 100) < 2; }));
@@ -100,7 +100,7 @@ TEST_F(TransportPointer, AClickOnTheSliderLeavesTheKeyboardInTheField) {
   EXPECT_TRUE(eventually([&] { return field_.text() == "a"; }));
 }
 
-TEST_F(TransportPointer, TabLeadsToTheSliderAndItsKeysSeek) {
+TEST_F(TransportPointer, TabReachesTheSliderAndItsKeysSeek) {
   movePointerToTime(200);
   xdotool({"click", "1"});
   EXPECT_TRUE(isReported("seek"));
@@ -125,7 +125,7 @@ TEST_F(TransportPointer, TheWheelSeeksByFiveSeconds) {
   EXPECT_GT(position(), 4);
 }
 
-TEST_F(TransportPointer, AButtonIsPressedDraggedOutOfAndLetGoOver) {
+TEST_F(TransportPointer, AButtonActsOnlyWhenReleasedOverIt) {
   const Ref<NSButton> play = button("Play");
   movePointerToButton("Play");
   xdotool({"mousedown", "1"});
@@ -139,7 +139,7 @@ TEST_F(TransportPointer, AButtonIsPressedDraggedOutOfAndLetGoOver) {
   EXPECT_TRUE(isReported("play"));
 }
 
-TEST_F(TransportPointer, TheSpaceBarPressesAndTogglesTheButtonsThatTheTabKeyLeadsTo) {
+TEST_F(TransportPointer, TheSpaceBarPressesAndTogglesTheButtonsThatTheTabKeyReaches) {
   xdotool({"key", "--repeat", "5", "Tab"});
   xdotool({"key", "space"});
   EXPECT_TRUE(isReported("shuffle on"));

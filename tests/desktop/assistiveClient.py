@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """A client of the bus on which applications speak to screen readers.
 
-  assistiveClient.py tree APPLICATION              a line for each object: role, name in quotes, states that stand out
+  assistiveClient.py tree APPLICATION              a line for each object: role, name in quotes, notable states
   assistiveClient.py place APPLICATION NAME        x, y, width and height on the screen
   assistiveClient.py actions APPLICATION NAME      the actions of the object
   assistiveClient.py do APPLICATION NAME ACTION    does one of them
@@ -113,7 +113,7 @@ def listen(application):
 
     pyatspi.Registry.registerEventListener(heard, *EVENTS)
     GLib.io_add_watch(sys.stdin, GLib.PRIORITY_DEFAULT, GLib.IO_IN | GLib.IO_HUP, lambda *_: os._exit(0))
-    # The application is asked once more, so that it has heard of the listening when this is told.
+    # One more query, so that the application knows of the listener when this is printed.
     print("listening" if application.childCount >= 0 else "", flush=True)
     pyatspi.Registry.start()
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-// As a process of its own the program takes 200 pictures of a part of the screen, and writes the colors in each on a line.
+// In a process of its own, the program takes 200 pictures of a part of the screen, and writes the colors of each on one line.
 void takePictures(const char* const numbers[4]) {
   int place[4];
   for (int i = 0; i < 4; ++i) place[i] = std::atoi(numbers[i]);
@@ -26,8 +26,8 @@ void takePictures(const char* const numbers[4]) {
   }
 }
 
-// As a process of its own the program looks at a column of the screen until its input ends: x, top, height and a color. It writes
-// where the color begins in it, at first and whenever that is elsewhere.
+// In a process of its own, the program watches a column of the screen until its input ends. Its arguments are x, top, height and
+// a color. It writes where the color begins in the column, at first and whenever that changes.
 void followColor(const char* const arguments[4]) {
   const int x = std::atoi(arguments[0]), top = std::atoi(arguments[1]), height = std::atoi(arguments[2]);
   const QColor color(arguments[3]);

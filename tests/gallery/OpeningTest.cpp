@@ -40,7 +40,7 @@ TEST_F(OpeningTest, TheGalleryOpensOnThePlayerAfterTheSplash) {
   EXPECT_EQ(chosenPage(window), "Player");
 }
 
-TEST_F(OpeningTest, AnOpeningThatEndsEarlyTakesTheSplashAway) {
+TEST_F(OpeningTest, AnOpeningThatEndsEarlyClosesTheSplash) {
   GalleryWindow window(ActionLog::Off);
   Ref<NSWindow> splash;
   {

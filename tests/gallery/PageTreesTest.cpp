@@ -1,5 +1,4 @@
-// What assistive clients meet on each page of the gallery, a line for each element: those of Qt's widgets, and those of our
-// views in them.
+// What assistive clients find on each page of the gallery, one line per element: Qt's widgets, and our views in them.
 #include <gtest/gtest.h>
 
 #include <QAccessible>
@@ -28,7 +27,7 @@ using namespace tessaluna::platform;
 using tessaluna::backend::qt::QtViewWidget;
 using Lines = std::vector<std::string>;
 
-// A role of Qt's, as "StaticText", in words.
+// A role of Qt's, such as "StaticText", in words.
 std::string wordsOf(QAccessible::Role role) {
   std::string words;
   for (const char letter : std::string(QMetaEnum::fromType<QAccessible::Role>().valueToKey(role))) {
@@ -57,7 +56,7 @@ std::string lineOf(QAccessibleInterface& widget) {
   return words.empty() ? line : line + " [" + words + "]";
 }
 
-// What is off screen depends on the desktop's fonts.
+// Which elements are off screen depends on the desktop's fonts.
 std::string withoutPlace(const std::string& line) {
   constexpr std::string_view words[] = {", off screen", "off screen, ", "off screen"};
   for (const std::string_view word : words)
@@ -81,7 +80,7 @@ void addLines(QAccessibleInterface& widget, std::size_t depth, Lines& lines) {
     Lines below;
     for (const Ref<NSObject>& element : NSAccessibilityUnignoredChildren({own->view()}))
       for (const std::string& line : accessibleTreeLines(element)) below.push_back(indent + "  " + withoutPlace(line));
-    // An element alone may be called as its widget is.
+    // An element that is its widget's only one may have the widget's name.
     if (widget.childCount() == 1) nameFirst(below, widget.child(0)->text(QAccessible::Name).toStdString());
     lines.insert(lines.end(), below.begin(), below.end());
     return;
@@ -108,36 +107,36 @@ std::string fileNameOf(const Page& page) {
   return name;
 }
 
-TEST_P(PageTrees, ReadAsTheExpectedFileSays) {
+TEST_P(PageTrees, HasTheElementsOfTheExpectedFile) {
   const std::unique_ptr<QWidget> page(GetParam().make([](const std::string&) {}));
   page->resize(1000, 700);
   page->show();
-  // No more than the layouts: a page that plays would play on.
+  // Handles no events beyond the layouts: a page that plays would continue to play.
   QCoreApplication::sendPostedEvents();
   Lines lines;
   addLines(*QAccessible::queryAccessibleInterface(page.get()), 0, lines);
   harness::expectSameAsFile("gallery/expected/" + fileNameOf(GetParam()) + ".txt", lines);
 }
 
-// What arranges others needs no name.
+// An element that only arranges others needs no name.
 bool isContainer(const QAccessibleInterface& element) {
   constexpr QAccessible::Role roles[] = {QAccessible::Client, QAccessible::Splitter, QAccessible::LayeredPane};
   return std::ranges::find(roles, element.role()) != std::end(roles) && !element.state().focusable;
 }
 
-// Below what shows, as clients go through it; of long lists the first only.
+// Adds the visible elements that have no name or role, in the order in which clients visit them; of long lists only the first.
 void addUncalled(QAccessibleInterface& element, Lines& lines) {
-  constexpr int mostChildren = 40;
+  constexpr int maxChildren = 40;
   if (element.state().invisible) return;
   const bool isCalled = isContainer(element) || !element.text(QAccessible::Name).isEmpty();
-  // Those are windows to programs on AT-SPI, which then look for the keyboard's window in vain.
+  // Clients on AT-SPI take a border for a window, and then look in vain for the window that has the keyboard.
   const bool isWindowToOthers = element.role() == QAccessible::Border;
   if (!isCalled || isWindowToOthers || element.role() == QAccessible::NoRole) lines.push_back(lineOf(element));
-  for (int i = 0; i < std::min(element.childCount(), mostChildren); ++i)
+  for (int i = 0; i < std::min(element.childCount(), maxChildren); ++i)
     if (QAccessibleInterface* child = element.child(i)) addUncalled(*child, lines);
 }
 
-TEST_P(PageTrees, EverythingThatShowsHasARoleAndAName) {
+TEST_P(PageTrees, EveryVisibleElementHasARoleAndAName) {
   const std::unique_ptr<QWidget> page(GetParam().make([](const std::string&) {}));
   page->resize(1000, 700);
   page->show();

@@ -1,5 +1,5 @@
-// A QApplication without a display, from the first test of a suite to its last. The suite's class derives from it beside
-// testing::Test and says using QtApplicationOfSuite::SetUpTestSuite, and the same of the end.
+// A QApplication without a display, from the first test of a suite to its last. The suite's class derives from it and from
+// testing::Test, and has using declarations for its SetUpTestSuite and TearDownTestSuite.
 #pragma once
 
 #include <QApplication>

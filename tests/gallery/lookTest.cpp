@@ -43,7 +43,7 @@ TEST_F(LookTest, ADarkThemeIsDarkWhateverThePalette) {
   EXPECT_GT(palette.color(QPalette::WindowText).lightness(), 200);
 }
 
-TEST_F(LookTest, EndsWithItsObject) {
+TEST_F(LookTest, EndsWhenItsObjectIsDestroyed) {
   { const Look look(*application, Theme::Light); }
   EXPECT_TRUE(application->styleSheet().isEmpty());
 }

@@ -1,4 +1,4 @@
-// A small window with a field and a button, and the field's completion pop-up, as assistive clients meet them through Qt.
+// A small window with a field and a button, and the field's completion pop-up, as assistive clients find them through Qt.
 #pragma once
 
 #include <QAccessible>
@@ -48,7 +48,7 @@ class AccessiblePlayer {
   }
   ~AccessiblePlayer() { controller->cancelSuggestions(); }
 
-  // Gets "clicked:" of the button and of the field.
+  // Receives "clicked:" from the button and the field.
   void setTarget(const tessaluna::platform::Ref<tessaluna::platform::NSObject>& target) {
     button->setTarget(target);
     field->setTarget(target);

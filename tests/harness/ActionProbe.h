@@ -1,4 +1,4 @@
-// A target that counts how often it was sent the action "act:".
+// A target that counts how often it received the action "act:".
 #pragma once
 
 #include <functional>
@@ -19,7 +19,7 @@ class ActionProbe : public tessaluna::platform::NSObject {
   }
 
   int acts = 0;
-  tessaluna::platform::NSObject* lastSender = nullptr;  // only to be compared
+  tessaluna::platform::NSObject* lastSender = nullptr;  // only to compare
   std::function<void()> onAct;
 };
 

@@ -1,4 +1,4 @@
-// A window with two text fields, and a delegate and a target that write down what they hear.
+// A window with two text fields, and a delegate and a target that record their notifications.
 #pragma once
 
 #include <functional>
@@ -82,7 +82,7 @@ class FieldWorld : public StillWorld {
     desktop.settle();
   }
 
-  // The editor of the first field, which must be edited.
+  // The editor of the first field, in which editing must have begun.
   tessaluna::platform::Ref<tessaluna::platform::NSTextView> editor() const {
     return std::dynamic_pointer_cast<tessaluna::platform::NSTextView>(field->currentEditor());
   }
@@ -96,7 +96,7 @@ class FieldWorld : public StillWorld {
     begin(text);
     editor()->setSelectedRange({caret, 0});
   }
-  // In the window, where the caret stands at the index of a text that is not scrolled, half down the line.
+  // In the window: where the caret is at the index of a text that is not scrolled, in the middle of the line's height.
   static tessaluna::platform::CGPoint placeOf(std::size_t index) {
     return {20 + 7 + 6.5 * static_cast<double>(index), 100 + 12};
   }

@@ -1,4 +1,4 @@
-// A view that has the action "play:" and counts how often it was asked.
+// A view that has the action "play:" and counts how often it is performed.
 #pragma once
 
 #include "tests/harness/ProbeView.h"

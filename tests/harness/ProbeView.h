@@ -1,4 +1,4 @@
-// A view that does what a test asks of it and remembers what was asked of the view.
+// A view that does what a test sets and records what it was asked to do.
 #pragma once
 
 #include <functional>
@@ -14,14 +14,14 @@ class ProbeView : public tessaluna::platform::NSView {
  public:
   using NSView::NSView;
 
-  // What it says of itself.
+  // What it answers about itself.
   bool flipped = false, opaque = false, acceptsFirst = false, refusesToResign = false, refusesToBecome = false;
   bool takesKeyEquivalents = false;
 
-  // What it was told, in order: "mouseDown", "keyDown", ...
+  // What it received, in order: "mouseDown", "keyDown", ...
   std::vector<std::string> calls;
   std::vector<tessaluna::platform::Ref<tessaluna::platform::NSEvent>> events;
-  std::vector<tessaluna::platform::CGRect> drawn;  // the rectangles that drawRect: got
+  std::vector<tessaluna::platform::CGRect> drawn;  // the arguments of drawRect:
   std::function<void(tessaluna::platform::CGRect)> onDraw;
   std::function<void(const std::string&)> onCall;
 

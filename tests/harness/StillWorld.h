@@ -1,5 +1,5 @@
-// The world made still: one virtual screen, a clock that only the test moves, and an application that goes when the test
-// ends. What a test sets of the system's version is taken back.
+// The world made still: one virtual screen, a clock that only the test moves, and an application that ends with the test.
+// A system version that a test sets is restored.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ namespace harness {
 class StillWorld : public testing::Test {
  protected:
   StillWorld() { tessaluna::platform::NSApplication::sharedApplication(); }
-  // A view that remembers its events remembers its window with them: the two let go of each other here, while what the views
+  // A view that keeps its events keeps its window with them: the two release each other here, while everything that the views
   // may still write to exists.
   void TearDown() override {
     if (!tessaluna::platform::NSApp) return;
@@ -29,7 +29,7 @@ class StillWorld : public testing::Test {
     tessaluna::platform::NSAppKitVersionNumber = kitVersion_;
   }
 
-  // A titled window on the screen, painted, with the key status; content of 200 by 150 points.
+  // A titled key window on the screen, painted; its content is 200 by 150 points by default.
   tessaluna::platform::Ref<tessaluna::platform::NSWindow> showWindow(tessaluna::platform::CGRect content = {100, 100, 200,
                                                                                                             150}) {
     auto window = tessaluna::platform::make<tessaluna::platform::NSWindow>(
@@ -39,7 +39,7 @@ class StillWorld : public testing::Test {
     return window;
   }
 
-  // The same with the view in it, its paints forgotten.
+  // The same with the view in it, and its paints forgotten.
   tessaluna::platform::Ref<tessaluna::platform::NSWindow> showWindowWith(
       const tessaluna::platform::Ref<tessaluna::platform::NSView>& view) {
     auto window = showWindow();

@@ -1,4 +1,4 @@
-// A table of titles under a virtual user, whose rows have controls, and what the table tells its delegate.
+// A table of titles under a virtual user, whose rows have controls, and a record of the calls to its delegate.
 #pragma once
 
 #include <functional>
@@ -19,7 +19,7 @@ class TitlesHost : public tessaluna::platform::NSTableViewDataSource,
  public:
   std::vector<std::string> titles;
   std::vector<std::string> calls;  // "enter 3", "press 3 1", "menu 3", "keyboard 3"
-  std::size_t controls = 0;        // in each row
+  std::size_t controls = 0;        // per row
   bool takesReturn = true;
   int selectionChanges = 0;
 

@@ -1,4 +1,4 @@
-// Cells that answer assistive clients what a test sets.
+// Cells that give assistive clients the answers that a test sets.
 #pragma once
 
 #include <string>
@@ -24,7 +24,7 @@ class QuantityCell : public tessaluna::platform::NSCell {
   double value = 4;
 };
 
-// A text with a selection, as a field has while it is edited.
+// A text with a selection, such as a field has while it is edited.
 class SelectingCell : public tessaluna::platform::NSTextFieldCell {
  public:
   SelectingCell() : tessaluna::platform::NSTextFieldCell("some words") { setEditable(true); }

@@ -1,5 +1,5 @@
-// Counts the memory that this thread allocates. It replaces the program's operator new, so that exactly one source of a
-// test program includes it.
+// Counts the memory that this thread allocates. It replaces the program's operator new, so exactly one source of a
+// test program may include it.
 #pragma once
 
 #include <cstdlib>
@@ -7,7 +7,7 @@
 
 #include "tests/harness/allocations.h"
 
-// Not inlined: the compiler would see memory of new go to free and warn.
+// Not inlined: the compiler would see that memory of new goes to free, and warn.
 [[gnu::noinline]] void* operator new(std::size_t size) {
   ++harness::allocations;
   ++harness::allocationsAlive;

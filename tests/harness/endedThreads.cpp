@@ -1,5 +1,5 @@
-// A thread that Qt has waited for may still be at its last steps when the process looks for leaks, and the leak sanitizer
-// fails on it. So each program waits until its pooled threads have gone.
+// A thread that Qt has waited for may still be in its last steps when the process looks for leaks, and the leak sanitizer
+// fails on it. So each program waits until its pooled threads have ended.
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>

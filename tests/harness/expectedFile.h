@@ -1,5 +1,5 @@
-// What is kept in files beside the tests, one line for each operation or element, so that a change of a picture shows in a
-// review as the lines that changed. tests/write-expected writes them again.
+// The expected texts in files beside the tests, one line per operation or element, so that a review shows a changed picture as
+// changed lines. tests/write-expected writes the files again.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 
 namespace harness {
 
-// Compares with the file tests/<path>; the first line that differs is reported. While they are written again, writes it instead.
+// Compares with the file tests/<path>, and reports the first line that differs. Under tests/write-expected it writes the file.
 inline void expectSameAsFile(const std::string& path, const std::vector<std::string>& lines) {
   if (const char* folder = std::getenv("TESSALUNA_WRITE_EXPECTED")) {
     std::ofstream file(std::string(folder) + "/" + path);

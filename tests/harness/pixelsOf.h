@@ -1,4 +1,4 @@
-// What some drawing looks like: a bitmap of the base space from (0, 0), painted with one pixel a point unless told otherwise.
+// What a drawing looks like: a bitmap of the base space from (0, 0), painted with one pixel per point unless stated otherwise.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// How values of the platform layer read in a failed expectation.
+// How a failed expectation prints values of the platform layer.
 #pragma once
 
 #include <ostream>

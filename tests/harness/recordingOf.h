@@ -1,4 +1,4 @@
-// What some drawing does, as the recording canvas writes it down: one line for each operation.
+// What a drawing does, as the recording canvas records it: one line per operation.
 #pragma once
 
 #include <string>
@@ -21,7 +21,7 @@ Lines recordingOf(Draw draw) {
   return canvas.lines();
 }
 
-// Those of one operation.
+// The lines of one operation.
 inline Lines only(std::string_view operation, const Lines& lines) {
   const std::string start = "{\"op\":\"" + std::string(operation) + "\"";
   Lines result;

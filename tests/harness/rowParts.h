@@ -7,7 +7,7 @@
 
 namespace harness {
 
-// The row is one that shows.
+// The row must be visible.
 template <class View>
 View& partOfRow(tessaluna::platform::NSTableView& table, std::size_t row) {
   for (const tessaluna::platform::Ref<tessaluna::platform::NSView>& part : table.viewAtRow(row)->subviews())

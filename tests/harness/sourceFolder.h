@@ -1,4 +1,4 @@
-// Where the project's source stands, for tests that read files of it.
+// The folder of the project's source, for tests that read its files.
 #pragma once
 
 #include <string>

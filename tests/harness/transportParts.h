@@ -9,7 +9,7 @@
 
 namespace harness {
 
-// By its tool tip; null for an unknown one.
+// The button with this tool tip; null for an unknown one.
 inline tessaluna::platform::Ref<tessaluna::platform::NSControl> transportControl(const tessaluna::ready::TransportBar& bar,
                                                                                  const std::string& name) {
   for (const tessaluna::platform::Ref<tessaluna::platform::NSView>& view : bar.subviews())

@@ -1,5 +1,5 @@
-// A completion pop-up on Wayland, by what passes between the program and the compositor: a program is not told where its
-// windows are.
+// A completion pop-up on Wayland, checked in the messages between the program and the compositor: a program does not know where
+// its windows are.
 #include <unistd.h>
 
 #include <QTemporaryFile>
@@ -12,7 +12,7 @@ using namespace tessaluna::platform;
 
 namespace {
 
-// Everything that is written to standard error while it lives.
+// Collects everything that is written to standard error while it exists.
 class StandardError {
  public:
   StandardError() : earlier_(dup(STDERR_FILENO)) {
@@ -40,7 +40,7 @@ class PopUpOnWayland : public harness::QtDesktop, protected harness::AccessibleP
     EXPECT_TRUE(eventually([&] { return qWindowOf(*window).isExposed(); }));
   }
 
-  // What the expression finds in the traffic, once it is there; its groups.
+  // Waits until the expression matches the messages, and returns its groups.
   std::vector<std::string> eventuallySent(const std::string& expression) {
     std::smatch found;
     std::string text;
@@ -52,7 +52,7 @@ class PopUpOnWayland : public harness::QtDesktop, protected harness::AccessibleP
         << text;
     return {found.begin(), found.end()};
   }
-  // As the compositor counts, from the corner of the window with its title bar.
+  // As the compositor counts, from the corner of the window including its title bar.
   std::string placeBelowField() const {
     const QMargins frame = qWindowOf(*window).frameMargins();
     const CGPoint corner = field->superview()->convertPointToView(field->frame().origin, nullptr);
@@ -68,7 +68,7 @@ TEST_F(PopUpOnWayland, IsAChildOfTheFieldsWindowAndOpensBelowTheField) {
   begin({"Abba", "Can"});
   const auto popUp = eventuallySent(R"((xdg_surface@\d+)\.get_popup\(new id (xdg_popup@\d+), (xdg_surface@\d+), )");
   EXPECT_EQ(popUp.at(3), parent);
-  // The compositor has put it where it was asked to.
+  // The compositor has placed it as requested.
   EXPECT_EQ(eventuallySent(popUp.at(2) + R"(\.configure\((\d+, \d+), (\d+, \d+)\))").at(1), placeBelowField());
   EXPECT_TRUE(eventually([&] { return qWindowOf(*controller->window()).isExposed(); }));
   // It takes no grab: the keyboard stays in the field's window.
@@ -88,14 +88,14 @@ TEST_F(PopUpOnWayland, GrowsInItsPlace) {
   EXPECT_EQ(text.find("get_popup"), text.rfind("get_popup"));
 }
 
-TEST_F(PopUpOnWayland, MovesByComingAnew) {
+TEST_F(PopUpOnWayland, MovesByOpeningAgain) {
   begin({"Abba"});
   const std::string first = eventuallySent(R"(get_popup\(new id (xdg_popup@\d+))").at(1);
   field->setFrame({40, 10, 200, 24});
   controller->parentControlMoved();
   eventuallySent(first + R"(\.destroy\(\))");
   ASSERT_FALSE(HasFailure());
-  // Another one comes after it, and is placed. What is still heard of the first one by then does not count.
+  // Another pop-up follows and is placed. Late messages about the first one do not count.
   std::string place;
   EXPECT_TRUE(eventually([&] {
     const std::string text = wire.text(), since = text.substr(text.find(first + ".destroy()"));

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
-  // What goes over the wire is written to standard error, where the tests read it.
+  // The messages to and from the compositor are written to standard error, where the tests read them.
   qputenv("WAYLAND_DEBUG", "client");
   testing::InitGoogleTest(&argc, argv);
   const QApplication qt(argc, argv);

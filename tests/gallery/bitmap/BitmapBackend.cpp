@@ -106,7 +106,7 @@ std::unique_ptr<NativeWindow> BitmapBackend::makeWindow(WindowClient& client, co
   return std::make_unique<BitmapWindow>(*this, client, options);
 }
 
-// None can be seen: nothing is chosen.
+// A menu cannot be seen here, so nothing is chosen.
 std::unique_ptr<NativeMenu> BitmapBackend::popUpMenu(NativeWindow&, const MenuPlace&, std::vector<MenuEntry>,
                                                      std::function<void(std::optional<std::size_t>)> chosen) {
   callAfter(0, [chosen = std::move(chosen)] { chosen(std::nullopt); });
@@ -133,7 +133,7 @@ void BitmapBackend::pointer(PointerInput input) {
   under_->client().input().pointer(input);
 }
 
-// While the button is down everything goes to the window of the press.
+// While the button is down, everything goes to the window that was pressed.
 void BitmapBackend::move(CGPoint place) {
   pointer_ = place;
   BitmapWindow* const now = isDown_ ? under_ : windowAt(place);

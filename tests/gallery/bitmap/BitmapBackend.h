@@ -1,5 +1,5 @@
-// A backend as small as it can be: a window is a bitmap, time passes when it is told to, and what the user does is handed in
-// as plain values. It shows that a backend needs no rules of its own. docs/backends.md explains it.
+// A backend as small as possible: a window is a bitmap, time passes only by pass(), and what the user does comes in as plain
+// values. It shows that a backend needs no rules of its own. docs/backends.md explains it.
 #pragma once
 
 #include <map>
@@ -35,7 +35,7 @@ class BitmapWindow : public NativeWindow {
   void hide() override;
   void raise() override;
   void requestKey() override;
-  void setParent(NativeWindow*) override {}  // nothing but the order of showing decides who is in front
+  void setParent(NativeWindow*) override {}  // only the order of showing decides which window is in front
   void setTitle(const std::string&) override {}
   void setCursor(CursorShape) override {}
   void setOpaque(bool) override {}
@@ -60,22 +60,22 @@ class BitmapWindow : public NativeWindow {
   std::vector<std::function<void()>> frameBlocks_;
 };
 
-// The screen is 800 by 600 points. Places that a user means count from its lower left.
+// The screen is 800 by 600 points. The user's places count from its lower left corner.
 class BitmapBackend : public Backend {
  public:
   static constexpr CGRect wholeScreen{0, 0, 800, 600};
 
-  void pass(double seconds);  // runs what falls due
+  void pass(double seconds);  // runs what becomes due
 
-  // What a user does, to the window in front that is under the pointer, or to the one with the keys.
+  // What a user does, to the frontmost window under the pointer or to the key window.
   void move(CGPoint place);
   void press();
   void release();
   void turnWheel(double lines);
   void type(KeyInput key);  // down and up
 
-  BitmapWindow* windowAt(CGPoint place) const;                            // null for none
-  const std::vector<BitmapWindow*>& windows() const { return windows_; }  // the front one last
+  BitmapWindow* windowAt(CGPoint place) const;                            // null if there is none
+  const std::vector<BitmapWindow*>& windows() const { return windows_; }  // the frontmost one last
 
   std::unique_ptr<NativeWindow> makeWindow(WindowClient& client, const WindowOptions& options) override;
   std::vector<Screen> screens() const override { return {{.frame = wholeScreen, .visibleFrame = wholeScreen}}; }
@@ -96,10 +96,10 @@ class BitmapBackend : public Backend {
   void setKeyWindow(BitmapWindow* window);
 
   double now_ = 0;
-  std::multimap<double, std::function<void()>> blocks_;  // by the time when they fall due
+  std::multimap<double, std::function<void()>> blocks_;  // by the time when they become due
   std::vector<BitmapWindow*> windows_;
   BitmapWindow* keyWindow_ = nullptr;
-  BitmapWindow* under_ = nullptr;  // the pointer; null for none
+  BitmapWindow* under_ = nullptr;  // under the pointer; null if there is none
   CGPoint pointer_;
   bool isDown_ = false;
   std::string clipboard_;

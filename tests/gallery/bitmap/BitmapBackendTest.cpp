@@ -64,7 +64,7 @@ class BitmapBackendTest : public testing::Test {
   }
   CGPoint inField() { return window->convertPointToScreen(search->field()->convertPointToView({30, 10}, nullptr)); }
   NSWindow& popUp() { return *search->popUp()->window(); }
-  // The middle of a row of those that show, counted from the top, on the screen.
+  // The middle of a visible row, counted from the top, on the screen.
   CGPoint row(int index) {
     return {CGRectGetMidX(popUp().frame()), CGRectGetMaxY(popUp().frame()) - rowHeight * (index + 0.5)};
   }
@@ -74,7 +74,7 @@ class BitmapBackendTest : public testing::Test {
     const auto byte = [](double component) { return static_cast<std::uint32_t>(component * 255 + 0.5); };
     return 0xFF000000u | byte(color.redComponent()) << 16 | byte(color.greenComponent()) << 8 | byte(color.blueComponent());
   }
-  // The rows of the pop-up's picture in which the color of selections shows at the left edge: the first, and how many.
+  // The pixel rows of the pop-up's picture that have the color of selections at the left edge: the first, and how many.
   std::pair<int, int> selectedBand() {
     const auto& picture = native(popUp()).picture();
     const std::uint32_t selected = pixelsOf(*NSColor::alternateSelectedControlColor());
@@ -100,7 +100,7 @@ TEST_F(BitmapBackendTest, TypingOpensThePopUpAndSelectsNothing) {
   EXPECT_EQ(selectedBand(), (std::pair{-1, 0}));
 }
 
-TEST_F(BitmapBackendTest, ArrowsMoveTheSelectionAndReturnTakesIt) {
+TEST_F(BitmapBackendTest, ArrowsMoveTheSelectionAndReturnPicksIt) {
   type("a");
   press(KeyName::Down);
   press(KeyName::Down);
@@ -111,7 +111,7 @@ TEST_F(BitmapBackendTest, ArrowsMoveTheSelectionAndReturnTakesIt) {
   EXPECT_EQ(reports, Reports{shown});
 }
 
-TEST_F(BitmapBackendTest, EscapeBringsBackWhatWasTyped) {
+TEST_F(BitmapBackendTest, EscapeRestoresWhatWasTyped) {
   type("a");
   press(KeyName::Down);
   EXPECT_NE(text(), "a");
@@ -119,7 +119,7 @@ TEST_F(BitmapBackendTest, EscapeBringsBackWhatWasTyped) {
   EXPECT_EQ(text(), "a");
 }
 
-TEST_F(BitmapBackendTest, ThePointerSelectsARowAndAClickTakesIt) {
+TEST_F(BitmapBackendTest, ThePointerSelectsARowAndAClickPicksIt) {
   type("a");
   desktop.move(row(3));
   desktop.pass(1);
@@ -130,7 +130,7 @@ TEST_F(BitmapBackendTest, ThePointerSelectsARowAndAClickTakesIt) {
   EXPECT_EQ(reports, Reports{"Atlas"});
 }
 
-TEST_F(BitmapBackendTest, AfterTheWheelAClickTakesTheRowThatIsUnderThePointer) {
+TEST_F(BitmapBackendTest, AfterTheWheelAClickPicksTheRowUnderThePointer) {
   // Near the lower edge of the screen only some of the rows have room.
   window->setFrame({100, -20, 400, 200}, true);
   type("a");
@@ -139,7 +139,7 @@ TEST_F(BitmapBackendTest, AfterTheWheelAClickTakesTheRowThatIsUnderThePointer) {
   desktop.pass(1);
   desktop.turnWheel(-rowHeight / 16.0);
   desktop.pass(1);
-  EXPECT_GE(selectedBand().second, rowHeight - 1) << "the row that is selected can be seen";
+  EXPECT_GE(selectedBand().second, rowHeight - 1) << "the selected row is visible";
   click();
   EXPECT_EQ(reports, Reports{"Ash"});
 }
@@ -169,7 +169,7 @@ TEST_F(BitmapBackendTest, ThreeClicksSelectAllAndWhatIsTypedReplacesIt) {
   EXPECT_EQ(text(), "q");
 }
 
-TEST_F(BitmapBackendTest, WhatIsComposedSearchesWhenItIsDecided) {
+TEST_F(BitmapBackendTest, ComposedTextIsSearchedForWhenItIsCommitted) {
   WindowInput& input = window->windowClient().input();
   input.composition({.composed = "a"});
   input.composition({.committed = "au"});

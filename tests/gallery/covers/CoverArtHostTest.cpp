@@ -10,7 +10,7 @@ using namespace tessaluna::platform;
 namespace gallery {
 namespace {
 
-TEST(coverFiles, AreWhatTheySayTheyAre) {
+TEST(coverFiles, HaveTheExpectedNamesAndSizes) {
   const struct {
     std::string name;
     std::int64_t width, height;
@@ -31,7 +31,7 @@ TEST(coverFiles, AreWhatTheySayTheyAre) {
   EXPECT_TRUE(coverFiles().back().make().empty());
 }
 
-// The desktop of these tests reads other files than the gallery's: an image of its own takes their place.
+// The desktop of these tests cannot read the gallery's files: an image of its own replaces them.
 struct CoverArtHostTest : harness::StillWorld {
   CoverArtHostTest() {
     host->setReport([this](const std::string& what) { reports.push_back(what); });
@@ -80,7 +80,7 @@ TEST_F(CoverArtHostTest, SetsAllThumbnailsAlike) {
   }
 }
 
-TEST_F(CoverArtHostTest, TheLastOneShowsTheImagesOfTheOthersInTurn) {
+TEST_F(CoverArtHostTest, TheLastThumbnailShowsTheImagesOfTheOthersInTurn) {
   const auto red = redImage();
   cover("tall").thumbnail->setImage(red);
   host->changeImage();  // from the first to the second

@@ -18,7 +18,7 @@ class LinksHostTest : public harness::StillWorld {
   }
   ~LinksHostTest() override { host->close(); }
 
-  // Below each other, in a window of their own.
+  // One below the other, in a window of their own.
   void show(CGFloat width) {
     window = showWindow({100, 100, width, 600});
     CGFloat y = 580;

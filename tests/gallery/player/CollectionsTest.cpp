@@ -20,7 +20,7 @@ TEST_F(CollectionsTest, ThereAreAllMusicFavoritesAndThePlaylists) {
   EXPECT_EQ(collections.find("nothing"), nullptr);
 }
 
-TEST_F(CollectionsTest, FavoritesAreThoseOfTheMoment) {
+TEST_F(CollectionsTest, FavoritesAreTheCurrentOnes) {
   const Collection& favorites = *collections.find("Favorites");
   for (const std::size_t song : library->allSongs()) library->setFavorite(song, false);
   EXPECT_TRUE(favorites.songs().empty());

@@ -29,7 +29,7 @@ TEST(MusicLibrary, EverySongIsOnOneAlbum) {
   EXPECT_EQ(seen.size(), library().songs().size());
 }
 
-TEST(MusicLibrary, AnArtistHasWhatHePlaysOnAsAGuestToo) {
+TEST(MusicLibrary, AnArtistsSongsIncludeGuestAppearances) {
   std::size_t guests = 0;
   for (const std::string& artist : library().artists()) {
     const SongNumbers songs = library().songsBy(artist);

@@ -20,7 +20,7 @@ class MusicLists : public testing::Test {
   AlbumList albums{library, player};
 };
 
-TEST_F(MusicLists, ASongListShowsItsSongsAndWhatPlaysOfThem) {
+TEST_F(MusicLists, ASongListShowsItsSongsAndWhichOfThemPlays) {
   songs.setSongs({3, 1});
   player->play({1, 3}, 0);
   EXPECT_EQ(songs.count(), 2u);
@@ -43,7 +43,7 @@ TEST_F(MusicLists, AnUpdateKeepsTheOrderOfWhatStays) {
   EXPECT_THAT(numbersOfRows(), ElementsAre());
 }
 
-TEST_F(MusicLists, ASongThatIsTwiceInTheQueuePlaysOnce) {
+TEST_F(MusicLists, OfASongThatIsTwiceInTheQueueOnlyOneRowPlays) {
   player->play({1, 2, 1}, 2);
   queue.setSongs(player->queue());
   EXPECT_EQ(queue.row(0).playback, Playback::None);
@@ -58,7 +58,7 @@ TEST_F(MusicLists, SongsAreSorted) {
   for (std::size_t row = 1; row < songs.count(); ++row) EXPECT_LE(songs.row(row - 1).title, songs.row(row).title);
 }
 
-TEST_F(MusicLists, AlbumsAreThoseOfTheSongsAndPlayWithOneOfThem) {
+TEST_F(MusicLists, AlbumsAreThoseOfTheSongsAndPlayWhileOneOfThemPlays) {
   const SongNumbers& first = library->albums()[0].songs;
   const SongNumbers& third = library->albums()[2].songs;
   albums.showAlbumsOf({third[1], first[0], third[0]});

@@ -36,7 +36,7 @@ TEST_F(MusicPlayerTest, WithoutAQueueNothingPlays) {
   EXPECT_EQ(changes, 0);
 }
 
-TEST_F(MusicPlayerTest, PlaysAQueueFromOneOfItsSongsOn) {
+TEST_F(MusicPlayerTest, PlaysAQueueFromTheChosenSong) {
   player.play({4, 5, 6}, 1);
   EXPECT_EQ(player.song(), 5u);
   EXPECT_EQ(player.playbackOf(5), Playback::Playing);
@@ -97,7 +97,7 @@ TEST_F(MusicPlayerTest, PreviousGoesToTheBeginningFirst) {
   EXPECT_EQ(player.song(), 4u);
 }
 
-TEST_F(MusicPlayerTest, ShuffledTheSongPlaysOnAndTheOthersFollow) {
+TEST_F(MusicPlayerTest, ShuffledTheSongContinuesAndTheOthersFollow) {
   player.play({1, 2, 3, 4, 5, 6, 7, 8}, 3);
   player.advance(10);
   const double position = player.state().position;
@@ -148,7 +148,7 @@ TEST_F(MusicPlayerTest, WhatComesNextFollowsTheSongThatPlays) {
   EXPECT_THAT(player.queue(), ElementsAre(1, 2, 7, 8, 3));
 }
 
-TEST_F(MusicPlayerTest, ItsStateIsThatOfATransportBar) {
+TEST_F(MusicPlayerTest, HasTheStateThatATransportBarShows) {
   player.setVolume(0.4);
   player.setRepeated(true);
   player.play({1}, 0);

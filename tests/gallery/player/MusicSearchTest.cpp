@@ -16,7 +16,7 @@ class MusicSearchTest : public testing::Test {
   const MusicSearch search{library};
 };
 
-TEST_F(MusicSearchTest, FindsArtistsAlbumsAndSongsAndSaysWhichTheyAre) {
+TEST_F(MusicSearchTest, FindsArtistsAlbumsAndSongsAndIdentifiesThem) {
   const std::string artist = library->albums()[5].artist, album = library->albums()[5].title;
   bool seen[3] = {};
   for (const std::string& typed : {artist, album, library->songs()[40].track.title}) {
@@ -35,7 +35,7 @@ TEST_F(MusicSearchTest, FindsArtistsAlbumsAndSongsAndSaysWhichTheyAre) {
   for (const bool each : seen) EXPECT_TRUE(each);
 }
 
-TEST_F(MusicSearchTest, AllSongsOfASearchMatchIt) {
+TEST_F(MusicSearchTest, AllSongsOfASearchMatchTheQuery) {
   const std::string artist = library->albums()[5].artist;
   const SongNumbers songs = search.songsFor(artist);
   for (const std::size_t song : library->songsBy(artist)) EXPECT_EQ(std::ranges::count(songs, song), 1);

@@ -1,4 +1,4 @@
-// A player's window under a virtual user: whole gestures, from one host to the others.
+// A player's window under a virtual user: whole gestures, and their effects on all hosts.
 #include "gallery/player/PlayerView.h"
 
 #include <gmock/gmock.h>
@@ -31,7 +31,7 @@ class PlayerViewTest : public harness::StillWorld {
 
   NSTableView& rows(Tab tab = Tab::Songs) { return *player->table(tab)->table(); }
   TrackModel& model(Tab tab = Tab::Songs) { return *player->table(tab)->model(); }
-  // Of the view, from its upper left corner.
+  // Clicks a place in the view, from its upper left corner.
   void click(NSView& view, CGPoint place) {
     const CGPoint inWindow = view.convertPointToView(place, nullptr);
     desktop.advance(1);  // no double click
@@ -55,7 +55,7 @@ class PlayerViewTest : public harness::StillWorld {
   }
   std::string titleOf(std::size_t song) { return library->songs()[song].track.title; }
   std::string playing() { return player->player().song() ? titleOf(*player->player().song()) : std::string(); }
-  // The first one that assistive clients know by the name.
+  // The first view that has this name for assistive clients.
   static Ref<NSView> viewNamed(const Ref<NSObject>& from, const std::string& name) {
     for (const Ref<NSObject>& child : accessibleChildrenOf(from)) {
       const auto view = std::dynamic_pointer_cast<NSView>(child);
@@ -139,7 +139,7 @@ TEST_F(PlayerViewTest, SpaceEnlargesTheCoverThatHasTheKeyboard) {
   EXPECT_EQ(panel(), nullptr);
 }
 
-TEST_F(PlayerViewTest, AClickOnAnArtistShowsWhatThereIsByHim) {
+TEST_F(PlayerViewTest, AClickOnAnArtistShowsTheArtistsSongs) {
   const std::string artist = library->songs()[0].track.artists.front();
   MultipleLinksTextField& artists = harness::partOfRow<MultipleLinksTextField>(rows(), 0);
   click(artists, {8, CGRectGetMidY(artists.bounds())});
@@ -155,7 +155,7 @@ TEST_F(PlayerViewTest, AnItemOfTheSideBarShowsItsSongs) {
   EXPECT_EQ(model().count(), playlist.songs.size());
   player->show(player->collections().ofAlbum(1));
   for (const Collection& collection : player->collections().sections().back().collections)
-    EXPECT_NE(player->sideBar()->selected(), collection.title) << "an album is none of its items";
+    EXPECT_NE(player->sideBar()->selected(), collection.title) << "an album is not one of its items";
 }
 
 TEST_F(PlayerViewTest, ASectionOfTheSideBarFolds) {
@@ -357,7 +357,7 @@ TEST_F(PlayerViewTest, ATaskBeginsFromARowsMenuAndEndsWithItsCross) {
   EXPECT_EQ(reports.back(), "Downloading: stopped");
 }
 
-TEST_F(PlayerViewTest, TheTransportSeeksAndGoesOn) {
+TEST_F(PlayerViewTest, TheTransportSeeksAndPlayingContinues) {
   player->player().play({3, 4, 5}, 0);
   player->advance(10);
   const Ref<PlaybackSlider>& slider = player->transport()->slider();
@@ -367,7 +367,7 @@ TEST_F(PlayerViewTest, TheTransportSeeksAndGoesOn) {
   EXPECT_NEAR(player->player().state().position, half, 8);
 }
 
-TEST_F(PlayerViewTest, TimeThatPassesRedrawsNoMoreThanTheTransport) {
+TEST_F(PlayerViewTest, PassingTimeRedrawsOnlyTheTransport) {
   player->player().play({3, 4, 5}, 0);
   player->advance(10);
   desktop.settle();
@@ -382,7 +382,7 @@ TEST_F(PlayerViewTest, TimeThatPassesRedrawsNoMoreThanTheTransport) {
     for (const CGRect& dirty : paint.dirty) EXPECT_EQ(NSIntersectionRect(dirty, foot), dirty);
 }
 
-TEST_F(PlayerViewTest, NothingIsLeftWhenTheWindowClosesUnderAnOpenPopUp) {
+TEST_F(PlayerViewTest, ClosingTheWindowUnderAnOpenPopUpLeavesNothing) {
   const WeakRef<PlayerView> weak = player;
   typeSearch("winter");
   ASSERT_TRUE(player->search()->popUp()->isOpen());

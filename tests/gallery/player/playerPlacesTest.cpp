@@ -12,7 +12,7 @@ using namespace tessaluna::platform;
 
 bool isIn(const CGRect& part, const CGRect& whole) { return NSIntersectionRect(part, whole) == part; }
 
-// Those that are there.
+// The rectangles that are not empty.
 std::vector<CGRect> partsOf(const PlayerPlaces& places) {
   std::vector<CGRect> parts;
   for (const CGRect& part : {places.back, places.forward, places.search, places.tasks, places.cover, places.sideBar,
@@ -37,7 +37,7 @@ TEST(PlayerPlaces, NothingOverlapsOrLeavesTheWindowAtAnySize) {
   }
 }
 
-TEST(PlayerPlaces, ALowWindowGoesWithoutOthersForItsList) {
+TEST(PlayerPlaces, ALowWindowLeavesOutOtherPartsForItsList) {
   for (CGFloat width = 300; width <= 1600; width += 100)
     for (CGFloat height = 260; height <= 600; height += 10)
       EXPECT_GE(playerPlaces({width, height}, TaskLine::Shown).list.size.height, 120) << width << " by " << height;
@@ -57,7 +57,7 @@ TEST(PlayerPlaces, ANarrowWindowHasAPopUpInPlaceOfTheSideBar) {
   EXPECT_FALSE(NSIsEmptyRect(narrow.cover)) << "small, beside the title";
 }
 
-TEST(PlayerPlaces, TasksWithoutRoomInTheTopGetALineWhileThereAreSome) {
+TEST(PlayerPlaces, TasksWithoutRoomAtTheTopGetALineOfTheirOwn) {
   EXPECT_TRUE(NSIsEmptyRect(playerPlaces({480, 600}, TaskLine::Absent).tasks));
   const PlayerPlaces places = playerPlaces({480, 600}, TaskLine::Shown);
   EXPECT_TRUE(isIn(places.tasks, places.foot));
@@ -66,7 +66,7 @@ TEST(PlayerPlaces, TasksWithoutRoomInTheTopGetALineWhileThereAreSome) {
   EXPECT_EQ(wide.list, playerPlaces({900, 600}, TaskLine::Absent).list);
 }
 
-TEST(PlayerPlaces, ALowWindowLeavesTheRoomOfTheCoverToTheSideBar) {
+TEST(PlayerPlaces, ALowWindowGivesTheRoomOfTheCoverToTheSideBar) {
   EXPECT_FALSE(NSIsEmptyRect(playerPlaces({900, 600}, TaskLine::Absent).cover));
   const PlayerPlaces low = playerPlaces({900, 400}, TaskLine::Absent);
   EXPECT_TRUE(NSIsEmptyRect(low.cover));

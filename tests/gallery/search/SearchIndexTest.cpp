@@ -22,7 +22,7 @@ TEST(SearchIndex, FindsThePrefixOfAnyWord) {
   EXPECT_THAT(labelsFor(items, "ilver"), IsEmpty());
 }
 
-TEST(SearchIndex, CapitalsAndAccentsDoNotCountOnEitherSide) {
+TEST(SearchIndex, IgnoresCaseAndAccentsOnEitherSide) {
   const std::vector<LibraryItem> items{{Kind::Track, "Étude", ""}, {Kind::Artist, "Søren Straße", ""}};
   EXPECT_THAT(labelsFor(items, "ETU"), ElementsAre("Étude"));
   EXPECT_THAT(labelsFor(items, "étu"), ElementsAre("Étude"));
@@ -50,12 +50,12 @@ TEST(SearchIndex, AQueryWithoutAWordFindsNothing) {
   EXPECT_THAT(labelsFor(items, " – \t"), IsEmpty());
 }
 
-TEST(SearchIndex, GivesNoMoreThanAsked) {
+TEST(SearchIndex, FindsNoMoreThanRequested) {
   const auto items = inventedLibrary(20000);
   EXPECT_EQ(SearchIndex(items).bestMatches("a", 50).size(), 50u);
 }
 
-TEST(SearchIndexLibrary, HasAsManyItemsAsAskedAndTheSameAtEveryStart) {
+TEST(SearchIndexLibrary, HasAsManyItemsAsRequestedAndTheSameAtEveryStart) {
   for (const std::size_t count : {0u, 1u, 7u, 20000u}) EXPECT_EQ(inventedLibrary(count).size(), count);
   const auto first = inventedLibrary(500), second = inventedLibrary(500);
   for (std::size_t i = 0; i < first.size(); ++i) EXPECT_EQ(first[i].label, second[i].label);

@@ -21,20 +21,20 @@ struct SectionsHostTest : harness::StillWorld {
     desktop.settle();
   }
   ~SectionsHostTest() override { NSLayoutConstraint::setConflictHandler(nullptr); }
-  // Of all sections.
+  // The height of all sections.
   CGFloat height() {
     window->layoutIfNeeded();
     return host.sideBar()->scrollView()->documentView()->frame().size.height;
   }
 
   using Lines = std::vector<std::string>;
-  // Of each element its role and name, indented.
+  // The role and name of each element, indented.
   Lines tree() const {
     Lines lines = accessibleTreeLines(host.sideBar());
     for (std::string& line : lines) line.erase(line.find('"', line.find('"') + 1) + 1);
     return lines;
   }
-  // Where the Tab key stops, once around.
+  // Where the Tab key stops, one time around.
   Lines tabStops() {
     Lines names;
     window->makeFirstResponder(nullptr);
@@ -62,7 +62,7 @@ TEST_F(SectionsHostTest, ATextThatGrowsMovesWhatIsBelow) {
   EXPECT_EQ(height(), before);
 }
 
-TEST_F(SectionsHostTest, FoldedThereAreFourHeadings) {
+TEST_F(SectionsHostTest, FoldedItHasFourHeadings) {
   host.setDisclosed(false);
   desktop.advance(1);
   EXPECT_EQ(height(), 4 * headingHeight);
@@ -70,7 +70,7 @@ TEST_F(SectionsHostTest, FoldedThereAreFourHeadings) {
   EXPECT_EQ(height(), 4 * headingHeight);
 }
 
-TEST_F(SectionsHostTest, WhatGrewWhileItWasFoldedIsOpenInItsNewHeight) {
+TEST_F(SectionsHostTest, ASectionThatGrewWhileFoldedOpensToItsNewHeight) {
   const CGFloat before = height();
   host.setDisclosed(false);
   desktop.advance(1);
@@ -80,7 +80,7 @@ TEST_F(SectionsHostTest, WhatGrewWhileItWasFoldedIsOpenInItsNewHeight) {
   EXPECT_GT(height(), before + 10);
 }
 
-TEST_F(SectionsHostTest, OpenAllOfItIsInTheTreeAndTheTabKeyStopsAtTheBarAndInTheNotes) {
+TEST_F(SectionsHostTest, OpenTheTreeHasEverythingAndTheTabKeyStopsAtTheBarAndInTheNotes) {
   EXPECT_EQ(tree(),
             (Lines{R"(group "Side bar")", R"(  disclosure triangle "Library")", R"(  list "Library")",
                    R"(    row "Songs, 1204")", R"(    row "Playlists, 7")", R"(  disclosure triangle "Up next")",
@@ -91,7 +91,7 @@ TEST_F(SectionsHostTest, OpenAllOfItIsInTheTreeAndTheTabKeyStopsAtTheBarAndInThe
   EXPECT_EQ(tabStops(), (Lines{R"(row "Songs, 1204")", R"(text field "Note")"}));
 }
 
-TEST_F(SectionsHostTest, FoldedOnlyHeadingsOfTheOuterSectionsAreLeft) {
+TEST_F(SectionsHostTest, FoldedTheTreeHasOnlyTheHeadingsOfTheOuterSections) {
   host.setDisclosed(false);
   desktop.advance(1);
   EXPECT_EQ(tree(), (Lines{R"(group "Side bar")", R"(  disclosure triangle "Library")", R"(  disclosure triangle "Up next")",
@@ -107,7 +107,7 @@ TEST_F(SectionsHostTest, AFoldedSectionWithinAnOpenOneKeepsItsHeading) {
   EXPECT_EQ(std::count(lines.begin(), lines.end(), R"(  static text "Two albums and a radio hour")"), 0);
 }
 
-TEST_F(SectionsHostTest, ASectionThatIsTakenAwayComesBackToItsPlace) {
+TEST_F(SectionsHostTest, ASectionThatWasRemovedReturnsToItsPlace) {
   const Lines before = tree();
   const CGFloat whole = height();
   host.setHasAbout(false);
@@ -119,7 +119,7 @@ TEST_F(SectionsHostTest, ASectionThatIsTakenAwayComesBackToItsPlace) {
   EXPECT_EQ(height(), whole);
 }
 
-TEST_F(SectionsHostTest, WhatAFoldingSectionStillShowsStaysUntilItIsCutOff) {
+TEST_F(SectionsHostTest, ElementsOfAFoldingSectionStayUntilTheyAreCutOff) {
   host.setDisclosed(false);
   const Lines open = tree();
   desktop.advance(0.02);

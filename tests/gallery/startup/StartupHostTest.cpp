@@ -40,7 +40,7 @@ TEST_F(StartupHostTest, TheSplashGoesThroughItsStepsAndCloses) {
   EXPECT_EQ(reports[5], "splash closed");
 }
 
-TEST_F(StartupHostTest, TasksComeRunAndAreTakenAway) {
+TEST_F(StartupHostTest, TasksBeginRunAndAreRemoved) {
   host->beginTask(100);
   host->beginTask(100);
   EXPECT_FALSE(host->taskBar()->isHidden());

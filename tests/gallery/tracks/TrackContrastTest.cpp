@@ -1,5 +1,5 @@
-// How well what is in a row of the track list can be told from its ground, measured in the pixels that show, on a light and on a
-// dark palette.
+// The contrast of texts and controls in a row of the track list with their background, measured in the visible pixels, with a
+// light and with a dark palette.
 #include <gtest/gtest.h>
 
 #include <QMouseEvent>
@@ -28,7 +28,7 @@ using namespace tessaluna::platform;
 using namespace tessaluna::ready;
 using tessaluna::backend::qt::QtViewWidget;
 
-constexpr double leastOfText = 4.5, leastOfControls = 3;
+constexpr double minTextContrast = 4.5, minControlContrast = 3;
 
 tessaluna::backend::Color colorOf(QRgb pixel) {
   return {qRed(pixel) / 255.0, qGreen(pixel) / 255.0, qBlue(pixel) / 255.0, 1};
@@ -36,7 +36,7 @@ tessaluna::backend::Color colorOf(QRgb pixel) {
 
 class TrackContrast : public testing::TestWithParam<Theme>, protected QtApplicationOfSuite {
  public:
-  // Pixels are half a point, as one that a thin line covers in part says little of the line's color.
+  // A pixel is half a point, because a pixel that a thin line covers in part says little about the line's color.
   static void SetUpTestSuite() {
     qputenv("QT_SCALE_FACTOR", "2");
     QtApplicationOfSuite::SetUpTestSuite();
@@ -84,7 +84,7 @@ class TrackContrast : public testing::TestWithParam<Theme>, protected QtApplicat
     QCoreApplication::processEvents();
   }
 
-  // Of what is in the place and farthest from its ground, which is most of the place.
+  // The highest contrast of a pixel in the view with the background, which is the most frequent color there.
   double contrastOf(const NSView& view) {
     const QImage shown = top_.grab().toImage().convertToFormat(QImage::Format_RGB32);
     const QRectF inPoints = inWidget(view.bounds(), view);
@@ -93,13 +93,13 @@ class TrackContrast : public testing::TestWithParam<Theme>, protected QtApplicat
     std::map<QRgb, int> counts;
     for (int y = place.top(); y <= place.bottom(); ++y)
       for (int x = place.left(); x <= place.right(); ++x) ++counts[shown.pixel(x, y)];
-    EXPECT_GT(counts.size(), 1u) << "nothing shows";
+    EXPECT_GT(counts.size(), 1u) << "nothing is visible";
     const QRgb ground = std::ranges::max_element(counts, {}, [](const auto& count) { return count.second; })->first;
     double most = 1;
     for (const auto& [pixel, count] : counts) most = std::max(most, contrastRatio(colorOf(pixel), colorOf(ground)));
     return most;
   }
-  // Of the parts of a row that are of the class, that of the palest.
+  // The contrast of the palest of the row's parts that are of the class.
   template <class Part>
   double leastContrastOf(std::size_t index) {
     double least = 21;
@@ -113,7 +113,7 @@ class TrackContrast : public testing::TestWithParam<Theme>, protected QtApplicat
   double contrastOfControls(std::size_t index) { return leastContrastOf<TessalunaUIKit::TrackRowControl>(index); }
 
  private:
-  // y from the top of the widget, which is as large as the table.
+  // With y from the top of the widget, which is as large as the table.
   QRectF inWidget(CGRect rect, const NSView& view) {
     const CGRect inTable = table_->convertRectFromView(rect, &view);
     return {inTable.origin.x, table_->bounds().size.height - CGRectGetMaxY(inTable), inTable.size.width,
@@ -130,33 +130,33 @@ class TrackContrast : public testing::TestWithParam<Theme>, protected QtApplicat
   QtViewWidget* widget_ = nullptr;
 };
 
-TEST_P(TrackContrast, TextsAtRest) { EXPECT_GE(contrastOfTexts(0), leastOfText); }
+TEST_P(TrackContrast, TextsAtRest) { EXPECT_GE(contrastOfTexts(0), minTextContrast); }
 
 TEST_P(TrackContrast, TextsUnderThePointer) {
   hover(0);
-  EXPECT_GE(contrastOfTexts(0), leastOfText);
+  EXPECT_GE(contrastOfTexts(0), minTextContrast);
 }
 
 TEST_P(TrackContrast, TextsOfASelectedRow) {
   select(0);
-  EXPECT_GE(contrastOfTexts(0), leastOfText);
+  EXPECT_GE(contrastOfTexts(0), minTextContrast);
 }
 
 TEST_P(TrackContrast, TextsOfASelectedRowWithTheKeyboard) {
   rows().window()->makeFirstResponder(&rows());
   select(0);
-  EXPECT_GE(contrastOfTexts(0), leastOfText);
+  EXPECT_GE(contrastOfTexts(0), minTextContrast);
 }
 
 TEST_P(TrackContrast, ControlsUnderThePointer) {
   hover(0);
-  EXPECT_GE(contrastOfControls(0), leastOfControls);
+  EXPECT_GE(contrastOfControls(0), minControlContrast);
 }
 
 TEST_P(TrackContrast, ControlsOfASelectedRow) {
   select(0);
   hover(0);
-  EXPECT_GE(contrastOfControls(0), leastOfControls);
+  EXPECT_GE(contrastOfControls(0), minControlContrast);
 }
 
 INSTANTIATE_TEST_SUITE_P(Themes, TrackContrast, testing::Values(Theme::Light, Theme::Dark),

@@ -62,7 +62,7 @@ TEST_F(TrackLibraryTest, SortingOrdersTheTracksAndKeepsWhatPlays) {
   EXPECT_THAT(playing, ElementsAre(tracks[3].title));
 }
 
-TEST_F(TrackLibraryTest, AFavoriteIsRememberedAndATrackRemoved) {
+TEST_F(TrackLibraryTest, AFavoriteIsRememberedAndATrackIsRemoved) {
   const bool was = tracks[5].isFavorite;
   perform(5, "Favorite");
   EXPECT_EQ(library->row(5).isFavorite, !was);

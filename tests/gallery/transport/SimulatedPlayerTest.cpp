@@ -20,7 +20,7 @@ TEST_F(SimulatedPlayerTest, PlaysOnceSomethingIsLoaded) {
   EXPECT_NEAR(player.position(), 10, 0.1);
 }
 
-TEST_F(SimulatedPlayerTest, PausedItLoadsAndDoesNotMove) {
+TEST_F(SimulatedPlayerTest, PausedItLoadsAndDoesNotAdvance) {
   player.setPlaying(false);
   player.advance(20);
   EXPECT_EQ(player.position(), 0);
@@ -33,7 +33,7 @@ TEST_F(SimulatedPlayerTest, PausedItLoadsAndDoesNotMove) {
 TEST_F(SimulatedPlayerTest, TheBuffersTakeTurns) {
   player.advance(45);
   EXPECT_NEAR(player.position(), 45, 0.1);
-  // The first one was played out and holds the end of the song now.
+  // The first buffer was played to its end and now holds the end of the song.
   EXPECT_EQ(player.loaded(0).start, 80000u);
   EXPECT_TRUE(player.loaded(1).isCompleted);
 }
@@ -85,7 +85,7 @@ TEST_F(SimulatedPlayerTest, ASeekDropsWhatIsLoadedAndEndsWhenDataComes) {
   EXPECT_EQ(player.loaded(0).start, 70000u);
 }
 
-TEST_F(SimulatedPlayerTest, SkippingGoesRoundAtTheEnds) {
+TEST_F(SimulatedPlayerTest, SkippingWrapsAroundAtTheEnds) {
   player.previous();
   EXPECT_EQ(player.songIndex(), 1u);
   player.next();

@@ -37,7 +37,7 @@ class TransportHostTest : public harness::StillWorld {
 
 }  // namespace
 
-TEST_F(TransportHostTest, PlayingMovesTheKnobAndPausingHoldsIt) {
+TEST_F(TransportHostTest, PlayingMovesTheKnobAndPausingStopsIt) {
   click("Play");
   EXPECT_TRUE(harness::transportControl(*host.bar(), "Pause"));
   desktop.advance(10);
@@ -74,7 +74,7 @@ TEST_F(TransportHostTest, TheNextSongBeginsWithoutAGap) {
   EXPECT_NEAR(slider().position(), 2, 0.5);
 }
 
-TEST_F(TransportHostTest, SkippingStoppingAndModes) {
+TEST_F(TransportHostTest, ReportsSkippingStoppingAndModes) {
   for (const char* name : {"Next", "Next", "Next", "Previous", "Stop", "Shuffle", "Shuffle", "Repeat"}) click(name);
   EXPECT_THAT(reports, ElementsAre("song Second", "song Third", "song First", "song Third", "stop", "shuffle on",
                                    "shuffle off", "repeat on"));
