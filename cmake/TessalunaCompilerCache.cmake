@@ -1,6 +1,6 @@
-# Compiles through ccache where it is installed, so that another clone of sources that were built before takes minutes less.
-# Included before any target, because a target takes its launcher when it is made.
-option(TESSALUNA_CCACHE "Compile through ccache where it is installed" ON)
+# Compiles through ccache if it is installed, so that another clone of the same sources builds in minutes less.
+# Include it before any target, because a target takes its launcher when it is created.
+option(TESSALUNA_CCACHE "Compile through ccache if it is installed" ON)
 if(NOT TESSALUNA_CCACHE OR CMAKE_CXX_COMPILER_LAUNCHER)
   return()
 endif()
@@ -9,8 +9,8 @@ if(NOT CCACHE_PROGRAM)
   return()
 endif()
 
-# Paths below the source are made relative to the folder that the compiler runs in, so that clones share what they compiled
-# wherever they are. Precompiled headers are cached only by a ccache that overlooks their defines and time macros.
+# ccache makes paths below the source relative to the folder that the compiler runs in, so that clones in different places
+# share what they compiled. It caches precompiled headers only if it ignores their defines and time macros.
 set(CMAKE_CXX_COMPILER_LAUNCHER
     env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=true
     "CCACHE_SLOPPINESS=pch_defines,time_macros" "${CCACHE_PROGRAM}")

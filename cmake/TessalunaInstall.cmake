@@ -1,13 +1,13 @@
-# The installed package: find_package(TessalunaUIKit COMPONENTS ...) gives the targets under TessalunaUIKit::, and pkg-config
-# knows the same libraries by the same names.
+# The installed package: find_package(TessalunaUIKit COMPONENTS ...) defines the targets under TessalunaUIKit::, and pkg-config
+# has the same libraries under the same names.
 include(CMakePackageConfigHelpers)
 
-# The package of pkg-config that has a library of others, by its target here. Static libraries need it again when a program
-# links them.
+# The pkg-config package of each outside library, by its target here. A program that links static libraries needs these
+# packages too.
 set(pkgconfig_of_PkgConfig_UTF8PROC libutf8proc)
 set(pkgconfig_of_Qt6_Widgets "Qt6Widgets >= 6.4")
 
-# Packages stay whole when the tree that they are in is moved.
+# Packages still work after the tree that they are in is moved.
 file(RELATIVE_PATH path_to_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 get_property(libraries GLOBAL PROPERTY TESSALUNA_LIBRARIES)
 set(names)
@@ -27,7 +27,7 @@ foreach(library IN LISTS libraries)
     list(APPEND others "${pkgconfig_of_${key}}")
   endforeach()
   if(BUILD_SHARED_LIBS)
-    # Only what the headers include.
+    # Only what the installed headers include.
     list(FILTER others INCLUDE REGEX "^Qt")
   endif()
   set(required ${own} ${others})

@@ -1,13 +1,13 @@
-# How every target of the project compiles, and what a library of it is.
+# How every target of the project compiles, and how the project defines a library.
 
-# Flags that the project's own code needs and its users need not share.
+# Flags that the project's own code needs and its users do not.
 add_library(tessaluna_build_flags INTERFACE)
 target_compile_features(tessaluna_build_flags INTERFACE cxx_std_20)
 # A fused multiply-add would move a vertex by one unit in the last place, and pictures and expected texts with it.
 # One kind of machine code for libraries and programs, so that they can share precompiled headers.
 target_compile_options(tessaluna_build_flags INTERFACE -Wall -Wextra -Wpedantic -ffp-contract=off -fPIC)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # This compiler sees overlapping and endless copies in the plain sum of two strings.
+  # This compiler warns of overlapping and endless copies in the plain sum of two strings.
   target_compile_options(tessaluna_build_flags INTERFACE -Wno-restrict -Wno-stringop-overflow)
 endif()
 find_program(MOLD_PROGRAM mold)
@@ -15,7 +15,7 @@ if(MOLD_PROGRAM)
   target_link_options(tessaluna_build_flags INTERFACE -fuse-ld=mold)
 endif()
 if(TESSALUNA_SANITIZE)
-  # Casts of numbers that no int holds are none of the undefined group's.
+  # The group "undefined" does not include casts of numbers that no int can hold.
   target_compile_options(tessaluna_build_flags INTERFACE -fsanitize=address,undefined,float-cast-overflow
                                                          -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tessaluna_build_flags INTERFACE -fsanitize=address,undefined)
@@ -26,7 +26,7 @@ if(TESSALUNA_FUZZ)
   target_link_options(tessaluna_build_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# Sets the result to those of the headers that the first ones, which follow, include directly or through others.
+# Sets the result to those of the headers that the remaining arguments are or include, directly or through others.
 function(tessaluna_reached_headers result headers)
   set(reached)
   set(waiting ${ARGN})
@@ -46,10 +46,10 @@ endfunction()
 
 # tessaluna_library(NAME FOLDERS dir... [EXCEPT path...] [ALSO path...] [PUBLIC_HEADERS header...] [LINKS target...]
 #                   [PRIVATE_LINKS target...])
-# The target TessalunaNAME, known as TessalunaUIKit::NAME: a library of all sources below the folders, without those below or
-# of a path that is excepted, with those of the files ALSO; both name files without their endings. Installed with it are
-# PUBLIC_HEADERS, as users include them, and the headers of the library that these include; without PUBLIC_HEADERS all headers
-# below the folders. LINKS names libraries of the project without their namespace, or targets of others.
+# Makes the target TessalunaNAME, with the alias TessalunaUIKit::NAME: a library of all sources below FOLDERS, without the files
+# and folders of EXCEPT, and with the files of ALSO; both name files without their endings. It installs PUBLIC_HEADERS, as users
+# include them, and the headers of the library that these include; without PUBLIC_HEADERS, all headers below the folders. LINKS
+# names libraries of the project without their namespace, or outside targets.
 function(tessaluna_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "FOLDERS;EXCEPT;ALSO;PUBLIC_HEADERS;LINKS;PRIVATE_LINKS")
   set(sources)
@@ -93,8 +93,8 @@ function(tessaluna_library name)
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${map}")
   endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # A point whose two numbers were stored one after the other and are then loaded at once waits until both have reached
-    # the cache: making a stroke takes twice as long.
+    # Loading a point's two numbers at once, right after storing them one by one, waits until both have reached the cache:
+    # making a stroke would take twice as long.
     target_compile_options(${target} PRIVATE -fno-tree-slp-vectorize)
   endif()
   foreach(link IN LISTS arg_LINKS)
@@ -104,7 +104,7 @@ function(tessaluna_library name)
       target_link_libraries(${target} PUBLIC ${link})
     endif()
   endforeach()
-  # Of another's library that stays behind a source file, users need the library when they link and no more.
+  # Users need the private links only at link time, because no header includes anything of them.
   foreach(link IN LISTS arg_PRIVATE_LINKS)
     target_link_libraries(${target} PRIVATE ${link})
   endforeach()
@@ -122,7 +122,7 @@ function(tessaluna_library name)
   set_target_properties(${target} PROPERTIES TESSALUNA_PUBLIC_HEADERS "${public_headers}"
                                              TESSALUNA_PRIVATE_HEADERS "${private_headers}"
                                              TESSALUNA_PRIVATE_LINKS "${arg_PRIVATE_LINKS}")
-  # A file of targets for each library, so that a package can hold some of them.
+  # One file of targets per library, so that a package can contain some of them.
   install(TARGETS ${target} EXPORT TessalunaUIKit${name} ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
           LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
   install(EXPORT TessalunaUIKit${name} NAMESPACE TessalunaUIKit:: DESTINATION "${TESSALUNA_PACKAGE_DIR}")

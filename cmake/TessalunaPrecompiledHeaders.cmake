@@ -1,13 +1,13 @@
-# Headers that are read once for many targets instead of once for each source: nearly half of what compiling a library
-# takes. None of them is the project's own, as an edit of it would compile everything again.
+# Headers that the compiler reads once for many targets instead of once per source, which takes nearly half of a library's
+# compile time. None of them is the project's own, because an edit would compile everything again.
 set(TESSALUNA_STANDARD_HEADERS
     <algorithm> <array> <cmath> <cstdint> <functional> <map> <memory> <optional> <span> <string> <string_view> <utility>
     <variant> <vector>)
 set(TESSALUNA_QT_HEADERS <QAccessible> <QApplication> <QImage> <QPainter> <QPointer> <QScreen> <QTimer> <QWidget> <QWindow>)
 
 # tessaluna_precompiled_headers(NAME HEADERS header... [LINKS target...] [SOURCES file...]): a target for
-# target_precompile_headers(... REUSE_FROM). A target that reuses it may have more definitions, but none less, as compilers
-# refuse headers that were read with another one.
+# target_precompile_headers(... REUSE_FROM). A target that reuses it may have more definitions but must have all of its definitions,
+# because compilers refuse headers that were read with others.
 function(tessaluna_precompiled_headers name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;LINKS;SOURCES")
   if(NOT arg_SOURCES)

@@ -11,7 +11,7 @@ using TessalunaUIKit::TessalunaStyleKit;
 int main() {
   auto bitmap = tessaluna::backend::raster::Bitmap::make(32, 32);
   if (!bitmap) return 1;
-  tessaluna::backend::raster::RasterCanvas canvas(*bitmap, {.scale = 2});  // two pixels a point
+  tessaluna::backend::raster::RasterCanvas canvas(*bitmap, {.scale = 2});  // two pixels per point
   tessaluna::platform::CanvasScope drawing(canvas);
   TessalunaStyleKit::drawLeftArrow({2, 2, 12, 12});
 

@@ -1,4 +1,4 @@
-// Where a program reads of its own mistakes: those that would stop it and those that would not.
+// How a program logs its own mistakes: those that would stop it and those that would not.
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -19,7 +19,7 @@ void setHandlers() {
   tessaluna::platform::NSLayoutConstraint::setConflictHandler(log);
 }
 
-// A part of the program that may fail, where the rest continues without it.
+// Runs a part of the program that may fail; the rest continues without it.
 bool tryPart(void (*part)()) {
   tessaluna::platform::setStopHandler([](std::string_view report) { throw std::logic_error(std::string(report)); });
   bool isDone = true;

@@ -1,4 +1,4 @@
-// A search field over a few songs in a window of Qt's. What is picked or searched for is printed.
+// A search field over a few songs in a Qt window. It prints what the user picks or searches for.
 #include <QApplication>
 #include <cstdio>
 

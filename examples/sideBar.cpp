@@ -1,4 +1,4 @@
-// A side bar over a program's own places, in a window of Qt's. Closing the window ends the program.
+// A side bar over a program's own places, in a Qt window. Closing the window ends the program.
 #include <QApplication>
 #include <cstdio>
 
@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
   backend::qt::QtViewWidget widget(bar);
   widget.resize(220, 200);
   widget.show();
-  // A picture of the window for whoever gives a file's name.
+  // With a file name as its argument, the program writes a picture of the window.
   if (argc == 2) return widget.grab().save(argv[1]) ? 0 : 1;
   return QApplication::exec();
 }

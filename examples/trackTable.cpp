@@ -1,4 +1,4 @@
-// A track table over a list of a program's own, in a window of Qt's. Closing the window ends the program.
+// A track table over a program's own list, in a Qt window. Closing the window ends the program.
 #include <QApplication>
 #include <utility>
 

@@ -53,7 +53,7 @@ int main(int argc, char** argv) {
   clock.start(100);
   showPlayer();
   window.show();
-  // A picture of the window for whoever gives a file's name.
+  // With a file name as its argument, the program writes a picture of the window.
   if (argc == 2) return window.grab().save(argv[1]) ? 0 : 1;
   return QApplication::exec();
 }

@@ -1,4 +1,4 @@
-// A button of the library in a window of Qt's. Closing the window ends the program.
+// A button of the library in a Qt window. Closing the window ends the program.
 #include <QApplication>
 #include <cstdio>
 

@@ -1,7 +1,7 @@
 // The window of a small player over invented songs: toolbar, search field, track table, transport bar, and a switch to a dark
 // palette. The player itself only keeps time.
 //
-// Lines between "region" and "end" are what a concern takes; a test counts them.
+// The lines between "region" and "end" are what one concern takes; a test counts them.
 #pragma once
 
 #include <QTimer>

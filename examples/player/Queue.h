@@ -1,4 +1,4 @@
-// The songs of the player and what plays, as the table of tracks shows them.
+// The songs of the player and the one that plays, as the track table shows them.
 #pragma once
 
 #include <string>

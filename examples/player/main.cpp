@@ -1,5 +1,5 @@
-// A small player. `player --picture FILE.png [--dark]` plays the second song by a double click, writes what the window then
-// shows, and ends: with 0 if that song plays.
+// A small player. `player --picture FILE.png [--dark]` plays the second song by a double click, writes a picture of the window,
+// and exits: with 0 if that song plays.
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPixmap>

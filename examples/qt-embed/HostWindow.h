@@ -1,4 +1,4 @@
-// The window of some Qt program, all of it widgets but for what it takes from the library: glyphs on its buttons, and two
+// The window of a Qt program. All of it is widgets, except for what it takes from the library: glyphs on its buttons, and two
 // views in its layout.
 #pragma once
 

@@ -1,5 +1,5 @@
 // Views and glyphs of the library in a Qt program. `qt-embed --picture FILE.png` clicks once on the view that goes to the
-// next track, writes what the window then shows, and ends: with 0 if the click has had its effect.
+// next track, writes a picture of the window, and exits: with 0 if the click had its effect.
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPixmap>

@@ -10,13 +10,13 @@ namespace artwork {
 
 namespace {
 
-// A value may begin with one dash, as a negative number does.
+// A value may begin with one dash, such as a negative number.
 bool isOptionLike(std::string_view word) { return word.starts_with("--"); }
 
 [[noreturn]] void failOnUnknownOption(std::string_view word, std::span<const Option> options) {
   std::vector<std::string_view> names = {"--help"};
   for (const Option& option : options) names.push_back(option.name);
-  throw UsageFailure("there is no option " + inQuotes(word) + suggestion(word, names));
+  throw UsageFailure("unknown option " + inQuotes(word) + suggestion(word, names));
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The command line of one command, taken apart: plain words, options, and the flags of a routine, which only the routine
-// can tell to be right or wrong.
+// The parts of one command's command line: plain words, options, and the flags of a routine, which only the routine
+// can check.
 #pragma once
 
 #include <map>
@@ -22,13 +22,13 @@ class Arguments {
  public:
   struct Flag {
     std::string_view name;                  // without its dashes
-    std::optional<std::string_view> value;  // absent where none followed
+    std::optional<std::string_view> value;  // absent if none followed
   };
 
   // The views are into the words. Throws a UsageFailure for an unknown or repeated option and for a missing value.
   static Arguments parse(std::span<char* const> words, std::span<const Option> options, RoutineFlags flags);
 
-  // The only plain word. Throws a UsageFailure where there is none, or another: "`ops` needs the NAME of a routine".
+  // The only plain word. Throws a UsageFailure if there is none or more than one: "`ops` needs the NAME of a routine".
   std::string_view onlyWord(std::string_view what) const;
   void rejectWords() const;
 

@@ -1,4 +1,4 @@
-// One command of the tool. Each stands in a file of its own; main.cpp lists them.
+// One command of the tool. Each is in a file of its own; main.cpp lists them.
 #pragma once
 
 #include <span>

@@ -17,7 +17,7 @@ using TessalunaUIKit::RoutineFlag;
 
 namespace {
 
-// Of the three forms of a name the mistyped one is compared with the form that it comes nearest to.
+// Compares the mistyped name with the one of a name's three forms that it resembles.
 std::string nameSuggestion(std::string_view wrong) {
   const std::span<const Routine> all = TessalunaUIKit::routines();
   std::vector<std::string> members;

@@ -1,4 +1,4 @@
-// A routine with its frame and the values of its flags: what a command line asks to be drawn.
+// A routine with its frame and the values of its flags: what a command line asks the tool to draw.
 #pragma once
 
 #include <memory>
@@ -12,7 +12,7 @@ namespace artwork {
 
 class Figure {
  public:
-  // By NAME and --FLAG, and --frame if it is given. Throws a UsageFailure for what the routine does not know.
+  // Reads NAME, --FLAG, and --frame if it is given. Throws a UsageFailure for an unknown name or flag.
   static Figure parse(const Arguments& arguments);
 
   const TessalunaUIKit::Routine& routine() const { return *routine_; }
@@ -20,7 +20,7 @@ class Figure {
   tessaluna::platform::CGRect frame() const { return frame_; }
   void setFrame(tessaluna::platform::CGRect frame) { frame_ = frame; }
 
-  // Runs the routine, or draws its image at the frame's size, which stops where there is none.
+  // Runs the routine, or draws its image at the frame's size; without an image that stops the program.
   void draw(tessaluna::backend::Canvas& canvas) const;
   void drawImage(tessaluna::backend::Canvas& canvas) const;
 

@@ -19,7 +19,7 @@ fs::path resolved(fs::path path) {
   for (int links = 0; links < 40 && fs::is_symlink(path, error); ++links) {
     const fs::path next = fs::read_symlink(path, error);
     if (error) break;
-    path = path.parent_path() / next;  // next alone where that is absolute
+    path = path.parent_path() / next;  // next alone if that is absolute
   }
   return path;
 }
@@ -32,7 +32,7 @@ OutputFile::OutputFile(const std::string& path) : path_(path), target_(resolved(
   if (fs::is_directory(status)) fail("it is a directory");
   if (fs::exists(status)) {
     // A device, or a file that its owner protected, must not be moved over.
-    if (!fs::is_regular_file(status)) fail("it is no regular file");
+    if (!fs::is_regular_file(status)) fail("it is not a regular file");
     std::FILE* existing = std::fopen(target_.c_str(), "r+b");
     if (!existing) fail(std::strerror(errno));
     std::fclose(existing);
@@ -41,11 +41,11 @@ OutputFile::OutputFile(const std::string& path) : path_(path), target_(resolved(
 }
 
 void OutputFile::open() {
-  if (target_.filename().empty()) fail("it is no file name");
-  // "x": never a file of somebody else's. Leftovers of a run that was killed may take some of the names.
+  if (target_.filename().empty()) fail("it is not a file name");
+  // "x": never somebody else's file. Leftovers of a killed run may occupy some of the names.
   for (int attempt = 0; attempt < 100 && !stream_; ++attempt) {
     temporary_ = target_;
-    // A name at its greatest length stays one.
+    // Not derived from the target's name, which may already have the greatest length.
     temporary_.replace_filename(".artwork-" + std::to_string(attempt) + ".part");
     stream_ = std::fopen(temporary_.c_str(), "wbx");
     if (!stream_ && errno != EEXIST) break;
@@ -61,7 +61,7 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::commit() {
-  // Short of space, the last bytes may be refused as late as here.
+  // On a full disk, the last bytes may fail as late as here.
   const bool isFlushed = std::fflush(stream_) == 0 && !std::ferror(stream_);
   const int flushError = errno;
   if (!isFlushed) fail(std::strerror(flushError));

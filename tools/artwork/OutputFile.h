@@ -1,5 +1,5 @@
-// A file that appears whole or not at all: it is written beside its place under another name and moved there by commit().
-// Without a commit nothing is left behind, and a file that was there before stays. All throw a Failure with the reason.
+// A file that appears whole or not at all: it is written beside its place under another name, and commit() moves it there.
+// Without a commit nothing remains, and an earlier file stays. All functions throw a Failure with the reason.
 #pragma once
 
 #include <cstdio>

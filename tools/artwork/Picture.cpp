@@ -30,7 +30,7 @@ std::optional<tessaluna::backend::Color> parseBackground(std::string_view text) 
 }
 
 Bitmap makeBitmap(const Picture& picture) {
-  // A product such as 10 * 1.1 lies a little above the whole number that is meant.
+  // A product such as 10 * 1.1 is slightly greater than the intended whole number.
   const auto pixels = [&](double points) { return std::ceil(points * picture.scale - 1e-6); };
   const double width = pixels(picture.area.size.width), height = pixels(picture.area.size.height);
   std::optional<Bitmap> bitmap;
@@ -45,7 +45,7 @@ void fillBackground(tessaluna::backend::Canvas& canvas, const Picture& picture) 
   if (!picture.background) return;
   canvas.saveState();
   canvas.setFillColor(*picture.background);
-  // A little more than seen: a fraction of a point at the edge is a whole pixel.
+  // A little more than is visible: a fraction of a point at the edge becomes a whole pixel.
   canvas.fillPath(tessaluna::backend::Path::rect(NSInsetRect(picture.area, -16, -16)),
                   tessaluna::backend::FillRule::NonZero);
   canvas.restoreState();

@@ -1,4 +1,4 @@
-// What a picture shows and how large it gets: shared by the commands that write files.
+// What a picture shows and how large it is; the commands that write files share it.
 #pragma once
 
 #include <optional>
@@ -11,8 +11,8 @@
 namespace artwork {
 
 struct Picture {
-  tessaluna::platform::CGRect area;                     // what of the drawing's space is seen, in points
-  double scale = 1;                                     // pixels a point
+  tessaluna::platform::CGRect area;                     // the visible part of the drawing's space, in points
+  double scale = 1;                                     // pixels per point
   std::optional<tessaluna::backend::Color> background;  // absent: transparent
 };
 
@@ -20,10 +20,10 @@ struct Picture {
 double parseScale(std::string_view text);
 std::optional<tessaluna::backend::Color> parseBackground(std::string_view text);
 
-// Of the picture's size in pixels, rounded up. Throws a Failure where that is too large.
+// Has the picture's size in pixels, rounded up. Throws a Failure if that is too large.
 tessaluna::backend::raster::Bitmap makeBitmap(const Picture& picture);
 
-// Nothing where there is no background.
+// Does nothing without a background.
 void fillBackground(tessaluna::backend::Canvas& canvas, const Picture& picture);
 
 }  // namespace artwork

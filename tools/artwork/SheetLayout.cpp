@@ -16,8 +16,8 @@ namespace {
 
 constexpr double border = 20;
 constexpr double cellGap = 14;
-constexpr double pictureRoom = 96;  // of each picture, high
-constexpr double labelRoom = 38;    // below it, with the gap to the next row
+constexpr double pictureRoom = 96;  // the height for each picture
+constexpr double labelRoom = 38;    // the height below it, with the gap to the next row
 constexpr double headingRoom = 44;
 constexpr double widest = 1240;  // of a sheet
 constexpr std::size_t maxFlags = 8;

@@ -1,4 +1,4 @@
-// Where everything stands on a contact sheet: every routine in every combination of its flags, below the heading of its
+// Where everything is on a contact sheet: every routine in every combination of its flags, below the heading of its
 // family. In points from the lower left corner of the sheet.
 #pragma once
 
@@ -13,10 +13,10 @@ namespace artwork {
 
 struct SheetCell {
   const TessalunaUIKit::Routine* routine = nullptr;
-  std::vector<char> flags = {};  // 0 or 1 for each flag of the routine; contiguous, which a vector of bool is not
+  std::vector<char> flags = {};  // 0 or 1 for each flag of the routine; contiguous, unlike a vector of bool
   tessaluna::platform::CGRect picture = {};
   std::string name = {}, flagsThatAreOn = {};                          // the two lines below the picture
-  tessaluna::platform::CGPoint nameBaseline = {}, flagsBaseline = {};  // of their middle
+  tessaluna::platform::CGPoint nameBaseline = {}, flagsBaseline = {};  // at the middle of the line
 
   void draw(tessaluna::platform::CGRect frame) const;
 };
@@ -34,7 +34,7 @@ struct SheetLayout {
   std::vector<SheetCell> cells;
   tessaluna::platform::CGSize size;
 
-  // Of one family, or of all.
+  // Lays out one family, or all of them.
   static SheetLayout make(std::optional<TessalunaUIKit::RoutineFamily> family);
 };
 

@@ -46,7 +46,7 @@ bool isOfFixedSize(const TessalunaUIKit::Routine& routine) {
   const CGSize size = routine.defaultFrame.size;
   const auto once = inkOfDrawing({{0, 0}, size}, size, draw);
   const auto twice = inkOfDrawing({0, 0, 2 * size.width, 2 * size.height}, size, draw);
-  // A pixel more or less is a matter of where the edges fall.
+  // A difference of one pixel depends only on where the edges are.
   return once && twice && std::abs(once->width - twice->width) <= 1 && std::abs(once->height - twice->height) <= 1;
 }
 

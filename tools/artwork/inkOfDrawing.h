@@ -1,4 +1,4 @@
-// What a drawing looks like, found by painting it small.
+// What a drawing looks like, measured in a small painting of it.
 #pragma once
 
 #include <functional>
@@ -10,10 +10,10 @@ namespace artwork {
 
 struct Ink {
   int width = 0, height = 0;  // of all that is painted, in pixels
-  double lightness = 0;       // 0 black to 1 white, the mean by coverage
+  double lightness = 0;       // from 0, black, to 1, white: the mean weighted by coverage
 };
 
-// Of what is painted into the frame, at a scale that makes `reference` 64 pixels long. Absent where nothing is painted.
+// Measures what is painted into the frame, at a scale that makes `reference` 64 pixels long. Absent if nothing is painted.
 std::optional<Ink> inkOfDrawing(tessaluna::platform::CGRect frame, tessaluna::platform::CGSize reference,
                                 const std::function<void(tessaluna::platform::CGRect)>& draw);
 

@@ -45,7 +45,7 @@ void printJson() {
   std::fputs(text.c_str(), stdout);
 }
 
-// Three lines a routine, below the headings of the families.
+// Three lines per routine, below the headings of the families.
 void printText() {
   const Routine* earlier = nullptr;
   for (const Routine& routine : TessalunaUIKit::routines()) {

@@ -1,4 +1,4 @@
-// tessaluna-artwork: lists, tells and paints the artwork of the kit, for developers and designers.
+// tessaluna-artwork: lists, describes and paints the artwork of the kit, for developers and designers.
 #include <algorithm>
 #include <cstdio>
 #include <new>
@@ -32,14 +32,14 @@ void printHelp() {
 bool isHelp(std::string_view word) { return word == "--help" || word == "-h" || word == "help"; }
 
 void run(std::span<char* const> words) {
-  if (words.empty()) throw UsageFailure("a command is missing: list, ops, render or sheet; --help tells more");
+  if (words.empty()) throw UsageFailure("a command is missing: list, ops, render or sheet; --help explains them");
   if (isHelp(words[0])) return printHelp();
 
   const auto command = std::ranges::find(commands, std::string_view(words[0]), &Command::name);
   if (command == std::ranges::end(commands)) {
     std::vector<std::string_view> names;
     for (const Command* known : commands) names.push_back(known->name);
-    throw UsageFailure("there is no command " + inQuotes(words[0]) + suggestion(words[0], names));
+    throw UsageFailure("unknown command " + inQuotes(words[0]) + suggestion(words[0], names));
   }
   words = words.subspan(1);
   if (std::ranges::find(words, std::string_view("--help")) != words.end()) return printUsage(**command);
@@ -54,7 +54,7 @@ int report(const char* message, int status) {
 }  // namespace
 }  // namespace artwork
 
-// 0 when done, 2 for a command line that makes no sense, 1 for anything else that went wrong.
+// 0 on success, 2 for a wrong command line, 1 for any other error.
 int main(int count, char** words) {
   try {
     if (count > 0) artwork::run({words + 1, words + count});

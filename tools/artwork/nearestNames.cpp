@@ -10,7 +10,7 @@ namespace {
 // Bytes outside ASCII stay as they are.
 char lowerCase(char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
 
-// Nobody mistypes a name by more; longer words would only take time.
+// Longer words are nobody's mistyped names, and would only take time.
 constexpr std::size_t longestWord = 200;
 
 }  // namespace
@@ -46,7 +46,7 @@ std::vector<std::string_view> nearestNames(std::string_view wrong, std::span<con
   std::ranges::stable_sort(candidates, {}, &Candidate::distance);
   std::vector<std::string_view> nearest;
   for (const Candidate& candidate : candidates) {
-    // Beside a near name a far one only confuses.
+    // Next to a near name, a far one only confuses.
     const bool isNear = candidate.distance <= candidates.front().distance + 1;
     if (isNear && nearest.size() < 3) nearest.push_back(candidate.name);
   }

@@ -12,7 +12,7 @@ namespace artwork {
 
 namespace {
 
-// A routine multiplies sizes with each other; beyond this the products are no numbers any more.
+// A routine multiplies sizes; beyond this limit the products are no longer finite.
 constexpr double largestCoordinate = 1e100;
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
@@ -38,7 +38,7 @@ double parseNumber(OptionText value) {
   const char* const end = value.text.data() + value.text.size();
   double number = 0;
   const auto [read, error] = std::from_chars(value.text.data(), end, number);
-  // from_chars takes "nan" and "inf" for numbers.
+  // from_chars accepts "nan" and "inf" as numbers.
   if (error != std::errc() || read != end || !std::isfinite(number))
     throw UsageFailure(std::string(value.option) + ": " + inQuotes(value.text) + " is no finite number");
   return number;

@@ -13,7 +13,7 @@ struct OptionText {
 };
 
 double parseNumber(OptionText value);                      // finite, and all of the text
-tessaluna::platform::CGRect parseFrame(OptionText value);  // "X,Y,W,H", a size that is not negative
+tessaluna::platform::CGRect parseFrame(OptionText value);  // "X,Y,W,H", without a negative size
 tessaluna::platform::CGSize parseSize(OptionText value);   // "WxH", both above 0
 bool parseBool(OptionText value);                          // "true" or "false"
 

@@ -13,7 +13,7 @@ namespace artwork {
 
 namespace {
 
-// Premultiplied to plain, rounded to nearest; where nothing is seen, nothing is kept.
+// Premultiplied to plain, rounded to nearest; a transparent pixel keeps no color.
 std::uint32_t unpremultiplied(std::uint32_t pixel) {
   const std::uint32_t alpha = pixel >> 24;
   if (alpha == 255) return pixel;

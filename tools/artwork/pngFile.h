@@ -7,7 +7,7 @@
 
 namespace artwork {
 
-// Eight bits a channel, with alpha, not premultiplied. The bitmap's pixels are changed on the way. Throws a Failure.
+// Eight bits per channel, with alpha, not premultiplied. Changes the bitmap's pixels. Throws a Failure.
 void writePng(const std::string& path, tessaluna::backend::raster::Bitmap& bitmap);
 
 }  // namespace artwork

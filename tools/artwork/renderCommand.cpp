@@ -47,7 +47,7 @@ void render(const Arguments& arguments) {
     figure.setFrame({{0, 0}, parseSize({"--size", *size})});
     picture.area = figure.frame();
   } else {
-    // An image has a size and no place.
+    // An image has a size but no place.
     if (source == Source::Image) figure.setFrame({{0, 0}, figure.frame().size});
     picture.area = areaAround(figure.frame());
   }
@@ -82,7 +82,7 @@ const Command renderCommand = {
         "                         [--background none|light|dark|#rrggbb] [--FLAG true|false]... [--image]",
     .summary =
         "Paints a routine into a PNG file, or into an SVG file where the name ends in .svg: its frame with 2 points\n"
-        "around it, with --size exactly (0, 0, W, H). --scale is pixels a point, 0.1 to 16. --image draws through\n"
+        "around it, with --size exactly (0, 0, W, H). --scale is pixels per point, 0.1 to 16. --image draws through\n"
         "the routine's image.",
     .options = options,
     .routineFlags = RoutineFlags::Accepted,

@@ -34,22 +34,22 @@ RoutineFamily parseFamily(std::string_view text) {
     if (editDistance(name, text) == 0) return routine.family;
     if (names.empty() || names.back() != name) names.push_back(name);
   }
-  std::string message = "--family: there is no family " + inQuotes(text);
+  std::string message = "--family: unknown family " + inQuotes(text);
   const std::string nearest = suggestion(text, names);
   if (!nearest.empty()) throw UsageFailure(message + nearest);
-  message += "; there are ";
+  message += "; the families are ";
   for (std::size_t i = 0; i < names.size(); ++i) message += (i ? ", " : "") + std::string(names[i]);
   throw UsageFailure(message);
 }
 
-// The ground of a sheet and what can be seen on it.
+// The background of a sheet and what is visible on it.
 class SheetBackground {
  public:
   explicit SheetBackground(const std::optional<tessaluna::backend::Color>& color) {
     if (color) lightness_ = 0.2126 * color->red + 0.7152 * color->green + 0.0722 * color->blue;
   }
 
-  // On no ground at all a middle gray, which shows on white and on black.
+  // On a transparent sheet a medium gray, which is visible on white and on black.
   double inkWhite() const { return !lightness_ ? 0.5 : isLight() ? 0.15 : 0.9; }
   double tileWhite() const { return isLight() ? 0.2 : 0.88; }
   bool hides(const Ink& ink) const { return lightness_ && std::abs(ink.lightness - *lightness_) < 0.3; }
@@ -60,7 +60,7 @@ class SheetBackground {
   std::optional<double> lightness_;
 };
 
-// From what is well seen on the ground to the ground itself.
+// From a color that is well visible on the background to the background's own color.
 tessaluna::platform::NeutralAxis axisOn(const tessaluna::backend::Color& ground) {
   using tessaluna::backend::Color;
   constexpr Color black{0, 0, 0, 1}, pale{0.95, 0.95, 0.95, 1};
@@ -120,7 +120,7 @@ void sheet(const Arguments& arguments) {
   {
     tessaluna::backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale});
     fillBackground(canvas, picture);
-    // What follows is drawn as for white.
+    // An artwork that follows is drawn as for white.
     std::optional<tessaluna::platform::PaletteCanvas> following;
     if (follows) following.emplace(canvas, axisOn(*picture.background));
     const tessaluna::platform::CanvasScope scope(following ? static_cast<tessaluna::backend::Canvas&>(*following) : canvas);
@@ -138,8 +138,8 @@ const Command sheetCommand = {
     .usage = "-o FILE.png [--family NAME] [--scale S] [--background none|light|dark|#rrggbb] [--follow]",
     .summary =
         "Paints a contact sheet: every routine in every combination of its flags, by families, or one family alone,\n"
-        "such as \"Mood icons\". What the ground would hide stands on a tile; with --follow black and white become the\n"
-        "text on the ground and the ground, as on a palette that the artwork follows.",
+        "such as \"Mood icons\". A glyph that the background would hide has a tile behind it; with --follow, black becomes\n"
+        "the color of text on the background, and white that of the background.",
     .options = options,
     .run = sheet,
 };

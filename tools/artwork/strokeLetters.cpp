@@ -11,8 +11,8 @@ using tessaluna::platform::Ref;
 
 namespace {
 
-// A point is two digits, x and y: feet stand on 2 and hang down to 0, small letters reach 6 and capitals 8. An "r" behind
-// a point makes it a rounded corner, which the line only bends towards; two of them in a row meet half-way. A comma begins
+// A point is two digits, x and y: feet are at 2, descenders reach 0, small letters reach 6 and capitals 8. An "r" after
+// a point makes it a rounded corner, towards which the line only bends; two of them in a row meet halfway. A comma begins
 // another stroke, and a stroke of one point is a dot.
 struct Letter {
   char sign;
@@ -129,7 +129,7 @@ CGPoint between(CGPoint a, CGPoint b, double part) { return {a.x + (b.x - a.x) *
 
 void appendStroke(NSBezierPath& path, const std::vector<Corner>& corners) {
   path.moveToPoint(corners[0].at);
-  // A line of no length would be drawn by some canvases only.
+  // Only some canvases draw a line without a length.
   if (corners.size() == 1) path.lineToPoint({corners[0].at.x, corners[0].at.y + 0.01});
   CGPoint current = corners[0].at;
   for (std::size_t i = 1; i < corners.size(); ++i) {

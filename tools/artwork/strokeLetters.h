@@ -1,5 +1,5 @@
-// Plain letters of single strokes, for labels where there is no font: ASCII letters, digits, space and a few signs. A
-// character that there is not shows as an empty box.
+// Plain letters of single strokes, for labels without a font: ASCII letters, digits, space and a few signs. Any other
+// character is an empty box.
 #pragma once
 
 #include <string_view>
@@ -11,7 +11,7 @@
 namespace artwork {
 
 struct LetterStyle {
-  double size = 9;  // points from the foot of a "g" to the top of an "H", with the line
+  double size = 9;  // points from the bottom of a "g" to the top of an "H", including the line width
   double lineWidth = 1;
 };
 

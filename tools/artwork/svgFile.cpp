@@ -11,7 +11,7 @@ void writeSvg(const std::string& path, const tessaluna::backend::svg::SvgCanvas&
   if (canvas.error()) throw Failure(path + ": " + *canvas.error());
   const std::string text = canvas.document();
   OutputFile file(path);
-  // What could not be written shows when the file is committed.
+  // commit() reports what could not be written.
   std::fwrite(text.data(), 1, text.size(), file.stream());
   file.commit();
 }

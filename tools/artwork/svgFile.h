@@ -1,4 +1,4 @@
-// SVG files of what a canvas was told.
+// SVG files of what a canvas recorded.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace artwork {
 
-// Throws a Failure, and writes no file, where SVG cannot say some of it.
+// Throws a Failure, and writes no file, if SVG cannot express some of it.
 void writeSvg(const std::string& path, const tessaluna::backend::svg::SvgCanvas& canvas);
 
 }  // namespace artwork

@@ -32,8 +32,8 @@ std::vector<std::string> render(std::vector<std::string> more) {
 
 INSTANTIATE_TEST_SUITE_P(
     Words, MistakenCommandLine,
-    testing::Values(Mistake{{}, "a command is missing: list, ops, render or sheet; --help tells more"},
-                    Mistake{{"rendr", "Play"}, "there is no command 'rendr'; did you mean render?"},
+    testing::Values(Mistake{{}, "a command is missing: list, ops, render or sheet; --help explains them"},
+                    Mistake{{"rendr", "Play"}, "unknown command 'rendr'; did you mean render?"},
                     Mistake{{"ops"}, "the NAME of a routine is missing"},
                     Mistake{{"ops", "Play", "Stop"}, "'Stop' is one word too many"},
                     Mistake{{"ops", "drawLeftArow"}, "there is no routine 'drawLeftArow'; did you mean drawLeftArrow?"},
@@ -49,8 +49,8 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Options, MistakenCommandLine,
     testing::Values(
-        Mistake{{"list", "--jsno"}, "there is no option '--jsno'; did you mean --json?"},
-        Mistake{{"list", "-x"}, "there is no option '-x'"},
+        Mistake{{"list", "--jsno"}, "unknown option '--jsno'; did you mean --json?"},
+        Mistake{{"list", "-x"}, "unknown option '-x'"},
         Mistake{{"ops", "Play", "--frmae", "0,0,1,1"}, "drawPlay has no flag '--frmae'; did you mean --frame?"},
         Mistake{{"ops", "LeftArrow", "--isOver", "true"},
                 "drawLeftArrow has no flag '--isOver'; it has --enabled, --isPressed"},

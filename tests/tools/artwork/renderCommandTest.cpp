@@ -205,7 +205,7 @@ TEST(RenderCommand, UnwritableFileIsAnError) {
   EXPECT_EQ(messageFor("folder"), "tessaluna-artwork: cannot write 'folder': it is a directory\n");
   // A pipe of the test's own stands for all devices: a tool that went wrong would move its file over a real one.
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-  EXPECT_EQ(messageFor("pipe"), "tessaluna-artwork: cannot write 'pipe': it is no regular file\n");
+  EXPECT_EQ(messageFor("pipe"), "tessaluna-artwork: cannot write 'pipe': it is not a regular file\n");
   EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
   EXPECT_THAT(messageFor(""), HasSubstr("cannot write ''"));
   EXPECT_THAT(folder.files(), ElementsAre("folder", "pipe"));

@@ -44,7 +44,7 @@ def tidal_small():
 
 
 def tidal_tall_mark():
-    """The same diamonds, no larger. They stand where their last line keeps a length in five decimals."""
+    """The same diamonds, no larger. They are where their last line keeps a length in five decimals."""
     mark = Drawing("tidalLogoTall__mark", (586, 354), outlines="clockwise")
     small = Drawing("small", DIAMONDS_CANVAS)
     for path in parse_listing(DIAMONDS):
@@ -100,22 +100,22 @@ def tidal_wide_line():
 
 def tidal_wide_mark():
     """Diamonds in three pieces: a left one, a right one, and between them two joined by a neck. Sides that
-    run to a neck or to a neighbor's blunted corner are drawn in a little, which keeps the gaps open to the
-    eye."""
+    run to a neck or to a neighbor's blunted corner are drawn in slightly, which keeps the gaps visibly
+    open."""
     left, right, bottom, top = 44.8, 194.1, 177.4, 277.0
     x0, half = (left + right) / 2, (right - left) / 6
     y0 = top - (top - bottom) / 4
     gap, blunt, neck, hollow = 0.9, 1.5, 1.7, 0.013
 
     def drawn_in(pen, end, inward):
-        """A side that bends towards `inward`, a direction of compass, by a small share of its length."""
+        """A side that bends towards `inward`, a compass direction, by a small share of its length."""
         start, end = pen.here, point(end)
         push = abs(end - start) * hollow * 4 / 3 * complex(math.cos(math.radians(inward)),
                                                            math.sin(math.radians(inward)))
         return pen.curve(end, start + (end - start) / 3 + push, end - (end - start) / 3 + push)
 
     def outer(side):
-        """The left diamond for side -1, the right one for 1, from its blunted corner round."""
+        """The left diamond for side -1, the right one for 1, all around from its blunted corner."""
         corner = x0 + side * (half + gap)
         center = x0 + side * 2 * half
         tip = left if side < 0 else right
@@ -127,7 +127,7 @@ def tidal_wide_mark():
 
     low = y0 - half
     pen = Pen(x0 + half - gap, y0 - blunt).line(x0 + half - gap, y0 + blunt)
-    # Continued to the left, down the neck and round the lower diamond.
+    # Continues to the left, down the neck and around the lower diamond.
     drawn_in(pen, (x0, top), 225)
     drawn_in(pen, (x0 - half + gap, y0 + blunt), 315)
     pen.line(x0 - half + gap, y0 - blunt)
@@ -148,12 +148,12 @@ MQA_FEET, MQA_HEIGHT, MQA_STROKE, MQA_SOFT = 4.95, 7.9, 1.5, 0.42
 
 
 def mqa(name):
-    # Inner outlines come first; one of them is found clockwise, the outer one round it counterclockwise.
+    # Inner outlines come first; the search finds one of them clockwise, the outer one around it counterclockwise.
     return Drawing(name, MQA_CANVAS, frame=MQA_FRAME)
 
 
 def mqa_emblem():
-    """A wave as it is sampled: bars that stand on and hang from the middle line of the seal."""
+    """A sampled wave: bars above and below the middle line of the seal."""
     middle, radius = 8.9, 8.9
     seal = mqa("mqaEmblem")
     pitch, width = 2.25, 1.28
@@ -174,7 +174,7 @@ MQA_FACE = Face(MQA_HEIGHT, stem=MQA_STROKE, bar=1.4)
 
 
 def soft(path, radius=MQA_SOFT, inside=0.16):
-    """Corners that stand out get a large radius, those that go in a small one."""
+    """Outward corners get a large radius, inward ones a small one."""
     path = path.counterclockwise()
     radii = {}
     for i in path.corners():
@@ -186,7 +186,7 @@ def soft(path, radius=MQA_SOFT, inside=0.16):
 
 
 def with_plain_notches(path, longest=0.5):
-    """The tiny arcs in the notches are one curve each, however far they turn."""
+    """Each of the tiny arcs in the notches is one curve, however far it turns."""
     segments = []
     for segment in path.segments:
         both = segments and isinstance(segments[-1], Curve) and isinstance(segment, Curve)

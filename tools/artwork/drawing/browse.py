@@ -28,7 +28,7 @@ def direction(degrees):
 
 def genres():
     """A record in front of a second one, of which only the top shows."""
-    # Drawn round, then pressed by less than a hundredth: the front record is a little wider than high.
+    # Drawn as a circle, then compressed by less than a hundredth: the front record is slightly wider than high.
     press = 21.85 / 22
     front, back = point((25, 22)), point((25, 31.45))
     back_radius = 50 / press - back.imag
@@ -54,7 +54,7 @@ def genres():
 
 def search():
     """A magnifying glass, its handle in outline like the glass."""
-    # Drawn round, then pressed like the records.
+    # Drawn as a circle, then compressed like the records.
     middle, wall, press = point((30.6, 30.75)), 2.4, 16.25 / 16.4
     along, across = direction(225), direction(135)
 
@@ -76,14 +76,14 @@ def search():
 
 
 def tilted(center, reach_x, reach_y, degrees):
-    """An ellipse that leans by the angle and reaches so far to the sides and up and down: its center and two axes."""
+    """The center and two axes of an ellipse that leans by the angle and has the given extents."""
     total = reach_x ** 2 + reach_y ** 2
     difference = (reach_x ** 2 - reach_y ** 2) / math.cos(math.radians(2 * degrees))
     return point(center), math.sqrt((total + difference) / 2), math.sqrt((total - difference) / 2), degrees
 
 
 def tilted_arc(shape, start, end, curves):
-    """From one place of the circle that the ellipse comes from to another, in degrees."""
+    """The arc between two places, in degrees, of the circle from which the ellipse was made."""
     center, long, short, degrees = shape
     turn = direction(degrees)
     return [s.mapped(lambda p: center + complex(p.real * long, p.imag * short) * turn)
@@ -95,7 +95,7 @@ def tilted_ellipse(shape, curves):
 
 
 def place_at_x(shape, x, above):
-    """Where the ellipse has this x, above or below its middle, as a place of the circle that it comes from."""
+    """Where the ellipse has this x, above or below its middle, as a place of the circle from which it was made."""
     center, long, short, degrees = shape
     tilt = math.radians(degrees)
     # x - center = long cos t cos tilt - short sin t sin tilt
@@ -109,7 +109,7 @@ HEAD_TILT = 18
 
 
 def head(shape, stem_left, curves):
-    """The outline of a note's head, from its rightmost point, where the stem's right side ends, below and round to the
+    """The outline of a note's head, from its rightmost point, where the stem's right side ends, below and around to the
     stem's left side. Clockwise."""
     right = shape[0].real + math.hypot(shape[1] * math.cos(math.radians(shape[3])),
                                        shape[2] * math.sin(math.radians(shape[3])))
@@ -135,7 +135,7 @@ def playlist():
 
 
 def album():
-    """Three rings about one middle."""
+    """Three rings around one center."""
     icon = Drawing("tidalIconAlbum", canvas=(50, 50))
     for name, inner, outer in (("wide ring", 20, 22.5), ("small ring", 3.2, 5.6), ("middle ring", 7.5, 10)):
         icon.hole(name, circle((25, 25), inner, curves=16))
@@ -146,7 +146,7 @@ def album():
 def music():
     """Two notes under one slanted beam, all in outline."""
     left, right = tilted((20.8, 16.3), 14.8, 10.3, HEAD_TILT), tilted((79.2, 26.7), 14.8, 10.3, HEAD_TILT)
-    rise = 10.4 / 58.4  # of the beam, as the heads rise
+    rise = 10.4 / 58.4  # of the beam, the same as that of the heads
 
     def beam(x, y_at_left):
         return x, y_at_left + (x - 35.6) * rise

@@ -38,7 +38,7 @@ def counts_of(drawing):
 
 
 def count_faults(drawing):
-    return [f"{reached} {what}, {drawing.wanted[what]} are wanted"
+    return [f"{reached} {what}, {drawing.wanted[what]} are required"
             for what, reached in counts_of(drawing).items() if drawing.wanted.get(what) not in (None, reached)]
 
 
@@ -53,7 +53,7 @@ def extent_faults(drawing, names, paths):
     def compare(what, wanted, reached):
         for side, a, b in zip(("x from", "x to", "y from", "y to"), wanted, reached):
             if abs(a - b) > tolerance + 1e-6:
-                faults.append(f"{what}: {side} {b:.2f}, wanted {a:g}")
+                faults.append(f"{what}: {side} {b:.2f}, required {a:g}")
 
     if "extent" in drawing.wanted:
         compare("extent", drawing.wanted["extent"], extent_of(paths))
@@ -63,7 +63,7 @@ def extent_faults(drawing, names, paths):
 
 
 def winding_faults(drawing, names, roles, paths):
-    """Outlines all run one way and holes the other; just inside an outline is paint, just inside a hole is none."""
+    """All outlines run one way and all holes the other; just inside an outline is paint, just inside a hole is none."""
     faults = []
     scale = min(drawing.canvas) / 200
     for name, role, path in zip(names, roles, paths):
@@ -78,7 +78,7 @@ def winding_faults(drawing, names, roles, paths):
         if sum(p.winding(inside) for p in paths) != 0:
             faults.append(f"{name}: the hole is not open")
         if sum(p.winding(outside) for p in paths) == 0:
-            faults.append(f"{name}: the hole lies in nothing painted")
+            faults.append(f"{name}: the hole is outside the painted area")
     return faults
 
 
@@ -137,7 +137,7 @@ def doubled_faults(drawing, names, paths):
                 across = abs((near - at).real * -direction.imag + (near - at).imag * direction.real)
                 parallel = abs(math.sin(angle_between(direction, other.direction(t)))) < 0.02
                 if across < reach and parallel:
-                    faults.append(f"{names[index]} lies on {names[other_index]} at ({at.real:.2f}, {at.imag:.2f})")
+                    faults.append(f"{names[index]} runs along {names[other_index]} at ({at.real:.2f}, {at.imag:.2f})")
     return faults
 
 

@@ -15,24 +15,24 @@ class Subpath:
         return isinstance(self.path.segments[-1], Line)
 
     def calls(self):
-        """The segments that are written; the close draws a last line that is left out."""
+        """The segments to write; the close draws a last line that is left out."""
         segments = self.path.segments
         return segments[:-1] if self.ends_in_line() and not self.closing_line else segments
 
 
 class Drawing:
-    """`frame` is the rectangle (x, y, width, height) that the fractions refer to, the whole canvas unless told
-    otherwise. A picture with fixed offsets from the top left corner has frame=(0, 50, 1, -1) on a canvas 50 high."""
+    """`frame` is the rectangle (x, y, width, height) that the fractions refer to, by default the whole
+    canvas. A picture with fixed offsets from the top left corner has frame=(0, 50, 1, -1) on a canvas 50 high."""
 
     def __init__(self, name, canvas=(200, 200), frame=None, outlines="counterclockwise"):
         self.name, self.canvas, self.frame = name, canvas, frame or (0, 0, canvas[0], canvas[1])
         self.outlines_direction = outlines
         self.subpaths, self.wanted, self.allowed = [], {}, {}
 
-    # Making it
+    # Construction
 
     def add(self, name, path, role=OUTLINE, start=None, closing_line=True):
-        """An outline runs as all outlines of the drawing do and a hole against it, whatever the path's direction was."""
+        """An outline runs in the direction of all outlines of the drawing and a hole against it, whatever the path's direction."""
         left = (role == OUTLINE) == (self.outlines_direction == "counterclockwise")
         path = path.counterclockwise() if left else path.clockwise()
         if start is not None:
@@ -53,13 +53,13 @@ class Drawing:
         return self
 
     def listing_of(self, name, text, role):
-        """A subpath whose numbers are given."""
+        """Adds a subpath whose numbers are given."""
         for path in parse_listing(text):
             made = path.mapped(self.from_frame)
             self.subpaths.append(Subpath(name, made, role, closing_line=True))
         return self
 
-    # Fitting it to what is wanted
+    # Fitting it to the requirements
 
     def fit_extents(self, left, right, bottom, top):
         """Moves and scales the whole, each axis by itself, so that the box of the curves is the one given."""
@@ -72,10 +72,10 @@ class Drawing:
 
     def fit_counts(self, lines, curves):
         """Reaches the exact counts without touching the shape: the closing line of a subpath is left to the close,
-        and the curves that bulge most are traced by several."""
+        and several curves trace each of those that bulge most."""
         written = sum(self.count(Line, s) for s in self.subpaths)
         for subpath in self.subpaths:
-            self.start_behind_a_line(subpath)
+            self.start_after_a_line(subpath)
         for subpath in self.subpaths:
             if written <= lines:
                 break
@@ -101,8 +101,8 @@ class Drawing:
         self.wanted.update(subpaths=self.wanted.get("subpaths"), lines=lines, curves=curves)
         return self
 
-    def start_behind_a_line(self, subpath):
-        """Starts a subpath of which the last segment is no line behind one, so that it may close by itself."""
+    def start_after_a_line(self, subpath):
+        """A subpath that does not end in a line starts after its first line instead, so that the close may draw that line."""
         segments = subpath.path.segments
         if subpath.ends_in_line():
             return
@@ -116,7 +116,7 @@ class Drawing:
         return sum(isinstance(s, kind) for s in subpath.calls())
 
     def want(self, **numbers):
-        """What the check insists on: subpaths, lines, curves, extent=(x0, x1, y0, y1), tolerance of the extent in
+        """What the check requires: subpaths, lines, curves, extent=(x0, x1, y0, y1), tolerance of the extent in
         points, extents={subpath name: (x0, x1, y0, y1)}."""
         self.wanted.update(numbers)
         return self
@@ -127,7 +127,7 @@ class Drawing:
         self.allowed.update(limits)
         return self
 
-    # What comes out
+    # Results
 
     def bounds(self):
         boxes = [s.path.bounds() for s in self.subpaths]
@@ -169,7 +169,7 @@ def number(value):
 
 
 def parse_listing(text):
-    """The paths of a listing, in its own coordinates. A line to the start that only the close draws is in the path."""
+    """The paths of a listing, in its own coordinates. The path includes a line to the start that only the close draws."""
     paths, segments, start, here = [], [], None, None
     for kind, inner in re.findall(r"([MLCZ])(?: \(([^)]*)\))?", text):
         values = [float(v) for v in re.split(r"[,;] ", inner)] if inner else []

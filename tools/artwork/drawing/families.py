@@ -14,7 +14,7 @@ def family_names():
 
 def drawings_of(family):
     if family not in family_names():
-        raise SystemExit(f"there is no family '{family}'; there are: {', '.join(family_names())}")
+        raise SystemExit(f"unknown family '{family}'; the families are: {', '.join(family_names())}")
     return importlib.import_module(family).drawings()
 
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the listings that the library compiles: freeze.py FAMILY, or freeze.py --check [FAMILY].
 
-Refuses to write a family of which a drawing fails its check. With --check writes nothing and exits non-zero when a
+Refuses to write a family if one of its drawings fails its check. With --check writes nothing and exits non-zero when a
 header differs from what would be written.
 """
 import re
@@ -35,7 +35,7 @@ def identifier(name):
 
 
 def literals(pieces, last):
-    """String literals of whole segments, none of them beyond the width."""
+    """String literals of whole segments, none of them wider than the width."""
     result, text = [], ""
     for piece in pieces:
         if text and len(text) + len(piece) + 8 > WIDTH:

@@ -100,7 +100,7 @@ class Curve:
         velocity = self.velocity(t)
         if abs(velocity) > 1e-9:
             return unit(velocity)
-        # A control that lies on its end: the direction comes from the next point that differs.
+        # If a control is on its end, the direction comes from the next point that differs.
         points = self.points() if t < 0.5 else self.points()[::-1]
         for other in points[1:]:
             if abs(other - points[0]) > 1e-9:
@@ -228,7 +228,7 @@ class Path:
         if closed and self.segments and abs(self.segments[-1].end - self.segments[0].start) > 1e-6:
             self.segments.append(Line(self.segments[-1].end, self.segments[0].start))
 
-    # What it is
+    # Properties
 
     def area(self):
         """Signed: positive when the path runs counterclockwise."""
@@ -246,7 +246,7 @@ class Path:
         return self._polygon
 
     def winding(self, where):
-        """How many times the closed path runs round the point, counterclockwise positive."""
+        """How many times the closed path runs around the point, counterclockwise positive."""
         where = point(where)
         return sum(turns_passed(segment, where) for segment in self.segments)
 
@@ -259,7 +259,7 @@ class Path:
     def curve_count(self):
         return sum(isinstance(s, Curve) for s in self.segments)
 
-    # What can be made of it
+    # Paths made from it
 
     def reverse(self):
         return Path([s.reversed() for s in reversed(self.segments)], self.closed)
@@ -285,7 +285,7 @@ class Path:
         return self.mapped(lambda p: about + (p - about) * turn)
 
     def mirrored(self, axis_x):
-        """The picture in a mirror that stands at x = axis_x. The direction turns round."""
+        """The mirror image at x = axis_x. The direction is reversed."""
         return self.mapped(lambda p: complex(2 * axis_x - p.real, p.imag))
 
     def starting_near(self, where):
@@ -390,8 +390,8 @@ class Pen:
                               end - span * b * cmath.exp(1j * math.radians(arrive)), end))
 
     def arc(self, center, to_degrees, per_curve=90):
-        """Along the circle about `center` from here to the compass direction, the way that the sign says:
-        a to_degrees larger than the present direction goes counterclockwise."""
+        """Along the circle around `center` from here to the compass direction:
+        a to_degrees larger than the current direction goes counterclockwise."""
         offset = self.here - point(center)
         start = math.degrees(cmath.phase(offset))
         for piece in arc(center, abs(offset), start, to_degrees, per_curve):

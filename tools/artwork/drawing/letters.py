@@ -185,7 +185,7 @@ class Face:
         return [outline, hole.reverse()]
 
     def cut(self, segment, x):
-        """The part of a curve before the place where it passes x, and the part behind."""
+        """The part of a curve before the place where it passes x, and the part after it."""
         t0, t1 = 0.0, 1.0
         rising = segment.at(1).real > segment.at(0).real
         for _ in range(60):
@@ -197,7 +197,7 @@ class Face:
         return segment.split(t0)
 
     def C(self, width):
-        # The oval goes on beyond the width, to where the mouth cuts it off.
+        # The oval continues beyond the width, to where the mouth cuts it off.
         reach = 0.5 + 0.5 * math.cos(math.radians(MOUTH))
         head, inner_head, low, inner_low, outer, inner = self.mouth_of(width / reach)
         tail, inner_tail = self.cut(low, head.start.real)[0], self.cut(inner_low, inner_head.start.real)[0]
@@ -315,11 +315,11 @@ def nearer(curve, p, t):
     return min(1.0, max(0.0, t - dot(gap, first) / slope)) if abs(slope) > 1e-9 else t
 
 
-# How much air a letter needs at its left and right side, in shares of that between two stems.
+# How much space a letter needs at its left and right side, in shares of the space between two stems.
 AIR = {"A": (0.35, 0.35), "C": (0.7, 0.6), "D": (1, 0.72), "E": (1, 0.7), "F": (1, 0.5), "G": (0.7, 0.95),
        "H": (1, 1), "I": (1, 1), "L": (1, 0.4), "M": (1, 1), "N": (1, 1), "O": (0.7, 0.7), "R": (1, 0.55),
        "S": (0.65, 0.65), "T": (0.4, 0.4), "U": (0.95, 0.95), "Y": (0.3, 0.3)}
-# Pairs that leave a hole between them otherwise.
+# Pairs that would otherwise leave a gap between them.
 PAIRS = {"LI": 0.1, "TY": 0.16, "IT": 0.05, "AU": -0.02}
 
 
@@ -330,7 +330,7 @@ def width_of(letter):
 
 def set_in_line(text, letters, left, right, bottom, word_gap=2.6):
     """[(character, path, role)] of a text whose ink runs from left to right exactly. `letters` makes the
-    letter of a character; a space is `word_gap` times the air between two stems."""
+    letter of a character; a space is `word_gap` times the space between two stems."""
     made = [(c, letters(c)) for c in text if c != " "]
     shares, previous = [], None
     words = text.split(" ")

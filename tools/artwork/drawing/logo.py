@@ -18,7 +18,7 @@ BROAD, THIN, FLAT = 9.2, 4.6, 6.0  # the pen going down, going up, and turning
 
 
 class Stroke:
-    """A run of places that the middle of the pen passes: (x, y, direction in degrees, width of the pen)."""
+    """A list of places that the middle of the pen passes: (x, y, direction in degrees, width of the pen)."""
 
     def __init__(self, *places, start="butt", end="butt"):
         self.places, self.start, self.end = places, start, end
@@ -50,7 +50,7 @@ def piece(a, b, place):
 
 def handle(theta, phi):
     """The length of the handle, in lengths of the chord, of a curve that leaves the chord by one angle and
-    comes back to it by the other: Hobby's formula, by which curves in a row bend alike where they meet."""
+    comes back to it by the other: Hobby's formula, by which successive curves bend alike where they meet."""
     a = math.sqrt(2) * (math.sin(theta) - math.sin(phi) / 16) * (math.sin(phi) - math.sin(theta) / 16)
     a *= math.cos(theta) - math.cos(phi)
     b = 1 + (math.sqrt(5) - 1) / 2 * math.cos(theta) + (3 - math.sqrt(5)) / 2 * math.cos(phi)
@@ -58,7 +58,7 @@ def handle(theta, phi):
 
 
 def edge(run, side):
-    """One edge of the pen's track: a line, or the curve that lies nearest to the true edge."""
+    """One edge of the pen's track: a line, or the curve that is nearest to the true edge."""
     middle, first, last = run
 
     def at(t):
@@ -177,7 +177,7 @@ JOIN = {"s": (12.4, 43.2, 58, THIN), "a": (0, 28, 60, THIN), "l": (0, 33, 68, TH
         "n": (0, 38, 68, THIN)}
 
 
-# How far behind the last letter's start its tail ends.
+# How far after the last letter's start its tail ends.
 TAIL = 50.6
 
 
@@ -208,7 +208,7 @@ def with_node_at(path, farthest):
     i, t = max(((i, k / 400) for i, q in enumerate(path.segments) for k in range(401)),
                key=lambda place: sign * path.segments[place[0]].at(place[1]).real)
     pieces = path.segments[i].split(t)
-    # A handle of each piece stands upright there, so that the grid does not tilt it.
+    # A handle of each piece is vertical there, so that the grid does not tilt it.
     x = pieces[0].end.real
     pieces[0].control2 = complex(x, pieces[0].control2.imag)
     pieces[1].control1 = complex(x, pieces[1].control1.imag)
@@ -216,7 +216,7 @@ def with_node_at(path, farthest):
 
 
 def fit(logo, lines, curves):
-    """The outline of the initial is written as it is drawn; the others reach the numbers."""
+    """The outline of the initial is written as drawn; the others are fitted to the required counts."""
     rest = Drawing("all but the initial's outline", CANVAS)
     first, rest.subpaths = logo.subpaths[0], logo.subpaths[1:]
     rest.fit_counts(lines - rest.count(Line, first), curves - rest.count(Curve, first))
@@ -228,8 +228,8 @@ STEP = 0.1
 
 
 def on_grid(path):
-    """Every point on the grid of the design. At a smooth joint those two handles are chosen, among the places
-    near by, that lie most nearly on one line."""
+    """Every point on the grid of the design. At a smooth joint those two handles are chosen, among the nearby
+    places, that are most nearly on one line."""
     segments = path.segments
     count = len(segments)
     ends = [snapped(segment.start) for segment in segments]
@@ -238,7 +238,7 @@ def on_grid(path):
         before, here = segments[i - 1], ends[i]
         turn = abs(angle_between(before.direction(1), after.direction(0)))
         smooth = math.degrees(turn) < 3
-        # Beside a line only one handle has to be chosen, so that it can be looked for farther off.
+        # Next to a line only one handle has to be chosen, so the search for it can go farther.
         reach = 4 if isinstance(before, Curve) and isinstance(after, Curve) else 9
         back, ahead = [ends[i - 1] - here], [ends[(i + 1) % count] - here]
         if isinstance(before, Curve):
@@ -250,7 +250,7 @@ def on_grid(path):
 
         def cost(pair):
             off = sum(abs(vector - w) ** 2 for vector, w in zip(pair, wish) if w is not None)
-            # The shape of each curve is worth as much as the smoothness once that cannot be seen.
+            # Once the kink is invisible, the shape of each curve counts as much as the smoothness.
             aim = sum(abs(math.degrees(angle_between(vector, w))) ** 2 for vector, w in zip(pair, wish)
                       if w is not None)
             bend = math.degrees(abs(angle_between(-pair[0], pair[1]))) if smooth else 0

@@ -9,7 +9,7 @@ def drawings():
     return [relax(), party(), workout(), love(), focus(), dinner(), celebrities()]
 
 
-# The heart's numbers are given, so it is not drawn but written down. Its inner line comes first.
+# The heart's numbers are given, so it is listed and not drawn. Its inner line comes first.
 HEART_INSIDE = """
     M (0.68326, 0.88345), C (0.72911, 0.87814; 0.69898, 0.88345; 0.71426, 0.88168),
     C (0.77234, 0.86487; 0.74395, 0.8746; 0.75836, 0.87018),
@@ -84,13 +84,13 @@ def love():
     heart.listing_of("heart", HEART_INSIDE, HOLE)
     heart.listing_of("heart", HEART, OUTLINE)
     heart.listing_of("light along the right side", HEART_LIGHT, OUTLINE)
-    # The given outline is a run of short curves that meet a little off smooth.
+    # The given outline is a run of short curves whose joints are not quite smooth.
     heart.allow(kink=(0, 0))
     return heart.want(subpaths=3, lines=10, curves=60, extent=(13, 188, 19, 182))
 
 
 def relax():
-    """An armchair from the front: what stands nearer is drawn later and hides what is behind."""
+    """An armchair from the front: nearer parts are drawn later and hide what is behind them."""
     axis, ink = 100.5, Ink()
     leg = polygon([(27, 40), (46, 40), (42, 15.5), (31, 15.5)])
     ink.outline(leg).outline(leg.mirrored(axis))
@@ -131,7 +131,7 @@ def party():
 
 
 def focus():
-    """A light bulb. The thread is drawn solid and its bands are cut out, so that the lines between stay even."""
+    """A light bulb. The thread is drawn solid and its bands are cut out, so that the lines between them stay even."""
     axis, ink = 100, Ink()
     glass = symmetric(Pen(axis, 58).line(121.5, 58).line(121.5, 71)
                       .smooth(on_circle((100, 130), 55.5, -44), 90, 46).arc((100, 130), 90).open(), axis)
@@ -157,13 +157,13 @@ def focus():
 
 
 def dinner():
-    """A plate between fork and knife."""
+    """A plate between a fork and a knife."""
     ink = Ink()
     ink.outline(circle((100.5, 100), 50)).outline(circle((100.5, 100), 32))
     ink.stroke(Pen(*on_circle((100.5, 100), 41, 60)).arc((100.5, 100), 5).open(), "butt", width=3)
     tines = polyline([(15.5, 160), (15.5, 112, 9), (35.5, 112, 9), (35.5, 160)])
     ink.stroke(tines, "butt").stroke(polyline([(25.5, 160), (25.5, 80)]), "butt")
-    # The tines end a little narrower than they are.
+    # The tines end slightly narrower than they are.
     for side in ((18, 15.8), (23, 24.6), (28, 26.4), (33, 35.2)):
         ink.cover(polygon([(side[0], 152), (side[0], 161), (side[1], 161)]))
     ink.outline(rounded_rectangle(20, 31, 42.5, 86, 4))
@@ -177,7 +177,7 @@ def dinner():
 
 
 def celebrities():
-    """A head with headphones. The skull runs behind the band, where nobody sees it."""
+    """A head with headphones. The skull runs behind the band, where it is hidden."""
     axis, ink = 100, Ink()
     shoulders = symmetric(Pen(axis, 15.5).line(174.5, 15.5).line(174.5, 22)
                           .curve((127, 55), (174.5, 45), (154, 55)).line(axis, 55).open(), axis)

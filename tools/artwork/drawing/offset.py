@@ -69,7 +69,7 @@ def offset_segment(segment, distance, depth=0):
 
 def offset(path, distance, corners="miter"):
     """The path moved `distance` to the right of its direction: outward for a counterclockwise outline.
-    A corner that opens is closed by longer sides ("miter") or by an arc about the corner ("round")."""
+    A corner that opens is closed by longer sides ("miter") or by an arc around the corner ("round")."""
     runs = []
     for segment in path.segments:
         pieces = offset_segment(segment, distance)
@@ -145,7 +145,7 @@ def corner_joint(a, b, corner, distance, corners):
 
 
 def tidy(segments, closed):
-    """Drops what has no length and joins lines that go on in the same direction."""
+    """Drops segments without a length and joins lines that continue in the same direction."""
     result = []
     for segment in segments:
         if segment.length() < 1e-6:

@@ -1,4 +1,4 @@
-"""What stands in a cover's place: a small disc, and a ring of dots that says that the cover is on its way."""
+"""The placeholders of a cover: a small disc, and a ring of dots that shows that the cover is loading."""
 import math
 
 from drawing import Drawing
@@ -11,7 +11,7 @@ def drawings():
 
 
 def icon_album():
-    """A disc in outline: rim, label, pin, and two glints that lie across from each other between rim and label."""
+    """A disc in outline: rim, label, pin, and two glints opposite each other between rim and label."""
     disc, middle = Drawing("iconAlbum", canvas=(50, 50)), (25, 25)
     disc.add("rim", circle(middle, 50 * 0.44))
     disc.hole("rim", circle(middle, 50 * 0.40333))
@@ -26,7 +26,7 @@ def icon_album():
 
 
 def glint():
-    """The piece of a ring about the disc's middle that a narrow wedge cuts out."""
+    """The piece of a ring around the disc's center that a narrow wedge cuts out."""
     half_angle = 3.4
     inner = 50 * 0.1485 / math.sin(math.radians(45 - half_angle))
     outer = 50 * 0.272 / math.cos(math.radians(45 - half_angle))
@@ -35,8 +35,8 @@ def glint():
     return Path(near + [Line(near[-1].end, far[0].start)] + far + [Line(far[-1].end, near[0].start)])
 
 
-# Center, outer diameter and hole diameter of the dots, which grow clockwise from the lower left. They are a little
-# taller than wide.
+# Center, outer diameter and hole diameter of the dots, which grow clockwise from the lower left. They are
+# slightly taller than wide.
 DOTS = {
     "lower left": ((78.66, 81.72), (6.49, 6.56), None),
     "left": ((70.56, 101.39), (8.11, 8.20), (1.62, 1.64)),

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Shows drawings: preview.py FAMILY [PICTURE ...] [--zoom N] [--nodes] [--sizes 24,48,200] [--out FILE.png]
 
-Each picture stands in a row at the sizes (in points), on light and on dark ground. Writes an SVG and, where
+Each picture has a row with all sizes (in points), on a light and on a dark background. Writes an SVG and, if
 rsvg-convert is installed, a PNG beside it; without --out under build/artwork-preview/.
-A picture of several paths is several drawings: those named alike up to a "__" are painted over each other.
+A picture of several paths is several drawings: those with the same name up to a "__" are painted over each other.
 """
 import argparse
 import pathlib

@@ -1,8 +1,8 @@
 """Regions: lists of closed paths, outer ones counterclockwise and holes clockwise, and the sums and differences of them.
 
-The usual way to a line drawing: start an Ink, draw strokes and rings into it, and cover what lies behind a shape before
-drawing that shape's ring. What comes out is one clean set of outlines and holes, without overlaps.
-Straight sides may lie upon each other; curves may not, unless they are the same curve.
+The usual way to make a line drawing: start an Ink, draw strokes and rings into it, and cover what is behind a shape before
+drawing that shape's ring. The result is one clean set of outlines and holes, without overlaps.
+Straight sides may coincide; curves may not, unless they are the same curve.
 """
 from crossing import crossings
 from geometry import Line, Path, cross, dot
@@ -34,7 +34,7 @@ def combine(a, b, keep):
     kept = []
     pieces_a, pieces_b = cut_up(a, b)
     shared = set()
-    # The paint of a region lies to the left of its own paths; only the other region has to be asked.
+    # The paint of a region is to the left of its own paths; only the other region has to be tested.
     for piece in pieces_a:
         twin = next((i for i, other in enumerate(pieces_b) if same_place(piece, other)), None)
         if twin is None:
@@ -83,7 +83,7 @@ def cut_up(a, b):
 
 
 def ends_on(line, other):
-    """Where the other line, lying along this one, starts and ends within it."""
+    """Where the other line, which runs along this one, starts and ends within it."""
     along, size = line.direction(), line.length()
     if abs(cross(along, other.direction())) > 1e-6:
         return []
@@ -130,7 +130,7 @@ def chained(pieces):
 
 
 class Ink:
-    """A line drawing under work. The width is that of all its lines."""
+    """A line drawing in progress. The width is that of all its lines."""
 
     def __init__(self, width=5.0):
         self.width, self.region = width, []
@@ -141,7 +141,7 @@ class Ink:
         return self
 
     def cover(self, shape):
-        """Takes away what lies behind the shape."""
+        """Removes what is behind the shape."""
         self.region = without(self.region, as_region(shape))
         return self
 
@@ -157,8 +157,8 @@ class Ink:
         return self.draw(lines)
 
     def outlines(self):
-        """Outer outlines with their holes behind each, the largest first."""
-        # Twins of one size stand from left to right.
+        """Outer outlines, each followed by its holes, the largest first."""
+        # Outlines of equal size are in order from left to right.
         ordered = sorted(self.region, key=lambda p: (-round(abs(p.area()), 2), p.bounds()[0]))
         outer = [p for p in ordered if p.area() > 0]
         holes = [p for p in ordered if p.area() < 0]

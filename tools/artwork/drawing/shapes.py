@@ -1,4 +1,4 @@
-"""Closed shapes to start from. All run counterclockwise unless told otherwise; Path.reverse() turns them round."""
+"""Closed shapes to start from. All run counterclockwise unless stated otherwise; Path.reverse() reverses them."""
 import cmath
 import math
 
