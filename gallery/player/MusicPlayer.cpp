@@ -69,7 +69,7 @@ std::vector<std::size_t> MusicPlayer::inOrder() const {
   return places;
 }
 
-// The song that plays is at that place of the queue now, and plays on.
+// The song that plays is at that place of the queue now, and continues to play.
 void MusicPlayer::updateQueue(std::size_t current) {
   queue_.clear();
   for (const std::size_t place : places_) queue_.push_back(ordered_[place]);

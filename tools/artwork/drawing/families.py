@@ -20,4 +20,4 @@ def drawings_of(family):
 
 def header_of(family):
     title = "".join(word.capitalize() for word in family.split("_"))
-    return ROOT / "uikit" / "stylekit" / "listings" / f"{title}Listings.h"
+    return ROOT / "tessaluna" / "uikit" / "stylekit" / "listings" / f"{title}Listings.h"
