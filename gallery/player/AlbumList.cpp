@@ -1,7 +1,5 @@
 #include "gallery/player/AlbumList.h"
 
-#include <algorithm>
-
 namespace gallery {
 
 using tessaluna::ready::Playback;
@@ -19,26 +17,6 @@ std::vector<std::size_t> AlbumList::albumsOf(const SongNumbers& songs) const {
   return albums;
 }
 
-void AlbumList::showAlbumsOf(const SongNumbers& songs) {
-  albums_ = albumsOf(songs);
-  didChangeAll();
-}
-
-void AlbumList::updateToAlbumsOf(const SongNumbers& songs) {
-  const std::vector<std::size_t> albums = albumsOf(songs);
-  for (std::size_t row = albums_.size(); row-- > 0;) {
-    if (std::ranges::find(albums, albums_[row]) != albums.end()) continue;
-    albums_.erase(albums_.begin() + static_cast<std::ptrdiff_t>(row));
-    didRemoveRows(row);
-  }
-  for (const std::size_t album : albums) {
-    if (std::ranges::find(albums_, album) != albums_.end()) continue;
-    albums_.push_back(album);
-    didInsertRows(albums_.size() - 1);
-  }
-  albumsDidChange();
-}
-
 Track AlbumList::asTrack(std::size_t album) const {
   const Album& shown = library_->albums()[album];
   return {.title = shown.title,
@@ -48,21 +26,19 @@ Track AlbumList::asTrack(std::size_t album) const {
 }
 
 TrackRow AlbumList::row(std::size_t index) const {
-  const Track track = asTrack(albums_[index]);
+  const Track track = asTrack(albumAt(index));
   const std::optional<std::size_t> song = player_->song();
-  const bool isCurrent = song && library_->songs()[*song].album == albums_[index];
+  const bool isCurrent = song && library_->songs()[*song].album == albumAt(index);
   return {.title = track.title,
           .artists = track.artists,
           .seconds = track.seconds,
-          .cover = library_->cover(albums_[index]),
+          .cover = library_->cover(albumAt(index)),
           .isFavorite = track.isFavorite,
           .playback = isCurrent ? player_->playbackOf(*song) : Playback::None};
 }
 
 void AlbumList::sortBy(TrackColumn column, bool ascending) {
-  std::ranges::stable_sort(
-      albums_, [&](std::size_t a, std::size_t b) { return precedes(asTrack(a), asTrack(b), column, ascending); });
-  didChangeAll();
+  sortNumbers([&](std::size_t a, std::size_t b) { return precedes(asTrack(a), asTrack(b), column, ascending); });
 }
 
 }  // namespace gallery

@@ -3,24 +3,24 @@
 #pragma once
 
 #include "gallery/player/MusicPlayer.h"
+#include "gallery/player/NumberedRows.h"
 
 namespace gallery {
 
-class AlbumList : public tessaluna::ready::TrackModel {
+class AlbumList : public NumberedRows {
  public:
   AlbumList(std::shared_ptr<MusicLibrary> library, std::shared_ptr<MusicPlayer> player)
       : library_(std::move(library)), player_(std::move(player)) {}
 
-  std::size_t albumAt(std::size_t index) const { return albums_[index]; }
+  std::size_t albumAt(std::size_t index) const { return numbers()[index]; }
   // Each album once, in the order of its first song.
-  void showAlbumsOf(const SongNumbers& songs);
+  void showAlbumsOf(const SongNumbers& songs) { setNumbers(albumsOf(songs)); }
   // Removes rows of other albums, adds missing albums at the end, and leaves the others in their order.
-  void updateToAlbumsOf(const SongNumbers& songs);
-  void albumsDidChange() { didChangeRows(0, albums_.size()); }
+  void updateToAlbumsOf(const SongNumbers& songs) { updateTo(albumsOf(songs)); }
+  void albumsDidChange() { didChangeRows(0, count()); }
 
-  std::size_t count() const override { return albums_.size(); }
   tessaluna::ready::TrackRow row(std::size_t index) const override;
-  std::uint64_t identityOf(std::size_t index) const override { return albums_[index] + 1; }
+  std::uint64_t identityOf(std::size_t index) const override { return albumAt(index) + 1; }
   bool isSortable() const override { return true; }
   void sortBy(tessaluna::ready::TrackColumn column, bool ascending) override;
 
@@ -30,7 +30,6 @@ class AlbumList : public tessaluna::ready::TrackModel {
 
   const std::shared_ptr<MusicLibrary> library_;
   const std::shared_ptr<MusicPlayer> player_;
-  std::vector<std::size_t> albums_;
 };
 
 }  // namespace gallery
