@@ -20,12 +20,15 @@ constexpr std::size_t maxSidesPerPoint = 10;
 struct Stroke {
   Path path;
   StrokeStyle style;
+  std::vector<double> dash;  // the style's, whose span ends with the drawing
 };
 
 class KeepsStrokes final : public recording::RecordingCanvas {
  public:
   std::vector<Stroke> strokes;
-  void strokePath(const Path& path, const StrokeStyle& style) override { strokes.push_back({path, style}); }
+  void strokePath(const Path& path, const StrokeStyle& style) override {
+    strokes.push_back({path, style, {style.dash.begin(), style.dash.end()}});
+  }
 };
 
 std::vector<Stroke> strokesOf(const TessalunaUIKit::Routine& routine) {
@@ -49,7 +52,9 @@ struct Search {
 Search searchIn(const Stroke& stroke, double scale) {
   Stroker stroker;
   Polygons polygons;
-  stroker.stroke(stroke.path, stroke.style, {scale, 0, 0, scale, 0, 0}, {-1000, -1000, 3000, 3000}, polygons);
+  StrokeStyle style = stroke.style;
+  style.dash = stroke.dash;
+  stroker.stroke(stroke.path, style, {scale, 0, 0, scale, 0, 0}, {-1000, -1000, 3000, 3000}, polygons);
   CoverageBuffer buffer;
   IgnoresCoverage sink;
   EXPECT_TRUE(buffer.sweep({.polygons = polygons, .isStroke = true}, polygons.bounds().roundedOut(), sink));
