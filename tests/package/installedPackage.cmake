@@ -3,12 +3,7 @@
 file(REMOVE_RECURSE "${WORK}")
 set(prefix "${WORK}/prefix")
 
-function(step)
-  execute_process(COMMAND ${ARGV} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
-  if(NOT status EQUAL 0)
-    message(FATAL_ERROR "${ARGV}\nended with ${status}:\n${output}")
-  endif()
-endfunction()
+include("${CMAKE_CURRENT_LIST_DIR}/step.cmake")
 
 step("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${prefix}")
 include("${CMAKE_CURRENT_LIST_DIR}/installedHeaders.cmake")

@@ -4,12 +4,7 @@ set(build "${BUILD}-shared")
 set(prefix "${WORK}/prefix")
 file(REMOVE_RECURSE "${WORK}" "${build}")
 
-function(step)
-  execute_process(COMMAND ${ARGV} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
-  if(NOT status EQUAL 0)
-    message(FATAL_ERROR "${ARGV}\nended with ${status}:\n${output}")
-  endif()
-endfunction()
+include("${CMAKE_CURRENT_LIST_DIR}/step.cmake")
 
 step("${CMAKE_COMMAND}" -G Ninja -S "${PROJECT}" -B "${build}" "-DCMAKE_CXX_COMPILER=${COMPILER}"
      "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}" "${FLAGS}" -DBUILD_SHARED_LIBS=ON
