@@ -18,6 +18,9 @@ function(tessaluna_precompiled_headers name)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
   target_link_libraries(${name} PUBLIC tessaluna_build_flags ${arg_LINKS})
   target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
+  # g++ takes options of this kind from the precompiled header instead of the command.
+  target_compile_options(${name} PRIVATE
+                         $<$<AND:$<CXX_COMPILER_ID:GNU>,$<NOT:$<CONFIG:Debug>>>:-fno-tree-slp-vectorize>)
 endfunction()
 
 tessaluna_precompiled_headers(tessaluna_headers HEADERS ${TESSALUNA_STANDARD_HEADERS})

@@ -13,6 +13,7 @@
 #include "tessaluna/backends/raster/RowPainter.h"
 #include "tessaluna/backends/raster/ShapeCache.h"
 #include "tessaluna/backends/raster/Stroker.h"
+#include "tessaluna/backends/raster/upperHalves.h"
 
 namespace tessaluna::backend::raster {
 
@@ -29,6 +30,11 @@ class RasterCanvas::Pipeline {
 
   void begin(Bitmap& bitmap, const View& view);
   State& state() { return state_; }
+  // Begins an operation.
+  Pipeline& atFullSpeed() {
+    clearUpperHalves();
+    return *this;
+  }
 
   void saveState();
   void restoreState();

@@ -20,8 +20,8 @@ void RasterCanvas::concat(const CGAffineTransform& transform) {
   toDevice = transform.then(toDevice);
 }
 
-void RasterCanvas::clipRect(CGRect rect) { pipeline_->clip(rect); }
-void RasterCanvas::clipPath(const Path& path, FillRule rule) { pipeline_->clip(path, rule); }
+void RasterCanvas::clipRect(CGRect rect) { pipeline_->atFullSpeed().clip(rect); }
+void RasterCanvas::clipPath(const Path& path, FillRule rule) { pipeline_->atFullSpeed().clip(path, rule); }
 
 void RasterCanvas::setFillColor(const Color& color) { pipeline_->state().fillColor = color; }
 void RasterCanvas::setStrokeColor(const Color& color) { pipeline_->state().strokeColor = color; }
@@ -30,17 +30,17 @@ void RasterCanvas::setAlpha(double alpha) { pipeline_->state().alpha = alpha; }
 void RasterCanvas::setBlendMode(BlendMode mode) { pipeline_->state().blendMode = mode; }
 
 void RasterCanvas::beginTransparencyLayer() { pipeline_->beginLayer(); }
-void RasterCanvas::endTransparencyLayer() { pipeline_->endLayer(); }
+void RasterCanvas::endTransparencyLayer() { pipeline_->atFullSpeed().endLayer(); }
 
-void RasterCanvas::fillPath(const Path& path, FillRule rule) { pipeline_->fill(path, rule); }
-void RasterCanvas::strokePath(const Path& path, const StrokeStyle& style) { pipeline_->stroke(path, style); }
+void RasterCanvas::fillPath(const Path& path, FillRule rule) { pipeline_->atFullSpeed().fill(path, rule); }
+void RasterCanvas::strokePath(const Path& path, const StrokeStyle& style) { pipeline_->atFullSpeed().stroke(path, style); }
 void RasterCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
-  pipeline_->fillGradient(path, rule, gradient);
+  pipeline_->atFullSpeed().fillGradient(path, rule, gradient);
 }
 
-void RasterCanvas::drawGlyphs(const GlyphRun& run, CGPoint origin) { pipeline_->drawGlyphs(run, origin); }
+void RasterCanvas::drawGlyphs(const GlyphRun& run, CGPoint origin) { pipeline_->atFullSpeed().drawGlyphs(run, origin); }
 void RasterCanvas::drawImage(const ImagePixels& image, CGRect source, CGRect destination) {
-  pipeline_->drawImage(image, source, destination);
+  pipeline_->atFullSpeed().drawImage(image, source, destination);
 }
 
 }  // namespace tessaluna::backend::raster
