@@ -53,14 +53,17 @@ class PlaybackSlider::Cell : public PlaybackTransportSliderCell {
   }
 
   bool startTrackingAt(CGPoint start, NSView& view) override {
+    if (auto* own = dynamic_cast<PlaybackSlider*>(&view)) own->valueBeforePress_ = doubleValue();
     return PlaybackTransportSliderCell::startTrackingAt(start, view) && showTime(view);
   }
   bool continueTracking(CGPoint last, CGPoint current, NSView& view) override {
     return PlaybackTransportSliderCell::continueTracking(last, current, view) && showTime(view);
   }
   void stopTracking(CGPoint last, CGPoint stop, NSView& view, bool isMouseUp) override {
-    if (auto* own = dynamic_cast<PlaybackSlider*>(&view)) own->bubble_.hide();
+    auto* own = dynamic_cast<PlaybackSlider*>(&view);
+    if (own) own->bubble_.hide();
     PlaybackTransportSliderCell::stopTracking(last, stop, view, isMouseUp);
+    if (own && !isMouseUp) own->pressWasCancelled();
   }
 
   AccessibilityValue accessibilityValue() const override { return seconds(doubleValue()); }
@@ -82,7 +85,10 @@ class PlaybackSlider::Cell : public PlaybackTransportSliderCell {
     return true;
   }
   const PlaybackSlider* slider() const { return dynamic_cast<const PlaybackSlider*>(controlView()); }
-  double seconds(double frames) const { return slider() ? frames / slider()->song_.framesPerSecond : frames; }
+  double seconds(double frames) const {
+    if (!slider()) return frames;
+    return slider()->song_.seconds ? frames / slider()->song_.framesPerSecond : 0;
+  }
 };
 
 Ref<NSCell> PlaybackSlider::makeCell() { return make<Cell>(); }
@@ -102,10 +108,11 @@ void PlaybackSlider::beginSong(Song song) {
   timeout_ = nullptr;
   isPositionHeld_ = false;
   playersPosition_ = 0;
-  const bool isKnown = song.seconds && std::isfinite(*song.seconds) && *song.seconds > 0;
+  const bool isKnown =
+      song.seconds && *song.seconds > 0 && song.framesPerSecond > 0 && std::isfinite(*song.seconds * song.framesPerSecond);
   if (!isKnown) song.seconds.reset();
   song_ = song;
-  setMaxValue(framesOf(song.seconds.value_or(0)));
+  setMaxValue(isKnown ? framesOf(*song.seconds) : 0);
   setDoubleValue(0);
   showLoaded({});
   setToolTip("");
@@ -114,13 +121,14 @@ void PlaybackSlider::beginSong(Song song) {
 void PlaybackSlider::showLoaded(LoadedSpan first, LoadedSpan second) {
   if (auto* loaded = dynamic_cast<PlaybackTransportSliderCell*>(cell().get()))
     loaded->displayLoadStatusFrom(first.start, first.frames, first.isCompleted, second.start, second.frames,
-                                  second.isCompleted, static_cast<std::uint64_t>(maxValue()));
+                                  second.isCompleted, static_cast<std::uint64_t>(std::clamp(maxValue(), 0.0, 1e18)));
   setNeedsDisplay(true);
 }
 
 double PlaybackSlider::position() const { return song_.seconds ? doubleValue() / song_.framesPerSecond : playersPosition_; }
 
 void PlaybackSlider::setPosition(double seconds) {
+  if (std::isnan(seconds)) seconds = 0;
   const bool isNew = std::exchange(playersPosition_, seconds) != seconds;
   isPositionHeld_ = true;
   if (!isSeeking()) showHeldPosition();
@@ -129,6 +137,12 @@ void PlaybackSlider::setPosition(double seconds) {
 
 void PlaybackSlider::showHeldPosition() {
   if (std::exchange(isPositionHeld_, false)) setDoubleValue(framesOf(playersPosition_));
+}
+
+// Nothing was asked for: the knob returns to where it would be without the press.
+void PlaybackSlider::pressWasCancelled() {
+  if (isPositionHeld_ && !isUnconfirmed_) showHeldPosition();
+  else setDoubleValue(valueBeforePress_);
 }
 
 void PlaybackSlider::confirmSeek() {

@@ -8,7 +8,8 @@
 //   confirmSeek();                                           the player has arrived
 //
 // From the user's first move until the player confirms, or seekTimeout has passed since the action, the player's positions do
-// not move the knob. The last of them shows if the time passes. A song that begins ends all of that, a press too.
+// not move the knob. The last of them shows if the time passes. A song that begins ends all of that, a press too. A press that
+// ends without its release asks for nothing, and the knob returns.
 //
 // A song whose length is absent, unknown or endless, has no knob and cannot be sought in. Time runs from left to right in every
 // layout. Resting on the track the pointer shows the time that a press there asks for, as a tool tip. While the user holds the knob, that
@@ -100,6 +101,7 @@ class PlaybackSlider : public tessaluna::platform::NSSlider, public tessaluna::p
   class Cell;
   double framesOf(double seconds) const { return seconds * song_.framesPerSecond; }
   void showHeldPosition();
+  void pressWasCancelled();
   void showTimeAboveKnob();
   void notifyAssistiveClients();
 
@@ -107,6 +109,7 @@ class PlaybackSlider : public tessaluna::platform::NSSlider, public tessaluna::p
   Steps steps_;
   double seekTimeout_ = 2;
   double playersPosition_ = 0;
+  double valueBeforePress_ = 0;
   tessaluna::backend::Timer timeout_, nextNotification_;
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingArea_;
   TimeBubble bubble_;

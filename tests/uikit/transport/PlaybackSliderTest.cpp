@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -12,6 +13,7 @@
 #include "tessaluna/platform/windows/NSScreen.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tests/harness/ActionProbe.h"
+#include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
@@ -253,6 +255,82 @@ TEST_F(PlaybackSliderTest, TakingTheSeekAwayEndsAPressWithoutAnAction) {
   EXPECT_EQ(slider->position(), 3);
 }
 
+TEST_F(PlaybackSliderTest, APressThatIsCutShortReturnsTheKnob) {
+  slider->setPosition(20);
+  user.press(*window, at(100));
+  user.dragTo(at(200));
+  slider->setEnabled(false);
+  EXPECT_EQ(slider->position(), 20);
+  user.release();
+  EXPECT_TRUE(taken().empty());
+}
+
+TEST_F(PlaybackSliderTest, AfterAPressThatIsCutShortThePositionThatCameMeanwhileShows) {
+  slider->setPosition(20);
+  user.press(*window, at(100));
+  slider->setPosition(25);
+  slider->setHidden(true);
+  EXPECT_EQ(slider->position(), 25);
+}
+
+TEST_F(PlaybackSliderTest, APressThatIsCutShortLeavesAnEarlierSeekWaiting) {
+  user.click(*window, at(100));
+  user.press(*window, at(200));
+  slider->setPosition(5);
+  slider->setSeekable(false);
+  EXPECT_THAT(slider->position(), isAbout(100));
+  EXPECT_TRUE(slider->isSeeking());
+  desktop.advance(3);
+  EXPECT_EQ(slider->position(), 5);
+}
+
+TEST_F(PlaybackSliderTest, ARemovalInMidPressAsksForNothing) {
+  slider->setPosition(20);
+  user.press(*window, at(100));
+  slider->removeFromSuperview();
+  EXPECT_TRUE(taken().empty());
+  EXPECT_EQ(slider->position(), 20);
+}
+
+TEST_F(PlaybackSliderTest, FramesThatAreNoNumberOrWithoutEndMakeNoLength) {
+  const double endless = std::numeric_limits<double>::infinity();
+  for (const double rate : {0.0, -44100.0, std::nan(""), endless, 1e308}) {
+    slider->beginSong({.seconds = 300, .framesPerSecond = rate});
+    EXPECT_FALSE(slider->isSeekable()) << rate;
+    EXPECT_EQ(slider->maxValue(), 0) << rate;
+    slider->setPosition(65);
+    EXPECT_EQ(slider->position(), 65) << rate;
+    EXPECT_EQ(element().accessibilityAttributeValue(NSAccessibilityValueAttribute), AccessibilityValue(0.0)) << rate;
+  }
+}
+
+TEST_F(PlaybackSliderTest, APositionThatIsNoNumberIsTheBeginning) {
+  slider->setPosition(90);
+  slider->setPosition(std::nan(""));
+  EXPECT_EQ(slider->position(), 0);
+  slider->beginSong({});
+  slider->setPosition(std::nan(""));
+  EXPECT_EQ(slider->position(), 0);
+}
+
+TEST_F(PlaybackSliderTest, KeysAndWheelThatItDoesNotTakeContinueUpTheChain) {
+  const auto around = make<harness::ProbeView>(CGRect{0, 0, 400, 150});
+  window->contentView()->addSubview(around);
+  around->addSubview(slider);
+  const auto count = [&](const char* call) { return std::count(around->calls.begin(), around->calls.end(), call); };
+  window->makeFirstResponder(slider.get());
+  user.pressKey(NSRightArrowFunctionKey, NSEventModifierFlagControl);
+  user.pressKey(NSHomeFunctionKey, NSEventModifierFlagOption);
+  user.pressKey("x");
+  EXPECT_EQ(count("keyDown"), 3);
+  slider->setSeekable(false);
+  user.pressKey(NSRightArrowFunctionKey);
+  user.scroll(*window, at(100), {0, 48});
+  EXPECT_EQ(count("keyDown"), 4);
+  EXPECT_EQ(count("scrollWheel"), 1);
+  EXPECT_TRUE(taken().empty());
+}
+
 TEST_F(PlaybackSliderTest, APressLeavesTheKeyboardInTheListUnlessItIsToTakeIt) {
   const auto list = make<NSButton>(CGRect{320, 60, 60, 20});
   window->contentView()->addSubview(list);
@@ -277,7 +355,12 @@ TEST_F(PlaybackSliderTest, ThePointerShowsTheTimeThatAPressThereAsksFor) {
   EXPECT_EQ(slider->toolTip(), "0:00");
   EXPECT_THAT(*slider->timeAtPoint({1.5 + 250, 10}), isAbout(250));
   slider->setSeekable(false);
+  EXPECT_EQ(slider->toolTip(), "");
   user.moveTo(*window, at(100));
+  EXPECT_EQ(slider->toolTip(), "");
+  slider->setSeekable(true);
+  user.moveTo(*window, at(101));
+  slider->beginSong({.seconds = 300});
   EXPECT_EQ(slider->toolTip(), "");
 }
 
