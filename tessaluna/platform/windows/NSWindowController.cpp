@@ -37,8 +37,6 @@ void NSWindowController::loadWindow(const std::string& nibName) {
   NSNib::Contents contents = nib->instantiateWithOwner(refTo(*this));
   if (contents.error) stopProgram(className() + ": interface file \"" + nibName + "\": " + *contents.error);
   topLevelObjects_ = std::move(contents.topLevelObjects);
-  for (const Ref<NSObject>& object : topLevelObjects_)
-    if (const auto window = std::dynamic_pointer_cast<NSWindow>(object); window && !window_) setWindow(window);
   windowDidLoad();
 }
 

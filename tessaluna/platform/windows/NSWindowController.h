@@ -23,8 +23,9 @@ class NSWindowController : public NSResponder {
   ~NSWindowController() override;
   void didInit() override;
 
-  // Null for a controller with neither a window nor a nib name. A name that nobody registered, or a document with an
-  // error, stops the program: NSNib reports errors of documents without that.
+  // Null for a controller with neither a window nor a nib name, and for one whose document does not connect the outlet
+  // "window". A name that nobody registered, or a document with an error, stops the program: NSNib reports errors of
+  // documents without that.
   const Ref<NSWindow>& window();
   void setWindow(Ref<NSWindow> window);
   bool isWindowLoaded() const { return window_ != nullptr; }

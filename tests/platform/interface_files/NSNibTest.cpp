@@ -441,6 +441,11 @@ TEST_F(NSNibTest, AWindowControllerLoadsItsWindowAtFirstUse) {
   EXPECT_EQ(window->nextResponder(), controller.get());
 }
 
+TEST_F(NSNibTest, AWindowThatIsNotConnectedIsNotTheControllers) {
+  NSNib::registerDocument("window", R"({"objects": [{"id": "w", "class": "NSWindow"}]})");
+  EXPECT_EQ(make<NSWindowController>("window")->window(), nullptr);
+}
+
 TEST_F(NSNibTest, AWindowControllerThatWasGivenAWindowLoadsNothing) {
   const auto window = showWindow();
   const auto controller = make<LoadedController>(window);

@@ -123,6 +123,19 @@ TEST_F(AppSplashControllerTest, WithoutAWindowLoadingLeavesItAtIconAndSpinner) {
   EXPECT_TRUE(controller->progressIndicator()->isAnimating());
 }
 
+TEST_F(AppSplashControllerTest, AWindowThatIsNotConnectedStaysWhereItIs) {
+  NSNib::registerDocument("Splash", document(R"("progressIndicator": "spinner", "appIconView": "icon")"));
+  EXPECT_EQ(controller->window(), nullptr);
+  const NSWindow* window = controller->progressIndicator()->window();
+  ASSERT_NE(window, nullptr);
+  EXPECT_EQ(window->frame(), (CGRect{100, 100, 400, 300}));
+}
+
+TEST_F(AppSplashControllerTest, AWindowLargerThanTheScreenIsCenteredAsAnyOther) {
+  NSNib::registerDocument("Splash", document(allOutlets, "[0, 0, 1501, 1001]"));
+  EXPECT_EQ(controller->window()->frame(), (CGRect{-30.5, -50.5, 1501, 1001}));
+}
+
 TEST_F(AppSplashControllerTest, IsMadeWithAWindowWithoutOneAndFromAnArchiveWithAllOutletsAbsent) {
   const auto window = showWindow();
   controller = make<AppSplashController>(window);
