@@ -162,8 +162,9 @@ std::size_t NSSliderCell::indexOfTickMarkAtPoint(CGPoint point) const {
 
 std::size_t NSSliderCell::closestTickMark(double value) const {
   const double range = maxValue() - minValue(), last = static_cast<double>(numberOfTickMarks() - 1);
-  if (!(range > 0)) return 0;
-  return static_cast<std::size_t>(std::clamp(std::round((value - minValue()) / range * last), 0.0, last));
+  const double place = range > 0 ? std::round((value - minValue()) / range * last) : 0;
+  if (!(place > 0)) return 0;  // also for NaN
+  return place < last ? static_cast<std::size_t>(place) : numberOfTickMarks() - 1;
 }
 
 double NSSliderCell::closestTickMarkValueToValue(double value) const {

@@ -142,19 +142,21 @@ void ProgressMonitorView::setBackgroundTaskProgressPosition(double position, std
 }
 
 void ProgressMonitorView::removeBackgroundTaskProgress(std::string_view task) {
-  backgroundTasks_->removeObjectForKey(task);
+  const std::string removed(task);  // the caller's may be the dictionary's own
+  backgroundTasks_->removeObjectForKey(removed);
   showTotals();
   showCount();
   // The length and not the number of tasks: tasks without a length do not keep the view in sight.
   if (sumOf(lengthName) <= 0) setHidden(true);
-  notifyAssistiveClients(task);
+  notifyAssistiveClients(removed);
 }
 
 std::string ProgressMonitorView::accessibilityTitle() const {
   const std::size_t count = backgroundTasks_->count();
   const double length = sumOf(lengthName), position = sumOf(positionName);
-  const double share = length > 0 && position > 0 ? std::min(position / length, 1.0) : 0;
-  const auto percent = static_cast<int>(std::lround(share * 100));
+  const double share = length > 0 ? position / length : 0;
+  // Endless lengths make it NaN.
+  const auto percent = share > 0 ? static_cast<int>(std::lround(std::min(share, 1.0) * 100)) : 0;
   return std::to_string(count) + (count == 1 ? " task, " : " tasks, ") + std::to_string(percent) + " percent";
 }
 

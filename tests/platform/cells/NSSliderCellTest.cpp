@@ -176,6 +176,14 @@ TEST_F(NSSliderCellTest, TickMarksHaveTheValuesAtEqualDistances) {
   EXPECT_EQ(cell->closestTickMarkValueToValue(1.37), 1);
 }
 
+TEST_F(NSSliderCellTest, TheTickMarkClosestToNoNumberIsTheFirst) {
+  cell->setNumberOfTickMarks(5);
+  EXPECT_EQ(cell->closestTickMarkValueToValue(notANumber), 0);
+  EXPECT_EQ(cell->closestTickMarkValueToValue(-3), 0);
+  cell->setMaxValue(std::numeric_limits<double>::infinity());
+  EXPECT_EQ(cell->closestTickMarkValueToValue(std::numeric_limits<double>::infinity()), 0);
+}
+
 TEST_F(NSSliderCellTest, TickMarksAreWhereTheKnobHasItsMiddleAndMakeRoomForThemselves) {
   slider->setFrameSize({116, 27});
   slider->setNumberOfTickMarks(3);

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
+
 #include "tessaluna/platform/foundation/NSData.h"
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/foundation/NSNumber.h"
@@ -136,6 +138,22 @@ TEST_F(ProgressMonitorViewTest, ANegativeTotalHidesTheViewToo) {
   EXPECT_TRUE(view->isHidden());
 }
 
+TEST_F(ProgressMonitorViewTest, AddingAKeyAgainShowsAViewThatWasHidden) {
+  view->addBackgroundTaskProgress("endless", 0, &first);
+  view->removeBackgroundTaskProgress("nothing");
+  EXPECT_TRUE(view->isHidden());
+  view->addBackgroundTaskProgress("endless", 10, &first);
+  EXPECT_FALSE(view->isHidden());
+}
+
+TEST_F(ProgressMonitorViewTest, APositionDoesNotShowAHiddenView) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->setHidden(true);
+  view->setBackgroundTaskProgressPosition(30, "scan");
+  EXPECT_TRUE(view->isHidden());
+  EXPECT_EQ(bar().doubleValue(), 30);
+}
+
 TEST_F(ProgressMonitorViewTest, AFinishedTaskStaysUntilItIsRemoved) {
   view->addBackgroundTaskProgress("scan", 100, &first);
   view->setBackgroundTaskProgressPosition(100, "scan");
@@ -237,6 +255,20 @@ TEST_F(ProgressMonitorViewTest, EveryTaskIsAProgressIndicatorToAssistiveClientsA
   EXPECT_EQ(view->accessibilityChildren()->size(), 1u);
   EXPECT_EQ(element.accessibilityParent(), nullptr);
   EXPECT_TRUE(element.accessibilityValue().isAbsent());
+}
+
+TEST_F(ProgressMonitorViewTest, ATaskMayBeRemovedByTheKeyInTheLiveDictionary) {
+  view->addBackgroundTaskProgress("a name too long to be kept in place by a string", 100, &first);
+  const Ref<NSObject> task = view->accessibilityChildren()->at(0);
+  view->removeBackgroundTaskProgress(view->backgroundTasks()->entries().begin()->first);
+  EXPECT_EQ(accessibilityOf(task)->accessibilityParent(), nullptr);
+}
+
+TEST_F(ProgressMonitorViewTest, ToAssistiveClientsATaskWithoutEndIsAtItsBeginning) {
+  const double endless = std::numeric_limits<double>::infinity();
+  view->addBackgroundTaskProgress("scan", endless, &first);
+  view->setBackgroundTaskProgressPosition(endless, "scan");
+  EXPECT_EQ(view->accessibilityTitle(), "1 task, 0 percent");
 }
 
 TEST_F(ProgressMonitorViewTest, AnElementMayOutliveTheView) {

@@ -266,6 +266,14 @@ TEST_F(PlaybackTransportSliderCellTest, AMinimumMovesTheKnobAndNotTheBars) {
   EXPECT_THAT(barDrawn(), ElementsAre(outline, "faint 10 8 200 4", "track 310 8 50 4"));
 }
 
+TEST_F(PlaybackTransportSliderCellTest, OnlyAMaximumOfZeroLeavesTheTrackEmpty) {
+  slider->setMinValue(-800);
+  slider->setDoubleValue(-200);
+  slider->setMaxValue(-400);
+  // All lengths are against the maximum, also one below zero.
+  EXPECT_THAT(barDrawn(), ElementsAre(outline, "faint 10 8 400 4"));
+}
+
 TEST_F(PlaybackTransportSliderCellTest, SpansHaveSquareEndsAndReplaceWhatIsBelow) {
   load({100, 50, No});
   const Lines lines = recordingOf([&] { cell->drawBarInside({10, 8, 400, 4}, true); });
