@@ -38,9 +38,12 @@ Ref<NSCell> ClickableLabel::makeCell(NSCoder& coder) { return make<ClickableLabe
 // Attributed texts are set through here, plain ones too.
 void ClickableLabel::setObjectValue(Ref<NSObject> value) {
   const bool isAttributed = dynamic_cast<const NSAttributedString*>(value.get()) != nullptr;
+  // The text as it is now, which is the one that the links are found in.
+  if (const auto* text = dynamic_cast<const NSMutableAttributedString*>(value.get())) value = text->mutableCopy();
   NSTextField::setObjectValue(std::move(value));
   if (isAttributed) refreshLinks();
   accessible_.linksDidChange();
+  textOfLinks_ = nullptr;
 }
 
 void ClickableLabel::refreshLinks() {
@@ -91,7 +94,7 @@ void ClickableLabel::mouseDown(const Ref<NSEvent>& event) {
 }
 
 void ClickableLabel::mouseUp(const Ref<NSEvent>& event) {
-  if (endsTakenPress(*event)) return forgetPress();
+  if (endsTakenPress(*event) || isHiddenOrHasHiddenAncestor()) return forgetPress();
   // The target may let the label, or itself, go.
   const Ref<NSView> held = refTo<NSView>(*this);
   const Ref<ClickableLabelTarget> target = actionTarget_;
@@ -116,16 +119,18 @@ void ClickableLabel::forgetPress() {
 
 // Assistive clients.
 
-std::vector<ClickableLabel::Link> ClickableLabel::links() const {
-  std::vector<Link> links;
-  if (!textView_) return links;
-  const Ref<NSAttributedString> text = attributedStringValue();
+// Clients ask for each link by itself, so that a text is searched once.
+const std::vector<ClickableLabel::Link>& ClickableLabel::links() const {
+  const Ref<const NSAttributedString> text = textView_ ? attributedStringValue() : nullptr;
+  if (std::exchange(textOfLinks_, text) == text) return links_;
+  links_.clear();
+  if (!text) return links_;
   text->enumerateAttribute(NSLinkAttributeName, {0, text->length()},
-                           [&links](const std::optional<NSAttributeValue>& link, NSRange range) {
+                           [this](const std::optional<NSAttributeValue>& link, NSRange range) {
                              const std::optional<URL> url = link ? urlOf(*link) : std::nullopt;
-                             if (url) links.push_back({range, *url});
+                             if (url) links_.push_back({range, *url});
                            });
-  return links;
+  return links_;
 }
 
 AccessibilityElements ClickableLabel::accessibleLinks() { return accessible_.elements(*this, *this); }
@@ -145,7 +150,8 @@ CGRect ClickableLabel::frameOfLink(std::size_t index) const {
 
 void ClickableLabel::pressLink(std::size_t index) {
   const Ref<NSView> held = refTo<NSView>(*this);
-  if (const Ref<ClickableLabelTarget> target = actionTarget_) target->linkClicked(links().at(index).url);
+  const URL link = links().at(index).url;
+  if (const Ref<ClickableLabelTarget> target = actionTarget_) target->linkClicked(link);
 }
 
 }  // namespace TessalunaUIKit

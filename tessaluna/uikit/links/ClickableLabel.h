@@ -34,7 +34,7 @@ class ClickableLabel : public tessaluna::platform::NSTextField, private LinksFor
 
   // From then on a press finds the links where the label's present size has them.
   void resetCursorRects() override;
-  // A press that is taken from the label, which leaves its window say, ends without a click.
+  // A press that is taken from the label, which leaves its window say or is hidden, ends without a click.
   void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
 
@@ -50,7 +50,7 @@ class ClickableLabel : public tessaluna::platform::NSTextField, private LinksFor
     tessaluna::platform::NSRange range;
     tessaluna::platform::URL url;
   };
-  std::vector<Link> links() const;
+  const std::vector<Link>& links() const;
   void refreshLinks();
   void addCursorRectsOfLink(tessaluna::platform::NSRange range);
   void forgetPress();
@@ -66,6 +66,8 @@ class ClickableLabel : public tessaluna::platform::NSTextField, private LinksFor
   tessaluna::platform::NSRange clickedLinkRange_;
   std::optional<tessaluna::platform::URL> clickedLink_;  // from a press on a link to its release
   AccessibleLinks accessible_;
+  mutable std::vector<Link> links_;  // those of the text that they were found in
+  mutable tessaluna::platform::Ref<const tessaluna::platform::NSAttributedString> textOfLinks_;
 };
 
 }  // namespace TessalunaUIKit

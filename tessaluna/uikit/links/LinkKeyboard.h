@@ -33,6 +33,8 @@ class LinkKeyboard : public tessaluna::platform::NSView, public tessaluna::platf
   std::optional<std::size_t> currentStop() const;
   // Stops, or their places, are others than before.
   void stopsDidChange();
+  // The same for places that a drawing has shown: the ring follows with the next one.
+  void stopsWereDrawn();
 
   tessaluna::platform::NSView* hitTest(tessaluna::platform::CGPoint) override { return nullptr; }
   bool acceptsFirstResponder() const override { return !line_.keyboardStops().empty(); }
@@ -48,6 +50,7 @@ class LinkKeyboard : public tessaluna::platform::NSView, public tessaluna::platf
 
   Line& line_;
   std::size_t stop_ = 0;
+  tessaluna::platform::CGRect drawnStop_;  // where the current one was in the last drawing
   bool hasKeys_ = false;
 };
 

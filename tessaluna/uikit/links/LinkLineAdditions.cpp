@@ -1,6 +1,7 @@
 #include "tessaluna/uikit/links/LinkLineAdditions.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
@@ -102,8 +103,14 @@ void LinkLineAdditions::linksDidChange() {
 
 // The tool tip.
 
+void LinkLineAdditions::setShowsToolTipWhileCut(bool shows) {
+  // The tool tip of the last cut goes; one of the program stays.
+  if (std::exchange(showsToolTipWhileCut_, shows) && !shows) field_.setToolTip({});
+}
+
 void LinkLineAdditions::didCut() {
-  if (showsToolTipWhileCut) field_.setToolTip(isCut() ? field_.accessibilityLabel() : std::string());
+  if (showsToolTipWhileCut_) field_.setToolTip(isCut() ? field_.accessibilityLabel() : std::string());
+  if (keyboard_) keyboard_->stopsWereDrawn();
 }
 
 // Assistive clients.

@@ -14,7 +14,9 @@ class LinkLineAdditions : public LinksForClients, public LinkKeyboard::Line {
   // A part of the field.
   explicit LinkLineAdditions(MultipleLinksTextField& field) : field_(field) {}
 
-  bool showsMenuAtEllipsis = false, showsToolTipWhileCut = false;
+  bool showsMenuAtEllipsis = false;
+  bool showsToolTipWhileCut() const { return showsToolTipWhileCut_; }
+  void setShowsToolTipWhileCut(bool shows);
   bool takesKeyboard() const { return keyboard_ != nullptr; }
   void setTakesKeyboard(bool takes);
 
@@ -52,6 +54,7 @@ class LinkLineAdditions : public LinksForClients, public LinkKeyboard::Line {
   void openMenu();
 
   MultipleLinksTextField& field_;
+  bool showsToolTipWhileCut_ = false;
   AccessibleLinks accessible_;
   tessaluna::platform::Ref<LinkKeyboard> keyboard_;  // over the field; null unless the keyboard is taken
 };

@@ -54,8 +54,8 @@ bool MultipleLinksTextField::showsMenuAtEllipsis() const { return additions_->sh
 void MultipleLinksTextField::setShowsMenuAtEllipsis(bool shows) { additions_->showsMenuAtEllipsis = shows; }
 bool MultipleLinksTextField::takesKeyboard() const { return additions_->takesKeyboard(); }
 void MultipleLinksTextField::setTakesKeyboard(bool takes) { additions_->setTakesKeyboard(takes); }
-bool MultipleLinksTextField::showsToolTipWhileCut() const { return additions_->showsToolTipWhileCut; }
-void MultipleLinksTextField::setShowsToolTipWhileCut(bool shows) { additions_->showsToolTipWhileCut = shows; }
+bool MultipleLinksTextField::showsToolTipWhileCut() const { return additions_->showsToolTipWhileCut(); }
+void MultipleLinksTextField::setShowsToolTipWhileCut(bool shows) { additions_->setShowsToolTipWhileCut(shows); }
 
 void MultipleLinksTextField::setLinksEnabled(bool enabled) {
   if (std::exchange(linksEnabled_, enabled) != enabled) additions_->linksDidChange();
@@ -134,6 +134,8 @@ void MultipleLinksTextField::drawRect(CGRect) {
   NSGraphicsContext::restoreGraphicsState();
   additions_->didCut();
 }
+
+void MultipleLinksTextField::viewDidHide() { isPressed_ = false; }
 
 void MultipleLinksTextField::hitTestElements(const NSEvent& event) {
   const CGPoint point = convertPointFromView(event.locationInWindow(), nullptr);

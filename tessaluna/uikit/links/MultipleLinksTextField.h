@@ -80,6 +80,7 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   // Of the whole text, whatever the width of the view.
   tessaluna::platform::CGSize intrinsicContentSize() const override;
 
+  void viewDidHide() override;  // ends a press without a click
   void drawRect(tessaluna::platform::CGRect rect) override;
   bool mouseDownCanMoveWindow() const override { return !linksEnabled_; }
   void resetCursorRects() override;

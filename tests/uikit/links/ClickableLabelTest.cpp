@@ -184,6 +184,13 @@ TEST_F(ClickableLabelTest, HandsAreOverTheLinkAlone) {
   EXPECT_FALSE(showsHandAt({27, 13}));
 }
 
+TEST_F(ClickableLabelTest, ASelectableTextKeepsItsCursorBesideTheLinks) {
+  label->setSelectable(true);
+  setOneLink();
+  EXPECT_EQ(label->cursorAt(onText), NSCursor::IBeamCursor());
+  EXPECT_TRUE(showsHandAt(onLink));
+}
+
 TEST_F(ClickableLabelTest, AWrappedLinkHasAHandOnEachLineOnEverySystem) {
   for (const NSOperatingSystemVersion version : {NSOperatingSystemVersion{10, 15, 0}, NSOperatingSystemVersion{10, 10, 0}}) {
     setOperatingSystemVersion(version);
@@ -231,6 +238,17 @@ TEST_F(ClickableLabelTest, ANewTextTakesTheEarlierLinksAway) {
   click(onLink);
   EXPECT_EQ(target->calls, Calls{"label"});
   EXPECT_FALSE(showsHandAt(onLink));
+}
+
+TEST_F(ClickableLabelTest, ATextThatTheProgramChangesLaterIsDrawnAndClickedAsItWasSet) {
+  setOneLink();
+  const auto text = label->attributedStringValue()->mutableCopy();
+  label->setAttributedStringValue(text);
+  const harness::Lines before = recordingOf([this] { label->drawRect(label->bounds()); });
+  text->replaceCharactersInRange({0, 11}, u"else");
+  EXPECT_EQ(recordingOf([this] { label->drawRect(label->bounds()); }), before);
+  click(onLink);
+  EXPECT_EQ(target->calls, Calls{first});
 }
 
 TEST_F(ClickableLabelTest, AnAbsentTargetSwallowsClicks) {
@@ -282,6 +300,20 @@ TEST_F(ClickableLabelTest, APressThatIsTakenFromTheLabelEndsWithoutAClick) {
   EXPECT_TRUE(target->calls.empty());
   click(onText);
   EXPECT_EQ(target->calls, Calls{"label"}) << "nothing is left of the earlier presses";
+}
+
+TEST_F(ClickableLabelTest, HidingTheLabelUnderAPressEndsItWithoutAClick) {
+  setOneLink();
+  for (const Ref<NSView>& hidden : {Ref<NSView>(label), Ref<NSView>(parent)})
+    for (const CGPoint place : {onText, onLink}) {
+      user.press(*window, at(place));
+      hidden->setHidden(true);
+      user.release();
+      hidden->setHidden(false);
+    }
+  EXPECT_TRUE(target->calls.empty());
+  click(onLink);
+  EXPECT_EQ(target->calls, Calls{first});
 }
 
 TEST_F(ClickableLabelTest, ADragByTheLabelThatMovesTheWindowIsNotAClick) {
@@ -336,6 +368,23 @@ TEST_F(ClickableLabelTest, ToAssistiveClientsEachLinkIsAnElementInTheText) {
   EXPECT_TRUE(label->cell()->accessibilityChildren()->empty());
   accessibilityOf(links[0])->accessibilityPerformAction(NSAccessibilityPressAction);
   EXPECT_EQ(target->calls.size(), 2u);
+}
+
+TEST_F(ClickableLabelTest, ATextIsSearchedOnceHoweverOftenClientsAsk) {
+  // Searched for each question, this would take many seconds.
+  const auto text = make<NSMutableAttributedString>();
+  for (int i = 0; i < 500; ++i) {
+    text->appendAttributedString(NSAttributedString(std::string_view("one"), {{NSLinkAttributeName, url(first)}}));
+    text->appendAttributedString(NSAttributedString(std::string_view(" ")));
+  }
+  label->setAttributedStringValue(text);
+  const AccessibilityElements links = label->cell()->accessibilityChildren().value();
+  ASSERT_EQ(links.size(), 500u);
+  for (const Ref<NSObject>& link : links) EXPECT_EQ(accessibilityOf(link)->accessibilityTitle(), "one");
+  setText("two", {{{0, 3}, url(second)}});
+  const AccessibilityElements now = label->cell()->accessibilityChildren().value();
+  ASSERT_EQ(now.size(), 1u);
+  EXPECT_EQ(accessibilityOf(now[0])->accessibilityTitle(), "two");
 }
 
 TEST_F(ClickableLabelTest, ALinkThatWrapsIsOneElementAroundItsLines) {

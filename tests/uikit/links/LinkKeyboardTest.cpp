@@ -227,6 +227,19 @@ TEST_F(LinkKeyboardTest, TheRingIsAroundOneLinkAndMovesWithTheKeyboard) {
   EXPECT_FALSE(nativeOf(*window).paints().empty());
 }
 
+TEST_F(LinkKeyboardTest, TheRingFollowsItsLinkWhereAnotherWidthCutsIt) {
+  show(100, /*hasMenu=*/false);
+  tab();
+  press(NSEndFunctionKey);  // "fgh", at 45 to 60
+  nativeOf(*window).forgetPaints();
+  field->setFrameSize({33, 20});
+  desktop.settle();  // "abc, …", whose links end at 25
+  desktop.settle();  // the ring, now that the cut is known
+  // The ring's sides are two points wide; the ellipsis is at 45 to 53.
+  EXPECT_THAT(nativeOf(*window).paints().back().dirty,
+              testing::IsSupersetOf({CGRect{43, 28, 12, 2}, CGRect{43, 50, 12, 2}}));
+}
+
 TEST_F(LinkKeyboardTest, TheRingLiesBesideTheLettersAndNotOnThem) {
   show();
   nativeOf(*window).forgetPaints();

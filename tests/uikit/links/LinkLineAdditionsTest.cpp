@@ -165,8 +165,16 @@ TEST_F(LinkLineAdditionsTest, WhileCutTheWholeTextIsTheToolTip) {
   EXPECT_EQ(field->toolTip(), "");
 }
 
+TEST_F(LinkLineAdditionsTest, SwitchingTheToolTipOffTakesItAway) {
+  field->setShowsToolTipWhileCut(true);
+  draw();
+  field->setShowsToolTipWhileCut(false);
+  EXPECT_EQ(field->toolTip(), "");
+}
+
 TEST_F(LinkLineAdditionsTest, SwitchedOffAToolTipOfTheProgramStays) {
   field->setToolTip("artists");
+  field->setShowsToolTipWhileCut(false);
   draw();
   EXPECT_EQ(field->toolTip(), "artists");
 }

@@ -4,6 +4,8 @@
 
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/layout/NSLayoutConstraint.h"
+#include "tessaluna/platform/text/TextLayout.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/uikit/links/LinkKeyboard.h"
 #include "tests/uikit/links/LinksWorld.h"
@@ -26,6 +28,11 @@ class MultipleLinksTextFieldTest : public harness::LinksWorld {
     field->mouseDown(event);
     field->mouseUp(event);
     return !target->clicks.empty();
+  }
+  // Where a text is drawn in a rectangle.
+  static Lines placesOf(std::string_view text, CGRect rect) {
+    const NSAttributes attributes{{NSFontAttributeName, NSFont::systemFontOfSize(10)}};
+    return only("concat", harness::recordingOf([&] { drawInRect(text, rect, attributes); }));
   }
 };
 using MultipleLinksTextFieldDeathTest = MultipleLinksTextFieldTest;
@@ -289,6 +296,45 @@ TEST_F(MultipleLinksTextFieldTest, TheTextIsCenteredInTheHeightAndClippedToTheBo
   EXPECT_EQ(lines[1], R"({"op":"clipRect","rect":[0,0,100,20]})");
   EXPECT_EQ(lines.back(), R"({"op":"restore"})");
   EXPECT_EQ(only("glyphs", lines).size(), 1u);
+  EXPECT_EQ(only("concat", lines), placesOf("abc, de, fgh", {0, 4, 100, 12}));
+}
+
+TEST_F(MultipleLinksTextFieldTest, TheTextIsCenteredInBoundsThatStartElsewhere) {
+  field->setBoundsOrigin({7, 3});
+  EXPECT_EQ(only("clipRect", drawn()).front(), R"({"op":"clipRect","rect":[7,3,100,20]})");
+  EXPECT_EQ(only("concat", drawn()), placesOf("abc, de, fgh", {7, 7, 100, 12}));
+}
+
+TEST_F(MultipleLinksTextFieldTest, TheHeightOfTheWholeTextIsCenteredAlsoWhereItIsCut) {
+  // Wrapped at words the whole text takes two lines of 36 points, of which the cut one shows the first.
+  newField(three, 36);
+  field->setLineBreakMode(NSLineBreakByWordWrapping);
+  EXPECT_EQ(only("concat", drawn()), placesOf("abc, d…", {0, -2, 36, 24}));
+}
+
+TEST_F(MultipleLinksTextFieldTest, NewStringsGiveTheLineAnotherSizeWhereConstraintsFollowIt) {
+  field->setTranslatesAutoresizingMaskIntoConstraints(false);
+  for (const NSLayoutAttribute edge : {NSLayoutAttributeLeft, NSLayoutAttributeTop})
+    NSLayoutConstraint::constraintWithItem(field, edge, NSLayoutRelationEqual, parent, edge, 1, 0)->setActive(true);
+  window->layoutIfNeeded();
+  EXPECT_EQ(field->frame().size, (CGSize{60, 12}));
+  field->setStringValues(Strings{"ab"});
+  window->layoutIfNeeded();
+  EXPECT_EQ(field->frame().size, (CGSize{10, 12}));
+}
+
+TEST_F(MultipleLinksTextFieldTest, TheTextHasAFontAColorAndAParagraphStyleFromTheLeftAndNothingElse) {
+  field->setFont(nullptr);
+  field->setLineBreakMode(NSLineBreakByTruncatingMiddle);
+  const NSAttributes attributes = field->truncatedString(1000)->attributesAtIndex(0);
+  EXPECT_EQ(attributes.size(), 3u);
+  EXPECT_TRUE(attributeObject<NSFont>(attributes, NSFontAttributeName)
+                  ->isEqual(NSFont::systemFontOfSize(NSFont::systemFontSize()).get()));
+  EXPECT_EQ(attributeObject<NSColor>(attributes, NSForegroundColorAttributeName), NSColor::controlTextColor());
+  const auto style = attributeObject<NSParagraphStyle>(attributes, NSParagraphStyleAttributeName);
+  ASSERT_NE(style, nullptr);
+  EXPECT_EQ(style->alignment(), NSTextAlignmentLeft);
+  EXPECT_EQ(style->lineBreakMode(), NSLineBreakByTruncatingMiddle);
 }
 
 TEST_F(MultipleLinksTextFieldTest, AFontThatIsSetAloneIsDrawnButTheLinksStayUntilTheStringsAreSetAgain) {
@@ -324,6 +370,18 @@ TEST_F(MultipleLinksTextFieldTest, OnlyTheStringsRequestARedraw) {
 }
 
 // The pointer.
+
+TEST_F(MultipleLinksTextFieldTest, EveryEventOfThePointerRequestsARedraw) {
+  using Handler = void (MultipleLinksTextField::*)(const Ref<NSEvent>&);
+  for (const Handler handler :
+       {&MultipleLinksTextField::mouseEntered, &MultipleLinksTextField::mouseMoved, &MultipleLinksTextField::mouseDown,
+        &MultipleLinksTextField::mouseDragged, &MultipleLinksTextField::mouseUp, &MultipleLinksTextField::mouseExited}) {
+    desktop.settle();
+    ASSERT_FALSE(field->needsDisplay());
+    (field.get()->*handler)(make<NSEvent>(NSEvent::Fields{.location = at(3), .window = window}));
+    EXPECT_TRUE(field->needsDisplay());
+  }
+}
 
 TEST_F(MultipleLinksTextFieldTest, AClickReportsTheElementWhileTheFieldIsStillPressed) {
   moveTo(27);
@@ -375,6 +433,28 @@ TEST_F(MultipleLinksTextFieldTest, LeavingCancelsTheClickAndComingBackRevivesIt)
   user.dragTo(at(4));
   user.release();
   EXPECT_EQ(target->clicks.size(), 1u);
+}
+
+TEST_F(MultipleLinksTextFieldTest, AReleaseAboveALinkOrBelowItMakesNoCall) {
+  for (const CGFloat y : {-1, 20, 60}) {
+    moveTo(3);
+    user.press(*window, at(3));
+    user.dragTo({origin.x + 3, origin.y + y});
+    user.release();
+  }
+  EXPECT_TRUE(target->clicks.empty());
+}
+
+TEST_F(MultipleLinksTextFieldTest, HidingTheLineUnderAPressEndsItWithoutAClick) {
+  for (const Ref<NSView>& hidden : {Ref<NSView>(field), Ref<NSView>(parent)}) {
+    moveTo(3);
+    user.press(*window, at(3));
+    hidden->setHidden(true);
+    EXPECT_FALSE(field->isPressed());
+    user.release();
+    hidden->setHidden(false);
+  }
+  EXPECT_TRUE(target->clicks.empty());
 }
 
 TEST_F(MultipleLinksTextFieldTest, FromTheEllipsisOnNothingIsALink) {
@@ -503,6 +583,22 @@ TEST_F(MultipleLinksTextFieldTest, LinksTurnedOnLaterHaveAreaAndHandsAtOnceAfter
   EXPECT_EQ(late->cursorAt({3, 10}), NSCursor::pointingHandCursor());
   late->setLinksEnabled(false);
   EXPECT_EQ(late->cursorAt({3, 10}), NSCursor::pointingHandCursor()) << "turning links off removes nothing";
+}
+
+TEST_F(MultipleLinksTextFieldTest, HandsAreAsHighAsTheBoundsInWholePoints) {
+  field->setFrameSize({100, 20.75});
+  window->resetCursorRects();
+  EXPECT_EQ(field->cursorAt({3, 19.9}), NSCursor::pointingHandCursor());
+  EXPECT_EQ(field->cursorAt({3, 20.25}), nullptr);
+}
+
+TEST_F(MultipleLinksTextFieldTest, TurningLinksOnAgainBringsBackTheAreaAndTheHandsThatSomebodyTookAway) {
+  window->resetCursorRects();
+  field->discardCursorRects();
+  field->removeTrackingArea(Ref<NSTrackingArea>(field->trackingAreas()[0]));
+  field->setLinksEnabled(true);
+  EXPECT_EQ(field->trackingAreas().size(), 1u);
+  EXPECT_TRUE(showsHandAt(3));
 }
 
 TEST_F(MultipleLinksTextFieldTest, NewStringsOnlyAddHandsUntilTheWindowResetsThem) {
