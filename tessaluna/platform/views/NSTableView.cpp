@@ -236,7 +236,9 @@ void NSTableView::selectRowIndexes(const NSIndexSet& rows, Selecting how) {
   const NSIndexSet earlier = std::exchange(selection_, next);
   if (!selection_.isEmpty()) lead_ = rows.last() < rowCount_ ? rows.last() : selection_.last();
   if (how == Selecting::Replaces) anchor_ = selection_.isEmpty() ? std::nullopt : std::optional(selection_.first());
-  for (const auto& [row, view] : visible_)
+  // Looking at a row lays the table out first, which takes views away that no longer show.
+  const std::map<std::size_t, Ref<NSView>> shown = visible_;
+  for (const auto& [row, view] : shown)
     if (earlier.contains(row) != selection_.contains(row)) updateRowLook(row);
   keyboard_.selectionDidChange();
   reportSelection();

@@ -192,7 +192,9 @@ void TrackTable::tableViewSelectionDidChange(NSTableView&) {
   for (const std::size_t row : table_->selectedAccessibleItems())
     if (const std::uint64_t identity = model_->identityOf(row)) selectedIdentities_.push_back(identity);
   showStatesOfRows();
-  if (selectionChanged_) selectionChanged_();
+  // A copy: the call may set another.
+  const auto changed = selectionChanged_;
+  if (changed) changed();
 }
 
 void TrackTable::tableViewHoveredRowDidChange(NSTableView&, std::optional<std::size_t>) { showStatesOfRows(); }
@@ -226,7 +228,10 @@ bool TrackTable::tableViewRowWasEntered(NSTableView&, std::size_t row) {
 bool TrackTable::tableViewShowMenuForRow(NSTableView& table, std::size_t row, CGPoint place) {
   if (!actions_.more) return false;
   closeMenu();
+  // The list may change while the program makes the commands: from here on the row is followed.
+  menuRow_ = row;
   const auto commands = std::make_shared<std::vector<TrackCommand>>(actions_.more(row));
+  if (!menuRow_) return false;
   const auto menu = make<NSMenu>();
   menu->setAutoenablesItems(false);
   for (const TrackCommand& command : *commands) {
@@ -236,16 +241,17 @@ bool TrackTable::tableViewShowMenuForRow(NSTableView& table, std::size_t row, CG
     item->setTag(static_cast<std::int64_t>(menu->numberOfItems()));
     menu->addItem(item);
   }
-  const auto closed = [weak = WeakRef<NSObject>(shared_from_this()), commands](const Ref<NSMenuItem>& chosen) {
+  const auto closed = [weak = WeakRef<NSObject>(shared_from_this()), commands,
+                       closing = menu.get()](const Ref<NSMenuItem>& chosen) {
     const auto self = std::dynamic_pointer_cast<TrackTable>(weak.lock());
-    if (!self) return;
+    // One that closeMenu has closed reports so when another may be open.
+    if (!self || self->menu_.get() != closing) return;
     const std::optional<std::size_t> now = std::exchange(self->menuRow_, std::nullopt);
     self->menu_ = nullptr;
     if (!chosen || !now) return;
     const auto& choose = (*commands)[static_cast<std::size_t>(chosen->tag())].choose;
     if (choose) choose(*now);
   };
-  menuRow_ = row;
   menu_ = menu;
   if (menu->popUpMenuPositioningItem(nullptr, place, &table, closed)) return true;
   menuRow_ = std::nullopt;
@@ -311,14 +317,16 @@ void TrackTable::tableViewPressControl(NSTableView& table, std::size_t row, std:
   }
 }
 
-// What the model says.
+// What the model says. Whoever is notified of a change of the selection may remove the table.
 
 void TrackTable::rowsWereInserted(std::size_t first, std::size_t count) {
+  const Ref<NSObject> held = shared_from_this();
   if (menuRow_ && *menuRow_ >= first) *menuRow_ += count;
   table_->insertRowsAtIndexes(NSIndexSet(NSRange{first, count}));
 }
 
 void TrackTable::rowsWereRemoved(std::size_t first, std::size_t count) {
+  const Ref<NSObject> held = shared_from_this();
   if (menuRow_ && *menuRow_ >= first && *menuRow_ < first + count) closeMenu();
   if (menuRow_ && *menuRow_ >= first + count) *menuRow_ -= count;
   const bool hadKeyboard = table_->keyboardRow().has_value();
@@ -329,6 +337,7 @@ void TrackTable::rowsWereRemoved(std::size_t first, std::size_t count) {
 }
 
 void TrackTable::rowWasMoved(std::size_t from, std::size_t to) {
+  const Ref<NSObject> held = shared_from_this();
   if (menuRow_ == from) menuRow_ = to;
   else if (menuRow_ && from < *menuRow_ && *menuRow_ <= to) --*menuRow_;
   else if (menuRow_ && to <= *menuRow_ && *menuRow_ < from) ++*menuRow_;
@@ -336,10 +345,12 @@ void TrackTable::rowWasMoved(std::size_t from, std::size_t to) {
 }
 
 void TrackTable::rowsDidChange(std::size_t first, std::size_t count) {
+  const Ref<NSObject> held = shared_from_this();
   table_->reloadDataForRowIndexes(NSIndexSet(NSRange{first, count}));
 }
 
 void TrackTable::allDidChange() {
+  const Ref<NSObject> held = shared_from_this();
   closeMenu();
   const std::unordered_set<std::uint64_t> selected(selectedIdentities_.begin(), selectedIdentities_.end());
   table_->reloadData();
