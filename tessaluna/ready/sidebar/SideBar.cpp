@@ -36,6 +36,32 @@ bool hasItem(const Sections& sections, const std::string& id) {
   });
 }
 
+void addAll(const Sections& sections, Sections& all) {
+  for (const auto& section : sections) {
+    all.push_back(section);
+    addAll(section->sections(), all);
+  }
+}
+
+Sections allOf(const Sections& sections) {
+  Sections all;
+  addAll(sections, all);
+  return all;
+}
+
+// A section that moved into or out of another one has new views. It is folded if it was.
+void foldAgain(const Sections& before, const Sections& now) {
+  const auto isAmong = [](const Sections& sections, const auto& section) {
+    return std::ranges::find(sections, section) != sections.end();
+  };
+  for (const auto& section : now) {
+    if (isAmong(before, section)) continue;
+    const auto gone =
+        std::ranges::find_if(before, [&](const auto& one) { return one->id() == section->id() && !isAmong(now, one); });
+    if (gone != before.end() && !(*gone)->isOpen()) section->beginFolded();
+  }
+}
+
 bool hasKeyboard(const NSView& view) {
   const auto* first = view.window() ? dynamic_cast<const NSView*>(view.window()->firstResponder()) : nullptr;
   return first && first->isDescendantOf(&view);
@@ -50,6 +76,7 @@ struct SideBar::Place {
   std::shared_ptr<SideBarSection> around = {};  // the section that this one is in; null for an outer one
   Ref<NSView> view() const { return row ? Ref<NSView>(row) : section->heading(); }
   const std::string& title() const { return row ? row->item().title : section->title(); }
+  const std::string& id() const { return row ? idOf(row->item()) : section->id(); }
 
   static void add(const Sections& sections, const std::shared_ptr<SideBarSection>& around, std::vector<Place>& places) {
     for (const auto& section : sections) {
@@ -116,8 +143,10 @@ void SideBar::update() {
 void SideBar::showModel() {
   const bool hadKeyboard = hasKeyboard(*stack_);
   const std::vector<Place> before = places();
-  const auto indexBefore = std::ranges::find(before, keyPlace_.lock(), &Place::view) - before.begin();
+  const auto keyBefore = std::ranges::find(before, keyPlace_.lock(), &Place::view);
+  const Sections earlier = allOf(sections_);
   sections_ = sectionsShowing(model_->sections(), sections_, std::dynamic_pointer_cast<SideBar>(shared_from_this()), 0);
+  foldAgain(earlier, allOf(sections_));
   std::vector<SideBarStack::Entry> entries;
   for (const auto& section : sections_) entries.push_back({.view = section->view()});
   stack_->show(std::move(entries));
@@ -126,9 +155,12 @@ void SideBar::showModel() {
   showSelection();
   const std::vector<Place> now = places();
   if (!hadKeyboard || !window() || hasKeyboard(*stack_) || now.empty()) return;
-  // Whoever takes places away with keys continues at the next one.
-  const auto next = std::min(static_cast<std::size_t>(indexBefore), now.size() - 1);
-  window()->makeFirstResponder(now[next].view().get());
+  // An item that moved to another section has a new view. Whoever takes places away with keys continues at the next one.
+  auto next = std::ranges::find_if(now, [&](const Place& place) {
+    return keyBefore != before.end() && !place.row == !keyBefore->row && place.id() == keyBefore->id();
+  });
+  if (next == now.end()) next = now.begin() + std::min(keyBefore - before.begin(), std::ssize(now) - 1);
+  window()->makeFirstResponder(next->view().get());
 }
 
 std::vector<SideBar::Place> SideBar::places() const {

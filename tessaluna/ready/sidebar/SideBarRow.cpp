@@ -118,7 +118,8 @@ void SideBarRow::drawRect(CGRect) {
 NSView* SideBarRow::hitTest(CGPoint point) { return NSView::hitTest(point) ? this : nullptr; }
 
 void SideBarRow::mouseUp(const Ref<NSEvent>& event) {
-  if (NSPointInRect(convertPointFromView(event->locationInWindow(), nullptr), bounds())) choose();
+  // Its section may have been folded meanwhile.
+  if (!isLeftOut() && NSPointInRect(convertPointFromView(event->locationInWindow(), nullptr), bounds())) choose();
 }
 
 void SideBarRow::keyDown(const Ref<NSEvent>& event) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
@@ -47,7 +48,8 @@ class SideBarSection::Heading : public DisclosureHeaderView {
     setIsOperable(true);
     title_->setFont(NSFont::boldSystemFontOfSize(NSFont::smallSystemFontSize()));
     title_->setLineBreakMode(NSLineBreakByTruncatingTail);
-    button_->setTitle("Hide");
+    // As a section that is open has it.
+    button_->setTitle(NSBundle::mainBundle()->localizedStringForKey("Hide"));
     button_->setFont(NSFont::systemFontOfSize(buttonFontSize));
     button_->setAction([this] { toggle(); });
   }
@@ -112,7 +114,7 @@ class SideBarSection::Heading : public DisclosureHeaderView {
   void sectionDidMove() { button_->setHidden(!isUnderPointer_); }
   void mouseDown(const Ref<NSEvent>&) override {}
   void mouseUp(const Ref<NSEvent>& event) override {
-    if (NSPointInRect(convertPointFromView(event->locationInWindow(), nullptr), bounds())) toggle();
+    if (!isLeftOut() && NSPointInRect(convertPointFromView(event->locationInWindow(), nullptr), bounds())) toggle();
   }
   void keyDown(const Ref<NSEvent>& event) override {
     const Ref<SideBar> bar = bar_.lock();
@@ -271,6 +273,11 @@ void SideBarSection::showRows(const std::vector<SideItem>& items) {
     rows_.back()->showItem(item, room);
   }
   list_->show(rows_, title_);
+}
+
+void SideBarSection::beginFolded() {
+  isOpen_ = false;
+  view_->setDisclosureTo(false, false);
 }
 
 void SideBarSection::setIsOpen(bool isOpen) {

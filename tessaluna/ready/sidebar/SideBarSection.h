@@ -30,6 +30,8 @@ class SideBarSection : public std::enable_shared_from_this<SideBarSection> {
   const std::vector<std::shared_ptr<SideBarSection>>& sections() const { return sections_; }
 
   bool isOpen() const { return isOpen_; }  // or will be when it has stopped moving
+  // Of a new section.
+  void beginFolded();
   // With animation while it shows. A section that moves finishes that first.
   void setIsOpen(bool isOpen);
   void setSelected(const std::optional<std::string>& id);

@@ -18,7 +18,8 @@ SideBarStack::SideBarStack(Kind kind) : NSView(CGRect{}), kind_(kind) {
 }
 
 void SideBarStack::show(std::vector<Entry> entries) {
-  if (entries == entries_ && !chain_.empty()) return;
+  const bool areAllHere = std::ranges::all_of(entries, [&](const Entry& entry) { return entry.view->superview() == this; });
+  if (entries == entries_ && areAllHere && !chain_.empty()) return;
   removeConstraints(chain_);
   chain_.clear();
   // A view that goes may end the editing of a field, whose handler is the program's.
