@@ -321,8 +321,9 @@ void SearchField::submit(NSObject*) {
   // Copies: the call may set others.
   const auto onPick = onPick_;
   const auto onSearch = onSearch_;
+  const std::string typed = typed_;
   if (picked && onPick) onPick(*picked);
-  if (!picked && onSearch && !isBlank(typed_)) onSearch(typed_);
+  if (!picked && onSearch && !isBlank(typed)) onSearch(typed);
 }
 
 void SearchField::clear(NSObject*) {

@@ -1,6 +1,7 @@
 #include "tessaluna/ready/tasks/TaskBar.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "tessaluna/ready/parts/CrossButton.h"
@@ -49,6 +50,8 @@ void TaskBar::didInit() {
 
 ShownTask TaskBar::begin(TaskDescription task) {
   const std::uint64_t number = ++lastNumber_;
+  // What is not a length is none: the bar shows how far the others are.
+  if (!std::isfinite(task.length) || task.length < 0) task.length = 0;
   std::string key = task.title;
   const auto isTaken = [&](const std::string& name) {
     return std::ranges::any_of(tasks_, [&](const auto& one) { return one.second.key == name; });
@@ -72,7 +75,8 @@ void TaskBar::end(std::uint64_t number) {
   const auto task = tasks_.find(number);
   if (task == tasks_.end()) return;
   monitor_->removeBackgroundTaskProgress(task->second.key);
-  tasks_.erase(task);
+  // What its abort owns, such as other tasks, ends after it.
+  const auto ended = tasks_.extract(task);
   showOldest();
 }
 

@@ -24,7 +24,7 @@ class TaskBar;
 
 struct TaskDescription {
   std::string title;
-  double length = 1;  // in a unit that all tasks share
+  double length = 1;  // in a unit that all tasks share; 0, or what is not a length: unknown
   std::function<void()>
       abort{};  // called once, when the user asks for it; without it there is no cross. The task continues until it ends.
 };

@@ -588,5 +588,73 @@ TEST_F(SearchFieldTest, ARowThatAnAssistiveClientSelectsOrChoosesIsPicked) {
   EXPECT_THAT(calls, ElementsAre("pick Amber Signal"));
 }
 
+TEST_F(SearchFieldTest, TheSourceMayRemoveTheFieldAfterADelay) {
+  search->setDelay(0.1);
+  search->setSource([this](const SearchQuestion& question) {
+    search->removeFromSuperview();
+    search.reset();
+    calls.push_back(question.text() + std::to_string(question.number()));
+    question.answer({{.title = "late"}});
+  });
+  const WeakRef<SearchField> field = search;
+  user.type("a");
+  desktop.advance(1);
+  EXPECT_TRUE(field.expired());
+  EXPECT_THAT(calls, ElementsAre("a1"));
+}
+
+TEST_F(SearchFieldTest, TheSourceMayBeReplacedOrTextSetWithinItsCall) {
+  const auto held = std::make_shared<int>(3);
+  search->setSource([this, held](const SearchQuestion& question) {
+    search->setSource(nullptr);
+    search->setText("other");
+    calls.push_back(std::to_string(*held));
+    question.answer({{.title = "late"}});
+  });
+  user.type("a");
+  desktop.advance(1);
+  EXPECT_FALSE(popUp().isOpen());
+  EXPECT_EQ(search->text(), "other");
+  user.type("b");
+  desktop.advance(1);
+  EXPECT_THAT(calls, ElementsAre("3"));
+}
+
+TEST_F(SearchFieldTest, WhatIsCalledMaySetAnotherCallAndAnotherText) {
+  const auto held = std::make_shared<int>(3);
+  search->setOnPick([this, held](const SearchRow& row) {
+    search->setOnPick(nullptr);
+    search->setText("");
+    calls.push_back(row.title + std::to_string(*held));
+  });
+  search->setOnSearch([this, held](const std::string& text) {
+    search->setOnSearch(nullptr);
+    search->setText("zz");
+    calls.push_back(text + std::to_string(*held));
+  });
+  user.type("amb");
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(returnKey);
+  user.type("amb");
+  user.pressKey(returnKey);
+  EXPECT_THAT(calls, ElementsAre("Amber Quartet3", "amb3"));
+}
+
+TEST_F(SearchFieldTest, AHiddenOrDisabledFieldOpensNothing) {
+  answersLater = true;
+  user.type("amb");
+  search->setHidden(true);
+  asked.back().answer(matches("amb"));
+  desktop.advance(1);
+  EXPECT_FALSE(popUp().isOpen());
+  search->setHidden(false);
+  user.click(*window, {100, 210});
+  user.type("e");
+  search->field()->setEnabled(false);
+  asked.back().answer(matches("amb"));
+  desktop.advance(1);
+  EXPECT_FALSE(popUp().isOpen());
+}
+
 }  // namespace
 }  // namespace tessaluna::ready

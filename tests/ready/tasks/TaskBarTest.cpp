@@ -134,5 +134,49 @@ TEST_F(TaskBarTest, ATaskThatIsMovedIsOne) {
   EXPECT_EQ(title(), "Copy");
 }
 
+TEST_F(TaskBarTest, ALengthThatIsNoneCountsAsNone) {
+  for (const double length : {std::nan(""), -5.0, std::numeric_limits<double>::infinity(), 0.0}) {
+    ShownTask odd = bar->begin({.title = "Odd", .length = length}), scan = bar->begin({.title = "Scan", .length = 10});
+    odd.setPosition(3);
+    scan.setPosition(5);
+    EXPECT_THAT(elements(), HasSubstr("2 tasks, 50 percent")) << length;
+  }
+  EXPECT_TRUE(bar->isHidden());
+}
+
+TEST_F(TaskBarTest, TheBarMayGoWhenATaskIsStopped) {
+  ShownTask copy;
+  ShownTask scan = bar->begin({.title = "Scan", .abort = [&] {
+                                 copy = bar->begin({.title = "Copy"});
+                                 std::exchange(bar, nullptr)->removeFromSuperview();
+                                 ++aborts;
+                                 scan.end();
+                               }});
+  clickCross();
+  desktop.settle();
+  EXPECT_EQ(aborts, 1);
+}
+
+TEST_F(TaskBarTest, ATaskMayOwnAnother) {
+  auto inner = std::make_shared<ShownTask>(bar->begin({.title = "Inner"}));
+  ShownTask outer = bar->begin({.title = "Outer", .abort = [inner] { inner->end(); }});
+  inner.reset();
+  EXPECT_EQ(bar->taskCount(), 2u);
+  outer.end();
+  EXPECT_EQ(bar->taskCount(), 0u);
+  EXPECT_TRUE(bar->isHidden());
+}
+
+TEST_F(TaskBarTest, ABarThatGoesUnderAPressEndsItWithoutAnAction) {
+  ShownTask scan = bar->begin({.title = "Scan", .abort = [this] { ++aborts; }});
+  user.press(*window, cross()->convertPointToView({10, 10}, nullptr));
+  const WeakRef<TaskBar> weak = bar;
+  std::exchange(bar, nullptr)->removeFromSuperview();
+  user.release();
+  desktop.settle();
+  EXPECT_EQ(aborts, 0);
+  EXPECT_TRUE(weak.expired());
+}
+
 }  // namespace
 }  // namespace tessaluna::ready

@@ -3,7 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+#include <utility>
+
 #include "tessaluna/platform/accessibility/accessibleTree.h"
+#include "tessaluna/platform/views/NSSlider.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/transportParts.h"
 
@@ -194,6 +199,97 @@ TEST_F(TransportBarTest, ActionsThatAreReplacedInAnActionHoldFromThenOn) {
 TEST_F(TransportBarTest, EverythingHasANameInTheUsersLanguage) {
   bar->setTexts({.play = "Los", .position = "Stelle", .volume = "Laut"});
   for (const char* name : {"Los", "Stelle", "Laut", "Previous"}) EXPECT_THAT(elements(), HasSubstr(name));
+}
+
+TEST_F(TransportBarTest, AnyActionMayReplaceTheActions) {
+  const auto replaced = [this](auto&&...) { bar->setActions(all()); };
+  const TransportActions replacing{.previous = replaced,
+                                   .playOrPause = replaced,
+                                   .stop = replaced,
+                                   .next = replaced,
+                                   .shuffle = replaced,
+                                   .repeat = replaced,
+                                   .seek = replaced,
+                                   .setVolume = replaced};
+  for (const char* name : {"Previous", "Play", "Stop", "Next", "Shuffle", "Repeat", "Volume"}) {
+    bar->setActions(replacing);
+    desktop.settle();
+    click(name);
+    desktop.settle();
+    calls.clear();
+    click("Next");
+    EXPECT_THAT(calls, ElementsAre("next")) << name;
+  }
+  bar->setActions(replacing);
+  desktop.settle();
+  const CGRect slider = bar->slider()->frame();
+  user.press(*window, bar->convertPointToView({CGRectGetMidX(slider), CGRectGetMidY(slider)}, nullptr));
+  user.dragTo({10, 10});
+  user.release();
+  click("Next");
+  EXPECT_THAT(calls, ElementsAre("next", "next"));
+}
+
+TEST_F(TransportBarTest, AnyActionMayRemoveTheBar) {
+  const auto removed = [this](auto&&...) {
+    if (const auto leaving = std::exchange(bar, nullptr)) leaving->removeFromSuperview();
+    calls.push_back("removed");
+  };
+  for (const char* name : {"Play", "Shuffle", "Volume", "slider"}) {
+    bar = make<TransportBar>(CGRect{10, 10, 700, 52});
+    bar->setActions({.playOrPause = removed, .shuffle = removed, .seek = removed, .setVolume = removed});
+    bar->showSong({.title = "Slow orbit", .seconds = 200});
+    window->contentView()->addSubview(bar);
+    desktop.settle();
+    const WeakRef<TransportBar> weak = bar;
+    const Ref<NSView> one = name == std::string("slider") ? Ref<NSView>(bar->slider()) : control(name);
+    const CGPoint middle = one->convertPointToView({one->bounds().size.width / 2, one->bounds().size.height / 2}, nullptr);
+    user.press(*window, middle);
+    user.dragTo({middle.x + 5, middle.y});
+    user.release();
+    desktop.advance(5);
+    EXPECT_EQ(bar, nullptr);
+  }
+}
+
+TEST_F(TransportBarTest, AbsurdNumbersStayWithinSongAndVolume) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  for (const double one : {std::nan(""), infinity, -infinity, -1e300, 1e300}) {
+    bar->showSong({.title = "Odd", .seconds = one});
+    bar->showState({.isPlaying = true, .position = one, .volume = one});
+    desktop.settle();
+    bar->showSong({.title = "Odd", .seconds = 100, .framesPerSecond = one});
+    bar->showState({.isPlaying = true, .position = one, .volume = one});
+    desktop.settle();
+    bar->showSong({.title = "Odd", .seconds = 100});
+    bar->showState({.isPlaying = true, .position = one, .volume = one});
+    desktop.settle();
+    const double position = bar->slider()->position(), level = dynamic_cast<NSSlider&>(*control("Volume")).doubleValue();
+    EXPECT_TRUE(position >= 0 && position <= 100) << one << " " << position;
+    EXPECT_TRUE(level >= 0 && level <= 1) << one << " " << level;
+  }
+}
+
+TEST_F(TransportBarTest, ABarThatGoesUnderAPressEndsItWithoutAnAction) {
+  for (const char* name : {"Play", "Shuffle", "Volume", "slider"}) {
+    bar = make<TransportBar>(CGRect{10, 10, 700, 52});
+    bar->setActions(all());
+    bar->showSong({.title = "Slow orbit", .seconds = 200});
+    window->contentView()->addSubview(bar);
+    desktop.settle();
+    const Ref<NSView> one = name == std::string("slider") ? Ref<NSView>(bar->slider()) : control(name);
+    const CGPoint middle = one->convertPointToView({one->bounds().size.width / 2, one->bounds().size.height / 2}, nullptr);
+    user.press(*window, middle);
+    calls.clear();
+    const WeakRef<TransportBar> weak = bar;
+    std::exchange(bar, nullptr)->removeFromSuperview();
+    desktop.settle();
+    user.dragTo({middle.x + 5, middle.y});
+    user.release();
+    desktop.advance(5);
+    EXPECT_THAT(calls, IsEmpty()) << name;
+    EXPECT_TRUE(weak.expired()) << name;
+  }
 }
 
 }  // namespace
