@@ -393,5 +393,64 @@ TEST_F(DisclosureViewTest, WhatTheFoldedSectionCutsOffLeavesTheTabChainIfItSaysS
   EXPECT_TRUE(isShown());
 }
 
+// Odd orders.
+
+TEST_F(DisclosureViewTest, AHeaderThatIsReplacedMeanwhileCountsFromThenOn) {
+  const Ref<DisclosureHeaderView> earlier = section->headerView();
+  section->toggleDisclosure(nullptr);
+  desktop.advance(0.1);
+  const auto other = make<DisclosureHeaderView>(CGRect{0, 0, 10, 10});
+  const auto otherButton = make<NSButton>(CGRect{});
+  other->setDisclosureButton(otherButton);
+  section->setHeaderView(other);
+  finish();
+  EXPECT_EQ(otherButton->title(), "Show");
+  EXPECT_EQ(earlier->disclosureButton()->title(), "?");
+  EXPECT_EQ(heightOf(section), 24);  // where the animation was going
+  section->setDisclosureTo(true, false);
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(limit(), 10);
+  earlier->setParentDisclosure(nullptr);
+}
+
+TEST_F(DisclosureViewTest, WhatIsSetMeanwhileGivesWayAtTheEnd) {
+  section->toggleDisclosure(nullptr);
+  desktop.advance(0.1);
+  section->setIsChanging(false);
+  section->setIsDisclosed(false);
+  EXPECT_FALSE(section->isDisclosed());
+  section->setDisclosureTo(true, false);
+  EXPECT_TRUE(section->isDisclosed());
+  finish();
+  EXPECT_FALSE(section->isDisclosed());
+  EXPECT_EQ(button()->title(), "Show");
+}
+
+TEST_F(DisclosureViewTest, AnOpeningThatIsTakenOutOfItsWindowEnds) {
+  section->setDisclosureTo(false, false);
+  section->toggleDisclosure(nullptr);
+  desktop.advance(0.1);
+  bar->removeFromSuperview();
+  finish();
+  EXPECT_TRUE(section->isDisclosed());
+  EXPECT_FALSE(section->isChanging());
+  EXPECT_EQ(limit(), openLimit);
+  outer->addSubview(bar);
+  EXPECT_EQ(heightOf(section), 124);
+}
+
+TEST_F(DisclosureViewTest, BothMayMoveAtOnce) {
+  section->toggleDisclosure(nullptr);
+  desktop.advance(0.1);
+  below->toggleDisclosure(nullptr);
+  for (int i = 0; i < 30; ++i) {
+    desktop.advance(0.01);
+    EXPECT_EQ(topOf(below), heightOf(section));
+  }
+  finish();
+  EXPECT_EQ(heightOf(section), 24);
+  EXPECT_EQ(heightOf(below), 24);
+}
+
 }  // namespace
 }  // namespace TessalunaUIKit
