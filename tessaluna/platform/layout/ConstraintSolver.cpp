@@ -22,7 +22,11 @@ ConstraintSolver::Variable ConstraintSolver::addVariable() {
 
 void ConstraintSolver::removeVariable(Variable variable) { simplex_.removeVariable(static_cast<int>(variable)); }
 
-ConstraintSolver::Constraint ConstraintSolver::add(Rule rule) {
+ConstraintSolver::Constraint ConstraintSolver::add(Rule rule) { return addEntry(std::move(rule), ++order_); }
+
+ConstraintSolver::Constraint ConstraintSolver::addBeforeAll(Rule rule) { return addEntry(std::move(rule), 0); }
+
+ConstraintSolver::Constraint ConstraintSolver::addEntry(Rule rule, long order) {
   int index;
   if (freeEntries_.empty()) {
     index = static_cast<int>(entries_.size());
@@ -34,7 +38,7 @@ ConstraintSolver::Constraint ConstraintSolver::add(Rule rule) {
   }
   Entry& entry = entries_[index];
   entry.rule = std::move(rule);
-  entry.order = ++order_;
+  entry.order = order;
   enter(entry);
   isChanged_ = true;
   return static_cast<Constraint>(index);
@@ -42,12 +46,25 @@ ConstraintSolver::Constraint ConstraintSolver::add(Rule rule) {
 
 void ConstraintSolver::remove(Constraint constraint) {
   const int index = static_cast<int>(constraint);
+  takeOut(index);
+  freeEntries_.push_back(index);
+}
+
+void ConstraintSolver::takeOut(int index) {
   Entry& entry = entries_[index];
   if (entry.isIn) leave(entry);
   std::erase(setAside_, index);
   entry = {};
-  freeEntries_.push_back(index);
   isChanged_ = true;
+}
+
+void ConstraintSolver::setRule(Constraint constraint, Rule rule) {
+  Entry& entry = entries_[static_cast<int>(constraint)];
+  const long order = entry.order;
+  takeOut(static_cast<int>(constraint));
+  entry.rule = std::move(rule);
+  entry.order = order;
+  enter(entry);
 }
 
 void ConstraintSolver::setConstant(Constraint constraint, double constant) {

@@ -351,7 +351,10 @@ void LayoutEngine::addRules() {
   std::sort(added.begin(), added.end(), [](auto* a, auto* b) { return a->constraint->order_ < b->constraint->order_; });
   for (Installed* installed : added) {
     installed->needsRule = false;
-    if (installed->inSolver) solver_.remove(*installed->inSolver);
+    if (installed->inSolver) {
+      solver_.setRule(*installed->inSolver, ruleOf(*installed));
+      continue;
+    }
     installed->inSolver = solver_.add(ruleOf(*installed));
     setOrigin(*installed->inSolver, {installed->constraint, nullptr});
   }
@@ -365,16 +368,17 @@ void LayoutEngine::updateOwnRules(Item& item) {
   else rulesOfContent(rules, item);
   for (std::size_t i = 0; i < rules.size(); ++i) {
     auto& own = item.axes[i].own;
-    const bool haveSameForm = std::equal(own.begin(), own.end(), rules[i].begin(), rules[i].end(),
-                                         [](const auto& has, const Rule& wanted) { return areSame(has.first, wanted); });
-    if (!haveSameForm)
-      for (const auto& [rule, constraint] : std::exchange(own, {})) solver_.remove(constraint);
+    for (; own.size() > rules[i].size(); own.pop_back()) solver_.remove(own.back().second);
     for (std::size_t j = 0; j < rules[i].size(); ++j) {
-      if (haveSameForm) {
-        solver_.setConstant(own[j].second, rules[i][j].constant);
-      } else {
-        own.emplace_back(rules[i][j], solver_.add(rules[i][j]));
+      const Rule& wanted = rules[i][j];
+      if (j == own.size()) {
+        own.emplace_back(wanted, solver_.add(wanted));
         setOrigin(own.back().second, {nullptr, &view});
+      } else if (areSame(own[j].first, wanted)) {
+        solver_.setConstant(own[j].second, wanted.constant);
+      } else {
+        solver_.setRule(own[j].second, wanted);
+        own[j].first = wanted;
       }
     }
   }
@@ -447,6 +451,8 @@ void LayoutEngine::run() {
     std::stable_sort(updating.begin(), updating.end(),
                      [](const Ref<NSView>& a, const Ref<NSView>& b) { return depthOf(*a) > depthOf(*b); });
     for (const Ref<NSView>& view : updating) {
+      // One that was marked twice is in the list twice.
+      if (!view->needsUpdateConstraints()) continue;
       view->setNeedsUpdateConstraints(false);
       view->updateConstraints();
     }
@@ -458,7 +464,7 @@ void LayoutEngine::run() {
   isRunning_ = false;
 }
 
-// Solves, and forbids lengths that would become negative only once they would: hardly any do.
+// Solves, and forbids lengths that would become negative only once they would: hardly any do. No constraint is before that.
 void LayoutEngine::noteChanges() {
   for (bool isAgain = true; isAgain;) {
     isAgain = false;
@@ -471,7 +477,7 @@ void LayoutEngine::noteChanges() {
       if (item.axes[1].length == variable) item.didHeightChange = true;
       for (Axis& axis : item.axes) {
         if (axis.length != variable || axis.notNegative || solver_.value(variable) >= -negativeEpsilon) continue;
-        axis.notNegative = solver_.add({{{variable, 1}}, ConstraintSolver::Relation::AtLeast, 0});
+        axis.notNegative = solver_.addBeforeAll({{{variable, 1}}, ConstraintSolver::Relation::AtLeast, 0});
         setOrigin(*axis.notNegative, {});
         isAgain = true;
       }
@@ -489,11 +495,23 @@ std::string LayoutEngine::nameOf(ConstraintSolver::Constraint constraint) const 
          (identifier.empty() ? "" : " \"" + identifier + "\"");
 }
 
+// A frame of negative size is not a matter of constraints, and what has no size yet has no room for what they ask for.
+bool LayoutEngine::isWorthReporting(const ConstraintSolver::Conflict& conflict) const {
+  bool hasConstraint = origins_[static_cast<std::size_t>(conflict.setAside)].constraint;
+  bool hasLength = false, hasEmptyFrame = false;
+  for (const ConstraintSolver::Constraint other : conflict.others) {
+    const Origin& origin = origins_[static_cast<std::size_t>(other)];
+    hasConstraint = hasConstraint || origin.constraint;
+    hasLength = hasLength || (!origin.constraint && !origin.view);
+    hasEmptyFrame = hasEmptyFrame || (origin.view && NSIsEmptyRect(origin.view->frame()));
+  }
+  return hasConstraint && !(hasLength && hasEmptyFrame);
+}
+
 void LayoutEngine::report() {
   std::vector<std::string> lines;
   for (const ConstraintSolver::Conflict& conflict : solver_.takeConflicts()) {
-    const Origin& origin = origins_[static_cast<std::size_t>(conflict.setAside)];
-    if (!origin.constraint && !origin.view) continue;
+    if (!isWorthReporting(conflict)) continue;
     std::string line = "Constraints conflict: " + nameOf(conflict.setAside) + " gives way to ";
     for (std::size_t i = 0; i < conflict.others.size(); ++i) line += (i == 0 ? "" : ", ") + nameOf(conflict.others[i]);
     lines.push_back(std::move(line));

@@ -149,6 +149,32 @@ TEST_F(ConstraintSolverTest, OfTwoThatSayTheSameTheSecondIsInTheWayOnceTheFirstC
   EXPECT_DOUBLE_EQ(solved(x), 10);
 }
 
+TEST_F(ConstraintSolverTest, AConstraintWhoseRuleChangesStillCountsAsAddedWhenItWas) {
+  const auto first = add({{x, 1}}, Equal, 10);
+  const auto second = add({{x, 1}, {y, 1}}, Equal, 30);
+  const auto third = add({{y, 1}}, Equal, 25);
+  solver.solve();
+  EXPECT_TRUE(solver.isSetAside(third));
+  solver.setRule(first, {{{x, 2}}, Equal, 24});
+  EXPECT_DOUBLE_EQ(solved(y), 18);
+  EXPECT_FALSE(solver.isSetAside(first));
+  EXPECT_FALSE(solver.isSetAside(second));
+  solver.setRule(third, {{{y, 1}}, AtLeast, 5});
+  solver.solve();
+  EXPECT_FALSE(solver.isSetAside(third));
+}
+
+TEST_F(ConstraintSolverTest, OneThatIsAddedBeforeAllOthersMakesTheLastOfThemGiveWay) {
+  const auto first = add({{x, 1}}, Equal, 10);
+  const auto second = add({{y, 1}, {x, 1}}, Equal, 8);
+  EXPECT_DOUBLE_EQ(solved(y), -2);
+  const auto bound = solver.addBeforeAll({{{y, 1}}, AtLeast, 0});
+  EXPECT_GE(solved(y), 0);
+  EXPECT_FALSE(solver.isSetAside(bound));
+  EXPECT_FALSE(solver.isSetAside(first));
+  EXPECT_TRUE(solver.isSetAside(second));
+}
+
 TEST_F(ConstraintSolverTest, AConstraintWithoutVariablesIsTrueOrSetAside) {
   const auto yes = add({}, AtMost, 1), no = add({}, Equal, 1);
   solver.solve();
@@ -242,6 +268,10 @@ TEST_P(RandomSystemTest, SolutionsAreThoseOfTheReferenceAfterEveryChange) {
         const std::size_t which = random() % rules.size();
         rules[which].constant = static_cast<double>(random() % 41) - 20;
         solver.setConstant(constraints[which], rules[which].constant);
+      } else if (kind == 8) {
+        const std::size_t which = random() % rules.size();
+        rules[which] = randomRule(random, variables);
+        solver.setRule(constraints[which], rules[which]);
       } else {
         const auto which = static_cast<std::ptrdiff_t>(random() % rules.size());
         solver.remove(constraints[static_cast<std::size_t>(which)]);

@@ -308,11 +308,59 @@ TEST_F(NSLayoutConstraintTest, EdgesLieOnWholePixels) {
   EXPECT_EQ(other->frame().origin.x, 31);
 }
 
+TEST_F(NSLayoutConstraintTest, WhereDevicePixelsAreHalfAPointEdgesLieOnThoseAsSoonAsTheWindowHasThem) {
+  placeAt(view, 10.3, 0.2);
+  view->intrinsic = {20.4, 10.7};
+  EXPECT_EQ(laidOut(view), (CGRect{10, 139, 21, 11}));
+  desktop.setScale(2);
+  EXPECT_EQ(laidOut(view), (CGRect{10.5, 139, 20.5, 11}));
+}
+
 TEST_F(NSLayoutConstraintTest, ALengthNeverBecomesNegative) {
   equal(view, left, content, 150, 900);
   equal(view, right, content, -150, 800);
   equal(view, top, content, 0);
   EXPECT_EQ(laidOut(view).size.width, 0);
+  EXPECT_THAT(conflicts, IsEmpty());
+}
+
+TEST_F(NSLayoutConstraintTest, ConstraintsThatAskForANegativeLengthConflict) {
+  const auto box = make<NSView>(CGRect{0, 0, 100, 100});
+  content->addSubview(box);
+  const auto inner = addView(box);
+  equal(inner, top, box, 0);
+  equal(inner, right, box, -80)->setIdentifier("right");
+  equal(inner, left, box, 70)->setIdentifier("left");
+  constrain(other, right, NSLayoutRelationEqual, inner, right, 0);
+  size(other, width, 5);
+  EXPECT_EQ(laidOut(inner), (CGRect{20, 100, 0, 0}));
+  EXPECT_EQ(CGRectGetMaxX(other->frame()), 20);
+  ASSERT_EQ(conflicts.size(), 1u);
+  EXPECT_THAT(conflicts[0], testing::StartsWith("Constraints conflict: \"left\" gives way to "));
+  EXPECT_THAT(conflicts[0], HasSubstr("a length that is not negative"));
+  box->setFrame({0, 0, 200, 100});
+  EXPECT_EQ(laidOut(inner), (CGRect{70, 100, 50, 0}));
+}
+
+TEST_F(NSLayoutConstraintTest, AViewThatHasNoSizeYetIsTooSmallForMarginsInSilence) {
+  const auto box = make<NSView>(CGRect{});
+  content->addSubview(box);
+  const auto inner = addView(box);
+  equal(inner, top, box, 0);
+  equal(inner, left, box, 10);
+  equal(inner, right, box, -10);
+  EXPECT_EQ(laidOut(inner).size.width, 0);
+  EXPECT_THAT(conflicts, IsEmpty());
+  box->setFrame({0, 0, 100, 100});
+  EXPECT_EQ(laidOut(inner), (CGRect{10, 100, 80, 0}));
+}
+
+TEST_F(NSLayoutConstraintTest, AFrameOfNegativeSizeIsReportedByNobody) {
+  const auto framed = make<NSView>(CGRect{20, 30, -40, 50});
+  content->addSubview(framed);
+  equal(view, top, framed, 0);
+  EXPECT_EQ(laidOut(view).origin.y, 80);
+  EXPECT_EQ(framed->frame(), (CGRect{20, 30, -40, 50}));
   EXPECT_THAT(conflicts, IsEmpty());
 }
 
@@ -354,6 +402,34 @@ TEST_F(NSLayoutConstraintTest, AConflictWithAFrameNamesTheFrame) {
   EXPECT_EQ(laidOut(framed).size.width, 40);
   ASSERT_EQ(conflicts.size(), 1u);
   EXPECT_THAT(conflicts[0], HasSubstr("gives way to the frame of NSView"));
+}
+
+TEST_F(NSLayoutConstraintTest, OneWhosePriorityChangesStillCountsAsAddedWhenItWas) {
+  placeAt(view, 0, 0);
+  const auto first = size(view, width, 10);
+  size(view, width, 30);
+  EXPECT_EQ(laidOut(view).size.width, 10);
+  first->setPriority(900);
+  EXPECT_EQ(laidOut(view).size.width, 30);
+  first->setPriority(1000);
+  EXPECT_EQ(laidOut(view).size.width, 10);
+}
+
+TEST_F(NSLayoutConstraintTest, AFrameThatFollowsInAnotherWayStillComesBeforeLaterConstraints) {
+  const auto box = make<NSView>(CGRect{0, 0, 200, 150}), framed = make<NSView>(CGRect{20, 30, 40, 50});
+  content->addSubview(box);
+  box->addSubview(framed);
+  placeAt(view, 0, 0);
+  size(view, width, 10);
+  constrain(view, width, NSLayoutRelationEqual, framed, width, 0);
+  equal(other, top, content, 0);
+  constrain(other, left, NSLayoutRelationEqual, framed, right, 0);
+  EXPECT_EQ(laidOut(view).size.width, 10);
+  framed->setAutoresizingMask(NSViewWidthSizable);
+  framed->setFrame({20, 30, 60, 50});
+  EXPECT_EQ(laidOut(other).origin.x, 80);
+  EXPECT_EQ(view->frame().size.width, 10);
+  for (const std::string& line : conflicts) EXPECT_THAT(line, HasSubstr(".width = NSView.width gives way to"));
 }
 
 TEST_F(NSLayoutConstraintTest, AHandlerMayRemoveWhatConflicts) {
@@ -446,6 +522,17 @@ TEST_F(NSLayoutConstraintTest, ConstraintsAreUpdatedBeforeTheyAreSolved) {
   EXPECT_EQ(laidOut(view).size.width, 70);
   EXPECT_EQ(updates, 1);
   EXPECT_FALSE(view->needsUpdateConstraints());
+}
+
+TEST_F(NSLayoutConstraintTest, AViewIsUpdatedOnceAndAfterItsSubviews) {
+  const auto inner = addView(view);
+  placeAt(view, 0, 0);
+  std::vector<std::string> updated;
+  view->onUpdate = [&] { updated.push_back("view"); };
+  inner->onUpdate = [&] { updated.push_back("inner"); };
+  for (const auto& each : {view, inner, view, inner}) each->setNeedsUpdateConstraints(true);
+  window->layoutIfNeeded();
+  EXPECT_THAT(updated, ElementsAre("inner", "view"));
 }
 
 TEST_F(NSLayoutConstraintTest, AFrameThatIsSetLastsUntilTheNextPass) {
