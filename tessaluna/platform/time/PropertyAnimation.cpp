@@ -41,13 +41,20 @@ void PropertyAnimation::start(const Subject& subject, const NSAnimationContext& 
   animation->waitForFrame(*subject.object);
 }
 
-void PropertyAnimation::stop(const NSObject& object, const void* property) {
+// Null for a property that does not move.
+std::shared_ptr<PropertyAnimation> PropertyAnimation::running(const NSObject& object, const void* property) {
   std::erase_if(runningAnimations(), [](const auto& other) { return other.expired(); });
-  for (const std::weak_ptr<PropertyAnimation>& weak : runningAnimations()) {
-    const std::shared_ptr<PropertyAnimation> animation = weak.lock();
-    if (!animation->isOf(object, property)) continue;
-    return animation->cancel();
-  }
+  for (const std::weak_ptr<PropertyAnimation>& weak : runningAnimations())
+    if (std::shared_ptr<PropertyAnimation> animation = weak.lock(); animation->isOf(object, property)) return animation;
+  return nullptr;
+}
+
+void PropertyAnimation::stop(const NSObject& object, const void* property) {
+  if (const auto animation = running(object, property)) animation->cancel();
+}
+
+void PropertyAnimation::finish(const NSObject& object, const void* property) {
+  if (const auto animation = running(object, property)) animation->end();
 }
 
 PropertyAnimation::PropertyAnimation(const Subject& subject, const NSAnimationContext& context, double duration)

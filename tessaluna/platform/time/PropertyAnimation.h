@@ -35,10 +35,12 @@ class PropertyAnimation : public std::enable_shared_from_this<PropertyAnimation>
   };
   static void start(const Subject& subject, const NSAnimationContext& context);
   static void stop(const NSObject& object, const void* property);
+  static void finish(const NSObject& object, const void* property);
 
   PropertyAnimation(const Subject& subject, const NSAnimationContext& context, double duration);
 
  private:
+  static std::shared_ptr<PropertyAnimation> running(const NSObject& object, const void* property);
   bool isOf(const NSObject& object, const void* property) const;
   void waitForFrame(NSObject& object);
   void step();
@@ -74,6 +76,12 @@ void animateProperty(Object& object, const Value& from, const Value& to, WindowO
 template <auto Setter>
 void stopAnimationOfProperty(const NSObject& object) {
   PropertyAnimation::stop(object, &animatedProperty<Setter>);
+}
+
+// Moves the property to its last value immediately. Nothing for one that does not move.
+template <auto Setter>
+void finishAnimationOfProperty(const NSObject& object) {
+  PropertyAnimation::finish(object, &animatedProperty<Setter>);
 }
 
 }  // namespace tessaluna::platform

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "tessaluna/platform/time/PropertyAnimation.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -51,6 +52,8 @@ void ChildWindows::linkNative() {
 
 void ChildWindows::parentMoved(CGPoint by) {
   for (const Ref<NSWindow>& child : windows()) {
+    // One on its way is there now: from where the parent was, the way leads to another place.
+    finishAnimationOfProperty<&NSWindow::moveTo>(*child);
     const CGRect frame = child->frame();
     child->setFrame(NSOffsetRect(frame, by.x, by.y), false);
   }

@@ -1,6 +1,7 @@
 #include "tessaluna/platform/windows/NSWindow.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -30,6 +31,12 @@ constexpr Property windowProperties[] = {
     property<&NSWindow::setTitle, "title">(), property<&NSWindow::setOpaque, "opaque">(),
     property<&NSWindow::setHasShadow, "hasShadow">(), property<&NSWindow::setBackgroundColor, "backgroundColor">()};
 constexpr InnerObjects windowInnerObjects[] = {innerObject<&NSWindow::setContentView>("contentView")};
+
+// What a desktop can be given.
+bool isSomewhere(CGRect frame) {
+  return std::isfinite(frame.origin.x) && std::isfinite(frame.origin.y) && std::isfinite(frame.size.width) &&
+         std::isfinite(frame.size.height);
+}
 
 }  // namespace
 
@@ -85,7 +92,7 @@ void NSWindow::makeNative() {
   adoptNativeWindow(backend->makeWindow(*this, {.kind = isTitled               ? backend::WindowKind::Titled
                                                         : canBecomeKeyWindow() ? backend::WindowKind::Borderless
                                                                                : backend::WindowKind::Popup,
-                                                .content = frame_,
+                                                .content = isSomewhere(frame_) ? frame_ : CGRect{},
                                                 .isOpaque = isOpaque_,
                                                 .hasShadow = hasShadow_,
                                                 .canBecomeKey = canBecomeKeyWindow(),
@@ -155,6 +162,7 @@ NSWindowAnimator NSWindow::animator() { return NSWindowAnimator(*this); }
 
 // A desktop would make it a small window, or one on the other side of its corner.
 bool NSWindow::showsNothing(CGRect frame) const {
+  if (!isSomewhere(frame)) return true;
   const CGFloat least = std::min(frame.size.width, frame.size.height);
   return least < 0 || (least == 0 && !(styleMask_ & NSWindowStyleMaskTitled));
 }

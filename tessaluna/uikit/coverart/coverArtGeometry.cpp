@@ -27,6 +27,7 @@ CGSize naturalSizeOf(const std::vector<Ref<NSImageRep>>& representations) {
     each->setSize({static_cast<CGFloat>(each->pixelsWide()), static_cast<CGFloat>(each->pixelsHigh())});
     if (each->pixelsWide() > wholeNumber(size.width)) size = each->size();
   }
+  wholeNumber(size.width);  // of the last one, which nothing was compared with
   return size;
 }
 

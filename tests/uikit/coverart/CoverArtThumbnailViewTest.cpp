@@ -1,5 +1,7 @@
 #include "tessaluna/uikit/coverart/CoverArtThumbnailView.h"
 
+#include <cmath>
+
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/graphics/NSColor.h"
@@ -325,6 +327,31 @@ TEST_F(CoverArtThumbnailViewTest, ThePanelMovesWithItsWindow) {
   enlarge(300, 100);
   window->setFrame({150, 80, 200, 150}, false);
   EXPECT_EQ(panel()->frame(), (CGRect{170, 74, 300, 100}));
+}
+
+TEST_F(CoverArtThumbnailViewTest, APanelWhoseWindowMovesWhileItIsResizedGetsItsWholeSize) {
+  enlarge(300, 100);
+  thumbnail->setImage(imageOf(100, 50));
+  desktop.advance(0.1);
+  nativeOf(*window).moveByUser({150, 80, 200, 150});
+  EXPECT_EQ(panel()->frame(), (CGRect{170, 124, 100, 50}));
+  desktop.advance(0.3);
+  EXPECT_EQ(panel()->frame(), (CGRect{170, 124, 100, 50}));
+}
+
+// Nothing times less than nothing, divided by nothing.
+TEST_F(CoverArtThumbnailViewTest, AnImageWithoutPixelsWhereThereIsNoRoomShowsNothing) {
+  window->setFrame({100, -400, 200, 150}, false);
+  enlarge(0, 0);
+  ASSERT_NE(panel(), nullptr);
+  EXPECT_TRUE(std::isnan(panel()->frame().size.width));
+  EXPECT_FALSE(nativeOf(*panel()).isVisible());
+  EXPECT_EQ(nativeOf(*panel()).frame(), CGRect{});
+  window->setFrame({100, 60, 200, 150}, false);
+  thumbnail->setImage(imageOf(30, 20));
+  desktop.advance(0.3);
+  EXPECT_EQ(panel()->frame(), (CGRect{120, 134, 30, 20}));
+  EXPECT_TRUE(nativeOf(*panel()).isVisible());
 }
 
 TEST_F(CoverArtThumbnailViewTest, APressThatIsTakenFromItIsNotAClick) {
