@@ -133,6 +133,13 @@ TEST_F(ViewWithBackgroundTest, ATextThatIsNotAFieldEditorKeepsItsKeys) {
   EXPECT_TRUE(reachesBaseClass(keyDown(left, command))) << "one whose field is not edited";
 }
 
+TEST_F(ViewWithBackgroundTest, AnEditorThatIsNoLongerAFieldEditorKeepsItsKeys) {
+  begin("one two", 4);
+  editor()->setFieldEditor(false);
+  ASSERT_EQ(field->currentEditor(), editor());
+  EXPECT_TRUE(reachesBaseClass(keyDown(left, command)));
+}
+
 TEST_F(ViewWithBackgroundTest, AnEditorWithAnotherDelegateThanATextFieldKeepsItsKeys) {
   struct Delegate : NSObject, NSTextDelegate {};
   const auto other = make<Delegate>();
