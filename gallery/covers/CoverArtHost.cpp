@@ -1,5 +1,6 @@
 #include "gallery/covers/CoverArtHost.h"
 
+#include "gallery/covers/KeyboardCover.h"
 #include "gallery/covers/coverFiles.h"
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/graphics/NSColor.h"
@@ -47,7 +48,7 @@ void CoverArtHost::addCover(const std::string& name, const std::string& note) {
   Cover cover{.name = name,
               .note = note,
               .ground = make<ViewWithBackground>(bounds),
-              .thumbnail = make<CoverArtThumbnailView>(NSInsetRect(bounds, edge, edge))};
+              .thumbnail = make<KeyboardCover>(NSInsetRect(bounds, edge, edge))};
   cover.ground->setBackgroundColor(NSColor::colorWithCalibratedWhite(0.9, 1));
   cover.thumbnail->setImageScaling(NSImageScaleProportionallyUpOrDown);
   cover.thumbnail->accessibilitySetOverrideValue("Cover, " + name, NSAccessibilityDescriptionAttribute);

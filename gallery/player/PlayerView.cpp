@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "gallery/covers/KeyboardCover.h"
 #include "gallery/player/playerPlaces.h"
 #include "tessaluna/platform/accessibility/names.h"
 #include "tessaluna/platform/events/NSEvent.h"
@@ -33,17 +34,6 @@ class Arrow : public PrevNextButton {
  public:
   using PrevNextButton::PrevNextButton;
   void drawRect(CGRect) override { PrevNextButton::drawRect(NSInsetRect(bounds(), 9, 7)); }
-};
-
-// A cover that the Tab key reaches, and that Space and Return enlarge.
-class Cover : public CoverArtThumbnailView {
- public:
-  using CoverArtThumbnailView::CoverArtThumbnailView;
-  bool acceptsFirstResponder() const override { return image() != nullptr; }
-  void keyDown(const Ref<NSEvent>& event) override {
-    if (event->characters() == " " || event->characters() == "\r") accessibilityPerformAction(NSAccessibilityPressAction);
-    else CoverArtThumbnailView::keyDown(event);
-  }
 };
 
 void setName(NSControl& control, const std::string& name) {
@@ -122,7 +112,7 @@ void PlayerView::makeTop() {
 }
 
 void PlayerView::makeSide() {
-  cover_ = make<Cover>(CGRect{});
+  cover_ = make<KeyboardCover>(CGRect{});
   cover_->setImageScaling(NSImageScaleProportionallyUpOrDown);
   cover_->setClosesByClickAndEscape(true);
   addSubview(cover_);

@@ -61,6 +61,14 @@ TEST_F(CoverArtHostTest, HasAThumbnailForEachFileAndOneThatChanges) {
   EXPECT_EQ(cover("wide").thumbnail->frame(), (CGRect{1, 1, 96, 96}));
 }
 
+TEST_F(CoverArtHostTest, TheTabKeyReachesCoversWithAnImageAndSpaceEnlargesThem) {
+  cover("wide").thumbnail->setImage(redImage());
+  window->selectNextKeyView();
+  EXPECT_EQ(window->firstResponder(), cover("wide").thumbnail.get());
+  user.pressKey(" ");
+  EXPECT_EQ(reports, std::vector<std::string>{"wide 1 by 1"});
+}
+
 TEST_F(CoverArtHostTest, ReportsWhatIsEnlargedAndClosed) {
   const auto thumbnail = cover("wide").thumbnail;
   thumbnail->setImage(redImage());

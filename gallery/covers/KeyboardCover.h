@@ -1,0 +1,21 @@
+// A cover that the Tab key reaches while it has an image, and that Space and Return enlarge.
+#pragma once
+
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/uikit/coverart/CoverArtThumbnailView.h"
+
+namespace gallery {
+
+class KeyboardCover : public TessalunaUIKit::CoverArtThumbnailView {
+ public:
+  using CoverArtThumbnailView::CoverArtThumbnailView;
+
+  bool acceptsFirstResponder() const override { return image() != nullptr; }
+  void keyDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override {
+    if (event->characters() != " " && event->characters() != "\r") return CoverArtThumbnailView::keyDown(event);
+    // A key that is held presses once.
+    if (!event->isARepeat()) accessibilityPerformAction(tessaluna::platform::NSAccessibilityPressAction);
+  }
+};
+
+}  // namespace gallery
