@@ -31,6 +31,8 @@ namespace {
 
 constexpr CGFloat usualHeight = 26, glyphSide = 14, glyphLeft = 7, textLeft = 22, buttonSide = 20, buttonRight = 2;
 constexpr std::size_t usualRows = 10;
+constexpr NSEventMask anyPress =
+    maskOf(NSEventType::LeftMouseDown) | maskOf(NSEventType::RightMouseDown) | maskOf(NSEventType::OtherMouseDown);
 // Faster answers show nothing of the looking.
 constexpr double busyDelay = 0.2;
 
@@ -192,13 +194,12 @@ void SearchField::showPopUp(SearchPopUp::Content content) {
   }
   // Before the pop-up's own monitor, which would take a press in the field or on the clear button as one elsewhere: it would only
   // close the pop-up.
-  pressMonitor_ =
-      NSEvent::addLocalMonitorForEventsMatchingMask(maskOf(NSEventType::LeftMouseDown), [this](const Ref<NSEvent>& event) {
-        const bool isHere = event->window().get() == window() &&
-                            NSPointInRect(convertPointFromView(event->locationInWindow(), nullptr), bounds());
-        if (isHere && popUp_->isOpen()) close();
-        return event;
-      });
+  pressMonitor_ = NSEvent::addLocalMonitorForEventsMatchingMask(anyPress, [this](const Ref<NSEvent>& event) {
+    const bool isHere = event->window().get() == window() &&
+                        NSPointInRect(convertPointFromView(event->locationInWindow(), nullptr), bounds());
+    if (isHere && popUp_->isOpen()) close();
+    return event;
+  });
   popUp_->openBelow(field_);
   for (const std::string_view name : {NSWindowDidMoveNotification, NSWindowDidResizeNotification})
     windowObservers_.push_back(NSNotificationCenter::defaultCenter().addObserverForName(
@@ -312,12 +313,15 @@ void SearchField::fieldTextDidChange() {
 void SearchField::submit(NSObject*) {
   const Ref<NSObject> held = shared_from_this();
   std::optional<SearchRow> picked = std::exchange(picked_, std::nullopt);
-  if (popUp_->isOpen()) picked = popUp_->selected();
+  const bool isByMouse = popUp_->isOpen();
+  if (isByMouse) picked = popUp_->selected();
   close();
   if (picked) field_->setStringValue(picked->title);
   typed_ = field_->stringValue();
   fieldTextDidChange();
   if (field_->window()) field_->selectText(nullptr);
+  // A press on a row that was dragged off it takes nothing.
+  if (isByMouse && !picked) return;
   // Copies: the call may set others.
   const auto onPick = onPick_;
   const auto onSearch = onSearch_;

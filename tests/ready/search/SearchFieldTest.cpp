@@ -418,6 +418,17 @@ TEST_F(SearchFieldTest, AClickOnAHeadingPicksNothing) {
   EXPECT_EQ(text(), "amb");
 }
 
+TEST_F(SearchFieldTest, APressThatIsDraggedOffItsRowPicksAndSearchesNothing) {
+  user.type("amb");
+  user.moveTo(popUpWindow(), row(0));
+  user.press(popUpWindow(), row(0));
+  user.dragTo({-50, row(0).y});
+  user.release();
+  EXPECT_FALSE(popUp().isOpen());
+  EXPECT_THAT(calls, ElementsAre());
+  EXPECT_EQ(text(), "amb");
+}
+
 TEST_F(SearchFieldTest, AfterTheWheelAClickPicksTheRowUnderThePointer) {
   answerCounted(50);
   const CGPoint place = row(3);
@@ -442,6 +453,13 @@ TEST_F(SearchFieldTest, AClickInTheFieldClosesThePopUpAndMovesTheCaret) {
   EXPECT_FALSE(popUp().isOpen());
   user.type("x");
   EXPECT_EQ(text(), "xamb");
+}
+
+TEST_F(SearchFieldTest, ARightClickInTheFieldClosesThePopUpAndOpensTheMenuOfTheText) {
+  user.type("amb");
+  user.press(*window, {50 + 60, 213}, {.button = 1});
+  EXPECT_FALSE(popUp().isOpen());
+  EXPECT_NE(desktop.openMenu(), nullptr);
 }
 
 TEST_F(SearchFieldTest, TheClearButtonIsThereWithATextAndOneClickEmptiesTheField) {
