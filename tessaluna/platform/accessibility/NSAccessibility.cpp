@@ -39,6 +39,10 @@ void NSAccessibility::accessibilitySetOverrideValue(AccessibilityValue value, st
   if (!overrides_) overrides_ = std::make_unique<std::map<std::string, AccessibilityValue, std::less<>>>();
   overrides_->insert_or_assign(std::string(forAttribute), value);
   if (value.isAbsent()) overrides_->erase(std::string(forAttribute));
+  // Other attributes are set before anybody looks, as the role is; a name may say what a button does now.
+  const bool isName = forAttribute == NSAccessibilityDescriptionAttribute || forAttribute == NSAccessibilityTitleAttribute;
+  if (auto* object = isName ? dynamic_cast<NSObject*>(this) : nullptr)
+    NSAccessibilityPostNotification(object->weak_from_this().lock(), NSAccessibilityTitleChangedNotification);
 }
 
 const AccessibilityValue* NSAccessibility::overrideValue(std::string_view attribute) const {

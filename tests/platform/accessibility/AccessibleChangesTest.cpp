@@ -125,6 +125,13 @@ TEST_F(AccessibleChangesTest, NamesAndEnabledControlsReportTheirChanges) {
                             "button \"Pause\": disabled", "button \"Pause\": not disabled"}));
 }
 
+TEST_F(AccessibleChangesTest, ANameThatAHostGivesIsReported) {
+  button->cell()->accessibilitySetOverrideValue("Stop", NSAccessibilityDescriptionAttribute);
+  button->cell()->accessibilitySetOverrideValue("Stop", NSAccessibilityDescriptionAttribute);
+  button->cell()->accessibilitySetOverrideValue({}, NSAccessibilityDescriptionAttribute);
+  EXPECT_EQ(heard(), (Lines{"button \"Stop\": named", "button \"Play\": named"}));
+}
+
 TEST_F(AccessibleChangesTest, AFieldReportsTheDifferenceOfItsTexts) {
   for (const char* text : {"query", "quüxery", "quoery", "uoery", "uoery", "uoer", ""}) field->setStringValue(text);
   EXPECT_EQ(heard(), (Lines{"text field \"\": inserted \"query\" at 0", "text field \"\": inserted \"üx\" at 2",
