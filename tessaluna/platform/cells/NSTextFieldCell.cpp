@@ -128,7 +128,7 @@ void NSTextFieldCell::accessibilitySetValue(const AccessibilityValue& value, std
   // As if it were typed, so that the delegate is asked and notified.
   const Ref<NSObject> held = shared_from_this();
   auto* field = dynamic_cast<NSTextField*>(controlView());
-  if (field && !editor()) field->selectText(nullptr);
+  if (field && !editor()) field->accessibilitySetValue(true, NSAccessibilityFocusedAttribute);
   if (const Ref<NSText> editor = this->editor()) return editor->accessibilitySetValue(value, forAttribute);
   if (auto* control = dynamic_cast<NSControl*>(controlView())) control->setStringValue(*text);
   else setStringValue(*text);

@@ -16,6 +16,7 @@
 #include "tessaluna/platform/views/NSTableCellView.h"
 #include "tessaluna/platform/views/NSTableColumn.h"
 #include "tessaluna/platform/views/NSTableHeaderView.h"
+#include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -190,8 +191,12 @@ void NSTableView::trimReserve() {
 }
 
 void NSTableView::showRowsIn(CGRect rect) {
-  const Ref<NSTableViewDelegate> delegate = delegate_.lock();
   const auto isShown = [&](std::size_t row) { return row < rowCount_ && NSIntersectsRect(rectOfRow(row), rect); };
+  // What was typed into a row that scrolls away is kept, as long as it is known of which row it is.
+  const auto* editor = window() ? dynamic_cast<const NSText*>(window()->firstResponder()) : nullptr;
+  const std::optional<std::size_t> edited = editor ? rowForView(*editor) : std::nullopt;
+  if (edited && !isShown(*edited)) window()->makeFirstResponder(this);
+  const Ref<NSTableViewDelegate> delegate = delegate_.lock();
   for (auto entry = visible_.begin(); entry != visible_.end();) {
     const std::size_t row = (entry++)->first;
     if (!isShown(row)) takeRowView(row);

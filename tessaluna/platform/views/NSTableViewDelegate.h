@@ -35,7 +35,8 @@ class NSTableViewDelegate {
   virtual void tableViewHoveredRowDidChange(NSTableView&, std::optional<std::size_t> /*row*/) {}
   virtual void tableViewRowWasDoubleClicked(NSTableView&, std::size_t /*row*/) {}
 
-  // The Return key on the selected row. False leaves the key to the responder chain.
+  // The Return key on the selected row. If false it edits the row's first text, in a table of cells that has one, or else goes
+  // up the responder chain.
   virtual bool tableViewRowWasEntered(NSTableView&, std::size_t /*row*/) { return false; }
   // Menu key, Shift-F10 or right button, on a row that is selected; the place is in the table. False where there is no menu.
   virtual bool tableViewShowMenuForRow(NSTableView&, std::size_t /*row*/, CGPoint /*place*/) { return false; }

@@ -44,6 +44,14 @@ class TableCellRow::TextField : public NSTextField {
     if (stringValue() == before) return;
     if (auto* row = dynamic_cast<TableCellRow*>(superview())) row->valueWasChanged(this);
   }
+  // A client that writes into it edits it.
+  void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override {
+    const auto* row = dynamic_cast<const TableCellRow*>(superview());
+    const bool begins = forAttribute == NSAccessibilityFocusedAttribute && value == AccessibilityValue(true) &&
+                        !currentEditor() && row && row->isEditable(*this);
+    if (begins) beginEditing();
+    else NSTextField::accessibilitySetValue(value, forAttribute);
+  }
   bool textViewDoCommandBySelector(NSTextView& editor, std::string_view selector) override {
     if (selector != "cancelOperation:") return NSTextField::textViewDoCommandBySelector(editor, selector);
     const Ref<NSObject> held = shared_from_this();

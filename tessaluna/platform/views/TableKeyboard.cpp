@@ -8,8 +8,10 @@
 #include "tessaluna/platform/events/menuKey.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/time/durations.h"
+#include "tessaluna/platform/views/NSTableColumn.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/views/TableCellRow.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
 
@@ -20,6 +22,16 @@ bool enterCellsOf(NSTableView& table, std::size_t row) {
   table.scrollRowToVisible(row);
   auto* cells = dynamic_cast<TableCellRow*>(table.viewAtRow(row).get());
   return cells && cells->giveKeyboardToControls();
+}
+
+// The first text of the row that can be edited; false where there is none.
+bool editTextOf(NSTableView& table, std::size_t row) {
+  for (std::size_t column = 0; column < table.tableColumns().size(); ++column) {
+    if (table.tableColumns()[column]->isHidden()) continue;
+    table.editColumn(column, row);
+    if (!table.window() || table.window()->firstResponder() != &table) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -138,11 +150,11 @@ bool TableKeyboard::moveAmongControls(std::ptrdiff_t step) {
 bool TableKeyboard::enter(const NSEvent& event) {
   const std::optional<std::size_t> row = this->row();
   const Ref<NSTableViewDelegate> delegate = table_.delegate();
-  if (!row || !delegate) return false;
+  if (!row) return false;
   // A key that is held enters once.
   if (event.isARepeat()) return true;
   const std::optional<std::size_t> control = this->control();
-  if (!control) return delegate->tableViewRowWasEntered(table_, *row);
+  if (!control) return (delegate && delegate->tableViewRowWasEntered(table_, *row)) || editTextOf(table_, *row);
   dynamic_cast<NSTableViewRowControls&>(*delegate).tableViewPressControl(table_, *row, *control);
   return true;
 }

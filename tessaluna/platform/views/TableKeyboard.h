@@ -5,7 +5,8 @@
 //   a letter, or a word typed quickly         the next row that begins with it
 //   Left, Right                               the controls of the row; in a table with columns Right leads to the row's first cell
 //                                             that takes the keyboard, and Escape back from there
-//   Return                                    presses the control, or else enters the row
+//   Return                                    presses the control, or else enters the row; where nobody takes that, edits the first
+//                                             text of its cells
 //   Menu, Shift-F10                           the row's menu
 //   Escape                                    from a control back to its row
 #pragma once

@@ -211,6 +211,46 @@ TEST_F(NSTableColumnTest, ATextThatDidNotChangeIsNotSet) {
   EXPECT_THAT(songs->changes, IsEmpty());
 }
 
+TEST_F(NSTableColumnTest, ReturnEditsTheFirstTextOfARow) {
+  window->makeFirstResponder(table.get());
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey("\r");
+  user.type("Bow");
+  user.pressKey("\r");
+  EXPECT_THAT(songs->changes, ElementsAre("title of Cello is Bow"));
+  EXPECT_EQ(window->firstResponder(), table.get());
+}
+
+TEST_F(NSTableColumnTest, ReturnOnARowWithoutATextToEditLeavesTheKeyboardToTheTable) {
+  titles->setEditable(false);
+  window->makeFirstResponder(table.get());
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey("\r");
+  EXPECT_EQ(window->firstResponder(), table.get());
+}
+
+TEST_F(NSTableColumnTest, WhatWasTypedIntoARowThatScrollsAwayIsKept) {
+  for (int i = 0; i < 20; ++i) songs->songs.push_back({"Song " + std::to_string(i)});
+  table->reloadData();
+  table->editColumn(0, 1);
+  user.type("Arcs");
+  user.scroll(*window, at(10, 30), {0, -200});
+  desktop.settle();
+  EXPECT_THAT(songs->changes, ElementsAre("title of Arches is Arcs"));
+  EXPECT_EQ(window->firstResponder(), table.get());
+}
+
+TEST_F(NSTableColumnTest, WhatAnAssistiveClientWritesIntoATextIsEditedAndReachesTheSource) {
+  accessibilityOf(control(0, 1).cell())->accessibilitySetValue("Arcs", NSAccessibilityValueAttribute);
+  ASSERT_NE(dynamic_cast<NSTextField&>(control(0, 1)).currentEditor(), nullptr);
+  user.pressKey("\r");
+  EXPECT_THAT(songs->changes, ElementsAre("title of Arches is Arcs"));
+  titles->setEditable(false);
+  desktop.settle();
+  accessibilityOf(control(0, 1).cell())->accessibilitySetValue("Arches", NSAccessibilityValueAttribute);
+  EXPECT_EQ(songs->changes.size(), 1u);
+}
+
 TEST_F(NSTableColumnTest, AColumnThatIsNotEditableIsNotChangedByTheUser) {
   for (const auto& column : {titles, ratings, marks}) column->setEditable(false);
   doubleClick(at(10, 30));
