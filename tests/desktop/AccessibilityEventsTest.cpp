@@ -1,4 +1,5 @@
 // What assistive clients are told of changes. Qt tells nobody on a platform without a bridge to them.
+#include <QPushButton>
 #include <QWidget>
 #include <algorithm>
 #include <utility>
@@ -173,6 +174,24 @@ TEST_F(AccessibilityEvents, AnEmbeddedViewTellsItsFocusAfterItsWidget) {
   heard.clear();
   widgets[1]->setFocus(Qt::TabFocusReason);
   EXPECT_EQ(whatIsHeard(), (Heard{": focus", "Next: focus"})) << "a widget with one element is nothing beside it";
+}
+
+TEST_F(AccessibilityEvents, WhereAFocusThatIsPassedOnEndsIsToldLast) {
+  QWidget top;
+  for (int i = 0; i < 2; ++i) {
+    auto* takesNoKeys = new QtViewWidget(make<NSView>(CGRect{0, 0, 20, 20}), &top);
+    takesNoKeys->setGeometry(20, 30 + 40 * i, 20, 20);
+  }
+  QPushButton end("End", &top);
+  top.show();
+  top.activateWindow();
+  ASSERT_TRUE(eventually([&] { return top.isActiveWindow(); }));
+  end.setFocus();
+  settle();
+  heard.clear();
+  dynamic_cast<QWidget&>(*top.children().front()).setFocus(Qt::TabFocusReason);
+  ASSERT_TRUE(end.hasFocus());
+  EXPECT_TRUE(eventually([] { return !heard.empty() && heard.back() == "End: focus"; }));
 }
 
 TEST_F(AccessibilityEvents, NamesAndEnabledControlsTellTheirChanges) {

@@ -1,6 +1,6 @@
 #include "tessaluna/backends/qt/AccessibilityBridge.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QWindow>
 #include <algorithm>
 #include <utility>
@@ -132,6 +132,14 @@ void AccessibilityBridge::changed(const AccessibleChange& change) {
     case Kind::Text: return sendText(interface, change.text);
     case Kind::TextSelection: return sendTextSelection(interface, change.selection, change.caret);
   }
+}
+
+void AccessibilityBridge::focusWasPassedOn() {
+  QTimer::singleShot(0, this, [] {
+    QWidget* widget = QApplication::focusWidget();
+    // The elements in a widget of ours are reported by themselves.
+    if (widget && !dynamic_cast<QtViewWidget*>(widget)) send(QAccessibleEvent(widget, QAccessible::Focus));
+  });
 }
 
 // Interfaces that go.

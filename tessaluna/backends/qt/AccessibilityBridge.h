@@ -39,6 +39,10 @@ class AccessibilityBridge : public QObject {
   // Qt's focus came to what an element is embedded in, or left it.
   void focusMayHaveChanged() { changes_.focusMayHaveChanged(); }
 
+  // Qt's focus came to a widget and has been passed on from there. Qt then reports the widgets that it came through after the one
+  // where it is now: that one is reported once more.
+  void focusWasPassedOn();
+
   // Called by the elements' interfaces.
   void elementWasMade(AccessibleElement& interface) { interfaces_.insert(&interface); }
   void elementIsForgotten(AccessibleElement& interface);

@@ -1,5 +1,6 @@
 #include "tessaluna/backends/qt/EmbeddingHost.h"
 
+#include <QAbstractScrollArea>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPointer>
@@ -40,6 +41,13 @@ CGRect shownPixels(const QRect& rect, double scale) {
   const auto edge = [scale](int points) { return std::floor(points * scale + 0.5) / scale; };
   const double left = edge(rect.x()), top = edge(rect.y());
   return {left, top, edge(rect.x() + rect.width()) - left, edge(rect.y() + rect.height()) - top};
+}
+
+// Whether the widget is what an area of Qt's scrolls.
+bool isInScrollArea(const QWidget& widget) {
+  const QWidget* viewport = widget.parentWidget();
+  const auto* area = viewport ? qobject_cast<const QAbstractScrollArea*>(viewport->parentWidget()) : nullptr;
+  return area && area->viewport() == viewport;
 }
 
 // What of the widget its ancestors do not cut off, in the top-level widget's space.
@@ -128,6 +136,7 @@ EmbeddingHost::EmbeddingHost(QWidget& topLevel)
       native_(new NativeSide(*this)),
       knownScale_(topLevel.devicePixelRatioF()) {
   displayTimer_.setSingleShot(true);
+  wheel_.setSingleShot(true);
   connect(&displayTimer_, &QTimer::timeout, this, &EmbeddingHost::display);
   const auto content = make<FlippedView>(CGRect{});
   content->setAutoresizesSubviews(false);
@@ -185,6 +194,9 @@ void EmbeddingHost::placeChanged(const QWidget& widget) {
   if (&widget == &topLevel_) placeTopLevel();
   for (const Embedded& embedded : concerned)
     if (held && isHere(embedded)) place(embedded);
+  if (!held || !wheel_.isActive() || !isInScrollArea(widget)) return;
+  for (const Embedded& embedded : concerned)
+    if (isHere(embedded)) window_->contentWasScrolledByUser(*embedded.clip);
 }
 
 void EmbeddingHost::placeTopLevel() {
@@ -294,6 +306,7 @@ void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
   // Nothing in this view takes keys: the chain continues, unless it has gone round already.
   if (passedOver_ >= embedded_.size()) return;
   ++passedOver_;
+  if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusWasPassedOn();
   entered->passFocusOn(step);
   if (held) --passedOver_;
 }

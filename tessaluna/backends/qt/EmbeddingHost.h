@@ -33,6 +33,8 @@ class EmbeddingHost : public QObject {
 
   // The widget, which is one of ours, an ancestor of some or the top level itself, was moved, resized, shown or hidden.
   void placeChanged(const QWidget& widget);
+  // Some widget below the top level is about to get the wheel. What that scrolls, the user scrolls under the pointer.
+  void wheelTurned() { wheel_.start(0); }
   void enabledChanged(QtViewWidget& widget);
   void activationChanged();
   void redrawAll();
@@ -71,6 +73,7 @@ class EmbeddingHost : public QObject {
   double knownScale_;
   std::vector<Embedded> embedded_;
   QTimer displayTimer_;
+  QTimer wheel_;                // runs until the wheel that turns has been handled
   bool isFollowing_ = false;    // Qt's focus is being moved after the first responder
   std::size_t passedOver_ = 0;  // widgets that handed on the focus that is being moved
 };

@@ -38,6 +38,7 @@ void EmbeddingHosts::observe(const QWidget& widget, const QEvent& event) {
     case QEvent::Resize:
     case QEvent::Show:
     case QEvent::Hide: host->placeChanged(widget); break;
+    case QEvent::Wheel: host->wheelTurned(); break;
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:
       if (widget.isWindow()) host->activationChanged();

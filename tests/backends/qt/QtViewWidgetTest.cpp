@@ -13,6 +13,7 @@
 #include "tessaluna/backends/qt/KeptPicture.h"
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/graphics/CGContext.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
@@ -42,6 +43,14 @@ class QtViewWidgetTest : public EmbeddedViews {
     top.resize(200, 300);
     show();
     return area;
+  }
+  void turnWheelOver(const QWidget& widget, QPoint point) {
+    const QPointF place = inTop(widget, point);
+    QWheelEvent event(place, top.mapToGlobal(place), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);  // Qt hands only the user's wheel on from widget to widget
+    qApp->notify(top.windowHandle(), &event);
+    settle();
   }
 
   // What is shown of the top-level widget, in which only the witness draws, is what the engine makes of the same.
@@ -352,14 +361,7 @@ TEST_F(QtViewWidgetTest, FontOfTheProgramReachesLabelsAndTheirSizes) {
 TEST_F(QtViewWidgetTest, ScrollThatNoViewTakesScrollsTheHost) {
   const auto view = make<Witness>(CGRect{0, 0, 50, 2000});
   QScrollArea* area = showScrolling(view);
-  const auto turnWheel = [&] {
-    const QPointF place = inTop(*area->viewport(), {20, 10});
-    QWheelEvent event(place, top.mapToGlobal(place), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QSpontaneKeyEvent::setSpontaneous(&event);  // Qt hands only the user's wheel on from widget to widget
-    qApp->notify(top.windowHandle(), &event);
-    settle();
-  };
+  const auto turnWheel = [&] { turnWheelOver(*area->viewport(), {20, 10}); };
   turnWheel();
   ASSERT_EQ(view->scrolls.size(), 1u);
   EXPECT_LT(view->scrolls[0].height, 0);
@@ -371,6 +373,41 @@ TEST_F(QtViewWidgetTest, ScrollThatNoViewTakesScrollsTheHost) {
   EXPECT_GT(once, 0);
   turnWheel();
   EXPECT_EQ(area->verticalScrollBar()->value(), 2 * once);
+}
+
+TEST_F(QtViewWidgetTest, WhatTheWheelOfAnAreaAroundScrollsUnderThePointerIsEntered) {
+  class Watched : public NSView {
+   public:
+    using NSView::NSView;
+    void updateTrackingAreas() override {
+      NSView::updateTrackingAreas();
+      if (!trackingAreas().empty()) return;
+      addTrackingArea(make<NSTrackingArea>(
+          NSZeroRect, NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited,
+          refTo<NSResponder>(*this)));
+    }
+    void mouseEntered(const Ref<NSEvent>&) override { isEntered = true; }
+    void mouseExited(const Ref<NSEvent>&) override { isEntered = false; }
+    bool isEntered = false;
+  };
+  constexpr CGFloat height = 2000, half = height / 2;
+  const auto view = make<NSView>(CGRect{0, 0, 50, height});
+  const auto upper = make<Watched>(CGRect{0, half, 50, half}), lower = make<Watched>(CGRect{0, 0, 50, half});
+  view->addSubview(upper);
+  view->addSubview(lower);
+  QScrollArea* area = showScrolling(view);
+  const auto scrollTo = [&](int y) {
+    area->verticalScrollBar()->setValue(y);
+    settle();
+  };
+  scrollTo(int(half) - 20);
+  for (const int x : {30, 20}) move(inTop(*area->viewport(), {x, 10}));
+  ASSERT_TRUE(upper->isEntered);
+  area->verticalScrollBar()->setSingleStep(20);
+  turnWheelOver(*area->viewport(), {20, 10});
+  ASSERT_GT(area->verticalScrollBar()->value(), int(half));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return lower->isEntered; }));
+  EXPECT_FALSE(upper->isEntered);
 }
 
 TEST_F(QtViewWidgetTest, GoesToTheWindowOfItsNewTopLevel) {
