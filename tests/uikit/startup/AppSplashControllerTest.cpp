@@ -131,6 +131,15 @@ TEST_F(AppSplashControllerTest, AWindowThatIsNotConnectedStaysWhereItIs) {
   EXPECT_EQ(window->frame(), (CGRect{100, 100, 400, 300}));
 }
 
+TEST_F(AppSplashControllerTest, AWindowThatIsShownAlreadyIsDrawnAtItsNewPlaceAtOnce) {
+  controller->showWindow(nullptr);
+  desktop.settle();
+  nativeOf(*controller->window()).forgetPaints();
+  controller->window()->contentView()->setNeedsDisplay(true);
+  controller->windowDidLoad();
+  EXPECT_EQ(nativeOf(*controller->window()).paints().size(), 1u);
+}
+
 TEST_F(AppSplashControllerTest, AWindowLargerThanTheScreenIsCenteredAsAnyOther) {
   NSNib::registerDocument("Splash", document(allOutlets, "[0, 0, 1501, 1001]"));
   EXPECT_EQ(controller->window()->frame(), (CGRect{-30.5, -50.5, 1501, 1001}));

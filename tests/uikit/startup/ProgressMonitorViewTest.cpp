@@ -119,6 +119,16 @@ TEST_F(ProgressMonitorViewTest, RemovingTheLastTaskHidesTheView) {
   view->removeBackgroundTaskProgress("scan");
   EXPECT_TRUE(view->isHidden());
   EXPECT_EQ(view->backgroundTasks()->count(), 0u);
+  EXPECT_EQ(shownCount(), "hidden");
+}
+
+TEST_F(ProgressMonitorViewTest, AddingAndRemovingBeginTheBarAtZero) {
+  bar().setMinValue(5);
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  EXPECT_EQ(bar().minValue(), 0);
+  bar().setMinValue(5);
+  view->removeBackgroundTaskProgress("scan");
+  EXPECT_EQ(bar().minValue(), 0);
 }
 
 TEST_F(ProgressMonitorViewTest, ATaskOfLengthZeroShowsTheViewAndDoesNotKeepIt) {

@@ -284,6 +284,15 @@ TEST_F(PlaybackSliderTest, APressThatIsCutShortLeavesAnEarlierSeekWaiting) {
   EXPECT_EQ(slider->position(), 5);
 }
 
+TEST_F(PlaybackSliderTest, APositionFromBeforeTheConfirmationDoesNotShowAfterAPressThatIsCutShort) {
+  user.click(*window, at(100));
+  slider->setPosition(20);
+  slider->confirmSeek();
+  user.press(*window, at(200));
+  slider->setEnabled(false);
+  EXPECT_THAT(slider->position(), isAbout(100));
+}
+
 TEST_F(PlaybackSliderTest, ARemovalInMidPressAsksForNothing) {
   slider->setPosition(20);
   user.press(*window, at(100));
@@ -362,6 +371,16 @@ TEST_F(PlaybackSliderTest, ThePointerShowsTheTimeThatAPressThereAsksFor) {
   user.moveTo(*window, at(101));
   slider->beginSong({.seconds = 300});
   EXPECT_EQ(slider->toolTip(), "");
+  slider->setEnabled(false);
+  user.moveTo(*window, at(100));
+  EXPECT_EQ(slider->toolTip(), "");
+  EXPECT_EQ(slider->timeAtPoint({50, 10}), std::nullopt);
+}
+
+TEST_F(PlaybackSliderTest, FollowsThePointerInOneAreaWhateverItsSize) {
+  slider->setFrameSize({200, 20});
+  slider->setFrameOrigin({20, 60});
+  EXPECT_EQ(slider->trackingAreas().size(), 1u);
 }
 
 TEST_F(PlaybackSliderTest, TimeRunsFromLeftToRightInEveryLayout) {
@@ -404,6 +423,21 @@ TEST_F(PlaybackSliderTest, AssistiveClientsAreNotifiedAtMostTwiceASecondAndOfThe
   const std::size_t count = heard.size();
   desktop.advance(10);
   EXPECT_EQ(heard.size(), count);
+  center.removeObserver(token);
+}
+
+TEST_F(PlaybackSliderTest, AssistiveClientsAreNotifiedOfThePositionInASongOfUnknownLength) {
+  slider->beginSong({});
+  desktop.advance(1);
+  int notified = 0;
+  auto& center = accessibilityNotificationCenter();
+  const auto token = center.addObserverForName(NSAccessibilityValueChangedNotification, slider->cell(), nullptr,
+                                               [&](const Ref<NSNotification>&) { ++notified; });
+  slider->setPosition(10);
+  EXPECT_EQ(notified, 1);
+  desktop.advance(1);
+  slider->setPosition(10);
+  EXPECT_EQ(notified, 1);
   center.removeObserver(token);
 }
 
@@ -469,6 +503,19 @@ TEST_F(PlaybackSliderHeld, APressShowsItsTimeAndADragWhereItHasGot) {
   user.release();
   EXPECT_EQ(shown(), std::nullopt);
   EXPECT_THAT(taken(), ElementsAre(isAbout(151)));
+}
+
+TEST_F(PlaybackSliderHeld, ANewTimeIsDrawnAndAtTheReleaseTheWindowGoes) {
+  user.press(*window, at(100));
+  desktop.settle();
+  const Ref<NSWindow> bubble = window->childWindows().at(0);
+  nativeOf(*bubble).forgetPaints();
+  user.dragTo(at(151));
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*bubble).paints().size(), 1u);
+  EXPECT_TRUE(bubble->isVisible());
+  user.release();
+  EXPECT_FALSE(bubble->isVisible());
 }
 
 TEST_F(PlaybackSliderHeld, TheTimeIsAboveTheMiddleOfTheKnob) {

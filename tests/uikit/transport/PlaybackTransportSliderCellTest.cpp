@@ -165,6 +165,16 @@ TEST_F(PlaybackTransportSliderCellTest, AVerticalSliderHasNoKnobAndAPlainBar) {
   EXPECT_THAT(barDrawn({10, 20, 30, 101}), ElementsAre("dark 14 68 22 4"));
 }
 
+TEST_F(PlaybackTransportSliderCellTest, WhetherThereIsAKnobIsUpToTheSliderAndNotToACellBesideItsOwn) {
+  const auto beside = make<PlaybackTransportSliderCell>();
+  beside->setControlView(slider.get());
+  beside->setVertical(true);
+  EXPECT_EQ(beside->knobRectFlipped(true).size, (CGSize{3, 14}));
+  beside->setVertical(false);
+  slider->setVertical(true);
+  EXPECT_EQ(beside->knobRectFlipped(true), NSZeroRect);
+}
+
 TEST_F(PlaybackTransportSliderCellTest, WithoutARangeTheKnobIsNotFiniteAndDrawingContinues) {
   slider->setMaxValue(0);
   EXPECT_TRUE(std::isnan(cell->knobRectFlipped(true).origin.x));
