@@ -154,6 +154,12 @@ TEST_F(NSSliderCellTest, AValueIsFoundWhereItsKnobHasItsMiddleAndLimitsBeyond) {
   EXPECT_EQ(own.valueAtPoint({16, 0}), 10);
 }
 
+TEST_F(NSSliderCellTest, AtTheEndOfTheWayIsTheMaximumItself) {
+  slider->setMinValue(0.2);
+  slider->setMaxValue(0.9);  // 0.2 and the range between the two make a little less
+  EXPECT_EQ(cellOf(slider).valueAtPoint({108, 0}), 0.9);
+}
+
 TEST_F(NSSliderCellTest, WithoutARangeTheKnobStaysAtTheStart) {
   slider->setMaxValue(0);
   EXPECT_EQ(cellOf(slider).knobRectFlipped(true), (CGRect{0, 2, 16, 16}));
@@ -245,6 +251,36 @@ TEST_F(NSSliderCellTest, DrawsTheBarThePartUpToTheKnobAndTheKnob) {
   EXPECT_THAT(fills[0], testing::HasSubstr(R"("shape":["roundedRect",2,8,112,4)"));
   EXPECT_THAT(fills[1], testing::HasSubstr(R"("shape":["roundedRect",2,8,56,4)"));
   EXPECT_THAT(fills[2], testing::HasSubstr(R"("shape":["oval",50.5,2.5,15,15])"));
+}
+
+TEST_F(NSSliderCellTest, TheFilledPartBeginsWhereTheMinimumIs) {
+  const auto filled = [](const Ref<NSSlider>& drawn) {
+    drawn->setDoubleValue(0.25);
+    return only("fill", recordingOf([&] { drawn->drawRect(drawn->bounds()); })).at(1);
+  };
+  EXPECT_THAT(filled(slider), testing::HasSubstr(R"("shape":["roundedRect",2,8,31,4)"));
+  slider->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirectionRightToLeft);
+  EXPECT_THAT(filled(slider), testing::HasSubstr(R"("shape":["roundedRect",83,8,31,4)"));
+  const auto vertical = sliderOf({20, 116});
+  EXPECT_THAT(filled(vertical), testing::HasSubstr(R"("shape":["roundedRect",8,83,4,31)"));
+  // Where y points up the minimum is at the origin.
+  const Lines upright = only("fill", recordingOf([&] { cellOf(vertical).drawBarInside({8, 2, 4, 112}, false); }));
+  EXPECT_THAT(upright.at(1), testing::HasSubstr(R"("shape":["roundedRect",8,2,4,31)"));
+}
+
+TEST_F(NSSliderCellTest, AHeldKnobIsDarkerAndADisabledSliderFainter) {
+  const auto drawn = [&] { return recordingOf([&] { slider->drawRect(slider->bounds()); }); };
+  const Lines plain = drawn();
+  slider->setHighlighted(true);
+  const Lines held = drawn();
+  EXPECT_EQ(only("fill", held), only("fill", plain));
+  EXPECT_NE(only("setFillColor", held).at(2), only("setFillColor", plain).at(2));
+  slider->setHighlighted(false);
+  slider->setEnabled(false);
+  const Lines disabled = drawn();
+  for (const std::size_t part : {0, 1})
+    EXPECT_NE(only("setFillColor", disabled).at(part), only("setFillColor", plain).at(part)) << part;
+  EXPECT_NE(only("setStrokeColor", disabled), only("setStrokeColor", plain));
 }
 
 TEST_F(NSSliderCellTest, AScaleOfTickMarksHasNoFilledPart) {

@@ -455,6 +455,28 @@ TEST_F(NSNibTest, AWindowControllerThatWasGivenAWindowLoadsNothing) {
   EXPECT_EQ(make<LoadedController>()->window(), nullptr);
 }
 
+TEST_F(NSNibTest, AWindowThatIsReplacedHasNoController) {
+  const auto earlier = showWindow(), later = showWindow();
+  const auto controller = make<LoadedController>(earlier);
+  controller->setWindow(later);
+  EXPECT_EQ(earlier->windowController(), nullptr);
+  EXPECT_EQ(later->windowController(), controller);
+  controller->setWindow(nullptr);
+  EXPECT_EQ(later->windowController(), nullptr);
+  EXPECT_FALSE(controller->isWindowLoaded());
+}
+
+TEST_F(NSNibTest, AWindowControllerShowsAndClosesItsWindow) {
+  const auto window = make<NSWindow>(CGRect{100, 100, 50, 50}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+  const auto controller = make<LoadedController>(window);
+  controller->showWindow(nullptr);
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(window->isKeyWindow());
+  controller->close();
+  EXPECT_FALSE(window->isVisible());
+  make<LoadedController>()->close();
+}
+
 TEST_F(NSNibTest, AWindowDoesNotKeepItsController) {
   const auto window = showWindow();
   make<LoadedController>(window);

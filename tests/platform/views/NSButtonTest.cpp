@@ -308,6 +308,16 @@ TEST_F(NSButtonTest, ItsValueIsItsStateAndNotItsTitle) {
   EXPECT_EQ(button->title(), "Play");
 }
 
+TEST_F(NSButtonTest, AStateThatIsSetAsksForARedraw) {
+  nativeOf(*window).forgetPaints();
+  button->setState(NSControlStateValueOn);
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
+  button->setNextState();
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 2u);
+}
+
 TEST_F(NSButtonTest, SpaceDoesNotPressADisabledFirstResponder) {
   window->makeFirstResponder(button.get());
   button->setEnabled(false);

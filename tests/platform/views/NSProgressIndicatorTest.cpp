@@ -2,8 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
+#include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
@@ -177,6 +180,38 @@ TEST_F(NSProgressIndicatorTest, OneThatIsNotDisplayedWhenStoppedDrawsOnlyWhileIt
   EXPECT_FALSE(drawn().empty());
   indicator->stopAnimation(nullptr);
   EXPECT_TRUE(drawn().empty());
+}
+
+TEST_F(NSProgressIndicatorTest, EveryPropertyAsksForARedraw) {
+  const auto window = showWindowWith(indicator);
+  const std::function<void()> changes[] = {[&] { indicator->setStyle(NSProgressIndicatorStyleSpinning); },
+                                           [&] { indicator->setControlTint(NSGraphiteControlTint); },
+                                           [&] { indicator->setIndeterminate(false); },
+                                           [&] { indicator->setMinValue(1); },
+                                           [&] { indicator->setMaxValue(9); },
+                                           [&] { indicator->setDoubleValue(5); },
+                                           [&] { indicator->setDisplayedWhenStopped(false); },
+                                           [&] { indicator->startAnimation(nullptr); },
+                                           [&] { indicator->stopAnimation(nullptr); }};
+  for (const auto& change : changes) {
+    nativeOf(*window).forgetPaints();
+    change();
+    desktop.settle();
+    EXPECT_EQ(paints(), 1u) << &change - changes;
+  }
+}
+
+TEST_F(NSProgressIndicatorTest, ConstraintsGiveANewStyleItsRoom) {
+  const auto window = showWindowWith(indicator);
+  indicator->setTranslatesAutoresizingMaskIntoConstraints(false);
+  NSLayoutConstraint::constraintWithItem(indicator, NSLayoutAttributeTop, NSLayoutRelationEqual, window->contentView(),
+                                         NSLayoutAttributeTop, 1, 10)
+      ->setActive(true);
+  window->contentView()->layoutSubtreeIfNeeded();
+  EXPECT_EQ(indicator->frame().size.height, 6);
+  indicator->setStyle(NSProgressIndicatorStyleSpinning);
+  window->contentView()->layoutSubtreeIfNeeded();
+  EXPECT_EQ(indicator->frame().size, (CGSize{32, 32}));
 }
 
 TEST_F(NSProgressIndicatorTest, OnlyAChangeRedrawsAndNotifies) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/ProbeView.h"
@@ -61,6 +63,15 @@ TEST_F(NSSliderTest, AKnobIsDraggedByThePlaceWhereItWasTakenHoldOf) {
   EXPECT_THAT(taken(), ElementsAre(0.6, 0.6));
 }
 
+TEST_F(NSSliderTest, APressBesideTheKnobBringsItsMiddleWhereverItWasTakenHoldOfBefore) {
+  slider->setDoubleValue(0.5);
+  user.click(*window, at(74));
+  user.press(*window, at(28));
+  user.dragTo(at(38));
+  EXPECT_EQ(slider->doubleValue(), 0.2);
+  user.release();
+}
+
 TEST_F(NSSliderTest, TheKnobFollowsTheMouseOutsideOfTheSliderAndAReleaseThereCounts) {
   user.press(*window, at(18));
   user.dragTo({93, 3});
@@ -106,6 +117,17 @@ TEST_F(NSSliderTest, ADisabledSliderTakesNoPressKeyOrWheel) {
   EXPECT_FALSE(window->makeFirstResponder(slider.get()));
   EXPECT_EQ(slider->doubleValue(), 0);
   EXPECT_TRUE(taken().empty());
+}
+
+TEST_F(NSSliderTest, TheWheelOverADisabledSliderScrollsWhatItIsIn) {
+  const auto around = make<harness::ProbeView>(CGRect{0, 0, 200, 150});
+  window->contentView()->addSubview(around);
+  around->addSubview(slider);
+  user.scroll(*window, at(43), {0, 48});
+  EXPECT_EQ(std::count(around->calls.begin(), around->calls.end(), "scrollWheel"), 0);
+  slider->setEnabled(false);
+  user.scroll(*window, at(43), {0, 48});
+  EXPECT_EQ(std::count(around->calls.begin(), around->calls.end(), "scrollWheel"), 1);
 }
 
 TEST_F(NSSliderTest, APressEndsWhenTheActionDisablesTheSlider) {
@@ -219,6 +241,18 @@ TEST_F(NSSliderTest, SettingTheSameValueAgainNeitherRedrawsNorNotifies) {
   slider->setMaxValue(0.25);
   EXPECT_EQ(notified, 2);
   center.removeObserver(token);
+}
+
+TEST_F(NSSliderTest, ItsLimitsMarksAndDirectionAskForARedraw) {
+  const std::function<void()> changes[] = {
+      [&] { slider->setMinValue(-1); }, [&] { slider->setMaxValue(2); }, [&] { slider->setNumberOfTickMarks(3); },
+      [&] { slider->setTickMarkPosition(NSTickMarkPositionAbove); }, [&] { slider->setVertical(true); }};
+  for (const auto& change : changes) {
+    nativeOf(*window).forgetPaints();
+    change();
+    desktop.settle();
+    EXPECT_EQ(nativeOf(*window).paints().size(), 1u) << &change - changes;
+  }
 }
 
 TEST_F(NSSliderTest, AssistiveClientsIncrementDecrementAndSetAndTheActionIsSent) {
