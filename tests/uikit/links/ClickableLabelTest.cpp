@@ -79,6 +79,14 @@ class ClickableLabelTest : public harness::StillWorld {
     user.release();
   }
   void click(CGPoint point) { pressAndRelease(point, point); }
+  // For the label's handlers alone: nothing resets the cursor rectangles.
+  Ref<NSEvent> eventAt(CGPoint point) const {
+    return make<NSEvent>(NSEvent::Fields{.location = at(point), .window = window});
+  }
+  void clickDirectly(CGPoint point) {
+    label->mouseDown(eventAt(point));
+    label->mouseUp(eventAt(point));
+  }
   bool showsHandAt(CGPoint point) const { return label->cursorAt(point) == NSCursor::pointingHandCursor(); }
 
   Ref<harness::ProbeView> parent;
@@ -112,6 +120,32 @@ TEST_F(ClickableLabelTest, APressAndReleaseOnOneLinkReportsIt) {
   setOneLink();
   click(onLink);
   EXPECT_EQ(target->calls, Calls{first});
+}
+
+TEST_F(ClickableLabelTest, AReleaseCountsFromTheLinksFirstCharacterToItsLast) {
+  setOneLink();
+  for (const CGFloat x : {20.5, 39.5}) pressAndRelease(onLink, {x, middle});
+  EXPECT_EQ(target->calls, (Calls{first, first}));
+  for (const CGFloat x : {19.5, 40.5}) pressAndRelease(onLink, {x, middle});
+  EXPECT_EQ(target->calls.size(), 2u);
+}
+
+TEST_F(ClickableLabelTest, APressForgetsTheOneWhoseReleaseWasLost) {
+  setOneLink();
+  label->mouseDown(eventAt(onLink));
+  label->mouseDown(eventAt(onText));
+  label->mouseUp(eventAt(onText));
+  EXPECT_EQ(target->calls, Calls{"label"});
+}
+
+TEST_F(ClickableLabelTest, AReleaseForgetsItsPress) {
+  setOneLink();
+  for (const CGPoint released : {onLink, onText}) {
+    pressAndRelease(onLink, released);
+    target->calls.clear();
+    label->mouseUp(eventAt(onLink));
+    EXPECT_EQ(target->calls, Calls{"label"});
+  }
 }
 
 TEST_F(ClickableLabelTest, APressOnOneLinkAndAReleaseOnAnotherMakeNoCall) {
@@ -210,11 +244,6 @@ TEST_F(ClickableLabelTest, AWrappedLinkHasAHandOnEachLineOnEverySystem) {
 TEST_F(ClickableLabelTest, AResizeShowsInClicksAfterTheNextResetOfTheCursorRectangles) {
   setOneLink();
   label->setFrameSize({40, 60});  // "go", "here", "now"
-  const auto event = [&](CGPoint point) { return make<NSEvent>(NSEvent::Fields{.location = at(point), .window = window}); };
-  const auto clickDirectly = [&](CGPoint point) {
-    label->mouseDown(event(point));
-    label->mouseUp(event(point));
-  };
   clickDirectly(onLink);
   EXPECT_EQ(target->calls, Calls{first});
   label->resetCursorRects();
@@ -222,6 +251,27 @@ TEST_F(ClickableLabelTest, AResizeShowsInClicksAfterTheNextResetOfTheCursorRecta
   clickDirectly(onLink);
   clickDirectly({12, 18});
   EXPECT_EQ(target->calls, (Calls{"label", first}));
+}
+
+TEST_F(ClickableLabelTest, BeforeTheFirstResetLinksAreWhereTheLabelHadThemWhenItsTextWasSet) {
+  label->setFrameSize({40, 60});
+  const auto text = make<NSMutableAttributedString>("go here now", NSAttributes{{NSFontAttributeName, label->font()}});
+  text->addAttribute(NSLinkAttributeName, url(first), {3, 4});
+  label->setAttributedStringValue(text);  // "go", "here", "now"
+  clickDirectly({12, 18});
+  EXPECT_EQ(target->calls, Calls{first});
+}
+
+TEST_F(ClickableLabelTest, AnEarlierTextIsNotKept) {
+  const WeakRef<NSObject> weak = [this] {
+    const auto value = make<NSObject>();
+    setOneLink(NSAttributeValue(value));
+    return WeakRef<NSObject>(value);
+  }();
+  EXPECT_TRUE(label->cell()->accessibilityChildren()->empty());
+  EXPECT_FALSE(weak.expired());
+  setTwoLinks();
+  EXPECT_TRUE(weak.expired());
 }
 
 TEST_F(ClickableLabelTest, WithoutAnAttributedTextEveryClickIsOneOnTheLabel) {
@@ -385,6 +435,18 @@ TEST_F(ClickableLabelTest, ATextIsSearchedOnceHoweverOftenClientsAsk) {
   const AccessibilityElements now = label->cell()->accessibilityChildren().value();
   ASSERT_EQ(now.size(), 1u);
   EXPECT_EQ(accessibilityOf(now[0])->accessibilityTitle(), "two");
+}
+
+TEST_F(ClickableLabelTest, AnElementOfAnEarlierTextEndsAndPressesNothing) {
+  setOneLink();
+  const AccessibilityElements earlier = label->cell()->accessibilityChildren().value();
+  EXPECT_EQ(label->cell()->accessibilityChildren(), earlier) << "the same until then";
+  setTwoLinks();
+  const AccessibilityElements now = label->cell()->accessibilityChildren().value();
+  EXPECT_EQ(now.size(), 2u);
+  EXPECT_EQ(std::ranges::count(now, earlier.at(0)), 0);
+  accessibilityOf(earlier[0])->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_TRUE(target->calls.empty());
 }
 
 TEST_F(ClickableLabelTest, ALinkThatWrapsIsOneElementAroundItsLines) {

@@ -130,6 +130,15 @@ TEST_F(JoinedLinksTest, PlacesAreInPointsAndCharactersInThoseOfTheUser) {
   }
 }
 
+TEST_F(JoinedLinksTest, AnEmptyFirstStringCountsWithItsSeparator) {
+  set({"", "a"});
+  EXPECT_EQ(links.text(), u", a");
+  EXPECT_EQ(links.characters()->at(1).lower, 2);
+  EXPECT_EQ(links.characters()->at(1).upper, 3);
+  EXPECT_EQ(links.places()->at(1).lower, 10);
+  EXPECT_EQ(links.places()->at(1).upper, 15);
+}
+
 TEST_F(JoinedLinksTest, WithoutStringsThePlacesGoAndTheCharactersStay) {
   set({"abc"});
   links.setStrings(std::nullopt, attributes);

@@ -75,11 +75,12 @@ TEST_F(LinkKeyboardTest, TabEntersTheLineAtItsFirstLinkAndLeavesIt) {
   show();
   tab();
   EXPECT_EQ(ring(), (CGRect{0, 0, 15, 20}));
+  right();
   tab();
   EXPECT_FALSE(hasKeyboard());
   EXPECT_NE(other->currentEditor(), nullptr);
   press(NSTabCharacter, NSEventModifierFlagShift);
-  EXPECT_TRUE(hasKeyboard());
+  EXPECT_EQ(ring(), (CGRect{0, 0, 15, 20})) << "whichever link was left";
 }
 
 TEST_F(LinkKeyboardTest, LeftAndRightGoFromLinkToLinkAndStopAtTheEnds) {
@@ -108,10 +109,13 @@ TEST_F(LinkKeyboardTest, ReturnPressesTheLinkOnceForEachPressOfTheKey) {
   right();
   user.keyDown("\r");
   EXPECT_THAT(clicked(), ElementsAre(0, 1));
-  const auto repeated =
-      make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown, .window = window, .characters = "\r", .isRepeat = true});
-  window->firstResponder()->keyDown(repeated);
-  EXPECT_THAT(clicked(), ElementsAre(0, 1));
+  for (const bool isRepeat : {true, false})
+    window->firstResponder()->keyDown(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                                    .window = window,
+                                                                    .characters = "\r",
+                                                                    .charactersIgnoringModifiers = "\r",
+                                                                    .isRepeat = isRepeat}));
+  EXPECT_THAT(clicked(), ElementsAre(0, 1, 1)) << "a key that is held presses once";
 }
 
 TEST_F(LinkKeyboardTest, OtherKeysPassOn) {
@@ -136,6 +140,16 @@ TEST_F(LinkKeyboardTest, TheLastStopOfALineThatIsCutIsTheMenu) {
   desktop.chooseFromMenu(2);
   desktop.settle();
   EXPECT_THAT(clicked(), ElementsAre(2));
+}
+
+TEST_F(LinkKeyboardTest, WithTheMenuLinksThatAreCutOffAreNotStops) {
+  show(33);  // "abc, …", whose links end at 25, where "de" would begin
+  tab();
+  right();
+  EXPECT_EQ(ring(), (CGRect{25, 0, 8, 20}));
+  enter();
+  EXPECT_TRUE(desktop.openMenu());
+  EXPECT_THAT(clicked(), IsEmpty());
 }
 
 TEST_F(LinkKeyboardTest, WithoutTheMenuLinksThatAreCutOffAreStopsAtTheEllipsis) {

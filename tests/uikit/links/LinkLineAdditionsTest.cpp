@@ -142,6 +142,15 @@ TEST_F(LinkLineAdditionsTest, AChoiceFromAListThatHasChangedMeanwhileIsNotAClick
   EXPECT_THAT(clicked(), IsEmpty());
 }
 
+TEST_F(LinkLineAdditionsTest, AChoiceAfterLinksWereTurnedOffIsNotAClick) {
+  field->setShowsMenuAtEllipsis(true);
+  moveTo(31);
+  user.press(*window, at(31));
+  field->setLinksEnabled(false);
+  choose(2);
+  EXPECT_THAT(clicked(), IsEmpty());
+}
+
 TEST_F(LinkLineAdditionsTest, TheFieldMayGoWhileItsMenuIsOpen) {
   field->setShowsMenuAtEllipsis(true);
   moveTo(31);

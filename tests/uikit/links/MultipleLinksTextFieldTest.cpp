@@ -522,6 +522,31 @@ TEST_F(MultipleLinksTextFieldTest, ATargetMayReleaseTheField) {
   EXPECT_TRUE(weak.expired());
 }
 
+TEST_F(MultipleLinksTextFieldTest, ATargetThatTheFieldLetsGoLivesUntilItsClickIsOver) {
+  const auto link = field->accessibilityChildren().value().at(0);
+  const std::function<void()> clicks[] = {
+      [this] {
+        moveTo(3);
+        user.click(*window, at(3));
+      },
+      [this] { field->accessibilityPerformPress(); },
+      [link] { accessibilityOf(link)->accessibilityPerformAction(NSAccessibilityPressAction); }};
+  for (const auto& click : clicks) {
+    target = std::make_shared<harness::LinkTarget>();
+    field->setTarget(target);
+    const std::weak_ptr<harness::LinkTarget> weak = target;
+    bool wasAlive = false;
+    target->onClick = [&](MultipleLinksTextField& sender) {
+      sender.setTarget(nullptr);
+      wasAlive = !weak.expired();
+    };
+    target.reset();
+    click();
+    EXPECT_TRUE(wasAlive);
+    EXPECT_TRUE(weak.expired());
+  }
+}
+
 TEST_F(MultipleLinksTextFieldTest, AReleaseAfterTheListChangedReportsTheIndexIntoTheNewList) {
   moveTo(50);
   user.press(*window, at(50));
@@ -603,6 +628,9 @@ TEST_F(MultipleLinksTextFieldTest, TurningLinksOnAgainBringsBackTheAreaAndTheHan
 
 TEST_F(MultipleLinksTextFieldTest, NewStringsOnlyAddHandsUntilTheWindowResetsThem) {
   window->resetCursorRects();
+  EXPECT_FALSE(showsHandAt(20));
+  field->setStringValues(Strings{"abcdefgh"});
+  EXPECT_TRUE(showsHandAt(20)) << "at once";
   field->setStringValues(Strings{"a"});
   EXPECT_TRUE(showsHandAt(50));
   window->invalidateCursorRectsForView(*field);
