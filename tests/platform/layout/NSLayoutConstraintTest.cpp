@@ -110,7 +110,9 @@ TEST_F(NSLayoutConstraintTest, CentersAndMultipliers) {
   equal(view, centerY, content, 10);
   constrain(view, width, NSLayoutRelationEqual, content, width, 0, 1000, 0.5);
   constrain(view, height, NSLayoutRelationEqual, view, width, -60);
+  constrain(other, left, NSLayoutRelationEqual, content, centerX, 7);
   EXPECT_EQ(laidOut(view), (CGRect{50, 45, 100, 40}));
+  EXPECT_EQ(other->frame().origin.x, 107);
 }
 
 TEST_F(NSLayoutConstraintTest, ViewsOfDifferentSuperviewsAreComparedInTheNearestOneAboveBoth) {
@@ -138,6 +140,35 @@ TEST_F(NSLayoutConstraintTest, LeadingAndTrailingFollowTheDirectionOfTheText) {
   EXPECT_EQ(laidOut(view), (CGRect{150, 140, 40, 10}));
 }
 
+TEST_F(NSLayoutConstraintTest, ACenterFollowsTheDirectionOfTheTextWithAnEdgeThatDoes) {
+  constrain(view, centerX, NSLayoutRelationEqual, content, leading, 20);
+  size(view, width, 10);
+  EXPECT_EQ(laidOut(view).origin.x, 15);
+  view->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirectionRightToLeft);
+  EXPECT_EQ(laidOut(view).origin.x, 175);
+}
+
+TEST_F(NSLayoutConstraintTest, FromRightToLeftMultipliersCountFromTheRight) {
+  for (const auto& each : {view, other}) {
+    each->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirectionRightToLeft);
+    size(each, width, 10);
+  }
+  equal(other, leading, content, 40);
+  constrain(view, leading, NSLayoutRelationEqual, other, leading, 0, 1000, 0.5);
+  EXPECT_EQ(laidOut(view).origin.x, 200 - 20 - 10);
+}
+
+TEST_F(NSLayoutConstraintTest, AViewFromTheTopStaysThereWhenItsSuperviewBecomesHigher) {
+  placeAt(view, 0, 0);
+  const auto high = size(view, height, 50);
+  const auto inner = addView(view);
+  placeAt(inner, 0, 5);
+  size(inner, height, 10);
+  EXPECT_EQ(laidOut(inner).origin.y, 35);
+  high->setConstant(80);
+  EXPECT_EQ(laidOut(inner).origin.y, 65);
+}
+
 TEST_F(NSLayoutConstraintTest, TextsOfDifferentSizesAreOnOneBaseline) {
   const auto small = NSTextField::labelWithString("small"), large = NSTextField::labelWithString("large");
   large->setFont(NSFont::systemFontOfSize(26));
@@ -163,9 +194,12 @@ TEST_F(NSLayoutConstraintTest, ABaselineMovesWithTheFont) {
   content->addSubview(label);
   equal(label, left, content, 0);
   constrain(label, NSLayoutAttributeFirstBaseline, NSLayoutRelationEqual, content, top, 40);
+  constrain(view, top, NSLayoutRelationEqual, label, NSLayoutAttributeLastBaseline, 0);
   const CGFloat before = CGRectGetMaxY(laidOut(label));
+  EXPECT_NEAR(view->frame().origin.y, 110, 1);
   label->setFont(NSFont::systemFontOfSize(30));
   EXPECT_GT(CGRectGetMaxY(laidOut(label)), before + 10);
+  EXPECT_NEAR(view->frame().origin.y, 110, 1);
 }
 
 TEST_F(NSLayoutConstraintTest, HuggingAndResistanceAreWishesAgainstEachOther) {
@@ -187,6 +221,21 @@ TEST_F(NSLayoutConstraintTest, HuggingAndResistanceAreWishesAgainstEachOther) {
   other->invalidateIntrinsicContentSize();
   EXPECT_EQ(laidOut(view).size.width, 150);
   EXPECT_EQ(other->frame().size.width, 50);
+}
+
+TEST_F(NSLayoutConstraintTest, AResistanceThatIsRaisedDecidesAgain) {
+  for (const auto& one : {view, other}) {
+    one->intrinsic = {150, 10};
+    equal(one, top, content, 0);
+  }
+  equal(view, left, content, 0);
+  constrain(other, left, NSLayoutRelationEqual, view, right, 0);
+  equal(other, right, content, 0);
+  window->layoutIfNeeded();
+  other->setContentCompressionResistancePriority(751, NSLayoutConstraintOrientationHorizontal);
+  EXPECT_EQ(laidOut(view).size.width, 50);
+  view->setContentCompressionResistancePriority(752, NSLayoutConstraintOrientationHorizontal);
+  EXPECT_EQ(laidOut(view).size.width, 150);
 }
 
 // Where several places do, one of them is taken, and the same one for as long as nothing else is said.
@@ -243,6 +292,67 @@ TEST_F(NSLayoutConstraintTest, MasksCountAsConstraints) {
   window->setFrame({100, 100, 300, 250}, false);
   EXPECT_EQ(laidOut(wide), (CGRect{10, 100, 200, 50}));
   EXPECT_EQ(view->frame(), (CGRect{0, 90, 200, 10}));
+}
+
+// A view of 100 points that a constraint can make wider, and a frame in it.
+struct NSLayoutConstraintMaskTest : NSLayoutConstraintTest {
+  NSLayoutConstraintMaskTest() {
+    placeAt(view, 0, 0);
+    size(view, height, 100);
+    window->layoutIfNeeded();
+    equal(other, top, content, 0);
+  }
+  void widen() {
+    wide->setConstant(150);
+    window->layoutIfNeeded();
+  }
+  Ref<NSView> addFrame(CGRect frame, std::uint32_t mask) {
+    const auto framed = make<NSView>(frame);
+    framed->setAutoresizingMask(mask);
+    view->addSubview(framed);
+    constrain(other, left, NSLayoutRelationEqual, framed, right, 0);
+    window->layoutIfNeeded();
+    return framed;
+  }
+  Ref<NSLayoutConstraint> wide = size(view, width, 100);
+};
+
+TEST_F(NSLayoutConstraintMaskTest, ConstraintsKnowHowAFrameFollows) {
+  const struct {
+    CGRect frame;
+    std::uint32_t mask;
+    CGRect expected;
+  } cases[] = {{{10, 10, 20, 20}, NSViewNotSizable, {10, 10, 20, 20}},
+               {{10, 10, 20, 20}, NSViewWidthSizable, {10, 10, 70, 20}},
+               {{10, 10, 20, 20}, NSViewMinXMargin, {60, 10, 20, 20}},
+               {{10, 10, 20, 20}, NSViewMaxXMargin, {10, 10, 20, 20}},
+               {{10, 10, 40, 20}, NSViewMinXMargin | NSViewWidthSizable, {20, 10, 80, 20}},
+               {{0, 0, 0, 0}, NSViewMinXMargin | NSViewWidthSizable, {25, 0, 25, 0}}};
+  for (const auto& each : cases) {
+    const auto framed = addFrame(each.frame, each.mask);
+    widen();
+    EXPECT_EQ(framed->frame(), each.expected);
+    EXPECT_EQ(other->frame().origin.x, CGRectGetMaxX(each.expected));
+    framed->removeFromSuperview();
+    wide->setConstant(100);
+    window->layoutIfNeeded();
+  }
+}
+
+TEST_F(NSLayoutConstraintMaskTest, WhatIsNotPassedOnIsNotFollowed) {
+  view->setAutoresizesSubviews(false);
+  const auto framed = addFrame({10, 10, 20, 20}, NSViewWidthSizable);
+  widen();
+  EXPECT_EQ(framed->frame(), (CGRect{10, 10, 20, 20}));
+  EXPECT_EQ(other->frame().origin.x, 30);
+}
+
+TEST_F(NSLayoutConstraintMaskTest, AFrameInAFlippedViewIsMeasuredFromTheTop) {
+  view->flipped = true;
+  const auto framed = addFrame({10, 5, 20, 30}, NSViewNotSizable);
+  const auto below = addView(view);
+  constrain(below, top, NSLayoutRelationEqual, framed, bottom, 2);
+  EXPECT_EQ(laidOut(below).origin.y, 37);
 }
 
 TEST_F(NSLayoutConstraintTest, ViewsWithoutConstraintsKeepTheirFrames) {
@@ -311,9 +421,13 @@ TEST_F(NSLayoutConstraintTest, EdgesLieOnWholePixels) {
 TEST_F(NSLayoutConstraintTest, WhereDevicePixelsAreHalfAPointEdgesLieOnThoseAsSoonAsTheWindowHasThem) {
   placeAt(view, 10.3, 0.2);
   view->intrinsic = {20.4, 10.7};
+  placeAt(other, 10.3, 0);
+  size(other, width, 20.4);
   EXPECT_EQ(laidOut(view), (CGRect{10, 139, 21, 11}));
+  EXPECT_EQ(other->frame(), (CGRect{10, 150, 21, 0}));
   desktop.setScale(2);
   EXPECT_EQ(laidOut(view), (CGRect{10.5, 139, 20.5, 11}));
+  EXPECT_EQ(other->frame(), (CGRect{10.5, 150, 20, 0}));
 }
 
 TEST_F(NSLayoutConstraintTest, ALengthNeverBecomesNegative) {
@@ -454,6 +568,23 @@ TEST_F(NSLayoutConstraintTest, ActivatingAddsItToTheNearestViewAboveBothItems) {
   EXPECT_FALSE(within->isActive());
 }
 
+TEST_F(NSLayoutConstraintTest, AddingOneThatAnotherViewHasMovesIt) {
+  const auto wide = size(view, width, 10);
+  EXPECT_THAT(view->constraints(), ElementsAre(wide));
+  content->addConstraint(wide);
+  EXPECT_THAT(view->constraints(), IsEmpty());
+  EXPECT_THAT(content->constraints(), ElementsAre(wide));
+  EXPECT_EQ(laidOut(view).size.width, 10);
+  view->removeConstraint(wide);
+  EXPECT_TRUE(wide->isActive()) << "it is not here any more";
+}
+
+TEST_F(NSLayoutConstraintTest, ADescriptionSaysWhatTheConstraintSays) {
+  EXPECT_EQ(equal(view, right, content, -20)->description(), "NSView \"one\".right = NSView.right - 20");
+  EXPECT_EQ(constrain(view, width, NSLayoutRelationGreaterThanOrEqual, other, height, 3, 1000, 0.5)->description(),
+            "NSView \"one\".width >= 0.5 * NSView \"two\".height + 3");
+}
+
 TEST_F(NSLayoutConstraintTest, AViewKeepsItsConstraintsAlive) {
   WeakRef<NSLayoutConstraint> weak = size(view, width, 10);
   EXPECT_FALSE(weak.expired());
@@ -535,6 +666,16 @@ TEST_F(NSLayoutConstraintTest, AViewIsUpdatedOnceAndAfterItsSubviews) {
   EXPECT_THAT(updated, ElementsAre("inner", "view"));
 }
 
+TEST_F(NSLayoutConstraintTest, AViewThatWaitsForItsUpdateGetsItInTheWindowThatItComesTo) {
+  const auto root = make<ContentView>(CGRect{0, 0, 50, 50});
+  int updates = 0;
+  root->onUpdate = [&] { ++updates; };
+  root->setNeedsUpdateConstraints(true);
+  content->addSubview(root);
+  window->layoutIfNeeded();
+  EXPECT_EQ(updates, 1);
+}
+
 TEST_F(NSLayoutConstraintTest, AFrameThatIsSetLastsUntilTheNextPass) {
   placeAt(view, 0, 0);
   size(view, width, 10);
@@ -559,6 +700,14 @@ TEST_F(NSLayoutConstraintTest, TheFittingSizeIsTheLeastThatTheConstraintsAllow) 
   EXPECT_EQ(view->fittingSize(), (CGSize{40, 60}));
 }
 
+TEST_F(NSLayoutConstraintTest, TheFittingSizeIsFreeAlongTheAxesThatConstraintsWithinTie) {
+  const auto framed = make<NSView>(CGRect{0, 0, 70, 40});
+  const auto inner = addView(framed);
+  constrain(inner, height, NSLayoutRelationEqual, framed, width, 0);
+  size(inner, height, 30);
+  EXPECT_EQ(framed->fittingSize(), (CGSize{30, 40}));
+}
+
 TEST_F(NSLayoutConstraintTest, AViewWhoseOwnConstraintsLimitItFitsWithinThem) {
   const auto framed = make<NSView>(CGRect{0, 0, 40, 70});
   constrain(framed, height, NSLayoutRelationLessThanOrEqual, nullptr, NSLayoutAttributeNotAnAttribute, 24);
@@ -577,6 +726,10 @@ TEST_F(NSLayoutConstraintTest, AttributesThatDoNotGoTogetherStopTheProgram) {
   EXPECT_DEATH(make(left, NSLayoutAttributeNotAnAttribute), "needs an attribute of a second item");
   EXPECT_DEATH(make(width, width, 0), "multiplier");
   EXPECT_DEATH(make(width, width, 1, NAN), "constant");
+  const auto wide = size(view, width, 10);
+  EXPECT_DEATH(wide->setConstant(INFINITY), "constant must be finite");
+  for (const double priority : {0.0, -1.0, 1000.5, double(NAN)})
+    EXPECT_DEATH(wide->setPriority(priority), "priority must be above 0");
 }
 
 TEST_F(NSLayoutConstraintTest, ItemsWithoutAViewAboveBothStopTheProgram) {
