@@ -55,9 +55,21 @@ std::string lineOf(const AccessibleChange& change) {
 
 // What is known.
 
+namespace {
+
+AccessibilityElements selectionIn(const Ref<NSObject>& element) {
+  const NSAccessibility* asked = accessibilityOf(element);
+  return asked ? attributeOf<AccessibilityElements>(*asked, NSAccessibilitySelectedChildrenAttribute)
+                     .value_or(AccessibilityElements())
+               : AccessibilityElements();
+}
+
+}  // namespace
+
 AccessibleMemory::AccessibleMemory(const Ref<NSObject>& element)
     : name_(accessibleNameOf(element)), states_(accessibleStatesOf(element)), quantity_(accessibleQuantityOf(element)) {
   if (isAccessibleTextInput(element)) text_ = accessibleTextOf(element);
+  for (const Ref<NSObject>& one : selectionIn(element)) selection_.push_back(one);
 }
 
 AccessibleMemory* AccessibleMemory::of(const NSAccessibility& element) {
@@ -106,9 +118,7 @@ std::vector<AccessibleChange> AccessibleMemory::selectionChangesOf(const Ref<NSO
     const bool isOn = accessibleStatesOf(one).contains(AccessibleState::Selected);
     changes.push_back({.kind = Kind::State, .element = one, .state = AccessibleState::Selected, .isOn = isOn});
   };
-  const auto selection =
-      attributeOf<AccessibilityElements>(*accessibilityOf(element), NSAccessibilitySelectedChildrenAttribute)
-          .value_or(AccessibilityElements());
+  const AccessibilityElements selection = selectionIn(element);
   const std::vector<WeakRef<NSObject>> earlier =
       std::exchange(selection_, std::vector<WeakRef<NSObject>>(selection.begin(), selection.end()));
   const auto wasSelected = [&](const Ref<NSObject>& one) {
@@ -144,6 +154,8 @@ void AccessibleChanges::notified(const NSNotification& notification) {
   if (name == NSAccessibilityFocusedUIElementChangedNotification) return focusMayHaveChanged();
   if (name == NSAccessibilityCreatedNotification) {
     report({{.kind = Kind::Created, .element = element}});
+    // Who meets it by this gets the selection as well.
+    if (AccessibleMemory* memory = AccessibleMemory::of(*asked)) memory->forgetSelection();
     return selectionMayHaveChanged(element);
   }
   AccessibleMemory* memory = AccessibleMemory::of(*asked);

@@ -187,6 +187,18 @@ TEST_F(AccessibleChangesTest, SelectedAndDeselectedRowsAreReportedLater) {
   EXPECT_EQ(heard(), Lines{}) << "it was taken away";
 }
 
+TEST_F(AccessibleChangesTest, WhatWasSelectedWhenAClientMetTheListIsReportedWhenItIsNoLonger) {
+  const auto first = addRow("a"), second = addRow("b");
+  for (const auto& row : {first, second}) {
+    row->cell()->accessibilitySetOverrideValue(std::string(NSAccessibilityRowRole), NSAccessibilityRoleAttribute);
+    row->cell()->accessibilitySetOverrideValue(row->stringValue(), NSAccessibilityDescriptionAttribute);
+  }
+  list->selected = {first->cell()};
+  meet(list);
+  list->select({second->cell()});
+  EXPECT_EQ(heard(), (Lines{"row \"a\": not selected", "row \"b\": selected"}));
+}
+
 TEST_F(AccessibleChangesTest, WindowsThatComeAndGoAreReported) {
   window->orderOut(nullptr);
   EXPECT_EQ(heard(), Lines{"window \"Player\": destroyed"});
