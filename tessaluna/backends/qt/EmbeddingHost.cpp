@@ -1,10 +1,10 @@
 #include "tessaluna/backends/qt/EmbeddingHost.h"
 
-#include <QAbstractScrollArea>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPointer>
 #include <QScreen>
+#include <QScrollArea>
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
@@ -19,6 +19,8 @@
 #include "tessaluna/backends/qt/inputEvents.h"
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -319,6 +321,21 @@ void EmbeddingHost::focusLeft(QtViewWidget& widget, Qt::FocusReason reason) {
   window_->makeFirstResponder(nullptr);
 }
 
+QRect EmbeddingHost::placeOfKeyboard(const QtViewWidget& widget) const {
+  const NSView& whole = *widget.view();
+  const auto* view = dynamic_cast<const NSView*>(window_->firstResponder());
+  if (!view || !view->isDescendantOf(&whole)) return {};
+  CGRect place = view->focusRingMaskBounds();
+  if (NSIsEmptyRect(place)) place = view->bounds();
+  for (; view != &whole; view = view->superview()) {
+    place = view->convertRectToView(place, view->superview());
+    if (dynamic_cast<const NSClipView*>(view->superview())) place = NSIntersectionRect(place, view->superview()->bounds());
+  }
+  const CGRect all = whole.bounds();
+  const CGFloat top = whole.isFlipped() ? place.origin.y - all.origin.y : CGRectGetMaxY(all) - CGRectGetMaxY(place);
+  return QRectF(place.origin.x - all.origin.x, top, place.size.width, place.size.height).toAlignedRect();
+}
+
 bool EmbeddingHost::moveFocus(FocusStep step) {
   QPointer<QtViewWidget> widget = widgetOf(window_->firstResponder());
   for (const Embedded& embedded : embedded_)
@@ -327,7 +344,12 @@ bool EmbeddingHost::moveFocus(FocusStep step) {
   const QPointer<EmbeddingHost> held = this;
   const Ref<NSWindow> window = window_;
   const Ref<NSView> view = widget->view();
-  if (window->selectKeyViewWithin(*view, step)) return true;
+  if (window->selectKeyViewWithin(*view, step)) {
+    // Qt brings only the widgets that its own focus comes to into sight.
+    for (QWidget* above = held && widget ? widget->parentWidget() : nullptr; above; above = above->parentWidget())
+      if (auto* area = qobject_cast<QScrollArea*>(above)) area->ensureWidgetVisible(widget);
+    return true;
+  }
   // Editing ends before Qt's focus moves: the one who is asked may refuse, or delete the widgets that Qt is about to look at.
   if (!window->makeFirstResponder(nullptr) || !held || !widget || widget->passFocusOn(step)) return true;
   // Nobody else takes the focus: round again.

@@ -41,6 +41,9 @@ class EmbeddingHost : public QObject {
 
   QtViewWidget* widgetOf(const platform::NSView& view) const;  // absent if in none of ours
 
+  // Where in the widget the keyboard is, as far as the scroll views in it show that; empty if it is elsewhere.
+  QRect placeOfKeyboard(const QtViewWidget& widget) const;
+
   // Brings the picture up to date and copies what lies under the widget.
   void paintWidget(QtViewWidget& widget, QPainter& painter);
 

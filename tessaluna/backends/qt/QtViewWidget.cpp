@@ -106,6 +106,12 @@ bool QtViewWidget::event(QEvent* event) {
   return sendInput(*event, receiver) || QWidget::event(event);
 }
 
+// Of a widget with the focus, what Qt's scroll areas bring into sight.
+QVariant QtViewWidget::inputMethodQuery(Qt::InputMethodQuery query) const {
+  const QRect place = host_ && query == Qt::ImCursorRectangle ? host_->placeOfKeyboard(*this) : QRect();
+  return place.isEmpty() ? QWidget::inputMethodQuery(query) : QVariant(place);
+}
+
 void QtViewWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   if (host_) host_->paintWidget(*this, painter);

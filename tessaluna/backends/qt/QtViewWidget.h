@@ -34,6 +34,7 @@ class QtViewWidget : public QWidget {
   // too, until the program sets one: an intrinsic height is kept, a width may grow.
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
+  QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
  protected:
   bool event(QEvent* event) override;

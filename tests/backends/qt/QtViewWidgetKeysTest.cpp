@@ -1,6 +1,7 @@
 // Keys in embedded views, and where the Tab key leads among them and the widgets around.
 #include <QLineEdit>
 #include <QPointer>
+#include <QScrollArea>
 #include <QShortcut>
 
 #include "tessaluna/platform/events/NSEvent.h"
@@ -110,6 +111,34 @@ TEST_F(QtViewWidgetKeys, TabGoesThroughSeveralViewsAndForeignWidgetsBothWays) {
     backward.insert(backward.begin(), place());
   }
   EXPECT_EQ(backward, chain);
+}
+
+TEST_F(QtViewWidgetKeys, WhereTheTabKeyGoesComesIntoSightInAScrollArea) {
+  const auto box = make<NSView>(CGRect{0, 0, 60, 2000});
+  const auto upper = make<Witness>(CGRect{0, 1960, 60, 40}), lower = make<Witness>(CGRect{0, 0, 60, 40});
+  upper->takesKeys = lower->takesKeys = false;
+  box->addSubview(upper);
+  box->addSubview(lower);
+  auto* area = new QScrollArea;
+  area->setFocusPolicy(Qt::NoFocus);
+  auto* widget = new QtViewWidget(box);
+  widget->setFixedSize(60, 2000);
+  area->setWidget(widget);
+  auto* before = new QLineEdit;
+  top.layout()->addWidget(before);
+  top.layout()->addWidget(area);
+  top.resize(300, 300);
+  show();
+  before->setFocus();
+  const auto isInSight = [&](const Ref<NSView>& view) { return view->visibleRect() == view->bounds(); };
+  QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
+  EXPECT_EQ(box->window()->firstResponder(), upper.get());
+  EXPECT_TRUE(isInSight(upper));
+  QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
+  EXPECT_EQ(box->window()->firstResponder(), lower.get());
+  EXPECT_TRUE(isInSight(lower));
+  QTest::keyClick(top.windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_TRUE(isInSight(upper));
 }
 
 TEST_F(QtViewWidgetKeys, TabAmongViewsThatTakeNoKeysComesToAnEnd) {
