@@ -29,7 +29,8 @@ struct TrackCommand {
   bool isChecked = false, isEnabled = true;
 };
 
-// What the program does; an absent one does nothing. Without `more` rows have no menu and no control for it.
+// What the program does; an absent one does nothing, but that without `pause` a row that plays is played again. Without `more`
+// rows have no menu and no control for it.
 struct TrackActions {
   std::function<void(std::size_t row)> play = {}, pause = {}, favorite = {};
   std::function<std::vector<TrackCommand>(std::size_t row)> more = {};

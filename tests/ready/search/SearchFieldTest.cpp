@@ -127,6 +127,10 @@ TEST_F(SearchFieldTest, EachSectionHasAHeadingAboveItsFirstRow) {
   }
   answerCounted(3);
   EXPECT_EQ(laidOut().size(), 3u) << "rows without a section have no heading";
+  user.type("y");
+  asked.back().answer(
+      {{.title = "One", .section = "A"}, {.title = "Two", .section = "A"}, {.title = "Three", .section = "B"}});
+  EXPECT_EQ(laidOut().size(), 5u) << "one heading for each section";
 }
 
 TEST_F(SearchFieldTest, ShowsAtMostTenRowsAtTheStart) {
@@ -212,6 +216,18 @@ TEST_F(SearchFieldTest, AnAnswerAfterTheUserHasClosedOpensNothing) {
   EXPECT_FALSE(popUp().isOpen());
 }
 
+TEST_F(SearchFieldTest, WhatTheUserHasClosedIsNoLongerAsked) {
+  answersLater = true;
+  user.type("a");
+  user.pressKey(escape);
+  EXPECT_FALSE(asked.back().isCurrent());
+  search->setDelay(0.2);
+  user.type("m");
+  user.pressKey(escape);
+  desktop.advance(1);
+  EXPECT_EQ(asked.size(), 1u);
+}
+
 TEST_F(SearchFieldTest, AnAnswerWhenAnotherWindowHasTheKeysOpensNothing) {
   answersLater = true;
   user.type("a");
@@ -230,6 +246,16 @@ TEST_F(SearchFieldTest, ASelectedRowStaysSelectedWhereTheNewRowsHaveIt) {
   asked.back().answer(matches("amber s"));
   EXPECT_EQ(selected(), "Amber Signal");
   EXPECT_EQ(text(), "Amber Signal");
+}
+
+TEST_F(SearchFieldTest, ARowOfTheSameTitleIsAnotherOne) {
+  answersLater = true;
+  user.type("x");
+  asked.back().answer({{.title = "Live", .id = 1}, {.title = "Live", .id = 2}});
+  user.pressKey(NSDownArrowFunctionKey);
+  user.type("y");
+  asked.back().answer({{.title = "Live", .id = 2}});
+  EXPECT_EQ(selected(), "none");
 }
 
 TEST_F(SearchFieldTest, WithoutItsRowTheTitleGivesWayToWhatWasTyped) {
@@ -395,6 +421,14 @@ TEST_F(SearchFieldTest, TheMouseTakesTheTitleOutOfTheFieldAgain) {
   EXPECT_EQ(text(), "amb");
   user.pressKey(NSUpArrowFunctionKey);
   EXPECT_EQ(text(), "Amber Signal") << "keys go on from where the mouse is";
+}
+
+TEST_F(SearchFieldTest, WhatTheMouseOnlyPointedAtIsNotSelectedInTheNextAnswer) {
+  user.type("amb");
+  user.moveTo(popUpWindow(), row(0));
+  EXPECT_EQ(selected(), "Amber Quartet");
+  user.type("e");
+  EXPECT_EQ(selected(), "none");
 }
 
 TEST_F(SearchFieldTest, AClickOnARowPicksIt) {
@@ -585,6 +619,17 @@ TEST_F(SearchFieldTest, AssistiveClientsReadTheNotes) {
   EXPECT_THAT(list(), testing::EndsWith("    static text \"Searching…\" [read-only]\n"));
   asked.back().answer({});
   EXPECT_THAT(list(), testing::EndsWith("    static text \"Nothing found\" [read-only]\n")) << "and no row to select";
+}
+
+TEST_F(SearchFieldTest, SaysEverythingInTheUsersLanguage) {
+  search->setTexts({.name = "Suche", .placeholder = "Suchen", .clear = "Leeren", .list = "Treffer", .empty = "Nichts"});
+  EXPECT_EQ(dynamic_cast<NSTextFieldCell&>(*search->field()->cell()).placeholderString(), "Suchen");
+  user.type("a");
+  std::string lines;
+  for (const std::string& line : accessibleTreeLines(search)) lines += line + "\n";
+  for (const char* name : {"\"Suche\"", "\"Leeren\"", "\"Treffer\""}) EXPECT_THAT(lines + list(), testing::HasSubstr(name));
+  user.type("zz");
+  EXPECT_THAT(list(), testing::HasSubstr("Nichts"));
 }
 
 TEST_F(SearchFieldTest, ATextThatAnAssistiveClientWritesAsksAsTypingDoes) {

@@ -16,6 +16,7 @@
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/ready/sidebar/SideBarRow.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
@@ -422,6 +423,12 @@ TEST_F(SideBarTest, LettersGoToTheTitleThatBeginsWithThem) {
   EXPECT_EQ(focused(), "Playlists");
 }
 
+TEST_F(SideBarTest, ALetterThatBeginsNoTitleIsForgotten) {
+  giveKeyboardTo("Library");
+  user.type("xs");
+  EXPECT_EQ(focused(), "Songs");
+}
+
 TEST_F(SideBarTest, ShortcutsAreTheProgramsOwn) {
   giveKeyboardTo("Library");
   user.pressKey(NSDownArrowFunctionKey, NSEventModifierFlagCommand);
@@ -457,6 +464,16 @@ TEST_F(SideBarTest, TabGoesToTheSelectedItemFirst) {
   bar->setSelected("list-2");
   press("\t");
   EXPECT_EQ(focused(), "Autumn");
+}
+
+TEST_F(SideBarTest, WhatTheProgramSelectsLeavesTheKeyboardWhereItIs) {
+  giveKeyboardTo("Songs");
+  bar->setSelected("Artists");
+  EXPECT_TRUE(view("Songs")->canBecomeKeyView());
+  EXPECT_FALSE(view("Artists")->canBecomeKeyView());
+  window->makeFirstResponder(nullptr);
+  bar->setSelected("Albums");
+  EXPECT_TRUE(view("Albums, 12")->canBecomeKeyView());
 }
 
 TEST_F(SideBarTest, WhereTabWouldStopIsFoldedAwayAndItStopsAtWhatShows) {
@@ -630,6 +647,9 @@ TEST_F(SideBarTest, AViewOfTheProgramIsInItsSectionAsHighAsItsContent) {
   const CGFloat before = topOf("Playlists");
   EXPECT_GT(before, 4 * row);
   EXPECT_THAT(lines(), Contains(HasSubstr("one line")));
+  const CGRect place = text->convertRectToView(text->bounds(), nullptr);
+  EXPECT_EQ(place.origin.x, sideBarTextLeft(0));
+  EXPECT_EQ(CGRectGetMaxX(place), width - 10);
   text->setStringValue("one line\nanother\nand one more");
   desktop.settle();
   EXPECT_GT(topOf("Playlists"), before + 2);
@@ -726,6 +746,34 @@ TEST_F(SideBarTest, AClientIsNotifiedOfACountThatChanges) {
   places->didChange();
   desktop.advance(1);
   EXPECT_THAT(changes, ElementsAre(HasSubstr("Albums, 13")));
+}
+
+TEST_F(SideBarTest, AClientIsNotifiedOfATitleThatChanges) {
+  places->now[0].id = "library";
+  places->didChange();
+  desktop.settle();
+  std::vector<std::string> changes;
+  const AccessibleChanges reports({.isListening = [] { return true; },
+                                   .changed = [&](const AccessibleChange& change) { changes.push_back(lineOf(change)); }});
+  meetAll(bar);
+  places->now[0].title = "Music";
+  places->didChange();
+  desktop.advance(1);
+  EXPECT_THAT(changes, Contains(HasSubstr("disclosure triangle \"Music\"")));
+}
+
+TEST_F(SideBarTest, AListRunsDownwardAndTheButtonsOfHeadingsAreLeftToTheMouse) {
+  std::vector<std::string> found;
+  const std::function<void(const Ref<NSView>&)> look = [&](const Ref<NSView>& one) {
+    if (dynamic_cast<const NSButton*>(one.get())) found.push_back(one->acceptsFirstResponder() ? "stop" : "button");
+    if (accessibleRoleOf(one) == NSAccessibilityListRole)
+      found.push_back(
+          *accessibilityOf(one)->accessibilityAttributeValue(NSAccessibilityOrientationAttribute).as<std::string>());
+    for (const Ref<NSView>& view : one->subviews()) look(view);
+  };
+  look(bar);
+  const std::string down(NSAccessibilityVerticalOrientationValue);
+  EXPECT_THAT(std::set<std::string>(found.begin(), found.end()), ElementsAre(down, "button"));
 }
 
 // What it looks like.

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -75,6 +76,7 @@ TEST_F(TaskBarTest, TheCrossStopsTheOldestTaskOnce) {
   ShownTask scan = bar->begin({.title = "Scan", .abort = [this] { ++aborts; }});
   EXPECT_EQ(cross()->toolTip(), "Stop Scan");
   clickCross();
+  EXPECT_FALSE(cross()->isEnabled());
   clickCross();
   EXPECT_EQ(aborts, 1);
   EXPECT_FALSE(bar->isHidden()) << "until the task has ended";
@@ -86,6 +88,7 @@ TEST_F(TaskBarTest, ATaskThatEndsWhenItIsStoppedMakesRoomForTheNext) {
   const ShownTask copy = bar->begin({.title = "Copy", .abort = [this] { ++aborts; }});
   clickCross();
   EXPECT_EQ(title(), "Copy");
+  EXPECT_TRUE(cross()->isEnabled());
   clickCross();
   EXPECT_EQ(aborts, 1);
 }
@@ -93,6 +96,25 @@ TEST_F(TaskBarTest, ATaskThatEndsWhenItIsStoppedMakesRoomForTheNext) {
 TEST_F(TaskBarTest, WithoutAnAbortThereIsNoCross) {
   const ShownTask scan = bar->begin({.title = "Scan"});
   EXPECT_TRUE(cross()->isHidden());
+}
+
+TEST_F(TaskBarTest, TheCrossSaysWhatItDoesInTheUsersLanguage) {
+  const ShownTask scan = bar->begin({.title = "Scan", .abort = [] {}});
+  EXPECT_THAT(elements(), HasSubstr("\"Stop Scan\""));
+  bar->setAbortText("Beenden:");
+  EXPECT_EQ(cross()->toolTip(), "Beenden: Scan");
+  EXPECT_THAT(elements(), HasSubstr("\"Beenden: Scan\""));
+}
+
+TEST_F(TaskBarTest, NothingOverlapsAtAnyWidth) {
+  for (CGFloat width = 0; width < 400; width += 20) {
+    bar->setFrame({0, 0, width, 20});
+    const CGRect monitor = bar->subviews()[0]->frame(), text = bar->subviews()[1]->frame(), end = cross()->frame();
+    EXPECT_LE(CGRectGetMaxX(monitor), text.origin.x) << width;
+    EXPECT_GE(text.size.width, 0) << width;
+    EXPECT_LE(CGRectGetMaxX(text), std::max(end.origin.x, text.origin.x)) << width;
+    EXPECT_GE(end.origin.x, CGRectGetMaxX(monitor)) << width;
+  }
 }
 
 TEST_F(TaskBarTest, TasksOfOneNameAreTwo) {
@@ -129,6 +151,9 @@ TEST_F(TaskBarTest, ATaskThatIsMovedIsOne) {
   ShownTask other = std::move(scan);
   EXPECT_FALSE(scan.isShown());
   EXPECT_EQ(bar->taskCount(), 1u);
+  ShownTask& same = other;
+  other = std::move(same);
+  EXPECT_TRUE(other.isShown());
   other = bar->begin({.title = "Copy"});
   EXPECT_EQ(bar->taskCount(), 1u);
   EXPECT_EQ(title(), "Copy");

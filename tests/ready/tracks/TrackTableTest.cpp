@@ -70,6 +70,12 @@ class Songs : public TrackModel {
     songs.erase(from, from + static_cast<std::ptrdiff_t>(count));
     didRemoveRows(first, count);
   }
+  void move(std::size_t from, std::size_t to) {
+    const Song song = songs[from];
+    songs.erase(songs.begin() + static_cast<std::ptrdiff_t>(from));
+    songs.insert(songs.begin() + static_cast<std::ptrdiff_t>(to), song);
+    didMoveRow(from, to);
+  }
   void setPlayback(std::size_t row, Playback playback) {
     songs[row].row.playback = playback;
     didChangeRows(row);
@@ -207,6 +213,15 @@ TEST_F(TrackTableTest, ARowShowsTitleArtistsAndLength) {
 TEST_F(TrackTableTest, RowsThatComeIntoSightShowTheirOwnTracks) {
   scrollTo(52 * 40);
   EXPECT_THAT(titles(), ElementsAre("A song 40", "B song 41", "C song 42", "D song 43", "E song 44"));
+}
+
+TEST_F(TrackTableTest, WithoutItsHeaderAnotherRowShows) {
+  table->setShowsHeader(false);
+  desktop.settle();
+  EXPECT_EQ(titles().size(), 6u);
+  table->setShowsHeader(true);
+  desktop.settle();
+  EXPECT_EQ(titles().size(), 5u);
 }
 
 TEST_F(TrackTableTest, ACoverIsShownAndAPlaceholderWithoutOne) {
@@ -385,6 +400,16 @@ TEST_F(TrackTableTest, ATableThatItsOwnActionEndsIsGone) {
   lone->remove(0);  // observed by nobody
 }
 
+TEST_F(TrackTableTest, AControlThatOutlivesItsTableDoesNothing) {
+  const auto play = refTo<TrackRowPlayButton>(part<TrackRowPlayButton>(0));
+  const auto favorite = refTo<TrackRowFavoriteButton>(part<TrackRowFavoriteButton>(0));
+  std::exchange(table, nullptr)->removeFromSuperview();
+  desktop.settle();
+  play->target()->trackRowPlayButtonClicked(*play);
+  favorite->target()->trackRowFavoriteButtonClicked(*favorite);
+  EXPECT_THAT(calls, IsEmpty());
+}
+
 TEST_F(TrackTableTest, APressEndsWhereItsRowIsRemoved) {
   const CGPoint play = middleOf(part<TrackRowPlayButton>(1));
   user.moveTo(*window, play);
@@ -442,6 +467,21 @@ TEST_F(TrackTableTest, MoreOpensTheProgramsCommands) {
   EXPECT_THAT(takeCalls(), ElementsAre("more 1", "next 1"));
 }
 
+TEST_F(TrackTableTest, ACommandMayBeCheckedOrDisabled) {
+  const auto other = make<TrackTable>(
+      songs, TrackActions{.more = [](std::size_t) {
+        return std::vector<TrackCommand>{{.title = "Queued", .isChecked = true}, {.title = "Share", .isEnabled = false}};
+      }});
+  other->setFrame({0, 0, width, height});
+  window->contentView()->addSubview(other);
+  ASSERT_TRUE(other->tableViewShowMenuForRow(*other->table(), 0, {0, 0}));
+  const auto& entries = desktop.openMenu()->entries;
+  EXPECT_EQ(entries[0].mark, backend::MenuMark::Check);
+  EXPECT_TRUE(entries[0].isEnabled);
+  EXPECT_EQ(entries[1].mark, backend::MenuMark::None);
+  EXPECT_FALSE(entries[1].isEnabled);
+}
+
 TEST_F(TrackTableTest, TheMenuKeysAndARightClickOpenIt) {
   select(1);
   for (const auto& [key, modifiers] :
@@ -464,6 +504,30 @@ TEST_F(TrackTableTest, ACommandIsForTheTrackWhereverItHasGoneMeanwhile) {
   desktop.chooseFromMenu(0);
   desktop.settle();
   EXPECT_THAT(takeCalls(), ElementsAre("more 2", "next 3"));
+}
+
+TEST_F(TrackTableTest, ACommandFollowsItsTrackWhereRowsAreMoved) {
+  struct Move {
+    std::size_t from, to, menu;
+  };
+  for (const Move& move :
+       {Move{2, 4, 4}, Move{1, 3, 1}, Move{1, 2, 1}, Move{3, 1, 3}, Move{3, 2, 3}, Move{0, 1, 2}, Move{3, 4, 2}}) {
+    ASSERT_TRUE(table->tableViewShowMenuForRow(inner(), 2, {0, 0}));
+    songs->move(move.from, move.to);
+    calls.clear();
+    desktop.chooseFromMenu(0);
+    desktop.settle();
+    EXPECT_THAT(takeCalls(), ElementsAre("next " + std::to_string(move.menu))) << move.from << " to " << move.to;
+  }
+}
+
+TEST_F(TrackTableTest, ACommandFollowsItsTrackWhereRowsAboveItGo) {
+  ASSERT_TRUE(table->tableViewShowMenuForRow(inner(), 4, {0, 0}));
+  songs->remove(0, 2);
+  calls.clear();
+  desktop.chooseFromMenu(0);
+  desktop.settle();
+  EXPECT_THAT(takeCalls(), ElementsAre("next 2"));
 }
 
 TEST_F(TrackTableTest, TheMenuOfATrackThatGoesCloses) {
@@ -508,6 +572,22 @@ TEST_F(TrackTableTest, ReturnPlaysALetterFindsATitleAndSpaceIsNotTaken) {
   EXPECT_THAT(takeCalls(), ElementsAre("play 0"));
 }
 
+TEST_F(TrackTableTest, WithoutAnActionToPlayReturnIsTheProgramsOwn) {
+  const auto other = make<TrackTable>(songs, TrackActions{});
+  EXPECT_FALSE(other->tableViewRowWasEntered(*other->table(), 0));
+  EXPECT_FALSE(other->tableViewShowMenuForRow(*other->table(), 0, {0, 0}));
+  for (std::size_t control = 0; control < 4; ++control) other->tableViewPressControl(*other->table(), 0, control);
+  EXPECT_TRUE(table->tableViewRowWasEntered(inner(), 0));
+}
+
+TEST_F(TrackTableTest, WithoutAnActionToPauseWhatPlaysIsPlayedAgain) {
+  const auto other = make<TrackTable>(
+      songs, TrackActions{.play = [this](std::size_t row) { calls.push_back("again " + std::to_string(row)); }});
+  songs->setPlayback(1, Playback::Playing);
+  other->tableViewPressControl(*other->table(), 1, 0);
+  EXPECT_THAT(calls, ElementsAre("again 1"));
+}
+
 TEST_F(TrackTableTest, LeftAndRightReachPlayArtistsFavoriteAndMore) {
   select(1);
   for (int i = 0; i < 5; ++i) {
@@ -547,6 +627,18 @@ TEST_F(TrackTableTest, AHeaderHasTheModelSortAndTheSelectionGoesAlong) {
   ASSERT_EQ(inner().selectedRowIndexes().count(), 1u);
   EXPECT_EQ(songs->songs[*inner().selectedRow()].row.title, "D song 3");
   EXPECT_GT(changes, 0);
+}
+
+TEST_F(TrackTableTest, AHeaderOfAModelThatDoesNotSortDoesNothing) {
+  struct Unsorted : Songs {
+    using Songs::Songs;
+    bool isSortable() const override { return false; }
+  };
+  const auto unsorted = std::make_shared<Unsorted>(3);
+  const auto other = make<TrackTable>(unsorted, TrackActions{});
+  for (std::size_t column = 0; column < other->table()->tableColumns().size(); ++column)
+    EXPECT_FALSE(other->table()->sortByColumn(column));
+  EXPECT_THAT(unsorted->sorts, IsEmpty());
 }
 
 TEST_F(TrackTableTest, WithoutIdentitiesTheSelectionStaysAtItsPlace) {

@@ -10,6 +10,7 @@
 #include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/views/NSSlider.h"
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/recordingOf.h"
 #include "tests/harness/transportParts.h"
 
 namespace tessaluna::ready {
@@ -137,6 +138,21 @@ TEST_F(TransportBarTest, ShuffleAndRepeatShowThePlayersState) {
   };
   EXPECT_TRUE(isOn("Shuffle"));
   EXPECT_FALSE(isOn("Repeat"));
+  bar->showState({.isRepeated = true});
+  EXPECT_FALSE(isOn("Shuffle"));
+  EXPECT_TRUE(isOn("Repeat"));
+}
+
+TEST_F(TransportBarTest, WhatIsLoadedIsCountedInTheSongsFrames) {
+  const auto picture = [&](double framesPerSecond, std::uint64_t frames) {
+    bar->showSong({.title = "Slow orbit", .seconds = 100, .framesPerSecond = framesPerSecond});
+    bar->showState({.first = {.start = 0, .frames = frames}});
+    return harness::recordingOf([&] { bar->slider()->drawRect(bar->slider()->bounds()); });
+  };
+  const harness::Lines half = picture(10, 500);
+  EXPECT_EQ(picture(20, 1000), half);
+  EXPECT_NE(picture(20, 500), half);
+  EXPECT_NE(picture(10, 0), half);
 }
 
 TEST_F(TransportBarTest, NewActionsKeepSongAndState) {
@@ -199,6 +215,10 @@ TEST_F(TransportBarTest, ActionsThatAreReplacedInAnActionHoldFromThenOn) {
 TEST_F(TransportBarTest, EverythingHasANameInTheUsersLanguage) {
   bar->setTexts({.play = "Los", .position = "Stelle", .volume = "Laut"});
   for (const char* name : {"Los", "Stelle", "Laut", "Previous"}) EXPECT_THAT(elements(), HasSubstr(name));
+  bar->showState({.isPlaying = true});
+  EXPECT_TRUE(control("Pause"));
+  bar->setTexts({.play = "Los", .pause = "Halt"});
+  EXPECT_TRUE(control("Halt"));
 }
 
 TEST_F(TransportBarTest, AnyActionMayReplaceTheActions) {
