@@ -177,10 +177,12 @@ void NSPopUpButtonCell::setObjectValue(Ref<NSObject> value) {
   selectItemAtIndex(isThere ? std::optional(static_cast<std::size_t>(index)) : std::nullopt);
 }
 
-// The items that have no action of their own get the cell's, so that the menu finds somebody who takes it and enables them.
+// The items that have no action of their own get the cell's, so that the menu finds somebody who takes it and enables them. Those
+// of a copy, or of a menu that another cell had before, may still have that of the other cell.
 void NSPopUpButtonCell::prepareItems() {
   for (const Ref<NSMenuItem>& item : itemArray()) {
-    if (!item->action().empty() || item->hasSubmenu() || item->isSeparatorItem()) continue;
+    const bool hasOwnAction = !item->action().empty() && item->action() != itemAction;
+    if (hasOwnAction || item->hasSubmenu() || item->isSeparatorItem()) continue;
     item->setAction(std::string(itemAction));
     item->setTarget(shared_from_this());
   }
@@ -196,14 +198,16 @@ bool NSPopUpButtonCell::performClickWithFrame(CGRect frame, NSView& view) {
   if (!isEnabled()) return false;
   if (menu_->isOpen()) return true;
   const Ref<NSObject> held = shared_from_this();
-  prepareItems();
   setHighlighted(true);
   view.setNeedsDisplay(true);
+  const auto preparedItem = [this] {
+    prepareItems();
+    return pullsDown_ ? nullptr : selectedItem();
+  };
   const WeakRef<NSPopUpButtonCell> self = refTo(*this);
-  const bool isOpen = menu_->popUpMenuPositioningItemOverRect(pullsDown_ ? nullptr : selectedItem(), frame, view,
-                                                              [self](const Ref<NSMenuItem>& chosen) {
-                                                                if (const auto cell = self.lock()) cell->didClose(chosen);
-                                                              });
+  const bool isOpen = menu_->popUpMenuOverRect(frame, view, preparedItem, [self](const Ref<NSMenuItem>& chosen) {
+    if (const auto cell = self.lock()) cell->didClose(chosen);
+  });
   if (!isOpen) didClose(nullptr);
   return isOpen;
 }
@@ -222,7 +226,8 @@ void NSPopUpButtonCell::didClose(const Ref<NSMenuItem>& chosen) {
 void NSPopUpButtonCell::itemWasChosen(NSObject* sender) {
   // The menu's own way to perform an item's action comes here without an opening.
   auto* item = dynamic_cast<NSMenuItem*>(sender);
-  if (item && item->menu() == menu_) didClose(refTo(*item));
+  if (!item || item->menu() != menu_) return;  // it was removed while the menu was open
+  didClose(refTo(*item));
   if (auto* control = dynamic_cast<NSControl*>(controlView())) control->sendActionTo(control->action(), control->target());
 }
 

@@ -139,23 +139,30 @@ std::vector<backend::MenuEntry> NSMenu::entries(std::vector<Ref<NSMenuItem>>& nu
 }
 
 bool NSMenu::popUpMenuPositioningItem(const Ref<NSMenuItem>& item, CGPoint location, NSView* view, Closed closed) {
-  if (!view) return open(item, {location, {}}, NSApp ? NSApp->keyWindow().get() : nullptr, std::move(closed));
+  const auto positioned = [&item] { return item; };
+  if (!view) return open(positioned, {location, {}}, NSApp ? NSApp->keyWindow().get() : nullptr, std::move(closed));
   if (!view->window()) return false;
   const CGPoint inWindow = view->convertPointToView(location, nullptr);
-  return open(item, {view->window()->convertPointToScreen(inWindow), {}}, view->window(), std::move(closed));
+  return open(positioned, {view->window()->convertPointToScreen(inWindow), {}}, view->window(), std::move(closed));
 }
 
 bool NSMenu::popUpMenuPositioningItemOverRect(const Ref<NSMenuItem>& item, CGRect rect, NSView& view, Closed closed) {
-  if (!view.window()) return false;
-  const CGRect inWindow = view.convertRectToView(rect, nullptr);
-  return open(item, view.window()->convertRectToScreen(inWindow), view.window(), std::move(closed));
+  return popUpMenuOverRect(
+      rect, view, [&item] { return item; }, std::move(closed));
 }
 
-bool NSMenu::open(const Ref<NSMenuItem>& item, CGRect onScreen, NSWindow* window, Closed closed) {
+bool NSMenu::popUpMenuOverRect(CGRect rect, NSView& view, const Positioned& positioned, Closed closed) {
+  if (!view.window()) return false;
+  const CGRect inWindow = view.convertRectToView(rect, nullptr);
+  return open(positioned, view.window()->convertRectToScreen(inWindow), view.window(), std::move(closed));
+}
+
+bool NSMenu::open(const Positioned& positioned, CGRect onScreen, NSWindow* window, Closed closed) {
   const Ref<NSMenu> held = refTo(*this);
   const Ref<NSWindow> heldWindow = window ? refTo(*window) : nullptr;
   cancelTracking();
   needsUpdate();
+  const Ref<NSMenuItem> item = positioned();
   update();
   backend::Backend* backend = backend::Backend::current();
   if (!backend || !window || !window->nativeWindow()) return false;

@@ -78,6 +78,10 @@ class NSMenu : public NSObject {
   bool popUpMenuPositioningItem(const Ref<NSMenuItem>& item, CGPoint location, NSView* view, Closed closed = nullptr);
   // The same with the item in the middle of the rectangle's height, and at least as wide as that: over a pop-up button.
   bool popUpMenuPositioningItemOverRect(const Ref<NSMenuItem>& item, CGRect rect, NSView& view, Closed closed = nullptr);
+  // The same with the item that `positioned` returns. It is called after the delegate has changed the items, and may change them
+  // too.
+  using Positioned = std::function<Ref<NSMenuItem>()>;
+  bool popUpMenuOverRect(CGRect rect, NSView& view, const Positioned& positioned, Closed closed = nullptr);
   bool isOpen() const { return tracking_ != nullptr; }
   void cancelTracking();  // closes an open menu; nothing was chosen
 
@@ -89,7 +93,7 @@ class NSMenu : public NSObject {
  private:
   friend class NSMenuItem;
   struct Tracking;
-  bool open(const Ref<NSMenuItem>& item, CGRect onScreen, NSWindow* window, Closed closed);
+  bool open(const Positioned& positioned, CGRect onScreen, NSWindow* window, Closed closed);
   void didClose(const std::shared_ptr<Tracking>& tracking, std::optional<std::size_t> chosen);
   void needsUpdate();
   Ref<NSMenuItem> itemForKey(const NSEvent& event) const;

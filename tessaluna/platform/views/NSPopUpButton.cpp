@@ -114,6 +114,11 @@ void NSPopUpButton::viewDidHide() {
   NSButton::viewDidHide();
 }
 
+void NSPopUpButton::enablesControlsDidChange() {
+  if (!isEnabled()) closeMenu();
+  NSButton::enablesControlsDidChange();
+}
+
 void NSPopUpButton::windowWillChange() {
   closeMenu();
   NSButton::windowWillChange();

@@ -40,6 +40,7 @@ class NSPopUpButton : public NSButton {
   bool performKeyEquivalent(const Ref<NSEvent>& event) override;
   void setEnabled(bool isEnabled) override;  // disabling closes the menu
   void viewDidHide() override;               // and so does hiding
+  void enablesControlsDidChange() override;  // and what disables it from above
 
  protected:
   Ref<NSCell> makeCell() override { return make<NSPopUpButtonCell>(std::string(), startsAsPullDown_); }

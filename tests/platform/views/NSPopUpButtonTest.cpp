@@ -185,6 +185,12 @@ TEST_F(NSPopUpButtonTest, SpaceAndTheUpAndDownArrowsOpenIt) {
   }
   user.pressKey(NSRightArrowFunctionKey);
   user.pressKey(NSDownArrowFunctionKey, NSEventModifierFlagCommand);
+  // A key that is held and has closed the menu does not open it again.
+  NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                 .window = window,
+                                                 .characters = " ",
+                                                 .charactersIgnoringModifiers = " ",
+                                                 .isRepeat = true}));
   EXPECT_EQ(desktop.openMenu(), nullptr);
 }
 
@@ -192,8 +198,11 @@ TEST_F(NSPopUpButtonTest, LooksPressedWhileItsMenuIsOpen) {
   user.press(*window, {20, 110});
   user.release();
   EXPECT_TRUE(button->isHighlighted());
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
   closeMenu();
   EXPECT_FALSE(button->isHighlighted());
+  EXPECT_EQ(nativeOf(*window).paints().size(), 2u);
 }
 
 TEST_F(NSPopUpButtonTest, DisablingHidingOrTakingItAwayClosesTheMenu) {
@@ -214,10 +223,22 @@ TEST_F(NSPopUpButtonTest, DisablingHidingOrTakingItAwayClosesTheMenu) {
   EXPECT_EQ(desktop.openMenu(), nullptr);
   button->setHidden(false);
   open();
+  window->contentView()->setEnablesControls(false);
+  desktop.settle();
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  window->contentView()->setEnablesControls(true);
+  open();
   button->removeFromSuperview();
   desktop.settle();
   EXPECT_EQ(desktop.openMenu(), nullptr);
   EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSPopUpButtonTest, AnotherMenuClosesTheOneThatIsOpen) {
+  user.click(*window, {20, 110});
+  button->setMenu(make<NSMenu>());
+  desktop.settle();
+  EXPECT_EQ(desktop.openMenu(), nullptr);
 }
 
 TEST_F(NSPopUpButtonTest, ItMayGoWhileItsMenuIsOpenAndInItsAction) {
@@ -300,18 +321,84 @@ TEST_F(NSPopUpButtonTest, IsDecodedWithItsItems) {
   EXPECT_TRUE(decoded->itemAtIndex(1)->isSeparatorItem());
   EXPECT_FALSE(decoded->itemAtIndex(2)->isEnabled());
   EXPECT_FALSE(decoded->pullsDown());
+  decoded->setFrame({10, 50, 120, 24});
+  window->contentView()->addSubview(decoded);
+  decoded->openMenu(nullptr);
+  EXPECT_TRUE(entries()[0].isEnabled);
+  EXPECT_FALSE(entries()[2].isEnabled);
 }
 
 TEST_F(NSPopUpButtonTest, ACopyOfTheCellHasItemsOfItsOwn) {
   button->selectItemAtIndex(1);
   button->itemAtIndex(1)->setTag(9);
+  button->itemAtIndex(1)->setRepresentedObject(target);
   const auto copy = std::dynamic_pointer_cast<NSPopUpButtonCell>(cell().copy());
   EXPECT_THAT(copy->itemTitles(), ElementsAre("Small", "Medium", "Large"));
   EXPECT_EQ(copy->title(), "Medium");
   EXPECT_EQ(copy->selectedItem()->tag(), 9);
+  EXPECT_EQ(copy->selectedItem()->representedObject(), target);
   EXPECT_NE(copy->selectedItem(), button->selectedItem());
   copy->selectItemAtIndex(0);
   EXPECT_EQ(button->title(), "Medium");
+}
+
+TEST_F(NSPopUpButtonTest, ItemsSendTheActionOfTheControlWhoseMenuWasOpened) {
+  user.click(*window, {20, 110});
+  closeMenu();
+  const auto other = make<NSPopUpButton>(CGRect{10, 50, 120, 24});
+  const auto otherTarget = make<harness::ActionProbe>();
+  other->setTarget(otherTarget);
+  other->setAction("act:");
+  window->contentView()->addSubview(other);
+  // A copy of a cell that was open, and then its very menu.
+  other->setCell(cell().copy());
+  user.click(*window, {20, 60});
+  choose(1);
+  EXPECT_EQ(other->title(), "Medium");
+  EXPECT_EQ(otherTarget->acts, 1);
+  other->setMenu(button->menu());
+  user.click(*window, {20, 60});
+  choose(2);
+  EXPECT_EQ(other->title(), "Large");
+  EXPECT_EQ(otherTarget->acts, 2);
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSPopUpButtonTest, AnItemThatIsRemovedWhileTheMenuIsOpenIsNotChosen) {
+  user.click(*window, {20, 110});
+  button->removeItemAtIndex(1);
+  choose(1);
+  EXPECT_EQ(button->title(), "Small");
+  EXPECT_EQ(target->acts, 0);
+}
+
+namespace {
+
+// Gives the menu its items only when it opens.
+class MenuFiller : public NSObject, public NSMenuDelegate {
+ public:
+  void menuNeedsUpdate(NSMenu& menu) override {
+    menu.removeAllItems();
+    for (const char* title : {"Speakers", "Headphones"}) menu.addItem(make<NSMenuItem>(title));
+  }
+};
+
+}  // namespace
+
+TEST_F(NSPopUpButtonTest, ItemsThatTheDelegateAddsAtTheOpeningAreLikeTheOthers) {
+  const auto filler = make<MenuFiller>();
+  button->menu()->setDelegate(filler);
+  user.click(*window, {20, 110});
+  EXPECT_THAT(entryTitles(), ElementsAre("Speakers", "Headphones"));
+  EXPECT_TRUE(entries()[0].isEnabled && entries()[1].isEnabled);
+  EXPECT_EQ(entries()[0].mark, MenuMark::Check);
+  EXPECT_EQ(desktop.openMenu()->place.entry, entries()[0].number);
+  choose(1);
+  EXPECT_EQ(button->title(), "Headphones");
+  EXPECT_EQ(target->acts, 1);
+  button->setPullsDown(true);
+  user.click(*window, {20, 110});
+  EXPECT_THAT(entryTitles(), ElementsAre("Headphones"));
 }
 
 TEST_F(NSPopUpButtonTest, IsAsWideAsItsWidestTitleNeeds) {
