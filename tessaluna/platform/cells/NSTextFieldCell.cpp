@@ -86,7 +86,7 @@ AccessibilityValue NSTextFieldCell::accessibilityAttributeValueForParameter(std:
   if (const Ref<NSText> editor = this->editor())
     return editor->accessibilityAttributeValueForParameter(attribute, parameter);
   if (!controlView()) return {};
-  const CGRect box = drawingRectForBounds(controlView()->bounds());
+  const CGRect box = drawnTextRectForBounds(controlView()->bounds());
   const Ref<NSAttributedString> text = attributedStringValue();
   const TextLayout layout(*text, {.width = box.size.width});
   // From the box's upper edge on.

@@ -67,6 +67,8 @@ class NSTextFieldCell : public NSCell {
   void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override;
 
  protected:
+  // Where a text that is not edited is drawn within a frame, for a class that draws it elsewhere than the stock cell.
+  virtual CGRect drawnTextRectForBounds(CGRect bounds) const { return drawingRectForBounds(bounds); }
   Ref<NSColor> plainTextColor() const override;
   virtual Ref<NSColor> placeholderColor() const;
 

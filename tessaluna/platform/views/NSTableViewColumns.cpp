@@ -7,6 +7,7 @@
 #include "tessaluna/platform/views/NSTableColumn.h"
 #include "tessaluna/platform/views/NSTableHeaderView.h"
 #include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/views/TableCellRow.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -89,6 +90,10 @@ void NSTableView::setSortDescriptors(std::vector<Ref<NSSortDescriptor>> descript
 }
 
 bool NSTableView::sortByColumn(std::size_t column) {
+  const Ref<NSObject> held = shared_from_this();
+  // What was typed belongs to the row where it is now.
+  const auto* editor = window() ? dynamic_cast<const NSText*>(window()->firstResponder()) : nullptr;
+  if (editor && editor->isDescendantOf(this)) window()->makeFirstResponder(this);
   Ref<NSSortDescriptor> first = column < columns_.size() ? columns_[column]->sortDescriptorPrototype() : nullptr;
   if (!first) return false;
   std::vector<Ref<NSSortDescriptor>> rest = sortDescriptors_;

@@ -251,6 +251,15 @@ TEST_F(NSTableColumnTest, WhatAnAssistiveClientWritesIntoATextIsEditedAndReaches
   EXPECT_EQ(songs->changes.size(), 1u);
 }
 
+TEST_F(NSTableColumnTest, SortingTakesOverWhatWasTypedBefore) {
+  table->editColumn(0, 0);
+  user.type("Viola");
+  user.click(*window, inHeader(20));
+  EXPECT_THAT(songs->changes, ElementsAre("title of Cello is Viola"));
+  EXPECT_THAT(titlesShown(), ElementsAre("Arches", "Bridge", "Viola"));
+  EXPECT_EQ(window->firstResponder(), table.get());
+}
+
 TEST_F(NSTableColumnTest, AColumnThatIsNotEditableIsNotChangedByTheUser) {
   for (const auto& column : {titles, ratings, marks}) column->setEditable(false);
   doubleClick(at(10, 30));
