@@ -49,13 +49,25 @@ void ImageAndTextCell::selectWithFrame(CGRect frame, NSView& view, const Ref<NST
   NSTextFieldCell::selectWithFrame(titleRectForBounds(frame), view, editor, delegate, start, length);
 }
 
+CGRect ImageAndTextCell::textFrameIn(CGRect frame) const {
+  if (cellImage_) {
+    CGRect slot, rest;
+    // Intentional: without the gap that the title's rectangle has.
+    NSDivideRect(frame, slot, rest, cellSize().height, NSMinXEdge);
+    return rest;
+  }
+  if (!isGroupCell()) return frame;
+  const CGFloat offset = std::floor((frame.size.height - attributedStringValue()->size().height) * 0.5);
+  return {frame.origin.x, frame.origin.y + offset, frame.size.width, frame.size.height - 2 * offset};
+}
+
+CGRect ImageAndTextCell::drawnTextRectForBounds(CGRect bounds) const { return drawingRectForBounds(textFrameIn(bounds)); }
+
 void ImageAndTextCell::drawWithFrame(CGRect frame, NSView& view) {
   if (cellImage_) {
     const CGFloat side = cellSize().height;
     CGRect slot, rest;
-    // Intentional: without the gap that the title's rectangle has.
     NSDivideRect(frame, slot, rest, side, NSMinXEdge);
-    frame = rest;
     if (drawsBackground()) {
       if (backgroundColor()) backgroundColor()->set();
       else NSColor::controlBackgroundColor()->set();
@@ -64,12 +76,8 @@ void ImageAndTextCell::drawWithFrame(CGRect frame, NSView& view) {
     slot.origin.y += 1;
     slot.size = {side, side};
     cellImage_->drawInRect(slot, {.operation = NSCompositingOperationSourceOver, .fraction = 1, .respectFlipped = true});
-  } else if (isGroupCell()) {
-    const CGFloat offset = std::floor((frame.size.height - attributedStringValue()->size().height) * 0.5);
-    frame.origin.y += offset;
-    frame.size.height -= 2 * offset;
   }
-  NSTextFieldCell::drawWithFrame(frame, view);
+  NSTextFieldCell::drawWithFrame(textFrameIn(frame), view);
 }
 
 }  // namespace TessalunaUIKit

@@ -37,7 +37,13 @@ class ImageAndTextCell : public tessaluna::platform::NSTextFieldCell {
   // The image fills its square whatever its own shape, and is on the text's background if the cell draws one.
   void drawWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
 
+ protected:
+  tessaluna::platform::CGRect drawnTextRectForBounds(tessaluna::platform::CGRect bounds) const override;
+
  private:
+  // What is left of a frame for the stock cell, beside the image or in the middle of a group row.
+  tessaluna::platform::CGRect textFrameIn(tessaluna::platform::CGRect frame) const;
+
   tessaluna::platform::Ref<tessaluna::platform::NSImage> cellImage_;
 };
 

@@ -2,11 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/platform/accessibility/AccessibleText.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
@@ -129,6 +131,14 @@ TEST_F(ImageAndTextCellTest, WithABackgroundTheSlotIsFilledBeforeTheImageWhichSi
           R"({"op":"restore"})"}));
 }
 
+TEST_F(ImageAndTextCellTest, WithoutABackgroundColorTheSlotHasTheTextsBackground) {
+  cell->setCellImage(image);
+  cell->setDrawsBackground(true);
+  const Lines fills = only("setFillColor", drawn());
+  EXPECT_THAT(fills.front(), HasSubstr("controlBackgroundColor"));
+  EXPECT_THAT(fills.at(2), HasSubstr("controlBackgroundColor"));
+}
+
 TEST_F(ImageAndTextCellTest, AGroupCellDrawsItsTextInTheMiddleWithTheOffsetRoundedDown) {
   // (31 - 12) / 2 = 9.5
   const Lines group = drawn({100, 200, 80, 31});
@@ -167,6 +177,32 @@ TEST_F(ImageAndTextCellTest, EditingStartsAtTheTitleAlsoWithoutAnImage) {
     EXPECT_EQ(field->currentEditor()->superview()->frame(), expected);
     window->makeFirstResponder(nullptr);
   }
+}
+
+TEST_F(ImageAndTextCellTest, WhoeverEditsItInAFrameEditsItAtTheTitleOfThatFrame) {
+  const auto window = showWindowWith(field);
+  const CGRect frame{1, 2, 70, 20};
+  const CGRect expected = cell->drawingRectForBounds(cell->titleRectForBounds(frame));
+  for (const bool isSelecting : {false, true}) {
+    const Ref<NSText> editor = window->fieldEditor(true, nullptr);
+    if (isSelecting) cell->selectWithFrame(frame, *field, editor, field, 1, 2);
+    else cell->editWithFrame(frame, *field, editor, field, nullptr);
+    EXPECT_EQ(editor->superview()->frame(), expected);
+    if (isSelecting) EXPECT_TRUE((editor->selectedRange() == NSRange{1, 2}));
+    cell->endEditing(editor);
+  }
+}
+
+TEST_F(ImageAndTextCellTest, CharactersAreToAssistiveClientsWhereTheyAreDrawn) {
+  const auto window = showWindowWith(field);
+  // The window is at (100, 100), the field at (10, 20), a label's text two points from the side.
+  field->setFrame({10, 20, 80, 31});
+  CGRect first = frameOfAccessibleText(cell, {0, 1});
+  EXPECT_EQ(first.origin, (CGPoint{100 + 10 + 2, 100 + 20 + 10}));  // nine points from above
+  EXPECT_EQ(first.size, (CGSize{5, 12}));
+  cell->setCellImage(image);
+  first = frameOfAccessibleText(cell, {0, 1});
+  EXPECT_EQ(first.origin, (CGPoint{100 + 10 + 12 + 2, 100 + 20 + 19}));
 }
 
 TEST_F(ImageAndTextCellTest, ACopyShowsTheSameImageAndKeepsItsOwnReference) {
