@@ -105,7 +105,7 @@ double NSLevelIndicatorCell::cutToRange(double value) const {
 
 double NSLevelIndicatorCell::filledShare() const {
   const double range = maxValue() - minValue(), filled = cutToRange(doubleValue()) - minValue();
-  if (!(range > 0)) return 0;
+  if (!(range > 0) || !std::isfinite(range)) return 0;
   if (const auto parts = static_cast<double>(numberOfParts()); parts > 0)
     return std::floor(filled / range * parts + 0.5) / parts;
   return filled / range;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
 #include "tessaluna/platform/cells/buttonBox.h"
@@ -135,12 +136,13 @@ void NSSegmentedCell::setImageForSegment(Ref<NSImage> image, std::size_t segment
 void NSSegmentedCell::setEnabledForSegment(bool isEnabled, std::size_t segment) { at(segment).isEnabled = isEnabled; }
 
 void NSSegmentedCell::setSelectedForSegment(bool isSelected, std::size_t segment) {
-  if (at(segment).isSelected == isSelected) return;
+  bool hasChanged = std::exchange(at(segment).isSelected, isSelected) != isSelected;
+  // Several may be selected from a time when any could be.
   if (isSelected && trackingMode_ == NSSegmentSwitchTrackingSelectOne)
-    for (Segment& each : segments_) each.isSelected = false;
-  at(segment).isSelected = isSelected;
+    for (Segment& each : segments_)
+      if (&each != &at(segment)) hasChanged |= std::exchange(each.isSelected, false);
   if (isSelected) lastSelected_ = segment;
-  selectionDidChange();
+  if (hasChanged) selectionDidChange();
 }
 
 std::optional<std::size_t> NSSegmentedCell::selectedSegment() const {

@@ -54,9 +54,16 @@ NSControl::NSControl(NSCoder& coder) : NSView(coder) {
   setAction(coder.decodeStringForKey("action").value_or(""));
 }
 
-NSControl::~NSControl() {
-  if (cell_) cell_->setControlView(nullptr);
+namespace {
+
+// Unless another control has taken the cell meanwhile.
+void forget(const NSControl& control, const Ref<NSCell>& cell) {
+  if (cell && cell->controlView() == &control) cell->setControlView(nullptr);
 }
+
+}  // namespace
+
+NSControl::~NSControl() { forget(*this, cell_); }
 
 void NSControl::didInit() {
   NSView::didInit();
@@ -67,7 +74,7 @@ void NSControl::didInit() {
 
 void NSControl::setCell(Ref<NSCell> cell) {
   endPress();
-  if (cell_) cell_->setControlView(nullptr);
+  forget(*this, cell_);
   cell_ = std::move(cell);
   if (cell_) cell_->setControlView(this);
   setNeedsDisplay(true);

@@ -30,16 +30,18 @@ constexpr Property properties[] = {property<&UnderlinedSegmentedCell::setUseDark
 const ClassInfo UnderlinedSegmentedCell::staticClassInfo{
     .name = "TessalunaUIKit.UnderlinedSegmentedCell", .base = &NSSegmentedCell::staticClassInfo, .properties = properties};
 
-UnderlinedSegmentedCell::UnderlinedSegmentedCell() : underlineColor_(NSColor::blueColor()) {}
+UnderlinedSegmentedCell::UnderlinedSegmentedCell() { underlineColor_ = NSColor::blueColor(); }
 
-UnderlinedSegmentedCell::UnderlinedSegmentedCell(std::string text)
-    : NSSegmentedCell(std::move(text)), underlineColor_(NSColor::blueColor()) {}
+UnderlinedSegmentedCell::UnderlinedSegmentedCell(std::string text) : NSSegmentedCell(std::move(text)) {
+  underlineColor_ = NSColor::blueColor();
+}
 
-UnderlinedSegmentedCell::UnderlinedSegmentedCell(Ref<NSImage> image)
-    : NSSegmentedCell(std::move(image)), underlineColor_(NSColor::blueColor()) {}
+UnderlinedSegmentedCell::UnderlinedSegmentedCell(Ref<NSImage> image) : NSSegmentedCell(std::move(image)) {
+  underlineColor_ = NSColor::blueColor();
+}
 
-UnderlinedSegmentedCell::UnderlinedSegmentedCell(NSCoder& coder)
-    : NSSegmentedCell(coder), underlineColor_(NSColor::blueColor()) {
+UnderlinedSegmentedCell::UnderlinedSegmentedCell(NSCoder& coder) : NSSegmentedCell(coder) {
+  underlineColor_ = NSColor::blueColor();
   coder.overlookKeys({"useDarkTheme", "underlineColor"});
 }
 
@@ -86,7 +88,8 @@ void UnderlinedSegmentedCell::drawLine(CGRect frame, bool isSelected) const {
   const auto line = make<NSBezierPath>();
   line->moveToPoint({CGRectGetMinX(frame), CGRectGetMaxY(frame) - 2});
   line->lineToPoint({CGRectGetMaxX(frame), CGRectGetMaxY(frame) - 2});
-  (isSelected ? underlineColor_ : useDarkTheme_ ? NSColor::lightGrayColor() : NSColor::darkGrayColor())->setStroke();
+  if (isSelected) underlineColor_->setStroke();
+  else (useDarkTheme_ ? NSColor::lightGrayColor() : NSColor::darkGrayColor())->setStroke();
   line->setLineWidth(isSelected ? 4 : 0.5);
   line->stroke();
 }

@@ -25,8 +25,8 @@ class UnderlinedSegmentedCell : public tessaluna::platform::NSSegmentedCell {
   // Colors for a dark ground, or for a light one. Neither setter asks for a redraw.
   bool useDarkTheme() const { return useDarkTheme_; }
   void setUseDarkTheme(bool useDarkTheme) { useDarkTheme_ = useDarkTheme; }
-  // Of the bar; never null.
-  const tessaluna::platform::Ref<tessaluna::platform::NSColor>& underlineColor() const { return underlineColor_; }
+  // Of the bar. Drawing it with a null color stops the program.
+  const tessaluna::platform::Ref<tessaluna::platform::NSColor>& underlineColor() const { return underlineColor_.optional(); }
   void setUnderlineColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color) {
     underlineColor_ = std::move(color);
   }
@@ -57,7 +57,7 @@ class UnderlinedSegmentedCell : public tessaluna::platform::NSSegmentedCell {
   void drawLine(tessaluna::platform::CGRect frame, bool isSelected) const;
 
   tessaluna::platform::Uncopied<std::optional<std::size_t>> pressedSegment_;
-  tessaluna::platform::Ref<tessaluna::platform::NSColor> underlineColor_;
+  tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSColor>> underlineColor_{"underlineColor"};
   bool useDarkTheme_ = true;
 };
 

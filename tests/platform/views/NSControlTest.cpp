@@ -102,6 +102,16 @@ TEST_F(NSControlTest, ACellThatOutlivesItsControlKnowsNone) {
   EXPECT_EQ(cell->controlView(), nullptr);
 }
 
+TEST_F(NSControlTest, ACellThatAnotherControlHasTakenBelongsToThatOne) {
+  auto other = make<NSControl>(CGRect{60, 10, 40, 40});
+  other->setCell(cell);
+  control->setCell(make<NSCell>());
+  EXPECT_EQ(cell->controlView(), other.get());
+  control->setCell(cell);
+  other.reset();
+  EXPECT_EQ(cell->controlView(), control.get());
+}
+
 TEST_F(NSControlTest, APressIsTrackedFromStartToStopInTheControlsSpace) {
   user.press(*window, {15, 45});
   user.dragTo({20, 40});

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+#include <limits>
+
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/ProbeView.h"
@@ -82,6 +85,18 @@ TEST_F(NSLevelIndicatorTest, ValuesOutsideTheRangeShowAsItsEnds) {
   EXPECT_EQ(cell().numberOfParts(), 200u);
 }
 
+TEST_F(NSLevelIndicatorTest, WithoutAFiniteRangeNothingIsFilled) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  for (const NSLevelIndicatorStyle style : {NSLevelIndicatorStyleRating, NSLevelIndicatorStyleDiscreteCapacity}) {
+    const auto cell = make<NSLevelIndicatorCell>(style);
+    cell->setMaxValue(infinity);
+    cell->setDoubleValue(infinity);
+    EXPECT_EQ(cell->filledShare(), 0);
+    cell->setMaxValue(std::nan(""));
+    EXPECT_EQ(cell->filledShare(), 0);
+  }
+}
+
 TEST_F(NSLevelIndicatorTest, StarsShrinkWithASmallCellAndAreInTheMiddleOfAHighOne) {
   EXPECT_EQ(cell().rectOfPart(2, {0, 0, 70, 34}), (CGRect{28, 10, 14, 14}));
   EXPECT_EQ(cell().rectOfPart(2, {0, 0, 200, 8}), (CGRect{16, 0, 8, 8}));
@@ -135,6 +150,8 @@ TEST_F(NSLevelIndicatorTest, WarningsAndCriticalLevelsColorABarUpwardOrDownward)
   EXPECT_EQ(colorAt(31), green);
   EXPECT_EQ(colorAt(30), yellow);
   EXPECT_EQ(colorAt(10), red);
+  bar->setEnabled(false);
+  EXPECT_NE(colorAt(10), red);
 }
 
 TEST_F(NSLevelIndicatorTest, AnEditableRatingTakesThePressedStarAndSendsItsActionAtTheRelease) {
@@ -146,6 +163,8 @@ TEST_F(NSLevelIndicatorTest, AnEditableRatingTakesThePressedStarAndSendsItsActio
   EXPECT_EQ(indicator->doubleValue(), 2);
   user.dragTo({300, 7});
   EXPECT_EQ(indicator->doubleValue(), 5);
+  user.dragTo({10 + 14 * 2, 107});  // a star begins at its left edge
+  EXPECT_EQ(indicator->doubleValue(), 3);
   user.dragTo({5, 107});
   EXPECT_EQ(indicator->doubleValue(), 0);
   user.dragTo({12, 107});

@@ -116,6 +116,64 @@ TEST_F(NSSegmentedControlTest, AReleaseBesideThePressedSegmentSelectsNothingAndS
   }
 }
 
+TEST_F(NSSegmentedControlTest, AReleaseBesideThePressedSegmentSendsNothingAlsoAfterAClick) {
+  user.click(*window, middleOf(1));
+  user.press(*window, middleOf(0));
+  user.dragTo(middleOf(2));
+  user.release();
+  EXPECT_EQ(target->acts, 1);
+  EXPECT_EQ(control->selectedSegment(), 1u);
+}
+
+TEST_F(NSSegmentedControlTest, KeysContinueFromTheClickedSegmentOrFromOneThatWasSelectedSince) {
+  control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
+  user.click(*window, middleOf(0));
+  user.click(*window, middleOf(1));
+  user.click(*window, middleOf(1));  // which takes its selection back
+  EXPECT_EQ(control->keySegment(), 1u);
+  control->setSelectedSegment(2);
+  EXPECT_EQ(control->keySegment(), 2u);
+}
+
+TEST_F(NSSegmentedControlTest, DuringAPressKeysDoNothing) {
+  user.press(*window, middleOf(0));
+  user.pressKey(NSEndFunctionKey);
+  EXPECT_EQ(target->acts, 0);
+  user.release();
+  EXPECT_THAT(selections, ElementsAre(Optional(0u)));
+}
+
+TEST_F(NSSegmentedControlTest, ASpaceBarThatIsHeldClicksOnce) {
+  control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
+  focus();
+  for (const bool isRepeat : {false, true, true})
+    NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                   .window = window,
+                                                   .characters = " ",
+                                                   .charactersIgnoringModifiers = " ",
+                                                   .isRepeat = isRepeat}));
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSSegmentedControlTest, AClickWithoutTheMouseAndTheEndOfAMomentaryOneShow) {
+  const auto paints = [&] {
+    desktop.settle();
+    const std::size_t count = nativeOf(*window).paints().size();
+    nativeOf(*window).forgetPaints();
+    return count;
+  };
+  paints();
+  control->performClickOnSegment(1);
+  EXPECT_EQ(paints(), 1u);
+  control->setTrackingMode(NSSegmentSwitchTrackingMomentary);
+  control->setSelectedSegment(std::nullopt);
+  std::size_t paintsDuringAction = 0;
+  target->onAct = [&] { paintsDuringAction = paints(); };
+  control->performClickOnSegment(1);
+  EXPECT_EQ(paintsDuringAction, 1u);
+  EXPECT_EQ(paints(), 1u);
+}
+
 TEST_F(NSSegmentedControlTest, ADragOutAndBackSelects) {
   user.press(*window, middleOf(0));
   user.dragTo({30, 20});
@@ -143,6 +201,16 @@ TEST_F(NSSegmentedControlTest, WhereAnyCanBeSelectedAClickSelectsOrTakesThatBack
   EXPECT_FALSE(control->isSelectedForSegment(2));
   EXPECT_EQ(control->selectedSegment(), 0u);
   EXPECT_EQ(target->acts, 3);
+}
+
+TEST_F(NSSegmentedControlTest, SelectingDeselectsTheOthersAlsoThoseFromATimeWhenAnyCouldBe) {
+  control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
+  control->setSelectedForSegment(true, 0);
+  control->setSelectedForSegment(true, 1);
+  control->setTrackingMode(NSSegmentSwitchTrackingSelectOne);
+  control->setSelectedSegment(0);
+  EXPECT_EQ(control->selectedSegment(), 0u);
+  EXPECT_FALSE(control->isSelectedForSegment(1));
 }
 
 TEST_F(NSSegmentedControlTest, AMomentarySegmentIsSelectedOnlyDuringItsAction) {
@@ -281,7 +349,21 @@ TEST_F(NSSegmentedControlTest, AssistiveClientsObserveASelection) {
   control->performClickOnSegment(0);
   control->performClickOnSegment(0);  // selected already
   EXPECT_EQ(heard.size(), 1u);
+  control->setSelectedSegment(std::nullopt);
+  EXPECT_EQ(heard.size(), 2u);
   accessibilityNotificationCenter().removeObserver(token);
+}
+
+TEST_F(NSSegmentedControlTest, AssistiveClientsObserveTheArrowsWhereTheseSelectNothing) {
+  control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
+  focus();
+  int heard = 0;
+  const auto token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityFocusedUIElementChangedNotification, cell, nullptr, [&](const Ref<NSNotification>&) { ++heard; });
+  user.pressKey(NSRightArrowFunctionKey);
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_EQ(heard, 1);
+  EXPECT_TRUE(element(1).isAccessibilityFocused());
 }
 
 TEST_F(NSSegmentedControlTest, OtherModesAreCheckBoxesAndButtons) {

@@ -216,6 +216,17 @@ TEST_F(UnderlinedSegmentedCellTest, APressShowsUntilTheRelease) {
   EXPECT_EQ(cell->pressedSegment(), std::nullopt);
 }
 
+TEST_F(UnderlinedSegmentedCellTest, ThePressIsOverBeforeTheSegmentIsSelected) {
+  const auto window = showWindowWith(control);
+  std::optional<std::size_t> pressedAtSelection = 7;
+  const auto token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilitySelectedChildrenChangedNotification, cell, nullptr,
+      [&](const Ref<NSNotification>&) { pressedAtSelection = cell->pressedSegment(); });
+  user.click(*window, {20, 110});
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_EQ(pressedAtSelection, std::nullopt);
+}
+
 TEST_F(UnderlinedSegmentedCellTest, APressAndItsReleaseAreSeen) {
   const auto window = showWindowWith(control);
   user.press(*window, {20, 110});
@@ -268,6 +279,9 @@ TEST_F(UnderlinedSegmentedCellTest, WhatDoesNotFitGoesIntoAMenuOnlyIfTheHostTurn
   const Lines lines = drawn(control->bounds());
   EXPECT_EQ(only("glyphs", lines).back(), R"({"op":"glyphs","glyphs":[[8226,0,0],[8226,5,0],[8226,10,0]]})");
   EXPECT_THAT(colorsOf(lines, "setStrokeColor"), ElementsAre(lightGray, blue));
+  EXPECT_EQ(colorsOf(lines, "setFillColor").back(), "[0.9,0.9,0.9,1]");
+  cell->setSelectedSegment(0);
+  EXPECT_EQ(colorsOf(drawn(control->bounds()), "setFillColor").back(), lightGray);
 }
 
 TEST_F(UnderlinedSegmentedCellTest, ItsSettersAskForNoRedraw) {
@@ -288,6 +302,14 @@ TEST_F(UnderlinedSegmentedCellTest, ACopyHasItsLookAndNoPress) {
   EXPECT_EQ(copy->underlineColor(), NSColor::redColor());
   EXPECT_EQ(copy->labelForSegment(1), "abcdefgh");
   EXPECT_EQ(copy->pressedSegment(), std::nullopt);
+}
+
+using UnderlinedSegmentedCellDeathTest = UnderlinedSegmentedCellTest;
+
+TEST_F(UnderlinedSegmentedCellDeathTest, DrawingTheBarWithoutAColorStopsTheProgram) {
+  cell->setSelectedSegment(0);
+  cell->setUnderlineColor(nullptr);
+  EXPECT_DEATH(drawn(), "used while absent: underlineColor");
 }
 
 }  // namespace
