@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/keyBindings.h"
+#include "tessaluna/platform/foundation/NSNumber.h"
 #include "tessaluna/platform/views/NSLevelIndicator.h"
 #include "tessaluna/platform/views/NSPopUpButton.h"
 #include "tessaluna/platform/views/NSSegmentedControl.h"
@@ -91,6 +92,22 @@ class TableCellRow::InRow : public Control {
   const TableCellRow* row() const { return dynamic_cast<const TableCellRow*>(this->superview()); }
 };
 
+// Its value is the index of the selected segment, -1 for none.
+class TableCellRow::Segments : public InRow<NSSegmentedControl> {
+ public:
+  using InRow::InRow;
+
+  Ref<NSObject> objectValue() const override {
+    const auto segment = selectedSegment();
+    return make<NSNumber>(segment ? static_cast<std::int64_t>(*segment) : -1);
+  }
+  void setObjectValue(Ref<NSObject> value) override {
+    const double index = value ? doubleOf(value.get()) : -1;
+    const bool isThere = index >= 0 && index < static_cast<double>(segmentCount());
+    setSelectedSegment(isThere ? std::optional(static_cast<std::size_t>(index)) : std::nullopt);
+  }
+};
+
 TableCellRow::TableCellRow(const std::vector<Ref<NSTableColumn>>& columns) : NSView(NSZeroRect) {
   for (const Ref<NSTableColumn>& column : columns)
     places_.push_back(
@@ -113,7 +130,7 @@ void TableCellRow::didInit() {
     } else if (dynamic_cast<NSButtonCell*>(cell.get())) {
       place.control = make<InRow<NSButton>>(NSZeroRect);
     } else if (dynamic_cast<NSSegmentedCell*>(cell.get())) {
-      place.control = make<InRow<NSSegmentedControl>>(NSZeroRect);
+      place.control = make<Segments>(NSZeroRect);
     } else {
       place.control = make<InRow<NSControl>>(NSZeroRect);
     }

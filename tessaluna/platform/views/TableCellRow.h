@@ -35,6 +35,7 @@ class TableCellRow : public NSView {
   class TextField;
   template <class Control>
   class InRow;
+  class Segments;
   struct Place {
     Ref<NSTableColumn> column;
     Ref<NSCell> dataCell;  // of which the control's is a copy

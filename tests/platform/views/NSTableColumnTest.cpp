@@ -12,6 +12,7 @@
 #include "tessaluna/platform/foundation/NSString.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSSegmentedControl.h"
 #include "tessaluna/platform/views/NSTableHeaderView.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/views/NSTextField.h"
@@ -119,6 +120,14 @@ TEST_F(NSTableColumnTest, EachRowHasACopyOfEachColumnsCellWithTheSourcesValue) {
   EXPECT_NE(control(1, 1).cell(), ratings->dataCell());
   EXPECT_NE(control(1, 1).cell(), control(1, 0).cell());
   EXPECT_EQ(dynamic_cast<NSLevelIndicatorCell&>(*control(1, 1).cell()).levelIndicatorStyle(), NSLevelIndicatorStyleRating);
+}
+
+TEST_F(NSTableColumnTest, AnotherDataCellShowsInAllRows) {
+  const auto cell = make<NSTextFieldCell>();
+  cell->setAlignment(NSTextAlignmentRight);
+  titles->setDataCell(cell);
+  desktop.settle();
+  EXPECT_EQ(control(0, 1).cell()->alignment(), NSTextAlignmentRight);
 }
 
 TEST_F(NSTableColumnTest, ColumnsAreSideBySideAndTheTableIsAsWideAsTheyAre) {
@@ -275,6 +284,22 @@ TEST_F(NSTableColumnTest, LevelsAndButtonsAreChangedByAPressWhichSelectsNoRow) {
   user.click(*window, at(170, 50));
   EXPECT_THAT(songs->changes, ElementsAre("rating of Cello is 2", "mark of Bridge is 1"));
   EXPECT_EQ(table->selectedRow(), std::nullopt);
+}
+
+TEST_F(NSTableColumnTest, TheValueOfSegmentsIsTheIndexOfTheSelectedOne) {
+  const auto cell = make<NSSegmentedCell>();
+  cell->setSegmentCount(6);
+  cell->setTrackingMode(NSSegmentSwitchTrackingSelectOne);
+  ratings->setDataCell(cell);  // 3, 5 and 1
+  desktop.settle();
+  const auto& segments = dynamic_cast<const NSSegmentedControl&>(control(1, 0));
+  EXPECT_EQ(segments.selectedSegment(), 3u);
+  user.click(*window, at(80 + 5, 10));
+  EXPECT_THAT(songs->changes, ElementsAre("rating of Cello is 0"));
+  songs->songs[0].rating = -1;
+  table->reloadData();
+  EXPECT_EQ(dynamic_cast<const NSSegmentedControl&>(control(1, 0)).selectedSegment(), std::nullopt);
+  EXPECT_EQ(dynamic_cast<const NSSegmentedControl&>(control(1, 1)).selectedSegment(), 5u);
 }
 
 TEST_F(NSTableColumnTest, TheDelegateMayChangeACellBeforeItShows) {
