@@ -103,7 +103,9 @@ bool NSSegmentedControl::openOverflowMenu() {
     const auto control = self.lock();
     if (!control) return;
     control->overflowMenu_ = nullptr;
-    if (chosen) control->performClickOnSegment(static_cast<std::size_t>(chosen->tag()));
+    // It may have been hidden or taken away meanwhile.
+    if (chosen && control->window() && !control->isHiddenOrHasHiddenAncestor())
+      control->performClickOnSegment(static_cast<std::size_t>(chosen->tag()));
   });
   if (!isOpen) overflowMenu_ = nullptr;
   return isOpen;

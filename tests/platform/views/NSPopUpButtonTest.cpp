@@ -194,6 +194,17 @@ TEST_F(NSPopUpButtonTest, SpaceAndTheUpAndDownArrowsOpenIt) {
   EXPECT_EQ(desktop.openMenu(), nullptr);
 }
 
+TEST_F(NSPopUpButtonTest, ItsKeyEquivalentOpensItUnlessItIsDisabled) {
+  cell().setKeyEquivalent("o");
+  cell().setKeyEquivalentModifierMask(NSEventModifierFlagCommand);
+  button->setEnabled(false);
+  user.pressKey("o", NSEventModifierFlagCommand);
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  button->setEnabled(true);
+  user.pressKey("o", NSEventModifierFlagCommand);
+  EXPECT_NE(desktop.openMenu(), nullptr);
+}
+
 TEST_F(NSPopUpButtonTest, LooksPressedWhileItsMenuIsOpen) {
   user.press(*window, {20, 110});
   user.release();
@@ -340,6 +351,11 @@ TEST_F(NSPopUpButtonTest, ACopyOfTheCellHasItemsOfItsOwn) {
   EXPECT_NE(copy->selectedItem(), button->selectedItem());
   copy->selectItemAtIndex(0);
   EXPECT_EQ(button->title(), "Medium");
+  button->selectItemAtIndex(std::nullopt);
+  cell().setAltersStateOfSelectedItem(false);
+  const auto other = std::dynamic_pointer_cast<NSPopUpButtonCell>(cell().copy());
+  EXPECT_EQ(other->indexOfSelectedItem(), std::nullopt);
+  EXPECT_FALSE(other->altersStateOfSelectedItem());
 }
 
 TEST_F(NSPopUpButtonTest, ItemsSendTheActionOfTheControlWhoseMenuWasOpened) {

@@ -143,6 +143,21 @@ TEST_F(NSSegmentedControlTest, DuringAPressKeysDoNothing) {
   EXPECT_THAT(selections, ElementsAre(Optional(0u)));
 }
 
+TEST_F(NSSegmentedControlTest, APressThatEndsWithoutAReleaseSelectsNothing) {
+  user.press(*window, middleOf(0));
+  control->setEnabled(false);
+  user.release();
+  EXPECT_EQ(control->selectedSegment(), std::nullopt);
+  EXPECT_FALSE(control->performClickOnSegment(0));
+  element(0).accessibilityPerformAction(NSAccessibilityPressAction);
+  control->setEnabled(true);
+  user.press(*window, middleOf(0));
+  control->setHidden(true);
+  user.release();
+  EXPECT_EQ(control->selectedSegment(), std::nullopt);
+  EXPECT_EQ(target->acts, 0);
+}
+
 TEST_F(NSSegmentedControlTest, ASpaceBarThatIsHeldClicksOnce) {
   control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
   focus();
@@ -487,6 +502,22 @@ TEST_F(OverflowingSegmentsTest, TheMenuMayOutliveTheControl) {
   desktop.chooseFromMenu(desktop.openMenu()->entries[0].number);
   desktop.settle();
   EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(OverflowingSegmentsTest, AChoiceIsNoClickOnAControlThatWasHiddenOrTakenAwayMeanwhile) {
+  const auto choose = [&] {
+    desktop.chooseFromMenu(desktop.openMenu()->entries[0].number);
+    desktop.settle();
+  };
+  user.click(*window, {130, 110});
+  control->setHidden(true);
+  choose();
+  control->setHidden(false);
+  user.click(*window, {130, 110});
+  control->removeFromSuperview();
+  choose();
+  EXPECT_EQ(target->acts, 0);
+  EXPECT_EQ(control->selectedSegment(), std::nullopt);
 }
 
 TEST_F(OverflowingSegmentsTest, ArrowsReachWhatIsInTheMenuAndAssistiveClientsSeeItThere) {
