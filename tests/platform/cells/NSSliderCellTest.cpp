@@ -51,6 +51,10 @@ TEST_F(NSSliderCellTest, AValueOutsideOfTheLimitsIsTheNearestOne) {
   EXPECT_EQ(cell->doubleValue(), 3);
   cell->setDoubleValue(notANumber);
   EXPECT_EQ(cell->doubleValue(), -5);
+  // Of limits in the wrong order the minimum counts.
+  cell->setMaxValue(-8);
+  cell->setDoubleValue(3);
+  EXPECT_EQ(cell->doubleValue(), -5);
 }
 
 TEST_F(NSSliderCellTest, NewLimitsTakeTheValueWithThem) {
@@ -74,6 +78,7 @@ TEST_F(NSSliderCellTest, ComesFromAnArchiveWithItsLimitsBeforeItsValue) {
   EXPECT_EQ(cell->tickMarkPosition(), NSTickMarkPositionAbove);
   EXPECT_TRUE(cell->allowsTickMarkValuesOnly());
   EXPECT_EQ(cell->tag(), 3);
+  EXPECT_TRUE(cell->isContinuous());
   EXPECT_EQ(coder.firstUnknownKey(), std::nullopt);
 }
 
@@ -158,6 +163,8 @@ TEST_F(NSSliderCellTest, AtTheEndOfTheWayIsTheMaximumItself) {
   slider->setMinValue(0.2);
   slider->setMaxValue(0.9);  // 0.2 and the range between the two make a little less
   EXPECT_EQ(cellOf(slider).valueAtPoint({108, 0}), 0.9);
+  slider->setNumberOfTickMarks(3);
+  EXPECT_EQ(slider->tickMarkValueAtIndex(2), 0.9);
 }
 
 TEST_F(NSSliderCellTest, WithoutARangeTheKnobStaysAtTheStart) {
@@ -222,6 +229,16 @@ TEST_F(NSSliderCellTest, EveryTickMarkIsFoundAllOverItsPlace) {
     EXPECT_EQ(slider->indexOfTickMarkAtPoint(mark.origin), index);
     EXPECT_EQ(slider->indexOfTickMarkAtPoint({mark.origin.x + 0.99, mark.origin.y + 4.9}), index);
   }
+}
+
+TEST_F(NSSliderCellTest, ACellThatIsDrawnInAnothersControlIsWhereItWasDrawnAndChangesOnlyItself) {
+  cell->setControlView(slider.get());
+  recordingOf([&] { cell->drawWithFrame({50, 10, 66, 20}, *slider); });
+  EXPECT_EQ(cell->knobRectFlipped(true), (CGRect{50, 12, 16, 16}));
+  EXPECT_EQ(cell->valueAtPoint({83, 20}), 0.5);
+  cell->userChoseValue(0.5);
+  EXPECT_EQ(cell->doubleValue(), 0.5);
+  EXPECT_EQ(slider->doubleValue(), 0);
 }
 
 TEST_F(NSSliderCellTest, AnUnknownTickMarkStopsTheProgram) {

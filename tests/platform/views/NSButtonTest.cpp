@@ -308,7 +308,7 @@ TEST_F(NSButtonTest, ItsValueIsItsStateAndNotItsTitle) {
   EXPECT_EQ(button->title(), "Play");
 }
 
-TEST_F(NSButtonTest, AStateThatIsSetAsksForARedraw) {
+TEST_F(NSButtonTest, AStateOrTitleThatIsSetAsksForARedraw) {
   nativeOf(*window).forgetPaints();
   button->setState(NSControlStateValueOn);
   desktop.settle();
@@ -316,6 +316,17 @@ TEST_F(NSButtonTest, AStateThatIsSetAsksForARedraw) {
   button->setNextState();
   desktop.settle();
   EXPECT_EQ(nativeOf(*window).paints().size(), 2u);
+  button->setTitle("Play");
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 3u);
+}
+
+TEST_F(NSButtonTest, TheEndOfAClickWithoutAMouseAsksForARedraw) {
+  button->performClick(nullptr);
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  desktop.advance(1);
+  EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
 }
 
 TEST_F(NSButtonTest, SpaceDoesNotPressADisabledFirstResponder) {

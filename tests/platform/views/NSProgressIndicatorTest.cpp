@@ -118,6 +118,17 @@ TEST_F(NSProgressIndicatorTest, ASpinnerTurnsASpokeTwelveTimesASecondUntilItIsSt
   EXPECT_EQ(paints(), 13u);
 }
 
+TEST_F(NSProgressIndicatorTest, ASpinnerTurnsAlsoWhereItIsRedrawnMoreOftenThanThat) {
+  spin();
+  const auto window = showWindowWith(indicator);
+  const Lines first = drawn();
+  for (int i = 0; i < 10; ++i) {
+    indicator->setNeedsDisplay(true);
+    desktop.advance(0.01);
+  }
+  EXPECT_NE(drawn(), first);
+}
+
 TEST_F(NSProgressIndicatorTest, AHiddenSpinnerRedrawsNothingAndTurnsAgainWhenItIsShown) {
   spin();
   const auto window = showWindowWith(indicator);

@@ -180,6 +180,12 @@ TEST_F(NSSliderTest, FromRightToLeftTheLeftArrowIsMoreAndThePressIsMirrored) {
   EXPECT_EQ(slider->doubleValue(), 0.75);
 }
 
+TEST_F(NSSliderTest, FromRightToLeftTheWheelGoesWhereTheKnobGoes) {
+  slider->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirectionRightToLeft);
+  user.scroll(*window, at(30), {48, 1});
+  EXPECT_EQ(slider->doubleValue(), 0.05);
+}
+
 TEST_F(NSSliderTest, AKeyAtTheLimitChangesNothingSendsNothingAndGoesNoFarther) {
   const auto around = make<harness::ProbeView>(CGRect{0, 0, 200, 150});
   window->contentView()->addSubview(around);
@@ -189,8 +195,9 @@ TEST_F(NSSliderTest, AKeyAtTheLimitChangesNothingSendsNothingAndGoesNoFarther) {
   EXPECT_TRUE(taken().empty());
   EXPECT_EQ(std::count(around->calls.begin(), around->calls.end(), "keyDown"), 0);
   user.pressKey("x");
-  user.pressKey(NSRightArrowFunctionKey, NSEventModifierFlagCommand);
-  EXPECT_EQ(std::count(around->calls.begin(), around->calls.end(), "keyDown"), 2);
+  for (const auto modifier : {NSEventModifierFlagCommand, NSEventModifierFlagShift, NSEventModifierFlagOption})
+    user.pressKey(NSRightArrowFunctionKey, modifier);
+  EXPECT_EQ(std::count(around->calls.begin(), around->calls.end(), "keyDown"), 4);
 }
 
 TEST_F(NSSliderTest, KeysAndWheelWaitWhileTheMouseHoldsTheKnob) {
