@@ -65,6 +65,14 @@ TEST_F(ProgressMonitorViewTest, TheLabelsFontIsTheNamedOneOrTheLabelFontOfItsSiz
   else EXPECT_TRUE(label().font()->isEqual(NSFont::labelFontOfSize(10).get()));
 }
 
+TEST_F(ProgressMonitorViewTest, WhereTheNamedFontIsInstalledTheLabelHasIt) {
+  const auto without = label().font();
+  desktop.textEngine().addFamily("Helvetica Neue");
+  view = make<ProgressMonitorView>(CGRect{5, 6, 200, 24});
+  EXPECT_TRUE(label().font()->isEqual(NSFont::fontWithName("Helvetica Neue", 10).get()));
+  EXPECT_FALSE(label().font()->isEqual(without.get()));
+}
+
 TEST_F(ProgressMonitorViewTest, FromAnInterfaceFileItIsTheSame) {
   TessalunaUIKit::registerInterfaceFileClasses();
   const auto contents = make<NSNib>(R"({"objects": [{"class": "TessalunaUIKit.ProgressMonitorView", "frame": [0, 0, 100, 20],
@@ -265,6 +273,16 @@ TEST_F(ProgressMonitorViewTest, EveryTaskIsAProgressIndicatorToAssistiveClientsA
   EXPECT_EQ(view->accessibilityChildren()->size(), 1u);
   EXPECT_EQ(element.accessibilityParent(), nullptr);
   EXPECT_TRUE(element.accessibilityValue().isAbsent());
+}
+
+TEST_F(ProgressMonitorViewTest, ATaskThatComesBackIsANewElement) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  const Ref<NSObject> earlier = view->accessibilityChildren()->at(0);
+  view->removeBackgroundTaskProgress("scan");
+  view->addBackgroundTaskProgress("scan", 50, &first);
+  const Ref<NSObject> later = view->accessibilityChildren()->at(0);
+  EXPECT_NE(later, earlier);
+  EXPECT_EQ(accessibilityOf(later)->accessibilityAttributeValue(NSAccessibilityMaxValueAttribute), AccessibilityValue(50.0));
 }
 
 TEST_F(ProgressMonitorViewTest, ATaskMayBeRemovedByTheKeyInTheLiveDictionary) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 
 #include "tessaluna/platform/accessibility/attributes.h"
@@ -67,6 +68,43 @@ TEST_F(PlaybackSliderTest, ThePlayersPositionsMoveTheKnob) {
   EXPECT_EQ(slider->doubleValue(), 90 * 44100);
   EXPECT_TRUE(taken().empty());
   EXPECT_FALSE(slider->isSeeking());
+}
+
+TEST_F(PlaybackSliderTest, NewPositionsAndNewLoadsAskForARedraw) {
+  const auto paintsAfter = [&](auto change) {
+    nativeOf(*window).forgetPaints();
+    change();
+    desktop.settle();
+    return nativeOf(*window).paints().size();
+  };
+  EXPECT_EQ(paintsAfter([&] { slider->setPosition(90); }), 1u);
+  EXPECT_EQ(paintsAfter([&] { slider->setPosition(90); }), 0u);
+  EXPECT_EQ(paintsAfter([&] { slider->showLoaded({.start = 0, .frames = 44100}); }), 1u);
+}
+
+TEST_F(PlaybackSliderTest, ASliderMayBeReleasedInItsAction) {
+  const std::function<void()> ways[] = {
+      [&] { user.click(*window, at(100)); }, [&] { user.pressKey(NSRightArrowFunctionKey); },
+      [&] {
+        user.scroll(*window, at(10), {0, 48});
+      },
+      [&] { accessibilityOf(Ref<NSCell>(slider->cell()))->accessibilityPerformAction(NSAccessibilityIncrementAction); }};
+  for (const auto& way : ways) {
+    slider->removeFromSuperview();
+    slider = make<PlaybackSlider>(CGRect{10, 60, 303, 20});
+    slider->beginSong({.seconds = 300});
+    slider->setTarget(target);
+    slider->setAction("act:");
+    const WeakRef<PlaybackSlider> weak = slider;
+    target->onAct = [this] { std::exchange(slider, make<PlaybackSlider>(CGRect{}))->removeFromSuperview(); };
+    window->contentView()->addSubview(slider);
+    window->makeFirstResponder(slider.get());
+    desktop.settle();
+    way();
+    desktop.advance(3);
+    EXPECT_TRUE(weak.expired());
+  }
+  EXPECT_EQ(target->acts, 4);
 }
 
 TEST_F(PlaybackSliderTest, ADragAsksOnceForTheTimeWhereItEnds) {
@@ -535,6 +573,11 @@ TEST_F(PlaybackSliderHeld, AtTheEdgesOfTheScreenTheTimeStaysOnIt) {
   user.press(*window, at(0));
   EXPECT_EQ(place().origin.x, 0);
   EXPECT_LT(CGRectGetMaxY(place()), CGRectGetMidY(content));
+  user.release();
+  window->setFrameTopLeftPoint({CGRectGetMaxX(screen) - 313, 500});
+  user.press(*window, at(300));
+  EXPECT_EQ(CGRectGetMaxX(place()), CGRectGetMaxX(screen));
+  EXPECT_GT(place().origin.y, window->convertRectToScreen(slider->frame()).origin.y);
 }
 
 TEST_F(PlaybackSliderHeld, TheTimeGoesWithThePressHoweverThatEnds) {

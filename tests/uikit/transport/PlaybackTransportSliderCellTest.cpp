@@ -150,6 +150,14 @@ TEST_F(PlaybackTransportSliderCellTest, TheKnobHasItsMiddleWhereTheStockKnobHasI
   }
 }
 
+TEST_F(PlaybackTransportSliderCellTest, TickMarksMoveTheKnobAsTheyMoveTheStockOne) {
+  slider->setFrameSize({203, 40});
+  slider->setNumberOfTickMarks(3);
+  for (const bool flipped : {true, false})
+    EXPECT_EQ(cell->knobRectFlipped(flipped).origin.y, cell->NSSliderCell::knobRectFlipped(flipped).origin.y + 1);
+  EXPECT_NE(cell->knobRectFlipped(true), cell->knobRectFlipped(false));
+}
+
 TEST_F(PlaybackTransportSliderCellTest, WithoutAViewTheWidthCountsAsZero) {
   const auto loose = make<PlaybackTransportSliderCell>();
   loose->setDoubleValue(0.5);
