@@ -30,6 +30,7 @@ class ClickableLabel : public tessaluna::platform::NSTextField, private LinksFor
   const tessaluna::platform::Ref<ClickableLabelTarget>& actionTarget() const { return actionTarget_; }
   void setActionTarget(tessaluna::platform::Ref<ClickableLabelTarget> target) { actionTarget_ = std::move(target); }
 
+  // A text is taken as it is now: what the program changes in it later does not show.
   void setObjectValue(tessaluna::platform::Ref<tessaluna::platform::NSObject> value) override;
 
   // From then on a press finds the links where the label's present size has them.

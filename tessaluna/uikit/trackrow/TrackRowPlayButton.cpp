@@ -21,7 +21,7 @@ const ClassInfo TrackRowPlayButton::staticClassInfo{
 void TrackRowPlayButton::drawRect(CGRect) {
   const DisabledLook look(*this);
   if (hasMouseOnRow()) {
-    // Wanted: alone of the three, it takes the pressed look back as soon as the pointer leaves it.
+    // Intentional: alone of the three, it takes the pressed look back as soon as the pointer leaves it.
     TessalunaStyleKit::drawTrackRowPlayPause(bounds(), isPressed() && mouseInside(), mouseInside(), isPlaying_);
   } else if (isPlayingTrack_) {
     TessalunaStyleKit::drawTrackRowPlaying(bounds());

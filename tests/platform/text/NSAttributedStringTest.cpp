@@ -57,6 +57,8 @@ TEST(NSAttributedString, TheEffectiveRangeBeginsInAnEarlierRunOfTheSameValue) {
   NSRange range;
   text.attributeAtIndex(underline, 4, &range);
   EXPECT_EQ(range, (NSRange{1, 4}));
+  text.attributeAtIndex(linkKey, 2, &range);
+  EXPECT_EQ(range, (NSRange{0, 3})) << "the text's first run is among them";
 }
 
 TEST(NSAttributedString, EnumerationVisitsStretchesWithoutTheAttributeToo) {

@@ -3,6 +3,7 @@
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/views/NSTextView.h"
@@ -128,6 +129,18 @@ TEST_F(ClickableLabelTest, AReleaseCountsFromTheLinksFirstCharacterToItsLast) {
   EXPECT_EQ(target->calls, (Calls{first, first}));
   for (const CGFloat x : {19.5, 40.5}) pressAndRelease(onLink, {x, middle});
   EXPECT_EQ(target->calls.size(), 2u);
+}
+
+TEST_F(ClickableLabelTest, ALinkOfTwoLooksIsOneLink) {
+  const auto text = make<NSMutableAttributedString>("here now", NSAttributes{{NSFontAttributeName, label->font()}});
+  text->addAttribute(NSForegroundColorAttributeName, Ref<NSObject>(NSColor::redColor()), {0, 2});
+  text->addAttribute(NSLinkAttributeName, url(first), {0, 4});
+  label->setAttributedStringValue(text);
+  window->resetCursorRects();
+  pressAndRelease({17, middle}, {7, middle});  // from the second look to the first one
+  pressAndRelease({7, middle}, {22, middle});
+  EXPECT_EQ(target->calls, (Calls{first, first}));
+  EXPECT_EQ(label->cell()->accessibilityChildren()->size(), 1u);
 }
 
 TEST_F(ClickableLabelTest, APressForgetsTheOneWhoseReleaseWasLost) {
