@@ -17,7 +17,7 @@ constexpr double pointsPerPixel = 1000;  // how many points are searched in the 
 // The last row of something that reaches down to this height. A row that it only borders on is not touched.
 int lastRowOf(double y) {
   const int row = int(y);
-  return row == y ? row - 1 : row;
+  return y > row ? row : row - 1;
 }
 
 }  // namespace
@@ -152,8 +152,8 @@ inline void CoverageBuffer::addInside(double x0, double y0, double x1, double y1
     return row.addToPixels(isRightwards ? from : to, isRightwards ? to : from, {cover, cover / float(std::abs(x1 - x0))});
   }
   if (x0 == x1) addUpright(from, y0, y1, direction);
-  else if (x0 < x1) addToRows<true>({x0, y0, x1, y1}, direction);
-  else addToRows<false>({x0, y0, x1, y1}, direction);
+  else if (x0 < x1) addToRows<true>(x0, y0, x1, y1, first, last, direction);
+  else addToRows<false>(x0, y0, x1, y1, first, last, direction);
 }
 
 inline CoverageBuffer::Place CoverageBuffer::placeOf(double x) {
@@ -184,12 +184,10 @@ void CoverageBuffer::addUpright(Place at, double y0, double y1, float direction)
 
 // Adds a side that goes through several rows, to the right or to the left.
 template <bool isRightwards>
-void CoverageBuffer::addToRows(const DeviceRect& side, float direction) {
-  const double x0 = side.left, y0 = side.top;
-  const int first = int(y0), last = lastRowOf(side.bottom);
-  const double slope = (side.right - x0) / (side.bottom - y0);
-  const float perPixel = direction * std::abs(float(1 / slope));
-  const Place end = placeOf(side.right);
+void CoverageBuffer::addToRows(double x0, double y0, double x1, double y1, int first, int last, float direction) {
+  const double slope = (x1 - x0) / (y1 - y0), slopeAcross = (y1 - y0) / (x1 - x0);
+  const float perPixel = direction * std::abs(float(slopeAcross));
+  const std::ptrdiff_t kind = kindOf(direction), stride = stride_, marksPerRow = 4 * words_;
   Place at = placeOf(x0);
   Row row = rowAt(first);
   const auto addPart = [&](Place to, float cover) {
@@ -197,22 +195,29 @@ void CoverageBuffer::addToRows(const DeviceRect& side, float direction) {
     if (left.column == right.column) row.addToPixel(left.column, (left.inPixel + right.inPixel) * 0.5f, cover);
     else row.addToPixels(left, right, {cover, perPixel});
     at = to;
-    return Chain{marksOf(row, direction), left.column, right.column};
+    const Chain part{row.marks + kind, left.column, right.column};
+    row = {row.values + stride, row.marks + marksPerRow};
+    return part;
   };
-  // Where the side meets a row's lower edge; rounding must not move this beyond the side's end.
-  const auto placeBelow = [&](int i) {
-    // This is computed from the start every time, so that errors do not add up.
-    const double x = x0 + (i + 1 - y0) * slope;
-    const int column = isRightwards ? std::min(int(x), end.column) : std::max(int(x), end.column);
-    return Place{float(x - column), column};
+  // Where the side meets a row's lower edge, in parts of a pixel. Their errors add up to less than a thousandth of a pixel in
+  // millions of rows. Rounding must not move this beyond the side's end.
+  constexpr double partsOfPixel = 4294967296;
+  const std::int64_t end = std::int64_t(x1 * partsOfPixel);
+  std::int64_t x = std::int64_t((x0 + (first + 1 - y0) * slope) * partsOfPixel);
+  const auto placeBelow = [&] {
+    x = isRightwards ? std::min(x, end) : std::max(x, end);
+    return Place{float(std::int32_t(std::uint32_t(x) >> 8)) * 0x1p-24f, int(x >> 32)};
   };
-  const Chain highest = addPart(placeBelow(first), direction * float(first + 1 - y0));
-  goDown(row);
-  for (int i = first + 1; i < last; ++i, goDown(row)) {
-    const Chain through = addPart(placeBelow(i), direction);
-    mark(through.marks, through.first, through.last);
+  const Chain highest = addPart(placeBelow(), direction * float(first + 1 - y0));
+  if (first + 1 < last) {
+    const std::int64_t step = std::int64_t(slope * partsOfPixel);
+    for (int i = first + 1; i < last; ++i) {
+      x += step;
+      const Chain through = addPart(placeBelow(), direction);
+      mark(through.marks, through.first, through.last);
+    }
   }
-  passRows(highest, addPart(end, direction * float(side.bottom - last)), direction);
+  passRows(highest, addPart(placeOf(x1), direction * float(y1 - last)), direction);
 }
 
 // The chain has passed several rows, from the highest to the lowest or the other way.
@@ -330,14 +335,12 @@ void CoverageBuffer::findCrossedTips(const Shape& shape) {
     const std::span<const CGPoint> points = shape.polygons.polygon(i);
     const std::size_t count = points.size();
     std::size_t at = count - 1;
-    CGPoint in = points[at] - points[at > 0 ? at - 1 : at];
+    Double2 in = pairOf(points[at]) - pairOf(points[at > 0 ? at - 1 : at]);
     for (std::size_t next = 0; next < count; at = next++) {
-      const CGPoint out = points[next] - points[at];
-      const double turn = in.y * out.y;
-      if (turn <= 0) {
-        if (in.y != 0) noteTip(points, at, shape);
-      } else if (in.x * out.x + turn < 0) {
-        noteSpike(placed(points[at], shape));
+      const Double2 out = pairOf(points[next]) - pairOf(points[at]), products = in * out;
+      if (std::min(products[1], products[0] + products[1]) <= 0) [[unlikely]] {
+        if (products[1] > 0) noteSpike(placed(points[at], shape));
+        else if (in[1] != 0) noteTip(points, at, shape);
       }
       in = out;
     }
@@ -449,9 +452,8 @@ void CoverageBuffer::correctFrom(int firstRow, Range before, const Shape& shape)
 // From one whole winding to the next, even-odd coverage alternately rises and falls.
 void CoverageBuffer::fold(int row) {
   float* const values = rowValues(row);
-  forEachRun(row, [values](int block, int count) {
-    for (float *v = values + block * blockSize, *end = v + count * blockSize; v < end; ++v)
-      *v = std::abs(*v - 2 * std::round(*v * 0.5f));
+  forEachRun(row, [values](int first, int count) {
+    for (float *v = values + first, *end = v + count; v < end; ++v) *v = std::abs(*v - 2 * std::round(*v * 0.5f));
   });
 }
 
@@ -529,40 +531,32 @@ void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch) {
   sidesSearched_ += resolver_.sidesOfStrips();
 }
 
-// Marks the blocks of a chain's pixels, each of which also changes the pixel on its right.
-void CoverageBuffer::touchBlocks(int row) {
-  std::uint64_t* const touched = rowMarks(row);
-  std::uint64_t last = 0;
-  for (int word = 0; word < words_; ++word) {
-    const std::uint64_t pixels = touched[words_ + word] | touched[2 * words_ + word];
-    if ((pixels | last) == 0) continue;
-    const std::uint64_t both = pixels | pixels << 1 | last;
-    last = pixels >> 63;
-    constexpr std::uint64_t firstOfBlocks = 0x1111111111111111;
-    touched[word] |= ((both | both >> 1 | both >> 2 | both >> 3) & firstOfBlocks) * firstBlock;
-  }
-}
-
 // Turns the changes of a row into sums.
 CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
-  touchBlocks(row);
   float* values = rowValues(row);
   const Float4 zero{};
   Float4 before{}, lowest{}, highest{};
-  forEachRun(row, [&](int block, int count) {
-    float* const end = values + (block + count) * blockSize;
-    for (float* four = values + block * blockSize; four < end; four += 4) {
-      Float4 v;
-      std::memcpy(&v, four, sizeof v);
-      v += __builtin_shufflevector(zero, v, 0, 4, 5, 6);
-      v += __builtin_shufflevector(zero, v, 0, 1, 4, 5);
-      v += before;
-      before = __builtin_shufflevector(v, v, 3, 3, 3, 3);
-      lowest = smaller(lowest, v);
-      highest = larger(highest, v);
-      std::memcpy(four, &v, sizeof v);
-    }
-  });
+  std::uint64_t *const touched = rowMarks(row), last = 0;
+  for (int word = 0; word < words_; ++word, values += 64) {
+    // A chain's pixels also change the pixel on their right.
+    const std::uint64_t pixels = touched[words_ + word] | touched[2 * words_ + word], both = pixels | pixels << 1 | last;
+    if ((both | touched[word]) == 0) continue;
+    constexpr std::uint64_t firstOfBlocks = 0x1111111111111111;
+    touched[word] |= ((both | both >> 1 | both >> 2 | both >> 3) & firstOfBlocks) * firstBlock;
+    last = pixels >> 63;
+    forEachRunOf(touched[word], [&](int first, int count) {
+      for (float *four = values + first, *const end = four + count; four < end; four += 4) {
+        Float4 v = fourOf(four);
+        v += __builtin_shufflevector(zero, v, 0, 4, 5, 6);
+        v += __builtin_shufflevector(zero, v, 0, 1, 4, 5);
+        v += before;
+        before = __builtin_shufflevector(v, v, 3, 3, 3, 3);
+        lowest = smaller(lowest, v);
+        highest = larger(highest, v);
+        std::memcpy(four, &v, sizeof v);
+      }
+    });
+  }
   return {lowest, highest};
 }
 

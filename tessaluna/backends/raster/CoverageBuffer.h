@@ -123,7 +123,7 @@ class CoverageBuffer {
   void addUpright(Place at, double y0, double y1, float direction);
   void addWholeRow(Row row, Place at, float direction);
   template <bool isRightwards>
-  void addToRows(const DeviceRect& side, float direction);
+  void addToRows(double x0, double y0, double x1, double y1, int first, int last, float direction);
   void passRows(const Chain& highest, const Chain& lowest, float direction);
   void endPolygon();
   void placePillars();
@@ -131,7 +131,8 @@ class CoverageBuffer {
   int firstTouched(int row, int end);
   void writeRepeats(int firstRow);
   void addBeside(double y0, double y1, float direction);
-  std::uint64_t* marksOf(const Row& row, float direction) const { return row.marks + (direction > 0 ? words_ : 2 * words_); }
+  std::ptrdiff_t kindOf(float direction) const { return direction > 0 ? words_ : 2 * words_; }
+  std::uint64_t* marksOf(const Row& row, float direction) const { return row.marks + kindOf(direction); }
   void stayIn(std::uint64_t* marks, int first, int last);
   void leaveRow();
   void mark(std::uint64_t* marks, int first, int last);
@@ -152,9 +153,10 @@ class CoverageBuffer {
   void writeOut(int row, int first, int last);
   void replacePatch(const Shape& shape, const PixelRect& patch);
   void giveResolverBack();
-  void touchBlocks(int row);
   Range sumRow(int row);
   static void clearBlocks(float* values, int count);
+  template <class Function>
+  static void forEachRunOf(std::uint64_t bits, Function run);
   template <class Sink>
   void sendRow(int row, Sink& sink);
   template <class Sink>
@@ -174,7 +176,7 @@ class CoverageBuffer {
     row.values += stride_;
     row.marks += 4 * words_;
   }
-  // Calls run(first, count) for the runs of touched blocks in a row. A run ends at the end of a word.
+  // Calls run(first, count) for the runs of pixels in touched blocks of a row. A run ends at the end of a word.
   template <Touched after = Touched::Keep, class Function>
   void forEachRun(int row, Function run);
 
@@ -247,19 +249,26 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   return true;
 }
 
+template <class Function>
+inline void CoverageBuffer::forEachRunOf(std::uint64_t bits, Function run) {
+  while (bits != 0) {
+    const int first = std::countr_zero(bits);
+    const std::uint64_t others = bits & (bits + (std::uint64_t(1) << first));  // the carry of the sum clears the run
+    run(first, std::countr_one(bits >> first));
+    bits = others;
+  }
+}
+
 template <CoverageBuffer::Touched after, class Function>
 inline void CoverageBuffer::forEachRun(int row, Function run) {
   std::uint64_t* words = rowMarks(row);
-  constexpr int blocksOfWord = 64 / blockSize;
   for (int word = 0; word < words_; ++word) {
-    std::uint64_t bits = words[word];
-    if constexpr (after == Touched::Clear) words[word] = 0;
-    while (bits != 0) {
-      const int first = std::countr_zero(bits);
-      const std::uint64_t others = bits & (bits + (std::uint64_t(1) << first));  // the carry of the sum clears the run
-      run(word * blocksOfWord + first / blockSize, std::countr_one(bits >> first) / blockSize);
-      bits = others;
+    const std::uint64_t bits = words[word];
+    if (bits == 0) continue;
+    if constexpr (after == Touched::Clear) {
+      for (int kind = 0; kind < 4; ++kind) words[kind * words_ + word] = 0;
     }
+    forEachRunOf(bits, [&](int first, int count) { run(word * 64 + first, count); });
   }
 }
 
@@ -273,16 +282,14 @@ inline void CoverageBuffer::forEachPart(int row, Uniform uniform, Varied varied)
   const auto sendUniform = [&](int end) {
     if (done < end && std::abs(winding) > leastCoverage) uniform(done, end - done, winding);
   };
-  forEachRun<after>(row, [&](int block, int count) {
-    const int x = block * blockSize;
+  forEachRun<after>(row, [&](int x, int count) {
     sendUniform(std::min(x, width));
-    if (x < width) varied(x, std::min(count * blockSize, width - x), values + x);
-    done = x + count * blockSize;
+    if (x < width) varied(x, std::min(count, width - x), values + x);
+    done = x + count;
     winding = values[done - 1];
     if constexpr (after == Touched::Clear) clearBlocks(values + x, count);
   });
   sendUniform(width);
-  if constexpr (after == Touched::Clear) std::fill_n(rowMarks(row) + words_, 3 * words_, std::uint64_t(0));
 }
 
 template <class Sink>
@@ -335,10 +342,10 @@ inline void CoverageBuffer::leaveRow() {
 
 // Marks the pixels of a row that a chain crosses.
 inline void CoverageBuffer::mark(std::uint64_t* marks, int first, int last) {
-  const unsigned word = unsigned(first) / 64;
-  if (word != unsigned(last) / 64) [[unlikely]]
+  const unsigned from = unsigned(first), to = unsigned(last), word = from / 64;
+  if (word != to / 64) [[unlikely]]
     return markWords(marks, first, last);
-  const std::uint64_t bits = ~std::uint64_t(0) << (first % 64) & ~std::uint64_t(0) >> (63 - last % 64);
+  const std::uint64_t bits = ~std::uint64_t(0) << from % 64 & ~std::uint64_t(0) >> (63 - to % 64);
   const std::uint64_t before = marks[word];
   marks[word] = before | bits;
   if ((before & bits) != 0) [[unlikely]]
@@ -347,7 +354,7 @@ inline void CoverageBuffer::mark(std::uint64_t* marks, int first, int last) {
 
 inline void CoverageBuffer::clearBlocks(float* values, int count) {
   const Float4 zero{};
-  for (; count > 0; --count, values += blockSize) std::memcpy(values, &zero, sizeof zero);
+  for (; count > 0; count -= blockSize, values += blockSize) std::memcpy(values, &zero, sizeof zero);
 }
 
 }  // namespace tessaluna::backend::raster

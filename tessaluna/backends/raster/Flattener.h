@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "tessaluna/backends/raster/Float4.h"
 #include "tessaluna/backends/raster/PixelRect.h"
 #include "tessaluna/platform/backend/Path.h"
 
@@ -35,6 +36,10 @@ constexpr double farthestPoint = 1e100;
 
 inline bool isUsable(CGPoint p) { return std::abs(p.x) <= farthestPoint && std::abs(p.y) <= farthestPoint; }
 
+// Both coordinates of a point are computed at once.
+inline Double2 pairOf(const CGPoint& p) { return std::bit_cast<Double2>(p); }
+inline CGPoint pointOf(Double2 p) { return {p[0], p[1]}; }
+
 template <class Sink>
 class Flattener {
  public:
@@ -42,11 +47,13 @@ class Flattener {
 
   void add(const Path& path, const CGAffineTransform& transform) {
     const CGPoint* point = path.points().data();
+    const Double2 x{transform.a, transform.b}, y{transform.c, transform.d}, moved{transform.tx, transform.ty};
+    const auto placed = [&](const CGPoint& p) { return bothOf(p.x) * x + bothOf(p.y) * y + moved; };
     for (const PathVerb verb : path.verbs()) {
       switch (verb) {
-        case PathVerb::Move: move(transform.apply(point[0])); break;
-        case PathVerb::Line: line(transform.apply(point[0])); break;
-        case PathVerb::Curve: curve(transform.apply(point[0]), transform.apply(point[1]), transform.apply(point[2])); break;
+        case PathVerb::Move: move(placed(point[0])); break;
+        case PathVerb::Line: line(placed(point[0])); break;
+        case PathVerb::Curve: curve(placed(point[0]), placed(point[1]), placed(point[2])); break;
         case PathVerb::Close:
           if (isOpen_) sink_.close();
           isOpen_ = false;
@@ -68,16 +75,21 @@ class Flattener {
   // Chords of a curve whose length is kept: the splits are enough for that many.
   static constexpr float maxStepsWithLength = maxSteps * 64;
 
-  void move(CGPoint to) {
-    hasStart_ = isUsable(to);
+  template <class... Pairs>
+  static bool areUsable(Pairs... points) {
+    return (... && areBothSet(magnitude(points) <= bothOf(farthestPoint)));
+  }
+
+  void move(Double2 to) {
+    hasStart_ = areUsable(to);
     if (!hasStart_) return;
     start_ = current_ = to;
-    sink_.moveTo(to);
+    sink_.moveTo(pointOf(to));
     isOpen_ = true;
   }
 
   // After a close the next segment begins a subpath at the old start; after a lost start, at its own end.
-  bool begin(CGPoint to) {
+  bool begin(Double2 to) {
     if (!hasStart_) {
       move(to);
       return false;
@@ -86,63 +98,62 @@ class Flattener {
     return true;
   }
 
-  void line(CGPoint to) {
-    if (!isUsable(to) || !begin(to)) return;
-    sink_.lineTo(to, Corner::Sharp);
+  void line(Double2 to) {
+    if (!areUsable(to) || !begin(to)) return;
+    sink_.lineTo(pointOf(to), Corner::Sharp);
     current_ = to;
   }
 
-  void curve(CGPoint p1, CGPoint p2, CGPoint p3) {
-    if (!isUsable(p1) || !isUsable(p2) || !isUsable(p3) || !begin(p3)) return;
-    const CGPoint p0 = current_;
+  void curve(Double2 p1, Double2 p2, Double2 p3) {
+    if (!areUsable(p1, p2, p3) || !begin(p3)) return;
+    const Double2 p0 = current_;
     current_ = p3;
-    const auto direction = [](CGPoint a, CGPoint b) { return CGPoint{b.x - a.x, b.y - a.y}; };
     // A control point that coincides with an end gives no direction there; the next point does.
+    const auto other = [](Double2 from, Double2 next, Double2 second, Double2 third) {
+      return !areBothSet(next == from) ? next : !areBothSet(second == from) ? second : third;
+    };
     splitsLeftOfCurve_ = maxSplitsOfCurve;
-    sink_.leave(direction(p0, p1 != p0 ? p1 : p2 != p0 ? p2 : p3));
+    sink_.leave(pointOf(other(p0, p1, p2, p3) - p0));
     // Nearly all curves are in the picture and need no splitting: the compiler can inline this short way.
     const bool isNeeded = settings_.keepsLengths || isVisible(p0);
     const float wanted = isNeeded ? wantedChords(p0, p1, p2, p3) : maxSteps + 1;
     leavesOut_ = !settings_.keepsLengths || !(wanted < maxStepsWithLength);
     if (wanted < maxSteps) step(p0, p1, p2, p3, int(wanted) + 1, Corner::Sharp);
     else split(p0, p1, p2, p3, Corner::Sharp, 0);
-    sink_.arrive(direction(p2 != p3 ? p2 : p1 != p3 ? p1 : p0, p3));
+    sink_.arrive(pointOf(p3 - other(p3, p2, p1, p0)));
   }
 
-  bool isVisible(CGPoint p) const {
-    const DeviceRect& v = settings_.visible;
-    return p.x >= v.left && p.x <= v.right && p.y >= v.top && p.y <= v.bottom;
-  }
+  bool isVisible(Double2 p) const { return areBothSet(p >= leftTop_) && areBothSet(p <= rightBottom_); }
 
   // True if the whole curve lies beyond one side, where its chord covers the same as the curve.
-  bool isBeside(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3) const {
-    const DeviceRect& v = settings_.visible;
-    return std::max(std::max(p0.x, p1.x), std::max(p2.x, p3.x)) < v.left ||
-           std::min(std::min(p0.x, p1.x), std::min(p2.x, p3.x)) > v.right ||
-           std::max(std::max(p0.y, p1.y), std::max(p2.y, p3.y)) < v.top ||
-           std::min(std::min(p0.y, p1.y), std::min(p2.y, p3.y)) > v.bottom;
+  bool isBeside(Double2 p0, Double2 p1, Double2 p2, Double2 p3) const {
+    const Double2 low = smaller(smaller(p0, p1), smaller(p2, p3)), high = larger(larger(p0, p1), larger(p2, p3));
+    return !areBothSet(high >= leftTop_) || !areBothSet(low <= rightBottom_);
   }
 
   // How many chords are needed to stay within the tolerances.
-  float wantedChords(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3) const {
-    const CGPoint d0{p1.x - p0.x, p1.y - p0.y}, d1{p2.x - p1.x, p2.y - p1.y}, d2{p3.x - p2.x, p3.y - p2.y};
+  float wantedChords(Double2 p0, Double2 p1, Double2 p2, Double2 p3) const {
+    const Double2 d0 = p1 - p0, d1 = p2 - p1, d2 = p3 - p2;
     // A sixth of the second derivative at either end; between them it is linear.
-    const double ax = d1.x - d0.x, ay = d1.y - d0.y, bx = d2.x - d1.x, by = d2.y - d1.y;
+    const Double2 a = (d1 - d0) * (d1 - d0), b = (d2 - d1) * (d2 - d1);
+    const Double2 squares = __builtin_shufflevector(a, b, 0, 2) + __builtin_shufflevector(a, b, 1, 3);
     // Single precision is enough for a number of chords, and takes half the time.
-    float bend = std::sqrt(float(std::max(ax * ax + ay * ay, bx * bx + by * by)));
+    float bend = std::sqrt(float(std::max(squares[0], squares[1])));
     // The first derivative times the second one is quadratic, with these Bernstein coefficients times 18.
-    const auto cross = [](CGPoint a, CGPoint b) { return std::abs(float(a.x * b.y - a.y * b.x)); };
-    float sweep = std::max(std::max(cross(d0, d1), cross(d1, d2)), 0.5f * cross(d0, d2));
+    const auto cross = [](Double2 a, Double2 b) { return std::abs(float(a[0] * b[1] - a[1] * b[0])); };
+    const float turn0 = cross(d0, d1), turn1 = cross(d1, d2);
+    float sweep = std::max(std::max(turn0, turn1), 0.5f * cross(d0, d2));
     if constexpr (requires { Sink::wantsDirections; }) {
       // The pen's far edge is longer in proportion to how much farther out it lies than the curve: in the middle, and at an
       // end where the control points make the curve bend sharply.
-      const float x = float(p3.x - p0.x), y = float(p3.y - p0.y), reach = float(settings_.reach);
-      const auto atEnd = [&](float turn, CGPoint leg) {
-        const float squares = float(leg.x * leg.x + leg.y * leg.y);
+      const Double2 all = p3 - p0;
+      const float x = float(all[0]), y = float(all[1]), reach = float(settings_.reach);
+      const auto atEnd = [&](float turn, Double2 leg) {
+        const float squares = float(leg[0] * leg[0] + leg[1] * leg[1]);
         return squares > 0 ? std::min(turn * reach / (1.5f * squares * std::sqrt(squares)), 12.0f) : 0;
       };
       const float inMiddle = std::min(6 * bend * reach / (x * x + y * y + 1e-30f), 32.0f);
-      const float longer = 1 + std::max(inMiddle, std::max(atEnd(cross(d0, d1), d0), atEnd(cross(d1, d2), d2)));
+      const float longer = 1 + std::max(inMiddle, std::max(atEnd(turn0, d0), atEnd(turn1, d2)));
       bend *= longer;
       sweep *= longer * longer;
     }
@@ -152,15 +163,15 @@ class Flattener {
   // Uses the logarithm; accurate to a few hundredths.
   static float roughCubeRoot(float v) { return std::bit_cast<float>(std::bit_cast<std::uint32_t>(v) / 3 + 0x2a5137a0); }
 
-  void split(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, Corner end, int depth) {
-    if (leavesOut_ && !isVisible(p0) && !isVisible(p3) && isBeside(p0, p1, p2, p3)) return sink_.lineTo(p3, end);
+  void split(Double2 p0, Double2 p1, Double2 p2, Double2 p3, Corner end, int depth) {
+    if (leavesOut_ && !isVisible(p0) && !isVisible(p3) && isBeside(p0, p1, p2, p3)) return sink_.lineTo(pointOf(p3), end);
     const float wanted = wantedChords(p0, p1, p2, p3);
     if (!(wanted <= maxSteps) && depth < deepestSplit && splitsLeftOfCurve_ > 0 && splitsLeft_ > 0) {
       --splitsLeftOfCurve_;
       --splitsLeft_;
-      const auto middle = [](CGPoint a, CGPoint b) { return CGPoint{(a.x + b.x) * 0.5, (a.y + b.y) * 0.5}; };
-      const CGPoint p01 = middle(p0, p1), p12 = middle(p1, p2), p23 = middle(p2, p3);
-      const CGPoint p012 = middle(p01, p12), p123 = middle(p12, p23), half = middle(p012, p123);
+      const auto middle = [](Double2 a, Double2 b) { return (a + b) * bothOf(0.5); };
+      const Double2 p01 = middle(p0, p1), p12 = middle(p1, p2), p23 = middle(p2, p3);
+      const Double2 p012 = middle(p01, p12), p123 = middle(p12, p23), half = middle(p012, p123);
       split(p0, p01, p012, half, Corner::Smooth, depth + 1);
       split(half, p123, p23, p3, end, depth + 1);
       return;
@@ -172,34 +183,32 @@ class Flattener {
   // moving every inner point outward by that much leaves no area out, so that a third of the chords is enough. The
   // shift is linear in the parameter and costs nothing: it only changes the two lowest coefficients. A
   // curve's ends cannot be moved, so the chords there must be shorter.
-  void step(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, int count, Corner end) {
+  void step(Double2 p0, Double2 p1, Double2 p2, Double2 p3, int count, Corner end) {
     const double h = 1.0 / (count - saved_);
-    const CGPoint a{p3.x - p0.x + 3 * (p1.x - p2.x), p3.y - p0.y + 3 * (p1.y - p2.y)};
-    const CGPoint b{3 * (p0.x - 2 * p1.x + p2.x), 3 * (p0.y - 2 * p1.y + p2.y)};
-    CGPoint c{3 * (p1.x - p0.x), 3 * (p1.y - p0.y)};
-    const double half = h * h * 0.5, sixth = h * h * (1.0 / 6);
-    c = {c.x - half * a.x, c.y - half * a.y};
-    const CGPoint d{p0.x - sixth * b.x, p0.y - sixth * b.y};
-    for (int i = 1; i < count; ++i) {
-      const double t = (i - saved_ * 0.5) * h;
-      const CGPoint p{((a.x * t + b.x) * t + c.x) * t + d.x, ((a.y * t + b.y) * t + c.y) * t + d.y};
+    const Double2 three = bothOf(3), a = p3 - p0 + three * (p1 - p2), b = three * (p0 - (p1 + p1) + p2);
+    const Double2 c = three * (p1 - p0) - bothOf(h * h * 0.5) * a, d = p0 - bothOf(h * h * (1.0 / 6)) * b;
+    double t = (1 - saved_ * 0.5) * h;
+    for (int i = 1; i < count; ++i, t += h) {
+      const Double2 at = bothOf(t), p = ((a * at + b) * at + c) * at + d;
       if constexpr (requires { Sink::wantsDirections; }) {
-        sink_.curvePoint(p, {(3 * a.x * t + 2 * b.x) * t + c.x, (3 * a.y * t + 2 * b.y) * t + c.y});
+        sink_.curvePoint(pointOf(p), pointOf((three * a * at + (b + b)) * at + c));
       } else {
-        sink_.lineTo(p, Corner::Smooth);
+        sink_.lineTo(pointOf(p), Corner::Smooth);
       }
     }
-    sink_.lineTo(p3, end);
+    sink_.lineTo(pointOf(p3), end);
   }
 
   const FlattenSettings settings_;
+  const Double2 leftTop_{settings_.visible.left, settings_.visible.top};
+  const Double2 rightBottom_{settings_.visible.right, settings_.visible.bottom};
   const float perTolerance_ = float(1 / (2 * settings_.tolerance));
   // A chord of length L on radius r leaves an area of at most L^3 / 60 r on one side of it in one place.
   const float perArea_ = settings_.areaTolerance > 0 ? float(0.3 / settings_.areaTolerance)
                                                      : std::numeric_limits<float>::max();
   const double saved_ = 2 - 2 * settings_.endStep;  // steps saved at both ends together
   Sink& sink_;
-  CGPoint start_, current_;
+  Double2 start_{}, current_{};
   bool hasStart_ = false, isOpen_ = false;
   bool leavesOut_ = true;  // whether parts of a curve beside the visible rectangle are left out
   int splitsLeftOfCurve_ = 0, splitsLeft_ = maxSplits;

@@ -19,8 +19,10 @@ using Double2 = double __attribute__((vector_size(16)));
 using Short8 = std::uint16_t __attribute__((vector_size(16)));
 using Byte16 = std::uint8_t __attribute__((vector_size(16)));
 using Long2 = long long __attribute__((vector_size(16)));
+using Flags2 = decltype(Double2{} < Double2{});
 
 inline Float4 splat(float v) { return Float4{v, v, v, v}; }
+inline Double2 bothOf(double v) { return Double2{v, v}; }
 
 inline Float4 fourOf(const float* values) {
   Float4 v;
@@ -61,6 +63,7 @@ inline Short8 packedBytes(Short8 a, Short8 b) {
 inline bool isAnySet(Int4 flags) { return _mm_movemask_ps(reinterpret_cast<Float4>(flags)) != 0; }
 inline Float4 smaller(Float4 a, Float4 b) { return _mm_min_ps(a, b); }
 inline Float4 larger(Float4 a, Float4 b) { return _mm_max_ps(a, b); }
+inline bool areBothSet(Flags2 flags) { return _mm_movemask_pd(reinterpret_cast<Double2>(flags)) == 3; }
 #else
 inline bool isAnySet(Int4 flags) {
   const Long2 halves = reinterpret_cast<Long2>(flags);
@@ -68,7 +71,11 @@ inline bool isAnySet(Int4 flags) {
 }
 inline Float4 smaller(Float4 a, Float4 b) { return a < b ? a : b; }
 inline Float4 larger(Float4 a, Float4 b) { return a > b ? a : b; }
+inline bool areBothSet(Flags2 flags) { return (flags[0] & flags[1]) != 0; }
 #endif
+inline Double2 smaller(Double2 a, Double2 b) { return a < b ? a : b; }
+inline Double2 larger(Double2 a, Double2 b) { return a > b ? a : b; }
+inline Double2 magnitude(Double2 v) { return reinterpret_cast<Double2>(reinterpret_cast<Long2>(v) & 0x7fffffffffffffff); }
 inline Float4 magnitude(Float4 v) { return reinterpret_cast<Float4>(reinterpret_cast<Int4>(v) & 0x7fffffff); }
 
 }  // namespace tessaluna::backend::raster

@@ -71,18 +71,15 @@ class Polygons {
   // Empty if there are no points.
   DeviceRect bounds() const {
     if (points_.empty()) return {};
-    Double2 low = both(points_[0]), high = low;
+    Double2 low = pairOf(points_[0]), high = low;
     for (const CGPoint& p : points_) {
-      const Double2 at = both(p);
-      low = at < low ? at : low;
-      high = at > high ? at : high;
+      low = smaller(low, pairOf(p));
+      high = larger(high, pairOf(p));
     }
     return {low[0], low[1], high[0], high[1]};
   }
 
  private:
-  static Double2 both(const CGPoint& p) { return Double2{p.x, p.y}; }
-
   std::vector<CGPoint> points_;
   std::vector<std::size_t> starts_;
 };
