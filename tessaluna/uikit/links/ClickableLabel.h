@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "tessaluna/platform/events/KeyboardAtPress.h"
 #include "tessaluna/platform/foundation/URL.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/uikit/links/AccessibleLinks.h"
@@ -17,7 +18,9 @@
 
 namespace TessalunaUIKit {
 
-class ClickableLabel : public tessaluna::platform::NSTextField, private LinksForClients {
+class ClickableLabel : public tessaluna::platform::NSTextField,
+                       public tessaluna::platform::KeyboardAtPress,
+                       private LinksForClients {
  public:
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -35,6 +38,8 @@ class ClickableLabel : public tessaluna::platform::NSTextField, private LinksFor
 
   // From then on a press finds the links where the label's present size has them.
   void resetCursorRects() override;
+  // A press never begins to edit, even where the label is editable, as it is initially: the next one is a click, too.
+  bool takesKeyboardAtPress() const override { return false; }
   // A press that is taken from the label, which leaves its window say or is hidden, ends without a click.
   void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;

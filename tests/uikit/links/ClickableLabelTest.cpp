@@ -143,6 +143,14 @@ TEST_F(ClickableLabelTest, ALinkOfTwoLooksIsOneLink) {
   EXPECT_EQ(label->cell()->accessibilityChildren()->size(), 1u);
 }
 
+TEST_F(ClickableLabelTest, EveryClickOnALabelThatCouldBeEditedIsReported) {
+  label->setEditable(true);
+  setOneLink();
+  for (const CGPoint place : {onLink, onText, onLink}) click(place);
+  EXPECT_EQ(target->calls, (Calls{first, "label", first}));
+  EXPECT_EQ(label->currentEditor(), nullptr);
+}
+
 TEST_F(ClickableLabelTest, APressForgetsTheOneWhoseReleaseWasLost) {
   setOneLink();
   label->mouseDown(eventAt(onLink));
