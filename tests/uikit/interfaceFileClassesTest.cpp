@@ -184,6 +184,19 @@ TEST_F(interfaceFileClassesTest, KeysThatAClassOverlooksAreKnownAndDoNothing) {
   const auto cell = std::dynamic_pointer_cast<FlatTextFieldCell>(field->cell());
   EXPECT_EQ(cell->borderColor(), NSColor::blackColor());
   EXPECT_FALSE(cell->drawsBackground());
+  const auto tabs = load<NSSegmentedControl>(R"({"class": "NSSegmentedControl", "cell": {
+      "class": "TessalunaUIKit.UnderlinedSegmentedCell", "useDarkTheme": false, "underlineColor": "redColor"}})");
+  const auto underlined = std::dynamic_pointer_cast<UnderlinedSegmentedCell>(tabs->cell());
+  EXPECT_TRUE(underlined->useDarkTheme());
+  EXPECT_EQ(underlined->underlineColor(), NSColor::blueColor());
+  const auto stars = load<NSLevelIndicator>(R"({"class": "NSLevelIndicator", "cell": {
+      "class": "TessalunaUIKit.DotsLevelIndicatorCell", "borderColor": "redColor", "highlighted": false}})");
+  const auto dots = std::dynamic_pointer_cast<DotsLevelIndicatorCell>(stars->cell());
+  EXPECT_EQ(dots->borderColor(), NSColor::blackColor());
+  EXPECT_TRUE(dots->isHighlighted());
+  const auto popUp = load<NSPopUpButton>(R"({"class": "NSPopUpButton", "cell": {
+      "class": "TessalunaUIKit.ExtPopUpButtonCell", "useDarkTheme": true}})");
+  EXPECT_FALSE(std::dynamic_pointer_cast<ExtPopUpButtonCell>(popUp->cell())->useDarkTheme());
 }
 
 TEST_F(interfaceFileClassesTest, TheStringsOfALineOfLinksAreMeasuredWithItsFontWhereverThatIsInTheFile) {

@@ -156,6 +156,19 @@ TEST_F(ImageAndTextCellTest, AGroupCellLowerThanItsTextReachesBeyondItsFrame) {
 TEST_F(ImageAndTextCellTest, WithoutImageAndTitleItDrawsAsTheStockCell) {
   cell->setStringValue("");
   EXPECT_THAT(drawn(), IsEmpty());
+  cell->setDrawsBackground(true);
+  EXPECT_THAT(only("fill", drawn({100, 200, 80, 31})), ElementsAre(HasSubstr(R"("shape":["rect",100,200,80,31])")));
+}
+
+TEST_F(ImageAndTextCellTest, InAFlippedViewTheImageIsUpright) {
+  cell->setCellImage(image);
+  const auto window = showWindowWith(field);
+  field->setNeedsDisplay(true);
+  desktop.settle();
+  // It is turned over within its place, from 1 to 13.
+  EXPECT_THAT(only("concat", nativeOf(*window).paints().back().lines),
+              testing::IsSupersetOf(
+                  {R"({"op":"concat","transform":[1,0,0,-1,0,14]})", R"({"op":"concat","transform":[0.3,0,0,1.2,0,1]})"}));
 }
 
 TEST_F(ImageAndTextCellTest, EditingStartsAtTheTitleAlsoWithoutAnImage) {

@@ -72,6 +72,11 @@ TEST_F(UnderlinedSegmentedCellTest, NaturalWidthsOf40And60Become80And120InAFrame
   EXPECT_THAT(cell->segmentRectsForBounds({7, 3, 200, 24}), ElementsAre(CGRect{7, 3, 80, 24}, CGRect{87, 3, 120, 24}));
 }
 
+TEST_F(UnderlinedSegmentedCellTest, StretchedSegmentsEndInsideOfPoints) {
+  EXPECT_THAT(cell->segmentRectsForBounds({0, 0, 133, 24}),
+              ElementsAre(CGRect{0, 0, 133.0 * 40 / 100, 24}, CGRect{133.0 * 40 / 100, 0, 133.0 * 60 / 100, 24}));
+}
+
 TEST_F(UnderlinedSegmentedCellTest, AFontChangesTheWidthOfEverySegment) {
   const std::vector<CGRect> before = cell->segmentRectsForBounds({0, 0, 200, 24});
   cell->setFont(NSFont::systemFontOfSize(20));
