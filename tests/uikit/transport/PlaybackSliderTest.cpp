@@ -250,6 +250,21 @@ TEST_F(PlaybackSliderTest, ANewSongEndsWhatTheUserAskedForAndThePress) {
   EXPECT_EQ(slider->position(), 1);
 }
 
+TEST_F(PlaybackSliderTest, BeforeItsFirstSongItHasNoKnobAndTakesNoSeek) {
+  slider = make<PlaybackSlider>(CGRect{10, 60, 303, 20});
+  EXPECT_FALSE(hasKnob());
+  EXPECT_FALSE(slider->isSeekable());
+  EXPECT_EQ(slider->position(), 0);
+}
+
+TEST_F(PlaybackSliderTest, EverySongBeginsAtItsStart) {
+  for (const std::optional<double> seconds : {std::optional(300.0), std::optional<double>()}) {
+    slider->setPosition(90);
+    slider->beginSong({.seconds = seconds});
+    EXPECT_EQ(slider->position(), 0);
+  }
+}
+
 TEST_F(PlaybackSliderTest, ASongOfUnknownOrEndlessLengthHasNoKnobAndTakesNoSeek) {
   EXPECT_TRUE(hasKnob());
   for (const std::optional<double> seconds :
@@ -433,6 +448,9 @@ TEST_F(PlaybackSliderTest, TimeRunsFromLeftToRightInEveryLayout) {
 TEST_F(PlaybackSliderTest, TimesAreShownAndSpoken) {
   EXPECT_EQ(slider->shownTime(0), "0:00");
   EXPECT_EQ(slider->shownTime(59.99), "0:59");
+  EXPECT_EQ(slider->shownTime(10), "0:10");
+  EXPECT_EQ(slider->shownTime(3599), "59:59");
+  EXPECT_EQ(slider->shownTime(3600), "1:00:00");
   EXPECT_EQ(slider->shownTime(3600 + 2 * 60 + 3), "1:02:03");
   EXPECT_EQ(slider->shownTime(-4), "0:00");
   EXPECT_EQ(slider->shownTime(std::nan("")), "0:00");
