@@ -536,16 +536,17 @@ CoverageBuffer::Range CoverageBuffer::sumRow(int row) {
   float* values = rowValues(row);
   const Float4 zero{};
   Float4 before{}, lowest{}, highest{};
-  std::uint64_t *const touched = rowMarks(row), last = 0;
-  for (int word = 0; word < words_; ++word, values += 64) {
+  std::uint64_t *const touched = rowMarks(row), *const down = touched + words_, *const up = down + words_, last = 0;
+  for (int word = 0, words = words_; word < words; ++word) {
+    const std::uint64_t pixels = down[word] | up[word];
+    if ((pixels | last | touched[word]) == 0) continue;
     // A chain's pixels also change the pixel on their right.
-    const std::uint64_t pixels = touched[words_ + word] | touched[2 * words_ + word], both = pixels | pixels << 1 | last;
-    if ((both | touched[word]) == 0) continue;
+    const std::uint64_t both = pixels | pixels << 1 | last;
     constexpr std::uint64_t firstOfBlocks = 0x1111111111111111;
     touched[word] |= ((both | both >> 1 | both >> 2 | both >> 3) & firstOfBlocks) * firstBlock;
     last = pixels >> 63;
     forEachRunOf(touched[word], [&](int first, int count) {
-      for (float *four = values + first, *const end = four + count; four < end; four += 4) {
+      for (float *four = values + word * 64 + first, *const end = four + count; four < end; four += 4) {
         Float4 v = fourOf(four);
         v += __builtin_shufflevector(zero, v, 0, 4, 5, 6);
         v += __builtin_shufflevector(zero, v, 0, 1, 4, 5);
