@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <set>
 
 #include "tessaluna/platform/accessibility/AccessibleChanges.h"
@@ -828,13 +829,31 @@ TEST_F(SideBarTest, ALongTitleEndsBeforeItsCount) {
   places->now[0].items[0].title = "A title that has no room beside so many albums as there are";
   places->didChange();
   desktop.settle();
-  const auto glyphs = harness::only("glyphs", harness::recordingOf([&] {
-                                      const Ref<NSView> item =
-                                          view(accessibleNameOf(element(places->now[0].items[0].title + ", 12")));
-                                      item->drawRect(item->bounds());
-                                    }));
-  EXPECT_THAT(glyphs, Contains(HasSubstr("[[49,0,0],[50,")));
-  EXPECT_THAT(glyphs, Contains(HasSubstr("[[8230,"))) << "cut with an ellipsis";
+  const auto glyphs = [&](const std::string& name) {
+    return harness::only("glyphs", harness::recordingOf([&] { view(name)->drawRect(view(name)->bounds()); }));
+  };
+  const std::string title = places->now[0].items[0].title;
+  const harness::Lines beside = glyphs(title + ", 12");
+  EXPECT_THAT(beside, Contains(HasSubstr("[[49,0,0],[50,")));
+  EXPECT_THAT(beside, Contains(HasSubstr("[[8230,"))) << "cut with an ellipsis";
+  places->now[0].items[0].count = std::nullopt;
+  places->didChange();
+  const auto longest = [](const harness::Lines& lines) {
+    std::size_t length = 0;
+    for (const std::string& line : lines) length = std::max(length, line.size());
+    return length;
+  };
+  EXPECT_LT(longest(beside), longest(glyphs(title)));
+}
+
+TEST_F(SideBarTest, AnItemOfAnotherTitleIsDrawnAgain) {
+  places->now[0].items[1].id = "artists";
+  places->didChange();
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  places->now[0].items[1].title = "People";
+  places->didChange();
+  EXPECT_TRUE(view("People")->needsDisplay());
 }
 
 TEST_F(SideBarTest, AFoldDrawsTheChevronOfItsHeadingAgain) {

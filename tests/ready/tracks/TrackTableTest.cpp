@@ -629,6 +629,14 @@ TEST_F(TrackTableTest, AHeaderHasTheModelSortAndTheSelectionGoesAlong) {
   EXPECT_GT(changes, 0);
 }
 
+TEST_F(TrackTableTest, WhatWasSelectedEarlierIsNotAfterASort) {
+  select(3);
+  select(5);
+  songs->sortBy(TrackColumn::Title, false);
+  ASSERT_EQ(inner().selectedRowIndexes().count(), 1u);
+  EXPECT_EQ(songs->songs[*inner().selectedRow()].row.title, "F song 5");
+}
+
 TEST_F(TrackTableTest, AHeaderOfAModelThatDoesNotSortDoesNothing) {
   struct Unsorted : Songs {
     using Songs::Songs;

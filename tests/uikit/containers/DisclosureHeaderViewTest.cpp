@@ -2,6 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+
+#include "tessaluna/platform/accessibility/AccessibleChanges.h"
+#include "tessaluna/platform/accessibility/AccessibleDescription.h"
+#include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
@@ -80,6 +85,18 @@ TEST_F(DisclosureHeaderViewTest, AnEventOfNoAreaGoesToTheBaseClass) {
   EXPECT_THAT(hovers(), ElementsAre("mouseEntered"));
 }
 
+TEST_F(DisclosureHeaderViewTest, AnEventOfAnAreaThatIsEqualIsTaken) {
+  struct Equal : NSTrackingArea {
+    using NSTrackingArea::NSTrackingArea;
+    bool isEqual(const NSObject*) const override { return true; }
+  };
+  const auto equal =
+      make<Equal>(CGRect{0, 0, 5, 5}, NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited, Ref<NSResponder>(header));
+  header->mouseEntered(eventOf(NSEventType::MouseEntered, equal));
+  EXPECT_FALSE(button()->isHidden());
+  EXPECT_THAT(hovers(), IsEmpty());
+}
+
 TEST_F(DisclosureHeaderViewTest, AbsentOnBothSidesIsTheSameArea) {
   const auto fresh = make<DisclosureHeaderView>(CGRect{0, 0, 10, 10});
   fresh->setParentDisclosure(section);
@@ -147,6 +164,8 @@ TEST_F(DisclosureHeaderViewTest, TakesNoKeysAndIsNotAnElementUnlessItIsOperable)
   window->makeFirstResponder(header.get());
   user.pressKey(" ");
   EXPECT_FALSE(section->isChanging());
+  header->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_FALSE(section->isChanging());
 }
 
 TEST_F(DisclosureHeaderViewTest, SpaceAndReturnPressTheButton) {
@@ -160,6 +179,19 @@ TEST_F(DisclosureHeaderViewTest, SpaceAndReturnPressTheButton) {
   EXPECT_TRUE(section->isDisclosed());
   user.pressKey("x");
   EXPECT_FALSE(section->isChanging());
+}
+
+TEST_F(DisclosureHeaderViewTest, AKeyThatIsHeldPressesOnceAndShortcutsAreTheProgramsOwn) {
+  header->setIsOperable(true);
+  ASSERT_TRUE(window->makeFirstResponder(header.get()));
+  user.pressKey(" ", NSEventModifierFlagCommand);
+  EXPECT_FALSE(section->isChanging());
+  for (const bool isRepeat : {false, true}) {
+    header->keyDown(make<NSEvent>(NSEvent::Fields{
+        .type = NSEventType::KeyDown, .characters = " ", .charactersIgnoringModifiers = " ", .isRepeat = isRepeat}));
+    finish();
+    EXPECT_FALSE(section->isDisclosed());
+  }
 }
 
 TEST_F(DisclosureHeaderViewTest, TheTabKeyStopsAtAnOperableHeader) {
@@ -185,6 +217,38 @@ TEST_F(DisclosureHeaderViewTest, ToAssistiveClientsItIsADisclosureTriangle) {
   finish();
   EXPECT_FALSE(isExpanded());
   EXPECT_FALSE(section->isDisclosed());
+}
+
+TEST_F(DisclosureHeaderViewTest, ClientsAreNotifiedOfEveryChange) {
+  header->setIsOperable(true);
+  std::vector<std::string> changes;
+  const AccessibleChanges reports({.isListening = [] { return true; },
+                                   .changed = [&](const AccessibleChange& change) { changes.push_back(lineOf(change)); }});
+  header->setAccessibilityCompanion(std::make_unique<AccessibleMemory>(header));
+  const auto take = [&] {
+    desktop.advance(1);
+    return std::exchange(changes, {}).size();
+  };
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(take(), 1u);
+  section->setDisclosureTo(true, false);
+  EXPECT_EQ(take(), 1u);
+  section->toggleDisclosure(nullptr);
+  EXPECT_EQ(take(), 1u);
+  section->toggleDisclosure(nullptr);
+  EXPECT_EQ(take(), 1u);
+  header->setIsOperable(false);
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(take(), 0u);
+}
+
+TEST_F(DisclosureHeaderViewTest, ItIsNamedByItsTextsThatShow) {
+  header->setIsOperable(true);
+  const auto hidden = NSTextField::labelWithString("Old");
+  hidden->setHidden(true);
+  for (const auto& one : {NSTextField::labelWithString("Queue"), hidden, NSTextField::labelWithString("12")})
+    header->addSubview(one);
+  EXPECT_EQ(header->accessibilityTitle(), "Queue 12");
 }
 
 TEST_F(DisclosureHeaderViewTest, WithoutAButtonAPressTogglesTheSection) {

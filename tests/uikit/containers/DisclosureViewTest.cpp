@@ -39,6 +39,7 @@ TEST_F(DisclosureViewTest, StartsOpenAndUnmeasured) {
     EXPECT_EQ(one->contentView(), nullptr);
     EXPECT_TRUE(one->constraints().empty());
   }
+  EXPECT_EQ(coder.firstUnknownKey(), std::nullopt);
 }
 
 TEST_F(DisclosureViewTest, AwakeItIsMeasuredAndHasOneConstraintOfItsOwn) {
@@ -129,6 +130,14 @@ TEST_F(DisclosureViewTest, AnAnimationMovesSmoothlyFromOneHeightToTheOther) {
   EXPECT_FALSE(section->isChanging());
 }
 
+TEST_F(DisclosureViewTest, AnAnimationBeginsAndEndsSlowly) {
+  section->toggleDisclosure(nullptr);
+  desktop.advance(defaultAnimationDuration / 5);
+  EXPECT_GT(heightOf(section), 124 - 15);  // at one speed it would be 20 lower
+  desktop.advance(defaultAnimationDuration * 3 / 5);
+  EXPECT_LT(heightOf(section), 24 + 15);
+}
+
 TEST_F(DisclosureViewTest, TheAnimationTakesTheContextsDefault) {
   section->toggleDisclosure(nullptr);
   desktop.advance(defaultAnimationDuration * 0.9);
@@ -166,6 +175,29 @@ TEST_F(DisclosureViewTest, ContentThatGrewWhileItWasClosedShowsAfterADirectOpeni
   section->setDisclosureTo(true, false);
   EXPECT_EQ(section->disclosedHeight(), 224);
   EXPECT_EQ(section->frame().size.height, 224);
+}
+
+TEST_F(DisclosureViewTest, ADirectOpeningIsLaidOutAtOnceAndADirectClosingLater) {
+  struct Counter : NSView {
+    using NSView::NSView;
+    void layout() override {
+      NSView::layout();
+      ++layouts;
+    }
+    int layouts = 0;
+  };
+  // A header is asked for its frame, which is laid out for that.
+  section->headerView()->setParentDisclosure(nullptr);
+  section->setHeaderView(nullptr);
+  const auto counter = make<Counter>(CGRect{0, 0, 10, 10});
+  section->contentView()->addSubview(counter);
+  desktop.settle();
+  counter->layouts = 0;
+  counter->setNeedsLayout(true);
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(counter->layouts, 0);
+  section->setDisclosureTo(true, false);
+  EXPECT_EQ(counter->layouts, 1);
 }
 
 TEST_F(DisclosureViewTest, ContentThatGrowsWhileItIsOpenKeepsMovingTheSection) {
@@ -330,6 +362,32 @@ TEST_F(DisclosureViewTest, TheTitleSaysWhatTheButtonWillDoNext) {
   section->toggleDisclosure(nullptr);
   finish();
   EXPECT_EQ(button()->title(), "Hide");
+}
+
+TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateBeforeTheState) {
+  struct Witness : NSButton {
+    using NSButton::NSButton;
+    void setHidden(bool isHidden) override {
+      NSButton::setHidden(isHidden);
+      if (call) call();
+    }
+    std::function<void()> call;
+  };
+  const auto witness = make<Witness>(CGRect{});
+  std::vector<std::string> seen;
+  witness->call = [&] {
+    seen.push_back(witness->title() + (section->isDisclosed() ? " open" : " closed") +
+                   (section->isChanging() ? " changing" : ""));
+  };
+  section->headerView()->setDisclosureButton(witness);
+  section->toggleDisclosure(nullptr);
+  finish();
+  section->toggleDisclosure(nullptr);
+  finish();
+  section->setDisclosureTo(false, false);
+  section->setDisclosureTo(true, false);
+  EXPECT_THAT(seen, ElementsAre("Show open changing", "Hide closed changing", "Show open", "Hide closed"));
+  witness->call = nullptr;
 }
 
 TEST_F(DisclosureViewTest, TheTitleIsInTheUsersLanguage) {
