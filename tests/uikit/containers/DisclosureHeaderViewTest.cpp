@@ -181,6 +181,15 @@ TEST_F(DisclosureHeaderViewTest, SpaceAndReturnPressTheButton) {
   EXPECT_FALSE(section->isChanging());
 }
 
+TEST_F(DisclosureHeaderViewTest, APressIsThatOfTheButtonWhateverItsAction) {
+  header->setIsOperable(true);
+  int presses = 0;
+  button()->setAction([&] { ++presses; });
+  header->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_EQ(presses, 1);
+  EXPECT_FALSE(section->isChanging());
+}
+
 TEST_F(DisclosureHeaderViewTest, AKeyThatIsHeldPressesOnceAndShortcutsAreTheProgramsOwn) {
   header->setIsOperable(true);
   ASSERT_TRUE(window->makeFirstResponder(header.get()));
