@@ -74,6 +74,7 @@ TEST_F(BorderedViewTest, WithoutTheApplicationsAttentionTheColorIsMutedAndTheIns
   const auto muted = NSColor::redColor()->blendedColorWithFraction(0.7, NSColor::lightGrayColor());
   EXPECT_THAT(harness::only("setFillColor", lines), ElementsAre(colorLine(muted), colorLine(NSColor::whiteColor())));
   EXPECT_NE(colorLine(muted), colorLine(NSColor::redColor()));
+  EXPECT_EQ(harness::only("setStrokeColor", lines).size(), 1u) << "that of the inside";
 }
 
 TEST_F(BorderedViewTest, AColorThatCannotBeBlendedLeavesTheFillColorAsItWas) {

@@ -111,6 +111,9 @@ TEST_F(CoverArtAdditionsTest, AssistiveClientsPressTheImage) {
   thumbnail->accessibilityPerformAction(NSAccessibilityPressAction);
   ASSERT_NE(panel(), nullptr);
   EXPECT_EQ(shown()->accessibilityRole(), NSAccessibilityImageRole);
+  thumbnail->setImage(nullptr);
+  EXPECT_EQ(thumbnail->accessibilityActionNames(), std::vector<std::string>{std::string(NSAccessibilityPressAction)})
+      << "there is a panel to close";
   thumbnail->accessibilityPerformAction(NSAccessibilityPressAction);
   EXPECT_EQ(panel(), nullptr);
 }

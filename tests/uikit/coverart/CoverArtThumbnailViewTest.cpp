@@ -18,12 +18,16 @@ struct CoverArtThumbnailViewTest : harness::CoverArtWorld {
   CoverArtThumbnailViewTest() {
     token_ = NSNotificationCenter::defaultCenter().addObserverForName(
         NSWindowWillCloseNotification, nullptr, nullptr, [this](const Ref<NSNotification>& notification) {
-          if (std::dynamic_pointer_cast<CoverArtPanel>(notification->object())) ++closings;
+          const auto panel = std::dynamic_pointer_cast<CoverArtPanel>(notification->object());
+          if (!panel) return;
+          ++closings;
+          wasChildAtClosing = wasChildAtClosing || panel->parentWindow();
         });
   }
   ~CoverArtThumbnailViewTest() override { NSNotificationCenter::defaultCenter().removeObserver(token_); }
 
   int closings = 0;  // how often a panel was closed, open or not
+  bool wasChildAtClosing = false;
 
  private:
   Ref<NSObject> token_;
@@ -66,6 +70,23 @@ TEST_F(CoverArtThumbnailViewTest, TheBaseClassGetsTheClickFirst) {
   mouseUp();
   EXPECT_EQ(panelsThen, 0u);
   EXPECT_EQ(panels().size(), 1u);
+}
+
+TEST_F(CoverArtThumbnailViewTest, AThumbnailThatIsReleasedByWhoeverGetsTheClickLeavesNoPanel) {
+  const auto behind = make<harness::ProbeView>(CGRect{0, 0, 200, 150});
+  window->contentView()->addSubview(behind);
+  behind->addSubview(thumbnail);
+  thumbnail->setImage(imageOf(10, 10));
+  const WeakRef<CoverArtThumbnailView> weak = thumbnail;
+  behind->onCall = [&](const std::string& what) {
+    if (what != "mouseUp") return;
+    thumbnail->removeFromSuperview();
+    thumbnail.reset();
+  };
+  mouseUp();
+  EXPECT_TRUE(weak.expired());
+  EXPECT_EQ(panel(), nullptr);
+  desktop.advance(0.01);
 }
 
 TEST_F(CoverArtThumbnailViewTest, WithoutAnImageAClickOpensNothing) {
@@ -154,6 +175,7 @@ TEST_F(CoverArtThumbnailViewTest, TheNextClickClosesThePanel) {
   mouseUp();
   EXPECT_FALSE(opened->isVisible());
   EXPECT_EQ(opened->parentWindow(), nullptr);
+  EXPECT_FALSE(wasChildAtClosing) << "it leaves its window first";
   EXPECT_TRUE(window->childWindows().empty());
   desktop.advance(0.001);
   EXPECT_EQ(opened.use_count(), 1) << "nobody else keeps it";
@@ -271,6 +293,7 @@ TEST_F(CoverArtThumbnailViewTest, AnAbsentImageLeavesAnEmptySquareOfTheWindowsCo
   thumbnail->setImage(nullptr);
   EXPECT_EQ(panel()->contentView(), nullptr);
   EXPECT_EQ(panel()->backgroundColor(), NSColor::windowBackgroundColor());
+  EXPECT_EQ(panel()->frame(), (CGRect{120, 54, 300, 100})) << "on its way, but not moved yet";
   desktop.advance(0.3);
   ASSERT_NE(panel(), nullptr);
   EXPECT_EQ(panel()->frame(), (CGRect{120, 90, 64, 64}));
