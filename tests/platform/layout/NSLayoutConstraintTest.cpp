@@ -280,6 +280,26 @@ TEST_F(NSLayoutConstraintTest, AViewThatTranslatesItsMaskHoldsItsFrame) {
   EXPECT_EQ(framed->frame(), (CGRect{0, 0, 50, 50}));
 }
 
+TEST_F(NSLayoutConstraintTest, AViewMayStopAndBeginAgainToHoldItsFrame) {
+  const auto framed = make<NSView>(CGRect{20, 30, 40, 50});
+  content->addSubview(framed);
+  constrain(view, left, NSLayoutRelationEqual, framed, right, 0);
+  EXPECT_EQ(laidOut(view).origin.x, 60);
+  framed->setTranslatesAutoresizingMaskIntoConstraints(false);
+  placeAt(framed, 5, 0);
+  const auto wide = size(framed, width, 7);
+  EXPECT_EQ(laidOut(view).origin.x, 12);
+  EXPECT_EQ(framed->frame(), (CGRect{5, 150, 7, 0}));
+  framed->removeConstraint(wide);
+  content->removeConstraints(content->constraints());
+  framed->setFrame({20, 30, 40, 50});
+  framed->setTranslatesAutoresizingMaskIntoConstraints(true);
+  constrain(view, left, NSLayoutRelationEqual, framed, right, 3);
+  EXPECT_EQ(laidOut(view).origin.x, 63);
+  EXPECT_EQ(framed->frame(), (CGRect{20, 30, 40, 50}));
+  EXPECT_THAT(conflicts, IsEmpty());
+}
+
 TEST_F(NSLayoutConstraintTest, MasksCountAsConstraints) {
   const auto wide = make<NSView>(CGRect{10, 0, 100, 50});
   wide->setAutoresizingMask(NSViewWidthSizable | NSViewMinYMargin);
