@@ -11,7 +11,7 @@ using namespace tessaluna::platform;
 using recipes::color;
 
 void AlbumArtPlaceholders::drawEmptyAlbumImageWithFrame(CGRect frame) {
-  // Wanted: less room at the right and at the top than at the left and at the bottom.
+  // Intentional: less room at the right and at the top than at the left and at the bottom.
   constexpr SnappedEdges edges{.left = {0.0625, 0}, .right = {0.9425, 0}, .bottom = {0.0625, 0}, .top = {0.9425, 0}};
   constexpr CGFloat dash[] = {10, 2};
   const auto pale = color(0.927, 0.927, 0.927, 1);

@@ -49,7 +49,7 @@ void ArrowAndCloseGlyphs::drawForwardArrowWithFrame(CGRect frame, bool enabled, 
 }
 
 void ArrowAndCloseGlyphs::drawBackwardArrowWithFrame(CGRect frame, bool enabled, bool isPressed, bool isWhite) {
-  // Wanted: 0.02 to the right of the forward arrow's mirror.
+  // Intentional: 0.02 to the right of the forward arrow's mirror.
   constexpr auto chevron = listing<"M (0.73, 0.93), L (0.29, 0.49), L (0.71, 0.05)">;
   strokeLargeArrow(frame, chevron, {enabled, isPressed, isWhite});
 }

@@ -22,7 +22,7 @@ CGRect highResFrame(CGRect frame) {
   constexpr SnappedEdges edges{
       .left = {0.00237, 0.03}, .right = {0.99963, -0.43}, .bottom = {0.29238, 0.02}, .top = {1.00113, 0.27}};
   CGRect mark = snappedRect(frame, edges);
-  // Wanted: a hundredth of a point less than from edge to edge.
+  // Intentional: a hundredth of a point less than from edge to edge.
   const double width = CGRectGetWidth(frame);
   mark.size.width = std::floor(width * edges.right.fraction + edges.right.constant) -
                     std::floor(width * edges.left.fraction + edges.left.constant) + 0.45;
@@ -59,7 +59,7 @@ void Badges::drawHighResAudioLogoWithFrame(CGRect frame) {
   const auto ground = color(0.137, 0.145, 0.16, 1);
   const auto paper = color(1, 0.998, 0.995, 1);
   const auto gray = color(0.418, 0.425, 0.438, 1);
-  // Wanted: squares and letters have a color of the same value each.
+  // Intentional: squares and letters have a color of the same value each.
   const auto letterPaper = color(1, 0.998, 0.995, 1);
   const CGRect mark = highResFrame(frame);
   fill(*NSBezierPath::bezierPathWithRect(snappedRect(mark, groundEdges)), *ground);
@@ -78,7 +78,7 @@ void Badges::drawHighResAudioLogoWithFrame(CGRect frame) {
 
 void Badges::drawTidalLogoWideWithFrame(CGRect frame) {
   const auto ink = color(0, 0, 0, 1);
-  // Wanted: not in the order of reading.
+  // Intentional: not in the order of reading.
   fill(*pathInFrame(frame, listings::tidalLogoWideLine), *ink);
   fill(*pathInFrame(frame, listings::tidalLogoWideWord), *ink);
   fill(*pathInFrame(frame, listings::tidalLogoWideMark), *ink);

@@ -28,7 +28,7 @@ void fill(const NSBezierPath& path, const NSColor& fillColor) {
 }
 
 void drawLetterInHexagon(CGRect frame, ListingView hexagon, ListingView letter) {
-  // Wanted: black of two kinds, one made of components and one named.
+  // Intentional: black of two kinds, one made of components and one named.
   const auto line = color(0, 0, 0, 1);
   const auto path = pathInFrame(frame, hexagon);
   line->setStroke();
@@ -61,7 +61,7 @@ void BrowseIcons::drawTidalIconMyMusicWithFrame(CGRect frame) {
 }
 
 void BrowseIcons::drawTidalIconRisingWithFrame(CGRect frame) {
-  // Wanted: a hundredth of the width to the right of the other hexagon.
+  // Intentional: a hundredth of the width to the right of the other hexagon.
   constexpr auto hexagon = listing<
       "M (0.51, 0.97), L (0.91703, 0.735), L (0.91703, 0.265), L (0.51, 0.03), L (0.10297, 0.265), "
       "L (0.10297, 0.735), Z">;

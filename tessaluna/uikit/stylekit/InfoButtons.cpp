@@ -41,7 +41,7 @@ void InfoButtons::drawSimilarArtistsWithFrame(CGRect frame, bool isPressed) {
       .left = {0.69231, 0.5}, .right = {0.92308, 0.5}, .bottom = {0.46154, 0.5}, .top = {0.69231, 0.5}};
   constexpr SnappedEdges leftHead{
       .left = {0.07692, 0.5}, .right = {0.30769, 0.5}, .bottom = {0.46154, 0.5}, .top = {0.69231, 0.5}};
-  // Wanted: alone of the heads it sits off the point grid.
+  // Intentional: alone of the heads it sits off the point grid.
   constexpr SnappedEdges topRightHead{
       .left = {0.52308, -0.3}, .right = {0.75385, -0.3}, .bottom = {0.76923, 0.5}, .top = {1, 0.5}};
   constexpr auto middleBody = listing<
@@ -100,7 +100,7 @@ void InfoButtons::drawSimilarArtistsWithFrame(CGRect frame, bool isPressed) {
 }
 
 void InfoButtons::drawCreditsButtonWithFrame(CGRect frame, bool isPressed) {
-  // Wanted: the dot is a little wider than the stem and not quite in line with it.
+  // Intentional: the dot is a little wider than the stem and not quite in line with it.
   constexpr auto letter = listing<
       "M (0.47795, 0.65815), C (0.47151, 0.66463; 0.47405, 0.65815; 0.47151, 0.66075), L (0.47151, 0.7119), "
       "C (0.47795, 0.71838; 0.47151, 0.71578; 0.47407, 0.71838), L (0.52199, 0.71838), "

@@ -20,7 +20,7 @@ void paintGround(NSBezierPath& ground, const OverlayLook& look, double lineWidth
 void paintPlayPauseMark(CGContext& context, CGRect frame, bool isPlaying, const NSShadow& shadow, MarkWidths widths) {
   constexpr auto triangle =
       listing<"M (0.32895, 0.72368), L (0.76316, 0.50658), L (0.32895, 0.28947), L (0.32895, 0.72368), Z">;
-  // Wanted: the left bar is a little wider than the right one.
+  // Intentional: the left bar is a little wider than the right one.
   constexpr auto bars = listing<
       "M (0.29276, 0.29276), L (0.44408, 0.29276), L (0.44408, 0.71382), L (0.29276, 0.71382), "
       "L (0.29276, 0.29276), Z, "

@@ -33,7 +33,7 @@ void TransportGlyphs::drawPlayWithButtonFrame(CGRect frame) {
 
 void TransportGlyphs::drawPauseWithButtonFrame(CGRect frame) {
   drawTransportGlyph([&] {
-    // Wanted: the outer corners keep the design's 32 points while the inner edges follow the frame.
+    // Intentional: the outer corners keep the design's 32 points while the inner edges follow the frame.
     const double left = CGRectGetMinX(frame), top = CGRectGetMaxY(frame);
     const auto at = [&](double x, double y) { return pointInFrame(frame, {x, y}); };
     const auto path = NSBezierPath::bezierPath();

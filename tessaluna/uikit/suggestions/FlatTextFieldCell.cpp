@@ -71,7 +71,7 @@ void FlatTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {
   const Ref<NSColor> color =
       NSApp->isActive() ? borderColor_ : borderColor_->blendedColorWithFraction(0.7, NSColor::lightGrayColor());
   if (color) color->setFill();
-  // Wanted: of the frame only the size counts, so the shapes stay at the view's corner.
+  // Intentional: of the frame only the size counts, so the shapes stay at the view's corner.
   const CGFloat width = frame.size.width, height = frame.size.height;
   NSBezierPath::bezierPathWithRoundedRect({0, 1, width, height - 1}, 3.6, 3.6)->fill();
   NSColor::whiteColor()->set();

@@ -39,7 +39,7 @@ AccessibilityValue SuggestionsContentView::accessibilityAttributeValue(std::stri
 }
 
 bool SuggestionsContentView::accessibilityIsAttributeSettable(std::string_view attribute) const {
-  // Wanted: the selected children are among them, although they can be set.
+  // Intentional: the selected children are among them, although they can be set.
   for (const std::string_view fixed : {NSAccessibilityOrientationAttribute, NSAccessibilityEnabledAttribute,
                                        NSAccessibilityVisibleChildrenAttribute, NSAccessibilitySelectedChildrenAttribute})
     if (attribute == fixed) return false;

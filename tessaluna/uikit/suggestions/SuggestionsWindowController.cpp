@@ -230,7 +230,7 @@ void SuggestionsWindowController::beginForTextField(const Ref<NSTextField>& fiel
   installMonitorAndObserver(popUp, parent, field);
 }
 
-// Wanted: what an earlier begin installed is not removed.
+// Intentional: what an earlier begin installed is not removed.
 void SuggestionsWindowController::installMonitorAndObserver(const Ref<SuggestionsWindow>& popUp, const Ref<NSWindow>& parent,
                                                             const Ref<NSTextField>& field) {
   const Unowned<SuggestionsWindowController> self(refTo(*this));
@@ -253,7 +253,7 @@ Ref<NSEvent> SuggestionsWindowController::mouseWentDown(const Ref<NSEvent>& even
     cancelSuggestions();
     return event;
   }
-  // Wanted: a place in the field's window is looked for among the rows. So a click in that window, on the field too, only
+  // Intentional: a place in the field's window is looked for among the rows. So a click in that window, on the field too, only
   // ends the pop-up as long as the field is being edited.
   const CGPoint point = fullContentView_->convertPointFromView(event->locationInWindow(), nullptr);
   const NSView* hit = fullContentView_->hitTest(point);

@@ -201,7 +201,9 @@ TEST_F(ImageAndTextCellTest, WhoeverEditsItInAFrameEditsItAtTheTitleOfThatFrame)
     if (isSelecting) cell->selectWithFrame(frame, *field, editor, field, 1, 2);
     else cell->editWithFrame(frame, *field, editor, field, nullptr);
     EXPECT_EQ(editor->superview()->frame(), expected);
-    if (isSelecting) EXPECT_TRUE((editor->selectedRange() == NSRange{1, 2}));
+    if (isSelecting) {
+      EXPECT_TRUE((editor->selectedRange() == NSRange{1, 2}));
+    }
     cell->endEditing(editor);
   }
 }

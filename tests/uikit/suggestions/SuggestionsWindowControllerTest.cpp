@@ -496,7 +496,7 @@ TEST_F(SuggestionsWindowControllerMouseMonitor, PassesOnOrSwallowsAndCancels) {
 
 TEST_F(SuggestionsWindowControllerMouseMonitor, APressThatTheTestAmongTheRowsResolvesToTheEditorPasses) {
   show({"a", "b"});
-  // Wanted: a place in the field's window is looked for in the pop-up's content.
+  // Intentional: a place in the field's window is looked for in the pop-up's content.
   field->editor = make<NSTextView>(CGRect{100, 0, 100, 20});
   row(1)->addSubview(field->editor);
   const auto press = [&](CGPoint point) {
