@@ -4,6 +4,9 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/interface_files/NSNib.h"
+#include "tessaluna/platform/views/NSImageView.h"
+#include "tessaluna/platform/views/NSProgressIndicator.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
@@ -17,7 +20,7 @@ namespace {
 constexpr std::string_view splashDocument = R"({
   "owner": {"window": "window", "progressIndicator": "spinner", "appIconView": "icon", "titleLabel": "title",
             "informativeTextLabel": "information", "currentStepTextLabel": "step"},
-  "objects": [{"id": "window", "class": "NSWindow", "contentRect": [0, 0, 420, 140], "styleMask": 0,
+  "objects": [{"id": "window", "class": "NSWindow", "contentRect": [0, 0, 420, 140], "styleMask": 0, "title": "Tessaluna",
     "contentView": {"class": "NSView", "subviews": [
       {"id": "icon", "class": "NSImageView", "frame": [24, 30, 80, 80], "imageScaling": "proportionallyUpOrDown"},
       {"id": "title", "class": "NSTextField", "frame": [124, 84, 230, 26],
@@ -45,7 +48,13 @@ Ref<AppSplashController> makeSplash() {
   NSNib::registerDocument("gallery.Splash", splashDocument);
   if (!NSImage::imageNamed("AppIcon.icns")) NSImage::setImageNamed("AppIcon.icns", makeIcon());
   const auto splash = make<AppSplashController>("gallery.Splash");
-  splash->window();  // loads it, and its labels with it
+  // The window loads with its labels.
+  for (const Ref<NSView>& view : splash->window()->contentView()->subviews()) {
+    const char* name = dynamic_cast<NSImageView*>(view.get())           ? "Tessaluna"
+                       : dynamic_cast<NSProgressIndicator*>(view.get()) ? "Starting"
+                                                                        : nullptr;
+    if (name) view->accessibilitySetOverrideValue(name, NSAccessibilityDescriptionAttribute);
+  }
   splash->setTitle("Tessaluna");
   return splash;
 }

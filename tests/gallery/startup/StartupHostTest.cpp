@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/platform/accessibility/AccessibleDescription.h"
+#include "tessaluna/platform/accessibility/attributes.h"
 #include "tests/harness/StillWorld.h"
 
 namespace gallery {
@@ -38,6 +40,16 @@ TEST_F(StartupHostTest, TheSplashGoesThroughItsStepsAndCloses) {
   ASSERT_EQ(reports.size(), 6u);
   EXPECT_EQ(reports[1], "splash Opening the library");
   EXPECT_EQ(reports[5], "splash closed");
+}
+
+TEST_F(StartupHostTest, TheSplashAndAllThatIsInItHaveNames) {
+  host->showSplash();
+  const Ref<NSWindow> window = host->splash()->window();
+  EXPECT_EQ(accessibleNameOf(window), "Tessaluna");
+  std::vector<std::string> names;
+  for (const Ref<NSObject>& element : accessibleChildrenOf(window)) names.push_back(accessibleNameOf(element));
+  EXPECT_EQ(names.size(), 5u);
+  EXPECT_THAT(names, testing::Each(testing::Ne("")));
 }
 
 TEST_F(StartupHostTest, TasksBeginRunAndAreRemoved) {
