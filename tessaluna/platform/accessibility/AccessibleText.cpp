@@ -52,6 +52,9 @@ void replaceAccessibleText(const Ref<NSObject>& element, std::size_t start, std:
   const auto [first, last] = std::minmax({std::min(start, whole.size()), std::min(end, whole.size())});
   whole.replace(first, last - first, text);
   asked->accessibilitySetValue(utf8FromUtf16(whole), NSAccessibilityValueAttribute);
+  // Setting all of it leaves the caret at its end.
+  const std::size_t caret = first + text.size();
+  if (accessibleTextOf(element).text == whole) selectAccessibleText(element, caret, caret);
 }
 
 CGRect frameOfAccessibleText(const Ref<NSObject>& element, NSRange range) {

@@ -366,6 +366,7 @@ TEST_F(NSTextViewAccessibility, ItsTextAndSelectionCanBeSetWhileItIsEditable) {
   EXPECT_EQ(view->selectedRange(), (NSRange{4, 3}));
   replaceAccessibleText(view, 4, 7, u"2");
   EXPECT_EQ(view->string(), "one\n2\nthree");
+  EXPECT_EQ(view->selectedRange(), (NSRange{5, 0})) << "as after typing";
   view->setEditable(false);
   replaceAccessibleText(view, 0, 3, u"1");
   EXPECT_EQ(view->string(), "one\n2\nthree");
