@@ -114,6 +114,14 @@ TEST_F(NSTableViewRowsTest, ARowUnderAStillPointerIsHoveredWithTheNextFrame) {
   EXPECT_EQ(table->hoveredRow(), 2u);
 }
 
+TEST_F(NSTableViewRowsTest, RowsThatComeAfterThePointerHasLeftTheWindowAreNotHovered) {
+  user.moveTo(*window, at(2));
+  user.leave(*window);
+  insert(0);
+  desktop.advance(0.1);
+  EXPECT_EQ(table->hoveredRow(), std::nullopt);
+}
+
 TEST_F(NSTableViewRowsTest, ReloadedRowsAreFilledAgainAndTheOthersStay) {
   const Ref<NSView> first = table->viewAtRow(0), second = table->viewAtRow(1);
   host->titles[1] = "Other";

@@ -86,9 +86,11 @@ TEST_F(TextViewSelectionMouse, ADoubleClickBetweenWordsSelectsTheBlanks) {
   EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 3}));
 }
 
-TEST_F(TextViewSelectionMouse, AThirdClickSelectsAll) {
+TEST_F(TextViewSelectionMouse, AThirdClickSelectsAllAndAFourthKeepsIt) {
   field->setStringValue("one two");
   for (int i = 0; i < 3; ++i) user.click(*window, placeOf(2));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 7}));
+  user.click(*window, placeOf(2));
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 7}));
 }
 

@@ -73,6 +73,12 @@ TEST_F(WindowInputTest, PressesThatFollowSoonAndNearAreCounted) {
   EXPECT_EQ(counts(), (Counts{1})) << "another button";
 }
 
+TEST_F(WindowInputTest, AsFarAsTheLimitIsNear) {
+  click({50, 50}, 1);
+  click({54, 46}, 1.5);
+  EXPECT_EQ(counts(), (Counts{1, 2}));
+}
+
 TEST_F(WindowInputTest, AClockOfInputsThatWentBackBeginsToCountAgain) {
   click({50, 50}, 5);
   click({50, 50}, 1);
