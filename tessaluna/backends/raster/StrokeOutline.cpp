@@ -90,6 +90,11 @@ inline void StrokeOutline::completeChord(StrokePoint& from, StrokePoint& to) con
     const CGPoint difference = to.in - from.out;
     to.turn = dot(difference, difference);
     from.chordSides = sidesAlongChord(to.turn, dot(way, way), cross(from.out, to.in));
+    from.isTwisted = from.chordSides != None && isTwisted(from, to);
+    if (from.isTwisted) {
+      const StrokePoint::Sides inner = cross(from.out, to.in) < 0 ? Near : Far;
+      from.chordSides = StrokePoint::Sides(int(from.chordSides) & ~int(inner));
+    }
     if (from.chordSides != None) from.chord = unit(way);
     return;
   }
@@ -100,11 +105,20 @@ inline void StrokeOutline::completeChord(StrokePoint& from, StrokePoint& to) con
   from.chordSides = from.out == from.chord && to.in == from.chord ? None : Both;
 }
 
+// True if the inner half of the pen turns about a point of its own between these points of the line, and this point is not so
+// near the line that most of that half goes backwards: what would be covered there depends on how finely the line is divided.
+bool StrokeOutline::isTwisted(const StrokePoint& from, const StrokePoint& to) const {
+  const CGPoint way = to.at - from.at;
+  const double turn = cross(from.out, to.in);
+  if (turn == 0 || cross(from.out, way) * turn < 0 || cross(way, to.in) * turn < 0) return false;
+  return 2 * std::min(dot(from.out, way), dot(to.in, way)) >= pen_.halfWidth * std::abs(turn);
+}
+
 inline void StrokeOutline::findSide(const StrokePoint& before, StrokePoint& p) {
   using enum StrokePoint::Sides;
   const bool isBent = p.chordSides == Both || before.chordSides == Both;
   const std::optional<CGPoint> side = isBent ? std::nullopt : sideOf({p.at, p.in, p.out, p.corner});
-  if (!side || p.chordSides != None) isSmooth_ = false;
+  if (!side || p.chordSides != None || p.isTwisted) isSmooth_ = false;
   if (!side) return void(p.side = {});
   // The points of a flattened curve lie a little outside it, so that its chords leave no area out; so do the edge's points.
   p.side = p.corner == Corner::Smooth ? *side * (1 + p.turn * (1.0 / 12)) : *side;
@@ -125,10 +139,18 @@ void StrokeOutline::addOpen(std::span<const StrokePoint> line) {
   beginRing();
   using enum StrokePoint::Sides;
   startEnd(line[0], line[0].out, chordOn(Near, line[0]));
-  for (std::size_t i = 1; i < last; ++i) pass(line[i - 1], line[i]);
+  for (std::size_t i = 1; i < last; ++i) {
+    goAlong(line[i - 1], line[i]);
+    pass(line[i - 1], line[i]);
+  }
+  goAlong(line[last - 1], line[last]);
   finishSide(line[last], chordOn(Near, line[last - 1]), line[last].in);
   startEnd(line[last], -line[last].in, -chordOn(Far, line[last - 1]));
-  for (std::size_t i = last; --i > 0;) passBack(line[i - 1], line[i]);
+  for (std::size_t i = last; --i > 0;) {
+    goBack(line[i], line[i + 1]);
+    passBack(line[i - 1], line[i]);
+  }
+  goBack(line[0], line[1]);
   finishSide(line[0], -chordOn(Far, line[0]), -line[0].out);
 }
 
@@ -148,8 +170,8 @@ void StrokeOutline::addRings(std::span<const StrokePoint> line) {
   // cannot be cut.
   std::size_t first = 0;
   CGPoint start, direction;
-  const auto isStraight = [](const StrokePoint& p) { return p.chordSides == StrokePoint::Sides::None; };
-  const bool startsInChord = line[0].side == CGPoint{} || !isStraight(line[0]) || !isStraight(before(0));
+  const auto isStraight = [](const StrokePoint& p) { return p.chordSides == StrokePoint::Sides::None && !p.isTwisted; };
+  bool startsInChord = line[0].side == CGPoint{} || !isStraight(line[0]) || !isStraight(before(0));
   if (startsInChord) {
     double longest = -1;
     for (std::size_t i = 0; i < count; ++i) {
@@ -158,17 +180,26 @@ void StrokeOutline::addRings(std::span<const StrokePoint> line) {
     }
     start = (line[first].at + before(first).at) * 0.5;
     direction = unit(line[first].at - before(first).at);
+    startsInChord = !before(first).isTwisted;
   }
+  const auto along = [&](std::size_t i) {
+    pass(before(i), line[i]);
+    goAlong(line[i], line[i + 1 < count ? i + 1 : 0]);
+  };
+  const auto back = [&](std::size_t i) {
+    passBack(before(i), line[i]);
+    goBack(before(i), line[i]);
+  };
   beginRing();
   if (startsInChord) putPoint(start + aside(direction) * pen_.halfWidth);
-  for (std::size_t i = first; i < count; ++i) pass(before(i), line[i]);
-  for (std::size_t i = 0; i < first; ++i) pass(before(i), line[i]);
+  for (std::size_t i = first; i < count; ++i) along(i);
+  for (std::size_t i = 0; i < first; ++i) along(i);
   finishRing();
   if (count == 2) return;  // there and back: one ring is enough
   beginRing();
   if (startsInChord) putPoint(start - aside(direction) * pen_.halfWidth);
-  for (std::size_t i = first; i-- > 0;) passBack(before(i), line[i]);
-  for (std::size_t i = count; i-- > first;) passBack(before(i), line[i]);
+  for (std::size_t i = first; i-- > 0;) back(i);
+  for (std::size_t i = count; i-- > first;) back(i);
   finishRing();
 }
 
@@ -182,6 +213,34 @@ inline void StrokeOutline::passBack(const StrokePoint& before, const StrokePoint
   const CGPoint chordIn = chordOn(StrokePoint::Sides::Far, before), chordOut = chordOn(StrokePoint::Sides::Far, p);
   if (p.side != CGPoint{} && chordIn == CGPoint{} && chordOut == CGPoint{}) return addSidePoint(p.at - p.side, -p.out);
   goThrough({p.at, -chordOut, -p.out, -p.in, -chordIn, p.corner});
+}
+
+inline void StrokeOutline::goAlong(const StrokePoint& from, const StrokePoint& to) {
+  if (from.isTwisted && cross(from.out, to.in) < 0) addTwist({from.at, from.out, to.at, to.in});
+}
+
+inline void StrokeOutline::goBack(const StrokePoint& from, const StrokePoint& to) {
+  if (from.isTwisted && cross(from.out, to.in) > 0) addTwist({to.at, -to.in, from.at, -from.out});
+}
+
+// Adds what lies between the two ends of the edge on the inner side of a bend. The pen's end goes backwards if its first and
+// its last place cross. That would get the wrong winding, so the side goes around this sector in the other direction.
+void StrokeOutline::addTwist(const Edge& edge) {
+  const CGPoint way = edge.to - edge.from;
+  const double turn = -cross(edge.out, edge.in), reach = dot(edge.in, way) / turn, back = dot(edge.out, way) / turn;
+  if (std::max(reach, back) >= pen_.halfWidth) return;
+  const CGPoint crossing = edge.from + aside(edge.out) * reach;
+  fold();
+  putPoint(crossing);
+  putPoint(edge.to + aside(edge.in) * pen_.halfWidth);
+  const double angle = std::atan2(turn, dot(edge.out, edge.in));
+  for (int inner = int(angle / arcStep_), i = inner; i >= 1; --i) {
+    const double part = double(i) / (inner + 1), c = std::cos(angle * part), s = std::sin(angle * part);
+    const CGPoint direction{edge.out.x * c + edge.out.y * s, edge.out.y * c - edge.out.x * s};
+    putPoint(edge.from + way * part + aside(direction) * pen_.halfWidth);
+  }
+  putPoint(edge.from + aside(edge.out) * pen_.halfWidth);
+  putPoint(crossing);
 }
 
 // Where the pen follows a chord, it turns from the line's own direction to the chord, or back, without a join.
@@ -237,7 +296,7 @@ void StrokeOutline::addInnerBend(const Bend& bend) {
   addSidePoint(bend.at + aside(bend.in) * pen_.halfWidth, bend.in);
   const bool isSharp = bend.corner == Corner::Sharp;
   // Between two corners there may be a hole, so no cut spans both.
-  if (isFolded_ && isSharp) {
+  if (isFolded_ && isSharp && hasFoldCorner_) {
     isFolded_ = false;
     sideStart_ = polygons_->pointCount() - 2;
   }
@@ -266,6 +325,8 @@ void StrokeOutline::addCap(CGPoint at, CGPoint inward) {
   const CGPoint end = pen_.cap == LineCap::Square ? at - inward * pen_.halfWidth : at;
   putPoint(end - aside(inward) * pen_.halfWidth);
   putPoint(end + aside(inward) * pen_.halfWidth);
+  // The side begins beside the line's own end, where it may bend.
+  if (pen_.cap == LineCap::Square) putPoint(at + aside(inward) * pen_.halfWidth);
 }
 
 void StrokeOutline::addDot(CGPoint at) {

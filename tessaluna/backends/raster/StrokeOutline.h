@@ -35,10 +35,16 @@ class StrokeOutline {
     Corner corner;
   };
 
+  // The line between two points, and its directions there.
+  struct Edge {
+    CGPoint from, out, to, in;
+  };
+
   void completeDirections(std::span<StrokePoint> line, Contour contour);
   void completeChord(StrokePoint& from, StrokePoint& to) const;
   void findSide(const StrokePoint& before, StrokePoint& p);
   StrokePoint::Sides sidesAlongChord(double turn, double squaredLength, double across) const;
+  bool isTwisted(const StrokePoint& from, const StrokePoint& to) const;
   std::optional<CGPoint> sideOf(const Bend& bend) const;
   void addOpen(std::span<const StrokePoint> line);
   void addSmoothRings(std::span<const StrokePoint> line);
@@ -46,6 +52,9 @@ class StrokeOutline {
   void pass(const StrokePoint& before, const StrokePoint& p);
   void passBack(const StrokePoint& before, const StrokePoint& p);
   void goThrough(const Passage& passage);
+  void goAlong(const StrokePoint& from, const StrokePoint& to);
+  void goBack(const StrokePoint& from, const StrokePoint& to);
+  void addTwist(const Edge& edge);
   void addBend(const Bend& bend);
   void addJoin(const Bend& bend);
   void addInnerBend(const Bend& bend);

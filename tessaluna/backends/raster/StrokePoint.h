@@ -39,6 +39,8 @@ struct StrokePoint {
   enum class Sides : std::uint8_t { None = 0, Near = 1, Far = 2, Both = 3 };
   Sides chordSides = Sides::None;
   CGPoint chord = {};
+  // The pen bends between this point and the next one about a point that lies within its width.
+  bool isTwisted = false;
   // The square of the turn from the previous point to this one.
   double turn = 0;
   // From the point to the outline's corner on the near side of the line; the corner on the far side lies opposite. Zero

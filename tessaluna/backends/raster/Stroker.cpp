@@ -193,11 +193,17 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
     skip(seen->before);
   }
   const CGPoint chord = (to.at - from.at) * (1 / whole);
-  // Inside a curve a dash takes the curve's direction and not the chord's, so that its ends are right.
-  const CGPoint first = from.out == CGPoint{} ? chord : from.out, last = to.in == CGPoint{} ? chord : to.in;
+  // Inside a curve a dash ends on the curve and not on the chord, and in the curve's direction: there the curve is as good as
+  // a cubic one that leaves and arrives in these directions.
+  const CGPoint first = from.out == CGPoint{} ? CGPoint{} : from.out - chord;
+  const CGPoint last = to.in == CGPoint{} ? CGPoint{} : to.in - chord;
   const auto add = [&](double at) {
     StrokePoint p{seen->start + chord * at};
-    if (!dashes_.empty()) p.in = p.out = unit(first + (last - first) * ((seen->before + at) / whole));
+    if (!dashes_.empty()) {
+      const double t = (seen->before + at) / whole, u = 1 - t;
+      p.at = p.at + (first * u - last * t) * (t * u * whole);
+      p.in = p.out = unit(chord + first * (u * (1 - 3 * t)) - last * (t * (2 - 3 * t)));
+    }
     piece_.push_back(p);
   };
   if (isOn_ && piece_.empty()) {

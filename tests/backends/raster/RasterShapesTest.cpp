@@ -189,6 +189,16 @@ TEST(RasterStroke, Curve) { expectStroke(wave(), {.width = 3}); }
 
 TEST(RasterStroke, CurveWithAPenWiderThanItsBends) { expectStroke(wave(), {.width = 11}); }
 
+TEST(RasterStroke, CurveThatEndsInABendNarrowerThanThePen) {
+  Path path;
+  path.moveTo({22, 13});
+  path.curveTo({24, 19}, {19, 12}, {16, 22});
+  for (const LineCap cap : {LineCap::Round, LineCap::Square}) {
+    SCOPED_TRACE(testing::Message() << "cap " << int(cap));
+    expectStroke(path, {.width = 5.68724419, .cap = cap, .join = LineJoin::Round, .miterLimit = 3});
+  }
+}
+
 TEST(RasterStroke, CurveWithACuspIsRoundedThere) {
   Path path;
   path.moveTo({6, 8});
@@ -297,6 +307,15 @@ TEST(RasterDash, TurnsInACurveAsNarrowAsThePen) {
     path.lineTo({14, top + 1});
     expectStroke(path, {.width = 2, .dash = dash});
   }
+}
+
+TEST(RasterDash, EndsWithinABendNarrowerThanThePen) {
+  const double dash[] = {3.00736589};
+  Path path;
+  path.moveTo({25.4233517, 15.1948637});
+  path.curveTo({17.288722, 24.214225}, {17.3233222, 9.88735586}, {15.7798322, 11.896692});
+  path.close();
+  expectStroke(path, {.width = 4.89466286, .join = LineJoin::Round, .dash = dash, .dashPhase = 1.64370465});
 }
 
 TEST(RasterDash, InnerSideThatGoesBackInManySmallSteps) {
