@@ -216,11 +216,11 @@ inline void StrokeOutline::passBack(const StrokePoint& before, const StrokePoint
 }
 
 inline void StrokeOutline::goAlong(const StrokePoint& from, const StrokePoint& to) {
-  if (from.isTwisted && cross(from.out, to.in) < 0) addTwist({from.at, from.out, to.at, to.in});
+  if (from.isTwisted && cross(from.out, to.in) < 0) addTwist({from.at, from.out, to.at, to.in, from.corner, to.corner});
 }
 
 inline void StrokeOutline::goBack(const StrokePoint& from, const StrokePoint& to) {
-  if (from.isTwisted && cross(from.out, to.in) > 0) addTwist({to.at, -to.in, from.at, -from.out});
+  if (from.isTwisted && cross(from.out, to.in) > 0) addTwist({to.at, -to.in, from.at, -from.out, to.corner, from.corner});
 }
 
 // Adds what lies between the two ends of the edge on the inner side of a bend. The pen's end goes backwards if its first and
@@ -230,17 +230,21 @@ void StrokeOutline::addTwist(const Edge& edge) {
   const double turn = -cross(edge.out, edge.in), reach = dot(edge.in, way) / turn, back = dot(edge.out, way) / turn;
   if (std::max(reach, back) >= pen_.halfWidth) return;
   const CGPoint crossing = edge.from + aside(edge.out) * reach;
+  const CGPoint first = edge.from + aside(edge.out) * pen_.halfWidth, last = edge.to + aside(edge.in) * pen_.halfWidth;
+  // The tip of a miter before or after the edge does not lie on the way to the crossing.
+  if (edge.start == Corner::Sharp) addSidePoint(first, edge.out);
   fold();
   putPoint(crossing);
-  putPoint(edge.to + aside(edge.in) * pen_.halfWidth);
+  putPoint(last);
   const double angle = std::atan2(turn, dot(edge.out, edge.in));
   for (int inner = int(angle / arcStep_), i = inner; i >= 1; --i) {
     const double part = double(i) / (inner + 1), c = std::cos(angle * part), s = std::sin(angle * part);
     const CGPoint direction{edge.out.x * c + edge.out.y * s, edge.out.y * c - edge.out.x * s};
     putPoint(edge.from + way * part + aside(direction) * pen_.halfWidth);
   }
-  putPoint(edge.from + aside(edge.out) * pen_.halfWidth);
+  putPoint(first);
   putPoint(crossing);
+  if (edge.end == Corner::Sharp) addSidePoint(last, edge.in);
 }
 
 // Where the pen follows a chord, it turns from the line's own direction to the chord, or back, without a join.

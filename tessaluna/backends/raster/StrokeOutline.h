@@ -35,9 +35,10 @@ class StrokeOutline {
     Corner corner;
   };
 
-  // The line between two points, and its directions there.
+  // The line between two points, with its directions and the line's corners there.
   struct Edge {
     CGPoint from, out, to, in;
+    Corner start, end;
   };
 
   void completeDirections(std::span<StrokePoint> line, Contour contour);

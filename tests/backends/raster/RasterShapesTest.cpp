@@ -199,6 +199,20 @@ TEST(RasterStroke, CurveThatEndsInABendNarrowerThanThePen) {
   }
 }
 
+TEST(RasterStroke, MiterBesideABendNarrowerThanThePen) {
+  Path toCorner;
+  toCorner.moveTo({8, 20});
+  toCorner.lineTo({20, 20});
+  toCorner.curveTo({22, 22}, {21.1, 20}, {22, 20.9});
+  toCorner.lineTo({32, 21});
+  Path fromCorner;
+  fromCorner.moveTo({32, 21});
+  fromCorner.lineTo({22, 22});
+  fromCorner.curveTo({20, 20}, {22, 20.9}, {21.1, 20});
+  fromCorner.lineTo({8, 20});
+  for (const Path& path : {toCorner, fromCorner}) expectStroke(path, {.width = 6, .miterLimit = 10});
+}
+
 TEST(RasterStroke, CurveWithACuspIsRoundedThere) {
   Path path;
   path.moveTo({6, 8});
