@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 #include <numeric>
+#include <utility>
 
 namespace tessaluna::backend::raster {
 
@@ -47,13 +48,15 @@ void Blur::makeKernel(Kernel& kernel, double deviation, double move) {
   for (int i = kernel.first; i <= last; ++i) kernel.weights.push_back(float(gaussian(i) / sum));
 }
 
-bool Blur::convolve(Plane& from, Plane& to, const Style& style) {
+bool Blur::begin(Plane& from, const PixelRect& box, const Style& style) {
   makeKernel(across_, style.deviation, style.dx);
   makeKernel(down_, style.deviation, style.dy);
   sums_.assign((across_.weights.size() + 2) / 4 * 4, 1.0f);
   std::partial_sum(across_.weights.rbegin(), across_.weights.rend() - 1, sums_.begin());
-  const PixelRect middle{to.box.left, from.box.top, to.box.right, from.box.bottom};
-  if (!rows_.begin(middle) || !padded_.prepare(std::size_t(to.box.width()) + 2 * sums_.size())) return false;
+  const PixelRect middle{box.left, from.box.top, box.right, from.box.bottom};
+  if (!rows_.begin(middle) || !padded_.prepare(std::size_t(box.width()) + 2 * sums_.size() + blockSize)) return false;
+  row_ = box.top;
+  done_ = 0;
   repeats_.assign(std::size_t(middle.height()) * std::size_t(inBlocks(middle.width()) / blockSize), 0);
   const std::size_t bytes = std::size_t(from.box.width()) * sizeof(float);
   for (int y = middle.top; y < middle.bottom; ++y) {
@@ -62,8 +65,24 @@ bool Blur::convolve(Plane& from, Plane& to, const Style& style) {
     else convolveAcross(from, y);
     if (y > middle.top) countRepeats(y, repeats);
   }
-  for (int y = to.box.top; y < to.box.bottom; ++y) convolveDown(y, to);
   return true;
+}
+
+bool Blur::convolve(Plane& from, Plane& to, const Style& style) {
+  if (!begin(from, to.box, style)) return false;
+  for (int y = to.box.top; y < to.box.bottom; ++y) convolveDown(y, 0, to.box.width(), to.row(y));
+  return true;
+}
+
+const float* Blur::valuesAt(int x, int y, int count) {
+  const int left = x - rows_.box.left, right = left + count;
+  if (std::exchange(row_, y) != y) done_ = 0;
+  if (right > done_) {
+    const int from = std::max(done_, left / blockSize * blockSize);
+    done_ = inBlocks(right);
+    convolveDown(y, from, right, padded_.data());
+  }
+  return padded_.data() + left;
 }
 
 Blur::Taps Blur::tapsOf(const Kernel& kernel, int from, int to) {
@@ -77,7 +96,7 @@ Blur::Taps Blur::tapsOf(const Kernel& kernel, int from, int to) {
 }
 
 // The sums of a block of values, over taps that lie `step` values apart.
-inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out, int count) {
+inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out) {
   constexpr int fours = blockSize / 4;
   Float4 sums[fours] = {};
   const float *weight = taps.weights.data(), *const firstPair = weight + taps.firstPair,
@@ -98,7 +117,7 @@ inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, const Taps& t
     from += std::ptrdiff_t(taps.pairs) * step;
   }
   addOnes(taps.weights.data() + taps.weights.size());
-  std::memcpy(out, sums, std::size_t(count) * sizeof(float));
+  std::memcpy(out, sums, sizeof sums);
 }
 
 // Coverage changes in only a few places of a row, and each change spreads as the kernel's sums do.
@@ -147,23 +166,22 @@ void Blur::countRepeats(int y, bool isCopy) {
   }
 }
 
-void Blur::convolveDown(int y, Plane& to) {
+// The blocks from column `left`, where one begins, up to column `right`.
+void Blur::convolveDown(int y, int left, int right, float* out) {
   const PixelRect& middle = rows_.box;
   const int first = std::max(y + down_.first, middle.top);
   const int last = std::min(y + down_.first + int(down_.weights.size()), middle.bottom);
-  const int width = to.box.width();
-  float* const out = to.row(y);
-  if (first >= last) return void(std::fill_n(out, width, 0.0f));
+  if (first >= last) return void(std::fill_n(out + left, inBlocks(right - left), 0.0f));
   const Taps taps = tapsOf(down_, first - y - down_.first, last - y - down_.first);
   const float* const above = rows_.row(first);
   const float all = std::accumulate(taps.weights.begin(), taps.weights.end(), 0.0f);
   const Taps once{.weights = {&all, 1}};
-  const int* repeats = repeatsOf(last - 1);
-  for (int x = 0; x < width; x += blockSize) {
-    const int count = std::min(blockSize, width - x);
-    // A block has room for more than `count` values, and rows that repeat need only one multiplication.
-    if (*repeats++ >= last - first - 1) sumBlock(above + x, width, once, out + x, count);
-    else sumBlock(above + x, width, taps, out + x, count);
+  const int* repeats = repeatsOf(last - 1) + left / blockSize;
+  // Each row has room for whole blocks: what is written beyond its end is the next row's, which follows.
+  for (int x = left; x < right; x += blockSize) {
+    // Rows that repeat need only one multiplication.
+    if (*repeats++ >= last - first - 1) sumBlock(above + x, middle.width(), once, out + x);
+    else sumBlock(above + x, middle.width(), taps, out + x);
   }
 }
 

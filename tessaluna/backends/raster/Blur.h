@@ -45,6 +45,11 @@ class Blur {
   // short.
   bool apply(Plane& from, Plane& to, const Style& style);
 
+  // The same values, but only where they are asked for; cells must be pixels. `from` is needed no longer after begin().
+  bool begin(Plane& from, const PixelRect& box, const Style& style);
+  // Valid until the next call. Calls must go through the box row by row, and through each row from its left.
+  const float* valuesAt(int x, int y, int count);
+
  private:
   // The weights of the neighbours at offsets first...first + size - 1, for one direction.
   struct Kernel {
@@ -67,11 +72,11 @@ class Blur {
 
   static int inBlocks(int count) { return (count + blockSize - 1) / blockSize * blockSize; }
   static Taps tapsOf(const Kernel& kernel, int from, int to);
-  static void sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out, int count);
+  static void sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out);
   void convolveAcross(Plane& from, int y);
   void countRepeats(int y, bool isCopy);
   int* repeatsOf(int y) { return repeats_.data() + (y - rows_.box.top) * (inBlocks(rows_.box.width()) / blockSize); }
-  void convolveDown(int y, Plane& to);
+  void convolveDown(int y, int left, int right, float* out);
   static void makeKernel(Kernel& kernel, double deviation, double move);
   bool convolve(Plane& from, Plane& to, const Style& style);
   bool enlarge(Plane& cells, Plane& to, int cell, const Style& style);
@@ -81,6 +86,7 @@ class Blur {
   Plane rows_, cells_;
   WorkBuffer<float> padded_;
   WorkBuffer<Column> columns_;
+  int row_ = 0, done_ = 0;    // how many columns of this row valuesAt() has in padded_
   std::vector<int> repeats_;  // for each block of each row: how many rows above it hold the same values
 };
 

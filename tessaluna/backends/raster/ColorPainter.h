@@ -62,7 +62,7 @@ class ColorPainter {
     std::uint32_t* pixels = bitmap_.row(y) + x;
     for (; count >= 4; pixels += 4, windings += 4, count -= 4) {
       const Float4 coverage = coverageOfFour(windings);
-      if (kind == Kind::Edge || isAnySet(coverage > splat(0))) paintFour(pixels, coverage);
+      if (kind == Kind::Edge || isAnySet(coverage > splat(leastCoverage))) paintFour(pixels, coverage);
     }
     if (count == 0) return;
     float last[4] = {};

@@ -66,6 +66,36 @@ class PlaneWriter {
   Plane& plane_;
 };
 
+// Paints a shape into an empty layer of one color, less its shadow.
+class OutOfShadowWriter {
+ public:
+  OutOfShadowWriter(TintLayer& tint, Blur& shadow, float alpha, float shadowAlpha)
+      : tint_(tint), shadow_(shadow), alpha_(alpha), shadowAlpha_(shadowAlpha) {}
+  void uniform(int x, int y, int count, float winding) {
+    std::fill_n(tint_.pixel(x, y), count, coverageOf(winding));
+    takeOut(x, y, count);
+  }
+  void varied(int x, int y, int count, const float* windings) {
+    writeCoverage(windings, count, tint_.pixel(x, y));
+    takeOut(x, y, count);
+  }
+
+ private:
+  void takeOut(int x, int y, int count) {
+    const float* shadow = shadow_.valuesAt(x, y, count);
+    float* values = tint_.pixel(x, y);
+    for (; count >= 4; count -= 4, values += 4, shadow += 4) {
+      const Float4 left = splat(alpha_) * fourOf(values) * (splat(1) - splat(shadowAlpha_) * coverageOfFour(shadow));
+      std::memcpy(values, &left, sizeof left);
+    }
+    for (int i = 0; i < count; ++i) values[i] = alpha_ * values[i] * (1 - shadowAlpha_ * coverageOf(shadow[i]));
+  }
+
+  TintLayer& tint_;
+  Blur& shadow_;
+  const float alpha_, shadowAlpha_;
+};
+
 }  // namespace
 
 void RasterCanvas::Pipeline::begin(Bitmap& bitmap, const View& view) {
@@ -271,6 +301,7 @@ bool RasterCanvas::Pipeline::paintsPlainly(const Source& source) const {
 void RasterCanvas::Pipeline::paintPolygons(CoverageBuffer::Shape shape, const Source& source,
                                            const std::optional<CastShadow>& shadow) {
   if (keepAsShape(shape, source, shadow)) return;
+  if (shadow && paintOutOfShadow(shape, source, *shadow)) return;
   if (shadow) paintShadowOfPolygons(shape, source, *shadow);
   const PixelRect whole = polygons_.bounds().roundedOut();
   paint(source, whole.intersected(state_.clip.box), [&](auto& painter, const PixelRect& box) {
@@ -279,20 +310,47 @@ void RasterCanvas::Pipeline::paintPolygons(CoverageBuffer::Shape shape, const So
   });
 }
 
-void RasterCanvas::Pipeline::paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source,
-                                                   const CastShadow& shadow) {
+// What of the shape casts a shadow into the clip. False if nothing does.
+bool RasterCanvas::Pipeline::sweepCast(CoverageBuffer::Shape shape, const CastShadow& shadow) {
   // The shape itself is moved, not its pixels, so that an offset by a fraction of a pixel stays exact.
   shape.moved = {shadow.dx, shadow.dy};
-  const int cell = Blur::cellSize(shadow.deviation), reach = Blur::reach(shadow.deviation);
-  shape.scale = 1.0 / cell;
+  shape.scale = 1.0 / Blur::cellSize(shadow.deviation);
   const DeviceRect bounds = shape.polygons.bounds().moved(shadow.dx, shadow.dy);
-  const DeviceRect needed = bounds.intersected(DeviceRect::of(state_.clip.box.grown(reach)));
-  const PixelRect shaded = needed.grown(reach).roundedOut().intersected(state_.clip.box);
-  const PixelRect box = needed.scaled(shape.scale).roundedOut();
-  if (box.isEmpty() || shaded.isEmpty() || !cast_.begin(box)) return paintPlane(blurred_, Float4{});
+  const PixelRect near = state_.clip.box.grown(Blur::reach(shadow.deviation));
+  const PixelRect box = bounds.intersected(DeviceRect::of(near)).scaled(shape.scale).roundedOut();
+  if (box.isEmpty() || !cast_.begin(box)) return false;
   cast_.clear();
   PlaneWriter writer(cast_);
   coverage_.sweep(shape, box, writer);
+  return true;
+}
+
+// An inner shadow: a layer's first shape, of its shadow's color, which takes its own shadow out of itself. Only what lies
+// within the shape is blurred. False if this is something else.
+bool RasterCanvas::Pipeline::paintOutOfShadow(const CoverageBuffer::Shape& shape, const Source& source,
+                                              const CastShadow& shadow) {
+  if (openLayers_ == 0 || state_.blendMode != BlendMode::SourceOut || !state_.clip.isPlain()) return false;
+  OpenLayer& layer = openLayer();
+  const Source shaded{.color = shadow.color * splat(source.color[3])};
+  const bool isFirst = layer.content == OpenLayer::Content::Nothing && layer.tint.content().isEmpty();
+  const PixelRect box = shape.polygons.bounds().roundedOut().intersected(state_.clip.box);
+  if (!isFirst || box.isEmpty() || Blur::cellSize(shadow.deviation) > 1) return false;
+  if (!source.isUniform() || !takesAsTint(layer, shaded) || !takesAsTint(layer, source)) return false;
+  if (!sweepCast(shape, shadow) || !blur_.begin(cast_, box, {.deviation = shadow.deviation})) return false;
+  if (!layer.tint.include(box)) return true;
+  OutOfShadowWriter writer(layer.tint, blur_, source.color[3], shaded.color[3]);
+  coverage_.sweep(shape, box, writer);
+  return true;
+}
+
+void RasterCanvas::Pipeline::paintShadowOfPolygons(const CoverageBuffer::Shape& shape, const Source& source,
+                                                   const CastShadow& shadow) {
+  const int cell = Blur::cellSize(shadow.deviation), reach = Blur::reach(shadow.deviation);
+  const DeviceRect bounds = shape.polygons.bounds().moved(shadow.dx, shadow.dy);
+  const DeviceRect needed = bounds.intersected(DeviceRect::of(state_.clip.box.grown(reach)));
+  const PixelRect shaded = needed.grown(reach).roundedOut().intersected(state_.clip.box);
+  if (shaded.isEmpty() || !sweepCast(shape, shadow)) return paintPlane(blurred_, Float4{});
+  const PixelRect& box = cast_.box;
   Float4 color = shadow.color;
   if (source.rows) {
     for (int y = box.top; y < box.bottom; ++y) {
@@ -445,8 +503,18 @@ void RasterCanvas::Pipeline::composite(OpenLayer& layer, bool showsEmptyParts) {
   });
 }
 
-void RasterCanvas::Pipeline::paintTint(const OpenLayer& layer, float alpha) {
+// The layer's values are not needed afterwards.
+void RasterCanvas::Pipeline::paintTint(OpenLayer& layer, float alpha) {
   const PixelRect box = layer.tint.content().intersected(state_.clip.box);
+  if (openLayers_ == 0 && state_.blendMode == BlendMode::Normal) {
+    ColorPainter painter(*bitmap_, layer.tintColor * splat(alpha));
+    for (int y = box.top; y < box.bottom; ++y) {
+      float* values = layer.tint.pixel(box.left, y);
+      state_.clip.multiply(box.left, y, box.width(), values);
+      painter.sparse(box.left, y, box.width(), values);
+    }
+    return;
+  }
   paint({.color = layer.tintColor * splat(alpha)}, box, [&](auto& painter, const PixelRect& part) {
     for (int y = part.top; y < part.bottom; ++y) {
       painter.varied(part.left, y, part.width(), layer.tint.pixel(part.left, y));

@@ -99,8 +99,10 @@ class RasterCanvas::Pipeline {
   template <class Cover>
   void paintOn(const Surface& surface, const Source& source, const PixelRect& box, Cover cover);
   void paintPolygons(CoverageBuffer::Shape shape, const Source& source, const std::optional<CastShadow>& shadow);
-  void paintShadowOfPolygons(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow);
-  void paintTint(const OpenLayer& layer, float alpha);
+  bool sweepCast(CoverageBuffer::Shape shape, const CastShadow& shadow);
+  bool paintOutOfShadow(const CoverageBuffer::Shape& shape, const Source& source, const CastShadow& shadow);
+  void paintShadowOfPolygons(const CoverageBuffer::Shape& shape, const Source& source, const CastShadow& shadow);
+  void paintTint(OpenLayer& layer, float alpha);
   void composite(OpenLayer& layer, bool showsEmptyParts);
   void giveBackLayers();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);

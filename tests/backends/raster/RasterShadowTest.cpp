@@ -268,6 +268,29 @@ TEST(RasterInnerShadow, OfARectangleBetweenPixels) { expectInnerShadow(Path::rec
 
 TEST(RasterInnerShadow, WideAndTranslucent) { expectInnerShadow(disc, {{-2.5, -3.5}, 6, Color{0.4, 0, 0, 0.6}}); }
 
+TEST(RasterInnerShadow, OfATranslucentShapeThatThePictureCutsOff) {
+  const Path path = Path::oval({-8, 6, 40, 50});
+  const Shadow shadow{{3, -2}, 4, glass};
+  const Color fill{glass.red, glass.green, glass.blue, 0.8};
+  const Color fallen{glass.red, glass.green, glass.blue, glass.alpha * fill.alpha};
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.beginTransparencyLayer();
+                     canvas.setShadow(shadow);
+                     canvas.setBlendMode(BlendMode::SourceOut);
+                     canvas.setFillColor(fill);
+                     canvas.fillPath(path, nonZero);
+                     canvas.endTransparencyLayer();
+                   },
+               .expect =
+                   [&](ReferencePicture& picture) {
+                     ReferencePicture layer(40, picture.scale);
+                     layer.paint(fallen, layer.shadow(filled(path), shadow), {.mode = BlendMode::SourceOut});
+                     layer.paint(fill, layer.fill(path), {.mode = BlendMode::SourceOut});
+                     picture.paint(layer, {});
+                   }});
+}
+
 TEST(RasterInnerShadow, WithAlphaZeroLeavesTheShapeAsItWas) {
   expectRight({.draw =
                    [](RasterCanvas& canvas) {
