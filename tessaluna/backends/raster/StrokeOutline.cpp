@@ -10,9 +10,9 @@ constexpr double arcTolerance = 0.006, leastArcTolerance = 0.125 / 3e4;
 // A corner of the outline shorter than this, in pixels, is ignored: joins would differ by less than a hundredth of a pixel.
 constexpr double leastJoin = 0.1;
 // This many sides on either side of a fold are searched for the place where they meet, each with each, which bounds the time
-// of a bend. They may meet at most this far from it, in halves of the pen's width: a fold reaches no farther.
+// of a bend. What is cut off may lie at most this far from there, in halves of the pen's width: a fold reaches no farther.
 constexpr std::size_t maxSidesOfFold = 24;
-constexpr double farthestMeeting = 6;
+constexpr double longestFold = 3;
 // The area, in square pixels, that may be missing at the inner corner of a gentle bend: 5 of 255 if it were all in one
 // pixel.
 constexpr double leastCorner = 0.02;
@@ -386,10 +386,10 @@ void StrokeOutline::cutFold(CGPoint to) {
     if (!(turn < 0)) continue;  // they must meet in the direction of the bend
     const double onSide = cross(between, way) / turn, onWay = cross(between, side) / turn;
     if (onSide < 0 || onSide > 1 || onWay < 0 || onWay > 1) continue;
-    const CGPoint meeting = a + side * onSide, away = meeting - polygons_->points()[foldStart_];
+    const CGPoint meeting = a + side * onSide;
     // Sides next to the fold may meet anywhere, others only as near as a fold reaches.
     const bool isNext = end == foldStart_ && sidesAfterFold_ == 0;
-    if (!isNext && dot(away, away) > farthestMeeting * farthestMeeting * pen_.halfWidth * pen_.halfWidth) continue;
+    if (!isNext && !isShort(end, meeting)) continue;
     if (isHole(end, meeting) || (isNext && !coverCorner(side, way))) break;
     polygons_->cutTo(end);
     polygons_->lineTo(meeting);
@@ -408,6 +408,15 @@ bool StrokeOutline::coverCorner(CGPoint in, CGPoint out) const {
   // The corner of a gentle bend is too small to be visible.
   if (dot(in, out) > 0 && sine * sine * sine * pixels * pixels < leastCorner * lengths * lengths * lengths) return true;
   return std::min(before, after) >= reach * reach;
+}
+
+// True if the points from `first` to here lie near the meeting: what is farther away may be a bend or an end of the line.
+bool StrokeOutline::isShort(std::size_t first, CGPoint meeting) const {
+  const double reach = longestFold * pen_.halfWidth;
+  return std::ranges::all_of(polygons_->points().subspan(first), [&](CGPoint p) {
+    const CGPoint away = p - meeting;
+    return dot(away, away) <= reach * reach;
+  });
 }
 
 // True if the points from `first` to here turn the opposite way to a fold: they are the border of a hole.

@@ -70,6 +70,7 @@ class StrokeOutline {
   void fold();
   void cutFold(CGPoint to);
   bool coverCorner(CGPoint in, CGPoint out) const;
+  bool isShort(std::size_t first, CGPoint meeting) const;
   bool isHole(std::size_t first, CGPoint meeting) const;
 
   Pen pen_;

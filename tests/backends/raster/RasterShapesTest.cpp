@@ -213,6 +213,14 @@ TEST(RasterStroke, MiterBesideABendNarrowerThanThePen) {
   for (const Path& path : {toCorner, fromCorner}) expectStroke(path, {.width = 6, .miterLimit = 10});
 }
 
+TEST(RasterStroke, InnerSidesThatMeetBeyondTheEndOfABend) {
+  Path path;
+  path.moveTo({18, 8});
+  path.lineTo({6, 25});
+  path.curveTo({24, 25}, {9, 21}, {4, 20.5});
+  expectStroke(path, {.width = 3, .join = LineJoin::Bevel});
+}
+
 TEST(RasterStroke, CurveWithACuspIsRoundedThere) {
   Path path;
   path.moveTo({6, 8});
