@@ -62,6 +62,8 @@ AccessibilityBridge::AccessibilityBridge(EmbeddingHosts& hosts)
   QAccessible::installFactory(makeInterface);
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, &AccessibilityBridge::deleteGone);
+  passedOn_.setSingleShot(true);
+  connect(&passedOn_, &QTimer::timeout, this, &AccessibilityBridge::reportFocusAgain);
 }
 
 AccessibilityBridge::~AccessibilityBridge() {
@@ -134,12 +136,10 @@ void AccessibilityBridge::changed(const AccessibleChange& change) {
   }
 }
 
-void AccessibilityBridge::focusWasPassedOn() {
-  QTimer::singleShot(0, this, [] {
-    QWidget* widget = QApplication::focusWidget();
-    // The elements in a widget of ours are reported by themselves.
-    if (widget && !dynamic_cast<QtViewWidget*>(widget)) send(QAccessibleEvent(widget, QAccessible::Focus));
-  });
+void AccessibilityBridge::reportFocusAgain() {
+  QWidget* widget = QApplication::focusWidget();
+  // The elements in a widget of ours are reported by themselves.
+  if (widget && !dynamic_cast<QtViewWidget*>(widget)) send(QAccessibleEvent(widget, QAccessible::Focus));
 }
 
 // Interfaces that go.

@@ -41,7 +41,7 @@ class AccessibilityBridge : public QObject {
 
   // Qt's focus came to a widget and has been passed on from there. Qt then reports the widgets that it came through after the one
   // where it is now: that one is reported once more.
-  void focusWasPassedOn();
+  void focusWasPassedOn() { passedOn_.start(0); }
 
   // Called by the elements' interfaces.
   void elementWasMade(AccessibleElement& interface) { interfaces_.insert(&interface); }
@@ -51,6 +51,7 @@ class AccessibilityBridge : public QObject {
  private:
   static QAccessibleInterface* makeInterface(const QString& className, QObject* object);
   void changed(const platform::AccessibleChange& change);
+  void reportFocusAgain();
   void deleteGone();
 
   EmbeddingHosts& hosts_;
@@ -58,6 +59,7 @@ class AccessibilityBridge : public QObject {
   std::unordered_set<AccessibleElement*> interfaces_;  // owned by Qt
   std::vector<AccessibleElement*> gone_;               // of elements that have gone, to be deleted
   QTimer timer_;
+  QTimer passedOn_;  // runs until the focus that was passed on has been reported once more
 };
 
 }  // namespace tessaluna::backend::qt

@@ -52,6 +52,12 @@ bool isInScrollArea(const QWidget& widget) {
   return area && area->viewport() == viewport;
 }
 
+// Qt brings only the widgets that its own focus comes to into sight.
+void bringIntoSight(const QPointer<QtViewWidget>& widget) {
+  for (QPointer<QWidget> above = widget.data(); above; above = above ? above->parentWidget() : nullptr)
+    if (auto* area = qobject_cast<QScrollArea*>(above.data()); area && widget) area->ensureWidgetVisible(widget);
+}
+
 // What of the widget its ancestors do not cut off, in the top-level widget's space.
 QRect visibleRectOf(const QWidget& widget, const QWidget& topLevel) {
   QRect visible(widget.mapTo(&topLevel, QPoint(0, 0)), widget.size());
@@ -190,13 +196,14 @@ bool EmbeddingHost::isHere(const Embedded& embedded) const {
 
 void EmbeddingHost::placeChanged(const QWidget& widget) {
   const QPointer<EmbeddingHost> held = this;
+  const bool mayBeScrolled = isInScrollArea(widget);  // which may be gone when it has been placed
   std::vector<Embedded> concerned;
   for (const Embedded& embedded : embedded_)
     if (embedded.widget == &widget || widget.isAncestorOf(embedded.widget)) concerned.push_back(embedded);
   if (&widget == &topLevel_) placeTopLevel();
   for (const Embedded& embedded : concerned)
     if (held && isHere(embedded)) place(embedded);
-  if (!held || !wheel_.isActive() || !isInScrollArea(widget)) return;
+  if (!held || !wheel_.isActive() || !mayBeScrolled) return;
   for (const Embedded& embedded : concerned)
     if (isHere(embedded)) window_->contentWasScrolledByUser(*embedded.clip);
 }
@@ -344,16 +351,16 @@ bool EmbeddingHost::moveFocus(FocusStep step) {
   const QPointer<EmbeddingHost> held = this;
   const Ref<NSWindow> window = window_;
   const Ref<NSView> view = widget->view();
-  if (window->selectKeyViewWithin(*view, step)) {
-    // Qt brings only the widgets that its own focus comes to into sight.
-    for (QWidget* above = held && widget ? widget->parentWidget() : nullptr; above; above = above->parentWidget())
-      if (auto* area = qobject_cast<QScrollArea*>(above)) area->ensureWidgetVisible(widget);
+  const auto movesWithin = [&] {
+    if (!window->selectKeyViewWithin(*view, step)) return false;
+    if (held) bringIntoSight(widget);
     return true;
-  }
+  };
+  if (movesWithin()) return true;
   // Editing ends before Qt's focus moves: the one who is asked may refuse, or delete the widgets that Qt is about to look at.
   if (!window->makeFirstResponder(nullptr) || !held || !widget || widget->passFocusOn(step)) return true;
   // Nobody else takes the focus: round again.
-  return !held || window->selectKeyViewWithin(*view, step);
+  return !held || movesWithin();
 }
 
 void EmbeddingHost::sizeHintChanged(NSView& view) {

@@ -139,6 +139,10 @@ TEST_F(QtViewWidgetKeys, WhereTheTabKeyGoesComesIntoSightInAScrollArea) {
   EXPECT_TRUE(isInSight(lower));
   QTest::keyClick(top.windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
   EXPECT_TRUE(isInSight(upper));
+  delete before;
+  QTest::keyClick(top.windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(box->window()->firstResponder(), lower.get()) << "round again";
+  EXPECT_TRUE(isInSight(lower));
 }
 
 TEST_F(QtViewWidgetKeys, TabAmongViewsThatTakeNoKeysComesToAnEnd) {
