@@ -11,7 +11,7 @@ namespace tessaluna::backend::raster::test {
 
 namespace {
 
-#if defined(__SSE2__) && !defined(__AVX__)
+#if defined(__x86_64__) && !defined(__AVX__)
 
 // Not a register that a function uses before it has used the first ones.
 void fillAnUpperHalf() { asm volatile("vpcmpeqd %%ymm15, %%ymm15, %%ymm15" ::: "xmm15"); }
@@ -32,6 +32,7 @@ TEST(UpperHalvesTest, AnOperationOfTheCanvasBeginsWithoutTheUpperHalvesThatOther
   const Path path = Path::oval({1, 1, 6, 6});
   fillAnUpperHalf();
   ASSERT_EQ(thatUpperHalf(), full);
+  fillAnUpperHalf();
   canvas.fillPath(path, FillRule::NonZero);
   EXPECT_EQ(thatUpperHalf(), empty);
   fillAnUpperHalf();

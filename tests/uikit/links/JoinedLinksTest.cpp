@@ -70,7 +70,7 @@ TEST_F(JoinedLinksTest, OverRandomStringsAndWidthsTheSearchDecides) {
   const auto upTo = [&random](unsigned most) { return random() % (most + 1); };
   const std::string letters[] = {"a", "b", "e\xCC\x81", "\xF0\x9F\x8E\xB5", " ", "\xD7\xA9", "\xFF"};
   int cuts = 0, exactHits = 0;
-  for (int round = 0; round < 2500; ++round) {
+  for (int round = 0; round < 500; ++round) {
     std::vector<std::string> strings(upTo(4) + 1);
     for (std::string& string : strings)
       for (unsigned i = upTo(12); i > 0; --i) string += letters[upTo(6)];
@@ -95,8 +95,8 @@ TEST_F(JoinedLinksTest, OverRandomStringsAndWidthsTheSearchDecides) {
     EXPECT_TRUE(characters == 0 || advance * static_cast<CGFloat>(characters + 1) <= width + 1);
     exactHits += suffixPosition < advance * static_cast<CGFloat>(characters);
   }
-  EXPECT_GT(cuts, 1000);
-  EXPECT_GT(exactHits, 50);
+  EXPECT_GT(cuts, 200);
+  EXPECT_GT(exactHits, 10);
 }
 
 TEST_F(JoinedLinksTest, AShorteningMeasuresLessOftenThanTheLogarithmOfTheLengthAndFourMore) {
