@@ -10,6 +10,10 @@ namespace {
 // patches that a new one may be near to are among the last.
 constexpr std::size_t maxPatches = 256, lastPatches = 32;
 
+// Shorter sides within a row, in pixels, are not compared: most are chords of curves, and an icon would take 4 % more
+// instructions.
+constexpr int minCrossed = 8;
+
 constexpr std::uint64_t firstBlock = 0xf;  // among marks
 
 constexpr double pointsPerPixel = 1000;  // how many points are searched in the time that one pixel takes to resolve
@@ -36,6 +40,7 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   sidesSearched_ = 0;
   pillars_.clear();
   repeats_.clear();
+  clearForReuse(crossed_);
   // All buffers but the last stay zero between uses: a row is cleared after it was sent to the sink.
   const std::size_t rows = std::size_t(box.height());
   return values_.prepare(rows * std::size_t(stride_)) && marks_.prepare(rows * std::size_t(4 * words_)) &&
@@ -149,6 +154,9 @@ inline void CoverageBuffer::addInside(double x0, double y0, double x1, double y1
     const bool isRightwards = from.column < to.column;
     stayIn(marksOf(row, direction), std::min(from.column, to.column), std::max(from.column, to.column));
     if (from.column == to.column) return row.addToPixel(from.column, (from.inPixel + to.inPixel) * 0.5f, cover);
+    if (std::abs(to.column - from.column) >= minCrossed) [[unlikely]]
+      noteCrossed(first, std::min(from.column, to.column), std::max(from.column, to.column),
+                  isRightwards == (direction > 0));
     return row.addToPixels(isRightwards ? from : to, isRightwards ? to : from, {cover, cover / float(std::abs(x1 - x0))});
   }
   if (x0 == x1) addUpright(from, y0, y1, direction);
@@ -308,6 +316,43 @@ void CoverageBuffer::markLevel(double y, double from, double to) {
   const double left = std::max(std::min(from, to), 0.0), right = std::min(std::max(from, to), width_);
   if (!(y > 0 && y < height_ && left < right) || y == int(y)) return;
   stayIn(marksOf(rowAt(int(y)), direction_), int(left), int(right));
+  noteCrossed(int(y), int(left), int(right), from < to);
+}
+
+// A side that stays in the row goes from one of these pixels to the other.
+void CoverageBuffer::noteCrossed(int row, int left, int right, bool isRightwards) {
+  if (right - left >= minCrossed) crossed_.push_back({row, isRightwards, left + 1, right - 1});
+}
+
+// Where chains of one direction meet in a pixel, it is marked already.
+void CoverageBuffer::findCrossedTwice() {
+  // Calls visit(word, bits) where chains of both directions go through some of the pixels.
+  const auto forEachShared = [this](int row, int first, int last, auto visit) {
+    std::uint64_t *const down = rowMarks(row) + words_, *const up = down + words_, *const twice = up + words_;
+    for (int word = first / 64; word <= last / 64; ++word) {
+      std::uint64_t bits = down[word] & up[word];
+      if (word == first / 64) bits &= ~std::uint64_t(0) << first % 64;
+      if (word == last / 64) bits &= ~std::uint64_t(0) >> (63 - last % 64);
+      if (bits != 0) visit(twice + word, bits);
+    }
+  };
+  std::erase_if(crossed_, [&](const Crossed& pixels) {
+    bool isAlone = true;
+    forEachShared(pixels.row, pixels.first, pixels.last, [&](std::uint64_t*, std::uint64_t) { isAlone = false; });
+    return isAlone;
+  });
+  std::sort(crossed_.begin(), crossed_.end());
+  const Crossed* widest = nullptr;  // of those before that are in the same row and go the same way
+  for (const Crossed& pixels : crossed_) {
+    const bool isBeside = widest && pixels.row == widest->row && pixels.isRightwards == widest->isRightwards;
+    const int last = isBeside ? std::min(pixels.last, widest->last) : -1;
+    if (pixels.first <= last) {
+      // Beside what both cross one of them ends.
+      forEachShared(pixels.row, pixels.first - 1, last + 1,
+                    [this](std::uint64_t* twice, std::uint64_t bits) { noteTwice(twice, bits); });
+    }
+    if (!isBeside || pixels.last > widest->last) widest = &pixels;
+  }
 }
 
 void CoverageBuffer::markWords(std::uint64_t* marks, int first, int last) {

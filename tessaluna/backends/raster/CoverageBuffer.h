@@ -9,10 +9,12 @@
 // bit per pixel and direction, and one more where there are two chains of a direction. Those pixels are suspicious. So are
 // pixels with one chain of each direction near rows whose sums show windings other than 0 and 1, because the two may cross.
 // They may also cross near a tip, the point where one chain ends and the next begins, and where a chain turns sharply to the
-// side. An OverlapResolver computes the coverage of those pixels.
+// side. And two sides, one down and one up, overlap where both go through a pixel from its left edge to its right one, or both
+// back. Long sides that stay within a row are searched for those. An OverlapResolver computes the coverage of those pixels.
 #pragma once
 
 #include <bit>
+#include <compare>
 #include <cstdint>
 #include <cstring>
 #include <optional>
@@ -82,6 +84,14 @@ class CoverageBuffer {
     std::size_t end, start;
   };
 
+  // Pixels that one side crosses from edge to edge, all in one row. Those of one row lie together when sorted.
+  struct Crossed {
+    int row;
+    bool isRightwards;
+    int first, last;
+    auto operator<=>(const Crossed&) const = default;
+  };
+
   struct Place {
     float inPixel;  // from the left edge of its pixel
     int column;
@@ -139,6 +149,8 @@ class CoverageBuffer {
   void markWords(std::uint64_t* marks, int first, int last);
   void markLevel(double y, double from, double to);
   void noteTwice(std::uint64_t* at, std::uint64_t bits);
+  void noteCrossed(int row, int left, int right, bool isRightwards);
+  void findCrossedTwice();
   void findCrossedTips(const Shape& shape);
   void noteTip(std::span<const CGPoint> points, std::size_t end, const Shape& shape);
   CGPoint placed(CGPoint p, const Shape& shape) const;
@@ -194,7 +206,8 @@ class CoverageBuffer {
   float direction_ = 1;  // of the side that was added last: 1 down, -1 up
   Chain chain_;
   std::vector<Pillar> pillars_;
-  std::vector<Repeat> repeats_;         // from the top
+  std::vector<Repeat> repeats_;  // from the top
+  std::vector<Crossed> crossed_;
   int firstTwice_ = 0;                  // the first row with two chains of a direction in a pixel
   WorkBuffer<std::uint8_t> isOverlap_;  // one per row: 1 where sums show an overlap
   OverlapResolver resolver_;            // keeps its memory for so many sweeps: a huge tangle needs much of it
@@ -219,6 +232,7 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   add(shape);
   if (++sweeps_ == sweepsOfResolver) giveResolverBack();
   placePillars();
+  if (crossed_.size() > 1) findCrossedTwice();
   if (!shape.isStroke) findCrossedTips(shape);
   // The sink receives a row only after the next row is known: the row's own part of an overlap may be too small to show.
   Repeat pending{0, 0};  // the rows that the sink receives next

@@ -68,6 +68,20 @@ TEST(RasterOverlap, TheSameLineTwiceInOneStroke) {
   for (const double width : {0.6, 1.0, 3.0}) expectStroke(path, {.width = width});
 }
 
+// Neither row has a pixel that is covered more than once on average: the sums of both bars stay below 1.
+TEST(RasterOverlap, NearlyLevelSidesThatOverlapWithinOneRow) {
+  const Path bar = ring({{4, 10.6}, {24, 10.6}, {24, 11.4}, {4, 11.4}});
+  const Path upper = ring({{8, 10.6}, {24, 10.62}, {24, 11.42}, {8, 11.4}});
+  const Path lower = ring({{8, 10.6}, {8, 11.4}, {24, 11.38}, {24, 10.58}});
+  const Path between = ring({{8.5, 10.6}, {21.3, 10.62}, {21.3, 11.42}, {8.5, 11.4}});
+  for (const Path& other : {upper, lower, between}) {
+    Path both = bar;
+    both.append(other);
+    expectFill(both, FillRule::NonZero);
+    expectFill(both, FillRule::EvenOdd);
+  }
+}
+
 TEST(RasterOverlap, EndBesideALine) {
   Path path = polyline({{9.1, 5}, {9.1, 35}});
   path.append(polyline({{9.35, 20.4}, {33, 20.4}}));
