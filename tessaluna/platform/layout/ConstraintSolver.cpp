@@ -22,11 +22,7 @@ ConstraintSolver::Variable ConstraintSolver::addVariable() {
 
 void ConstraintSolver::removeVariable(Variable variable) { simplex_.removeVariable(static_cast<int>(variable)); }
 
-ConstraintSolver::Constraint ConstraintSolver::add(Rule rule) { return addEntry(std::move(rule), ++order_); }
-
-ConstraintSolver::Constraint ConstraintSolver::addBeforeAll(Rule rule) { return addEntry(std::move(rule), 0); }
-
-ConstraintSolver::Constraint ConstraintSolver::addEntry(Rule rule, long order) {
+ConstraintSolver::Constraint ConstraintSolver::add(Rule rule) {
   int index;
   if (freeEntries_.empty()) {
     index = static_cast<int>(entries_.size());
@@ -38,7 +34,7 @@ ConstraintSolver::Constraint ConstraintSolver::addEntry(Rule rule, long order) {
   }
   Entry& entry = entries_[index];
   entry.rule = std::move(rule);
-  entry.order = order;
+  entry.order = ++order_;
   enter(entry);
   isChanged_ = true;
   return static_cast<Constraint>(index);

@@ -42,7 +42,6 @@ class ConstraintSolver {
   Variable addVariable();                  // has any sign, and is 0 where no constraint determines it
   void removeVariable(Variable variable);  // once no constraint has it any more
   Constraint add(Rule rule);
-  Constraint addBeforeAll(Rule rule);  // it counts as added before any other
   void remove(Constraint constraint);
   void setConstant(Constraint constraint, double constant);
   void setRule(Constraint constraint, Rule rule);  // it counts as added when the one before it was
@@ -75,7 +74,6 @@ class ConstraintSolver {
 
   Symbol& symbol(Variable variable) { return symbols_[static_cast<std::size_t>(variable)]; }
   int addSymbol(Simplex::Kind kind, int owner);
-  Constraint addEntry(Rule rule, long order);
   int indexOf(const Entry& entry) const { return static_cast<int>(&entry - entries_.data()); }
   void noteChange(int symbol);
   void enter(Entry& entry);

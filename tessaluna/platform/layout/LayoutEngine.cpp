@@ -464,7 +464,7 @@ void LayoutEngine::run() {
   isRunning_ = false;
 }
 
-// Solves, and forbids lengths that would become negative only once they would: hardly any do. No constraint is before that.
+// Solves, and forbids lengths that would become negative only once they would: hardly any do.
 void LayoutEngine::noteChanges() {
   for (bool isAgain = true; isAgain;) {
     isAgain = false;
@@ -477,7 +477,7 @@ void LayoutEngine::noteChanges() {
       if (item.axes[1].length == variable) item.didHeightChange = true;
       for (Axis& axis : item.axes) {
         if (axis.length != variable || axis.notNegative || solver_.value(variable) >= -negativeEpsilon) continue;
-        axis.notNegative = solver_.addBeforeAll({{{variable, 1}}, ConstraintSolver::Relation::AtLeast, 0});
+        axis.notNegative = solver_.add({{{variable, 1}}, ConstraintSolver::Relation::AtLeast, 0});
         setOrigin(*axis.notNegative, {});
         isAgain = true;
       }
@@ -495,23 +495,11 @@ std::string LayoutEngine::nameOf(ConstraintSolver::Constraint constraint) const 
          (identifier.empty() ? "" : " \"" + identifier + "\"");
 }
 
-// A frame of negative size is not a matter of constraints, and what has no size yet has no room for what they ask for.
-bool LayoutEngine::isWorthReporting(const ConstraintSolver::Conflict& conflict) const {
-  bool hasConstraint = origins_[static_cast<std::size_t>(conflict.setAside)].constraint;
-  bool hasLength = false, hasEmptyFrame = false;
-  for (const ConstraintSolver::Constraint other : conflict.others) {
-    const Origin& origin = origins_[static_cast<std::size_t>(other)];
-    hasConstraint = hasConstraint || origin.constraint;
-    hasLength = hasLength || (!origin.constraint && !origin.view);
-    hasEmptyFrame = hasEmptyFrame || (origin.view && NSIsEmptyRect(origin.view->frame()));
-  }
-  return hasConstraint && !(hasLength && hasEmptyFrame);
-}
-
 void LayoutEngine::report() {
   std::vector<std::string> lines;
   for (const ConstraintSolver::Conflict& conflict : solver_.takeConflicts()) {
-    if (!isWorthReporting(conflict)) continue;
+    const Origin& origin = origins_[static_cast<std::size_t>(conflict.setAside)];
+    if (!origin.constraint && !origin.view) continue;
     std::string line = "Constraints conflict: " + nameOf(conflict.setAside) + " gives way to ";
     for (std::size_t i = 0; i < conflict.others.size(); ++i) line += (i == 0 ? "" : ", ") + nameOf(conflict.others[i]);
     lines.push_back(std::move(line));

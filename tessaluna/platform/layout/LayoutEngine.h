@@ -94,7 +94,6 @@ class LayoutEngine {
   void rulesOfMask(std::array<std::vector<Rule>, 2>& rules, const Item& item) const;
   void rulesOfContent(std::array<std::vector<Rule>, 2>& rules, const Item& item) const;
   void report();
-  bool isWorthReporting(const ConstraintSolver::Conflict& conflict) const;
   std::string nameOf(ConstraintSolver::Constraint constraint) const;
   void noteChanges();
   void place();

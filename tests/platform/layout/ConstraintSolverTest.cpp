@@ -164,17 +164,6 @@ TEST_F(ConstraintSolverTest, AConstraintWhoseRuleChangesStillCountsAsAddedWhenIt
   EXPECT_FALSE(solver.isSetAside(third));
 }
 
-TEST_F(ConstraintSolverTest, OneThatIsAddedBeforeAllOthersMakesTheLastOfThemGiveWay) {
-  const auto first = add({{x, 1}}, Equal, 10);
-  const auto second = add({{y, 1}, {x, 1}}, Equal, 8);
-  EXPECT_DOUBLE_EQ(solved(y), -2);
-  const auto bound = solver.addBeforeAll({{{y, 1}}, AtLeast, 0});
-  EXPECT_GE(solved(y), 0);
-  EXPECT_FALSE(solver.isSetAside(bound));
-  EXPECT_FALSE(solver.isSetAside(first));
-  EXPECT_TRUE(solver.isSetAside(second));
-}
-
 TEST_F(ConstraintSolverTest, AConstraintWithoutVariablesIsTrueOrSetAside) {
   const auto yes = add({}, AtMost, 1), no = add({}, Equal, 1);
   solver.solve();

@@ -458,24 +458,6 @@ TEST_F(NSLayoutConstraintTest, ALengthNeverBecomesNegative) {
   EXPECT_THAT(conflicts, IsEmpty());
 }
 
-TEST_F(NSLayoutConstraintTest, ConstraintsThatAskForANegativeLengthConflict) {
-  const auto box = make<NSView>(CGRect{0, 0, 100, 100});
-  content->addSubview(box);
-  const auto inner = addView(box);
-  equal(inner, top, box, 0);
-  equal(inner, right, box, -80)->setIdentifier("right");
-  equal(inner, left, box, 70)->setIdentifier("left");
-  constrain(other, right, NSLayoutRelationEqual, inner, right, 0);
-  size(other, width, 5);
-  EXPECT_EQ(laidOut(inner), (CGRect{20, 100, 0, 0}));
-  EXPECT_EQ(CGRectGetMaxX(other->frame()), 20);
-  ASSERT_EQ(conflicts.size(), 1u);
-  EXPECT_THAT(conflicts[0], testing::StartsWith("Constraints conflict: \"left\" gives way to "));
-  EXPECT_THAT(conflicts[0], HasSubstr("a length that is not negative"));
-  box->setFrame({0, 0, 200, 100});
-  EXPECT_EQ(laidOut(inner), (CGRect{70, 100, 50, 0}));
-}
-
 TEST_F(NSLayoutConstraintTest, AViewThatHasNoSizeYetIsTooSmallForMarginsInSilence) {
   const auto box = make<NSView>(CGRect{});
   content->addSubview(box);

@@ -348,6 +348,123 @@ TEST_F(DisclosureViewTest, AWindowThatIsResizedDuringAnAnimationDoesNotDisturbIt
   EXPECT_FALSE(section->isChanging());
 }
 
+// Margins that are required, around a label of 16 points: there is no room for them in a section that is folded.
+struct DisclosureViewMarginsTest : harness::StillWorld {
+  struct Label : NSView {
+    using NSView::NSView;
+    CGSize intrinsicContentSize() const override { return {60, 16}; }
+  };
+
+  ~DisclosureViewMarginsTest() override {
+    NSLayoutConstraint::setConflictHandler(nullptr);
+    if (header) header->setParentDisclosure(nullptr);
+  }
+
+  template <class View>
+  Ref<View> addTo(NSView& superview) {
+    const auto view = make<View>(CGRect{});
+    view->setTranslatesAutoresizingMaskIntoConstraints(false);
+    superview.addSubview(view);
+    return view;
+  }
+  void equal(const Ref<NSView>& first, NSLayoutAttribute attribute, const Ref<NSView>& second,
+             NSLayoutAttribute secondAttribute, CGFloat constant = 0) {
+    NSLayoutConstraint::constraintWithItem(first, attribute, NSLayoutRelationEqual, second, secondAttribute, 1, constant)
+        ->setActive(true);
+  }
+  void equal(const Ref<NSView>& first, NSLayoutAttribute attribute, const Ref<NSView>& second, CGFloat constant = 0) {
+    equal(first, attribute, second, attribute, constant);
+  }
+  void fill(bool hasHeader) {
+    for (const NSLayoutAttribute edge : {NSLayoutAttributeLeft, NSLayoutAttributeRight, NSLayoutAttributeTop})
+      equal(section, edge, window->contentView());
+    for (const NSLayoutAttribute edge : {NSLayoutAttributeLeft, NSLayoutAttributeRight, NSLayoutAttributeBottom})
+      equal(content, edge, section);
+    if (hasHeader) {
+      header = addTo<DisclosureHeaderView>(*section);
+      for (const NSLayoutAttribute edge : {NSLayoutAttributeLeft, NSLayoutAttributeRight, NSLayoutAttributeTop})
+        equal(header, edge, section);
+      equal(header, NSLayoutAttributeHeight, nullptr, NSLayoutAttributeNotAnAttribute, 20);
+      equal(content, NSLayoutAttributeTop, header, NSLayoutAttributeBottom);
+      section->setHeaderView(header);
+      header->setParentDisclosure(section);
+    } else {
+      equal(content, NSLayoutAttributeTop, section);
+    }
+    equal(label, NSLayoutAttributeLeft, content, 8);
+    equal(label, NSLayoutAttributeTop, content, 8);
+    equal(label, NSLayoutAttributeBottom, content, -8);
+    section->setContentView(content);
+    section->awakeFromNib();
+    window->layoutIfNeeded();
+  }
+  struct Heights {
+    CGFloat section, content, label;
+    bool operator==(const Heights&) const = default;
+    friend void PrintTo(const Heights& it, std::ostream* out) { *out << it.section << " " << it.content << " " << it.label; }
+  };
+  Heights heights() {
+    window->layoutIfNeeded();
+    return {section->frame().size.height, content->frame().size.height, label->frame().size.height};
+  }
+  CGFloat limit() const { return section->constraints().back()->constant(); }
+  // Each step of an animation, which ends at the height.
+  void expectThatFoldingFollowsItsLimit(CGFloat height) {
+    section->toggleDisclosure(nullptr);
+    for (int frame = 0; frame < 25; ++frame) {
+      desktop.advance(defaultAnimationDuration / 25);
+      EXPECT_NEAR(heights().section, limit(), 0.5);
+    }
+    desktop.advance(1);
+    EXPECT_EQ(heights().section, height);
+  }
+
+  Ref<NSWindow> window = showWindow({100, 100, 200, 600});
+  Ref<DisclosureView> section = addTo<DisclosureView>(*window->contentView());
+  Ref<NSView> content = addTo<NSView>(*section);
+  Ref<Label> label = addTo<Label>(*content);
+  Ref<DisclosureHeaderView> header;
+  std::vector<std::string> conflicts;
+};
+
+TEST_F(DisclosureViewMarginsTest, AreCutWithTheContentAndNobodyIsWarned) {
+  NSLayoutConstraint::setConflictHandler([this](const std::string& line) { conflicts.push_back(line); });
+  fill(/*hasHeader=*/true);
+  EXPECT_EQ(heights(), (Heights{52, 32, 16}));
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(heights(), (Heights{20, 0, 0}));
+  EXPECT_EQ(header->frame().size.height, 20);
+  section->setDisclosureTo(true, false);
+  EXPECT_EQ(heights(), (Heights{52, 32, 16}));
+  EXPECT_THAT(conflicts, testing::IsEmpty());
+}
+
+TEST_F(DisclosureViewMarginsTest, AreCutWithoutAHeaderToo) {
+  fill(/*hasHeader=*/false);
+  EXPECT_EQ(heights(), (Heights{32, 32, 16}));
+  section->setDisclosureTo(false, false);
+  EXPECT_EQ(heights(), (Heights{0, 0, 0}));
+  section->setDisclosureTo(true, false);
+  EXPECT_EQ(heights(), (Heights{32, 32, 16}));
+}
+
+TEST_F(DisclosureViewMarginsTest, AreCutOnTheWayThereAndBack) {
+  fill(/*hasHeader=*/true);
+  expectThatFoldingFollowsItsLimit(20);
+  section->toggleDisclosure(nullptr);
+  for (int frame = 0; frame < 24; ++frame) {
+    desktop.advance(defaultAnimationDuration / 25);
+    EXPECT_NEAR(heights().section, limit(), 0.5);
+  }
+  desktop.advance(1);
+  EXPECT_EQ(heights(), (Heights{52, 32, 16}));
+}
+
+TEST_F(DisclosureViewMarginsTest, AreCutOnTheWayWithoutAHeader) {
+  fill(/*hasHeader=*/false);
+  expectThatFoldingFollowsItsLimit(0);
+}
+
 // The button.
 
 TEST_F(DisclosureViewTest, TheTitleSaysWhatTheButtonWillDoNext) {
