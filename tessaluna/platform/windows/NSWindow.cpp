@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -38,6 +39,29 @@ bool isSomewhere(CGRect frame) {
          std::isfinite(frame.size.height);
 }
 
+// Where windows were before they got a frame with which they are nowhere; hardly any does. Never destroyed: a window may go
+// when the program has already ended.
+std::map<const NSWindow*, CGRect>& framesOfLostWindows() {
+  static auto& frames = *new std::map<const NSWindow*, CGRect>;
+  return frames;
+}
+
+// From the last frame with which the window was somewhere: its children have stayed there.
+CGPoint moveOfTopLeft(const NSWindow& window, CGRect earlier, CGRect frame) {
+  auto& lost = framesOfLostWindows();
+  if (!isSomewhere(frame)) {
+    if (isSomewhere(earlier)) lost.emplace(&window, earlier);
+    return {};
+  }
+  if (const auto found = lost.find(&window); found != lost.end()) {
+    earlier = found->second;
+    lost.erase(found);
+  }
+  const CGPoint move{frame.origin.x - earlier.origin.x, CGRectGetMaxY(frame) - CGRectGetMaxY(earlier)};
+  // Not so where it has never been anywhere, or has come too far.
+  return std::isfinite(move.x) && std::isfinite(move.y) ? move : CGPoint{};
+}
+
 }  // namespace
 
 const ClassInfo NSWindow::staticClassInfo{.name = "NSWindow",
@@ -67,6 +91,7 @@ NSWindow::NSWindow(NSCoder& coder)
 }
 
 NSWindow::~NSWindow() {
+  framesOfLostWindows().erase(this);
   // Nobody is notified of an editing that ends with the window.
   if (fieldEditor_) {
     fieldEditor_->setDelegate(nullptr);
@@ -174,7 +199,7 @@ void NSWindow::setFrameTopLeftPoint(CGPoint point) {
 void NSWindow::nativeFrameChanged(CGRect content) {
   const Ref<NSObject> held = weak_from_this().lock();  // absent while the window is being made
   const CGRect earlier = std::exchange(frame_, content);
-  const CGPoint moved{content.origin.x - earlier.origin.x, CGRectGetMaxY(content) - CGRectGetMaxY(earlier)};
+  const CGPoint moved = moveOfTopLeft(*this, earlier, content);
   if (content.size != earlier.size) {
     if (contentView_) contentView_->setFrame({{0, 0}, frame_.size});
     invalidateRect({{0, 0}, frame_.size});

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
+#include "tessaluna/platform/windows/NSWindowAnimator.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
@@ -45,6 +49,60 @@ TEST_F(ChildWindowsTest, MovesWithTheUpperLeftCornerOfItsParent) {
   EXPECT_EQ(child->frame(), (CGRect{130, 80, 80, 40}));
   child->setFrame({0, 0, 10, 10}, false);
   EXPECT_EQ(parent->frame(), (CGRect{110, 80, 300, 200}));
+}
+
+TEST_F(ChildWindowsTest, StaysWhereItIsWhileItsParentHasAFrameWithoutNumbers) {
+  parent->addChildWindow(child, NSWindowAbove);
+  const CGFloat infinity = std::numeric_limits<CGFloat>::infinity();
+  for (const CGRect nowhere : {CGRect{NAN, 100, 200, 150}, CGRect{100, 100, 200, NAN}, CGRect{100, infinity, 200, 150},
+                               CGRect{NAN, NAN, NAN, NAN}}) {
+    parent->setFrame(nowhere, false);
+    EXPECT_EQ(child->frame(), (CGRect{120, 50, 80, 40}));
+  }
+  parent->setFrame({110, 130, 200, 150}, false);
+  EXPECT_EQ(child->frame(), (CGRect{130, 80, 80, 40})) << "from the last frame with numbers";
+  parent->setFrame({100, 100, 200, 150}, false);
+  EXPECT_EQ(child->frame(), (CGRect{120, 50, 80, 40}));
+}
+
+TEST_F(ChildWindowsTest, StaysWhereItIsWhenItsParentGoesFurtherThanNumbersDo) {
+  const CGFloat far = std::numeric_limits<CGFloat>::max();
+  const Ref<NSWindow> hidden = popup({-far, 100, 200, 150});
+  hidden->addChildWindow(child, NSWindowAbove);
+  hidden->setFrame({far, 100, 200, 150}, false);
+  EXPECT_EQ(child->frame(), (CGRect{120, 50, 80, 40}));
+}
+
+TEST_F(ChildWindowsTest, OfAParentThatNeverHadAFrameWithNumbersStaysWhereItIs) {
+  const Ref<NSWindow> nowhere = popup({NAN, 0, 10, 10});
+  nowhere->addChildWindow(child, NSWindowAbove);
+  nowhere->setFrame({300, 300, 10, 10}, false);
+  EXPECT_EQ(child->frame(), (CGRect{120, 50, 80, 40}));
+  nowhere->setFrame({310, 300, 10, 10}, false);
+  EXPECT_EQ(child->frame(), (CGRect{130, 50, 80, 40}));
+}
+
+TEST_F(ChildWindowsTest, ThatIsRemovedWhenItsOwnWayEndsDoesNotMoveWithItsParent) {
+  parent->addChildWindow(child, NSWindowAbove);
+  const Ref<NSObject> token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidMoveNotification, child, nullptr, [&](const Ref<NSNotification>&) { parent->removeChildWindow(*child); });
+  child->animator()->setFrame({300, 60, 80, 40}, false);
+  nativeOf(*parent).moveByUser({110, 130, 200, 150});
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_EQ(child->parentWindow(), nullptr);
+  EXPECT_EQ(child->frame(), (CGRect{300, 60, 80, 40}));
+}
+
+TEST_F(ChildWindowsTest, ThatIsRemovedWhenAnotherOneMovesStaysWhereItIs) {
+  const Ref<NSWindow> first = popup({20, 20, 30, 30});
+  parent->addChildWindow(first, NSWindowAbove);
+  parent->addChildWindow(child, NSWindowAbove);
+  const Ref<NSObject> token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidMoveNotification, first, nullptr, [&](const Ref<NSNotification>&) { parent->removeChildWindow(*child); });
+  nativeOf(*parent).moveByUser({110, 130, 200, 150});
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_EQ(first->frame(), (CGRect{30, 50, 30, 30}));
+  EXPECT_EQ(child->frame(), (CGRect{120, 50, 80, 40}));
 }
 
 TEST_F(ChildWindowsTest, IsStillThereWhenItsParentGivesUpTheKeyStatusToBeHidden) {
