@@ -48,13 +48,16 @@ void selectAccessibleText(const Ref<NSObject>& element, std::size_t start, std::
 void replaceAccessibleText(const Ref<NSObject>& element, std::size_t start, std::size_t end, std::u16string_view text) {
   NSAccessibility* asked = accessibilityOf(element);
   if (!asked) return;
-  std::u16string whole = accessibleTextOf(element).text;
+  const std::u16string before = accessibleTextOf(element).text;
+  std::u16string whole = before;
   const auto [first, last] = std::minmax({std::min(start, whole.size()), std::min(end, whole.size())});
   whole.replace(first, last - first, text);
   asked->accessibilitySetValue(utf8FromUtf16(whole), NSAccessibilityValueAttribute);
-  // Setting all of it leaves the caret at its end.
-  const std::size_t caret = first + text.size();
-  if (accessibleTextOf(element).text == whole) selectAccessibleText(element, caret, caret);
+  // Setting all of it leaves the caret at its end. A field may have changed what was inserted, such as the end of a line.
+  const std::u16string now = accessibleTextOf(element).text;
+  const std::u16string_view tail = std::u16string_view(whole).substr(first + text.size());
+  const bool wasTaken = now == whole || now != before;
+  if (wasTaken && now.ends_with(tail)) selectAccessibleText(element, now.size() - tail.size(), now.size() - tail.size());
 }
 
 CGRect frameOfAccessibleText(const Ref<NSObject>& element, NSRange range) {

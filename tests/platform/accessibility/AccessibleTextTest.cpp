@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/harness/FieldWorld.h"
 #include "tests/harness/accessibleCells.h"
 #include "tests/harness/printing.h"
 
@@ -69,6 +70,22 @@ TEST_F(AccessibleTextTest, AnElementThatDoesNotSayWhereItsCharactersAreHasNoFram
   const auto object = make<NSObject>();
   EXPECT_EQ(frameOfAccessibleText(object, {0, 1}), CGRect());
   EXPECT_EQ(accessibleTextOffsetAt(object, {0, 0}), std::nullopt);
+}
+
+using AccessibleTextOfFieldTest = harness::FieldWorld;
+
+TEST_F(AccessibleTextOfFieldTest, TheCaretFollowsWhatWasInsertedAlsoWhereTheFieldChangesIt) {
+  begin("some words");
+  replaceAccessibleText(field->cell(), 4, 5, u"\nmore\r\n");
+  EXPECT_EQ(editor()->string(), "some more words");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{10, 0}));
+}
+
+TEST_F(AccessibleTextTest, TheSelectionOfATextThatMayNotBeChangedStays) {
+  cell->setEditable(false);
+  replaceAccessibleText(cell, 0, 4, u"more");
+  EXPECT_EQ(cell->stringValue(), "some words");
+  EXPECT_EQ(cell->range, (NSRange{5, 5}));
 }
 
 }  // namespace
