@@ -91,7 +91,7 @@ class NSTableView : public NSView, public AccessibleItems {
   // The first counts most. Setting them notifies the data source, which sorts.
   const std::vector<Ref<NSSortDescriptor>>& sortDescriptors() const { return sortDescriptors_; }
   void setSortDescriptors(std::vector<Ref<NSSortDescriptor>> descriptors);
-  bool sortByColumn(std::size_t column);  // as a click on its header; false for one that does not sort
+  bool sortByColumn(std::size_t column);  // as a click on its header; false where nothing is sorted
 
   std::optional<std::size_t> hoveredRow() const { return hoveredRow_; }
   // The row that has the keyboard, and the one of its controls that has it; absent while it is elsewhere.

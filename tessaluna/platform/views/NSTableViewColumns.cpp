@@ -93,7 +93,7 @@ bool NSTableView::sortByColumn(std::size_t column) {
   const Ref<NSObject> held = shared_from_this();
   // What was typed belongs to the row where it is now.
   const auto* editor = window() ? dynamic_cast<const NSText*>(window()->firstResponder()) : nullptr;
-  if (editor && editor->isDescendantOf(this)) window()->makeFirstResponder(this);
+  if (editor && editor->isDescendantOf(this) && !window()->makeFirstResponder(this)) return false;
   Ref<NSSortDescriptor> first = column < columns_.size() ? columns_[column]->sortDescriptorPrototype() : nullptr;
   if (!first) return false;
   std::vector<Ref<NSSortDescriptor>> rest = sortDescriptors_;

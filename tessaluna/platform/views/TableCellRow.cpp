@@ -101,10 +101,17 @@ class TableCellRow::Segments : public InRow<NSSegmentedControl> {
     const auto segment = selectedSegment();
     return make<NSNumber>(segment ? static_cast<std::int64_t>(*segment) : -1);
   }
+  // One that is only pressed for a moment shows no value.
   void setObjectValue(Ref<NSObject> value) override {
+    const auto* segments = dynamic_cast<const NSSegmentedCell*>(cell().get());
+    if (!segments || segments->trackingMode() == NSSegmentSwitchTrackingMomentary) return;
     const double index = value ? doubleOf(value.get()) : -1;
     const bool isThere = index >= 0 && index < static_cast<double>(segmentCount());
-    setSelectedSegment(isThere ? std::optional(static_cast<std::size_t>(index)) : std::nullopt);
+    const auto segment = isThere ? std::optional(static_cast<std::size_t>(index)) : std::nullopt;
+    setSelectedSegment(segment);
+    // Where any may be selected, the others still are.
+    for (std::size_t i = 0; i < segmentCount(); ++i)
+      if (i != segment && isSelectedForSegment(i)) setSelectedForSegment(false, i);
   }
 };
 

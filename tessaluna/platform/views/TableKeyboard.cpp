@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "tessaluna/platform/cells/NSTextFieldCell.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/keyBindings.h"
 #include "tessaluna/platform/events/menuKey.h"
@@ -24,10 +25,16 @@ bool enterCellsOf(NSTableView& table, std::size_t row) {
   return cells && cells->giveKeyboardToControls();
 }
 
+bool hasTextToEdit(const NSTableColumn& column) {
+  return !column.isHidden() && column.isEditable() && dynamic_cast<const NSTextFieldCell*>(column.dataCell().get());
+}
+
 // The first text of the row that can be edited; false where there is none.
 bool editTextOf(NSTableView& table, std::size_t row) {
+  // Whoever was notified of the key may have given the keyboard on.
+  if (!table.window() || table.window()->firstResponder() != &table) return false;
   for (std::size_t column = 0; column < table.tableColumns().size(); ++column) {
-    if (table.tableColumns()[column]->isHidden()) continue;
+    if (!hasTextToEdit(*table.tableColumns()[column])) continue;
     table.editColumn(column, row);
     if (!table.window() || table.window()->firstResponder() != &table) return true;
   }
@@ -152,7 +159,9 @@ bool TableKeyboard::enter(const NSEvent& event) {
   const Ref<NSTableViewDelegate> delegate = table_.delegate();
   if (!row) return false;
   // A key that is held enters once.
-  if (event.isARepeat()) return true;
+  const std::vector<Ref<NSTableColumn>>& columns = table_.tableColumns();
+  if (event.isARepeat())
+    return delegate || std::any_of(columns.begin(), columns.end(), [](const auto& each) { return hasTextToEdit(*each); });
   const std::optional<std::size_t> control = this->control();
   if (!control) return (delegate && delegate->tableViewRowWasEntered(table_, *row)) || editTextOf(table_, *row);
   dynamic_cast<NSTableViewRowControls&>(*delegate).tableViewPressControl(table_, *row, *control);

@@ -238,6 +238,53 @@ TEST_F(NSTableColumnTest, ReturnOnARowWithoutATextToEditLeavesTheKeyboardToTheTa
   EXPECT_EQ(window->firstResponder(), table.get());
 }
 
+TEST_F(NSTableColumnTest, AHeldReturnIsTakenOnlyWhereThereIsATextToEdit) {
+  class Above : public NSResponder {
+   public:
+    void keyDown(const Ref<NSEvent>&) override { ++keys; }
+    int keys = 0;
+  };
+  const auto above = make<Above>();
+  window->setNextResponder(above.get());
+  window->makeFirstResponder(table.get());
+  user.pressKey(NSDownArrowFunctionKey);
+  const auto holdReturn = [&] {
+    NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                   .window = window,
+                                                   .characters = "\r",
+                                                   .charactersIgnoringModifiers = "\r",
+                                                   .isRepeat = true}));
+  };
+  holdReturn();
+  EXPECT_EQ(above->keys, 0);
+  EXPECT_EQ(window->firstResponder(), table.get());
+  titles->setEditable(false);
+  holdReturn();
+  EXPECT_EQ(above->keys, 1);
+  window->setNextResponder(nullptr);
+}
+
+TEST_F(NSTableColumnTest, ReturnDoesNotTakeTheKeyboardFromWhereTheDelegatePutIt) {
+  class Mover : public NSTableViewDelegate {
+   public:
+    explicit Mover(NSResponder* to) : to_(to) {}
+    Ref<NSView> tableViewViewForRow(NSTableView&, std::size_t) override { return nullptr; }
+    bool tableViewRowWasEntered(NSTableView& table, std::size_t) override {
+      table.window()->makeFirstResponder(to_);
+      return false;
+    }
+
+   private:
+    NSResponder* to_;
+  };
+  const auto mover = std::make_shared<Mover>(header.get());
+  table->setDelegate(mover);
+  window->makeFirstResponder(table.get());
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey("\r");
+  EXPECT_EQ(window->firstResponder(), header.get());
+}
+
 TEST_F(NSTableColumnTest, WhatWasTypedIntoARowThatScrollsAwayIsKept) {
   for (int i = 0; i < 20; ++i) songs->songs.push_back({"Song " + std::to_string(i)});
   table->reloadData();
@@ -267,6 +314,22 @@ TEST_F(NSTableColumnTest, SortingTakesOverWhatWasTypedBefore) {
   EXPECT_THAT(songs->changes, ElementsAre("title of Cello is Viola"));
   EXPECT_THAT(titlesShown(), ElementsAre("Arches", "Bridge", "Viola"));
   EXPECT_EQ(window->firstResponder(), table.get());
+}
+
+TEST_F(NSTableColumnTest, WhereTheTextIsRefusedAClickOnAHeaderDoesNotSort) {
+  class Refuser : public NSObject, public NSTextFieldDelegate {
+    bool controlTextShouldEndEditing(NSControl&, NSText&) override { return false; }
+  };
+  const auto refuser = make<Refuser>();
+  auto& field = dynamic_cast<NSTextField&>(control(0, 0));
+  field.setDelegate(refuser);
+  table->editColumn(0, 0);
+  user.type("Viola");
+  user.click(*window, inHeader(20));
+  EXPECT_THAT(table->sortDescriptors(), IsEmpty());
+  ASSERT_NE(field.currentEditor(), nullptr);
+  EXPECT_EQ(field.currentEditor()->string(), "Viola");
+  field.setDelegate(nullptr);
 }
 
 TEST_F(NSTableColumnTest, AColumnThatIsNotEditableIsNotChangedByTheUser) {
@@ -300,6 +363,40 @@ TEST_F(NSTableColumnTest, TheValueOfSegmentsIsTheIndexOfTheSelectedOne) {
   table->reloadData();
   EXPECT_EQ(dynamic_cast<const NSSegmentedControl&>(control(1, 0)).selectedSegment(), std::nullopt);
   EXPECT_EQ(dynamic_cast<const NSSegmentedControl&>(control(1, 1)).selectedSegment(), 5u);
+}
+
+TEST_F(NSTableColumnTest, OfSegmentsAnyOfWhichMayBeSelectedOnlyThatOfTheValueIs) {
+  const auto cell = make<NSSegmentedCell>();
+  cell->setSegmentCount(6);
+  cell->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
+  ratings->setDataCell(cell);
+  ratings->setEditable(false);
+  desktop.settle();
+  auto& segments = dynamic_cast<NSSegmentedControl&>(control(1, 0));
+  const auto selected = [&] {
+    std::vector<std::size_t> result;
+    for (std::size_t i = 0; i < segments.segmentCount(); ++i)
+      if (segments.isSelectedForSegment(i)) result.push_back(i);
+    return result;
+  };
+  ASSERT_THAT(selected(), ElementsAre(3));
+  segments.setObjectValue(make<NSNumber>(1));
+  EXPECT_THAT(selected(), ElementsAre(1)) << "as in a row that is used again";
+  accessibilityOf(segments.cell()->accessibilityChildren()->at(5))->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_THAT(selected(), ElementsAre(3)) << "a client changes nothing of a column that is not editable";
+}
+
+TEST_F(NSTableColumnTest, SegmentsThatArePressedForAMomentShowNoValue) {
+  const auto cell = make<NSSegmentedCell>();
+  cell->setSegmentCount(6);
+  cell->setTrackingMode(NSSegmentSwitchTrackingMomentary);
+  ratings->setDataCell(cell);  // 3, 5 and 1
+  desktop.settle();
+  const auto& segments = dynamic_cast<const NSSegmentedControl&>(control(1, 0));
+  EXPECT_EQ(segments.selectedSegment(), std::nullopt);
+  user.click(*window, at(80 + 5, 10));
+  EXPECT_THAT(songs->changes, ElementsAre("rating of Cello is 0"));
+  EXPECT_EQ(segments.selectedSegment(), std::nullopt);
 }
 
 TEST_F(NSTableColumnTest, TheDelegateMayChangeACellBeforeItShows) {
