@@ -310,18 +310,19 @@ void SearchField::fieldTextDidChange() {
 
 // What is done with it.
 
-void SearchField::submit(NSObject*) {
+void SearchField::submit(NSObject* sender) {
   const Ref<NSObject> held = shared_from_this();
   std::optional<SearchRow> picked = std::exchange(picked_, std::nullopt);
-  const bool isByMouse = popUp_->isOpen();
-  if (isByMouse) picked = popUp_->selected();
+  // Return has closed the pop-up by now.
+  const bool isRowClick = popUp_->isOpen() && sender == field_.get();
+  if (isRowClick || (popUp_->isOpen() && popUp_->selectedRow() != pointedAt_)) picked = popUp_->selected();
   close();
   if (picked) field_->setStringValue(picked->title);
   typed_ = field_->stringValue();
   fieldTextDidChange();
   if (field_->window()) field_->selectText(nullptr);
   // A press on a row that was dragged off it takes nothing.
-  if (isByMouse && !picked) return;
+  if (isRowClick && !picked) return;
   // Copies: the call may set others.
   const auto onPick = onPick_;
   const auto onSearch = onSearch_;

@@ -80,7 +80,7 @@ class SearchField : public platform::NSView,
 
  private:
   static const platform::Selector selectors_[];
-  void submit(platform::NSObject* sender);  // the field's action: Return, or a row was chosen
+  void submit(platform::NSObject* sender);  // the field's action: Return, or a row was chosen; from others as Return
   void clear(platform::NSObject* sender);
   void ask();
   bool open();

@@ -413,6 +413,22 @@ TEST_F(SearchFieldTest, ReturnWhileTheMouseOnlyPointsSearchesForWhatWasTyped) {
   EXPECT_THAT(calls, ElementsAre("search amb"));
 }
 
+TEST_F(SearchFieldTest, AButtonThatSubmitsDoesAsReturnDoes) {
+  const auto button = make<NSButton>(CGRect{0, 0, 40, 20});
+  button->setTarget(search);
+  button->setAction("submit:");
+  user.type("amb");
+  button->performClick(nullptr);
+  EXPECT_FALSE(popUp().isOpen());
+  user.type("amb");
+  user.moveTo(popUpWindow(), row(1));
+  button->performClick(nullptr);
+  user.type("amb");
+  user.pressKey(NSDownArrowFunctionKey);
+  button->performClick(nullptr);
+  EXPECT_THAT(calls, ElementsAre("search amb", "search amb", "pick Amber Quartet"));
+}
+
 TEST_F(SearchFieldTest, TheMouseTakesTheTitleOutOfTheFieldAgain) {
   user.type("amb");
   user.pressKey(NSDownArrowFunctionKey);
