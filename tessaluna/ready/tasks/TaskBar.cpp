@@ -50,7 +50,7 @@ void TaskBar::didInit() {
 
 ShownTask TaskBar::begin(TaskDescription task) {
   const std::uint64_t number = ++lastNumber_;
-  // What is not a length is none: the bar shows how far the others are.
+  // What is not a length counts as 0: the bar shows how far the others are.
   if (!std::isfinite(task.length) || task.length < 0) task.length = 0;
   std::string key = task.title;
   const auto isTaken = [&](const std::string& name) {
@@ -77,6 +77,8 @@ void TaskBar::end(std::uint64_t number) {
   monitor_->removeBackgroundTaskProgress(task->second.key);
   // What its abort owns, such as other tasks, ends after it.
   const auto ended = tasks_.extract(task);
+  // It hides itself also where only tasks of unknown length are left.
+  monitor_->setHidden(tasks_.empty());
   showOldest();
 }
 

@@ -169,6 +169,14 @@ TEST_F(TaskBarTest, ALengthThatIsNoneCountsAsNone) {
   EXPECT_TRUE(bar->isHidden());
 }
 
+TEST_F(TaskBarTest, AnEndThatLeavesATaskOfUnknownLengthKeepsTheMonitor) {
+  ShownTask odd = bar->begin({.title = "Odd", .length = std::numeric_limits<double>::infinity()});
+  ShownTask scan = bar->begin({.title = "Scan", .length = 10});
+  scan.end();
+  EXPECT_FALSE(bar->subviews().front()->isHidden());
+  EXPECT_THAT(elements(), HasSubstr("1 task, 0 percent"));
+}
+
 TEST_F(TaskBarTest, TheBarMayGoWhenATaskIsStopped) {
   ShownTask copy;
   ShownTask scan = bar->begin({.title = "Scan", .abort = [&] {
