@@ -125,7 +125,8 @@ void TransportBar::showSong(TransportSong song) {
   song_ = std::move(song);
   awaitsSeek_ = false;
   slider_->beginSong({.seconds = song_.seconds, .framesPerSecond = song_.framesPerSecond});
-  setText(*length_, song_.seconds ? slider_->shownTime(*song_.seconds) : "");
+  const std::optional<double> length = slider_->song().seconds;  // not what is no length
+  setText(*length_, length ? slider_->shownTime(*length) : "");
   showTexts();
 }
 
@@ -152,7 +153,10 @@ void TransportBar::showTexts() {
   if (!song_.artists.empty()) title += (title.empty() ? "" : " – ") + song_.artists;
   if (!state_.note.empty()) title += (title.empty() ? "" : " – ") + state_.note;
   setText(*title_, title);
-  setText(*elapsed_, slider_->shownTime(slider_->position()));
+  // A knob that is held returns where the press is cut short: the player's time shows meanwhile, or what was sought before.
+  if (!slider_->isSeeking()) setText(*elapsed_, slider_->shownTime(slider_->position()));
+  else if (!awaitsSeek_)
+    setText(*elapsed_, slider_->shownTime(std::min(state_.position, slider_->song().seconds.value_or(state_.position))));
 }
 
 CGSize TransportBar::intrinsicContentSize() const { return {noIntrinsicMetric, usualHeight}; }

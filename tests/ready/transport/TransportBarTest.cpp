@@ -99,6 +99,13 @@ TEST_F(TransportBarTest, ASongOfUnknownLengthHasNoLength) {
   EXPECT_THAT(texts(), ElementsAre("Radio", "0:00", ""));
 }
 
+TEST_F(TransportBarTest, ALengthThatTheSliderRefusesIsNotShown) {
+  for (const double length : {std::numeric_limits<double>::infinity(), std::nan(""), -5.0}) {
+    bar->showSong({.title = "Radio", .seconds = length});
+    EXPECT_THAT(texts(), ElementsAre("Radio", "0:00", "")) << length;
+  }
+}
+
 TEST_F(TransportBarTest, APressOnTheTrackSeeksAndTheKnobWaitsForThePlayer) {
   const CGRect slider = bar->slider()->frame();
   user.click(*window, bar->convertPointToView({CGRectGetMidX(slider), CGRectGetMidY(slider)}, nullptr));
@@ -116,6 +123,33 @@ TEST_F(TransportBarTest, ASeekInAPausedSongShowsItsTimeAtOnce) {
   user.click(*window, bar->convertPointToView({CGRectGetMidX(slider), CGRectGetMidY(slider)}, nullptr));
   EXPECT_THAT(texts(), ElementsAre("Slow orbit – Amber Quartet", bar->slider()->shownTime(sought), "3:20"));
   EXPECT_GT(sought, 60);
+}
+
+TEST_F(TransportBarTest, APressThatIsCutShortLeavesThePlayersTime) {
+  const CGRect slider = bar->slider()->frame();
+  bar->showState({.position = 3});
+  user.press(*window, bar->convertPointToView({CGRectGetMidX(slider), CGRectGetMidY(slider)}, nullptr));
+  bar->showState({.position = 4});
+  ASSERT_GT(bar->slider()->position(), 60);
+  bar->slider()->setSeekable(false);
+  EXPECT_EQ(bar->slider()->position(), 4);
+  EXPECT_THAT(texts(), ElementsAre("Slow orbit – Amber Quartet", "0:04", "3:20"));
+  user.release();
+}
+
+TEST_F(TransportBarTest, AnotherPressThatIsCutShortLeavesTheTimeOfTheFirst) {
+  const CGRect slider = bar->slider()->frame();
+  const auto at = [&](CGFloat share) {
+    return bar->convertPointToView({slider.origin.x + slider.size.width * share, CGRectGetMidY(slider)}, nullptr);
+  };
+  user.click(*window, at(0.5));
+  user.press(*window, at(0.8));
+  bar->showState({.position = 4, .isSeeking = true});
+  ASSERT_GT(bar->slider()->position(), 140);
+  bar->slider()->setSeekable(false);
+  EXPECT_EQ(bar->slider()->position(), sought);
+  EXPECT_EQ(texts()[1], bar->slider()->shownTime(sought));
+  user.release();
 }
 
 TEST_F(TransportBarTest, AReportWhileTheVolumeIsHeldDoesNotMoveIt) {
