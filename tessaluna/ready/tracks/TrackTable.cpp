@@ -31,7 +31,7 @@ constexpr ColumnLook columnLooks[] = {
     {"play", "", std::nullopt},     {"title", "Title", TrackColumn::Title}, {"artists", "Artist", TrackColumn::Artists},
     {"controls", "", std::nullopt}, {"time", "Time", TrackColumn::Time},    {"rest", "", std::nullopt}};
 
-// The controls of a row in the order of the keys: play, the artists, favorite, more.
+// The controls of a row in the order of the keys: play, the artists that have a name, favorite, more.
 struct ControlOrder {
   std::size_t artists = 0;
   std::size_t favorite() const { return 1 + artists; }
@@ -288,8 +288,9 @@ std::vector<TableRowControl> TrackTable::tableViewControlsOfRow(NSTableView&, st
   std::vector<TableRowControl> controls;
   controls.push_back(
       {.name = track.playback == Playback::Playing ? "Pause" : "Play", .frame = inTable(places.play), .isRowAction = true});
-  for (std::size_t i = 0; i < track.artists.size(); ++i)
-    controls.push_back({.name = track.artists[i],
+  const std::vector<std::size_t> named = namedArtists(track);
+  for (std::size_t i = 0; i < named.size(); ++i)
+    controls.push_back({.name = track.artists[named[i]],
                         .role = NSAccessibilityLinkRole,
                         .frame = view ? inTable(view->frameOfArtist(i)) : CGRect{}});
   controls.push_back({.name = "Favorite",
@@ -304,7 +305,8 @@ std::vector<TableRowControl> TrackTable::tableViewControlsOfRow(NSTableView&, st
 }
 
 void TrackTable::tableViewPressControl(NSTableView& table, std::size_t row, std::size_t control) {
-  const ControlOrder order{.artists = model_->row(row).artists.size()};
+  const std::vector<std::size_t> named = namedArtists(model_->row(row));
+  const ControlOrder order{.artists = named.size()};
   if (control == 0) return playOrPause(row);
   if (control == order.favorite()) {
     if (actions_.favorite) actions_.favorite(row);
@@ -312,8 +314,8 @@ void TrackTable::tableViewPressControl(NSTableView& table, std::size_t row, std:
     const CGRect place = tableViewControlsOfRow(table, row)[control].frame;
     const CGRect at = NSIsEmptyRect(place) ? table.rectOfRow(row) : place;
     tableViewShowMenuForRow(table, row, {at.origin.x, CGRectGetMaxY(at)});
-  } else if (actions_.artist) {
-    actions_.artist(row, control - 1);
+  } else if (actions_.artist && control <= order.artists) {
+    actions_.artist(row, named[control - 1]);
   }
 }
 

@@ -67,6 +67,13 @@ std::string trackLengthText(std::optional<int> seconds) {
   return start + ":" + twoDigits(*seconds % 60);
 }
 
+std::vector<std::size_t> namedArtists(const TrackRow& track) {
+  std::vector<std::size_t> named;
+  for (std::size_t i = 0; i < track.artists.size(); ++i)
+    if (!track.artists[i].empty()) named.push_back(i);
+  return named;
+}
+
 TrackTableRow::TrackTableRow(const Ref<TrackListRowActionTarget>& target, Ref<LinkTextFieldActionTarget> artistsTarget,
                              More more)
     : NSView(CGRect{}),
@@ -241,10 +248,10 @@ void TrackTableRow::drawRect(CGRect) {
   if (const CGRect mark = favoriteMark(); !NSIsEmptyRect(mark)) drawFavoriteMark(mark);
 }
 
-CGRect TrackTableRow::frameOfArtist(std::size_t index) const {
+CGRect TrackTableRow::frameOfArtist(std::size_t named) const {
   const AccessibilityElements links = accessibleChildrenOf(artists_);
-  if (index >= links.size() || !window() || artists_->isHidden()) return {};
-  const CGRect inWindow = window()->convertRectFromScreen(accessibleFrameOf(links[index]));
+  if (named >= links.size() || !window() || artists_->isHidden()) return {};
+  const CGRect inWindow = window()->convertRectFromScreen(accessibleFrameOf(links[named]));
   return NSIntersectionRect(convertRectFromView(inWindow, nullptr), artists_->frame());
 }
 

@@ -36,8 +36,8 @@ class TrackTableRow : public platform::NSView {
   const TrackRow& track() const { return track_; }
   bool isMoreShown() const { return more_ != nullptr; }
   TessalunaUIKit::TrackRowMoreButton* moreButton() const { return more_.get(); }
-  // In the row, of an artist's name; empty where it is cut off.
-  platform::CGRect frameOfArtist(std::size_t index) const;
+  // In the row, of one of the names of namedArtists; empty where it is cut off.
+  platform::CGRect frameOfArtist(std::size_t named) const;
 
   void layout() override;
   bool isFlipped() const override { return true; }
@@ -61,6 +61,9 @@ class TrackTableRow : public platform::NSView {
   platform::Ref<TessalunaUIKit::TrackRowFavoriteButton> favorite_;
   platform::Ref<TessalunaUIKit::TrackRowMoreButton> more_;  // null where rows have no menu
 };
+
+// The indices of the artists whose names are not empty: the others cannot be pressed.
+std::vector<std::size_t> namedArtists(const TrackRow& track);
 
 // "3:07", "1:02:30"; empty for an absent or a negative length.
 std::string trackLengthText(std::optional<int> seconds);

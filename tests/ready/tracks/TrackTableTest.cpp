@@ -85,6 +85,7 @@ class Songs : public TrackModel {
     didChangeRows(row);
   }
   using TrackModel::didChangeAll;
+  using TrackModel::didChangeRows;
 
   std::vector<Song> songs;
   std::vector<std::string> sorts;
@@ -598,6 +599,20 @@ TEST_F(TrackTableTest, LeftAndRightReachPlayArtistsFavoriteAndMore) {
     desktop.settle();
   }
   EXPECT_THAT(takeCalls(), ElementsAre("play 1", "artist 0 of 1", "artist 1 of 1", "favorite 1", "more 1"));
+}
+
+TEST_F(TrackTableTest, AnArtistWithoutANameIsNoControl) {
+  songs->songs[1].row.artists = {"", "First", "", "Second"};
+  songs->didChangeRows(1);
+  desktop.settle();
+  const auto controls = table->tableViewControlsOfRow(inner(), 1);
+  std::vector<std::string> names;
+  for (const TableRowControl& control : controls) names.push_back(control.name);
+  EXPECT_THAT(names, ElementsAre("Play", "First", "Second", "Favorite", "More"));
+  EXPECT_FALSE(NSIsEmptyRect(controls[1].frame));
+  EXPECT_GT(controls[2].frame.origin.x, CGRectGetMaxX(controls[1].frame));
+  for (std::size_t control = 1; control <= 3; ++control) table->tableViewPressControl(inner(), 1, control);
+  EXPECT_THAT(takeCalls(), ElementsAre("artist 1 of 1", "artist 3 of 1", "favorite 1"));
 }
 
 TEST_F(TrackTableTest, WhoDeletesWithKeysContinuesWithTheNextRow) {
