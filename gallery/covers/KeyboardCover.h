@@ -12,9 +12,12 @@ class KeyboardCover : public TessalunaUIKit::CoverArtThumbnailView {
 
   bool acceptsFirstResponder() const override { return image() != nullptr; }
   void keyDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override {
-    if (event->characters() != " " && event->characters() != "\r") return CoverArtThumbnailView::keyDown(event);
+    using namespace tessaluna::platform;
+    constexpr auto others = NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
+    const bool isPress = event->characters() == " " || event->characters() == "\r";
+    if (!isPress || (event->modifierFlags() & others)) return CoverArtThumbnailView::keyDown(event);
     // A key that is held presses once.
-    if (!event->isARepeat()) accessibilityPerformAction(tessaluna::platform::NSAccessibilityPressAction);
+    if (!event->isARepeat()) accessibilityPerformAction(NSAccessibilityPressAction);
   }
 };
 

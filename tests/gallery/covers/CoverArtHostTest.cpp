@@ -69,6 +69,14 @@ TEST_F(CoverArtHostTest, TheTabKeyReachesCoversWithAnImageAndSpaceEnlargesThem) 
   EXPECT_EQ(reports, std::vector<std::string>{"wide 1 by 1"});
 }
 
+TEST_F(CoverArtHostTest, SpaceWithControlOptionOrCommandIsNotThatOfTheCover) {
+  cover("wide").thumbnail->setImage(redImage());
+  window->selectNextKeyView();
+  for (const auto other : {NSEventModifierFlagControl, NSEventModifierFlagOption, NSEventModifierFlagCommand})
+    user.pressKey(" ", other);
+  EXPECT_EQ(reports, std::vector<std::string>{});
+}
+
 TEST_F(CoverArtHostTest, ReportsWhatIsEnlargedAndClosed) {
   const auto thumbnail = cover("wide").thumbnail;
   thumbnail->setImage(redImage());
