@@ -73,8 +73,8 @@ class Polygons {
     if (points_.empty()) return {};
     Double2 low = pairOf(points_[0]), high = low;
     for (const CGPoint& p : points_) {
-      low = smaller(low, pairOf(p));
-      high = larger(high, pairOf(p));
+      low = smaller(pairOf(p), low);
+      high = larger(pairOf(p), high);
     }
     return {low[0], low[1], high[0], high[1]};
   }

@@ -266,7 +266,8 @@ void StrokeOutline::addBend(const Bend& bend) {
   const bool isInner = cross(in, out) < 0;
   if (const std::optional<CGPoint> side = sideOf(bend)) {
     // Small steps backwards add up to a loop of the wrong winding; going through the line's own points prevents it.
-    const bool goesBack = isInner && bend.isTight && dot(at + *side - polygons_->lastPoint(), in) < 0;
+    const bool canGoBack = isInner && bend.isTight && !isNewRing_;
+    const bool goesBack = canGoBack && dot(at + *side - polygons_->lastPoint(), in) < 0;
     if (!goesBack) return addSidePoint(at + *side, in);
   }
   if (isInner) return addInnerBend(bend);
