@@ -63,7 +63,8 @@ class PlaybackSlider::Cell : public PlaybackTransportSliderCell {
     auto* own = dynamic_cast<PlaybackSlider*>(&view);
     if (own) own->bubble_.hide();
     PlaybackTransportSliderCell::stopTracking(last, stop, view, isMouseUp);
-    if (own && !isMouseUp) own->pressWasCancelled();
+    // Where only the cell was disabled, the release sends no action.
+    if (own && (!isMouseUp || !own->isEnabled())) own->pressWasCancelled();
   }
 
   AccessibilityValue accessibilityValue() const override { return seconds(doubleValue()); }
@@ -139,7 +140,7 @@ void PlaybackSlider::showHeldPosition() {
   if (std::exchange(isPositionHeld_, false)) setDoubleValue(framesOf(playersPosition_));
 }
 
-// Nothing was asked for: the knob returns to where it would be without the press.
+// The knob returns to where it would be without the press, or to what a continuous slider last asked for.
 void PlaybackSlider::pressWasCancelled() {
   if (isPositionHeld_ && !isUnconfirmed_) showHeldPosition();
   else setDoubleValue(valueBeforePress_);
@@ -182,6 +183,7 @@ void PlaybackSlider::notifyAssistiveClients() {
 bool PlaybackSlider::sendActionTo(std::string_view action, const Ref<NSObject>& target) {
   isUnconfirmed_ = true;
   isPositionHeld_ = false;
+  valueBeforePress_ = doubleValue();
   if (Backend* backend = Backend::current())
     timeout_ = backend->timer(seekTimeout_, [this] {
       timeout_ = nullptr;

@@ -9,7 +9,7 @@
 //
 // From the user's first move until the player confirms, or seekTimeout has passed since the action, the player's positions do
 // not move the knob. The last of them shows if the time passes. A song that begins ends all of that, a press too. A press that
-// ends without its release asks for nothing, and the knob returns.
+// ends without its release asks for nothing, and the knob returns, unless it is continuous and has asked already.
 //
 // A song whose length is absent, unknown or endless, has no knob and cannot be sought in. Time runs from left to right in every
 // layout. Resting on the track the pointer shows the time that a press there asks for, as a tool tip. While the user holds the knob, that
@@ -109,7 +109,7 @@ class PlaybackSlider : public tessaluna::platform::NSSlider, public tessaluna::p
   Steps steps_;
   double seekTimeout_ = 2;
   double playersPosition_ = 0;
-  double valueBeforePress_ = 0;
+  double valueBeforePress_ = 0;  // or of the last action
   tessaluna::backend::Timer timeout_, nextNotification_;
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingArea_;
   TimeBubble bubble_;

@@ -318,6 +318,29 @@ TEST_F(PlaybackSliderTest, APressThatIsCutShortReturnsTheKnob) {
   EXPECT_TRUE(taken().empty());
 }
 
+TEST_F(PlaybackSliderTest, AReleaseAfterTheCellAloneWasDisabledAsksForNothingAndReturnsTheKnob) {
+  slider->setPosition(20);
+  user.press(*window, at(100));
+  slider->cell()->setEnabled(false);
+  user.release();
+  EXPECT_TRUE(taken().empty());
+  EXPECT_EQ(slider->position(), 20);
+}
+
+TEST_F(PlaybackSliderTest, AContinuousSliderKeepsWhatItAskedForInAPressThatIsCutShort) {
+  slider->setContinuous(true);
+  slider->setPosition(20);
+  user.press(*window, at(100));
+  user.dragTo(at(200));
+  slider->setPosition(21);
+  slider->setEnabled(false);
+  EXPECT_THAT(taken(), ElementsAre(isAbout(100), isAbout(200)));
+  EXPECT_THAT(slider->position(), isAbout(200));
+  EXPECT_TRUE(slider->isSeeking());
+  slider->confirmSeek();
+  EXPECT_THAT(slider->position(), isAbout(200));
+}
+
 TEST_F(PlaybackSliderTest, AfterAPressThatIsCutShortThePositionThatCameMeanwhileShows) {
   slider->setPosition(20);
   user.press(*window, at(100));
