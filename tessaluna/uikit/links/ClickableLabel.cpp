@@ -94,7 +94,7 @@ void ClickableLabel::mouseDown(const Ref<NSEvent>& event) {
 }
 
 void ClickableLabel::mouseUp(const Ref<NSEvent>& event) {
-  if (endsTakenPress(*event) || isHiddenOrHasHiddenAncestor()) return forgetPress();
+  if (endsTakenPress(*event) || wasHidden_) return forgetPress();
   // The target may let the label, or itself, go.
   const Ref<NSView> held = refTo<NSView>(*this);
   const Ref<ClickableLabelTarget> target = actionTarget_;
@@ -112,9 +112,16 @@ void ClickableLabel::mouseUp(const Ref<NSEvent>& event) {
   if (index >= range.location && index - range.location < range.length) target->linkClicked(link);
 }
 
+void ClickableLabel::viewDidHide() {
+  NSTextField::viewDidHide();
+  forgetPress();
+  wasHidden_ = true;
+}
+
 void ClickableLabel::forgetPress() {
   clickedLink_.reset();
   clickedLinkRange_ = {0, 0};
+  wasHidden_ = false;
 }
 
 // Assistive clients.

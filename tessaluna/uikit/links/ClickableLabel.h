@@ -43,6 +43,7 @@ class ClickableLabel : public tessaluna::platform::NSTextField,
   // A press that is taken from the label, which leaves its window say or is hidden, ends without a click.
   void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  void viewDidHide() override;
 
   // An addition: the links as assistive clients see them, in the label's cell. A press of one reaches the target.
   tessaluna::platform::AccessibilityElements accessibleLinks();
@@ -71,6 +72,7 @@ class ClickableLabel : public tessaluna::platform::NSTextField,
   tessaluna::platform::Ref<tessaluna::platform::NSTextView> textView_;  // finds the links; in no window
   tessaluna::platform::NSRange clickedLinkRange_;
   std::optional<tessaluna::platform::URL> clickedLink_;  // from a press on a link to its release
+  bool wasHidden_ = false;                               // since the last press or release
   AccessibleLinks accessible_;
   mutable std::vector<Link> links_;  // those of the text that they were found in
   mutable tessaluna::platform::Ref<const tessaluna::platform::NSAttributedString> textOfLinks_;
