@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <optional>
 #include <utility>
 
@@ -39,29 +38,6 @@ bool isSomewhere(CGRect frame) {
          std::isfinite(frame.size.height);
 }
 
-// Where windows were before they got a frame with which they are nowhere; hardly any does. Never destroyed: a window may go
-// when the program has already ended.
-std::map<const NSWindow*, CGRect>& framesOfLostWindows() {
-  static auto& frames = *new std::map<const NSWindow*, CGRect>;
-  return frames;
-}
-
-// From the last frame with which the window was somewhere: its children have stayed there.
-CGPoint moveOfTopLeft(const NSWindow& window, CGRect earlier, CGRect frame) {
-  auto& lost = framesOfLostWindows();
-  if (!isSomewhere(frame)) {
-    if (isSomewhere(earlier)) lost.emplace(&window, earlier);
-    return {};
-  }
-  if (const auto found = lost.find(&window); found != lost.end()) {
-    earlier = found->second;
-    lost.erase(found);
-  }
-  const CGPoint move{frame.origin.x - earlier.origin.x, CGRectGetMaxY(frame) - CGRectGetMaxY(earlier)};
-  // Not so where it has never been anywhere, or has come too far.
-  return std::isfinite(move.x) && std::isfinite(move.y) ? move : CGPoint{};
-}
-
 }  // namespace
 
 const ClassInfo NSWindow::staticClassInfo{.name = "NSWindow",
@@ -91,7 +67,6 @@ NSWindow::NSWindow(NSCoder& coder)
 }
 
 NSWindow::~NSWindow() {
-  framesOfLostWindows().erase(this);
   // Nobody is notified of an editing that ends with the window.
   if (fieldEditor_) {
     fieldEditor_->setDelegate(nullptr);
@@ -198,13 +173,16 @@ void NSWindow::setFrameTopLeftPoint(CGPoint point) {
 
 void NSWindow::nativeFrameChanged(CGRect content) {
   const Ref<NSObject> held = weak_from_this().lock();  // absent while the window is being made
+  if (isSomewhere(frame_)) lastFiniteFrame_ = frame_;
   const CGRect earlier = std::exchange(frame_, content);
-  const CGPoint moved = moveOfTopLeft(*this, earlier, content);
+  CGPoint moved;  // children stay where they are while their parent is nowhere
+  if (isSomewhere(content) && lastFiniteFrame_)
+    moved = {content.origin.x - lastFiniteFrame_->origin.x, CGRectGetMaxY(content) - CGRectGetMaxY(*lastFiniteFrame_)};
   if (content.size != earlier.size) {
     if (contentView_) contentView_->setFrame({{0, 0}, frame_.size});
     invalidateRect({{0, 0}, frame_.size});
   }
-  if (moved != CGPoint{}) children_.parentMoved(moved);
+  if (moved != CGPoint{} && std::isfinite(moved.x) && std::isfinite(moved.y)) children_.parentMoved(moved);
   if (content.origin != earlier.origin) notify(NSWindowDidMoveNotification, &NSWindowDelegate::windowDidMove);
   if (content.size != earlier.size) notify(NSWindowDidResizeNotification, &NSWindowDelegate::windowDidResize);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/NSResponder.h"
@@ -38,6 +39,8 @@ class WindowPlace : public NSResponder {
 
   std::unique_ptr<backend::NativeWindow> native_;
   CGRect frame_;
+  // The frame before one that is not finite, from which moves are measured. Absent where there was none.
+  std::optional<CGRect> lastFiniteFrame_;
 };
 
 }  // namespace tessaluna::platform
