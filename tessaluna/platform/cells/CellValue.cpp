@@ -28,7 +28,7 @@ void CellValue::setDoubleValue(double number) { setObjectValue(make<NSNumber>(nu
 
 float CellValue::floatValue() const { return static_cast<float>(doubleValue()); }
 
-void CellValue::setFloatValue(float number) { setObjectValue(make<NSNumber>(static_cast<double>(number))); }
+void CellValue::setFloatValue(float number) { setObjectValue(make<NSNumber>(number)); }
 
 std::int64_t CellValue::integerValue() const {
   const Ref<NSObject> value = objectValue();

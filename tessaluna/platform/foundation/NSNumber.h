@@ -15,6 +15,7 @@ class NSNumber : public NSObject {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit NSNumber(double value) : value_(value) {}
+  explicit NSNumber(float value) : value_(value) {}  // its text is the shortest that reads back as this float
   explicit NSNumber(std::int64_t value) : value_(value) {}
   explicit NSNumber(int value) : value_(std::int64_t{value}) {}
   explicit NSNumber(bool value) : value_(std::int64_t{value}) {}
@@ -30,7 +31,7 @@ class NSNumber : public NSObject {
   bool isEqual(const NSObject* other) const override;
 
  private:
-  std::variant<double, std::int64_t> value_;
+  std::variant<double, std::int64_t, float> value_;
 };
 
 }  // namespace tessaluna::platform

@@ -67,12 +67,13 @@ Ref<NSCell> NSScroller::makeCell() { return make<Tracker>(); }
 Ref<NSCell> NSScroller::makeCell(NSCoder& coder) { return make<Tracker>(coder); }
 
 void NSScroller::setObjectValue(Ref<NSObject> value) {
-  const double inside = std::clamp(doubleOf(value.get()), 0.0, 1.0);
+  const double number = doubleOf(value.get());
+  const double inside = number > 0 ? std::min(number, 1.0) : 0;  // NaN is 0
   if (inside != doubleValue()) NSControl::setObjectValue(make<NSNumber>(inside));
 }
 
 void NSScroller::setKnobProportion(CGFloat proportion) {
-  const CGFloat inside = std::clamp(proportion, 0.0, 1.0);
+  const CGFloat inside = proportion > 0 ? std::min(proportion, 1.0) : 0;
   if (inside == knobProportion_) return;
   knobProportion_ = inside;
   setNeedsDisplay(true);

@@ -67,6 +67,9 @@ TEST_F(NSCellTest, ANumberReadsAsItsShortestText) {
   cell->setFloatValue(0.5f);
   EXPECT_EQ(cell->stringValue(), "0.5");
   EXPECT_EQ(cell->integerValue(), 0);
+  cell->setFloatValue(0.1f);
+  EXPECT_EQ(cell->stringValue(), "0.1");
+  EXPECT_EQ(cell->floatValue(), 0.1f);
 }
 
 TEST_F(NSCellTest, WholeNumbersAreKeptExactly) {

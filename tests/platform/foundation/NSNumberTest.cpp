@@ -28,6 +28,16 @@ TEST(NSNumber, KeepsWholeNumbersThatNoDoubleHolds) {
   EXPECT_FALSE(number->isEqual(make<NSNumber>(odd - 1).get()));
 }
 
+TEST(NSNumber, ASinglePrecisionNumberHasTheShortestTextThatReadsBackAsIt) {
+  EXPECT_EQ(make<NSNumber>(0.1f)->stringValue(), "0.1");
+  EXPECT_EQ(make<NSNumber>(-0.0f)->stringValue(), "0");
+  EXPECT_EQ(make<NSNumber>(16777216.0f)->stringValue(), "16777216");
+  EXPECT_EQ(make<NSNumber>(0.1f)->doubleValue(), static_cast<double>(0.1f));
+  EXPECT_EQ(make<NSNumber>(-2.5f)->integerValue(), -2);
+  EXPECT_TRUE(make<NSNumber>(0.5f)->isEqual(make<NSNumber>(0.5).get()));
+  EXPECT_FALSE(make<NSNumber>(0.1f)->isEqual(make<NSNumber>(0.1).get()));
+}
+
 TEST(NSNumber, AnIntegerOfANumberOutOfRangeIsTheNearest) {
   using Limits = std::numeric_limits<std::int64_t>;
   EXPECT_EQ(make<NSNumber>(1e30)->integerValue(), Limits::max());

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/ProbeView.h"
@@ -42,6 +44,16 @@ TEST(NSScroller, ValuesAreCutToTheirRange) {
   scroller->setDoubleValue(7);
   scroller->setKnobProportion(-1);
   EXPECT_EQ(scroller->doubleValue(), 1);
+  EXPECT_EQ(scroller->knobProportion(), 0);
+}
+
+TEST(NSScroller, ANumberThatIsNoneIsTheStart) {
+  const auto scroller = make<NSScroller>(CGRect{0, 0, 12, 200});
+  scroller->setDoubleValue(0.5);
+  scroller->setKnobProportion(0.5);
+  scroller->setDoubleValue(std::nan(""));
+  scroller->setKnobProportion(std::nan(""));
+  EXPECT_EQ(scroller->doubleValue(), 0);
   EXPECT_EQ(scroller->knobProportion(), 0);
 }
 
