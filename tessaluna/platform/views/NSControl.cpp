@@ -73,11 +73,14 @@ void NSControl::didInit() {
 }
 
 void NSControl::setCell(Ref<NSCell> cell) {
+  const bool wasTracked = isTracking();
   endPress();
   forget(*this, cell_);
   cell_ = std::move(cell);
   if (cell_) cell_->setControlView(this);
-  setNeedsDisplay(true);
+  // A copy of the pressed cell looks pressed, and no release would end it.
+  if (cell_ && wasTracked) cell_->setHighlighted(false);
+  cellDidChange();
 }
 
 void NSControl::setEnabled(bool isEnabled) {

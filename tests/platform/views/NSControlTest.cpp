@@ -300,6 +300,26 @@ TEST_F(NSControlTest, AControlThatGetsAnotherCellEndsThePressOfTheFirst) {
   EXPECT_EQ(target->acts, 0);
 }
 
+TEST_F(NSControlTest, ACopyOfThePressedCellInItsPlaceIsNotPressed) {
+  user.press(*window, inside);
+  control->setCell(cell->copy());
+  EXPECT_FALSE(control->isHighlighted());
+  user.release();
+  EXPECT_EQ(target->acts, 0);
+  // Without a press a cell comes as it is.
+  const auto shining = make<NSCell>();
+  shining->setHighlighted(true);
+  control->setCell(shining);
+  EXPECT_TRUE(control->isHighlighted());
+}
+
+TEST_F(NSControlTest, AnotherCellGetsTheRoomThatItNeeds) {
+  window->layoutIfNeeded();
+  ASSERT_FALSE(window->contentView()->needsLayout());
+  control->setCell(make<NSCell>("another"));
+  EXPECT_TRUE(window->contentView()->needsLayout());
+}
+
 TEST_F(NSControlTest, ACellMayEndThePressWhileItTracks) {
   cell->onContinue = [&] { control->setEnabled(false); };
   control->setContinuous(true);
