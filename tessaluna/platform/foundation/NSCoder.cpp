@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
+#include <set>
 #include <unordered_map>
 #include <nlohmann/json.hpp>
 
@@ -48,6 +50,23 @@ struct ErrorFinder : nlohmann::json_sax<Json> {
     return false;
   }
   std::size_t offset = 0;
+};
+
+// Listens to a parser for a key that one object has twice, of which the parser would keep one value and drop the other.
+class RepeatedKeyFinder {
+ public:
+  bool operator()(int, Json::parse_event_t event, const Json& parsed) {
+    if (event == Json::parse_event_t::object_start) keysOfOpenObjects_.emplace_back();
+    if (event == Json::parse_event_t::object_end) keysOfOpenObjects_.pop_back();
+    if (event != Json::parse_event_t::key) return true;
+    const auto& key = parsed.get_ref<const std::string&>();
+    if (!keysOfOpenObjects_.back().insert(key).second && !repeated) repeated = key;
+    return true;
+  }
+  std::optional<std::string> repeated;
+
+ private:
+  std::vector<std::set<std::string>> keysOfOpenObjects_;
 };
 
 // The numbers of an array of N; absent for anything else.
@@ -140,13 +159,16 @@ NSCoder::NSCoder(NSCoder&&) noexcept = default;
 NSCoder& NSCoder::operator=(NSCoder&&) noexcept = default;
 
 NSCoder::NSCoder(std::string_view json) : NSCoder() {
-  Json parsed = Json::parse(json, nullptr, /*allow_exceptions=*/false);
+  RepeatedKeyFinder keys;
+  Json parsed = Json::parse(json, std::ref(keys), /*allow_exceptions=*/false);
   if (parsed.is_discarded()) {
     ErrorFinder finder;
     Json::sax_parse(json, &finder);
     fail("the archive is not JSON: " + placeOf(json, finder.offset));
   } else if (!parsed.is_object()) {
     fail("the archive is not a JSON object");
+  } else if (keys.repeated) {
+    fail("the archive has an object with the key \"" + *keys.repeated + "\" twice");
   } else {
     *archive_->object = std::move(parsed);
   }

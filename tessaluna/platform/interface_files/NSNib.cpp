@@ -116,12 +116,19 @@ class Loader {
   void setProperties(NSObject& object, const NSCoder& source, const std::string& place) {
     const std::optional<NSCoder> properties = objectBelow(source, "properties", place);
     if (!properties) return;
-    for (const std::string& name : properties->allKeys()) {
-      const Property* property = findMember(&object.classInfo(), &ClassInfo::properties, &Property::name, name);
-      if (!property) fail(place + " has no property \"" + name + "\"");
-      else if (!property->set(object, *properties))
-        fail("the property \"" + name + "\" of " + place + " has a value of the wrong type");
-    }
+    const auto propertyOf = [&object](std::string_view name) {
+      return findMember(&object.classInfo(), &ClassInfo::properties, &Property::name, name);
+    };
+    const std::vector<std::string> names = properties->allKeys();
+    for (const std::string& name : names)
+      if (!propertyOf(name)) fail(place + " has no property \"" + name + "\"");
+    // In the order of the tables, the object's own class first: a derived class has the limits of a value that its base has.
+    for (const ClassInfo* info = &object.classInfo(); info; info = info->base)
+      for (const Property& property : info->properties) {
+        const bool isNamed = std::find(names.begin(), names.end(), property.name) != names.end();
+        if (isNamed && propertyOf(property.name) == &property && !property.set(object, *properties))
+          fail("the property \"" + std::string(property.name) + "\" of " + place + " has a value of the wrong type");
+      }
   }
 
   void addInnerObjects(const Ref<NSObject>& object, const NSCoder& source, const std::string& place, int depth) {

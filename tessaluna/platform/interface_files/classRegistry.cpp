@@ -9,6 +9,7 @@
 #include "tessaluna/platform/cells/NSSegmentedCell.h"
 #include "tessaluna/platform/cells/NSSliderCell.h"
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/NSSortDescriptor.h"
 #include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/views/NSButton.h"
@@ -58,6 +59,15 @@ Registry& registry() {
 void registerClass(std::string_view name, ClassFactory factory) { registry().insert_or_assign(std::string(name), factory); }
 
 Ref<NSObject> makeObjectOfClass(std::string_view name, NSCoder& coder) {
+  // Classes that read objects of theirs come back to here: a document must not be able to exhaust the stack.
+  constexpr int deepestNesting = 20;
+  static int nesting = 0;
+  ++nesting;
+  const AtEndOfScope leave([] { --nesting; });
+  if (nesting > deepestNesting) {
+    coder.fail("is nested too deeply");
+    return nullptr;
+  }
   const auto found = registry().find(name);
   if (found == registry().end()) {
     coder.fail("unknown class \"" + std::string(name) + "\"");

@@ -111,6 +111,13 @@ TEST(NSCoder, AJsonTextThatIsNotAnObjectFailsAndSaysSo) {
     EXPECT_EQ(NSCoder(text).failure(), "the archive is not a JSON object") << text;
 }
 
+TEST(NSCoder, AKeyThatAnObjectHasTwiceFailsTheArchive) {
+  const std::string failure = "the archive has an object with the key \"a\" twice";
+  EXPECT_EQ(NSCoder(R"({"a": 1, "a": 1})").failure(), failure);
+  EXPECT_EQ(NSCoder(R"({"b": [{}, {"a": {"b": 1}, "c": 2, "\u0061": 3}]})").failure(), failure);
+  EXPECT_FALSE(NSCoder(R"({"b": [{"a": 1}, {"a": {"a": 2}}], "a": 3})").failed());
+}
+
 TEST(NSCoder, ADeeplyNestedTextDoesNoHarm) {
   std::string text = "{\"a\": ";
   for (int i = 0; i < 100000; ++i) text += '[';

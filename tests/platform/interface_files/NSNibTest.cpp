@@ -185,6 +185,7 @@ TEST_F(NSNibTest, ABadDocumentIsAClearError) {
       {"", "the archive is not JSON: line 1, column 1"},
       {"{\"objects\": [\n  {\"class\" \"NSView\"}]}", "the archive is not JSON: line 2, column 19"},
       {"[]", "the archive is not a JSON object"},
+      {R"({"objects": [{"class": "NSView", "class": "NSView"}]})", "the archive has an object with the key \"class\" twice"},
       {"{}", "\"objects\" is not an array of objects"},
       {R"({"objects": [3]})", "\"objects\" is not an array of objects"},
       {R"({"objects": [], "object": {}})", "the document has an unknown key \"object\""},
@@ -310,6 +311,20 @@ TEST_F(NSNibTest, PropertiesAreSetOnceTheObjectIsMade) {
   EXPECT_EQ(field->toolTip(), "tip");
 }
 
+TEST_F(NSNibTest, TheLimitsOfAValueAreSetBeforeTheValueWhereverTheyAreWritten) {
+  for (const std::string properties :
+       {R"("doubleValue": 50, "maxValue": 90, "minValue": 10)", R"("minValue": 10, "maxValue": 90, "doubleValue": 50)"}) {
+    for (const std::string& object :
+         {R"({"class": "NSSlider", "properties": {)" + properties + "}}",
+          R"({"class": "NSSlider", "cell": {"class": "NSSliderCell", "properties": {)" + properties + "}}}",
+          R"({"class": "NSLevelIndicator", "properties": {)" + properties + "}}"}) {
+      const auto contents = make<NSNib>(R"({"objects": [)" + object + "]}")->instantiateWithOwner(nullptr);
+      ASSERT_EQ(contents.error, std::nullopt);
+      EXPECT_EQ(std::dynamic_pointer_cast<NSControl>(contents.topLevelObjects.at(0))->doubleValue(), 50) << object;
+    }
+  }
+}
+
 TEST_F(NSNibTest, ACellIsAnObjectOfTheDocumentAlsoWithoutAClassOfItsOwn) {
   for (const std::string className : {R"("class": "NSTextFieldCell", )", ""}) {
     const auto contents = make<NSNib>(R"({"objects": [
@@ -346,6 +361,15 @@ TEST_F(NSNibTest, DeepNestingIsAnErrorAndNoCrash) {
   for (int i = 0; i < 5000; ++i) json += "]}";
   json += "]}";
   EXPECT_EQ(errorOf(json), "object 102 (NSView) is nested too deeply");
+}
+
+TEST_F(NSNibTest, DeepNestingOfWhatClassesReadThemselvesIsAnErrorToo) {
+  constexpr int depth = 5000;
+  std::string json = R"({"objects": [)";
+  for (int i = 0; i < depth; ++i) json += R"({"class": "NSControl", "cell": )";
+  json += "{}" + std::string(depth, '}') + "]}";
+  EXPECT_TRUE(errorOf(json).ends_with("its cell: is nested too deeply")) << errorOf(json);
+  EXPECT_EQ(errorOf(R"({"objects": [{"class": "NSControl", "cell": {"class": "NSCell"}}]})"), "no error");
 }
 
 // Pieces of good documents put together at random: whatever comes of it is objects or an error.
