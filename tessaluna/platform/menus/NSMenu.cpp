@@ -30,6 +30,7 @@ struct NSMenu::Tracking {
   std::vector<Ref<NSMenuItem>> items;
   Closed closed;
   std::unique_ptr<backend::NativeMenu> native;
+  bool isCancelled = false;  // before the desktop was asked
 };
 
 const ClassInfo NSMenu::staticClassInfo{.name = "NSMenu", .base = &NSObject::staticClassInfo};
@@ -104,13 +105,13 @@ void NSMenu::needsUpdate() {
   if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuNeedsUpdate(*this);
   const std::vector<Ref<NSMenuItem>> copy = items_;
   for (const Ref<NSMenuItem>& item : copy)
-    if (item->submenu()) item->submenu()->needsUpdate();
+    if (const Ref<NSMenu> submenu = item->submenu()) submenu->needsUpdate();  // which may take itself away
 }
 
 void NSMenu::update() {
   const std::vector<Ref<NSMenuItem>> copy = items_;
   for (const Ref<NSMenuItem>& item : copy) {
-    if (item->submenu()) item->submenu()->update();
+    if (const Ref<NSMenu> submenu = item->submenu()) submenu->update();
     if (!autoenablesItems_ || item->isSeparatorItem()) continue;
     const Ref<NSObject> target = NSApp ? NSApp->targetForAction(item->action(), item->target().get()) : nullptr;
     auto* validation = dynamic_cast<NSMenuItemValidation*>(target.get());
@@ -165,7 +166,7 @@ bool NSMenu::open(const Positioned& positioned, CGRect onScreen, NSWindow* windo
   const Ref<NSMenuItem> item = positioned();
   update();
   backend::Backend* backend = backend::Backend::current();
-  if (!backend || !window || !window->nativeWindow()) return false;
+  if (!backend || !window || !window->nativeWindow() || !window->isVisible()) return false;
   const auto tracking = std::make_shared<Tracking>();
   std::vector<backend::MenuEntry> entries = this->entries(tracking->items);
   if (entries.empty()) return false;
@@ -174,8 +175,12 @@ bool NSMenu::open(const Positioned& positioned, CGRect onScreen, NSWindow* windo
   if (item && item->menu() == held && number != tracking->items.end())
     place.entry = static_cast<std::size_t>(number - tracking->items.begin());
   tracking->closed = std::move(closed);
-  if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuWillOpen(*this);
   tracking_ = tracking;
+  if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuWillOpen(*this);
+  if (tracking->isCancelled || !window->isVisible()) {
+    backend->callAfter(0, [held, tracking] { held->didClose(tracking, std::nullopt); });
+    return true;
+  }
   tracking->native =
       backend->popUpMenu(*window->nativeWindow(), place, std::move(entries),
                          [held, tracking](std::optional<std::size_t> chosen) { held->didClose(tracking, chosen); });
@@ -191,7 +196,9 @@ void NSMenu::didClose(const std::shared_ptr<Tracking>& tracking, std::optional<s
 }
 
 void NSMenu::cancelTracking() {
-  if (tracking_ && tracking_->native) tracking_->native->close();
+  if (!tracking_) return;
+  if (tracking_->native) tracking_->native->close();
+  else tracking_->isCancelled = true;
 }
 
 void NSMenu::performActionForItemAtIndex(std::size_t index) {

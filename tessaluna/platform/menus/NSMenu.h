@@ -73,7 +73,7 @@ class NSMenu : public NSObject {
 
   // Opens with its upper left corner, or that of an item of its own, at a point of the view, or of the screen without one.
   // `closed` is called later, once, with what was chosen or null, before the action. False, and nothing is called, where
-  // there is no window to open it for, or nothing to show.
+  // there is no visible window to open it for, or nothing to show.
   using Closed = std::function<void(const Ref<NSMenuItem>& chosen)>;
   bool popUpMenuPositioningItem(const Ref<NSMenuItem>& item, CGPoint location, NSView* view, Closed closed = nullptr);
   // The same with the item in the middle of the rectangle's height, and at least as wide as that: over a pop-up button.
@@ -83,7 +83,7 @@ class NSMenu : public NSObject {
   using Positioned = std::function<Ref<NSMenuItem>()>;
   bool popUpMenuOverRect(CGRect rect, NSView& view, const Positioned& positioned, Closed closed = nullptr);
   bool isOpen() const { return tracking_ != nullptr; }
-  void cancelTracking();  // closes an open menu; nothing was chosen
+  void cancelTracking();  // closes an open menu, one whose delegate is hearing of its opening too; nothing was chosen
 
   // As a choice would; not for an item that cannot be chosen. Without NSApp nothing happens.
   void performActionForItemAtIndex(std::size_t index);

@@ -39,9 +39,12 @@ class ListeningDelegate : public NSObject, public NSMenuDelegate {
     log_.push_back("update " + menu.title());
     if (onUpdate) onUpdate();
   }
-  void menuWillOpen(NSMenu& menu) override { log_.push_back("open " + menu.title()); }
+  void menuWillOpen(NSMenu& menu) override {
+    log_.push_back("open " + menu.title());
+    if (onOpen) onOpen();
+  }
   void menuDidClose(NSMenu& menu) override { log_.push_back("close " + menu.title()); }
-  std::function<void()> onUpdate;
+  std::function<void()> onUpdate, onOpen;
 
  private:
   Log& log_;
@@ -150,6 +153,40 @@ TEST_F(NSMenuTest, CancelledItClosesWithoutAChoice) {
   EXPECT_THAT(player->log, ElementsAre("nothing chosen"));
   EXPECT_FALSE(menu->isOpen());
   menu->cancelTracking();
+}
+
+TEST_F(NSMenuTest, CancelledByTheDelegateThatHearsOfItsOpeningItNeverShows) {
+  const auto delegate = make<ListeningDelegate>(player->log);
+  menu->setTitle("menu");
+  menu->setDelegate(delegate);
+  delegate->onOpen = [&] {
+    EXPECT_TRUE(menu->isOpen());
+    menu->cancelTracking();
+  };
+  EXPECT_TRUE(open());
+  EXPECT_FALSE(desktop.openMenu());
+  EXPECT_THAT(player->log, ElementsAre("update menu", "open menu"));
+  desktop.settle();
+  EXPECT_THAT(player->log, ElementsAre("update menu", "open menu", "close menu", "nothing chosen"));
+  EXPECT_FALSE(menu->isOpen());
+}
+
+TEST_F(NSMenuTest, AWindowThatItsDelegateHidesShowsNoMenu) {
+  const auto delegate = make<ListeningDelegate>(player->log);
+  menu->setDelegate(delegate);
+  delegate->onOpen = [&] { window->orderOut(nullptr); };
+  EXPECT_TRUE(open());
+  desktop.settle();
+  EXPECT_FALSE(desktop.openMenu());
+  EXPECT_THAT(player->log, ElementsAre("update Menu", "open Menu", "close Menu", "nothing chosen"));
+  player->log.clear();
+  delegate->onOpen = nullptr;
+  window->orderFront(nullptr);
+  delegate->onUpdate = [&] { window->orderOut(nullptr); };
+  EXPECT_FALSE(open());
+  desktop.settle();
+  EXPECT_FALSE(desktop.openMenu());
+  EXPECT_THAT(player->log, ElementsAre("update Menu"));
 }
 
 TEST_F(NSMenuTest, CancellingOneThatHasClosedLeavesAnotherOpen) {
@@ -262,6 +299,23 @@ TEST_F(NSMenuTest, TheDelegateMayChangeTheItemsBeforeTheyShow) {
 }
 
 // Who can be chosen.
+
+TEST_F(NSMenuTest, ASubmenuMayTakeItselfAwayWhenItIsAskedForChanges) {
+  Log log;
+  const auto delegate = make<ListeningDelegate>(log);
+  const Ref<NSMenuItem> item = menu->itemAtIndex(0);
+  item->setSubmenu(make<NSMenu>("sub"));
+  item->submenu()->setDelegate(delegate);
+  const WeakRef<NSMenu> sub = item->submenu();
+  delegate->onUpdate = [&] {
+    item->setSubmenu(nullptr);
+    EXPECT_FALSE(sub.expired());
+  };
+  open();
+  EXPECT_TRUE(sub.expired());
+  EXPECT_THAT(titles(), ElementsAre("first", "second", "third"));
+  EXPECT_FALSE(entries()[0].hasSubmenu);
+}
 
 TEST_F(NSMenuTest, AnItemWhoseTargetLacksTheActionCannotBeChosen) {
   menu->itemAtIndex(0)->setAction("rewind:");
