@@ -244,8 +244,12 @@ void LayoutEngine::ruleDidChange(NSLayoutConstraint& constraint) {
 }
 
 void LayoutEngine::frameDidChange(NSView& view) {
-  Item* item = isPlacing_ ? nullptr : itemOf(view);
+  Item* item = itemOf(view);
   if (!item) return;
+  // Those in it that follow their masks were just resized: their masks may say something else than when they were last read.
+  for (const Ref<NSView>& subview : view.subviews())
+    if (Item* below = itemOf(*subview); below && subview->translatesAutoresizingMaskIntoConstraints()) needOwnRules(*below);
+  if (isPlacing_) return;
   if (&view == &top_ || view.translatesAutoresizingMaskIntoConstraints()) return needOwnRules(*item);
   // Somebody else has placed it, which lasts until the next pass.
   needPlace(*item);
@@ -270,10 +274,14 @@ void LayoutEngine::callUpdateConstraints(NSView& view) {
   needRun();
 }
 
-std::vector<Ref<NSView>> LayoutEngine::takeViewsToUpdate() {
+std::vector<Ref<NSView>> LayoutEngine::takeViewsToUpdate(const NSView* below) {
   std::vector<Ref<NSView>> result;
-  for (const WeakRef<NSView>& view : std::exchange(toUpdate_, {}))
-    if (const Ref<NSView> there = view.lock(); there && there->needsUpdateConstraints()) result.push_back(there);
+  for (const WeakRef<NSView>& weak : std::exchange(toUpdate_, {})) {
+    const Ref<NSView> view = weak.lock();
+    if (!view || !view->needsUpdateConstraints()) continue;
+    if (view->isDescendantOf(below)) result.push_back(view);
+    else toUpdate_.push_back(weak);
+  }
   return result;
 }
 
@@ -447,7 +455,7 @@ void LayoutEngine::run() {
   }
   isRunning_ = true;
   for (int round = 0; round < maxRounds && std::exchange(needsRun_, false); ++round) {
-    std::vector<Ref<NSView>> updating = takeViewsToUpdate();
+    std::vector<Ref<NSView>> updating = takeViewsToUpdate(&top_);
     std::stable_sort(updating.begin(), updating.end(),
                      [](const Ref<NSView>& a, const Ref<NSView>& b) { return depthOf(*a) > depthOf(*b); });
     for (const Ref<NSView>& view : updating) {

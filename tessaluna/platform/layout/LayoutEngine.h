@@ -38,7 +38,7 @@ class LayoutEngine {
   void contentDidChange(NSView& view);
   void layoutDirectionDidChange(NSView& view);
   void callUpdateConstraints(NSView& view);
-  std::vector<Ref<NSView>> takeViewsToUpdate();
+  std::vector<Ref<NSView>> takeViewsToUpdate(const NSView* below);  // those that are the view or in it
 
   // Solves and places, if anything has changed.
   void run();

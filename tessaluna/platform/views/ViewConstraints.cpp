@@ -157,23 +157,27 @@ void ViewConstraints::cameIntoSuperview() {
   const std::shared_ptr<LayoutEngine> earlier = std::exchange(state_->engine, nullptr);
   LayoutEngine& engine = makeEngineOfTree();
   for (NSLayoutConstraint* constraint : earlier->takeAll()) engine.add(*constraint);
-  for (const Ref<NSView>& view : earlier->takeViewsToUpdate()) engine.callUpdateConstraints(*view);
+  for (const Ref<NSView>& view : earlier->takeViewsToUpdate(&asView())) engine.callUpdateConstraints(*view);
 }
 
 void ViewConstraints::willLeaveSuperview() { static_cast<ViewConstraints&>(*superview()).takeOut(refTo(asView())); }
 
 // Constraints across the cut end; those within the part that leaves get an engine of their own.
 void ViewConstraints::takeOut(const Ref<NSView>& subview) {
-  ViewConstraints& leaving = *subview;
-  if (!leaving.state_ || !leaving.state_->itemOf) return;
+  const ViewConstraints& top = topOf(asView());
+  if (!top.state_ || !top.state_->engine) return;
+  const std::shared_ptr<LayoutEngine> earlier = top.state_->engine;
+  const std::vector<Ref<NSView>> waiting = earlier->takeViewsToUpdate(subview.get());
   std::vector<NSLayoutConstraint*> within;
-  for (NSLayoutConstraint* constraint : leaving.state_->itemOf->takeConstraintsBelow(*subview)) {
+  for (NSLayoutConstraint* constraint : earlier->takeConstraintsBelow(*subview)) {
     if (constraint->holder_->isDescendantOf(subview.get())) within.push_back(constraint);
     else constraint->holder_->removeConstraint(refTo(*constraint));
   }
-  if (within.empty()) return;
-  leaving.state_->engine = std::make_shared<LayoutEngine>(*subview);
-  for (NSLayoutConstraint* constraint : within) leaving.state_->engine->add(*constraint);
+  if (within.empty() && waiting.empty()) return;
+  LayoutEngine& engine =
+      *(static_cast<ViewConstraints&>(*subview).state().engine = std::make_shared<LayoutEngine>(*subview));
+  for (NSLayoutConstraint* constraint : within) engine.add(*constraint);
+  for (const Ref<NSView>& view : waiting) engine.callUpdateConstraints(*view);
 }
 
 void ViewConstraints::solve() {

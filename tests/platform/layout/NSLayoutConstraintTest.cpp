@@ -359,6 +359,19 @@ TEST_F(NSLayoutConstraintMaskTest, ConstraintsKnowHowAFrameFollows) {
   }
 }
 
+TEST_F(NSLayoutConstraintMaskTest, AMaskThatIsSetLaterIsFollowedTheNextTime) {
+  const auto framed = addFrame({10, 10, 20, 20}, NSViewNotSizable);
+  framed->setAutoresizingMask(NSViewWidthSizable);
+  widen();
+  EXPECT_EQ(framed->frame(), (CGRect{10, 10, 70, 20}));
+  EXPECT_EQ(other->frame().origin.x, 80);
+  view->setAutoresizesSubviews(false);
+  wide->setConstant(180);
+  window->layoutIfNeeded();
+  EXPECT_EQ(framed->frame(), (CGRect{10, 10, 70, 20}));
+  EXPECT_EQ(other->frame().origin.x, 80);
+}
+
 TEST_F(NSLayoutConstraintMaskTest, WhatIsNotPassedOnIsNotFollowed) {
   view->setAutoresizesSubviews(false);
   const auto framed = addFrame({10, 10, 20, 20}, NSViewWidthSizable);
@@ -676,6 +689,27 @@ TEST_F(NSLayoutConstraintTest, AViewThatWaitsForItsUpdateGetsItInTheWindowThatIt
   content->addSubview(root);
   window->layoutIfNeeded();
   EXPECT_EQ(updates, 1);
+}
+
+TEST_F(NSLayoutConstraintTest, AViewThatLeavesWhileItWaitsForItsUpdateGetsItWhereItComesTo) {
+  placeAt(view, 0, 0);
+  const auto inner = addView(view);
+  int updates = 0, updatesOfOther = 0;
+  inner->onUpdate = [&] { ++updates; };
+  other->onUpdate = [&] { ++updatesOfOther; };
+  inner->setNeedsUpdateConstraints(true);
+  other->setNeedsUpdateConstraints(true);
+  view->removeFromSuperview();
+  window->layoutIfNeeded();
+  EXPECT_EQ(updates, 0);
+  EXPECT_EQ(updatesOfOther, 1);
+  const auto second = showWindow();
+  window->close();
+  window->setContentView(nullptr);
+  second->contentView()->addSubview(view);
+  second->layoutIfNeeded();
+  EXPECT_EQ(updates, 1);
+  EXPECT_FALSE(inner->needsUpdateConstraints());
 }
 
 TEST_F(NSLayoutConstraintTest, AFrameThatIsSetLastsUntilTheNextPass) {
