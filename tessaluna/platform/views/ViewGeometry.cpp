@@ -41,7 +41,11 @@ void ViewGeometry::addSubview(const Ref<NSView>& view) {
 }
 
 void ViewGeometry::removeFromSuperview() {
-  if (!superview_) return;
+  if (!superview_) {
+    // A content view has its window instead.
+    if (window_ && window_->contentView().get() == &asView()) window_->setContentView(nullptr);
+    return;
+  }
   const Ref<NSView> held = refTo(asView());
   geometryWillChange();
   moveToWindow(nullptr);

@@ -109,12 +109,10 @@ void NSWindow::adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native) 
 }
 
 void NSWindow::setContentView(Ref<NSView> view) {
-  if (contentView_) {
-    contentView_->moveToWindow(nullptr);
-  }
+  if (contentView_) contentView_->moveToWindow(nullptr);
   contentView_ = std::move(view);
   if (contentView_) {
-    contentView_->removeFromSuperview();
+    contentView_->removeFromSuperview();  // or from another window
     contentView_->setFrame({{0, 0}, frame_.size});
     contentView_->moveToWindow(this);
     static_cast<ViewTracking&>(*contentView_).visibleAreaDidChange();

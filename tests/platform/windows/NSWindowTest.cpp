@@ -366,6 +366,26 @@ TEST_F(NSWindowTest, AnotherContentViewTakesThePlaceOfTheFirst) {
   EXPECT_THAT(second->drawn, ElementsAre(CGRect{0, 0, 200, 150}));
 }
 
+TEST_F(NSWindowTest, AContentViewThatGoesElsewhereIsTheWindowsNoLonger) {
+  const auto first = showWindow(), second = showWindow(), third = showWindow();
+  const Ref<NSView> wanderer = first->contentView();
+  second->setContentView(wanderer);
+  EXPECT_EQ(first->contentView(), nullptr);
+  EXPECT_EQ(wanderer->window(), second.get());
+  third->contentView()->addSubview(wanderer);
+  EXPECT_EQ(second->contentView(), nullptr);
+  EXPECT_EQ(wanderer->window(), third.get());
+  EXPECT_EQ(wanderer->superview(), third->contentView().get());
+}
+
+TEST_F(NSWindowTest, AContentViewMayBeTakenOut) {
+  const auto window = showWindow();
+  const Ref<NSView> content = window->contentView();
+  content->removeFromSuperview();
+  EXPECT_EQ(window->contentView(), nullptr);
+  EXPECT_EQ(content->window(), nullptr);
+}
+
 TEST_F(NSWindowTest, WithoutAContentViewEventsGoNowhere) {
   const auto window = showWindow();
   window->setContentView(nullptr);
