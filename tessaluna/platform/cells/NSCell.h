@@ -104,6 +104,8 @@ class NSCell : public NSObject, public NSAccessibility, public CellValue {
   // tracking too, and one back in starts it again, unless the cell prefers to be tracked until the button goes up: it then gets
   // the drags outside as well, and a release there counts. mouseIsUp is true only if the button went up.
   virtual bool prefersTrackingUntilMouseUp() const { return false; }
+  // Whether the cell is highlighted while it is tracked, and only then; otherwise a press leaves the highlight as it is.
+  virtual bool isHighlightedByPress() const { return true; }
   virtual bool startTrackingAt(CGPoint start, NSView& view);
   virtual bool continueTracking(CGPoint last, CGPoint current, NSView& view);
   virtual void stopTracking(CGPoint last, CGPoint stop, NSView& view, bool mouseIsUp);

@@ -70,7 +70,8 @@ class NSLevelIndicatorCell : public RangeCell {
   CGSize cellSize() const override;
   void drawInteriorWithFrame(CGRect frame, NSView& view) override;
 
-  // One that is not editable is not pressed.
+  // One that is not editable is not pressed. The highlight belongs to the host.
+  bool isHighlightedByPress() const override { return false; }
   bool startTrackingAt(CGPoint start, NSView& view) override;
   bool continueTracking(CGPoint last, CGPoint current, NSView& view) override;
 

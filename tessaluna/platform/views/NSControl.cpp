@@ -79,7 +79,7 @@ void NSControl::setCell(Ref<NSCell> cell) {
   cell_ = std::move(cell);
   if (cell_) cell_->setControlView(this);
   // A copy of the pressed cell looks pressed, and no release would end it.
-  if (cell_ && wasTracked) cell_->setHighlighted(false);
+  if (cell_ && wasTracked && cell_->isHighlightedByPress()) cell_->setHighlighted(false);
   cellDidChange();
 }
 
@@ -214,11 +214,11 @@ void NSControl::mouseUp(const Ref<NSEvent>& event) {
 void NSControl::startTracking(CGPoint point) {
   lastPoint_ = point;
   press_ = Press::Tracked;
-  setHighlighted(true);
   const Ref<NSCell> cell = cell_;
+  if (cell->isHighlightedByPress()) setHighlighted(true);
   if (!cell->startTrackingAt(point, *this) && cell == cell_) {
     press_ = Press::None;
-    setHighlighted(false);
+    if (cell->isHighlightedByPress()) setHighlighted(false);
   }
   setNeedsDisplay(true);
 }
@@ -240,7 +240,7 @@ void NSControl::stopTracking(Press next, CGPoint last, CGPoint point, bool isMou
   if (std::exchange(press_, next) != Press::Tracked) return;
   const Ref<NSCell> cell = cell_;
   cell->stopTracking(last, point, *this, isMouseUp);
-  cell->setHighlighted(false);
+  if (cell->isHighlightedByPress()) cell->setHighlighted(false);
   setNeedsDisplay(true);
 }
 

@@ -49,7 +49,6 @@ void NSLevelIndicator::setTickMarkPosition(NSTickMarkPosition position) {
 }
 void NSLevelIndicator::setEditable(bool isEditable) { change(&NSLevelIndicatorCell::setEditable, isEditable); }
 
-// A press that is not tracked would take the highlight away, which belongs to the host.
 void NSLevelIndicator::mouseDown(const Ref<NSEvent>& event) {
   if (isEditable()) NSControl::mouseDown(event);
   else NSView::mouseDown(event);

@@ -193,6 +193,22 @@ TEST_F(NSLevelIndicatorTest, OneThatIsNotEditableLetsThePressThroughAndKeepsItsH
   EXPECT_FALSE(indicator->canBecomeKeyView());
 }
 
+TEST_F(NSLevelIndicatorTest, APressOnAnEditableOneLeavesTheHighlightAsItIs) {
+  indicator->setEditable(true);
+  for (const bool isHighlighted : {false, true}) {
+    indicator->setHighlighted(isHighlighted);
+    user.press(*window, {20, 107});
+    EXPECT_EQ(indicator->isHighlighted(), isHighlighted);
+    user.release();
+    EXPECT_EQ(indicator->isHighlighted(), isHighlighted);
+    user.press(*window, {40, 107});
+    indicator->setEnabled(false);
+    EXPECT_EQ(indicator->isHighlighted(), isHighlighted);
+    indicator->setEnabled(true);
+    user.release();
+  }
+}
+
 TEST_F(NSLevelIndicatorTest, KeysChangeAnEditableOneByPartsAndSendTheActionIfTheyChangeIt) {
   indicator->setEditable(true);
   window->makeFirstResponder(indicator.get());

@@ -53,6 +53,15 @@ TEST_F(DotsLevelIndicatorCellTest, SettingTheColorAsksForNoRedraw) {
   EXPECT_TRUE(nativeOf(*window).paints().empty());
 }
 
+TEST_F(DotsLevelIndicatorCellTest, StaysHighlightedWhenAPressHasChangedItsValue) {
+  cell->setEditable(true);
+  indicator->setCell(cell);
+  const auto window = showWindowWith(indicator);
+  user.click(*window, {50, 7});
+  EXPECT_EQ(indicator->doubleValue(), 4);
+  EXPECT_TRUE(cell->isHighlighted());
+}
+
 TEST_F(DotsLevelIndicatorCellTest, ACopyIsHighlightedAndHasTheColor) {
   cell->setBorderColor(NSColor::redColor());
   const auto copy = std::dynamic_pointer_cast<DotsLevelIndicatorCell>(cell->copy());
