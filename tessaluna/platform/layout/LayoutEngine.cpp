@@ -244,12 +244,8 @@ void LayoutEngine::ruleDidChange(NSLayoutConstraint& constraint) {
 }
 
 void LayoutEngine::frameDidChange(NSView& view) {
-  Item* item = itemOf(view);
+  Item* item = isPlacing_ ? nullptr : itemOf(view);
   if (!item) return;
-  // Those in it that follow their masks were just resized: their masks may say something else than when they were last read.
-  for (const Ref<NSView>& subview : view.subviews())
-    if (Item* below = itemOf(*subview); below && subview->translatesAutoresizingMaskIntoConstraints()) needOwnRules(*below);
-  if (isPlacing_) return;
   if (&view == &top_ || view.translatesAutoresizingMaskIntoConstraints()) return needOwnRules(*item);
   // Somebody else has placed it, which lasts until the next pass.
   needPlace(*item);

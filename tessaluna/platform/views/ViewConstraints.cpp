@@ -143,6 +143,10 @@ void ViewConstraints::frameDidChange() {
   if (state_ && state_->itemOf) state_->itemOf->frameDidChange(asView());
 }
 
+void ViewConstraints::maskDidChange() {
+  if (translatesAutoresizingMaskIntoConstraints()) contentSizeDidChange();
+}
+
 void ViewConstraints::contentSizeDidChange() {
   if (state_ && state_->itemOf) state_->itemOf->contentDidChange(asView());
 }

@@ -67,6 +67,7 @@ class ViewConstraints : public ViewLayout {
   LayoutEngine& makeEngineOfTree();
   bool isPlacedByConstraints() const;
   void frameDidChange();
+  void maskDidChange();
   void contentSizeDidChange();
   void layoutDirectionDidChange();
   void cameIntoSuperview();

@@ -1,6 +1,7 @@
 #include "tessaluna/platform/views/ViewGeometry.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSView.h"
@@ -150,6 +151,15 @@ CGRect ViewGeometry::convertRectToView(CGRect rect, const NSView* view) const {
 
 CGRect ViewGeometry::convertRectFromView(CGRect rect, const NSView* view) const {
   return transformToView(view).inverted()->applyToRect(rect);
+}
+
+void ViewGeometry::setAutoresizesSubviews(bool does) {
+  if (std::exchange(autoresizesSubviews_, does) == does) return;
+  for (const Ref<NSView>& view : subviews_) static_cast<ViewConstraints&>(*view).maskDidChange();
+}
+
+void ViewGeometry::setAutoresizingMask(std::uint32_t mask) {
+  if (std::exchange(autoresizingMask_, mask) != mask) static_cast<ViewConstraints&>(asView()).maskDidChange();
 }
 
 void ViewGeometry::resizeSubviewsWithOldSize(CGSize oldSize) {

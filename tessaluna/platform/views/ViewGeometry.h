@@ -58,9 +58,9 @@ class ViewGeometry : public NSResponder {
 
   // How the frame follows a change of the superview's size. On by default.
   bool autoresizesSubviews() const { return autoresizesSubviews_; }
-  void setAutoresizesSubviews(bool does) { autoresizesSubviews_ = does; }
+  void setAutoresizesSubviews(bool does);
   std::uint32_t autoresizingMask() const { return autoresizingMask_; }
-  void setAutoresizingMask(std::uint32_t mask) { autoresizingMask_ = mask; }
+  void setAutoresizingMask(std::uint32_t mask);
   virtual void resizeSubviewsWithOldSize(CGSize oldSize);
   virtual void subviewFrameDidChange(NSView&) {}
   void resizeWithOldSuperviewSize(CGSize oldSize);

@@ -359,25 +359,47 @@ TEST_F(NSLayoutConstraintMaskTest, ConstraintsKnowHowAFrameFollows) {
   }
 }
 
-TEST_F(NSLayoutConstraintMaskTest, AMaskThatIsSetLaterIsFollowedTheNextTime) {
-  const auto framed = addFrame({10, 10, 20, 20}, NSViewNotSizable);
-  framed->setAutoresizingMask(NSViewWidthSizable);
-  widen();
-  EXPECT_EQ(framed->frame(), (CGRect{10, 10, 70, 20}));
-  EXPECT_EQ(other->frame().origin.x, 80);
-  view->setAutoresizesSubviews(false);
-  wide->setConstant(180);
-  window->layoutIfNeeded();
-  EXPECT_EQ(framed->frame(), (CGRect{10, 10, 70, 20}));
-  EXPECT_EQ(other->frame().origin.x, 80);
-}
-
 TEST_F(NSLayoutConstraintMaskTest, WhatIsNotPassedOnIsNotFollowed) {
   view->setAutoresizesSubviews(false);
   const auto framed = addFrame({10, 10, 20, 20}, NSViewWidthSizable);
   widen();
   EXPECT_EQ(framed->frame(), (CGRect{10, 10, 20, 20}));
   EXPECT_EQ(other->frame().origin.x, 30);
+}
+
+TEST_F(NSLayoutConstraintMaskTest, AMaskThatChangesAfterALayoutIsFollowedFromThenOn) {
+  const auto framed = addFrame({10, 10, 20, 20}, NSViewNotSizable);
+  framed->setAutoresizingMask(NSViewWidthSizable);
+  widen();
+  EXPECT_EQ(framed->frame(), (CGRect{10, 10, 70, 20}));
+  EXPECT_EQ(other->frame().origin.x, 80);
+  framed->setAutoresizingMask(NSViewMinXMargin);
+  wide->setConstant(100);
+  window->layoutIfNeeded();
+  EXPECT_EQ(framed->frame(), (CGRect{-40, 10, 70, 20}));
+  EXPECT_EQ(other->frame().origin.x, 30);
+}
+
+TEST_F(NSLayoutConstraintMaskTest, AChangedMaskAloneDecidesAgain) {
+  wide->setActive(false);
+  const auto framed = addFrame({10, 10, 20, 20}, NSViewWidthSizable);
+  size(framed, width, 50);
+  EXPECT_EQ(laidOut(view).size.width, 130);
+  framed->setAutoresizingMask(NSViewNotSizable);
+  EXPECT_EQ(laidOut(view).size.width, 0);
+  EXPECT_EQ(framed->frame(), (CGRect{10, 10, 50, 20}));
+}
+
+TEST_F(NSLayoutConstraintMaskTest, WhatIsNoLongerPassedOnIsNoLongerFollowed) {
+  const auto framed = addFrame({10, 10, 20, 20}, NSViewWidthSizable);
+  view->setAutoresizesSubviews(false);
+  widen();
+  EXPECT_EQ(framed->frame(), (CGRect{10, 10, 20, 20}));
+  EXPECT_EQ(other->frame().origin.x, 30);
+  view->setAutoresizesSubviews(true);
+  wide->setConstant(160);
+  window->layoutIfNeeded();
+  EXPECT_EQ(other->frame().origin.x, 40);
 }
 
 TEST_F(NSLayoutConstraintMaskTest, AFrameInAFlippedViewIsMeasuredFromTheTop) {
