@@ -37,51 +37,40 @@ Value combined(Value s, Value d) {
 }
 
 template <BlendMode mode, class Value, class Sources>
-void blendBounded(Value* destination, Sources source, const float* coverage, int count) {
+void blend(Value* destination, Sources source, const float* coverage, const float* clip, int count) {
   for (int i = 0; i < count; ++i) {
-    // The compiler processes several single values at once, which rules out a branch.
-    if (std::is_same_v<Value, float> || coverage[i] != 0)
-      destination[i] = combined<mode>(source[i] * all<Value>(coverage[i]), destination[i]);
-  }
-}
-
-template <BlendMode mode, class Value, class Sources>
-void blendUnbounded(Value* destination, Sources source, const float* coverage, const float* clip, int count) {
-  for (int i = 0; i < count; ++i) {
-    const Value d = destination[i];
-    const Value r = combined<mode>(source[i] * all<Value>(coverage[i]), d);
-    destination[i] = clip ? d + (r - d) * all<Value>(clip[i]) : r;
+    Value& d = destination[i];
+    if constexpr (mode == BlendMode::Clear) {
+      d *= all<Value>(1 - coverage[i]);
+    } else if constexpr (mode == BlendMode::Copy) {
+      d += (source[i] - d) * all<Value>(coverage[i]);
+    } else if constexpr (isUnbounded(mode)) {
+      const Value r = combined<mode>(source[i] * all<Value>(coverage[i]), d);
+      d = clip ? d + (r - d) * all<Value>(clip[i]) : r;
+    } else if (std::is_same_v<Value, float> || coverage[i] != 0) {
+      // The compiler processes several single values at once, which rules out a branch.
+      d = combined<mode>(source[i] * all<Value>(coverage[i]), d);
+    }
   }
 }
 
 }  // namespace
 
-bool isUnbounded(BlendMode mode) {
-  return mode == BlendMode::SourceIn || mode == BlendMode::SourceOut || mode == BlendMode::DestinationIn ||
-         mode == BlendMode::DestinationAtop;
-}
-
 template <class Value, class Sources>
 void blendRow(BlendMode mode, Value* destination, Sources source, const float* coverage, const float* clip, int count) {
   switch (mode) {
-    case BlendMode::Normal: return blendBounded<BlendMode::Normal>(destination, source, coverage, count);
-    case BlendMode::Clear:
-      for (int i = 0; i < count; ++i) destination[i] *= all<Value>(1 - coverage[i]);
-      return;
-    case BlendMode::Copy:
-      for (int i = 0; i < count; ++i) destination[i] += (source[i] - destination[i]) * all<Value>(coverage[i]);
-      return;
-    case BlendMode::SourceIn: return blendUnbounded<BlendMode::SourceIn>(destination, source, coverage, clip, count);
-    case BlendMode::SourceOut: return blendUnbounded<BlendMode::SourceOut>(destination, source, coverage, clip, count);
-    case BlendMode::SourceAtop: return blendBounded<BlendMode::SourceAtop>(destination, source, coverage, count);
-    case BlendMode::DestinationOver: return blendBounded<BlendMode::DestinationOver>(destination, source, coverage, count);
-    case BlendMode::DestinationIn:
-      return blendUnbounded<BlendMode::DestinationIn>(destination, source, coverage, clip, count);
-    case BlendMode::DestinationOut: return blendBounded<BlendMode::DestinationOut>(destination, source, coverage, count);
-    case BlendMode::DestinationAtop:
-      return blendUnbounded<BlendMode::DestinationAtop>(destination, source, coverage, clip, count);
-    case BlendMode::Xor: return blendBounded<BlendMode::Xor>(destination, source, coverage, count);
-    case BlendMode::PlusLighter: return blendBounded<BlendMode::PlusLighter>(destination, source, coverage, count);
+    case BlendMode::Normal: return blend<BlendMode::Normal>(destination, source, coverage, clip, count);
+    case BlendMode::Clear: return blend<BlendMode::Clear>(destination, source, coverage, clip, count);
+    case BlendMode::Copy: return blend<BlendMode::Copy>(destination, source, coverage, clip, count);
+    case BlendMode::SourceIn: return blend<BlendMode::SourceIn>(destination, source, coverage, clip, count);
+    case BlendMode::SourceOut: return blend<BlendMode::SourceOut>(destination, source, coverage, clip, count);
+    case BlendMode::SourceAtop: return blend<BlendMode::SourceAtop>(destination, source, coverage, clip, count);
+    case BlendMode::DestinationOver: return blend<BlendMode::DestinationOver>(destination, source, coverage, clip, count);
+    case BlendMode::DestinationIn: return blend<BlendMode::DestinationIn>(destination, source, coverage, clip, count);
+    case BlendMode::DestinationOut: return blend<BlendMode::DestinationOut>(destination, source, coverage, clip, count);
+    case BlendMode::DestinationAtop: return blend<BlendMode::DestinationAtop>(destination, source, coverage, clip, count);
+    case BlendMode::Xor: return blend<BlendMode::Xor>(destination, source, coverage, clip, count);
+    case BlendMode::PlusLighter: return blend<BlendMode::PlusLighter>(destination, source, coverage, clip, count);
   }
 }
 

@@ -8,8 +8,15 @@
 
 namespace tessaluna::backend::raster {
 
-// True for an operator that also changes the destination where the source is empty.
-bool isUnbounded(BlendMode mode);
+// True for an operator that also changes the destination outside the shape.
+constexpr bool isUnbounded(BlendMode mode) {
+  return mode == BlendMode::SourceIn || mode == BlendMode::SourceOut || mode == BlendMode::DestinationIn ||
+         mode == BlendMode::DestinationAtop;
+}
+// True for an operator that leaves its shape empty where the source is transparent, and nothing else outside it.
+constexpr bool showsEmptyParts(BlendMode mode) { return mode == BlendMode::Clear || mode == BlendMode::Copy; }
+// True for an operator with which a transparent source changes nothing.
+constexpr bool needsSource(BlendMode mode) { return !isUnbounded(mode) && !showsEmptyParts(mode); }
 
 // Blends `count` source pixels, multiplied by their coverage, into the destination. An unbounded operator works on all of
 // them, and `clip` says how much of its result is mixed in; it may be null for a plain clip. For the other operators the
@@ -28,8 +35,6 @@ void storeRow(const Float4* row, std::uint32_t* pixels, int count);
 
 // NaN becomes 0, since every comparison with it fails.
 inline double clamp01(double v) { return v > 0 ? std::min(v, 1.0) : 0.0; }
-
-inline float premultipliedAlpha(const Color& color, double alpha) { return float(clamp01(color.alpha) * clamp01(alpha)); }
 
 inline Float4 premultiplied(const Color& color, double alpha) {
   const double a = clamp01(color.alpha) * clamp01(alpha);

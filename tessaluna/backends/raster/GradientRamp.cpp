@@ -34,7 +34,7 @@ bool GradientRamp::begin(const LinearGradient& gradient, const CGAffineTransform
     Color opaque = stop.color;
     opaque.alpha = 1;
     Float4 color = raster::premultiplied(opaque, 1);
-    color[3] = premultipliedAlpha(stop.color, 1);
+    color[3] = float(clamp01(stop.color.alpha));
     if (color[3] != 1) isOpaque_ = false;
     stops_.push_back({stop.location, color});
   }

@@ -29,25 +29,6 @@ std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
   return DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
-// True if painting in the color changes nothing; then it casts no shadow either.
-bool leavesNoMark(const Color& color, double alpha, BlendMode mode) {
-  switch (mode) {
-    case BlendMode::Normal:
-    case BlendMode::SourceAtop:
-    case BlendMode::DestinationOver:
-    case BlendMode::DestinationOut:
-    case BlendMode::Xor:
-    case BlendMode::PlusLighter: return premultipliedAlpha(color, alpha) == 0;
-    case BlendMode::Clear:
-    case BlendMode::Copy:
-    case BlendMode::SourceIn:
-    case BlendMode::SourceOut:
-    case BlendMode::DestinationIn:
-    case BlendMode::DestinationAtop: break;
-  }
-  return false;
-}
-
 std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform& t) {
   return path.shape().kind == PathShape::Kind::Rect ? uprightRect(path.shape().rect, t) : std::nullopt;
 }
@@ -173,29 +154,29 @@ void RasterCanvas::Pipeline::clip(const Path& path, FillRule rule) {
 }
 
 void RasterCanvas::Pipeline::fill(const Path& path, FillRule rule) {
-  if (state_.clip.box.isEmpty() || leavesNoMark(state_.fillColor, state_.alpha, state_.blendMode)) return;
-  const Source color{.color = premultiplied(state_.fillColor, state_.alpha)};
-  const std::optional<CastShadow> shadow = castShadow();
-  if (!shadow && paintsPlainly(color)) {
-    if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, color);
-  }
-  if (!shadow && replaceWholePixels(path, color.color)) return;
-  paintOutline({.path = path, .rule = rule}, color, shadow);
+  paintOutline({.path = path, .rule = rule}, {.color = premultiplied(state_.fillColor, state_.alpha)});
+}
+
+void RasterCanvas::Pipeline::stroke(const Path& path, const StrokeStyle& style) {
+  paintOutline({.path = path, .pen = &style}, {.color = premultiplied(state_.strokeColor, state_.alpha)});
+}
+
+void RasterCanvas::Pipeline::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
+  if (state_.clip.box.isEmpty() || !ramp_.begin(gradient, state_.toDevice)) return;
+  paintOutline({.path = path, .rule = rule}, {.rows = &ramp_, .alpha = float(clamp01(state_.alpha))});
 }
 
 // Every window begins its redraws with a clear background: a translucent rectangle on whole pixels that replaces what is
 // there.
-bool RasterCanvas::Pipeline::replaceWholePixels(const Path& path, Float4 color) {
-  if (state_.blendMode != BlendMode::Copy || openLayers_ > 0 || !state_.clip.isPlain()) return false;
-  const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice);
-  if (!rect) return false;
+bool RasterCanvas::Pipeline::replaceWholePixels(const DeviceRect& rect, const Source& source) {
+  if (state_.blendMode != BlendMode::Copy || !source.isUniform() || openLayers_ > 0 || !state_.clip.isPlain()) return false;
   Clip filled = state_.clip;
-  filled.intersectRect(*rect);
+  filled.intersectRect(rect);
   if (!filled.isPlain()) return false;
   std::uint32_t pixel = 0;
-  storeRow(&color, &pixel, 1);
+  storeRow(&source.color, &pixel, 1);
   for (int y = filled.box.top; y < filled.box.bottom; ++y)
-    std::fill_n(bitmap_->row(y) + filled.box.left, filled.box.width(), pixel);
+    fillPixels(bitmap_->row(y) + filled.box.left, filled.box.width(), pixel);
   return true;
 }
 
@@ -228,21 +209,6 @@ void RasterCanvas::Pipeline::fillRect(const DeviceRect& rect, const Source& sour
   });
 }
 
-void RasterCanvas::Pipeline::stroke(const Path& path, const StrokeStyle& style) {
-  if (state_.clip.box.isEmpty() || leavesNoMark(state_.strokeColor, state_.alpha, state_.blendMode)) return;
-  paintOutline({.path = path, .pen = &style}, {.color = premultiplied(state_.strokeColor, state_.alpha)}, castShadow());
-}
-
-void RasterCanvas::Pipeline::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
-  if (state_.clip.box.isEmpty() || !ramp_.begin(gradient, state_.toDevice)) return;
-  const Source source{.rows = &ramp_, .alpha = float(clamp01(state_.alpha))};
-  const std::optional<CastShadow> shadow = castShadow();
-  if (!shadow && paintsPlainly(source)) {
-    if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return fillRect(*rect, source);
-  }
-  paintOutline({.path = path, .rule = rule}, source, shadow);
-}
-
 // False if a part of a stroke was left out because it is not visible.
 bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffineTransform& transform,
                                           const PixelRect& visible) {
@@ -252,8 +218,15 @@ bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffine
   return true;
 }
 
-void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& source,
-                                          const std::optional<CastShadow>& shadow) {
+void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& source) {
+  // What is transparent casts no shadow either.
+  const bool leavesNoMark = source.isUniform() && source.color[3] == 0 && needsSource(state_.blendMode);
+  if (state_.clip.box.isEmpty() || leavesNoMark) return;
+  const std::optional<CastShadow> shadow = castShadow();
+  if (const auto rect = shadow || outline.pen ? std::nullopt : uprightRect(outline.path, state_.toDevice)) {
+    if (paintsPlainly(source)) return fillRect(*rect, source);
+    if (replaceWholePixels(*rect, source)) return;
+  }
   // Layers that keep a shape, and shadows, need polygons.
   const bool mayBeKnown = !shadow && openLayers_ == 0 && outline.path.points().size() <= ShapeCache::maxPoints &&
                           PixelPlacement::isPossible(state_.toDevice);
@@ -441,8 +414,7 @@ void RasterCanvas::Pipeline::beginLayer() {
   layer.content = OpenLayer::Content::Nothing;
   layer.limit = openLayers_ > 1 ? layers_[openLayers_ - 2]->limit : bitmap_->bounds().grown(farthestCast);
   // An invisible layer need not be painted.
-  const bool isUnseen = !(state_.alpha > 0) && !isUnbounded(state_.blendMode) && state_.blendMode != BlendMode::Copy &&
-                        state_.blendMode != BlendMode::Clear;
+  const bool isUnseen = !(state_.alpha > 0) && needsSource(state_.blendMode);
   PixelRect seen = isUnseen ? PixelRect{} : state_.clip.box, casting;
   const std::optional<CastShadow> shadow = castShadow();
   if (shadow && !seen.isEmpty()) {
@@ -466,10 +438,8 @@ void RasterCanvas::Pipeline::beginLayer() {
 void RasterCanvas::Pipeline::endLayer() {
   if (openLayers_ == 0) return;
   OpenLayer& layer = openLayer();
-  const BlendMode mode = saved_[layer.savedStates - 1].blendMode;
-  // The layer's picture is as large as the clip, even where it is empty, but only these two operators show its empty parts.
-  const bool showsEmptyParts = mode == BlendMode::Copy || mode == BlendMode::Clear;
-  if (showsEmptyParts) {
+  // The layer's picture is as large as the clip, even where it is empty, but only two operators show its empty parts.
+  if (showsEmptyParts(saved_[layer.savedStates - 1].blendMode)) {
     paintKeptShape();
     turnIntoPixels(layer);
   }
@@ -477,14 +447,14 @@ void RasterCanvas::Pipeline::endLayer() {
   saved_.resize(layer.savedStates);
   state_ = std::move(saved_.back());
   saved_.pop_back();
-  if (!state_.clip.box.isEmpty()) composite(layer, showsEmptyParts);
+  if (!state_.clip.box.isEmpty()) composite(layer);
   layer.pixels.end();
   layer.casting.end();
   layer.tint.end();
   giveBackLayers();
 }
 
-void RasterCanvas::Pipeline::composite(OpenLayer& layer, bool showsEmptyParts) {
+void RasterCanvas::Pipeline::composite(OpenLayer& layer) {
   const float alpha = float(clamp01(state_.alpha));
   const std::optional<CastShadow> shadow = castShadow();
   if (layer.content == OpenLayer::Content::Shape) {
@@ -497,7 +467,7 @@ void RasterCanvas::Pipeline::composite(OpenLayer& layer, bool showsEmptyParts) {
   }
   if (shadow) paintShadowOfLayer(layer.casting.maxBox().isEmpty() ? layer.pixels : layer.casting, *shadow);
   const PixelRect& clip = state_.clip.box;
-  const PixelRect box = showsEmptyParts ? clip : layer.pixels.content().intersected(clip);
+  const PixelRect box = showsEmptyParts(state_.blendMode) ? clip : layer.pixels.content().intersected(clip);
   paint({.layer = &layer.pixels, .alpha = alpha}, box, [](auto& painter, const PixelRect& part) {
     for (int y = part.top; y < part.bottom; ++y) painter.uniform(part.left, y, part.width(), 1);
   });

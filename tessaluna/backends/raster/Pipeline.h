@@ -87,12 +87,12 @@ class RasterCanvas::Pipeline {
   void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
   void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
   bool makePolygons(const Outline& outline, const CGAffineTransform& transform, const PixelRect& visible);
-  void paintOutline(const Outline& outline, const Source& source, const std::optional<CastShadow>& shadow);
+  void paintOutline(const Outline& outline, const Source& source);
   void paintKnownOutline(const Outline& outline, const Source& source);
   void fillGlyphs(const GlyphRun& run, CGPoint origin);
   const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
   void fillRect(const DeviceRect& rect, const Source& source);
-  bool replaceWholePixels(const Path& path, Float4 color);
+  bool replaceWholePixels(const DeviceRect& rect, const Source& source);
   bool paintsPlainly(const Source& source) const;
   template <class Cover>
   void paint(const Source& source, const PixelRect& box, Cover cover);
@@ -103,7 +103,7 @@ class RasterCanvas::Pipeline {
   bool paintOutOfShadow(const CoverageBuffer::Shape& shape, const Source& source, const CastShadow& shadow);
   void paintShadowOfPolygons(const CoverageBuffer::Shape& shape, const Source& source, const CastShadow& shadow);
   void paintTint(OpenLayer& layer, float alpha);
-  void composite(OpenLayer& layer, bool showsEmptyParts);
+  void composite(OpenLayer& layer);
   void giveBackLayers();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
   void paintPlane(Plane& plane, Float4 color);
