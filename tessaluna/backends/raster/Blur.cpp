@@ -16,12 +16,6 @@ constexpr double deviationInCells = 4;
 
 }  // namespace
 
-bool Plane::begin(const PixelRect& newBox) {
-  box = newBox;
-  // The last value may be the first one of a block that is read.
-  return memory.prepare(valueCount() + Blur::blockSize) != nullptr;
-}
-
 int Blur::cellSize(double deviation) { return deviation < 2 * deviationInCells ? 1 : int(deviation / deviationInCells); }
 
 // Beyond this distance a straight edge leaves less than a sixteenth of a step of 255.
@@ -53,12 +47,12 @@ bool Blur::begin(Plane& from, const PixelRect& box, const Style& style) {
   makeKernel(down_, style.deviation, style.dy);
   sums_.assign((across_.weights.size() + 2) / 4 * 4, 1.0f);
   std::partial_sum(across_.weights.rbegin(), across_.weights.rend() - 1, sums_.begin());
-  const PixelRect middle{box.left, from.box.top, box.right, from.box.bottom};
+  const PixelRect middle{box.left, from.box().top, box.right, from.box().bottom};
   if (!rows_.begin(middle) || !padded_.prepare(std::size_t(box.width()) + 2 * sums_.size() + blockSize)) return false;
   row_ = box.top;
   done_ = 0;
   repeats_.assign(std::size_t(middle.height()) * std::size_t(inBlocks(middle.width()) / blockSize), 0);
-  const std::size_t bytes = std::size_t(from.box.width()) * sizeof(float);
+  const std::size_t bytes = std::size_t(from.box().width()) * sizeof(float);
   for (int y = middle.top; y < middle.bottom; ++y) {
     const bool repeats = y > middle.top && std::memcmp(from.row(y), from.row(y - 1), bytes) == 0;
     if (repeats) std::copy_n(rows_.row(y - 1), middle.width(), rows_.row(y));
@@ -69,13 +63,13 @@ bool Blur::begin(Plane& from, const PixelRect& box, const Style& style) {
 }
 
 bool Blur::convolve(Plane& from, Plane& to, const Style& style) {
-  if (!begin(from, to.box, style)) return false;
-  for (int y = to.box.top; y < to.box.bottom; ++y) convolveDown(y, 0, to.box.width(), to.row(y));
+  if (!begin(from, to.box(), style)) return false;
+  for (int y = to.box().top; y < to.box().bottom; ++y) convolveDown(y, 0, to.box().width(), to.row(y));
   return true;
 }
 
 const float* Blur::valuesAt(int x, int y, int count) {
-  const int left = x - rows_.box.left, right = left + count;
+  const int left = x - rows_.box().left, right = left + count;
   if (std::exchange(row_, y) != y) done_ = 0;
   if (right > done_) {
     const int from = std::max(done_, left / blockSize * blockSize);
@@ -122,11 +116,11 @@ inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, const Taps& t
 
 // Coverage changes in only a few places of a row, and each change spreads as the kernel's sums do.
 void Blur::convolveAcross(Plane& from, int y) {
-  const int width = rows_.box.width(), reach = int(sums_.size());
+  const int width = rows_.box().width(), reach = int(sums_.size());
   // Where a change at the row's first pixel begins to show in the padded row.
-  const int shift = from.box.left - across_.first - int(across_.weights.size()) + 1 - rows_.box.left + reach;
+  const int shift = from.box().left - across_.first - int(across_.weights.size()) + 1 - rows_.box().left + reach;
   float *const padded = padded_.data(), *const row = from.row(y);
-  const int end = width + reach, count = from.box.width();
+  const int end = width + reach, count = from.box().width();
   int done = 0;     // values to which all changes so far have been added
   float level = 0;  // of the values after them
   const auto change = [&](int x, float value) {
@@ -156,7 +150,7 @@ void Blur::convolveAcross(Plane& from, int y) {
 }
 
 void Blur::countRepeats(int y, bool isCopy) {
-  const int width = rows_.box.width();
+  const int width = rows_.box().width();
   const float *const row = rows_.row(y), *const above = rows_.row(y - 1);
   const int* before = repeatsOf(y - 1);
   int* repeats = repeatsOf(y);
@@ -168,7 +162,7 @@ void Blur::countRepeats(int y, bool isCopy) {
 
 // The blocks from column `left`, where one begins, up to column `right`.
 void Blur::convolveDown(int y, int left, int right, float* out) {
-  const PixelRect& middle = rows_.box;
+  const PixelRect& middle = rows_.box();
   const int first = std::max(y + down_.first, middle.top);
   const int last = std::min(y + down_.first + int(down_.weights.size()), middle.bottom);
   if (first >= last) return void(std::fill_n(out + left, inBlocks(right - left), 0.0f));
@@ -191,8 +185,8 @@ bool Blur::apply(Plane& from, Plane& to, const Style& style) {
   // Taking the mean over a cell and interpolating between the middles of cells are blurs themselves, of known variance.
   const double spread = style.deviation / cell;
   const double deviation = std::sqrt(spread * spread - 1.0 / 12 - 1.0 / 6);
-  const DeviceRect seen{(to.box.left - style.dx) / cell - 2, (to.box.top - style.dy) / cell - 2,
-                        (to.box.right - style.dx) / cell + 2, (to.box.bottom - style.dy) / cell + 2};
+  const DeviceRect seen{(to.box().left - style.dx) / cell - 2, (to.box().top - style.dy) / cell - 2,
+                        (to.box().right - style.dx) / cell + 2, (to.box().bottom - style.dy) / cell + 2};
   if (!cells_.begin(seen.roundedOut()) || !convolve(from, cells_, {.deviation = deviation})) return false;
   return enlarge(cells_, to, cell, style);
 }
@@ -200,15 +194,15 @@ bool Blur::apply(Plane& from, Plane& to, const Style& style) {
 // Each pixel lies between the middles of four cells and blends them.
 bool Blur::enlarge(Plane& cells, Plane& to, int cell, const Style& style) {
   const auto place = [cell](int pixel, double move) { return (pixel + 0.5 - move) / cell - 0.5; };
-  const int width = cells.box.width(), count = to.box.width();
+  const int width = cells.box().width(), count = to.box().width();
   float* const between = padded_.prepare(std::size_t(width));
   Column* const columns = columns_.prepare(std::size_t(count));
   if (!between || !columns) return false;
   for (int x = 0; x < count; ++x) {
-    const double column = place(to.box.left + x, style.dx), left = std::floor(column);
-    columns[x] = {int(left) - cells.box.left, float(column - left)};
+    const double column = place(to.box().left + x, style.dx), left = std::floor(column);
+    columns[x] = {int(left) - cells.box().left, float(column - left)};
   }
-  for (int y = to.box.top; y < to.box.bottom; ++y) {
+  for (int y = to.box().top; y < to.box().bottom; ++y) {
     const double row = place(y, style.dy), above = std::floor(row);
     const float below = float(row - above);
     const float *upper = cells.row(int(above)), *lower = cells.row(int(above) + 1);

@@ -6,23 +6,9 @@
 #include <span>
 #include <vector>
 
-#include "tessaluna/backends/raster/Float4.h"
-#include "tessaluna/backends/raster/PixelRect.h"
-#include "tessaluna/backends/raster/WorkBuffer.h"
+#include "tessaluna/backends/raster/Plane.h"
 
 namespace tessaluna::backend::raster {
-
-// Values for the pixels of a box; everything outside it counts as 0.
-struct Plane {
-  PixelRect box;
-  WorkBuffer<float> memory;
-
-  // Makes room for the box; its values are undefined. False when memory is short.
-  bool begin(const PixelRect& newBox);
-  void clear() { std::fill_n(memory.data(), valueCount(), 0.0f); }
-  std::size_t valueCount() const { return std::size_t(box.width()) * std::size_t(box.height()); }
-  float* row(int y) { return memory.data() + std::size_t(y - box.top) * std::size_t(box.width()); }
-};
 
 class Blur {
  public:
@@ -37,9 +23,6 @@ class Blur {
   // pixels. Cell (0, 0) begins at pixel (0, 0).
   static int cellSize(double deviation);
 
-  // Values are summed in blocks of this many.
-  static constexpr int blockSize = 16;
-
   // Fills the box of `to`, which has been begun, with the values of `from`, moved and blurred. The weights are those of the
   // Gaussian at whole pixels; their sum is 1. `from` holds cells when cells are larger than a pixel. False when memory is
   // short.
@@ -51,6 +34,8 @@ class Blur {
   const float* valuesAt(int x, int y, int count);
 
  private:
+  // Values are summed in blocks of this many.
+  static constexpr int blockSize = Plane::blockSize;
   // The weights of the neighbours at offsets first...first + size - 1, for one direction.
   struct Kernel {
     int first = 0;
@@ -75,7 +60,7 @@ class Blur {
   static void sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out);
   void convolveAcross(Plane& from, int y);
   void countRepeats(int y, bool isCopy);
-  int* repeatsOf(int y) { return repeats_.data() + (y - rows_.box.top) * (inBlocks(rows_.box.width()) / blockSize); }
+  int* repeatsOf(int y) { return repeats_.data() + (y - rows_.box().top) * (inBlocks(rows_.box().width()) / blockSize); }
   void convolveDown(int y, int left, int right, float* out);
   static void makeKernel(Kernel& kernel, double deviation, double move);
   bool convolve(Plane& from, Plane& to, const Style& style);

@@ -9,37 +9,16 @@ float shared(double low, double high, double otherLow, double otherHigh) {
   return float(std::max(0.0, std::min(high, otherHigh) - std::max(low, otherLow)));
 }
 
-class MaskWriter {
- public:
-  explicit MaskWriter(ClipMask& mask) : mask_(mask) {}
-  void uniform(int x, int y, int count, float winding) {
-    std::fill_n(mask_.row(y) + (x - mask_.box.left), count, coverageOf(winding));
-  }
-  void varied(int x, int y, int count, const float* windings) {
-    writeCoverage(windings, count, mask_.row(y) + (x - mask_.box.left));
-  }
-
- private:
-  ClipMask& mask_;
-};
-
 }  // namespace
 
-std::shared_ptr<ClipMask> ClipMaskPool::take(const PixelRect& box) {
-  const auto isFree = [](const std::shared_ptr<ClipMask>& mask) { return mask.use_count() == 1; };
-  // Masks that only a deeper nest of clips needed are freed after a while.
-  std::erase_if(masks_,
-                [&](const std::shared_ptr<ClipMask>& mask) { return isFree(mask) && ++mask->passedBy > maxPassedBy; });
-  auto found = std::find_if(masks_.begin(), masks_.end(), isFree);
-  if (found == masks_.end()) {
-    masks_.push_back(std::make_shared<ClipMask>());
-    found = masks_.end() - 1;
-  }
-  ClipMask& mask = **found;
-  mask.box = box;
-  mask.passedBy = 0;
-  mask.values = mask.memory.prepare(std::size_t(box.width()) * std::size_t(box.height()));
-  return mask.values ? *found : nullptr;
+std::shared_ptr<Plane> ClipMaskPool::take(const PixelRect& box) {
+  const auto isFree = [](const Kept& kept) { return kept.mask.use_count() == 1; };
+  for (Kept& kept : kept_) kept.passedBy += isFree(kept);
+  std::erase_if(kept_, [&](const Kept& kept) { return isFree(kept) && kept.passedBy > maxPassedBy; });
+  auto found = std::find_if(kept_.begin(), kept_.end(), isFree);
+  if (found == kept_.end()) found = kept_.insert(found, {std::make_shared<Plane>()});
+  found->passedBy = 0;
+  return found->mask->beginEmpty(box) ? found->mask : nullptr;
 }
 
 void Clip::intersectRect(const DeviceRect& rect) {
@@ -56,15 +35,13 @@ void Clip::intersectRect(const DeviceRect& rect) {
 
 void Clip::intersectShape(const CoverageBuffer::Shape& shape, const PixelRect& shapeBox, CoverageBuffer& buffer,
                           ClipMaskPool& pool) {
-  const std::shared_ptr<ClipMask> made = pool.take(shapeBox);
+  const std::shared_ptr<Plane> made = pool.take(shapeBox);
   if (!made) return makeEmpty();
-  std::fill_n(made->values, std::size_t(shapeBox.width()) * std::size_t(shapeBox.height()), 0.0f);
-  MaskWriter writer(*made);
-  buffer.sweep(shape, shapeBox, writer);
+  buffer.sweep(shape, shapeBox, *made);
   box = shapeBox;
   if (mask) {
     for (int y = box.top; y < box.bottom; ++y) {
-      const float* before = mask->row(y) + (box.left - mask->box.left);
+      const float* before = mask->row(y) + (box.left - mask->box().left);
       float* values = made->row(y);
       for (int i = 0; i < box.width(); ++i) values[i] *= before[i];
     }
@@ -88,7 +65,7 @@ void Clip::multiply(int x, int y, int count, float* coverage) const {
     if (last != box.left && x <= last && x + count > last) scale(last);
   }
   if (mask) {
-    const float* values = mask->row(y) + (x - mask->box.left);
+    const float* values = mask->row(y) + (x - mask->box().left);
     for (int i = 0; i < count; ++i) coverage[i] *= values[i];
   }
 }

@@ -5,35 +5,30 @@
 #include <memory>
 #include <vector>
 
-#include "tessaluna/backends/raster/CoverageBuffer.h"
+#include "tessaluna/backends/raster/Plane.h"
 
 namespace tessaluna::backend::raster {
 
-struct ClipMask {
-  PixelRect box;
-  float* values = nullptr;  // row by row, those of the box
-  WorkBuffer<float> memory;
-  int passedBy = 0;  // how often another mask was taken while nobody held this one
-
-  const float* row(int y) const { return values + std::size_t(y - box.top) * std::size_t(box.width()); }
-  float* row(int y) { return values + std::size_t(y - box.top) * std::size_t(box.width()); }
-};
-
-// Hands out masks, and reuses those that no clip holds any more.
+// Hands out masks of clips, and reuses those that no clip holds any more.
 class ClipMaskPool {
  public:
-  // The mask's values are undefined. Null when memory is short.
-  std::shared_ptr<ClipMask> take(const PixelRect& box);
+  // All values of the mask are 0. Null when memory is short.
+  std::shared_ptr<Plane> take(const PixelRect& box);
 
  private:
+  // A mask that only a deeper nest of clips needed is freed after so many others were taken.
   static constexpr int maxPassedBy = 1000;
-  std::vector<std::shared_ptr<ClipMask>> masks_;
+  struct Kept {
+    std::shared_ptr<Plane> mask;
+    int passedBy = 0;  // how often another mask was taken while nobody held this one
+  };
+  std::vector<Kept> kept_;
 };
 
 struct Clip {
-  PixelRect box;                              // nothing outside is painted
-  std::optional<DeviceRect> edges = {};       // pixels are covered as far as they lie within these
-  std::shared_ptr<const ClipMask> mask = {};  // contains the box
+  PixelRect box;                           // nothing outside is painted
+  std::optional<DeviceRect> edges = {};    // pixels are covered as far as they lie within these
+  std::shared_ptr<const Plane> mask = {};  // contains the box
 
   // True where every pixel of the box may be painted fully.
   bool isPlain() const { return !edges && !mask; }

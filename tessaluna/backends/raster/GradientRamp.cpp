@@ -61,20 +61,18 @@ std::size_t GradientRamp::stopAfter(double position) const {
   return next;
 }
 
+// The color from this position on, as far as it changes linearly.
+GradientRamp::Slope GradientRamp::slopeAt(double position, std::size_t next) const {
+  if (next == 0 || next == stops_.size()) return {stops_[next > 0 ? next - 1 : 0].color, Float4{}};
+  const Stop &low = stops_[next - 1], &high = stops_[next];
+  const double width = high.location - low.location;
+  const Float4 change = high.color - low.color;
+  return {low.color + change * splat(float((position - low.location) / width)), change * splat(float(perColumn_ / width))};
+}
+
 Float4 GradientRamp::colorAt(double x, double y) const {
-  Float4 color{};
-  // The position is that of the pixel's own place, which need not be whole.
   const double position = positionOf(x, y);
-  const std::size_t next = stopAfter(position);
-  if (next == 0) {
-    color = stops_.front().color;
-  } else if (next == stops_.size()) {
-    color = stops_.back().color;
-  } else {
-    const Stop &low = stops_[next - 1], &high = stops_[next];
-    color = low.color + (high.color - low.color) * splat(float((position - low.location) / (high.location - low.location)));
-  }
-  return premultiplied(color);
+  return premultiplied(slopeAt(position, stopAfter(position)).first);
 }
 
 template <class Write>
@@ -96,25 +94,12 @@ void GradientRamp::forEachSlope(int x, int y, int count, Write write) const {
         while (end < count && stopAfter(positionAt(end)) == next) ++end;
       }
     }
-    Slope slope{stops_[std::min(next, stops_.size() - 1)].color, Float4{}};
-    if (next > 0 && next < stops_.size()) {
-      const Stop &low = stops_[next - 1], &high = stops_[next];
-      const double width = high.location - low.location;
-      slope.perPixel = (high.color - low.color) * splat(float(perColumn_ / width));
-      slope.first = low.color + (high.color - low.color) * splat(float((position - low.location) / width));
-    }
-    write(index, end - index, slope);
+    write(index, end - index, slopeAt(position, next));
     index = end;
   }
 }
 
 void GradientRamp::writePixels(int x, int y, int count, std::uint32_t* pixels) {
-  if (perColumn_ == 0) {
-    const Float4 color = colorAt(x, y);
-    std::uint32_t pixel = 0;
-    storeRow(&color, &pixel, 1);
-    return fillPixels(pixels, count, pixel);
-  }
   forEachSlope(x, y, count, [pixels](int index, int pixelCount, const Slope& slope) {
     const Uint4 first = steps(slope.first);
     if (!isAnySet(slope.perPixel != splat(0))) {

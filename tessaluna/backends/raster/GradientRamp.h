@@ -32,6 +32,7 @@ class GradientRamp final : public RowSource {
 
   double positionOf(double x, double y) const { return start_ + perColumn_ * x + perRow_ * y; }
   std::size_t stopAfter(double position) const;
+  Slope slopeAt(double position, std::size_t next) const;
   // Calls write(index, count, slope) for the parts of a run over which the color changes linearly.
   template <class Write>
   void forEachSlope(int x, int y, int count, Write write) const;

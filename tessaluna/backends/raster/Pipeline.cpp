@@ -33,20 +33,6 @@ std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform&
   return path.shape().kind == PathShape::Kind::Rect ? uprightRect(path.shape().rect, t) : std::nullopt;
 }
 
-class PlaneWriter {
- public:
-  explicit PlaneWriter(Plane& plane) : plane_(plane) {}
-  void uniform(int x, int y, int count, float winding) {
-    std::fill_n(plane_.row(y) + (x - plane_.box.left), count, coverageOf(winding));
-  }
-  void varied(int x, int y, int count, const float* windings) {
-    writeCoverage(windings, count, plane_.row(y) + (x - plane_.box.left));
-  }
-
- private:
-  Plane& plane_;
-};
-
 // Paints a shape into an empty layer of one color, less its shadow.
 class OutOfShadowWriter {
  public:
@@ -291,10 +277,8 @@ bool RasterCanvas::Pipeline::sweepCast(CoverageBuffer::Shape shape, const CastSh
   const DeviceRect bounds = shape.polygons.bounds().moved(shadow.dx, shadow.dy);
   const PixelRect near = state_.clip.box.grown(Blur::reach(shadow.deviation));
   const PixelRect box = bounds.intersected(DeviceRect::of(near)).scaled(shape.scale).roundedOut();
-  if (box.isEmpty() || !cast_.begin(box)) return false;
-  cast_.clear();
-  PlaneWriter writer(cast_);
-  coverage_.sweep(shape, box, writer);
+  if (box.isEmpty() || !cast_.beginEmpty(box)) return false;
+  coverage_.sweep(shape, box, cast_);
   return true;
 }
 
@@ -323,7 +307,7 @@ void RasterCanvas::Pipeline::paintShadowOfPolygons(const CoverageBuffer::Shape& 
   const DeviceRect needed = bounds.intersected(DeviceRect::of(state_.clip.box.grown(reach)));
   const PixelRect shaded = needed.grown(reach).roundedOut().intersected(state_.clip.box);
   if (shaded.isEmpty() || !sweepCast(shape, shadow)) return paintPlane(blurred_, Float4{});
-  const PixelRect& box = cast_.box;
+  const PixelRect& box = cast_.box();
   Float4 color = shadow.color;
   if (source.rows) {
     for (int y = box.top; y < box.bottom; ++y) {
@@ -397,7 +381,7 @@ void RasterCanvas::Pipeline::turnIntoPixels(OpenLayer& layer) {
 
 // Paints one color with the coverage in the plane.
 void RasterCanvas::Pipeline::paintPlane(Plane& plane, Float4 color) {
-  const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box;
+  const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box();
   paint({.color = color}, box, [&](auto& painter, const PixelRect& part) {
     for (int y = part.top; y < part.bottom; ++y) {
       painter.varied(part.left, y, part.width(), plane.row(y) + (part.left - box.left));
@@ -507,8 +491,7 @@ void RasterCanvas::Pipeline::paintShadowOfLayer(const Layer& layer, const CastSh
   const DeviceRect fallen = DeviceRect::of(content).moved(shadow.dx, shadow.dy).grown(Blur::reach(shadow.deviation) + 1);
   const PixelRect shaded = content.isEmpty() ? PixelRect{} : fallen.roundedOut().intersected(state_.clip.box);
   const PixelRect box = DeviceRect::of(content).scaled(1.0 / cell).roundedOut();
-  if (shaded.isEmpty() || !cast_.begin(box)) return paintPlane(blurred_, Float4{});
-  cast_.clear();
+  if (shaded.isEmpty() || !cast_.beginEmpty(box)) return paintPlane(blurred_, Float4{});
   const float share = 1.0f / float(cell * cell);
   const auto cellOf = [cell](int pixel) { return (pixel >= 0 ? pixel : pixel - cell + 1) / cell; };
   for (int y = content.top; y < content.bottom; ++y) {

@@ -4,22 +4,6 @@ namespace tessaluna::backend::raster {
 
 namespace {
 
-class MaskWriter {
- public:
-  explicit MaskWriter(GlyphMask& mask) : mask_(mask) {}
-  void uniform(int x, int y, int count, float winding) { std::fill_n(at(x, y), count, byteOf(winding)); }
-  void varied(int x, int y, int count, const float* windings) {
-    std::transform(windings, windings + count, at(x, y), byteOf);
-  }
-
- private:
-  static std::uint8_t byteOf(float winding) { return std::uint8_t(coverageOf(winding) * 255 + 0.5f); }
-  std::uint8_t* at(int x, int y) {
-    return mask_.coverage.data() + std::size_t(y - mask_.box.top) * std::size_t(mask_.box.width()) + (x - mask_.box.left);
-  }
-  GlyphMask& mask_;
-};
-
 // The scale of a transform that keeps text upright and undistorted; 0 for any other transform.
 double uprightScale(const CGAffineTransform& t) {
   const bool isUpright = t.b == 0 && t.c == 0 && t.a > 0 && std::abs(t.a + t.d) <= 1e-9 * t.a;
@@ -111,9 +95,13 @@ const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const s
   mask.box = polygons_.bounds().roundedOut();
   if (!mask.box.isEmpty()) {
     if (mask.box.width() > GlyphCache::maxMaskSide || mask.box.height() > GlyphCache::maxMaskSide) return nullptr;
-    mask.coverage.assign(std::size_t(mask.box.width()) * std::size_t(mask.box.height()), 0);
-    MaskWriter writer(mask);
-    coverage_.sweep({.polygons = polygons_}, mask.box, writer);
+    Plane covered;
+    if (!covered.beginEmpty(mask.box)) return nullptr;
+    coverage_.sweep({.polygons = polygons_}, mask.box, covered);
+    const float* const values = covered.row(mask.box.top);
+    mask.coverage.resize(std::size_t(mask.box.width()) * std::size_t(mask.box.height()));
+    std::transform(values, values + mask.coverage.size(), mask.coverage.begin(),
+                   [](float value) { return std::uint8_t(value * 255 + 0.5f); });
   }
   return &glyphs_.keep(place, typeface, std::move(mask));
 }
