@@ -2,15 +2,6 @@
 
 namespace tessaluna::backend::raster {
 
-namespace {
-
-// The length that two intervals share.
-float shared(double low, double high, double otherLow, double otherHigh) {
-  return float(std::max(0.0, std::min(high, otherHigh) - std::max(low, otherLow)));
-}
-
-}  // namespace
-
 std::shared_ptr<Plane> ClipMaskPool::take(const PixelRect& box) {
   const auto isFree = [](const Kept& kept) { return kept.mask.use_count() == 1; };
   for (Kept& kept : kept_) kept.passedBy += isFree(kept);
@@ -51,10 +42,8 @@ void Clip::intersectShape(const CoverageBuffer::Shape& shape, const PixelRect& s
 
 void Clip::multiply(int x, int y, int count, float* coverage) const {
   if (edges) {
-    const float height = shared(edges->top, edges->bottom, y, y + 1);
-    const auto scale = [&](int column) {
-      coverage[column - x] *= height * shared(edges->left, edges->right, column, column + 1);
-    };
+    const float height = shareOfPixel(y, edges->top, edges->bottom);
+    const auto scale = [&](int column) { coverage[column - x] *= height * shareOfPixel(column, edges->left, edges->right); };
     // Only the first and the last column of the box can be cut.
     const int last = box.right - 1;
     const int from = std::max(x, box.left + 1), to = std::min(x + count, last);

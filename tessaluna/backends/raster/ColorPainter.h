@@ -37,9 +37,16 @@ class ColorPainter {
     for (int y = box.top; y < box.bottom; ++y) uniform(box.left, y, box.width(), winding);
   }
 
-  void varied(int x, int y, int count, const float* windings) { paintRun<Kind::Edge>(x, y, count, windings); }
+  void varied(int x, int y, int count, const float* windings) {
+    forEachFour(bitmap_.row(y) + x, windings, count,
+                [&](std::uint32_t* four, int, Float4 coverage) { paintFour(four, coverage); });
+  }
   // For runs that may have long gaps without coverage.
-  void sparse(int x, int y, int count, const float* windings) { paintRun<Kind::Sparse>(x, y, count, windings); }
+  void sparse(int x, int y, int count, const float* windings) {
+    forEachFour(bitmap_.row(y) + x, windings, count, [&](std::uint32_t* four, int, Float4 coverage) {
+      if (isAnySet(coverage > splat(leastCoverage))) paintFour(four, coverage);
+    });
+  }
 
   // Upright sides on a pixel's edge leave blocks that are empty or fully covered.
   void variedRows(const PixelRect& box, const float* windings) {
@@ -56,23 +63,6 @@ class ColorPainter {
   }
 
  private:
-  enum class Kind { Edge, Sparse };
-  template <Kind kind>
-  void paintRun(int x, int y, int count, const float* windings) {
-    std::uint32_t* pixels = bitmap_.row(y) + x;
-    for (; count >= 4; pixels += 4, windings += 4, count -= 4) {
-      const Float4 coverage = coverageOfFour(windings);
-      if (kind == Kind::Edge || isAnySet(coverage > splat(leastCoverage))) paintFour(pixels, coverage);
-    }
-    if (count == 0) return;
-    float last[4] = {};
-    std::copy_n(windings, count, last);
-    std::uint32_t four[4] = {};
-    std::copy_n(pixels, count, four);
-    paintFour(four, coverageOfFour(last));
-    std::copy_n(four, count, pixels);
-  }
-
   // Applies paint(pixels) to the pixels from this column on in each row of the box.
   template <class Paint>
   void forEachRow(int x, const PixelRect& box, Paint paint) {

@@ -29,23 +29,6 @@
 
 namespace tessaluna::backend::raster {
 
-// Coverage below this cannot change a pixel's 8-bit value; rounding leaves such remainders where a sum should be 0.
-inline constexpr float leastCoverage = 1.0f / 1024;
-
-// Above this a pixel counts as fully covered.
-inline constexpr float fullCoverage = 1 - leastCoverage;
-
-// The coverage of a pixel with this average winding.
-inline float coverageOf(float winding) { return std::min(std::abs(winding), 1.0f); }
-inline Float4 coverageOfFour(const float* windings) { return smaller(magnitude(fourOf(windings)), splat(1)); }
-inline void writeCoverage(const float* windings, int count, float* out) {
-  for (; count >= 4; count -= 4, windings += 4, out += 4) {
-    const Float4 v = coverageOfFour(windings);
-    std::memcpy(out, &v, sizeof v);
-  }
-  std::transform(windings, windings + count, out, coverageOf);
-}
-
 class CoverageBuffer {
  public:
   struct Shape {

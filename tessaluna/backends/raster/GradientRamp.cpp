@@ -62,7 +62,7 @@ std::size_t GradientRamp::stopAfter(double position) const {
 }
 
 // The color from this position on, as far as it changes linearly.
-GradientRamp::Slope GradientRamp::slopeAt(double position, std::size_t next) const {
+inline GradientRamp::Slope GradientRamp::slopeAt(double position, std::size_t next) const {
   if (next == 0 || next == stops_.size()) return {stops_[next > 0 ? next - 1 : 0].color, Float4{}};
   const Stop &low = stops_[next - 1], &high = stops_[next];
   const double width = high.location - low.location;
@@ -100,14 +100,16 @@ void GradientRamp::forEachSlope(int x, int y, int count, Write write) const {
 }
 
 void GradientRamp::writePixels(int x, int y, int count, std::uint32_t* pixels) {
-  forEachSlope(x, y, count, [pixels](int index, int pixelCount, const Slope& slope) {
-    const Uint4 first = steps(slope.first);
-    if (!isAnySet(slope.perPixel != splat(0))) {
-      const Uint4 whole = first >> 24;
-      return fillPixels(pixels + index, pixelCount, 0xff000000 | whole[2] << 16 | whole[1] << 8 | whole[0]);
-    }
+  const auto fill = [](std::uint32_t* out, int pixelCount, Float4 color) {
+    std::uint32_t pixel = 0;
+    storeRow(&color, &pixel, 1);
+    fillPixels(out, pixelCount, pixel);
+  };
+  if (perColumn_ == 0) return fill(pixels, count, colorAt(x, y));
+  forEachSlope(x, y, count, [&](int index, int pixelCount, const Slope& slope) {
+    if (!isAnySet(slope.perPixel != splat(0))) return fill(pixels + index, pixelCount, slope.first);
     // Sums of such fine steps are exact to a hundredth at the end of the longest row.
-    const Uint4 step = steps(slope.perPixel) - (1u << 23);
+    const Uint4 first = steps(slope.first), step = steps(slope.perPixel) - (1u << 23);
     const Uint4 places{0, 1, 2, 3};
     Uint4 blue = first[0] + step[0] * places, green = first[1] + step[1] * places, red = first[2] + step[2] * places;
     const Uint4 blueStep = Uint4{} + step[0] * 4, greenStep = Uint4{} + step[1] * 4, redStep = Uint4{} + step[2] * 4;

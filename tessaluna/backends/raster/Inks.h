@@ -6,7 +6,7 @@
 #include <cstring>
 #include <cwchar>
 
-#include "tessaluna/backends/raster/Float4.h"
+#include "tessaluna/backends/raster/CoverageSink.h"
 
 namespace tessaluna::backend::raster {
 
@@ -70,6 +70,17 @@ inline void forEachFour(std::uint32_t* pixels, int count, Paint paint) {
   std::copy_n(pixels + i, count - i, last);
   paint(last, i);
   std::copy_n(last, count - i, pixels + i);
+}
+
+// Applies paint(pixels, index, coverage) in the same way to a run with one winding per pixel.
+template <class Paint>
+inline void forEachFour(std::uint32_t* pixels, const float* windings, int count, Paint paint) {
+  forEachFour(pixels, count, [&](std::uint32_t* four, int index) {
+    if (index + 4 <= count) return paint(four, index, coverageOfFour(windings + index));
+    float last[4] = {};
+    std::copy_n(windings + index, count - index, last);
+    paint(four, index, coverageOfFour(last));
+  });
 }
 
 // Most runs are too short for the overhead of the library's fills, and a loop with one store per iteration takes twice as

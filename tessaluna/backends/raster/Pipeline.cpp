@@ -104,9 +104,9 @@ std::optional<RasterCanvas::Pipeline::CastShadow> RasterCanvas::Pipeline::castSh
 
 // The box from which a shadow falls into the clip.
 PixelRect RasterCanvas::Pipeline::castingBox(const CastShadow& shadow) const {
-  const PixelRect& clip = state_.clip.box;
   const int reach = std::min(Blur::reach(shadow.deviation), farthestCast) + 1;
   const int dx = int(std::floor(shadow.dx)), dy = int(std::floor(shadow.dy));
+  const PixelRect& clip = state_.clip.box;
   return {clip.left - dx - reach - 1, clip.top - dy - reach - 1, clip.right - dx + reach, clip.bottom - dy + reach};
 }
 
@@ -169,12 +169,9 @@ bool RasterCanvas::Pipeline::replaceWholePixels(const DeviceRect& rect, const So
 // Fills row by row, without computing coverage from sides.
 void RasterCanvas::Pipeline::fillRect(const DeviceRect& rect, const Source& source) {
   const PixelRect box = rect.roundedOut().intersected(state_.clip.box);
-  // How much of a pixel lies between two edges.
-  const auto share = [](int pixel, double low, double high) {
-    return float(std::max(0.0, std::min(pixel + 1.0, high) - std::max(double(pixel), low)));
-  };
   const int last = box.right - 1;
-  const float leftShare = share(box.left, rect.left, rect.right), rightShare = share(last, rect.left, rect.right);
+  const float leftShare = shareOfPixel(box.left, rect.left, rect.right),
+              rightShare = shareOfPixel(last, rect.left, rect.right);
   const int from = leftShare < 1 ? box.left + 1 : box.left, to = rightShare < 1 ? last : box.right;
   paint(source, box, [&](auto& painter, const PixelRect& part) {
     const int partFrom = std::max(from, part.left), partTo = std::min(to, part.right);
@@ -187,7 +184,7 @@ void RasterCanvas::Pipeline::fillRect(const DeviceRect& rect, const Source& sour
       // Only the first and the last row may be partly covered.
       const bool isEdge = top == part.top || top + 1 == part.bottom;
       bottom = takesRows && !isEdge ? part.bottom - 1 : top + 1;
-      const float height = share(top, rect.top, rect.bottom);
+      const float height = shareOfPixel(top, rect.top, rect.bottom);
       if (from > part.left) fillBox({part.left, top, part.left + 1, bottom}, height * leftShare);
       if (partFrom < partTo) fillBox({partFrom, top, partTo, bottom}, height);
       if (to < part.right && last >= from) fillBox({last, top, last + 1, bottom}, height * rightShare);
@@ -269,17 +266,17 @@ void RasterCanvas::Pipeline::paintPolygons(CoverageBuffer::Shape shape, const So
   });
 }
 
-// What of the shape casts a shadow into the clip. False if nothing does.
-bool RasterCanvas::Pipeline::sweepCast(CoverageBuffer::Shape shape, const CastShadow& shadow) {
+// Returns the part of the moved shape that casts a shadow into the clip; empty if nothing does.
+DeviceRect RasterCanvas::Pipeline::sweepCast(CoverageBuffer::Shape shape, const CastShadow& shadow) {
   // The shape itself is moved, not its pixels, so that an offset by a fraction of a pixel stays exact.
   shape.moved = {shadow.dx, shadow.dy};
   shape.scale = 1.0 / Blur::cellSize(shadow.deviation);
-  const DeviceRect bounds = shape.polygons.bounds().moved(shadow.dx, shadow.dy);
   const PixelRect near = state_.clip.box.grown(Blur::reach(shadow.deviation));
-  const PixelRect box = bounds.intersected(DeviceRect::of(near)).scaled(shape.scale).roundedOut();
-  if (box.isEmpty() || !cast_.beginEmpty(box)) return false;
+  const DeviceRect part = shape.polygons.bounds().moved(shadow.dx, shadow.dy).intersected(DeviceRect::of(near));
+  const PixelRect box = part.scaled(shape.scale).roundedOut();
+  if (box.isEmpty() || !cast_.beginEmpty(box)) return {};
   coverage_.sweep(shape, box, cast_);
-  return true;
+  return part;
 }
 
 // An inner shadow: a layer's first shape, of its shadow's color, which takes its own shadow out of itself. Only what lies
@@ -293,7 +290,7 @@ bool RasterCanvas::Pipeline::paintOutOfShadow(const CoverageBuffer::Shape& shape
   const PixelRect box = shape.polygons.bounds().roundedOut().intersected(state_.clip.box);
   if (!isFirst || box.isEmpty() || Blur::cellSize(shadow.deviation) > 1) return false;
   if (!source.isUniform() || !takesAsTint(layer, shaded) || !takesAsTint(layer, source)) return false;
-  if (!sweepCast(shape, shadow) || !blur_.begin(cast_, box, {.deviation = shadow.deviation})) return false;
+  if (sweepCast(shape, shadow).isEmpty() || !blur_.begin(cast_, box, {.deviation = shadow.deviation})) return false;
   if (!layer.tint.include(box)) return true;
   OutOfShadowWriter writer(layer.tint, blur_, source.color[3], shaded.color[3]);
   coverage_.sweep(shape, box, writer);
@@ -303,10 +300,8 @@ bool RasterCanvas::Pipeline::paintOutOfShadow(const CoverageBuffer::Shape& shape
 void RasterCanvas::Pipeline::paintShadowOfPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                                                    const CastShadow& shadow) {
   const int cell = Blur::cellSize(shadow.deviation), reach = Blur::reach(shadow.deviation);
-  const DeviceRect bounds = shape.polygons.bounds().moved(shadow.dx, shadow.dy);
-  const DeviceRect needed = bounds.intersected(DeviceRect::of(state_.clip.box.grown(reach)));
-  const PixelRect shaded = needed.grown(reach).roundedOut().intersected(state_.clip.box);
-  if (shaded.isEmpty() || !sweepCast(shape, shadow)) return paintPlane(blurred_, Float4{});
+  const DeviceRect casting = sweepCast(shape, shadow);
+  if (casting.isEmpty()) return paintNothing();
   const PixelRect& box = cast_.box();
   Float4 color = shadow.color;
   if (source.rows) {
@@ -320,8 +315,7 @@ void RasterCanvas::Pipeline::paintShadowOfPolygons(const CoverageBuffer::Shape& 
   } else {
     color *= splat(source.color[3]);
   }
-  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, {.deviation = shadow.deviation})) return;
-  paintPlane(blurred_, color);
+  paintBlurred(casting.grown(reach), {.deviation = shadow.deviation}, color);
 }
 
 bool RasterCanvas::Pipeline::keepAsShape(const CoverageBuffer::Shape& shape, const Source& source,
@@ -379,12 +373,19 @@ void RasterCanvas::Pipeline::turnIntoPixels(OpenLayer& layer) {
   }
 }
 
-// Paints one color with the coverage in the plane.
-void RasterCanvas::Pipeline::paintPlane(Plane& plane, Float4 color) {
-  const PixelRect box = color[3] == 0 ? PixelRect{} : plane.box();
-  paint({.color = color}, box, [&](auto& painter, const PixelRect& part) {
+// Paints a shadow that has no part in the clip, which changes the picture if the operator is unbounded.
+void RasterCanvas::Pipeline::paintNothing() {
+  paint({}, {}, [](auto&, const PixelRect&) {});
+}
+
+// Paints one color with the blurred coverage of what casts a shadow.
+void RasterCanvas::Pipeline::paintBlurred(const DeviceRect& reached, const Blur::Style& style, Float4 color) {
+  const PixelRect shaded = reached.roundedOut().intersected(state_.clip.box);
+  if (shaded.isEmpty() || color[3] == 0) return paintNothing();
+  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, style)) return;
+  paint({.color = color}, shaded, [&](auto& painter, const PixelRect& part) {
     for (int y = part.top; y < part.bottom; ++y) {
-      painter.varied(part.left, y, part.width(), plane.row(y) + (part.left - box.left));
+      painter.varied(part.left, y, part.width(), blurred_.row(y) + (part.left - shaded.left));
     }
   });
 }
@@ -403,10 +404,9 @@ void RasterCanvas::Pipeline::beginLayer() {
   const std::optional<CastShadow> shadow = castShadow();
   if (shadow && !seen.isEmpty()) {
     const int dx = int(std::floor(shadow->dx)), dy = int(std::floor(shadow->dy));
-    const PixelRect& limit = layer.limit;
-    const PixelRect moved{limit.left - dx, limit.top - dy, limit.right - dx, limit.bottom - dy};
+    const PixelRect moved = layer.limit.moved({-dx, -dy});
     casting = castingBox(*shadow).intersected(moved);
-    layer.limit = limit.united(moved);
+    layer.limit = layer.limit.united(moved);
     if (!seen.intersected(casting).isEmpty()) seen = seen.united(std::exchange(casting, {}));
   }
   layer.pixels.begin(seen, layerPixels_);
@@ -489,9 +489,8 @@ void RasterCanvas::Pipeline::paintShadowOfLayer(const Layer& layer, const CastSh
   const PixelRect& content = layer.content();
   const int cell = Blur::cellSize(shadow.deviation);
   const DeviceRect fallen = DeviceRect::of(content).moved(shadow.dx, shadow.dy).grown(Blur::reach(shadow.deviation) + 1);
-  const PixelRect shaded = content.isEmpty() ? PixelRect{} : fallen.roundedOut().intersected(state_.clip.box);
   const PixelRect box = DeviceRect::of(content).scaled(1.0 / cell).roundedOut();
-  if (shaded.isEmpty() || !cast_.beginEmpty(box)) return paintPlane(blurred_, Float4{});
+  if (content.isEmpty() || !cast_.beginEmpty(box)) return paintNothing();
   const float share = 1.0f / float(cell * cell);
   const auto cellOf = [cell](int pixel) { return (pixel >= 0 ? pixel : pixel - cell + 1) / cell; };
   for (int y = content.top; y < content.bottom; ++y) {
@@ -500,8 +499,7 @@ void RasterCanvas::Pipeline::paintShadowOfLayer(const Layer& layer, const CastSh
     for (int i = 0; i < content.width(); ++i) row[cellOf(content.left + i) - box.left] += pixels[i][3] * share;
   }
   const Blur::Style style{.deviation = shadow.deviation, .dx = shadow.dx, .dy = shadow.dy};
-  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, style)) return;
-  paintPlane(blurred_, shadow.color * splat(float(clamp01(state_.alpha))));
+  paintBlurred(fallen, style, shadow.color * splat(float(clamp01(state_.alpha))));
 }
 
 }  // namespace tessaluna::backend::raster

@@ -99,14 +99,15 @@ class RasterCanvas::Pipeline {
   template <class Cover>
   void paintOn(const Surface& surface, const Source& source, const PixelRect& box, Cover cover);
   void paintPolygons(CoverageBuffer::Shape shape, const Source& source, const std::optional<CastShadow>& shadow);
-  bool sweepCast(CoverageBuffer::Shape shape, const CastShadow& shadow);
+  DeviceRect sweepCast(CoverageBuffer::Shape shape, const CastShadow& shadow);
   bool paintOutOfShadow(const CoverageBuffer::Shape& shape, const Source& source, const CastShadow& shadow);
   void paintShadowOfPolygons(const CoverageBuffer::Shape& shape, const Source& source, const CastShadow& shadow);
   void paintTint(OpenLayer& layer, float alpha);
   void composite(OpenLayer& layer);
   void giveBackLayers();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
-  void paintPlane(Plane& plane, Float4 color);
+  void paintNothing();
+  void paintBlurred(const DeviceRect& reached, const Blur::Style& style, Float4 color);
 
   Bitmap* bitmap_ = nullptr;
   double scale_ = 1;

@@ -63,7 +63,7 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
       fillGlyphs({.typeface = run.typeface, .glyphs = {run.glyphs[i]}, .positions = {run.positions[i]}}, origin);
       continue;
     }
-    const PixelRect box{mask->box.left + column, mask->box.top + row, mask->box.right + column, mask->box.bottom + row};
+    const PixelRect box = mask->box.moved({column, row});
     const PixelRect inClip = box.intersected(clip);
     if (inClip.isEmpty()) continue;
     if (isPlain) {

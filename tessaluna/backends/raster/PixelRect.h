@@ -76,6 +76,11 @@ inline constexpr double nearlyWhole = 1e-6;
 inline bool isNearlyWhole(double v) { return std::abs(v - std::round(v)) < nearlyWhole; }
 inline double snapped(double v) { return isNearlyWhole(v) ? std::round(v) : v; }
 
+// How much of a pixel lies between two edges, in one direction.
+inline float shareOfPixel(int pixel, double low, double high) {
+  return float(std::max(0.0, std::min(pixel + 1.0, high) - std::max(double(pixel), low)));
+}
+
 // The floor of a number, clamped to bounds; the lower bound for NaN.
 inline int floorWithin(double v, int low, int high) { return v >= low ? (v < high ? int(std::floor(v)) : high) : low; }
 

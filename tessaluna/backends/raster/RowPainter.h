@@ -30,12 +30,8 @@ class RowPainter {
   }
   void varied(int x, int y, int count, const float* windings) {
     source_.writeInks(x, y, count, row_);
-    forEachFour(bitmap_.row(y) + x, count, [&](std::uint32_t* four, int index) {
-      float coverage[4] = {};
-      for (int i = 0; i < std::min(4, count - index); ++i) coverage[i] = coverageOf(windings[index + i]);
-      Float4 of;
-      std::memcpy(&of, coverage, sizeof of);
-      paint(four, index, shareOf(of * splat(alpha_)));
+    forEachFour(bitmap_.row(y) + x, windings, count, [&](std::uint32_t* four, int index, Float4 coverage) {
+      paint(four, index, shareOf(coverage * splat(alpha_)));
     });
   }
   void variedRows(const PixelRect& box, const float* windings) {
