@@ -20,6 +20,7 @@
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/views/KeyboardWhileHidden.h"
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -35,6 +36,12 @@ class FlippedView : public NSView {
  public:
   using NSView::NSView;
   bool isFlipped() const override { return true; }
+};
+
+// Hidden while its widget is: Qt says where the keyboard goes then, and nowhere if the widget was only scrolled out of sight.
+class WidgetClip : public NSView, public KeyboardWhileHidden {
+ public:
+  using NSView::NSView;
 };
 
 // Of the rectangle, the device pixels that Qt gives a widget there. At a scale like 1.5 not every point begins with a pixel,
@@ -165,7 +172,7 @@ WindowInput& EmbeddingHost::input() { return window_->windowClient().input(); }
 
 void EmbeddingHost::add(QtViewWidget& widget) {
   // Not flipped: in an embedded view's superview y counts up, as it does for the view of a window.
-  const auto clip = make<NSView>(CGRect{});
+  const auto clip = make<WidgetClip>(CGRect{});
   clip->setAutoresizesSubviews(false);
   clip->setHidden(true);
   clip->setEnablesControls(widget.isEnabled());

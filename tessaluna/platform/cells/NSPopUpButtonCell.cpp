@@ -226,7 +226,8 @@ void NSPopUpButtonCell::didClose(const Ref<NSMenuItem>& chosen) {
 void NSPopUpButtonCell::itemWasChosen(NSObject* sender) {
   // The menu's own way to perform an item's action comes here without an opening.
   auto* item = dynamic_cast<NSMenuItem*>(sender);
-  if (!item || item->menu() != menu_) return;  // it was removed while the menu was open
+  // One that was removed while the menu was open was not chosen.
+  if (!item || (item->menu() != menu_ && item != menu_->chosenItem().get())) return;
   didClose(refTo(*item));
   if (auto* control = dynamic_cast<NSControl*>(controlView())) control->sendActionTo(control->action(), control->target());
 }

@@ -189,10 +189,13 @@ bool NSMenu::open(const Positioned& positioned, CGRect onScreen, NSWindow* windo
 
 void NSMenu::didClose(const std::shared_ptr<Tracking>& tracking, std::optional<std::size_t> chosen) {
   if (tracking_ == tracking) tracking_ = nullptr;
-  if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuDidClose(*this);
   const Ref<NSMenuItem> item = chosen && *chosen < tracking->items.size() ? tracking->items[*chosen] : nullptr;
+  // Whoever is notified may empty the menu, and the item was chosen all the same.
+  if (item && item->menu()) chosen_ = item;
+  if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuDidClose(*this);
   if (tracking->closed) tracking->closed(item);
   if (item) item->sendAction();
+  chosen_.reset();
 }
 
 void NSMenu::cancelTracking() {

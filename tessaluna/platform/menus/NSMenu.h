@@ -83,6 +83,8 @@ class NSMenu : public NSObject {
   using Positioned = std::function<Ref<NSMenuItem>()>;
   bool popUpMenuOverRect(CGRect rect, NSView& view, const Positioned& positioned, Closed closed = nullptr);
   bool isOpen() const { return tracking_ != nullptr; }
+  // From the closing of the menu until the action has been sent: the item of it that was chosen, also if it was removed since.
+  Ref<NSMenuItem> chosenItem() const { return chosen_; }
   void cancelTracking();  // closes an open menu, one whose delegate is hearing of its opening too; nothing was chosen
 
   // As a choice would; not for an item that cannot be chosen. Without NSApp nothing happens.
@@ -106,6 +108,7 @@ class NSMenu : public NSObject {
   WeakRef<NSMenuItem> superitem_;
   WeakRef<NSMenuDelegate> delegate_;
   std::shared_ptr<Tracking> tracking_;  // while open
+  Ref<NSMenuItem> chosen_;
   CGFloat minimumWidth_ = 0;
   bool autoenablesItems_ = true;
 };

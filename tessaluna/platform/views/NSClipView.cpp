@@ -1,6 +1,7 @@
 #include "tessaluna/platform/views/NSClipView.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "tessaluna/platform/views/NSScrollView.h"
 
@@ -21,11 +22,13 @@ void NSClipView::setDocumentView(const Ref<NSView>& view) {
 CGPoint NSClipView::constrainScrollPoint(CGPoint point) const {
   if (!documentView_) return {0, 0};
   const CGRect document = documentView_->frame();
-  const auto along = [](CGFloat wanted, CGFloat start, CGFloat length, CGFloat shown) {
-    return std::clamp(wanted, start, std::max(start, start + length - shown));
+  const auto along = [](CGFloat wanted, CGFloat now, CGFloat start, CGFloat length, CGFloat shown) {
+    // What is NaN would stay so at every later scroll.
+    return std::clamp(std::isnan(wanted) ? now : wanted, start, std::max(start, start + length - shown));
   };
-  return {along(point.x, document.origin.x, document.size.width, bounds().size.width),
-          along(point.y, document.origin.y, document.size.height, bounds().size.height)};
+  const auto [now, shown] = bounds();
+  return {along(point.x, now.x, document.origin.x, document.size.width, shown.width),
+          along(point.y, now.y, document.origin.y, document.size.height, shown.height)};
 }
 
 void NSClipView::scrollToPoint(CGPoint point) {

@@ -282,6 +282,9 @@ void NSTableView::mouseDown(const Ref<NSEvent>& event) {
   const bool toggles = event->modifierFlags() & (NSEventModifierFlagCommand | NSEventModifierFlagControl);
   const bool extends = event->modifierFlags() & NSEventModifierFlagShift;
   if (event->clickCount() == 2) {
+    // The rows may have been scrolled since the first click.
+    if (!toggles && !isRowSelected(*row)) selectRowIndexes(NSIndexSet(*row), Selecting::Replaces);
+    if (*row >= rowCount_) return;
     if (const Ref<NSTableViewDelegate> delegate = delegate_.lock()) delegate->tableViewRowWasDoubleClicked(*this, *row);
     const auto column = columnAtPoint(convertPointFromView(event->locationInWindow(), nullptr));
     if (column) editColumn(*column, *row);

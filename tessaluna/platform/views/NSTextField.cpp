@@ -15,6 +15,15 @@ const Outlet NSTextField::outlets_[] = {outlet<&NSTextField::setDelegate>("deleg
 
 namespace {
 
+// While the field is edited, what the user may do with its text is what the field says now.
+void letEditorFollow(NSTextField& field) {
+  const Ref<NSText> editor = field.currentEditor();
+  if (!editor) return;
+  if (!field.isSelectable()) return field.window()->endEditingFor(&field);
+  editor->setEditable(field.isEditable());
+  editor->setSelectable(true);
+}
+
 constexpr Property textFieldProperties[] = {property<&NSTextField::setTextColor, "textColor">(),
                                             property<&NSTextField::setDrawsBackground, "drawsBackground">(),
                                             property<&NSTextField::setBackgroundColor, "backgroundColor">(),
@@ -73,9 +82,11 @@ void NSTextField::setBezeled(bool isBezeled) {
 }
 void NSTextField::setEditable(bool isEditable) {
   changeTextCell([&](NSTextFieldCell& cell) { cell.setEditable(isEditable); });
+  letEditorFollow(*this);
 }
 void NSTextField::setSelectable(bool isSelectable) {
   changeTextCell([&](NSTextFieldCell& cell) { cell.setSelectable(isSelectable); });
+  letEditorFollow(*this);
 }
 bool NSTextField::isEditable() const { return textCell() && textCell()->isEditable(); }
 bool NSTextField::isSelectable() const { return textCell() && textCell()->isSelectable(); }

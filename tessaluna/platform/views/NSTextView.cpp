@@ -146,13 +146,11 @@ void NSTextView::insertNewline(NSObject*) {
 }
 
 void NSTextView::insertTab(NSObject*) {
-  if (isFieldEditor()) moveToKeyView(NSTextMovementTab);
+  if (isFieldEditor() || !isEditable()) moveToKeyView(NSTextMovementTab);
   else insertText("\t");
 }
 
-void NSTextView::insertBacktab(NSObject*) {
-  if (isFieldEditor()) moveToKeyView(NSTextMovementBacktab);
-}
+void NSTextView::insertBacktab(NSObject*) { moveToKeyView(NSTextMovementBacktab); }
 
 void NSTextView::moveToKeyView(NSTextMovement movement) {
   if (!window()) return;

@@ -141,7 +141,7 @@ void TextViewSelection::move(TextMotion motion) {
       case TextMotion::Left:
       case TextMotion::Right:
       case TextMotion::Backward:
-      case TextMotion::Forward: to = to < selection_.head ? start : end; break;
+      case TextMotion::Forward: to = to < selection_.head || to == 0 ? start : end; break;
       case TextMotion::Up: to = destination(motion, start); break;
       case TextMotion::Down: to = destination(motion, end); break;
       default: break;

@@ -7,8 +7,10 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/PaletteCanvas.h"
+#include "tessaluna/platform/views/KeyboardWhileHidden.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/keyViews.h"
 
 namespace tessaluna::platform {
 
@@ -30,14 +32,37 @@ void ViewDrawing::setNeedsDisplayInRect(CGRect rect) {
   if (!NSIsEmptyRect(visible)) window()->invalidateRect(transformToWindow().applyToRect(visible));
 }
 
+namespace {
+
+// Whether the keyboard is in the view and leaves it with the hiding of this one.
+bool losesKeyboard(const NSView& view) {
+  const auto* first = view.window() ? dynamic_cast<const NSView*>(view.window()->firstResponder()) : nullptr;
+  return first && first->isDescendantOf(&view) && !dynamic_cast<const KeyboardWhileHidden*>(&view);
+}
+
+void passKeyboardOn(NSView& hidden) {
+  const Ref<NSWindow> window = hidden.window() ? refTo(*hidden.window()) : nullptr;
+  // A field has ended its editing by now; whoever was notified may have given the keys to another view, or shown this one again.
+  const auto* first = window ? dynamic_cast<const NSView*>(window->firstResponder()) : nullptr;
+  if (!window || !hidden.isHidden() || (first && !first->isDescendantOf(&hidden))) return;
+  for (const Ref<NSView>& next : keyViewsAfter(hidden))
+    if (window->makeFirstResponder(next.get())) return;
+  window->makeFirstResponder(nullptr);
+}
+
+}  // namespace
+
 void ViewDrawing::setHidden(bool isHidden) {
   if (isHidden == isHidden_) return;
+  const Ref<NSObject> held = asView().weak_from_this().lock();  // absent while the view is being made
+  const bool hadKeyboard = isHidden && losesKeyboard(asView());
   // What is under it shows in one case and is covered in the other: both redraw the same area, while it counts as visible.
   if (isHidden) setNeedsDisplay(true);
   isHidden_ = isHidden;
   if (!isHidden) setNeedsDisplay(true);
   const bool wasHiddenBefore = superview() && superview()->isHiddenOrHasHiddenAncestor();
   if (isHidden && !wasHiddenBefore) tellHidden(asView());
+  if (hadKeyboard) passKeyboardOn(asView());
 }
 
 void ViewDrawing::tellHidden(NSView& view) {

@@ -86,8 +86,14 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
       tracking_.pointerMoved(event, true);
       break;
     case PressPhase::Up:
-      press = {};
       if (of->button == 0) backgroundDrag_.released();
+      if (receiver && !window_.isVisible()) {
+        // The window went while the button was down: as for a view that leaves.
+        press.isDown = false;
+        const ChainEndsWithLeavers scope(*receiver);
+        return endPress(of->button);
+      }
+      press = {};
       break;
   }
   if (receiver && receiver->window() == &window_) (receiver.get()->*handlers[of->button][int(of->phase)])(event);

@@ -213,12 +213,15 @@ void NSWindow::orderOut(NSObject*) {
   nativeKeyStatusChanged(false);
   if (NSWindow* parent = parentWindow(); parent && parent->isVisible()) parent->children_.childWasShown(*this, false);
   mouse_.windowWasHidden();
-  if (std::exchange(isVisible_, false)) {
+  const bool wasVisible = std::exchange(isVisible_, false);
+  if (wasVisible) {
     NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidChangeOcclusionStateNotification, held);
     children_.parentWasHidden();
     NSAccessibilityPostNotification(NSAccessibilityUnignoredDescendant(held), NSAccessibilityUIElementDestroyedNotification);
   }
   if (native_) native_->hide();
+  // A desktop reports no release to a window that it does not show.
+  if (wasVisible) input_->endPresses();
 }
 
 void NSWindow::makeKeyAndOrderFront(NSObject* sender) {

@@ -3,6 +3,7 @@
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/platform/windows/WindowInput.h"
+#include "tessaluna/platform/windows/keyViews.h"
 
 namespace tessaluna::platform {
 
@@ -41,22 +42,11 @@ void NSWindow::setFirstResponder(NSResponder& responder) {
     NSAccessibilityPostNotification(weak_from_this().lock(), NSAccessibilityFocusedUIElementChangedNotification);
 }
 
-namespace {
-
-void collectKeyViews(const Ref<NSView>& view, std::vector<Ref<NSView>>& result) {
-  if (view->isHidden() || view->isLeftOut()) return;
-  if (view->canBecomeKeyView()) result.push_back(view);
-  for (const Ref<NSView>& subview : view->subviews()) collectKeyViews(subview, result);
-}
-
-}  // namespace
-
 bool NSWindow::selectKeyViewWithin(NSView& view, backend::FocusStep step, FocusRing::Cause cause) {
   const Ref<NSObject> held = weak_from_this().lock();
   const FocusRing::CauseScope scope(focusRing_, cause);
   const std::ptrdiff_t direction = step == backend::FocusStep::Next ? 1 : -1;
-  std::vector<Ref<NSView>> views;
-  collectKeyViews(refTo(view), views);
+  const std::vector<Ref<NSView>> views = keyViewsWithin(view);
   const auto count = static_cast<std::ptrdiff_t>(views.size());
   std::ptrdiff_t now = direction > 0 ? -1 : count;
   // A field is edited in a view inside of it.

@@ -76,6 +76,8 @@ void WindowInput::pointer(const PointerInput& input) {
   if (!held || isAtRest(input)) return;
   NSEvent::Fields fields{.location = inBaseSpace(input.place), .modifiers = input.modifiers, .buttonNumber = input.button};
   const std::uint32_t bit = bitOf(input.button);
+  const bool isOfButton = input.what == PointerInput::What::Pressed || input.what == PointerInput::What::Released;
+  if (isOfButton && bit == 0) return;
   switch (input.what) {
     case PointerInput::What::Pressed: {
       const Press press = pressOf(input);
@@ -88,6 +90,7 @@ void WindowInput::pointer(const PointerInput& input) {
       break;
     }
     case PointerInput::What::Released:
+      endPressesExcept(input.heldButtons | bit);
       if (!(down_ & bit)) return;
       down_ &= ~bit;
       fields.type = buttonEventType(input.button, PressPhase::Up);

@@ -401,6 +401,20 @@ class MenuFiller : public NSObject, public NSMenuDelegate {
 
 }  // namespace
 
+TEST_F(NSPopUpButtonTest, AnItemThatIsRemovedWhenTheMenuHasClosedStillSendsTheAction) {
+  class Emptier : public NSObject, public NSMenuDelegate {
+   public:
+    void menuDidClose(NSMenu& menu) override { menu.removeAllItems(); }
+  };
+  const auto emptier = make<Emptier>();
+  button->menu()->setDelegate(emptier);
+  user.click(*window, {20, 110});
+  choose(1);
+  EXPECT_EQ(target->acts, 1);
+  EXPECT_EQ(button->selectedItem(), nullptr);
+  EXPECT_EQ(button->menu()->chosenItem(), nullptr) << "no longer than that";
+}
+
 TEST_F(NSPopUpButtonTest, ItemsThatTheDelegateAddsAtTheOpeningAreLikeTheOthers) {
   const auto filler = make<MenuFiller>();
   button->menu()->setDelegate(filler);

@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/NSScrollView.h"
 
+#include <limits>
+
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tests/harness/ProbeView.h"
@@ -185,6 +187,16 @@ TEST_F(NSScrollViewTest, TheWheelStopsAtWholePointsAndItsSmallStepsAddUp) {
   EXPECT_EQ(origin().y, 1);
   for (int i = 0; i < 8; ++i) wheel({0, -0.4});
   EXPECT_EQ(origin().y, 4);
+}
+
+TEST_F(NSScrollViewTest, WhatIsNotANumberScrollsNothing) {
+  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+  scrollTo({0, 50});
+  wheel({nan, nan});
+  scrollTo({nan, nan});
+  EXPECT_EQ(origin(), (CGPoint{0, 50}));
+  wheel({0, -10});
+  EXPECT_EQ(origin(), (CGPoint{0, 60}));
 }
 
 TEST_F(NSScrollViewTest, AtTheEndOfItsWayTheWheelContinuesToTheViewAround) {

@@ -392,6 +392,15 @@ TEST_F(NSTableViewTest, ADoubleClickIsReportedOnceAndKeepsTheSelection) {
   EXPECT_EQ(selected(), Rows{2});
 }
 
+TEST_F(NSTableViewTest, ADoubleClickOnARowThatCameUnderThePointerSelectsItFirst) {
+  const CGPoint place = at(2);
+  user.click(*window, place);
+  user.scroll(*window, place, {0, -30});
+  user.click(*window, place);
+  EXPECT_EQ(host->doubleClicked, Rows{3});
+  EXPECT_EQ(selected(), Rows{3});
+}
+
 TEST_F(NSTableViewTest, RowsThatAreNotThereAreNotSelected) {
   table->selectRowIndexes(NSIndexSet(NSRange{9998, 50}), NSTableView::Selecting::Replaces);
   EXPECT_EQ(selected(), (Rows{9998, 9999}));

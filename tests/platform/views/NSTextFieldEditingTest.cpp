@@ -167,6 +167,7 @@ TEST_F(NSTextFieldEditingTest, AnAttributedTextThatIsNotChangedKeepsItsAttribute
 }
 
 TEST_F(NSTextFieldEditingTest, AFieldThatIsDisabledHiddenOrTakenAwayEndsItsEditing) {
+  other->removeFromSuperview();  // which would get the keys of a hidden one
   const auto endsWhen = [&](auto change) {
     begin("abc");
     user.type("x");
@@ -182,6 +183,27 @@ TEST_F(NSTextFieldEditingTest, AFieldThatIsDisabledHiddenOrTakenAwayEndsItsEditi
   EXPECT_EQ(endsWhen([&] { field->setHidden(true); }), "x");
   field->setHidden(false);
   EXPECT_EQ(endsWhen([&] { field->removeFromSuperview(); }), "x");
+}
+
+TEST_F(NSTextFieldEditingTest, AFieldThatIsMadeReadOnlyMeanwhileEndsItsEditing) {
+  begin("abc");
+  user.type("x");
+  field->setEditable(false);
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  EXPECT_EQ(field->stringValue(), "x");
+  EXPECT_EQ(delegate->calls.back(), "end");
+}
+
+TEST_F(NSTextFieldEditingTest, AFieldThatCanStillBeSelectedMeanwhileKeepsItsEditorAndTakesNoText) {
+  field->setSelectable(true);
+  begin("abc");
+  field->setEditable(false);
+  ASSERT_NE(field->currentEditor(), nullptr);
+  user.type("x");
+  EXPECT_EQ(field->stringValue(), "abc");
+  field->setEditable(true);
+  user.type("x");
+  EXPECT_EQ(field->stringValue(), "x");
 }
 
 TEST_F(NSTextFieldEditingTest, AWindowThatClosesEndsTheEditing) {

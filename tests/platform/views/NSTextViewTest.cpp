@@ -52,6 +52,18 @@ class NSTextViewLongText : public harness::StillWorld {
 
 }  // namespace
 
+TEST_F(NSTextViewKeys, AnArrowCollapsesASelectionToTheEndOnItsSideWhicheverWayItWasMade) {
+  for (const bool isBackward : {false, true}) {
+    for (const auto& [key, to] : {std::pair(left, std::size_t{0}), std::pair(right, std::size_t{3})}) {
+      begin("abc", isBackward ? 3 : 0);
+      user.pressKey(isBackward ? home : end, shift);
+      ASSERT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+      user.pressKey(key);
+      EXPECT_EQ(editor()->selectedRange(), (NSRange{to, 0})) << (isBackward ? "backward, to " : "forward, to ") << to;
+    }
+  }
+}
+
 TEST_F(NSTextViewKeys, MoveTheCaret) {
   const struct {
     const char* what;
@@ -395,4 +407,36 @@ TEST_F(NSTextViewAccessibility, ItReportsItsTextAndThenItsCaret) {
   EXPECT_EQ(lines, (std::vector<std::string>{"text area \"\": removed \"e\" at 12", "text area \"\": caret at 12",
                                              "text area \"\": inserted \"p\" at 12", "text area \"\": caret at 13",
                                              "text area \"\": removed \"one\n\" at 0", "text area \"\": caret at 9"}));
+}
+
+// A text of several lines between two fields.
+class NSTextViewBetweenFields : public harness::FieldWorld {
+ protected:
+  NSTextViewBetweenFields() {
+    window->contentView()->addSubview(text);
+    window->contentView()->addSubview(last);
+    text->setString("one");
+    window->makeFirstResponder(text.get());
+  }
+  Ref<NSTextView> text = make<NSTextView>(CGRect{20, 10, 110, 40});
+  Ref<NSTextField> last = make<NSTextField>(CGRect{140, 10, 50, 24});
+};
+
+TEST_F(NSTextViewBetweenFields, TabIsTypedAndShiftTabGoesToTheViewBefore) {
+  user.pressKey("\t");
+  EXPECT_EQ(text->string(), "one\t");
+  EXPECT_EQ(window->firstResponder(), text.get());
+  user.pressKey("\t", NSEventModifierFlagShift);
+  EXPECT_EQ(text->string(), "one\t");
+  EXPECT_TRUE(other->currentEditor());
+}
+
+TEST_F(NSTextViewBetweenFields, TabLeavesATextThatCanOnlyBeRead) {
+  text->setEditable(false);
+  user.pressKey("\t");
+  EXPECT_TRUE(last->currentEditor());
+  window->makeFirstResponder(text.get());
+  user.pressKey("\x19", NSEventModifierFlagShift);
+  EXPECT_TRUE(other->currentEditor());
+  EXPECT_EQ(text->string(), "one");
 }

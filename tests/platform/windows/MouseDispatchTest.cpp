@@ -132,6 +132,34 @@ TEST_F(MouseDispatchTest, AHoveredViewThatLeftAndIsBackIsExitedBeforeTheNextPres
   EXPECT_EQ(taken(), (Calls{"mouseExited", "mouseDown"}));
 }
 
+TEST_F(MouseDispatchTest, AWindowThatIsHiddenReleasesThePressedViewOutsideOfEverything) {
+  const auto around = make<harness::ProbeView>(CGRect{50, 50, 100, 100});
+  window->contentView()->addSubview(around);
+  view->removeFromSuperview();
+  around->addSubview(view);
+  taken();
+  user.press(*window, {65, 75});
+  window->orderOut(nullptr);
+  EXPECT_EQ(taken(), (Calls{"mouseDown", "mouseExited", "mouseUp"}));
+  EXPECT_FALSE(NSPointInRect(view->events.back()->locationInWindow(), {-1000, -1000, 4000, 4000}));
+  user.release();
+  EXPECT_EQ(taken(), Calls{}) << "once";
+  window->orderFront(nullptr);
+  user.press(*window, {65, 75});
+  EXPECT_EQ(taken(), Calls{"mouseDown"});
+}
+
+TEST_F(MouseDispatchTest, WhoIsAroundAPressedViewIsNotReleasedWithAHiddenWindow) {
+  const auto around = make<harness::ProbeView>(CGRect{50, 50, 100, 100});
+  const auto inner = make<NSView>(CGRect{0, 0, 20, 20});
+  window->contentView()->addSubview(around);
+  around->addSubview(inner);
+  user.press(*window, {55, 55});
+  around->calls.clear();
+  window->orderOut(nullptr);
+  EXPECT_EQ(around->calls, Calls{});
+}
+
 TEST_F(MouseDispatchTest, AWindowThatGoesReleasesThePressedView) {
   user.press(*window, {15, 25});
   view->events.clear();  // which hold the window

@@ -129,6 +129,22 @@ TEST_F(WindowInputTest, ALostReleaseComesWhenThePointerLeavesOrEnters) {
   }
 }
 
+TEST_F(WindowInputTest, ALostReleaseComesBeforeTheReleaseOfAnotherButton) {
+  pointer({.what = What::Pressed, .place = {50, 50}, .heldButtons = left});
+  pointer({.what = What::Pressed, .place = {50, 50}, .button = 1, .heldButtons = left | right});
+  taken();
+  pointer({.what = What::Released, .place = {50, 50}, .button = 1, .heldButtons = 0});
+  EXPECT_EQ(taken(), (Log{"mouseUp", "rightMouseUp"}));
+}
+
+TEST_F(WindowInputTest, AButtonThatThereIsNotDoesNothing) {
+  for (const int button : {-1, 32, 1000}) {
+    pointer({.what = What::Pressed, .place = {50, 50}, .button = button});
+    pointer({.what = What::Released, .place = {50, 50}, .button = button});
+  }
+  EXPECT_EQ(taken(), Log{});
+}
+
 TEST_F(WindowInputTest, AButtonThatIsStillDownKeepsItsPress) {
   pointer({.what = What::Pressed, .place = {50, 50}, .heldButtons = left});
   pointer({.what = What::Pressed, .place = {50, 50}, .button = 1, .heldButtons = left | right});
