@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 
 #include "tessaluna/platform/events/NSEvent.h"
@@ -143,6 +144,28 @@ TEST_F(QtViewWidgetKeys, WhereTheTabKeyGoesComesIntoSightInAScrollArea) {
   QTest::keyClick(top.windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
   EXPECT_EQ(box->window()->firstResponder(), lower.get()) << "round again";
   EXPECT_TRUE(isInSight(lower));
+}
+
+TEST_F(QtViewWidgetKeys, AViewThatIsScrolledOutOfSightKeepsTheKeyboard) {
+  const auto first = makeButton<CloseButton>(), second = makeButton<CloseButton>();
+  auto* inside = new QtViewWidget(first);
+  auto* content = new QWidget;
+  content->setFixedSize(100, 2000);
+  inside->setParent(content);
+  inside->setGeometry(0, 0, 24, 24);
+  auto* area = new QScrollArea;
+  area->setWidget(content);
+  top.layout()->addWidget(area);
+  embed(second);
+  top.resize(300, 300);
+  show();
+  inside->setFocus();
+  ASSERT_EQ(first->window()->firstResponder(), first.get());
+  area->verticalScrollBar()->setValue(500);
+  settle();
+  ASSERT_TRUE(first->isHiddenOrHasHiddenAncestor());
+  EXPECT_EQ(first->window()->firstResponder(), first.get());
+  EXPECT_TRUE(inside->hasFocus());
 }
 
 TEST_F(QtViewWidgetKeys, TabAmongViewsThatTakeNoKeysComesToAnEnd) {

@@ -391,6 +391,16 @@ TEST_F(SuggestionsWindowControllerFieldsWindow, ClosedByARowsActionEndsThePopUp)
   expectAnEndForGood();
 }
 
+TEST_F(SuggestionsWindowControllerFieldsWindow, ARowThatIsPressedWhileThePopUpIsCancelledIsNotChosen) {
+  show({"a"});
+  user.moveTo(*popUp(), {10, 10});
+  user.press(*popUp(), {10, 10});
+  field->calls.clear();
+  controller->cancelSuggestions();
+  user.release();
+  EXPECT_EQ(field->calls, Calls{});
+}
+
 // A window that is hidden while another one has the key status.
 struct SuggestionsWindowControllerHiddenWindow : SuggestionsWindowControllerFieldsWindow {
   SuggestionsWindowControllerHiddenWindow() { other->makeKeyAndOrderFront(nullptr); }
