@@ -191,7 +191,7 @@ void NSMenu::didClose(const std::shared_ptr<Tracking>& tracking, std::optional<s
   if (tracking_ == tracking) tracking_ = nullptr;
   const Ref<NSMenuItem> item = chosen && *chosen < tracking->items.size() ? tracking->items[*chosen] : nullptr;
   // Whoever is notified may empty the menu, and the item was chosen all the same.
-  if (item && item->menu()) chosen_ = item;
+  if (item && item->menu().get() == this) chosen_ = item;
   if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuDidClose(*this);
   if (tracking->closed) tracking->closed(item);
   if (item) item->sendAction();
