@@ -10,7 +10,7 @@ namespace {
 constexpr double smallestScale = 0.5, largestScale = 4;
 constexpr double smallestWidth = 300, largestWidth = 8000;
 
-std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
+std::string quoted(std::string_view text) { return '\'' + std::string(text) + '\''; }
 
 std::string pageNames() {
   std::string names;

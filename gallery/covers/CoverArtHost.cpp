@@ -63,7 +63,7 @@ void CoverArtHost::panelChanged(const Ref<NSObject>& window, bool isOpen) {
     if (dynamic_cast<CoverArtThumbnailView*>(panel->delegate().get()) != cover.thumbnail.get()) continue;
     const auto whole = [](CGFloat length) { return std::to_string(static_cast<long>(length + 0.5)); };
     const CGSize size = panel->frame().size;
-    report_(cover.name + (isOpen ? " " + whole(size.width) + " by " + whole(size.height) : std::string(" closed")));
+    report_(cover.name + ' ' + (isOpen ? whole(size.width) + " by " + whole(size.height) : "closed"));
   }
 }
 

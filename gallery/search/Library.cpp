@@ -24,7 +24,7 @@ std::vector<LibraryItem> inventedLibrary(std::size_t count, std::uint32_t seed) 
     int tries = 0;
     do name = names.below(6) == 0 ? names.person() : names.ensemble();
     while (taken.contains(name) && ++tries < 20);
-    while (!taken.insert(name).second) name += " " + std::to_string(2 + names.below(8));
+    while (!taken.insert(name).second) name += ' ' + std::to_string(2 + names.below(8));
     items.push_back({Kind::Artist, std::move(name), "Artist"});
   }
   for (std::size_t i = 0; i < albumCount; ++i) {

@@ -26,7 +26,10 @@ std::string textOf(int lines) {
                                          "Paper moons",  "North of here", "Amber street",   "The long way",
                                          "Low clouds",   "Second light",  "Salt and snow",  "Last tram"};
   std::string text;
-  for (int i = 0; i < lines; ++i) text += (i == 0 ? "" : "\n") + std::string(tracks[i]);
+  for (int i = 0; i < lines; ++i) {
+    if (i > 0) text += '\n';
+    text += tracks[i];
+  }
   return text;
 }
 

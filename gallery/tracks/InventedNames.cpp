@@ -28,7 +28,8 @@ constexpr std::array companies{" Trio"sv,  " Quartet"sv,        " Quintet"sv,   
 
 std::string InventedNames::title() {
   std::string title = pick(adjectives);
-  title += " " + pick(nouns);
+  title += ' ';
+  title += pick(nouns);
   return title + pick(endings);
 }
 

@@ -19,7 +19,7 @@ std::string frameText(const tessaluna::platform::CGRect& frame) {
 }
 
 // The names of the kit are identifiers and the families plain words: nothing in them needs escaping.
-std::string string(std::string_view text) { return "\"" + std::string(text) + "\""; }
+std::string string(std::string_view text) { return '"' + std::string(text) + '"'; }
 std::string stringOrNull(const std::optional<std::string>& text) { return text ? string(*text) : "null"; }
 
 std::string jsonObject(const Routine& routine) {

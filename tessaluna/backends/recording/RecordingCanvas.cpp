@@ -163,7 +163,7 @@ void RecordingCanvas::fillGradient(const Path& path, FillRule rule, const Linear
   std::string stops;
   for (const GradientStop& stop : gradient.stops) {
     if (!stops.empty()) stops += ',';
-    stops += "[" + numberText(stop.location) + "," + colorText(stop.color) + "]";
+    stops += '[' + numberText(stop.location) + ',' + colorText(stop.color) + ']';
   }
   lines_.push_back(
       operation("gradient", pathFields(path, rule) + ",\"stops\":[" + stops + "],\"angle\":" + numberText(gradient.angle)));
@@ -179,7 +179,7 @@ void RecordingCanvas::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
     if (i > 0) glyphs += ',';
     const CGPoint place{origin.x + run.positions[i].x, origin.y + run.positions[i].y};
-    glyphs += "[" + numberText(run.glyphs[i]) + "," + pointText(place) + "]";
+    glyphs += '[' + numberText(run.glyphs[i]) + ',' + pointText(place) + ']';
   }
   lines_.push_back(operation("glyphs", ",\"glyphs\":[" + glyphs + "]"));
 }

@@ -16,7 +16,7 @@ using platform::numberText;
 std::string number(double value) { return numberText(std::round(value * 1e5) / 1e5); }
 
 std::string attribute(std::string_view name, const std::string& value) {
-  return " " + std::string(name) + "=\"" + value + "\"";
+  return ' ' + std::string(name) + "=\"" + value + "\"";
 }
 
 std::string reference(char kind, int id) { return std::string("url(#") + kind + std::to_string(id) + ")"; }
@@ -31,10 +31,10 @@ std::string pathData(const Path& path, const CGAffineTransform& transform) {
   const CGPoint* p = path.points().data();
   for (const PathVerb verb : path.verbs()) {
     switch (verb) {
-      case PathVerb::Move: data += "M" + pointText(transform, p[0]); break;
-      case PathVerb::Line: data += "L" + pointText(transform, p[0]); break;
+      case PathVerb::Move: data += 'M' + pointText(transform, p[0]); break;
+      case PathVerb::Line: data += 'L' + pointText(transform, p[0]); break;
       case PathVerb::Curve:
-        data += "C" + pointText(transform, p[0]) + " " + pointText(transform, p[1]) + " " + pointText(transform, p[2]);
+        data += 'C' + pointText(transform, p[0]) + ' ' + pointText(transform, p[1]) + ' ' + pointText(transform, p[2]);
         break;
       case PathVerb::Close: data += "Z"; break;
     }
@@ -137,7 +137,7 @@ void SvgCanvas::clipRect(CGRect rect) { clipPath(Path::rect(rect), FillRule::Non
 void SvgCanvas::clipPath(const Path& path, FillRule rule) {
   if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
   const int id = ++lastId_;
-  definitions_ += "<clipPath" + attribute("id", "c" + std::to_string(id)) + "><path" +
+  definitions_ += "<clipPath" + attribute("id", 'c' + std::to_string(id)) + "><path" +
                   attribute("d", pathData(path, state_.transform)) + ruleAttribute("clip-rule", rule) + "/></clipPath>\n";
   state_.clips.push_back(id);
 }
@@ -147,7 +147,7 @@ void SvgCanvas::clipPath(const Path& path, FillRule rule) {
 int SvgCanvas::addShadowFilter(const Shadow& shadow, bool keepsOutside) {
   const int id = ++lastId_;
   const double reach = 3 * shadow.blur + std::abs(shadow.offset.width) + std::abs(shadow.offset.height) + 1;
-  definitions_ += "<filter" + attribute("id", "f" + std::to_string(id)) + attribute("filterUnits", "userSpaceOnUse") +
+  definitions_ += "<filter" + attribute("id", 'f' + std::to_string(id)) + attribute("filterUnits", "userSpaceOnUse") +
                   attribute("x", number(-reach)) + attribute("y", number(-reach)) +
                   attribute("width", number(area_.size.width + 2 * reach)) +
                   attribute("height", number(area_.size.height + 2 * reach)) +
@@ -257,7 +257,10 @@ void SvgCanvas::strokePath(const Path& path, const StrokeStyle& style) {
   else element += attribute("stroke-linejoin", style.join == LineJoin::Round ? "round" : "bevel");
   if (!style.dash.empty()) {
     std::string dash;
-    for (const double length : style.dash) dash += (dash.empty() ? "" : " ") + number(length * scale);
+    for (const double length : style.dash) {
+      if (!dash.empty()) dash += ' ';
+      dash += number(length * scale);
+    }
     element += attribute("stroke-dasharray", dash);
     if (style.dashPhase != 0) element += attribute("stroke-dashoffset", number(style.dashPhase * scale));
   }
@@ -272,7 +275,7 @@ void SvgCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradie
   const CGAffineTransform space = isPlain ? state_.transform : CGAffineTransform{};
   const CGPoint start = space.apply(gradient.start), end = space.apply(gradient.end);
   definitions_ +=
-      "<linearGradient" + attribute("id", "g" + std::to_string(id)) + attribute("gradientUnits", "userSpaceOnUse") +
+      "<linearGradient" + attribute("id", 'g' + std::to_string(id)) + attribute("gradientUnits", "userSpaceOnUse") +
       (isPlain ? "" : attribute("gradientTransform", matrixText(state_.transform))) + attribute("x1", number(start.x)) +
       attribute("y1", number(start.y)) + attribute("x2", number(end.x)) + attribute("y2", number(end.y)) + ">";
   for (const GradientStop& stop : gradient.stops) {

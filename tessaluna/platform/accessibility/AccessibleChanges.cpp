@@ -22,7 +22,7 @@ constexpr AccessibleState reportedStates[] = {AccessibleState::Disabled, Accessi
 using Kind = AccessibleChange::Kind;
 
 std::string wordsOf(const AccessibleChange& change) {
-  const auto quoted = [](const std::u16string& text) { return "\"" + utf8FromUtf16(text) + "\""; };
+  const auto quoted = [](const std::u16string& text) { return '"' + utf8FromUtf16(text) + '"'; };
   switch (change.kind) {
     case Kind::Created: return "created";
     case Kind::Destroyed: return "destroyed";

@@ -132,7 +132,7 @@ std::string accessibleLine(const Ref<NSObject>& element) {
                  }) +
           "]";
   if (const auto* items = dynamic_cast<const AccessibleItems*>(element.get()))
-    line += " " + std::to_string(items->accessibleItemCount()) + " rows";
+    line += ' ' + std::to_string(items->accessibleItemCount()) + " rows";
   const std::string actions = joined(shown.actions, [](const std::string& action) { return wordsOf(action); });
   return actions.empty() ? line : line + " " + actions;
 }

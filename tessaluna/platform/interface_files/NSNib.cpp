@@ -67,7 +67,7 @@ class Loader {
   // Absent without the key; anything but an object there is an error.
   std::optional<NSCoder> objectBelow(const NSCoder& coder, std::string_view key, const std::string& place) {
     std::optional<NSCoder> result = coder.decodeCoderForKey(key);
-    if (!result && coder.containsValueForKey(key)) fail("\"" + std::string(key) + "\" of " + place + " is not an object");
+    if (!result && coder.containsValueForKey(key)) fail('"' + std::string(key) + "\" of " + place + " is not an object");
     return result;
   }
 

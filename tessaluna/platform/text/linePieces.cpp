@@ -93,23 +93,22 @@ std::vector<Stretch> stretchesOf(const Characters& characters, bool isLineRightT
   const std::vector<Kind>& kinds = characters.kinds;
   std::vector<Stretch> stretches;
   std::size_t done = 0;
-  std::optional<std::size_t> first;  // of the stretch that has begun
-  std::size_t end = 0;               // of what belongs to it for certain
+  bool isInStretch = false;
+  std::size_t begin = 0, end = 0;  // of what belongs to the stretch for certain
   struct Opening {
     std::size_t partner, endBefore;
   };
   std::vector<Opening> openings;  // in the stretch
   const auto endStretch = [&](std::size_t next) {
-    if (!first) return;
+    if (!std::exchange(isInStretch, false)) return;
     // A bracket whose partner is not in the stretch may run along the line.
     for (const Opening& opening : openings)
       if (opening.partner >= next) end = std::min(end, opening.endBefore);
-    if (end > *first && end - *first > most) {
-      if (*first > done) stretches.push_back({done, *first, false});
-      stretches.push_back({*first, end, true});
+    if (end > begin && end - begin > most) {
+      if (begin > done) stretches.push_back({done, begin, false});
+      stretches.push_back({begin, end, true});
       done = end;
     }
-    first.reset();
     openings.clear();
   };
   bool isNumber = false, isAfterArabicNumber = false, isAfterBracket = false;
@@ -118,20 +117,23 @@ std::vector<Stretch> stretchesOf(const Characters& characters, bool isLineRightT
     isNumber = kind == Kind::Number || kind == Kind::ArabicNumber || (isNumber && kind == Kind::NumberSign);
     const auto bracket = kind == Kind::Neutral ? characters.partners.find(i) : characters.partners.end();
     const bool isBracket = bracket != characters.partners.end();
-    if (first && isBracket && bracket->second > i) openings.push_back({bracket->second, end});
+    if (isInStretch && isBracket && bracket->second > i) openings.push_back({bracket->second, end});
     // An Arabic number runs as letters from right to left do to what is around it: in a line of that direction it ends the
     // stretch, in another line one that comes after it has begun with it.
     const bool endsHere = kind == Kind::Along || (isLineRightToLeft && kind == Kind::ArabicNumber) ||
-                          (first && isBracket && bracket->second < *first);
+                          (isInStretch && isBracket && bracket->second < begin);
     // What follows the end of a stretch without a letter along the line may be a number that goes with its letters.
     if (endsHere && isBracket) isAfterBracket = true;
     if (kind == Kind::Along) isAfterBracket = false;
-    if (isAfterBracket && kind == Kind::Number && !first) isAfterArabicNumber = true;
+    if (isAfterBracket && kind == Kind::Number && !isInStretch) isAfterArabicNumber = true;
     if (endsHere) endStretch(i);
-    else if (kind == Kind::Against && !first && !isAfterArabicNumber) first = i;
+    else if (kind == Kind::Against && !isInStretch && !isAfterArabicNumber) {
+      isInStretch = true;
+      begin = i;
+    }
     // The second bracket of a pair with something in it runs as that does.
     const bool closesPair = isBracket && bracket->second < i && end > bracket->second;
-    if (first && (kind == Kind::Against || isNumber || closesPair)) end = i + 1;
+    if (isInStretch && (kind == Kind::Against || isNumber || closesPair)) end = i + 1;
     if (kind == Kind::ArabicNumber || endsHere) isAfterArabicNumber = kind == Kind::ArabicNumber && !isLineRightToLeft;
   }
   endStretch(kinds.size());

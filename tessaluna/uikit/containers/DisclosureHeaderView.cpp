@@ -75,7 +75,8 @@ std::string DisclosureHeaderView::accessibilityTitle() const {
   for (const Ref<NSView>& view : subviews()) {
     const auto* field = dynamic_cast<const NSTextField*>(view.get());
     if (!isOperable_ || !field || field->isHidden()) continue;
-    title += (title.empty() ? "" : " ") + field->stringValue();
+    if (!title.empty()) title += ' ';
+    title += field->stringValue();
   }
   return title;
 }

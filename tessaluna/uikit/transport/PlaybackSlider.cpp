@@ -255,8 +255,10 @@ void PlaybackSlider::mouseMoved(const Ref<NSEvent>& event) {
 
 std::string PlaybackSlider::shownTime(double seconds) const {
   const std::int64_t whole = wholeSeconds(seconds), minutes = whole / 60;
-  const auto twoDigits = [](std::int64_t number) { return (number < 10 ? "0" : "") + std::to_string(number); };
-  const std::string end = ":" + twoDigits(whole % 60);
+  const auto twoDigits = [](std::int64_t number) {
+    return number < 10 ? '0' + std::to_string(number) : std::to_string(number);
+  };
+  const std::string end = ':' + twoDigits(whole % 60);
   return minutes < 60 ? std::to_string(minutes) + end : std::to_string(minutes / 60) + ":" + twoDigits(minutes % 60) + end;
 }
 

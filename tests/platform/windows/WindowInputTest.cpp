@@ -192,7 +192,7 @@ TEST_F(WindowInputTest, APressUnderAPointerAtRestIsAPress) {
 
 TEST_F(WindowInputTest, TheWheelCountsPointsOrLines) {
   EXPECT_EQ(input().wheel({.place = {50, 50}, .points = {1, -2}, .lines = {10, 10}}), Taken::Yes);
-  EXPECT_EQ(input().wheel({.place = {50, 50}, .lines = {0, -3}}), Taken::Yes);
+  EXPECT_EQ(input().wheel({.place = {50, 50}, .points = {}, .lines = {0, -3}}), Taken::Yes);
   ASSERT_EQ(view->events.size(), 2u);
   EXPECT_EQ(view->events[0]->scrollingDeltaX(), 1);
   EXPECT_EQ(view->events[0]->scrollingDeltaY(), -2);
@@ -201,7 +201,7 @@ TEST_F(WindowInputTest, TheWheelCountsPointsOrLines) {
 
 TEST_F(WindowInputTest, AWheelThatNobodyWantsIsNotTaken) {
   view->setHidden(true);
-  EXPECT_EQ(input().wheel({.place = {50, 50}, .lines = {0, -3}}), Taken::No);
+  EXPECT_EQ(input().wheel({.place = {50, 50}, .points = {}, .lines = {0, -3}}), Taken::No);
 }
 
 TEST_F(WindowInputTest, AnAnnouncedKeyIsClaimedAndGivenBackIfNobodyTakesItsPress) {
