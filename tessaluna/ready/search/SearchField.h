@@ -51,14 +51,14 @@ class SearchField : public platform::NSView,
 
   // Asked for each text that is not blank. It answers immediately, later or never; see SearchQuestion.
   void setSource(SearchQuestions::Source source);
-  // How long the user may pause before the source is asked, in seconds; zero at first.
+  // How long the user may pause before the source is asked, in seconds; zero at first, as with a number below it or NaN.
   void setDelay(double seconds) { questions_.setDelay(seconds); }
   // A row was picked, by Return, a click or an assistive client; its title is in the field by then, selected, so that the next
   // search is typed over it. The call may remove the field.
   void setOnPick(std::function<void(const SearchRow&)> block) { onPick_ = std::move(block); }
   // Return without a selection; with an empty text after the clear button.
   void setOnSearch(std::function<void(const std::string&)> block) { onSearch_ = std::move(block); }
-  // How many rows show at most, 10 at first; the user scrolls to the others.
+  // How many rows show at most, 10 at first and at least 1; the user scrolls to the others.
   void setMaximumRows(std::size_t rows) { popUp_->setMaximumRows(rows); }
   void setTexts(SearchTexts texts);
 

@@ -6,6 +6,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/keyBindings.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/time/durations.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -95,6 +96,7 @@ SideBar::SideBar(std::shared_ptr<SideBarModel> model)
       scrollView_(make<NSScrollView>(CGRect{0, 0, 220, 400})),
       stack_(make<SideBarStack>(SideBarStack::Kind::Document)),
       search_(typeSelectInterval) {
+  if (!model_) stopProgram("SideBar: made without a model");
   setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
   scrollView_->setHasVerticalScroller(true);
   scrollView_->setAutohidesScrollers(true);

@@ -34,7 +34,7 @@ class SideBar : public platform::NSView, public SideBarModel::Observer {
   static const platform::ClassInfo staticClassInfo;
   const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  // 220 by 400 points until it gets a place; it keeps the model alive.
+  // 220 by 400 points until it gets a place; it keeps the model alive. A null model stops the program.
   explicit SideBar(std::shared_ptr<SideBarModel> model);
   ~SideBar() override;
   void didInit() override;

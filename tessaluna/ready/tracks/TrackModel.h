@@ -25,7 +25,7 @@ enum class Playback { None, Playing, Paused };
 struct TrackRow {
   std::string title = {};
   std::vector<std::string> artists = {};
-  std::optional<int> seconds = {};
+  std::optional<int> seconds = {};              // absent, below 0, or 1000 hours and more: no time shows
   platform::Ref<platform::NSImage> cover = {};  // null: a placeholder
   bool isFavorite = false;
   Playback playback = Playback::None;

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "tessaluna/platform/accessibility/names.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/menus/NSMenu.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/ready/tracks/TrackTableRow.h"
@@ -87,6 +88,7 @@ TrackTable::TrackTable(std::shared_ptr<TrackModel> model, TrackActions actions)
       table_(make<NSTableView>(CGRect{0, 0, 600, 0})),
       header_(make<NSTableHeaderView>(CGRect{0, 0, 600, headerHeight})),
       clicks_(std::make_shared<Clicks>(*this)) {
+  if (!model_) stopProgram("TrackTable: made without a model");
   setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
   for (const ColumnLook& look : columnLooks) {
     const auto column = make<NSTableColumn>(std::string(look.identifier));

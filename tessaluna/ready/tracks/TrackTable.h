@@ -47,7 +47,7 @@ class TrackTable : public platform::NSView,
   static const platform::ClassInfo staticClassInfo;
   const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  // 600 by 400 points until it is resized. The table keeps the model alive.
+  // 600 by 400 points until it is resized. The table keeps the model alive; a null model stops the program.
   TrackTable(std::shared_ptr<TrackModel> model, TrackActions actions);
   ~TrackTable() override;
   void didInit() override;

@@ -12,6 +12,7 @@
 #include "tessaluna/platform/graphics/NeutralAxis.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/ready/parts/songLength.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 namespace tessaluna::ready {
@@ -60,8 +61,8 @@ void tint(NSView& view, const Ref<NSColor>& color, const Ref<NSColor>& ground) {
 }  // namespace
 
 std::string trackLengthText(std::optional<int> seconds) {
-  if (!seconds || *seconds < 0) return {};
-  const auto twoDigits = [](int number) { return (number < 10 ? "0" : "") + std::to_string(number); };
+  if (!seconds || *seconds < 0 || *seconds > longestSong) return {};
+  const auto twoDigits = [](int number) { return number < 10 ? '0' + std::to_string(number) : std::to_string(number); };
   const int hours = *seconds / 3600, minutes = *seconds / 60 % 60;
   const std::string start = hours > 0 ? std::to_string(hours) + ":" + twoDigits(minutes) : std::to_string(minutes);
   return start + ":" + twoDigits(*seconds % 60);

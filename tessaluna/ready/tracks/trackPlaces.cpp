@@ -61,7 +61,8 @@ TrackRowPlaces trackRowPlaces(CGFloat width) {
     places.more = {x + gap / 2 + trackGlyphSize + gap, glyphY, trackGlyphSize, trackGlyphSize};
   }
   x += columns.controls;
-  if (columns.time > 0) places.time = {x, middleY, timeWidth - margin, lineHeight};
+  // Hours reach into the gap.
+  if (columns.time > 0) places.time = {x - gap, middleY, timeWidth - margin + gap, lineHeight};
   return places;
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tessaluna/platform/views/NSSlider.h"
+#include "tessaluna/ready/parts/songLength.h"
 
 namespace tessaluna::ready {
 
@@ -17,8 +18,8 @@ namespace {
 
 enum Style : std::uint64_t { Play = 1, Pause, Stop, Previous, Next, Shuffle, Repeat };
 
-constexpr CGFloat usualHeight = 52, buttonSide = 18, gap = 14, timeWidth = 52, lineHeight = 18, sliderHeight = 20,
-                  volumeWidth = 90;
+constexpr CGFloat usualHeight = 52, buttonSide = 18, gap = 14, usualTimeWidth = 52, timeGap = 6, lineHeight = 18,
+                  sliderHeight = 20, volumeWidth = 90;
 // What the song's title and position get at least, before controls are left out for them.
 constexpr CGFloat middleWidth = 200;
 
@@ -27,8 +28,11 @@ void setName(NSControl& control, const std::string& name) {
   control.setToolTip(name);
 }
 
-void setText(NSTextField& label, const std::string& text) {
-  if (label.stringValue() != text) label.setStringValue(text);
+// False if it is there already.
+bool setText(NSTextField& label, const std::string& text) {
+  if (label.stringValue() == text) return false;
+  label.setStringValue(text);
+  return true;
 }
 
 void setIsOn(const Ref<PlaybackTransportButton>& button, bool isOn) {
@@ -54,7 +58,7 @@ void TransportBar::didInit() {
     const auto seek = actions_.seek;
     if (seek) seek(slider_->requestedTime());
     // A paused player may not report its new position.
-    setText(*elapsed_, slider_->shownTime(slider_->position()));
+    showTime(*elapsed_, slider_->position());
   });
   title_ = NSTextField::labelWithString("");
   title_->setLineBreakMode(NSLineBreakByTruncatingTail);
@@ -123,10 +127,12 @@ void TransportBar::setTexts(TransportTexts texts) {
 
 void TransportBar::showSong(TransportSong song) {
   song_ = std::move(song);
+  if (song_.seconds > longestSong) song_.seconds.reset();
   awaitsSeek_ = false;
   slider_->beginSong({.seconds = song_.seconds, .framesPerSecond = song_.framesPerSecond});
   const std::optional<double> length = slider_->song().seconds;  // not what is no length
-  setText(*length_, length ? slider_->shownTime(*length) : "");
+  if (std::exchange(timeWidth_, usualTimeWidth) != usualTimeWidth) place();
+  showTime(*length_, length);
   showTexts();
 }
 
@@ -154,9 +160,18 @@ void TransportBar::showTexts() {
   if (!state_.note.empty()) title += (title.empty() ? "" : " – ") + state_.note;
   setText(*title_, title);
   // A knob that is held returns where the press is cut short: the player's time shows meanwhile, or what was sought before.
-  if (!slider_->isSeeking()) setText(*elapsed_, slider_->shownTime(slider_->position()));
-  else if (!awaitsSeek_)
-    setText(*elapsed_, slider_->shownTime(std::min(state_.position, slider_->song().seconds.value_or(state_.position))));
+  if (!slider_->isSeeking()) showTime(*elapsed_, slider_->position());
+  else if (!awaitsSeek_) showTime(*elapsed_, std::min(state_.position, slider_->song().seconds.value_or(state_.position)));
+}
+
+void TransportBar::showTime(NSTextField& label, std::optional<double> seconds) {
+  const bool isShown = seconds && *seconds <= longestSong;
+  if (!setText(label, isShown ? slider_->shownTime(*seconds) : "")) return;
+  // Until the next song the room only grows, so that the slider does not move with each digit.
+  const CGFloat width = label.intrinsicContentSize().width + timeGap;
+  if (width <= timeWidth_) return;
+  timeWidth_ = width;
+  place();
 }
 
 CGSize TransportBar::intrinsicContentSize() const { return {noIntrinsicMetric, usualHeight}; }
@@ -186,10 +201,10 @@ void TransportBar::place() {
   for (const Button* button : {&shuffle_, &repeat_}) put(*button, hasModes);
   const CGFloat right = size.width - (hasVolume ? volume : 0), middle = std::max<CGFloat>(right - x, 0);
   const CGFloat low = (size.height - lineHeight - sliderHeight - 4) / 2;
-  title_->setFrame({x + timeWidth, low + sliderHeight + 4, std::max<CGFloat>(middle - timeWidth, 0), lineHeight});
-  elapsed_->setFrame({x, low + 1, timeWidth - 6, lineHeight});
-  length_->setFrame({right - timeWidth + 6, low + 1, timeWidth - 6, lineHeight});
-  slider_->setFrame({x + timeWidth, low, std::max<CGFloat>(middle - 2 * timeWidth, 0), sliderHeight});
+  title_->setFrame({x + timeWidth_, low + sliderHeight + 4, std::max<CGFloat>(middle - timeWidth_, 0), lineHeight});
+  elapsed_->setFrame({x, low + 1, timeWidth_ - timeGap, lineHeight});
+  length_->setFrame({right - timeWidth_ + timeGap, low + 1, timeWidth_ - timeGap, lineHeight});
+  slider_->setFrame({x + timeWidth_, low, std::max<CGFloat>(middle - 2 * timeWidth_, 0), sliderHeight});
   if (!volume_) return;
   volume_->setHidden(!hasVolume);
   volume_->setFrame({size.width - volumeWidth, (size.height - sliderHeight) / 2, volumeWidth, sliderHeight});

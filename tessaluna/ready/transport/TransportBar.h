@@ -32,7 +32,7 @@ struct TransportActions {
 
 struct TransportSong {
   std::string title, artists{};
-  std::optional<double> seconds{};  // absent: unknown or endless
+  std::optional<double> seconds{};  // absent, not above 0, or 1000 hours and more: unknown or endless
   double framesPerSecond = 44100;   // of the loaded spans
 };
 
@@ -82,6 +82,7 @@ class TransportBar : public platform::NSView {
   Button makeButton(std::uint64_t style, std::function<void()> action);
   void place();
   void showTexts();
+  void showTime(platform::NSTextField& label, std::optional<double> seconds);  // absent: nothing
 
   TransportActions actions_;
   TransportTexts texts_;
@@ -91,6 +92,7 @@ class TransportBar : public platform::NSView {
   platform::Ref<platform::NSTextField> title_, elapsed_, length_;
   platform::Ref<TessalunaUIKit::PlaybackSlider> slider_;
   platform::Ref<Volume> volume_;
+  platform::CGFloat timeWidth_ = 0;  // of each of the two times, with the gap to the slider
   bool awaitsSeek_ = false;
 };
 

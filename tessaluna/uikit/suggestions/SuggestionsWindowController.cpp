@@ -378,6 +378,7 @@ CGFloat SuggestionsWindowController::heightToShow() const {
 }
 
 void SuggestionsWindowController::setMaximumRows(std::optional<std::size_t> rows) {
+  if (rows == 0) rows = 1;
   maximumRows_ = rows;
   const Ref<NSWindow> popUp = window();
   if (popUp && popUp->isVisible()) popUp->setFrame(growingDownward(popUp->frame(), heightToShow()), true);

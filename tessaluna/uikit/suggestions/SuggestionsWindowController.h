@@ -50,7 +50,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   void setSuggestions(std::optional<std::vector<Suggestion>> suggestions);
 
   // An addition: the pop-up is never higher than that many of its first rows; the user scrolls to the others. Absent initially:
-  // then only the lower edge of the screen ends it.
+  // then only the lower edge of the screen ends it. 0 counts as 1.
   const std::optional<std::size_t>& maximumRows() const { return maximumRows_; }
   void setMaximumRows(std::optional<std::size_t> rows);
 

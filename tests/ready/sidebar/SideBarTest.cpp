@@ -1050,5 +1050,7 @@ TEST_F(SideBarTest, ABarThatGoesUnderAPressEndsItWithoutACall) {
   }
 }
 
+TEST(SideBarDeathTest, ANullModelStopsTheProgram) { EXPECT_DEATH(SideBar(nullptr), "SideBar: made without a model"); }
+
 }  // namespace
 }  // namespace tessaluna::ready

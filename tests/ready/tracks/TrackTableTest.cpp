@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <limits>
 #include <set>
 
 #include "tessaluna/platform/accessibility/AccessibleChanges.h"
@@ -209,6 +210,27 @@ TEST_F(TrackTableTest, ARowShowsTitleArtistsAndLength) {
   EXPECT_EQ(trackLengthText(0), "0:00");
   EXPECT_EQ(trackLengthText(std::nullopt), "");
   EXPECT_EQ(trackLengthText(-1), "");
+  EXPECT_EQ(trackLengthText(3'599'999), "999:59:59");
+  EXPECT_EQ(trackLengthText(3'600'000), "");
+  EXPECT_EQ(trackLengthText(std::numeric_limits<int>::max()), "");
+}
+
+TEST_F(TrackTableTest, LengthsOfHoursFit) {
+  songs->songs[3].row.seconds = 36'150;
+  songs->didChangeRows(3);
+  desktop.settle();
+  const auto isTime = [](const Ref<NSView>& view) {
+    const auto label = std::dynamic_pointer_cast<NSTextField>(view);
+    return label && label->stringValue() == "10:02:30";
+  };
+  const auto& views = part<MultipleLinksTextField>(3).superview()->subviews();
+  const auto time = std::ranges::find_if(views, isTime);
+  ASSERT_NE(time, views.end());
+  EXPECT_GE((*time)->frame().size.width, (*time)->intrinsicContentSize().width);
+}
+
+TEST(TrackTableDeathTest, ANullModelStopsTheProgram) {
+  EXPECT_DEATH(TrackTable(nullptr, {}), "TrackTable: made without a model");
 }
 
 TEST_F(TrackTableTest, RowsThatComeIntoSightShowTheirOwnTracks) {

@@ -8,7 +8,9 @@
 #include <utility>
 
 #include "tessaluna/platform/accessibility/accessibleTree.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSSlider.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/harness/transportParts.h"
@@ -100,9 +102,38 @@ TEST_F(TransportBarTest, ASongOfUnknownLengthHasNoLength) {
 }
 
 TEST_F(TransportBarTest, ALengthThatTheSliderRefusesIsNotShown) {
-  for (const double length : {std::numeric_limits<double>::infinity(), std::nan(""), -5.0}) {
+  for (const double length : {std::numeric_limits<double>::infinity(), std::nan(""), -5.0, 1e300, 3'600'000.0}) {
     bar->showSong({.title = "Radio", .seconds = length});
     EXPECT_THAT(texts(), ElementsAre("Radio", "0:00", "")) << length;
+  }
+}
+
+TEST_F(TransportBarTest, LongTimesGetTheRoomThatTheyNeedUntilTheNextSong) {
+  const CGRect usual = bar->slider()->frame();
+  for (const double length : {3700.0, 36'000.0, 3'599'999.0}) {
+    bar->showSong({.title = "Mix", .seconds = length});
+    bar->showState({.position = length});
+    for (const Ref<NSView>& view : bar->subviews()) {
+      const auto label = std::dynamic_pointer_cast<NSTextField>(view);
+      if (!label) continue;
+      EXPECT_GE(label->frame().size.width, label->intrinsicContentSize().width) << label->stringValue();
+      EXPECT_FALSE(NSIntersectsRect(label->frame(), bar->slider()->frame())) << label->stringValue();
+    }
+    const CGRect slider = bar->slider()->frame();
+    bar->showState({.position = 1});
+    EXPECT_EQ(bar->slider()->frame(), slider) << "the slider does not move with the digits";
+  }
+  bar->showSong({.title = "Slow orbit", .seconds = 200});
+  EXPECT_EQ(bar->slider()->frame(), usual);
+}
+
+TEST_F(TransportBarTest, APositionBeyondAllSongsIsNotShown) {
+  bar->showSong({.title = "Radio"});
+  bar->showState({.position = 3'599'999});
+  EXPECT_THAT(texts(), ElementsAre("Radio", "999:59:59", ""));
+  for (const double position : {3'600'000.0, 1e300, std::numeric_limits<double>::infinity()}) {
+    bar->showState({.position = position});
+    EXPECT_THAT(texts(), ElementsAre("Radio", "", "")) << position;
   }
 }
 

@@ -251,7 +251,10 @@ TEST_F(SuggestionsWindowControllerBegin, AMaximumOfRowsTakesEffectOnAVisiblePopU
   EXPECT_EQ(popUp()->frame(), (CGRect{150, 358, 200, 40}));
   controller->setMaximumRows(9);
   EXPECT_EQ(popUp()->frame(), (CGRect{150, 318, 200, 80}));
-  controller->setMaximumRows(1);
+  for (const std::size_t fewest : {1, 0}) {
+    controller->setMaximumRows(fewest);
+    EXPECT_EQ(popUp()->frame(), (CGRect{150, 378, 200, 20})) << fewest;
+  }
   controller->setMaximumRows(std::nullopt);
   EXPECT_EQ(popUp()->frame(), (CGRect{150, 318, 200, 80}));
 }
