@@ -1,6 +1,7 @@
 // An album's cover at the size of a thumbnail. A click enlarges it into a panel, whose upper left corner is the thumbnail's, by
-// the pixels that the image has and the screen has room for to the right and below. Another click closes the panel, and so does
-// whatever takes the key status from it. An image that is set meanwhile resizes it.
+// the pixels that the image has and the screen has room for to the right and below. An image with a drawing handler has none, and
+// its panel is empty. Another click closes the panel, and so does whatever takes the key status from it. An image that is set
+// meanwhile resizes it.
 #pragma once
 
 #include "tessaluna/platform/views/NSImageView.h"

@@ -41,7 +41,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   // Notified of what the user selects; not kept alive.
   tessaluna::platform::Ref<SuggestionsWindowTarget> target() const { return target_.lock(); }
   void setTarget(const tessaluna::platform::Ref<SuggestionsWindowTarget>& target) { target_ = target; }
-  // The interface file of one row.
+  // The interface file of one row, registered with NSNib under this name; see SuggestionItemViewController.
   const std::optional<std::string>& suggestionPrototype() const { return suggestionPrototype_.optional(); }
   void setSuggestionPrototype(std::string name) { suggestionPrototype_ = std::move(name); }
   // The rows to show. A visible pop-up is laid out again, with all rows made again and the first one selected, without
