@@ -188,7 +188,8 @@ void reflect(const Ref<NSScroller>& scroller, CGFloat start, CGFloat length, CGF
 void NSScrollView::reflectScrolledClipView(NSClipView& clipView) {
   // What scrolls the header, as the keys in it do, scrolls the rows.
   if (&clipView == headerClipView_.get()) {
-    clipView_->scrollToPoint({clipView.bounds().origin.x, clipView_->bounds().origin.y});
+    const CGFloat rowsStart = documentView() ? documentView()->frame().origin.x : 0;
+    clipView_->scrollToPoint({rowsStart + clipView.bounds().origin.x, clipView_->bounds().origin.y});
     return;
   }
   const Ref<NSView> header = headerClipView_ ? headerClipView_->documentView() : nullptr;
@@ -203,8 +204,9 @@ void NSScrollView::updateScrollers() {
       clipView_->isFlipped() ? shown.origin.y : 2 * document.origin.y + document.size.height - CGRectGetMaxY(shown);
   reflect(verticalScroller_, document.origin.y, document.size.height, fromTop, shown.size.height);
   reflect(horizontalScroller_, document.origin.x, document.size.width, shown.origin.x, shown.size.width);
-  if (headerClipView_ && headerClipView_->bounds().origin.x != shown.origin.x)
-    headerClipView_->scrollToPoint({shown.origin.x, 0});
+  // Nothing is reported of this: a header that does not reach as far as the rows would scroll them back.
+  if (headerClipView_)
+    headerClipView_->setBoundsOrigin(headerClipView_->constrainScrollPoint({shown.origin.x - document.origin.x, 0}));
 }
 
 void NSScrollView::scrollerMoved(NSObject* sender) {

@@ -284,6 +284,24 @@ TEST_F(NSControlTest, ACellThatIsDisabledEndsThePressAtTheNextEvent) {
   EXPECT_FALSE(control->isHighlighted());
 }
 
+TEST_F(NSControlTest, ACellThatIsDisabledWhileThePointerIsAwayIsNotTrackedByARelease) {
+  user.press(*window, inside);
+  user.dragTo(outside);
+  cell->setEnabled(false);
+  cell->log.clear();
+  control->mouseUp(make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseUp, .location = inside, .window = window}));
+  EXPECT_THAT(cell->log, ElementsAre());
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSControlTest, APressAfterOneWhoseReleaseNeverCameEndsThatFirst) {
+  const auto down = make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = inside, .window = window});
+  control->mouseDown(down);
+  control->mouseDown(down);
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop", "start"));
+  EXPECT_EQ(target->acts, 0);
+}
+
 TEST_F(NSControlTest, AControlThatGetsAnotherCellEndsThePressOfTheFirst) {
   const auto other = make<LoggingCell>();
   user.press(*window, inside);

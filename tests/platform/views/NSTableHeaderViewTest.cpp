@@ -298,6 +298,19 @@ TEST_F(NSTableHeaderViewTest, ATableWithColumnsAndHeaderComesFromAnInterfaceFile
   EXPECT_EQ(read->contentView()->frame(), (CGRect{0, 24, 200, 126}));
 }
 
+TEST_F(NSTableHeaderViewTest, IsAboveRowsThatBeginElsewhereInTheClipView) {
+  table->setFrameOrigin({10, 5});
+  window->layoutIfNeeded();
+  EXPECT_EQ(scrolled(), 10);
+  EXPECT_EQ(headerScrolled(), 0);
+  scrollView->contentView()->scrollToPoint({70, 5});
+  EXPECT_EQ(scrolled(), 70);
+  EXPECT_EQ(headerScrolled(), 60);
+  focusHeader();
+  for (int key = 0; key < 2; ++key) pressFunctionKey(NSRightArrowFunctionKey);  // to the last column
+  EXPECT_EQ(headerScrolled(), scrolled() - 10);
+}
+
 TEST_F(NSTableHeaderViewTest, ADescriptorWithoutAKeyIsAnErrorOfTheInterfaceFile) {
   const auto contents = make<NSNib>(R"({"objects": [{"class": "NSTableColumn", "identifier": "a",
       "sortDescriptorPrototype": {"class": "NSSortDescriptor"}}]})")
