@@ -10,7 +10,7 @@
 
 namespace tessaluna::backend::raster {
 
-class ColorPainter {
+class ColorPainter : public RowByRowSink<ColorPainter> {
  public:
   ColorPainter(Bitmap& bitmap, Float4 color) : bitmap_(bitmap), isOpaque_(color[3] >= fullCoverage) {
     storeRow(&color, &pixel_, 1);
@@ -34,7 +34,7 @@ class ColorPainter {
   void uniformRows(const PixelRect& box, float winding) {
     const bool isWhole = isOpaque_ && coverageOf(winding) > fullCoverage;
     if (isWhole && box.width() < longRun) return fillRows(box);
-    for (int y = box.top; y < box.bottom; ++y) uniform(box.left, y, box.width(), winding);
+    RowByRowSink::uniformRows(box, winding);
   }
 
   void varied(int x, int y, int count, const float* windings) {

@@ -161,7 +161,7 @@ class CoverageBuffer {
   }
   template <class Sink>
   void sendRepeat(const Repeat& rows, Sink& sink);
-  template <Touched after, class Uniform, class Varied>
+  template <class Uniform, class Varied>
   void forEachPart(int row, Uniform uniform, Varied varied);
 
   float* rowValues(int row) { return values_.data() + std::size_t(row) * std::size_t(stride_); }
@@ -269,8 +269,8 @@ inline void CoverageBuffer::forEachRun(int row, Function run) {
   }
 }
 
-// Calls uniform(x, count, winding) and varied(x, count, windings) for the runs of a row, whose sums are known.
-template <CoverageBuffer::Touched after, class Uniform, class Varied>
+// Calls uniform(x, count, winding) and varied(x, count, windings) for the runs of a row, whose sums are known, and clears it.
+template <class Uniform, class Varied>
 inline void CoverageBuffer::forEachPart(int row, Uniform uniform, Varied varied) {
   const int width = box_.width();
   float* const values = rowValues(row);
@@ -279,12 +279,12 @@ inline void CoverageBuffer::forEachPart(int row, Uniform uniform, Varied varied)
   const auto sendUniform = [&](int end) {
     if (done < end && std::abs(winding) > leastCoverage) uniform(done, end - done, winding);
   };
-  forEachRun<after>(row, [&](int x, int count) {
+  forEachRun<Touched::Clear>(row, [&](int x, int count) {
     sendUniform(std::min(x, width));
     if (x < width) varied(x, std::min(count, width - x), values + x);
     done = x + count;
     winding = values[done - 1];
-    if constexpr (after == Touched::Clear) clearBlocks(values + x, count);
+    clearBlocks(values + x, count);
   });
   sendUniform(width);
 }
@@ -292,7 +292,7 @@ inline void CoverageBuffer::forEachPart(int row, Uniform uniform, Varied varied)
 template <class Sink>
 void CoverageBuffer::sendRow(int row, Sink& sink) {
   const int left = sinkLeft_, y = sinkTop_ + row;
-  forEachPart<Touched::Clear>(
+  forEachPart(
       row, [&](int x, int count, float winding) { sink.uniform(left + x, y, count, winding); },
       [&](int x, int count, const float* windings) { sink.varied(left + x, y, count, windings); });
 }
@@ -300,25 +300,14 @@ void CoverageBuffer::sendRow(int row, Sink& sink) {
 template <class Sink>
 void CoverageBuffer::sendRepeat(const Repeat& rows, Sink& sink) {
   const int left = sinkLeft_, top = sinkTop_ + rows.first, bottom = sinkTop_ + rows.end;
-  if constexpr (TakesRows<Sink>) {
-    forEachPart<Touched::Clear>(
-        rows.first,
-        [&](int x, int count, float winding) {
-          sink.uniformRows({left + x, top, left + x + count, bottom}, winding);
-        },
-        [&](int x, int count, const float* windings) {
-          sink.variedRows({left + x, top, left + x + count, bottom}, windings);
-        });
-  } else {
-    for (int y = top; y + 1 < bottom; ++y) {
-      forEachPart<Touched::Keep>(
-          rows.first, [&](int x, int count, float winding) { sink.uniform(left + x, y, count, winding); },
-          [&](int x, int count, const float* windings) { sink.varied(left + x, y, count, windings); });
-    }
-    forEachPart<Touched::Clear>(
-        rows.first, [&](int x, int count, float winding) { sink.uniform(left + x, bottom - 1, count, winding); },
-        [&](int x, int count, const float* windings) { sink.varied(left + x, bottom - 1, count, windings); });
-  }
+  forEachPart(
+      rows.first,
+      [&](int x, int count, float winding) {
+        sink.uniformRows({left + x, top, left + x + count, bottom}, winding);
+      },
+      [&](int x, int count, const float* windings) {
+        sink.variedRows({left + x, top, left + x + count, bottom}, windings);
+      });
 }
 
 // Notes the pixels that the chain crosses in a row. It may already be in that row; its pixels in a row are contiguous.

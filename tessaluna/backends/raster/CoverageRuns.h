@@ -41,28 +41,11 @@ class CoverageRuns {
   void sendTo(Sink& sink, PixelOffset away) const {
     const PixelOffset origin{box_.left + away.x, box_.top + away.y};
     const float* winding = windings_.data();
-    for (auto run = runs_.begin(); run < runs_.end();) {
-      if constexpr (TakesRows<Sink>) {
-        const PixelRect box = PixelRect{run->x, run->y, run->x + run->count, run->y + run->rows}.moved(origin);
-        if (run->kind == Kind::Uniform) sink.uniformRows(box, *winding);
-        else sink.variedRows(box, winding);
-        winding += run++->windingCount();
-      } else {
-        // This sink needs all of a row before the next one, also where rows share their runs.
-        auto end = run;
-        const float* next = winding;
-        while (end < runs_.end() && end->y == run->y) next += end++->windingCount();
-        for (int y = origin.y + run->y, bottom = y + run->rows; y < bottom; ++y) {
-          const float* at = winding;
-          for (auto one = run; one < end; ++one) {
-            if (one->kind == Kind::Uniform) sink.uniform(origin.x + one->x, y, one->count, *at);
-            else sink.varied(origin.x + one->x, y, one->count, at);
-            at += one->windingCount();
-          }
-        }
-        run = end;
-        winding = next;
-      }
+    for (const Run& run : runs_) {
+      const PixelRect box = PixelRect{run.x, run.y, run.x + run.count, run.y + run.rows}.moved(origin);
+      if (run.kind == Kind::Uniform) sink.uniformRows(box, *winding);
+      else sink.variedRows(box, winding);
+      winding += run.windingCount();
     }
   }
 

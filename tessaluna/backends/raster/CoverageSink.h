@@ -1,6 +1,8 @@
-// A sink receives the coverage of a shape, row by row from the top:
+// A sink receives the coverage of a shape, row by row from the top, and the runs of a row from the left:
 //   sink.uniform(x, y, count, winding)  a run of pixels with one winding, left out where it is 0
 //   sink.varied(x, y, count, windings)  a run with one winding per pixel, some of which may be 0
+// Equal rows arrive together, run by run, with the windings of one row:
+//   sink.uniformRows(box, winding), sink.variedRows(box, windings)
 // A pixel's coverage is the absolute value of its winding, at most 1.
 #pragma once
 
@@ -26,11 +28,19 @@ inline void writeCoverage(const float* windings, int count, float* out) {
   std::transform(windings, windings + count, out, coverageOf);
 }
 
-// A sink that does not need rows in order receives equal rows in one call per run, with the windings of one row.
+// A sink that has no faster way for equal rows.
 template <class Sink>
-concept TakesRows = requires(Sink& sink, const PixelRect& box, const float* windings) {
-  sink.uniformRows(box, 1.0f);
-  sink.variedRows(box, windings);
+class RowByRowSink {
+ public:
+  void uniformRows(const PixelRect& box, float winding) {
+    for (int y = box.top; y < box.bottom; ++y) sink().uniform(box.left, y, box.width(), winding);
+  }
+  void variedRows(const PixelRect& box, const float* windings) {
+    for (int y = box.top; y < box.bottom; ++y) sink().varied(box.left, y, box.width(), windings);
+  }
+
+ private:
+  Sink& sink() { return static_cast<Sink&>(*this); }
 };
 
 }  // namespace tessaluna::backend::raster

@@ -42,11 +42,12 @@ struct Painting {
   const Clip& clip;
 };
 
-// A sink of a coverage buffer. Coverage must arrive row by row from the top, within the clip's box and the shape's.
-class Painter {
+// A sink of a coverage buffer. Coverage must lie within the clip's box and the shape's.
+class Painter : public RowByRowSink<Painter> {
  public:
   struct Memory {
     WorkBuffer<float> coverage, clip;
+    Plane shape;  // its coverage, if the operator is unbounded
     WorkBuffer<Float4> source, destination;
     InkRow inks;
   };
@@ -59,24 +60,24 @@ class Painter {
 
   void uniform(int x, int y, int count, float winding);
   void varied(int x, int y, int count, const float* windings);
-  // Must be called once, after the last row.
+  // Must be called once, after all coverage.
   void finish();
 
  private:
-  void goToRow(int y);
-  void paintRow();
-  void blend(int left, int right);
-  void writeColors(int left, int right);
+  void paintRun(int x, int y, int count);
+  void paintUnboundedRow(int y);
+  void blend(int x, int y, int count, const float* clip);
+  void writeColors(int x, int y, int count);
 
   const Painting& painting_;
   Memory& memory_;
+  const PixelRect shape_;
   PixelRect box_;
-  bool isUnbounded_ = false;
+  const bool isUnbounded_;
   // These paint onto a bitmap with the normal operator, after the coverage has been multiplied by the clip.
   std::optional<ColorPainter> color_;
   std::optional<RowPainter> rows_;
-  int row_ = 0, left_ = 0, right_ = 0;  // columns of this row that have coverage
-  float* coverage_ = nullptr;           // of the whole row of the box
+  float* coverage_ = nullptr;  // of the run that is being painted
 };
 
 }  // namespace tessaluna::backend::raster

@@ -1,6 +1,5 @@
 #include "tessaluna/backends/raster/Pipeline.h"
 
-#include <type_traits>
 #include <utility>
 
 namespace tessaluna::backend::raster {
@@ -34,7 +33,7 @@ std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform&
 }
 
 // Paints a shape into an empty layer of one color, less its shadow.
-class OutOfShadowWriter {
+class OutOfShadowWriter : public RowByRowSink<OutOfShadowWriter> {
  public:
   OutOfShadowWriter(TintLayer& tint, Blur& shadow, float alpha, float shadowAlpha)
       : tint_(tint), shadow_(shadow), alpha_(alpha), shadowAlpha_(shadowAlpha) {}
@@ -175,19 +174,14 @@ void RasterCanvas::Pipeline::fillRect(const DeviceRect& rect, const Source& sour
   const int from = leftShare < 1 ? box.left + 1 : box.left, to = rightShare < 1 ? last : box.right;
   paint(source, box, [&](auto& painter, const PixelRect& part) {
     const int partFrom = std::max(from, part.left), partTo = std::min(to, part.right);
-    constexpr bool takesRows = TakesRows<std::remove_reference_t<decltype(painter)>>;
-    const auto fillBox = [&](const PixelRect& filled, float winding) {
-      if constexpr (takesRows) painter.uniformRows(filled, winding);
-      else painter.uniform(filled.left, filled.top, filled.width(), winding);
-    };
     for (int top = part.top, bottom; top < part.bottom; top = bottom) {
       // Only the first and the last row may be partly covered.
       const bool isEdge = top == part.top || top + 1 == part.bottom;
-      bottom = takesRows && !isEdge ? part.bottom - 1 : top + 1;
+      bottom = isEdge ? top + 1 : part.bottom - 1;
       const float height = shareOfPixel(top, rect.top, rect.bottom);
-      if (from > part.left) fillBox({part.left, top, part.left + 1, bottom}, height * leftShare);
-      if (partFrom < partTo) fillBox({partFrom, top, partTo, bottom}, height);
-      if (to < part.right && last >= from) fillBox({last, top, last + 1, bottom}, height * rightShare);
+      if (from > part.left) painter.uniformRows({part.left, top, part.left + 1, bottom}, height * leftShare);
+      if (partFrom < partTo) painter.uniformRows({partFrom, top, partTo, bottom}, height);
+      if (to < part.right && last >= from) painter.uniformRows({last, top, last + 1, bottom}, height * rightShare);
     }
   });
 }

@@ -5,7 +5,7 @@
 
 namespace tessaluna::backend::raster {
 
-class Plane {
+class Plane : public RowByRowSink<Plane> {
  public:
   // Values are read in blocks of this many, the last of which may begin at a row's last value.
   static constexpr int blockSize = 16;

@@ -8,7 +8,7 @@
 
 namespace tessaluna::backend::raster {
 
-class RowPainter {
+class RowPainter : public RowByRowSink<RowPainter> {
  public:
   // The row must have room for the longest run. `alpha` is the state's.
   RowPainter(Bitmap& bitmap, RowSource& source, float alpha, InkRow& row)
@@ -26,16 +26,13 @@ class RowPainter {
   void uniformRows(const PixelRect& box, float winding) {
     if (isOpaque_ && coverageOf(winding) > fullCoverage)
       return source_.writeRows(box, bitmap_.row(box.top) + box.left, bitmap_.stride());
-    for (int y = box.top; y < box.bottom; ++y) uniform(box.left, y, box.width(), winding);
+    RowByRowSink::uniformRows(box, winding);
   }
   void varied(int x, int y, int count, const float* windings) {
     source_.writeInks(x, y, count, row_);
     forEachFour(bitmap_.row(y) + x, windings, count, [&](std::uint32_t* four, int index, Float4 coverage) {
       paint(four, index, shareOf(coverage * splat(alpha_)));
     });
-  }
-  void variedRows(const PixelRect& box, const float* windings) {
-    for (int y = box.top; y < box.bottom; ++y) varied(box.left, y, box.width(), windings);
   }
 
  private:

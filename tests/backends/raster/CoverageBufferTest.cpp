@@ -40,7 +40,7 @@ std::vector<Stroke> strokesOf(const TessalunaUIKit::Routine& routine) {
   return canvas.strokes;
 }
 
-struct IgnoresCoverage {
+struct IgnoresCoverage : RowByRowSink<IgnoresCoverage> {
   void uniform(int, int, int, float) {}
   void varied(int, int, int, const float*) {}
 };
