@@ -48,32 +48,49 @@ bool CoverageBuffer::begin(const PixelRect& box) {
 }
 
 void CoverageBuffer::add(const Shape& shape) {
-  if (shape.liesInBox) return addWhole(shape.polygons);
+  if (shape.liesInBox) return addWhole(shape);
   const auto place = [&](CGPoint p) {
     return CGPoint{(p.x + shape.moved.x) * shape.scale, (p.y + shape.moved.y) * shape.scale};
   };
   for (std::size_t i = 0; i < shape.polygons.count(); ++i) {
     Polygons::forEachSide(shape.polygons.polygon(i), [&](CGPoint from, CGPoint to) { addEdge(place(from), place(to)); });
     endPolygon();
+    if (shape.isDashed) noteShared(shape.polygons.polygon(i), shape);
   }
 }
 
-void CoverageBuffer::addWhole(const Polygons& polygons) {
+void CoverageBuffer::addWhole(const Shape& shape) {
   const double left = left_, top = top_;
-  for (std::size_t i = 0; i < polygons.count(); ++i) {
-    Polygons::forEachSide(polygons.polygon(i), [this, left, top](CGPoint from, CGPoint to) {
+  for (std::size_t i = 0; i < shape.polygons.count(); ++i) {
+    Polygons::forEachSide(shape.polygons.polygon(i), [this, left, top](CGPoint from, CGPoint to) {
       const double x = from.x - left, y = from.y - top, toX = to.x - left, toY = to.y - top;
       if (y < toY) addInside(x, y, toX, toY, 1);
       else if (y > toY) addInside(toX, toY, x, y, -1);
       else markLevel(y, x, toX);
     });
     endPolygon();
+    if (shape.isDashed) noteShared(shape.polygons.polygon(i), shape);
   }
 }
 
 inline void CoverageBuffer::endPolygon() {
   leaveRow();
   chain_ = {};
+}
+
+// Notes the pixels that a chain of this dash shares with one of an earlier dash that goes the other way. While sides are
+// added, the marks for touched blocks are those of all earlier dashes.
+void CoverageBuffer::noteShared(std::span<const CGPoint> dash, const Shape& shape) {
+  const DeviceRect bounds = Polygons::boundsOf(dash).moved(shape.moved.x, shape.moved.y).scaled(shape.scale);
+  const PixelRect pixels = bounds.roundedOut().intersected(box_).moved({-box_.left, -box_.top});
+  for (int row = pixels.top; row < pixels.bottom; ++row) {
+    forEachWord(pixels.left, pixels.right - 1, [&](int word, std::uint64_t bits) {
+      std::uint64_t* const before = rowMarks(row) + word;
+      const std::uint64_t down = before[words_] & bits, up = before[2 * words_] & bits;
+      if (const std::uint64_t shared = *before & down & up; shared != 0) noteTwice(before, shared);
+      *before |= down | up;
+    });
+  }
 }
 
 void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
@@ -236,6 +253,17 @@ inline void CoverageBuffer::passRows(const Chain& highest, const Chain& lowest, 
   chain_ = direction > 0 ? lowest : highest;
 }
 
+// Pillars share nothing with each other: they do not cross.
+void CoverageBuffer::noteSharedPillars() {
+  for (const Pillar& pillar : pillars_) {
+    const std::uint64_t bit = std::uint64_t(1) << pillar.at.column % 64;
+    for (int row = pillar.top; row < pillar.bottom; ++row) {
+      std::uint64_t* const others = rowMarks(row) + pillar.at.column / 64;
+      if ((*others & bit) != 0) noteTwice(others, bit);
+    }
+  }
+}
+
 // Where only the same pillars go through several rows, the first row represents all of them.
 void CoverageBuffer::placePillars() {
   if (pillars_.empty()) return;
@@ -329,12 +357,9 @@ void CoverageBuffer::findCrossedTwice() {
   // Calls visit(word, bits) where chains of both directions go through some of the pixels.
   const auto forEachShared = [this](int row, int first, int last, auto visit) {
     std::uint64_t *const down = rowMarks(row) + words_, *const up = down + words_, *const twice = up + words_;
-    for (int word = first / 64; word <= last / 64; ++word) {
-      std::uint64_t bits = down[word] & up[word];
-      if (word == first / 64) bits &= ~std::uint64_t(0) << first % 64;
-      if (word == last / 64) bits &= ~std::uint64_t(0) >> (63 - last % 64);
-      if (bits != 0) visit(twice + word, bits);
-    }
+    forEachWord(first, last, [&](int word, std::uint64_t bits) {
+      if (bits &= down[word] & up[word]; bits != 0) visit(twice + word, bits);
+    });
   };
   std::erase_if(crossed_, [&](const Crossed& pixels) {
     bool isAlone = true;
@@ -356,15 +381,11 @@ void CoverageBuffer::findCrossedTwice() {
 }
 
 void CoverageBuffer::markWords(std::uint64_t* marks, int first, int last) {
-  std::uint64_t *const from = marks + first / 64, *const to = marks + last / 64;
-  for (std::uint64_t* at = from; at <= to; ++at) {
-    std::uint64_t bits = ~std::uint64_t(0);
-    if (at == from) bits <<= first % 64;
-    if (at == to) bits &= ~std::uint64_t(0) >> (63 - last % 64);
-    const std::uint64_t twice = *at & bits;
-    *at |= bits;
-    if (twice != 0) noteTwice(at, twice);
-  }
+  forEachWord(first, last, [&](int word, std::uint64_t bits) {
+    const std::uint64_t twice = marks[word] & bits;
+    marks[word] |= bits;
+    if (twice != 0) noteTwice(marks + word, twice);
+  });
 }
 
 void CoverageBuffer::noteTwice(std::uint64_t* at, std::uint64_t bits) {

@@ -10,7 +10,8 @@
 // pixels with one chain of each direction near rows whose sums show windings other than 0 and 1, because the two may cross.
 // They may also cross near a tip, the point where one chain ends and the next begins, and where a chain turns sharply to the
 // side. And two sides, one down and one up, overlap where both go through a pixel from its left edge to its right one, or both
-// back. Long sides that stay within a row are searched for those. An OverlapResolver computes the coverage of those pixels.
+// back. Long sides that stay within a row are searched for those. In a stroke of dashes all pixels are suspicious through which
+// a chain of one dash goes down and one of another dash goes up. An OverlapResolver computes the coverage of those pixels.
 #pragma once
 
 #include <bit>
@@ -38,6 +39,7 @@ class CoverageBuffer {
     double scale = 1;        // after moving
     bool liesInBox = false;  // without moving or scaling; false if that is unknown
     bool isStroke = false;   // whose windings never have the opposite sign
+    bool isDashed = false;   // a stroke in which each polygon is one dash
     PixelOffset shown = {};  // added to the pixels that the sink receives
   };
 
@@ -109,7 +111,7 @@ class CoverageBuffer {
 
   bool begin(const PixelRect& box);
   void add(const Shape& shape);
-  void addWhole(const Polygons& polygons);
+  void addWhole(const Shape& shape);
   void addEdge(CGPoint from, CGPoint to);
   void addInside(double x0, double y0, double x1, double y1, float direction);
   static Place placeOf(double x);
@@ -119,7 +121,9 @@ class CoverageBuffer {
   void addToRows(double x0, double y0, double x1, double y1, int first, int last, float direction);
   void passRows(const Chain& highest, const Chain& lowest, float direction);
   void endPolygon();
+  void noteShared(std::span<const CGPoint> dash, const Shape& shape);
   void placePillars();
+  void noteSharedPillars();
   void addPillars(int row);
   int firstTouched(int row, int end);
   void writeRepeats(int firstRow);
@@ -150,6 +154,16 @@ class CoverageBuffer {
   void giveResolverBack();
   Range sumRow(int row);
   static void clearBlocks(float* values, int count);
+  // Calls visit(word, bits) for the pixels from first to last.
+  template <class Function>
+  static void forEachWord(int first, int last, Function visit) {
+    for (int word = first / 64; word <= last / 64; ++word) {
+      std::uint64_t bits = ~std::uint64_t(0);
+      if (word == first / 64) bits <<= first % 64;
+      if (word == last / 64) bits &= ~std::uint64_t(0) >> (63 - last % 64);
+      visit(word, bits);
+    }
+  }
   template <class Function>
   static void forEachRunOf(std::uint64_t bits, Function run);
   template <class Sink>
@@ -214,6 +228,7 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   sinkTop_ = box.top + shape.shown.y;
   add(shape);
   if (++sweeps_ == sweepsOfResolver) giveResolverBack();
+  if (shape.isDashed) noteSharedPillars();
   placePillars();
   if (crossed_.size() > 1) findCrossedTwice();
   if (!shape.isStroke) findCrossedTips(shape);

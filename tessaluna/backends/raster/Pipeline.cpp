@@ -195,6 +195,13 @@ bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffine
   return true;
 }
 
+CoverageBuffer::Shape RasterCanvas::Pipeline::shapeOf(const Outline& outline) const {
+  return {.polygons = polygons_,
+          .rule = outline.rule,
+          .isStroke = outline.pen != nullptr,
+          .isDashed = outline.pen && !outline.pen->dash.empty()};
+}
+
 void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& source) {
   // What is transparent casts no shadow either.
   const bool leavesNoMark = source.isUniform() && source.color[3] == 0 && needsSource(state_.blendMode);
@@ -209,7 +216,7 @@ void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& 
                           PixelPlacement::isPossible(state_.toDevice);
   if (mayBeKnown) return paintKnownOutline(outline, source);
   makePolygons(outline, state_.toDevice, neededBox(shadow));
-  paintPolygons({.polygons = polygons_, .rule = outline.rule, .isStroke = outline.pen != nullptr}, source, shadow);
+  paintPolygons(shapeOf(outline), source, shadow);
 }
 
 // Coverage is computed near the origin even if it is not kept, so that it is the same wherever in the picture it appears.
@@ -225,7 +232,7 @@ void RasterCanvas::Pipeline::paintKnownOutline(const Outline& outline, const Sou
   if (sight.kept) return paintKept(sight.kept->coverage);
 
   const bool hasAllPoints = makePolygons(outline, place.rest, clip);
-  CoverageBuffer::Shape shape{.polygons = polygons_, .rule = outline.rule, .isStroke = outline.pen != nullptr};
+  CoverageBuffer::Shape shape = shapeOf(outline);
   const PixelRect whole = polygons_.bounds().roundedOut(), box = whole.intersected(clip);
   shape.liesInBox = whole == box;
   const bool hasRoom = !box.isEmpty() && box.width() <= CoverageRuns::maxSide && box.height() <= CoverageRuns::maxSide;

@@ -87,6 +87,7 @@ class RasterCanvas::Pipeline {
   void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
   void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
   bool makePolygons(const Outline& outline, const CGAffineTransform& transform, const PixelRect& visible);
+  CoverageBuffer::Shape shapeOf(const Outline& outline) const;
   void paintOutline(const Outline& outline, const Source& source);
   void paintKnownOutline(const Outline& outline, const Source& source);
   void fillGlyphs(const GlyphRun& run, CGPoint origin);

@@ -69,10 +69,11 @@ class Polygons {
   }
 
   // Empty if there are no points.
-  DeviceRect bounds() const {
-    if (points_.empty()) return {};
-    Double2 low = pairOf(points_[0]), high = low;
-    for (const CGPoint& p : points_) {
+  DeviceRect bounds() const { return boundsOf(points_); }
+  static DeviceRect boundsOf(std::span<const CGPoint> points) {
+    if (points.empty()) return {};
+    Double2 low = pairOf(points[0]), high = low;
+    for (const CGPoint& p : points) {
       low = smaller(pairOf(p), low);
       high = larger(pairOf(p), high);
     }

@@ -149,6 +149,22 @@ TEST(RasterOverlap, DashesThatMeetAtTheStartOfARing) {
   }
 }
 
+TEST(RasterOverlap, DashesThatShareAPixelInATightBend) {
+  Path path = polyline({{13.5, 16.5}});
+  path.curveTo({15, 9}, {18, 39}, {7.5, 12});
+  path.lineTo({22.5, 34.5});
+  path.curveTo({19.5, 37.5}, {9, 6}, {10.5, 10.5});
+  path.close();
+  const double dash[] = {1.14410338, 1.14410338};
+  expectStroke(path, {.width = 1.6579125, .join = LineJoin::Bevel, .dash = dash});
+}
+
+TEST(RasterOverlap, UprightSideOfADashThatSharesItsPixels) {
+  const double dash[] = {14.6786, 2.23892};
+  const Path path = polyline({{21.457, 30}, {21.457, 13.0825}, {16.0698, 7.7418}, {14.1264, 24.6022}, {23.4474, 20.648}});
+  expectStroke(path, {.width = 1.59052, .dash = dash});
+}
+
 TEST(RasterOverlap, HolesOfRingsNarrowerThanThePen) {
   for (const double width : {5.0, 6.0, 6.5, 7.0, 8.0}) {
     SCOPED_TRACE(testing::Message() << "width " << width);
