@@ -19,7 +19,8 @@ const ClassInfo SideBarRow::staticClassInfo{.name = "tessaluna.ready.SideBarRow"
 
 namespace {
 
-constexpr CGFloat iconSide = 16, iconGap = 8, margin = 10, lineHeight = 18, countGap = 8, groundMargin = 6, groundRadius = 5;
+constexpr CGFloat iconSide = 16, iconGap = 8, margin = 10, lineHeight = 18, countGap = 8, groundMargin = 6, groundRadius = 5,
+                  ringInset = 3;
 constexpr CGFloat countTone = 0.72;
 
 NSAttributedString textOf(std::string_view text, const Ref<NSColor>& color, CGFloat size) {
@@ -67,6 +68,7 @@ void SideBarRow::showItem(SideItem item, IconRoom room) {
 void SideBarRow::setIsSelected(bool isSelected) {
   if (std::exchange(isSelected_, isSelected) == isSelected) return;
   updateTint();
+  noteFocusRingMaskChanged();
   setNeedsDisplay(true);
 }
 
@@ -90,7 +92,11 @@ void SideBarRow::layout() {
 
 CGRect SideBarRow::groundRect() const { return NSInsetRect(bounds(), groundMargin, 1); }
 
-CGRect SideBarRow::focusRingMaskBounds() const { return groundRect(); }
+CGRect SideBarRow::focusRingMaskBounds() const {
+  return isSelected_ ? NSInsetRect(groundRect(), ringInset, ringInset) : groundRect();
+}
+
+Ref<NSColor> SideBarRow::focusRingGround() const { return isSelected_ ? NSColor::alternateSelectedControlColor() : nullptr; }
 
 void SideBarRow::drawRect(CGRect) {
   if (isSelected_) {

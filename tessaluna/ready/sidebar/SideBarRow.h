@@ -1,6 +1,7 @@
 // One item of a SideBar: icon, title, count. A click, Return and Space choose it; the bar knows which one is selected.
 #pragma once
 
+#include "tessaluna/platform/views/FocusRingSurroundings.h"
 #include "tessaluna/ready/sidebar/SideBarModel.h"
 
 namespace tessaluna::ready {
@@ -13,7 +14,7 @@ inline constexpr platform::CGFloat sideBarRowHeight = 28;
 constexpr platform::CGFloat sideBarHeadingLeft(int depth) { return 10 + 14 * depth; }
 constexpr platform::CGFloat sideBarTextLeft(int depth) { return sideBarHeadingLeft(depth) + 14; }
 
-class SideBarRow : public platform::NSView {
+class SideBarRow : public platform::NSView, public platform::FocusRingSurroundings {
  public:
   static const platform::ClassInfo staticClassInfo;
   const platform::ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -37,7 +38,10 @@ class SideBarRow : public platform::NSView {
   bool acceptsFirstResponder() const override { return true; }
   bool becomeFirstResponder() override;
   bool canBecomeKeyView() const override;
+  // Within the ground of a selected item, whose color is the ring's usual one.
   platform::CGRect focusRingMaskBounds() const override;
+  const platform::NSView& viewWithFocusRing() const override { return *this; }
+  platform::Ref<platform::NSColor> focusRingGround() const override;
 
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override;

@@ -12,6 +12,7 @@
 #include "tessaluna/platform/accessibility/attributes.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/NSBundle.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/views/NSButton.h"
@@ -495,6 +496,17 @@ TEST_F(SideBarTest, TheFocusRingIsAroundThePlaceWithinTheBar) {
   const CGRect ring = view("Artists")->focusRingMaskBounds();
   EXPECT_TRUE(NSContainsRect(view("Artists")->bounds(), ring));
   EXPECT_GT(ring.size.width, width / 2);
+}
+
+TEST_F(SideBarTest, TheFocusRingOfTheSelectedItemIsWithinItsGround) {
+  const auto item = std::dynamic_pointer_cast<SideBarRow>(view("Artists"));
+  const CGRect ground = item->focusRingMaskBounds();
+  EXPECT_EQ(item->focusRingGround(), nullptr);
+  bar->setSelected("Artists");
+  // The ring is outside its mask, and the corners of the ground are round.
+  EXPECT_EQ(item->focusRingMaskBounds(), NSInsetRect(ground, 3, 3));
+  ASSERT_NE(item->focusRingGround(), nullptr);
+  EXPECT_TRUE(item->focusRingGround()->isEqual(NSColor::alternateSelectedControlColor().get()));
 }
 
 // A bar that is higher than its room.
