@@ -258,6 +258,10 @@ CGRect NSTableView::focusRingMaskBounds() const {
   return keyboardControl() ? keyboard_.ringBounds() : NSView::focusRingMaskBounds();
 }
 
+Ref<NSColor> NSTableView::focusRingGround() const {
+  return keyboardControl() && isRowSelected(*keyboardRow()) ? NSColor::alternateSelectedControlColor() : nullptr;
+}
+
 void NSTableView::scrollRowToVisible(std::size_t row) {
   if (row < rowCount_) scrollRectToVisible(rectOfRow(row));
 }

@@ -18,6 +18,7 @@
 
 #include "tessaluna/platform/accessibility/AccessibleItems.h"
 #include "tessaluna/platform/foundation/NSIndexSet.h"
+#include "tessaluna/platform/views/FocusRingSurroundings.h"
 #include "tessaluna/platform/views/NSTableViewDelegate.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/views/TableKeyboard.h"
@@ -29,7 +30,7 @@ class NSSortDescriptor;
 class NSTableColumn;
 class NSTableHeaderView;
 
-class NSTableView : public NSView, public AccessibleItems {
+class NSTableView : public NSView, public AccessibleItems, public FocusRingSurroundings {
  public:
   static const ClassInfo staticClassInfo;
   const ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -115,7 +116,10 @@ class NSTableView : public NSView, public AccessibleItems {
   Ref<NSObject> focusedAccessibleItem() const override;
   void selectAccessibleItem(std::size_t row, AccessibleItems::Selecting how) override;
   Ref<NSObject> accessibleItemAround(const NSView& subview) const override;
+  // Of a control in a selected row the ground is the selection.
   CGRect focusRingMaskBounds() const override;
+  const NSView& viewWithFocusRing() const override { return *this; }
+  Ref<NSColor> focusRingGround() const override;
   void mouseDown(const Ref<NSEvent>& event) override;
   void mouseDragged(const Ref<NSEvent>& event) override;
   void mouseUp(const Ref<NSEvent>& event) override;

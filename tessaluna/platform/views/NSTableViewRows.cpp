@@ -132,7 +132,10 @@ std::vector<std::size_t> NSTableView::selectedAccessibleItems() const {
 }
 
 Ref<NSObject> NSTableView::focusedAccessibleItem() const {
-  const std::optional<std::size_t> row = keyboardRow();
+  std::optional<std::size_t> row = keyboardRow();
+  // A text that is edited in a row has the keyboard, and the table has not.
+  const auto* first = window() ? dynamic_cast<const NSView*>(window()->firstResponder()) : nullptr;
+  if (!row && first) row = rowForView(*first);
   return row ? accessibleItem(*row) : nullptr;
 }
 

@@ -43,7 +43,7 @@ class TableRowElements::Row : public NSObject, public NSAccessibility {
     std::string name = delegate ? delegate->tableViewNameOfRow(*table_, row_) : std::string();
     return name.empty() ? table_->typeSelectStringOfRow(row_) : name;
   }
-  bool isAccessibilityFocused() const override { return table_ && table_->keyboardRow() == row_; }
+  bool isAccessibilityFocused() const override { return table_ && table_->focusedAccessibleItem().get() == this; }
   CGRect accessibilityFrame() const override { return table_ ? onScreen(*table_, table_->rectOfRow(row_)) : CGRect{}; }
   Ref<NSObject> accessibilityParent() const override {
     return table_ ? NSAccessibilityUnignoredAncestor(refTo<NSObject>(*table_)) : nullptr;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "tessaluna/platform/accessibility/AccessibleDescription.h"
+#include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/cells/NSButtonCell.h"
 #include "tessaluna/platform/cells/NSLevelIndicatorCell.h"
 #include "tessaluna/platform/cells/NSTextFieldCell.h"
@@ -228,6 +229,18 @@ TEST_F(NSTableColumnTest, ReturnEditsTheFirstTextOfARow) {
   user.pressKey("\r");
   EXPECT_THAT(songs->changes, ElementsAre("title of Cello is Bow"));
   EXPECT_EQ(window->firstResponder(), table.get());
+}
+
+TEST_F(NSTableColumnTest, TheTextThatIsEditedHasTheFocusToAssistiveClients) {
+  table->selectRowIndexes(NSIndexSet(1), NSTableView::Selecting::Replaces);
+  window->makeFirstResponder(table.get());
+  EXPECT_EQ(focusedElement(), table->accessibleItem(1));
+  user.pressKey("\r");
+  desktop.settle();
+  EXPECT_EQ(focusedElement(), control(0, 1).cell());
+  user.pressKey("\x1b");
+  desktop.settle();
+  EXPECT_EQ(focusedElement(), table->accessibleItem(1));
 }
 
 TEST_F(NSTableColumnTest, ReturnOnARowWithoutATextToEditLeavesTheKeyboardToTheTable) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tessaluna/platform/events/menuKey.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tests/harness/TableWorld.h"
 #include "tests/harness/printing.h"
 
@@ -130,6 +131,16 @@ TEST_F(TableKeyboardTest, TheRingLiesAroundTheControlThatHasTheKeyboard) {
   key(NSRightArrowFunctionKey);
   key(NSRightArrowFunctionKey);
   EXPECT_EQ(table->focusRingMaskBounds(), (CGRect{20, 30, 20, 30}));
+}
+
+TEST_F(TableKeyboardTest, TheRingOfAControlIsPaintedOnTheSelectionOfItsRow) {
+  select(1);
+  EXPECT_EQ(table->focusRingGround(), nullptr) << "around the table";
+  key(NSRightArrowFunctionKey);
+  ASSERT_EQ(table->keyboardControl(), 0u);
+  ASSERT_NE(table->focusRingGround(), nullptr);
+  EXPECT_TRUE(table->focusRingGround()->isEqual(NSColor::alternateSelectedControlColor().get()));
+  EXPECT_EQ(&table->viewWithFocusRing(), table.get());
 }
 
 TEST_F(TableKeyboardTest, TheMenuKeysOpenTheMenuOfTheRow) {
