@@ -6,6 +6,7 @@
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/menus/NSMenu.h"
 #include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
 
@@ -146,6 +147,8 @@ void NSSegmentedControl::endMomentarySelection() {
 void NSSegmentedControl::setKeySegment(std::optional<std::size_t> segment) {
   keySegment_ = segment;
   noteFocusRingMaskChanged();
+  if (cell() && window() && window()->firstResponder() == this)
+    NSAccessibilityPostNotification(cell(), NSAccessibilityFocusedUIElementChangedNotification);
 }
 
 CGRect NSSegmentedControl::focusRingMaskBounds() const {
@@ -171,7 +174,6 @@ void NSSegmentedControl::moveTo(std::optional<std::size_t> segment) {
     return;
   }
   setKeySegment(segment);
-  NSAccessibilityPostNotification(cell(), NSAccessibilityFocusedUIElementChangedNotification);
 }
 
 void NSSegmentedControl::keyDown(const Ref<NSEvent>& event) {

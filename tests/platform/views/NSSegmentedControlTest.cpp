@@ -381,6 +381,22 @@ TEST_F(NSSegmentedControlTest, AssistiveClientsObserveTheArrowsWhereTheseSelectN
   EXPECT_TRUE(element(1).isAccessibilityFocused());
 }
 
+TEST_F(NSSegmentedControlTest, AssistiveClientsObserveTheFocusWhereTheArrowsSelect) {
+  control->setSelectedSegment(0);
+  std::vector<bool> isSecondFocused;
+  const auto token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityFocusedUIElementChangedNotification, cell, nullptr,
+      [&](const Ref<NSNotification>&) { isSecondFocused.push_back(element(1).isAccessibilityFocused()); });
+  control->performClickOnSegment(1);
+  EXPECT_THAT(isSecondFocused, IsEmpty()) << "the keyboard is elsewhere";
+  control->performClickOnSegment(0);
+  focus();
+  isSecondFocused.clear();
+  user.pressKey(NSRightArrowFunctionKey);
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_THAT(isSecondFocused, ElementsAre(true));
+}
+
 TEST_F(NSSegmentedControlTest, OtherModesAreCheckBoxesAndButtons) {
   control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
   EXPECT_EQ(cell->accessibilityRole(), NSAccessibilityGroupRole);
