@@ -140,6 +140,11 @@ void SearchField::updateTrackingAreas() {
   popUp_->followField(*field_);
 }
 
+void SearchField::resizeSubviewsWithOldSize(CGSize oldSize) {
+  NSView::resizeSubviewsWithOldSize(oldSize);
+  popUp_->followField(*field_);
+}
+
 // Asking and answers.
 
 void SearchField::controlTextDidChange(const Ref<NSNotification>&) {

@@ -72,6 +72,7 @@ class SearchField : public platform::NSView,
   platform::CGSize intrinsicContentSize() const override;
   bool performKeyEquivalent(const platform::Ref<platform::NSEvent>& event) override;
   void updateTrackingAreas() override;
+  void resizeSubviewsWithOldSize(platform::CGSize oldSize) override;
   void controlTextDidChange(const platform::Ref<platform::NSNotification>& notification) override;
   void controlTextDidEndEditing(const platform::Ref<platform::NSNotification>& notification) override;
   bool controlTextViewDoCommandBySelector(platform::NSControl& field, platform::NSTextView& editor,

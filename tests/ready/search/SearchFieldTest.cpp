@@ -613,6 +613,11 @@ TEST_F(SearchFieldTest, StaysBelowTheFieldWhenItMovesOrTheWindowDoes) {
   desktop.settle();
   EXPECT_EQ(popUpWindow().frame().origin.x, 260);
   EXPECT_EQ(CGRectGetMaxY(popUpWindow().frame()), 350 + 180 - 2);
+  // A layout of the program's makes the field wider without another window.
+  search->setFrame({60, 180, 350, 26});
+  desktop.settle();
+  EXPECT_EQ(popUpWindow().frame().size.width, 350);
+  EXPECT_EQ(selected(), "Amber Quartet");
 }
 
 // Assistive clients.
