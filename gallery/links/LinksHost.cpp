@@ -81,6 +81,7 @@ LinksHost::LinksHost() : label_(make<ClickableLabel>(CGRect{0, 0, 420, 100})) {
   label_->setBezeled(false);
   label_->setDrawsBackground(false);
   label_->setEditable(false);
+  label_->setTakesKeyboard(true);
   label_->setAttributedStringValue(textWithLinks());
 }
 

@@ -136,8 +136,9 @@ TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
 
 TEST_F(interfaceFileClassesTest, AClickableLabelIsATextFieldWithACellOfItsOwn) {
   const auto label = load<ClickableLabel>(R"({"class": "TessalunaUIKit.ClickableLabel", "frame": [1, 2, 100, 20],
-      "cell": {"stringValue": "abc", "editable": false}, "properties": {"textColor": "redColor"}})");
+      "cell": {"stringValue": "abc", "editable": false}, "properties": {"textColor": "redColor", "takesKeyboard": true}})");
   EXPECT_EQ(label->stringValue(), "abc");
+  EXPECT_TRUE(label->takesKeyboard());
   EXPECT_EQ(label->textColor(), NSColor::redColor());
   EXPECT_EQ(label->cell()->className(), "TessalunaUIKit.ClickableLabelCell");
   EXPECT_EQ(errorOf(R"({"id": "a", "class": "TessalunaUIKit.ClickableLabel", "outlets": {"actionTarget": "a"}})"),

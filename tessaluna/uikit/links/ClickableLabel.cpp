@@ -6,6 +6,9 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/takenPress.h"
 #include "tessaluna/platform/foundation/SystemVersion.h"
+#include "tessaluna/platform/foundation/memberTables.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/uikit/links/ClickableLabelCell.h"
@@ -23,10 +26,26 @@ std::optional<URL> urlOf(const NSAttributeValue& link) {
   return std::nullopt;
 }
 
+// One for each line that the link is in, from the first to the last.
+std::vector<CGRect> rectsOf(NSRange link, NSTextView& view) {
+  if (!view.layoutManager()) return {};
+  view.layoutSubtreeIfNeeded();
+  const NSLayoutManager& manager = *view.layoutManager();
+  const NSTextContainer& container = *view.textContainer();
+  const NSRange glyphs = manager.glyphRangeForCharacterRange(link, nullptr);
+  if (!isOperatingSystemAtLeastVersion({10, 11, 0})) return manager.rectArrayForGlyphRange(glyphs, glyphs, container);
+  std::vector<CGRect> rects;
+  manager.enumerateEnclosingRectsForGlyphRange(glyphs, glyphs, container,
+                                               [&](CGRect rect, bool&) { rects.push_back(rect); });
+  return rects;
+}
+
+constexpr Property properties[] = {property<&ClickableLabel::setTakesKeyboard, "takesKeyboard">()};
+
 }  // namespace
 
-const ClassInfo ClickableLabel::staticClassInfo{.name = "TessalunaUIKit.ClickableLabel",
-                                                .base = &NSTextField::staticClassInfo};
+const ClassInfo ClickableLabel::staticClassInfo{
+    .name = "TessalunaUIKit.ClickableLabel", .base = &NSTextField::staticClassInfo, .properties = properties};
 
 // It starts as any text field does.
 Ref<NSCell> ClickableLabel::makeCell() {
@@ -44,13 +63,28 @@ void ClickableLabel::setObjectValue(Ref<NSObject> value) {
   if (isAttributed) refreshLinks();
   accessible_.linksDidChange();
   textOfLinks_ = nullptr;
+  if (keyboard_) keyboard_->stopsDidChange();
 }
 
 void ClickableLabel::refreshLinks() {
   if (!textView_) textView_ = make<NSTextView>(bounds());
-  textView_->setFont(font());
-  textView_->textStorage()->setAttributedString(*attributedStringValue());
+  fill(*textView_);
+  resized_ = nullptr;
   if (window()) window()->invalidateCursorRectsForView(*this);
+}
+
+void ClickableLabel::fill(NSTextView& view) const {
+  view.setFont(font());
+  view.textStorage()->setAttributedString(*attributedStringValue());
+}
+
+NSTextView& ClickableLabel::shownText() const {
+  if (textView_->frame().size.width == bounds().size.width) return *textView_;
+  if (!resized_ || resized_->frame().size.width != bounds().size.width) {
+    resized_ = make<NSTextView>(bounds());
+    fill(*resized_);
+  }
+  return *resized_;
 }
 
 void ClickableLabel::resetCursorRects() {
@@ -60,22 +94,10 @@ void ClickableLabel::resetCursorRects() {
   const Ref<NSAttributedString> text = attributedStringValue();
   text->enumerateAttribute(NSLinkAttributeName, {0, text->length()},
                            [this](const std::optional<NSAttributeValue>& link, NSRange range) {
-                             if (link) addCursorRectsOfLink(range);
+                             if (!link || !textView_) return;
+                             for (const CGRect& rect : rectsOf(range, *textView_))
+                               addCursorRect(rect, NSCursor::pointingHandCursor());
                            });
-}
-
-void ClickableLabel::addCursorRectsOfLink(NSRange range) {
-  if (!textView_ || !textView_->layoutManager()) return;
-  textView_->layoutSubtreeIfNeeded();
-  const NSLayoutManager& manager = *textView_->layoutManager();
-  const NSTextContainer& container = *textView_->textContainer();
-  const NSRange glyphs = manager.glyphRangeForCharacterRange(range, nullptr);
-  const auto add = [this](CGRect rect) { addCursorRect(rect, NSCursor::pointingHandCursor()); };
-  if (isOperatingSystemAtLeastVersion({10, 11, 0})) {
-    manager.enumerateEnclosingRectsForGlyphRange(glyphs, glyphs, container, [&](CGRect rect, bool&) { add(rect); });
-  } else {
-    for (const CGRect& rect : manager.rectArrayForGlyphRange(glyphs, glyphs, container)) add(rect);
-  }
 }
 
 void ClickableLabel::mouseDown(const Ref<NSEvent>& event) {
@@ -124,6 +146,39 @@ void ClickableLabel::forgetPress() {
   wasHidden_ = false;
 }
 
+// The keyboard.
+
+void ClickableLabel::setTakesKeyboard(bool takes) {
+  if (takes == takesKeyboard()) return;
+  if (takes) {
+    keyboard_ = make<LinkKeyboard>(bounds(), static_cast<LinkKeyboard::Line&>(*this));
+    keyboard_->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+    addSubview(keyboard_);
+  } else {
+    keyboard_->removeFromSuperview();
+    keyboard_ = nullptr;
+  }
+}
+
+std::vector<CGRect> ClickableLabel::keyboardStops() const {
+  std::vector<CGRect> stops;
+  for (const Link& link : links()) {
+    const std::vector<CGRect> rects = rectsOf(link.range, shownText());
+    stops.push_back(rects.empty() ? CGRect{} : rects.front());
+  }
+  return stops;
+}
+
+void ClickableLabel::keyboardStopDidChange() {
+  NSAccessibilityPostNotification(cell(), NSAccessibilityFocusedUIElementChangedNotification);
+}
+
+Ref<NSColor> ClickableLabel::groundOfStops() const {
+  const auto* shown = dynamic_cast<const NSTextFieldCell*>(cell().get());
+  if (!shown || !shown->drawsBackground()) return nullptr;
+  return shown->backgroundColor() ? shown->backgroundColor() : NSColor::controlBackgroundColor();
+}
+
 // Assistive clients.
 
 // Clients ask for each link by itself, so that a text is searched once.
@@ -148,10 +203,8 @@ std::string ClickableLabel::textOfLink(std::size_t index) const {
 
 CGRect ClickableLabel::frameOfLink(std::size_t index) const {
   if (!window()) return {};
-  textView_->layoutSubtreeIfNeeded();
-  const NSLayoutManager& manager = *textView_->layoutManager();
-  const NSRange glyphs = manager.glyphRangeForCharacterRange(links().at(index).range, nullptr);
-  const CGRect box = manager.boundingRectForGlyphRange(glyphs, *textView_->textContainer());
+  CGRect box;
+  for (const CGRect& rect : rectsOf(links().at(index).range, shownText())) box = NSUnionRect(box, rect);
   return window()->convertRectToScreen(convertRectToView(box, nullptr));
 }
 

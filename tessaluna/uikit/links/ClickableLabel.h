@@ -15,12 +15,14 @@
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/uikit/links/AccessibleLinks.h"
 #include "tessaluna/uikit/links/ClickableLabelTarget.h"
+#include "tessaluna/uikit/links/LinkKeyboard.h"
 
 namespace TessalunaUIKit {
 
 class ClickableLabel : public tessaluna::platform::NSTextField,
                        public tessaluna::platform::KeyboardAtPress,
-                       private LinksForClients {
+                       private LinksForClients,
+                       private LinkKeyboard::Line {
  public:
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -32,6 +34,11 @@ class ClickableLabel : public tessaluna::platform::NSTextField,
   // Kept alive: a target that owns the label has to break that cycle itself. Null: clicks are swallowed.
   const tessaluna::platform::Ref<ClickableLabelTarget>& actionTarget() const { return actionTarget_; }
   void setActionTarget(tessaluna::platform::Ref<ClickableLabelTarget> target) { actionTarget_ = std::move(target); }
+
+  // An addition: the Tab key enters the links, Left and Right go from one to the next, Return presses one. The ring is around
+  // the link's part in its first line. A press with the mouse does not take the keyboard. Off initially.
+  bool takesKeyboard() const { return keyboard_ != nullptr; }
+  void setTakesKeyboard(bool takes);
 
   // A text is taken as it is now: what the program changes in it later does not show.
   void setObjectValue(tessaluna::platform::Ref<tessaluna::platform::NSObject> value) override;
@@ -59,7 +66,9 @@ class ClickableLabel : public tessaluna::platform::NSTextField,
   };
   const std::vector<Link>& links() const;
   void refreshLinks();
-  void addCursorRectsOfLink(tessaluna::platform::NSRange range);
+  void fill(tessaluna::platform::NSTextView& view) const;
+  // The text in the label's present size; once there are links.
+  tessaluna::platform::NSTextView& shownText() const;
   void forgetPress();
 
   std::size_t numberOfLinks() const override { return links().size(); }
@@ -67,14 +76,22 @@ class ClickableLabel : public tessaluna::platform::NSTextField,
   tessaluna::platform::CGRect frameOfLink(std::size_t index) const override;
   void pressLink(std::size_t index) override;
   tessaluna::platform::Ref<tessaluna::platform::NSObject> parentOfLinks() const override { return cell(); }
+  bool isLinkFocused(std::size_t index) const override { return keyboard_ && keyboard_->currentStop() == index; }
+
+  std::vector<tessaluna::platform::CGRect> keyboardStops() const override;
+  void pressKeyboardStop(std::size_t stop) override { pressLink(stop); }
+  void keyboardStopDidChange() override;
+  tessaluna::platform::Ref<tessaluna::platform::NSColor> groundOfStops() const override;
 
   tessaluna::platform::Ref<ClickableLabelTarget> actionTarget_;
-  tessaluna::platform::Ref<tessaluna::platform::NSTextView> textView_;  // finds the links; in no window
+  tessaluna::platform::Ref<tessaluna::platform::NSTextView> textView_;         // finds the links; in no window
+  mutable tessaluna::platform::Ref<tessaluna::platform::NSTextView> resized_;  // the same while the label has another width
   tessaluna::platform::NSRange clickedLinkRange_;
   std::optional<tessaluna::platform::URL> clickedLink_;  // from a press on a link to its release
   bool wasHidden_ = false;                               // since the last press or release
   AccessibleLinks accessible_;
-  mutable std::vector<Link> links_;  // those of the text that they were found in
+  tessaluna::platform::Ref<LinkKeyboard> keyboard_;  // over the label; null unless the keyboard is taken
+  mutable std::vector<Link> links_;                  // those of the text that they were found in
   mutable tessaluna::platform::Ref<const tessaluna::platform::NSAttributedString> textOfLinks_;
 };
 

@@ -66,7 +66,7 @@ void LinkKeyboard::keyDown(const Ref<NSEvent>& event) {
 
 CGRect LinkKeyboard::focusRingMaskBounds() const {
   const std::optional<std::size_t> stop = currentStop();
-  return stop ? line_.keyboardStops()[*stop] : CGRect{};
+  return stop ? convertRectFromView(line_.keyboardStops()[*stop], superview()) : CGRect{};
 }
 
 }  // namespace TessalunaUIKit
