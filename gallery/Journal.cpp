@@ -15,6 +15,8 @@ void Journal::add(const std::string& line) {
   constexpr int maxLines = 200;
   insertItem(0, QString("%1   %2").arg(++count_).arg(QString::fromStdString(line)));
   if (count() > maxLines) delete takeItem(maxLines);
+  // For who scrolls with keys; an empty one is passed over.
+  setFocusPolicy(Qt::TabFocus);
 }
 
 Report Journal::addingTo(Report next) {

@@ -1,7 +1,9 @@
 // Lines of links in a column whose width can be dragged, and a label whose text wraps in it. The host is
 // gallery/links/LinksHost.
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -31,6 +33,34 @@ QWidget* embed(const Ref<NSView>& view, int height, const std::string& name) {
   nameControl(*widget, name);
   return widget;
 }
+
+// Dragged, or moved with the arrow keys.
+class Handle : public QSplitterHandle {
+ public:
+  explicit Handle(QSplitter* splitter) : QSplitterHandle(Qt::Horizontal, splitter) { setFocusPolicy(Qt::TabFocus); }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    constexpr int step = 10;
+    switch (event->key()) {
+      case Qt::Key_Left: return moveSplitter(x() - step);
+      case Qt::Key_Right: return moveSplitter(x() + step);
+      default: QSplitterHandle::keyPressEvent(event);
+    }
+  }
+  void paintEvent(QPaintEvent* event) override {
+    QSplitterHandle::paintEvent(event);
+    if (hasFocus()) QPainter(this).fillRect(rect(), palette().color(QPalette::Highlight));
+  }
+};
+
+class Sides : public QSplitter {
+ public:
+  Sides() : QSplitter(Qt::Horizontal) {}
+
+ protected:
+  QSplitterHandle* createHandle() override { return new Handle(this); }
+};
 
 QLabel* makeNote(const std::string& text) {
   auto* note = new QLabel(QString::fromStdString(text));
@@ -85,7 +115,7 @@ QWidget* makeLinksPage(Report report) {
   reports->addWidget(heading);
   reports->addWidget(journal, 1);
 
-  auto* sides = new QSplitter(Qt::Horizontal);
+  auto* sides = new Sides;
   sides->setObjectName("sides");
   sides->setChildrenCollapsible(false);
   sides->addWidget(makeSamples(*host));

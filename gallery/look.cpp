@@ -37,6 +37,7 @@ QWidget[ground="dark"] #cardNote { color: #a2a2ac; }
 #label { font-size: 12px; color: {note}; }
 #card QCheckBox { font-size: 11px; color: {note}; spacing: 5px; }
 #journal { background: {raised}; border: 1px solid {edge}; border-radius: 10px; padding: 6px; font-size: 12px; color: {text}; }
+#journal:focus { border: 2px solid {focus}; padding: 5px; }
 QScrollArea { background: transparent; border: 2px solid transparent; border-radius: 5px; }
 #pageScroller { border: none; }
 QScrollArea:focus { border-color: {focus}; }
