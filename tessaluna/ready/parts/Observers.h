@@ -1,4 +1,4 @@
-// Who is notified by a model. Not kept alive; one that ends is removed first, which it may be while others are notified.
+// Who is notified by a model. Not kept alive: an observer removes itself before it ends, even while others are notified.
 #pragma once
 
 #include <algorithm>

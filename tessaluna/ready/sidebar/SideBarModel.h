@@ -1,4 +1,4 @@
-// What a SideBar shows: a program's own places, in a few words. Whoever changes them afterwards says so.
+// What a SideBar shows: a program's own places, in a few words. When they change, the model announces it.
 //
 //   class Places : public tessaluna::ready::SideBarModel {
 //    public:
@@ -45,7 +45,7 @@ class SideBarModel {
   virtual ~SideBarModel() = default;
   virtual std::vector<SideSection> sections() const = 0;
 
-  // Who is notified of changes: the bars that show the model. Not kept alive.
+  // Who is notified of changes: the bars that show the model. Not kept alive: an observer removes itself before it ends.
   class Observer {
    public:
     virtual ~Observer() = default;

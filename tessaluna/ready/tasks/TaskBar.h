@@ -1,5 +1,5 @@
-// Background tasks of a program in one line: the progress of all of them, the title of the oldest, and a cross that stops it. The line is
-// hidden while there are none:
+// Background tasks of a program in one line: the progress of all of them, the title of the oldest, and a cross that stops it.
+// The line is hidden while there are none:
 //
 //   const auto tasks = make<ready::TaskBar>(CGRect{0, 0, 320, 20});
 //   auto scan = tasks->begin({.title = "Scanning the library", .length = 1200, .abort = [&] { scanner.stop(); }});
@@ -24,9 +24,9 @@ class TaskBar;
 
 struct TaskDescription {
   std::string title;
-  double length = 1;  // in a unit that all tasks share; 0, or what is not a length: unknown
-  std::function<void()>
-      abort{};  // called once, when the user asks for it; without it there is no cross. The task continues until it ends.
+  double length = 1;  // in a unit that all tasks share; 0, negative or not finite: unknown
+  // Called once, when the user asks for it; without it there is no cross. The task continues until it ends.
+  std::function<void()> abort{};
 };
 
 // A task that shows until it ends, at the latest when this is destroyed. It may outlive its bar.

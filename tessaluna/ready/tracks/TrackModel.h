@@ -46,7 +46,7 @@ class TrackModel {
   virtual bool isSortable() const { return false; }
   virtual void sortBy(TrackColumn, bool /*ascending*/) {}
 
-  // Who is notified of changes: the tables that show the model. Not kept alive.
+  // Who is notified of changes: the tables that show the model. Not kept alive: an observer removes itself before it ends.
   class Observer {
    public:
     virtual ~Observer() = default;

@@ -58,8 +58,8 @@ class TrackTable : public platform::NSView,
   const platform::Ref<platform::NSScrollView>& scrollView() const { return scrollView_; }
   // The table's name for assistive clients; "Tracks" at first.
   void setName(const std::string& name);
-  // On at first.
-  void setShowsHeader(bool shows);
+  void setShowsHeader(bool shows);  // on at first
+  // Called after each change of the selection, whoever made it. The table may be removed in it.
   void setOnSelectionChange(std::function<void()> changed) { selectionChanged_ = std::move(changed); }
 
   void layout() override;

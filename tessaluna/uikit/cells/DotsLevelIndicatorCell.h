@@ -1,4 +1,4 @@
-// A level's cell that is highlighted, so that a rating shows its missing stars as dots, and that carries a color for the host.
+// A level's cell that is highlighted, so that a rating shows its missing stars as dots, and that keeps a color for the host.
 // Comes from interface files only.
 #pragma once
 
@@ -19,8 +19,8 @@ class DotsLevelIndicatorCell : public tessaluna::platform::NSLevelIndicatorCell 
   explicit DotsLevelIndicatorCell(tessaluna::platform::Ref<tessaluna::platform::NSImage> image);
   tessaluna::platform::Ref<NSCell> copy() const override { return tessaluna::platform::make<DotsLevelIndicatorCell>(*this); }
 
-  // Stored for the host, who may draw with it; black initially, whatever an archive holds; a property of interface files.
-  // Setting it asks for no redraw.
+  // Stored for the host, who may draw with it: the library does not read it. Black initially, whatever an archive holds; a
+  // property of interface files. Setting it requests no redraw.
   const tessaluna::platform::Ref<tessaluna::platform::NSColor>& borderColor() const { return borderColor_; }
   void setBorderColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color) { borderColor_ = std::move(color); }
 

@@ -17,7 +17,7 @@ class ExtPopUpButtonCell : public tessaluna::platform::NSPopUpButtonCell {
   tessaluna::platform::Ref<NSCell> copy() const override { return tessaluna::platform::make<ExtPopUpButtonCell>(*this); }
 
   // Made in code it is for a dark ground, and from an archive for a light one until it is set; a property of interface files.
-  // Setting it asks for no redraw.
+  // Setting it requests no redraw.
   bool useDarkTheme() const { return useDarkTheme_; }
   void setUseDarkTheme(bool useDarkTheme) { useDarkTheme_ = useDarkTheme; }
 
@@ -25,7 +25,7 @@ class ExtPopUpButtonCell : public tessaluna::platform::NSPopUpButtonCell {
   // counted in UTF-16 units.
   std::u16string shortenedTitle(tessaluna::platform::CGFloat width) const;
 
-  // Neither the state nor the border of the stock cell counts.
+  // Neither depends on the state or the border of the stock cell.
   void drawBorderAndBackgroundWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
   void drawTitleWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
 

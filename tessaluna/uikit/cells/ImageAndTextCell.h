@@ -16,12 +16,12 @@ class ImageAndTextCell : public tessaluna::platform::NSTextFieldCell {
   explicit ImageAndTextCell(tessaluna::platform::NSCoder& coder) : NSTextFieldCell(coder) {}
   tessaluna::platform::Ref<NSCell> copy() const override { return tessaluna::platform::make<ImageAndTextCell>(*this); }
 
-  // Null for text only; a property of interface files. Setting it asks for no redraw.
+  // Null for text only; a property of interface files. Setting it requests no redraw.
   const tessaluna::platform::Ref<tessaluna::platform::NSImage>& cellImage() const { return cellImage_; }
   void setCellImage(tessaluna::platform::Ref<tessaluna::platform::NSImage> image) { cellImage_ = std::move(image); }
   bool isGroupCell() const { return !cellImage_ && !title().empty(); }
 
-  // As wide as the stock cell and a gap, and with an image by a slot as wide as the text is high.
+  // The stock cell's size and a gap in width; with an image also a square slot as high as the cell.
   tessaluna::platform::CGSize cellSize() const override;
   // Where the text is edited. The slot is left free also without an image.
   tessaluna::platform::CGRect titleRectForBounds(tessaluna::platform::CGRect bounds) const override;

@@ -22,7 +22,7 @@ class UnderlinedSegmentedCell : public tessaluna::platform::NSSegmentedCell {
     return tessaluna::platform::make<UnderlinedSegmentedCell>(*this);
   }
 
-  // Colors for a dark ground, or for a light one. Neither setter asks for a redraw.
+  // Colors for a dark ground, or for a light one. Neither setter requests a redraw.
   bool useDarkTheme() const { return useDarkTheme_; }
   void setUseDarkTheme(bool useDarkTheme) { useDarkTheme_ = useDarkTheme; }
   // Of the bar. Drawing it with a null color stops the program.
@@ -34,12 +34,12 @@ class UnderlinedSegmentedCell : public tessaluna::platform::NSSegmentedCell {
   // The segment on which the mouse went down, enabled or not, until it goes up; absent otherwise.
   std::optional<std::size_t> pressedSegment() const { return pressedSegment_.value; }
 
-  // The label with ten points at each side, not rounded; 0 for a segment without a label.
+  // In points, not rounded: the label and ten points at each side; 0 for a segment without a label.
   tessaluna::platform::CGFloat widthForSegment(std::size_t segment) const override;
   // Draws the segments one after the other, and no background.
   void drawWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
-  // The label in the first three quarters of the height, cut there, and the line near the end of the frame. Without a label
-  // neither. A press changes the label's color only.
+  // The label in the first three quarters of the height, cut off there, and the line near the end of the frame; nothing for
+  // a segment without a label. A press changes only the label's color.
   void drawSegment(std::size_t segment, tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;
 
   // Three dots over the line, in the colors of a label.

@@ -1,6 +1,6 @@
 // A section that folds down to its header and opens again to the height that its content needs. Everything in it
-// places itself by constraints; the section itself has one more, at most so high, which is moved. So the section's own bottom
-// must hang on its content with less than the required priority, or the content could not be cut.
+// places itself by constraints; the section itself has one more, a limit of its height, whose constant moves. So the section's own
+// bottom must hang on its content with less than the required priority, or the content could not be cut off.
 //
 // The host sets the outlets and connects the header's button to toggleDisclosure:.
 #pragma once
@@ -41,7 +41,7 @@ class DisclosureView : public tessaluna::platform::NSView {
 
   // The action of a header's button: opens or closes with animation.
   void toggleDisclosure(NSObject* sender);
-  // Nothing happens if the section is so already, or is changing. Before awakeFromNib the program stops.
+  // Nothing happens if the section is open or folded already, as asked, or is changing. Before awakeFromNib the program stops.
   void setDisclosureTo(bool to, bool animate);
 
   // An addition: what the folded section cuts off wholly leaves the Tab chain and what assistive clients are shown. Off at the

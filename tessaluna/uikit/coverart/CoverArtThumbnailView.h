@@ -1,6 +1,6 @@
-// An album's cover at the size of a thumbnail. A click enlarges it into a panel, whose upper left corner is the thumbnail's, by
-// the pixels that the image has and the screen has room for to the right and below. An image with a drawing handler has none, and
-// its panel is empty. Another click closes the panel, and so does whatever takes the key status from it. An image that is set
+// An album's cover at the size of a thumbnail. A click enlarges it into a panel with the thumbnail's upper left corner, as large
+// as the image has pixels and the screen has room to the right and below. An image with a drawing handler has no pixels, and its
+// panel is empty. Another click closes the panel, and so does whatever takes the key status from it. An image that is set
 // meanwhile resizes it.
 #pragma once
 
@@ -30,7 +30,7 @@ class CoverArtThumbnailView : public tessaluna::platform::NSImageView, public te
   bool closesByClickAndEscape() const { return closesByClickAndEscape_; }
   void setClosesByClickAndEscape(bool closes) { closesByClickAndEscape_ = closes; }
 
-  // An open panel shows the new image and moves to its frame. With none it shrinks to an empty square.
+  // An open panel shows the new image and takes its size; with a null image it shrinks to an empty square.
   void setImage(tessaluna::platform::Ref<tessaluna::platform::NSImage> image) override;
 
   // Nothing while none is open. The panel is gone at once, but for a millisecond a click does not open another one.

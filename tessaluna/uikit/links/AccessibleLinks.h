@@ -25,9 +25,9 @@ class LinksForClients {
 // The elements, which are the same ones until the links change.
 class AccessibleLinks {
  public:
-  // Both are of one object, the view that has this as a member.
+  // Both arguments are the same object: the view that has this as a member.
   tessaluna::platform::AccessibilityElements elements(tessaluna::platform::NSObject& view, LinksForClients& links);
-  // From now on there are others. Clients are notified of the end of the earlier ones.
+  // The next call makes others. Clients are notified that the earlier ones are gone.
   void linksDidChange();
 
  private:

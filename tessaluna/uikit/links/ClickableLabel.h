@@ -47,7 +47,7 @@ class ClickableLabel : public tessaluna::platform::NSTextField,
   void resetCursorRects() override;
   // A press never begins to edit, even where the label is editable, as it is initially: the next one is a click, too.
   bool takesKeyboardAtPress() const override { return false; }
-  // A press that is taken from the label, which leaves its window say or is hidden, ends without a click.
+  // A press ends without a click if the label leaves its window or is hidden meanwhile.
   void mouseDown(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void viewDidHide() override;

@@ -31,7 +31,7 @@ class LinkKeyboard : public tessaluna::platform::NSView, public tessaluna::platf
 
   // Absent while the keys go elsewhere.
   std::optional<std::size_t> currentStop() const;
-  // Stops, or their places, are others than before.
+  // The stops or their places have changed.
   void stopsDidChange();
   // The same for places that a drawing has shown: the ring follows with the next one.
   void stopsWereDrawn();

@@ -1,5 +1,5 @@
 // Shows a host's long background tasks as one thin bar, filled by the sum of all positions against the sum of all lengths, with
-// their number beside it where there are several. A task is added under a key, moved on, and removed; one that is through
+// their number beside it where there are several. A task is added under a key, moved forward, and removed; a task that is done
 // stays until then. The view is hidden while there is nothing to show.
 //
 // For each task there is a record, an NSDictionary that is replaced and never changed:
@@ -35,7 +35,7 @@ class ProgressMonitorView : public tessaluna::platform::NSView {
   void addBackgroundTaskProgress(std::string_view task, double totalLength, const void* abortSem);
   // An unknown task is ignored.
   void setBackgroundTaskProgressPosition(double position, std::string_view forTask);
-  // Hides the view if what remains has no length, also if that are tasks of length 0. With an unknown task as well.
+  // Hides the view if the tasks that remain have no length in sum, even if there are some; for an unknown task, too.
   void removeBackgroundTaskProgress(std::string_view task);
 
   // The records by the tasks' keys: the view's own dictionary, in which later changes show.

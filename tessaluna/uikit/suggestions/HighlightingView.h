@@ -14,8 +14,8 @@ class HighlightingView : public tessaluna::platform::NSView {
   explicit HighlightingView(tessaluna::platform::CGRect frame) : NSView(frame) {}
   explicit HighlightingView(tessaluna::platform::NSCoder& coder) : NSView(coder) { coder.overlookKeys({"isHighlighted"}); }
 
-  // The row is the selected one. Each assignment tells the cells of the text fields in the row which ground they are on,
-  // and asks for a redraw.
+  // The row is the selected one. Each assignment sets the background style of the cells of the row's text fields, and
+  // requests a redraw.
   bool isHighlighted() const { return isHighlighted_; }
   void setIsHighlighted(bool isHighlighted);
 

@@ -18,7 +18,7 @@ struct Suggestion {
   tessaluna::platform::Ref<tessaluna::platform::NSImage> image;  // may be null; a copy of the suggestion shares it
 
   Suggestion(std::string text, std::optional<std::int64_t> identifier) : label(std::move(text)), itemId(identifier) {}
-  // Bytes that cannot be decoded leave the image absent; they are not kept.
+  // Bytes that cannot be decoded leave the image null. They are not kept.
   Suggestion(std::string text, std::optional<std::int64_t> identifier, std::optional<std::string> secondText,
              std::optional<std::span<const std::byte>> imageData)
       : label(std::move(text)),

@@ -55,7 +55,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   void setMaximumRows(std::optional<std::size_t> rows);
 
   // The selected row. The first operation notifies nobody, the second one the target. Setting the row that is selected already
-  // selects it again. A present view in a controller from a coder stops the program.
+  // selects it again. In a controller from a coder a view that is not null stops the program.
   const tessaluna::platform::Ref<HighlightingView>& selectedView() const { return selectedView_; }
   void setSelectedView(tessaluna::platform::Ref<HighlightingView> view);
   void userSetSelectedView(tessaluna::platform::Ref<HighlightingView> view);
@@ -78,11 +78,11 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   // How many rows the Page keys move by: as many as show, but for one.
   std::int64_t rowsOfPage() const;
 
-  // A field that is in no window stops the program.
+  // Shows the pop-up below the field, which is kept alive until the next begin. A field that is in no window stops the program.
   void beginForTextField(const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
   // Brings a visible pop-up back under its field, cut off at the lower edge of the screen.
   void parentControlMoved();
-  // Rows, selection and suggestions stay.
+  // Ends the pop-up. Rows, selection and suggestions stay.
   void cancelSuggestions();
 
   // An addition: the pop-up ends when the field's window is hidden without having had the key status. False initially: then

@@ -14,7 +14,7 @@ class PrevNextButton : public tessaluna::platform::NSButton {
   explicit PrevNextButton(tessaluna::platform::CGRect frame) : NSButton(frame) {}
   explicit PrevNextButton(tessaluna::platform::NSCoder& coder) : NSButton(coder) { coder.overlookKeys({"next"}); }
 
-  // The direction; false initially, whatever an archive holds; a property of interface files. Setting it asks for no redraw.
+  // The direction; false initially, whatever an archive holds; a property of interface files. Setting it requests no redraw.
   bool next() const { return next_; }
   void setNext(bool next) { next_ = next; }
 

@@ -7,7 +7,7 @@
 //   true         true        pressed        a release here notifies the target
 //   false        true        pressed away   a release here does not
 //
-// The row itself is the host's: it sets what a control is to show and asks for the redraw. A control can be clicked while it
+// The row itself is the host's: it sets what a control is to show and requests the redraw. A control can be clicked while it
 // draws nothing. Mouse events stop here and do not reach the row.
 #pragma once
 
@@ -24,12 +24,12 @@ class TrackRowControl : public tessaluna::platform::NSView {
 
   explicit TrackRowControl(tessaluna::platform::CGRect frame) : NSView(frame) {}
   // All states are those of a new control, whatever an archive holds; interface files set them as properties. The target is
-  // not reachable by name, and so no outlet.
+  // not reachable by name, and so not an outlet.
   explicit TrackRowControl(tessaluna::platform::NSCoder& coder) : NSView(coder) {
     coder.overlookKeys({"hasMouseOnRow", "isPressed"});
   }
 
-  // The mouse is somewhere on the control's row. Set by the host, who also asks for the redraw.
+  // The mouse is somewhere on the control's row. Set by the host, who also requests the redraw.
   bool hasMouseOnRow() const { return hasMouseOnRow_; }
   void setHasMouseOnRow(bool has) { hasMouseOnRow_ = has; }
 

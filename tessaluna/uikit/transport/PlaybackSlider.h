@@ -12,8 +12,8 @@
 // ends without its release asks for nothing, and the knob returns, unless it is continuous and has asked already.
 //
 // A song whose length is absent, unknown or endless, has no knob and cannot be sought in. Time runs from left to right in every
-// layout. Resting on the track the pointer shows the time that a press there asks for, as a tool tip. While the user holds the knob, that
-// time is above it.
+// layout. A pointer that rests on the track shows the time that a press there asks for, as a tool tip. While the user holds the
+// knob, that time is above it.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,7 @@
 
 namespace TessalunaUIKit {
 
-// Of a song, counted in its frames.
+// A part of a song that is loaded, in the song's audio frames; PlaybackTransportSliderCell says what 0 frames show.
 struct LoadedSpan {
   std::uint64_t start = 0, frames = 0;
   bool isCompleted = false;
@@ -52,7 +52,7 @@ class PlaybackSlider : public tessaluna::platform::NSSlider, public tessaluna::p
   // What is loaded, as PlaybackTransportSliderCell shows it. Requests a redraw.
   void showLoaded(LoadedSpan first, LoadedSpan second = {});
 
-  double position() const;  // of the knob; without a length what the player reported
+  double position() const;  // of the knob, in seconds; of a song without a length, what the player reported
   void setPosition(double seconds);
   double requestedTime() const { return position(); }  // for the action
   bool isSeeking() const { return isPressed() || isUnconfirmed_; }

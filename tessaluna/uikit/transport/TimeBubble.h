@@ -17,13 +17,13 @@ class TimeBubble {
   TimeBubble& operator=(const TimeBubble&) = delete;
   ~TimeBubble();
 
-  // Above the rectangle, in the window's base space, or below it at the upper edge of the screen.
+  // Above the rectangle, which is in the parent's base space, or below it at the upper edge of the screen.
   void show(const std::string& text, tessaluna::platform::CGRect rect, tessaluna::platform::NSWindow& parent);
   void hide();
 
  private:
   class Window;
-  tessaluna::platform::Ref<Window> window_;  // once it was shown
+  tessaluna::platform::Ref<Window> window_;  // null until it is shown
 };
 
 }  // namespace TessalunaUIKit
