@@ -47,6 +47,14 @@ endforeach()
 step("${CMAKE_COMMAND}" -G Ninja -S "${CMAKE_CURRENT_LIST_DIR}/outside" -B "${WORK}/build" "-DCMAKE_PREFIX_PATH=${prefix}"
      "-DCMAKE_CXX_COMPILER=${COMPILER}" -DCMAKE_BUILD_TYPE=Release -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON)
 step("${CMAKE_COMMAND}" --build "${WORK}/build")
+# They are linked to what their sources use. Who links them needs none of it.
+execute_process(COMMAND "${CMAKE_COMMAND}" -G Ninja -S "${CMAKE_CURRENT_LIST_DIR}/components" -B "${WORK}/components"
+                        "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_CXX_COMPILER=${COMPILER}" -DASKED=Ready
+                        -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON -DCMAKE_DISABLE_FIND_PACKAGE_PkgConfig=ON
+                OUTPUT_VARIABLE output ERROR_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+if(NOT output MATCHES "found: TRUE targets: Graphics Platform StyleKit UIKit Ready\\.")
+  message(FATAL_ERROR "shared libraries need what only their sources use:\n${output}")
+endif()
 step("${WORK}/build/outside")
 execute_process(COMMAND readelf -d "${WORK}/build/outside" OUTPUT_VARIABLE dynamic COMMAND_ERROR_IS_FATAL ANY)
 if(NOT dynamic MATCHES "NEEDED[^\n]*\\[libTessalunaStyleKit\\.so\\.${abi}\\]")
