@@ -497,6 +497,18 @@ TEST_F(SearchFieldTest, AClickElsewhereOnlyClosesThePopUp) {
   EXPECT_EQ(text(), "amb");
 }
 
+TEST_F(SearchFieldTest, AfterAClickElsewhereTheEarlierRowsDoNotComeBack) {
+  user.type("a");
+  user.click(*window, {20, 20});
+  ASSERT_FALSE(popUp().isOpen());
+  answersLater = true;
+  user.type("m");
+  desktop.advance(1);
+  EXPECT_TRUE(popUp().isOpen());
+  EXPECT_TRUE(titles().empty());
+  EXPECT_EQ(popUp().content().note, "Searching…");
+}
+
 TEST_F(SearchFieldTest, AClickInTheFieldClosesThePopUpAndMovesTheCaret) {
   user.type("amb");
   user.click(*window, {50 + 23, 213});
