@@ -16,6 +16,7 @@
 #include "tessaluna/platform/views/NSTableColumn.h"
 #include "tessaluna/platform/views/NSTableHeaderView.h"
 #include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/uikit/cells/DotsLevelIndicatorCell.h"
 #include "tessaluna/uikit/cells/ExtPopUpButtonCell.h"
@@ -66,8 +67,21 @@ Ref<NSControl> makeStars(Theme theme, bool isEditable) {
   return indicator;
 }
 
+// On a dark ground whatever the desktop's colors, in which the caret and what is selected would not be seen.
+class RowOnDark : public ImageAndTextCell {
+ public:
+  using ImageAndTextCell::ImageAndTextCell;
+  Ref<NSCell> copy() const override { return make<RowOnDark>(*this); }
+  Ref<NSText> setUpFieldEditorAttributes(const Ref<NSText>& editor) override {
+    const Ref<NSText> ready = ImageAndTextCell::setUpFieldEditorAttributes(editor);
+    ready->setInsertionPointColor(textColor());
+    ready->setSelectedTextBackgroundColor(NSColor::colorWithCalibratedRed(0.15, 0.3, 0.6, 1));
+    return ready;
+  }
+};
+
 Ref<NSControl> makeRow(Theme theme, const std::string& text, const Ref<NSImage>& image) {
-  const auto cell = make<ImageAndTextCell>();
+  const Ref<ImageAndTextCell> cell = theme == Theme::Dark ? make<RowOnDark>() : make<ImageAndTextCell>();
   cell->setStringValue(text);
   cell->setCellImage(image);
   cell->setEditable(image != nullptr);
