@@ -9,8 +9,13 @@ namespace tessaluna::platform {
 
 const ClassInfo NSClipView::staticClassInfo{.name = "NSClipView", .base = &NSView::staticClassInfo};
 
+const Ref<NSView>& NSClipView::documentView() const {
+  static const Ref<NSView> none;
+  return documentView_ && documentView_->superview() == this ? documentView_ : none;
+}
+
 void NSClipView::setDocumentView(const Ref<NSView>& view) {
-  if (documentView_) documentView_->removeFromSuperview();
+  if (const Ref<NSView> earlier = documentView()) earlier->removeFromSuperview();
   documentView_ = view;
   if (view) addSubview(view);
   layOutTree();
@@ -20,8 +25,8 @@ void NSClipView::setDocumentView(const Ref<NSView>& view) {
 }
 
 CGPoint NSClipView::constrainScrollPoint(CGPoint point) const {
-  if (!documentView_) return {0, 0};
-  const CGRect document = documentView_->frame();
+  if (!documentView()) return {0, 0};
+  const CGRect document = documentView()->frame();
   const auto along = [](CGFloat wanted, CGFloat now, CGFloat start, CGFloat length, CGFloat shown) {
     // What is NaN would stay so at every later scroll.
     return std::clamp(std::isnan(wanted) ? now : wanted, start, std::max(start, start + length - shown));
@@ -38,8 +43,8 @@ void NSClipView::scrollToPoint(CGPoint point) {
 }
 
 CGRect NSClipView::documentVisibleRect() const {
-  return documentView_ ? NSIntersectionRect(documentView_->convertRectFromView(bounds(), this), documentView_->bounds())
-                       : NSZeroRect;
+  const Ref<NSView>& document = documentView();
+  return document ? NSIntersectionRect(document->convertRectFromView(bounds(), this), document->bounds()) : NSZeroRect;
 }
 
 // Whichever of the two changed, the document reaches only so far.
@@ -49,11 +54,11 @@ void NSClipView::layout() {
 }
 
 void NSClipView::subviewFrameDidChange(NSView& view) {
-  if (&view == documentView_.get()) setNeedsLayout(true);
+  if (&view == documentView().get()) setNeedsLayout(true);
 }
 
 void NSClipView::contentDidChange() {
-  if (documentView_) documentView_->prepareContentInRect(documentVisibleRect());
+  if (documentView()) documentView()->prepareContentInRect(documentVisibleRect());
   if (auto* scrollView = dynamic_cast<NSScrollView*>(superview())) scrollView->reflectScrolledClipView(*this);
 }
 

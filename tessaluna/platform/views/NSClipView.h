@@ -13,9 +13,9 @@ class NSClipView : public NSView {
 
   using NSView::NSView;
 
-  const Ref<NSView>& documentView() const { return documentView_; }
+  const Ref<NSView>& documentView() const;  // null for none, also once it has gone to another superview
   void setDocumentView(const Ref<NSView>& view);
-  bool isFlipped() const override { return documentView_ && documentView_->isFlipped(); }
+  bool isFlipped() const override { return documentView() && documentView()->isFlipped(); }
 
   // As near to the point as the document reaches. The document and the scroll view are notified of what it then shows.
   void scrollToPoint(CGPoint point);

@@ -85,6 +85,18 @@ TEST_F(NSScrollViewTest, AnotherDocumentTakesThePlaceOfTheFirst) {
   EXPECT_EQ(origin(), (CGPoint{0, 0}));
 }
 
+TEST_F(NSScrollViewTest, ADocumentThatWentElsewhereIsNoDocumentAnyMore) {
+  scrollTo({50, 500});
+  window->contentView()->addSubview(document);
+  EXPECT_EQ(scrollView->documentView(), nullptr);
+  document->prepared.clear();
+  scrollTo({50, 500});
+  EXPECT_EQ(origin(), (CGPoint{0, 0}));
+  EXPECT_TRUE(document->prepared.empty());
+  scrollView->setDocumentView(nullptr);
+  EXPECT_EQ(document->superview(), window->contentView().get());
+}
+
 TEST_F(NSScrollViewTest, ScrollsAsFarAsTheDocumentReaches) {
   scrollTo({-10, -10});
   EXPECT_EQ(origin(), (CGPoint{0, 0}));
