@@ -28,6 +28,7 @@ constexpr Property viewProperties[] = {
     property<&NSView::setTintGroundColor, "tintGroundColor">(),
     property<&NSView::setWantsLayer, "wantsLayer">(),
     property<&NSView::setToolTip, "toolTip">(),
+    property<&NSView::setEnablesControls, "enablesControls">(),
     property<&NSView::setIdentifier, "identifier">(),
     property<&NSView::setFocusRingType, "focusRingType">(),
     property<&NSView::setUserInterfaceLayoutDirection, "userInterfaceLayoutDirection">(),
@@ -49,7 +50,10 @@ NSUserInterfaceLayoutDirection NSView::userInterfaceLayoutDirection() const {
 }
 
 void NSView::setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirection direction) {
-  if (std::exchange(layoutDirection_, direction) != direction) layoutDirectionDidChange();
+  if (std::exchange(layoutDirection_, direction) == direction) return;
+  layoutDirectionDidChange();
+  setNeedsLayout(true);
+  setNeedsDisplay(true);
 }
 
 NSView::NSView(NSCoder& coder)

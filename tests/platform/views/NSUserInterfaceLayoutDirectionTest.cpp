@@ -24,5 +24,17 @@ TEST_F(NSUserInterfaceLayoutDirectionTest, AViewKeepsTheOneThatWasSetForIt) {
   EXPECT_EQ(view->userInterfaceLayoutDirection(), NSUserInterfaceLayoutDirectionLeftToRight);
 }
 
+TEST_F(NSUserInterfaceLayoutDirectionTest, AnotherOneHasTheViewLaidOutAndDrawnAgain) {
+  const auto view = make<NSView>(CGRect{0, 0, 10, 10});
+  const auto window = showWindowWith(view);
+  ASSERT_FALSE(view->needsLayout() || view->needsDisplay());
+  view->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirectionRightToLeft);
+  EXPECT_TRUE(view->needsLayout());
+  EXPECT_TRUE(view->needsDisplay());
+  desktop.settle();
+  view->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirectionRightToLeft);
+  EXPECT_FALSE(view->needsLayout() || view->needsDisplay());
+}
+
 }  // namespace
 }  // namespace tessaluna::platform
