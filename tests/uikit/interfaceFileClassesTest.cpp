@@ -128,10 +128,10 @@ TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
                   ->scaleToScreenResolution());
   EXPECT_TRUE(load<CoverArtPanel>(R"({"class": "TessalunaUIKit.CoverArtPanel", "contentRect": [0, 0, 9, 9]})")
                   ->canBecomeKeyWindow());
-  EXPECT_EQ(load<SuggestionsWindowController>(R"({"class": "TessalunaUIKit.SuggestionsWindowController",
-      "properties": {"suggestionPrototype": "row"}})")
-                ->suggestionPrototype(),
-            "row");
+  const auto controller = load<SuggestionsWindowController>(R"({"class": "TessalunaUIKit.SuggestionsWindowController",
+      "properties": {"suggestionPrototype": "row", "endsWithHiddenWindow": true}})");
+  EXPECT_EQ(controller->suggestionPrototype(), "row");
+  EXPECT_TRUE(controller->endsWithHiddenWindow());
 }
 
 TEST_F(interfaceFileClassesTest, AClickableLabelIsATextFieldWithACellOfItsOwn) {

@@ -29,7 +29,8 @@ namespace {
 constexpr Outlet windowOutlets[] = {outlet<&NSWindow::setDelegate>("delegate")};
 constexpr Property windowProperties[] = {
     property<&NSWindow::setTitle, "title">(), property<&NSWindow::setOpaque, "opaque">(),
-    property<&NSWindow::setHasShadow, "hasShadow">(), property<&NSWindow::setBackgroundColor, "backgroundColor">()};
+    property<&NSWindow::setHasShadow, "hasShadow">(), property<&NSWindow::setBackgroundColor, "backgroundColor">(),
+    property<&NSWindow::setMovableByWindowBackground, "movableByWindowBackground">()};
 constexpr InnerObjects windowInnerObjects[] = {innerObject<&NSWindow::setContentView>("contentView")};
 
 // What a desktop can be given.

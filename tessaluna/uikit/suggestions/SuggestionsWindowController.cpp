@@ -23,7 +23,9 @@ const Selector SuggestionsWindowController::selectors_[] = {
 
 namespace {
 
-constexpr Property properties[] = {property<&SuggestionsWindowController::setSuggestionPrototype, "suggestionPrototype">()};
+constexpr Property properties[] = {
+    property<&SuggestionsWindowController::setSuggestionPrototype, "suggestionPrototype">(),
+    property<&SuggestionsWindowController::setEndsWithHiddenWindow, "endsWithHiddenWindow">()};
 
 }  // namespace
 

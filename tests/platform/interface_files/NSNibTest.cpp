@@ -311,6 +311,17 @@ TEST_F(NSNibTest, PropertiesAreSetOnceTheObjectIsMade) {
   EXPECT_EQ(field->toolTip(), "tip");
 }
 
+TEST_F(NSNibTest, WhatAWindowAndItsViewsAllowAreProperties) {
+  const auto contents = make<NSNib>(R"({"objects": [{"class": "NSWindow", "contentRect": [0, 0, 10, 10],
+      "properties": {"movableByWindowBackground": true},
+      "contentView": {"class": "NSView", "properties": {"enablesControls": false}, "subviews": [{"class": "NSControl"}]}}]})")
+                            ->instantiateWithOwner(nullptr);
+  ASSERT_EQ(contents.error, std::nullopt);
+  const auto window = std::dynamic_pointer_cast<NSWindow>(contents.topLevelObjects.at(0));
+  EXPECT_TRUE(window->isMovableByWindowBackground());
+  EXPECT_FALSE(std::dynamic_pointer_cast<NSControl>(window->contentView()->subviews()[0])->isEnabled());
+}
+
 TEST_F(NSNibTest, TheLimitsOfAValueAreSetBeforeTheValueWhereverTheyAreWritten) {
   for (const std::string properties :
        {R"("doubleValue": 50, "maxValue": 90, "minValue": 10)", R"("minValue": 10, "maxValue": 90, "doubleValue": 50)"}) {
