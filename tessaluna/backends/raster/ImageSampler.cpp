@@ -46,21 +46,7 @@ bool ImageSampler::begin(const ImagePixels& image, CGRect source, const CGAffine
   top_ = box.top;
   const CGPoint first = toDevice.apply(source.origin);
   const CGPoint last = toDevice.apply({CGRectGetMaxX(source), CGRectGetMaxY(source)});
-  return beginUpright({.sourceStart = source.origin.x,
-                       .sourceLength = source.size.width,
-                       .pixels = image.width,
-                       .start = first.x,
-                       .end = last.x,
-                       .low = box.left,
-                       .high = box.right},
-                      {.sourceStart = source.origin.y,
-                       .sourceLength = source.size.height,
-                       .pixels = image.height,
-                       .start = first.y,
-                       .end = last.y,
-                       .low = box.top,
-                       .high = box.bottom,
-                       .copies = 1});
+  return beginUpright(source, {first.x, first.y, last.x, last.y}, box, {1, 1});
 }
 
 bool ImageSampler::findOpaque(CGRect source) {
@@ -92,10 +78,26 @@ bool ImageSampler::beginCopied(CGRect source, const CGAffineTransform& t) {
   return true;
 }
 
-bool ImageSampler::beginUpright(const ResampledAxis::Style& across, const ResampledAxis::Style& down) {
-  across_.begin(across);
-  down_.begin(down);
-  columns_ = across.high - across.low;
+// Shows the source in a place, whose sides are reversed if the image is. A sample averages a part of the place of this reach.
+bool ImageSampler::beginUpright(CGRect source, const DeviceRect& place, const PixelRect& box, CGSize reach) {
+  across_.begin({.sourceStart = source.origin.x,
+                 .sourceLength = source.size.width,
+                 .pixels = texels_.width,
+                 .start = place.left,
+                 .end = place.right,
+                 .low = box.left,
+                 .high = box.right,
+                 .reach = reach.width});
+  down_.begin({.sourceStart = source.origin.y,
+               .sourceLength = source.size.height,
+               .pixels = texels_.height,
+               .start = place.top,
+               .end = place.bottom,
+               .low = box.top,
+               .high = box.bottom,
+               .reach = reach.height,
+               .copies = 1});
+  columns_ = box.width();
   averagesRows_ = down_.taps() > 2;
   std::fill_n(rowsMadeFrom_, 2, -1);
   // Columns are processed in pairs and read in fours.
@@ -129,23 +131,9 @@ bool ImageSampler::beginTurned(CGRect source, const CGAffineTransform& t, const 
                  downSamples = std::min(1.0, down * samplesPerPixel);
     const int columns = floorWithin(std::ceil(width * acrossSamples), 2, 1 << 16);
     const int rows = floorWithin(std::ceil(height * downSamples), 1, 1 << 16);
-    const bool isReady = beginUpright({.sourceStart = x,
-                                       .sourceLength = width,
-                                       .pixels = texels_.width,
-                                       .start = 0,
-                                       .end = double(columns),
-                                       .low = 0,
-                                       .high = columns,
-                                       .reach = std::max(1.0, columns / (width * across))},
-                                      {.sourceStart = y,
-                                       .sourceLength = height,
-                                       .pixels = texels_.height,
-                                       .start = 0,
-                                       .end = double(rows),
-                                       .low = 0,
-                                       .high = rows,
-                                       .reach = std::max(1.0, rows / (height * down)),
-                                       .copies = 1});
+    const CGSize reach{std::max(1.0, columns / (width * across)), std::max(1.0, rows / (height * down))};
+    const PixelRect samples{0, 0, columns, rows};
+    const bool isReady = beginUpright({{x, y}, {width, height}}, DeviceRect::of(samples), samples, reach);
     std::uint32_t* averaged = isReady ? averaged_.prepare(std::size_t(columns) * std::size_t(rows)) : nullptr;
     if (!averaged) return false;
     way_ = Way::Upright;

@@ -48,7 +48,7 @@ class ImageSampler final : public RowSource {
   };
 
   bool beginCopied(CGRect source, const CGAffineTransform& toDevice);
-  bool beginUpright(const ResampledAxis::Style& across, const ResampledAxis::Style& down);
+  bool beginUpright(CGRect source, const DeviceRect& place, const PixelRect& box, CGSize reach);
   bool beginTurned(CGRect source, const CGAffineTransform& toDevice, const PixelRect& box);
   bool findOpaque(CGRect source);
   const std::uint64_t* resampledRow(int sourceRow);
