@@ -15,6 +15,8 @@ namespace tessaluna::backend::raster {
 struct GlyphMask {
   PixelRect box;                       // relative to the pixel that the glyph's origin lies in
   std::vector<std::uint8_t> coverage;  // row by row, 255 for a fully covered pixel
+
+  const std::uint8_t* row(int y) const { return coverage.data() + std::size_t(y - box.top) * std::size_t(box.width()); }
 };
 
 struct GlyphPlace {

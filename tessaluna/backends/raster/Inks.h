@@ -31,12 +31,6 @@ inline void storeFour(Short8 four, std::uint32_t* pixels) { std::memcpy(pixels, 
 
 inline FourInks inksOf(Short8 four) { return {four << 8, four & 0xff00}; }
 
-// Rounded to whole steps.
-inline Short8 pixelsOf(const FourInks& inks) {
-  constexpr std::uint16_t half = 0x80;
-  return (inks.even + half) >> 8 | ((inks.odd + half) & 0xff00);
-}
-
 // The inks over four pixels, of which the share `kept` remains.
 inline Short8 over(Short8 four, const FourInks& inks, Short8 kept) {
   // Both products are truncated, by half a step on average.

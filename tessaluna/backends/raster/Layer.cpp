@@ -20,8 +20,7 @@ bool LayerOf<Value>::include(const PixelRect& box) {
     wanted = wanted.intersected(maxBox_);
   }
   const std::size_t oldWidth = std::size_t(before.width()), newWidth = std::size_t(wanted.width());
-  const std::size_t newCount = newWidth * std::size_t(wanted.height());
-  const std::size_t oldCount = before.isEmpty() ? 0 : oldWidth * std::size_t(before.height());
+  const std::size_t oldCount = before.area(), newCount = wanted.area();
   if (newCount - oldCount > *pixelsLeft_) return false;
   Value* pixels = memory_.grow(newCount, oldCount);
   if (!pixels) {

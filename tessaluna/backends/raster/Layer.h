@@ -18,7 +18,7 @@ class LayerOf {
     content_ = {};
     pixelsLeft_ = &pixelsLeft;
   }
-  void end() { *pixelsLeft_ += countOf(content_); }
+  void end() { *pixelsLeft_ += content_.area(); }
   // Makes room for the part of `box` that lies within `maxBox`. False when memory is short.
   bool include(const PixelRect& box);
 
@@ -30,8 +30,6 @@ class LayerOf {
   const Value* pixel(int x, int y) const { return const_cast<LayerOf*>(this)->pixel(x, y); }
 
  private:
-  static std::size_t countOf(const PixelRect& box) { return std::size_t(box.width()) * std::size_t(box.height()); }
-
   PixelRect maxBox_, content_;
   std::size_t* pixelsLeft_ = nullptr;
   WorkBuffer<Value> memory_;

@@ -68,7 +68,7 @@ void RasterCanvas::Pipeline::begin(Bitmap& bitmap, const View& view) {
   bitmap_ = &bitmap;
   clearForReuse(saved_);
   openLayers_ = 0;
-  layerPixels_ = std::size_t(bitmap.width()) * std::size_t(bitmap.height()) * layersPerBitmap + leastLayerPixels;
+  layerPixels_ = bitmap.bounds().area() * layersPerBitmap + leastLayerPixels;
   state_ = {};
   scale_ = view.scale;
   const double s = view.scale;
@@ -115,10 +115,10 @@ PixelRect RasterCanvas::Pipeline::neededBox(const std::optional<CastShadow>& sha
   return !shadow || clip.isEmpty() ? clip : clip.united(castingBox(*shadow));
 }
 
-void RasterCanvas::Pipeline::flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible) {
-  Flattener<Polygons>({.visible = visible, .tolerance = chordTolerance, .areaTolerance = areaTolerance, .endStep = endStep},
-                      polygons_)
-      .add(path, transform);
+void RasterCanvas::Pipeline::flatten(const Path& path, const CGAffineTransform& transform, const PixelRect& visible) {
+  const FlattenSettings settings{
+      .visible = DeviceRect::of(visible), .tolerance = chordTolerance, .areaTolerance = areaTolerance, .endStep = endStep};
+  Flattener<Polygons>(settings, polygons_).add(path, transform);
 }
 
 void RasterCanvas::Pipeline::clip(CGRect rect) {
@@ -132,7 +132,7 @@ void RasterCanvas::Pipeline::clip(const Path& path, FillRule rule) {
   if (clip.box.isEmpty()) return;
   if (const std::optional<DeviceRect> rect = uprightRect(path, state_.toDevice)) return clip.intersectRect(*rect);
   polygons_.clear();
-  flatten(path, DeviceRect::of(clip.box));
+  flatten(path, state_.toDevice, clip.box);
   const PixelRect covered = clip.box.intersected(polygons_.bounds().roundedOut());
   if (covered.isEmpty()) return clip.makeEmpty();
   clip.intersectShape({.polygons = polygons_, .rule = rule}, covered, coverage_, masks_);
@@ -191,7 +191,7 @@ bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffine
                                           const PixelRect& visible) {
   polygons_.clear();
   if (outline.pen) return stroker_.stroke(outline.path, *outline.pen, transform, DeviceRect::of(visible), polygons_);
-  flatten(outline.path, transform, DeviceRect::of(visible));
+  flatten(outline.path, transform, visible);
   return true;
 }
 

@@ -84,8 +84,7 @@ class RasterCanvas::Pipeline {
   std::optional<CastShadow> castShadow() const;
   PixelRect castingBox(const CastShadow& shadow) const;
   PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
-  void flatten(const Path& path, const DeviceRect& visible) { flatten(path, state_.toDevice, visible); }
-  void flatten(const Path& path, const CGAffineTransform& transform, const DeviceRect& visible);
+  void flatten(const Path& path, const CGAffineTransform& transform, const PixelRect& visible);
   bool makePolygons(const Outline& outline, const CGAffineTransform& transform, const PixelRect& visible);
   CoverageBuffer::Shape shapeOf(const Outline& outline) const;
   void paintOutline(const Outline& outline, const Source& source);

@@ -20,11 +20,10 @@ std::uint32_t scaled(std::uint32_t pixel, std::uint32_t factor) {
 }
 
 // Blends one color over 8-bit pixels without floats, which is enough for most text.
-void blendGlyph(const GlyphMask& mask, const PixelRect& box, const PixelRect& painted, std::uint32_t color, Bitmap& bitmap) {
+void blendGlyph(const GlyphMask& mask, PixelOffset moved, const PixelRect& painted, std::uint32_t color, Bitmap& bitmap) {
   const bool isOpaque = color >> 24 == 255;
   for (int y = painted.top; y < painted.bottom; ++y) {
-    const std::uint8_t* coverage =
-        mask.coverage.data() + std::size_t(y - box.top) * std::size_t(box.width()) + (painted.left - box.left);
+    const std::uint8_t* coverage = mask.row(y - moved.y) + (painted.left - moved.x - mask.box.left);
     std::uint32_t* pixels = bitmap.row(y) + painted.left;
     for (int i = 0; i < painted.width(); ++i) {
       if (coverage[i] == 0) continue;
@@ -63,18 +62,18 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
       fillGlyphs({.typeface = run.typeface, .glyphs = {run.glyphs[i]}, .positions = {run.positions[i]}}, origin);
       continue;
     }
-    const PixelRect box = mask->box.moved({column, row});
-    const PixelRect inClip = box.intersected(clip);
+    const PixelOffset moved{column, row};
+    const PixelRect inClip = mask->box.moved(moved).intersected(clip);
     if (inClip.isEmpty()) continue;
     if (isPlain) {
-      blendGlyph(*mask, box, inClip, pixel, *bitmap_);
+      blendGlyph(*mask, moved, inClip, pixel, *bitmap_);
       continue;
     }
     paint(source, inClip, [&](auto& painter, const PixelRect& painted) {
       for (int y = painted.top; y < painted.bottom; ++y) {
-        const std::uint8_t* coverage = mask->coverage.data() + std::size_t(y - box.top) * std::size_t(box.width());
+        const std::uint8_t* coverage = mask->row(y - row) + (painted.left - column - mask->box.left);
         float windings[GlyphCache::maxMaskSide];
-        std::transform(coverage + (painted.left - box.left), coverage + (painted.right - box.left), windings,
+        std::transform(coverage, coverage + painted.width(), windings,
                        [](std::uint8_t value) { return float(value) * (1.0f / 255); });
         painter.varied(painted.left, y, painted.width(), windings);
       }
@@ -87,19 +86,18 @@ const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const s
   if (const GlyphMask* kept = glyphs_.find(place)) return kept;
   const Path outline = typeface->outline(place.glyph);
   const CGAffineTransform toPixels{place.scale, 0, 0, -place.scale, place.quarter * 0.25, 0};
-  const double side = GlyphCache::maxMaskSide;
-  const DeviceRect around{-side, -side, side, side};
+  constexpr int side = GlyphCache::maxMaskSide;
   polygons_.clear();
-  flatten(outline, toPixels, around);
+  flatten(outline, toPixels, {-side, -side, side, side});
   GlyphMask mask;
   mask.box = polygons_.bounds().roundedOut();
   if (!mask.box.isEmpty()) {
-    if (mask.box.width() > GlyphCache::maxMaskSide || mask.box.height() > GlyphCache::maxMaskSide) return nullptr;
+    if (mask.box.width() > side || mask.box.height() > side) return nullptr;
     Plane covered;
     if (!covered.beginEmpty(mask.box)) return nullptr;
     coverage_.sweep({.polygons = polygons_}, mask.box, covered);
     const float* const values = covered.row(mask.box.top);
-    mask.coverage.resize(std::size_t(mask.box.width()) * std::size_t(mask.box.height()));
+    mask.coverage.resize(mask.box.area());
     std::transform(values, values + mask.coverage.size(), mask.coverage.begin(),
                    [](float value) { return std::uint8_t(value * 255 + 0.5f); });
   }
@@ -108,7 +106,7 @@ const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const s
 
 void RasterCanvas::Pipeline::fillGlyphs(const GlyphRun& run, CGPoint origin) {
   const std::optional<CastShadow> shadow = castShadow();
-  const DeviceRect needed = DeviceRect::of(neededBox(shadow));
+  const PixelRect needed = neededBox(shadow);
   polygons_.clear();
   for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
     const CGPoint place{origin.x + run.positions[i].x, origin.y + run.positions[i].y};

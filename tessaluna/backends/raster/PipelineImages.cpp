@@ -35,7 +35,7 @@ void RasterCanvas::Pipeline::drawImage(const ImagePixels& image, CGRect source, 
     return fillRect(place, colors);
   }
   polygons_.clear();
-  if (isShown) flatten(Path::rect(source), toDevice, DeviceRect::of(state_.clip.box));
+  if (isShown) flatten(Path::rect(source), toDevice, state_.clip.box);
   paintPolygons({.polygons = polygons_}, colors, std::nullopt);
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "tessaluna/platform/foundation/languageVersion.h"
 
@@ -17,6 +18,7 @@ struct PixelRect {
 
   constexpr int width() const { return right - left; }
   constexpr int height() const { return bottom - top; }
+  constexpr std::size_t area() const { return std::size_t(width()) * std::size_t(height()); }  // not of reversed sides
   constexpr bool isEmpty() const { return right <= left || bottom <= top; }
   friend constexpr bool operator==(const PixelRect&, const PixelRect&) = default;
 
@@ -46,16 +48,6 @@ struct DeviceRect {
   DeviceRect intersected(const DeviceRect& other) const {
     return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
             std::min(bottom, other.bottom)};
-  }
-  static DeviceRect around(double x, double y) { return {x, y, x, y}; }
-  DeviceRect including(double x, double y) const {
-    return {std::min(left, x), std::min(top, y), std::max(right, x), std::max(bottom, y)};
-  }
-  DeviceRect including(const DeviceRect& other) const {
-    return including(other.left, other.top).including(other.right, other.bottom);
-  }
-  bool contains(const DeviceRect& other) const {
-    return other.left >= left && other.top >= top && other.right <= right && other.bottom <= bottom;
   }
   DeviceRect grown(double by) const { return {left - by, top - by, right + by, bottom + by}; }
   DeviceRect moved(double dx, double dy) const { return {left + dx, top + dy, right + dx, bottom + dy}; }

@@ -13,12 +13,12 @@ class Plane : public RowByRowSink<Plane> {
   // Makes room for the box; its values are undefined. False when memory is short.
   bool begin(const PixelRect& box) {
     box_ = box;
-    return memory_.prepare(valueCount() + blockSize) != nullptr;
+    return memory_.prepare(box.area() + blockSize) != nullptr;
   }
   // The same with all values 0.
   bool beginEmpty(const PixelRect& box) {
     if (!begin(box)) return false;
-    std::fill_n(memory_.data(), valueCount(), 0.0f);
+    std::fill_n(memory_.data(), box.area(), 0.0f);
     return true;
   }
 
@@ -31,8 +31,6 @@ class Plane : public RowByRowSink<Plane> {
   void varied(int x, int y, int count, const float* windings) { writeCoverage(windings, count, row(y) + (x - box_.left)); }
 
  private:
-  std::size_t valueCount() const { return std::size_t(box_.width()) * std::size_t(box_.height()); }
-
   PixelRect box_;
   WorkBuffer<float> memory_;
 };

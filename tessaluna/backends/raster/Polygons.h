@@ -18,7 +18,6 @@ class Polygons {
     clearForReuse(points_);
     clearForReuse(starts_);
   }
-  bool isEmpty() const { return points_.empty(); }
   std::size_t pointCount() const { return points_.size(); }
 
   void moveTo(CGPoint p) {

@@ -53,8 +53,7 @@ bool PixelPlacement::isPossible(const CGAffineTransform& t) {
 PixelPlacement::PixelPlacement(const CGAffineTransform& transform) : rest(transform) {
   const auto part = [](double& move, int& pixels) {
     const double rounded = move + 0.5 / partsOfPixel;
-    pixels = int(rounded);
-    if (pixels > rounded) --pixels;
+    pixels = int(std::floor(rounded));
     move = int((rounded - pixels) * partsOfPixel) * (1 / partsOfPixel);
   };
   part(rest.tx, moved.x);
@@ -104,7 +103,10 @@ ShapeCache::Sight ShapeCache::look(const Key& key, const PixelRect& clip) {
   ++now_;
   // Each operation checks one slot, so that none has to check them all.
   Slot& checked = slots_[hand_++ % slotCount];
-  if (checked.entry && isOld(checked)) giveBack(checked);
+  if (checked.entry && isOld(checked)) {
+    bytes_ -= checked.entry->bytes;
+    checked = {};
+  }
 
   Slot* const set = setOf(key.hash());
   Slot* least = nullptr;  // of the slots without an entry, the one that was used longest ago
@@ -138,11 +140,6 @@ void ShapeCache::keep(const Key& key, const KeptShape& shape) {
   slot->isTooLarge = slot->entry->bytes > maxBytesOfShape;
   if (slot->isTooLarge) slot->entry.reset();
   else bytes_ += slot->entry->bytes;
-}
-
-void ShapeCache::giveBack(Slot& slot) {
-  bytes_ -= slot.entry->bytes;
-  slot = {};
 }
 
 }  // namespace tessaluna::backend::raster

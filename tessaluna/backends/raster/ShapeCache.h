@@ -91,7 +91,6 @@ class ShapeCache {
   Slot* setOf(std::uint64_t hash) { return slots_.get() + hash % (slotCount / slotsOfSet) * slotsOfSet; }
   Sight lookAt(Slot& slot, const Key& key, const PixelRect& clip);
   bool isOld(const Slot& slot) const { return now_ - slot.lastUsed > operationsKept; }
-  void giveBack(Slot& slot);
 
   std::unique_ptr<Slot[]> slots_;
   std::uint32_t now_ = 0;  // operations so far
