@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/uikit/links/MultipleLinksTextField.h"
@@ -74,6 +75,17 @@ class LinksWorld : public StillWorld {
 
   Lines drawn() const {
     return recordingOf([&] { field->drawRect(tessaluna::platform::NSZeroRect); });
+  }
+
+  // Whether a click at x reaches a link. Nothing is drawn meanwhile, so that the cut stays that of the last truncatedString.
+  bool isLinkAt(tessaluna::platform::CGFloat x) {
+    target->clicks.clear();
+    const auto event = tessaluna::platform::make<tessaluna::platform::NSEvent>(
+        tessaluna::platform::NSEvent::Fields{.location = at(x), .window = window});
+    field->mouseMoved(event);
+    field->mouseDown(event);
+    field->mouseUp(event);
+    return !target->clicks.empty();
   }
 
   // Whether the pointer shows a hand at x.

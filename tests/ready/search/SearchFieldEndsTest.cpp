@@ -1,0 +1,174 @@
+// What else ends the pop-up of a search field, and fields that go while they are in use.
+#include <gmock/gmock.h>
+
+#include "tests/ready/search/SearchFieldWorld.h"
+
+namespace tessaluna::ready {
+namespace {
+
+using namespace platform;
+using SearchFieldTest = SearchFieldWorld;
+using testing::ElementsAre;
+
+TEST_F(SearchFieldTest, TheActionMayRemoveTheField) {
+  search->setOnPick([this](const SearchRow&) {
+    search->removeFromSuperview();
+    search.reset();
+  });
+  user.type("amb");
+  user.moveTo(popUpWindow(), row(0));
+  const WeakRef<NSWindow> held = popUp().window();
+  const WeakRef<SearchField> field = search;
+  user.click(popUpWindow(), row(0));
+  desktop.settle();
+  EXPECT_TRUE(field.expired());
+  EXPECT_TRUE(held.expired() || !held.lock()->isVisible());
+}
+
+TEST_F(SearchFieldTest, TheActionOfReturnMayRemoveTheFieldAndCloseTheWindow) {
+  search->setOnSearch([this](const std::string&) {
+    window->close();
+    search->removeFromSuperview();
+    search.reset();
+  });
+  user.type("amb");
+  const WeakRef<SearchField> field = search;
+  user.pressKey(returnKey);
+  desktop.settle();
+  EXPECT_TRUE(field.expired());
+}
+
+TEST_F(SearchFieldTest, TheSourceMayRemoveTheField) {
+  search->setSource([this](const SearchQuestion& question) {
+    search->removeFromSuperview();
+    search.reset();
+    question.answer({});
+  });
+  const WeakRef<SearchField> field = search;
+  user.type("a");
+  desktop.settle();
+  EXPECT_TRUE(field.expired());
+}
+
+TEST_F(SearchFieldTest, AFieldThatGoesTakesItsPopUpAlong) {
+  answersLater = true;
+  user.type("amb");
+  asked.back().answer(matches("amb"));
+  const WeakRef<NSWindow> held = popUp().window();
+  user.type("e");
+  search->removeFromSuperview();
+  search.reset();
+  EXPECT_TRUE(held.expired() || !held.lock()->isVisible());
+  asked.back().answer(matches("ambe"));
+}
+
+TEST_F(SearchFieldTest, HidingTheFieldUnderThePointerEndsThePopUp) {
+  user.type("amb");
+  user.moveTo(popUpWindow(), row(1));
+  search->setHidden(true);
+  desktop.settle();
+  EXPECT_FALSE(popUp().isOpen());
+}
+
+TEST_F(SearchFieldTest, ClosingTheWindowEndsThePopUp) {
+  user.type("amb");
+  nativeOf(*window).closeByUser();
+  EXPECT_FALSE(popUp().isOpen());
+  EXPECT_EQ(popUpWindow().parentWindow(), nullptr);
+}
+
+TEST_F(SearchFieldTest, OtherKeysThanTheFieldsEndThePopUp) {
+  user.type("amb");
+  window->makeFirstResponder(nullptr);
+  EXPECT_FALSE(popUp().isOpen());
+}
+
+TEST_F(SearchFieldTest, StaysBelowTheFieldWhenItMovesOrTheWindowDoes) {
+  search->setAutoresizingMask(NSViewWidthSizable);
+  user.type("amb");
+  user.pressKey(NSDownArrowFunctionKey);
+  window->setFrame({200, 350, 600, 300}, true);
+  EXPECT_EQ(popUpWindow().frame().origin.x, 250);
+  EXPECT_EQ(popUpWindow().frame().size.width, 400);
+  EXPECT_EQ(selected(), "Amber Quartet");
+  search->setFrameOrigin({60, 180});
+  desktop.settle();
+  EXPECT_EQ(popUpWindow().frame().origin.x, 260);
+  EXPECT_EQ(CGRectGetMaxY(popUpWindow().frame()), 350 + 180 - 2);
+  // A layout of the program's makes the field wider without another window.
+  search->setFrame({60, 180, 350, 26});
+  desktop.settle();
+  EXPECT_EQ(popUpWindow().frame().size.width, 350);
+  EXPECT_EQ(selected(), "Amber Quartet");
+}
+
+TEST_F(SearchFieldTest, TheSourceMayRemoveTheFieldAfterADelay) {
+  search->setDelay(0.1);
+  search->setSource([this](const SearchQuestion& question) {
+    search->removeFromSuperview();
+    search.reset();
+    calls.push_back(question.text() + std::to_string(question.number()));
+    question.answer({{.title = "late"}});
+  });
+  const WeakRef<SearchField> field = search;
+  user.type("a");
+  desktop.advance(1);
+  EXPECT_TRUE(field.expired());
+  EXPECT_THAT(calls, ElementsAre("a1"));
+}
+
+TEST_F(SearchFieldTest, TheSourceMayBeReplacedOrTextSetWithinItsCall) {
+  const auto held = std::make_shared<int>(3);
+  search->setSource([this, held](const SearchQuestion& question) {
+    search->setSource(nullptr);
+    search->setText("other");
+    calls.push_back(std::to_string(*held));
+    question.answer({{.title = "late"}});
+  });
+  user.type("a");
+  desktop.advance(1);
+  EXPECT_FALSE(popUp().isOpen());
+  EXPECT_EQ(search->text(), "other");
+  user.type("b");
+  desktop.advance(1);
+  EXPECT_THAT(calls, ElementsAre("3"));
+}
+
+TEST_F(SearchFieldTest, WhatIsCalledMaySetAnotherCallAndAnotherText) {
+  const auto held = std::make_shared<int>(3);
+  search->setOnPick([this, held](const SearchRow& row) {
+    search->setOnPick(nullptr);
+    search->setText("");
+    calls.push_back(row.title + std::to_string(*held));
+  });
+  search->setOnSearch([this, held](const std::string& text) {
+    search->setOnSearch(nullptr);
+    search->setText("zz");
+    calls.push_back(text + std::to_string(*held));
+  });
+  user.type("amb");
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(returnKey);
+  user.type("amb");
+  user.pressKey(returnKey);
+  EXPECT_THAT(calls, ElementsAre("Amber Quartet3", "amb3"));
+}
+
+TEST_F(SearchFieldTest, AHiddenOrDisabledFieldOpensNothing) {
+  answersLater = true;
+  user.type("amb");
+  search->setHidden(true);
+  asked.back().answer(matches("amb"));
+  desktop.advance(1);
+  EXPECT_FALSE(popUp().isOpen());
+  search->setHidden(false);
+  user.click(*window, {100, 210});
+  user.type("e");
+  search->field()->setEnabled(false);
+  asked.back().answer(matches("amb"));
+  desktop.advance(1);
+  EXPECT_FALSE(popUp().isOpen());
+}
+
+}  // namespace
+}  // namespace tessaluna::ready
