@@ -13,7 +13,7 @@ namespace tessaluna::backend::raster {
 
 class CoverageRuns {
  public:
-  // The longest side of a box.
+  // The longest side of a box, whose places are kept in 16 bits.
   static constexpr int maxSide = 1 << 14;
 
   void begin(const PixelRect& box) {

@@ -38,7 +38,7 @@ class GlyphCache {
   const GlyphMask& keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, GlyphMask mask);
 
  private:
-  static constexpr std::size_t maxBytes = std::size_t{4} << 20;
+  static constexpr std::size_t maxBytes = std::size_t{4} << 20;  // over ten thousand glyphs at the usual sizes of text
 
   struct Hash {
     std::size_t operator()(const GlyphPlace& place) const;

@@ -239,7 +239,7 @@ inline void ImageSampler::averageDown(const RowsToAverage& rows, int x) {
   const auto addTo = [](FourInks& sum, const FourInks& inks) { sum = {sum.even + inks.even, sum.odd + inks.odd}; };
   for (int i = 0; i < fours; ++i) addTo(sums[i], lessened(inksOf(fourAt(i)), rows.weightOfFirst));
 
-  constexpr int maxRowsOfSum = 257;  // of bytes
+  constexpr int maxRowsOfSum = 257;  // of bytes: 257 times 255 is the largest number of 16 bits
   for (int left = rows.count - 2; left > 0; left -= maxRowsOfSum) {
     FourInks bytes[fours] = {};
     for (int row = std::min(left, maxRowsOfSum); row > 0; --row) {

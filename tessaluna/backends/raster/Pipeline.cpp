@@ -9,13 +9,14 @@ namespace {
 // Tolerances for flattened curves, in device pixels. In a pixel that a chord crosses diagonally its distance counts 1.4
 // times.
 constexpr double chordTolerance = 0.0083, areaTolerance = 0.006;
-constexpr double endStep = 2.0 / 3;        // with this, no area is lost at the ends either
-constexpr double largestDeviation = 1000;  // of a shadow's blur, in device pixels
-// How far outside a clip, in pixels, a layer keeps shapes that cast a shadow into it.
+constexpr double endStep = 2.0 / 3;  // with this, no area is lost at the ends either
+// Of a shadow's blur, in device pixels. A wider shadow is nearly even over any screen; its reach bounds the planes for it.
+constexpr double largestDeviation = 1000;
+// How far outside a clip, in pixels, a layer keeps shapes that cast a shadow into it: a huge blur would need a huge layer.
 constexpr int farthestCast = 512;
 // All open layers together may have this many times the bitmap's pixels, and some more for small bitmaps.
 constexpr std::size_t layersPerBitmap = 8, leastLayerPixels = std::size_t(8) << 20;
-// Layers nested deeper than this do not keep their memory, and others do not keep it forever.
+// Layers nested deeper than this do not keep their memory, since few drawings need them, and others do not keep it forever.
 constexpr std::size_t maxLayersKept = 8;
 constexpr int nestsBetweenChecks = 1024;
 

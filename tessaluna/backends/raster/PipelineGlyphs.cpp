@@ -52,8 +52,10 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   storeRow(&source.color, &pixel, 1);
   for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
     const CGPoint place = state_.toDevice.apply({origin.x + run.positions[i].x, origin.y + run.positions[i].y});
+    // Quarters of a pixel are counted in an int.
     if (!(std::abs(place.x) < 1e8 && std::abs(place.y) < 1e8)) continue;
-    // The quarter that contains the place, not the nearest one, as other text on the desktop is placed.
+    // The quarter that contains the place, not the nearest one, as other text on the desktop is placed. Sums of advances may
+    // end just before a quarter.
     constexpr double epsilon = 1e-3;
     const int quarters = int(std::floor(place.x * 4 + epsilon)), column = quarters >> 2;
     const int row = int(std::floor(place.y + 0.5));

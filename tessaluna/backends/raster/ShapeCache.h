@@ -51,8 +51,9 @@ class ShapeCache {
     std::array<double, numberCount> numbers_{};  // of transform, rule and pen
     std::uint64_t hash_;
   };
-  // Paths with more points are not looked up.
+  // Paths with more points are not looked up: they show data, as a graph does, and seldom return unchanged.
   static constexpr std::size_t maxPoints = 2048;
+  // A shape outlives this many operations without being drawn: two hundred redraws of a window with a hundred shapes.
   static constexpr std::uint32_t operationsKept = 20000;
 
   struct Sight {
@@ -66,9 +67,9 @@ class ShapeCache {
   std::size_t bytes() const { return bytes_; }
 
  private:
-  // The limits of all entries together and of one entry.
+  // The limits of all entries together and of one entry, so that a few large shapes do not fill the cache.
   static constexpr std::size_t maxBytes = std::size_t{8} << 20, maxBytesOfShape = std::size_t{256} << 10;
-  // A hash may be in any slot of its set of slots.
+  // A hash may be in any slot of its set of slots, which are compared one by one.
   static constexpr std::size_t slotsOfSet = 4, slotCount = 2048;
 
   struct Entry {

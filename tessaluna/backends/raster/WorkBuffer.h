@@ -16,7 +16,7 @@ namespace tessaluna::backend::raster {
 // Empties a list for its next use. The list keeps its memory unless that is large and the last use needed little of it.
 template <class T>
 void clearForReuse(std::vector<T>& list) {
-  constexpr std::size_t keptBytes = std::size_t(256) * 1024;
+  constexpr std::size_t keptBytes = std::size_t(256) * 1024;  // less is not worth another allocation
   if (list.capacity() * sizeof(T) > keptBytes && list.size() < list.capacity() / 4) list = std::vector<T>();
   else list.clear();
 }
@@ -58,6 +58,7 @@ class WorkBuffer {
   struct Free {
     void operator()(T* block) const { std::free(block); }
   };
+  // Smaller blocks are not worth another allocation.
   static constexpr std::size_t keptAtLeast = std::size_t(64) * 1024 / sizeof(T);
   static constexpr int usesBetweenChecks = 1024;
 
