@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/accessibility/attributes.h"
 #include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/text/wholeScalars.h"
 
 namespace tessaluna::platform {
 
@@ -23,15 +24,12 @@ AccessibleTextState accessibleTextOf(const Ref<NSObject>& element) {
 
 std::optional<AccessibleTextChange> changeOfText(std::u16string_view before, std::u16string_view after) {
   if (before == after) return std::nullopt;
-  const auto isWithinPair = [](std::u16string_view text, std::size_t offset) {
-    return offset > 0 && offset < text.size() && unitsOf(scalarAt(text, offset - 1)) == 2;
-  };
   const std::size_t shorter = std::min(before.size(), after.size());
   std::size_t start = 0, tail = 0;
   while (start < shorter && before[start] == after[start]) ++start;
-  if (isWithinPair(before, start) || isWithinPair(after, start)) --start;
+  if (dividesScalar(before, start) || dividesScalar(after, start)) --start;
   while (tail < shorter - start && before[before.size() - 1 - tail] == after[after.size() - 1 - tail]) ++tail;
-  if (isWithinPair(before, before.size() - tail) || isWithinPair(after, after.size() - tail)) --tail;
+  if (dividesScalar(before, before.size() - tail) || dividesScalar(after, after.size() - tail)) --tail;
   return AccessibleTextChange{.offset = start,
                               .removed = std::u16string(before.substr(start, before.size() - start - tail)),
                               .inserted = std::u16string(after.substr(start, after.size() - start - tail))};
@@ -51,11 +49,12 @@ void replaceAccessibleText(const Ref<NSObject>& element, std::size_t start, std:
   const std::u16string before = accessibleTextOf(element).text;
   std::u16string whole = before;
   const auto [first, last] = std::minmax({std::min(start, whole.size()), std::min(end, whole.size())});
-  whole.replace(first, last - first, text);
+  const NSRange range = wholeScalars(whole, {first, last - first});
+  whole.replace(range.location, range.length, text);
   asked->accessibilitySetValue(utf8FromUtf16(whole), NSAccessibilityValueAttribute);
   // Setting all of it leaves the caret at its end. A field may have changed what was inserted, such as the end of a line.
   const std::u16string now = accessibleTextOf(element).text;
-  const std::u16string_view tail = std::u16string_view(whole).substr(first + text.size());
+  const std::u16string_view tail = std::u16string_view(whole).substr(range.location + text.size());
   const bool wasTaken = now == whole || now != before;
   if (wasTaken && now.ends_with(tail)) selectAccessibleText(element, now.size() - tail.size(), now.size() - tail.size());
 }

@@ -9,6 +9,7 @@
 #include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/interface_files/classRegistry.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSText.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -120,6 +121,9 @@ Ref<NSAttributedString> NSControl::attributedStringValue() const {
 void NSControl::setFont(Ref<NSFont> font) {
   if (!cell_) return;
   cell_->setFont(std::move(font));
+  // What is being edited shows in it, too.
+  const Ref<NSText> editor = window() ? window()->fieldEditor(false, nullptr) : nullptr;
+  if (editor && dynamic_cast<NSObject*>(editor->delegate().get()) == this) editor->setFont(cell_->font());
   cellDidChange();
 }
 

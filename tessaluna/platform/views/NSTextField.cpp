@@ -69,6 +69,7 @@ void NSTextField::changeTextCell(Change change) {
 
 void NSTextField::setTextColor(Ref<NSColor> color) {
   changeTextCell([&](NSTextFieldCell& cell) { cell.setTextColor(std::move(color)); });
+  if (const Ref<NSText> editor = currentEditor()) editor->setTextColor(textColor());
 }
 Ref<NSColor> NSTextField::textColor() const { return textCell() ? textCell()->textColor() : nullptr; }
 void NSTextField::setDrawsBackground(bool draws) {

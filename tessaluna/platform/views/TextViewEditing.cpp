@@ -5,6 +5,7 @@
 
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
 #include "tessaluna/platform/text/unicode.h"
+#include "tessaluna/platform/text/wholeScalars.h"
 #include "tessaluna/platform/views/NSControl.h"
 #include "tessaluna/platform/windows/NSPasteboard.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -45,10 +46,34 @@ Ref<NSObject> TextViewEditing::accessibleText() const {
   return field ? field->cell() : nullptr;
 }
 
+namespace {
+
+// Where a composition is after an edit that was not its own: what is left of it, or nothing.
+NSRange movedByEdit(NSRange marked, NSRange edited, std::ptrdiff_t change) {
+  if (marked.location == NSNotFound || change == 0) return marked;
+  const std::size_t now = edited.location + edited.length, before = now - static_cast<std::size_t>(change);
+  const std::size_t end = marked.location + marked.length;
+  const std::size_t start = marked.location >= before            ? marked.location + static_cast<std::size_t>(change)
+                            : marked.location <= edited.location ? marked.location
+                                                                 : now;
+  const bool endMoves = end > before || (end == before && edited.location < end);
+  const std::size_t newEnd = endMoves ? end + static_cast<std::size_t>(change) : std::min(end, edited.location);
+  return newEnd > start ? NSRange{start, newEnd - start} : noRange;
+}
+
+}  // namespace
+
 void TextViewEditing::textStorageDidProcessEditing(NSTextStorage& storage, NSRange range, std::ptrdiff_t change) {
   TextViewSelection::textStorageDidProcessEditing(storage, range, change);
   NSAccessibilityPostNotification(accessibleText(), NSAccessibilityValueChangedNotification);
-  if (!isEditingItself_) reportSelection();
+  if (isEditingItself_) return;
+  const bool wasComposing = hasMarkedText();
+  marked_ = movedByEdit(marked_, range, change);
+  if (wasComposing && !hasMarkedText()) {
+    beforeMarking_.reset();
+    if (window() && window()->nativeWindow()) window()->nativeWindow()->discardMarkedText();
+  }
+  reportSelection();
 }
 
 std::u16string TextViewEditing::typedText(std::string_view text) const {
@@ -104,6 +129,8 @@ void TextViewEditing::replace(NSRange range, std::u16string_view text) {
 
 bool TextViewEditing::change(const Change& change) {
   const Ref<NSObject> held = shared_from_this();
+  // A command that no key has brought, such as that of a menu.
+  unmarkText();
   if (!shouldChangeText()) return false;
   // Whoever was asked may have changed the text.
   const NSRange range = withinText(change.range);
@@ -125,7 +152,7 @@ NSRange TextViewEditing::replacedBy(NSRange replacementRange) const {
 
 NSRange TextViewEditing::withinText(NSRange range) const {
   const std::size_t start = std::min(range.location, length());
-  return {start, std::min(range.length, length() - start)};
+  return wholeScalars(textStorage()->text(), {start, std::min(range.length, length() - start)});
 }
 
 void TextViewEditing::insertText(std::string_view text, NSRange replacementRange) {
@@ -293,7 +320,8 @@ void TextViewEditing::cut(NSObject* sender) {
 
 void TextViewEditing::paste(NSObject*) {
   if (!isEditable()) return;
-  pasteFrom(*NSPasteboard::generalPasteboard(), replacedBy(noRange));
+  unmarkText();
+  pasteFrom(*NSPasteboard::generalPasteboard(), selectedRange());
 }
 
 void TextViewEditing::pasteFrom(const NSPasteboard& pasteboard, NSRange range) {

@@ -10,6 +10,7 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/textBoundaries.h"
+#include "tessaluna/platform/text/wholeScalars.h"
 #include "tessaluna/platform/time/durations.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -22,7 +23,8 @@ NSRange TextViewSelection::selectedRange() const {
 
 void TextViewSelection::setSelectedRange(NSRange range) {
   const std::size_t start = std::min(range.location, length());
-  setSelection({start, start + std::min(range.length, length() - start)});
+  const NSRange whole = wholeScalars(textStorage()->text(), {start, std::min(range.length, length() - start)});
+  setSelection({whole.location, whole.location + whole.length});
 }
 
 void TextViewSelection::setSelection(Selection wanted) {

@@ -74,6 +74,15 @@ TEST_F(AccessibleTextTest, AnElementThatDoesNotSayWhereItsCharactersAreHasNoFram
 
 using AccessibleTextOfFieldTest = harness::FieldWorld;
 
+TEST_F(AccessibleTextOfFieldTest, WhatAClientReplacesDividesNoCharacterOfTwoUnits) {
+  begin("a\U0001F600b");
+  replaceAccessibleText(field->cell(), 2, 2, u"y");
+  EXPECT_EQ(field->stringValue(), "ay\U0001F600b");
+  EXPECT_EQ(accessibleTextOf(field->cell()).caret, 2u);
+  replaceAccessibleText(field->cell(), 3, 4, u"z");
+  EXPECT_EQ(field->stringValue(), "ayzb");
+}
+
 TEST_F(AccessibleTextOfFieldTest, TheCaretFollowsWhatWasInsertedAlsoWhereTheFieldChangesIt) {
   begin("some words");
   replaceAccessibleText(field->cell(), 4, 5, u"\nmore\r\n");

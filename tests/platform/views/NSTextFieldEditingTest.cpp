@@ -1,6 +1,9 @@
 #include <algorithm>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/windows/NSPasteboard.h"
 #include "tests/harness/FieldWorld.h"
 #include "tests/harness/ProbeView.h"
 
@@ -183,6 +186,66 @@ TEST_F(NSTextFieldEditingTest, AFieldThatIsDisabledHiddenOrTakenAwayEndsItsEditi
   EXPECT_EQ(endsWhen([&] { field->setHidden(true); }), "x");
   field->setHidden(false);
   EXPECT_EQ(endsWhen([&] { field->removeFromSuperview(); }), "x");
+}
+
+TEST_F(NSTextFieldEditingTest, AnotherFontOrColorMeanwhileShowsInTheEditor) {
+  begin("abc");
+  const auto large = NSFont::systemFontOfSize(20);
+  field->setFont(large);
+  EXPECT_EQ(editor()->font(), large);
+  other->setFont(NSFont::systemFontOfSize(30));
+  EXPECT_EQ(editor()->font(), large);
+  field->setTextColor(NSColor::redColor());
+  const NSAttributes shown = editor()->textStorage()->attributesAtIndex(0);
+  EXPECT_TRUE(attributeObject<NSColor>(shown, NSForegroundColorAttributeName)->isEqual(NSColor::redColor().get()));
+}
+
+TEST_F(NSTextFieldEditingTest, ASelectionDividesNoCharacterOfTwoUnits) {
+  begin("a😀b");
+  editor()->setSelectedRange({2, 0});
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));
+  editor()->setSelectedRange({2, 2});
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 3}));
+  editor()->setSelectedRange({0, 2});
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+  editor()->insertText("x", {2, 0});
+  EXPECT_EQ(field->stringValue(), "ax😀b");
+}
+
+TEST_F(NSTextFieldEditingTest, AnEditByTheProgramMovesTheCompositionAlong) {
+  const struct {
+    const char* what;
+    NSRange replaced;
+    const char16_t* with;
+    const char* afterwards;
+  } cases[] = {{"removed before", {0, 1}, u"", "XbC"},
+               {"inserted before", {0, 0}, u"12", "12aXbC"},
+               {"inserted at its start", {1, 0}, u"12", "a12XbC"},
+               {"inserted at its end", {3, 0}, u"12", "aX12bC"},
+               {"removed after", {3, 1}, u"", "aXC"},
+               {"a part of it removed", {2, 2}, u"", "aXC"},
+               {"all of it removed", {0, 5}, u"", "X"}};
+  for (const auto& each : cases) {
+    begin("abC", 1);
+    user.compose("かな");
+    editor()->textStorage()->replaceCharactersInRange(each.replaced, each.with);
+    user.commit("X");
+    EXPECT_EQ(field->stringValue(), each.afterwards) << each.what;
+    EXPECT_FALSE(editor()->hasMarkedText()) << each.what;
+  }
+}
+
+TEST_F(NSTextFieldEditingTest, ACommandOfAMenuEndsTheCompositionFirst) {
+  begin("abc", 1);
+  NSPasteboard::generalPasteboard()->setString("123", NSPasteboardTypeString);
+  user.compose("か");
+  editor()->paste(nullptr);
+  EXPECT_EQ(field->stringValue(), "aか123bc");
+  EXPECT_FALSE(editor()->hasMarkedText());
+  user.compose("な");
+  editor()->deleteTo(TextMotion::Backward);
+  EXPECT_EQ(field->stringValue(), "aか123bc");
+  EXPECT_FALSE(editor()->hasMarkedText());
 }
 
 TEST_F(NSTextFieldEditingTest, AFieldThatIsMadeReadOnlyMeanwhileEndsItsEditing) {
