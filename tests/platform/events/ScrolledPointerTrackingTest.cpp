@@ -62,6 +62,45 @@ class ScrolledPointerTrackingTest : public harness::StillWorld {
   Log log;
 };
 
+TEST_F(ScrolledPointerTrackingTest, ALeaveOrAHiddenWindowBeforeTheFrameDoesNotEndTheCrossingsOfLaterScrolls) {
+  user.moveTo(*window, inFirstRow);
+  wheelDown(40);
+  user.leave(*window);
+  frame();
+  taken();
+  wheelDown(40);
+  frame();
+  EXPECT_EQ(taken(), Log{"row 2 mouseEntered"});
+  wheelDown(40);
+  window->orderOut(nullptr);
+  frame();
+  window->orderFront(nullptr);
+  frame();
+  taken();
+  wheelDown(40);
+  frame();
+  EXPECT_EQ(taken(), Log{"row 4 mouseEntered"});
+}
+
+TEST_F(ScrolledPointerTrackingTest, AMoveBeforeTheFrameIsTheOnlyOne) {
+  for (const Ref<Row>& row : rows) watch(*row, "area", NSTrackingMouseMoved);
+  user.moveTo(*window, inFirstRow);
+  wheelDown(80);
+  user.moveTo(*window, {51, 80});
+  taken();
+  frame();
+  EXPECT_EQ(taken(), Log{});
+}
+
+TEST_F(ScrolledPointerTrackingTest, TheToolTipOfWhatWasScrolledAwayGoes) {
+  rows[0]->setToolTip("first");
+  user.moveTo(*window, inFirstRow);
+  ASSERT_EQ(nativeOf(*window).toolTip(), "first");
+  wheelDown(80);
+  frame();
+  EXPECT_EQ(nativeOf(*window).toolTip(), "");
+}
+
 TEST_F(ScrolledPointerTrackingTest, TheWheelSendsExitsAndEntriesWithTheNextFrame) {
   user.moveTo(*window, inFirstRow);
   EXPECT_EQ(taken(), Log{"row 0 mouseEntered"});

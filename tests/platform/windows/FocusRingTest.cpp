@@ -269,7 +269,9 @@ TEST_F(FocusRingTest, IsNotShownForHiddenViewsEmptyMasksAndThoseThatWantNone) {
   first->noteFocusRingMaskChanged();
   EXPECT_FALSE(hasRing());
   first->mask.reset();
+  first->refusesToResign = true;
   first->setHidden(true);
+  ASSERT_EQ(window->firstResponder(), first.get());
   EXPECT_FALSE(hasRing());
 }
 
@@ -282,6 +284,15 @@ TEST_F(FocusRingTest, TextColorReplacesAHighlightThatIsHardToSee) {
   // Against the ground that the window has.
   window->setBackgroundColor(NSColor::blackColor());
   EXPECT_FALSE(ringLines("keyboardFocusIndicatorColor").empty());
+}
+
+TEST_F(FocusRingTest, AHighlightIsSeenWellEnoughFromAContrastOfThreeOn) {
+  show();
+  press(NSTabCharacter);
+  desktop.setSystemColor(SystemColor::KeyboardFocusIndicator, {0.58, 0.58, 0.58});  // 3.04 to 1 on white
+  EXPECT_FALSE(ringLines("keyboardFocusIndicatorColor").empty());
+  desktop.setSystemColor(SystemColor::KeyboardFocusIndicator, {0.59, 0.59, 0.59});  // 2.94 to 1
+  EXPECT_TRUE(ringLines("keyboardFocusIndicatorColor").empty());
 }
 
 TEST_F(FocusRingTest, OfAViewOverAnotherShowsAroundThatOneAndOnItsGround) {

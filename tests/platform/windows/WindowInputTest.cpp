@@ -177,7 +177,8 @@ TEST_F(WindowInputTest, APointerThatRestsWhereTheWindowAppearsEntersNothing) {
   window->orderFront(nullptr);
   pointer({.what = What::Entered, .place = {50, 100}});
   pointer({.what = What::Moved, .place = {50, 100}});
-  EXPECT_EQ(taken(), Log{});
+  pointer({.what = What::Moved, .place = {50.5, 100.25}});
+  EXPECT_EQ(taken(), Log{}) << "less than a point is no way";
   pointer({.what = What::Moved, .place = {51, 100}});
   EXPECT_EQ(taken(), Log{"mouseEntered"});
 }
@@ -241,6 +242,14 @@ TEST_F(WindowInputTest, AnAnnouncementWhosePressNeverCameEndsWithALaterPress) {
   announce(2);
   EXPECT_TRUE(press(2).isGivenBack);
   EXPECT_FALSE(press(1).isGivenBack) << "its announcement was before the other's";
+}
+
+TEST_F(WindowInputTest, AnnouncementsWithoutPressesAreForgottenOneDay) {
+  window->setContentView(nullptr);
+  for (std::int64_t code = 1; code <= 65; ++code)
+    input().key({.what = KeyInput::What::Announced, .text = "x", .letter = "x", .code = code});
+  EXPECT_FALSE(input().key({.text = "x", .letter = "x", .code = 1}).isGivenBack) << "the oldest of them";
+  EXPECT_TRUE(input().key({.text = "x", .letter = "x", .code = 2}).isGivenBack);
 }
 
 TEST_F(WindowInputTest, AModifierKeyIsNotClaimed) {
@@ -351,6 +360,21 @@ TEST_F(WindowInputCompositionTest, ADecisionMayReplaceTextAroundTheCaret) {
 TEST_F(WindowInputCompositionTest, ACaretAfterTheComposedTextIsAtItsEnd) {
   step({.composed = "xy", .caret = 99});
   EXPECT_EQ(caret(), 3u);
+}
+
+TEST_F(WindowInputCompositionTest, NothingIsComposedInATextThatHasLostTheKeysOverWhatWasDecided) {
+  class Leaver : public NSObject, public NSTextFieldDelegate {
+   public:
+    void controlTextDidChange(const Ref<NSNotification>& notification) override {
+      dynamic_cast<NSTextField&>(*notification->object()).window()->makeFirstResponder(nullptr);
+    }
+  };
+  const auto leaver = make<Leaver>();
+  field->setDelegate(leaver);
+  const Ref<NSText> editor = field->currentEditor();
+  step({.committed = "한", .composed = "ㄱ"});
+  EXPECT_EQ(field->stringValue(), "a한b");
+  EXPECT_FALSE(dynamic_cast<NSTextView&>(*editor).hasMarkedText());
 }
 
 TEST_F(WindowInputCompositionTest, IsOneStepToUndo) {
