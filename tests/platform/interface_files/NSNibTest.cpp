@@ -262,6 +262,7 @@ TEST_F(NSNibTest, APropertyOfAnotherKindIsAnError) {
                                    R"("font": {"size": 9, "italic": true})",
                                    R"("font": {"size": 9, "name": "No Such Family"})",
                                    R"("font": {"size": 9, "name": 1})",
+                                   R"("font": {"size": 9, "name": "Headless", "bold": true})",
                                    R"("image": "unknown")",
                                    R"("image": 1)"};
   for (const std::string property : badValues) {

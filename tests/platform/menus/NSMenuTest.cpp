@@ -383,6 +383,24 @@ TEST_F(NSMenuTest, AKeyEquivalentIsFoundInASubmenu) {
   EXPECT_THAT(player->log, ElementsAre("play inner"));
 }
 
+TEST_F(NSMenuTest, AKeyEquivalentIsNotFoundInASubmenuThatNobodyCanOpen) {
+  const auto sub = make<NSMenu>();
+  sub->addItemWithTitle("inner", "play:", "i")->setTarget(player);
+  const Ref<NSMenuItem> item = menu->itemAtIndex(0);
+  item->setSubmenu(sub);
+  const auto press = make<NSEvent>(NSEvent::Fields{
+      .type = NSEventType::KeyDown, .modifiers = NSEventModifierFlagCommand, .charactersIgnoringModifiers = "i"});
+  item->setHidden(true);
+  EXPECT_FALSE(menu->performKeyEquivalent(press));
+  item->setHidden(false);
+  menu->setAutoenablesItems(false);
+  item->setEnabled(false);
+  EXPECT_FALSE(menu->performKeyEquivalent(press));
+  EXPECT_THAT(player->log, IsEmpty());
+  item->setEnabled(true);
+  EXPECT_TRUE(menu->performKeyEquivalent(press));
+}
+
 TEST_F(NSMenuTest, PerformingAnItemIsWhatAChoiceDoes) {
   menu->performActionForItemAtIndex(2);
   menu->itemAtIndex(0)->setEnabled(false);

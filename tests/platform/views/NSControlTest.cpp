@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tessaluna/platform/text/NSFont.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
@@ -329,6 +330,23 @@ TEST_F(NSControlTest, ACopyOfThePressedCellInItsPlaceIsNotPressed) {
   shining->setHighlighted(true);
   control->setCell(shining);
   EXPECT_TRUE(control->isHighlighted());
+}
+
+TEST_F(NSControlTest, AnotherLookIsTheCellsAndIsLaidOutAndDrawnAgain) {
+  const auto asksForBoth = [&](const auto& change) {
+    desktop.settle();
+    if (control->needsDisplay() || window->contentView()->needsLayout()) return false;
+    change();
+    return control->needsDisplay() && window->contentView()->needsLayout();
+  };
+  const auto font = NSFont::systemFontOfSize(30);
+  EXPECT_TRUE(asksForBoth([&] { control->setFont(font); }));
+  EXPECT_TRUE(asksForBoth([&] { control->setAlignment(NSTextAlignmentRight); }));
+  EXPECT_TRUE(asksForBoth([&] { control->setLineBreakMode(NSLineBreakByTruncatingTail); }));
+  EXPECT_TRUE(asksForBoth([&] { control->setStringValue("text"); }));
+  EXPECT_EQ(cell->font(), font);
+  EXPECT_EQ(cell->alignment(), NSTextAlignmentRight);
+  EXPECT_EQ(cell->lineBreakMode(), NSLineBreakByTruncatingTail);
 }
 
 TEST_F(NSControlTest, AnotherCellGetsTheRoomThatItNeeds) {

@@ -81,6 +81,41 @@ TEST_F(ViewGeometryTest, AViewIsNeverAddedBelowItself) {
   EXPECT_THAT(parent->subviews(), ElementsAre(child));
 }
 
+namespace {
+
+struct MovingView : NSView {
+  using NSView::NSView;
+  std::function<void()> onMove;
+  void viewDidMoveToWindow() override {
+    if (onMove) onMove();
+  }
+};
+
+}  // namespace
+
+TEST_F(ViewGeometryTest, AViewMayLeaveAgainWhileItComes) {
+  const auto window = showWindow();
+  const auto v = make<MovingView>(CGRect{0, 0, 5, 5});
+  v->onMove = [&] { v->removeFromSuperview(); };
+  window->contentView()->addSubview(v);
+  EXPECT_EQ(v->superview(), nullptr);
+  EXPECT_EQ(v->window(), nullptr);
+  EXPECT_TRUE(window->contentView()->subviews().empty());
+}
+
+TEST_F(ViewGeometryTest, AViewMayGoElsewhereWhileItComes) {
+  const auto window = showWindow(), other = showWindow();
+  const auto v = make<MovingView>(CGRect{0, 0, 5, 5});
+  v->onMove = [&] {
+    if (v->window() == window.get()) other->contentView()->addSubview(v);
+  };
+  window->contentView()->addSubview(v);
+  EXPECT_EQ(v->superview(), other->contentView().get());
+  EXPECT_EQ(v->window(), other.get());
+  EXPECT_TRUE(window->contentView()->subviews().empty());
+  EXPECT_EQ(other->contentView()->subviews().size(), 1u);
+}
+
 TEST_F(ViewGeometryTest, AnAbsentViewIsNotAdded) {
   const auto parent = view({});
   parent->addSubview(nullptr);

@@ -37,6 +37,22 @@ TEST_F(NSScreenTest, TheMainOneIsThatOfTheKeyWindowOrElseThePrimaryOne) {
 TEST_F(NSScreenTest, AScreenEqualsItselfAskedForAgain) {
   EXPECT_TRUE(areEqual(NSScreen::mainScreen().get(), NSScreen::screens()[0].get()));
   EXPECT_FALSE(areEqual(NSScreen::mainScreen().get(), NSScreen::screens()[1].get()));
+  const Ref<NSScreen> before = NSScreen::screens()[0];
+  desktop.setScreens({{.frame = first, .visibleFrame = first, .scale = 2}});
+  EXPECT_FALSE(before->isEqual(NSScreen::screens()[0].get()));
+}
+
+TEST_F(NSScreenTest, OfTwoThatShowAsMuchItIsTheFirst) {
+  const std::vector<backend::Screen> screens = desktop.screens();
+  EXPECT_EQ(screenShowing({1430, 100, 20, 20}, screens)->frame, first);
+  EXPECT_EQ(screenShowing({1431, 100, 20, 20}, screens)->frame, second);
+}
+
+TEST_F(NSScreenTest, WhatHasNoAreaIsWhereItsMiddleIs) {
+  const std::vector<backend::Screen> screens = desktop.screens();
+  EXPECT_EQ(screenShowing({1500, 100, 0, 20}, screens)->frame, second);
+  EXPECT_EQ(screenShowing({1430, 100, 0, 0}, screens)->frame, first);
+  EXPECT_FALSE(screenShowing({-5, 100, 0, 20}, screens));
 }
 
 TEST(NSScreen, WithoutABackendThereIsNone) {
