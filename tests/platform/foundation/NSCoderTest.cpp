@@ -71,6 +71,12 @@ TEST(NSCoder, AnIntegerOutOfRangeReadsAsZero) {
   EXPECT_EQ(coder.decodeDoubleForKey("unsigned"), 18446744073709551615.0);
 }
 
+TEST(NSCoder, ADoubleBeyondTheLargestIntegerReadsAsZero) {
+  const NSCoder coder(R"({"beyond": 9223372036854775808.0, "within": 9223372036854774784.0})");
+  EXPECT_EQ(coder.decodeIntegerForKey("beyond"), 0);
+  EXPECT_EQ(coder.decodeIntegerForKey("within"), 9223372036854774784);
+}
+
 TEST(NSCoder, TheLargestAndSmallestIntegersAreRead) {
   const NSCoder coder(R"({"most": 9223372036854775807, "least": -9223372036854775808})");
   EXPECT_EQ(coder.decodeIntegerForKey("most"), INT64_MAX);

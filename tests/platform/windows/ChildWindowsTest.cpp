@@ -33,6 +33,16 @@ TEST_F(ChildWindowsTest, IsShownAtOnceAndAboveItsParent) {
   EXPECT_GT(level(*child), level(*parent));
 }
 
+TEST_F(ChildWindowsTest, OneThatIsClosedIsNoChildAnyMore) {
+  parent->addChildWindow(child, NSWindowAbove);
+  child->close();
+  EXPECT_EQ(child->parentWindow(), nullptr);
+  EXPECT_TRUE(parent->childWindows().empty());
+  parent->orderOut(nullptr);
+  parent->orderFront(nullptr);
+  EXPECT_FALSE(child->isVisible());
+}
+
 TEST_F(ChildWindowsTest, DoesNotTakeTheKeyStatus) {
   parent->addChildWindow(child, NSWindowAbove);
   EXPECT_TRUE(parent->isKeyWindow());

@@ -34,6 +34,12 @@ TEST_F(NSPanelTest, EscapeClosesNoOther) {
   EXPECT_EQ(nativeOf(*panel).eventsNotTaken(), 1);
 }
 
+TEST_F(NSPanelTest, ATextInOneThatItsUserCannotCloseDoesNotCloseIt) {
+  const auto panel = shown(NSWindowStyleMaskTitled);
+  panel->performSelector("cancelOperation:", nullptr);
+  EXPECT_TRUE(panel->isVisible());
+}
+
 TEST_F(NSPanelTest, OtherKeysGoWhereTheyGoInAWindow) {
   const auto panel = shown(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
   user.pressKey("a");
