@@ -1,6 +1,8 @@
 #include "tessaluna/backends/raster/CoverageBuffer.h"
 
+#include <algorithm>
 #include <array>
+#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -49,6 +51,24 @@ struct Search {
   std::size_t points = 0, sides = 0;  // of the outline; searched for overlaps
 };
 
+// The coverage of the pixels of a square.
+struct Pixels {
+  static constexpr int side = 40;
+  std::array<float, side * side> values{};
+  void uniform(int x, int y, int count, float winding) {
+    std::fill_n(&values[std::size_t(y * side + x)], count, coverageOf(winding));
+  }
+  void varied(int x, int y, int count, const float* windings) {
+    writeCoverage(windings, count, &values[std::size_t(y * side + x)]);
+  }
+  void uniformRows(const PixelRect& rows, float winding) {
+    for (int y = rows.top; y < rows.bottom; ++y) uniform(rows.left, y, rows.width(), winding);
+  }
+  void variedRows(const PixelRect& rows, const float* windings) {
+    for (int y = rows.top; y < rows.bottom; ++y) varied(rows.left, y, rows.width(), windings);
+  }
+};
+
 Search searchIn(const Stroke& stroke, double scale) {
   Stroker stroker;
   Polygons polygons;
@@ -77,6 +97,36 @@ TEST(CoverageBufferTest, StrokesOfTheKitAreSearchedOnlyWhereTheyOverlap) {
     }
     EXPECT_GT(all.sides, 0u) << scale;
     EXPECT_LE(all.sides, all.points) << scale;
+  }
+}
+
+// Beside the slow and plain way, which resolves the whole picture.
+TEST(CoverageBufferTest, DashesOfStraightLinesAreExactWhereverTheyMeet) {
+  std::mt19937 random(1);
+  const auto between = [&](double low, double high) { return std::uniform_real_distribution<double>(low, high)(random); };
+  const PixelRect box{0, 0, Pixels::side, Pixels::side};
+  CoverageBuffer buffer;
+  OverlapResolver resolver;
+  Stroker stroker;
+  for (int i = 0; i < 300; ++i) {
+    Path path;
+    for (int line = 0; line < 3; ++line) {
+      // The first one is upright.
+      const double x = between(15, 25);
+      path.moveTo({x, between(0, 10)});
+      path.lineTo({line == 0 ? x : between(10, 30), between(30, 40)});
+    }
+    const double dash[] = {between(0.5, 16), between(0.3, 4)};
+    Polygons polygons;
+    stroker.stroke(path, {.width = between(0.3, 4), .dash = dash}, {}, DeviceRect::of(box), polygons);
+    Pixels pixels;
+    ASSERT_TRUE(buffer.sweep({.polygons = polygons, .isStroke = true, .isDashed = true}, box, pixels));
+    std::array<float, Pixels::side * Pixels::side> exact;
+    resolver.take(polygons);
+    resolver.cover({.moved = {}, .box = DeviceRect::of(box)}, exact.data(), Pixels::side);
+    for (std::size_t at = 0; at < exact.size(); ++at)
+      ASSERT_NEAR(pixels.values[at], exact[at], 0.01)
+          << "drawing " << i << ", pixel " << at % Pixels::side << ", " << at / Pixels::side;
   }
 }
 
