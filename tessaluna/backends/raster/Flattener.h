@@ -28,6 +28,8 @@ struct FlattenSettings {
   double areaTolerance = 0;
   // True if lengths matter: invisible parts are then divided into chords too, unless the curve is huge.
   bool keepsLengths = false;
+  // Of the chords that the distance asks for, this share is needed where a curve turns back.
+  float shareAtTurns = 0;
   double endStep = 1;  // the length of a curve's first and last chord, in steps of its parameter
 };
 
@@ -142,7 +144,7 @@ class Flattener {
     // The first derivative times the second one is quadratic, with these Bernstein coefficients times 18.
     const auto cross = [](Double2 a, Double2 b) { return std::abs(float(a[0] * b[1] - a[1] * b[0])); };
     const float turn0 = cross(d0, d1), turn1 = cross(d1, d2);
-    float sweep = std::max(std::max(turn0, turn1), 0.5f * cross(d0, d2));
+    float sweep = std::max(std::max(turn0, turn1), 0.5f * cross(d0, d2)), least = 0;
     if constexpr (requires { Sink::wantsDirections; }) {
       // The pen's far edge is longer in proportion to how much farther out it lies than the curve: in the middle, and at an
       // end where the control points make the curve bend sharply.
@@ -153,11 +155,15 @@ class Flattener {
         return squares > 0 ? std::min(turn * reach / (1.5f * squares * std::sqrt(squares)), 12.0f) : 0;
       };
       const float inMiddle = std::min(6 * bend * reach / (x * x + y * y + 1e-30f), 32.0f);
+      // Where a curve turns back there is little area beside it, but as much as the pen is wide where the pen turns.
+      const auto dot = [](Double2 a, Double2 b) { return a[0] * b[0] + a[1] * b[1]; };
+      if (std::min({dot(d0, d1), dot(d1, d2), dot(d0, d2)}) < 0)
+        least = std::sqrt(bend * perTolerance_) * settings_.shareAtTurns;
       const float longer = 1 + std::max(inMiddle, std::max(atEnd(turn0, d0), atEnd(turn1, d2)));
       bend *= longer;
       sweep *= longer * longer;
     }
-    return std::min(std::sqrt(bend * perTolerance_), roughCubeRoot(sweep * perArea_)) + float(saved_);
+    return std::max(std::min(std::sqrt(bend * perTolerance_), roughCubeRoot(sweep * perArea_)), least) + float(saved_);
   }
 
   // Uses the logarithm; accurate to a few hundredths.

@@ -105,13 +105,12 @@ inline void StrokeOutline::completeChord(StrokePoint& from, StrokePoint& to) con
   from.chordSides = from.out == from.chord && to.in == from.chord ? None : Both;
 }
 
-// True if the inner half of the pen turns about a point of its own between these points of the line, and this point is not so
-// near the line that most of that half goes backwards: what would be covered there depends on how finely the line is divided.
+// True if the inner half of the pen turns about a point of its own between these points of the line.
 bool StrokeOutline::isTwisted(const StrokePoint& from, const StrokePoint& to) const {
   const CGPoint way = to.at - from.at;
   const double turn = cross(from.out, to.in);
   if (turn == 0 || cross(from.out, way) * turn < 0 || cross(way, to.in) * turn < 0) return false;
-  return 2 * std::min(dot(from.out, way), dot(to.in, way)) >= pen_.halfWidth * std::abs(turn);
+  return std::min(dot(from.out, way), dot(to.in, way)) >= 0;
 }
 
 inline void StrokeOutline::findSide(const StrokePoint& before, StrokePoint& p) {
@@ -206,21 +205,21 @@ void StrokeOutline::addRings(std::span<const StrokePoint> line) {
 inline void StrokeOutline::pass(const StrokePoint& before, const StrokePoint& p) {
   const CGPoint chordIn = chordOn(StrokePoint::Sides::Near, before), chordOut = chordOn(StrokePoint::Sides::Near, p);
   if (p.side != CGPoint{} && chordIn == CGPoint{} && chordOut == CGPoint{}) return addSidePoint(p.at + p.side, p.in);
-  goThrough({p.at, chordIn, p.in, p.out, chordOut, p.corner});
+  goThrough({p.at, chordIn, p.in, p.out, chordOut, p.corner, before.chord != p.in, p.chord != p.out});
 }
 
 inline void StrokeOutline::passBack(const StrokePoint& before, const StrokePoint& p) {
   const CGPoint chordIn = chordOn(StrokePoint::Sides::Far, before), chordOut = chordOn(StrokePoint::Sides::Far, p);
   if (p.side != CGPoint{} && chordIn == CGPoint{} && chordOut == CGPoint{}) return addSidePoint(p.at - p.side, -p.out);
-  goThrough({p.at, -chordOut, -p.out, -p.in, -chordIn, p.corner});
+  goThrough({p.at, -chordOut, -p.out, -p.in, -chordIn, p.corner, p.chord != p.out, before.chord != p.in});
 }
 
 inline void StrokeOutline::goAlong(const StrokePoint& from, const StrokePoint& to) {
-  if (from.isTwisted && cross(from.out, to.in) < 0) addTwist({from.at, from.out, to.at, to.in, from.corner, to.corner});
+  if (from.isTwisted && cross(from.out, to.in) < 0) addTwist({from.at, from.out, to.at, to.in});
 }
 
 inline void StrokeOutline::goBack(const StrokePoint& from, const StrokePoint& to) {
-  if (from.isTwisted && cross(from.out, to.in) > 0) addTwist({to.at, -to.in, from.at, -from.out, to.corner, from.corner});
+  if (from.isTwisted && cross(from.out, to.in) > 0) addTwist({to.at, -to.in, from.at, -from.out});
 }
 
 // Adds what lies between the two ends of the edge on the inner side of a bend. The pen's end goes backwards if its first and
@@ -231,8 +230,6 @@ void StrokeOutline::addTwist(const Edge& edge) {
   if (std::max(reach, back) >= pen_.halfWidth) return;
   const CGPoint crossing = edge.from + aside(edge.out) * reach;
   const CGPoint first = edge.from + aside(edge.out) * pen_.halfWidth, last = edge.to + aside(edge.in) * pen_.halfWidth;
-  // The tip of a miter before or after the edge does not lie on the way to the crossing.
-  if (edge.start == Corner::Sharp) addSidePoint(first, edge.out);
   fold();
   putPoint(crossing);
   putPoint(last);
@@ -244,7 +241,6 @@ void StrokeOutline::addTwist(const Edge& edge) {
   }
   putPoint(first);
   putPoint(crossing);
-  if (edge.end == Corner::Sharp) addSidePoint(last, edge.in);
 }
 
 // Where the pen follows a chord, it turns from the line's own direction to the chord, or back, without a join.
@@ -257,7 +253,8 @@ void StrokeOutline::goThrough(const Passage& p) {
                     .corner = p.corner,
                     .isTight = comesByChord || goesByChord});
   if (comesByChord) addBend({p.at, p.chordIn, p.in, Corner::Smooth});
-  addBend({p.at, p.in, p.out, p.corner});
+  addBend(
+      {.at = p.at, .in = p.in, .out = p.out, .corner = p.corner, .comesCurved = p.comesCurved, .goesCurved = p.goesCurved});
   if (goesByChord) addBend({p.at, p.out, p.chordOut, Corner::Smooth});
 }
 
@@ -287,13 +284,14 @@ void StrokeOutline::addJoin(const Bend& bend) {
   if (bend.corner == Corner::Smooth || pen_.join == LineJoin::Round) {
     return addArc(at, in, out);
   }
-  // The tip of a miter lies on both edges, 2 / |both| times half the pen's width from the corner.
+  // The tip of a miter lies on both edges, 2 / |both| times half the pen's width from the corner. Where the line is straight,
+  // no more is needed.
   const CGPoint both = in + out;
   const double squares = dot(both, both);
   const bool hasMiter = pen_.join == LineJoin::Miter && 2 <= pen_.miterLimit * std::sqrt(squares);
-  if (hasMiter) return putPoint(at + aside(both) * (2 * pen_.halfWidth / squares));
-  putPoint(at + aside(in) * pen_.halfWidth);
-  putPoint(at + aside(out) * pen_.halfWidth);
+  if (!hasMiter || bend.comesCurved) putPoint(at + aside(in) * pen_.halfWidth);
+  if (hasMiter) putPoint(at + aside(both) * (2 * pen_.halfWidth / squares));
+  if (!hasMiter || bend.goesCurved) putPoint(at + aside(out) * pen_.halfWidth);
 }
 
 // The side goes through the point itself, so that windings keep one sign even where the bend cannot be cut off.

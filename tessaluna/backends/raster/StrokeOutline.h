@@ -28,17 +28,18 @@ class StrokeOutline {
     CGPoint at, in, out;
     Corner corner;
     bool isTight = false;  // the pen's edge may go backwards on the inner side
+    bool comesCurved = false, goesCurved = false;
   };
   // How the pen arrives at a point and leaves it; the chords are zero if it does not follow them.
   struct Passage {
     CGPoint at, chordIn, in, out, chordOut;
     Corner corner;
+    bool comesCurved, goesCurved;
   };
 
-  // The line between two points, with its directions and the line's corners there.
+  // The line between two points, with its directions there.
   struct Edge {
     CGPoint from, out, to, in;
-    Corner start, end;
   };
 
   void completeDirections(std::span<StrokePoint> line, Contour contour);

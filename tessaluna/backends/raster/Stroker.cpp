@@ -71,6 +71,7 @@ bool Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
     settings.keepsLengths = false;
     settings.tolerance = chordTolerance * pen_.pixel;
     settings.areaTolerance = areaTolerance * pen_.pixel * pen_.pixel;
+    settings.shareAtTurns = float(std::min(pen_.halfWidth / pen_.pixel, 1.0));
     settings.endStep = endStep;
   }
   Flattener<Stroker>(settings, *this).add(path, isInDevice ? toDevice : CGAffineTransform{});

@@ -213,6 +213,21 @@ TEST(RasterStroke, MiterBesideABendNarrowerThanThePen) {
   for (const Path& path : {toCorner, fromCorner}) expectStroke(path, {.width = 6, .miterLimit = 10});
 }
 
+TEST(RasterStroke, MiterBesideACurveThatBendsSharplyAtItsEnd) {
+  Path path;
+  path.moveTo({10, 13});
+  path.curveTo({24, 20}, {10, 13}, {24, 18});
+  path.lineTo({4, 15});
+  expectStroke(path, {.width = 3.21726773});
+}
+
+TEST(RasterStroke, CurveThatTurnsBackWithinLessThanAPixel) {
+  Path path;
+  path.moveTo({12, 17});
+  path.curveTo({13, 21}, {6, 21}, {19, 12});
+  expectStroke(path, {.width = 0.707711126, .cap = LineCap::Square, .miterLimit = 3});
+}
+
 TEST(RasterStroke, InnerSidesThatMeetBeyondTheEndOfABend) {
   Path path;
   path.moveTo({18, 8});

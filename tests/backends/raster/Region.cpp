@@ -195,7 +195,15 @@ Region Region::stroked(const Path& path, const StrokeStyle& style, const CGAffin
         }
         region.add({from + aside, to + aside, to - aside, from - aside}, toDevice);
         // The join comes right after its segment, so that each piece touches the previous one.
-        if (line.isClosed || i + 1 < segments) region.add(joinPiece(p[i], p[(i + 1) % n], p[(i + 2) % n], style), toDevice);
+        if (!line.isClosed && i + 1 == segments) continue;
+        const Point at = p[(i + 1) % n], after = p[(i + 2) % n];
+        region.add(joinPiece(p[i], at, after, style), toDevice);
+        // In a curve the pen turns on the inner side, too, which matters where its end goes backwards.
+        const CGPoint out = unit(after - at);
+        const double turn = cross(along, out), side = turn >= 0 ? 1 : -1;
+        const bool goesBack = std::abs(turn) * half > std::min(length(after - at), length(at - p[i]));
+        if (!at.isInCurve || !goesBack) continue;
+        region.add(slice(at, normal(along) * side, normal(out) * side, half), toDevice);
       }
       if (!line.isClosed && style.cap == LineCap::Round) {
         const auto halfDisc = [&](CGPoint at, CGPoint outward) {
