@@ -197,6 +197,8 @@ void SearchField::showPopUp(SearchPopUp::Content content) {
     if (isTitleInField_ && !popUp_->selectedRow()) showInField(typed_);
     return;
   }
+  // A press elsewhere has ended the pop-up without the field.
+  endWatching();
   // Before the pop-up's own monitor, which would take a press in the field or on the clear button as one elsewhere: it would only
   // close the pop-up.
   pressMonitor_ = NSEvent::addLocalMonitorForEventsMatchingMask(anyPress, [this](const Ref<NSEvent>& event) {
@@ -227,10 +229,14 @@ void SearchField::close() {
   pointedAt_.reset();
   popUp_->cancelSuggestions();
   popUp_->setContent({});
+  endWatching();
+  if (wheel_ && !wheel_->isHidden()) showBusy(false);
+}
+
+void SearchField::endWatching() {
   for (const Ref<NSObject>& observer : std::exchange(windowObservers_, {}))
     NSNotificationCenter::defaultCenter().removeObserver(observer);
   if (pressMonitor_) NSEvent::removeMonitor(std::exchange(pressMonitor_, nullptr));
-  if (wheel_ && !wheel_->isHidden()) showBusy(false);
 }
 
 void SearchField::controlTextDidEndEditing(const Ref<NSNotification>&) {

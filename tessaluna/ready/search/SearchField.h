@@ -86,6 +86,7 @@ class SearchField : public platform::NSView,
   void ask();
   bool open();
   void close();
+  void endWatching();
   void showBusy(bool isBusy);
   void showAnswer(std::vector<SearchRow> rows);
   void showPopUp(SearchPopUp::Content content);

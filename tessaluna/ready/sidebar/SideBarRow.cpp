@@ -68,7 +68,6 @@ void SideBarRow::showItem(SideItem item, IconRoom room) {
 void SideBarRow::setIsSelected(bool isSelected) {
   if (std::exchange(isSelected_, isSelected) == isSelected) return;
   updateTint();
-  noteFocusRingMaskChanged();
   setNeedsDisplay(true);
 }
 

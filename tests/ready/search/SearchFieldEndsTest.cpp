@@ -1,6 +1,9 @@
 // What else ends the pop-up of a search field, and fields that go while they are in use.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
+#include "tessaluna/platform/views/NSProgressIndicator.h"
 #include "tests/ready/search/SearchFieldWorld.h"
 
 namespace tessaluna::ready {
@@ -75,6 +78,56 @@ TEST_F(SearchFieldTest, ClosingTheWindowEndsThePopUp) {
   nativeOf(*window).closeByUser();
   EXPECT_FALSE(popUp().isOpen());
   EXPECT_EQ(popUpWindow().parentWindow(), nullptr);
+}
+
+TEST_F(SearchFieldTest, AFieldThatOpenedAgainAfterAPressElsewhereLeavesNothingBehind) {
+  const auto other = make<NSTextField>(CGRect{400, 20, 80, 24});
+  window->contentView()->addSubview(other);
+  desktop.settle();
+  user.type("amb");
+  user.click(*window, {440, 32});
+  EXPECT_FALSE(popUp().isOpen());
+  user.type("e");
+  EXPECT_TRUE(popUp().isOpen());
+  search->removeFromSuperview();
+  desktop.settle();
+  EXPECT_EQ(search.use_count(), 1);
+  search = nullptr;
+  user.click(*window, {440, 32});
+  EXPECT_NE(other->currentEditor(), nullptr);
+}
+
+TEST_F(SearchFieldTest, APopUpThatWasHiddenByOthersOpensAgainAndTakesNoLaterClick) {
+  const auto other = make<NSTextField>(CGRect{400, 20, 80, 24});
+  window->contentView()->addSubview(other);
+  desktop.settle();
+  user.type("amb");
+  popUpWindow().orderOut(nullptr);
+  user.type("e");
+  EXPECT_TRUE(popUp().isOpen());
+  user.pressKey("\x1b");
+  user.click(*window, {440, 32});
+  EXPECT_NE(other->currentEditor(), nullptr);
+}
+
+TEST_F(SearchFieldTest, AWheelTurnsInTheMagnifiersPlaceUntilTheSearchEnds) {
+  const auto hasWheel = [this] {
+    return std::ranges::any_of(search->subviews(), [](const Ref<NSView>& view) {
+      return dynamic_cast<NSProgressIndicator*>(view.get()) && !view->isHidden();
+    });
+  };
+  answersLater = true;
+  user.type("a");
+  EXPECT_FALSE(hasWheel());
+  desktop.advance(0.3);
+  EXPECT_TRUE(hasWheel());
+  user.pressKey("\x1b");
+  EXPECT_FALSE(hasWheel());
+  user.type("m");
+  desktop.advance(0.3);
+  EXPECT_TRUE(hasWheel());
+  asked.back().answer(counted(1));
+  EXPECT_FALSE(hasWheel());
 }
 
 TEST_F(SearchFieldTest, OtherKeysThanTheFieldsEndThePopUp) {

@@ -124,6 +124,9 @@ TEST_F(TrackTableTest, NarrowTablesHaveArtistsBelowTheTitleAndHideTheTime) {
   table->setFrameSize({300, height});
   desktop.settle();
   EXPECT_THAT(hidden(), ElementsAre("artists", "time", "rest"));
+  table->setFrameSize({60, height});
+  desktop.settle();
+  EXPECT_TRUE(part<MultipleLinksTextField>(0).isHidden()) << "has no room for a letter";
   table->setFrameSize({0, 0});
   desktop.settle();
   table->setFrameSize({width, height});
