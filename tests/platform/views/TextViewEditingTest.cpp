@@ -76,6 +76,19 @@ TEST_F(TextViewEditingUndo, WhatWasUndoneCanNoLongerBeRedoneOnceSomethingIsTyped
   EXPECT_EQ(field->stringValue(), "b");
 }
 
+TEST_F(TextViewEditingUndo, TypingAfterAClickOrARedoIsAStepOfItsOwn) {
+  begin("");
+  user.type("ab");
+  user.click(*window, placeOf(2));
+  user.type("c");
+  editor()->undo(nullptr);
+  EXPECT_EQ(editor()->string(), "ab");
+  editor()->redo(nullptr);
+  user.type("d");
+  editor()->undo(nullptr);
+  EXPECT_EQ(editor()->string(), "abc");
+}
+
 TEST_F(TextViewEditingUndo, IsReportedAsAChange) {
   begin();
   user.type("a");
@@ -131,6 +144,16 @@ TEST_F(TextViewEditingClipboard, CopyingNothingLeavesItAsItWas) {
   user.pressKey("x", control);
   EXPECT_EQ(desktop.clipboardText(), "kept");
   EXPECT_EQ(field->stringValue(), "abc");
+}
+
+TEST_F(TextViewEditingClipboard, NothingIsCutFromATextThatCanOnlyBeRead) {
+  field->setEditable(false);
+  field->setSelectable(true);
+  begin("abc");
+  NSPasteboard::generalPasteboard()->setString("before", NSPasteboardTypeString);
+  editor()->cut(nullptr);
+  EXPECT_EQ(editor()->string(), "abc");
+  EXPECT_EQ(NSPasteboard::generalPasteboard()->stringForType(NSPasteboardTypeString), "before");
 }
 
 TEST_F(TextViewEditingClipboard, PastedLinesBecomeOne) {
@@ -200,6 +223,25 @@ TEST_F(TextViewEditingComposition, IsOneStepToUndo) {
   user.pressKey("z", control);
   EXPECT_EQ(field->stringValue(), "ab");
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 2}));
+}
+
+TEST_F(TextViewEditingComposition, GivenUpOverASelectionItCanBeUndone) {
+  begin("abc");
+  user.compose("か");
+  user.compose("");
+  ASSERT_EQ(editor()->string(), "");
+  editor()->undo(nullptr);
+  EXPECT_EQ(editor()->string(), "abc");
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+}
+
+TEST_F(TextViewEditingComposition, AnUndoOfAMenuTakesItBackAndNothingBeforeIt) {
+  begin("");
+  user.type("ab");
+  user.compose("か");
+  editor()->undo(nullptr);
+  EXPECT_EQ(editor()->string(), "ab");
+  EXPECT_FALSE(editor()->hasMarkedText());
 }
 
 TEST_F(TextViewEditingComposition, StaysWhenTheKeysOrThePointerGoElsewhere) {
