@@ -17,7 +17,7 @@ enum class Taken { No, Yes };
 struct PointerInput {
   enum class What { Moved, Pressed, Released, Entered, Left };
   What what = What::Moved;
-  platform::CGPoint place;
+  platform::CGPoint place = {};
   std::optional<platform::CGPoint> onScreen = {};  // the same in screen space; absent: by the window's frame
   int button = 0;                                  // of a press or release: 0 left, 1 right, 2 and more others
   std::uint32_t heldButtons = 0;                   // a bit for each that is down now, the lowest for the left one
@@ -26,9 +26,9 @@ struct PointerInput {
 };
 
 struct WheelInput {
-  platform::CGPoint place;
+  platform::CGPoint place = {};
   // How far the content is to move right and down: in points where the device says so, or else in lines of text.
-  platform::CGSize points, lines;
+  platform::CGSize points = {}, lines = {};
   std::uint32_t modifiers = 0;
 };
 
