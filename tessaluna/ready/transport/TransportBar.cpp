@@ -28,6 +28,9 @@ void setName(NSControl& control, const std::string& name) {
   control.setToolTip(name);
 }
 
+// The width of a time, with the gap to the slider.
+CGFloat roomFor(const NSTextField& time) { return time.intrinsicContentSize().width + timeGap; }
+
 // False if it is there already.
 bool setText(NSTextField& label, const std::string& text) {
   if (label.stringValue() == text) return false;
@@ -65,6 +68,7 @@ void TransportBar::didInit() {
   elapsed_ = NSTextField::labelWithString("");
   length_ = NSTextField::labelWithString("");
   elapsed_->setAlignment(NSTextAlignmentRight);
+  timeWidth_ = usualTimeWidth;
   makeControls();
   showSong({});
 }
@@ -131,9 +135,13 @@ void TransportBar::showSong(TransportSong song) {
   awaitsSeek_ = false;
   slider_->beginSong({.seconds = song_.seconds, .framesPerSecond = song_.framesPerSecond});
   const std::optional<double> length = slider_->song().seconds;  // not what is no length
-  if (std::exchange(timeWidth_, usualTimeWidth) != usualTimeWidth) place();
+  const bool wasWide = std::exchange(timeWidth_, usualTimeWidth) > usualTimeWidth;
   showTime(*length_, length);
   showTexts();
+  if (!wasWide) return;
+  // A time that shows already needs its room again.
+  timeWidth_ = std::max({timeWidth_, roomFor(*elapsed_), roomFor(*length_)});
+  place();
 }
 
 void TransportBar::showState(TransportState state) {
@@ -168,7 +176,7 @@ void TransportBar::showTime(NSTextField& label, std::optional<double> seconds) {
   const bool isShown = seconds && *seconds <= longestSong;
   if (!setText(label, isShown ? slider_->shownTime(*seconds) : "")) return;
   // Until the next song the room only grows, so that the slider does not move with each digit.
-  const CGFloat width = label.intrinsicContentSize().width + timeGap;
+  const CGFloat width = roomFor(label);
   if (width <= timeWidth_) return;
   timeWidth_ = width;
   place();

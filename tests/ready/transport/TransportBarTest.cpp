@@ -127,6 +127,13 @@ TEST_F(TransportBarTest, LongTimesGetTheRoomThatTheyNeedUntilTheNextSong) {
   EXPECT_EQ(bar->slider()->frame(), usual);
 }
 
+TEST_F(TransportBarTest, TheSameLongSongAgainKeepsItsRoom) {
+  bar->showSong({.title = "Mix", .seconds = 36'000});
+  const CGRect slider = bar->slider()->frame();
+  bar->showSong({.title = "Mix", .seconds = 36'000});
+  EXPECT_EQ(bar->slider()->frame(), slider);
+}
+
 TEST_F(TransportBarTest, APositionBeyondAllSongsIsNotShown) {
   bar->showSong({.title = "Radio"});
   bar->showState({.position = 3'599'999});
