@@ -30,7 +30,7 @@ class Blur {
 
   // The same values, but only where they are asked for; cells must be pixels. `from` is needed no longer after begin().
   bool begin(Plane& from, const PixelRect& box, const Style& style);
-  // Valid until the next call. Calls must go through the box row by row, and through each row from its left.
+  // Valid until the next call. Rows may come in any order; calls that follow each other in one row must go from its left.
   const float* valuesAt(int x, int y, int count);
 
  private:

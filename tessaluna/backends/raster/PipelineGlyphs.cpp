@@ -83,7 +83,7 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   }
 }
 
-// Null for a glyph that is too large for a mask.
+// Null for a glyph that is too large for a mask, or when memory is short.
 const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface) {
   if (const GlyphMask* kept = glyphs_.find(place)) return kept;
   const Path outline = typeface->outline(place.glyph);
@@ -96,8 +96,7 @@ const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const s
   if (!mask.box.isEmpty()) {
     if (mask.box.width() > side || mask.box.height() > side) return nullptr;
     Plane covered;
-    if (!covered.beginEmpty(mask.box)) return nullptr;
-    coverage_.sweep({.polygons = polygons_}, mask.box, covered);
+    if (!covered.beginEmpty(mask.box) || !coverage_.sweep({.polygons = polygons_}, mask.box, covered)) return nullptr;
     const float* const values = covered.row(mask.box.top);
     mask.coverage.resize(mask.box.area());
     std::transform(values, values + mask.coverage.size(), mask.coverage.begin(),
