@@ -14,6 +14,10 @@ constexpr std::size_t maxPatches = 256, lastPatches = 32;
 // instructions.
 constexpr int minCrossed = 8;
 
+// How many words of marks are searched for what dashes share. That takes some 10 milliseconds. Lines of dashes need far
+// fewer; where hundreds of dashes each cross a large picture, the search would take longer than everything else.
+constexpr std::size_t maxWordsShared = std::size_t(1) << 22;
+
 constexpr std::uint64_t firstBlock = 0xf;  // among marks
 
 constexpr double pointsPerPixel = 1000;  // how many points are searched in the time that one pixel takes to resolve
@@ -38,6 +42,7 @@ bool CoverageBuffer::begin(const PixelRect& box) {
   chain_ = {};
   firstTwice_ = rows_;
   sidesSearched_ = 0;
+  wordsShared_ = 0;
   pillars_.clear();
   repeats_.clear();
   clearForReuse(crossed_);
@@ -55,7 +60,7 @@ void CoverageBuffer::add(const Shape& shape) {
   for (std::size_t i = 0; i < shape.polygons.count(); ++i) {
     Polygons::forEachSide(shape.polygons.polygon(i), [&](CGPoint from, CGPoint to) { addEdge(place(from), place(to)); });
     endPolygon();
-    if (shape.isDashed) noteShared(shape.polygons.polygon(i), shape);
+    if (shape.kind.isDashed) noteShared(shape.polygons.polygon(i), shape);
   }
 }
 
@@ -69,7 +74,7 @@ void CoverageBuffer::addWhole(const Shape& shape) {
       else markLevel(y, x, toX);
     });
     endPolygon();
-    if (shape.isDashed) noteShared(shape.polygons.polygon(i), shape);
+    if (shape.kind.isDashed) noteShared(shape.polygons.polygon(i), shape);
   }
 }
 
@@ -78,11 +83,15 @@ inline void CoverageBuffer::endPolygon() {
   chain_ = {};
 }
 
-// Notes the pixels that a chain of this dash shares with one of an earlier dash that goes the other way. While sides are
-// added, the marks for touched blocks are those of all earlier dashes.
+// Notes the pixels in the dash's box that have chains of both directions and are marked as touched. While sides are added,
+// those are the pixels of earlier dashes and the first block beside sides left of the box. So all pixels are noted that this
+// dash shares with an earlier one that goes the other way, and some through which an earlier one alone goes down and up.
 void CoverageBuffer::noteShared(std::span<const CGPoint> dash, const Shape& shape) {
   const DeviceRect bounds = Polygons::boundsOf(dash).moved(shape.moved.x, shape.moved.y).scaled(shape.scale);
   const PixelRect pixels = bounds.roundedOut().intersected(box_).moved({-box_.left, -box_.top});
+  if (pixels.isEmpty()) return;
+  wordsShared_ += std::size_t(pixels.height()) * std::size_t((pixels.right - 1) / 64 - pixels.left / 64 + 1);
+  if (wordsShared_ > maxWordsShared) return;
   for (int row = pixels.top; row < pixels.bottom; ++row) {
     forEachWord(pixels.left, pixels.right - 1, [&](int word, std::uint64_t bits) {
       std::uint64_t* const before = rowMarks(row) + word;
@@ -504,7 +513,7 @@ void CoverageBuffer::correctFrom(int firstRow, Range before, const Shape& shape)
     isOverlap[row] = range.showsOverlap(before);
     before = range;
   }
-  if (shape.rule == FillRule::EvenOdd) {
+  if (shape.kind.rule == FillRule::EvenOdd) {
     for (int row = from; row < rows_; ++row) {
       if (isOverlap[row]) fold(row);
     }
@@ -592,7 +601,7 @@ void CoverageBuffer::replacePatch(const Shape& shape, const PixelRect& patch) {
   const int row = patch.top - box_.top;
   // The rest of the row needs its sum in the pixel after the patch.
   for (int i = row; i < row + patch.height(); ++i) writeOut(i, patch.left - box_.left, patch.right - box_.left);
-  resolver_.cover({.moved = shape.moved, .scale = shape.scale, .rule = shape.rule, .box = DeviceRect::of(patch)},
+  resolver_.cover({.moved = shape.moved, .scale = shape.scale, .rule = shape.kind.rule, .box = DeviceRect::of(patch)},
                   rowValues(row) + (patch.left - box_.left), stride_);
   sidesSearched_ += resolver_.sidesOfStrips();
 }

@@ -11,7 +11,8 @@
 // They may also cross near a tip, the point where one chain ends and the next begins, and where a chain turns sharply to the
 // side. And two sides, one down and one up, overlap where both go through a pixel from its left edge to its right one, or both
 // back. Long sides that stay within a row are searched for those. In a stroke of dashes all pixels are suspicious through which
-// a chain of one dash goes down and one of another dash goes up. An OverlapResolver computes the coverage of those pixels.
+// a chain of one dash goes down and one of another dash goes up, but they are searched only up to a limit. An OverlapResolver
+// computes the coverage of suspicious pixels.
 #pragma once
 
 #include <bit>
@@ -32,14 +33,17 @@ namespace tessaluna::backend::raster {
 
 class CoverageBuffer {
  public:
+  struct Kind {
+    FillRule rule = FillRule::NonZero;
+    bool isStroke = false;  // whose windings never have the opposite sign
+    bool isDashed = false;  // a stroke in which each polygon is one dash
+  };
   struct Shape {
     const Polygons& polygons;
-    FillRule rule = FillRule::NonZero;
+    Kind kind{};
     CGPoint moved = {};
     double scale = 1;        // after moving
     bool liesInBox = false;  // without moving or scaling; false if that is unknown
-    bool isStroke = false;   // whose windings never have the opposite sign
-    bool isDashed = false;   // a stroke in which each polygon is one dash
     PixelOffset shown = {};  // added to the pixels that the sink receives
   };
 
@@ -213,6 +217,7 @@ class CoverageBuffer {
   std::vector<PixelRect> patches_;  // within the box
   double costOfPatch_ = 0;          // of each patch, whatever its size
   std::size_t sidesSearched_ = 0;
+  std::size_t wordsShared_ = 0;  // searched for what dashes share
 };
 
 inline bool CoverageBuffer::Range::showsOverlap(const Range& before) const {
@@ -228,10 +233,10 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
   sinkTop_ = box.top + shape.shown.y;
   add(shape);
   if (++sweeps_ == sweepsOfResolver) giveResolverBack();
-  if (shape.isDashed) noteSharedPillars();
+  if (shape.kind.isDashed) noteSharedPillars();
   placePillars();
   if (crossed_.size() > 1) findCrossedTwice();
-  if (!shape.isStroke) findCrossedTips(shape);
+  if (!shape.kind.isStroke) findCrossedTips(shape);
   // The sink receives a row only after the next row is known: the row's own part of an overlap may be too small to show.
   Repeat pending{0, 0};  // the rows that the sink receives next
   std::size_t next = 0;

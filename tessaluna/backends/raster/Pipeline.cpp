@@ -136,7 +136,7 @@ void RasterCanvas::Pipeline::clip(const Path& path, FillRule rule) {
   flatten(path, state_.toDevice, clip.box);
   const PixelRect covered = clip.box.intersected(polygons_.bounds().roundedOut());
   if (covered.isEmpty()) return clip.makeEmpty();
-  clip.intersectShape({.polygons = polygons_, .rule = rule}, covered, coverage_, masks_);
+  clip.intersectShape({.polygons = polygons_, .kind = {.rule = rule}}, covered, coverage_, masks_);
 }
 
 void RasterCanvas::Pipeline::fill(const Path& path, FillRule rule) {
@@ -173,12 +173,14 @@ void RasterCanvas::Pipeline::fillRect(const DeviceRect& rect, const Source& sour
   const float leftShare = shareOfPixel(box.left, rect.left, rect.right),
               rightShare = shareOfPixel(last, rect.left, rect.right);
   const int from = leftShare < 1 ? box.left + 1 : box.left, to = rightShare < 1 ? last : box.right;
+  // An image is averaged row by row, and only the last row is kept: the three parts of a row must follow each other.
+  const bool goesRowByRow = source.rows && (leftShare < 1 || rightShare < 1);
   paint(source, box, [&](auto& painter, const PixelRect& part) {
     const int partFrom = std::max(from, part.left), partTo = std::min(to, part.right);
     for (int top = part.top, bottom; top < part.bottom; top = bottom) {
       // Only the first and the last row may be partly covered.
       const bool isEdge = top == part.top || top + 1 == part.bottom;
-      bottom = isEdge ? top + 1 : part.bottom - 1;
+      bottom = isEdge || goesRowByRow ? top + 1 : part.bottom - 1;
       const float height = shareOfPixel(top, rect.top, rect.bottom);
       if (from > part.left) painter.uniformRows({part.left, top, part.left + 1, bottom}, height * leftShare);
       if (partFrom < partTo) painter.uniformRows({partFrom, top, partTo, bottom}, height);
@@ -197,10 +199,9 @@ bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffine
 }
 
 CoverageBuffer::Shape RasterCanvas::Pipeline::shapeOf(const Outline& outline) const {
+  const StrokeStyle* const pen = outline.pen;
   return {.polygons = polygons_,
-          .rule = outline.rule,
-          .isStroke = outline.pen != nullptr,
-          .isDashed = outline.pen && !outline.pen->dash.empty()};
+          .kind = {.rule = outline.rule, .isStroke = pen != nullptr, .isDashed = pen && !pen->dash.empty()}};
 }
 
 void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& source) {
@@ -329,7 +330,7 @@ bool RasterCanvas::Pipeline::keepAsShape(const CoverageBuffer::Shape& shape, con
                        state_.clip.box == layer.pixels.maxBox().united(layer.casting.maxBox());
   if (!isAlone) return false;
   layer.content = OpenLayer::Content::Shape;
-  layer.rule = shape.rule;
+  layer.shapeKind = shape.kind;
   layer.shapeColor = source.color;
   std::swap(layer.shape, polygons_);
   return true;
@@ -343,7 +344,7 @@ void RasterCanvas::Pipeline::paintKeptShape() {
   State now = state_;
   state_.clip = {.box = layer.pixels.maxBox().united(layer.casting.maxBox())};
   state_.blendMode = BlendMode::Normal;
-  const CoverageBuffer::Shape shape{.polygons = layer.shape, .rule = layer.rule};
+  const CoverageBuffer::Shape shape{.polygons = layer.shape, .kind = layer.shapeKind};
   const PixelRect box = layer.shape.bounds().roundedOut().intersected(state_.clip.box);
   paint({.color = layer.shapeColor}, box,
         [&](auto& painter, const PixelRect& part) { coverage_.sweep(shape, part, painter); });
@@ -445,7 +446,8 @@ void RasterCanvas::Pipeline::composite(OpenLayer& layer) {
   const std::optional<CastShadow> shadow = castShadow();
   if (layer.content == OpenLayer::Content::Shape) {
     std::swap(layer.shape, polygons_);
-    return paintPolygons({.polygons = polygons_, .rule = layer.rule}, {.color = layer.shapeColor * splat(alpha)}, shadow);
+    const Source source{.color = layer.shapeColor * splat(alpha)};
+    return paintPolygons({.polygons = polygons_, .kind = layer.shapeKind}, source, shadow);
   }
   if (layer.content == OpenLayer::Content::Tint) {
     if (!shadow) return paintTint(layer, alpha);

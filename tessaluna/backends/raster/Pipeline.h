@@ -60,7 +60,7 @@ class RasterCanvas::Pipeline {
     TintLayer tint;
     Float4 tintColor{};  // opaque
     Polygons shape;
-    FillRule rule = FillRule::NonZero;
+    CoverageBuffer::Kind shapeKind{};
     Float4 shapeColor{};
   };
   // The state's shadow, in device pixels.

@@ -21,6 +21,29 @@ void expectStroke(const Path& path, const StrokeStyle& style) {
                .expect = [&](ReferencePicture& picture) { picture.paint(ink, picture.stroke(path, style)); }});
 }
 
+// In a layer too, alone and before another shape.
+void expectDashes(const Path& path, const StrokeStyle& style) {
+  expectStroke(path, style);
+  for (const bool isAlone : {true, false}) {
+    SCOPED_TRACE(testing::Message() << "in a layer" << (isAlone ? "" : ", before another shape"));
+    const Path other = isAlone ? Path() : Path::rect({1, 1, 2, 2});
+    expectRight({.draw =
+                     [&](RasterCanvas& canvas) {
+                       canvas.setStrokeColor(ink);
+                       canvas.setFillColor(ink);
+                       canvas.beginTransparencyLayer();
+                       canvas.strokePath(path, style);
+                       if (!isAlone) canvas.fillPath(other, FillRule::NonZero);
+                       canvas.endTransparencyLayer();
+                     },
+                 .expect =
+                     [&](ReferencePicture& picture) {
+                       picture.paint(ink, picture.stroke(path, style));
+                       if (!isAlone) picture.paint(ink, picture.fill(other, FillRule::NonZero));
+                     }});
+  }
+}
+
 void expectFill(const Path& path, FillRule rule) {
   expectRight({.draw =
                    [&](RasterCanvas& canvas) {
@@ -156,13 +179,13 @@ TEST(RasterOverlap, DashesThatShareAPixelInATightBend) {
   path.curveTo({19.5, 37.5}, {9, 6}, {10.5, 10.5});
   path.close();
   const double dash[] = {1.14410338, 1.14410338};
-  expectStroke(path, {.width = 1.6579125, .join = LineJoin::Bevel, .dash = dash});
+  expectDashes(path, {.width = 1.6579125, .join = LineJoin::Bevel, .dash = dash});
 }
 
 TEST(RasterOverlap, UprightSideOfADashThatSharesItsPixels) {
   const double dash[] = {14.6786, 2.23892};
   const Path path = polyline({{21.457, 30}, {21.457, 13.0825}, {16.0698, 7.7418}, {14.1264, 24.6022}, {23.4474, 20.648}});
-  expectStroke(path, {.width = 1.59052, .dash = dash});
+  expectDashes(path, {.width = 1.59052, .dash = dash});
 }
 
 TEST(RasterOverlap, HolesOfRingsNarrowerThanThePen) {
