@@ -42,6 +42,7 @@ class FlippedView : public NSView {
 class WidgetClip : public NSView, public KeyboardWhileHidden {
  public:
   using NSView::NSView;
+  bool keepsKeyboardWhileHidden(const NSView& hidden) const override { return &hidden == this; }
 };
 
 // Of the rectangle, the device pixels that Qt gives a widget there. At a scale like 1.5 not every point begins with a pixel,

@@ -9,10 +9,12 @@
 // Of each object: "class", and the keys that its class reads from a coder; "id", by which others name it; "outlets", from
 // a member's name to an id or "owner"; "properties", from a member's name to what its setter gets once the object is made: a
 // bool, a number, a text, a point, size or rectangle, an enum's value as a name or number, or a color, font or image as
-// archivedLooks.h says, limits of a value before the value, in whatever order they are written; and the objects in it, below the keys of its class's table: "subviews" of a view, "contentView" of a
-// window, "documentView" of a scroll view, "cell" of a control. "owner" at the top holds the outlets of the owner.
+// archivedLooks.h says, limits of a value before the value, in whatever order they are written; and the objects in it, below
+// the keys of its class's table: "subviews" of a view, "contentView" of a window, "documentView" of a scroll view, "cell" of a
+// control. "owner" at the top holds the outlets of the owner.
 //
-// A key that nobody knows is an error, and so is a value of another kind, or a key that an object has twice. Keys that a class knows and overlooks are neither.
+// A key that nobody knows is an error, and so is a value of another kind, or a key that an object has twice. Keys that a class
+// knows and overlooks are neither.
 #pragma once
 
 #include <functional>

@@ -1,5 +1,5 @@
-// Ranges of a text as other programs give them, such as assistive clients, which may begin or end in the middle of a scalar that
-// takes two UTF-16 units.
+// Ranges of a text as other programs give them, such as assistive clients, which may begin or end in the middle of a scalar
+// that takes two UTF-16 units.
 #pragma once
 
 #include <string_view>

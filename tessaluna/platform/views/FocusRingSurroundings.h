@@ -10,7 +10,7 @@ namespace tessaluna::platform {
 class FocusRingSurroundings {
  public:
   virtual ~FocusRingSurroundings() = default;
-  // The view whose ring it is: what cuts that one off cuts the ring. One of the superviews.
+  // The view whose ring it is: what cuts that one off cuts the ring. The view itself or one of its superviews.
   virtual const NSView& viewWithFocusRing() const = 0;
   // What the ring is painted on, opaque; null for the window's ground.
   virtual Ref<NSColor> focusRingGround() const = 0;

@@ -15,13 +15,14 @@ const Ref<NSView>& NSClipView::documentView() const {
 }
 
 void NSClipView::setDocumentView(const Ref<NSView>& view) {
+  const Ref<NSView> held = view;  // the reference may be that of the place which the view leaves
   if (const Ref<NSView> earlier = documentView()) earlier->removeFromSuperview();
-  documentView_ = view;
-  if (view) addSubview(view);
+  documentView_ = held;
+  if (held) addSubview(held);
   layOutTree();
   // A document that counts upward starts with its top in sight as well.
-  const bool countsUp = view && !view->isFlipped();
-  scrollToPoint({0, countsUp ? std::max(0.0, view->frame().size.height - bounds().size.height) : 0});
+  const bool countsUp = held && !held->isFlipped();
+  scrollToPoint({0, countsUp ? std::max(0.0, held->frame().size.height - bounds().size.height) : 0});
 }
 
 CGPoint NSClipView::constrainScrollPoint(CGPoint point) const {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/takenPress.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
@@ -204,6 +205,7 @@ void NSControl::mouseDragged(const Ref<NSEvent>& event) {
 void NSControl::mouseUp(const Ref<NSEvent>& event) {
   if (!isPressed()) return;
   const Ref<NSObject> held = shared_from_this();
+  if (endsTakenPress(*event)) return endPress();
   const CGPoint point = pointOf(*event);
   const bool isOver = NSPointInRect(point, bounds());
   if (press_ == Press::Away && isOver && isEnabled()) startTracking(point);  // a release may be the first to show it

@@ -129,7 +129,7 @@ std::optional<std::size_t> NSSegmentedControl::keySegment() const {
 bool NSSegmentedControl::performClickOnSegment(std::size_t segment) {
   if (!isEnabled() || segment >= segmentCount() || !segmentedCell()->isEnabledForSegment(segment)) return false;
   const Ref<NSObject> held = shared_from_this();
-  setKeySegment(segment);
+  setKeySegment(segment, keySegment());
   segmentedCell()->clickSegment(segment);
   setNeedsDisplay(true);
   const AtEndOfScope endOfClick([this] { endMomentarySelection(); });
@@ -144,10 +144,11 @@ void NSSegmentedControl::endMomentarySelection() {
   setNeedsDisplay(true);
 }
 
-void NSSegmentedControl::setKeySegment(std::optional<std::size_t> segment) {
+// A click has selected the segment by now, and the segment that had the keys before it is to be given.
+void NSSegmentedControl::setKeySegment(std::optional<std::size_t> segment, std::optional<std::size_t> earlier) {
   keySegment_ = segment;
   noteFocusRingMaskChanged();
-  if (cell() && window() && window()->firstResponder() == this)
+  if (segment != earlier && cell() && window() && window()->firstResponder() == this)
     NSAccessibilityPostNotification(cell(), NSAccessibilityFocusedUIElementChangedNotification);
 }
 
@@ -173,7 +174,7 @@ void NSSegmentedControl::moveTo(std::optional<std::size_t> segment) {
     performClickOnSegment(*segment);
     return;
   }
-  setKeySegment(segment);
+  setKeySegment(segment, keySegment());
 }
 
 void NSSegmentedControl::keyDown(const Ref<NSEvent>& event) {
@@ -196,6 +197,7 @@ void NSSegmentedControl::keyDown(const Ref<NSEvent>& event) {
 void NSSegmentedControl::mouseUp(const Ref<NSEvent>& event) {
   const Ref<NSObject> held = shared_from_this();
   isReleasing_ = true;
+  keySegmentAtRelease_ = keySegment();
   const AtEndOfScope endOfRelease([this] {
     isReleasing_ = false;
     endMomentarySelection();
@@ -207,7 +209,7 @@ bool NSSegmentedControl::sendActionTo(std::string_view action, const Ref<NSObjec
   if (isReleasing_) {
     // A release beside the pressed segment clicked nothing.
     if (!segmentedCell() || !segmentedCell()->clickedSegment()) return false;
-    setKeySegment(segmentedCell()->clickedSegment());
+    setKeySegment(segmentedCell()->clickedSegment(), keySegmentAtRelease_);
   }
   return NSControl::sendActionTo(action, target);
 }

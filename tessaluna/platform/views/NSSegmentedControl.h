@@ -61,11 +61,12 @@ class NSSegmentedControl : public NSControl {
   template <class Change>
   void changeCell(Change change);
   std::optional<std::size_t> enabledSegment(std::size_t from, int step) const;
-  void setKeySegment(std::optional<std::size_t> segment);
+  void setKeySegment(std::optional<std::size_t> segment, std::optional<std::size_t> earlier);
   void moveTo(std::optional<std::size_t> segment);
   void endMomentarySelection();
 
   std::optional<std::size_t> keySegment_;
+  std::optional<std::size_t> keySegmentAtRelease_;
   Ref<NSMenu> overflowMenu_;  // while it is open
   bool isReleasing_ = false;
 };

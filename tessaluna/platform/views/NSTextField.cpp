@@ -69,7 +69,8 @@ void NSTextField::changeTextCell(Change change) {
 
 void NSTextField::setTextColor(Ref<NSColor> color) {
   changeTextCell([&](NSTextFieldCell& cell) { cell.setTextColor(std::move(color)); });
-  if (const Ref<NSText> editor = currentEditor()) editor->setTextColor(textColor());
+  // Not the color itself: what the text shows in is the cell's to say.
+  if (const Ref<NSText> editor = currentEditor(); editor && textCell()) textCell()->setUpFieldEditorAttributes(editor);
 }
 Ref<NSColor> NSTextField::textColor() const { return textCell() ? textCell()->textColor() : nullptr; }
 void NSTextField::setDrawsBackground(bool draws) {

@@ -28,7 +28,8 @@ class NSTextView : public TextViewEditing {
   void otherMouseDown(const Ref<NSEvent>& event) override;
   void doCommandBySelector(std::string_view selector) override;
 
-  // In a field editor Return and Tab end the editing, where text is written they are typed. Tab elsewhere and Shift-Tab move on.
+  // In a field editor Return and Tab end the editing, where text is written they are typed. Tab elsewhere and Shift-Tab move
+  // on.
   void insertNewline(NSObject* sender);
   void insertTab(NSObject* sender);
   void insertBacktab(NSObject* sender);

@@ -50,9 +50,9 @@ namespace {
 
 // Where a composition is after an edit that was not its own: what is left of it, or nothing.
 NSRange movedByEdit(NSRange marked, NSRange edited, std::ptrdiff_t change) {
-  if (marked.location == NSNotFound || change == 0) return marked;
   const std::size_t now = edited.location + edited.length, before = now - static_cast<std::size_t>(change);
   const std::size_t end = marked.location + marked.length;
+  if (edited.location <= marked.location && before >= end) return noRange;  // nothing of it is left
   const std::size_t start = marked.location >= before            ? marked.location + static_cast<std::size_t>(change)
                             : marked.location <= edited.location ? marked.location
                                                                  : now;
@@ -68,7 +68,9 @@ void TextViewEditing::textStorageDidProcessEditing(NSTextStorage& storage, NSRan
   NSAccessibilityPostNotification(accessibleText(), NSAccessibilityValueChangedNotification);
   if (isEditingItself_) return;
   const bool wasComposing = hasMarkedText();
-  marked_ = movedByEdit(marked_, range, change);
+  // A change of attributes leaves it alone.
+  if (wasComposing && (change != 0 || textInMark() != markedText_)) marked_ = movedByEdit(marked_, range, change);
+  markedText_ = textInMark();
   if (wasComposing && !hasMarkedText()) {
     beforeMarking_.reset();
     if (window() && window()->nativeWindow()) window()->nativeWindow()->discardMarkedText();
@@ -199,12 +201,18 @@ void TextViewEditing::deleteSelection(NSObject*) {
 
 // Composition.
 
+std::u16string TextViewEditing::textInMark() const {
+  if (!hasMarkedText()) return {};
+  return textStorage()->text().substr(std::min(marked_.location, length()), marked_.length);
+}
+
 void TextViewEditing::setMarkedRange(NSRange range) {
   if (hasMarkedText()) {
     const std::size_t start = std::min(marked_.location, length());
     textStorage()->removeAttribute(NSUnderlineStyleAttributeName, {start, std::min(marked_.length, length() - start)});
   }
   marked_ = range;
+  markedText_ = textInMark();
   if (hasMarkedText())
     textStorage()->addAttribute(NSUnderlineStyleAttributeName, std::int64_t{NSUnderlineStyleSingle}, marked_);
   else beforeMarking_.reset();

@@ -76,6 +76,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   void registerUndo(Snapshot before);
   void bringBack(const Snapshot& snapshot);
   void setMarkedRange(NSRange range);
+  std::u16string textInMark() const;
   void tellInputMethod();
   Ref<NSObject> accessibleText() const;
 
@@ -83,6 +84,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   EditKind lastKind_ = EditKind::Other;
   Selection lastSelection_;  // after the last change; typing elsewhere is another step
   NSRange marked_ = noRange;
+  std::u16string markedText_;  // as it was marked, or left by the program's last edit
   std::optional<Snapshot> beforeMarking_;
   bool hasBegun_ = false;
   bool isEditingItself_ = false;  // it says afterwards what is selected

@@ -37,12 +37,18 @@ namespace {
 // Whether the keyboard is in the view and leaves it with the hiding of this one.
 bool losesKeyboard(const NSView& view) {
   const auto* first = view.window() ? dynamic_cast<const NSView*>(view.window()->firstResponder()) : nullptr;
-  return first && first->isDescendantOf(&view) && !dynamic_cast<const KeyboardWhileHidden*>(&view);
+  if (!first || !first->isDescendantOf(&view)) return false;
+  for (const NSView* above = &view; above; above = above->superview()) {
+    const auto* keeper = dynamic_cast<const KeyboardWhileHidden*>(above);
+    if (keeper && keeper->keepsKeyboardWhileHidden(view)) return false;
+  }
+  return true;
 }
 
 void passKeyboardOn(NSView& hidden) {
   const Ref<NSWindow> window = hidden.window() ? refTo(*hidden.window()) : nullptr;
-  // A field has ended its editing by now; whoever was notified may have given the keys to another view, or shown this one again.
+  // A field has ended its editing by now; whoever was notified may have given the keys to another view, or shown this one
+  // again.
   const auto* first = window ? dynamic_cast<const NSView*>(window->firstResponder()) : nullptr;
   if (!window || !hidden.isHidden() || (first && !first->isDescendantOf(&hidden))) return;
   for (const Ref<NSView>& next : keyViewsAfter(hidden))

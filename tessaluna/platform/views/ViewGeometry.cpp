@@ -31,14 +31,14 @@ const NSView& ViewGeometry::asView() const { return static_cast<const NSView&>(*
 
 void ViewGeometry::addSubview(const Ref<NSView>& view) {
   if (!view || asView().isDescendantOf(view.get())) return;
-  const Ref<NSView> held = view;
-  view->removeFromSuperview();
-  static_cast<ViewGeometry&>(*view).superview_ = &asView();
-  subviews_.push_back(view);
-  view->moveToWindow(window_);
-  static_cast<ViewGeometry&>(*view).geometryDidChange();
-  static_cast<ViewLayout&>(*view).cameIntoSuperview();
-  static_cast<ViewConstraints&>(*view).cameIntoSuperview();
+  const Ref<NSView> held = view;  // the reference may be its window's own, which becomes null
+  held->removeFromSuperview();
+  static_cast<ViewGeometry&>(*held).superview_ = &asView();
+  subviews_.push_back(held);
+  held->moveToWindow(window_);
+  static_cast<ViewGeometry&>(*held).geometryDidChange();
+  static_cast<ViewLayout&>(*held).cameIntoSuperview();
+  static_cast<ViewConstraints&>(*held).cameIntoSuperview();
 }
 
 void ViewGeometry::removeFromSuperview() {

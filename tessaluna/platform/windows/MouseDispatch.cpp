@@ -5,6 +5,7 @@
 #include "tessaluna/platform/events/takenPress.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/WindowInput.h"
 
 namespace tessaluna::platform {
 
@@ -73,14 +74,22 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
   Press& press = pressed_[of->button];
   Ref<NSView> receiver = press.view.lock();
   switch (of->phase) {
-    case PressPhase::Down:
+    case PressPhase::Down: {
+      // Whoever is notified on the way may hide the window, and the release comes right then. No press may follow it.
+      const auto hasEnded = [&] { return window_.windowClient().input().hasEndedWhileSent(event->buttonNumber()); };
+      if (hasEnded()) return;
       tracking_.sendOwedExits(event);
+      if (hasEnded()) return;
       receiver = viewAt(*event);
       if (of->button == 0) backgroundDrag_.pressed(receiver.get());
-      press = {.view = receiver, .isDown = true};
+      press = {};
+      press.isDown = true;
       tracking_.hideToolTip();
       if (of->button == 0 && takesKeyboard(receiver.get())) window_.makeFirstResponder(receiver.get());
+      if (hasEnded()) return;
+      if (receiver && receiver->window() == &window_) press.view = receiver;
       break;
+    }
     case PressPhase::Dragged:
       if (of->button == 0 && backgroundDrag_.dragged()) return endPress(of->button);
       tracking_.pointerMoved(event, true);

@@ -87,7 +87,10 @@ void WindowInput::pointer(const PointerInput& input) {
       down_ |= bit;
       fields.type = buttonEventType(input.button, PressPhase::Down);
       fields.clickCount = count(press);
-      break;
+      const std::uint32_t outer = std::exchange(sending_, sending_ | bit);
+      send(std::move(fields));
+      sending_ = outer;
+      return;
     }
     case PointerInput::What::Released:
       endPressesExcept(input.heldButtons | bit);
@@ -117,6 +120,8 @@ void WindowInput::pointer(const PointerInput& input) {
 void WindowInput::endPresses() {
   if (const Ref<NSWindow> held = hold(window_)) endPressesExcept(0);
 }
+
+bool WindowInput::hasEndedWhileSent(int button) const { return sending_ & ~down_ & bitOf(button); }
 
 void WindowInput::endPressesExcept(std::uint32_t heldButtons) {
   while (const std::uint32_t lost = down_ & ~heldButtons) {

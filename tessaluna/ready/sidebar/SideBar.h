@@ -1,5 +1,5 @@
-// The places of a player at the side of its window: sections that fold, with items below their headings, of which one is selected.
-// It scrolls where it is higher than its room.
+// The places of a player at the side of its window: sections that fold, with items below their headings, of which one is
+// selected. It scrolls where it is higher than its room.
 //
 //   const auto bar = make<ready::SideBar>(places);
 //   bar->setOnChoose([this](const ready::SideItem& item) { show(item.id); });
@@ -45,8 +45,8 @@ class SideBar : public platform::NSView, public SideBarModel::Observer {
   // The id of the selected item. An id that no item has, or gets, selects nothing; nobody is notified.
   const std::optional<std::string>& selected() const { return selected_; }
   void setSelected(std::optional<std::string> id);
-  // Of the section with that id; sections are open at the start. It opens and folds with animation while it shows. A section that
-  // is moving finishes that first, and isOpen says what it will be afterwards.
+  // Of the section with that id; sections are open at the start. It opens and folds with animation while it shows. A section
+  // that is moving finishes that first, and isOpen says what it will be afterwards.
   bool isOpen(std::string_view section) const;
   void setIsOpen(std::string_view section, bool isOpen);
   // What assistive clients call the bar; "Side bar" at the start.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
+#include "tessaluna/platform/views/KeyboardWhileHidden.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/uikit/containers/ViewWithBackground.h"
 
@@ -9,7 +10,7 @@ namespace TessalunaUIKit {
 
 class DisclosureView;
 
-class DisclosureHeaderView : public ViewWithBackground {
+class DisclosureHeaderView : public ViewWithBackground, public tessaluna::platform::KeyboardWhileHidden {
  public:
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
@@ -27,6 +28,10 @@ class DisclosureHeaderView : public ViewWithBackground {
   // Nothing changes while the section does; such entries and exits, and those of other areas, are passed to the base class.
   void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseExited(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
+  // A pointer that leaves the header takes the keyboard from nobody: a button that has it keeps it, and its keys press it.
+  bool keepsKeyboardWhileHidden(const tessaluna::platform::NSView& hidden) const override {
+    return &hidden == disclosureButton_.get();
+  }
 
   // An addition, off initially: the header takes the keyboard, and Space and Return press its button, whether that shows or
   // not; to assistive clients the header is a disclosure triangle, which the same press works, and its button is left out.

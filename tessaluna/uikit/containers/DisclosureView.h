@@ -1,6 +1,6 @@
-// A section that folds down to its header and opens again to the height that its content needs. Everything in it
-// places itself by constraints; the section itself has one more, a limit of its height, whose constant moves. So the section's own
-// bottom must hang on its content with less than the required priority, or the content could not be cut off.
+// A section that folds down to its header and opens again to the height that its content needs. Everything in it places itself
+// by constraints; the section itself has one more, a limit of its height, whose constant moves. So the section's own bottom must
+// hang on its content with less than the required priority, or the content could not be cut off.
 //
 // The host sets the outlets and connects the header's button to toggleDisclosure:.
 #pragma once

@@ -1,7 +1,7 @@
-// An album's cover at the size of a thumbnail. A click enlarges it into a panel with the thumbnail's upper left corner, as large
-// as the image has pixels and the screen has room to the right and below. An image with a drawing handler has no pixels, and its
-// panel is empty. Another click closes the panel, and so does whatever takes the key status from it. An image that is set
-// meanwhile resizes it.
+// An album's cover at the size of a thumbnail. A click enlarges it into a panel with the thumbnail's upper left corner, as
+// large as the image has pixels and the screen has room to the right and below. An image with a drawing handler has no pixels,
+// and its panel is empty. Another click closes the panel, and so does whatever takes the key status from it. An image that is
+// set meanwhile resizes it.
 #pragma once
 
 #include "tessaluna/platform/views/NSImageView.h"
@@ -24,9 +24,9 @@ class CoverArtThumbnailView : public tessaluna::platform::NSImageView, public te
   bool scaleToScreenResolution() const { return scaleToScreenResolution_; }
   void setScaleToScreenResolution(bool scales) { scaleToScreenResolution_ = scales; }
 
-  // An addition: true lets a click in the panel and the Escape key close it, too, and a press on the thumbnail that takes the key
-  // status from the panel closes it for good: its release opens no other. False initially. Counts for panels and images that
-  // come after. (NSImageView has another one, preparesImages, which is that of the panel as well.)
+  // An addition: true lets a click in the panel and the Escape key close it, too, and a press on the thumbnail that takes the
+  // key status from the panel closes it for good: its release opens no other. False initially. Counts for panels and images
+  // that come after. (NSImageView has another one, preparesImages, which is that of the panel as well.)
   bool closesByClickAndEscape() const { return closesByClickAndEscape_; }
   void setClosesByClickAndEscape(bool closes) { closesByClickAndEscape_ = closes; }
 

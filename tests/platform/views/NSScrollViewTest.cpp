@@ -63,6 +63,15 @@ class NSScrollViewTest : public harness::StillWorld {
 
 // The clip view.
 
+TEST_F(NSScrollViewTest, AContentViewOfAWindowMayBecomeADocumentByTheWindowsOwnReference) {
+  const auto other = showWindow();
+  const Ref<NSView> content = other->contentView();
+  scrollView->setDocumentView(other->contentView());
+  EXPECT_EQ(scrollView->documentView(), content);
+  EXPECT_EQ(content->window(), window.get());
+  EXPECT_EQ(other->contentView(), nullptr);
+}
+
 TEST_F(NSScrollViewTest, StartsAtTheTopLeftOfItsDocument) {
   EXPECT_EQ(origin(), (CGPoint{0, 0}));
   EXPECT_EQ(scrollView->contentView()->documentVisibleRect(), (CGRect{0, 0, 100, 100}));

@@ -397,6 +397,25 @@ TEST_F(NSSegmentedControlTest, AssistiveClientsObserveTheFocusWhereTheArrowsSele
   EXPECT_THAT(isSecondFocused, ElementsAre(true));
 }
 
+TEST_F(NSSegmentedControlTest, AssistiveClientsObserveNoFocusThatStaysWhereItIs) {
+  for (const auto mode : {NSSegmentSwitchTrackingSelectOne, NSSegmentSwitchTrackingSelectAny}) {
+    control->setTrackingMode(mode);
+    control->setSelectedSegment(0);
+    focus();
+    int heard = 0;
+    const auto token = accessibilityNotificationCenter().addObserverForName(
+        NSAccessibilityFocusedUIElementChangedNotification, cell, nullptr, [&](const Ref<NSNotification>&) { ++heard; });
+    user.pressKey(NSLeftArrowFunctionKey);
+    user.pressKey(NSHomeFunctionKey);
+    user.pressKey(" ");
+    user.click(*window, middleOf(0));
+    EXPECT_EQ(heard, 0);
+    user.click(*window, middleOf(1));
+    EXPECT_EQ(heard, 1);
+    accessibilityNotificationCenter().removeObserver(token);
+  }
+}
+
 TEST_F(NSSegmentedControlTest, OtherModesAreCheckBoxesAndButtons) {
   control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
   EXPECT_EQ(cell->accessibilityRole(), NSAccessibilityGroupRole);

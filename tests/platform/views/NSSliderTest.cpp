@@ -52,6 +52,20 @@ TEST_F(NSSliderTest, APressInTheTrackBringsTheKnobThereAndDragsIt) {
   EXPECT_THAT(taken(), ElementsAre(0.25, 0.5, 0.5));
 }
 
+TEST_F(NSSliderTest, APressWhoseWindowIsHiddenOrWhoseReleaseIsLostEndsWithoutAnAction) {
+  slider->setContinuous(false);
+  user.press(*window, at(43));
+  window->orderOut(nullptr);
+  EXPECT_FALSE(slider->isHighlighted());
+  EXPECT_TRUE(taken().empty());
+  window->orderFront(nullptr);
+  user.press(*window, at(43));
+  user.loseRelease();
+  user.moveTo(*window, at(68));
+  EXPECT_FALSE(slider->isHighlighted());
+  EXPECT_TRUE(taken().empty());
+}
+
 TEST_F(NSSliderTest, AKnobIsDraggedByThePlaceWhereItWasTakenHoldOf) {
   slider->setDoubleValue(0.5);
   user.press(*window, at(74));

@@ -235,6 +235,26 @@ TEST_F(NSTextFieldEditingTest, AnEditByTheProgramMovesTheCompositionAlong) {
   }
 }
 
+TEST_F(NSTextFieldEditingTest, ATextOfTheProgramInPlaceOfTheCompositionIsNotComposed) {
+  for (const char16_t* const with : {u"1", u"12", u"123"}) {
+    begin("abC", 1);
+    user.compose("かな");
+    editor()->textStorage()->replaceCharactersInRange({1, 2}, with);
+    EXPECT_FALSE(editor()->hasMarkedText());
+    EXPECT_EQ(editor()->text(), u"a" + std::u16string(with) + u"bC");
+  }
+}
+
+TEST_F(NSTextFieldEditingTest, OtherAttributesOfTheCompositionLeaveItMarked) {
+  begin("abC", 1);
+  user.compose("かな");
+  editor()->textStorage()->addAttribute(NSForegroundColorAttributeName, NSColor::redColor(), {1, 2});
+  editor()->textStorage()->addAttribute(NSForegroundColorAttributeName, NSColor::redColor(), {0, 5});
+  EXPECT_EQ(editor()->markedRange(), (NSRange{1, 2}));
+  user.commit("X");
+  EXPECT_EQ(field->stringValue(), "aXbC");
+}
+
 TEST_F(NSTextFieldEditingTest, ACommandOfAMenuEndsTheCompositionFirst) {
   begin("abc", 1);
   NSPasteboard::generalPasteboard()->setString("123", NSPasteboardTypeString);

@@ -238,6 +238,15 @@ TEST_F(ViewGeometryTest, ConversionGoesAcrossTheTree) {
   EXPECT_EQ(b->convertPointFromView({0, 0}, a.get()), (CGPoint{-40, -10}));
 }
 
+TEST_F(ViewGeometryTest, AContentViewOfAWindowMayBePassedToItsNewSuperviewByTheWindowsOwnReference) {
+  const auto window = showWindow();
+  const auto box = view({0, 0, 10, 10});
+  const Ref<NSView> content = window->contentView();
+  box->addSubview(window->contentView());
+  EXPECT_EQ(content->superview(), box.get());
+  EXPECT_EQ(window->contentView(), nullptr);
+}
+
 TEST_F(ViewGeometryTest, VisibleIsWhatNoSuperviewCutsOff) {
   const auto parent = view({0, 0, 100, 100}), child = view({80, -10, 50, 50});
   parent->addSubview(child);

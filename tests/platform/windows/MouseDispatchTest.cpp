@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tessaluna/platform/events/KeyboardAtPress.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tests/harness/ProbeView.h"
@@ -158,6 +160,76 @@ TEST_F(MouseDispatchTest, WhoIsAroundAPressedViewIsNotReleasedWithAHiddenWindow)
   around->calls.clear();
   window->orderOut(nullptr);
   EXPECT_EQ(around->calls, Calls{});
+}
+
+// Whoever is notified of a press on its way hides the window: no press reaches the view, and no button is held any more.
+class MouseDispatchHiddenOnTheWayTest : public MouseDispatchTest {
+ protected:
+  void pressAndLookAfterwards() {
+    taken();
+    user.press(*window, {15, 25});
+    EXPECT_FALSE(window->isVisible());
+    user.release();
+    const Calls calls = taken();
+    for (const char* const call : {"mouseDown", "mouseUp"})
+      EXPECT_EQ(std::count(calls.begin(), calls.end(), call), 0) << call;
+    NSEvent::removeMonitor(monitor);
+    view->onCall = nullptr;
+    window->orderFront(nullptr);
+    if (view->trackingAreas().empty()) track();
+    user.moveTo(*window, {1, 1});
+    taken();
+    user.moveTo(*window, {15, 25});
+    EXPECT_EQ(taken(), Calls{"mouseEntered"}) << "as while no button is down";
+  }
+  Ref<NSObject> monitor;
+};
+
+TEST_F(MouseDispatchHiddenOnTheWayTest, ByAMonitor) {
+  monitor =
+      NSEvent::addLocalMonitorForEventsMatchingMask(maskOf(NSEventType::LeftMouseDown), [&](const Ref<NSEvent>& event) {
+        window->orderOut(nullptr);
+        return event;
+      });
+  pressAndLookAfterwards();
+}
+
+TEST_F(MouseDispatchHiddenOnTheWayTest, ByAnExitThatWasOwed) {
+  track();
+  user.moveTo(*window, {15, 25});
+  view->removeFromSuperview();
+  window->contentView()->addSubview(view);
+  view->onCall = [&](const std::string& call) {
+    if (call == "mouseExited") window->orderOut(nullptr);
+  };
+  pressAndLookAfterwards();
+}
+
+TEST_F(MouseDispatchHiddenOnTheWayTest, ByTheViewThatTakesTheKeyboard) {
+  struct Hiding : harness::ProbeView {
+    using ProbeView::ProbeView;
+    bool becomeFirstResponder() override {
+      window()->orderOut(nullptr);
+      return true;
+    }
+  };
+  view->removeFromSuperview();
+  view = make<Hiding>(CGRect{10, 20, 30, 40});
+  view->acceptsFirst = true;
+  window->contentView()->addSubview(view);
+  pressAndLookAfterwards();
+}
+
+TEST_F(MouseDispatchTest, APressThatAProgramSendsToAWindowThatWasNeverShownReachesItsView) {
+  const auto hidden = make<NSWindow>(CGRect{0, 0, 100, 100}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
+  const auto inner = make<harness::ProbeView>(CGRect{0, 0, 50, 50});
+  hidden->contentView()->addSubview(inner);
+  hidden->sendEvent(
+      make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = {5, 5}, .window = hidden}));
+  hidden->sendEvent(
+      make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDragged, .location = {6, 6}, .window = hidden}));
+  std::erase(inner->calls, "updateTrackingAreas");
+  EXPECT_EQ(inner->calls, (Calls{"mouseDown", "mouseDragged"}));
 }
 
 TEST_F(MouseDispatchTest, AWindowThatGoesReleasesThePressedView) {

@@ -78,6 +78,7 @@ TEST_F(KeyViewsTest, AViewThatIsHiddenAlreadyWithTheOneAroundItMovesNoKeyboard) 
 TEST_F(KeyViewsTest, WhatIsOnlyOutOfSightKeepsTheKeyboard) {
   struct Clip : NSView, KeyboardWhileHidden {
     using NSView::NSView;
+    bool keepsKeyboardWhileHidden(const NSView& hidden) const override { return &hidden == this; }
   };
   const auto clip = make<Clip>(CGRect{0, 90, 50, 20});
   window->contentView()->addSubview(clip);

@@ -59,6 +59,34 @@ TEST_F(DisclosureHeaderViewTest, TheButtonShowsWhileTheMouseIsOverTheHeader) {
   EXPECT_THAT(hovers(), IsEmpty());
 }
 
+TEST_F(DisclosureHeaderViewTest, APointerThatLeavesTheHeaderTakesTheKeyboardFromNobody) {
+  const auto field = make<NSTextField>(CGRect{10, 10, 100, 22});
+  outer->addSubview(field);
+  user.moveTo(*window, onHeader);
+  user.click(*window, button()->convertPointToView({5, 5}, nullptr));
+  ASSERT_EQ(window->firstResponder(), button().get());
+  finish();
+  user.moveTo(*window, offHeader);
+  user.moveTo(*window, onHeader);
+  user.moveTo(*window, offHeader);
+  EXPECT_TRUE(button()->isHidden());
+  EXPECT_EQ(window->firstResponder(), button().get());
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  user.pressKey(" ");
+  finish();
+  EXPECT_TRUE(section->isDisclosed());
+}
+
+TEST_F(DisclosureHeaderViewTest, AHeaderThatIsHiddenPassesTheKeyboardOnWithItsButton) {
+  const auto field = make<NSTextField>(CGRect{10, 10, 100, 22});
+  outer->addSubview(field);
+  user.moveTo(*window, onHeader);
+  window->makeFirstResponder(button().get());
+  ASSERT_EQ(window->firstResponder(), button().get());
+  header->setHidden(true);
+  EXPECT_NE(window->firstResponder(), button().get());
+}
+
 TEST_F(DisclosureHeaderViewTest, DuringAnAnimationTheButtonStaysAndTheBaseClassGetsTheEvents) {
   user.moveTo(*window, offHeader);
   section->toggleDisclosure(nullptr);

@@ -6,6 +6,7 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/views/NSTextView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
@@ -183,6 +184,21 @@ TEST_F(FlatTextFieldCellOnADarkDesktop, ItsEditorIsReadableTooAndAStockFieldsIsT
   const std::string light = R"({"op":"setFillColor","color":[1,1,1,1],"named":"controlTextColor"})";
   EXPECT_EQ(colors(stock), (Lines{R"({"op":"setFillColor","color":[0.2,0.2,0.3,1],"named":"selectedTextBackgroundColor"})",
                                   light, light, light}));
+}
+
+TEST_F(FlatTextFieldCellOnADarkDesktop, AnotherColorMeanwhileShowsInTheEditorAsItWouldInTheCell) {
+  const auto window = showWindowWith(field);
+  field->setStringValue("x");
+  field->selectText(nullptr);
+  const auto shown = [&] {
+    const auto* text = dynamic_cast<const NSTextView*>(field->currentEditor().get());
+    return attributeObject<NSColor>(text->textStorage()->attributesAtIndex(0), NSForegroundColorAttributeName);
+  };
+  const Ref<NSColor> dark = shown();
+  field->setTextColor(NSColor::redColor());
+  EXPECT_TRUE(areEqual(shown().get(), NSColor::redColor().get()));
+  field->setTextColor(nullptr);
+  EXPECT_TRUE(areEqual(shown().get(), dark.get()));
 }
 
 TEST_F(FlatTextFieldCellTest, OnALightDesktopItsTextsAreTheDesktops) {

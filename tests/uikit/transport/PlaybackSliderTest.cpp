@@ -318,6 +318,16 @@ TEST_F(PlaybackSliderTest, APressThatIsCutShortReturnsTheKnob) {
   EXPECT_TRUE(taken().empty());
 }
 
+TEST_F(PlaybackSliderTest, APressWhoseWindowIsHiddenAsksForNothingAndReturnsTheKnob) {
+  slider->setPosition(20);
+  user.press(*window, at(100));
+  user.dragTo(at(200));
+  window->orderOut(nullptr);
+  EXPECT_EQ(slider->position(), 20);
+  EXPECT_TRUE(taken().empty());
+  EXPECT_FALSE(slider->isSeeking());
+}
+
 TEST_F(PlaybackSliderTest, AReleaseAfterTheCellAloneWasDisabledAsksForNothingAndReturnsTheKnob) {
   slider->setPosition(20);
   user.press(*window, at(100));
