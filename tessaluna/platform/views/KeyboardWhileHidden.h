@@ -1,5 +1,5 @@
 // What a view adopts for itself, or for one below it, that is hidden only as long as it is out of sight: whoever has the
-// keyboard in it keeps it meanwhile, so that typing goes on once it is back. From any other view that is hidden the keyboard
+// keyboard in it keeps it meanwhile, so that typing continues once it is back. From any other view that is hidden the keyboard
 // goes to the next one.
 #pragma once
 
