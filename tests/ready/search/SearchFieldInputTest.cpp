@@ -150,7 +150,7 @@ TEST_F(SearchFieldTest, TheMouseTakesTheTitleOutOfTheFieldAgain) {
   user.moveTo(popUpWindow(), row(2));
   EXPECT_EQ(text(), "amb");
   user.pressKey(NSUpArrowFunctionKey);
-  EXPECT_EQ(text(), "Amber Signal") << "keys go on from where the mouse is";
+  EXPECT_EQ(text(), "Amber Signal") << "keys continue from where the mouse is";
 }
 
 TEST_F(SearchFieldTest, WhatTheMouseOnlyPointedAtIsNotSelectedInTheNextAnswer) {
