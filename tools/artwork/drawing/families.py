@@ -1,6 +1,7 @@
 """Finds the picture families: a module beside this one that has drawings() -> [Drawing, ...]."""
 import importlib
 import pathlib
+import re
 
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parents[2]
@@ -21,3 +22,8 @@ def drawings_of(family):
 def header_of(family):
     title = "".join(word.capitalize() for word in family.split("_"))
     return ROOT / "tessaluna" / "uikit" / "stylekit" / "listings" / f"{title}Listings.h"
+
+
+def identifier(name):
+    """The layer tidalLogo__word is tidalLogoWord in the header: C++ keeps double underscores to itself."""
+    return re.sub("__(.)", lambda found: found.group(1).upper(), name)

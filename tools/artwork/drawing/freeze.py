@@ -4,11 +4,10 @@
 Refuses to write a family if one of its drawings fails its check. With --check writes nothing and exits non-zero when a
 header differs from what would be written.
 """
-import re
 import sys
 
 from check import faults_of
-from families import ROOT, drawings_of, family_names, header_of
+from families import ROOT, drawings_of, family_names, header_of, identifier
 
 WIDTH = 110
 
@@ -27,11 +26,6 @@ def header_text(family, drawings):
             lines += literals(pieces, last)
     lines += ["", "}  // namespace TessalunaUIKit::listings"]
     return "\n".join(lines) + "\n"
-
-
-def identifier(name):
-    """The layer tidalLogo__word is tidalLogoWord in the header: C++ keeps double underscores to itself."""
-    return re.sub("__(.)", lambda found: found.group(1).upper(), name)
 
 
 def literals(pieces, last):
