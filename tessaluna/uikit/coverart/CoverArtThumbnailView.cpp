@@ -152,12 +152,12 @@ void CoverArtThumbnailView::enlarge() {
 void CoverArtThumbnailView::closeEnlargedView() {
   const Ref<CoverArtPanel> panel = coverArtPanel_;
   if (!panel) return;
-  const WeakRef<CoverArtThumbnailView> weak = refTo(*this);
+  const Ref<CoverArtThumbnailView> held = refTo(*this);  // the host may release it as the panel closes
   if (window()) window()->removeChildWindow(*panel);
   // Intentional: a key panel resigns its status here, which comes back to this operation and asks for a second block.
   panel->close();
   lostKeyAt_.reset();
-  DispatchQueue::main().asyncAfter(closingSeconds, [weak] {
+  DispatchQueue::main().asyncAfter(closingSeconds, [weak = WeakRef<CoverArtThumbnailView>(held)] {
     if (const auto self = weak.lock()) self->coverArtPanel_.reset();
   });
 }

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+
 #include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/time/durations.h"
@@ -481,7 +483,7 @@ TEST_F(DisclosureViewTest, TheTitleSaysWhatTheButtonWillDoNext) {
   EXPECT_EQ(button()->title(), "Hide");
 }
 
-TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateBeforeTheState) {
+TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateAfterMeasuringAndBeforeTheState) {
   struct Witness : NSButton {
     using NSButton::NSButton;
     void setHidden(bool isHidden) override {
@@ -494,7 +496,7 @@ TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateBeforeTheState) {
   std::vector<std::string> seen;
   witness->call = [&] {
     seen.push_back(witness->title() + (section->isDisclosed() ? " open" : " closed") +
-                   (section->isChanging() ? " changing" : ""));
+                   (section->isChanging() ? " changing, " : ", ") + std::to_string(std::lround(section->disclosedHeight())));
   };
   section->headerView()->setDisclosureButton(witness);
   section->toggleDisclosure(nullptr);
@@ -502,8 +504,10 @@ TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateBeforeTheState) {
   section->toggleDisclosure(nullptr);
   finish();
   section->setDisclosureTo(false, false);
+  growContent(200);
   section->setDisclosureTo(true, false);
-  EXPECT_THAT(seen, ElementsAre("Show open changing", "Hide closed changing", "Show open", "Hide closed"));
+  EXPECT_THAT(seen,
+              ElementsAre("Show open changing, 124", "Hide closed changing, 124", "Show open, 124", "Hide closed, 224"));
   witness->call = nullptr;
 }
 

@@ -1,6 +1,8 @@
 #include "tessaluna/uikit/coverart/CoverArtThumbnailView.h"
 
 #include <cmath>
+#include <functional>
+#include <utility>
 
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
@@ -22,12 +24,14 @@ struct CoverArtThumbnailViewTest : harness::CoverArtWorld {
           if (!panel) return;
           ++closings;
           wasChildAtClosing = wasChildAtClosing || panel->parentWindow();
+          if (onClosing) std::exchange(onClosing, nullptr)();
         });
   }
   ~CoverArtThumbnailViewTest() override { NSNotificationCenter::defaultCenter().removeObserver(token_); }
 
   int closings = 0;  // how often a panel was closed, open or not
   bool wasChildAtClosing = false;
+  std::function<void()> onClosing;  // once
 
  private:
   Ref<NSObject> token_;
@@ -167,6 +171,10 @@ TEST_F(CoverArtThumbnailViewTest, InAWindowThatNoScreenShowsTheRoomIsThatOf1400P
   ASSERT_EQ(window->screen(), nullptr);
   enlarge(2560, 256);
   EXPECT_EQ(panel()->frame(), (CGRect{120, 5094 - 128, 1280, 128}));
+  thumbnail->closeEnlargedView();
+  desktop.advance(0.001);
+  enlarge(100, 10188);
+  EXPECT_EQ(panel()->frame(), (CGRect{120, 0, 50, 5094})) << "down to where screens begin";
 }
 
 TEST_F(CoverArtThumbnailViewTest, TheNextClickClosesThePanel) {
@@ -428,6 +436,33 @@ TEST_F(CoverArtThumbnailViewTest, AThumbnailThatGoesWhileItsPanelMovesOrClosesHa
   thumbnail.reset();
   EXPECT_TRUE(weak.expired()) << "the delayed block does not keep it";
   desktop.advance(1);
+}
+
+TEST_F(CoverArtThumbnailViewTest, OneThatTheHostReleasesAsItsPanelClosesHarmsNobody) {
+  enlarge(300, 100);
+  const WeakRef<CoverArtThumbnailView> weak = thumbnail;
+  onClosing = [&] {
+    thumbnail->removeFromSuperview();
+    thumbnail.reset();
+  };
+  thumbnail->closeEnlargedView();
+  EXPECT_TRUE(weak.expired());
+  EXPECT_EQ(panel(), nullptr);
+  desktop.advance(0.01);
+}
+
+TEST_F(CoverArtThumbnailViewTest, OneThatTheHostClosesAsItTakesTheKeyStatusStaysClosed) {
+  const auto token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidResignKeyNotification, window, nullptr,
+      [&](const Ref<NSNotification>&) { thumbnail->closeEnlargedView(); });
+  enlarge(300, 100);
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_EQ(panel(), nullptr);
+  EXPECT_TRUE(window->childWindows().empty());
+  EXPECT_EQ(NSApp->keyWindow(), nullptr);
+  desktop.advance(0.001);
+  mouseUp();
+  EXPECT_NE(panel(), nullptr);
 }
 
 TEST_F(CoverArtThumbnailViewTest, AWindowThatClosesTakesThePanelWithIt) {

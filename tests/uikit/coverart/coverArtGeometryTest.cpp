@@ -49,12 +49,14 @@ class BoastfulRep : public NSImageRep {
 };
 
 TEST(naturalSizeOfDeathTest, AWidthThatIsNotAWholeNumberOf64BitsStopsTheProgram) {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
-  for (const double width : {infinity, -infinity, std::numeric_limits<double>::quiet_NaN(), 9.3e18, -9.3e18})
+  constexpr double infinity = std::numeric_limits<double>::infinity(),
+                   beyond = 9223372036854775808.0;  // 2 to the power of 63
+  for (const double width : {infinity, -infinity, std::numeric_limits<double>::quiet_NaN(), beyond, -9.3e18})
     EXPECT_DEATH(naturalSizeOf({make<BoastfulRep>(width), rep(20, 20)}), "width of an image is not a whole number") << width;
   EXPECT_DEATH(naturalSizeOf({make<BoastfulRep>(infinity)}), "width of an image is not a whole number") << "the only one";
   EXPECT_EQ(naturalSizeOf({make<BoastfulRep>(19.9), rep(20, 20)}), (CGSize{20, 20})) << "cut to a whole number";
   EXPECT_EQ(naturalSizeOf({make<BoastfulRep>(20.9), rep(20, 20)}), (CGSize{20.9, 10}));
+  EXPECT_EQ(naturalSizeOf({make<BoastfulRep>(-beyond), rep(20, 20)}), (CGSize{20, 20})) << "the least of 64 bits";
 }
 
 TEST(frameOfEnlargedCover, FitsTheRoomToTheRightAndBelow) {

@@ -80,6 +80,14 @@ TEST_F(AppSplashControllerTest, AWindowOnNoScreenGoesByTheMainScreen) {
   EXPECT_EQ(controller->window()->frame(), (CGRect{520, 300, 400, 300}));
 }
 
+TEST_F(AppSplashControllerTest, TheMainScreenIsThatOfTheKeyWindow) {
+  desktop.setScreens({{.frame = {0, 0, 1440, 900}, .visibleFrame = {0, 0, 1440, 900}},
+                      {.frame = {1440, 0, 1000, 800}, .visibleFrame = {1440, 0, 1000, 800}}});
+  const auto key = showWindow({1500, 100, 200, 150});
+  NSNib::registerDocument("Splash", document(allOutlets, "[9000, 9000, 400, 300]"));
+  EXPECT_EQ(controller->window()->frame(), (CGRect{300, 250, 400, 300}));
+}
+
 TEST_F(AppSplashControllerTest, LoadingShowsTheHostsIconAndStartsTheSpinner) {
   const auto icon = make<NSImage>(CGSize{64, 64});
   NSImage::setImageNamed("AppIcon.icns", icon);
@@ -167,6 +175,8 @@ TEST_F(AppSplashControllerDeathTest, AMissingConnectionOfIconOrSpinnerStopsThePr
   EXPECT_DEATH(controller->window(), "used while absent: appIconView");
   NSNib::registerDocument("Splash", document(R"("window": "window", "appIconView": "icon")"));
   EXPECT_DEATH(controller->window(), "used while absent: progressIndicator");
+  NSNib::registerDocument("Splash", document(R"("window": "window")"));
+  EXPECT_DEATH(controller->window(), "used while absent: appIconView") << "the icon comes first";
 }
 
 TEST_F(AppSplashControllerDeathTest, AMissingLabelStopsTheProgramAtItsFirstText) {

@@ -56,6 +56,7 @@ TEST_F(ProgressMonitorViewTest, IsMadeHiddenWithABarAndALabel) {
   EXPECT_EQ(label().cell()->alignment(), NSTextAlignmentCenter);
   EXPECT_FALSE(dynamic_cast<NSTextFieldCell&>(*label().cell()).drawsBackground());
   EXPECT_FALSE(label().isHidden());
+  EXPECT_FALSE(label().isEditable());
   EXPECT_EQ(view->backgroundTasks()->count(), 0u);
 }
 
@@ -154,6 +155,16 @@ TEST_F(ProgressMonitorViewTest, ANegativeTotalHidesTheViewToo) {
   EXPECT_FALSE(view->isHidden());
   view->removeBackgroundTaskProgress("nothing");
   EXPECT_TRUE(view->isHidden());
+}
+
+TEST_F(ProgressMonitorViewTest, AnyLengthAboveZeroKeepsTheViewAndSoDoesOneThatIsNotANumber) {
+  for (const double length : {1e-300, std::numeric_limits<double>::quiet_NaN()}) {
+    view->addBackgroundTaskProgress("odd", length, &first);
+    view->removeBackgroundTaskProgress("nothing");
+    EXPECT_FALSE(view->isHidden()) << length;
+    view->removeBackgroundTaskProgress("odd");
+    EXPECT_TRUE(view->isHidden()) << length;
+  }
 }
 
 TEST_F(ProgressMonitorViewTest, AddingAKeyAgainShowsAViewThatWasHidden) {
