@@ -5,6 +5,7 @@
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/takenPress.h"
+#include "tessaluna/platform/foundation/NSString.h"
 #include "tessaluna/platform/foundation/SystemVersion.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSColor.h"
@@ -23,6 +24,8 @@ namespace {
 std::optional<URL> urlOf(const NSAttributeValue& link) {
   if (const auto* url = std::get_if<URL>(&link)) return *url;
   if (const auto* text = std::get_if<std::string>(&link)) return URL::URLWithString(*text);
+  if (const auto* object = std::get_if<Ref<NSObject>>(&link))
+    if (const auto* text = dynamic_cast<const NSString*>(object->get())) return URL::URLWithString(text->UTF8String());
   return std::nullopt;
 }
 

@@ -5,6 +5,7 @@
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/NSString.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/text/NSFont.h"
@@ -194,6 +195,12 @@ TEST_F(ClickableLabelTest, APressOnPlainTextAndAReleaseOnALinkIsAClickOnTheLabel
 
 TEST_F(ClickableLabelTest, TheTextOfAUrlIsALinkToo) {
   setOneLink(second);
+  click(onLink);
+  EXPECT_EQ(target->calls, Calls{second});
+}
+
+TEST_F(ClickableLabelTest, TheTextOfAUrlMayBeAnObject) {
+  setOneLink(make<NSString>(second));
   click(onLink);
   EXPECT_EQ(target->calls, Calls{second});
 }
