@@ -90,7 +90,8 @@ Ref<NSView> viewOfAccessible(const Ref<NSObject>& element) {
 CGRect visibleFrameOfAccessible(const Ref<NSObject>& element) {
   const Ref<NSView> view = viewOfAccessible(element);
   const NSWindow* window = view ? view->window() : nullptr;
-  if (!window || !window->isVisible()) return {};
+  // A program's own widgets may hide what is below them.
+  if (!window || !window->isVisible() || view->isHiddenOrHasHiddenAncestor()) return {};
   const CGRect visible = window->convertRectToScreen(view->convertRectToView(view->visibleRect(), nullptr));
   return NSIntersectionRect(visible, accessibleFrameOf(element));
 }

@@ -352,6 +352,24 @@ TEST_F(AccessibilityBridgeTest, AViewHangsBelowTheWidgetThatItIsEmbeddedIn) {
   EXPECT_EQ(QAccessible::accessibleInterface(id), of(embedded->cell()));
 }
 
+TEST_F(AccessibilityBridgeTest, AViewInAHiddenWidgetIsOffScreenUntilTheWidgetShows) {
+  QWidget top;
+  top.setGeometry(50, 60, 200, 100);
+  auto* page = new QWidget(&top);
+  page->setGeometry(0, 0, 200, 100);
+  const auto embedded = make<NSButton>(CGRect{0, 0, 80, 24});
+  (new QtViewWidget(embedded, page))->setGeometry(20, 30, 80, 24);
+  top.show();
+  settle();
+  EXPECT_FALSE(of(embedded->cell())->state().offscreen);
+  page->hide();
+  settle();
+  EXPECT_TRUE(of(embedded->cell())->state().offscreen);
+  page->show();
+  settle();
+  EXPECT_FALSE(of(embedded->cell())->state().offscreen);
+}
+
 // The completion pop-up of the field.
 using AccessibilityBridgePopUp = AccessibilityBridgeTest;
 
