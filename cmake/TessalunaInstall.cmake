@@ -42,3 +42,12 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/TessalunaUIKitConfigVers
                                  COMPATIBILITY SameMinorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/TessalunaUIKitConfig.cmake" "${PROJECT_BINARY_DIR}/TessalunaUIKitConfigVersion.cmake"
         DESTINATION "${TESSALUNA_PACKAGE_DIR}")
+
+# All that is installed, and none of the tests: what a build needs before `cmake --install`.
+add_custom_target(tessaluna_installed)
+add_dependencies(tessaluna_installed ${libraries})
+foreach(target IN ITEMS tessaluna-artwork tessaluna-gallery tessaluna_icons)
+  if(TARGET ${target})
+    add_dependencies(tessaluna_installed ${target})
+  endif()
+endforeach()
