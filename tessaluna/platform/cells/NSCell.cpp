@@ -21,6 +21,7 @@ constexpr Property cellProperties[] = {property<&NSCell::setEnabled, "enabled">(
                                        property<&NSCell::setStringValue, "stringValue">(),
                                        property<&NSCell::setIntegerValue, "integerValue">(),
                                        property<&NSCell::setDoubleValue, "doubleValue">(),
+                                       property<&NSCell::setFloatValue, "floatValue">(),
                                        property<&NSCell::setTitle, "title">(),
                                        property<&NSCell::setFont, "font">(),
                                        property<&NSCell::setAlignment, "alignment">(),

@@ -6,6 +6,7 @@
 
 #include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
 #include "tessaluna/platform/cells/buttonBox.h"
+#include "tessaluna/platform/cells/selectedSegmentProperty.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
@@ -20,7 +21,8 @@ namespace tessaluna::platform {
 
 namespace {
 
-constexpr Property segmentedCellProperties[] = {property<&NSSegmentedCell::setTrackingMode, "trackingMode">()};
+constexpr Property segmentedCellProperties[] = {property<&NSSegmentedCell::setTrackingMode, "trackingMode">(),
+                                                selectedSegmentProperty<NSSegmentedCell>()};
 
 // Between a label or image and the segment's edge, between the two of them, and above and below the text.
 constexpr CGFloat padding = 10, imageGap = 5, paddingY = 4;

@@ -7,7 +7,7 @@ namespace tessaluna::platform {
 const ClassInfo NSUndoManager::staticClassInfo{.name = "NSUndoManager", .base = &NSObject::staticClassInfo};
 
 void NSUndoManager::registerUndo(std::function<void()> action) {
-  if (state_ == State::Resting) redo_.clear();
+  removeRedoActions();
   group_.push_back(std::move(action));
   if (depth_ == 0) {
     ++depth_;
@@ -41,6 +41,10 @@ void NSUndoManager::removeAllActions() {
   undo_.clear();
   redo_.clear();
   group_.clear();
+}
+
+void NSUndoManager::removeRedoActions() {
+  if (state_ == State::Resting) redo_.clear();
 }
 
 }  // namespace tessaluna::platform

@@ -26,6 +26,9 @@ class NSUndoManager : public NSObject {
   bool isUndoing() const { return state_ == State::Undoing; }
   bool isRedoing() const { return state_ == State::Redoing; }
   void removeAllActions();
+  // An addition: what was undone can no longer be redone, as after a change that nobody registers. Nothing while an undo or
+  // redo runs.
+  void removeRedoActions();
 
  private:
   enum class State { Resting, Undoing, Redoing };

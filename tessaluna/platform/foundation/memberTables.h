@@ -5,6 +5,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -70,6 +72,12 @@ inline std::optional<bool> archivedValue(const NSCoder& values, std::string_view
 }
 inline std::optional<double> archivedValue(const NSCoder& values, std::string_view name, std::type_identity<double>) {
   return values.numberForKey(name);
+}
+// Absent for a number that the type does not hold.
+inline std::optional<float> archivedValue(const NSCoder& values, std::string_view name, std::type_identity<float>) {
+  const std::optional<double> number = values.numberForKey(name);
+  if (!number || !(std::abs(*number) <= std::numeric_limits<float>::max())) return std::nullopt;
+  return static_cast<float>(*number);
 }
 inline std::optional<std::string> archivedValue(const NSCoder& values, std::string_view name,
                                                 std::type_identity<std::string>) {

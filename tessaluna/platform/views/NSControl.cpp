@@ -27,6 +27,7 @@ constexpr Property controlProperties[] = {
     property<&NSControl::setStringValue, "stringValue">(),
     property<&NSControl::setIntegerValue, "integerValue">(),
     property<&NSControl::setDoubleValue, "doubleValue">(),
+    property<&NSControl::setFloatValue, "floatValue">(),
     property<&NSControl::setContinuous, "continuous">(),
     property<&NSControl::setFont, "font">(),
     property<&NSControl::setAlignment, "alignment">(),

@@ -2,7 +2,7 @@
 //
 // A press highlights the cell and has it track the mouse; a release over the control clicks it. The action is sent at the
 // moments that the cell's sendActionOn names, usually the click. A press ends without a click when the control is disabled,
-// hidden, taken out of its window or given another cell meanwhile.
+// hidden, taken out of its window or given another cell meanwhile, when its window is hidden, and when the release is lost.
 #pragma once
 
 #include <string>

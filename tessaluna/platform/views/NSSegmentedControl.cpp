@@ -1,5 +1,6 @@
 #include "tessaluna/platform/views/NSSegmentedControl.h"
 
+#include "tessaluna/platform/cells/selectedSegmentProperty.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/memberTables.h"
@@ -13,7 +14,7 @@ namespace tessaluna::platform {
 namespace {
 
 constexpr Property segmentedControlProperties[] = {
-    property<&NSSegmentedControl::setTrackingMode, "trackingMode">(),
+    property<&NSSegmentedControl::setTrackingMode, "trackingMode">(), selectedSegmentProperty<NSSegmentedControl>(),
     property<&NSSegmentedControl::setPutsOverflowIntoMenu, "putsOverflowIntoMenu">()};
 
 }  // namespace

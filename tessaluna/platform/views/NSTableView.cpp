@@ -28,6 +28,8 @@ constexpr Outlet tableOutlets[] = {outlet<&NSTableView::setDataSource>("dataSour
 constexpr Property tableProperties[] = {property<&NSTableView::setRowHeight, "rowHeight">(),
                                         property<&NSTableView::setAllowsMultipleSelection, "allowsMultipleSelection">()};
 
+constexpr Selector tableSelectors[] = {action<&NSTableView::selectAll>("selectAll:"),
+                                       action<&NSTableView::deselectAll>("deselectAll:")};
 constexpr InnerObjects tableInnerObjects[] = {
     innerObject<&NSTableView::addTableColumn>("tableColumns", InnerObjects::Count::Many),
     innerObject<&NSTableView::setHeaderView>("headerView")};
@@ -36,6 +38,7 @@ constexpr InnerObjects tableInnerObjects[] = {
 
 const ClassInfo NSTableView::staticClassInfo{.name = "NSTableView",
                                              .base = &NSView::staticClassInfo,
+                                             .selectors = tableSelectors,
                                              .outlets = tableOutlets,
                                              .properties = tableProperties,
                                              .innerObjects = tableInnerObjects};
@@ -238,9 +241,24 @@ void NSTableView::selectRowIndexes(const NSIndexSet& rows, Selecting how) {
     if (range.location < rowCount_) next.add({range.location, std::min(range.length, rowCount_ - range.location)});
   if (!allowsMultipleSelection_ && next.count() > 1) next = NSIndexSet(next.last());
   if (next == selection_) return;
-  const NSIndexSet earlier = std::exchange(selection_, next);
-  if (!selection_.isEmpty()) lead_ = rows.last() < rowCount_ ? rows.last() : selection_.last();
-  if (how == Selecting::Replaces) anchor_ = selection_.isEmpty() ? std::nullopt : std::optional(selection_.first());
+  if (!next.isEmpty()) lead_ = rows.last() < rowCount_ ? rows.last() : next.last();
+  if (how == Selecting::Replaces) anchor_ = next.isEmpty() ? std::nullopt : std::optional(next.first());
+  setSelection(std::move(next));
+}
+
+void NSTableView::selectAll(NSObject*) {
+  NSIndexSet all(NSRange{0, rowCount_});
+  if (!allowsMultipleSelection_ || all == selection_) return;
+  // The keyboard stays in its row.
+  if (const std::optional<std::size_t> row = selectedRow()) lead_ = row;
+  if (!anchor_) anchor_ = 0;
+  setSelection(std::move(all));
+}
+
+void NSTableView::deselectAll(NSObject*) { selectRowIndexes({}, Selecting::Replaces); }
+
+void NSTableView::setSelection(NSIndexSet rows) {
+  const NSIndexSet earlier = std::exchange(selection_, std::move(rows));
   // Looking at a row lays the table out first, which takes views away that no longer show.
   const std::map<std::size_t, Ref<NSView>> shown = visible_;
   for (const auto& [row, view] : shown)

@@ -72,7 +72,8 @@ class NSTableView : public NSView, public AccessibleItems, public FocusRingSurro
   std::optional<std::size_t> selectedRow() const;  // the last that was selected
   enum class Selecting { Replaces, Extends };
   void selectRowIndexes(const NSIndexSet& rows, Selecting how);
-  void deselectAll() { selectRowIndexes({}, Selecting::Replaces); }
+  void selectAll(NSObject* sender);  // nothing where only one row can be selected
+  void deselectAll(NSObject* sender = nullptr);
   bool allowsMultipleSelection() const { return allowsMultipleSelection_; }
   void setAllowsMultipleSelection(bool allows) { allowsMultipleSelection_ = allows; }
   void scrollRowToVisible(std::size_t row);
@@ -153,6 +154,7 @@ class NSTableView : public NSView, public AccessibleItems, public FocusRingSurro
   void trimReserve();
   void updateRowLook(std::size_t row);
   void setHoveredRow(std::optional<std::size_t> row);
+  void setSelection(NSIndexSet rows);
   void reportSelection();
 
   WeakRef<NSTableViewDataSource> dataSource_;

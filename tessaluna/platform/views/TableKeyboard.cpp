@@ -139,6 +139,10 @@ bool TableKeyboard::keyDown(const NSEvent& event) {
     moveToControl(std::nullopt);
     return true;
   }
+  if (command == "selectAll:" && table_.allowsMultipleSelection()) {
+    table_.selectAll(nullptr);
+    return true;
+  }
   return typed(event);
 }
 

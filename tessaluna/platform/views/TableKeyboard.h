@@ -2,6 +2,7 @@
 // one stop.
 //
 //   Up, Down, Page Up, Page Down, Home, End   another row; with Shift the selection is extended
+//   Control-A, Command-A                      all rows, where several can be selected
 //   a letter, or a word typed quickly         the next row that begins with it
 //   Left, Right                               the controls of the row; in a table with columns Right leads to the row's first cell
 //                                             that takes the keyboard, and Escape back from there

@@ -17,8 +17,11 @@ void TextViewEditing::setString(std::string_view text) {
   marked_ = noRange;
   beforeMarking_.reset();
   breakUndoCoalescing();
+  std::u16string units = typedText(text);
+  // What was undone belongs to the text that goes.
+  if (units != textStorage()->text()) undoManager_->removeRedoActions();
   isEditingItself_ = true;
-  setWholeText(typedText(text));
+  setWholeText(std::move(units));
   isEditingItself_ = false;
   setSelection({length(), length()});
   tellInputMethod();

@@ -84,6 +84,12 @@ void TextViewSelection::showCaretAnew() {
 
 // Motions.
 
+namespace {
+
+bool isBlank(char16_t unit) { return unit == ' ' || unit == '\t'; }
+
+}  // namespace
+
 std::size_t TextViewSelection::lineAbove(std::size_t from) const {
   const CGRect caret = caretRectForIndex(from);
   const bool isFirst = caret.origin.y <= caretRectForIndex(0).origin.y;
@@ -124,7 +130,13 @@ std::size_t TextViewSelection::destination(TextMotion motion, std::size_t from) 
     case TextMotion::WordBackward: return wordStartBefore(text, from);
     case TextMotion::WordForward: return wordEndAfter(text, from);
     case TextMotion::LineStart: return lineRange().location;
-    case TextMotion::LineEnd: return lineRange().location + lineRange().length;
+    case TextMotion::LineEnd: {
+      const NSRange line = lineRange(), paragraph = paragraphRangeAt(text, from);
+      const std::size_t end = line.location + line.length;
+      // After the blank at which a line wraps the caret is at the start of the next line.
+      const bool wrapsAtBlank = line.length > 0 && end < paragraph.location + paragraph.length && isBlank(text[end - 1]);
+      return wrapsAtBlank ? end - 1 : end;
+    }
     case TextMotion::DocumentStart: return 0;
     case TextMotion::DocumentEnd: return text.size();
     case TextMotion::Up: return lineAbove(from);

@@ -76,7 +76,7 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
   switch (of->phase) {
     case PressPhase::Down: {
       // Whoever is notified on the way may hide the window, and the release comes right then. No press may follow it.
-      const auto hasEnded = [&] { return window_.windowClient().input().hasEndedWhileSent(event->buttonNumber()); };
+      const auto hasEnded = [&] { return window_.windowClient().input().hasEndedWhileSent(*event); };
       if (hasEnded()) return;
       tracking_.sendOwedExits(event);
       if (hasEnded()) return;

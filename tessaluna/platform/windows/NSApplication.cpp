@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/WindowInput.h"
 
 namespace tessaluna::platform {
 
@@ -39,7 +40,10 @@ void NSApplication::sendEvent(const Ref<NSEvent>& event) {
     current = monitor->handler(current);
     if (!current) return;
   }
-  if (const Ref<NSWindow> window = current->window()) window->sendEvent(current);
+  const Ref<NSWindow> window = current->window();
+  if (!window) return;
+  if (current != event) window->windowClient().input().eventWasReplaced(*event, *current);
+  window->sendEvent(current);
 }
 
 Ref<NSObject> NSApplication::addMonitor(NSEventMask mask, NSEvent::MonitorHandler handler) {

@@ -53,7 +53,12 @@ bool NSWindow::selectKeyViewWithin(NSView& view, backend::FocusStep step, FocusR
   const auto* first = dynamic_cast<const NSView*>(firstResponder_);
   for (std::ptrdiff_t i = 0; i < count; ++i)
     if (first && first->isDescendantOf(views[i].get())) now = i;
-  for (std::ptrdiff_t next = now + direction; next >= 0 && next < count; next += direction)
+  std::ptrdiff_t next = now + direction;
+  // The Tab key stops at none of them, as at one that is hidden: it continues from between those around it.
+  if (first && (now < 0 || now == count || first->isHiddenOrHasHiddenAncestor()))
+    if (const std::optional<std::size_t> place = placeAmongKeyViewsWithin(view, *first))
+      next = static_cast<std::ptrdiff_t>(*place) - (direction > 0 ? 0 : 1);
+  for (; next >= 0 && next < count; next += direction)
     if (makeFirstResponder(views[next].get())) return true;
   return false;
 }

@@ -33,12 +33,15 @@ constexpr int lowestButton(std::uint32_t buttons) { return std::countr_zero(butt
 // Null once the window is on its way out.
 Ref<NSWindow> hold(NSWindow& window) { return std::static_pointer_cast<NSWindow>(window.weak_from_this().lock()); }
 
-void sendThroughApplication(NSEvent::Fields fields) {
-  const backend::Backend* backend = backend::Backend::current();
-  if (!backend || !NSApp) return;
-  fields.timestamp = backend->now();
+Ref<NSEvent> eventOf(NSEvent::Fields fields) {
+  if (const backend::Backend* backend = backend::Backend::current()) fields.timestamp = backend->now();
+  return make<NSEvent>(std::move(fields));
+}
+
+void sendThroughApplication(const Ref<NSEvent>& event) {
+  if (!backend::Backend::current() || !NSApp) return;
   const Ref<NSApplication> application = NSApp;  // an event may be the one that ends it
-  application->sendEvent(make<NSEvent>(std::move(fields)));
+  application->sendEvent(event);
 }
 
 }  // namespace
@@ -46,8 +49,11 @@ void sendThroughApplication(NSEvent::Fields fields) {
 Taken WindowInput::send(NSEvent::Fields fields) {
   if (!NSApp) return Taken::No;
   fields.window = hold(window_);
+  const Ref<NSEvent> event = eventOf(std::move(fields));
   const Taken outer = std::exchange(taken_, Taken::Yes);
-  sendThroughApplication(std::move(fields));
+  const NSEvent* const outerEvent = std::exchange(sent_, event.get());
+  sendThroughApplication(event);
+  sent_ = outerEvent;
   return std::exchange(taken_, outer);
 }
 
@@ -121,7 +127,13 @@ void WindowInput::endPresses() {
   if (const Ref<NSWindow> held = hold(window_)) endPressesExcept(0);
 }
 
-bool WindowInput::hasEndedWhileSent(int button) const { return sending_ & ~down_ & bitOf(button); }
+bool WindowInput::hasEndedWhileSent(const NSEvent& press) const {
+  return &press == sent_ && (sending_ & ~down_ & bitOf(press.buttonNumber()));
+}
+
+void WindowInput::eventWasReplaced(const NSEvent& event, const NSEvent& by) {
+  if (sent_ == &event) sent_ = &by;
+}
 
 void WindowInput::endPressesExcept(std::uint32_t heldButtons) {
   while (const std::uint32_t lost = down_ & ~heldButtons) {
@@ -251,11 +263,11 @@ std::optional<backend::EditedText> WindowInput::editedText() const {
 }
 
 void sendPressElsewhere(CGPoint place, int button, std::uint32_t modifiers) {
-  sendThroughApplication({.type = buttonEventType(button, PressPhase::Down),
-                          .location = place,
-                          .modifiers = modifiers,
-                          .clickCount = 1,
-                          .buttonNumber = button});
+  sendThroughApplication(eventOf({.type = buttonEventType(button, PressPhase::Down),
+                                  .location = place,
+                                  .modifiers = modifiers,
+                                  .clickCount = 1,
+                                  .buttonNumber = button}));
 }
 
 }  // namespace tessaluna::platform

@@ -26,9 +26,11 @@ class WindowInput {
   void pointerMayRest();
   // Ends the presses that are under way, outside of everything: nobody will report their releases.
   void endPresses();
-  // Whether the press of the button is still being sent and has ended already, as of a window that was hidden meanwhile. Never
-  // for a press that the program sends itself.
-  bool hasEndedWhileSent(int button) const;
+  // Whether the press is still being sent and has ended already, as of a window that was hidden meanwhile. Never for a press
+  // that the program sends itself.
+  bool hasEndedWhileSent(const NSEvent& press) const;
+  // A monitor has put another event in the place of one that is being sent.
+  void eventWasReplaced(const NSEvent& event, const NSEvent& by);
 
   backend::Taken wheel(const backend::WheelInput& input);
 
@@ -67,6 +69,7 @@ class WindowInput {
   std::optional<CGPoint> resting_;  // the pointer, on the screen; absent once it has moved
   std::uint32_t down_ = 0;          // buttons whose presses were sent, a bit each
   std::uint32_t sending_ = 0;       // those whose presses are being sent
+  const NSEvent* sent_ = nullptr;   // the event that is being sent, the innermost of several
   backend::Taken taken_ = backend::Taken::Yes;
   std::deque<std::int64_t> claimed_;  // keys whose presses are to come, in their order
 };

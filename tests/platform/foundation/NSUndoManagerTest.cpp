@@ -37,6 +37,25 @@ TEST_F(NSUndoManagerTest, StepsAreTakenBackAndMadeAgainOneByOne) {
   EXPECT_EQ(number, 1);
 }
 
+TEST_F(NSUndoManagerTest, WhatWasUndoneMayBeForgotten) {
+  set(1);
+  set(2);
+  manager->undo();
+  manager->removeRedoActions();
+  EXPECT_FALSE(manager->canRedo());
+  manager->undo();
+  EXPECT_EQ(number, 0);
+}
+
+TEST_F(NSUndoManagerTest, WhileAStepIsTakenBackNothingIsForgotten) {
+  manager->registerUndo([this] { manager->removeRedoActions(); });
+  set(1);
+  manager->undo();
+  manager->undo();
+  manager->redo();
+  EXPECT_EQ(number, 1);
+}
+
 TEST_F(NSUndoManagerTest, AGroupIsOneStep) {
   manager->beginUndoGrouping();
   set(1);

@@ -1,6 +1,6 @@
 #include "tessaluna/platform/interface_files/NSNib.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <random>
 
@@ -13,6 +13,7 @@
 #include "tessaluna/platform/interface_files/classRegistry.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSSegmentedControl.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/windows/NSViewController.h"
 #include "tessaluna/platform/windows/NSWindowController.h"
@@ -335,6 +336,36 @@ TEST_F(NSNibTest, TheLimitsOfAValueAreSetBeforeTheValueWhereverTheyAreWritten) {
       EXPECT_EQ(std::dynamic_pointer_cast<NSControl>(contents.topLevelObjects.at(0))->doubleValue(), 50) << object;
     }
   }
+}
+
+TEST_F(NSNibTest, AFloatAndTheSelectedSegmentAreProperties) {
+  const auto control = [](const std::string& object) {
+    const auto contents = make<NSNib>(R"({"objects": [)" + object + "]}")->instantiateWithOwner(nullptr);
+    EXPECT_EQ(contents.error, std::nullopt) << object;
+    return contents.error ? nullptr : std::dynamic_pointer_cast<NSControl>(contents.topLevelObjects.at(0));
+  };
+  EXPECT_EQ(control(R"({"class": "NSTextField", "properties": {"floatValue": 0.1}})")->stringValue(), "0.1");
+  EXPECT_EQ(control(R"({"class": "NSTextField", "cell": {"properties": {"floatValue": 0.1}}})")->floatValue(), 0.1f);
+  const auto isOfWrongType = testing::HasSubstr("wrong type");
+  EXPECT_THAT(errorOf(R"({"objects": [{"id": "a", "class": "NSTextField", "properties": {"floatValue": 1e60}}]})"),
+              isOfWrongType);
+
+  const std::string segments = R"("segments": [{"label": "One"}, {"label": "Two", "selected": true}, {"label": "Three"}])";
+  const auto selected = [&](const std::string& index) {
+    std::vector<std::optional<std::size_t>> result;
+    const std::string properties = R"("properties": {"selectedSegment": )" + index + "}";
+    for (const std::string& object : {R"({"class": "NSSegmentedControl", "cell": {)" + segments + "}, " + properties + "}",
+                                      R"({"class": "NSSegmentedControl", "cell": {)" + segments + ", " + properties + "}}"})
+      result.push_back(dynamic_cast<NSSegmentedControl&>(*control(object)).selectedSegment());
+    return result;
+  };
+  EXPECT_THAT(selected("2"), testing::Each(std::optional<std::size_t>(2)));
+  EXPECT_THAT(selected("-1"), testing::Each(std::optional<std::size_t>()));
+  for (const std::string bad : {"3", "-2", "0.5", "\"One\""})
+    EXPECT_THAT(errorOf(R"({"objects": [{"id": "a", "class": "NSSegmentedControl", "cell": {)" + segments +
+                        R"(}, "properties": {"selectedSegment": )" + bad + "}}]}"),
+                isOfWrongType)
+        << bad;
 }
 
 TEST_F(NSNibTest, ACellIsAnObjectOfTheDocumentAlsoWithoutAClassOfItsOwn) {

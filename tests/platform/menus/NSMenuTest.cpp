@@ -333,6 +333,22 @@ TEST_F(NSMenuTest, TheTargetSaysWhetherAnItemCanBeChosenNow) {
   EXPECT_THAT(enabled(), ElementsAre(true, true, true));
 }
 
+TEST_F(NSMenuTest, AnUpdateFindsOutWhichItemsOfSubmenusCanBeChosen) {
+  const auto sub = make<NSMenu>();
+  const Ref<NSMenuItem> inner = sub->addItemWithTitle("inner", "play:");
+  inner->setTarget(player);
+  menu->itemAtIndex(0)->setSubmenu(sub);
+  player->forbidden = "inner";
+  menu->update();
+  EXPECT_FALSE(inner->isEnabled());
+  player->forbidden = "";
+  menu->update();
+  EXPECT_TRUE(inner->isEnabled());
+  player->forbidden = "inner";
+  open();
+  EXPECT_FALSE(inner->isEnabled());
+}
+
 TEST_F(NSMenuTest, WithoutATargetTheResponderChainIsAsked) {
   const auto responder = make<PlayingView>(CGRect{0, 0, 10, 10});
   responder->acceptsFirst = true;

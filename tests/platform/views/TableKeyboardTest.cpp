@@ -75,7 +75,7 @@ TEST_F(TableKeyboardTest, ALetterThatNoRowBeginsWithIsLeftToTheProgram) {
 }
 
 TEST_F(TableKeyboardTest, AShortcutIsNotTyped) {
-  user.pressKey("a", NSEventModifierFlagCommand);
+  user.pressKey("b", NSEventModifierFlagCommand);
   EXPECT_THAT(selected(), IsEmpty());
 }
 
@@ -167,6 +167,50 @@ TEST_F(TableKeyboardTest, TheDelegateIsNotifiedOfTheRowThatHasTheKeyboard) {
   window->makeFirstResponder(nullptr);
   window->makeFirstResponder(table.get());
   EXPECT_THAT(takeCalls(), ElementsAre("keyboard 1", "keyboard 2", "keyboard elsewhere", "keyboard 2"));
+}
+
+TEST_F(TableKeyboardTest, ControlAAndCommandASelectAllRowsAndLeaveTheKeyboardInItsRow) {
+  for (const std::uint32_t modifier : {NSEventModifierFlagControl, NSEventModifierFlagCommand}) {
+    select(2);
+    const int changes = host->selectionChanges;
+    takeCalls();
+    user.pressKey("a", modifier);
+    EXPECT_THAT(selected(), ElementsAre(0, 1, 2, 3, 4, 5));
+    EXPECT_EQ(table->keyboardRow(), 2u);
+    EXPECT_EQ(host->selectionChanges, changes + 1);
+    EXPECT_THAT(takeCalls(), IsEmpty());
+    key(NSDownArrowFunctionKey, NSEventModifierFlagShift);
+    EXPECT_THAT(selected(), ElementsAre(2, 3)) << "from where the selection began";
+  }
+}
+
+TEST_F(TableKeyboardTest, TheRowThatHasTheKeyboardKeepsItAmongAllAlsoAfterTheLastSelectedOneHasGone) {
+  select(1);
+  table->selectRowIndexes(NSIndexSet(3), NSTableView::Selecting::Extends);
+  host->titles.erase(host->titles.begin() + 3);
+  table->removeRowsAtIndexes(NSIndexSet(3));
+  ASSERT_EQ(table->keyboardRow(), 1u);
+  table->selectAll(nullptr);
+  EXPECT_EQ(table->keyboardRow(), 1u);
+}
+
+TEST_F(TableKeyboardTest, WhereOneRowCanBeSelectedTheKeyOfAllIsLeftToTheProgram) {
+  table->setAllowsMultipleSelection(false);
+  select(2);
+  const int before = nativeOf(*window).eventsNotTaken();
+  user.pressKey("a", NSEventModifierFlagControl);
+  EXPECT_EQ(nativeOf(*window).eventsNotTaken(), before + 1);
+  table->selectAll(nullptr);
+  EXPECT_THAT(selected(), ElementsAre(2));
+}
+
+TEST_F(TableKeyboardTest, AMenuFindsTheTableThatSelectsAllRowsOrNone) {
+  EXPECT_TRUE(NSApp->sendAction("selectAll:", nullptr, nullptr));
+  EXPECT_THAT(selected(), ElementsAre(0, 1, 2, 3, 4, 5));
+  key(NSUpArrowFunctionKey, NSEventModifierFlagShift);
+  EXPECT_THAT(selected(), ElementsAre(0, 1, 2, 3, 4)) << "from the first row where no selection had begun";
+  EXPECT_TRUE(NSApp->sendAction("deselectAll:", nullptr, nullptr));
+  EXPECT_THAT(selected(), IsEmpty());
 }
 
 TEST_F(TableKeyboardTest, TheTabKeyEntersAndLeavesTheTableAsOneStop) {

@@ -76,6 +76,19 @@ TEST_F(TextViewEditingUndo, WhatWasUndoneCanNoLongerBeRedoneOnceSomethingIsTyped
   EXPECT_EQ(field->stringValue(), "b");
 }
 
+TEST_F(TextViewEditingUndo, WhatWasUndoneCanNoLongerBeRedoneOnceTheTextIsSet) {
+  begin();
+  user.type("a");
+  user.pressKey("z", control);
+  field->setStringValue("");
+  user.pressKey("y", control);
+  EXPECT_EQ(field->stringValue(), "a") << "the same text changes nothing";
+  user.pressKey("z", control);
+  field->setStringValue("set");
+  user.pressKey("y", control);
+  EXPECT_EQ(field->stringValue(), "set");
+}
+
 TEST_F(TextViewEditingUndo, TypingAfterAClickOrARedoIsAStepOfItsOwn) {
   begin("");
   user.type("ab");

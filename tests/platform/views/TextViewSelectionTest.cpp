@@ -290,6 +290,26 @@ TEST_F(TextViewSelectionCaret, IsAlwaysInSight) {
   EXPECT_EQ(clip().origin.x, 0);
 }
 
+// Ten characters fit on a line.
+TEST_F(TextViewSelectionCaret, EndStaysOnALineThatWrapsAtABlank) {
+  const auto view = make<NSTextView>(CGRect{0, 0, 66, 150});
+  view->setString("one two three\nfour");
+  const auto endFrom = [&](std::size_t index) {
+    view->setSelectedRange({index, 0});
+    view->move(TextMotion::LineEnd);
+    return view->selectedRange().location;
+  };
+  EXPECT_EQ(endFrom(1), 7u);
+  EXPECT_EQ(endFrom(7), 7u);
+  EXPECT_EQ(view->caretRectForIndex(7).origin.y, view->caretRectForIndex(0).origin.y);
+  EXPECT_EQ(endFrom(8), 13u) << "a paragraph's last line";
+  EXPECT_EQ(endFrom(14), 18u);
+  view->setSelectedRange({1, 0});
+  view->moveAndModifySelection(TextMotion::LineEnd);
+  view->moveAndModifySelection(TextMotion::LineEnd);
+  EXPECT_EQ(view->selectedRange(), (NSRange{1, 6}));
+}
+
 TEST_F(TextViewSelectionCaret, StaysInSightWhenTheFieldIsResized) {
   begin("a text that is longer than its field is wide");
   user.pressKey(NSEndFunctionKey);

@@ -194,6 +194,15 @@ TEST_F(MouseDispatchHiddenOnTheWayTest, ByAMonitor) {
   pressAndLookAfterwards();
 }
 
+TEST_F(MouseDispatchHiddenOnTheWayTest, ByAMonitorThatPutsAnotherEventInItsPlace) {
+  monitor =
+      NSEvent::addLocalMonitorForEventsMatchingMask(maskOf(NSEventType::LeftMouseDown), [&](const Ref<NSEvent>& event) {
+        window->orderOut(nullptr);
+        return make<NSEvent>(event->fields());
+      });
+  pressAndLookAfterwards();
+}
+
 TEST_F(MouseDispatchHiddenOnTheWayTest, ByAnExitThatWasOwed) {
   track();
   user.moveTo(*window, {15, 25});
@@ -230,6 +239,19 @@ TEST_F(MouseDispatchTest, APressThatAProgramSendsToAWindowThatWasNeverShownReach
       make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDragged, .location = {6, 6}, .window = hidden}));
   std::erase(inner->calls, "updateTrackingAreas");
   EXPECT_EQ(inner->calls, (Calls{"mouseDown", "mouseDragged"}));
+}
+
+TEST_F(MouseDispatchTest, APressThatAHandlerSendsToTheWindowThatItHasHiddenReachesItsView) {
+  const auto other = make<harness::ProbeView>(CGRect{100, 20, 30, 40});
+  window->contentView()->addSubview(other);
+  view->onCall = [&](const std::string& call) {
+    if (call != "mouseDown") return;
+    window->orderOut(nullptr);
+    window->sendEvent(make<NSEvent>(
+        NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = {105, 25}, .window = window, .clickCount = 1}));
+  };
+  user.press(*window, {15, 25});
+  EXPECT_EQ(std::count(other->calls.begin(), other->calls.end(), "mouseDown"), 1);
 }
 
 TEST_F(MouseDispatchTest, AWindowThatGoesReleasesThePressedView) {

@@ -75,6 +75,43 @@ TEST_F(KeyViewsTest, AViewThatIsHiddenAlreadyWithTheOneAroundItMovesNoKeyboard) 
   EXPECT_EQ(keyboardAfterHiding(before, *first), before.get());
 }
 
+TEST_F(KeyViewsTest, ThePlaceOfAViewIsAlsoThatOfOneThatIsHiddenOrTakesNoKeyboard) {
+  NSView& all = *window->contentView();
+  EXPECT_EQ(placeAmongKeyViewsWithin(all, *first), 1u);
+  EXPECT_EQ(placeAmongKeyViewsWithin(all, *group), 1u);
+  EXPECT_EQ(placeAmongKeyViewsWithin(all, *after), 3u);
+  EXPECT_EQ(placeAmongKeyViewsWithin(*group, *second), 1u);
+  EXPECT_EQ(placeAmongKeyViewsWithin(*group, *after), std::nullopt);
+  group->setHidden(true);
+  EXPECT_EQ(placeAmongKeyViewsWithin(all, *second), 1u);
+  EXPECT_EQ(placeAmongKeyViewsWithin(all, *after), 1u);
+}
+
+TEST_F(KeyViewsTest, FromAHiddenViewTheTabKeyContinuesWithThoseAroundIt) {
+  using enum tessaluna::backend::FocusStep;
+  const auto afterTabFrom = [&](const Ref<harness::ProbeView>& view, tessaluna::backend::FocusStep step) {
+    window->makeFirstResponder(view.get());
+    window->moveKeyView(step);
+    return window->firstResponder();
+  };
+  second->setHidden(true);
+  EXPECT_EQ(afterTabFrom(second, Next), after.get());
+  EXPECT_EQ(afterTabFrom(second, Previous), first.get());
+  group->setHidden(true);
+  EXPECT_EQ(afterTabFrom(first, Next), after.get());
+  EXPECT_EQ(afterTabFrom(first, Previous), before.get());
+  after->setHidden(true);
+  EXPECT_EQ(afterTabFrom(after, Next), before.get()) << "round the end";
+}
+
+TEST_F(KeyViewsTest, FromAHiddenViewInOneThatTakesTheKeyboardItContinuesInThatOne) {
+  group->acceptsFirst = true;
+  second->setHidden(true);
+  window->makeFirstResponder(second.get());
+  window->moveKeyView(tessaluna::backend::FocusStep::Previous);
+  EXPECT_EQ(window->firstResponder(), first.get());
+}
+
 TEST_F(KeyViewsTest, WhatIsOnlyOutOfSightKeepsTheKeyboard) {
   struct Clip : NSView, KeyboardWhileHidden {
     using NSView::NSView;
