@@ -284,6 +284,16 @@ TEST_F(ClickableLabelTest, AResizeShowsInClicksAfterTheNextResetOfTheCursorRecta
   EXPECT_EQ(target->calls, (Calls{"label", first}));
 }
 
+TEST_F(ClickableLabelTest, ClientsSeeLinksOfTheNewSizeBeforeThatAndMoveNoClick) {
+  setOneLink();
+  label->setFrameSize({40, 60});  // "go", "here", "now"
+  const auto links = label->accessibleLinks();
+  EXPECT_EQ(accessibilityOf(links.at(0))->accessibilityFrame().origin.x,
+            window->convertRectToScreen({at({5, 0}), {}}).origin.x);
+  clickDirectly(onLink);
+  EXPECT_EQ(target->calls, Calls{first});
+}
+
 TEST_F(ClickableLabelTest, BeforeTheFirstResetLinksAreWhereTheLabelHadThemWhenItsTextWasSet) {
   label->setFrameSize({40, 60});
   const auto text = make<NSMutableAttributedString>("go here now", NSAttributes{{NSFontAttributeName, label->font()}});
@@ -367,6 +377,24 @@ TEST_F(ClickableLabelTest, TheTargetIsKeptAliveByTheLabelAndMayLetItGo) {
   user.moveTo(*window, {1, 1});
   EXPECT_TRUE(weak.expired());
   EXPECT_TRUE(weakTarget.expired());
+}
+
+TEST_F(ClickableLabelTest, ATargetThatTheLabelLetsGoLivesUntilItsClickIsOver) {
+  setOneLink();
+  for (const CGPoint place : {onText, onLink}) {
+    target = std::make_shared<Target>();
+    label->setActionTarget(target);
+    const std::weak_ptr<Target> weak = target;
+    bool wasAlive = false;
+    target->onCall = [&] {
+      label->setActionTarget(nullptr);
+      wasAlive = !weak.expired();
+    };
+    target.reset();
+    click(place);
+    EXPECT_TRUE(wasAlive);
+    EXPECT_TRUE(weak.expired());
+  }
 }
 
 TEST_F(ClickableLabelTest, APressThatIsTakenFromTheLabelEndsWithoutAClick) {

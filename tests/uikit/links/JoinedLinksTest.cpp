@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
+#include <numeric>
 #include <random>
 
 #include "tessaluna/backends/headless/HeadlessBackend.h"
@@ -16,14 +18,23 @@ using TessalunaUIKit::JoinedLinks;
 
 namespace {
 
-// Counts the lines that are measured.
+// Counts the lines that are measured, and can give each character an advance of its own.
 class CountingTextEngine : public HeadlessTextEngine {
  public:
   mutable int measures = 0;
+  std::function<CGFloat(char32_t)> advanceOf;
   std::shared_ptr<const tessaluna::backend::ShapedLine> shape(
       std::u16string_view text, std::span<const tessaluna::backend::FontSpan> fonts) const override {
     ++measures;
-    return HeadlessTextEngine::shape(text, fonts);
+    auto line = HeadlessTextEngine::shape(text, fonts);
+    if (!advanceOf) return line;
+    const auto proportional = std::make_shared<tessaluna::backend::ShapedLine>(*line);
+    proportional->advance = 0;
+    for (tessaluna::backend::TextCluster& cluster : proportional->clusters) {
+      cluster.left = proportional->advance;
+      cluster.right = proportional->advance += advanceOf(scalarAt(text, cluster.start));
+    }
+    return proportional;
   }
 };
 
@@ -35,22 +46,25 @@ class CountingDesktop : public HeadlessBackend {
 
 constexpr CGFloat advance = 5;  // of each character
 
-// What the search leaves of so many characters, in numbers alone.
+// What the search leaves of characters with these advances, in numbers alone.
 struct Expected {
-  std::int64_t characters;  // before the "…"
+  std::size_t characters;  // before the "…"
   CGFloat suffixPosition;
 };
-Expected expectedCut(std::int64_t count, CGFloat width) {
-  const auto cutWidth = [](std::int64_t characters) { return advance * static_cast<CGFloat>(characters + 1); };
-  std::int64_t low = 0, high = count;
+Expected expectedCut(const std::vector<CGFloat>& advances, CGFloat ellipsis, CGFloat width) {
+  const auto prefixWidth = [&](std::size_t characters) {
+    return std::accumulate(advances.begin(), advances.begin() + static_cast<std::ptrdiff_t>(characters), CGFloat{0});
+  };
+  const auto cutWidth = [&](std::size_t characters) { return prefixWidth(characters) + ellipsis; };
+  std::size_t low = 0, high = advances.size();
   while (high > low) {
-    const std::int64_t middle = (low + high) / 2;
-    if (cutWidth(middle) == width) return {middle, advance * static_cast<CGFloat>(middle - 1)};
+    const std::size_t middle = (low + high) / 2;
+    if (cutWidth(middle) == width) return {middle, prefixWidth(middle - 1)};
     if (cutWidth(middle) < width) low = middle + 1;
     else high = middle - 1;
   }
-  const std::int64_t position = high > 0 && cutWidth(high) > width + 1 ? high - 1 : high;
-  return {position, advance * static_cast<CGFloat>(position)};
+  const std::size_t position = high > 0 && cutWidth(high) > width + 1 ? high - 1 : high;
+  return {position, prefixWidth(position)};
 }
 
 class JoinedLinksTest : public testing::Test {
@@ -76,9 +90,16 @@ TEST_F(JoinedLinksTest, OverRandomStringsAndWidthsTheSearchDecides) {
       for (unsigned i = upTo(12); i > 0; --i) string += letters[upTo(6)];
     set(strings);
     const std::vector<std::size_t> borders = characterBorders(links.text());
-    const auto count = static_cast<std::int64_t>(borders.size()) - 1;
-    const CGFloat whole = advance * static_cast<CGFloat>(count);
-    const CGFloat width = advance + 0.5 * (1 + upTo(2 * static_cast<unsigned>(whole) + 10));
+    // In every other round the advances differ, in quarters of a point.
+    const bool isProportional = round % 2 == 1;
+    const auto advanceOf = [](char32_t scalar) { return 2 + 0.25 * static_cast<CGFloat>(scalar * 7 % 29); };
+    desktop.engine.advanceOf = isProportional ? std::function<CGFloat(char32_t)>(advanceOf) : nullptr;
+    const CGFloat ellipsis = isProportional ? advanceOf(U'…') : advance;
+    std::vector<CGFloat> advances;
+    for (std::size_t i = 0; i + 1 < borders.size(); ++i)
+      advances.push_back(isProportional ? advanceOf(scalarAt(links.text(), borders[i])) : advance);
+    const CGFloat whole = std::accumulate(advances.begin(), advances.end(), CGFloat{0});
+    const CGFloat width = ellipsis + 0.25 * (1 + upTo(4 * static_cast<unsigned>(whole) + 20));
     const JoinedLinks::Cut now = cut(width);
     if (whole <= width + 1) {
       EXPECT_EQ(now.text, links.text());
@@ -86,14 +107,15 @@ TEST_F(JoinedLinksTest, OverRandomStringsAndWidthsTheSearchDecides) {
       continue;
     }
     ++cuts;
-    const auto [characters, suffixPosition] = expectedCut(count, width);
-    ASSERT_GE(characters, 0);
-    const std::size_t units = borders[static_cast<std::size_t>(characters)];
+    const auto [characters, suffixPosition] = expectedCut(advances, ellipsis, width);
+    const std::size_t units = borders[characters];
+    const CGFloat kept =
+        std::accumulate(advances.begin(), advances.begin() + static_cast<std::ptrdiff_t>(characters), CGFloat{0});
     EXPECT_EQ(now.text, links.text().substr(0, units) + u"…") << width;
     EXPECT_EQ(now.suffixPosition, suffixPosition) << width;
     EXPECT_EQ(now.suffixLength(), 1u);
-    EXPECT_TRUE(characters == 0 || advance * static_cast<CGFloat>(characters + 1) <= width + 1);
-    exactHits += suffixPosition < advance * static_cast<CGFloat>(characters);
+    EXPECT_TRUE(characters == 0 || kept + ellipsis <= width + 1);
+    exactHits += suffixPosition < kept;
   }
   EXPECT_GT(cuts, 200);
   EXPECT_GT(exactHits, 10);
@@ -128,6 +150,34 @@ TEST_F(JoinedLinksTest, PlacesAreInPointsAndCharactersInThoseOfTheUser) {
     EXPECT_EQ(links.characters()->at(i).lower, characters[i].lower);
     EXPECT_EQ(links.characters()->at(i).upper, characters[i].upper);
   }
+}
+
+TEST_F(JoinedLinksTest, PlacesAreCutToWholePointsOnlyAfterTheyAreAddedUp) {
+  desktop.engine.advanceOf = [](char32_t) { return 4.75; };
+  set({"abc", "d", "ef"});  // at 0 to 14.25, 23.75 to 28.5 and 38 to 47.5
+  const JoinedLinks::Span places[] = {{0, 14}, {23, 28}, {38, 47}};
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(links.places()->at(i).lower, places[i].lower);
+    EXPECT_EQ(links.places()->at(i).upper, places[i].upper);
+  }
+}
+
+TEST_F(JoinedLinksTest, AStringThatBeginsWithACombiningMarkCountsAsIfItWereAlone) {
+  set({"a",
+       "\xCC\x81"
+       "b"});
+  EXPECT_EQ(characterBorders(links.text()).size() - 1, 4u) << "the mark is on the blank";
+  EXPECT_EQ(links.characters()->at(1).lower, 3);
+  EXPECT_EQ(links.characters()->at(1).upper, 5);
+  EXPECT_EQ(links.places()->at(1).upper, 25);
+}
+
+TEST_F(JoinedLinksTest, ASeparatorIsLeftOutOnlyWhileNothingBeforeItHasAWidth) {
+  desktop.engine.advanceOf = [](char32_t scalar) { return scalar == ',' || scalar == ' ' ? 0.0 : 5.0; };
+  set({"", "", "a", "b"});
+  EXPECT_EQ(links.text(), u"a, b");
+  EXPECT_EQ(links.places()->at(2).lower, 0);
+  EXPECT_EQ(links.characters()->at(2).lower, 4);
 }
 
 TEST_F(JoinedLinksTest, AnEmptyFirstStringCountsWithItsSeparator) {

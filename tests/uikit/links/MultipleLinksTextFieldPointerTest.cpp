@@ -127,7 +127,6 @@ TEST_F(MultipleLinksTextFieldTest, WithLinksOffPressAndReleaseReachTheSuperview)
   moveTo(3);
   field->setLinksEnabled(false);
   parent->calls.clear();
-  nativeOf(*window).forgetPaints();
   user.press(*window, at(3));
   EXPECT_TRUE(field->isPressed());
   user.release();
@@ -135,8 +134,24 @@ TEST_F(MultipleLinksTextFieldTest, WithLinksOffPressAndReleaseReachTheSuperview)
   EXPECT_EQ(std::ranges::count(parent->calls, "mouseDown"), 1);
   EXPECT_EQ(std::ranges::count(parent->calls, "mouseUp"), 1);
   EXPECT_TRUE(target->clicks.empty());
-  desktop.settle();
-  EXPECT_FALSE(nativeOf(*window).paints().empty());
+}
+
+TEST_F(MultipleLinksTextFieldTest, WithLinksOffPressAndReleaseEachRequestARedraw) {
+  field->setLinksEnabled(false);
+  for (const auto handler : {&MultipleLinksTextField::mouseDown, &MultipleLinksTextField::mouseUp}) {
+    field->setNeedsDisplay(false);
+    (field.get()->*handler)(make<NSEvent>(NSEvent::Fields{.location = at(3), .window = window}));
+    EXPECT_TRUE(field->needsDisplay());
+  }
+}
+
+TEST_F(MultipleLinksTextFieldTest, ATargetThatTurnsLinksOffKeepsItsReleaseFromTheSuperview) {
+  target->onClick = [](MultipleLinksTextField& sender) { sender.setLinksEnabled(false); };
+  moveTo(3);
+  user.click(*window, at(3));
+  EXPECT_EQ(target->clicks.size(), 1u);
+  EXPECT_EQ(std::ranges::count(parent->calls, "mouseUp"), 0);
+  EXPECT_FALSE(field->isPressed());
 }
 
 TEST_F(MultipleLinksTextFieldTest, WithLinksOffMovesAreOverlookedButEntriesAndExitsAreNot) {
@@ -162,6 +177,22 @@ TEST_F(MultipleLinksTextFieldTest, ATargetMayReleaseTheField) {
   user.click(*window, at(3));
   EXPECT_EQ(target->clicks.size(), 1u);
   user.moveTo(*window, {150, 120});
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(MultipleLinksTextFieldTest, AFieldThatItsTargetReleasesLivesUntilTheClickIsOver) {
+  const WeakRef<MultipleLinksTextField> weak = field;
+  bool wasAlive = false;
+  target->onClick = [&](MultipleLinksTextField& sender) {
+    field.reset();
+    sender.removeFromSuperview();
+    wasAlive = !weak.expired();
+  };
+  const auto event = make<NSEvent>(NSEvent::Fields{.location = at(3), .window = window});
+  field->mouseMoved(event);
+  field->mouseDown(event);
+  field->mouseUp(event);
+  EXPECT_TRUE(wasAlive);
   EXPECT_TRUE(weak.expired());
 }
 

@@ -250,6 +250,11 @@ TEST_F(MultipleLinksTextFieldTest, TheTextIsCenteredInTheHeightAndClippedToTheBo
   EXPECT_EQ(only("concat", lines), placesOf("abc, de, fgh", {0, 4, 100, 12}));
 }
 
+TEST_F(MultipleLinksTextFieldTest, TheTextIsCenteredToAFractionOfAPoint) {
+  field->setFrameSize({100, 20.5});
+  EXPECT_EQ(only("concat", drawn()), placesOf("abc, de, fgh", {0, 4.25, 100, 12}));
+}
+
 TEST_F(MultipleLinksTextFieldTest, TheTextIsCenteredInBoundsThatStartElsewhere) {
   field->setBoundsOrigin({7, 3});
   EXPECT_EQ(only("clipRect", drawn()).front(), R"({"op":"clipRect","rect":[7,3,100,20]})");

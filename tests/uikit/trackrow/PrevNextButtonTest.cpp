@@ -80,6 +80,13 @@ TEST_F(PrevNextButtonTest, TheChevronFillsTheRectangleThatIsRedrawnAndNotTheBoun
             recordingOf([] {
               Kit::drawLeftArrow({5, 6, 7, 8}, true, false);
             }));
+  button->setNext(true);
+  EXPECT_EQ(recordingOf([&] {
+              button->drawRect({5, 6, 7, 8});
+            }),
+            recordingOf([] {
+              Kit::drawRightArrow({5, 6, 7, 8}, true, false);
+            }));
 }
 
 TEST_F(PrevNextButtonTest, APartialRedrawOnScreenScalesTheChevronToThatPart) {

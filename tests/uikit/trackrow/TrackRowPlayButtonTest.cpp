@@ -262,6 +262,22 @@ TEST_F(TrackRowPlayButtonTest, ATargetMayLetTheButtonGoInsideItsClick) {
   EXPECT_TRUE(weak.expired());
 }
 
+TEST_F(TrackRowPlayButtonTest, AButtonThatItsTargetReleasesLivesUntilTheClickIsOver) {
+  const WeakRef<TrackRowPlayButton> weak = button;
+  bool wasAlive = false;
+  target->onClick = [&] {
+    const TrackRowPlayButton& clicked = *button;
+    button.reset();
+    row->subviews().front()->removeFromSuperview();
+    wasAlive = !weak.expired() && clicked.isPressed();
+  };
+  send(&TrackRowPlayButton::mouseEntered, inside);
+  press();
+  send(&TrackRowPlayButton::mouseUp, inside);
+  EXPECT_TRUE(wasAlive);
+  EXPECT_TRUE(weak.expired());
+}
+
 TEST_F(TrackRowPlayButtonTest, ATargetMayReplaceItselfInsideItsClick) {
   target->onClick = [&] { button->setTarget(nullptr); };
   const WeakRef<harness::RecordingTarget> weak = target;
