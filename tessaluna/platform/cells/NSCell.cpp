@@ -77,7 +77,12 @@ NSAttributes NSCell::plainAttributes() const {
           {NSParagraphStyleAttributeName, make<NSParagraphStyle>(alignment(), lineBreakMode())}};
 }
 
-CGSize NSCell::cellSize() const { return attributedStringValue()->size(); }
+CGSize NSCell::cellSize() const {
+  const Ref<NSAttributedString> text = attributedStringValue();
+  if (text->length() > 0) return text->size();
+  // Without a character to carry the font: as high as the first line will be.
+  return {0, NSAttributedString("x", plainAttributes()).size().height};
+}
 
 void NSCell::drawWithFrame(CGRect frame, NSView& view) {
   if (copied_.border != Border::None) {

@@ -208,7 +208,9 @@ void NSLevelIndicatorCell::drawInteriorWithFrame(CGRect bounds, NSView& view) {
     }
     case NSLevelIndicatorStyleRelevancy: {
       const auto lineColor = text->colorWithAlphaComponent(text->alphaComponent() * 0.6);
-      for (CGFloat x = 0; x + 1 <= frame.size.width * share; x += 2)
+      constexpr CGFloat pitch = 2, maxLines = 10000;  // more than any screen has room for
+      const CGFloat end = std::min(frame.size.width * share, maxLines * pitch);
+      for (CGFloat x = 0; x + 1 <= end; x += pitch)
         fill({frame.origin.x + x, frame.origin.y, 1, frame.size.height}, lineColor);
       return;
     }

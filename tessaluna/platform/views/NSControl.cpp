@@ -158,7 +158,8 @@ CGFloat NSControl::lineHeight() const {
 
 // The same above a text and below it, at the size that the cell wants.
 CGFloat NSControl::marginOfText() const {
-  const CGFloat text = attributedStringValue() ? attributedStringValue()->size().height : 0;
+  const Ref<NSAttributedString> value = attributedStringValue();
+  const CGFloat text = value->length() > 0 ? value->size().height : 0;
   return (cell_->cellSize().height - std::max(text, lineHeight())) / 2;
 }
 

@@ -132,6 +132,13 @@ TEST_F(NSLevelIndicatorTest, RelevancyIsThinLinesAsFarAsTheValueReaches) {
       ElementsAre(HasSubstr(R"(["rect",0,0,1,8])"), HasSubstr(R"(["rect",2,0,1,8])"), HasSubstr(R"(["rect",4,0,1,8])")));
 }
 
+TEST_F(NSLevelIndicatorTest, RelevancyOfAbsurdWidthEnds) {
+  const auto lines = make<NSLevelIndicatorCell>(NSLevelIndicatorStyleRelevancy);
+  lines->setDoubleValue(50);
+  for (const CGFloat width : {1e308, std::numeric_limits<CGFloat>::infinity()})
+    EXPECT_EQ(only("fill", drawn(lines, {0, 0, width, 8})).size(), 10000u);
+}
+
 TEST_F(NSLevelIndicatorTest, WarningsAndCriticalLevelsColorABarUpwardOrDownward) {
   const auto bar = make<NSLevelIndicatorCell>(NSLevelIndicatorStyleContinuousCapacity);
   const auto colorAt = [&](double value) {

@@ -143,6 +143,20 @@ TEST_F(NSTextFieldTest, ALabelPassesThePressOnAndASelectableOneKeepsIt) {
   EXPECT_TRUE(behind->calls.empty());
 }
 
+TEST_F(NSTextFieldTest, AnEmptyLabelIsAsHighAsALineOfItsFont) {
+  for (const CGFloat size : {10, 20}) {
+    const auto label = make<NSTextField>(CGRect{0, 0, 100, 30});
+    label->setFont(NSFont::systemFontOfSize(size));
+    label->setStringValue("x");
+    const CGFloat full = label->intrinsicContentSize().height;
+    const CGFloat first = label->firstBaselineOffsetFromTop(), last = label->lastBaselineOffsetFromBottom();
+    label->setStringValue("");
+    EXPECT_EQ(label->intrinsicContentSize().height, full) << size;
+    EXPECT_EQ(label->firstBaselineOffsetFromTop(), first) << size;
+    EXPECT_EQ(label->lastBaselineOffsetFromBottom(), last) << size;
+  }
+}
+
 TEST_F(NSTextFieldTest, AButtonIsAsLargeAsItsTitleWithAMarginAround) {
   const auto button = make<NSButton>(CGRect{0, 0, 100, 30});
   button->setTitle("Play");

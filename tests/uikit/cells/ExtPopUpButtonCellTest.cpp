@@ -131,6 +131,22 @@ TEST_F(ExtPopUpButtonCellTest, InACellNarrowerThanTheEllipsisThereIsTheEllipsisC
   EXPECT_EQ(only("glyphs", lines), (Lines{R"({"op":"glyphs","glyphs":[[8230,0,0]]})"}));
 }
 
+TEST_F(ExtPopUpButtonCellTest, WhereOnlyTheEllipsisIsLeftItIsAloneHoweverLongTheTitle) {
+  std::string title;
+  for (int length = 1; length <= 12; ++length) {
+    title += 'a';
+    cell->setTitle(title);
+    EXPECT_EQ(cell->shortenedTitle(3.9), u"…") << length;
+  }
+}
+
+TEST_F(ExtPopUpButtonCellTest, APullDownsTitleIsItsFirstItemWhateverIsSelected) {
+  cell = make<ExtPopUpButtonCell>(std::string("Head"), true);
+  cell->addItemWithTitle("Other");
+  cell->selectItemAtIndex(1);
+  EXPECT_EQ(cell->shortenedTitle(500), u"Head");
+}
+
 TEST_F(ExtPopUpButtonCellTest, AWidthThatIsNotANumberEndsTheSearch) { EXPECT_EQ(cell->shortenedTitle(std::nan("")), u"…"); }
 
 TEST_F(ExtPopUpButtonCellTest, TheCutCountsUnitsOfUTF16AndMaySplitACharacter) {

@@ -95,6 +95,18 @@ TEST_F(ImageAndTextCellTest, AnImageFillsASquareAndTheTextIsBesideIt) {
                    R"({"op":"restore"})"}));
 }
 
+TEST_F(ImageAndTextCellTest, AnImageWithoutATitleIsAsLargeAsOneBesideATitle) {
+  cell->setCellImage(image);
+  cell->setStringValue("");
+  EXPECT_EQ(cell->cellSize(), (CGSize{4 + 3 + 12, 12}));
+  EXPECT_EQ(only("clipRect", drawn()), Lines{R"({"op":"clipRect","rect":[100,201,12,12]})"});
+}
+
+TEST_F(ImageAndTextCellTest, InAFrameNarrowerThanTheImageTheImageKeepsItsSize) {
+  cell->setCellImage(image);
+  EXPECT_EQ(only("clipRect", drawn({100, 200, 5, 6})).front(), R"({"op":"clipRect","rect":[100,201,12,12]})");
+}
+
 TEST_F(ImageAndTextCellTest, WithABackgroundTheSlotIsFilledBeforeTheImageWhichSitsAPointFurtherAlong) {
   cell->setCellImage(image);
   cell->setDrawsBackground(true);
@@ -145,6 +157,14 @@ TEST_F(ImageAndTextCellTest, AGroupCellDrawsItsTextInTheMiddleWithTheOffsetRound
   const auto stock = make<NSTextFieldCell>("abcd");
   stock->setFont(cell->font());
   EXPECT_EQ(group, harness::recordingOf([&] { stock->drawWithFrame({100, 209, 80, 13}, *field); }));
+}
+
+TEST_F(ImageAndTextCellTest, ABezelIsNoPartOfTheTextThatAGroupCellCenters) {
+  cell->setBezeled(true);
+  const auto stock = make<NSTextFieldCell>("abcd");
+  stock->setFont(cell->font());
+  stock->setBezeled(true);
+  EXPECT_EQ(drawn({100, 200, 80, 31}), harness::recordingOf([&] { stock->drawWithFrame({100, 209, 80, 13}, *field); }));
 }
 
 TEST_F(ImageAndTextCellTest, AGroupCellLowerThanItsTextReachesBeyondItsFrame) {

@@ -112,6 +112,17 @@ TEST_F(UnderlinedSegmentedCellTest, ASegmentIsItsLabelInThreeQuartersOfTheHeight
           R"({"op":"stroke","path":[["M",10,40],["L",50.6,40]],"lineWidth":0.5,"cap":"butt","join":"miter","miterLimit":10,"dash":[],"phase":0})"}));
 }
 
+TEST_F(UnderlinedSegmentedCellTest, TheLabelsBoxIsThreeQuartersOfTheHeightToTheNearestPoint) {
+  EXPECT_EQ(drawnSegment(0, {0, 0, 40, 23}).at(1), R"({"op":"clipRect","rect":[0,0,40,17]})");
+  EXPECT_EQ(drawnSegment(0, {0, 0, 40, 25}).at(1), R"({"op":"clipRect","rect":[0,0,40,19]})");
+}
+
+TEST_F(UnderlinedSegmentedCellTest, ALabelThatFitsTheRoundedWidthIsOneLineInTheMiddle) {
+  // 45 points wide, in 44.6 that are rounded up.
+  cell->setLabelForSegment("abcd efgh", 0);
+  EXPECT_EQ(only("concat", drawnSegment(0, {0, 0, 44.6, 24})), Lines{R"({"op":"concat","transform":[1,0,0,1,0,7]})"});
+}
+
 TEST_F(UnderlinedSegmentedCellTest, TheSelectedSegmentIsOverABarOfFourPoints) {
   cell->setSelectedSegment(0);
   const Lines lines = drawnSegment(0, {10, 20, 40, 24});

@@ -374,6 +374,14 @@ TEST_F(PlaybackTransportButtonTest, SettingTheStyleRedrawsTheButtonAsAWhole) {
   EXPECT_EQ(harness::only("stroke", nativeOf(*window).paints().back().lines), harness::only("stroke", drawn()));
 }
 
+TEST_F(PlaybackTransportButtonTest, AStyleThatIsNoneTakesTheGlyphAway) {
+  const auto window = showWindowWith(button);
+  button->setTransportButtonStyle(0);
+  desktop.settle();
+  ASSERT_EQ(nativeOf(*window).paints().size(), 1u);
+  EXPECT_TRUE(harness::only("stroke", nativeOf(*window).paints().back().lines).empty());
+}
+
 TEST_F(PlaybackTransportButtonTest, APartialRedrawDrawsTheWholeGlyph) {
   EXPECT_EQ(recordingOf([&] { button->drawRect({5, 6, 7, 8}); }), drawn());
 }

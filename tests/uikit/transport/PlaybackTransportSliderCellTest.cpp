@@ -317,6 +317,13 @@ TEST_F(PlaybackTransportSliderCellTest, AnEndAfterThePositionCountsAsThePosition
   EXPECT_THAT(spansDrawn({0, 0, 33554432, 4}), ElementsAre("focus 16777000 0 220 4"));
 }
 
+TEST_F(PlaybackTransportSliderCellTest, WhatIsAheadBeginsAtThePositionAlsoWhereThePlayedPartIsRounded) {
+  slider->setMaxValue(33554432);
+  slider->setDoubleValue(16777218);
+  load({1, 20000000, No});
+  EXPECT_THAT(spansDrawn({0, 0, 33554432, 4}), ElementsAre("focus 1 0 16777216 4", "track 16777218 0 3222784 4"));
+}
+
 TEST_F(PlaybackTransportSliderCellTest, InThreeHoursAt192KilohertzThePositionIsRightTo64Frames) {
   // Single precision has 1000000000 and 1000000064 here.
   EXPECT_THAT(spansInLongSong(1000000010, {999999990, 5000, Yes}), ElementsAre("dark 999999990 0 5000 4"));
