@@ -23,23 +23,17 @@ int Blur::reach(double deviation) { return deviation < leastDeviation ? 0 : int(
 
 void Blur::makeKernel(Kernel& kernel, double deviation, double move) {
   // The value of a pixel comes from the pixel that lies `move` before it, and from that pixel's neighbours.
-  const double center = -move;
+  // A move by a part of a pixel is a blend of two whole moves, which a narrow Gaussian alone would hardly follow.
+  const double whole = std::floor(-move), part = -move - whole;
+  const int reach = Blur::reach(deviation), last = int(std::ceil(-move)) + reach;
+  kernel.first = int(whole) - reach;
   kernel.weights.clear();
-  kernel.isSymmetric = center == std::floor(center) && deviation >= leastDeviation;
-  if (deviation < leastDeviation) {
-    const double whole = std::floor(center), part = center - whole;
-    kernel.first = int(whole);
-    kernel.weights.push_back(float(1 - part));
-    if (part > 0) kernel.weights.push_back(float(part));
-    return;
-  }
-  const int reach = Blur::reach(deviation);
-  kernel.first = int(std::floor(center)) - reach;
-  const int last = int(std::ceil(center)) + reach;
-  const auto gaussian = [&](int i) { return std::exp(-0.5 * (i - center) * (i - center) / (deviation * deviation)); };
+  kernel.isSymmetric = part == 0;
+  const auto at = [&](double x) { return reach > 0 ? std::exp(-0.5 * x * x / (deviation * deviation)) : double(x == 0); };
+  const auto gaussian = [&](int i) { return at(i - whole) * (1 - part) + at(i - whole - 1) * part; };
   double sum = 0;
-  for (int i = kernel.first; i <= last; ++i) sum += gaussian(i);
-  for (int i = kernel.first; i <= last; ++i) kernel.weights.push_back(float(gaussian(i) / sum));
+  for (int i = kernel.first; i <= last; ++i) sum += kernel.weights.emplace_back(float(gaussian(i)));
+  for (float& weight : kernel.weights) weight = float(weight / sum);
 }
 
 bool Blur::begin(Plane& from, const PixelRect& box, const Style& style) {

@@ -30,7 +30,7 @@ bool GradientRamp::begin(const LinearGradient& gradient, const CGAffineTransform
   stops_.clear();
   isOpaque_ = true;
   for (const GradientStop& stop : gradient.stops) {
-    if (std::isnan(stop.location)) continue;
+    if (!std::isfinite(stop.location)) continue;
     Color opaque = stop.color;
     opaque.alpha = 1;
     Float4 color = raster::premultiplied(opaque, 1);
@@ -41,11 +41,11 @@ bool GradientRamp::begin(const LinearGradient& gradient, const CGAffineTransform
   if (!toPath || stops_.empty()) return false;
 
   const double dx = gradient.end.x - gradient.start.x, dy = gradient.end.y - gradient.start.y;
-  const double squares = dx * dx + dy * dy;
+  const double length = std::hypot(dx, dy), across = dx / length, up = dy / length;
   const CGPoint origin = toPath->apply({0.5, 0.5});
-  start_ = ((origin.x - gradient.start.x) * dx + (origin.y - gradient.start.y) * dy) / squares;
-  perColumn_ = (toPath->a * dx + toPath->b * dy) / squares;
-  perRow_ = (toPath->c * dx + toPath->d * dy) / squares;
+  start_ = ((origin.x - gradient.start.x) * across + (origin.y - gradient.start.y) * up) / length;
+  perColumn_ = (toPath->a * across + toPath->b * up) / length;
+  perRow_ = (toPath->c * across + toPath->d * up) / length;
   if (!std::isfinite(start_) || !std::isfinite(perColumn_) || !std::isfinite(perRow_)) {
     // On an axis without length every pixel lies after the end.
     start_ = stops_.back().location;

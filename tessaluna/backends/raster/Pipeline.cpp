@@ -311,8 +311,13 @@ void RasterCanvas::Pipeline::paintShadowOfPolygons(const CoverageBuffer::Shape& 
     for (int y = box.top; y < box.bottom; ++y) {
       float* row = cast_.row(y);
       for (int i = 0; i < box.width(); ++i) {
-        const double pixelX = (box.left + i + 0.5) * cell - 0.5, pixelY = (y + 0.5) * cell - 0.5;
-        row[i] *= ramp_.colorAt(pixelX - shadow.dx, pixelY - shadow.dy)[3] * source.alpha;
+        // The mean of a cell's pixels, since a gradient may have any number of stops within it.
+        float alphas = 0;
+        for (int place = 0; place < cell * cell; ++place) {
+          const int pixelX = (box.left + i) * cell + place % cell, pixelY = y * cell + place / cell;
+          alphas += ramp_.colorAt(pixelX - shadow.dx, pixelY - shadow.dy)[3];
+        }
+        row[i] *= alphas / float(cell * cell) * source.alpha;
       }
     }
   } else {

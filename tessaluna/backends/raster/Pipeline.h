@@ -149,7 +149,9 @@ void RasterCanvas::Pipeline::paint(const Source& source, const PixelRect& box, C
   if (openLayers_ == 0) return paintOn({.bitmap = bitmap_}, source, box, cover);
   paintKeptShape();
   OpenLayer& layer = openLayer();
-  if (takesAsTint(layer, source)) return paintOn({.tint = &layer.tint}, source, box, cover);
+  // A sum of two colors that is cut off at one may be another color.
+  const bool keepsColor = state_.blendMode != BlendMode::PlusLighter;
+  if (keepsColor && takesAsTint(layer, source)) return paintOn({.tint = &layer.tint}, source, box, cover);
   turnIntoPixels(layer);
   for (Layer* part : {&layer.pixels, &layer.casting}) {
     if (!part->maxBox().isEmpty()) paintOn({.layer = part}, source, box.intersected(part->maxBox()), cover);

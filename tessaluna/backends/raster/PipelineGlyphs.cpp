@@ -83,18 +83,19 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   }
 }
 
-// Null for a glyph that is too large for a mask, or when memory is short.
+// Null for a glyph that is too large for a mask or too far from its origin, or when memory is short.
 const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface) {
   if (const GlyphMask* kept = glyphs_.find(place)) return kept;
   const Path outline = typeface->outline(place.glyph);
   const CGAffineTransform toPixels{place.scale, 0, 0, -place.scale, place.quarter * 0.25, 0};
   constexpr int side = GlyphCache::maxMaskSide;
   polygons_.clear();
-  flatten(outline, toPixels, {-side, -side, side, side});
+  constexpr PixelRect accurate{-side, -side, side, side};
+  flatten(outline, toPixels, accurate);
   GlyphMask mask;
   mask.box = polygons_.bounds().roundedOut();
   if (!mask.box.isEmpty()) {
-    if (mask.box.width() > side || mask.box.height() > side) return nullptr;
+    if (mask.box.width() > side || mask.box.height() > side || !accurate.contains(mask.box)) return nullptr;
     Plane covered;
     if (!covered.beginEmpty(mask.box) || !coverage_.sweep({.polygons = polygons_}, mask.box, covered)) return nullptr;
     const float* const values = covered.row(mask.box.top);

@@ -173,6 +173,17 @@ TEST(RasterGradient, AxisWithoutLengthShowsTheLastColor) {
                .expect = [](ReferencePicture& picture) { picture.paint(glass, picture.fill(disc)); }});
 }
 
+TEST(RasterGradient, OnAnAxisOfAnyLengthIsInTheMiddleOfIt) {
+  const GradientStop stops[] = {{0, ink}, {1, glass}};
+  for (const double length : {1e15, 1e90, 1e160, 1e300}) {
+    expectRight({.draw =
+                     [&](RasterCanvas& canvas) {
+                       canvas.fillGradient(disc, nonZero, {stops, {-length, 20}, {length, 20}});
+                     },
+                 .expect = [](ReferencePicture& picture) { picture.paint(mixed(ink, glass, 0.5), picture.fill(disc)); }});
+  }
+}
+
 TEST(RasterGradient, FollowsTheTransform) {
   const CGAffineTransform transform{0.8, 0.3, -0.5, 0.9, 12, 2};
   const GradientStop stops[] = {{0, ink}, {1, glass}};
@@ -414,6 +425,22 @@ TEST(RasterLayer, IsCompositedAsOnePictureWithItsAlpha) {
                      layer.paint(ink, layer.fill(disc));
                      layer.paint(glass, layer.fill(square));
                      picture.paint(layer, {.alpha = 0.5});
+                   }});
+}
+
+TEST(RasterLayer, OfOneColorAddsEachChannelUpToOne) {
+  expectRight({.draw =
+                   [](RasterCanvas& canvas) {
+                     canvas.beginTransparencyLayer();
+                     fill(canvas, disc, glass);
+                     canvas.setBlendMode(BlendMode::PlusLighter);
+                     fill(canvas, square, glass);
+                     canvas.endTransparencyLayer();
+                   },
+               .expect =
+                   [](ReferencePicture& picture) {
+                     picture.paint(glass, picture.fill(disc));
+                     picture.paint(glass, picture.fill(square), {.mode = BlendMode::PlusLighter});
                    }});
 }
 

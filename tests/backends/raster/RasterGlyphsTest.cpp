@@ -12,12 +12,14 @@ constexpr Color ink{0.1, 0.3, 0.8, 1};
 constexpr Color glass{0.7, 0.2, 0.4, 0.6};
 constexpr FillRule nonZero = FillRule::NonZero;
 
-// Glyph 1 is a disc that reaches below the baseline, 2 a bar, 3 one larger than any mask, 0 blank.
+// Glyph 1 is a disc that reaches below the baseline, 2 a bar, 3 one larger than any mask, 4 a disc far from its
+// origin, 0 blank.
 Path outlineOf(std::uint32_t glyph) {
   switch (glyph) {
     case 1: return Path::oval({0.6, -2.3, 9.1, 10.2});
     case 2: return Path::rect({1, 0, 3, 12});
     case 3: return Path::oval({-60, -60, 140, 140});
+    case 4: return Path::oval({104, 4, 12, 12});
     default: return {};
   }
 }
@@ -177,6 +179,19 @@ TEST(RasterGlyphs, TurnedTextAndTextTooLargeForAMaskAreShapes) {
                .expect =
                    [](ReferencePicture& picture) {
                      picture.paint(glass, picture.fill(Path::oval({-58.7, -57.3, 140, 140})));
+                   }});
+}
+
+TEST(RasterGlyphs, OneFarFromItsOriginIsAsExactAsTheOthers) {
+  expectRight({.draw =
+                   [](RasterCanvas& canvas) {
+                     canvas.setFillColor(ink);
+                     canvas.drawGlyphs(runOf({4, 4}, {{-88, 4}, {-100, 12}}), {0, 0});
+                   },
+               .expect =
+                   [](ReferencePicture& picture) {
+                     picture.paint(ink, picture.fill(Path::oval({16, 8, 12, 12})));
+                     picture.paint(ink, picture.fill(Path::oval({4, 16, 12, 12})));
                    }});
 }
 

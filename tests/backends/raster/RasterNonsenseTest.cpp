@@ -51,6 +51,14 @@ TEST(RasterNonsense, PointsThatAreNotFiniteAreLeftOut) {
   }
 }
 
+TEST(RasterNonsense, GradientStopsThatAreNotFiniteAreLeftOut) {
+  const Color red{1, 0, 0, 1}, green{0, 1, 0, 1};
+  const GradientStop stops[] = {{-infinite, red}, {none, red}, {0.5, green}, {infinite, red}};
+  Bitmap bitmap = canvasBitmap();
+  RasterCanvas(bitmap).fillGradient(Path::rect({0, 0, 64, 64}), nonZero, {stops, {0, 0}, {64, 0}});
+  for (int x = 0; x < 64; ++x) ASSERT_EQ(bitmap.pixel(x, 30), 0xff00ff00) << x;
+}
+
 TEST(RasterNonsense, HugeRectangleCoversThePicture) {
   for (const double size : {1e6, 1e15, 1e30, 1e90}) {
     Bitmap bitmap = canvasBitmap();

@@ -207,6 +207,29 @@ TEST(RasterShadow, OfALayerFallsFromItsWholePicture) {
                    }});
 }
 
+TEST(RasterShadow, OfALayerMovesByPartsOfAPixelHoweverNarrowItsBlurIs) {
+  const Path left = Path::rect({8, 8, 8, 24}), right = Path::rect({16, 8, 8, 24}), both = Path::rect({8, 8, 16, 24});
+  for (const double blur : {0.0, 0.1, 0.25, 0.4}) {
+    const Shadow shadow{{12.3, -2.7}, blur, dark};
+    expectRight({.draw =
+                     [&](RasterCanvas& canvas) {
+                       canvas.setShadow(shadow);
+                       canvas.beginTransparencyLayer();
+                       canvas.setFillColor(ink);
+                       canvas.fillPath(left, nonZero);
+                       canvas.setFillColor(dark);
+                       canvas.fillPath(right, nonZero);
+                       canvas.endTransparencyLayer();
+                     },
+                 .expect =
+                     [&](ReferencePicture& picture) {
+                       picture.paint(dark, picture.shadow(filled(both), shadow));
+                       picture.paint(ink, picture.fill(left));
+                       picture.paint(dark, picture.fill(right));
+                     }});
+  }
+}
+
 TEST(RasterShadow, OfALayerComesFromOutsideTheClip) {
   const Shadow shadow{{18, 3}, 3, dark};
   const Path left = Path::rect({-14, 8, 12, 18});
@@ -236,6 +259,27 @@ TEST(RasterShadow, OfAGradientFollowsItsAlpha) {
                      picture.paint(dark, picture.shadow(filled(half), shadow));
                      picture.paint(ink, picture.fill(half));
                    }});
+}
+
+TEST(RasterShadow, OfAGradientWithStripesIsThatOfItsStripes) {
+  // Narrower than what a wide blur takes its values from.
+  std::vector<GradientStop> stops;
+  Path bars;
+  for (int i = 0; i < 14; ++i) {
+    const Color color{0, 0, 0, double(i % 2)};
+    stops.push_back({i / 14.0, color});
+    stops.push_back({(i + 1) / 14.0, color});
+    if (i % 2 == 1) bars.append(Path::rect({i * 3.0 - 60, 0, 3, 40}));
+  }
+  const Shadow shadow{{60, 0}, 20, dark};
+  Bitmap bitmap = std::move(*Bitmap::make(40, 40)), expected = std::move(*Bitmap::make(40, 40));
+  RasterCanvas canvas(bitmap), other(expected);
+  canvas.setShadow(shadow);
+  canvas.fillGradient(Path::rect({-60, 0, 42, 40}), nonZero, {stops, {-60, 0}, {-18, 0}});
+  other.setShadow(shadow);
+  other.fillPath(bars, nonZero);
+  EXPECT_GT(bitmap.pixel(20, 20) >> 24, 100u);
+  for (int x = 0; x < 40; ++x) ASSERT_NEAR(int(bitmap.pixel(x, 20) >> 24), int(expected.pixel(x, 20) >> 24), 1) << x;
 }
 
 TEST(RasterShadow, TakesTheBlendModeOfItsShape) {
