@@ -38,7 +38,7 @@ class FlippedView : public NSView {
   bool isFlipped() const override { return true; }
 };
 
-// Hidden while its widget is: Qt says where the keyboard goes then, and nowhere if the widget was only scrolled out of sight.
+// Hidden while its widget is: Qt says where the keyboard goes then.
 class WidgetClip : public NSView, public KeyboardWhileHidden {
  public:
   using NSView::NSView;
@@ -233,12 +233,14 @@ void EmbeddingHost::placeTopLevel() {
 void EmbeddingHost::place(const Embedded& embedded) {
   const QPointer<EmbeddingHost> held = this;
   const QtViewWidget& widget = *embedded.widget;
-  const QRect visible = widget.isVisible() ? visibleRectOf(widget, topLevel_) : QRect();
-  embedded.clip->setHidden(visible.isEmpty());
-  if (visible.isEmpty() || !held || !isHere(embedded)) return;
+  embedded.clip->setHidden(!widget.isVisible());
+  if (!widget.isVisible() || !held || !isHere(embedded)) return;
   const double scale = topLevel_.devicePixelRatioF();
-  const CGRect clip = shownPixels(visible, scale);
+  const QRect visible = visibleRectOf(widget, topLevel_);
   const CGRect whole = shownPixels({widget.mapTo(&topLevel_, QPoint(0, 0)), widget.size()}, scale);
+  // Out of sight is not hidden, which would end a press and an editing: a window that shrinks has its widgets below its edge
+  // until it lays them out.
+  const CGRect clip = visible.isEmpty() ? CGRect{whole.origin, {}} : shownPixels(visible, scale);
   const Ref<NSView> view = widget.view();
   embedded.clip->setFrame(clip);
   if (view->superview() != embedded.clip.get()) return;

@@ -137,7 +137,8 @@ CGSize SearchField::intrinsicContentSize() const { return {noIntrinsicMetric, us
 
 void SearchField::updateTrackingAreas() {
   NSView::updateTrackingAreas();
-  popUp_->followField(*field_);
+  if (popUp_->isOpen() && field_->window() && NSIsEmptyRect(field_->visibleRect())) close();
+  else popUp_->followField(*field_);
 }
 
 void SearchField::resizeSubviewsWithOldSize(CGSize oldSize) {

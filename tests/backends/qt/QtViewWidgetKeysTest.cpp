@@ -6,6 +6,7 @@
 #include <QShortcut>
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/uikit/containers/ViewWithBackground.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
@@ -163,9 +164,24 @@ TEST_F(QtViewWidgetKeys, AViewThatIsScrolledOutOfSightKeepsTheKeyboard) {
   ASSERT_EQ(first->window()->firstResponder(), first.get());
   area->verticalScrollBar()->setValue(500);
   settle();
-  ASSERT_TRUE(first->isHiddenOrHasHiddenAncestor());
+  ASSERT_TRUE(NSIsEmptyRect(first->visibleRect()));
   EXPECT_EQ(first->window()->firstResponder(), first.get());
   EXPECT_TRUE(inside->hasFocus());
+}
+
+TEST_F(QtViewWidgetKeys, AFieldAtTheLowerEdgeIsEditedWhileItsWindowShrinks) {
+  const auto field = make<NSTextField>(CGRect{0, 0, 100, 24});
+  top.layout()->setAlignment(embed(field), Qt::AlignBottom);
+  top.resize(200, 400);
+  show();
+  field->selectText(nullptr);
+  QTest::keyClick(top.windowHandle(), Qt::Key_A);
+  top.resize(200, 100);
+  settle();
+  ASSERT_FALSE(NSIsEmptyRect(field->visibleRect()));
+  ASSERT_TRUE(field->currentEditor());
+  QTest::keyClick(top.windowHandle(), Qt::Key_B);
+  EXPECT_EQ(field->stringValue(), "ab");
 }
 
 TEST_F(QtViewWidgetKeys, TabAmongViewsThatTakeNoKeysComesToAnEnd) {

@@ -125,6 +125,20 @@ TEST_F(QtViewWidgetPress, HiddenWhilePressedEndsThePress) {
   EXPECT_EQ(clicks->count, 1);
 }
 
+TEST_F(QtViewWidgetPress, AWindowThatShrinksDoesNotEndAPressAtItsLowerEdge) {
+  const auto button = makeButton<PrevNextButton>();
+  QtViewWidget* widget = embed(button);
+  top.layout()->setAlignment(widget, Qt::AlignBottom);
+  top.resize(200, 400);
+  show();
+  press(inTop(*widget, {10, 10}));
+  top.resize(200, 100);
+  settle();
+  EXPECT_TRUE(button->isHighlighted());
+  release(inTop(*widget, {10, 10}));
+  EXPECT_EQ(clicks->count, 1);
+}
+
 TEST_F(QtViewWidgetPress, TopLevelHiddenWhilePressedEndsThePress) {
   const auto button = makeButton<PrevNextButton>();
   const QtViewWidget* widget = embed(button);

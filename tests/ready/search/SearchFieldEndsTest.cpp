@@ -155,6 +155,23 @@ TEST_F(SearchFieldTest, StaysBelowTheFieldWhenItMovesOrTheWindowDoes) {
   EXPECT_EQ(selected(), "Amber Quartet");
 }
 
+TEST_F(SearchFieldTest, ScrollingTheFieldOutOfSightEndsThePopUpAndNotTheTyping) {
+  const auto cut = make<NSView>(window->contentView()->bounds());
+  window->contentView()->addSubview(cut);
+  cut->addSubview(search);
+  user.click(*window, {100, 210});
+  user.type("amb");
+  ASSERT_TRUE(popUp().isOpen());
+  cut->setBoundsOrigin({0, 210});
+  desktop.settle();
+  EXPECT_TRUE(popUp().isOpen()) << "a part of the field shows";
+  cut->setBoundsOrigin({0, 300});
+  desktop.settle();
+  EXPECT_FALSE(popUp().isOpen());
+  user.type("er");
+  EXPECT_EQ(text(), "amber");
+}
+
 TEST_F(SearchFieldTest, TheSourceMayRemoveTheFieldAfterADelay) {
   search->setDelay(0.1);
   search->setSource([this](const SearchQuestion& question) {
