@@ -12,6 +12,8 @@ namespace {
 
 using platform::numberText;
 
+double clamp01(double value) { return value > 0 ? std::min(value, 1.0) : 0; }  // NaN is 0
+
 // A hundred-thousandth of a point is beyond all display; it keeps the rounding errors of conversions out of the file.
 std::string number(double value) { return numberText(std::round(value * 1e5) / 1e5); }
 
@@ -47,7 +49,7 @@ std::string colorText(const Color& color) {
   std::string text = "#";
   for (const double component : {color.red, color.green, color.blue}) {
     constexpr char digits[] = "0123456789abcdef";
-    const int value = static_cast<int>(std::lround(std::clamp(component, 0.0, 1.0) * 255));
+    const int value = static_cast<int>(std::lround(clamp01(component) * 255));
     text += digits[value / 16];
     text += digits[value % 16];
   }
@@ -56,7 +58,7 @@ std::string colorText(const Color& color) {
 
 std::string paintAttributes(std::string_view kind, const Color& color) {
   std::string text = attribute(kind, colorText(color));
-  if (color.alpha != 1) text += attribute(std::string(kind) + "-opacity", number(std::clamp(color.alpha, 0.0, 1.0)));
+  if (color.alpha != 1) text += attribute(std::string(kind) + "-opacity", number(clamp01(color.alpha)));
   return text;
 }
 
@@ -64,11 +66,11 @@ std::string ruleAttribute(std::string_view name, FillRule rule) {
   return rule == FillRule::EvenOdd ? attribute(name, "evenodd") : "";
 }
 
+bool isFinite(CGPoint point) { return std::isfinite(point.x) && std::isfinite(point.y); }
+
 bool isFinite(const Path& path, const CGAffineTransform& transform) {
-  return std::all_of(path.points().begin(), path.points().end(), [&](CGPoint point) {
-    const CGPoint p = transform.apply(point);
-    return std::isfinite(p.x) && std::isfinite(p.y);
-  });
+  return std::all_of(path.points().begin(), path.points().end(),
+                     [&](CGPoint point) { return isFinite(transform.apply(point)); });
 }
 
 std::string matrixText(const CGAffineTransform& t) {
@@ -96,6 +98,16 @@ const char* nameOf(BlendMode mode) {
   platform::unreachable();
 }
 
+// A pattern that makes no sense is a solid line.
+bool isUsable(std::span<const double> dash) {
+  double total = 0;
+  for (const double length : dash) {
+    if (!(length >= 0)) return false;
+    total += length;
+  }
+  return total > 0 && std::isfinite(total);
+}
+
 // Whether circles stay circles.
 bool keepsShape(const CGAffineTransform& t) {
   const double across = std::hypot(t.a, t.b), along = std::hypot(t.c, t.d);
@@ -110,6 +122,11 @@ SvgCanvas::SvgCanvas(CGRect area, double scale) : area_(area), scale_(scale) {
 }
 
 std::string SvgCanvas::document() const {
+  if (layers_.size() > 1) {
+    SvgCanvas closed = *this;
+    while (closed.layers_.size() > 1) closed.endTransparencyLayer();
+    return closed.document();
+  }
   const std::string width = number(area_.size.width), height = number(area_.size.height);
   std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\"" + attribute("width", number(area_.size.width * scale_)) +
                      attribute("height", number(area_.size.height * scale_)) +
@@ -146,21 +163,21 @@ void SvgCanvas::clipPath(const Path& path, FillRule rule) {
 // not cover. Its area is the whole picture and then some, for what lies beside the picture throws a shadow, too.
 int SvgCanvas::addShadowFilter(const Shadow& shadow, bool keepsOutside) {
   const int id = ++lastId_;
-  const double reach = 3 * shadow.blur + std::abs(shadow.offset.width) + std::abs(shadow.offset.height) + 1;
+  const double blur = shadow.blur > 0 ? shadow.blur : 0;
+  const double reach = 3 * blur + std::abs(shadow.offset.width) + std::abs(shadow.offset.height) + 1;
   definitions_ += "<filter" + attribute("id", 'f' + std::to_string(id)) + attribute("filterUnits", "userSpaceOnUse") +
                   attribute("x", number(-reach)) + attribute("y", number(-reach)) +
                   attribute("width", number(area_.size.width + 2 * reach)) +
                   attribute("height", number(area_.size.height + 2 * reach)) +
                   attribute("color-interpolation-filters", "sRGB") + ">";
   // The last step of the shadow's shape carries its name.
-  const bool isBlurred = shadow.blur > 0;
+  const bool isBlurred = blur > 0;
   definitions_ += "<feOffset in=\"SourceAlpha\"" + attribute("dx", number(shadow.offset.width)) +
                   attribute("dy", number(-shadow.offset.height)) + (isBlurred ? "" : attribute("result", "shape")) + "/>";
   if (isBlurred)
-    definitions_ +=
-        "<feGaussianBlur" + attribute("stdDeviation", number(shadow.blur / 2)) + attribute("result", "shape") + "/>";
+    definitions_ += "<feGaussianBlur" + attribute("stdDeviation", number(blur / 2)) + attribute("result", "shape") + "/>";
   definitions_ += "<feFlood" + attribute("flood-color", colorText(*shadow.color)) +
-                  attribute("flood-opacity", number(shadow.color->alpha)) +
+                  attribute("flood-opacity", number(clamp01(shadow.color->alpha))) +
                   "/><feComposite in2=\"shape\" operator=\"in\" result=\"shadow\"/>";
   definitions_ += keepsOutside ? "<feComposite in=\"SourceGraphic\" in2=\"shadow\" operator=\"out\"/>"
                                : "<feMerge><feMergeNode in=\"shadow\"/><feMergeNode in=\"SourceGraphic\"/></feMerge>";
@@ -170,7 +187,9 @@ int SvgCanvas::addShadowFilter(const Shadow& shadow, bool keepsOutside) {
 
 std::optional<SvgCanvas::Composite> SvgCanvas::compositeFor(const State& state, bool coversOpaquely) {
   const bool isFirst = layers_.back().isEmpty;
-  const bool hasShadow = state.shadow.color && state.shadow.color->alpha > 0;
+  const Shadow& shadow = state.shadow;
+  const bool hasShadow = shadow.color && shadow.color->alpha > 0 && !std::isinf(shadow.blur) &&
+                         std::isfinite(shadow.offset.width) && std::isfinite(shadow.offset.height);
   bool keepsOutside = false;
   switch (state.mode) {
     case BlendMode::Normal: break;
@@ -198,8 +217,8 @@ std::optional<SvgCanvas::Composite> SvgCanvas::compositeFor(const State& state, 
   // A group for each: not every program cuts a clip path by another one.
   for (const int clip : state.clips) open(attribute("clip-path", reference('c', clip)));
   // The alpha is in the shape that throws the shadow: each of the two is drawn with it.
-  if (hasShadow) open(attribute("filter", reference('f', addShadowFilter(state.shadow, keepsOutside))));
-  if (state.alpha != 1) open(attribute("opacity", number(std::clamp(state.alpha, 0.0, 1.0))));
+  if (hasShadow) open(attribute("filter", reference('f', addShadowFilter(shadow, keepsOutside))));
+  if (state.alpha != 1) open(attribute("opacity", number(clamp01(state.alpha))));
   return result;
 }
 
@@ -236,39 +255,54 @@ void SvgCanvas::endTransparencyLayer() {
 
 void SvgCanvas::fillPath(const Path& path, FillRule rule) {
   if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
-  paint("<path" + attribute("d", pathData(path, state_.transform)) + paintAttributes("fill", state_.fill) +
+  fillInOneColor(path, rule, state_.fill);
+}
+
+void SvgCanvas::fillInOneColor(const Path& path, FillRule rule, const Color& color) {
+  paint("<path" + attribute("d", pathData(path, state_.transform)) + paintAttributes("fill", color) +
             ruleAttribute("fill-rule", rule) + "/>",
-        state_.fill.alpha >= 1 && state_.alpha >= 1);
+        color.alpha >= 1 && state_.alpha >= 1);
 }
 
 void SvgCanvas::strokePath(const Path& path, const StrokeStyle& style) {
   if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
+  if (!(style.width >= 0)) return;
+  if (!std::isfinite(style.width)) return fail("a line of infinite width");
+  // A width of 0 means the thinnest visible line: one pixel, whatever the space.
+  const bool isThinnest = style.width == 0;
   // Where the space is not stretched the line can be written in the file's own.
-  const bool isPlain = keepsShape(state_.transform);
+  const bool isPlain = isThinnest || keepsShape(state_.transform);
   const double scale = isPlain ? std::hypot(state_.transform.a, state_.transform.b) : 1;
   std::string element = "<path" + attribute("d", pathData(path, isPlain ? state_.transform : CGAffineTransform{})) +
                         attribute("fill", "none") + paintAttributes("stroke", state_.stroke);
   if (!isPlain) {
     element += attribute("transform", matrixText(state_.transform));
   }
-  element += attribute("stroke-width", number(style.width * scale));
+  element += attribute("stroke-width", number(isThinnest ? 1 / scale_ : style.width * scale));
   if (style.cap != LineCap::Butt) element += attribute("stroke-linecap", style.cap == LineCap::Round ? "round" : "square");
-  if (style.join == LineJoin::Miter) element += attribute("stroke-miterlimit", number(style.miterLimit));
+  // A limit below 1 lets no corner have a miter, and SVG has none such.
+  const bool hasMiter = style.join == LineJoin::Miter && style.miterLimit >= 1;
+  if (hasMiter) element += attribute("stroke-miterlimit", number(std::min(style.miterLimit, 1000.0)));
   else element += attribute("stroke-linejoin", style.join == LineJoin::Round ? "round" : "bevel");
-  if (!style.dash.empty()) {
+  if (isUsable(style.dash)) {
     std::string dash;
     for (const double length : style.dash) {
       if (!dash.empty()) dash += ' ';
       dash += number(length * scale);
     }
     element += attribute("stroke-dasharray", dash);
-    if (style.dashPhase != 0) element += attribute("stroke-dashoffset", number(style.dashPhase * scale));
+    if (style.dashPhase != 0 && std::isfinite(style.dashPhase))
+      element += attribute("stroke-dashoffset", number(style.dashPhase * scale));
   }
   paint(element + "/>", false);
 }
 
 void SvgCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
   if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
+  if (!isFinite(gradient.start) || !isFinite(gradient.end)) return fail("a point that is not finite");
+  // On an axis without length every place lies after its end. Not every program paints that.
+  if (gradient.start == gradient.end && !gradient.stops.empty())
+    return fillInOneColor(path, rule, gradient.stops.back().color);
   const int id = ++lastId_;
   // A stretched space leans the lines of one color against their axis, which only the space itself can express.
   const bool isPlain = keepsShape(state_.transform);
@@ -279,8 +313,9 @@ void SvgCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradie
       (isPlain ? "" : attribute("gradientTransform", matrixText(state_.transform))) + attribute("x1", number(start.x)) +
       attribute("y1", number(start.y)) + attribute("x2", number(end.x)) + attribute("y2", number(end.y)) + ">";
   for (const GradientStop& stop : gradient.stops) {
+    if (std::isnan(stop.location)) continue;
     definitions_ += "<stop" + attribute("offset", number(stop.location)) + attribute("stop-color", colorText(stop.color));
-    if (stop.color.alpha != 1) definitions_ += attribute("stop-opacity", number(stop.color.alpha));
+    if (stop.color.alpha != 1) definitions_ += attribute("stop-opacity", number(clamp01(stop.color.alpha)));
     definitions_ += "/>";
   }
   definitions_ += "</linearGradient>\n";
@@ -293,6 +328,7 @@ void SvgCanvas::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   std::string data;
   for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
     const CGPoint place{origin.x + run.positions[i].x, origin.y + run.positions[i].y};
+    if (!isFinite(state_.transform.apply(place))) return fail("a point that is not finite");
     data += pathData(run.typeface->outline(run.glyphs[i]),
                      CGAffineTransform::translation(place.x, place.y).then(state_.transform));
   }

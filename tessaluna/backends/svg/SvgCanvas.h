@@ -18,7 +18,7 @@ class SvgCanvas : public Canvas {
   // A picture of an area of base space, in points. The scale changes the size it is shown at, and nothing in it.
   explicit SvgCanvas(CGRect area, double scale = 1);
 
-  // The whole document. What is open is closed.
+  // The whole document. Layers that are open are in it as if they ended here; drawing may go on.
   std::string document() const;
   // What could not be said, the first of it.
   const std::optional<std::string>& error() const { return error_; }
@@ -63,6 +63,7 @@ class SvgCanvas : public Canvas {
   };
 
   void paint(const std::string& element, bool coversOpaquely);
+  void fillInOneColor(const Path& path, FillRule rule, const Color& color);
   std::optional<Composite> compositeFor(const State& state, bool coversOpaquely);
   int addShadowFilter(const Shadow& shadow, bool keepsOutside);
   void fail(std::string what);

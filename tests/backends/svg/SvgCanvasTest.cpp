@@ -22,6 +22,11 @@ constexpr Color red{1, 0, 0, 1}, paleBlue{0, 0, 1, 0.25};
 
 Path square(double left, double bottom, double side) { return Path::rect({left, bottom, side, side}); }
 
+class Boxes : public Typeface {
+ public:
+  Path outline(std::uint32_t glyph) const override { return square(0, 0, glyph); }
+};
+
 // What stands between the document's first and last line, of a picture of 20 by 10 points.
 std::string bodyOf(const std::function<void(Canvas&)>& draw) {
   SvgCanvas canvas({0, 0, 20, 10});
@@ -88,6 +93,89 @@ TEST(SvgCanvas, StrokeInAStretchedSpaceIsStretched) {
   });
   EXPECT_THAT(body, HasSubstr("d=\"M1 2L4 2L4 5L1 5Z\""));
   EXPECT_THAT(body, HasSubstr("transform=\"matrix(2 0 0 -1 0 10)\" stroke-width=\"1\""));
+}
+
+TEST(SvgCanvas, StrokeWithoutWidthIsTheThinnestLine) {
+  EXPECT_THAT(bodyOf([](Canvas& canvas) { canvas.strokePath(square(1, 2, 3), {.width = 0}); }),
+              HasSubstr("d=\"M1 8L4 8L4 5L1 5Z\" fill=\"none\" stroke=\"#000000\" stroke-width=\"1\""));
+  SvgCanvas enlarged({0, 0, 20, 10}, 4);
+  enlarged.concat(CGAffineTransform::scale(2, 1));
+  enlarged.strokePath(square(1, 2, 3), {.width = 0});
+  EXPECT_THAT(enlarged.document(),
+              HasSubstr("d=\"M2 8L8 8L8 5L2 5Z\" fill=\"none\" stroke=\"#000000\" stroke-width=\"0.25\""));
+}
+
+TEST(SvgCanvas, StrokesThatMakeNoSense) {
+  const auto strokeOf = [](const StrokeStyle& style) {
+    return bodyOf([&](Canvas& canvas) { canvas.strokePath(square(1, 2, 3), style); });
+  };
+  const double nothing = std::nan(""), infinity = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(strokeOf({.width = -3}), "");
+  EXPECT_EQ(strokeOf({.width = nothing}), "");
+  EXPECT_EQ(errorOf([&](Canvas& canvas) { canvas.strokePath(square(1, 2, 3), {.width = infinity}); }),
+            "SVG cannot say a line of infinite width");
+  for (const double limit : {0.5, -1.0, nothing}) {
+    EXPECT_THAT(strokeOf({.miterLimit = limit}), HasSubstr("stroke-linejoin=\"bevel\""));
+    EXPECT_THAT(strokeOf({.miterLimit = limit}), Not(HasSubstr("miterlimit")));
+  }
+  EXPECT_THAT(strokeOf({.miterLimit = infinity}), HasSubstr("stroke-miterlimit=\"1000\""));
+  const double negative[] = {-4, 2}, zeros[] = {0, 0}, endless[] = {infinity, 1}, unknown[] = {nothing}, dots[] = {0, 2};
+  for (const std::span<const double> dash : {std::span<const double>(negative), std::span<const double>(zeros),
+                                             std::span<const double>(endless), std::span<const double>(unknown)})
+    EXPECT_THAT(strokeOf({.dash = dash}), Not(HasSubstr("stroke-dash")));
+  EXPECT_THAT(strokeOf({.dash = dots, .dashPhase = nothing}), HasSubstr("stroke-dasharray=\"0 2\"/>"));
+}
+
+TEST(SvgCanvas, ColorsAndAlphasAreCutToTheirRange) {
+  const double nothing = std::nan("");
+  const auto fillOf = [](const Color& color, double alpha) {
+    return bodyOf([&](Canvas& canvas) {
+      canvas.setFillColor(color);
+      canvas.setAlpha(alpha);
+      canvas.fillPath(square(1, 2, 3), FillRule::NonZero);
+    });
+  };
+  EXPECT_THAT(fillOf({-1, 2, nothing, 1}, 1), HasSubstr("fill=\"#00ff00\"/>"));
+  EXPECT_THAT(fillOf({0, 0, 0, nothing}, 1), HasSubstr("fill-opacity=\"0\""));
+  EXPECT_THAT(fillOf({0, 0, 0, 7}, 1), HasSubstr("fill-opacity=\"1\""));
+  EXPECT_THAT(fillOf({0, 0, 0, 1}, nothing), HasSubstr("<g opacity=\"0\">"));
+  const GradientStop stops[] = {{0, {0, 0, 0, 7}}, {nothing, red}, {1, {0, 0, 0, nothing}}};
+  SvgCanvas canvas({0, 0, 20, 10});
+  canvas.setShadow({.offset = {1, 1}, .blur = 2, .color = Color{0, 0, 0, 7}});
+  canvas.fillGradient(square(1, 2, 3), FillRule::NonZero, {.stops = stops, .start = {0, 0}, .end = {0, 9}});
+  EXPECT_THAT(canvas.document(), HasSubstr("flood-opacity=\"1\""));
+  EXPECT_THAT(canvas.document(), HasSubstr("offset=\"0\" stop-color=\"#000000\" stop-opacity=\"1\"/><stop "
+                                           "offset=\"1\" stop-color=\"#000000\" stop-opacity=\"0\""));
+}
+
+TEST(SvgCanvas, ShadowOfNoPlaceIsNone) {
+  const double nothing = std::nan("");
+  for (const Shadow& shadow : {Shadow{{nothing, 1}, 2, red}, Shadow{{1, -HUGE_VAL}, 2, red}, Shadow{{1, 1}, HUGE_VAL, red}})
+    EXPECT_THAT(bodyOf([&](Canvas& canvas) {
+                  canvas.setShadow(shadow);
+                  canvas.fillPath(square(1, 2, 3), FillRule::NonZero);
+                }),
+                Not(HasSubstr("filter")));
+}
+
+TEST(SvgCanvas, DocumentClosesWhatIsOpenAndDrawingCanGoOn) {
+  const auto layers = [](SvgCanvas& canvas) {
+    canvas.setAlpha(0.5);
+    canvas.beginTransparencyLayer();
+    canvas.fillPath(square(1, 2, 3), FillRule::NonZero);
+    canvas.beginTransparencyLayer();
+    canvas.fillPath(square(4, 2, 3), FillRule::NonZero);
+  };
+  SvgCanvas open({0, 0, 20, 10}), closed({0, 0, 20, 10});
+  layers(open);
+  layers(closed);
+  closed.endTransparencyLayer();
+  closed.endTransparencyLayer();
+  EXPECT_EQ(open.document(), closed.document());
+  open.endTransparencyLayer();
+  open.endTransparencyLayer();
+  EXPECT_EQ(open.document(), closed.document());
+  EXPECT_THAT(closed.document(), HasSubstr("opacity=\"0.5\""));
 }
 
 TEST(SvgCanvas, ClipsShrinkEachOtherAndEndWithTheState) {
@@ -161,11 +249,15 @@ TEST(SvgCanvas, GradientRunsAlongItsAxis) {
               HasSubstr("gradientTransform=\"matrix(1 0 1 -1 0 10)\" x1=\"0\" y1=\"0\" x2=\"0\" y2=\"4\">"));
 }
 
+TEST(SvgCanvas, GradientOnAnAxisWithoutLengthIsItsLastColor) {
+  const GradientStop stops[] = {{0, {0, 0, 0, 1}}, {0.5, red}};
+  EXPECT_EQ(bodyOf([&](Canvas& canvas) {
+              canvas.fillGradient(square(1, 2, 3), FillRule::EvenOdd, {.stops = stops, .start = {4, 4}, .end = {4, 4}});
+            }),
+            "<path d=\"M1 8L4 8L4 5L1 5Z\" fill=\"#ff0000\" fill-rule=\"evenodd\"/>\n");
+}
+
 TEST(SvgCanvas, GlyphsAreOutlines) {
-  class Boxes : public Typeface {
-   public:
-    Path outline(std::uint32_t glyph) const override { return square(0, 0, glyph); }
-  };
   EXPECT_EQ(bodyOf([](Canvas& canvas) {
               const GlyphRun run{.typeface = std::make_shared<Boxes>(), .glyphs = {1, 2}, .positions = {{0, 0}, {3, 0}}};
               canvas.setFillColor(red);
@@ -259,6 +351,15 @@ TEST(SvgCanvas, PointsThatAreNotFiniteAreAnError) {
            [&](Canvas& canvas) { canvas.fillPath(square(infinity, 0, 1), FillRule::NonZero); },
            [&](Canvas& canvas) { canvas.strokePath(square(0, std::nan(""), 1), {}); },
            [&](Canvas& canvas) { canvas.fillGradient(square(0, -infinity, 1), FillRule::NonZero, gradient); },
+           [&](Canvas& canvas) {
+             canvas.fillGradient(square(0, 0, 1), FillRule::NonZero, {.start = {infinity, 0}});
+           },
+           [&](Canvas& canvas) {
+             canvas.fillGradient(square(0, 0, 1), FillRule::NonZero, {.end = {0, std::nan("")}});
+           },
+           [&](Canvas& canvas) {
+             canvas.drawGlyphs({.typeface = std::make_shared<Boxes>(), .glyphs = {1}, .positions = {{0, 0}}}, {infinity, 0});
+           },
            [&](Canvas& canvas) {
              canvas.clipRect({0, 0, infinity, 1});
            }})
