@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTableView.h"
 
 namespace tessaluna::platform {
 
@@ -46,6 +48,14 @@ void NSClipView::scrollToPoint(CGPoint point) {
 CGRect NSClipView::documentVisibleRect() const {
   const Ref<NSView>& document = documentView();
   return document ? NSIntersectionRect(document->convertRectFromView(bounds(), this), document->bounds()) : NSZeroRect;
+}
+
+void NSClipView::mouseDown(const Ref<NSEvent>& event) {
+  const Ref<NSView> document = documentView();
+  const bool isBelow =
+      document && convertPointFromView(event->locationInWindow(), nullptr).y >= CGRectGetMaxY(document->frame());
+  if (isBelow && dynamic_cast<const NSTableView*>(document.get())) document->mouseDown(event);
+  else NSView::mouseDown(event);
 }
 
 // Whichever of the two changed, the document reaches only so far.

@@ -22,6 +22,9 @@ class NSClipView : public NSView {
   CGPoint constrainScrollPoint(CGPoint point) const;  // where scrollToPoint would go
   CGRect documentVisibleRect() const;
 
+  // A table is only as high as its rows: a press below them is one on it.
+  void mouseDown(const Ref<NSEvent>& event) override;
+
   void layout() override;
   bool isSizedByContent() const override { return false; }
   void subviewFrameDidChange(NSView& view) override;

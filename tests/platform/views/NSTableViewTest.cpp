@@ -360,11 +360,10 @@ TEST_F(NSTableViewTest, APressBelowTheRowsDeselects) {
   host->rows = 3;
   table->reloadData();
   table->selectRowIndexes(NSIndexSet(1), NSTableView::Selecting::Replaces);
-  NSEvent::Fields press{.type = NSEventType::LeftMouseDown};
-  press.location = {100, 20};
-  press.clickCount = 1;
-  table->mouseDown(make<NSEvent>(press));  // as one that a view below it has passed on
+  user.click(*window, {100, 20});
   EXPECT_EQ(selected(), Rows{});
+  EXPECT_EQ(host->selectionChanges, 2);
+  EXPECT_EQ(window->firstResponder(), table.get());
 }
 
 TEST_F(NSTableViewTest, ControlTogglesAsCommandDoes) {
