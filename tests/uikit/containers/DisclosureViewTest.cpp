@@ -148,6 +148,14 @@ TEST_F(DisclosureViewTest, TheAnimationTakesTheContextsDefault) {
   EXPECT_FALSE(section->isChanging());
 }
 
+TEST_F(DisclosureViewTest, AtTheEndOfAnOpeningItIsFreeAtOnce) {
+  section->setDisclosureTo(false, false);
+  section->toggleDisclosure(nullptr);
+  for (int frame = 0; frame < 100 && section->isChanging(); ++frame) desktop.advance(0.01);
+  EXPECT_TRUE(section->isDisclosed());
+  EXPECT_EQ(limit(), openLimit);
+}
+
 TEST_F(DisclosureViewTest, WithLessMotionItFoldsAtOnce) {
   desktop.setPrefersReducedMotion(true);
   section->toggleDisclosure(nullptr);

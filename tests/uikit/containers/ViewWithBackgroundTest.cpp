@@ -62,6 +62,24 @@ TEST_F(ViewWithBackgroundTest, FillsTheDirtyRectangleAndNotTheBounds) {
              R"({"op":"restore"})"}));
 }
 
+TEST_F(ViewWithBackgroundTest, WhatTheBaseClassDrawsIsOnTheFillAndGetsTheSameRectangle) {
+  struct Drawing : NSView {
+    using NSView::NSView;
+    void drawRect(CGRect rect) override {
+      NSColor::blackColor()->setFill();
+      NSRectFill(rect);
+    }
+  };
+  const auto filled = make<FilledView<Drawing>>(CGRect{0, 0, 10, 10});
+  const auto expected = [] {
+    for (const auto& color : {NSColor::lightGrayColor(), NSColor::blackColor()}) {
+      color->setFill();
+      NSRectFill({1, 2, 3, 4});
+    }
+  };
+  EXPECT_EQ(harness::recordingOf([&] { filled->drawRect({1, 2, 3, 4}); }), harness::recordingOf(expected));
+}
+
 TEST_F(ViewWithBackgroundTest, AHalfTransparentColorLeavesItOpaque) {
   view->setBackgroundColor(NSColor::colorWithSRGBRed(1, 0, 0, 0.5));
   EXPECT_TRUE(view->isOpaque());
@@ -118,6 +136,17 @@ TEST_F(ViewWithBackgroundTest, TheFirstScalarDecides) {
   EXPECT_TRUE(view->performKeyEquivalent(keyDown(left + "x" + right, command)));
   EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 0}));
   EXPECT_TRUE(reachesBaseClass(keyDown("x" + right, command)));
+}
+
+TEST_F(ViewWithBackgroundTest, TheCharactersThatTheKeyTypesWithItsModifiersDecide) {
+  begin("one two", 4);
+  const auto event = [](const std::string& typed, const std::string& without) {
+    return make<NSEvent>(NSEvent::Fields{
+        .type = NSEventType::KeyDown, .modifiers = command, .characters = typed, .charactersIgnoringModifiers = without});
+  };
+  EXPECT_TRUE(reachesBaseClass(event("x", left)));
+  EXPECT_TRUE(view->performKeyEquivalent(event(left, "x")));
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 0}));
 }
 
 TEST_F(ViewWithBackgroundTest, ATextThatIsNotAFieldEditorKeepsItsKeys) {

@@ -177,6 +177,24 @@ TEST_F(CoverArtThumbnailViewTest, InAWindowThatNoScreenShowsTheRoomIsThatOf1400P
   EXPECT_EQ(panel()->frame(), (CGRect{120, 0, 50, 5094})) << "down to where screens begin";
 }
 
+TEST_F(CoverArtThumbnailViewTest, AWindowThatNoScreenShowsKeepsItsDevicePixels) {
+  desktop.setScreens({{{0, 0, 1440, 900}, {0, 0, 1440, 900}, 2}});
+  desktop.setScreens({});
+  ASSERT_EQ(window->screen(), nullptr);
+  ASSERT_EQ(window->backingScaleFactor(), 2);
+  thumbnail->setScaleToScreenResolution(true);
+  enlarge(300, 100);
+  EXPECT_EQ(panel()->frame().size, (CGSize{150, 50}));
+}
+
+TEST_F(CoverArtThumbnailViewTest, ThePanelIsAChildOfAWindowThatIsHiddenToo) {
+  window->orderOut(nullptr);
+  enlarge(300, 100);
+  ASSERT_NE(panel(), nullptr);
+  EXPECT_EQ(panel()->parentWindow(), window.get());
+  EXPECT_TRUE(panel()->isKeyWindow());
+}
+
 TEST_F(CoverArtThumbnailViewTest, TheNextClickClosesThePanel) {
   enlarge(300, 100);
   const Ref<CoverArtPanel> opened = panel();

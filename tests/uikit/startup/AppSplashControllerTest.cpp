@@ -97,6 +97,21 @@ TEST_F(AppSplashControllerTest, LoadingShowsTheHostsIconAndStartsTheSpinner) {
   EXPECT_TRUE(controller->progressIndicator()->isAnimating());
 }
 
+TEST_F(AppSplashControllerTest, StyleSizeAndValueOfTheIndicatorAreThoseOfTheInterfaceFile) {
+  NSNib::registerDocument("Bar", R"({"owner": {"appIconView": "icon", "progressIndicator": "bar"}, "objects": [
+      {"id": "icon", "class": "NSImageView"},
+      {"id": "bar", "class": "NSProgressIndicator", "frame": [1, 2, 30, 8], "style": "bar", "indeterminate": false,
+       "doubleValue": 30}]})");
+  controller = make<AppSplashController>("Bar");
+  controller->window();
+  const NSProgressIndicator& bar = *controller->progressIndicator();
+  EXPECT_TRUE(bar.isAnimating());
+  EXPECT_EQ(bar.style(), NSProgressIndicatorStyleBar);
+  EXPECT_EQ(bar.frame(), (CGRect{1, 2, 30, 8}));
+  EXPECT_FALSE(bar.isIndeterminate());
+  EXPECT_EQ(bar.doubleValue(), 30);
+}
+
 TEST_F(AppSplashControllerTest, WithoutAnIconTheViewGetsNone) { EXPECT_EQ(part<NSImageView>(0)->image(), nullptr); }
 
 TEST_F(AppSplashControllerTest, TheThreeTextsGoToTheirLabels) {

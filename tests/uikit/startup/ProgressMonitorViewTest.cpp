@@ -183,6 +183,15 @@ TEST_F(ProgressMonitorViewTest, APositionDoesNotShowAHiddenView) {
   EXPECT_EQ(bar().doubleValue(), 30);
 }
 
+TEST_F(ProgressMonitorViewTest, ARemovalShowsNoHiddenView) {
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  view->addBackgroundTaskProgress("import", 300, &second);
+  view->setHidden(true);
+  view->removeBackgroundTaskProgress("scan");
+  EXPECT_TRUE(view->isHidden());
+  EXPECT_EQ(bar().maxValue(), 300);
+}
+
 TEST_F(ProgressMonitorViewTest, AFinishedTaskStaysUntilItIsRemoved) {
   view->addBackgroundTaskProgress("scan", 100, &first);
   view->setBackgroundTaskProgressPosition(100, "scan");
