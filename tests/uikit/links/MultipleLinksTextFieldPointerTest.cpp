@@ -11,6 +11,7 @@ using TessalunaUIKit::MultipleLinksTextField;
 namespace {
 
 using MultipleLinksTextFieldTest = harness::LinksWorld;
+using MultipleLinksTextFieldDeathTest = MultipleLinksTextFieldTest;
 
 }  // namespace
 
@@ -253,6 +254,46 @@ TEST_F(MultipleLinksTextFieldTest, TheTrackingAreaIsMadeOnceWithTheFirstLinksAnd
   field->removeTrackingArea(area);
   field->updateTrackingAreas();
   EXPECT_EQ(field->trackingAreas()[0], area);
+}
+
+TEST_F(MultipleLinksTextFieldTest, WithLinksOffAnAreaIsNeitherMadeNorAddedAgain) {
+  const auto plain = make<MultipleLinksTextField>(CGRect{0, 0, 50, 20});
+  parent->addSubview(plain);
+  plain->updateTrackingAreas();
+  EXPECT_TRUE(plain->trackingAreas().empty());
+  field->setLinksEnabled(false);
+  field->removeTrackingArea(Ref<NSTrackingArea>(field->trackingAreas()[0]));
+  field->updateTrackingAreas();
+  EXPECT_TRUE(field->trackingAreas().empty());
+}
+
+TEST_F(MultipleLinksTextFieldTest, InBoundsThatStartElsewhereHandsStayAtTheOrigin) {
+  field->setBoundsOrigin({-4, 5});
+  window->resetCursorRects();
+  EXPECT_EQ(field->cursorAt({3, 0}), NSCursor::pointingHandCursor());
+  EXPECT_EQ(field->cursorAt({3, 20.5}), nullptr);
+}
+
+TEST_F(MultipleLinksTextFieldTest, NewStringsKeepTheEndOfLinksUntilTheNextCut) {
+  field->truncatedString(30);  // "abc, …", whose "…" begins at 25
+  field->setStringValues(Strings{"abcdefgh"});
+  EXPECT_TRUE(isLinkAt(24.5));
+  EXPECT_FALSE(isLinkAt(25));
+  field->truncatedString(100);
+  EXPECT_TRUE(isLinkAt(25));
+}
+
+TEST_F(MultipleLinksTextFieldDeathTest, APointerThatNoIntegerHoldsStopsTheProgram) {
+  constexpr CGFloat limit = 0x1p63;
+  field->setFrame({-4 * limit, 0, 8 * limit, 20});
+  const auto moveAt = [this](CGFloat x) {
+    field->mouseMoved(make<NSEvent>(NSEvent::Fields{.location = {x, 5}, .window = window}));
+  };
+  moveAt(limit / 2 - 4 * limit);
+  EXPECT_DEATH(moveAt(limit - 4 * limit), "MultipleLinksTextField");
+  field->setBoundsOrigin({-4 * limit, 0});
+  moveAt(-limit);
+  EXPECT_DEATH(moveAt(-1.5 * limit), "MultipleLinksTextField");
 }
 
 TEST_F(MultipleLinksTextFieldTest, HandsAreOverTheLinksAndNotOverSeparators) {
