@@ -3,7 +3,7 @@
 // laid out under a still pointer sends nothing.
 //
 // The one exception is what the user scrolls under the pointer: to the areas of that content the pointer has moved, and they
-// get exits, entries and moves with the window's next frame. A press before that frame is preceded by the exits alone.
+// get exits, entries and moves with the window's next frame, or as far as a button does not delay them before a press.
 //
 // While a button is down an entry is sent only to areas that ask for that, and no move; the others get the entry, and a drag's
 // end one move, at the release. The exit of an entry that was sent comes at once in any case. An area that was taken from

@@ -80,6 +80,9 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
       if (hasEnded()) return;
       tracking_.sendOwedExits(event);
       if (hasEnded()) return;
+      tracking_.pointerIsAt(event->locationInWindow());
+      tracking_.crossScrolledContent(/*isButtonDown=*/true);
+      if (hasEnded()) return;
       receiver = viewAt(*event);
       if (of->button == 0) backgroundDrag_.pressed(receiver.get());
       press = {};

@@ -223,6 +223,21 @@ TEST_F(ScrolledPointerTrackingTest, APressBeforeTheFrameIsPrecededByTheExitsAlon
   EXPECT_EQ(taken(), (Log{"row 2 mouseUp", "row 2 mouseEntered"}));
 }
 
+TEST_F(ScrolledPointerTrackingTest, APressBeforeTheFrameIsPrecededByEntriesThatAButtonDoesNotDelay) {
+  for (const Ref<Row>& row : rows) {
+    row->removeTrackingArea(row->trackingAreas()[0]);
+    watch(*row, row == rows[0] ? "first" : "other", NSTrackingMouseEnteredAndExited | NSTrackingEnabledDuringMouseDrag);
+  }
+  user.moveTo(*window, inFirstRow);
+  taken();
+  wheelDown(80);
+  user.press(*window, inFirstRow);
+  EXPECT_EQ(taken(), (Log{"first mouseExited", "other mouseEntered", "other mouseDown"}));
+  frame();
+  user.release();
+  EXPECT_EQ(taken(), Log{"other mouseUp"});
+}
+
 TEST_F(ScrolledPointerTrackingTest, ARowThatIsTakenOutByTheScrollIsLeftWithTheFrame) {
   user.moveTo(*window, inFirstRow);
   taken();

@@ -64,6 +64,11 @@ TEST_F(FlatTextFieldCellTest, PaintsAFrameAroundAWhiteShapeAndThenTheTextOnTheWh
   EXPECT_EQ(cell->interiors, (std::vector<CGRect>{{0, 0, 100, 24}}));
 }
 
+TEST_F(FlatTextFieldCellTest, LeavesWhiteBehindForFillsAndStrokes) {
+  const Lines white = harness::recordingOf([] { NSColor::whiteColor()->set(); });
+  EXPECT_EQ(harness::only("setStrokeColor", drawn({0, 0, 100, 24})), harness::only("setStrokeColor", white));
+}
+
 TEST_F(FlatTextFieldCellTest, StaysAtTheCornerWhateverTheFramesOrigin) {
   const Lines moved = shapes(drawn({30, 40, 100, 24}));
   EXPECT_EQ(cell->interiors, (std::vector<CGRect>{{30, 40, 100, 24}}));

@@ -1,6 +1,7 @@
 // A window with a search field, a controller, and rows whose every change is written down.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,13 @@ class ProbeCell : public tessaluna::platform::NSTextFieldCell {
   void setBackgroundStyle(tessaluna::platform::NSBackgroundStyle style) override {
     calls_.push_back(name_ + " style " + std::to_string(style));
     NSTextFieldCell::setBackgroundStyle(style);
+    if (onStyle) onStyle();
   }
+  void setObjectValue(tessaluna::platform::Ref<tessaluna::platform::NSObject> value) override {
+    NSTextFieldCell::setObjectValue(std::move(value));
+    if (onValue) onValue();
+  }
+  std::function<void()> onStyle, onValue;
 
  private:
   std::string name_;
@@ -86,6 +93,8 @@ class PopUpWorld : public StillWorld {
     auto label = tessaluna::platform::make<tessaluna::platform::NSTextField>(tessaluna::platform::CGRect{0, 0, 50, 10});
     label->setCell(tessaluna::platform::make<ProbeCell>("row " + std::to_string(items.size()), styleCalls));
     row->addSubview(label);
+    cells.push_back(std::dynamic_pointer_cast<ProbeCell>(label->cell()));
+    if (onMake) onMake(*row, *cells.back());
     auto& item = dynamic_cast<TessalunaUIKit::SuggestionItemViewController&>(owner);
     item.setLabelTextField(label);
     items.push_back(tessaluna::platform::refTo(item));
@@ -128,9 +137,23 @@ class PopUpWorld : public StillWorld {
     return suggestion ? suggestion->label : "none";
   }
 
+  // Whether a press in the field's window gets past the pop-up's monitor.
+  bool isPassed(tessaluna::platform::CGPoint point) {
+    using namespace tessaluna::platform;
+    bool isPassed = false;
+    const Ref<NSObject> token = NSEvent::addLocalMonitorForEventsMatchingMask(
+        NSEventMaskAny, [&](const Ref<NSEvent>&) { return isPassed = true, nullptr; });
+    NSApp->sendEvent(
+        make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = point, .window = window}));
+    NSEvent::removeMonitor(token);
+    return isPassed;
+  }
+
   tessaluna::platform::CGFloat rowHeight = 20;
   Calls styleCalls;
   std::vector<Ref<TessalunaUIKit::SuggestionItemViewController>> items;  // all that were ever made
+  std::vector<Ref<ProbeCell>> cells;                                     // those of their labels
+  std::function<void(Row&, ProbeCell&)> onMake;
   Ref<tessaluna::platform::NSWindow> window = showWindow({100, 300, 400, 300});
   Ref<ProbeField> field = tessaluna::platform::make<ProbeField>(tessaluna::platform::CGRect{50, 100, 200, 24});
   Ref<ProbeTarget> target = std::make_shared<ProbeTarget>();

@@ -48,6 +48,24 @@ TEST_F(SuggestionItemViewControllerTest, FillsItsOutlets) {
   EXPECT_EQ(row->suggestion()->itemId, 7);
 }
 
+TEST_F(SuggestionItemViewControllerTest, FillsTheLabelFirst) {
+  struct ProbeCell : NSTextFieldCell {
+    std::function<void()> onValue;
+    void setObjectValue(Ref<NSObject> value) override {
+      NSTextFieldCell::setObjectValue(std::move(value));
+      if (onValue) onValue();
+    }
+  };
+  const auto row = make<SuggestionItemViewController>("whole");
+  row->view();
+  const auto cell = make<ProbeCell>();
+  row->detailedLabelTextField()->setCell(cell);
+  std::string label;
+  cell->onValue = [&] { label = row->labelTextField()->stringValue(); };
+  row->setSuggestion(full());
+  EXPECT_EQ(label, "Kind of Blue");
+}
+
 TEST_F(SuggestionItemViewControllerTest, AnAbsentDetailShowsAnEmptyTextAndDoesNotHideTheField) {
   const auto row = make<SuggestionItemViewController>("whole");
   row->view();

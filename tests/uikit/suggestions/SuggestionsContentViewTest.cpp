@@ -144,6 +144,37 @@ TEST_F(SuggestionsContentViewTest, NotifiesAssistiveClientsOfEachChangeAndOfItsE
   EXPECT_EQ(heard, (harness::Calls{"AXSelectedChildrenChanged", "AXUIElementDestroyed"}));
 }
 
+// Has other children than the views in it, and takes the keyboard.
+class OtherContentView : public SuggestionsContentView {
+ public:
+  using SuggestionsContentView::SuggestionsContentView;
+  AccessibilityElements children;
+  AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override {
+    if (attribute == NSAccessibilityChildrenAttribute) return children;
+    return SuggestionsContentView::accessibilityAttributeValue(attribute);
+  }
+  bool isAccessibilityEnabled() const override { return false; }
+  bool acceptsFirstResponder() const override { return true; }
+};
+
+TEST_F(SuggestionsContentViewTest, AsksItselfForTheChildrenOfWhichItAnswers) {
+  const auto view = make<OtherContentView>(CGRect{});
+  const auto plain = make<HighlightingView>(CGRect{}), highlighted = make<HighlightingView>(CGRect{});
+  highlighted->setIsHighlighted(true);
+  view->children = {make<NSView>(CGRect{}), plain, highlighted};
+  EXPECT_EQ(view->accessibilityAttributeValue(NSAccessibilityVisibleChildrenAttribute), view->children);
+  EXPECT_EQ(view->accessibilityAttributeValue(NSAccessibilitySelectedChildrenAttribute), AccessibilityElements{highlighted});
+}
+
+TEST_F(SuggestionsContentViewTest, IsEnabledInAnyCaseAndPassesOtherAttributesToItsBase) {
+  const auto view = make<OtherContentView>(CGRect{});
+  EXPECT_EQ(view->accessibilityAttributeValue(NSAccessibilityEnabledAttribute), true);
+  EXPECT_TRUE(view->accessibilityIsAttributeSettable(NSAccessibilityFocusedAttribute));
+  window->contentView()->addSubview(view);
+  view->accessibilitySetValue(true, NSAccessibilityFocusedAttribute);
+  EXPECT_EQ(window->firstResponder(), view.get());
+}
+
 using SuggestionsContentViewDeathTest = SuggestionsContentViewTest;
 
 TEST_F(SuggestionsContentViewDeathTest, ChildrenThatAreNotAListStopTheProgram) {

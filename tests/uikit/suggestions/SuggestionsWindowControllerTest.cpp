@@ -356,15 +356,6 @@ struct SuggestionsWindowControllerFieldsWindow : harness::PopUpWorld {
     field->editor = make<NSTextView>(CGRect{});
     EXPECT_TRUE(isPassed({5, 5})) << "its monitor has gone";
   }
-  bool isPassed(CGPoint point) {
-    bool isPassed = false;
-    const Ref<NSObject> token = NSEvent::addLocalMonitorForEventsMatchingMask(
-        NSEventMaskAny, [&](const Ref<NSEvent>&) { return isPassed = true, nullptr; });
-    NSApp->sendEvent(
-        make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = point, .window = window}));
-    NSEvent::removeMonitor(token);
-    return isPassed;
-  }
 };
 
 TEST_F(SuggestionsWindowControllerFieldsWindow, OrderedOutEndsThePopUp) {
@@ -512,18 +503,9 @@ TEST_F(SuggestionsWindowControllerMouseMonitor, APressThatTheTestAmongTheRowsRes
   // Intentional: a place in the field's window is looked for in the pop-up's content.
   field->editor = make<NSTextView>(CGRect{100, 0, 100, 20});
   row(1)->addSubview(field->editor);
-  const auto press = [&](CGPoint point) {
-    Ref<NSEvent> passed;
-    const Ref<NSObject> token = NSEvent::addLocalMonitorForEventsMatchingMask(
-        NSEventMaskAny, [&](const Ref<NSEvent>& event) { return passed = event, nullptr; });
-    NSApp->sendEvent(
-        make<NSEvent>(NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = point, .window = window}));
-    NSEvent::removeMonitor(token);
-    return passed != nullptr;
-  };
-  EXPECT_TRUE(press({150, 15}));  // in the pop-up's base space
+  EXPECT_TRUE(isPassed({150, 15}));  // in the pop-up's base space
   EXPECT_TRUE(popUp()->isVisible());
-  EXPECT_FALSE(press({150, 35}));
+  EXPECT_FALSE(isPassed({150, 35}));
   EXPECT_FALSE(popUp()->isVisible());
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/StillWorld.h"
 
 namespace TessalunaUIKit {
@@ -39,6 +40,20 @@ TEST_F(SuggestionsWindowTest, HangsUnderTheCellForAssistiveClientsAsLongAsThatLi
   cell = nullptr;
   EXPECT_EQ(window->parentElement(), nullptr);
   EXPECT_EQ(window->accessibilityParent(), NSApp);
+}
+
+TEST_F(SuggestionsWindowTest, HangsUnderWhatAnIgnoredCellIsIn) {
+  struct IgnoredCell : SuggestibleTextFieldCell {
+    using SuggestibleTextFieldCell::SuggestibleTextFieldCell;
+    bool isAccessibilityElement() const override { return false; }
+  };
+  const auto window = make<SuggestionsWindow>(CGRect{0, 0, 20, 20}, true);
+  const auto cell = make<IgnoredCell>("");
+  const auto field = make<NSTextField>(CGRect{0, 0, 50, 20});
+  field->setCell(cell);
+  const auto shown = showWindowWith(field);
+  window->setParentElement(cell);
+  EXPECT_EQ(window->accessibilityParent(), shown);
 }
 
 }  // namespace

@@ -1,0 +1,111 @@
+// In which order a completion pop-up makes its rows, and what remains of an earlier one.
+#include <gtest/gtest.h>
+
+#include "tessaluna/platform/views/NSTextView.h"
+#include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
+#include "tests/uikit/suggestions/PopUpWorld.h"
+
+namespace TessalunaUIKit {
+namespace {
+
+using namespace tessaluna::platform;
+using harness::Calls;
+
+using SuggestionsWindowControllerLayout = harness::PopUpWorld;
+
+TEST_F(SuggestionsWindowControllerLayout, TheFirstRowIsSelectedWithTheFrameOfItsPrototypeAndInNoView) {
+  CGRect frame;
+  bool isInAView = true;
+  onMake = [&](Row& row, harness::ProbeCell& cell) {
+    if (items.empty())
+      cell.onStyle = [&] {
+        frame = row.frame();
+        isInAView = row.superview() != nullptr;
+      };
+  };
+  show({"a", "b"});
+  EXPECT_EQ(frame, (CGRect{0, 0, 50, 20}));
+  EXPECT_FALSE(isInAView);
+}
+
+TEST_F(SuggestionsWindowControllerLayout, ARowIsFilledInItsPlaceAndBeforeItIsOneOfTheRows) {
+  std::vector<CGRect> frames;
+  std::vector<std::size_t> areas;
+  Calls selected;
+  onMake = [&](Row& row, harness::ProbeCell& cell) {
+    cell.onValue = [&] {
+      EXPECT_EQ(row.superview(), content().get());
+      frames.push_back(row.frame());
+      areas.push_back(content()->trackingAreas().size());
+      selected.push_back(selectedLabel());
+    };
+  };
+  show({"a", "b"});
+  EXPECT_EQ(frames, (std::vector<CGRect>{{0, 0, 200, 20}, {0, 20, 200, 20}}));
+  EXPECT_EQ(areas, (std::vector<std::size_t>{1, 2}));
+  EXPECT_EQ(selected, (Calls{"none", "a"}));
+}
+
+TEST_F(SuggestionsWindowControllerLayout, TheSelectionGoesWithTheRows) {
+  show({"a", "b"});
+  const Ref<HighlightingView> earlier = row(0);
+  controller->setSuggestions(std::nullopt);
+  EXPECT_EQ(controller->selectedView(), nullptr);
+  EXPECT_FALSE(earlier->isHighlighted());
+  EXPECT_EQ(target->calls, Calls{});
+}
+
+TEST_F(SuggestionsWindowControllerLayout, AsManyRowsAsThereMayBeAllShow) {
+  controller->setMaximumRows(3);
+  show({"a", "b", "c"});
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 338, 200, 60}));
+}
+
+TEST_F(SuggestionsWindowControllerLayout, APopUpThatIsHigherThanItsContentKeepsItsHeightWhenItMoves) {
+  show({"a"});
+  popUp()->setFrame({0, 0, 90, 150}, false);
+  controller->parentControlMoved();
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 248, 90, 150}));
+}
+
+TEST_F(SuggestionsWindowControllerLayout, ABeginForAFieldWithAStockCellTakesTheEarlierElementFromTheWindow) {
+  const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
+  const auto popUpWindow = std::dynamic_pointer_cast<SuggestionsWindow>(popUp());
+  show({"a"});
+  controller->cancelSuggestions();
+  popUpWindow->setParentElement(cell);
+  field->setCell(make<NSTextFieldCell>());
+  controller->beginForTextField(field);
+  EXPECT_EQ(popUpWindow->parentElement(), nullptr);
+}
+
+TEST_F(SuggestionsWindowControllerLayout, ACancelOfAPopUpThatAProgramHasHiddenEndsTheMonitorAndLeavesTheLinks) {
+  const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
+  show({"a"});
+  field->editor = make<NSTextView>(CGRect{});
+  popUp()->orderOut(nullptr);
+  controller->cancelSuggestions();
+  EXPECT_TRUE(isPassed({5, 5}));
+  EXPECT_EQ(cell->suggestionsWindow(), popUp());
+  EXPECT_EQ(popUp()->parentWindow(), window.get());
+  popUp()->orderFront(nullptr);
+  NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidResignKeyNotification, window);
+  EXPECT_TRUE(popUp()->isVisible()) << "its observer has gone";
+  controller->cancelSuggestions();
+  EXPECT_EQ(cell->suggestionsWindow(), nullptr);
+}
+
+TEST_F(SuggestionsWindowControllerLayout, APressThatTheTestAmongTheRowsResolvesToTheFieldPasses) {
+  show({"a", "b"});
+  field->editor = make<NSTextView>(CGRect{});
+  field->setSelectable(true);
+  field->setFrame({100, 20, 100, 20});
+  content()->addSubview(field);
+  EXPECT_TRUE(isPassed({150, 10}));  // in the pop-up's base space
+  EXPECT_TRUE(popUp()->isVisible());
+  EXPECT_FALSE(isPassed({150, 30}));
+  EXPECT_FALSE(popUp()->isVisible());
+}
+
+}  // namespace
+}  // namespace TessalunaUIKit
