@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
   button->setNext(true);
   button->setAction([] { std::puts("next"); });
   tessaluna::backend::qt::QtViewWidget widget(button);
+  widget.setAccessibleName("Next");
   widget.resize(48, 48);
   widget.show();
   return QApplication::exec();

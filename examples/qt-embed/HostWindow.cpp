@@ -24,7 +24,9 @@ HostWindow::HostWindow() : title_(new QLabel) {
   layout->addLayout(transport);
   const auto previous = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 24, 24});
   tessaluna::backend::qt::connectAction(*previous, this, [this] { goBy(-1); });
-  transport->addWidget(new tessaluna::backend::qt::QtViewWidget(previous));
+  auto* first = new tessaluna::backend::qt::QtViewWidget(previous);
+  first->setAccessibleName("Previous");
+  transport->addWidget(first);
 
   auto* play = new QPushButton("Play");
   play->setIcon(iconOfDrawing({32, 32}, TessalunaStyleKit::drawPlay, {.role = IconRole::ButtonText}));
@@ -37,7 +39,9 @@ HostWindow::HostWindow() : title_(new QLabel) {
   const auto next = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 24, 24});
   next->setNext(true);
   tessaluna::backend::qt::connectAction(*next, this, [this] { goBy(1); });
-  transport->addWidget(new tessaluna::backend::qt::QtViewWidget(next));
+  auto* widget = new tessaluna::backend::qt::QtViewWidget(next);
+  widget->setAccessibleName("Next");
+  transport->addWidget(widget);
   next->setTintColor(tessaluna::platform::NSColor::alternateSelectedControlColor());
 
   goBy(0);
