@@ -57,6 +57,7 @@ void DisclosureView::toggleDisclosure(NSObject*) { setDisclosureTo(!isDisclosed_
 
 void DisclosureView::setDisclosureTo(bool to, bool animate) {
   if (to == isDisclosed_ || isChanging_) return;
+  const Ref<DisclosureView> held = refTo(*this);  // the host may release it as the button changes
   if (to) open(animate);
   else close(animate);
 }

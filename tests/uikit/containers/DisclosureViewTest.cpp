@@ -491,15 +491,17 @@ TEST_F(DisclosureViewTest, TheTitleSaysWhatTheButtonWillDoNext) {
   EXPECT_EQ(button()->title(), "Hide");
 }
 
+// Lets a test act as the button is brought up to date.
+struct Witness : NSButton {
+  using NSButton::NSButton;
+  void setHidden(bool isHidden) override {
+    NSButton::setHidden(isHidden);
+    if (call) call();
+  }
+  std::function<void()> call;
+};
+
 TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateAfterMeasuringAndBeforeTheState) {
-  struct Witness : NSButton {
-    using NSButton::NSButton;
-    void setHidden(bool isHidden) override {
-      NSButton::setHidden(isHidden);
-      if (call) call();
-    }
-    std::function<void()> call;
-  };
   const auto witness = make<Witness>(CGRect{});
   std::vector<std::string> seen;
   witness->call = [&] {
@@ -517,6 +519,20 @@ TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateAfterMeasuringAndBeforeTheS
   EXPECT_THAT(seen,
               ElementsAre("Show open changing, 124", "Hide closed changing, 124", "Show open, 124", "Hide closed, 224"));
   witness->call = nullptr;
+}
+
+TEST_F(DisclosureViewTest, OneThatTheHostReleasesAsItsButtonChangesHarmsNobody) {
+  const WeakRef<DisclosureView> weak = section;
+  const auto witness = make<Witness>(CGRect{});
+  section->headerView()->setDisclosureButton(witness);
+  witness->call = [&] {
+    section->headerView()->setParentDisclosure(nullptr);
+    section->removeFromSuperview();
+    section.reset();
+  };
+  section->setDisclosureTo(false, false);
+  EXPECT_TRUE(weak.expired());
+  EXPECT_EQ(witness->title(), "Show");
 }
 
 TEST_F(DisclosureViewTest, TheTitleIsInTheUsersLanguage) {
