@@ -15,7 +15,8 @@ namespace tessaluna::backend::svg {
 
 class SvgCanvas : public Canvas {
  public:
-  // A picture of an area of base space, in points. The scale changes the size it is shown at, and nothing in it.
+  // A picture of an area of base space, in points. The scale changes the size it is shown at, and in it only lines of no
+  // width, which are one pixel wide.
   explicit SvgCanvas(CGRect area, double scale = 1);
 
   // The whole document. Layers that are open are in it as if they ended here; drawing may go on.

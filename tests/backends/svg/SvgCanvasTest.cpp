@@ -60,6 +60,11 @@ TEST(SvgCanvas, FillCountsFromTheUpperLeft) {
   EXPECT_THAT(shifted.document(), HasSubstr("d=\"M0 10L1 10L1 9L0 9Z\" fill=\"#000000\""));
 }
 
+TEST(SvgCanvas, CoordinatesHaveFiveDecimals) {
+  EXPECT_THAT(bodyOf([](Canvas& canvas) { canvas.fillPath(square(0.123454, 0, 1.0 / 3), FillRule::NonZero); }),
+              HasSubstr("d=\"M0.12345 10L0.45679 10L0.45679 9.66667L0.12345 9.66667Z\""));
+}
+
 TEST(SvgCanvas, FillSaysItsRuleAndOpacity) {
   const std::string body = bodyOf([](Canvas& canvas) {
     canvas.setFillColor(paleBlue);
@@ -208,6 +213,40 @@ TEST(SvgCanvas, LayerIsOneGroupUnderItsAlpha) {
             "<path d=\"M2 8L6 8L6 4L2 4Z\" fill=\"#000000\"/>\n</g></g>\n");
 }
 
+TEST(SvgCanvas, ClipAroundALayerCutsItAsAWhole) {
+  const std::string body = bodyOf([](Canvas& canvas) {
+    canvas.clipRect({0, 0, 5, 5});
+    canvas.beginTransparencyLayer();
+    canvas.fillPath(square(1, 1, 2), FillRule::NonZero);
+    canvas.endTransparencyLayer();
+    canvas.fillPath(square(0, 0, 1), FillRule::NonZero);
+  });
+  EXPECT_THAT(body,
+              HasSubstr("<g clip-path=\"url(#c1)\"><g>\n<path d=\"M1 9L3 9L3 7L1 7Z\" fill=\"#000000\"/>\n</g></g>\n"));
+  EXPECT_THAT(body, HasSubstr("<g clip-path=\"url(#c1)\"><path d=\"M0 10L1 10L1 9L0 9Z\""))
+      << "the clip lasts after the layer";
+}
+
+TEST(SvgCanvas, StatesSavedInALayerEndWithItAndThoseAroundItStay) {
+  const std::string body = bodyOf([](Canvas& canvas) {
+    canvas.setFillColor(red);
+    canvas.saveState();
+    canvas.setFillColor({0, 1, 0, 1});
+    canvas.beginTransparencyLayer();
+    canvas.restoreState();  // belongs to what is around the layer: nothing
+    canvas.fillPath(square(0, 0, 1), FillRule::NonZero);
+    canvas.setFillColor({0, 0, 1, 1});
+    canvas.saveState();
+    canvas.endTransparencyLayer();
+    canvas.fillPath(square(0, 0, 2), FillRule::NonZero);
+    canvas.restoreState();
+    canvas.fillPath(square(0, 0, 3), FillRule::NonZero);
+  });
+  EXPECT_THAT(body, HasSubstr("<path d=\"M0 10L1 10L1 9L0 9Z\" fill=\"#00ff00\"/>"));
+  EXPECT_THAT(body, HasSubstr("<path d=\"M0 10L2 10L2 8L0 8Z\" fill=\"#00ff00\"/>"));
+  EXPECT_THAT(body, HasSubstr("<path d=\"M0 10L3 10L3 7L0 7Z\" fill=\"#ff0000\"/>"));
+}
+
 TEST(SvgCanvas, EmptyLayerIsNothing) {
   EXPECT_EQ(bodyOf([](Canvas& canvas) {
               canvas.beginTransparencyLayer();
@@ -301,6 +340,26 @@ TEST(SvgCanvas, SourceOutIsAnErrorBehindSomethingElse) {
               canvas.endTransparencyLayer();
             }),
             "none");
+}
+
+TEST(SvgCanvas, ALayerIsSomethingThatIsAlreadyThere) {
+  for (const auto& [mode, name] : {std::pair{BlendMode::SourceOut, "\"source out\""}, {BlendMode::Copy, "\"copy\""}})
+    EXPECT_THAT(errorOf([mode = mode](Canvas& canvas) {
+                  canvas.beginTransparencyLayer();
+                  canvas.fillPath(square(1, 1, 4), FillRule::NonZero);
+                  canvas.endTransparencyLayer();
+                  canvas.setBlendMode(mode);
+                  canvas.strokePath(square(1, 1, 4), {});
+                }),
+                HasSubstr(name));
+}
+
+TEST(SvgCanvas, FilterOfAShadowReachesAsFarAsTheShadow) {
+  SvgCanvas canvas({0, 0, 20, 10});
+  canvas.setShadow({.offset = {3, -4}, .blur = 5, .color = red});
+  canvas.fillPath(square(1, 1, 4), FillRule::NonZero);
+  // Three times the blur, the offset and a point for the edge, on every side.
+  EXPECT_THAT(canvas.document(), HasSubstr("x=\"-23\" y=\"-23\" width=\"66\" height=\"56\""));
 }
 
 TEST(SvgCanvas, CopyIsAnErrorWhereWhatIsBehindWouldShow) {

@@ -219,20 +219,21 @@ TEST(SvgLooksLikeRaster, Gradients) {
 }
 
 TEST(SvgLooksLikeRaster, TheInnerShadow) {
-  expectAlike([](Canvas& canvas) {
-    canvas.setFillColor(green);
-    canvas.fillPath(star(), FillRule::NonZero);
-    canvas.saveState();
-    canvas.clipPath(star(), FillRule::NonZero);
-    canvas.setAlpha(0.8);
-    canvas.beginTransparencyLayer();
-    canvas.setBlendMode(BlendMode::SourceOut);
-    canvas.setShadow({.offset = {2, -2}, .blur = 3, .color = Color{0, 0, 0, 1}});
-    canvas.setFillColor({0, 0, 0, 1});
-    canvas.fillPath(star(), FillRule::NonZero);
-    canvas.endTransparencyLayer();
-    canvas.restoreState();
-  });
+  for (const Color& shadow : {Color{0, 0, 0, 1}, Color{0, 0, 1, 0.5}})
+    expectAlike([&](Canvas& canvas) {
+      canvas.setFillColor(green);
+      canvas.fillPath(star(), FillRule::NonZero);
+      canvas.saveState();
+      canvas.clipPath(star(), FillRule::NonZero);
+      canvas.setAlpha(0.8);
+      canvas.beginTransparencyLayer();
+      canvas.setBlendMode(BlendMode::SourceOut);
+      canvas.setShadow({.offset = {2, -2}, .blur = 3, .color = shadow});
+      canvas.setFillColor({0, 0, 0, 1});
+      canvas.fillPath(star(), FillRule::NonZero);
+      canvas.endTransparencyLayer();
+      canvas.restoreState();
+    });
 }
 
 TEST(SvgLooksLikeRaster, CopiesAndGlyphs) {

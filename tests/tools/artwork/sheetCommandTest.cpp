@@ -64,6 +64,33 @@ TEST(SheetCommand, OnADarkGroundWhatFollowsItNeedsNoTiles) {
   EXPECT_GT(groundPixels({"--follow"}), groundPixels({}));
 }
 
+int countOf(const PngPicture& picture, PngPicture::Pixel wanted) {
+  int count = 0;
+  for (const PngPicture::Pixel& pixel : picture.pixels) count += pixel == wanted;
+  return count;
+}
+
+TEST(SheetCommand, AGlyphThatTheGroundWouldHideStandsOnATile) {
+  const ToolFolder folder;
+  folder.run({"sheet", "-o", "white.png", "--family", "Browse icons", "--background", "light"});
+  folder.run({"sheet", "-o", "dark.png", "--family", "Browse icons", "--background", "dark"});
+  const auto white = readPng(folder / "white.png"), dark = readPng(folder / "dark.png");
+  ASSERT_TRUE(white && dark);
+  const int tilesOnWhite = countOf(*white, {51, 51, 51, 255}), tilesOnDark = countOf(*dark, {224, 224, 224, 255});
+  EXPECT_GT(tilesOnWhite, 1000) << "the album is white";
+  EXPECT_GT(tilesOnDark, 5 * tilesOnWhite) << "all others are black";
+}
+
+TEST(SheetCommand, EveryFlagIsOnInHalfOfTheTiles) {
+  const ToolFolder folder;
+  folder.run({"sheet", "-o", "a.png", "--family", "Arrows and crosses"});
+  const auto picture = readPng(folder / "a.png");
+  ASSERT_TRUE(picture);
+  // The third flag makes arrows white, and the first, where it is off, gray.
+  EXPECT_GT(countOf(*picture, {255, 255, 255, 255}), 100);
+  EXPECT_GT(countOf(*picture, {85, 85, 85, 255}), 100);
+}
+
 TEST(SheetCommand, ToFollowNeedsAGround) {
   const ToolFolder folder;
   const ToolRun run = folder.run({"sheet", "-o", "a.png", "--follow"});

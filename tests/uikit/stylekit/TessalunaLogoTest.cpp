@@ -114,7 +114,9 @@ TEST(TessalunaLogo, MovesWithTheOriginOfItsBounds) {
 }
 
 TEST(TessalunaLogo, IsBuiltWholeWhateverIsDirty) {
-  EXPECT_TRUE(std::ranges::equal(drawnWith(design, {0, 0, 3, 3}).points(), drawnWith(design, design).points()));
+  const auto whole = drawnWith(design, design);
+  for (const CGRect dirty : {CGRect{0, 0, 3, 3}, CGRect{0, 0, 0, 0}, CGRect{900, 900, 5, 5}})
+    EXPECT_TRUE(std::ranges::equal(drawnWith(design, dirty).points(), whole.points()));
 }
 
 TEST(TessalunaLogo, EmptyBoundsPaintNothing) {

@@ -40,6 +40,23 @@ TEST(image_factory, RenderingAnImageTwicePaintsTheSamePixels) {
   EXPECT_GT(harness::alphaOf(first.pixel(72, 50)), 0);
 }
 
+TEST(image_factory, AnImageIsUprightInAFlippedViewAndSoIsItsShadow) {
+  // At 9 from the bottom, in a space of 50 points that may count them from the top.
+  const auto pictureOf = [](const Ref<NSImage>& image, bool isFlipped) {
+    return harness::pixelsOf({60, 50, 2}, [&] {
+      const auto context = NSGraphicsContext::currentContext();
+      if (isFlipped) context->CGContext().concat({1, 0, 0, -1, 0, 50});
+      context->setFlipped(isFlipped);
+      image->drawInRect({7, isFlipped ? 50.0 - 9 - 32 : 9.0, 40, 32});
+    });
+  };
+  for (const auto& image : {Kit::imageOfFavoriteAlbumOverlay({40, 32}), Kit::imageOfPlayPauseAlbumOverlay({40, 32})}) {
+    const auto picture = pictureOf(image, false);
+    EXPECT_GT(harness::alphaOf(picture.pixel(54, 50)), 0);
+    EXPECT_TRUE(harness::arePixelsEqual(picture, pictureOf(image, true)));
+  }
+}
+
 TEST(image_factory, CloseCrossKeepsItsSizeInTheUpperLeftCornerOfALargeImage) {
   const auto image = Kit::imageOfCloseCross({100, 100});
   EXPECT_EQ(image->size(), (CGSize{100, 100}));
