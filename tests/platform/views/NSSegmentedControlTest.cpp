@@ -256,6 +256,17 @@ TEST_F(NSSegmentedControlTest, FewerSegmentsForgetASelectionBeyondThem) {
   EXPECT_EQ(control->selectedSegment(), std::nullopt);
 }
 
+TEST_F(NSSegmentedControlTest, ASegmentThatTakesThePlaceOfThePressedOneIsNotClickedByTheRelease) {
+  const CGPoint point = middleOf(0);
+  user.press(*window, point);
+  control->setSegmentCount(0);
+  control->setSegmentCount(1);
+  control->setLabelForSegment("New", 0);
+  user.release();
+  EXPECT_EQ(control->selectedSegment(), std::nullopt);
+  EXPECT_EQ(target->acts, 0);
+}
+
 TEST_F(NSSegmentedControlTest, ArrowsHomeAndEndSelectAndStepOverWhatIsDisabled) {
   control->setSelectedSegment(0);
   control->setEnabledForSegment(false, 1);

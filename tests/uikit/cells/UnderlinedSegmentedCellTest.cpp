@@ -123,6 +123,12 @@ TEST_F(UnderlinedSegmentedCellTest, ALabelThatFitsTheRoundedWidthIsOneLineInTheM
   EXPECT_EQ(only("concat", drawnSegment(0, {0, 0, 44.6, 24})), Lines{R"({"op":"concat","transform":[1,0,0,1,0,7]})"});
 }
 
+TEST_F(UnderlinedSegmentedCellTest, ALabelIsCenteredWhateverTheCellsAlignmentAndAtAFractionOfAPointWhereTheSegmentIs) {
+  cell->setAlignment(NSTextAlignmentLeft);
+  EXPECT_EQ(only("concat", drawnSegment(0, {10.25, 20, 40, 24})),
+            Lines{R"({"op":"concat","transform":[1,0,0,1,20.25,27]})"});
+}
+
 TEST_F(UnderlinedSegmentedCellTest, TheSelectedSegmentIsOverABarOfFourPoints) {
   cell->setSelectedSegment(0);
   const Lines lines = drawnSegment(0, {10, 20, 40, 24});
@@ -282,6 +288,7 @@ TEST_F(UnderlinedSegmentedCellTest, ADisabledSegmentLooksPressedAndIsNotSelected
   const auto window = showWindowWith(control);
   user.press(*window, {20, 110});
   EXPECT_EQ(cell->pressedSegment(), 0u);
+  EXPECT_THAT(colorsOf(drawn(), "setFillColor"), ElementsAre(white, lightGray));
   user.release();
   EXPECT_EQ(control->selectedSegment(), std::nullopt);
 }

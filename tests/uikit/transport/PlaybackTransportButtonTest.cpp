@@ -131,7 +131,8 @@ TEST_F(PlaybackTransportButtonTest, AnInterfaceFileSetsTheStyleAsAProperty) {
 }
 
 TEST_F(PlaybackTransportButtonTest, AStyleThatIsNoneDrawsNothing) {
-  for (const std::uint64_t style : {std::uint64_t{0}, std::uint64_t{8}, std::numeric_limits<std::uint64_t>::max()}) {
+  for (const std::uint64_t style :
+       {std::uint64_t{0}, std::uint64_t{8}, (std::uint64_t{1} << 32) + 1, std::numeric_limits<std::uint64_t>::max()}) {
     EXPECT_TRUE(drawnInStyle(style).empty());
     EXPECT_EQ(button->transportButtonStyle(), style);
   }
