@@ -117,7 +117,10 @@ void NSTextView::keyDown(const Ref<NSEvent>& event) {
 }
 
 void NSTextView::rightMouseDown(const Ref<NSEvent>& event) {
-  if (!isSelectable()) return TextViewEditing::rightMouseDown(event);
+  if (!isSelectable()) {
+    if (!isFieldEditor()) TextViewEditing::rightMouseDown(event);
+    return;
+  }
   willTrackMouse();
   if (!isFieldEditor() && window()) window()->makeFirstResponder(this);
   popUpTextMenu(*this, convertPointFromView(event->locationInWindow(), nullptr));

@@ -196,8 +196,12 @@ NSRange TextViewSelection::stepAt(CGPoint point) const {
   unreachable();
 }
 
+// What a field's editor does not take must not come back to it by way of the field, which gives it what it gets.
 void TextViewSelection::mouseDown(const Ref<NSEvent>& event) {
-  if (!isSelectable()) return NSText::mouseDown(event);
+  if (!isSelectable()) {
+    if (!isFieldEditor()) NSText::mouseDown(event);
+    return;
+  }
   willTrackMouse();
   const CGPoint point = convertPointFromView(event->locationInWindow(), nullptr);
   isPressed_ = true;
@@ -213,7 +217,10 @@ void TextViewSelection::mouseDown(const Ref<NSEvent>& event) {
 }
 
 void TextViewSelection::mouseDragged(const Ref<NSEvent>& event) {
-  if (!isPressed_) return NSText::mouseDragged(event);
+  if (!isPressed_) {
+    if (!isFieldEditor()) NSText::mouseDragged(event);
+    return;
+  }
   dragTo(event->locationInWindow());
   scrollOnAfterDragTo(event->locationInWindow());
 }
@@ -242,8 +249,8 @@ void TextViewSelection::dragTo(CGPoint location) {
 
 void TextViewSelection::mouseUp(const Ref<NSEvent>& event) {
   nextScroll_ = nullptr;
-  if (!std::exchange(isPressed_, false)) return NSText::mouseUp(event);
-  didTrackMouse();
+  if (std::exchange(isPressed_, false)) didTrackMouse();
+  else if (!isFieldEditor()) NSText::mouseUp(event);
 }
 
 void TextViewSelection::resetCursorRects() {

@@ -166,6 +166,29 @@ TEST_F(TextViewSelectionMouse, AnEditingThatEndsEndsTheScrolling) {
   user.release();
 }
 
+TEST_F(TextViewSelectionMouse, ADragThatTheEditorDidNotSeeBeginSelectsNothing) {
+  field->setEnabled(false);
+  user.press(*window, placeOf(1));
+  field->setEnabled(true);
+  begin("abcdef");
+  user.dragTo(placeOf(4));
+  user.release();
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 6}));
+}
+
+TEST_F(TextViewSelectionMouse, AnEditorThatCannotBeSelectedTakesNoPress) {
+  begin("abcdef");
+  editor()->setEditable(false);
+  editor()->setSelectable(false);
+  for (const int button : {0, 1, 2}) {
+    user.press(*window, placeOf(1), {.button = button});
+    user.dragTo(placeOf(4));
+    user.release();
+    EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 6})) << button;
+    EXPECT_EQ(desktop.openMenu(), nullptr);
+  }
+}
+
 TEST_F(TextViewSelectionCaret, IsOnWholeDevicePixels) {
   for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
     SCOPED_TRACE(scale);
