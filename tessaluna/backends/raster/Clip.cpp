@@ -3,13 +3,9 @@
 namespace tessaluna::backend::raster {
 
 std::shared_ptr<Plane> ClipMaskPool::take(const PixelRect& box) {
-  const auto isFree = [](const Kept& kept) { return kept.mask.use_count() == 1; };
-  for (Kept& kept : kept_) kept.passedBy += isFree(kept);
-  std::erase_if(kept_, [&](const Kept& kept) { return isFree(kept) && kept.passedBy > maxPassedBy; });
-  auto found = std::find_if(kept_.begin(), kept_.end(), isFree);
-  if (found == kept_.end()) found = kept_.insert(found, {std::make_shared<Plane>()});
-  found->passedBy = 0;
-  return found->mask->beginEmpty(box) ? found->mask : nullptr;
+  auto found = std::find_if(kept_.begin(), kept_.end(), [](const auto& mask) { return mask.use_count() == 1; });
+  if (found == kept_.end()) found = kept_.insert(found, std::make_shared<Plane>());
+  return (*found)->beginEmpty(box) ? *found : nullptr;
 }
 
 void Clip::intersectRect(const DeviceRect& rect) {

@@ -16,13 +16,7 @@ class ClipMaskPool {
   std::shared_ptr<Plane> take(const PixelRect& box);
 
  private:
-  // A mask that only a deeper nest of clips needed is freed after so many others were taken.
-  static constexpr int maxPassedBy = 1000;
-  struct Kept {
-    std::shared_ptr<Plane> mask;
-    int passedBy = 0;  // how often another mask was taken while nobody held this one
-  };
-  std::vector<Kept> kept_;
+  std::vector<std::shared_ptr<Plane>> kept_;
 };
 
 struct Clip {

@@ -22,7 +22,7 @@ bool LayerOf<Value>::include(const PixelRect& box) {
   const std::size_t oldWidth = std::size_t(before.width()), newWidth = std::size_t(wanted.width());
   const std::size_t oldCount = before.area(), newCount = wanted.area();
   if (newCount - oldCount > *pixelsLeft_) return false;
-  Value* pixels = memory_.grow(newCount, oldCount);
+  Value* pixels = memory_.prepare(newCount, oldCount);
   if (!pixels) {
     *pixelsLeft_ += oldCount;
     content_ = {};

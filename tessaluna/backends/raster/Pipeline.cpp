@@ -16,9 +16,8 @@ constexpr double largestDeviation = 1000;
 constexpr int farthestCast = 512;
 // All open layers together may have this many times the bitmap's pixels, and some more for small bitmaps.
 constexpr std::size_t layersPerBitmap = 8, leastLayerPixels = std::size_t(8) << 20;
-// Layers nested deeper than this do not keep their memory, since few drawings need them, and others do not keep it forever.
+// Layers nested deeper than this do not keep their memory, since few drawings need them.
 constexpr std::size_t maxLayersKept = 8;
-constexpr int nestsBetweenChecks = 1024;
 
 // The rectangle in device pixels, if the transform keeps it upright.
 std::optional<DeviceRect> uprightRect(CGRect r, const CGAffineTransform& t) {
@@ -67,7 +66,7 @@ class OutOfShadowWriter : public RowByRowSink<OutOfShadowWriter> {
 
 void RasterCanvas::Pipeline::begin(Bitmap& bitmap, const View& view) {
   bitmap_ = &bitmap;
-  clearForReuse(saved_);
+  saved_.clear();
   openLayers_ = 0;
   layerPixels_ = bitmap.bounds().area() * layersPerBitmap + leastLayerPixels;
   state_ = {};
@@ -308,16 +307,16 @@ void RasterCanvas::Pipeline::paintShadowOfPolygons(const CoverageBuffer::Shape& 
   const PixelRect& box = cast_.box();
   Float4 color = shadow.color;
   if (source.rows) {
+    // The mean of a cell, since a gradient may have several stops within it.
+    const int side = std::min(cell, 8);  // places in a cell
+    const auto placeOf = [step = double(cell) / side](int place) { return (place + 0.5) * step - 0.5; };
     for (int y = box.top; y < box.bottom; ++y) {
-      float* row = cast_.row(y);
-      for (int i = 0; i < box.width(); ++i) {
-        // The mean of a cell's pixels, since a gradient may have any number of stops within it.
+      for (int x = box.left; x < box.right; ++x) {
         float alphas = 0;
-        for (int place = 0; place < cell * cell; ++place) {
-          const int pixelX = (box.left + i) * cell + place % cell, pixelY = y * cell + place / cell;
-          alphas += ramp_.colorAt(pixelX - shadow.dx, pixelY - shadow.dy)[3];
+        for (int i = 0; i < side * side; ++i) {
+          alphas += ramp_.colorAt(placeOf(x * side + i % side) - shadow.dx, placeOf(y * side + i / side) - shadow.dy)[3];
         }
-        row[i] *= alphas / float(cell * cell) * source.alpha;
+        cast_.row(y)[x - box.left] *= alphas / float(side * side) * source.alpha;
       }
     }
   } else {
@@ -402,7 +401,6 @@ void RasterCanvas::Pipeline::beginLayer() {
   saveState();
   if (openLayers_ == layers_.size()) layers_.push_back(std::make_unique<OpenLayer>());
   OpenLayer& layer = *layers_[openLayers_++];
-  deepestNest_ = std::max(deepestNest_, openLayers_);
   layer.savedStates = saved_.size();
   layer.content = OpenLayer::Content::Nothing;
   layer.limit = openLayers_ > 1 ? layers_[openLayers_ - 2]->limit : bitmap_->bounds().grown(farthestCast);
@@ -443,7 +441,7 @@ void RasterCanvas::Pipeline::endLayer() {
   layer.pixels.end();
   layer.casting.end();
   layer.tint.end();
-  giveBackLayers();
+  if (openLayers_ >= maxLayersKept) layers_.resize(openLayers_);
 }
 
 void RasterCanvas::Pipeline::composite(OpenLayer& layer) {
@@ -485,13 +483,11 @@ void RasterCanvas::Pipeline::paintTint(OpenLayer& layer, float alpha) {
   });
 }
 
-// Called after a layer ends: deeply nested layers are freed at once, others after they have not been used for long.
-void RasterCanvas::Pipeline::giveBackLayers() {
-  if (openLayers_ >= maxLayersKept) layers_.resize(openLayers_);
-  if (openLayers_ > 0 || ++nests_ < nestsBetweenChecks) return;
-  layers_.resize(std::min(layers_.size(), deepestNest_));
-  nests_ = 0;
-  deepestNest_ = 1;
+void RasterCanvas::Pipeline::giveMemoryBack() {
+  static_cast<OperationMemory&>(*this) = {};
+  layers_.clear();
+  saved_.shrink_to_fit();
+  operations_ = 0;
 }
 
 void RasterCanvas::Pipeline::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {

@@ -17,7 +17,22 @@
 
 namespace tessaluna::backend::raster {
 
-class RasterCanvas::Pipeline {
+// Working memory, which means nothing between operations. It is given back from time to time, so that a huge drawing's is not
+// kept forever.
+struct OperationMemory {
+  Polygons polygons_;
+  Stroker stroker_;
+  CoverageBuffer coverage_;
+  GradientRamp ramp_;
+  Blur blur_;
+  Plane cast_, blurred_;
+  ClipMaskPool masks_;
+  KeptShape shape_;  // the shape that was seen for the second time
+  ImageSampler sampler_;
+  Painter::Memory painterMemory_;
+};
+
+class RasterCanvas::Pipeline : OperationMemory {
  public:
   struct State {
     CGAffineTransform toDevice;
@@ -33,6 +48,7 @@ class RasterCanvas::Pipeline {
   // Begins an operation.
   Pipeline& atFullSpeed() {
     clearUpperHalves();
+    if (++operations_ >= operationsOfMemory && openLayers_ == 0) giveMemoryBack();
     return *this;
   }
 
@@ -104,7 +120,7 @@ class RasterCanvas::Pipeline {
   void paintShadowOfPolygons(const CoverageBuffer::Shape& shape, const Source& source, const CastShadow& shadow);
   void paintTint(OpenLayer& layer, float alpha);
   void composite(OpenLayer& layer);
-  void giveBackLayers();
+  void giveMemoryBack();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
   void paintNothing();
   void paintBlurred(const DeviceRect& reached, const Blur::Style& style, Float4 color);
@@ -116,21 +132,12 @@ class RasterCanvas::Pipeline {
   std::vector<std::unique_ptr<OpenLayer>> layers_;  // the first openLayers_ are in use, the rest keep their memory
   std::size_t openLayers_ = 0;
   std::size_t layerPixels_ = 0;  // how many more open layers may take
-  std::size_t deepestNest_ = 1;  // of layers, since the last check of their memory
-  int nests_ = 0;                // outermost layers that ended since then
 
-  Polygons polygons_;
-  Stroker stroker_;
-  CoverageBuffer coverage_;
-  GradientRamp ramp_;
-  Blur blur_;
-  Plane cast_, blurred_;
-  ClipMaskPool masks_;
   GlyphCache glyphs_;
   ShapeCache shapes_;
-  KeptShape shape_;  // the shape that was seen for the second time
-  ImageSampler sampler_;
-  Painter::Memory painterMemory_;
+  // A hundred redraws of a window with a hundred shapes: memory that they need is made again in no time, compared to them.
+  static constexpr int operationsOfMemory = 10000;
+  int operations_ = 0;  // since working memory was given back
 };
 
 // Calls cover(sink, part) with a part of the box; the sink must receive the coverage within that part.
