@@ -27,7 +27,7 @@ constexpr double squareSide = 72, longerSide = 96;
 
 CGSize pictureSize(const Routine& routine) {
   const CGSize frame = routine.defaultFrame.size;
-  if (isOfFixedSize(routine)) return frame;
+  if (!scalesWithItsFrame(routine)) return frame;
   const double proportion = frame.width / frame.height;
   const double longer = proportion > 0.8 && proportion < 1.25 ? squareSide : longerSide;
   const double scale = longer / std::max(frame.width, frame.height);

@@ -39,15 +39,19 @@ std::optional<Ink> inkOfDrawing(CGRect frame, CGSize reference, const std::funct
   return Ink{.width = right - left + 1, .height = bottom - top + 1, .lightness = light / coverage};
 }
 
-bool isOfFixedSize(const TessalunaUIKit::Routine& routine) {
+bool scalesWithItsFrame(const TessalunaUIKit::Routine& routine) {
   const auto flags = std::make_unique<bool[]>(routine.flags.size());
   for (std::size_t i = 0; i < routine.flags.size(); ++i) flags[i] = routine.flags[i].isOnByDefault;
-  const auto draw = [&](CGRect frame) { routine.draw(frame, {flags.get(), routine.flags.size()}); };
-  const CGSize size = routine.defaultFrame.size;
-  const auto once = inkOfDrawing({{0, 0}, size}, size, draw);
-  const auto twice = inkOfDrawing({0, 0, 2 * size.width, 2 * size.height}, size, draw);
-  // A difference of one pixel depends only on where the edges are.
-  return once && twice && std::abs(once->width - twice->width) <= 1 && std::abs(once->height - twice->height) <= 1;
+  const auto inkAt = [&](double times) {
+    const CGSize size{times * routine.defaultFrame.size.width, times * routine.defaultFrame.size.height};
+    const auto draw = [&](CGRect frame) { routine.draw(frame, {flags.get(), routine.flags.size()}); };
+    return inkOfDrawing({{0, 0}, size}, size, draw);
+  };
+  const auto once = inkAt(1), twice = inkAt(2);
+  // Lines that keep their width, and edges on whole points, make less of a difference.
+  constexpr int tolerance = 10;  // of 64 pixels
+  return !once || !twice ||
+         (std::abs(once->width - twice->width) <= tolerance && std::abs(once->height - twice->height) <= tolerance);
 }
 
 }  // namespace artwork

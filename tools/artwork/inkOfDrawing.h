@@ -17,7 +17,7 @@ struct Ink {
 std::optional<Ink> inkOfDrawing(tessaluna::platform::CGRect frame, tessaluna::platform::CGSize reference,
                                 const std::function<void(tessaluna::platform::CGRect)>& draw);
 
-// Whether the routine draws at one size, however large its frame is.
-bool isOfFixedSize(const TessalunaUIKit::Routine& routine);
+// Whether the routine draws the same picture larger in a larger frame. The others keep a size, or some lengths, in points.
+bool scalesWithItsFrame(const TessalunaUIKit::Routine& routine);
 
 }  // namespace artwork

@@ -91,6 +91,23 @@ TEST(SheetCommand, EveryFlagIsOnInHalfOfTheTiles) {
   EXPECT_GT(countOf(*picture, {85, 85, 85, 255}), 100);
 }
 
+TEST(SheetCommand, PauseHasTheFrameInWhichItsBarsAreUpright) {
+  const ToolFolder folder;
+  folder.run({"sheet", "-o", "sheet.png", "--family", "Transport"});
+  folder.run({"render", "Pause", "-o", "pause.png", "--size", "32x32"});
+  const auto sheet = readPng(folder / "sheet.png"), pause = readPng(folder / "pause.png");
+  ASSERT_TRUE(sheet && pause);
+  bool isFound = false;
+  for (int top = 0; top <= sheet->height - pause->height; ++top)
+    for (int left = 0; left <= sheet->width - pause->width; ++left) {
+      bool isSame = true;
+      for (int y = 1; isSame && y < pause->height - 1; ++y)
+        for (int x = 1; isSame && x < pause->width - 1; ++x) isSame = sheet->at(left + x, top + y) == pause->at(x, y);
+      isFound = isFound || isSame;
+    }
+  EXPECT_TRUE(isFound);
+}
+
 TEST(SheetCommand, ToFollowNeedsAGround) {
   const ToolFolder folder;
   const ToolRun run = folder.run({"sheet", "-o", "a.png", "--follow"});
