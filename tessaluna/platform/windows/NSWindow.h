@@ -76,7 +76,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   bool isKeyWindow() const { return isKey_; }
 
   NSResponder* firstResponder() const { return firstResponder_; }
-  // Null makes the window itself the first responder. False if the earlier one or the new one refuses.
+  // Null: the window itself. False if the earlier one or the new one refuses, and for a view that is not in the window.
   bool makeFirstResponder(NSResponder* responder);
   // Move to the next or previous view that the Tab key may stop at, in the order of the tree. False at the end.
   bool selectNextKeyView();

@@ -10,6 +10,10 @@ namespace tessaluna::platform {
 bool NSWindow::makeFirstResponder(NSResponder* responder) {
   NSResponder* wanted = responder ? responder : this;
   if (wanted == firstResponder_) return true;
+  // Of a view elsewhere nobody would notice that it goes.
+  const auto* view = dynamic_cast<const NSView*>(wanted);
+  const auto isElsewhere = [&] { return view && view->window() != this; };
+  if (isElsewhere()) return false;
   const Ref<NSResponder> held = refTo(*wanted);
   // One that takes the keys back whenever they go keeps them.
   constexpr int maxAsked = 3;
@@ -22,7 +26,8 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
     if (firstResponderChanges_ == changes) setFirstResponder(*this);
   }
   if (wanted == this) return true;
-  if (!wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
+  // Whoever is notified may take the view away.
+  if (isElsewhere() || !wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder() || isElsewhere()) return false;
   // A text field has given the status on to its editor by now.
   if (firstResponder_ == this) setFirstResponder(*wanted);
   // A control's element is its cell.

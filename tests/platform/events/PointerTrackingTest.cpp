@@ -66,6 +66,26 @@ TEST_F(PointerTrackingTest, ExitsComeBeforeEntries) {
   EXPECT_EQ(taken(), (Log{"right mouseExited", "left mouseEntered"}));
 }
 
+TEST_F(PointerTrackingTest, APressedViewThatLeavesStillExitsTheAreasThatItOwnsInOthers) {
+  const auto front = make<ProbeView>(CGRect{0, 0, 100, 100});
+  window->contentView()->addSubview(front);
+  listen(*front, "front");
+  const auto area = make<NSTrackingArea>(NSZeroRect, always | NSTrackingInVisibleRect, refTo<NSResponder>(*front));
+  left->addTrackingArea(area);
+  user.press(*window, inLeft);
+  user.release();
+  taken();
+  user.moveTo(*window, {51, 51});
+  user.press(*window, {51, 51});
+  taken();
+  front->removeFromSuperview();
+  EXPECT_EQ(taken(), (Log{"front mouseExited", "front mouseUp"}));
+  user.release();
+  EXPECT_EQ(taken(), Log{});
+  user.moveTo(*window, inNeither);
+  EXPECT_EQ(taken(), Log{"front mouseExited"});
+}
+
 TEST_F(PointerTrackingTest, EntriesComeBeforeMovesAndBehindBeforeFront) {
   const auto front = make<ProbeView>(CGRect{0, 0, 100, 100});
   left->addSubview(front);

@@ -82,6 +82,18 @@ TEST_F(NSPopUpButtonTest, AnItemTakesThePlaceOfAnEarlierOneOfItsTitle) {
   EXPECT_THAT(cell().itemTitles(), ElementsAre("Large", "Medium", "Small"));
 }
 
+TEST_F(NSPopUpButtonTest, AnItemWithoutATitleTakesThePlaceOfNoSeparator) {
+  button->menu()->addItem(NSMenuItem::separatorItem());
+  button->addItemWithTitle("");
+  EXPECT_EQ(button->numberOfItems(), 5u);
+}
+
+TEST_F(NSPopUpButtonTest, TheSelectedItemOfAPullDownHasNoCheckMark) {
+  button->setPullsDown(true);
+  button->selectItemAtIndex(1);
+  EXPECT_EQ(button->itemAtIndex(1)->state(), NSControlStateValueOff);
+}
+
 TEST_F(NSPopUpButtonTest, SettingTheTitleSelectsItsItemAndAddsOneIfThereIsNone) {
   button->setTitle("Large");
   EXPECT_THAT(button->indexOfSelectedItem(), Optional(2u));

@@ -575,6 +575,15 @@ TEST_F(NSTableColumnTest, TheTableGetsTheKeyboardOfARowThatIsTakenAway) {
   EXPECT_EQ(window->firstResponder(), table.get());
 }
 
+TEST_F(NSTableColumnTest, ATableThatLeavesItsWindowWhileATextIsEditedGetsNoKeyboard) {
+  table->editColumn(0, 1);
+  ASSERT_TRUE(window->fieldEditor(false, nullptr));
+  user.type("x");
+  scrollView->removeFromSuperview();
+  EXPECT_EQ(window->firstResponder(), window.get());
+  EXPECT_THAT(songs->changes, ElementsAre("title of Arches is x"));
+}
+
 TEST_F(NSTableColumnTest, WhatIsLeftOfATableThatHasGoneIsHarmless) {
   scrollView->setDocumentView(nullptr);
   table.reset();

@@ -366,6 +366,13 @@ TEST_F(NSTableViewTest, APressBelowTheRowsDeselects) {
   EXPECT_EQ(window->firstResponder(), table.get());
 }
 
+TEST_F(NSTableViewTest, APressBesideTheRowsOfANarrowTableLeavesTheSelection) {
+  table->setFrameSize({80, 0});
+  table->selectRowIndexes(NSIndexSet(1), NSTableView::Selecting::Replaces);
+  user.click(*window, {150, 100});
+  EXPECT_EQ(selected(), Rows{1});
+}
+
 TEST_F(NSTableViewTest, ControlTogglesAsCommandDoes) {
   click(1);
   click(3, NSEventModifierFlagControl);

@@ -313,6 +313,18 @@ TEST_F(TextViewSelectionCaret, IsAlwaysInSight) {
   EXPECT_EQ(clip().origin.x, 0);
 }
 
+TEST_F(TextViewSelectionCaret, UpAndDownContinueFromTheEndOfASelectionOnTheirSide) {
+  const auto view = make<NSTextView>(CGRect{0, 0, 200, 150});
+  view->setString("ab\ncd\nef\ngh");
+  const auto after = [&](TextMotion motion) {
+    view->setSelectedRange({4, 3});
+    view->move(motion);
+    return view->selectedRange();
+  };
+  EXPECT_EQ(after(TextMotion::Up), (NSRange{1, 0}));
+  EXPECT_EQ(after(TextMotion::Down), (NSRange{10, 0}));
+}
+
 // Ten characters fit on a line.
 TEST_F(TextViewSelectionCaret, EndStaysOnALineThatWrapsAtABlank) {
   const auto view = make<NSTextView>(CGRect{0, 0, 66, 150});

@@ -43,6 +43,15 @@ TEST_F(ChildWindowsTest, OneThatIsClosedIsNoChildAnyMore) {
   EXPECT_FALSE(child->isVisible());
 }
 
+TEST_F(ChildWindowsTest, AWindowIsNoChildOfItselfOrOfItsChildren) {
+  parent->addChildWindow(child, NSWindowAbove);
+  child->addChildWindow(parent, NSWindowAbove);
+  parent->addChildWindow(parent, NSWindowAbove);
+  EXPECT_EQ(parent->parentWindow(), nullptr);
+  EXPECT_TRUE(child->childWindows().empty());
+  EXPECT_EQ(parent->childWindows(), std::vector<Ref<NSWindow>>{child});
+}
+
 TEST_F(ChildWindowsTest, DoesNotTakeTheKeyStatus) {
   parent->addChildWindow(child, NSWindowAbove);
   EXPECT_TRUE(parent->isKeyWindow());

@@ -519,6 +519,54 @@ TEST_F(NSWindowTest, AViewThatRefusesLeavesTheWindowAsFirstResponder) {
   EXPECT_FALSE(window->makeFirstResponder(never.get()));
 }
 
+TEST_F(NSWindowTest, AViewThatIsNotInTheWindowIsNotMadeItsFirstResponder) {
+  const auto a = keyView(), elsewhere = keyView(), nowhere = keyView();
+  const auto window = showWindowWith(a), other = showWindowWith(elsewhere);
+  window->makeFirstResponder(a.get());
+  a->calls.clear();
+  EXPECT_FALSE(window->makeFirstResponder(elsewhere.get()));
+  EXPECT_FALSE(window->makeFirstResponder(nowhere.get()));
+  EXPECT_EQ(window->firstResponder(), a.get());
+  EXPECT_THAT(a->calls, IsEmpty()) << "nobody was asked";
+}
+
+TEST_F(NSWindowTest, AViewThatIsTakenAwayWhileItBecomesTheFirstResponderIsNot) {
+  struct Leaving : ProbeView {
+    using ProbeView::ProbeView;
+    bool becomeFirstResponder() override {
+      removeFromSuperview();
+      return true;
+    }
+  };
+  const auto leaving = make<Leaving>(CGRect{0, 0, 10, 10});
+  leaving->acceptsFirst = true;
+  const auto window = showWindowWith(leaving);
+  EXPECT_FALSE(window->makeFirstResponder(leaving.get()));
+  EXPECT_EQ(window->firstResponder(), window.get());
+}
+
+TEST_F(NSWindowTest, AViewThatTheEarlierFirstResponderTakesAwayIsNotMadeTheFirst) {
+  struct Removing : ProbeView {
+    using ProbeView::ProbeView;
+    Ref<NSView> other;
+    bool resignFirstResponder() override {
+      other->removeFromSuperview();
+      return true;
+    }
+  };
+  const auto removing = make<Removing>(CGRect{0, 0, 10, 10});
+  const auto taken = keyView();
+  removing->acceptsFirst = true;
+  removing->other = taken;
+  const auto window = showWindowWith(removing);
+  window->contentView()->addSubview(taken);
+  window->makeFirstResponder(removing.get());
+  taken->calls.clear();
+  EXPECT_FALSE(window->makeFirstResponder(taken.get()));
+  EXPECT_EQ(window->firstResponder(), window.get());
+  EXPECT_THAT(taken->calls, testing::Not(testing::Contains("become")));
+}
+
 TEST_F(NSWindowTest, AnAbsentResponderMakesTheWindowTheFirst) {
   const auto v = keyView();
   const auto window = showWindowWith(v);
