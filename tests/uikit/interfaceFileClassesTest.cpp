@@ -123,9 +123,17 @@ TEST_F(interfaceFileClassesTest, AClassHasItsProperties) {
       EXPECT_TRUE(
           areEqual(std::dynamic_pointer_cast<TableCellViewWithBackground>(view)->backgroundColor().get(), red.get()));
   }
-  EXPECT_TRUE(load<CoverArtThumbnailView>(R"({"class": "TessalunaUIKit.CoverArtThumbnailView",
-      "properties": {"scaleToScreenResolution": true}})")
-                  ->scaleToScreenResolution());
+  const auto cover = load<CoverArtThumbnailView>(R"({"class": "TessalunaUIKit.CoverArtThumbnailView",
+      "properties": {"scaleToScreenResolution": true, "closesByClickAndEscape": true}})");
+  EXPECT_TRUE(cover->scaleToScreenResolution() && cover->closesByClickAndEscape());
+  // The first three are known, and are as of a new section once it is awake.
+  const auto section = load<DisclosureView>(R"({"class": "TessalunaUIKit.DisclosureView", "frame": [0, 0, 100, 50],
+      "properties": {"isDisclosed": false, "isChanging": true, "disclosedHeight": 9, "leavesOutFoldedViews": true}})");
+  EXPECT_TRUE(section->isDisclosed() && !section->isChanging() && section->leavesOutFoldedViews());
+  EXPECT_EQ(section->disclosedHeight(), 50);
+  EXPECT_TRUE(
+      load<DisclosureHeaderView>(R"({"class": "TessalunaUIKit.DisclosureHeaderView", "properties": {"isOperable": true}})")
+          ->isOperable());
   EXPECT_TRUE(load<CoverArtPanel>(R"({"class": "TessalunaUIKit.CoverArtPanel", "contentRect": [0, 0, 9, 9]})")
                   ->canBecomeKeyWindow());
   const auto controller = load<SuggestionsWindowController>(R"({"class": "TessalunaUIKit.SuggestionsWindowController",

@@ -46,6 +46,7 @@ TEST_F(BorderedViewTest, StartsBlackWithALayerWhateverAnArchiveHolds) {
   EXPECT_TRUE(archived->wantsLayer());
   EXPECT_FALSE(archived->isOpaque());
   EXPECT_EQ(archived->frame(), (CGRect{1, 2, 3, 4}));
+  EXPECT_EQ(coder.firstUnknownKey(), std::nullopt);
 }
 
 TEST_F(BorderedViewTest, AnArchiveThatGivesNoViewGivesNone) {

@@ -259,6 +259,7 @@ TEST_F(ProgressMonitorViewTest, TheSemaphoreIsNotKeptAlive) {
 
 TEST_F(ProgressMonitorViewTest, ToAssistiveClientsItIsAGroupCalledByItsTasksAndPercent) {
   EXPECT_EQ(view->accessibilityRole(), "AXGroup");
+  EXPECT_EQ(view->accessibilityTitle(), "0 tasks, 0 percent");
   view->addBackgroundTaskProgress("scan", 100, &first);
   view->setBackgroundTaskProgressPosition(10, "scan");
   EXPECT_EQ(view->accessibilityTitle(), "1 task, 10 percent");
