@@ -225,7 +225,7 @@ void PointerTracking::updateToolTip(const NSView* hit) {
 
 const NSView* PointerTracking::updateCursor(CGPoint point) {
   if (!window_.contentView() || !window_.nativeWindow()) return nullptr;
-  window_.resetCursorRects();
+  window_.updateCursorRects();
   const NSView* hit = window_.contentView()->hitTest(point);
   Ref<NSCursor> cursor = NSCursor::arrowCursor();
   // The frontmost view under the pointer decides; where it has no rectangle, what is under it does.

@@ -33,6 +33,12 @@ constexpr Property windowProperties[] = {
     property<&NSWindow::setMovableByWindowBackground, "movableByWindowBackground">()};
 constexpr InnerObjects windowInnerObjects[] = {innerObject<&NSWindow::setContentView>("contentView")};
 
+void discardCursorRectsBelow(NSView& view, NSWindow& window) {
+  view.discardCursorRects();
+  window.invalidateCursorRectsForView(view);
+  for (const Ref<NSView>& subview : view.subviews()) discardCursorRectsBelow(*subview, window);
+}
+
 // What a desktop can be given.
 bool isSomewhere(CGRect frame) {
   return std::isfinite(frame.origin.x) && std::isfinite(frame.origin.y) && std::isfinite(frame.size.width) &&
@@ -333,11 +339,16 @@ void NSWindow::sendEvent(const Ref<NSEvent>& event) {
 }
 
 void NSWindow::resetCursorRects() {
-  layoutIfNeeded();
-  if (contentView_) resetCursorRectsBelow(*contentView_);
+  if (contentView_) discardCursorRectsBelow(*contentView_, *this);
+  updateCursorRects();
 }
 
-void NSWindow::resetCursorRectsBelow(NSView& view) {
+void NSWindow::updateCursorRects() {
+  layoutIfNeeded();
+  if (contentView_) updateCursorRectsBelow(*contentView_);
+}
+
+void NSWindow::updateCursorRectsBelow(NSView& view) {
   if (view.isHidden()) return;
   ViewTracking& tracking = view;
   if (!std::exchange(tracking.areCursorRectsValid_, true)) {
@@ -345,7 +356,7 @@ void NSWindow::resetCursorRectsBelow(NSView& view) {
     view.resetCursorRects();
   }
   const std::vector<Ref<NSView>> copy = view.subviews();
-  for (const Ref<NSView>& subview : copy) resetCursorRectsBelow(*subview);
+  for (const Ref<NSView>& subview : copy) updateCursorRectsBelow(*subview);
 }
 
 void NSWindow::invalidateCursorRectsForView(NSView& view) { static_cast<ViewTracking&>(view).areCursorRectsValid_ = false; }

@@ -119,8 +119,10 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   // the next frame. Scroll views call this; a scroll by a key or by the program enters nothing until the pointer moves.
   void contentWasScrolledByUser(NSView& content) { mouse_.contentWasScrolled(content); }
 
-  // Brings the cursor rectangles of all views up to date: those that are no longer valid are discarded and asked for again.
+  // Discards the cursor rectangles of all views and asks for them again; the second operation only those that are no longer valid,
+  // as happens before each choice of a cursor.
   void resetCursorRects();
+  void updateCursorRects();
   void invalidateCursorRectsForView(NSView& view);
 
   // Asks for a redraw of a part of base space, and draws what was asked for, after a pass of layout.
@@ -172,7 +174,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   void drawContents(CGRect rect, backend::Canvas& canvas);
   void dispatchKey(const Ref<NSEvent>& event);
   void setFirstResponder(NSResponder& responder);
-  void resetCursorRectsBelow(NSView& view);
+  void updateCursorRectsBelow(NSView& view);
 
   Ref<NSView> contentView_;
   std::uint32_t styleMask_;

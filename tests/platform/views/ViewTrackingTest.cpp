@@ -276,6 +276,25 @@ TEST_F(ViewTrackingTest, CursorRectanglesAreAskedForAgainWhenTheyAreInvalid) {
   EXPECT_EQ(v->resets, 2);
 }
 
+TEST_F(ViewTrackingTest, AResetByTheWindowAsksAllViewsAgainAndHiddenOnesOnceTheyShow) {
+  const auto shown = make<HandView>(CGRect{50, 50, 40, 40}), hidden = make<HandView>(CGRect{0, 0, 40, 40});
+  window = showWindowWith(shown);
+  window->contentView()->addSubview(hidden);
+  user.moveTo(*window, {5, 5});
+  hidden->setHidden(true);
+  shown->addCursorRect({30, 0, 10, 40}, NSCursor::pointingHandCursor());
+  hidden->addCursorRect({30, 0, 10, 40}, NSCursor::pointingHandCursor());
+  window->resetCursorRects();
+  EXPECT_EQ(shown->resets, 2);
+  EXPECT_EQ(shown->cursorAt({35, 5}), nullptr);
+  EXPECT_EQ(shown->cursorAt({5, 5}), NSCursor::pointingHandCursor());
+  EXPECT_EQ(hidden->cursorAt({5, 5}), nullptr);
+  hidden->setHidden(false);
+  user.moveTo(*window, {6, 6});
+  EXPECT_EQ(hidden->resets, 2);
+  EXPECT_EQ(hidden->cursorAt({35, 5}), nullptr);
+}
+
 TEST_F(ViewTrackingTest, TheCursorStaysWhileAButtonIsDown) {
   const auto v = make<HandView>(CGRect{50, 50, 40, 40});
   window = showWindowWith(v);

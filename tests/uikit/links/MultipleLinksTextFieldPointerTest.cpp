@@ -348,8 +348,17 @@ TEST_F(MultipleLinksTextFieldTest, NewStringsOnlyAddHandsUntilTheWindowResetsThe
   EXPECT_TRUE(showsHandAt(20)) << "at once";
   field->setStringValues(Strings{"a"});
   EXPECT_TRUE(showsHandAt(50));
-  window->invalidateCursorRectsForView(*field);
+  moveTo(50);
+  EXPECT_TRUE(showsHandAt(50)) << "the pointer's moves reset nothing";
   window->resetCursorRects();
   EXPECT_FALSE(showsHandAt(50));
   EXPECT_TRUE(showsHandAt(3));
+}
+
+TEST_F(MultipleLinksTextFieldTest, HandsOfLinksThatAreTurnedOffStayUntilTheWindowResetsThem) {
+  window->resetCursorRects();
+  field->setLinksEnabled(false);
+  EXPECT_TRUE(showsHandAt(3));
+  window->resetCursorRects();
+  EXPECT_FALSE(showsHandAt(3));
 }
