@@ -73,6 +73,17 @@ TEST_F(SuggestionSelectionGesture, AClickRightAfterTheWheelChoosesTheRowThatIsUn
   EXPECT_FALSE(popUp()->isVisible());
 }
 
+TEST_F(SuggestionSelectionGesture, AClickBesideTheWheelsPlaceChoosesTheRowOfTheClick) {
+  controller->setMaximumRows(2);
+  show({"a", "b", "c", "d"});
+  user.moveTo(*popUp(), {10, 30});
+  std::string chosen;
+  field->onAction = [&] { chosen = selectedLabel(); };
+  user.scroll(*popUp(), {10, 30}, {0, -40});
+  user.click(*popUp(), {10, 10});
+  EXPECT_EQ(chosen, "d");
+}
+
 TEST_F(SuggestionSelectionGesture, ADragChoosesTheRowWhereItEnds) {
   show({"a", "b", "c"});
   std::string chosen;
