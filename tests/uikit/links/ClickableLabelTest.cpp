@@ -294,6 +294,16 @@ TEST_F(ClickableLabelTest, ClientsSeeLinksOfTheNewSizeBeforeThatAndMoveNoClick) 
   EXPECT_EQ(target->calls, Calls{first});
 }
 
+TEST_F(ClickableLabelTest, AReleaseFindsItsCharacterInTheLinesOfTheLastReset) {
+  setOneLink();
+  label->mouseDown(eventAt(onLink));
+  label->setAttributedStringValue(make<NSAttributedString>("aa bb cc", NSAttributes{{NSFontAttributeName, label->font()}}));
+  label->setFrameSize({40, 60});  // "aa bb", "cc"
+  label->resetCursorRects();
+  label->mouseUp(eventAt({7, 18}));  // the seventh character, the last one of the pressed link
+  EXPECT_EQ(target->calls, Calls{first});
+}
+
 TEST_F(ClickableLabelTest, BeforeTheFirstResetLinksAreWhereTheLabelHadThemWhenItsTextWasSet) {
   label->setFrameSize({40, 60});
   const auto text = make<NSMutableAttributedString>("go here now", NSAttributes{{NSFontAttributeName, label->font()}});
