@@ -247,6 +247,21 @@ TEST(SvgCanvas, StatesSavedInALayerEndWithItAndThoseAroundItStay) {
   EXPECT_THAT(body, HasSubstr("<path d=\"M0 10L3 10L3 7L0 7Z\" fill=\"#ff0000\"/>"));
 }
 
+TEST(SvgCanvas, ALayerStartsWithAPlainState) {
+  const auto layerUnder = [](BlendMode mode) {
+    return bodyOf([mode](Canvas& canvas) {
+      canvas.setBlendMode(mode);
+      canvas.beginTransparencyLayer();
+      canvas.setFillColor(paleBlue);
+      canvas.fillPath(square(1, 2, 3), FillRule::NonZero);
+      canvas.fillPath(square(2, 2, 3), FillRule::NonZero);  // over the first, which the mode would not allow
+      canvas.endTransparencyLayer();
+    });
+  };
+  for (const BlendMode mode : {BlendMode::SourceOut, BlendMode::Copy})
+    EXPECT_EQ(layerUnder(mode), layerUnder(BlendMode::Normal));
+}
+
 TEST(SvgCanvas, EmptyLayerIsNothing) {
   EXPECT_EQ(bodyOf([](Canvas& canvas) {
               canvas.beginTransparencyLayer();

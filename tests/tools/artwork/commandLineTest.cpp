@@ -88,6 +88,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Mistake{render({"Play", "--size", "16x-16"}), "--size: '16x-16' needs a width and height above 0"},
                     Mistake{render({"Play", "--size", "infx1"}), "--size: 'inf' is no finite number"},
                     Mistake{render({"Play", "--scale", "0"}), "--scale: '0' is not between 0.1 and 16"},
+                    Mistake{render({"Play", "--scale", "0.09"}), "--scale: '0.09' is not between 0.1 and 16"},
                     Mistake{render({"Play", "--scale", "16.01"}), "--scale: '16.01' is not between 0.1 and 16"},
                     Mistake{render({"Play", "--scale", "nan"}), "--scale: 'nan' is no finite number"},
                     Mistake{render({"Play", "--scale", "2 "}), "--scale: '2 ' is no finite number"},

@@ -79,6 +79,7 @@ TEST(SheetCommand, AGlyphThatTheGroundWouldHideStandsOnATile) {
   const int tilesOnWhite = countOf(*white, {51, 51, 51, 255}), tilesOnDark = countOf(*dark, {224, 224, 224, 255});
   EXPECT_GT(tilesOnWhite, 1000) << "the album is white";
   EXPECT_GT(tilesOnDark, 5 * tilesOnWhite) << "all others are black";
+  EXPECT_EQ(dark->at(0, 0), (PngPicture::Pixel{32, 32, 32, 255}));
 }
 
 TEST(SheetCommand, EveryFlagIsOnInHalfOfTheTiles) {
