@@ -367,6 +367,21 @@ TEST_F(NSSegmentedControlTest, TheTabThatTheKeysAreOnHasTheFocus) {
   EXPECT_FALSE(element(0).isAccessibilityFocused());
 }
 
+TEST_F(NSSegmentedControlTest, DeselectingTheOthersIsAChangeToAssistiveClientsAlsoWhereTheSegmentWasSelected) {
+  control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
+  control->setSelectedForSegment(true, 0);
+  control->setSelectedForSegment(true, 1);
+  control->setTrackingMode(NSSegmentSwitchTrackingSelectOne);
+  int changes = 0;
+  const auto token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilitySelectedChildrenChangedNotification, cell, nullptr, [&](const Ref<NSNotification>&) { ++changes; });
+  control->setSelectedSegment(0);
+  control->setSelectedSegment(0);
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_FALSE(control->isSelectedForSegment(1));
+  EXPECT_EQ(changes, 1);
+}
+
 TEST_F(NSSegmentedControlTest, AssistiveClientsObserveASelection) {
   std::vector<std::string> heard;
   const auto token = accessibilityNotificationCenter().addObserverForName(

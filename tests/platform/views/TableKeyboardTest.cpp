@@ -67,6 +67,14 @@ TEST_F(TableKeyboardTest, ASpaceIsNotTakenUnlessARowContinuesWithIt) {
   EXPECT_FALSE(passes(" "));
 }
 
+TEST_F(TableKeyboardTest, AWordContinuesAfterASpaceThatWasNotTaken) {
+  user.type("ar");
+  EXPECT_THAT(selected(), ElementsAre(2));
+  EXPECT_TRUE(passes(" "));
+  EXPECT_FALSE(passes("c"));
+  EXPECT_THAT(selected(), ElementsAre(2));
+}
+
 TEST_F(TableKeyboardTest, ALetterThatNoRowBeginsWithIsLeftToTheProgram) {
   EXPECT_TRUE(passes("x"));
   EXPECT_THAT(selected(), IsEmpty());
