@@ -231,6 +231,31 @@ TEST(RasterClip, RectangleBetweenPixelsCoversItsEdgesPartly) {
                    }});
 }
 
+TEST(RasterClip, TwoRectanglesBetweenPixelsLeaveWhatTheyShare) {
+  expectRight({.draw =
+                   [](RasterCanvas& canvas) {
+                     canvas.clipRect({8.4, 12.3, 19.7, 15.5});
+                     canvas.clipRect({4.6, 14.7, 19.6, 20.2});
+                     fill(canvas, Path::rect({0, 0, 40, 40}), ink);
+                   },
+               .expect =
+                   [](ReferencePicture& picture) {
+                     picture.paint(ink, picture.fill(Path::rect({8.4, 14.7, 15.8, 13.1})));
+                   }});
+}
+
+TEST(RasterClip, RectangleWithinOneColumnCutsItOnce) {
+  expectRight({.draw =
+                   [](RasterCanvas& canvas) {
+                     canvas.clipRect({8.04, 12.3, 0.2, 15.5});
+                     fill(canvas, Path::rect({0, 0, 40, 40}), ink);
+                   },
+               .expect =
+                   [](ReferencePicture& picture) {
+                     picture.paint(ink, picture.fill(Path::rect({8.04, 12.3, 0.2, 15.5})));
+                   }});
+}
+
 TEST(RasterClip, TheSameRectangleTwiceIsOne) {
   expectRight({.draw =
                    [](RasterCanvas& canvas) {

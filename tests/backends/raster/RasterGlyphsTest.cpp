@@ -136,6 +136,22 @@ TEST(RasterGlyphs, InALayerAreCompositedWithIt) {
                    }});
 }
 
+TEST(RasterGlyphs, CastTheShadowOfAllOutlinesTogether) {
+  const Shadow shadow{{3, -2}, 4, Color{0, 0, 0, 0.9}};
+  const auto filled = [&](const CGAffineTransform& toDevice) { return Region::filled(twoOutlines(), nonZero, toDevice); };
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.setShadow(shadow);
+                     canvas.setFillColor(ink);
+                     canvas.drawGlyphs(twoGlyphs(), origin);
+                   },
+               .expect =
+                   [&](ReferencePicture& picture) {
+                     picture.paint(*shadow.color, picture.shadow(filled, shadow));
+                     picture.paint(ink, picture.fill(twoOutlines()));
+                   }});
+}
+
 TEST(RasterGlyphs, TheShadowOfALayerComesFromItsTextToo) {
   const Shadow shadow{{3, -2}, 4, Color{0, 0, 0, 0.9}};
   const Path square = Path::rect({16, 6, 8, 8});

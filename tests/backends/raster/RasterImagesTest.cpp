@@ -149,6 +149,15 @@ TEST(RasterImage, PartOfAnImage) {
   expectShown({image, {{2.5, 3}, {6, 5.25}}, {{5, 6}, {27, 25}}});
 }
 
+TEST(RasterImage, OpaquePartBesideTransparentPixelsLetsTheGroundThrough) {
+  ImagePixels image{.width = 4, .height = 1, .argb = {0, 0xff000000, 0xff000000, 0xff000000}};
+  auto bitmap = Bitmap::make(30, 4);
+  bitmap->clear(0xffffffff);
+  RasterCanvas(*bitmap).drawImage(image, {{1, 0}, {3, 1}}, {{0, 0}, {30, 4}});
+  EXPECT_EQ(bitmap->pixel(0, 2), 0xff737373);  // nine twentieths of the transparent pixel
+  EXPECT_EQ(bitmap->pixel(20, 2), 0xff000000);
+}
+
 TEST(RasterImage, ReducedToLessThanAPixelIsItsMean) {
   const ImagePixels image = noise(500, 300, false);
   expectShown({image, wholeOf(image), {{5.25, 6.25}, {0.3, 0.4}}});
@@ -227,6 +236,37 @@ TEST(RasterImage, TurnedAndShrunkToAnEighthIsAveraged) {
   ReferencePicture picture(40, 1);
   picture.paint({0.5, 0.5, 0.5, 1}, picture.fill(Path::rect(place), nonZero, turned(30)));
   EXPECT_EQ(picture.difference(*bitmap), "");
+}
+
+TEST(RasterImage, TurnedAndShrunkStripesAsWideAsHalfAPixelAreAveraged) {
+  ImagePixels stripes{.width = 240, .height = 240, .argb = {}};
+  for (int i = 0; i < 240 * 240; ++i) stripes.argb.push_back(i % 240 / 4 % 2 ? 0xffffffff : 0xff000000);
+  auto bitmap = Bitmap::make(40, 40);
+  RasterCanvas canvas(*bitmap);
+  canvas.concat(turned(30));
+  canvas.drawImage(stripes, wholeOf(stripes), {{5, 5}, {30, 30}});
+  for (int y = 14; y < 26; ++y) {
+    for (int x = 14; x < 26; ++x) ASSERT_NEAR(int(bitmap->pixel(x, y) & 255), 128, 2) << x << ", " << y;
+  }
+}
+
+TEST(RasterImage, TurnedAndShrunkInAClipIsTheSameAsWithoutIt) {
+  ImagePixels ramp{.width = 240, .height = 240, .argb = {}};
+  for (int i = 0; i < 240 * 240; ++i) ramp.argb.push_back(0xff000000 | unsigned(i % 240) << 8 | unsigned(i / 240));
+  auto bitmap = Bitmap::make(40, 40), clipped = Bitmap::make(40, 40);
+  for (Bitmap* picture : {&*bitmap, &*clipped}) {
+    RasterCanvas canvas(*picture);
+    if (picture == &*clipped) canvas.clipRect({14, 14, 12, 12});
+    canvas.concat(turned(30));
+    canvas.drawImage(ramp, wholeOf(ramp), {{5, 5}, {30, 30}});
+  }
+  for (int y = 14; y < 26; ++y) {
+    for (int x = 14; x < 26; ++x) {
+      const std::uint32_t whole = bitmap->pixel(x, y), part = clipped->pixel(x, y);
+      ASSERT_NEAR(int(whole >> 8 & 255), int(part >> 8 & 255), 1) << x << ", " << y;
+      ASSERT_NEAR(int(whole & 255), int(part & 255), 1) << x << ", " << y;
+    }
+  }
 }
 
 TEST(RasterImage, GoesThroughClipsLayersAndBlendModesAsAShapeDoes) {

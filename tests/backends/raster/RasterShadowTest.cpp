@@ -244,6 +244,48 @@ TEST(RasterShadow, OfALayerComesFromOutsideTheClip) {
                .expect = [&](ReferencePicture& picture) { picture.paint(dark, picture.shadow(filled(left), shadow)); }});
 }
 
+TEST(RasterShadow, OfALayerComesFromAsFarAsItsBlurReaches) {
+  for (const CGPoint corner : {CGPoint{-50, 0}, {50, 0}, {0, -50}, {0, 50}}) {
+    Bitmap bitmap = std::move(*Bitmap::make(40, 40)), expected = std::move(*Bitmap::make(40, 40));
+    RasterCanvas canvas(bitmap), other(expected);
+    const CGRect upper{corner.x, corner.y + 20, 40, 20}, lower{corner.x, corner.y, 40, 20};
+    Path both = Path::rect(upper);
+    both.append(Path::rect(lower));
+    const Shadow shadow{{0, 0}, 60, dark};
+    canvas.setShadow(shadow);
+    canvas.beginTransparencyLayer();
+    canvas.fillPath(Path::rect(upper), nonZero);
+    canvas.setFillColor(ink);
+    canvas.fillPath(Path::rect(lower), nonZero);
+    canvas.endTransparencyLayer();
+    other.setShadow(shadow);
+    other.fillPath(both, nonZero);
+    EXPECT_GT(expected.pixel(20, 20) >> 24, 10u);
+    for (int i = 0; i < 40; ++i) {
+      ASSERT_NEAR(int(bitmap.pixel(i, 20) >> 24), int(expected.pixel(i, 20) >> 24), 1) << i;
+      ASSERT_NEAR(int(bitmap.pixel(20, i) >> 24), int(expected.pixel(20, i) >> 24), 1) << i;
+    }
+  }
+}
+
+TEST(RasterShadow, OfALayerInALayerComesFromAfar) {
+  Bitmap bitmap = std::move(*Bitmap::make(40, 40));
+  RasterCanvas canvas(bitmap);
+  canvas.setShadow({{2000, 0}, 0, dark});
+  canvas.beginTransparencyLayer();
+  canvas.setShadow({{40, 0}, 0, dark});
+  canvas.beginTransparencyLayer();
+  canvas.fillPath(Path::rect({-2050, 10, 20, 10}), nonZero);
+  canvas.setFillColor(ink);
+  canvas.fillPath(Path::rect({-2050, 20, 20, 10}), nonZero);
+  canvas.endTransparencyLayer();
+  canvas.endTransparencyLayer();
+  for (const int row : {15, 25}) {
+    EXPECT_EQ(bitmap.pixel(5, row), 0xff2b2b2b);
+    EXPECT_EQ(bitmap.pixel(15, row), 0u);
+  }
+}
+
 TEST(RasterShadow, OfAGradientFollowsItsAlpha) {
   // One hard stop on a whole pixel at every scale, so that the shadow is that of the opaque half.
   const GradientStop stops[] = {{0.5, ink}, {0.5, {1, 1, 1, 0}}};
