@@ -172,6 +172,18 @@ TEST_F(SearchFieldTest, ScrollingTheFieldOutOfSightEndsThePopUpAndNotTheTyping) 
   EXPECT_EQ(text(), "amber");
 }
 
+TEST_F(SearchFieldTest, TheScrollBarHasTheGroundOfTheRows) {
+  desktop.setPictures(tessaluna::backend::headless::Pictures::Painted);
+  answerCounted(40);
+  desktop.settle();
+  ASSERT_TRUE(popUp().isOpen());
+  const auto* picture = nativeOf(popUpWindow()).picture();
+  ASSERT_TRUE(picture);
+  // Beside the rows under the bar's short knob, and in a row after its title.
+  const int low = picture->height() - 4;
+  EXPECT_EQ(picture->pixel(picture->width() - 4, low), picture->pixel(picture->width() / 2, low));
+}
+
 TEST_F(SearchFieldTest, TheSourceMayRemoveTheFieldAfterADelay) {
   search->setDelay(0.1);
   search->setSource([this](const SearchQuestion& question) {
