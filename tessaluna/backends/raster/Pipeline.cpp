@@ -135,7 +135,7 @@ void RasterCanvas::Pipeline::clip(const Path& path, FillRule rule) {
   flatten(path, state_.toDevice, clip.box);
   const PixelRect covered = clip.box.intersected(polygons_.bounds().roundedOut());
   if (covered.isEmpty()) return clip.makeEmpty();
-  clip.intersectShape({.polygons = polygons_, .kind = {.rule = rule}}, covered, coverage_, masks_);
+  clip.intersectShape({.polygons = polygons_, .rule = rule}, covered, coverage_, masks_);
 }
 
 void RasterCanvas::Pipeline::fill(const Path& path, FillRule rule) {
@@ -197,12 +197,6 @@ bool RasterCanvas::Pipeline::makePolygons(const Outline& outline, const CGAffine
   return true;
 }
 
-CoverageBuffer::Shape RasterCanvas::Pipeline::shapeOf(const Outline& outline) const {
-  const StrokeStyle* const pen = outline.pen;
-  return {.polygons = polygons_,
-          .kind = {.rule = outline.rule, .isStroke = pen != nullptr, .isDashed = pen && !pen->dash.empty()}};
-}
-
 void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& source) {
   // What is transparent casts no shadow either.
   const bool leavesNoMark = source.isUniform() && source.color[3] == 0 && needsSource(state_.blendMode);
@@ -217,7 +211,7 @@ void RasterCanvas::Pipeline::paintOutline(const Outline& outline, const Source& 
                           PixelPlacement::isPossible(state_.toDevice);
   if (mayBeKnown) return paintKnownOutline(outline, source);
   makePolygons(outline, state_.toDevice, neededBox(shadow));
-  paintPolygons(shapeOf(outline), source, shadow);
+  paintPolygons({.polygons = polygons_, .rule = outline.rule}, source, shadow);
 }
 
 // Coverage is computed near the origin even if it is not kept, so that it is the same wherever in the picture it appears.
@@ -233,7 +227,7 @@ void RasterCanvas::Pipeline::paintKnownOutline(const Outline& outline, const Sou
   if (sight.kept) return paintKept(sight.kept->coverage);
 
   const bool hasAllPoints = makePolygons(outline, place.rest, clip);
-  CoverageBuffer::Shape shape = shapeOf(outline);
+  CoverageBuffer::Shape shape{.polygons = polygons_, .rule = outline.rule};
   const PixelRect whole = polygons_.bounds().roundedOut(), box = whole.intersected(clip);
   shape.liesInBox = whole == box;
   const bool hasRoom = !box.isEmpty() && box.width() <= CoverageRuns::maxSide && box.height() <= CoverageRuns::maxSide;
@@ -334,7 +328,7 @@ bool RasterCanvas::Pipeline::keepAsShape(const CoverageBuffer::Shape& shape, con
                        state_.clip.box == layer.pixels.maxBox().united(layer.casting.maxBox());
   if (!isAlone) return false;
   layer.content = OpenLayer::Content::Shape;
-  layer.shapeKind = shape.kind;
+  layer.shapeRule = shape.rule;
   layer.shapeColor = source.color;
   std::swap(layer.shape, polygons_);
   return true;
@@ -348,7 +342,7 @@ void RasterCanvas::Pipeline::paintKeptShape() {
   State now = state_;
   state_.clip = {.box = layer.pixels.maxBox().united(layer.casting.maxBox())};
   state_.blendMode = BlendMode::Normal;
-  const CoverageBuffer::Shape shape{.polygons = layer.shape, .kind = layer.shapeKind};
+  const CoverageBuffer::Shape shape{.polygons = layer.shape, .rule = layer.shapeRule};
   const PixelRect box = layer.shape.bounds().roundedOut().intersected(state_.clip.box);
   paint({.color = layer.shapeColor}, box,
         [&](auto& painter, const PixelRect& part) { coverage_.sweep(shape, part, painter); });
@@ -450,7 +444,7 @@ void RasterCanvas::Pipeline::composite(OpenLayer& layer) {
   if (layer.content == OpenLayer::Content::Shape) {
     std::swap(layer.shape, polygons_);
     const Source source{.color = layer.shapeColor * splat(alpha)};
-    return paintPolygons({.polygons = polygons_, .kind = layer.shapeKind}, source, shadow);
+    return paintPolygons({.polygons = polygons_, .rule = layer.shapeRule}, source, shadow);
   }
   if (layer.content == OpenLayer::Content::Tint) {
     if (!shadow) return paintTint(layer, alpha);

@@ -76,7 +76,7 @@ class RasterCanvas::Pipeline : OperationMemory {
     TintLayer tint;
     Float4 tintColor{};  // opaque
     Polygons shape;
-    CoverageBuffer::Kind shapeKind{};
+    FillRule shapeRule{};
     Float4 shapeColor{};
   };
   // The state's shadow, in device pixels.
@@ -102,7 +102,6 @@ class RasterCanvas::Pipeline : OperationMemory {
   PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
   void flatten(const Path& path, const CGAffineTransform& transform, const PixelRect& visible);
   bool makePolygons(const Outline& outline, const CGAffineTransform& transform, const PixelRect& visible);
-  CoverageBuffer::Shape shapeOf(const Outline& outline) const;
   void paintOutline(const Outline& outline, const Source& source);
   void paintKnownOutline(const Outline& outline, const Source& source);
   void fillGlyphs(const GlyphRun& run, CGPoint origin);

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/backends/raster/CoverageBuffer.h"
 #include "tessaluna/backends/raster/Stroker.h"
 
 namespace tessaluna::backend::raster::test {
@@ -12,21 +13,34 @@ namespace tessaluna::backend::raster::test {
 namespace {
 
 constexpr int side = 20;  // of the box, in pixels
-constexpr DeviceRect box{0, 0, side, side};
+constexpr PixelRect box{0, 0, side, side};
 // How many sides may go through the strips of a row, with a margin for its first and last strip.
 constexpr std::size_t maxPerRow = 4 * 60000;
 
 struct Resolved {
   std::vector<float> coverage = std::vector<float>(std::size_t(side * side));
   std::size_t work = 0;
+
+  // These make it a sink of a coverage buffer.
+  void uniform(int x, int y, int count, float winding) {
+    std::fill_n(&coverage[std::size_t(y * side + x)], count, coverageOf(winding));
+  }
+  void varied(int x, int y, int count, const float* windings) {
+    writeCoverage(windings, count, &coverage[std::size_t(y * side + x)]);
+  }
+  void uniformRows(const PixelRect& rows, float winding) {
+    for (int y = rows.top; y < rows.bottom; ++y) uniform(rows.left, y, rows.width(), winding);
+  }
+  void variedRows(const PixelRect& rows, const float* windings) {
+    for (int y = rows.top; y < rows.bottom; ++y) varied(rows.left, y, rows.width(), windings);
+  }
 };
 
 Resolved resolve(const Polygons& polygons) {
   Resolved resolved;
-  OverlapResolver resolver;
-  resolver.take(polygons);
-  resolver.cover({.moved = {}, .box = box}, resolved.coverage.data(), side);
-  resolved.work = resolver.sidesOfStrips();
+  CoverageBuffer buffer;
+  EXPECT_TRUE(buffer.sweep({.polygons = polygons}, box, resolved));
+  resolved.work = buffer.sidesSearched();
   return resolved;
 }
 
@@ -68,7 +82,7 @@ TEST(OverlapResolverTest, HugePensOverPointsFarAwayTakeBoundedWork) {
     SCOPED_TRACE(testing::Message() << "points up to " << far);
     Polygons polygons;
     const StrokeStyle pen{.width = 1e7, .cap = LineCap::Round, .join = LineJoin::Round};
-    Stroker().stroke(path, pen, {}, box, polygons);
+    Stroker().stroke(path, pen, {}, DeviceRect::of(box), polygons);
     EXPECT_LE(polygons.pointCount(), std::size_t{2} << 20);
     EXPECT_LE(resolve(polygons).work, side * maxPerRow);
   }
