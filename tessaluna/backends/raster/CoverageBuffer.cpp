@@ -26,17 +26,10 @@ bool CoverageBuffer::begin(const PixelRect& box, FillRule rule) {
   partCount_ = 1;
   mostInRow_ = maxPillars;
   pillars_.clear();
-  clearForReuse(unsorted_);
-  clearForReuse(bucketEnds_);
   isFull_ = false;
-  if (++sweeps_ == sweepsWithMemory) {
-    resolver_ = {};
-    partRoom_ = leastParts;
-    sweeps_ = 0;
-  }
   const std::size_t room = std::size_t(box.width()) + 2 * blockSize;
-  return starts_.prepare(std::size_t(rowCount_)) && parts_.prepare(partRoom_) && coverage_.prepare(room) &&
-         rows_[0].prepare(room) && rows_[1].prepare(room);
+  return starts_.prepare(std::size_t(rowCount_)) && coverage_.prepare(room) && rows_[0].prepare(room) &&
+         rows_[1].prepare(room);
 }
 
 void CoverageBuffer::add(const Shape& shape, bool isWholeBox) {
@@ -57,25 +50,20 @@ void CoverageBuffer::add(const Shape& shape, bool isWholeBox) {
       Polygons::forEachSide(shape.polygons.polygon(i), [&](CGPoint from, CGPoint to) { addEdge(place(from), place(to)); });
     }
   }
-}
-
-// False if the parts of fewer rows must do.
-bool CoverageBuffer::makeRoom() {
-  std::fill_n(starts_.data(), rowCount_, RowStart{});
-  if (rowCount_ > 1 && partRoom_ >= maxParts) return false;
-  partRoom_ *= 2;
-  return true;
-}
-
-bool CoverageBuffer::prepareToSort() {
-  if (order_.prepare(2 * mostInRow_ + 2)) return true;  // parts are inserted from either end
-  std::fill_n(starts_.data(), rowCount_, RowStart{});
-  return false;
+  isFull_ = isFull_ || !order_.prepare(2 * mostInRow_ + 2);  // parts are inserted from either end
+  if (isFull_) std::fill_n(starts_.data(), rowCount_, RowStart{});
 }
 
 // Whether there is room for so many more parts and pieces.
 inline bool CoverageBuffer::reserve(int count) {
-  isFull_ = isFull_ || partCount_ + std::uint32_t(count) > partRoom_;
+  const std::uint32_t needed = partCount_ + std::uint32_t(count);
+  return needed <= partRoom_ || growTo(needed);
+}
+
+bool CoverageBuffer::growTo(std::uint32_t needed) {
+  isFull_ = isFull_ || (needed > maxParts && rowCount_ > 1) ||
+            !parts_.prepare(2 * std::size_t(needed), partRoom_ > 0 ? partCount_ : 0);
+  partRoom_ = isFull_ ? 0 : 2 * needed;
   return !isFull_;
 }
 

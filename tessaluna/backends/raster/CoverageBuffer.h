@@ -69,7 +69,7 @@ class CoverageBuffer {
   static constexpr int minPillar = 4;  // rows
   // More parts, of 32 bytes each, are not kept at a time, unless one row has them: the box is divided. A processor's caches
   // hold about as many.
-  static constexpr std::uint32_t leastParts = 1 << 11, maxParts = 1 << 16;
+  static constexpr std::uint32_t maxParts = 1 << 16;
 
   // Parts from the left. A key has the bits of the part's left end, which are in the order of positive numbers, above its
   // index.
@@ -108,8 +108,7 @@ class CoverageBuffer {
   void follow(int direction);
   void leaveChain();
   bool reserve(int count);
-  bool makeRoom();
-  bool prepareToSort();
+  bool growTo(std::uint32_t needed);
   int endOfRepeat(int row);
   void findRuns(int row, Rows& rows);
   Order sortParts(int row);
@@ -129,7 +128,7 @@ class CoverageBuffer {
   int relevant_ = ~0;            // the bits of a winding number that are not all 0 inside
   WorkBuffer<RowStart> starts_;  // 0 between uses
   WorkBuffer<Part> parts_;       // and pieces; the first one is unused
-  std::uint32_t partCount_ = 0, partRoom_ = leastParts;
+  std::uint32_t partCount_ = 0, partRoom_ = 0;
   bool isFull_ = false;            // there are more parts than room for them
   int direction_ = 0;              // of the chain, 0 before its first side
   int rowOfChain_ = -1;            // where the chain arrived last; -1 if it has not been in a row
@@ -156,10 +155,10 @@ bool CoverageBuffer::sweep(const Shape& shape, const PixelRect& box, Sink& sink)
     add(shape, part == box);
     const int height = part.height();
     if (isFull_) {
-      if (!makeRoom()) part.bottom = part.top + height / 2;
+      if (height == 1) return false;
+      part.bottom = part.top + height / 2;
       continue;
     }
-    if (!prepareToSort()) return false;
     box_ = part.moved(shape.shown);
     // The next row's changes are added before a row is summed: a processor waits where it reads at once what was stored one
     // by one.

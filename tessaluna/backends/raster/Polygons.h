@@ -15,8 +15,8 @@ namespace tessaluna::backend::raster {
 class Polygons {
  public:
   void clear() {
-    clearForReuse(points_);
-    clearForReuse(starts_);
+    points_.clear();
+    starts_.clear();
   }
   std::size_t pointCount() const { return points_.size(); }
 

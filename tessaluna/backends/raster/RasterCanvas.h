@@ -4,8 +4,8 @@
 //   RasterCanvas canvas(*bitmap, {.scale = 2});     // shows the base space from (0, 0) to (32, 32)
 //   canvas.fillPath(Path::oval({4, 4, 24, 24}), FillRule::NonZero);
 //
-// Pixels are right within 1/255 inside shapes and 3/255 on their edges, except for a few where tangles smaller than a pixel
-// or than the pen meet, and where nearly level edges overlap within one row of pixels (docs/performance.md lists cases).
+// Pixels are right within 1/255 inside shapes and 3/255 on their edges, however they overlap, except for a few where dashes
+// end in bends narrower than the pen (docs/performance.md lists cases).
 // Whatever the input, the canvas neither throws nor hangs: it leaves out points that are not finite, and it does not paint
 // what does not fit into memory. It keeps its working memory between operations, up to some thousands of them, and it
 // remembers the coverage of small shapes and glyphs, so that drawing the same again is fast and allocates nothing.

@@ -62,7 +62,7 @@ bool Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
 
   polygons_ = &polygons;
   isWhole_ = true;
-  clearForReuse(piece_);
+  piece_.clear();
   outline_.begin(pen_, polygons);
   // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
   FlattenSettings settings{
@@ -152,7 +152,7 @@ void Stroker::finishContour(Contour contour) {
       walkContour(contour);
     }
   }
-  clearForReuse(points_);
+  points_.clear();
   firstFar_.reset();
   isDouble_ = false;
 }

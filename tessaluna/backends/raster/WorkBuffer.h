@@ -6,19 +6,10 @@
 #include <cstdlib>
 #include <memory>
 #include <type_traits>
-#include <vector>
 
 #include "tessaluna/platform/foundation/languageVersion.h"
 
 namespace tessaluna::backend::raster {
-
-// Empties a list for its next use. The list keeps its memory unless that is large and the last use needed little of it.
-template <class T>
-void clearForReuse(std::vector<T>& list) {
-  constexpr std::size_t keptBytes = std::size_t(256) * 1024;  // less is not worth another allocation
-  if (list.capacity() * sizeof(T) > keptBytes && list.size() < list.capacity() / 4) list = std::vector<T>();
-  else list.clear();
-}
 
 template <class T>
 class WorkBuffer {
