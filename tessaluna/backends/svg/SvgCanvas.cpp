@@ -300,9 +300,11 @@ void SvgCanvas::strokePath(const Path& path, const StrokeStyle& style) {
 void SvgCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradient& gradient) {
   if (!isFinite(path, state_.transform)) return fail("a point that is not finite");
   if (!isFinite(gradient.start) || !isFinite(gradient.end)) return fail("a point that is not finite");
+  const auto isUsableStop = [](const GradientStop& stop) { return std::isfinite(stop.location); };
+  const auto lastStop = std::find_if(gradient.stops.rbegin(), gradient.stops.rend(), isUsableStop);
+  if (lastStop == gradient.stops.rend()) return;
   // On an axis without length every place lies after its end. Not every program paints that.
-  if (gradient.start == gradient.end && !gradient.stops.empty())
-    return fillInOneColor(path, rule, gradient.stops.back().color);
+  if (gradient.start == gradient.end) return fillInOneColor(path, rule, lastStop->color);
   const int id = ++lastId_;
   // A stretched space leans the lines of one color against their axis, which only the space itself can express.
   const bool isPlain = keepsShape(state_.transform);
@@ -313,7 +315,7 @@ void SvgCanvas::fillGradient(const Path& path, FillRule rule, const LinearGradie
       (isPlain ? "" : attribute("gradientTransform", matrixText(state_.transform))) + attribute("x1", number(start.x)) +
       attribute("y1", number(start.y)) + attribute("x2", number(end.x)) + attribute("y2", number(end.y)) + ">";
   for (const GradientStop& stop : gradient.stops) {
-    if (std::isnan(stop.location)) continue;
+    if (!isUsableStop(stop)) continue;
     definitions_ += "<stop" + attribute("offset", number(stop.location)) + attribute("stop-color", colorText(stop.color));
     if (stop.color.alpha != 1) definitions_ += attribute("stop-opacity", number(clamp01(stop.color.alpha)));
     definitions_ += "/>";

@@ -15,11 +15,12 @@ namespace tessaluna::backend::svg {
 
 class SvgCanvas : public Canvas {
  public:
-  // A picture of an area of base space, in points. The scale changes the size it is shown at, and in it only lines of no
-  // width, which are one pixel wide.
+  // A picture of an area of base space, in points. The scale changes the size at which it is shown; in the drawing itself it
+  // changes only lines of width 0, which are one pixel wide. In a stretched space the dashes of such lines have the lengths
+  // that they have along the x axis, in all directions.
   explicit SvgCanvas(CGRect area, double scale = 1);
 
-  // The whole document. Layers that are open are in it as if they ended here; drawing may go on.
+  // The whole document. Layers that are open are in it as if they ended here; drawing may continue.
   std::string document() const;
   // What could not be said, the first of it.
   const std::optional<std::string>& error() const { return error_; }

@@ -114,25 +114,25 @@ TEST(SvgCanvas, StrokesThatMakeNoSense) {
   const auto strokeOf = [](const StrokeStyle& style) {
     return bodyOf([&](Canvas& canvas) { canvas.strokePath(square(1, 2, 3), style); });
   };
-  const double nothing = std::nan(""), infinity = std::numeric_limits<double>::infinity();
+  const double nan = std::nan(""), infinity = std::numeric_limits<double>::infinity();
   EXPECT_EQ(strokeOf({.width = -3}), "");
-  EXPECT_EQ(strokeOf({.width = nothing}), "");
+  EXPECT_EQ(strokeOf({.width = nan}), "");
   EXPECT_EQ(errorOf([&](Canvas& canvas) { canvas.strokePath(square(1, 2, 3), {.width = infinity}); }),
             "SVG cannot say a line of infinite width");
-  for (const double limit : {0.5, -1.0, nothing}) {
+  for (const double limit : {0.5, -1.0, nan}) {
     EXPECT_THAT(strokeOf({.miterLimit = limit}), HasSubstr("stroke-linejoin=\"bevel\""));
     EXPECT_THAT(strokeOf({.miterLimit = limit}), Not(HasSubstr("miterlimit")));
   }
   EXPECT_THAT(strokeOf({.miterLimit = infinity}), HasSubstr("stroke-miterlimit=\"1000\""));
-  const double negative[] = {-4, 2}, zeros[] = {0, 0}, endless[] = {infinity, 1}, unknown[] = {nothing}, dots[] = {0, 2};
+  const double negative[] = {-4, 2}, zeros[] = {0, 0}, endless[] = {infinity, 1}, unknown[] = {nan}, dots[] = {0, 2};
   for (const std::span<const double> dash : {std::span<const double>(negative), std::span<const double>(zeros),
                                              std::span<const double>(endless), std::span<const double>(unknown)})
     EXPECT_THAT(strokeOf({.dash = dash}), Not(HasSubstr("stroke-dash")));
-  EXPECT_THAT(strokeOf({.dash = dots, .dashPhase = nothing}), HasSubstr("stroke-dasharray=\"0 2\"/>"));
+  EXPECT_THAT(strokeOf({.dash = dots, .dashPhase = nan}), HasSubstr("stroke-dasharray=\"0 2\"/>"));
 }
 
 TEST(SvgCanvas, ColorsAndAlphasAreCutToTheirRange) {
-  const double nothing = std::nan("");
+  const double nan = std::nan("");
   const auto fillOf = [](const Color& color, double alpha) {
     return bodyOf([&](Canvas& canvas) {
       canvas.setFillColor(color);
@@ -140,11 +140,11 @@ TEST(SvgCanvas, ColorsAndAlphasAreCutToTheirRange) {
       canvas.fillPath(square(1, 2, 3), FillRule::NonZero);
     });
   };
-  EXPECT_THAT(fillOf({-1, 2, nothing, 1}, 1), HasSubstr("fill=\"#00ff00\"/>"));
-  EXPECT_THAT(fillOf({0, 0, 0, nothing}, 1), HasSubstr("fill-opacity=\"0\""));
+  EXPECT_THAT(fillOf({-1, 2, nan, 1}, 1), HasSubstr("fill=\"#00ff00\"/>"));
+  EXPECT_THAT(fillOf({0, 0, 0, nan}, 1), HasSubstr("fill-opacity=\"0\""));
   EXPECT_THAT(fillOf({0, 0, 0, 7}, 1), HasSubstr("fill-opacity=\"1\""));
-  EXPECT_THAT(fillOf({0, 0, 0, 1}, nothing), HasSubstr("<g opacity=\"0\">"));
-  const GradientStop stops[] = {{0, {0, 0, 0, 7}}, {nothing, red}, {1, {0, 0, 0, nothing}}};
+  EXPECT_THAT(fillOf({0, 0, 0, 1}, nan), HasSubstr("<g opacity=\"0\">"));
+  const GradientStop stops[] = {{0, {0, 0, 0, 7}}, {nan, red}, {1, {0, 0, 0, nan}}};
   SvgCanvas canvas({0, 0, 20, 10});
   canvas.setShadow({.offset = {1, 1}, .blur = 2, .color = Color{0, 0, 0, 7}});
   canvas.fillGradient(square(1, 2, 3), FillRule::NonZero, {.stops = stops, .start = {0, 0}, .end = {0, 9}});
@@ -153,9 +153,34 @@ TEST(SvgCanvas, ColorsAndAlphasAreCutToTheirRange) {
                                            "offset=\"1\" stop-color=\"#000000\" stop-opacity=\"0\""));
 }
 
-TEST(SvgCanvas, ShadowOfNoPlaceIsNone) {
-  const double nothing = std::nan("");
-  for (const Shadow& shadow : {Shadow{{nothing, 1}, 2, red}, Shadow{{1, -HUGE_VAL}, 2, red}, Shadow{{1, 1}, HUGE_VAL, red}})
+TEST(SvgCanvas, GradientStopsThatAreNotFiniteAreLeftOut) {
+  const double nan = std::nan(""), infinity = std::numeric_limits<double>::infinity();
+  const Color green{0, 1, 0, 1};
+  const GradientStop stops[] = {{-infinity, red}, {nan, red}, {0.5, green}, {infinity, red}};
+  const auto gradientOf = [](std::span<const GradientStop> used, CGPoint end) {
+    SvgCanvas canvas({0, 0, 20, 10});
+    canvas.fillGradient(square(1, 2, 3), FillRule::NonZero, {.stops = used, .start = {0, 0}, .end = end});
+    return canvas.document();
+  };
+  EXPECT_THAT(gradientOf(stops, {0, 9}), HasSubstr("><stop offset=\"0.5\" stop-color=\"#00ff00\"/></linearGradient>"));
+  EXPECT_THAT(gradientOf(stops, {0, 0}), HasSubstr(" fill=\"#00ff00\"/>")) << "an axis without length";
+  const std::span<const GradientStop> unusable = std::span<const GradientStop>(stops).first(2);
+  EXPECT_THAT(gradientOf(unusable, {0, 9}), Not(HasSubstr("<path")));
+  EXPECT_THAT(gradientOf(unusable, {0, 0}), Not(HasSubstr("<path")));
+}
+
+TEST(SvgCanvas, DashesOfALineWithoutWidthFollowTheXAxisOfAStretchedSpace) {
+  const double dash[] = {2, 2};
+  EXPECT_THAT(bodyOf([&](Canvas& canvas) {
+                canvas.concat(CGAffineTransform::scale(4, 1));
+                canvas.strokePath(square(1, 2, 3), {.width = 0, .dash = dash});
+              }),
+              HasSubstr("stroke-dasharray=\"8 8\""));
+}
+
+TEST(SvgCanvas, ShadowThatIsNotFiniteIsNotDrawn) {
+  const double nan = std::nan("");
+  for (const Shadow& shadow : {Shadow{{nan, 1}, 2, red}, Shadow{{1, -HUGE_VAL}, 2, red}, Shadow{{1, 1}, HUGE_VAL, red}})
     EXPECT_THAT(bodyOf([&](Canvas& canvas) {
                   canvas.setShadow(shadow);
                   canvas.fillPath(square(1, 2, 3), FillRule::NonZero);
@@ -163,7 +188,7 @@ TEST(SvgCanvas, ShadowOfNoPlaceIsNone) {
                 Not(HasSubstr("filter")));
 }
 
-TEST(SvgCanvas, DocumentClosesWhatIsOpenAndDrawingCanGoOn) {
+TEST(SvgCanvas, DocumentClosesWhatIsOpenAndDrawingCanContinue) {
   const auto layers = [](SvgCanvas& canvas) {
     canvas.setAlpha(0.5);
     canvas.beginTransparencyLayer();
