@@ -37,6 +37,9 @@ void render(const Arguments& arguments) {
   const Source source = arguments.has("--image") ? Source::Image : Source::Routine;
   const auto givenPath = arguments.value("-o");
   if (!givenPath) throw UsageFailure("-o FILE.png or -o FILE.svg is missing");
+  const bool isSvg = givenPath->ends_with(".svg");
+  if (!isSvg && !givenPath->ends_with(".png"))
+    throw UsageFailure("-o: '" + std::string(*givenPath) + "' ends in neither .png nor .svg");
   if (source == Source::Image && !figure.routine().image)
     throw UsageFailure("--image: " + figure.routine().member() + " has no image routine");
   if (source == Source::Image && arguments.has("--frame")) throw UsageFailure("--image takes a --size and no --frame");
@@ -55,7 +58,7 @@ void render(const Arguments& arguments) {
   if (const auto background = arguments.value("--background")) picture.background = parseBackground(*background);
 
   const std::string path(*givenPath);
-  if (path.ends_with(".svg")) {
+  if (isSvg) {
     tessaluna::backend::svg::SvgCanvas canvas(picture.area, picture.scale);
     paint(canvas, figure, picture, source);
     writeSvg(path, canvas);
@@ -81,7 +84,7 @@ const Command renderCommand = {
         "NAME -o FILE.png|FILE.svg [--frame X,Y,W,H | --size WxH] [--scale S]\n"
         "                         [--background none|light|dark|#rrggbb] [--FLAG true|false]... [--image]",
     .summary =
-        "Paints a routine into a PNG file, or into an SVG file where the name ends in .svg: its frame with 2 points\n"
+        "Paints a routine into a PNG or SVG file, as the ending of its name says: its frame with 2 points\n"
         "around it, with --size exactly (0, 0, W, H). --scale is pixels per point, 0.1 to 16. --image draws through\n"
         "the routine's image.",
     .options = options,

@@ -70,7 +70,7 @@ int countOf(const PngPicture& picture, PngPicture::Pixel wanted) {
   return count;
 }
 
-TEST(SheetCommand, AGlyphThatTheGroundWouldHideStandsOnATile) {
+TEST(SheetCommand, AGlyphThatTheBackgroundWouldHideHasATileBehindIt) {
   const ToolFolder folder;
   folder.run({"sheet", "-o", "white.png", "--family", "Browse icons", "--background", "light"});
   folder.run({"sheet", "-o", "dark.png", "--family", "Browse icons", "--background", "dark"});
@@ -80,6 +80,13 @@ TEST(SheetCommand, AGlyphThatTheGroundWouldHideStandsOnATile) {
   EXPECT_GT(tilesOnWhite, 1000) << "the album is white";
   EXPECT_GT(tilesOnDark, 5 * tilesOnWhite) << "all others are black";
   EXPECT_EQ(dark->at(0, 0), (PngPicture::Pixel{32, 32, 32, 255}));
+}
+
+TEST(SheetCommand, AnEmptyFileNameIsAnError) {
+  const ToolFolder folder;
+  const ToolRun run = folder.run({"sheet", "-o", "", "--family", "Browse icons"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.errors, testing::HasSubstr("cannot write ''"));
 }
 
 TEST(SheetCommand, EveryFlagIsOnInHalfOfTheTiles) {
