@@ -24,9 +24,9 @@ HostWindow::HostWindow() : title_(new QLabel) {
   layout->addLayout(transport);
   const auto previous = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 24, 24});
   tessaluna::backend::qt::connectAction(*previous, this, [this] { goBy(-1); });
-  auto* first = new tessaluna::backend::qt::QtViewWidget(previous);
-  first->setAccessibleName("Previous");
-  transport->addWidget(first);
+  auto* previousWidget = new tessaluna::backend::qt::QtViewWidget(previous);
+  previousWidget->setAccessibleName("Previous");
+  transport->addWidget(previousWidget);
 
   auto* play = new QPushButton("Play");
   play->setIcon(iconOfDrawing({32, 32}, TessalunaStyleKit::drawPlay, {.role = IconRole::ButtonText}));
@@ -39,9 +39,9 @@ HostWindow::HostWindow() : title_(new QLabel) {
   const auto next = tessaluna::platform::make<TessalunaUIKit::PrevNextButton>(tessaluna::platform::CGRect{0, 0, 24, 24});
   next->setNext(true);
   tessaluna::backend::qt::connectAction(*next, this, [this] { goBy(1); });
-  auto* widget = new tessaluna::backend::qt::QtViewWidget(next);
-  widget->setAccessibleName("Next");
-  transport->addWidget(widget);
+  auto* nextWidget = new tessaluna::backend::qt::QtViewWidget(next);
+  nextWidget->setAccessibleName("Next");
+  transport->addWidget(nextWidget);
   next->setTintColor(tessaluna::platform::NSColor::alternateSelectedControlColor());
 
   goBy(0);
