@@ -134,7 +134,7 @@ class RasterCanvas::Pipeline : OperationMemory {
 
   GlyphCache glyphs_;
   ShapeCache shapes_;
-  // A hundred redraws of a window with a hundred shapes: memory that they need is made again in no time, compared to them.
+  // A hundred redraws of a window with a hundred shapes: allocating again costs next to nothing beside them.
   static constexpr int operationsOfMemory = 10000;
   int operations_ = 0;  // since working memory was given back
 };

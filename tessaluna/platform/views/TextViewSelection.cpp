@@ -196,7 +196,7 @@ NSRange TextViewSelection::stepAt(CGPoint point) const {
   unreachable();
 }
 
-// What a field's editor does not take must not come back to it by way of the field, which gives it what it gets.
+// The field forwards its events to its editor, so what the editor does not take must not return to the field.
 void TextViewSelection::mouseDown(const Ref<NSEvent>& event) {
   if (!isSelectable()) {
     if (!isFieldEditor()) NSText::mouseDown(event);

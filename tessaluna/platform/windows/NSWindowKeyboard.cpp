@@ -10,7 +10,7 @@ namespace tessaluna::platform {
 bool NSWindow::makeFirstResponder(NSResponder* responder) {
   NSResponder* wanted = responder ? responder : this;
   if (wanted == firstResponder_) return true;
-  // Of a view elsewhere nobody would notice that it goes.
+  // A window does not notice when a view of another window is released.
   const auto* view = dynamic_cast<const NSView*>(wanted);
   const auto isElsewhere = [&] { return view && view->window() != this; };
   if (isElsewhere()) return false;

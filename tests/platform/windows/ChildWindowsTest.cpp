@@ -43,7 +43,7 @@ TEST_F(ChildWindowsTest, OneThatIsClosedIsNoChildAnyMore) {
   EXPECT_FALSE(child->isVisible());
 }
 
-TEST_F(ChildWindowsTest, AWindowIsNoChildOfItselfOrOfItsChildren) {
+TEST_F(ChildWindowsTest, AWindowCannotBeAChildOfItselfOrOfItsChildren) {
   parent->addChildWindow(child, NSWindowAbove);
   child->addChildWindow(parent, NSWindowAbove);
   parent->addChildWindow(parent, NSWindowAbove);
