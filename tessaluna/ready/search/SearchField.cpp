@@ -189,7 +189,7 @@ void SearchField::showAnswer(std::vector<SearchRow> rows) {
 void SearchField::showPopUp(SearchPopUp::Content content) {
   if (!window() || !field_->currentEditor()) return;
   const bool hasLostKeys = wasKey_ && !window()->isKeyWindow();
-  if (!popUp_->isOpen() && (!mayOpen_ || hasLostKeys)) return;
+  if (!popUp_->isOpen() && (!mayOpen_ || hasLostKeys || NSIsEmptyRect(field_->visibleRect()))) return;
   mayOpen_ = false;
   // What the pointer was over is not what it is over now.
   if (std::exchange(pointedAt_, std::nullopt)) popUp_->selectRow(std::nullopt);

@@ -170,6 +170,23 @@ TEST_F(SearchFieldTest, ScrollingTheFieldOutOfSightEndsThePopUpAndNotTheTyping) 
   EXPECT_FALSE(popUp().isOpen());
   user.type("er");
   EXPECT_EQ(text(), "amber");
+  EXPECT_FALSE(popUp().isOpen());
+  cut->setBoundsOrigin({0, 0});
+  user.type("s");
+  EXPECT_TRUE(popUp().isOpen());
+}
+
+TEST_F(SearchFieldTest, ALateAnswerOpensNothingBelowAFieldThatIsOutOfSight) {
+  answersLater = true;
+  const auto cut = make<NSView>(window->contentView()->bounds());
+  window->contentView()->addSubview(cut);
+  cut->addSubview(search);
+  user.click(*window, {100, 210});
+  user.type("amb");
+  cut->setBoundsOrigin({0, 300});
+  desktop.settle();
+  asked.back().answer(matches("amb"));
+  EXPECT_FALSE(popUp().isOpen());
 }
 
 TEST_F(SearchFieldTest, TheScrollBarHasTheGroundOfTheRows) {
