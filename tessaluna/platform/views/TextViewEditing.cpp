@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
+#include "tessaluna/platform/text/textBoundaries.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/text/wholeScalars.h"
 #include "tessaluna/platform/views/NSControl.h"
@@ -189,7 +190,11 @@ void TextViewEditing::deleteTo(TextMotion motion) {
     change({.range = selected, .text = {}});
     return;
   }
-  const std::size_t to = destination(motion, selected.location);
+  std::size_t to = destination(motion, selected.location);
+  // Before the blank at which a line wraps nothing else of the line is left, so the blank is deleted.
+  const NSRange paragraph = paragraphRangeAt(textStorage()->text(), selected.location);
+  if (motion == TextMotion::LineEnd && to == selected.location && to < paragraph.location + paragraph.length)
+    to = destination(TextMotion::Forward, to);
   const auto [start, end] = std::minmax(selected.location, to);
   if (start == end) return;
   const EditKind kind = motion == TextMotion::Backward  ? EditKind::DeletingBackward

@@ -14,6 +14,7 @@ constexpr std::uint32_t shift = NSEventModifierFlagShift, control = NSEventModif
 
 using TextViewEditingUndo = harness::FieldWorld;
 using TextViewEditingClipboard = harness::FieldWorld;
+using TextViewEditingDeletion = harness::StillWorld;
 
 class TextViewEditingComposition : public harness::FieldWorld {
  protected:
@@ -23,6 +24,23 @@ class TextViewEditingComposition : public harness::FieldWorld {
 };
 
 }  // namespace
+
+// TextViewEditingDeletion. Ten characters fit on a line.
+
+TEST_F(TextViewEditingDeletion, ToTheEndOfALineDeletesTheBlankAtWhichItWrapsOnceNothingElseIsLeft) {
+  const auto view = make<NSTextView>(CGRect{0, 0, 66, 150});
+  const auto deletedFrom = [&](std::size_t index) {
+    view->setString("one two three\nfour");
+    view->setSelectedRange({index, 0});
+    view->doCommandBySelector("deleteToEndOfLine:");
+    EXPECT_EQ(view->selectedRange(), (NSRange{index, 0}));
+    return view->string();
+  };
+  EXPECT_EQ(deletedFrom(4), "one  three\nfour");
+  EXPECT_EQ(deletedFrom(7), "one twothree\nfour");
+  EXPECT_EQ(deletedFrom(13), "one two three\nfour") << "the end of the paragraph";
+  EXPECT_EQ(deletedFrom(18), "one two three\nfour");
+}
 
 // TextViewEditingUndo.
 
