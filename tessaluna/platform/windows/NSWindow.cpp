@@ -339,8 +339,20 @@ void NSWindow::sendEvent(const Ref<NSEvent>& event) {
 }
 
 void NSWindow::resetCursorRects() {
+  // The windows whose reset is under way, the innermost first.
+  struct Reset {
+    const NSWindow* window;
+    const Reset* outer;
+  };
+  static const Reset* innermost = nullptr;
+  // A view that is asked for its rectangles may ask for a reset.
+  for (const Reset* reset = innermost; reset; reset = reset->outer)
+    if (reset->window == this) return;
+  const Reset reset{.window = this, .outer = innermost};
+  innermost = &reset;
   if (contentView_) discardCursorRectsBelow(*contentView_, *this);
   updateCursorRects();
+  innermost = reset.outer;
 }
 
 void NSWindow::updateCursorRects() {

@@ -27,7 +27,12 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
   }
   if (wanted == this) return true;
   // Whoever is notified may take the view away.
-  if (isElsewhere() || !wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder() || isElsewhere()) return false;
+  if (isElsewhere() || !wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
+  if (isElsewhere()) {
+    // It believes that it has the keys.
+    wanted->resignFirstResponder();
+    return false;
+  }
   // A text field has given the status on to its editor by now.
   if (firstResponder_ == this) setFirstResponder(*wanted);
   // A control's element is its cell.

@@ -276,6 +276,25 @@ TEST_F(ViewTrackingTest, CursorRectanglesAreAskedForAgainWhenTheyAreInvalid) {
   EXPECT_EQ(v->resets, 2);
 }
 
+TEST_F(ViewTrackingTest, AViewMayAskForAResetWhileItIsAskedForItsCursorRectangles) {
+  struct Asking : HandView {
+    using HandView::HandView;
+    void resetCursorRects() override {
+      window()->resetCursorRects();
+      HandView::resetCursorRects();
+    }
+  };
+  const auto v = make<Asking>(CGRect{50, 50, 40, 40});
+  window = showWindowWith(v);
+  user.moveTo(*window, {55, 60});
+  EXPECT_EQ(nativeOf(*window).cursor(), tessaluna::backend::CursorShape::PointingHand);
+  v->resets = 0;
+  window->resetCursorRects();
+  EXPECT_EQ(v->resets, 1);
+  window->resetCursorRects();
+  EXPECT_EQ(v->resets, 2) << "a later reset";
+}
+
 TEST_F(ViewTrackingTest, AResetByTheWindowAsksAllViewsAgainAndHiddenOnesOnceTheyShow) {
   const auto shown = make<HandView>(CGRect{50, 50, 40, 40}), hidden = make<HandView>(CGRect{0, 0, 40, 40});
   window = showWindowWith(shown);

@@ -535,14 +535,16 @@ TEST_F(NSWindowTest, AViewThatIsTakenAwayWhileItBecomesTheFirstResponderIsNot) {
     using ProbeView::ProbeView;
     bool becomeFirstResponder() override {
       removeFromSuperview();
-      return true;
+      return ProbeView::becomeFirstResponder();
     }
   };
   const auto leaving = make<Leaving>(CGRect{0, 0, 10, 10});
   leaving->acceptsFirst = true;
   const auto window = showWindowWith(leaving);
+  leaving->calls.clear();
   EXPECT_FALSE(window->makeFirstResponder(leaving.get()));
   EXPECT_EQ(window->firstResponder(), window.get());
+  EXPECT_THAT(leaving->calls, testing::IsSupersetOf({"become", "resign"}));
 }
 
 TEST_F(NSWindowTest, AViewThatTheEarlierFirstResponderTakesAwayIsNotMadeTheFirst) {
