@@ -2,6 +2,9 @@
 // number is an error.
 #pragma once
 
+#include <cstdint>
+#include <utility>
+
 #include "tessaluna/platform/foundation/memberTables.h"
 
 namespace tessaluna::platform {

@@ -1,9 +1,9 @@
 // A window's knowledge of where the pointer is: which tracking areas it has entered, which cursor it wears, and
 // which tool tip it would show. Things happen only when the pointer moves or a button goes up: an area that appears, goes or is
 // laid out under a still pointer sends nothing.
-//
 // The one exception is what the user scrolls under the pointer: to the areas of that content the pointer has moved, and they
-// get exits, entries and moves with the window's next frame, or as far as a button does not delay them before a press.
+// get exits, entries and moves with the window's next frame. A press before that frame is preceded by the exits, and by the
+// entries to areas that ask for entries while a button is down.
 //
 // While a button is down an entry is sent only to areas that ask for that, and no move; the others get the entry, and a drag's
 // end one move, at the release. The exit of an entry that was sent comes at once in any case. An area that was taken from

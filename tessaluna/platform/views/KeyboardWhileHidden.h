@@ -1,6 +1,6 @@
-// What a view adopts for itself, or for one below it, that is hidden only as long as it is out of sight: whoever has the
-// keyboard in it keeps it meanwhile, so that typing continues once it is back. From any other view that is hidden the keyboard
-// goes to the next one.
+// What a view adopts for itself, or for one below it, that is hidden for a while, or whose program decides where the keyboard
+// goes then: whoever has the keyboard in it keeps it meanwhile, so that typing continues once it shows again. From any other
+// view that is hidden the keyboard goes to the next one.
 #pragma once
 
 #include "tessaluna/platform/foundation/languageVersion.h"

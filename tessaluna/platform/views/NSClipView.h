@@ -22,7 +22,7 @@ class NSClipView : public NSView {
   CGPoint constrainScrollPoint(CGPoint point) const;  // where scrollToPoint would go
   CGRect documentVisibleRect() const;
 
-  // A table is only as high as its rows: a press below them is one on it.
+  // A table is only as high as its rows: a press below them is one on it. Only the main button's press goes to the table.
   void mouseDown(const Ref<NSEvent>& event) override;
 
   void layout() override;

@@ -211,7 +211,7 @@ TEST_F(ScrolledPointerTrackingTest, ThoseWhoAskForMovesGetOne) {
   EXPECT_EQ(taken(), (Log{"row 0 mouseExited", "row 2 mouseEntered", "inner mouseMoved"}));
 }
 
-TEST_F(ScrolledPointerTrackingTest, APressBeforeTheFrameIsPrecededByTheExitsAlone) {
+TEST_F(ScrolledPointerTrackingTest, APressBeforeTheFrameIsPrecededByTheExitsAloneWhereAButtonDelaysEntries) {
   user.moveTo(*window, inFirstRow);
   taken();
   wheelDown(80);
