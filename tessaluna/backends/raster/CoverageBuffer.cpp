@@ -188,30 +188,44 @@ inline void CoverageBuffer::addInside(double x0, double y0, double x1, double y1
   const int first = int(y0), last = lastRowOf(y1);
   follow(direction);
   if (!reserve(last - first + 3)) return;
-  const bool isRightwards = x0 < x1;
-  const auto bounds = [isRightwards](double above, double below, float top, float bottom) {
-    return Float4{float(isRightwards ? above : below), top, float(isRightwards ? below : above), bottom};
-  };
+  // Most chords of a curve are about as long as a pixel.
   const float top = float(y0 - first), bottom = float(y1 - last);
-  if (first == last) return addPiece(first, bounds(x0, x1, top, bottom), top == bottom, isRightwards);
-  const double slope = (x1 - x0) / (y1 - y0);
-  double x = x0 + (first + 1 - y0) * slope;
-  const Float4 highest = bounds(x0, x, top, 1);
-  if (direction > 0) addPiece(first, highest, top == 1, isRightwards);
-  if (x0 == x1 && last - first > minPillar && pillars_.size() < maxPillars) {
-    pillars_.push_back({partCount_, first + 1, last});
-    Part& part = parts_.data()[partCount_++];
-    part = {bounds(x0, x0, 0, 1), 0, 0, direction, 0};
+  if (first == last) {
+    const float above = float(x0), below = float(x1);
+    addPiece(first, Float4{std::min(above, below), top, std::max(above, below), bottom}, top == bottom, x0 < x1);
+  } else if (x0 < x1) {
+    addToRows<true>({x0, y0}, {x1, y1}, {first, last});
   } else {
-    const double low = std::min(x0, x1), high = std::max(x0, x1);
-    for (int row = first + 1; row < last; ++row) {
-      const double next = std::min(std::max(x + slope, low), high);
-      beginPart(row, bounds(x, next, 0, 1), direction, isRightwards);
+    addToRows<false>({x0, y0}, {x1, y1}, {first, last});
+  }
+}
+
+// Adds a side that goes through several rows, to the right or to the left.
+template <bool isRightwards>
+void CoverageBuffer::addToRows(CGPoint from, CGPoint to, Span rows) {
+  const auto bounds = [](double above, double below, float top, float bottom) {
+    return isRightwards ? Float4{float(above), top, float(below), bottom} : Float4{float(below), top, float(above), bottom};
+  };
+  const float top = float(from.y - rows.first), bottom = float(to.y - rows.last);
+  const double slope = (to.x - from.x) / (to.y - from.y);
+  // Rounding must not move a place beyond the side's end.
+  const auto within = [&](double x) { return isRightwards ? std::min(x, to.x) : std::max(x, to.x); };
+  double x = within(from.x + (rows.first + 1 - from.y) * slope);
+  const Float4 highest = bounds(from.x, x, top, 1);
+  if (direction_ > 0) addPiece(rows.first, highest, top == 1, isRightwards);
+  if (from.x == to.x && rows.last - rows.first > minPillar && pillars_.size() < maxPillars) {
+    pillars_.push_back({partCount_, rows.first + 1, rows.last});
+    Part& part = parts_.data()[partCount_++];
+    part = {bounds(x, x, 0, 1), 0, 0, direction_, 0};
+  } else {
+    for (int row = rows.first + 1; row < rows.last; ++row) {
+      const double next = within(x + slope);
+      beginPart(row, bounds(x, next, 0, 1), direction_, isRightwards);
       x = next;
     }
   }
-  addPiece(last, bounds(x, x1, 0, bottom), bottom == 0, isRightwards);
-  if (direction < 0) addPiece(first, highest, top == 1, isRightwards);
+  addPiece(rows.last, bounds(x, to.x, 0, bottom), bottom == 0, isRightwards);
+  if (direction_ < 0) addPiece(rows.first, highest, top == 1, isRightwards);
 }
 
 // A level side covers nothing, but what it bounds begins or ends there.
@@ -243,7 +257,8 @@ CoverageBuffer::Order CoverageBuffer::sortParts(int row) {
   const Part* const parts = parts_.data();
   std::uint64_t *first = order_.data() + mostInRow_ + 1, *end = first;
   const auto insert = [&](std::uint32_t part) {
-    const std::uint64_t key = std::uint64_t(std::bit_cast<std::uint32_t>(parts[part].left())) << 32 | part;
+    const float left = parts[part].left() + 0.0f;  // not -0
+    const std::uint64_t key = std::uint64_t(std::bit_cast<std::uint32_t>(left)) << 32 | part;
     if (end - first >= sortedByInsertion) [[unlikely]] {
       *end++ = key;
     } else if (key < first[(end - first) / 2]) {

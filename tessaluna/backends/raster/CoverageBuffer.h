@@ -40,6 +40,9 @@ class CoverageBuffer {
   std::size_t sidesSearched() const { return sidesSearched_; }
 
  private:
+  struct Span {
+    int first, last;
+  };
   // What a chain has in a row: a piece of one side, or several pieces.
   struct Part {
     Float4 bounds;              // left, top, right, bottom; heights from the row's upper edge
@@ -100,6 +103,8 @@ class CoverageBuffer {
   void add(const Shape& shape, bool isWholeBox);
   void addEdge(CGPoint from, CGPoint to);
   void addInside(double x0, double y0, double x1, double y1, int direction);
+  template <bool isRightwards>
+  void addToRows(CGPoint from, CGPoint to, Span rows);
   void addBeside(double y0, double y1, int direction);
   void addLevel(double y, double from, double to);
   void addPiece(int row, Float4 bounds, bool isLevel, bool isRightwards);
