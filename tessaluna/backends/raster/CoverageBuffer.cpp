@@ -383,10 +383,10 @@ inline void CoverageBuffer::addBounds(const Part& part, float sign, float* chang
 // Goes down the pieces of a part.
 class CoverageBuffer::PiecesFromTop {
  public:
-  PiecesFromTop(const Part& part, const Part* parts) {
+  PiecesFromTop(const Part& part, const Part* parts, float top) {
     if (part.pieces == 0) pieces_[count_++] = &part;
     for (std::uint32_t at = part.pieces; at != 0; at = parts[at].next) {
-      if (parts[at].top() == parts[at].bottom()) continue;
+      if (parts[at].isLevel() || parts[at].bottom() <= top) continue;
       if ((areTooMany_ = count_ == maxPieces)) return;
       pieces_[count_++] = &parts[at];
     }
@@ -395,15 +395,17 @@ class CoverageBuffer::PiecesFromTop {
   }
   bool areTooMany() const { return areTooMany_ || count_ == 0; }
   bool isAtEnd() const { return at_ == count_; }
-  float top() const { return pieces_[at_]->above(); }
   float bottom() const { return pieces_[at_]->bottom(); }
-  // Its place at a height within the current piece.
-  float goDownTo(float y) {
+  // The place at a height within the current piece.
+  float at(float y) const {
     const Part& piece = *pieces_[at_];
-    if (y < piece.bottom())
-      return piece.above() + (piece.below() - piece.above()) * ((y - piece.top()) / (piece.bottom() - piece.top()));
-    ++at_;
-    return piece.below();
+    if (y >= piece.bottom()) return piece.below();
+    return piece.above() + (piece.below() - piece.above()) * ((y - piece.top()) / (piece.bottom() - piece.top()));
+  }
+  float goDownTo(float y) {
+    const float place = at(y);
+    at_ += y >= bottom();
+    return place;
   }
 
  private:
@@ -415,18 +417,11 @@ class CoverageBuffer::PiecesFromTop {
 
 // Adds the bounds among parts whose places overlap.
 void CoverageBuffer::addCluster(Order cluster, int winding, float* changes) {
+  if (addUncrossed(cluster, winding, changes)) return;
   const Part* const parts = parts_.data();
-  const Part &one = parts[std::uint32_t(cluster[0])], &other = parts[std::uint32_t(cluster[1])];
-  if (const int order = cluster.size() == 2 ? orderOf(one, other) : 0) {
-    const Part &left = order < 0 ? one : other, &right = order < 0 ? other : one;
-    const bool before = isInside(winding), between = isInside(winding + left.direction),
-               after = isInside(winding + left.direction + right.direction);
-    if (before != between) addBounds(left, between ? 1 : -1, changes);
-    if (between != after) addBounds(right, after ? 1 : -1, changes);
-    return;
-  }
+  const float left = leftOf(cluster[0]);
   resolver_.begin();
-  float right = one.right();
+  float right = left;
   for (const std::uint64_t key : cluster) {
     const Part& part = parts[std::uint32_t(key)];
     right = std::max(right, part.right());
@@ -438,27 +433,83 @@ void CoverageBuffer::addCluster(Order cluster, int winding, float* changes) {
   }
   for (const OverlapResolver::Bound& bound : resolver_.resolve(winding, relevant_)) {
     // Rounding may place the end of a very flat side beyond it.
-    const auto within = [&](double x) { return std::clamp(float(x), one.left(), right); };
+    const auto within = [&](double x) { return std::clamp(float(x), left, right); };
     const float from = within(bound.from.x), to = within(bound.to.x);
     addBound(std::min(from, to), std::max(from, to), float(bound.to.y - bound.from.y), changes);
   }
   sidesSearched_ += resolver_.sidesOfStrips();
 }
 
-// Negative if the first part is left of the second one, positive if it is right of it, 0 if they may cross.
-int CoverageBuffer::orderOf(const Part& a, const Part& b) {
-  if (a.top() != b.top() || a.bottom() != b.bottom()) return 0;
-  if (a.right() <= b.left()) return -1;
-  // The pieces of both from the top, and how far left of the other one the first part is where a piece of either ends.
-  PiecesFromTop ofA(a, parts_.data()), ofB(b, parts_.data());
-  if (ofA.areTooMany() || ofB.areTooMany()) return 0;
-  float least = ofA.top() - ofB.top(), most = least;
+// The same if there are only a few parts, none of which cross.
+bool CoverageBuffer::addUncrossed(Order cluster, int winding, float* changes) {
+  constexpr std::size_t fewParts = 6;
+  const std::size_t count = cluster.size();
+  if (count > fewParts) return false;
+  const auto add = [&](const Part& part, int outside) {
+    const bool before = isInside(outside), after = isInside(outside + part.direction);
+    if (before != after) addBounds(part, after ? 1 : -1, changes);
+  };
+  // Most are two that begin and end together. They may touch, and what is level is between them.
+  const Part &one = parts_.data()[std::uint32_t(cluster[0])], &other = parts_.data()[std::uint32_t(cluster[1])];
+  if (count == 2 && one.top() == other.top() && one.bottom() == other.bottom()) {
+    const Sides sides = sidesOf(one, other, true);
+    if (sides == Sides::Unknown) return false;
+    const bool isInOrder = sides != Sides::RightLeft;
+    add(one, isInOrder ? winding : winding + other.direction);
+    add(other, isInOrder ? winding + one.direction : winding);
+    return true;
+  }
+  const Part* parts[fewParts];
+  unsigned left[fewParts] = {};  // a bit for each part that is left of this one where both are
+  for (std::size_t i = 0; i < count; ++i) {
+    parts[i] = &parts_.data()[std::uint32_t(cluster[i])];
+    if (hasLevelPiece(*parts[i])) return false;  // which is in no order with what crosses it
+    for (std::size_t k = 0; k < i; ++k) {
+      const Sides sides = sidesOf(*parts[k], *parts[i], false);
+      if (sides == Sides::Unknown) return false;
+      if (sides == Sides::LeftRight) left[i] |= 1u << k;
+      if (sides == Sides::RightLeft) left[k] |= 1u << i;
+    }
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    // What lies left of a part is the same along all of it.
+    const float middle = (parts[i]->top() + parts[i]->bottom()) * 0.5f;
+    int outside = winding;
+    for (std::size_t k = 0; k < count; ++k) {
+      if ((left[i] >> k & 1) != 0 && parts[k]->top() <= middle && middle < parts[k]->bottom())
+        outside += parts[k]->direction;
+    }
+    add(*parts[i], outside);
+  }
+  return true;
+}
+
+bool CoverageBuffer::hasLevelPiece(const Part& part) {
+  if (part.pieces == 0) return part.isLevel();
+  std::uint32_t at = part.pieces;
+  while (at != 0 && !parts_.data()[at].isLevel()) at = parts_.data()[at].next;
+  return at != 0;
+}
+
+CoverageBuffer::Sides CoverageBuffer::sidesOf(const Part& a, const Part& b, bool mayTouch) {
+  const float top = std::max(a.top(), b.top()), bottom = std::min(a.bottom(), b.bottom());
+  if (top >= bottom) return Sides::Apart;
+  if (a.right() < b.left() || (mayTouch && a.right() == b.left())) return Sides::LeftRight;
+  PiecesFromTop ofA(a, parts_.data(), top), ofB(b, parts_.data(), top);
+  if (ofA.areTooMany() || ofB.areTooMany()) return Sides::Unknown;
+  // How far right of the other one the first part is at least and at most: at one of the ends of pieces.
+  float least = ofA.at(top) - ofB.at(top), most = least;
+  if (least == 0 && !mayTouch && a.top() != b.top()) return Sides::Unknown;
   while (!ofA.isAtEnd() && !ofB.isAtEnd()) {
-    const float y = std::min(ofA.bottom(), ofB.bottom()), apart = ofA.goDownTo(y) - ofB.goDownTo(y);
+    const float y = std::min({ofA.bottom(), ofB.bottom(), bottom}), apart = ofA.goDownTo(y) - ofB.goDownTo(y);
+    const bool endTogether = y == bottom && a.bottom() == b.bottom();
+    if (apart == 0 && !mayTouch && !endTogether) return Sides::Unknown;
     least = std::min(least, apart);
     most = std::max(most, apart);
+    if (y == bottom) break;
   }
-  return most <= 0 ? -1 : least >= 0 ? 1 : 0;
+  if (most == 0 && least == 0 && !mayTouch) return Sides::Unknown;
+  return most <= 0 ? Sides::LeftRight : least >= 0 ? Sides::RightLeft : Sides::Unknown;
 }
 
 }  // namespace tessaluna::backend::raster

@@ -54,6 +54,7 @@ class CoverageBuffer {
     float top() const { return bounds[1]; }
     float right() const { return bounds[2]; }
     float bottom() const { return bounds[3]; }
+    bool isLevel() const { return top() == bottom(); }
     float above() const { return isRightwards ? left() : right(); }
     float below() const { return isRightwards ? right() : left(); }
   };
@@ -78,6 +79,9 @@ class CoverageBuffer {
   // index.
   using Order = std::span<const std::uint64_t>;
   static float leftOf(std::uint64_t key) { return std::bit_cast<float>(std::uint32_t(key >> 32)); }
+
+  // How two parts lie to each other at the heights that they share.
+  enum class Sides { LeftRight, RightLeft, Apart, Unknown };
 
   // Blocks of pixels that bounds cross.
   static constexpr int blockSize = 4;
@@ -120,7 +124,9 @@ class CoverageBuffer {
   void sortMany(std::span<std::uint64_t> keys);
   void addBounds(const Part& part, float sign, float* changes);
   void addCluster(Order cluster, int winding, float* changes);
-  int orderOf(const Part& a, const Part& b);
+  bool addUncrossed(Order cluster, int winding, float* changes);
+  bool hasLevelPiece(const Part& part);
+  Sides sidesOf(const Part& a, const Part& b, bool mayTouch);
   static void addBound(float left, float right, float cover, float* changes);
   static const float* coverageOf(const Run& run, float* changes, float* coverage);
   bool isInside(int winding) const { return (winding & relevant_) != 0; }
