@@ -24,7 +24,7 @@ void Clip::intersectShape(const CoverageBuffer::Shape& shape, const PixelRect& s
                           ClipMaskPool& pool) {
   const std::shared_ptr<Plane> made = pool.take(shapeBox);
   if (!made) return makeEmpty();
-  buffer.sweep(shape, shapeBox, *made);
+  if (!buffer.sweep(shape, shapeBox, *made)) return makeEmpty();
   box = shapeBox;
   if (mask) {
     for (int y = box.top; y < box.bottom; ++y) {

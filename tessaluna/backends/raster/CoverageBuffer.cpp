@@ -129,8 +129,8 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   if (isInside) return addInside(fromX, fromY, toX, toY, direction);
 
   const double slope = (toX - fromX) / (toY - fromY);
-  if (!std::isfinite(slope)) return;  // as good as level
-  mostInRow_ += 2;                    // the chain is cut where it enters and leaves the box
+  if (!std::isfinite(slope)) return addLevel(fromY, fromX, toX);  // as good as level
+  mostInRow_ += 2;                                                // the chain is cut where it enters and leaves the box
   double x0 = fromX, y0 = fromY, x1 = toX, y1 = toY;
   if (y0 < 0) {
     y0 = 0;
@@ -146,12 +146,12 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   // The part left of the box covers as much as the same height of its left edge; the part right of the box covers nothing.
   const auto heightAt = [&](double x) { return std::min(std::max(y0, fromY + (x - fromX) / slope), y1); };
   const double atLeft = heightAt(0), atRight = heightAt(width);
-  if (x0 < 0) {
-    addBeside(y0, atLeft, direction);
+  const double top = y0, bottom = y1;
+  const bool beginsBeside = x0 < 0, endsBeside = x1 < 0;
+  if (beginsBeside) {
     x0 = 0;
     y0 = atLeft;
-  } else if (x1 < 0) {
-    addBeside(atLeft, y1, direction);
+  } else if (endsBeside) {
     x1 = 0;
     y1 = atLeft;
   }
@@ -162,7 +162,14 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
     x1 = width;
     y1 = atRight;
   }
+  // In the order in which the chain goes through them.
+  const auto addPartBeside = [&] {
+    beginsBeside ? addBeside(top, atLeft, direction) : addBeside(atLeft, bottom, direction);
+  };
+  if (isDown ? beginsBeside : endsBeside) addPartBeside();
   if (y0 < y1) addInside(x0, y0, x1, y1, direction);
+  else addLevel(y0, x0, x1);
+  if (isDown ? endsBeside : beginsBeside) addPartBeside();
 }
 
 // A side left of the box covers as much as the box's left edge.
@@ -329,7 +336,7 @@ void CoverageBuffer::findRuns(int row, Rows& rows) {
       while (at < last && leftOf(*at) <= right);
       const Order cluster(from, at);
       addCluster(cluster, winding, changes);
-      // Whatever begins and ends within the row, the same number of chains passes at every height.
+      // What reaches the row's lower edge passes; what begins and ends within the row cancels out.
       for (const std::uint64_t key : cluster) {
         const Part& passing = parts[std::uint32_t(key)];
         winding += passing.bottom() == 1 ? passing.direction : 0;
@@ -387,13 +394,15 @@ class CoverageBuffer::PiecesFromTop {
     if (part.pieces == 0) pieces_[count_++] = &part;
     for (std::uint32_t at = part.pieces; at != 0; at = parts[at].next) {
       if (parts[at].isLevel() || parts[at].bottom() <= top) continue;
-      if ((areTooMany_ = count_ == maxPieces)) return;
+      if (isOneLine_ = count_ < maxPieces; !isOneLine_) return;
       pieces_[count_++] = &parts[at];
     }
     // The last piece of a chain comes first.
     if (part.direction > 0) std::reverse(pieces_, pieces_ + count_);
+    for (int i = 1; i < count_; ++i) isOneLine_ = isOneLine_ && areConnected(*pieces_[i - 1], *pieces_[i]);
   }
-  bool areTooMany() const { return areTooMany_ || count_ == 0; }
+  // False if there are too many of them, or if they are interrupted by level pieces or by the box's edge.
+  bool isOneLine() const { return isOneLine_ && count_ > 0; }
   bool isAtEnd() const { return at_ == count_; }
   float bottom() const { return pieces_[at_]->bottom(); }
   // The place at a height within the current piece.
@@ -410,9 +419,12 @@ class CoverageBuffer::PiecesFromTop {
 
  private:
   static constexpr int maxPieces = 8;  // few parts have more
+  static bool areConnected(const Part& upper, const Part& lower) {
+    return upper.below() == lower.above() && upper.bottom() == lower.top();
+  }
   const Part* pieces_[maxPieces];
   int count_ = 0, at_ = 0;
-  bool areTooMany_ = false;
+  bool isOneLine_ = true;
 };
 
 // Adds the bounds among parts whose places overlap.
@@ -496,7 +508,7 @@ CoverageBuffer::Sides CoverageBuffer::sidesOf(const Part& a, const Part& b, bool
   if (top >= bottom) return Sides::Apart;
   if (a.right() < b.left() || (mayTouch && a.right() == b.left())) return Sides::LeftRight;
   PiecesFromTop ofA(a, parts_.data(), top), ofB(b, parts_.data(), top);
-  if (ofA.areTooMany() || ofB.areTooMany()) return Sides::Unknown;
+  if (!ofA.isOneLine() || !ofB.isOneLine()) return Sides::Unknown;
   // How far right of the other one the first part is at least and at most: at one of the ends of pieces.
   float least = ofA.at(top) - ofB.at(top), most = least;
   if (least == 0 && !mayTouch && a.top() != b.top()) return Sides::Unknown;

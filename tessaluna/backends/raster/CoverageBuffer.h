@@ -47,7 +47,7 @@ class CoverageBuffer {
   struct Part {
     Float4 bounds;              // left, top, right, bottom; heights from the row's upper edge
     std::uint32_t next;         // in the same row or, of a piece, in the same part; 0 at the end
-    std::uint32_t pieces;       // the last one added; 0 if it is a single piece
+    std::uint32_t pieces;       // the last one added, which leads to the others; 0 if it is one itself
     std::int32_t direction;     // 1 if it goes down, -1 if it goes up, 0 if it is level
     std::int32_t isRightwards;  // of a piece: whether it goes to the right on its way down
     float left() const { return bounds[0]; }
@@ -89,7 +89,7 @@ class CoverageBuffer {
     int first, last;
     bool isCoveredBefore;  // left of them
   };
-  // What is known of a row, or of several equal rows, before the sink receives it.
+  // One row or several equal rows, before the sink receives their pixels.
   struct Rows {
     int first = 0, end = 0;
     std::size_t runCount = 0;
@@ -136,7 +136,7 @@ class CoverageBuffer {
   PixelRect box_;                                       // in the pixels that the sink receives
   double left_ = 0, top_ = 0, width_ = 0, height_ = 0;  // of the box in the shape's space
   int rowCount_ = 0;
-  int relevant_ = ~0;            // the bits of a winding number that are not all 0 inside
+  int relevant_ = ~0;            // a point is inside if any of these bits of its winding number is set
   WorkBuffer<RowStart> starts_;  // 0 between uses
   WorkBuffer<Part> parts_;       // and pieces; the first one is unused
   std::uint32_t partCount_ = 0, partRoom_ = 0;
@@ -144,7 +144,7 @@ class CoverageBuffer {
   int direction_ = 0;              // of the chain, 0 before its first side
   int rowOfChain_ = -1;            // where the chain arrived last; -1 if it has not been in a row
   std::uint32_t partOfChain_ = 0;  // in that row
-  std::size_t mostInRow_ = 0;      // the parts of a row are not more
+  std::size_t mostInRow_ = 0;      // no row has more parts
   std::vector<Pillar> pillars_;
   WorkBuffer<std::uint64_t> order_;
   std::vector<std::uint64_t> unsorted_;
@@ -152,9 +152,6 @@ class CoverageBuffer {
   Rows rows_[2];
   WorkBuffer<float> coverage_;  // of a row
   OverlapResolver resolver_;
-  // After so many sweeps memory is given back of which a huge tangle needed much.
-  static constexpr int sweepsWithMemory = 1000;
-  int sweeps_ = 0;
   std::size_t sidesSearched_ = 0;
 };
 

@@ -25,7 +25,7 @@ class OverlapResolver {
   // goes down there, -1 if it goes up.
   void begin();
   void add(CGPoint above, CGPoint below, int direction);
-  // `winding` is that of what lies left of all sides, and `relevant` are the bits of a winding number that are not 0 inside.
+  // `winding` is that of what lies left of all sides, and a point is inside if any of the `relevant` bits of its winding number is set.
   // The result is valid until the next begin().
   std::span<const Bound> resolve(int winding, int relevant);
   // The work of the last resolve(): the number of sides that go through each strip, added up over all strips.

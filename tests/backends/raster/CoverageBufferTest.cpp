@@ -139,4 +139,68 @@ TEST(CoverageBufferTest, DashesOfStraightLinesAreExactWhereverTheyMeet) {
   }
 }
 
+// Beside the exact area of what a box leaves of a shape.
+void expectExact(std::initializer_list<std::vector<CGPoint>> shapes, CGSize size, bool liesInBox = false) {
+  Polygons polygons;
+  for (const std::vector<CGPoint>& points : shapes)
+    std::copy(points.begin(), points.end(), polygons.addPolygon(points.size()));
+  const int width = int(size.width), height = int(size.height);
+  Pixels pixels;
+  CoverageBuffer buffer;
+  ASSERT_TRUE(buffer.sweep({.polygons = polygons, .liesInBox = liesInBox}, {0, 0, width, height}, pixels));
+  const Coverage exact(Region::filled(pathOf(polygons), FillRule::NonZero, {}), width, height);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x)
+      EXPECT_NEAR(pixels.values[std::size_t(y * Pixels::side + x)], exact.at(x, y), 0.01) << "pixel " << x << ", " << y;
+  }
+}
+
+TEST(CoverageBufferTest, SidesThatEnterTheBoxRightAtARowsBorder) {
+  expectExact({{{6, 10}, {19, 0}, {-4.5, 2.9999999999999996}}}, {22, 6});
+  expectExact({{{6, 10}, {19, 0}, {-3, 2.99999999}}}, {22, 6});
+}
+
+TEST(CoverageBufferTest, NearlyLevelSidesThatTheBoxCuts) {
+  const double below = 3.5 + 0x1p-51;
+  expectExact({{{5, 0.25}, {5, 3.5}, {100, below}, {100, 0.25}}}, {24, 6});
+  expectExact({{{-50, 0.25}, {-50, 3.5}, {100, below}, {100, 0.25}}}, {24, 6});
+}
+
+TEST(CoverageBufferTest, LevelSidesWithinARowThatCrossAnotherShape) {
+  expectExact({{{3, 0}, {3, 2.5}, {20, 2.5}, {3, 3}, {3, 6}, {1, 6}, {1, 0}}, {{6, 0}, {6, 6}, {1.5, 6}, {1.5, 0}}},
+              {24, 6});
+}
+
+TEST(CoverageBufferTest, ChainsThatLeaveTheBoxAndReturnInOneRow) {
+  expectExact({{{5, 2}, {40, 2.6}, {40, 2.6001}, {19, 3}, {19, 4}, {2, 4}, {2, 2}},
+               {{6, 2}, {60, 2.5}, {20, 3}, {20, 4}, {1, 4}, {1, 2}}},
+              {24, 6});
+}
+
+TEST(CoverageBufferTest, ANegativeZeroIsTheLeftEdge) {
+  expectExact({{{-0.0, 1}, {8, 1}, {8, 5}, {-0.0, 5}}}, {10, 6}, true);
+}
+
+// A part that begins where another one's chain continues on the other side of it.
+TEST(CoverageBufferTest, ChainsThatCrossWhereTheyHaveACorner) {
+  expectExact({{{2, 0}, {4, 2.5}, {9, 6}, {2, 6}}, {{4, 0}, {4, 6}, {1, 6}, {1, 0}}}, {12, 6});
+  expectExact({{{-3, 2}, {0.0, 2.5}, {3, 4}, {-3, 4}}, {{0.0, 1}, {0.0, 5}, {-4, 5}, {-4, 1}}}, {12, 6});
+}
+
+// More parts than are kept at a time.
+TEST(CoverageBufferTest, ManySidesInManyRows) {
+  Polygons polygons;
+  for (int i = 0; i < 1200; ++i) {
+    const double x = 0.5 + i * 0.03;
+    polygons.moveTo({x, 1.25});
+    for (const CGPoint& p : {CGPoint{x + 0.01, 1.25}, {x + 0.012, 38.5}, {x + 0.002, 38.5}}) polygons.lineTo(p);
+  }
+  Pixels pixels;
+  CoverageBuffer buffer;
+  ASSERT_TRUE(buffer.sweep({.polygons = polygons}, {0, 0, Pixels::side, Pixels::side}, pixels));
+  for (int y : {2, 12, 20, 30, 37}) EXPECT_NEAR(pixels.values[std::size_t(y * Pixels::side + 10)], 1.0 / 3, 0.01) << y;
+  EXPECT_NEAR(pixels.values[Pixels::side + 10], 0.25, 0.01);
+  EXPECT_NEAR(pixels.values[38 * Pixels::side + 10], 1.0 / 6, 0.01);
+}
+
 }  // namespace tessaluna::backend::raster::test
