@@ -74,7 +74,7 @@ inline void CoverageBuffer::follow(int direction) {
   ++mostInRow_;
 }
 
-// What follows is no part of the chain.
+// What follows belongs to another chain.
 inline void CoverageBuffer::leaveChain() {
   direction_ = 0;
   rowOfChain_ = -1;
@@ -246,6 +246,7 @@ void CoverageBuffer::addLevel(double y, double from, double to) {
   addPiece(row, Float4{float(left), inRow, float(right), inRow}, true, false);
 }
 
+// Where nothing but the same pillars goes through several rows, this is the row after them; their starts are used up.
 int CoverageBuffer::endOfRepeat(int row) {
   RowStart* const starts = starts_.data();
   if (starts[row].first != 0 || pillars_.empty()) return row + 1;
@@ -305,6 +306,7 @@ void CoverageBuffer::sortMany(std::span<std::uint64_t> keys) {
   }
 }
 
+// After the last row there is nothing to find: then the last row only waits to be sent.
 void CoverageBuffer::findRuns(int row, Rows& rows) {
   rows.first = row;
   if (row == rowCount_) return void(rows.end = row + 1);

@@ -2,7 +2,7 @@
 //
 // Polygons are cut at the borders between rows of pixels. What a monotone chain of sides has in a row is a part. The parts of
 // a row are taken from the left, and winding numbers show which of them bound the inside. That needs their order, which is
-// known of parts that lie beside each other and of two that do not cross. Any others are given to an OverlapResolver, which
+// known of parts that lie beside each other and of a few that do not cross. Any others are given to an OverlapResolver, which
 // finds the bounds among their pieces. What bounds the inside adds to each pixel that it crosses the change of covered area
 // from the pixel's left neighbour; the sum from the left is the coverage.
 #pragma once

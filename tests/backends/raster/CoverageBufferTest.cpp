@@ -12,6 +12,7 @@
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/uikit/stylekit/Routines.h"
 #include "tests/backends/raster/Region.h"
+#include "tests/backends/raster/SquareOfCoverage.h"
 
 namespace tessaluna::backend::raster::test {
 
@@ -52,23 +53,7 @@ struct Search {
   std::size_t points = 0, sides = 0;  // of the outline; searched for overlaps
 };
 
-// The coverage of the pixels of a square.
-struct Pixels {
-  static constexpr int side = 40;
-  std::array<float, side * side> values{};
-  void uniform(int x, int y, int count, float winding) {
-    std::fill_n(&values[std::size_t(y * side + x)], count, coverageOf(winding));
-  }
-  void varied(int x, int y, int count, const float* windings) {
-    writeCoverage(windings, count, &values[std::size_t(y * side + x)]);
-  }
-  void uniformRows(const PixelRect& rows, float winding) {
-    for (int y = rows.top; y < rows.bottom; ++y) uniform(rows.left, y, rows.width(), winding);
-  }
-  void variedRows(const PixelRect& rows, const float* windings) {
-    for (int y = rows.top; y < rows.bottom; ++y) varied(rows.left, y, rows.width(), windings);
-  }
-};
+constexpr int side = 40;  // of the squares
 
 Search searchIn(const Stroke& stroke, double scale) {
   Stroker stroker;
@@ -116,7 +101,7 @@ TEST(CoverageBufferTest, DashesOfStraightLinesAreExactWhereverTheyMeet) {
   std::mt19937 random(1);
   // Not a distribution of the standard library, so that the drawings are the same everywhere.
   const auto between = [&](double low, double high) { return low + (high - low) * (random() / 4294967296.0); };
-  const PixelRect box{0, 0, Pixels::side, Pixels::side};
+  const PixelRect box{0, 0, side, side};
   CoverageBuffer buffer;
   Stroker stroker;
   for (int i = 0; i < 100; ++i) {
@@ -130,12 +115,13 @@ TEST(CoverageBufferTest, DashesOfStraightLinesAreExactWhereverTheyMeet) {
     const double dash[] = {between(0.5, 16), between(0.3, 4)};
     Polygons polygons;
     stroker.stroke(path, {.width = between(0.3, 4), .dash = dash}, {}, DeviceRect::of(box), polygons);
-    Pixels pixels;
+    SquareOfCoverage pixels(side);
     ASSERT_TRUE(buffer.sweep({.polygons = polygons}, box, pixels));
-    const Coverage exact(Region::filled(pathOf(polygons), FillRule::NonZero, {}), Pixels::side, Pixels::side);
-    for (std::size_t at = 0; at < exact.values.size(); ++at)
-      ASSERT_NEAR(pixels.values[at], exact.values[at], 0.01)
-          << "drawing " << i << ", pixel " << at % Pixels::side << ", " << at / Pixels::side;
+    const Coverage exact(Region::filled(pathOf(polygons), FillRule::NonZero, {}), side, side);
+    for (int y = 0; y < side; ++y) {
+      for (int x = 0; x < side; ++x)
+        ASSERT_NEAR(pixels.at(x, y), exact.at(x, y), 0.01) << "drawing " << i << ", pixel " << x << ", " << y;
+    }
   }
 }
 
@@ -145,13 +131,12 @@ void expectExact(std::initializer_list<std::vector<CGPoint>> shapes, CGSize size
   for (const std::vector<CGPoint>& points : shapes)
     std::copy(points.begin(), points.end(), polygons.addPolygon(points.size()));
   const int width = int(size.width), height = int(size.height);
-  Pixels pixels;
+  SquareOfCoverage pixels(side);
   CoverageBuffer buffer;
   ASSERT_TRUE(buffer.sweep({.polygons = polygons, .liesInBox = liesInBox}, {0, 0, width, height}, pixels));
   const Coverage exact(Region::filled(pathOf(polygons), FillRule::NonZero, {}), width, height);
   for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x)
-      EXPECT_NEAR(pixels.values[std::size_t(y * Pixels::side + x)], exact.at(x, y), 0.01) << "pixel " << x << ", " << y;
+    for (int x = 0; x < width; ++x) EXPECT_NEAR(pixels.at(x, y), exact.at(x, y), 0.01) << "pixel " << x << ", " << y;
   }
 }
 
@@ -195,12 +180,12 @@ TEST(CoverageBufferTest, ManySidesInManyRows) {
     polygons.moveTo({x, 1.25});
     for (const CGPoint& p : {CGPoint{x + 0.01, 1.25}, {x + 0.012, 38.5}, {x + 0.002, 38.5}}) polygons.lineTo(p);
   }
-  Pixels pixels;
+  SquareOfCoverage pixels(side);
   CoverageBuffer buffer;
-  ASSERT_TRUE(buffer.sweep({.polygons = polygons}, {0, 0, Pixels::side, Pixels::side}, pixels));
-  for (int y : {2, 12, 20, 30, 37}) EXPECT_NEAR(pixels.values[std::size_t(y * Pixels::side + 10)], 1.0 / 3, 0.01) << y;
-  EXPECT_NEAR(pixels.values[Pixels::side + 10], 0.25, 0.01);
-  EXPECT_NEAR(pixels.values[38 * Pixels::side + 10], 1.0 / 6, 0.01);
+  ASSERT_TRUE(buffer.sweep({.polygons = polygons}, {0, 0, side, side}, pixels));
+  for (int y : {2, 12, 20, 30, 37}) EXPECT_NEAR(pixels.at(10, y), 1.0 / 3, 0.01) << y;
+  EXPECT_NEAR(pixels.at(10, 1), 0.25, 0.01);
+  EXPECT_NEAR(pixels.at(10, 38), 1.0 / 6, 0.01);
 }
 
 }  // namespace tessaluna::backend::raster::test

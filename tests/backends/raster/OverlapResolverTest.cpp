@@ -7,6 +7,7 @@
 
 #include "tessaluna/backends/raster/CoverageBuffer.h"
 #include "tessaluna/backends/raster/Stroker.h"
+#include "tests/backends/raster/SquareOfCoverage.h"
 
 namespace tessaluna::backend::raster::test {
 
@@ -18,28 +19,14 @@ constexpr PixelRect box{0, 0, side, side};
 constexpr std::size_t maxPerRow = 4 * 60000;
 
 struct Resolved {
-  std::vector<float> coverage = std::vector<float>(std::size_t(side * side));
+  SquareOfCoverage coverage{side};
   std::size_t work = 0;
-
-  // These make it a sink of a coverage buffer.
-  void uniform(int x, int y, int count, float winding) {
-    std::fill_n(&coverage[std::size_t(y * side + x)], count, coverageOf(winding));
-  }
-  void varied(int x, int y, int count, const float* windings) {
-    writeCoverage(windings, count, &coverage[std::size_t(y * side + x)]);
-  }
-  void uniformRows(const PixelRect& rows, float winding) {
-    for (int y = rows.top; y < rows.bottom; ++y) uniform(rows.left, y, rows.width(), winding);
-  }
-  void variedRows(const PixelRect& rows, const float* windings) {
-    for (int y = rows.top; y < rows.bottom; ++y) varied(rows.left, y, rows.width(), windings);
-  }
 };
 
 Resolved resolve(const Polygons& polygons) {
   Resolved resolved;
   CoverageBuffer buffer;
-  EXPECT_TRUE(buffer.sweep({.polygons = polygons}, box, resolved));
+  EXPECT_TRUE(buffer.sweep({.polygons = polygons}, box, resolved.coverage));
   resolved.work = buffer.sidesSearched();
   return resolved;
 }
@@ -68,7 +55,7 @@ TEST(OverlapResolverTest, WorkDoesNotGrowWithTheSidesOfATangle) {
 
 TEST(OverlapResolverTest, TheInsideOfATangleIsCovered) {
   const Resolved resolved = resolve(tangle(20000));
-  EXPECT_EQ(resolved.coverage[std::size_t(side * side / 2 + side / 2)], 1);
+  EXPECT_EQ(resolved.coverage.at(side / 2, side / 2), 1);
 }
 
 TEST(OverlapResolverTest, HugePensOverPointsFarAwayTakeBoundedWork) {
