@@ -9,12 +9,12 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/text/NSFont.h"
-#include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
+#include "tests/uikit/links/LabelWorld.h"
 
 using namespace tessaluna::platform;
 using harness::only;
@@ -23,85 +23,9 @@ using TessalunaUIKit::ClickableLabel;
 
 namespace {
 
-class Target : public TessalunaUIKit::ClickableLabelTarget {
- public:
-  std::vector<std::string> calls;
-  std::function<void()> onCall;
-  void labelClicked(ClickableLabel&) override { got("label"); }
-  void linkClicked(const URL& link) override { got(link.absoluteString()); }
+using Target = harness::LabelTarget;
 
- private:
-  void got(std::string what) {
-    calls.push_back(std::move(what));
-    if (onCall) onCall();
-  }
-};
-
-const std::string first = "https://example.org/1", second = "https://example.org/2";
-
-// Five points for each character, from x = 5 on, and twelve for each line.
-class ClickableLabelTest : public harness::StillWorld {
- protected:
-  using Calls = std::vector<std::string>;
-  struct Link {
-    NSRange range;
-    NSAttributeValue value;
-  };
-
-  ClickableLabelTest() {
-    parent = make<harness::ProbeView>(CGRect{0, 0, 200, 150});
-    label = make<ClickableLabel>(CGRect{20, 50, 160, 60});
-    label->setBezeled(false);
-    label->setDrawsBackground(false);
-    label->setEditable(false);
-    label->setFont(NSFont::systemFontOfSize(10));
-    target = std::make_shared<Target>();
-    label->setActionTarget(target);
-    parent->addSubview(label);
-    window = showWindowWith(parent);
-  }
-
-  void setText(std::string_view text, const std::vector<Link>& links) {
-    const auto attributed =
-        make<NSMutableAttributedString>(text, NSAttributes{{NSFontAttributeName, NSFont::systemFontOfSize(10)}});
-    for (const auto& [range, value] : links) attributed->addAttribute(NSLinkAttributeName, value, range);
-    label->setAttributedStringValue(attributed);
-    desktop.settle();
-    window->resetCursorRects();
-  }
-  static URL url(const std::string& text) { return *URL::URLWithString(text); }
-
-  // "go here now": the link lies at 20 to 40 points.
-  void setOneLink(NSAttributeValue value = url(first)) { setText("go here now", {{{3, 4}, std::move(value)}}); }
-  // "one two": links at 5 to 20 and at 25 to 40.
-  void setTwoLinks() { setText("one two", {{{0, 3}, url(first)}, {{4, 3}, url(second)}}); }
-
-  // Of the label, whose y goes down, in the window.
-  CGPoint at(CGPoint point) const { return label->convertPointToView(point, nullptr); }
-  void pressAndRelease(CGPoint pressed, CGPoint released) {
-    user.press(*window, at(pressed));
-    user.dragTo(at(released));
-    user.release();
-  }
-  void click(CGPoint point) { pressAndRelease(point, point); }
-  // For the label's handlers alone: nothing resets the cursor rectangles.
-  Ref<NSEvent> eventAt(CGPoint point) const {
-    return make<NSEvent>(NSEvent::Fields{.location = at(point), .window = window});
-  }
-  void clickDirectly(CGPoint point) {
-    label->mouseDown(eventAt(point));
-    label->mouseUp(eventAt(point));
-  }
-  bool showsHandAt(CGPoint point) const { return label->cursorAt(point) == NSCursor::pointingHandCursor(); }
-
-  Ref<harness::ProbeView> parent;
-  Ref<ClickableLabel> label;
-  std::shared_ptr<Target> target;
-  Ref<NSWindow> window;
-};
-
-constexpr CGFloat middle = 6;  // of the first line
-constexpr CGPoint onLink{27, middle}, onText{8, middle}, besideText{150, 50};
+class ClickableLabelTest : public harness::LabelWorld {};
 
 }  // namespace
 
@@ -583,130 +507,4 @@ TEST_F(ClickableLabelTest, BothInitializersMakeALabelWithoutLinksOrTarget) {
     made->resetCursorRects();
     EXPECT_NE(made->cursorAt({7, 7}), NSCursor::pointingHandCursor());
   }
-}
-
-// The keyboard.
-
-namespace {
-
-class ClickableLabelKeyboardTest : public ClickableLabelTest {
- protected:
-  ClickableLabelKeyboardTest() {
-    // Not in the parent, which takes all keys.
-    window = showWindow();
-    window->contentView()->addSubview(label);
-    window->contentView()->addSubview(other);
-    label->setTakesKeyboard(true);
-  }
-  void press(std::string_view key) {
-    user.pressKey(std::string(key));
-    desktop.settle();
-  }
-  void press(char32_t key) { press(utf8FromScalar(key)); }
-  // Where the ring is, in the label; absent if the keyboard is elsewhere.
-  std::optional<CGRect> ring() const {
-    const auto* keyboard = dynamic_cast<const TessalunaUIKit::LinkKeyboard*>(window->firstResponder());
-    return keyboard ? std::optional(label->convertRectFromView(keyboard->focusRingMaskBounds(), keyboard)) : std::nullopt;
-  }
-
-  const Ref<NSTextField> other = make<NSTextField>(CGRect{20, 10, 100, 24});
-};
-
-}  // namespace
-
-TEST_F(ClickableLabelKeyboardTest, IsOffAtTheStart) {
-  EXPECT_FALSE(make<ClickableLabel>(CGRect{})->takesKeyboard());
-  setTwoLinks();
-  label->setTakesKeyboard(false);
-  press(NSTabCharacter);
-  EXPECT_FALSE(ring());
-  EXPECT_NE(other->currentEditor(), nullptr);
-}
-
-TEST_F(ClickableLabelKeyboardTest, TabEntersTheLinksAndLeavesThem) {
-  setTwoLinks();
-  press(NSTabCharacter);
-  EXPECT_EQ(ring(), (CGRect{5, 0, 15, 12}));
-  press(NSTabCharacter);
-  EXPECT_FALSE(ring());
-  EXPECT_NE(other->currentEditor(), nullptr);
-}
-
-TEST_F(ClickableLabelKeyboardTest, ArrowsGoFromLinkToLinkAndReturnPressesOne) {
-  setTwoLinks();
-  press(NSTabCharacter);
-  press("\r");
-  press(NSRightArrowFunctionKey);
-  EXPECT_EQ(ring(), (CGRect{25, 0, 15, 12}));
-  press("\r");
-  EXPECT_EQ(target->calls, (Calls{first, second}));
-}
-
-TEST_F(ClickableLabelKeyboardTest, WithoutALinkThatLeadsSomewhereTabPassesBy) {
-  setText("one two", {{{0, 3}, std::int64_t{7}}});
-  press(NSTabCharacter);
-  EXPECT_FALSE(ring());
-  EXPECT_NE(other->currentEditor(), nullptr);
-}
-
-TEST_F(ClickableLabelKeyboardTest, TheRingIsAroundTheFirstLineOfALinkThatWraps) {
-  label->setFrameSize({60, 60});
-  setText("one of two links", {{{4, 12}, url(first)}});
-  press(NSTabCharacter);
-  EXPECT_EQ(ring(), (CGRect{25, 0, 30, 12}));
-}
-
-TEST_F(ClickableLabelKeyboardTest, RingAndLinksAreWhereTheyShowBeforeTheNextResetOfTheCursorRectangles) {
-  setText("one of two links", {{{11, 5}, url(first)}});
-  label->setFrameSize({65, 60});
-  press(NSTabCharacter);
-  EXPECT_EQ(ring(), (CGRect{5, 12, 25, 12}));
-  const CGRect frame = accessibleFrameOf(label->accessibleLinks()[0]);
-  EXPECT_EQ(frame, window->convertRectToScreen(label->convertRectToView({5, 12, 25, 12}, nullptr)));
-  setText("of two links", {{{7, 5}, url(first)}});
-  label->setFrameSize({200, 60});
-  EXPECT_EQ(ring(), (CGRect{40, 0, 25, 12}));
-}
-
-TEST_F(ClickableLabelKeyboardTest, TheLinkThatTheKeysAreOnHasTheFocusToAssistiveClients) {
-  setTwoLinks();
-  press(NSTabCharacter);
-  const AccessibilityElements links = label->accessibleLinks();
-  EXPECT_EQ(focusedElement(), links[0]);
-  std::size_t heard = 0;
-  const auto token =
-      accessibilityNotificationCenter().addObserverForName(NSAccessibilityFocusedUIElementChangedNotification, label->cell(),
-                                                           nullptr, [&](const Ref<NSNotification>&) { ++heard; });
-  press(NSRightArrowFunctionKey);
-  accessibilityNotificationCenter().removeObserver(token);
-  EXPECT_EQ(heard, 1u);
-  EXPECT_EQ(focusedElement(), links[1]);
-}
-
-TEST_F(ClickableLabelKeyboardTest, ATextWithoutLinksGivesTheKeyboardBack) {
-  setTwoLinks();
-  press(NSTabCharacter);
-  setText("no links", {});
-  EXPECT_FALSE(ring());
-  EXPECT_EQ(window->firstResponder(), window.get());
-}
-
-TEST_F(ClickableLabelKeyboardTest, APressWithTheMouseTakesTheKeyboardFromNobody) {
-  setTwoLinks();
-  window->makeFirstResponder(other.get());
-  click({12, middle});
-  EXPECT_EQ(target->calls, Calls{first});
-  EXPECT_NE(other->currentEditor(), nullptr);
-}
-
-TEST_F(ClickableLabelKeyboardTest, TheRingIsPaintedOnTheLabelsGround) {
-  const auto groundOf = [this] {
-    return dynamic_cast<const FocusRingSurroundings&>(*window->firstResponder()).focusRingGround();
-  };
-  setTwoLinks();
-  press(NSTabCharacter);
-  EXPECT_EQ(groundOf(), nullptr);
-  label->setDrawsBackground(true);
-  label->setBackgroundColor(NSColor::redColor());
-  EXPECT_EQ(groundOf(), NSColor::redColor());
 }
