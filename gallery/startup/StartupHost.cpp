@@ -23,7 +23,6 @@ std::string nameOf(int task) { return "Task " + std::to_string(task); }
 
 void StartupHost::didInit() {
   NSObject::didInit();
-#include "gallery/startup/splash.h"
   taskBar_ = make<tessaluna::ready::TaskBar>(CGRect{0, 0, 360, 20});
 }
 

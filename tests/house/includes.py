@@ -62,6 +62,9 @@ LANGUAGE = "tessaluna/platform/foundation/languageVersion.h"
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 
+# The first line of a file that is neither a comment nor for the preprocessor.
+CODE = re.compile(r"^(?![ \t]*(?:#|//|$))", re.MULTILINE)
+
 
 def longest(table, folder):
     """The entry of the nearest folder above, or None."""
@@ -134,6 +137,13 @@ def wrong_start(path, text, has_header):
     return []
 
 
+def late_includes(path, text):
+    """Include lines after the first line of code: the compiler takes them wherever they are, even within a function."""
+    code = CODE.search(text)
+    return [f"{path}:{text.count(chr(10), 0, m.start()) + 1}: {m.group(2)}: include lines come before the code"
+            for m in INCLUDE.finditer(text, code.start() if code else len(text))]
+
+
 def unknown_folders(root):
     """Sources in folders that the house does not have would escape every rule."""
     known = set(KIT_FOLDERS)
@@ -150,6 +160,7 @@ def main(root):
         with open(os.path.join(root, path), encoding="utf-8") as file:
             text = file.read()
         wrong += wrong_arrows(path, text)
+        wrong += late_includes(path, text)
         wrong += wrong_start(path, text, os.path.exists(os.path.join(root, path[:-len(".cpp")] + ".h")))
     for line in wrong:
         print(line)

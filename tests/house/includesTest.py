@@ -95,6 +95,11 @@ class Includes(unittest.TestCase):
         self.assertEqual(wrong("tessaluna/uikit/links/Link.cpp", ""), 1)
         self.assertEqual(wrong("tessaluna/uikit/links/Link.cpp", other, has_header=False), 0)
 
+    def test_include_lines_come_before_the_code(self):
+        self.assertEqual(includes.late_includes("a/B.cpp", "// What it is.\n#include <string>\n\nint b();\n"), [])
+        self.assertEqual(includes.late_includes("a/B.cpp", "#include <string>\n\nvoid b() {\n#include <vector>\n}\n"),
+                         ["a/B.cpp:4: vector: include lines come before the code"])
+
     def test_a_header_is_guarded(self):
         self.assertEqual(includes.wrong_start("a/B.h", "// What it is.\n#pragma once\n", True), [])
         self.assertEqual(len(includes.wrong_start("a/B.h", "// #pragma once\n", True)), 1)
