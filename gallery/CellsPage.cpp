@@ -57,10 +57,10 @@ QWidget* makeCellsPage(Report report) {
   backgrounds->setSpacing(16);
   column->addLayout(backgrounds);
   for (const auto& [theme, kind] :
-       {std::pair(Theme::Dark, BackgroundKind::Dark), std::pair(Theme::Light, BackgroundKind::Palette)}) {
+       {std::pair(CellTheme::Dark, BackgroundKind::Dark), std::pair(CellTheme::Light, BackgroundKind::Palette)}) {
     const auto samples = host->makeSamples(theme);
     // Cells with a dark theme already have the colors of a dark background.
-    if (theme == Theme::Dark)
+    if (theme == CellTheme::Dark)
       for (const CellsHost::Sample& sample : samples) keepColors(*sample.control);
     auto* background = new BackgroundPanel(makeColumn(samples));
     background->setKind(kind);

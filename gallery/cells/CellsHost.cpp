@@ -35,9 +35,9 @@ constexpr Selector selectors[] = {action<&CellsHost::changed>("changed:")};
 
 using Labels = std::vector<std::string>;
 
-Ref<NSControl> makeTabs(Theme theme, const Labels& labels) {
+Ref<NSControl> makeTabs(CellTheme theme, const Labels& labels) {
   const auto cell = make<UnderlinedSegmentedCell>();
-  cell->setUseDarkTheme(theme == Theme::Dark);
+  cell->setUseDarkTheme(theme == CellTheme::Dark);
   cell->setUnderlineColor(TessalunaStyleKit::tessalunaBlue());
   cell->setLineBreakMode(NSLineBreakByTruncatingTail);
   cell->setSegmentCount(labels.size());
@@ -48,20 +48,20 @@ Ref<NSControl> makeTabs(Theme theme, const Labels& labels) {
   return control;
 }
 
-Ref<NSControl> makePopUp(Theme theme, const Labels& titles) {
+Ref<NSControl> makePopUp(CellTheme theme, const Labels& titles) {
   const auto cell = make<ExtPopUpButtonCell>();
-  cell->setUseDarkTheme(theme == Theme::Dark);
+  cell->setUseDarkTheme(theme == CellTheme::Dark);
   cell->addItemsWithTitles(titles);
   const auto button = make<NSPopUpButton>(NSZeroRect);
   button->setCell(cell);
   return button;
 }
 
-Ref<NSControl> makeStars(Theme theme, bool isEditable) {
+Ref<NSControl> makeStars(CellTheme theme, bool isEditable) {
   NSCoder coder;
   coder.encode(3, "doubleValue").encode(isEditable, "editable");
   const auto cell = make<DotsLevelIndicatorCell>(coder);
-  if (theme == Theme::Dark) cell->setBackgroundStyle(NSBackgroundStyleDark);
+  if (theme == CellTheme::Dark) cell->setBackgroundStyle(NSBackgroundStyleDark);
   const auto indicator = make<NSLevelIndicator>(NSZeroRect);
   indicator->setCell(cell);
   return indicator;
@@ -80,16 +80,16 @@ class RowOnDark : public ImageAndTextCell {
   }
 };
 
-Ref<NSControl> makeRow(Theme theme, const std::string& text, const Ref<NSImage>& image) {
-  const Ref<ImageAndTextCell> cell = theme == Theme::Dark ? make<RowOnDark>() : make<ImageAndTextCell>();
+Ref<NSControl> makeRow(CellTheme theme, const std::string& text, const Ref<NSImage>& image) {
+  const Ref<ImageAndTextCell> cell = theme == CellTheme::Dark ? make<RowOnDark>() : make<ImageAndTextCell>();
   cell->setStringValue(text);
   cell->setCellImage(image);
   cell->setEditable(image != nullptr);
   cell->setLineBreakMode(NSLineBreakByTruncatingTail);
   const bool isGroup = cell->isGroupCell();
   if (isGroup) cell->setFont(NSFont::boldSystemFontOfSize(NSFont::smallSystemFontSize()));
-  cell->setTextColor(theme == Theme::Dark ? NSColor::colorWithCalibratedWhite(isGroup ? 0.6 : 0.9, 1)
-                                          : NSColor::colorWithCalibratedWhite(isGroup ? 0.45 : 0.1, 1));
+  cell->setTextColor(theme == CellTheme::Dark ? NSColor::colorWithCalibratedWhite(isGroup ? 0.6 : 0.9, 1)
+                                              : NSColor::colorWithCalibratedWhite(isGroup ? 0.45 : 0.1, 1));
   const auto field = make<NSTextField>(NSZeroRect);
   field->setCell(cell);
   return field;
@@ -197,7 +197,7 @@ Ref<NSView> CellsHost::makeTable(CGRect frame) {
   return scrollView;
 }
 
-std::vector<CellsHost::Sample> CellsHost::makeSamples(Theme theme) {
+std::vector<CellsHost::Sample> CellsHost::makeSamples(CellTheme theme) {
   const auto separated = std::dynamic_pointer_cast<NSPopUpButton>(makePopUp(theme, {"By title", "By artist", "By date"}));
   separated->menu()->setAutoenablesItems(false);
   separated->menu()->addItem(NSMenuItem::separatorItem());
@@ -225,7 +225,7 @@ std::vector<CellsHost::Sample> CellsHost::makeSamples(Theme theme) {
                TessalunaStyleKit::imageOfMissingAlbumArtWithImageSize({32, 32})),
        24},
   };
-  const std::string themeName = theme == Theme::Dark ? "dark" : "light";
+  const std::string themeName = theme == CellTheme::Dark ? "dark" : "light";
   for (Sample& sample : samples) {
     sample.name += "-" + themeName;
     sample.control->setTarget(refTo(*this));

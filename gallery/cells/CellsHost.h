@@ -11,7 +11,7 @@
 
 namespace gallery {
 
-enum class Theme { Dark, Light };
+enum class CellTheme { Dark, Light };
 
 class CellsHost : public tessaluna::platform::NSObject {
  public:
@@ -27,7 +27,7 @@ class CellsHost : public tessaluna::platform::NSObject {
     double height = 0;  // points
   };
   // The samples of the theme, in the order of the page. The controls have the host as their target and do not keep it alive.
-  std::vector<Sample> makeSamples(Theme theme);
+  std::vector<Sample> makeSamples(CellTheme theme);
 
   // A table of albums with its header above it: pictures, titles that can be edited, ratings. Its data is the host's.
   tessaluna::platform::Ref<tessaluna::platform::NSView> makeTable(tessaluna::platform::CGRect frame);
