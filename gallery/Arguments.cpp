@@ -1,14 +1,17 @@
 #include "gallery/Arguments.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <optional>
+#include <utility>
 
 namespace gallery {
 
 namespace {
 
-constexpr double smallestScale = 0.5, largestScale = 4;
-constexpr double smallestWidth = 300, largestWidth = 8000;
+constexpr double minScale = 0.5, maxScale = 4;
+constexpr double minWidth = 300, maxWidth = 8000;
 
 std::string quoted(std::string_view text) { return '\'' + std::string(text) + '\''; }
 
@@ -21,13 +24,50 @@ std::string pageNames() {
   return names;
 }
 
-// Absent unless the whole text is one finite number.
-std::optional<double> numberIn(std::string_view text) {
+// Absent unless the whole text is one number within the limits.
+std::optional<double> numberIn(std::string_view text, double low, double high) {
   double number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  if (!(number - number == 0)) return std::nullopt;
-  return number;
+  return number >= low && number <= high ? std::optional(number) : std::nullopt;
+}
+
+constexpr std::string_view optionsWithValue[] = {"--page", "--screenshot", "--screenshots", "--scale", "--width"};
+
+// After these the program exits, so that only one of them can be given.
+using Task = Arguments::Task;
+constexpr std::pair<std::string_view, Task> tasks[] = {{"--list-pages", Task::ListPages},
+                                                       {"--help", Task::ShowHelp},
+                                                       {"--screenshot", Task::OneScreenshot},
+                                                       {"--screenshots", Task::AllScreenshots}};
+
+// Takes one option into the arguments; returns what is wrong with it.
+std::optional<std::string> take(std::string_view name, std::string_view value, Arguments& arguments) {
+  if (const auto* task = std::ranges::find(tasks, name, &std::pair<std::string_view, Task>::first);
+      task != std::end(tasks)) {
+    if (arguments.task != Task::ShowWindow)
+      return std::string(name) + " cannot be combined with another option after which the program exits";
+    arguments.task = task->second;
+    arguments.output = value;
+  } else if (name == "--page") {
+    arguments.page = findPage(value);
+    if (!arguments.page) return "unknown page " + quoted(value) + "; the pages are: " + pageNames();
+  } else if (name == "--scale") {
+    const std::optional<double> scale = numberIn(value, minScale, maxScale);
+    if (!scale) return "--scale takes a number from 0.5 to 4, not " + quoted(value);
+    arguments.scale = *scale;
+  } else if (name == "--width") {
+    const std::optional<double> width = numberIn(value, minWidth, maxWidth);
+    if (!width) return "--width takes a number from 300 to 8000, not " + quoted(value);
+    arguments.width = static_cast<int>(*width);
+  } else if (name == "--light" || name == "--dark") {
+    arguments.theme = name == "--light" ? Theme::Light : Theme::Dark;
+  } else if (name == "--log-actions") {
+    arguments.logsActions = true;
+  } else {
+    return "unknown option " + quoted(name) + "; --help lists the options";
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -47,53 +87,16 @@ std::string_view helpText() {
 
 std::variant<Arguments, BadArguments> parseArguments(std::span<const char* const> arguments) {
   Arguments result;
-  const auto setTask = [&](Arguments::Task task) {
-    const bool isFirst = result.task == Arguments::Task::ShowWindow;
-    result.task = task;
-    return isFirst;
-  };
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string_view name = arguments[i];
-    constexpr std::string_view withValue[] = {"--page", "--screenshot", "--screenshots", "--scale", "--width"};
     std::string_view value;
-    for (const std::string_view option : withValue) {
-      if (name != option) continue;
+    if (std::ranges::find(optionsWithValue, name) != std::end(optionsWithValue)) {
       if (++i == arguments.size() || *arguments[i] == 0) return BadArguments{std::string(name) + " needs a value"};
       value = arguments[i];
     }
-
-    bool isFirstTask = true;
-    if (name == "--page") {
-      result.page = findPage(value);
-      if (!result.page) return BadArguments{"unknown page " + quoted(value) + "; the pages are: " + pageNames()};
-    } else if (name == "--screenshot" || name == "--screenshots") {
-      isFirstTask = setTask(name == "--screenshot" ? Arguments::Task::OneScreenshot : Arguments::Task::AllScreenshots);
-      result.output = value;
-    } else if (name == "--scale") {
-      const std::optional<double> scale = numberIn(value);
-      if (!scale || *scale < smallestScale || *scale > largestScale)
-        return BadArguments{"--scale takes a number from 0.5 to 4, not " + quoted(value)};
-      result.scale = *scale;
-    } else if (name == "--width") {
-      const std::optional<double> width = numberIn(value);
-      if (!width || *width < smallestWidth || *width > largestWidth)
-        return BadArguments{"--width takes a number from 300 to 8000, not " + quoted(value)};
-      result.width = static_cast<int>(*width);
-    } else if (name == "--list-pages") {
-      isFirstTask = setTask(Arguments::Task::ListPages);
-    } else if (name == "--help") {
-      isFirstTask = setTask(Arguments::Task::ShowHelp);
-    } else if (name == "--light" || name == "--dark") {
-      result.theme = name == "--light" ? Theme::Light : Theme::Dark;
-    } else if (name == "--log-actions") {
-      result.logsActions = true;
-    } else {
-      return BadArguments{"unknown option " + quoted(name) + "; --help lists the options"};
-    }
-    if (!isFirstTask)
-      return BadArguments{std::string(name) + " cannot be combined with another option after which the program exits"};
+    if (const std::optional<std::string> complaint = take(name, value, result)) return BadArguments{*complaint};
   }
-  if (result.task == Arguments::Task::AllScreenshots && result.page)
+  if (result.task == Task::AllScreenshots && result.page)
     return BadArguments{"--screenshots takes all pages; --page goes with --screenshot"};
   return result;
 }

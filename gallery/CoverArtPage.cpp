@@ -55,6 +55,30 @@ QCheckBox* makeSwitch(const char* text, bool isOn, const std::function<void(bool
   return box;
 }
 
+QLayout* makeSwitches(QWidget* page, const Ref<CoverArtHost>& host) {
+  auto* clock = new QTimer(page);
+  clock->setInterval(changePeriod);
+  QObject::connect(clock, &QTimer::timeout, [host] { host->changeImage(); });
+  const auto runClock = [clock](bool isOn) {
+    if (isOn) clock->start();
+    else clock->stop();
+  };
+  auto* switches = new QGridLayout;
+  switches->setHorizontalSpacing(24);
+  switches->setColumnStretch(2, 1);
+  switches->addWidget(makeSwitch("A click and Escape close an enlarged cover", true,
+                                 [host](bool isOn) { host->setClosesByClickAndEscape(isOn); }),
+                      0, 0);
+  switches->addWidget(
+      makeSwitch("Large images are decoded in the background", true, [host](bool isOn) { host->setPreparesImages(isOn); }),
+      1, 0);
+  switches->addWidget(makeSwitch("A pixel of the image is one of the screen", false,
+                                 [host](bool isOn) { host->setScaleToScreenResolution(isOn); }),
+                      0, 1);
+  switches->addWidget(makeSwitch("The last cover changes every two seconds", false, runClock), 1, 1);
+  return switches;
+}
+
 struct ScreenEdge {
   const char* text;
   double x, y;  // the shares of the free room that are left of the window and above it
@@ -104,32 +128,10 @@ QWidget* makeCoverArtPage(Report report) {
   constexpr int shareOfTheRoom = 1000;
   column->addWidget(new Shelf(cards, "Covers"), shareOfTheRoom);
 
-  auto* clock = new QTimer(page);
-  clock->setInterval(changePeriod);
-  QObject::connect(clock, &QTimer::timeout, [host] { host->changeImage(); });
-  const auto runClock = [clock](bool isOn) {
-    if (isOn) clock->start();
-    else clock->stop();
-  };
-  auto* switches = new QGridLayout;
-  switches->setHorizontalSpacing(24);
-  switches->setColumnStretch(2, 1);
-  switches->addWidget(makeSwitch("A click and Escape close an enlarged cover", true,
-                                 [host](bool isOn) { host->setClosesByClickAndEscape(isOn); }),
-                      0, 0);
-  switches->addWidget(
-      makeSwitch("Large images are decoded in the background", true, [host](bool isOn) { host->setPreparesImages(isOn); }),
-      1, 0);
-  switches->addWidget(makeSwitch("A pixel of the image is one of the screen", false,
-                                 [host](bool isOn) { host->setScaleToScreenResolution(isOn); }),
-                      0, 1);
-  switches->addWidget(makeSwitch("The last cover changes every two seconds", false, runClock), 1, 1);
-  column->addLayout(switches);
+  column->addLayout(makeSwitches(page, host));
   column->addWidget(makeEdges(page));
 
-  auto* heading = new QLabel("Reported");
-  heading->setObjectName("family");
-  column->addWidget(heading);
+  column->addWidget(makeHeading("Reported"));
   journal->setMinimumHeight(60);
   column->addWidget(journal, 1);
   return page;

@@ -117,7 +117,7 @@ void GalleryWindow::showRow(int row) {
   }
   stack_->setCurrentWidget(made_[index]);
   foot_->clear();
-  tellPlaces();
+  printPlaces();
 }
 
 void GalleryWindow::report(const std::string& what) {
@@ -129,7 +129,7 @@ bool GalleryWindow::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::Show:
     case QEvent::Move:
-    case QEvent::Resize: tellPlaces(); break;
+    case QEvent::Resize: printPlaces(); break;
     default: break;
   }
   return QMainWindow::event(event);
@@ -137,7 +137,7 @@ bool GalleryWindow::event(QEvent* event) {
 
 // For programs that operate the controls: prints "place NAME X Y WIDTH HEIGHT" for each named control of the visible page, in
 // screen coordinates with y from the top, once the layouts have settled.
-void GalleryWindow::tellPlaces() const {
+void GalleryWindow::printPlaces() const {
   if (log_ == ActionLog::Off) return;
   QTimer::singleShot(0, this, [this] {
     for (const QWidget* control : findChildren<QWidget*>()) {

@@ -30,7 +30,7 @@ class GalleryWindow : public QMainWindow {
   void showRow(int row);
   void report(const std::string& what);
   void printLine(const QString& line) const;
-  void tellPlaces() const;
+  void printPlaces() const;
 
   ActionLog log_;
   QListWidget* list_ = nullptr;

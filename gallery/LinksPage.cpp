@@ -11,6 +11,7 @@
 #include "gallery/Pages.h"
 #include "gallery/controlNames.h"
 #include "gallery/links/LinksHost.h"
+#include "gallery/parts.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
 namespace gallery {
@@ -62,9 +63,8 @@ class Sides : public QSplitter {
   QSplitterHandle* createHandle() override { return new Handle(this); }
 };
 
-QLabel* makeNote(const std::string& text) {
-  auto* note = new QLabel(QString::fromStdString(text));
-  note->setObjectName("cardNote");
+QLabel* makeLineNote(const std::string& text) {
+  QLabel* note = makeNote(QString::fromStdString(text));
   note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   return note;
 }
@@ -79,11 +79,11 @@ QWidget* makeSamples(const LinksHost& host) {
   lines->setContentsMargins(labelPadding, 0, labelPadding, 0);
   column->addLayout(lines);
   for (const LinksHost::Line& line : host.lines()) {
-    lines->addWidget(makeNote(line.note));
+    lines->addWidget(makeLineNote(line.note));
     lines->addWidget(embed(line.field, lineHeight, line.name));
     lines->addSpacing(6);
   }
-  lines->addWidget(makeNote("a text with links"));
+  lines->addWidget(makeLineNote("a text with links"));
   column->addWidget(embed(host.label(), labelHeight, "text"));
   column->addStretch(1);
   return samples;
@@ -110,9 +110,7 @@ QWidget* makeLinksPage(Report report) {
   auto* reported = new QWidget;
   auto* reports = new QVBoxLayout(reported);
   reports->setContentsMargins(16, 0, 0, 0);
-  auto* heading = new QLabel("Reported");
-  heading->setObjectName("family");
-  reports->addWidget(heading);
+  reports->addWidget(makeHeading("Reported"));
   reports->addWidget(journal, 1);
 
   auto* sides = new Sides;

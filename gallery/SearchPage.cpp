@@ -5,6 +5,7 @@
 
 #include "gallery/Journal.h"
 #include "gallery/Pages.h"
+#include "gallery/parts.h"
 #include "gallery/search/LibrarySearch.h"
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/platform/time/DispatchQueue.h"
@@ -49,15 +50,12 @@ QWidget* makeSearchPage(Report report) {
   field->setFixedHeight(26);
   field->setMaximumWidth(440);
   column->addWidget(field);
-  auto* hint = new QLabel(
+  QLabel* hint = makeNote(
       "Type the beginning of any words. Arrow keys choose, Return takes or searches, Escape gives back what you typed.");
-  hint->setObjectName("cardNote");
   hint->setWordWrap(true);
   column->addWidget(hint);
   column->addWidget(isSlow);
-  auto* heading = new QLabel("Taken");
-  heading->setObjectName("family");
-  column->addWidget(heading);
+  column->addWidget(makeHeading("Taken"));
   column->addWidget(journal, 1);
   return page;
 }

@@ -89,11 +89,9 @@ QWidget* makeCard(const Exhibit& exhibit, const Ref<ControlReporter>& reporter) 
   column->addWidget(background);
   auto* title = new QLabel(exhibit.title);
   title->setObjectName("cardName");
-  auto* note = new QLabel(exhibit.note);
-  note->setObjectName("cardNote");
   column->addSpacing(5);
   column->addWidget(title);
-  column->addWidget(note);
+  column->addWidget(makeNote(exhibit.note));
   return card;
 }
 
@@ -114,9 +112,7 @@ QWidget* makeSmallControlsPage(Report report) {
   // The reports get the room that the cards leave.
   constexpr int mostOfTheRoom = 1000;
   column->addWidget(new Shelf(cards, "Small controls"), mostOfTheRoom);
-  auto* heading = new QLabel("Reported");
-  heading->setObjectName("family");
-  column->addWidget(heading);
+  column->addWidget(makeHeading("Reported"));
   journal->setMinimumHeight(60);
   column->addWidget(journal, 1);
   return page;

@@ -72,6 +72,25 @@ QWidget* makeIndicators() {
   return row;
 }
 
+// What the tasks do, as the host reports it, kept up to date.
+QLabel* makeTaskLines(const Ref<StartupHost>& host) {
+  constexpr int refreshMilliseconds = 100, maxLines = 5;
+  QLabel* lines = makeNote("");
+  const auto refresh = [host, lines] {
+    QString text;
+    for (const std::string& line : host->taskLines()) text += QString::fromStdString(line) + "\n";
+    if (text.isEmpty()) text = "no task: the line is hidden\n";
+    if (text != lines->text()) lines->setText(text);
+  };
+  refresh();
+  auto* clock = new QTimer(lines);
+  QObject::connect(clock, &QTimer::timeout, refresh);
+  clock->start(refreshMilliseconds);
+  lines->setAlignment(Qt::AlignTop);
+  lines->setFixedHeight(lines->fontMetrics().lineSpacing() * maxLines);
+  return lines;
+}
+
 }  // namespace
 
 QWidget* makeStartupPage(Report report) {
@@ -104,21 +123,7 @@ QWidget* makeStartupPage(Report report) {
   column->addWidget(makeButtons(
       {{"Begin a task", [host] { host->beginTask(100); }}, {"Begin a long task", [host] { host->beginTask(400); }}}));
   column->addWidget(embed(host->taskBar(), "tasks"));
-  auto* tasks = makeNote("");
-  const auto showTasks = [host, tasks] {
-    QString text;
-    for (const std::string& line : host->taskLines()) text += QString::fromStdString(line) + "\n";
-    if (text.isEmpty()) text = "no task: the line is hidden\n";
-    if (text != tasks->text()) tasks->setText(text);
-  };
-  showTasks();
-  constexpr int refreshMilliseconds = 100;
-  auto* refresh = new QTimer(page);
-  QObject::connect(refresh, &QTimer::timeout, showTasks);
-  refresh->start(refreshMilliseconds);
-  tasks->setAlignment(Qt::AlignTop);
-  tasks->setFixedHeight(tasks->fontMetrics().lineSpacing() * 5);
-  column->addWidget(tasks);
+  column->addWidget(makeTaskLines(host));
 
   column->addWidget(makeHeading("NSProgressIndicator"));
   column->addWidget(makeIndicators());

@@ -145,6 +145,20 @@ QWidget* makeGroup(const QString& heading, QWidget* content) {
   return group;
 }
 
+QLayout* makeChoices(const std::shared_ptr<TransportHost>& host) {
+  auto* slow = new QCheckBox("Slow network");
+  QObject::connect(slow, &QCheckBox::toggled,
+                   [host](bool isSlow) { host->player().setLoadingSpeed(isSlow ? slowNetwork : fastNetwork); });
+  auto* locked = new QCheckBox("Not seekable");
+  QObject::connect(locked, &QCheckBox::toggled, [host](bool isLocked) { host->bar()->slider()->setSeekable(!isLocked); });
+  auto* choices = new QHBoxLayout;
+  choices->setSpacing(20);
+  choices->addWidget(slow);
+  choices->addWidget(locked);
+  choices->addStretch(1);
+  return choices;
+}
+
 }  // namespace
 
 QWidget* makeTransportPage(Report report) {
@@ -169,17 +183,7 @@ QWidget* makeTransportPage(Report report) {
   bar->setMinimumWidth(minBarWidth);
   bar->setAccessibleName("transport");
   column->addWidget(bar);
-  auto* slow = new QCheckBox("Slow network");
-  QObject::connect(slow, &QCheckBox::toggled,
-                   [host](bool isSlow) { host->player().setLoadingSpeed(isSlow ? slowNetwork : fastNetwork); });
-  auto* locked = new QCheckBox("Not seekable");
-  QObject::connect(locked, &QCheckBox::toggled, [host](bool isLocked) { host->bar()->slider()->setSeekable(!isLocked); });
-  auto* choices = new QHBoxLayout;
-  choices->setSpacing(20);
-  choices->addWidget(slow);
-  choices->addWidget(locked);
-  choices->addStretch(1);
-  column->addLayout(choices);
+  column->addLayout(makeChoices(host));
 
   column->addWidget(makeHeading("PlaybackTransportButton"));
   // In a narrow window, one below the other.

@@ -132,7 +132,12 @@ void PlayerView::makeMiddle() {
   note_->setTextColor(noteColor());
   addSubview(title_);
   addSubview(note_);
+  makePlacesButton();
+  makeTabs();
+  makeTables();
+}
 
+void PlayerView::makePlacesButton() {
   // It shows its purpose and not what was chosen last: the title shows the current collection.
   placesButton_ = make<NSPopUpButton>(CGRect{}, /*pullsDown=*/true);
   placesButton_->addItemWithTitle("Library");
@@ -141,7 +146,9 @@ void PlayerView::makeMiddle() {
   placesButton_->setAction([this] { show(*collections_.find(placesButton_->titleOfSelectedItem())); });
   setName(*placesButton_, "Library");
   addSubview(placesButton_);
+}
 
+void PlayerView::makeTabs() {
   const auto cell = make<UnderlinedSegmentedCell>();
   cell->setUseDarkTheme(false);
   cell->setUnderlineColor(accentColor());
@@ -155,7 +162,9 @@ void PlayerView::makeMiddle() {
     tabs_->setLabelForSegment(label, static_cast<std::size_t>(tab));
   tabs_->setAction([this] { showTab(static_cast<Tab>(tabs_->selectedSegment().value_or(0))); });
   addSubview(tabs_);
+}
 
+void PlayerView::makeTables() {
   songTable_ = makeTable(
       songs_, [this](std::size_t row) { return SongNumbers{songs_->songs()[row]}; },
       [this](std::size_t row) {

@@ -61,6 +61,9 @@ class PlayerView : public tessaluna::platform::NSView {
   void makeTop();
   void makeSide();
   void makeMiddle();
+  void makePlacesButton();
+  void makeTabs();
+  void makeTables();
   void makeFoot();
   template <class Model, class SongsOfRow>
   tessaluna::platform::Ref<tessaluna::ready::TrackTable> makeTable(const std::shared_ptr<Model>& model, SongsOfRow songsOf,

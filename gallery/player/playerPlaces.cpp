@@ -26,81 +26,108 @@ CGRect rect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
 // What a low window leaves out, one after the other, until the list has room.
 enum class LeftOut { Nothing, Heading, HeadingAndTasks, HeadingTasksAndTabs };
 
-PlayerPlaces placesIn(CGSize size, TaskLine taskLine, LeftOut leftOut) {
-  PlayerPlaces places;
-  const CGFloat width = size.width;
-  const bool hasSide = width >= minWithSide;
-  const CGFloat sideWidth = hasSide ? std::clamp(std::floor(width * shareOfSide), minSide, maxSide) : 0;
+// One arrangement of all parts, from the top of the window to its foot.
+class Arrangement {
+ public:
+  Arrangement(CGSize size, TaskLine taskLine, LeftOut leftOut)
+      : width_(size.width),
+        height_(size.height),
+        hasSide_(size.width >= minWithSide),
+        sideWidth_(hasSide_ ? std::clamp(std::floor(size.width * shareOfSide), minSide, maxSide) : 0),
+        leftOut_(leftOut) {
+    placeTop();
+    placeFoot(taskLine);
+    placeSide();
+    placeMiddle();
+  }
+  const PlayerPlaces& places() const { return places_; }
 
-  // The top: arrows over the side, the field where the list begins, tasks at the right or, without room, above the transport.
-  places.top = rect(0, 0, width, topHeight);
-  const CGFloat fieldY = (topHeight - fieldHeight) / 2;
-  places.back = rect(margin - 4, fieldY, arrowWidth, fieldHeight);
-  places.forward = rect(CGRectGetMaxX(places.back) + 2, fieldY, arrowWidth, fieldHeight);
-  const CGFloat searchX = hasSide ? sideWidth + margin : CGRectGetMaxX(places.forward) + gap;
-  const CGFloat topRoom = width - margin - searchX;
-  const bool hasTasksInTop = topRoom >= minSearch + 2 * gap + minTasks;
-  places.search =
-      rect(searchX, fieldY,
-           std::min(hasTasksInTop ? topRoom - 2 * gap - minTasks : topRoom, hasTasksInTop ? maxSearch : maxSearchAlone),
-           fieldHeight);
-  const bool hasTasksInFoot = !hasTasksInTop && taskLine == TaskLine::Shown && leftOut < LeftOut::HeadingAndTasks;
-  if (hasTasksInTop) {
-    const CGFloat room = topRoom - places.search.size.width - 2 * gap, tasksWidth = std::min(room, maxTasks);
-    places.tasks = rect(width - margin - tasksWidth, (topHeight - taskHeight) / 2, tasksWidth, taskHeight);
+ private:
+  // Arrows over the side, the field where the list begins, and tasks at the right if there is room.
+  void placeTop() {
+    places_.top = rect(0, 0, width_, topHeight);
+    const CGFloat fieldY = (topHeight - fieldHeight) / 2;
+    places_.back = rect(margin - 4, fieldY, arrowWidth, fieldHeight);
+    places_.forward = rect(CGRectGetMaxX(places_.back) + 2, fieldY, arrowWidth, fieldHeight);
+    const CGFloat searchX = hasSide_ ? sideWidth_ + margin : CGRectGetMaxX(places_.forward) + gap;
+    const CGFloat room = width_ - margin - searchX;
+    hasTasksInTop_ = room >= minSearch + 2 * gap + minTasks;
+    if (!hasTasksInTop_) {
+      places_.search = rect(searchX, fieldY, std::min(room, maxSearchAlone), fieldHeight);
+      return;
+    }
+    places_.search = rect(searchX, fieldY, std::min(room - 2 * gap - minTasks, maxSearch), fieldHeight);
+    const CGFloat tasksWidth = std::min(room - places_.search.size.width - 2 * gap, maxTasks);
+    places_.tasks = rect(width_ - margin - tasksWidth, (topHeight - taskHeight) / 2, tasksWidth, taskHeight);
   }
 
-  const CGFloat foot = footHeight + (hasTasksInFoot ? taskHeight + gap : 0);
-  const CGFloat bodyHeight = size.height - topHeight - foot;
-  places.foot = rect(0, size.height - foot, width, foot);
-  places.transport =
-      rect(margin, size.height - footHeight + (footHeight - transportHeight) / 2, width - 2 * margin, transportHeight);
-  if (hasTasksInFoot)
-    places.tasks = rect(margin, places.foot.origin.y + gap, std::min(width - 2 * margin, maxTasks), taskHeight);
+  // The transport, and above it the tasks that have no room at the top.
+  void placeFoot(TaskLine taskLine) {
+    const bool hasTasks = !hasTasksInTop_ && taskLine == TaskLine::Shown && leftOut_ < LeftOut::HeadingAndTasks;
+    const CGFloat foot = footHeight + (hasTasks ? taskHeight + gap : 0);
+    footTop_ = height_ - foot;
+    places_.foot = rect(0, footTop_, width_, foot);
+    places_.transport =
+        rect(margin, height_ - footHeight + (footHeight - transportHeight) / 2, width_ - 2 * margin, transportHeight);
+    if (hasTasks) places_.tasks = rect(margin, footTop_ + gap, std::min(width_ - 2 * margin, maxTasks), taskHeight);
+  }
 
-  // The side: the cover of what plays, as large as the side bar leaves room for.
-  places.side = rect(0, topHeight, sideWidth, bodyHeight);
-  CGFloat y = topHeight + margin;
-  if (hasSide) {
-    const CGFloat cover = std::min(sideWidth - 2 * margin, bodyHeight - minSideBar - 2 * margin);
+  // The cover of what plays, as large as the side bar leaves room for.
+  void placeSide() {
+    places_.side = rect(0, topHeight, sideWidth_, footTop_ - topHeight);
+    if (!hasSide_) return;
+    CGFloat y = topHeight + margin;
+    const CGFloat cover = std::min(sideWidth_ - 2 * margin, footTop_ - topHeight - minSideBar - 2 * margin);
     if (cover >= minCover) {
-      places.cover = rect(margin, y, cover, cover);
+      places_.cover = rect(margin, y, cover, cover);
       y += cover + gap;
     }
-    places.sideBar = rect(0, y, sideWidth, size.height - foot - y);
+    places_.sideBar = rect(0, y, sideWidth_, footTop_ - y);
   }
 
-  // The middle: a heading with tabs beside it, or below it where that is too narrow, and the list.
-  places.middle = rect(sideWidth, topHeight, width - sideWidth, bodyHeight);
-  CGFloat left = sideWidth + margin;
-  const CGFloat right = width - margin;
-  const bool hasTabsBeside = right - left >= minTitle + gap + tabsWidth;
-  y = topHeight + 10;
-  const bool hasHeading = leftOut < LeftOut::Heading, hasTabs = leftOut < LeftOut::HeadingTasksAndTabs;
-  if (!hasSide && hasHeading) {
-    places.cover = rect(left, y + 4, smallCover, smallCover);
-    left += smallCover + gap;
+  // A heading with tabs beside it, or below it where that is too narrow, and the list.
+  void placeMiddle() {
+    places_.middle = rect(sideWidth_, topHeight, width_ - sideWidth_, footTop_ - topHeight);
+    const CGFloat left = sideWidth_ + margin, right = width_ - margin;
+    const bool hasTabsBeside = right - left >= minTitle + gap + tabsWidth;
+    const bool hasTabs = leftOut_ < LeftOut::HeadingTasksAndTabs;
+    CGFloat listTop = topHeight;
+    if (leftOut_ < LeftOut::Heading) {
+      placeHeading(left, hasTabsBeside ? right - tabsWidth - gap : right);
+      listTop += headingHeight + 10;
+    } else if (hasTabs) {
+      listTop += hasTabsBeside ? tabsHeight + 10 : 4;
+    }
+    if (hasTabs && hasTabsBeside) {
+      places_.tabs = rect(right - tabsWidth, listTop - tabsHeight - 6, tabsWidth, tabsHeight);
+    } else if (hasTabs) {
+      const CGFloat end = hasSide_ ? right : right - placesWidth - gap;
+      places_.tabs = rect(left, listTop, std::min(end - left, tabsWidth), tabsHeight);
+      if (!hasSide_) places_.places = rect(right - placesWidth, listTop, placesWidth, fieldHeight);
+      listTop += tabsHeight + 8;
+    }
+    places_.list = rect(sideWidth_, listTop, width_ - sideWidth_, footTop_ - listTop);
   }
-  const CGFloat titleRight = hasTabsBeside ? right - tabsWidth - gap : right;
-  CGFloat listTop = topHeight;
-  if (hasHeading) {
-    places.title = rect(left, y + 6, titleRight - left, titleHeight);
-    places.note = rect(left, y + 6 + titleHeight, titleRight - left, noteHeight);
-    listTop += headingHeight + 10;
-  } else if (hasTabs) {
-    listTop += hasTabsBeside ? tabsHeight + 10 : 4;
+
+  // Title and note; without a side the cover is beside them.
+  void placeHeading(CGFloat left, CGFloat right) {
+    const CGFloat y = topHeight + 10;
+    if (!hasSide_) {
+      places_.cover = rect(left, y + 4, smallCover, smallCover);
+      left += smallCover + gap;
+    }
+    places_.title = rect(left, y + 6, right - left, titleHeight);
+    places_.note = rect(left, y + 6 + titleHeight, right - left, noteHeight);
   }
-  if (hasTabs && hasTabsBeside) {
-    places.tabs = rect(right - tabsWidth, listTop - tabsHeight - 6, tabsWidth, tabsHeight);
-  } else if (hasTabs) {
-    const CGFloat start = sideWidth + margin, end = hasSide ? right : right - placesWidth - gap;
-    places.tabs = rect(start, listTop, std::min(end - start, tabsWidth), tabsHeight);
-    if (!hasSide) places.places = rect(right - placesWidth, listTop, placesWidth, fieldHeight);
-    listTop += tabsHeight + 8;
-  }
-  places.list = rect(sideWidth, listTop, width - sideWidth, size.height - foot - listTop);
-  return places;
-}
+
+  const CGFloat width_, height_;
+  const bool hasSide_;
+  const CGFloat sideWidth_;
+  const LeftOut leftOut_;
+  bool hasTasksInTop_ = false;
+  CGFloat footTop_ = 0;
+  PlayerPlaces places_;
+};
 
 }  // namespace
 
@@ -108,7 +135,7 @@ PlayerPlaces playerPlaces(CGSize size, TaskLine taskLine) {
   PlayerPlaces places;
   for (const LeftOut leftOut :
        {LeftOut::Nothing, LeftOut::Heading, LeftOut::HeadingAndTasks, LeftOut::HeadingTasksAndTabs}) {
-    places = placesIn(size, taskLine, leftOut);
+    places = Arrangement(size, taskLine, leftOut).places();
     if (places.list.size.height >= minList) break;
   }
   return places;

@@ -50,8 +50,8 @@ std::vector<std::size_t> SearchIndex::bestMatches(std::string_view query, std::s
   for (std::size_t i = 0; i < entries_.size(); ++i) {
     const Entry& entry = entries_[i];
     if (!hasAll(entry.all, words)) continue;
-    const int farness = entry.label.starts_with(wanted) ? 0 : hasAll(entry.label, words) ? 1 : 2;
-    found.emplace_back(farness, entry.kind, i);
+    const int rank = entry.label.starts_with(wanted) ? 0 : hasAll(entry.label, words) ? 1 : 2;
+    found.emplace_back(rank, entry.kind, i);
   }
   const std::size_t count = std::min(maxCount, found.size());
   std::partial_sort(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(count), found.end());
