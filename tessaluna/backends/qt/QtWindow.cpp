@@ -1,5 +1,6 @@
 #include "tessaluna/backends/qt/QtWindow.h"
 
+#include <QCloseEvent>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QRasterWindow>
@@ -129,6 +130,15 @@ class QtWindow::Surface : public QRasterWindow {
     });
   }
 
+  void willClose() { willClose_ = true; }
+  // A request of the user to close the window ends as what it is.
+  void disappear() {
+    if (!std::exchange(willClose_, false) || closing_ != Closing::No) return hide();
+    closing_ = Closing::ByProgram;
+    close();
+    closing_ = Closing::No;
+  }
+
   void requestFocus() {
     requestActivate();
     // To Qt a window that was hidden may still be the one with the focus, and then nothing changes.
@@ -176,6 +186,14 @@ class QtWindow::Surface : public QRasterWindow {
     return isDone;
   }
 
+  void closeEvent(QCloseEvent* event) override {
+    if (!client_ || closing_ == Closing::ByProgram) return;
+    closing_ = Closing::ByUser;
+    client_->nativeCloseRequested();
+    closing_ = Closing::No;
+    event->setAccepted(!isVisible());
+  }
+
   void paintEvent(QPaintEvent*) override {
     if (client_) {
       scaleMayHaveChanged();
@@ -199,10 +217,6 @@ class QtWindow::Surface : public QRasterWindow {
       case QEvent::FocusOut: client_->nativeKeyStatusChanged(false); return false;
       case QEvent::Move:
       case QEvent::Resize: placeMayHaveChanged(); return false;
-      case QEvent::Close:
-        client_->nativeCloseRequested();
-        event->setAccepted(!isVisible());
-        return true;
       default: break;
     }
     const QPointF corner(mapToGlobal(QPoint(0, 0)));
@@ -324,7 +338,9 @@ class QtWindow::Surface : public QRasterWindow {
   bool isPlacedToThePixel_ = false;
   bool growsWithPicture_ = false;  // the wanted place is taken when the picture for it has been painted
   double knownScale_ = devicePixelRatio();
-  int depth_ = 0;  // of events that are being handled
+  int depth_ = 0;           // of events that are being handled
+  bool willClose_ = false;  // with the next hide
+  enum class Closing { No, ByUser, ByProgram } closing_ = Closing::No;
 };
 
 void QtWindow::Farewell::operator()(Surface* surface) const { surface->leave(); }
@@ -335,7 +351,8 @@ QtWindow::~QtWindow() = default;
 
 void QtWindow::setFrame(CGRect content) { surface_->setWantedFrame(content); }
 void QtWindow::show() { surface_->appear(); }
-void QtWindow::hide() { surface_->hide(); }
+void QtWindow::hide() { surface_->disappear(); }
+void QtWindow::willClose() { surface_->willClose(); }
 void QtWindow::raise() { surface_->raise(); }
 void QtWindow::requestKey() { surface_->requestFocus(); }
 void QtWindow::setTitle(const std::string& title) { surface_->setTitle(QString::fromStdString(title)); }

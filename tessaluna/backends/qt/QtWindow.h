@@ -1,15 +1,16 @@
 // A window of its own on the desktop. A pop-up is a tool tip to Qt: it takes no focus, is above its parent and has no
 // frame. Places that are not whole points are rounded outward; as long as nobody else moves the window, it reports the
-// place that was asked for.
+// place that was asked for. One that closes counts for Qt, which ends a program with its last window.
 #pragma once
 
 #include <memory>
 
 #include "tessaluna/backends/qt/QtNativeWindow.h"
+#include "tessaluna/platform/backend/ClosingWindow.h"
 
 namespace tessaluna::backend::qt {
 
-class QtWindow : public QtNativeWindow {
+class QtWindow : public QtNativeWindow, public ClosingWindow {
  public:
   QtWindow(WindowClient& client, const WindowOptions& options);
   ~QtWindow() override;
@@ -17,6 +18,7 @@ class QtWindow : public QtNativeWindow {
   void setFrame(CGRect content) override;
   void show() override;
   void hide() override;
+  void willClose() override;
   void raise() override;
   void requestKey() override;
   void setParent(NativeWindow* parent) override;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "tessaluna/platform/backend/ClosingWindow.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
@@ -241,6 +242,7 @@ void NSWindow::close() {
   endEditingFor(nullptr);
   notify(NSWindowWillCloseNotification, &NSWindowDelegate::windowWillClose);
   if (parentWindow()) parentWindow()->removeChildWindow(*this);
+  if (auto* closing = dynamic_cast<backend::ClosingWindow*>(native_.get())) closing->willClose();
   orderOut(nullptr);
   if (NSApp) NSApp->windowWasClosed(*this);
 }

@@ -2,6 +2,7 @@
 
 #include <QExposeEvent>
 #include <QScreen>
+#include <QTimer>
 
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/platform/events/NSEvent.h"
@@ -33,6 +34,20 @@ class QtWindowTest : public QtTest {
     window.contentView()->addSubview(button);
     settle();
     return button;
+  }
+
+  // Takes one step after the other in the program's event loop, and returns how many there were before that ended.
+  static std::size_t runProgram(const std::vector<std::function<void()>>& steps) {
+    std::size_t taken = 0, turns = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+      if (++turns % 4 != 0) return;  // a loop that is to end may take another turn
+      if (taken == steps.size()) QCoreApplication::exit();
+      else steps[taken++]();
+    });
+    timer.start(0);
+    QApplication::exec();
+    return taken;
   }
 
   // The content is 80 points high, and Qt counts y from its top.
@@ -314,6 +329,36 @@ TEST_F(QtWindowTest, ClosedByTheUserItHides) {
   native.close();
   settle();
   EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(QtWindowTest, ProgramEndsWithTheLastWindowThatCloses) {
+  const auto closedByUser = makeWindow(), hidden = makeWindow(), closedByProgram = makeWindow();
+  EXPECT_EQ(runProgram({[&] { qWindowOf(*closedByUser).close(); }, [&] { hidden->orderOut(nullptr); },
+                        [&] { closedByProgram->close(); }, [] { FAIL() << "the program has not ended"; }}),
+            3u);
+}
+
+TEST_F(QtWindowTest, ProgramEndsWhenTheUserClosesItsLastWindow) {
+  const auto window = makeWindow();
+  EXPECT_EQ(runProgram({[&] { qWindowOf(*window).close(); }, [] { FAIL() << "the program has not ended"; }}), 1u);
+}
+
+TEST_F(QtWindowTest, ProgramDoesNotEndWhenItHidesItsLastWindow) {
+  const auto window = makeWindow();
+  EXPECT_EQ(runProgram({[&] { window->orderOut(nullptr); }, [] {}}), 2u);
+}
+
+TEST_F(QtWindowTest, ClosedWindowCanBeShownAgainInItsPlace) {
+  const auto window = makeWindow();
+  const auto button = addButton(*window);
+  window->close();
+  settle();
+  window->makeKeyAndOrderFront(nullptr);
+  settle();
+  EXPECT_TRUE(qWindowOf(*window).isVisible());
+  EXPECT_EQ(window->frame(), (CGRect{100, 200, 120, 80}));
+  QTest::mouseClick(&qWindowOf(*window), Qt::LeftButton, {}, onButton);
+  EXPECT_EQ(clicks->count, 1);
 }
 
 TEST_F(QtWindowTest, LostReleaseEndsThePressWithoutAClick) {
