@@ -40,6 +40,28 @@ void discardCursorRectsBelow(NSView& view, NSWindow& window) {
   for (const Ref<NSView>& subview : view.subviews()) discardCursorRectsBelow(*subview, window);
 }
 
+// An operation of a window, for as long as it runs: a callback may ask for it again. Those that run at a time are chained, the
+// innermost first.
+class Running {
+ public:
+  Running(const NSWindow& window, const Running*& innermost)
+      : window_(window), innermost_(innermost), outer_(std::exchange(innermost, this)) {}
+  ~Running() { innermost_ = outer_; }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+  static bool isFor(const NSWindow& window, const Running* innermost) {
+    for (; innermost; innermost = innermost->outer_)
+      if (&innermost->window_ == &window) return true;
+    return false;
+  }
+
+ private:
+  const NSWindow& window_;
+  const Running*& innermost_;
+  const Running* const outer_;
+};
+
 // What a desktop can be given.
 bool isSomewhere(CGRect frame) {
   return std::isfinite(frame.origin.x) && std::isfinite(frame.origin.y) && std::isfinite(frame.size.width) &&
@@ -118,16 +140,14 @@ void NSWindow::adoptNativeWindow(std::unique_ptr<backend::NativeWindow> native) 
 
 void NSWindow::setContentView(Ref<NSView> view) {
   if (contentView_) contentView_->moveToWindow(nullptr);
-  contentView_ = std::move(view);
-  if (contentView_) {
-    contentView_->removeFromSuperview();  // or from another window
-    contentView_->setFrame({{0, 0}, frame_.size});
-    contentView_->moveToWindow(this);
-    static_cast<ViewTracking&>(*contentView_).visibleAreaDidChange();
-    contentView_->setNeedsDisplay(true);
-  } else {
-    invalidateRect({{0, 0}, frame_.size});
-  }
+  contentView_ = view;
+  if (!view) return invalidateRect({{0, 0}, frame_.size});
+  view->removeFromSuperview();  // or from another window
+  view->setFrame({{0, 0}, frame_.size});
+  view->moveToWindow(this);
+  if (contentView_ != view) return;  // whoever was notified has set another one
+  static_cast<ViewTracking&>(*view).visibleAreaDidChange();
+  view->setNeedsDisplay(true);
 }
 
 void NSWindow::moveTo(CGRect frame) {
@@ -204,12 +224,17 @@ void NSWindow::orderFront(NSObject*) {
     native_->setParent(parent->nativeWindow());
   }
   input_->pointerMayRest();
+  // A layout or an observer may hide the window, or close it.
+  layoutIfNeeded();
+  if (!isVisible_) return;
   if (!showsNothing(frame_)) native_->show();
   native_->raise();
   displayIfNeeded();
-  if (appears) NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidChangeOcclusionStateNotification, held);
+  if (appears && isVisible_)
+    NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidChangeOcclusionStateNotification, held);
+  if (!isVisible_) return;
   children_.parentWasShown();
-  if (!appears) return;
+  if (!appears || !isVisible_) return;
   mouse_.windowWasShown();
   // What is seen of an ignored window reports itself: it may have to find its place in the tree first.
   if (!accessibilityIsIgnored()) NSAccessibilityPostNotification(held, NSAccessibilityCreatedNotification);
@@ -233,14 +258,21 @@ void NSWindow::orderOut(NSObject*) {
 }
 
 void NSWindow::makeKeyAndOrderFront(NSObject* sender) {
+  const Ref<NSWindow> held = refTo(*this);
   orderFront(sender);
-  if (canBecomeKeyWindow()) native_->requestKey();
+  if (isVisible_ && canBecomeKeyWindow()) native_->requestKey();
 }
 
 void NSWindow::close() {
+  static const Running* innermost = nullptr;
+  if (Running::isFor(*this, innermost)) return;
   const Ref<NSWindow> held = refTo(*this);
-  endEditingFor(nullptr);
-  notify(NSWindowWillCloseNotification, &NSWindowDelegate::windowWillClose);
+  {
+    // Whoever is notified may close it. Intentional: a close that the loss of key status leads to, below, is another one.
+    const Running announcing(*this, innermost);
+    endEditingFor(nullptr);
+    notify(NSWindowWillCloseNotification, &NSWindowDelegate::windowWillClose);
+  }
   if (parentWindow()) parentWindow()->removeChildWindow(*this);
   if (auto* closing = dynamic_cast<backend::ClosingWindow*>(native_.get())) closing->willClose();
   orderOut(nullptr);
@@ -341,20 +373,11 @@ void NSWindow::sendEvent(const Ref<NSEvent>& event) {
 }
 
 void NSWindow::resetCursorRects() {
-  // The windows whose reset is under way, the innermost first.
-  struct Reset {
-    const NSWindow* window;
-    const Reset* outer;
-  };
-  static const Reset* innermost = nullptr;
-  // A view that is asked for its rectangles may ask for a reset.
-  for (const Reset* reset = innermost; reset; reset = reset->outer)
-    if (reset->window == this) return;
-  const Reset reset{.window = this, .outer = innermost};
-  innermost = &reset;
+  static const Running* innermost = nullptr;
+  if (Running::isFor(*this, innermost)) return;
+  const Running reset(*this, innermost);
   if (contentView_) discardCursorRectsBelow(*contentView_, *this);
   updateCursorRects();
-  innermost = reset.outer;
 }
 
 void NSWindow::updateCursorRects() {

@@ -3,9 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <functional>
+#include <stdexcept>
 
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/windows/NSWindowDelegate.h"
+#include "tessaluna/platform/windows/NSWindowOcclusion.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
@@ -25,6 +29,32 @@ Ref<ProbeView> view(CGRect frame) { return make<ProbeView>(frame); }
 Ref<NSWindow> unshownWindow(std::uint32_t style = NSWindowStyleMaskTitled) {
   return make<NSWindow>(CGRect{100, 100, 200, 150}, style, NSBackingStoreBuffered, true);
 }
+
+// Does what a test says when its window asks it for something.
+class AnsweringView : public NSView {
+ public:
+  using NSView::NSView;
+  std::function<void()> onLayout, onCome, onCursorRects;
+  void layout() override {
+    NSView::layout();
+    if (window() && onLayout) onLayout();
+  }
+  void viewDidMoveToWindow() override {
+    if (window() && onCome) onCome();
+  }
+  void resetCursorRects() override {
+    if (onCursorRects) onCursorRects();
+  }
+};
+
+class ClosingDelegate : public NSObject, public NSWindowDelegate {
+ public:
+  void windowWillClose(const Ref<NSNotification>& notification) override {
+    ++closes;
+    std::static_pointer_cast<NSWindow>(notification->object())->close();
+  }
+  int closes = 0;
+};
 
 class NSWindowTest : public harness::StillWorld {};
 
@@ -444,4 +474,66 @@ TEST_F(NSWindowTest, ScrollingGoesToTheViewUnderThePointer) {
   user.scroll(*window, {15, 25}, {0, -3});
   ASSERT_THAT(v->calls, ElementsAre("scrollWheel"));
   EXPECT_EQ(v->events[0]->scrollingDeltaY(), -3);
+}
+
+// Callbacks that change what the window is about to do.
+
+TEST_F(NSWindowTest, OneThatALayoutHidesAsItAppearsStaysHiddenWithItsChildren) {
+  const auto window = unshownWindow(), child = unshownWindow();
+  const auto content = make<AnsweringView>(CGRect{0, 0, 200, 150});
+  window->setContentView(content);
+  window->addChildWindow(child, NSWindowAbove);
+  content->onLayout = [&] { window->orderOut(nullptr); };
+  window->makeKeyAndOrderFront(nullptr);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_FALSE(nativeOf(*window).isVisible());
+  EXPECT_FALSE(window->isKeyWindow());
+  EXPECT_FALSE(child->isVisible());
+}
+
+TEST_F(NSWindowTest, OneThatAnObserverHidesAsItAppearsStaysHiddenWithItsChildren) {
+  const auto window = unshownWindow(), child = unshownWindow();
+  window->addChildWindow(child, NSWindowAbove);
+  const auto token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidChangeOcclusionStateNotification, window, nullptr, [](const Ref<NSNotification>& notification) {
+        const auto appeared = std::static_pointer_cast<NSWindow>(notification->object());
+        if (appeared->isVisible()) appeared->orderOut(nullptr);
+      });
+  window->makeKeyAndOrderFront(nullptr);
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_FALSE(window->isKeyWindow());
+  EXPECT_FALSE(child->isVisible());
+}
+
+TEST_F(NSWindowTest, ADelegateThatClosesTheClosingWindowIsNotifiedOnce) {
+  const auto window = showWindow();
+  const auto delegate = make<ClosingDelegate>();
+  window->setDelegate(delegate);
+  window->close();
+  EXPECT_EQ(delegate->closes, 1);
+  EXPECT_FALSE(window->isVisible());
+  window->close();
+  EXPECT_EQ(delegate->closes, 2);
+}
+
+TEST_F(NSWindowTest, AContentViewMayTakeItselfOutAsItComesIn) {
+  const auto window = showWindow();
+  const auto content = make<AnsweringView>(CGRect{0, 0, 200, 150});
+  content->onCome = [&] { content->removeFromSuperview(); };
+  window->setContentView(content);
+  EXPECT_EQ(window->contentView(), nullptr);
+  EXPECT_EQ(content->window(), nullptr);
+}
+
+TEST_F(NSWindowTest, AfterAViewHasThrownItsCursorRectanglesAreAskedForAgain) {
+  const auto content = make<AnsweringView>(CGRect{0, 0, 200, 150});
+  const auto window = showWindowWith(content);
+  int asked = 0;
+  content->onCursorRects = [&] {
+    if (++asked == 1) throw std::runtime_error("refused");
+  };
+  EXPECT_THROW(window->resetCursorRects(), std::runtime_error);
+  window->resetCursorRects();
+  EXPECT_EQ(asked, 2);
 }
