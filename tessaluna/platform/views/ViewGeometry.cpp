@@ -74,9 +74,11 @@ void ViewGeometry::moveToWindow(NSWindow* window) {
   const Ref<NSView> held = refTo(asView());
   if (window_) windowWillChange();
   window_ = window;
+  // Whoever is notified may take a subview out, or bring this view into another window.
   const std::vector<Ref<NSView>> copy = subviews_;
-  for (const Ref<NSView>& view : copy) view->moveToWindow(window);
-  viewDidMoveToWindow();
+  for (const Ref<NSView>& view : copy)
+    if (window_ == window && view->superview() == &asView()) view->moveToWindow(window);
+  if (window_ == window) viewDidMoveToWindow();
 }
 
 void ViewGeometry::setFrame(CGRect frame) {

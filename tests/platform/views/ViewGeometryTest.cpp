@@ -4,6 +4,9 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+#include <utility>
+
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
@@ -18,6 +21,29 @@ Ref<ProbeView> view(CGRect frame, bool isFlipped = false) {
   auto view = make<ProbeView>(frame);
   view->flipped = isFlipped;
   return view;
+}
+
+// Does something when it has come into a window.
+class ComingView : public NSView {
+ public:
+  using NSView::NSView;
+  void viewDidMoveToWindow() override {
+    if (window() && onCome) std::exchange(onCome, nullptr)();
+  }
+  std::function<void()> onCome;
+};
+
+struct ViewsThatCome {
+  Ref<ProbeView> superview = view({0, 0, 100, 100});
+  Ref<ComingView> first = make<ComingView>(CGRect{0, 0, 10, 10});
+  Ref<ProbeView> second = view({20, 0, 10, 10});
+};
+
+ViewsThatCome viewsThatCome() {
+  ViewsThatCome views;
+  views.superview->addSubview(views.first);
+  views.superview->addSubview(views.second);
+  return views;
 }
 
 }  // namespace
@@ -310,4 +336,21 @@ TEST_F(ViewGeometryTest, MovingASuperviewMovesNoFrameBelow) {
   parent->addSubview(child);
   parent->setFrameOrigin({50, 60});
   EXPECT_EQ(child->frame(), (CGRect{10, 20, 30, 40}));
+}
+
+TEST_F(ViewGeometryTest, ASubviewThatIsRemovedWhileItsSuperviewComesIntoAWindowIsInNoWindow) {
+  const auto [superview, first, second] = viewsThatCome();
+  first->onCome = [&second = second] { second->removeFromSuperview(); };
+  const auto window = showWindowWith(superview);
+  EXPECT_EQ(first->window(), window.get());
+  EXPECT_EQ(second->window(), nullptr);
+}
+
+TEST_F(ViewGeometryTest, AViewThatIsMovedOnWhileItComesIntoAWindowIsAsAWholeInTheOtherOne) {
+  const auto [superview, first, second] = viewsThatCome();
+  const auto other = showWindow();
+  first->onCome = [&other, &superview = superview] { other->contentView()->addSubview(superview); };
+  const auto window = showWindowWith(superview);
+  for (const Ref<NSView>& each : {Ref<NSView>(superview), Ref<NSView>(first), Ref<NSView>(second)})
+    EXPECT_EQ(each->window(), other.get());
 }
