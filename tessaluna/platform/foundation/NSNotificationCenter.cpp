@@ -1,6 +1,8 @@
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace tessaluna::platform {
 
@@ -10,15 +12,14 @@ const ClassInfo NSNotificationCenter::staticClassInfo{.name = "NSNotificationCen
 class NSNotificationCenter::Observer : public NSObject {
  public:
   Observer(std::string_view name, const Ref<NSObject>& object, Block block)
-      : block(std::move(block)), name_(name), object_(object), observesAllObjects_(!object) {}
+      : block(std::make_shared<Block>(std::move(block))), name_(name), object_(object), observesAllObjects_(!object) {}
 
-  bool hearsOf(std::string_view name, const NSObject* object) const {
+  bool observes(std::string_view name, const NSObject* object) const {
     if (!name_.empty() && name_ != name) return false;
     return observesAllObjects_ || (object && object_.lock().get() == object);
   }
 
-  const Block block;
-  bool isRemoved = false;
+  std::shared_ptr<const Block> block;  // null once it is removed, though somebody may keep the token
 
  private:
   std::string name_;
@@ -40,22 +41,24 @@ Ref<NSObject> NSNotificationCenter::addObserverForName(std::string_view name, co
 void NSNotificationCenter::removeObserver(const Ref<NSObject>& token) {
   const auto found = std::find(observers_.begin(), observers_.end(), token);
   if (found == observers_.end()) return;
-  (*found)->isRemoved = true;
+  // Freed last: what it has captured may change the list as it goes.
+  const std::shared_ptr<const Block> block = std::exchange((*found)->block, nullptr);
   observers_.erase(found);
 }
 
 void NSNotificationCenter::postNotificationName(std::string_view name, const Ref<NSObject>& object) {
-  const auto hears = [&](const Ref<Observer>& observer) { return observer->hearsOf(name, object.get()); };
-  if (std::any_of(observers_.begin(), observers_.end(), hears))
+  const auto observes = [&](const Ref<Observer>& observer) { return observer->observes(name, object.get()); };
+  if (std::any_of(observers_.begin(), observers_.end(), observes))
     postNotification(make<NSNotification>(std::string(name), object));
 }
 
 void NSNotificationCenter::postNotification(const Ref<NSNotification>& notification) {
-  std::vector<Ref<Observer>> hearing;
+  std::vector<Ref<Observer>> notified;
   for (const Ref<Observer>& observer : observers_)
-    if (observer->hearsOf(notification->name(), notification->object().get())) hearing.push_back(observer);
-  for (const Ref<Observer>& observer : hearing)
-    if (!observer->isRemoved) observer->block(notification);
+    if (observer->observes(notification->name(), notification->object().get())) notified.push_back(observer);
+  // A block may remove its own observer, or one that comes after it.
+  for (const Ref<Observer>& observer : notified)
+    if (const std::shared_ptr<const Block> block = observer->block) (*block)(notification);
 }
 
 }  // namespace tessaluna::platform

@@ -19,11 +19,11 @@ NSUserInterfaceLayoutDirection NSApplication::userInterfaceLayoutDirection() con
 
 class NSApplication::Monitor : public NSObject {
  public:
-  Monitor(NSEventMask mask, NSEvent::MonitorHandler handler) : mask(mask), handler(std::move(handler)) {}
+  Monitor(NSEventMask mask, NSEvent::MonitorHandler handler)
+      : mask(mask), handler(std::make_shared<NSEvent::MonitorHandler>(std::move(handler))) {}
 
   const NSEventMask mask;
-  const NSEvent::MonitorHandler handler;
-  bool isRemoved = false;
+  std::shared_ptr<const NSEvent::MonitorHandler> handler;  // null once it is removed, though somebody may keep the token
 };
 
 Ref<NSApplication> NSApplication::sharedApplication() {
@@ -36,8 +36,9 @@ void NSApplication::sendEvent(const Ref<NSEvent>& event) {
   // A monitor may add or remove others, itself included: the list is walked as it was, without those that have gone.
   const std::vector<Ref<Monitor>> copy = monitors_;
   for (const Ref<Monitor>& monitor : copy) {
-    if (monitor->isRemoved || !(monitor->mask & maskOf(current->type()))) continue;
-    current = monitor->handler(current);
+    const std::shared_ptr<const NSEvent::MonitorHandler> handler = monitor->handler;
+    if (!handler || !(monitor->mask & maskOf(current->type()))) continue;
+    current = (*handler)(current);
     if (!current) return;
   }
   const Ref<NSWindow> window = current->window();
@@ -54,7 +55,8 @@ Ref<NSObject> NSApplication::addMonitor(NSEventMask mask, NSEvent::MonitorHandle
 void NSApplication::removeMonitor(const Ref<NSObject>& token) {
   const auto found = std::find(monitors_.begin(), monitors_.end(), token);
   if (found == monitors_.end()) return;
-  (*found)->isRemoved = true;
+  // Freed last: what it has captured may change the list as it goes.
+  const std::shared_ptr<const NSEvent::MonitorHandler> handler = std::exchange((*found)->handler, nullptr);
   monitors_.erase(found);
 }
 

@@ -81,6 +81,26 @@ TEST_F(NSNotificationCenterTest, DoesNotKeepTheObjectAliveAndForgetsItWhenItGoes
   EXPECT_TRUE(heard.empty());
 }
 
+TEST_F(NSNotificationCenterTest, RemovingAnObserverFreesItsBlockWhileTheTokenIsKept) {
+  const auto captured = std::make_shared<int>(1);
+  const Ref<NSObject> token = center->addObserverForName("moved", nullptr, nullptr, [captured](const auto&) {});
+  center->removeObserver(token);
+  EXPECT_EQ(captured.use_count(), 1);
+}
+
+TEST_F(NSNotificationCenterTest, ABlockThatRemovesItsObserverKeepsWhatItHasCapturedUntilItReturns) {
+  const auto captured = std::make_shared<int>(1);
+  Ref<NSObject> token;
+  long usesAfterRemoval = 0;
+  token = center->addObserverForName("moved", nullptr, nullptr, [&, captured](const Ref<NSNotification>&) {
+    center->removeObserver(token);
+    usesAfterRemoval = captured.use_count();
+  });
+  center->postNotificationName("moved", one);
+  EXPECT_EQ(usesAfterRemoval, 2);
+  EXPECT_EQ(captured.use_count(), 1);
+}
+
 TEST_F(NSNotificationCenterTest, TheDefaultOneIsOne) {
   EXPECT_EQ(&NSNotificationCenter::defaultCenter(), &NSNotificationCenter::defaultCenter());
 }

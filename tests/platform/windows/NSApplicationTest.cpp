@@ -137,6 +137,14 @@ TEST_F(NSApplicationTest, ARemovedMonitorSeesNothingMore) {
   EXPECT_EQ(seen, 0);
 }
 
+TEST_F(NSApplicationTest, RemovingAMonitorFreesItsHandlerWhileTheTokenIsKept) {
+  const auto captured = std::make_shared<int>(1);
+  const auto token =
+      NSEvent::addLocalMonitorForEventsMatchingMask(NSEventMaskAny, [captured](const Ref<NSEvent>& event) { return event; });
+  NSEvent::removeMonitor(token);
+  EXPECT_EQ(captured.use_count(), 1);
+}
+
 TEST_F(NSApplicationTest, AMonitorMayRemoveItselfInsideItsHandler) {
   Ref<NSObject> token;
   int seen = 0;
