@@ -66,11 +66,12 @@ std::optional<NSAttributeValue> NSAttributedString::attributeAtIndex(NSAttribute
 }
 
 Ref<NSAttributedString> NSAttributedString::attributedSubstring(NSRange range) const {
-  const std::size_t end = std::min(range.location + range.length, text_.size());
+  const std::size_t first = std::min(range.location, text_.size());
+  const std::size_t end = first + std::min(range.length, text_.size() - first);
   const auto result = make<NSMutableAttributedString>();
   std::size_t start = 0;
   for (const Run& run : runs_) {
-    const std::size_t from = std::max(start, range.location), to = std::min(start + run.length, end);
+    const std::size_t from = std::max(start, first), to = std::min(start + run.length, end);
     if (from < to) result->appendAttributedString(NSAttributedString(text_.substr(from, to - from), run.attributes));
     start += run.length;
   }
@@ -116,6 +117,16 @@ void NSAttributedString::drawAtPoint(CGPoint point) const {
   layout.drawInRect({point, layout.size()});
 }
 
+namespace {
+
+// Of a range to nowhere, such as one of NSNotFound, the end is not a number.
+void requireWithin(std::u16string_view text, NSRange range) {
+  if (range.location > text.size() || range.length > text.size() - range.location)
+    stopProgram("NSAttributedString: a range reaches past the end");
+}
+
+}  // namespace
+
 std::size_t NSMutableAttributedString::splitAt(std::size_t index) {
   if (index == text_.size()) return runs_.size();
   std::size_t start = 0;
@@ -143,7 +154,7 @@ void joinAlike(std::vector<NSAttributedString::Run>& runs) {
 
 void NSMutableAttributedString::addAttribute(NSAttributedStringKey key, NSAttributeValue value, NSRange range) {
   if (range.length == 0) return;
-  if (range.location + range.length > text_.size()) stopProgram("NSAttributedString: a range reaches past the end");
+  requireWithin(text_, range);
   const std::size_t first = splitAt(range.location), end = splitAt(range.location + range.length);
   for (std::size_t run = first; run < end; ++run) runs_[run].attributes[key] = value;
   joinAlike(runs_);
@@ -152,7 +163,7 @@ void NSMutableAttributedString::addAttribute(NSAttributedStringKey key, NSAttrib
 
 void NSMutableAttributedString::removeAttribute(NSAttributedStringKey key, NSRange range) {
   if (range.length == 0) return;
-  if (range.location + range.length > text_.size()) stopProgram("NSAttributedString: a range reaches past the end");
+  requireWithin(text_, range);
   const std::size_t first = splitAt(range.location), end = splitAt(range.location + range.length);
   for (std::size_t run = first; run < end; ++run) runs_[run].attributes.erase(key);
   joinAlike(runs_);
@@ -176,7 +187,7 @@ void NSMutableAttributedString::setAttributedString(const NSAttributedString& ot
 }
 
 void NSMutableAttributedString::replaceCharactersInRange(NSRange range, std::u16string_view text) {
-  if (range.location + range.length > text_.size()) stopProgram("NSAttributedString: a range reaches past the end");
+  requireWithin(text_, range);
   NSAttributes attributes;
   if (!text_.empty()) {
     const bool isAtEnd = range.length == 0 && range.location > 0;

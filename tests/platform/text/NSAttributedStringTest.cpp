@@ -186,3 +186,17 @@ TEST(NSAttributedString, WhatIsTypedBetweenItsLikeIsOneRunWithIt) {
   text->addAttribute(NSUnderlineStyleAttributeName, std::int64_t{1}, {1, 2});
   EXPECT_EQ(text->runs().size(), 1u);
 }
+
+TEST(NSAttributedStringDeathTest, ARangeWhoseEndIsBeyondAllNumbersStopsTheProgram) {
+  constexpr NSRange endless{1, static_cast<std::size_t>(-1)};
+  NSMutableAttributedString text("ab");
+  EXPECT_DEATH(text.addAttribute(underline, std::int64_t{1}, endless), "past the end");
+  EXPECT_DEATH(text.removeAttribute(underline, endless), "past the end");
+  EXPECT_DEATH(text.replaceCharactersInRange(endless, u"x"), "past the end");
+}
+
+TEST(NSAttributedString, ASubstringEndsWithTheText) {
+  EXPECT_EQ(NSAttributedString("abc").attributedSubstring({1, 5})->string(), "bc");
+  EXPECT_EQ(NSAttributedString("abc").attributedSubstring({1, static_cast<std::size_t>(-1)})->string(), "bc");
+  EXPECT_EQ(NSAttributedString("abc").attributedSubstring({4, 1})->string(), "");
+}
