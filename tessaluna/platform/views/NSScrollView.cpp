@@ -235,18 +235,18 @@ void NSScrollView::scrollByUser(CGPoint origin) {
 void NSScrollView::scrollWheel(const Ref<NSEvent>& event) {
   const CGPoint before = clipView_->bounds().origin;
   const CGFloat down = clipView_->isFlipped() ? -event->scrollingDeltaY() : event->scrollingDeltaY();
-  const CGPoint reached = clipView_->constrainScrollPoint(
-      {before.x - event->scrollingDeltaX() + wheelRest_.width, before.y + down + wheelRest_.height});
+  const CGPoint wanted{before.x - event->scrollingDeltaX(), before.y + down};
+  const CGPoint reached = clipView_->constrainScrollPoint({wanted.x + wheelRest_.width, wanted.y + wheelRest_.height});
   // At the end of its way a scroll view leaves the wheel to the one around it.
-  if (reached == before) {
+  if (reached == before && clipView_->constrainScrollPoint(wanted) == before) {
     wheelRest_ = {};
     NSView::scrollWheel(event);
     return;
   }
   // To whole points, so that what is on them stays sharp; a wheel that turns in smaller steps adds up.
-  const CGPoint whole{std::round(reached.x), std::round(reached.y)};
-  wheelRest_ = {reached.x - whole.x, reached.y - whole.y};
-  scrollByUser(whole);
+  const CGPoint place = clipView_->constrainScrollPoint({std::round(reached.x), std::round(reached.y)});
+  wheelRest_ = {reached.x - place.x, reached.y - place.y};
+  scrollByUser(place);
 }
 
 void NSScrollView::setDrawsBackground(bool draws) {

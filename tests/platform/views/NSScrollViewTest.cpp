@@ -235,6 +235,28 @@ TEST_F(NSScrollViewTest, AtTheEndOfItsWayTheWheelContinuesToTheViewAround) {
   EXPECT_EQ(wheels(), 2);
 }
 
+TEST_F(NSScrollViewTest, AtAnEndBetweenWholePointsSmallStepsOfTheWheelMoveNothing) {
+  document->setFrame({0, 0, 300, 1000.5});
+  scrollTo({0, 900});
+  wheel({0, -0.6});
+  EXPECT_EQ(origin().y, 900.5);
+  for (int i = 0; i < 4; ++i) {
+    wheel({0, -0.3});
+    EXPECT_EQ(origin().y, 900.5);
+  }
+}
+
+TEST_F(NSScrollViewTest, AStepThatTakesBackASmallOneDoesNotContinueToTheViewAround) {
+  const auto around = make<ProbeView>(CGRect{0, 0, 200, 150});
+  window->contentView()->addSubview(around);
+  scrollView->removeFromSuperview();
+  around->addSubview(scrollView);
+  scrollTo({0, 50});
+  wheel({0, -0.25});
+  wheel({0, 0.25});
+  EXPECT_EQ(std::count(around->calls.begin(), around->calls.end(), "scrollWheel"), 0);
+}
+
 // Bars.
 
 TEST_F(NSScrollViewTest, BarsTakeTheirRoomFromTheClipView) {
