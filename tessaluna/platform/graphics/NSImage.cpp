@@ -109,15 +109,15 @@ void NSImage::drawInRect(CGRect rect, const Drawing& drawing) {
 }
 
 void NSImage::drawInContext(CGContext& context, CGRect rect) {
-  if (NSIsEmptyRect({{}, handlerSize_}) || NSIsEmptyRect(rect)) return;
-  if (!handler_ && !representations_.empty()) {
+  if (NSIsEmptyRect(rect)) return;
+  if (!handler_) {
     const NSImageRep* best = representationToDraw();
     const std::shared_ptr<const backend::ImagePixels> pixels = best ? best->pixels() : nullptr;
     if (!pixels) return;
     context.drawImage(*pixels, {0, 0, static_cast<CGFloat>(pixels->width), static_cast<CGFloat>(pixels->height)}, rect);
     return;
   }
-  if (!handler_) return;
+  if (NSIsEmptyRect({{}, handlerSize_})) return;
   const GraphicsStateScope scope(context);
   context.clipRect(rect);
   const CGFloat xScale = rect.size.width / handlerSize_.width, yScale = rect.size.height / handlerSize_.height;

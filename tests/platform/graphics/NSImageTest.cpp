@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NSImageRep.h"
 #include "tests/harness/countingNew.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
@@ -123,4 +124,12 @@ TEST(NSImage, DrawingWithoutAContextDoesNothing) {
   int runs = 0;
   NSImage::imageWithSize({10, 20}, false, [&runs](CGRect) { return ++runs > 0; })->drawInRect({0, 0, 10, 20});
   EXPECT_EQ(runs, 0);
+}
+
+TEST(NSImage, OneThatWasMadeWithoutASizeDrawsItsRepresentationAtALaterSize) {
+  const auto image = make<NSImage>(CGSize{});
+  image->addRepresentation(make<NSImageRep>(
+      std::make_shared<tessaluna::backend::ImagePixels>(tessaluna::backend::ImagePixels{1, 1, {0xFF000000}, true})));
+  image->setSize({10, 10});
+  EXPECT_EQ(harness::only("image", recordingOf([&] { image->drawInRect({0, 0, 10, 10}); })).size(), 1u);
 }
