@@ -60,6 +60,8 @@ Ref<NSMenuItem> NSMenu::addItemWithTitle(std::string title, std::function<void()
 void NSMenu::insertItem(const Ref<NSMenuItem>& item, std::size_t index) {
   if (index > items_.size()) stopProgram("NSMenu: an item was inserted beyond the end");
   if (item->menu()) stopProgram("NSMenu: an item of two menus");
+  for (Ref<NSMenu> above = item->submenu() ? refTo(*this) : nullptr; above; above = above->supermenu())
+    if (above == item->submenu()) stopProgram("NSMenu: a menu within itself");
   item->menu_ = refTo(*this);
   items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(index), item);
 }

@@ -48,7 +48,7 @@ class NSMenu : public NSObject {
   void setMinimumWidth(CGFloat width) { minimumWidth_ = width; }
   Ref<NSMenu> supermenu() const;  // null unless this is a submenu
 
-  // Items. One that is in a menu already, and an index beyond the end, stop the program.
+  // Items. One that is in a menu already or whose submenu this one is below, and an index beyond the end, stop the program.
   const std::vector<Ref<NSMenuItem>>& itemArray() const { return items_; }
   std::size_t numberOfItems() const { return items_.size(); }
   Ref<NSMenuItem> itemAtIndex(std::size_t index) const;
@@ -85,7 +85,7 @@ class NSMenu : public NSObject {
   bool isOpen() const { return tracking_ != nullptr; }
   // From the closing of the menu until the action has been sent: the item of it that was chosen, also if it was removed since.
   Ref<NSMenuItem> chosenItem() const { return chosen_; }
-  void cancelTracking();  // closes an open menu, one whose delegate is hearing of its opening too; nothing was chosen
+  void cancelTracking();  // closes an open menu, also from its delegate's menuWillOpen; nothing was chosen
 
   // As a choice would; not for an item that cannot be chosen. Without NSApp nothing happens.
   void performActionForItemAtIndex(std::size_t index);

@@ -450,6 +450,10 @@ TEST_F(NSMenuDeathTest, WhatNoMenuCanBeStopsTheProgram) {
   EXPECT_DEATH((void)menu->itemAtIndex(3), "no item at that index");
   EXPECT_DEATH(menu->insertItem(make<NSMenuItem>(), 4), "beyond the end");
   EXPECT_DEATH(menu->itemAtIndex(0)->setSubmenu(menu), "a menu within itself");
+  const auto holder = make<NSMenuItem>();
+  holder->setSubmenu(menu);
+  EXPECT_DEATH(menu->addItem(holder), "a menu within itself");
+  holder->setSubmenu(nullptr);
   EXPECT_DEATH(menu->itemAtIndex(0)->setIndentationLevel(-1), "negative indentation");
   menu->itemAtIndex(0)->setSubmenu(other);
   EXPECT_DEATH(menu->itemAtIndex(1)->setSubmenu(other), "a submenu of two menus");
