@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
+
 namespace tessaluna::platform {
 
 const ClassInfo NSUndoManager::staticClassInfo{.name = "NSUndoManager", .base = &NSObject::staticClassInfo};
@@ -32,9 +34,11 @@ void NSUndoManager::perform(std::vector<Step>& steps, State state) {
   steps.pop_back();
   state_ = state;
   beginUndoGrouping();
+  const AtEndOfScope end([this] {
+    endUndoGrouping();
+    state_ = State::Resting;
+  });
   for (auto action = step.rbegin(); action != step.rend(); ++action) (*action)();
-  endUndoGrouping();
-  state_ = State::Resting;
 }
 
 void NSUndoManager::removeAllActions() {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/time/CAMediaTimingFunction.h"
 #include "tessaluna/platform/time/DispatchQueue.h"
@@ -61,8 +62,8 @@ void NSAnimationContext::runAnimationGroup(const std::function<void(NSAnimationC
   beginGrouping();
   const Ref<NSAnimationContext> context = currentContext();
   context->setCompletionHandler(std::move(completionHandler));
+  const AtEndOfScope end(endGrouping);
   if (changes) changes(*context);
-  endGrouping();
 }
 
 void AnimationGroup::end() {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 using namespace tessaluna::platform;
 
 namespace {
@@ -96,4 +98,13 @@ TEST_F(NSUndoManagerTest, AnActionMayLetTheManagerGo) {
   manager->registerUndo([this] { manager = nullptr; });
   bare.undo();
   EXPECT_EQ(manager, nullptr);
+}
+
+TEST_F(NSUndoManagerTest, AfterAnActionThatThrowsTheStepsBeforeItCanBeTakenBack) {
+  set(1);
+  manager->registerUndo([] { throw std::runtime_error("refused"); });
+  EXPECT_THROW(manager->undo(), std::runtime_error);
+  EXPECT_FALSE(manager->isUndoing());
+  manager->undo();
+  EXPECT_EQ(number, 0);
 }

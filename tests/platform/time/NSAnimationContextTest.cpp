@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <limits>
+#include <stdexcept>
 
 #include "tessaluna/platform/time/CAMediaTimingFunction.h"
 #include "tessaluna/platform/time/PropertyAnimation.h"
@@ -262,4 +263,15 @@ TEST(NSAnimationContextWithoutBackendTest, ChangesAndCompletionsAreMadeAtOnce) {
 
 TEST(NSAnimationContextDeathTest, TheEndOfAGroupThatHasNotBegunStopsTheProgram) {
   EXPECT_DEATH(Context::endGrouping(), "a group was ended that had not begun");
+}
+
+TEST_F(NSAnimationContextTest, ChangesThatThrowEndTheirGroup) {
+  const auto changes = [](Context& context) {
+    context.setDuration(9);
+    throw std::runtime_error("refused");
+  };
+  EXPECT_THROW(Context::runAnimationGroup(changes, note("completed")), std::runtime_error);
+  EXPECT_EQ(Context::currentContext()->duration(), defaultAnimationDuration);
+  desktop.settle();
+  EXPECT_THAT(log, ElementsAre("completed"));
 }
