@@ -61,6 +61,7 @@ void setBackgroundStyleOf(NSView& view, NSBackgroundStyle style) {
 }  // namespace
 
 void NSTableView::reloadData() {
+  const Ref<NSObject> held = weak_from_this().lock();  // absent while the table is being made
   const Ref<NSTableViewDataSource> source = dataSource_.lock();
   rowCount_ = source ? source->numberOfRowsInTableView(*this) : 0;
   measureRows();

@@ -30,6 +30,7 @@ void NSTableView::addTableColumn(const Ref<NSTableColumn>& column) {
   if (column->table_) stopProgram("NSTableView: a column of two tables");
   column->table_ = this;
   columns_.push_back(column);
+  const Ref<NSObject> held = weak_from_this().lock();  // absent while the table is being made
   reloadData();
   columnsDidChange();
 }
@@ -39,6 +40,7 @@ void NSTableView::removeTableColumn(const Ref<NSTableColumn>& column) {
   if (found == columns_.end()) return;
   (*found)->table_ = nullptr;
   columns_.erase(found);
+  const Ref<NSObject> held = weak_from_this().lock();
   reloadData();
   columnsDidChange();
 }

@@ -26,7 +26,7 @@ class Host : public NSTableViewDataSource, public NSTableViewDelegate {
   std::vector<std::optional<std::size_t>> hovered;
   std::vector<std::size_t> doubleClicked;
   int selectionChanges = 0;
-  std::function<void()> onMake;
+  std::function<void()> onMake, onSelection;
 
   std::size_t numberOfRowsInTableView(NSTableView&) override { return rows; }
   Ref<NSView> tableViewViewForRow(NSTableView& table, std::size_t row) override {
@@ -45,7 +45,10 @@ class Host : public NSTableViewDataSource, public NSTableViewDelegate {
   }
   bool tableViewHasRowsOfDifferentHeights(NSTableView&) override { return !heights.empty(); }
   CGFloat tableViewHeightOfRow(NSTableView&, std::size_t row) override { return heights[row]; }
-  void tableViewSelectionDidChange(NSTableView&) override { ++selectionChanges; }
+  void tableViewSelectionDidChange(NSTableView&) override {
+    ++selectionChanges;
+    if (onSelection) onSelection();
+  }
   void tableViewHoveredRowDidChange(NSTableView&, std::optional<std::size_t> row) override { hovered.push_back(row); }
   void tableViewRowWasDoubleClicked(NSTableView&, std::size_t row) override { doubleClicked.push_back(row); }
 };
@@ -617,4 +620,23 @@ TEST_F(NSTableViewTest, AHoverChangeRedrawsNothingByItself) {
 TEST_F(NSTableViewTest, TheWheelScrollsTheList) {
   user.scroll(*window, {100, 75}, {0, -60});
   EXPECT_EQ(rowsWithViews(), (Rows{2, 3, 4, 5, 6}));
+}
+
+TEST_F(NSTableViewTest, ATableThatIsReleasedWhileItReportsALostSelectionLivesUntilTheReloadIsOver) {
+  auto alone = make<NSTableView>(CGRect{0, 0, 100, 100});
+  const WeakRef<NSTableView> weak = alone;
+  const auto source = std::make_shared<Host>();
+  alone->setDataSource(source);
+  alone->setDelegate(source);
+  alone->reloadData();
+  alone->selectRowIndexes(NSIndexSet(5), NSTableView::Selecting::Replaces);
+  bool livesAfterRelease = false;
+  source->rows = 2;
+  source->onSelection = [&] {
+    alone.reset();
+    livesAfterRelease = !weak.expired();
+  };
+  alone->reloadData();
+  EXPECT_TRUE(livesAfterRelease);
+  EXPECT_TRUE(weak.expired());
 }
