@@ -20,7 +20,10 @@ QString plainText(const std::string& text) {
 
 ToolTip::ToolTip() {
   timer_.setSingleShot(true);
-  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { QToolTip::showText(QCursor::pos(), text_, widget_); });
+  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
+    if (!widget_) QToolTip::showText(QCursor::pos(), text_);
+    else if (*widget_) QToolTip::showText(QCursor::pos(), text_, *widget_);
+  });
 }
 
 ToolTip::~ToolTip() { hide(); }
@@ -38,7 +41,8 @@ void ToolTip::set(const std::string& text, QWidget* widget) {
   hide();
   if (wanted.isEmpty()) return;
   text_ = wanted;
-  widget_ = widget;
+  widget_.reset();
+  if (widget) widget_ = widget;
   timer_.start(QApplication::style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay));
 }
 

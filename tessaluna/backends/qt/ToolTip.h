@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QString>
 #include <QTimer>
+#include <optional>
 #include <string>
 
 #include "tessaluna/platform/foundation/languageVersion.h"
@@ -25,8 +26,8 @@ class ToolTip {
   void hide();
 
   QTimer timer_;
-  QString text_;  // while it shows or is going to
-  QPointer<QWidget> widget_;
+  QString text_;                             // while it shows or is going to
+  std::optional<QPointer<QWidget>> widget_;  // absent: over none
 };
 
 }  // namespace tessaluna::backend::qt

@@ -1,7 +1,11 @@
 #include "tessaluna/backends/qt/ToolTip.h"
 
+#include <QApplication>
+#include <QProxyStyle>
 #include <QToolTip>
+#include <memory>
 
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tests/backends/qt/EmbeddedViews.h"
 
 namespace tessaluna::backend::qt {
@@ -26,6 +30,14 @@ class ToolTipTest : public EmbeddedViews {
   }
   static bool waitForNone() {
     return QTest::qWaitFor([] { return !QToolTip::isVisible(); });
+  }
+};
+
+// Wants tool tips to show as soon as the pointer rests.
+class ImpatientStyle : public QProxyStyle {
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const override {
+    return hint == SH_ToolTip_WakeUpDelay ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
   }
 };
 
@@ -70,6 +82,23 @@ TEST_F(ToolTipTest, ShowsOverAnEmbeddedViewAndItsMarkupAsItIsWritten) {
   ASSERT_TRUE(waitForSome());
   EXPECT_TRUE(QToolTip::text().contains("&lt;b&gt;1 &amp; 2&lt;/b&gt;")) << QToolTip::text().toStdString();
   EXPECT_FALSE(QToolTip::text().contains("<b>"));
+}
+
+TEST_F(ToolTipTest, OfAWidgetThatIsDeletedBeforeItShowsNeverShows) {
+  const QString style = QApplication::style()->name();
+  QApplication::setStyle(new ImpatientStyle);
+  const AtEndOfScope restore([&] { QApplication::setStyle(style); });
+  ToolTip toolTip;
+  auto widget = std::make_unique<QWidget>();
+  toolTip.set("Next", widget.get());
+  settle();
+  EXPECT_TRUE(QToolTip::isVisible());
+  QToolTip::hideText();
+  ASSERT_TRUE(waitForNone());
+  toolTip.set("Previous", widget.get());
+  widget.reset();
+  settle();
+  EXPECT_FALSE(QToolTip::isVisible());
 }
 
 }  // namespace tessaluna::backend::qt
