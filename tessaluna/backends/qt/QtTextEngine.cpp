@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QPainterPath>
 #include <QRawFont>
+#include <QStringView>
 #include <QTextBoundaryFinder>
 #include <QTextLayout>
 #include <algorithm>
@@ -28,10 +29,6 @@ constexpr std::size_t maxTypefaces = 64;
 // Qt finds the place of a character by walking along the line. A line that is longer than maxPiece is shaped in pieces, so that
 // the walks stay short, and so that a letter typed into a long line changes one piece.
 constexpr std::size_t minPiece = 256, maxPiece = 512;  // UTF-16 units
-
-QString toQString(std::u16string_view text) {
-  return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
-}
 
 class QtTypeface : public Typeface {
  public:
@@ -203,7 +200,7 @@ ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
 
   // No text without letters is simple that has a direction all the same.
   const bool mayBeSimple = shaping.direction != Qt::RightToLeft;
-  const QString text = toQString(shaping.text);
+  const QString text = QStringView(shaping.text).toString();
   QTextLayout layout(text, fontOf(shaping.fonts.front().font));
   QList<QTextLayout::FormatRange> formats;
   int start = 0;
@@ -382,7 +379,7 @@ ShapedLine QtTextEngine::Kept::shapeInPieces(const Shaping& shaping, const QtTex
 
 std::vector<std::size_t> QtTextEngine::breakOpportunities(std::u16string_view text) const {
   std::vector<std::size_t> breaks;
-  const QString string = toQString(text);
+  const QString string = QStringView(text).toString();
   QTextBoundaryFinder finder(QTextBoundaryFinder::Line, string);
   for (qsizetype position = finder.toNextBoundary(); position >= 0; position = finder.toNextBoundary())
     breaks.push_back(static_cast<std::size_t>(position));

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QStringView>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -75,10 +76,6 @@ CompositionInput compositionOf(const QInputMethodEvent& event) {
   return step;
 }
 
-QString toQString(std::u16string_view text) {
-  return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
-}
-
 QVariant answer(Qt::InputMethodQuery query, const std::optional<EditedText>& text, QPointF origin) {
   if (query == Qt::ImEnabled) return text.has_value();
   if (!text) return {};
@@ -88,11 +85,11 @@ QVariant answer(Qt::InputMethodQuery query, const std::optional<EditedText>& tex
   switch (query) {
     case Qt::ImCursorRectangle: return place(text->caretPlace);
     case Qt::ImAnchorRectangle: return place(text->anchorPlace);
-    case Qt::ImSurroundingText: return toQString(text->text);
+    case Qt::ImSurroundingText: return QStringView(text->text).toString();
     case Qt::ImCursorPosition: return static_cast<int>(text->caret);
     case Qt::ImAnchorPosition: return static_cast<int>(text->anchor);
     case Qt::ImCurrentSelection:
-      return toQString(std::u16string_view(text->text).substr(text->anchor, text->caret - text->anchor));
+      return QStringView(std::u16string_view(text->text).substr(text->anchor, text->caret - text->anchor)).toString();
     case Qt::ImHints: return static_cast<int>(Qt::ImhNone);
     default: return {};
   }

@@ -78,7 +78,6 @@ class NSLevelIndicatorCell : public RangeCell {
   std::string accessibilityRole() const override { return std::string(NSAccessibilityLevelIndicatorRole); }
 
  private:
-  bool hasParts() const;
   double cutToRange(double value) const;
   bool hasTickMarks() const { return numberOfTickMarks() > 0 && style_ != NSLevelIndicatorStyleRating; }
   bool isMajorTickMark(std::size_t index) const;
