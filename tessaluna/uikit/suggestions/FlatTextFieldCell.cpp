@@ -17,13 +17,8 @@ namespace {
 
 constexpr Property properties[] = {property<&FlatTextFieldCell::setBorderColor, "borderColor">()};
 
-}  // namespace
-
-const ClassInfo FlatTextFieldCell::staticClassInfo{.name = "TessalunaUIKit.FlatTextFieldCell",
-                                                   .base = &SuggestibleTextFieldCell::staticClassInfo,
-                                                   .properties = properties};
-
-namespace {
+constexpr CGFloat outerRadius = 3.6, innerRadius = 2.6;
+constexpr CGFloat mutedFraction = 0.7;  // of light gray
 
 // By the ground of a stock field: this one is white then, unless its colors follow the palette.
 bool isWhiteOnDarkDesktop() {
@@ -38,8 +33,13 @@ Ref<NSColor> paleSelection() { return NSColor::colorWithCalibratedRed(0.7, 0.84,
 
 }  // namespace
 
-FlatTextFieldCell::FlatTextFieldCell(NSCoder& coder) : SuggestibleTextFieldCell(coder), borderColor_(NSColor::blackColor()) {
+const ClassInfo FlatTextFieldCell::staticClassInfo{.name = "TessalunaUIKit.FlatTextFieldCell",
+                                                   .base = &SuggestibleTextFieldCell::staticClassInfo,
+                                                   .properties = properties};
+
+FlatTextFieldCell::FlatTextFieldCell(NSCoder& coder) : SuggestibleTextFieldCell(coder) {
   coder.overlookKeys({"borderColor"});
+  borderColor_ = NSColor::blackColor();
   setDrawsBackground(false);
 }
 
@@ -68,14 +68,16 @@ Ref<NSText> FlatTextFieldCell::setUpFieldEditorAttributes(const Ref<NSText>& edi
 
 void FlatTextFieldCell::drawWithFrame(CGRect frame, NSView& view) {
   if (!NSApp) stopProgram("TessalunaUIKit.FlatTextFieldCell: drawn without NSApp");
-  const Ref<NSColor> color =
-      NSApp->isActive() ? borderColor_ : borderColor_->blendedColorWithFraction(0.7, NSColor::lightGrayColor());
-  if (color) color->setFill();
+  if (NSApp->isActive()) {
+    borderColor_->setFill();
+  } else if (const auto muted = borderColor_->blendedColorWithFraction(mutedFraction, NSColor::lightGrayColor())) {
+    muted->setFill();
+  }
   // Intentional: of the frame only the size counts, so the shapes stay at the view's corner.
   const CGFloat width = frame.size.width, height = frame.size.height;
-  NSBezierPath::bezierPathWithRoundedRect({0, 1, width, height - 1}, 3.6, 3.6)->fill();
+  NSBezierPath::bezierPathWithRoundedRect({0, 1, width, height - 1}, outerRadius, outerRadius)->fill();
   NSColor::whiteColor()->set();
-  NSBezierPath::bezierPathWithRoundedRect({1, 2, width - 2, height - 3}, 2.6, 2.6)->fill();
+  NSBezierPath::bezierPathWithRoundedRect({1, 2, width - 2, height - 3}, innerRadius, innerRadius)->fill();
   drawInteriorWithFrame(frame, view);
 }
 

@@ -15,7 +15,8 @@ class FlatTextFieldCell : public SuggestibleTextFieldCell {
   tessaluna::platform::Ref<NSCell> copy() const override { return tessaluna::platform::make<FlatTextFieldCell>(*this); }
 
   // Of the frame; black initially, whatever an archive holds; a property of interface files. Setting it requests no redraw.
-  const tessaluna::platform::Ref<tessaluna::platform::NSColor>& borderColor() const { return borderColor_; }
+  // Drawing with a null color stops the program.
+  const tessaluna::platform::Ref<tessaluna::platform::NSColor>& borderColor() const { return borderColor_.optional(); }
   void setBorderColor(tessaluna::platform::Ref<tessaluna::platform::NSColor> color) { borderColor_ = std::move(color); }
 
   // The frame fades toward light gray while the application is not active; whoever changes that requests the redraw. The
@@ -31,7 +32,7 @@ class FlatTextFieldCell : public SuggestibleTextFieldCell {
   tessaluna::platform::Ref<tessaluna::platform::NSColor> placeholderColor() const override;
 
  private:
-  tessaluna::platform::Ref<tessaluna::platform::NSColor> borderColor_;
+  tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSColor>> borderColor_{"borderColor"};
 };
 
 }  // namespace TessalunaUIKit

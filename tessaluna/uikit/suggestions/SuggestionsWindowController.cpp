@@ -48,6 +48,15 @@ T& required(T* object, std::string_view what) {
   return *object;
 }
 
+// Loading it connects the outlets of the row.
+Ref<HighlightingView> rowOf(SuggestionItemViewController& item) {
+  auto row = std::dynamic_pointer_cast<HighlightingView>(item.view());
+  if (!row)
+    stopProgram("TessalunaUIKit.SuggestionsWindowController: the root of a row is not a HighlightingView but a " +
+                item.view()->className());
+  return row;
+}
+
 // The frame of a window whose upper edge stays, as high as its content but not beyond the lower edge of the screen.
 CGRect growingDownward(CGRect frame, CGFloat contentHeight) {
   const CGFloat top = frame.origin.y + frame.size.height;
@@ -302,53 +311,56 @@ Ref<NSTrackingArea> SuggestionsWindowController::trackingAreaForView(const Ref<H
                               refTo<NSResponder>(*this), NSTrackingArea::UserInfo{{std::string(trackerKey()), view}});
 }
 
-void SuggestionsWindowController::layoutSuggestions() {
-  const Ref<NSWindow> popUp = window();
-  const Ref<NSView> content = fullContentView_.optional();
-  if (!popUp || !content) return;
+void SuggestionsWindowController::removeRows(NSView& content) {
   setSelectedView(nullptr);
   for (const ItemRef& item : viewControllers_.value_or(std::vector<ItemRef>())) item->view()->removeFromSuperview();
   viewControllers_.emplace();
   for (const Ref<NSView>& view : std::exchange(otherViews_, {})) view->removeFromSuperview();
   if (trackingAreas_)
-    for (const Ref<NSTrackingArea>& area : *trackingAreas_) content->removeTrackingArea(area);
+    for (const Ref<NSTrackingArea>& area : *trackingAreas_) content.removeTrackingArea(area);
   trackingAreas_.emplace();
+}
+
+void SuggestionsWindowController::layoutSuggestions() {
+  const Ref<NSWindow> popUp = window();
+  const Ref<NSView> content = fullContentView_.optional();
+  if (!popUp || !content) return;
+  removeRows(*content);
 
   const CGRect contentFrame = popUp->contentView()->frame();
-  CGFloat y = 0, height = 0;
+  CGFloat bottom = 0;  // of what has been added so far
+  const auto addBelow = [&](const Ref<NSView>& view) {
+    const CGFloat height = view->frame().size.height;
+    view->setFrame({0, bottom, contentFrame.size.width, height});
+    content->addSubview(view);
+    bottom += height;
+  };
   const auto addOther = [&](const Ref<NSView>& view) {
     if (!view) return;
-    y += height;
-    height = view->frame().size.height;
-    view->setFrame({0, y, contentFrame.size.width, height});
-    content->addSubview(view);
+    addBelow(view);
     otherViews_.push_back(view);
   };
-  // A copy: loading a row runs code of the host, which may assign others.
+  // A row runs code of the host as it is loaded and filled, which may assign other suggestions. Their layout then replaces this
+  // one.
   const std::vector<Suggestion> suggestions = suggestions_.value_or(std::vector<Suggestion>());
+  const std::size_t layout = ++layouts_;
   for (const Suggestion& suggestion : suggestions) {
     addOther(viewAboveRow(viewControllers_->size()));
-    y += height;
     const ItemRef item = makeItem(suggestion);
-    const auto view = std::dynamic_pointer_cast<HighlightingView>(item->view());
-    if (!view)
-      stopProgram("TessalunaUIKit.SuggestionsWindowController: the root of a row is not a HighlightingView but a " +
-                  item->view()->className());
+    const Ref<HighlightingView> view = rowOf(*item);
+    if (layout != layouts_) return;
     if (viewControllers_->empty()) setSelectedView(view);
-    height = view->frame().size.height;
-    view->setFrame({0, y, contentFrame.size.width, height});
-    content->addSubview(view);
-    const Ref<NSTrackingArea> area = trackingAreaForView(view);
-    content->addTrackingArea(area);
-    trackingAreas_->push_back(area);
+    addBelow(view);
+    trackingAreas_->push_back(trackingAreaForView(view));
+    content->addTrackingArea(trackingAreas_->back());
     item->setSuggestion(suggestion);
+    if (layout != layouts_) return view->removeFromSuperview();
     viewControllers_->push_back(item);
   }
   addOther(viewBelowRows());
-  const CGFloat total = y + height;
-  content->setFrame({contentFrame.origin, {contentFrame.size.width, total}});
+  content->setFrame({contentFrame.origin, {contentFrame.size.width, bottom}});
   // It follows the clip view in width, which a bar that is there already has made narrower.
-  if (const NSView* clip = content->superview()) content->setFrameSize({clip->bounds().size.width, total});
+  if (const NSView* clip = content->superview()) content->setFrameSize({clip->bounds().size.width, bottom});
   popUp->setFrame(growingDownward(popUp->frame(), heightToShow()), true);
 }
 

@@ -113,6 +113,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   template <class Iterator>
   void selectBefore(Iterator first, Iterator last);
   void layoutSuggestions();
+  void removeRows(tessaluna::platform::NSView& content);
   tessaluna::platform::CGRect withOtherViewsBeside(tessaluna::platform::CGRect row) const;
   tessaluna::platform::CGFloat heightToShow() const;
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingAreaForView(
@@ -135,6 +136,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   bool needsLayoutUpdate_ = false;  // intentional: written and never read
   tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSView>> fullContentView_{"fullContentView"};
   std::optional<std::vector<ItemRef>> viewControllers_;
+  std::size_t layouts_ = 0;                                                        // that have begun
   std::vector<tessaluna::platform::Ref<tessaluna::platform::NSView>> otherViews_;  // above and below rows
   std::optional<std::vector<tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea>>> trackingAreas_;
   tessaluna::platform::Ref<HighlightingView> selectedView_;

@@ -228,5 +228,12 @@ TEST_F(FlatTextFieldCellDeathTest, DrawingWithoutTheApplicationStopsTheProgram) 
   EXPECT_DEATH(drawn({0, 0, 10, 10}), "drawn without NSApp");
 }
 
+TEST_F(FlatTextFieldCellDeathTest, DrawingWithoutAColorStopsTheProgramWithItsName) {
+  cell->setBorderColor(nullptr);
+  EXPECT_DEATH(drawn({0, 0, 10, 10}), "used while absent: borderColor");
+  NSApp->setActive(false);
+  EXPECT_DEATH(drawn({0, 0, 10, 10}), "used while absent: borderColor");
+}
+
 }  // namespace
 }  // namespace TessalunaUIKit

@@ -19,7 +19,7 @@ namespace harness {
 
 using Calls = std::vector<std::string>;
 
-// Writes down on what ground it is told to stand.
+// Writes down each background style that it is given.
 class ProbeCell : public tessaluna::platform::NSTextFieldCell {
  public:
   ProbeCell(std::string name, Calls& calls) : name_(std::move(name)), calls_(calls) {}

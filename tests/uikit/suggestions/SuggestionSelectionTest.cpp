@@ -1,4 +1,4 @@
-// Which row of a completion pop-up is selected, by the controller's operations, the mouse and the keys, and who is told.
+// Which row of a completion pop-up is selected, by the controller's operations, the mouse and the keys, and who is notified.
 #include <gtest/gtest.h>
 
 #include <limits>

@@ -1,6 +1,8 @@
 // In which order a completion pop-up makes its rows, and what remains of an earlier one.
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 #include "tests/uikit/suggestions/PopUpWorld.h"
@@ -44,6 +46,34 @@ TEST_F(SuggestionsWindowControllerLayout, ARowIsFilledInItsPlaceAndBeforeItIsOne
   EXPECT_EQ(frames, (std::vector<CGRect>{{0, 0, 200, 20}, {0, 20, 200, 20}}));
   EXPECT_EQ(areas, (std::vector<std::size_t>{1, 2}));
   EXPECT_EQ(selected, (Calls{"none", "a"}));
+}
+
+TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileARowIsLoadedReplaceThoseOfTheRow) {
+  show({"a", "b"});
+  bool isFirst = true;
+  onMake = [&](Row&, harness::ProbeCell&) {
+    if (!std::exchange(isFirst, false)) return;
+    controller->setSuggestions(suggestionsNamed({"x", "y", "z"}));
+  };
+  controller->setSuggestions(suggestionsNamed({"c", "d"}));
+  EXPECT_EQ(heldLabels(), (Calls{"x", "y", "z"}));
+  EXPECT_EQ(content()->subviews().size(), 3u);
+  EXPECT_EQ(content()->trackingAreas().size(), 3u);
+  EXPECT_EQ(content()->frame().size.height, 60);
+  EXPECT_EQ(selectedLabel(), "x");
+}
+
+TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileARowIsFilledReplaceThoseOfTheRow) {
+  show({"a", "b"});
+  bool isFirst = true;
+  onMake = [&](Row&, harness::ProbeCell& cell) {
+    if (!std::exchange(isFirst, false)) return;
+    cell.onValue = [&] { controller->setSuggestions(suggestionsNamed({"x", "y", "z"})); };
+  };
+  controller->setSuggestions(suggestionsNamed({"c", "d"}));
+  EXPECT_EQ(content()->subviews().size(), 3u);
+  EXPECT_EQ(content()->trackingAreas().size(), 3u);
+  EXPECT_EQ(selectedLabel(), "x");
 }
 
 TEST_F(SuggestionsWindowControllerLayout, TheSelectionGoesWithTheRows) {
