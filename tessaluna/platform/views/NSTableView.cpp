@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "tessaluna/platform/events/NSEvent.h"
-#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/events/trackVisibleRect.h"
 #include "tessaluna/platform/foundation/NSSortDescriptor.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
@@ -388,11 +388,7 @@ void NSTableView::mouseExited(const Ref<NSEvent>&) { setHoveredRow(std::nullopt)
 void NSTableView::updateTrackingAreas() {
   NSView::updateTrackingAreas();
   setNeedsLayout(true);
-  if (trackingArea_) return;
-  trackingArea_ = make<NSTrackingArea>(
-      NSZeroRect, NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved,
-      refTo<NSResponder>(*this));
-  addTrackingArea(trackingArea_);
+  trackVisibleRect(*this, trackingArea_, NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved);
 }
 
 bool NSTableView::becomeFirstResponder() {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"

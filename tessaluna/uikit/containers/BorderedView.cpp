@@ -45,7 +45,7 @@ void BorderedView::drawRect(CGRect rect) {
   } else if (const auto muted = borderColor_->blendedColorWithFraction(mutedFraction, NSColor::lightGrayColor())) {
     muted->setFill();
   }
-  // Intentional: a panel too small for its inside hands on what is left, of which nothing is filled.
+  // Intentional: a panel too small for its inside passes on what is left, of which nothing is filled.
   const CGSize size = frame().size;
   NSBezierPath::bezierPathWithRoundedRect({0, 1, size.width, size.height - 1}, outerRadius, outerRadius)->fill();
   NSColor::whiteColor()->set();

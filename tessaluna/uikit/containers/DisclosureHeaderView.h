@@ -1,7 +1,6 @@
 // The header of a section that folds (DisclosureView). Its button shows only while the pointer is over the header.
 #pragma once
 
-#include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
 #include "tessaluna/platform/views/KeyboardWhileHidden.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/uikit/containers/ViewWithBackground.h"

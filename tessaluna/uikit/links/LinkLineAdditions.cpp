@@ -68,8 +68,8 @@ void LinkLineAdditions::setTakesKeyboard(bool takes) {
 std::vector<LinkLineAdditions::Stop> LinkLineAdditions::stops() const {
   std::vector<Stop> stops;
   for (std::size_t i = 0; i < numberOfLinks(); ++i) {
-    const bool isBehindCut = isCut() && static_cast<CGFloat>(field_.links_.places()->at(i).lower) >= *field_.suffixPosition_;
-    if (isBehindCut && showsMenuAtEllipsis) break;
+    const bool isCutOff = isCut() && static_cast<CGFloat>(field_.links_.places()->at(i).lower) >= *field_.suffixPosition_;
+    if (isCutOff && showsMenuAtEllipsis) break;
     if (!textOfLink(i).empty()) stops.push_back({i, boundsOfLink(i)});
   }
   if (isCut() && showsMenuAtEllipsis && numberOfLinks() > 0) stops.push_back({std::nullopt, ellipsisBounds()});

@@ -6,7 +6,7 @@
 
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
-#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/events/trackVisibleRect.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
@@ -185,14 +185,7 @@ void MultipleLinksTextField::mouseUp(const Ref<NSEvent>& event) {
 
 void MultipleLinksTextField::updateTrackingAreas() {
   NSView::updateTrackingAreas();
-  if (!linksEnabled_) return;
-  if (!trackingArea_) {
-    // It follows the visible rectangle, so that one area serves for the life of the view.
-    constexpr auto options =
-        NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved;
-    trackingArea_ = make<NSTrackingArea>(NSZeroRect, options, refTo<NSResponder>(*this));
-  }
-  if (std::ranges::find(trackingAreas(), trackingArea_) == trackingAreas().end()) addTrackingArea(trackingArea_);
+  if (linksEnabled_) trackVisibleRect(*this, trackingArea_, NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved);
 }
 
 void MultipleLinksTextField::resetCursorRects() { addLinkCursorRects(); }

@@ -1,10 +1,9 @@
 #include "tessaluna/uikit/trackrow/TrackRowControl.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
-#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/events/trackVisibleRect.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 
 namespace TessalunaUIKit {
@@ -25,13 +24,7 @@ void TrackRowControl::viewDidHide() { isPressed_ = false; }
 
 void TrackRowControl::updateTrackingAreas() {
   NSView::updateTrackingAreas();
-  if (!trackingArea_) {
-    // It follows the visible rectangle, so that one area serves for the life of the control, in any window.
-    constexpr auto options = NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited;
-    trackingArea_ = make<NSTrackingArea>(NSZeroRect, options, refTo<NSResponder>(*this));
-  }
-  const auto& areas = trackingAreas();
-  if (std::find(areas.begin(), areas.end(), trackingArea_) == areas.end()) addTrackingArea(trackingArea_);
+  trackVisibleRect(*this, trackingArea_, NSTrackingMouseEnteredAndExited);
 }
 
 void TrackRowControl::mouseEntered(const Ref<NSEvent>&) {
@@ -58,7 +51,7 @@ void TrackRowControl::mouseDragged(const Ref<NSEvent>& event) {
 void TrackRowControl::mouseUp(const Ref<NSEvent>&) {
   // The target may let the control, or itself, go.
   const Ref<NSView> held = refTo<NSView>(*this);
-  if (const Ref<TrackListRowActionTarget> target = target_; isPressed_ && mouseInside_ && target) tellTarget(*target);
+  if (const Ref<TrackListRowActionTarget> target = target_; isPressed_ && mouseInside_ && target) notifyTarget(*target);
   isPressed_ = false;
   setNeedsDisplay(true);
 }

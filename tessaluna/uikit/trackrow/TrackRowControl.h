@@ -51,7 +51,7 @@ class TrackRowControl : public tessaluna::platform::NSView {
 
  protected:
   bool mouseInside() const { return mouseInside_; }
-  virtual void tellTarget(TrackListRowActionTarget& target) = 0;
+  virtual void notifyTarget(TrackListRowActionTarget& target) = 0;
 
  private:
   tessaluna::platform::Ref<TrackListRowActionTarget> target_;

@@ -24,7 +24,7 @@ class TrackRowFavoriteButton : public TrackRowControl {
   void drawRect(tessaluna::platform::CGRect rect) override;
 
  private:
-  void tellTarget(TrackListRowActionTarget& target) override { target.trackRowFavoriteButtonClicked(*this); }
+  void notifyTarget(TrackListRowActionTarget& target) override { target.trackRowFavoriteButtonClicked(*this); }
 
   bool isFavorite_ = false;
 };

@@ -16,7 +16,7 @@ class TrackRowMoreButton : public TrackRowControl {
   void drawRect(tessaluna::platform::CGRect rect) override;
 
  private:
-  void tellTarget(TrackListRowActionTarget& target) override { target.trackRowMoreButtonClicked(*this); }
+  void notifyTarget(TrackListRowActionTarget& target) override { target.trackRowMoreButtonClicked(*this); }
 };
 
 }  // namespace TessalunaUIKit

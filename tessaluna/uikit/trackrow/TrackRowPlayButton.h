@@ -30,7 +30,7 @@ class TrackRowPlayButton : public TrackRowControl {
   void drawRect(tessaluna::platform::CGRect rect) override;
 
  private:
-  void tellTarget(TrackListRowActionTarget& target) override { target.trackRowPlayButtonClicked(*this); }
+  void notifyTarget(TrackListRowActionTarget& target) override { target.trackRowPlayButtonClicked(*this); }
 
   bool isPlayingTrack_ = false;
   bool isPlaying_ = false;

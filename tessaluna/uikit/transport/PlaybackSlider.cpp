@@ -6,7 +6,7 @@
 
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/NSEvent.h"
-#include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/events/trackVisibleRect.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
@@ -35,7 +35,7 @@ std::int64_t wholeSeconds(double seconds) {
 const ClassInfo PlaybackSlider::staticClassInfo{
     .name = "TessalunaUIKit.PlaybackSlider", .base = &NSSlider::staticClassInfo, .properties = properties};
 
-// Tells assistive clients of seconds and words where its value is a count of frames.
+// Its value is a count of frames; assistive clients get seconds and words.
 class PlaybackSlider::Cell : public PlaybackTransportSliderCell {
  public:
   Cell() = default;
@@ -174,9 +174,9 @@ void PlaybackSlider::notifyAssistiveClients() {
   Backend* backend = Backend::current();
   if (!backend) return;
   NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
-  nextNotification_ = backend->timer(notificationPeriod, [this, told = position()] {
+  nextNotification_ = backend->timer(notificationPeriod, [this, reported = position()] {
     nextNotification_ = nullptr;
-    if (position() != told) notifyAssistiveClients();
+    if (position() != reported) notifyAssistiveClients();
   });
 }
 
@@ -241,10 +241,7 @@ void PlaybackSlider::showTimeAboveKnob() {
 
 void PlaybackSlider::updateTrackingAreas() {
   NSSlider::updateTrackingAreas();
-  if (trackingArea_) return;
-  trackingArea_ = make<NSTrackingArea>(NSZeroRect, NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseMoved,
-                                       refTo<NSResponder>(*this));
-  addTrackingArea(trackingArea_);
+  trackVisibleRect(*this, trackingArea_, NSTrackingMouseMoved);
 }
 
 // The window shows the tool tip as it is after the move.
