@@ -31,8 +31,9 @@ class UnderlinedSegmentedCell : public tessaluna::platform::NSSegmentedCell {
     underlineColor_ = std::move(color);
   }
 
-  // The segment on which the mouse went down, enabled or not, until it goes up; absent otherwise.
+  // The segment on which the mouse went down, enabled or not, until it goes up; absent otherwise. Setting it requests no redraw.
   std::optional<std::size_t> pressedSegment() const { return pressedSegment_.value; }
+  void setPressedSegment(std::optional<std::size_t> segment) { pressedSegment_.value = segment; }
 
   // In points, not rounded: the label and ten points at each side; 0 for a segment without a label.
   tessaluna::platform::CGFloat widthForSegment(std::size_t segment) const override;

@@ -175,6 +175,13 @@ TEST_F(UnderlinedSegmentedCellTest, InTheLightThemeAPressLooksLikeNone) {
   EXPECT_NE(drawn(), before);
 }
 
+TEST_F(UnderlinedSegmentedCellTest, APressThatTheProgramSetsLooksLikeThatOfTheMouse) {
+  cell->setPressedSegment(1);
+  EXPECT_THAT(colorsOf(drawn(), "setFillColor"), ElementsAre(lightGray, white));
+  cell->setPressedSegment(std::nullopt);
+  EXPECT_THAT(colorsOf(drawn(), "setFillColor"), ElementsAre(lightGray, lightGray));
+}
+
 TEST_F(UnderlinedSegmentedCellTest, TheBarFollowsTheSelectionAlone) {
   cell->setUnderlineColor(NSColor::redColor());
   cell->setSelectedSegment(0);
@@ -311,6 +318,7 @@ TEST_F(UnderlinedSegmentedCellTest, ItsSettersAskForNoRedraw) {
   const auto window = showWindowWith(control);
   cell->setUseDarkTheme(false);
   cell->setUnderlineColor(NSColor::redColor());
+  cell->setPressedSegment(0);
   desktop.settle();
   EXPECT_THAT(nativeOf(*window).paints(), IsEmpty());
 }

@@ -173,6 +173,17 @@ TEST_F(ClickableLabelTest, HandsAreOverTheLinkAlone) {
   EXPECT_FALSE(showsHandAt({27, 13}));
 }
 
+TEST_F(ClickableLabelTest, NewLinksHaveTheirHandsAtThePointersNextMove) {
+  setOneLink();
+  user.moveTo(*window, at(onText));
+  const auto text = label->attributedStringValue()->mutableCopy();
+  text->addAttribute(NSLinkAttributeName, url(second), {0, 2});
+  label->setAttributedStringValue(text);
+  EXPECT_FALSE(showsHandAt(onText));
+  user.moveTo(*window, at({9, middle}));
+  EXPECT_TRUE(showsHandAt(onText));
+}
+
 TEST_F(ClickableLabelTest, ASelectableTextKeepsItsCursorBesideTheLinks) {
   label->setSelectable(true);
   setOneLink();

@@ -65,6 +65,15 @@ TEST_F(MultipleLinksTextFieldTest, TheElementAtTheReleaseCountsWhereverThePressB
   EXPECT_EQ(target->clicks[1].element, 1u);
 }
 
+TEST_F(MultipleLinksTextFieldTest, PressAndReleaseCountForTheLinkThatTheLastMoveFound) {
+  moveTo(3);
+  const auto elsewhere = make<NSEvent>(NSEvent::Fields{.location = at(50), .window = window});
+  field->mouseDown(elsewhere);
+  EXPECT_EQ(shown(), "=abc=, de, fgh");
+  field->mouseUp(elsewhere);
+  EXPECT_EQ(target->clicks, (std::vector<harness::LinkTarget::Click>{{0, true}}));
+}
+
 TEST_F(MultipleLinksTextFieldTest, LeavingCancelsTheClickAndComingBackRevivesIt) {
   moveTo(3);
   user.press(*window, at(3));
