@@ -87,13 +87,13 @@ TEST(MissingAlbumArt, LineWidthAndRadiusDoNotGrowWithTheFrame) {
   EXPECT_THAT(lines.at(5), HasSubstr(R"("lineWidth":1.99)"));
 }
 
-// An expected box is that of the curves, in points of the design, and is met to a twentieth of a point.
+// An expected box is that of the curves, in points of the design, and is met to a fortieth of a point.
 void expectBox(const Subpath& subpath, CGRect expected) {
   const CGRect box = subpath.path.bounds();
-  EXPECT_NEAR(CGRectGetMinX(box), CGRectGetMinX(expected), 0.05);
-  EXPECT_NEAR(CGRectGetMaxX(box), CGRectGetMaxX(expected), 0.05);
-  EXPECT_NEAR(CGRectGetMinY(box), CGRectGetMinY(expected), 0.05);
-  EXPECT_NEAR(CGRectGetMaxY(box), CGRectGetMaxY(expected), 0.05);
+  EXPECT_NEAR(CGRectGetMinX(box), CGRectGetMinX(expected), 0.025);
+  EXPECT_NEAR(CGRectGetMaxX(box), CGRectGetMaxX(expected), 0.025);
+  EXPECT_NEAR(CGRectGetMinY(box), CGRectGetMinY(expected), 0.025);
+  EXPECT_NEAR(CGRectGetMaxY(box), CGRectGetMaxY(expected), 0.025);
 }
 
 CGRect boxAbout(CGPoint center, CGSize size) { return {{center.x - size.width / 2, center.y - size.height / 2}, size}; }

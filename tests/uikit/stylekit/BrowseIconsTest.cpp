@@ -149,7 +149,7 @@ enum class Role { Outline, Hole };
 struct Part {
   const char* what;
   Role role;
-  double left, right, bottom, top;  // on the canvas, met to a tenth of a point
+  double left, right, bottom, top;  // on the canvas, in tenths of a point
   int lines;
 };
 
@@ -223,6 +223,8 @@ const Icon drawnIcons[] = {
      .ground = {{20.8, 16.3}, {79.2, 26.7}, {60, 75}, {60, 40}, {60, 20}, {10, 90}}},
 };
 
+constexpr double halfATenth = 0.05;
+
 // What a failed expectation and a test's name say.
 void PrintTo(const Icon& icon, std::ostream* out) { *out << icon.name; }
 
@@ -248,10 +250,10 @@ TEST_P(DrawnBrowseIcon, HasItsSubpathsInOrderWithTheirReachAndDirection) {
     EXPECT_EQ(subpaths[i].lines, part.lines);
     EXPECT_EQ((subpaths[i].area > 0) == outlinesRunLeft, part.role == Role::Outline);
     const CGRect box = subpaths[i].path.bounds();
-    EXPECT_NEAR(CGRectGetMinX(box), part.left, 0.1);
-    EXPECT_NEAR(CGRectGetMaxX(box), part.right, 0.1);
-    EXPECT_NEAR(CGRectGetMinY(box), part.bottom, 0.1);
-    EXPECT_NEAR(CGRectGetMaxY(box), part.top, 0.1);
+    EXPECT_NEAR(CGRectGetMinX(box), part.left, halfATenth);
+    EXPECT_NEAR(CGRectGetMaxX(box), part.right, halfATenth);
+    EXPECT_NEAR(CGRectGetMinY(box), part.bottom, halfATenth);
+    EXPECT_NEAR(CGRectGetMaxY(box), part.top, halfATenth);
     lines += subpaths[i].lines;
     curves += subpaths[i].curves;
   }

@@ -36,7 +36,7 @@ def genres():
     lean = math.degrees(math.asin((22 - back_radius) / abs(back - front)))
     outline = joined(arc(back, back_radius, lean, 180 - lean, per_curve=(180 - 2 * lean) / 14),
                      arc(front, 22, 180 - lean, 360 + lean, per_curve=(180 + 2 * lean) / 22))
-    tip = point((14.363, 38.4 / press - 22))
+    tip = point((14.32, 38.4 / press - 22))
     rim = math.degrees(cmath.phase(tip))
     shown_from = math.degrees(cmath.phase(front + tip - back))
     shown_radius = abs(front + tip - back)
@@ -63,9 +63,9 @@ def search():
         corners = [middle + along * length + across * half_width * side for side in (1, -1)]
         return math.degrees(math.asin(half_width / (14 + wall))), [Line(*corners)]
 
-    half_angle, end = handle(3.97, 39.25 - 3.97)
+    half_angle, end = handle(3.97, 39.249 - 3.97)
     glass = arc(middle, 14 + wall, 225 + half_angle, 585 - half_angle, per_curve=(360 - 2 * half_angle) / 20)
-    slot_angle, slot_end = handle(1.57, 34.33 - 1.57)
+    slot_angle, slot_end = handle(1.52, 34.33 - 1.52)
     slot_rim = arc(middle, 14 + wall, 225 + slot_angle, 225 - slot_angle, per_curve=slot_angle)
     icon = Drawing("tidalIconSearch", canvas=(50, 50), frame=(0, 50, 1, -1))
     icon.add("glass and handle", joined(glass, end).scaled(1, press, about=middle))

@@ -30,8 +30,9 @@ def glint():
     half_angle = 3.4
     inner = 50 * 0.1485 / math.sin(math.radians(45 - half_angle))
     outer = 50 * 0.272 / math.cos(math.radians(45 - half_angle))
-    near = arc((25, 25), inner, 45 + half_angle, 45 - half_angle)
-    far = arc((25, 25), outer, 45 - half_angle, 45 + half_angle)
+    middle = 44.9  # degrees: a little nearer to the right than to the top
+    near = arc((25, 25), inner, middle + half_angle, middle - half_angle)
+    far = arc((25, 25), outer, middle - half_angle, middle + half_angle)
     return Path(near + [Line(near[-1].end, far[0].start)] + far + [Line(far[-1].end, near[0].start)])
 
 
