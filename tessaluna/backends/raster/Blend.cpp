@@ -2,28 +2,17 @@
 
 #include <algorithm>
 #include <cstring>
-#include <type_traits>
 
 namespace tessaluna::backend::raster {
 
 namespace {
 
 Float4 alphaOf(Float4 v) { return __builtin_shufflevector(v, v, 3, 3, 3, 3); }
-float alphaOf(float v) { return v; }
-using raster::smaller;
-float smaller(float a, float b) { return std::min(a, b); }
-
-// The value in all channels.
-template <class Value>
-Value all(float v) {
-  if constexpr (std::is_same_v<Value, float>) return v;
-  else return splat(v);
-}
 
 // R = f(S, D) for a source that is already multiplied by its coverage.
-template <BlendMode mode, class Value>
-Value combined(Value s, Value d) {
-  const Value one = all<Value>(1);
+template <BlendMode mode>
+Float4 combined(Float4 s, Float4 d) {
+  const Float4 one = splat(1);
   if constexpr (mode == BlendMode::Normal) return s + d * (one - alphaOf(s));
   if constexpr (mode == BlendMode::SourceIn) return s * alphaOf(d);
   if constexpr (mode == BlendMode::SourceOut) return s * (one - alphaOf(d));
@@ -36,28 +25,27 @@ Value combined(Value s, Value d) {
   if constexpr (mode == BlendMode::PlusLighter) return smaller(s + d, one);
 }
 
-template <BlendMode mode, class Value, class Sources>
-void blend(Value* destination, Sources source, const float* coverage, const float* clip, int count) {
+template <BlendMode mode>
+void blend(Float4* destination, const Float4* source, const float* coverage, const float* clip, int count) {
   for (int i = 0; i < count; ++i) {
-    Value& d = destination[i];
+    Float4& d = destination[i];
     if constexpr (mode == BlendMode::Clear) {
-      d *= all<Value>(1 - coverage[i]);
+      d *= splat(1 - coverage[i]);
     } else if constexpr (mode == BlendMode::Copy) {
-      d += (source[i] - d) * all<Value>(coverage[i]);
+      d += (source[i] - d) * splat(coverage[i]);
     } else if constexpr (isUnbounded(mode)) {
-      const Value r = combined<mode>(source[i] * all<Value>(coverage[i]), d);
-      d = clip ? d + (r - d) * all<Value>(clip[i]) : r;
-    } else if (std::is_same_v<Value, float> || coverage[i] != 0) {
-      // The compiler processes several single values at once, which rules out a branch.
-      d = combined<mode>(source[i] * all<Value>(coverage[i]), d);
+      const Float4 r = combined<mode>(source[i] * splat(coverage[i]), d);
+      d = clip ? d + (r - d) * splat(clip[i]) : r;
+    } else if (coverage[i] != 0) {
+      d = combined<mode>(source[i] * splat(coverage[i]), d);
     }
   }
 }
 
 }  // namespace
 
-template <class Value, class Sources>
-void blendRow(BlendMode mode, Value* destination, Sources source, const float* coverage, const float* clip, int count) {
+void blendRow(BlendMode mode, Float4* destination, const Float4* source, const float* coverage, const float* clip,
+              int count) {
   switch (mode) {
     case BlendMode::Normal: return blend<BlendMode::Normal>(destination, source, coverage, clip, count);
     case BlendMode::Clear: return blend<BlendMode::Clear>(destination, source, coverage, clip, count);
@@ -73,9 +61,6 @@ void blendRow(BlendMode mode, Value* destination, Sources source, const float* c
     case BlendMode::PlusLighter: return blend<BlendMode::PlusLighter>(destination, source, coverage, clip, count);
   }
 }
-
-template void blendRow(BlendMode, Float4*, const Float4*, const float*, const float*, int);
-template void blendRow(BlendMode, float*, Everywhere, const float*, const float*, int);
 
 void loadRow(const std::uint32_t* pixels, Float4* out, int count) {
   for (int i = 0; i < count; ++i) {

@@ -20,14 +20,9 @@ constexpr bool needsSource(BlendMode mode) { return !isUnbounded(mode) && !shows
 
 // Blends `count` source pixels, multiplied by their coverage, into the destination. An unbounded operator works on all of
 // them, and `clip` says how much of its result is mixed in; it may be null for a plain clip. For the other operators the
-// coverage must already include the clip. Works with pixels and a list of colors, or with single values and one value for
-// all of them.
-template <class Value, class Sources>
-void blendRow(BlendMode mode, Value* destination, Sources source, const float* coverage, const float* clip, int count);
-struct Everywhere {
-  float value;
-  float operator[](int) const { return value; }
-};
+// coverage must already include the clip.
+void blendRow(BlendMode mode, Float4* destination, const Float4* source, const float* coverage, const float* clip,
+              int count);
 
 // These convert between 8-bit pixels and channels of 0...1; stored values are rounded to the nearest.
 void loadRow(const std::uint32_t* pixels, Float4* out, int count);

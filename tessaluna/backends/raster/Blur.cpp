@@ -1,8 +1,8 @@
 #include "tessaluna/backends/raster/Blur.h"
 
+#include <climits>
 #include <cmath>
 #include <cstring>
-#include <numeric>
 #include <utility>
 
 namespace tessaluna::backend::raster {
@@ -14,6 +14,8 @@ constexpr double leastDeviation = 0.1;
 // The deviation of a wide blur, in cells: this much wider than a cell, the blur hides how values are spread within one.
 constexpr double deviationInCells = 4;
 
+constexpr int neverReached = INT_MAX;
+
 }  // namespace
 
 int Blur::cellSize(double deviation) { return deviation < 2 * deviationInCells ? 1 : int(deviation / deviationInCells); }
@@ -22,192 +24,207 @@ int Blur::cellSize(double deviation) { return deviation < 2 * deviationInCells ?
 int Blur::reach(double deviation) { return deviation < leastDeviation ? 0 : int(std::ceil(deviation * 3.5)); }
 
 void Blur::makeKernel(Kernel& kernel, double deviation, double move) {
+  if (kernel.deviation == deviation && kernel.move == move) return;
+  kernel.deviation = deviation;
+  kernel.move = move;
   // The value of a pixel comes from the pixel that lies `move` before it, and from that pixel's neighbours.
   // A move by a part of a pixel is a blend of two whole moves, which a narrow Gaussian alone would hardly follow.
   const double whole = std::floor(-move), part = -move - whole;
   const int reach = Blur::reach(deviation), last = int(std::ceil(-move)) + reach;
   kernel.first = int(whole) - reach;
-  kernel.weights.clear();
-  kernel.isSymmetric = part == 0;
+  kernel.count = last + 1 - kernel.first;
   const auto at = [&](double x) { return reach > 0 ? std::exp(-0.5 * x * x / (deviation * deviation)) : double(x == 0); };
-  const auto gaussian = [&](int i) { return at(i - whole) * (1 - part) + at(i - whole - 1) * part; };
+  std::vector<double> sums;
   double sum = 0;
-  for (int i = kernel.first; i <= last; ++i) sum += kernel.weights.emplace_back(float(gaussian(i)));
-  for (float& weight : kernel.weights) weight = float(weight / sum);
+  for (int i = last; i >= kernel.first; --i) sums.push_back(sum += at(i - whole) * (1 - part) + at(i - whole - 1) * part);
+  kernel.sums.assign((sums.size() + 3) / 4 * 4, 1.0f);
+  std::transform(sums.begin(), sums.end(), kernel.sums.begin(), [sum](double part) { return float(part / sum); });
 }
 
-bool Blur::begin(Plane& from, const PixelRect& box, const Style& style) {
-  makeKernel(across_, style.deviation, style.dx);
-  makeKernel(down_, style.deviation, style.dy);
-  sums_.assign((across_.weights.size() + 2) / 4 * 4, 1.0f);
-  std::partial_sum(across_.weights.rbegin(), across_.weights.rend() - 1, sums_.begin());
-  const PixelRect middle{box.left, from.box().top, box.right, from.box().bottom};
-  if (!rows_.begin(middle) || !padded_.prepare(std::size_t(box.width()) + 2 * sums_.size() + blockSize)) return false;
-  row_ = box.top;
+bool Blur::begin(const PixelRect& from, const PixelRect& to, const Style& style) {
+  from_ = from;
+  pixels_ = to_ = to;
+  style_ = style;
+  cell_ = cellSize(style.deviation);
+  Style inCells = style;
+  if (cell_ > 1) {
+    // Taking the mean over a cell and interpolating between the middles of cells are blurs themselves, of known variance.
+    const double spread = style.deviation / cell_;
+    inCells = {.deviation = std::sqrt(spread * spread - 1.0 / 12 - 1.0 / 6)};
+    to_ = DeviceRect::of(to).moved(-style.dx, -style.dy).scaled(1.0 / cell_).grown(2).roundedOut();
+  }
+  makeKernel(across_, inCells.deviation, inCells.dx);
+  makeKernel(down_, inCells.deviation, inCells.dy);
+
+  columns_.assign(std::size_t(to_.width() + blockSize - 1) / blockSize, {});
+  const std::size_t width = columns_.size() * blockSize;
+  // An empty block before all rows, one after them, and the row that is never reached. Columns an even number of blocks
+  // apart would share places in a processor's cache.
+  perColumn_ = (std::ptrdiff_t(from.height()) + 3) | 1;
+  const std::size_t room = columns_.size() * std::size_t(perColumn_);
+  if (!blocks_.prepare(room * blockSize) || !tops_.prepare(room) ||
+      !blurred_.prepare(std::max(width, std::size_t(to.width()))) || !received_.prepare(width + 2 * across_.sums.size()))
+    return false;
+  for (int column = 0; column < int(columns_.size()); ++column) {
+    std::fill_n(block(column, 0), blockSize, 0.0f);
+    columns_[std::size_t(column)].count = 1;
+    tops(column)[0] = INT_MIN;
+    tops(column)[1] = neverReached;
+  }
+  top_ = bottom_ = from.top;
+  runEnd_ = from.left;
   done_ = 0;
-  repeats_.assign(std::size_t(middle.height()) * std::size_t(inBlocks(middle.width()) / blockSize), 0);
-  const std::size_t bytes = std::size_t(from.box().width()) * sizeof(float);
-  for (int y = middle.top; y < middle.bottom; ++y) {
-    const bool repeats = y > middle.top && std::memcmp(from.row(y), from.row(y - 1), bytes) == 0;
-    if (repeats) std::copy_n(rows_.row(y - 1), middle.width(), rows_.row(y));
-    else convolveAcross(from, y);
-    if (y > middle.top) countRepeats(y, repeats);
+  level_ = 0;
+  row_ = neverReached;
+  return true;
+}
+
+inline void Blur::beginRun(const PixelRect& box) {
+  if (box.top >= bottom_) {
+    finishRow();
+    // Rows that have no values.
+    if (box.top > bottom_) addRow(nullptr, bottom_);
+    top_ = box.top;
+    bottom_ = box.bottom;
+  } else if (box.left > runEnd_ && level_ != 0) {
+    change(runEnd_, 0);
+  }
+  runEnd_ = box.right;
+}
+
+void Blur::uniformRows(const PixelRect& box, float winding) {
+  beginRun(box);
+  if (const float value = coverageOf(winding); value != level_) change(box.left, value);
+}
+
+void Blur::variedRows(const PixelRect& box, const float* windings) {
+  beginRun(box);
+  for (int i = 0; i < box.width(); ++i) {
+    if (const float value = coverageOf(windings[i]); value != level_) change(box.left + i, value);
+  }
+}
+
+// Values of this row change at column x.
+void Blur::change(int x, float value) {
+  // Before the row's first value there is room for the sums.
+  const int reach = int(across_.sums.size()), end = int(columns_.size()) * blockSize + reach;
+  const int first = x - across_.first - across_.count + 1 - to_.left + reach, last = std::min(first, end) + reach;
+  float* const values = received_.data();
+  if (last > done_) {
+    std::fill(values + done_, values + last, level_);
+    done_ = last;
+  }
+  const Float4 by = splat(value - level_);
+  level_ = value;
+  if (first < 0 || first >= end) return;
+  for (int i = 0; i < reach; i += 4) {
+    const Float4 four = fourOf(values + first + i) + fourOf(across_.sums.data() + i) * by;
+    std::memcpy(values + first + i, &four, sizeof four);
+  }
+}
+
+void Blur::finishRow() {
+  if (bottom_ == top_) return;
+  if (level_ != 0) change(runEnd_, 0);
+  const int reach = int(across_.sums.size()), end = int(columns_.size()) * blockSize + reach;
+  float* const values = received_.data();
+  if (done_ < end) std::fill(values + done_, values + end, 0.0f);
+  done_ = 0;
+  addRow(values + reach, top_);
+}
+
+// Null means a row of zeros.
+void Blur::addRow(const float* values, int y) {
+  constexpr std::size_t fours = blockSize / 4;
+  for (int i = 0; i < int(columns_.size()); ++i) {
+    Column& column = columns_[std::size_t(i)];
+    Float4 added[fours] = {}, last[fours];
+    if (values) std::memcpy(added, values + i * blockSize, sizeof added);
+    std::memcpy(last, block(i, column.count - 1), sizeof last);
+    Int4 differences{};
+    for (std::size_t four = 0; four < fours; ++four) differences |= added[four] != last[four];
+    if (!isAnySet(differences)) continue;
+    std::memcpy(block(i, column.count), added, sizeof added);
+    tops(i)[column.count++] = y;
+    tops(i)[column.count] = neverReached;
+  }
+}
+
+bool Blur::end() {
+  finishRow();
+  addRow(nullptr, bottom_);
+  if (cell_ == 1) return true;
+  const int width = int(columns_.size()) * blockSize;
+  if (!cells_.prepare(std::size_t(width) * std::size_t(to_.height())) || !between_.prepare(std::size_t(width))) return false;
+  float* out = cells_.data();
+  for (int y = to_.top; y < to_.bottom; ++y) {
+    for (int column = 0; column < int(columns_.size()); ++column, out += blockSize) blurDown(column, y, out);
+  }
+  places_.clear();
+  for (int x = pixels_.left; x < pixels_.right; ++x) {
+    const double place = (x + 0.5 - style_.dx) / cell_ - 0.5, left = std::floor(place);
+    places_.push_back({int(left) - to_.left, float(place - left)});
   }
   return true;
 }
 
-bool Blur::convolve(Plane& from, Plane& to, const Style& style) {
-  if (!begin(from, to.box(), style)) return false;
-  for (int y = to.box().top; y < to.box().bottom; ++y) convolveDown(y, 0, to.box().width(), to.row(y));
-  return true;
-}
-
-const float* Blur::valuesAt(int x, int y, int count) {
-  const int left = x - rows_.box().left, right = left + count;
-  if (std::exchange(row_, y) != y) done_ = 0;
-  if (right > done_) {
-    const int from = std::max(done_, left / blockSize * blockSize);
-    done_ = inBlocks(right);
-    convolveDown(y, from, right, padded_.data());
+// Writes a block of blurred values and returns the row down to which they stay the same.
+int Blur::blurDown(int column, int y, float* out) {
+  const int* const tops = this->tops(column);
+  const int low = y + down_.first, high = low + down_.count;
+  int& first = columns_[std::size_t(column)].first;
+  if (tops[first] > low) first = 0;
+  while (tops[first + 1] <= low) ++first;
+  const float* values = block(column, first);
+  if (tops[first + 1] >= high) {
+    std::memcpy(out, values, blockSize * sizeof(float));
+    return tops[first + 1] == neverReached ? neverReached : tops[first + 1] - high + y + 1;
   }
-  return padded_.data() + left;
-}
-
-Blur::Taps Blur::tapsOf(const Kernel& kernel, int from, int to) {
-  Taps taps{std::span(kernel.weights).subspan(std::size_t(from), std::size_t(to - from))};
-  const int middle = int(kernel.weights.size() / 2);
-  if (!kernel.isSymmetric || middle < from || middle >= to) return taps;
-  const int pairs = std::min(middle - from, to - 1 - middle);
-  taps.pairs = std::size_t(pairs);
-  taps.firstPair = std::size_t(middle - pairs - from);
-  return taps;
-}
-
-// The sums of a block of values, over taps that lie `step` values apart.
-inline void Blur::sumBlock(const float* from, std::ptrdiff_t step, const Taps& taps, float* out) {
-  constexpr int fours = blockSize / 4;
+  constexpr std::size_t fours = blockSize / 4;
   Float4 sums[fours] = {};
-  const float *weight = taps.weights.data(), *const firstPair = weight + taps.firstPair,
-              *const middle = firstPair + taps.pairs;
-  const auto addOnes = [&](const float* end) {
-    for (; weight < end; ++weight, from += step) {
-      for (int i = 0; i < fours; ++i) sums[i] += fourOf(from + 4 * i) * splat(*weight);
-    }
-  };
-  addOnes(firstPair);
-  const float* mirrored = from + 2 * std::ptrdiff_t(taps.pairs) * step;
-  for (; weight < middle; ++weight, from += step, mirrored -= step) {
-    for (int i = 0; i < fours; ++i) sums[i] += (fourOf(from + 4 * i) + fourOf(mirrored + 4 * i)) * splat(*weight);
+  const float* const sumsFromEnd = down_.sums.data() + (high - 1);
+  float before = 1;
+  for (const int* next = tops + first + 1;; ++next, values += blockSize) {
+    const bool isLast = *next >= high;
+    const float after = isLast ? 0 : sumsFromEnd[-*next];
+    for (std::size_t i = 0; i < fours; ++i) sums[i] += fourOf(values + 4 * i) * splat(before - after);
+    if (isLast) break;
+    before = after;
   }
-  if (taps.pairs > 0) {
-    addOnes(middle + 1);
-    weight += taps.pairs;
-    from += std::ptrdiff_t(taps.pairs) * step;
-  }
-  addOnes(taps.weights.data() + taps.weights.size());
   std::memcpy(out, sums, sizeof sums);
+  return y + 1;
 }
 
-// Coverage changes in only a few places of a row, and each change spreads as the kernel's sums do.
-void Blur::convolveAcross(Plane& from, int y) {
-  const int width = rows_.box().width(), reach = int(sums_.size());
-  // Where a change at the row's first pixel begins to show in the padded row.
-  const int shift = from.box().left - across_.first - int(across_.weights.size()) + 1 - rows_.box().left + reach;
-  float *const padded = padded_.data(), *const row = from.row(y);
-  const int end = width + reach, count = from.box().width();
-  int done = 0;     // values to which all changes so far have been added
-  float level = 0;  // of the values after them
-  const auto change = [&](int x, float value) {
-    const int first = x + shift, last = std::min(first, end) + reach;
-    if (last > done) std::fill(padded + done, padded + last, level);
-    done = std::max(done, last);
-    const Float4 by = splat(value - level);
-    level = value;
-    if (first < 0 || first >= end) return;
-    for (int i = 0; i < reach; i += 4) {
-      float* const four = padded + first + i;
-      const Float4 values = fourOf(four) + fourOf(sums_.data() + i) * by;
-      std::memcpy(four, &values, sizeof values);
+Blur::Rows Blur::rowsAt(int x, int y, int count) {
+  const int left = x - pixels_.left, right = left + count;
+  const bool isNew = std::exchange(row_, y) != y;
+  float* const out = blurred_.data();
+  if (cell_ > 1) {
+    if (isNew) blendCells(y);
+    for (int i = left; i < right; ++i) {
+      const float* pair = between_.data() + places_[std::size_t(i)].left;
+      out[i] = pair[0] + (pair[1] - pair[0]) * places_[std::size_t(i)].share;
     }
-  };
-  change(0, row[0]);
-  for (int x = 1; x < count; x += 4) {
-    const bool isFour = x + 4 <= count;
-    if (isFour && !isAnySet(fourOf(row + x) != fourOf(row + x - 1))) continue;
-    for (int i = x; i < (isFour ? x + 4 : count); ++i) {
-      if (row[i] != row[i - 1]) change(i, row[i]);
-    }
+    return {out + left, y + 1};
   }
-  change(count, 0);
-  if (done < end) std::fill(padded + done, padded + end, level);
-  std::copy_n(padded + reach, width, rows_.row(y));
+  if (isNew) {
+    doneColumns_ = 0;
+    repeatEnd_ = neverReached;
+  }
+  int column = std::max(doneColumns_, left / blockSize);
+  for (; column * blockSize < right; ++column)
+    repeatEnd_ = std::min(repeatEnd_, blurDown(column, y, out + column * blockSize));
+  doneColumns_ = column;
+  return {out + left, repeatEnd_};
 }
 
-void Blur::countRepeats(int y, bool isCopy) {
-  const int width = rows_.box().width();
-  const float *const row = rows_.row(y), *const above = rows_.row(y - 1);
-  const int* before = repeatsOf(y - 1);
-  int* repeats = repeatsOf(y);
-  for (int x = 0; x < width; x += blockSize, ++repeats, ++before) {
-    const std::size_t bytes = std::size_t(std::min(blockSize, width - x)) * sizeof(float);
-    if (isCopy || std::memcmp(row + x, above + x, bytes) == 0) *repeats = *before + 1;
-  }
-}
-
-// The blocks from column `left`, where one begins, up to column `right`.
-void Blur::convolveDown(int y, int left, int right, float* out) {
-  const PixelRect& middle = rows_.box();
-  const int first = std::max(y + down_.first, middle.top);
-  const int last = std::min(y + down_.first + int(down_.weights.size()), middle.bottom);
-  if (first >= last) return void(std::fill_n(out + left, inBlocks(right - left), 0.0f));
-  const Taps taps = tapsOf(down_, first - y - down_.first, last - y - down_.first);
-  const float* const above = rows_.row(first);
-  const float all = std::accumulate(taps.weights.begin(), taps.weights.end(), 0.0f);
-  const Taps once{.weights = {&all, 1}};
-  const int* repeats = repeatsOf(last - 1) + left / blockSize;
-  // Each row has room for whole blocks: what is written beyond its end is the next row's, which follows.
-  for (int x = left; x < right; x += blockSize) {
-    // Rows that repeat need only one multiplication.
-    if (*repeats++ >= last - first - 1) sumBlock(above + x, middle.width(), once, out + x);
-    else sumBlock(above + x, middle.width(), taps, out + x);
-  }
-}
-
-bool Blur::apply(Plane& from, Plane& to, const Style& style) {
-  const int cell = cellSize(style.deviation);
-  if (cell == 1) return convolve(from, to, style);
-  // Taking the mean over a cell and interpolating between the middles of cells are blurs themselves, of known variance.
-  const double spread = style.deviation / cell;
-  const double deviation = std::sqrt(spread * spread - 1.0 / 12 - 1.0 / 6);
-  const DeviceRect seen{(to.box().left - style.dx) / cell - 2, (to.box().top - style.dy) / cell - 2,
-                        (to.box().right - style.dx) / cell + 2, (to.box().bottom - style.dy) / cell + 2};
-  if (!cells_.begin(seen.roundedOut()) || !convolve(from, cells_, {.deviation = deviation})) return false;
-  return enlarge(cells_, to, cell, style);
-}
-
-// Each pixel lies between the middles of four cells and blends them.
-bool Blur::enlarge(Plane& cells, Plane& to, int cell, const Style& style) {
-  const auto place = [cell](int pixel, double move) { return (pixel + 0.5 - move) / cell - 0.5; };
-  const int width = cells.box().width(), count = to.box().width();
-  float* const between = padded_.prepare(std::size_t(width));
-  Column* const columns = columns_.prepare(std::size_t(count));
-  if (!between || !columns) return false;
-  for (int x = 0; x < count; ++x) {
-    const double column = place(to.box().left + x, style.dx), left = std::floor(column);
-    columns[x] = {int(left) - cells.box().left, float(column - left)};
-  }
-  for (int y = to.box().top; y < to.box().bottom; ++y) {
-    const double row = place(y, style.dy), above = std::floor(row);
-    const float below = float(row - above);
-    const float *upper = cells.row(int(above)), *lower = cells.row(int(above) + 1);
-    for (int x = 0; x < width; ++x) between[x] = upper[x] + (lower[x] - upper[x]) * below;
-    float* out = to.row(y);
-    for (int x = 0; x < count; ++x) {
-      const float* pair = between + columns[x].left;
-      out[x] = pair[0] + (pair[1] - pair[0]) * columns[x].share;
-    }
-  }
-  return true;
+// A row of pixels lies between the middles of two rows of cells.
+void Blur::blendCells(int y) {
+  const double place = (y + 0.5 - style_.dy) / cell_ - 0.5, above = std::floor(place);
+  const float share = float(place - above);
+  const int width = int(columns_.size()) * blockSize;
+  const float* const upper = cells_.data() + std::ptrdiff_t(int(above) - to_.top) * width;
+  for (int i = 0; i < width; ++i) between_.data()[i] = upper[i] + (upper[i + width] - upper[i]) * share;
 }
 
 }  // namespace tessaluna::backend::raster

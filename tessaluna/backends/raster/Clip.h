@@ -35,6 +35,12 @@ struct Clip {
 
   // Multiplies the coverage of `count` pixels inside the box by the clip.
   void multiply(int x, int y, int count, float* coverage) const;
+  // The row down to which that is the same as in row y of the box.
+  int endOfRepeat(int y) const {
+    if (mask) return y + 1;
+    // Only the first and the last row can be cut.
+    return edges && (y == box.top || y + 1 >= box.bottom - 1) ? y + 1 : box.bottom - (edges ? 1 : 0);
+  }
 };
 
 }  // namespace tessaluna::backend::raster

@@ -50,6 +50,7 @@ class ColorPainter : public RowByRowSink<ColorPainter> {
 
   // Upright sides on a pixel's edge leave blocks that are empty or fully covered.
   void variedRows(const PixelRect& box, const float* windings) {
+    if (box.height() == 1) return sparse(box.left, box.top, box.width(), windings);
     int x = box.left;
     for (; x + 4 <= box.right; x += 4, windings += 4) paintRows(x, box, coverageOfFour(windings));
     if (x == box.right) return;

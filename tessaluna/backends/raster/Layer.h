@@ -1,15 +1,12 @@
-// The picture of a transparency layer, kept only for the part that was painted on: float channels, or one value per pixel
-// while everything in the layer has one color.
+// The picture of a transparency layer, with float channels, kept only for the part that was painted on.
 #pragma once
 
 #include "tessaluna/backends/raster/Float4.h"
-#include "tessaluna/backends/raster/PixelRect.h"
-#include "tessaluna/backends/raster/WorkBuffer.h"
+#include "tessaluna/backends/raster/RowSource.h"
 
 namespace tessaluna::backend::raster {
 
-template <class Value>
-class LayerOf {
+class Layer final : public RowSource {
  public:
   // Starts empty; nothing will be painted outside `maxBox`. The layer subtracts its pixels from `pixelsLeft`, which all
   // layers share, and returns them at its end.
@@ -24,18 +21,17 @@ class LayerOf {
 
   const PixelRect& maxBox() const { return maxBox_; }
   const PixelRect& content() const { return content_; }  // outside it everything is transparent
-  Value* pixel(int x, int y) {
+  Float4* pixel(int x, int y) {
     return memory_.data() + std::size_t(y - content_.top) * std::size_t(content_.width()) + (x - content_.left);
   }
-  const Value* pixel(int x, int y) const { return const_cast<LayerOf*>(this)->pixel(x, y); }
+  const Float4* pixel(int x, int y) const { return const_cast<Layer*>(this)->pixel(x, y); }
+
+  void writeInks(int x, int y, int count, InkRow& row) override;
 
  private:
   PixelRect maxBox_, content_;
   std::size_t* pixelsLeft_ = nullptr;
-  WorkBuffer<Value> memory_;
+  WorkBuffer<Float4> memory_;
 };
-
-using Layer = LayerOf<Float4>;
-using TintLayer = LayerOf<float>;
 
 }  // namespace tessaluna::backend::raster

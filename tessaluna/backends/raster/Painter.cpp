@@ -10,9 +10,9 @@ Painter::Painter(const Painting& painting, const PixelRect& shapeBox, Memory& me
   const Clip& clip = painting.clip;
   const Surface& surface = painting.surface;
   PixelRect changed = shape_;
-  if (!surface.include(changed)) return;
+  if (surface.layer && !surface.layer->include(changed)) return;
   // An unbounded operator changes the whole clip, also beyond the shape; in a layer the rest is transparent anyway.
-  if (isUnbounded_) changed = surface.bitmap ? clip.box : clip.box.intersected(surface.content());
+  if (isUnbounded_) changed = surface.bitmap ? clip.box : clip.box.intersected(surface.layer->content());
   if (changed.isEmpty()) return;
 
   const std::size_t width = std::size_t(changed.width());
@@ -25,19 +25,17 @@ Painter::Painter(const Painting& painting, const PixelRect& shapeBox, Memory& me
   if (!surface.bitmap || painting.mode != BlendMode::Normal) return;
   const Source& source = painting.source;
   if (source.isUniform()) color_.emplace(*surface.bitmap, source.color);
-  else if (source.rows) rows_.emplace(*surface.bitmap, *source.rows, source.alpha, memory.inks);
+  else rows_.emplace(*surface.bitmap, *source.rows, source.alpha, memory.inks);
 }
 
-void Painter::uniform(int x, int y, int count, float winding) {
-  if (isUnbounded_) return memory_.shape.uniform(x, y, count, winding);
-  std::fill_n(coverage_, count, coverageOf(winding));
-  paintRun(x, y, count);
+void Painter::uniformRows(const PixelRect& box, float winding) {
+  if (isUnbounded_) return memory_.shape.uniformRows(box, winding);
+  paintRows(box, [&] { std::fill_n(coverage_, box.width(), coverageOf(winding)); });
 }
 
-void Painter::varied(int x, int y, int count, const float* windings) {
-  if (isUnbounded_) return memory_.shape.varied(x, y, count, windings);
-  writeCoverage(windings, count, coverage_);
-  paintRun(x, y, count);
+void Painter::variedRows(const PixelRect& box, const float* windings) {
+  if (isUnbounded_) return memory_.shape.variedRows(box, windings);
+  paintRows(box, [&] { writeCoverage(windings, box.width(), coverage_); });
 }
 
 void Painter::finish() {
@@ -45,11 +43,16 @@ void Painter::finish() {
   for (int y = box_.top; y < box_.bottom; ++y) paintUnboundedRow(y);
 }
 
-void Painter::paintRun(int x, int y, int count) {
-  painting_.clip.multiply(x, y, count, coverage_);
-  if (color_) color_->sparse(x, y, count, coverage_);
-  else if (rows_) rows_->varied(x, y, count, coverage_);
-  else blend(x, y, count, nullptr);
+template <class WriteCoverage>
+void Painter::paintRows(const PixelRect& box, WriteCoverage write) {
+  for (int y = box.top, bottom; y < box.bottom; y = bottom) {
+    bottom = color_ ? std::min(box.bottom, painting_.clip.endOfRepeat(y)) : y + 1;
+    write();
+    painting_.clip.multiply(box.left, y, box.width(), coverage_);
+    if (color_) color_->variedRows({box.left, y, box.right, bottom}, coverage_);
+    else if (rows_) rows_->varied(box.left, y, box.width(), coverage_);
+    else blend(box.left, y, box.width(), nullptr);
+  }
 }
 
 void Painter::paintUnboundedRow(int y) {
@@ -68,10 +71,6 @@ void Painter::paintUnboundedRow(int y) {
 
 void Painter::blend(int x, int y, int count, const float* clip) {
   const Surface& surface = painting_.surface;
-  if (surface.tint) {
-    const Everywhere alpha{painting_.source.color[3]};
-    return blendRow(painting_.mode, surface.tint->pixel(x, y), alpha, coverage_, clip, count);
-  }
   writeColors(x, y, count);
   const Float4* const colors = memory_.source.data();
   if (surface.layer) return blendRow(painting_.mode, surface.layer->pixel(x, y), colors, coverage_, clip, count);
@@ -87,13 +86,11 @@ void Painter::writeColors(int x, int y, int count) {
   Float4* const colors = memory_.source.data();
   if (source.isUniform()) return void(std::fill_n(colors, count, source.color));
   // Pixels without coverage need no colors.
-  const PixelRect run{x, y, x + count, y + 1}, colored = run.intersected(source.rows ? shape_ : source.layer->content());
+  const PixelRect run{x, y, x + count, y + 1}, colored = run.intersected(shape_);
   std::fill_n(colors, count, Float4{});
   if (colored.isEmpty()) return;
-  if (source.rows) source.rows->writeInks(colored.left, y, colored.width(), memory_.inks);
-  const Float4* const pixels = source.layer ? source.layer->pixel(colored.left, y) : nullptr;
-  for (int i = 0; i < colored.width(); ++i)
-    colors[colored.left - x + i] = (pixels ? pixels[i] : memory_.inks.colorAt(i)) * splat(source.alpha);
+  source.rows->writeInks(colored.left, y, colored.width(), memory_.inks);
+  for (int i = 0; i < colored.width(); ++i) colors[colored.left - x + i] = memory_.inks.colorAt(i) * splat(source.alpha);
 }
 
 }  // namespace tessaluna::backend::raster

@@ -11,28 +11,19 @@
 
 namespace tessaluna::backend::raster {
 
-// What is painted on: exactly one of the three is set. A tint is painted with one color, of which only the alpha matters.
+// What is painted on: either of the two is set.
 struct Surface {
   Bitmap* bitmap = nullptr;
   Layer* layer = nullptr;
-  TintLayer* tint = nullptr;
-
-  // Makes room for a box in a layer; the part for which there is room becomes its content.
-  bool include(const PixelRect& box) const {
-    if (bitmap) return true;
-    return layer ? layer->include(box) : tint->include(box);
-  }
-  const PixelRect& content() const { return layer ? layer->content() : tint->content(); }
 };
 
 // What is painted: one color, whose alpha includes the state's, or the colors of a gradient, an image or a layer.
 struct Source {
   Float4 color{};
   RowSource* rows = nullptr;
-  const Layer* layer = nullptr;
   float alpha = 1;  // the state's; unused for one color
 
-  bool isUniform() const { return !rows && !layer; }
+  bool isUniform() const { return !rows; }
 };
 
 struct Painting {
@@ -43,7 +34,7 @@ struct Painting {
 };
 
 // A sink of a coverage buffer. Coverage must lie within the clip's box and the shape's.
-class Painter : public RowByRowSink<Painter> {
+class Painter {
  public:
   struct Memory {
     WorkBuffer<float> coverage, clip;
@@ -58,13 +49,16 @@ class Painter : public RowByRowSink<Painter> {
   // The box in which coverage matters; empty when nothing will be painted.
   const PixelRect& box() const { return box_; }
 
-  void uniform(int x, int y, int count, float winding);
-  void varied(int x, int y, int count, const float* windings);
+  void uniform(int x, int y, int count, float winding) { uniformRows({x, y, x + count, y + 1}, winding); }
+  void varied(int x, int y, int count, const float* windings) { variedRows({x, y, x + count, y + 1}, windings); }
+  void uniformRows(const PixelRect& box, float winding);
+  void variedRows(const PixelRect& box, const float* windings);
   // Must be called once, after all coverage.
   void finish();
 
  private:
-  void paintRun(int x, int y, int count);
+  template <class WriteCoverage>
+  void paintRows(const PixelRect& box, WriteCoverage write);
   void paintUnboundedRow(int y);
   void blend(int x, int y, int count, const float* clip);
   void writeColors(int x, int y, int count);
@@ -77,7 +71,7 @@ class Painter : public RowByRowSink<Painter> {
   // These paint onto a bitmap with the normal operator, after the coverage has been multiplied by the clip.
   std::optional<ColorPainter> color_;
   std::optional<RowPainter> rows_;
-  float* coverage_ = nullptr;  // of the run that is being painted
+  float* coverage_ = nullptr;  // of the row that is being painted
 };
 
 }  // namespace tessaluna::backend::raster

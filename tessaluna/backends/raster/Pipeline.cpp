@@ -32,34 +32,45 @@ std::optional<DeviceRect> uprightRect(const Path& path, const CGAffineTransform&
   return path.shape().kind == PathShape::Kind::Rect ? uprightRect(path.shape().rect, t) : std::nullopt;
 }
 
-// Paints a shape into an empty layer of one color, less its shadow.
-class OutOfShadowWriter : public RowByRowSink<OutOfShadowWriter> {
+// Passes a shape on to a painter, less its shadow.
+template <class Sink>
+class OutOfShadowSink {
  public:
-  OutOfShadowWriter(TintLayer& tint, Blur& shadow, float alpha, float shadowAlpha)
-      : tint_(tint), shadow_(shadow), alpha_(alpha), shadowAlpha_(shadowAlpha) {}
-  void uniform(int x, int y, int count, float winding) {
-    std::fill_n(tint_.pixel(x, y), count, coverageOf(winding));
-    takeOut(x, y, count);
+  // `left` must have room for a row.
+  OutOfShadowSink(Sink& sink, Blur& shadow, float shadowAlpha, float* left)
+      : sink_(sink), shadow_(shadow), shadowAlpha_(shadowAlpha), left_(left) {}
+  void uniform(int x, int y, int count, float winding) { uniformRows({x, y, x + count, y + 1}, winding); }
+  void varied(int x, int y, int count, const float* windings) { variedRows({x, y, x + count, y + 1}, windings); }
+  void uniformRows(const PixelRect& box, float winding) {
+    const float coverage = coverageOf(winding);
+    pass(
+        box, [=](int) { return splat(coverage); }, [=](int) { return coverage; });
   }
-  void varied(int x, int y, int count, const float* windings) {
-    writeCoverage(windings, count, tint_.pixel(x, y));
-    takeOut(x, y, count);
+  void variedRows(const PixelRect& box, const float* windings) {
+    pass(
+        box, [=](int i) { return coverageOfFour(windings + i); }, [=](int i) { return coverageOf(windings[i]); });
   }
 
  private:
-  void takeOut(int x, int y, int count) {
-    const float* shadow = shadow_.valuesAt(x, y, count);
-    float* values = tint_.pixel(x, y);
-    for (; count >= 4; count -= 4, values += 4, shadow += 4) {
-      const Float4 left = splat(alpha_) * fourOf(values) * (splat(1) - splat(shadowAlpha_) * coverageOfFour(shadow));
-      std::memcpy(values, &left, sizeof left);
+  template <class FourAt, class OneAt>
+  void pass(const PixelRect& box, FourAt fourAt, OneAt oneAt) {
+    for (int y = box.top, bottom; y < box.bottom; y = bottom) {
+      const Blur::Rows shadow = shadow_.rowsAt(box.left, y, box.width());
+      bottom = std::min(box.bottom, shadow.bottom);
+      int i = 0;
+      for (; i + 4 <= box.width(); i += 4) {
+        const Float4 four = fourAt(i) * (splat(1) - splat(shadowAlpha_) * fourOf(shadow.values + i));
+        std::memcpy(left_ + i, &four, sizeof four);
+      }
+      for (; i < box.width(); ++i) left_[i] = oneAt(i) * (1 - shadowAlpha_ * shadow.values[i]);
+      sink_.variedRows({box.left, y, box.right, bottom}, left_);
     }
-    for (int i = 0; i < count; ++i) values[i] = alpha_ * values[i] * (1 - shadowAlpha_ * coverageOf(shadow[i]));
   }
 
-  TintLayer& tint_;
+  Sink& sink_;
   Blur& shadow_;
-  const float alpha_, shadowAlpha_;
+  const float shadowAlpha_;
+  float* const left_;
 };
 
 }  // namespace
@@ -247,89 +258,105 @@ void RasterCanvas::Pipeline::paintKnownOutline(const Outline& outline, const Sou
 bool RasterCanvas::Pipeline::paintsPlainly(const Source& source) const {
   const bool isOpaque = source.rows ? source.rows->isOpaque() && source.alpha == 1 : source.color[3] == 1;
   const bool isPlainMode = state_.blendMode == BlendMode::Normal || (state_.blendMode == BlendMode::Copy && isOpaque);
-  return openLayers_ == 0 && !source.layer && isPlainMode && state_.clip.isPlain();
+  return openLayers_ == 0 && isPlainMode && state_.clip.isPlain();
 }
 
-void RasterCanvas::Pipeline::paintPolygons(CoverageBuffer::Shape shape, const Source& source,
+void RasterCanvas::Pipeline::paintPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                                            const std::optional<CastShadow>& shadow) {
   if (keepAsShape(shape, source, shadow)) return;
-  if (shadow && paintOutOfShadow(shape, source, *shadow)) return;
-  if (shadow) paintShadowOfPolygons(shape, source, *shadow);
-  const PixelRect whole = polygons_.bounds().roundedOut();
+  const bool isOutOfShadow = shadow && shadow->isTakenOut;
+  if (shadow && !isOutOfShadow) paintShadowOfPolygons(shape, source, *shadow);
+  paintShape(shape, source, isOutOfShadow ? shadow : std::nullopt);
+}
+
+void RasterCanvas::Pipeline::paintShape(CoverageBuffer::Shape shape, const Source& source,
+                                        const std::optional<CastShadow>& takenOut) {
+  const PixelRect whole = shape.polygons.bounds().roundedOut();
   paint(source, whole.intersected(state_.clip.box), [&](auto& painter, const PixelRect& box) {
     shape.liesInBox = box == whole;
-    coverage_.sweep(shape, box, painter);
+    if (!takenOut) return void(coverage_.sweep(shape, box, painter));
+    float* const left = outOfShadow_.prepare(std::size_t(box.width()));
+    if (!left || !blurShape(shape, {}, *takenOut, box)) return;
+    OutOfShadowSink sink(painter, blur_, takenOut->color[3], left);
+    coverage_.sweep(shape, box, sink);
   });
 }
 
-// Returns the part of the moved shape that casts a shadow into the clip; empty if nothing does.
-DeviceRect RasterCanvas::Pipeline::sweepCast(CoverageBuffer::Shape shape, const CastShadow& shadow) {
+// Blurs what casts a shadow into a box. False when memory is short.
+bool RasterCanvas::Pipeline::blurShape(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow,
+                                       const PixelRect& shaded) {
   // The shape itself is moved, not its pixels, so that an offset by a fraction of a pixel stays exact.
   shape.moved = {shadow.dx, shadow.dy};
   shape.scale = 1.0 / Blur::cellSize(shadow.deviation);
-  const PixelRect near = state_.clip.box.grown(Blur::reach(shadow.deviation));
-  const DeviceRect part = shape.polygons.bounds().moved(shadow.dx, shadow.dy).intersected(DeviceRect::of(near));
-  const PixelRect box = part.scaled(shape.scale).roundedOut();
-  if (box.isEmpty() || !cast_.beginEmpty(box)) return {};
-  coverage_.sweep(shape, box, cast_);
-  return part;
+  shape.liesInBox = false;
+  const PixelRect near = shaded.grown(Blur::reach(shadow.deviation));
+  const DeviceRect casting = shape.polygons.bounds().moved(shadow.dx, shadow.dy).intersected(DeviceRect::of(near));
+  const PixelRect box = casting.scaled(shape.scale).roundedOut();
+  if (!blur_.begin(box, shaded, {.deviation = shadow.deviation})) return false;
+  if (!source.rows) return coverage_.sweep(shape, box, blur_) && blur_.end();
+  if (!cast_.beginEmpty(box) || !coverage_.sweep(shape, box, cast_)) return false;
+  // The mean of a cell, since a gradient may have several stops within it.
+  const int cell = Blur::cellSize(shadow.deviation), side = std::min(cell, 8);  // places in a cell
+  const auto placeOf = [step = double(cell) / side](int place) { return (place + 0.5) * step - 0.5; };
+  for (int y = box.top; y < box.bottom; ++y) {
+    for (int x = box.left; x < box.right; ++x) {
+      float alphas = 0;
+      for (int i = 0; i < side * side; ++i) {
+        alphas += ramp_.colorAt(placeOf(x * side + i % side) - shadow.dx, placeOf(y * side + i / side) - shadow.dy)[3];
+      }
+      cast_.row(y)[x - box.left] *= alphas / float(side * side) * source.alpha;
+    }
+  }
+  return blurCast();
 }
 
-// An inner shadow: a layer's first shape, of its shadow's color, which takes its own shadow out of itself. Only what lies
-// within the shape is blurred. False if this is something else.
-bool RasterCanvas::Pipeline::paintOutOfShadow(const CoverageBuffer::Shape& shape, const Source& source,
-                                              const CastShadow& shadow) {
-  if (openLayers_ == 0 || state_.blendMode != BlendMode::SourceOut || !state_.clip.isPlain()) return false;
-  OpenLayer& layer = openLayer();
-  const Source shaded{.color = shadow.color * splat(source.color[3])};
-  const bool isFirst = layer.content == OpenLayer::Content::Nothing && layer.tint.content().isEmpty();
-  const PixelRect box = shape.polygons.bounds().roundedOut().intersected(state_.clip.box);
-  if (!isFirst || box.isEmpty() || Blur::cellSize(shadow.deviation) > 1) return false;
-  if (!source.isUniform() || !takesAsTint(layer, shaded) || !takesAsTint(layer, source)) return false;
-  if (sweepCast(shape, shadow).isEmpty() || !blur_.begin(cast_, box, {.deviation = shadow.deviation})) return false;
-  if (!layer.tint.include(box)) return true;
-  OutOfShadowWriter writer(layer.tint, blur_, source.color[3], shaded.color[3]);
-  coverage_.sweep(shape, box, writer);
-  return true;
+bool RasterCanvas::Pipeline::blurCast() {
+  const PixelRect& box = cast_.box();
+  for (int y = box.top; y < box.bottom; ++y) blur_.varied(box.left, y, box.width(), cast_.row(y));
+  return blur_.end();
 }
 
 void RasterCanvas::Pipeline::paintShadowOfPolygons(const CoverageBuffer::Shape& shape, const Source& source,
                                                    const CastShadow& shadow) {
-  const int cell = Blur::cellSize(shadow.deviation), reach = Blur::reach(shadow.deviation);
-  const DeviceRect casting = sweepCast(shape, shadow);
-  if (casting.isEmpty()) return paintNothing();
-  const PixelRect& box = cast_.box();
-  Float4 color = shadow.color;
-  if (source.rows) {
-    // The mean of a cell, since a gradient may have several stops within it.
-    const int side = std::min(cell, 8);  // places in a cell
-    const auto placeOf = [step = double(cell) / side](int place) { return (place + 0.5) * step - 0.5; };
-    for (int y = box.top; y < box.bottom; ++y) {
-      for (int x = box.left; x < box.right; ++x) {
-        float alphas = 0;
-        for (int i = 0; i < side * side; ++i) {
-          alphas += ramp_.colorAt(placeOf(x * side + i % side) - shadow.dx, placeOf(y * side + i / side) - shadow.dy)[3];
-        }
-        cast_.row(y)[x - box.left] *= alphas / float(side * side) * source.alpha;
-      }
-    }
-  } else {
-    color *= splat(source.color[3]);
-  }
-  paintBlurred(casting.grown(reach), {.deviation = shadow.deviation}, color);
+  const DeviceRect cast = shape.polygons.bounds().moved(shadow.dx, shadow.dy);
+  const Float4 color = source.rows ? shadow.color : shadow.color * splat(source.color[3]);
+  paintBlurred(cast, shadow, color, [&](const PixelRect& part) { return blurShape(shape, source, shadow, part); });
 }
 
+// Calls blur(part) for a part of the box that the shadow reaches, which must blur what casts the shadow; then paints it.
+template <class BlurPart>
+void RasterCanvas::Pipeline::paintBlurred(const DeviceRect& cast, const CastShadow& shadow, Float4 color, BlurPart blur) {
+  const bool isSeen = !cast.isEmpty() && color[3] > 0;
+  const PixelRect reached = isSeen ? cast.grown(Blur::reach(shadow.deviation)).roundedOut() : PixelRect{};
+  paint({.color = color}, reached.intersected(state_.clip.box), [&](auto& painter, const PixelRect& part) {
+    if (!blur(part)) return;
+    for (int y = part.top, bottom; y < part.bottom; y = bottom) {
+      const Blur::Rows rows = blur_.rowsAt(part.left, y, part.width());
+      bottom = std::min(part.bottom, rows.bottom);
+      painter.variedRows({part.left, y, part.right, bottom}, rows.values);
+    }
+  });
+}
+
+// An inner shadow is a shape that takes its own shadow out of itself: painted after that shadow, both with this operator, it
+// leaves nothing of the shadow.
 bool RasterCanvas::Pipeline::keepAsShape(const CoverageBuffer::Shape& shape, const Source& source,
                                          const std::optional<CastShadow>& shadow) {
   if (openLayers_ == 0) return false;
   OpenLayer& layer = openLayer();
-  const bool isAlone = layer.content == OpenLayer::Content::Nothing && !shadow && source.isUniform() &&
-                       state_.blendMode == BlendMode::Normal && state_.clip.isPlain() &&
-                       state_.clip.box == layer.pixels.maxBox().united(layer.casting.maxBox());
+  const bool fallsInside = shadow && !shadow->isTakenOut;
+  const bool isAlone = layer.content == OpenLayer::Content::Nothing && source.isUniform() &&
+                       state_.blendMode == (fallsInside ? BlendMode::SourceOut : BlendMode::Normal) &&
+                       state_.clip.isPlain() && state_.clip.box == layer.pixels.maxBox().united(layer.casting.maxBox());
   if (!isAlone) return false;
   layer.content = OpenLayer::Content::Shape;
   layer.shapeRule = shape.rule;
   layer.shapeColor = source.color;
+  layer.takenOut = shadow;
+  if (fallsInside) {
+    layer.takenOut->isTakenOut = true;
+    layer.takenOut->color *= splat(source.color[3]);
+  }
   std::swap(layer.shape, polygons_);
   return true;
 }
@@ -337,58 +364,12 @@ bool RasterCanvas::Pipeline::keepAsShape(const CoverageBuffer::Shape& shape, con
 // Called before the open layer receives more than its one shape.
 void RasterCanvas::Pipeline::paintKeptShape() {
   OpenLayer& layer = openLayer();
-  if (layer.content != OpenLayer::Content::Shape) return;
-  layer.content = OpenLayer::Content::Nothing;
+  if (std::exchange(layer.content, OpenLayer::Content::Pixels) != OpenLayer::Content::Shape) return;
   State now = state_;
   state_.clip = {.box = layer.pixels.maxBox().united(layer.casting.maxBox())};
   state_.blendMode = BlendMode::Normal;
-  const CoverageBuffer::Shape shape{.polygons = layer.shape, .rule = layer.shapeRule};
-  const PixelRect box = layer.shape.bounds().roundedOut().intersected(state_.clip.box);
-  paint({.color = layer.shapeColor}, box,
-        [&](auto& painter, const PixelRect& part) { coverage_.sweep(shape, part, painter); });
+  paintShape({.polygons = layer.shape, .rule = layer.shapeRule}, {.color = layer.shapeColor}, layer.takenOut);
   state_ = std::move(now);
-}
-
-// True if the source is one color and the layer has no other color.
-bool RasterCanvas::Pipeline::takesAsTint(OpenLayer& layer, const Source& source) {
-  const bool isNew = layer.content == OpenLayer::Content::Nothing;
-  if (!source.isUniform() || !layer.casting.maxBox().isEmpty() || !(isNew || layer.content == OpenLayer::Content::Tint))
-    return false;
-  const float alpha = source.color[3];
-  if (isNew) layer.tintColor = alpha > 0 ? source.color * splat(1 / alpha) : Float4{0, 0, 0, 1};
-  constexpr float rounding = 1e-6f;
-  if (isAnySet(magnitude(source.color - layer.tintColor * splat(alpha)) > splat(rounding))) return false;
-  layer.content = OpenLayer::Content::Tint;
-  return true;
-}
-
-void RasterCanvas::Pipeline::turnIntoPixels(OpenLayer& layer) {
-  const bool isTint = layer.content == OpenLayer::Content::Tint;
-  layer.content = OpenLayer::Content::Pixels;
-  const PixelRect box = layer.tint.content();
-  if (!isTint || !layer.pixels.include(box)) return;
-  for (int y = box.top; y < box.bottom; ++y) {
-    const float* values = layer.tint.pixel(box.left, y);
-    Float4* pixels = layer.pixels.pixel(box.left, y);
-    for (int i = 0; i < box.width(); ++i) pixels[i] = layer.tintColor * splat(values[i]);
-  }
-}
-
-// Paints a shadow that has no part in the clip, which changes the picture if the operator is unbounded.
-void RasterCanvas::Pipeline::paintNothing() {
-  paint({}, {}, [](auto&, const PixelRect&) {});
-}
-
-// Paints one color with the blurred coverage of what casts a shadow.
-void RasterCanvas::Pipeline::paintBlurred(const DeviceRect& reached, const Blur::Style& style, Float4 color) {
-  const PixelRect shaded = reached.roundedOut().intersected(state_.clip.box);
-  if (shaded.isEmpty() || color[3] == 0) return paintNothing();
-  if (!blurred_.begin(shaded) || !blur_.apply(cast_, blurred_, style)) return;
-  paint({.color = color}, shaded, [&](auto& painter, const PixelRect& part) {
-    for (int y = part.top; y < part.bottom; ++y) {
-      painter.varied(part.left, y, part.width(), blurred_.row(y) + (part.left - shaded.left));
-    }
-  });
 }
 
 void RasterCanvas::Pipeline::beginLayer() {
@@ -397,6 +378,7 @@ void RasterCanvas::Pipeline::beginLayer() {
   OpenLayer& layer = *layers_[openLayers_++];
   layer.savedStates = saved_.size();
   layer.content = OpenLayer::Content::Nothing;
+  layer.takenOut.reset();
   layer.limit = openLayers_ > 1 ? layers_[openLayers_ - 2]->limit : bitmap_->bounds().grown(farthestCast);
   // An invisible layer need not be painted.
   const bool isUnseen = !(state_.alpha > 0) && needsSource(state_.blendMode);
@@ -411,7 +393,6 @@ void RasterCanvas::Pipeline::beginLayer() {
   }
   layer.pixels.begin(seen, layerPixels_);
   layer.casting.begin(casting, layerPixels_);
-  layer.tint.begin(seen, layerPixels_);
   // The current clip is applied once, when the layer is composited.
   state_.clip = {.box = seen.united(casting)};
   state_.alpha = 1;
@@ -422,11 +403,10 @@ void RasterCanvas::Pipeline::beginLayer() {
 void RasterCanvas::Pipeline::endLayer() {
   if (openLayers_ == 0) return;
   OpenLayer& layer = openLayer();
-  // The layer's picture is as large as the clip, even where it is empty, but only two operators show its empty parts.
-  if (showsEmptyParts(saved_[layer.savedStates - 1].blendMode)) {
-    paintKeptShape();
-    turnIntoPixels(layer);
-  }
+  // The layer's picture is as large as the clip, even where it is empty, but only two operators show its empty parts. What a
+  // shadow leaves of a shape casts another one only as a picture.
+  const State& outside = saved_[layer.savedStates - 1];
+  if (showsEmptyParts(outside.blendMode) || (layer.takenOut && outside.shadow.color)) paintKeptShape();
   --openLayers_;
   saved_.resize(layer.savedStates);
   state_ = std::move(saved_.back());
@@ -434,7 +414,6 @@ void RasterCanvas::Pipeline::endLayer() {
   if (!state_.clip.box.isEmpty()) composite(layer);
   layer.pixels.end();
   layer.casting.end();
-  layer.tint.end();
   if (openLayers_ >= maxLayersKept) layers_.resize(openLayers_);
 }
 
@@ -444,36 +423,13 @@ void RasterCanvas::Pipeline::composite(OpenLayer& layer) {
   if (layer.content == OpenLayer::Content::Shape) {
     std::swap(layer.shape, polygons_);
     const Source source{.color = layer.shapeColor * splat(alpha)};
-    return paintPolygons({.polygons = polygons_, .rule = layer.shapeRule}, source, shadow);
-  }
-  if (layer.content == OpenLayer::Content::Tint) {
-    if (!shadow) return paintTint(layer, alpha);
-    turnIntoPixels(layer);
+    return paintPolygons({.polygons = polygons_, .rule = layer.shapeRule}, source, shadow ? shadow : layer.takenOut);
   }
   if (shadow) paintShadowOfLayer(layer.casting.maxBox().isEmpty() ? layer.pixels : layer.casting, *shadow);
   const PixelRect& clip = state_.clip.box;
   const PixelRect box = showsEmptyParts(state_.blendMode) ? clip : layer.pixels.content().intersected(clip);
-  paint({.layer = &layer.pixels, .alpha = alpha}, box, [](auto& painter, const PixelRect& part) {
+  paint({.rows = &layer.pixels, .alpha = alpha}, box, [](auto& painter, const PixelRect& part) {
     for (int y = part.top; y < part.bottom; ++y) painter.uniform(part.left, y, part.width(), 1);
-  });
-}
-
-// The layer's values are not needed afterwards.
-void RasterCanvas::Pipeline::paintTint(OpenLayer& layer, float alpha) {
-  const PixelRect box = layer.tint.content().intersected(state_.clip.box);
-  if (openLayers_ == 0 && state_.blendMode == BlendMode::Normal) {
-    ColorPainter painter(*bitmap_, layer.tintColor * splat(alpha));
-    for (int y = box.top; y < box.bottom; ++y) {
-      float* values = layer.tint.pixel(box.left, y);
-      state_.clip.multiply(box.left, y, box.width(), values);
-      painter.sparse(box.left, y, box.width(), values);
-    }
-    return;
-  }
-  paint({.color = layer.tintColor * splat(alpha)}, box, [&](auto& painter, const PixelRect& part) {
-    for (int y = part.top; y < part.bottom; ++y) {
-      painter.varied(part.left, y, part.width(), layer.tint.pixel(part.left, y));
-    }
   });
 }
 
@@ -487,18 +443,21 @@ void RasterCanvas::Pipeline::giveMemoryBack() {
 void RasterCanvas::Pipeline::paintShadowOfLayer(const Layer& layer, const CastShadow& shadow) {
   const PixelRect& content = layer.content();
   const int cell = Blur::cellSize(shadow.deviation);
-  const DeviceRect fallen = DeviceRect::of(content).moved(shadow.dx, shadow.dy).grown(Blur::reach(shadow.deviation) + 1);
   const PixelRect box = DeviceRect::of(content).scaled(1.0 / cell).roundedOut();
-  if (content.isEmpty() || !cast_.beginEmpty(box)) return paintNothing();
   const float share = 1.0f / float(cell * cell);
   const auto cellOf = [cell](int pixel) { return (pixel >= 0 ? pixel : pixel - cell + 1) / cell; };
-  for (int y = content.top; y < content.bottom; ++y) {
-    const Float4* pixels = layer.pixel(content.left, y);
-    float* row = cast_.row(cellOf(y));
-    for (int i = 0; i < content.width(); ++i) row[cellOf(content.left + i) - box.left] += pixels[i][3] * share;
-  }
-  const Blur::Style style{.deviation = shadow.deviation, .dx = shadow.dx, .dy = shadow.dy};
-  paintBlurred(fallen, style, shadow.color * splat(float(clamp01(state_.alpha))));
+  const DeviceRect cast = DeviceRect::of(content).moved(shadow.dx, shadow.dy).grown(1);
+  const Float4 color = shadow.color * splat(float(clamp01(state_.alpha)));
+  paintBlurred(content.isEmpty() ? DeviceRect{} : cast, shadow, color, [&](const PixelRect& part) {
+    const Blur::Style style{.deviation = shadow.deviation, .dx = shadow.dx, .dy = shadow.dy};
+    if (!cast_.beginEmpty(box) || !blur_.begin(box, part, style)) return false;
+    for (int y = content.top; y < content.bottom; ++y) {
+      const Float4* pixels = layer.pixel(content.left, y);
+      float* row = cast_.row(cellOf(y));
+      for (int i = 0; i < content.width(); ++i) row[cellOf(content.left + i) - box.left] += pixels[i][3] * share;
+    }
+    return blurCast();
+  });
 }
 
 }  // namespace tessaluna::backend::raster

@@ -9,6 +9,7 @@
 #include "tessaluna/backends/raster/GradientRamp.h"
 #include "tessaluna/backends/raster/ImageSampler.h"
 #include "tessaluna/backends/raster/Painter.h"
+#include "tessaluna/backends/raster/Plane.h"
 #include "tessaluna/backends/raster/RasterCanvas.h"
 #include "tessaluna/backends/raster/RowPainter.h"
 #include "tessaluna/backends/raster/ShapeCache.h"
@@ -25,7 +26,8 @@ struct OperationMemory {
   CoverageBuffer coverage_;
   GradientRamp ramp_;
   Blur blur_;
-  Plane cast_, blurred_;
+  Plane cast_;
+  WorkBuffer<float> outOfShadow_;
   ClipMaskPool masks_;
   KeptShape shape_;  // the shape that was seen for the second time
   ImageSampler sampler_;
@@ -65,24 +67,23 @@ class RasterCanvas::Pipeline : OperationMemory {
   void drawImage(const ImagePixels& image, CGRect source, CGRect destination);
 
  private:
+  // The state's shadow, in device pixels.
+  struct CastShadow {
+    double dx = 0, dy = 0, deviation = 0;
+    Float4 color{};
+    bool isTakenOut = false;  // of its shape, instead of falling beside it
+  };
   struct OpenLayer {
     Layer pixels;                 // what will be visible
     Layer casting;                // what casts a shadow into the clip from afar; unused if `pixels` contains it
     std::size_t savedStates = 0;  // when it began; the last one is the state before it
     PixelRect limit;              // what lies beyond it cannot appear in the picture
     // A layer with one shape in one color is kept as that shape: nothing is painted until more follows.
-    // A layer with one color needs one value per pixel.
-    enum class Content { Nothing, Shape, Tint, Pixels } content = Content::Nothing;
-    TintLayer tint;
-    Float4 tintColor{};  // opaque
+    enum class Content { Nothing, Shape, Pixels } content = Content::Nothing;
     Polygons shape;
+    std::optional<CastShadow> takenOut;  // of the shape
     FillRule shapeRule{};
     Float4 shapeColor{};
-  };
-  // The state's shadow, in device pixels.
-  struct CastShadow {
-    double dx = 0, dy = 0, deviation = 0;
-    Float4 color{};
   };
 
   // What is painted: filled, or stroked if there is a pen.
@@ -95,8 +96,6 @@ class RasterCanvas::Pipeline : OperationMemory {
   OpenLayer& openLayer() { return *layers_[openLayers_ - 1]; }
   bool keepAsShape(const CoverageBuffer::Shape& shape, const Source& source, const std::optional<CastShadow>& shadow);
   void paintKeptShape();
-  static bool takesAsTint(OpenLayer& layer, const Source& source);
-  static void turnIntoPixels(OpenLayer& layer);
   std::optional<CastShadow> castShadow() const;
   PixelRect castingBox(const CastShadow& shadow) const;
   PixelRect neededBox(const std::optional<CastShadow>& shadow) const;
@@ -113,16 +112,16 @@ class RasterCanvas::Pipeline : OperationMemory {
   void paint(const Source& source, const PixelRect& box, Cover cover);
   template <class Cover>
   void paintOn(const Surface& surface, const Source& source, const PixelRect& box, Cover cover);
-  void paintPolygons(CoverageBuffer::Shape shape, const Source& source, const std::optional<CastShadow>& shadow);
-  DeviceRect sweepCast(CoverageBuffer::Shape shape, const CastShadow& shadow);
-  bool paintOutOfShadow(const CoverageBuffer::Shape& shape, const Source& source, const CastShadow& shadow);
+  void paintPolygons(const CoverageBuffer::Shape& shape, const Source& source, const std::optional<CastShadow>& shadow);
+  void paintShape(CoverageBuffer::Shape shape, const Source& source, const std::optional<CastShadow>& takenOut);
+  bool blurShape(CoverageBuffer::Shape shape, const Source& source, const CastShadow& shadow, const PixelRect& shaded);
+  bool blurCast();
   void paintShadowOfPolygons(const CoverageBuffer::Shape& shape, const Source& source, const CastShadow& shadow);
-  void paintTint(OpenLayer& layer, float alpha);
   void composite(OpenLayer& layer);
   void giveMemoryBack();
   void paintShadowOfLayer(const Layer& layer, const CastShadow& shadow);
-  void paintNothing();
-  void paintBlurred(const DeviceRect& reached, const Blur::Style& style, Float4 color);
+  template <class BlurPart>
+  void paintBlurred(const DeviceRect& cast, const CastShadow& shadow, Float4 color, BlurPart blur);
 
   Bitmap* bitmap_ = nullptr;
   double scale_ = 1;
@@ -155,10 +154,6 @@ void RasterCanvas::Pipeline::paint(const Source& source, const PixelRect& box, C
   if (openLayers_ == 0) return paintOn({.bitmap = bitmap_}, source, box, cover);
   paintKeptShape();
   OpenLayer& layer = openLayer();
-  // A sum of two colors that is cut off at one may be another color.
-  const bool keepsColor = state_.blendMode != BlendMode::PlusLighter;
-  if (keepsColor && takesAsTint(layer, source)) return paintOn({.tint = &layer.tint}, source, box, cover);
-  turnIntoPixels(layer);
   for (Layer* part : {&layer.pixels, &layer.casting}) {
     if (!part->maxBox().isEmpty()) paintOn({.layer = part}, source, box.intersected(part->maxBox()), cover);
   }

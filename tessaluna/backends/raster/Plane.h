@@ -1,4 +1,4 @@
-// One value for each pixel of a box: a clip's mask, a glyph, or a shadow. Everything outside the box counts as 0.
+// One value for each pixel of a box: a clip's mask, a glyph, or what casts a shadow. Everything outside the box counts as 0.
 #pragma once
 
 #include "tessaluna/backends/raster/CoverageBuffer.h"
@@ -7,13 +7,10 @@ namespace tessaluna::backend::raster {
 
 class Plane : public RowByRowSink<Plane> {
  public:
-  // Values are read in blocks of this many, the last of which may begin at a row's last value.
-  static constexpr int blockSize = 16;
-
   // Makes room for the box; its values are undefined. False when memory is short.
   bool begin(const PixelRect& box) {
     box_ = box;
-    return memory_.prepare(box.area() + blockSize) != nullptr;
+    return memory_.prepare(box.area()) != nullptr;
   }
   // The same with all values 0.
   bool beginEmpty(const PixelRect& box) {

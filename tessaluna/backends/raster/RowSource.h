@@ -1,10 +1,11 @@
-// A source with a different color at every pixel: a gradient or an image. It writes the colors of a run of pixels in one
-// row.
+// A source with a different color at every pixel: a gradient, an image or a layer. It writes the colors of a run of pixels
+// in one row.
 #pragma once
 
 #include "tessaluna/backends/raster/Inks.h"
 #include "tessaluna/backends/raster/PixelRect.h"
 #include "tessaluna/backends/raster/WorkBuffer.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 
 namespace tessaluna::backend::raster {
 
@@ -37,9 +38,9 @@ class RowSource {
  public:
   virtual ~RowSource() = default;
   // True if no pixel is translucent.
-  virtual bool isOpaque() const = 0;
+  virtual bool isOpaque() const { return false; }
   // Writes the colors of an opaque source.
-  virtual void writePixels(int x, int y, int count, std::uint32_t* pixels) = 0;
+  virtual void writePixels(int, int, int, std::uint32_t*) { platform::unreachable(); }
   // The same for the rows of a box, which lie `stride` bytes apart.
   virtual void writeRows(const PixelRect& box, std::uint32_t* pixels, std::size_t stride) {
     for (int y = box.top; y < box.bottom; ++y, pixels = rowAfter(pixels, stride))

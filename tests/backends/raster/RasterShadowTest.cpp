@@ -377,6 +377,71 @@ TEST(RasterInnerShadow, OfATranslucentShapeThatThePictureCutsOff) {
                    }});
 }
 
+TEST(RasterInnerShadow, ClippedBetweenPixels) {
+  const Path bars = Path::rect({4.2, 2.3, 30, 35}), clip = Path::rect({7.4, 5.3, 20.1, 27.9});
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.clipRect(clip.bounds());
+                     canvas.beginTransparencyLayer();
+                     drawInnerShadow(canvas, bars, kitShadow);
+                     canvas.endTransparencyLayer();
+                   },
+               .expect =
+                   [&](ReferencePicture& picture) {
+                     ReferencePicture layer(40, picture.scale);
+                     paintInnerShadow(layer, bars, kitShadow);
+                     const Coverage cover = picture.fill(clip);
+                     picture.paint(layer, {.clip = &cover});
+                   }});
+}
+
+TEST(RasterInnerShadow, CastsAShadowWithItsLayer) {
+  const Shadow below{{5, -6}, 3, Color{0.1, 0, 0.4, 0.8}};
+  const Color fill{0.9, 0.5, 0.1, 1};
+  const Path box = Path::rect({8, 12, 20, 16});  // on whole pixels at every scale
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.setShadow(below);
+                     canvas.beginTransparencyLayer();
+                     canvas.setShadow({{4, 0}, 0, dark});
+                     canvas.setBlendMode(BlendMode::SourceOut);
+                     canvas.setFillColor(fill);
+                     canvas.fillPath(box, nonZero);
+                     canvas.endTransparencyLayer();
+                   },
+               .expect =
+                   [&](ReferencePicture& picture) {
+                     const Path left = Path::rect({8, 12, 4, 16});
+                     picture.paint(*below.color, picture.shadow(filled(left), below));
+                     picture.paint(fill, picture.fill(left));
+                   }});
+}
+
+TEST(RasterInnerShadow, StaysBelowWhatFollowsInItsLayer) {
+  const Shadow shadow{{2, -3}, 3, dark};
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.beginTransparencyLayer();
+                     canvas.saveState();
+                     canvas.setShadow(shadow);
+                     canvas.setBlendMode(BlendMode::SourceOut);
+                     canvas.setFillColor(ink);
+                     canvas.fillPath(disc, nonZero);
+                     canvas.restoreState();
+                     canvas.setFillColor(glass);
+                     canvas.fillPath(Path::rect({5, 5, 18.5, 30}), nonZero);
+                     canvas.endTransparencyLayer();
+                   },
+               .expect =
+                   [&](ReferencePicture& picture) {
+                     ReferencePicture layer(40, picture.scale);
+                     layer.paint(dark, layer.shadow(filled(disc), shadow), {.mode = BlendMode::SourceOut});
+                     layer.paint(ink, layer.fill(disc), {.mode = BlendMode::SourceOut});
+                     layer.paint(glass, layer.fill(Path::rect({5, 5, 18.5, 30})));
+                     picture.paint(layer, {});
+                   }});
+}
+
 TEST(RasterInnerShadow, WithAlphaZeroLeavesTheShapeAsItWas) {
   expectRight({.draw =
                    [](RasterCanvas& canvas) {
