@@ -38,10 +38,7 @@ void CoverageBuffer::add(const Shape& shape, bool isWholeBox) {
     leaveChain();
     if (shape.liesInBox && isWholeBox) {
       Polygons::forEachSide(shape.polygons.polygon(i), [this, left, top](CGPoint from, CGPoint to) {
-        const double x = from.x - left, y = from.y - top, toX = to.x - left, toY = to.y - top;
-        if (y < toY) addInside(x, y, toX, toY, 1);
-        else if (y > toY) addInside(toX, toY, x, y, -1);
-        else addLevel(y, x, toX);
+        addSide({from.x - left, from.y - top}, {to.x - left, to.y - top});
       });
     } else {
       const auto place = [&](CGPoint p) {
@@ -117,80 +114,59 @@ inline void CoverageBuffer::addPiece(int row, Float4 bounds, bool isLevel, bool 
   beginPart(row, bounds, direction, isRightwards);
 }
 
+// Adds a side, in the shape's space, as far as it is in the box.
 void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
-  const bool isDown = from.y < to.y;
-  const int direction = isDown ? 1 : -1;
-  const double fromX = (isDown ? from.x : to.x) - left_, fromY = (isDown ? from.y : to.y) - top_;
-  const double toX = (isDown ? to.x : from.x) - left_, toY = (isDown ? to.y : from.y) - top_;
+  from = {from.x - left_, from.y - top_};
+  to = {to.x - left_, to.y - top_};
   const double height = height_, width = width_;
-  if (fromY == toY) return addLevel(fromY, fromX, toX);
-  if (!(fromY < toY) || fromY >= height || toY <= 0) return leaveChain();
-  const bool isInside = fromY >= 0 && toY <= height && fromX >= 0 && toX >= 0 && fromX <= width && toX <= width;
-  if (isInside) return addInside(fromX, fromY, toX, toY, direction);
-
-  const double slope = (toX - fromX) / (toY - fromY);
-  if (!std::isfinite(slope)) return addLevel(fromY, fromX, toX);  // as good as level
-  mostInRow_ += 2;                                                // the chain is cut where it enters and leaves the box
-  double x0 = fromX, y0 = fromY, x1 = toX, y1 = toY;
-  if (y0 < 0) {
-    y0 = 0;
-    x0 = fromX - fromY * slope;
-  }
-  if (y1 > height) {
-    y1 = height;
-    x1 = fromX + (height - fromY) * slope;
-  }
-  if (x0 >= width && x1 >= width) return leaveChain();
-  if (x0 <= 0 && x1 <= 0) return addBeside(y0, y1, direction);
-
-  // The part left of the box covers as much as the same height of its left edge; the part right of the box covers nothing.
-  const auto heightAt = [&](double x) { return std::min(std::max(y0, fromY + (x - fromX) / slope), y1); };
-  const double atLeft = heightAt(0), atRight = heightAt(width);
-  const double top = y0, bottom = y1;
-  const bool beginsBeside = x0 < 0, endsBeside = x1 < 0;
-  if (beginsBeside) {
-    x0 = 0;
-    y0 = atLeft;
-  } else if (endsBeside) {
-    x1 = 0;
-    y1 = atLeft;
-  }
-  if (x0 > width) {
-    x0 = width;
-    y0 = atRight;
-  } else if (x1 > width) {
-    x1 = width;
-    y1 = atRight;
-  }
-  // In the order in which the chain goes through them.
-  const auto addPartBeside = [&] {
-    beginsBeside ? addBeside(top, atLeft, direction) : addBeside(atLeft, bottom, direction);
+  const double slope = (to.x - from.x) / (to.y - from.y);
+  if (!std::isfinite(slope)) return addLevel(from.y, from.x, to.x);  // or as good as level
+  const auto cut = [&](CGPoint p) {
+    const double y = std::clamp(p.y, 0.0, height);
+    return CGPoint{y == p.y ? p.x : from.x + (y - from.y) * slope, y};
   };
-  if (isDown ? beginsBeside : endsBeside) addPartBeside();
-  if (y0 < y1) addInside(x0, y0, x1, y1, direction);
-  else addLevel(y0, x0, x1);
-  if (isDown ? endsBeside : beginsBeside) addPartBeside();
+  const CGPoint first = cut(from), last = cut(to);
+  if (first.y == last.y || (first.x >= width && last.x >= width)) return leaveChain();
+  // In the order in which the chain goes through them. Right of the box there is nothing to cover.
+  CGPoint at = first;
+  const auto goTo = [&](CGPoint p) {
+    if (at.x <= 0 && p.x <= 0) addBeside(at.y, p.y);
+    else if (at.x <= width && p.x <= width) addSide(at, p);
+    at = p;
+  };
+  const auto goToEdge = [&](double x) {
+    if ((first.x < x) == (last.x < x)) return;
+    mostInRow_ += 2;
+    goTo({x, std::clamp(from.y + (x - from.x) / slope, std::min(first.y, last.y), std::max(first.y, last.y))});
+  };
+  goToEdge(first.x < last.x ? 0 : width);
+  goToEdge(first.x < last.x ? width : 0);
+  goTo(last);
 }
 
 // A side left of the box covers as much as the box's left edge.
-void CoverageBuffer::addBeside(double y0, double y1, int direction) {
-  if (!(y0 < y1)) return;
+void CoverageBuffer::addBeside(double from, double to) {
+  if (from == to || !reserve(4)) return;
+  const int direction = from < to ? 1 : -1;
   follow(direction);
+  const double y0 = std::min(from, to), y1 = std::max(from, to);
   const int first = int(y0), last = lastRowOf(y1);
-  const auto addRow = [&](int row) {
+  for (int i = 0; i <= last - first; ++i) {
+    const int row = direction > 0 ? first + i : last - i;
     const float top = row == first ? float(y0 - first) : 0, bottom = row == last ? float(y1 - last) : 1;
     if (top == 0 && bottom == 1) starts_.data()[row].winding += direction;
     else addPiece(row, Float4{0, top, 0, bottom}, top == bottom, false);
-  };
-  if (!reserve(4)) return;
-  if (direction > 0) {
-    for (int row = first; row <= last; ++row) addRow(row);
-  } else {
-    for (int row = last; row >= first; --row) addRow(row);
   }
 }
 
-// Adds a side within the box, which goes down.
+// Adds a side within the box.
+inline void CoverageBuffer::addSide(CGPoint from, CGPoint to) {
+  if (from.y < to.y) addInside(from.x, from.y, to.x, to.y, 1);
+  else if (from.y > to.y) addInside(to.x, to.y, from.x, from.y, -1);
+  else addLevel(from.y, from.x, to.x);
+}
+
+// The same with the upper end first. `direction` is that of the chain.
 inline void CoverageBuffer::addInside(double x0, double y0, double x1, double y1, int direction) {
   const int first = int(y0), last = lastRowOf(y1);
   follow(direction);

@@ -109,7 +109,8 @@ class CoverageBuffer {
   void addInside(double x0, double y0, double x1, double y1, int direction);
   template <bool isRightwards>
   void addToRows(CGPoint from, CGPoint to, Span rows);
-  void addBeside(double y0, double y1, int direction);
+  void addBeside(double from, double to);
+  void addSide(CGPoint from, CGPoint to);
   void addLevel(double y, double from, double to);
   void addPiece(int row, Float4 bounds, bool isLevel, bool isRightwards);
   void beginPart(int row, Float4 bounds, int direction, bool isRightwards);
