@@ -37,7 +37,8 @@ std::string wordFor(QAccessibleEvent& event) {
       const QAccessible::State changed = as(static_cast<QAccessibleStateChangeEvent*>(nullptr)).changedStates();
       if (changed.checked) return state.checked ? "checked" : "not checked";
       if (changed.disabled) return state.disabled ? "disabled" : "enabled";
-      return changed.active ? "active" : "state";
+      if (changed.active) return state.active ? "active" : "inactive";
+      return "state";
     }
     case QAccessible::TextInserted: {
       auto& text = as(static_cast<QAccessibleTextInsertEvent*>(nullptr));
@@ -112,10 +113,11 @@ TEST_F(AccessibilityEvents, AWindowThatComesAndGoesIsTold) {
   ASSERT_GE(gone.size(), 2u);
   EXPECT_EQ(Heard(gone.begin(), gone.begin() + 2), (Heard{"Player: hidden", "Player: destroyed"}));
   window->makeKeyAndOrderFront(nullptr);
-  EXPECT_TRUE(eventually([] { return std::count(heard.begin(), heard.end(), "Player: focus") == 1; }));
+  // On a busy machine Qt learns only now that the hidden window lost the keyboard, and soon after that it has it again. The focus
+  // is reported each time.
+  EXPECT_TRUE(eventually([] { return !heard.empty() && heard.back() == "Player: focus"; }));
   ASSERT_GE(heard.size(), 2u);
   EXPECT_EQ(Heard(heard.begin(), heard.begin() + 2), (Heard{"Player: created", "Player: shown"}));
-  EXPECT_EQ(heard.back(), "Player: focus");
 }
 
 TEST_F(AccessibilityEvents, AToggleTellsThatItIsChecked) {
