@@ -19,6 +19,12 @@ namespace {
 
 constexpr std::string_view itemAction = "_popUpItemAction:";
 
+bool hasKeyEquivalents(const NSMenu& menu) {
+  return std::ranges::any_of(menu.itemArray(), [](const Ref<NSMenuItem>& item) {
+    return !item->keyEquivalent().empty() || (item->submenu() && hasKeyEquivalents(*item->submenu()));
+  });
+}
+
 constexpr Property popUpButtonCellProperties[] = {
     property<&NSPopUpButtonCell::setPullsDown, "pullsDown">(),
     property<&NSPopUpButtonCell::setAltersStateOfSelectedItem, "altersStateOfSelectedItem">()};
@@ -212,9 +218,27 @@ bool NSPopUpButtonCell::performClickWithFrame(CGRect frame, NSView& view) {
   return isOpen;
 }
 
-void NSPopUpButtonCell::didClose(const Ref<NSMenuItem>& chosen) {
+bool NSPopUpButtonCell::performKeyEquivalent(const NSEvent& event) {
+  // Without any such item a typed letter prepares none.
+  if (!isEnabled() || menu_->isOpen() || !hasKeyEquivalents(*menu_)) return false;
+  const Ref<NSObject> held = shared_from_this();
+  prepareItems();
+  const Ref<NSMenuItem> item = menu_->itemForKeyEquivalent(event);
+  showTitleItem();
+  const Ref<NSMenu> menu = item ? item->menu() : nullptr;
+  if (!menu) return false;
+  didClose(item);
+  if (const std::optional<std::size_t> index = menu->indexOfItem(*item)) menu->performActionForItemAtIndex(*index);
+  return true;
+}
+
+void NSPopUpButtonCell::showTitleItem() {
   if (const Ref<NSMenuItem> title = hiddenTitle_.value.lock()) title->setHidden(false);
   hiddenTitle_.value.reset();
+}
+
+void NSPopUpButtonCell::didClose(const Ref<NSMenuItem>& chosen) {
+  showTitleItem();
   setHighlighted(false);
   if (chosen && chosen->menu() == menu_ && chosen != selectedItem()) {
     selectItem(chosen);

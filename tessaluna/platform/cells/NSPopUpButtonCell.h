@@ -67,6 +67,8 @@ class NSPopUpButtonCell : public NSButtonCell {
   // Opens the menu for the cell in the frame. False if it did not open. The cell is highlighted meanwhile.
   bool performClickWithFrame(CGRect frame, NSView& view);
   void dismissPopUp() { menu_->cancelTracking(); }
+  // True if an item that can be chosen has the key: it was chosen, without an opening.
+  bool performKeyEquivalent(const NSEvent& event);
 
   CGSize cellSize() const override;
   void drawWithFrame(CGRect frame, NSView& view) override;
@@ -87,6 +89,7 @@ class NSPopUpButtonCell : public NSButtonCell {
   static const Selector selectors_[];
   void itemWasChosen(NSObject* item);  // "_popUpItemAction:"
   void didClose(const Ref<NSMenuItem>& chosen);
+  void showTitleItem();
   void prepareItems();
 
   Ref<NSMenu> menu_;

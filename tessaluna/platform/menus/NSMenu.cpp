@@ -213,18 +213,22 @@ void NSMenu::performActionForItemAtIndex(std::size_t index) {
 
 Ref<NSMenuItem> NSMenu::itemForKey(const NSEvent& event) const {
   for (const Ref<NSMenuItem>& item : items_) {
-    if (canBeChosen(*item) && isKeyEquivalent(event, item->keyEquivalent(), item->keyEquivalentModifierMask())) return item;
+    if (isKeyEquivalent(event, item->keyEquivalent(), item->keyEquivalentModifierMask()) && canBeChosen(*item)) return item;
     if (!item->submenu() || item->isHidden() || !item->isEnabled()) continue;
     if (const Ref<NSMenuItem> below = item->submenu()->itemForKey(event)) return below;
   }
   return nullptr;
 }
 
-bool NSMenu::performKeyEquivalent(const Ref<NSEvent>& event) {
+Ref<NSMenuItem> NSMenu::itemForKeyEquivalent(const NSEvent& event) {
   const Ref<NSMenu> held = refTo(*this);
   needsUpdate();
   update();
-  const Ref<NSMenuItem> item = itemForKey(*event);
+  return itemForKey(event);
+}
+
+bool NSMenu::performKeyEquivalent(const Ref<NSEvent>& event) {
+  const Ref<NSMenuItem> item = itemForKeyEquivalent(*event);
   if (item) item->sendAction();
   return item != nullptr;
 }

@@ -91,6 +91,8 @@ class NSMenu : public NSObject {
   void performActionForItemAtIndex(std::size_t index);
   // True if an item that can be chosen, of this menu or a submenu, has the key: its action has then been sent.
   bool performKeyEquivalent(const Ref<NSEvent>& event);
+  // That item, after all were brought up to date; null for none.
+  Ref<NSMenuItem> itemForKeyEquivalent(const NSEvent& event);
 
  private:
   friend class NSMenuItem;

@@ -93,9 +93,9 @@ void NSPopUpButton::keyDown(const Ref<NSEvent>& event) {
 }
 
 bool NSPopUpButton::performKeyEquivalent(const Ref<NSEvent>& event) {
-  const NSPopUpButtonCell* cell = popUpCell();
+  NSPopUpButtonCell* cell = popUpCell();
   if (!cell || !isEnabled() || !isKeyEquivalent(*event, cell->keyEquivalent(), cell->keyEquivalentModifierMask()))
-    return NSControl::performKeyEquivalent(event);
+    return (cell && cell->performKeyEquivalent(*event)) || NSControl::performKeyEquivalent(event);
   if (!event->isARepeat()) openMenu(this);
   return true;
 }

@@ -217,6 +217,35 @@ TEST_F(NSPopUpButtonTest, ItsKeyEquivalentOpensItUnlessItIsDisabled) {
   EXPECT_NE(desktop.openMenu(), nullptr);
 }
 
+TEST_F(NSPopUpButtonTest, KeyEquivalentOfAnItemChoosesIt) {
+  button->itemAtIndex(1)->setKeyEquivalent("k");
+  user.pressKey("k", NSEventModifierFlagCommand);
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  EXPECT_EQ(button->indexOfSelectedItem(), 1u);
+  EXPECT_EQ(target->acts, 1);
+  button->setEnabled(false);
+  user.pressKey("k", NSEventModifierFlagCommand);
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSPopUpButtonTest, KeyEquivalentSendsTheActionThatAnItemHas) {
+  int calls = 0;
+  button->itemAtIndex(1)->setKeyEquivalent("k");
+  button->itemAtIndex(1)->setAction([&] { ++calls; });
+  user.pressKey("k", NSEventModifierFlagCommand);
+  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(button->indexOfSelectedItem(), 1u);
+  EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSPopUpButtonTest, KeyEquivalentOfAPullDownsTitleChoosesNothing) {
+  button->setPullsDown(true);
+  button->itemAtIndex(0)->setKeyEquivalent("k");
+  user.pressKey("k", NSEventModifierFlagCommand);
+  EXPECT_EQ(target->acts, 0);
+  EXPECT_FALSE(button->itemAtIndex(0)->isHidden());
+}
+
 TEST_F(NSPopUpButtonTest, LooksPressedWhileItsMenuIsOpen) {
   user.press(*window, {20, 110});
   user.release();
