@@ -11,6 +11,7 @@
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/ready/parts/controlName.h"
 #include "tessaluna/uikit/cells/UnderlinedSegmentedCell.h"
 
 namespace gallery {
@@ -35,11 +36,6 @@ class Arrow : public PrevNextButton {
   using PrevNextButton::PrevNextButton;
   void drawRect(CGRect) override { PrevNextButton::drawRect(NSInsetRect(bounds(), 9, 7)); }
 };
-
-void setName(NSControl& control, const std::string& name) {
-  control.cell()->accessibilitySetOverrideValue(name, NSAccessibilityDescriptionAttribute);
-  control.setToolTip(name);
-}
 
 Ref<NSTextField> makeLabel(const Ref<NSFont>& font) {
   const auto label = NSTextField::labelWithString("");
@@ -92,7 +88,7 @@ void PlayerView::makeTop() {
       showCollection();
       report(shownTitle());
     });
-    setName(*arrow, name);
+    setNameAndToolTip(*arrow, name);
     addSubview(arrow);
     return arrow;
   };
@@ -144,7 +140,7 @@ void PlayerView::makePlacesButton() {
   for (const CollectionSection& section : collections_.sections())
     for (const Collection& collection : section.collections) placesButton_->addItemWithTitle(collection.title);
   placesButton_->setAction([this] { show(*collections_.find(placesButton_->titleOfSelectedItem())); });
-  setName(*placesButton_, "Library");
+  setNameAndToolTip(*placesButton_, "Library");
   addSubview(placesButton_);
 }
 

@@ -14,6 +14,7 @@
 //   the mouse       picks the row that it clicks; the field keeps what was typed while it only moves
 //
 // The pop-up stays open over an answer without rows and says so, and before the first answer it says that it is searching.
+// Main thread.
 #pragma once
 
 #include <functional>

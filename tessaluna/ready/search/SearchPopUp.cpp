@@ -31,18 +31,18 @@ void drawText(std::string_view text, const Ref<NSFont>& font, CGRect rect) {
       .drawInRect(rect);
 }
 
-// What is laid out among the rows and is none. A click ends here: the pop-up's controller, further up the responder chain, would
-// take it for one on a row.
-struct NoRow : NSView {
-  explicit NoRow(CGFloat height) : NSView({0, 0, 2 * margin, height}) {}
+// A view among the rows that is not one of them. A click ends here: the pop-up's controller, further up the responder chain,
+// would take it for one on a row.
+struct NonRow : NSView {
+  explicit NonRow(CGFloat height) : NSView({0, 0, 2 * margin, height}) {}
   void mouseDown(const Ref<NSEvent>&) override {}
   void mouseUp(const Ref<NSEvent>&) override {}
 };
 
 // The name of a section. Assistive clients meet it as the description of each of its rows.
-class Heading : public NoRow {
+class Heading : public NonRow {
  public:
-  explicit Heading(std::string text) : NoRow(headingHeight), text_(std::move(text)) {}
+  explicit Heading(std::string text) : NonRow(headingHeight), text_(std::move(text)) {}
   void drawRect(CGRect) override {
     drawText(text_, NSFont::boldSystemFontOfSize(NSFont::smallSystemFontSize()),
              {margin, 3, bounds().size.width - 2 * margin, smallTextHeight});
@@ -61,9 +61,9 @@ struct Wheel : NSProgressIndicator {
   bool isAccessibilityElement() const override { return false; }
 };
 
-class Note : public NoRow {
+class Note : public NonRow {
  public:
-  Note(std::string text, bool isBusy) : NoRow(noteHeight), text_(std::move(text)) {
+  Note(std::string text, bool isBusy) : NonRow(noteHeight), text_(std::move(text)) {
     if (isBusy) addSubview(make<Wheel>(CGRect{margin, (noteHeight - wheelSide) / 2, wheelSide, wheelSide}));
   }
   void drawRect(CGRect) override {

@@ -243,44 +243,53 @@ bool SideBar::handleKey(NSView& view, const NSEvent& event) {
   const Ref<NSView> self = refTo<NSView>(*this);
   const std::vector<Place> all = places();
   const auto found = std::ranges::find_if(all, [&](const Place& place) { return place.view().get() == &view; });
-  if (found == all.end() || !window()) return false;
-  const auto at = static_cast<std::size_t>(found - all.begin());
-  const Place here = *found;
-  const auto goTo = [&](const Ref<NSView>& place) {
-    window()->makeFirstResponder(place.get());
-    return true;
-  };
   constexpr std::uint32_t shortcuts = NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
-  if (event.modifierFlags() & shortcuts) return false;
+  if (found == all.end() || !window() || (event.modifierFlags() & shortcuts)) return false;
+  const auto at = static_cast<std::size_t>(found - all.begin());
+  return moveByKey(all, at, event) || chooseByKey(*found, event) || searchByKey(all, at, event);
+}
+
+void SideBar::goTo(const Ref<NSView>& place) { window()->makeFirstResponder(place.get()); }
+
+bool SideBar::moveByKey(const std::vector<Place>& all, std::size_t at, const NSEvent& event) {
+  const Place& here = all[at];
+  const std::size_t last = all.size() - 1;
   switch (firstScalar(event.characters())) {
-    case NSUpArrowFunctionKey: return goTo(all[at > 0 ? at - 1 : 0].view());
-    case NSDownArrowFunctionKey: return goTo(all[std::min(at + 1, all.size() - 1)].view());
-    case NSPageUpFunctionKey: return goTo(all[at - std::min(at, page())].view());
-    case NSPageDownFunctionKey: return goTo(all[std::min(at + page(), all.size() - 1)].view());
-    case NSHomeFunctionKey: return goTo(all.front().view());
-    case NSEndFunctionKey: return goTo(all.back().view());
+    case NSUpArrowFunctionKey: goTo(all[at > 0 ? at - 1 : 0].view()); return true;
+    case NSDownArrowFunctionKey: goTo(all[std::min(at + 1, last)].view()); return true;
+    case NSPageUpFunctionKey: goTo(all[at - std::min(at, page())].view()); return true;
+    case NSPageDownFunctionKey: goTo(all[std::min(at + page(), last)].view()); return true;
+    case NSHomeFunctionKey: goTo(all.front().view()); return true;
+    case NSEndFunctionKey: goTo(all.back().view()); return true;
     case NSLeftArrowFunctionKey:
-      if (here.row) return goTo(here.section->heading());
-      if (here.section->isOpen()) toggle(*here.section);
+      if (here.row) goTo(here.section->heading());
+      else if (here.section->isOpen()) toggle(*here.section);
       else if (here.around) goTo(here.around->heading());
       return true;
     case NSRightArrowFunctionKey:
       if (!here.row && !here.section->isOpen()) toggle(*here.section);
-      else if (!here.row) goTo(all[std::min(at + 1, all.size() - 1)].view());
+      else if (!here.row) goTo(all[std::min(at + 1, last)].view());
       return true;
-    default: break;
+    default: return false;
   }
-  const bool isSpace = event.characters() == " ";
-  if (commandForKey(event) == "insertNewline:" || isSpace) {
-    // A key that is held chooses once.
-    if (event.isARepeat()) return true;
-    if (here.row) here.row->choose();
-    else toggle(*here.section);
-    return true;
-  }
+}
+
+bool SideBar::chooseByKey(const Place& here, const NSEvent& event) {
+  if (commandForKey(event) != "insertNewline:" && event.characters() != " ") return false;
+  // A key that is held chooses once.
+  if (event.isARepeat()) return true;
+  if (here.row) here.row->choose();
+  else toggle(*here.section);
+  return true;
+}
+
+bool SideBar::searchByKey(const std::vector<Place>& all, std::size_t at, const NSEvent& event) {
   if (!search_.takesText(textOfKey(event), event.timestamp())) return false;
   const auto titleAt = [&](std::size_t i) { return all[i].title(); };
-  if (const std::optional<std::size_t> match = search_.entryAmong(all.size(), titleAt, at)) return goTo(all[*match].view());
+  if (const std::optional<std::size_t> match = search_.entryAmong(all.size(), titleAt, at)) {
+    goTo(all[*match].view());
+    return true;
+  }
   if (!search_.beganWord()) return true;
   // No title begins so: a program's shortcut.
   search_.takeBack();

@@ -74,6 +74,11 @@ class SideBar : public platform::NSView, public SideBarModel::Observer {
   platform::Ref<platform::NSView> keyPlace() const;
   void setIsOpen(SideBarSection& section, bool isOpen);
   std::size_t page() const;  // places that a Page key moves over
+  void goTo(const platform::Ref<platform::NSView>& place);
+  // Parts of handleKey, for the place at an index of all that show.
+  bool moveByKey(const std::vector<Place>& all, std::size_t at, const platform::NSEvent& event);
+  bool chooseByKey(const Place& here, const platform::NSEvent& event);
+  bool searchByKey(const std::vector<Place>& all, std::size_t at, const platform::NSEvent& event);
   void showSelection();
   void update();
   void showModel();

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tessaluna/ready/parts/CrossButton.h"
+#include "tessaluna/ready/parts/controlName.h"
 
 namespace tessaluna::ready {
 
@@ -104,9 +105,7 @@ void TaskBar::showOldest() {
   if (title_->stringValue() != title) title_->setStringValue(title);
   abort_->setHidden(!oldest.description.abort);
   abort_->setEnabled(!oldest.isAborted);
-  const std::string name = abortText_ + " " + title;
-  abort_->cell()->accessibilitySetOverrideValue(name, NSAccessibilityDescriptionAttribute);
-  abort_->setToolTip(name);
+  setNameAndToolTip(*abort_, abortText_ + " " + title);
 }
 
 CGSize TaskBar::intrinsicContentSize() const { return {noIntrinsicMetric, usualHeight}; }

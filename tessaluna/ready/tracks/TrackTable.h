@@ -7,7 +7,7 @@
 //
 // Return and a double click play a row; the menu key, Shift-F10 and a right click open its menu; a letter goes to the next title
 // that begins with it; Left and Right lead to the controls and artists of a row. The actions change the
-// model, and the model announces it; the table changes nothing by itself.
+// model, and the model announces it; the table changes nothing by itself. Main thread.
 #pragma once
 
 #include <functional>

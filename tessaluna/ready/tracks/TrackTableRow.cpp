@@ -24,8 +24,8 @@ const ClassInfo TrackTableRow::staticClassInfo{.name = "tessaluna.ready.TrackTab
 
 namespace {
 
-constexpr CGFloat labelMargin = 2;    // beside the text of a label
-constexpr CGFloat leastArtists = 24;  // has room for a letter and "…"
+constexpr CGFloat labelMargin = 2;       // beside the text of a label
+constexpr CGFloat minArtistsWidth = 24;  // has room for a letter and "…"
 constexpr CGFloat markSize = 11, markGap = 6;
 constexpr CGFloat hoverStrength = 0.07, secondTone = 0.68;
 
@@ -201,7 +201,7 @@ void TrackTableRow::layout() {
   CGRect artists = NSInsetRect(places.artists, labelMargin, 0);
   artists.size.height = title_->intrinsicContentSize().height;
   artists_->setFrame(artists);
-  artists_->setHidden(artists.size.width < leastArtists);
+  artists_->setHidden(artists.size.width < minArtistsWidth);
 }
 
 CGRect TrackTableRow::favoriteMark() const {

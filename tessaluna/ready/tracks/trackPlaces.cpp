@@ -16,7 +16,8 @@ constexpr CGFloat margin = 12, gap = 12, lineHeight = 18, groundMargin = 5;
 constexpr CGFloat textIndent = 2, timeMargin = margin - textIndent;
 constexpr CGFloat playWidth = margin + trackGlyphSize + gap + trackCoverSize + gap;
 constexpr CGFloat controlsWidth = 2 * (trackGlyphSize + gap) + gap, timeWidth = 64;
-constexpr CGFloat leastWithArtists = 560, leastWithTime = 320, leastWithControls = 220, leastWithCover = 160;
+// The widths from which a table has these.
+constexpr CGFloat minWithArtists = 560, minWithTime = 320, minWithControls = 220, minWithCover = 160;
 constexpr CGFloat shareOfTitle = 0.52;
 // In a wide window what belongs together stays together: beyond this nothing is farther apart.
 constexpr CGFloat maxTitle = 560, maxArtists = 480;
@@ -25,12 +26,12 @@ constexpr CGFloat maxTitle = 560, maxArtists = 480;
 
 TrackColumns trackColumnsForWidth(CGFloat width) {
   TrackColumns columns;
-  columns.play = std::min(std::max(0.0, width), width < leastWithCover ? margin + trackGlyphSize + gap : playWidth);
-  columns.controls = width < leastWithControls ? 0 : controlsWidth;
-  columns.time = width < leastWithTime ? 0 : timeWidth - timeMargin;
-  columns.rest = width < leastWithTime ? 0 : timeMargin;
+  columns.play = std::min(std::max(0.0, width), width < minWithCover ? margin + trackGlyphSize + gap : playWidth);
+  columns.controls = width < minWithControls ? 0 : controlsWidth;
+  columns.time = width < minWithTime ? 0 : timeWidth - timeMargin;
+  columns.rest = width < minWithTime ? 0 : timeMargin;
   const CGFloat texts = std::max(0.0, width - columns.play - columns.controls - columns.time - columns.rest);
-  if (width < leastWithArtists) {
+  if (width < minWithArtists) {
     columns.title = texts;
     return columns;
   }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tessaluna/platform/views/NSSlider.h"
+#include "tessaluna/ready/parts/controlName.h"
 #include "tessaluna/ready/parts/songLength.h"
 
 namespace tessaluna::ready {
@@ -22,11 +23,6 @@ constexpr CGFloat usualHeight = 52, buttonSide = 18, gap = 14, usualTimeWidth = 
                   sliderHeight = 20, volumeWidth = 90;
 // What the song's title and position get at least, before controls are left out for them.
 constexpr CGFloat middleWidth = 200;
-
-void setName(NSControl& control, const std::string& name) {
-  control.cell()->accessibilitySetOverrideValue(name, NSAccessibilityDescriptionAttribute);
-  control.setToolTip(name);
-}
 
 // The width of a time, with the gap to the slider.
 CGFloat roomFor(const NSTextField& time) { return time.intrinsicContentSize().width + timeGap; }
@@ -57,7 +53,7 @@ void TransportBar::didInit() {
   slider_ = make<PlaybackSlider>(CGRect{});
   slider_->setAction([this] {
     awaitsSeek_ = true;
-    const Ref<NSView> alive = std::dynamic_pointer_cast<NSView>(shared_from_this());
+    const Ref<NSView> alive = refTo<NSView>(*this);
     const auto seek = actions_.seek;
     if (seek) seek(slider_->requestedTime());
     // A paused player may not report its new position.
@@ -124,9 +120,9 @@ void TransportBar::setTexts(TransportTexts texts) {
       {stop_, texts_.stop},         {next_, texts_.next},
       {shuffle_, texts_.shuffle},   {repeat_, texts_.repeat}};
   for (const auto& [button, name] : names)
-    if (button) setName(*button, name);
+    if (button) setNameAndToolTip(*button, name);
   slider_->cell()->accessibilitySetOverrideValue(texts_.position, NSAccessibilityDescriptionAttribute);
-  if (volume_) setName(*volume_, texts_.volume);
+  if (volume_) setNameAndToolTip(*volume_, texts_.volume);
 }
 
 void TransportBar::showSong(TransportSong song) {
@@ -153,7 +149,7 @@ void TransportBar::showState(TransportState state) {
   slider_->showLoaded(state_.first, state_.second);
   if (play_ && (wasPlaying != state_.isPlaying || (play_->transportButtonStyle() == Pause) != state_.isPlaying)) {
     play_->setTransportButtonStyle(state_.isPlaying ? Pause : Play);
-    setName(*play_, state_.isPlaying ? texts_.pause : texts_.play);
+    setNameAndToolTip(*play_, state_.isPlaying ? texts_.pause : texts_.play);
   }
   setIsOn(shuffle_, state_.isShuffled);
   setIsOn(repeat_, state_.isRepeated);

@@ -79,7 +79,7 @@ TEST_F(SearchFieldTest, ReturnInAnEmptyFieldDoesNothing) {
   EXPECT_THAT(calls, ElementsAre());
 }
 
-TEST_F(SearchFieldTest, EscapeGivesBackWhatWasTyped) {
+TEST_F(SearchFieldTest, EscapeRestoresWhatWasTyped) {
   user.type("amb");
   user.pressKey(NSDownArrowFunctionKey);
   user.pressKey(escape);

@@ -73,7 +73,7 @@ TEST_F(SearchFieldTest, TheRowsStayUntilTheAnswerToTheLastQuestion) {
   EXPECT_THAT(titles(), ElementsAre("0", "1"));
 }
 
-TEST_F(SearchFieldTest, WhileNothingIsThereYetANoteSaysThatItLooks) {
+TEST_F(SearchFieldTest, BeforeTheFirstAnswerANoteSaysThatItSearches) {
   answersLater = true;
   user.type("a");
   EXPECT_FALSE(popUp().isOpen());
@@ -88,7 +88,7 @@ TEST_F(SearchFieldTest, WhileNothingIsThereYetANoteSaysThatItLooks) {
   EXPECT_EQ(titles().size(), 3u);
 }
 
-TEST_F(SearchFieldTest, AnAnswerWithoutRowsIsSaid) {
+TEST_F(SearchFieldTest, AnAnswerWithoutRowsShowsANote) {
   user.type("nothing of this");
   EXPECT_TRUE(popUp().isOpen());
   EXPECT_EQ(popUp().content().note, "Nothing found");

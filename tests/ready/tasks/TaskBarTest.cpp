@@ -117,7 +117,7 @@ TEST_F(TaskBarTest, NothingOverlapsAtAnyWidth) {
   }
 }
 
-TEST_F(TaskBarTest, TasksOfOneNameAreTwo) {
+TEST_F(TaskBarTest, TwoTasksMayHaveTheSameTitle) {
   ShownTask first = bar->begin({.title = "Scan", .length = 10}), second = bar->begin({.title = "Scan", .length = 10});
   EXPECT_EQ(bar->taskCount(), 2u);
   EXPECT_THAT(elements(), HasSubstr("\"Scan 2\""));
@@ -146,7 +146,7 @@ TEST_F(TaskBarTest, ATaskMayOutliveItsBar) {
   scan.end();
 }
 
-TEST_F(TaskBarTest, ATaskThatIsMovedIsOne) {
+TEST_F(TaskBarTest, AMovedTaskIsStillOneTask) {
   ShownTask scan = bar->begin({.title = "Scan"});
   ShownTask other = std::move(scan);
   EXPECT_FALSE(scan.isShown());
@@ -159,7 +159,7 @@ TEST_F(TaskBarTest, ATaskThatIsMovedIsOne) {
   EXPECT_EQ(title(), "Copy");
 }
 
-TEST_F(TaskBarTest, ALengthThatIsNoneCountsAsNone) {
+TEST_F(TaskBarTest, ALengthThatIsNotFiniteOrNegativeCountsAsUnknown) {
   for (const double length : {std::nan(""), -5.0, std::numeric_limits<double>::infinity(), 0.0}) {
     ShownTask odd = bar->begin({.title = "Odd", .length = length}), scan = bar->begin({.title = "Scan", .length = 10});
     odd.setPosition(3);

@@ -78,7 +78,7 @@ TEST_F(TrackTableTest, AnArtistWithoutANameIsNoControl) {
   EXPECT_THAT(takeCalls(), ElementsAre("artist 1 of 1", "artist 3 of 1", "favorite 1"));
 }
 
-TEST_F(TrackTableTest, WhoDeletesWithKeysContinuesWithTheNextRow) {
+TEST_F(TrackTableTest, AfterADeletionWithKeysTheNextRowIsSelected) {
   select(2);
   songs->remove(2);
   EXPECT_EQ(inner().keyboardRow(), 2u);

@@ -130,7 +130,7 @@ TEST_F(TrackTableTest, RowsThatAnnouncementsPushedOutOfSightAreDeselected) {
   EXPECT_THAT(inner().selectedAccessibleItems(), IsEmpty());
 }
 
-TEST_F(TrackTableTest, WhoIsNotifiedOfTheSelectionMayBeAnotherAfterwards) {
+TEST_F(TrackTableTest, TheCallOfASelectionChangeMaySetAnotherCall) {
   const auto held = std::make_shared<int>(7);
   table->setOnSelectionChange([this, held] {
     table->setOnSelectionChange([this] { calls.push_back("second"); });
@@ -223,7 +223,7 @@ TEST_F(TrackTableTest, SortingMayTakeTheTableAway) {
   EXPECT_EQ(other, nullptr);
 }
 
-TEST_F(TrackTableTest, AnEmptyTableTakesKeysAndClicksInPeace) {
+TEST_F(TrackTableTest, AnEmptyTableIgnoresKeysAndClicks) {
   open(0);
   window->makeFirstResponder(&inner());
   for (const char32_t one : {NSHomeFunctionKey, NSEndFunctionKey, NSUpArrowFunctionKey, NSDownArrowFunctionKey,

@@ -264,7 +264,7 @@ TEST_F(TransportBarTest, NothingOverlapsAtAnyWidth) {
   }
 }
 
-TEST_F(TransportBarTest, ABarThatIsRemovedInItsActionGoesInPeace) {
+TEST_F(TransportBarTest, ABarMayBeRemovedInItsAction) {
   bar->setActions({.playOrPause = [this] {
     bar->removeFromSuperview();
     bar.reset();

@@ -91,7 +91,7 @@ TEST_F(BorderedViewTest, ThePlaceOfTheFrameAndTheBoundsDoNotMatter) {
   EXPECT_EQ(drawn(*view), before);
 }
 
-TEST_F(BorderedViewTest, ATinyPanelHandsOnWhatIsLeft) {
+TEST_F(BorderedViewTest, ATinyPanelPassesOnWhatIsLeft) {
   EXPECT_THAT(harness::only("fill", drawn(*sized(2, 40))),
               ElementsAre(filledPath({0, 1, 2, 39}, 3.6), filledPath({1, 2, 0, 37}, 2.6)));
   EXPECT_THAT(harness::only("fill", drawn(*sized(30, 3))),

@@ -387,7 +387,7 @@ TEST_F(PlaybackSliderTest, ARemovalInMidPressAsksForNothing) {
   EXPECT_EQ(slider->position(), 20);
 }
 
-TEST_F(PlaybackSliderTest, FramesThatAreNoNumberOrWithoutEndMakeNoLength) {
+TEST_F(PlaybackSliderTest, ARateThatIsNotPositiveAndFiniteMakesNoLength) {
   const double endless = std::numeric_limits<double>::infinity();
   for (const double rate : {0.0, -44100.0, std::nan(""), endless, 1e308}) {
     slider->beginSong({.seconds = 300, .framesPerSecond = rate});
@@ -399,7 +399,7 @@ TEST_F(PlaybackSliderTest, FramesThatAreNoNumberOrWithoutEndMakeNoLength) {
   }
 }
 
-TEST_F(PlaybackSliderTest, APositionThatIsNoNumberIsTheBeginning) {
+TEST_F(PlaybackSliderTest, APositionThatIsNaNIsTheBeginning) {
   slider->setPosition(90);
   slider->setPosition(std::nan(""));
   EXPECT_EQ(slider->position(), 0);

@@ -130,7 +130,7 @@ TEST_F(PlaybackTransportButtonTest, AnInterfaceFileSetsTheStyleAsAProperty) {
   EXPECT_EQ(drawn().size(), 4u);
 }
 
-TEST_F(PlaybackTransportButtonTest, AStyleThatIsNoneDrawsNothing) {
+TEST_F(PlaybackTransportButtonTest, AnUnknownStyleDrawsNothing) {
   for (const std::uint64_t style :
        {std::uint64_t{0}, std::uint64_t{8}, (std::uint64_t{1} << 32) + 1, std::numeric_limits<std::uint64_t>::max()}) {
     EXPECT_TRUE(drawnInStyle(style).empty());
@@ -375,7 +375,7 @@ TEST_F(PlaybackTransportButtonTest, SettingTheStyleRedrawsTheButtonAsAWhole) {
   EXPECT_EQ(harness::only("stroke", nativeOf(*window).paints().back().lines), harness::only("stroke", drawn()));
 }
 
-TEST_F(PlaybackTransportButtonTest, AStyleThatIsNoneTakesTheGlyphAway) {
+TEST_F(PlaybackTransportButtonTest, AnUnknownStyleRemovesTheGlyph) {
   const auto window = showWindowWith(button);
   button->setTransportButtonStyle(0);
   desktop.settle();
