@@ -4,8 +4,10 @@
 
 #include <cmath>
 
+#include "tessaluna/platform/accessibility/NSAccessibility.h"
 #include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/time/durations.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tests/harness/allocations.h"
@@ -521,6 +523,22 @@ TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateAfterMeasuringAndBeforeTheS
   witness->call = nullptr;
 }
 
+TEST_F(DisclosureViewTest, AnAnimationsEndIsTheLastThingThatChanges) {
+  section->headerView()->setIsOperable(true);
+  std::vector<std::string> seen;
+  const auto token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityValueChangedNotification, section->headerView(), nullptr, [&](const Ref<NSNotification>&) {
+        seen.push_back(std::string(section->isDisclosed() ? "open" : "closed") + (section->isChanging() ? " changing" : ""));
+      });
+  section->toggleDisclosure(nullptr);
+  finish();
+  section->toggleDisclosure(nullptr);
+  finish();
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_THAT(seen, ElementsAre("closed changing", "open changing"));
+  EXPECT_FALSE(section->isChanging());
+}
+
 TEST_F(DisclosureViewTest, OneThatTheHostReleasesAsItsButtonChangesHarmsNobody) {
   const WeakRef<DisclosureView> weak = section;
   const auto witness = make<Witness>(CGRect{});
@@ -561,6 +579,14 @@ TEST_F(AtTheScreensOrigin, AChangeShowsTheButtonUnderTheMouse) {
   EXPECT_FALSE(button()->isHidden());
   user.moveTo(*window, {100, 300});
   section->setDisclosureTo(true, false);
+  EXPECT_TRUE(button()->isHidden());
+}
+
+TEST_F(AtTheScreensOrigin, WakingHidesTheButtonUnderTheMouse) {
+  user.moveTo(*window, {100, 590});
+  button()->setHidden(false);
+  section->removeConstraint(collapse(*section));
+  section->awakeFromNib();
   EXPECT_TRUE(button()->isHidden());
 }
 
