@@ -47,12 +47,12 @@ std::size_t NSLayoutManager::characterIndexForPoint(CGPoint point, const NSTextC
   return index;
 }
 
-std::size_t NSLayoutManager::insertionIndexForPoint(CGPoint point) const {
-  return layout().insertionIndexAt({point.x - container_->lineFragmentPadding(), point.y});
+CaretPlace NSLayoutManager::caretPlaceForPoint(CGPoint point) const {
+  return layout().caretPlaceAt({point.x - container_->lineFragmentPadding(), point.y});
 }
 
-CGRect NSLayoutManager::caretRectForIndex(std::size_t index) const {
-  return NSOffsetRect(layout().caretRectAt(index), container_->lineFragmentPadding(), 0);
+CGRect NSLayoutManager::caretRectForPlace(CaretPlace place) const {
+  return NSOffsetRect(layout().caretRectAt(place), container_->lineFragmentPadding(), 0);
 }
 
 NSRange NSLayoutManager::glyphRangeForCharacterRange(NSRange range, NSRange* actualCharacterRange) const {

@@ -37,8 +37,8 @@ class NSLayoutManager : public NSObject {
   std::size_t characterIndexForPoint(CGPoint point, const NSTextContainer& inTextContainer,
                                      CGFloat* fractionOfDistanceBetweenInsertionPoints) const;
   // The caret place nearest to the point.
-  std::size_t insertionIndexForPoint(CGPoint point) const;
-  CGRect caretRectForIndex(std::size_t index) const;
+  CaretPlace caretPlaceForPoint(CGPoint point) const;
+  CGRect caretRectForPlace(CaretPlace place) const;
 
   NSRange glyphRangeForCharacterRange(NSRange range, NSRange* actualCharacterRange) const;
   // One rectangle or more a line; the selected range is not looked at. The block sets `stop` to end it.

@@ -314,7 +314,7 @@ std::size_t TextLayout::characterAt(CGPoint point) const {
   return nearest ? line.rangeOf(*nearest).location : line.start;
 }
 
-std::size_t TextLayout::insertionIndexAt(CGPoint point) const {
+CaretPlace TextLayout::caretPlaceAt(CGPoint point) const {
   const Line& line = lineAt(point.y);
   const CGFloat x = point.x - line.x;
   std::size_t result = line.start;
@@ -330,7 +330,7 @@ std::size_t TextLayout::insertionIndexAt(CGPoint point) const {
     consider(cluster.left, cluster.isRightToLeft ? end : range.location);
     consider(cluster.right, cluster.isRightToLeft ? range.location : end);
   }
-  return result;
+  return {result, &lineOf({result}) == &line ? NSSelectionAffinityDownstream : NSSelectionAffinityUpstream};
 }
 
 std::vector<CGRect> TextLayout::rectsOf(NSRange range) const {
@@ -347,19 +347,25 @@ std::vector<CGRect> TextLayout::rectsOf(NSRange range) const {
   return rects;
 }
 
-CGRect TextLayout::caretRectAt(std::size_t index) const {
-  const auto after =
-      std::partition_point(lines_.begin(), lines_.end(), [&](const Line& line) { return line.start <= index; });
-  const Line* line = after == lines_.begin() ? &lines_.front() : &*std::prev(after);
+const TextLayout::Line& TextLayout::lineOf(CaretPlace place) const {
+  const bool isUpstream = place.affinity == NSSelectionAffinityUpstream;
+  const auto after = std::partition_point(lines_.begin(), lines_.end(), [&](const Line& line) {
+    return isUpstream ? line.start < place.index : line.start <= place.index;
+  });
+  return after == lines_.begin() ? lines_.front() : *std::prev(after);
+}
+
+CGRect TextLayout::caretRectAt(CaretPlace place) const {
+  const Line& line = lineOf(place);
   CGFloat x = 0;
-  for (const backend::TextCluster& cluster : line->shaped->clusters) {
-    if (line->rangeOf(cluster).location >= index) {
+  for (const backend::TextCluster& cluster : line.shaped->clusters) {
+    if (line.rangeOf(cluster).location >= place.index) {
       x = cluster.isRightToLeft ? cluster.right : cluster.left;
       break;
     }
     x = cluster.isRightToLeft ? cluster.left : cluster.right;
   }
-  return {line->x + x, line->y, 1, line->height()};
+  return {line.x + x, line.y, 1, line.height()};
 }
 
 CGSize sizeWithAttributes(std::u16string_view string, const NSAttributes& attributes) {

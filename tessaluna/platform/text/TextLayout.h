@@ -16,6 +16,14 @@ class CGContext;
 
 enum NSStringDrawingOptions : std::uint32_t { NSStringDrawingUsesLineFragmentOrigin = 1 };
 
+// Which of two lines has a caret that is both at the end of one and at the start of the next, because the text wraps there.
+enum NSSelectionAffinity { NSSelectionAffinityUpstream, NSSelectionAffinityDownstream };
+
+struct CaretPlace {
+  std::size_t index = 0;
+  NSSelectionAffinity affinity = NSSelectionAffinityDownstream;
+};
+
 class TextLayout {
  public:
   struct Options {
@@ -57,12 +65,15 @@ class TextLayout {
   // The character whose box holds the point, or the nearest of its line. The text's length for an empty one.
   std::size_t characterAt(CGPoint point) const;
   // The caret place nearest to the point.
-  std::size_t insertionIndexAt(CGPoint point) const;
+  CaretPlace caretPlaceAt(CGPoint point) const;
+  std::size_t insertionIndexAt(CGPoint point) const { return caretPlaceAt(point).index; }
+  const Line& lineOf(CaretPlace place) const;
   // The boxes of a range, one or more a line, in the order of the lines.
   std::vector<CGRect> rectsOf(NSRange range) const;
   // One point wide, at the leading edge of the character at the index; at the end of a line at the trailing edge of the
   // last one, which in text from right to left is its left.
-  CGRect caretRectAt(std::size_t index) const;
+  CGRect caretRectAt(CaretPlace place) const;
+  CGRect caretRectAt(std::size_t index) const { return caretRectAt(CaretPlace{index}); }
 
  private:
   const Line& lineAt(CGFloat y) const;

@@ -105,7 +105,7 @@ void NSTextView::keyDown(const Ref<NSEvent>& event) {
   // A key that the input method has left ends what was composed.
   unmarkText();
   if (isMenuKey(*event)) {
-    const CGRect caret = caretRectForIndex(selection().head);
+    const CGRect caret = caretRect();
     popUpTextMenu(*this, {caret.origin.x, CGRectGetMaxY(caret)});
   } else if (const std::string_view command = commandForKey(*event); !command.empty()) {
     if (!performCommand(command)) TextViewEditing::keyDown(event);

@@ -1,6 +1,4 @@
 // What a text view is to assistive clients. A field editor answers here for the cell of its field.
-#include <algorithm>
-
 #include "tessaluna/platform/accessibility/textPlaces.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSTextView.h"
@@ -18,8 +16,7 @@ AccessibilityValue NSTextView::accessibilityAttributeValue(std::string_view attr
   if (attribute == accessibilityInsertionPointAttribute) return static_cast<double>(selection().head);
   if (attribute == NSAccessibilityInsertionPointLineNumberAttribute) {
     const std::vector<TextLayout::Line>& lines = layoutManager()->layout().lines();
-    const auto startsLater = [&](const TextLayout::Line& line) { return line.start > selection().head; };
-    return static_cast<double>(std::find_if(lines.begin(), lines.end(), startsLater) - lines.begin() - 1);
+    return static_cast<double>(&layoutManager()->layout().lineOf(selection().place()) - lines.data());
   }
   return TextViewEditing::accessibilityAttributeValue(attribute);
 }

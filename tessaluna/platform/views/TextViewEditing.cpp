@@ -190,11 +190,12 @@ void TextViewEditing::deleteTo(TextMotion motion) {
     change({.range = selected, .text = {}});
     return;
   }
-  std::size_t to = destination(motion, selected.location);
+  std::size_t to = destination(motion, selection().place()).index;
   // Before the blank at which a line wraps nothing else of the line is left, so the blank is deleted.
   const NSRange paragraph = paragraphRangeAt(textStorage()->text(), selected.location);
-  if (motion == TextMotion::LineEnd && to == selected.location && to < paragraph.location + paragraph.length)
-    to = destination(TextMotion::Forward, to);
+  const bool isBeforeBlank = selectionAffinity() == NSSelectionAffinityDownstream && to == selected.location &&
+                             to < paragraph.location + paragraph.length;
+  if (motion == TextMotion::LineEnd && isBeforeBlank) to = destination(TextMotion::Forward, {to}).index;
   const auto [start, end] = std::minmax(selected.location, to);
   if (start == end) return;
   const EditKind kind = motion == TextMotion::Backward  ? EditKind::DeletingBackward
@@ -277,7 +278,10 @@ void TextViewEditing::selectionDidChange() {
 CGRect TextViewEditing::firstRectForCharacterRange(NSRange range) const {
   if (!window()) return {};
   const std::vector<CGRect> rects = rectsForRange(range);
-  const CGRect rect = range.length == 0 || rects.empty() ? caretRectForIndex(range.location) : rects.front();
+  const bool isCaret = range.length == 0 && range.location == selection().head;
+  const CGRect rect = isCaret                              ? caretRect()
+                      : range.length == 0 || rects.empty() ? caretRectForIndex(range.location)
+                                                           : rects.front();
   return window()->convertRectToScreen(convertRectToView(rect, nullptr));
 }
 

@@ -73,15 +73,15 @@ void TextViewLayout::setAlignment(NSTextAlignment alignment) {
   setTypingAttribute(NSParagraphStyleAttributeName, make<NSParagraphStyle>(alignment, NSLineBreakByWordWrapping));
 }
 
-std::size_t TextViewLayout::characterIndexForInsertionAtPoint(CGPoint point) const {
+CaretPlace TextViewLayout::caretPlaceAtPoint(CGPoint point) const {
   layOutTree();
   const CGPoint origin = textOrigin();
-  return layoutManager_->insertionIndexForPoint({point.x - origin.x, point.y - origin.y});
+  return layoutManager_->caretPlaceForPoint({point.x - origin.x, point.y - origin.y});
 }
 
-CGRect TextViewLayout::caretRectForIndex(std::size_t index) const {
+CGRect TextViewLayout::caretRectForPlace(CaretPlace place) const {
   layOutTree();
-  CGRect caret = NSOffsetRect(layoutManager_->caretRectForIndex(index), textOrigin().x, textOrigin().y);
+  CGRect caret = NSOffsetRect(layoutManager_->caretRectForPlace(place), textOrigin().x, textOrigin().y);
   // Behind a text that ends at the right edge it would be cut off.
   caret.origin.x = std::min(caret.origin.x, std::max(0.0, frame().size.width - caretWidth));
   return caret;

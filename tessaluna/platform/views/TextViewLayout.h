@@ -33,8 +33,10 @@ class TextViewLayout : public NSText, protected NSTextStorageDelegate {
   void setAlignment(NSTextAlignment alignment) override;
 
   // The caret place nearest to the point.
-  std::size_t characterIndexForInsertionAtPoint(CGPoint point) const;
-  CGRect caretRectForIndex(std::size_t index) const;
+  CaretPlace caretPlaceAtPoint(CGPoint point) const;
+  std::size_t characterIndexForInsertionAtPoint(CGPoint point) const { return caretPlaceAtPoint(point).index; }
+  CGRect caretRectForPlace(CaretPlace place) const;
+  CGRect caretRectForIndex(std::size_t index) const { return caretRectForPlace({index}); }
   std::vector<CGRect> rectsForRange(NSRange range) const;
 
   // As wide as its text, but not narrower than the clip view around it: a text longer than its place scrolls.

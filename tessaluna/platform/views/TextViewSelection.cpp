@@ -28,12 +28,12 @@ void TextViewSelection::setSelectedRange(NSRange range) {
 }
 
 void TextViewSelection::setSelection(Selection wanted) {
-  wanted = {std::min(wanted.anchor, length()), std::min(wanted.head, length())};
+  wanted = {std::min(wanted.anchor, length()), std::min(wanted.head, length()), wanted.affinity};
   selection_ = wanted;
   column_.reset();
   setNeedsDisplay(true);
   showCaretAnew();
-  scrollRangeToVisible({wanted.head, 0});
+  scrollRectToVisible(caretRect());
   reportSelection();
 }
 
@@ -90,32 +90,22 @@ bool isBlank(char16_t unit) { return unit == ' ' || unit == '\t'; }
 
 }  // namespace
 
-std::size_t TextViewSelection::lineAbove(std::size_t from) const {
-  const CGRect caret = caretRectForIndex(from);
-  const bool isFirst = caret.origin.y <= caretRectForIndex(0).origin.y;
-  return isFirst ? 0 : characterIndexForInsertionAtPoint({column_.value_or(caret.origin.x), caret.origin.y - 1});
+CaretPlace TextViewSelection::lineAbove(CaretPlace from) const {
+  const CGRect caret = caretRectForPlace(from);
+  if (caret.origin.y <= caretRectForIndex(0).origin.y) return {0};
+  return caretPlaceAtPoint({column_.value_or(caret.origin.x), caret.origin.y - 1});
 }
 
-std::size_t TextViewSelection::lineBelow(std::size_t from) const {
-  const CGRect caret = caretRectForIndex(from);
-  const bool isLast = caret.origin.y >= caretRectForIndex(length()).origin.y;
-  return isLast ? length() : characterIndexForInsertionAtPoint({column_.value_or(caret.origin.x), CGRectGetMaxY(caret) + 1});
+CaretPlace TextViewSelection::lineBelow(CaretPlace from) const {
+  const CGRect caret = caretRectForPlace(from);
+  if (caret.origin.y >= caretRectForIndex(length()).origin.y) return {length()};
+  return caretPlaceAtPoint({column_.value_or(caret.origin.x), CGRectGetMaxY(caret) + 1});
 }
 
-std::size_t TextViewSelection::destination(TextMotion motion, std::size_t from) const {
+CaretPlace TextViewSelection::destination(TextMotion motion, CaretPlace from) const {
   const std::u16string& text = textStorage()->text();
-  const auto lineRange = [&]() -> NSRange {
-    const TextLayout& layout = layoutManager()->layout();
-    NSRange range = paragraphRangeAt(text, from);
-    for (const TextLayout::Line& line : layout.lines()) {
-      if (from < line.start || from >= line.start + line.length) continue;
-      const std::size_t end = std::min(range.location + range.length, line.start + line.length);
-      return {line.start, end - line.start};
-    }
-    return {std::max(range.location, layout.lines().back().start), text.size() - layout.lines().back().start};
-  };
   const auto isTurned = [&] {
-    const NSRange paragraph = paragraphRangeAt(text, from);
+    const NSRange paragraph = paragraphRangeAt(text, from.index);
     return isRightToLeft(std::u16string_view(text).substr(paragraph.location, paragraph.length));
   };
   switch (motion) {
@@ -125,20 +115,22 @@ std::size_t TextViewSelection::destination(TextMotion motion, std::size_t from) 
     case TextMotion::WordRight: return destination(isTurned() ? TextMotion::WordBackward : TextMotion::WordForward, from);
     case TextMotion::LeftEndOfLine: return destination(isTurned() ? TextMotion::LineEnd : TextMotion::LineStart, from);
     case TextMotion::RightEndOfLine: return destination(isTurned() ? TextMotion::LineStart : TextMotion::LineEnd, from);
-    case TextMotion::Backward: return characterBorderBefore(text, from);
-    case TextMotion::Forward: return characterBorderAfter(text, from);
-    case TextMotion::WordBackward: return wordStartBefore(text, from);
-    case TextMotion::WordForward: return wordEndAfter(text, from);
-    case TextMotion::LineStart: return lineRange().location;
+    case TextMotion::Backward: return {characterBorderBefore(text, from.index)};
+    case TextMotion::Forward: return {characterBorderAfter(text, from.index)};
+    case TextMotion::WordBackward: return {wordStartBefore(text, from.index)};
+    case TextMotion::WordForward: return {wordEndAfter(text, from.index)};
+    case TextMotion::LineStart: return {layoutManager()->layout().lineOf(from).start};
     case TextMotion::LineEnd: {
-      const NSRange line = lineRange(), paragraph = paragraphRangeAt(text, from);
-      const std::size_t end = line.location + line.length;
-      // After the blank at which a line wraps the caret is at the start of the next line.
-      const bool wrapsAtBlank = line.length > 0 && end < paragraph.location + paragraph.length && isBlank(text[end - 1]);
-      return wrapsAtBlank ? end - 1 : end;
+      const TextLayout::Line& line = layoutManager()->layout().lineOf(from);
+      const NSRange paragraph = paragraphRangeAt(text, from.index);
+      const std::size_t end = line.start + line.length, paragraphEnd = paragraph.location + paragraph.length;
+      if (end >= paragraphEnd) return {paragraphEnd};
+      // The blank at which a line wraps does not show: the caret is before it.
+      if (isBlank(text[end - 1])) return {end - 1};
+      return {end, NSSelectionAffinityUpstream};
     }
-    case TextMotion::DocumentStart: return 0;
-    case TextMotion::DocumentEnd: return text.size();
+    case TextMotion::DocumentStart: return {0};
+    case TextMotion::DocumentEnd: return {text.size()};
     case TextMotion::Up: return lineAbove(from);
     case TextMotion::Down: return lineBelow(from);
   }
@@ -148,29 +140,34 @@ std::size_t TextViewSelection::destination(TextMotion motion, std::size_t from) 
 void TextViewSelection::move(TextMotion motion) {
   const NSRange selected = selectedRange();
   const std::size_t start = selected.location, end = start + selected.length;
-  std::size_t to = destination(motion, selection_.head);
+  CaretPlace to = destination(motion, selection_.place());
   if (selected.length > 0) {
     // A step to a side only gives up the selection; anything longer continues from the end on its side.
     switch (motion) {
       case TextMotion::Left:
       case TextMotion::Right:
       case TextMotion::Backward:
-      case TextMotion::Forward: to = to < selection_.head || to == 0 ? start : end; break;
-      case TextMotion::Up: to = destination(motion, start); break;
-      case TextMotion::Down: to = destination(motion, end); break;
+      case TextMotion::Forward: to = {to.index < selection_.head || to.index == 0 ? start : end}; break;
+      case TextMotion::Up:
+        if (selection_.head != start) to = destination(motion, {start});
+        break;
+      case TextMotion::Down:
+        if (selection_.head != end) to = destination(motion, {end});
+        break;
       default: break;
     }
   }
   const bool isVertical = motion == TextMotion::Up || motion == TextMotion::Down;
-  const CGFloat column = column_.value_or(caretRectForIndex(selection_.head).origin.x);
-  setSelection({to, to});
+  const CGFloat column = column_.value_or(caretRect().origin.x);
+  setSelection({to.index, to.index, to.affinity});
   if (isVertical) column_ = column;
 }
 
 void TextViewSelection::moveAndModifySelection(TextMotion motion) {
   const bool isVertical = motion == TextMotion::Up || motion == TextMotion::Down;
-  const CGFloat column = column_.value_or(caretRectForIndex(selection_.head).origin.x);
-  setSelection({selection_.anchor, destination(motion, selection_.head)});
+  const CGFloat column = column_.value_or(caretRect().origin.x);
+  const CaretPlace to = destination(motion, selection_.place());
+  setSelection({selection_.anchor, to.index, to.affinity});
   if (isVertical) column_ = column;
 }
 
@@ -196,6 +193,12 @@ NSRange TextViewSelection::stepAt(CGPoint point) const {
   unreachable();
 }
 
+// The head is on the pointer's line, if that is where the pointer is.
+void TextViewSelection::select(std::size_t anchor, std::size_t head, CGPoint pointer) {
+  const CaretPlace place = caretPlaceAtPoint(pointer);
+  setSelection({anchor, head, place.index == head ? place.affinity : NSSelectionAffinityDownstream});
+}
+
 // The field forwards its events to its editor, so what the editor does not take must not return to the field.
 void TextViewSelection::mouseDown(const Ref<NSEvent>& event) {
   if (!isSelectable()) {
@@ -209,10 +212,10 @@ void TextViewSelection::mouseDown(const Ref<NSEvent>& event) {
   const NSRange hit = stepAt(point);
   if (event->modifierFlags() & NSEventModifierFlagShift) {
     pressed_ = {selection_.anchor, 0};
-    setSelection({selection_.anchor, hit.location});
+    select(selection_.anchor, hit.location, point);
   } else {
     pressed_ = hit;
-    setSelection({hit.location, hit.location + hit.length});
+    select(hit.location, hit.location + hit.length, point);
   }
 }
 
@@ -240,11 +243,12 @@ void TextViewSelection::scrollOnAfterDragTo(CGPoint location) {
 }
 
 void TextViewSelection::dragTo(CGPoint location) {
-  const NSRange hit = stepAt(convertPointFromView(location, nullptr));
+  const CGPoint point = convertPointFromView(location, nullptr);
+  const NSRange hit = stepAt(point);
   // What was pressed stays selected, on whichever side of it the pointer is.
   const std::size_t end = pressed_.location + pressed_.length;
-  if (hit.location < pressed_.location) setSelection({end, hit.location});
-  else setSelection({pressed_.location, std::max(end, hit.location + hit.length)});
+  if (hit.location < pressed_.location) select(end, hit.location, point);
+  else select(pressed_.location, std::max(end, hit.location + hit.length), point);
 }
 
 void TextViewSelection::mouseUp(const Ref<NSEvent>& event) {
@@ -291,7 +295,7 @@ void TextViewSelection::drawRect(CGRect rect) {
   drawText(shown);
   if (!blink_.isShown()) return;
   insertionPointColor()->setFill();
-  NSRectFillUsingOperation(onDevicePixels(caretRectForIndex(selection_.head), *this), NSCompositingOperationSourceOver);
+  NSRectFillUsingOperation(onDevicePixels(caretRect(), *this), NSCompositingOperationSourceOver);
 }
 
 }  // namespace tessaluna::platform

@@ -38,6 +38,8 @@ class TextViewSelection : public TextViewLayout {
 
   NSRange selectedRange() const override;
   void setSelectedRange(NSRange range) override;
+  // Of the end that moves: upstream, at the end of the line, where End or a click has put it at a place at which a word wraps.
+  NSSelectionAffinity selectionAffinity() const { return selection_.affinity; }
   void scrollRangeToVisible(NSRange range);
 
   // To where the motion leads, without or with the text on the way selected. Without, a selection first collapses.
@@ -56,6 +58,7 @@ class TextViewSelection : public TextViewLayout {
   void drawRect(CGRect rect) override;
   // Whether the caret is on screen at this moment of its blinking.
   bool isCaretShown() const { return blink_.isShown(); }
+  CGRect caretRect() const { return caretRectForPlace(selection_.place()); }
 
  protected:
   // Whether the keys go to this text: it is the first responder of the key window.
@@ -65,12 +68,14 @@ class TextViewSelection : public TextViewLayout {
   void keyStatusDidChange();  // of the window
   struct Selection {
     std::size_t anchor = 0, head = 0;
+    NSSelectionAffinity affinity = NSSelectionAffinityDownstream;
+    CaretPlace place() const { return {head, affinity}; }
     friend bool operator==(const Selection&, const Selection&) = default;
   };
   Selection selection() const { return selection_; }
   void setSelection(Selection selection);  // cut to the text
   void reportSelection();                  // unless it is the one that was reported last
-  std::size_t destination(TextMotion motion, std::size_t from) const;
+  CaretPlace destination(TextMotion motion, CaretPlace from) const;
   // The selection is another one. While the text changes it moves along, and is not reported before the change is over.
   virtual void selectionDidChange() {}
   // A press is about to use the text.
@@ -81,8 +86,9 @@ class TextViewSelection : public TextViewLayout {
  private:
   enum class Step { Character, Word, Paragraph };
   NSRange stepAt(CGPoint point) const;
-  std::size_t lineAbove(std::size_t from) const;
-  std::size_t lineBelow(std::size_t from) const;
+  void select(std::size_t anchor, std::size_t head, CGPoint pointer);
+  CaretPlace lineAbove(CaretPlace from) const;
+  CaretPlace lineBelow(CaretPlace from) const;
   void showCaretAnew();
   void dragTo(CGPoint location);  // in the window
   void scrollOnAfterDragTo(CGPoint location);
@@ -93,7 +99,7 @@ class TextViewSelection : public TextViewLayout {
   bool isPressed_ = false, isFirstResponder_ = false;
   backend::Timer nextScroll_;      // while a drag rests beyond the edge
   std::optional<CGFloat> column_;  // where a series of moves up and down began
-  CaretBlink blink_{[this] { setNeedsDisplayInRect(caretRectForIndex(selection_.head)); }};
+  CaretBlink blink_{[this] { setNeedsDisplayInRect(caretRect()); }};
 };
 
 }  // namespace tessaluna::platform

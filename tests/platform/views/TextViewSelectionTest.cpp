@@ -345,6 +345,47 @@ TEST_F(TextViewSelectionCaret, EndStaysOnALineThatWrapsAtABlank) {
   EXPECT_EQ(view->selectedRange(), (NSRange{1, 6}));
 }
 
+TEST_F(TextViewSelectionCaret, EndShowsAtTheEndOfALineThatWrapsWithinAWord) {
+  const auto view = make<NSTextView>(CGRect{0, 0, 66, 150});
+  view->setString("abcdefghijklmnopqrstuvwxyz");
+  view->setSelectedRange({0, 0});
+  const CGRect atStart = view->caretRect();
+  view->move(TextMotion::LineEnd);
+  const std::size_t end = view->selectedRange().location;
+  const CGRect atEnd = view->caretRect();
+  EXPECT_EQ(atEnd.origin.y, atStart.origin.y);
+  EXPECT_GT(atEnd.origin.x, atStart.origin.x);
+  EXPECT_EQ(view->caretRectForIndex(end).origin.x, atStart.origin.x) << "the start of the next line";
+  view->move(TextMotion::LineEnd);
+  EXPECT_EQ(view->caretRect(), atEnd);
+  view->move(TextMotion::Down);
+  EXPECT_EQ(view->selectedRange(), (NSRange{2 * end, 0}));
+  EXPECT_EQ(view->caretRect().origin, (CGPoint{atEnd.origin.x, atEnd.origin.y + atEnd.size.height}));
+  view->move(TextMotion::Up);
+  EXPECT_EQ(view->caretRect(), atEnd);
+  view->doCommandBySelector("deleteToEndOfLine:");
+  EXPECT_EQ(view->length(), 26u) << "nothing of the line is left";
+  view->move(TextMotion::LineStart);
+  EXPECT_EQ(view->selectedRange(), (NSRange{0, 0}));
+  view->moveAndModifySelection(TextMotion::LineEnd);
+  view->moveAndModifySelection(TextMotion::Down);
+  EXPECT_EQ(view->selectedRange(), (NSRange{0, 2 * end}));
+  view->move(TextMotion::Right);
+  EXPECT_EQ(view->caretRect().origin.x, atStart.origin.x) << "between two lines a step leads to the lower one";
+}
+
+TEST_F(TextViewSelectionCaret, AClickAfterALineThatWrapsWithinAWordStaysOnTheLine) {
+  const auto view = make<NSTextView>(CGRect{0, 0, 66, 150});
+  view->setString("abcdefghijklmnopqrstuvwxyz");
+  const auto shown = showWindowWith(view);
+  const CGRect first = view->caretRectForIndex(0);
+  user.click(*shown, view->convertPointToView({64, first.origin.y + 3}, nullptr));
+  EXPECT_EQ(view->caretRect().origin.y, first.origin.y);
+  EXPECT_EQ(view->selectionAffinity(), NSSelectionAffinityUpstream);
+  view->setSelectedRange(view->selectedRange());
+  EXPECT_EQ(view->caretRect().origin.y, first.origin.y + first.size.height);
+}
+
 TEST_F(TextViewSelectionCaret, StaysInSightWhenTheFieldIsResized) {
   begin("a text that is longer than its field is wide");
   user.pressKey(NSEndFunctionKey);
