@@ -4,11 +4,13 @@
 
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/keyEquivalents.h"
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/NSWindowOcclusion.h"
 
 namespace tessaluna::platform {
 
@@ -30,6 +32,7 @@ struct NSMenu::Tracking {
   std::vector<Ref<NSMenuItem>> items;
   Closed closed;
   std::unique_ptr<backend::NativeMenu> native;
+  Ref<NSObject> windowObserver;
   bool isCancelled = false;  // before the desktop was asked
 };
 
@@ -178,6 +181,13 @@ bool NSMenu::open(const Positioned& positioned, CGRect onScreen, NSWindow* windo
     place.entry = static_cast<std::size_t>(number - tracking->items.begin());
   tracking->closed = std::move(closed);
   tracking_ = tracking;
+  // It goes with the window that it belongs to.
+  tracking->windowObserver = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidChangeOcclusionStateNotification, heldWindow, nullptr,
+      [menu = WeakRef<NSMenu>(held)](const Ref<NSNotification>& notification) {
+        const Ref<NSMenu> self = menu.lock();
+        if (self && !dynamic_cast<NSWindow&>(*notification->object()).isVisible()) self->cancelTracking();
+      });
   if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuWillOpen(*this);
   if (tracking->isCancelled || !window->isVisible()) {
     backend->callAfter(0, [held, tracking] { held->didClose(tracking, std::nullopt); });
@@ -191,6 +201,7 @@ bool NSMenu::open(const Positioned& positioned, CGRect onScreen, NSWindow* windo
 
 void NSMenu::didClose(const std::shared_ptr<Tracking>& tracking, std::optional<std::size_t> chosen) {
   if (tracking_ == tracking) tracking_ = nullptr;
+  NSNotificationCenter::defaultCenter().removeObserver(tracking->windowObserver);
   const Ref<NSMenuItem> item = chosen && *chosen < tracking->items.size() ? tracking->items[*chosen] : nullptr;
   // Whoever is notified may empty the menu, and the item was chosen all the same.
   if (item && item->menu().get() == this) chosen_ = item;

@@ -71,7 +71,8 @@ class NSMenu : public NSObject {
   void setAutoenablesItems(bool does) { autoenablesItems_ = does; }
   void update();  // brings all items up to date, those of submenus too
 
-  // Opens with its upper left corner, or that of an item of its own, at a point of the view, or of the screen without one.
+  // Opens with its upper left corner, or that of an item of its own, at a point of the view, or of the screen without one. It
+  // closes with the view's window.
   // `closed` is called later, once, with what was chosen or null, before the action. False, and nothing is called, where
   // there is no visible window to open it for, or nothing to show.
   using Closed = std::function<void(const Ref<NSMenuItem>& chosen)>;

@@ -222,13 +222,30 @@ TEST_F(NSMenuTest, AMenuStaysAliveWhileItIsOpenAndNoLonger) {
   EXPECT_THAT(player->log, ElementsAre("chosen first", "play first"));
 }
 
+TEST_F(NSMenuTest, AMenuClosesWithItsWindow) {
+  open();
+  window->close();
+  desktop.settle();
+  EXPECT_FALSE(desktop.openMenu());
+  EXPECT_FALSE(menu->isOpen());
+  EXPECT_THAT(player->log, ElementsAre("nothing chosen"));
+}
+
+TEST_F(NSMenuTest, AMenuStaysOpenWhileAnotherWindowCloses) {
+  const auto other = showWindow();
+  open();
+  other->close();
+  desktop.settle();
+  EXPECT_TRUE(menu->isOpen());
+}
+
 TEST_F(NSMenuTest, TheWindowMayBeReleasedWhileTheMenuIsOpen) {
   open();
   window->close();
   window->setContentView(nullptr);
   window = nullptr;
-  choose(0);
-  EXPECT_THAT(player->log, ElementsAre("chosen first", "play first"));
+  desktop.settle();
+  EXPECT_THAT(player->log, ElementsAre("nothing chosen"));
 }
 
 TEST_F(NSMenuTest, AnActionMayReleaseTheMenuAndTheItem) {
