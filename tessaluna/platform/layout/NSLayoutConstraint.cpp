@@ -150,6 +150,7 @@ void NSLayoutConstraint::itemDidCome() {
 
 void NSLayoutConstraint::setConstant(CGFloat constant) {
   if (!std::isfinite(constant)) stopProgram("NSLayoutConstraint: the constant must be finite");
+  propertyWillBeSet<&NSLayoutConstraint::setConstant>(*this);
   if (std::exchange(constant_, constant) != constant && engine_) engine_->constantDidChange(*this);
 }
 

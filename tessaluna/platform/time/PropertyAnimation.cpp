@@ -57,6 +57,11 @@ void PropertyAnimation::finish(const NSObject& object, const void* property) {
   if (const auto animation = running(object, property)) animation->end();
 }
 
+void PropertyAnimation::willBeSet(const NSObject& object, const void* property) {
+  if (runningAnimations().empty()) return;  // as nearly always
+  if (const auto animation = running(object, property); animation && !animation->isSetting_) animation->cancel();
+}
+
 PropertyAnimation::PropertyAnimation(const Subject& subject, const NSAnimationContext& context, double duration)
     : object_(subject.object),
       subject_(subject),
@@ -88,15 +93,21 @@ void PropertyAnimation::step() {
   if (isFinished_ || !backend) return;
   const double passed = backend->now() - start_;
   if (!object || passed >= duration_) return end();
-  subject_.set(*object, timing_->valueAt(passed / duration_));
+  set(*object, timing_->valueAt(passed / duration_));
   if (!isFinished_) waitForFrame(*object);
+}
+
+void PropertyAnimation::set(NSObject& object, double share) {
+  isSetting_ = true;
+  subject_.set(object, share);
+  isSetting_ = false;
 }
 
 void PropertyAnimation::end() {
   const auto held = shared_from_this();
   const Ref<NSObject> object = object_.lock();
   if (std::exchange(isFinished_, true)) return;
-  if (object) subject_.set(*object, 1);
+  if (object) set(*object, 1);
   group_->end();
 }
 

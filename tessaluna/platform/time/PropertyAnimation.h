@@ -7,7 +7,7 @@
 //   }
 //
 // The object is not kept alive, and may go at any time. A second animation of a property takes the place of the first,
-// wherever that has got to; a set past the animator lasts until the next step.
+// wherever that has got to, and so does a value that the program sets directly, if the setter calls propertyWillBeSet.
 #pragma once
 
 #include <functional>
@@ -36,6 +36,7 @@ class PropertyAnimation : public std::enable_shared_from_this<PropertyAnimation>
   static void start(const Subject& subject, const NSAnimationContext& context);
   static void stop(const NSObject& object, const void* property);
   static void finish(const NSObject& object, const void* property);
+  static void willBeSet(const NSObject& object, const void* property);
 
   PropertyAnimation(const Subject& subject, const NSAnimationContext& context, double duration);
 
@@ -44,6 +45,7 @@ class PropertyAnimation : public std::enable_shared_from_this<PropertyAnimation>
   bool isOf(const NSObject& object, const void* property) const;
   void waitForFrame(NSObject& object);
   void step();
+  void set(NSObject& object, double share);
   void end();
   void cancel();
 
@@ -52,7 +54,7 @@ class PropertyAnimation : public std::enable_shared_from_this<PropertyAnimation>
   Ref<CAMediaTimingFunction> timing_;
   std::shared_ptr<AnimationGroup> group_;
   double start_, duration_;
-  bool isFinished_ = false;
+  bool isFinished_ = false, isSetting_ = false;
 };
 
 template <auto Setter>
@@ -76,6 +78,12 @@ void animateProperty(Object& object, const Value& from, const Value& to, WindowO
 template <auto Setter>
 void stopAnimationOfProperty(const NSObject& object) {
   PropertyAnimation::stop(object, &animatedProperty<Setter>);
+}
+
+// What a setter calls first. One that an animation calls is part of that; any other ends the animation.
+template <auto Setter>
+void propertyWillBeSet(const NSObject& object) {
+  PropertyAnimation::willBeSet(object, &animatedProperty<Setter>);
 }
 
 // Moves the property to its last value immediately. Nothing for one that does not move.

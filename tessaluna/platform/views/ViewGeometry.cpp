@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/time/PropertyAnimation.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -81,7 +82,15 @@ void ViewGeometry::moveToWindow(NSWindow* window) {
   if (window_ == window) viewDidMoveToWindow();
 }
 
+namespace {
+
+const ViewGeometry* autoresizedView = nullptr;
+
+}  // namespace
+
 void ViewGeometry::setFrame(CGRect frame) {
+  // A frame that moves on its own is not stopped half way because the superview is resized.
+  if (autoresizedView != this) propertyWillBeSet<&NSView::setFrame>(*this);
   if (frame == frame_) return;
   const CGSize oldSize = frame_.size;
   geometryWillChange();
@@ -96,6 +105,7 @@ void ViewGeometry::setFrame(CGRect frame) {
 }
 
 void ViewGeometry::setBoundsOrigin(CGPoint origin) {
+  propertyWillBeSet<&NSView::setBoundsOrigin>(*this);
   if (bounds_.origin == origin) return;
   bounds_.origin = origin;
   geometryDidChange();
@@ -210,7 +220,9 @@ void ViewGeometry::resizeWithOldSuperviewSize(CGSize oldSize) {
   const Extent y =
       resized({frame_.origin.y, frame_.size.height},
               {has(NSViewMinYMargin), has(NSViewHeightSizable), has(NSViewMaxYMargin)}, oldSize.height, newSize.height);
+  const ViewGeometry* outer = std::exchange(autoresizedView, this);
   asView().setFrame({x.origin, y.origin, x.length, y.length});
+  autoresizedView = outer;
 }
 
 }  // namespace tessaluna::platform

@@ -255,6 +255,17 @@ TEST_F(NSLayoutConstraintTest, AConstantTakesItsTimeThroughTheAnimator) {
   EXPECT_EQ(wide->constant(), 100);
 }
 
+TEST_F(NSLayoutConstraintTest, AConstantThatIsSetDirectlyDuringAnAnimationStays) {
+  placeAt(view, 0, 0);
+  const auto wide = size(view, width, 0);
+  desktop.settle();
+  wide->animator()->setConstant(100);
+  desktop.advance(0.1);
+  wide->setConstant(30);
+  desktop.advance(1);
+  EXPECT_EQ(view->frame().size.width, 30);
+}
+
 TEST_F(NSLayoutConstraintTest, EdgesLieOnWholePixels) {
   placeAt(view, 10.3, 0);
   size(view, width, 20.4);

@@ -46,6 +46,36 @@ TEST_F(NSViewAnimatorTest, EachFrameIsPaintedOnce) {
   EXPECT_EQ(nativeOf(*window).paints().size(), 5u);
 }
 
+TEST_F(NSViewAnimatorTest, AFrameThatIsSetDirectlyMeanwhileStays) {
+  grow();
+  desktop.advance(0.05);
+  view->setFrameOrigin({7, 0});
+  desktop.settle();
+  EXPECT_TRUE(isGrown);
+  desktop.advance(1);
+  EXPECT_NEAR(view->frame().size.width, 60, 1e-6);
+  EXPECT_EQ(view->frame().origin, (CGPoint{7, 0}));
+}
+
+TEST_F(NSViewAnimatorTest, TheFrameThatTheViewHasAlreadyStopsIt) {
+  grow();
+  desktop.advance(0.05);
+  view->setFrame(view->frame());
+  desktop.advance(1);
+  EXPECT_NEAR(view->frame().size.width, 60, 1e-6);
+}
+
+TEST_F(NSViewAnimatorTest, AWindowThatIsResizedMeanwhileStopsNothing) {
+  const auto inner = make<NSView>(CGRect{0, 0, 10, 10});
+  inner->setAutoresizingMask(NSViewWidthSizable);
+  view->addSubview(inner);
+  NSAnimationContext::runAnimationGroup([&](NSAnimationContext&) { inner->animator()->setFrame({0, 0, 50, 10}); });
+  desktop.advance(0.05);
+  view->setFrameSize({200, 10});
+  desktop.advance(1);
+  EXPECT_EQ(inner->frame().size.width, 50);
+}
+
 TEST_F(NSViewAnimatorTest, AViewThatLeavesItsWindowMovesOn) {
   grow();
   desktop.advance(0.05);
@@ -95,4 +125,12 @@ TEST_F(NSViewAnimatorTest, TheOriginOfTheBoundsScrollsOverTime) {
   EXPECT_NEAR(view->bounds().origin.y, 25, 1e-6);
   desktop.advance(0.05);
   EXPECT_EQ(view->bounds().origin, (CGPoint{0, 50}));
+}
+
+TEST_F(NSViewAnimatorTest, AnOriginOfTheBoundsThatIsSetDirectlyMeanwhileStays) {
+  view->animator()->setBoundsOrigin({0, 50});
+  desktop.advance(0.05);
+  view->setBoundsOrigin({0, 3});
+  desktop.advance(1);
+  EXPECT_EQ(view->bounds().origin, (CGPoint{0, 3}));
 }
