@@ -14,4 +14,10 @@ class KeyboardWhileHidden {
   virtual bool keepsKeyboardWhileHidden(const NSView& hidden) const = 0;
 };
 
+// Whether a view above the hidden one, or itself, keeps the keyboard in it.
+bool isKeyboardKeptIn(const NSView& hidden);
+
+// Whether the view, or one above it, is hidden, and the keyboard cannot be there meanwhile.
+bool isHiddenFromKeyboard(const NSView& view);
+
 }  // namespace tessaluna::platform

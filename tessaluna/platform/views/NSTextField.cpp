@@ -7,6 +7,7 @@
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
+#include "tessaluna/platform/views/KeyboardWhileHidden.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -157,13 +158,13 @@ bool NSTextField::abortEditing() {
 }
 
 void NSTextField::selectText(NSObject*) {
-  if (!window() || !acceptsFirstResponder()) return;
+  if (!window() || !acceptsFirstResponder() || isHiddenFromKeyboard(*this)) return;
   if (const Ref<NSText> editor = currentEditor()) editor->setSelectedRange({0, NSNotFound});
   else window()->makeFirstResponder(this);
 }
 
 bool NSTextField::becomeFirstResponder() {
-  if (!textCell() || !window()) return false;
+  if (!textCell() || !window() || isHiddenFromKeyboard(*this)) return false;
   // It may still be lent to somebody who has lost the keys without a word.
   window()->endEditingFor(nullptr);
   textCell()->selectWithFrame(bounds(), *this, window()->fieldEditor(true, this), refTo(*this), 0, NSNotFound);

@@ -50,7 +50,7 @@ class NSTextField : public NSControl, public NSTextDelegate {
   virtual Ref<NSText> currentEditor() const;
   virtual void validateEditing();
   virtual bool abortEditing();
-  // Begins editing with all of the text selected.
+  // Begins editing with all of the text selected. Not in a field that is hidden or in no window.
   void selectText(NSObject* sender);
 
   CGSize intrinsicContentSize() const override;  // one to write in has a height only

@@ -37,12 +37,7 @@ namespace {
 // Whether the keyboard is in the view and leaves it with the hiding of this one.
 bool losesKeyboard(const NSView& view) {
   const auto* first = view.window() ? dynamic_cast<const NSView*>(view.window()->firstResponder()) : nullptr;
-  if (!first || !first->isDescendantOf(&view)) return false;
-  for (const NSView* above = &view; above; above = above->superview()) {
-    const auto* keeper = dynamic_cast<const KeyboardWhileHidden*>(above);
-    if (keeper && keeper->keepsKeyboardWhileHidden(view)) return false;
-  }
-  return true;
+  return first && first->isDescendantOf(&view) && !isKeyboardKeptIn(view);
 }
 
 void passKeyboardOn(NSView& hidden) {

@@ -188,6 +188,23 @@ TEST_F(NSTextFieldEditingTest, AFieldThatIsDisabledHiddenOrTakenAwayEndsItsEditi
   EXPECT_EQ(endsWhen([&] { field->removeFromSuperview(); }), "x");
 }
 
+TEST_F(NSTextFieldEditingTest, AHiddenFieldIsNotEdited) {
+  window->makeFirstResponder(other.get());
+  for (NSView* hidden : {static_cast<NSView*>(field.get()), field->superview()}) {
+    const NSResponder* before = window->firstResponder();
+    hidden->setHidden(true);
+    field->selectText(nullptr);
+    EXPECT_EQ(field->currentEditor(), nullptr);
+    if (hidden == field.get()) {
+      EXPECT_EQ(window->firstResponder(), before) << "the keys stay where they are";
+    }
+    EXPECT_FALSE(window->makeFirstResponder(field.get()));
+    hidden->setHidden(false);
+  }
+  field->selectText(nullptr);
+  EXPECT_NE(field->currentEditor(), nullptr);
+}
+
 TEST_F(NSTextFieldEditingTest, AnotherFontOrColorMeanwhileShowsInTheEditor) {
   begin("abc");
   const auto large = NSFont::systemFontOfSize(20);
