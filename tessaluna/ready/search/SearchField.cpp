@@ -116,6 +116,7 @@ SearchField::~SearchField() { close(); }
 void SearchField::setSource(SearchQuestions::Source source) {
   hasSource_ = source != nullptr;
   questions_.setSource(std::move(source));
+  if (!hasSource_) close();
 }
 
 void SearchField::setTexts(SearchTexts texts) {

@@ -12,6 +12,7 @@ namespace {
 using namespace platform;
 using SearchFieldTest = SearchFieldWorld;
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 TEST_F(SearchFieldTest, TheActionMayRemoveTheField) {
   search->setOnPick([this](const SearchRow&) {
@@ -214,6 +215,16 @@ TEST_F(SearchFieldTest, TheSourceMayRemoveTheFieldAfterADelay) {
   desktop.advance(1);
   EXPECT_TRUE(field.expired());
   EXPECT_THAT(calls, ElementsAre("a1"));
+}
+
+TEST_F(SearchFieldTest, WithoutItsSourceTheFieldClosesItsPopUpAndStopsWaiting) {
+  user.type("a");
+  desktop.advance(1);
+  ASSERT_TRUE(popUp().isOpen());
+  search->setSource(nullptr);
+  EXPECT_FALSE(popUp().isOpen());
+  EXPECT_THAT(titles(), IsEmpty());
+  EXPECT_EQ(search->text(), "a");
 }
 
 TEST_F(SearchFieldTest, TheSourceMayBeReplacedOrTextSetWithinItsCall) {
