@@ -32,6 +32,8 @@ constexpr Property cellProperties[] = {property<&NSCell::setEnabled, "enabled">(
                                        property<&NSCell::setBezeled, "bezeled">(),
                                        property<&NSCell::setContinuous, "continuous">()};
 
+constexpr CGFloat disabledOnSelection = 0.6;  // of the text's alpha
+
 }  // namespace
 
 const ClassInfo NSCell::staticClassInfo{.name = "NSCell", .base = &NSObject::staticClassInfo, .properties = cellProperties};
@@ -66,9 +68,11 @@ Ref<NSAttributedString> NSCell::attributedStringValue() const {
 void NSCell::setAttributedStringValue(Ref<NSAttributedString> text) { setObjectValue(std::move(text)); }
 
 Ref<NSColor> NSCell::plainTextColor() const {
-  if (!isEnabled()) return NSColor::disabledControlTextColor();
-  return backgroundStyle() == NSBackgroundStyleDark ? NSColor::alternateSelectedControlTextColor()
-                                                    : NSColor::controlTextColor();
+  if (backgroundStyle() == NSBackgroundStyleLight)
+    return isEnabled() ? NSColor::controlTextColor() : NSColor::disabledControlTextColor();
+  // The disabled color is made for the window's ground, and may be close to that of a selection.
+  const Ref<NSColor> onSelection = NSColor::alternateSelectedControlTextColor();
+  return isEnabled() ? onSelection : onSelection->colorWithAlphaComponent(disabledOnSelection);
 }
 
 NSAttributes NSCell::plainAttributes() const {

@@ -96,6 +96,8 @@ TEST_F(NSTextFieldTest, TheTextsColorFollowsEnabledAndTheGroundUnlessItHasItsOwn
   label->setTextColor(NSColor::redColor());
   EXPECT_EQ(colorOf(), NSColor::redColor());
   label->setEnabled(false);
+  EXPECT_TRUE(colorOf()->isEqual(NSColor::alternateSelectedControlTextColor()->colorWithAlphaComponent(0.6).get()));
+  label->cell()->setBackgroundStyle(NSBackgroundStyleLight);
   EXPECT_EQ(colorOf(), NSColor::disabledControlTextColor());
 }
 
