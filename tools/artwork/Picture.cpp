@@ -3,10 +3,14 @@
 #include <charconv>
 #include <cmath>
 
+#include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/backends/svg/SvgCanvas.h"
 #include "tessaluna/platform/foundation/numberText.h"
 #include "tools/artwork/Failure.h"
 #include "tools/artwork/nearestNames.h"
 #include "tools/artwork/numbers.h"
+#include "tools/artwork/pngFile.h"
+#include "tools/artwork/svgFile.h"
 
 namespace artwork {
 
@@ -29,6 +33,15 @@ std::optional<tessaluna::backend::Color> parseBackground(std::string_view text) 
   return tessaluna::backend::Color{(rgb >> 16) / 255.0, (rgb >> 8 & 255) / 255.0, (rgb & 255) / 255.0, 1};
 }
 
+std::string picturePath(std::optional<std::string_view> text) {
+  if (!text) throw UsageFailure("-o FILE.png or -o FILE.svg is missing");
+  if (!text->ends_with(".svg") && !text->ends_with(".png"))
+    throw UsageFailure("-o: " + inQuotes(*text) + " ends in neither .png nor .svg");
+  return std::string(*text);
+}
+
+namespace {
+
 Bitmap makeBitmap(const Picture& picture) {
   // A product such as 10 * 1.1 is slightly greater than the intended whole number.
   const auto pixels = [&](double points) { return std::ceil(points * picture.scale - 1e-6); };
@@ -49,6 +62,28 @@ void fillBackground(tessaluna::backend::Canvas& canvas, const Picture& picture) 
   canvas.fillPath(tessaluna::backend::Path::rect(NSInsetRect(picture.area, -16, -16)),
                   tessaluna::backend::FillRule::NonZero);
   canvas.restoreState();
+}
+
+}  // namespace
+
+void writePicture(const std::string& path, const Picture& picture,
+                  const std::function<void(tessaluna::backend::Canvas&)>& draw) {
+  const auto paint = [&](tessaluna::backend::Canvas& canvas) {
+    fillBackground(canvas, picture);
+    draw(canvas);
+  };
+  if (path.ends_with(".svg")) {
+    tessaluna::backend::svg::SvgCanvas canvas(picture.area, picture.scale);
+    paint(canvas);
+    writeSvg(path, canvas);
+    return;
+  }
+  Bitmap bitmap = makeBitmap(picture);
+  {
+    tessaluna::backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale, .origin = picture.area.origin});
+    paint(canvas);
+  }
+  writePng(path, bitmap);
 }
 
 }  // namespace artwork

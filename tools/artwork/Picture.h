@@ -1,11 +1,11 @@
 // What a picture shows and how large it is; the commands that write files share it.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "tessaluna/backends/raster/Bitmap.h"
 #include "tessaluna/platform/backend/Canvas.h"
 
 namespace artwork {
@@ -20,10 +20,12 @@ struct Picture {
 double parseScale(std::string_view text);
 std::optional<tessaluna::backend::Color> parseBackground(std::string_view text);
 
-// Has the picture's size in pixels, rounded up. Throws a Failure if that is too large.
-tessaluna::backend::raster::Bitmap makeBitmap(const Picture& picture);
+// The text of -o. Throws a UsageFailure unless it ends in .png or .svg.
+std::string picturePath(std::optional<std::string_view> text);
 
-// Does nothing without a background.
-void fillBackground(tessaluna::backend::Canvas& canvas, const Picture& picture);
+// A PNG or SVG file, as its name ends, of the background and what is drawn over it. A PNG has the picture's size in pixels,
+// rounded up. Throws a Failure, and writes no file, if that is too large, or if SVG cannot express some of it.
+void writePicture(const std::string& path, const Picture& picture,
+                  const std::function<void(tessaluna::backend::Canvas&)>& draw);
 
 }  // namespace artwork

@@ -1,14 +1,11 @@
 #include <cmath>
 #include <string>
 
-#include "tessaluna/backends/raster/RasterCanvas.h"
 #include "tools/artwork/Command.h"
 #include "tools/artwork/Failure.h"
 #include "tools/artwork/Figure.h"
 #include "tools/artwork/Picture.h"
 #include "tools/artwork/numbers.h"
-#include "tools/artwork/pngFile.h"
-#include "tools/artwork/svgFile.h"
 
 namespace artwork {
 
@@ -27,19 +24,10 @@ CGRect areaAround(CGRect frame) {
   return {left, bottom, right - left, top - bottom};
 }
 
-void paint(tessaluna::backend::Canvas& canvas, const Figure& figure, const Picture& picture, Source source) {
-  fillBackground(canvas, picture);
-  source == Source::Image ? figure.drawImage(canvas) : figure.draw(canvas);
-}
-
 void render(const Arguments& arguments) {
   Figure figure = Figure::parse(arguments);
   const Source source = arguments.has("--image") ? Source::Image : Source::Routine;
-  const auto givenPath = arguments.value("-o");
-  if (!givenPath) throw UsageFailure("-o FILE.png or -o FILE.svg is missing");
-  const bool isSvg = givenPath->ends_with(".svg");
-  if (!isSvg && !givenPath->ends_with(".png"))
-    throw UsageFailure("-o: '" + std::string(*givenPath) + "' ends in neither .png nor .svg");
+  const std::string path = picturePath(arguments.value("-o"));
   if (source == Source::Image && !figure.routine().image)
     throw UsageFailure("--image: " + figure.routine().member() + " has no image routine");
   if (source == Source::Image && arguments.has("--frame")) throw UsageFailure("--image takes a --size and no --frame");
@@ -57,19 +45,9 @@ void render(const Arguments& arguments) {
   if (const auto scale = arguments.value("--scale")) picture.scale = parseScale(*scale);
   if (const auto background = arguments.value("--background")) picture.background = parseBackground(*background);
 
-  const std::string path(*givenPath);
-  if (isSvg) {
-    tessaluna::backend::svg::SvgCanvas canvas(picture.area, picture.scale);
-    paint(canvas, figure, picture, source);
-    writeSvg(path, canvas);
-  } else {
-    tessaluna::backend::raster::Bitmap bitmap = makeBitmap(picture);
-    {
-      tessaluna::backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale, .origin = picture.area.origin});
-      paint(canvas, figure, picture, source);
-    }
-    writePng(path, bitmap);
-  }
+  writePicture(path, picture, [&](tessaluna::backend::Canvas& canvas) {
+    source == Source::Image ? figure.drawImage(canvas) : figure.draw(canvas);
+  });
 }
 
 constexpr Option options[] = {

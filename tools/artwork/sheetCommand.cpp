@@ -2,7 +2,6 @@
 #include <cmath>
 #include <string>
 
-#include "tessaluna/backends/raster/RasterCanvas.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
@@ -14,7 +13,6 @@
 #include "tools/artwork/SheetLayout.h"
 #include "tools/artwork/inkOfDrawing.h"
 #include "tools/artwork/nearestNames.h"
-#include "tools/artwork/pngFile.h"
 
 namespace artwork {
 
@@ -103,8 +101,7 @@ void drawSheet(const SheetLayout& layout, const SheetBackground& ground) {
 
 void sheet(const Arguments& arguments) {
   arguments.rejectWords();
-  const auto path = arguments.value("-o");
-  if (!path) throw UsageFailure("-o FILE.png is missing");
+  const std::string path = picturePath(arguments.value("-o"));
   std::optional<RoutineFamily> family;
   if (const auto name = arguments.value("--family")) family = parseFamily(*name);
   Picture picture;
@@ -116,17 +113,13 @@ void sheet(const Arguments& arguments) {
 
   const SheetLayout layout = SheetLayout::make(family);
   picture.area = {{0, 0}, layout.size};
-  tessaluna::backend::raster::Bitmap bitmap = makeBitmap(picture);
-  {
-    tessaluna::backend::raster::RasterCanvas canvas(bitmap, {.scale = picture.scale});
-    fillBackground(canvas, picture);
+  writePicture(path, picture, [&](tessaluna::backend::Canvas& canvas) {
     // An artwork that follows is drawn as for white.
     std::optional<tessaluna::platform::PaletteCanvas> following;
     if (follows) following.emplace(canvas, axisOn(*picture.background));
     const tessaluna::platform::CanvasScope scope(following ? static_cast<tessaluna::backend::Canvas&>(*following) : canvas);
     drawSheet(layout, SheetBackground(follows ? tessaluna::backend::Color{1, 1, 1, 1} : picture.background));
-  }
-  writePng(std::string(*path), bitmap);
+  });
 }
 
 constexpr Option options[] = {{"-o"}, {"--family"}, {"--scale"}, {"--background"}, {"--follow", Option::Value::None}};
@@ -135,11 +128,11 @@ constexpr Option options[] = {{"-o"}, {"--family"}, {"--scale"}, {"--background"
 
 const Command sheetCommand = {
     .name = "sheet",
-    .usage = "-o FILE.png [--family NAME] [--scale S] [--background none|light|dark|#rrggbb] [--follow]",
+    .usage = "-o FILE.png|FILE.svg [--family NAME] [--scale S] [--background none|light|dark|#rrggbb] [--follow]",
     .summary =
-        "Paints a contact sheet: every routine in every combination of its flags, by families, or one family alone,\n"
-        "such as \"Mood icons\". A glyph that the background would hide has a tile behind it; with --follow, black becomes\n"
-        "the color of text on the background, and white that of the background.",
+        "Paints a contact sheet into a PNG or SVG file: every routine in every combination of its flags, by families,\n"
+        "or one family alone, such as \"Mood icons\". A glyph that the background would hide has a tile behind it; with\n"
+        "--follow, black becomes the color of text on the background, and white that of the background.",
     .options = options,
     .run = sheet,
 };

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <set>
 #include <string>
 
@@ -37,6 +38,23 @@ TEST(SheetCommand, AScaleMakesMorePixels) {
   ASSERT_TRUE(one && two);
   EXPECT_EQ(two->width, 2 * one->width);
   EXPECT_EQ(two->height, 2 * one->height);
+}
+
+TEST(SheetCommand, ASheetMayBeAnSvgFile) {
+  const ToolFolder folder;
+  const ToolRun run = folder.run({"sheet", "-o", "a.svg", "--family", "Transport"});
+  EXPECT_EQ(run.status, 0) << run.errors;
+  std::ifstream file(folder / "a.svg");
+  std::string start(5, ' ');
+  file.read(start.data(), 5);
+  EXPECT_EQ(start.substr(0, 4), "<svg") << start;
+}
+
+TEST(SheetCommand, ANameThatEndsInNeitherPngNorSvgIsRefused) {
+  const ToolFolder folder;
+  const ToolRun run = folder.run({"sheet", "-o", "a.jpg"});
+  EXPECT_NE(run.status, 0);
+  EXPECT_THAT(run.errors, HasSubstr("'a.jpg' ends in neither .png nor .svg"));
 }
 
 TEST(SheetCommand, ADarkGroundIsInEveryCorner) {
