@@ -103,8 +103,8 @@ TEST(SheetCommand, AGlyphThatTheBackgroundWouldHideHasATileBehindIt) {
 TEST(SheetCommand, AnEmptyFileNameIsAnError) {
   const ToolFolder folder;
   const ToolRun run = folder.run({"sheet", "-o", "", "--family", "Browse icons"});
-  EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.errors, testing::HasSubstr("cannot write ''"));
+  EXPECT_EQ(run.status, 2);
+  EXPECT_THAT(run.errors, HasSubstr("-o: '' ends in neither"));
 }
 
 TEST(SheetCommand, EveryFlagIsOnInHalfOfTheTiles) {
