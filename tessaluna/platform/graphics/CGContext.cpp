@@ -9,7 +9,7 @@
 namespace tessaluna::platform {
 
 void CGContext::saveState() {
-  saved_.push_back({patterns_, Saved::By::State});
+  saved_.push_back({state_, Saved::By::State});
   canvas_.saveState();
 }
 
@@ -18,7 +18,8 @@ void CGContext::restoreState() {
 }
 
 void CGContext::beginTransparencyLayer() {
-  saved_.push_back({patterns_, Saved::By::Layer});
+  saved_.push_back({state_, Saved::By::Layer});
+  state_.alpha = 1;
   canvas_.beginTransparencyLayer();
 }
 
@@ -33,24 +34,29 @@ void CGContext::endTransparencyLayer() {
 
 bool CGContext::takeBack(Saved::By by) {
   if (saved_.empty() || saved_.back().by != by) return false;
-  patterns_ = std::move(saved_.back().patterns);
+  state_ = std::move(saved_.back().state);
   saved_.pop_back();
   return true;
 }
 
+void CGContext::setAlpha(CGFloat alpha) {
+  state_.alpha = alpha;
+  canvas_.setAlpha(alpha);
+}
+
 void CGContext::setFillColor(const backend::Color& color) {
-  patterns_.fill = nullptr;
+  state_.fillPattern = nullptr;
   canvas_.setFillColor(color);
 }
 
-void CGContext::setFillPattern(Ref<NSImage> image) { patterns_.fill = std::move(image); }
+void CGContext::setFillPattern(Ref<NSImage> image) { state_.fillPattern = std::move(image); }
 
 void CGContext::setStrokeColor(const backend::Color& color) {
-  patterns_.stroke = nullptr;
+  state_.strokePattern = nullptr;
   canvas_.setStrokeColor(color);
 }
 
-void CGContext::setStrokePattern(Ref<NSImage> image) { patterns_.stroke = std::move(image); }
+void CGContext::setStrokePattern(Ref<NSImage> image) { state_.strokePattern = std::move(image); }
 
 namespace {
 
@@ -68,7 +74,7 @@ CGRect tilesUnder(CGRect area, CGSize tile) {
 }  // namespace
 
 void CGContext::fillPath(const backend::Path& path, backend::FillRule rule) {
-  const Ref<NSImage> tile = patterns_.fill;
+  const Ref<NSImage> tile = state_.fillPattern;
   if (!tile) {
     canvas_.fillPath(path, rule);
     return;
@@ -81,7 +87,7 @@ void CGContext::fillPath(const backend::Path& path, backend::FillRule rule) {
 }
 
 void CGContext::strokePath(const backend::Path& path, const backend::StrokeStyle& style) {
-  const Ref<NSImage> tile = patterns_.stroke;
+  const Ref<NSImage> tile = state_.strokePattern;
   if (!tile) {
     canvas_.strokePath(path, style);
     return;
@@ -101,7 +107,7 @@ void CGContext::strokePath(const backend::Path& path, const backend::StrokeStyle
 }
 
 void CGContext::drawTiles(NSImage& tile, CGRect tiles) {
-  patterns_ = {};
+  state_.fillPattern = state_.strokePattern = nullptr;
   const CGSize size = tile.size();
   for (double row = CGRectGetMinY(tiles); row < CGRectGetMaxY(tiles); ++row)
     for (double column = CGRectGetMinX(tiles); column < CGRectGetMaxX(tiles); ++column)

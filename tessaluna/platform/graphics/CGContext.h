@@ -34,7 +34,8 @@ class CGContext {
   void setStrokeColor(const backend::Color& color);
   void setStrokePattern(Ref<NSImage> image);
   void setShadow(const backend::Shadow& shadow) { canvas_.setShadow(shadow); }
-  void setAlpha(CGFloat alpha) { canvas_.setAlpha(alpha); }
+  CGFloat alpha() const { return state_.alpha; }  // 1 again within a layer
+  void setAlpha(CGFloat alpha);
   void setBlendMode(CGBlendMode mode) { canvas_.setBlendMode(mode); }
   void beginTransparencyLayer();
   void endTransparencyLayer();  // without a begin: nothing
@@ -50,20 +51,20 @@ class CGContext {
   }
 
  private:
-  // Absent where a color is in force.
-  struct Patterns {
-    Ref<NSImage> fill, stroke;
+  struct State {
+    Ref<NSImage> fillPattern, strokePattern;  // null where a color is in force
+    CGFloat alpha = 1;
   };
   struct Saved {
     enum class By { State, Layer };
-    Patterns patterns;
+    State state;
     By by;
   };
   void drawTiles(NSImage& tile, CGRect tiles);
   bool takeBack(Saved::By by);
 
   backend::Canvas& canvas_;
-  Patterns patterns_;
+  State state_;
   std::vector<Saved> saved_;
 };
 

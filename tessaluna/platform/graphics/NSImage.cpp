@@ -120,12 +120,16 @@ void NSImage::drawInContext(CGContext& context, CGRect rect) {
   if (NSIsEmptyRect({{}, handlerSize_})) return;
   const GraphicsStateScope scope(context);
   context.clipRect(rect);
+  // Shapes that lie over each other do not show through.
+  const bool isPale = context.alpha() < 1;
+  if (isPale) context.beginTransparencyLayer();
   const CGFloat xScale = rect.size.width / handlerSize_.width, yScale = rect.size.height / handlerSize_.height;
   context.concat(
       CGAffineTransform::scale(xScale, yScale).then(CGAffineTransform::translation(rect.origin.x, rect.origin.y)));
   if (handlerIsFlipped_) context.concat({1, 0, 0, -1, 0, handlerSize_.height});
   const CurrentContextScope current(NSGraphicsContext::graphicsContextWithCGContext(context, handlerIsFlipped_));
   handler_({{}, handlerSize_});
+  if (isPale) context.endTransparencyLayer();
 }
 
 }  // namespace tessaluna::platform

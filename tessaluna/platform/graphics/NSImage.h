@@ -44,8 +44,8 @@ class NSImage : public NSObject {
   // that has pixels.
   const NSImageRep* representationToDraw() const;
 
-  // Renders the whole image into the rectangle, scaled to it and clipped by it; upright also in a flipped view. Nothing
-  // outside a drawing pass.
+  // Renders the whole image into the rectangle, scaled to it and clipped by it; upright also in a flipped view, and as one
+  // picture where the context's alpha makes it pale. Nothing outside a drawing pass.
   void drawInRect(CGRect rect);
   // A part of the image, in its points with y up; the zero rectangle means all of it. The fraction is the alpha that it is
   // drawn with. With respectFlipped false it is upside down in a flipped view. Hints are ignored.

@@ -90,6 +90,26 @@ TEST(NSImage, AFlippedImageHasItsFirstLineAtTheTop) {
   EXPECT_TRUE(wasFlipped);
 }
 
+TEST(NSImage, UnderAnAlphaTheShapesOfAHandlerAreOnePicture) {
+  const auto image = NSImage::imageWithSize({10, 10}, false, [](CGRect) {
+    CGContext& context = NSGraphicsContext::currentContext()->CGContext();
+    EXPECT_EQ(context.alpha(), 1);
+    context.setAlpha(0.8);
+    NSBezierPath::bezierPathWithRect({0, 0, 10, 10})->fill();
+    return true;
+  });
+  const Lines lines = recordingOf([&] {
+    CGContext& context = NSGraphicsContext::currentContext()->CGContext();
+    context.setAlpha(0.5);
+    image->drawInRect({0, 0, 10, 10});
+    EXPECT_EQ(context.alpha(), 0.5);
+    context.setAlpha(1);
+    image->drawInRect({0, 0, 10, 10});
+  });
+  EXPECT_EQ(harness::only("beginTransparencyLayer", lines).size(), 1u);
+  EXPECT_EQ(harness::only("endTransparencyLayer", lines).size(), 1u);
+}
+
 TEST(NSImage, TheContextIsAsBeforeAfterARendering) {
   const auto image = NSImage::imageWithSize({10, 20}, true, [](CGRect) { return true; });
   recordingOf([&] {
