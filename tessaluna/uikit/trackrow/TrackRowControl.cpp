@@ -20,6 +20,25 @@ constexpr Property properties[] = {property<&TrackRowControl::setHasMouseOnRow, 
 const ClassInfo TrackRowControl::staticClassInfo{
     .name = "TessalunaUIKit.TrackRowControl", .base = &NSView::staticClassInfo, .properties = properties};
 
+bool TrackRowControl::isAccessibilityElement() const {
+  return !accessibilityAttributeValue(NSAccessibilityDescriptionAttribute).isAbsent();
+}
+
+std::string TrackRowControl::accessibilityRole() const {
+  return isAccessibilityElement() ? std::string(NSAccessibilityButtonRole) : NSView::accessibilityRole();
+}
+
+std::vector<std::string> TrackRowControl::accessibilityActionNames() const {
+  if (!isAccessibilityElement()) return NSView::accessibilityActionNames();
+  return {std::string(NSAccessibilityPressAction)};
+}
+
+void TrackRowControl::accessibilityPerformAction(std::string_view action) {
+  if (action != NSAccessibilityPressAction || !isAccessibilityElement() || !areControlsEnabled()) return;
+  isPressed_ = true;
+  endPress(target_);
+}
+
 void TrackRowControl::viewDidHide() { isPressed_ = false; }
 
 void TrackRowControl::updateTrackingAreas() {
@@ -48,10 +67,12 @@ void TrackRowControl::mouseDragged(const Ref<NSEvent>& event) {
   if (std::exchange(mouseInside_, isInside) != isInside) setNeedsDisplay(true);
 }
 
-void TrackRowControl::mouseUp(const Ref<NSEvent>&) {
+void TrackRowControl::mouseUp(const Ref<NSEvent>&) { endPress(isPressed_ && mouseInside_ ? target_ : nullptr); }
+
+void TrackRowControl::endPress(Ref<TrackListRowActionTarget> clicked) {
   // The target may let the control, or itself, go.
   const Ref<NSView> held = refTo<NSView>(*this);
-  if (const Ref<TrackListRowActionTarget> target = target_; isPressed_ && mouseInside_ && target) notifyTarget(*target);
+  if (clicked) notifyTarget(*clicked);
   isPressed_ = false;
   setNeedsDisplay(true);
 }

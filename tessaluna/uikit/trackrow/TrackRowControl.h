@@ -41,6 +41,14 @@ class TrackRowControl : public tessaluna::platform::NSView {
   const tessaluna::platform::Ref<TrackListRowActionTarget>& target() const { return target_; }
   void setTarget(tessaluna::platform::Ref<TrackListRowActionTarget> target) { target_ = std::move(target); }
 
+  // An addition: one that its host has named (NSAccessibilityDescriptionAttribute) is a button to assistive clients, and its
+  // press is a click. Without a name clients do not see it; a TrackTable represents those of its rows.
+  bool isAccessibilityElement() const override;
+  std::string accessibilityRole() const override;
+  bool isAccessibilityEnabled() const override { return areControlsEnabled(); }
+  std::vector<std::string> accessibilityActionNames() const override;
+  void accessibilityPerformAction(std::string_view action) override;
+
   void viewDidHide() override;  // ends a press without a click
   void updateTrackingAreas() override;
   void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
@@ -54,6 +62,8 @@ class TrackRowControl : public tessaluna::platform::NSView {
   virtual void notifyTarget(TrackListRowActionTarget& target) = 0;
 
  private:
+  void endPress(tessaluna::platform::Ref<TrackListRowActionTarget> clicked);
+
   tessaluna::platform::Ref<TrackListRowActionTarget> target_;
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingArea_;  // made once
   bool hasMouseOnRow_ = false;

@@ -17,6 +17,14 @@ constexpr Property properties[] = {property<&TrackRowFavoriteButton::setIsFavori
 const ClassInfo TrackRowFavoriteButton::staticClassInfo{
     .name = "TessalunaUIKit.TrackRowFavoriteButton", .base = &TrackRowControl::staticClassInfo, .properties = properties};
 
+std::string TrackRowFavoriteButton::accessibilityRole() const {
+  return isAccessibilityElement() ? std::string(NSAccessibilityCheckBoxRole) : TrackRowControl::accessibilityRole();
+}
+
+AccessibilityValue TrackRowFavoriteButton::accessibilityValue() const {
+  return isAccessibilityElement() ? AccessibilityValue(isFavorite_ ? 1.0 : 0.0) : AccessibilityValue();
+}
+
 void TrackRowFavoriteButton::drawRect(CGRect) {
   const DisabledLook look(*this);
   if (hasMouseOnRow()) TessalunaStyleKit::drawFavoriteAlbumOverlay(bounds(), isFavorite_, isPressed(), mouseInside());

@@ -17,6 +17,10 @@ class TrackRowFavoriteButton : public TrackRowControl {
     coder.overlookKeys({"isFavorite"});
   }
 
+  // A check box to clients, if it is named.
+  std::string accessibilityRole() const override;
+  tessaluna::platform::AccessibilityValue accessibilityValue() const override;
+
   bool isFavorite() const { return isFavorite_; }
   void setIsFavorite(bool isFavorite) { isFavorite_ = isFavorite; }
 

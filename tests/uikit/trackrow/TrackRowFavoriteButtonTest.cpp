@@ -1,5 +1,6 @@
 #include "tessaluna/uikit/trackrow/TrackRowFavoriteButton.h"
 
+#include "tessaluna/platform/accessibility/AccessibleDescription.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/uikit/trackrow/TrackRowWorld.h"
 
@@ -97,4 +98,22 @@ TEST_F(TrackRowFavoriteButtonTest, SettersOnlyStore) {
   button->setHasMouseOnRow(false);
   EXPECT_FALSE(button->needsDisplay());
   EXPECT_FALSE(nativeOf(*window).isDisplayScheduled());
+}
+
+TEST_F(TrackRowFavoriteButtonTest, AssistiveClientsFindAControlThatItsHostHasNamed) {
+  EXPECT_TRUE(button->accessibilityIsIgnored());
+  button->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_TRUE(target->clicks.empty());
+  button->accessibilitySetOverrideValue(std::string("Favorite"), NSAccessibilityDescriptionAttribute);
+  button->setIsFavorite(true);
+  const AccessibleDescription found = describe(button);
+  EXPECT_EQ(found.name, "Favorite");
+  EXPECT_EQ(found.role, NSAccessibilityCheckBoxRole);
+  EXPECT_TRUE(found.states.contains(AccessibleState::Checked));
+  EXPECT_EQ(found.actions, std::vector<std::string>{std::string(NSAccessibilityPressAction)});
+  EXPECT_TRUE(performAccessibleAction(button, NSAccessibilityPressAction));
+  EXPECT_EQ(target->clicks, std::vector<std::string>{"favorite"});
+  EXPECT_FALSE(button->isPressed());
+  window->contentView()->setEnablesControls(false);
+  EXPECT_FALSE(performAccessibleAction(button, NSAccessibilityPressAction));
 }

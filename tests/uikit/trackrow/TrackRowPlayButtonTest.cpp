@@ -440,3 +440,12 @@ TEST_F(TrackRowPlayButtonTest, HidingTheRowUnderAPressEndsItWithoutACall) {
   user.release();
   EXPECT_TRUE(target->clicks.empty());
 }
+
+TEST_F(TrackRowPlayButtonTest, NamedByItsHostItIsAButtonToAssistiveClientsWhosePressIsAClick) {
+  EXPECT_FALSE(button->isAccessibilityElement());
+  button->accessibilitySetOverrideValue(std::string("Play"), NSAccessibilityDescriptionAttribute);
+  EXPECT_TRUE(button->isAccessibilityElement());
+  EXPECT_EQ(button->accessibilityRole(), NSAccessibilityButtonRole);
+  button->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_EQ(target->clicks, std::vector<std::string>{"play"});
+}
