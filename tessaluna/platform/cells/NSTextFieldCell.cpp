@@ -12,6 +12,7 @@
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/NSParagraphStyle.h"
 #include "tessaluna/platform/text/TextLayout.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSClipView.h"
@@ -245,6 +246,9 @@ void NSTextFieldCell::drawInteriorWithFrame(CGRect frame, NSView&) {
   } else if (!placeholder_.empty()) {
     NSAttributes attributes = plainAttributes();
     attributes[NSForegroundColorAttributeName] = placeholderColor();
+    // What is edited scrolls; a placeholder that is too long would only end within a letter.
+    if (lineBreakMode() == NSLineBreakByClipping)
+      attributes[NSParagraphStyleAttributeName] = make<NSParagraphStyle>(alignment(), NSLineBreakByTruncatingTail);
     NSAttributedString(std::string_view(placeholder_), attributes).drawInRect(box);
   }
 }

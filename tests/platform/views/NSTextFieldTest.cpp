@@ -76,6 +76,16 @@ TEST_F(NSTextFieldTest, AnEmptyFieldShowsItsPlaceholderInTheColorOfPlaceholders)
   EXPECT_EQ(only("glyphs", drawn(*field)), Lines{R"({"op":"glyphs","glyphs":[[121,0,0]]})"});
 }
 
+TEST_F(NSTextFieldTest, APlaceholderTooLongForAFieldThatClipsIsShortened) {
+  const auto field = make<NSTextField>(CGRect{0, 0, 40, 22});
+  field->cell()->setLineBreakMode(NSLineBreakByClipping);
+  field->setPlaceholderString("wwwwwwww");
+  constexpr std::string_view ellipsis = "[8230,";
+  EXPECT_NE(only("glyphs", drawn(*field)).back().find(ellipsis), std::string::npos);
+  field->setStringValue("wwwwwwww");
+  EXPECT_EQ(only("glyphs", drawn(*field)).back().find(ellipsis), std::string::npos);
+}
+
 TEST_F(NSTextFieldTest, OneToWriteInHasAHeightButNoWidthOfItsOwn) {
   const auto field = make<NSTextField>(CGRect{0, 0, 120, 50});
   field->setStringValue("x");
