@@ -21,6 +21,14 @@ double numberOf(const NSDictionary& record, std::string_view name) {
   return number ? number->doubleValue() : 0;
 }
 
+// Two digits of a wide font need the whole label; the sides that a stock cell leaves would cut off the second.
+class CountCell : public NSTextFieldCell {
+ public:
+  using NSTextFieldCell::NSTextFieldCell;
+  Ref<NSCell> copy() const override { return make<CountCell>(*this); }
+  CGRect drawingRectForBounds(CGRect bounds) const override { return bounds; }
+};
+
 }  // namespace
 
 const ClassInfo ProgressMonitorView::staticClassInfo{.name = "TessalunaUIKit.ProgressMonitorView",
@@ -72,6 +80,8 @@ void ProgressMonitorView::didInit() {
 
   constexpr CGFloat fontSize = 10;
   numberTasks_ = make<NSTextField>(CGRect{(width - labelRoom) + 2, (height - 12) * 0.5, 14, 14});
+  numberTasks_->setCell(make<CountCell>());
+  numberTasks_->cell()->setLineBreakMode(NSLineBreakByClipping);
   numberTasks_->setBezeled(false);
   numberTasks_->setEditable(false);  // it only shows the number
   numberTasks_->setStringValue("1");

@@ -60,6 +60,12 @@ TEST_F(ProgressMonitorViewTest, IsMadeHiddenWithABarAndALabel) {
   EXPECT_EQ(view->backgroundTasks()->count(), 0u);
 }
 
+TEST_F(ProgressMonitorViewTest, TheCountHasAllOfTheLabelAndStaysOnOneLine) {
+  const auto& cell = dynamic_cast<NSTextFieldCell&>(*label().cell());
+  EXPECT_EQ(cell.drawingRectForBounds({0, 0, 14, 14}), (CGRect{0, 0, 14, 14}));
+  EXPECT_EQ(cell.lineBreakMode(), NSLineBreakByClipping);
+}
+
 TEST_F(ProgressMonitorViewTest, TheLabelsFontIsTheNamedOneOrTheLabelFontOfItsSize) {
   EXPECT_EQ(label().font()->pointSize(), 10);
   if (const auto named = NSFont::fontWithName("Helvetica Neue", 10)) EXPECT_TRUE(label().font()->isEqual(named.get()));
