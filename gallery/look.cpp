@@ -41,16 +41,17 @@ QWidget[ground="dark"] #cardNote { color: #a2a2ac; }
 QScrollArea { background: transparent; border: 2px solid transparent; border-radius: 5px; }
 #pageScroller { border: none; }
 QScrollArea:focus { border-color: {focus}; }
-QToolButton#ground { background: {side}; border: 1px solid {edge}; color: {text}; font-size: 12px; padding: 5px 12px; }
-QToolButton#ground:pressed { background: {hover}; }
+QToolButton#ground, QPushButton { background: {side}; border: 1px solid {edge}; color: {text}; font-size: 12px; padding: 5px 12px; }
+QToolButton#ground:pressed, QPushButton:pressed { background: {hover}; }
 QToolButton#ground:checked { background: {chosen}; border-color: {focus}; color: {chosenText}; }
-QToolButton#ground:focus { border: 2px solid {focus}; padding: 4px 11px; }
+QToolButton#ground:focus, QPushButton:focus { border: 2px solid {focus}; padding: 4px 11px; }
 QScrollBar:vertical { background: transparent; width: 11px; margin: 2px; }
 QScrollBar::handle:vertical { background: {handle}; border-radius: 3px; min-height: 40px; }
 QScrollBar::handle:vertical:hover { background: {note}; }
 QScrollBar:horizontal { background: transparent; height: 11px; margin: 2px; }
 QScrollBar::handle:horizontal { background: {handle}; border-radius: 3px; min-width: 40px; }
 QScrollBar::handle:horizontal:hover { background: {note}; }
+QAbstractScrollArea::corner { background: transparent; border: none; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: none; }
 )";
