@@ -445,17 +445,15 @@ TEST(SvgCanvas, OtherModesAreErrorsByName) {
 
 TEST(SvgCanvas, PointsThatAreNotFiniteAreAnError) {
   const double infinity = std::numeric_limits<double>::infinity();
-  const LinearGradient gradient;
+  LinearGradient gradient, beginsNowhere, endsNowhere;
+  beginsNowhere.start = {infinity, 0};
+  endsNowhere.end = {0, std::nan("")};
   for (const std::function<void(Canvas&)>& draw : std::vector<std::function<void(Canvas&)>>{
            [&](Canvas& canvas) { canvas.fillPath(square(infinity, 0, 1), FillRule::NonZero); },
            [&](Canvas& canvas) { canvas.strokePath(square(0, std::nan(""), 1), {}); },
            [&](Canvas& canvas) { canvas.fillGradient(square(0, -infinity, 1), FillRule::NonZero, gradient); },
-           [&](Canvas& canvas) {
-             canvas.fillGradient(square(0, 0, 1), FillRule::NonZero, {.start = {infinity, 0}});
-           },
-           [&](Canvas& canvas) {
-             canvas.fillGradient(square(0, 0, 1), FillRule::NonZero, {.end = {0, std::nan("")}});
-           },
+           [&](Canvas& canvas) { canvas.fillGradient(square(0, 0, 1), FillRule::NonZero, beginsNowhere); },
+           [&](Canvas& canvas) { canvas.fillGradient(square(0, 0, 1), FillRule::NonZero, endsNowhere); },
            [&](Canvas& canvas) {
              canvas.drawGlyphs({.typeface = std::make_shared<Boxes>(), .glyphs = {1}, .positions = {{0, 0}}}, {infinity, 0});
            },
