@@ -100,12 +100,15 @@ TEST(PlayPauseAlbumOverlay, ShowsTwoBarsWithAnInnerShadowWhenPlaying) {
 }
 
 TEST(PlayPauseAlbumOverlay, FlagsOfTheGroundLeaveTheMarkAsItIs) {
-  const auto markOf = [](bool isPressed, bool isOver) {
-    Lines lines = recordingOf([&] { Kit::drawPlayPauseAlbumOverlay({0, 0, 76, 76}, isPressed, isOver); });
-    lines.erase(lines.begin(), lines.begin() + 4);
-    return lines;
-  };
-  EXPECT_EQ(markOf(true, false), markOf(false, true));
+  for (const bool isPlaying : {false, true}) {
+    const auto markOf = [&](bool isPressed, bool isOver) {
+      Lines lines = recordingOf([&] { Kit::drawPlayPauseAlbumOverlay({0, 0, 76, 76}, isPressed, isOver, isPlaying); });
+      lines.erase(lines.begin(), lines.begin() + 4);
+      return lines;
+    };
+    EXPECT_EQ(markOf(false, false), markOf(false, true));
+    EXPECT_EQ(markOf(false, false), markOf(true, false));
+  }
 }
 
 TEST(PlayPauseAlbumOverlayDeathTest, StopsWithoutAContextInEveryState) {

@@ -45,12 +45,15 @@ TEST(TrackRowPlayPause, PressingMakesTheDiscOpaqueAndTheMouseOutlinesIt) {
 }
 
 TEST(TrackRowPlayPause, MouseAndPressLeaveTheMarkAsItIs) {
-  const auto markOf = [](bool isPressed, bool isOver) {
-    Lines lines = recordingOf([&] { Kit::drawTrackRowPlayPause({0, 0, 15, 15}, isPressed, isOver); });
-    lines.erase(lines.begin(), lines.begin() + 4);
-    return lines;
-  };
-  EXPECT_EQ(markOf(false, false), markOf(true, true));
+  for (const bool isPlaying : {false, true}) {
+    const auto markOf = [&](bool isPressed, bool isOver) {
+      Lines lines = recordingOf([&] { Kit::drawTrackRowPlayPause({0, 0, 15, 15}, isPressed, isOver, isPlaying); });
+      lines.erase(lines.begin(), lines.begin() + 4);
+      return lines;
+    };
+    EXPECT_EQ(markOf(false, false), markOf(false, true));
+    EXPECT_EQ(markOf(false, false), markOf(true, false));
+  }
 }
 
 TEST(TrackRowPlayPause, TriangleHasNoInnerShadow) {
