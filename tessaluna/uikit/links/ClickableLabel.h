@@ -1,5 +1,6 @@
 // A text field whose attributed text can hold links: every run with a link shows the hand and can be clicked, and a click
-// elsewhere is one on the label as a whole. Links exist once attributedStringValue has been set.
+// elsewhere is one on the label as a whole. Links exist once attributedStringValue has been set. They look as the other attributes
+// of their runs say, such as a color or an underline, and like the rest of the text without any.
 //
 //   label->setBezeled(false); label->setDrawsBackground(false); label->setEditable(false);
 //   label->setAttributedStringValue(text);  // with NSLinkAttributeName: a URL, or its text
