@@ -54,7 +54,7 @@ void ChildWindows::parentMoved(CGPoint by) {
   for (const Ref<NSWindow>& child : windows()) {
     // One on its way is there now: from where the parent was, the way leads to another place.
     finishAnimationOfProperty<&NSWindow::moveTo>(*child);
-    if (child->parentWindow() != &window_) continue;  // one that heard of a move has removed it
+    if (child->parentWindow() != &window_) continue;  // whoever was notified of a move has removed it
     const CGRect frame = child->frame();
     child->setFrame(NSOffsetRect(frame, by.x, by.y), false);
   }

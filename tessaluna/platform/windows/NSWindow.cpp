@@ -345,7 +345,8 @@ void NSWindow::scrollWheel(const Ref<NSEvent>& event) {
 void NSWindow::viewWillLeave(NSView& view) {
   if (firstResponder_ == &view) {
     view.resignFirstResponder();
-    setFirstResponder(*this);
+    // Whoever was notified may have given the keys to another view.
+    if (firstResponder_ == &view) setFirstResponder(*this);
   }
   mouse_.viewWillLeave(view);
 }
@@ -425,7 +426,7 @@ void NSWindow::displayIfNeeded() {
   focusRing_.update();
   isPreparingDisplay_ = false;
   // A layout may have hidden the window, or closed it.
-  if (!native_ || !isVisible_ || dirty_.isEmpty()) return;
+  if (!native_ || !isVisible_ || showsNothing(frame_) || dirty_.isEmpty()) return;
   const std::vector<CGRect> rects = dirty_.take({{0, 0}, frame_.size}, backingScaleFactor());
   if (rects.empty()) return;
   native_->paint(rects, [&](backend::Canvas& canvas) {

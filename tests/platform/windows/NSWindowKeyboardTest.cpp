@@ -3,6 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <functional>
+#include <utility>
+
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
@@ -166,6 +170,28 @@ TEST_F(NSWindowKeyboardTest, AFirstResponderThatLeavesTheWindowIsItNoMore) {
   window->makeFirstResponder(v.get());
   v->removeFromSuperview();
   EXPECT_EQ(window->firstResponder(), window.get());
+}
+
+TEST_F(NSWindowKeyboardTest, WhoIsNotifiedThatAFirstResponderLeavesMayGiveTheKeyboardToAnotherView) {
+  struct Resigning : ProbeView {
+    using ProbeView::ProbeView;
+    bool resignFirstResponder() override {
+      if (onResign) std::exchange(onResign, nullptr)();
+      return true;
+    }
+    std::function<void()> onResign;
+  };
+  const auto leaving = make<Resigning>(CGRect{0, 0, 10, 10});
+  leaving->acceptsFirst = true;
+  const auto next = keyView({50, 50, 10, 10});
+  const auto window = showWindowWith(leaving);
+  window->contentView()->addSubview(next);
+  window->makeFirstResponder(leaving.get());
+  leaving->onResign = [&] { window->makeFirstResponder(next.get()); };
+  leaving->removeFromSuperview();
+  EXPECT_EQ(window->firstResponder(), next.get());
+  EXPECT_EQ(std::count(next->calls.begin(), next->calls.end(), "become"), 1);
+  EXPECT_EQ(std::count(next->calls.begin(), next->calls.end(), "resign"), 0);
 }
 
 TEST_F(NSWindowKeyboardTest, AFirstResponderLeavesWithTheViewThatHoldsIt) {

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <stdexcept>
 
 #include "tessaluna/platform/graphics/NSBezierPath.h"
@@ -227,6 +228,20 @@ TEST_F(NSWindowTest, AtANegativeSizeNothingShows) {
   window->setFrame({300, 300, 200, 80}, true);
   EXPECT_TRUE(nativeOf(*window).isVisible());
   EXPECT_EQ(nativeOf(*window).frame(), (CGRect{300, 300, 200, 80}));
+}
+
+TEST_F(NSWindowTest, AtASizeThatShowsNothingNothingIsPainted) {
+  const auto window = showWindow();
+  for (const double height : {-50.0, std::numeric_limits<double>::infinity()}) {
+    nativeOf(*window).forgetPaints();
+    window->setFrame({100, 100, 200, height}, true);
+    window->contentView()->setNeedsDisplay(true);
+    desktop.settle();
+    EXPECT_THAT(nativeOf(*window).paints(), IsEmpty()) << height;
+  }
+  window->setFrame({100, 100, 200, 150}, true);
+  ASSERT_EQ(nativeOf(*window).paints().size(), 1u);
+  EXPECT_THAT(nativeOf(*window).paints()[0].dirty, ElementsAre(CGRect{0, 0, 200, 150}));
 }
 
 TEST_F(NSWindowTest, WithoutAreaATitledWindowShowsItsTitleAndABorderlessOneNothing) {
