@@ -21,14 +21,14 @@ void NSTextStorage::edited(NSRange range, std::ptrdiff_t changeInLength) {
     editedRange_ = {start, std::min(length(), std::max(movedEnd, range.location + range.length)) - start};
     changeInLength_ += changeInLength;
   }
-  if (depth_ == 0) tell();
+  if (depth_ == 0) notifyDelegate();
 }
 
 void NSTextStorage::endEditing() {
-  if (depth_ > 0 && --depth_ == 0 && wasEdited_) tell();
+  if (depth_ > 0 && --depth_ == 0 && wasEdited_) notifyDelegate();
 }
 
-void NSTextStorage::tell() {
+void NSTextStorage::notifyDelegate() {
   wasEdited_ = false;
   if (const Ref<NSTextStorageDelegate> delegate = delegate_.lock())
     delegate->textStorageDidProcessEditing(*this, editedRange_, changeInLength_);

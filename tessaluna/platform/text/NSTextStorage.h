@@ -34,7 +34,7 @@ class NSTextStorage : public NSMutableAttributedString {
   void edited(NSRange range, std::ptrdiff_t changeInLength) override;
 
  private:
-  void tell();
+  void notifyDelegate();
 
   WeakRef<NSTextStorageDelegate> delegate_;
   std::size_t editCount_ = 0;

@@ -64,7 +64,7 @@ class NSText : public NSView {
   virtual void setAlignment(NSTextAlignment alignment) = 0;
 
   bool isEditable() const { return isEditable_; }
-  void setEditable(bool isEditable) { isEditable_ = isEditable; }
+  virtual void setEditable(bool isEditable) { isEditable_ = isEditable; }
   bool isSelectable() const { return isSelectable_ || isEditable_; }
   void setSelectable(bool isSelectable) { isSelectable_ = isSelectable; }
   // A field editor has one line; Return, Tab and Shift-Tab end its editing.

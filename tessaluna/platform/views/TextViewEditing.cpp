@@ -25,10 +25,10 @@ void TextViewEditing::setString(std::string_view text) {
   setWholeText(std::move(units));
   isEditingItself_ = false;
   setSelection({length(), length()});
-  tellInputMethod();
+  notifyInputMethod();
 }
 
-void TextViewEditing::tellInputMethod() {
+void TextViewEditing::notifyInputMethod() {
   if (window() && window()->firstResponder() == this && window()->nativeWindow())
     window()->nativeWindow()->textInputDidChange();
 }
@@ -40,6 +40,14 @@ void TextViewEditing::setDelegate(const Ref<NSTextDelegate>& delegate) {
   breakUndoCoalescing();
   hasBegun_ = false;
   NSAccessibilityPostNotification(accessibleText(), NSAccessibilitySelectedTextChangedNotification);
+}
+
+void TextViewEditing::setEditable(bool isEditable) {
+  if (isEditable == this->isEditable()) return;
+  if (!isEditable) unmarkText();
+  TextViewSelection::setEditable(isEditable);
+  restartCaret();
+  notifyInputMethod();
 }
 
 // Of a field editor the element is the cell of the field that it is lent to.
@@ -110,7 +118,7 @@ bool TextViewEditing::shouldChangeText() {
 }
 
 void TextViewEditing::didChangeText() {
-  tellInputMethod();
+  notifyInputMethod();
   const auto notification = make<NSNotification>(std::string(NSTextDidChangeNotification), refTo<NSObject>(*this));
   if (const Ref<NSTextDelegate> delegate = this->delegate()) delegate->textDidChange(notification);
   NSNotificationCenter::defaultCenter().postNotification(notification);
@@ -140,8 +148,8 @@ bool TextViewEditing::change(const Change& change) {
   if (!shouldChangeText()) return false;
   // Whoever was asked may have changed the text.
   const NSRange range = withinText(change.range);
-  const bool goesOn = change.kind != EditKind::Other && change.kind == lastKind_ && selection() == lastSelection_;
-  if (!goesOn) registerUndo({textStorage()->text(), selection()});
+  const bool continuesRun = change.kind != EditKind::Other && change.kind == lastKind_ && selection() == lastSelection_;
+  if (!continuesRun) registerUndo({textStorage()->text(), selection()});
   replace(range, change.text);
   const std::size_t caret = range.location + change.text.size();
   setSelection({caret, caret});
@@ -267,7 +275,7 @@ void TextViewEditing::willTrackMouse() {
 }
 
 void TextViewEditing::selectionDidChange() {
-  tellInputMethod();
+  notifyInputMethod();
   const auto notification =
       make<NSNotification>(std::string(NSTextViewDidChangeSelectionNotification), refTo<NSObject>(*this));
   if (const Ref<NSTextDelegate> delegate = this->delegate()) delegate->textViewDidChangeSelection(notification);

@@ -16,6 +16,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
 
   void setString(std::string_view text) override;
   void setDelegate(const Ref<NSTextDelegate>& delegate) override;
+  void setEditable(bool isEditable) override;  // what is being composed stays as it is, as if it were typed
 
   // Of what the user types or pastes. In a field editor ends of lines become blanks.
   void insertText(std::string_view text, NSRange replacementRange) override;
@@ -77,7 +78,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   void bringBack(const Snapshot& snapshot);
   void setMarkedRange(NSRange range);
   std::u16string textInMark() const;
-  void tellInputMethod();
+  void notifyInputMethod();
   Ref<NSObject> accessibleText() const;
 
   Ref<NSUndoManager> undoManager_ = make<NSUndoManager>();

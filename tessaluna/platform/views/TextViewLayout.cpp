@@ -82,7 +82,7 @@ CaretPlace TextViewLayout::caretPlaceAtPoint(CGPoint point) const {
 CGRect TextViewLayout::caretRectForPlace(CaretPlace place) const {
   layOutTree();
   CGRect caret = NSOffsetRect(layoutManager_->caretRectForPlace(place), textOrigin().x, textOrigin().y);
-  // Behind a text that ends at the right edge it would be cut off.
+  // After a text that ends at the right edge it would be cut off.
   caret.origin.x = std::min(caret.origin.x, std::max(0.0, frame().size.width - caretWidth));
   return caret;
 }

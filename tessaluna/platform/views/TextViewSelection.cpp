@@ -32,7 +32,7 @@ void TextViewSelection::setSelection(Selection wanted) {
   selection_ = wanted;
   column_.reset();
   setNeedsDisplay(true);
-  showCaretAnew();
+  restartCaret();
   scrollRectToVisible(caretRect());
   reportSelection();
 }
@@ -74,10 +74,10 @@ void TextViewSelection::resignedFirstResponder() {
 
 void TextViewSelection::keyStatusDidChange() {
   setNeedsDisplay(true);
-  showCaretAnew();
+  restartCaret();
 }
 
-void TextViewSelection::showCaretAnew() {
+void TextViewSelection::restartCaret() {
   if (hasKeys() && isEditable() && selection_.anchor == selection_.head) blink_.start();
   else blink_.stop();
 }
@@ -225,10 +225,10 @@ void TextViewSelection::mouseDragged(const Ref<NSEvent>& event) {
     return;
   }
   dragTo(event->locationInWindow());
-  scrollOnAfterDragTo(event->locationInWindow());
+  continueScrollingAfterDragTo(event->locationInWindow());
 }
 
-void TextViewSelection::scrollOnAfterDragTo(CGPoint location) {
+void TextViewSelection::continueScrollingAfterDragTo(CGPoint location) {
   nextScroll_ = nullptr;
   backend::Backend* backend = backend::Backend::current();
   if (!backend || NSPointInRect(convertPointFromView(location, nullptr), visibleRect())) return;
@@ -238,7 +238,7 @@ void TextViewSelection::scrollOnAfterDragTo(CGPoint location) {
     const Selection before = selection_;
     dragTo(location);
     // At the end of the text there is nothing to scroll to.
-    if (selection_ != before) scrollOnAfterDragTo(location);
+    if (selection_ != before) continueScrollingAfterDragTo(location);
   });
 }
 

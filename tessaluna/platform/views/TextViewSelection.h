@@ -66,6 +66,7 @@ class TextViewSelection : public TextViewLayout {
   void becameFirstResponder();
   void resignedFirstResponder();
   void keyStatusDidChange();  // of the window
+  void restartCaret();        // shows it, and blinks from now on, where the text has the keys and can be edited
   struct Selection {
     std::size_t anchor = 0, head = 0;
     NSSelectionAffinity affinity = NSSelectionAffinityDownstream;
@@ -89,9 +90,8 @@ class TextViewSelection : public TextViewLayout {
   void select(std::size_t anchor, std::size_t head, CGPoint pointer);
   CaretPlace lineAbove(CaretPlace from) const;
   CaretPlace lineBelow(CaretPlace from) const;
-  void showCaretAnew();
   void dragTo(CGPoint location);  // in the window
-  void scrollOnAfterDragTo(CGPoint location);
+  void continueScrollingAfterDragTo(CGPoint location);
 
   Selection selection_, reported_;
   Step step_ = Step::Character;  // of the press that is going on

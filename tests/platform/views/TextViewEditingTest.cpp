@@ -245,6 +245,17 @@ TEST_F(TextViewEditingComposition, GivenUpItLeavesTheTextAsItWas) {
   EXPECT_FALSE(editor()->undoManager()->canUndo());
 }
 
+TEST_F(TextViewEditingComposition, EndsInATextThatCanNoLongerBeEdited) {
+  begin("", 0);
+  user.compose("k");
+  field->setSelectable(true);
+  const int changes = nativeOf(*window).textInputChanges();
+  field->setEditable(false);
+  EXPECT_FALSE(editor()->hasMarkedText());
+  EXPECT_EQ(field->stringValue(), "k");
+  EXPECT_GT(nativeOf(*window).textInputChanges(), changes);
+}
+
 TEST_F(TextViewEditingComposition, IsOneStepToUndo) {
   begin("ab");
   user.compose("k");

@@ -256,6 +256,19 @@ TEST_F(TextViewSelectionCaret, RestsWhileTheWindowIsNotTheKeyWindow) {
   EXPECT_TRUE(editor()->isCaretShown());
 }
 
+TEST_F(TextViewSelectionCaret, IsShownOnlyAsLongAsTheTextCanBeEdited) {
+  begin("abc", 1);
+  field->setSelectable(true);
+  field->setEditable(false);
+  EXPECT_FALSE(editor()->isCaretShown());
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  desktop.advance(3);
+  EXPECT_TRUE(nativeOf(*window).paints().empty());
+  field->setEditable(true);
+  EXPECT_TRUE(editor()->isCaretShown());
+}
+
 TEST_F(TextViewSelectionCaret, IsNotShownBesideASelectionNorAfterTheEditing) {
   begin("abc");
   EXPECT_FALSE(editor()->isCaretShown());
