@@ -130,6 +130,40 @@ CGRect NSTableHeaderView::edgeOfColumn(std::size_t column) const {
   return {CGRectGetMaxX(rect) - grabWidth, 0, 2 * grabWidth, rect.size.height};
 }
 
+namespace {
+
+// Where the title lies from its left to its right, as far as there is room for it beside the mark of the direction.
+struct TitlePlace {
+  CGFloat left, width;
+};
+
+TitlePlace drawTitle(const NSTableColumn& column, CGRect rect, bool hasMark, const NSAttributes& attributes) {
+  const NSAttributedString title(std::string_view(column.title()), attributes);
+  const CGSize size = title.size();
+  const bool isTrailing = column.titleEnd() == NSTableColumn::TitleEnd::Trailing;
+  const CGFloat room = rect.size.width - 2 * titleMargin - (hasMark ? markWidth : 0);
+  const CGFloat width = std::min(room, std::ceil(size.width));
+  const CGFloat left = isTrailing ? CGRectGetMaxX(rect) - titleMargin - width : rect.origin.x + titleMargin;
+  if (width > 0) title.drawInRect({left, (rect.size.height - size.height) / 2, isTrailing ? width : room, size.height});
+  return {left, width};
+}
+
+// At the line of the column; without one beside the title, lest it seem to belong to the next.
+void drawSortMark(const NSTableColumn& column, CGRect rect, TitlePlace title, bool isAscending) {
+  const bool isTrailing = column.titleEnd() == NSTableColumn::TitleEnd::Trailing;
+  const CGFloat end = canBeResized(column) ? CGRectGetMaxX(rect) : title.left + title.width + titleMargin + markWidth;
+  const CGFloat x = (isTrailing ? title.left : end) - markWidth, y = CGRectGetMidY(rect), up = isAscending ? 2 : -2;
+  const auto mark = NSBezierPath::bezierPath();
+  mark->moveToPoint({x, y + up});
+  mark->lineToPoint({x + 4, y - up});
+  mark->lineToPoint({x + 8, y + up});
+  mark->setLineWidth(1.5);
+  NSColor::controlTextColor()->setStroke();
+  mark->stroke();
+}
+
+}  // namespace
+
 void NSTableHeaderView::drawRect(CGRect) {
   NSColor::controlColor()->setFill();
   NSRectFillUsingOperation(bounds(), NSCompositingOperationSourceOver);
@@ -148,24 +182,8 @@ void NSTableHeaderView::drawRect(CGRect) {
     if (canBeResized(column))
       NSRectFillUsingOperation({CGRectGetMaxX(rect) - 1, 3, 1, rect.size.height - 6}, NSCompositingOperationSourceOver);
     const NSSortDescriptor* sorting = sortingBy(*table_, column);
-    const NSAttributedString title(std::string_view(column.title()), attributes);
-    const CGFloat height = title.size().height;
-    const bool isTrailing = column.titleEnd() == NSTableColumn::TitleEnd::Trailing;
-    const CGFloat room = rect.size.width - 2 * titleMargin - (sorting ? markWidth : 0);
-    const CGFloat width = std::min(room, std::ceil(title.size().width));
-    const CGFloat left = isTrailing ? CGRectGetMaxX(rect) - titleMargin - width : rect.origin.x + titleMargin;
-    if (width > 0) title.drawInRect({left, (rect.size.height - height) / 2, isTrailing ? width : room, height});
-    if (!sorting) continue;
-    // At the line of the column; without one beside the title, lest it seem to belong to the next.
-    const CGFloat end = canBeResized(column) ? CGRectGetMaxX(rect) : left + width + titleMargin + markWidth;
-    const CGFloat x = (isTrailing ? left : end) - markWidth, y = CGRectGetMidY(rect), up = sorting->ascending() ? 2 : -2;
-    const auto mark = NSBezierPath::bezierPath();
-    mark->moveToPoint({x, y + up});
-    mark->lineToPoint({x + 4, y - up});
-    mark->lineToPoint({x + 8, y + up});
-    mark->setLineWidth(1.5);
-    NSColor::controlTextColor()->setStroke();
-    mark->stroke();
+    const TitlePlace title = drawTitle(column, rect, sorting != nullptr, attributes);
+    if (sorting) drawSortMark(column, rect, title, sorting->ascending());
   }
 }
 
