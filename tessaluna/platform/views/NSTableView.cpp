@@ -259,6 +259,7 @@ void NSTableView::selectAll(NSObject*) {
 void NSTableView::deselectAll(NSObject*) { selectRowIndexes({}, Selecting::Replaces); }
 
 void NSTableView::setSelection(NSIndexSet rows) {
+  const Ref<NSObject> held = shared_from_this();
   const NSIndexSet earlier = std::exchange(selection_, std::move(rows));
   // Looking at a row lays the table out first, which takes views away that no longer show.
   const std::map<std::size_t, Ref<NSView>> shown = visible_;

@@ -26,7 +26,7 @@ class Host : public NSTableViewDataSource, public NSTableViewDelegate {
   std::vector<std::optional<std::size_t>> hovered;
   std::vector<std::size_t> doubleClicked;
   int selectionChanges = 0;
-  std::function<void()> onMake, onSelection;
+  std::function<void()> onMake, onSelection, onKeyboardRow;
 
   std::size_t numberOfRowsInTableView(NSTableView&) override { return rows; }
   Ref<NSView> tableViewViewForRow(NSTableView& table, std::size_t row) override {
@@ -48,6 +48,9 @@ class Host : public NSTableViewDataSource, public NSTableViewDelegate {
   void tableViewSelectionDidChange(NSTableView&) override {
     ++selectionChanges;
     if (onSelection) onSelection();
+  }
+  void tableViewKeyboardRowDidChange(NSTableView&, std::optional<std::size_t>) override {
+    if (onKeyboardRow) onKeyboardRow();
   }
   void tableViewHoveredRowDidChange(NSTableView&, std::optional<std::size_t> row) override { hovered.push_back(row); }
   void tableViewRowWasDoubleClicked(NSTableView&, std::size_t row) override { doubleClicked.push_back(row); }
@@ -639,4 +642,22 @@ TEST_F(NSTableViewTest, ATableThatIsReleasedWhileItReportsALostSelectionLivesUnt
   alone->reloadData();
   EXPECT_TRUE(livesAfterRelease);
   EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(NSTableViewTest, ATableThatIsReleasedAsItsKeyboardMovesLivesUntilTheSelectionIsReported) {
+  const WeakRef<NSTableView> weak = table;
+  table->reloadData();
+  window->makeFirstResponder(table.get());
+  bool livesAfterRelease = false;
+  host->onKeyboardRow = [&] {
+    if (!table) return;
+    scrollView->setDocumentView(nullptr);
+    table.reset();
+    livesAfterRelease = !weak.expired();
+  };
+  NSTableView& shown = *table;
+  shown.selectRowIndexes(NSIndexSet(3), NSTableView::Selecting::Replaces);
+  EXPECT_TRUE(livesAfterRelease);
+  EXPECT_TRUE(weak.expired());
+  EXPECT_EQ(host->selectionChanges, 1);
 }
