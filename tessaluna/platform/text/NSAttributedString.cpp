@@ -1,6 +1,7 @@
 #include "tessaluna/platform/text/NSAttributedString.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "tessaluna/platform/text/TextLayout.h"
 #include "tessaluna/platform/text/unicode.h"
@@ -69,10 +70,11 @@ Ref<NSAttributedString> NSAttributedString::attributedSubstring(NSRange range) c
   const std::size_t first = std::min(range.location, text_.size());
   const std::size_t end = first + std::min(range.length, text_.size() - first);
   const auto result = make<NSMutableAttributedString>();
+  result->text_ = text_.substr(first, end - first);
   std::size_t start = 0;
   for (const Run& run : runs_) {
     const std::size_t from = std::max(start, first), to = std::min(start + run.length, end);
-    if (from < to) result->appendAttributedString(NSAttributedString(text_.substr(from, to - from), run.attributes));
+    if (from < to) result->runs_.push_back({to - from, run.attributes});
     start += run.length;
   }
   return result;
@@ -172,10 +174,10 @@ void NSMutableAttributedString::removeAttribute(NSAttributedStringKey key, NSRan
 
 void NSMutableAttributedString::appendAttributedString(const NSAttributedString& other) {
   // By a copy: it may be appended to itself.
-  const std::vector<Run> runs = other.runs();
+  std::vector<Run> runs = other.runs();
   const NSRange added{text_.size(), other.length()};
   text_ += other.text();
-  runs_.insert(runs_.end(), runs.begin(), runs.end());
+  runs_.insert(runs_.end(), std::make_move_iterator(runs.begin()), std::make_move_iterator(runs.end()));
   edited(added, static_cast<std::ptrdiff_t>(added.length));
 }
 

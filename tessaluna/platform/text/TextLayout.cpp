@@ -115,7 +115,7 @@ void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std
     line.shaped = std::move(shaped);
     addLine(std::move(line));
   } else if (wraps(mode)) {
-    addWrapped(paragraph, range.location, lineEnd, mode);
+    addWrapped(paragraph, *shaped, range.location, lineEnd, mode);
   } else {
     Shortened result = shortenedToWidth(*paragraph, width_, mode);
     line.leftOut = result.leftOut;
@@ -126,13 +126,12 @@ void TextLayout::addParagraph(const NSAttributedString& text, NSRange range, std
   alignments_.resize(lines_.size(), style->alignment());
 }
 
-void TextLayout::addWrapped(const Ref<const NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd,
-                            NSLineBreakMode mode) {
+void TextLayout::addWrapped(const Ref<const NSAttributedString>& paragraph, const backend::ShapedLine& shaped,
+                            std::size_t start, std::size_t lineEnd, NSLineBreakMode mode) {
   const std::u16string& units = paragraph->text();
   const std::vector<std::size_t> breaks =
       mode == NSLineBreakByCharWrapping ? characterBorders(units) : textEngine().breakOpportunities(units);
-  const auto whole = shape(*paragraph);
-  const std::vector<backend::TextCluster>& clusters = whole->clusters;
+  const std::vector<backend::TextCluster>& clusters = shaped.clusters;
   std::size_t from = 0, firstCluster = 0;
   while (from < units.size()) {
     // Widths of the whole paragraph's clusters are used for those of the line: kerning across a break is not counted. Blanks
@@ -147,8 +146,8 @@ void TextLayout::addWrapped(const Ref<const NSAttributedString>& paragraph, std:
     std::size_t breakAt = fitting;
     if (fitting < units.size()) {
       // At the last word that fits; where none does, within one, and of that at least a character.
-      const auto behind = std::upper_bound(breaks.begin(), breaks.end(), fitting);
-      if (behind != breaks.begin() && *std::prev(behind) > from) breakAt = *std::prev(behind);
+      const auto after = std::upper_bound(breaks.begin(), breaks.end(), fitting);
+      if (after != breaks.begin() && *std::prev(after) > from) breakAt = *std::prev(after);
       else if (fitting == from) breakAt = clusters[firstCluster].start + clusters[firstCluster].length;
     }
     const bool isLast = breakAt >= units.size();

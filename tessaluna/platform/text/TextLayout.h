@@ -79,8 +79,8 @@ class TextLayout {
   const Line& lineAt(CGFloat y) const;
   std::span<const Line> linesOf(NSRange range) const;
   void addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd, const Options& options);
-  void addWrapped(const Ref<const NSAttributedString>& paragraph, std::size_t start, std::size_t lineEnd,
-                  NSLineBreakMode mode);
+  void addWrapped(const Ref<const NSAttributedString>& paragraph, const backend::ShapedLine& shaped, std::size_t start,
+                  std::size_t lineEnd, NSLineBreakMode mode);
   void addLine(Line line);
   void place();
   void drawLines(std::span<const Line> lines, CGRect rect) const;
