@@ -187,71 +187,96 @@ bool placeSimpleClusters(ShapedLine& line, std::u16string_view text) {
   return true;
 }
 
-ShapedLine shapeAnew(const Shaping& shaping, const QtTextEngine& engine,
-                     const std::function<std::shared_ptr<const Typeface>(const QRawFont&)>& typefaceOf) {
-  ShapedLine line;
-  for (const FontSpan& span : shaping.fonts) {
-    const FontMetrics own = engine.metrics(span.font);
-    line.metrics.ascent = std::max(line.metrics.ascent, own.ascent);
-    line.metrics.descent = std::max(line.metrics.descent, own.descent);
-    line.metrics.leading = std::max(line.metrics.leading, own.leading);
-  }
-  if (shaping.text.empty()) return line;
+void enlarge(FontMetrics& metrics, const FontMetrics& by) {
+  metrics.ascent = std::max(metrics.ascent, by.ascent);
+  metrics.descent = std::max(metrics.descent, by.descent);
+  metrics.leading = std::max(metrics.leading, by.leading);
+}
 
-  // No text without letters is simple that has a direction all the same.
-  const bool mayBeSimple = shaping.direction != Qt::RightToLeft;
-  const QString text = QStringView(shaping.text).toString();
-  QTextLayout layout(text, fontOf(shaping.fonts.front().font));
+QList<QTextLayout::FormatRange> formatsOf(std::span<const FontSpan> fonts) {
   QList<QTextLayout::FormatRange> formats;
   int start = 0;
-  for (const auto& [font, length] : shaping.fonts) {
+  for (const auto& [font, length] : fonts) {
     QTextCharFormat format;
     format.setFont(fontOf(font));
     formats.append({start, static_cast<int>(length), format});
     start += static_cast<int>(length);
   }
-  if (formats.size() > 1) layout.setFormats(formats);
+  return formats;
+}
+
+QTextOption optionOf(Qt::LayoutDirection direction) {
   QTextOption option;
   option.setWrapMode(QTextOption::NoWrap);
   option.setUseDesignMetrics(true);
-  option.setTextDirection(shaping.direction);
-  layout.setTextOption(option);
-  layout.beginLayout();
-  QTextLine qtLine = layout.createLine();
-  layout.endLayout();
-  if (!qtLine.isValid()) return line;
+  option.setTextDirection(direction);
+  return option;
+}
 
-  line.advance = qtLine.horizontalAdvance();
-  const double ascent = qtLine.ascent();
+using TypefaceOf = std::function<std::shared_ptr<const Typeface>(const QRawFont&)>;
+
+struct AddedRuns {
   std::size_t glyphCount = 0;
   bool hasRightToLeft = false;
+};
+
+// The layout's glyphs, on a baseline that far below its upper edge.
+AddedRuns addRuns(ShapedLine& line, const QTextLayout& layout, const QList<QTextLayout::FormatRange>& formats, double ascent,
+                  const TypefaceOf& typefaceOf) {
+  AddedRuns added;
   for (qsizetype span = 0; span < formats.size(); ++span) {
     for (const QGlyphRun& qtRun : layout.glyphRuns(formats[span].start, formats[span].length)) {
       GlyphRun run{.typeface = typefaceOf(qtRun.rawFont()), .glyphs = {}, .positions = {}};
       const QList<quint32> glyphs = qtRun.glyphIndexes();
       const QList<QPointF> positions = qtRun.positions();
       run.glyphs.assign(glyphs.begin(), glyphs.end());
-      glyphCount += run.glyphs.size();
-      hasRightToLeft = hasRightToLeft || qtRun.isRightToLeft();
       for (const QPointF& position : positions) run.positions.push_back({position.x(), ascent - position.y()});
+      added.glyphCount += run.glyphs.size();
+      added.hasRightToLeft = added.hasRightToLeft || qtRun.isRightToLeft();
       line.runs.push_back(std::move(run));
       line.runFonts.push_back(static_cast<std::size_t>(span));
     }
   }
+  return added;
+}
+
+// Where Qt's carets are before the cluster and after it.
+TextCluster clusterBetween(std::size_t start, std::size_t end, const QTextLine& line) {
+  int position = static_cast<int>(start);
+  const double leading = line.cursorToX(&position, QTextLine::Leading);
+  position = static_cast<int>(start);
+  const double trailing = line.cursorToX(&position, QTextLine::Trailing);
+  return {.start = start,
+          .length = end - start,
+          .left = std::min(leading, trailing),
+          .right = std::max(leading, trailing),
+          .isRightToLeft = trailing < leading};
+}
+
+ShapedLine shapeLine(const Shaping& shaping, const QtTextEngine& engine, const TypefaceOf& typefaceOf) {
+  ShapedLine line;
+  for (const FontSpan& span : shaping.fonts) enlarge(line.metrics, engine.metrics(span.font));
+  if (shaping.text.empty()) return line;
+
+  QTextLayout layout(QStringView(shaping.text).toString(), fontOf(shaping.fonts.front().font));
+  const QList<QTextLayout::FormatRange> formats = formatsOf(shaping.fonts);
+  if (formats.size() > 1) layout.setFormats(formats);
+  layout.setTextOption(optionOf(shaping.direction));
+  layout.beginLayout();
+  const QTextLine qtLine = layout.createLine();
+  layout.endLayout();
+  if (!qtLine.isValid()) return line;
+
+  line.advance = qtLine.horizontalAdvance();
+  const AddedRuns runs = addRuns(line, layout, formats, qtLine.ascent(), typefaceOf);
+  // No text without letters is simple that has a direction all the same.
+  const bool mayBeSimple = shaping.direction != Qt::RightToLeft;
   if (mayBeSimple && placeSimpleClusters(line, shaping.text)) return line;
+  const bool mayBeMisplaced = runs.hasRightToLeft && runs.glyphCount != shaping.text.size();
   const std::vector<std::size_t> borders = platform::characterBorders(shaping.text);
-  const bool mayBeMisplaced = hasRightToLeft && glyphCount != shaping.text.size();
   for (std::size_t i = 0; i + 1 < borders.size(); ++i) {
-    int position = static_cast<int>(borders[i]);
-    const double leading = qtLine.cursorToX(&position, QTextLine::Leading);
-    position = static_cast<int>(borders[i]);
-    const double trailing = qtLine.cursorToX(&position, QTextLine::Trailing);
-    TextCluster cluster{.start = borders[i],
-                        .length = borders[i + 1] - borders[i],
-                        .left = std::min(leading, trailing),
-                        .right = std::max(leading, trailing),
-                        .isRightToLeft = trailing < leading};
-    if (leading == trailing || mayBeMisplaced) placeByGlyphs(cluster, layout);
+    TextCluster cluster = clusterBetween(borders[i], borders[i + 1], qtLine);
+    if (cluster.left == cluster.right || mayBeMisplaced) placeByGlyphs(cluster, layout);
     line.clusters.push_back(cluster);
   }
   return line;
@@ -271,9 +296,7 @@ void append(ShapedLine& whole, const ShapedLine& piece, std::size_t start, doubl
     whole.clusters.push_back(cluster);
   }
   whole.advance += piece.advance;
-  whole.metrics.ascent = std::max(whole.metrics.ascent, piece.metrics.ascent);
-  whole.metrics.descent = std::max(whole.metrics.descent, piece.metrics.descent);
-  whole.metrics.leading = std::max(whole.metrics.leading, piece.metrics.leading);
+  enlarge(whole.metrics, piece.metrics);
 }
 
 std::size_t bytesOf(const ShapedLine& line) {
@@ -309,7 +332,7 @@ std::shared_ptr<const ShapedLine> QtTextEngine::Kept::lineOf(const Shaping& shap
 }
 
 ShapedLine QtTextEngine::Kept::shapeWhole(const Shaping& shaping, const QtTextEngine& engine) {
-  return shapeAnew(shaping, engine, [this](const QRawFont& font) { return typefaceOf(font); });
+  return shapeLine(shaping, engine, [this](const QRawFont& font) { return typefaceOf(font); });
 }
 
 std::shared_ptr<const ShapedLine> QtTextEngine::Kept::longLineOf(const Shaping& shaping, const QtTextEngine& engine) {
