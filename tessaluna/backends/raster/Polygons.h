@@ -42,7 +42,6 @@ class Polygons {
     return std::span(points_).subspan(starts_[index], end - starts_[index]);
   }
   std::span<CGPoint> points() { return points_; }
-  CGPoint lastPoint() const { return points_.back(); }
   // Drops all points from this index on. They must belong to the last polygon, and its first point must stay.
   void cutTo(std::size_t end) { points_.resize(end); }
 

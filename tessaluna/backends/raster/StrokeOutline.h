@@ -1,6 +1,7 @@
-// Makes polygons from lines along which a pen moves: filled by the non-zero rule, they cover what the pen covers. They
-// overlap only where the line comes near itself. At a corner, and in a bend narrower than the pen, the inner side is cut off
-// where it meets itself, unless the cut would span two corners, between which there may be a hole.
+// Makes polygons from lines along which a pen moves: filled by the non-zero rule, they cover what the pen covers. They may
+// overlap themselves, but always with the same winding: an outline is the sum of the pieces that the pen sweeps between two
+// points and at a corner. Since overlaps take time, a fold on the inner side of a bend is cut where the sides before and
+// after it meet, if the line is long enough on both sides of it.
 #pragma once
 
 #include <optional>
@@ -23,67 +24,57 @@ class StrokeOutline {
   void addDot(CGPoint at);
 
  private:
+  using Way = StrokePoint::Way;
   // A corner of the current side, for a line that arrives and leaves in these directions.
   struct Bend {
     CGPoint at, in, out;
     Corner corner;
-    bool isTight = false;  // the pen's edge may go backwards on the inner side
     bool comesCurved = false, goesCurved = false;
   };
-  // How the pen arrives at a point and leaves it; the chords are zero if it does not follow them.
-  struct Passage {
-    CGPoint at, chordIn, in, out, chordOut;
-    Corner corner;
-    bool comesCurved, goesCurved;
-  };
-
-  // The line between two points, with its directions there.
+  // The way of the pen between two points, with its directions there.
   struct Edge {
     CGPoint from, out, to, in;
   };
 
   void completeDirections(std::span<StrokePoint> line, Contour contour);
-  void completeChord(StrokePoint& from, StrokePoint& to) const;
+  void completeEdge(StrokePoint& from, StrokePoint& to);
+  bool isTight(double turn, double squaredLength);
   void findSide(const StrokePoint& before, StrokePoint& p);
-  StrokePoint::Sides sidesAlongChord(double turn, double squaredLength, double across) const;
-  bool isTwisted(const StrokePoint& from, const StrokePoint& to) const;
-  std::optional<CGPoint> sideOf(const Bend& bend) const;
+  std::optional<CGPoint> sideOf(CGPoint in, CGPoint out) const;
   void addOpen(std::span<const StrokePoint> line);
-  void addSmoothRings(std::span<const StrokePoint> line);
-  void addRings(std::span<const StrokePoint> line);
-  void pass(const StrokePoint& before, const StrokePoint& p);
-  void passBack(const StrokePoint& before, const StrokePoint& p);
-  void goThrough(const Passage& passage);
+  void addRings(std::span<StrokePoint> line);
   void goAlong(const StrokePoint& from, const StrokePoint& to);
   void goBack(const StrokePoint& from, const StrokePoint& to);
-  void addTwist(const Edge& edge);
-  void addBend(const Bend& bend);
+  void pass(const StrokePoint& before, const StrokePoint& p);
+  void passBack(const StrokePoint& before, const StrokePoint& p);
+  void addTightEdge(const Edge& edge);
+  void addTurn(const Edge& edge);
+  void addCorner(const Bend& bend);
   void addJoin(const Bend& bend);
-  void addInnerBend(const Bend& bend);
-  void addArc(CGPoint at, CGPoint in, CGPoint out);
   void addCap(CGPoint at, CGPoint inward);
+  CGPoint edgeAt(CGPoint at, CGPoint direction) const;
 
   void beginRing();
-  void finishRing();
-  void beginSide();  // earlier points are no longer cut
   void putPoint(CGPoint p);
-  void addSidePoint(CGPoint p, CGPoint direction);
-  void fold();
-  void cutFold(CGPoint to);
-  bool coverCorner(CGPoint in, CGPoint out) const;
-  bool isShort(std::size_t first, CGPoint meeting) const;
-  bool isHole(std::size_t first, CGPoint meeting) const;
+  void putSide(CGPoint p);
+  void beginSides();
+  void fold(CGPoint in, CGPoint out);
+  void tryCut();
+  bool cutWhereSidesMeet(std::size_t after, std::size_t before);
 
   Pen pen_;
   double pixelsPerLength_ = 1;
   double arcStep_ = 1;  // the angle of an arc's chord
   Polygons* polygons_ = nullptr;
+  double tips_ = 0;       // the width, in pixels, of tips that were left out since the line was last less tight
   bool isSmooth_ = true;  // the line has one corner per side at every point
   bool isNewRing_ = true;
-  std::size_t ringStart_ = 0, sideStart_ = 0;  // indices of their first points
-  // A fold begins at the point after which the side first goes backwards, and ends where it is cut.
-  bool isFolded_ = false, hasFoldCorner_ = false;
-  std::size_t foldStart_ = 0, sidesAfterFold_ = 0;
+  std::size_t sidesStart_ = 0;  // the sides from this point on are those of edges
+  // A fold begins at the point after which the side first goes backwards, and ends where it last does. It is open until it is
+  // cut or the sides after it are too long for that.
+  bool isFolded_ = false, goesBackwards_ = false;
+  std::size_t sidesBeforeFold_ = 0, foldStart_ = 0;
+  CGPoint foldDirection_;  // in which the line comes
 };
 
 }  // namespace tessaluna::backend::raster

@@ -34,13 +34,10 @@ struct StrokePoint {
   // The directions, of length 1, in which the line arrives and leaves. Zero means that of the chord, until it is filled in.
   CGPoint in = {}, out = {};
 
-  // Only the outline uses what follows. On these sides the pen's edge follows the chord to the next point, whose direction
-  // is `chord`, because the line turns too much between the two.
-  enum class Sides : std::uint8_t { None = 0, Near = 1, Far = 2, Both = 3 };
-  Sides chordSides = Sides::None;
-  CGPoint chord = {};
-  // The pen bends between this point and the next one about a point that lies within its width.
-  bool isTwisted = false;
+  // Only the outline uses what follows: whether the line bends on the way to the next point, and whether the pen turns too
+  // much there for straight sides.
+  enum class Way : std::uint8_t { Straight, Curved, Tight };
+  Way way = Way::Straight;
   // The square of the turn from the previous point to this one.
   double turn = 0;
   // From the point to the outline's corner on the near side of the line; the corner on the far side lies opposite. Zero

@@ -331,6 +331,16 @@ TEST(RasterDash, FollowsCurves) {
   expectStroke(wave(), {.width = 2, .dash = dash});
 }
 
+// The sides of the bend meet beyond the dash's end, where nothing else covers what lies between them.
+TEST(RasterDash, NoLongerThanABendNarrowerThanThePen) {
+  const double dash[] = {5.31605274, 5.31605274};
+  Path path;
+  path.moveTo({23.9550062, 5.31703966});
+  path.curveTo({19.9045936, 12.033194}, {18.8821035, 6.10980944}, {11.4166069, 4.85741853});
+  path.lineTo({25.8104158, 10.5727851});
+  expectStroke(path, {.width = 4.34135907, .join = LineJoin::Round, .dash = dash});
+}
+
 TEST(RasterDash, TurnsInACurveAsNarrowAsThePen) {
   const double dash[] = {9, 1.3};
   for (const double radius : {0.85, 0.95, 1.05}) {
