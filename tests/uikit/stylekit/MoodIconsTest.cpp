@@ -28,7 +28,7 @@ struct Icon {
   void (*draw)(CGRect, bool);
   void (*drawByDefault)();
   int subpaths, lines, curves;
-  double left, right, bottom, top;  // met to half a point
+  double left, right, bottom, top;  // met to a hundredth of a point
 };
 
 void PrintTo(const Icon& icon, std::ostream* out) { *out << icon.name; }
@@ -70,10 +70,10 @@ TEST_P(MoodIcon, IsOnePathWithItsSubpathsAndSegments) {
 
 TEST_P(MoodIcon, FillsItsPartOfTheSquare) {
   const CGRect box = drawn().bounds();
-  EXPECT_NEAR(CGRectGetMinX(box), GetParam().left, 0.5);
-  EXPECT_NEAR(CGRectGetMaxX(box), GetParam().right, 0.5);
-  EXPECT_NEAR(CGRectGetMinY(box), GetParam().bottom, 0.5);
-  EXPECT_NEAR(CGRectGetMaxY(box), GetParam().top, 0.5);
+  EXPECT_NEAR(CGRectGetMinX(box), GetParam().left, 0.01);
+  EXPECT_NEAR(CGRectGetMaxX(box), GetParam().right, 0.01);
+  EXPECT_NEAR(CGRectGetMinY(box), GetParam().bottom, 0.01);
+  EXPECT_NEAR(CGRectGetMaxY(box), GetParam().top, 0.01);
 }
 
 // A thousandth of the canvas beside the middle of the first segment of a subpath, to the left of its

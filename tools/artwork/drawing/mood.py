@@ -194,6 +194,7 @@ def celebrities():
     bust = Drawing("moodCelebrities").add_region(ink, [
         "head and shoulders", "face, hole", "shirt, hole", "hair, hole", "headband, hole",
         "left cup, hole", "right cup, hole", "neck, hole"])
+    bust.fit_extents(23, 177, 13, 188)
     bust.fit_counts(lines=36, curves=104)
     return bust.want(subpaths=8, extent=(23, 177, 13, 188))
 
