@@ -205,7 +205,7 @@ void NSWindow::nativeFrameChanged(CGRect content) {
   if (isSomewhere(content) && lastFiniteFrame_)
     moved = {content.origin.x - lastFiniteFrame_->origin.x, CGRectGetMaxY(content) - CGRectGetMaxY(*lastFiniteFrame_)};
   if (content.size != earlier.size) {
-    if (contentView_) contentView_->setFrame({{0, 0}, frame_.size});
+    if (const Ref<NSView> content = contentView_) content->setFrame({{0, 0}, frame_.size});
     invalidateRect({{0, 0}, frame_.size});
   }
   if (moved != CGPoint{} && std::isfinite(moved.x) && std::isfinite(moved.y)) children_.parentMoved(moved);
@@ -383,7 +383,7 @@ void NSWindow::resetCursorRects() {
 
 void NSWindow::updateCursorRects() {
   layoutIfNeeded();
-  if (contentView_) updateCursorRectsBelow(*contentView_);
+  if (const Ref<NSView> content = contentView_) updateCursorRectsBelow(*content);
 }
 
 void NSWindow::updateCursorRectsBelow(NSView& view) {

@@ -35,7 +35,7 @@ Ref<NSWindow> unshownWindow(std::uint32_t style = NSWindowStyleMaskTitled) {
 class AnsweringView : public NSView {
  public:
   using NSView::NSView;
-  std::function<void()> onLayout, onCome, onCursorRects;
+  std::function<void()> onLayout, onCome, onCursorRects, onTracking;
   void layout() override {
     NSView::layout();
     if (window() && onLayout) onLayout();
@@ -45,6 +45,9 @@ class AnsweringView : public NSView {
   }
   void resetCursorRects() override {
     if (onCursorRects) onCursorRects();
+  }
+  void updateTrackingAreas() override {
+    if (onTracking) onTracking();
   }
 };
 
@@ -551,4 +554,27 @@ TEST_F(NSWindowTest, AfterAViewHasThrownItsCursorRectanglesAreAskedForAgain) {
   EXPECT_THROW(window->resetCursorRects(), std::runtime_error);
   window->resetCursorRects();
   EXPECT_EQ(asked, 2);
+}
+
+TEST_F(NSWindowTest, AContentViewMayBeTakenOutAsItIsResized) {
+  const auto window = showWindow();
+  window->setContentView(make<AnsweringView>(NSZeroRect));
+  auto& content = static_cast<AnsweringView&>(*window->contentView());
+  content.onTracking = [&] { window->setContentView(nullptr); };
+  window->setFrame({100, 100, 300, 200}, false);
+  EXPECT_EQ(window->contentView(), nullptr);
+}
+
+TEST_F(NSWindowTest, AContentViewMayBeTakenOutAsItIsAskedForItsCursorRectangles) {
+  const auto window = showWindow();
+  window->setContentView(make<AnsweringView>(NSZeroRect));
+  const WeakRef<NSView> weak = window->contentView();
+  bool livesAfterRelease = false;
+  static_cast<AnsweringView&>(*window->contentView()).onCursorRects = [&] {
+    window->setContentView(nullptr);
+    livesAfterRelease = !weak.expired();
+  };
+  window->resetCursorRects();
+  EXPECT_TRUE(livesAfterRelease);
+  EXPECT_TRUE(weak.expired());
 }
