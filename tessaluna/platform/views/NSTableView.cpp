@@ -201,9 +201,11 @@ void NSTableView::showRowsIn(CGRect rect) {
   const std::optional<std::size_t> edited = editor ? rowForView(*editor) : std::nullopt;
   if (edited && !isShown(*edited)) window()->makeFirstResponder(this);
   const Ref<NSTableViewDelegate> delegate = delegate_.lock();
+  // What a view does as it leaves may take others away.
   for (auto entry = visible_.begin(); entry != visible_.end();) {
-    const std::size_t row = (entry++)->first;
+    const std::size_t row = entry->first;
     if (!isShown(row)) takeRowView(row);
+    entry = visible_.upper_bound(row);
   }
   if ((delegate || !columns_.empty()) && !NSIsEmptyRect(rect)) makeRowsIn(rect, delegate.get());
   // Only now: a whole screen of rows that went serves the one that came.

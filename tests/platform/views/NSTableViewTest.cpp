@@ -1,6 +1,7 @@
 #include "tessaluna/platform/views/NSTableView.h"
 
 #include <functional>
+#include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSColor.h"
@@ -660,4 +661,21 @@ TEST_F(NSTableViewTest, ATableThatIsReleasedAsItsKeyboardMovesLivesUntilTheSelec
   EXPECT_TRUE(livesAfterRelease);
   EXPECT_TRUE(weak.expired());
   EXPECT_EQ(host->selectionChanges, 1);
+}
+
+TEST_F(NSTableViewTest, ARowsViewMayReloadTheTableAsItIsScrolledAway) {
+  class ReloadingView : public NSView {
+   public:
+    using NSView::NSView;
+    void viewDidMoveToWindow() override {
+      if (!window() && onLeave) std::exchange(onLeave, nullptr)();
+    }
+    std::function<void()> onLeave;
+  };
+  table->reloadData();
+  const auto reloading = make<ReloadingView>(NSZeroRect);
+  reloading->onLeave = [&] { table->reloadData(); };
+  table->viewAtRow(0)->addSubview(reloading);
+  table->scrollRowToVisible(100);
+  EXPECT_EQ(rowsWithViews(), (Rows{96, 97, 98, 99, 100}));
 }
