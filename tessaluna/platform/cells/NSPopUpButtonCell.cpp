@@ -97,7 +97,8 @@ NSPopUpButtonCell::NSPopUpButtonCell(const NSPopUpButtonCell& other)
   if (const auto index = other.indexOfSelectedItem()) selected_ = menu_->itemAtIndex(*index);
 }
 
-NSPopUpButtonCell::~NSPopUpButtonCell() = default;
+// Its menu may be the program's, and still be open.
+NSPopUpButtonCell::~NSPopUpButtonCell() { showTitleItem(); }
 
 void NSPopUpButtonCell::setMenu(Ref<NSMenu> menu) {
   dismissPopUp();

@@ -187,6 +187,7 @@ void NSControl::mouseDown(const Ref<NSEvent>& event) {
   if (!isEnabled()) return;
   const Ref<NSObject> held = shared_from_this();
   endPress();  // one whose release never came
+  if (!isEnabled()) return;
   cell_->setMouseDownFlags(event->modifierFlags() & 0xFFFF0000u);
   startTracking(pointOf(*event));
   sendActionIfOn(NSEventType::LeftMouseDown);

@@ -19,7 +19,7 @@ class LoggingCell : public NSCell {
   std::vector<std::string> log;
   bool starts = true, goesOn = true, untilMouseUp = false;
   std::vector<CGPoint> points;
-  std::function<void()> onContinue;
+  std::function<void()> onContinue, onStop;
 
   bool prefersTrackingUntilMouseUp() const override { return untilMouseUp; }
 
@@ -37,6 +37,7 @@ class LoggingCell : public NSCell {
   void stopTracking(CGPoint last, CGPoint stop, NSView&, bool mouseIsUp) override {
     log.push_back(mouseIsUp ? "stop, up" : "stop");
     points.insert(points.end(), {last, stop});
+    if (onStop) onStop();
   }
 };
 
@@ -558,4 +559,14 @@ TEST_F(NSControlTest, EnablingAndHighlightingAskForARedraw) {
   control->setHighlighted(true);
   desktop.settle();
   EXPECT_EQ(nativeOf(*window).paints().size(), 2u);
+}
+
+TEST_F(NSControlTest, ACellThatIsTakenAwayAsAPressEndsALostPressTracksNoNewOne) {
+  const auto press = make<NSEvent>(
+      NSEvent::Fields{.type = NSEventType::LeftMouseDown, .location = inside, .window = window, .clickCount = 1});
+  control->mouseDown(press);
+  cell->onStop = [&] { control->setCell(nullptr); };
+  control->mouseDown(press);
+  EXPECT_EQ(control->cell(), nullptr);
+  EXPECT_THAT(cell->log, ElementsAre("start", "stop"));
 }

@@ -487,3 +487,14 @@ TEST_F(NSPopUpButtonTest, DrawsABoxTheArrowsAndTheTitle) {
   EXPECT_THAT(harness::only("stroke", harness::recordingOf([&] { button->drawRect({}); })).back(),
               HasSubstr(R"([["M",104.5,10.5],["L",108,14],["L",111.5,10.5]])"));
 }
+
+TEST_F(NSPopUpButtonTest, APullDownThatGoesWhileItsMenuIsOpenLeavesNoItemOfAProgramsMenuHidden) {
+  const Ref<NSMenu> menu = button->menu();
+  button->setPullsDown(true);
+  button->openMenu(nullptr);
+  ASSERT_TRUE(menu->itemAtIndex(0)->isHidden());
+  button->removeFromSuperview();
+  button.reset();
+  desktop.settle();
+  EXPECT_FALSE(menu->itemAtIndex(0)->isHidden());
+}
