@@ -42,7 +42,7 @@ class NSNotificationCenter : public NSObject {
   // A token that is null or no longer known does nothing.
   void removeObserver(const Ref<NSObject>& token);
 
-  // Tells the observers that there are now. One that a block before it removed is not called any more.
+  // Notifies those who observe it now. An observer that an earlier block has removed is no longer called.
   void postNotificationName(std::string_view name, const Ref<NSObject>& object);
   void postNotification(const Ref<NSNotification>& notification);
 
