@@ -1,64 +1,57 @@
 #include "tessaluna/backends/raster/Blend.h"
 
-#include <algorithm>
-#include <cstring>
+#include "tessaluna/platform/foundation/stopProgram.h"
 
 namespace tessaluna::backend::raster {
 
 namespace {
 
-Float4 alphaOf(Float4 v) { return __builtin_shufflevector(v, v, 3, 3, 3, 3); }
+// The result is the sum of source and destination, each multiplied by a factor that depends on the other one's alpha. The
+// source is already multiplied by its coverage.
+struct Operator {
+  struct Factor {
+    float first, perAlpha;
+  };
+  Factor ofSource, ofDestination;
+};
+constexpr Operator::Factor none{0, 0}, all{1, 0}, inside{0, 1}, outside{1, -1};
 
-// R = f(S, D) for a source that is already multiplied by its coverage.
-template <BlendMode mode>
-Float4 combined(Float4 s, Float4 d) {
-  const Float4 one = splat(1);
-  if constexpr (mode == BlendMode::Normal) return s + d * (one - alphaOf(s));
-  if constexpr (mode == BlendMode::SourceIn) return s * alphaOf(d);
-  if constexpr (mode == BlendMode::SourceOut) return s * (one - alphaOf(d));
-  if constexpr (mode == BlendMode::SourceAtop) return s * alphaOf(d) + d * (one - alphaOf(s));
-  if constexpr (mode == BlendMode::DestinationOver) return s * (one - alphaOf(d)) + d;
-  if constexpr (mode == BlendMode::DestinationIn) return d * alphaOf(s);
-  if constexpr (mode == BlendMode::DestinationOut) return d * (one - alphaOf(s));
-  if constexpr (mode == BlendMode::DestinationAtop) return s * (one - alphaOf(d)) + d * alphaOf(s);
-  if constexpr (mode == BlendMode::Xor) return s * (one - alphaOf(d)) + d * (one - alphaOf(s));
-  if constexpr (mode == BlendMode::PlusLighter) return smaller(s + d, one);
-}
-
-template <BlendMode mode>
-void blend(Float4* destination, const Float4* source, const float* coverage, const float* clip, int count) {
-  for (int i = 0; i < count; ++i) {
-    Float4& d = destination[i];
-    if constexpr (mode == BlendMode::Clear) {
-      d *= splat(1 - coverage[i]);
-    } else if constexpr (mode == BlendMode::Copy) {
-      d += (source[i] - d) * splat(coverage[i]);
-    } else if constexpr (isUnbounded(mode)) {
-      const Float4 r = combined<mode>(source[i] * splat(coverage[i]), d);
-      d = clip ? d + (r - d) * splat(clip[i]) : r;
-    } else if (coverage[i] != 0) {
-      d = combined<mode>(source[i] * splat(coverage[i]), d);
-    }
+Operator operatorOf(BlendMode mode) {
+  switch (mode) {
+    case BlendMode::Clear: return {none, outside};
+    case BlendMode::Normal:
+    case BlendMode::Copy: return {all, outside};
+    case BlendMode::SourceIn: return {inside, none};
+    case BlendMode::SourceOut: return {outside, none};
+    case BlendMode::SourceAtop: return {inside, outside};
+    case BlendMode::DestinationOver: return {outside, all};
+    case BlendMode::DestinationIn: return {none, inside};
+    case BlendMode::DestinationOut: return {none, outside};
+    case BlendMode::DestinationAtop: return {outside, inside};
+    case BlendMode::Xor: return {outside, outside};
+    case BlendMode::PlusLighter: return {all, all};
   }
+  platform::unreachable();
 }
+
+Float4 alphaOf(Float4 v) { return __builtin_shufflevector(v, v, 3, 3, 3, 3); }
 
 }  // namespace
 
 void blendRow(BlendMode mode, Float4* destination, const Float4* source, const float* coverage, const float* clip,
               int count) {
-  switch (mode) {
-    case BlendMode::Normal: return blend<BlendMode::Normal>(destination, source, coverage, clip, count);
-    case BlendMode::Clear: return blend<BlendMode::Clear>(destination, source, coverage, clip, count);
-    case BlendMode::Copy: return blend<BlendMode::Copy>(destination, source, coverage, clip, count);
-    case BlendMode::SourceIn: return blend<BlendMode::SourceIn>(destination, source, coverage, clip, count);
-    case BlendMode::SourceOut: return blend<BlendMode::SourceOut>(destination, source, coverage, clip, count);
-    case BlendMode::SourceAtop: return blend<BlendMode::SourceAtop>(destination, source, coverage, clip, count);
-    case BlendMode::DestinationOver: return blend<BlendMode::DestinationOver>(destination, source, coverage, clip, count);
-    case BlendMode::DestinationIn: return blend<BlendMode::DestinationIn>(destination, source, coverage, clip, count);
-    case BlendMode::DestinationOut: return blend<BlendMode::DestinationOut>(destination, source, coverage, clip, count);
-    case BlendMode::DestinationAtop: return blend<BlendMode::DestinationAtop>(destination, source, coverage, clip, count);
-    case BlendMode::Xor: return blend<BlendMode::Xor>(destination, source, coverage, clip, count);
-    case BlendMode::PlusLighter: return blend<BlendMode::PlusLighter>(destination, source, coverage, clip, count);
+  const auto [ofSource, ofDestination] = operatorOf(mode);
+  const auto factor = [](const Operator::Factor& f, Float4 alpha) { return splat(f.first) + splat(f.perAlpha) * alpha; };
+  const bool skipsUncovered = !isUnbounded(mode), replacesCovered = showsEmptyParts(mode);
+  for (int i = 0; i < count; ++i) {
+    if (skipsUncovered && coverage[i] == 0) continue;
+    Float4& d = destination[i];
+    const Float4 covered = splat(coverage[i]), s = source[i] * covered;
+    // These two replace what is covered even by a transparent source.
+    const Float4 sourceAlpha = replacesCovered ? covered : alphaOf(s);
+    const Float4 result = s * factor(ofSource, alphaOf(d)) + d * factor(ofDestination, sourceAlpha);
+    const Float4 most = smaller(result, splat(1));
+    d = clip ? d + (most - d) * splat(clip[i]) : most;
   }
 }
 

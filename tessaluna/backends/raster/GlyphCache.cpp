@@ -11,13 +11,13 @@ std::size_t GlyphCache::Hash::operator()(const GlyphPlace& place) const {
   return hash * 31 + std::hash<double>()(place.scale);
 }
 
-const GlyphMask* GlyphCache::find(const GlyphPlace& place) const {
+const Plane* GlyphCache::find(const GlyphPlace& place) const {
   const auto found = kept_.find(place);
   return found == kept_.end() ? nullptr : &found->second.mask;
 }
 
-const GlyphMask& GlyphCache::keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, GlyphMask mask) {
-  const std::size_t size = sizeof(Kept) + mask.coverage.size();
+const Plane& GlyphCache::keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, Plane mask) {
+  const std::size_t size = sizeof(Kept) + mask.box().area() * sizeof(float);
   if (bytes_ + size > maxBytes) {
     kept_.clear();
     bytes_ = 0;

@@ -5,19 +5,11 @@
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
-#include <vector>
 
-#include "tessaluna/backends/raster/PixelRect.h"
+#include "tessaluna/backends/raster/Plane.h"
 #include "tessaluna/platform/backend/TextEngine.h"
 
 namespace tessaluna::backend::raster {
-
-struct GlyphMask {
-  PixelRect box;                       // relative to the pixel that the glyph's origin lies in
-  std::vector<std::uint8_t> coverage;  // row by row, 255 for a fully covered pixel
-
-  const std::uint8_t* row(int y) const { return coverage.data() + std::size_t(y - box.top) * std::size_t(box.width()); }
-};
 
 struct GlyphPlace {
   const Typeface* typeface;
@@ -32,20 +24,20 @@ class GlyphCache {
   // The longest side of a mask, in pixels. Larger glyphs are filled as outlines, which is as good.
   static constexpr int maxMaskSide = 96;
 
-  // Null for a glyph that is not in the cache.
-  const GlyphMask* find(const GlyphPlace& place) const;
+  // A mask's box is relative to the pixel that the glyph's origin lies in. Null for a glyph that is not in the cache.
+  const Plane* find(const GlyphPlace& place) const;
   // Keeps the typeface too, so that no other typeface can take its address.
-  const GlyphMask& keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, GlyphMask mask);
+  const Plane& keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, Plane mask);
 
  private:
-  static constexpr std::size_t maxBytes = std::size_t{4} << 20;  // over ten thousand glyphs at the usual sizes of text
+  static constexpr std::size_t maxBytes = std::size_t{8} << 20;  // over ten thousand glyphs at the usual sizes of text
 
   struct Hash {
     std::size_t operator()(const GlyphPlace& place) const;
   };
   struct Kept {
     std::shared_ptr<const Typeface> typeface;
-    GlyphMask mask;
+    Plane mask;
   };
   std::unordered_map<GlyphPlace, Kept, Hash> kept_;
   std::size_t bytes_ = 0;

@@ -104,7 +104,7 @@ class RasterCanvas::Pipeline : OperationMemory {
   void paintOutline(const Outline& outline, const Source& source);
   void paintKnownOutline(const Outline& outline, const Source& source);
   void fillGlyphs(const GlyphRun& run, CGPoint origin);
-  const GlyphMask* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
+  const Plane* maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface);
   void fillRect(const DeviceRect& rect, const Source& source);
   bool replaceWholePixels(const DeviceRect& rect, const Source& source);
   bool paintsPlainly(const Source& source) const;

@@ -10,33 +10,6 @@ double uprightScale(const CGAffineTransform& t) {
   return isUpright ? t.a : 0;
 }
 
-// The pixel's channels times factor / 255, rounded to the nearest.
-std::uint32_t scaled(std::uint32_t pixel, std::uint32_t factor) {
-  constexpr std::uint32_t everyOther = 0x00ff00ff, half = 0x00800080;
-  std::uint32_t even = (pixel & everyOther) * factor + half, odd = (pixel >> 8 & everyOther) * factor + half;
-  even = (even + (even >> 8 & everyOther)) >> 8 & everyOther;
-  odd = (odd + (odd >> 8 & everyOther)) & ~everyOther;
-  return even | odd;
-}
-
-// Blends one color over 8-bit pixels without floats, which is enough for most text.
-void blendGlyph(const GlyphMask& mask, PixelOffset moved, const PixelRect& painted, std::uint32_t color, Bitmap& bitmap) {
-  const bool isOpaque = color >> 24 == 255;
-  for (int y = painted.top; y < painted.bottom; ++y) {
-    const std::uint8_t* coverage = mask.row(y - moved.y) + (painted.left - moved.x - mask.box.left);
-    std::uint32_t* pixels = bitmap.row(y) + painted.left;
-    for (int i = 0; i < painted.width(); ++i) {
-      if (coverage[i] == 0) continue;
-      if (coverage[i] == 255 && isOpaque) {
-        pixels[i] = color;
-        continue;
-      }
-      const std::uint32_t source = scaled(color, coverage[i]);
-      pixels[i] = source + scaled(pixels[i], 255 - (source >> 24));
-    }
-  }
-}
-
 }  // namespace
 
 void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
@@ -47,9 +20,8 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
   if (scale == 0 || castShadow() || state_.blendMode != BlendMode::Normal) return fillGlyphs(run, origin);
 
   const Source source{.color = premultiplied(state_.fillColor, state_.alpha)};
-  const bool isPlain = paintsPlainly(source);
-  std::uint32_t pixel = 0;
-  storeRow(&source.color, &pixel, 1);
+  std::optional<ColorPainter> plain;  // one for all glyphs, which are small
+  if (paintsPlainly(source)) plain.emplace(*bitmap_, source.color);
   for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
     const CGPoint place = state_.toDevice.apply({origin.x + run.positions[i].x, origin.y + run.positions[i].y});
     // Quarters of a pixel are counted in an int.
@@ -59,50 +31,38 @@ void RasterCanvas::Pipeline::drawGlyphs(const GlyphRun& run, CGPoint origin) {
     constexpr double epsilon = 1e-3;
     const int quarters = int(std::floor(place.x * 4 + epsilon)), column = quarters >> 2;
     const int row = int(std::floor(place.y + 0.5));
-    const GlyphMask* mask = maskOf({run.typeface.get(), run.glyphs[i], quarters & 3, scale}, run.typeface);
+    const Plane* mask = maskOf({run.typeface.get(), run.glyphs[i], quarters & 3, scale}, run.typeface);
     if (!mask) {
       fillGlyphs({.typeface = run.typeface, .glyphs = {run.glyphs[i]}, .positions = {run.positions[i]}}, origin);
       continue;
     }
     const PixelOffset moved{column, row};
-    const PixelRect inClip = mask->box.moved(moved).intersected(clip);
+    const PixelRect inClip = mask->box().moved(moved).intersected(clip);
     if (inClip.isEmpty()) continue;
-    if (isPlain) {
-      blendGlyph(*mask, moved, inClip, pixel, *bitmap_);
-      continue;
-    }
-    paint(source, inClip, [&](auto& painter, const PixelRect& painted) {
-      for (int y = painted.top; y < painted.bottom; ++y) {
-        const std::uint8_t* coverage = mask->row(y - row) + (painted.left - column - mask->box.left);
-        float windings[GlyphCache::maxMaskSide];
-        std::transform(coverage, coverage + painted.width(), windings,
-                       [](std::uint8_t value) { return float(value) * (1.0f / 255); });
-        painter.varied(painted.left, y, painted.width(), windings);
-      }
-    });
+    const auto cover = [&](auto& painter, const PixelRect& painted) {
+      const int left = painted.left - column - mask->box().left;
+      for (int y = painted.top; y < painted.bottom; ++y)
+        painter.varied(painted.left, y, painted.width(), mask->row(y - row) + left);
+    };
+    if (plain) cover(*plain, inClip);
+    else paint(source, inClip, cover);
   }
 }
 
 // Null for a glyph that is too large for a mask or too far from its origin, or when memory is short.
-const GlyphMask* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface) {
-  if (const GlyphMask* kept = glyphs_.find(place)) return kept;
+const Plane* RasterCanvas::Pipeline::maskOf(const GlyphPlace& place, const std::shared_ptr<const Typeface>& typeface) {
+  if (const Plane* kept = glyphs_.find(place)) return kept;
   const Path outline = typeface->outline(place.glyph);
   const CGAffineTransform toPixels{place.scale, 0, 0, -place.scale, place.quarter * 0.25, 0};
   constexpr int side = GlyphCache::maxMaskSide;
   polygons_.clear();
   constexpr PixelRect accurate{-side, -side, side, side};
   flatten(outline, toPixels, accurate);
-  GlyphMask mask;
-  mask.box = polygons_.bounds().roundedOut();
-  if (!mask.box.isEmpty()) {
-    if (mask.box.width() > side || mask.box.height() > side || !accurate.contains(mask.box)) return nullptr;
-    Plane covered;
-    if (!covered.beginEmpty(mask.box) || !coverage_.sweep({.polygons = polygons_}, mask.box, covered)) return nullptr;
-    const float* const values = covered.row(mask.box.top);
-    mask.coverage.resize(mask.box.area());
-    std::transform(values, values + mask.coverage.size(), mask.coverage.begin(),
-                   [](float value) { return std::uint8_t(value * 255 + 0.5f); });
-  }
+  PixelRect box = polygons_.bounds().roundedOut();
+  box.right += -box.width() & 3;  // painters process four pixels at once
+  if (box.width() > side || box.height() > side || !accurate.contains(box)) return nullptr;
+  Plane mask;
+  if (!mask.beginEmpty(box) || !coverage_.sweep({.polygons = polygons_}, box, mask)) return nullptr;
   return &glyphs_.keep(place, typeface, std::move(mask));
 }
 
