@@ -62,7 +62,9 @@ class SideBarSection::Heading : public DisclosureHeaderView {
       addConstraint(equalConstraint(view, NSLayoutAttributeCenterY, self, NSLayoutAttributeCenterY));
     }
     addConstraint(equalConstraint(title_, NSLayoutAttributeLeft, self, NSLayoutAttributeLeft, sideBarTextLeft(depth_)));
-    addConstraint(equalConstraint(button_, NSLayoutAttributeRight, self, NSLayoutAttributeRight, -margin));
+    const auto right = equalConstraint(button_, NSLayoutAttributeRight, self, NSLayoutAttributeRight, -margin);
+    right->setPriority(marginPriority);
+    addConstraint(right);
     addConstraint(NSLayoutConstraint::constraintWithItem(title_, NSLayoutAttributeRight, NSLayoutRelationLessThanOrEqual,
                                                          button_, NSLayoutAttributeLeft, 1, -chevronGap));
     setDisclosureButton(button_);

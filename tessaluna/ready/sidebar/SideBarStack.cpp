@@ -37,6 +37,7 @@ void SideBarStack::show(std::vector<Entry> entries) {
     if (view->superview() != this) addSubview(view);
     chain_.push_back(equalConstraint(view, NSLayoutAttributeLeft, self, NSLayoutAttributeLeft, left));
     chain_.push_back(equalConstraint(view, NSLayoutAttributeRight, self, NSLayoutAttributeRight, -margin));
+    if (left + margin > 0) chain_.back()->setPriority(marginPriority);
     const auto edge = above == self ? NSLayoutAttributeTop : NSLayoutAttributeBottom;
     chain_.push_back(equalConstraint(view, NSLayoutAttributeTop, above, edge, gap));
     above = view;

@@ -16,6 +16,9 @@ platform::Ref<platform::NSLayoutConstraint> equalConstraint(const platform::Ref<
                                                             platform::NSLayoutAttribute otherAttribute,
                                                             platform::CGFloat constant = 0);
 
+// Of right margins, which give way where a bar is narrower than they are.
+inline constexpr platform::NSLayoutPriority marginPriority = platform::NSLayoutPriorityRequired - 1;
+
 class SideBarStack : public platform::NSView {
  public:
   static const platform::ClassInfo staticClassInfo;

@@ -149,6 +149,24 @@ TEST_F(SideBarTest, NoRoomAtAllIsHarmless) {
   EXPECT_EQ(topOf("Playlists"), 4 * row);
 }
 
+// The world expects that no constraints conflict.
+TEST_F(SideBarTest, ABarThatIsNarrowAgainAfterSectionsCameIsHarmless) {
+  const auto makeWide = [&](CGFloat points) {
+    bar->setFrame({0, 0, points, height});
+    desktop.settle();
+  };
+  makeWide(20);
+  makeWide(width);
+  places->now.push_back(
+      {.title = "Outer", .sections = {{.title = "Inner", .view = make<NSTextField>(CGRect{0, 0, 50, 20})}}});
+  places->didChange();
+  makeWide(20);
+  const auto room = [&] { return bar->scrollView()->contentView()->bounds().size.width; };
+  EXPECT_EQ(view("Outer")->frame().size.width, room());
+  makeWide(width);
+  EXPECT_EQ(view("Outer")->frame().size.width, room());
+}
+
 TEST_F(SideBarTest, SectionsWithinEachOtherMoveAtOnce) {
   bar->setIsOpen("Old", false);
   desktop.advance(0.05);
