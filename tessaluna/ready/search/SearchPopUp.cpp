@@ -100,6 +100,9 @@ bool isSame(const SearchRow& a, const SearchRow& b) {
 
 SearchPopUp::SearchPopUp() {
   setEndsWithHiddenWindow(true);
+  // One ground under the rows and under the scroll bar beside them.
+  window()->setBackgroundColor(NSColor::windowBackgroundColor());
+  dynamic_cast<NSScrollView&>(*window()->contentView()).setDrawsBackground(false);
   window()->contentView()->addSubview(make<Edge>(window()->contentView()->bounds()));
 }
 

@@ -7,7 +7,6 @@
 #include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
-#include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/windows/NSWindowOcclusion.h"
@@ -43,18 +42,6 @@ constexpr NSEventMask anyMouseDown =
     maskOf(NSEventType::LeftMouseDown) | maskOf(NSEventType::RightMouseDown) | maskOf(NSEventType::OtherMouseDown);
 static_assert(anyMouseDown == 0x200000A);
 
-// One ground under the rows and under the scroll bar beside them.
-class RowsScrollView : public NSScrollView {
- public:
-  using NSScrollView::NSScrollView;
-
-  void drawRect(CGRect rect) override {
-    if (!drawsBackground()) return;
-    NSColor::windowBackgroundColor()->setFill();
-    NSRectFill(rect);
-  }
-};
-
 template <class T>
 T& required(T* object, std::string_view what) {
   if (!object) stopProgram("TessalunaUIKit.SuggestionsWindowController: used while absent: " + std::string(what));
@@ -85,7 +72,7 @@ SuggestionsWindowController::SuggestionsWindowController()
   fullContentView_ = content;
   content->setAutoresizesSubviews(false);
   content->setAutoresizingMask(NSViewWidthSizable);
-  const auto scrollView = make<RowsScrollView>(startFrame);
+  const auto scrollView = make<NSScrollView>(startFrame);
   scrollView->setHasVerticalScroller(true);
   scrollView->setHasHorizontalScroller(false);
   scrollView->setAutohidesScrollers(true);

@@ -2,17 +2,17 @@
 // button's: target and action, press, key equivalent.
 #pragma once
 
-#include "tessaluna/platform/views/GlyphButton.h"
+#include "tessaluna/platform/views/NSButton.h"
 
 namespace TessalunaUIKit {
 
-class PrevNextButton : public tessaluna::platform::GlyphButton {
+class PrevNextButton : public tessaluna::platform::NSButton {
  public:
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
-  explicit PrevNextButton(tessaluna::platform::CGRect frame) : GlyphButton(frame) {}
-  explicit PrevNextButton(tessaluna::platform::NSCoder& coder) : GlyphButton(coder) { coder.overlookKeys({"next"}); }
+  explicit PrevNextButton(tessaluna::platform::CGRect frame) : NSButton(frame) {}
+  explicit PrevNextButton(tessaluna::platform::NSCoder& coder) : NSButton(coder) { coder.overlookKeys({"next"}); }
 
   // The direction; false initially, whatever an archive holds; a property of interface files. Setting it requests no redraw.
   bool next() const { return next_; }

@@ -16,19 +16,19 @@
 
 #include <cstdint>
 
-#include "tessaluna/platform/views/GlyphButton.h"
+#include "tessaluna/platform/views/NSButton.h"
 
 namespace TessalunaUIKit {
 
-class PlaybackTransportButton : public tessaluna::platform::GlyphButton {
+class PlaybackTransportButton : public tessaluna::platform::NSButton {
  public:
   static const tessaluna::platform::ClassInfo staticClassInfo;
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   // Shows play.
-  explicit PlaybackTransportButton(tessaluna::platform::CGRect frame) : GlyphButton(frame), transportButtonStyle_(1) {}
+  explicit PlaybackTransportButton(tessaluna::platform::CGRect frame) : NSButton(frame), transportButtonStyle_(1) {}
   // Shows nothing until its style is set, which an interface file does with the property "transportButtonStyle".
-  explicit PlaybackTransportButton(tessaluna::platform::NSCoder& coder) : GlyphButton(coder) {}
+  explicit PlaybackTransportButton(tessaluna::platform::NSCoder& coder) : NSButton(coder) {}
 
   std::uint64_t transportButtonStyle() const { return transportButtonStyle_; }
   void setTransportButtonStyle(std::uint64_t style);  // requests a redraw

@@ -7,7 +7,6 @@
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tests/harness/ProbeView.h"
-#include "tests/harness/recordingOf.h"
 #include "tests/uikit/suggestions/PopUpWorld.h"
 
 namespace TessalunaUIKit {
@@ -146,13 +145,6 @@ TEST_F(SuggestionsWindowControllerBegin, TheWindowStopsAtTheScreensLowerEdgeAndS
   controller->setSuggestions(suggestionsCounting(2));
   EXPECT_EQ(popUp()->frame(), (CGRect{150, 40, 200, 60}));
   EXPECT_TRUE(scrollView()->verticalScroller()->isHidden());
-}
-
-TEST_F(SuggestionsWindowControllerBegin, TheScrollBarIsOnTheGroundOfTheRows) {
-  const auto groundOf = [](NSView& view) { return harness::recordingOf([&] { view.drawRect({0, 0, 200, 60}); }); };
-  EXPECT_EQ(groundOf(*scrollView()), groundOf(*content()));
-  scrollView()->setDrawsBackground(false);
-  EXPECT_EQ(groundOf(*scrollView()), harness::Lines());
 }
 
 TEST_F(SuggestionsWindowControllerBegin, TheWheelNeverMovesTheRowsSideways) {

@@ -97,7 +97,3 @@ TEST_F(CloseButtonTest, Before1010ItIsTheModifiersOfTheLastPressThatCount) {
   user.click(*window, inside, {.modifiers = NSEventModifierFlagControl});
   EXPECT_EQ(drawn(), cross(true));
 }
-
-TEST_F(CloseButtonTest, InALayoutItKeepsTheSizeThatItWasMadeWith) {
-  EXPECT_EQ(make<CloseButton>(CGRect{0, 0, 18, 16})->intrinsicContentSize(), (CGSize{18, 16}));
-}

@@ -189,7 +189,3 @@ TEST_F(PrevNextButtonTest, AHighlightCountsFrom10100On) {
   setOperatingSystemVersion({10, 10, 0});
   EXPECT_EQ(drawn(), leftArrow(true, true));
 }
-
-TEST_F(PrevNextButtonTest, InALayoutItKeepsTheSizeThatItWasMadeWith) {
-  EXPECT_EQ(make<PrevNextButton>(CGRect{0, 0, 18, 16})->intrinsicContentSize(), (CGSize{18, 16}));
-}

@@ -443,7 +443,3 @@ TEST_F(PlaybackTransportButtonTest, EveryStyleAndStateDrawsAsTheExpectedFileSays
         }
   harness::expectSameAsFile("uikit/transport/expected/PlaybackTransportButton.txt", lines);
 }
-
-TEST_F(PlaybackTransportButtonTest, InALayoutItKeepsTheSizeThatItWasMadeWith) {
-  EXPECT_EQ(make<PlaybackTransportButton>(CGRect{0, 0, 18, 16})->intrinsicContentSize(), (CGSize{18, 16}));
-}
