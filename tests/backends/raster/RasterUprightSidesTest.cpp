@@ -110,4 +110,23 @@ TEST(RasterUprightSides, BarsThatAClipCutsAtTheLeft) {
                    }});
 }
 
+TEST(RasterUprightSides, BarsInClipsThatCutRows) {
+  const Path bars = shapeOf({leftBar, rightBar});
+  const Path clips[] = {Path::rect({7.3, 9.4, 21.1, 17.3}), Path::rect({7.3, 9.4, 21.1, 1.3}),
+                        Path::rect({7.3, 9.4, 21.1, 0.2}), Path::oval({3, 6, 33, 29})};
+  for (const Path& clip : clips) {
+    expectRight({.draw =
+                     [&](RasterCanvas& canvas) {
+                       canvas.clipPath(clip, FillRule::NonZero);
+                       canvas.setFillColor(glass);
+                       canvas.fillPath(bars, FillRule::NonZero);
+                     },
+                 .expect =
+                     [&](ReferencePicture& picture) {
+                       const Coverage covered = picture.fill(clip);
+                       picture.paint(glass, picture.fill(bars), {.clip = &covered});
+                     }});
+  }
+}
+
 }  // namespace tessaluna::backend::raster::test
