@@ -105,31 +105,47 @@ QString styleSheetFor(const QPalette& palette) {
   return sheet;
 }
 
-// Fusion's boxes have an outline darker than the window, which is invisible on a dark one.
+// Fusion's boxes and menus have an outline darker than the window, which is invisible on a dark one.
 class BoxStyle : public QProxyStyle {
  public:
   BoxStyle() : QProxyStyle("Fusion") {}
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
-    if (element != PE_IndicatorCheckBox) return QProxyStyle::drawPrimitive(element, option, painter, widget);
-    const QColor ground = option->palette.color(QPalette::Base), text = option->palette.color(QPalette::Text);
-    const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(
-        seenOn({ground, option->palette.color(QPalette::Window)}, mixed(text, ground, 0.5), text, contrastOfControls));
-    painter->setBrush(option->state & State_Sunken ? mixed(ground, text, 0.15) : ground);
-    painter->drawRoundedRect(box, 2.5, 2.5);
-    if (option->state & State_On) {
+    if (element == PE_IndicatorCheckBox) return drawCheckBox(*option, *painter);
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_PanelMenu) drawMenuOutline(*option, *painter);
+  }
+
+ private:
+  static QRectF boxOf(const QStyleOption& option) { return QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5); }
+
+  static void drawCheckBox(const QStyleOption& option, QPainter& painter) {
+    const QColor ground = option.palette.color(QPalette::Base), text = option.palette.color(QPalette::Text);
+    const QRectF box = boxOf(option);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(
+        seenOn({ground, option.palette.color(QPalette::Window)}, mixed(text, ground, 0.5), text, contrastOfControls));
+    painter.setBrush(option.state & State_Sunken ? mixed(ground, text, 0.15) : ground);
+    painter.drawRoundedRect(box, 2.5, 2.5);
+    if (option.state & State_On) {
       const auto at = [&](double x, double y) {
         return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
       };
       const QPointF check[] = {at(0.22, 0.52), at(0.42, 0.74), at(0.78, 0.28)};
-      painter->setPen(QPen(text, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-      painter->drawPolyline(check, 3);
+      painter.setPen(QPen(text, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+      painter.drawPolyline(check, 3);
     }
-    painter->restore();
+    painter.restore();
+  }
+
+  static void drawMenuOutline(const QStyleOption& option, QPainter& painter) {
+    painter.save();
+    painter.setPen(mixed(option.palette.color(QPalette::Window), option.palette.color(QPalette::Text), 0.3));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(boxOf(option));
+    painter.restore();
   }
 };
 

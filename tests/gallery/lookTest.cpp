@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QMenu>
 #include <QPalette>
 
 #include "tests/gallery/QtApplicationOfSuite.h"
@@ -41,6 +42,16 @@ TEST_F(LookTest, ADarkThemeIsDarkWhateverThePalette) {
   const QPalette palette = QApplication::palette();
   EXPECT_LT(palette.color(QPalette::Window).lightness(), 64);
   EXPECT_GT(palette.color(QPalette::WindowText).lightness(), 200);
+}
+
+TEST_F(LookTest, AMenuHasAnOutlineThatShowsOnADarkGround) {
+  const Look look(*application, Theme::Dark);
+  QMenu menu;
+  menu.addAction("Play");
+  menu.resize(menu.sizeHint());
+  const QImage picture = menu.grab().toImage();
+  const int ground = QApplication::palette().color(QPalette::Window).lightness();
+  EXPECT_GT(picture.pixelColor(picture.width() / 2, 0).lightness(), ground + 30);
 }
 
 TEST_F(LookTest, EndsWhenItsObjectIsDestroyed) {
