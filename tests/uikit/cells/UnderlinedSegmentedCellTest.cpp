@@ -140,9 +140,9 @@ TEST_F(UnderlinedSegmentedCellTest, TheSelectedSegmentIsOverABarOfFourPoints) {
 }
 
 TEST_F(UnderlinedSegmentedCellTest, DrawsAllSegmentsInOrderAndNoBackground) {
-  const Lines lines = drawn();
-  Lines expected = drawnSegment(0, {0, 0, 40, 24});
-  const Lines second = drawnSegment(1, {40, 0, 60, 24});
+  const Lines lines = drawn({7, 3, 100, 24});
+  Lines expected = drawnSegment(0, {7, 3, 40, 24});
+  const Lines second = drawnSegment(1, {47, 3, 60, 24});
   expected.insert(expected.end(), second.begin(), second.end());
   EXPECT_EQ(lines, expected);
   EXPECT_THAT(only("fill", lines), IsEmpty());

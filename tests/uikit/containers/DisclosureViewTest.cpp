@@ -508,7 +508,8 @@ TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateAfterMeasuringAndBeforeTheS
   std::vector<std::string> seen;
   witness->call = [&] {
     seen.push_back(witness->title() + (section->isDisclosed() ? " open" : " closed") +
-                   (section->isChanging() ? " changing, " : ", ") + std::to_string(std::lround(section->disclosedHeight())));
+                   (section->isChanging() ? " changing, " : ", ") + std::to_string(std::lround(section->disclosedHeight())) +
+                   " up to " + std::to_string(std::lround(limit())));
   };
   section->headerView()->setDisclosureButton(witness);
   section->toggleDisclosure(nullptr);
@@ -518,8 +519,8 @@ TEST_F(DisclosureViewTest, TheButtonIsBroughtUpToDateAfterMeasuringAndBeforeTheS
   section->setDisclosureTo(false, false);
   growContent(200);
   section->setDisclosureTo(true, false);
-  EXPECT_THAT(seen,
-              ElementsAre("Show open changing, 124", "Hide closed changing, 124", "Show open, 124", "Hide closed, 224"));
+  EXPECT_THAT(seen, ElementsAre("Show open changing, 124 up to 24", "Hide closed changing, 124 up to 32760",
+                                "Show open, 124 up to 24", "Hide closed, 224 up to 32760"));
   witness->call = nullptr;
 }
 

@@ -483,6 +483,17 @@ TEST_F(CoverArtThumbnailViewTest, OneThatTheHostClosesAsItTakesTheKeyStatusStays
   EXPECT_NE(panel(), nullptr);
 }
 
+TEST_F(CoverArtThumbnailViewTest, OneThatLosesTheKeyStatusAsItTakesItCloses) {
+  const auto token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidBecomeKeyNotification, nullptr, nullptr, [&](const Ref<NSNotification>& notification) {
+        if (std::dynamic_pointer_cast<CoverArtPanel>(notification->object())) window->makeKeyAndOrderFront(nullptr);
+      });
+  enlarge(300, 100);
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_EQ(panel(), nullptr);
+  EXPECT_TRUE(window->isKeyWindow());
+}
+
 TEST_F(CoverArtThumbnailViewTest, AWindowThatClosesTakesThePanelWithIt) {
   enlarge(300, 100);
   const WeakRef<CoverArtPanel> opened = panel();

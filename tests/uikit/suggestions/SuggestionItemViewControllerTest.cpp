@@ -48,7 +48,7 @@ TEST_F(SuggestionItemViewControllerTest, FillsItsOutlets) {
   EXPECT_EQ(row->suggestion()->itemId, 7);
 }
 
-TEST_F(SuggestionItemViewControllerTest, FillsTheLabelFirst) {
+TEST_F(SuggestionItemViewControllerTest, FillsTheLabelFirstAndTheImageLast) {
   struct ProbeCell : NSTextFieldCell {
     std::function<void()> onValue;
     void setObjectValue(Ref<NSObject> value) override {
@@ -61,9 +61,15 @@ TEST_F(SuggestionItemViewControllerTest, FillsTheLabelFirst) {
   const auto cell = make<ProbeCell>();
   row->detailedLabelTextField()->setCell(cell);
   std::string label;
-  cell->onValue = [&] { label = row->labelTextField()->stringValue(); };
+  bool hadImage = true;
+  cell->onValue = [&] {
+    label = row->labelTextField()->stringValue();
+    hadImage = row->imageView()->image() != nullptr;
+  };
   row->setSuggestion(full());
   EXPECT_EQ(label, "Kind of Blue");
+  EXPECT_FALSE(hadImage);
+  EXPECT_NE(row->imageView()->image(), nullptr);
 }
 
 TEST_F(SuggestionItemViewControllerTest, AnAbsentDetailShowsAnEmptyTextAndDoesNotHideTheField) {
