@@ -11,6 +11,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "tessaluna/backends/qt/QtBackend.h"
 #include "tessaluna/backends/qt/keyTranslation.h"
@@ -76,6 +77,32 @@ CompositionInput compositionOf(const QInputMethodEvent& event) {
   return step;
 }
 
+// Some input methods commit once more what a text has let go of, after they were reset, into whatever is at the caret by then.
+class RepeatedCommits {
+ public:
+  // The input method is about to be reset.
+  void expect() {
+    if (!composed_.isEmpty()) expected_ = std::exchange(composed_, {});
+  }
+  void forget() { expected_.clear(); }
+  // Asked of each event in order: only the first one after a reset that is not empty can be such a commit.
+  bool isRepeated(const QInputMethodEvent& event) {
+    composed_ = event.preeditString();
+    if (composed_.isEmpty() && event.commitString().isEmpty()) return false;
+    const QString expected = std::exchange(expected_, {});
+    return composed_.isEmpty() && !expected.isEmpty() && event.commitString() == expected;
+  }
+
+ private:
+  QString composed_;
+  QString expected_;
+};
+RepeatedCommits repeatedCommits;
+
+void sendComposition(const QInputMethodEvent& event, WindowInput& input) {
+  if (!repeatedCommits.isRepeated(event)) input.composition(compositionOf(event));
+}
+
 QVariant answer(Qt::InputMethodQuery query, const std::optional<EditedText>& text, QPointF origin) {
   if (query == Qt::ImEnabled) return text.has_value();
   if (!text) return {};
@@ -105,6 +132,7 @@ void answerInputMethod(QInputMethodQueryEvent& query, const InputReceiver& recei
 
 // Qt asks for shortcuts before it sends a press: that is an announcement. What the window gives back they are asked for now.
 bool sendKey(const QKeyEvent& event, const InputReceiver& receiver) {
+  if (event.type() == QEvent::KeyPress) repeatedCommits.forget();
   QObject nobody;
   const QPointer<QObject> next = receiver.parent ? receiver.parent : &nobody;
   const KeyAnswer answer = receiver.input.key(keyInputOf(event, commandKey()));
@@ -170,7 +198,7 @@ bool sendInput(QEvent& event, const InputReceiver& receiver) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride: isTaken = sendKey(static_cast<const QKeyEvent&>(event), receiver); break;
-    case QEvent::InputMethod: receiver.input.composition(compositionOf(static_cast<const QInputMethodEvent&>(event))); break;
+    case QEvent::InputMethod: sendComposition(static_cast<const QInputMethodEvent&>(event), receiver.input); break;
     case QEvent::InputMethodQuery: answerInputMethod(static_cast<QInputMethodQueryEvent&>(event), receiver); break;
     default: return false;
   }
@@ -179,6 +207,10 @@ bool sendInput(QEvent& event, const InputReceiver& receiver) {
 }
 
 void tellInputMethodOfChange() { QGuiApplication::inputMethod()->update(Qt::ImQueryAll); }
-void resetInputMethod() { QGuiApplication::inputMethod()->reset(); }
+
+void resetInputMethod() {
+  repeatedCommits.expect();
+  QGuiApplication::inputMethod()->reset();
+}
 
 }  // namespace tessaluna::backend::qt

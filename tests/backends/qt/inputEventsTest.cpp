@@ -153,6 +153,32 @@ TEST_F(inputEventsTest, FcitxClearsAndThenDecides) {
 }
 
 // The compose key of X11 only ever decides, and the keys that lead there are no events.
+// As ibus and its Hangul engine do after a click into the text.
+TEST_F(inputEventsTest, WhatAnInputMethodCommitsAgainAfterAResetIsNotTypedTwice) {
+  QWindow& native = showInWindow();
+  compose(native, QString::fromUtf8("하"));
+  editor()->unmarkText();
+  compose(native, "");
+  compose(native, {}, QString::fromUtf8("하"));
+  EXPECT_EQ(field->stringValue(), "하");
+  compose(native, {}, QString::fromUtf8("하"));
+  EXPECT_EQ(field->stringValue(), "하하");
+}
+
+TEST_F(inputEventsTest, WhatIsCommittedAfterAKeyOrAfterAnotherCompositionIsTyped) {
+  QWindow& native = showInWindow();
+  compose(native, QString::fromUtf8("하"));
+  editor()->unmarkText();
+  compose(native, QString::fromUtf8("ㅎ"));
+  compose(native, {}, QString::fromUtf8("하"));
+  EXPECT_EQ(field->stringValue(), "하하");
+  compose(native, QString::fromUtf8("é"));
+  editor()->unmarkText();
+  QTest::keyClick(&native, 'a');
+  compose(native, {}, QString::fromUtf8("é"));
+  EXPECT_EQ(field->stringValue(), "하하éaé");
+}
+
 TEST_F(inputEventsTest, AComposeKeyDecidesWithoutHavingShownAnything) {
   QWindow& native = showInWindow();
   QTest::keyClick(&native, 'a');
