@@ -112,6 +112,24 @@ TEST(RasterShadow, ComesFromAShapeOutsideTheClip) {
                    }});
 }
 
+TEST(RasterShadow, OfATallBarInAClipThatCutsRows) {
+  const Shadow shadow{{3, 0}, 3, dark};
+  const Path bar = Path::rect({9.5, -30, 12, 100}), clip = Path::rect({4.3, 9.4, 31.2, 17.3});
+  expectRight({.draw =
+                   [&](RasterCanvas& canvas) {
+                     canvas.clipRect(clip.bounds());
+                     canvas.setShadow(shadow);
+                     canvas.setFillColor(ink);
+                     canvas.fillPath(bar, nonZero);
+                   },
+               .expect =
+                   [&](ReferencePicture& picture) {
+                     const Coverage covered = picture.fill(clip);
+                     picture.paint(dark, picture.shadow(filled(bar), shadow), {.clip = &covered});
+                     picture.paint(ink, picture.fill(bar), {.clip = &covered});
+                   }});
+}
+
 TEST(RasterShadow, IsAsFaintAsItsShape) {
   const Shadow shadow{{2, -3}, 4, Color{0, 0, 0, 0.8}};
   expectRight({.draw =
