@@ -4,8 +4,10 @@
 
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSTextView.h"
+#include "tessaluna/platform/windows/NSWindowOcclusion.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/uikit/suggestions/PopUpWorld.h"
 
@@ -309,6 +311,20 @@ TEST_F(SuggestionsWindowControllerMoved, FollowsAFieldThatMovedWithinItsWindow) 
 }
 
 using SuggestionsWindowControllerCancel = harness::PopUpWorld;
+
+TEST_F(SuggestionsWindowControllerCancel, TakesThePopUpFromItsWindowThenHidesItThenCutsItsLinks) {
+  const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
+  show({"a"});
+  Calls seen;
+  const auto token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidChangeOcclusionStateNotification, popUp(), nullptr, [&](const Ref<NSNotification>&) {
+        seen.push_back(std::string(popUp()->parentWindow() ? "child" : "alone") +
+                       (cell->suggestionsWindow() ? ", linked" : ""));
+      });
+  controller->cancelSuggestions();
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_EQ(seen, (Calls{"alone, linked"}));
+}
 
 TEST_F(SuggestionsWindowControllerCancel, HidesThePopUpAndLeavesItsContent) {
   show({"a", "b"});
