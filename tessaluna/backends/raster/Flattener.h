@@ -26,7 +26,8 @@ struct FlattenSettings {
   double reach = 0;         // of a pen that follows the curve: what it draws must be as accurate
   // Chords may be farther off where no more than this area lies between them and the curve, in one place and on one side.
   double areaTolerance = 0;
-  // True if lengths matter: invisible parts are then divided into chords too, unless the curve is huge.
+  // True if lengths matter: invisible parts are then divided into chords too, unless the curve is huge; chords end on the
+  // curve; and directions are as long as the way in the time of a chord, before and after each piece with chords of one time.
   bool keepsLengths = false;
   // Of the chords that the distance asks for, this share is needed where a curve turns back.
   float shareAtTurns = 0;
@@ -115,14 +116,14 @@ class Flattener {
       return !areBothSet(next == from) ? next : !areBothSet(second == from) ? second : third;
     };
     splitsLeftOfCurve_ = maxSplitsOfCurve;
-    sink_.leave(pointOf(other(p0, p1, p2, p3) - p0));
+    if (!settings_.keepsLengths) sink_.leave(pointOf(other(p0, p1, p2, p3) - p0));
     // Nearly all curves are in the picture and need no splitting: the compiler can inline this short way.
     const bool isNeeded = settings_.keepsLengths || isVisible(p0);
     const float wanted = isNeeded ? wantedChords(p0, p1, p2, p3) : maxSteps + 1;
     leavesOut_ = !settings_.keepsLengths || !(wanted < maxStepsWithLength);
     if (wanted < maxSteps) step(p0, p1, p2, p3, int(wanted) + 1, Corner::Sharp);
     else split(p0, p1, p2, p3, Corner::Sharp, 0);
-    sink_.arrive(pointOf(p3 - other(p3, p2, p1, p0)));
+    if (!settings_.keepsLengths) sink_.arrive(pointOf(p3 - other(p3, p2, p1, p0)));
   }
 
   bool isVisible(Double2 p) const { return areBothSet(p >= leftTop_) && areBothSet(p <= rightBottom_); }
@@ -192,17 +193,23 @@ class Flattener {
   void step(Double2 p0, Double2 p1, Double2 p2, Double2 p3, int count, Corner end) {
     const double h = 1.0 / (count - saved_);
     const Double2 three = bothOf(3), a = p3 - p0 + three * (p1 - p2), b = three * (p0 - (p1 + p1) + p2);
-    const Double2 c = three * (p1 - p0) - bothOf(h * h * 0.5) * a, d = p0 - bothOf(h * h * (1.0 / 6)) * b;
+    const double shift = settings_.keepsLengths ? 0 : h * h * (1.0 / 6);
+    const Double2 c = three * (p1 - p0) - bothOf(3 * shift) * a, d = p0 - bothOf(shift) * b;
+    const Double2 step = bothOf(h), a2 = three * a * step, b2 = (b + b) * step, c2 = c * step;
+    const auto way = [&](double t) { return pointOf((a2 * bothOf(t) + b2) * bothOf(t) + c2); };
+    // Not quite at the ends, where it may be zero.
+    if (settings_.keepsLengths) sink_.leave(way(1e-6));
     double t = (1 - saved_ * 0.5) * h;
     for (int i = 1; i < count; ++i, t += h) {
       const Double2 at = bothOf(t), p = ((a * at + b) * at + c) * at + d;
       if constexpr (requires { Sink::wantsDirections; }) {
-        sink_.curvePoint(pointOf(p), pointOf((three * a * at + (b + b)) * at + c));
+        sink_.curvePoint(pointOf(p), way(t));
       } else {
         sink_.lineTo(pointOf(p), Corner::Smooth);
       }
     }
     sink_.lineTo(pointOf(p3), end);
+    if (settings_.keepsLengths) sink_.arrive(way(1 - 1e-6));
   }
 
   const FlattenSettings settings_;

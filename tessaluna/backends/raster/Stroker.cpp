@@ -8,8 +8,9 @@ namespace tessaluna::backend::raster {
 namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
-// Tolerances for flattened curves, in device pixels: 2 of 255 on an edge, 1.3 within one pixel. Dashes add up many lengths.
-constexpr double chordTolerance = 0.0083, areaTolerance = 0.005, dashTolerance = 0.001;
+// Tolerances for flattened curves, in device pixels: 2 of 255 on an edge, 1.3 within one pixel. Those of dashes do not
+// lie around their curve but inside it.
+constexpr double chordTolerance = 0.0083, areaTolerance = 0.005, dashTolerance = 0.003;
 constexpr double endStep = 2.0 / 3;  // with this, no area is lost at a curve's ends either
 // A pattern finer than this, in pixels, and more dashes than this cannot be distinguished from a solid line.
 constexpr double finestPattern = 1.0 / 16;
@@ -18,6 +19,17 @@ constexpr int maxDashes = 200000;
 // pattern, where each dash covers the whole picture.
 constexpr std::size_t maxPointsOfDashes = 400000;
 constexpr double widestPen = 1e7;  // half a pen's width, in pixels; corners of wider pens lose precision
+
+// A dash's end is found this exactly on a chord, in halves of it.
+constexpr int halvings = 40;
+// The places and weights that integrate over 0 to 1, after Gauss and Legendre.
+constexpr struct {
+  double place, weight;
+} gaussian[] = {{0.04691007703066802, 0.11846344252809454},
+                {0.23076534494715845, 0.23931433524968324},
+                {0.5, 0.28444444444444444},
+                {0.7692346550528415, 0.23931433524968324},
+                {0.953089922969332, 0.11846344252809454}};
 
 double largestScale(const CGAffineTransform& t) {
   // The larger singular value.
@@ -64,7 +76,7 @@ bool Stroker::stroke(const Path& path, const StrokeStyle& style, const CGAffineT
   isWhole_ = true;
   piece_.clear();
   outline_.begin(pen_, polygons);
-  // Chords are shorter than their curves; dashes, which count lengths, need finer ones.
+  // Dashes know their curve from its chords.
   FlattenSettings settings{
       .visible = reach_, .tolerance = dashTolerance * pen_.pixel, .reach = pen_.halfWidth, .keepsLengths = true};
   if (dashes_.empty()) {
@@ -116,7 +128,7 @@ void Stroker::moveTo(CGPoint p) {
 }
 
 void Stroker::curvePoint(CGPoint p, CGPoint direction) {
-  const CGPoint along = unit(direction);
+  const CGPoint along = kept(direction);
   add({p, Corner::Smooth, along, along});
 }
 
@@ -184,36 +196,57 @@ struct Stroker::Visible {
 
 void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
   const std::optional<Visible> seen = visiblePart(from, to);
-  const double whole = distance(from.at, to.at);
+  const CGPoint way = to.at - from.at;
+  const double whole = distance(from.at, to.at), before = seen ? seen->before : 0;
+  // Dashes end on the curve and not on the chord. It is the cubic one that leaves and arrives in these ways.
+  const bool bends = !dashes_.empty() && (from.out != CGPoint{} || to.in != CGPoint{});
+  const CGPoint first = from.out - way, last = to.in - way;
+  const auto directionAt = [&](double t) { return way + first * ((1 - t) * (1 - 3 * t)) - last * (t * (2 - 3 * t)); };
+  // The length between two places on the chord, which are given as distances from where it starts to be visible.
+  const auto length = [&](double start, double end) {
+    if (!bends) return end - start;
+    double sum = 0;
+    for (const auto& [place, weight] : gaussian) {
+      const CGPoint speed = directionAt((before + start + (end - start) * place) / whole);
+      sum += weight * std::sqrt(dot(speed, speed));
+    }
+    return sum * (end - start) / whole;
+  };
   if (!seen) {
     finishPiece();
-    return skip(whole);
+    return skip(length(0, whole));
   }
-  if (seen->before > 0) {
+  if (before > 0) {
     finishPiece();
-    skip(seen->before);
+    skip(length(-before, 0));
   }
-  const CGPoint chord = (to.at - from.at) * (1 / whole);
-  // Inside a curve a dash ends on the curve and not on the chord, and in the curve's direction: there the curve is as good as
-  // a cubic one that leaves and arrives in these directions.
-  const CGPoint first = from.out == CGPoint{} ? CGPoint{} : from.out - chord;
-  const CGPoint last = to.in == CGPoint{} ? CGPoint{} : to.in - chord;
+  const CGPoint chord = way * (1 / whole);
   const auto add = [&](double at) {
     StrokePoint p{seen->start + chord * at};
-    if (!dashes_.empty()) {
-      const double t = (seen->before + at) / whole, u = 1 - t;
-      p.at = p.at + (first * u - last * t) * (t * u * whole);
-      p.in = p.out = unit(chord + first * (u * (1 - 3 * t)) - last * (t * (2 - 3 * t)));
+    if (bends) {
+      const double t = (before + at) / whole, u = 1 - t;
+      p.at = p.at + (first * u - last * t) * (t * u);
+      p.in = p.out = unit(directionAt(t));
     }
     piece_.push_back(p);
   };
+  // Where the dash or gap ends that began there.
+  const auto endFrom = [&](double at) {
+    if (!bends) return at + rest_;
+    double low = at, high = seen->length;
+    for (int i = 0; i < halvings; ++i) {
+      const double middle = (low + high) * 0.5;
+      (length(at, middle) < rest_ ? low : high) = middle;
+    }
+    return high;
+  };
   if (isOn_ && piece_.empty()) {
     add(0);
-    if (seen->before == 0) piece_.back().out = from.out;
+    if (before == 0) piece_.back().out = unit(from.out);
   }
-  double at = 0;
-  while (at + rest_ < seen->length) {
-    at += rest_;
+  double at = 0, ahead = 0;
+  while (rest_ < (ahead = length(at, seen->length))) {
+    at = endFrom(at);
     if (isOn_) {
       // A dash of length 0 still needs a direction.
       add(rest_ == infinite || dashes_[dash_] > 0 ? at : at + nearest_ * 100);
@@ -222,13 +255,13 @@ void Stroker::walkSegment(const StrokePoint& from, const StrokePoint& to) {
     nextDash();
     if (isOn_) add(at);
   }
-  rest_ -= seen->length - at;
+  rest_ -= ahead;
   if (seen->after > 0) {
     if (isOn_) piece_.push_back({seen->end});
     finishPiece();
-    skip(seen->after);
+    skip(length(seen->length, seen->length + seen->after));
   } else if (isOn_) {
-    piece_.push_back(to);
+    piece_.push_back({to.at, to.corner, unit(to.in), unit(to.out)});
   }
 }
 

@@ -25,12 +25,14 @@ class Stroker {
   void moveTo(CGPoint p);
   void lineTo(CGPoint p, Corner corner) { add({p, corner}); }
   void curvePoint(CGPoint p, CGPoint direction);
-  void leave(CGPoint direction) { points_.back().out = unit(direction); }
+  void leave(CGPoint direction) { points_.back().out = kept(direction); }
   void arrive(CGPoint direction) {
-    if (!isDouble_) points_.back().in = unit(direction);
+    if (!isDouble_) points_.back().in = kept(direction);
   }
   void close() { finishContour(Contour::Closed); }
 
+  // Dashes keep how far the curve would go at its speed there in the time of a chord, from which they know the curve.
+  CGPoint kept(CGPoint direction) const { return dashes_.empty() ? unit(direction) : direction; }
   void add(const StrokePoint& p);
   bool mergeDouble(StrokePoint& last, const StrokePoint& p) const;
   void finishContour(Contour contour);

@@ -341,6 +341,15 @@ TEST(RasterDash, NoLongerThanABendNarrowerThanThePen) {
   expectStroke(path, {.width = 4.34135907, .join = LineJoin::Round, .dash = dash});
 }
 
+// A thousandth of a pixel in a dash's length decides in which direction it ends.
+TEST(RasterDash, EndsInABendFarNarrowerThanThePen) {
+  const double dash[] = {1.03936661, 1.03936661};
+  Path path;
+  path.moveTo({14, 24});
+  path.curveTo({21, 10}, {18, 25}, {4, 20});
+  expectStroke(path, {.width = 3.02501493, .join = LineJoin::Round, .dash = dash, .dashPhase = 7.866176});
+}
+
 TEST(RasterDash, TurnsInACurveAsNarrowAsThePen) {
   const double dash[] = {9, 1.3};
   for (const double radius : {0.85, 0.95, 1.05}) {
