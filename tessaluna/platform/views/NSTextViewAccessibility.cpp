@@ -45,9 +45,15 @@ void NSTextView::accessibilitySetValue(const AccessibilityValue& value, std::str
   if (!accessibilityIsAttributeSettable(forAttribute)) return;
   const auto* range = value.as<NSRange>();
   const auto* text = value.as<std::string>();
-  if (forAttribute == NSAccessibilitySelectedTextRangeAttribute && range) setSelectedRange(*range);
-  else if (forAttribute == NSAccessibilityValueAttribute && text) insertText(*text, {0, length()});
-  else TextViewEditing::accessibilitySetValue(value, forAttribute);
+  if (forAttribute == NSAccessibilitySelectedTextRangeAttribute && range) {
+    setSelectedRange(*range);
+  } else if (forAttribute == NSAccessibilityValueAttribute && text) {
+    // No input method has written this: it must not go on with what is replaced.
+    unmarkText();
+    insertText(*text, {0, length()});
+  } else {
+    TextViewEditing::accessibilitySetValue(value, forAttribute);
+  }
 }
 
 }  // namespace tessaluna::platform

@@ -299,6 +299,15 @@ TEST_F(TextViewEditingComposition, StaysWhenTheKeysOrThePointerGoElsewhere) {
   EXPECT_EQ(nativeOf(*window).discardsOfMarkedText(), 2);
 }
 
+TEST_F(TextViewEditingComposition, EndsWhenAnAssistiveClientWritesTheText) {
+  begin("ab", 2);
+  user.compose("k");
+  editor()->accessibilitySetValue("new", NSAccessibilityValueAttribute);
+  EXPECT_EQ(field->stringValue(), "new");
+  EXPECT_FALSE(editor()->hasMarkedText());
+  EXPECT_EQ(nativeOf(*window).discardsOfMarkedText(), 1);
+}
+
 TEST_F(TextViewEditingComposition, AKeyThatTheInputMethodLeavesComesAfterIt) {
   begin();
   user.compose("k");
