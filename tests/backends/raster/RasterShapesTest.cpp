@@ -341,7 +341,7 @@ TEST(RasterDash, NoLongerThanABendNarrowerThanThePen) {
   expectStroke(path, {.width = 4.34135907, .join = LineJoin::Round, .dash = dash});
 }
 
-// A thousandth of a pixel in a dash's length decides in which direction it ends.
+// A tiny part of a dash's length decides in which direction it ends.
 TEST(RasterDash, EndsInABendFarNarrowerThanThePen) {
   const double dash[] = {1.03936661, 1.03936661};
   Path path;
