@@ -42,7 +42,6 @@ void Blur::makeKernel(Kernel& kernel, double deviation, double move) {
 }
 
 bool Blur::begin(const PixelRect& from, const PixelRect& to, const Style& style) {
-  from_ = from;
   pixels_ = to_ = to;
   style_ = style;
   cell_ = cellSize(style.deviation);
@@ -182,11 +181,10 @@ int Blur::blurDown(int column, int y, float* out) {
   }
   constexpr std::size_t fours = blockSize / 4;
   Float4 sums[fours] = {};
-  const float* const sumsFromEnd = down_.sums.data() + (high - 1);
   float before = 1;
   for (const int* next = tops + first + 1;; ++next, values += blockSize) {
     const bool isLast = *next >= high;
-    const float after = isLast ? 0 : sumsFromEnd[-*next];
+    const float after = isLast ? 0 : down_.sums[std::size_t(high - 1 - *next)];
     for (std::size_t i = 0; i < fours; ++i) sums[i] += fourOf(values + 4 * i) * splat(before - after);
     if (isLast) break;
     before = after;

@@ -80,7 +80,7 @@ class Blur {
   int* tops(int column) { return tops_.data() + column * perColumn_; }
 
   Kernel across_, down_;
-  PixelRect from_, to_;
+  PixelRect to_;
   std::vector<Column> columns_;
   std::ptrdiff_t perColumn_ = 0;  // room for blocks
   WorkBuffer<float> blocks_;

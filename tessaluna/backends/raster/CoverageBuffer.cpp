@@ -121,9 +121,11 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   const double height = height_, width = width_;
   const double slope = (to.x - from.x) / (to.y - from.y);
   if (!std::isfinite(slope)) return addLevel(from.y, from.x, to.x);  // or as good as level
+  // Cut at the same places in either direction.
+  const CGPoint upper = from.y < to.y ? from : to;
   const auto cut = [&](CGPoint p) {
     const double y = std::clamp(p.y, 0.0, height);
-    return CGPoint{y == p.y ? p.x : from.x + (y - from.y) * slope, y};
+    return CGPoint{y == p.y ? p.x : upper.x + (y - upper.y) * slope, y};
   };
   const CGPoint first = cut(from), last = cut(to);
   if (first.y == last.y || (first.x >= width && last.x >= width)) return leaveChain();
@@ -137,7 +139,7 @@ void CoverageBuffer::addEdge(CGPoint from, CGPoint to) {
   const auto goToEdge = [&](double x) {
     if ((first.x < x) == (last.x < x)) return;
     mostInRow_ += 2;
-    goTo({x, std::clamp(from.y + (x - from.x) / slope, std::min(first.y, last.y), std::max(first.y, last.y))});
+    goTo({x, std::clamp(upper.y + (x - upper.x) / slope, std::min(first.y, last.y), std::max(first.y, last.y))});
   };
   goToEdge(first.x < last.x ? 0 : width);
   goToEdge(first.x < last.x ? width : 0);
