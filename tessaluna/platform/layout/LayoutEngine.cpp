@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/views/PlacementScope.h"
 #include "tessaluna/platform/views/ViewConstraintsState.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -553,6 +554,7 @@ void LayoutEngine::placeView(const Item& item) {
   const Extent x = extentOf(item.axes[0]), y = extentOf(item.axes[1]);
   const NSView& above = *view.superview();
   const CGFloat originY = above.isFlipped() ? y.start : above.bounds().size.height - y.start - y.length;
+  const PlacementScope placement(view);
   view.setFrame({x.start, originY, x.length, y.length});
 }
 

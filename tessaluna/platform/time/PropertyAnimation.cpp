@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tessaluna/platform/backend/Backend.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/time/CAMediaTimingFunction.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -99,8 +100,8 @@ void PropertyAnimation::step() {
 
 void PropertyAnimation::set(NSObject& object, double share) {
   isSetting_ = true;
+  const AtEndOfScope reset([this] { isSetting_ = false; });
   subject_.set(object, share);
-  isSetting_ = false;
 }
 
 void PropertyAnimation::end() {

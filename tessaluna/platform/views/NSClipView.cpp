@@ -61,7 +61,11 @@ void NSClipView::mouseDown(const Ref<NSEvent>& event) {
 // Whichever of the two changed, the document reaches only so far.
 void NSClipView::layout() {
   NSView::layout();
-  scrollToPoint(bounds().origin);
+  layOutTree();
+  // An origin that is right is not set again: a scroll that is under way would end there.
+  const CGPoint origin = constrainScrollPoint(bounds().origin);
+  if (origin != bounds().origin) setBoundsOrigin(origin);
+  contentDidChange();
 }
 
 void NSClipView::subviewFrameDidChange(NSView& view) {

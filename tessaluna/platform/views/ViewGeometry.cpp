@@ -6,6 +6,7 @@
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/time/PropertyAnimation.h"
 #include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/views/PlacementScope.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -82,15 +83,10 @@ void ViewGeometry::moveToWindow(NSWindow* window) {
   if (window_ == window) viewDidMoveToWindow();
 }
 
-namespace {
-
-const ViewGeometry* autoresizedView = nullptr;
-
-}  // namespace
-
 void ViewGeometry::setFrame(CGRect frame) {
-  // A frame that moves on its own is not stopped half way because the superview is resized.
-  if (autoresizedView != this) propertyWillBeSet<&NSView::setFrame>(*this);
+  // A frame that moves on its own is not stopped half way because the superview is resized, or constraints have a
+  // place for it.
+  if (!PlacementScope::isPlacing(asView())) propertyWillBeSet<&NSView::setFrame>(*this);
   if (frame == frame_) return;
   const CGSize oldSize = frame_.size;
   geometryWillChange();
@@ -220,9 +216,8 @@ void ViewGeometry::resizeWithOldSuperviewSize(CGSize oldSize) {
   const Extent y =
       resized({frame_.origin.y, frame_.size.height},
               {has(NSViewMinYMargin), has(NSViewHeightSizable), has(NSViewMaxYMargin)}, oldSize.height, newSize.height);
-  const ViewGeometry* outer = std::exchange(autoresizedView, this);
+  const PlacementScope placement(asView());
   asView().setFrame({x.origin, y.origin, x.length, y.length});
-  autoresizedView = outer;
 }
 
 }  // namespace tessaluna::platform

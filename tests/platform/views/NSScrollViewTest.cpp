@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/views/NSScroller.h"
+#include "tessaluna/platform/views/NSViewAnimator.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
@@ -258,6 +259,16 @@ TEST_F(NSScrollViewTest, AStepThatTakesBackASmallOneDoesNotContinueToTheViewArou
 }
 
 // Bars.
+
+TEST_F(NSScrollViewTest, ALayoutDoesNotStopAScrollThatIsUnderWay) {
+  const Ref<NSClipView> clip = scrollView->contentView();
+  layOut();
+  clip->animator()->setBoundsOrigin({0, 500});
+  desktop.advance(0.02);
+  clip->setNeedsLayout(true);
+  desktop.advance(1);
+  EXPECT_EQ(origin(), (CGPoint{0, 500}));
+}
 
 TEST_F(NSScrollViewTest, BarsTakeTheirRoomFromTheClipView) {
   scrollView->setHasVerticalScroller(true);

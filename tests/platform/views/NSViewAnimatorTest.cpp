@@ -1,6 +1,10 @@
 // A virtual window has a frame every hundredth of a second.
 #include "tessaluna/platform/views/NSViewAnimator.h"
 
+#include <stdexcept>
+#include <utility>
+
+#include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/time/CAMediaTimingFunction.h"
 #include "tessaluna/platform/time/NSAnimationContext.h"
 #include "tests/harness/StillWorld.h"
@@ -9,6 +13,17 @@
 using namespace tessaluna::platform;
 
 namespace {
+
+// Throws at the next frame that it is given.
+class ThrowingView : public NSView {
+ public:
+  using NSView::NSView;
+  bool throwsNext = false;
+  void setFrame(CGRect frame) override {
+    if (std::exchange(throwsNext, false)) throw std::runtime_error("setFrame");
+    NSView::setFrame(frame);
+  }
+};
 
 // A view of 10 by 10 in a window.
 class NSViewAnimatorTest : public harness::StillWorld {
@@ -74,6 +89,51 @@ TEST_F(NSViewAnimatorTest, AWindowThatIsResizedMeanwhileStopsNothing) {
   view->setFrameSize({200, 10});
   desktop.advance(1);
   EXPECT_EQ(inner->frame().size.width, 50);
+}
+
+TEST_F(NSViewAnimatorTest, ConstraintsThatPlaceTheViewStopNothing) {
+  const auto inner = make<NSView>(CGRect{0, 0, 10, 10});
+  inner->setTranslatesAutoresizingMaskIntoConstraints(false);
+  view->addSubview(inner);
+  for (const auto attribute : {NSLayoutAttributeWidth, NSLayoutAttributeHeight})
+    NSLayoutConstraint::constraintWithItem(inner, attribute, NSLayoutRelationEqual, nullptr, NSLayoutAttributeNotAnAttribute,
+                                           1, 10)
+        ->setActive(true);
+  desktop.settle();
+  NSAnimationContext::runAnimationGroup(
+      [&](NSAnimationContext& context) {
+        context.setDuration(0.1);
+        inner->animator()->setFrame({0, 0, 50, 10});
+      },
+      [this] { isGrown = true; });
+  desktop.advance(0.05);
+  EXPECT_FALSE(isGrown);
+  desktop.advance(0.1);
+  EXPECT_TRUE(isGrown);
+  EXPECT_EQ(inner->frame().size.width, 10);
+}
+
+TEST_F(NSViewAnimatorTest, AfterAStepThatThrowsAFrameThatIsSetDirectlyStays) {
+  const auto inner = make<ThrowingView>(CGRect{0, 0, 10, 10});
+  view->addSubview(inner);
+  inner->animator()->setFrame({0, 0, 50, 10});
+  inner->throwsNext = true;
+  EXPECT_THROW(desktop.advance(0.01), std::runtime_error);
+  inner->setFrame({0, 0, 7, 10});
+  desktop.advance(1);
+  EXPECT_EQ(inner->frame().size.width, 7);
+}
+
+TEST_F(NSViewAnimatorTest, AfterAResizeThatThrowsAFrameThatIsSetDirectlyStays) {
+  const auto inner = make<ThrowingView>(CGRect{0, 0, 10, 10});
+  inner->setAutoresizingMask(NSViewWidthSizable);
+  view->addSubview(inner);
+  inner->throwsNext = true;
+  EXPECT_THROW(view->setFrameSize({20, 10}), std::runtime_error);
+  inner->animator()->setFrame({0, 0, 50, 10});
+  inner->setFrame({0, 0, 7, 10});
+  desktop.advance(1);
+  EXPECT_EQ(inner->frame().size.width, 7);
 }
 
 TEST_F(NSViewAnimatorTest, AViewThatLeavesItsWindowMovesOn) {
