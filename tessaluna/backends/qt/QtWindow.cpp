@@ -137,6 +137,7 @@ class QtWindow::Surface : public QRasterWindow {
     closing_ = Closing::ByProgram;
     close();
     closing_ = Closing::No;
+    if (isVisible()) hide();  // a filter of the program's may have kept it open
   }
 
   void requestFocus() {

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "tessaluna/platform/backend/imageHeader.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/graphics/CGContext.h"
 #include "tessaluna/platform/graphics/EncodedPicture.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
@@ -104,8 +105,8 @@ void NSImage::drawInRect(CGRect rect, const Drawing& drawing) {
   context.setAlpha(drawing.fraction);
   context.setBlendMode(blendModeForOperation(drawing.operation));
   context.beginTransparencyLayer();
+  const AtEndOfScope layer([&] { context.endTransparencyLayer(); });
   drawInContext(context, whole);
-  context.endTransparencyLayer();
 }
 
 void NSImage::drawInContext(CGContext& context, CGRect rect) {
@@ -123,13 +124,15 @@ void NSImage::drawInContext(CGContext& context, CGRect rect) {
   // Shapes that lie over each other do not show through.
   const bool isPale = context.alpha() < 1;
   if (isPale) context.beginTransparencyLayer();
+  const AtEndOfScope layer([&] {
+    if (isPale) context.endTransparencyLayer();
+  });
   const CGFloat xScale = rect.size.width / handlerSize_.width, yScale = rect.size.height / handlerSize_.height;
   context.concat(
       CGAffineTransform::scale(xScale, yScale).then(CGAffineTransform::translation(rect.origin.x, rect.origin.y)));
   if (handlerIsFlipped_) context.concat({1, 0, 0, -1, 0, handlerSize_.height});
   const CurrentContextScope current(NSGraphicsContext::graphicsContextWithCGContext(context, handlerIsFlipped_));
   handler_({{}, handlerSize_});
-  if (isPale) context.endTransparencyLayer();
 }
 
 }  // namespace tessaluna::platform

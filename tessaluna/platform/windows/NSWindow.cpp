@@ -142,10 +142,13 @@ void NSWindow::setContentView(Ref<NSView> view) {
   if (contentView_) contentView_->moveToWindow(nullptr);
   contentView_ = view;
   if (!view) return invalidateRect({{0, 0}, frame_.size});
+  // Whoever is notified by a step may set another one.
   view->removeFromSuperview();  // or from another window
+  if (contentView_ != view) return;
   view->setFrame({{0, 0}, frame_.size});
+  if (contentView_ != view) return;
   view->moveToWindow(this);
-  if (contentView_ != view) return;  // whoever was notified has set another one
+  if (contentView_ != view) return;
   static_cast<ViewTracking&>(*view).visibleAreaDidChange();
   view->setNeedsDisplay(true);
 }

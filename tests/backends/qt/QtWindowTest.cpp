@@ -331,6 +331,23 @@ TEST_F(QtWindowTest, ClosedByTheUserItHides) {
   EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(QtWindowTest, ClosedByTheProgramItHidesEvenWhereAFilterRefuses) {
+  class Refusing : public QObject {
+   public:
+    bool eventFilter(QObject*, QEvent* event) override {
+      if (event->type() != QEvent::Close) return false;
+      event->ignore();
+      return true;
+    }
+  };
+  const auto window = makeWindow();
+  Refusing filter;
+  QWindow& native = qWindowOf(*window);
+  native.installEventFilter(&filter);
+  window->close();
+  EXPECT_FALSE(native.isVisible());
+}
+
 TEST_F(QtWindowTest, ProgramEndsWithTheLastWindowThatCloses) {
   const auto closedByUser = makeWindow(), hidden = makeWindow(), closedByProgram = makeWindow();
   EXPECT_EQ(runProgram({[&] { qWindowOf(*closedByUser).close(); }, [&] { hidden->orderOut(nullptr); },

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+#include <string_view>
+
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImageRep.h"
@@ -108,6 +111,22 @@ TEST(NSImage, UnderAnAlphaTheShapesOfAHandlerAreOnePicture) {
   });
   EXPECT_EQ(harness::only("beginTransparencyLayer", lines).size(), 1u);
   EXPECT_EQ(harness::only("endTransparencyLayer", lines).size(), 1u);
+}
+
+TEST(NSImage, AHandlerThatThrowsLeavesNoLayerBehind) {
+  const auto image = NSImage::imageWithSize({10, 10}, false, [](CGRect) -> bool { throw std::runtime_error("refused"); });
+  const Lines lines = recordingOf([&] {
+    CGContext& context = NSGraphicsContext::currentContext()->CGContext();
+    context.setAlpha(0.5);
+    EXPECT_THROW(image->drawInRect({0, 0, 10, 10}), std::runtime_error);
+    EXPECT_EQ(context.alpha(), 0.5);
+    EXPECT_THROW(image->drawInRect({0, 0, 10, 10}, {.fraction = 0.25}), std::runtime_error);
+    EXPECT_EQ(context.alpha(), 0.5);
+  });
+  const auto count = [&](std::string_view operation) { return harness::only(operation, lines).size(); };
+  EXPECT_EQ(count("beginTransparencyLayer"), 2u);
+  EXPECT_EQ(count("endTransparencyLayer"), 2u);
+  EXPECT_EQ(count("save"), count("restore"));
 }
 
 TEST(NSImage, TheContextIsAsBeforeAfterARendering) {

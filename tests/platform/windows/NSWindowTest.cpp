@@ -35,19 +35,21 @@ Ref<NSWindow> unshownWindow(std::uint32_t style = NSWindowStyleMaskTitled) {
 class AnsweringView : public NSView {
  public:
   using NSView::NSView;
-  std::function<void()> onLayout, onCome, onCursorRects, onTracking;
+  std::function<void()> onLayout, onCome, onLeave, onFrame, onCursorRects;
+  void setFrame(CGRect frame) override {
+    NSView::setFrame(frame);
+    if (onFrame) onFrame();
+  }
   void layout() override {
     NSView::layout();
     if (window() && onLayout) onLayout();
   }
   void viewDidMoveToWindow() override {
     if (window() && onCome) onCome();
+    if (!window() && onLeave) onLeave();
   }
   void resetCursorRects() override {
     if (onCursorRects) onCursorRects();
-  }
-  void updateTrackingAreas() override {
-    if (onTracking) onTracking();
   }
 };
 
@@ -544,6 +546,28 @@ TEST_F(NSWindowTest, AContentViewMayTakeItselfOutAsItComesIn) {
   EXPECT_EQ(content->window(), nullptr);
 }
 
+TEST_F(NSWindowTest, AContentViewMayBeReplacedAsItIsFittedIntoTheWindow) {
+  const auto window = showWindow();
+  const auto content = make<AnsweringView>(NSZeroRect), other = make<AnsweringView>(NSZeroRect);
+  content->onFrame = [&] { window->setContentView(other); };
+  window->setContentView(content);
+  EXPECT_EQ(window->contentView(), other);
+  EXPECT_EQ(other->window(), window.get());
+  EXPECT_EQ(content->window(), nullptr);
+}
+
+TEST_F(NSWindowTest, AContentViewMayBeReplacedAsItLeavesItsEarlierWindow) {
+  const auto window = showWindow(), earlier = showWindow();
+  const auto content = make<AnsweringView>(NSZeroRect), other = make<AnsweringView>(NSZeroRect);
+  earlier->contentView()->addSubview(content);
+  content->onLeave = [&] { window->setContentView(other); };
+  window->setContentView(content);
+  EXPECT_EQ(window->contentView(), other);
+  EXPECT_EQ(other->window(), window.get());
+  EXPECT_EQ(content->window(), nullptr);
+  EXPECT_EQ(content->frame(), NSZeroRect);
+}
+
 TEST_F(NSWindowTest, AfterAViewHasThrownItsCursorRectanglesAreAskedForAgain) {
   const auto content = make<AnsweringView>(CGRect{0, 0, 200, 150});
   const auto window = showWindowWith(content);
@@ -559,10 +583,16 @@ TEST_F(NSWindowTest, AfterAViewHasThrownItsCursorRectanglesAreAskedForAgain) {
 TEST_F(NSWindowTest, AContentViewMayBeTakenOutAsItIsResized) {
   const auto window = showWindow();
   window->setContentView(make<AnsweringView>(NSZeroRect));
-  auto& content = static_cast<AnsweringView&>(*window->contentView());
-  content.onTracking = [&] { window->setContentView(nullptr); };
+  const WeakRef<NSView> weak = window->contentView();
+  bool livesAfterRelease = false;
+  static_cast<AnsweringView&>(*window->contentView()).onFrame = [&] {
+    window->setContentView(nullptr);
+    livesAfterRelease = !weak.expired();
+  };
   window->setFrame({100, 100, 300, 200}, false);
   EXPECT_EQ(window->contentView(), nullptr);
+  EXPECT_TRUE(livesAfterRelease);
+  EXPECT_TRUE(weak.expired());
 }
 
 TEST_F(NSWindowTest, AContentViewMayBeTakenOutAsItIsAskedForItsCursorRectangles) {
