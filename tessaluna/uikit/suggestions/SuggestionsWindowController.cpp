@@ -340,12 +340,14 @@ void SuggestionsWindowController::layoutSuggestions() {
     addBelow(view);
     otherViews_.push_back(view);
   };
-  // A row runs code of the host as it is loaded and filled, which may assign other suggestions. Their layout then replaces this
-  // one.
+  // Rows and the views beside them run code of the host as they are made and filled, which may assign other suggestions. Their
+  // layout then replaces this one.
   const std::vector<Suggestion> suggestions = suggestions_.value_or(std::vector<Suggestion>());
   const std::size_t layout = ++layouts_;
   for (const Suggestion& suggestion : suggestions) {
-    addOther(viewAboveRow(viewControllers_->size()));
+    const Ref<NSView> above = viewAboveRow(viewControllers_->size());
+    if (layout != layouts_) return;
+    addOther(above);
     const ItemRef item = makeItem(suggestion);
     const Ref<HighlightingView> view = rowOf(*item);
     if (layout != layouts_) return;
@@ -357,7 +359,9 @@ void SuggestionsWindowController::layoutSuggestions() {
     if (layout != layouts_) return view->removeFromSuperview();
     viewControllers_->push_back(item);
   }
-  addOther(viewBelowRows());
+  const Ref<NSView> below = viewBelowRows();
+  if (layout != layouts_) return;
+  addOther(below);
   content->setFrame({contentFrame.origin, {contentFrame.size.width, bottom}});
   // It follows the clip view in width, which a bar that is there already has made narrower.
   if (const NSView* clip = content->superview()) content->setFrameSize({clip->bounds().size.width, bottom});

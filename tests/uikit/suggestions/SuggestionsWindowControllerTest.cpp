@@ -120,6 +120,38 @@ TEST_F(SuggestionsWindowControllerBegin, APopUpThatIsNotOnTheScreenIsNotLaidOut)
   EXPECT_EQ(items.size(), 2u);
 }
 
+TEST_F(SuggestionsWindowControllerBegin, AViewBesideTheRowsIsLeftOutWhenItsMakingAssignedOtherSuggestions) {
+  class Sectioned : public SuggestionsWindowController {
+   public:
+    std::vector<Suggestion> others;
+    bool assignsAbove = false, assignsBelow = false;
+
+   protected:
+    Ref<NSView> viewAboveRow(std::size_t) override { return viewAfterAssigning(assignsAbove); }
+    Ref<NSView> viewBelowRows() override { return viewAfterAssigning(assignsBelow); }
+
+   private:
+    Ref<NSView> viewAfterAssigning(bool& assigns) {
+      if (!std::exchange(assigns, false)) return nullptr;
+      setSuggestions(others);
+      return make<NSView>(CGRect{0, 0, 50, 7});
+    }
+  };
+  for (bool Sectioned::*assigns : {&Sectioned::assignsAbove, &Sectioned::assignsBelow}) {
+    const auto sectioned = make<Sectioned>();
+    controller = sectioned;
+    sectioned->setSuggestionPrototype("row");
+    sectioned->others = suggestionsNamed({"c"});
+    show({});
+    (*sectioned).*assigns = true;
+    controller->setSuggestions(suggestionsNamed({"a", "b"}));
+    EXPECT_EQ(content()->subviews().size(), 1u);
+    EXPECT_EQ(popUp()->frame().size.height, 20);
+    EXPECT_EQ(selectedLabel(), "c");
+    controller->cancelSuggestions();
+  }
+}
+
 TEST_F(SuggestionsWindowControllerBegin, WithoutSuggestionsTheHeightIs0AndNothingIsSelected) {
   show({});
   EXPECT_EQ(popUp()->frame(), (CGRect{150, 398, 200, 0}));
