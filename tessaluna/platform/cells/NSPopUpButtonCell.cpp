@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tessaluna/platform/cells/buttonBox.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/NSNumber.h"
 #include "tessaluna/platform/foundation/memberTables.h"
@@ -223,11 +224,15 @@ bool NSPopUpButtonCell::performKeyEquivalent(const NSEvent& event) {
   // Without any such item a typed letter prepares none.
   if (!isEnabled() || menu_->isOpen() || !hasKeyEquivalents(*menu_)) return false;
   const Ref<NSObject> held = shared_from_this();
-  prepareItems();
-  const Ref<NSMenuItem> item = menu_->itemForKeyEquivalent(event);
-  showTitleItem();
+  const auto itemOfKey = [&] {
+    const AtEndOfScope end([this] { showTitleItem(); });
+    prepareItems();
+    return menu_->itemForKeyEquivalent(event);
+  };
+  const Ref<NSMenuItem> item = itemOfKey();
   const Ref<NSMenu> menu = item ? item->menu() : nullptr;
   if (!menu) return false;
+  if (event.isARepeat()) return true;  // a key that is held chooses once
   didClose(item);
   if (const std::optional<std::size_t> index = menu->indexOfItem(*item)) menu->performActionForItemAtIndex(*index);
   return true;

@@ -67,7 +67,7 @@ class NSPopUpButtonCell : public NSButtonCell {
   // Opens the menu for the cell in the frame. False if it did not open. The cell is highlighted meanwhile.
   bool performClickWithFrame(CGRect frame, NSView& view);
   void dismissPopUp() { menu_->cancelTracking(); }
-  // True if an item that can be chosen has the key: it was chosen, without an opening.
+  // True if an item that can be chosen has the key: it was chosen, without an opening, unless the key repeats.
   bool performKeyEquivalent(const NSEvent& event);
 
   CGSize cellSize() const override;

@@ -1,6 +1,6 @@
 // A button over a pop-up's cell: a press, the space bar, or the up and down arrows open its menu. Its action comes when an item is
 // chosen that has no action of its own, also if it was selected before. The key equivalents of its items choose them wherever the
-// keyboard of the window is.
+// keyboard of the window is; those that the menu's delegate adds in menuNeedsUpdate may not be found.
 #pragma once
 
 #include "tessaluna/platform/cells/NSPopUpButtonCell.h"

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/StillWorld.h"
@@ -236,6 +238,37 @@ TEST_F(NSPopUpButtonTest, KeyEquivalentSendsTheActionThatAnItemHas) {
   EXPECT_EQ(calls, 1);
   EXPECT_EQ(button->indexOfSelectedItem(), 1u);
   EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSPopUpButtonTest, AHeldKeyEquivalentOfAnItemChoosesItOnce) {
+  button->itemAtIndex(1)->setKeyEquivalent("k");
+  NSEvent::Fields press{.type = NSEventType::KeyDown,
+                        .modifiers = NSEventModifierFlagCommand,
+                        .window = window,
+                        .characters = "k",
+                        .charactersIgnoringModifiers = "k"};
+  EXPECT_TRUE(button->performKeyEquivalent(make<NSEvent>(press)));
+  press.isRepeat = true;
+  EXPECT_TRUE(button->performKeyEquivalent(make<NSEvent>(press))) << "nobody else gets it";
+  EXPECT_EQ(target->acts, 1);
+}
+
+TEST_F(NSPopUpButtonTest, AnErrorDuringAKeyEquivalentLeavesThePullDownsTitleInTheMenu) {
+  class Thrower : public NSObject, public NSMenuDelegate {
+   public:
+    void menuNeedsUpdate(NSMenu&) override { throw std::runtime_error("no items"); }
+  };
+  button->setPullsDown(true);
+  button->itemAtIndex(1)->setKeyEquivalent("k");
+  const auto thrower = make<Thrower>();
+  button->menu()->setDelegate(thrower);
+  const auto press = make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                   .modifiers = NSEventModifierFlagCommand,
+                                                   .window = window,
+                                                   .characters = "k",
+                                                   .charactersIgnoringModifiers = "k"});
+  EXPECT_THROW(button->performKeyEquivalent(press), std::runtime_error);
+  EXPECT_FALSE(button->itemAtIndex(0)->isHidden());
 }
 
 TEST_F(NSPopUpButtonTest, KeyEquivalentOfAPullDownsTitleChoosesNothing) {
