@@ -1,5 +1,5 @@
-// What a native window derives from, beside NativeWindow, on a desktop that tells a window that closes from one that is only
-// hidden: it may end a program with its last window.
+// What a native window derives from, beside NativeWindow, on a desktop that distinguishes a window that closes from one that is
+// only hidden: it may end a program with its last window.
 #pragma once
 
 #include "tessaluna/platform/foundation/languageVersion.h"
@@ -9,7 +9,8 @@ namespace tessaluna::backend {
 class ClosingWindow {
  public:
   virtual ~ClosingWindow() = default;
-  // The next hide() closes the window, which may be shown again all the same.
+  // The next hide() closes the window, which may be shown again all the same. The window may be hidden already; hide() is called
+  // even then.
   virtual void willClose() = 0;
 };
 
