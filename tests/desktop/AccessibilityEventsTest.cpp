@@ -12,12 +12,12 @@
 using namespace tessaluna::platform;
 using tessaluna::backend::qt::AccessibleElement;
 using tessaluna::backend::qt::QtViewWidget;
-using Heard = std::vector<std::string>;
+using Reports = std::vector<std::string>;
 
 namespace {
 
 // What a client would hear, in words.
-std::vector<std::string> heard;
+std::vector<std::string> reported;
 
 std::string wordFor(QAccessibleEvent& event) {
   const auto as = [&](auto* kind) -> auto& { return static_cast<decltype(*kind)&>(event); };
@@ -66,7 +66,7 @@ std::string wordFor(QAccessibleEvent& event) {
 void hear(QAccessibleEvent* event) {
   QAccessibleInterface* interface = event->accessibleInterface();
   if (interface && (dynamic_cast<AccessibleElement*>(interface) || event->type() == QAccessible::Focus))
-    heard.push_back(interface->text(QAccessible::Name).toStdString() + ": " + wordFor(*event));
+    reported.push_back(interface->text(QAccessible::Name).toStdString() + ": " + wordFor(*event));
 }
 
 class AccessibilityEvents : public harness::QtDesktop, protected harness::AccessiblePlayer {
@@ -82,16 +82,16 @@ class AccessibilityEvents : public harness::QtDesktop, protected harness::Access
     of(field->cell());
     of(button->cell());
     settle();
-    heard.clear();
+    reported.clear();
   }
   ~AccessibilityEvents() override {
     settle();
     QAccessible::installUpdateHandler(earlierHandler);
   }
 
-  static Heard whatIsHeard() {
+  static Reports whatIsReported() {
     settle();
-    return std::exchange(heard, {});
+    return std::exchange(reported, {});
   }
 
   Ref<harness::ClickCount> clicks = make<harness::ClickCount>();
@@ -102,29 +102,29 @@ using AccessibilityEventsPopUp = AccessibilityEvents;
 
 TEST_F(AccessibilityEvents, FocusThatMovesIsTold) {
   window->makeFirstResponder(button.get());
-  EXPECT_EQ(whatIsHeard(), Heard{"Play: focus"});
+  EXPECT_EQ(whatIsReported(), Reports{"Play: focus"});
   window->makeFirstResponder(nullptr);
-  EXPECT_EQ(whatIsHeard(), Heard{"Player: focus"});
+  EXPECT_EQ(whatIsReported(), Reports{"Player: focus"});
 }
 
 TEST_F(AccessibilityEvents, AWindowThatComesAndGoesIsTold) {
   window->orderOut(nullptr);
-  const Heard gone = whatIsHeard();
+  const Reports gone = whatIsReported();
   ASSERT_GE(gone.size(), 2u);
-  EXPECT_EQ(Heard(gone.begin(), gone.begin() + 2), (Heard{"Player: hidden", "Player: destroyed"}));
+  EXPECT_EQ(Reports(gone.begin(), gone.begin() + 2), (Reports{"Player: hidden", "Player: destroyed"}));
   window->makeKeyAndOrderFront(nullptr);
   // On a busy machine Qt learns only now that the hidden window lost the keyboard, and soon after that it has it again. The focus
   // is reported each time.
-  EXPECT_TRUE(eventually([] { return !heard.empty() && heard.back() == "Player: focus"; }));
-  ASSERT_GE(heard.size(), 2u);
-  EXPECT_EQ(Heard(heard.begin(), heard.begin() + 2), (Heard{"Player: created", "Player: shown"}));
+  EXPECT_TRUE(eventually([] { return !reported.empty() && reported.back() == "Player: focus"; }));
+  ASSERT_GE(reported.size(), 2u);
+  EXPECT_EQ(Reports(reported.begin(), reported.begin() + 2), (Reports{"Player: created", "Player: shown"}));
 }
 
 TEST_F(AccessibilityEvents, AToggleTellsThatItIsChecked) {
   button->setButtonType(NSButtonType::Toggle);
   button->setState(NSControlStateValueOn);
   button->setState(NSControlStateValueOff);
-  EXPECT_EQ(whatIsHeard(), (Heard{"Play: checked", "Play: not checked"}));
+  EXPECT_EQ(whatIsReported(), (Reports{"Play: checked", "Play: not checked"}));
 }
 
 TEST_F(AccessibilityEvents, AQuantityTellsItsValue) {
@@ -132,7 +132,7 @@ TEST_F(AccessibilityEvents, AQuantityTellsItsValue) {
   of(cell);
   cell->value = 7;
   NSAccessibilityPostNotification(cell, NSAccessibilityValueChangedNotification);
-  EXPECT_EQ(whatIsHeard(), Heard{": value 7"});
+  EXPECT_EQ(whatIsReported(), Reports{": value 7"});
 }
 
 TEST_F(AccessibilityEvents, ATextTellsTheDifference) {
@@ -143,8 +143,8 @@ TEST_F(AccessibilityEvents, ATextTellsTheDifference) {
   field->setStringValue("");
   field->setStringValue("aa");
   field->setStringValue("aaa");
-  EXPECT_EQ(whatIsHeard(), (Heard{": inserted üx at 2", ": replaced üx by o at 2", ": removed q at 0",
-                                  ": removed uoery at 0", ": inserted aa at 0", ": inserted a at 2"}));
+  EXPECT_EQ(whatIsReported(), (Reports{": inserted üx at 2", ": replaced üx by o at 2", ": removed q at 0",
+                                       ": removed uoery at 0", ": inserted aa at 0", ": inserted a at 2"}));
 }
 
 TEST_F(AccessibilityEvents, ATextTellsItsSelection) {
@@ -152,10 +152,10 @@ TEST_F(AccessibilityEvents, ATextTellsItsSelection) {
   of(cell);
   cell->range = {1, 5};
   NSAccessibilityPostNotification(cell, NSAccessibilitySelectedTextChangedNotification);
-  EXPECT_EQ(whatIsHeard(), (Heard{": text selected from 1 to 6", ": caret at 6"}));
+  EXPECT_EQ(whatIsReported(), (Reports{": text selected from 1 to 6", ": caret at 6"}));
   cell->range = {4, 0};
   NSAccessibilityPostNotification(cell, NSAccessibilitySelectedTextChangedNotification);
-  EXPECT_EQ(whatIsHeard(), Heard{": caret at 4"});
+  EXPECT_EQ(whatIsReported(), Reports{": caret at 4"});
 }
 
 TEST_F(AccessibilityEvents, AnEmbeddedViewTellsItsFocusAfterItsWidget) {
@@ -173,9 +173,9 @@ TEST_F(AccessibilityEvents, AnEmbeddedViewTellsItsFocusAfterItsWidget) {
   top.activateWindow();
   ASSERT_TRUE(eventually([&] { return top.isActiveWindow(); }));
   settle();
-  heard.clear();
+  reported.clear();
   widgets[1]->setFocus(Qt::TabFocusReason);
-  EXPECT_EQ(whatIsHeard(), (Heard{": focus", "Next: focus"})) << "a widget with one element is nothing beside it";
+  EXPECT_EQ(whatIsReported(), (Reports{": focus", "Next: focus"})) << "a widget with one element is nothing beside it";
 }
 
 TEST_F(AccessibilityEvents, WhereAFocusThatIsPassedOnEndsIsToldLast) {
@@ -190,12 +190,12 @@ TEST_F(AccessibilityEvents, WhereAFocusThatIsPassedOnEndsIsToldLast) {
   ASSERT_TRUE(eventually([&] { return top.isActiveWindow(); }));
   end.setFocus();
   settle();
-  heard.clear();
+  reported.clear();
   dynamic_cast<QWidget&>(*top.children().front()).setFocus(Qt::TabFocusReason);
   ASSERT_TRUE(end.hasFocus());
-  EXPECT_TRUE(eventually([] { return !heard.empty() && heard.back() == "End: focus"; }));
+  EXPECT_TRUE(eventually([] { return !reported.empty() && reported.back() == "End: focus"; }));
   settle();
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), "End: focus"), 2) << "by Qt, and once more";
+  EXPECT_EQ(std::count(reported.begin(), reported.end(), "End: focus"), 2) << "by Qt, and once more";
 }
 
 TEST_F(AccessibilityEvents, NamesAndEnabledControlsTellTheirChanges) {
@@ -205,31 +205,31 @@ TEST_F(AccessibilityEvents, NamesAndEnabledControlsTellTheirChanges) {
   label->setStringValue("two");
   window->setTitle("Other");
   button->setEnabled(false);
-  EXPECT_EQ(whatIsHeard(), (Heard{"two: named", "Other: named", "Play: disabled"}));
+  EXPECT_EQ(whatIsReported(), (Reports{"two: named", "Other: named", "Play: disabled"}));
 }
 
 TEST_F(AccessibilityEvents, WhatNoClientHasMetTellsNothing) {
   const auto label = NSTextField::labelWithString("one");
   window->contentView()->addSubview(label);
   label->setStringValue("two");
-  EXPECT_EQ(whatIsHeard(), Heard{});
+  EXPECT_EQ(whatIsReported(), Reports{});
   EXPECT_EQ(label->cell()->accessibilityCompanion(), nullptr);
 }
 
 TEST_F(AccessibilityEventsPopUp, ItsComingSelectionAndEndAreTold) {
   begin({"a", "b"});
-  EXPECT_EQ(whatIsHeard(), (Heard{": created", ": shown", "a, by a: selected"}));
+  EXPECT_EQ(whatIsReported(), (Reports{": created", ": shown", "a, by a: selected"}));
   EXPECT_TRUE(window->isKeyWindow());
   controller->moveDown(nullptr);
-  EXPECT_EQ(whatIsHeard(), (Heard{"a, by a: deselected", "b, by b: selected"}));
+  EXPECT_EQ(whatIsReported(), (Reports{"a, by a: deselected", "b, by b: selected"}));
   controller->setSelectedView(nullptr);
-  EXPECT_EQ(whatIsHeard(), Heard{"b, by b: deselected"});
+  EXPECT_EQ(whatIsReported(), Reports{"b, by b: deselected"});
   suggest({"c"});
-  EXPECT_EQ(whatIsHeard(), Heard{"c, by c: selected"});
+  EXPECT_EQ(whatIsReported(), Reports{"c, by c: selected"});
   controller->cancelSuggestions();
-  EXPECT_EQ(whatIsHeard(), (Heard{": hidden", ": destroyed"}));
+  EXPECT_EQ(whatIsReported(), (Reports{": hidden", ": destroyed"}));
   controller->beginForTextField(field);
-  EXPECT_EQ(whatIsHeard(), (Heard{": created", ": shown", "c, by c: selected"}));
+  EXPECT_EQ(whatIsReported(), (Reports{": created", ": shown", "c, by c: selected"}));
 }
 
 }  // namespace

@@ -131,9 +131,9 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
   }
   void firstResponderDidChange() override {
     if (host_) host_->followFirstResponder();
-    tellInputMethodOfChange();
+    notifyInputMethodOfChange();
   }
-  void textInputDidChange() override { tellInputMethodOfChange(); }
+  void textInputDidChange() override { notifyInputMethodOfChange(); }
   void discardMarkedText() override { resetInputMethod(); }
   void intrinsicContentSizeDidChange(NSView& view) override {
     if (host_) host_->sizeHintChanged(view);

@@ -382,8 +382,8 @@ void QtWindow::setToolTip(const std::string& text) { surface_->setToolTip(text);
 double QtWindow::scale() const { return surface_->devicePixelRatio(); }
 void QtWindow::scheduleDisplay() { surface_->scheduleDisplay(); }
 void QtWindow::callAtNextFrame(std::function<void()> block) { surface_->callAtNextFrame(std::move(block)); }
-void QtWindow::firstResponderDidChange() { tellInputMethodOfChange(); }
-void QtWindow::textInputDidChange() { tellInputMethodOfChange(); }
+void QtWindow::firstResponderDidChange() { notifyInputMethodOfChange(); }
+void QtWindow::textInputDidChange() { notifyInputMethodOfChange(); }
 void QtWindow::discardMarkedText() { resetInputMethod(); }
 QWindow* QtWindow::qWindow() const { return surface_.get(); }
 

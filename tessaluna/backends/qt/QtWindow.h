@@ -1,6 +1,6 @@
 // A window of its own on the desktop. A pop-up is a tool tip to Qt: it takes no focus, is above its parent and has no
 // frame. Places that are not whole points are rounded outward; as long as nobody else moves the window, it reports the
-// place that was asked for. One that closes counts for Qt, which ends a program with its last window.
+// place that was asked for. Qt counts a window that closes, and ends a program with its last one.
 #pragma once
 
 #include <memory>

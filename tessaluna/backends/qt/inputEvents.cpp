@@ -206,7 +206,7 @@ bool sendInput(QEvent& event, const InputReceiver& receiver) {
   return true;
 }
 
-void tellInputMethodOfChange() { QGuiApplication::inputMethod()->update(Qt::ImQueryAll); }
+void notifyInputMethodOfChange() { QGuiApplication::inputMethod()->update(Qt::ImQueryAll); }
 
 void resetInputMethod() {
   repeatedCommits.expect();

@@ -30,7 +30,7 @@ bool isInput(QEvent::Type type);
 PointerInput crossingOf(PointerInput::What what, QPointF place);
 
 // What Qt's input method knows of the text no longer holds, or is to be dropped.
-void tellInputMethodOfChange();
+void notifyInputMethodOfChange();
 void resetInputMethod();
 
 }  // namespace tessaluna::backend::qt

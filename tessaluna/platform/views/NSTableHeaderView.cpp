@@ -132,7 +132,7 @@ CGRect NSTableHeaderView::edgeOfColumn(std::size_t column) const {
 
 namespace {
 
-// Where the title lies from its left to its right, as far as there is room for it beside the mark of the direction.
+// The part of the header that the title takes.
 struct TitlePlace {
   CGFloat left, width;
 };

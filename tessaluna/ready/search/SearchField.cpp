@@ -33,7 +33,7 @@ constexpr CGFloat usualHeight = 26, glyphSide = 14, glyphLeft = 7, textLeft = 22
 constexpr std::size_t usualRows = 10;
 constexpr NSEventMask anyPress =
     maskOf(NSEventType::LeftMouseDown) | maskOf(NSEventType::RightMouseDown) | maskOf(NSEventType::OtherMouseDown);
-// Seconds. Of a search with a faster answer nothing shows.
+// In seconds. A search that is answered sooner shows no wheel.
 constexpr double busyDelay = 0.2;
 
 // Leaves room for the magnifier and the clear button.
