@@ -269,7 +269,7 @@ ShapedLine shapeLine(const Shaping& shaping, const QtTextEngine& engine, const T
 
   line.advance = qtLine.horizontalAdvance();
   const AddedRuns runs = addRuns(line, layout, formats, qtLine.ascent(), typefaceOf);
-  // No text without letters is simple that has a direction all the same.
+  // A text that is set from right to left is not simple, even one without letters.
   const bool mayBeSimple = shaping.direction != Qt::RightToLeft;
   if (mayBeSimple && placeSimpleClusters(line, shaping.text)) return line;
   const bool mayBeMisplaced = runs.hasRightToLeft && runs.glyphCount != shaping.text.size();

@@ -77,7 +77,7 @@ CompositionInput compositionOf(const QInputMethodEvent& event) {
   return step;
 }
 
-// Some input methods commit once more what a text has let go of, after they were reset, into whatever is at the caret by then.
+// After a reset some input methods commit what a text has given up once more, into whatever has the caret by then.
 class RepeatedCommits {
  public:
   // The input method is about to be reset.

@@ -26,8 +26,9 @@ struct FlattenSettings {
   double reach = 0;         // of a pen that follows the curve: what it draws must be as accurate
   // Chords may be farther off where no more than this area lies between them and the curve, in one place and on one side.
   double areaTolerance = 0;
-  // True if lengths matter: invisible parts are then divided into chords too, unless the curve is huge; chords end on the
-  // curve; and directions are as long as the way in the time of a chord, before and after each piece with chords of one time.
+  // True if lengths matter: invisible parts are then divided into chords too, unless the curve is huge, and chords end on the
+  // curve. A direction is then as long as the way that the curve would go, at its speed there, in the time of one chord. The
+  // sink also receives directions where this time changes.
   bool keepsLengths = false;
   // Of the chords that the distance asks for, this share is needed where a curve turns back.
   float shareAtTurns = 0;

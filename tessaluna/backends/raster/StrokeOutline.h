@@ -60,7 +60,7 @@ class StrokeOutline {
   void beginSides();
   void fold(CGPoint in, CGPoint out);
   void tryCut();
-  bool cutWhereSidesMeet(std::size_t after, std::size_t before);
+  bool cutWhereSidesMeet(std::size_t first, std::size_t last);
 
   Pen pen_;
   double pixelsPerLength_ = 1;

@@ -9,7 +9,7 @@ namespace tessaluna::backend {
 class ClosingWindow {
  public:
   virtual ~ClosingWindow() = default;
-  // The next hide() closes the window, which may be shown again all the same. The window may be hidden already; hide() is called
+  // The next hide() closes the window, which may be shown again later. The window may be hidden already; hide() is called
   // even then.
   virtual void willClose() = 0;
 };

@@ -148,7 +148,7 @@ TitlePlace drawTitle(const NSTableColumn& column, CGRect rect, bool hasMark, con
   return {left, width};
 }
 
-// At the line of the column; without one beside the title, lest it seem to belong to the next.
+// At the line of the column; without one beside the title, so that it does not seem to belong to the next.
 void drawSortMark(const NSTableColumn& column, CGRect rect, TitlePlace title, bool isAscending) {
   const bool isTrailing = column.titleEnd() == NSTableColumn::TitleEnd::Trailing;
   const CGFloat end = canBeResized(column) ? CGRectGetMaxX(rect) : title.left + title.width + titleMargin + markWidth;

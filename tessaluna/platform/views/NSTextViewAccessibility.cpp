@@ -48,7 +48,7 @@ void NSTextView::accessibilitySetValue(const AccessibilityValue& value, std::str
   if (forAttribute == NSAccessibilitySelectedTextRangeAttribute && range) {
     setSelectedRange(*range);
   } else if (forAttribute == NSAccessibilityValueAttribute && text) {
-    // No input method has written this: it must not go on with what is replaced.
+    // The text does not come from an input method, which must not continue composing what is replaced.
     unmarkText();
     insertText(*text, {0, length()});
   } else {
