@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <thread>
 
 #include "tessaluna/platform/foundation/numberText.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/countingNew.h"
 #include "tests/harness/expectedFile.h"
+#include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
@@ -244,6 +246,24 @@ TEST_P(EveryRoutine, WithoutArgumentsDrawsItsDefaults) {
 TEST_P(EveryRoutine, DrawsTheSameEachTime) {
   const auto draw = [&] { routine.draw(routine.defaultFrame, Flags(defaultsOf(routine))); };
   EXPECT_EQ(recordingOf(draw), recordingOf(draw));
+}
+
+TEST(Routines, ThreadsThatDrawAtOnceDrawWhatOneDraws) {
+  const auto drawAll = [] {
+    return harness::pixelsOf({250, 250}, [] {
+      for (const Routine& routine : routines()) {
+        routine.drawByDefault();
+        if (routine.imageByDefault) routine.imageByDefault()->drawInRect({{40, 40}, {190, 190}});
+      }
+    });
+  };
+  std::vector<tessaluna::backend::raster::Bitmap> drawn;
+  for (int i = 0; i < 4; ++i) drawn.push_back(harness::pixelsOf({1, 1}, [] {}));
+  std::vector<std::thread> threads;
+  for (auto& bitmap : drawn) threads.emplace_back([&] { bitmap = drawAll(); });
+  for (std::thread& thread : threads) thread.join();
+  const auto alone = drawAll();
+  for (const auto& bitmap : drawn) EXPECT_TRUE(harness::arePixelsEqual(bitmap, alone));
 }
 
 TEST_P(EveryRoutine, LeavesNoStateAndNoLayerBehind) {
