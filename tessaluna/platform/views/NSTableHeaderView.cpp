@@ -6,6 +6,7 @@
 #include "tessaluna/platform/accessibility/NSAccessibilityButton.h"
 #include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
@@ -55,7 +56,9 @@ class NSTableHeaderView::Element : public NSObject, public NSAccessibility, publ
   // Beyond the title, which is its name otherwise: desktops know no state for this.
   std::string accessibilityLabel() const override {
     const NSSortDescriptor* sorting = column() ? sortingBy(*header_->tableView(), *column()) : nullptr;
-    return sorting ? column()->title() + (sorting->ascending() ? ", sorted upward" : ", sorted downward") : std::string();
+    if (!sorting) return {};
+    const std::string_view order = sorting->ascending() ? "sorted upward" : "sorted downward";
+    return column()->title() + ", " + NSBundle::mainBundle()->localizedStringForKey(order);
   }
   CGRect accessibilityFrame() const override {
     if (!column() || !header_->window()) return {};
@@ -278,6 +281,10 @@ void NSTableHeaderView::keyDown(const Ref<NSEvent>& event) {
       return;
     default: return NSView::keyDown(event);
   }
+}
+
+std::string NSTableHeaderView::accessibilityTitle() const {
+  return NSBundle::mainBundle()->localizedStringForKey("Column headers");
 }
 
 std::optional<AccessibilityElements> NSTableHeaderView::accessibilityOwnChildren() const {

@@ -55,7 +55,7 @@ class NSTableHeaderView : public NSView, public KeyboardAtPress {
   // A group of buttons, one for each column. Pressing one sorts, and its name says so; incrementing makes the column wider.
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(NSAccessibilityGroupRole); }
-  std::string accessibilityTitle() const override { return "Column headers"; }
+  std::string accessibilityTitle() const override;  // "Column headers" in the user's language
 
  protected:
   std::optional<AccessibilityElements> accessibilityOwnChildren() const override;

@@ -23,14 +23,15 @@ constexpr CGFloat headerHeight = 26;
 constexpr std::string_view rowIdentifier = "track";
 
 struct ColumnLook {
-  std::string_view identifier, title;
-  std::optional<TrackColumn> column;  // absent for one that does not sort
+  std::string_view identifier;
+  std::string TrackTexts::*title = nullptr;  // null for a column without one
+  std::optional<TrackColumn> column = {};    // absent for one that does not sort
 };
 
 // In the order of TrackColumns.
 constexpr ColumnLook columnLooks[] = {
-    {"play", "", std::nullopt},     {"title", "Title", TrackColumn::Title}, {"artists", "Artist", TrackColumn::Artists},
-    {"controls", "", std::nullopt}, {"time", "Time", TrackColumn::Time},    {"rest", "", std::nullopt}};
+    {"play"},     {"title", &TrackTexts::title, TrackColumn::Title}, {"artists", &TrackTexts::artists, TrackColumn::Artists},
+    {"controls"}, {"time", &TrackTexts::time, TrackColumn::Time},    {"rest"}};
 
 // The controls of a row in the order of the keys: play, the artists that have a name, favorite, more.
 struct ControlOrder {
@@ -92,7 +93,7 @@ TrackTable::TrackTable(std::shared_ptr<TrackModel> model, TrackActions actions)
   setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
   for (const ColumnLook& look : columnLooks) {
     const auto column = make<NSTableColumn>(std::string(look.identifier));
-    column->setTitle(std::string(look.title));
+    if (look.title) column->setTitle(texts_.*look.title);
     column->setMinWidth(0);
     if (look.column == TrackColumn::Time) column->setTitleEnd(NSTableColumn::TitleEnd::Trailing);
     column->setResizable(false);
@@ -125,6 +126,13 @@ void TrackTable::didInit() {
 
 void TrackTable::setName(const std::string& name) {
   table_->accessibilitySetOverrideValue(name, NSAccessibilityDescriptionAttribute);
+}
+
+void TrackTable::setTexts(TrackTexts texts) {
+  texts_ = std::move(texts);
+  for (std::size_t i = 0; i < columns_.size(); ++i)
+    if (columnLooks[i].title) columns_[i]->setTitle(texts_.*columnLooks[i].title);
+  rowsDidChange(0, table_->numberOfRows());
 }
 
 void TrackTable::setShowsHeader(bool shows) {
@@ -274,8 +282,8 @@ std::string TrackTable::tableViewNameOfRow(NSTableView&, std::size_t row) {
   const auto add = [&](const std::string& words) { name += words.empty() ? "" : ", " + words; };
   for (const std::string& artist : track.artists) add(artist);
   add(trackLengthText(track.seconds));
-  if (track.isFavorite) add("favorite");
-  if (track.playback != Playback::None) add(track.playback == Playback::Playing ? "playing" : "paused");
+  if (track.isFavorite) add(texts_.isFavorite);
+  if (track.playback != Playback::None) add(track.playback == Playback::Playing ? texts_.isPlaying : texts_.isPaused);
   return name;
 }
 
@@ -288,21 +296,22 @@ std::vector<TableRowControl> TrackTable::tableViewControlsOfRow(NSTableView&, st
     return view && place.size.width > 0 ? table_->convertRectFromView(place, view) : CGRect{};
   };
   std::vector<TableRowControl> controls;
-  controls.push_back(
-      {.name = track.playback == Playback::Playing ? "Pause" : "Play", .frame = inTable(places.play), .isRowAction = true});
+  controls.push_back({.name = track.playback == Playback::Playing ? texts_.pause : texts_.play,
+                      .frame = inTable(places.play),
+                      .isRowAction = true});
   const std::vector<std::size_t> named = namedArtists(track);
   for (std::size_t i = 0; i < named.size(); ++i)
     controls.push_back({.name = track.artists[named[i]],
                         .role = NSAccessibilityLinkRole,
                         .frame = view ? inTable(view->frameOfArtist(i)) : CGRect{}});
-  controls.push_back({.name = "Favorite",
+  controls.push_back({.name = texts_.favorite,
                       .role = NSAccessibilityCheckBoxRole,
                       .frame = inTable(places.favorite),
                       .isOn = track.isFavorite,
                       .isRowAction = true});
   if (actions_.more)
     controls.push_back(
-        {.name = "More", .role = NSAccessibilityMenuButtonRole, .frame = inTable(places.more), .isRowAction = true});
+        {.name = texts_.more, .role = NSAccessibilityMenuButtonRole, .frame = inTable(places.more), .isRowAction = true});
   return controls;
 }
 

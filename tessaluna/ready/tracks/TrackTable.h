@@ -37,6 +37,14 @@ struct TrackActions {
   std::function<void(std::size_t row, std::size_t artist)> artist = {};
 };
 
+// What the table says, in the user's language.
+struct TrackTexts {
+  std::string title = "Title", artists = "Artist", time = "Time";  // of the columns
+  // The rest is for assistive clients: the controls of a row, and what is said in its name.
+  std::string play = "Play", pause = "Pause", favorite = "Favorite", more = "More";
+  std::string isFavorite = "favorite", isPlaying = "playing", isPaused = "paused";
+};
+
 class TrackTable : public platform::NSView,
                    public platform::NSTableViewDataSource,
                    public platform::NSTableViewCellSource,
@@ -58,6 +66,7 @@ class TrackTable : public platform::NSView,
   const platform::Ref<platform::NSScrollView>& scrollView() const { return scrollView_; }
   // The table's name for assistive clients; "Tracks" at first.
   void setName(const std::string& name);
+  void setTexts(TrackTexts texts);
   void setShowsHeader(bool shows);  // on at first
   // Called after each change of the selection, whoever made it. The table may be removed in it.
   void setOnSelectionChange(std::function<void()> changed) { selectionChanged_ = std::move(changed); }
@@ -102,6 +111,7 @@ class TrackTable : public platform::NSView,
 
   const std::shared_ptr<TrackModel> model_;
   const TrackActions actions_;
+  TrackTexts texts_;
   const platform::Ref<platform::NSScrollView> scrollView_;
   const platform::Ref<platform::NSTableView> table_;
   const platform::Ref<platform::NSTableHeaderView> header_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/platform/foundation/NSData.h"
 #include "tessaluna/platform/foundation/NSNumber.h"
 #include "tessaluna/platform/graphics/NSColor.h"
@@ -167,7 +168,9 @@ std::string ProgressMonitorView::accessibilityTitle() const {
   const double share = length > 0 ? position / length : 0;
   // Endless lengths make it NaN.
   const auto percent = share > 0 ? static_cast<int>(std::lround(std::min(share, 1.0) * 100)) : 0;
-  return std::to_string(count) + (count == 1 ? " task, " : " tasks, ") + std::to_string(percent) + " percent";
+  const NSBundle& texts = *NSBundle::mainBundle();
+  return std::to_string(count) + ' ' + texts.localizedStringForKey(count == 1 ? "task" : "tasks") + ", " +
+         std::to_string(percent) + ' ' + texts.localizedStringForKey("percent");
 }
 
 // Bar and number say nothing that the view and its tasks do not.

@@ -1,5 +1,6 @@
 #include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
 
+#include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 
 namespace TessalunaUIKit {
@@ -12,6 +13,10 @@ const ClassInfo PlaybackStatusIcon::staticClassInfo{.name = "TessalunaUIKit.Play
 void PlaybackStatusIcon::drawRect(CGRect rect) {
   NSView::drawRect(rect);
   TessalunaStyleKit::drawInvertPolarity(rect);
+}
+
+std::string PlaybackStatusIcon::accessibilityTitle() const {
+  return NSBundle::mainBundle()->localizedStringForKey("Inverted polarity");
 }
 
 }  // namespace TessalunaUIKit

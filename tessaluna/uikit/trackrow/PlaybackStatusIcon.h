@@ -18,7 +18,7 @@ class PlaybackStatusIcon : public tessaluna::platform::NSView {
 
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilityImageRole); }
-  std::string accessibilityTitle() const override { return "Inverted polarity"; }
+  std::string accessibilityTitle() const override;  // "Inverted polarity" in the user's language
 };
 
 }  // namespace TessalunaUIKit

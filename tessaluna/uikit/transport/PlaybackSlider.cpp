@@ -7,6 +7,7 @@
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/trackVisibleRect.h"
+#include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/uikit/transport/PlaybackTransportSliderCell.h"
@@ -23,6 +24,8 @@ constexpr double notificationPeriod = 0.5;  // seconds
 constexpr Property properties[] = {property<&PlaybackSlider::setSeekable, "seekable">(),
                                    property<&PlaybackSlider::setSeekTimeout, "seekTimeout">(),
                                    property<&PlaybackSlider::setTakesKeyboardAtPress, "takesKeyboardAtPress">()};
+
+std::string inUsersLanguage(std::string_view word) { return NSBundle::mainBundle()->localizedStringForKey(word); }
 
 // Whole seconds that have passed; 0 for what is not a time.
 std::int64_t wholeSeconds(double seconds) {
@@ -263,20 +266,20 @@ std::string PlaybackSlider::spokenTime(double seconds) const {
   const std::int64_t whole = wholeSeconds(seconds);
   const struct {
     std::int64_t count;
-    std::string_view unit;
-  } parts[] = {{whole / 3600, "hour"}, {whole / 60 % 60, "minute"}, {whole % 60, "second"}};
+    std::string_view one, several;
+  } parts[] = {{whole / 3600, "hour", "hours"}, {whole / 60 % 60, "minute", "minutes"}, {whole % 60, "second", "seconds"}};
   std::string words;
-  for (const auto& [count, unit] : parts) {
+  for (const auto& [count, one, several] : parts) {
     if (count == 0) continue;
     if (!words.empty()) words += ' ';
-    words += std::to_string(count) + ' ' + std::string(unit) + (count == 1 ? "" : "s");
+    words += std::to_string(count) + ' ' + inUsersLanguage(count == 1 ? one : several);
   }
-  return words.empty() ? "0 seconds" : words;
+  return words.empty() ? "0 " + inUsersLanguage("seconds") : words;
 }
 
 std::string PlaybackSlider::spokenPosition() const {
   const std::string now = spokenTime(position());
-  return song_.seconds ? now + " of " + spokenTime(*song_.seconds) : now;
+  return song_.seconds ? now + ' ' + inUsersLanguage("of") + ' ' + spokenTime(*song_.seconds) : now;
 }
 
 }  // namespace TessalunaUIKit

@@ -78,7 +78,8 @@ class PlaybackSlider : public tessaluna::platform::NSSlider, public tessaluna::p
 
   // What a press at the point asks for; absent where nothing can be asked for.
   std::optional<double> timeAtPoint(tessaluna::platform::CGPoint point) const;
-  // "1:30" and "1 minute 30 seconds", for the tool tip and for assistive clients; a host may say them in its own language.
+  // "1:30" and "1 minute 30 seconds", for the tool tip and for assistive clients. The words are the main bundle's texts for "hour",
+  // "hours", "minute", "minutes", "second", "seconds" and "of"; a language that builds its sentences in another way overrides.
   virtual std::string shownTime(double seconds) const;
   virtual std::string spokenTime(double seconds) const;
   virtual std::string spokenPosition() const;  // "1 minute 30 seconds of 5 minutes"

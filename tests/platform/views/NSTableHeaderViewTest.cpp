@@ -10,6 +10,7 @@
 #include "tessaluna/platform/views/NSTableColumn.h"
 #include "tessaluna/platform/views/NSTableView.h"
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/TextsScope.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
@@ -238,6 +239,16 @@ TEST_F(NSTableHeaderViewTest, ANameSaysWhichColumnIsSortedAndHow) {
   EXPECT_THAT(names(), ElementsAre("title", "artist, sorted upward", "length"));
   element(1).accessibilityPerformAction(NSAccessibilityPressAction);
   EXPECT_THAT(names(), ElementsAre("title", "artist, sorted downward", "length"));
+}
+
+TEST_F(NSTableHeaderViewTest, NamesAreInTheUsersLanguage) {
+  const harness::TextsScope german(
+      {{"Column headers", "Spalten"}, {"sorted upward", "aufsteigend"}, {"sorted downward", "absteigend"}});
+  EXPECT_EQ(header->accessibilityTitle(), "Spalten");
+  element(1).accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_THAT(names(), ElementsAre("title", "artist, aufsteigend", "length"));
+  element(1).accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_THAT(names(), ElementsAre("title", "artist, absteigend", "length"));
 }
 
 TEST_F(NSTableHeaderViewTest, ClientsAreOfferedWhatAColumnCanDo) {

@@ -35,6 +35,35 @@ TEST_F(TrackTableTest, ClientsMeetATableOfRowsWithNamesAndActions) {
                           "check box \"Favorite\" [checkable, checked] press", "menu button \"More\" [has pop-up] press"));
 }
 
+TEST_F(TrackTableTest, ItsTextsAreInTheUsersLanguage) {
+  songs->songs[1].row.isFavorite = true;
+  songs->setPlayback(1, Playback::Paused);
+  songs->setPlayback(2, Playback::Playing);
+  const Ref<NSObject> row = inner().accessibleItem(1);
+  std::vector<std::string> changes;
+  AccessibleChanges listener({.isListening = [] { return true; },
+                              .changed = [&](const AccessibleChange& change) { changes.push_back(lineOf(change)); }});
+  accessibilityOf(row)->setAccessibilityCompanion(std::make_unique<AccessibleMemory>(row));
+  table->setTexts({.title = "Titel",
+                   .artists = "Interpret",
+                   .time = "Dauer",
+                   .play = "Spielen",
+                   .pause = "Anhalten",
+                   .favorite = "Favorit",
+                   .more = "Mehr",
+                   .isFavorite = "beliebt",
+                   .isPlaying = "spielt",
+                   .isPaused = "angehalten"});
+  std::vector<std::string> columns;
+  for (const Ref<NSTableColumn>& column : inner().tableColumns()) columns.push_back(column->title());
+  EXPECT_THAT(columns, ElementsAre("", "Titel", "Interpret", "", "Dauer", ""));
+  const std::string name = "\"B song 1, First 1, Second, 1:01, beliebt, angehalten\"";
+  EXPECT_EQ(accessibleLine(row), "row " + name + " [focusable, selectable] Spielen, Favorit, Mehr, focus");
+  EXPECT_THAT(changes, testing::Contains(testing::HasSubstr(name)));
+  EXPECT_EQ(accessibleLine(inner().accessibleItem(2)),
+            "row \"C song 2, First 2, Second, 1:02, spielt\" [focusable, selectable] Anhalten, Favorit, Mehr, focus");
+}
+
 TEST_F(TrackTableTest, AFavoriteIsReportedByItsCheckBox) {
   std::vector<std::string> changes;
   AccessibleChanges listener({.isListening = [] { return true; },

@@ -12,6 +12,7 @@
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/TextsScope.h"
 #include "tests/harness/printing.h"
 
 using namespace tessaluna::platform;
@@ -276,6 +277,13 @@ TEST_F(ProgressMonitorViewTest, ToAssistiveClientsItIsAGroupCalledByItsTasksAndP
   EXPECT_EQ(view->accessibilityTitle(), "2 tasks, 100 percent");
   view->addBackgroundTaskProgress("scan", -900, &first);
   EXPECT_EQ(view->accessibilityTitle(), "2 tasks, 0 percent");
+}
+
+TEST_F(ProgressMonitorViewTest, ItsNameIsInTheUsersLanguage) {
+  const harness::TextsScope german({{"task", "Aufgabe"}, {"tasks", "Aufgaben"}, {"percent", "Prozent"}});
+  EXPECT_EQ(view->accessibilityTitle(), "0 Aufgaben, 0 Prozent");
+  view->addBackgroundTaskProgress("scan", 100, &first);
+  EXPECT_EQ(view->accessibilityTitle(), "1 Aufgabe, 0 Prozent");
 }
 
 TEST_F(ProgressMonitorViewTest, EveryTaskIsAProgressIndicatorToAssistiveClientsAsLongAsItIsThere) {

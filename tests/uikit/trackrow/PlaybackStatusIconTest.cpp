@@ -5,6 +5,7 @@
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/TextsScope.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
@@ -35,6 +36,13 @@ TEST_F(PlaybackStatusIconTest, TheMarkFillsTheRectangleThatIsRedrawnAndNotTheBou
             recordingOf([] {
               TessalunaStyleKit::drawInvertPolarity({10, 20, 30, 40});
             }));
+}
+
+TEST_F(PlaybackStatusIconTest, ItsNameIsInTheUsersLanguage) {
+  const auto icon = make<PlaybackStatusIcon>(CGRect{0, 0, 32, 32});
+  EXPECT_EQ(icon->accessibilityTitle(), "Inverted polarity");
+  const harness::TextsScope german(NSBundle::StringTable{{"Inverted polarity", "Polung getauscht"}});
+  EXPECT_EQ(icon->accessibilityTitle(), "Polung getauscht");
 }
 
 TEST_F(PlaybackStatusIconTest, IsDecodedFromAnArchive) {

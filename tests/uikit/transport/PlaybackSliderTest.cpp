@@ -16,6 +16,7 @@
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/TextsScope.h"
 #include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
@@ -493,6 +494,21 @@ TEST_F(PlaybackSliderTest, TimesAreShownAndSpoken) {
   EXPECT_EQ(slider->spokenTime(2 * 3600 + 60), "2 hours 1 minute");
   slider->setPosition(90);
   EXPECT_EQ(spoken(), "1 minute 30 seconds of 5 minutes");
+}
+
+TEST_F(PlaybackSliderTest, TimesAreSpokenInTheUsersLanguage) {
+  const harness::TextsScope german({{"hours", "Stunden"},
+                                    {"minute", "Minute"},
+                                    {"minutes", "Minuten"},
+                                    {"second", "Sekunde"},
+                                    {"seconds", "Sekunden"},
+                                    {"of", "von"},
+                                    {"hour", "Stunde"}});
+  EXPECT_EQ(slider->spokenTime(0), "0 Sekunden");
+  EXPECT_EQ(slider->spokenTime(3661), "1 Stunde 1 Minute 1 Sekunde");
+  EXPECT_EQ(slider->spokenTime(7320), "2 Stunden 2 Minuten");
+  slider->setPosition(90);
+  EXPECT_EQ(spoken(), "1 Minute 30 Sekunden von 5 Minuten");
 }
 
 TEST_F(PlaybackSliderTest, AssistiveClientsAreNotifiedAtMostTwiceASecondAndOfTheLastValue) {
