@@ -134,6 +134,9 @@ void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& outer) {
   const CGRect dirty = NSIntersectionRect(toSuperview.inverted()->applyToRect(rect), bounds());
   if (NSIsEmptyRect(dirty)) return;
 
+  // What a view draws goes to the current context.
+  std::optional<CurrentContextScope> current;
+  if (NSGraphicsContext::currentContext().get() != &outer) current.emplace(refTo(outer));
   std::optional<TintedContext> tinted;
   if (tintColor_)
     tinted.emplace(*tintColor_, tintGroundColor_ ? *tintGroundColor_ : *NSColor::windowBackgroundColor(), outer);

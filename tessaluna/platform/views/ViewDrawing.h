@@ -42,7 +42,7 @@ class ViewDrawing : public ViewConstraints {
   bool wantsLayer() const { return wantsLayer_; }
   void setWantsLayer(bool wants) { wantsLayer_ = wants; }
 
-  // Draws the view and all below it into the context, whose space is the superview's. The rectangle is in that space too.
+  // Draws the view and all below it, as laid out last, into the context, whose space is the superview's, as is the rectangle's.
   void displayRectInContext(CGRect rect, NSGraphicsContext& context);
 
  protected:

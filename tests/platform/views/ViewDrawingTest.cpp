@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tests/harness/ProbeView.h"
@@ -348,6 +350,25 @@ TEST_F(ViewDrawingTest, WhatAViewSetsInItsContextEndsWithItsDrawing) {
   const auto alpha = std::find(lines.begin(), lines.end(), R"({"op":"setAlpha","alpha":0.5})");
   ASSERT_NE(alpha, lines.end());
   EXPECT_EQ(*(alpha + 1), R"({"op":"restore"})");
+}
+
+TEST_F(ViewDrawingTest, AViewDrawsIntoTheContextThatItIsGiven) {
+  const auto v = view({10, 20, 30, 40}), inside = view({1, 2, 3, 4});
+  v->addSubview(inside);
+  v->onDraw = [](CGRect rect) { NSBezierPath::bezierPathWithRect(rect)->fill(); };
+  inside->onDraw = v->onDraw;
+  tessaluna::backend::recording::RecordingCanvas canvas;
+  CGContext context(canvas);
+  const auto given = NSGraphicsContext::graphicsContextWithCGContext(context, false);
+  const auto fills = [&] {
+    return std::ranges::count_if(canvas.lines(), [](auto& line) { return line.find("fill") != std::string::npos; });
+  };
+  v->displayRectInContext(v->frame(), *given);
+  EXPECT_EQ(fills(), 2);
+  EXPECT_FALSE(NSGraphicsContext::currentContext());
+  const harness::Lines elsewhere = harness::recordingOf([&] { v->displayRectInContext(v->frame(), *given); });
+  EXPECT_EQ(fills(), 4);
+  EXPECT_THAT(elsewhere, IsEmpty());
 }
 
 TEST_F(ViewDrawingTest, AViewMayRemoveItselfWhileItDraws) {
