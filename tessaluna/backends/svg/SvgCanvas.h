@@ -1,5 +1,6 @@
 // A canvas that writes SVG: true vectors, shadows as filters. Coordinates in the file count from the upper left corner, one
-// unit per point. What SVG cannot say without pixels becomes an error, reported once at the end; nothing is drawn in its place.
+// unit per point. What SVG cannot say without pixels, such as an image of them, becomes an error, reported once at the end; nothing
+// is drawn in its place.
 //
 // Of the operators other than normal blending these can be said: "source out" as the first thing in its layer, which is how
 // the inner shadow of the artwork is made, and "copy" where it replaces nothing that shows through.

@@ -23,8 +23,8 @@ struct Selector {
   void (*perform)(NSObject& receiver, NSObject* sender) = nullptr;
 };
 
-// A member that an interface file connects to another of its objects. False, and nothing done, for an object of a class
-// that the member cannot hold.
+// A member that an interface file connects to another of its objects; memberTables.h makes one from a setter. False, and
+// nothing done, for an object of a class that the member cannot hold.
 struct Outlet {
   std::string_view name;
   bool (*connect)(NSObject& owner, const Ref<NSObject>& object) = nullptr;

@@ -22,8 +22,8 @@ class NSImage : public NSObject {
   // The handler draws into the current context, in the rectangle (0, 0, size), y up unless flipped, and returns whether
   // it could. Nothing is drawn until the image is.
   static Ref<NSImage> imageWithSize(CGSize size, bool flipped, DrawingHandler handler);
-  // Null for bytes that cannot be decoded. Needs a backend, or a library that decodes without one, as that of the icons does
-  // in a Qt program. A picture of many pixels, more than a million, is decoded when it is first drawn and its bytes are kept
+  // Null for bytes that cannot be decoded. Needs a backend, or who decodes without one (backend/imageDecoder.h), as the icons of
+  // a Qt program do; with neither the program stops. A picture of many pixels, more than a million, is decoded when it is first drawn and its bytes are kept
   // until then: the representation has the size that the file's header names, and one that turns out to be damaged draws nothing.
   static Ref<NSImage> initWithData(std::span<const std::byte> bytes);
   // An image that the host has given this name; null if none has it.

@@ -2,7 +2,8 @@
 // by constraints; the section itself has one more, a limit of its height, whose constant moves. So the section's own bottom must
 // hang on its content with less than the required priority, or the content could not be cut off.
 //
-// The host sets the outlets and connects the header's button to toggleDisclosure:.
+// The host sets the outlets and connects the header's button to toggleDisclosure:. One that makes the section in code then calls
+// awakeFromNib itself, once, when header and content are in their places.
 #pragma once
 
 #include "tessaluna/platform/layout/NSLayoutConstraint.h"
