@@ -12,29 +12,41 @@ std::size_t endOf(NSRange range) { return range.location + range.length; }
 
 void NSIndexSet::add(NSRange range) {
   if (range.length == 0) return;
-  remove(range);
-  const auto after =
-      std::find_if(ranges_.begin(), ranges_.end(), [&](const NSRange& other) { return other.location > range.location; });
-  auto placed = ranges_.insert(after, range);
-  if (placed + 1 != ranges_.end() && endOf(*placed) == (placed + 1)->location) {
-    placed->length += (placed + 1)->length;
-    placed = ranges_.erase(placed + 1) - 1;
+  // Those that it meets or touches become one with it.
+  const auto first = std::partition_point(ranges_.begin(), ranges_.end(),
+                                          [&](const NSRange& other) { return endOf(other) < range.location; });
+  const auto end =
+      std::partition_point(first, ranges_.end(), [&](const NSRange& other) { return other.location <= endOf(range); });
+  if (first == end) {
+    ranges_.insert(first, range);
+    return;
   }
-  if (placed != ranges_.begin() && endOf(*(placed - 1)) == placed->location) {
-    (placed - 1)->length += placed->length;
-    ranges_.erase(placed);
-  }
+  const std::size_t start = std::min(first->location, range.location);
+  *first = {start, std::max(endOf(*(end - 1)), endOf(range)) - start};
+  ranges_.erase(first + 1, end);
 }
 
 void NSIndexSet::remove(NSRange range) {
-  std::vector<NSRange> rest;
-  rest.reserve(ranges_.size() + 1);
-  for (const NSRange& other : ranges_) {
-    const std::size_t start = std::max(other.location, endOf(range)), end = std::min(endOf(other), range.location);
-    if (other.location < end) rest.push_back({other.location, end - other.location});
-    if (start < endOf(other)) rest.push_back({start, endOf(other) - start});
-  }
-  ranges_ = std::move(rest);
+  if (range.length == 0) return;
+  const auto first = std::partition_point(ranges_.begin(), ranges_.end(),
+                                          [&](const NSRange& other) { return endOf(other) <= range.location; });
+  const auto end =
+      std::partition_point(first, ranges_.end(), [&](const NSRange& other) { return other.location < endOf(range); });
+  if (first == end) return;
+  NSRange rest[2];
+  std::size_t count = 0;
+  if (first->location < range.location) rest[count++] = {first->location, range.location - first->location};
+  if (const std::size_t last = endOf(*(end - 1)); last > endOf(range)) rest[count++] = {endOf(range), last - endOf(range)};
+  ranges_.insert(ranges_.erase(first, end), rest, rest + count);
+}
+
+void NSIndexSet::shiftIndexesStartingAtIndex(std::size_t index, std::ptrdiff_t delta) {
+  if (isEmpty()) return;
+  const std::size_t end = last() + 1, from = delta < 0 ? index + static_cast<std::size_t>(delta) : index;
+  NSIndexSet shifted = *this;
+  shifted.remove({0, index});
+  if (from < end) remove({from, end - from});
+  for (const NSRange& range : shifted.ranges_) add({range.location + static_cast<std::size_t>(delta), range.length});
 }
 
 bool NSIndexSet::contains(std::size_t index) const {

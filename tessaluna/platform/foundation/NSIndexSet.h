@@ -1,6 +1,7 @@
 // A set of row numbers, kept as ascending ranges, so that selecting all of a long list costs no more than selecting one row.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "tessaluna/platform/foundation/Geometry.h"
@@ -16,6 +17,8 @@ class NSIndexSet {
   void add(std::size_t index) { add(NSRange{index, 1}); }
   void add(NSRange range);
   void remove(NSRange range);
+  // Moves the index and all after it; by less than zero it replaces those that are in its way, of which there must be so many.
+  void shiftIndexesStartingAtIndex(std::size_t index, std::ptrdiff_t delta);
   bool contains(std::size_t index) const;
   bool isEmpty() const { return ranges_.empty(); }
   std::size_t count() const;

@@ -142,7 +142,7 @@ class NSTableView : public NSView, public AccessibleItems, public FocusRingSurro
   using NewRow = std::function<std::optional<std::size_t>(std::size_t)>;
   bool hasRows(std::size_t count) const;
   void measureRows();
-  void renumberRows(const NewRow& newRow, std::size_t count);
+  void renumberRows(const NewRow& newRow, std::size_t count, NSIndexSet selection);
   void fitHeight();
   CGRect shownRect() const;
   void takeRowView(std::size_t row);

@@ -18,19 +18,25 @@ bool NSTableView::hasRows(std::size_t count) const {
 void NSTableView::insertRowsAtIndexes(const NSIndexSet& rows) {
   const std::size_t count = rowCount_ + rows.count();
   if (!hasRows(count)) return reloadData();
+  NSIndexSet selection = selection_;
+  for (const NSRange& range : rows.ranges())
+    selection.shiftIndexesStartingAtIndex(range.location, static_cast<std::ptrdiff_t>(range.length));
   renumberRows(
       [&](std::size_t row) {
         for (const NSRange& range : rows.ranges())
           if (range.location <= row) row += range.length;
         return std::optional(row);
       },
-      count);
+      count, std::move(selection));
 }
 
 void NSTableView::removeRowsAtIndexes(const NSIndexSet& rows) {
   const bool areThere = rows.isEmpty() || rows.last() < rowCount_;
   const std::size_t count = areThere ? rowCount_ - rows.count() : 0;
   if (!areThere || !hasRows(count)) return reloadData();
+  NSIndexSet selection = selection_;
+  for (auto range = rows.ranges().rbegin(); range != rows.ranges().rend(); ++range)
+    selection.shiftIndexesStartingAtIndex(range->location + range->length, -static_cast<std::ptrdiff_t>(range->length));
   renumberRows(
       [&](std::size_t row) {
         std::size_t before = 0;
@@ -38,18 +44,22 @@ void NSTableView::removeRowsAtIndexes(const NSIndexSet& rows) {
           if (range.location < row) before += std::min(range.length, row - range.location);
         return rows.contains(row) ? std::nullopt : std::optional(row - before);
       },
-      count);
+      count, std::move(selection));
 }
 
 void NSTableView::moveRowAtIndex(std::size_t from, std::size_t to) {
   if (from >= rowCount_ || to >= rowCount_ || !hasRows(rowCount_)) return reloadData();
+  NSIndexSet selection = selection_;
+  selection.shiftIndexesStartingAtIndex(from + 1, -1);
+  selection.shiftIndexesStartingAtIndex(to, 1);
+  if (isRowSelected(from)) selection.add(to);
   renumberRows(
       [&](std::size_t row) {
         if (row == from) return std::optional(to);
         if (from < row && row <= to) return std::optional(row - 1);
         return std::optional(to <= row && row < from ? row + 1 : row);
       },
-      rowCount_);
+      rowCount_, std::move(selection));
 }
 
 void NSTableView::reloadDataForRowIndexes(const NSIndexSet& rows) {
@@ -68,7 +78,7 @@ void NSTableView::reloadDataForRowIndexes(const NSIndexSet& rows) {
   keyboard_.selectionDidChange();
 }
 
-void NSTableView::renumberRows(const NewRow& newRow, std::size_t count) {
+void NSTableView::renumberRows(const NewRow& newRow, std::size_t count, NSIndexSet selection) {
   const Ref<NSObject> held = shared_from_this();
   const auto renumbered = [&](std::optional<std::size_t> row) { return row ? newRow(*row) : std::nullopt; };
   const bool isOtherCount = count != rowCount_;
@@ -81,10 +91,6 @@ void NSTableView::renumberRows(const NewRow& newRow, std::size_t count) {
     entry = visible_.upper_bound(row);
   }
   visible_ = std::move(kept);
-  NSIndexSet selection;
-  for (const NSRange& range : selection_.ranges())
-    for (std::size_t i = 0; i < range.length; ++i)
-      if (const std::optional<std::size_t> now = newRow(range.location + i)) selection.add(*now);
   const bool hasLost = selection.count() != selection_.count();
   selection_ = std::move(selection);
   anchor_ = renumbered(anchor_);

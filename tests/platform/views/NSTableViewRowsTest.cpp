@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/harness/TableWorld.h"
+#include "tests/harness/allocations.h"
 #include "tests/harness/printing.h"
 
 using namespace tessaluna::platform;
@@ -190,6 +191,20 @@ TEST_F(NSTableViewRowsTest, ManyChangesKeepSelectionAndViewsWithTheirRows) {
     for (std::size_t one = 0; one < 5; ++one)
       ASSERT_EQ(static_cast<NSTextField&>(*table->viewAtRow(one)).stringValue(), host->titles[one]) << step;
   }
+}
+
+// One that moved each selected row by itself would take long where all of a library is selected.
+TEST_F(NSTableViewRowsTest, ASelectionOfAllMovesAsOneRange) {
+  host->titles.resize(10000);
+  table->reloadData();
+  desktop.settle();
+  table->selectAll(nullptr);
+  const int before = harness::allocations;
+  insert(5);
+  remove(7);
+  move(5, 20);
+  EXPECT_LE(harness::allocations - before, 200);
+  EXPECT_EQ(table->selectedRowIndexes().ranges(), (std::vector<NSRange>{{0, 20}, {21, 9979}}));
 }
 
 }  // namespace
