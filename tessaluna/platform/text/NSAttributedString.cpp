@@ -31,18 +31,22 @@ NSAttributedString::NSAttributedString(std::u16string text, NSAttributes attribu
 
 std::string NSAttributedString::string() const { return utf8FromUtf16(text_); }
 
-std::size_t NSAttributedString::runAt(std::size_t index, std::size_t& start) const {
+std::size_t NSAttributedString::runAt(std::size_t index) const {
   if (index >= text_.size()) stopProgram("NSAttributedString: index " + std::to_string(index) + " is past the end");
-  start = 0;
-  std::size_t run = 0;
-  while (start + runs_[run].length <= index) start += runs_[run++].length;
-  return run;
+  const auto after =
+      std::partition_point(runs_.begin(), runs_.end(), [index](const Run& run) { return run.start <= index; });
+  return static_cast<std::size_t>(after - runs_.begin()) - 1;
 }
 
-const NSAttributes& NSAttributedString::attributesAtIndex(std::size_t index) const {
-  std::size_t start = 0;
-  return runs_[runAt(index, start)].attributes;
+void NSAttributedString::placeRunsFrom(std::size_t first) {
+  std::size_t start = first == 0 ? 0 : runs_[first - 1].start + runs_[first - 1].length;
+  for (std::size_t run = first; run < runs_.size(); ++run) {
+    runs_[run].start = start;
+    start += runs_[run].length;
+  }
 }
+
+const NSAttributes& NSAttributedString::attributesAtIndex(std::size_t index) const { return runs_[runAt(index)].attributes; }
 
 std::optional<NSAttributeValue> NSAttributedString::attributeAtIndex(NSAttributedStringKey key, std::size_t index,
                                                                      NSRange* effectiveRange) const {
@@ -50,15 +54,14 @@ std::optional<NSAttributeValue> NSAttributedString::attributeAtIndex(NSAttribute
     const auto found = runs_[run].attributes.find(key);
     return found == runs_[run].attributes.end() ? nullptr : &found->second;
   };
-  std::size_t start = 0;
-  const std::size_t run = runAt(index, start);
+  const std::size_t run = runAt(index);
   const NSAttributeValue* value = valueOf(run);
   if (effectiveRange) {
     const auto hasSame = [&](std::size_t other) {
       const NSAttributeValue* otherValue = valueOf(other);
       return value && otherValue ? areEqual(*value, *otherValue) : value == otherValue;
     };
-    std::size_t end = start + runs_[run].length;
+    std::size_t start = runs_[run].start, end = start + runs_[run].length;
     for (std::size_t i = run; i > 0 && hasSame(i - 1); --i) start -= runs_[i - 1].length;
     for (std::size_t i = run + 1; i < runs_.size() && hasSame(i); ++i) end += runs_[i].length;
     *effectiveRange = {start, end - start};
@@ -71,11 +74,9 @@ Ref<NSAttributedString> NSAttributedString::attributedSubstring(NSRange range) c
   const std::size_t end = first + std::min(range.length, text_.size() - first);
   const auto result = make<NSMutableAttributedString>();
   result->text_ = text_.substr(first, end - first);
-  std::size_t start = 0;
-  for (const Run& run : runs_) {
-    const std::size_t from = std::max(start, first), to = std::min(start + run.length, end);
-    if (from < to) result->runs_.push_back({to - from, run.attributes});
-    start += run.length;
+  for (std::size_t run = first < end ? runAt(first) : runs_.size(); run < runs_.size() && runs_[run].start < end; ++run) {
+    const std::size_t from = std::max(runs_[run].start, first), to = std::min(runs_[run].start + runs_[run].length, end);
+    result->runs_.push_back({to - from, runs_[run].attributes, from - first});
   }
   return result;
 }
@@ -89,12 +90,11 @@ Ref<NSMutableAttributedString> NSAttributedString::mutableCopy() const {
 bool NSAttributedString::isEqual(const NSObject* other) const {
   const auto* string = dynamic_cast<const NSAttributedString*>(other);
   if (!string || string->text_ != text_) return false;
-  std::size_t startA = 0, startB = 0;
   for (std::size_t i = 0; i < text_.size();) {
-    const Run& a = runs_[runAt(i, startA)];
-    const Run& b = string->runs_[string->runAt(i, startB)];
+    const Run& a = runs_[runAt(i)];
+    const Run& b = string->runs_[string->runAt(i)];
     if (!areEqual(a.attributes, b.attributes)) return false;
-    i = std::min(startA + a.length, startB + b.length);
+    i = std::min(a.start + a.length, b.start + b.length);
   }
   return true;
 }
@@ -131,35 +131,37 @@ void requireWithin(std::u16string_view text, NSRange range) {
 
 std::size_t NSMutableAttributedString::splitAt(std::size_t index) {
   if (index == text_.size()) return runs_.size();
-  std::size_t start = 0;
-  const std::size_t run = runAt(index, start);
-  if (start == index) return run;
-  Run rest{start + runs_[run].length - index, runs_[run].attributes};
-  runs_[run].length = index - start;
+  const std::size_t run = runAt(index);
+  if (runs_[run].start == index) return run;
+  Run rest{runs_[run].start + runs_[run].length - index, runs_[run].attributes, index};
+  runs_[run].length = index - runs_[run].start;
   runs_.insert(runs_.begin() + static_cast<std::ptrdiff_t>(run) + 1, std::move(rest));
+  if (run < joinedRuns_) ++joinedRuns_;
   return run + 1;
 }
 
-namespace {
-
-// A run is shaped by itself: letters that were typed one after the other must not be apart, nor be kept apart.
-void joinAlike(std::vector<NSAttributedString::Run>& runs) {
-  std::size_t last = 0;
-  for (std::size_t run = 1; run < runs.size(); ++run) {
-    if (areEqual(runs[last].attributes, runs[run].attributes)) runs[last].length += runs[run].length;
-    else if (++last != run) runs[last] = std::move(runs[run]);
+// A run is shaped by itself: letters that were typed one after the other must not be apart, nor be kept apart. The runs that were
+// changed are joined with those beside them, and all that have come since runs were joined last.
+void NSMutableAttributedString::joinAlike(std::size_t first, std::size_t end) {
+  const bool areOthersJoined = joinedRuns_ >= runs_.size();
+  const std::size_t from = areOthersJoined ? first : std::min(first, joinedRuns_);
+  const std::size_t to = areOthersJoined ? std::min(end + 1, runs_.size()) : runs_.size();
+  std::size_t last = from == 0 ? 0 : from - 1;
+  for (std::size_t run = last + 1; run < to; ++run) {
+    if (areEqual(runs_[last].attributes, runs_[run].attributes)) runs_[last].length += runs_[run].length;
+    else if (++last != run) runs_[last] = std::move(runs_[run]);
   }
-  if (!runs.empty()) runs.resize(last + 1);
+  if (last + 1 < to)
+    runs_.erase(runs_.begin() + static_cast<std::ptrdiff_t>(last) + 1, runs_.begin() + static_cast<std::ptrdiff_t>(to));
+  joinedRuns_ = runs_.size();
 }
-
-}  // namespace
 
 void NSMutableAttributedString::addAttribute(NSAttributedStringKey key, NSAttributeValue value, NSRange range) {
   if (range.length == 0) return;
   requireWithin(text_, range);
   const std::size_t first = splitAt(range.location), end = splitAt(range.location + range.length);
   for (std::size_t run = first; run < end; ++run) runs_[run].attributes[key] = value;
-  joinAlike(runs_);
+  joinAlike(first, end);
   edited(range, 0);
 }
 
@@ -168,7 +170,7 @@ void NSMutableAttributedString::removeAttribute(NSAttributedStringKey key, NSRan
   requireWithin(text_, range);
   const std::size_t first = splitAt(range.location), end = splitAt(range.location + range.length);
   for (std::size_t run = first; run < end; ++run) runs_[run].attributes.erase(key);
-  joinAlike(runs_);
+  joinAlike(first, end);
   edited(range, 0);
 }
 
@@ -176,8 +178,10 @@ void NSMutableAttributedString::appendAttributedString(const NSAttributedString&
   // By a copy: it may be appended to itself.
   std::vector<Run> runs = other.runs();
   const NSRange added{text_.size(), other.length()};
+  const std::size_t firstAdded = runs_.size();
   text_ += other.text();
   runs_.insert(runs_.end(), std::make_move_iterator(runs.begin()), std::make_move_iterator(runs.end()));
+  placeRunsFrom(firstAdded);
   edited(added, static_cast<std::ptrdiff_t>(added.length));
 }
 
@@ -185,6 +189,7 @@ void NSMutableAttributedString::setAttributedString(const NSAttributedString& ot
   const auto before = static_cast<std::ptrdiff_t>(text_.size());
   text_ = other.text();
   runs_ = other.runs();
+  joinedRuns_ = 0;
   edited({0, text_.size()}, static_cast<std::ptrdiff_t>(text_.size()) - before);
 }
 
@@ -197,9 +202,13 @@ void NSMutableAttributedString::replaceCharactersInRange(NSRange range, std::u16
   }
   const std::size_t first = splitAt(range.location), end = splitAt(range.location + range.length);
   runs_.erase(runs_.begin() + static_cast<std::ptrdiff_t>(first), runs_.begin() + static_cast<std::ptrdiff_t>(end));
-  if (!text.empty())
+  joinedRuns_ -= std::min(end, joinedRuns_) - std::min(first, joinedRuns_);
+  if (!text.empty()) {
     runs_.insert(runs_.begin() + static_cast<std::ptrdiff_t>(first), Run{text.size(), std::move(attributes)});
-  joinAlike(runs_);
+    if (first < joinedRuns_) ++joinedRuns_;
+  }
+  placeRunsFrom(first);
+  joinAlike(first, std::min(first + 1, runs_.size()));
   const std::size_t inserted = text.size();
   text_.replace(range.location, range.length, text);
   edited({range.location, inserted}, static_cast<std::ptrdiff_t>(inserted) - static_cast<std::ptrdiff_t>(range.length));

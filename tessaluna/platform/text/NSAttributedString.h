@@ -83,14 +83,17 @@ class NSAttributedString : public NSObject {
   struct Run {
     std::size_t length = 0;
     NSAttributes attributes;
+    std::size_t start = 0;
   };
   const std::vector<Run>& runs() const { return runs_; }
 
  protected:
-  std::size_t runAt(std::size_t index, std::size_t& start) const;
+  std::size_t runAt(std::size_t index) const;
+  void placeRunsFrom(std::size_t first);  // after a change of their lengths
 
   std::u16string text_;
-  std::vector<Run> runs_;  // cover the text; neighbours may be alike
+  std::vector<Run> runs_;       // cover the text; neighbours may be alike
+  std::size_t joinedRuns_ = 0;  // of so many first ones no neighbours are alike
 };
 
 class NSMutableAttributedString : public NSAttributedString {
@@ -110,6 +113,7 @@ class NSMutableAttributedString : public NSAttributedString {
 
  private:
   std::size_t splitAt(std::size_t index);
+  void joinAlike(std::size_t first, std::size_t end);
 };
 
 }  // namespace tessaluna::platform

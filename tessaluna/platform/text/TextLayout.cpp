@@ -257,8 +257,9 @@ void join(std::vector<Span>& spans, Span added) {
 // Where the clusters are that start in the stretch of the shown text.
 std::vector<Span> spansOf(const backend::ShapedLine& line, std::size_t start, std::size_t end) {
   std::vector<Span> spans;
-  for (const backend::TextCluster& cluster : line.clusters)
-    if (cluster.start >= start && cluster.start < end) join(spans, {cluster.left, cluster.right});
+  auto cluster = std::partition_point(line.clusters.begin(), line.clusters.end(),
+                                      [start](const backend::TextCluster& each) { return each.start < start; });
+  for (; cluster != line.clusters.end() && cluster->start < end; ++cluster) join(spans, {cluster->left, cluster->right});
   return spans;
 }
 
@@ -337,10 +338,13 @@ std::vector<CGRect> TextLayout::rectsOf(NSRange range) const {
   const std::size_t end = range.location + range.length;
   for (const Line& line : linesOf(range)) {
     std::vector<Span> spans;
-    for (const backend::TextCluster& cluster : line.shaped->clusters) {
-      const NSRange own = line.rangeOf(cluster);
-      if (own.location + own.length > range.location && own.location < end) join(spans, {cluster.left, cluster.right});
-    }
+    const std::vector<backend::TextCluster>& clusters = line.shaped->clusters;
+    auto cluster = std::partition_point(clusters.begin(), clusters.end(), [&](const backend::TextCluster& each) {
+      const NSRange own = line.rangeOf(each);
+      return own.location + own.length <= range.location;
+    });
+    for (; cluster != clusters.end() && line.rangeOf(*cluster).location < end; ++cluster)
+      join(spans, {cluster->left, cluster->right});
     for (const Span& span : spans) rects.push_back({{line.x + span.left, line.y}, {span.right - span.left, line.height()}});
   }
   return rects;
@@ -356,14 +360,13 @@ const TextLayout::Line& TextLayout::lineOf(CaretPlace place) const {
 
 CGRect TextLayout::caretRectAt(CaretPlace place) const {
   const Line& line = lineOf(place);
+  const std::vector<backend::TextCluster>& clusters = line.shaped->clusters;
+  const auto cluster = std::partition_point(clusters.begin(), clusters.end(), [&](const backend::TextCluster& each) {
+    return line.rangeOf(each).location < place.index;
+  });
   CGFloat x = 0;
-  for (const backend::TextCluster& cluster : line.shaped->clusters) {
-    if (line.rangeOf(cluster).location >= place.index) {
-      x = cluster.isRightToLeft ? cluster.right : cluster.left;
-      break;
-    }
-    x = cluster.isRightToLeft ? cluster.left : cluster.right;
-  }
+  if (cluster != clusters.end()) x = cluster->isRightToLeft ? cluster->right : cluster->left;
+  else if (!clusters.empty()) x = clusters.back().isRightToLeft ? clusters.back().left : clusters.back().right;
   return {line.x + x, line.y, 1, line.height()};
 }
 

@@ -37,7 +37,7 @@ Sort sortOfScalar(char32_t scalar) {
 bool isApostrophe(char32_t scalar) { return scalar == '\'' || scalar == 0x2019; }
 
 // Of the character that starts at the border. An apostrophe between two letters belongs to their word.
-Sort sortAt(std::u16string_view text, const std::vector<std::size_t>& borders, std::size_t character) {
+Sort sortOfCharacter(std::u16string_view text, const std::vector<std::size_t>& borders, std::size_t character) {
   const char32_t scalar = scalarAt(text, borders[character]);
   const auto isLetter = [&](std::size_t other) { return sortOfScalar(scalarAt(text, borders[other])) == Sort::Word; };
   const bool isInside = character > 0 && character + 2 < borders.size();
@@ -50,36 +50,67 @@ std::size_t characterOf(const std::vector<std::size_t>& borders, std::size_t ind
   return static_cast<std::size_t>(std::upper_bound(borders.begin(), borders.end(), index) - borders.begin()) - 1;
 }
 
+// The characters of the line that a unit is in, and the line's end. No character and no word reaches into another line, so
+// that a step in a long text looks at one of its lines.
+struct Line {
+  Line(std::u16string_view text, std::size_t index) {
+    std::size_t end = index;
+    while (end < text.size() && !isLineEnd(text[end])) ++end;
+    if (end < text.size()) ++end;
+    if (end < text.size() && text[end - 1] == '\r' && text[end] == '\n') ++end;
+    start = index;
+    while (start > 0 && !isLineEnd(text[start - 1])) --start;
+    if (start > 0 && text[start - 1] == '\r' && text[start] == '\n') --start;
+    units = text.substr(start, end - start);
+    borders = characterBorders(units);
+  }
+  std::size_t count() const { return borders.size() - 1; }
+  Sort sortAt(std::size_t character) const { return sortOfCharacter(units, borders, character); }
+
+  std::size_t start = 0;
+  std::u16string_view units;
+  std::vector<std::size_t> borders;  // from the line's start
+};
+
 }  // namespace
 
 std::size_t characterBorderAfter(std::u16string_view text, std::size_t index) {
-  const std::vector<std::size_t> borders = characterBorders(text);
-  const auto found = std::upper_bound(borders.begin(), borders.end(), index);
-  return found == borders.end() ? text.size() : *found;
+  if (index >= text.size()) return text.size();
+  const Line line(text, index);
+  return line.start + *std::upper_bound(line.borders.begin(), line.borders.end(), index - line.start);
 }
 
 std::size_t characterBorderBefore(std::u16string_view text, std::size_t index) {
-  const std::vector<std::size_t> borders = characterBorders(text);
-  const auto found = std::lower_bound(borders.begin(), borders.end(), index);
-  return found == borders.begin() ? 0 : *std::prev(found);
+  if (index == 0 || index > text.size()) return std::min(index, text.size());
+  const Line line(text, index - 1);
+  return line.start + *std::prev(std::lower_bound(line.borders.begin(), line.borders.end(), index - line.start));
 }
 
 std::size_t wordEndAfter(std::u16string_view text, std::size_t index) {
-  const std::vector<std::size_t> borders = characterBorders(text);
-  const std::size_t count = borders.size() - 1;
-  std::size_t character = characterOf(borders, std::min(index, text.size()));
-  while (character < count && sortAt(text, borders, character) != Sort::Word) ++character;
-  while (character < count && sortAt(text, borders, character) == Sort::Word) ++character;
-  return borders[character];
+  while (index < text.size()) {
+    const Line line(text, index);
+    std::size_t character = characterOf(line.borders, index - line.start);
+    while (character < line.count() && line.sortAt(character) != Sort::Word) ++character;
+    while (character < line.count() && line.sortAt(character) == Sort::Word) ++character;
+    index = line.start + line.borders[character];
+    if (character < line.count() || line.sortAt(character - 1) == Sort::Word) break;
+  }
+  return std::min(index, text.size());
 }
 
 std::size_t wordStartBefore(std::u16string_view text, std::size_t index) {
-  const std::vector<std::size_t> borders = characterBorders(text);
-  const auto at = std::lower_bound(borders.begin(), borders.end(), std::min(index, text.size()));
-  auto character = static_cast<std::size_t>(at - borders.begin());
-  while (character > 0 && sortAt(text, borders, character - 1) != Sort::Word) --character;
-  while (character > 0 && sortAt(text, borders, character - 1) == Sort::Word) --character;
-  return borders[character];
+  index = std::min(index, text.size());
+  while (index > 0) {
+    const Line line(text, index - 1);
+    const auto at = std::lower_bound(line.borders.begin(), line.borders.end(), index - line.start);
+    auto character = static_cast<std::size_t>(at - line.borders.begin());
+    while (character > 0 && line.sortAt(character - 1) != Sort::Word) --character;
+    const bool hasWord = character > 0;
+    while (character > 0 && line.sortAt(character - 1) == Sort::Word) --character;
+    index = line.start + line.borders[character];
+    if (hasWord) break;
+  }
+  return index;
 }
 
 NSRange wordRangeAt(std::u16string_view text, std::size_t index) {
@@ -87,10 +118,10 @@ NSRange wordRangeAt(std::u16string_view text, std::size_t index) {
   const std::vector<std::size_t> borders = characterBorders(text);
   const std::size_t count = borders.size() - 1;
   std::size_t first = std::min(characterOf(borders, std::min(index, text.size())), count - 1);
-  const Sort sort = sortAt(text, borders, first);
+  const Sort sort = sortOfCharacter(text, borders, first);
   std::size_t end = first + 1;
-  while (first > 0 && sortAt(text, borders, first - 1) == sort) --first;
-  while (end < count && sortAt(text, borders, end) == sort) ++end;
+  while (first > 0 && sortOfCharacter(text, borders, first - 1) == sort) --first;
+  while (end < count && sortOfCharacter(text, borders, end) == sort) ++end;
   return {borders[first], borders[end] - borders[first]};
 }
 

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+#include <vector>
+
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/text/NSParagraphStyle.h"
@@ -199,4 +203,69 @@ TEST(NSAttributedString, ASubstringEndsWithTheText) {
   EXPECT_EQ(NSAttributedString("abc").attributedSubstring({1, 5})->string(), "bc");
   EXPECT_EQ(NSAttributedString("abc").attributedSubstring({1, static_cast<std::size_t>(-1)})->string(), "bc");
   EXPECT_EQ(NSAttributedString("abc").attributedSubstring({4, 1})->string(), "");
+}
+
+namespace {
+
+// An attribute that counts how often it is compared.
+class Counted : public NSObject {
+ public:
+  static inline int comparisons = 0;
+  bool isEqual(const NSObject* other) const override {
+    ++comparisons;
+    return this == other;
+  }
+};
+
+}  // namespace
+
+TEST(NSAttributedString, AnAttributeIsComparedWithThoseBesideItAndNoOthers) {
+  constexpr std::size_t count = 1000;
+  constexpr auto color = NSForegroundColorAttributeName;
+  const auto text = make<NSMutableAttributedString>(std::u16string(count, u'x'));
+  Counted::comparisons = 0;
+  for (std::size_t i = 0; i < count; ++i) text->addAttribute(color, Ref<NSObject>(make<Counted>()), {i, 1});
+  for (std::size_t i = 0; i < count; ++i) {
+    text->appendAttributedString(NSAttributedString("x", {{color, Ref<NSObject>(make<Counted>())}}));
+    text->addAttribute(underline, std::int64_t{1}, {text->length() - 1, 1});
+  }
+  EXPECT_EQ(text->runs().size(), 2 * count);
+  EXPECT_LE(Counted::comparisons, 8 * static_cast<int>(count));
+}
+
+// Against a list of the attribute of each unit.
+TEST(NSAttributedString, ManyChangesKeepEachUnitsAttributes) {
+  std::mt19937 random(5);
+  const auto text = make<NSMutableAttributedString>();
+  std::vector<std::optional<std::int64_t>> plain;
+  for (int step = 0; step < 5000; ++step) {
+    const std::size_t start = random() % (plain.size() + 1), length = random() % (plain.size() - start + 1);
+    const auto first = plain.begin() + static_cast<std::ptrdiff_t>(start), end = first + static_cast<std::ptrdiff_t>(length);
+    const std::size_t count = plain.size() > 40 ? 0 : random() % 5;
+    const auto number = static_cast<std::int64_t>(random() % 2);
+    const bool isAppended = random() % 4 == 0;
+    if (isAppended) {
+      text->appendAttributedString(NSAttributedString(std::u16string(count, u'a'), {{underline, number}}));
+      plain.insert(plain.end(), count, number);
+    } else if (random() % 3 == 0) {
+      text->addAttribute(underline, number, {start, length});
+      std::fill(first, end, number);
+    } else if (random() % 2 == 0) {
+      text->removeAttribute(underline, {start, length});
+      std::fill(first, end, std::nullopt);
+    } else {
+      text->replaceCharactersInRange({start, length}, std::u16string(count, u'b'));
+      std::optional<std::int64_t> taken;
+      if (!plain.empty()) taken = length == 0 && start > 0 ? *(first - 1) : *first;
+      plain.insert(plain.erase(first, end), count, taken);
+    }
+    ASSERT_EQ(text->length(), plain.size()) << step;
+    for (std::size_t i = 0; i < plain.size(); ++i) ASSERT_EQ(numberAt(*text, i), plain[i]) << step;
+    const auto part = text->attributedSubstring({plain.size() / 3, plain.size() / 2});
+    for (std::size_t i = 0; i < part->length(); ++i) ASSERT_EQ(numberAt(*part, i), plain[plain.size() / 3 + i]) << step;
+    ASSERT_TRUE(text->isEqual(text->mutableCopy().get()));
+    const auto areAlike = [](const auto& a, const auto& b) { return areEqual(a.attributes, b.attributes); };
+    const bool joins = !isAppended && length > 0;
+    ASSERT_TRUE(!joins || std::ranges::adjacent_find(text->runs(), areAlike) == text->runs().end()) << step;
+  }
 }

@@ -2,6 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <random>
+#include <string>
+
+#include "tessaluna/platform/text/unicode.h"
+#include "tests/harness/allocations.h"
+
 using namespace tessaluna::platform;
 
 TEST(textBoundaries, CharactersAreThoseThatTheUserSees) {
@@ -71,4 +79,41 @@ TEST(textBoundaries, LoneSurrogatesAreSteppedOver) {
   EXPECT_EQ(at, 3u);
   EXPECT_LE(wordEndAfter(text, 0), 3u);
   EXPECT_EQ(wordStartBefore(text, 3), 1u);
+}
+
+// The ends of lines are blanks to words, so that one line with blanks in their places has its words there.
+TEST(textBoundaries, StepsThroughManyLinesAreThoseOfTheWholeText) {
+  constexpr std::u16string_view letters = u"ab' \u0301\n\r\u2028\u00E9\U0001F1E6\U0001F3B5\u200D";
+  std::mt19937 random(11);
+  for (int round = 0; round < 3000; ++round) {
+    std::u16string text;
+    while (text.size() < 20) text += letters[random() % letters.size()];
+    std::u16string oneLine = text;
+    for (char16_t& unit : oneLine)
+      if (isLineEnd(unit)) unit = u' ';
+    const std::vector<std::size_t> borders = characterBorders(text);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      ASSERT_EQ(characterBorderAfter(text, i), *std::upper_bound(borders.begin(), borders.end(), i));
+      ASSERT_EQ(characterBorderBefore(text, i + 1), *std::prev(std::lower_bound(borders.begin(), borders.end(), i + 1)));
+    }
+    // A mark after a blank is part of the blank; after the end of a line it is a character.
+    const auto isMarkAfterLineEnd = [](char16_t a, char16_t b) { return isLineEnd(a) && (b == 0x301 || b == 0x200D); };
+    const bool hasMarkAtStart = std::ranges::adjacent_find(text, isMarkAfterLineEnd) != text.end();
+    for (std::size_t i = 0; i <= text.size() && !hasMarkAtStart; ++i) {
+      ASSERT_EQ(wordEndAfter(text, i), wordEndAfter(oneLine, i));
+      ASSERT_EQ(wordStartBefore(text, i), wordStartBefore(oneLine, i));
+    }
+  }
+}
+
+TEST(textBoundaries, AStepLooksAtItsLineOnly) {
+  std::u16string text;
+  for (int line = 0; line < 10000; ++line) text += u"Some words.\n";
+  const std::size_t middle = text.size() / 2;
+  const int before = harness::allocations;
+  characterBorderAfter(text, middle);
+  characterBorderBefore(text, middle);
+  wordEndAfter(text, middle);
+  wordStartBefore(text, middle);
+  EXPECT_LE(harness::allocations - before, 40);
 }
