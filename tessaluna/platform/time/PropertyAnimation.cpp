@@ -1,7 +1,7 @@
 #include "tessaluna/platform/time/PropertyAnimation.h"
 
+#include <map>
 #include <utility>
-#include <vector>
 
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/foundation/AtEndOfScope.h"
@@ -12,9 +12,9 @@ namespace tessaluna::platform {
 
 namespace {
 
-// Each is kept alive by the backend, which calls it at its end, and so for no longer than that lives.
-std::vector<std::weak_ptr<PropertyAnimation>>& runningAnimations() {
-  static std::vector<std::weak_ptr<PropertyAnimation>> animations;
+// By object and property. Each is kept alive by the backend, which calls it at its end, and so for no longer than that lives.
+std::map<std::pair<const NSObject*, const void*>, std::weak_ptr<PropertyAnimation>>& runningAnimations() {
+  static std::map<std::pair<const NSObject*, const void*>, std::weak_ptr<PropertyAnimation>> animations;
   return animations;
 }
 
@@ -36,7 +36,7 @@ void PropertyAnimation::start(const Subject& subject, const NSAnimationContext& 
   const double duration = animationDuration(context.duration());
   if (duration == 0) return subject.set(*subject.object, 1);
   const auto animation = std::make_shared<PropertyAnimation>(subject, context, duration);
-  runningAnimations().push_back(animation);
+  runningAnimations()[{subject.object.get(), subject.property}] = animation;
   // The end does not wait for a frame: a window that nobody can see may have none.
   backend::Backend::current()->callAfter(duration, [animation] { animation->end(); });
   animation->waitForFrame(*subject.object);
@@ -44,10 +44,10 @@ void PropertyAnimation::start(const Subject& subject, const NSAnimationContext& 
 
 // Null for a property that does not move.
 std::shared_ptr<PropertyAnimation> PropertyAnimation::running(const NSObject& object, const void* property) {
-  std::erase_if(runningAnimations(), [](const auto& other) { return other.expired(); });
-  for (const std::weak_ptr<PropertyAnimation>& weak : runningAnimations())
-    if (std::shared_ptr<PropertyAnimation> animation = weak.lock(); animation->isOf(object, property)) return animation;
-  return nullptr;
+  const auto found = runningAnimations().find({&object, property});
+  std::shared_ptr<PropertyAnimation> animation = found == runningAnimations().end() ? nullptr : found->second.lock();
+  // Another object may be where the animated one was.
+  return animation && animation->object_.lock().get() == &object ? animation : nullptr;
 }
 
 void PropertyAnimation::stop(const NSObject& object, const void* property) {
@@ -65,6 +65,7 @@ void PropertyAnimation::willBeSet(const NSObject& object, const void* property) 
 
 PropertyAnimation::PropertyAnimation(const Subject& subject, const NSAnimationContext& context, double duration)
     : object_(subject.object),
+      address_(subject.object.get()),
       subject_(subject),
       timing_(context.timingFunction() ? context.timingFunction()
                                        : CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionDefault)),
@@ -73,10 +74,6 @@ PropertyAnimation::PropertyAnimation(const Subject& subject, const NSAnimationCo
       duration_(duration) {
   subject_.object = nullptr;
   group_->begin();
-}
-
-bool PropertyAnimation::isOf(const NSObject& object, const void* property) const {
-  return !isFinished_ && subject_.property == property && object_.lock().get() == &object;
 }
 
 void PropertyAnimation::waitForFrame(NSObject& object) {
@@ -107,14 +104,21 @@ void PropertyAnimation::set(NSObject& object, double share) {
 void PropertyAnimation::end() {
   const auto held = shared_from_this();
   const Ref<NSObject> object = object_.lock();
-  if (std::exchange(isFinished_, true)) return;
+  if (isFinished_) return;
+  leave();
   if (object) set(*object, 1);
   group_->end();
 }
 
 void PropertyAnimation::cancel() {
-  isFinished_ = true;
+  leave();
   group_->end();
+}
+
+void PropertyAnimation::leave() {
+  isFinished_ = true;
+  const auto found = runningAnimations().find({address_, subject_.property});
+  if (found != runningAnimations().end() && found->second.lock().get() == this) runningAnimations().erase(found);
 }
 
 }  // namespace tessaluna::platform

@@ -42,14 +42,15 @@ class PropertyAnimation : public std::enable_shared_from_this<PropertyAnimation>
 
  private:
   static std::shared_ptr<PropertyAnimation> running(const NSObject& object, const void* property);
-  bool isOf(const NSObject& object, const void* property) const;
   void waitForFrame(NSObject& object);
   void step();
   void set(NSObject& object, double share);
   void end();
   void cancel();
+  void leave();
 
   WeakRef<NSObject> object_;
+  const NSObject* const address_;
   Subject subject_;  // without its object
   Ref<CAMediaTimingFunction> timing_;
   std::shared_ptr<AnimationGroup> group_;
