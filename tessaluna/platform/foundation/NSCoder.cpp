@@ -31,8 +31,9 @@ std::string placeOf(std::string_view text, std::size_t offset) {
   return "line " + std::to_string(line) + ", column " + std::to_string(column);
 }
 
-// Reads a text for nothing but the place at which it stops being JSON.
-struct ErrorFinder : nlohmann::json_sax<Json> {
+// Reads a text for two mistakes: the place at which it stops being JSON, and a key that one object has twice, of which a parser
+// would keep one value and drop the other. (A parser that has a listener of its own takes time by the square of an array's length.)
+struct MistakeFinder : nlohmann::json_sax<Json> {
   bool null() override { return true; }
   bool boolean(bool) override { return true; }
   bool number_integer(number_integer_t) override { return true; }
@@ -40,33 +41,28 @@ struct ErrorFinder : nlohmann::json_sax<Json> {
   bool number_float(number_float_t, const string_t&) override { return true; }
   bool string(string_t&) override { return true; }
   bool binary(binary_t&) override { return true; }
-  bool start_object(std::size_t) override { return true; }
-  bool key(string_t&) override { return true; }
-  bool end_object() override { return true; }
+  bool start_object(std::size_t) override {
+    keysOfOpenObjects.emplace_back();
+    return true;
+  }
+  bool key(string_t& key) override {
+    if (!keysOfOpenObjects.back().insert(key).second && !repeated) repeated = key;
+    return true;
+  }
+  bool end_object() override {
+    keysOfOpenObjects.pop_back();
+    return true;
+  }
   bool start_array(std::size_t) override { return true; }
   bool end_array() override { return true; }
   bool parse_error(std::size_t bytesRead, const std::string&, const nlohmann::detail::exception&) override {
-    offset = bytesRead == 0 ? 0 : bytesRead - 1;  // of the last one, which is wrong
+    errorOffset = bytesRead == 0 ? 0 : bytesRead - 1;  // of the last one, which is wrong
     return false;
   }
-  std::size_t offset = 0;
-};
 
-// Listens to a parser for a key that one object has twice, of which the parser would keep one value and drop the other.
-class RepeatedKeyFinder {
- public:
-  bool operator()(int, Json::parse_event_t event, const Json& parsed) {
-    if (event == Json::parse_event_t::object_start) keysOfOpenObjects_.emplace_back();
-    if (event == Json::parse_event_t::object_end) keysOfOpenObjects_.pop_back();
-    if (event != Json::parse_event_t::key) return true;
-    const auto& key = parsed.get_ref<const std::string&>();
-    if (!keysOfOpenObjects_.back().insert(key).second && !repeated) repeated = key;
-    return true;
-  }
+  std::optional<std::size_t> errorOffset;
   std::optional<std::string> repeated;
-
- private:
-  std::vector<std::set<std::string>> keysOfOpenObjects_;
+  std::vector<std::set<std::string>> keysOfOpenObjects;
 };
 
 // The numbers of an array of N; absent for anything else.
@@ -159,16 +155,15 @@ NSCoder::NSCoder(NSCoder&&) noexcept = default;
 NSCoder& NSCoder::operator=(NSCoder&&) noexcept = default;
 
 NSCoder::NSCoder(std::string_view json) : NSCoder() {
-  RepeatedKeyFinder keys;
-  Json parsed = Json::parse(json, std::ref(keys), /*allow_exceptions=*/false);
-  if (parsed.is_discarded()) {
-    ErrorFinder finder;
-    Json::sax_parse(json, &finder);
-    fail("the archive is not JSON: " + placeOf(json, finder.offset));
+  MistakeFinder mistakes;
+  Json::sax_parse(json, &mistakes);
+  Json parsed = mistakes.errorOffset ? Json() : Json::parse(json, nullptr, /*allow_exceptions=*/false);
+  if (mistakes.errorOffset) {
+    fail("the archive is not JSON: " + placeOf(json, *mistakes.errorOffset));
   } else if (!parsed.is_object()) {
     fail("the archive is not a JSON object");
-  } else if (keys.repeated) {
-    fail("the archive has an object with the key \"" + *keys.repeated + "\" twice");
+  } else if (mistakes.repeated) {
+    fail("the archive has an object with the key \"" + *mistakes.repeated + "\" twice");
   } else {
     *archive_->object = std::move(parsed);
   }
