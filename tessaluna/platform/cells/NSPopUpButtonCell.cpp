@@ -122,9 +122,14 @@ void NSPopUpButtonCell::insertItemWithTitle(const std::string& title, std::size_
   const auto item = make<NSMenuItem>(title);
   menu_->insertItem(item, index);
   // The earlier one of the title, wherever it is.
-  const std::vector<Ref<NSMenuItem>> items = itemArray();
-  for (const Ref<NSMenuItem>& each : items)
-    if (each != item && each->title() == title && !each->isSeparatorItem()) menu_->removeItem(each);
+  const auto isEarlier = [&](const Ref<NSMenuItem>& each) {
+    return each != item && each->title() == title && !each->isSeparatorItem();
+  };
+  for (auto found = std::ranges::find_if(itemArray(), isEarlier); found != itemArray().end();
+       found = std::ranges::find_if(itemArray(), isEarlier)) {
+    const Ref<NSMenuItem> earlier = *found;
+    menu_->removeItem(earlier);
+  }
 }
 
 Ref<NSMenuItem> NSPopUpButtonCell::selectedItem() const {

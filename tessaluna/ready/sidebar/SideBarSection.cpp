@@ -1,6 +1,7 @@
 #include "tessaluna/ready/sidebar/SideBarSection.h"
 
 #include <algorithm>
+#include <map>
 #include <unordered_set>
 #include <utility>
 
@@ -257,21 +258,12 @@ void SideBarSection::show(const SideSection& section) {
 void SideBarSection::showRows(const std::vector<SideItem>& items) {
   const bool hasIcons = std::ranges::any_of(items, [](const SideItem& item) { return item.icon != nullptr; });
   const auto room = hasIcons ? SideBarRow::IconRoom::Left : SideBarRow::IconRoom::Absent;
-  // Most rows are where they were, so that the search begins after the last one that was found.
-  std::vector<Ref<SideBarRow>> earlier = std::exchange(rows_, {});
-  std::size_t next = 0;
-  const auto take = [&](const std::string& id) -> Ref<SideBarRow> {
-    for (std::size_t tried = 0; tried < earlier.size(); ++tried) {
-      Ref<SideBarRow>& row = earlier[(next + tried) % earlier.size()];
-      if (!row || idOf(row->item()) != id) continue;
-      next += tried + 1;
-      return std::exchange(row, nullptr);
-    }
-    return nullptr;
-  };
+  // Of rows with one id the first is taken first.
+  std::multimap<std::string, Ref<SideBarRow>> earlier;
+  for (const Ref<SideBarRow>& row : std::exchange(rows_, {})) earlier.emplace(idOf(row->item()), row);
   for (const SideItem& item : items) {
-    const Ref<SideBarRow> known = take(idOf(item));
-    rows_.push_back(known ? known : make<SideBarRow>(bar_, depth_));
+    auto known = earlier.extract(idOf(item));
+    rows_.push_back(known ? known.mapped() : make<SideBarRow>(bar_, depth_));
     rows_.back()->showItem(item, room);
   }
   list_->show(rows_, title_);

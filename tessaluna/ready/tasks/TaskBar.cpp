@@ -54,9 +54,7 @@ ShownTask TaskBar::begin(TaskDescription task) {
   // What is not a length counts as 0: the bar shows how far the others are.
   if (!std::isfinite(task.length) || task.length < 0) task.length = 0;
   std::string key = task.title;
-  const auto isTaken = [&](const std::string& name) {
-    return std::ranges::any_of(tasks_, [&](const auto& one) { return one.second.key == name; });
-  };
+  const auto isTaken = [&](const std::string& name) { return monitor_->backgroundTasks()->objectForKey(name) != nullptr; };
   for (int i = 2; isTaken(key); ++i) key = task.title + " " + std::to_string(i);
   monitor_->addBackgroundTaskProgress(key, task.length, nullptr);
   tasks_.emplace(number, Task{.description = std::move(task), .key = std::move(key)});
