@@ -13,7 +13,7 @@ class NSSortDescriptor : public NSObject {
   const ClassInfo& classInfo() const override { return staticClassInfo; }
 
   NSSortDescriptor(std::string key, bool ascending) : key_(std::move(key)), ascending_(ascending) {}
-  explicit NSSortDescriptor(NSCoder& coder);  // keys "key" and "ascending", which is true unless said
+  explicit NSSortDescriptor(NSCoder& coder);  // Keys: "key", "ascending" (true if missing).
 
   const std::string& key() const { return key_; }
   bool ascending() const { return ascending_; }
