@@ -69,9 +69,9 @@ void bringIntoSight(const QPointer<QtViewWidget>& widget) {
 // What of the widget its ancestors do not cut off, in the top-level widget's space.
 QRect visibleRectOf(const QWidget& widget, const QWidget& topLevel) {
   QRect visible(widget.mapTo(&topLevel, QPoint(0, 0)), widget.size());
-  for (const QWidget* ancestor = widget.parentWidget(); ancestor; ancestor = ancestor->parentWidget()) {
-    visible &= QRect(ancestor->mapTo(&topLevel, QPoint(0, 0)), ancestor->size());
-    if (ancestor == &topLevel) break;
+  for (const QWidget* inner = &widget; inner != &topLevel;) {
+    inner = inner->parentWidget();
+    visible &= QRect(inner->mapTo(&topLevel, QPoint(0, 0)), inner->size());
   }
   return visible;
 }

@@ -41,6 +41,7 @@ class QtBackend::ApplicationFilter : public QObject {
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState state) {
       if (NSApp) NSApp->setActive(state == Qt::ApplicationActive);
     });
+    connect(qApp, &QGuiApplication::layoutDirectionChanged, this, effectiveAppearanceDidChange);
   }
 
   bool eventFilter(QObject* receiver, QEvent* event) override {

@@ -122,6 +122,7 @@ LayoutEngine::Item& LayoutEngine::use(NSView& view) {
   ++item.uses;
   if (!isNew) return item;
   item.view = &view;
+  item.direction = view.userInterfaceLayoutDirection();
   for (Axis& axis : item.axes) {
     for (Variable* variable : {&axis.start, &axis.length}) {
       *variable = solver_.addVariable();
@@ -259,10 +260,14 @@ void LayoutEngine::contentDidChange(NSView& view) {
   needPlace(item);
   for (NSLayoutConstraint* constraint : item.constraints)
     if (isBaseline(constraint->firstAttribute_) || isBaseline(constraint->secondAttribute_)) constantDidChange(*constraint);
+  // The application's direction may have changed with its language.
+  if (item.direction != view.userInterfaceLayoutDirection()) layoutDirectionDidChange(view);
 }
 
 void LayoutEngine::layoutDirectionDidChange(NSView& view) {
-  for (NSLayoutConstraint* constraint : itemOf(view)->constraints)
+  Item& item = *itemOf(view);
+  item.direction = view.userInterfaceLayoutDirection();
+  for (NSLayoutConstraint* constraint : item.constraints)
     if (isByText(constraint->firstAttribute_) || isByText(constraint->secondAttribute_)) ruleDidChange(*constraint);
 }
 

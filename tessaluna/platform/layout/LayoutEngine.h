@@ -17,6 +17,7 @@
 #include "tessaluna/platform/layout/ConstraintSolver.h"
 #include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/views/Forward.h"
+#include "tessaluna/platform/views/NSUserInterfaceLayoutDirection.h"
 
 namespace tessaluna::platform {
 
@@ -64,6 +65,7 @@ class LayoutEngine {
     std::array<Axis, 2> axes;  // horizontal, vertical
     int uses = 0;
     bool needsOwnRules = false, isToBePlaced = false, didHeightChange = false;
+    NSUserInterfaceLayoutDirection direction{};  // as the rules have it
     std::vector<NSLayoutConstraint*> constraints;
   };
   struct Installed {

@@ -1,4 +1,4 @@
-// Fonts and colors of the desktop that change while the program runs.
+// Fonts and colors of the desktop, and the direction of its language, that change while the program runs.
 #pragma once
 
 #include <string_view>
@@ -11,7 +11,7 @@ namespace tessaluna::platform {
 // it and makes that again.
 inline constexpr std::string_view NSSystemColorsDidChangeNotification = "NSSystemColorsDidChangeNotification";
 
-// Called by the backend, once for each change, when its fonts and colors are the new ones. After the notification all views of
+// Called by the backend, once for each change, when its fonts, colors and direction are the new ones. After the notification all views of
 // all windows measure their contents again, are laid out and redrawn.
 void effectiveAppearanceDidChange();
 

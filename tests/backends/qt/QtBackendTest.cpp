@@ -121,9 +121,18 @@ TEST_F(QtBackendTest, TellsTheApplicationWhetherItIsActive) {
 
 TEST_F(QtBackendTest, TheLayoutDirectionIsThatOfTheProgram) {
   EXPECT_EQ(application->userInterfaceLayoutDirection(), NSUserInterfaceLayoutDirectionLeftToRight);
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  const auto window = make<NSWindow>(CGRect{0, 0, 50, 50}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+  window->setContentView(view);
+  window->orderFront(nullptr);
+  settle();
+  view->draws.clear();
   QGuiApplication::setLayoutDirection(Qt::RightToLeft);
   EXPECT_EQ(application->userInterfaceLayoutDirection(), NSUserInterfaceLayoutDirectionRightToLeft);
+  settle();
+  EXPECT_EQ(view->draws.size(), 1u);
   QGuiApplication::setLayoutDirection(Qt::LayoutDirectionAuto);
+  window->close();
 }
 
 TEST_F(QtBackendTest, SystemColorsAreThePalettes) {

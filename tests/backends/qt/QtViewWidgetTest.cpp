@@ -427,6 +427,23 @@ TEST_F(QtViewWidgetTest, GoesToTheWindowOfItsNewTopLevel) {
             QColor(Qt::red));
 }
 
+TEST_F(QtViewWidgetTest, MayBecomeAWindowThatHasAParentAndReturn) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  QtViewWidget* widget = embed(view);
+  show();
+  const NSWindow* first = view->window();
+  widget->setWindowFlag(Qt::Window);
+  widget->show();
+  widget->resize(70, 60);
+  settle();
+  EXPECT_NE(view->window(), first);
+  EXPECT_EQ(view->frame(), (CGRect{0, 0, 70, 60}));
+  widget->setWindowFlag(Qt::Window, false);
+  widget->show();
+  settle();
+  EXPECT_EQ(view->window(), first);
+}
+
 TEST_F(QtViewWidgetTest, ShowsAtDevicePixelsWhatTheViewDraws) {
   top.layout()->setContentsMargins(7, 5, 3, 9);  // no whole pixels at scale 1.5
   const auto view = make<Witness>(CGRect{0, 0, 33, 31});

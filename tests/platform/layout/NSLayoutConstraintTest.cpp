@@ -8,6 +8,7 @@
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/time/NSAnimationContext.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/windows/effectiveAppearance.h"
 #include "tests/platform/layout/ConstraintsWorld.h"
 
 using namespace tessaluna::platform;
@@ -72,6 +73,18 @@ TEST_F(NSLayoutConstraintTest, LeadingAndTrailingFollowTheDirectionOfTheText) {
   EXPECT_EQ(laidOut(view), (CGRect{10, 140, 40, 10}));
   view->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirectionRightToLeft);
   EXPECT_EQ(laidOut(view), (CGRect{150, 140, 40, 10}));
+}
+
+TEST_F(NSLayoutConstraintTest, LeadingAndTrailingFollowADirectionOfTheApplicationThatChanges) {
+  equal(view, leading, content, 10);
+  size(view, width, 40);
+  EXPECT_EQ(laidOut(view).origin.x, 10);
+  desktop.setLayoutDirection(tessaluna::backend::LayoutDirection::RightToLeft);
+  effectiveAppearanceDidChange();
+  EXPECT_EQ(laidOut(view).origin.x, 150);
+  desktop.setLayoutDirection(tessaluna::backend::LayoutDirection::LeftToRight);
+  effectiveAppearanceDidChange();
+  EXPECT_EQ(laidOut(view).origin.x, 10);
 }
 
 TEST_F(NSLayoutConstraintTest, ACenterFollowsTheDirectionOfTheTextWithAnEdgeThatDoes) {
