@@ -256,7 +256,13 @@ void EmbeddingHost::activationChanged() {
   // A window that appears may be given its place without a word to its widget.
   const QPointer<EmbeddingHost> held = this;
   placeTopLevel();
-  if (held) window_->windowClient().nativeKeyStatusChanged(topLevel_.isActiveWindow());
+  if (!held) return;
+  const bool isActive = topLevel_.isActiveWindow();
+  // While the window rested, the widget may have been hidden or another one given the focus: Qt does not say that this one lost it.
+  const QtViewWidget* widget = widgetOf(window_->firstResponder());
+  const bool isFocused = widget && widget->isVisible() && widget == topLevel_.focusWidget();
+  if (isActive && widget && !isFocused) window_->makeFirstResponder(nullptr);
+  if (held) window_->windowClient().nativeKeyStatusChanged(isActive);
 }
 
 void EmbeddingHost::redrawAll() { window_->contentView()->setNeedsDisplay(true); }

@@ -1,6 +1,7 @@
 #include "tessaluna/backends/qt/QtViewWidget.h"
 
 #include <QFocusEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <cmath>
 #include <utility>
@@ -59,6 +60,9 @@ void QtViewWidget::leaveHost() {
   host_ = nullptr;
 }
 
+// Null as well while the widget is below another top-level widget and has not been shown there.
+EmbeddingHost* QtViewWidget::hostHere() const { return host_ && &host_->topLevel() == window() ? host_ : nullptr; }
+
 QSize QtViewWidget::sizeHint() const {
   const CGSize fitting = view_->fittingSize();
   return {wholePoints(fitting.width), wholePoints(fitting.height)};
@@ -80,8 +84,8 @@ void QtViewWidget::enabledDidChange() {
   if (!host_) return;
   const QPointer<QtViewWidget> held = this;
   const bool isOn = isEnabled();
-  if (!isOn) host_->input().endPresses();
-  if (held && host_ && underMouse())
+  if (!isOn && std::exchange(isPressed_, false)) host_->input().endPresses();
+  if (held && hostHere() && underMouse())
     host_->input().pointer(crossingOf(isOn ? PointerInput::What::Entered : PointerInput::What::Left,
                                       mapTo(&host_->topLevel(), mapFromGlobal(QPointF(QCursor::pos())))));
   if (held && host_) host_->enabledChanged(*this);
@@ -98,7 +102,8 @@ bool QtViewWidget::event(QEvent* event) {
     }
     default: break;
   }
-  if (!host_ || !isEnabled() || !isInput(event->type())) return QWidget::event(event);
+  if (!hostHere() || !isEnabled() || !isInput(event->type())) return QWidget::event(event);
+  if (const auto* mouse = dynamic_cast<const QMouseEvent*>(event)) isPressed_ = mouse->buttons() != Qt::NoButton;
   const InputReceiver receiver{.input = host_->input(),
                                .origin = QPointF(mapTo(&host_->topLevel(), QPoint(0, 0))),
                                .onScreen = QPointF(mapToGlobal(QPoint(0, 0))),
@@ -114,7 +119,7 @@ QVariant QtViewWidget::inputMethodQuery(Qt::InputMethodQuery query) const {
 
 void QtViewWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  if (host_) host_->paintWidget(*this, painter);
+  if (EmbeddingHost* host = hostHere()) host->paintWidget(*this, painter);
 }
 
 void QtViewWidget::focusInEvent(QFocusEvent* event) {

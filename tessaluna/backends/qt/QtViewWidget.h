@@ -49,11 +49,13 @@ class QtViewWidget : public QWidget {
   void leaveHost();
   void sizeMayHaveChanged();
   void enabledDidChange();
+  EmbeddingHost* hostHere() const;
   bool passFocusOn(FocusStep step) { return QWidget::focusNextPrevChild(step == FocusStep::Next); }
 
   platform::Ref<platform::NSView> view_;
   QSizePolicy ownPolicy_;         // as the view has it
   QPointer<EmbeddingHost> host_;  // null before the widget is first shown, and after the top-level widget was destroyed
+  bool isPressed_ = false;        // with a button of the mouse, as Qt says
 };
 
 }  // namespace tessaluna::backend::qt

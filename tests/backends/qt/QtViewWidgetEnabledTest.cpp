@@ -94,6 +94,36 @@ TEST_F(QtViewWidgetEnabled, DisabledInTheMiddleOfAPressEndsItWithoutAnAction) {
   EXPECT_EQ(clicks->count, 1);
 }
 
+TEST_F(QtViewWidgetEnabled, DisabledItLeavesAPressOnAnotherWidgetAlone) {
+  const auto pressed = makeButton<NSButton>();
+  embed(pressed);
+  settle();
+  click(*left);  // a press that has ended
+  clicks->count = 0;
+  press(middleOf(*pressed));
+  widget->setEnabled(false);
+  EXPECT_TRUE(pressed->isHighlighted());
+  release(middleOf(*pressed));
+  EXPECT_EQ(clicks->count, 1);
+}
+
+TEST_F(QtViewWidgetEnabled, DisabledBelowATopLevelWhereItHasNotBeenShownItIsHarmless) {
+  move(middleOf(*left));
+  QWidget other;
+  widget->setParent(&other);
+  widget->setAttribute(Qt::WA_UnderMouse);  // as a pointer leaves it that was on the widget when that went
+  widget->setEnabled(false);
+  widget->setEnabled(true);
+  widget->setAttribute(Qt::WA_UnderMouse, false);
+  EXPECT_FALSE(widget->grab().isNull());
+  QTest::keyClick(widget, Qt::Key_A);
+  other.show();
+  widget->show();
+  settle();
+  EXPECT_TRUE(left->isEnabled());
+  widget->setParent(&top);
+}
+
 TEST_F(QtViewWidgetEnabled, DisabledWhileAFieldIsEditedEndsTheEditing) {
   click(*field);
   QTest::keyClick(top.windowHandle(), Qt::Key_A);

@@ -169,6 +169,29 @@ TEST_F(QtViewWidgetKeys, AViewThatIsScrolledOutOfSightKeepsTheKeyboard) {
   EXPECT_TRUE(inside->hasFocus());
 }
 
+TEST_F(QtViewWidgetKeys, AViewLosesTheKeyboardThatQtTakesWhileAnotherWindowIsActive) {
+  auto* edit = new QLineEdit;
+  top.layout()->addWidget(edit);
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  QtViewWidget* widget = embed(view);
+  show();
+  const std::function<void()> takings[] = {[&] { widget->hide(); }, [&] { edit->setFocus(); }};
+  for (const auto& take : takings) {
+    widget->show();
+    widget->setFocus();
+    ASSERT_EQ(view->window()->firstResponder(), view.get());
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    settle();
+    take();
+    other.hide();
+    show();
+    EXPECT_TRUE(edit->hasFocus());
+    EXPECT_EQ(view->window()->firstResponder(), view->window());
+  }
+}
+
 TEST_F(QtViewWidgetKeys, AFieldAtTheLowerEdgeIsEditedWhileItsWindowShrinks) {
   const auto field = make<NSTextField>(CGRect{0, 0, 100, 24});
   top.layout()->setAlignment(embed(field), Qt::AlignBottom);
