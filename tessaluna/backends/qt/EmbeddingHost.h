@@ -49,6 +49,7 @@ class EmbeddingHost : public QObject {
 
   void focusEntered(QtViewWidget& widget, Qt::FocusReason reason);
   void focusLeft(QtViewWidget& widget, Qt::FocusReason reason);
+  void followFirstResponder();
 
  private:
   class NativeSide;
@@ -64,7 +65,6 @@ class EmbeddingHost : public QObject {
   void scaleMayHaveChanged();
   void display();
   void paint(std::span<const CGRect> dirty, const std::function<void(Canvas&)>& painter);
-  void followFirstResponder();
   bool moveFocus(FocusStep step);
   void sizeHintChanged(platform::NSView& view);
   QtViewWidget* widgetOf(const platform::NSResponder* responder) const;

@@ -108,7 +108,12 @@ bool QtViewWidget::event(QEvent* event) {
                                .origin = QPointF(mapTo(&host_->topLevel(), QPoint(0, 0))),
                                .onScreen = QPointF(mapToGlobal(QPoint(0, 0))),
                                .parent = isWindow() ? nullptr : parentWidget()};
-  return sendInput(*event, receiver) || QWidget::event(event);
+  const bool isPress = event->type() == QEvent::MouseButtonPress;
+  const QPointer<QtViewWidget> held = this;
+  const bool isDone = sendInput(*event, receiver);
+  // In a window at rest Qt has given the focus to a widget around this one, even if the view has the keyboard already.
+  if (isPress && held && host_) host_->followFirstResponder();
+  return isDone || QWidget::event(event);
 }
 
 // Of a widget with the focus, what Qt's scroll areas bring into sight.

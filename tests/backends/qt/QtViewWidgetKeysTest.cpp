@@ -192,6 +192,27 @@ TEST_F(QtViewWidgetKeys, AViewLosesTheKeyboardThatQtTakesWhileAnotherWindowIsAct
   }
 }
 
+TEST_F(QtViewWidgetKeys, AViewInAScrollAreaKeepsTheKeyboardWhenAPressOnItActivatesItsWindow) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  auto* widget = new QtViewWidget(view);
+  auto* area = new QScrollArea;
+  area->setWidget(widget);
+  widget->resize(50, 50);
+  top.layout()->addWidget(area);
+  show();
+  widget->setFocus();
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  settle();
+  press(inTop(*widget, {5, 5}));
+  release(inTop(*widget, {5, 5}));
+  other.hide();
+  show();
+  EXPECT_TRUE(widget->hasFocus());
+  EXPECT_EQ(view->window()->firstResponder(), view.get());
+}
+
 TEST_F(QtViewWidgetKeys, AFieldAtTheLowerEdgeIsEditedWhileItsWindowShrinks) {
   const auto field = make<NSTextField>(CGRect{0, 0, 100, 24});
   top.layout()->setAlignment(embed(field), Qt::AlignBottom);
