@@ -131,6 +131,20 @@ TEST_F(NSButtonTest, AButtonWithoutACellIsNotPressed) {
   EXPECT_EQ(button->state(), NSControlStateValueOff);
 }
 
+TEST_F(NSButtonTest, ACellThatIsNotAButtonsIgnoresWhatOnlyAButtonHas) {
+  for (const Ref<NSCell>& cell : {Ref<NSCell>(), make<NSCell>()}) {
+    button->setCell(cell);
+    button->setKeyEquivalent("x");
+    button->setKeyEquivalentModifierMask(NSEventModifierFlagCommand);
+    button->setButtonType(NSButtonType::Toggle);
+    button->setAllowsMixedState(true);
+    button->setNextState();
+    user.pressKey("x", NSEventModifierFlagCommand);
+    EXPECT_EQ(button->state(), NSControlStateValueOff);
+    EXPECT_EQ(presses(), 0u);
+  }
+}
+
 TEST_F(NSButtonTest, WithoutATargetTheActionGoesUpTheResponderChain) {
   const auto first = make<ListeningView>(CGRect{100, 100, 10, 10});
   first->acceptsFirst = true;
@@ -384,6 +398,16 @@ TEST_F(NSButtonTest, AClickWithoutAMouseHighlightsNoCellThatComesInstead) {
   desktop.advance(1);
   EXPECT_FALSE(clicked->isHighlighted());
   EXPECT_TRUE(other->isHighlighted());
+}
+
+TEST_F(NSButtonTest, APressOfACellThatComesInsteadLeavesNoHighlightToTheClickedOne) {
+  const Ref<NSCell> clicked = button->cell();
+  button->performClick(nullptr);
+  button->setCell(make<NSButtonCell>());
+  user.press(*window, inside);
+  desktop.advance(1);
+  EXPECT_FALSE(clicked->isHighlighted());
+  EXPECT_TRUE(button->isHighlighted());
 }
 
 TEST_F(NSButtonTest, AClickWithoutAMouseOfADisabledButtonDoesNothing) {

@@ -414,7 +414,48 @@ TEST_F(NSControlTest, WithoutACellItHasNoValue) {
   control->setDoubleValue(2);
   EXPECT_EQ(control->doubleValue(), 0);
   EXPECT_EQ(control->objectValue(), nullptr);
+  EXPECT_EQ(control->attributedStringValue()->length(), 0u);
   EXPECT_FALSE(control->isContinuous());
+}
+
+TEST_F(NSControlTest, WithoutACellItHasNoLookAndNoBaseline) {
+  control->setCell(nullptr);
+  control->setFont(NSFont::systemFontOfSize(30));
+  control->setAlignment(NSTextAlignmentRight);
+  control->setLineBreakMode(NSLineBreakByTruncatingTail);
+  control->setContinuous(true);
+  EXPECT_EQ(control->font(), nullptr);
+  EXPECT_EQ(control->firstBaselineOffsetFromTop(), 0);
+  EXPECT_EQ(control->lastBaselineOffsetFromBottom(), 0);
+}
+
+TEST_F(NSControlTest, AFontThatIsSetMakesNoFieldEditor) {
+  control->setFont(NSFont::systemFontOfSize(30));
+  EXPECT_EQ(window->fieldEditor(false, nullptr), nullptr);
+}
+
+// Its highlight is not the press's.
+class ShiningCell : public LoggingCell {
+ public:
+  bool isHighlightedByPress() const override { return false; }
+};
+
+TEST_F(NSControlTest, AHighlightThatIsNotThePressesOutlivesAPressThatTheCellRefuses) {
+  const auto shining = make<ShiningCell>();
+  shining->starts = false;
+  control->setCell(shining);
+  control->setHighlighted(true);
+  user.click(*window, inside);
+  EXPECT_THAT(shining->log, ElementsAre("start"));
+  EXPECT_TRUE(control->isHighlighted());
+}
+
+TEST_F(NSControlTest, ACellWithAHighlightOfItsOwnKeepsItInThePressedOnesPlace) {
+  user.press(*window, inside);
+  const auto shining = make<ShiningCell>();
+  shining->setHighlighted(true);
+  control->setCell(shining);
+  EXPECT_TRUE(control->isHighlighted());
 }
 
 TEST_F(NSControlTest, ACellThatDoesNotStartIsNotTracked) {
@@ -546,6 +587,15 @@ TEST_F(NSControlTest, AControlThatIsDisabledFromAboveStopsTracking) {
   EXPECT_EQ(target->acts, 0);
   desktop.settle();
   EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
+}
+
+TEST_F(NSControlTest, AssistiveClientsObserveAControlThatIsDisabledFromAbove) {
+  int changes = 0;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityEnabledChangedNotification, cell, nullptr, [&](const Ref<NSNotification>&) { ++changes; });
+  window->contentView()->setEnablesControls(false);
+  EXPECT_EQ(changes, 1);
+  accessibilityNotificationCenter().removeObserver(token);
 }
 
 TEST_F(NSControlTest, EnablingAndHighlightingAskForARedraw) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSImageRep.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
@@ -53,6 +54,51 @@ TEST_F(NSImageViewTest, ANewImageIsDrawn) {
   EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
 }
 
+TEST_F(NSImageViewTest, AnotherLookIsDrawnAgain) {
+  const auto image = make<NSImage>(CGSize{7, 8});
+  const auto window = showWindowWith(view);
+  const auto redraws = [&](const auto& change) {
+    desktop.settle();
+    change();
+    return view->needsDisplay();
+  };
+  EXPECT_TRUE(redraws([&] { view->setImageScaling(NSImageScaleNone); }));
+  EXPECT_TRUE(redraws([&] { view->setImageFrameStyle(NSImageFramePhoto); }));
+  EXPECT_TRUE(redraws([&] { view->setPreparesImages(true); }));
+  EXPECT_TRUE(redraws([&] { view->setImage(image); }));
+  // What the image draws may have changed.
+  EXPECT_TRUE(redraws([&] { view->setImage(image); }));
+}
+
+TEST_F(NSImageViewTest, AnotherImageGetsTheRoomThatItNeeds) {
+  const auto window = showWindowWith(view);
+  window->layoutIfNeeded();
+  ASSERT_FALSE(window->contentView()->needsLayout());
+  view->setImage(make<NSImage>(CGSize{7, 8}));
+  EXPECT_TRUE(window->contentView()->needsLayout());
+}
+
+TEST_F(NSImageViewTest, AFrameIsOneLineAroundTheImage) {
+  const auto strokes = [&] { return harness::only("stroke", harness::recordingOf([&] { view->drawRect({}); })).size(); };
+  EXPECT_EQ(strokes(), 0u);
+  view->setImageFrameStyle(NSImageFramePhoto);
+  EXPECT_EQ(strokes(), 1u);
+}
+
+TEST_F(NSImageViewTest, AnImageWithoutAHeightKeepsItsWidth) {
+  view->setImageScaling(NSImageScaleProportionallyUpOrDown);
+  EXPECT_EQ(view->imageRectForSize({20, 0}), (CGRect{40, 25, 20, 0}));
+  EXPECT_EQ(view->imageRectForSize({0, 20}), (CGRect{50, 15, 0, 20}));
+}
+
+TEST_F(NSImageViewTest, IsDecodedWithItsLook) {
+  NSCoder coder(R"({"frame": [0, 0, 100, 50], "imageScaling": "none", "imageFrameStyle": "photo", "editable": true})");
+  const auto decoded = make<NSImageView>(coder);
+  EXPECT_EQ(decoded->imageScaling(), NSImageScaleNone);
+  EXPECT_EQ(decoded->imageFrameStyle(), NSImageFramePhoto);
+  EXPECT_TRUE(decoded->isEditable());
+}
+
 TEST_F(NSImageViewTest, PassesMouseEventsOnUnlessItIsEditable) {
   const auto behind = make<harness::ProbeView>(CGRect{0, 0, 200, 150});
   const auto window = showWindowWith(behind);
@@ -67,7 +113,9 @@ TEST_F(NSImageViewTest, PassesMouseEventsOnUnlessItIsEditable) {
   EXPECT_EQ(mouse, passed);
   view->setEditable(true);
   behind->calls.clear();
-  user.click(*window, {20, 20});
+  user.press(*window, {20, 20});
+  user.dragTo({21, 21});
+  user.release();
   EXPECT_TRUE(behind->calls.empty());
 }
 

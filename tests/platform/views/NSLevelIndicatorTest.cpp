@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/text/unicode.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
@@ -223,6 +224,28 @@ TEST_F(NSLevelIndicatorTest, KeysChangeAnEditableOneByPartsAndSendTheActionIfThe
                              NSRightArrowFunctionKey, NSHomeFunctionKey, NSDownArrowFunctionKey})
     user.pressKey(key);
   EXPECT_THAT(values, ElementsAre(1, 2, 1, 5, 0));
+}
+
+TEST_F(NSLevelIndicatorTest, HomeGoesToTheMinimumAlsoWhereThatIsNotZero) {
+  indicator->setEditable(true);
+  indicator->setMinValue(1);
+  indicator->setDoubleValue(4);
+  window->makeFirstResponder(indicator.get());
+  user.pressKey(NSHomeFunctionKey);
+  EXPECT_THAT(values, ElementsAre(1));
+}
+
+TEST_F(NSLevelIndicatorTest, KeysDoNothingWhereItIsNotEditableOrPressed) {
+  const auto key = make<NSEvent>(NSEvent::Fields{
+      .type = NSEventType::KeyDown, .window = window, .characters = utf8FromScalar(NSRightArrowFunctionKey)});
+  indicator->keyDown(key);
+  EXPECT_EQ(indicator->doubleValue(), 0);
+  indicator->setEditable(true);
+  user.press(*window, {30, 107});
+  const double pressed = indicator->doubleValue();
+  indicator->keyDown(key);
+  EXPECT_EQ(indicator->doubleValue(), pressed);
+  EXPECT_THAT(values, ElementsAre());
 }
 
 TEST_F(NSLevelIndicatorTest, IsALevelWithARangeToAssistiveClients) {

@@ -69,6 +69,20 @@ TEST_F(NSPopUpButtonTest, NothingIsSelectedWhereThatWasAsked) {
   EXPECT_EQ(button->indexOfSelectedItem(), std::nullopt);
 }
 
+TEST_F(NSPopUpButtonTest, ATitleSelectsItsItem) {
+  button->selectItemWithTitle("Medium");
+  EXPECT_THAT(button->indexOfSelectedItem(), Optional(1u));
+}
+
+TEST_F(NSPopUpButtonTest, WithoutACellOfAPopUpNothingIsSelected) {
+  button->setCell(make<NSCell>());
+  button->selectItemAtIndex(1);
+  EXPECT_EQ(button->indexOfSelectedItem(), std::nullopt);
+  EXPECT_FALSE(button->selectItemWithTag(0));
+  user.click(*window, {20, 110});
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+}
+
 TEST_F(NSPopUpButtonTest, TheFirstItemIsSelectedWhenTheSelectedOneHasGone) {
   button->selectItemAtIndex(1);
   button->removeItemAtIndex(1);
@@ -219,6 +233,21 @@ TEST_F(NSPopUpButtonTest, ItsKeyEquivalentOpensItUnlessItIsDisabled) {
   EXPECT_NE(desktop.openMenu(), nullptr);
 }
 
+TEST_F(NSPopUpButtonTest, AHeldKeyEquivalentOpensItOnceAndReachesNobodyElse) {
+  cell().setKeyEquivalent("o");
+  NSEvent::Fields press{
+      .type = NSEventType::KeyDown, .window = window, .characters = "o", .charactersIgnoringModifiers = "o"};
+  EXPECT_TRUE(button->performKeyEquivalent(make<NSEvent>(press)));
+  ASSERT_NE(desktop.openMenu(), nullptr);
+  closeMenu();
+  press.isRepeat = true;
+  EXPECT_TRUE(button->performKeyEquivalent(make<NSEvent>(press)));
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  button->setEnabled(false);
+  press.isRepeat = false;
+  EXPECT_FALSE(button->performKeyEquivalent(make<NSEvent>(press))) << "a disabled one leaves it to others";
+}
+
 TEST_F(NSPopUpButtonTest, KeyEquivalentOfAnItemChoosesIt) {
   button->itemAtIndex(1)->setKeyEquivalent("k");
   user.pressKey("k", NSEventModifierFlagCommand);
@@ -317,6 +346,22 @@ TEST_F(NSPopUpButtonTest, DisablingHidingOrTakingItAwayClosesTheMenu) {
   desktop.settle();
   EXPECT_EQ(desktop.openMenu(), nullptr);
   EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSPopUpButtonTest, EnablingItOnceMoreLeavesTheMenuOpen) {
+  user.click(*window, {20, 110});
+  button->setEnabled(true);
+  desktop.settle();
+  EXPECT_NE(desktop.openMenu(), nullptr);
+}
+
+TEST_F(NSPopUpButtonTest, AssistiveClientsObserveWhatDisablesItFromAbove) {
+  int changes = 0;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityEnabledChangedNotification, button->cell(), nullptr, [&](const Ref<NSNotification>&) { ++changes; });
+  window->contentView()->setEnablesControls(false);
+  EXPECT_EQ(changes, 1);
+  accessibilityNotificationCenter().removeObserver(token);
 }
 
 TEST_F(NSPopUpButtonTest, AnotherMenuClosesTheOneThatIsOpen) {

@@ -8,6 +8,7 @@
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
+#include "tests/harness/recordingOf.h"
 
 using namespace tessaluna::platform;
 using harness::ProbeView;
@@ -236,6 +237,19 @@ TEST_F(NSScrollViewTest, AtTheEndOfItsWayTheWheelContinuesToTheViewAround) {
   EXPECT_EQ(wheels(), 2);
 }
 
+TEST_F(NSScrollViewTest, AtTheEndOfItsWayTheWheelForgetsItsSmallSteps) {
+  wheel({0, -0.4});
+  wheel({0, 0.5});
+  wheel({0, -0.2});
+  EXPECT_EQ(origin().y, 0);
+}
+
+TEST_F(NSScrollViewTest, AWheelThatDoesNotTurnRoundsNothing) {
+  scrollTo({0, 10.5});
+  wheel({0, 0});
+  EXPECT_EQ(origin().y, 10.5);
+}
+
 TEST_F(NSScrollViewTest, AtAnEndBetweenWholePointsSmallStepsOfTheWheelMoveNothing) {
   document->setFrame({0, 0, 300, 1000.5});
   scrollTo({0, 900});
@@ -375,6 +389,76 @@ TEST_F(NSScrollViewTest, TheHorizontalBarScrollsAcross) {
   EXPECT_EQ(origin(), (CGPoint{90, 0}));
 }
 
+TEST_F(NSScrollViewTest, DraggingTheKnobOfTheHorizontalBarScrollsAcross) {
+  scrollView->setHasHorizontalScroller(true);
+  document->setFrame({0, 0, 300, 2000});
+  layOut();
+  const auto& bar = scrollView->horizontalScroller();
+  // The knob is a third of the bar.
+  user.press(*window, bar->convertPointToView({10, 6}, nullptr));
+  user.dragTo(bar->convertPointToView({10 + 100.0 / 3, 6}, nullptr));
+  user.release();
+  EXPECT_NEAR(origin().x, 100, 1e-9);
+  EXPECT_EQ(origin().y, 0);
+}
+
+TEST_F(NSScrollViewTest, DraggingTheKnobDownScrollsADocumentThatCountsUpwardDown) {
+  scrollView->setHasVerticalScroller(true);
+  scrollView->setDocumentView(make<NSView>(CGRect{0, 0, 100, 1000}));
+  user.press(*window, onBar(10));
+  user.dragTo(onBar(10 + 38));
+  EXPECT_EQ(origin().y, 450);
+  user.dragTo(onBar(900));
+  EXPECT_EQ(origin().y, 0);
+}
+
+TEST_F(NSScrollViewTest, WithoutADocumentOrAScrollerNothingIsScrolled) {
+  scrollView->setHasVerticalScroller(true);
+  scrollView->performSelector("scrollerMoved:", nullptr);
+  EXPECT_EQ(origin(), (CGPoint{0, 0}));
+  scrollView->setDocumentView(nullptr);
+  scrollView->performSelector("scrollerMoved:", scrollView->verticalScroller().get());
+  EXPECT_EQ(origin(), (CGPoint{0, 0}));
+}
+
+TEST_F(NSScrollViewTest, ABarThatIsNotWantedAnyMoreLeavesTheView) {
+  scrollView->setHasVerticalScroller(true);
+  const Ref<NSView> bar = scrollView->verticalScroller();
+  scrollView->setHasVerticalScroller(false);
+  EXPECT_EQ(bar->superview(), nullptr);
+}
+
+TEST_F(NSScrollViewTest, BarsThatAreToHideDoSoAtTheNextLayout) {
+  scrollView->setHasVerticalScroller(true);
+  document->setFrame({0, 0, 50, 50});
+  EXPECT_FALSE(verticalBar().isHidden());
+  scrollView->setAutohidesScrollers(true);
+  EXPECT_TRUE(verticalBar().isHidden());
+}
+
+TEST_F(NSScrollViewTest, FillsItselfUnlessItIsToDrawNoBackground) {
+  const auto fills = [&] {
+    return harness::only("fill", harness::recordingOf([&] { scrollView->drawRect({0, 0, 9, 9}); }));
+  };
+  EXPECT_EQ(fills().size(), 1u);
+  desktop.settle();
+  scrollView->setDrawsBackground(false);
+  EXPECT_TRUE(scrollView->needsDisplay());
+  EXPECT_EQ(fills().size(), 0u);
+}
+
+TEST_F(NSScrollViewTest, AClickBelowAShortDocumentIsNotTheDocuments) {
+  const auto around = make<ProbeView>(CGRect{0, 0, 200, 150});
+  window->contentView()->addSubview(around);
+  scrollView->removeFromSuperview();
+  around->addSubview(scrollView);
+  document->setFrame({0, 0, 100, 50});
+  layOut();
+  user.press(*window, {60, 30});
+  EXPECT_EQ(std::count(document->calls.begin(), document->calls.end(), "mouseDown"), 0);
+  EXPECT_EQ(std::count(around->calls.begin(), around->calls.end(), "mouseDown"), 1);
+}
+
 TEST_F(NSScrollViewTest, ScrollingRedrawsTheBarsOnlyIfTheyMove) {
   scrollView->setHasVerticalScroller(true);
   scrollView->setHasHorizontalScroller(true);
@@ -392,4 +476,15 @@ TEST_F(NSScrollViewTest, IsDecodedWithItsBars) {
   EXPECT_FALSE(decoded->hasHorizontalScroller());
   EXPECT_TRUE(decoded->autohidesScrollers());
   EXPECT_EQ(decoded->verticalScroller()->target(), decoded);
+}
+
+TEST_F(NSScrollViewTest, IsDecodedWithWhatItShowsAndDraws) {
+  NSCoder coder(R"({"frame": [0, 0, 100, 50], "hasHorizontalScroller": true, "drawsBackground": false})");
+  const auto decoded = make<NSScrollView>(coder);
+  EXPECT_EQ(decoded->contentView()->superview(), decoded.get());
+  EXPECT_FALSE(decoded->hasVerticalScroller());
+  EXPECT_TRUE(decoded->hasHorizontalScroller());
+  EXPECT_FALSE(decoded->drawsBackground());
+  NSCoder silent(R"({"frame": [0, 0, 100, 50]})");
+  EXPECT_TRUE(make<NSScrollView>(silent)->drawsBackground());
 }

@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/backend/Menu.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/StillWorld.h"
@@ -248,6 +249,45 @@ TEST_F(NSSegmentedControlTest, SelectingInCodeSendsNothing) {
   EXPECT_FALSE(cell->selectSegmentWithTag(8));
   EXPECT_EQ(control->selectedSegment(), 2u);
   EXPECT_EQ(target->acts, 0);
+}
+
+TEST_F(NSSegmentedControlTest, KeysContinueFromASegmentThatWasSelectedByItself) {
+  control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
+  focus();
+  user.pressKey(NSEndFunctionKey);
+  control->setSelectedForSegment(true, 0);
+  user.pressKey(NSRightArrowFunctionKey);
+  EXPECT_EQ(control->focusRingMaskBounds(), (CGRect{60, 0, 40, 24}));
+}
+
+TEST_F(NSSegmentedControlTest, WithoutACellOfSegmentsItHasNone) {
+  EXPECT_EQ(control->labelForSegment(1), "Hits");
+  control->setCell(make<NSCell>());
+  EXPECT_EQ(control->segmentCount(), 0u);
+  EXPECT_EQ(control->labelForSegment(0), std::nullopt);
+  EXPECT_EQ(control->selectedSegment(), std::nullopt);
+  EXPECT_FALSE(control->isSelectedForSegment(0));
+  EXPECT_EQ(control->focusRingMaskBounds(), control->bounds());
+  control->setSelectedSegment(0);
+  focus();
+  user.pressKey(NSRightArrowFunctionKey);
+  user.click(*window, {20, 110});
+  EXPECT_FALSE(control->performClickOnSegment(0));
+  EXPECT_THAT(selections, IsEmpty());
+}
+
+TEST_F(NSSegmentedControlTest, AClickWithoutTheMouseReturnsWhetherItWasOne) {
+  control->setEnabledForSegment(false, 1);
+  EXPECT_TRUE(control->performClickOnSegment(0));
+  EXPECT_FALSE(control->performClickOnSegment(1));
+  EXPECT_FALSE(control->performClickOnSegment(3));
+}
+
+TEST_F(NSSegmentedControlTest, HomeOnTheSelectedSegmentSendsNothing) {
+  control->setSelectedSegment(0);
+  focus();
+  user.pressKey(NSHomeFunctionKey);
+  EXPECT_THAT(selections, IsEmpty());
 }
 
 TEST_F(NSSegmentedControlTest, FewerSegmentsForgetASelectionBeyondThem) {
@@ -554,6 +594,46 @@ TEST_F(OverflowingSegmentsTest, ChoosingFromTheMenuClicksTheSegment) {
   EXPECT_THAT(selections, ElementsAre(Optional(2u)));
   EXPECT_TRUE(control->openOverflowMenu());
   EXPECT_EQ(desktop.openMenu()->entries[0].mark, tessaluna::backend::MenuMark::Check);
+}
+
+TEST_F(OverflowingSegmentsTest, ADisabledControlOpensNoMenuAndOneWhereAllFitNeither) {
+  control->setEnabled(false);
+  EXPECT_FALSE(control->openOverflowMenu());
+  control->setEnabled(true);
+  control->setFrame({0, 100, 200, 24});
+  EXPECT_FALSE(control->openOverflowMenu());
+  control->setCell(make<NSCell>());
+  EXPECT_FALSE(control->openOverflowMenu());
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+}
+
+TEST_F(OverflowingSegmentsTest, TheMenuHasTheImagesOfItsSegments) {
+  control->setImageForSegment(make<NSImage>(CGSize{8, 8}), 2);
+  user.click(*window, {130, 110});
+  EXPECT_NE(desktop.openMenu()->entries[0].image, nullptr);
+}
+
+TEST_F(OverflowingSegmentsTest, AMenuThatIsClosedWithoutAChoiceClicksNothing) {
+  user.click(*window, {130, 110});
+  desktop.chooseFromMenu(std::nullopt);
+  desktop.settle();
+  EXPECT_EQ(target->acts, 0);
+  EXPECT_EQ(control->selectedSegment(), std::nullopt);
+}
+
+TEST_F(OverflowingSegmentsTest, TheFocusRingOfASegmentInTheMenuIsAroundThePartThatOpensIt) {
+  control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
+  control->setSelectedSegment(std::nullopt);
+  focus();
+  EXPECT_EQ(control->focusRingMaskBounds(), (CGRect{0, 0, 72, 24}));
+  user.pressKey(NSEndFunctionKey);
+  EXPECT_EQ(control->focusRingMaskBounds(), (CGRect{120, 0, 28, 24}));
+}
+
+TEST_F(OverflowingSegmentsTest, APressBesideThePartForTheMenuIsOneOnASegment) {
+  user.click(*window, {20, 110});
+  EXPECT_EQ(desktop.openMenu(), nullptr);
+  EXPECT_THAT(selections, ElementsAre(Optional(0u)));
 }
 
 TEST_F(OverflowingSegmentsTest, TheMenuMayOutliveTheControl) {
