@@ -202,7 +202,7 @@ void NSControl::mouseDragged(const Ref<NSEvent>& event) {
   if (!isEnabled()) endPress();
   else if (press_ == Press::Away && isOver) startTracking(point);
   else if (press_ == Press::Tracked && (isOver || cell_->prefersTrackingUntilMouseUp())) track(point);
-  else if (press_ == Press::Tracked) stopTracking(Press::Away, lastPoint_, point, /*isMouseUp=*/false);
+  else stopTracking(Press::Away, lastPoint_, point, /*isMouseUp=*/false);
 }
 
 void NSControl::mouseUp(const Ref<NSEvent>& event) {

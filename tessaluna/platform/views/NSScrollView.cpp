@@ -219,7 +219,6 @@ void NSScrollView::scrollerMoved(NSObject* sender) {
   CGFloat offset = scroller->doubleValue() * way;
   if (scroller->hitPart() == NSScroller::Part::PageBefore) offset -= page * 0.9;
   if (scroller->hitPart() == NSScroller::Part::PageAfter) offset += page * 0.9;
-  offset = std::clamp(offset, 0.0, std::max(0.0, way));
   CGPoint origin = shown.origin;
   if (!isVertical) origin.x = document.origin.x + offset;
   else origin.y = document.origin.y + (clipView_->isFlipped() ? offset : way - offset);

@@ -213,7 +213,6 @@ void NSTableHeaderView::mouseDragged(const Ref<NSEvent>& event) {
 void NSTableHeaderView::mouseUp(const Ref<NSEvent>& event) {
   const Ref<NSObject> held = shared_from_this();
   const auto pressed = std::exchange(pressed_, std::nullopt);
-  resized_ = std::nullopt;
   setNeedsDisplay(true);
   if (table_ && pressed && columnAtPoint(pointOf(*event)) == pressed) table_->sortByColumn(*pressed);
 }

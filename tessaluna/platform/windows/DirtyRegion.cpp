@@ -49,10 +49,8 @@ void DirtyRegion::add(CGRect rect, double scale) {
       cheapest = {i, j};
     }
   }
-  const CGRect joined = NSUnionRect(rects_[cheapest.first], rects_[cheapest.second]);
-  rects_.erase(rects_.begin() + static_cast<std::ptrdiff_t>(cheapest.second));
-  rects_.erase(rects_.begin() + static_cast<std::ptrdiff_t>(cheapest.first));
-  add(joined, scale);
+  // It meets both, and so takes their place.
+  add(NSUnionRect(rects_[cheapest.first], rects_[cheapest.second]), scale);
 }
 
 std::vector<CGRect> DirtyRegion::take(CGRect area, double scale) {

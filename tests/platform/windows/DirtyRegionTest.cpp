@@ -115,3 +115,14 @@ TEST(DirtyRegion, OfTooManyTheTwoThatWasteLeastAreJoined) {
   for (const CGRect& rect : rects) total += area(rect);
   EXPECT_EQ(total, 7 * 100 + 15 * 30);
 }
+
+TEST(DirtyRegion, TheTwoThatWasteLeastAreJoinedWhereverTheyAre) {
+  for (int near = 0; near < 8; ++near) {
+    DirtyRegion region;
+    region.add({near * 100.0 + 5, 20, 10, 10}, 1);
+    for (int i = 0; i < 8; ++i) region.add({i * 100.0, 0, 10, 10}, 1);
+    const auto rects = region.take(window, 1);
+    EXPECT_EQ(rects.size(), 8u);
+    EXPECT_THAT(rects, testing::Contains(CGRect{near * 100.0, 0, 15, 30}));
+  }
+}
