@@ -513,6 +513,42 @@ TEST_F(NSNibTest, AWindowThatIsNotConnectedIsNotTheControllers) {
   EXPECT_EQ(make<NSWindowController>("window")->window(), nullptr);
 }
 
+TEST_F(NSNibTest, AWindowControllerLoadsOnceAlsoWhereThatGaveNoWindow) {
+  struct Counting : NSWindowController {
+    using NSWindowController::NSWindowController;
+    int loads = 0;
+    void windowDidLoad() override { ++loads; }
+  };
+  NSNib::registerDocument("window", R"({"objects": []})");
+  const auto controller = make<Counting>("window");
+  EXPECT_EQ(controller->window(), nullptr);
+  EXPECT_EQ(controller->window(), nullptr);
+  EXPECT_EQ(controller->loads, 1);
+}
+
+TEST_F(NSNibTest, AWindowThatIsSetBeforeTheFirstUseIsTheControllers) {
+  NSNib::registerDocument("window", R"({"owner": {"window": "w"}, "objects": [{"id": "w", "class": "NSWindow"}]})");
+  const auto window = showWindow();
+  const auto controller = make<LoadedController>("window");
+  controller->setWindow(window);
+  EXPECT_EQ(controller->window(), window);
+  EXPECT_EQ(controller->loads, 0);
+}
+
+TEST_F(NSNibTest, AWindowThatAnotherControllerTookBelongsToThatOne) {
+  const auto window = showWindow();
+  const auto first = make<LoadedController>(window), second = make<LoadedController>(window);
+  first->setWindow(nullptr);
+  EXPECT_EQ(window->windowController(), second);
+}
+
+TEST_F(NSNibTest, ADecodedWindowIsItsOwnFirstResponder) {
+  NSNib::registerDocument("window", R"({"owner": {"window": "w"}, "objects": [{"id": "w", "class": "NSWindow"}]})");
+  const Ref<NSWindow> window = make<NSWindowController>("window")->window();
+  ASSERT_TRUE(window);
+  EXPECT_EQ(window->firstResponder(), window.get());
+}
+
 TEST_F(NSNibTest, AWindowControllerThatWasGivenAWindowLoadsNothing) {
   const auto window = showWindow();
   const auto controller = make<LoadedController>(window);
@@ -571,6 +607,12 @@ TEST_F(NSNibTest, AViewControllerLoadsItsViewAtFirstUse) {
   EXPECT_EQ(controller->loads, 1);
 }
 
+TEST_F(NSNibTest, WhereNoneIsConnectedTheFirstViewIsTheControllers) {
+  NSNib::registerDocument("row", R"({"objects": [{"class": "NSWindow"}, {"class": "NSView", "frame": [0, 0, 1, 1]},
+                                                 {"class": "NSView", "frame": [0, 0, 2, 2]}]})");
+  EXPECT_EQ(make<MyController>("row")->view()->frame(), (CGRect{0, 0, 1, 1}));
+}
+
 TEST_F(NSNibTest, AFactoryMakesTheViewInCode) {
   const auto made = make<NSView>(CGRect{0, 0, 5, 5});
   NSNib::registerFactory("made", [&](NSObject& owner) {
@@ -594,6 +636,8 @@ using NSNibDeathTest = NSNibTest;
 TEST_F(NSNibDeathTest, AViewControllerWithoutItsInterfaceFileStopsTheProgram) {
   EXPECT_DEATH(make<MyController>("missing")->view(), "Test.MyController: there is no interface file \"missing\"");
   EXPECT_DEATH(make<NSViewController>()->view(), "there is no interface file \"NSViewController\"");
+  NSNib::registerFactory("row", [](NSObject&) { return make<NSView>(CGRect{}); });
+  EXPECT_DEATH(make<MyController>("Test.row")->view(), "there is no interface file \"Test.row\"");
   NSNib::registerDocument("empty", R"({"objects": []})");
   EXPECT_DEATH(make<MyController>("empty")->view(), "loading gave no view");
   NSNib::registerDocument("bad", "{");

@@ -246,6 +246,14 @@ TEST_F(NSSliderTest, TheWheelGoesFromTickMarkToTickMarkInWholeSteps) {
   EXPECT_EQ(slider->doubleValue(), 0);
 }
 
+TEST_F(NSSliderTest, AStepToATickMarkUsesUpWhatTheWheelTurned) {
+  slider->setNumberOfTickMarks(5);
+  slider->setAllowsTickMarkValuesOnly(true);
+  user.scroll(*window, at(30), {0, 48});
+  user.scroll(*window, at(30), {0, 48});
+  EXPECT_EQ(slider->doubleValue(), 0.5);
+}
+
 TEST_F(NSSliderTest, SettingTheSameValueAgainNeitherRedrawsNorNotifies) {
   int notified = 0;
   auto& center = accessibilityNotificationCenter();

@@ -153,6 +153,32 @@ TEST_F(NSTableColumnTest, AWidthIsCutToItsLimits) {
   EXPECT_EQ(titles->width(), 60);
 }
 
+TEST_F(NSTableColumnTest, ANarrowerLimitCutsTheWidthAtOnce) {
+  titles->setMaxWidth(60);
+  EXPECT_EQ(titles->width(), 60);
+  EXPECT_EQ(table->frame().size.width, 60 + 70 + 40);
+}
+
+TEST_F(NSTableColumnTest, AnotherEndOfTheTitleShows) {
+  desktop.settle();
+  titles->setTitleEnd(NSTableColumn::TitleEnd::Trailing);
+  EXPECT_TRUE(header->needsDisplay());
+}
+
+TEST_F(NSTableColumnTest, RemovingAColumnOfAnotherTableChangesNothing) {
+  const auto stranger = make<NSTableColumn>("stranger");
+  table->removeTableColumn(stranger);
+  EXPECT_EQ(table->tableColumns().size(), 3u);
+}
+
+TEST_F(NSTableColumnTest, AColumnOfNoTableIsChangedByItself) {
+  const auto free = make<NSTableColumn>("free");
+  free->setEditable(false);
+  free->setDataCell(make<NSButtonCell>());
+  free->setTitle("Free");
+  EXPECT_FALSE(free->isEditable());
+}
+
 TEST_F(NSTableColumnTest, AColumnThatGoesTakesItsCellsAlong) {
   table->removeTableColumn(titles);
   EXPECT_EQ(titles->tableView(), nullptr);

@@ -218,6 +218,80 @@ TEST_F(NSTableHeaderViewTest, SpaceAndReturnSortByTheColumnWithTheKeys) {
   EXPECT_THAT(rows->sorted, ElementsAre("title up", "title down", "artist up"));
 }
 
+TEST_F(NSTableHeaderViewTest, AHeldSpaceSortsOnceAndReachesNobodyElse) {
+  focusHeader();
+  const NSEvent::Fields held{.type = NSEventType::KeyDown,
+                             .window = window,
+                             .characters = " ",
+                             .charactersIgnoringModifiers = " ",
+                             .isRepeat = true};
+  header->keyDown(make<NSEvent>(held));
+  EXPECT_THAT(rows->sorted, IsEmpty());
+  EXPECT_EQ(nativeOf(*window).eventsNotTaken(), 0);
+}
+
+TEST_F(NSTableHeaderViewTest, KeysWithShortcutsOrWithoutAColumnContinueUpTheChain) {
+  focusHeader();
+  pressFunctionKey(NSRightArrowFunctionKey, NSEventModifierFlagCommand);
+  EXPECT_EQ(header->keyColumn(), 0u);
+  for (const auto& column : columns) column->setHidden(true);
+  pressFunctionKey(NSRightArrowFunctionKey);
+  EXPECT_EQ(header->keyColumn(), std::nullopt);
+  EXPECT_EQ(header->focusRingMaskBounds(), NSZeroRect);
+  EXPECT_EQ(nativeOf(*window).eventsNotTaken(), 2);
+}
+
+TEST_F(NSTableHeaderViewTest, AColumnThatGoesTakesTheKeysToAnother) {
+  focusHeader();
+  pressFunctionKey(NSEndFunctionKey);
+  table->removeTableColumn(columns[2]);
+  EXPECT_EQ(header->keyColumn(), 0u);
+}
+
+TEST_F(NSTableHeaderViewTest, APressAndItsReleaseShow) {
+  user.press(*window, {20, 140});
+  EXPECT_TRUE(header->needsDisplay());
+  desktop.settle();
+  user.release();
+  EXPECT_TRUE(header->needsDisplay());
+}
+
+TEST_F(NSTableHeaderViewTest, AReleaseBesideAllColumnsSortsNothing) {
+  columns[0]->setHidden(true);
+  columns[1]->setHidden(true);
+  desktop.settle();
+  user.click(*window, {150, 140});
+  EXPECT_THAT(rows->sorted, IsEmpty());
+}
+
+TEST_F(NSTableHeaderViewTest, AColumnThatGoesWhileItIsResizedIsNotResized) {
+  user.press(*window, {149, 140});
+  for (const auto& column : columns) table->removeTableColumn(column);
+  user.dragTo({180, 140});
+  user.release();
+  EXPECT_EQ(columns[0]->width(), 150);
+}
+
+TEST_F(NSTableHeaderViewTest, TheMarkOfTheDirectionIsALineInTheColorOfText) {
+  table->sortByColumn(0);
+  EXPECT_THAT(drawn("setStrokeColor"), testing::Contains(HasSubstr("controlTextColor")));
+  EXPECT_THAT(drawn("stroke").at(0), HasSubstr(R"("lineWidth":1.5)"));
+}
+
+TEST_F(NSTableHeaderViewTest, AnotherSortingShowsAndIsAnotherNameToAssistiveClients) {
+  std::vector<std::size_t> changed;
+  std::vector<Ref<NSObject>> tokens;
+  for (std::size_t i = 0; i < 3; ++i)
+    tokens.push_back(accessibilityNotificationCenter().addObserverForName(
+        NSAccessibilityTitleChangedNotification, header->accessibilityChildren().value()[i], nullptr,
+        [&changed, i](const Ref<NSNotification>&) { changed.push_back(i); }));
+  desktop.settle();
+  table->sortByColumn(1);
+  for (const auto& token : tokens) accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_THAT(changed, ElementsAre(0, 1, 2));
+  EXPECT_TRUE(header->needsDisplay());
+}
+
 TEST_F(NSTableHeaderViewTest, ShiftAndAnArrowResizeTheColumnWithinItsLimits) {
   focusHeader();
   pressFunctionKey(NSRightArrowFunctionKey, NSEventModifierFlagShift);
@@ -271,6 +345,59 @@ TEST_F(NSTableHeaderViewTest, AClientMayPutTheKeysOnAColumnWhichThenIsFocused) {
   EXPECT_FALSE(element(0).isAccessibilityFocused());
   pressFunctionKey(NSLeftArrowFunctionKey);
   EXPECT_TRUE(element(0).isAccessibilityFocused());
+}
+
+TEST_F(NSTableHeaderViewTest, AssistiveClientsObserveTheColumnThatTheKeysGoTo) {
+  focusHeader();
+  int changes = 0;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityFocusedUIElementChangedNotification, header, nullptr, [&](const Ref<NSNotification>&) { ++changes; });
+  pressFunctionKey(NSRightArrowFunctionKey);
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(NSTableHeaderViewTest, NoColumnIsFocusedWhereTheHeaderIsNot) {
+  window->makeFirstResponder(table.get());
+  EXPECT_FALSE(element(0).isAccessibilityFocused());
+}
+
+TEST_F(NSTableHeaderViewTest, AClientChangesNothingButTheFocus) {
+  element(1).accessibilitySetValue(false, NSAccessibilityFocusedAttribute);
+  element(1).accessibilitySetValue(true, NSAccessibilitySelectedAttribute);
+  EXPECT_FALSE(element(1).accessibilityIsAttributeSettable(NSAccessibilitySelectedAttribute));
+  EXPECT_NE(window->firstResponder(), header.get());
+  element(0).accessibilityPerformAction(NSAccessibilityIncrementAction);
+  EXPECT_THAT(rows->sorted, IsEmpty());
+}
+
+TEST_F(NSTableHeaderViewTest, OfAColumnOrAHeaderThatHasGoneNothingIsLeftToClients) {
+  const AccessibilityElements held = header->accessibilityChildren().value();
+  const auto expectNothing = [](NSAccessibility& gone) {
+    EXPECT_FALSE(gone.isAccessibilityElement());
+    EXPECT_EQ(gone.accessibilityTitle(), "");
+    EXPECT_EQ(gone.accessibilityFrame(), NSZeroRect);
+    EXPECT_EQ(gone.accessibilityParent(), nullptr);
+    EXPECT_FALSE(gone.isAccessibilityFocused());
+    EXPECT_FALSE(gone.accessibilityIsAttributeSettable(NSAccessibilityFocusedAttribute));
+    EXPECT_THAT(gone.accessibilityActionNames(), IsEmpty());
+    for (const auto action : {NSAccessibilityPressAction, NSAccessibilityIncrementAction, NSAccessibilityDecrementAction})
+      gone.accessibilityPerformAction(action);
+  };
+  table->removeTableColumn(columns[2]);
+  expectNothing(*accessibilityOf(held[2]));
+  table->setHeaderView(nullptr);
+  expectNothing(*accessibilityOf(held[0]));
+  header.reset();
+  expectNothing(*accessibilityOf(held[1]));
+  EXPECT_EQ(columns[0]->width(), 150);
+}
+
+TEST_F(NSTableHeaderViewTest, AHeaderInNoWindowHasNoPlaceAndTakesNoKeysFromClients) {
+  scrollView->removeFromSuperview();
+  EXPECT_EQ(element(0).accessibilityFrame(), NSZeroRect);
+  element(1).accessibilitySetValue(true, NSAccessibilityFocusedAttribute);
+  EXPECT_EQ(header->keyColumn(), 0u);
 }
 
 // From interface files.

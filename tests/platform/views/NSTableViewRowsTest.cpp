@@ -69,6 +69,54 @@ TEST_F(NSTableViewRowsTest, AMovedRowTakesItsView) {
   EXPECT_THAT(shown(), ElementsAre("Row 0", "Row 2", "Row 3", "Row 4", "Row 5"));
 }
 
+TEST_F(NSTableViewRowsTest, RowsBesideTheWayOfAMovedOneStay) {
+  table->selectRowIndexes(NSIndexSet(NSRange{0, 2}), NSTableView::Selecting::Replaces);
+  table->selectRowIndexes(NSIndexSet(NSRange{5, 2}), NSTableView::Selecting::Extends);
+  move(2, 4);
+  EXPECT_THAT(selected(), ElementsAre(0, 1, 5, 6));
+  move(4, 2);
+  EXPECT_THAT(selected(), ElementsAre(0, 1, 5, 6));
+}
+
+TEST_F(NSTableViewRowsTest, TheViewOfARemovedRowLeavesTheTable) {
+  const Ref<NSView> second = table->viewAtRow(1);
+  remove(1);
+  EXPECT_EQ(second->superview(), nullptr);
+}
+
+TEST_F(NSTableViewRowsTest, RowsThatComeMakeTheTableHigherAtOnceAndShow) {
+  desktop.settle();
+  insert(1);
+  EXPECT_EQ(table->frame().size.height, 101 * 30);
+  EXPECT_TRUE(table->needsDisplay());
+}
+
+TEST_F(NSTableViewRowsTest, AssistiveClientsObserveAnotherCountOfRowsButNoMove) {
+  int changes = 0;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityRowCountChangedNotification, table, nullptr, [&](const Ref<NSNotification>&) { ++changes; });
+  move(0, 3);
+  EXPECT_EQ(changes, 0);
+  insert(0);
+  EXPECT_EQ(changes, 1);
+  accessibilityNotificationCenter().removeObserver(token);
+}
+
+TEST_F(NSTableViewRowsTest, AMoveFromOrToARowThatIsNotThereLoadsEverythingAgain) {
+  const Ref<NSView> first = table->viewAtRow(0);
+  table->moveRowAtIndex(100, 0);
+  EXPECT_NE(table->viewAtRow(0), first);
+  const Ref<NSView> second = table->viewAtRow(0);
+  table->moveRowAtIndex(0, 100);
+  EXPECT_NE(table->viewAtRow(0), second);
+}
+
+TEST_F(NSTableViewRowsTest, ARowThatIsMovedWhereTheSourceHasAnotherCountLoadsEverythingAgain) {
+  host->titles = {"A", "B", "C"};
+  table->moveRowAtIndex(0, 1);
+  EXPECT_EQ(table->numberOfRows(), 3u);
+}
+
 TEST_F(NSTableViewRowsTest, TheSelectionGoesWithItsRows) {
   table->selectRowIndexes(NSIndexSet(NSRange{2, 3}), NSTableView::Selecting::Replaces);
   host->selectionChanges = 0;
@@ -153,6 +201,46 @@ TEST_F(NSTableViewRowsTest, ADragExtendsTheSelectionFromThePressedRow) {
   user.release();
   user.dragTo(at(4));
   EXPECT_THAT(selected(), ElementsAre(1, 2));
+}
+
+TEST_F(NSTableViewRowsTest, ADragBesideTheTableAndBeyondItsEndSelectsAsFarAsTheRowsGo) {
+  host->titles.resize(4);
+  table->reloadData();
+  desktop.settle();
+  user.press(*window, at(1));
+  user.dragTo({500, at(2).y});
+  EXPECT_THAT(selected(), ElementsAre(1, 2));
+  user.dragTo({100, -300});
+  EXPECT_THAT(selected(), ElementsAre(1, 2, 3));
+  user.dragTo({100, 900});
+  EXPECT_THAT(selected(), ElementsAre(0, 1));
+  user.release();
+}
+
+TEST_F(NSTableViewRowsTest, ADoubleClickWithCommandTogglesItsRowOnce) {
+  for (int i = 0; i < 2; ++i) user.click(*window, at(1), {.modifiers = NSEventModifierFlagCommand});
+  EXPECT_THAT(selected(), ElementsAre(1));
+  desktop.advance(10);
+  for (int i = 0; i < 2; ++i) user.click(*window, at(1), {.modifiers = NSEventModifierFlagCommand});
+  EXPECT_THAT(selected(), IsEmpty());
+}
+
+TEST_F(NSTableViewRowsTest, WhereOneRowCanBeSelectedShiftSelectsTheRowItself) {
+  table->setAllowsMultipleSelection(false);
+  user.click(*window, at(3));
+  user.click(*window, at(1), {.modifiers = NSEventModifierFlagShift});
+  EXPECT_THAT(selected(), ElementsAre(1));
+  key(NSDownArrowFunctionKey);
+  key(NSUpArrowFunctionKey, NSEventModifierFlagShift);
+  EXPECT_THAT(selected(), ElementsAre(1));
+  table->selectRowIndexes(NSIndexSet(), NSTableView::Selecting::Replaces);
+  EXPECT_THAT(selected(), IsEmpty());
+}
+
+TEST_F(NSTableViewRowsTest, AHoveredRowThatIsStillThereStaysSoWhenTheRowsAreLoadedAgain) {
+  user.moveTo(*window, at(2));
+  table->reloadData();
+  EXPECT_EQ(table->hoveredRow(), 2u);
 }
 
 TEST_F(NSTableViewRowsTest, ADragContinuesFromItsRowWhereRowsComeAndEndsWhereItGoes) {

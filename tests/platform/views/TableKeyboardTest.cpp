@@ -113,6 +113,41 @@ TEST_F(TableKeyboardTest, LeftAndRightLeadToTheControlsOfTheRow) {
   EXPECT_THAT(takeCalls(), ElementsAre("enter 1"));
 }
 
+TEST_F(TableKeyboardTest, KeysThatMoveTheSelectionReachNobodyElse) {
+  for (const char32_t key : {NSDownArrowFunctionKey, NSUpArrowFunctionKey, NSPageDownFunctionKey, NSPageUpFunctionKey,
+                             NSEndFunctionKey, NSHomeFunctionKey, NSRightArrowFunctionKey, NSLeftArrowFunctionKey})
+    EXPECT_FALSE(passes(utf8FromScalar(key))) << static_cast<int>(key);
+  table->setAllowsMultipleSelection(true);
+  user.pressKey("a", NSEventModifierFlagCommand);
+  EXPECT_EQ(nativeOf(*window).eventsNotTaken(), 0);
+}
+
+TEST_F(TableKeyboardTest, AKeyThatGoesToAControlOrOpensTheMenuBringsItsRowIntoSight) {
+  const auto isSeen = [&] { return NSContainsRect(table->visibleRect(), table->rectOfRow(0)); };
+  select(0);
+  scrollView->contentView()->scrollToPoint({0, 30});
+  ASSERT_FALSE(isSeen());
+  key(NSRightArrowFunctionKey);
+  EXPECT_TRUE(isSeen());
+  scrollView->contentView()->scrollToPoint({0, 30});
+  key(NSMenuFunctionKey);
+  EXPECT_TRUE(isSeen());
+}
+
+TEST_F(TableKeyboardTest, AssistiveClientsObserveTheControlThatTheKeysGoTo) {
+  select(0);
+  int changes = 0;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityFocusedUIElementChangedNotification, table, nullptr, [&](const Ref<NSNotification>&) { ++changes; });
+  key(NSRightArrowFunctionKey);
+  EXPECT_EQ(changes, 1);
+  key(NSLeftArrowFunctionKey);
+  EXPECT_EQ(changes, 2);
+  key(NSLeftArrowFunctionKey);
+  EXPECT_EQ(changes, 2) << "stays at the row";
+  accessibilityNotificationCenter().removeObserver(token);
+}
+
 TEST_F(TableKeyboardTest, AnotherRowAndEscapeLeaveTheControls) {
   select(1);
   key(NSRightArrowFunctionKey);

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "tessaluna/platform/windows/NSWindowAnimator.h"
+#include "tessaluna/platform/windows/NSWindowOcclusion.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
@@ -192,6 +193,46 @@ TEST_F(ChildWindowsTest, OutlivesItsParent) {
   parent->addChildWindow(child, NSWindowAbove);
   parent = nullptr;
   EXPECT_EQ(child->parentWindow(), nullptr);
+  EXPECT_EQ(nativeOf(*child).parent(), nullptr);
+}
+
+TEST_F(ChildWindowsTest, ThatIsVisibleByItselfIsAboveAHiddenParentAtOnce) {
+  parent->orderOut(nullptr);
+  child->orderFront(nullptr);
+  parent->addChildWindow(child, NSWindowAbove);
+  EXPECT_EQ(nativeOf(*child).parent(), &nativeOf(*parent));
+}
+
+TEST_F(ChildWindowsTest, RemovingOneLeavesTheOthers) {
+  const Ref<NSWindow> other = popup({220, 50, 80, 40});
+  parent->addChildWindow(child, NSWindowAbove);
+  parent->addChildWindow(other, NSWindowAbove);
+  parent->removeChildWindow(*other);
+  EXPECT_EQ(parent->childWindows(), std::vector<Ref<NSWindow>>{child});
+}
+
+TEST_F(ChildWindowsTest, HidingOneKeepsNoOtherHidden) {
+  const Ref<NSWindow> other = popup({220, 50, 80, 40});
+  parent->addChildWindow(child, NSWindowAbove);
+  parent->addChildWindow(other, NSWindowAbove);
+  child->orderOut(nullptr);
+  parent->orderOut(nullptr);
+  parent->orderFront(nullptr);
+  EXPECT_FALSE(child->isVisible());
+  EXPECT_TRUE(other->isVisible());
+}
+
+TEST_F(ChildWindowsTest, ThatIsRemovedAsAnotherOneAppearsStaysHidden) {
+  const Ref<NSWindow> other = popup({220, 50, 80, 40});
+  parent->addChildWindow(child, NSWindowAbove);
+  parent->addChildWindow(other, NSWindowAbove);
+  parent->orderOut(nullptr);
+  const Ref<NSObject> token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidChangeOcclusionStateNotification, child, nullptr,
+      [&](const Ref<NSNotification>&) { parent->removeChildWindow(*other); });
+  parent->orderFront(nullptr);
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_FALSE(other->isVisible());
 }
 
 TEST_F(ChildWindowsTest, KeepsItsUpperLeftCornerAtThePointThatItIsGiven) {

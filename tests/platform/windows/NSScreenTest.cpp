@@ -40,6 +40,9 @@ TEST_F(NSScreenTest, AScreenEqualsItselfAskedForAgain) {
   const Ref<NSScreen> before = NSScreen::screens()[0];
   desktop.setScreens({{.frame = first, .visibleFrame = first, .scale = 2}});
   EXPECT_FALSE(before->isEqual(NSScreen::screens()[0].get()));
+  desktop.setScreens({{.frame = second, .visibleFrame = second, .scale = 1}});
+  EXPECT_FALSE(before->isEqual(NSScreen::screens()[0].get())) << "of the same scale";
+  EXPECT_FALSE(before->isEqual(NSApp.get()));
 }
 
 TEST_F(NSScreenTest, OfTwoThatShowAsMuchItIsTheFirst) {

@@ -1,6 +1,7 @@
 #include "tessaluna/platform/windows/effectiveAppearance.h"
 
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
+#include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
 
@@ -44,4 +45,34 @@ TEST_F(EffectiveAppearance, AChangeIsPostedAlsoWithoutAnApplication) {
   NSNotificationCenter::defaultCenter().removeObserver(token);
   effectiveAppearanceDidChange();
   EXPECT_EQ(posted, 1);
+}
+
+TEST_F(EffectiveAppearance, AViewThatIsAsLargeAsItsContentsFollowsAFontOfTheDesktop) {
+  struct Growing : NSView {
+    using NSView::NSView;
+    CGFloat width = 30;
+    CGSize intrinsicContentSize() const override { return {width, 10}; }
+  };
+  const auto growing = make<Growing>(NSZeroRect);
+  growing->setTranslatesAutoresizingMaskIntoConstraints(false);
+  const auto window = showWindowWith(growing);
+  NSLayoutConstraint::constraintWithItem(growing, NSLayoutAttributeLeft, NSLayoutRelationEqual, window->contentView(),
+                                         NSLayoutAttributeLeft, 1, 10)
+      ->setActive(true);
+  desktop.settle();
+  ASSERT_EQ(growing->frame().size.width, 30);
+  growing->width = 50;
+  effectiveAppearanceDidChange();
+  desktop.settle();
+  EXPECT_EQ(growing->frame().size.width, 50);
+}
+
+TEST_F(EffectiveAppearance, AWindowWithoutAContentViewIsPassedOver) {
+  const auto empty = showWindow(), window = showWindow();
+  empty->setContentView(nullptr);
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  effectiveAppearanceDidChange();
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().size(), 1u);
 }

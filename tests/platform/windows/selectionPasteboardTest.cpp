@@ -114,3 +114,16 @@ TEST_F(selectionPasteboardTest, ItHoldsTextsBesideTheGeneralOne) {
   EXPECT_FALSE(NSPasteboard::selectionPasteboard()->setString("x", NSPasteboardTypeString));
   EXPECT_EQ(NSPasteboard::selectionPasteboard()->stringForType(NSPasteboardTypeString), std::nullopt);
 }
+
+TEST_F(selectionPasteboardTest, APasteboardHoldsTextsOnlyAndMayBeCleared) {
+  const auto general = NSPasteboard::generalPasteboard();
+  general->setString("copied", NSPasteboardTypeString);
+  EXPECT_EQ(general->stringForType("public.png"), std::nullopt);
+  general->clearContents();
+  EXPECT_EQ(general->stringForType(NSPasteboardTypeString), std::nullopt);
+}
+
+TEST(NSPasteboard, WithoutADesktopItHoldsNothing) {
+  EXPECT_FALSE(NSPasteboard::generalPasteboard()->setString("copied", NSPasteboardTypeString));
+  EXPECT_EQ(NSPasteboard::generalPasteboard()->stringForType(NSPasteboardTypeString), std::nullopt);
+}
