@@ -1,5 +1,6 @@
 // The window's part in typing: who gets the keys, where the Tab key goes, and the field editor.
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/views/KeyboardWhileHidden.h"
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/platform/windows/WindowInput.h"
@@ -12,8 +13,9 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
   if (wanted == firstResponder_) return true;
   // A window does not notice when a view of another window is released.
   const auto* view = dynamic_cast<const NSView*>(wanted);
-  const auto isElsewhere = [&] { return view && view->window() != this; };
-  if (isElsewhere()) return false;
+  const bool wasHidden = view && isHiddenFromKeyboard(*view);  // as its program wants it
+  const auto hasGone = [&] { return view && (view->window() != this || (!wasHidden && isHiddenFromKeyboard(*view))); };
+  if (hasGone()) return false;
   const Ref<NSResponder> held = refTo(*wanted);
   // One that takes the keys back whenever they go keeps them.
   constexpr int maxAsked = 3;
@@ -26,9 +28,9 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
     if (firstResponderChanges_ == changes) setFirstResponder(*this);
   }
   if (wanted == this) return true;
-  // Whoever is notified may take the view away.
-  if (isElsewhere() || !wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
-  if (isElsewhere()) {
+  // Whoever is notified may take the view away, or hide it.
+  if (hasGone() || !wanted->acceptsFirstResponder() || !wanted->becomeFirstResponder()) return false;
+  if (hasGone()) {
     // It believes that it has the keys.
     wanted->resignFirstResponder();
     return false;

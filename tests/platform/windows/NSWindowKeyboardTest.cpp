@@ -125,6 +125,33 @@ TEST_F(NSWindowKeyboardTest, AViewThatIsTakenAwayWhileItBecomesTheFirstResponder
   EXPECT_THAT(leaving->calls, testing::IsSupersetOf({"become", "resign"}));
 }
 
+TEST_F(NSWindowKeyboardTest, AViewThatTheEarlierFirstResponderHidesIsNotMadeTheFirst) {
+  struct Hiding : ProbeView {
+    using ProbeView::ProbeView;
+    bool resignFirstResponder() override {
+      other->setHidden(true);
+      return true;
+    }
+    Ref<NSView> other;
+  };
+  const auto hiding = make<Hiding>(CGRect{0, 0, 10, 10});
+  const auto hidden = keyView();
+  hiding->acceptsFirst = true;
+  hiding->other = hidden;
+  const auto window = showWindowWith(hiding);
+  window->contentView()->addSubview(hidden);
+  window->makeFirstResponder(hiding.get());
+  EXPECT_FALSE(window->makeFirstResponder(hidden.get()));
+  EXPECT_EQ(window->firstResponder(), window.get());
+}
+
+TEST_F(NSWindowKeyboardTest, AViewThatWasHiddenBeforeCanBeMadeTheFirstResponder) {
+  const auto hidden = keyView();
+  const auto window = showWindowWith(hidden);
+  hidden->setHidden(true);
+  EXPECT_TRUE(window->makeFirstResponder(hidden.get()));
+}
+
 TEST_F(NSWindowKeyboardTest, AViewThatTheEarlierFirstResponderTakesAwayIsNotMadeTheFirst) {
   struct Removing : ProbeView {
     using ProbeView::ProbeView;
