@@ -435,6 +435,8 @@ void NSWindow::displayIfNeeded() {
   native_->paint(rects, [&](backend::Canvas& canvas) {
     for (const CGRect& rect : rects) drawContents(rect, canvas);
   });
+  // Where the ring lies may be known only now, as where a line of links is cut. It follows with the next display.
+  focusRing_.update();
 }
 
 void NSWindow::drawContents(CGRect rect, backend::Canvas& canvas) {

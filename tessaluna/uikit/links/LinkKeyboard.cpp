@@ -1,7 +1,6 @@
 #include "tessaluna/uikit/links/LinkKeyboard.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/keyBindings.h"
@@ -23,11 +22,6 @@ void LinkKeyboard::stopsDidChange() {
   if (!hasKeys_) return;
   if (!currentStop()) window()->makeFirstResponder(nullptr);
   else noteFocusRingMaskChanged();
-}
-
-void LinkKeyboard::stopsWereDrawn() {
-  const CGRect stop = focusRingMaskBounds();
-  if (std::exchange(drawnStop_, stop) != stop) noteFocusRingMaskChanged();
 }
 
 bool LinkKeyboard::becomeFirstResponder() {

@@ -33,8 +33,6 @@ class LinkKeyboard : public tessaluna::platform::NSView, public tessaluna::platf
   std::optional<std::size_t> currentStop() const;
   // The stops or their places have changed.
   void stopsDidChange();
-  // The same for places that a drawing has shown: the ring follows with the next one.
-  void stopsWereDrawn();
 
   tessaluna::platform::NSView* hitTest(tessaluna::platform::CGPoint) override { return nullptr; }
   bool acceptsFirstResponder() const override { return !line_.keyboardStops().empty(); }
@@ -50,7 +48,6 @@ class LinkKeyboard : public tessaluna::platform::NSView, public tessaluna::platf
 
   Line& line_;
   std::size_t stop_ = 0;
-  tessaluna::platform::CGRect drawnStop_;  // where the current one was in the last drawing
   bool hasKeys_ = false;
 };
 

@@ -110,7 +110,6 @@ void LinkLineAdditions::setShowsToolTipWhileCut(bool shows) {
 
 void LinkLineAdditions::didCut() {
   if (showsToolTipWhileCut_) field_.setToolTip(isCut() ? field_.accessibilityLabel() : std::string());
-  if (keyboard_) keyboard_->stopsWereDrawn();
 }
 
 // Assistive clients.

@@ -244,6 +244,19 @@ TEST_F(FocusRingTest, FollowsThePlaceWithinAView) {
   EXPECT_THAT(ringLines(), ElementsAre(HasSubstr("82")));
 }
 
+TEST_F(FocusRingTest, FollowsAPlaceThatADrawingMoves) {
+  first->mask = CGRect{0, 0, 20, 30};
+  show();
+  press(NSTabCharacter);
+  first->onDraw = [this](CGRect) { first->mask = CGRect{40, 0, 20, 30}; };
+  first->setNeedsDisplay(true);
+  desktop.settle();
+  forget();
+  desktop.settle();
+  EXPECT_FALSE(paints().empty());
+  EXPECT_THAT(ringLines(), ElementsAre(HasSubstr("82")));
+}
+
 TEST_F(FocusRingTest, ComesWithAKeyThatMovesThePlaceWithinAViewAndGoesWithAPressThatDoes) {
   show();
   user.click(*window, {30, 30});
