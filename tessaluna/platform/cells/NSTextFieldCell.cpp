@@ -243,7 +243,7 @@ void NSTextFieldCell::drawInteriorWithFrame(CGRect frame, NSView&) {
   const auto text = attributedStringValue();
   if (editor ? !editor->string().empty() : text->length() > 0) {
     if (!editor) text->drawInRect(box);
-  } else if (!placeholder_.empty()) {
+  } else if (!placeholder_.empty() && box.size.width > 0) {  // where an editor has no room, none redraws it
     NSAttributes attributes = plainAttributes();
     attributes[NSForegroundColorAttributeName] = placeholderColor();
     // What is edited scrolls; a placeholder that is too long would only end within a letter.

@@ -86,6 +86,12 @@ TEST_F(NSTextFieldTest, APlaceholderTooLongForAFieldThatClipsIsShortened) {
   EXPECT_EQ(only("glyphs", drawn(*field)).back().find(ellipsis), std::string::npos);
 }
 
+TEST_F(NSTextFieldTest, AFieldNarrowerThanItsMarginsShowsNoPlaceholder) {
+  const auto field = make<NSTextField>(CGRect{0, 0, 9, 22});
+  field->setPlaceholderString("x");
+  EXPECT_EQ(only("glyphs", drawn(*field)), Lines{});
+}
+
 TEST_F(NSTextFieldTest, OneToWriteInHasAHeightButNoWidthOfItsOwn) {
   const auto field = make<NSTextField>(CGRect{0, 0, 120, 50});
   field->setStringValue("x");
