@@ -1,5 +1,5 @@
-// The look of a push button: a rounded box that darkens while it is pressed. Its value is its state, as a number; its title
-// is beside that.
+// The look of a push button: a rounded box that darkens while it is pressed, or lightens on a dark palette. Its value is its
+// state, as a number; its title is beside that.
 #pragma once
 
 #include <string>

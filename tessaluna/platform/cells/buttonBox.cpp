@@ -1,6 +1,7 @@
 #include "tessaluna/platform/cells/buttonBox.h"
 
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/graphics/NeutralAxis.h"
 
 namespace tessaluna::platform {
 
@@ -10,7 +11,9 @@ Ref<NSBezierPath> buttonBoxPath(CGRect frame) {
 }
 
 Ref<NSColor> buttonFaceColor(ButtonBoxLook look) {
-  return NSColor::controlColor()->blendedColorWithFraction(look.isDown ? 0.2 : 0, NSColor::blackColor());
+  // One that is down differs from the others on a dark palette, too, where black would hardly show.
+  const Ref<NSColor> down = NeutralAxis::ofPalette().isDark() ? NSColor::whiteColor() : NSColor::blackColor();
+  return NSColor::controlColor()->blendedColorWithFraction(look.isDown ? 0.2 : 0, down);
 }
 
 Ref<NSColor> buttonEdgeColor(ButtonBoxLook look) {

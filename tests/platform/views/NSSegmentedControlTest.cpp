@@ -3,15 +3,19 @@
 #include <gmock/gmock.h>
 
 #include "tessaluna/platform/backend/Menu.h"
+#include "tessaluna/platform/backend/SystemColor.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSImage.h"
+#include "tessaluna/platform/graphics/contrast.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
 using namespace tessaluna::platform;
+using tessaluna::backend::SystemColor;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -681,6 +685,28 @@ TEST_F(OverflowingSegmentsTest, TheStockCellDrawsItAsDotsAndDarkerIfASegmentInIt
   EXPECT_EQ(fills().size(), 1u + 3u);
   stock->setSelectedSegment(1);
   EXPECT_EQ(fills().size(), 1u + 1u + 3u);
+}
+
+TEST_F(NSSegmentedControlTest, TheSelectedSegmentStandsOutOnLightAndDarkPalettes) {
+  const auto stock = make<NSSegmentedCell>();
+  stock->setSegmentCount(2);
+  for (const std::size_t segment : {0, 1}) stock->setWidthForSegment(40, segment);
+  stock->setSelectedSegment(0);
+  const auto contrast = [&] {
+    const auto pixels = harness::pixelsOf({.width = 80, .height = 24}, [&] {
+      stock->drawWithFrame({0, 0, 80, 24}, *control);
+    });
+    const auto colorAt = [&](int x) {
+      const std::uint32_t pixel = pixels.pixel(x, 12);
+      return tessaluna::backend::Color{(pixel >> 16 & 255) / 255.0, (pixel >> 8 & 255) / 255.0, (pixel & 255) / 255.0};
+    };
+    return contrastRatio(colorAt(20), colorAt(60));
+  };
+  EXPECT_GT(contrast(), 1.5);
+  desktop.setSystemColor(SystemColor::ControlText, {1, 1, 1});
+  desktop.setSystemColor(SystemColor::Control, {0.23, 0.24, 0.26});
+  desktop.setSystemColor(SystemColor::WindowBackground, {0.13, 0.14, 0.15});
+  EXPECT_GT(contrast(), 1.5);
 }
 
 TEST_F(NSSegmentedControlTest, TheFocusRingIsAroundTheControlOrTheSegmentThatTheKeysAreOn) {
