@@ -55,6 +55,7 @@ class NSMenu : public NSObject {
   void addItem(const Ref<NSMenuItem>& item) { insertItem(item, items_.size()); }
   Ref<NSMenuItem> addItemWithTitle(std::string title, std::string action, std::string keyEquivalent = {});
   Ref<NSMenuItem> addItemWithTitle(std::string title, std::function<void()> action);
+  Ref<NSMenuItem> addItemWithTitle(std::string title, std::nullptr_t) { return addItemWithTitle(std::move(title), ""); }
   void insertItem(const Ref<NSMenuItem>& item, std::size_t index);
   void removeItem(const Ref<NSMenuItem>& item);  // nothing for one that is not in this menu
   void removeItemAtIndex(std::size_t index) { removeItem(itemAtIndex(index)); }

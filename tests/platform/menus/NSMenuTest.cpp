@@ -128,6 +128,13 @@ TEST_F(NSMenuTest, OverARectangleItIsAtLeastAsWide) {
   EXPECT_EQ(desktop.openMenu()->place.minimumWidth, 200);
 }
 
+TEST_F(NSMenuTest, AnItemMayHaveNoAction) {
+  const auto menu = make<NSMenu>();
+  const auto item = menu->addItemWithTitle("Heading", nullptr);
+  EXPECT_EQ(item->action(), "");
+  EXPECT_EQ(menu->itemArray().back(), item);
+}
+
 TEST_F(NSMenuTest, TheChosenItemIsTheSenderOfItsActionAfterTheMenuHasClosed) {
   const auto delegate = make<ListeningDelegate>(player->log);
   menu->setDelegate(delegate);
