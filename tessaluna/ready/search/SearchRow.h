@@ -13,7 +13,7 @@ struct SearchRow {
   std::string detail{};   // a second, smaller line; empty: the title is alone
   std::string section{};  // the heading above the first of neighbouring rows with the same section; empty: none
   std::int64_t id = 0;    // the host's own; the field only passes it back
-  platform::Ref<platform::NSImage> image{};  // at the left, 28 points wide and high; null: none
+  platform::Ref<platform::NSImage> image{};  // at the left, 28 points wide and high; null: the texts are there
 };
 
 }  // namespace tessaluna::ready
