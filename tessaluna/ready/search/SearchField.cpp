@@ -162,7 +162,6 @@ void SearchField::ask() {
   if (!popUp_->isOpen()) popUp_->setContent({});
   mayOpen_ = !popUp_->isOpen();
   wasKey_ = window() && window()->isKeyWindow();
-  busy_.reset();
   questions_.ask(typed_);
   backend::Backend* backend = backend::Backend::current();
   if (backend && questions_.isWaiting()) busy_ = backend->timer(busyDelay, [this] { showBusy(true); });
@@ -227,7 +226,6 @@ bool SearchField::open() {
 void SearchField::close() {
   questions_.cancel();
   busy_.reset();
-  mayOpen_ = false;
   pointedAt_.reset();
   popUp_->cancelSuggestions();
   popUp_->setContent({});

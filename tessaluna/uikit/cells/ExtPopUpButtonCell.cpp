@@ -100,10 +100,9 @@ void ExtPopUpButtonCell::drawTitleWithFrame(CGRect frame, NSView&) {
   const CGRect box{frame.origin.x + 13, frame.origin.y,
                    (frame.size.width - 16) - chevronsWidth * (frame.size.height - 2 * boxInset), frame.size.height - 3};
   const std::u16string text = shortenedTitle(box.size.width);
-  const CGFloat height = text.empty() ? 0
-                                      : boundingRectWithSize(text, {box.size.width, std::numeric_limits<CGFloat>::max()},
-                                                             NSStringDrawingUsesLineFragmentOrigin, attributes)
-                                            .size.height;
+  const CGFloat height = boundingRectWithSize(text, {box.size.width, std::numeric_limits<CGFloat>::max()},
+                                              NSStringDrawingUsesLineFragmentOrigin, attributes)
+                             .size.height;
   NSGraphicsContext::saveGraphicsState();
   NSRectClip(box);
   drawInRect(text, {box.origin.x, (box.size.height - height) * 0.5 + box.origin.y, box.size.width, height}, attributes);

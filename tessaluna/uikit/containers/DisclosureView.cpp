@@ -98,15 +98,12 @@ void DisclosureView::close(bool animate) {
 }
 
 void DisclosureView::animateTo(CGFloat height, void (DisclosureView::*completion)()) {
-  const WeakRef<DisclosureView> weak = refTo(*this);
   NSAnimationContext::runAnimationGroup(
-      [weak, height](NSAnimationContext& context) {
-        const Ref<DisclosureView> view = weak.lock();
-        if (!view) return;
+      [&](NSAnimationContext& context) {
         context.setTimingFunction(CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut));
-        view->collapseConstraint_->animator()->setConstant(height);
+        collapseConstraint_->animator()->setConstant(height);
       },
-      [weak, completion] {
+      [weak = WeakRef<DisclosureView>(refTo(*this)), completion] {
         if (const Ref<DisclosureView> view = weak.lock()) (view.get()->*completion)();
       });
 }

@@ -139,13 +139,11 @@ void ClickableLabel::mouseUp(const Ref<NSEvent>& event) {
 
 void ClickableLabel::viewDidHide() {
   NSTextField::viewDidHide();
-  forgetPress();
   wasHidden_ = true;
 }
 
 void ClickableLabel::forgetPress() {
   clickedLink_.reset();
-  clickedLinkRange_ = {0, 0};
   wasHidden_ = false;
 }
 

@@ -66,7 +66,7 @@ void MultipleLinksTextField::setLinksEnabled(bool enabled) {
 void MultipleLinksTextField::setStringValues(std::optional<std::vector<std::string>> values) {
   stringValues_ = std::move(values);
   links_.setStrings(stringValues_, textAttributes());
-  if (links_.hasLinks() && cursorRectsActive_) addLinkCursorRects();
+  if (cursorRectsActive_) addLinkCursorRects();
   additions_->linksDidChange();
   invalidateIntrinsicContentSize();
   setNeedsDisplay(true);

@@ -190,6 +190,33 @@ TEST_F(SearchFieldTest, ALateAnswerOpensNothingBelowAFieldThatIsOutOfSight) {
   EXPECT_FALSE(popUp().isOpen());
 }
 
+TEST_F(SearchFieldTest, AnAnswerOpensBelowAFieldThatWasOutOfSightMeanwhile) {
+  answersLater = true;
+  const auto cut = make<NSView>(window->contentView()->bounds());
+  window->contentView()->addSubview(cut);
+  cut->addSubview(search);
+  user.click(*window, {100, 210});
+  user.type("amb");
+  cut->setBoundsOrigin({0, 300});
+  desktop.settle();
+  cut->setBoundsOrigin({0, 0});
+  desktop.settle();
+  asked.back().answer(matches("amb"));
+  EXPECT_TRUE(popUp().isOpen());
+}
+
+TEST_F(SearchFieldTest, AWindowThatGoesToTheScreensEdgeAndBackHasTheWholePopUpAgain) {
+  answerCounted(10);
+  const CGFloat height = popUpWindow().frame().size.height;
+  window->setFrame({100, -100, 500, 300}, true);
+  desktop.settle();
+  EXPECT_EQ(popUpWindow().frame().origin.y, 0);
+  EXPECT_LT(popUpWindow().frame().size.height, height);
+  window->setFrame({100, 300, 500, 300}, true);
+  desktop.settle();
+  EXPECT_EQ(popUpWindow().frame().size.height, height);
+}
+
 TEST_F(SearchFieldTest, TheScrollBarHasTheGroundOfTheRows) {
   desktop.setPictures(tessaluna::backend::headless::Pictures::Painted);
   answerCounted(40);
@@ -225,6 +252,41 @@ TEST_F(SearchFieldTest, WithoutItsSourceTheFieldClosesItsPopUpAndStopsWaiting) {
   EXPECT_FALSE(popUp().isOpen());
   EXPECT_THAT(titles(), IsEmpty());
   EXPECT_EQ(search->text(), "a");
+}
+
+TEST_F(SearchFieldTest, AnotherSourceLeavesThePopUpOpen) {
+  user.type("amb");
+  search->setSource([](const SearchQuestion&) {});
+  EXPECT_TRUE(popUp().isOpen());
+}
+
+TEST_F(SearchFieldTest, WithoutASourceTypingOpensNothing) {
+  search->setSource(nullptr);
+  user.type("amb");
+  desktop.advance(1);
+  EXPECT_FALSE(popUp().isOpen());
+}
+
+TEST_F(SearchFieldTest, ATextThatTheProgramSetsEndsThePopUpAndTheQuestion) {
+  user.type("amb");
+  search->setText("other");
+  EXPECT_FALSE(popUp().isOpen());
+  answersLater = true;
+  user.type("x");
+  search->setText("again");
+  EXPECT_FALSE(asked.back().isCurrent());
+}
+
+TEST_F(SearchFieldTest, WithoutCallsPickingSearchingAndClearingDoNothingElse) {
+  search->setOnPick(nullptr);
+  search->setOnSearch(nullptr);
+  user.type("amb");
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(returnKey);
+  EXPECT_EQ(search->text(), "Amber Quartet");
+  user.pressKey(returnKey);
+  user.click(*window, {50 + 288, 213});
+  EXPECT_EQ(search->text(), "");
 }
 
 TEST_F(SearchFieldTest, TheSourceMayBeReplacedOrTextSetWithinItsCall) {

@@ -3,6 +3,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/views/NSTextView.h"
 #include "tests/ready/search/SearchFieldWorld.h"
 
 namespace tessaluna::ready {
@@ -99,6 +100,69 @@ TEST_F(SearchFieldTest, DownAndAltDownOpenThePopUpAgain) {
   }
 }
 
+TEST_F(SearchFieldTest, DownBringsNoCaretToTheEndWhereItOpensThePopUp) {
+  user.type("amb");
+  user.pressKey(escape);
+  user.pressKey(NSHomeFunctionKey);
+  user.pressKey(NSDownArrowFunctionKey);
+  ASSERT_TRUE(popUp().isOpen());
+  user.type("x");
+  EXPECT_EQ(text(), "xamb");
+}
+
+TEST_F(SearchFieldTest, DownAsksForTheTitleThatAClickElsewhereHasLeftInTheField) {
+  user.type("amb");
+  user.pressKey(NSDownArrowFunctionKey);
+  user.click(*window, {400, 20});
+  ASSERT_FALSE(popUp().isOpen());
+  user.pressKey(NSDownArrowFunctionKey);
+  EXPECT_EQ(asked.back().text(), "Amber Quartet");
+}
+
+TEST_F(SearchFieldTest, AltDownAsksNothingWhileThePopUpIsOpenOrTheKeysGoElsewhere) {
+  user.type("a");
+  user.pressKey(NSDownArrowFunctionKey, NSEventModifierFlagOption);
+  EXPECT_EQ(asked.size(), 1u);
+  window->makeFirstResponder(nullptr);
+  user.pressKey(NSDownArrowFunctionKey, NSEventModifierFlagOption);
+  EXPECT_EQ(asked.size(), 1u);
+}
+
+TEST_F(SearchFieldTest, TakesTheCommandsThatItActsOn) {
+  const auto takes = [this](std::string_view command) {
+    auto& editor = dynamic_cast<NSTextView&>(*search->field()->currentEditor());
+    return search->controlTextViewDoCommandBySelector(*search->field(), editor, command);
+  };
+  EXPECT_FALSE(takes("moveDown:")) << "an empty field";
+  EXPECT_TRUE(asked.empty());
+  EXPECT_FALSE(takes("cancelOperation:"));
+  answersLater = true;
+  user.type("amb");
+  EXPECT_FALSE(takes("insertNewline:")) << "a question, and no pop-up yet";
+  EXPECT_TRUE(takes("cancelOperation:"));
+  EXPECT_TRUE(takes("moveDown:"));
+  asked.back().answer({});
+  EXPECT_FALSE(takes("moveDown:")) << "a pop-up without rows";
+  EXPECT_TRUE(takes("cancelOperation:"));
+  EXPECT_TRUE(takes("moveDown:"));
+  asked.back().answer(matches("amb"));
+  EXPECT_TRUE(takes("moveDown:"));
+  EXPECT_FALSE(takes("moveLeft:"));
+}
+
+TEST_F(SearchFieldTest, UpSelectsNothingWhereNothingIsSelected) {
+  user.type("amb");
+  user.pressKey(NSUpArrowFunctionKey);
+  EXPECT_EQ(selected(), "none");
+}
+
+TEST_F(SearchFieldTest, LeavingTheFieldTakesTheTitleThatItShows) {
+  user.type("amb");
+  user.pressKey(NSDownArrowFunctionKey);
+  window->makeFirstResponder(nullptr);
+  EXPECT_EQ(search->text(), "Amber Quartet");
+}
+
 TEST_F(SearchFieldTest, TypingContinuesFromTheTitleThatAKeyBroughtIntoTheField) {
   user.type("amb");
   user.pressKey(NSDownArrowFunctionKey);
@@ -125,6 +189,23 @@ TEST_F(SearchFieldTest, ReturnWhileTheMouseOnlyPointsSearchesForWhatWasTyped) {
   user.moveTo(popUpWindow(), row(1));
   user.pressKey(returnKey);
   EXPECT_THAT(calls, ElementsAre("search amb"));
+}
+
+TEST_F(SearchFieldTest, TheMouseOverThePopUpLeavesTheCaret) {
+  user.type("amb");
+  user.pressKey(NSHomeFunctionKey);
+  user.moveTo(popUpWindow(), row(1));
+  user.type("x");
+  EXPECT_EQ(text(), "xamb");
+}
+
+TEST_F(SearchFieldTest, ReturnPicksTheRowUnderTheMouseThatKeysHaveComeBackTo) {
+  user.type("amb");
+  user.moveTo(popUpWindow(), row(1));
+  user.pressKey(NSDownArrowFunctionKey);
+  user.pressKey(NSUpArrowFunctionKey);
+  user.pressKey(returnKey);
+  EXPECT_THAT(calls, ElementsAre("pick Amber Signal"));
 }
 
 TEST_F(SearchFieldTest, AButtonThatSubmitsDoesAsReturnDoes) {
@@ -168,6 +249,16 @@ TEST_F(SearchFieldTest, AClickOnARowPicksIt) {
   EXPECT_FALSE(popUp().isOpen());
   EXPECT_THAT(calls, ElementsAre("pick Amber Tide"));
   EXPECT_EQ(text(), "Amber Tide");
+  EXPECT_EQ(search->text(), "Amber Tide");
+}
+
+TEST_F(SearchFieldTest, AClickInThePopUpIsNotOneInTheFieldWhereverItsPlaceInTheWindow) {
+  answerCounted(10);
+  const CGPoint place = row(2);
+  ASSERT_TRUE(NSPointInRect(place, search->frame()));
+  user.moveTo(popUpWindow(), place);
+  user.click(popUpWindow(), place);
+  EXPECT_THAT(calls, ElementsAre("pick 2"));
 }
 
 TEST_F(SearchFieldTest, AClickOnAHeadingPicksNothing) {
@@ -250,6 +341,18 @@ TEST_F(SearchFieldTest, TheClearButtonIsThereWithATextAndOneClickEmptiesTheField
   EXPECT_THAT(calls, ElementsAre("search "));
   user.type("s");
   EXPECT_EQ(text(), "s") << "the field has the keyboard";
+}
+
+TEST_F(SearchFieldTest, TheClearButtonEmptiesItsOwnFieldAndGivesItTheKeyboard) {
+  const auto other = make<SearchField>(CGRect{50, 100, 300, 26});
+  window->contentView()->addSubview(other);
+  search->setText("amb");
+  other->setText("other");
+  user.click(*window, {100, 110});
+  user.click(*window, {50 + 288, 213});
+  EXPECT_EQ(other->text(), "other");
+  EXPECT_EQ(search->text(), "");
+  EXPECT_NE(search->field()->currentEditor(), nullptr);
 }
 
 }  // namespace

@@ -255,6 +255,15 @@ TEST_F(SearchFieldTest, ATextThatAnAssistiveClientWritesAsksAsTypingDoes) {
   EXPECT_TRUE(popUp().isOpen());
 }
 
+TEST_F(SearchFieldTest, ATextThatAnAssistiveClientWritesOpensInAWindowWithoutTheKeysToo) {
+  answersLater = true;
+  showWindow({700, 300, 100, 100});
+  accessibilityOf(search->field()->cell())->accessibilitySetValue("amber s", NSAccessibilityValueAttribute);
+  ASSERT_FALSE(window->isKeyWindow());
+  asked.back().answer(matches("amber s"));
+  EXPECT_TRUE(popUp().isOpen());
+}
+
 TEST_F(SearchFieldTest, ARowThatAnAssistiveClientSelectsOrChoosesIsPicked) {
   using TessalunaUIKit::HighlightingView;
   user.type("amb");

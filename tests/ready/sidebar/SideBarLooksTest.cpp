@@ -5,7 +5,8 @@
 
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
-#include "tests/harness/recordingOf.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tests/harness/LookBook.h"
 #include "tests/ready/sidebar/SideBarWorld.h"
 
 namespace tessaluna::ready {
@@ -104,6 +105,30 @@ TEST_F(SideBarTest, AFoldDrawsTheChevronOfItsHeadingAgain) {
   bar->setIsOpen("Library", false);
   EXPECT_TRUE(view("Library")->needsDisplay());
   EXPECT_NE(chevron(), open);
+}
+
+TEST_F(SideBarTest, EveryStateDrawsAsTheExpectedFileSays) {
+  const auto square = [](CGRect frame) {
+    NSColor::blackColor()->setFill();
+    NSRectFill(frame);
+  };
+  places->now[0].items[0].icon = square;
+  places->now[0].items[1].icon = square;
+  places->now[0].items[1].tint = NSColor::redColor();
+  places->now[1].view = make<NSTextField>(CGRect{0, 0, 100, 22});
+  places->didChange();
+  harness::LookBook look(desktop);
+  look.add("sections with icons, a count and a view", *window);
+  bar->setSelected("Albums");
+  bar->setIsOpen("Playlists", false);
+  desktop.advance(1);
+  look.add("an item selected, a section folded", *window);
+  giveKeyboardTo("Albums, 12");
+  look.add("the keyboard on the selected item", *window);
+  user.moveTo(*window, view("Library")->convertPointToView({60, row / 2}, nullptr));
+  giveKeyboardTo("Library");
+  look.add("the keyboard and the pointer on a heading", *window);
+  look.expectSameAsFile("ready/sidebar/expected/SideBar.txt");
 }
 
 }  // namespace

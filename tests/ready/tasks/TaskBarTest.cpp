@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "tessaluna/platform/accessibility/accessibleTree.h"
+#include "tests/harness/LookBook.h"
 #include "tests/harness/StillWorld.h"
 
 namespace tessaluna::ready {
@@ -104,6 +105,21 @@ TEST_F(TaskBarTest, TheCrossSaysWhatItDoesInTheUsersLanguage) {
   bar->setAbortText("Beenden:");
   EXPECT_EQ(cross()->toolTip(), "Beenden: Scan");
   EXPECT_THAT(elements(), HasSubstr("\"Beenden: Scan\""));
+}
+
+TEST_F(TaskBarTest, EveryStateDrawsAsTheExpectedFileSays) {
+  harness::LookBook look(desktop);
+  ShownTask scan = bar->begin({.title = "Scan of a folder", .length = 100, .abort = [] {}});
+  scan.setPosition(25);
+  look.add("a task that can be stopped", *window);
+  clickCross();
+  look.add("stopped", *window);
+  const ShownTask copy = bar->begin({.title = "Copy", .length = 300});
+  bar->setFrameSize({200, 30});
+  look.add("two tasks in a narrow and high bar", *window);
+  scan.end();
+  look.add("a task that cannot be stopped", *window);
+  look.expectSameAsFile("ready/tasks/expected/TaskBar.txt");
 }
 
 TEST_F(TaskBarTest, NothingOverlapsAtAnyWidth) {

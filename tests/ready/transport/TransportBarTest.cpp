@@ -11,8 +11,8 @@
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSSlider.h"
 #include "tessaluna/platform/views/NSTextField.h"
+#include "tests/harness/LookBook.h"
 #include "tests/harness/StillWorld.h"
-#include "tests/harness/recordingOf.h"
 #include "tests/harness/transportParts.h"
 
 namespace tessaluna::ready {
@@ -248,6 +248,22 @@ TEST_F(TransportBarTest, ANarrowBarLeavesOutTheVolumeAndThenTheModes) {
   EXPECT_EQ(shown(360), "Next ");
   EXPECT_EQ(shown(0), "Next ");
   EXPECT_EQ(shown(700), "Next Shuffle Volume ");
+}
+
+TEST_F(TransportBarTest, EveryStateDrawsAsTheExpectedFileSays) {
+  harness::LookBook look(desktop);
+  look.add("paused", *window);
+  bar->showState(
+      {.isPlaying = true, .position = 65, .isShuffled = true, .isRepeated = true, .volume = 0.5, .note = "loading"});
+  look.add("playing", *window);
+  bar->setFrameSize({420, 60});
+  look.add("narrower", *window);
+  bar->showSong({.title = "Mix", .seconds = 36'000});
+  bar->setFrameSize({360, 52});
+  look.add("narrow, with long times", *window);
+  bar->setActions({.next = [] {}});
+  look.add("one action", *window);
+  look.expectSameAsFile("ready/transport/expected/TransportBar.txt");
 }
 
 TEST_F(TransportBarTest, NothingOverlapsAtAnyWidth) {

@@ -288,6 +288,30 @@ TEST_F(DisclosureHeaderViewTest, ItIsNamedByItsTextsThatShow) {
   EXPECT_EQ(header->accessibilityTitle(), "Queue 12");
 }
 
+TEST_F(DisclosureHeaderViewTest, WithoutAButtonAndASectionAPressDoesNothing) {
+  const auto alone = make<DisclosureHeaderView>(CGRect{0, 0, 10, 10});
+  alone->setIsOperable(true);
+  alone->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_TRUE(alone->accessibilityAttributeValue(NSAccessibilityExpandedAttribute).isAbsent());
+}
+
+TEST_F(DisclosureHeaderViewTest, UnlessItIsOperableClientsMeetItsTextsAndButton) {
+  header->addSubview(NSTextField::labelWithString("Queue"));
+  user.moveTo(*window, onHeader);
+  EXPECT_EQ(header->accessibilityTitle(), "");
+  EXPECT_TRUE(header->accessibilityAttributeValue(NSAccessibilityExpandedAttribute).isAbsent());
+  EXPECT_THAT(header->accessibilityActionNames(), IsEmpty());
+  EXPECT_THAT(*header->accessibilityChildren(), testing::SizeIs(2));
+  header->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_FALSE(section->isChanging());
+}
+
+TEST_F(DisclosureHeaderViewTest, AnotherActionThanAPressDoesNothing) {
+  header->setIsOperable(true);
+  header->accessibilityPerformAction(NSAccessibilityShowMenuAction);
+  EXPECT_FALSE(section->isChanging());
+}
+
 TEST_F(DisclosureHeaderViewTest, WithoutAButtonAPressTogglesTheSection) {
   header->setIsOperable(true);
   header->setDisclosureButton(nullptr);

@@ -26,6 +26,17 @@ TEST_F(CoverArtAdditionsTest, AreOffAtTheStart) {
   EXPECT_FALSE(other->preparesImages());
 }
 
+TEST_F(CoverArtAdditionsTest, ThePanelPreparesItsImageOnlyIfTheThumbnailDoes) {
+  enlarge(300, 100);
+  EXPECT_FALSE(shown()->preparesImages());
+}
+
+TEST_F(CoverArtAdditionsTest, AnotherActionThanAPressOpensNothing) {
+  thumbnail->setImage(imageOf(300, 100));
+  thumbnail->accessibilityPerformAction(NSAccessibilityShowMenuAction);
+  EXPECT_EQ(panel(), nullptr);
+}
+
 TEST_F(CoverArtAdditionsTest, AClickInThePanelClosesIt) {
   enlarge(300, 100);
   user.press(*panel(), {100, 50});

@@ -47,6 +47,21 @@ TEST_F(ClickableLabelKeyboardTest, IsOffAtTheStart) {
   EXPECT_NE(other->currentEditor(), nullptr);
 }
 
+TEST_F(ClickableLabelKeyboardTest, SettingItAgainChangesNothing) {
+  const std::size_t count = label->subviews().size();
+  label->setTakesKeyboard(true);
+  EXPECT_EQ(label->subviews().size(), count);
+  label->setTakesKeyboard(false);
+  label->setTakesKeyboard(false);
+  EXPECT_FALSE(label->takesKeyboard());
+  EXPECT_EQ(label->subviews().size(), count - 1);
+}
+
+TEST_F(ClickableLabelKeyboardTest, ItIsAsLargeAsItsLabelAtAnySize) {
+  label->setFrameSize({150, 30});
+  EXPECT_EQ(label->subviews().back()->frame(), label->bounds());
+}
+
 TEST_F(ClickableLabelKeyboardTest, TabEntersTheLinksAndLeavesThem) {
   setTwoLinks();
   press(NSTabCharacter);

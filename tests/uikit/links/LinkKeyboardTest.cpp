@@ -71,6 +71,39 @@ TEST_F(LinkKeyboardTest, IsOffAtTheStart) {
   EXPECT_FALSE(hasKeyboard());
 }
 
+TEST_F(LinkKeyboardTest, SettingItAgainChangesNothing) {
+  show();
+  const std::size_t count = field->subviews().size();
+  field->setTakesKeyboard(true);
+  EXPECT_EQ(field->subviews().size(), count);
+  field->setTakesKeyboard(false);
+  field->setTakesKeyboard(false);
+  EXPECT_FALSE(field->takesKeyboard());
+  EXPECT_EQ(field->subviews().size(), count - 1);
+}
+
+TEST_F(LinkKeyboardTest, TheRingIsDrawnWhereAKeyHasLed) {
+  show();
+  tab();
+  nativeOf(*window).forgetPaints();
+  right();
+  EXPECT_FALSE(nativeOf(*window).paints().empty());
+}
+
+TEST_F(LinkKeyboardTest, ItIsAsLargeAsItsLineAtAnySize) {
+  show();
+  field->setFrameSize({150, 30});
+  EXPECT_EQ(field->subviews().back()->frame(), field->bounds());
+}
+
+TEST_F(LinkKeyboardTest, NoLinkIsFocusedWhereTheKeyboardHasLeft) {
+  show();
+  tab();
+  EXPECT_THAT(focusedLinks(), ElementsAre("abc"));
+  window->makeFirstResponder(nullptr);
+  EXPECT_THAT(focusedLinks(), IsEmpty());
+}
+
 TEST_F(LinkKeyboardTest, TabEntersTheLineAtItsFirstLinkAndLeavesIt) {
   show();
   tab();

@@ -71,6 +71,11 @@ class LinkLineAdditionsTest : public harness::LinksWorld {
 
 }  // namespace
 
+TEST_F(LinkLineAdditionsTest, ALinkTakesPressesOnlyFromClients) {
+  accessibilityOf(links().at(0))->accessibilityPerformAction(NSAccessibilityShowMenuAction);
+  EXPECT_THAT(target->clicks, IsEmpty());
+}
+
 TEST_F(LinkLineAdditionsTest, MenuAndToolTipAreOffAtTheStart) {
   EXPECT_FALSE(field->showsMenuAtEllipsis());
   EXPECT_FALSE(field->showsToolTipWhileCut());

@@ -33,6 +33,11 @@ Lines placesOf(std::string_view text, CGRect rect) {
 
 }  // namespace
 
+TEST_F(MultipleLinksTextFieldTest, DrawingLeavesTheClipAsItWas) {
+  const harness::Lines lines = drawn();
+  EXPECT_EQ(harness::only("save", lines).size(), harness::only("restore", lines).size());
+}
+
 TEST_F(MultipleLinksTextFieldTest, BothInitializersSetTheSameStartValues) {
   NSCoder coder(R"({"frame": [1, 2, 30, 40]})");
   for (const auto& made : {make<MultipleLinksTextField>(CGRect{1, 2, 30, 40}), make<MultipleLinksTextField>(coder)}) {

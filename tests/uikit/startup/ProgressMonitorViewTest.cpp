@@ -353,8 +353,9 @@ TEST_F(ProgressMonitorViewTest, ChangesOfTheViewAndOfTasksThatTheyHaveMetAreRepo
     if (notification->object() == scan) heard.push_back("scan " + notification->name());
   });
   view->setBackgroundTaskProgressPosition(10, "scan");
+  view->addBackgroundTaskProgress("copy", 100, nullptr);
   view->removeBackgroundTaskProgress("scan");
   center.removeObserver(token);
-  EXPECT_THAT(heard,
-              ElementsAre("view AXTitleChanged", "scan AXValueChanged", "view AXTitleChanged", "scan AXUIElementDestroyed"));
+  EXPECT_THAT(heard, ElementsAre("view AXTitleChanged", "scan AXValueChanged", "view AXTitleChanged", "view AXTitleChanged",
+                                 "scan AXUIElementDestroyed"));
 }

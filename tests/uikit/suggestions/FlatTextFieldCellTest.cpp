@@ -64,6 +64,11 @@ TEST_F(FlatTextFieldCellTest, PaintsAFrameAroundAWhiteShapeAndThenTheTextOnTheWh
   EXPECT_EQ(cell->interiors, (std::vector<CGRect>{{0, 0, 100, 24}}));
 }
 
+TEST_F(FlatTextFieldCellTest, PaintsTheFrameInItsBorderColor) {
+  cell->setBorderColor(NSColor::colorWithCalibratedRed(0.5, 0.25, 0, 1));
+  EXPECT_EQ(harness::only("setFillColor", drawn({0, 0, 100, 24})).at(0), R"({"op":"setFillColor","color":[0.5,0.25,0,1]})");
+}
+
 TEST_F(FlatTextFieldCellTest, LeavesWhiteBehindForFillsAndStrokes) {
   const Lines white = harness::recordingOf([] { NSColor::whiteColor()->set(); });
   EXPECT_EQ(harness::only("setStrokeColor", drawn({0, 0, 100, 24})), harness::only("setStrokeColor", white));
@@ -215,6 +220,22 @@ TEST_F(FlatTextFieldCellTest, OnALightDesktopItsTextsAreTheDesktops) {
                           }))
                 .back(),
             R"({"op":"setFillColor","color":[0.2,0.1,0,1],"named":"controlTextColor"})");
+}
+
+TEST_F(FlatTextFieldCellTest, OnALightDesktopPlaceholderAndEditorAreTheDesktops) {
+  const auto colorsOf = [](const auto& draw) { return harness::only("setFillColor", harness::recordingOf(draw)); };
+  const auto flat = make<FlatTextFieldCell>(coder);
+  flat->setPlaceholderString("x");
+  const Lines placeholder = colorsOf([&] { flat->drawWithFrame({0, 0, 100, 24}, *field); });
+  EXPECT_NE(placeholder.back().find("placeholderTextColor"), std::string::npos) << placeholder.back();
+  flat->setEditable(true);
+  field->setCell(flat);
+  const auto window = showWindowWith(field);
+  field->setStringValue("x");
+  field->selectText(nullptr);
+  const Ref<NSText> editor = field->currentEditor();
+  const Lines selection = colorsOf([&] { editor->drawRect(editor->bounds()); });
+  EXPECT_NE(selection.at(0).find("selectedTextBackgroundColor"), std::string::npos) << selection.at(0);
 }
 
 using FlatTextFieldCellDeathTest = FlatTextFieldCellTest;

@@ -466,10 +466,18 @@ TEST_F(SuggestionsWindowControllerHiddenWindow, EndsThePopUpWhereThatIsAskedFor)
   expectAnEndForGood();
 }
 
+TEST_F(SuggestionsWindowControllerHiddenWindow, AWindowThatIsOnlyCoveredKeepsItsPopUp) {
+  controller->setEndsWithHiddenWindow(true);
+  show({"a"});
+  NSNotificationCenter::defaultCenter().postNotificationName(NSWindowDidChangeOcclusionStateNotification, window);
+  EXPECT_TRUE(popUp()->isVisible());
+}
+
 TEST_F(SuggestionsWindowControllerCancel, AThousandTimesLeavesNoMonitorAndNoObserver) {
   controller->setSuggestions(suggestionsNamed({"a", "b"}));
   const auto cell = std::dynamic_pointer_cast<SuggestibleTextFieldCell>(field->cell());
   for (int i = 0; i < 1000; ++i) {
+    controller->setEndsWithHiddenWindow(i % 2 == 1);
     controller->beginForTextField(field);
     controller->cancelSuggestions();
   }
@@ -485,6 +493,7 @@ TEST_F(SuggestionsWindowControllerCancel, AThousandTimesLeavesNoMonitorAndNoObse
   user.click(*this->window, {5, 5});
   const Ref<NSWindow> other = showWindow({600, 100, 100, 100});
   EXPECT_EQ(desktop.windows().size(), 2u);
+  this->window->orderOut(nullptr);
 }
 
 using SuggestionsWindowControllerMouseMonitor = harness::PopUpWorld;

@@ -114,6 +114,8 @@ TEST_F(TrackRowFavoriteButtonTest, AssistiveClientsFindAControlThatItsHostHasNam
   EXPECT_TRUE(performAccessibleAction(button, NSAccessibilityPressAction));
   EXPECT_EQ(target->clicks, std::vector<std::string>{"favorite"});
   EXPECT_FALSE(button->isPressed());
+  button->setIsFavorite(false);
+  EXPECT_FALSE(describe(button).states.contains(AccessibleState::Checked));
   window->contentView()->setEnablesControls(false);
   EXPECT_FALSE(performAccessibleAction(button, NSAccessibilityPressAction));
 }

@@ -449,3 +449,28 @@ TEST_F(TrackRowPlayButtonTest, NamedByItsHostItIsAButtonToAssistiveClientsWhoseP
   button->accessibilityPerformAction(NSAccessibilityPressAction);
   EXPECT_EQ(target->clicks, std::vector<std::string>{"play"});
 }
+
+TEST_F(TrackRowPlayButtonTest, ItIsPressedWhileAClientsPressIsReported) {
+  button->accessibilitySetOverrideValue(std::string("Play"), NSAccessibilityDescriptionAttribute);
+  bool wasPressed = false;
+  target->onClick = [&] { wasPressed = button->isPressed(); };
+  button->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_TRUE(wasPressed);
+  EXPECT_FALSE(button->isPressed());
+}
+
+TEST_F(TrackRowPlayButtonTest, OfClientsItTakesPressesOnlyAndNoneWhileControlsAreDisabled) {
+  button->accessibilitySetOverrideValue(std::string("Play"), NSAccessibilityDescriptionAttribute);
+  EXPECT_EQ(button->accessibilityActionNames(), std::vector<std::string>{std::string(NSAccessibilityPressAction)});
+  button->accessibilityPerformAction(NSAccessibilityShowMenuAction);
+  row->setEnablesControls(false);
+  button->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_EQ(target->clicks, std::vector<std::string>{});
+}
+
+TEST_F(TrackRowPlayButtonTest, WithoutANameItHasNoRoleAndNoActionOfAButton) {
+  EXPECT_EQ(button->accessibilityRole(), row->accessibilityRole());
+  EXPECT_TRUE(button->accessibilityActionNames().empty());
+  button->accessibilityPerformAction(NSAccessibilityPressAction);
+  EXPECT_EQ(target->clicks, std::vector<std::string>{});
+}

@@ -14,6 +14,7 @@
 #include "tessaluna/platform/windows/NSScreen.h"
 #include "tessaluna/uikit/interfaceFileClasses.h"
 #include "tests/harness/ActionProbe.h"
+#include "tests/harness/LookBook.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/TextsScope.h"
@@ -621,6 +622,13 @@ TEST_F(PlaybackSliderHeld, ANewTimeIsDrawnAndAtTheReleaseTheWindowGoes) {
   EXPECT_TRUE(bubble->isVisible());
   user.release();
   EXPECT_FALSE(bubble->isVisible());
+}
+
+TEST_F(PlaybackSliderHeld, ItsTimeDrawsAsTheExpectedFileSays) {
+  harness::LookBook look(desktop);
+  user.press(*window, at(100));
+  look.add("1:40", *window->childWindows().at(0));
+  look.expectSameAsFile("uikit/transport/expected/TimeBubble.txt");
 }
 
 TEST_F(PlaybackSliderHeld, TheTimeIsAboveTheMiddleOfTheKnob) {
