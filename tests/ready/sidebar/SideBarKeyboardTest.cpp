@@ -4,6 +4,7 @@
 #include "tessaluna/platform/accessibility/AccessibleDescription.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+#include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/views/NSScroller.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/ready/sidebar/SideBarRow.h"
@@ -134,6 +135,27 @@ TEST_F(SideBarTest, ALetterThatBeginsNoTitleIsForgotten) {
   giveKeyboardTo("Library");
   user.type("xs");
   EXPECT_EQ(focused(), "Songs");
+}
+
+TEST_F(SideBarTest, TakesTheKeysThatItActsOn) {
+  const auto takes = [&](const std::string& characters, bool isRepeat = false) {
+    return bar->handleKey(*view("Albums, 12"), *make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                                              .characters = characters,
+                                                                              .charactersIgnoringModifiers = characters,
+                                                                              .isRepeat = isRepeat}));
+  };
+  for (const char32_t key : {NSUpArrowFunctionKey, NSDownArrowFunctionKey, NSPageUpFunctionKey, NSPageDownFunctionKey,
+                             NSHomeFunctionKey, NSEndFunctionKey, NSLeftArrowFunctionKey, NSRightArrowFunctionKey})
+    EXPECT_TRUE(takes(utf8FromScalar(key))) << static_cast<int>(key);
+  for (const char* key : {" ", "\r"}) {
+    EXPECT_TRUE(takes(key)) << key;
+    EXPECT_TRUE(takes(key, true)) << key;
+  }
+  EXPECT_FALSE(takes("\x1b"));
+  EXPECT_FALSE(takes("z")) << "no title begins with it";
+  EXPECT_TRUE(takes("a"));
+  EXPECT_TRUE(takes("z")) << "the word continues";
+  EXPECT_FALSE(bar->handleKey(*bar, *make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown, .characters = " "})));
 }
 
 TEST_F(SideBarTest, ShortcutsAreTheProgramsOwn) {

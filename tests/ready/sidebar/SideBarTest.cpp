@@ -105,6 +105,30 @@ TEST_F(SideBarTest, TheButtonOfAHeadingFoldsItToo) {
   EXPECT_FALSE(bar->isOpen("Library"));
 }
 
+TEST_F(SideBarTest, AReleaseBesideTheHeadingFoldsNothing) {
+  user.press(*window, view("Library")->convertPointToView({60, row / 2}, nullptr));
+  user.dragTo({100, 5});
+  user.release();
+  desktop.advance(1);
+  EXPECT_TRUE(bar->isOpen("Library"));
+}
+
+TEST_F(SideBarTest, TheButtonOfAHeadingShowsWhileThePointerIsOverIt) {
+  const Ref<NSView> button = view("Library")->subviews().back();
+  EXPECT_TRUE(button->isHidden());
+  user.moveTo(*window, view("Library")->convertPointToView({60, row / 2}, nullptr));
+  EXPECT_FALSE(button->isHidden());
+  user.moveTo(*window, {100, 5});
+  EXPECT_TRUE(button->isHidden());
+}
+
+TEST_F(SideBarTest, WithoutACallAnItemIsSelectedAlone) {
+  bar->setOnChoose(nullptr);
+  click("Artists");
+  EXPECT_EQ(bar->selected(), "Artists");
+  EXPECT_EQ(bar->autoresizingMask(), NSViewWidthSizable | NSViewHeightSizable);
+}
+
 TEST_F(SideBarTest, AFoldedSectionFoldsTheSectionsInIt) {
   click("Playlists");
   EXPECT_EQ(element("Old"), nullptr);

@@ -64,6 +64,21 @@ TEST_F(TrackTableTest, ItsTextsAreInTheUsersLanguage) {
             "row \"C song 2, First 2, Second, 1:02, spielt\" [focusable, selectable] Anhalten, Favorit, Mehr, focus");
 }
 
+TEST_F(TrackTableTest, TheNameOfARowSaysWhatShowsInIt) {
+  songs->songs[0].row = {.title = "Alone"};
+  songs->songs[1].row.isFavorite = true;
+  songs->songs[2].row.playback = Playback::Playing;
+  songs->songs[3].row.playback = Playback::Paused;
+  songs->songs[4].row.artists = {"", "Second"};
+  const auto name = [&](std::size_t row) { return table->tableViewNameOfRow(inner(), row); };
+  EXPECT_EQ(name(0), "Alone");
+  EXPECT_EQ(name(1), "B song 1, First 1, Second, 1:01, favorite");
+  EXPECT_EQ(name(2), "C song 2, First 2, Second, 1:02, playing");
+  EXPECT_EQ(name(3), "D song 3, First 3, Second, 1:03, paused");
+  EXPECT_EQ(name(4), "E song 4, Second, 1:04");
+  EXPECT_TRUE(table->tableViewControlsOfRow(inner(), 100).empty());
+}
+
 TEST_F(TrackTableTest, AFavoriteIsReportedByItsCheckBox) {
   std::vector<std::string> changes;
   AccessibleChanges listener({.isListening = [] { return true; },

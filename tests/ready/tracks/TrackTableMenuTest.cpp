@@ -18,6 +18,7 @@ TEST_F(TrackTableTest, MoreOpensTheProgramsCommands) {
   ASSERT_TRUE(desktop.openMenu());
   ASSERT_EQ(desktop.openMenu()->entries.size(), 3u);
   EXPECT_EQ(desktop.openMenu()->entries[0].title, "Play next");
+  EXPECT_TRUE(desktop.openMenu()->entries[1].isSeparator);
   desktop.chooseFromMenu(0);
   desktop.settle();
   EXPECT_THAT(takeCalls(), ElementsAre("more 1", "next 1"));

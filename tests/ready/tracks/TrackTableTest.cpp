@@ -193,6 +193,59 @@ TEST_F(TrackTableTest, TheHeartAndAnArtistAreReportedWithTheirRow) {
   EXPECT_TRUE(inner().selectedRowIndexes().isEmpty()) << "a click on a control does not select";
 }
 
+TEST_F(TrackTableTest, WithoutActionsNothingIsCalled) {
+  table = make<TrackTable>(songs, TrackActions{});
+  table->setFrame({0, 0, width, height});
+  window->contentView()->addSubview(table);
+  desktop.settle();
+  user.moveTo(*window, beside(1));
+  click(middleOf(part<TrackRowPlayButton>(1)));
+  click(middleOf(part<TrackRowFavoriteButton>(1)));
+  const CGPoint artist = middleOf(part<MultipleLinksTextField>(1));
+  click({part<MultipleLinksTextField>(1).convertPointToView({4, 9}, nullptr).x, artist.y});
+  user.click(*window, beside(1));
+  user.click(*window, beside(1));
+  for (std::size_t control = 0; control < 4; ++control) table->tableViewPressControl(inner(), 1, control);
+  EXPECT_FALSE(desktop.openMenu());
+  EXPECT_THAT(takeCalls(), testing::IsEmpty());
+}
+
+TEST_F(TrackTableTest, AnArtistThatHasGoneFromItsRowIsNotReported) {
+  auto& artists = part<MultipleLinksTextField>(1);
+  songs->songs[1].row.artists = {"Only"};
+  artists.target()->linkClicked(1, artists);
+  EXPECT_THAT(takeCalls(), testing::IsEmpty());
+  artists.target()->linkClicked(0, artists);
+  EXPECT_THAT(takeCalls(), ElementsAre("artist 0 of 1"));
+}
+
+TEST_F(TrackTableTest, ItsColumnsAreNotTheUsersToResizeAndItFollowsItsSuperview) {
+  for (const Ref<NSTableColumn>& column : inner().tableColumns())
+    EXPECT_FALSE(column->isResizable()) << column->identifier();
+  EXPECT_EQ(table->autoresizingMask(), NSViewWidthSizable | NSViewHeightSizable);
+  EXPECT_TRUE(table->scrollView()->hasVerticalScroller());
+}
+
+TEST_F(TrackTableTest, ARowThatComesIntoSightIsSelectedAndNotPressed) {
+  select(0);
+  window->makeFirstResponder(nullptr);
+  desktop.settle();
+  const auto before = lookOf(0);
+  part<TrackRowPlayButton>(0).setIsPressed(true);
+  part<TrackRowFavoriteButton>(0).setIsPressed(true);
+  part<TrackRowMoreButton>(0).setIsPressed(true);
+  part<MultipleLinksTextField>(0).setIsPressed(true);
+  scrollTo(52 * 30);
+  scrollTo(0);
+  EXPECT_EQ(lookOf(0), before);
+  for (std::size_t row = 0; row < 4; ++row) {
+    EXPECT_FALSE(part<TrackRowPlayButton>(row).isPressed()) << row;
+    EXPECT_FALSE(part<TrackRowFavoriteButton>(row).isPressed()) << row;
+    EXPECT_FALSE(part<TrackRowMoreButton>(row).isPressed()) << row;
+    EXPECT_FALSE(part<MultipleLinksTextField>(row).isPressed()) << row;
+  }
+}
+
 TEST_F(TrackTableTest, ADoubleClickPlays) {
   user.click(*window, beside(3));
   user.click(*window, beside(3));
