@@ -153,6 +153,7 @@ TEST_F(SearchFieldTest, StaysBelowTheFieldWhenItMovesOrTheWindowDoes) {
   search->setFrame({60, 180, 350, 26});
   desktop.settle();
   EXPECT_EQ(popUpWindow().frame().size.width, 350);
+  EXPECT_EQ(laidOut()[1]->frame().size.width, 350);
   EXPECT_EQ(selected(), "Amber Quartet");
 }
 
@@ -215,6 +216,14 @@ TEST_F(SearchFieldTest, AWindowThatGoesToTheScreensEdgeAndBackHasTheWholePopUpAg
   window->setFrame({100, 300, 500, 300}, true);
   desktop.settle();
   EXPECT_EQ(popUpWindow().frame().size.height, height);
+}
+
+TEST_F(SearchFieldTest, AWindowThatIsHiddenHasNoPopUpWhenItComesBack) {
+  user.type("amb");
+  window->orderOut(nullptr);
+  window->orderFront(nullptr);
+  desktop.settle();
+  EXPECT_FALSE(popUp().isOpen());
 }
 
 TEST_F(SearchFieldTest, TheScrollBarHasTheGroundOfTheRows) {

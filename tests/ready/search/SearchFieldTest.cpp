@@ -176,6 +176,23 @@ TEST_F(SearchFieldTest, ARowOfTheSameTitleIsAnotherOne) {
   EXPECT_EQ(selected(), "none");
 }
 
+TEST_F(SearchFieldTest, ARowThatIsAnotherInAnythingThatShowsIsNotSelectedAgain) {
+  answersLater = true;
+  const SearchRow live{.title = "Live", .detail = "1971", .section = "Albums", .id = 1};
+  const SearchRow others[] = {{.title = "Live!", .detail = "1971", .section = "Albums", .id = 1},
+                              {.title = "Live", .detail = "1972", .section = "Albums", .id = 1},
+                              {.title = "Live", .detail = "1971", .section = "Tracks", .id = 1}};
+  for (const SearchRow& other : others) {
+    user.type("x");
+    asked.back().answer({live});
+    user.pressKey(NSDownArrowFunctionKey);
+    ASSERT_EQ(selected(), "Live");
+    user.type("y");
+    asked.back().answer({other});
+    EXPECT_EQ(selected(), "none") << other.title << " " << other.detail << " " << other.section;
+  }
+}
+
 TEST_F(SearchFieldTest, WithoutItsRowTheTitleGivesWayToWhatWasTyped) {
   user.type("amb");
   answersLater = true;

@@ -40,6 +40,11 @@ TEST_F(SideBarTest, AClientPressesItemsAndHeadings) {
   EXPECT_FALSE(bar->isOpen("Library"));
 }
 
+TEST_F(SideBarTest, AnItemTakesNothingButPressesFromAClient) {
+  accessibilityOf(element("Artists"))->accessibilityPerformAction(NSAccessibilityShowMenuAction);
+  EXPECT_THAT(chosen, testing::IsEmpty());
+}
+
 TEST_F(SideBarTest, AClientGivesAnItemTheKeyboard) {
   EXPECT_TRUE(performAccessibleAction(element("Songs"), accessibleFocusAction));
   EXPECT_EQ(focused(), "Songs");

@@ -96,6 +96,28 @@ TEST_F(SideBarTest, AnItemOfAnotherTitleIsDrawnAgain) {
   EXPECT_TRUE(view("People")->needsDisplay());
 }
 
+TEST_F(SideBarTest, AnItemIsDrawnAgainWhenItsSelectionChanges) {
+  const auto isDrawnAgain = [&](const std::string& name, auto change) {
+    desktop.settle();
+    change();
+    return view(name)->needsDisplay();
+  };
+  EXPECT_TRUE(isDrawnAgain("Artists", [&] { bar->setSelected("Artists"); }));
+  EXPECT_TRUE(isDrawnAgain("Artists", [&] { bar->setSelected("Songs"); }));
+  EXPECT_FALSE(isDrawnAgain("Artists", [&] { bar->setSelected("Songs"); }));
+}
+
+TEST_F(SideBarTest, TheIconOfASelectedItemIsMadeForItsGround) {
+  places->now[0].items[1].icon = [](CGRect) {};
+  places->didChange();
+  const Ref<NSView> icon = view("Artists")->subviews().front();
+  EXPECT_EQ(icon->tintGroundColor(), nullptr);
+  bar->setSelected("Artists");
+  EXPECT_EQ(icon->tintGroundColor(), NSColor::alternateSelectedControlColor());
+  bar->setSelected("Songs");
+  EXPECT_EQ(icon->tintGroundColor(), nullptr);
+}
+
 TEST_F(SideBarTest, AFoldDrawsTheChevronOfItsHeadingAgain) {
   nativeOf(*window).forgetPaints();
   const auto chevron = [&] {
