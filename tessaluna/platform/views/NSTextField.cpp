@@ -115,17 +115,17 @@ void NSTextField::setObjectValue(Ref<NSObject> value) {
 }
 
 void NSTextField::setEnabled(bool isEnabled) {
-  if (!isEnabled && window() && currentEditor()) window()->endEditingFor(this);
+  if (!isEnabled && currentEditor()) window()->endEditingFor(this);
   NSControl::setEnabled(isEnabled);
 }
 
 void NSTextField::viewDidHide() {
-  if (window() && currentEditor()) window()->endEditingFor(this);
+  if (currentEditor()) window()->endEditingFor(this);
   NSControl::viewDidHide();
 }
 
 void NSTextField::enablesControlsDidChange() {
-  if (!isEnabled() && window() && currentEditor()) window()->endEditingFor(this);
+  if (!isEnabled() && currentEditor()) window()->endEditingFor(this);
   NSControl::enablesControlsDidChange();
 }
 
