@@ -255,6 +255,18 @@ TEST_F(ActionSenderTest, ATargetThatHasGoneIsReported) {
   EXPECT_THAT(warnings, ElementsAre("NSButton: the target of act: has gone"));
 }
 
+TEST_F(ActionSenderTest, AnotherActionThanTheControlsIsNotReportedForATargetThatHasGone) {
+  button->setAction("act:");
+  button->setTarget(make<harness::ActionProbe>());
+  EXPECT_FALSE(button->sendActionTo("other:", nullptr));
+  EXPECT_THAT(warnings, ElementsAre("NSButton: nobody performs other:"));
+}
+
+TEST_F(ActionSenderTest, NoActionIsNeitherPerformedNorReported) {
+  EXPECT_FALSE(button->sendActionTo("", target));
+  EXPECT_THAT(warnings, IsEmpty());
+}
+
 TEST_F(ActionSenderTest, ATargetThatWasNeverSetIsTheResponderChain) {
   button->setTarget(nullptr);
   button->setAction("nobodyHasThis:");

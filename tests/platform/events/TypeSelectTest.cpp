@@ -78,6 +78,19 @@ TEST_F(TypeSelectTest, WhatWasTakenBackIsNotPartOfTheWord) {
   EXPECT_EQ(type("y"), "By title");
 }
 
+TEST_F(TypeSelectTest, AWordContinuesWhereSomethingWasTakenBack) {
+  EXPECT_EQ(type("b"), "By title");
+  EXPECT_EQ(type("y"), "By title");
+  EXPECT_EQ(type("z"), "By title");
+  search.takeBack();
+  EXPECT_EQ(type(" "), "By title");
+  EXPECT_EQ(type("a"), "By artist");
+}
+
+TEST_F(TypeSelectTest, BeforeAnythingIsTypedNoEntryIsSought) {
+  EXPECT_EQ(search.entryAmong(titles.size(), titleAt, 0), std::nullopt);
+}
+
 TEST_F(TypeSelectTest, AListWithoutEntriesGoesNowhere) {
   titles.clear();
   EXPECT_EQ(type("a"), "");

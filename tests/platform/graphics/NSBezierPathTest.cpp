@@ -37,6 +37,26 @@ TEST(NSBezierPath, StrokesWithItsOwnAttributes) {
                    R"("miterLimit":4,"dash":[],"phase":0})"}));
 }
 
+TEST(NSBezierPath, ACopyDrawsAsTheOriginalDid) {
+  const auto path = diagonal();
+  path->setLineWidth(2.5);
+  path->setLineCapStyle(NSRoundLineCapStyle);
+  path->setLineJoinStyle(NSBevelLineJoinStyle);
+  path->setMiterLimit(4);
+  const CGFloat dash[] = {3, 1};
+  path->setLineDash(dash, 2);
+  path->setWindingRule(NSEvenOddWindingRule);
+  const auto draw = [](const NSBezierPath& drawn) {
+    drawn.stroke();
+    drawn.fill();
+  };
+  const Lines expected = recordingOf([&] { draw(*path); });
+  const auto copy = path->copy();
+  path->setLineDash({}, 0);
+  path->lineToPoint({0, 8});
+  EXPECT_EQ(recordingOf([&] { draw(*copy); }), expected);
+}
+
 TEST(NSBezierPath, ADashIsCopiedWhenItIsSet) {
   const auto path = diagonal();
   double pattern[] = {10, 2};

@@ -89,6 +89,32 @@ TEST(PaletteCanvasTest, LettersOfADarkBlueAreLighterThanShapesAlsoAfterALayer) {
   EXPECT_EQ(lines[2], fillOf(whiteOnBlack.mapped(blue)));
 }
 
+TEST(PaletteCanvasTest, LettersHaveTheColorThatARestoreBroughtBack) {
+  const Color blue{0.1, 0.1, 0.8};
+  tessaluna::backend::recording::RecordingCanvas recording;
+  PaletteCanvas canvas(recording, whiteOnBlack);
+  const auto letters = [&] {
+    const std::size_t before = recording.lines().size();
+    canvas.drawGlyphs({}, {0, 0});
+    return harness::Lines(recording.lines().begin() + static_cast<std::ptrdiff_t>(before), recording.lines().end());
+  };
+  canvas.setFillColor(blue);
+  const harness::Lines ofBlue = letters();
+  canvas.restoreState();  // without a save
+  EXPECT_EQ(letters(), ofBlue);
+  canvas.saveState();
+  canvas.setFillColor({0, 0, 0});
+  EXPECT_EQ(letters().size(), 1u) << "black is the same for shapes";
+  canvas.restoreState();
+  EXPECT_EQ(letters(), ofBlue);
+  canvas.beginTransparencyLayer();
+  canvas.setFillColor({0, 0, 0});
+  canvas.restoreState();  // of no save within the layer
+  EXPECT_EQ(letters().size(), 1u);
+  canvas.endTransparencyLayer();
+  EXPECT_EQ(letters(), ofBlue);
+}
+
 TEST(PaletteCanvasTest, WhatSetsNoColorIsBlackMapped) {
   const auto bitmap = harness::pixelsOf({4, 4}, [] {
     PaletteCanvas canvas(NSGraphicsContext::currentCgContext().canvas(), whiteOnBlack);

@@ -468,6 +468,53 @@ TEST_F(NSMenuTest, ItemsAreInsertedFoundAndRemoved) {
   EXPECT_EQ(menu->indexOfItem(*item), std::nullopt);
 }
 
+TEST_F(NSMenuTest, AnItemOfAnotherMenuIsNotRemoved) {
+  const auto other = make<NSMenu>("other");
+  const auto stranger = other->addItemWithTitle("stranger", "play:");
+  menu->removeItem(stranger);
+  EXPECT_EQ(menu->numberOfItems(), 3u);
+  EXPECT_EQ(stranger->menu(), other);
+}
+
+TEST_F(NSMenuTest, ItemsThatAreAllRemovedMayGoToAnotherMenu) {
+  const auto first = menu->itemAtIndex(0);
+  menu->removeAllItems();
+  EXPECT_EQ(first->menu(), nullptr);
+  const auto other = make<NSMenu>("other");
+  other->addItem(first);
+  EXPECT_EQ(first->menu(), other);
+}
+
+TEST_F(NSMenuTest, ASubmenuThatIsSetOnceMoreStaysTheItems) {
+  const auto submenu = make<NSMenu>("sub");
+  menu->itemAtIndex(0)->setSubmenu(submenu);
+  menu->itemAtIndex(0)->setSubmenu(submenu);
+  EXPECT_EQ(submenu->supermenu(), menu);
+}
+
+TEST_F(NSMenuTest, ASeparatorOrAnItemWithASubmenuHasNoKeyEquivalent) {
+  const auto separator = NSMenuItem::separatorItem();
+  const auto holder = make<NSMenuItem>("holder", "play:", "h");
+  holder->setTarget(player);
+  holder->setSubmenu(make<NSMenu>("sub"));
+  separator->setTarget(player);
+  separator->setAction("play:");
+  separator->setKeyEquivalent("s");
+  menu->setAutoenablesItems(false);
+  menu->addItem(separator);
+  menu->addItem(holder);
+  const auto press = [&](const std::string& key) {
+    return menu->performKeyEquivalent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                                    .modifiers = NSEventModifierFlagCommand,
+                                                                    .window = window,
+                                                                    .characters = key,
+                                                                    .charactersIgnoringModifiers = key}));
+  };
+  EXPECT_FALSE(press("s"));
+  EXPECT_FALSE(press("h"));
+  EXPECT_THAT(player->log, IsEmpty());
+}
+
 TEST_F(NSMenuDeathTest, WhatNoMenuCanBeStopsTheProgram) {
   const auto other = make<NSMenu>();
   EXPECT_DEATH(other->addItem(menu->itemAtIndex(0)), "an item of two menus");

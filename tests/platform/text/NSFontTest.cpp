@@ -16,6 +16,7 @@ TEST_F(NSFontTest, ASizeThatIsNotPositiveMeansTheUsualOne) {
   EXPECT_EQ(NSFont::systemFontOfSize(0)->pointSize(), 13);
   EXPECT_EQ(NSFont::boldSystemFontOfSize(-1)->pointSize(), 13);
   EXPECT_EQ(NSFont::labelFontOfSize(0)->pointSize(), 10);
+  EXPECT_TRUE(NSFont::labelFontOfSize(20)->isEqual(NSFont::systemFontOfSize(20).get())) << "not bold";
   EXPECT_EQ(NSFont::systemFontOfSize(20)->pointSize(), 20);
 }
 

@@ -55,6 +55,13 @@ TEST(textBoundaries, AnApostropheAtAWordsEdgeIsNotPartOfIt) {
   EXPECT_EQ(wordRangeAt(u"rock\u2019n", 0), (NSRange{0, 6}));
 }
 
+TEST(textBoundaries, AnApostropheBesideABlankOrAtTheEndOfTheTextIsNotPartOfAWord) {
+  EXPECT_EQ(wordRangeAt(u"dogs' bed", 0), (NSRange{0, 4}));
+  EXPECT_EQ(wordRangeAt(u"a 'tis", 3), (NSRange{3, 3}));
+  EXPECT_EQ(wordRangeAt(u"dogs'", 4), (NSRange{4, 1}));
+  EXPECT_EQ(wordRangeAt(u"'", 0), (NSRange{0, 1}));
+}
+
 TEST(textBoundaries, AParagraphEndsBeforeItsLineEnd) {
   EXPECT_EQ(paragraphRangeAt(u"ab\ncd", 1), (NSRange{0, 2}));
   EXPECT_EQ(paragraphRangeAt(u"ab\ncd", 2), (NSRange{0, 2}));

@@ -18,6 +18,14 @@ TEST(unicode, TextOfEveryLengthOfEncodingGoesThereAndBack) {
   EXPECT_EQ(utf16.size(), 5u);
 }
 
+TEST(unicode, CharactersOfTheHigherPlanesGoThereAndBack) {
+  for (const char32_t scalar : {0x10000u, 0x40000u, 0xFFFFFu, 0x100000u, 0x10FFFFu}) {
+    const std::string utf8 = utf8FromScalar(scalar);
+    EXPECT_EQ(firstScalar(utf8), scalar);
+    EXPECT_EQ(utf8FromUtf16(utf16FromUtf8(utf8)), utf8);
+  }
+}
+
 TEST(unicode, AByteThatIsNotUtf8BecomesTheReplacementCharacter) {
   EXPECT_EQ(utf16FromUtf8("a\xFFz"), u"a\uFFFDz");
   EXPECT_EQ(utf16FromUtf8("\x80"), u"\uFFFD");

@@ -91,3 +91,8 @@ TEST(CAMediaTimingFunctionDeathTest, AnUnknownNameOrIndexStopsTheProgram) {
   const auto function = CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionLinear);
   EXPECT_DEATH((void)function->getControlPointAtIndex(4), "control points 0 to 3");
 }
+
+TEST(CAMediaTimingFunctionDeathTest, ANegativeIndexStopsTheProgram) {
+  const auto function = CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionLinear);
+  EXPECT_DEATH((void)function->getControlPointAtIndex(-1), "control points 0 to 3");
+}

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/graphics/NSImage.h"
 #include "tests/harness/ActionProbe.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
@@ -475,6 +476,59 @@ TEST_F(NSPopUpButtonTest, ACopyOfTheCellHasItemsOfItsOwn) {
   const auto other = std::dynamic_pointer_cast<NSPopUpButtonCell>(cell().copy());
   EXPECT_EQ(other->indexOfSelectedItem(), std::nullopt);
   EXPECT_FALSE(other->altersStateOfSelectedItem());
+}
+
+TEST_F(NSPopUpButtonTest, TheItemsOfACopyAreLikeTheOriginals) {
+  const Ref<NSMenu> menu = button->menu();
+  menu->setAutoenablesItems(false);
+  menu->setMinimumWidth(150);
+  menu->addItem(NSMenuItem::separatorItem());
+  const auto item = make<NSMenuItem>("Extra", "", "k");
+  item->setKeyEquivalentModifierMask(NSEventModifierFlagControl);
+  item->setImage(make<NSImage>(CGSize{8, 8}));
+  item->setState(NSControlStateValueOn);
+  item->setIndentationLevel(2);
+  item->setHidden(true);
+  item->setEnabled(false);
+  item->setSubmenu(make<NSMenu>("sub"));
+  item->submenu()->addItemWithTitle("Within", "");
+  menu->addItem(item);
+  const auto copy = std::dynamic_pointer_cast<NSPopUpButtonCell>(cell().copy());
+  EXPECT_FALSE(copy->menu()->autoenablesItems());
+  EXPECT_EQ(copy->menu()->minimumWidth(), 150);
+  EXPECT_TRUE(copy->itemAtIndex(3)->isSeparatorItem());
+  const NSMenuItem& like = *copy->itemAtIndex(4);
+  EXPECT_EQ(like.keyEquivalent(), "k");
+  EXPECT_EQ(like.keyEquivalentModifierMask(), NSEventModifierFlagControl);
+  EXPECT_EQ(like.image(), item->image());
+  EXPECT_EQ(like.state(), NSControlStateValueOn);
+  EXPECT_EQ(like.indentationLevel(), 2);
+  EXPECT_TRUE(like.isHidden());
+  EXPECT_FALSE(like.isEnabled());
+  ASSERT_TRUE(like.submenu());
+  EXPECT_NE(like.submenu(), item->submenu());
+  EXPECT_EQ(like.submenu()->itemAtIndex(0)->title(), "Within");
+}
+
+TEST_F(NSPopUpButtonTest, AnotherMenuComesWithItsFirstItemSelected) {
+  const auto other = make<NSMenu>("other");
+  other->addItemWithTitle("Red", "");
+  button->selectItemAtIndex(std::nullopt);
+  button->setMenu(other);
+  EXPECT_EQ(button->menu(), other);
+  EXPECT_EQ(button->title(), "Red");
+  button->setMenu(nullptr);
+  ASSERT_TRUE(button->menu());
+  EXPECT_EQ(button->numberOfItems(), 0u);
+}
+
+TEST_F(NSPopUpButtonTest, IsDecodedAsAPullDownWithATitleAtTheLeft) {
+  NSCoder coder(R"({"cell": {"pullsDown": true, "selectedIndex": 7, "items": [{"title": "One"}, {"title": "Two"}]}})");
+  const auto decoded = make<NSPopUpButton>(coder);
+  EXPECT_TRUE(decoded->pullsDown());
+  EXPECT_EQ(decoded->cell()->alignment(), NSTextAlignmentLeft);
+  EXPECT_EQ(decoded->cell()->lineBreakMode(), NSLineBreakByTruncatingTail);
+  EXPECT_THAT(decoded->indexOfSelectedItem(), Optional(0u)) << "there is no eighth item";
 }
 
 TEST_F(NSPopUpButtonTest, ItemsSendTheActionOfTheControlWhoseMenuWasOpened) {

@@ -90,6 +90,26 @@ TEST_F(NSProgressIndicatorTest, TheTintIsTheColorOfTheFilledPart) {
   EXPECT_THAT(only("setFillColor", drawn())[1], HasSubstr("grayColor"));
 }
 
+TEST_F(NSProgressIndicatorTest, TheFilledPartIsClippedToTheBarAndNothingAfterIt) {
+  indicator->setIndeterminate(false);
+  indicator->setDoubleValue(50);
+  const Lines lines = drawn();
+  ASSERT_EQ(lines.size(), 7u);
+  EXPECT_EQ(lines[2], R"({"op":"save"})");
+  EXPECT_THAT(lines[3], HasSubstr(R"("op":"clip)"));
+  EXPECT_THAT(lines[3], HasSubstr(R"(["roundedRect",0,7,100,6,3,3])"));
+  EXPECT_THAT(lines[5], HasSubstr(R"("op":"fill")"));
+  EXPECT_EQ(lines[6], R"({"op":"restore"})");
+}
+
+TEST_F(NSProgressIndicatorTest, ASpokeIsARoundLineFromWithinTheWheelToItsEdge) {
+  spin();
+  const std::string toTheRight = only("stroke", drawn()).at(3);
+  EXPECT_THAT(toTheRight, HasSubstr(R"(["M",55.4,10],["L",59.1666)"));
+  EXPECT_THAT(toTheRight, HasSubstr(R"("lineWidth":1.6666)"));
+  EXPECT_THAT(toTheRight, HasSubstr(R"("cap":"round")"));
+}
+
 TEST_F(NSProgressIndicatorTest, APieceRunsAlongAnIndeterminateBarWhileItIsAnimated) {
   const auto window = showWindowWith(indicator);
   EXPECT_EQ(filled(), "");

@@ -564,6 +564,30 @@ TEST_F(NSTextFieldEditingTest, AFieldThatIsDisabledFromAboveIsEditedNoLonger) {
   EXPECT_NE(editor(), nullptr);
 }
 
+TEST_F(NSTextFieldEditingTest, AssistiveClientsObserveAFieldThatIsDisabledFromAbove) {
+  int changes = 0;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityEnabledChangedNotification, field->cell(), nullptr, [&](const Ref<NSNotification>&) { ++changes; });
+  window->contentView()->setEnablesControls(false);
+  accessibilityNotificationCenter().removeObserver(token);
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(NSTextFieldEditingTest, EnablingAFieldThatIsEditedLeavesItsEditor) {
+  begin("abc");
+  field->setEnabled(true);
+  EXPECT_EQ(window->firstResponder(), editor().get());
+  EXPECT_EQ(field->currentEditor(), editor());
+  ASSERT_TRUE(editor());
+}
+
+TEST_F(NSTextFieldEditingTest, SelectTextSelectsAllOfATextThatIsBeingEdited) {
+  begin("abc");
+  editor()->setSelectedRange({1, 0});
+  field->selectText(nullptr);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{0, 3}));
+}
+
 TEST_F(NSTextFieldEditingTest, ThePlaceholderShowsAsLongAsNothingIsTyped) {
   field->setPlaceholderString("Q");
   begin();
