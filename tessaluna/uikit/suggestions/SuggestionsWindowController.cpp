@@ -91,7 +91,8 @@ SuggestionsWindowController::SuggestionsWindowController(Ref<NSWindow>) {
 
 void SuggestionsWindowController::setSuggestions(std::optional<std::vector<Suggestion>> suggestions) {
   suggestions_ = std::move(suggestions);
-  if (window() && window()->isVisible()) layoutSuggestions();
+  // The first layout is before the pop-up shows.
+  if (isInLayout_ || (window() && window()->isVisible())) layoutSuggestions();
 }
 
 // The selection.
@@ -325,6 +326,8 @@ void SuggestionsWindowController::layoutSuggestions() {
   const Ref<NSWindow> popUp = window();
   const Ref<NSView> content = fullContentView_.optional();
   if (!popUp || !content) return;
+  const bool isWithinAnother = std::exchange(isInLayout_, true);
+  const AtEndOfScope end([&] { isInLayout_ = isWithinAnother; });
   removeRows(*content);
 
   const CGRect contentFrame = popUp->contentView()->frame();

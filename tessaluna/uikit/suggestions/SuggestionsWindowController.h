@@ -44,8 +44,8 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   // The interface file of one row, registered with NSNib under this name; see SuggestionItemViewController.
   const std::optional<std::string>& suggestionPrototype() const { return suggestionPrototype_.optional(); }
   void setSuggestionPrototype(std::string name) { suggestionPrototype_ = std::move(name); }
-  // The rows to show. A visible pop-up is laid out again, with all rows made again and the first one selected, without
-  // notifying anybody; a hidden one at the next begin.
+  // The rows to show. A visible pop-up, and one that is just being laid out, is laid out again, with all rows made again and the
+  // first one selected, without notifying anybody; a hidden one at the next begin.
   const std::optional<std::vector<Suggestion>>& suggestions() const { return suggestions_; }
   void setSuggestions(std::optional<std::vector<Suggestion>> suggestions);
 
@@ -136,7 +136,8 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   bool needsLayoutUpdate_ = false;  // intentional: written and never read
   tessaluna::platform::Required<tessaluna::platform::Ref<tessaluna::platform::NSView>> fullContentView_{"fullContentView"};
   std::optional<std::vector<ItemRef>> viewControllers_;
-  std::size_t layouts_ = 0;                                                        // that have begun
+  std::size_t layouts_ = 0;  // that have begun
+  bool isInLayout_ = false;
   std::vector<tessaluna::platform::Ref<tessaluna::platform::NSView>> otherViews_;  // above and below rows
   std::optional<std::vector<tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea>>> trackingAreas_;
   tessaluna::platform::Ref<HighlightingView> selectedView_;

@@ -76,6 +76,27 @@ TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileARowIsF
   EXPECT_EQ(selectedLabel(), "x");
 }
 
+TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileTheFirstRowsAreLoadedReplaceThem) {
+  bool isFirst = true;
+  onMake = [&](Row&, harness::ProbeCell&) {
+    if (std::exchange(isFirst, false)) controller->setSuggestions(suggestionsNamed({"x", "y", "z"}));
+  };
+  show({"a", "b"});
+  EXPECT_EQ(content()->subviews().size(), 3u);
+  EXPECT_EQ(popUp()->frame(), (CGRect{150, 338, 200, 60}));
+  EXPECT_EQ(selectedLabel(), "x");
+}
+
+TEST_F(SuggestionsWindowControllerLayout, AfterARowThatThrowsAPopUpThatDoesNotShowIsNotLaidOut) {
+  bool isFirst = true;
+  onMake = [&](Row&, harness::ProbeCell&) {
+    if (std::exchange(isFirst, false)) throw std::runtime_error("refused");
+  };
+  EXPECT_THROW(show({"a"}), std::runtime_error);
+  controller->setSuggestions(suggestionsNamed({"b"}));
+  EXPECT_EQ(content()->subviews().size(), 0u);
+}
+
 TEST_F(SuggestionsWindowControllerLayout, TheSelectionGoesWithTheRows) {
   show({"a", "b"});
   const Ref<HighlightingView> earlier = row(0);
