@@ -6,6 +6,7 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSTableView.h"
+#include "tessaluna/platform/views/PlacementScope.h"
 
 namespace tessaluna::platform {
 
@@ -42,6 +43,11 @@ CGPoint NSClipView::constrainScrollPoint(CGPoint point) const {
 void NSClipView::scrollToPoint(CGPoint point) {
   layOutTree();
   setBoundsOrigin(constrainScrollPoint(point));
+}
+
+void NSClipView::setBoundsOrigin(CGPoint origin) {
+  NSView::setBoundsOrigin(origin);
+  if (constrainScrollPoint(origin) != origin) setNeedsLayout(true);
   contentDidChange();
 }
 
@@ -62,9 +68,10 @@ void NSClipView::mouseDown(const Ref<NSEvent>& event) {
 void NSClipView::layout() {
   NSView::layout();
   layOutTree();
-  // An origin that is right is not set again: a scroll that is under way would end there.
-  const CGPoint origin = constrainScrollPoint(bounds().origin);
-  if (origin != bounds().origin) setBoundsOrigin(origin);
+  {
+    const PlacementScope placement(*this);
+    NSView::setBoundsOrigin(constrainScrollPoint(bounds().origin));
+  }
   contentDidChange();
 }
 

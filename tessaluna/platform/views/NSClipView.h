@@ -21,6 +21,8 @@ class NSClipView : public NSView {
   void scrollToPoint(CGPoint point);
   CGPoint constrainScrollPoint(CGPoint point) const;  // where scrollToPoint would go
   CGRect documentVisibleRect() const;
+  // Beyond the document only until the next pass of layout. They are notified in the same way.
+  void setBoundsOrigin(CGPoint origin) override;
 
   // A table is only as high as its rows: a press below them is one on it. Only the main button's press goes to the table.
   void mouseDown(const Ref<NSEvent>& event) override;

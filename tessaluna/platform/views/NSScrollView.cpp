@@ -206,7 +206,7 @@ void NSScrollView::updateScrollers() {
   reflect(horizontalScroller_, document.origin.x, document.size.width, shown.origin.x, shown.size.width);
   // Nothing is reported of this: a header that does not reach as far as the rows would scroll them back.
   if (headerClipView_)
-    headerClipView_->setBoundsOrigin(headerClipView_->constrainScrollPoint({shown.origin.x - document.origin.x, 0}));
+    headerClipView_->NSView::setBoundsOrigin(headerClipView_->constrainScrollPoint({shown.origin.x - document.origin.x, 0}));
 }
 
 void NSScrollView::scrollerMoved(NSObject* sender) {

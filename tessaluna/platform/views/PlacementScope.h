@@ -1,5 +1,5 @@
-// While it lives, the frame that this view is given is where its superview or its constraints put it, which is not the
-// program's wish: an animation of the frame continues.
+// While it lives, the frame or the bounds' origin that this view is given is where a layout puts it, which is not the program's
+// wish: an animation of it continues.
 #pragma once
 
 #include <utility>

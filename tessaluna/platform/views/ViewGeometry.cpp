@@ -84,8 +84,7 @@ void ViewGeometry::moveToWindow(NSWindow* window) {
 }
 
 void ViewGeometry::setFrame(CGRect frame) {
-  // A frame that moves on its own is not stopped half way because the superview is resized, or constraints have a
-  // place for it.
+  // What moves on its own is not stopped half way because the superview is resized, or constraints have a place for it.
   if (!PlacementScope::isPlacing(asView())) propertyWillBeSet<&NSView::setFrame>(*this);
   if (frame == frame_) return;
   const CGSize oldSize = frame_.size;
@@ -101,7 +100,7 @@ void ViewGeometry::setFrame(CGRect frame) {
 }
 
 void ViewGeometry::setBoundsOrigin(CGPoint origin) {
-  propertyWillBeSet<&NSView::setBoundsOrigin>(*this);
+  if (!PlacementScope::isPlacing(asView())) propertyWillBeSet<&NSView::setBoundsOrigin>(*this);
   if (bounds_.origin == origin) return;
   bounds_.origin = origin;
   geometryDidChange();

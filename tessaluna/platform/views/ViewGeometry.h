@@ -43,7 +43,7 @@ class ViewGeometry : public NSResponder {
   virtual void setFrame(CGRect frame);
   void setFrameOrigin(CGPoint origin) { setFrame({origin, frame_.size}); }
   void setFrameSize(CGSize size) { setFrame({frame_.origin, size}); }
-  void setBoundsOrigin(CGPoint origin);  // scrolls
+  virtual void setBoundsOrigin(CGPoint origin);  // scrolls
   virtual bool isFlipped() const { return false; }
   CGRect visibleRect() const;  // of bounds, what no superview cuts off; the tree is laid out first
 

@@ -284,6 +284,36 @@ TEST_F(NSScrollViewTest, ALayoutDoesNotStopAScrollThatIsUnderWay) {
   EXPECT_EQ(origin(), (CGPoint{0, 500}));
 }
 
+TEST_F(NSScrollViewTest, AScrollThatIsUnderWayContinuesWithinADocumentThatHasShrunk) {
+  struct {
+    CGFloat from, to, atOnce, atTheEnd;
+  } cases[] = {{0, 500, 0, 200}, {400, 500, 200, 200}, {900, 100, 200, 100}};
+  for (const auto& [from, to, atOnce, atTheEnd] : cases) {
+    document->setFrame({0, 0, 300, 1000});
+    scrollTo({0, from});
+    scrollView->contentView()->animator()->setBoundsOrigin({0, to});
+    document->setFrame({0, 0, 300, 300});
+    layOut();
+    EXPECT_EQ(origin().y, atOnce);
+    for (int frame = 0; frame < 50; ++frame) {
+      desktop.advance(0.01);
+      EXPECT_LE(origin().y, 200);
+    }
+    EXPECT_EQ(origin().y, atTheEnd);
+  }
+}
+
+TEST_F(NSScrollViewTest, AScrollThatIsUnderWayMovesTheKnob) {
+  scrollView->setHasVerticalScroller(true);
+  layOut();
+  scrollView->contentView()->animator()->setBoundsOrigin({0, 450});
+  desktop.advance(0.1);
+  EXPECT_GT(verticalBar().doubleValue(), 0);
+  EXPECT_EQ(verticalBar().doubleValue(), origin().y / 900);
+  desktop.advance(1);
+  EXPECT_EQ(verticalBar().doubleValue(), 0.5);
+}
+
 TEST_F(NSScrollViewTest, BarsTakeTheirRoomFromTheClipView) {
   scrollView->setHasVerticalScroller(true);
   EXPECT_EQ(clipFrame(), (CGRect{0, 0, 88, 100}));
