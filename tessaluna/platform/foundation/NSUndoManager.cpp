@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "tessaluna/platform/foundation/AtEndOfScope.h"
+#include "tessaluna/platform/foundation/stopProgram.h"
 
 namespace tessaluna::platform {
 
@@ -24,7 +25,12 @@ void NSUndoManager::endUndoGrouping() {
   (state_ == State::Undoing ? redo_ : undo_).push_back(std::exchange(group_, {}));
 }
 
-void NSUndoManager::undo() { perform(undo_, State::Undoing); }
+void NSUndoManager::undo() {
+  if (state_ != State::Resting) return;
+  if (depth_ > 1) stopProgram("NSUndoManager: undo was asked for within a group that is in another one");
+  endUndoGrouping();
+  perform(undo_, State::Undoing);
+}
 void NSUndoManager::redo() { perform(redo_, State::Redoing); }
 
 void NSUndoManager::perform(std::vector<Step>& steps, State state) {

@@ -19,8 +19,11 @@ class NSUndoManager : public NSObject {
   void beginUndoGrouping();
   void endUndoGrouping();
 
-  bool canUndo() const { return !undo_.empty(); }
+  // A group that is open counts.
+  bool canUndo() const { return !undo_.empty() || (state_ == State::Resting && !group_.empty()); }
   bool canRedo() const { return !redo_.empty(); }
+  // Neither does anything while the other, or itself, runs. undo() ends a group that is open first; a group within a group stops
+  // the program. redo() does nothing within a group.
   void undo();
   void redo();
   bool isUndoing() const { return state_ == State::Undoing; }

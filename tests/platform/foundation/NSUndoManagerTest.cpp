@@ -74,6 +74,35 @@ TEST_F(NSUndoManagerTest, AGroupIsOneStep) {
   EXPECT_EQ(number, 2);
 }
 
+TEST_F(NSUndoManagerTest, UndoEndsTheGroupThatIsOpen) {
+  set(1);
+  manager->beginUndoGrouping();
+  set(2);
+  set(3);
+  EXPECT_TRUE(manager->canUndo());
+  manager->undo();
+  EXPECT_EQ(number, 1);
+  EXPECT_TRUE(manager->canRedo());
+  manager->undo();
+  EXPECT_EQ(number, 0);
+  EXPECT_FALSE(manager->canUndo());
+}
+
+TEST_F(NSUndoManagerTest, WhatAnUndoRegistersIsNothingToUndoWhileItRuns) {
+  bool canUndo = true;
+  manager->beginUndoGrouping();
+  manager->registerUndo([&] { canUndo = manager->canUndo(); });
+  manager->registerUndo([this] { manager->registerUndo([] {}); });
+  manager->undo();
+  EXPECT_FALSE(canUndo);
+}
+
+TEST_F(NSUndoManagerTest, UndoWithinAGroupOfAGroupStopsTheProgram) {
+  manager->beginUndoGrouping();
+  manager->beginUndoGrouping();
+  EXPECT_DEATH(manager->undo(), "NSUndoManager: undo was asked for within a group that is in another one");
+}
+
 TEST_F(NSUndoManagerTest, AnEmptyGroupIsNotAStep) {
   manager->beginUndoGrouping();
   manager->endUndoGrouping();
