@@ -218,10 +218,13 @@ bool NSPopUpButtonCell::performClickWithFrame(CGRect frame, NSView& view) {
     return pullsDown_ ? nullptr : selectedItem();
   };
   const WeakRef<NSPopUpButtonCell> self = refTo(*this);
-  const bool isOpen = menu_->popUpMenuOverRect(frame, view, preparedItem, [self](const Ref<NSMenuItem>& chosen) {
+  bool isOpen = false;
+  const AtEndOfScope end([&] {
+    if (!isOpen) didClose(nullptr);
+  });
+  isOpen = menu_->popUpMenuOverRect(frame, view, preparedItem, [self](const Ref<NSMenuItem>& chosen) {
     if (const auto cell = self.lock()) cell->didClose(chosen);
   });
-  if (!isOpen) didClose(nullptr);
   return isOpen;
 }
 

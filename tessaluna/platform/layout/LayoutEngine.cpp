@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/views/PlacementScope.h"
 #include "tessaluna/platform/views/ViewConstraintsState.h"
@@ -456,6 +457,7 @@ void LayoutEngine::run() {
     needsRun_ = true;
   }
   isRunning_ = true;
+  const AtEndOfScope end([this] { isRunning_ = false; });
   for (int round = 0; round < maxRounds && std::exchange(needsRun_, false); ++round) {
     std::vector<Ref<NSView>> updating = takeViewsToUpdate(&top_);
     std::stable_sort(updating.begin(), updating.end(),
@@ -471,7 +473,6 @@ void LayoutEngine::run() {
     report();
     place();
   }
-  isRunning_ = false;
 }
 
 // Solves, and forbids lengths that would become negative only once they would: hardly any do.
@@ -527,8 +528,20 @@ void LayoutEngine::place() {
   };
   for (const Item* item : std::exchange(toBePlaced_, {})) wait(*item);
   isPlacing_ = true;
+  const AtEndOfScope end([&] {
+    isPlacing_ = false;
+    // After a setter that throws, the others wait for the next pass.
+    for (const std::vector<Ref<NSView>>& views : waiting)
+      for (const Ref<NSView>& view : views)
+        if (Item* item = view ? itemOf(*view) : nullptr) {
+          item->isToBePlaced = false;
+          needPlace(*item);
+          needRun();
+        }
+  });
   for (std::size_t depth = 0; depth < waiting.size(); ++depth) {
-    for (const Ref<NSView>& view : std::exchange(waiting[depth], {})) {
+    for (std::size_t i = 0; i < waiting[depth].size(); ++i) {
+      const Ref<NSView> view = std::move(waiting[depth][i]);
       Item* item = itemOf(*view);
       if (!item) continue;  // a frame that was set has taken it away
       item->isToBePlaced = false;
@@ -541,7 +554,6 @@ void LayoutEngine::place() {
       if (item->above && !view->translatesAutoresizingMaskIntoConstraints()) placeView(*item);
     }
   }
-  isPlacing_ = false;
 }
 
 void LayoutEngine::placeView(const Item& item) {

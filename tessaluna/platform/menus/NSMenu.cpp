@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/backend/Backend.h"
 #include "tessaluna/platform/events/keyEquivalents.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/graphics/NSImage.h"
@@ -188,7 +189,12 @@ bool NSMenu::open(const Positioned& positioned, CGRect onScreen, NSWindow* windo
         const Ref<NSMenu> self = menu.lock();
         if (self && !dynamic_cast<NSWindow&>(*notification->object()).isVisible()) self->cancelTracking();
       });
+  bool isRefused = true;
+  const AtEndOfScope end([&] {
+    if (isRefused) forget(tracking);
+  });
   if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuWillOpen(*this);
+  isRefused = false;
   if (tracking->isCancelled || !window->isVisible()) {
     backend->callAfter(0, [held, tracking] { held->didClose(tracking, std::nullopt); });
     return true;
@@ -199,16 +205,20 @@ bool NSMenu::open(const Positioned& positioned, CGRect onScreen, NSWindow* windo
   return true;
 }
 
-void NSMenu::didClose(const std::shared_ptr<Tracking>& tracking, std::optional<std::size_t> chosen) {
+void NSMenu::forget(const std::shared_ptr<Tracking>& tracking) {
   if (tracking_ == tracking) tracking_ = nullptr;
   NSNotificationCenter::defaultCenter().removeObserver(tracking->windowObserver);
+}
+
+void NSMenu::didClose(const std::shared_ptr<Tracking>& tracking, std::optional<std::size_t> chosen) {
+  forget(tracking);
   const Ref<NSMenuItem> item = chosen && *chosen < tracking->items.size() ? tracking->items[*chosen] : nullptr;
   // Whoever is notified may empty the menu, and the item was chosen all the same.
   if (item && item->menu().get() == this) chosen_ = item;
+  const AtEndOfScope end([this] { chosen_.reset(); });
   if (const Ref<NSMenuDelegate> delegate = delegate_.lock()) delegate->menuDidClose(*this);
   if (tracking->closed) tracking->closed(item);
   if (item) item->sendAction();
-  chosen_.reset();
 }
 
 void NSMenu::cancelTracking() {

@@ -100,6 +100,7 @@ class NSMenu : public NSObject {
   friend class NSMenuItem;
   struct Tracking;
   bool open(const Positioned& positioned, CGRect onScreen, NSWindow* window, Closed closed);
+  void forget(const std::shared_ptr<Tracking>& tracking);
   void didClose(const std::shared_ptr<Tracking>& tracking, std::optional<std::size_t> chosen);
   void needsUpdate();
   Ref<NSMenuItem> itemForKey(const NSEvent& event) const;

@@ -5,6 +5,7 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/keyBindings.h"
 #include "tessaluna/platform/events/menuKey.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/textMenu.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -158,9 +159,10 @@ void NSTextView::insertBacktab(NSObject*) { moveToKeyView(NSTextMovementBacktab)
 void NSTextView::moveToKeyView(NSTextMovement movement) {
   if (!window()) return;
   const Ref<NSWindow> held = refTo(*window());
+  const Ref<NSObject> self = shared_from_this();
   wantedMovement_ = movement;
+  const AtEndOfScope end([this] { wantedMovement_ = NSTextMovementOther; });
   held->moveKeyView(movement == NSTextMovementTab ? backend::FocusStep::Next : backend::FocusStep::Previous);
-  wantedMovement_ = NSTextMovementOther;
 }
 
 // First responder and the end of editing.
@@ -188,14 +190,16 @@ bool NSTextView::finishEditing(NSTextMovement movement, Asking asking) {
   const Ref<NSTextDelegate> delegate = this->delegate();
   if (asking == Asking::Delegate && delegate && !delegate->textShouldEndEditing(*this)) return false;
   isFinishing_ = true;
+  const AtEndOfScope end([this] {
+    movement_ = NSTextMovementOther;
+    isFinishing_ = false;
+  });
   unmarkText();
   editingDidEnd();
   movement_ = movement;
   const auto notification = make<NSNotification>(std::string(NSTextDidEndEditingNotification), refTo<NSObject>(*this));
   if (delegate) delegate->textDidEndEditing(notification);
   NSNotificationCenter::defaultCenter().postNotification(notification);
-  movement_ = NSTextMovementOther;
-  isFinishing_ = false;
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
@@ -62,16 +63,16 @@ void ViewDrawing::setHidden(bool isHidden) {
   isHidden_ = isHidden;
   if (!isHidden) setNeedsDisplay(true);
   const bool wasHiddenBefore = superview() && superview()->isHiddenOrHasHiddenAncestor();
-  if (isHidden && !wasHiddenBefore) tellHidden(asView());
+  if (isHidden && !wasHiddenBefore) callViewDidHide(asView());
   if (hadKeyboard) passKeyboardOn(asView());
 }
 
-void ViewDrawing::tellHidden(NSView& view) {
+void ViewDrawing::callViewDidHide(NSView& view) {
   const Ref<NSObject> held = view.weak_from_this().lock();  // absent while the view is being made
   const std::vector<Ref<NSView>> copy = view.subviews();
   view.viewDidHide();
   for (const Ref<NSView>& subview : copy)
-    if (!subview->isHidden()) tellHidden(*subview);
+    if (!subview->isHidden()) callViewDidHide(*subview);
 }
 
 bool ViewDrawing::isHiddenOrHasHiddenAncestor() const {
@@ -143,6 +144,7 @@ void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& outer) {
   NSGraphicsContext& context = tinted ? tinted->graphics() : outer;
   const Ref<NSView> held = refTo(asView());
   const bool wasDrawing = std::exchange(isDrawing_, true);
+  const AtEndOfScope end([&] { isDrawing_ = wasDrawing; });
   const GraphicsStateScope state(context.CGContext());
   context.CGContext().concat(toSuperview);
   context.CGContext().clipRect(bounds());
@@ -164,7 +166,6 @@ void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& outer) {
     drawRect(isWhole ? bounds() : dirty);
   }
   for (std::size_t i = first == 0 ? 0 : first - 1; i < copy.size(); ++i) copy[i]->displayRectInContext(dirty, context);
-  isDrawing_ = wasDrawing;
 }
 
 }  // namespace tessaluna::platform

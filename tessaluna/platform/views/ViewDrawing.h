@@ -50,7 +50,7 @@ class ViewDrawing : public ViewConstraints {
   void geometryDidChange() override;
 
  private:
-  static void tellHidden(NSView& view);
+  static void callViewDidHide(NSView& view);
 
   Ref<NSColor> tintColor_, tintGroundColor_;
   bool needsDisplay_ = false;

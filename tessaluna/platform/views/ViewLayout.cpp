@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
@@ -51,8 +52,8 @@ void ViewLayout::solveConstraints() {
   const Ref<NSObject> held = root->weak_from_this().lock();  // absent while the view is being made
   if (!held) return;
   const bool wasInPass = std::exchange(root->isInPass_, true);
+  const AtEndOfScope end([=] { root->isInPass_ = wasInPass; });
   static_cast<ViewConstraints&>(root->asView()).solve();
-  root->isInPass_ = wasInPass;
 }
 
 void ViewLayout::layOutTree() const {
@@ -75,11 +76,11 @@ void ViewLayout::runPass() {
   const Ref<NSObject> held = weak_from_this().lock();  // absent while the view is being made
   if (!held || isInPass_) return;
   isInPass_ = true;
+  const AtEndOfScope end([this] { isInPass_ = false; });
   for (int round = 0; round < maxRounds && hasMarks(); ++round) {
     solveConstraints();
     layOutMarked();
   }
-  isInPass_ = false;
 }
 
 void ViewLayout::layOutMarked() {
@@ -87,17 +88,21 @@ void ViewLayout::layOutMarked() {
     // The mark ends before it is honored: one that layout() makes is a new one.
     needsLayout_ = false;
     isInLayout_ = true;
+    const AtEndOfScope end([this] { isInLayout_ = false; });
     layout();
-    isInLayout_ = false;
   }
   LinkedList now;
   now.appendAllOf(marked_);
+  // Those that a layout which throws has not let come to their turn stay marked.
+  const AtEndOfScope end([&] { marked_.appendAllOf(now); });
   while (ListLink* link = now.takeFirst()) {
     auto& view = static_cast<ViewLayout&>(*link);
     const Ref<NSObject> held = view.shared_from_this();
     // A pass that was begun within a layout() does not come back to it.
+    const AtEndOfScope report([&] {
+      if (view.hasMarks() && view.superview()) view.reportMarks();
+    });
     if (!view.isInLayout_) view.layOutMarked();
-    if (view.hasMarks() && view.superview()) view.reportMarks();
   }
 }
 

@@ -22,7 +22,7 @@ void ViewTracking::setEnablesControls(bool enables) {
   if (std::exchange(enablesControls_, enables) == enables) return;
   if (superview() && !superview()->areControlsEnabled()) return;
   setNeedsDisplay(true);
-  tellEnablesControls(asView());
+  callEnablesControlsDidChange(asView());
 }
 
 bool ViewTracking::areControlsEnabled() const {
@@ -31,12 +31,12 @@ bool ViewTracking::areControlsEnabled() const {
   return true;
 }
 
-void ViewTracking::tellEnablesControls(NSView& view) {
+void ViewTracking::callEnablesControlsDidChange(NSView& view) {
   const Ref<NSObject> held = view.weak_from_this().lock();
   const std::vector<Ref<NSView>> copy = view.subviews();
   view.enablesControlsDidChange();
   for (const Ref<NSView>& subview : copy)
-    if (static_cast<ViewTracking&>(*subview).enablesControls_) tellEnablesControls(*subview);
+    if (static_cast<ViewTracking&>(*subview).enablesControls_) callEnablesControlsDidChange(*subview);
 }
 
 void ViewTracking::addTrackingArea(const Ref<NSTrackingArea>& area) { trackingAreas_.push_back(area); }

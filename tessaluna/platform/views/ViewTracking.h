@@ -54,7 +54,7 @@ class ViewTracking : public ViewDrawing {
   friend class NSWindow;
   // A change of a view's place changes what is visible of all views below it.
   void visibleAreaDidChange();
-  static void tellEnablesControls(NSView& view);
+  static void callEnablesControlsDidChange(NSView& view);
 
   struct CursorRect {
     CGRect rect;

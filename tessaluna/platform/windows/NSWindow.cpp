@@ -7,6 +7,7 @@
 
 #include "tessaluna/platform/backend/ClosingWindow.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 #include "tessaluna/platform/graphics/NSColor.h"
@@ -424,10 +425,12 @@ void NSWindow::layoutIfNeeded() {
 void NSWindow::displayIfNeeded() {
   if (!native_ || !isVisible_) return;
   const Ref<NSObject> held = weak_from_this().lock();
-  isPreparingDisplay_ = true;
-  layoutIfNeeded();
-  focusRing_.update();
-  isPreparingDisplay_ = false;
+  {
+    isPreparingDisplay_ = true;
+    const AtEndOfScope end([this] { isPreparingDisplay_ = false; });
+    layoutIfNeeded();
+    focusRing_.update();
+  }
   // A layout may have hidden the window, or closed it.
   if (!native_ || !isVisible_ || showsNothing(frame_) || dirty_.isEmpty()) return;
   const std::vector<CGRect> rects = dirty_.take({{0, 0}, frame_.size}, backingScaleFactor());

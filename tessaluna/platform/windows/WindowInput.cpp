@@ -8,6 +8,7 @@
 #include "tessaluna/platform/events/NSTextInputClient.h"
 #include "tessaluna/platform/events/keyFields.h"
 #include "tessaluna/platform/events/mouseButtons.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
@@ -52,9 +53,12 @@ Taken WindowInput::send(NSEvent::Fields fields) {
   const Ref<NSEvent> event = eventOf(std::move(fields));
   const Taken outer = std::exchange(taken_, Taken::Yes);
   const NSEvent* const outerEvent = std::exchange(sent_, event.get());
+  const AtEndOfScope end([&] {
+    sent_ = outerEvent;
+    taken_ = outer;
+  });
   sendThroughApplication(event);
-  sent_ = outerEvent;
-  return std::exchange(taken_, outer);
+  return taken_;
 }
 
 CGPoint WindowInput::inBaseSpace(CGPoint place) const { return {place.x, window_.frame().size.height - place.y}; }
@@ -94,8 +98,8 @@ void WindowInput::pointer(const PointerInput& input) {
       fields.type = buttonEventType(input.button, PressPhase::Down);
       fields.clickCount = count(press);
       const std::uint32_t outer = std::exchange(sending_, sending_ | bit);
+      const AtEndOfScope end([&] { sending_ = outer; });
       send(std::move(fields));
-      sending_ = outer;
       return;
     }
     case PointerInput::What::Released:

@@ -6,6 +6,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/keyBindings.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/time/durations.h"
@@ -138,8 +139,8 @@ void SideBar::update() {
   if (isUpdating_) return;
   const Ref<NSView> self = refTo<NSView>(*this);
   isUpdating_ = true;
+  const AtEndOfScope end([this] { isUpdating_ = false; });
   while (std::exchange(isAskedAgain_, false)) showModel();
-  isUpdating_ = false;
 }
 
 void SideBar::showModel() {

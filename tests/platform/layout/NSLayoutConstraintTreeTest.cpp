@@ -1,6 +1,8 @@
 // The views that hold constraints, in trees that change; sizes that fit; interface files.
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
 #include "tessaluna/platform/interface_files/NSNib.h"
 #include "tests/platform/layout/ConstraintsWorld.h"
 
@@ -237,4 +239,42 @@ TEST_F(NSLayoutConstraintTest, AConstraintOfAnInterfaceFileThatMakesNoSenseIsAnE
               HasSubstr("firstAttribute"));
   EXPECT_THAT(errorOf(R"({"class": "NSLayoutConstraint", "firstAttribute": "width", "priority": 0})"),
               HasSubstr("priority"));
+}
+
+// Errors.
+
+TEST_F(NSLayoutConstraintTest, AfterASetterThatThrowsTheNextPassPlacesAllViews) {
+  class Throwing : public ConstrainedView {
+   public:
+    using ConstrainedView::ConstrainedView;
+    bool throwsNext = false;
+    void setFrame(CGRect frame) override {
+      if (std::exchange(throwsNext, false)) throw std::runtime_error("refused");
+      ConstrainedView::setFrame(frame);
+    }
+  };
+  const auto thrower = make<Throwing>(CGRect{});
+  thrower->setTranslatesAutoresizingMaskIntoConstraints(false);
+  content->addSubview(thrower);
+  for (const Ref<NSView>& placed : {Ref<NSView>(view), Ref<NSView>(thrower), Ref<NSView>(other)}) {
+    placeAt(placed, 1, 2);
+    size(placed, width, 3);
+    size(placed, height, 4);
+  }
+  thrower->throwsNext = true;
+  EXPECT_THROW(window->layoutIfNeeded(), std::runtime_error);
+  constexpr CGRect expected{1, 150 - 2 - 4, 3, 4};
+  EXPECT_EQ(laidOut(view), expected);
+  EXPECT_EQ(laidOut(other), expected);
+  // A place that somebody else gives lasts until the next pass.
+  other->setFrame({7, 7, 7, 7});
+  EXPECT_EQ(laidOut(other), expected);
+}
+
+TEST_F(NSLayoutConstraintTest, AfterAnUpdateThatThrowsConstraintsPlaceViews) {
+  view->onUpdate = [] { throw std::runtime_error("refused"); };
+  view->setNeedsUpdateConstraints(true);
+  EXPECT_THROW(window->layoutIfNeeded(), std::runtime_error);
+  size(other, width, 30);
+  EXPECT_EQ(laidOut(other).size.width, 30);
 }

@@ -283,6 +283,21 @@ TEST_F(NSPopUpButtonTest, AHeldKeyEquivalentOfAnItemChoosesItOnce) {
   EXPECT_EQ(target->acts, 1);
 }
 
+TEST_F(NSPopUpButtonTest, AnErrorWhileItsMenuOpensLeavesThePullDownAsItWas) {
+  class Thrower : public NSObject, public NSMenuDelegate {
+   public:
+    void menuWillOpen(NSMenu&) override { throw std::runtime_error("not now"); }
+  };
+  button->setPullsDown(true);
+  const auto thrower = make<Thrower>();
+  button->menu()->setDelegate(thrower);
+  EXPECT_THROW(cell().performClickWithFrame(button->bounds(), *button), std::runtime_error);
+  EXPECT_FALSE(button->itemAtIndex(0)->isHidden());
+  EXPECT_FALSE(button->isHighlighted());
+  button->menu()->setDelegate(nullptr);
+  EXPECT_TRUE(cell().performClickWithFrame(button->bounds(), *button));
+}
+
 TEST_F(NSPopUpButtonTest, AnErrorDuringAKeyEquivalentLeavesThePullDownsTitleInTheMenu) {
   class Thrower : public NSObject, public NSMenuDelegate {
    public:

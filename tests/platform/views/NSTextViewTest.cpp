@@ -1,5 +1,7 @@
 #include "tessaluna/platform/views/NSTextView.h"
 
+#include <stdexcept>
+
 #include "tessaluna/platform/accessibility/AccessibleChanges.h"
 #include "tessaluna/platform/accessibility/accessibleTree.h"
 #include "tessaluna/platform/events/NSEvent.h"
@@ -439,4 +441,26 @@ TEST_F(NSTextViewBetweenFields, TabLeavesATextThatCanOnlyBeRead) {
   user.pressKey("\x19", NSEventModifierFlagShift);
   EXPECT_TRUE(other->currentEditor());
   EXPECT_EQ(text->string(), "one");
+}
+
+// The end of editing.
+
+TEST_F(NSTextViewTest, AfterADelegateThatThrowsAtTheEndOfEditingTheNextEndIsReported) {
+  struct Ends : NSObject, NSTextDelegate {
+    bool throws = true;
+    std::vector<NSTextMovement> movements;
+    void textDidEndEditing(const Ref<NSNotification>& notification) override {
+      movements.push_back(dynamic_cast<NSTextView&>(*notification->object()).movement());
+      if (std::exchange(throws, false)) throw std::runtime_error("refused");
+    }
+  };
+  const auto view = make<NSTextView>(CGRect{0, 0, 100, 40});
+  const auto ends = make<Ends>();
+  view->setDelegate(ends);
+  const auto window = showWindowWith(view);
+  window->makeFirstResponder(view.get());
+  EXPECT_THROW(view->insertBacktab(nullptr), std::runtime_error);
+  window->makeFirstResponder(view.get());
+  window->makeFirstResponder(nullptr);
+  EXPECT_EQ(ends->movements, (std::vector<NSTextMovement>{NSTextMovementBacktab, NSTextMovementOther}));
 }

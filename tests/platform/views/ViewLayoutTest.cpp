@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
 #include "tessaluna/platform/views/NSClipView.h"
 #include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSTextField.h"
@@ -379,4 +381,40 @@ TEST_F(ViewLayoutTest, AFieldToWriteInKeepsItsWidth) {
   EXPECT_EQ(field->fittingSize(), (CGSize{120, height}));
   field->setEditable(false);
   EXPECT_NE(field->fittingSize().width, 120);
+}
+
+// Errors.
+
+TEST_F(ViewLayoutTest, AfterALayoutThatThrowsTheOthersAreDoneByTheNextPass) {
+  const auto next = make<LayoutView>(CGRect{50, 50, 10, 10}), below = make<LayoutView>(CGRect{0, 0, 5, 5});
+  outer->addSubview(next);
+  next->addSubview(below);
+  desktop.settle();
+  next->layouts = below->layouts = 0;
+  bool throws = true;
+  inner->onLayout = [&] {
+    if (std::exchange(throws, false)) throw std::runtime_error("refused");
+  };
+  inner->setNeedsLayout(true);
+  below->setNeedsLayout(true);
+  EXPECT_THROW(window->displayIfNeeded(), std::runtime_error);
+  EXPECT_EQ(below->layouts, 0);
+  inner->setNeedsLayout(true);
+  EXPECT_TRUE(isDisplayScheduled());
+  desktop.settle();
+  EXPECT_EQ(inner->layouts, 2);
+  EXPECT_EQ(below->layouts, 1);
+  EXPECT_EQ(next->layouts, 0);
+}
+
+TEST_F(ViewLayoutTest, AfterADrawingThatThrowsViewsAreLaidOut) {
+  bool throws = true;
+  inner->onDraw = [&](CGRect) {
+    if (std::exchange(throws, false)) throw std::runtime_error("refused");
+  };
+  inner->setNeedsDisplay(true);
+  EXPECT_THROW(window->displayIfNeeded(), std::runtime_error);
+  inner->setNeedsLayout(true);
+  desktop.settle();
+  EXPECT_EQ(inner->layouts, 1);
 }

@@ -1,6 +1,8 @@
 // A side bar whose model changes while it shows.
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/ready/sidebar/SideBarRow.h"
 #include "tests/ready/sidebar/SideBarWorld.h"
@@ -38,6 +40,24 @@ class Leaver : public NSView {
  private:
   const std::function<void()> call_;
 };
+
+TEST_F(SideBarTest, AfterAModelThatThrowsTheNextChangeShows) {
+  class Throwing : public Places {
+   public:
+    mutable bool throwsNext = false;
+    std::vector<SideSection> sections() const override {
+      if (std::exchange(throwsNext, false)) throw std::runtime_error("refused");
+      return Places::sections();
+    }
+  };
+  const auto model = std::make_shared<Throwing>();
+  const auto other = make<SideBar>(model);
+  model->throwsNext = true;
+  EXPECT_THROW(model->didChange(), std::runtime_error);
+  model->now[0].title = "Music";
+  model->didChange();
+  EXPECT_THAT(accessibleTreeLines(other), Contains(HasSubstr("Music")));
+}
 
 TEST_F(SideBarTest, AnItemThatComesKeepsSelectionAndKeyboard) {
   click("Artists");
