@@ -52,7 +52,6 @@ class NSApplication : public NSResponder, public NSAccessibility {
   Ref<NSObject> addMonitor(NSEventMask mask, NSEvent::MonitorHandler handler);
   void removeMonitor(const Ref<NSObject>& token);
   void windowWasMade(const Ref<NSWindow>& window);
-  void windowWasClosed(NSWindow&) {}
   void windowKeyStatusChanged(NSWindow& window, bool isKey);
 
   class Monitor;

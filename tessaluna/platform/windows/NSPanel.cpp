@@ -14,8 +14,6 @@ void NSPanel::keyDown(const Ref<NSEvent>& event) {
   else NSWindow::keyDown(event);
 }
 
-void NSPanel::cancelOperation(NSObject*) {
-  if (styleMask() & NSWindowStyleMaskClosable) close();
-}
+void NSPanel::cancelOperation(NSObject* sender) { performClose(sender); }
 
 }  // namespace tessaluna::platform

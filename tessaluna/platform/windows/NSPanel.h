@@ -14,7 +14,7 @@ class NSPanel : public NSWindow {
   using NSWindow::NSWindow;
 
   void keyDown(const Ref<NSEvent>& event) override;
-  // Closes the panel if its style mask says that its user can. What a text in it makes of the Escape key, too.
+  // Closes the panel as its user would, if its style mask says that its user can. What a text in it makes of the Escape key, too.
   void cancelOperation(NSObject* sender);
 
  protected:

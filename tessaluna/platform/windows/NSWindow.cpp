@@ -28,6 +28,7 @@ namespace tessaluna::platform {
 
 namespace {
 
+constexpr Selector windowSelectors[] = {action<&NSWindow::performClose>("performClose:")};
 constexpr Outlet windowOutlets[] = {outlet<&NSWindow::setDelegate>("delegate")};
 constexpr Property windowProperties[] = {
     property<&NSWindow::setTitle, "title">(), property<&NSWindow::setOpaque, "opaque">(),
@@ -73,6 +74,7 @@ bool isSomewhere(CGRect frame) {
 
 const ClassInfo NSWindow::staticClassInfo{.name = "NSWindow",
                                           .base = &NSResponder::staticClassInfo,
+                                          .selectors = windowSelectors,
                                           .outlets = windowOutlets,
                                           .properties = windowProperties,
                                           .innerObjects = windowInnerObjects};
@@ -280,7 +282,16 @@ void NSWindow::close() {
   if (parentWindow()) parentWindow()->removeChildWindow(*this);
   if (auto* closing = dynamic_cast<backend::ClosingWindow*>(native_.get())) closing->willClose();
   orderOut(nullptr);
-  if (NSApp) NSApp->windowWasClosed(*this);
+}
+
+void NSWindow::performClose(NSObject*) {
+  if (styleMask_ & NSWindowStyleMaskClosable) nativeCloseRequested();
+}
+
+void NSWindow::nativeCloseRequested() {
+  const Ref<NSWindow> held = refTo(*this);
+  const Ref<NSWindowDelegate> delegate = delegate_.lock();
+  if (!delegate || delegate->windowShouldClose(*this)) close();
 }
 
 void NSWindow::nativeKeyStatusChanged(bool isKey) {

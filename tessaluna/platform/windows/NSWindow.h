@@ -56,6 +56,8 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   void orderOut(NSObject* sender);
   void makeKeyAndOrderFront(NSObject* sender);
   virtual void close();
+  // What the user's close button does, if there is one: the delegate may refuse.
+  virtual void performClose(NSObject* sender);
 
   // Children are above their window, which keeps them alive; they move with its upper left corner and are shown and
   // hidden with it. A child of a visible window is shown immediately. Only NSWindowAbove is offered; others stop the program.
@@ -164,7 +166,7 @@ class NSWindow : public WindowPlace, public NSAccessibility, private backend::Wi
   void nativeFrameChanged(CGRect content) override;
   void nativeScaleChanged() override;
   void nativeKeyStatusChanged(bool isKey) override;
-  void nativeCloseRequested() override { close(); }
+  void nativeCloseRequested() override;
   WindowInput& input() override { return *input_; }
   Ref<NSWindow> eventWindow() override { return std::static_pointer_cast<NSWindow>(weak_from_this().lock()); }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "tessaluna/platform/foundation/NSNotificationCenter.h"
+#include "tessaluna/platform/views/Forward.h"
 
 namespace tessaluna::platform {
 
@@ -13,10 +14,12 @@ inline constexpr std::string_view NSWindowDidMoveNotification = "NSWindowDidMove
 inline constexpr std::string_view NSWindowDidResizeNotification = "NSWindowDidResizeNotification";
 inline constexpr std::string_view NSWindowWillCloseNotification = "NSWindowWillCloseNotification";
 
-// The delegate is notified of each before the observers are. The notification's object is the window.
+// The delegate is notified of each change before the observers are. The notification's object is the window.
 class NSWindowDelegate {
  public:
   virtual ~NSWindowDelegate() = default;
+  // Asked when the user closes the window, and by performClose:, but not by close(). False keeps it open.
+  virtual bool windowShouldClose(NSWindow& /*sender*/) { return true; }
   virtual void windowDidBecomeKey(const Ref<NSNotification>&) {}
   virtual void windowDidResignKey(const Ref<NSNotification>&) {}
   virtual void windowDidMove(const Ref<NSNotification>&) {}

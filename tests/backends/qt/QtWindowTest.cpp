@@ -331,6 +331,22 @@ TEST_F(QtWindowTest, ClosedByTheUserItHides) {
   EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(QtWindowTest, ItsDelegateMayRefuseTheUsersClose) {
+  class Refusing : public NSObject, public NSWindowDelegate {
+    bool windowShouldClose(NSWindow&) override { return false; }
+  };
+  const auto delegate = make<Refusing>();
+  const auto window = makeWindow();
+  window->setDelegate(delegate);
+  QWindow& native = qWindowOf(*window);
+  EXPECT_FALSE(native.close());
+  settle();
+  EXPECT_TRUE(native.isVisible());
+  EXPECT_TRUE(window->isVisible());
+  window->close();
+  EXPECT_FALSE(native.isVisible());
+}
+
 TEST_F(QtWindowTest, ClosedByTheProgramItHidesEvenWhereAFilterRefuses) {
   class Refusing : public QObject {
    public:

@@ -27,6 +27,17 @@ TEST_F(NSPanelTest, EscapeClosesOneThatItsUserCanClose) {
   EXPECT_FALSE(panel->isVisible());
 }
 
+TEST_F(NSPanelTest, TheDelegateMayRefuseTheCloseByEscape) {
+  class Refusing : public NSObject, public NSWindowDelegate {
+    bool windowShouldClose(NSWindow&) override { return false; }
+  };
+  const auto delegate = make<Refusing>();
+  const auto panel = shown(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
+  panel->setDelegate(delegate);
+  pressEscape();
+  EXPECT_TRUE(panel->isVisible());
+}
+
 TEST_F(NSPanelTest, EscapeClosesNoOther) {
   const auto panel = shown(NSWindowStyleMaskTitled);
   pressEscape();

@@ -62,6 +62,16 @@ class ClosingDelegate : public NSObject, public NSWindowDelegate {
   int closes = 0;
 };
 
+class AskedDelegate : public NSObject, public NSWindowDelegate {
+ public:
+  bool windowShouldClose(NSWindow& sender) override {
+    asking.push_back(&sender);
+    return agrees;
+  }
+  bool agrees = false;
+  std::vector<NSWindow*> asking;
+};
+
 class NSWindowTest : public harness::StillWorld {};
 
 }  // namespace
@@ -152,6 +162,60 @@ TEST_F(NSWindowTest, ClosingByTheUserHidesIt) {
   const auto window = showWindow();
   nativeOf(*window).closeByUser();
   EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(NSWindowTest, TheDelegateMayRefuseTheUsersClose) {
+  const auto window = showWindow();
+  const auto delegate = make<AskedDelegate>();
+  window->setDelegate(delegate);
+  nativeOf(*window).closeByUser();
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_THAT(delegate->asking, ElementsAre(window.get()));
+  delegate->agrees = true;
+  nativeOf(*window).closeByUser();
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(NSWindowTest, PerformCloseAsksTheDelegate) {
+  const auto window = unshownWindow(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
+  const auto delegate = make<AskedDelegate>();
+  window->setDelegate(delegate);
+  window->orderFront(nullptr);
+  EXPECT_TRUE(NSApp->sendAction("performClose:", window.get(), nullptr));
+  EXPECT_TRUE(window->isVisible());
+  delegate->agrees = true;
+  window->performClose(nullptr);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(delegate->asking.size(), 2u);
+}
+
+TEST_F(NSWindowTest, PerformCloseDoesNothingToAWindowThatItsUserCannotClose) {
+  const auto window = unshownWindow();
+  window->orderFront(nullptr);
+  window->performClose(nullptr);
+  EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(NSWindowTest, CloseAsksNobody) {
+  const auto window = showWindow();
+  const auto delegate = make<AskedDelegate>();
+  window->setDelegate(delegate);
+  window->close();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_THAT(delegate->asking, IsEmpty());
+}
+
+TEST_F(NSWindowTest, ADelegateThatIsAskedMayLetTheWindowGo) {
+  class Releasing : public NSObject, public NSWindowDelegate {
+   public:
+    bool windowShouldClose(NSWindow&) override { return window = nullptr, true; }
+    Ref<NSWindow> window;
+  };
+  const auto delegate = make<Releasing>();
+  delegate->window = showWindow();
+  delegate->window->setDelegate(delegate);
+  nativeOf(*delegate->window).closeByUser();
+  EXPECT_THAT(NSApp->windows(), IsEmpty());
 }
 
 TEST_F(NSWindowTest, TheApplicationKnowsItsWindowsWithoutKeepingThem) {
