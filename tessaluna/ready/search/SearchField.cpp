@@ -316,7 +316,11 @@ void SearchField::showInField(std::string_view text) {
 
 void SearchField::fieldTextDidChange() {
   isTitleInField_ = false;
-  clearButton_->setHidden(field_->stringValue().empty());
+  const bool isEmpty = field_->stringValue().empty();
+  if (clearButton_->isHidden() == isEmpty) return;
+  clearButton_->setHidden(isEmpty);
+  NSAccessibilityPostNotification(
+      clearButton_->cell(), isEmpty ? NSAccessibilityUIElementDestroyedNotification : NSAccessibilityCreatedNotification);
 }
 
 // What is done with it.

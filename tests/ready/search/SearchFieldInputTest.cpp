@@ -1,6 +1,7 @@
 // A search field and its pop-up under the keyboard and the mouse.
 #include <gmock/gmock.h>
 
+#include "tessaluna/platform/accessibility/AccessibleChanges.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSTextView.h"
@@ -327,6 +328,21 @@ TEST_F(SearchFieldTest, ARightClickInTheFieldClosesThePopUpAndOpensTheMenuOfTheT
   user.press(*window, {50 + 60, 213}, {.button = 1});
   EXPECT_FALSE(popUp().isOpen());
   EXPECT_NE(desktop.openMenu(), nullptr);
+}
+
+TEST_F(SearchFieldTest, ClientsAreNotifiedAsTheClearButtonComesAndGoes) {
+  std::vector<std::string> changes;
+  const AccessibleChanges listener(
+      {.isListening = [] { return true; },
+       .changed =
+           [&](const AccessibleChange& change) {
+             // As a client that asks for what it is notified of.
+             accessibilityOf(change.element)->setAccessibilityCompanion(std::make_unique<AccessibleMemory>(change.element));
+             if (accessibleNameOf(change.element) == "Clear") changes.push_back(lineOf(change));
+           }});
+  user.type("am");
+  search->setText("");
+  EXPECT_THAT(changes, ElementsAre("button \"Clear\": created", "button \"Clear\": destroyed"));
 }
 
 TEST_F(SearchFieldTest, TheClearButtonIsThereWithATextAndOneClickEmptiesTheField) {
