@@ -17,7 +17,7 @@ const Plane* GlyphCache::find(const GlyphPlace& place) const {
 }
 
 const Plane& GlyphCache::keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, Plane mask) {
-  const std::size_t size = sizeof(Kept) + mask.box().area() * sizeof(float);
+  const std::size_t size = sizeof(Kept) + mask.bytes();
   if (bytes_ + size > maxBytes) {
     kept_.clear();
     bytes_ = 0;

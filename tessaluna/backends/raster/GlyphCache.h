@@ -23,6 +23,7 @@ class GlyphCache {
  public:
   // The longest side of a mask, in pixels. Larger glyphs are filled as outlines, which is as good.
   static constexpr int maxMaskSide = 96;
+  static constexpr std::size_t maxBytes = std::size_t{8} << 20;  // over ten thousand glyphs at the usual sizes of text
 
   // A mask's box is relative to the pixel that the glyph's origin lies in. Null for a glyph that is not in the cache.
   const Plane* find(const GlyphPlace& place) const;
@@ -30,8 +31,6 @@ class GlyphCache {
   const Plane& keep(const GlyphPlace& place, std::shared_ptr<const Typeface> typeface, Plane mask);
 
  private:
-  static constexpr std::size_t maxBytes = std::size_t{8} << 20;  // over ten thousand glyphs at the usual sizes of text
-
   struct Hash {
     std::size_t operator()(const GlyphPlace& place) const;
   };

@@ -20,6 +20,7 @@ class Plane : public RowByRowSink<Plane> {
   }
 
   const PixelRect& box() const { return box_; }
+  std::size_t bytes() const { return memory_.bytes(); }
   float* row(int y) { return memory_.data() + std::size_t(y - box_.top) * std::size_t(box_.width()); }
   const float* row(int y) const { return const_cast<Plane*>(this)->row(y); }
 

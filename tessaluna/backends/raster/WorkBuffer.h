@@ -29,6 +29,7 @@ class WorkBuffer {
     return larger;
   }
   T* data() { return block_.get(); }
+  std::size_t bytes() const { return capacity_ * sizeof(T); }  // with the reserve
 
  private:
   struct Free {
