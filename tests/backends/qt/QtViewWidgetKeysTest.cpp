@@ -37,40 +37,6 @@ class Parent : public QWidget {
 
 }  // namespace
 
-TEST_F(QtViewWidgetKeys, TabGoesInAlongTheViewsAndOut) {
-  auto* before = new QLineEdit;
-  top.layout()->addWidget(before);
-  const auto box = make<NSView>(CGRect{0, 0, 60, 30});
-  const auto left = make<Witness>(CGRect{0, 0, 30, 30}), right = make<Witness>(CGRect{30, 0, 30, 30});
-  left->takesKeys = right->takesKeys = false;
-  box->addSubview(left);
-  box->addSubview(right);
-  embed(box);
-  auto* after = new QLineEdit;
-  top.layout()->addWidget(after);
-  show();
-  before->setFocus();
-
-  const auto place = [&]() -> std::string {
-    if (before->hasFocus()) return "before";
-    if (after->hasFocus()) return "after";
-    if (box->window()->firstResponder() == left.get()) return "left";
-    if (box->window()->firstResponder() == right.get()) return "right";
-    return "nowhere";
-  };
-  std::vector<std::string> places;
-  for (int i = 0; i < 3; ++i) {
-    QTest::keyClick(top.windowHandle(), Qt::Key_Tab);
-    places.push_back(place());
-  }
-  for (int i = 0; i < 3; ++i) {
-    QTest::keyClick(top.windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
-    places.push_back(place());
-  }
-  const std::vector<std::string> expected{"left", "right", "after", "right", "left", "before"};
-  EXPECT_EQ(places, expected);
-}
-
 TEST_F(QtViewWidgetKeys, TabGoesThroughSeveralViewsAndForeignWidgetsBothWays) {
   auto* first = new QLineEdit;
   top.layout()->addWidget(first);

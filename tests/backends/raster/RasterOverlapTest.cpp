@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/backends/raster/ReferencePicture.h"
+#include "tests/backends/raster/polygon.h"
 
 namespace tessaluna::backend::raster::test {
 
@@ -53,18 +54,6 @@ void expectFill(const Path& path, FillRule rule) {
                .expect = [&](ReferencePicture& picture) { picture.paint(ink, picture.fill(path, rule)); }});
 }
 
-Path polyline(std::initializer_list<CGPoint> points) {
-  Path path;
-  for (const CGPoint& p : points) path.isEmpty() ? path.moveTo(p) : path.lineTo(p);
-  return path;
-}
-
-Path ring(std::initializer_list<CGPoint> points) {
-  Path path = polyline(points);
-  path.close();
-  return path;
-}
-
 }  // namespace
 
 TEST(RasterOverlap, RoundedCornersNarrowerThanThePen) {
@@ -93,10 +82,10 @@ TEST(RasterOverlap, TheSameLineTwiceInOneStroke) {
 
 // Neither row has a pixel that is covered more than once on average: the sums of both bars stay below 1.
 TEST(RasterOverlap, NearlyLevelSidesThatOverlapWithinOneRow) {
-  const Path bar = ring({{4, 10.6}, {24, 10.6}, {24, 11.4}, {4, 11.4}});
-  const Path upper = ring({{8, 10.6}, {24, 10.62}, {24, 11.42}, {8, 11.4}});
-  const Path lower = ring({{8, 10.6}, {8, 11.4}, {24, 11.38}, {24, 10.58}});
-  const Path between = ring({{8.5, 10.6}, {21.3, 10.62}, {21.3, 11.42}, {8.5, 11.4}});
+  const Path bar = polygon({{4, 10.6}, {24, 10.6}, {24, 11.4}, {4, 11.4}});
+  const Path upper = polygon({{8, 10.6}, {24, 10.62}, {24, 11.42}, {8, 11.4}});
+  const Path lower = polygon({{8, 10.6}, {8, 11.4}, {24, 11.38}, {24, 10.58}});
+  const Path between = polygon({{8.5, 10.6}, {21.3, 10.62}, {21.3, 11.42}, {8.5, 11.4}});
   for (const Path& other : {upper, lower, between}) {
     Path both = bar;
     both.append(other);
@@ -191,21 +180,22 @@ TEST(RasterOverlap, UprightSideOfADashThatSharesItsPixels) {
 TEST(RasterOverlap, HolesOfRingsNarrowerThanThePen) {
   for (const double width : {5.0, 6.0, 6.5, 7.0, 8.0}) {
     SCOPED_TRACE(testing::Message() << "width " << width);
-    expectStroke(ring({{5, 12}, {36, 12}, {36, 23}}), {.width = width});
-    expectStroke(ring({{36, 23}, {36, 12}, {5, 12}}), {.width = width});
+    expectStroke(polygon({{5, 12}, {36, 12}, {36, 23}}), {.width = width});
+    expectStroke(polygon({{36, 23}, {36, 12}, {5, 12}}), {.width = width});
   }
-  expectStroke(ring({{17.335, 22.971}, {13.602, 28.172}, {13.715, 20.735}}), {.width = 2.353});
+  expectStroke(polygon({{17.335, 22.971}, {13.602, 28.172}, {13.715, 20.735}}), {.width = 2.353});
 }
 
 // The whole inner side of such a ring goes backwards; only its outer side remains.
 TEST(RasterOverlap, SlenderRingsThatEndWhereTheyBegan) {
-  const Path path = ring({{26.366181, 17.837813}, {26.562265, 18.633841}, {26.595297, 19.802528}, {27.029006, 20.550613}});
+  const Path path =
+      polygon({{26.366181, 17.837813}, {26.562265, 18.633841}, {26.595297, 19.802528}, {27.029006, 20.550613}});
   for (const double width : {0.4, 0.5, 0.545, 0.6}) expectStroke(path, {.width = width});
-  expectStroke(ring({{18.397917, 16.693365},
-                     {18.406985, 16.299473},
-                     {18.852535, 14.42484},
-                     {18.889211, 14.059811},
-                     {18.969704, 13.16729}}),
+  expectStroke(polygon({{18.397917, 16.693365},
+                        {18.406985, 16.299473},
+                        {18.852535, 14.42484},
+                        {18.889211, 14.059811},
+                        {18.969704, 13.16729}}),
                {.width = 0.666});
 }
 
@@ -222,13 +212,13 @@ TEST(RasterOverlap, SidesShorterThanThePen) {
 
 TEST(RasterOverlap, LineThatComesBackAfterTwoCorners) {
   expectStroke(polyline({{15.364, 25.729}, {19.488, 27.849}, {17.190, 31.219}, {14.691, 28.103}}), {.width = 2.698});
-  expectStroke(ring({{12.554, 27.999}, {15.307, 28.31}, {19.017, 24.569}, {21.497, 23.175}, {22.228, 23.522}}),
+  expectStroke(polygon({{12.554, 27.999}, {15.307, 28.31}, {19.017, 24.569}, {21.497, 23.175}, {22.228, 23.522}}),
                {.width = 0.595, .join = LineJoin::Bevel});
 }
 
 TEST(RasterOverlap, TwoPlacesInTheSameRows) {
   // One overlap is expected, the other one shows in the sums.
-  expectStroke(ring({{5, 20}, {25, 20}, {25, 20.1}, {23, 20.1}, {8, 24}}), {.width = 3});
+  expectStroke(polygon({{5, 20}, {25, 20}, {25, 20.1}, {23, 20.1}, {8, 24}}), {.width = 3});
 }
 
 TEST(RasterOverlap, DotsOnLinesAndOnDots) {
@@ -280,7 +270,7 @@ TEST(RasterOverlap, BarsThatCrossWithinAPixel) {
 }
 
 TEST(RasterOverlap, TheSameShapeTwiceInOneFill) {
-  const Path once = ring({{6.2, 8.1}, {33.4, 10.7}, {7.1, 12.3}, {30.9, 33.3}});
+  const Path once = polygon({{6.2, 8.1}, {33.4, 10.7}, {7.1, 12.3}, {30.9, 33.3}});
   Path twice = once;
   twice.append(once);
   for (const FillRule rule : {FillRule::NonZero, FillRule::EvenOdd}) expectFill(twice, rule);
@@ -294,7 +284,7 @@ TEST(RasterOverlap, LineThatComesAlmostStraightBack) {
   path.curveTo({26, 28}, {12, 10}, {14, 7});
   expectStroke(path, {.width = 0.825893, .cap = LineCap::Round, .join = LineJoin::Bevel});
   for (const LineJoin join : {LineJoin::Miter, LineJoin::Round, LineJoin::Bevel})
-    expectStroke(ring({{6.2, 7.3}, {31.4, 28.9}}), {.width = 3, .join = join});
+    expectStroke(polygon({{6.2, 7.3}, {31.4, 28.9}}), {.width = 3, .join = join});
 }
 
 TEST(RasterOverlap, SpikeCrossedByALine) {
@@ -302,9 +292,9 @@ TEST(RasterOverlap, SpikeCrossedByALine) {
 }
 
 TEST(RasterOverlap, TwistedShapesSmallerThanAPixel) {
-  expectFill(ring({{20.6636, 13.2196}, {21.4849, 13.2892}, {19.9252, 13.2054}, {21.0196, 13.1487}, {19.9723, 13.1329}}),
+  expectFill(polygon({{20.6636, 13.2196}, {21.4849, 13.2892}, {19.9252, 13.2054}, {21.0196, 13.1487}, {19.9723, 13.1329}}),
              FillRule::NonZero);
-  expectFill(ring({{20.2, 13.2}, {20.8, 13.9}, {20.85, 13.3}, {20.15, 13.6}}), FillRule::NonZero);
+  expectFill(polygon({{20.2, 13.2}, {20.8, 13.9}, {20.85, 13.3}, {20.15, 13.6}}), FillRule::NonZero);
 }
 
 }  // namespace tessaluna::backend::raster::test

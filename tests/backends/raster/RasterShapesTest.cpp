@@ -5,6 +5,7 @@
 
 #include "tests/backends/raster/ReferencePicture.h"
 #include "tests/backends/raster/Region.h"
+#include "tests/backends/raster/polygon.h"
 
 namespace tessaluna::backend::raster::test {
 
@@ -30,18 +31,6 @@ void expectStroke(const Path& path, const StrokeStyle& style, const CGAffineTran
                      canvas.strokePath(path, style);
                    },
                .expect = [&](ReferencePicture& picture) { picture.paint(ink, picture.stroke(path, style, transform)); }});
-}
-
-Path polyline(std::initializer_list<CGPoint> points) {
-  Path path;
-  for (const CGPoint& p : points) path.isEmpty() ? path.moveTo(p) : path.lineTo(p);
-  return path;
-}
-
-Path polygon(std::initializer_list<CGPoint> points) {
-  Path path = polyline(points);
-  path.close();
-  return path;
 }
 
 Path star(CGPoint center, double radius) {
