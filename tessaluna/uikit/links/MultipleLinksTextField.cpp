@@ -82,7 +82,7 @@ bool MultipleLinksTextField::isInSelectedRow() const {
 
 NSAttributes MultipleLinksTextField::textAttributes() const {
   const auto style = make<NSMutableParagraphStyle>();
-  style->setAlignment(NSTextAlignmentLeft);
+  style->setAlignment(NSTextAlignmentLeft);  // intentional: also where the layout is from right to left
   style->setLineBreakMode(lineBreakMode_);
 
   Ref<NSColor> color = textColor_ ? textColor_ : NSColor::controlTextColor();
