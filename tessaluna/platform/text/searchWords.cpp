@@ -3,6 +3,7 @@
 #include <utf8proc.h>
 
 #include <array>
+#include <utility>
 
 #include "tessaluna/platform/text/unicode.h"
 
