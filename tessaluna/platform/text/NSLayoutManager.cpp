@@ -1,6 +1,7 @@
 #include "tessaluna/platform/text/NSLayoutManager.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaluna::platform {
 
@@ -15,12 +16,17 @@ const TextLayout& NSLayoutManager::layout() const {
   const Setting setting{.editCount = storage_->editCount(),
                         .width = container_->size().width - 2 * container_->lineFragmentPadding(),
                         .wrapsLines = container_->maximumNumberOfLines() != 1};
-  if (!kept_ || keptFor_ != setting) {
-    kept_.emplace(*storage_, TextLayout::Options{.width = setting.width,
-                                                 .wrapsLines = setting.wrapsLines,
-                                                 .attributesOfNothing = &attributesOfNothing_});
-    keptFor_ = setting;
-  }
+  if (kept_ && keptFor_ == setting) return *kept_;
+  const TextLayout::Options options{
+      .width = setting.width, .wrapsLines = setting.wrapsLines, .attributesOfNothing = &attributesOfNothing_};
+  const bool isOnlyEdited = kept_ && keptFor_.width == setting.width && keptFor_.wrapsLines == setting.wrapsLines;
+  const std::optional<TextEdit> edit = isOnlyEdited ? storage_->editSince(keptFor_.editCount) : std::nullopt;
+  std::optional<TextLayout> earlier = std::exchange(kept_, std::nullopt);
+  if (edit) earlier->textWasEdited(*storage_, edit->range, edit->change, options);
+  else earlier.emplace(*storage_, options);
+  kept_ = std::move(earlier);
+  keptFor_ = setting;
+  storage_->noteEditsFromNow();
   return *kept_;
 }
 

@@ -7,31 +7,41 @@ namespace tessaluna::platform {
 
 const ClassInfo NSTextStorage::staticClassInfo{.name = "NSTextStorage", .base = &NSAttributedString::staticClassInfo};
 
+void TextEdit::add(NSRange added, std::ptrdiff_t addedChange, std::size_t textLength) {
+  // What an earlier edit after this place touched has moved with it.
+  const auto end = static_cast<std::ptrdiff_t>(range.location + range.length) + addedChange;
+  const auto movedEnd = static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, end));
+  const std::size_t start = std::min(range.location, added.location);
+  range = {start, std::min(textLength, std::max(movedEnd, added.location + added.length)) - start};
+  change += addedChange;
+}
+
 void NSTextStorage::edited(NSRange range, std::ptrdiff_t changeInLength) {
   ++editCount_;
-  if (!std::exchange(wasEdited_, true)) {
-    editedRange_ = range;
-    changeInLength_ = changeInLength;
-  } else {
-    // What an earlier edit after this place touched has moved with it.
-    const std::size_t earlierEnd = editedRange_.location + editedRange_.length;
-    const auto movedEnd =
-        static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, static_cast<std::ptrdiff_t>(earlierEnd) + changeInLength));
-    const std::size_t start = std::min(editedRange_.location, range.location);
-    editedRange_ = {start, std::min(length(), std::max(movedEnd, range.location + range.length)) - start};
-    changeInLength_ += changeInLength;
+  for (std::optional<TextEdit>* edit : {&edit_, &editFromNow_}) {
+    if (*edit) (*edit)->add(range, changeInLength, length());
+    else *edit = {range, changeInLength};
   }
   if (depth_ == 0) notifyDelegate();
 }
 
+std::optional<TextEdit> NSTextStorage::editSince(std::size_t count) const {
+  return count == countOfNow_ ? editFromNow_ : std::nullopt;
+}
+
+void NSTextStorage::noteEditsFromNow() {
+  editFromNow_.reset();
+  countOfNow_ = editCount_;
+}
+
 void NSTextStorage::endEditing() {
-  if (depth_ > 0 && --depth_ == 0 && wasEdited_) notifyDelegate();
+  if (depth_ > 0 && --depth_ == 0 && edit_) notifyDelegate();
 }
 
 void NSTextStorage::notifyDelegate() {
-  wasEdited_ = false;
+  const TextEdit edit = *std::exchange(edit_, std::nullopt);
   if (const Ref<NSTextStorageDelegate> delegate = delegate_.lock())
-    delegate->textStorageDidProcessEditing(*this, editedRange_, changeInLength_);
+    delegate->textStorageDidProcessEditing(*this, edit.range, edit.change);
 }
 
 }  // namespace tessaluna::platform

@@ -13,6 +13,14 @@ class NSTextStorageDelegate {
   virtual void textStorageDidProcessEditing(NSTextStorage& storage, NSRange editedRange, std::ptrdiff_t changeInLength) = 0;
 };
 
+// Several edits as one: what they have touched, in the text as it is now, and by how much that is longer than it was.
+struct TextEdit {
+  NSRange range;
+  std::ptrdiff_t change = 0;
+
+  void add(NSRange range, std::ptrdiff_t change, std::size_t textLength);
+};
+
 class NSTextStorage : public NSMutableAttributedString {
  public:
   static const ClassInfo staticClassInfo;
@@ -29,6 +37,9 @@ class NSTextStorage : public NSMutableAttributedString {
 
   // Grows with each edit, also within such a pair.
   std::size_t editCount() const { return editCount_; }
+  // All edits since the count was that; absent without any, or if the count was not that when noteEditsFromNow was called last.
+  std::optional<TextEdit> editSince(std::size_t count) const;
+  void noteEditsFromNow();
 
  protected:
   void edited(NSRange range, std::ptrdiff_t changeInLength) override;
@@ -39,9 +50,9 @@ class NSTextStorage : public NSMutableAttributedString {
   WeakRef<NSTextStorageDelegate> delegate_;
   std::size_t editCount_ = 0;
   int depth_ = 0;
-  bool wasEdited_ = false;
-  NSRange editedRange_;
-  std::ptrdiff_t changeInLength_ = 0;
+  std::optional<TextEdit> edit_;         // that is to be reported
+  std::optional<TextEdit> editFromNow_;  // since the count was that:
+  std::size_t countOfNow_ = 0;
 };
 
 }  // namespace tessaluna::platform

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/text/textBoundaries.h"
 #include "tessaluna/platform/text/unicode.h"
 
 namespace tessaluna::platform {
@@ -74,9 +76,14 @@ Shortened shortenedToWidth(const NSAttributedString& text, CGFloat width, NSLine
 }  // namespace
 
 TextLayout::TextLayout(const NSAttributedString& text, Options options) : width_(options.width) {
+  addParagraphs(text, 0, std::u16string::npos, options);
+  place();
+}
+
+// Up to a paragraph that starts at `stop`, or else to the end of the text.
+void TextLayout::addParagraphs(const NSAttributedString& text, std::size_t start, std::size_t stop, const Options& options) {
   const std::u16string& units = text.text();
-  std::size_t start = 0;
-  while (true) {
+  while (start != stop) {
     std::size_t end = start;
     while (end < units.size() && !isLineEnd(units[end])) ++end;
     const bool isLast = end == units.size();
@@ -86,6 +93,42 @@ TextLayout::TextLayout(const NSAttributedString& text, Options options) : width_
     if (isLast) break;
     start = next;
   }
+}
+
+namespace {
+
+template <class T>
+void replace(std::vector<T>& all, std::size_t first, std::size_t end, std::vector<T>& by) {
+  const std::size_t both = std::min(end - first, by.size());
+  const auto at = [](std::vector<T>& list, std::size_t i) { return list.begin() + static_cast<std::ptrdiff_t>(i); };
+  std::move(by.begin(), at(by, both), at(all, first));
+  all.erase(at(all, first + both), at(all, end));
+  all.insert(at(all, first + both), std::make_move_iterator(at(by, both)), std::make_move_iterator(by.end()));
+}
+
+}  // namespace
+
+void TextLayout::textWasEdited(const NSAttributedString& text, NSRange edited, std::ptrdiff_t change,
+                               const Options& options) {
+  const std::u16string& units = text.text();
+  // A unit before the range may be the first one of a line's end that has two now.
+  const std::size_t from = lineRangeAt(units, std::max<std::size_t>(edited.location, 1) - 1).location;
+  const NSRange lastLine = lineRangeAt(units, edited.location + edited.length);
+  const std::size_t to = lastLine.location + lastLine.length;
+  // The last line may have nothing but the looks of the line's end before it.
+  const bool isToEnd = to == units.size();
+  const auto lineFrom = [&](std::size_t start) {
+    const auto found =
+        std::partition_point(lines_.begin(), lines_.end(), [start](const Line& line) { return line.start < start; });
+    return static_cast<std::size_t>(found - lines_.begin());
+  };
+  const std::size_t first = lineFrom(from);
+  const std::size_t end = isToEnd ? lines_.size() : lineFrom(to - static_cast<std::size_t>(change));
+  TextLayout added(width_);
+  added.addParagraphs(text, from, isToEnd ? std::u16string::npos : to, options);
+  for (std::size_t line = end; line < lines_.size(); ++line) lines_[line].start += static_cast<std::size_t>(change);
+  replace(lines_, first, end, added.lines_);
+  replace(alignments_, first, end, added.alignments_);
   place();
 }
 
@@ -180,6 +223,8 @@ NSRange TextLayout::Line::rangeOf(const backend::TextCluster& cluster) const {
 
 void TextLayout::place() {
   CGFloat y = 0;
+  size_ = {};
+  tallest_ = 0;
   for (std::size_t i = 0; i < lines_.size(); ++i) {
     Line& line = lines_[i];
     line.y = y;

@@ -50,6 +50,9 @@ class TextLayout {
   };
 
   TextLayout(const NSAttributedString& text, Options options);
+  // The text has changed: of a range, as it is now, and with it of all that was so much shorter. Only its paragraphs are set again.
+  // The options are those of the layout.
+  void textWasEdited(const NSAttributedString& text, NSRange edited, std::ptrdiff_t change, const Options& options);
 
   const std::vector<Line>& lines() const { return lines_; }
   // Of what is shown: the longest line, and all heights. An empty text is one line high.
@@ -78,6 +81,8 @@ class TextLayout {
  private:
   const Line& lineAt(CGFloat y) const;
   std::span<const Line> linesOf(NSRange range) const;
+  explicit TextLayout(CGFloat width) : width_(width) {}
+  void addParagraphs(const NSAttributedString& text, std::size_t start, std::size_t end, const Options& options);
   void addParagraph(const NSAttributedString& text, NSRange range, std::size_t lineEnd, const Options& options);
   void addWrapped(const Ref<const NSAttributedString>& paragraph, const backend::ShapedLine& shaped, std::size_t start,
                   std::size_t lineEnd, NSLineBreakMode mode);

@@ -54,14 +54,9 @@ std::size_t characterOf(const std::vector<std::size_t>& borders, std::size_t ind
 // that a step in a long text looks at one of its lines.
 struct Line {
   Line(std::u16string_view text, std::size_t index) {
-    std::size_t end = index;
-    while (end < text.size() && !isLineEnd(text[end])) ++end;
-    if (end < text.size()) ++end;
-    if (end < text.size() && text[end - 1] == '\r' && text[end] == '\n') ++end;
-    start = index;
-    while (start > 0 && !isLineEnd(text[start - 1])) --start;
-    if (start > 0 && text[start - 1] == '\r' && text[start] == '\n') --start;
-    units = text.substr(start, end - start);
+    const NSRange range = lineRangeAt(text, index);
+    start = range.location;
+    units = text.substr(start, range.length);
     borders = characterBorders(units);
   }
   std::size_t count() const { return borders.size() - 1; }
@@ -123,6 +118,15 @@ NSRange wordRangeAt(std::u16string_view text, std::size_t index) {
   while (first > 0 && sortOfCharacter(text, borders, first - 1) == sort) --first;
   while (end < count && sortOfCharacter(text, borders, end) == sort) ++end;
   return {borders[first], borders[end] - borders[first]};
+}
+
+NSRange lineRangeAt(std::u16string_view text, std::size_t index) {
+  const auto isBetween = [&](std::size_t i) { return i > 0 && i < text.size() && text[i - 1] == '\r' && text[i] == '\n'; };
+  std::size_t end = std::min(index, text.size()), start = isBetween(end) ? end - 1 : end;
+  while (start > 0 && !isLineEnd(text[start - 1])) --start;
+  while (end < text.size() && !isLineEnd(text[end])) ++end;
+  if (end < text.size()) end += isBetween(end + 1) ? 2 : 1;
+  return {start, end - start};
 }
 
 NSRange paragraphRangeAt(std::u16string_view text, std::size_t index) {

@@ -21,6 +21,9 @@ std::size_t wordStartBefore(std::u16string_view text, std::size_t index);
 // the end of the text it is the last of these.
 NSRange wordRangeAt(std::u16string_view text, std::size_t index);
 
+// The paragraph around an index, with its line's end.
+NSRange lineRangeAt(std::u16string_view text, std::size_t index);
+
 // The paragraph around an index, without the line's end.
 NSRange paragraphRangeAt(std::u16string_view text, std::size_t index);
 

@@ -1,6 +1,7 @@
 #include "tessaluna/platform/views/TextViewEditing.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
@@ -300,13 +301,41 @@ std::size_t TextViewEditing::characterIndexForPoint(CGPoint screenPoint) const {
 
 // Undo.
 
+// The text as it was. Where a later step is to be taken back first, only what that one's text does not have is kept: many steps
+// in a long text would take many times its memory.
+struct TextViewEditing::UndoStep {
+  Snapshot before;
+  std::weak_ptr<UndoStep> earlier{};
+  std::size_t head = 0, tail = 0;  // so much is left out, being as in the later step's text
+
+  void shorten(std::u16string_view later) {
+    const std::u16string& text = before.text;
+    const std::size_t least = std::min(text.size(), later.size());
+    while (head < least && text[head] == later[head]) ++head;
+    while (tail < least - head && text[text.size() - 1 - tail] == later[later.size() - 1 - tail]) ++tail;
+    before.text = text.substr(head, text.size() - head - tail);
+    before.text.shrink_to_fit();
+  }
+  void complete(std::u16string_view later) {
+    before.text.insert(0, later.substr(0, head)).append(later.substr(later.size() - tail));
+    head = tail = 0;
+  }
+};
+
 void TextViewEditing::registerUndo(Snapshot before) {
-  undoManager_->registerUndo([weak = WeakRef<NSObject>(shared_from_this()), before = std::move(before)] {
-    if (const Ref<NSObject> self = weak.lock()) static_cast<TextViewEditing&>(*self).bringBack(before);
+  std::weak_ptr<UndoStep>& last = undoManager_->isUndoing() ? lastRedo_ : lastUndo_;
+  const auto step = std::make_shared<UndoStep>(UndoStep{.before = std::move(before), .earlier = last});
+  if (const std::shared_ptr<UndoStep> earlier = last.lock()) earlier->shorten(step->before.text);
+  last = step;
+  undoManager_->registerUndo([weak = WeakRef<NSObject>(shared_from_this()), step] {
+    if (const Ref<NSObject> self = weak.lock()) static_cast<TextViewEditing&>(*self).bringBack(*step);
   });
 }
 
-void TextViewEditing::bringBack(const Snapshot& snapshot) {
+void TextViewEditing::bringBack(UndoStep& step) {
+  const Snapshot& snapshot = step.before;
+  (undoManager_->isUndoing() ? lastUndo_ : lastRedo_) = step.earlier;
+  if (const std::shared_ptr<UndoStep> earlier = step.earlier.lock()) earlier->complete(snapshot.text);
   if (!shouldChangeText()) return;
   registerUndo({textStorage()->text(), selection()});
   isEditingItself_ = true;

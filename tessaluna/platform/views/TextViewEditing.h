@@ -2,6 +2,8 @@
 // go is undone in one go. Text that is being composed is marked and underlined until it is taken over.
 #pragma once
 
+#include <memory>
+
 #include "tessaluna/platform/events/NSTextInputClient.h"
 #include "tessaluna/platform/foundation/NSUndoManager.h"
 #include "tessaluna/platform/views/TextViewSelection.h"
@@ -62,6 +64,7 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
     std::u16string text;
     Selection selection;
   };
+  struct UndoStep;
   struct Change {
     NSRange range;
     std::u16string text;
@@ -75,13 +78,14 @@ class TextViewEditing : public TextViewSelection, public NSTextInputClient {
   NSRange withinText(NSRange range) const;
   std::u16string typedText(std::string_view text) const;
   void registerUndo(Snapshot before);
-  void bringBack(const Snapshot& snapshot);
+  void bringBack(UndoStep& step);
   void setMarkedRange(NSRange range);
   std::u16string textInMark() const;
   void notifyInputMethod();
   Ref<NSObject> accessibleText() const;
 
   Ref<NSUndoManager> undoManager_ = make<NSUndoManager>();
+  std::weak_ptr<UndoStep> lastUndo_, lastRedo_;
   EditKind lastKind_ = EditKind::Other;
   Selection lastSelection_;  // after the last change; typing elsewhere is another step
   NSRange marked_ = noRange;

@@ -1,5 +1,9 @@
 #include "tessaluna/platform/views/TextViewEditing.h"
 
+#include <malloc.h>
+
+#include <random>
+
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/windows/NSPasteboard.h"
 #include "tests/harness/FieldWorld.h"
@@ -55,6 +59,54 @@ TEST_F(TextViewEditingUndo, WhatWasTypedInOneGoIsOneStep) {
   user.pressKey("z", command);
   user.pressKey("y", control);
   EXPECT_EQ(field->stringValue(), "abcdef");
+}
+
+// Against a list of all texts.
+TEST_F(TextViewEditingUndo, ManyStepsGoBackAndForth) {
+  begin("some text", 0);
+  std::mt19937 random(2);
+  std::vector<std::string> texts{"some text"};
+  std::size_t now = 0;
+  for (int step = 0; step < 2000; ++step) {
+    switch (random() % 5) {
+      case 0:
+      case 1:
+        if (now > 0) --now;
+        editor()->undo(nullptr);
+        break;
+      case 2:
+        if (now + 1 < texts.size()) ++now;
+        editor()->redo(nullptr);
+        break;
+      default:
+        editor()->setSelectedRange({random() % 12, random() % 4});
+        editor()->breakUndoCoalescing();
+        editor()->insertText(std::string(random() % 3 + 1, static_cast<char>('a' + random() % 2)));
+        texts.resize(++now);
+        texts.push_back(editor()->string());
+    }
+    ASSERT_EQ(editor()->string(), texts[now]) << step;
+  }
+}
+
+TEST_F(TextViewEditingUndo, ManyStepsInALongTextDoNotTakeManyTimesItsMemory) {
+  const auto view = make<NSTextView>(CGRect{0, 0, 1000, 100});
+  std::string text;
+  for (int line = 0; line < 1000; ++line) text += std::string(49, 'a') + "\n";
+  view->setString(text);
+  const auto bytes = [] {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+  };
+  view->insertText("b");
+  const std::size_t before = bytes();
+  for (std::size_t step = 0; step < 20; ++step) {
+    view->setSelectedRange({1000 * step, 0});
+    view->insertText("b");
+  }
+  EXPECT_LT(bytes(), before + 10 * text.size());
+  for (int step = 0; step < 21; ++step) view->undo(nullptr);
+  EXPECT_EQ(view->string(), text);
 }
 
 TEST_F(TextViewEditingUndo, TypingElsewhereDeletingAndPastingAreStepsOfTheirOwn) {
