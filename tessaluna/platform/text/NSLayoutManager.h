@@ -1,6 +1,6 @@
 // Where each character of a text is in its container. A glyph here is what one UTF-16 unit shows: ranges of glyphs
 // and of characters are the same. Coordinates are the container's, from its upper left corner, y down. Both directions and
-// font fallback are the text engine's. The lines are kept until the text or the container changes.
+// font fallback are the text engine's. The lines are kept until the container changes; an edit sets its paragraphs again.
 #pragma once
 
 #include <functional>
