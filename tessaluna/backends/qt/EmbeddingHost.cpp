@@ -155,7 +155,6 @@ EmbeddingHost::EmbeddingHost(QWidget& topLevel)
   wheel_.setSingleShot(true);
   connect(&displayTimer_, &QTimer::timeout, this, &EmbeddingHost::display);
   const auto content = make<FlippedView>(CGRect{});
-  content->setAutoresizesSubviews(false);
   window_->setContentView(content);
   window_->setOpaque(false);
   window_->setBackgroundColor(NSColor::clearColor());
@@ -207,7 +206,7 @@ void EmbeddingHost::placeChanged(const QWidget& widget) {
   const bool mayBeScrolled = isInScrollArea(widget);  // which may be gone when it has been placed
   std::vector<Embedded> concerned;
   for (const Embedded& embedded : embedded_)
-    if (embedded.widget == &widget || widget.isAncestorOf(embedded.widget)) concerned.push_back(embedded);
+    if (widget.isAncestorOf(embedded.widget)) concerned.push_back(embedded);
   if (&widget == &topLevel_) placeTopLevel();
   for (const Embedded& embedded : concerned)
     if (held && isHere(embedded)) place(embedded);
@@ -240,7 +239,7 @@ void EmbeddingHost::place(const Embedded& embedded) {
   const CGRect whole = shownPixels({widget.mapTo(&topLevel_, QPoint(0, 0)), widget.size()}, scale);
   // Out of sight is not hidden, which would end a press and an editing: a window that shrinks has its widgets below its edge
   // until it lays them out.
-  const CGRect clip = visible.isEmpty() ? CGRect{whole.origin, {}} : shownPixels(visible, scale);
+  const CGRect clip = shownPixels(visible, scale);
   const Ref<NSView> view = widget.view();
   embedded.clip->setFrame(clip);
   if (view->superview() != embedded.clip.get()) return;
@@ -281,8 +280,7 @@ void EmbeddingHost::paint(std::span<const CGRect> dirty, const std::function<voi
   const QRegion changed = picture_.paint(dirty, painter);
   for (const Embedded& embedded : embedded_) {
     if (!embedded.widget->isVisible()) continue;
-    const QRegion own = changed.translated(-embedded.widget->mapTo(&topLevel_, QPoint(0, 0)));
-    if (own.intersects(embedded.widget->rect())) embedded.widget->update(own);
+    embedded.widget->update(changed.translated(-embedded.widget->mapTo(&topLevel_, QPoint(0, 0))));
   }
 }
 

@@ -96,7 +96,7 @@ TEST_F(QtViewWidgetEnabled, DisabledInTheMiddleOfAPressEndsItWithoutAnAction) {
 
 TEST_F(QtViewWidgetEnabled, DisabledItLeavesAPressOnAnotherWidgetAlone) {
   const auto pressed = makeButton<NSButton>();
-  embed(pressed);
+  embed(pressed)->setFixedSize(24, 24);
   settle();
   click(*left);  // a press that has ended
   clicks->count = 0;
@@ -105,6 +105,19 @@ TEST_F(QtViewWidgetEnabled, DisabledItLeavesAPressOnAnotherWidgetAlone) {
   EXPECT_TRUE(pressed->isHighlighted());
   release(middleOf(*pressed));
   EXPECT_EQ(clicks->count, 1);
+}
+
+TEST_F(QtViewWidgetEnabled, DisabledItsViewsThatAreNotControlsTakeNoPress) {
+  const auto view = make<Witness>(CGRect{0, 0, 30, 30});
+  QtViewWidget* second = embed(view);
+  second->setFixedSize(30, 30);
+  second->setEnabled(false);
+  settle();
+  click(*view);
+  EXPECT_TRUE(view->mouse.empty());
+  second->setEnabled(true);
+  click(*view);
+  EXPECT_EQ(view->mouse.size(), 2u);
 }
 
 TEST_F(QtViewWidgetEnabled, DisabledBelowATopLevelWhereItHasNotBeenShownItIsHarmless) {

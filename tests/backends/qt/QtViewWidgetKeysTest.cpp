@@ -158,6 +158,24 @@ TEST_F(QtViewWidgetKeys, AViewLosesTheKeyboardThatQtTakesWhileAnotherWindowIsAct
   }
 }
 
+TEST_F(QtViewWidgetKeys, AViewKeepsTheKeyboardWhileItsWindowRestsOrAMenuHasIt) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  QtViewWidget* widget = embed(view);
+  show();
+  widget->setFocus();
+  for (const auto reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason, Qt::MenuBarFocusReason}) {
+    QFocusEvent out(QEvent::FocusOut, reason);
+    QCoreApplication::sendEvent(widget, &out);
+    EXPECT_EQ(view->window()->firstResponder(), view.get()) << reason;
+  }
+  top.hide();
+  show();
+  EXPECT_EQ(view->window()->firstResponder(), view.get()) << "hidden";
+  QFocusEvent out(QEvent::FocusOut, Qt::MouseFocusReason);
+  QCoreApplication::sendEvent(widget, &out);
+  EXPECT_EQ(view->window()->firstResponder(), view->window());
+}
+
 TEST_F(QtViewWidgetKeys, AViewInAScrollAreaKeepsTheKeyboardWhenAPressOnItActivatesItsWindow) {
   const auto view = make<Witness>(CGRect{0, 0, 50, 50});
   auto* widget = new QtViewWidget(view);

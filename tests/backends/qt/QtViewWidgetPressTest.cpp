@@ -1,6 +1,8 @@
 // Presses on embedded views, and what may happen to a view during one.
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QScreen>
 
 #include "tessaluna/backends/qt/screenSpace.h"
@@ -267,6 +269,49 @@ TEST_F(QtViewWidgetPress, PressOnAForeignWidgetIsAnEventWithoutAWindow) {
   ASSERT_EQ(seen.size(), 3u);
   EXPECT_EQ(seen[2]->window().get(), view->window());
   NSEvent::removeMonitor(token);
+}
+
+TEST_F(QtViewWidgetPress, EachPressOnAForeignWidgetCountsOnce) {
+  auto* label = new QLabel("handed to its parent");
+  top.layout()->addWidget(label);
+  embed(make<Witness>(CGRect{0, 0, 50, 50}));
+  show();
+  int seen = 0;
+  const auto token =
+      NSEvent::addLocalMonitorForEventsMatchingMask(maskOf(NSEventType::LeftMouseDown), [&](const Ref<NSEvent>& event) {
+        ++seen;
+        return event;
+      });
+  QTest::mouseClick(top.windowHandle(), Qt::LeftButton, {}, inTop(*label, {3, 3}));
+  EXPECT_EQ(seen, 1);
+  QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(3, 3), label->mapToGlobal(QPointF(3, 3)), Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(label, &second);
+  EXPECT_EQ(seen, 2);
+  NSEvent::removeMonitor(token);
+}
+
+TEST_F(QtViewWidgetPress, OnAViewThatTakesNoKeysLeavesTheKeyboardWhereItIs) {
+  auto* edit = new QLineEdit;
+  top.layout()->addWidget(edit);
+  const QtViewWidget* widget = embed(make<NSView>(CGRect{0, 0, 50, 50}));
+  show();
+  edit->setFocus();
+  press(inTop(*widget, {5, 5}));
+  release(inTop(*widget, {5, 5}));
+  EXPECT_TRUE(edit->hasFocus());
+}
+
+TEST_F(QtViewWidgetPress, WithTheRightButtonAsksForNoContextMenuOfTheParent) {
+  top.setContextMenuPolicy(Qt::CustomContextMenu);
+  int asked = 0;
+  QObject::connect(&top, &QWidget::customContextMenuRequested, [&] { ++asked; });
+  const QtViewWidget* widget = embed(make<Witness>(CGRect{0, 0, 50, 50}));
+  show();
+  QTest::mouseClick(top.windowHandle(), Qt::RightButton, {}, {1, 1});
+  ASSERT_EQ(asked, 1) << "beside the view";
+  QTest::mouseClick(top.windowHandle(), Qt::RightButton, {}, inTop(*widget, {5, 5}));
+  EXPECT_EQ(asked, 1);
 }
 
 TEST_F(QtViewWidgetPress, ButtonsOnAForeignWidgetAreToldApart) {

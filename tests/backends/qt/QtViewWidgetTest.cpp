@@ -12,8 +12,10 @@
 #include "tessaluna/backends/qt/EmbeddingHosts.h"
 #include "tessaluna/backends/qt/KeptPicture.h"
 #include "tessaluna/backends/qt/screenSpace.h"
+#include "tessaluna/platform/events/NSCursor.h"
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/platform/graphics/CGContext.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
@@ -22,6 +24,7 @@
 #include "tessaluna/platform/time/NSAnimationContext.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/views/NSViewAnimator.h"
+#include "tessaluna/platform/windows/NSWindowDelegate.h"
 #include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 #include "tests/backends/qt/EmbeddedViews.h"
 
@@ -403,11 +406,137 @@ TEST_F(QtViewWidgetTest, WhatTheWheelOfAnAreaAroundScrollsUnderThePointerIsEnter
   scrollTo(int(half) - 20);
   for (const int x : {30, 20}) move(inTop(*area->viewport(), {x, 10}));
   ASSERT_TRUE(upper->isEntered);
+  scrollTo(int(half) + 20);
+  QTest::qWait(50);
+  EXPECT_TRUE(upper->isEntered) << "the program scrolls";
+  scrollTo(int(half) - 20);
   area->verticalScrollBar()->setSingleStep(20);
   turnWheelOver(*area->viewport(), {20, 10});
   ASSERT_GT(area->verticalScrollBar()->value(), int(half));
   EXPECT_TRUE(QTest::qWaitFor([&] { return lower->isEntered; }));
   EXPECT_FALSE(upper->isEntered);
+}
+
+TEST_F(QtViewWidgetTest, ItsWindowIsVisibleAndKeyAsTheTopLevelIs) {
+  show();
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  embed(view);
+  settle();
+  const Ref<NSWindow> window = refTo(*view->window());
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(window->isKeyWindow());
+  EXPECT_FALSE(window->isOpaque());
+  top.hide();
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(QtViewWidgetTest, ItsWindowClosesWithTheTopLevel) {
+  auto* first = new QWidget;
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  auto* widget = new QtViewWidget(view, first);
+  first->show();
+  settle();
+  const Ref<NSWindow> window = refTo(*view->window());
+  int closed = 0;
+  const auto token = NSNotificationCenter::defaultCenter().addObserverForName(NSWindowWillCloseNotification, window, nullptr,
+                                                                              [&](const Ref<NSNotification>&) { ++closed; });
+  widget->setParent(&top);
+  delete first;
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_EQ(closed, 1);
+  EXPECT_EQ(view->window(), nullptr);
+  widget->show();
+  show();
+  EXPECT_NE(view->window(), nullptr);
+}
+
+TEST_F(QtViewWidgetTest, AWindowOfItsProgramMayHaveItsWindowAsAChild) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  embed(view);
+  show();
+  const auto parent = make<NSWindow>(CGRect{0, 0, 50, 50}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+  parent->orderFront(nullptr);
+  parent->addChildWindow(refTo(*view->window()), NSWindowAbove);
+  EXPECT_EQ(top.windowHandle()->transientParent(), &qWindowOf(*parent));
+  parent->removeChildWindow(*view->window());
+  EXPECT_EQ(top.windowHandle()->transientParent(), nullptr);
+  parent->close();
+}
+
+TEST_F(QtViewWidgetTest, AViewStaysInItsWindowWhileItsWidgetIsHidden) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  QtViewWidget* widget = embed(view);
+  show();
+  const NSView* clip = view->superview();
+  widget->hide();
+  widget->show();
+  EXPECT_EQ(view->superview(), clip);
+}
+
+TEST_F(QtViewWidgetTest, AViewThatTheProgramHasTakenOutStaysWhereItIs) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  const QtViewWidget* widget = embed(view);
+  show();
+  const auto box = make<NSView>(CGRect{0, 0, 60, 60});
+  box->addSubview(view);
+  delete widget;
+  EXPECT_EQ(view->superview(), box.get());
+}
+
+TEST_F(QtViewWidgetTest, AViewThatResizesWithItsSuperviewKeepsItsSizeWhenMoreOfItShows) {
+  class Resized : public NSView {
+   public:
+    using NSView::NSView;
+    void resizeSubviewsWithOldSize(CGSize) override { ++resizes; }
+    int resizes = 0;
+  };
+  const auto view = make<Resized>(CGRect{0, 0, 50, 2000});
+  view->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+  view->addSubview(make<NSView>(CGRect{}));
+  showScrolling(view);
+  view->resizes = 0;
+  top.resize(top.width(), top.height() + 40);
+  settle();
+  EXPECT_EQ(view->resizes, 0);
+}
+
+TEST_F(QtViewWidgetTest, AWidgetThatWasTakenBelowAnotherTopLevelLeavesTheOthersToRedraw) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50}), taken = make<Witness>(CGRect{0, 0, 50, 50});
+  embed(view);
+  QtViewWidget* widget = embed(taken);
+  show();
+  QWidget other;
+  widget->setParent(&other);
+  view->draws.clear();
+  view->setNeedsDisplay(true);
+  settle();
+  EXPECT_EQ(view->draws.size(), 1u);
+}
+
+TEST_F(QtViewWidgetTest, APictureThatIsTakenIsUpToDate) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  embed(view);
+  show();
+  view->draws.clear();
+  view->setNeedsDisplay(true);
+  top.grab();
+  EXPECT_EQ(view->draws.size(), 1u);
+}
+
+TEST_F(QtViewWidgetTest, OnlyTheWidgetUnderThePointerHasItsCursor) {
+  class Linked : public NSView {
+   public:
+    using NSView::NSView;
+    void resetCursorRects() override { addCursorRect({25, 0, 25, 50}, NSCursor::pointingHandCursor()); }
+  };
+  const QtViewWidget* first = embed(make<Linked>(CGRect{0, 0, 50, 50}));
+  const QtViewWidget* second = embed(make<Linked>(CGRect{0, 0, 50, 50}));
+  show();
+  move(inTop(*second, {10, 20}));
+  EXPECT_EQ(second->cursor().shape(), Qt::ArrowCursor);
+  move(inTop(*second, {40, 20}));
+  EXPECT_EQ(second->cursor().shape(), Qt::PointingHandCursor);
+  EXPECT_EQ(first->cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(QtViewWidgetTest, GoesToTheWindowOfItsNewTopLevel) {
@@ -466,6 +595,8 @@ TEST_F(QtViewWidgetTest, ScaleOfAnotherScreenIsTakenUp) {
   top.move(finer->geometry().topLeft() + QPoint(20, 20));
   settle();
   EXPECT_EQ(view->window()->backingScaleFactor(), 2 * scale);
+  const CGRect place = view->convertRectToView(view->bounds(), nullptr);
+  EXPECT_EQ(place.origin.x * 2 * scale, std::round(place.origin.x * 2 * scale));
   ASSERT_FALSE(view->draws.empty());
   EXPECT_EQ(view->draws.back(), view->bounds());
   expectDevicePixelsOf(*view);

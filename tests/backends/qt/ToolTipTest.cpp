@@ -84,6 +84,17 @@ TEST_F(ToolTipTest, ShowsOverAnEmbeddedViewAndItsMarkupAsItIsWritten) {
   EXPECT_FALSE(QToolTip::text().contains("<b>"));
 }
 
+TEST_F(ToolTipTest, IsThatOfTheEmbeddedViewUnderThePointer) {
+  const QtViewWidget* first = embed(make<NSView>(CGRect{0, 0, 40, 40}));
+  const auto view = make<NSView>(CGRect{0, 0, 40, 40});
+  view->setToolTip("Next");
+  QtViewWidget* widget = embed(view);
+  show();
+  move(inTop(*widget, widget->rect().center()));
+  delete first;  // before the tool tip shows
+  EXPECT_TRUE(waitForSome());
+}
+
 TEST_F(ToolTipTest, OfAWidgetThatIsDeletedBeforeItShowsNeverShows) {
   const QString style = QApplication::style()->name();
   QApplication::setStyle(new ImpatientStyle);

@@ -2,10 +2,12 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <cmath>
+#include <utility>
 
 #include "tessaluna/backends/qt/QtViewWidget.h"
 #include "tessaluna/platform/events/NSTextInputClient.h"
@@ -163,6 +165,30 @@ TEST_F(inputEventsTest, WhatAnInputMethodCommitsAgainAfterAResetIsNotTypedTwice)
   EXPECT_EQ(field->stringValue(), "하");
   compose(native, {}, QString::fromUtf8("하"));
   EXPECT_EQ(field->stringValue(), "하하");
+}
+
+TEST_F(inputEventsTest, NorIsItInAnEmbeddedField) {
+  QtViewWidget& widget = showInWidget();
+  compose(widget, QString::fromUtf8("하"));
+  editor()->unmarkText();
+  compose(widget, "");
+  compose(widget, {}, QString::fromUtf8("하"));
+  EXPECT_EQ(field->stringValue(), "하");
+}
+
+TEST_F(inputEventsTest, InputMethodsAreNotifiedWhenAnEmbeddedTextChangesOrGetsTheKeyboard) {
+  QtViewWidget& widget = showInWidget();
+  int notified = 0;
+  const QMetaObject::Connection connection =
+      QObject::connect(QGuiApplication::inputMethod(), &QInputMethod::cursorRectangleChanged, [&] { ++notified; });
+  editor()->insertText("a");
+  EXPECT_GT(std::exchange(notified, 0), 0);
+  NSWindow& window = *field->window();
+  const auto view = make<Witness>(CGRect{0, 0, 10, 10});
+  widget.view()->superview()->addSubview(view);
+  window.makeFirstResponder(view.get());
+  EXPECT_GT(std::exchange(notified, 0), 0);
+  QObject::disconnect(connection);
 }
 
 TEST_F(inputEventsTest, WhatIsCommittedAfterAKeyOrAfterAnotherCompositionIsTyped) {
