@@ -109,8 +109,10 @@ Ref<NSText> NSWindow::fieldEditor(bool createFlag, NSObject*) {
 void NSWindow::endEditingFor(NSObject* object) {
   const Ref<NSText> editor = fieldEditor_;
   if (!editor || !editor->delegate() || (object && dynamic_cast<NSObject*>(editor->delegate().get()) != object)) return;
+  const std::size_t changes = firstResponderChanges_;
   editor->endEditing();
-  if (firstResponder_ == editor.get()) setFirstResponder(*this);
+  // Whoever was notified of the end may have begun to edit the next field, in the same editor.
+  if (firstResponder_ == editor.get() && firstResponderChanges_ == changes) setFirstResponder(*this);
 }
 
 void NSWindow::keyDown(const Ref<NSEvent>& event) {

@@ -607,6 +607,14 @@ TEST_F(NSTextFieldEditingTest, ThePlaceholderShowsAsLongAsNothingIsTyped) {
 
 // Delegates that interfere.
 
+TEST_F(NSTextFieldEditingTest, ADelegateThatBeginsTheNextFieldWhenTheWindowEndsTheEditingKeepsTheKeyboardThere) {
+  begin("abc");
+  delegate->onEnd = [&] { other->selectText(nullptr); };
+  window->endEditingFor(nullptr);
+  ASSERT_NE(other->currentEditor(), nullptr);
+  EXPECT_EQ(window->firstResponder(), other->currentEditor().get());
+}
+
 TEST_F(NSTextFieldEditingTest, ADelegateThatReplacesTheTextWhenEditingBeginsIsTypedInto) {
   begin("abc", 3);
   delegate->onBegin = [&] { field->setStringValue("x"); };
