@@ -414,7 +414,6 @@ constexpr Row changes[] = {
        effectiveAppearanceDidChange();
      }},
     {"less motion", [](World& w) { w.desktop.setPrefersReducedMotion(w.input.flag()); }},
-    {"change in the next actions", [](World& w) { w.changesInActions = 1 + w.input.below(3); }},
 };
 
 template <std::size_t count>
@@ -475,6 +474,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Most is to be seen while the window shows.
     const unsigned kind = world.input.byte();
     if (!world.scene.window->isVisible() && kind % 2 == 0) world.scene.window->makeKeyAndOrderFront(nullptr);
+    if (kind & 0x40) world.changesInActions = 1 + (kind >> 7);
     if (kind % 5 == 0) runRow(world, changes, "  ");
     else runRow(world, gestures, "");
     failIf(fuzz::faultOf(world.desktop));
