@@ -209,17 +209,20 @@ TEST_F(SearchFieldTest, AnAnswerOpensBelowAFieldThatWasOutOfSightMeanwhile) {
 TEST_F(SearchFieldTest, AWindowThatGoesToTheScreensEdgeAndBackHasTheWholePopUpAgain) {
   answerCounted(10);
   const CGFloat height = popUpWindow().frame().size.height;
-  window->setFrame({100, -100, 500, 300}, true);
+  nativeOf(*window).moveByUser({100, -100, 500, 300});
   desktop.settle();
   EXPECT_EQ(popUpWindow().frame().origin.y, 0);
   EXPECT_LT(popUpWindow().frame().size.height, height);
-  window->setFrame({100, 300, 500, 300}, true);
+  nativeOf(*window).moveByUser({100, 300, 500, 300});
   desktop.settle();
   EXPECT_EQ(popUpWindow().frame().size.height, height);
 }
 
 TEST_F(SearchFieldTest, AWindowThatIsHiddenHasNoPopUpWhenItComesBack) {
-  user.type("amb");
+  // A window with the keys loses them first, which ends the pop-up as well.
+  showWindow({700, 300, 100, 100});
+  accessibilityOf(search->field()->cell())->accessibilitySetValue("amb", NSAccessibilityValueAttribute);
+  ASSERT_TRUE(popUp().isOpen());
   window->orderOut(nullptr);
   window->orderFront(nullptr);
   desktop.settle();
