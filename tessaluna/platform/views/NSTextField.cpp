@@ -88,7 +88,10 @@ void NSTextField::setEditable(bool isEditable) {
   letEditorFollow(*this);
 }
 void NSTextField::setSelectable(bool isSelectable) {
-  changeTextCell([&](NSTextFieldCell& cell) { cell.setSelectable(isSelectable); });
+  changeTextCell([&](NSTextFieldCell& cell) {
+    cell.setSelectable(isSelectable);
+    if (!isSelectable) cell.setEditable(false);
+  });
   letEditorFollow(*this);
 }
 bool NSTextField::isEditable() const { return textCell() && textCell()->isEditable(); }

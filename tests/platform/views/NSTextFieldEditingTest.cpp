@@ -306,6 +306,15 @@ TEST_F(NSTextFieldEditingTest, AFieldThatCanStillBeSelectedMeanwhileKeepsItsEdit
   EXPECT_EQ(field->stringValue(), "x");
 }
 
+TEST_F(NSTextFieldEditingTest, AFieldThatCanNoLongerBeSelectedCannotBeEditedAndEndsItsEditing) {
+  begin("abc");
+  field->setSelectable(false);
+  EXPECT_FALSE(field->isEditable());
+  EXPECT_EQ(field->currentEditor(), nullptr);
+  field->setSelectable(true);
+  EXPECT_FALSE(field->isEditable());
+}
+
 TEST_F(NSTextFieldEditingTest, AWindowThatClosesEndsTheEditing) {
   begin("abc");
   user.type("x");
