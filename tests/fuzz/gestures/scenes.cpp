@@ -77,6 +77,16 @@ class Whole : public Glyph {
   void drawRect(CGRect) override { Glyph::drawRect(this->bounds()); }
 };
 
+// A program leaves it room for its "…": a narrower line of links is a mistake.
+class Links : public MultipleLinksTextField {
+ public:
+  using MultipleLinksTextField::MultipleLinksTextField;
+  void setFrame(CGRect frame) override {
+    constexpr CGFloat leastWidth = 10;
+    MultipleLinksTextField::setFrame({frame.origin, {std::max(frame.size.width, leastWidth), frame.size.height}});
+  }
+};
+
 template <class Kept>
 std::shared_ptr<Kept> keep(Scene& scene, const std::shared_ptr<Kept>& kept) {
   scene.kept.push_back(kept);
@@ -221,7 +231,7 @@ void fillWithControls(Scene& scene) {
     });
   }
 
-  const auto links = scene.add<MultipleLinksTextField>(CGRect{10, 100, 150, 18});
+  const auto links = scene.add<Links>(CGRect{10, 100, 150, 18});
   links->setTarget(program);
   links->setStringValues(std::vector<std::string>{"Amber Quartet", "The Old Mill", "Ines Calder"});
   links->setLinksEnabled(true);
