@@ -270,6 +270,7 @@ TEST_F(NSTableHeaderViewTest, AColumnThatGoesWhileItIsResizedIsNotResized) {
   user.dragTo({180, 140});
   user.release();
   EXPECT_EQ(columns[0]->width(), 150);
+  EXPECT_EQ(columns[2]->width(), 50);
 }
 
 TEST_F(NSTableHeaderViewTest, TheMarkOfTheDirectionIsALineInTheColorOfText) {
