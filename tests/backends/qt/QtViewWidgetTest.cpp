@@ -463,6 +463,24 @@ TEST_F(QtViewWidgetTest, AWindowOfItsProgramMayHaveItsWindowAsAChild) {
   parent->close();
 }
 
+TEST_F(QtViewWidgetTest, AScrollIsAsFarAsTheDeviceSaysOrTheProgramsNumberOfLines) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  QtViewWidget* widget = embed(view);
+  show();
+  const auto scroll = [&](QPoint pixels) {
+    QWheelEvent wheel({5, 5}, widget->mapToGlobal(QPointF(5, 5)), pixels, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(widget, &wheel);
+    return view->scrolls.back();
+  };
+  EXPECT_EQ(std::abs(scroll({7, -5}).width), 7);
+  const int usual = QApplication::wheelScrollLines();
+  const double lines = scroll({}).height;
+  EXPECT_NE(lines, 0);
+  QApplication::setWheelScrollLines(2 * usual);
+  EXPECT_EQ(scroll({}).height, 2 * lines);
+  QApplication::setWheelScrollLines(usual);
+}
+
 TEST_F(QtViewWidgetTest, AViewStaysInItsWindowWhileItsWidgetIsHidden) {
   const auto view = make<Witness>(CGRect{0, 0, 50, 50});
   QtViewWidget* widget = embed(view);
