@@ -47,6 +47,11 @@ NSTextFieldCell::NSTextFieldCell(NSCoder& coder) : NSCell(coder) {
   placeholder_ = coder.decodeStringForKey("placeholder").value_or("");
 }
 
+void NSTextFieldCell::setSelectable(bool isSelectable) {
+  isSelectable_ = isSelectable;
+  if (!isSelectable) isEditable_ = false;
+}
+
 Ref<NSColor> NSTextFieldCell::plainTextColor() const {
   // A color of one's own stays on any ground.
   return textColor_ && isEnabled() ? textColor_ : NSCell::plainTextColor();

@@ -26,7 +26,8 @@ class NSTextFieldCell : public NSCell {
   bool isEditable() const { return isEditable_; }
   void setEditable(bool isEditable) { isEditable_ = isEditable; }
   bool isSelectable() const { return isSelectable_ || isEditable_; }
-  void setSelectable(bool isSelectable) { isSelectable_ = isSelectable; }
+  // What cannot be selected cannot be edited either.
+  void setSelectable(bool isSelectable);
   // An addition: whether a text that is not editable is placed as an editable one is, in the middle and a little further from
   // the sides; off initially. A table's rows turn it on, so that all texts of a row are on one line.
   bool standsAsIfEditable() const { return standsAsIfEditable_; }

@@ -28,7 +28,7 @@ class NSButton : public NSControl {
   void setNextState();  // as a click on one that toggles does
 
   // A click without a mouse: the button shows as pressed for a moment, and the action is sent. A disabled one does nothing.
-  void performClick(NSObject* sender);
+  virtual void performClick(NSObject* sender);
 
   bool acceptsFirstResponder() const override { return isEnabled(); }
   void keyDown(const Ref<NSEvent>& event) override;

@@ -9,15 +9,12 @@ namespace tessaluna::platform {
 
 namespace {
 
-constexpr Selector popUpButtonSelectors[] = {action<&NSPopUpButton::openMenu>("performClick:")};
 constexpr Property popUpButtonProperties[] = {property<&NSPopUpButton::setPullsDown, "pullsDown">()};
 
 }  // namespace
 
-const ClassInfo NSPopUpButton::staticClassInfo{.name = "NSPopUpButton",
-                                               .base = &NSButton::staticClassInfo,
-                                               .selectors = popUpButtonSelectors,
-                                               .properties = popUpButtonProperties};
+const ClassInfo NSPopUpButton::staticClassInfo{
+    .name = "NSPopUpButton", .base = &NSButton::staticClassInfo, .properties = popUpButtonProperties};
 
 NSPopUpButton::NSPopUpButton(CGRect frame, bool pullsDown) : NSButton(frame), startsAsPullDown_(pullsDown) {}
 
@@ -78,25 +75,25 @@ bool NSPopUpButton::selectItemWithTag(std::int64_t tag) {
   return isThere;
 }
 
-void NSPopUpButton::openMenu(NSObject*) {
+void NSPopUpButton::performClick(NSObject*) {
   if (popUpCell()) popUpCell()->performClickWithFrame(bounds(), *this);
 }
 
-void NSPopUpButton::mouseDown(const Ref<NSEvent>&) { openMenu(this); }
+void NSPopUpButton::mouseDown(const Ref<NSEvent>&) { performClick(this); }
 
 void NSPopUpButton::keyDown(const Ref<NSEvent>& event) {
   constexpr std::uint32_t shortcuts =
       NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand | NSEventModifierFlagShift;
   const char32_t key = event->modifierFlags() & shortcuts ? 0 : firstScalar(event->characters());
   if (key != U' ' && key != NSUpArrowFunctionKey && key != NSDownArrowFunctionKey) return NSControl::keyDown(event);
-  if (!event->isARepeat()) openMenu(this);
+  if (!event->isARepeat()) performClick(this);
 }
 
 bool NSPopUpButton::performKeyEquivalent(const Ref<NSEvent>& event) {
   NSPopUpButtonCell* cell = popUpCell();
   if (!cell || !isEnabled() || !isKeyEquivalent(*event, cell->keyEquivalent(), cell->keyEquivalentModifierMask()))
     return (cell && cell->performKeyEquivalent(*event)) || NSControl::performKeyEquivalent(event);
-  if (!event->isARepeat()) openMenu(this);
+  if (!event->isARepeat()) performClick(this);
   return true;
 }
 

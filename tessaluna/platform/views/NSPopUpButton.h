@@ -35,7 +35,7 @@ class NSPopUpButton : public NSButton {
   void selectItemWithTitle(std::string_view title);
   bool selectItemWithTag(std::int64_t tag);
 
-  void openMenu(NSObject* sender);  // "performClick:"
+  void performClick(NSObject* sender) override;  // opens the menu
   void mouseDown(const Ref<NSEvent>& event) override;
   void keyDown(const Ref<NSEvent>& event) override;
   bool performKeyEquivalent(const Ref<NSEvent>& event) override;

@@ -8,6 +8,11 @@ namespace tessaluna::platform {
 
 const ClassInfo NSText::staticClassInfo{.name = "NSText", .base = &NSView::staticClassInfo};
 
+void NSText::setSelectable(bool isSelectable) {
+  isSelectable_ = isSelectable;
+  if (!isSelectable) setEditable(false);
+}
+
 void NSText::setInsertionPointColor(Ref<NSColor> color) {
   insertionPointColor_ = std::move(color);
   setNeedsDisplay(true);

@@ -66,7 +66,8 @@ class NSText : public NSView {
   bool isEditable() const { return isEditable_; }
   virtual void setEditable(bool isEditable) { isEditable_ = isEditable; }
   bool isSelectable() const { return isSelectable_ || isEditable_; }
-  void setSelectable(bool isSelectable) { isSelectable_ = isSelectable; }
+  // What cannot be selected cannot be edited either.
+  void setSelectable(bool isSelectable);
   // A field editor has one line; Return, Tab and Shift-Tab end its editing.
   bool isFieldEditor() const { return isFieldEditor_; }
   virtual void setFieldEditor(bool isFieldEditor) { isFieldEditor_ = isFieldEditor; }

@@ -88,10 +88,7 @@ void NSTextField::setEditable(bool isEditable) {
   letEditorFollow(*this);
 }
 void NSTextField::setSelectable(bool isSelectable) {
-  changeTextCell([&](NSTextFieldCell& cell) {
-    cell.setSelectable(isSelectable);
-    if (!isSelectable) cell.setEditable(false);
-  });
+  changeTextCell([&](NSTextFieldCell& cell) { cell.setSelectable(isSelectable); });
   letEditorFollow(*this);
 }
 bool NSTextField::isEditable() const { return textCell() && textCell()->isEditable(); }

@@ -53,6 +53,16 @@ class NSPopUpButtonTest : public harness::StillWorld {
 
 }  // namespace
 
+TEST_F(NSPopUpButtonTest, AClickByTheProgramOpensItsMenu) {
+  NSButton& asButton = *button;
+  asButton.performClick(nullptr);
+  ASSERT_NE(desktop.openMenu(), nullptr);
+  EXPECT_THAT(entryTitles(), ElementsAre("Small", "Medium", "Large"));
+  EXPECT_EQ(target->acts, 0);
+  choose(1);
+  EXPECT_EQ(target->acts, 1);
+}
+
 TEST_F(NSPopUpButtonTest, ItsTitleIsThatOfTheSelectedItemWhichIsTheFirstAtTheStart) {
   EXPECT_EQ(button->title(), "Small");
   EXPECT_THAT(button->indexOfSelectedItem(), Optional(0u));
@@ -469,7 +479,7 @@ TEST_F(NSPopUpButtonTest, IsDecodedWithItsItems) {
   EXPECT_FALSE(decoded->pullsDown());
   decoded->setFrame({10, 50, 120, 24});
   window->contentView()->addSubview(decoded);
-  decoded->openMenu(nullptr);
+  decoded->performClick(nullptr);
   EXPECT_TRUE(entries()[0].isEnabled);
   EXPECT_FALSE(entries()[2].isEnabled);
 }
@@ -638,7 +648,7 @@ TEST_F(NSPopUpButtonTest, DrawsABoxTheArrowsAndTheTitle) {
 TEST_F(NSPopUpButtonTest, APullDownThatGoesWhileItsMenuIsOpenLeavesNoItemOfAProgramsMenuHidden) {
   const Ref<NSMenu> menu = button->menu();
   button->setPullsDown(true);
-  button->openMenu(nullptr);
+  button->performClick(nullptr);
   ASSERT_TRUE(menu->itemAtIndex(0)->isHidden());
   button->removeFromSuperview();
   button.reset();

@@ -237,6 +237,18 @@ TEST_F(NSTextViewKeys, InATextThatIsOnlySelectableNothingIsTyped) {
   EXPECT_FALSE(field->canBecomeKeyView());
 }
 
+TEST_F(NSTextViewKeys, WhatCannotBeSelectedCannotBeEditedEither) {
+  const auto text = make<NSTextView>(CGRect{0, 0, 100, 20});
+  text->setSelectable(false);
+  EXPECT_FALSE(text->isEditable());
+  text->setSelectable(true);
+  EXPECT_FALSE(text->isEditable());
+  NSTextFieldCell cell;
+  cell.setEditable(true);
+  cell.setSelectable(false);
+  EXPECT_FALSE(cell.isEditable() || cell.isSelectable());
+}
+
 TEST_F(NSTextViewKeys, LeftIsForwardInATextThatBeginsFromRightToLeft) {
   begin("\u05D0\u05D1 \u05D2\u05D3", 0);
   user.pressKey(left);
