@@ -80,7 +80,13 @@ void ViewGeometry::moveToWindow(NSWindow* window) {
   const std::vector<Ref<NSView>> copy = subviews_;
   for (const Ref<NSView>& view : copy)
     if (window_ == window && view->superview() == &asView()) view->moveToWindow(window);
-  if (window_ == window) viewDidMoveToWindow();
+  if (window_ != window) return;
+  // What the desktop has changed while the view was in no window.
+  if (window && std::exchange(appearanceChanges_, effectiveAppearanceChanges()) != effectiveAppearanceChanges()) {
+    asView().invalidateIntrinsicContentSize();
+    asView().setNeedsLayout(true);
+  }
+  viewDidMoveToWindow();
 }
 
 void ViewGeometry::setFrame(CGRect frame) {

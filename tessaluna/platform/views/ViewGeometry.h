@@ -8,6 +8,7 @@
 #include "tessaluna/platform/foundation/AffineTransform.h"
 #include "tessaluna/platform/foundation/DequeList.h"
 #include "tessaluna/platform/foundation/Geometry.h"
+#include "tessaluna/platform/windows/effectiveAppearance.h"
 
 namespace tessaluna::platform {
 
@@ -81,6 +82,7 @@ class ViewGeometry : public NSResponder {
 
   NSView* superview_ = nullptr;
   NSWindow* window_ = nullptr;
+  std::size_t appearanceChanges_ = effectiveAppearanceChanges();  // that it has followed
   DequeList<Ref<NSView>> subviews_;
   CGRect frame_, bounds_;
   std::uint32_t autoresizingMask_ = NSViewNotSizable;

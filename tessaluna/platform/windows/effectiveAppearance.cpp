@@ -9,6 +9,8 @@ namespace tessaluna::platform {
 
 namespace {
 
+std::size_t changes = 0;
+
 void markAll(NSView& view) {
   view.invalidateIntrinsicContentSize();
   view.setNeedsLayout(true);
@@ -17,7 +19,10 @@ void markAll(NSView& view) {
 
 }  // namespace
 
+std::size_t effectiveAppearanceChanges() { return changes; }
+
 void effectiveAppearanceDidChange() {
+  ++changes;
   NSNotificationCenter::defaultCenter().postNotification(
       make<NSNotification>(std::string(NSSystemColorsDidChangeNotification), nullptr));
   if (!NSApp) return;

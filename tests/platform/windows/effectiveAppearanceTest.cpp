@@ -36,6 +36,26 @@ TEST_F(EffectiveAppearance, AChangeLaysOutAllViewsAndRedrawsTheirWindow) {
   EXPECT_EQ(nativeOf(*window).paints()[0].dirty, (std::vector<CGRect>{{0, 0, 200, 150}}));
 }
 
+TEST_F(EffectiveAppearance, AViewThatWasInNoWindowIsLaidOutWhenItComesIntoOne) {
+  const auto place = make<NSView>(CGRect{10, 10, 100, 100});
+  const auto outer = make<Counting>(CGRect{0, 0, 50, 50}), inner = make<Counting>(CGRect{0, 0, 20, 20});
+  outer->addSubview(inner);
+  place->addSubview(outer);
+  const auto window = showWindowWith(place);
+  outer->removeFromSuperview();
+  effectiveAppearanceDidChange();
+  desktop.settle();
+  outer->layouts = inner->layouts = 0;
+  place->addSubview(outer);
+  desktop.settle();
+  EXPECT_EQ(outer->layouts, 1);
+  EXPECT_EQ(inner->layouts, 1);
+  outer->removeFromSuperview();
+  place->addSubview(outer);
+  desktop.settle();
+  EXPECT_EQ(inner->layouts, 1);
+}
+
 TEST_F(EffectiveAppearance, AChangeIsPostedAlsoWithoutAnApplication) {
   NSApp.reset();
   int posted = 0;
