@@ -2,17 +2,11 @@
 
 #include <gmock/gmock.h>
 
-#include "tessaluna/platform/backend/Menu.h"
 #include "tessaluna/platform/backend/SystemColor.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
-#include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/graphics/contrast.h"
-#include "tessaluna/platform/text/NSFont.h"
-#include "tests/harness/ActionProbe.h"
-#include "tests/harness/StillWorld.h"
+#include "tests/harness/SegmentedWorld.h"
 #include "tests/harness/pixelsOf.h"
-#include "tests/harness/printing.h"
-#include "tests/harness/recordingOf.h"
 
 using namespace tessaluna::platform;
 using tessaluna::backend::SystemColor;
@@ -21,55 +15,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Optional;
 
-namespace {
-
-// Draws no label and remembers where the segments were drawn.
-class ProbeSegmentedCell : public NSSegmentedCell {
- public:
-  using NSSegmentedCell::NSSegmentedCell;
-  Ref<NSCell> copy() const override { return make<ProbeSegmentedCell>(*this); }
-  CGFloat widthForSegment(std::size_t segment) const override {
-    return widths.empty() ? NSSegmentedCell::widthForSegment(segment) : widths.at(segment);
-  }
-  void drawSegment(std::size_t, CGRect frame, NSView&) override { drawn.push_back(frame); }
-  std::vector<CGFloat> widths;
-  std::vector<CGRect> drawn;
-};
-
-// Three segments of 60, 40 and 100 points in a control of 200 by 24 at (0, 100); a character is 5 points wide.
-class NSSegmentedControlTest : public harness::StillWorld {
- protected:
-  NSSegmentedControlTest() {
-    control->setCell(cell);
-    cell->setFont(NSFont::systemFontOfSize(10));
-    cell->setSegmentCount(3);
-    for (const auto& [label, index] : {std::pair("Artists.", 0), std::pair("Hits", 1), std::pair("All of an artist", 2)})
-      control->setLabelForSegment(label, static_cast<std::size_t>(index));
-    control->setTarget(target);
-    control->setAction("act:");
-    target->onAct = [this] { selections.push_back(control->selectedSegment()); };
-    window = showWindowWith(control);
-  }
-
-  // In the window, in the middle of what was drawn as the segment.
-  CGPoint middleOf(std::size_t segment) {
-    cell->drawn.clear();
-    harness::recordingOf([&] { control->drawRect(control->bounds()); });
-    return control->convertPointToView({CGRectGetMidX(cell->drawn.at(segment)), 12}, nullptr);
-  }
-  void focus() { window->makeFirstResponder(control.get()); }
-  NSAccessibility& element(std::size_t segment) const {
-    return *accessibilityOf(cell->accessibilityChildren().value().at(segment));
-  }
-
-  Ref<NSSegmentedControl> control = make<NSSegmentedControl>(CGRect{0, 100, 200, 24});
-  Ref<ProbeSegmentedCell> cell = make<ProbeSegmentedCell>();
-  Ref<harness::ActionProbe> target = make<harness::ActionProbe>();
-  std::vector<std::optional<std::size_t>> selections;  // at each action
-  Ref<NSWindow> window;
-};
-
-}  // namespace
+using NSSegmentedControlTest = harness::SegmentedWorld;
 
 TEST_F(NSSegmentedControlTest, StartsWithoutASelection) {
   EXPECT_EQ(control->selectedSegment(), std::nullopt);
@@ -548,143 +494,6 @@ TEST_F(NSSegmentedControlTest, TheStockCellDrawsABoxWithLinesBetweenTheSegmentsA
   EXPECT_THAT(harness::only("setFillColor", lines),
               ElementsAre(R"({"op":"setFillColor","color":[0.97,0.97,0.97,1]})", HasSubstr("controlTextColor"),
                           R"({"op":"setFillColor","color":[0.776,0.776,0.776,1]})", HasSubstr("controlTextColor")));
-}
-
-// Widths of 60, 40 and 100 points, and 28 for the part that opens the menu.
-class OverflowingSegmentsTest : public NSSegmentedControlTest {
- protected:
-  OverflowingSegmentsTest() {
-    control->setFrame({0, 100, 148, 24});
-    control->setPutsOverflowIntoMenu(true);
-  }
-};
-
-TEST_F(OverflowingSegmentsTest, WhatDoesNotFitIsInAMenuAtTheEndIfTheHostWantsIt) {
-  EXPECT_EQ(cell->shownSegmentCount(control->bounds()), 2u);
-  EXPECT_EQ(cell->overflowRectForBounds(control->bounds()), (CGRect{120, 0, 28, 24}));
-  EXPECT_THAT(cell->segmentRectsForBounds(control->bounds()),
-              ElementsAre(CGRect{0, 0, 72, 24}, CGRect{72, 0, 48, 24}, CGRect{120, 0, 0, 24}));
-  control->setPutsOverflowIntoMenu(false);
-  EXPECT_EQ(cell->shownSegmentCount(control->bounds()), 3u);
-  EXPECT_EQ(cell->overflowRectForBounds(control->bounds()), std::nullopt);
-}
-
-TEST_F(OverflowingSegmentsTest, NothingIsInTheMenuWhereAllFit) {
-  control->setFrame({0, 100, 200, 24});
-  EXPECT_EQ(cell->overflowRectForBounds(control->bounds()), std::nullopt);
-}
-
-TEST_F(OverflowingSegmentsTest, WhereNothingFitsThePartForTheMenuIsAllThereIs) {
-  control->setFrame({0, 100, 20, 24});
-  EXPECT_EQ(cell->shownSegmentCount(control->bounds()), 0u);
-  EXPECT_EQ(cell->overflowRectForBounds(control->bounds()), (CGRect{0, 0, 20, 24}));
-  EXPECT_EQ(cell->segmentAtPoint({5, 5}, control->bounds()), std::nullopt);
-}
-
-TEST_F(OverflowingSegmentsTest, ChoosingFromTheMenuClicksTheSegment) {
-  control->setSegmentCount(4);
-  control->setLabelForSegment("Live", 3);
-  control->setEnabledForSegment(false, 3);
-  user.click(*window, {130, 110});
-  ASSERT_NE(desktop.openMenu(), nullptr);
-  const auto entries = desktop.openMenu()->entries;
-  ASSERT_EQ(entries.size(), 2u);
-  EXPECT_EQ(entries[0].title, "All of an artist");
-  EXPECT_EQ(entries[0].mark, tessaluna::backend::MenuMark::None);
-  EXPECT_FALSE(entries[1].isEnabled);
-  EXPECT_EQ(desktop.openMenu()->place.over, (CGRect{220, 200, 28, 24}));
-  desktop.chooseFromMenu(entries[0].number);
-  desktop.settle();
-  EXPECT_THAT(selections, ElementsAre(Optional(2u)));
-  EXPECT_TRUE(control->openOverflowMenu());
-  EXPECT_EQ(desktop.openMenu()->entries[0].mark, tessaluna::backend::MenuMark::Check);
-}
-
-TEST_F(OverflowingSegmentsTest, ADisabledControlOpensNoMenuAndOneWhereAllFitNeither) {
-  control->setEnabled(false);
-  EXPECT_FALSE(control->openOverflowMenu());
-  control->setEnabled(true);
-  control->setFrame({0, 100, 200, 24});
-  EXPECT_FALSE(control->openOverflowMenu());
-  control->setCell(make<NSCell>());
-  EXPECT_FALSE(control->openOverflowMenu());
-  EXPECT_EQ(desktop.openMenu(), nullptr);
-}
-
-TEST_F(OverflowingSegmentsTest, TheMenuHasTheImagesOfItsSegments) {
-  control->setImageForSegment(make<NSImage>(CGSize{8, 8}), 2);
-  user.click(*window, {130, 110});
-  EXPECT_NE(desktop.openMenu()->entries[0].image, nullptr);
-}
-
-TEST_F(OverflowingSegmentsTest, AMenuThatIsClosedWithoutAChoiceClicksNothing) {
-  user.click(*window, {130, 110});
-  desktop.chooseFromMenu(std::nullopt);
-  desktop.settle();
-  EXPECT_EQ(target->acts, 0);
-  EXPECT_EQ(control->selectedSegment(), std::nullopt);
-}
-
-TEST_F(OverflowingSegmentsTest, TheFocusRingOfASegmentInTheMenuIsAroundThePartThatOpensIt) {
-  control->setTrackingMode(NSSegmentSwitchTrackingSelectAny);
-  control->setSelectedSegment(std::nullopt);
-  focus();
-  EXPECT_EQ(control->focusRingMaskBounds(), (CGRect{0, 0, 72, 24}));
-  user.pressKey(NSEndFunctionKey);
-  EXPECT_EQ(control->focusRingMaskBounds(), (CGRect{120, 0, 28, 24}));
-}
-
-TEST_F(OverflowingSegmentsTest, APressBesideThePartForTheMenuIsOneOnASegment) {
-  user.click(*window, {20, 110});
-  EXPECT_EQ(desktop.openMenu(), nullptr);
-  EXPECT_THAT(selections, ElementsAre(Optional(0u)));
-}
-
-TEST_F(OverflowingSegmentsTest, TheMenuMayOutliveTheControl) {
-  user.click(*window, {130, 110});
-  control->removeFromSuperview();
-  control.reset();
-  desktop.chooseFromMenu(desktop.openMenu()->entries[0].number);
-  desktop.settle();
-  EXPECT_EQ(target->acts, 0);
-}
-
-TEST_F(OverflowingSegmentsTest, AChoiceIsNoClickOnAControlThatWasHiddenOrTakenAwayMeanwhile) {
-  const auto choose = [&] {
-    desktop.chooseFromMenu(desktop.openMenu()->entries[0].number);
-    desktop.settle();
-  };
-  user.click(*window, {130, 110});
-  control->setHidden(true);
-  choose();
-  control->setHidden(false);
-  user.click(*window, {130, 110});
-  control->removeFromSuperview();
-  choose();
-  EXPECT_EQ(target->acts, 0);
-  EXPECT_EQ(control->selectedSegment(), std::nullopt);
-}
-
-TEST_F(OverflowingSegmentsTest, ArrowsReachWhatIsInTheMenuAndAssistiveClientsSeeItThere) {
-  control->setSelectedSegment(1);
-  focus();
-  user.pressKey(NSRightArrowFunctionKey);
-  EXPECT_EQ(control->selectedSegment(), 2u);
-  EXPECT_EQ(element(2).accessibilityFrame(), (CGRect{220, 200, 28, 24}));
-}
-
-TEST_F(OverflowingSegmentsTest, TheStockCellDrawsItAsDotsAndDarkerIfASegmentInItIsSelected) {
-  const auto stock = make<NSSegmentedCell>();
-  stock->setPutsOverflowIntoMenu(true);
-  stock->setSegmentCount(2);
-  stock->setLabelForSegment("one", 0);
-  stock->setLabelForSegment("another one", 1);
-  const auto fills = [&] {
-    return harness::only("fill", harness::recordingOf([&] { stock->drawWithFrame({0, 0, 90, 24}, *control); }));
-  };
-  EXPECT_EQ(fills().size(), 1u + 3u);
-  stock->setSelectedSegment(1);
-  EXPECT_EQ(fills().size(), 1u + 1u + 3u);
 }
 
 TEST_F(NSSegmentedControlTest, TheSelectedSegmentStandsOutOnLightAndDarkPalettes) {
