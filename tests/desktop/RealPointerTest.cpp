@@ -1,7 +1,9 @@
 // The small controls under a real pointer: the X server's, which xdotool moves and presses.
+#include <QWheelEvent>
 #include <QWidget>
 
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
 #include "tessaluna/uikit/trackrow/PlaybackStatusIcon.h"
@@ -124,6 +126,30 @@ TEST_F(RealPointer, ADragOnAnEmbeddedViewNeverMovesTheProgramsWindow) {
   EXPECT_TRUE(eventually([&] { return view->drags >= 2; }));
   xdotool({"mouseup", "1"});
   EXPECT_EQ(top_.geometry(), place);
+}
+
+// Keeps how far it was scrolled.
+class ScrolledView : public NSView {
+ public:
+  using NSView::NSView;
+  void scrollWheel(const Ref<NSEvent>& event) override { way += event->scrollingDeltaY(); }
+  double way = 0;
+};
+
+TEST_F(RealPointer, AScrollIsAsFarWhateverUnitsTheDriverCountsIn) {
+  const auto view = make<ScrolledView>(CGRect{0, 0, 40, 40});
+  show(view, {50, 60});
+  auto* widget = top_.findChild<QWidget*>();
+  const auto scroll = [&](int units) {
+    view->way = 0;
+    QWheelEvent wheel({5, 5}, widget->mapToGlobal(QPointF(5, 5)), {0, units}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(widget, &wheel);
+    return view->way;
+  };
+  const double notch = scroll(0);
+  EXPECT_GT(notch, 0);
+  EXPECT_EQ(scroll(15), notch);
+  EXPECT_EQ(scroll(120), notch);
 }
 
 }  // namespace

@@ -61,8 +61,10 @@ PointerInput pointerInputOf(const QMouseEvent& event, QPointF place) {
 WheelInput wheelInputOf(const QWheelEvent& event, QPointF place) {
   constexpr double notch = 120;  // of Qt's units
   const double lines = QApplication::wheelScrollLines() / notch;
+  // On X11 these are units of the device's driver, for the wheel of a mouse as well.
+  const QPoint points = QGuiApplication::platformName() == "xcb" ? QPoint() : event.pixelDelta();
   return {.place = pointOf(place),
-          .points = {double(event.pixelDelta().x()), double(event.pixelDelta().y())},
+          .points = {double(points.x()), double(points.y())},
           .lines = {event.angleDelta().x() * lines, event.angleDelta().y() * lines},
           .modifiers = modifierFlagsOf(event.modifiers(), commandKey())};
 }
