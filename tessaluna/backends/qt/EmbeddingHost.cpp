@@ -140,6 +140,9 @@ class EmbeddingHost::NativeSide : public QtNativeWindow {
   }
   bool moveFocus(FocusStep step) override { return host_ && host_->moveFocus(step); }
   QWindow* qWindow() const override { return host_ ? host_->topLevel_.windowHandle() : nullptr; }
+  void screenSpaceHasMoved() override {
+    if (host_) host_->placeTopLevel();
+  }
 
  private:
   EmbeddingHost* host_;

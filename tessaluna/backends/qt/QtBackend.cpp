@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScreen>
 #include <QStyle>
 #include <QStyleHints>
 #include <QTimer>
@@ -26,6 +27,7 @@
 #include "tessaluna/platform/foundation/stopProgram.h"
 #include "tessaluna/platform/views/NSView.h"
 #include "tessaluna/platform/windows/NSApplication.h"
+#include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/platform/windows/WindowInput.h"
 #include "tessaluna/platform/windows/effectiveAppearance.h"
 
@@ -42,6 +44,8 @@ class QtBackend::ApplicationFilter : public QObject {
       if (NSApp) NSApp->setActive(state == Qt::ApplicationActive);
     });
     connect(qApp, &QGuiApplication::layoutDirectionChanged, this, effectiveAppearanceDidChange);
+    connect(qApp, &QGuiApplication::primaryScreenChanged, this, &ApplicationFilter::followPrimaryScreen);
+    followPrimaryScreen(QGuiApplication::primaryScreen());
   }
 
   bool eventFilter(QObject* receiver, QEvent* event) override {
@@ -71,6 +75,23 @@ class QtBackend::ApplicationFilter : public QObject {
     if (std::exchange(lastPress_, press) == press) return;
     sendPressElsewhere(pointOnScreen(event.globalPosition()), buttonNumberOf(event.button()),
                        modifierFlagsOf(event.modifiers(), backend_.commandKey()));
+  }
+
+  // Where screen space has its origin.
+  void followPrimaryScreen(QScreen* screen) {
+    if (screen)
+      connect(screen, &QScreen::geometryChanged, this, &ApplicationFilter::originMayHaveMoved, Qt::UniqueConnection);
+    originMayHaveMoved();
+  }
+  void originMayHaveMoved() {
+    if (!NSApp) return;
+    for (const Ref<NSWindow>& window : NSApp->windows())
+      if (!window->parentWindow()) placeAgain(*window);
+  }
+  // Parents first: their children move with them.
+  static void placeAgain(NSWindow& window) {
+    if (auto* native = dynamic_cast<QtNativeWindow*>(window.nativeWindow())) native->screenSpaceHasMoved();
+    for (const Ref<NSWindow>& child : window.childWindows()) placeAgain(*child);
   }
 
   QtBackend& backend_;

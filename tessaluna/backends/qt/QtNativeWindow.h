@@ -10,6 +10,8 @@ namespace tessaluna::backend::qt {
 class QtNativeWindow : public NativeWindow {
  public:
   virtual QWindow* qWindow() const = 0;  // absent before there is one
+  // Screen space counts from another corner of the desktop than before.
+  virtual void screenSpaceHasMoved() = 0;
 };
 
 }  // namespace tessaluna::backend::qt

@@ -121,6 +121,12 @@ class QtWindow::Surface : public QRasterWindow {
     }
   }
 
+  // One that shows stays where it is on the desktop, and a hidden one where it is in screen space.
+  void followScreenSpace() {
+    if (isVisible()) placeMayHaveChanged();
+    else take(qtRectOf(wanted_));
+  }
+
   void appear() {
     if (type() != Qt::ToolTip || isOnWayland()) return show();
     client_->nativeDisplay();
@@ -386,6 +392,7 @@ void QtWindow::firstResponderDidChange() { notifyInputMethodOfChange(); }
 void QtWindow::textInputDidChange() { notifyInputMethodOfChange(); }
 void QtWindow::discardMarkedText() { resetInputMethod(); }
 QWindow* QtWindow::qWindow() const { return surface_.get(); }
+void QtWindow::screenSpaceHasMoved() { surface_->followScreenSpace(); }
 
 void QtWindow::setParent(NativeWindow* parent) {
   const auto* native = dynamic_cast<QtNativeWindow*>(parent);

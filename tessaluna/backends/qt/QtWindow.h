@@ -37,6 +37,7 @@ class QtWindow : public QtNativeWindow, public ClosingWindow {
   void textInputDidChange() override;
   void discardMarkedText() override;
   QWindow* qWindow() const override;
+  void screenSpaceHasMoved() override;
 
  private:
   class Surface;

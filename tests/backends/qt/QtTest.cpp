@@ -1,9 +1,18 @@
 #include "tests/backends/qt/QtTest.h"
 
+#include <QScreen>
+
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/foundation/numberText.h"
 #include "tessaluna/platform/graphics/NSBezierPath.h"
 #include "tessaluna/platform/graphics/NSColor.h"
+
+// What a platform of Qt's tells Qt; it is not in Qt's public headers.
+class QWindowSystemInterface {
+ public:
+  static void handleScreenGeometryChange(QScreen* screen, const QRect& pixels, const QRect& availablePixels);
+  static void handlePrimaryScreenChanged(QPlatformScreen* screen);
+};
 
 namespace tessaluna::backend::qt {
 
@@ -13,7 +22,24 @@ namespace {
 
 constexpr Selector clicksSelectors[] = {action<&Clicks::clicked>("clicked:")};
 
+void setHeightOfPrimaryScreen(int pixels) {
+  const QRect place(0, 0, 800, pixels);
+  QWindowSystemInterface::handleScreenGeometryChange(QGuiApplication::primaryScreen(), place, place);
+  QCoreApplication::processEvents();
+}
+
 }  // namespace
+
+HeightOfPrimaryScreen::HeightOfPrimaryScreen(int pixels) { setHeightOfPrimaryScreen(pixels); }
+HeightOfPrimaryScreen::~HeightOfPrimaryScreen() { setHeightOfPrimaryScreen(800); }
+
+// The primary one is the first in Qt's list.
+SecondScreenAsPrimary::SecondScreenAsPrimary() {
+  QWindowSystemInterface::handlePrimaryScreenChanged(QGuiApplication::screens()[1]->handle());
+}
+SecondScreenAsPrimary::~SecondScreenAsPrimary() {
+  QWindowSystemInterface::handlePrimaryScreenChanged(QGuiApplication::screens()[1]->handle());
+}
 
 const ClassInfo Clicks::staticClassInfo{.name = "Clicks", .base = &NSObject::staticClassInfo, .selectors = clicksSelectors};
 

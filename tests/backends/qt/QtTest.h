@@ -19,6 +19,20 @@
 
 namespace tessaluna::backend::qt {
 
+// While it lives, the primary screen is that many device pixels high; otherwise it is 800.
+class HeightOfPrimaryScreen {
+ public:
+  explicit HeightOfPrimaryScreen(int pixels);
+  ~HeightOfPrimaryScreen();
+};
+
+// While it lives, the second screen is the primary one.
+class SecondScreenAsPrimary {
+ public:
+  SecondScreenAsPrimary();
+  ~SecondScreenAsPrimary();
+};
+
 class QtTest : public testing::Test {
  protected:
   ~QtTest() override { tessaluna::platform::NSApp = nullptr; }

@@ -463,6 +463,17 @@ TEST_F(QtViewWidgetTest, AWindowOfItsProgramMayHaveItsWindowAsAChild) {
   parent->close();
 }
 
+TEST_F(QtViewWidgetTest, ItsWindowStaysWhereItIsWhenThePrimaryScreenGetsAnotherHeight) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  embed(view);
+  show();
+  const HeightOfPrimaryScreen other(1200);
+  const QRect place = top.geometry();
+  const int height = QGuiApplication::primaryScreen()->geometry().height();
+  EXPECT_EQ(view->window()->frame().origin.x, place.x());
+  EXPECT_NEAR(CGRectGetMaxY(view->window()->frame()), height - place.y(), 1e-9);
+}
+
 TEST_F(QtViewWidgetTest, AScrollIsAsFarAsTheDeviceSaysOrTheProgramsNumberOfLines) {
   const auto view = make<Witness>(CGRect{0, 0, 50, 50});
   QtViewWidget* widget = embed(view);

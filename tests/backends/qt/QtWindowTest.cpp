@@ -202,6 +202,36 @@ TEST_F(QtWindowTest, MoveByTheDesktopIsTold) {
   EXPECT_EQ(window->contentView()->frame(), (CGRect{0, 0, 140, 90}));
 }
 
+TEST_F(QtWindowTest, WindowsThatShowStayWhereTheyAreWhenThePrimaryScreenGetsAnotherHeight) {
+  const auto parent = makeWindow(), hidden = makeWindow();
+  const auto child = make<NSWindow>(CGRect{120, 150, 40, 50}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
+  parent->addChildWindow(child, NSWindowAbove);
+  hidden->orderOut(nullptr);
+  settle();
+  const QRect place = qWindowOf(*parent).geometry(), placeOfChild = qWindowOf(*child).geometry();
+  const int before = QGuiApplication::primaryScreen()->geometry().height();
+  const HeightOfPrimaryScreen other(1200);
+  const int grown = QGuiApplication::primaryScreen()->geometry().height() - before;
+  ASSERT_GT(grown, 0);
+  EXPECT_EQ(parent->frame(), (CGRect{100, 200.0 + grown, 120, 80}));
+  EXPECT_EQ(child->frame(), (CGRect{120, 150.0 + grown, 40, 50}));
+  EXPECT_EQ(qWindowOf(*parent).geometry(), place);
+  EXPECT_EQ(qWindowOf(*child).geometry(), placeOfChild);
+  // The place of one that is hidden is only in screen space.
+  EXPECT_EQ(hidden->frame(), (CGRect{100, 200, 120, 80}));
+  EXPECT_EQ(qWindowOf(*hidden).geometry(), place.translated(0, grown));
+}
+
+TEST_F(QtWindowTest, StaysWhereItIsWhenAnotherScreenBecomesThePrimaryOne) {
+  const auto window = makeWindow();
+  const QRect place = qWindowOf(*window).geometry();
+  const SecondScreenAsPrimary other;
+  const QRect primary = QGuiApplication::primaryScreen()->geometry();
+  ASSERT_GT(primary.x(), 0);
+  EXPECT_EQ(window->frame().origin, (CGPoint{100.0 - primary.x(), primary.y() + primary.height() - place.y() - 80.0}));
+  EXPECT_EQ(qWindowOf(*window).geometry(), place);
+}
+
 TEST_F(QtWindowTest, PlaceBetweenPointsStaysWhatItIs) {
   const auto window =
       make<NSWindow>(CGRect{100.5, 200.25, 120.5, 80}, NSWindowStyleMaskBorderless, NSBackingStoreBuffered, true);
