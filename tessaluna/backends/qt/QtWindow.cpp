@@ -84,7 +84,6 @@ class QtWindow::Surface : public QRasterWindow {
   }
 
   void stayAbove(QWindow* parent) {
-    if (transientParent()) transientParent()->removeEventFilter(this);
     setTransientParent(parent);
     if (parent) parent->installEventFilter(this);
   }
@@ -94,7 +93,6 @@ class QtWindow::Surface : public QRasterWindow {
   // The window that this one belongs to is going.
   void leave() {
     client_ = nullptr;
-    displayTimer_.stop();
     toolTip_.set({});
     hide();
     if (depth_ == 0) delete this;
@@ -105,7 +103,6 @@ class QtWindow::Surface : public QRasterWindow {
     wanted_ = content;
     const QRect place = qtRectOf(content);
     growsWithPicture_ = false;
-    if (place == geometry()) return placeToThePixel();
     if (isVisible() && movesOnlyWhenHidden(*this) && place.topLeft() != geometry().topLeft()) {
       hide();
       take(place);
@@ -128,7 +125,8 @@ class QtWindow::Surface : public QRasterWindow {
   }
 
   void appear() {
-    if (type() != Qt::ToolTip || isOnWayland()) return show();
+    // QWindow::show would also make a maximized window normal.
+    if (type() != Qt::ToolTip || isOnWayland()) return setVisible(true);
     client_->nativeDisplay();
     changeUnseen([&] {
       show();
@@ -208,7 +206,6 @@ class QtWindow::Surface : public QRasterWindow {
     }
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    if (picture_.image().isNull()) return;
     painter.drawImage(QPointF(0, 0), picture_.image());
     if (isLargerThanPicture()) continuePicture(painter);
   }
@@ -357,7 +354,10 @@ QtWindow::QtWindow(WindowClient& client, const WindowOptions& options)
 QtWindow::~QtWindow() = default;
 
 void QtWindow::setFrame(CGRect content) { surface_->setWantedFrame(content); }
-void QtWindow::show() { surface_->appear(); }
+void QtWindow::show() {
+  surface_->setWindowStates(surface_->windowStates() & ~Qt::WindowMinimized);
+  surface_->appear();
+}
 void QtWindow::hide() { surface_->disappear(); }
 void QtWindow::willClose() { surface_->willClose(); }
 void QtWindow::raise() { surface_->raise(); }

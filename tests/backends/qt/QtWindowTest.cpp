@@ -1,6 +1,7 @@
 #include "tessaluna/backends/qt/QtWindow.h"
 
 #include <QExposeEvent>
+#include <QPointer>
 #include <QScreen>
 #include <QTimer>
 
@@ -8,6 +9,8 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/views/NSTextField.h"
+#include "tessaluna/platform/windows/NSPanel.h"
 #include "tessaluna/uikit/trackrow/PrevNextButton.h"
 #include "tests/backends/qt/QtTest.h"
 
@@ -239,6 +242,9 @@ TEST_F(QtWindowTest, PlaceBetweenPointsStaysWhatItIs) {
   settle();
   EXPECT_EQ(window->frame(), (CGRect{100.5, 200.25, 120.5, 80}));
   EXPECT_EQ(qWindowOf(*window).geometry().size(), QSize(121, 81));
+  window->setFrame({90.25, 200.5, 30, 40.5}, false);
+  settle();
+  EXPECT_EQ(window->frame(), (CGRect{90.25, 200.5, 30, 40.5}));
 }
 
 TEST_F(QtWindowTest, BorderlessWindowIsAPopUpWithoutFocus) {
@@ -265,6 +271,17 @@ TEST_F(QtWindowTest, ItsStyleIsWhatItsTitleBarOffers) {
     EXPECT_EQ(native.maximumSize() == native.minimumSize(), !(on & 4)) << on;
     window->close();
   }
+}
+
+TEST_F(QtWindowTest, WhatKindOfWindowItIsIsKnownFromItsBeginning) {
+  const auto window = makeWindow();
+  EXPECT_EQ(qWindowOf(*window).type(), Qt::Window);
+  EXPECT_FALSE(qWindowOf(*window).flags() & (Qt::NoDropShadowWindowHint | Qt::WindowDoesNotAcceptFocus));
+  const auto panel = make<NSPanel>(CGRect{100, 200, 120, 80}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+  panel->setHasShadow(false);
+  panel->orderFront(nullptr);
+  EXPECT_EQ(qWindowOf(*panel).type(), Qt::Tool);
+  EXPECT_TRUE(qWindowOf(*panel).flags() & Qt::NoDropShadowWindowHint);
 }
 
 TEST_F(QtWindowTest, TheProgramResizesAWindowThatTheUserCannot) {
@@ -300,6 +317,93 @@ TEST_F(QtWindowTest, OpacityAndShadowCanChangeWhileItShows) {
   window->setHasShadow(true);
   EXPECT_FALSE(qWindowOf(*window).flags() & Qt::NoDropShadowWindowHint);
   child->close();
+}
+
+TEST_F(QtWindowTest, WhatHangsOnItStaysWithItWhenItsOpacityChanges) {
+  const auto grandParent = makeWindow(), other = makeWindow(), parent = makeWindow();
+  const auto text = make<NSTextField>(CGRect{0, 0, 120, 80});
+  parent->contentView()->addSubview(text);
+  grandParent->addChildWindow(parent, NSWindowAbove);
+  QWindow ofTheProgram;
+  ofTheProgram.setTransientParent(&qWindowOf(*parent));
+  settle();
+  QTest::mouseMove(&qWindowOf(*parent), {10, 10});
+  QTest::mouseMove(&qWindowOf(*parent), {60, 40});
+  settle();
+  ASSERT_EQ(qWindowOf(*parent).cursor().shape(), Qt::IBeamCursor);
+  qWindowOf(*parent).setWindowStates(Qt::WindowMaximized);
+  int frames = 0;
+  parent->nativeWindow()->callAtNextFrame([&] { ++frames; });
+  parent->setOpaque(false);
+  const QWindow& native = qWindowOf(*parent);
+  EXPECT_EQ(native.cursor().shape(), Qt::IBeamCursor);
+  EXPECT_EQ(native.windowStates(), Qt::WindowMaximized);
+  EXPECT_EQ(native.transientParent(), &qWindowOf(*grandParent));
+  EXPECT_EQ(ofTheProgram.transientParent(), &native);
+  EXPECT_EQ(qWindowOf(*other).transientParent(), nullptr);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return frames == 1; }));
+}
+
+TEST_F(QtWindowTest, AHiddenWindowStaysHiddenWhenItsOpacityChanges) {
+  const auto window = makeWindow();
+  window->orderOut(nullptr);
+  window->setOpaque(false);
+  settle();
+  EXPECT_FALSE(qWindowOf(*window).isVisible());
+}
+
+TEST_F(QtWindowTest, ComesToTheFrontAsLargeAsTheUserHasMadeIt) {
+  const auto window = makeWindow();
+  QWindow& native = qWindowOf(*window);
+  native.setWindowStates(Qt::WindowMaximized);
+  window->makeKeyAndOrderFront(nullptr);
+  EXPECT_EQ(native.windowStates(), Qt::WindowMaximized);
+  native.setWindowStates(Qt::WindowMaximized | Qt::WindowMinimized);
+  window->makeKeyAndOrderFront(nullptr);
+  EXPECT_EQ(native.windowStates(), Qt::WindowMaximized);
+}
+
+TEST_F(QtWindowTest, WhatIsRedrawnIsSeen) {
+  const auto window = makeWindow();
+  const auto seen = [&] {
+    QWindow& native = qWindowOf(*window);
+    return native.screen()->grabWindow(native.winId()).toImage().pixelColor(10, 10);
+  };
+  window->setBackgroundColor(NSColor::redColor());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return seen() == QColor(Qt::red); }));
+  window->setBackgroundColor(NSColor::blueColor());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return seen() == QColor(Qt::blue); }));
+}
+
+TEST_F(QtWindowTest, TranslucentPixelsDoNotAddUpWhenTheyAreShownAgain) {
+  const auto window = makeWindow();
+  QWindow& native = qWindowOf(*window);
+  const auto seen = [&] { return native.screen()->grabWindow(native.winId()).toImage().pixelColor(10, 10); };
+  const QColor before = seen();
+  window->setBackgroundColor(NSColor::colorWithDeviceRed(1, 0, 0, 0.5));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return seen() != before; }));
+  const QColor once = seen();
+  QPaintEvent again(QRect(QPoint(0, 0), native.size()));
+  QCoreApplication::sendEvent(&native, &again);
+  EXPECT_EQ(seen(), once);
+}
+
+TEST_F(QtWindowTest, AtRestNoTimerRuns) {
+  class TimerCount : public QObject {
+   public:
+    bool eventFilter(QObject*, QEvent* event) override {
+      count += event->type() == QEvent::Timer;
+      return false;
+    }
+    int count = 0;
+  };
+  const auto window = makeWindow();
+  window->contentView()->setNeedsDisplay(true);
+  settle();
+  TimerCount timers;
+  qApp->installEventFilter(&timers);
+  settle();
+  EXPECT_EQ(timers.count, 0);
 }
 
 TEST_F(QtWindowTest, PopUpIsPaintedBeforeAnybodySeesIt) {
@@ -377,6 +481,27 @@ TEST_F(QtWindowTest, ItsDelegateMayRefuseTheUsersClose) {
   EXPECT_FALSE(native.isVisible());
 }
 
+TEST_F(QtWindowTest, ItsDelegateIsNotAskedWhenTheProgramClosesIt) {
+  class Asked : public NSObject, public NSWindowDelegate {
+   public:
+    bool windowShouldClose(NSWindow&) override {
+      ++count;
+      return true;
+    }
+    int count = 0;
+  };
+  const auto delegate = make<Asked>();
+  const auto window = makeWindow();
+  window->setDelegate(delegate);
+  window->close();
+  EXPECT_EQ(delegate->count, 0);
+  window->makeKeyAndOrderFront(nullptr);
+  settle();
+  qWindowOf(*window).close();
+  EXPECT_EQ(delegate->count, 1);
+  EXPECT_FALSE(window->isVisible());
+}
+
 TEST_F(QtWindowTest, ClosedByTheProgramItHidesEvenWhereAFilterRefuses) {
   class Refusing : public QObject {
    public:
@@ -424,6 +549,15 @@ TEST_F(QtWindowTest, ClosedWindowCanBeShownAgainInItsPlace) {
   EXPECT_EQ(clicks->count, 1);
 }
 
+TEST_F(QtWindowTest, HiddenAndShownAtOnceItHasTheKeyboardAgain) {
+  const auto window = makeWindow();
+  ASSERT_TRUE(window->isKeyWindow());
+  window->orderOut(nullptr);
+  EXPECT_FALSE(window->isKeyWindow());
+  window->makeKeyAndOrderFront(nullptr);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window->isKeyWindow(); }));
+}
+
 TEST_F(QtWindowTest, LostReleaseEndsThePressWithoutAClick) {
   const auto window = makeWindow();
   const auto button = addButton(*window);
@@ -440,6 +574,37 @@ TEST_F(QtWindowTest, LostReleaseEndsThePressWithoutAClick) {
   send(QEvent::MouseButtonPress, onButton, Qt::LeftButton, Qt::LeftButton);
   send(QEvent::MouseButtonRelease, onButton, Qt::LeftButton, Qt::NoButton);
   EXPECT_EQ(clicks->count, 1);
+}
+
+// As a dialog that the action opens.
+TEST_F(QtWindowTest, ActionMayThrowTheWindowAwayAndHandleEventsItself) {
+  auto window = makeWindow();
+  const auto button = addButton(*window);
+  const QPointer<QWindow> native = &qWindowOf(*window);
+  clicks->then = [&] {
+    window->close();
+    window = nullptr;
+    ASSERT_TRUE(native);
+    const QRect all(QPoint(0, 0), native->size());
+    QPaintEvent paint(all);
+    QCoreApplication::sendEvent(native, &paint);
+    QCloseEvent close;
+    QCoreApplication::sendEvent(native, &close);
+    EXPECT_EQ(native->accessibleRoot(), nullptr);
+    settle();
+  };
+  QTest::mouseClick(native, Qt::LeftButton, {}, onButton);
+  EXPECT_EQ(clicks->count, 1);
+  settle();
+  EXPECT_FALSE(native);
+}
+
+TEST_F(QtWindowTest, TakesItsNativeWindowWithIt) {
+  auto window = makeWindow();
+  const QPointer<QWindow> native = &qWindowOf(*window);
+  window->close();
+  window = nullptr;
+  EXPECT_FALSE(native);  // at once: the program may be about to end
 }
 
 TEST_F(QtWindowTest, LeavesNothingBehind) {
@@ -475,6 +640,26 @@ TEST_F(QtWindowTest, AFrameBlockIsCalledOnceAndWhatItChangesIsPaintedWithThatFra
   EXPECT_TRUE(QTest::qWaitFor([&] { return drawsAtNextFrame > 0; }, 5000));
   EXPECT_EQ(drawsAtNextFrame, 1u);
   EXPECT_EQ(calls, 1);
+}
+
+TEST_F(QtWindowTest, AFrameHasWhatItsBlocksChange) {
+  const auto window = makeWindow();
+  const auto witness = make<Witness>(CGRect{0, 0, 20, 20});
+  window->contentView()->addSubview(witness);
+  settle();
+  witness->draws.clear();
+  window->nativeWindow()->callAtNextFrame([&] { witness->setNeedsDisplay(true); });
+  QEvent frame(QEvent::UpdateRequest);
+  QCoreApplication::sendEvent(&qWindowOf(*window), &frame);
+  EXPECT_EQ(witness->draws.size(), 1u);
+}
+
+TEST_F(QtWindowTest, AWindowThatNeverShowedKeepsItsFrameBlocksUntilItShows) {
+  const auto window = make<NSWindow>(CGRect{100, 200, 120, 80}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, false);
+  int calls = 0;
+  window->nativeWindow()->callAtNextFrame([&] { ++calls; });
+  window->orderFront(nullptr);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return calls == 1; }, 5000));
 }
 
 TEST_F(QtWindowTest, AHiddenWindowKeepsItsFrameBlocksUntilItShows) {
