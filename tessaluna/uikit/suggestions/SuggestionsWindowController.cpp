@@ -98,7 +98,7 @@ void SuggestionsWindowController::setSuggestions(std::optional<std::vector<Sugge
 // The selection.
 
 void SuggestionsWindowController::changeSelection(Ref<HighlightingView> view) {
-  const Ref<HighlightingView> earlier = std::exchange(selectedView_, view);
+  const Ref<HighlightingView> earlier = std::exchange(selectedView_, std::move(view));
   // Old and new are not compared, and the row's own observer does the same once more.
   const auto highlight = [](HighlightingView& row, bool isHighlighted) {
     row.setIsHighlighted(isHighlighted);
@@ -106,9 +106,10 @@ void SuggestionsWindowController::changeSelection(Ref<HighlightingView> view) {
     row.setNeedsDisplay(true);
   };
   if (earlier) highlight(*earlier, false);
-  if (view) {
-    highlight(*view, true);
-    fullContentView_->scrollRectToVisible(withOtherViewsBeside(view->frame()));
+  // Looked at again: a text field of the earlier row may have changed the selection meanwhile.
+  if (const Ref<HighlightingView> selected = selectedView_) {
+    highlight(*selected, true);
+    fullContentView_->scrollRectToVisible(withOtherViewsBeside(selected->frame()));
   }
   NSAccessibilityPostNotification(fullContentView_.optional(), NSAccessibilitySelectedChildrenChangedNotification);
 }
@@ -312,14 +313,22 @@ Ref<NSTrackingArea> SuggestionsWindowController::trackingAreaForView(const Ref<H
                               refTo<NSResponder>(*this), NSTrackingArea::UserInfo{{std::string(trackerKey()), view}});
 }
 
-void SuggestionsWindowController::removeRows(NSView& content) {
+bool SuggestionsWindowController::removeRows(NSView& content, std::size_t layout) {
   setSelectedView(nullptr);
-  for (const ItemRef& item : viewControllers_.value_or(std::vector<ItemRef>())) item->view()->removeFromSuperview();
+  std::vector<Ref<NSView>> views;
+  for (const ItemRef& item : viewControllers_.value_or(std::vector<ItemRef>())) views.push_back(item->view());
+  views.insert(views.end(), otherViews_.begin(), otherViews_.end());
+  for (const Ref<NSView>& view : views) {
+    if (layout != layouts_) return false;
+    view->removeFromSuperview();
+  }
+  if (layout != layouts_) return false;
   viewControllers_.emplace();
-  for (const Ref<NSView>& view : std::exchange(otherViews_, {})) view->removeFromSuperview();
+  otherViews_.clear();
   if (trackingAreas_)
     for (const Ref<NSTrackingArea>& area : *trackingAreas_) content.removeTrackingArea(area);
   trackingAreas_.emplace();
+  return true;
 }
 
 void SuggestionsWindowController::layoutSuggestions() {
@@ -328,43 +337,45 @@ void SuggestionsWindowController::layoutSuggestions() {
   if (!popUp || !content) return;
   const bool isWithinAnother = std::exchange(isInLayout_, true);
   const AtEndOfScope end([&] { isInLayout_ = isWithinAnother; });
-  removeRows(*content);
+  // Rows and the views beside them run code of the host as they go, are made, selected, added and filled, which may assign other
+  // suggestions. Their layout then replaces this one.
+  const std::size_t layout = ++layouts_;
+  if (!removeRows(*content, layout)) return;
 
   const CGRect contentFrame = popUp->contentView()->frame();
   CGFloat bottom = 0;  // of what has been added so far
-  const auto addBelow = [&](const Ref<NSView>& view) {
+  // Below it; false if this layout was replaced meanwhile.
+  const auto add = [&](const Ref<NSView>& view) {
     const CGFloat height = view->frame().size.height;
     view->setFrame({0, bottom, contentFrame.size.width, height});
     content->addSubview(view);
     bottom += height;
+    if (layout == layouts_) return true;
+    view->removeFromSuperview();
+    return false;
   };
   const auto addOther = [&](const Ref<NSView>& view) {
-    if (!view) return;
-    addBelow(view);
+    if (layout != layouts_) return false;
+    if (!view) return true;
+    if (!add(view)) return false;
     otherViews_.push_back(view);
+    return true;
   };
-  // Rows and the views beside them run code of the host as they are made and filled, which may assign other suggestions. Their
-  // layout then replaces this one.
   const std::vector<Suggestion> suggestions = suggestions_.value_or(std::vector<Suggestion>());
-  const std::size_t layout = ++layouts_;
   for (const Suggestion& suggestion : suggestions) {
-    const Ref<NSView> above = viewAboveRow(viewControllers_->size());
-    if (layout != layouts_) return;
-    addOther(above);
+    if (!addOther(viewAboveRow(viewControllers_->size()))) return;
     const ItemRef item = makeItem(suggestion);
     const Ref<HighlightingView> view = rowOf(*item);
     if (layout != layouts_) return;
     if (viewControllers_->empty()) setSelectedView(view);
-    addBelow(view);
+    if (layout != layouts_ || !add(view)) return;
     trackingAreas_->push_back(trackingAreaForView(view));
     content->addTrackingArea(trackingAreas_->back());
     item->setSuggestion(suggestion);
     if (layout != layouts_) return view->removeFromSuperview();
     viewControllers_->push_back(item);
   }
-  const Ref<NSView> below = viewBelowRows();
-  if (layout != layouts_) return;
-  addOther(below);
+  if (!addOther(viewBelowRows())) return;
   content->setFrame({contentFrame.origin, {contentFrame.size.width, bottom}});
   // It follows the clip view in width, which a bar that is there already has made narrower.
   if (const NSView* clip = content->superview()) content->setFrameSize({clip->bounds().size.width, bottom});

@@ -113,7 +113,7 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   template <class Iterator>
   void selectBefore(Iterator first, Iterator last);
   void layoutSuggestions();
-  void removeRows(tessaluna::platform::NSView& content);
+  bool removeRows(tessaluna::platform::NSView& content, std::size_t layout);  // false if the layout was replaced meanwhile
   tessaluna::platform::CGRect withOtherViewsBeside(tessaluna::platform::CGRect row) const;
   tessaluna::platform::CGFloat heightToShow() const;
   tessaluna::platform::Ref<tessaluna::platform::NSTrackingArea> trackingAreaForView(

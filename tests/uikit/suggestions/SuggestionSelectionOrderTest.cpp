@@ -1,6 +1,8 @@
 // In which order a change of the selection does its parts, and what a whole gesture chooses.
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 #include "tests/uikit/suggestions/PopUpWorld.h"
 
@@ -20,6 +22,18 @@ TEST_F(SuggestionSelectionOrder, TheNewRowIsStoredBeforeTheOldOneLosesItsHighlig
   cells[0]->onStyle = [&] { selected = controller->selectedView(); };
   controller->setSelectedView(row(1));
   EXPECT_EQ(selected, row(1));
+}
+
+TEST_F(SuggestionSelectionOrder, ASelectionThatIsMadeAsTheOldRowLosesItsHighlightIsTheOnlyOne) {
+  show({"a", "b", "c"});
+  bool isFirst = true;
+  cells[0]->onStyle = [&] {
+    if (std::exchange(isFirst, false)) controller->setSelectedView(row(2));
+  };
+  controller->userSetSelectedView(row(1));
+  EXPECT_EQ(target->calls, Calls{"c"});
+  EXPECT_FALSE(row(1)->isHighlighted());
+  EXPECT_TRUE(row(2)->isHighlighted());
 }
 
 TEST_F(SuggestionSelectionOrder, TheScrollComesAfterTheHighlightAndBeforeTheReport) {

@@ -87,6 +87,62 @@ TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileTheFirs
   EXPECT_EQ(selectedLabel(), "x");
 }
 
+TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileTheFirstRowIsSelectedReplaceThoseOfTheRow) {
+  show({"a", "b"});
+  bool isFirst = true;
+  onMake = [&](Row&, harness::ProbeCell& cell) {
+    cell.onStyle = [&] {
+      if (std::exchange(isFirst, false)) controller->setSuggestions(suggestionsNamed({"x", "y", "z"}));
+    };
+  };
+  controller->setSuggestions(suggestionsNamed({"c", "d"}));
+  EXPECT_EQ(content()->subviews().size(), 3u);
+  EXPECT_EQ(content()->trackingAreas().size(), 3u);
+  EXPECT_EQ(selectedLabel(), "x");
+}
+
+TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedAsAViewComesOrGoesReplaceThoseThatAreLaidOut) {
+  class Moving : public HighlightingView {
+   public:
+    explicit Moving(std::function<void()> moved) : HighlightingView({0, 0, 50, 20}), moved_(std::move(moved)) {}
+    void viewDidMoveToWindow() override { moved_(); }
+
+   private:
+    std::function<void()> moved_;
+  };
+  class Sectioned : public SuggestionsWindowController {
+   public:
+    std::function<Ref<NSView>()> makeView;
+
+   protected:
+    Ref<NSView> viewAboveRow(std::size_t row) override { return row == 1 ? makeView() : nullptr; }
+    Ref<NSView> viewBelowRows() override { return makeView(); }
+  };
+  const auto sectioned = make<Sectioned>();
+  controller = sectioned;
+  controller->setSuggestionPrototype("row");
+  int movesLeft = 0;
+  const auto makeMoving = [&] {
+    return make<Moving>([&] {
+      if (movesLeft > 0 && --movesLeft == 0) controller->setSuggestions(suggestionsNamed({"x"}));
+    });
+  };
+  sectioned->makeView = makeMoving;
+  NSNib::registerFactory("row", [&](NSObject&) { return makeMoving(); });
+  // Two rows and two other views go, then as many come.
+  for (int move = 1; move <= 8; ++move) {
+    show({"a", "b"});
+    movesLeft = move;
+    controller->setSuggestions(suggestionsNamed({"c", "d"}));
+    EXPECT_EQ(movesLeft, 0);
+    EXPECT_EQ(content()->subviews().size(), 2u) << move;
+    EXPECT_EQ(content()->trackingAreas().size(), 1u) << move;
+    EXPECT_EQ(popUp()->frame().size.height, 40) << move;
+    EXPECT_EQ(selectedLabel(), "x") << move;
+    controller->cancelSuggestions();
+  }
+}
+
 TEST_F(SuggestionsWindowControllerLayout, AfterARowThatThrowsAPopUpThatDoesNotShowIsNotLaidOut) {
   bool isFirst = true;
   onMake = [&](Row&, harness::ProbeCell&) {
