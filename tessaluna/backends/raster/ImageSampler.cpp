@@ -250,7 +250,8 @@ inline void ImageSampler::averageDown(const RowsToAverage& rows, int x) {
       }
     }
     const auto weighted = [&rows](Short8 sum) {
-      return highHalf(sum, rows.between) << (8 - rows.shift) | sum * rows.between >> (8 + rows.shift);
+      // In two steps: together they may be as many as the number has bits.
+      return highHalf(sum, rows.between) << (8 - rows.shift) | sum * rows.between >> 8 >> rows.shift;
     };
     for (int i = 0; i < fours; ++i) addTo(sums[i], {weighted(bytes[i].even), weighted(bytes[i].odd)});
   }
