@@ -36,7 +36,7 @@ TEST(NSRect, EveryOperationHasItsMode) {
                                              {6, "destinationOver"}, {7, "destinationIn"}, {8, "destinationOut"},
                                              {9, "destinationAtop"}, {10, "xor"},          {13, "plusLighter"}};
   for (const auto& [value, mode] : all)
-    EXPECT_EQ(recordingOf([&] {
+    EXPECT_EQ(recordingOf([value = value] {
                 NSRectFillUsingOperation({1, 2, 3, 4}, static_cast<NSCompositingOperation>(value));
               }),
               fillWith(mode));

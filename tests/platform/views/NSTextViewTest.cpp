@@ -22,7 +22,7 @@ class NSTextViewKeys : public harness::FieldWorld {
                                  option = NSEventModifierFlagOption, command = NSEventModifierFlagCommand;
   static constexpr char32_t left = NSLeftArrowFunctionKey, right = NSRightArrowFunctionKey, home = NSHomeFunctionKey,
                             end = NSEndFunctionKey, up = NSUpArrowFunctionKey, down = NSDownArrowFunctionKey,
-                            forwardDelete = NSDeleteFunctionKey, insert = NSInsertFunctionKey;
+                            forwardDelete = NSDeleteFunctionKey;
   static constexpr char32_t backspace = 0x7F;
 };
 
