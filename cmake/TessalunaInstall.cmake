@@ -7,8 +7,10 @@ include(CMakePackageConfigHelpers)
 set(pkgconfig_of_PkgConfig_UTF8PROC libutf8proc)
 set(pkgconfig_of_Qt6_Widgets "Qt6Widgets >= 6.4")
 
-# Packages still work after the tree that they are in is moved.
-file(RELATIVE_PATH path_to_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
+# Packages still work after the tree that they are in is moved, unless a folder was given as a whole path.
+file(RELATIVE_PATH path_to_prefix "${tessaluna_libdir}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+cmake_path(APPEND libdir "\${prefix}" "${CMAKE_INSTALL_LIBDIR}")
+cmake_path(APPEND includedir "\${prefix}" "${CMAKE_INSTALL_INCLUDEDIR}")
 get_property(libraries GLOBAL PROPERTY TESSALUNA_LIBRARIES)
 set(names)
 set(component_table)
