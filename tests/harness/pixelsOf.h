@@ -8,7 +8,9 @@
 
 #include "tessaluna/backends/raster/Bitmap.h"
 #include "tessaluna/backends/raster/RasterCanvas.h"
+#include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 
 namespace harness {
 
@@ -28,6 +30,16 @@ tessaluna::backend::raster::Bitmap pixelsOf(PictureSize size, Draw draw) {
     draw();
   }
   return std::move(*bitmap);
+}
+
+// The same on an opaque white ground.
+template <class Draw>
+tessaluna::backend::raster::Bitmap pixelsOnWhite(PictureSize size, Draw draw) {
+  return pixelsOf(size, [&] {
+    tessaluna::platform::NSColor::whiteColor()->setFill();
+    tessaluna::platform::NSRectFill({0, 0, double(size.width), double(size.height)});
+    draw();
+  });
 }
 
 inline bool arePixelsEqual(const tessaluna::backend::raster::Bitmap& a, const tessaluna::backend::raster::Bitmap& b) {

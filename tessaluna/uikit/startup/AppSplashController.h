@@ -6,8 +6,9 @@
 //   splash->setCurrentStepText("Opening the library");
 //   splash->close();
 //
-// Outlets: "window", "progressIndicator", "appIconView", "titleLabel", "informativeTextLabel", "currentStepTextLabel". One that
-// is absent when it is used stops the program: the icon's and the spinner's once the window is loaded, a label's at its text.
+// Outlets: "window", "progressIndicator", "appIconView", "titleLabel", "informativeTextLabel", "currentStepTextLabel". One
+// other than the window that is absent when it is used stops the program: the icon's and the spinner's once the window is
+// loaded, a label's at its text.
 #pragma once
 
 #include <string>
@@ -40,7 +41,8 @@ class AppSplashController : public tessaluna::platform::NSWindowController {
   }
 
   // Shows the image named "AppIcon.icns", if the host has one, starts the spinner and centers the window in a rectangle of its
-  // screen's size. A window that is on no screen stops the program if there is no main screen.
+  // screen's size at the origin of screen space, which is the screen itself where that is the primary one. A window on no screen
+  // goes by the main screen, and stops the program if there is none; without a window nothing is centered.
   void windowDidLoad() override;
 
   // The three lines, from the top. Their labels keep them.

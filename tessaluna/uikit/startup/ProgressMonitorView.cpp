@@ -128,38 +128,45 @@ void ProgressMonitorView::showCount() {
   numberTasks_->setHidden(false);
 }
 
+// Who is notified of what the next three change may release the view and remove the task, whose key the caller's text may be.
+
 void ProgressMonitorView::addBackgroundTaskProgress(std::string_view task, double totalLength, const void* abortSem) {
-  if (const Ref<NSDictionary> record = recordOf(task)) {
-    replaceValue(*record, lengthName, totalLength, task);
+  const Ref<NSView> held = refTo<NSView>(*this);
+  const std::string key(task);
+  if (const Ref<NSDictionary> record = recordOf(key)) {
+    replaceValue(*record, lengthName, totalLength, key);
   } else {
     backgroundTasks_->setObjectForKey(
         make<NSDictionary>(NSDictionary::Entries{{std::string(lengthName), make<NSNumber>(totalLength)},
                                                  {std::string(positionName), make<NSNumber>(0.0)},
                                                  {std::string(abortName), make<NSData>(&abortSem, sizeof abortSem)}}),
-        task);
+        key);
   }
   showTotals();
   showCount();
   setHidden(false);
-  notifyAssistiveClients(task);
+  notifyAssistiveClients(key);
 }
 
 void ProgressMonitorView::setBackgroundTaskProgressPosition(double position, std::string_view forTask) {
   const Ref<NSDictionary> record = recordOf(forTask);
   if (!record) return;
-  replaceValue(*record, positionName, position, forTask);
+  const Ref<NSView> held = refTo<NSView>(*this);
+  const std::string key(forTask);
+  replaceValue(*record, positionName, position, key);
   progressIndicator_->setDoubleValue(sumOf(positionName));
-  notifyAssistiveClients(forTask);
+  notifyAssistiveClients(key);
 }
 
 void ProgressMonitorView::removeBackgroundTaskProgress(std::string_view task) {
-  const std::string removed(task);  // the caller's may be the dictionary's own
-  backgroundTasks_->removeObjectForKey(removed);
+  const Ref<NSView> held = refTo<NSView>(*this);
+  const std::string key(task);
+  backgroundTasks_->removeObjectForKey(key);
   showTotals();
   showCount();
   // The length and not the number of tasks: tasks without a length do not keep the view in sight.
   if (sumOf(lengthName) <= 0) setHidden(true);
-  notifyAssistiveClients(removed);
+  notifyAssistiveClients(key);
 }
 
 std::string ProgressMonitorView::accessibilityTitle() const {

@@ -1,5 +1,5 @@
-// Three line glyphs: an open book, five head-and-shoulders figures, and a letter i in a circle. Pressing thickens their lines
-// and changes nothing else; line widths are points and do not scale.
+// Three line glyphs: an open book, five head-and-shoulders figures, and a letter i in a circle. Pressing doubles the width of
+// their lines and changes nothing else; line widths are points and do not scale, nor does the circle's distance from the edge.
 #pragma once
 
 #include "tessaluna/platform/foundation/Geometry.h"

@@ -1,5 +1,6 @@
-// Shows the application's name in a flowing script, black, without a ground. The name fills the bounds and
-// takes their proportion: give the view 415 by 100 points, or a multiple of it, to show it undistorted.
+// Shows the application's name in a flowing script, black, without a ground. The name takes almost all of
+// the width of the bounds, leaves about a twelfth of their height free at the top and at the bottom, and takes their proportion:
+// give the view 415 by 100 points, or a multiple of it, to show it undistorted.
 #pragma once
 
 #include "tessaluna/platform/views/NSView.h"

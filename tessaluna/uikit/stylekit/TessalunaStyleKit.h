@@ -3,7 +3,7 @@
 //
 //   TessalunaStyleKit::drawLeftArrow({10, 20, 24, 24}, /*enabled=*/true, /*isPressed=*/false);
 //
-// or comes as an image that does so at any size:
+// and most of them come as an image, too, that does so at any size:
 //
 //   auto image = TessalunaStyleKit::imageOfLeftArrow();
 //

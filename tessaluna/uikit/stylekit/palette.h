@@ -1,5 +1,5 @@
-// The three colors that the kit shows to a host. Each is made at its first read, by itself and once for the process; no
-// routine of the kit reads them.
+// The three colors that the kit shows to a host. Each is made at its first read, by itself and once for the process, on
+// whatever thread that is; no routine of the kit reads them.
 #pragma once
 
 #include "tessaluna/platform/graphics/Forward.h"

@@ -10,8 +10,9 @@
 //   6      shuffle   blue while the state is on, otherwise dark gray
 //   7      repeat    the same
 //
-// Any other style draws nothing. The glyphs are made for 32 by 32 points and have a shadow along their inner edge while the
-// button is highlighted.
+// Any other style draws nothing. The glyphs are made for 32 by 32 points: at another size the bars of pause shear,
+// because three of their corners keep 32 points from the left edge or from that of the maximum y. They have a shadow along their
+// inner edge while the button is highlighted.
 #pragma once
 
 #include <cstdint>

@@ -1,11 +1,14 @@
-// The slider of a player's position: a thin track, the played part in the color of the keyboard focus, over it up to two spans
-// of buffered audio, and a narrow knob. Value, limits and spans are counted in audio frames. A vertical one has a plain bar
-// and no knob.
+// The slider of a player's position: a thin track, the played part in the color of the keyboard focus (pale where
+// nothing is loaded), over it up to two spans of buffered audio, and a narrow knob. Value, limits and spans are counted in audio
+// frames; with a maximum of 0 the track is empty. A vertical one has a plain bar and no knob.
 //
 //   span of a buffer        looks
 //   before the position     focus
 //   across it               focus up to the position, then as after it
 //   after it                dark gray once the buffer's load is completed, track gray until then
+//
+// Spans are compared with the position in single precision, in which frames near the position of a long song are the same.
+// The track gray is darker where the kit's version (SystemVersion.h) is below 1187.
 //
 // Time runs from left to right in every layout.
 #pragma once
@@ -35,8 +38,8 @@ class PlaybackTransportSliderCell : public tessaluna::platform::NSSliderCell {
   void displayLoadStatusFrom(std::uint64_t from, std::uint64_t to, bool completed, std::uint64_t buffer2From,
                              std::uint64_t buffer2End, bool buf2done, std::uint64_t songLength);
 
-  // Counted in the width of the control's frame and not in the bar, from 0 to 3 points before its end. Empty where the control
-  // is a vertical slider; not finite without a range of values.
+  // Counted in the width of the control's frame and not in the bar, from 0 to 3 points before its end; without a control the
+  // width is 0. Empty where the control is a vertical slider; not finite without a range of values.
   tessaluna::platform::CGRect knobRectFlipped(bool flipped) const override;
   bool isMirrored() const override { return false; }
   void drawKnob(tessaluna::platform::CGRect knobRect) override;

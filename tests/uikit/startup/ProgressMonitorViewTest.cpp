@@ -359,3 +359,35 @@ TEST_F(ProgressMonitorViewTest, ChangesOfTheViewAndOfTasksThatTheyHaveMetAreRepo
   EXPECT_THAT(heard, ElementsAre("view AXTitleChanged", "scan AXValueChanged", "view AXTitleChanged", "view AXTitleChanged",
                                  "scan AXUIElementDestroyed"));
 }
+
+TEST_F(ProgressMonitorViewTest, AClientMayReleaseTheViewAsItsBarOrItsNameChanges) {
+  auto& center = accessibilityNotificationCenter();
+  const auto token = center.addObserverForName("", nullptr, nullptr, [&](const Ref<NSNotification>&) { view.reset(); });
+  const auto operations = {
+      +[](ProgressMonitorView& one) { one.addBackgroundTaskProgress("import", 100, nullptr); },
+      +[](ProgressMonitorView& one) { one.setBackgroundTaskProgressPosition(10, "scan"); },
+      +[](ProgressMonitorView& one) { one.removeBackgroundTaskProgress("scan"); },
+  };
+  for (const auto operation : operations) {
+    view = make<ProgressMonitorView>(CGRect{5, 6, 200, 24});
+    const Ref<NSMutableDictionary> tasks = view->backgroundTasks();
+    tasks->setObjectForKey(make<NSDictionary>(NSDictionary::Entries{{"Length", make<NSNumber>(100)}}), "scan");
+    view->accessibilityChildren();
+    const Ref<NSView> itsBar = view->subviews()[0];
+    operation(*view);
+    EXPECT_EQ(view, nullptr);
+    EXPECT_EQ(itsBar->superview(), nullptr);
+  }
+  center.removeObserver(token);
+}
+
+TEST_F(ProgressMonitorViewTest, AClientMayRemoveTheTaskThatMovesByTheKeyInTheLiveDictionary) {
+  view->addBackgroundTaskProgress("a name too long to be kept in place by a string", 100, &first);
+  const Ref<NSObject> task = view->accessibilityChildren()->at(0);
+  auto& center = accessibilityNotificationCenter();
+  const auto token = center.addObserverForName(
+      "", nullptr, nullptr, [&](const Ref<NSNotification>&) { view->backgroundTasks()->removeAllObjects(); });
+  view->setBackgroundTaskProgressPosition(10, view->backgroundTasks()->entries().begin()->first);
+  center.removeObserver(token);
+  EXPECT_EQ(accessibilityOf(task)->accessibilityParent(), nullptr);
+}

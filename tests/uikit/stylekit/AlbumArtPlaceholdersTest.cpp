@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "tessaluna/uikit/stylekit/AlbumArtPlaceholders.h"
+#include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
@@ -131,6 +132,11 @@ TEST(IconAlbum, HolesAreOpenAndRingsArePainted) {
   const CGPoint ground[] = {{25, 40}, {10, 25}, {14.5, 35.5}, {25, 30}, {1, 1}};
   for (const CGPoint point : paint) EXPECT_NE(windingAt(disc, point), 0) << testing::PrintToString(point);
   for (const CGPoint point : ground) EXPECT_EQ(windingAt(disc, point), 0) << testing::PrintToString(point);
+}
+
+TEST(IconAlbum, OnAWhiteGroundItShowsNothing) {
+  const auto nothing = harness::pixelsOnWhite({50, 50}, [] {});
+  EXPECT_TRUE(harness::arePixelsEqual(harness::pixelsOnWhite({50, 50}, [] { Kit::drawIconAlbum(); }), nothing));
 }
 
 TEST(IconAlbum, ScalesEachAxisWithTheFrameAndMovesWithItsOrigin) {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "tessaluna/uikit/stylekit/BrowseIcons.h"
+#include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
@@ -282,6 +283,11 @@ TEST(BrowseIconAlbum, IsSixCirclesOfSixteenCurvesInWhite) {
   const auto painted = paintedBy([] { Kit::drawTidalIconAlbum(); });
   EXPECT_THAT(painted.lines.at(0), HasSubstr(R"("named":"whiteColor"})"));
   for (const auto& circle : subpathsOf(painted.filled.at(0))) EXPECT_EQ(circle.curves, 16);
+}
+
+TEST(BrowseIconAlbum, OnAWhiteGroundItShowsNothing) {
+  const auto nothing = harness::pixelsOnWhite({50, 50}, [] {});
+  EXPECT_TRUE(harness::arePixelsEqual(harness::pixelsOnWhite({50, 50}, [] { Kit::drawTidalIconAlbum(); }), nothing));
 }
 
 TEST(BrowseIconGenres, StartsInTheMiddleOfAnyFrame) {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "tessaluna/uikit/stylekit/MoodIcons.h"
+#include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/stylekit/Outline.h"
@@ -111,6 +112,12 @@ TEST_P(MoodIcon, IsBlackOrWhiteAndOtherwiseTheSame) {
   EXPECT_EQ(onDark[0], white);
   EXPECT_THAT(plain[1], StartsWith(R"({"op":"fill",)"));
   EXPECT_EQ(plain[1], onDark[1]);
+}
+
+TEST_P(MoodIcon, InWhiteOnAWhiteGroundItShowsNothing) {
+  const auto nothing = harness::pixelsOnWhite({200, 200}, [] {});
+  EXPECT_TRUE(harness::arePixelsEqual(harness::pixelsOnWhite({200, 200}, [] { GetParam().draw(canvas, true); }), nothing));
+  EXPECT_FALSE(harness::arePixelsEqual(harness::pixelsOnWhite({200, 200}, [] { GetParam().draw(canvas, false); }), nothing));
 }
 
 TEST_P(MoodIcon, WithoutArgumentsIsBlackInTheFrameThatItWasDesignedIn) {

@@ -46,11 +46,12 @@ TEST(palette, HighResAudioColorIsAGray) {
   EXPECT_EQ(color->greenComponent(), color->blueComponent());
 }
 
-// In a process of its own, in which nothing has been read.
+// In processes of their own, in which nothing has been read.
 TEST(paletteDeathTest, EachColorIsMadeAtItsOwnFirstReadAndByNoRoutine) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
-  const auto readAll = [] {
-    const auto costOf = [](Ref<NSColor> (*read)()) {
+  using Read = Ref<NSColor> (*)();
+  const auto readAll = [](std::initializer_list<Read> reads) {
+    const auto costOf = [](Read read) {
       const int before = harness::allocations;
       read();
       return harness::allocations - before;
@@ -58,10 +59,13 @@ TEST(paletteDeathTest, EachColorIsMadeAtItsOwnFirstReadAndByNoRoutine) {
     for (const TessalunaUIKit::Routine& routine : TessalunaUIKit::routines())
       harness::recordingOf([&] { routine.drawByDefault(); });
     const int costOfAColor = costOf([] { return NSColor::colorWithCalibratedRed(0, 0, 0, 1); });
-    for (const auto read :
-         {TessalunaStyleKit::qobuzColor, TessalunaStyleKit::tessalunaBlue, TessalunaStyleKit::highResAudioColor})
+    for (const Read read : reads)
       if (costOf(read) != costOfAColor || costOf(read) != 0) std::exit(1);
     std::exit(costOfAColor > 0 ? 0 : 2);
   };
-  EXPECT_EXIT(readAll(), testing::ExitedWithCode(0), "");
+  using Kit = TessalunaStyleKit;
+  // Each of them first, so that none makes another one.
+  EXPECT_EXIT(readAll({Kit::qobuzColor, Kit::tessalunaBlue, Kit::highResAudioColor}), testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(readAll({Kit::tessalunaBlue, Kit::highResAudioColor, Kit::qobuzColor}), testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(readAll({Kit::highResAudioColor, Kit::qobuzColor, Kit::tessalunaBlue}), testing::ExitedWithCode(0), "");
 }
