@@ -188,6 +188,7 @@ CGFloat NSSegmentedCell::widthForSegment(std::size_t segment) const {
 }
 
 NSSegmentedCell::Layout NSSegmentedCell::layout(CGRect bounds) const {
+  bounds = CGRectStandardize(bounds);
   std::vector<CGFloat> widths;
   CGFloat total = 0;
   for (std::size_t i = 0; i < segmentCount(); ++i) {
@@ -200,13 +201,13 @@ NSSegmentedCell::Layout NSSegmentedCell::layout(CGRect bounds) const {
   if (putsOverflowIntoMenu_ && total > room) {
     room = std::max(room - overflowWidth, 0.0);
     for (; result.shown > 0 && total > room; total -= widths[result.shown]) --result.shown;
-    result.overflow = {CGRectGetMinX(bounds) + room, CGRectGetMinY(bounds), bounds.size.width - room, bounds.size.height};
+    result.overflow = {bounds.origin.x + room, bounds.origin.y, bounds.size.width - room, bounds.size.height};
     if (result.shown == 0) result.overflow = bounds;
   }
-  CGFloat x = CGRectGetMinX(bounds);
+  CGFloat x = bounds.origin.x;
   for (std::size_t i = 0; i < widths.size(); ++i) {
     const CGFloat width = i < result.shown ? room * widths[i] / total : 0;
-    result.rects.push_back({x, CGRectGetMinY(bounds), width, bounds.size.height});
+    result.rects.push_back({x, bounds.origin.y, width, bounds.size.height});
     x += width;
   }
   return result;

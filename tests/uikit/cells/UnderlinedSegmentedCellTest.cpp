@@ -77,6 +77,10 @@ TEST_F(UnderlinedSegmentedCellTest, StretchedSegmentsEndInsideOfPoints) {
               ElementsAre(CGRect{0, 0, 133.0 * 40 / 100, 24}, CGRect{133.0 * 40 / 100, 0, 133.0 * 60 / 100, 24}));
 }
 
+TEST_F(UnderlinedSegmentedCellTest, SegmentsFillAFrameOfNegativeSizeToo) {
+  EXPECT_THAT(cell->segmentRectsForBounds({107, 27, -100, -24}), ElementsAre(CGRect{7, 3, 40, 24}, CGRect{47, 3, 60, 24}));
+}
+
 TEST_F(UnderlinedSegmentedCellTest, AFontChangesTheWidthOfEverySegment) {
   const std::vector<CGRect> before = cell->segmentRectsForBounds({0, 0, 200, 24});
   cell->setFont(NSFont::systemFontOfSize(20));
