@@ -1,4 +1,5 @@
-// A push button that is a cross. Everything but its picture is a stock button's; whether it is enabled does not show.
+// A push button that is a cross. Everything but its picture is a stock button's. Disabled by itself it looks as if it were enabled;
+// while a view above has its controls disabled, it is pale.
 #pragma once
 
 #include "tessaluna/platform/views/NSButton.h"

@@ -1,5 +1,6 @@
-// How a glyph control looks while its host has all controls disabled: pale, as its glyph has no disabled state. Made first in
-// the control's drawRect, it lasts until the closing brace. While controls are enabled it changes nothing.
+// An addition: how a glyph control looks while a view above has its controls disabled (setEnablesControls): pale, as its glyph has
+// no disabled state. Made first in the control's drawRect, it lasts until the closing brace. While controls are enabled it changes
+// nothing.
 #pragma once
 
 #include "tessaluna/platform/graphics/CGContext.h"

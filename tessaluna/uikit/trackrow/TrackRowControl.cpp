@@ -41,6 +41,10 @@ void TrackRowControl::accessibilityPerformAction(std::string_view action) {
 
 void TrackRowControl::viewDidHide() { isPressed_ = false; }
 
+void TrackRowControl::enablesControlsDidChange() {
+  if (!areControlsEnabled()) isPressed_ = false;
+}
+
 void TrackRowControl::updateTrackingAreas() {
   NSView::updateTrackingAreas();
   trackVisibleRect(*this, trackingArea_, NSTrackingMouseEnteredAndExited);
@@ -57,7 +61,7 @@ void TrackRowControl::mouseExited(const Ref<NSEvent>&) {
 }
 
 void TrackRowControl::mouseDown(const Ref<NSEvent>&) {
-  isPressed_ = true;
+  isPressed_ = areControlsEnabled();
   setNeedsDisplay(true);
 }
 

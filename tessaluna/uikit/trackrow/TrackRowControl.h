@@ -8,7 +8,8 @@
 //   false        true        pressed away   a release here does not
 //
 // The row itself is the host's: it sets what a control is to show and requests the redraw. A control can be clicked while it
-// draws nothing. Mouse events stop here and do not reach the row.
+// draws nothing. The events of a click stop here and do not reach the row; others, such as the wheel's, pass on to it. While a
+// view above has its controls disabled, what a control draws is pale.
 #pragma once
 
 #include "tessaluna/platform/foundation/NSCoder.h"
@@ -23,8 +24,8 @@ class TrackRowControl : public tessaluna::platform::NSView {
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   explicit TrackRowControl(tessaluna::platform::CGRect frame) : NSView(frame) {}
-  // All states are those of a new control, whatever an archive holds; interface files set them as properties. The target is
-  // not reachable by name, and so not an outlet.
+  // All states are false, as in a new control, whatever an archive holds; interface files set them as properties. The target is
+  // null, and is not reachable by name, so it is not an outlet.
   explicit TrackRowControl(tessaluna::platform::NSCoder& coder) : NSView(coder) {
     coder.overlookKeys({"hasMouseOnRow", "isPressed"});
   }
@@ -49,7 +50,8 @@ class TrackRowControl : public tessaluna::platform::NSView {
   std::vector<std::string> accessibilityActionNames() const override;
   void accessibilityPerformAction(std::string_view action) override;
 
-  void viewDidHide() override;  // ends a press without a click
+  void viewDidHide() override;               // ends a press without a click
+  void enablesControlsDidChange() override;  // so does what disables it from above, and none begins until it is enabled
   void updateTrackingAreas() override;
   void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseExited(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;

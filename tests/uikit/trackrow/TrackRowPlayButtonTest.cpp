@@ -156,11 +156,11 @@ TEST_F(TrackRowPlayButtonTest, IsPlayingTrackHasNoEffectWhileTheMouseIsOnTheRow)
 }
 
 TEST_F(TrackRowPlayButtonTest, APressedStateIsNotShownWhileTheRowIsNotHovered) {
-  button->setIsPlayingTrack(true);
-  const Lines before = drawn();
   press();
   EXPECT_TRUE(button->isPressed());
-  EXPECT_EQ(drawn(), before);
+  EXPECT_TRUE(drawn().empty());
+  button->setIsPlayingTrack(true);
+  EXPECT_EQ(drawn(), recordingOf([] { TessalunaStyleKit::drawTrackRowPlaying(bounds); }));
 }
 
 TEST_F(TrackRowPlayButtonTest, IsInvisibleAndClickableOnARowThatIsNeitherHoveredNorCurrent) {
@@ -439,6 +439,21 @@ TEST_F(TrackRowPlayButtonTest, HidingTheRowUnderAPressEndsItWithoutACall) {
   EXPECT_FALSE(button->isPressed());
   user.release();
   EXPECT_TRUE(target->clicks.empty());
+}
+
+TEST_F(TrackRowPlayButtonTest, WhatDisablesItFromAboveEndsAPressWithoutACallAndLetsNoneBegin) {
+  user.moveTo(*window, {57, 67});
+  user.press(*window, {57, 67});
+  row->setEnablesControls(false);
+  EXPECT_FALSE(button->isPressed());
+  user.release();
+  user.press(*window, {57, 67});
+  EXPECT_FALSE(button->isPressed());
+  row->setEnablesControls(true);
+  user.release();
+  EXPECT_TRUE(target->clicks.empty());
+  user.click(*window, {57, 67});
+  EXPECT_EQ(target->clicks.size(), 1u);
 }
 
 TEST_F(TrackRowPlayButtonTest, NamedByItsHostItIsAButtonToAssistiveClientsWhosePressIsAClick) {
