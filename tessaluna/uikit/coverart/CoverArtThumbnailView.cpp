@@ -118,6 +118,7 @@ void CoverArtThumbnailView::mouseUp(const Ref<NSEvent>& event) {
 }
 
 void CoverArtThumbnailView::toggle() {
+  const Ref<NSView> held = refTo<NSView>(*this);  // the host may release it as a window takes or loses the key status
   if (coverArtPanel_) closeEnlargedView();
   else if (image()) enlarge();
   lostKeyAt_.reset();

@@ -1,7 +1,10 @@
 // An album's cover at the size of a thumbnail. A click enlarges it into a panel with the thumbnail's upper left corner, as
 // large as the image has pixels and the screen has room to the right and below. An image with a drawing handler has no pixels,
-// and its panel is empty. Another click closes the panel, and so does whatever takes the key status from it. An image that is
-// set meanwhile resizes it.
+// and its panel is empty. Another click closes the panel, and so does whatever takes the key status from it, or the end of the
+// thumbnail. An image that is set meanwhile resizes it.
+//
+// Each representation of an image that is enlarged is set to one point per pixel, and stays so. Without a window, the panel is a
+// child of none and has the frame (0, 0, 1400, 900).
 #pragma once
 
 #include "tessaluna/platform/views/NSImageView.h"
@@ -30,7 +33,8 @@ class CoverArtThumbnailView : public tessaluna::platform::NSImageView, public te
   bool closesByClickAndEscape() const { return closesByClickAndEscape_; }
   void setClosesByClickAndEscape(bool closes) { closesByClickAndEscape_ = closes; }
 
-  // An open panel shows the new image and takes its size; with a null image it shrinks to an empty square.
+  // An open panel shows the new image and takes its size; with a null image it shrinks to an empty square, as large as an image of
+  // 64 by 64 pixels.
   void setImage(tessaluna::platform::Ref<tessaluna::platform::NSImage> image) override;
 
   // Nothing while none is open. The panel is gone at once, but for a millisecond a click does not open another one.

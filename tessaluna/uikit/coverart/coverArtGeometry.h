@@ -9,7 +9,8 @@
 namespace TessalunaUIKit {
 
 // The size of the widest representation in pixels, the first of several; zero without one that has pixels. Each representation
-// is set to one point per pixel, and stays so. A width that is not a whole number of 64 bits stops the program.
+// is set to one point per pixel, and stays so. A width that is not finite, or too large for a whole number of 64 bits, stops
+// the program.
 tessaluna::platform::CGSize naturalSizeOf(
     const std::vector<tessaluna::platform::Ref<tessaluna::platform::NSImageRep>>& representations);
 

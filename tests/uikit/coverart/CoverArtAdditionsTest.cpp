@@ -129,6 +129,24 @@ TEST_F(CoverArtAdditionsTest, AssistiveClientsPressTheImage) {
   EXPECT_EQ(panel(), nullptr);
 }
 
+TEST_F(CoverArtAdditionsTest, OneThatTheHostReleasesAsItsPanelTakesTheKeyStatusLivesUntilAClientsPressIsOver) {
+  thumbnail->setImage(imageOf(300, 100));
+  const WeakRef<CoverArtThumbnailView> weak = thumbnail;
+  bool livesInside = false;
+  const Ref<NSObject> token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidBecomeKeyNotification, nullptr, nullptr, [&](const Ref<NSNotification>&) {
+        if (!thumbnail) return;
+        thumbnail->removeFromSuperview();
+        thumbnail.reset();
+        livesInside = !weak.expired();
+      });
+  thumbnail->accessibilityPerformAction(NSAccessibilityPressAction);
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_TRUE(livesInside);
+  EXPECT_TRUE(weak.expired());
+  EXPECT_EQ(panel(), nullptr);
+}
+
 TEST_F(CoverArtAdditionsTest, ToAssistiveClientsPanelAndImageAreCalledAsTheThumbnailIs) {
   const auto names = [&] { return accessibleTreeLines(panel()); };
   enlarge(300, 100);

@@ -127,6 +127,12 @@ TEST_F(CoverArtThumbnailViewTest, TheFrameFollowsScreenScaleAndRoom) {
   }
 }
 
+TEST_F(CoverArtThumbnailViewTest, TheFrameFollowsBoundsThatStartElsewhere) {
+  thumbnail->setBoundsOrigin({7, -3});
+  enlarge(20, 10);
+  EXPECT_EQ(panel()->frame(), (CGRect{120, 144, 20, 10}));
+}
+
 TEST_F(CoverArtThumbnailViewTest, TheWidestRepresentationCountsAndAllAreSetToTheirPixels) {
   const auto image = imageOf(100, 50);
   image->addRepresentation(make<NSImageRep>(CGSize{1, 1}, 200, 80));
