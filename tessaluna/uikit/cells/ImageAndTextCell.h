@@ -23,7 +23,8 @@ class ImageAndTextCell : public tessaluna::platform::NSTextFieldCell {
 
   // The stock cell's size and a gap in width; with an image also a square slot as high as the cell.
   tessaluna::platform::CGSize cellSize() const override;
-  // Where the text is edited. The slot is left free also without an image.
+  // Where the text is edited: 2 points inside of what is beside the slot and the gap, but as wide, so that it reaches beyond the
+  // right edge. The slot is left free also without an image.
   tessaluna::platform::CGRect titleRectForBounds(tessaluna::platform::CGRect bounds) const override;
   void editWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& inView,
                      const tessaluna::platform::Ref<tessaluna::platform::NSText>& editor,

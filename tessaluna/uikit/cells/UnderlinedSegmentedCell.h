@@ -35,7 +35,8 @@ class UnderlinedSegmentedCell : public tessaluna::platform::NSSegmentedCell {
   std::optional<std::size_t> pressedSegment() const { return pressedSegment_.value; }
   void setPressedSegment(std::optional<std::size_t> segment) { pressedSegment_.value = segment; }
 
-  // In points, not rounded: the label and ten points at each side; 0 for a segment without a label.
+  // In points, not rounded: the label and ten points at each side, whatever width or image was set; 0 for a segment without a
+  // label.
   tessaluna::platform::CGFloat widthForSegment(std::size_t segment) const override;
   // Draws the segments one after the other, and no background.
   void drawWithFrame(tessaluna::platform::CGRect frame, tessaluna::platform::NSView& view) override;

@@ -33,7 +33,8 @@ class DisclosureHeaderView : public ViewWithBackground, public tessaluna::platfo
   }
 
   // An addition, off initially: the header takes the keyboard, and Space and Return press its button, whether that shows or
-  // not; to assistive clients the header is a disclosure triangle, which the same press works, and its button is left out.
+  // not; to assistive clients the header is a disclosure triangle, which the same press works, and its button and texts are left
+  // out.
   bool isOperable() const { return isOperable_; }
   void setIsOperable(bool isOperable);
   bool acceptsFirstResponder() const override { return isOperable_ || ViewWithBackground::acceptsFirstResponder(); }

@@ -42,7 +42,8 @@ class DisclosureView : public tessaluna::platform::NSView {
 
   // The action of a header's button: opens or closes with animation.
   void toggleDisclosure(NSObject* sender);
-  // Nothing happens if the section is open or folded already, as asked, or is changing. Before awakeFromNib the program stops.
+  // Nothing happens if the section is open or folded already, as asked, or is changing. Otherwise the program stops before
+  // awakeFromNib.
   void setDisclosureTo(bool to, bool animate);
 
   // An addition: what the folded section cuts off wholly leaves the Tab chain and what assistive clients are shown. Off at the
