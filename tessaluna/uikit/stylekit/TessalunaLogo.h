@@ -18,6 +18,7 @@ class TessalunaLogo : public tessaluna::platform::NSView {
   // Paints the whole name, whichever part is to be redrawn.
   void drawRect(tessaluna::platform::CGRect) override;
 
+  // An addition: to assistive clients it is an image that is called by the name.
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilityImageRole); }
   std::string accessibilityTitle() const override { return "Tessaluna"; }

@@ -173,14 +173,18 @@ TEST_F(PlaybackTransportSliderCellTest, AVerticalSliderHasNoKnobAndAPlainBar) {
   EXPECT_THAT(barDrawn({10, 20, 30, 101}), ElementsAre("dark 14 68 22 4"));
 }
 
-TEST_F(PlaybackTransportSliderCellTest, WhetherThereIsAKnobIsUpToTheSliderAndNotToACellBesideItsOwn) {
-  const auto beside = make<PlaybackTransportSliderCell>();
-  beside->setControlView(slider.get());
-  beside->setVertical(true);
-  EXPECT_EQ(beside->knobRectFlipped(true).size, (CGSize{3, 14}));
-  beside->setVertical(false);
+TEST_F(PlaybackTransportSliderCellTest, WhetherThereIsAKnobIsUpToTheSliderAndWhichBarItIsUpToTheCell) {
+  // One beside the slider's own.
+  cell = make<PlaybackTransportSliderCell>();
+  cell->setVertical(true);
+  EXPECT_THAT(barDrawn(), ElementsAre("dark 14 8 392 4")) << "in no view at all";
+  cell->setControlView(slider.get());
+  EXPECT_EQ(cell->knobRectFlipped(true).size, (CGSize{3, 14}));
+  EXPECT_THAT(barDrawn(), ElementsAre("dark 14 8 392 4"));
+  cell->setVertical(false);
   slider->setVertical(true);
-  EXPECT_EQ(beside->knobRectFlipped(true), NSZeroRect);
+  EXPECT_EQ(cell->knobRectFlipped(true), NSZeroRect);
+  EXPECT_EQ(barDrawn()[0], outline);
 }
 
 TEST_F(PlaybackTransportSliderCellTest, WithoutARangeTheKnobIsNotFiniteAndDrawingContinues) {
