@@ -112,7 +112,12 @@ TEST_F(AppSplashControllerTest, StyleSizeAndValueOfTheIndicatorAreThoseOfTheInte
   EXPECT_EQ(bar.doubleValue(), 30);
 }
 
-TEST_F(AppSplashControllerTest, WithoutAnIconTheViewGetsNone) { EXPECT_EQ(part<NSImageView>(0)->image(), nullptr); }
+TEST_F(AppSplashControllerTest, WithoutAnIconTheViewGetsNone) {
+  // Also where it has another image.
+  part<NSImageView>(0)->setImage(make<NSImage>(CGSize{64, 64}));
+  controller->windowDidLoad();
+  EXPECT_EQ(part<NSImageView>(0)->image(), nullptr);
+}
 
 TEST_F(AppSplashControllerTest, TheThreeTextsGoToTheirLabels) {
   ASSERT_NE(controller->window(), nullptr);
