@@ -183,9 +183,7 @@ void EmbeddingHost::add(QtViewWidget& widget) {
   window_->contentView()->addSubview(clip);
   const Embedded embedded{&widget, clip};
   embedded_.push_back(embedded);
-  const QPointer<EmbeddingHost> held = this;
-  placeTopLevel();
-  if (held && isHere(embedded)) place(embedded);
+  place(embedded);
 }
 
 void EmbeddingHost::remove(QtViewWidget& widget) {
@@ -226,7 +224,7 @@ void EmbeddingHost::placeTopLevel() {
   const double scale = topLevel_.devicePixelRatioF();
   const double height = std::ceil(content.size.height * scale - 1e-6) / scale;
   content = {content.origin.x, content.origin.y + content.size.height - height, content.size.width, height};
-  if (content != window_->frame()) static_cast<WindowClient&>(window_->windowClient()).nativeFrameChanged(content);
+  window_->windowClient().nativeFrameChanged(content);
   if (!held || isVisible == window_->isVisible()) return;
   if (isVisible) window_->orderFront(nullptr);
   else window_->orderOut(nullptr);
@@ -267,8 +265,6 @@ void EmbeddingHost::activationChanged() {
   if (held) window_->windowClient().nativeKeyStatusChanged(isActive);
 }
 
-void EmbeddingHost::redrawAll() { window_->contentView()->setNeedsDisplay(true); }
-
 void EmbeddingHost::scaleMayHaveChanged() {
   const double scale = topLevel_.devicePixelRatioF();
   if (std::exchange(knownScale_, scale) == scale) return;
@@ -290,7 +286,6 @@ void EmbeddingHost::paint(std::span<const CGRect> dirty, const std::function<voi
 void EmbeddingHost::paintWidget(QtViewWidget& widget, QPainter& painter) {
   scaleMayHaveChanged();
   display();
-  if (picture_.image().isNull()) return;
   painter.drawImage(QPointF(-widget.mapTo(&topLevel_, QPoint(0, 0))), picture_.image());
 }
 
@@ -308,15 +303,10 @@ QtViewWidget* EmbeddingHost::widgetOf(const NSView& view) const {
 void EmbeddingHost::followFirstResponder() {
   // Where there is none for now, Qt's focus stays: the keys find the window.
   QtViewWidget* widget = widgetOf(window_->firstResponder());
-  if (!widget || widget->hasFocus() || isFollowing_) return;
-  const QPointer<EmbeddingHost> held = this;
-  isFollowing_ = true;
-  widget->setFocus(Qt::OtherFocusReason);
-  if (held) isFollowing_ = false;
+  if (widget) widget->setFocus(Qt::OtherFocusReason);
 }
 
 void EmbeddingHost::focusEntered(QtViewWidget& widget, Qt::FocusReason reason) {
-  if (isFollowing_) return;
   const bool isTab = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
   if (AccessibilityBridge* accessibility = QtBackend::accessibility()) accessibility->focusMayHaveChanged();
   if (!isTab && widgetOf(window_->firstResponder()) == &widget) return;
@@ -341,7 +331,7 @@ void EmbeddingHost::focusLeft(QtViewWidget& widget, Qt::FocusReason reason) {
   // A window that rests, or a menu above it, brings the focus back.
   const bool comesBack =
       reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
-  if (isFollowing_ || comesBack || widgetOf(window_->firstResponder()) != &widget) return;
+  if (comesBack || widgetOf(window_->firstResponder()) != &widget) return;
   window_->makeFirstResponder(nullptr);
 }
 

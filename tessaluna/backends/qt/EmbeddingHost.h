@@ -37,7 +37,6 @@ class EmbeddingHost : public QObject {
   void wheelTurned() { wheel_.start(0); }
   void enabledChanged(QtViewWidget& widget);
   void activationChanged();
-  void redrawAll();
 
   QtViewWidget* widgetOf(const platform::NSView& view) const;  // absent if in none of ours
 
@@ -77,7 +76,6 @@ class EmbeddingHost : public QObject {
   std::vector<Embedded> embedded_;
   QTimer displayTimer_;
   QTimer wheel_;                // runs until the wheel that turns has been handled
-  bool isFollowing_ = false;    // Qt's focus is being moved after the first responder
   std::size_t passedOver_ = 0;  // widgets that handed on the focus that is being moved
 };
 

@@ -1,6 +1,7 @@
 #include "tessaluna/backends/qt/PopUpMenu.h"
 
 #include <QMenu>
+#include <QPointer>
 
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/platform/events/NSEvent.h"
@@ -70,7 +71,8 @@ TEST_F(PopUpMenuTest, ShowsImagesDashesIndentationAndKeys) {
                      {.number = 3,
                       .title = "Key",
                       .keyEquivalent = "p",
-                      .keyEquivalentModifiers = NSEventModifierFlagControl | NSEventModifierFlagShift}},
+                      .keyEquivalentModifiers = NSEventModifierFlagControl | NSEventModifierFlagShift},
+                     {.number = 4, .title = "Both", .mark = MenuMark::Dash, .image = image}},
                     [](Choice) {});
   settle();
   ASSERT_NE(openMenu(), nullptr);
@@ -79,8 +81,68 @@ TEST_F(PopUpMenuTest, ShowsImagesDashesIndentationAndKeys) {
   const QImage dash = actions[1]->icon().pixmap(16, 16).toImage();
   EXPECT_GT(dash.pixelColor(dash.width() / 2, dash.height() / 2).alpha(), 128);
   EXPECT_EQ(dash.pixelColor(0, 0).alpha(), 0);
+  QPalette red;
+  red.setColor(QPalette::WindowText, Qt::red);
+  QApplication::setPalette(red);
+  const QImage redDash = actions[1]->icon().pixmap(16, 16).toImage();
+  EXPECT_EQ(redDash.pixelColor(redDash.width() / 2, redDash.height() / 2), QColor(Qt::red));
+  QApplication::setPalette(QPalette());
   EXPECT_EQ(actions[2]->text(), "      Deep");
+  EXPECT_TRUE(actions[2]->icon().isNull());
+  EXPECT_EQ(actions[4]->icon().pixmap(16, 16).toImage().pixelColor(8, 8), QColor(Qt::blue));
+  for (const QAction* action : actions) EXPECT_TRUE(action->isIconVisibleInMenu());
   EXPECT_EQ(actions[3]->text(), "Key\tCtrl+Shift+P");
+}
+
+TEST_F(PopUpMenuTest, IsSearchedByTyping) {
+  window->orderFront(nullptr);
+  desktop.popUpMenu(*window->nativeWindow(), {.over = {200, 300, 0, 0}, .entry = {}},
+                    {{.number = 0, .title = "Play"},
+                     {.number = 1, .title = "Pause", .isEnabled = false},
+                     {.number = 2, .title = "Queue & list", .indentation = 1},
+                     {.number = 3, .title = "Queue && rest"},
+                     {.number = 4, .title = "Previous"}},
+                    [this](Choice choice) { choices.push_back(choice); });
+  settle();
+  ASSERT_NE(openMenu(), nullptr);
+  const QList<QAction*> actions = openMenu()->actions();
+  QTest::keyClicks(openMenu(), "pr");
+  EXPECT_EQ(openMenu()->activeAction(), actions[4]);
+  QTest::keyClick(openMenu(), 'q', Qt::ControlModifier);
+  EXPECT_EQ(openMenu()->activeAction(), actions[4]);
+  openMenu()->hide();
+  settle();
+  desktop.popUpMenu(*window->nativeWindow(), {.over = {200, 300, 0, 0}, .entry = {}},
+                    {{.number = 0, .title = "Pause", .isEnabled = false},
+                     {.number = 1, .title = "Queue && rest"},
+                     {.number = 2, .title = "Queue & list", .indentation = 1},
+                     {.number = 3, .title = "Play"}},
+                    [](Choice) {});
+  settle();
+  ASSERT_NE(openMenu(), nullptr);
+  const QList<QAction*> others = openMenu()->actions();
+  QTest::keyClicks(openMenu(), "queue & l");
+  EXPECT_EQ(openMenu()->activeAction(), others[2]);
+}
+
+TEST_F(PopUpMenuTest, ADisabledEntryIsNotFoundByTyping) {
+  window->orderFront(nullptr);
+  desktop.popUpMenu(*window->nativeWindow(), {.over = {200, 300, 0, 0}, .entry = {}},
+                    {{.number = 0, .title = "Pause", .isEnabled = false}, {.number = 1, .title = "Play"}}, [](Choice) {});
+  settle();
+  ASSERT_NE(openMenu(), nullptr);
+  QTest::keyClick(openMenu(), 'p');
+  EXPECT_EQ(openMenu()->activeAction(), openMenu()->actions()[1]);
+}
+
+TEST_F(PopUpMenuTest, IsAboveItsWindowAndLeavesNothingBehind) {
+  open();
+  ASSERT_NE(openMenu(), nullptr);
+  const QPointer<QMenu> menu = openMenu();
+  EXPECT_EQ(menu->windowHandle()->transientParent(), &qWindowOf(*window));
+  menu->hide();
+  settle();
+  EXPECT_FALSE(menu);
 }
 
 TEST_F(PopUpMenuTest, HangsBelowARectangle) {

@@ -1,6 +1,9 @@
+#include <QClipboard>
+#include <QMimeData>
 #include <QProxyStyle>
 #include <QThread>
 #include <atomic>
+#include <cmath>
 
 #include "tessaluna/backends/qt/screenSpace.h"
 
@@ -69,6 +72,42 @@ TEST_F(QtBackendTest, WorkElsewhereIsDoneOnAnotherThreadAndAnsweredOnThisOne) {
   EXPECT_NE(worker, QThread::currentThread());
   EXPECT_EQ(answerer, QThread::currentThread());
   EXPECT_EQ(freer, QThread::currentThread());
+}
+
+TEST_F(QtBackendTest, ABlockRunsWhateverItsDelayIs) {
+  int calls = 0;
+  for (const double seconds : {-1.0, 0.0, std::nan("")}) desktop.callAfter(seconds, [&] { ++calls; });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return calls == 3; }));
+}
+
+TEST_F(QtBackendTest, TheClipboardHasTheTextThatWasCopied) {
+  desktop.setClipboardText("caf\u00E9");
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), QString("caf\u00E9"));
+  EXPECT_EQ(desktop.clipboardText(), "caf\u00E9");
+  auto* picture = new QMimeData;
+  picture->setImageData(QImage(2, 2, QImage::Format_RGB32));
+  QGuiApplication::clipboard()->setMimeData(picture);
+  EXPECT_EQ(desktop.clipboardText(), "");
+}
+
+TEST(QtBackendEndDeathTest, WithoutOneTheProgramStops) { EXPECT_DEATH(QtBackend::current(), "there is none"); }
+
+TEST(QtBackendEndTest, AWindowThatOutlivesItTakesNoInput) {
+  auto desktop = std::make_unique<QtBackend>();
+  const auto application = NSApplication::sharedApplication();
+  const auto window = make<NSWindow>(CGRect{100, 200, 120, 80}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+  const auto view = make<Witness>(CGRect{0, 0, 120, 80});
+  window->setContentView(view);
+  window->makeKeyAndOrderFront(nullptr);
+  QCoreApplication::processEvents();
+  QWindow& native = *dynamic_cast<QtNativeWindow&>(*window->nativeWindow()).qWindow();
+  desktop.reset();
+  QTest::mouseClick(&native, Qt::LeftButton, {}, {10, 10});
+  QTest::keyClick(&native, 'a');
+  native.close();
+  EXPECT_TRUE(view->mouse.empty());
+  EXPECT_TRUE(view->keys.empty());
+  NSApp = nullptr;
 }
 
 TEST(QtBackendEndTest, ABackendThatGoesWaitsForWorkThatHasBegunAndForgetsItsAnswer) {
@@ -146,6 +185,12 @@ TEST_F(QtBackendTest, SystemColorsAreThePalettes) {
   EXPECT_NEAR(text.alpha, 40.0 / 255, 1e-4);
   EXPECT_NEAR(desktop.systemColor(SystemColor::DisabledControlText).blue, 70.0 / 255, 1e-4);
   EXPECT_NEAR(desktop.systemColor(SystemColor::PlaceholderText).green, 90.0 / 255, 1e-4);
+  palette.setColor(QPalette::Active, QPalette::Base, QColor(100, 100, 100));
+  palette.setColor(QPalette::Active, QPalette::Highlight, QColor(100, 100, 200));
+  palette.setColor(QPalette::Active, QPalette::Text, QColor(0, 0, 0));
+  QApplication::setPalette(palette);
+  EXPECT_NEAR(desktop.systemColor(SystemColor::SelectedTextBackground).blue, 135.0 / 255, 1e-4);
+  EXPECT_NEAR(desktop.systemColor(SystemColor::UnemphasizedSelectedTextBackground).blue, 85.0 / 255, 1e-4);
   QApplication::setPalette(QPalette());
 }
 

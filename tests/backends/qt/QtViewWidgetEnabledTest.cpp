@@ -1,6 +1,9 @@
 // Widgets that are disabled, by themselves or with a widget above, and enabled again.
+#include <QCursor>
 #include <QLineEdit>
 
+#include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/views/NSButton.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tests/backends/qt/EmbeddedViews.h"
@@ -118,6 +121,52 @@ TEST_F(QtViewWidgetEnabled, DisabledItsViewsThatAreNotControlsTakeNoPress) {
   second->setEnabled(true);
   click(*view);
   EXPECT_EQ(view->mouse.size(), 2u);
+}
+
+TEST_F(QtViewWidgetEnabled, DisabledInTheMiddleOfAPressEndsItForViewsThatAreNotControls) {
+  const auto view = make<Witness>(CGRect{0, 0, 30, 30});
+  QtViewWidget* second = embed(view);
+  second->setFixedSize(30, 30);
+  settle();
+  press(middleOf(*view));
+  ASSERT_EQ(view->mouse.size(), 1u);
+  second->setEnabled(false);
+  ASSERT_EQ(view->mouse.size(), 2u);
+  EXPECT_EQ(view->mouse.back().substr(0, 2), "up");
+  release(middleOf(*view));
+}
+
+TEST_F(QtViewWidgetEnabled, DisabledUnderThePointerItIsLeftAndEnabledItIsEntered) {
+  class Watched : public NSView {
+   public:
+    using NSView::NSView;
+    void mouseEntered(const Ref<NSEvent>&) override { isEntered = true; }
+    void mouseExited(const Ref<NSEvent>&) override { isEntered = false; }
+    bool isEntered = false;
+  };
+  const auto view = make<Watched>(CGRect{0, 0, 30, 30});
+  view->addTrackingArea(make<NSTrackingArea>(view->bounds(), NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited,
+                                             refTo<NSResponder>(*view)));
+  QtViewWidget* second = embed(view);
+  second->setFixedSize(30, 30);
+  settle();
+  // Elsewhere the offscreen platform does not find what is under the pointer that it has moved.
+  if (top.devicePixelRatioF() != 1) return;
+  const auto movePointerTo = [&](QPoint point) {
+    QCursor::setPos(top.mapToGlobal(point));
+    settle();
+  };
+  movePointerTo(middleOf(*left));
+  movePointerTo(middleOf(*view));
+  ASSERT_TRUE(view->isEntered);
+  second->setEnabled(false);
+  EXPECT_FALSE(view->isEntered);
+  second->setEnabled(true);
+  EXPECT_TRUE(view->isEntered);
+  movePointerTo(middleOf(*left));
+  second->setEnabled(false);
+  second->setEnabled(true);
+  EXPECT_FALSE(view->isEntered);
 }
 
 TEST_F(QtViewWidgetEnabled, DisabledBelowATopLevelWhereItHasNotBeenShownItIsHarmless) {

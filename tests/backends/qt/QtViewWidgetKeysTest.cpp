@@ -7,6 +7,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/views/NSScrollView.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/uikit/containers/ViewWithBackground.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
@@ -174,6 +175,98 @@ TEST_F(QtViewWidgetKeys, AViewKeepsTheKeyboardWhileItsWindowRestsOrAMenuHasIt) {
   QFocusEvent out(QEvent::FocusOut, Qt::MouseFocusReason);
   QCoreApplication::sendEvent(widget, &out);
   EXPECT_EQ(view->window()->firstResponder(), view->window());
+}
+
+TEST_F(QtViewWidgetKeys, OneOfSeveralViewsInAWidgetHasTheKeyboardAgainAfterAnotherWindowHadIt) {
+  const auto box = make<NSView>(CGRect{0, 0, 60, 30});
+  const auto left = make<Witness>(CGRect{0, 0, 30, 30}), right = make<Witness>(CGRect{30, 0, 30, 30});
+  box->addSubview(left);
+  box->addSubview(right);
+  QtViewWidget* widget = embed(box);
+  show();
+  ASSERT_TRUE(box->window()->makeFirstResponder(right.get()));
+  EXPECT_TRUE(widget->hasFocus());
+  EXPECT_EQ(box->window()->firstResponder(), right.get());
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  settle();
+  ASSERT_FALSE(box->window()->isKeyWindow());
+  EXPECT_EQ(box->window()->firstResponder(), right.get());
+  other.hide();
+  show();
+  EXPECT_TRUE(widget->hasFocus());
+  EXPECT_EQ(box->window()->firstResponder(), right.get());
+}
+
+TEST_F(QtViewWidgetKeys, AWidgetThatLosesTheFocusToAViewMayPassItToAnother) {
+  class Edit : public QLineEdit {
+   public:
+    void focusOutEvent(QFocusEvent* event) override {
+      QLineEdit::focusOutEvent(event);
+      if (left) std::exchange(left, nullptr)();
+    }
+    std::function<void()> left;
+  };
+  auto* edit = new Edit;
+  top.layout()->addWidget(edit);
+  const auto first = make<Witness>(CGRect{0, 0, 50, 50}), second = make<Witness>(CGRect{0, 0, 50, 50});
+  QtViewWidget* ofFirst = embed(first);
+  QtViewWidget* ofSecond = embed(second);
+  show();
+  edit->setFocus();
+  edit->left = [&] { second->window()->makeFirstResponder(second.get()); };
+  press(inTop(*ofFirst, {5, 5}));
+  release(inTop(*ofFirst, {5, 5}));
+  EXPECT_EQ(first->window()->firstResponder(), second.get());
+  EXPECT_TRUE(ofSecond->hasFocus());
+}
+
+TEST_F(QtViewWidgetKeys, QtIsToldWhereInTheWidgetTheKeyboardIs) {
+  class Flipped : public NSView {
+   public:
+    using NSView::NSView;
+    bool isFlipped() const override { return true; }
+  };
+  // Takes the keyboard and shows no ring for it.
+  class Ringless : public Witness {
+   public:
+    using Witness::Witness;
+    CGRect focusRingMaskBounds() const override { return {}; }
+  };
+  const auto box = make<NSView>(CGRect{0, 0, 60, 90});
+  const auto flipped = make<Flipped>(CGRect{0, 0, 60, 90});
+  const auto up = make<Witness>(CGRect{10, 20, 30, 40});
+  const auto down = make<Ringless>(CGRect{10, 20, 30, 40});
+  box->addSubview(up);
+  flipped->addSubview(down);
+  QtViewWidget* ofBox = embed(box);
+  QtViewWidget* ofFlipped = embed(flipped);
+  for (QtViewWidget* widget : {ofBox, ofFlipped}) widget->setFixedSize(60, 90);
+  show();
+  // Places in the widgets are rounded to whole points.
+  const auto isAt = [](const QtViewWidget* widget, const QRect& place) {
+    const QRect told = widget->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+    return told.adjusted(-1, -1, 1, 1).contains(place) && place.adjusted(-1, -1, 1, 1).contains(told);
+  };
+  const QRect ofUp(10, 30, 30, 40), ofDown(10, 20, 30, 40);
+  ASSERT_TRUE(box->window()->makeFirstResponder(up.get()));
+  EXPECT_TRUE(isAt(ofBox, ofUp));
+  EXPECT_FALSE(isAt(ofFlipped, ofDown));
+  ASSERT_TRUE(box->window()->makeFirstResponder(down.get()));
+  EXPECT_TRUE(isAt(ofFlipped, ofDown));
+  EXPECT_FALSE(isAt(ofBox, ofUp));
+}
+
+TEST_F(QtViewWidgetKeys, OfAScrolledTextQtIsToldOnlyWhatShows) {
+  const auto scroll = make<NSScrollView>(CGRect{0, 0, 60, 90});
+  const auto document = make<Witness>(CGRect{0, 0, 60, 500});
+  scroll->setDocumentView(document);
+  QtViewWidget* widget = embed(scroll);
+  widget->setFixedSize(60, 90);
+  show();
+  ASSERT_TRUE(scroll->window()->makeFirstResponder(document.get()));
+  EXPECT_NEAR(widget->inputMethodQuery(Qt::ImCursorRectangle).toRect().height(), 90, 1);
 }
 
 TEST_F(QtViewWidgetKeys, AViewInAScrollAreaKeepsTheKeyboardWhenAPressOnItActivatesItsWindow) {

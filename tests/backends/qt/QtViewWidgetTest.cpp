@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -24,6 +25,7 @@
 #include "tessaluna/platform/time/NSAnimationContext.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/views/NSViewAnimator.h"
+#include "tessaluna/platform/windows/NSScreen.h"
 #include "tessaluna/platform/windows/NSWindowDelegate.h"
 #include "tessaluna/uikit/suggestions/SuggestionsWindowController.h"
 #include "tests/backends/qt/EmbeddedViews.h"
@@ -450,6 +452,43 @@ TEST_F(QtViewWidgetTest, ItsWindowClosesWithTheTopLevel) {
   EXPECT_NE(view->window(), nullptr);
 }
 
+TEST_F(QtViewWidgetTest, ItsWindowIsWhereTheTopLevelIs) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  embed(view);
+  show();
+  const Ref<NSWindow> window = refTo(*view->window());
+  const auto differenceOfCorners = [&] {
+    const CGRect place = rectOnScreen(top.geometry());
+    return CGPoint{window->frame().origin.x - place.origin.x, CGRectGetMaxY(window->frame()) - CGRectGetMaxY(place)};
+  };
+  top.move(top.pos() + QPoint(30, 20));
+  settle();
+  EXPECT_EQ(differenceOfCorners(), CGPoint());
+  EXPECT_TRUE(window->screen()->isEqual(NSScreen::screens()[0].get()));
+  top.setGeometry(QGuiApplication::screens()[1]->geometry().adjusted(20, 20, -20, -20));
+  settle();
+  EXPECT_TRUE(window->screen()->isEqual(NSScreen::screens()[1].get()));
+  window->setFrame({40, 60, 200, 100}, true);
+  settle();
+  EXPECT_EQ(top.geometry(), qtRectOf({40, 60, 200, 100}));
+  EXPECT_EQ(differenceOfCorners(), CGPoint());
+}
+
+TEST_F(QtViewWidgetTest, ItsWindowMayAskForTheKeyboard) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  embed(view);
+  show();
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  settle();
+  ASSERT_FALSE(view->window()->isKeyWindow());
+  view->window()->makeKeyAndOrderFront(nullptr);
+  settle();
+  EXPECT_TRUE(top.isActiveWindow());
+  EXPECT_TRUE(view->window()->isKeyWindow());
+}
+
 TEST_F(QtViewWidgetTest, AWindowOfItsProgramMayHaveItsWindowAsAChild) {
   const auto view = make<Witness>(CGRect{0, 0, 50, 50});
   embed(view);
@@ -510,6 +549,74 @@ TEST_F(QtViewWidgetTest, AViewThatTheProgramHasTakenOutStaysWhereItIs) {
   box->addSubview(view);
   delete widget;
   EXPECT_EQ(view->superview(), box.get());
+}
+
+TEST_F(QtViewWidgetTest, AViewThatTheProgramHasTakenOutKeepsItsFrameWhenTheWidgetMoves) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  QtViewWidget* widget = embed(view);
+  show();
+  const auto box = make<NSView>(CGRect{0, 0, 60, 60});
+  box->addSubview(view);
+  view->setFrame({1, 2, 3, 4});
+  widget->resize(30, 30);
+  EXPECT_EQ(view->frame(), (CGRect{1, 2, 3, 4}));
+}
+
+TEST_F(QtViewWidgetTest, AWidgetThatIsDeletedLeavesNothingInTheWindow) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  const QtViewWidget* widget = embed(view);
+  embed(make<Witness>(CGRect{0, 0, 50, 50}));
+  show();
+  const Ref<NSView> content = view->window()->contentView();
+  ASSERT_EQ(content->subviews().size(), 2u);
+  delete widget;
+  EXPECT_EQ(content->subviews().size(), 1u);
+  EXPECT_EQ(view->superview(), nullptr);
+}
+
+TEST_F(QtViewWidgetTest, WhatIsRedrawnIsSeen) {
+  class Colored : public NSView {
+   public:
+    using NSView::NSView;
+    void drawRect(CGRect rect) override {
+      color->setFill();
+      NSRectFill(rect);
+    }
+    Ref<NSColor> color = NSColor::redColor();
+  };
+  const auto view = make<Colored>(CGRect{0, 0, 50, 50});
+  const QtViewWidget* widget = embed(view);
+  show();
+  const auto seen = [&] {
+    const QImage all = top.screen()->grabWindow(top.winId()).toImage();
+    const QPoint place = widget->mapTo(&top, QPoint(20, 20));
+    return all.pixelColor(place * all.width() / top.width());
+  };
+  EXPECT_TRUE(QTest::qWaitFor([&] { return seen() == QColor(Qt::red); }));
+  view->color = NSColor::blueColor();
+  view->setNeedsDisplay(true);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return seen() == QColor(Qt::blue); }));
+}
+
+TEST_F(QtViewWidgetTest, AtRestNoTimerRuns) {
+  class TimerCount : public QObject {
+   public:
+    bool eventFilter(QObject*, QEvent* event) override {
+      count += event->type() == QEvent::Timer;
+      return false;
+    }
+    int count = 0;
+  };
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50});
+  QtViewWidget* widget = embed(view);
+  show();
+  turnWheelOver(*widget, {5, 5});
+  view->setNeedsDisplay(true);
+  settle();
+  TimerCount timers;
+  qApp->installEventFilter(&timers);
+  settle();
+  EXPECT_EQ(timers.count, 0);
 }
 
 TEST_F(QtViewWidgetTest, AViewThatResizesWithItsSuperviewKeepsItsSizeWhenMoreOfItShows) {

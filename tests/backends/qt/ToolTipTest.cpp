@@ -5,7 +5,6 @@
 #include <QToolTip>
 #include <memory>
 
-#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tests/backends/qt/EmbeddedViews.h"
 
 namespace tessaluna::backend::qt {
@@ -28,8 +27,8 @@ class ToolTipTest : public EmbeddedViews {
   static bool waitForSome() {
     return QTest::qWaitFor([] { return QToolTip::isVisible(); });
   }
-  static bool waitForNone() {
-    return QTest::qWaitFor([] { return !QToolTip::isVisible(); });
+  static bool waitForNone(int milliseconds = 5000) {
+    return QTest::qWaitFor([] { return !QToolTip::isVisible(); }, milliseconds);
   }
 };
 
@@ -39,6 +38,16 @@ class ImpatientStyle : public QProxyStyle {
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const override {
     return hint == SH_ToolTip_WakeUpDelay ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
   }
+};
+
+// The style of the program while it lives.
+class Impatience {
+ public:
+  Impatience() { QApplication::setStyle(new ImpatientStyle); }
+  ~Impatience() { QApplication::setStyle(before_); }
+
+ private:
+  const QString before_ = QApplication::style()->name();
 };
 
 }  // namespace
@@ -95,10 +104,48 @@ TEST_F(ToolTipTest, IsThatOfTheEmbeddedViewUnderThePointer) {
   EXPECT_TRUE(waitForSome());
 }
 
+TEST_F(ToolTipTest, LeavesOneOfTheProgramsAlone) {
+  const Impatience impatience;
+  ToolTip toolTip;
+  toolTip.set("Next");
+  settle();
+  QToolTip::showText({10, 10}, "The program's");
+  toolTip.set("");
+  EXPECT_FALSE(waitForNone(500));
+  EXPECT_EQ(QToolTip::text(), "The program's");
+}
+
+TEST_F(ToolTipTest, GoesWithWhatShowsItAndShowsOnce) {
+  const Impatience impatience;
+  {
+    ToolTip toolTip;
+    toolTip.set("Next");
+    settle();
+    ASSERT_TRUE(QToolTip::isVisible());
+  }
+  EXPECT_TRUE(waitForNone());
+  ToolTip toolTip;
+  toolTip.set("Next");
+  settle();
+  QToolTip::hideText();
+  EXPECT_TRUE(waitForNone());
+  settle();
+  EXPECT_FALSE(QToolTip::isVisible());
+}
+
+TEST_F(ToolTipTest, OverNoWidgetItOutlivesTheOneThatThePointerWasOverBefore) {
+  const Impatience impatience;
+  ToolTip toolTip;
+  auto widget = std::make_unique<QWidget>();
+  toolTip.set("Next", widget.get());
+  toolTip.set("Previous");
+  widget.reset();
+  settle();
+  EXPECT_TRUE(QToolTip::isVisible());
+}
+
 TEST_F(ToolTipTest, OfAWidgetThatIsDeletedBeforeItShowsNeverShows) {
-  const QString style = QApplication::style()->name();
-  QApplication::setStyle(new ImpatientStyle);
-  const AtEndOfScope restore([&] { QApplication::setStyle(style); });
+  const Impatience impatience;
   ToolTip toolTip;
   auto widget = std::make_unique<QWidget>();
   toolTip.set("Next", widget.get());

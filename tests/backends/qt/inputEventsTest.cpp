@@ -10,7 +10,9 @@
 #include <utility>
 
 #include "tessaluna/backends/qt/QtViewWidget.h"
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTextInputClient.h"
+#include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/platform/views/NSTextView.h"
 #include "tests/backends/qt/QtTest.h"
@@ -219,6 +221,76 @@ TEST_F(inputEventsTest, TheCaretMayStandWithinWhatIsComposed) {
   QInputMethodEvent event("xyz", {{QInputMethodEvent::Cursor, 1, 1, {}}});
   QCoreApplication::sendEvent(&native, &event);
   EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));
+}
+
+TEST_F(inputEventsTest, OfWhatIsSaidOfAComposedTextOnlyTheCaretPlacesTheCaret) {
+  QWindow& native = showInWindow();
+  QInputMethodEvent event("xyz", {{QInputMethodEvent::TextFormat, 0, 1, {}},
+                                  {QInputMethodEvent::Cursor, 1, 1, {}},
+                                  {QInputMethodEvent::TextFormat, 2, 1, {}}});
+  QCoreApplication::sendEvent(&native, &event);
+  EXPECT_EQ(editor()->selectedRange(), (NSRange{1, 0}));
+}
+
+TEST_F(inputEventsTest, EachButtonIsToldApart) {
+  class Buttons : public NSView {
+   public:
+    using NSView::NSView;
+    void mouseDown(const Ref<NSEvent>& event) override { note("left", *event); }
+    void rightMouseDown(const Ref<NSEvent>& event) override { note("right", *event); }
+    void otherMouseDown(const Ref<NSEvent>& event) override { note("other", *event); }
+    void note(const char* what, const NSEvent& event) {
+      presses.push_back(std::string(what) + " " + std::to_string(event.buttonNumber()));
+    }
+    std::vector<std::string> presses;
+  };
+  QWindow& native = showInWindow();
+  const auto view = make<Buttons>(CGRect{0, 50, 200, 50});
+  window->contentView()->addSubview(view);
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton, Qt::BackButton})
+    QTest::mouseClick(&native, button, {}, {100, 20});
+  const std::vector<std::string> expected{"left 0", "right 1", "other 2", "other 3"};
+  EXPECT_EQ(view->presses, expected);
+}
+
+TEST_F(inputEventsTest, WhatThePointerEntersWithTheWindowIsEntered) {
+  class Entered : public NSView {
+   public:
+    using NSView::NSView;
+    void mouseEntered(const Ref<NSEvent>&) override { ++count; }
+    int count = 0;
+  };
+  QWindow& native = showInWindow();
+  const auto view = make<Entered>(CGRect{0, 50, 200, 50});
+  view->addTrackingArea(make<NSTrackingArea>(view->bounds(), NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited,
+                                             refTo<NSResponder>(*view)));
+  window->contentView()->addSubview(view);
+  settle();
+  QTest::mouseMove(&native, {100, 90});
+  settle();
+  const QPointF place(100, 20);
+  QEnterEvent enter(place, place, native.mapToGlobal(place));
+  QCoreApplication::sendEvent(&native, &enter);
+  EXPECT_EQ(view->count, 1);
+}
+
+TEST_F(inputEventsTest, AfterAResetOnlyWhatWasComposedIsNotTypedAgain) {
+  QWindow& native = showInWindow();
+  const auto composeAndLetGo = [&] {
+    compose(native, "ha");
+    editor()->unmarkText();
+  };
+  composeAndLetGo();
+  compose(native, {}, "so");
+  EXPECT_EQ(field->stringValue(), "haso");
+  composeAndLetGo();
+  compose(native, "n", "ha");
+  EXPECT_EQ(field->stringValue(), "hasohahan");
+  compose(native, "");
+  composeAndLetGo();
+  QTest::keyRelease(&native, 'a');  // of the key that led to the reset
+  compose(native, {}, "ha");
+  EXPECT_EQ(field->stringValue(), "hasohahaha");
 }
 
 TEST_F(inputEventsTest, ThreeClicksSelectTheParagraph) {
