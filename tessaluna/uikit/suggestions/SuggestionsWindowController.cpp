@@ -315,13 +315,11 @@ Ref<NSTrackingArea> SuggestionsWindowController::trackingAreaForView(const Ref<H
 
 bool SuggestionsWindowController::removeRows(NSView& content, std::size_t layout) {
   setSelectedView(nullptr);
+  if (layout != layouts_) return false;
   std::vector<Ref<NSView>> views;
   for (const ItemRef& item : viewControllers_.value_or(std::vector<ItemRef>())) views.push_back(item->view());
   views.insert(views.end(), otherViews_.begin(), otherViews_.end());
-  for (const Ref<NSView>& view : views) {
-    if (layout != layouts_) return false;
-    view->removeFromSuperview();
-  }
+  for (const Ref<NSView>& view : views) view->removeFromSuperview();
   if (layout != layouts_) return false;
   viewControllers_.emplace();
   otherViews_.clear();
@@ -368,7 +366,7 @@ void SuggestionsWindowController::layoutSuggestions() {
     const Ref<HighlightingView> view = rowOf(*item);
     if (layout != layouts_) return;
     if (viewControllers_->empty()) setSelectedView(view);
-    if (layout != layouts_ || !add(view)) return;
+    if (!add(view)) return;
     trackingAreas_->push_back(trackingAreaForView(view));
     content->addTrackingArea(trackingAreas_->back());
     item->setSuggestion(suggestion);

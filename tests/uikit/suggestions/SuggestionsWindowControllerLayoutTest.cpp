@@ -87,6 +87,18 @@ TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileTheFirs
   EXPECT_EQ(selectedLabel(), "x");
 }
 
+TEST_F(SuggestionsWindowControllerLayout, AnEmptyListThatIsAssignedWhileTheFirstRowIsLoadedLeavesNothingAndNoSelection) {
+  show({"a", "b"});
+  bool isFirst = true;
+  onMake = [&](Row&, harness::ProbeCell&) {
+    if (std::exchange(isFirst, false)) controller->setSuggestions(std::nullopt);
+  };
+  controller->setSuggestions(suggestionsNamed({"c", "d"}));
+  EXPECT_EQ(content()->subviews().size(), 0u);
+  EXPECT_EQ(popUp()->frame().size.height, 0);
+  EXPECT_EQ(controller->selectedView(), nullptr);
+}
+
 TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileTheFirstRowIsSelectedReplaceThoseOfTheRow) {
   show({"a", "b"});
   bool isFirst = true;
@@ -94,6 +106,18 @@ TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileTheFirs
     cell.onStyle = [&] {
       if (std::exchange(isFirst, false)) controller->setSuggestions(suggestionsNamed({"x", "y", "z"}));
     };
+  };
+  controller->setSuggestions(suggestionsNamed({"c", "d"}));
+  EXPECT_EQ(content()->subviews().size(), 3u);
+  EXPECT_EQ(content()->trackingAreas().size(), 3u);
+  EXPECT_EQ(selectedLabel(), "x");
+}
+
+TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedWhileAnEarlierRowLosesTheSelectionReplaceThoseOfTheRow) {
+  show({"a", "b"});
+  bool isFirst = true;
+  cells[0]->onStyle = [&] {
+    if (std::exchange(isFirst, false)) controller->setSuggestions(suggestionsNamed({"x", "y", "z"}));
   };
   controller->setSuggestions(suggestionsNamed({"c", "d"}));
   EXPECT_EQ(content()->subviews().size(), 3u);
@@ -203,9 +227,16 @@ TEST_F(SuggestionsWindowControllerLayout, ACancelOfAPopUpThatAProgramHasHiddenEn
 }
 
 TEST_F(SuggestionsWindowControllerLayout, APressThatTheTestAmongTheRowsResolvesToTheFieldPasses) {
+  // A stock field that is edited leaves presses to its editor.
+  class FoundItself : public harness::ProbeField {
+   public:
+    using ProbeField::ProbeField;
+    NSView* hitTest(CGPoint point) override { return NSView::hitTest(point); }
+  };
+  field = make<FoundItself>(CGRect{50, 100, 200, 24});
+  window->contentView()->addSubview(field);
   show({"a", "b"});
   field->editor = make<NSTextView>(CGRect{});
-  field->setSelectable(true);
   field->setFrame({100, 20, 100, 20});
   content()->addSubview(field);
   EXPECT_TRUE(isPassed({150, 10}));  // in the pop-up's base space

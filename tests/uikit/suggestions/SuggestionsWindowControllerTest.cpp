@@ -124,7 +124,7 @@ TEST_F(SuggestionsWindowControllerBegin, AViewBesideTheRowsIsLeftOutWhenItsMakin
   class Sectioned : public SuggestionsWindowController {
    public:
     std::vector<Suggestion> others;
-    bool assignsAbove = false, assignsBelow = false;
+    bool assignsAbove = false, assignsBelow = false, makesView = true;
 
    protected:
     Ref<NSView> viewAboveRow(std::size_t) override { return viewAfterAssigning(assignsAbove); }
@@ -134,14 +134,16 @@ TEST_F(SuggestionsWindowControllerBegin, AViewBesideTheRowsIsLeftOutWhenItsMakin
     Ref<NSView> viewAfterAssigning(bool& assigns) {
       if (!std::exchange(assigns, false)) return nullptr;
       setSuggestions(others);
-      return make<NSView>(CGRect{0, 0, 50, 7});
+      return makesView ? make<NSView>(CGRect{0, 0, 50, 7}) : nullptr;
     }
   };
-  for (bool Sectioned::*assigns : {&Sectioned::assignsAbove, &Sectioned::assignsBelow}) {
+  for (int i = 0; i < 4; ++i) {
+    bool Sectioned::*const assigns = i % 2 == 0 ? &Sectioned::assignsAbove : &Sectioned::assignsBelow;
     const auto sectioned = make<Sectioned>();
     controller = sectioned;
     sectioned->setSuggestionPrototype("row");
     sectioned->others = suggestionsNamed({"c"});
+    sectioned->makesView = i < 2;
     show({});
     (*sectioned).*assigns = true;
     controller->setSuggestions(suggestionsNamed({"a", "b"}));
