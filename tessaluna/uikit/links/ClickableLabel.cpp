@@ -105,6 +105,7 @@ void ClickableLabel::resetCursorRects() {
 
 void ClickableLabel::mouseDown(const Ref<NSEvent>& event) {
   forgetPress();
+  press_ = Press::Down;
   if (!textView_ || !textView_->textContainer()) return;
   // Intentional: here the caret place nearest to the point counts, and at the release the character under it.
   const std::size_t index =
@@ -119,7 +120,7 @@ void ClickableLabel::mouseDown(const Ref<NSEvent>& event) {
 }
 
 void ClickableLabel::mouseUp(const Ref<NSEvent>& event) {
-  if (endsTakenPress(*event) || wasHidden_) return forgetPress();
+  if (endsTakenPress(*event) || std::exchange(press_, Press::None) == Press::Hidden) return forgetPress();
   // The target may let the label, or itself, go.
   const Ref<NSView> held = refTo<NSView>(*this);
   const Ref<ClickableLabelTarget> target = actionTarget_;
@@ -139,12 +140,12 @@ void ClickableLabel::mouseUp(const Ref<NSEvent>& event) {
 
 void ClickableLabel::viewDidHide() {
   NSTextField::viewDidHide();
-  wasHidden_ = true;
+  if (press_ == Press::Down) press_ = Press::Hidden;
 }
 
 void ClickableLabel::forgetPress() {
   clickedLink_.reset();
-  wasHidden_ = false;
+  press_ = Press::None;
 }
 
 // The keyboard.

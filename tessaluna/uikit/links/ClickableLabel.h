@@ -3,7 +3,7 @@
 // of their runs say, such as a color or an underline, and like the rest of the text without any.
 //
 //   label->setBezeled(false); label->setDrawsBackground(false); label->setEditable(false);
-//   label->setAttributedStringValue(text);  // with NSLinkAttributeName: a URL, or its text
+//   label->setAttributedStringValue(text);  // with NSLinkAttributeName: a URL or its text; others show the hand only
 //   label->setActionTarget(host);
 #pragma once
 
@@ -89,7 +89,8 @@ class ClickableLabel : public tessaluna::platform::NSTextField,
   mutable tessaluna::platform::Ref<tessaluna::platform::NSTextView> resized_;  // the same while the label has another width
   tessaluna::platform::NSRange clickedLinkRange_;
   std::optional<tessaluna::platform::URL> clickedLink_;  // from a press on a link to its release
-  bool wasHidden_ = false;                               // since the last press or release
+  enum class Press { None, Down, Hidden };               // hidden: the label was since it began
+  Press press_ = Press::None;
   AccessibleLinks accessible_;
   tessaluna::platform::Ref<LinkKeyboard> keyboard_;  // over the label; null unless the keyboard is taken
   mutable std::vector<Link> links_;                  // those of the text that they were found in

@@ -385,6 +385,17 @@ TEST_F(ClickableLabelTest, ALabelThatIsHiddenAndShownAgainUnderAPressReportsNoCl
   EXPECT_EQ(target->calls, (Calls{"label", first}));
 }
 
+TEST_F(ClickableLabelTest, AReleaseWithoutAPressIsAClickOnTheLabelWhateverWasHiddenBefore) {
+  setOneLink();
+  click(onText);
+  for (int i = 0; i < 2; ++i) {
+    label->setHidden(true);
+    label->setHidden(false);
+    label->mouseUp(eventAt(onLink));
+  }
+  EXPECT_EQ(target->calls, (Calls{"label", "label", "label"}));
+}
+
 TEST_F(ClickableLabelTest, ADragByTheLabelThatMovesTheWindowIsNotAClick) {
   window->setMovableByWindowBackground(true);
   setOneLink();
