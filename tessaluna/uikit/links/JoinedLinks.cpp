@@ -33,7 +33,7 @@ class CuttableText {
 
  private:
   std::u16string_view prefix(std::int64_t characters) const {
-    if (characters < 0) stopProgram("MultipleLinksTextField: the width is less than that of \"…\"");
+    if (characters < 0) stopProgram("MultipleLinksTextField: the width is no greater than that of \"…\"");
     return text_.substr(0, borders_[static_cast<std::size_t>(characters)]);
   }
 

@@ -19,8 +19,8 @@ class JoinedLinks {
     std::int64_t lower = 0, upper = 0;
   };
 
-  // In UTF-8. Absent and empty are alike: the text and the places in points go, those in characters stay as they were. A string
-  // that ends at no whole number of points that an integer holds stops the program.
+  // In UTF-8. Absent and empty are alike: the text and the places in points go, those in characters stay as they were. A place
+  // in points that no integer holds stops the program.
   void setStrings(const std::optional<std::vector<std::string>>& strings,
                   const tessaluna::platform::NSAttributes& attributes);
 
@@ -37,8 +37,8 @@ class JoinedLinks {
     std::optional<tessaluna::platform::CGFloat> suffixPosition;
     std::size_t suffixLength() const { return suffixPosition ? 1 : 0; }
   };
-  // All of the text, also where it is up to a point too wide, or its beginning and "…". A width of less than that of "…" can
-  // stop the program.
+  // All of the text, also where it is up to a point too wide, or its beginning and "…". A width that is no greater than that of
+  // "…" can stop the program.
   Cut cutToWidth(tessaluna::platform::CGFloat width, const tessaluna::platform::NSAttributes& attributes) const;
 
  private:

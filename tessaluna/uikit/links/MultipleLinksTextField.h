@@ -34,7 +34,7 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   explicit MultipleLinksTextField(tessaluna::platform::NSCoder& coder);
   ~MultipleLinksTextField() override;
 
-  // Whether the strings are links; otherwise they are only text, and clicks pass to the superview.
+  // Whether the strings are links; otherwise, as initially, they are only text, and clicks pass to the superview.
   bool linksEnabled() const { return linksEnabled_; }
   void setLinksEnabled(bool enabled);
 
@@ -53,7 +53,8 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   tessaluna::platform::NSLineBreakMode lineBreakMode() const { return lineBreakMode_; }
   void setLineBreakMode(tessaluna::platform::NSLineBreakMode mode) { lineBreakMode_ = mode; }
 
-  // The mouse button is down in the view. Still true while the target is notified.
+  // The mouse button is down in the view. Still true while the target is notified. Setting it requests no redraw; hiding the
+  // view sets it to false.
   bool isPressed() const { return isPressed_; }
   void setIsPressed(bool isPressed) { isPressed_ = isPressed; }
 
@@ -74,7 +75,8 @@ class MultipleLinksTextField : public tessaluna::platform::NSView, public tessal
   void setShowsToolTipWhileCut(bool shows);
 
   // What is drawn in a width in points: all of the text, also where it is up to a point too wide, or its beginning and "…". The
-  // hovered link is underlined. From then on the links end where this "…" begins. A width that holds no "…" can stop the program.
+  // hovered link is underlined. From then on the links end where this "…" begins, or one character before. A width that is no
+  // greater than that of "…" can stop the program, as it can when it is that of the bounds that are drawn.
   tessaluna::platform::Ref<tessaluna::platform::NSAttributedString> truncatedString(tessaluna::platform::CGFloat width);
 
   // Of the whole text, whatever the width of the view.

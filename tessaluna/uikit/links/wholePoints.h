@@ -12,7 +12,7 @@ namespace TessalunaUIKit {
 inline std::int64_t wholePoints(tessaluna::platform::CGFloat x) {
   constexpr tessaluna::platform::CGFloat limit = 0x1p63;
   if (!(x >= -limit && x < limit))
-    tessaluna::platform::stopProgram("MultipleLinksTextField: a place that is not a finite whole number of points");
+    tessaluna::platform::stopProgram("MultipleLinksTextField: a place in points that no integer holds");
   return static_cast<std::int64_t>(x);
 }
 

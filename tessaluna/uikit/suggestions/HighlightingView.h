@@ -23,7 +23,7 @@ class HighlightingView : public tessaluna::platform::NSView {
 
   bool isAccessibilityElement() const override { return true; }
   std::string accessibilityRole() const override { return std::string(tessaluna::platform::NSAccessibilityGroupRole); }
-  // Pressing a row of a pop-up selects it without notifying the controller's target. Choosing it does what a click does: the
+  // Additions: pressing a row of a pop-up selects it without notifying the controller's target. Choosing it does what a click does: the
   // row is selected first if it is not, with a notification of the target, and the pop-up ends with the field's action.
   static constexpr std::string_view chooseAction = "choose";
   std::vector<std::string> accessibilityActionNames() const override;

@@ -18,7 +18,7 @@ class SuggestionItemViewController : public tessaluna::platform::NSViewControlle
       : NSViewController(std::move(nibName), bundle) {}
   explicit SuggestionItemViewController(tessaluna::platform::NSCoder& coder) : NSViewController(coder) {}
 
-  // Setting it fills those outlets that are connected by then: the view is loaded first. Absent clears them.
+  // Setting it fills those outlets that are connected by then, so the view has to be loaded before. Absent clears them.
   const std::optional<Suggestion>& suggestion() const { return suggestion_; }
   void setSuggestion(std::optional<Suggestion> suggestion);
 

@@ -19,11 +19,11 @@ class SuggestionsContentView : public tessaluna::platform::NSView {
 
   bool isAccessibilityElement() const override { return true; }
   bool accessibilityIsIgnored() const override { return false; }
-  // The program stops if children that are not a list are asked for the selected ones.
+  // The program stops if the selected children are asked for and the children are not a list.
   tessaluna::platform::AccessibilityValue accessibilityAttributeValue(std::string_view attribute) const override;
   bool accessibilityIsAttributeSettable(std::string_view attribute) const override;
-  // As selected children one row, which becomes the selected one; anything else clears the selection. The controller's
-  // target is not notified.
+  // As selected children one row, which becomes the selected one; anything else, a list too, clears the selection. The
+  // controller's target is not notified. In a window without a SuggestionsWindowController nothing happens.
   void accessibilitySetValue(const tessaluna::platform::AccessibilityValue& value, std::string_view forAttribute) override;
 };
 

@@ -22,6 +22,7 @@ class SuggestionsWindow : public tessaluna::platform::NSWindow {
   void setParentElement(const tessaluna::platform::Ref<SuggestibleTextFieldCell>& element) { parentElement_ = element; }
 
   bool isAccessibilityElement() const override { return false; }
+  // The parent element, or what it is in if that is ignored; without one that of any window.
   tessaluna::platform::Ref<tessaluna::platform::NSObject> accessibilityParent() const override;
 
  private:

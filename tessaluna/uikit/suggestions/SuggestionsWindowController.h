@@ -9,8 +9,11 @@
 //   parentControlMoved();                             the field's window moved
 //   cancelSuggestions();                              done; also before a second begin, and before the controller is destroyed
 //
-// The pop-up ends by itself with a click elsewhere, when a row was chosen with the mouse, and when the field's window loses
-// the key status. A chosen row sends the field's own action.
+// The pop-up ends by itself when a row was chosen with the mouse, when the field's window loses the key status, and with a
+// press elsewhere. One in another window is still done there; one in the field's window is swallowed, or, while the field is
+// not edited, is done and ends nothing. A chosen row sends the field's own action.
+//
+// A controller that is destroyed while its pop-up is open stops the program at the next press.
 #pragma once
 
 #include <optional>
@@ -34,18 +37,19 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   const tessaluna::platform::ClassInfo& classInfo() const override { return staticClassInfo; }
 
   SuggestionsWindowController();
-  explicit SuggestionsWindowController(tessaluna::platform::NSCoder& coder);  // has nothing to show
+  explicit SuggestionsWindowController(tessaluna::platform::NSCoder& coder);  // no window: a begin stops the program
   explicit SuggestionsWindowController(
       tessaluna::platform::Ref<tessaluna::platform::NSWindow> window);  // not supported: stops the program
 
   // Notified of what the user selects; not kept alive.
   tessaluna::platform::Ref<SuggestionsWindowTarget> target() const { return target_.lock(); }
   void setTarget(const tessaluna::platform::Ref<SuggestionsWindowTarget>& target) { target_ = target; }
-  // The interface file of one row, registered with NSNib under this name; see SuggestionItemViewController.
+  // The interface file of one row, registered with NSNib under this name; see SuggestionItemViewController. Absent: the one
+  // with the name of that class. A row whose root is not a HighlightingView stops the program.
   const std::optional<std::string>& suggestionPrototype() const { return suggestionPrototype_.optional(); }
   void setSuggestionPrototype(std::string name) { suggestionPrototype_ = std::move(name); }
-  // The rows to show. A visible pop-up, and one that is just being laid out, is laid out again, with all rows made again and the
-  // first one selected, without notifying anybody; a hidden one at the next begin.
+  // The rows to show; absent: none. A visible pop-up, and one that is just being laid out, is laid out again, with all rows
+  // made again and the first one selected, without notifying anybody; a hidden one at the next begin.
   const std::optional<std::vector<Suggestion>>& suggestions() const { return suggestions_; }
   void setSuggestions(std::optional<std::vector<Suggestion>> suggestions);
 
@@ -64,7 +68,8 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   // Selects the first row with 0, and does nothing with more. A negative index clears the selection while there was never
   // a layout, and stops the program after one.
   void setSelectedSuggestionIndex(std::int64_t index);
-  // Without a selection, and at the ends, nothing happens.
+  // The row above or below, with a notification of the target. Without a selection, and at the ends, nothing happens. From a
+  // view that is not one of the rows, moveUp selects the last row and moveDown the first.
   void moveUp(tessaluna::platform::NSObject* sender);
   void moveDown(tessaluna::platform::NSObject* sender);
 
@@ -78,11 +83,15 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   // How many rows the Page keys move by: as many as show, but for one.
   std::int64_t rowsOfPage() const;
 
-  // Shows the pop-up below the field, which is kept alive until the next begin. A field that is in no window stops the program.
+  // Shows the pop-up, as wide as the field, with its upper left corner 2 points below the origin of the field's frame: the
+  // lower left corner, in a flipped superview the upper left one. The field is kept alive until the next begin. One that is
+  // in no window or in no view stops the program.
   void beginForTextField(const tessaluna::platform::Ref<tessaluna::platform::NSTextField>& field);
-  // Brings a visible pop-up back under its field, cut off at the lower edge of the screen.
+  // Brings a visible pop-up back under its field, cut off at y 0 of screen space. Its width stays. A field that has left its
+  // window since stops the program.
   void parentControlMoved();
-  // Ends the pop-up. Rows, selection and suggestions stay.
+  // Ends the pop-up, if there is one. Rows, selection and suggestions stay. A pop-up that is hidden with the field's window
+  // remains that window's child.
   void cancelSuggestions();
 
   // An addition: the pop-up ends when the field's window is hidden without having had the key status. False initially: then
@@ -90,7 +99,9 @@ class SuggestionsWindowController : public tessaluna::platform::NSWindowControll
   bool endsWithHiddenWindow() const { return endsWithHiddenWindow_; }
   void setEndsWithHiddenWindow(bool ends) { endsWithHiddenWindow_ = ends; }
 
-  // Of the rows' tracking areas, which belong to the controller, and of the rows, at the end of whose responder chain it is.
+  // Of the rows' tracking areas, which belong to the controller, and of the rows, at the end of whose responder chain it is. An
+  // entry selects the row, an exit none, and each notifies the target. A release ends the editing of the field, sends its action
+  // and ends the pop-up.
   void mouseEntered(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseExited(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;
   void mouseUp(const tessaluna::platform::Ref<tessaluna::platform::NSEvent>& event) override;

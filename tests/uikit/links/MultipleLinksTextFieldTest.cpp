@@ -93,7 +93,7 @@ TEST_F(MultipleLinksTextFieldTest, AnEmptyStringTakesItsSeparatorsAndCannotBeHit
   EXPECT_EQ(target->clicks.back().element, 2u);
 }
 
-TEST_F(MultipleLinksTextFieldTest, AnEmptyFirstStringHasNoSeparatorAfterItself) {
+TEST_F(MultipleLinksTextFieldTest, AnEmptyFirstStringHasASeparatorAfterItself) {
   // The separator before the second string depends on x, which the first one's separator has moved.
   newField(Strings{"", "a", "b"}, 100);
   EXPECT_EQ(shown(), ", a, b");
