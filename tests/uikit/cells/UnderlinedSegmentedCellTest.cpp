@@ -280,6 +280,14 @@ TEST_F(UnderlinedSegmentedCellTest, APointOutsideTheBoundsPressesNothingAndIsTra
   EXPECT_EQ(cell->pressedSegment(), 0u);  // the earlier one stays
 }
 
+TEST_F(UnderlinedSegmentedCellTest, APressIsFoundInBoundsThatStartElsewhere) {
+  control->setBoundsOrigin({50, 7});
+  cell->startTrackingAt({89, 8}, *control);
+  EXPECT_EQ(cell->pressedSegment(), 0u);
+  cell->startTrackingAt({91, 8}, *control);
+  EXPECT_EQ(cell->pressedSegment(), 1u);
+}
+
 TEST_F(UnderlinedSegmentedCellTest, TheClickedSegmentIsTheOneDrawnUnderThePointerAtEveryWidth) {
   const auto target = make<harness::ActionProbe>();
   control->setTarget(target);

@@ -212,6 +212,27 @@ TEST_F(DisclosureViewTest, ADirectOpeningIsLaidOutAtOnceAndADirectClosingLater) 
   EXPECT_EQ(counter->layouts, 1);
 }
 
+TEST_F(DisclosureViewTest, AnAnimatedOpeningIsLaidOutOpenToBeMeasuredAndThenFoldedAgain) {
+  struct AsHighAsTheSection : NSView {
+    using NSView::NSView;
+    void setFrame(CGRect frame) override {
+      NSView::setFrame(frame);
+      heights.push_back(frame.size.height);
+    }
+    std::vector<CGFloat> heights;
+  };
+  const auto view = make<AsHighAsTheSection>(CGRect{});
+  view->setTranslatesAutoresizingMaskIntoConstraints(false);
+  section->addSubview(view);
+  for (const NSLayoutAttribute edge : {NSLayoutAttributeTop, NSLayoutAttributeBottom})
+    section->addConstraint(NSLayoutConstraint::constraintWithItem(view, edge, NSLayoutRelationEqual, section, edge, 1, 0));
+  section->setDisclosureTo(false, false);
+  window->layoutIfNeeded();
+  view->heights.clear();
+  section->setDisclosureTo(true, true);
+  EXPECT_THAT(view->heights, ElementsAre(124, 24));
+}
+
 TEST_F(DisclosureViewTest, ContentThatGrowsWhileItIsOpenKeepsMovingTheSection) {
   section->setDisclosureTo(false, false);
   section->toggleDisclosure(nullptr);
