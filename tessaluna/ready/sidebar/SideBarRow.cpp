@@ -1,6 +1,7 @@
 #include "tessaluna/ready/sidebar/SideBarRow.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "tessaluna/platform/events/NSEvent.h"
@@ -19,13 +20,12 @@ const ClassInfo SideBarRow::staticClassInfo{.name = "tessaluna.ready.SideBarRow"
 
 namespace {
 
-constexpr CGFloat iconSide = 16, iconGap = 8, margin = 10, lineHeight = 18, countGap = 8, groundMargin = 6, groundRadius = 5,
-                  ringInset = 3;
+constexpr CGFloat iconSide = 16, iconGap = 8, margin = 10, countGap = 8, groundMargin = 6, groundRadius = 5, ringInset = 3;
 constexpr CGFloat countTone = 0.72;
 
-NSAttributedString textOf(std::string_view text, const Ref<NSColor>& color, CGFloat size) {
+NSAttributedString textOf(std::string_view text, const Ref<NSColor>& color, const Ref<NSFont>& font) {
   return NSAttributedString(
-      text, {{NSFontAttributeName, NSFont::systemFontOfSize(size)},
+      text, {{NSFontAttributeName, font},
              {NSForegroundColorAttributeName, color},
              {NSParagraphStyleAttributeName, make<NSParagraphStyle>(NSTextAlignmentNatural, NSLineBreakByTruncatingTail)}});
 }
@@ -102,19 +102,23 @@ void SideBarRow::drawRect(CGRect) {
     NSColor::alternateSelectedControlColor()->setFill();
     NSBezierPath::bezierPathWithRoundedRect(groundRect(), groundRadius, groundRadius)->fill();
   }
-  const CGFloat bottom = (bounds().size.height - lineHeight) / 2;
   const Ref<NSColor> color = isSelected_ ? NSColor::alternateSelectedControlTextColor() : NSColor::controlTextColor();
+  const Ref<NSFont> font = NSFont::systemFontOfSize(NSFont::systemFontSize());
+  const NSAttributedString title = textOf(item_.title, color, font);
+  const CGFloat lineHeight = title.size().height, bottom = std::round((bounds().size.height - lineHeight) / 2);
   CGFloat right = bounds().size.width - groundMargin - margin;
   if (item_.count) {
+    const Ref<NSFont> small = NSFont::systemFontOfSize(NSFont::smallSystemFontSize());
     const NSAttributedString count =
-        textOf(std::to_string(*item_.count), isSelected_ ? color : color->colorWithAlphaComponent(countTone),
-               NSFont::smallSystemFontSize());
+        textOf(std::to_string(*item_.count), isSelected_ ? color : color->colorWithAlphaComponent(countTone), small);
     const CGSize size = count.size();
-    count.drawInRect({right - size.width, bottom + (lineHeight - size.height) / 2, size.width, size.height});
+    // On the title's baseline.
+    const CGFloat countBottom = bottom - font->descender() + small->descender();
+    count.drawInRect({right - size.width, countBottom, size.width, size.height});
     right -= size.width + countGap;
   }
   const CGFloat left = sideBarTextLeft(depth_) + (iconRoom_ == IconRoom::Left ? iconSide + iconGap : 0);
-  textOf(item_.title, color, NSFont::systemFontSize()).drawInRect({left, bottom, std::max(0.0, right - left), lineHeight});
+  title.drawInRect({left, bottom, std::max(0.0, right - left), lineHeight});
 }
 
 // What the user does.
