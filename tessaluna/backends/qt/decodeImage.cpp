@@ -2,8 +2,10 @@
 
 #include <QBuffer>
 #include <QByteArray>
+#include <QColorSpace>
 #include <QImageReader>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <new>
 #include <optional>
@@ -13,6 +15,13 @@
 namespace tessaluna::backend::qt {
 
 namespace {
+
+// So are files that name no space, and those whose writers say no more than that the gamma is 2.2.
+bool isSrgb(const QColorSpace& space) {
+  const bool hasItsGamma =
+      space.transferFunction() == QColorSpace::TransferFunction::SRgb || std::abs(space.gamma() - 2.2f) < 0.05f;
+  return !space.isValid() || (space.primaries() == QColorSpace::Primaries::SRgb && hasItsGamma);
+}
 
 std::shared_ptr<const ImagePixels> pixelsOf(const QImage& image) {
   auto pixels = std::make_shared<ImagePixels>();
@@ -47,6 +56,7 @@ std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes)
   QImage image;
   if (!reader.read(&image)) return nullptr;
   image.convertTo(QImage::Format_ARGB32_Premultiplied);
+  if (!isSrgb(image.colorSpace())) image.convertToColorSpace(QColorSpace::SRgb);
   if (image.isNull()) return nullptr;
   try {
     return pixelsOf(image);

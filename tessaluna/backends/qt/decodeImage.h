@@ -9,7 +9,7 @@
 
 namespace tessaluna::backend::qt {
 
-// Absent for bytes that hold no picture, are cut off, or claim more pixels than are decoded.
+// Colors of other spaces that a file names become sRGB. Absent for bytes that hold no picture, are cut off, or claim more pixels than are decoded.
 std::shared_ptr<const ImagePixels> decodeImage(std::span<const std::byte> bytes);
 
 }  // namespace tessaluna::backend::qt

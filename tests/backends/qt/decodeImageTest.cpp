@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 
 #include <QBuffer>
+#include <QColorSpace>
 #include <QImage>
 
 #include "tessaluna/platform/backend/imageHeader.h"
@@ -25,6 +26,19 @@ QByteArray encoded(const char* format, QSize size = {3, 2}) {
 
 std::shared_ptr<const ImagePixels> decode(const QByteArray& bytes) {
   return decodeImage(std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
+}
+
+// What the file's only color, which it says is of that space, becomes.
+QColor decoded(const char* format, QColor color, const QColorSpace& space) {
+  QImage image(8, 8, QImage::Format_RGB32);
+  image.fill(color);
+  image.setColorSpace(space);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  image.save(&buffer, format, 100);
+  const auto pixels = decode(bytes);
+  return pixels ? QColor::fromRgba(pixels->argb[0]) : QColor(Qt::transparent);
 }
 
 // Of a PNG chunk's name and content.
@@ -69,6 +83,23 @@ TEST(decodeImage, ReadsJpeg) {
   ASSERT_TRUE(pixels);
   EXPECT_EQ(pixels->argb.size(), 128u);
   EXPECT_TRUE(pixels->isOpaque);
+}
+
+TEST(decodeImage, ColorsOfAnotherSpaceBecomeSrgb) {
+  for (const char* format : {"PNG", "JPG"}) {
+    const QColor red = decoded(format, {219, 0, 0}, QColorSpace::AdobeRgb);
+    EXPECT_NEAR(red.red(), 255, 3) << format;
+    EXPECT_NEAR(red.green(), 0, 3) << format;
+    EXPECT_NEAR(red.blue(), 0, 3) << format;
+    EXPECT_NEAR(decoded(format, {234, 51, 35}, QColorSpace::DisplayP3).red(), 255, 3) << format;
+    EXPECT_NEAR(decoded(format, {128, 128, 128}, QColorSpace::SRgbLinear).red(), 188, 2) << format;
+  }
+}
+
+TEST(decodeImage, ColorsInSrgbStayAsTheyAre) {
+  const QColorSpace gammaOnly(QColorSpace::Primaries::SRgb, 1 / 0.45455f);
+  for (const QColorSpace& space : {QColorSpace(), QColorSpace(QColorSpace::SRgb), gammaOnly})
+    EXPECT_EQ(decoded("PNG", {12, 100, 201}, space), QColor(12, 100, 201));
 }
 
 TEST(decodeImage, NoPictureIsAbsent) {
