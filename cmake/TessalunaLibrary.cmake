@@ -18,6 +18,8 @@ if(BUILD_SHARED_LIBS)
     set(CMAKE_CXX_VISIBILITY_PRESET default)
   endif()
 endif()
+# Sources that are joined would have functions of the same names. The tests join theirs by tests/batches.py.
+set(CMAKE_UNITY_BUILD OFF)
 find_program(MOLD_PROGRAM mold)
 if(MOLD_PROGRAM)
   target_link_options(tessaluna_build_flags INTERFACE -fuse-ld=mold)

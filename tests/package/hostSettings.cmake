@@ -6,12 +6,18 @@ file(MAKE_DIRECTORY "${WORK}")
 file(CREATE_LINK "${PROJECT}" "${WORK}/c++ (mine)" SYMBOLIC)
 step("${CMAKE_COMMAND}" -G Ninja -S "${SOURCE}" -B "${WORK}/build" "-DTESSALUNA_PROJECT=${WORK}/c++ (mine)"
      "-DCMAKE_CXX_COMPILER=${COMPILER}"
-     -DBUILD_SHARED_LIBS=ON -DTESSALUNA_QT=OFF -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
+     -DBUILD_SHARED_LIBS=ON -DTESSALUNA_QT=OFF -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DCMAKE_UNITY_BUILD=ON
      -DCMAKE_CXX_VISIBILITY_PRESET=hidden -DCMAKE_VISIBILITY_INLINES_HIDDEN=ON
      -DCMAKE_INSTALL_LIBDIR=/elsewhere/libraries -DCMAKE_INSTALL_INCLUDEDIR=/elsewhere/headers)
 
 file(STRINGS "${WORK}/build/compile_commands.json" commands REGEX "\"command\"")
 list(LENGTH commands count)
+set(joined ${commands})
+list(FILTER joined INCLUDE REGEX "unity_[0-9]")
+if(joined)
+  list(GET joined 0 command)
+  message(FATAL_ERROR "sources that have the same names in them are joined: ${command}")
+endif()
 list(FILTER commands INCLUDE REGEX "-fvisibility=hidden|-fvisibility-inlines-hidden")
 if(commands OR count EQUAL 0)
   list(APPEND commands "no command at all")
