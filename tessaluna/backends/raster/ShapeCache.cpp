@@ -18,8 +18,16 @@ constexpr double farthestMove = 1e8;  // so that sums of whole pixels stay withi
 class Mixer {
  public:
   void add(std::uint64_t a, std::uint64_t b) {
-    const auto product = static_cast<Wide>(a ^ value_) * (b ^ 0x9e3779b97f4a7c15u);
+    a ^= value_;
+    b ^= 0x9e3779b97f4a7c15u;
+#ifdef __SIZEOF_INT128__
+    __extension__ using Wide = unsigned __int128;
+    const auto product = static_cast<Wide>(a) * b;
     value_ = static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+#else
+    // Processors of 32 bits have no such product. This one has the low half, and most of the high one.
+    value_ = (a * b) ^ ((a >> 32) * (b >> 32));
+#endif
   }
   void add(double a, double b) { add(bits(a), bits(b)); }
   // Adds two points at a time, crosswise, to be fast: each point of every drawing passes through here.
@@ -34,7 +42,6 @@ class Mixer {
 
  private:
   static std::uint64_t bits(double v) { return std::bit_cast<std::uint64_t>(v); }
-  __extension__ using Wide = unsigned __int128;
   std::uint64_t value_ = 0x2545f4914f6cdd1du;
 };
 
