@@ -43,6 +43,8 @@ void TrackRowControl::viewDidHide() { isPressed_ = false; }
 
 void TrackRowControl::enablesControlsDidChange() {
   if (!areControlsEnabled()) isPressed_ = false;
+  if (isAccessibilityElement())
+    NSAccessibilityPostNotification(refTo<NSObject>(*this), NSAccessibilityEnabledChangedNotification);
 }
 
 void TrackRowControl::updateTrackingAreas() {

@@ -5,6 +5,7 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
+#include "tessaluna/platform/foundation/NSNotificationCenter.h"
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
 #include "tests/harness/recordingOf.h"
 #include "tests/uikit/trackrow/TrackRowWorld.h"
@@ -481,6 +482,18 @@ TEST_F(TrackRowPlayButtonTest, OfClientsItTakesPressesOnlyAndNoneWhileControlsAr
   row->setEnablesControls(false);
   button->accessibilityPerformAction(NSAccessibilityPressAction);
   EXPECT_EQ(target->clicks, std::vector<std::string>{});
+}
+
+TEST_F(TrackRowPlayButtonTest, AssistiveClientsObserveThatItIsDisabledFromAboveIfItIsNamed) {
+  int changes = 0;
+  const Ref<NSObject> token = accessibilityNotificationCenter().addObserverForName(
+      NSAccessibilityEnabledChangedNotification, button, nullptr, [&](const Ref<NSNotification>&) { ++changes; });
+  row->setEnablesControls(false);
+  EXPECT_EQ(changes, 0);
+  button->accessibilitySetOverrideValue(std::string("Play"), NSAccessibilityDescriptionAttribute);
+  row->setEnablesControls(true);
+  EXPECT_EQ(changes, 1);
+  accessibilityNotificationCenter().removeObserver(token);
 }
 
 TEST_F(TrackRowPlayButtonTest, WithoutANameItHasNoRoleAndNoActionOfAButton) {
