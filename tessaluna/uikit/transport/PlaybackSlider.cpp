@@ -106,6 +106,7 @@ void PlaybackSlider::didInit() {
 }
 
 void PlaybackSlider::beginSong(Song song) {
+  const Ref<NSView> held = refTo<NSView>(*this);  // an assistive client that is notified may release it
   // What was asked for was a time of another song. A cell that is set ends the press.
   if (isPressed()) setCell(Ref<NSCell>(cell()));
   isUnconfirmed_ = false;
@@ -132,6 +133,7 @@ void PlaybackSlider::showLoaded(LoadedSpan first, LoadedSpan second) {
 double PlaybackSlider::position() const { return song_.seconds ? doubleValue() / song_.framesPerSecond : playersPosition_; }
 
 void PlaybackSlider::setPosition(double seconds) {
+  const Ref<NSView> held = refTo<NSView>(*this);
   if (std::isnan(seconds)) seconds = 0;
   const bool isNew = std::exchange(playersPosition_, seconds) != seconds;
   isPositionHeld_ = true;
@@ -157,6 +159,7 @@ void PlaybackSlider::confirmSeek() {
 }
 
 void PlaybackSlider::setSeekable(bool isSeekable) {
+  const Ref<NSView> held = refTo<NSView>(*this);
   isSeekable_ = isSeekable;
   if (!isSeekable && isPressed()) setCell(Ref<NSCell>(cell()));
   setToolTip("");
@@ -176,11 +179,12 @@ void PlaybackSlider::notifyAssistiveClients() {
   if (nextNotification_) return;
   Backend* backend = Backend::current();
   if (!backend) return;
-  NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
   nextNotification_ = backend->timer(notificationPeriod, [this, reported = position()] {
     nextNotification_ = nullptr;
     if (position() != reported) notifyAssistiveClients();
   });
+  // Last, as it may bring another position, or the end of the slider.
+  NSAccessibilityPostNotification(cell(), NSAccessibilityValueChangedNotification);
 }
 
 bool PlaybackSlider::sendActionTo(std::string_view action, const Ref<NSObject>& target) {

@@ -547,6 +547,50 @@ TEST_F(PlaybackSliderTest, AssistiveClientsAreNotifiedOfThePositionInASongOfUnkn
   center.removeObserver(token);
 }
 
+TEST_F(PlaybackSliderTest, AClientMaySetAnotherPositionAsItIsNotified) {
+  desktop.advance(1);
+  int notified = 0;
+  auto& center = accessibilityNotificationCenter();
+  const auto token = center.addObserverForName(NSAccessibilityValueChangedNotification, slider->cell(), nullptr,
+                                               [&](const Ref<NSNotification>&) {
+                                                 if (++notified < 5) slider->setPosition(slider->position() + 1);
+                                               });
+  slider->setPosition(10);
+  EXPECT_EQ(notified, 1);
+  EXPECT_EQ(slider->position(), 11);
+  center.removeObserver(token);
+}
+
+TEST_F(PlaybackSliderTest, AClientMayReleaseTheSliderAsItIsNotified) {
+  const auto operations = {
+      +[](PlaybackSlider& one) { one.setPosition(30); }, +[](PlaybackSlider& one) { one.beginSong({}); },
+      +[](PlaybackSlider& one) { one.setSeekable(false); },  // in mid-press: the knob returns
+  };
+  for (const auto operation : operations) {
+    slider->removeFromSuperview();
+    slider = make<PlaybackSlider>(CGRect{10, 60, 303, 20});
+    slider->beginSong({.seconds = 300});
+    slider->setPosition(20);
+    window->contentView()->addSubview(slider);
+    user.press(*window, at(90));
+    if (operation == operations.begin()[0]) user.release();
+    slider->confirmSeek();
+    desktop.advance(1);
+    const WeakRef<PlaybackSlider> weak = slider;
+    auto& center = accessibilityNotificationCenter();
+    const auto token = center.addObserverForName(NSAccessibilityValueChangedNotification, slider->cell(), nullptr,
+                                                 [&](const Ref<NSNotification>&) {
+                                                   if (slider) slider->removeFromSuperview();
+                                                   slider.reset();
+                                                 });
+    operation(*slider);
+    EXPECT_TRUE(weak.expired());
+    center.removeObserver(token);
+    if (!slider) slider = make<PlaybackSlider>(CGRect{10, 60, 303, 20});
+    user.release();
+  }
+}
+
 TEST_F(PlaybackSliderTest, WhatIsLoadedShowsAndIsForgottenWithTheSong) {
   const auto drawn = [&] { return harness::recordingOf([&] { slider->drawRect(slider->bounds()); }); };
   const auto before = drawn();
