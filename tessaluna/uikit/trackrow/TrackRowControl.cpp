@@ -4,6 +4,7 @@
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/trackVisibleRect.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/memberTables.h"
 
 namespace TessalunaUIKit {
@@ -78,9 +79,11 @@ void TrackRowControl::mouseUp(const Ref<NSEvent>&) { endPress(isPressed_ && mous
 void TrackRowControl::endPress(Ref<TrackListRowActionTarget> clicked) {
   // The target may let the control, or itself, go.
   const Ref<NSView> held = refTo<NSView>(*this);
+  const AtEndOfScope end([this] {
+    isPressed_ = false;
+    setNeedsDisplay(true);
+  });
   if (clicked) notifyTarget(*clicked);
-  isPressed_ = false;
-  setNeedsDisplay(true);
 }
 
 }  // namespace TessalunaUIKit

@@ -1,6 +1,7 @@
 #include "tessaluna/uikit/trackrow/TrackRowPlayButton.h"
 
 #include <functional>
+#include <stdexcept>
 
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTrackingArea.h"
@@ -290,6 +291,16 @@ TEST_F(TrackRowPlayButtonTest, ATargetMayReplaceItselfInsideItsClick) {
 }
 
 // With a pointer.
+
+TEST_F(TrackRowPlayButtonTest, AnErrorInTheTargetEndsThePressAllTheSame) {
+  target->onClick = [] { throw std::runtime_error("refused"); };
+  send(&TrackRowPlayButton::mouseEntered, inside);
+  press();
+  settleAll();
+  EXPECT_THROW(send(&TrackRowPlayButton::mouseUp, inside), std::runtime_error);
+  EXPECT_FALSE(button->isPressed());
+  EXPECT_TRUE(button->needsDisplay());
+}
 
 TEST_F(TrackRowPlayButtonTest, DragOutAndReleaseMakesNoCall) {
   user.moveTo(*window, inside);
