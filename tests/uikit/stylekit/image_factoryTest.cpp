@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <thread>
 
 #include "tessaluna/uikit/stylekit/TessalunaStyleKit.h"
@@ -64,6 +65,15 @@ TEST(image_factory, CloseCrossKeepsItsSizeInTheUpperLeftCornerOfALargeImage) {
   ASSERT_EQ(strokes.size(), 2u);
   EXPECT_NE(strokes[0].find(R"([["M",1,99],["L",13,87]])"), std::string::npos);
   EXPECT_NE(strokes[1].find(R"([["M",13,99],["L",1,87]])"), std::string::npos);
+}
+
+TEST(image_factory, MoreAlbumOverlayWithoutArgumentsIs44By22AtRestWithTheMouseOverIt) {
+  const auto image = Kit::imageOfMoreAlbumOverlay();
+  EXPECT_EQ(image->size(), (CGSize{44, 22}));
+  const Lines lines = recordingOf([&] { image->drawInRect({0, 0, 44, 22}); });
+  const Lines glyph = recordingOf([] { Kit::drawMoreAlbumOverlay({0, 0, 44, 22}, /*isPressed=*/false, /*isOver=*/true); });
+  ASSERT_EQ(glyph.size(), 12u);
+  EXPECT_TRUE(std::search(lines.begin(), lines.end(), glyph.begin(), glyph.end()) != lines.end());
 }
 
 TEST(image_factory, AnImageIsANewOneAtEachCall) { EXPECT_NE(Kit::imageOfLeftArrow(), Kit::imageOfLeftArrow()); }
