@@ -63,8 +63,7 @@ class SearchedMenu : public QMenu {
     const QList<QAction*> all = actions();
     std::vector<std::string> titles;
     for (const QAction* action : all) {
-      const bool canBeGoneTo = action->isEnabled() && !action->isSeparator();
-      titles.push_back(canBeGoneTo ? action->text().trimmed().replace("&&", "&").toStdString() : std::string());
+      titles.push_back(action->isEnabled() ? action->text().trimmed().replace("&&", "&").toStdString() : std::string());
     }
     const qsizetype current = all.indexOf(activeAction());
     const auto highlighted = current < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(current));

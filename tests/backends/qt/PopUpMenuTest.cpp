@@ -5,6 +5,7 @@
 
 #include "tessaluna/backends/qt/screenSpace.h"
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSImage.h"
 #include "tessaluna/platform/graphics/NSRect.h"
@@ -90,11 +91,16 @@ TEST_F(PopUpMenuTest, ShowsImagesDashesIndentationAndKeys) {
   EXPECT_EQ(actions[2]->text(), "      Deep");
   EXPECT_TRUE(actions[2]->icon().isNull());
   EXPECT_EQ(actions[4]->icon().pixmap(16, 16).toImage().pixelColor(8, 8), QColor(Qt::blue));
+  QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus);  // the program's own wish
   for (const QAction* action : actions) EXPECT_TRUE(action->isIconVisibleInMenu());
+  QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
   EXPECT_EQ(actions[3]->text(), "Key\tCtrl+Shift+P");
 }
 
 TEST_F(PopUpMenuTest, IsSearchedByTyping) {
+  const int interval = QApplication::keyboardInputInterval();
+  const AtEndOfScope restore([&] { QApplication::setKeyboardInputInterval(interval); });
+  QApplication::setKeyboardInputInterval(1000000);  // however slow the program is, the keys are of one word
   window->orderFront(nullptr);
   desktop.popUpMenu(*window->nativeWindow(), {.over = {200, 300, 0, 0}, .entry = {}},
                     {{.number = 0, .title = "Play"},
@@ -133,6 +139,19 @@ TEST_F(PopUpMenuTest, ADisabledEntryIsNotFoundByTyping) {
   ASSERT_NE(openMenu(), nullptr);
   QTest::keyClick(openMenu(), 'p');
   EXPECT_EQ(openMenu()->activeAction(), openMenu()->actions()[1]);
+}
+
+TEST_F(PopUpMenuTest, ALetterGoesToTheNextEntryThatBeginsWithIt) {
+  window->orderFront(nullptr);
+  desktop.popUpMenu(
+      *window->nativeWindow(), {.over = {200, 300, 0, 0}, .entry = 0},
+      {{.number = 0, .title = "Play"}, {.number = 1, .title = "", .isSeparator = true}, {.number = 2, .title = "Previous"}},
+      [](Choice) {});
+  settle();
+  ASSERT_NE(openMenu(), nullptr);
+  ASSERT_EQ(openMenu()->activeAction(), openMenu()->actions()[0]);
+  QTest::keyClick(openMenu(), 'p');
+  EXPECT_EQ(openMenu()->activeAction(), openMenu()->actions()[2]);
 }
 
 TEST_F(PopUpMenuTest, IsAboveItsWindowAndLeavesNothingBehind) {

@@ -253,6 +253,8 @@ TEST_F(QtViewWidgetKeys, QtIsToldWhereInTheWidgetTheKeyboardIs) {
   ASSERT_TRUE(box->window()->makeFirstResponder(up.get()));
   EXPECT_TRUE(isAt(ofBox, ofUp));
   EXPECT_FALSE(isAt(ofFlipped, ofDown));
+  EXPECT_FALSE(ofFlipped->inputMethodQuery(Qt::ImCursorRectangle).toRect().isEmpty()) << "Qt's own answer";
+  EXPECT_EQ(ofBox->inputMethodQuery(Qt::ImHints), QWidget().inputMethodQuery(Qt::ImHints));
   ASSERT_TRUE(box->window()->makeFirstResponder(down.get()));
   EXPECT_TRUE(isAt(ofFlipped, ofDown));
   EXPECT_FALSE(isAt(ofBox, ofUp));

@@ -363,6 +363,21 @@ TEST_F(QtWindowTest, ComesToTheFrontAsLargeAsTheUserHasMadeIt) {
   EXPECT_EQ(native.windowStates(), Qt::WindowMaximized);
 }
 
+TEST_F(QtWindowTest, OneOfNoSizeIsHarmless) {
+  const auto window = make<NSWindow>(CGRect{100, 200, 0, 0}, NSWindowStyleMaskTitled, NSBackingStoreBuffered, true);
+  window->contentView()->addSubview(make<Witness>(CGRect{0, 0, 10, 10}));
+  window->makeKeyAndOrderFront(nullptr);
+  settle();
+  EXPECT_TRUE(qWindowOf(*window).isVisible());
+  window->contentView()->setNeedsDisplay(true);
+  settle();
+  window->setFrame({100, 200, 50, 0}, true);
+  settle();
+  window->setFrame({100, 200, 50, 60}, true);
+  settle();
+  EXPECT_EQ(qWindowOf(*window).size(), QSize(50, 60));
+}
+
 TEST_F(QtWindowTest, WhatIsRedrawnIsSeen) {
   const auto window = makeWindow();
   const auto seen = [&] {
@@ -647,9 +662,10 @@ TEST_F(QtWindowTest, AFrameHasWhatItsBlocksChange) {
   const auto witness = make<Witness>(CGRect{0, 0, 20, 20});
   window->contentView()->addSubview(witness);
   settle();
+  QEvent frame(QEvent::UpdateRequest);
+  QCoreApplication::sendEvent(&qWindowOf(*window), &frame);
   witness->draws.clear();
   window->nativeWindow()->callAtNextFrame([&] { witness->setNeedsDisplay(true); });
-  QEvent frame(QEvent::UpdateRequest);
   QCoreApplication::sendEvent(&qWindowOf(*window), &frame);
   EXPECT_EQ(witness->draws.size(), 1u);
 }
