@@ -256,7 +256,12 @@ TEST_F(AccessibilityBridgeTest, AFieldsTextIsReadAndWritten) {
   field->setStringValue("uoery");
   field->setStringValue("");
   interface->setText(QAccessible::Value, "aa");
-  field->setStringValue("aaa");
+  EXPECT_EQ(field->stringValue(), "aa");
+  interface->setText(QAccessible::Name, "b");
+  EXPECT_EQ(field->stringValue(), "aa");
+  int start = -1, end = -1;
+  EXPECT_EQ(text->attributes(1, &start, &end), "");
+  EXPECT_EQ(std::pair(start, end), std::pair(0, 2));
   EXPECT_EQ(of(button->cell())->textInterface(), nullptr);
   field->setEditable(false);
   EXPECT_EQ(interface->editableTextInterface(), nullptr);
@@ -272,6 +277,11 @@ TEST_F(AccessibilityBridgeTest, ATextsSelectionIsReadAndSet) {
   EXPECT_EQ(text->selectionCount(), 1);
   EXPECT_EQ(std::pair(start, end), std::pair(5, 10));
   EXPECT_EQ(text->cursorPosition(), 10);
+  text->selection(1, &start, &end);
+  EXPECT_EQ(std::pair(start, end), std::pair(0, 0)) << "there is one selection";
+  text->setSelection(1, 0, 2);
+  text->removeSelection(1);
+  EXPECT_EQ(cell->range, (NSRange{5, 5}));
   text->setSelection(0, 4, 1);
   EXPECT_EQ(cell->range, (NSRange{1, 3}));
   text->removeSelection(0);
@@ -291,6 +301,8 @@ TEST_F(AccessibilityBridgeTest, AQuantityHasAValueBetweenBounds) {
   EXPECT_EQ(value->minimumValue().toDouble(), 0);
   EXPECT_EQ(value->maximumValue().toDouble(), 10);
   value->setCurrentValue(7);
+  EXPECT_EQ(cell->value, 7);
+  value->setCurrentValue(QVariant::fromValue(QSize(3, 4)));
   EXPECT_EQ(cell->value, 7);
 }
 
