@@ -292,6 +292,8 @@ void SuggestionsWindowController::parentControlMoved() {
 }
 
 void SuggestionsWindowController::cancelSuggestions() {
+  // The host may let the controller go when it is notified that the pop-up does not show any more.
+  const Ref<NSObject> held = weak_from_this().lock();  // absent while the controller is being destroyed
   const auto popUp = std::dynamic_pointer_cast<SuggestionsWindow>(window());
   if (popUp && popUp->isVisible()) {
     if (NSWindow* parent = popUp->parentWindow()) parent->removeChildWindow(*popUp);

@@ -360,6 +360,32 @@ TEST_F(SuggestionsWindowControllerCancel, TakesThePopUpFromItsWindowThenHidesItT
   EXPECT_EQ(seen, (Calls{"alone, linked"}));
 }
 
+TEST_F(SuggestionsWindowControllerCancel, TheHostMayLetTheControllerGoAsThePopUpIsHidden) {
+  show({"a"});
+  const WeakRef<Controller> weak = controller;
+  const auto token = NSNotificationCenter::defaultCenter().addObserverForName(
+      NSWindowDidChangeOcclusionStateNotification, popUp(), nullptr, [&](const Ref<NSNotification>&) {
+        controller = make<Controller>();
+        EXPECT_FALSE(weak.expired()) << "its cancel is not over";
+      });
+  controller->cancelSuggestions();
+  NSNotificationCenter::defaultCenter().removeObserver(token);
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(SuggestionsWindowControllerCancel, ADerivedControllerMayCancelAsItIsDestroyed) {
+  class Cancelling : public SuggestionsWindowController {
+   public:
+    ~Cancelling() override { cancelSuggestions(); }
+  };
+  controller = make<Cancelling>();
+  controller->setSuggestionPrototype("row");
+  show({"a"});
+  const Ref<NSWindow> shown = popUp();
+  controller = make<Controller>();
+  EXPECT_FALSE(shown->isVisible());
+}
+
 TEST_F(SuggestionsWindowControllerCancel, HidesThePopUpAndLeavesItsContent) {
   show({"a", "b"});
   const Ref<HighlightingView> selected = controller->selectedView();
