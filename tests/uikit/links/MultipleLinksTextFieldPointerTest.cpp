@@ -122,6 +122,13 @@ TEST_F(MultipleLinksTextFieldTest, FromTheEllipsisOnNothingIsALink) {
   EXPECT_EQ(target->clicks.size(), 1u);
 }
 
+TEST_F(MultipleLinksTextFieldTest, OfThreeLinksAClickReachesTheFirstAndTheSecondUpToItsCutAndNeverTheThird) {
+  field->truncatedString(36);
+  std::string reached;  // every 5 points
+  for (CGFloat x = 2; x < 65; x += 5) reached += isLinkAt(x) ? std::to_string(target->clicks.front().element) : "-";
+  EXPECT_EQ(reached, "000--1-------");
+}
+
 TEST_F(MultipleLinksTextFieldTest, WithoutATargetAClickIsSwallowedAndTheThickLineGoes) {
   field->setTarget(nullptr);
   moveTo(3);

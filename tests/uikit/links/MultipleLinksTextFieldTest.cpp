@@ -141,6 +141,10 @@ TEST_F(MultipleLinksTextFieldTest, ShorteningTable) {
   }
 }
 
+TEST_F(MultipleLinksTextFieldTest, ACutWithinASeparatorLeavesItsCommaBeforeTheEllipsis) {
+  EXPECT_EQ(shownIn(44), "abc, de,…");
+}
+
 TEST_F(MultipleLinksTextFieldTest, TwoCharactersInAWidthBelowThatOfTheEllipsisShowItAlone) {
   newField(Strings{"ab"}, 4);
   EXPECT_EQ(shown(), "…");

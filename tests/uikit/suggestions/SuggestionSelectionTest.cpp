@@ -107,6 +107,12 @@ TEST_F(SuggestionSelectionTest, Index0OfAnEmptyListChangesNothing) {
   EXPECT_EQ(controller->selectedView(), stray);
 }
 
+TEST_F(SuggestionSelectionTest, SelectingNoneForTheUserCallsTheTargetOnceWithNone) {
+  show({"a", "b"});
+  controller->userSetSelectedView(nullptr);
+  EXPECT_EQ(target->calls, Calls{"none"});
+}
+
 TEST_F(SuggestionSelectionTest, ATargetThatHasGoneIsSkipped) {
   show({"a", "b"});
   target = nullptr;
@@ -292,6 +298,26 @@ TEST_F(SuggestionSelectionKeys, TheArrowCommandsAreFoundByName) {
   EXPECT_EQ(selectedLabel(), "b");
   EXPECT_TRUE(controller->performSelector("moveUp:", nullptr));
   EXPECT_EQ(selectedLabel(), "a");
+}
+
+TEST_F(SuggestionSelectionKeys, AtEitherEndAnArrowLeavesTheSelectionAndMakesNoCall) {
+  show({"a", "b", "c"});
+  controller->moveUp(nullptr);
+  EXPECT_EQ(selectedLabel(), "a");
+  controller->setSelectedView(row(2));
+  controller->moveDown(nullptr);
+  EXPECT_EQ(selectedLabel(), "c");
+  EXPECT_EQ(target->calls, Calls{});
+}
+
+TEST_F(SuggestionSelectionKeys, OnceThePointerHasLeftTheArrowsDoNothing) {
+  show({"a", "b", "c"});
+  controller->mouseExited(nullptr);
+  target->calls.clear();
+  controller->moveDown(nullptr);
+  controller->moveUp(nullptr);
+  EXPECT_EQ(controller->selectedView(), nullptr);
+  EXPECT_EQ(target->calls, Calls{});
 }
 
 TEST_F(SuggestionSelectionKeys, SeveralRowsAtOnceAreOneMoveAndOneCall) {

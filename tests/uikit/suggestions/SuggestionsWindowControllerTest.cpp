@@ -594,6 +594,16 @@ TEST_F(SuggestionsWindowControllerMouseMonitor, APressThatTheTestAmongTheRowsRes
   EXPECT_FALSE(popUp()->isVisible());
 }
 
+TEST_F(SuggestionsWindowControllerMouseMonitor, ARightPressInThePopUpReachesItAndEndsNothing) {
+  show({"a"});
+  field->editor = make<NSTextView>(CGRect{});
+  const auto view = make<harness::ProbeView>(CGRect{0, 0, 200, 20});
+  row(0)->addSubview(view);
+  user.press(*popUp(), {10, 10}, {.button = 1});
+  EXPECT_EQ(view->calls.back(), "rightMouseDown");
+  EXPECT_TRUE(popUp()->isVisible());
+}
+
 TEST_F(SuggestionsWindowControllerMouseMonitor, APressInAnotherWindowStillDoesItsWorkThere) {
   const auto other = showWindow({600, 100, 100, 100});
   const auto view = make<harness::ProbeView>(CGRect{0, 0, 100, 100});
