@@ -71,6 +71,9 @@ void MouseDispatch::sendButton(const Ref<NSEvent>& event) {
   const std::optional<ButtonEvent> of = buttonEventOf(event->type());
   if (!of) return;
   const bool wasVisible = window_.isVisible();
+  // A release that was lost comes from outside of everything: what the pointer is in is exited first, as in a drag to there.
+  if (of->phase == PressPhase::Up && wasVisible && endsTakenPress(*event))
+    tracking_.pointerMoved(event, /*isButtonDown=*/true);
   Press& press = pressed_[of->button];
   Ref<NSView> receiver = press.view.lock();
   switch (of->phase) {

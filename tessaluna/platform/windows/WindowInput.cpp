@@ -8,6 +8,7 @@
 #include "tessaluna/platform/events/NSTextInputClient.h"
 #include "tessaluna/platform/events/keyFields.h"
 #include "tessaluna/platform/events/mouseButtons.h"
+#include "tessaluna/platform/events/takenPress.h"
 #include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/text/unicode.h"
 #include "tessaluna/platform/windows/NSApplication.h"
@@ -23,8 +24,6 @@ using backend::Taken;
 using enum NSEventType;
 
 namespace {
-
-constexpr CGPoint outside{-1e6, -1e6};
 
 constexpr std::uint32_t bitOf(int button) { return button >= 0 && button < 32 ? std::uint32_t{1} << button : 0; }
 
@@ -143,7 +142,7 @@ void WindowInput::endPressesExcept(std::uint32_t heldButtons) {
   while (const std::uint32_t lost = down_ & ~heldButtons) {
     const int button = lowestButton(lost);
     down_ &= ~bitOf(button);
-    send({.type = buttonEventType(button, PressPhase::Up), .location = outside, .buttonNumber = button});
+    send({.type = buttonEventType(button, PressPhase::Up), .location = takenPressLocation, .buttonNumber = button});
   }
 }
 

@@ -115,6 +115,15 @@ TEST_F(WindowInputTest, ALostReleaseComesWithTheNextMoveOutsideOfEverything) {
   EXPECT_EQ(taken(), Log{}) << "it has ended already";
 }
 
+TEST_F(WindowInputTest, BeforeALostReleaseTheViewIsExited) {
+  view->addTrackingArea(make<NSTrackingArea>(
+      NSZeroRect, NSTrackingInVisibleRect | NSTrackingActiveAlways | NSTrackingMouseEnteredAndExited, view));
+  pointer({.what = What::Moved, .place = {40, 50}});
+  pointer({.what = What::Pressed, .place = {50, 50}, .heldButtons = left});
+  pointer({.what = What::Moved, .place = {60, 50}});
+  EXPECT_EQ(taken(), (Log{"mouseEntered", "mouseDown", "mouseExited", "mouseUp", "mouseEntered"}));
+}
+
 TEST_F(WindowInputTest, ALostReleaseComesBeforeTheNextPress) {
   pointer({.what = What::Pressed, .place = {50, 50}, .heldButtons = left, .time = 1});
   pointer({.what = What::Pressed, .place = {50, 50}, .heldButtons = left, .time = 9});

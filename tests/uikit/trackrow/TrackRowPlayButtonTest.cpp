@@ -453,6 +453,17 @@ TEST_F(TrackRowPlayButtonTest, HidingTheRowUnderAPressEndsItWithoutACall) {
   EXPECT_TRUE(target->clicks.empty());
 }
 
+TEST_F(TrackRowPlayButtonTest, AReleaseThatTheDesktopKeepsIsNotAClick) {
+  user.moveTo(*window, inside);
+  user.press(*window, inside);
+  user.loseRelease();
+  user.moveTo(*window, inside);
+  EXPECT_FALSE(button->isPressed());
+  EXPECT_TRUE(target->clicks.empty());
+  user.click(*window, inside);
+  EXPECT_EQ(target->clicks.size(), 1u);
+}
+
 TEST_F(TrackRowPlayButtonTest, WhatDisablesItFromAboveEndsAPressWithoutACallAndLetsNoneBegin) {
   user.moveTo(*window, {57, 67});
   user.press(*window, {57, 67});
