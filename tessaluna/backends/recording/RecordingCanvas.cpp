@@ -1,5 +1,6 @@
 #include "tessaluna/backends/recording/RecordingCanvas.h"
 
+#include <cmath>
 #include <initializer_list>
 
 #include "tessaluna/platform/foundation/numberText.h"
@@ -9,7 +10,8 @@ namespace tessaluna::backend::recording {
 
 namespace {
 
-using platform::numberText;
+// A number that is not finite has no other text in JSON.
+std::string numberText(double number) { return std::isfinite(number) ? platform::numberText(number) : "null"; }
 
 std::string numbers(std::span<const double> values) {
   std::string text = "[";

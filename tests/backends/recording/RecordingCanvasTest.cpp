@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 using namespace tessaluna::backend;
 using tessaluna::backend::recording::RecordingCanvas;
 using Lines = std::vector<std::string>;
@@ -113,6 +115,12 @@ TEST(RecordingCanvas, WritesNumbersInTheirShortestForm) {
   RecordingCanvas canvas;
   canvas.clipRect({-0.0, 0.1 + 0.2, 1e21, 14.00008});
   EXPECT_EQ(canvas.lines(), (Lines{R"({"op":"clipRect","rect":[0,0.30000000000000004,1e+21,14.00008]})"}));
+}
+
+TEST(RecordingCanvas, NumbersThatAreNotFiniteAreNull) {
+  RecordingCanvas canvas;
+  canvas.clipRect({std::nan(""), -std::nan(""), INFINITY, -INFINITY});
+  EXPECT_EQ(canvas.lines(), Lines{R"({"op":"clipRect","rect":[null,null,null,null]})"});
 }
 
 TEST(RecordingCanvas, ClearForgetsAllLines) {
