@@ -40,11 +40,11 @@ TEST_F(QtBackendTest, PlacesGoToQtAndBack) {
 
 TEST_F(QtBackendTest, BlocksRunInTheOrderOfTheirTimes) {
   std::string order;
+  const double start = desktop.now();
   desktop.callAfter(0.03, [&] { order += 'c'; });
   desktop.callAfter(0, [&] { order += 'a'; });
   desktop.callAfter(0, [&] { order += 'b'; });
   EXPECT_EQ(order, "");
-  const double start = desktop.now();
   EXPECT_TRUE(QTest::qWaitFor([&] { return order.size() == 3; }, 5000));
   EXPECT_EQ(order, "abc");
   EXPECT_GE(desktop.now() - start, 0.03);
