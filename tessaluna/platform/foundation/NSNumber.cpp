@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "tessaluna/platform/foundation/numberText.h"
 
@@ -20,6 +21,11 @@ std::string singleText(float number) {
 }
 
 }  // namespace
+
+NSNumber::Value NSNumber::valueOf(std::uint64_t value) {
+  if (std::in_range<std::int64_t>(value)) return static_cast<std::int64_t>(value);
+  return static_cast<double>(value);
+}
 
 double NSNumber::doubleValue() const {
   return std::visit([](auto value) { return static_cast<double>(value); }, value_);

@@ -1,6 +1,7 @@
 // A number as an object, where a value has to be one: a cell's value, say. It keeps whole numbers exactly.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <string>
 #include <variant>
@@ -16,9 +17,10 @@ class NSNumber : public NSObject {
 
   explicit NSNumber(double value) : value_(value) {}
   explicit NSNumber(float value) : value_(value) {}  // its text is the shortest that reads back as this float
-  explicit NSNumber(std::int64_t value) : value_(value) {}
   explicit NSNumber(int value) : value_(std::int64_t{value}) {}
-  explicit NSNumber(bool value) : value_(std::int64_t{value}) {}
+  explicit NSNumber(std::signed_integral auto value) : value_(std::int64_t{value}) {}
+  // Beyond the whole numbers that are kept, the nearest double.
+  explicit NSNumber(std::unsigned_integral auto value) : value_(valueOf(value)) {}
 
   double doubleValue() const;
   float floatValue() const { return static_cast<float>(doubleValue()); }
@@ -31,7 +33,10 @@ class NSNumber : public NSObject {
   bool isEqual(const NSObject* other) const override;
 
  private:
-  std::variant<double, std::int64_t, float> value_;
+  using Value = std::variant<double, std::int64_t, float>;
+  static Value valueOf(std::uint64_t value);
+
+  Value value_;
 };
 
 }  // namespace tessaluna::platform

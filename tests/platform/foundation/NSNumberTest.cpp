@@ -28,6 +28,14 @@ TEST(NSNumber, KeepsWholeNumbersThatNoDoubleHolds) {
   EXPECT_FALSE(number->isEqual(make<NSNumber>(odd - 1).get()));
 }
 
+TEST(NSNumber, IsMadeOfWholeNumbersOfAnyType) {
+  EXPECT_EQ(make<NSNumber>(std::size_t{7})->stringValue(), "7");
+  EXPECT_EQ(make<NSNumber>(7u)->stringValue(), "7");
+  EXPECT_EQ(make<NSNumber>(-7LL)->stringValue(), "-7");
+  EXPECT_EQ(make<NSNumber>(short{-7})->stringValue(), "-7");
+  EXPECT_EQ(make<NSNumber>(~std::uint64_t{0})->doubleValue(), 18446744073709551616.0);
+}
+
 TEST(NSNumber, ASinglePrecisionNumberHasTheShortestTextThatReadsBackAsIt) {
   EXPECT_EQ(make<NSNumber>(0.1f)->stringValue(), "0.1");
   EXPECT_EQ(make<NSNumber>(-0.0f)->stringValue(), "0");
