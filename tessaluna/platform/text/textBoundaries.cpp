@@ -61,6 +61,15 @@ struct Line {
   }
   std::size_t count() const { return borders.size() - 1; }
   Sort sortAt(std::size_t character) const { return sortOfCharacter(units, borders, character); }
+  // How far characters of one sort reach from a border, to either side.
+  std::size_t startOf(Sort sort, std::size_t border) const {
+    while (border > 0 && sortAt(border - 1) == sort) --border;
+    return border;
+  }
+  std::size_t endOf(Sort sort, std::size_t border) const {
+    while (border < count() && sortAt(border) == sort) ++border;
+    return border;
+  }
 
   std::size_t start = 0;
   std::u16string_view units;
@@ -110,14 +119,26 @@ std::size_t wordStartBefore(std::u16string_view text, std::size_t index) {
 
 NSRange wordRangeAt(std::u16string_view text, std::size_t index) {
   if (text.empty()) return {0, 0};
-  const std::vector<std::size_t> borders = characterBorders(text);
-  const std::size_t count = borders.size() - 1;
-  std::size_t first = std::min(characterOf(borders, std::min(index, text.size())), count - 1);
-  const Sort sort = sortOfCharacter(text, borders, first);
-  std::size_t end = first + 1;
-  while (first > 0 && sortOfCharacter(text, borders, first - 1) == sort) --first;
-  while (end < count && sortOfCharacter(text, borders, end) == sort) ++end;
-  return {borders[first], borders[end] - borders[first]};
+  index = std::min(index, text.size() - 1);
+  const Line line(text, index);
+  const std::size_t character = characterOf(line.borders, index - line.start);
+  const Sort sort = line.sortAt(character);
+  const std::size_t first = line.startOf(sort, character), end = line.endOf(sort, character);
+  std::size_t from = line.start + line.borders[first], to = line.start + line.borders[end];
+  // Only blanks, as the ends of lines are, continue in the lines around.
+  for (bool continues = sort == Sort::Blank && first == 0; continues && from > 0;) {
+    const Line before(text, from - 1);
+    const std::size_t start = before.startOf(sort, before.count());
+    from = before.start + before.borders[start];
+    continues = start == 0;
+  }
+  for (bool continues = sort == Sort::Blank && end == line.count(); continues && to < text.size();) {
+    const Line after(text, to);
+    const std::size_t last = after.endOf(sort, 0);
+    to = after.start + after.borders[last];
+    continues = last == after.count();
+  }
+  return {from, to - from};
 }
 
 NSRange lineRangeAt(std::u16string_view text, std::size_t index) {

@@ -109,6 +109,7 @@ TEST(textBoundaries, StepsThroughManyLinesAreThoseOfTheWholeText) {
     for (std::size_t i = 0; i <= text.size() && !hasMarkAtStart; ++i) {
       ASSERT_EQ(wordEndAfter(text, i), wordEndAfter(oneLine, i));
       ASSERT_EQ(wordStartBefore(text, i), wordStartBefore(oneLine, i));
+      ASSERT_EQ(wordRangeAt(text, i), wordRangeAt(oneLine, i));
     }
   }
 }
@@ -122,5 +123,7 @@ TEST(textBoundaries, AStepLooksAtItsLineOnly) {
   characterBorderBefore(text, middle);
   wordEndAfter(text, middle);
   wordStartBefore(text, middle);
+  wordRangeAt(text, middle);
+  wordRangeAt(text, middle - 1);  // the end of a line
   EXPECT_LE(harness::allocations - before, 40);
 }
