@@ -79,6 +79,11 @@ void NSClipView::subviewFrameDidChange(NSView& view) {
   if (&view == documentView().get()) setNeedsLayout(true);
 }
 
+// Without a document there is nothing to scroll.
+void NSClipView::willRemoveSubview(NSView& view) {
+  if (&view == documentView().get()) setNeedsLayout(true);
+}
+
 void NSClipView::contentDidChange() {
   if (documentView()) documentView()->prepareContentInRect(documentVisibleRect());
   if (auto* scrollView = dynamic_cast<NSScrollView*>(superview())) scrollView->reflectScrolledClipView(*this);

@@ -30,6 +30,7 @@ class NSClipView : public NSView {
   void layout() override;
   bool isSizedByContent() const override { return false; }
   void subviewFrameDidChange(NSView& view) override;
+  void willRemoveSubview(NSView& view) override;
 
  private:
   void contentDidChange();

@@ -53,6 +53,7 @@ void ViewGeometry::removeFromSuperview() {
   geometryWillChange();
   moveToWindow(nullptr);
   if (!superview_) return;  // a callback was first
+  superview_->willRemoveSubview(asView());
   static_cast<ViewConstraints&>(asView()).willLeaveSuperview();
   static_cast<ViewLayout&>(asView()).willLeaveSuperview();
   static_cast<ViewGeometry&>(*superview_).subviews_.remove(held);

@@ -34,6 +34,7 @@ class ViewGeometry : public NSResponder {
   NSWindow* window() const { return window_; }
   void addSubview(const Ref<NSView>& view);  // in front; out of its earlier superview first
   void removeFromSuperview();
+  virtual void willRemoveSubview(NSView&) {}
   bool isDescendantOf(const NSView* view) const;  // a view is its own descendant
   NSResponder* nextResponder() const override;
   virtual void viewDidMoveToWindow() {}

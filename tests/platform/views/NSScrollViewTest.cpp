@@ -364,6 +364,18 @@ TEST_F(NSScrollViewTest, BarsThatHideComeOnlyWhenThereIsAWayToGo) {
   EXPECT_TRUE(verticalBar().isHidden());
 }
 
+TEST_F(NSScrollViewTest, BarsThatHideGoWithADocumentThatIsTakenOut) {
+  scrollView->setAutohidesScrollers(true);
+  scrollView->setHasVerticalScroller(true);
+  scrollTo({0, 500});
+  desktop.settle();
+  ASSERT_FALSE(scrollView->verticalScroller()->isHidden());
+  document->removeFromSuperview();
+  desktop.settle();
+  EXPECT_TRUE(scrollView->verticalScroller()->isHidden());
+  EXPECT_EQ(scrollView->contentView()->bounds(), (CGRect{0, 0, 100, 100}));
+}
+
 TEST_F(NSScrollViewTest, ABarThatComesTakesRoomSoThatTheOtherIsNeeded) {
   scrollView->setAutohidesScrollers(true);
   scrollView->setHasVerticalScroller(true);
