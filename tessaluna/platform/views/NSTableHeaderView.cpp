@@ -106,7 +106,9 @@ NSTableHeaderView::~NSTableHeaderView() {
 
 void NSTableHeaderView::setTableView(NSTableView* table) {
   table_ = table;
-  pressed_ = resized_ = keyColumn_ = std::nullopt;
+  pressed_.reset();
+  resized_.reset();
+  keyColumn_.reset();
   setNeedsDisplay(true);
 }
 
@@ -175,12 +177,13 @@ void NSTableHeaderView::drawRect(CGRect) {
       {NSFontAttributeName, NSFont::boldSystemFontOfSize(NSFont::smallSystemFontSize())},
       {NSForegroundColorAttributeName, NSColor::controlTextColor()},
       {NSParagraphStyleAttributeName, make<NSParagraphStyle>(NSTextAlignmentNatural, NSLineBreakByTruncatingTail)}};
+  const auto pressed = indexOf(pressed_);
   for (std::size_t i = 0; table_ && i < table_->tableColumns().size(); ++i) {
     const NSTableColumn& column = *table_->tableColumns()[i];
     if (column.isHidden()) continue;
     const CGRect rect = headerRectOfColumn(i);
     faint->setFill();
-    if (pressed_ == i) NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);
+    if (pressed == i) NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);
     // The line is where the column is dragged wider.
     if (canBeResized(column))
       NSRectFillUsingOperation({CGRectGetMaxX(rect) - 1, 3, 1, rect.size.height - 6}, NSCompositingOperationSourceOver);
@@ -190,29 +193,39 @@ void NSTableHeaderView::drawRect(CGRect) {
   }
 }
 
+std::optional<std::size_t> NSTableHeaderView::indexOf(const WeakRef<NSTableColumn>& column) const {
+  if (!table_ || column.expired()) return std::nullopt;
+  const auto& columns = table_->tableColumns();
+  const auto found = std::find(columns.begin(), columns.end(), column.lock());
+  return found == columns.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - columns.begin()));
+}
+
 CGPoint NSTableHeaderView::pointOf(const NSEvent& event) const {
   return convertPointFromView(event.locationInWindow(), nullptr);
 }
 
 void NSTableHeaderView::mouseDown(const Ref<NSEvent>& event) {
   const CGPoint point = pointOf(*event);
-  pressed_ = resized_ = std::nullopt;
+  std::optional<std::size_t> resized, pressed;
   // From the right, so that one that is very narrow can be made wider again.
-  for (std::size_t i = table_ ? table_->tableColumns().size() : 0; i-- > 0 && !resized_;)
-    if (canBeResized(*table_->tableColumns()[i]) && NSPointInRect(point, edgeOfColumn(i))) resized_ = i;
-  if (resized_) grabOffset_ = point.x - CGRectGetMaxX(headerRectOfColumn(*resized_));
-  else pressed_ = columnAtPoint(point);
+  for (std::size_t i = table_ ? table_->tableColumns().size() : 0; i-- > 0 && !resized;)
+    if (canBeResized(*table_->tableColumns()[i]) && NSPointInRect(point, edgeOfColumn(i))) resized = i;
+  if (resized) grabOffset_ = point.x - CGRectGetMaxX(headerRectOfColumn(*resized));
+  else pressed = columnAtPoint(point);
+  resized_ = resized ? table_->tableColumns()[*resized] : nullptr;
+  pressed_ = pressed ? table_->tableColumns()[*pressed] : nullptr;
   setNeedsDisplay(true);
 }
 
 void NSTableHeaderView::mouseDragged(const Ref<NSEvent>& event) {
-  if (!resized_ || !table_ || *resized_ >= table_->tableColumns().size()) return;
-  table_->tableColumns()[*resized_]->setWidth(pointOf(*event).x - grabOffset_ - headerRectOfColumn(*resized_).origin.x);
+  const auto resized = indexOf(resized_);
+  if (!resized) return;
+  table_->tableColumns()[*resized]->setWidth(pointOf(*event).x - grabOffset_ - headerRectOfColumn(*resized).origin.x);
 }
 
 void NSTableHeaderView::mouseUp(const Ref<NSEvent>& event) {
   const Ref<NSObject> held = shared_from_this();
-  const auto pressed = std::exchange(pressed_, std::nullopt);
+  const auto pressed = indexOf(std::exchange(pressed_, {}));
   setNeedsDisplay(true);
   if (table_ && pressed && columnAtPoint(pointOf(*event)) == pressed) table_->sortByColumn(*pressed);
 }

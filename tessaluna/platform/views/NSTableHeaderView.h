@@ -65,9 +65,11 @@ class NSTableHeaderView : public NSView, public KeyboardAtPress {
   void moveKeyColumn(std::ptrdiff_t from, std::ptrdiff_t step);  // to the first that can be gone to
   CGRect edgeOfColumn(std::size_t column) const;
   CGPoint pointOf(const NSEvent& event) const;
+  std::optional<std::size_t> indexOf(const WeakRef<NSTableColumn>& column) const;  // absent once it has left the table
 
   NSTableView* table_ = nullptr;
-  std::optional<std::size_t> pressed_, resized_, keyColumn_;
+  WeakRef<NSTableColumn> pressed_, resized_;  // columns before them may come and go meanwhile
+  std::optional<std::size_t> keyColumn_;
   CGFloat grabOffset_ = 0;  // from the resized column's right edge to the hand
   mutable std::vector<Ref<Element>> elements_;
 };

@@ -273,6 +273,28 @@ TEST_F(NSTableHeaderViewTest, AColumnThatGoesWhileItIsResizedIsNotResized) {
   EXPECT_EQ(columns[2]->width(), 50);
 }
 
+TEST_F(NSTableHeaderViewTest, AColumnIsResizedFurtherWhenOneBeforeItGoes) {
+  user.press(*window, {149, 140});
+  user.dragTo({100, 140});
+  ASSERT_EQ(columns[0]->width(), 101);
+  table->removeTableColumn(columns[0]);
+  table->addTableColumn(columns[0]);  // behind the others
+  user.dragTo({419, 140});
+  EXPECT_EQ(columns[0]->width(), 270);
+  EXPECT_EQ(columns[1]->width(), 100);
+}
+
+TEST_F(NSTableHeaderViewTest, AClickSortsByTheColumnThatWasPressedAlsoWhenOneBeforeItGoes) {
+  scrollView->contentView()->scrollToPoint({100, 0});
+  user.press(*window, {100, 140});  // at 200 of the header, in the second column
+  table->removeTableColumn(columns[0]);
+  desktop.settle();
+  EXPECT_EQ(drawn("fill").size(), 3u) << "the ground, the pressed column and a line";
+  user.dragTo({20, 140});
+  user.release();
+  EXPECT_THAT(rows->sorted, ElementsAre("artist up"));
+}
+
 TEST_F(NSTableHeaderViewTest, TheMarkOfTheDirectionIsALineInTheColorOfText) {
   table->sortByColumn(0);
   EXPECT_THAT(drawn("setStrokeColor"), testing::Contains(HasSubstr("controlTextColor")));
