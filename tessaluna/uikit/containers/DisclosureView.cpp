@@ -1,6 +1,7 @@
 #include "tessaluna/uikit/containers/DisclosureView.h"
 
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/foundation/NSBundle.h"
 #include "tessaluna/platform/foundation/NSCoder.h"
 #include "tessaluna/platform/foundation/memberTables.h"
@@ -58,8 +59,17 @@ void DisclosureView::toggleDisclosure(NSObject*) { setDisclosureTo(!isDisclosed_
 void DisclosureView::setDisclosureTo(bool to, bool animate) {
   if (to == isDisclosed_ || isChanging_) return;
   const Ref<DisclosureView> held = refTo(*this);  // the host may release it as the button changes
+  const CGFloat limit = collapseConstraint_->constant();
+  bool isDone = false;
+  // A layout that throws leaves the section as it was.
+  const AtEndOfScope end([&] {
+    if (isDone) return;
+    collapseConstraint_->setConstant(limit);
+    isChanging_ = false;
+  });
   if (to) open(animate);
   else close(animate);
+  isDone = true;
 }
 
 void DisclosureView::open(bool animate) {
@@ -109,19 +119,19 @@ void DisclosureView::animateTo(CGFloat height, void (DisclosureView::*completion
 }
 
 void DisclosureView::didOpen() {
+  const AtEndOfScope end([this] { isChanging_ = false; });
   // Content that grows from here on moves the section.
   collapseConstraint_->setConstant(openHeightLimit);
   updateButton(titleKeyOfOpen);
   isDisclosed_ = true;
   reportChange();
-  isChanging_ = false;
 }
 
 void DisclosureView::didClose() {
+  const AtEndOfScope end([this] { isChanging_ = false; });
   updateButton(titleKeyOfClosed);
   isDisclosed_ = false;
   reportChange();
-  isChanging_ = false;
 }
 
 // To assistive clients, of which some show the header as expanded.

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <stdexcept>
+#include <utility>
 
 #include "tessaluna/platform/accessibility/NSAccessibility.h"
 #include "tessaluna/platform/foundation/NSBundle.h"
@@ -688,6 +690,41 @@ TEST_F(DisclosureViewTest, AnOpeningThatIsTakenOutOfItsWindowEnds) {
   EXPECT_EQ(limit(), openLimit);
   outer->addSubview(bar);
   EXPECT_EQ(heightOf(section), 124);
+}
+
+TEST_F(DisclosureViewTest, AChangeEndsWithALayoutThatThrows) {
+  struct Throwing : NSView {
+    using NSView::NSView;
+    void layout() override {
+      if (std::exchange(throws, false)) throw std::runtime_error("refused");
+    }
+    bool throws = false;
+  };
+  const auto throwing = make<Throwing>(CGRect{0, 0, 10, 10});
+  section->contentView()->addSubview(throwing);
+  section->setDisclosureTo(false, false);
+  desktop.settle();
+  const auto throwNext = [&] {
+    throwing->throws = true;
+    throwing->setNeedsLayout(true);
+  };
+  for (const bool animates : {false, true}) {
+    throwNext();
+    EXPECT_THROW(section->setDisclosureTo(true, animates), std::runtime_error);
+    EXPECT_FALSE(section->isDisclosed());
+    EXPECT_FALSE(section->isChanging());
+    EXPECT_EQ(heightOf(section), 24);
+  }
+  for (const bool opens : {true, false}) {
+    section->setDisclosureTo(opens, true);
+    throwNext();
+    EXPECT_THROW(finish(), std::runtime_error);
+    finish();
+    EXPECT_FALSE(section->isChanging());
+    section->setDisclosureTo(opens, true);
+    finish();
+    EXPECT_EQ(section->isDisclosed(), opens);
+  }
 }
 
 TEST_F(DisclosureViewTest, BothMayMoveAtOnce) {
