@@ -267,6 +267,20 @@ TEST_F(LinkKeyboardTest, TheRingIsAroundOneLinkAndMovesWithTheKeyboard) {
   EXPECT_FALSE(nativeOf(*window).paints().empty());
 }
 
+TEST_F(LinkKeyboardTest, TheRingComesWithTheKeyThatMovesOnWhereTheProgramGaveTheKeyboard) {
+  show();
+  tab();
+  NSResponder* keyboard = window->firstResponder();
+  window->makeFirstResponder(nullptr);
+  window->makeFirstResponder(keyboard);
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  right();
+  // "de" is at 45 to 55 and 30 to 50.
+  ASSERT_FALSE(nativeOf(*window).paints().empty());
+  EXPECT_THAT(nativeOf(*window).paints().back().dirty, testing::Contains(CGRect{43, 28, 14, 2}));
+}
+
 TEST_F(LinkKeyboardTest, TheRingFollowsItsLinkWhereAnotherWidthCutsIt) {
   show(100, /*hasMenu=*/false);
   tab();
