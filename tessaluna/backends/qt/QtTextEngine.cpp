@@ -36,6 +36,7 @@ class QtTypeface : public Typeface {
 
   Path outline(std::uint32_t glyph) const override {
     Path path;
+    // Points may be 1/64 of a pixel away at another time: Qt's FreeType face keeps the shift of the letter that Qt painted last.
     const QPainterPath shape = font_.pathForGlyph(glyph);
     // Qt counts y downward, and gives a curve as its two controls and then its end.
     const auto at = [&](int i) { return CGPoint{shape.elementAt(i).x, -shape.elementAt(i).y}; };
