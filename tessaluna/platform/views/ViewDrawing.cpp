@@ -10,6 +10,7 @@
 #include "tessaluna/platform/graphics/PaletteCanvas.h"
 #include "tessaluna/platform/views/KeyboardWhileHidden.h"
 #include "tessaluna/platform/views/NSView.h"
+#include "tessaluna/platform/windows/DirtyRegion.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/platform/windows/keyViews.h"
 
@@ -125,6 +126,14 @@ class TintedContext {
   CurrentContextScope current_;
 };
 
+// The device pixels that the part of the view touches, in the view's coordinates.
+CGRect touchedPixels(CGRect part, const NSView& view) {
+  if (!view.window()) return part;
+  const CGAffineTransform toWindow = view.transformToWindow();
+  const CGRect pixels = roundedOutward(toWindow.applyToRect(part), view.window()->backingScaleFactor());
+  return toWindow.inverted()->applyToRect(pixels);
+}
+
 }  // namespace
 
 void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& outer) {
@@ -132,8 +141,8 @@ void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& outer) {
   // A window's tree is laid out before it is opened for drawing.
   if (!superview() && !window()) layoutSubtreeIfNeeded();
   const CGAffineTransform toSuperview = transformToSuperview();
-  const CGRect dirty = NSIntersectionRect(toSuperview.inverted()->applyToRect(rect), bounds());
-  if (NSIsEmptyRect(dirty)) return;
+  const CGRect shown = NSIntersectionRect(toSuperview.inverted()->applyToRect(rect), bounds());
+  if (NSIsEmptyRect(shown)) return;
 
   // What a view draws goes to the current context.
   std::optional<CurrentContextScope> current;
@@ -149,23 +158,26 @@ void ViewDrawing::displayRectInContext(CGRect rect, NSGraphicsContext& outer) {
   context.CGContext().concat(toSuperview);
   context.CGContext().clipRect(bounds());
 
-  // Drawing starts at the frontmost subview that covers all of the rectangle, if there is one.
+  // Drawing starts at the frontmost subview that covers all of the rectangle, if there is one. What is below shows through a
+  // pixel that an edge cuts, of this view or of one above it.
   const std::vector<Ref<NSView>> copy = subviews();
   std::size_t first = copy.size();
   while (first > 0) {
     const NSView& view = *copy[first - 1];
-    if (view.isOpaque() && !view.isHidden() && NSContainsRect(view.frame(), dirty)) break;
+    const bool covers = view.isOpaque() && !view.isHidden() && NSContainsRect(view.frame(), shown);
+    if (covers && isAllOf(shown, touchedPixels(shown, asView()))) break;
     --first;
   }
   // The wish ends before it is granted: one that drawRect: makes is a new one.
   needsDisplay_ = false;
-  const bool isWhole = std::exchange(needsWholeDisplay_, false) || isAllOf(dirty, bounds());
+  const bool isWhole = std::exchange(needsWholeDisplay_, false) || isAllOf(shown, bounds());
   if (first == 0) {
     const GraphicsStateScope own(context.CGContext());
     context.setFlipped(asView().isFlipped());
-    drawRect(isWhole ? bounds() : dirty);
+    // A pixel that an edge cuts is drawn as a whole, and clipped.
+    drawRect(isWhole ? bounds() : NSIntersectionRect(touchedPixels(shown, asView()), bounds()));
   }
-  for (std::size_t i = first == 0 ? 0 : first - 1; i < copy.size(); ++i) copy[i]->displayRectInContext(dirty, context);
+  for (std::size_t i = first == 0 ? 0 : first - 1; i < copy.size(); ++i) copy[i]->displayRectInContext(shown, context);
 }
 
 }  // namespace tessaluna::platform

@@ -10,6 +10,10 @@ namespace {
 // With more than these, redrawing what lies between two costs less than going through the views once more.
 constexpr std::size_t maxRects = 8;
 
+double area(CGRect rect) { return rect.size.width * rect.size.height; }
+
+}  // namespace
+
 CGRect roundedOutward(CGRect rect, double scale) {
   // An edge that is a whole pixel but for the rounding of a conversion stays where it is.
   constexpr double epsilon = 1e-6;
@@ -17,10 +21,6 @@ CGRect roundedOutward(CGRect rect, double scale) {
   const double y0 = std::floor(CGRectGetMinY(rect) * scale + epsilon), y1 = std::ceil(CGRectGetMaxY(rect) * scale - epsilon);
   return {x0 / scale, y0 / scale, (x1 - x0) / scale, (y1 - y0) / scale};
 }
-
-double area(CGRect rect) { return rect.size.width * rect.size.height; }
-
-}  // namespace
 
 void DirtyRegion::add(CGRect rect, double scale) {
   if (NSIsEmptyRect(rect)) return;

@@ -8,6 +8,9 @@
 
 namespace tessaluna::platform {
 
+// The device pixels that a rectangle of base space touches.
+CGRect roundedOutward(CGRect rect, double scale);
+
 class DirtyRegion {
  public:
   // Adds a rectangle of base space, rounded outward to the device pixels of the scale.

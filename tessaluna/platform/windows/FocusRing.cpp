@@ -8,6 +8,7 @@
 #include "tessaluna/platform/graphics/contrast.h"
 #include "tessaluna/platform/views/FocusRingSurroundings.h"
 #include "tessaluna/platform/views/NSText.h"
+#include "tessaluna/platform/windows/DirtyRegion.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 
 namespace tessaluna::platform {
@@ -51,11 +52,7 @@ CGRect FocusRing::wantedPlace() const {
   const CGRect mask = shown->convertRectToView(shown->focusRingMaskBounds(), nullptr);
   if (!NSIntersectsRect(mask, room)) return {};
   const CGRect ring = NSIntersectionRect(NSInsetRect(mask, -width(), -width()), room);
-  const CGFloat scale = window_.backingScaleFactor();
-  const auto down = [scale](CGFloat edge) { return std::floor(edge * scale + epsilon) / scale; };
-  const auto up = [scale](CGFloat edge) { return std::ceil(edge * scale - epsilon) / scale; };
-  const CGPoint low{down(CGRectGetMinX(ring)), down(CGRectGetMinY(ring))};
-  return {low.x, low.y, up(CGRectGetMaxX(ring)) - low.x, up(CGRectGetMaxY(ring)) - low.y};
+  return roundedOutward(ring, window_.backingScaleFactor());
 }
 
 void FocusRing::update() {

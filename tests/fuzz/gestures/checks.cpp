@@ -77,34 +77,13 @@ bool areAlike(std::uint32_t a, std::uint32_t b) {
   return true;
 }
 
-// The columns and rows of pixels in which a view ends: as much of them is covered as views are drawn there, which are fewer where
-// an opaque one covers all of the redraw.
-struct Seams {
-  std::set<int> columns, rows;
-};
-
-Seams seamsOf(const NSWindow& window, int height, double scale) {
-  Seams seams;
-  const auto add = [](std::set<int>& places, double edge) {
-    constexpr double epsilon = 1e-6;
-    if (std::abs(edge - std::round(edge)) > epsilon) places.insert(static_cast<int>(std::floor(edge)));
-  };
-  visitViews(window.contentView(), [&](const NSView& view) {
-    const CGRect rect = view.convertRectToView(view.bounds(), nullptr);
-    for (const CGFloat x : {CGRectGetMinX(rect), CGRectGetMaxX(rect)}) add(seams.columns, x * scale);
-    for (const CGFloat y : {CGRectGetMinY(rect), CGRectGetMaxY(rect)}) add(seams.rows, height - y * scale);
-  });
-  return seams;
-}
-
 std::string faultOfPicture(NSWindow& window, const std::vector<std::uint32_t>& kept, const Bitmap& drawn, double scale) {
-  const Seams seams = seamsOf(window, drawn.height(), scale);
   std::string first;  // "kept ffffffff, drawn ff000000"
   int count = 0, left = drawn.width(), top = drawn.height(), right = 0, bottom = 0;
   for (int y = 0; y < drawn.height(); ++y)
     for (int x = 0; x < drawn.width(); ++x) {
       const std::uint32_t before = kept[static_cast<std::size_t>(y * drawn.width() + x)], now = drawn.pixel(x, y);
-      if (areAlike(before, now) || seams.columns.contains(x) || seams.rows.contains(y)) continue;
+      if (areAlike(before, now)) continue;
       if (count++ == 0) first = pixelText(before, now);
       left = std::min(left, x), right = std::max(right, x + 1);
       top = std::min(top, y), bottom = std::max(bottom, y + 1);

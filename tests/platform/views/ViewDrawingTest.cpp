@@ -191,6 +191,37 @@ TEST_F(ViewDrawingTest, AnOpaqueViewThatCoversOnlyAPartHidesNothing) {
   EXPECT_THAT(v->drawn, ElementsAre(CGRect{0, 0, 20, 20}));
 }
 
+TEST_F(ViewDrawingTest, BehindTheEdgeOfAnOpaqueViewWithinAPixelTheChangeIsDrawn) {
+  desktop.setScale(1.5);
+  const auto v = view({0, 0, 100, 67}), low = view({0, 0, 50, 66}), high = view({50, 0, 50, 67});
+  v->addSubview(low);
+  v->addSubview(high);
+  low->opaque = high->opaque = true;
+  show(v);
+  low->setNeedsDisplay(true);
+  desktop.settle();
+  EXPECT_THAT(v->drawn, IsEmpty());
+  high->setNeedsDisplay(true);
+  desktop.settle();
+  EXPECT_THAT(v->drawn, ElementsAre(CGRect{50, 0, 50, 67}));
+}
+
+TEST_F(ViewDrawingTest, BehindAnOpaqueViewThatIsCutWithinAPixelTheChangeIsDrawnInWholePixels) {
+  desktop.setScale(1.5);
+  const auto outer = view({0, 0, 67, 100}), back = view({0, 0, 90, 100}), front = view({0, 0, 90, 100});
+  outer->addSubview(back);
+  outer->addSubview(front);
+  front->opaque = true;
+  show(outer);
+  back->drawn.clear();
+  front->drawn.clear();
+  front->setNeedsDisplayInRect({60, 0, 30, 10});
+  desktop.settle();
+  EXPECT_EQ(back->drawn, front->drawn);
+  ASSERT_EQ(front->drawn.size(), 1u);
+  EXPECT_NEAR(CGRectGetMaxX(front->drawn[0]), 101 / 1.5, 1e-9);
+}
+
 TEST_F(ViewDrawingTest, AHiddenOpaqueViewHidesNothing) {
   const auto v = view({0, 0, 100, 100}), front = view({0, 0, 100, 100});
   v->addSubview(front);
