@@ -9,6 +9,7 @@
 #include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/views/KeyboardWhileHidden.h"
 #include "tessaluna/platform/windows/NSWindow.h"
+#include "tessaluna/platform/windows/WindowInput.h"
 
 namespace tessaluna::platform {
 
@@ -205,7 +206,8 @@ void NSTextField::textDidEndEditing(const Ref<NSNotification>&) {
   textCell()->endEditing(editor);
   notify(NSControlTextDidEndEditingNotification, &NSTextFieldDelegate::controlTextDidEndEditing);
   if (!isReturn) return;
-  sendActionTo(action(), target());
+  // A Return that nobody performs is left to what is around the window, as the default button of a dialog.
+  if (!sendActionTo(action(), target())) held->windowClient().input().eventWasNotTaken();
   // The keys stay here, unless the action took them elsewhere or the field away.
   const bool isThere = window() == held.get() && !isHiddenOrHasHiddenAncestor();
   if (isThere && held->firstResponder() == held.get()) selectText(nullptr);

@@ -45,6 +45,8 @@ class TableCellRow::TextField : public NSTextField {
     if (stringValue() == before) return;
     if (auto* row = dynamic_cast<TableCellRow*>(superview())) row->valueWasChanged(this);
   }
+  // It has none. The Return that ends an editing is the table's and not also a dialog's.
+  bool sendActionTo(std::string_view, const Ref<NSObject>&) override { return true; }
   // A client that writes into it edits it.
   void accessibilitySetValue(const AccessibilityValue& value, std::string_view forAttribute) override {
     const auto* row = dynamic_cast<const TableCellRow*>(superview());

@@ -1,6 +1,8 @@
 // Keys in embedded views, and where the Tab key leads among them and the widgets around.
+#include <QDialog>
 #include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
@@ -8,6 +10,8 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/views/NSScrollView.h"
+#include "tessaluna/platform/views/NSTableColumn.h"
+#include "tessaluna/platform/views/NSTableView.h"
 #include "tessaluna/platform/views/NSTextField.h"
 #include "tessaluna/uikit/containers/ViewWithBackground.h"
 #include "tessaluna/uikit/trackrow/CloseButton.h"
@@ -452,6 +456,77 @@ TEST_F(QtViewWidgetKeys, KeyThatNobodyTakesGoesOnToTheParentWidget) {
   view->takesKeys = false;
   QTest::keyClick(parent.windowHandle(), Qt::Key_Escape);
   EXPECT_EQ(parent.keys, std::vector<int>{Qt::Key_Escape});
+}
+
+TEST_F(QtViewWidgetKeys, ReturnInAFieldPressesTheDefaultButtonOfADialogUnlessTheFieldHasAnAction) {
+  QDialog dialog;
+  auto* button = new QPushButton(&dialog);
+  button->setDefault(true);
+  int pressed = 0;
+  QObject::connect(button, &QPushButton::clicked, [&] { ++pressed; });
+  const auto field = make<NSTextField>(CGRect{0, 0, 100, 24});
+  auto* widget = new QtViewWidget(field, &dialog);
+  dialog.show();
+  dialog.activateWindow();
+  settle();
+  widget->setFocus();
+  QTest::keyClick(dialog.windowHandle(), 'a');
+  QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+  EXPECT_EQ(pressed, 1);
+  EXPECT_EQ(field->cell()->stringValue(), "a");
+  EXPECT_TRUE(field->currentEditor());
+  field->setTarget(clicks);
+  field->setAction("clicked:");
+  QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+  EXPECT_EQ(clicks->count, 1);
+  EXPECT_EQ(pressed, 1);
+  field->setAction("unknown:");
+  ActionSender::setUnansweredActionHandler([](const std::string&) {});
+  QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+  ActionSender::setUnansweredActionHandler(nullptr);
+  EXPECT_EQ(pressed, 2) << "nobody performs it";
+}
+
+TEST_F(QtViewWidgetKeys, ReturnThatEndsAnEditingInATableIsNotADialogs) {
+  class Texts : public NSTableViewDataSource, public NSTableViewCellSource {
+   public:
+    std::size_t numberOfRowsInTableView(NSTableView&) override { return 1; }
+    Ref<NSObject> tableViewObjectValue(NSTableView&, NSTableColumn&, std::size_t) override { return nullptr; }
+  };
+  QDialog dialog;
+  Parent parent;
+  parent.setParent(&dialog);
+  const auto texts = std::make_shared<Texts>();
+  const auto table = make<NSTableView>(CGRect{0, 0, 100, 60});
+  const auto column = make<NSTableColumn>("text");
+  column->setDataCell(make<NSTextFieldCell>());
+  column->setEditable(true);
+  table->addTableColumn(column);
+  table->setDataSource(texts);
+  table->reloadData();
+  auto* widget = new QtViewWidget(table, &parent);
+  widget->setFixedSize(100, 60);
+  dialog.show();
+  dialog.activateWindow();
+  settle();
+  table->editColumn(0, 0);
+  ASSERT_NE(table->window()->firstResponder(), table.get());
+  QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+  EXPECT_EQ(table->window()->firstResponder(), table.get());
+  EXPECT_TRUE(parent.keys.empty());
+}
+
+TEST_F(QtViewWidgetKeys, EscapeInAFieldRejectsADialog) {
+  QDialog dialog;
+  const auto field = make<NSTextField>(CGRect{0, 0, 100, 24});
+  auto* widget = new QtViewWidget(field, &dialog);
+  dialog.show();
+  dialog.activateWindow();
+  settle();
+  widget->setFocus();
+  ASSERT_TRUE(field->currentEditor());
+  QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
+  EXPECT_FALSE(dialog.isVisible());
 }
 
 TEST_F(QtViewWidgetKeys, TheHostChoosesWhichKeyIsCommand) {
