@@ -193,6 +193,8 @@ void NSTextField::textDidBeginEditing(const Ref<NSNotification>&) {
 }
 
 void NSTextField::textDidChange(const Ref<NSNotification>&) {
+  // A placeholder may reach beyond the editor, as its ellipsis does in a very narrow field.
+  if (textCell() && !textCell()->placeholderString().empty()) setNeedsDisplay(true);
   notify(NSControlTextDidChangeNotification, &NSTextFieldDelegate::controlTextDidChange);
 }
 

@@ -517,6 +517,17 @@ TEST_F(NSTextFieldEditingTest, TheTextIsDrawnOnceAndWhereItWasBefore) {
   EXPECT_EQ(dark(), before);
 }
 
+TEST_F(NSTextFieldEditingTest, OfAPlaceholderBesideTheEditorNothingStaysWhenTextIsTyped) {
+  field->setFrame({20, 100, 16, 24});  // room for 2 points of the ellipsis
+  field->setPlaceholderString("Title");
+  begin();
+  desktop.settle();
+  nativeOf(*window).forgetPaints();
+  user.type("a");
+  desktop.settle();
+  EXPECT_EQ(nativeOf(*window).paints().back().dirty, std::vector{field->frame()});
+}
+
 TEST_F(NSTextFieldEditingTest, ALongTextStaysOnOneLineAfterTheEditing) {
   begin("a long text that is wider than its field");
   window->makeFirstResponder(nullptr);
