@@ -6,6 +6,10 @@ target_compile_features(tessaluna_build_flags INTERFACE cxx_std_20)
 # A fused multiply-add would move a vertex by one unit in the last place, and pictures and expected texts with it.
 # One kind of machine code for libraries and programs, so that they can share precompiled headers.
 target_compile_options(tessaluna_build_flags INTERFACE -Wall -Wextra -Wpedantic -ffp-contract=off -fPIC)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
+  # What such a processor computes with otherwise has more digits than a double.
+  target_compile_options(tessaluna_build_flags INTERFACE -msse2 -mfpmath=sse)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # This compiler warns of overlapping and endless copies in the plain sum of two strings.
   target_compile_options(tessaluna_build_flags INTERFACE -Wno-restrict -Wno-stringop-overflow)

@@ -6,9 +6,9 @@
 #include <cstring>
 #ifdef __SSE2__
 #include <emmintrin.h>
+#endif
 
 #include "tessaluna/platform/foundation/languageVersion.h"
-#endif
 
 namespace tessaluna::backend::raster {
 
