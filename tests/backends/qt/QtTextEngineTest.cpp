@@ -97,6 +97,13 @@ TEST_F(QtTextEngineTest, SoHasEveryLetterWhereDirectionsChangeBackAndForth) {
     expectWhole(*shape(text), text.size());
 }
 
+TEST_F(QtTextEngineTest, ABoldFontIsWider) {
+  const std::u16string_view text = u"Mmmm";
+  const FontSpan plain{{.family = "", .size = 13}, text.size()},
+      bold{{.family = "", .size = 13, .isBold = true}, text.size()};
+  EXPECT_GT(engine.shape(text, {&bold, 1})->advance, engine.shape(text, {&plain, 1})->advance);
+}
+
 TEST_F(QtTextEngineTest, ALongLineIsAsWideAsItsWords) {
   const std::u16string word = u"Salt Harbour, ";
   const std::u16string text = repeated(word, 300);

@@ -102,6 +102,9 @@ TEST_F(iconRolesTest, DisabledAndSelectedHaveThePalettesColors) {
   EXPECT_EQ(colorsOf(icon, QIcon::Disabled).black, QColor(0x808182));
   EXPECT_EQ(colorsOf(icon, QIcon::Selected).black, QColor(0xfefefe));
   EXPECT_EQ(colorsOf(icon, QIcon::Selected).white, QColor(0x3050c0));
+  const QIcon tinted = iconOfDrawing({16, 16}, drawHalves, {.tint = QColor(0x00aa66)});
+  EXPECT_EQ(colorsOf(tinted, QIcon::Disabled).black, QColor(0x808182));
+  EXPECT_EQ(colorsOf(tinted, QIcon::Selected).black, QColor(0xfefefe));
 }
 
 TEST_F(iconRolesTest, WithTheSwitchEveryIconFollowsThePalette) {
