@@ -1,6 +1,7 @@
 #include "tessaluna/platform/views/NSTextField.h"
 
 #include "tessaluna/platform/events/NSCursor.h"
+#include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/events/NSTextInputClient.h"
 #include "tessaluna/platform/foundation/NSString.h"
 #include "tessaluna/platform/foundation/memberTables.h"
@@ -8,6 +9,7 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/interface_files/archivedLooks.h"
 #include "tessaluna/platform/views/KeyboardWhileHidden.h"
+#include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/platform/windows/WindowInput.h"
 
@@ -208,8 +210,14 @@ void NSTextField::textDidEndEditing(const Ref<NSNotification>&) {
   textCell()->endEditing(editor);
   notify(NSControlTextDidEndEditingNotification, &NSTextFieldDelegate::controlTextDidEndEditing);
   if (!isReturn) return;
-  // A Return that nobody performs is left to what is around the window, as the default button of a dialog.
-  if (!sendActionTo(action(), target())) held->windowClient().input().eventWasNotTaken();
+  // A Return that nobody performs is the window's button's that has it as its key, or else left to what is around the window, as
+  // the default button of a dialog.
+  const Ref<NSView> content = held->contentView();
+  const Ref<NSEvent> key = NSApp ? NSApp->currentEvent() : nullptr;
+  const auto pressesButton = [&] {
+    return content && key && key->type() == NSEventType::KeyDown && content->performKeyEquivalent(key);
+  };
+  if (!sendActionTo(action(), target()) && !pressesButton()) held->windowClient().input().eventWasNotTaken();
   // The keys stay here, unless the action took them elsewhere or the field away.
   const bool isThere = window() == held.get() && !isHiddenOrHasHiddenAncestor();
   if (isThere && held->firstResponder() == held.get()) selectText(nullptr);

@@ -1,7 +1,8 @@
 // A text on a line or on several. One that is neither editable nor selectable is a label: it passes mouse events on. The
 // others are edited, on one line, in the field editor of their window: it comes with a click or the Tab key and goes when
-// the keys go elsewhere, which is when the field takes over what was typed. Return takes it over and sends the action; without one the key is left to
-// the desktop, whose default button it may press.
+// the keys go elsewhere, which is when the field takes over what was typed. Return takes it over and sends the action; without one
+// it presses the button that has Return as its key equivalent, or else the key is left to the desktop, whose default button it may
+// press.
 #pragma once
 
 #include "tessaluna/platform/cells/NSTextFieldCell.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tessaluna/platform/foundation/AtEndOfScope.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/platform/windows/WindowInput.h"
 
@@ -44,6 +45,9 @@ void NSApplication::sendEvent(const Ref<NSEvent>& event) {
   const Ref<NSWindow> window = current->window();
   if (!window) return;
   if (current != event) window->windowClient().input().eventWasReplaced(*event, *current);
+  const Ref<NSObject> held = shared_from_this();
+  const Ref<NSEvent> earlier = std::exchange(currentEvent_, current);
+  const AtEndOfScope reset([&] { currentEvent_ = earlier; });
   window->sendEvent(current);
 }
 

@@ -23,12 +23,19 @@ class NSApplication : public NSResponder, public NSAccessibility {
 
   // Every event of the application goes through here. An event without a window is seen by the monitors alone.
   virtual void sendEvent(const Ref<NSEvent>& event);
+  // The one that a window has now; null while none has any.
+  const Ref<NSEvent>& currentEvent() const { return currentEvent_; }
 
   bool isActive() const { return isActive_; }
   void setActive(bool isActive) { isActive_ = isActive; }  // set by the backend
 
   // That of the desktop's language; from left to right without a backend.
   NSUserInterfaceLayoutDirection userInterfaceLayoutDirection() const;
+
+  // The menu whose items' key equivalents work in all windows, after those of the key window's views. Null initially. It is not
+  // shown.
+  const Ref<NSMenu>& mainMenu() const { return mainMenu_; }
+  void setMainMenu(Ref<NSMenu> menu) { mainMenu_ = std::move(menu); }
 
   Ref<NSWindow> keyWindow() const { return keyWindow_.lock(); }
   std::vector<Ref<NSWindow>> windows() const;
@@ -58,6 +65,8 @@ class NSApplication : public NSResponder, public NSAccessibility {
   std::vector<Ref<Monitor>> monitors_;
   std::vector<WeakRef<NSWindow>> windows_;
   WeakRef<NSWindow> keyWindow_;
+  Ref<NSMenu> mainMenu_;
+  Ref<NSEvent> currentEvent_;
   bool isActive_ = true;
 };
 

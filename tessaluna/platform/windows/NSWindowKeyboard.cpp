@@ -1,7 +1,10 @@
 // The window's part in typing: who gets the keys, where the Tab key goes, and the field editor.
 #include "tessaluna/platform/events/NSEvent.h"
+#include "tessaluna/platform/events/keyBindings.h"
+#include "tessaluna/platform/menus/NSMenu.h"
 #include "tessaluna/platform/views/KeyboardWhileHidden.h"
 #include "tessaluna/platform/views/NSTextView.h"
+#include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSWindow.h"
 #include "tessaluna/platform/windows/WindowInput.h"
 #include "tessaluna/platform/windows/keyViews.h"
@@ -125,11 +128,32 @@ void NSWindow::keyDown(const Ref<NSEvent>& event) {
   }
 }
 
+namespace {
+
+// Return goes to a text that is written before it presses a button: it begins a line, or ends a field, which passes on what no
+// action of its own takes.
+bool isReturnInText(const NSResponder& first, const NSEvent& keyDown) {
+  const auto* text = dynamic_cast<const NSTextView*>(&first);
+  return text && text->isEditable() && commandForKey(keyDown) == "insertNewline:";
+}
+
+// A key that is held chooses once.
+bool isTakenByMainMenu(const Ref<NSEvent>& keyDown) {
+  const Ref<NSMenu> menu = NSApp ? NSApp->mainMenu() : nullptr;
+  if (!menu) return false;
+  return keyDown->isARepeat() ? menu->itemForKeyEquivalent(*keyDown) != nullptr : menu->performKeyEquivalent(keyDown);
+}
+
+}  // namespace
+
 void NSWindow::dispatchKey(const Ref<NSEvent>& event) {
   const Ref<NSResponder> receiver = refTo(*firstResponder_);
   switch (event->type()) {
     case NSEventType::KeyDown:
-      if (contentView_ && Ref<NSView>(contentView_)->performKeyEquivalent(event)) return;
+      if (!isReturnInText(*receiver, *event)) {
+        if (contentView_ && Ref<NSView>(contentView_)->performKeyEquivalent(event)) return;
+        if (isTakenByMainMenu(event)) return;
+      }
       receiver->keyDown(event);
       break;
     case NSEventType::KeyUp: receiver->keyUp(event); break;

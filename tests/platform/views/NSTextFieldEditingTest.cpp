@@ -3,6 +3,8 @@
 #include "tessaluna/platform/events/NSEvent.h"
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/text/NSFont.h"
+#include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/windows/NSApplication.h"
 #include "tessaluna/platform/windows/NSPasteboard.h"
 #include "tests/harness/FieldWorld.h"
 #include "tests/harness/ProbeView.h"
@@ -400,6 +402,45 @@ TEST_F(NSTextFieldEditingTest, ReturnTakesTheTextOverSendsTheActionAndSelectsThe
   user.type("z");
   EXPECT_EQ(field->stringValue(), "z");
   EXPECT_EQ(delegate->calls, (Calls{"begin", "change x", "change xy", "insertNewline:", "end", "begin", "change z"}));
+}
+
+TEST_F(NSTextFieldEditingTest, ReturnPressesTheButtonThatHasItOnlyAfterTheFieldAndNotInPlaceOfItsAction) {
+  const auto button = make<NSButton>(CGRect{20, 20, 80, 24});
+  button->setKeyEquivalent("\r");
+  button->setAction([&] { delegate->calls.push_back("button " + field->cell()->stringValue()); });
+  window->contentView()->addSubview(button);
+  begin("abc");
+  user.pressKey(returnKey);
+  EXPECT_EQ(delegate->calls, (Calls{"insertNewline:", "end"}));
+  EXPECT_EQ(target->values, (Calls{"abc"}));
+
+  field->setAction("");
+  begin("abc");
+  user.type("x");
+  user.pressKey(returnKey);
+  EXPECT_EQ(delegate->calls, (Calls{"begin", "change x", "insertNewline:", "end", "button x"}));
+
+  delegate->onCommand = [](std::string_view command) { return command == "insertNewline:"; };
+  begin("abc");
+  user.pressKey(returnKey);
+  EXPECT_EQ(delegate->calls, (Calls{"insertNewline:"}));
+}
+
+TEST_F(NSTextFieldEditingTest, AHeldReturnPressesTheButtonThatHasItOnce) {
+  const auto button = make<NSButton>(CGRect{20, 20, 80, 24});
+  int presses = 0;
+  button->setKeyEquivalent("\r");
+  button->setAction([&] { ++presses; });
+  window->contentView()->addSubview(button);
+  field->setAction("");
+  begin("abc");
+  for (const bool isRepeat : {false, true, true})
+    NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                   .window = window,
+                                                   .characters = "\r",
+                                                   .charactersIgnoringModifiers = "\r",
+                                                   .isRepeat = isRepeat}));
+  EXPECT_EQ(presses, 1);
 }
 
 TEST_F(NSTextFieldEditingTest, AnActionMayTakeTheKeysElsewhereOrTheFieldAway) {

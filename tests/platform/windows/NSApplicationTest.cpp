@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+#include <vector>
+
 #include "tests/harness/PlayingView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
@@ -50,6 +53,25 @@ TEST(NSApplicationDeathTest, AMonitorWithoutAnApplicationStopsTheProgram) {
   EXPECT_DEATH(
       NSEvent::addLocalMonitorForEventsMatchingMask(NSEventMaskAny, [](const Ref<NSEvent>& event) { return event; }),
       "a local monitor needs NSApp");
+}
+
+TEST_F(NSApplicationTest, TheCurrentEventIsTheOneThatAWindowHasNow) {
+  class Asking : public NSView {
+   public:
+    using NSView::NSView;
+    void mouseDown(const Ref<NSEvent>& event) override {
+      if (inner) NSApp->sendEvent(std::exchange(inner, nullptr));
+      seen.push_back(NSApp->currentEvent() == event);
+    }
+    Ref<NSEvent> inner;
+    std::vector<bool> seen;
+  };
+  const auto view = make<Asking>(CGRect{0, 0, 10, 10});
+  const auto window = showWindowWith(view);
+  view->inner = eventFor(window);
+  NSApp->sendEvent(eventFor(window));
+  EXPECT_THAT(view->seen, ElementsAre(true, true));
+  EXPECT_EQ(NSApp->currentEvent(), nullptr);
 }
 
 TEST_F(NSApplicationTest, AnEventReachesItsWindow) {

@@ -7,6 +7,9 @@
 #include <functional>
 #include <utility>
 
+#include "tessaluna/platform/menus/NSMenu.h"
+#include "tessaluna/platform/views/NSButton.h"
+#include "tessaluna/platform/views/NSTextView.h"
 #include "tests/harness/ProbeView.h"
 #include "tests/harness/StillWorld.h"
 #include "tests/harness/printing.h"
@@ -255,6 +258,52 @@ TEST_F(NSWindowKeyboardTest, AKeyEquivalentGoesDownTheTreeBeforeTheKey) {
   EXPECT_THAT(outer->calls, ElementsAre("keyEquivalent"));
   EXPECT_THAT(inner->calls, ElementsAre("keyEquivalent"));
   EXPECT_THAT(first->calls, IsEmpty());
+}
+
+TEST_F(NSWindowKeyboardTest, ReturnInATextOfSeveralLinesIsTypedAndPressesNoButton) {
+  const auto text = make<NSTextView>(CGRect{0, 0, 100, 50});
+  const auto button = make<NSButton>(CGRect{0, 60, 80, 24});
+  int presses = 0;
+  button->setKeyEquivalent("\r");
+  button->setAction([&] { ++presses; });
+  const auto window = showWindowWith(button);
+  window->contentView()->addSubview(text);
+  window->makeFirstResponder(text.get());
+  user.pressKey("\r");
+  EXPECT_EQ(text->string(), "\n");
+  EXPECT_EQ(presses, 0);
+  text->setEditable(false);
+  user.pressKey("\r");
+  EXPECT_EQ(text->string(), "\n");
+  EXPECT_EQ(presses, 1);
+}
+
+TEST_F(NSWindowKeyboardTest, TheMainMenusKeysWorkInEveryWindowAfterThoseOfItsViews) {
+  std::vector<std::string> calls;
+  const auto menu = make<NSMenu>(), file = make<NSMenu>();
+  menu->addItemWithTitle("File", "")->setSubmenu(file);
+  file->addItemWithTitle("Close", [&] { calls.push_back("menu"); })->setKeyEquivalent("w");
+  NSApp->setMainMenu(menu);
+  const auto v = keyView();
+  const auto first = showWindowWith(v), second = showWindow();
+  first->makeFirstResponder(v.get());
+  v->calls.clear();
+  for (const auto& window : {first, second})
+    for (const bool isRepeat : {false, true})
+      NSApp->sendEvent(make<NSEvent>(NSEvent::Fields{.type = NSEventType::KeyDown,
+                                                     .modifiers = NSEventModifierFlagCommand,
+                                                     .window = window,
+                                                     .characters = "w",
+                                                     .charactersIgnoringModifiers = "w",
+                                                     .isRepeat = isRepeat}));
+  EXPECT_THAT(calls, ElementsAre("menu", "menu"));
+  EXPECT_THAT(v->calls, ElementsAre("keyEquivalent", "keyEquivalent"));
+
+  calls.clear();
+  v->takesKeyEquivalents = true;
+  first->makeKeyAndOrderFront(nullptr);
+  user.pressKey("w", NSEventModifierFlagCommand);
+  EXPECT_THAT(calls, IsEmpty());
 }
 
 TEST_F(NSWindowKeyboardTest, AHiddenViewTakesNoKeyEquivalent) {
