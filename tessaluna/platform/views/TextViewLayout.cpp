@@ -99,12 +99,39 @@ void TextViewLayout::setHorizontallyResizable(bool isResizable) {
   setNeedsLayout(true);
 }
 
-void TextViewLayout::sizeToFit() {
-  if (!isHorizontallyResizable_) return;
-  const CGFloat text = layoutManager_->usedRectForTextContainer(*container_).size.width + 2 * inset_.width + caretWidth;
+void TextViewLayout::setVerticallyResizable(bool isResizable) {
+  isVerticallyResizable_ = isResizable;
+  setNeedsLayout(true);
+}
+
+CGSize TextViewLayout::sizeOfText() const {
+  const CGSize lines = layoutManager_->usedRectForTextContainer(*container_).size;
+  return {lines.width + 2 * inset_.width + caretWidth, lines.height + 2 * inset_.height};
+}
+
+void TextViewLayout::fitWidth() {
   const NSView* around = superview();
-  const CGFloat width = std::max(text, around ? around->bounds().size.width : 0);
+  const CGFloat width = std::max(sizeOfText().width, around ? around->bounds().size.width : 0);
   if (width != frame().size.width) setFrameSize({width, frame().size.height});
+}
+
+void TextViewLayout::fitHeight() {
+  const auto* clipView = dynamic_cast<const NSClipView*>(superview());
+  if (clipView && !isHorizontallyResizable_ && clipView->bounds().size.width != frame().size.width) {
+    setFrameSize({clipView->bounds().size.width, frame().size.height});
+    fitContainer();
+  }
+  const CGFloat height = std::max(sizeOfText().height, clipView ? clipView->bounds().size.height : 0);
+  if (height != frame().size.height) setFrameSize({frame().size.width, height});
+}
+
+void TextViewLayout::sizeToFit() {
+  if (isHorizontallyResizable_) fitWidth();
+  if (isVerticallyResizable_) fitHeight();
+}
+
+void TextViewLayout::prepareContentInRect(CGRect) {
+  if (isVerticallyResizable_) setNeedsLayout(true);
 }
 
 void TextViewLayout::layout() {

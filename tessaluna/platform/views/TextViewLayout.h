@@ -42,8 +42,13 @@ class TextViewLayout : public NSText, protected NSTextStorageDelegate {
   // As wide as its text, but not narrower than the clip view around it: a text longer than its place scrolls.
   bool isHorizontallyResizable() const { return isHorizontallyResizable_; }
   void setHorizontallyResizable(bool isResizable);
+  // As high as its lines, and in a scroll view as wide as what shows and not lower: a text of several lines, which scrolls. False
+  // initially.
+  bool isVerticallyResizable() const { return isVerticallyResizable_; }
+  void setVerticallyResizable(bool isResizable);
   void sizeToFit();
   void layout() override;
+  void prepareContentInRect(CGRect rect) override;
 
  protected:
   void setWholeText(std::u16string text);
@@ -56,6 +61,9 @@ class TextViewLayout : public NSText, protected NSTextStorageDelegate {
  private:
   void setTypingAttribute(NSAttributedStringKey key, NSAttributeValue value);
   void fitContainer();
+  CGSize sizeOfText() const;
+  void fitWidth();
+  void fitHeight();
 
   Ref<NSTextStorage> storage_;
   Ref<NSTextContainer> container_;
@@ -63,7 +71,7 @@ class TextViewLayout : public NSText, protected NSTextStorageDelegate {
   NSAttributes typingAttributes_;
   Ref<NSObject> appearanceObserver_;
   CGSize inset_;
-  bool isHorizontallyResizable_ = false;
+  bool isHorizontallyResizable_ = false, isVerticallyResizable_ = false;
 };
 
 }  // namespace tessaluna::platform

@@ -52,6 +52,21 @@ class NSTextViewLongText : public harness::StillWorld {
   Ref<NSWindow> window;
 };
 
+// A text in the scroll view of a window of 200 by 150, as high as its lines of 15.6 points.
+class NSTextViewAsHighAsItsLines : public harness::StillWorld {
+ protected:
+  NSTextViewAsHighAsItsLines() {
+    view->setVerticallyResizable(true);
+    scrollView->setDocumentView(view);
+    window = showWindowWith(scrollView);
+    desktop.settle();
+  }
+
+  Ref<NSTextView> view = make<NSTextView>(CGRect{0, 0, 50, 20});
+  Ref<NSScrollView> scrollView = make<NSScrollView>(CGRect{0, 0, 200, 150});
+  Ref<NSWindow> window;
+};
+
 }  // namespace
 
 TEST_F(NSTextViewKeys, AnArrowCollapsesASelectionToTheEndOnItsSideWhicheverWayItWasMade) {
@@ -475,4 +490,42 @@ TEST_F(NSTextViewTest, AfterADelegateThatThrowsAtTheEndOfEditingTheNextEndIsRepo
   window->makeFirstResponder(view.get());
   window->makeFirstResponder(nullptr);
   EXPECT_EQ(ends->movements, (std::vector<NSTextMovement>{NSTextMovementBacktab, NSTextMovementOther}));
+}
+
+// Texts as high as their lines.
+
+TEST_F(NSTextViewAsHighAsItsLines, FillsTheScrollViewSoThatAPressBelowItsLinesIsOneOnIt) {
+  EXPECT_EQ(view->frame(), (CGRect{0, 0, 200, 150}));
+  user.click(*window, {100, 10});
+  EXPECT_EQ(window->firstResponder(), view.get());
+}
+
+TEST_F(NSTextViewAsHighAsItsLines, GrowsAsItIsTypedAndTheCaretStaysInSight) {
+  window->makeFirstResponder(view.get());
+  for (int i = 0; i < 19; ++i) user.pressKey("\r");
+  EXPECT_DOUBLE_EQ(view->frame().size.height, 20 * 15.6);
+  EXPECT_DOUBLE_EQ(scrollView->contentView()->bounds().origin.y, 20 * 15.6 - 150);
+  view->setString("");
+  desktop.settle();
+  EXPECT_EQ(view->frame().size.height, 150);
+}
+
+TEST_F(NSTextViewAsHighAsItsLines, FollowsTheSizeOfItsScrollView) {
+  scrollView->setFrame({0, 0, 120, 100});
+  desktop.settle();
+  EXPECT_EQ(view->frame().size, (CGSize{120, 100}));
+  scrollView->setHasVerticalScroller(true);
+  desktop.settle();
+  EXPECT_EQ(view->frame().size, scrollView->contentView()->bounds().size);
+  EXPECT_LT(view->frame().size.width, 120);
+}
+
+TEST_F(NSTextViewAsHighAsItsLines, WithoutAScrollViewKeepsItsWidth) {
+  const auto alone = make<NSTextView>(CGRect{0, 0, 50, 20});
+  alone->setString("a\nb\nc");
+  alone->setVerticallyResizable(true);
+  window->contentView()->addSubview(alone);
+  desktop.settle();
+  EXPECT_EQ(alone->frame().size.width, 50);
+  EXPECT_DOUBLE_EQ(alone->frame().size.height, 3 * 15.6);
 }
