@@ -1,6 +1,9 @@
 #include "tessaluna/backends/qt/icons.h"
 
 #include <QApplication>
+#include <QByteArray>
+#include <QDataStream>
+#include <QIODevice>
 #include <QIconEngine>
 #include <QImage>
 #include <QPainter>
@@ -131,28 +134,20 @@ class ImageIconEngine : public QIconEngine {
  public:
   ImageIconEngine(Ref<NSImage> image, IconLook look) : image_(std::move(image)), look_(std::move(look)) {}
 
-  QString key() const override { return QStringLiteral("TessalunaUIKit"); }
+  // Intentional: the key of Qt's own engine of pixels, which any program can read again.
+  QString key() const override { return QStringLiteral("QPixmapIconEngine"); }
   QIconEngine* clone() const override { return new ImageIconEngine(*this); }
   bool isNull() override { return isEmpty(); }
 
-  QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override {
-    if (isEmpty() || size.isEmpty()) return {};
-    const double scale = fittingScale(image_->size(), size);
-    return {wholePixels(image_->size().width * scale), wholePixels(image_->size().height * scale)};
-  }
+  QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override { return sizeWithin(size); }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override { return pictureWithin(size, mode); }
 
-  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-    const QSize actual = actualSize(size, mode, state);
-    if (actual.isEmpty()) return {};
-    return picture(upright(image_->size(), QRect(QPoint(0, 0), actual)), mode);
-  }
-
-  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     if (isEmpty() || rect.isEmpty()) return;
     const QTransform toPixels = painter->deviceTransform();
     if (!toPixels.isInvertible()) return;
     if (!toPixels.isAffine()) {
-      painter->drawPixmap(rect, pixmap(rect.size(), mode, state));
+      painter->drawPixmap(rect, pictureWithin(rect.size(), mode));
       return;
     }
     const bool isUpright =
@@ -168,9 +163,37 @@ class ImageIconEngine : public QIconEngine {
     painter->setWorldTransform(own);
   }
 
+  // As a dragged row of a model is written: pixels in the usual sizes, which then no longer follow the palette.
+  bool write(QDataStream& out) const override {
+    QIcon pixels;
+    for (const int side : {16, 24, 32, 48, 64, 128})
+      for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Disabled, QIcon::Active, QIcon::Selected})
+        pixels.addPixmap(pictureWithin({side, side}, mode), mode);
+    QByteArray written;
+    QDataStream writing(&written, QIODevice::WriteOnly);
+    writing.setVersion(out.version());
+    writing << pixels;
+    // The key, which whoever writes an icon has written already.
+    QDataStream reading(written);
+    QString earlier;
+    reading >> earlier;
+    const QByteArray rest = written.mid(reading.device()->pos());
+    return out.writeRawData(rest.constData(), int(rest.size())) == rest.size();
+  }
+
  private:
   ImageIconEngine(const ImageIconEngine&) = default;
   bool isEmpty() const { return !hasExtent(image_->size()); }  // an image's size may change
+  QSize sizeWithin(const QSize& size) const {
+    if (isEmpty() || size.isEmpty()) return {};
+    const double scale = fittingScale(image_->size(), size);
+    return {wholePixels(image_->size().width * scale), wholePixels(image_->size().height * scale)};
+  }
+  QPixmap pictureWithin(const QSize& size, QIcon::Mode mode) const {
+    const QSize actual = sizeWithin(size);
+    if (actual.isEmpty()) return {};
+    return picture(upright(image_->size(), QRect(QPoint(0, 0), actual)), mode);
+  }
   QPixmap picture(const Placement& placement, QIcon::Mode mode) const {
     const QImage image = render(*image_, placement, axisOf(look_, mode));
     return followsPalette(look_) ? QPixmap::fromImage(image) : styled(image, mode);

@@ -4,13 +4,16 @@
 
 #include <QApplication>
 #include <QBuffer>
+#include <QMimeData>
 #include <QPainter>
 #include <QPushButton>
+#include <QStandardItemModel>
 #include <QStyle>
 #include <QStyleOption>
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <span>
 
 #include "tessaluna/backends/raster/Bitmap.h"
@@ -251,6 +254,21 @@ TEST(iconsTest, CopiesShareTheImageAndOutliveEachOther) {
   EXPECT_EQ(image.use_count(), 2);
   copy = QIcon();
   EXPECT_EQ(image.use_count(), 1);
+}
+
+TEST(iconsTest, ADroppedRowOfAModelKeepsItsIcon) {
+  const QIcon wide = iconOfDrawing({32, 16}, drawFlag), tall = iconOfDrawing({16, 32}, drawFlag, {.role = IconRole::Text});
+  for (const QIcon& flag : {wide, tall}) {
+    QStandardItemModel model;
+    model.appendRow(new QStandardItem(flag, "row"));
+    const std::unique_ptr<QMimeData> dragged(model.mimeData({model.index(0, 0)}));
+    ASSERT_TRUE(model.dropMimeData(dragged.get(), Qt::MoveAction, 1, 0, {}));
+    const QIcon dropped = model.item(1)->icon();
+    for (const int side : {16, 32, 128})
+      for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Disabled, QIcon::Active, QIcon::Selected})
+        EXPECT_EQ(pixelsOf(dropped.pixmap(QSize(side, side), 1, mode)), pixelsOf(flag.pixmap(QSize(side, side), 1, mode)))
+            << side << ", " << mode;
+  }
 }
 
 TEST(iconsTest, DrawsWheneverItIsAskedAndKeepsNothing) {
