@@ -179,6 +179,8 @@ void EmbeddingHost::add(QtViewWidget& widget) {
   clip->setAutoresizesSubviews(false);
   clip->setHidden(true);
   clip->setEnablesControls(widget.isEnabled());
+  // The widget places it, whatever it was made for.
+  widget.view()->setTranslatesAutoresizingMaskIntoConstraints(true);
   clip->addSubview(widget.view());
   window_->contentView()->addSubview(clip);
   const Embedded embedded{&widget, clip};

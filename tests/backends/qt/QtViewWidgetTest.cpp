@@ -21,6 +21,7 @@
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
 #include "tessaluna/platform/graphics/NSRect.h"
+#include "tessaluna/platform/layout/NSLayoutConstraint.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tessaluna/platform/time/NSAnimationContext.h"
 #include "tessaluna/platform/views/NSTextField.h"
@@ -204,6 +205,22 @@ TEST_F(QtViewWidgetTest, ViewLiesWhereItsWidgetLies) {
   for (const double edge :
        {CGRectGetMinX(inWindow), CGRectGetMaxX(inWindow), CGRectGetMinY(inWindow), CGRectGetMaxY(inWindow)})
     EXPECT_NEAR(edge * scale, std::round(edge * scale), 1e-6);
+}
+
+TEST_F(QtViewWidgetTest, ViewMadeForConstraintsLiesWhereItsWidgetLiesToo) {
+  const auto view = make<Witness>(CGRect{0, 0, 50, 50}), inner = make<Witness>(CGRect{0, 0, 10, 10});
+  for (const auto& each : {view, inner}) each->setTranslatesAutoresizingMaskIntoConstraints(false);
+  view->addSubview(inner);
+  for (const NSLayoutAttribute edge :
+       {NSLayoutAttributeLeading, NSLayoutAttributeTrailing, NSLayoutAttributeTop, NSLayoutAttributeBottom})
+    NSLayoutConstraint::constraintWithItem(inner, edge, NSLayoutRelationEqual, view, edge, 1, 0)->setActive(true);
+  const QtViewWidget* widget = embed(view);
+  show();
+  top.resize(300, 200);
+  settle();
+  EXPECT_GT(widget->width(), 50);
+  EXPECT_NEAR(view->frame().size.width, widget->width(), 1);
+  EXPECT_EQ(inner->frame(), view->bounds());
 }
 
 TEST_F(QtViewWidgetTest, InAViewsSuperviewYCountsUp) {
