@@ -7,9 +7,10 @@
 //   true         true        pressed        a release here notifies the target
 //   false        true        pressed away   a release here does not
 //
-// The row itself is the host's: it sets what a control is to show and requests the redraw. A control can be clicked while it
-// draws nothing. The events of a click stop here and do not reach the row; others, such as the wheel's, pass on to it. While a
-// view above has its controls disabled, what a control draws is pale.
+// The row itself is the host's: it sets what a control is to show, requests the redraw and paints the ground, which is dark: at
+// rest the heart and the dots are half-transparent white. A control can be clicked while it draws nothing. The events of a click
+// stop here and do not reach the row; others, such as the wheel's, pass on to it. While a view above has its controls disabled,
+// what a control draws is pale.
 #pragma once
 
 #include "tessaluna/platform/foundation/NSCoder.h"
