@@ -185,6 +185,7 @@ void EmbeddingHost::add(QtViewWidget& widget) {
   window_->contentView()->addSubview(clip);
   const Embedded embedded{&widget, clip};
   embedded_.push_back(embedded);
+  clips_[&widget] = clip;
   place(embedded);
 }
 
@@ -194,22 +195,34 @@ void EmbeddingHost::remove(QtViewWidget& widget) {
   if (found == embedded_.end()) return;
   const Ref<NSView> clip = found->clip;
   embedded_.erase(found);
+  clips_.erase(&widget);
   clip->removeFromSuperview();
   // The view may be on its way to another host and has left already.
   if (widget.view()->superview() == clip.get()) widget.view()->removeFromSuperview();
 }
 
 bool EmbeddingHost::isHere(const Embedded& embedded) const {
-  return std::any_of(embedded_.begin(), embedded_.end(),
-                     [&](const Embedded& each) { return each.widget == embedded.widget && each.clip == embedded.clip; });
+  const auto found = clips_.find(embedded.widget);
+  return found != clips_.end() && found->second == embedded.clip;
 }
 
-void EmbeddingHost::placeChanged(const QWidget& widget) {
+// All of the widgets in the rows of a list move when it scrolls, each with a word of its own: one without others in it looks
+// for none.
+std::vector<EmbeddingHost::Embedded> EmbeddingHost::embeddedIn(QWidget& widget) const {
+  std::vector<Embedded> result;
+  if (!widget.children().isEmpty()) {
+    for (const Embedded& embedded : embedded_)
+      if (widget.isAncestorOf(embedded.widget)) result.push_back(embedded);
+  } else if (const auto found = clips_.find(&widget); found != clips_.end()) {
+    result.push_back({static_cast<QtViewWidget*>(&widget), found->second});
+  }
+  return result;
+}
+
+void EmbeddingHost::placeChanged(QWidget& widget) {
   const QPointer<EmbeddingHost> held = this;
   const bool mayBeScrolled = isInScrollArea(widget);  // which may be gone when it has been placed
-  std::vector<Embedded> concerned;
-  for (const Embedded& embedded : embedded_)
-    if (widget.isAncestorOf(embedded.widget)) concerned.push_back(embedded);
+  const std::vector<Embedded> concerned = embeddedIn(widget);
   if (&widget == &topLevel_) placeTopLevel();
   for (const Embedded& embedded : concerned)
     if (held && isHere(embedded)) place(embedded);

@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QTimer>
+#include <unordered_map>
 #include <vector>
 
 #include "tessaluna/backends/qt/KeptPicture.h"
@@ -32,7 +33,7 @@ class EmbeddingHost : public QObject {
   void remove(QtViewWidget& widget);
 
   // The widget, which is one of ours, an ancestor of some or the top level itself, was moved, resized, shown or hidden.
-  void placeChanged(const QWidget& widget);
+  void placeChanged(QWidget& widget);
   // Some widget below the top level is about to get the wheel. What that scrolls, the user scrolls under the pointer.
   void wheelTurned() { wheel_.start(0); }
   void enabledChanged(QtViewWidget& widget);
@@ -59,6 +60,7 @@ class EmbeddingHost : public QObject {
   };
 
   bool isHere(const Embedded& embedded) const;
+  std::vector<Embedded> embeddedIn(QWidget& widget) const;  // and itself
   void placeTopLevel();
   void place(const Embedded& embedded);
   void scaleMayHaveChanged();
@@ -74,6 +76,7 @@ class EmbeddingHost : public QObject {
   KeptPicture picture_;
   double knownScale_;
   std::vector<Embedded> embedded_;
+  std::unordered_map<const QWidget*, platform::Ref<platform::NSView>> clips_;  // of the same
   QTimer displayTimer_;
   QTimer wheel_;                // runs until the wheel that turns has been handled
   std::size_t passedOver_ = 0;  // widgets that handed on the focus that is being moved

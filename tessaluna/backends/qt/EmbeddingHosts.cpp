@@ -29,7 +29,7 @@ QtViewWidget* EmbeddingHosts::widgetOf(const platform::NSView& view) const {
   return nullptr;
 }
 
-void EmbeddingHosts::observe(const QWidget& widget, const QEvent& event) {
+void EmbeddingHosts::observe(QWidget& widget, const QEvent& event) {
   if (hosts_.empty()) return;
   EmbeddingHost* host = hostIfAny(*widget.window());
   if (!host) return;

@@ -19,7 +19,7 @@ class EmbeddingHosts {
   QtViewWidget* widgetOf(const platform::NSView& view) const;
 
   // An event that some widget of the program is about to get.
-  void observe(const QWidget& widget, const QEvent& event);
+  void observe(QWidget& widget, const QEvent& event);
 
  private:
   std::map<const QObject*, std::unique_ptr<EmbeddingHost>> hosts_;
