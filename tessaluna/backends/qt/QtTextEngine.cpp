@@ -5,6 +5,7 @@
 #include <QGlyphRun>
 #include <QGuiApplication>
 #include <QImage>
+#include <QPainter>
 #include <QPainterPath>
 #include <QRawFont>
 #include <QStringView>
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <functional>
 #include <list>
+#include <optional>
 #include <span>
 #include <unordered_map>
 
@@ -32,7 +34,8 @@ constexpr std::size_t minPiece = 256, maxPiece = 512;  // UTF-16 units
 
 class QtTypeface : public Typeface {
  public:
-  explicit QtTypeface(QRawFont font) : font_(std::move(font)) {}
+  explicit QtTypeface(QRawFont font)
+      : font_(std::move(font)), mayHavePictures_(hasTable("CBLC") || hasTable("sbix") || hasTable("COLR")) {}
 
   Path outline(std::uint32_t glyph) const override {
     Path path;
@@ -58,8 +61,51 @@ class QtTypeface : public Typeface {
     return path;
   }
 
+  // Of a glyph that has colors instead of an outline, with its origin at that place; none of any other glyph.
+  std::optional<GlyphPicture> picture(std::uint32_t glyph, CGPoint origin) const {
+    if (!mayHavePictures_ || !font_.pathForGlyph(glyph).isEmpty()) return std::nullopt;
+    if (!large_.isValid()) large_ = enlarged(font_);
+    const QRect box = large_.boundingRect(glyph).toAlignedRect();
+    if (box.isEmpty()) return std::nullopt;
+    std::weak_ptr<const ImagePixels>& known = pictures_[glyph];
+    std::shared_ptr<const ImagePixels> pixels = known.lock();
+    if (!pixels) known = pixels = pixelsOf(large_, glyph, box);
+    const double points = font_.pixelSize() / large_.pixelSize();
+    const CGRect place{origin.x + box.left() * points, origin.y - (box.top() + box.height()) * points, box.width() * points,
+                       box.height() * points};
+    return GlyphPicture{.pixels = pixels, .place = place};
+  }
+
  private:
+  bool hasTable(const char* name) const { return !font_.fontTable(name).isEmpty(); }
+
+  // For screens of up to four pixels per point. Few fonts have larger pictures than the largest.
+  static QRawFont enlarged(QRawFont font) {
+    constexpr double pixelsPerPoint = 4, smallest = 32, largest = 160;
+    font.setPixelSize(std::clamp(font.pixelSize() * pixelsPerPoint, smallest, largest));
+    return font;
+  }
+
+  static std::shared_ptr<const ImagePixels> pixelsOf(const QRawFont& font, std::uint32_t glyph, const QRect& box) {
+    QImage image(box.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QGlyphRun run;
+    run.setRawFont(font);
+    run.setGlyphIndexes({glyph});
+    run.setPositions({-box.topLeft()});
+    QPainter(&image).drawGlyphRun({0, 0}, run);
+    auto pixels = std::make_shared<ImagePixels>(ImagePixels{.width = box.width(), .height = box.height(), .argb = {}});
+    for (int y = 0; y < box.height(); ++y) {
+      const auto* row = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
+      pixels->argb.insert(pixels->argb.end(), row, row + box.width());
+    }
+    return pixels;
+  }
+
   QRawFont font_;
+  bool mayHavePictures_;
+  mutable QRawFont large_;  // for pictures, once there is one: it takes a while to make
+  mutable std::unordered_map<std::uint32_t, std::weak_ptr<const ImagePixels>> pictures_;  // as long as lines have them
 };
 
 // A line, or a piece of one that is said to have a direction.
@@ -99,7 +145,7 @@ struct QtTextEngine::Kept {
   std::list<Line> lines;                                                          // used last first
   std::size_t bytes = 0;                                                          // of all lines
   std::unordered_map<Shaping, std::list<Line>::iterator, ShapingHash> byShaping;  // the keys look at the lines
-  std::vector<std::pair<QRawFont, std::shared_ptr<const Typeface>>> typefaces;
+  std::vector<std::pair<QRawFont, std::shared_ptr<const QtTypeface>>> typefaces;
 
   // Shaped now, or before. A long line is taken apart where it can be.
   std::shared_ptr<const ShapedLine> lineOf(const Shaping& shaping, const QtTextEngine& engine);
@@ -110,7 +156,7 @@ struct QtTextEngine::Kept {
   ShapedLine shapeInPieces(const Shaping& shaping, const QtTextEngine& engine);
 
   // One typeface for each font, so that the glyphs that a canvas keeps serve all lines.
-  std::shared_ptr<const Typeface> typefaceOf(const QRawFont& font) {
+  std::shared_ptr<const QtTypeface> typefaceOf(const QRawFont& font) {
     for (const auto& [known, typeface] : typefaces)
       if (known == font) return typeface;
     if (typefaces.size() >= maxTypefaces) typefaces.erase(typefaces.begin());
@@ -214,7 +260,7 @@ QTextOption optionOf(Qt::LayoutDirection direction) {
   return option;
 }
 
-using TypefaceOf = std::function<std::shared_ptr<const Typeface>(const QRawFont&)>;
+using TypefaceOf = std::function<std::shared_ptr<const QtTypeface>(const QRawFont&)>;
 
 struct AddedRuns {
   std::size_t glyphCount = 0;
@@ -227,11 +273,18 @@ AddedRuns addRuns(ShapedLine& line, const QTextLayout& layout, const QList<QText
   AddedRuns added;
   for (qsizetype span = 0; span < formats.size(); ++span) {
     for (const QGlyphRun& qtRun : layout.glyphRuns(formats[span].start, formats[span].length)) {
-      GlyphRun run{.typeface = typefaceOf(qtRun.rawFont()), .glyphs = {}, .positions = {}};
+      const std::shared_ptr<const QtTypeface> typeface = typefaceOf(qtRun.rawFont());
+      GlyphRun run{.typeface = typeface, .glyphs = {}, .positions = {}};
       const QList<quint32> glyphs = qtRun.glyphIndexes();
       const QList<QPointF> positions = qtRun.positions();
       run.glyphs.assign(glyphs.begin(), glyphs.end());
       for (const QPointF& position : positions) run.positions.push_back({position.x(), ascent - position.y()});
+      for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+        std::optional<GlyphPicture> picture = typeface->picture(run.glyphs[i], run.positions[i]);
+        if (!picture) continue;
+        picture->font = static_cast<std::size_t>(span);
+        line.pictures.push_back(std::move(*picture));
+      }
       added.glyphCount += run.glyphs.size();
       added.hasRightToLeft = added.hasRightToLeft || qtRun.isRightToLeft();
       line.runs.push_back(std::move(run));
@@ -290,6 +343,11 @@ void append(ShapedLine& whole, const ShapedLine& piece, std::size_t start, doubl
     for (CGPoint& position : run.positions) position.x += left;
     whole.runFonts.push_back(fonts[piece.runFonts[i]]);
   }
+  for (GlyphPicture picture : piece.pictures) {
+    picture.place.origin.x += left;
+    picture.font = fonts[picture.font];
+    whole.pictures.push_back(std::move(picture));
+  }
   for (TextCluster cluster : piece.clusters) {
     cluster.start += start;
     cluster.left += left;
@@ -304,6 +362,8 @@ std::size_t bytesOf(const ShapedLine& line) {
   std::size_t bytes = sizeof line + line.clusters.size() * sizeof(TextCluster);
   for (const GlyphRun& run : line.runs)
     bytes += sizeof run + run.glyphs.size() * (sizeof run.glyphs[0] + sizeof run.positions[0]);
+  for (const GlyphPicture& picture : line.pictures)
+    bytes += sizeof picture + picture.pixels->argb.size() * sizeof picture.pixels->argb[0];
   return bytes;
 }
 

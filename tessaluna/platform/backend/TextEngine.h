@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tessaluna/platform/backend/ImagePixels.h"
 #include "tessaluna/platform/backend/Path.h"
 
 namespace tessaluna::backend {
@@ -40,6 +41,13 @@ struct GlyphRun {
   std::vector<CGPoint> positions;  // one for each glyph, from the start of the line
 };
 
+// A glyph with colors of its own, as emoji have.
+struct GlyphPicture {
+  std::shared_ptr<const ImagePixels> pixels;
+  CGRect place;          // from the start of the line
+  std::size_t font = 0;  // the index of the span that it comes from
+};
+
 // What is between two caret places: one user-perceived character, or a ligature's share of one.
 struct TextCluster {
   std::size_t start = 0, length = 0;  // UTF-16 units
@@ -49,8 +57,9 @@ struct TextCluster {
 
 struct ShapedLine {
   std::vector<GlyphRun> runs;
-  std::vector<std::size_t> runFonts;  // for each run, the index of the span that it comes from
-  std::vector<TextCluster> clusters;  // in the order of the text
+  std::vector<std::size_t> runFonts;   // for each run, the index of the span that it comes from
+  std::vector<GlyphPicture> pictures;  // beside the runs, where such glyphs have no outline
+  std::vector<TextCluster> clusters;   // in the order of the text
   double advance = 0;
   FontMetrics metrics;  // the largest of its fonts
 };

@@ -314,13 +314,19 @@ void TextLayout::drawLine(const Line& line, CGContext& context) const {
   // The edge cuts to the right only: accents and tails may be higher and deeper than their line.
   if (line.isCut) context.clipRect({0, -line.height(), width_, 3 * line.height()});
   const auto& runs = line.shown->runs();
-  const auto setColorOf = [&](const NSAttributes& attributes) {
-    const auto color = attributeObject<NSColor>(attributes, NSForegroundColorAttributeName);
-    (color ? color : NSColor::blackColor())->setFill();
+  const auto colorOf = [](const NSAttributedString::Run& run) {
+    const auto color = attributeObject<NSColor>(run.attributes, NSForegroundColorAttributeName);
+    return color ? color : NSColor::blackColor();
   };
   for (std::size_t i = 0; i < line.shaped->runs.size(); ++i) {
-    setColorOf(runs[line.shaped->runFonts[i]].attributes);
+    colorOf(runs[line.shaped->runFonts[i]])->setFill();
     context.drawGlyphs(line.shaped->runs[i], {0, 0});
+  }
+  for (const backend::GlyphPicture& picture : line.shaped->pictures) {
+    const GraphicsStateScope scope(context);
+    context.setAlpha(context.alpha() * colorOf(runs[picture.font])->alphaComponent());
+    const backend::ImagePixels& pixels = *picture.pixels;
+    context.drawImage(pixels, {0, 0, CGFloat(pixels.width), CGFloat(pixels.height)}, picture.place);
   }
   std::size_t start = 0;
   for (const NSAttributedString::Run& run : runs) {
@@ -328,7 +334,7 @@ void TextLayout::drawLine(const Line& line, CGContext& context) const {
     const auto found = run.attributes.find(NSUnderlineStyleAttributeName);
     const auto* style = found == run.attributes.end() ? nullptr : std::get_if<std::int64_t>(&found->second);
     if (style && *style != NSUnderlineStyleNone) {
-      setColorOf(run.attributes);
+      colorOf(run)->setFill();
       for (const Span& span : spansOf(*line.shaped, start, end)) {
         const CGFloat thickness = static_cast<CGFloat>(*style);
         NSRectFillUsingOperation({span.left, -1 - thickness, span.right - span.left, thickness},

@@ -211,4 +211,63 @@ TEST_F(QtTextEngineTest, WhatIsKeptOfLinesIsBoundedByTheirBytes) {
   EXPECT_NE(shape(u"the first line"), first);
 }
 
+// Glyphs with colors of their own. The font of emoji is one that `setup` installs.
+
+TEST_F(QtTextEngineTest, AnEmojiIsAPictureWhereItsClusterIs) {
+  const std::u16string text = u"a\U0001F1EB\U0001F1EEb";  // the flag of Finland
+  const auto line = shape(text);
+  expectWhole(*line, text.size());
+  ASSERT_EQ(line->pictures.size(), 1u);
+  const auto& [pixels, place, font] = line->pictures[0];
+  EXPECT_EQ(font, 0u);
+  EXPECT_NEAR(CGRectGetMidX(place), (line->clusters[1].left + line->clusters[1].right) / 2, 1);
+  EXPECT_GT(place.size.width, 10);
+  EXPECT_LT(place.size.width, 20);
+  EXPECT_GT(CGRectGetMaxY(place), 6);
+  EXPECT_LT(CGRectGetMinY(place), 0);
+  ASSERT_EQ(pixels->argb.size(), std::size_t(pixels->width * pixels->height));
+  // A blue cross on white.
+  const auto pixelAt = [&](double x, double y) {
+    return pixels->argb[std::size_t(pixels->height * y) * std::size_t(pixels->width) + std::size_t(pixels->width * x)];
+  };
+  const std::uint32_t cross = pixelAt(0.7, 0.5), white = pixelAt(0.8, 0.35);
+  EXPECT_GT(cross & 0xff, 2 * (cross >> 16 & 0xff)) << "blue and red";
+  EXPECT_GT(white >> 16 & 0xff, 200u);
+  EXPECT_EQ(pixelAt(0.5, 0), 0u) << "above it";
+}
+
+TEST_F(QtTextEngineTest, PicturesHaveFourPixelsPerPoint) {
+  const auto line = shape(u"\U0001F3B5");
+  ASSERT_EQ(line->pictures.size(), 1u);
+  const auto& [pixels, place, font] = line->pictures[0];
+  EXPECT_NEAR(pixels->width / place.size.width, 4, 1e-9);
+  EXPECT_NEAR(pixels->height / place.size.height, 4, 1e-9);
+}
+
+TEST_F(QtTextEngineTest, LettersAndSpacesAreNoPictures) {
+  EXPECT_TRUE(shape(u"Quiet Harbour 12 \u2605")->pictures.empty());
+  EXPECT_EQ(shape(u" \U0001F3B5 ")->pictures.size(), 1u);
+}
+
+TEST_F(QtTextEngineTest, APictureKnowsItsStretchOfTheText) {
+  const std::u16string text = u"a\U0001F3B5\U0001F3B5";
+  const FontSpan spans[] = {{{.family = "", .size = 13}, 3}, {{.family = "", .size = 26}, 2}};
+  const auto line = engine.shape(text, spans);
+  ASSERT_EQ(line->pictures.size(), 2u);
+  EXPECT_EQ(line->pictures[0].font, 0u);
+  EXPECT_EQ(line->pictures[1].font, 1u);
+  EXPECT_NEAR(line->pictures[1].place.size.width, 2 * line->pictures[0].place.size.width, 1);
+}
+
+TEST_F(QtTextEngineTest, PicturesOfALongLineAreWhereTheirClustersAre) {
+  const std::u16string text = repeated(u"Salt \U0001F3B5 ", 200);
+  const auto line = shape(text);
+  ASSERT_EQ(line->pictures.size(), 200u);
+  for (std::size_t i = 0; i < 200; ++i) {
+    const TextCluster& cluster = line->clusters[i * 7 + 5];
+    ASSERT_NEAR(CGRectGetMidX(line->pictures[i].place), (cluster.left + cluster.right) / 2, 1);
+    ASSERT_EQ(line->pictures[i].pixels, line->pictures[0].pixels) << "made again";
+  }
+}
+
 }  // namespace tessaluna::backend::qt

@@ -2,8 +2,10 @@
 
 #include "tessaluna/platform/graphics/NSColor.h"
 #include "tessaluna/platform/graphics/NSGraphicsContext.h"
+#include "tessaluna/platform/graphics/NSRect.h"
 #include "tessaluna/platform/text/NSFont.h"
 #include "tests/harness/StillWorld.h"
+#include "tests/harness/pixelsOf.h"
 #include "tests/harness/printing.h"
 #include "tests/harness/recordingOf.h"
 
@@ -525,4 +527,76 @@ TEST_F(TextLayoutTest, LinesOfARangeAreDrawnWhereTheyAreInTheWhole) {
   EXPECT_EQ(only("glyphs", recordingOf([&] { layout.drawRangeInRect({4, 1}, rect); })), Lines{all[1]});
   EXPECT_EQ(only("glyphs", recordingOf([&] { layout.drawRangeInRect({2, 5}, rect); })), all);
   EXPECT_TRUE(only("glyphs", recordingOf([&] { layout.drawRangeInRect({0, 0}, rect); })).empty());
+}
+
+// Glyphs with colors of their own.
+
+namespace {
+
+// In this desktop's font each "*" has a red bar of three points below the baseline.
+class StarsEngine : public tessaluna::backend::headless::HeadlessTextEngine {
+ public:
+  std::shared_ptr<const tessaluna::backend::ShapedLine> shape(
+      std::u16string_view text, std::span<const tessaluna::backend::FontSpan> fonts) const override {
+    const auto line = std::make_shared<tessaluna::backend::ShapedLine>(*HeadlessTextEngine::shape(text, fonts));
+    const auto red = std::make_shared<tessaluna::backend::ImagePixels>();
+    *red = {.width = 1, .height = 1, .argb = {0xffff0000}};
+    for (const tessaluna::backend::TextCluster& cluster : line->clusters) {
+      if (text[cluster.start] != '*') continue;
+      std::size_t font = 0;
+      for (std::size_t end = fonts[0].length; end <= cluster.start;) end += fonts[++font].length;
+      line->pictures.push_back({.pixels = red, .place = {cluster.left, -3, 5, 3}, .font = font});
+    }
+    return line;
+  }
+};
+
+class DesktopOfStars : public tessaluna::backend::headless::HeadlessBackend {
+ public:
+  const tessaluna::backend::headless::HeadlessTextEngine& textEngine() const override { return engine_; }
+
+ private:
+  StarsEngine engine_;
+};
+
+struct TextLayoutPicturesTest : testing::Test {
+  DesktopOfStars desktop;
+
+  // In a bitmap of 20 by 12 points, where the baseline is three points above the lower edge.
+  static tessaluna::backend::raster::Bitmap pictureOf(const NSAttributedString& text) {
+    return harness::pixelsOf({20, 12}, [&] { text.drawInRect({0, 0, 20, 12}); });
+  }
+  static NSMutableAttributedString blue(std::string_view text, CGFloat alpha = 1) {
+    return NSMutableAttributedString(text, {{NSFontAttributeName, NSFont::systemFontOfSize(10)},
+                                            {NSForegroundColorAttributeName, NSColor::colorWithSRGBRed(0, 0, 1, alpha)}});
+  }
+};
+
+}  // namespace
+
+TEST_F(TextLayoutPicturesTest, AreDrawnInTheirOwnColors) {
+  const auto picture = pictureOf(blue("a*b"));
+  EXPECT_EQ(picture.pixel(7, 9), 0xffff0000);
+  EXPECT_EQ(picture.pixel(7, 6), 0xff0000ff);
+  EXPECT_EQ(picture.pixel(4, 10), 0u);
+  EXPECT_EQ(picture.pixel(10, 10), 0u);
+  EXPECT_EQ(picture.pixel(12, 6), 0xff0000ff) << "the letter after it";
+}
+
+TEST_F(TextLayoutPicturesTest, AreAsTranslucentAsTheTextsColor) {
+  EXPECT_NEAR(harness::alphaOf(pictureOf(blue("a*b", 0.5)).pixel(7, 10)), 128, 1);
+}
+
+TEST_F(TextLayoutPicturesTest, FollowTheColorOfTheirOwnStretchAndTheAlphaOfTheContext) {
+  NSMutableAttributedString text = blue("**");
+  text.addAttribute(NSForegroundColorAttributeName, NSColor::colorWithSRGBRed(0, 0, 1, 0.5), {1, 1});
+  const auto picture = harness::pixelsOf({20, 12}, [&] {
+    CGContextSetAlpha(NSGraphicsContext::currentCgContext(), 0.5);
+    text.drawInRect({0, 0, 20, 12});
+    NSColor::blackColor()->setFill();
+    NSRectFillUsingOperation({15, 0, 5, 12}, NSCompositingOperationSourceOver);
+  });
+  EXPECT_NEAR(harness::alphaOf(picture.pixel(2, 10)), 128, 1);
+  EXPECT_NEAR(harness::alphaOf(picture.pixel(7, 10)), 64, 1);
+  EXPECT_NEAR(harness::alphaOf(picture.pixel(17, 10)), 128, 1) << "what is drawn next";
 }
