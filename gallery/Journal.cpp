@@ -1,5 +1,6 @@
 #include "gallery/Journal.h"
 
+#include <QPainter>
 #include <utility>
 
 namespace gallery {
@@ -17,6 +18,14 @@ void Journal::add(const std::string& line) {
   if (count() > maxLines) delete takeItem(maxLines);
   // For who scrolls with keys; an empty one is passed over.
   setFocusPolicy(Qt::TabFocus);
+}
+
+void Journal::paintEvent(QPaintEvent* event) {
+  QListWidget::paintEvent(event);
+  if (count() > 0) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(viewport()->rect(), Qt::AlignCenter, "Nothing yet");
 }
 
 Report Journal::addingTo(Report next) {

@@ -16,6 +16,9 @@ class Journal : public QListWidget {
   // A report that adds to the journal and then calls the next report. The journal must outlive it.
   Report addingTo(Report next);
 
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
  private:
   int count_ = 0;
 };
