@@ -1,6 +1,6 @@
 // A canvas that paints nothing and records its calls: one JSON object per line for each operation, in order, with
-// the coordinates of the current space and all numbers in their shortest form. The artwork tool prints these lines and
-// tests compare them, so that a difference reads as a sentence.
+// the coordinates of the current space and all numbers in their shortest form; numbers that are not finite are null.
+// The artwork tool prints these lines and tests compare them, so that a difference reads as a sentence.
 #pragma once
 
 #include <string>

@@ -53,7 +53,7 @@ class NSColor : public NSObject {
   static Ref<NSColor> windowBackgroundColor();
   static Ref<NSColor> keyboardFocusIndicatorColor();
 
-  // The color's values in RGB. Of a pattern color they are zero.
+  // The color's values in RGB. Of a pattern color they are zero, and its alpha is 1.
   CGFloat redComponent() const { return components().red; }
   CGFloat greenComponent() const { return components().green; }
   CGFloat blueComponent() const { return components().blue; }
@@ -62,7 +62,7 @@ class NSColor : public NSObject {
   bool isPattern() const { return kind_ == Kind::Pattern; }
   const Ref<NSImage>& patternImage() const { return pattern_; }
 
-  // (1 - fraction) * self + fraction * other, in RGB, alpha too. Null where either is a pattern.
+  // (1 - fraction) * self + fraction * other, in RGB, alpha too. Null where either is a pattern or `other` is null.
   Ref<NSColor> blendedColorWithFraction(CGFloat fraction, const Ref<NSColor>& other) const;
   // The same color with another alpha and without its name. A pattern color is given back as it is.
   Ref<NSColor> colorWithAlphaComponent(CGFloat alpha);
