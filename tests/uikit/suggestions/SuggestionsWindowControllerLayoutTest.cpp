@@ -1,6 +1,7 @@
 // In which order a completion pop-up makes its rows, and what remains of an earlier one.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <utility>
 
 #include "tessaluna/platform/views/NSTextView.h"
@@ -145,20 +146,21 @@ TEST_F(SuggestionsWindowControllerLayout, SuggestionsThatAreAssignedAsAViewComes
   const auto sectioned = make<Sectioned>();
   controller = sectioned;
   controller->setSuggestionPrototype("row");
-  int movesLeft = 0;
-  const auto makeMoving = [&] {
-    return make<Moving>([&] {
-      if (movesLeft > 0 && --movesLeft == 0) controller->setSuggestions(suggestionsNamed({"x"}));
+  // The last ones go with the test.
+  const auto movesLeft = std::make_shared<int>(0);
+  const auto makeMoving = [this, movesLeft] {
+    return make<Moving>([this, movesLeft] {
+      if (*movesLeft > 0 && --*movesLeft == 0) controller->setSuggestions(suggestionsNamed({"x"}));
     });
   };
   sectioned->makeView = makeMoving;
-  NSNib::registerFactory("row", [&](NSObject&) { return makeMoving(); });
+  NSNib::registerFactory("row", [makeMoving](NSObject&) { return makeMoving(); });
   // Two rows and two other views go, then as many come.
   for (int move = 1; move <= 8; ++move) {
     show({"a", "b"});
-    movesLeft = move;
+    *movesLeft = move;
     controller->setSuggestions(suggestionsNamed({"c", "d"}));
-    EXPECT_EQ(movesLeft, 0);
+    EXPECT_EQ(*movesLeft, 0);
     EXPECT_EQ(content()->subviews().size(), 2u) << move;
     EXPECT_EQ(content()->trackingAreas().size(), 1u) << move;
     EXPECT_EQ(popUp()->frame().size.height, 40) << move;
