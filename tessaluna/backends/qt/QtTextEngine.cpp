@@ -35,9 +35,13 @@ constexpr std::size_t minPiece = 256, maxPiece = 512;  // UTF-16 units
 class QtTypeface : public Typeface {
  public:
   explicit QtTypeface(QRawFont font)
-      : font_(std::move(font)), mayHavePictures_(hasTable("CBLC") || hasTable("sbix") || hasTable("COLR")) {}
+      : font_(std::move(font)),
+        hasOutlines_(hasTable("loca") || !hasTable("CBLC")),
+        mayHavePictures_(!hasOutlines_ || hasTable("COLR") || hasTable("sbix")) {}
 
   Path outline(std::uint32_t glyph) const override {
+    // Asking a font of pictures for an outline would spoil the size of Qt's face, and with it its advances.
+    if (!hasOutlines_) return {};
     Path path;
     // Points may be 1/64 of a pixel away at another time: Qt's FreeType face keeps the shift of the letter that Qt painted last.
     const QPainterPath shape = font_.pathForGlyph(glyph);
@@ -63,37 +67,38 @@ class QtTypeface : public Typeface {
 
   // Of a glyph that has colors instead of an outline, with its origin at that place; none of any other glyph.
   std::optional<GlyphPicture> picture(std::uint32_t glyph, CGPoint origin) const {
-    if (!mayHavePictures_ || !font_.pathForGlyph(glyph).isEmpty()) return std::nullopt;
-    if (!large_.isValid()) large_ = enlarged(font_);
-    const QRect box = large_.boundingRect(glyph).toAlignedRect();
-    if (box.isEmpty()) return std::nullopt;
+    if (!mayHavePictures_ || !outline(glyph).isEmpty()) return std::nullopt;
+    // For screens of up to four pixels per point. Few fonts have larger pictures than the largest.
+    constexpr double pixelsPerPoint = 4, smallest = 32, largest = 160;
+    const double scale = std::clamp(font_.pixelSize() * pixelsPerPoint, smallest, largest) / font_.pixelSize();
+    const QRectF rounded = font_.boundingRect(glyph);  // which may cut the glyph
+    if (rounded.isEmpty()) return std::nullopt;
+    const QRectF bounds = rounded.adjusted(-1, -1, 1, 1);
+    const QRect box = QRectF(bounds.topLeft() * scale, bounds.size() * scale).toAlignedRect();
     std::weak_ptr<const ImagePixels>& known = pictures_[glyph];
     std::shared_ptr<const ImagePixels> pixels = known.lock();
-    if (!pixels) known = pixels = pixelsOf(large_, glyph, box);
-    const double points = font_.pixelSize() / large_.pixelSize();
-    const CGRect place{origin.x + box.left() * points, origin.y - (box.top() + box.height()) * points, box.width() * points,
-                       box.height() * points};
+    if (!pixels) known = pixels = pixelsOf(glyph, box, scale);
+    const CGRect place{origin.x + box.left() / scale, origin.y - (box.top() + box.height()) / scale, box.width() / scale,
+                       box.height() / scale};
     return GlyphPicture{.pixels = pixels, .place = place};
   }
 
  private:
   bool hasTable(const char* name) const { return !font_.fontTable(name).isEmpty(); }
 
-  // For screens of up to four pixels per point. Few fonts have larger pictures than the largest.
-  static QRawFont enlarged(QRawFont font) {
-    constexpr double pixelsPerPoint = 4, smallest = 32, largest = 160;
-    font.setPixelSize(std::clamp(font.pixelSize() * pixelsPerPoint, smallest, largest));
-    return font;
-  }
-
-  static std::shared_ptr<const ImagePixels> pixelsOf(const QRawFont& font, std::uint32_t glyph, const QRect& box) {
+  // The transform is the painter's: a font of another size would share Qt's face with this one, and change its advances.
+  std::shared_ptr<const ImagePixels> pixelsOf(std::uint32_t glyph, const QRect& box, double scale) const {
     QImage image(box.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QGlyphRun run;
-    run.setRawFont(font);
+    run.setRawFont(font_);
     run.setGlyphIndexes({glyph});
-    run.setPositions({-box.topLeft()});
-    QPainter(&image).drawGlyphRun({0, 0}, run);
+    run.setPositions({{0, 0}});
+    QPainter painter(&image);
+    painter.translate(-box.topLeft());
+    painter.scale(scale, scale);
+    painter.drawGlyphRun({0, 0}, run);
+    painter.end();
     auto pixels = std::make_shared<ImagePixels>(ImagePixels{.width = box.width(), .height = box.height(), .argb = {}});
     for (int y = 0; y < box.height(); ++y) {
       const auto* row = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
@@ -103,8 +108,7 @@ class QtTypeface : public Typeface {
   }
 
   QRawFont font_;
-  bool mayHavePictures_;
-  mutable QRawFont large_;  // for pictures, once there is one: it takes a while to make
+  bool hasOutlines_, mayHavePictures_;
   mutable std::unordered_map<std::uint32_t, std::weak_ptr<const ImagePixels>> pictures_;  // as long as lines have them
 };
 
