@@ -270,4 +270,14 @@ TEST_F(QtTextEngineTest, PicturesOfALongLineAreWhereTheirClustersAre) {
   }
 }
 
+TEST_F(QtTextEngineTest, PicturesOfALongLineKnowTheirStretches) {
+  const std::u16string text = repeated(u"Salt \U0001F3B5 ", 200);
+  const FontSpan spans[] = {{{.family = "", .size = 13}, 8}, {{.family = "", .size = 14}, text.size() - 8}};
+  const auto line = engine.shape(text, spans);
+  ASSERT_EQ(line->pictures.size(), 200u);
+  EXPECT_EQ(line->pictures.front().font, 0u);
+  EXPECT_EQ(line->pictures[1].font, 1u);
+  EXPECT_EQ(line->pictures.back().font, 1u);
+}
+
 }  // namespace tessaluna::backend::qt
