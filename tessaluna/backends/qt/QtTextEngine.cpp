@@ -37,7 +37,7 @@ class QtTypeface : public Typeface {
   explicit QtTypeface(QRawFont font)
       : font_(std::move(font)),
         hasOutlines_(hasTable("loca") || !hasTable("CBLC")),
-        mayHavePictures_(!hasOutlines_ || hasTable("COLR") || hasTable("sbix")) {}
+        mayHavePictures_(hasTable("CBLC") || hasTable("COLR") || hasTable("sbix")) {}
 
   Path outline(std::uint32_t glyph) const override {
     // Asking a font of pictures for an outline would spoil the size of Qt's face, and with it its advances.
