@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QEvent>
+#include <QObject>
 #include <QWindow>
 #include <functional>
 #include <memory>
@@ -52,6 +54,16 @@ class QtTest : public testing::Test {
   QtBackend desktop;
   tessaluna::platform::Ref<tessaluna::platform::NSApplication> application =
       tessaluna::platform::NSApplication::sharedApplication();
+};
+
+// Of the whole program, once it is its event filter.
+class TimerCount : public QObject {
+ public:
+  bool eventFilter(QObject*, QEvent* event) override {
+    count += event->type() == QEvent::Timer;
+    return false;
+  }
+  int count = 0;
 };
 
 // The target of controls.

@@ -619,14 +619,6 @@ TEST_F(QtViewWidgetTest, WhatIsRedrawnIsSeen) {
 }
 
 TEST_F(QtViewWidgetTest, AtRestNoTimerRuns) {
-  class TimerCount : public QObject {
-   public:
-    bool eventFilter(QObject*, QEvent* event) override {
-      count += event->type() == QEvent::Timer;
-      return false;
-    }
-    int count = 0;
-  };
   const auto view = make<Witness>(CGRect{0, 0, 50, 50});
   QtViewWidget* widget = embed(view);
   show();

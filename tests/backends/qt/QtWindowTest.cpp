@@ -404,14 +404,6 @@ TEST_F(QtWindowTest, TranslucentPixelsDoNotAddUpWhenTheyAreShownAgain) {
 }
 
 TEST_F(QtWindowTest, AtRestNoTimerRuns) {
-  class TimerCount : public QObject {
-   public:
-    bool eventFilter(QObject*, QEvent* event) override {
-      count += event->type() == QEvent::Timer;
-      return false;
-    }
-    int count = 0;
-  };
   const auto window = makeWindow();
   window->contentView()->setNeedsDisplay(true);
   settle();
