@@ -5,8 +5,6 @@
 #include <QGlyphRun>
 #include <QGuiApplication>
 #include <QImage>
-#include <QPainter>
-#include <QPainterPath>
 #include <QRawFont>
 #include <QStringView>
 #include <QTextBoundaryFinder>
@@ -18,6 +16,7 @@
 #include <span>
 #include <unordered_map>
 
+#include "tessaluna/backends/qt/QtTypeface.h"
 #include "tessaluna/platform/text/linePieces.h"
 #include "tessaluna/platform/text/unicode.h"
 
@@ -31,86 +30,6 @@ constexpr std::size_t maxTypefaces = 64;
 // Qt finds the place of a character by walking along the line. A line that is longer than maxPiece is shaped in pieces, so that
 // the walks stay short, and so that a letter typed into a long line changes one piece.
 constexpr std::size_t minPiece = 256, maxPiece = 512;  // UTF-16 units
-
-class QtTypeface : public Typeface {
- public:
-  explicit QtTypeface(QRawFont font)
-      : font_(std::move(font)),
-        hasOutlines_(hasTable("loca") || !hasTable("CBLC")),
-        mayHavePictures_(hasTable("CBLC") || hasTable("COLR") || hasTable("sbix")) {}
-
-  Path outline(std::uint32_t glyph) const override {
-    // Asking a font of pictures for an outline would spoil the size of Qt's face, and with it its advances.
-    if (!hasOutlines_) return {};
-    Path path;
-    // Points may be 1/64 of a pixel away at another time: Qt's FreeType face keeps the shift of the letter that Qt painted last.
-    const QPainterPath shape = font_.pathForGlyph(glyph);
-    // Qt counts y downward, and gives a curve as its two controls and then its end.
-    const auto at = [&](int i) { return CGPoint{shape.elementAt(i).x, -shape.elementAt(i).y}; };
-    for (int i = 0; i < shape.elementCount(); ++i) {
-      switch (shape.elementAt(i).type) {
-        case QPainterPath::MoveToElement:
-          if (!path.isEmpty()) path.close();
-          path.moveTo(at(i));
-          break;
-        case QPainterPath::LineToElement: path.lineTo(at(i)); break;
-        case QPainterPath::CurveToElement:
-          path.curveTo(at(i + 2), at(i), at(i + 1));
-          i += 2;
-          break;
-        case QPainterPath::CurveToDataElement: break;
-      }
-    }
-    if (!path.isEmpty()) path.close();
-    return path;
-  }
-
-  // Of a glyph that has colors instead of an outline, with its origin at that place; none of any other glyph.
-  std::optional<GlyphPicture> picture(std::uint32_t glyph, CGPoint origin) const {
-    if (!mayHavePictures_ || !outline(glyph).isEmpty()) return std::nullopt;
-    // For screens of up to four pixels per point. Few fonts have larger pictures than the largest.
-    constexpr double pixelsPerPoint = 4, smallest = 32, largest = 160;
-    const double scale = std::clamp(font_.pixelSize() * pixelsPerPoint, smallest, largest) / font_.pixelSize();
-    const QRectF rounded = font_.boundingRect(glyph);  // which may cut the glyph
-    if (rounded.isEmpty()) return std::nullopt;
-    const QRectF bounds = rounded.adjusted(-1, -1, 1, 1);
-    const QRect box = QRectF(bounds.topLeft() * scale, bounds.size() * scale).toAlignedRect();
-    std::weak_ptr<const ImagePixels>& known = pictures_[glyph];
-    std::shared_ptr<const ImagePixels> pixels = known.lock();
-    if (!pixels) known = pixels = pixelsOf(glyph, box, scale);
-    const CGRect place{origin.x + box.left() / scale, origin.y - (box.top() + box.height()) / scale, box.width() / scale,
-                       box.height() / scale};
-    return GlyphPicture{.pixels = pixels, .place = place};
-  }
-
- private:
-  bool hasTable(const char* name) const { return !font_.fontTable(name).isEmpty(); }
-
-  // The transform is the painter's: a font of another size would share Qt's face with this one, and change its advances.
-  std::shared_ptr<const ImagePixels> pixelsOf(std::uint32_t glyph, const QRect& box, double scale) const {
-    QImage image(box.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QGlyphRun run;
-    run.setRawFont(font_);
-    run.setGlyphIndexes({glyph});
-    run.setPositions({{0, 0}});
-    QPainter painter(&image);
-    painter.translate(-box.topLeft());
-    painter.scale(scale, scale);
-    painter.drawGlyphRun({0, 0}, run);
-    painter.end();
-    auto pixels = std::make_shared<ImagePixels>(ImagePixels{.width = box.width(), .height = box.height(), .argb = {}});
-    for (int y = 0; y < box.height(); ++y) {
-      const auto* row = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
-      pixels->argb.insert(pixels->argb.end(), row, row + box.width());
-    }
-    return pixels;
-  }
-
-  QRawFont font_;
-  bool hasOutlines_, mayHavePictures_;
-  mutable std::unordered_map<std::uint32_t, std::weak_ptr<const ImagePixels>> pictures_;  // as long as lines have them
-};
 
 // A line, or a piece of one that is said to have a direction.
 struct Shaping {
