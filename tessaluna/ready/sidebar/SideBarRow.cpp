@@ -104,8 +104,8 @@ void SideBarRow::drawRect(CGRect) {
   }
   const Ref<NSColor> color = isSelected_ ? NSColor::alternateSelectedControlTextColor() : NSColor::controlTextColor();
   const Ref<NSFont> font = NSFont::systemFontOfSize(NSFont::systemFontSize());
-  const NSAttributedString title = textOf(item_.title, color, font);
-  const CGFloat lineHeight = title.size().height, bottom = std::round((bounds().size.height - lineHeight) / 2);
+  const CGFloat lineHeight = font->ascender() - font->descender();
+  const CGFloat bottom = std::round((bounds().size.height - lineHeight) / 2);
   CGFloat right = bounds().size.width - groundMargin - margin;
   if (item_.count) {
     const Ref<NSFont> small = NSFont::systemFontOfSize(NSFont::smallSystemFontSize());
@@ -118,7 +118,7 @@ void SideBarRow::drawRect(CGRect) {
     right -= size.width + countGap;
   }
   const CGFloat left = sideBarTextLeft(depth_) + (iconRoom_ == IconRoom::Left ? iconSide + iconGap : 0);
-  title.drawInRect({left, bottom, std::max(0.0, right - left), lineHeight});
+  textOf(item_.title, color, font).drawInRect({left, bottom, std::max(0.0, right - left), lineHeight});
 }
 
 // What the user does.

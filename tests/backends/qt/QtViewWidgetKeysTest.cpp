@@ -25,7 +25,18 @@ using namespace TessalunaUIKit;
 
 namespace {
 
-using QtViewWidgetKeys = EmbeddedViews;
+class QtViewWidgetKeys : public EmbeddedViews {
+ protected:
+  // With the view in it, which has the keyboard.
+  static void show(QDialog& dialog, const Ref<NSView>& view) {
+    auto* widget = new QtViewWidget(view, &dialog);
+    dialog.show();
+    dialog.activateWindow();
+    settle();
+    widget->setFocus();
+  }
+  using EmbeddedViews::show;
+};
 
 // Writes down the keys that come to it.
 class Parent : public QWidget {
@@ -465,11 +476,7 @@ TEST_F(QtViewWidgetKeys, ReturnInAFieldPressesTheDefaultButtonOfADialogUnlessThe
   int pressed = 0;
   QObject::connect(button, &QPushButton::clicked, [&] { ++pressed; });
   const auto field = make<NSTextField>(CGRect{0, 0, 100, 24});
-  auto* widget = new QtViewWidget(field, &dialog);
-  dialog.show();
-  dialog.activateWindow();
-  settle();
-  widget->setFocus();
+  show(dialog, field);
   QTest::keyClick(dialog.windowHandle(), 'a');
   QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
   EXPECT_EQ(pressed, 1);
@@ -519,11 +526,7 @@ TEST_F(QtViewWidgetKeys, ReturnThatEndsAnEditingInATableIsNotADialogs) {
 TEST_F(QtViewWidgetKeys, EscapeInAFieldRejectsADialog) {
   QDialog dialog;
   const auto field = make<NSTextField>(CGRect{0, 0, 100, 24});
-  auto* widget = new QtViewWidget(field, &dialog);
-  dialog.show();
-  dialog.activateWindow();
-  settle();
-  widget->setFocus();
+  show(dialog, field);
   ASSERT_TRUE(field->currentEditor());
   QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
   EXPECT_FALSE(dialog.isVisible());
